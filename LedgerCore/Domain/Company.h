@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <boost/describe.hpp>
+
+/// Texts by key: display names by language tag, colour choices by entry kind.
+using TextMap = std::map<std::string, std::string, std::less<>>;
+
+/// Marks a company that only demonstrates the program.
+struct DemoDescriptor {
+    int version = 0;
+    std::string locale; // language of the demonstration data
+
+    bool operator==(const DemoDescriptor&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(DemoDescriptor, (), (version, locale))
+
+/// The open company.
+struct Company {
+    std::string id;
+    std::string name;
+    std::vector<std::string> countries;
+    std::vector<std::string> enabledLocales;
+    std::string createdAt;
+    std::optional<DemoDescriptor> demo;
+    std::optional<std::string> approvalStatus; // the service's review state
+    std::optional<TextMap> transactionColors;  // entry kind to colour id
+
+    bool operator==(const Company&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(Company, (),
+                      (id, name, countries, enabledLocales, createdAt, demo, approvalStatus, transactionColors))

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <boost/describe.hpp>
+
+/// How a company keeps its books. `revision` grows with every accepted change.
+struct FinancialSettings {
+    int revision = 0;
+    bool contributionsEnabled = false;
+    bool dividendsEnabled = false;
+    std::optional<std::string> bookkeepingStartDate; // first day of the books
+    std::optional<std::string> initializationMode;
+    std::optional<std::string> initializedAt;
+    std::optional<bool> featuresConfigured;
+
+    bool operator==(const FinancialSettings&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(FinancialSettings, (),
+                      (revision, contributionsEnabled, dividendsEnabled, bookkeepingStartDate, initializationMode,
+                       initializedAt, featuresConfigured))

@@ -1,0 +1,77 @@
+# How every target of the house is made: one warning level, one set of sanitizers, headers that compile alone.
+
+find_program(CCACHE ccache)
+if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+add_library(TallyfoldFlags INTERFACE)
+target_compile_options(TallyfoldFlags INTERFACE
+    -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wimplicit-fallthrough -Werror)
+target_include_directories(TallyfoldFlags INTERFACE ${PROJECT_SOURCE_DIR})
+
+# Sanitizers are set for the whole tree, so that no object is left uninstrumented.
+if(TALLYFOLD_SANITIZERS)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=address,undefined)
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
+
+# All sources below this folder, without its tests/ and testing/ folders.
+function(tallyfold_sources out_sources out_headers)
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS *.cpp)
+    file(GLOB_RECURSE headers CONFIGURE_DEPENDS *.h)
+    foreach(list sources headers)
+        list(FILTER ${list} EXCLUDE REGEX "/(tests|testing)/")
+        list(FILTER ${list} EXCLUDE REGEX "/main\\.cpp$")
+    endforeach()
+    set(${out_sources} ${sources} PARENT_SCOPE)
+    set(${out_headers} ${headers} PARENT_SCOPE)
+endfunction()
+
+# tallyfold_library(NAME [FOLDERS dir...] [QT] LINK libs...): a static library of this folder's sources
+# (only those below FOLDERS where given). QT runs moc over them.
+function(tallyfold_library name)
+    cmake_parse_arguments(arg "QT" "" "FOLDERS;LINK;PRIVATE_LINK" ${ARGN})
+    tallyfold_sources(sources headers)
+    if(arg_FOLDERS)
+        list(JOIN arg_FOLDERS "|" folders)
+        foreach(list sources headers)
+            list(FILTER ${list} INCLUDE REGEX "^${CMAKE_CURRENT_SOURCE_DIR}/(${folders})/")
+        endforeach()
+    endif()
+    add_library(${name} STATIC ${sources})
+    target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS ${PROJECT_SOURCE_DIR} FILES ${headers})
+    set_target_properties(${name} PROPERTIES LINKER_LANGUAGE CXX)
+    if(arg_QT)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+        target_compile_definitions(${name} PUBLIC QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII
+            QT_NO_FOREACH QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+    endif()
+    target_link_libraries(${name} PUBLIC TallyfoldFlags ${arg_LINK} PRIVATE ${arg_PRIVATE_LINK})
+endfunction()
+
+# tallyfold_tests(NAME [QT] [FOLDER dir] LINK libs...): one GoogleTest program of this folder's tests/, each test known to ctest.
+function(tallyfold_tests name)
+    if(NOT TALLYFOLD_TESTS)
+        return()
+    endif()
+    cmake_parse_arguments(arg "QT" "FOLDER" "LINK" ${ARGN})
+    if(NOT arg_FOLDER)
+        set(arg_FOLDER tests)
+    endif()
+    file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${arg_FOLDER}/*.cpp)
+    list(FILTER sources EXCLUDE REGEX "/fuzz/")
+    add_executable(${name} ${sources})
+    target_link_libraries(${name} PRIVATE TallyfoldFlags ${arg_LINK} GTest::gtest)
+    if(arg_QT)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON)
+        target_link_libraries(${name} PRIVATE Qt6::Test)
+    else()
+        target_link_libraries(${name} PRIVATE GTest::gtest_main)
+    endif()
+    include(GoogleTest)
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST
+        PROPERTIES TIMEOUT 300 ENVIRONMENT
+            "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1")
+endfunction()
