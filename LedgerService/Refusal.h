@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+
+/// Why the service does not do what a request asks: the HTTP status, the code that clients know, and words for the
+/// operator. The words never repeat what a request carried.
+struct Refusal {
+    int status = 400;
+    std::string code;
+    std::string message;
+
+    bool operator==(const Refusal&) const = default;
+};
+
+/// The JSON body of an error reply: {"error": {"code", "message"}}.
+std::string errorBody(const Refusal& refusal);
