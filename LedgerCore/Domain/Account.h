@@ -41,6 +41,10 @@ struct Account {
     /// An employee's or refund account, or one owned by a member: only its responsible member records on it.
     [[nodiscard]] bool isRestricted() const;
 
+    /// Money that an employee holds for the company: a restricted account that is no refund account. Its balances
+    /// never go below zero, since nobody hands out more cash than there is.
+    [[nodiscard]] bool isEmployeeFund() const { return isRestricted() && !hasPurpose(AccountPurpose::refund); }
+
     /// The member who answers for a restricted account, or nothing when none is named.
     [[nodiscard]] std::optional<std::string_view> responsibleMemberID() const;
 };

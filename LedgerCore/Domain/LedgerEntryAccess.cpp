@@ -2,9 +2,13 @@
 
 #include <algorithm>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace {
 
+using LedgerEntryAccess::CorrectionPage;
+using LedgerEntryAccess::DestinationRefusal;
+using LedgerEntryAccess::OriginalRefusal;
 using LedgerEntryAccess::RecordRefusal;
 using LedgerEntryAccess::ReversalRefusal;
 
@@ -78,6 +82,48 @@ std::optional<std::string_view> LedgerEntryAccess::transferPurpose(const Account
     return std::nullopt;
 }
 
+std::optional<DestinationRefusal> LedgerEntryAccess::whyNotReceive(const Account& source, const Account& destination,
+                                                                   const Member& member)
+{
+    using enum DestinationRefusal;
+    if (source.id == destination.id)
+        return sameAccount;
+    const bool seen = member.can("view", destination.id);
+    const auto purpose = transferPurpose(source, destination);
+    const bool given = member.can("transferIn", destination.id) ||
+                       (purpose == TransferPurpose::returning && source.returnAccountID == destination.id);
+    if (!seen && !(given && purpose))
+        return notViewable;
+    if (!given)
+        return notGranted;
+    if (destination.archived)
+        return archived;
+    if (source.isRestricted() && destination.isRestricted())
+        return restrictedToRestricted;
+    return std::nullopt;
+}
+
+std::vector<TransferDestination> LedgerEntryAccess::transferDestinations(std::span<const Account> accounts,
+                                                                         const Member& member)
+{
+    std::unordered_set<std::string_view> returnAccounts;
+    for (const auto& account : accounts) {
+        if (account.isRestricted() && account.returnAccountID && !whyNotRecord(account, member, EntryKind::transfer))
+            returnAccounts.insert(*account.returnAccountID);
+    }
+    std::vector<TransferDestination> destinations;
+    for (const auto& account : accounts) {
+        if (account.archived || !member.active)
+            continue;
+        const bool granted = member.can("transferIn", account.id);
+        const bool funding = account.isRestricted() && granted;
+        const bool returning = !account.isRestricted() && (granted || returnAccounts.contains(account.id));
+        if (funding || returning)
+            destinations.push_back({account.id, account.name, account.currencies, funding, returning});
+    }
+    return destinations;
+}
+
 bool LedgerEntryAccess::canCorrect(const LedgerTransaction& transaction, const Member& member)
 {
     return !transaction.legs.empty() && std::ranges::all_of(transaction.legs, [&](const LedgerLeg& leg) {
@@ -102,6 +148,15 @@ std::optional<ReversalRefusal> LedgerEntryAccess::whyNotReverse(const LedgerTran
     return canCorrect(transaction, member) ? std::nullopt : std::optional{notPermitted};
 }
 
+CorrectionPage LedgerEntryAccess::correctionPage(const LedgerTransaction& transaction)
+{
+    if (transaction.kind == EntryKind::capital || transaction.capitalContributionID)
+        return CorrectionPage::capital;
+    if (transaction.kind == EntryKind::dividend || transaction.dividendMovementID || transaction.distributionKind)
+        return CorrectionPage::dividends;
+    return CorrectionPage::ledger;
+}
+
 bool LedgerEntryAccess::canReverse(const LedgerTransaction& transaction, const LedgerSnapshot& snapshot)
 {
     return !whyNotReverse(transaction, snapshot.currentMember);
@@ -112,22 +167,38 @@ bool LedgerEntryAccess::canRefund(const Account& account, const Member& member, 
     return member.can("view", account.id) && member.can("refund", account.id) && account.holds(currency);
 }
 
+std::optional<OriginalRefusal> LedgerEntryAccess::whyNotRefund(const LedgerTransaction& original,
+                                                               const AccountLookup& account, const Member& member,
+                                                               std::string_view currency)
+{
+    using enum OriginalRefusal;
+    if (original.kind != EntryKind::income)
+        return notIncome;
+    if (std::ranges::find(original.legs, currency, &LedgerLeg::currency) == original.legs.end())
+        return otherCurrency;
+    if (original.reversedBy)
+        return reversed;
+    const bool permitted = std::ranges::all_of(original.legs, [&](const LedgerLeg& leg) {
+        const auto* const known = account(leg.accountID);
+        return known && canRefund(*known, member, leg.currency);
+    });
+    return permitted ? std::nullopt : std::optional{notPermitted};
+}
+
 std::vector<const LedgerTransaction*> LedgerEntryAccess::refundableIncomes(const LedgerSnapshot& snapshot,
                                                                            std::string_view currency)
 {
     std::unordered_map<std::string_view, const Account*> byID;
     for (const auto& account : snapshot.accounts)
         byID.emplace(account.id, &account);
-    const auto mayRefund = [&](const LedgerLeg& leg) {
-        const auto found = byID.find(leg.accountID);
-        return found != byID.end() && canRefund(*found->second, snapshot.currentMember, leg.currency);
+    const AccountLookup lookup = [&](std::string_view id) {
+        const auto found = byID.find(id);
+        return found == byID.end() ? nullptr : found->second;
     };
 
     std::vector<const LedgerTransaction*> incomes;
     for (const auto& entry : snapshot.transactions) {
-        const bool open = entry.kind == EntryKind::income && !entry.reversedBy;
-        if (open && std::ranges::find(entry.legs, currency, &LedgerLeg::currency) != entry.legs.end() &&
-            std::ranges::all_of(entry.legs, mayRefund))
+        if (!whyNotRefund(entry, lookup, snapshot.currentMember, currency))
             incomes.push_back(&entry);
     }
     return incomes;
