@@ -46,3 +46,8 @@ bool Member::hasPermission(std::string_view permission) const
 {
     return permissions && contains(*permissions, permission);
 }
+
+bool Member::managesCompany() const
+{
+    return active && (permissions ? hasPermission("manageCompany") : role == "owner");
+}

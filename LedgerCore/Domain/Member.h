@@ -51,6 +51,9 @@ struct Member {
 
     /// Whether the company-wide permission is listed; false when the member carries no list.
     [[nodiscard]] bool hasPermission(std::string_view permission) const;
+
+    /// Whether an active member administers the company: by permission, or as the owner when no list is carried.
+    [[nodiscard]] bool managesCompany() const;
 };
 BOOST_DESCRIBE_STRUCT(Member, (),
                       (id, userID, name, email, role, accountIDs, locale, active, permissions, accountGrants,
