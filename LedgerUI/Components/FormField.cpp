@@ -1,0 +1,27 @@
+#include "LedgerUI/Components/FormField.h"
+
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/FieldError.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Theme/Space.h"
+
+FormField::FormField(QWidget* field, QWidget* parent) : QWidget{parent}, m_field{field}
+{
+    m_label = new TextLabel(TypeStep::small, Token::text2, this);
+    m_label->setBuddy(field);
+    m_error = new FieldError(field, this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_label);
+    layout->addSpacing(Space::labelToField);
+    layout->addWidget(field);
+    layout->addWidget(m_error);
+}
+
+void FormField::setLabel(const QString& label)
+{
+    m_label->setText(label);
+    m_field->setAccessibleName(label);
+}

@@ -1,0 +1,32 @@
+#include "LedgerUI/Components/TextLabel.h"
+
+#include <QStyle>
+
+TextLabel::TextLabel(TypeStep step, Token tone, QWidget* parent) : QLabel{parent}
+{
+    setFont(TypeScale::font(step));
+    setTextFormat(Qt::PlainText);
+    setTone(tone);
+}
+
+void TextLabel::setTone(Token tone)
+{
+    const auto name = tokenColors()[static_cast<std::size_t>(tone)].name;
+    setProperty("tone", QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())));
+    style()->unpolish(this);
+    style()->polish(this);
+}
+
+void TextLabel::setBold(bool isBold)
+{
+    auto changed = font();
+    changed.setWeight(isBold ? QFont::Bold : QFont::Normal);
+    setFont(changed);
+}
+
+void TextLabel::resizeEvent(QResizeEvent* event)
+{
+    QLabel::resizeEvent(event);
+    if (wordWrap())
+        setMinimumHeight(heightForWidth(width()));
+}

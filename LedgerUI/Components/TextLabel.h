@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QLabel>
+
+#include "LedgerUI/Theme/Token.h"
+#include "LedgerUI/Theme/TypeScale.h"
+
+/// A label of one text step and one of the text colours (text, text2, text3, accent, danger, warn, ok).
+class TextLabel : public QLabel {
+    Q_OBJECT
+public:
+    explicit TextLabel(TypeStep step, Token tone = Token::text, QWidget* parent = nullptr);
+
+    void setTone(Token tone);
+    void setBold(bool isBold);
+
+protected:
+    /// A label that wraps takes the height that its text needs at its width.
+    void resizeEvent(QResizeEvent* event) override;
+};

@@ -1,0 +1,129 @@
+#include "LedgerUI/Theme/Icon.h"
+
+#include <array>
+#include <variant>
+
+#include <QFile>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPixmapCache>
+#include <QSvgRenderer>
+
+#include "LedgerUI/Theme/Theme.h"
+
+namespace {
+
+struct ThemeTint {
+    Token color;
+    Token checked;
+};
+using Tint = std::variant<ThemeTint, QColor>;
+
+QString pathOf(const QString& name)
+{
+    return QStringLiteral(":/icons/%1.svg").arg(name);
+}
+
+QPixmap render(const QString& name, const QColor& color, QSize devicePixels)
+{
+    QFile file{pathOf(name)};
+    QPixmap pixmap{devicePixels};
+    pixmap.fill(Qt::transparent);
+    if (!file.open(QIODevice::ReadOnly))
+        return pixmap;
+    QSvgRenderer renderer{file.readAll().replace("currentColor", color.name(QColor::HexRgb).toLatin1())};
+    QPainter painter{&pixmap};
+    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
+    renderer.render(&painter);
+    return pixmap;
+}
+
+QPixmap cached(const QString& name, const QColor& color, QSize devicePixels)
+{
+    const auto key = QStringLiteral("glyph/%1/%2/%3")
+                         .arg(name, color.name(QColor::HexRgb))
+                         .arg(devicePixels.width() * 10'000 + devicePixels.height());
+    QPixmap pixmap;
+    if (!QPixmapCache::find(key, &pixmap)) {
+        pixmap = render(name, color, devicePixels);
+        QPixmapCache::insert(key, pixmap);
+    }
+    return pixmap;
+}
+
+class GlyphEngine final : public QIconEngine {
+public:
+    GlyphEngine(QString name, Tint tint) : m_name{std::move(name)}, m_tint{std::move(tint)} {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override
+    {
+        const auto ratio = painter->device()->devicePixelRatioF();
+        auto glyph = cached(m_name, colorFor(mode, state), rect.size() * ratio);
+        glyph.setDevicePixelRatio(ratio);
+        painter->drawPixmap(rect, glyph);
+    }
+
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override
+    {
+        return cached(m_name, colorFor(mode, state), size);
+    }
+
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State state, qreal /*scale*/) override
+    {
+        return cached(m_name, colorFor(mode, state), size);
+    }
+
+    QSize actualSize(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override { return size; }
+    QString key() const override { return QStringLiteral("glyph"); }
+    bool isNull() override { return false; }
+    QIconEngine* clone() const override { return new GlyphEngine(*this); }
+
+private:
+    [[nodiscard]] QColor colorFor(QIcon::Mode mode, QIcon::State state) const
+    {
+        const auto& theme = Theme::current();
+        if (mode == QIcon::Disabled)
+            return theme.color(Token::disabled);
+        if (const auto* fixed = std::get_if<QColor>(&m_tint))
+            return *fixed;
+        const auto& tint = std::get<ThemeTint>(m_tint);
+        return theme.color(state == QIcon::On ? tint.checked : tint.color);
+    }
+
+    QString m_name;
+    Tint m_tint;
+};
+
+}
+
+QIcon Icon::of(const QString& name, Token color, Token checked)
+{
+    return QIcon{new GlyphEngine(name, ThemeTint{.color = color, .checked = checked})};
+}
+
+QIcon Icon::of(const QString& name, Token color)
+{
+    return of(name, color, color);
+}
+
+QIcon Icon::of(const QString& name, const QColor& color)
+{
+    return QIcon{new GlyphEngine(name, color)};
+}
+
+QPixmap Icon::pixmap(const QString& name, const QColor& color, int extent, qreal devicePixelRatio)
+{
+    auto glyph = cached(name, color, QSize{extent, extent} * devicePixelRatio);
+    glyph.setDevicePixelRatio(devicePixelRatio);
+    return glyph;
+}
+
+QIcon Icon::mark()
+{
+    return QIcon{QStringLiteral(":/tallyfold/mark.svg")};
+}
+
+bool Icon::exists(const QString& name)
+{
+    return QFile::exists(pathOf(name));
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QColor>
+#include <QIcon>
+#include <QPixmap>
+#include <QString>
+
+#include "LedgerUI/Theme/Token.h"
+
+/// The glyphs of the icon set, by their name in it ("arrow-up-right"), in the colours of the theme in force: an icon
+/// made once follows a change of theme by itself.
+namespace Icon {
+
+/// `checked` colours the icon of a control that is switched on.
+QIcon of(const QString& name, Token color, Token checked);
+QIcon of(const QString& name, Token color = Token::text2);
+
+/// In a fixed colour, for colours that a company chose.
+QIcon of(const QString& name, const QColor& color);
+
+/// One glyph of `extent` logical pixels, sharp at `devicePixelRatio`.
+QPixmap pixmap(const QString& name, const QColor& color, int extent, qreal devicePixelRatio);
+
+/// The application's mark.
+QIcon mark();
+
+/// Whether the icon set has a glyph of this name.
+bool exists(const QString& name);
+
+}
