@@ -1,0 +1,24 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "LedgerCore/Domain/FinancialSettings.h"
+#include "LedgerService/Refusal.h"
+
+/// The days on which entries can be booked. All days are "YYYY-MM-DD".
+namespace BookDays {
+
+/// `day` moved by a number of days.
+std::string shifted(std::string_view day, int days);
+
+/// The first day of the books, once it is confirmed.
+std::optional<std::string> start(const std::optional<FinancialSettings>& settings);
+
+/// What keeps an entry from being booked on the day, or nothing. Members may live a time zone ahead of the service, so
+/// its tomorrow is allowed.
+std::optional<Refusal> whyNot(std::string_view day, std::string_view today,
+                              const std::optional<FinancialSettings>& settings);
+
+}
