@@ -1,0 +1,171 @@
+#include "LedgerService/Books/Books.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Money.h"
+#include "LedgerService/Books/EntryShape.h"
+
+namespace {
+
+auto byID(auto& rows, std::string_view id)
+{
+    const auto found = std::ranges::find(rows, id, [](const auto& row) -> std::string_view { return row.id; });
+    return found == rows.end() ? nullptr : &*found;
+}
+
+template <class Row>
+std::optional<Row> named(const std::vector<Row>& rows, const std::optional<std::string>& id)
+{
+    const auto* const row = EntryShape::isGiven(id) ? byID(rows, *id) : nullptr;
+    return row ? std::optional{*row} : std::nullopt;
+}
+
+std::vector<Account> accountsOf(const LedgerTransaction& entry, const Books& books)
+{
+    std::vector<Account> accounts;
+    for (const auto& leg : entry.legs) {
+        const auto* const account = books.account(leg.accountID);
+        if (account && !byID(accounts, account->id))
+            accounts.push_back(*account);
+    }
+    return accounts;
+}
+
+bool isActiveRefund(const LedgerTransaction& entry)
+{
+    return entry.kind == EntryKind::refund && !entry.reversedBy;
+}
+
+MinorByCurrency refundedOf(const std::string& incomeID, const Books& books)
+{
+    MinorByCurrency refunded;
+    for (const auto& entry : books.entries) {
+        if (!isActiveRefund(entry) || entry.originalTransactionID != incomeID)
+            continue;
+        for (const auto& leg : entry.legs)
+            refunded[leg.currency] -= leg.amountMinor;
+    }
+    return refunded;
+}
+
+std::optional<RefundOriginal> refundOriginal(const TransactionInput& input, const Books& books)
+{
+    auto entry = named(books.entries, input.originalTransactionID);
+    if (!entry)
+        return std::nullopt;
+    auto accounts = accountsOf(*entry, books);
+    auto refunded = refundedOf(entry->id, books);
+    return RefundOriginal{*std::move(entry), std::move(accounts), std::move(refunded)};
+}
+
+bool isReferenceUsed(std::string_view reference, const Books& books)
+{
+    return !reference.empty() && std::ranges::any_of(books.entries, [&](const LedgerTransaction& entry) {
+        return isActiveRefund(entry) && entry.externalReference == reference;
+    });
+}
+
+std::vector<std::string> activeOpenings(std::string_view accountID, std::string_view currency, const Books& books)
+{
+    std::vector<std::string> ids;
+    for (const auto& entry : books.entries) {
+        const bool touches = std::ranges::any_of(
+            entry.legs, [&](const LedgerLeg& leg) { return leg.accountID == accountID && leg.currency == currency; });
+        if (entry.kind == EntryKind::opening && !entry.reversedBy && touches)
+            ids.push_back(entry.id);
+    }
+    return ids;
+}
+
+const Member& actorOf(const BookAct& act, const Books& books)
+{
+    const auto* const member = byID(books.members, act.memberID);
+    require(member != nullptr, "only members act on the books");
+    return *member;
+}
+
+}
+
+const Account* Books::account(std::string_view id) const
+{
+    return byID(accounts, id);
+}
+
+const LedgerTransaction* Books::entry(std::string_view id) const
+{
+    return byID(entries, id);
+}
+
+PostingContext Books::contextOf(const TransactionInput& input, const BookAct& act) const
+{
+    PostingContext context{.entryID = act.entryID,
+                           .today = act.today,
+                           .now = act.now,
+                           .member = actorOf(act, *this),
+                           .settings = settings,
+                           .source = named(accounts, input.sourceAccountID),
+                           .target = named(accounts, input.targetAccountID),
+                           .category = named(categories, input.categoryID),
+                           .original = refundOriginal(input, *this),
+                           .referenceUsed = isReferenceUsed(refundReference(input), *this),
+                           .activeOpeningIDs = {},
+                           .attachments = {}};
+    if (input.kind == EntryKind::opening && context.target)
+        context.activeOpeningIDs = activeOpenings(context.target->id, input.currency, *this);
+    for (const auto& id : input.attachmentIDs) {
+        if (const auto* const attachment = byID(attachments, id))
+            context.attachments.push_back(*attachment);
+    }
+    return context;
+}
+
+ReversalContext Books::contextOf(std::string_view originalID, const BookAct& act) const
+{
+    ReversalContext context{.entryID = act.entryID,
+                            .today = act.today,
+                            .now = act.now,
+                            .member = actorOf(act, *this),
+                            .settings = settings,
+                            .original = std::nullopt,
+                            .accounts = {},
+                            .refundsExist = false};
+    if (const auto* const original = entry(originalID)) {
+        context.original = *original;
+        context.accounts = accountsOf(*original, *this);
+        context.refundsExist = std::ranges::any_of(entries, [&](const LedgerTransaction& each) {
+            return isActiveRefund(each) && each.originalTransactionID == originalID;
+        });
+    }
+    return context;
+}
+
+std::expected<void, Refusal> Books::record(const TransactionInput& input, const BookAct& act)
+{
+    auto change = decide(input, contextOf(input, act));
+    if (!change)
+        return std::unexpected(std::move(change.error()));
+    apply(*change);
+    return {};
+}
+
+std::expected<void, Refusal> Books::reverse(std::string_view originalID, const Reversal& command, const BookAct& act)
+{
+    auto change = decide(command, contextOf(originalID, act));
+    if (!change)
+        return std::unexpected(std::move(change.error()));
+    apply(*change);
+    return {};
+}
+
+void Books::apply(const EntryChange& change)
+{
+    for (const auto& balance : change.balances)
+        byID(accounts, balance.accountID)->balances[balance.currency] = balance.balanceMinor;
+    for (const auto& id : change.entry.attachmentIDs)
+        byID(attachments, id)->transactionID = change.entry.id;
+    if (change.entry.reversalOf)
+        byID(entries, *change.entry.reversalOf)->reversedBy = change.entry.id;
+    entries.push_back(change.entry);
+}

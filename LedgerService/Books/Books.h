@@ -1,0 +1,51 @@
+#pragma once
+
+#include <expected>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "LedgerCore/Domain/Account.h"
+#include "LedgerCore/Domain/Attachment.h"
+#include "LedgerCore/Domain/Category.h"
+#include "LedgerCore/Domain/FinancialSettings.h"
+#include "LedgerCore/Domain/LedgerTransaction.h"
+#include "LedgerCore/Domain/Member.h"
+#include "LedgerService/Books/EntryChange.h"
+#include "LedgerService/Books/PostingContext.h"
+#include "LedgerService/Books/ReversalContext.h"
+
+/// Who does something to the books, and when.
+struct BookAct {
+    std::string entryID; // for the entry to append
+    std::string memberID;
+    std::string today; // "YYYY-MM-DD"
+    std::string now;   // stamp of recording
+};
+
+/// One company's books in memory, whole. The service keeps them in its database; this form serves checks of all that is
+/// recorded, and generated books.
+struct Books {
+    std::vector<Member> members;
+    std::vector<Account> accounts;
+    std::vector<Category> categories;
+    std::vector<LedgerTransaction> entries; // in the order of recording
+    std::vector<Attachment> attachments;
+    std::optional<FinancialSettings> settings;
+
+    bool operator==(const Books&) const = default;
+
+    [[nodiscard]] const Account* account(std::string_view id) const;
+    [[nodiscard]] const LedgerTransaction* entry(std::string_view id) const;
+
+    /// The rows that the command names. The acting member is one of `members`.
+    [[nodiscard]] PostingContext contextOf(const TransactionInput& input, const BookAct& act) const;
+    [[nodiscard]] ReversalContext contextOf(std::string_view originalID, const BookAct& act) const;
+
+    /// Decides the command and applies what was decided; the recorded entry is the last of `entries`.
+    std::expected<void, Refusal> record(const TransactionInput& input, const BookAct& act);
+    std::expected<void, Refusal> reverse(std::string_view originalID, const Reversal& command, const BookAct& act);
+
+    void apply(const EntryChange& change);
+};
