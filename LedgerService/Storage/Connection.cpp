@@ -1,0 +1,52 @@
+#include "LedgerService/Storage/Connection.h"
+
+#include <soci/sqlite3/soci-sqlite3.h>
+
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerService/Storage/ConnectionState.h"
+
+namespace {
+
+/// Seconds that a writer waits for another process before it gives up.
+constexpr auto busySeconds = "10";
+
+std::string connectString(const std::string& file)
+{
+    return "dbname=\"" + file + "\" timeout=" + busySeconds;
+}
+
+}
+
+PreparedStatement::PreparedStatement(soci::session& session, std::string_view sql) : statement(session)
+{
+    statement.alloc();
+    statement.prepare(std::string{sql});
+}
+
+Connection::State::State(const std::string& file) : session(soci::sqlite3, connectString(file))
+{
+    session << "PRAGMA journal_mode = WAL";
+    session << "PRAGMA synchronous = FULL";
+    session << "PRAGMA foreign_keys = ON";
+    session << "PRAGMA temp_store = MEMORY";
+}
+
+PreparedStatement& Connection::State::prepared(std::string_view sql)
+{
+    auto found = statements.find(sql);
+    if (found == statements.end()) {
+        auto made = std::make_unique<PreparedStatement>(session, sql);
+        found = statements.emplace(texts.emplace_back(sql), std::move(made)).first;
+    }
+    require(!found->second->inUse, "a statement is not run inside itself");
+    return *found->second;
+}
+
+Connection::Connection(const std::string& file) : m_state(std::make_unique<State>(file)) {}
+
+Connection::~Connection() = default;
+
+void Connection::execute(const std::string& statement)
+{
+    m_state->session << statement;
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+/// One connection to the database, with the statements that it has prepared. Used by one thread at a time.
+/// A database that fails (disk full, file damaged) throws `soci::soci_error`; the HTTP room turns that into a 500.
+class Connection {
+public:
+    /// Opens or makes the SQLite file; every commit on it is durable before it returns.
+    explicit Connection(const std::string& file);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// Runs a statement that has no parameters and gives no rows, such as those of migrations.
+    void execute(const std::string& statement);
+
+    struct State;
+    [[nodiscard]] State& state() { return *m_state; }
+
+private:
+    std::unique_ptr<State> m_state;
+};

@@ -1,0 +1,49 @@
+#include "LedgerService/Storage/Database.h"
+
+#include <exception>
+
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/Migrations.h"
+
+Database::Database(std::string file) : m_file(std::move(file)) {}
+
+Database::~Database() = default;
+
+std::expected<std::unique_ptr<Database>, std::string> Database::open(const std::string& file)
+{
+    if (file.empty() || file.find('"') != std::string::npos)
+        return std::unexpected("the name of the database file is empty or holds a quotation mark");
+    try {
+        std::unique_ptr<Database> database{new Database(file)};
+        const auto connection = database->borrow();
+        if (const auto refused = Migrations::apply(*connection))
+            return std::unexpected(*refused);
+        return database;
+    } catch (const std::exception& failure) {
+        return std::unexpected("cannot open " + file + ": " + failure.what());
+    }
+}
+
+Database::Loan Database::borrow()
+{
+    {
+        const std::lock_guard guard{m_guard};
+        if (!m_idle.empty()) {
+            auto connection = std::move(m_idle.back());
+            m_idle.pop_back();
+            return {*this, std::move(connection)};
+        }
+    }
+    return {*this, std::make_unique<Connection>(m_file)};
+}
+
+Database::Loan::Loan(Database& database, std::unique_ptr<Connection> connection)
+    : m_database(database), m_connection(std::move(connection))
+{
+}
+
+Database::Loan::~Loan()
+{
+    const std::lock_guard guard{m_database.m_guard};
+    m_database.m_idle.push_back(std::move(m_connection));
+}

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <expected>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+class Connection;
+
+/// The service's database: its connections, one lent to each request at a time. Shared by all threads.
+class Database {
+public:
+    /// Opens the file and brings its schema up to date, or says in words why not.
+    static std::expected<std::unique_ptr<Database>, std::string> open(const std::string& file);
+    ~Database();
+
+    /// A connection on loan; it goes back when this is gone.
+    class Loan {
+    public:
+        Loan(Database& database, std::unique_ptr<Connection> connection);
+        ~Loan();
+        Loan(const Loan&) = delete;
+        Loan& operator=(const Loan&) = delete;
+        Connection& operator*() const { return *m_connection; }
+
+    private:
+        Database& m_database;
+        std::unique_ptr<Connection> m_connection;
+    };
+    [[nodiscard]] Loan borrow();
+
+    /// Held while writing: the threads of one process queue here instead of polling the file's lock.
+    [[nodiscard]] std::unique_lock<std::mutex> queueToWrite() { return std::unique_lock{m_writing}; }
+
+private:
+    explicit Database(std::string file);
+
+    std::string m_file;
+    std::mutex m_writing;
+    std::mutex m_guard;
+    std::vector<std::unique_ptr<Connection>> m_idle;
+};
