@@ -5,13 +5,13 @@
 #include <QAccessible>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QStyle>
 
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Presentation/DialogWords.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/StyleProperty.h"
 
 namespace {
 
@@ -55,9 +55,7 @@ void Banner::present(Kind kind, const QString& text)
 {
     m_kind = kind;
     const auto& look = lookOf(kind);
-    setProperty("banner", QString::fromLatin1(look.name));
-    style()->unpolish(this);
-    style()->polish(this);
+    setStyleProperty(this, "banner", QString::fromLatin1(look.name));
     m_glyph->setGlyph(QString::fromLatin1(look.glyph), look.color);
     m_text->setText(text);
     nameForReaders();

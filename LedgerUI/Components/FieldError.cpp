@@ -1,11 +1,11 @@
 #include "LedgerUI/Components/FieldError.h"
 
 #include <QHBoxLayout>
-#include <QStyle>
 
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/StyleProperty.h"
 
 FieldError::FieldError(QWidget* field, QWidget* parent) : QWidget{parent}, m_field{field}
 {
@@ -27,10 +27,8 @@ void FieldError::present(const QString& message)
     setVisible(!message.isEmpty());
     if (!m_field)
         return;
-    m_field->setProperty("invalid", !message.isEmpty());
+    setStyleProperty(m_field, "invalid", !message.isEmpty());
     m_field->setAccessibleDescription(message);
-    m_field->style()->unpolish(m_field);
-    m_field->style()->polish(m_field);
 }
 
 QString FieldError::message() const

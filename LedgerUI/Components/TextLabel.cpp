@@ -1,6 +1,6 @@
 #include "LedgerUI/Components/TextLabel.h"
 
-#include <QStyle>
+#include "LedgerUI/Theme/StyleProperty.h"
 
 TextLabel::TextLabel(TypeStep step, Token tone, QWidget* parent) : QLabel{parent}
 {
@@ -12,9 +12,7 @@ TextLabel::TextLabel(TypeStep step, Token tone, QWidget* parent) : QLabel{parent
 void TextLabel::setTone(Token tone)
 {
     const auto name = tokenColors()[static_cast<std::size_t>(tone)].name;
-    setProperty("tone", QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())));
-    style()->unpolish(this);
-    style()->polish(this);
+    setStyleProperty(this, "tone", QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())));
 }
 
 void TextLabel::setBold(bool isBold)

@@ -1,0 +1,196 @@
+#include "LedgerUI/Components/FormDialog.h"
+
+#include <algorithm>
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Banner.h"
+#include "LedgerUI/Components/MessageDialog.h"
+#include "LedgerUI/Components/PrimaryButton.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/DialogWords.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/KeyBindings.h"
+#include "LedgerUI/Theme/Space.h"
+
+FormDialog::FormDialog(QWidget* parent) : QDialog{parent}
+{
+    setWindowModality(Qt::WindowModal);
+    m_banner = new Banner(Banner::Kind::error, this);
+    m_scroll = new QScrollArea(this);
+    m_scroll->setObjectName(QStringLiteral("formScroll"));
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+
+    auto* main = new QVBoxLayout;
+    main->setContentsMargins(0, 0, 0, 0);
+    main->setSpacing(0);
+    auto* bannerRow = new QHBoxLayout;
+    bannerRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, 0);
+    bannerRow->addWidget(m_banner);
+    main->addSpacing(Space::step4);
+    main->addLayout(bannerRow);
+    main->addWidget(m_scroll, 1);
+    m_columns = new QHBoxLayout;
+    m_columns->setSpacing(0);
+    m_columns->addLayout(main, 1);
+
+    buildFoot();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(m_columns, 1);
+    layout->addWidget(m_foot);
+    for (const auto& keys : KeyBindings::keys(Command::confirmForm))
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, &FormDialog::confirm);
+    retranslate();
+}
+
+void FormDialog::buildFoot()
+{
+    auto* foot = new QFrame(this);
+    foot->setObjectName(QStringLiteral("dialogFoot"));
+    foot->setFixedHeight(Space::dialogFoot);
+    m_foot = foot;
+    m_note = new TextLabel(TypeStep::small, Token::text2, foot);
+    m_cancel = new QPushButton(foot);
+    m_cancel->setObjectName(QStringLiteral("formCancel"));
+    m_cancel->setAutoDefault(false);
+    m_confirm = new PrimaryButton(foot);
+    m_confirm->setObjectName(QStringLiteral("formConfirm"));
+    m_confirm->setAutoDefault(false);
+    connect(m_cancel, &QPushButton::clicked, this, &FormDialog::reject);
+    connect(m_confirm, &QPushButton::clicked, this, &FormDialog::confirm);
+    m_footRow = new QHBoxLayout(foot);
+    m_footRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, 0);
+    m_footRow->setSpacing(Space::step2);
+    m_footRow->addWidget(m_note);
+    m_footRow->addStretch(1);
+    m_footRow->addWidget(m_cancel);
+    m_footRow->addWidget(m_confirm);
+}
+
+void FormDialog::setBody(QWidget* body, int width)
+{
+    m_bodyWidth = width;
+    m_scroll->setWidget(body);
+}
+
+void FormDialog::setAside(QWidget* aside, int width)
+{
+    aside->setObjectName(QStringLiteral("dialogAside"));
+    aside->setFixedWidth(width);
+    m_aside = aside;
+    m_columns->addWidget(aside);
+}
+
+void FormDialog::setNote(const QString& note)
+{
+    m_note->setText(note);
+}
+
+void FormDialog::setTertiary(QWidget* button)
+{
+    m_footRow->insertWidget(0, button);
+}
+
+void FormDialog::setConfirmText(const QString& text)
+{
+    m_confirmText = text;
+    if (!m_isBusy)
+        m_confirm->setText(text);
+}
+
+void FormDialog::setConfirmVisible(bool isVisible)
+{
+    m_confirm->setVisible(isVisible);
+}
+
+void FormDialog::setHasChanges(std::function<bool()> hasChanges)
+{
+    m_hasChanges = std::move(hasChanges);
+}
+
+void FormDialog::setLeaveQuestion(const QString& title, const QString& text, const QString& leave, const QString& stay)
+{
+    m_leaveTexts = {.title = title, .text = text, .leave = leave, .stay = stay};
+}
+
+void FormDialog::setBusy(bool isBusy, Leaving leaving)
+{
+    m_isBusy = isBusy;
+    m_mayLeave = !isBusy || leaving == Leaving::allowed;
+    if (auto* body = m_scroll->widget())
+        body->setEnabled(!isBusy);
+    if (m_aside)
+        m_aside->setEnabled(!isBusy);
+    m_confirm->setEnabled(!isBusy);
+    m_confirm->setText(isBusy ? word(dialogWords(), "busy") : m_confirmText);
+    m_cancel->setEnabled(m_mayLeave);
+}
+
+void FormDialog::reject()
+{
+    if (!m_mayLeave)
+        return;
+    if (!m_hasChanges || !m_hasChanges()) {
+        leave();
+        return;
+    }
+    const auto orUsual = [](const QString& text, std::string_view key) {
+        return text.isEmpty() ? word(dialogWords(), key) : text;
+    };
+    MessageDialog::ask({.title = orUsual(m_leaveTexts.title, "discardTitle"),
+                        .text = orUsual(m_leaveTexts.text, "discardBody"),
+                        .confirm = orUsual(m_leaveTexts.leave, "discard"),
+                        .cancel = orUsual(m_leaveTexts.stay, "keepEditing")},
+                       this, [this] { leave(); });
+}
+
+void FormDialog::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QDialog::changeEvent(event);
+}
+
+void FormDialog::showEvent(QShowEvent* event)
+{
+    fitWindow();
+    QDialog::showEvent(event);
+}
+
+void FormDialog::confirm()
+{
+    if (!m_isBusy && m_confirm->isVisible() && m_confirm->isEnabled())
+        Q_EMIT confirmed();
+}
+
+void FormDialog::fitWindow()
+{
+    const auto* body = m_scroll->widget();
+    if (!body)
+        return;
+    const int asideWidth = m_aside ? m_aside->width() : 0;
+    const int width = std::min(m_bodyWidth + asideWidth, Space::dialogMaximumWidth);
+    const int bodyWidth = width - asideWidth;
+    const int wanted = body->layout() && body->layout()->hasHeightForWidth() ? body->layout()->heightForWidth(bodyWidth)
+                                                                             : body->sizeHint().height();
+    const int above = Space::step4 + (m_banner->isHidden() ? 0 : m_banner->sizeHint().height());
+    const int asideHeight = m_aside ? m_aside->sizeHint().height() : 0;
+    const auto* behind = parentWidget() ? parentWidget()->window() : nullptr;
+    const int room = behind ? behind->height() : wanted + above + Space::dialogFoot;
+    resize(width, std::min(std::max(wanted + above, asideHeight) + Space::dialogFoot, room));
+}
+
+void FormDialog::retranslate()
+{
+    m_cancel->setText(word(dialogWords(), "cancel"));
+    if (m_isBusy)
+        m_confirm->setText(word(dialogWords(), "busy"));
+}

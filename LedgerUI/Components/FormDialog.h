@@ -1,0 +1,85 @@
+#pragma once
+
+#include <functional>
+
+#include <QDialog>
+
+class Banner;
+class PrimaryButton;
+class QHBoxLayout;
+class QPushButton;
+class QScrollArea;
+class TextLabel;
+
+/// The frame of every form: a body that scrolls when it must, a banner above it, and a foot with Cancel and the one
+/// action. Ctrl+Return confirms; Esc, Cancel and the close button ask first when the draft has changed.
+class FormDialog : public QDialog {
+    Q_OBJECT
+public:
+    /// Whether Cancel stays usable while the request runs; blocked where leaving could lose its outcome.
+    enum class Leaving { allowed, blocked };
+
+    explicit FormDialog(QWidget* parent);
+
+    /// The form itself, at its left `width` pixels wide; the dialog is never wider than Space::dialogMaximumWidth.
+    void setBody(QWidget* body, int width);
+    /// A second column at the right, on its own ground.
+    void setAside(QWidget* aside, int width);
+    /// At the left of the foot: a quiet line of text, or an action beside the main ones.
+    void setNote(const QString& note);
+    void setTertiary(QWidget* button);
+    void setConfirmText(const QString& text);
+    void setConfirmVisible(bool isVisible);
+    /// Answers whether leaving would lose something.
+    void setHasChanges(std::function<bool()> hasChanges);
+    /// Texts of the question asked before leaving, where the usual ones do not fit.
+    void setLeaveQuestion(const QString& title, const QString& text, const QString& leave, const QString& stay);
+
+    /// Disables the fields and shows the busy text on the main button.
+    void setBusy(bool isBusy, Leaving leaving = Leaving::allowed);
+    [[nodiscard]] bool isBusy() const { return m_isBusy; }
+
+    [[nodiscard]] Banner& banner() const { return *m_banner; }
+    [[nodiscard]] PrimaryButton& confirmButton() const { return *m_confirm; }
+    [[nodiscard]] QPushButton& cancelButton() const { return *m_cancel; }
+
+    /// Leaves without asking.
+    void leave() { QDialog::reject(); }
+    void reject() override;
+
+Q_SIGNALS:
+    void confirmed();
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void buildFoot();
+    void confirm();
+    void fitWindow();
+    void retranslate();
+
+    struct LeaveTexts {
+        QString title;
+        QString text;
+        QString leave;
+        QString stay;
+    };
+
+    QHBoxLayout* m_columns = nullptr;
+    QScrollArea* m_scroll = nullptr;
+    Banner* m_banner = nullptr;
+    QWidget* m_aside = nullptr;
+    QWidget* m_foot = nullptr;
+    QHBoxLayout* m_footRow = nullptr;
+    TextLabel* m_note = nullptr;
+    QPushButton* m_cancel = nullptr;
+    PrimaryButton* m_confirm = nullptr;
+    QString m_confirmText;
+    std::function<bool()> m_hasChanges;
+    LeaveTexts m_leaveTexts;
+    int m_bodyWidth = 0;
+    bool m_isBusy = false;
+    bool m_mayLeave = true;
+};

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QWidget>
+
+class PrimaryButton;
+class QAction;
+class QMenu;
+
+/// A main action with an arrow that opens a menu of its variants.
+class SplitButton final : public QWidget {
+    Q_OBJECT
+public:
+    explicit SplitButton(QWidget* parent = nullptr);
+
+    /// Text, enabled state and tool tip of the button follow the action.
+    void setAction(QAction* action);
+    void setMenu(QMenu* menu);
+    void setGlyph(const QString& glyph);
+    /// What readers call the arrow.
+    void setMenuName(const QString& name);
+
+    [[nodiscard]] PrimaryButton& mainButton() const { return *m_main; }
+    [[nodiscard]] PrimaryButton& menuButton() const { return *m_arrow; }
+
+private:
+    void follow(const QAction* action);
+
+    PrimaryButton* m_main = nullptr;
+    PrimaryButton* m_arrow = nullptr;
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QFrame>
+
+class QToolButton;
+class TextLabel;
+
+/// The bottom strip of the workspace: when the data was last refreshed (a click refreshes), how much is visible, and at
+/// the right what the page wants to say.
+class StatusBar final : public QFrame {
+    Q_OBJECT
+public:
+    enum class Freshness { fresh, stale };
+
+    explicit StatusBar(QWidget* parent = nullptr);
+
+    void setRefreshText(const QString& text, Freshness freshness);
+    void setRefreshEnabled(bool isEnabled);
+    void setCount(const QString& text);
+    /// `figure` follows in bold.
+    void setContext(const QString& text, const QString& figure);
+
+Q_SIGNALS:
+    void refreshRequested();
+
+private:
+    void announce();
+
+    QToolButton* m_refresh = nullptr;
+    TextLabel* m_count = nullptr;
+    TextLabel* m_context = nullptr;
+    TextLabel* m_figure = nullptr;
+};

@@ -1,0 +1,146 @@
+#include "LedgerUI/Presentation/DayText.h"
+
+#include <array>
+#include <string>
+
+#include <fmt/format.h>
+
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/WordTable.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+
+namespace {
+
+// %1 day of the month, %2 month, %3 year, %4 weekday.
+const WordTable& patterns()
+{
+    static const WordTable words{
+        {"shortDay", "%2%1日", "%1 %2", "%1 %2", "%1 %2"},
+        {"longDay", "%3年%2%1日", "%1 %2 %3", "%1 %2, %3", "%1 %2 %3"},
+        {"weekdayAndDay", "%3年%2%1日 %4", "%4, %1 %2 %3", "%4, %1 %2, %3", "%4 %1 %2 %3"},
+        {"month", "%3年%2", "%2 %3", "%2 năm %3", "%2 %3"},
+        {"year", "%3年", "%3", "%3", "%3"},
+        {"timeOfDay", "%1:%2", "%1.%2", "%1:%2", "%1:%2"},
+    };
+    return words;
+}
+
+// Keys are the two digits of the month; Vietnamese and Chinese count theirs.
+const WordTable& longMonths()
+{
+    static const WordTable words{
+        {"01", "1月", "Januari", "tháng 1", "January"},
+        {"02", "2月", "Februari", "tháng 2", "February"},
+        {"03", "3月", "Maret", "tháng 3", "March"},
+        {"04", "4月", "April", "tháng 4", "April"},
+        {"05", "5月", "Mei", "tháng 5", "May"},
+        {"06", "6月", "Juni", "tháng 6", "June"},
+        {"07", "7月", "Juli", "tháng 7", "July"},
+        {"08", "8月", "Agustus", "tháng 8", "August"},
+        {"09", "9月", "September", "tháng 9", "September"},
+        {"10", "10月", "Oktober", "tháng 10", "October"},
+        {"11", "11月", "November", "tháng 11", "November"},
+        {"12", "12月", "Desember", "tháng 12", "December"},
+    };
+    return words;
+}
+
+const WordTable& shortMonths()
+{
+    static const WordTable words{
+        {"01", "1月", "Jan", "thg 1", "Jan"},   {"02", "2月", "Feb", "thg 2", "Feb"},
+        {"03", "3月", "Mar", "thg 3", "Mar"},   {"04", "4月", "Apr", "thg 4", "Apr"},
+        {"05", "5月", "Mei", "thg 5", "May"},   {"06", "6月", "Jun", "thg 6", "Jun"},
+        {"07", "7月", "Jul", "thg 7", "Jul"},   {"08", "8月", "Agu", "thg 8", "Aug"},
+        {"09", "9月", "Sep", "thg 9", "Sep"},   {"10", "10月", "Okt", "thg 10", "Oct"},
+        {"11", "11月", "Nov", "thg 11", "Nov"}, {"12", "12月", "Des", "thg 12", "Dec"},
+    };
+    return words;
+}
+
+// Keys count from Sunday.
+const WordTable& weekdays()
+{
+    static const WordTable words{
+        {"0", "周日", "Min", "CN", "Sun"}, {"1", "周一", "Sen", "T2", "Mon"}, {"2", "周二", "Sel", "T3", "Tue"},
+        {"3", "周三", "Rab", "T4", "Wed"}, {"4", "周四", "Kam", "T5", "Thu"}, {"5", "周五", "Jum", "T6", "Fri"},
+        {"6", "周六", "Sab", "T7", "Sat"},
+    };
+    return words;
+}
+
+std::string_view monthName(const WordTable& months, std::chrono::month month, std::string_view locale)
+{
+    return months.text(fmt::format("{:02}", static_cast<unsigned>(month)), locale);
+}
+
+std::string_view weekdayName(std::chrono::weekday weekday, std::string_view locale)
+{
+    return weekdays().text(std::to_string(weekday.c_encoding()), locale);
+}
+
+QString written(std::string_view pattern, std::string_view dayText, const WordTable& months, std::string_view locale)
+{
+    const auto day = LedgerDay::parse(dayText);
+    if (!day)
+        return qString(dayText);
+    const auto number = std::to_string(static_cast<unsigned>(day->day()));
+    const auto year = std::to_string(static_cast<int>(day->year()));
+    const std::chrono::weekday weekday{std::chrono::sys_days{*day}};
+    return qString(patterns().filled(
+        pattern, locale, {number, monthName(months, day->month(), locale), year, weekdayName(weekday, locale)}));
+}
+
+// Vietnamese months stand in small letters inside a sentence, in a capital one alone.
+QString standingAlone(QString text)
+{
+    if (!text.isEmpty())
+        text[0] = text[0].toUpper();
+    return text;
+}
+
+}
+
+QString DayText::shortDay(std::string_view day, std::string_view locale)
+{
+    return written("shortDay", day, shortMonths(), locale);
+}
+
+QString DayText::longDay(std::string_view day, std::string_view locale)
+{
+    return written("longDay", day, longMonths(), locale);
+}
+
+QString DayText::weekdayAndDay(std::string_view day, std::string_view locale)
+{
+    return written("weekdayAndDay", day, longMonths(), locale);
+}
+
+QString DayText::month(std::chrono::year_month month, std::string_view locale)
+{
+    const auto year = std::to_string(static_cast<int>(month.year()));
+    return standingAlone(
+        qString(patterns().filled("month", locale, {"", monthName(longMonths(), month.month(), locale), year})));
+}
+
+QString DayText::shortMonth(std::chrono::month month, std::string_view locale)
+{
+    return standingAlone(qString(monthName(shortMonths(), month, locale)));
+}
+
+QString DayText::year(std::chrono::year year, std::string_view locale)
+{
+    return qString(patterns().filled("year", locale, {"", "", std::to_string(static_cast<int>(year))}));
+}
+
+QString DayText::shortWeekday(std::chrono::weekday weekday, std::string_view locale)
+{
+    return qString(weekdayName(weekday, locale));
+}
+
+QString DayText::timeOfDay(std::string_view time, std::string_view locale)
+{
+    if (time.size() != 5)
+        return qString(time);
+    return qString(patterns().filled("timeOfDay", locale, {time.substr(0, 2), time.substr(3)}));
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <chrono>
+#include <string_view>
+
+#include <QString>
+
+/// Days, months and times of day as each language writes them. Days are "YYYY-MM-DD"; a text that is no day is shown
+/// as it stands. `locale` is one of AppLanguage::supportedLocales.
+namespace DayText {
+
+/// "20 Nov", "11月20日", "20 thg 11".
+QString shortDay(std::string_view day, std::string_view locale);
+
+/// "20 November 2026", "2026年11月20日".
+QString longDay(std::string_view day, std::string_view locale);
+
+/// "Thu 19 November 2026", "2026年11月19日 周四".
+QString weekdayAndDay(std::string_view day, std::string_view locale);
+
+/// "November 2026", "2026年11月", "Tháng 11 năm 2026".
+QString month(std::chrono::year_month month, std::string_view locale);
+
+/// "Nov", "11月", "Thg 11".
+QString shortMonth(std::chrono::month month, std::string_view locale);
+
+/// "2026", "2026年".
+QString year(std::chrono::year year, std::string_view locale);
+
+/// "Thu", "周四", "T5".
+QString shortWeekday(std::chrono::weekday weekday, std::string_view locale);
+
+/// A time of day from "HH:MM": "14:32", in Indonesian "14.32".
+QString timeOfDay(std::string_view time, std::string_view locale);
+
+}

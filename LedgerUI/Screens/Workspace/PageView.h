@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QList>
+#include <QWidget>
+
+/// One page of the workspace. It observes the store by itself; the workspace asks it what to say in the status bar and
+/// where F6 may go.
+class PageView : public QWidget {
+    Q_OBJECT
+public:
+    using QWidget::QWidget;
+
+    /// Where the focus goes, pane by pane, in reading order. The first one takes it when the page opens.
+    [[nodiscard]] virtual QList<QWidget*> panes() const = 0;
+
+    /// The right end of the status bar: a quiet text, then a figure in bold.
+    struct StatusContext {
+        QString text;
+        QString figure;
+    };
+    [[nodiscard]] virtual StatusContext statusContext() const { return {}; }
+
+Q_SIGNALS:
+    void statusContextChanged();
+};
