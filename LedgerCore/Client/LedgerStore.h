@@ -1,5 +1,8 @@
 #pragma once
 
+#include <chrono>
+#include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,6 +13,7 @@
 #include <QObject>
 
 #include "LedgerCore/Client/Failure.h"
+#include "LedgerCore/Client/HttpSession.h"
 #include "LedgerCore/Domain/LedgerSnapshot.h"
 #include "LedgerCore/Domain/TransactionInput.h"
 
@@ -18,6 +22,7 @@ class Clock;
 class IdentifierSource;
 class LanguageDefaults;
 class SessionCredentialStore;
+struct APIRequest;
 struct PendingCompanyRegistration;
 
 /// The one stateful object of the client: session, snapshot and what the interface shows meanwhile. Screens observe
@@ -31,6 +36,7 @@ public:
         LanguageDefaults& languageDefaults;
         Clock& clock;
         IdentifierSource& identifiers;
+        TransferLimits limits = {};
     };
 
     LedgerStore(std::string baseURL, Environment environment, QObject* parent = nullptr);
@@ -41,6 +47,8 @@ public:
     [[nodiscard]] const std::optional<std::string>& errorMessage() const { return m_errorMessage; }
     [[nodiscard]] const std::optional<std::string>& noticeMessage() const { return m_noticeMessage; }
     [[nodiscard]] bool isDemo() const { return m_isDemo; }
+    /// A company application that awaits review; null without one.
+    [[nodiscard]] std::shared_ptr<const PendingCompanyRegistration> pendingCompanyRegistration() const;
     [[nodiscard]] const std::optional<std::string>& preferredAppLocale() const { return m_preferredAppLocale; }
     [[nodiscard]] const std::string& serverURL() const { return m_endpoint; }
 
@@ -53,20 +61,41 @@ public:
     /// A fresh idempotency key.
     [[nodiscard]] std::string newIdentifier();
 
+    // What the signed-in member may do; all false while signed out.
+    [[nodiscard]] bool canViewCompany() const;
+    [[nodiscard]] bool canManage() const;
+    [[nodiscard]] bool canExport() const;
+    [[nodiscard]] bool canRecord() const;
+    [[nodiscard]] bool can(std::string_view action, std::string_view accountID) const;
+
+    /// Whether the member chose the category for quick entry.
+    [[nodiscard]] bool isCategorySelected(std::string_view id) const;
+
     void setAppLanguage(std::optional<std::string> code);
+    /// Heeded only while signed out and idle.
     void setServerURL(std::string address);
     /// Clears `errorMessage` and `noticeMessage`.
     void dismissMessages();
+    /// Gives the running operation up; it ends as `Cancelled`.
+    void cancel();
 
     /// What the user reads about a failure, in `locale` or else the language in force.
     [[nodiscard]] std::string friendly(const Failure& failure, std::optional<std::string> locale = {}) const;
+    /// Runs a screen's own work and publishes its failure.
+    QCoro::Task<void> perform(std::function<QCoro::Task<Result<void>>()> work);
 
     QCoro::Task<Result<void>> refresh(bool publishError);
+    /// Does nothing while another operation runs.
     QCoro::Task<Result<void>> refreshFromUser();
+    /// Signs in with the kept session, once a process.
+    QCoro::Task<Result<void>> restoreSession();
     QCoro::Task<Result<void>> login(std::string email, std::string password);
     QCoro::Task<Result<void>> startDemo(std::optional<std::string> locale, std::string profile);
+    /// Succeeds even when the service cannot be told.
     QCoro::Task<Result<void>> logout();
+    /// Succeeds once the entry is recorded; that it could not be reloaded is then published.
     QCoro::Task<Result<void>> postTransaction(TransactionInput input, bool publishError);
+    /// Repeats an unconfirmed earlier request for the same entry as it stood.
     QCoro::Task<Result<void>> reverseTransaction(std::string id, std::string reason);
 
 Q_SIGNALS:
@@ -75,18 +104,77 @@ Q_SIGNALS:
     void errorMessageChanged();
     void noticeMessageChanged();
     void isDemoChanged();
+    void pendingCompanyRegistrationChanged();
     void preferredAppLocaleChanged();
     void endpointChanged();
     void lastRefreshChanged();
 
 private:
+    enum class Publishing { off, on };
+    enum class Session { regular, demonstration };
+
+    /// A snapshot fresh from the service, and whether it equals the one that was held when it came.
+    struct LoadedSnapshot {
+        SnapshotPointer fresh;
+        SnapshotPointer held;
+        bool isSame = false;
+    };
+
+    static Publishing publishing(bool publishError) { return publishError ? Publishing::on : Publishing::off; }
+
+    // One at a time, with `isBusy`, the end of expired sessions and the message of a failure.
+    QCoro::Task<Result<void>> operation(Publishing publishing, std::function<QCoro::Task<Result<void>>()> work);
+
+    // Requests. After a suspension the store may be gone: these then end as `Cancelled`, and so must their callers
+    // without touching the store.
+    std::expected<APIClient, Failure> client();
+    std::expected<APIRequest, Failure> authorized(APIRequest request) const;
+    QCoro::Task<Result<std::string>> exchange(APIRequest request);
+    QCoro::Task<Result<LoadedSnapshot>> readSnapshot(std::string body);
+
+    // Pieces of work that run inside `operation`.
+    QCoro::Task<Result<void>> load();
+    QCoro::Task<Result<void>> mutate(APIRequest request);
+    QCoro::Task<Result<void>> submit(APIRequest request);
+    QCoro::Task<Result<void>> authenticate(std::string path, std::string body, Session session);
+    QCoro::Task<Result<void>> restore();
+    QCoro::Task<Result<void>> endSession();
+    QCoro::Task<Result<void>> sendReversal(std::string id, std::string reason);
+    QCoro::Task<Result<void>> clearExpiredSession(Failure failure);
+    QCoro::Task<Result<void>> keepSession();
+
+    void awaitReview(PendingCompanyRegistration pending);
+    void clearMemory();
+    void publish(const Failure& failure);
+    [[nodiscard]] bool permits(std::string_view permission) const;
+
+    template <class Value>
+    void assign(Value& field, Value value, void (LedgerStore::*changed)());
+    void replaceSnapshot(LoadedSnapshot loaded);
+    void setSnapshot(SnapshotPointer snapshot);
+
     SnapshotPointer m_snapshot;
     bool m_isBusy = false;
     std::optional<std::string> m_errorMessage;
     std::optional<std::string> m_noticeMessage;
     bool m_isDemo = false;
+    std::shared_ptr<const PendingCompanyRegistration> m_pendingCompanyRegistration;
     std::optional<std::string> m_preferredAppLocale;
     std::string m_endpoint;
     std::optional<std::chrono::system_clock::time_point> m_lastRefresh;
     Environment m_environment;
+
+    std::optional<std::string> m_token;
+    bool m_restored = false;
+    std::map<std::string, Reversal> m_reversalRequests; // by entry, until the service has accepted them
+    std::unique_ptr<APIClient> m_cachedClient;
 };
+
+template <class Value>
+void LedgerStore::assign(Value& field, Value value, void (LedgerStore::*changed)())
+{
+    if (field == value)
+        return;
+    field = std::move(value);
+    Q_EMIT(this->*changed)();
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <chrono>
+#include <expected>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <QCoro/QCoroTask>
+#include <QPointer>
+
+class QNetworkAccessManager;
+class QNetworkReply;
+
+/// How long a request may take before it is given up.
+struct TransferLimits {
+    std::chrono::milliseconds idle{30'000};   // without a byte in either direction
+    std::chrono::milliseconds answer{60'000}; // until the head of the reply is there
+    std::chrono::milliseconds whole{90'000};  // until its last byte is there
+};
+
+struct HttpRequest {
+    std::string url;
+    std::string method = "GET";
+    std::optional<std::string> token = {}; // sent as bearer
+    std::optional<std::string> body = {};  // JSON
+};
+
+struct HttpReply {
+    int status = 0;
+    std::string body;
+};
+
+/// Why no whole reply came.
+enum class TransportFailure { cancelled, network, notHttp };
+
+/// The transport: no cookies, no cache, no redirects, no retries of its own. Main thread only.
+class HttpSession {
+public:
+    explicit HttpSession(TransferLimits limits = {});
+    ~HttpSession();
+    HttpSession(const HttpSession&) = delete;
+    HttpSession& operator=(const HttpSession&) = delete;
+
+    /// The session stays alive until its requests have ended.
+    static QCoro::Task<std::expected<HttpReply, TransportFailure>> send(std::shared_ptr<HttpSession> session,
+                                                                        HttpRequest request);
+
+    /// Gives up every request that is under way; each ends as cancelled before this returns.
+    void abort();
+
+private:
+    QNetworkReply* start(const HttpRequest& request);
+
+    TransferLimits m_limits;
+    std::unique_ptr<QNetworkAccessManager> m_manager;
+    std::vector<QPointer<QNetworkReply>> m_replies;
+};

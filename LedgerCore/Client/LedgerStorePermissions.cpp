@@ -1,0 +1,42 @@
+#include <algorithm>
+
+#include "LedgerCore/Client/LedgerStore.h"
+
+bool LedgerStore::permits(std::string_view permission) const
+{
+    return m_snapshot && m_snapshot->currentMember.active && m_snapshot->currentMember.hasPermission(permission);
+}
+
+bool LedgerStore::canViewCompany() const
+{
+    return permits("viewCompany");
+}
+
+bool LedgerStore::canManage() const
+{
+    const bool isOwner = m_snapshot && m_snapshot->currentMember.active && m_snapshot->currentMember.role == "owner";
+    return isOwner || permits("manageCompany");
+}
+
+bool LedgerStore::canExport() const
+{
+    return permits("exportData");
+}
+
+bool LedgerStore::canRecord() const
+{
+    return m_snapshot && m_snapshot->currentMember.canRecord();
+}
+
+bool LedgerStore::can(std::string_view action, std::string_view accountID) const
+{
+    return m_snapshot && m_snapshot->currentMember.can(action, accountID);
+}
+
+bool LedgerStore::isCategorySelected(std::string_view id) const
+{
+    if (!m_snapshot || !m_snapshot->currentMember.selectedCategoryIDs)
+        return false;
+    const auto& selected = *m_snapshot->currentMember.selectedCategoryIDs;
+    return std::ranges::find(selected, id) != selected.end();
+}

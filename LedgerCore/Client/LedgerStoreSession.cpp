@@ -1,0 +1,175 @@
+#include <utility>
+
+#include <QPointer>
+
+#include "LedgerCore/Client/APIClient.h"
+#include "LedgerCore/Client/AccessReply.h"
+#include "LedgerCore/Client/Approval.h"
+#include "LedgerCore/Client/Clock.h"
+#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/SessionCredentialStore.h"
+
+namespace {
+
+constexpr int unauthorized = 401;
+
+bool saysExpired(const Failure& failure)
+{
+    const auto* error = std::get_if<APIError>(&failure);
+    return error && error->status == unauthorized;
+}
+
+}
+
+QCoro::Task<Result<void>> LedgerStore::login(std::string email, std::string password)
+{
+    auto body = Json::encode(Login{.email = std::move(email), .password = std::move(password)});
+    return operation(Publishing::on,
+                     [this, body = std::move(body)] { return authenticate("v1/auth/login", body, Session::regular); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::startDemo(std::optional<std::string> locale, std::string profile)
+{
+    auto body = Json::encode(DemoRequest{.locale = std::move(locale), .profile = std::move(profile)});
+    return operation(Publishing::on,
+                     [this, body = std::move(body)] { return authenticate("v1/demo", body, Session::demonstration); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::restoreSession()
+{
+    if (std::exchange(m_restored, true))
+        co_return Result<void>{};
+    auto running = operation(Publishing::on, [this] { return restore(); });
+    auto outcome = co_await running;
+    co_return outcome;
+}
+
+QCoro::Task<Result<void>> LedgerStore::logout()
+{
+    return operation(Publishing::on, [this] { return endSession(); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::string body, Session session)
+{
+    if (m_token)
+        co_return std::unexpected(clientError(ClientCode::alreadyAuthenticated));
+    assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
+    assign(m_noticeMessage, {}, &LedgerStore::noticeMessageChanged);
+
+    const QPointer<LedgerStore> self = this;
+    auto sent = exchange({.method = "POST", .path = std::move(path), .body = std::move(body)});
+    const auto text = co_await sent;
+    if (!text)
+        co_return std::unexpected(text.error());
+    const auto reply = std::make_shared<std::optional<CompanyRegistrationResponse>>();
+    auto reading = runForSize(text->size(), [bytes = *text, reply] { *reply = AccessReply::decode(bytes); });
+    co_await reading;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    if (!*reply)
+        co_return std::unexpected(invalidResponse());
+    if (auto* pending = std::get_if<PendingCompanyRegistration>(&**reply)) {
+        awaitReview(std::move(*pending));
+        co_return Result<void>{};
+    }
+
+    auto& opened = std::get<AuthResponse>(**reply);
+    if (const auto refused = Approval::whyNot(opened.snapshot.company))
+        co_return std::unexpected(*refused);
+    m_token = std::move(opened.token);
+    assign(m_isDemo, session == Session::demonstration, &LedgerStore::isDemoChanged);
+    replaceSnapshot({.fresh = std::make_shared<const LedgerSnapshot>(std::move(opened.snapshot)), .held = {}});
+    auto keeping = keepSession();
+    auto kept = co_await keeping;
+    co_return kept;
+}
+
+void LedgerStore::awaitReview(PendingCompanyRegistration pending)
+{
+    assign(m_pendingCompanyRegistration,
+           std::shared_ptr<const PendingCompanyRegistration>{
+               std::make_shared<PendingCompanyRegistration>(std::move(pending))},
+           &LedgerStore::pendingCompanyRegistrationChanged);
+    assign(m_noticeMessage, std::optional{friendly(clientError("company_pending"))},
+           &LedgerStore::noticeMessageChanged);
+}
+
+QCoro::Task<Result<void>> LedgerStore::keepSession()
+{
+    const QPointer<LedgerStore> self = this;
+    auto saving = m_environment.credentials.saveSession({.token = *m_token, .isDemo = m_isDemo}, m_endpoint);
+    const auto saved = co_await saving;
+    // The session goes on in memory; the user learns that it will not outlast the program.
+    if (self && !saved)
+        publish(saved.error());
+    co_return Result<void>{};
+}
+
+QCoro::Task<Result<void>> LedgerStore::restore()
+{
+    const QPointer<LedgerStore> self = this;
+    auto readingSaved = m_environment.credentials.readSession(m_endpoint);
+    const auto saved = co_await readingSaved;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    if (!saved) {
+        clearMemory();
+        co_return std::unexpected(clientError(ClientCode::keychainRestoreUnavailable));
+    }
+    if (!*saved)
+        co_return Result<void>{};
+
+    m_token = (*saved)->token;
+    assign(m_isDemo, (*saved)->isDemo, &LedgerStore::isDemoChanged);
+    auto loading = load();
+    auto loaded = co_await loading;
+    if (!self || loaded)
+        co_return loaded;
+    auto clearing = clearExpiredSession(loaded.error());
+    co_await clearing;
+    if (self)
+        clearMemory();
+    co_return loaded;
+}
+
+QCoro::Task<Result<void>> LedgerStore::endSession()
+{
+    const QPointer<LedgerStore> self = this;
+    std::optional<QCoro::Task<Result<std::string>>> telling;
+    if (auto request = authorized({.method = "POST", .path = "v1/auth/logout"}))
+        telling = exchange(std::move(*request));
+    // The person is signed out at once; the service is told meanwhile, and need not answer.
+    clearMemory();
+    auto deleting = m_environment.credentials.deleteSession(m_endpoint);
+    const auto deleted = co_await deleting;
+    if (telling)
+        co_await *telling;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    if (deleted)
+        assign(m_errorMessage, {}, &LedgerStore::errorMessageChanged);
+    else
+        publish(clientError(ClientCode::keychainLogoutUnavailable));
+    co_return Result<void>{};
+}
+
+QCoro::Task<Result<void>> LedgerStore::clearExpiredSession(Failure failure)
+{
+    if (!m_token || !saysExpired(failure))
+        co_return Result<void>{};
+    clearMemory();
+    auto deleting = m_environment.credentials.deleteSession(m_endpoint);
+    co_await deleting;
+    co_return Result<void>{};
+}
+
+void LedgerStore::clearMemory()
+{
+    m_token.reset();
+    m_reversalRequests.clear();
+    assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
+    assign(m_isDemo, false, &LedgerStore::isDemoChanged);
+    assign(m_noticeMessage, {}, &LedgerStore::noticeMessageChanged);
+    assign(m_lastRefresh, {}, &LedgerStore::lastRefreshChanged);
+    setSnapshot(nullptr);
+}

@@ -1,0 +1,78 @@
+#include <utility>
+
+#include <QPointer>
+
+#include "LedgerCore/Client/APIClient.h"
+#include "LedgerCore/Client/Approval.h"
+#include "LedgerCore/Client/Clock.h"
+#include "LedgerCore/Client/LedgerStore.h"
+
+QCoro::Task<Result<void>> LedgerStore::refresh(bool publishError)
+{
+    return operation(publishing(publishError), [this] { return load(); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::refreshFromUser()
+{
+    if (m_isBusy)
+        co_return Result<void>{};
+    const QPointer<LedgerStore> self = this;
+    auto running = operation(Publishing::off, [this] { return load(); });
+    auto outcome = co_await running;
+    if (self && !outcome)
+        publish(outcome.error());
+    co_return outcome;
+}
+
+QCoro::Task<Result<void>> LedgerStore::load()
+{
+    auto request = authorized({.path = "v1/snapshot"});
+    if (!request)
+        co_return std::unexpected(request.error());
+    auto sent = exchange(std::move(*request));
+    const auto body = co_await sent;
+    if (!body)
+        co_return std::unexpected(body.error());
+    auto reading = readSnapshot(*body);
+    auto loaded = co_await reading;
+    if (!loaded)
+        co_return std::unexpected(loaded.error());
+    if (const auto refused = Approval::whyNot(loaded->fresh->company))
+        co_return std::unexpected(*refused);
+    replaceSnapshot(std::move(*loaded));
+    co_return Result<void>{};
+}
+
+QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readSnapshot(std::string body)
+{
+    const auto loaded = std::make_shared<LoadedSnapshot>(LoadedSnapshot{.fresh = {}, .held = m_snapshot});
+    const QPointer<LedgerStore> self = this;
+    auto reading = runForSize(body.size(), [body, loaded] {
+        auto decoded = Json::decode<LedgerSnapshot>(body);
+        if (!decoded)
+            return;
+        loaded->fresh = std::make_shared<const LedgerSnapshot>(std::move(*decoded));
+        loaded->isSame = loaded->held && *loaded->held == *loaded->fresh;
+    });
+    co_await reading;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    if (!loaded->fresh)
+        co_return std::unexpected(invalidResponse());
+    co_return std::move(*loaded);
+}
+
+void LedgerStore::replaceSnapshot(LoadedSnapshot loaded)
+{
+    assign(m_lastRefresh, std::optional{m_environment.clock.now()}, &LedgerStore::lastRefreshChanged);
+    if (!loaded.isSame || loaded.held != m_snapshot)
+        setSnapshot(std::move(loaded.fresh));
+}
+
+void LedgerStore::setSnapshot(SnapshotPointer snapshot)
+{
+    if (m_snapshot == snapshot)
+        return;
+    m_snapshot = std::move(snapshot);
+    Q_EMIT snapshotChanged();
+}

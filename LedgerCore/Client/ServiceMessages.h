@@ -1,0 +1,6 @@
+#pragma once
+
+#include "LedgerCore/Domain/WordTable.h"
+
+/// What the user reads about failures of the service and of reaching it, by `APIError::messageKey`.
+const WordTable& serviceMessages();
