@@ -1,0 +1,186 @@
+#include "LedgerCore/Domain/ReportBook.h"
+
+#include <cstdlib>
+#include <limits>
+#include <optional>
+#include <unordered_map>
+
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Money.h"
+
+namespace {
+
+using EntryIndex = std::unordered_map<std::string_view, const LedgerTransaction*>;
+
+/// The entries that reversals and refunds refer to: few, so that the others need no place in an index.
+EntryIndex entriesReferredTo(const LedgerSnapshot& snapshot)
+{
+    EntryIndex byID;
+    for (const auto& entry : snapshot.transactions) {
+        if (entry.reversalOf)
+            byID.emplace(*entry.reversalOf, nullptr);
+        if (entry.originalTransactionID)
+            byID.emplace(*entry.originalTransactionID, nullptr);
+    }
+    if (byID.empty())
+        return byID;
+    for (const auto& entry : snapshot.transactions) {
+        if (const auto found = byID.find(entry.id); found != byID.end())
+            found->second = &entry;
+    }
+    return byID;
+}
+
+const LedgerTransaction* referred(const EntryIndex& byID, const std::optional<std::string>& id)
+{
+    if (!id)
+        return nullptr;
+    const auto found = byID.find(*id);
+    return found == byID.end() ? nullptr : found->second;
+}
+
+std::int64_t magnitude(std::int64_t amountMinor)
+{
+    constexpr auto lowest = std::numeric_limits<std::int64_t>::min();
+    return amountMinor == lowest ? std::numeric_limits<std::int64_t>::max() : std::abs(amountMinor);
+}
+
+}
+
+/// Fills a book from its snapshot. Neighbouring entries share day and currency more often than not, so the last ones
+/// are remembered.
+class ReportBook::Builder {
+public:
+    explicit Builder(ReportBook& book) : m_book(book), m_referred(entriesReferredTo(*book.m_snapshot)) {}
+
+    std::optional<ReportError> build()
+    {
+        indexAccounts();
+        indexCategories();
+        const auto& entries = m_book.m_snapshot->transactions;
+        for (std::size_t at = 0; at < entries.size(); ++at) {
+            if (const auto failed = add(entries[at], static_cast<std::uint32_t>(at)))
+                return failed;
+        }
+        return std::nullopt;
+    }
+
+private:
+    struct Currency {
+        std::vector<Row>* rows = nullptr;
+        std::int64_t turnoverMinor = 0; // all amounts without their signs: as long as it fits, every sum does
+    };
+
+    void indexAccounts()
+    {
+        for (const auto& account : m_book.m_snapshot->accounts) {
+            m_accounts.emplace(account.id, static_cast<std::uint32_t>(m_accounts.size()));
+            for (const auto& currency : account.currencies)
+                m_book.m_rows[currency];
+        }
+    }
+
+    void indexCategories()
+    {
+        m_book.m_categories.emplace_back();
+        const auto& categories = m_book.m_snapshot->categories;
+        for (const auto& category : categories)
+            categorySlot(category.id);
+        for (const auto& category : categories) {
+            const auto slot = m_slots.at(category.id);
+            const auto parent = category.parentID ? m_slots.find(*category.parentID) : m_slots.end();
+            if (parent != m_slots.end())
+                m_book.m_categories[slot].parent = parent->second;
+        }
+    }
+
+    /// A category that the snapshot does not list still gets its own line.
+    std::uint32_t categorySlot(std::string_view id)
+    {
+        const auto next = static_cast<std::uint32_t>(m_book.m_categories.size());
+        const auto [found, isNew] = m_slots.emplace(id, next);
+        if (isNew)
+            m_book.m_categories.push_back({id, next});
+        return found->second;
+    }
+
+    std::optional<ReportError> add(const LedgerTransaction& entry, std::uint32_t position)
+    {
+        if (!rememberDay(entry.date))
+            return ReportError::invalidDay;
+        const bool reverses = entry.kind == EntryKind::reversal;
+        const auto* undone = reverses ? referred(m_referred, entry.reversalOf) : &entry;
+        const auto movement = undone ? movementOf(undone->kind) : Movement::other;
+        const auto category = undone ? categoryOf(*undone) : 0;
+        for (const auto& leg : entry.legs) {
+            const auto account = m_accounts.find(leg.accountID);
+            if (account == m_accounts.end())
+                continue; // the far end of an entry that the member sees only in part
+            auto& currency = currencyOf(leg.currency);
+            const auto turnover = Money::add(currency.turnoverMinor, magnitude(leg.amountMinor));
+            if (!turnover)
+                return ReportError::amountOverflow;
+            currency.turnoverMinor = *turnover;
+            currency.rows->push_back({leg.amountMinor, m_day, position, account->second, category, movement, reverses});
+        }
+        return std::nullopt;
+    }
+
+    /// A refund stands against the income that it refunds.
+    std::uint32_t categoryOf(const LedgerTransaction& entry)
+    {
+        if (const auto* original = referred(m_referred, entry.originalTransactionID); original && original->categoryID)
+            return categorySlot(*original->categoryID);
+        return entry.categoryID ? categorySlot(*entry.categoryID) : 0;
+    }
+
+    bool rememberDay(std::string_view text)
+    {
+        if (text == m_dayText)
+            return true;
+        const auto day = LedgerDay::parse(text);
+        if (!day)
+            return false;
+        m_dayText = text;
+        m_day = static_cast<std::int32_t>(std::chrono::sys_days{*day}.time_since_epoch().count());
+        return true;
+    }
+
+    Currency& currencyOf(std::string_view code)
+    {
+        if (m_last && m_lastCode == code)
+            return *m_last;
+        auto found = m_currencies.find(code);
+        if (found == m_currencies.end())
+            found = m_currencies.emplace(code, Currency{&m_book.m_rows[std::string{code}]}).first;
+        m_lastCode = code;
+        m_last = &found->second;
+        return *m_last;
+    }
+
+    ReportBook& m_book;
+    EntryIndex m_referred;
+    std::unordered_map<std::string_view, std::uint32_t> m_accounts;
+    std::unordered_map<std::string_view, std::uint32_t> m_slots;
+    std::unordered_map<std::string_view, Currency> m_currencies;
+    std::string_view m_dayText;
+    std::int32_t m_day = 0;
+    std::string_view m_lastCode;
+    Currency* m_last = nullptr;
+};
+
+std::expected<ReportBook, ReportError> ReportBook::create(const LedgerSnapshot& snapshot)
+{
+    ReportBook book{snapshot};
+    if (const auto failed = Builder{book}.build())
+        return std::unexpected(*failed);
+    return book;
+}
+
+std::vector<std::string> ReportBook::currencies() const
+{
+    std::vector<std::string> codes;
+    for (const auto& [code, rows] : m_rows)
+        codes.push_back(code);
+    return codes;
+}
