@@ -1,0 +1,33 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include <QString>
+
+/// What stands in an amount field, and where the caret is.
+struct AmountText {
+    QString text;
+    int caret = 0; // in UTF-16 units
+    // A grouping separator was typed by hand. Grouping is then left alone until the field is emptied or left, so that
+    // "12.50" typed where the point groups is refused rather than read as 1250.
+    bool separatorsTyped = false;
+
+    bool operator==(const AmountText&) const = default;
+};
+
+/// How an amount is edited. The text always means what `Money::parse` reads in it: grouping separators are put in and
+/// taken out, digits and the decimal separator never change.
+namespace EntryAmountText {
+
+/// After a keystroke turned `before` into `after`: regrouped, the caret between the same two digits.
+AmountText typed(const AmountText& before, const QString& after, int caret, std::string_view locale);
+
+/// When the field is left: written as amounts are displayed if it can be read, else as it stands.
+QString settled(const QString& text, std::string_view currency, std::string_view locale);
+
+/// A pasted amount in the separators of `locale`; nothing when it is no amount at all. Either language's form is taken
+/// where it can be read in one way only; a single separator before three digits is read as this language reads it.
+std::optional<QString> pasted(const QString& clipboard, std::string_view currency, std::string_view locale);
+
+}

@@ -1,0 +1,60 @@
+#include "LedgerUI/Presentation/EntryFormState.h"
+
+#include <tuple>
+
+#include "LedgerCore/Domain/EntryRules.h"
+
+namespace {
+
+/// Whether a refused retry tells that the first sending was not recorded either.
+bool judgesTheCommand(const Failure& failure)
+{
+    const auto* const error = std::get_if<APIError>(&failure);
+    return error && (error->status == 400 || error->status == 409 || error->status == 413 || error->status == 422);
+}
+
+auto entered(const TransactionDraft& draft)
+{
+    const auto destination = draft.hasDestination() ? draft.target : std::optional<std::string>{};
+    return std::tuple{draft.amount,      draft.targetAmount,     draft.note,
+                      draft.categoryID,  draft.originalIncomeID, draft.refundReference,
+                      draft.attachments, draft.primaryAccount(), destination};
+}
+
+}
+
+const TransactionDraft& EntryForm::draftOf(const EntryFormState& state)
+{
+    return std::visit([](const auto& each) -> const TransactionDraft& { return each.draft; }, state);
+}
+
+std::optional<EntryFormState> EntryForm::afterReply(const EntrySaving& saving, const Result<void>& reply)
+{
+    if (reply)
+        return std::nullopt;
+    const auto& failure = reply.error();
+    const bool isUnknown = std::holds_alternative<Cancelled>(failure) || isOutcomeUnknown(failure);
+    if (isUnknown || (saving.isRetry && !judgesTheCommand(failure)))
+        return EntryUncertain{saving.draft, saving.input};
+    EntryEditing editing;
+    editing.draft = saving.draft;
+    editing.refusal = failure;
+    editing.refused = saving.input;
+    return editing;
+}
+
+std::expected<TransactionInput, std::vector<EntryProblem>> EntryForm::submission(const EntryEditing& editing,
+                                                                                 const LedgerSnapshot& snapshot,
+                                                                                 std::string_view locale,
+                                                                                 const std::string& freshKey)
+{
+    auto input = EntryRules::input(editing.draft, snapshot, locale);
+    if (input && editing.refused && *input != *editing.refused)
+        input->idempotencyKey = freshKey;
+    return input;
+}
+
+bool EntryForm::hasDraft(const TransactionDraft& draft, const TransactionDraft& initial)
+{
+    return entered(draft) != entered(initial);
+}

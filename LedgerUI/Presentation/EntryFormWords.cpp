@@ -1,0 +1,98 @@
+#include "LedgerUI/Presentation/EntryFormWords.h"
+
+#include "LedgerCore/Domain/EntryCopy.h"
+#include "LedgerCore/Domain/EntryWords.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+
+const WordTable& entryFormWords()
+{
+    static const WordTable table{
+        {"newEntry", "新记录", "Catatan baru", "Bút toán mới", "New entry"},
+        {"title.expense", "新记录：支出", "Catatan baru: pengeluaran", "Bút toán mới: chi", "New entry: expense"},
+        {"title.income", "新记录：收入", "Catatan baru: pemasukan", "Bút toán mới: thu", "New entry: income"},
+        {"title.transfer", "新记录：转账", "Catatan baru: transfer", "Bút toán mới: chuyển nội bộ",
+         "New entry: transfer"},
+        {"title.exchange", "新记录：兑换", "Catatan baru: penukaran", "Bút toán mới: đổi ngoại tệ",
+         "New entry: exchange"},
+        {"title.refund", "新记录：退款", "Catatan baru: pengembalian dana", "Bút toán mới: hoàn tiền",
+         "New entry: refund"},
+        {"title.opening", "新记录：期初余额", "Catatan baru: saldo awal", "Bút toán mới: số dư đầu kỳ",
+         "New entry: opening balance"},
+        {"kinds", "记账类型", "Jenis catatan", "Loại bút toán", "Type of entry"},
+        {"kind.expense", "支出", "Pengeluaran", "Chi", "Expense"},
+        {"kind.income", "收入", "Pemasukan", "Thu", "Income"},
+        {"kind.transfer", "转账", "Transfer", "Chuyển nội bộ", "Transfer"},
+        {"kind.exchange", "兑换", "Penukaran", "Đổi ngoại tệ", "Exchange"},
+        {"kind.refund", "退款", "Pengembalian dana", "Hoàn tiền", "Refund"},
+        {"kind.opening", "期初余额", "Saldo awal", "Số dư đầu kỳ", "Opening balance"},
+        {"kind.funding", "拨款", "Pendanaan", "Cấp quỹ", "Funding"},
+        {"kind.return", "退回", "Pengembalian", "Hoàn quỹ", "Return"},
+        {"kind.reversal", "冲销", "Pembatalan", "Đảo bút toán", "Reversal"},
+        {"saveRefund", "保存退款", "Simpan pengembalian dana", "Lưu khoản hoàn tiền", "Save refund"},
+        {"saving", "正在保存…", "Menyimpan…", "Đang lưu…", "Saving…"},
+        {"closeUncertain", "关闭…", "Tutup…", "Đóng…", "Close…"},
+        {"closeAnyway", "关闭", "Tutup", "Đóng", "Close"},
+        {"keepOpen", "保持打开", "Tetap buka", "Giữ mở", "Keep open"},
+        {"uncertainTitle", "关闭未确认的记录？", "Tutup catatan yang belum dipastikan?",
+         "Đóng bút toán chưa được xác nhận?", "Close the unconfirmed entry?"},
+        {"account", "账户", "Rekening", "Tài khoản", "Account"},
+        {"fromAccount", "转出账户", "Dari rekening", "Từ tài khoản quỹ", "From account"},
+        {"toAccount", "转入账户", "Ke rekening", "Đến tài khoản quỹ", "To account"},
+        {"sentFrom", "转出账户", "Dikirim dari", "Chuyển đi từ", "Sent from"},
+        {"receivedIn", "转入账户", "Diterima di", "Nhận về tại", "Received in"},
+        {"group.company", "公司账户", "Rekening perusahaan", "Tài khoản công ty", "Company accounts"},
+        {"group.employee", "员工备用金", "Kas karyawan", "Quỹ nhân viên", "Employee funds"},
+        {"group.refund", "退款账户", "Rekening pengembalian dana", "Tài khoản hoàn tiền", "Refund accounts"},
+        {"currency", "币种", "Mata uang", "Loại tiền tệ", "Currency"},
+        {"amount", "金额", "Jumlah", "Số tiền", "Amount"},
+        {"receivedAmount", "转入金额", "Jumlah diterima", "Số tiền nhận về", "Received amount"},
+        {"category", "类别", "Kategori", "Hạng mục", "Category"},
+        {"categoryTiles", "常用类别", "Kategori cepat", "Hạng mục nhanh", "Quick categories"},
+        {"original", "原收入记录", "Pemasukan asal", "Khoản thu gốc", "Original income"},
+        {"chooseOriginal", "选择要退款的收入", "Pilih pemasukan yang dikembalikan", "Chọn khoản thu cần hoàn",
+         "Choose the income to refund"},
+        {"noOriginal", "不关联收入记录", "Tanpa catatan pemasukan", "Không gắn với khoản thu", "No recorded income"},
+        {"reference", "外部退款参考号", "Referensi pengembalian eksternal", "Mã tham chiếu hoàn tiền bên ngoài",
+         "External refund reference"},
+        {"refundable", "尚可退款：%1", "Masih dapat dikembalikan: %1", "Còn hoàn được: %1", "Still refundable: %1"},
+        {"bookedOn", "记账日期：%1", "Dibukukan pada %1", "Ghi sổ ngày %1", "Booked on %1"},
+        {"rateTitle", "折算汇率", "Kurs tersirat", "Tỷ giá suy ra", "Implied rate"},
+        {"rateOne", "1 %1 = %2 %3", "1 %1 = %2 %3", "1 %1 = %2 %3", "1 %1 = %2 %3"},
+        {"effect.before", "当前", "Saat ini", "Hiện tại", "Now"},
+        {"effect.sent", "转出", "Dikirim", "Chuyển đi", "Sent"},
+        {"effect.received", "转入", "Diterima", "Nhận về", "Received"},
+        {"effect.after", "保存后", "Setelah disimpan", "Còn lại", "After saving"},
+        {"effect.unseen", "您无权查看此账户的余额。", "Anda tidak dapat melihat saldo rekening ini.",
+         "Bạn không được xem số dư tài khoản này.", "You cannot see the balance of this account."},
+        {"purpose.funding", "此转账将记为拨款。", "Transfer ini dicatat sebagai pendanaan.",
+         "Khoản chuyển này được ghi là cấp quỹ.", "This transfer is recorded as funding."},
+        {"purpose.return", "此转账将记为退回。", "Transfer ini dicatat sebagai pengembalian.",
+         "Khoản chuyển này được ghi là hoàn quỹ.", "This transfer is recorded as a return."},
+        {"matches", "%1 个类别", "%1 kategori", "%1 hạng mục", "%1 categories"},
+        {"reverse.expense", "冲销支出", "Batalkan pengeluaran", "Đảo khoản chi", "Reverse expense"},
+        {"reverse.income", "冲销收入", "Batalkan pemasukan", "Đảo khoản thu", "Reverse income"},
+        {"reverse.transfer", "冲销转账", "Batalkan transfer", "Đảo khoản chuyển", "Reverse transfer"},
+        {"reverse.exchange", "冲销兑换", "Batalkan penukaran", "Đảo khoản đổi ngoại tệ", "Reverse exchange"},
+        {"reverse.refund", "冲销退款", "Batalkan pengembalian dana", "Đảo khoản hoàn tiền", "Reverse refund"},
+        {"reverse.opening", "冲销期初余额", "Batalkan saldo awal", "Đảo số dư đầu kỳ", "Reverse opening balance"},
+        {"reverse.done", "冲销已入账", "Pembatalan telah dibukukan", "Đã ghi bút toán đảo", "The reversal is posted"},
+        {"reason", "原因", "Alasan", "Lý do", "Reason"},
+        {"reasonRequired", "请填写冲销原因。", "Isi alasan pembatalan.", "Hãy nhập lý do đảo bút toán.",
+         "Enter the reason for the reversal."},
+        {"reasonKept", "重试将使用最初填写的原因。", "Percobaan ulang memakai alasan yang pertama diisi.",
+         "Khi thử lại, lý do đã nhập ban đầu được giữ nguyên.", "A retry keeps the reason that was entered first."},
+        {"reversing", "正在冲销…", "Membatalkan…", "Đang đảo bút toán…", "Reversing…"},
+        {"refusedReversal.isReversal", "冲销记录不能再次冲销。", "Pembatalan tidak dapat dibatalkan lagi.",
+         "Không thể đảo một bút toán đảo.", "A reversal cannot be reversed."},
+    };
+    return table;
+}
+
+QString entryWord(std::string_view key)
+{
+    for (const auto* table : {&entryFormWords(), &EntryWords::words(), &EntryCopy::words()}) {
+        if (table->contains(key))
+            return word(*table, key);
+    }
+    return qString(key);
+}
