@@ -1,0 +1,21 @@
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+/// Gives each row of an import file an identifier made of the company and the row's cells alone, so that a second run
+/// of the file sends the same identifiers. Rows that read the same are told apart by counting them.
+class ImportRowIdentity {
+public:
+    explicit ImportRowIdentity(std::string_view companyID);
+    ~ImportRowIdentity();
+
+    /// The identifier of the next row, as a UUID text.
+    std::string next(std::span<const std::string_view> cells);
+
+private:
+    struct State;
+    std::unique_ptr<State> m_state;
+};
