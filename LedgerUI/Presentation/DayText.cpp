@@ -20,7 +20,19 @@ const WordTable& patterns()
         {"weekdayAndDay", "%3年%2%1日 %4", "%4, %1 %2 %3", "%4, %1 %2, %3", "%4 %1 %2 %3"},
         {"month", "%3年%2", "%2 %3", "%2 năm %3", "%2 %3"},
         {"year", "%3年", "%3", "%3", "%3"},
+        {"shortDate", "%3年%2%1日", "%1 %2 %3", "%1 %2, %3", "%1 %2 %3"},
         {"timeOfDay", "%1:%2", "%1.%2", "%1:%2", "%1:%2"},
+    };
+    return words;
+}
+
+// %1 first and %2 last day of the month, %3 month, %4 year; across months %1 and %2 are whole days.
+const WordTable& ranges()
+{
+    static const WordTable words{
+        {"inMonth", "%4年%3%1日–%2日", "%1–%2 %3 %4", "%1–%2 %3, %4", "%1–%2 %3 %4"},
+        {"inYear", "%4年%1–%2", "%1 – %2 %4", "%1 – %2, %4", "%1 – %2 %4"},
+        {"acrossYears", "%1–%2", "%1 – %2", "%1 – %2", "%1 – %2"},
     };
     return words;
 }
@@ -104,6 +116,30 @@ QString standingAlone(QString text)
 QString DayText::shortDay(std::string_view day, std::string_view locale)
 {
     return written("shortDay", day, shortMonths(), locale);
+}
+
+QString DayText::shortDate(std::string_view day, std::string_view locale)
+{
+    return written("shortDate", day, shortMonths(), locale);
+}
+
+QString DayText::range(std::string_view first, std::string_view last, std::string_view locale)
+{
+    const auto from = LedgerDay::parse(first);
+    const auto to = LedgerDay::parse(last);
+    const auto filled = [&](std::string_view key, const QString& left, const QString& right) {
+        const auto month = to ? monthName(shortMonths(), to->month(), locale) : std::string_view{};
+        const auto year = to ? std::to_string(static_cast<int>(to->year())) : std::string{};
+        return qString(ranges().filled(key, locale, {left.toStdString(), right.toStdString(), month, year}));
+    };
+    if (!from || !to || from->year() != to->year())
+        return filled("acrossYears", shortDate(first, locale), shortDate(last, locale));
+    if (from->month() != to->month())
+        return filled("inYear", shortDay(first, locale), shortDay(last, locale));
+    if (*from == *to)
+        return shortDate(first, locale);
+    return filled("inMonth", QString::number(static_cast<unsigned>(from->day())),
+                  QString::number(static_cast<unsigned>(to->day())));
 }
 
 QString DayText::longDay(std::string_view day, std::string_view locale)

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "LedgerUI/Presentation/LedgerRow.h"
+
+/// The money on one account, one line a currency that it holds.
+struct LedgerAccountBalance {
+    std::string accountID;
+    QString name;
+    std::vector<LedgerAmount> amounts;
+};
+
+struct LedgerBalanceGroup {
+    QString title;
+    std::vector<LedgerAccountBalance> accounts;
+};
+
+/// What is where: the accounts that the member may view by purpose, and the sum of each currency over all of them.
+struct LedgerBalances {
+    std::vector<LedgerBalanceGroup> groups; // company, employees, refunds, archived; none of them empty
+    std::vector<LedgerAmount> totals;       // in the order of the currency pickers
+};
+
+/// Archived accounts are left out once they are empty.
+LedgerBalances balancesOf(const LedgerSnapshot& snapshot, std::string_view locale);
