@@ -1,4 +1,6 @@
-int main()
+#include "LedgerService/Operations/CommandLine.h"
+
+int main(int argumentCount, char** arguments)
 {
-    return 0;
+    return CommandLine::run(argumentCount, arguments);
 }

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "LedgerCore/Domain/LedgerSnapshot.h"
+
+/// What of a company a member gets to see.
+namespace Visibility {
+
+/// Whether the member looks after the other members: their addresses, rights and invitations.
+bool managesCompany(const Member& member);
+
+/// Everyone, for names are needed on entries; without addresses and rights for those who do not manage the company.
+std::vector<Member> members(std::vector<Member> all, const Member& reader);
+
+std::vector<Account> accounts(std::vector<Account> all, const Member& reader);
+
+/// The accounts that may receive a transfer from the member, whether or not the member sees them.
+std::vector<TransferDestination> transferDestinations(const std::vector<Account>& all, const Member& member);
+
+}

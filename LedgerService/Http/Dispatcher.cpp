@@ -1,0 +1,97 @@
+#include "LedgerService/Http/Dispatcher.h"
+
+#include <exception>
+#include <mutex>
+
+#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Log.h"
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/SnapshotReader.h"
+#include "LedgerService/Storage/Transaction.h"
+
+namespace {
+
+Outcome unknownRoute(const RouteMatch& match)
+{
+    if (match.allow.empty())
+        return std::unexpected(Refusal{404, "not_found", "There is nothing at this path."});
+    const Refusal refusal{405, "method_not_allowed", "The path does not know this method."};
+    return Reply{.status = refusal.status, .body = errorBody(refusal), .allow = match.allow};
+}
+
+}
+
+Reply Dispatcher::answer(const RouteMatch& match, const Request& request) const
+{
+    try {
+        const auto outcome = outcomeOf(match, request);
+        if (!outcome)
+            return replyOf(outcome.error());
+        if (const auto* reply = std::get_if<Reply>(&*outcome))
+            return *reply;
+        return withSnapshot(std::get<SnapshotReply>(*outcome));
+    } catch (const std::exception& failure) {
+        Log::failure(match.route ? match.route->pattern : "", failure.what());
+        return replyOf({500, "internal_error", "The service could not do its work."});
+    }
+}
+
+Outcome Dispatcher::outcomeOf(const RouteMatch& match, const Request& request) const
+{
+    if (!match.route)
+        return unknownRoute(match);
+    const auto& answer = match.route->answer;
+    if (const auto* open = std::get_if<OpenHandler>(&answer))
+        return openOutcome(*open, request);
+    if (const auto* reading = std::get_if<Reading>(&answer))
+        return memberOutcome(match, reading->handler, false, request);
+    return memberOutcome(match, std::get<Writing>(answer).handler, true, request);
+}
+
+Outcome Dispatcher::openOutcome(OpenHandler handler, const Request& request) const
+{
+    return handler({.service = m_service, .request = request, .now = LedgerDay::stamp(m_service.clock())});
+}
+
+Outcome Dispatcher::memberOutcome(const RouteMatch& match, MemberHandler handler, bool writes,
+                                  const Request& request) const
+{
+    const auto loan = m_service.database.borrow();
+    auto turn = writes ? m_service.database.queueToWrite() : std::unique_lock<std::mutex>{};
+    Transaction transaction{*loan, writes ? Transaction::Mode::writing : Transaction::Mode::reading};
+    const auto instant = m_service.clock();
+    auto now = LedgerDay::stamp(instant);
+    const auto signedIn = Authentication::signedInMember(*loan, request.token, now, m_service.policy);
+    if (!signedIn)
+        return std::unexpected(signedIn.error());
+    auto outcome = handler({.service = m_service,
+                            .request = request,
+                            .parameters = match.parameters,
+                            .connection = *loan,
+                            .companyID = signedIn->companyID,
+                            .member = signedIn->member,
+                            .today = LedgerDay::localGregorian().day(instant),
+                            .now = std::move(now)});
+    if (outcome)
+        transaction.commit();
+    return outcome;
+}
+
+Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const
+{
+    const auto loan = m_service.database.borrow();
+    const Transaction transaction{*loan, Transaction::Mode::reading};
+    const auto snapshot = SnapshotReader::read(*loan, reply.reader.companyID, reply.reader.memberID);
+    if (!snapshot)
+        return replyOf({404, "not_found", "The company is gone."});
+    if (!reply.beside)
+        return {.status = 200, .body = Json::encode(*snapshot), .allow = {}};
+    std::string body = "{" + Json::encode(reply.beside->first) + ":" + Json::encode(reply.beside->second);
+    body += ",\"snapshot\":";
+    body += Json::encode(*snapshot);
+    body += '}';
+    return {.status = 200, .body = std::move(body), .allow = {}};
+}

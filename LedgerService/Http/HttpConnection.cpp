@@ -1,0 +1,222 @@
+#include "LedgerService/Http/HttpConnection.h"
+
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/redirect_error.hpp>
+#include <boost/asio/use_awaitable.hpp>
+#include <boost/beast/http/empty_body.hpp>
+#include <boost/beast/http/error.hpp>
+#include <boost/beast/http/read.hpp>
+#include <boost/beast/http/write.hpp>
+
+#include "LedgerService/Log.h"
+
+namespace {
+
+namespace asio = boost::asio;
+namespace beast = boost::beast;
+namespace http = boost::beast::http;
+
+constexpr std::size_t readChunkBytes = 4096;
+/// How long a client that is still sending is listened to after its refusal, so that it gets to read it.
+constexpr std::chrono::seconds lingerTime{5};
+
+std::string bearerOf(std::string_view header)
+{
+    constexpr std::string_view scheme = "Bearer ";
+    return header.starts_with(scheme) ? std::string{header.substr(scheme.size())} : std::string{};
+}
+
+/// The part of "a, b, c" after the last comma: the address that the nearest proxy saw.
+std::string lastListed(std::string_view list)
+{
+    const auto comma = list.rfind(',');
+    auto last = comma == std::string_view::npos ? list : list.substr(comma + 1);
+    while (last.starts_with(' '))
+        last.remove_prefix(1);
+    return std::string{last};
+}
+
+std::optional<Refusal> refusalOf(beast::error_code failure)
+{
+    if (failure == http::error::body_limit)
+        return Refusal{413, "payload_too_large", "The body is larger than this path takes."};
+    if (failure == http::error::header_limit || failure == http::error::buffer_overflow)
+        return Refusal{431, "validation_error", "The header is too large."};
+    if (failure == http::error::end_of_stream || failure == http::error::partial_message ||
+        failure.category() != http::make_error_code(http::error::bad_method).category())
+        return std::nullopt; // the client has left or was cut off for being slow: nobody reads an answer
+    return Refusal{400, "validation_error", "This is not an HTTP request."};
+}
+
+/// The route's own work, on a thread that may block.
+asio::awaitable<Reply> work(const Dispatcher& dispatcher, const RouteMatch& match, const Request& request)
+{
+    const auto started = std::chrono::steady_clock::now();
+    auto reply = dispatcher.answer(match, request);
+    const auto took = std::chrono::steady_clock::now() - started;
+    Log::request(request.method, match.route ? match.route->pattern : "(no route)", reply.status,
+                 std::chrono::duration_cast<std::chrono::microseconds>(took));
+    co_return reply;
+}
+
+}
+
+HttpConnection::HttpConnection(asio::ip::tcp::socket socket, HttpShared& shared)
+    : m_stream(std::move(socket)), m_shared(shared)
+{
+    beast::error_code ignored;
+    const auto endpoint = m_stream.socket().remote_endpoint(ignored);
+    m_remote = ignored ? std::string{} : endpoint.address().to_string();
+    m_stream.socket().set_option(asio::ip::tcp::no_delay{true}, ignored);
+}
+
+asio::awaitable<void> HttpConnection::serve(std::shared_ptr<HttpConnection> self)
+{
+    bool more = true;
+    while (more && !self->m_shared.stopping) {
+        more = co_await self->awaitRequest();
+        if (more)
+            more = co_await self->answerOne();
+    }
+    self->abandon();
+}
+
+void HttpConnection::finish()
+{
+    if (m_idle)
+        abandon();
+}
+
+void HttpConnection::abandon()
+{
+    beast::error_code ignored;
+    m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_both, ignored);
+    m_stream.close();
+}
+
+/// Waits for the first byte of a request; false when none comes.
+asio::awaitable<bool> HttpConnection::awaitRequest()
+{
+    if (m_buffer.size() > 0)
+        co_return true;
+    beast::error_code failure;
+    m_idle = true;
+    m_stream.expires_after(m_shared.limits.idle);
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    const auto space = m_buffer.prepare(readChunkBytes);
+    const auto read = co_await m_stream.async_read_some(space, token);
+    m_idle = false;
+    m_buffer.commit(read);
+    co_return !failure;
+}
+
+asio::awaitable<bool> HttpConnection::answerOne()
+{
+    Parser parser;
+    auto failure = co_await readHeader(parser);
+    if (failure)
+        co_return co_await refuse(failure);
+    const auto& header = parser.get();
+    const std::string_view target{header.target().data(), header.target().size()};
+    const std::string_view method{header.method_string().data(), header.method_string().size()};
+    const auto match = m_shared.routes.match(method, target.substr(0, target.find('?')));
+    failure = co_await readBody(parser, match.route ? match.route->maximumBody : ordinaryBodyBytes);
+    if (failure)
+        co_return co_await refuse(failure);
+    const bool keepAlive = header.keep_alive();
+    const auto request = requestOf(parser);
+    auto answering = work(m_shared.dispatcher, match, request);
+    auto reply = co_await asio::co_spawn(m_shared.workers, std::move(answering), asio::use_awaitable);
+    co_return co_await write(std::move(reply), keepAlive && !m_shared.stopping);
+}
+
+asio::awaitable<beast::error_code> HttpConnection::readHeader(Parser& parser)
+{
+    beast::error_code failure;
+    parser.header_limit(m_shared.limits.headerBytes);
+    parser.body_limit(boost::none); // set with the route
+    m_stream.expires_after(m_shared.limits.header);
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    co_await http::async_read_header(m_stream, m_buffer, parser, token);
+    co_return failure;
+}
+
+asio::awaitable<beast::error_code> HttpConnection::readBody(Parser& parser, std::size_t limit)
+{
+    beast::error_code failure;
+    if (const auto length = parser.content_length(); length && *length > limit)
+        co_return http::error::body_limit;
+    if (parser.is_done())
+        co_return failure;
+    parser.body_limit(limit);
+    m_stream.expires_after(m_shared.limits.body);
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    if (beast::iequals(parser.get()[http::field::expect], "100-continue")) {
+        http::response<http::empty_body> goOn{http::status::continue_, 11};
+        co_await http::async_write(m_stream, goOn, token);
+    }
+    if (!failure)
+        co_await http::async_read(m_stream, m_buffer, parser, token);
+    co_return failure;
+}
+
+/// Answers a request that could not be read, and ends the connection.
+asio::awaitable<bool> HttpConnection::refuse(beast::error_code failure)
+{
+    const auto refusal = refusalOf(failure);
+    if (!refusal)
+        co_return false;
+    Log::request("-", "(unread)", refusal->status, {});
+    auto reply = replyOf(*refusal);
+    const bool written = co_await write(std::move(reply), false);
+    static_cast<void>(written);
+    co_await linger();
+    co_return false;
+}
+
+asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)
+{
+    http::response<http::string_body> response{static_cast<http::status>(reply.status), 11};
+    response.set(http::field::content_type, "application/json");
+    response.set(http::field::cache_control, "no-store");
+    response.set("X-Content-Type-Options", "nosniff");
+    if (!reply.allow.empty())
+        response.set(http::field::allow, reply.allow);
+    response.body() = std::move(reply.body);
+    response.keep_alive(keepAlive);
+    response.prepare_payload();
+    beast::error_code failure;
+    m_stream.expires_after(m_shared.limits.reply);
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    co_await http::async_write(m_stream, response, token);
+    co_return keepAlive && !failure;
+}
+
+asio::awaitable<void> HttpConnection::linger()
+{
+    beast::error_code failure;
+    m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_send, failure);
+    m_stream.expires_after(lingerTime);
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    while (!failure) {
+        m_buffer.clear();
+        const auto space = m_buffer.prepare(readChunkBytes);
+        co_await m_stream.async_read_some(space, token);
+    }
+}
+
+Request HttpConnection::requestOf(Parser& parser) const
+{
+    auto& message = parser.get();
+    const auto text = [](auto view) { return std::string_view{view.data(), view.size()}; };
+    const auto target = text(message.target());
+    Request request;
+    request.method = text(message.method_string());
+    request.path = target.substr(0, target.find('?'));
+    request.token = bearerOf(text(message[http::field::authorization]));
+    request.remote = m_remote;
+    if (m_shared.behindProxy && message.count("X-Forwarded-For") > 0)
+        request.remote = lastListed(text(message["X-Forwarded-For"]));
+    request.body = std::move(message.body());
+    return request;
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+/// One request as the routes see it: whole, within its limits, not yet trusted.
+struct Request {
+    std::string method;
+    std::string path;   // "/v1/snapshot", without a query
+    std::string token;  // of the Authorization header; empty when there is none
+    std::string remote; // the client's address, for limits only
+    std::string body;
+};

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <expected>
+
+#include "LedgerCore/Domain/Json.h"
+#include "LedgerService/Http/Request.h"
+#include "LedgerService/Refusal.h"
+
+namespace RequestBody {
+
+/// The record that the body holds, or the refusal of a body that does not hold one.
+template <class Record>
+std::expected<Record, Refusal> decode(const Request& request)
+{
+    auto record = Json::decode<Record>(request.body);
+    if (!record)
+        return std::unexpected(Refusal{400, "validation_error", "The body is not the record that is expected here."});
+    return *std::move(record);
+}
+
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "LedgerCore/Domain/Member.h"
+#include "LedgerService/Http/Reply.h"
+#include "LedgerService/Http/Request.h"
+#include "LedgerService/Service.h"
+
+class Connection;
+
+/// What a route without a token works with; it opens its own transactions.
+struct OpenCall {
+    const Service& service;
+    const Request& request;
+    std::string now; // stamp
+};
+
+/// What a route with a token works with: one transaction, in which the member was found active.
+struct MemberCall {
+    const Service& service;
+    const Request& request;
+    const std::vector<std::string>& parameters; // of the path, in order
+    Connection& connection;
+    const std::string& companyID;
+    const Member& member;
+    std::string today; // the service's day
+    std::string now;   // stamp
+
+    [[nodiscard]] SessionOwner owner() const { return {companyID, member.id}; }
+};
+
+using OpenHandler = Outcome (*)(const OpenCall&);
+using MemberHandler = Outcome (*)(const MemberCall&);
+
+/// Answered in a transaction that only reads.
+struct Reading {
+    MemberHandler handler;
+};
+
+/// Answered in a writing transaction: committed with a reply, rolled back with a refusal.
+struct Writing {
+    MemberHandler handler;
+};
+
+/// The largest body of a request that says nothing else.
+inline constexpr std::size_t ordinaryBodyBytes = std::size_t{1} << 20;
+
+/// One thing that the service can be asked. A segment of the pattern in braces takes any one segment.
+struct Route {
+    std::string_view method;
+    std::string_view pattern; // "/v1/transactions/{id}/reverse"
+    std::variant<OpenHandler, Reading, Writing> answer;
+    std::size_t maximumBody = ordinaryBodyBytes;
+};

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <span>
+
+#include "LedgerService/Http/Route.h"
+
+/// Everything that the service can be asked, one source file a family.
+std::span<const Route> allRoutes();

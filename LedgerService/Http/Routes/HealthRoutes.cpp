@@ -1,0 +1,22 @@
+#include <array>
+
+#include "LedgerService/Http/Routes/RouteFamilies.h"
+
+namespace {
+
+/// The process runs and takes requests; nothing is said of the database.
+Outcome live(const OpenCall&)
+{
+    return Reply{.status = 200, .body = R"({"ok":true})", .allow = {}};
+}
+
+constexpr std::array routes{
+    Route{"GET", "/health/live", live},
+};
+
+}
+
+std::span<const Route> RouteFamilies::health()
+{
+    return routes;
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <span>
+
+#include "LedgerService/Http/Route.h"
+
+/// Each family is defined in the source file of its name.
+namespace RouteFamilies {
+
+std::span<const Route> health();
+std::span<const Route> session();
+std::span<const Route> snapshot();
+std::span<const Route> transactions();
+
+}

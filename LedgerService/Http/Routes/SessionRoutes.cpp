@@ -1,0 +1,49 @@
+#include <array>
+
+#include <boost/describe.hpp>
+
+#include "LedgerService/Http/RequestBody.h"
+#include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Identity/SignIn.h"
+#include "LedgerService/Identity/Token.h"
+
+namespace {
+
+struct Login {
+    std::string email;
+    std::string password;
+};
+BOOST_DESCRIBE_STRUCT(Login, (), (email, password))
+
+Outcome authResponse(std::expected<IssuedSession, Refusal> session)
+{
+    if (!session)
+        return std::unexpected(std::move(session.error()));
+    return SnapshotReply{.reader = session->owner, .beside = std::pair{std::string{"token"}, session->token}};
+}
+
+Outcome login(const OpenCall& call)
+{
+    const auto body = RequestBody::decode<Login>(call.request);
+    if (!body)
+        return std::unexpected(body.error());
+    return authResponse(SignIn::withPassword(call.service, body->email, body->password, call.request.remote));
+}
+
+Outcome logout(const MemberCall& call)
+{
+    SessionRepository::revoke(call.connection, Token::hash(call.request.token), call.now);
+    return Reply{.status = 200, .body = R"({"ok":true})", .allow = {}};
+}
+
+constexpr std::array routes{
+    Route{"POST", "/v1/auth/login", login},
+    Route{"POST", "/v1/auth/logout", Writing{logout}},
+};
+
+}
+
+std::span<const Route> RouteFamilies::session()
+{
+    return routes;
+}

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <expected>
+#include <string_view>
+
+#include "LedgerService/Identity/Authentication.h"
+
+/// The demonstration: one company a language, made at its first use, open to everyone.
+namespace DemoSignIn {
+
+/// Signs in as the demonstration member of this profile (a `DemoIdentity` one). `remote` is for limits only.
+std::expected<IssuedSession, Refusal> as(const Service& service, std::string_view locale, std::string_view profile,
+                                         std::string_view remote);
+
+}

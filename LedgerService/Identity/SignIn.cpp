@@ -1,0 +1,98 @@
+#include "LedgerService/Identity/SignIn.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerService/Identity/AttemptLimit.h"
+#include "LedgerService/Identity/Password.h"
+#include "LedgerService/Random.h"
+#include "LedgerService/Storage/AttemptRepository.h"
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/MemberRepository.h"
+#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/UserRepository.h"
+
+namespace {
+
+/// Addresses are counted by digest: the table of attempts names nobody.
+std::string emailScope(std::string_view email)
+{
+    return "email:" + Random::digest(UserRepository::normalized(email));
+}
+
+/// Counts before the password is looked at, so that guesses made at the same time count too.
+std::optional<Refusal> whyNotTry(const Service& service, std::string_view email, std::string_view remote)
+{
+    const auto loan = service.database.borrow();
+    const auto turn = service.database.queueToWrite();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    const auto& limits = service.policy.limits;
+    const auto byAddress =
+        AttemptLimit::whyNotNow(*loan, "address:" + std::string{remote}, limits.signInsPerAddress, service);
+    const auto byEmail = AttemptLimit::whyNotNow(*loan, emailScope(email), limits.signInsPerEmail, service);
+    transaction.commit();
+    return byAddress ? byAddress : byEmail;
+}
+
+std::optional<User> findUser(const Service& service, std::string_view email)
+{
+    const auto loan = service.database.borrow();
+    return UserRepository::findByEmail(*loan, email);
+}
+
+/// The company to open, or why none is open to the person.
+std::expected<SessionOwner, Refusal> choose(const std::vector<Membership>& memberships,
+                                            const std::optional<std::string>& lastCompanyID,
+                                            const ServicePolicy& policy)
+{
+    std::optional<Refusal> closed;
+    std::optional<SessionOwner> chosen;
+    for (const auto& each : memberships) {
+        if (!each.active || (each.demonstration && !policy.demonstration))
+            continue;
+        if (auto refusal = Authentication::whyNotOpen(each.approvalStatus))
+            closed = closed ? closed : refusal;
+        else if (!chosen || each.companyID == lastCompanyID)
+            chosen = SessionOwner{each.companyID, each.memberID};
+    }
+    if (chosen)
+        return *std::move(chosen);
+    if (closed)
+        return std::unexpected(*std::move(closed));
+    const bool hidden =
+        !policy.demonstration && !memberships.empty() && std::ranges::all_of(memberships, &Membership::demonstration);
+    if (hidden)
+        return std::unexpected(Authentication::unauthorized());
+    return std::unexpected(Refusal{403, "inactive_member", "The member is deactivated."});
+}
+
+}
+
+std::expected<IssuedSession, Refusal> SignIn::withPassword(const Service& service, std::string_view email,
+                                                           std::string_view password, std::string_view remote)
+{
+    if (auto refusal = whyNotTry(service, email, remote))
+        return std::unexpected(*std::move(refusal));
+    const auto user = findUser(service, email);
+    if (!user) {
+        Password::pretendToMatch(password);
+        return std::unexpected(Authentication::unauthorized());
+    }
+    if (!Password::matches(password, user->passwordHash))
+        return std::unexpected(Authentication::unauthorized());
+
+    const auto loan = service.database.borrow();
+    const auto turn = service.database.queueToWrite();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    const auto owner = choose(MemberRepository::memberships(*loan, user->id), user->currentCompanyID, service.policy);
+    if (!owner)
+        return std::unexpected(owner.error());
+    auto session = Authentication::issue(*loan, *owner, service);
+    UserRepository::writeCurrentCompany(*loan, user->id, owner->companyID);
+    AttemptRepository::forget(*loan, emailScope(email));
+    transaction.commit();
+    return session;
+}

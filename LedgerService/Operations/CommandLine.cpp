@@ -1,0 +1,106 @@
+#include "LedgerService/Operations/CommandLine.h"
+
+#include <exception>
+#include <filesystem>
+
+#include <CLI/CLI.hpp>
+#include <fmt/core.h>
+
+#include "LedgerService/Operations/CreateCompany.h"
+#include "LedgerService/Operations/Serve.h"
+#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Storage/Database.h"
+
+namespace {
+
+int fail(std::string_view words)
+{
+    fmt::print(stderr, "tallyfold-service: {}\n", words);
+    return 1;
+}
+
+void addDatabase(CLI::App& command, std::string& file)
+{
+    command.add_option("--database", file, "The SQLite file")->required()->type_name("FILE");
+}
+
+int verify(const std::string& file)
+{
+    if (!std::filesystem::exists(file))
+        return fail("there is no file " + file);
+    const auto database = Database::open(file);
+    if (!database)
+        return fail(database.error());
+    const auto loan = (*database)->borrow();
+    const auto report = Verify::run(*loan);
+    for (const auto& problem : report.problems)
+        fmt::print("{}\n", problem);
+    fmt::print("{} companies, {} entries: {}\n", report.companies, report.entries,
+               report.problems.empty() ? "every balance equals its legs, nothing is wrong"
+                                       : fmt::format("{} problems", report.problems.size()));
+    return report.problems.empty() ? 0 : 1;
+}
+
+int createCompany(const std::string& file, CreateCompany::Order order)
+{
+    auto password = CreateCompany::readPassword();
+    if (!password)
+        return fail(password.error());
+    order.password = *std::move(password);
+    const auto database = Database::open(file);
+    if (!database)
+        return fail(database.error());
+    const auto loan = (*database)->borrow();
+    const auto id = CreateCompany::carryOut(*loan, order);
+    if (!id)
+        return fail(id.error());
+    fmt::print("Company {} is ready; its owner signs in as {}.\n", *id, order.ownerEmail);
+    return 0;
+}
+
+}
+
+int CommandLine::run(int argumentCount, const char* const* arguments)
+{
+    CLI::App app{"The Tallyfold ledger service: keeps the books of companies in one database.", "tallyfold-service"};
+    app.set_version_flag("--version", std::string{"tallyfold-service "} + TALLYFOLD_VERSION);
+    app.require_subcommand(1);
+
+    Serve::Options serving;
+    auto* serve = app.add_subcommand("serve", "Answer clients until told to end");
+    serve->add_option("--listen", serving.listen, "Numeric address and port; port 0 picks a free one")
+        ->capture_default_str()
+        ->type_name("ADDRESS:PORT");
+    addDatabase(*serve, serving.databaseFile);
+    serve->add_flag("--behind-tls-proxy", serving.behindTlsProxy,
+                    "A proxy in front speaks TLS; needed on any address that is not loopback");
+    serve->add_flag("--demo,!--no-demo", serving.demonstration,
+                    "Offer the demonstration companies; without this, on loopback addresses only");
+    serve->add_flag("--quiet", serving.quiet, "Log failures only");
+
+    std::string file;
+    auto* verifying = app.add_subcommand("verify", "Recompute all balances and check all books");
+    addDatabase(*verifying, file);
+
+    CreateCompany::Order order;
+    auto* creating = app.add_subcommand("create-company", "Found a company with its owner; asks for the password, or "
+                                                          "reads it as one line from standard input");
+    addDatabase(*creating, file);
+    creating->add_option("--name", order.companyName, "Name of the company")->required()->type_name("TEXT");
+    creating->add_option("--country", order.countries, "Countries, such as ID or VN")->type_name("CODE");
+    creating->add_option("--owner-name", order.ownerName, "Name of the owner")->required()->type_name("TEXT");
+    creating->add_option("--owner-email", order.ownerEmail, "Address to sign in with")->required()->type_name("EMAIL");
+    creating->add_option("--locale", order.locale, "Language of the owner: zh-CN, en-US, id-ID or vi-VN")
+        ->default_val("en-US")
+        ->type_name("TAG");
+    try {
+        app.parse(argumentCount, arguments);
+        if (serve->parsed())
+            return Serve::run(serving);
+        return verifying->parsed() ? verify(file) : createCompany(file, std::move(order));
+    } catch (const CLI::ParseError& problem) {
+        return app.exit(problem);
+    } catch (const std::exception& failure) {
+        return fail(failure.what());
+    }
+}

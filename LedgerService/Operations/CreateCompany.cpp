@@ -1,0 +1,131 @@
+#include "LedgerService/Operations/CreateCompany.h"
+
+#include <array>
+#include <chrono>
+#include <iostream>
+#include <string_view>
+
+#include <fmt/core.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/TextFold.h"
+#include "LedgerService/Identity/Password.h"
+#include "LedgerService/Random.h"
+#include "LedgerService/Storage/CompanyFounding.h"
+#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/UserRepository.h"
+
+namespace {
+
+constexpr std::size_t maximumNameLength = 120; // code points
+
+/// All company-wide rights; those on accounts come with each account.
+constexpr std::array ownerPermissions{"viewCompany",   "manageCompany",    "exportData",     "viewCapital",
+                                      "postCapital",   "correctCapital",   "exportCapital",  "viewDividends",
+                                      "postDividends", "correctDividends", "exportDividends"};
+
+/// Keeps what is typed off the screen while it lives.
+class HiddenTyping {
+public:
+    HiddenTyping()
+    {
+        m_changed = tcgetattr(STDIN_FILENO, &m_before) == 0;
+        auto hidden = m_before;
+        hidden.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        m_changed = m_changed && tcsetattr(STDIN_FILENO, TCSAFLUSH, &hidden) == 0;
+    }
+    ~HiddenTyping()
+    {
+        if (m_changed)
+            tcsetattr(STDIN_FILENO, TCSAFLUSH, &m_before);
+    }
+    HiddenTyping(const HiddenTyping&) = delete;
+    HiddenTyping& operator=(const HiddenTyping&) = delete;
+
+private:
+    termios m_before{};
+    bool m_changed = false;
+};
+
+std::string ask(std::string_view question)
+{
+    fmt::print(stderr, "{}", question);
+    std::string line;
+    std::getline(std::cin, line);
+    fmt::print(stderr, "\n");
+    return line;
+}
+
+bool isName(std::string_view text)
+{
+    const auto trimmed = TextFold::trimmed(text);
+    return !trimmed.empty() && TextFold::isValidUtf8(text) && TextFold::length(trimmed) <= maximumNameLength;
+}
+
+bool isEmail(std::string_view text)
+{
+    const auto at = text.find('@');
+    return at != std::string_view::npos && at > 0 && at + 1 < text.size() && text.find(' ') == std::string_view::npos &&
+           TextFold::isValidUtf8(text);
+}
+
+CompanyFounding foundingOf(const CreateCompany::Order& order)
+{
+    CompanyFounding founding;
+    founding.company.id = Random::identifier();
+    founding.company.name = TextFold::trimmed(order.companyName);
+    founding.company.countries = order.countries;
+    founding.company.enabledLocales.assign(AppLanguage::supportedLocales.begin(), AppLanguage::supportedLocales.end());
+    founding.company.createdAt = LedgerDay::stamp(std::chrono::system_clock::now());
+    founding.company.approvalStatus = "approved";
+    founding.settings.featuresConfigured = false;
+    Member owner;
+    owner.id = Random::identifier();
+    owner.userID = Random::identifier();
+    owner.name = TextFold::trimmed(order.ownerName);
+    owner.email = UserRepository::normalized(order.ownerEmail);
+    owner.role = "owner";
+    owner.locale = AppLanguage::locale(order.locale);
+    owner.active = true;
+    owner.permissions.emplace(ownerPermissions.begin(), ownerPermissions.end());
+    owner.accountGrants.emplace();
+    founding.members.push_back(
+        {.member = std::move(owner), .passwordHash = Password::hash(order.password), .demoProfile = {}});
+    return founding;
+}
+
+}
+
+std::expected<std::string, std::string> CreateCompany::carryOut(Connection& connection, const Order& order)
+{
+    if (!isName(order.companyName) || !isName(order.ownerName))
+        return std::unexpected(fmt::format("names have 1 to {} characters", maximumNameLength));
+    if (!isEmail(UserRepository::normalized(order.ownerEmail)))
+        return std::unexpected("the e-mail address is not one");
+    if (!Password::isAcceptable(order.password))
+        return std::unexpected(fmt::format("a password has at least {} characters", Password::minimumLength));
+    const auto founding = foundingOf(order);
+    Transaction transaction{connection, Transaction::Mode::writing};
+    if (UserRepository::findByEmail(connection, order.ownerEmail))
+        return std::unexpected("somebody is registered with this e-mail address already");
+    founding.write(connection);
+    transaction.commit();
+    return founding.company.id;
+}
+
+std::expected<std::string, std::string> CreateCompany::readPassword()
+{
+    if (isatty(STDIN_FILENO) == 0) {
+        std::string line;
+        std::getline(std::cin, line);
+        return line;
+    }
+    const HiddenTyping hidden;
+    auto password = ask("Password of the owner: ");
+    if (ask("Once more: ") != password)
+        return std::unexpected("the two passwords differ");
+    return password;
+}

@@ -1,0 +1,96 @@
+#include "LedgerService/Operations/Serve.h"
+
+#include <charconv>
+#include <cstdio>
+
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/address.hpp>
+#include <boost/asio/signal_set.hpp>
+#include <csignal>
+#include <fmt/core.h>
+
+#include "LedgerService/Http/Server.h"
+#include "LedgerService/Log.h"
+
+namespace {
+
+int fail(const std::string& words)
+{
+    fmt::print(stderr, "tallyfold-service: {}\n", words);
+    return 1;
+}
+
+std::optional<std::uint16_t> portOf(std::string_view text)
+{
+    std::uint16_t port = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), port);
+    const bool whole = failure == std::errc{} && end == text.data() + text.size();
+    return whole ? std::optional{port} : std::nullopt;
+}
+
+void waitForSignal()
+{
+    boost::asio::io_context waiting{1};
+    boost::asio::signal_set signals{waiting, SIGINT, SIGTERM};
+    signals.async_wait([](boost::system::error_code, int) {});
+    waiting.run();
+}
+
+}
+
+bool Serve::Endpoint::isLoopback() const
+{
+    boost::system::error_code failure;
+    const auto parsed = boost::asio::ip::make_address(address, failure);
+    return !failure && parsed.is_loopback();
+}
+
+std::string Serve::Endpoint::url() const
+{
+    const bool version6 = address.find(':') != std::string::npos;
+    return version6 ? fmt::format("http://[{}]:{}", address, port) : fmt::format("http://{}:{}", address, port);
+}
+
+std::optional<Serve::Endpoint> Serve::parseEndpoint(const std::string& text)
+{
+    const auto colon = text.rfind(':');
+    if (colon == std::string::npos)
+        return std::nullopt;
+    auto address = text.substr(0, colon);
+    if (address.starts_with('[') && address.ends_with(']'))
+        address = address.substr(1, address.size() - 2);
+    const auto port = portOf(std::string_view{text}.substr(colon + 1));
+    boost::system::error_code failure;
+    boost::asio::ip::make_address(address, failure);
+    if (failure || !port)
+        return std::nullopt;
+    return Endpoint{address, *port};
+}
+
+int Serve::run(const Options& options)
+{
+    auto endpoint = parseEndpoint(options.listen);
+    if (!endpoint)
+        return fail("--listen takes a numeric address and a port, such as 127.0.0.1:48731 or [::1]:48731");
+    if (!endpoint->isLoopback() && !options.behindTlsProxy)
+        return fail("passwords and tokens would cross the network unprotected: put a proxy that speaks TLS in front "
+                    "and say so with --behind-tls-proxy, or listen on a loopback address");
+    Log::start(options.quiet ? Log::Level::failures : Log::Level::requests);
+    const bool demonstration = options.demonstration.value_or(endpoint->isLoopback() && !options.behindTlsProxy);
+    ServerOptions serverOptions;
+    serverOptions.address = endpoint->address;
+    serverOptions.port = endpoint->port;
+    serverOptions.databaseFile = options.databaseFile;
+    serverOptions.behindProxy = options.behindTlsProxy;
+    serverOptions.policy.demonstration = demonstration;
+    const auto server = Server::start(std::move(serverOptions));
+    if (!server)
+        return fail(server.error());
+    endpoint->port = (*server)->port();
+    fmt::print("Tallyfold service listening on {}\n", endpoint->url());
+    std::fflush(stdout);
+    waitForSignal();
+    Log::note("stopping");
+    (*server)->stop();
+    return 0;
+}

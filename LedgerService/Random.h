@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Secrets, identifiers and digests, all from the cryptographic library.
+namespace Random {
+
+/// This many unguessable bytes as URL-safe Base64 without padding.
+std::string text(std::size_t bytes);
+
+/// A new identifier: short, opaque, never issued before.
+std::string identifier();
+
+/// 256 bits of digest in lower-case hexadecimal.
+std::string digest(std::string_view content);
+
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+class Database;
+
+/// Tells the time; tests set it.
+using Clock = std::function<std::chrono::system_clock::time_point()>;
+
+/// How many attempts are taken within one window of time before further ones are refused.
+struct AttemptLimits {
+    std::chrono::seconds window{15 * 60};
+    int signInsPerEmail = 10;
+    int signInsPerAddress = 100;
+    int demonstrationsPerAddress = 300;
+};
+
+/// What an operator decides about a running service.
+struct ServicePolicy {
+    bool demonstration = false; // whether anyone may enter the demonstration companies
+    std::chrono::hours sessionLifetime{30 * 24};
+    AttemptLimits limits;
+};
+
+/// What every request is answered with. Holds no state of its own: all that matters is in the database.
+struct Service {
+    Database& database;
+    Clock clock;
+    ServicePolicy policy;
+};
