@@ -116,10 +116,10 @@ std::optional<CapitalError> whyInvalid(const CapitalContribution& contribution, 
     return std::nullopt;
 }
 
-/// `coveredThrough` is the last day that any baseline covers; contributions come after it.
 std::optional<CapitalError> whyInvalidContributions(const CapitalState& state, std::string_view currency,
-                                                    const Identifiers& participants, std::string_view coveredThrough)
+                                                    const Identifiers& participants)
 {
+    const auto covered = CapitalMath::coveredThrough(state, currency);
     ContributionIndex byID;
     for (const auto& contribution : state.contributions) {
         if (contribution.currency == currency && !byID.emplace(contribution.id, &contribution).second)
@@ -130,7 +130,7 @@ std::optional<CapitalError> whyInvalidContributions(const CapitalState& state, s
             continue;
         if (const auto failed = ::whyInvalid(contribution, byID, participants))
             return failed;
-        if (contribution.date <= coveredThrough)
+        if (contribution.date <= covered)
             return CapitalError::invalidState;
     }
     return std::nullopt;
@@ -149,19 +149,17 @@ std::optional<CapitalError> CapitalMath::whyInvalid(const CapitalState& state, s
     if (!participants)
         return CapitalError::invalidState;
     std::vector<const CapitalBaseline*> baselines;
-    std::string_view coveredThrough;
     for (const auto& baseline : state.baselines) {
         if (baseline.currency != currency)
             continue;
         if (!isValid(baseline, *participants))
             return CapitalError::invalidState;
         baselines.push_back(&baseline);
-        coveredThrough = std::max(coveredThrough, std::string_view{baseline.throughDate});
     }
     const auto isValidVersion = [&](const auto& version) { return isValid(version, *participants); };
     if (!areChained(baselines) || !std::ranges::all_of(state.ownershipVersions, isValidVersion))
         return CapitalError::invalidState;
-    return whyInvalidContributions(state, currency, *participants, coveredThrough);
+    return whyInvalidContributions(state, currency, *participants);
 }
 
 const CapitalBaseline* CapitalMath::currentBaseline(const CapitalState& state, std::string_view currency)
@@ -175,6 +173,16 @@ const CapitalBaseline* CapitalMath::currentBaseline(const CapitalState& state, s
         return baseline.currency == currency && !replaced.contains(baseline.id);
     });
     return found == state.baselines.end() ? nullptr : &*found;
+}
+
+std::string_view CapitalMath::coveredThrough(const CapitalState& state, std::string_view currency)
+{
+    std::string_view last;
+    for (const auto& baseline : state.baselines) {
+        if (baseline.currency == currency)
+            last = std::max(last, std::string_view{baseline.throughDate});
+    }
+    return last;
 }
 
 const CapitalOwnershipVersion* CapitalMath::ownershipInForce(const CapitalState& state,

@@ -24,6 +24,10 @@ std::optional<CapitalError> whyInvalid(const CapitalState& state, std::string_vi
 /// The currency's baseline that no other supersedes, or null. Asked of a valid state only.
 const CapitalBaseline* currentBaseline(const CapitalState& state, std::string_view currency);
 
+/// The last day that any baseline of the currency covers, superseded ones included; empty without one. Contributions
+/// come after it.
+std::string_view coveredThrough(const CapitalState& state, std::string_view currency);
+
 /// The latest ownership version that starts on or before `day`; without a day the latest of all. Of one start day the
 /// one created last counts.
 const CapitalOwnershipVersion* ownershipInForce(const CapitalState& state, std::optional<std::string_view> day);
