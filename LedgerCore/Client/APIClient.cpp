@@ -72,7 +72,7 @@ Failure failureOf(TransportFailure failure)
         return Cancelled{};
     case TransportFailure::network:
         return clientError(ClientCode::network);
-    case TransportFailure::notHttp:
+    case TransportFailure::unreadable:
         return invalidResponse();
     }
     return invalidResponse();

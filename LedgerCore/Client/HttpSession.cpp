@@ -10,9 +10,13 @@
 #include <QNetworkRequest>
 #include <QUrl>
 
+#include "LedgerCore/Client/SingleUseBody.h"
 #include "LedgerCore/Client/TransferWatch.h"
 
 namespace {
+
+/// Well below the time for which services keep an idle connection.
+constexpr std::chrono::milliseconds keptAlive{10'000};
 
 QNetworkRequest networkRequest(const HttpRequest& request)
 {
@@ -38,35 +42,25 @@ bool isLoopback(const QString& host)
     return host == QStringLiteral("localhost") || QHostAddress{host}.isLoopback();
 }
 
-/// Errors by which the transport reports a status that did arrive whole.
-bool isAboutStatus(QNetworkReply::NetworkError error, int status)
+/// Errors by which the transport reports what the service answered rather than how the answer travelled.
+bool isAboutAnswer(QNetworkReply::NetworkError error)
 {
-    constexpr int proxyAuthenticationRequired = 407;
-    if (error == QNetworkReply::ProxyAuthenticationRequiredError)
-        return status == proxyAuthenticationRequired;
-    return error == QNetworkReply::ProtocolInvalidOperationError ||
-           (error >= QNetworkReply::ContentAccessDenied && error <= QNetworkReply::UnknownContentError) ||
-           error >= QNetworkReply::InternalServerError;
-}
-
-bool isNotHttp(QNetworkReply::NetworkError error)
-{
-    return error == QNetworkReply::NoError || error == QNetworkReply::ProtocolFailure ||
-           error == QNetworkReply::ProtocolUnknownError;
+    return error == QNetworkReply::NoError || error == QNetworkReply::ProxyAuthenticationRequiredError ||
+           error >= QNetworkReply::ContentAccessDenied;
 }
 
 std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, TransferWatch::Ending ending)
 {
     if (ending == TransferWatch::Ending::cancelled)
         return std::unexpected(TransportFailure::cancelled);
-    const auto error = reply.error();
     const auto status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
-    if (ending == TransferWatch::Ending::timedOut)
+    if (ending == TransferWatch::Ending::timedOut || !isAboutAnswer(reply.error()) ||
+        reply.error() == QNetworkReply::ContentReSendError)
         return std::unexpected(TransportFailure::network);
-    if (status == 0)
-        return std::unexpected(isNotHttp(error) ? TransportFailure::notHttp : TransportFailure::network);
-    if (error != QNetworkReply::NoError && !isAboutStatus(error, status))
-        return std::unexpected(TransportFailure::network);
+    // A successful answer with an error could not be unpacked; an answer without a status is none.
+    constexpr int firstRefusal = 400;
+    if (status == 0 || (status < firstRefusal && reply.error() != QNetworkReply::NoError))
+        return std::unexpected(TransportFailure::unreadable);
     return HttpReply{.status = status, .body = reply.readAll().toStdString()};
 }
 
@@ -85,34 +79,39 @@ QCoro::Task<std::expected<HttpReply, TransportFailure>> HttpSession::send(std::s
                                                                           HttpRequest request)
 {
     auto* const reply = session->start(request);
-    auto* const watch = new TransferWatch(*reply, session->m_limits);
+    const QPointer<TransferWatch> watch = new TransferWatch(*reply, session->m_limits);
+    session->m_transfers.push_back(watch);
     co_await reply;
     auto outcome = conclude(*reply, watch->ending());
-    std::erase(session->m_replies, reply);
+    std::erase(session->m_transfers, watch);
+    session->m_lastUse.start();
     reply->deleteLater();
     co_return outcome;
 }
 
 void HttpSession::abort()
 {
-    // Ending a transfer resumes whoever waits for it, who may take its reply off the list.
-    for (const auto& reply : std::vector{m_replies}) {
-        auto* const watch = reply ? reply->findChild<TransferWatch*>() : nullptr;
-        if (watch)
-            watch->stop(TransferWatch::Ending::cancelled);
+    // Ending a transfer resumes whoever waits for it, who takes it off the list.
+    for (const auto& transfer : std::vector{m_transfers}) {
+        if (transfer)
+            transfer->stop(TransferWatch::Ending::cancelled);
     }
 }
 
 QNetworkReply* HttpSession::start(const HttpRequest& request)
 {
     const auto prepared = networkRequest(request);
+    // A connection that lay idle may be closed at the other end by now, which would pass for a lost reply.
+    if (!m_lastUse.isValid() || m_lastUse.hasExpired(keptAlive.count()))
+        m_manager->clearConnectionCache();
+    m_lastUse.start();
     // What is meant for this machine never goes through a proxy.
     m_manager->setProxy(isLoopback(prepared.url().host()) ? QNetworkProxy{QNetworkProxy::NoProxy}
                                                           : QNetworkProxy{QNetworkProxy::DefaultProxy});
-    auto* const reply = request.method == "GET" && !request.body
-                            ? m_manager->get(prepared)
-                            : m_manager->sendCustomRequest(prepared, QByteArray::fromStdString(request.method),
-                                                           QByteArray::fromStdString(request.body.value_or("")));
-    m_replies.emplace_back(reply);
+    if (request.method == "GET" && !request.body)
+        return m_manager->get(prepared);
+    auto* const body = new SingleUseBody(request.body.value_or(""));
+    auto* const reply = m_manager->sendCustomRequest(prepared, QByteArray::fromStdString(request.method), body);
+    body->setParent(reply);
     return reply;
 }

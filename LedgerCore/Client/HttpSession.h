@@ -8,10 +8,12 @@
 #include <vector>
 
 #include <QCoro/QCoroTask>
+#include <QElapsedTimer>
 #include <QPointer>
 
 class QNetworkAccessManager;
 class QNetworkReply;
+class TransferWatch;
 
 /// How long a request may take before it is given up.
 struct TransferLimits {
@@ -33,7 +35,7 @@ struct HttpReply {
 };
 
 /// Why no whole reply came.
-enum class TransportFailure { cancelled, network, notHttp };
+enum class TransportFailure { cancelled, network, unreadable };
 
 /// The transport: no cookies, no cache, no redirects, no retries of its own. Main thread only.
 class HttpSession {
@@ -55,5 +57,6 @@ private:
 
     TransferLimits m_limits;
     std::unique_ptr<QNetworkAccessManager> m_manager;
-    std::vector<QPointer<QNetworkReply>> m_replies;
+    QElapsedTimer m_lastUse;
+    std::vector<QPointer<TransferWatch>> m_transfers; // under way
 };
