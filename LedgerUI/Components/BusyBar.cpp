@@ -46,10 +46,12 @@ void BusyBar::setBusy(bool isBusy)
     }
 }
 
-void BusyBar::attachBelow(QWidget* strip)
+void BusyBar::overlay(QWidget* host, int top)
 {
-    m_strip = strip;
-    strip->installEventFilter(this);
+    m_host = host;
+    m_top = top;
+    setParent(host);
+    host->installEventFilter(this);
 }
 
 void BusyBar::paintEvent(QPaintEvent* /*event*/)
@@ -63,9 +65,7 @@ void BusyBar::paintEvent(QPaintEvent* /*event*/)
 
 bool BusyBar::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_strip && (event->type() == QEvent::Resize || event->type() == QEvent::Move)) {
-        const auto below = m_strip->mapTo(parentWidget(), QPoint{0, m_strip->height()});
-        setGeometry(below.x(), below.y(), m_strip->width(), thickness);
-    }
+    if (watched == m_host && event->type() == QEvent::Resize)
+        setGeometry(0, m_top, m_host->width(), thickness);
     return QWidget::eventFilter(watched, event);
 }

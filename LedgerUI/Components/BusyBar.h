@@ -10,8 +10,8 @@ public:
     explicit BusyBar(QWidget* parent = nullptr);
 
     void setBusy(bool isBusy);
-    /// Lies over the bottom edge of `strip`, taking no room, and follows its size.
-    void attachBelow(QWidget* strip);
+    /// Lies `top` pixels below the upper edge of `host`, taking no room, as wide as it.
+    void overlay(QWidget* host, int top);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -21,5 +21,6 @@ private:
     QTimer m_delay;
     QTimer m_step;
     double m_phase = 0.0; // 0 at the left end, 1 past the right
-    QWidget* m_strip = nullptr;
+    QWidget* m_host = nullptr;
+    int m_top = 0;
 };

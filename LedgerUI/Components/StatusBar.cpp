@@ -59,6 +59,11 @@ void StatusBar::setRefreshText(const QString& text, Freshness freshness)
     announce();
 }
 
+void StatusBar::setRefreshHint(const QString& hint)
+{
+    m_refresh->setToolTip(hint);
+}
+
 void StatusBar::setRefreshEnabled(bool isEnabled)
 {
     m_refresh->setEnabled(isEnabled);

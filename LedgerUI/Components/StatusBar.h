@@ -15,6 +15,7 @@ public:
     explicit StatusBar(QWidget* parent = nullptr);
 
     void setRefreshText(const QString& text, Freshness freshness);
+    void setRefreshHint(const QString& hint);
     void setRefreshEnabled(bool isEnabled);
     void setCount(const QString& text);
     /// `figure` follows in bold.

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string_view>
+
+#include <QString>
+
+/// What a member's role is called in the language in force; a role of the service's own is shown as it stands.
+QString roleText(std::string_view role);

@@ -1,0 +1,6 @@
+#pragma once
+
+class WordTable;
+
+/// The texts of the sign-in screen.
+const WordTable& signInWords();

@@ -1,0 +1,157 @@
+#include "LedgerUI/Screens/SignIn/SignInAside.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QButtonGroup>
+#include <QCoro/QCoroTask>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Domain/DemoIdentity.h"
+#include "LedgerUI/Components/CardButton.h"
+#include "LedgerUI/Components/Line.h"
+#include "LedgerUI/Components/MarkLabel.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/RoleText.h"
+#include "LedgerUI/Presentation/SignInWords.h"
+#include "LedgerUI/Screens/SignIn/SignInMode.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int asideWidth = 308;
+constexpr int modeHeight = 52;
+constexpr int markExtent = 36;
+
+}
+
+SignInAside::SignInAside(LedgerStore& store, QWidget* parent) : QFrame{parent}, m_store{store}
+{
+    setObjectName(QStringLiteral("signInAside"));
+    setFixedWidth(asideWidth);
+    buildLayout();
+    buildDemonstrationMenu();
+    retranslate();
+}
+
+void SignInAside::setBusy(bool isBusy)
+{
+    m_demonstration->setEnabled(!isBusy);
+    for (auto* mode : m_modes)
+        mode->setEnabled(!isBusy);
+}
+
+QList<QWidget*> SignInAside::modeButtons() const
+{
+    return {m_modes.begin(), m_modes.end()};
+}
+
+QWidget* SignInAside::demonstrationButton() const
+{
+    return m_demonstration;
+}
+
+void SignInAside::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QFrame::changeEvent(event);
+}
+
+void SignInAside::buildLayout()
+{
+    auto* name = new TextLabel(TypeStep::title, Token::text, this);
+    name->setText(QStringLiteral("Tallyfold"));
+    m_tagline = new TextLabel(TypeStep::small, Token::text2, this);
+    m_tagline->setWordWrap(true);
+    auto* brand = new QHBoxLayout;
+    brand->setContentsMargins(Space::step2, 0, Space::step2, 0);
+    brand->setSpacing(Space::step3);
+    brand->addWidget(new MarkLabel(markExtent, this));
+    brand->addWidget(name, 1);
+    auto* tagline = new QHBoxLayout;
+    tagline->setContentsMargins(Space::step2, Space::step2, Space::step2, Space::step4);
+    tagline->addWidget(m_tagline);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Space::step4, Space::step6, Space::step4, Space::step4);
+    layout->setSpacing(0);
+    layout->addLayout(brand);
+    layout->addLayout(tagline);
+    auto* group = new QButtonGroup(this);
+    for (const auto& mode : signInModes) {
+        auto* row = new CardButton(CardButton::Lead::glyph, modeHeight, this);
+        row->setObjectName(QStringLiteral("mode-") + qString(mode.name));
+        row->setGlyph(qString(mode.glyph));
+        row->setCheckable(true);
+        row->setChecked(m_modes.empty());
+        group->addButton(row, static_cast<int>(m_modes.size()));
+        m_modes.push_back(row);
+        layout->addWidget(row);
+    }
+    connect(group, &QButtonGroup::idClicked, this, &SignInAside::modeChosen);
+
+    m_demonstration = new QPushButton(this);
+    m_demonstration->setObjectName(QStringLiteral("demonstration"));
+    m_demonstration->setIcon(Icon::of(QStringLiteral("easel"), Token::text));
+    m_demonstration->setIconSize({Space::icon, Space::icon});
+    m_demonstration->setAutoDefault(false);
+    m_demonstrationHint = new TextLabel(TypeStep::small, Token::text2, this);
+    m_demonstrationHint->setAlignment(Qt::AlignHCenter);
+    m_demonstrationHint->setWordWrap(true);
+    layout->addStretch(1);
+    layout->addWidget(new Line(Qt::Horizontal, this));
+    layout->addSpacing(Space::step3);
+    layout->addWidget(m_demonstration);
+    layout->addSpacing(Space::step1);
+    layout->addWidget(m_demonstrationHint);
+}
+
+void SignInAside::buildDemonstrationMenu()
+{
+    auto* menu = new QMenu(m_demonstration);
+    menu->setObjectName(QStringLiteral("demonstrationMenu"));
+    m_profiles = new QActionGroup(this);
+    for (const auto profile : DemoIdentity::profiles) {
+        auto* action = menu->addAction(QString{});
+        action->setObjectName(QStringLiteral("profile-") + qString(profile));
+        action->setData(qString(profile));
+        m_profiles->addAction(action);
+        connect(action, &QAction::triggered, this, [this, profile] { startDemonstration(std::string{profile}); });
+    }
+    m_demonstration->setMenu(menu);
+}
+
+void SignInAside::startDemonstration(const std::string& profile)
+{
+    Q_EMIT submitting();
+    QCoro::connect(m_store.startDemo(m_store.locale(), profile), this, [this](const Result<void>& done) {
+        const auto* error = done ? nullptr : std::get_if<APIError>(&done.error());
+        if (error && error->code == ClientCode::invalidServerURL)
+            Q_EMIT addressRefused(qString(m_store.friendly(done.error())));
+        else if (error)
+            m_demonstration->setFocus();
+    });
+}
+
+void SignInAside::retranslate()
+{
+    const auto& words = signInWords();
+    m_tagline->setText(word(words, "tagline"));
+    for (std::size_t index = 0; index < m_modes.size(); ++index) {
+        m_modes[index]->setTitle(word(words, signInModes[index].title));
+        m_modes[index]->setSubtitle(word(words, signInModes[index].hint));
+        m_modes[index]->setAccessibleName(word(words, signInModes[index].title));
+        m_modes[index]->setAccessibleDescription(word(words, signInModes[index].hint));
+    }
+    m_demonstration->setText(word(words, "demo"));
+    m_demonstrationHint->setText(word(words, "demoHint"));
+    for (auto* action : m_profiles->actions())
+        action->setText(roleText(action->data().toString().toStdString()));
+}

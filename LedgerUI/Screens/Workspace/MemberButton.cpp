@@ -1,0 +1,100 @@
+#include "LedgerUI/Screens/Workspace/MemberButton.h"
+
+#include <QAction>
+#include <QActionGroup>
+#include <QCoro/QCoroTask>
+#include <QEvent>
+#include <QMenu>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerUI/Components/CardButton.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/RoleText.h"
+#include "LedgerUI/Presentation/WorkspaceWords.h"
+#include "LedgerUI/Theme/Icon.h"
+
+namespace {
+
+constexpr int buttonHeight = 44;
+
+}
+
+MemberButton::MemberButton(LedgerStore& store, QWidget* parent) : QWidget{parent}, m_store{store}
+{
+    m_button = new CardButton(CardButton::Lead::initials, buttonHeight, this);
+    m_button->setObjectName(QStringLiteral("memberButton"));
+    m_button->setTrailing(QStringLiteral("gear"));
+    setFocusProxy(m_button);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_button);
+    buildMenu();
+    connect(m_button, &CardButton::clicked, this, [this] {
+        const auto above = m_button->mapToGlobal(QPoint{0, -m_menu->sizeHint().height()});
+        m_menu->popup(above);
+    });
+    connect(&m_store, &LedgerStore::snapshotChanged, this, &MemberButton::present);
+    connect(&m_store, &LedgerStore::isBusyChanged, this, &MemberButton::present);
+    present();
+}
+
+void MemberButton::setFolded(bool isFolded)
+{
+    m_button->setShape(isFolded ? CardButton::Shape::folded : CardButton::Shape::full);
+}
+
+void MemberButton::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        present();
+    QWidget::changeEvent(event);
+}
+
+void MemberButton::buildMenu()
+{
+    m_menu = new QMenu(this);
+    m_menu->setObjectName(QStringLiteral("memberMenu"));
+    m_languageMenu = m_menu->addMenu(QString{});
+    m_languageMenu->setIcon(Icon::of(QStringLiteral("translate")));
+    m_languages = new QActionGroup(this);
+    for (const auto tag : AppLanguage::supportedLocales) {
+        auto* action = m_languageMenu->addAction(InterfaceLanguage::nativeName(tag));
+        action->setObjectName(QStringLiteral("language-") + qString(tag));
+        action->setCheckable(true);
+        action->setData(qString(tag));
+        m_languages->addAction(action);
+    }
+    connect(m_languages, &QActionGroup::triggered, this,
+            [this](const QAction* action) { m_store.setAppLanguage(action->data().toString().toStdString()); });
+    m_menu->addSeparator();
+    m_signOut = m_menu->addAction(QString{});
+    m_signOut->setObjectName(QStringLiteral("signOut"));
+    m_signOut->setIcon(Icon::of(QStringLiteral("box-arrow-right")));
+    connect(m_signOut, &QAction::triggered, this, &MemberButton::signOut);
+}
+
+void MemberButton::present()
+{
+    const auto& words = workspaceWords();
+    m_languageMenu->setTitle(word(words, "language"));
+    m_signOut->setText(word(words, "signOut"));
+    m_signOut->setEnabled(!m_store.isBusy());
+    for (auto* action : m_languages->actions())
+        action->setChecked(action->data().toString() == qString(InterfaceLanguage::tag()));
+    const auto snapshot = m_store.snapshot();
+    if (!snapshot)
+        return;
+    const auto& member = snapshot->currentMember;
+    const auto role = roleText(member.role);
+    m_button->setTitle(qString(member.name));
+    m_button->setSubtitle(role);
+    m_button->setAccessibleName(word(words, "member", {member.name, role.toStdString()}));
+}
+
+void MemberButton::signOut()
+{
+    // The root screen leaves the workspace as soon as the snapshot is gone; there is nothing left to do here.
+    QCoro::connect(m_store.logout(), this, [](const Result<void>&) {});
+}

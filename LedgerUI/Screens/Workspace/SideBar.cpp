@@ -1,0 +1,154 @@
+#include "LedgerUI/Screens/Workspace/SideBar.h"
+
+#include <array>
+
+#include <QButtonGroup>
+#include <QEvent>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerUI/Components/CardButton.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/KeyBindings.h"
+#include "LedgerUI/Presentation/WorkspaceWords.h"
+#include "LedgerUI/Screens/Workspace/DemonstrationNotice.h"
+#include "LedgerUI/Screens/Workspace/MemberButton.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int companyHeight = 48;
+constexpr int pageButtonHeight = 32;
+constexpr int railButtonHeight = 36;
+constexpr int betweenPages = 2;
+
+// In the order of WorkspacePage.
+constexpr std::array glyphs{"person-lines-fill", "journal-text", "bar-chart", "bank", "pie-chart", "building"};
+
+QString glyphOf(WorkspacePage page)
+{
+    return QString::fromLatin1(glyphs[static_cast<std::size_t>(page)]);
+}
+
+}
+
+SideBar::SideBar(LedgerStore& store, QWidget* parent) : QFrame{parent}, m_store{store}
+{
+    setObjectName(QStringLiteral("sideBar"));
+    m_group = new QButtonGroup(this);
+    buildLayout();
+    connect(m_group, &QButtonGroup::idClicked, this,
+            [this](int id) { Q_EMIT pageChosen(static_cast<WorkspacePage>(id)); });
+    connect(&m_store, &LedgerStore::snapshotChanged, this, &SideBar::present);
+    setFolded(false);
+    present();
+    retranslate();
+}
+
+void SideBar::setPages(const std::vector<WorkspacePage>& pages)
+{
+    for (auto* button : m_buttons)
+        delete button;
+    m_buttons.clear();
+    for (const auto page : pages) {
+        auto* button = new QToolButton(this);
+        button->setObjectName(QStringLiteral("page-") + qString(WorkspacePages::name(page)));
+        button->setProperty("kind", QStringLiteral("page"));
+        button->setCheckable(true);
+        button->setFocusPolicy(Qt::StrongFocus);
+        button->setIcon(Icon::of(glyphOf(page), Token::text2, Token::accent));
+        button->setIconSize({Space::icon, Space::icon});
+        button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+        m_group->addButton(button, static_cast<int>(page));
+        m_pageRows->addWidget(button);
+        setTabOrder(m_buttons.empty() ? m_company : static_cast<QWidget*>(m_buttons.back()), button);
+        m_buttons.push_back(button);
+    }
+    if (!m_buttons.empty())
+        setTabOrder(m_buttons.back(), m_member);
+    setFolded(m_isFolded);
+    retranslate();
+}
+
+void SideBar::choose(WorkspacePage page)
+{
+    if (auto* button = m_group->button(static_cast<int>(page)))
+        button->setChecked(true);
+}
+
+void SideBar::setFolded(bool isFolded)
+{
+    m_isFolded = isFolded;
+    setFixedWidth(isFolded ? Space::rail : Space::sideBar);
+    const auto shape = isFolded ? CardButton::Shape::folded : CardButton::Shape::full;
+    m_company->setShape(shape);
+    m_member->setFolded(isFolded);
+    m_notice->setFolded(isFolded);
+    for (auto* button : m_buttons) {
+        button->setToolButtonStyle(isFolded ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+        button->setFixedHeight(isFolded ? railButtonHeight : pageButtonHeight);
+    }
+}
+
+QWidget* SideBar::focusTarget() const
+{
+    return m_group->checkedButton();
+}
+
+void SideBar::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QFrame::changeEvent(event);
+}
+
+void SideBar::buildLayout()
+{
+    m_company = new CardButton(CardButton::Lead::mark, companyHeight, this);
+    m_company->setObjectName(QStringLiteral("companyButton"));
+    // There is nothing to switch to yet: it only tells which books are open.
+    m_company->setFocusPolicy(Qt::NoFocus);
+    m_company->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_notice = new DemonstrationNotice(m_store, this);
+    m_member = new MemberButton(m_store, this);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(Space::step2, Space::step2, Space::step2 + 1, Space::step2);
+    layout->setSpacing(0);
+    layout->addWidget(m_company);
+    layout->addSpacing(Space::step3);
+    m_pageRows = new QVBoxLayout;
+    m_pageRows->setSpacing(betweenPages);
+    layout->addLayout(m_pageRows);
+    layout->addStretch(1);
+    layout->addWidget(m_notice);
+    layout->addSpacing(Space::step2);
+    layout->addWidget(m_member);
+}
+
+void SideBar::present()
+{
+    const auto snapshot = m_store.snapshot();
+    if (!snapshot)
+        return;
+    m_company->setTitle(qString(snapshot->company.name));
+    m_company->setAccessibleName(qString(snapshot->company.name));
+}
+
+void SideBar::retranslate()
+{
+    setAccessibleName(word(workspaceWords(), "pages"));
+    qsizetype position = 0;
+    for (auto* button : m_buttons) {
+        const auto page = static_cast<WorkspacePage>(m_group->id(button));
+        const auto name = word(workspaceWords(), WorkspacePages::name(page));
+        const auto keys = KeyBindings::pageKeys(position++);
+        button->setText(name);
+        button->setAccessibleName(name);
+        button->setToolTip(keys.isEmpty()
+                               ? name
+                               : QStringLiteral("%1 (%2)").arg(name, keys.first().toString(QKeySequence::NativeText)));
+    }
+}

@@ -1,0 +1,240 @@
+#include "LedgerUI/Screens/Workspace/WorkspaceView.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QCoro/QCoroTask>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Domain/FinancialFeaturePolicy.h"
+#include "LedgerUI/Components/BusyBar.h"
+#include "LedgerUI/Components/StatusBar.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/KeyBindings.h"
+#include "LedgerUI/Presentation/WorkspaceStatus.h"
+#include "LedgerUI/Screens/Workspace/PageRegistry.h"
+#include "LedgerUI/Screens/Workspace/PageView.h"
+#include "LedgerUI/Screens/Workspace/SideBar.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+/// The first widget of `pane` that Tab would reach, the pane itself first.
+QWidget* firstStop(QWidget* pane)
+{
+    auto* each = pane;
+    do {
+        const bool isInside = each == pane || pane->isAncestorOf(each);
+        if (isInside && (each->focusPolicy() & Qt::TabFocus) && each->isVisible() && each->isEnabled())
+            return each;
+        each = each->nextInFocusChain();
+    } while (each != pane);
+    return nullptr;
+}
+
+bool holdsFocus(const QWidget* pane)
+{
+    const auto* focus = QApplication::focusWidget();
+    return focus && (focus == pane || pane->isAncestorOf(focus));
+}
+
+}
+
+WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, QWidget* parent)
+    : QWidget{parent}, m_store{store}, m_registry{registry}
+{
+    setObjectName(QStringLiteral("workspaceView"));
+    buildLayout();
+    bindKeys();
+    connect(m_sideBar, &SideBar::pageChosen, this, &WorkspaceView::open);
+    connect(m_status, &StatusBar::refreshRequested, this, &WorkspaceView::refresh);
+    connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
+        presentPages();
+        presentStatus();
+    });
+    connect(&m_store, &LedgerStore::isBusyChanged, this, &WorkspaceView::presentStatus);
+    connect(&m_store, &LedgerStore::lastRefreshChanged, this, [this] {
+        m_isStale = false;
+        presentStatus();
+    });
+    presentPages();
+    presentStatus();
+}
+
+void WorkspaceView::open(WorkspacePage page)
+{
+    if (std::ranges::find(m_pages, page) == m_pages.end())
+        return;
+    auto& view = m_views[page];
+    if (!view) {
+        view = m_registry.make(page, m_store, m_stack);
+        m_stack->addWidget(view);
+        connect(view, &PageView::statusContextChanged, this, &WorkspaceView::presentContext);
+    }
+    m_stack->setCurrentWidget(view);
+    m_sideBar->choose(page);
+    presentContext();
+}
+
+void WorkspaceView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        presentStatus();
+        presentContext();
+    }
+    QWidget::changeEvent(event);
+}
+
+void WorkspaceView::resizeEvent(QResizeEvent* event)
+{
+    m_sideBar->setFolded(width() < Space::foldBelow);
+    QWidget::resizeEvent(event);
+}
+
+void WorkspaceView::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    const auto* page = currentPage();
+    const auto targets = page ? page->panes() : QList<QWidget*>{};
+    auto* start = targets.isEmpty() ? m_sideBar->focusTarget() : firstStop(targets.first());
+    if (start)
+        start->setFocus();
+}
+
+void WorkspaceView::buildLayout()
+{
+    m_sideBar = new SideBar(m_store, this);
+    auto* column = new QWidget(this);
+    m_stack = new QStackedWidget(column);
+    m_status = new StatusBar(column);
+    auto* rows = new QVBoxLayout(column);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(m_stack, 1);
+    rows->addWidget(m_status);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_sideBar);
+    layout->addWidget(column, 1);
+    m_busy = new BusyBar(column);
+    m_busy->overlay(column, Space::pageHeader);
+}
+
+void WorkspaceView::bindKeys()
+{
+    const auto bind = [this](const QList<QKeySequence>& sequences, auto action) {
+        for (const auto& keys : sequences)
+            connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
+    };
+    bind(KeyBindings::keys(Command::refresh), [this] { refresh(); });
+    bind(KeyBindings::keys(Command::nextPane), [this] { movePane(Step::next); });
+    bind(KeyBindings::keys(Command::previousPane), [this] { movePane(Step::previous); });
+    for (qsizetype position = 0; position < static_cast<qsizetype>(WorkspacePages::all.size()); ++position) {
+        bind(KeyBindings::pageKeys(position), [this, position] {
+            if (position < static_cast<qsizetype>(m_pages.size()))
+                open(m_pages[static_cast<std::size_t>(position)]);
+        });
+    }
+}
+
+void WorkspaceView::presentPages()
+{
+    const auto snapshot = m_store.snapshot();
+    if (!snapshot)
+        return;
+    auto pages = WorkspacePages::visible({.canViewCompany = m_store.canViewCompany(),
+                                          .canManage = m_store.canManage(),
+                                          .showsDividends = FinancialFeaturePolicy::showsCapitalNavigation(*snapshot),
+                                          .role = snapshot->currentMember.role});
+    std::erase_if(pages, [this](WorkspacePage page) { return !m_registry.contains(page); });
+    if (pages == m_pages)
+        return;
+    const auto shown = std::ranges::find_if(m_views, [this](const auto& each) { return each.second == currentPage(); });
+    const auto chosen = shown == m_views.end() ? std::optional<WorkspacePage>{} : shown->first;
+    m_pages = std::move(pages);
+    m_sideBar->setPages(m_pages);
+    const bool isKept = chosen && std::ranges::find(m_pages, *chosen) != m_pages.end();
+    if (!m_pages.empty())
+        open(isKept ? *chosen : m_pages.front());
+    std::erase_if(m_views, [this](const auto& each) {
+        const bool isGone = std::ranges::find(m_pages, each.first) == m_pages.end();
+        if (isGone)
+            each.second->deleteLater();
+        return isGone;
+    });
+}
+
+void WorkspaceView::presentStatus()
+{
+    const auto snapshot = m_store.snapshot();
+    if (!snapshot)
+        return;
+    const auto status = workspaceStatus({.lastRefresh = m_store.lastRefresh(),
+                                         .isBusy = m_store.isBusy(),
+                                         .isStale = m_isStale,
+                                         .entries = snapshot->transactions.size()});
+    m_status->setRefreshText(status.refresh,
+                             status.isWarning ? StatusBar::Freshness::stale : StatusBar::Freshness::fresh);
+    m_status->setRefreshHint(status.refreshHint);
+    m_status->setRefreshEnabled(!m_store.isBusy());
+    m_status->setCount(status.count);
+    m_busy->setBusy(m_store.isBusy());
+}
+
+void WorkspaceView::presentContext()
+{
+    const auto* page = currentPage();
+    const auto context = page ? page->statusContext() : PageView::StatusContext{};
+    m_status->setContext(context.text, context.figure);
+}
+
+void WorkspaceView::refresh()
+{
+    if (m_store.isBusy())
+        return;
+    QCoro::connect(m_store.refreshFromUser(), this, [this](const Result<void>& done) {
+        if (done || std::holds_alternative<Cancelled>(done.error()))
+            return;
+        m_isStale = true;
+        presentStatus();
+    });
+}
+
+void WorkspaceView::movePane(Step step)
+{
+    const auto all = panes();
+    if (all.isEmpty())
+        return;
+    const auto count = all.size();
+    const auto holder = std::ranges::find_if(all, holdsFocus);
+    const auto from = holder == all.end() ? (step == Step::next ? count - 1 : 0) : holder - all.begin();
+    const auto by = step == Step::next ? 1 : count - 1;
+    for (auto at = (from + by) % count; at != from; at = (at + by) % count) {
+        if (auto* stop = firstStop(all[at])) {
+            stop->setFocus(Qt::ShortcutFocusReason);
+            return;
+        }
+    }
+}
+
+PageView* WorkspaceView::currentPage() const
+{
+    return qobject_cast<PageView*>(m_stack->currentWidget());
+}
+
+QList<QWidget*> WorkspaceView::panes() const
+{
+    QList<QWidget*> all;
+    if (m_sideBar->focusTarget())
+        all.append(m_sideBar);
+    if (const auto* page = currentPage())
+        all += page->panes();
+    all.append(m_status);
+    return all;
+}

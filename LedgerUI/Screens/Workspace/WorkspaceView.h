@@ -1,0 +1,55 @@
+#pragma once
+
+#include <map>
+#include <vector>
+
+#include <QWidget>
+
+#include "LedgerUI/Presentation/WorkspacePage.h"
+
+class BusyBar;
+class LedgerStore;
+class PageRegistry;
+class PageView;
+class QStackedWidget;
+class SideBar;
+class StatusBar;
+
+/// The signed-in shell: side bar, the pages that the member may see, and the status bar.
+class WorkspaceView final : public QWidget {
+    Q_OBJECT
+public:
+    WorkspaceView(LedgerStore& store, const PageRegistry& registry, QWidget* parent = nullptr);
+
+    /// The visible pages in the order of the side bar: those that the rule allows and that are built.
+    [[nodiscard]] const std::vector<WorkspacePage>& pages() const { return m_pages; }
+    void open(WorkspacePage page);
+
+protected:
+    void changeEvent(QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    enum class Step { next, previous };
+
+    void buildLayout();
+    void bindKeys();
+    void presentPages();
+    void presentStatus();
+    void presentContext();
+    void refresh();
+    void movePane(Step step);
+    [[nodiscard]] PageView* currentPage() const;
+    [[nodiscard]] QList<QWidget*> panes() const;
+
+    LedgerStore& m_store;
+    const PageRegistry& m_registry;
+    SideBar* m_sideBar = nullptr;
+    QStackedWidget* m_stack = nullptr;
+    StatusBar* m_status = nullptr;
+    BusyBar* m_busy = nullptr;
+    std::vector<WorkspacePage> m_pages;
+    std::map<WorkspacePage, PageView*> m_views;
+    bool m_isStale = false;
+};

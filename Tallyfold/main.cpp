@@ -1,0 +1,67 @@
+#include <optional>
+#include <string>
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <QApplication>
+#include <fmt/core.h>
+
+#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Theme.h"
+#include "Tallyfold/MainWindow.h"
+#include "Tallyfold/ProcessAge.h"
+#include "Tallyfold/TallyfoldApp.h"
+
+namespace {
+
+struct Options {
+    std::string language;
+    bool measuresStart = false;
+};
+
+void describe(CLI::App& command, Options& options)
+{
+    command.set_version_flag("--version", "Tallyfold " TALLYFOLD_VERSION);
+    command
+        .add_option("--language", options.language, "Interface language of this start: zh-CN, en-US, id-ID or vi-VN")
+        ->check(CLI::Validator{[](const std::string& tag) {
+                                   return AppLanguage::isSupported(tag) ? std::string{} : "no such language: " + tag;
+                               },
+                               "TAG"});
+    command.add_flag("--measure-start", options.measuresStart,
+                     "Print the milliseconds from the process's start to the first painted frame, and leave");
+}
+
+void printStart()
+{
+    if (const auto age = processAge())
+        fmt::print("first-paint-ms {}\n", age->count());
+    else
+        fmt::print(stderr, "This system does not tell when a process started.\n");
+    QApplication::quit();
+}
+
+}
+
+int main(int argc, char** argv)
+{
+    CLI::App command{"Books of several companies, in every currency they keep."};
+    Options options;
+    describe(command, options);
+    CLI11_PARSE(command, argc, argv);
+
+    QApplication application{argc, argv};
+    QApplication::setApplicationName(QStringLiteral("Tallyfold"));
+    QApplication::setApplicationVersion(QStringLiteral(TALLYFOLD_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("tallyfold"));
+    Theme::current().followDesktop();
+    QApplication::setWindowIcon(Icon::mark());
+
+    TallyfoldApp tallyfold{options.language.empty() ? std::optional<std::string>{} : options.language};
+    if (options.measuresStart)
+        QObject::connect(&tallyfold.window(), &MainWindow::firstPainted, printStart);
+    tallyfold.start();
+    return QApplication::exec();
+}
