@@ -16,11 +16,11 @@ struct LedgerFilter {
     using Choices = std::set<std::string, std::less<>>;
 
     Period period = Period::allTime();
-    std::string text; // as typed
-    Choices kinds;    // as `displayKind` tells them
-    Choices accountIDs;
-    Choices categoryIDs; // a parent stands for its children too
-    Choices currencies;
+    std::string text = {}; // as typed
+    Choices kinds = {};    // as `displayKind` tells them
+    Choices accountIDs = {};
+    Choices categoryIDs = {}; // a parent stands for its children too
+    Choices currencies = {};
     Receipts receipts = Receipts::any;
 
     bool operator==(const LedgerFilter&) const = default;

@@ -51,7 +51,7 @@ const WordTable& LedgerWords::table()
         {"filter.attached", "有票据", "Dengan bukti", "Có chứng từ", "With receipts"},
         {"filter.missing", "缺少票据", "Tanpa bukti", "Chưa có chứng từ", "Without receipts"},
         {"chip", "%1：%2", "%1: %2", "%1: %2", "%1: %2"},
-        {"chip.several", "%1：%2 等 %3 项", "%1: %2 dan %3 lainnya", "%1: %2 và %3 mục khác", "%1: %2 and %3 more"},
+        {"chip.several", "%1：%2 及另外 %3 项", "%1: %2 dan %3 lainnya", "%1: %2 và %3 mục khác", "%1: %2 and %3 more"},
         {"chip.remove", "移除筛选“%1”", "Hapus filter “%1”", "Bỏ bộ lọc “%1”", "Remove filter “%1”"},
         {"quoted", "“%1”", "“%1”", "“%1”", "“%1”"},
         {"detail.toggle", "显示或隐藏详情", "Tampilkan atau sembunyikan rincian", "Hiện hoặc ẩn chi tiết",

@@ -1,0 +1,80 @@
+#include "LedgerUI/Presentation/LedgerNotice.h"
+
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/LedgerFilterChoices.h"
+#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Presentation/PeriodLabel.h"
+
+namespace {
+
+using Offer = LedgerNotice::Offer;
+using Reason = LedgerNotice::Reason;
+using Remedy = LedgerNotice::Remedy;
+
+LedgerNotice nothingRecorded(const LedgerBook& book)
+{
+    const auto& locale = book.locale();
+    const auto text = [&](std::string_view key) { return LedgerWords::text(key, locale); };
+    if (book.snapshot().accounts.empty())
+        return {Reason::noAccess, text("empty.noAccess"), text("empty.noAccessBody"), {}};
+    if (!book.snapshot().currentMember.canRecord())
+        return {Reason::nothingRecorded, text("empty.title"), text("empty.body"), {}};
+    return {Reason::nothingRecorded,
+            text("empty.title"),
+            text("empty.bodyRecord"),
+            {{Remedy::record, text("newEntry"), {}}}};
+}
+
+LedgerNotice nothingInPeriod(const LedgerBook& book, const LedgerFilter& filter, const PeriodCounts& counts,
+                             std::chrono::year_month_day today)
+{
+    const auto& locale = book.locale();
+    auto nearest = counts.latestDayUntil(today);
+    if (!nearest)
+        nearest = counts.latestDay();
+    LedgerNotice notice{Reason::nothingInPeriod,
+                        LedgerWords::filled("period.title", locale, {periodLabel(filter.period, locale).toStdString()}),
+                        {},
+                        {}};
+    if (nearest) {
+        auto latest = filter;
+        latest.period = filter.period.movedTo(*nearest);
+        const auto label = periodLabel(latest.period, locale).toStdString();
+        notice.sentence = LedgerWords::filled("period.body", locale, {label});
+        notice.offers.push_back(
+            {Remedy::changeFilter, LedgerWords::filled("period.go", locale, {label}), std::move(latest)});
+    }
+    return notice;
+}
+
+LedgerNotice nothingMatches(const LedgerBook& book, const LedgerFilter& filter)
+{
+    const auto& locale = book.locale();
+    LedgerNotice notice{Reason::nothingMatches,
+                        LedgerWords::text("noMatch.title", locale),
+                        LedgerWords::text("noMatch.body", locale),
+                        {}};
+    if (const auto blocking = blockingPart(book, filter)) {
+        const auto name = LedgerWords::filled("quoted", locale, {partText(book, filter, blocking->part).toStdString()});
+        notice.sentence = LedgerWords::filled(blocking->entries == 1 ? "noMatch.one" : "noMatch.many", locale,
+                                              {name.toStdString(), LedgerWords::number(blocking->entries, locale)});
+        notice.offers.push_back(
+            {Remedy::changeFilter, LedgerWords::text("noMatch.drop", locale), filter.without(blocking->part)});
+    }
+    if (!filter.period.isAllTime())
+        notice.offers.push_back({Remedy::changeFilter, LedgerWords::text("noMatch.allTime", locale),
+                                 filter.without(LedgerFilter::Part::period)});
+    return notice;
+}
+
+}
+
+LedgerNotice noticeFor(const LedgerBook& book, const LedgerFilter& filter, const PeriodCounts& counts,
+                       std::chrono::year_month_day today)
+{
+    if (book.size() == 0)
+        return nothingRecorded(book);
+    if (filter.narrows())
+        return nothingMatches(book, filter);
+    return nothingInPeriod(book, filter, counts, today);
+}

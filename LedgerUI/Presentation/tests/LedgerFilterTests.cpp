@@ -1,0 +1,160 @@
+#include "LedgerUI/Presentation/LedgerFilter.h"
+
+#include <QStringList>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerUI/Presentation/LedgerFilterChoices.h"
+#include "LedgerUI/Presentation/LedgerNotice.h"
+#include "LedgerUI/Presentation/LedgerSort.h"
+#include "LedgerUI/Presentation/tests/LedgerSample.h"
+
+namespace {
+
+using Part = LedgerFilter::Part;
+using Receipts = LedgerFilter::Receipts;
+
+Period month(std::string_view day)
+{
+    return Period::containing(Period::Span::month, LedgerDay::parse(day).value());
+}
+
+struct FilterCase {
+    std::string_view name;
+    LedgerFilter filter;
+    std::string_view shown;
+};
+
+void PrintTo(const FilterCase& each, std::ostream* out)
+{
+    *out << each.name;
+}
+
+class LedgerFilters : public testing::TestWithParam<FilterCase> {};
+
+TEST_P(LedgerFilters, ShowWhatPassesThemNewestFirst)
+{
+    const auto book = bookOf(sampleLedger());
+    EXPECT_EQ(idsOf(book, matching(book, GetParam().filter)), GetParam().shown);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Parts, LedgerFilters,
+    testing::Values(
+        FilterCase{"Nothing", {}, "v1 e3 r1 x1 t1 e1 e2 i1 o1"},
+        FilterCase{"Month", {.period = month("2026-10-05")}, "i1"},
+        FilterCase{"TextIgnoresCaseAndDiacritics", {.text = "DIEN van"}, "e1"},
+        FilterCase{"TextInAccount", {.text = "rizky"}, "t1"}, FilterCase{"TextInMember", {.text = "huong"}, "v1 e3 r1"},
+        FilterCase{"TextInReference", {.text = "rf-77"}, "r1"},
+        FilterCase{"TextInACategorysOtherLanguage", {.text = "sales (vi)"}, "i1"},
+        FilterCase{"TextInTheParentCategory", {.text = "utilities"}, "v1 e3 e1 e2"},
+        FilterCase{"TextInTheKindsName", {.text = "exchange"}, "x1"},
+        FilterCase{"AmountAsShown", {.text = "4,385,200"}, "e2"},
+        FilterCase{"AmountAsAnotherLanguageShowsIt", {.text = "4.385.200"}, "e2"},
+        FilterCase{"AmountDigits", {.text = "43850"}, "e1"},
+        FilterCase{"EveryWordMustBeFound", {.text = "huong typed"}, "v1"},
+        FilterCase{"KindsAddUp", {.kinds = {"income", "exchange"}}, "x1 i1"},
+        FilterCase{"AccountOfEitherLeg", {.accountIDs = {"Rizky float"}}, "t1"},
+        FilterCase{"ParentCategoryHoldsItsChildren", {.categoryIDs = {"utilities"}}, "v1 e3 e1 e2"},
+        FilterCase{"ChildCategoryAlone", {.categoryIDs = {"power"}}, "v1 e3 e1"},
+        FilterCase{"Currency", {.currencies = {"SGD", "IDR"}}, "x1 e2"},
+        FilterCase{"AccountAndCurrencyMeetInOneLeg", {.accountIDs = {"Operating bank"}, .currencies = {"SGD"}}, ""},
+        FilterCase{"WithReceipts", {.receipts = Receipts::attached}, "e3"},
+        FilterCase{"PartsNarrowEachOther",
+                   {.period = month("2026-11-01"), .kinds = {"expense"}, .receipts = Receipts::missing},
+                   "e1 e2"}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(LedgerFilter, NamesThePartThatHidesTheMost)
+{
+    const auto book = bookOf(sampleLedger());
+    const LedgerFilter filter{.period = month("2026-11-01"), .text = "rizky", .kinds = {"expense"}};
+    ASSERT_TRUE(matching(book, filter).empty());
+    EXPECT_EQ(blockingPart(book, filter), (LedgerBlockingPart{Part::text, 3}));
+    EXPECT_EQ(blockingPart(book, {.text = "nobody"}), (LedgerBlockingPart{Part::text, 9}));
+    EXPECT_EQ(blockingPart(book, {.text = "nobody", .kinds = {"nothing"}}), std::nullopt);
+}
+
+TEST(LedgerFilter, OffersOnlyWhatTheBookHolds)
+{
+    const auto book = bookOf(sampleLedger());
+    const auto texts = [&](Part part) {
+        QStringList result;
+        for (const auto& choice : filterChoices(book, part))
+            result << (choice.level == LedgerFilterChoice::Level::child ? QStringLiteral("- ") : QString{}) +
+                          choice.text;
+        return result.join(QStringLiteral(", ")).toStdString();
+    };
+    EXPECT_EQ(texts(Part::kinds), "Income, Expense, Transfer, Exchange, Refund, Reversal, Opening balance");
+    EXPECT_EQ(texts(Part::categories), "Sales, Utilities, - Electricity");
+    EXPECT_EQ(texts(Part::currencies), "IDR  Indonesian rupiah, USD  US dollar, SGD  Singapore dollar");
+    const auto both = withChosen({}, Part::receipts, {"attached", "missing"});
+    EXPECT_EQ(both, LedgerFilter{});
+}
+
+struct SortCase {
+    std::string_view name;
+    LedgerSort sort;
+    std::string_view shown;
+};
+
+void PrintTo(const SortCase& each, std::ostream* out)
+{
+    *out << each.name;
+}
+
+class LedgerSorts : public testing::TestWithParam<SortCase> {};
+
+TEST_P(LedgerSorts, KeepEqualEntriesNewestFirst)
+{
+    const auto book = bookOf(sampleLedger());
+    EXPECT_EQ(idsOf(book, sorted(book, matching(book, {}), GetParam().sort)), GetParam().shown);
+}
+
+using Key = LedgerSort::Key;
+constexpr auto up = LedgerSort::Direction::ascending;
+constexpr auto down = LedgerSort::Direction::descending;
+INSTANTIATE_TEST_SUITE_P(
+    Keys, LedgerSorts,
+    testing::Values(SortCase{"OldestFirst", {Key::date, up}, "o1 i1 e2 e1 t1 x1 r1 e3 v1"},
+                    SortCase{"Entry", {Key::entry, up}, "x1 t1 o1 r1 v1 i1 e2 e3 e1"},
+                    SortCase{"Account", {Key::account, down}, "x1 v1 e3 r1 t1 e1 e2 i1 o1"},
+                    SortCase{"Member", {Key::member, up}, "x1 t1 e1 e2 i1 o1 v1 e3 r1"},
+                    SortCase{"AmountByCurrencyThenValue", {Key::amount, up}, "e2 x1 e1 r1 e3 t1 v1 i1 o1"},
+                    SortCase{"AmountDown", {Key::amount, down}, "o1 i1 v1 t1 e3 r1 e1 x1 e2"}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(LedgerNotice, SaysWhyNothingIsShownAndOffersTheWayOut)
+{
+    const auto book = bookOf(sampleLedger());
+    const auto counts = book.counts();
+
+    const auto empty = noticeFor(book, {.period = month("2026-03-01")}, counts, sampleToday);
+    EXPECT_EQ(empty.headline, QStringLiteral("No entries in March 2026"));
+    ASSERT_EQ(empty.offers.size(), 1U);
+    EXPECT_EQ(empty.offers[0].text, QStringLiteral("Go to November 2026"));
+    EXPECT_EQ(empty.offers[0].filter.period, month("2026-11-01"));
+
+    const LedgerFilter narrow{.period = month("2026-11-01"), .kinds = {"expense"}, .receipts = Receipts::attached};
+    const auto blocked = noticeFor(book, withChosen(narrow, Part::categories, {"sales"}), counts, sampleToday);
+    EXPECT_EQ(blocked.sentence, QStringLiteral("1 entry matches without the filter “Category: Sales”."));
+    ASSERT_EQ(blocked.offers.size(), 2U);
+    EXPECT_EQ(blocked.offers[0].filter, narrow);
+    EXPECT_TRUE(blocked.offers[1].filter.period.isAllTime());
+}
+
+TEST(LedgerNotice, TellsAnEmptyLedgerFromOneThatMayNotBeSeen)
+{
+    const auto fresh = bookOf(snapshot().account("bank", {"USD"}).grantAll());
+    const auto inviting = noticeFor(fresh, {}, fresh.counts(), sampleToday);
+    ASSERT_EQ(inviting.offers.size(), 1U);
+    EXPECT_EQ(inviting.offers[0].remedy, LedgerNotice::Remedy::record);
+
+    const auto readOnly = bookOf(snapshot().account("bank", {"USD"}).grant("bank", {"view"}));
+    EXPECT_TRUE(noticeFor(readOnly, {}, readOnly.counts(), sampleToday).offers.empty());
+
+    const auto blind = bookOf(snapshot());
+    EXPECT_EQ(noticeFor(blind, {}, blind.counts(), sampleToday).reason, LedgerNotice::Reason::noAccess);
+}
+
+}

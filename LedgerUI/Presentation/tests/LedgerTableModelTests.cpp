@@ -1,0 +1,123 @@
+#include "LedgerUI/Presentation/LedgerTableModel.h"
+
+#include <QAbstractItemModelTester>
+#include <QItemSelectionModel>
+#include <QSignalSpy>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Presentation/LedgerFilter.h"
+#include "LedgerUI/Presentation/LedgerSort.h"
+#include "LedgerUI/Presentation/tests/LedgerSample.h"
+
+namespace {
+
+using FailureReporting = QAbstractItemModelTester::FailureReportingMode;
+
+LedgerBookPointer share(const SnapshotBuilder& books)
+{
+    return std::make_shared<const LedgerBook>(books.share(), "en-US");
+}
+
+/// A model under Qt's own rules, with a selection as a view would hold it.
+struct WatchedModel {
+    WatchedModel() { show(book, matching(*book, {})); }
+
+    void show(const LedgerBookPointer& shown, std::vector<std::uint32_t> rows)
+    {
+        model.present(shown, std::move(rows), sampleToday);
+    }
+    void select(std::string_view id)
+    {
+        selection.setCurrentIndex(model.index(model.rowOf(id), 0),
+                                  QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    std::string selected() const
+    {
+        std::string ids;
+        for (const auto& index : selection.selectedRows())
+            ids += model.row(index.row()).id.toStdString() + " ";
+        return ids;
+    }
+
+    LedgerBookPointer book = share(sampleLedger());
+    LedgerTableModel model;
+    QAbstractItemModelTester tester{&model, FailureReporting::Fatal};
+    QItemSelectionModel selection{&model};
+};
+
+TEST(LedgerTableModel, KeepsTheSelectionWhenARefreshBringsAndTakesEntries)
+{
+    WatchedModel watched;
+    watched.select("t1");
+    QSignalSpy resets(&watched.model, &QAbstractItemModel::modelReset);
+
+    auto books = sampleLedger();
+    books.expense("new", "2026-11-20", "Singapore", "USD", 100).expense("old", "2026-01-01", "Singapore", "USD", 5);
+    auto whole = books.build();
+    std::erase_if(whole.transactions, [](const auto& each) { return each.id == "x1" || each.id == "e1"; });
+    const auto fresh = std::make_shared<const LedgerBook>(std::make_shared<const LedgerSnapshot>(whole), "en-US");
+    watched.show(fresh, matching(*fresh, {}));
+
+    EXPECT_EQ(idsOf(*fresh, watched.model.rows()), "new v1 e3 r1 t1 e2 i1 o1 old");
+    EXPECT_EQ(watched.selected(), "t1 ");
+    EXPECT_EQ(resets.count(), 0);
+}
+
+TEST(LedgerTableModel, KeepsTheSelectionThroughAnotherOrder)
+{
+    WatchedModel watched;
+    watched.select("i1");
+    watched.show(watched.book, sorted(*watched.book, matching(*watched.book, {}),
+                                      {LedgerSort::Key::amount, LedgerSort::Direction::ascending}));
+    EXPECT_EQ(watched.selected(), "i1 ");
+    EXPECT_EQ(watched.selection.currentIndex().row(), watched.model.rowOf("i1"));
+}
+
+TEST(LedgerTableModel, ShowsTheEntryAnewWhenARefreshChangesIt)
+{
+    WatchedModel watched;
+    ASSERT_FALSE(watched.model.row(watched.model.rowOf("e1")).isReversed);
+    QSignalSpy changes(&watched.model, &QAbstractItemModel::dataChanged);
+    auto whole = sampleLedger().build();
+    for (auto& each : whole.transactions) {
+        if (each.id == "e1")
+            each.reversedBy = "later";
+    }
+    const auto fresh = std::make_shared<const LedgerBook>(std::make_shared<const LedgerSnapshot>(whole), "en-US");
+    watched.show(fresh, matching(*fresh, {}));
+    EXPECT_TRUE(watched.model.row(watched.model.rowOf("e1")).isReversed);
+    EXPECT_EQ(changes.count(), 1);
+}
+
+TEST(LedgerTableModel, SurvivesALargeChangeAsOneReset)
+{
+    auto books = snapshot().account("bank", {"USD"});
+    for (int each = 0; each < 400; ++each)
+        (each % 2 ? books.income("i" + std::to_string(each), "2026-01-01", "bank", "USD", 1)
+                  : books.expense("e" + std::to_string(each), "2026-01-01", "bank", "USD", 1));
+    const auto book = share(books);
+    WatchedModel watched;
+    watched.show(book, matching(*book, {.kinds = {"income"}}));
+    QSignalSpy resets(&watched.model, &QAbstractItemModel::modelReset);
+    watched.show(book, matching(*book, {}));
+    EXPECT_EQ(watched.model.rowCount(), 400);
+    EXPECT_EQ(resets.count(), 1);
+}
+
+TEST(LedgerTableModel, CopiesRowsForSpreadsheetsAndReadsCellsAloud)
+{
+    WatchedModel watched;
+    const auto rowOf = [&](std::string_view id) { return watched.model.rowOf(id); };
+    EXPECT_EQ(watched.model.copyText({rowOf("x1"), rowOf("t1")}).toStdString(),
+              "2026-11-06\tExchange\t\tSingapore\t\tMira Owner\tUSD\t-12,000.00\tSGD\t16,074.00\n"
+              "2026-11-05\tFunding\t\tOperating bank\tRizky float\tMira Owner\tUSD\t50.00\n");
+    const auto aloud = [&](std::string_view id, int column) {
+        return watched.model.index(rowOf(id), column).data(Qt::AccessibleTextRole).toString().toStdString();
+    };
+    EXPECT_EQ(aloud("e3", LedgerTableModel::entry), "Utilities › Electricity, Reversed, 2 receipts");
+    EXPECT_EQ(aloud("t1", LedgerTableModel::account), "Operating bank, to Rizky float");
+    EXPECT_TRUE(watched.model.repeatsDay(rowOf("e3")));
+    EXPECT_FALSE(watched.model.repeatsDay(rowOf("v1")));
+}
+
+}
