@@ -11,10 +11,12 @@
 SplitButton::SplitButton(QWidget* parent) : QWidget{parent}
 {
     m_main = new PrimaryButton(this);
+    m_main->setObjectName(QStringLiteral("splitMain"));
     m_main->setProperty("joined", QStringLiteral("first"));
     m_main->setIconSize({Space::icon, Space::icon});
     m_main->setFixedHeight(Space::control);
     m_arrow = new PrimaryButton(this);
+    m_arrow->setObjectName(QStringLiteral("splitMenu"));
     m_arrow->setProperty("joined", QStringLiteral("last"));
     m_arrow->setProperty("menuIndicator", QStringLiteral("none"));
     m_arrow->setIcon(Icon::of(QStringLiteral("chevron-down"), Token::onAccent));

@@ -25,6 +25,6 @@ void TextLabel::setBold(bool isBold)
 void TextLabel::resizeEvent(QResizeEvent* event)
 {
     QLabel::resizeEvent(event);
-    if (wordWrap())
+    if (wordWrap() && !text().isEmpty())
         setMinimumHeight(heightForWidth(width()));
 }
