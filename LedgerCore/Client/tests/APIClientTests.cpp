@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/ScriptedServer.h"
 #include "LedgerCore/Client/testing/WaitFor.h"
 #include "LedgerCore/Domain/TransactionInput.h"
@@ -82,30 +83,28 @@ INSTANTIATE_TEST_SUITE_P(
         Exchange{"LastSuccess", ServerReply::json("{}", 299), "{}"},
         Exchange{"EmptySuccess", ServerReply::json(""), ""},
         Exchange{"Refusal", ServerReply::json(R"({"error":{"code":"validation_error","message":"x"}})", 500),
-                 std::unexpected(error(500, "validation_error", "x"))},
+                 failed(error(500, "validation_error", "x"))},
         Exchange{"RefusalWithoutMessage", ServerReply::json(R"({"error":{"code":"balance_limit"}})", 409),
-                 std::unexpected(error(409, "balance_limit"))},
+                 failed(error(409, "balance_limit"))},
         Exchange{"RefusalWithoutCode", ServerReply::json(R"({"error":{"message":"x"}})", 400),
-                 std::unexpected(error(400, "HTTP_ERROR"))},
-        Exchange{"PlainText", ServerReply::json("not here", 404), std::unexpected(error(404, "HTTP_ERROR"))},
+                 failed(error(400, "HTTP_ERROR"))},
+        Exchange{"PlainText", ServerReply::json("not here", 404), failed(error(404, "HTTP_ERROR"))},
         Exchange{"Unauthorized",
                  {.status = 401, .headers = {"WWW-Authenticate: Basic realm=\"x\""}},
-                 std::unexpected(error(401, "HTTP_ERROR"))},
+                 failed(error(401, "HTTP_ERROR"))},
         Exchange{"ProxyStatusFromTheService", ServerReply::error(407, "odd"),
-                 std::unexpected(error(407, "odd", "not for people"))},
-        Exchange{"TimeOutOfTheService", ServerReply::error(408, "slow"),
-                 std::unexpected(error(408, "slow", "not for people"))},
-        Exchange{"Teapot", ServerReply::error(418, "teapot"), std::unexpected(error(418, "teapot", "not for people"))},
-        Exchange{"Unavailable", ServerReply::error(503, "down"), std::unexpected(error(503, "down", "not for people"))},
-        Exchange{"OddServerStatus", ServerReply::json("", 599), std::unexpected(error(599, "HTTP_ERROR"))},
-        Exchange{"Redirect", ServerReply::redirect("/v1/elsewhere"), std::unexpected(error(302, "HTTP_ERROR"))},
-        Exchange{"Dropped", ServerReply::dropped(), std::unexpected(error(0, "NETWORK"))},
-        Exchange{"CutShort", ServerReply::cutShort("{}"), std::unexpected(error(0, "NETWORK"))},
-        Exchange{"NotHttp", ServerReply::raw("220 mail.example.com ready\r\n\r\n"),
-                 std::unexpected(error(0, "NETWORK"))},
+                 failed(error(407, "odd", "not for people"))},
+        Exchange{"TimeOutOfTheService", ServerReply::error(408, "slow"), failed(error(408, "slow", "not for people"))},
+        Exchange{"Teapot", ServerReply::error(418, "teapot"), failed(error(418, "teapot", "not for people"))},
+        Exchange{"Unavailable", ServerReply::error(503, "down"), failed(error(503, "down", "not for people"))},
+        Exchange{"OddServerStatus", ServerReply::json("", 599), failed(error(599, "HTTP_ERROR"))},
+        Exchange{"Redirect", ServerReply::redirect("/v1/elsewhere"), failed(error(302, "HTTP_ERROR"))},
+        Exchange{"Dropped", ServerReply::dropped(), failed(error(0, "NETWORK"))},
+        Exchange{"CutShort", ServerReply::cutShort("{}"), failed(error(0, "NETWORK"))},
+        Exchange{"NotHttp", ServerReply::raw("220 mail.example.com ready\r\n\r\n"), failed(error(0, "NETWORK"))},
         Exchange{"NotPacked",
                  {.body = "plain", .headers = {"Content-Encoding: gzip"}},
-                 std::unexpected(error(0, "INVALID_RESPONSE"))}),
+                 failed(error(0, "INVALID_RESPONSE"))}),
     [](const auto& each) { return std::string{each.param.name}; });
 
 TEST(APIClient, SendsNothingButTheHeadersThatARequestNeeds)
@@ -162,7 +161,7 @@ TEST(APIClient, SendsABodilessCommandWithoutAContentType)
 TEST(APIClient, RefusesAnAddressThatMayNotBeUsedBeforeSending)
 {
     const APIClient client{"http://192.168.1.10"};
-    EXPECT_EQ(resultOf(client.bytes({.path = "v1/snapshot"})), std::unexpected(error(0, "INVALID_SERVER_URL")));
+    EXPECT_EQ(resultOf(client.bytes({.path = "v1/snapshot"})), failed(error(0, "INVALID_SERVER_URL")));
 }
 
 TEST(APIClient, ReportsAServiceThatDoesNotListenAsUnreachable)
@@ -172,7 +171,7 @@ TEST(APIClient, ReportsAServiceThatDoesNotListenAsUnreachable)
         const ScriptedServer gone;
         address = gone.url();
     }
-    EXPECT_EQ(resultOf(APIClient{address}.bytes({.path = "v1/snapshot"})), std::unexpected(error(0, "NETWORK")));
+    EXPECT_EQ(resultOf(APIClient{address}.bytes({.path = "v1/snapshot"})), failed(error(0, "NETWORK")));
 }
 
 TEST(APIClient, DecodesRecordsAndRefusesWhatIsNone)
@@ -185,7 +184,7 @@ TEST(APIClient, DecodesRecordsAndRefusesWhatIsNone)
     const APIClient client{server.url()};
     EXPECT_EQ(resultOf(client.request<Reversal>({.path = "v1/good"})), (Reversal{"typo", "k", "2026-11-20"}));
     for (const auto* path : {"v1/empty", "v1/broken", "v1/lacking"})
-        EXPECT_EQ(resultOf(client.request<Reversal>({.path = path})), std::unexpected(error(0, "INVALID_RESPONSE")));
+        EXPECT_EQ(resultOf(client.request<Reversal>({.path = path})), failed(error(0, "INVALID_RESPONSE")));
 }
 
 TEST(APIClient, DecodesALargeReplyWithoutHoldingUpTheEventLoop)
@@ -212,7 +211,7 @@ TEST_P(TransferTimeOut, GivesTheRequestUpAsUnreachable)
     ScriptedServer server;
     server.answer("GET v1/slow", GetParam().reply);
     const APIClient client{server.url(), std::make_shared<HttpSession>(GetParam().limits)};
-    EXPECT_EQ(resultOf(client.bytes({.path = "v1/slow"})), std::unexpected(error(0, "NETWORK")));
+    EXPECT_EQ(resultOf(client.bytes({.path = "v1/slow"})), failed(error(0, "NETWORK")));
 }
 
 constexpr milliseconds soon{40};
@@ -253,8 +252,8 @@ TEST(APIClient, EndsAbortedRequestsAsCancelledAtOnce)
     client.abort();
     ASSERT_TRUE(one.isReady());
     ASSERT_TRUE(two.isReady());
-    EXPECT_EQ(resultOf(std::move(one)), std::unexpected(Failure{Cancelled{}}));
-    EXPECT_EQ(resultOf(std::move(two)), std::unexpected(Failure{Cancelled{}}));
+    EXPECT_EQ(resultOf(std::move(one)), failed(Cancelled{}));
+    EXPECT_EQ(resultOf(std::move(two)), failed(Cancelled{}));
 }
 
 }

@@ -1,15 +1,245 @@
+#include <QCoreApplication>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/testing/Failed.h"
+#include "LedgerCore/Client/testing/SignalCount.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 
 namespace {
 
-TEST(LedgerStoreOperation, SignsInAndRefreshes)
+const auto books = snapshot().account("bank", {"USD"}).grantAll().income("t1", "2026-11-01", "bank", "USD", 500);
+const auto newerBooks = SnapshotBuilder{books}.expense("t2", "2026-11-02", "bank", "USD", 100);
+
+TransactionInput expense()
+{
+    TransactionInput input;
+    input.kind = "expense";
+    input.date = "2026-11-20";
+    input.sourceAccountID = "bank";
+    input.currency = "USD";
+    input.amountMinor = 100;
+    input.idempotencyKey = "key-1";
+    return input;
+}
+
+std::string message(int status, const std::string& code)
+{
+    return std::string{APIError{status, code, ""}.friendlyMessage("en-US")};
+}
+
+TEST(LedgerStoreOperation, SendsNothingWhileAnotherOneRuns)
 {
     StoreUnderTest test;
-    test.signIn(snapshot().account("bank", {"USD"}).grantAll());
-    EXPECT_TRUE(test.store.snapshot());
+    test.signIn(books);
+    test.server.replace("POST v1/transactions", ServerReply::parked());
+    auto first = test.store.postTransaction(expense(), false);
+    waitUntil([&] { return test.server.parkedCount() == 1; });
+    EXPECT_TRUE(test.store.isBusy());
+
+    EXPECT_EQ(resultOf(test.store.postTransaction(expense(), false)), failed(clientError(ClientCode::busy)));
+    EXPECT_FALSE(test.store.errorMessage()) << "the form that asked shows it";
+    EXPECT_EQ(resultOf(test.store.refresh(true)), failed(clientError(ClientCode::busy)));
+    EXPECT_EQ(test.store.errorMessage(), message(0, "BUSY"));
+    test.store.dismissMessages();
     EXPECT_TRUE(resultOf(test.store.refreshFromUser()));
+    EXPECT_FALSE(test.store.errorMessage());
+
+    test.server.release(ServerReply::json("{}"));
+    EXPECT_TRUE(resultOf(std::move(first)));
+    EXPECT_FALSE(test.store.isBusy());
+    EXPECT_EQ(test.server.requests("POST v1/transactions").size(), 1U);
+    EXPECT_EQ(test.server.requests("GET v1/snapshot").size(), 1U) << "the reload after the entry";
+}
+
+TEST(LedgerStoreOperation, EndsSilentlyWhenItIsGivenUp)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.replace("GET v1/snapshot", ServerReply::parked());
+    auto refreshing = test.store.refresh(true);
+    waitUntil([&] { return test.server.parkedCount() == 1; });
+    const SignalCount errors{test.store, &LedgerStore::errorMessageChanged};
+    test.store.cancel();
+    EXPECT_EQ(resultOf(std::move(refreshing)), failed(Cancelled{}));
+    EXPECT_FALSE(test.store.isBusy());
+    EXPECT_EQ(errors.count(), 0);
+    EXPECT_TRUE(test.store.snapshot());
+}
+
+TEST(LedgerStoreOperation, OutlivesTheStoreWithoutTouchingIt)
+{
+    ScriptedServer server;
+    RecordingCredentialStore credentials;
+    LanguageMemory language;
+    FixedClock clock;
+    SequentialIdentifiers identifiers;
+    auto store = std::make_unique<LedgerStore>(server.url(), LedgerStore::Environment{.credentials = credentials,
+                                                                                      .languageDefaults = language,
+                                                                                      .clock = clock,
+                                                                                      .identifiers = identifiers});
+    server.answer("POST v1/auth/login", ServerReply::parked());
+    auto signingIn = store->login("m1@example.com", "secret");
+    waitUntil([&] { return server.parkedCount() == 1; });
+    store.reset();
+    EXPECT_EQ(resultOf(std::move(signingIn)), failed(Cancelled{}));
+    EXPECT_TRUE(credentials.calls.empty());
+}
+
+TEST(LedgerStoreOperation, EndsWholeAtWhateverMomentTheStoreDies)
+{
+    auto large = books;
+    large.note(std::string(std::size_t{1} << 18, 'x')); // is decoded on a worker
+    const auto reply = ServerReply::json(large.json());
+    bool finished = false;
+    for (int moment = 0; !finished; ++moment) {
+        auto test = std::make_unique<StoreUnderTest>();
+        test->signIn(books);
+        test->server.replace("GET v1/snapshot", reply);
+        auto refreshing = test->store.refresh(true);
+        for (int step = 0; step < moment && !refreshing.isReady(); ++step)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        finished = refreshing.isReady();
+        test.reset();
+        const auto outcome = resultOf(std::move(refreshing));
+        EXPECT_EQ(outcome, finished ? Result<void>{} : Result<void>{failed(Cancelled{})}) << "at moment " << moment;
+    }
+}
+
+TEST(LedgerStoreOperation, EndsTheSessionOnA401)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    ASSERT_EQ(test.credentials.sessions.size(), 1U);
+    test.credentials.failsToDelete = true; // is not worth a message here
+    test.server.replace("POST v1/transactions", ServerReply::error(401, "expired"));
+    EXPECT_EQ(resultOf(test.store.postTransaction(expense(), true)),
+              failed(APIError{401, "expired", "not for people"}));
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_FALSE(test.store.lastRefresh());
+    EXPECT_EQ(test.store.errorMessage(), message(401, "expired"));
+    EXPECT_EQ(test.credentials.calls.back(), "delete " + test.server.url());
+    EXPECT_EQ(resultOf(test.store.refresh(false)), failed(clientError(ClientCode::noSession)));
+}
+
+TEST(LedgerStoreOperation, KeepsTheSessionOnEveryOtherFailure)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.replace("GET v1/snapshot", ServerReply::error(403, "inactive_member"));
+    EXPECT_FALSE(resultOf(test.store.refresh(true)));
+    EXPECT_TRUE(test.store.snapshot());
+    EXPECT_EQ(test.store.errorMessage(), message(403, "inactive_member"));
+
+    test.server.replace("GET v1/snapshot", ServerReply::json("{\"company\":"));
+    EXPECT_EQ(resultOf(test.store.refresh(false)), failed(clientError(ClientCode::invalidResponse)));
+    EXPECT_TRUE(test.store.snapshot());
+    EXPECT_FALSE(test.store.errorMessage()) << "a new operation clears it, and this one does not publish";
+}
+
+TEST(LedgerStoreOperation, AnnouncesASnapshotOnlyWhenItDiffers)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    const auto held = test.store.snapshot();
+    const SignalCount snapshots{test.store, &LedgerStore::snapshotChanged};
+    const SignalCount refreshes{test.store, &LedgerStore::lastRefreshChanged};
+    test.clock.advance(std::chrono::minutes{1});
+    EXPECT_TRUE(resultOf(test.store.refreshFromUser()));
+    EXPECT_EQ(snapshots.count(), 0);
+    EXPECT_EQ(test.store.snapshot(), held) << "screens may keep what points into it";
+    EXPECT_EQ(refreshes.count(), 1);
+    EXPECT_EQ(test.store.lastRefresh(), test.clock.now());
+
+    test.server.replace("GET v1/snapshot", ServerReply::json(newerBooks.json()));
+    EXPECT_TRUE(resultOf(test.store.refreshFromUser()));
+    EXPECT_EQ(snapshots.count(), 1);
+    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
+}
+
+TEST(LedgerStoreOperation, RefusesTheBooksOfACompanyThatIsNotApproved)
+{
+    for (const auto& [status, code] :
+         {std::pair{"rejected", "company_rejected"}, std::pair{"pending", "company_pending"},
+          std::pair{"suspended", "company_pending"}}) {
+        StoreUnderTest test;
+        test.signIn(SnapshotBuilder{books}.approvalStatus("approved"));
+        test.server.replace("GET v1/snapshot", ServerReply::json(SnapshotBuilder{books}.approvalStatus(status).json()));
+        EXPECT_EQ(resultOf(test.store.refresh(true)), failed(APIError{403, code, ""}));
+        EXPECT_EQ(test.store.snapshot()->company.approvalStatus, "approved");
+        EXPECT_EQ(test.store.errorMessage(), message(403, code));
+    }
+}
+
+TEST(LedgerStoreEntries, ReloadsAfterTheEntryIsRecorded)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.replace("POST v1/transactions", ServerReply::json("anything at all"));
+    test.server.replace("GET v1/snapshot", ServerReply::json(newerBooks.json()));
+    EXPECT_TRUE(resultOf(test.store.postTransaction(expense(), true)));
+    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
+    const auto sent = test.server.requests("POST v1/transactions");
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent.front().header("authorization"), "Bearer token-1");
+    EXPECT_EQ(Json::decode<TransactionInput>(sent.front().body), expense());
+}
+
+TEST(LedgerStoreEntries, ReportsARecordedEntryAsRecordedEvenWhenItCannotBeReloaded)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.replace("POST v1/transactions", ServerReply::json("{}"));
+    test.server.replace("GET v1/snapshot", ServerReply::dropped());
+    EXPECT_TRUE(resultOf(test.store.postTransaction(expense(), false)));
+    EXPECT_EQ(test.store.errorMessage(), message(0, "NETWORK"));
+    EXPECT_FALSE(test.store.isBusy());
+
+    test.server.replace("GET v1/snapshot", ServerReply::error(401, "expired"));
+    EXPECT_TRUE(resultOf(test.store.postTransaction(expense(), false)));
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_EQ(test.store.errorMessage(), message(401, "expired"));
+}
+
+TEST(LedgerStoreEntries, RepeatsAnUnconfirmedReversalAsItStood)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer("POST v1/transactions/t1/reverse", ServerReply::dropped());
+    test.server.answer("POST v1/transactions/t1/reverse", ServerReply::error(503, "down"));
+    test.server.answer("POST v1/transactions/t1/reverse", ServerReply::json("half an ans"));
+    test.server.answer("POST v1/transactions/t1/reverse", ServerReply::json(newerBooks.json()));
+    test.server.answer("POST v1/transactions/t2/reverse", ServerReply::dropped());
+    EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "typo")));
+    EXPECT_FALSE(resultOf(test.store.reverseTransaction("t2", "other entry")));
+    test.clock.advance(std::chrono::hours{48});
+    EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "changed my words")));
+    EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "typo")));
+    EXPECT_TRUE(resultOf(test.store.reverseTransaction("t1", "typo")));
+    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
+    EXPECT_TRUE(resultOf(test.store.reverseTransaction("t1", "a new one")));
+
+    const auto sent = test.server.requests("POST v1/transactions/t1/reverse");
+    ASSERT_EQ(sent.size(), 5U);
+    EXPECT_EQ(Json::decode<Reversal>(sent[0].body), (Reversal{"typo", "id-1", "2026-11-20"}));
+    for (std::size_t at = 1; at < 4; ++at)
+        EXPECT_EQ(sent[at].body, sent[0].body);
+    EXPECT_EQ(Json::decode<Reversal>(sent[4].body), (Reversal{"a new one", "id-3", "2026-11-22"}));
+    EXPECT_EQ(Json::decode<Reversal>(test.server.requests("POST v1/transactions/t2/reverse").front().body),
+              (Reversal{"other entry", "id-2", "2026-11-20"}));
+}
+
+QCoro::Task<Result<void>> failingWith(Failure failure)
+{
+    co_return std::unexpected(failure);
+}
+
+TEST(LedgerStoreOperation, PublishesTheFailureOfAScreensOwnWork)
+{
+    StoreUnderTest test;
+    resultOf(test.store.perform([] { return failingWith(MoneyError::outOfRange); }));
+    EXPECT_EQ(test.store.errorMessage(), "The amount exceeds the supported range.");
+    resultOf(test.store.perform([] { return failingWith(Cancelled{}); }));
+    EXPECT_EQ(test.store.errorMessage(), "The amount exceeds the supported range.");
 }
 
 }

@@ -1,0 +1,258 @@
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Client/AccessRecords.h"
+#include "LedgerCore/Client/testing/Failed.h"
+#include "LedgerCore/Client/testing/SignalCount.h"
+#include "LedgerCore/Client/testing/StoreUnderTest.h"
+
+namespace {
+
+const auto books = snapshot().account("bank", {"USD"}).grantAll();
+
+std::string message(int status, const std::string& code)
+{
+    return std::string{APIError{status, code, ""}.friendlyMessage("en-US")};
+}
+
+TEST(LedgerStoreSession, OpensTheBooksAndKeepsTheToken)
+{
+    StoreUnderTest test;
+    const SignalCount snapshots{test.store, &LedgerStore::snapshotChanged};
+    test.signIn(books);
+    EXPECT_EQ(*test.store.snapshot(), books.build());
+    EXPECT_EQ(snapshots.count(), 1);
+    EXPECT_EQ(test.store.lastRefresh(), test.clock.now());
+    EXPECT_FALSE(test.store.isDemo());
+    EXPECT_EQ(test.credentials.sessions.at(test.server.url()), (SavedSession{"token-1", false}));
+    const auto& sent = test.server.requests().front();
+    EXPECT_EQ(Json::decode<Login>(sent.body), (Login{"m1@example.com", "secret"}));
+    EXPECT_EQ(sent.header("authorization"), "");
+    EXPECT_EQ(test.server.requests().size(), 1U) << "the reply carries the snapshot";
+}
+
+TEST(LedgerStoreSession, StartsADemonstrationAsTheChosenPerson)
+{
+    StoreUnderTest test;
+    test.server.answer("POST v1/demo", ServerReply::json(books.signInJson()));
+    EXPECT_TRUE(resultOf(test.store.startDemo("vi-VN", "finance")));
+    EXPECT_TRUE(test.store.isDemo());
+    EXPECT_TRUE(test.credentials.sessions.at(test.server.url()).isDemo);
+    EXPECT_EQ(test.server.requests().front().body, R"({"locale":"vi-VN","profile":"finance"})");
+}
+
+TEST(LedgerStoreSession, SendsNothingWhenSomebodyIsSignedInAlready)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    EXPECT_EQ(resultOf(test.store.login("other@example.com", "x")),
+              failed(clientError(ClientCode::alreadyAuthenticated)));
+    EXPECT_EQ(test.server.requests().size(), 1U);
+    EXPECT_TRUE(test.store.snapshot());
+}
+
+struct RefusedSignIn {
+    const char* name;
+    ServerReply reply;
+    APIError error;
+};
+
+class SignInRefusal : public testing::TestWithParam<RefusedSignIn> {};
+
+TEST_P(SignInRefusal, LeavesNoTraceOfASession)
+{
+    StoreUnderTest test;
+    test.server.answer("POST v1/auth/login", GetParam().reply);
+    EXPECT_EQ(resultOf(test.store.login("m1@example.com", "secret")), failed(GetParam().error));
+    EXPECT_EQ(test.store.errorMessage(), GetParam().error.friendlyMessage("en-US"));
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_FALSE(test.store.noticeMessage());
+    EXPECT_TRUE(test.credentials.calls.empty());
+    EXPECT_EQ(resultOf(test.store.refresh(false)), failed(clientError(ClientCode::noSession)));
+}
+
+std::string applicationReply(const std::string& id, const std::string& email)
+{
+    return R"({"status":"pending","applicationID":")" + id + R"(","companyName":"Kopi","email":")" + email + "\"}";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Replies, SignInRefusal,
+    testing::Values(
+        RefusedSignIn{"WrongPassword",
+                      ServerReply::error(401, "invalid_credentials"),
+                      {401, "invalid_credentials", "not for people"}},
+        RefusedSignIn{"Rejected",
+                      ServerReply::json(SnapshotBuilder{books}.approvalStatus("rejected").signInJson()),
+                      {403, "company_rejected", ""}},
+        RefusedSignIn{"Unreviewed",
+                      ServerReply::json(SnapshotBuilder{books}.approvalStatus("new").signInJson()),
+                      {403, "company_pending", ""}},
+        RefusedSignIn{
+            "PendingWithoutApplication", ServerReply::json(applicationReply("", "a@b.c")), {0, "INVALID_RESPONSE", ""}},
+        RefusedSignIn{
+            "PendingWithoutEmail", ServerReply::json(applicationReply("a1", "")), {0, "INVALID_RESPONSE", ""}},
+        RefusedSignIn{"NoToken", ServerReply::json("{\"snapshot\":" + books.json() + "}"), {0, "INVALID_RESPONSE", ""}},
+        RefusedSignIn{"Empty", ServerReply::json(""), {0, "INVALID_RESPONSE", ""}}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(LedgerStoreSession, HoldsAPendingApplicationUntilTheNextSignIn)
+{
+    StoreUnderTest test;
+    test.server.answer("POST v1/auth/login", ServerReply::json(applicationReply("a1", "m1@example.com")));
+    test.server.answer("POST v1/auth/login", ServerReply::dropped());
+    EXPECT_TRUE(resultOf(test.store.login("m1@example.com", "secret")));
+    ASSERT_TRUE(test.store.pendingCompanyRegistration());
+    EXPECT_EQ(*test.store.pendingCompanyRegistration(),
+              (PendingCompanyRegistration{"pending", "a1", "Kopi", "m1@example.com"}));
+    EXPECT_EQ(test.store.noticeMessage(), message(0, "company_pending"));
+    EXPECT_FALSE(test.store.snapshot());
+
+    EXPECT_FALSE(resultOf(test.store.login("m1@example.com", "secret")));
+    EXPECT_FALSE(test.store.pendingCompanyRegistration());
+    EXPECT_FALSE(test.store.noticeMessage());
+}
+
+TEST(LedgerStoreSession, GoesOnInMemoryWhenItCannotBeKept)
+{
+    StoreUnderTest test;
+    test.credentials.failsToSave = true;
+    test.signIn(books);
+    EXPECT_TRUE(test.store.snapshot());
+    EXPECT_EQ(test.store.errorMessage(), message(0, "KEYCHAIN_UNAVAILABLE"));
+    EXPECT_TRUE(resultOf(test.store.refresh(true)));
+}
+
+struct EndedSession {
+    const char* name;
+    ServerReply reply;
+    bool failsToDelete;
+    std::optional<std::string> errorMessage;
+};
+
+class Logout : public testing::TestWithParam<EndedSession> {};
+
+TEST_P(Logout, SignsOutWhateverTheServiceSays)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer("POST v1/auth/logout", GetParam().reply);
+    test.credentials.failsToDelete = GetParam().failsToDelete;
+    EXPECT_TRUE(resultOf(test.store.logout()));
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_FALSE(test.store.isBusy());
+    EXPECT_EQ(test.store.errorMessage(), GetParam().errorMessage);
+    EXPECT_EQ(test.credentials.calls.back(), "delete " + test.server.url());
+    EXPECT_EQ(test.server.requests("POST v1/auth/logout").front().header("authorization"), "Bearer token-1");
+    test.signIn(books);
+    EXPECT_TRUE(test.store.snapshot());
+}
+
+INSTANTIATE_TEST_SUITE_P(Replies, Logout,
+                         testing::Values(EndedSession{"Accepted", ServerReply::json(""), false, {}},
+                                         EndedSession{"Unreachable", ServerReply::dropped(), false, {}},
+                                         EndedSession{"Expired", ServerReply::error(401, "expired"), false, {}},
+                                         EndedSession{"KeychainFails", ServerReply::json(""), true,
+                                                      message(0, "KEYCHAIN_LOGOUT_UNAVAILABLE")}),
+                         [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(LedgerStoreSession, LeavesTheBooksBeforeTheServiceHasAnsweredTheLogout)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer("POST v1/auth/logout", ServerReply::parked());
+    auto leaving = test.store.logout();
+    EXPECT_FALSE(test.store.snapshot());
+    waitUntil([&] { return test.server.parkedCount() == 1; });
+    test.server.release(ServerReply::json(""));
+    EXPECT_TRUE(resultOf(std::move(leaving)));
+}
+
+TEST(LedgerStoreSession, IsRestoredOnceFromWhatWasKept)
+{
+    StoreUnderTest test;
+    test.credentials.sessions[test.server.url()] = {"kept", true};
+    test.server.answer("GET v1/snapshot", ServerReply::json(books.json()));
+    EXPECT_TRUE(resultOf(test.store.restoreSession()));
+    EXPECT_TRUE(test.store.snapshot());
+    EXPECT_TRUE(test.store.isDemo());
+    EXPECT_EQ(test.server.requests().front().header("authorization"), "Bearer kept");
+    EXPECT_TRUE(resultOf(test.store.restoreSession()));
+    EXPECT_EQ(test.server.requests().size(), 1U);
+}
+
+struct FailedRestore {
+    const char* name;
+    std::optional<SavedSession> saved;
+    bool failsToRead;
+    ServerReply reply;
+    std::optional<std::string> errorMessage;
+    bool isKept; // the saved session, for the next start
+};
+
+class RestoreFailure : public testing::TestWithParam<FailedRestore> {};
+
+TEST_P(RestoreFailure, EndsSignedOutAndForgetsOnlyAnExpiredSession)
+{
+    StoreUnderTest test;
+    if (GetParam().saved)
+        test.credentials.sessions[test.server.url()] = *GetParam().saved;
+    test.credentials.failsToRead = GetParam().failsToRead;
+    test.server.answer("GET v1/snapshot", GetParam().reply);
+    resultOf(test.store.restoreSession());
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_FALSE(test.store.isDemo());
+    EXPECT_EQ(test.store.errorMessage(), GetParam().errorMessage);
+    EXPECT_EQ(test.credentials.sessions.contains(test.server.url()), GetParam().isKept);
+    EXPECT_EQ(resultOf(test.store.refresh(false)), failed(clientError(ClientCode::noSession)));
+}
+
+const SavedSession kept{"kept", true};
+
+INSTANTIATE_TEST_SUITE_P(
+    Causes, RestoreFailure,
+    testing::Values(FailedRestore{"NothingSaved", {}, false, ServerReply::json(books.json()), {}, false},
+                    FailedRestore{"KeychainFails", kept, true, ServerReply::json(books.json()),
+                                  message(0, "KEYCHAIN_RESTORE_UNAVAILABLE"), true},
+                    FailedRestore{"Unreachable", kept, false, ServerReply::dropped(), message(0, "NETWORK"), true},
+                    FailedRestore{"Rejected", kept, false,
+                                  ServerReply::json(SnapshotBuilder{books}.approvalStatus("rejected").json()),
+                                  message(403, "company_rejected"), true},
+                    FailedRestore{"Expired", kept, false, ServerReply::error(401, "expired"), message(401, "expired"),
+                                  false}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(LedgerStoreSession, BelongsToOneServiceAddress)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.store.setServerURL("https://elsewhere.example.com");
+    EXPECT_EQ(test.store.serverURL(), test.server.url()) << "not while signed in";
+    EXPECT_TRUE(resultOf(test.store.logout()));
+    auto refreshing = test.store.login("m1@example.com", "secret");
+    test.store.setServerURL("https://elsewhere.example.com");
+    EXPECT_EQ(test.store.serverURL(), test.server.url()) << "not while busy";
+    EXPECT_TRUE(resultOf(std::move(refreshing)));
+    EXPECT_TRUE(resultOf(test.store.logout()));
+
+    const SignalCount changes{test.store, &LedgerStore::endpointChanged};
+    test.store.setServerURL("http://192.168.1.10");
+    EXPECT_EQ(changes.count(), 1);
+    EXPECT_EQ(resultOf(test.store.login("m1@example.com", "secret")),
+              failed(clientError(ClientCode::invalidServerURL)));
+    EXPECT_EQ(test.store.errorMessage(), "Enter an HTTPS service address. HTTP is allowed for local development.");
+    test.store.setServerURL(test.server.url() + "/");
+    EXPECT_TRUE(resultOf(test.store.login("m1@example.com", "secret")));
+    EXPECT_TRUE(test.credentials.sessions.contains(test.server.url() + "/"));
+    EXPECT_FALSE(test.credentials.sessions.contains(test.server.url()));
+}
+
+TEST(LedgerStoreSession, ForgetsAPendingApplicationWithItsService)
+{
+    StoreUnderTest test;
+    test.server.answer("POST v1/auth/login", ServerReply::json(applicationReply("a1", "m1@example.com")));
+    EXPECT_TRUE(resultOf(test.store.login("m1@example.com", "secret")));
+    test.store.setServerURL("https://elsewhere.example.com");
+    EXPECT_FALSE(test.store.pendingCompanyRegistration());
+}
+
+}
