@@ -1,8 +1,11 @@
 #include "LedgerUI/Presentation/EntryFormState.h"
 
+#include <algorithm>
 #include <tuple>
+#include <unordered_set>
 
 #include "LedgerCore/Domain/EntryRules.h"
+#include "LedgerCore/Domain/Money.h"
 
 namespace {
 
@@ -52,6 +55,37 @@ std::expected<TransactionInput, std::vector<EntryProblem>> EntryForm::submission
     if (input && editing.refused && *input != *editing.refused)
         input->idempotencyKey = freshKey;
     return input;
+}
+
+std::string EntryForm::recordedID(const LedgerSnapshot& before, const LedgerSnapshot& after,
+                                  const TransactionInput& input)
+{
+    std::unordered_set<std::string_view> known;
+    for (const auto& entry : before.transactions)
+        known.insert(entry.id);
+    const auto& account = input.sourceAccountID ? input.sourceAccountID : input.targetAccountID;
+    const auto isIt = [&](const LedgerTransaction& entry) {
+        return !known.contains(entry.id) && entry.kind == input.kind && entry.date == input.date &&
+               entry.memberID == after.currentMember.id && std::ranges::any_of(entry.legs, [&](const LedgerLeg& leg) {
+                   return leg.accountID == account && leg.currency == input.currency &&
+                          (leg.amountMinor == input.amountMinor || leg.amountMinor == -input.amountMinor);
+               });
+    };
+    const auto found = std::ranges::find_if(after.transactions, isIt);
+    return found == after.transactions.end() ? std::string{} : found->id;
+}
+
+std::string EntryForm::rewritten(std::string amount, std::string_view fromLocale, std::string_view toLocale)
+{
+    const auto from = Money::separators(fromLocale);
+    const auto to = Money::separators(toLocale);
+    for (auto& each : amount) {
+        if (each == from.decimal)
+            each = to.decimal;
+        else if (each == from.grouping)
+            each = to.grouping;
+    }
+    return amount;
 }
 
 bool EntryForm::hasDraft(const TransactionDraft& draft, const TransactionDraft& initial)

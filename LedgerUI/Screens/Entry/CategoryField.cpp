@@ -1,0 +1,163 @@
+#include "LedgerUI/Screens/Entry/CategoryField.h"
+
+#include <algorithm>
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include "LedgerCore/Domain/EntryCopy.h"
+#include "LedgerUI/Components/FieldError.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/EntryFormWords.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Screens/Entry/CategoryPopover.h"
+#include "LedgerUI/Screens/Entry/CategoryTile.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int tilesPerRow = 4;
+constexpr int tileGap = 6;
+
+}
+
+CategoryField::CategoryField(QWidget* parent) : QWidget{parent}
+{
+    m_label = new TextLabel(TypeStep::small, Token::text2, this);
+    m_tileArea = new QWidget(this);
+    for (std::size_t at = 0; at < EntryCategories::maximumPins; ++at) {
+        auto* tile = new CategoryTile(m_tileArea);
+        tile->setObjectName(QStringLiteral("entryCategory%1").arg(at));
+        tile->installEventFilter(this);
+        connect(tile, &QAbstractButton::clicked, this, [this, tile] { Q_EMIT categoryChosen(tile->categoryID()); });
+        m_tiles.push_back(tile);
+    }
+    m_all = new QPushButton(this);
+    m_all->setObjectName(QStringLiteral("entryAllCategories"));
+    m_all->setProperty("kind", QStringLiteral("flat"));
+    m_all->setProperty("size", QStringLiteral("small"));
+    m_all->setAutoDefault(false);
+    m_all->setIcon(Icon::of(QStringLiteral("chevron-down"), Token::accent));
+    m_all->setIconSize({Space::chevron, Space::chevron});
+    m_all->setLayoutDirection(Qt::RightToLeft);
+    m_error = new FieldError(m_tileArea, this);
+    m_error->setObjectName(QStringLiteral("entryCategoryError"));
+    m_path = new TextLabel(TypeStep::small, Token::text2, this);
+    m_path->setObjectName(QStringLiteral("entryCategoryPath"));
+    m_pinned = new TextLabel(TypeStep::small, Token::text2, this);
+    connect(m_all, &QPushButton::clicked, this, [this] { openAll({}); });
+    buildLayout();
+}
+
+void CategoryField::buildLayout()
+{
+    auto* head = new QHBoxLayout;
+    head->addWidget(m_label, 0, Qt::AlignBottom);
+    head->addStretch(1);
+    head->addWidget(m_all);
+    auto* grid = new QGridLayout(m_tileArea);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setSpacing(tileGap);
+    for (int at = 0; at < static_cast<int>(m_tiles.size()); ++at)
+        grid->addWidget(m_tiles[static_cast<std::size_t>(at)], at / tilesPerRow, at % tilesPerRow);
+    for (int column = 0; column < tilesPerRow; ++column)
+        grid->setColumnStretch(column, 1);
+    auto* below = new QHBoxLayout;
+    below->setContentsMargins(0, Space::step1, 0, 0);
+    below->addWidget(m_path);
+    below->addStretch(1);
+    below->addWidget(m_pinned);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(head);
+    layout->addSpacing(Space::labelToField);
+    layout->addWidget(m_tileArea);
+    layout->addWidget(m_error);
+    layout->addLayout(below);
+}
+
+void CategoryField::offer(SnapshotPointer snapshot, const std::string& kind)
+{
+    m_snapshot = std::move(snapshot);
+    m_kind = kind;
+    const auto& locale = InterfaceLanguage::tag();
+    m_offered = EntryCategories::tiles(*m_snapshot, kind, locale);
+    m_label->setText(entryWord("category"));
+    m_tileArea->setAccessibleName(entryWord("categoryTiles"));
+    m_all->setText(entryWord("allCategories"));
+    const auto pins = EntryCategories::pins(*m_snapshot, kind).size();
+    m_pinned->setText(
+        word(EntryCopy::words(), "pinnedCount", {std::to_string(pins), std::to_string(EntryCategories::maximumPins)}));
+    m_pinned->setVisible(pins > 0);
+}
+
+void CategoryField::present(const std::string& chosen, const QString& path, const QString& message)
+{
+    for (std::size_t at = 0; at < m_tiles.size(); ++at) {
+        const bool isUsed = at < m_offered.size();
+        m_tiles[at]->setVisible(isUsed);
+        if (isUsed)
+            m_tiles[at]->present(m_offered[at], m_offered[at].id == chosen);
+    }
+    m_path->setText(path);
+    m_error->present(message);
+}
+
+QWidget* CategoryField::focusTarget() const
+{
+    return m_offered.empty() ? static_cast<QWidget*>(m_all) : m_tiles.front();
+}
+
+QWidget* CategoryField::lastControl() const
+{
+    return m_all;
+}
+
+bool CategoryField::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    auto* const tile = static_cast<CategoryTile*>(watched);
+    const auto* key = static_cast<QKeyEvent*>(event);
+    switch (key->key()) {
+    case Qt::Key_Left:
+        moveFrom(tile, -1);
+        return true;
+    case Qt::Key_Right:
+        moveFrom(tile, 1);
+        return true;
+    case Qt::Key_Up:
+        moveFrom(tile, -tilesPerRow);
+        return true;
+    case Qt::Key_Down:
+        moveFrom(tile, tilesPerRow);
+        return true;
+    default:
+        break;
+    }
+    const bool isPlain = (key->modifiers() & ~Qt::ShiftModifier) == Qt::NoModifier;
+    if (!isPlain || key->text().isEmpty() || !key->text().front().isLetterOrNumber())
+        return QWidget::eventFilter(watched, event);
+    openAll(key->text());
+    return true;
+}
+
+void CategoryField::openAll(const QString& text)
+{
+    if (!m_popover) {
+        m_popover = new CategoryPopover(window());
+        connect(m_popover, &CategoryPopover::categoryChosen, this, &CategoryField::categoryChosen);
+    }
+    m_popover->openAt(m_tileArea, m_snapshot, m_kind, text);
+}
+
+void CategoryField::moveFrom(CategoryTile* tile, int step)
+{
+    const auto found = std::ranges::find(m_tiles, tile) - m_tiles.begin() + step;
+    if (found >= 0 && found < static_cast<std::ptrdiff_t>(m_offered.size()))
+        m_tiles[static_cast<std::size_t>(found)]->setFocus(Qt::TabFocusReason);
+}

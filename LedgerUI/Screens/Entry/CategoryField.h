@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <QWidget>
+
+#include "LedgerUI/Presentation/EntryCategories.h"
+
+class CategoryPopover;
+class CategoryTile;
+class FieldError;
+class QGridLayout;
+class QPushButton;
+class TextLabel;
+
+/// Chooses a category: up to eight tiles in two rows, and all of them in a popover. Arrows move between tiles, Space
+/// chooses, a letter starts the search.
+class CategoryField final : public QWidget {
+    Q_OBJECT
+public:
+    explicit CategoryField(QWidget* parent = nullptr);
+
+    /// What there is to choose from.
+    void offer(SnapshotPointer snapshot, const std::string& kind);
+    void present(const std::string& chosen, const QString& path, const QString& message);
+    /// Where focus goes when a category is wanted.
+    [[nodiscard]] QWidget* focusTarget() const;
+    [[nodiscard]] QWidget* lastControl() const;
+
+Q_SIGNALS:
+    void categoryChosen(const std::string& id);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void buildLayout();
+    void openAll(const QString& text);
+    void moveFrom(CategoryTile* tile, int step);
+
+    SnapshotPointer m_snapshot;
+    std::string m_kind;
+    std::vector<EntryCategory> m_offered;
+    TextLabel* m_label = nullptr;
+    QPushButton* m_all = nullptr;
+    QWidget* m_tileArea = nullptr;
+    std::vector<CategoryTile*> m_tiles;
+    FieldError* m_error = nullptr;
+    TextLabel* m_path = nullptr;
+    TextLabel* m_pinned = nullptr;
+    CategoryPopover* m_popover = nullptr;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <QFrame>
+
+#include "LedgerUI/Presentation/EntryCategories.h"
+
+class QLineEdit;
+class QListView;
+class QStandardItemModel;
+class TextLabel;
+
+/// All categories of a kind on two levels, with a search above them. Up and Down move, Return chooses, Esc closes.
+/// Lies over its window and belongs to it.
+class CategoryPopover final : public QFrame {
+    Q_OBJECT
+public:
+    explicit CategoryPopover(QWidget* parent);
+
+    /// Opens below `anchor`, as wide as it, with `text` already typed.
+    void openAt(QWidget* anchor, SnapshotPointer snapshot, std::string kind, const QString& text);
+    void dismiss();
+
+Q_SIGNALS:
+    void categoryChosen(const std::string& id);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+
+private:
+    void search();
+    void choose(const QModelIndex& index);
+    void moveBy(int step);
+    void retranslate();
+
+    QLineEdit* m_search = nullptr;
+    QListView* m_list = nullptr;
+    TextLabel* m_empty = nullptr;
+    QStandardItemModel* m_model = nullptr;
+    QWidget* m_anchor = nullptr;
+    SnapshotPointer m_snapshot;
+    std::string m_kind;
+};

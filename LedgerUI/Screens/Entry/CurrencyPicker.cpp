@@ -1,0 +1,63 @@
+#include "LedgerUI/Screens/Entry/CurrencyPicker.h"
+
+#include <algorithm>
+
+#include <QAbstractItemView>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
+
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
+#include "LedgerUI/Theme/TypeScale.h"
+
+namespace {
+
+constexpr int pickerWidth = 132;
+constexpr int arrowWidth = 28;
+
+}
+
+CurrencyPicker::CurrencyPicker(QWidget* parent) : QComboBox{parent}
+{
+    setProperty("size", QStringLiteral("large"));
+    setFixedSize(pickerWidth, Space::controlLarge);
+    connect(this, &QComboBox::activated, this,
+            [this](int index) { Q_EMIT currencyChosen(m_rows[static_cast<std::size_t>(index)].code); });
+}
+
+void CurrencyPicker::present(const std::vector<EntryCurrencyRow>& rows, const std::string& chosen)
+{
+    if (rows != m_rows) {
+        m_rows = rows;
+        clear();
+        for (const auto& row : m_rows)
+            addItem(QStringLiteral("%1  %2").arg(qString(row.code), row.name));
+        view()->setMinimumWidth(view()->sizeHintForColumn(0) + Space::step8);
+    }
+    const auto found = std::ranges::find(m_rows, chosen, &EntryCurrencyRow::code);
+    setCurrentIndex(found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin()));
+}
+
+void CurrencyPicker::paintEvent(QPaintEvent* /*event*/)
+{
+    QStylePainter painter{this};
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    if (currentIndex() < 0)
+        return;
+    const auto& row = m_rows[static_cast<std::size_t>(currentIndex())];
+    const auto& theme = Theme::current();
+    auto area = rect().adjusted(Space::step3, 0, -arrowWidth, 0);
+    painter.setFont(TypeScale::bold(TypeStep::body));
+    painter.setPen(theme.color(isEnabled() ? Token::text : Token::text2));
+    const auto code = qString(row.code);
+    painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, code);
+    area.setLeft(area.left() + painter.fontMetrics().horizontalAdvance(code) + Space::step1);
+    painter.setFont(TypeScale::font(TypeStep::body));
+    if (painter.fontMetrics().horizontalAdvance(row.name) > area.width())
+        return;
+    painter.setPen(theme.color(Token::text2));
+    painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, row.name);
+}

@@ -1,0 +1,67 @@
+#include "LedgerUI/Screens/Entry/EntryAmountField.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/FieldError.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/EntryFormWords.h"
+#include "LedgerUI/Screens/Entry/AmountEdit.h"
+#include "LedgerUI/Screens/Entry/CurrencyPicker.h"
+#include "LedgerUI/Theme/Space.h"
+
+EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidget{parent}
+{
+    m_label = new TextLabel(TypeStep::small, Token::text2, this);
+    m_currency = new CurrencyPicker(this);
+    m_currency->setObjectName(name + QStringLiteral("Currency"));
+    m_amount = new AmountEdit(this);
+    m_amount->setObjectName(name + QStringLiteral("Amount"));
+    m_label->setBuddy(m_amount);
+    m_error = new FieldError(m_amount, this);
+    m_error->setObjectName(name + QStringLiteral("AmountError"));
+    m_notice = new TextLabel(TypeStep::small, Token::warn, this);
+    m_notice->setWordWrap(true);
+    m_balanceLabel = new TextLabel(TypeStep::small, Token::text2, this);
+    m_balance = new TextLabel(TypeStep::small, Token::text2, this);
+    m_balance->setObjectName(name + QStringLiteral("Balance"));
+
+    auto* row = new QHBoxLayout;
+    row->setSpacing(Space::step2);
+    row->addWidget(m_currency);
+    row->addWidget(m_amount, 1);
+    auto* below = new QHBoxLayout;
+    below->setContentsMargins(0, Space::step1, 0, 0);
+    below->addWidget(m_balanceLabel);
+    below->addStretch(1);
+    below->addWidget(m_balance);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_label);
+    layout->addSpacing(Space::labelToField);
+    layout->addLayout(row);
+    layout->addWidget(m_error);
+    layout->addWidget(m_notice);
+    layout->addLayout(below);
+}
+
+void EntryAmountField::present(const EntryMoneyContent& content, const QString& message, Balance balance)
+{
+    m_label->setText(content.amountLabel);
+    m_amount->setAccessibleName(content.amountLabel);
+    m_currency->setAccessibleName(entryWord("currency"));
+    m_currency->present(content.currencies, content.currency);
+    m_amount->setCurrency(content.currency);
+    m_amount->setAmount(content.amount);
+    m_amount->setPlaceholderText(content.placeholder);
+    m_error->present(message);
+    m_notice->setText(content.notice);
+    m_notice->setVisible(!content.notice.isEmpty() && message.isEmpty());
+    const bool showsBalance =
+        balance == Balance::shown && !content.balance.isEmpty() && message.isEmpty() && content.notice.isEmpty();
+    m_balanceLabel->setText(content.balanceLabel);
+    m_balance->setText(content.balance);
+    m_balanceLabel->setVisible(showsBalance);
+    m_balance->setVisible(showsBalance);
+}

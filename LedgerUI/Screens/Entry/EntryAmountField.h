@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QWidget>
+
+#include "LedgerUI/Presentation/EntryFormContent.h"
+
+class AmountEdit;
+class CurrencyPicker;
+class FieldError;
+class TextLabel;
+
+/// Currency and amount in one row, with what is wrong and the balance that saving leads to below it.
+class EntryAmountField final : public QWidget {
+    Q_OBJECT
+public:
+    /// `name` begins the object names of its controls: "entry" gives "entryCurrency" and "entryAmount".
+    explicit EntryAmountField(const QString& name, QWidget* parent = nullptr);
+
+    enum class Balance { shown, hidden };
+    void present(const EntryMoneyContent& content, const QString& message, Balance balance);
+
+    [[nodiscard]] CurrencyPicker& currency() const { return *m_currency; }
+    [[nodiscard]] AmountEdit& amount() const { return *m_amount; }
+
+private:
+    TextLabel* m_label = nullptr;
+    CurrencyPicker* m_currency = nullptr;
+    AmountEdit* m_amount = nullptr;
+    FieldError* m_error = nullptr;
+    TextLabel* m_notice = nullptr;
+    TextLabel* m_balanceLabel = nullptr;
+    TextLabel* m_balance = nullptr;
+};

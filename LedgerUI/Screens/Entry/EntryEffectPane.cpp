@@ -1,0 +1,116 @@
+#include "LedgerUI/Screens/Entry/EntryEffectPane.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/ElidedLabel.h"
+#include "LedgerUI/Components/Line.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/EntryFormWords.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+QFrame* card(QWidget* parent, QVBoxLayout*& layout)
+{
+    auto* frame = new QFrame(parent);
+    frame->setProperty("card", QStringLiteral("true"));
+    layout = new QVBoxLayout(frame);
+    layout->setContentsMargins(Space::step3, Space::step2, Space::step3, Space::step2);
+    layout->setSpacing(Space::step1);
+    return frame;
+}
+
+void addLine(QVBoxLayout& layout, const QString& label, const QString& value, bool isTotal = false)
+{
+    const auto step = isTotal ? TypeStep::body : TypeStep::small;
+    auto* name = new TextLabel(step, isTotal ? Token::text : Token::text2);
+    auto* figure = new TextLabel(step, isTotal ? Token::text : Token::text2);
+    name->setText(label);
+    figure->setText(value);
+    figure->setBold(isTotal);
+    auto* row = new QHBoxLayout;
+    row->addWidget(name);
+    row->addStretch(1);
+    row->addWidget(figure);
+    layout.addLayout(row);
+}
+
+}
+
+EntryEffectPane::EntryEffectPane(QWidget* parent) : QWidget{parent}
+{
+    m_title = new TextLabel(TypeStep::small, Token::text2, this);
+    m_row = new QHBoxLayout;
+    m_row->setSpacing(Space::step2);
+    m_hint = new TextLabel(TypeStep::small, Token::text2, this);
+    m_hint->setWordWrap(true);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(Space::labelToField);
+    layout->addWidget(m_title);
+    layout->addLayout(m_row);
+    layout->addWidget(m_hint);
+}
+
+void EntryEffectPane::present(const EntryFormContent& content)
+{
+    const bool showsRate = !content.rates.empty();
+    setVisible(showsRate || !content.effects.empty());
+    m_title->setText(entryWord(showsRate ? "rateTitle" : "afterSavingShort"));
+    m_hint->setText(showsRate ? entryWord("enteredRateHint") : content.purpose);
+    m_hint->setVisible(!m_hint->text().isEmpty());
+    std::vector<QWidget*> cards;
+    for (const auto& effect : content.effects)
+        cards.push_back(effectCard(effect));
+    if (showsRate)
+        cards.push_back(rateCard(content));
+    replaceCards(cards);
+}
+
+QWidget* EntryEffectPane::effectCard(const EntryEffect& effect)
+{
+    QVBoxLayout* layout = nullptr;
+    auto* frame = card(this, layout);
+    auto* name = new ElidedLabel(TypeStep::body, Token::text, Qt::ElideRight, frame);
+    name->setText(effect.account);
+    layout->addWidget(name);
+    if (!effect.isSeen) {
+        auto* unseen = new TextLabel(TypeStep::small, Token::text2, frame);
+        unseen->setWordWrap(true);
+        unseen->setText(entryWord("effect.unseen"));
+        layout->addWidget(unseen);
+        layout->addStretch(1);
+        return frame;
+    }
+    const auto orNone = [](const QString& text) { return text.isEmpty() ? QStringLiteral("–") : text; };
+    addLine(*layout, entryWord("effect.before"), effect.before);
+    addLine(*layout, effect.changeLabel, orNone(effect.change));
+    layout->addWidget(new Line(Qt::Horizontal, frame));
+    addLine(*layout, entryWord("effect.after"), orNone(effect.after), true);
+    return frame;
+}
+
+QWidget* EntryEffectPane::rateCard(const EntryFormContent& content)
+{
+    QVBoxLayout* layout = nullptr;
+    auto* frame = card(this, layout);
+    const auto unit = [](const std::string& code) {
+        return code.empty() ? QString{} : QStringLiteral("1 ") + qString(code);
+    };
+    addLine(*layout, unit(content.sent.currency), content.rates.front());
+    addLine(*layout, unit(content.received.currency), content.rates.back());
+    return frame;
+}
+
+void EntryEffectPane::replaceCards(const std::vector<QWidget*>& cards)
+{
+    while (auto* item = m_row->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    for (auto* each : cards)
+        m_row->addWidget(each, 1);
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <vector>
+
+#include <QWidget>
+
+#include "LedgerUI/Presentation/EntryFormContent.h"
+
+class QHBoxLayout;
+class QLabel;
+class TextLabel;
+
+/// What saving leads to: for a transfer both balances before and after, for an exchange the rate that the two amounts
+/// imply.
+class EntryEffectPane final : public QWidget {
+    Q_OBJECT
+public:
+    explicit EntryEffectPane(QWidget* parent = nullptr);
+
+    void present(const EntryFormContent& content);
+
+private:
+    [[nodiscard]] QWidget* effectCard(const EntryEffect& effect);
+    [[nodiscard]] QWidget* rateCard(const EntryFormContent& content);
+    void replaceCards(const std::vector<QWidget*>& cards);
+
+    TextLabel* m_title = nullptr;
+    QHBoxLayout* m_row = nullptr;
+    TextLabel* m_hint = nullptr;
+};

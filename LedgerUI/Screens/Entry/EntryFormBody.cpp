@@ -1,0 +1,177 @@
+#include "LedgerUI/Screens/Entry/EntryFormBody.h"
+
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Domain/LedgerTransaction.h"
+#include "LedgerUI/Components/FieldError.h"
+#include "LedgerUI/Components/FormField.h"
+#include "LedgerUI/Components/SegmentedControl.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/EntryFormWords.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Screens/Entry/AccountPicker.h"
+#include "LedgerUI/Screens/Entry/AmountEdit.h"
+#include "LedgerUI/Screens/Entry/CategoryField.h"
+#include "LedgerUI/Screens/Entry/CurrencyPicker.h"
+#include "LedgerUI/Screens/Entry/EntryAmountField.h"
+#include "LedgerUI/Screens/Entry/EntryEffectPane.h"
+#include "LedgerUI/Screens/Entry/OriginalField.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int maximumNoteLength = 2000;
+
+QString messageAt(const EntryFormContent& content, EntryField field)
+{
+    const auto found = content.messages.find(field);
+    return found == content.messages.end() ? QString{} : found->second;
+}
+
+}
+
+EntryFormBody::EntryFormBody(QWidget* parent) : QWidget{parent}
+{
+    buildFields();
+    buildLayout();
+    bind();
+}
+
+/// Made in the order in which Tab visits them.
+void EntryFormBody::buildFields()
+{
+    m_kinds = new SegmentedControl(this);
+    m_kinds->setObjectName(QStringLiteral("entryKinds"));
+    m_kindHint = new TextLabel(TypeStep::small, Token::text2, this);
+    m_kindHint->setObjectName(QStringLiteral("entryKindHint"));
+    m_kindHint->setWordWrap(true);
+    m_direction = new TextLabel(TypeStep::small, Token::text2, this);
+    m_direction->setWordWrap(true);
+    m_account = new AccountPicker;
+    m_account->setObjectName(QStringLiteral("entryAccount"));
+    m_accountField = new FormField(m_account, this);
+    m_sent = new EntryAmountField(QStringLiteral("entry"), this);
+    m_destination = new AccountPicker;
+    m_destination->setObjectName(QStringLiteral("entryDestination"));
+    m_destinationField = new FormField(m_destination, this);
+    m_received = new EntryAmountField(QStringLiteral("entryTarget"), this);
+    m_effects = new EntryEffectPane(this);
+    m_category = new CategoryField(this);
+    m_original = new OriginalField(this);
+    m_note = new QLineEdit;
+    m_note->setObjectName(QStringLiteral("entryNote"));
+    m_note->setMaxLength(maximumNoteLength);
+    m_noteField = new FormField(m_note, this);
+}
+
+void EntryFormBody::buildLayout()
+{
+    m_layout = new QVBoxLayout(this);
+    m_layout->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::dialogMargin);
+    m_layout->setSpacing(Space::fieldToField);
+    for (auto* each :
+         std::initializer_list<QWidget*>{m_kinds, m_kindHint, m_direction, m_accountField, m_sent, m_destinationField,
+                                         m_received, m_effects, m_category, m_original, m_noteField})
+        m_layout->addWidget(each);
+    m_layout->addStretch(1);
+}
+
+void EntryFormBody::bind()
+{
+    connect(m_kinds, &SegmentedControl::chosenByUser, this,
+            [this](int at) { Q_EMIT kindChosen(m_kindRows[static_cast<std::size_t>(at)].kind); });
+    connect(m_account, &AccountPicker::accountChosen, this, &EntryFormBody::accountChosen);
+    connect(m_destination, &AccountPicker::accountChosen, this, &EntryFormBody::destinationChosen);
+    connect(&m_sent->currency(), &CurrencyPicker::currencyChosen, this, &EntryFormBody::currencyChosen);
+    connect(&m_sent->amount(), &AmountEdit::amountEdited, this, &EntryFormBody::amountEdited);
+    connect(&m_received->currency(), &CurrencyPicker::currencyChosen, this, &EntryFormBody::targetCurrencyChosen);
+    connect(&m_received->amount(), &AmountEdit::amountEdited, this, &EntryFormBody::targetAmountEdited);
+    connect(m_category, &CategoryField::categoryChosen, this, &EntryFormBody::categoryChosen);
+    connect(m_original, &OriginalField::originalChosen, this, &EntryFormBody::originalChosen);
+    connect(m_original, &OriginalField::referenceEdited, this, &EntryFormBody::referenceEdited);
+    connect(m_note, &QLineEdit::textEdited, this, &EntryFormBody::noteEdited);
+}
+
+void EntryFormBody::offer(const SnapshotPointer& snapshot, const TransactionDraft& draft)
+{
+    if (draft.hasCategory())
+        m_category->offer(snapshot, draft.kind);
+    if (draft.kind == EntryKind::refund)
+        m_original->offer(EntryForm::refundableRows(*snapshot, draft.currency, InterfaceLanguage::tag()));
+}
+
+void EntryFormBody::present(const EntryFormContent& content, const std::optional<std::string>& originalID)
+{
+    presentKinds(content);
+    m_direction->setText(content.direction);
+    m_direction->setVisible(!content.direction.isEmpty());
+    m_accountField->setLabel(content.sent.accountLabel);
+    m_account->present(content.sent.accounts, content.sent.accountID, content.sent.accountPrompt);
+    m_accountField->error().present(messageAt(content, EntryField::account));
+    m_destinationField->setVisible(content.showsDestination);
+    m_destinationField->setLabel(content.received.accountLabel);
+    m_destination->present(content.received.accounts, content.received.accountID, content.received.accountPrompt);
+    m_destinationField->error().present(messageAt(content, EntryField::destination));
+    m_sent->present(content.sent, messageAt(content, EntryField::amount),
+                    content.effects.empty() ? EntryAmountField::Balance::shown : EntryAmountField::Balance::hidden);
+    m_received->setVisible(content.showsReceivedAmount);
+    m_received->present(content.received, messageAt(content, EntryField::targetAmount),
+                        EntryAmountField::Balance::shown);
+    m_effects->present(content);
+    m_category->setVisible(content.showsCategory);
+    m_category->present(content.categoryID, content.categoryPath, messageAt(content, EntryField::category));
+    m_original->setVisible(content.showsOriginal);
+    m_original->present(originalID, content.reference, messageAt(content, EntryField::original));
+    m_noteField->setLabel(entryWord("optionalNote"));
+    if (m_note->text() != content.note)
+        m_note->setText(content.note);
+    setEnabled(content.isEditing);
+}
+
+void EntryFormBody::presentKinds(const EntryFormContent& content)
+{
+    m_kinds->setVisible(!content.kinds.empty());
+    m_kindHint->setText(content.kindHint);
+    m_kindHint->setVisible(!content.kindHint.isEmpty());
+    m_kinds->setAccessibleName(entryWord("kinds"));
+    if (content.kinds != m_kindRows && !content.kinds.empty()) {
+        const bool isFirst = m_kindRows.size() != content.kinds.size();
+        m_kindRows = content.kinds;
+        for (int at = 0; at < static_cast<int>(m_kindRows.size()); ++at) {
+            const auto& row = m_kindRows[static_cast<std::size_t>(at)];
+            if (isFirst)
+                m_kinds->addSegment(at, row.text, row.glyph);
+            m_kinds->setSegmentText(at, row.text);
+            m_kinds->setSegmentEnabled(at, row.isAvailable, row.isAvailable ? QString{} : content.kindHint);
+        }
+    }
+    for (int at = 0; at < static_cast<int>(m_kindRows.size()); ++at) {
+        if (m_kindRows[static_cast<std::size_t>(at)].kind == content.kind)
+            m_kinds->choose(at);
+    }
+}
+
+QWidget* EntryFormBody::control(EntryField field) const
+{
+    switch (field) {
+    case EntryField::account:
+        return m_account;
+    case EntryField::destination:
+        return m_destination;
+    case EntryField::amount:
+        return &m_sent->amount();
+    case EntryField::targetAmount:
+        return &m_received->amount();
+    case EntryField::category:
+        return m_category->focusTarget();
+    case EntryField::original:
+        return m_original->focusTarget();
+    }
+    return nullptr;
+}
+
+QWidget* EntryFormBody::lastControl() const
+{
+    return m_note;
+}

@@ -1,0 +1,95 @@
+#include "LedgerUI/Screens/Entry/OriginalField.h"
+
+#include <algorithm>
+
+#include <QComboBox>
+#include <QCompleter>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/FieldError.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/EntryFormWords.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int maximumReferenceLength = 200;
+constexpr int visibleIncomes = 12;
+
+}
+
+OriginalField::OriginalField(QWidget* parent) : QWidget{parent}
+{
+    m_label = new TextLabel(TypeStep::small, Token::text2, this);
+    m_incomes = new QComboBox(this);
+    m_incomes->setObjectName(QStringLiteral("entryOriginal"));
+    m_incomes->setEditable(true);
+    m_incomes->setInsertPolicy(QComboBox::NoInsert);
+    m_incomes->setMaxVisibleItems(visibleIncomes);
+    m_incomes->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_incomes->completer()->setCompletionMode(QCompleter::PopupCompletion);
+    m_incomes->completer()->setFilterMode(Qt::MatchContains);
+    m_error = new FieldError(m_incomes, this);
+    m_error->setObjectName(QStringLiteral("entryOriginalError"));
+    m_remaining = new TextLabel(TypeStep::small, Token::text2, this);
+    m_remaining->setObjectName(QStringLiteral("entryOriginalRemaining"));
+    m_referenceLabel = new TextLabel(TypeStep::small, Token::text2, this);
+    m_reference = new QLineEdit(this);
+    m_reference->setObjectName(QStringLiteral("entryReference"));
+    m_reference->setMaxLength(maximumReferenceLength);
+    m_label->setBuddy(m_incomes);
+    m_referenceLabel->setBuddy(m_reference);
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(Space::labelToField);
+    layout->addWidget(m_label);
+    layout->addWidget(m_incomes);
+    layout->addWidget(m_error);
+    layout->addWidget(m_remaining);
+    layout->addSpacing(Space::fieldToField - Space::labelToField);
+    layout->addWidget(m_referenceLabel);
+    layout->addWidget(m_reference);
+    connect(m_incomes, &QComboBox::activated, this, [this](int index) {
+        Q_EMIT originalChosen(index > 0 ? std::optional{m_rows[static_cast<std::size_t>(index - 1)].id} : std::nullopt);
+    });
+    connect(m_reference, &QLineEdit::textEdited, this, &OriginalField::referenceEdited);
+}
+
+void OriginalField::offer(std::vector<EntryRefundableRow> rows)
+{
+    retranslate();
+    m_rows = std::move(rows);
+    m_incomes->clear();
+    m_incomes->addItem(entryWord("noOriginal"));
+    for (const auto& row : m_rows)
+        m_incomes->addItem(row.text, qString(row.id));
+}
+
+void OriginalField::present(const std::optional<std::string>& chosen, const QString& reference, const QString& message)
+{
+    const auto found = chosen ? std::ranges::find(m_rows, *chosen, &EntryRefundableRow::id) : m_rows.end();
+    const bool isKnown = found != m_rows.end();
+    m_incomes->setCurrentIndex(isKnown ? static_cast<int>(found - m_rows.begin()) + 1 : 0);
+    m_remaining->setText(isKnown ? found->remaining : QString{});
+    m_remaining->setVisible(isKnown);
+    if (m_reference->text() != reference)
+        m_reference->setText(reference);
+    m_error->present(message);
+}
+
+QWidget* OriginalField::focusTarget() const
+{
+    return m_incomes;
+}
+
+void OriginalField::retranslate()
+{
+    m_label->setText(entryWord("original"));
+    m_incomes->setAccessibleName(entryWord("original"));
+    m_incomes->lineEdit()->setPlaceholderText(entryWord("chooseOriginal"));
+    m_referenceLabel->setText(entryWord("reference"));
+    m_reference->setAccessibleName(entryWord("reference"));
+}
