@@ -33,18 +33,3 @@ std::vector<Account> Visibility::accounts(std::vector<Account> all, const Member
     std::erase_if(all, [&](const Account& account) { return !reader.can("view", account.id); });
     return all;
 }
-
-std::vector<TransferDestination> Visibility::transferDestinations(const std::vector<Account>& all, const Member& member)
-{
-    std::vector<TransferDestination> destinations;
-    for (const auto& account : all) {
-        if (account.archived || !member.can("transferIn", account.id))
-            continue;
-        destinations.push_back({.id = account.id,
-                                .name = account.name,
-                                .currencies = account.currencies,
-                                .allowsFunding = account.isRestricted(),
-                                .allowsReturn = !account.isRestricted()});
-    }
-    return destinations;
-}

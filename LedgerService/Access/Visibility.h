@@ -16,7 +16,4 @@ std::vector<Member> members(std::vector<Member> all, const Member& reader);
 
 std::vector<Account> accounts(std::vector<Account> all, const Member& reader);
 
-/// The accounts that may receive a transfer from the member, whether or not the member sees them.
-std::vector<TransferDestination> transferDestinations(const std::vector<Account>& all, const Member& member);
-
 }

@@ -81,7 +81,8 @@ CompanyFounding foundingOf(const CreateCompany::Order& order)
     founding.company.enabledLocales.assign(AppLanguage::supportedLocales.begin(), AppLanguage::supportedLocales.end());
     founding.company.createdAt = LedgerDay::stamp(std::chrono::system_clock::now());
     founding.company.approvalStatus = "approved";
-    founding.settings.featuresConfigured = false;
+    founding.books.settings = FinancialSettings{};
+    founding.books.settings->featuresConfigured = false;
     Member owner;
     owner.id = Random::identifier();
     owner.userID = Random::identifier();
@@ -92,8 +93,8 @@ CompanyFounding foundingOf(const CreateCompany::Order& order)
     owner.active = true;
     owner.permissions.emplace(ownerPermissions.begin(), ownerPermissions.end());
     owner.accountGrants.emplace();
-    founding.members.push_back(
-        {.member = std::move(owner), .passwordHash = Password::hash(order.password), .demoProfile = {}});
+    founding.books.members.push_back(std::move(owner));
+    founding.passwordHash = Password::hash(order.password);
     return founding;
 }
 

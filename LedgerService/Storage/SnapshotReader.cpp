@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 
+#include "LedgerCore/Domain/LedgerEntryAccess.h"
 #include "LedgerService/Access/Visibility.h"
 #include "LedgerService/Storage/AccountRepository.h"
 #include "LedgerService/Storage/AttachmentRepository.h"
@@ -61,7 +62,7 @@ std::optional<LedgerSnapshot> SnapshotReader::read(Connection& connection, std::
     snapshot.members = Visibility::members(MemberRepository::all(connection, companyID), reader);
     auto accounts = AccountRepository::all(connection, companyID);
     const auto accountCount = accounts.size();
-    snapshot.transferDestinations = Visibility::transferDestinations(accounts, reader);
+    snapshot.transferDestinations = LedgerEntryAccess::transferDestinations(accounts, reader);
     snapshot.accounts = Visibility::accounts(std::move(accounts), reader);
     snapshot.categories = CategoryRepository::all(connection, companyID);
     snapshot.transactions = visibleEntries(connection, companyID, snapshot.accounts, accountCount);

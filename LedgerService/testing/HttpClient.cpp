@@ -1,0 +1,108 @@
+#include "LedgerService/testing/HttpClient.h"
+
+#include <boost/asio/connect.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/core/flat_buffer.hpp>
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/read.hpp>
+#include <boost/beast/http/string_body.hpp>
+#include <boost/describe.hpp>
+#include <fmt/core.h>
+
+#include "LedgerCore/Domain/Json.h"
+
+namespace {
+
+namespace asio = boost::asio;
+namespace http = boost::beast::http;
+
+struct ErrorDetail {
+    std::string code;
+    std::string message;
+};
+BOOST_DESCRIBE_STRUCT(ErrorDetail, (), (code, message))
+
+struct ErrorReply {
+    ErrorDetail error;
+};
+BOOST_DESCRIBE_STRUCT(ErrorReply, (), (error))
+
+}
+
+std::string HttpAnswer::code() const
+{
+    const auto reply = Json::decode<ErrorReply>(body);
+    return reply ? reply->error.code : std::string{};
+}
+
+struct HttpClient::Socket {
+    asio::io_context context;
+    asio::ip::tcp::socket socket{context};
+    boost::beast::flat_buffer buffer;
+};
+
+HttpClient::HttpClient(std::uint16_t port) : m_port(port)
+{
+    connect();
+}
+
+HttpClient::~HttpClient() = default;
+
+void HttpClient::connect()
+{
+    m_socket = std::make_unique<Socket>();
+    m_socket->socket.connect({asio::ip::address_v4::loopback(), m_port});
+}
+
+HttpAnswer HttpClient::send(std::string_view method, const std::string& path, const std::string& token,
+                            const std::string& body)
+{
+    auto text = fmt::format("{} {} HTTP/1.1\r\nHost: localhost\r\nAccept: application/json\r\n", method, path);
+    if (!token.empty())
+        text += fmt::format("Authorization: Bearer {}\r\n", token);
+    if (!body.empty() || method != "GET")
+        text += fmt::format("Content-Type: application/json\r\nContent-Length: {}\r\n", body.size());
+    text += "\r\n" + body;
+    auto answer = sendRaw(text);
+    if (answer.status != 0)
+        return answer;
+    connect();
+    return sendRaw(text);
+}
+
+HttpAnswer HttpClient::sendRaw(std::string_view bytes)
+{
+    write(bytes);
+    return read();
+}
+
+void HttpClient::write(std::string_view bytes)
+{
+    boost::system::error_code left;
+    asio::write(m_socket->socket, asio::buffer(bytes.data(), bytes.size()), left);
+}
+
+HttpAnswer HttpClient::read()
+{
+    http::response_parser<http::string_body> parser;
+    parser.body_limit(boost::none);
+    boost::system::error_code failure;
+    http::read(m_socket->socket, m_socket->buffer, parser, failure);
+    if (failure)
+        return {};
+    const auto& message = parser.get();
+    const auto allow = message[http::field::allow];
+    return {.status = static_cast<int>(message.result_int()),
+            .body = message.body(),
+            .allow = std::string{allow.data(), allow.size()}};
+}
+
+bool HttpClient::isClosedByService()
+{
+    char byte = 0;
+    boost::system::error_code failure;
+    m_socket->socket.read_some(asio::buffer(&byte, 1), failure);
+    return failure == asio::error::eof || failure == asio::error::connection_reset;
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// What the service answered.
+struct HttpAnswer {
+    int status = 0; // 0 when the connection ended without an answer
+    std::string body;
+    std::string allow; // the Allow header
+
+    /// The code of an error body; empty for other bodies.
+    [[nodiscard]] std::string code() const;
+};
+
+/// A client on one plain connection, which it opens anew when the service has closed it. Blocks.
+class HttpClient {
+public:
+    explicit HttpClient(std::uint16_t port);
+    ~HttpClient();
+    HttpClient(const HttpClient&) = delete;
+    HttpClient& operator=(const HttpClient&) = delete;
+
+    HttpAnswer send(std::string_view method, const std::string& path, const std::string& token = "",
+                    const std::string& body = "");
+
+    /// Sends bytes as they are and reads one answer.
+    HttpAnswer sendRaw(std::string_view bytes);
+
+    /// Sends bytes without waiting for anything.
+    void write(std::string_view bytes);
+
+    /// Whether the service closes this connection before it answers anything; waits for it.
+    bool isClosedByService();
+
+private:
+    struct Socket;
+    void connect();
+    HttpAnswer read();
+
+    std::uint16_t m_port;
+    std::unique_ptr<Socket> m_socket;
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+/// The service's program as a child process, listening on a free port of 127.0.0.1.
+class ServiceProcess {
+public:
+    /// Starts `program` on the database and waits until it is ready; `port()` is 0 when it did not get so far.
+    ServiceProcess(const std::string& program, const std::string& databaseFile,
+                   const std::vector<std::string>& furtherArguments = {});
+    /// Ends a child that is still running, cleanly.
+    ~ServiceProcess();
+    ServiceProcess(const ServiceProcess&) = delete;
+    ServiceProcess& operator=(const ServiceProcess&) = delete;
+
+    [[nodiscard]] std::uint16_t port() const { return m_port; }
+
+    /// Asks it to end and gives its exit code, or -1 when it did not exit by itself.
+    int stop();
+
+    /// Ends it as a power failure would.
+    void kill();
+
+private:
+    int wait();
+
+    pid_t m_process = -1;
+    std::uint16_t m_port = 0;
+};

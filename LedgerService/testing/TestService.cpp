@@ -1,0 +1,116 @@
+#include "LedgerService/testing/TestService.h"
+
+#include <cstdlib>
+
+#include <fmt/core.h>
+#include <unistd.h>
+
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerService/Identity/Password.h"
+#include "LedgerService/Identity/Token.h"
+#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Storage/CompanyFounding.h"
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/SessionRepository.h"
+#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/testing/SampleBooks.h"
+
+namespace {
+
+/// The day on which the sample's members act.
+const auto sampleInstant = *LedgerDay::parseStamp("2026-03-10T09:30:00.000Z");
+
+}
+
+TemporaryFolder::TemporaryFolder()
+{
+    auto pattern = (std::filesystem::temp_directory_path() / "tallyfold-XXXXXX").string();
+    require(mkdtemp(pattern.data()) != nullptr, "a temporary folder can be made");
+    m_path = pattern;
+}
+
+TemporaryFolder::~TemporaryFolder()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(m_path, ignored);
+}
+
+void foundSample(Connection& connection, const std::string& companyID)
+{
+    static const auto passwordHash = Password::hash(TestService::password);
+    CompanyFounding founding;
+    founding.company.id = companyID;
+    founding.company.name = "Sample " + companyID;
+    founding.company.createdAt = "2026-01-01T08:00:00.000Z";
+    founding.company.approvalStatus = "approved";
+    founding.books = SampleBooks::books();
+    for (auto& member : founding.books.members) {
+        member.email = fmt::format("{}@{}.example", member.id, companyID);
+        member.userID = fmt::format("{}-of-{}", member.id, companyID);
+    }
+    founding.passwordHash = passwordHash;
+    founding.write(connection);
+}
+
+TestService::TestService(const std::function<void(ServerOptions&)>& adjust)
+    : m_offset(std::make_shared<std::chrono::seconds>(0))
+{
+    ServerOptions options;
+    options.databaseFile = databaseFile();
+    options.clock = [offset = m_offset] { return sampleInstant + *offset; };
+    adjust(options);
+    write([](Connection& connection) { foundSample(connection, "sample"); });
+    auto server = Server::start(std::move(options));
+    require(server.has_value(), server ? "" : server.error());
+    m_server = *std::move(server);
+}
+
+TestService::~TestService() = default;
+
+std::string TestService::tokenOf(const std::string& memberID, const std::string& companyID)
+{
+    auto token = Token::issue();
+    write([&](Connection& connection) {
+        SessionRepository::insert(connection, Token::hash(token), {companyID, memberID},
+                                  LedgerDay::stamp(sampleInstant),
+                                  LedgerDay::stamp(sampleInstant + std::chrono::hours{24}));
+    });
+    return token;
+}
+
+HttpAnswer TestService::as(const std::string& memberID, std::string_view method, const std::string& path,
+                           const std::string& body)
+{
+    return client().send(method, path, tokenOf(memberID), body);
+}
+
+LedgerSnapshot TestService::snapshotOf(const std::string& memberID)
+{
+    auto snapshot = Json::decode<LedgerSnapshot>(as(memberID, "GET", "/v1/snapshot").body);
+    require(snapshot.has_value(), "the service sends a snapshot");
+    return *std::move(snapshot);
+}
+
+void TestService::write(const std::function<void(Connection&)>& work)
+{
+    const auto database = Database::open(databaseFile());
+    require(database.has_value(), "the test's database opens");
+    const auto loan = (*database)->borrow();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    work(*loan);
+    transaction.commit();
+}
+
+std::string TestService::problems() const
+{
+    const auto database = Database::open(databaseFile());
+    require(database.has_value(), "the test's database opens");
+    const auto loan = (*database)->borrow();
+    std::string lines;
+    for (const auto& problem : Verify::run(*loan).problems)
+        lines += problem + "\n";
+    return lines;
+}

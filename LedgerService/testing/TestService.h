@@ -1,0 +1,70 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerService/Http/Server.h"
+#include "LedgerService/testing/HttpClient.h"
+
+class Connection;
+
+/// A folder that is gone with its object.
+class TemporaryFolder {
+public:
+    TemporaryFolder();
+    ~TemporaryFolder();
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    [[nodiscard]] std::string file(std::string_view name) const { return (m_path / name).string(); }
+
+private:
+    std::filesystem::path m_path;
+};
+
+/// The real service on a real database file, in this process. It holds the company "sample" of `SampleBooks`, whose
+/// members sign in as "<id>@sample.example", and its clock stands still unless moved.
+class TestService {
+public:
+    static constexpr auto password = "an open secret";
+
+    explicit TestService(const std::function<void(ServerOptions&)>& adjust = [](ServerOptions&) {});
+    ~TestService();
+
+    [[nodiscard]] HttpClient client() const { return HttpClient{m_server->port()}; }
+    [[nodiscard]] std::uint16_t port() const { return m_server->port(); }
+    [[nodiscard]] std::string databaseFile() const { return m_folder.file("books.sqlite"); }
+
+    /// A token of the member, made without a password.
+    [[nodiscard]] std::string tokenOf(const std::string& memberID, const std::string& companyID = "sample");
+
+    /// One request with that member's token.
+    HttpAnswer as(const std::string& memberID, std::string_view method, const std::string& path,
+                  const std::string& body = "");
+
+    /// What the member's snapshot holds now.
+    LedgerSnapshot snapshotOf(const std::string& memberID);
+
+    /// Works on the database beside the service, in one writing transaction.
+    void write(const std::function<void(Connection&)>& work);
+
+    /// Everything that `verify` finds wrong, in lines; empty for sound books.
+    [[nodiscard]] std::string problems() const;
+
+    void moveClock(std::chrono::seconds by) { *m_offset += by; }
+    void stop() { m_server->stop(); }
+
+private:
+    TemporaryFolder m_folder;
+    std::shared_ptr<std::chrono::seconds> m_offset;
+    std::unique_ptr<Server> m_server;
+};
+
+/// Writes the company of `SampleBooks` under this id.
+void foundSample(Connection& connection, const std::string& companyID);

@@ -1,0 +1,145 @@
+#include <gtest/gtest.h>
+
+#include <fmt/core.h>
+
+#include "LedgerService/Http/RouteTable.h"
+#include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace {
+
+struct Case {
+    std::string name;
+    std::string bytes; // "{token}" stands for a token
+    int status = 0;
+    std::string code;
+    std::string allow = {};
+};
+
+std::string post(std::string_view path, std::string_view body)
+{
+    return fmt::format("POST {} HTTP/1.1\r\nHost: l\r\nAuthorization: Bearer {{token}}\r\nContent-Length: {}\r\n\r\n{}",
+                       path, body.size(), body);
+}
+
+class HttpRefusal : public testing::TestWithParam<Case> {};
+
+}
+
+TEST_P(HttpRefusal, AnswersWithACodeAndGoesOnServing)
+{
+    TestService service;
+    auto bytes = GetParam().bytes;
+    if (const auto at = bytes.find("{token}"); at != std::string::npos)
+        bytes.replace(at, 7, service.tokenOf("mira"));
+    const auto answer = service.client().sendRaw(bytes);
+    EXPECT_EQ(answer.status, GetParam().status) << answer.body;
+    EXPECT_EQ(answer.code(), GetParam().code);
+    EXPECT_EQ(answer.allow, GetParam().allow);
+    EXPECT_EQ(service.client().send("GET", "/health/live").status, 200);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Requests, HttpRefusal,
+    testing::Values(
+        Case{"NotHttp", "hello there\r\n\r\n", 400, "validation_error"},
+        Case{"NotJson", post("/v1/transactions", "{\"kind\":"), 400, "validation_error"},
+        Case{"MissingFields", post("/v1/transactions", "{}"), 400, "validation_error"},
+        Case{"FractionalAmount",
+             post("/v1/transactions", R"({"kind":"income","date":"2026-03-10","note":"","currency":"IDR",)"
+                                      R"("amountMinor":1.5,"attachmentIDs":[],"idempotencyKey":"k"})"),
+             400, "validation_error"},
+        Case{"DeepNesting", post("/v1/transactions", std::string(100'000, '[')), 400, "validation_error"},
+        Case{"NoBody", "POST /v1/auth/login HTTP/1.1\r\nHost: l\r\nContent-Length: 0\r\n\r\n", 400, "validation_error"},
+        Case{"UnknownPath", "GET /v2/snapshot HTTP/1.1\r\nHost: l\r\n\r\n", 404, "not_found"},
+        Case{"TrailingSlash", "GET /v1/snapshot/ HTTP/1.1\r\nHost: l\r\n\r\n", 404, "not_found"},
+        Case{"EmptySegment", "POST /v1/transactions//reverse HTTP/1.1\r\nHost: l\r\nContent-Length: 0\r\n\r\n", 404,
+             "not_found"},
+        Case{"WrongMethod", "DELETE /v1/transactions HTTP/1.1\r\nHost: l\r\n\r\n", 405, "method_not_allowed", "POST"},
+        Case{"OtherScheme", "GET /v1/snapshot HTTP/1.1\r\nHost: l\r\nAuthorization: Basic {token}\r\n\r\n", 401,
+             "unauthorized"},
+        Case{"DeclaredTooLarge", "POST /v1/demo HTTP/1.1\r\nHost: l\r\nContent-Length: 99999999999\r\n\r\n", 413,
+             "payload_too_large"},
+        Case{"GrownTooLarge",
+             "POST /v1/auth/login HTTP/1.1\r\nHost: l\r\nTransfer-Encoding: chunked\r\n\r\n200000\r\n" +
+                 std::string(0x200000, 'x') + "\r\n0\r\n\r\n",
+             413, "payload_too_large"},
+        Case{"LongHeader", "GET /v1/snapshot HTTP/1.1\r\nX-Long: " + std::string(20'000, 'x') + "\r\n\r\n", 431,
+             "validation_error"}),
+    [](const auto& each) { return each.param.name; });
+
+TEST(Http, AnswersManyRequestsOnOneConnectionAndIgnoresQueries)
+{
+    TestService service;
+    auto client = service.client();
+    const std::string ask = "GET /health/live?x=1 HTTP/1.1\r\nHost: l\r\n\r\n";
+    EXPECT_EQ(client.sendRaw(ask + ask).status, 200) << "two at once";
+    EXPECT_EQ(client.sendRaw("").status, 200) << "the second one's answer";
+    EXPECT_EQ(client.sendRaw(ask).status, 200);
+    EXPECT_EQ(client.sendRaw("GET /health/live HTTP/1.0\r\n\r\n").status, 200);
+    EXPECT_TRUE(client.isClosedByService()) << "this one asked for no further requests";
+}
+
+TEST(Http, CutsOffClientsThatAreTooSlow)
+{
+    using std::chrono::milliseconds;
+    TestService service{[](ServerOptions& options) {
+        options.limits.idle = milliseconds{60};
+        options.limits.header = milliseconds{60};
+        options.limits.body = milliseconds{60};
+    }};
+    auto silent = service.client();
+    auto halfHeader = service.client();
+    halfHeader.write("GET /v1/snap");
+    auto halfBody = service.client();
+    halfBody.write("POST /v1/auth/login HTTP/1.1\r\nHost: l\r\nContent-Length: 50\r\n\r\n{\"email\":");
+    EXPECT_TRUE(silent.isClosedByService());
+    EXPECT_TRUE(halfHeader.isClosedByService());
+    EXPECT_TRUE(halfBody.isClosedByService());
+}
+
+TEST(Http, TakesNoMoreConnectionsThanItMayAndComesBack)
+{
+    TestService service{[](ServerOptions& options) { options.limits.connections = 1; }};
+    {
+        auto first = service.client();
+        EXPECT_EQ(first.send("GET", "/health/live").status, 200);
+        EXPECT_TRUE(service.client().isClosedByService());
+    }
+    int status = 0;
+    while (status == 0) // until the service has seen the first one leave
+        status = service.client().sendRaw("GET /health/live HTTP/1.1\r\nHost: l\r\n\r\n").status;
+    EXPECT_EQ(status, 200);
+}
+
+TEST(Http, CountsClientsBehindAProxyByTheAddressThatTheProxySaw)
+{
+    TestService service{[](ServerOptions& options) {
+        options.behindProxy = true;
+        options.policy.limits.signInsPerAddress = 1;
+    }};
+    const auto guessFrom = [&](const std::string& forwarded, const std::string& email) {
+        const auto body = fmt::format(R"({{"email":"{}","password":"x"}})", email);
+        return service.client()
+            .sendRaw(fmt::format("POST /v1/auth/login HTTP/1.1\r\nHost: l\r\nX-Forwarded-For: {}\r\n"
+                                 "Content-Length: {}\r\n\r\n{}",
+                                 forwarded, body.size(), body))
+            .status;
+    };
+    EXPECT_EQ(guessFrom("10.0.0.1, 192.0.2.7", "a@b.example"), 401);
+    EXPECT_EQ(guessFrom("10.0.0.2, 192.0.2.7", "c@b.example"), 429) << "what the client claims does not count";
+    EXPECT_EQ(guessFrom("10.0.0.1, 192.0.2.8", "d@b.example"), 401);
+}
+
+TEST(Http, KeepsTheAnswersOfRequestsUnderWayWhenItStops)
+{
+    TestService service;
+    auto client = service.client();
+    client.write("POST /v1/auth/login HTTP/1.1\r\nHost: l\r\nContent-Length: 66\r\n\r\n");
+    client.write(fmt::format("{:<66}", R"({"email":"mira@sample.example","password":"an open secret"})"));
+    auto other = service.client();
+    EXPECT_EQ(other.send("GET", "/health/live").status, 200) << "the one network thread has read both";
+    service.stop();
+    EXPECT_EQ(client.sendRaw("").status, 200);
+    EXPECT_TRUE(other.isClosedByService());
+}

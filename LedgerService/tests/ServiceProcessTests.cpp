@@ -1,0 +1,174 @@
+#include <atomic>
+#include <cstdlib>
+#include <thread>
+#include <vector>
+
+#include <boost/describe.hpp>
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerService/Operations/Serve.h"
+#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/ServiceProcess.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace {
+
+struct AuthReply {
+    std::string token;
+    LedgerSnapshot snapshot;
+};
+BOOST_DESCRIBE_STRUCT(AuthReply, (), (token, snapshot))
+
+/// A database with the sample company, as it is before any process serves it; its books have no start date, so that
+/// entries of the real today fit.
+class ServedByAProcess : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        const auto database = Database::open(file);
+        ASSERT_TRUE(database.has_value());
+        const auto loan = (*database)->borrow();
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        foundSample(*loan, "sample");
+        (*loan).execute("UPDATE companies SET bookkeeping_start_date = NULL");
+        transaction.commit();
+    }
+
+    static AuthReply signIn(const ServiceProcess& process)
+    {
+        HttpClient client{process.port()};
+        const auto answer =
+            client.send("POST", "/v1/auth/login", "",
+                        fmt::format(R"({{"email":"mira@sample.example","password":"{}"}})", TestService::password));
+        auto reply = Json::decode<AuthReply>(answer.body);
+        EXPECT_TRUE(reply.has_value()) << answer.body;
+        return reply.value_or(AuthReply{});
+    }
+
+    int run(const std::string& arguments) const
+    {
+        const auto status = std::system(
+            fmt::format("{} {} > {} 2>&1", TALLYFOLD_SERVICE_PROGRAM, arguments, folder.file("output.txt")).c_str());
+        return WEXITSTATUS(status);
+    }
+
+    TemporaryFolder folder;
+    std::string file = folder.file("books.sqlite");
+};
+
+std::string expenseToday(const std::string& key)
+{
+    auto input = SampleBooks::expense(10);
+    input.date = LedgerDay::localGregorian().day(std::chrono::system_clock::now());
+    input.idempotencyKey = key;
+    return Json::encode(input);
+}
+
+}
+
+TEST_F(ServedByAProcess, KeepsWhatItConfirmedAndNothingHalfDoneWhenKilledInTheMiddleOfWrites)
+{
+    ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file};
+    ASSERT_NE(process.port(), 0);
+    const auto token = signIn(process).token;
+    std::atomic<std::int64_t> confirmed = 0;
+    std::vector<std::jthread> writers;
+    for (int writer = 0; writer < 3; ++writer)
+        writers.emplace_back([&, writer] {
+            HttpClient client{process.port()};
+            for (int at = 0;; ++at) {
+                client.write(fmt::format("POST /v1/transactions HTTP/1.1\r\nHost: l\r\nAuthorization: Bearer {}\r\n"
+                                         "Content-Length: {}\r\n\r\n{}",
+                                         token, expenseToday(fmt::format("{}-{}", writer, at)).size(),
+                                         expenseToday(fmt::format("{}-{}", writer, at))));
+                if (client.sendRaw("").status != 200)
+                    return;
+                ++confirmed;
+                confirmed.notify_all();
+            }
+        });
+    for (auto seen = confirmed.load(); seen < 30; seen = confirmed.load())
+        confirmed.wait(seen);
+    process.kill();
+    writers.clear();
+
+    ServiceProcess restarted{TALLYFOLD_SERVICE_PROGRAM, file};
+    const auto snapshot = signIn(restarted).snapshot;
+    const auto recorded = static_cast<std::int64_t>(snapshot.transactions.size()) - 4; // four came with the sample
+    EXPECT_GE(recorded, confirmed.load());
+    EXPECT_LE(recorded, confirmed.load() + 3) << "each writer may have lost one answer";
+    EXPECT_EQ(snapshot.account("bank")->balance("IDR"), 1'000'000 - 10 * recorded);
+    EXPECT_EQ(restarted.stop(), 0);
+    EXPECT_EQ(run("verify --database " + file), 0);
+}
+
+TEST_F(ServedByAProcess, SpeaksPlainHttpBeyondLoopbackOnlyBehindAProxy)
+{
+    EXPECT_NE(run("serve --listen 0.0.0.0:0 --database " + file), 0);
+    EXPECT_NE(run("serve --listen localhost --database " + file), 0);
+    EXPECT_NE(run("verify --database " + folder.file("missing.sqlite")), 0);
+    EXPECT_NE(run("serve"), 0);
+    EXPECT_EQ(run("--version"), 0);
+}
+
+TEST_F(ServedByAProcess, FoundsACompanyWhoseOwnerSignsIn)
+{
+    const auto create = [&](const std::string& password, const std::string& email) {
+        const auto command = fmt::format("echo '{}' | {} create-company --database {} --name 'Toko Baru' --owner-name "
+                                         "Dewi --owner-email {} > /dev/null 2>&1",
+                                         password, TALLYFOLD_SERVICE_PROGRAM, file, email);
+        return WEXITSTATUS(std::system(command.c_str()));
+    };
+    EXPECT_NE(create("short", "dewi@toko.example"), 0);
+    EXPECT_NE(create("long enough", "no-address"), 0);
+    EXPECT_EQ(create("long enough", "Dewi@toko.example"), 0);
+    EXPECT_NE(create("long enough", "dewi@toko.example"), 0) << "the address is taken";
+
+    const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file};
+    HttpClient client{process.port()};
+    const auto answer =
+        client.send("POST", "/v1/auth/login", "", R"({"email":"dewi@toko.example","password":"long enough"})");
+    const auto reply = Json::decode<AuthReply>(answer.body);
+    ASSERT_TRUE(reply.has_value()) << answer.body;
+    EXPECT_EQ(reply->snapshot.company.name, "Toko Baru");
+    EXPECT_EQ(reply->snapshot.currentMember.role, "owner");
+}
+
+struct EndpointCase {
+    std::string name;
+    std::string text;
+    std::string url; // empty: refused
+    bool loopback = false;
+};
+
+class Endpoints : public testing::TestWithParam<EndpointCase> {};
+
+TEST_P(Endpoints, AreReadStrictly)
+{
+    const auto endpoint = Serve::parseEndpoint(GetParam().text);
+    ASSERT_EQ(endpoint.has_value(), !GetParam().url.empty());
+    if (endpoint) {
+        EXPECT_EQ(endpoint->url(), GetParam().url);
+        EXPECT_EQ(endpoint->isLoopback(), GetParam().loopback);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Texts, Endpoints,
+                         testing::Values(EndpointCase{"Version4", "127.0.0.1:48731", "http://127.0.0.1:48731", true},
+                                         EndpointCase{"WholeLoopbackNet", "127.9.9.9:1", "http://127.9.9.9:1", true},
+                                         EndpointCase{"Version6", "[::1]:80", "http://[::1]:80", true},
+                                         EndpointCase{"Anywhere", "0.0.0.0:80", "http://0.0.0.0:80", false},
+                                         EndpointCase{"AnywhereVersion6", "[::]:80", "http://[::]:80", false},
+                                         EndpointCase{"Name", "localhost:80", ""},
+                                         EndpointCase{"NoPort", "127.0.0.1", ""},
+                                         EndpointCase{"PortTooLarge", "127.0.0.1:65536", ""},
+                                         EndpointCase{"PortWithRest", "127.0.0.1:80x", ""},
+                                         EndpointCase{"EmptyPort", "127.0.0.1:", ""}),
+                         [](const auto& each) { return each.param.name; });

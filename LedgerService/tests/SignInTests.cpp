@@ -1,0 +1,156 @@
+#include <gtest/gtest.h>
+
+#include <boost/describe.hpp>
+#include <fmt/core.h>
+
+#include "LedgerCore/Domain/Json.h"
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace {
+
+struct AuthReply {
+    std::string token;
+    LedgerSnapshot snapshot;
+};
+BOOST_DESCRIBE_STRUCT(AuthReply, (), (token, snapshot))
+
+HttpAnswer login(const TestService& service, const std::string& email, const std::string& password)
+{
+    return service.client().send("POST", "/v1/auth/login", "",
+                                 fmt::format(R"({{"email":"{}","password":"{}"}})", email, password));
+}
+
+void change(TestService& service, const std::string& statement)
+{
+    service.write([&](Connection& connection) { connection.execute(statement); });
+}
+
+}
+
+TEST(SignIn, GivesATokenThatWorksUntilItIsHandedBack)
+{
+    TestService service;
+    const auto answer = login(service, " Mira@Sample.example ", TestService::password);
+    ASSERT_EQ(answer.status, 200) << answer.body;
+    const auto reply = Json::decode<AuthReply>(answer.body);
+    ASSERT_TRUE(reply.has_value());
+    EXPECT_EQ(reply->snapshot.currentMember.id, "mira");
+    EXPECT_GE(reply->token.size(), 43u) << "256 bits in Base64";
+
+    auto client = service.client();
+    EXPECT_EQ(client.send("GET", "/v1/snapshot", reply->token).status, 200);
+    EXPECT_EQ(client.send("POST", "/v1/auth/logout", reply->token).body, R"({"ok":true})");
+    EXPECT_EQ(client.send("GET", "/v1/snapshot", reply->token).code(), "unauthorized");
+    EXPECT_EQ(client.send("POST", "/v1/auth/logout", reply->token).status, 401);
+}
+
+TEST(SignIn, TellsAWrongPasswordAndAnUnknownAddressApartToNobody)
+{
+    TestService service;
+    const auto wrong = login(service, "mira@sample.example", "an open secre");
+    const auto unknown = login(service, "nobody@sample.example", TestService::password);
+    EXPECT_EQ(wrong.status, 401);
+    EXPECT_EQ(wrong.code(), "unauthorized");
+    EXPECT_EQ(unknown.status, 401);
+    EXPECT_EQ(unknown.body, wrong.body);
+}
+
+struct Closed {
+    std::string name;
+    std::string statement; // done to the database before
+    std::string email;
+    std::string code;
+};
+
+class ClosedSignIn : public testing::TestWithParam<Closed> {};
+
+TEST_P(ClosedSignIn, IsRefusedAtTheDoorAndWithAnEarlierToken)
+{
+    TestService service;
+    const auto member = GetParam().email.substr(0, GetParam().email.find('@'));
+    const auto token = service.tokenOf(member);
+    change(service, GetParam().statement);
+    const auto answer = login(service, GetParam().email, TestService::password);
+    EXPECT_EQ(answer.status, GetParam().code == "unauthorized" ? 401 : 403);
+    EXPECT_EQ(answer.code(), GetParam().code);
+    EXPECT_EQ(service.client().send("GET", "/v1/snapshot", token).code(), GetParam().code);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Reasons, ClosedSignIn,
+    testing::Values(Closed{"InactiveMember", "UPDATE members SET active = 0", "gone@sample.example", "inactive_member"},
+                    Closed{"Pending", "UPDATE companies SET approval_status = 'pending'", "mira@sample.example",
+                           "company_pending"},
+                    Closed{"UnknownReview", "UPDATE companies SET approval_status = 'on hold'", "mira@sample.example",
+                           "company_pending"},
+                    Closed{"Rejected", "UPDATE companies SET approval_status = 'rejected'", "mira@sample.example",
+                           "company_rejected"},
+                    Closed{"DemonstrationSwitchedOff", "UPDATE companies SET demo_locale = 'en-US', demo_version = 1",
+                           "mira@sample.example", "unauthorized"}),
+    [](const auto& each) { return each.param.name; });
+
+TEST(SignIn, OpensTheCompanyOfTheLastSignInAmongThoseThatAreOpen)
+{
+    TestService service;
+    service.write([](Connection& connection) {
+        foundSample(connection, "other");
+        connection.execute("INSERT INTO members SELECT company_id, 'mira-too', 'mira-of-sample', 9, name, role, "
+                           "account_ids, locale, active, permissions, account_grants, selected_category_ids, "
+                           "transaction_colors, demo_profile, '2026-02-01T08:00:00.000Z' FROM members "
+                           "WHERE company_id = 'other' AND id = 'mira'");
+    });
+    const auto companyNow = [&] {
+        return Json::decode<AuthReply>(login(service, "mira@sample.example", TestService::password).body)
+            ->snapshot.company.id;
+    };
+    EXPECT_EQ(companyNow(), "sample");
+    change(service, "UPDATE users SET current_company_id = 'other' WHERE id = 'mira-of-sample'");
+    EXPECT_EQ(companyNow(), "other");
+    change(service, "UPDATE companies SET approval_status = 'rejected' WHERE id = 'other'");
+    EXPECT_EQ(companyNow(), "sample");
+}
+
+TEST(SignIn, LimitsGuessesByAddressUntilTheWindowEnds)
+{
+    TestService service{[](ServerOptions& options) {
+        options.policy.limits.signInsPerEmail = 2;
+        options.policy.limits.signInsPerAddress = 6;
+    }};
+    const auto guess = [&](const std::string& email) { return login(service, email, "wrong").status; };
+    EXPECT_EQ(guess("mira@sample.example"), 401);
+    EXPECT_EQ(guess("MIRA@sample.example"), 401);
+    const auto refused = login(service, "mira@sample.example", TestService::password);
+    EXPECT_EQ(refused.status, 429) << "even the right password waits";
+    EXPECT_EQ(refused.code(), "rate_limited");
+
+    EXPECT_EQ(login(service, "rudi@sample.example", TestService::password).status, 200) << "others are not held up";
+    EXPECT_EQ(guess("a@sample.example"), 401);
+    EXPECT_EQ(guess("b@sample.example"), 401);
+    EXPECT_EQ(guess("c@sample.example"), 429) << "the seventh from this machine";
+
+    service.moveClock(std::chrono::minutes{15});
+    EXPECT_EQ(login(service, "mira@sample.example", TestService::password).status, 200);
+}
+
+TEST(SignIn, ForgetsFailedGuessesOnceThePasswordIsRight)
+{
+    TestService service{[](ServerOptions& options) { options.policy.limits.signInsPerEmail = 2; }};
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(login(service, "mira@sample.example", "wrong").status, 401);
+        EXPECT_EQ(login(service, "mira@sample.example", TestService::password).status, 200);
+    }
+}
+
+TEST(SignIn, EndsSessionsWhenTheirTimeIsOver)
+{
+    TestService service;
+    const auto token = service.tokenOf("mira");
+    auto client = service.client();
+    service.moveClock(std::chrono::hours{24} - std::chrono::seconds{1});
+    EXPECT_EQ(client.send("GET", "/v1/snapshot", token).status, 200);
+    service.moveClock(std::chrono::seconds{1});
+    EXPECT_EQ(client.send("GET", "/v1/snapshot", token).code(), "unauthorized");
+    EXPECT_EQ(client.send("GET", "/v1/snapshot", "made-up").code(), "unauthorized");
+    EXPECT_EQ(client.send("GET", "/v1/snapshot").code(), "unauthorized");
+}

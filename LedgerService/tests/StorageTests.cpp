@@ -1,0 +1,102 @@
+#include <fstream>
+
+#include <gtest/gtest.h>
+
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/EntryRepository.h"
+#include "LedgerService/Storage/Migrations.h"
+#include "LedgerService/Storage/Query.h"
+#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/TestService.h"
+
+TEST(Migrations, RefuseADatabaseThatANewerProgramHasWritten)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.file("books.sqlite");
+    {
+        const auto database = Database::open(file);
+        ASSERT_TRUE(database.has_value()) << database.error();
+        const auto loan = (*database)->borrow();
+        EXPECT_EQ(Migrations::apply(*loan), std::nullopt) << "a second time changes nothing";
+        Query{*loan, "INSERT INTO schema_migrations (version, applied_at) VALUES (:version, '')"}
+            .bind("version", Migrations::newest() + 1)
+            .run();
+    }
+    const auto refused = Database::open(file);
+    ASSERT_FALSE(refused.has_value());
+    EXPECT_NE(refused.error().find("newer program"), std::string::npos) << refused.error();
+}
+
+TEST(Migrations, SayWhyAFileIsNoDatabase)
+{
+    const TemporaryFolder folder;
+    std::ofstream{folder.file("letter.txt")} << std::string(4096, 'a');
+    for (const auto& file : {folder.file("letter.txt"), folder.file("no/such/folder/books.sqlite"), std::string{}}) {
+        const auto refused = Database::open(file);
+        ASSERT_FALSE(refused.has_value()) << file;
+        EXPECT_FALSE(refused.error().empty());
+    }
+}
+
+TEST(Storage, KeepsEveryFieldOfAnEntry)
+{
+    TestService service;
+    LedgerTransaction entry;
+    entry.id = "full";
+    entry.kind = "dividend";
+    entry.date = "2026-02-03";
+    entry.note = "quote ' and \" and \xE4\xBD\xA0\xE5\xA5\xBD";
+    entry.createdAt = "2026-02-03T04:05:06.789Z";
+    entry.memberID = "mira";
+    entry.categoryID = "sales";
+    entry.legs = {{"bank", "USD", -9'000'000'000'000}, {"vault", "IDR", 9'000'000'000'000}};
+    entry.originalTransactionID = "sale";
+    entry.externalReference = "";
+    entry.transferPurpose = "return";
+    entry.distributionKind = "payment";
+    entry.participantName = "Dewi";
+    entry.dividendMovementID = "m1";
+    entry.capitalContributionID = "c1";
+    std::optional<LedgerTransaction> alone;
+    std::vector<LedgerTransaction> all;
+    std::vector<LedgerTransaction> onVault;
+    service.write([&](Connection& connection) {
+        EntryRepository::append(connection, "sample", entry);
+        alone = EntryRepository::find(connection, "sample", "full");
+        all = EntryRepository::all(connection, "sample");
+        const std::vector<std::string> accounts{"hidden", "vault"};
+        onVault = EntryRepository::touching(connection, "sample", accounts);
+    });
+    EXPECT_EQ(alone, entry);
+    EXPECT_EQ(all.size(), 5u);
+    EXPECT_EQ(all.back(), entry);
+    EXPECT_EQ(onVault, std::vector{entry}) << "whole, with the leg on the account that was not asked for";
+}
+
+TEST(Storage, RollsBackWhatIsNotCommitted)
+{
+    TestService service;
+    const auto database = Database::open(service.databaseFile());
+    ASSERT_TRUE(database.has_value());
+    {
+        const auto loan = (*database)->borrow();
+        const Transaction transaction{*loan, Transaction::Mode::writing};
+        Query{*loan, "UPDATE balances SET amount_minor = 1"}.run();
+    }
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST(Verify, FindsABalanceThatItsLegsDoNotExplain)
+{
+    TestService service;
+    ASSERT_EQ(service.problems(), "");
+    service.write([](Connection& connection) {
+        connection.execute("UPDATE balances SET amount_minor = amount_minor + 1 WHERE account_id = 'bank' AND "
+                           "currency = 'USD'");
+    });
+    const auto problems = service.problems();
+    EXPECT_NE(problems.find("company sample"), std::string::npos);
+    EXPECT_NE(problems.find("bank"), std::string::npos) << problems;
+}
