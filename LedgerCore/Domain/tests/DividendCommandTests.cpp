@@ -1,0 +1,364 @@
+#include "LedgerCore/Domain/DividendCommands.h"
+
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/DividendAccess.h"
+#include "LedgerCore/Domain/Json.h"
+
+namespace {
+
+using enum DividendRefusal;
+using Built = DividendCommands::Built;
+
+DividendMovement movement(std::string id, std::string kind, std::int64_t amount, std::optional<std::string> entry)
+{
+    DividendMovement made;
+    made.id = std::move(id);
+    made.kind = std::move(kind);
+    made.participantID = "ann";
+    made.currency = "USD";
+    made.amountMinor = amount;
+    made.date = "2024-04-02";
+    made.transactionID = std::move(entry);
+    return made;
+}
+
+/// 100.00 allocated to Ann and Bo in halves, of which Ann had 20.00 applied from an advance of 30.00; a batch of Bo's
+/// alone; Cy is archived.
+LedgerSnapshot books()
+{
+    LedgerSnapshot snapshot;
+    auto& member = snapshot.currentMember;
+    member.id = "m";
+    member.active = true;
+    member.permissions = {"manageCompany", "postDividends"};
+    member.accountGrants = {{"bank", {"view", "distribution"}}, {"float", {"view", "distribution"}}};
+    snapshot.members = {member};
+    for (const auto* id : {"bank", "float"}) {
+        auto& account = snapshot.accounts.emplace_back();
+        account.id = id;
+        account.currencies = {"USD", "EUR"};
+    }
+    snapshot.accounts[1].purpose = "employee";
+    auto& entry = snapshot.transactions.emplace_back();
+    entry.id = "t1";
+    entry.legs = {{"bank", "USD", -3000}};
+
+    auto& state = snapshot.dividends.emplace();
+    state.revision = 9;
+    state.participants = {{.id = "ann", .name = "Ann", .memberID = "m"},
+                          {.id = "bo", .name = "Bo", .memberID = {}},
+                          {.id = "cy", .name = "Cy", .memberID = {}, .archived = true}};
+    state.batches = {{.id = "q1",
+                      .period = "Q1",
+                      .currency = "USD",
+                      .amountMinor = 10000,
+                      .date = "2024-04-01",
+                      .createdAt = "",
+                      .lines = {{"ann", "Ann", 5000, 5000}, {"bo", "Bo", 5000, 5000}},
+                      .cancelledDate = {}}};
+    state.batches.push_back(state.batches.front());
+    state.batches[1].id = "q2";
+    state.batches[1].lines = {{"bo", "Bo", 10000, 10000}};
+    state.movements = {movement("a1", "advance", 3000, "t1"), movement("m2", "application", 2000, std::nullopt)};
+    state.movements[1].batchID = "q1";
+    state.movements[1].advanceID = "a1";
+    return snapshot;
+}
+
+CommandIssue issue(std::string date = "2024-05-01")
+{
+    return {.date = std::move(date), .idempotencyKey = "key"};
+}
+
+Built allocate(const LedgerSnapshot& snapshot, std::vector<DividendCommands::ShareText> shares,
+               std::string amount = "1,000.00", std::string period = "Q2")
+{
+    return DividendCommands::allocate(
+        DividendContext::of(snapshot), issue(),
+        {.period = std::move(period), .currency = "USD", .amount = std::move(amount), .shares = std::move(shares)},
+        "en");
+}
+
+Built advance(const LedgerSnapshot& snapshot, std::string amount, std::string participant = "bo",
+              std::string account = "bank", std::string date = "2024-05-01")
+{
+    return DividendCommands::advance(DividendContext::of(snapshot), issue(std::move(date)),
+                                     {.participantID = std::move(participant),
+                                      .currency = "USD",
+                                      .amount = std::move(amount),
+                                      .accountID = std::move(account)},
+                                     "en");
+}
+
+Built pay(const LedgerSnapshot& snapshot, std::string amount, std::string batch = "q1", std::string participant = "ann",
+          std::string account = "bank")
+{
+    return DividendCommands::pay(DividendContext::of(snapshot), issue(),
+                                 {.batchID = std::move(batch),
+                                  .participantID = std::move(participant),
+                                  .amount = std::move(amount),
+                                  .accountID = std::move(account)},
+                                 "en");
+}
+
+Built apply(const LedgerSnapshot& snapshot, std::string amount, std::string participant = "ann")
+{
+    return DividendCommands::apply(
+        DividendContext::of(snapshot), issue(),
+        {.batchID = "q1", .participantID = std::move(participant), .advanceID = "a1", .amount = std::move(amount)},
+        "en");
+}
+
+Built giveBack(const LedgerSnapshot& snapshot, std::string amount, std::string advanceID = "a1")
+{
+    return DividendCommands::returnAdvance(
+        DividendContext::of(snapshot), issue(),
+        {.advanceID = std::move(advanceID), .amount = std::move(amount), .accountID = "bank"}, "en");
+}
+
+Built reverse(const LedgerSnapshot& snapshot, const char* id)
+{
+    return DividendCommands::reverse(DividendContext::of(snapshot, id), issue(), id, "");
+}
+
+Built setParticipant(const LedgerSnapshot& snapshot, DividendCommands::Participant participant)
+{
+    return DividendCommands::setParticipant(DividendContext::of(snapshot), issue(), std::move(participant), "en");
+}
+
+/// Undoes the application, so that the advance is whole again.
+void undoApplication(LedgerSnapshot& snapshot)
+{
+    auto& movements = snapshot.dividends->movements;
+    movements.push_back(movement("m3", "reversal", 2000, std::nullopt));
+    movements[2].reversalOf = "m2";
+    movements[1].reversedBy = "m3";
+}
+
+TEST(DividendCommand, CarriesOnlyTheFieldsOfItsAction)
+{
+    EXPECT_EQ(Json::encode(allocate(books(), {{"ann", "33.34"}, {"bo", "66.66"}}).value()),
+              R"({"action":"allocate","expectedRevision":9,"date":"2024-05-01","idempotencyKey":"key",)"
+              R"("period":"Q2","currency":"USD","amountMinor":100000,"shares":[)"
+              R"({"participantID":"ann","ratioBps":3334},{"participantID":"bo","ratioBps":6666}]})");
+    EXPECT_EQ(Json::encode(apply(books(), "10").value()),
+              R"({"action":"apply","expectedRevision":9,"date":"2024-05-01","idempotencyKey":"key",)"
+              R"("participantID":"ann","amountMinor":1000,"batchID":"q1","advanceID":"a1"})");
+    EXPECT_EQ(Json::encode(giveBack(books(), "10").value()),
+              R"({"action":"return","expectedRevision":9,"date":"2024-05-01","idempotencyKey":"key",)"
+              R"("currency":"USD","amountMinor":1000,"accountID":"bank","advanceID":"a1"})");
+}
+
+struct CommandCase {
+    const char* name;
+    Built (*build)(LedgerSnapshot&);
+    std::optional<DividendRefusal> refusal;
+};
+
+class DividendRule : public testing::TestWithParam<CommandCase> {};
+
+TEST_P(DividendRule, SaysWhatKeepsACommandFromBeingAccepted)
+{
+    auto snapshot = books();
+    const auto built = GetParam().build(snapshot);
+    EXPECT_EQ(built.has_value() ? std::nullopt : std::optional{built.error()}, GetParam().refusal);
+}
+
+void switchOff(LedgerSnapshot& snapshot)
+{
+    snapshot.financialSettings.emplace();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Settlements, DividendRule,
+    testing::Values(
+        CommandCase{"PayAllUnpaid", [](auto& s) { return pay(s, "30"); }, std::nullopt},
+        CommandCase{"PayOneUnitMore", [](auto& s) { return pay(s, "30.01"); }, overpayment},
+        CommandCase{"PayNothing", [](auto& s) { return pay(s, "0"); }, amountNotPositive},
+        CommandCase{"PayUnreadable", [](auto& s) { return pay(s, "3O"); }, amountNotPositive},
+        CommandCase{"PayNoLine", [](auto& s) { return pay(s, "1", "q2"); }, overpayment},
+        CommandCase{"PayFromAFloat", [](auto& s) { return pay(s, "1", "q1", "ann", "float"); }, noAuthority},
+        CommandCase{"PayWhileSwitchedOff",
+                    [](auto& s) {
+                        switchOff(s);
+                        return pay(s, "1");
+                    },
+                    std::nullopt},
+        CommandCase{"PayACancelledBatch",
+                    [](auto& s) {
+                        s.dividends->batches[1].cancelled = true;
+                        return pay(s, "1", "q2", "bo");
+                    },
+                    batchUnavailable},
+        CommandCase{"ApplyTheRest", [](auto& s) { return apply(s, "10"); }, std::nullopt},
+        CommandCase{"ApplyPastTheAdvance", [](auto& s) { return apply(s, "10.01"); }, overapplication},
+        CommandCase{"ApplyAnothersAdvance", [](auto& s) { return apply(s, "1", "bo"); }, advanceUnavailable},
+        CommandCase{"ReturnTheRest", [](auto& s) { return giveBack(s, "10"); }, std::nullopt},
+        CommandCase{"ReturnPastTheAdvance", [](auto& s) { return giveBack(s, "10.01"); }, overpayment},
+        CommandCase{"ReturnNoAdvance", [](auto& s) { return giveBack(s, "1", "m2"); }, advanceUnavailable},
+        CommandCase{"SettleInABrokenSection",
+                    [](auto& s) {
+                        s.dividends->movements[1].amountMinor = 3001;
+                        return pay(s, "1");
+                    },
+                    integrity}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+INSTANTIATE_TEST_SUITE_P(
+    Allocations, DividendRule,
+    testing::Values(
+        CommandCase{"Thirds", [](auto& s) { return allocate(s, {{"ann", "33.33"}, {"bo", "66.67"}}); }, std::nullopt},
+        CommandCase{"ThreeDecimals", [](auto& s) { return allocate(s, {{"ann", "33.333"}, {"bo", "66.667"}}); },
+                    sharesIncomplete},
+        CommandCase{"Short", [](auto& s) { return allocate(s, {{"ann", "99.99"}}); }, sharesIncomplete},
+        CommandCase{"NoShares", [](auto& s) { return allocate(s, {}); }, sharesIncomplete},
+        CommandCase{"Archived", [](auto& s) { return allocate(s, {{"cy", "100"}}); }, participantUnavailable},
+        CommandCase{"NoPeriod", [](auto& s) { return allocate(s, {{"ann", "100"}}, "1", " "); }, periodRequired},
+        CommandCase{"Nothing", [](auto& s) { return allocate(s, {{"ann", "100"}}, "0"); }, amountNotPositive},
+        CommandCase{"SwitchedOff",
+                    [](auto& s) {
+                        switchOff(s);
+                        return allocate(s, {{"ann", "100"}});
+                    },
+                    dividendsDisabled},
+        CommandCase{"CancelUnsettled",
+                    [](auto& s) { return DividendCommands::cancelBatch(DividendContext::of(s), issue(), "q2", ""); },
+                    std::nullopt},
+        CommandCase{"CancelSettled",
+                    [](auto& s) { return DividendCommands::cancelBatch(DividendContext::of(s), issue(), "q1", ""); },
+                    dependencies},
+        CommandCase{"CancelOnceSettlementIsUndone",
+                    [](auto& s) {
+                        undoApplication(s);
+                        return DividendCommands::cancelBatch(DividendContext::of(s), issue(), "q1", "");
+                    },
+                    std::nullopt},
+        CommandCase{"Advance", [](auto& s) { return advance(s, "5"); }, std::nullopt},
+        CommandCase{"AdvanceBeforeTheLastAction", [](auto& s) { return advance(s, "5", "bo", "bank", "2024-04-01"); },
+                    dateOrder},
+        CommandCase{"AdvanceToArchived", [](auto& s) { return advance(s, "5", "cy"); }, participantUnavailable},
+        CommandCase{"AdvanceWhileSwitchedOff",
+                    [](auto& s) {
+                        switchOff(s);
+                        return advance(s, "5");
+                    },
+                    dividendsDisabled}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+INSTANTIATE_TEST_SUITE_P(
+    Corrections, DividendRule,
+    testing::Values(
+        CommandCase{"ReverseApplication", [](auto& s) { return reverse(s, "m2"); }, std::nullopt},
+        CommandCase{"ReverseUsedAdvance", [](auto& s) { return reverse(s, "a1"); }, dependencies},
+        CommandCase{"ReverseFreedAdvance",
+                    [](auto& s) {
+                        undoApplication(s);
+                        return reverse(s, "a1");
+                    },
+                    std::nullopt},
+        CommandCase{"ReverseTwice",
+                    [](auto& s) {
+                        undoApplication(s);
+                        return reverse(s, "m2");
+                    },
+                    alreadyReversed},
+        CommandCase{"ReverseAReversal",
+                    [](auto& s) {
+                        undoApplication(s);
+                        return reverse(s, "m3");
+                    },
+                    movementUnavailable},
+        CommandCase{"ReverseCashOfAnUnseenAccount",
+                    [](auto& s) {
+                        undoApplication(s);
+                        s.transactions.clear();
+                        return reverse(s, "a1");
+                    },
+                    noAuthority},
+        CommandCase{"NewParticipant", [](auto& s) { return setParticipant(s, {.name = "Di", .percentage = "12.5"}); },
+                    std::nullopt},
+        CommandCase{"RatioPastTheWhole",
+                    [](auto& s) { return setParticipant(s, {.name = "Di", .percentage = "100.01"}); }, ratioInvalid},
+        CommandCase{"NoName", [](auto& s) { return setParticipant(s, {.name = "", .percentage = "0"}); }, nameRequired},
+        CommandCase{"MemberOfAnother",
+                    [](auto& s) { return setParticipant(s, {.name = "Di", .memberID = "m", .percentage = "0"}); },
+                    memberUnavailable},
+        CommandCase{"SameMemberKept",
+                    [](auto& s) {
+                        return setParticipant(
+                            s, {.id = "ann", .name = "Anna", .memberID = "m", .percentage = "50", .archived = true});
+                    },
+                    std::nullopt}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+struct AccessCase {
+    const char* name;
+    const char* role;
+    std::optional<std::vector<std::string>> permissions;
+    std::vector<const char*> allowed;
+};
+
+class DividendRights : public testing::TestWithParam<AccessCase> {};
+
+TEST_P(DividendRights, DecideWhichCommandsAMemberMaySend)
+{
+    auto snapshot = books();
+    snapshot.currentMember.role = GetParam().role;
+    snapshot.currentMember.permissions = GetParam().permissions;
+    std::vector<const char*> allowed;
+    for (const auto* action : {"setParticipant", "allocate", "advance", "reverse", "approve"}) {
+        DividendCommand command;
+        command.action = action;
+        command.accountID = "bank";
+        command.currency = "USD";
+        command.movementID = "m2";
+        if (DividendAccess::canSubmit(command, snapshot))
+            allowed.push_back(action);
+    }
+    EXPECT_EQ(allowed, GetParam().allowed);
+}
+
+using Permissions = std::vector<std::string>;
+
+INSTANTIATE_TEST_SUITE_P(
+    Members, DividendRights,
+    testing::Values(AccessCase{"OwnerWithoutList", "owner", std::nullopt, {"setParticipant", "allocate", "reverse"}},
+                    AccessCase{"AdminWithoutList", "admin", std::nullopt, {}},
+                    AccessCase{"Manager", "staff", Permissions{"manageCompany"}, {"setParticipant"}},
+                    AccessCase{"Reader", "staff", Permissions{"viewDividends"}, {}},
+                    AccessCase{"PosterWhoCannotSee", "staff", Permissions{"postDividends"}, {}},
+                    AccessCase{"Poster",
+                               "staff",
+                               Permissions{"viewDividends", "postDividends"},
+                               {"allocate", "advance", "reverse"}}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(DividendRules, BoundASettlementByTheLineAndTheAdvance)
+{
+    const auto snapshot = books();
+    const auto context = DividendContext::of(snapshot);
+    DividendCommand command;
+    command.action = "apply";
+    command.batchID = "q1";
+    command.participantID = "ann";
+    EXPECT_EQ(DividendRules::limit(command, context), std::nullopt);
+    command.advanceID = "a1";
+    EXPECT_EQ(DividendRules::limit(command, context), 1000);
+    command.action = "pay";
+    EXPECT_EQ(DividendRules::limit(command, context), 3000);
+    command.action = "allocate";
+    EXPECT_EQ(DividendRules::limit(command, context), std::nullopt);
+}
+
+TEST(DividendRules, RefuseACommandOnAnotherRevisionOrDay)
+{
+    const auto snapshot = books();
+    auto command = pay(snapshot, "1").value();
+    command.date = "2024-05-32";
+    EXPECT_EQ(DividendRules::whyNot(command, DividendContext::of(snapshot)), invalidDate);
+    command.expectedRevision = 8;
+    EXPECT_EQ(DividendRules::whyNot(command, DividendContext::of(snapshot)), staleRevision);
+}
+
+}
