@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/Banner.h"
+#include "LedgerUI/Components/FocusChain.h"
 #include "LedgerUI/Components/MessageDialog.h"
 #include "LedgerUI/Components/PrimaryButton.h"
 #include "LedgerUI/Components/TextLabel.h"
@@ -30,11 +31,11 @@ FormDialog::FormDialog(QWidget* parent) : QDialog{parent}
     auto* main = new QVBoxLayout;
     main->setContentsMargins(0, 0, 0, 0);
     main->setSpacing(0);
-    auto* bannerRow = new QHBoxLayout;
-    bannerRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, 0);
-    bannerRow->addWidget(m_banner);
+    m_bannerRow = new QHBoxLayout;
+    m_bannerRow->addWidget(m_banner);
+    m_banner->installEventFilter(this);
     main->addSpacing(Space::step4);
-    main->addLayout(bannerRow);
+    main->addLayout(m_bannerRow);
     main->addWidget(m_scroll, 1);
     m_columns = new QHBoxLayout;
     m_columns->setSpacing(0);
@@ -162,13 +163,42 @@ void FormDialog::changeEvent(QEvent* event)
 void FormDialog::showEvent(QShowEvent* event)
 {
     fitWindow();
+    arrangeFocus();
     QDialog::showEvent(event);
+}
+
+bool FormDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    // The gap below the banner comes and goes with it.
+    if (watched == m_banner && (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent))
+        spaceBanner();
+    return QDialog::eventFilter(watched, event);
+}
+
+void FormDialog::spaceBanner()
+{
+    const int below = m_banner->isHidden() ? 0 : Space::step3;
+    m_bannerRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, below);
 }
 
 void FormDialog::confirm()
 {
     if (!m_isBusy && m_confirm->isVisible() && m_confirm->isEnabled())
         Q_EMIT confirmed();
+}
+
+void FormDialog::arrangeFocus()
+{
+    auto* body = m_scroll->widget();
+    if (!body)
+        return;
+    // The foot was made before the form was filled: Tab reaches it last all the same.
+    FocusChain::continueWith(m_aside ? m_aside : body, m_cancel);
+    setTabOrder(m_cancel, m_confirm);
+    const auto* chosen = focusWidget();
+    auto* start = FocusChain::firstStop(body);
+    if (start && !(chosen && body->isAncestorOf(chosen)))
+        start->setFocus();
 }
 
 void FormDialog::fitWindow()
@@ -181,7 +211,7 @@ void FormDialog::fitWindow()
     const int bodyWidth = width - asideWidth;
     const int wanted = body->layout() && body->layout()->hasHeightForWidth() ? body->layout()->heightForWidth(bodyWidth)
                                                                              : body->sizeHint().height();
-    const int above = Space::step4 + (m_banner->isHidden() ? 0 : m_banner->sizeHint().height());
+    const int above = Space::step4 + (m_banner->isHidden() ? 0 : m_banner->sizeHint().height() + Space::step3);
     const int asideHeight = m_aside ? m_aside->sizeHint().height() : 0;
     const auto* behind = parentWidget() ? parentWidget()->window() : nullptr;
     const int room = behind ? behind->height() : wanted + above + Space::dialogFoot;

@@ -53,10 +53,13 @@ Q_SIGNALS:
 protected:
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildFoot();
     void confirm();
+    void spaceBanner();
+    void arrangeFocus();
     void fitWindow();
     void retranslate();
 
@@ -70,6 +73,7 @@ private:
     QHBoxLayout* m_columns = nullptr;
     QScrollArea* m_scroll = nullptr;
     Banner* m_banner = nullptr;
+    QHBoxLayout* m_bannerRow = nullptr;
     QWidget* m_aside = nullptr;
     QWidget* m_foot = nullptr;
     QHBoxLayout* m_footRow = nullptr;

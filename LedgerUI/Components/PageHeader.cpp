@@ -12,6 +12,17 @@ namespace {
 
 constexpr int afterTitle = 1; // where the middle widget stands in the row
 
+// A default action of a tool button would lose the ellipsis of its text.
+void follow(QToolButton& button, const QAction& action)
+{
+    button.setText(action.text());
+    button.setIcon(action.icon());
+    button.setEnabled(action.isEnabled());
+    button.setVisible(action.isVisible());
+    button.setAccessibleName(action.text());
+    button.setToolTip(action.toolTip());
+}
+
 }
 
 PageHeader::PageHeader(QWidget* parent) : QFrame{parent}
@@ -41,11 +52,11 @@ void PageHeader::setMiddle(QWidget* widget)
 void PageHeader::addSecondary(QAction* action)
 {
     auto* button = new QToolButton(this);
-    button->setDefaultAction(action);
     button->setObjectName(action->objectName() + QStringLiteral("Button"));
     button->setFocusPolicy(Qt::StrongFocus);
-    button->setAccessibleName(action->text());
-    connect(action, &QAction::changed, button, [button, action] { button->setAccessibleName(action->text()); });
+    follow(*button, *action);
+    connect(action, &QAction::changed, button, [button, action] { follow(*button, *action); });
+    connect(button, &QToolButton::clicked, action, &QAction::trigger);
     m_secondary.push_back(button);
     m_layout->addWidget(button);
     resizeEvent(nullptr);
@@ -66,5 +77,6 @@ void PageHeader::resizeEvent(QResizeEvent* /*event*/)
         setStyleProperty(button, "kind", kind);
         button->setToolButtonStyle(folds ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
         button->setMinimumSize(Space::control, Space::control);
+        button->setIconSize({folds ? Space::icon : Space::iconBeforeText, Space::icon});
     }
 }

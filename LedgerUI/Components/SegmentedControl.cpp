@@ -39,6 +39,7 @@ void SegmentedControl::addSegment(int id, const QString& text, const QString& gl
     button->installEventFilter(this);
     if (!glyph.isEmpty()) {
         button->setIcon(Icon::of(glyph, Token::text2, Token::accent));
+        button->setIconSize({Space::iconBeforeText, Space::icon});
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     }
     m_group->addButton(button, id);

@@ -13,7 +13,7 @@ SplitButton::SplitButton(QWidget* parent) : QWidget{parent}
     m_main = new PrimaryButton(this);
     m_main->setObjectName(QStringLiteral("splitMain"));
     m_main->setProperty("joined", QStringLiteral("first"));
-    m_main->setIconSize({Space::icon, Space::icon});
+    m_main->setIconSize({Space::iconBeforeText, Space::icon});
     m_main->setFixedHeight(Space::control);
     m_arrow = new PrimaryButton(this);
     m_arrow->setObjectName(QStringLiteral("splitMenu"));

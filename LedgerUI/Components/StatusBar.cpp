@@ -26,7 +26,7 @@ StatusBar::StatusBar(QWidget* parent) : QFrame{parent}
     m_refresh->setObjectName(QStringLiteral("refreshButton"));
     m_refresh->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     m_refresh->setIcon(Icon::of(QStringLiteral("arrow-repeat")));
-    m_refresh->setIconSize({Space::chevron, Space::chevron});
+    m_refresh->setIconSize({Space::icon, Space::chevron});
     m_refresh->setFixedHeight(buttonHeight);
     m_refresh->setFocusPolicy(Qt::TabFocus);
     m_count = new TextLabel(TypeStep::micro, Token::text2, this);

@@ -1,6 +1,6 @@
 #include "LedgerUI/Theme/Icon.h"
 
-#include <array>
+#include <algorithm>
 #include <variant>
 
 #include <QFile>
@@ -33,8 +33,9 @@ QPixmap render(const QString& name, const QColor& color, QSize devicePixels)
         return pixmap;
     QSvgRenderer renderer{file.readAll().replace("currentColor", color.name(QColor::HexRgb).toLatin1())};
     QPainter painter{&pixmap};
-    renderer.setAspectRatioMode(Qt::KeepAspectRatio);
-    renderer.render(&painter);
+    // Where there is more width than the glyph needs, it stands at the left: the rest is the gap to a text.
+    const int extent = std::min(devicePixels.width(), devicePixels.height());
+    renderer.render(&painter, QRectF(0, (devicePixels.height() - extent) / 2.0, extent, extent));
     return pixmap;
 }
 
@@ -60,7 +61,7 @@ public:
         const auto ratio = painter->device()->devicePixelRatioF();
         auto glyph = cached(m_name, colorFor(mode, state), rect.size() * ratio);
         glyph.setDevicePixelRatio(ratio);
-        painter->drawPixmap(rect, glyph);
+        painter->drawPixmap(rect.topLeft(), glyph);
     }
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override

@@ -35,6 +35,8 @@ inline constexpr int control = 30;
 inline constexpr int controlSmall = 26;
 inline constexpr int controlLarge = 46;
 inline constexpr int icon = 16;
+/// The width of an icon that stands before a text: the glyph at its left end and the gap to the text.
+inline constexpr int iconBeforeText = 22;
 inline constexpr int chevron = 12;
 inline constexpr int cellPadding = 10;
 inline constexpr int cellPaddingOuter = 16;

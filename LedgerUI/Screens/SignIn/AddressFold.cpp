@@ -17,6 +17,12 @@
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
+namespace {
+
+constexpr int ringOverhang = 4;
+
+}
+
 AddressFold::AddressFold(LedgerStore& store, std::string defaultAddress, QWidget* parent)
     : QWidget{parent}, m_store{store}, m_defaultAddress{std::move(defaultAddress)}
 {
@@ -69,7 +75,7 @@ void AddressFold::buildLayout()
     m_toggle->setCheckable(true);
     m_toggle->setFocusPolicy(Qt::StrongFocus);
     m_toggle->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_toggle->setIconSize({Space::chevron, Space::chevron});
+    m_toggle->setIconSize({Space::icon + Space::step1, Space::chevron});
     m_current = new ElidedLabel(TypeStep::small, Token::text3, Qt::ElideMiddle, this);
 
     m_address = new QLineEdit(this);
@@ -85,12 +91,19 @@ void AddressFold::buildLayout()
     details->setContentsMargins(0, Space::step2, 0, 0);
     details->setSpacing(Space::step2);
     details->addWidget(m_field);
-    details->addWidget(m_restore, 0, Qt::AlignLeft);
+    auto* restoreRow = new QHBoxLayout;
+    restoreRow->setContentsMargins(-Space::step2, 0, 0, 0);
+    restoreRow->addWidget(m_restore);
+    restoreRow->addStretch(1);
+    details->addLayout(restoreRow);
 
     auto* head = new QHBoxLayout;
     head->setSpacing(Space::step2);
+    // The frame of the focus ring hangs over the margin, so that glyph and texts share one edge.
+    head->setContentsMargins(-ringOverhang, 0, 0, 0);
     head->addWidget(m_toggle);
     head->addWidget(m_current, 1);
+    head->addStretch(0);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);

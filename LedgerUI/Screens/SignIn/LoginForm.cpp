@@ -57,9 +57,16 @@ void LoginForm::submit()
 
 void LoginForm::setBusy(bool isBusy)
 {
+    // A control that is disabled gives the focus away; it comes back when the request is over.
+    if (isBusy && !m_isBusy && isAncestorOf(window()->focusWidget()))
+        m_focusBefore = window()->focusWidget();
     m_isBusy = isBusy;
     for (auto* control : tabStops())
         control->setEnabled(!isBusy);
+    if (!isBusy && m_focusBefore)
+        m_focusBefore->setFocus();
+    if (!isBusy)
+        m_focusBefore = nullptr;
     retranslate();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 
 class FormField;
@@ -43,5 +44,6 @@ private:
     FormField* m_emailField = nullptr;
     FormField* m_passwordField = nullptr;
     PrimaryButton* m_signIn = nullptr;
+    QPointer<QWidget> m_focusBefore;
     bool m_isBusy = false;
 };

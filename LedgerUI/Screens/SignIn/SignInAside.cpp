@@ -100,7 +100,7 @@ void SignInAside::buildLayout()
     m_demonstration = new QPushButton(this);
     m_demonstration->setObjectName(QStringLiteral("demonstration"));
     m_demonstration->setIcon(Icon::of(QStringLiteral("easel"), Token::text));
-    m_demonstration->setIconSize({Space::icon, Space::icon});
+    m_demonstration->setIconSize({Space::iconBeforeText, Space::icon});
     m_demonstration->setAutoDefault(false);
     m_demonstrationHint = new TextLabel(TypeStep::small, Token::text2, this);
     m_demonstrationHint->setAlignment(Qt::AlignHCenter);

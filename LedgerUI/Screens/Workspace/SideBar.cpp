@@ -59,7 +59,6 @@ void SideBar::setPages(const std::vector<WorkspacePage>& pages)
         button->setCheckable(true);
         button->setFocusPolicy(Qt::StrongFocus);
         button->setIcon(Icon::of(glyphOf(page), Token::text2, Token::accent));
-        button->setIconSize({Space::icon, Space::icon});
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         m_group->addButton(button, static_cast<int>(page));
         m_pageRows->addWidget(button);
@@ -87,6 +86,7 @@ void SideBar::setFolded(bool isFolded)
     m_member->setFolded(isFolded);
     m_notice->setFolded(isFolded);
     for (auto* button : m_buttons) {
+        button->setIconSize({isFolded ? Space::icon : Space::iconBeforeText + 2, Space::icon});
         button->setToolButtonStyle(isFolded ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
         button->setFixedHeight(isFolded ? railButtonHeight : pageButtonHeight);
     }

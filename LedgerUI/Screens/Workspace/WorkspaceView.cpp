@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include <QApplication>
 #include <QCoro/QCoroTask>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -13,6 +12,7 @@
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Domain/FinancialFeaturePolicy.h"
 #include "LedgerUI/Components/BusyBar.h"
+#include "LedgerUI/Components/FocusChain.h"
 #include "LedgerUI/Components/StatusBar.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/KeyBindings.h"
@@ -21,29 +21,6 @@
 #include "LedgerUI/Screens/Workspace/PageView.h"
 #include "LedgerUI/Screens/Workspace/SideBar.h"
 #include "LedgerUI/Theme/Space.h"
-
-namespace {
-
-/// The first widget of `pane` that Tab would reach, the pane itself first.
-QWidget* firstStop(QWidget* pane)
-{
-    auto* each = pane;
-    do {
-        const bool isInside = each == pane || pane->isAncestorOf(each);
-        if (isInside && (each->focusPolicy() & Qt::TabFocus) && each->isVisible() && each->isEnabled())
-            return each;
-        each = each->nextInFocusChain();
-    } while (each != pane);
-    return nullptr;
-}
-
-bool holdsFocus(const QWidget* pane)
-{
-    const auto* focus = QApplication::focusWidget();
-    return focus && (focus == pane || pane->isAncestorOf(focus));
-}
-
-}
 
 WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, QWidget* parent)
     : QWidget{parent}, m_store{store}, m_registry{registry}
@@ -101,7 +78,7 @@ void WorkspaceView::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     const auto* page = currentPage();
     const auto targets = page ? page->panes() : QList<QWidget*>{};
-    auto* start = targets.isEmpty() ? m_sideBar->focusTarget() : firstStop(targets.first());
+    auto* start = targets.isEmpty() ? m_sideBar->focusTarget() : FocusChain::firstStop(targets.first());
     if (start)
         start->setFocus();
 }
@@ -212,11 +189,11 @@ void WorkspaceView::movePane(Step step)
     if (all.isEmpty())
         return;
     const auto count = all.size();
-    const auto holder = std::ranges::find_if(all, holdsFocus);
+    const auto holder = std::ranges::find_if(all, FocusChain::hasFocus);
     const auto from = holder == all.end() ? (step == Step::next ? count - 1 : 0) : holder - all.begin();
     const auto by = step == Step::next ? 1 : count - 1;
     for (auto at = (from + by) % count; at != from; at = (at + by) % count) {
-        if (auto* stop = firstStop(all[at])) {
+        if (auto* stop = FocusChain::firstStop(all[at])) {
             stop->setFocus(Qt::ShortcutFocusReason);
             return;
         }

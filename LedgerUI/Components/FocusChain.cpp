@@ -1,0 +1,41 @@
+#include "LedgerUI/Components/FocusChain.h"
+
+#include <QApplication>
+#include <QWidget>
+
+namespace {
+
+bool isWithin(const QWidget* part, const QWidget* widget)
+{
+    return widget == part || part->isAncestorOf(widget);
+}
+
+}
+
+QWidget* FocusChain::firstStop(QWidget* part)
+{
+    auto* each = part;
+    do {
+        const bool takesTab = (each->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && each->isEnabled();
+        if (takesTab && isWithin(part, each) && each->isVisibleTo(part->window()))
+            return each;
+        each = each->nextInFocusChain();
+    } while (each != part);
+    return nullptr;
+}
+
+void FocusChain::continueWith(QWidget* part, QWidget* next)
+{
+    auto* last = part;
+    for (auto* each = part->nextInFocusChain(); each != part; each = each->nextInFocusChain()) {
+        if (isWithin(part, each))
+            last = each;
+    }
+    QWidget::setTabOrder(last, next);
+}
+
+bool FocusChain::hasFocus(const QWidget* part)
+{
+    const auto* focus = QApplication::focusWidget();
+    return focus && isWithin(part, focus);
+}
