@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
 #include <string_view>
 
 /// Who one can be in the demonstration company. Nothing here is secret: the sign-in screen shows it.
@@ -9,6 +10,18 @@ namespace DemoIdentity {
 
 /// The password of every demonstration member.
 inline constexpr std::string_view password = "tallyfold-demo";
+
+/// What the addresses of all demonstration members end in.
+inline constexpr std::string_view emailDomain = ".demo.tallyfold.example";
+
+/// What those of one language end in, by its locale: "@en.demo.tallyfold.example".
+inline std::string emailEnding(std::string_view locale)
+{
+    std::string ending{"@"};
+    ending += locale.substr(0, 2);
+    ending += emailDomain;
+    return ending;
+}
 
 inline constexpr std::string_view owner = "owner";
 inline constexpr std::string_view admin = "admin";

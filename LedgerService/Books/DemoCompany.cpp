@@ -74,16 +74,6 @@ std::vector<AccountGrant> financeGrants(const DemoIds& ids)
     return grants;
 }
 
-/// Where members send mail to themselves: "dewi.anggraini@en.demo.tallyfold.example".
-std::string mailOf(std::string_view person, std::string_view language)
-{
-    std::string mail{person};
-    mail += '@';
-    mail += language;
-    mail += ".demo.tallyfold.example";
-    return mail;
-}
-
 struct Profile {
     std::string_view profile;
     std::string_view person;
@@ -130,7 +120,7 @@ std::vector<Member> membersOf(const DemoIds& ids, std::string_view locale)
         member.id = ids.member(profile);
         member.userID = ids.user(profile);
         member.name = DemoWords::names().text(profile, locale);
-        member.email = mailOf(person, locale.substr(0, 2));
+        member.email = std::string{person} + DemoIdentity::emailEnding(locale);
         member.role = profile;
         member.locale = locale;
         member.active = true;

@@ -6,6 +6,7 @@
 
 #include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerService/Identity/AttemptLimit.h"
+#include "LedgerService/Identity/DemoCompanies.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/AttemptRepository.h"
@@ -76,6 +77,8 @@ std::expected<IssuedSession, Refusal> SignIn::withPassword(const Service& servic
 {
     if (auto refusal = whyNotTry(service, email, remote))
         return std::unexpected(*std::move(refusal));
+    if (service.policy.demonstration)
+        DemoCompanies::ensureForEmail(service, email);
     const auto user = findUser(service, email);
     if (!user) {
         Password::pretendToMatch(password);

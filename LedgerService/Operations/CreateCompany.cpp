@@ -23,9 +23,8 @@ namespace {
 constexpr std::size_t maximumNameLength = 120; // code points
 
 /// All company-wide rights; those on accounts come with each account.
-constexpr std::array ownerPermissions{"viewCompany",   "manageCompany",    "exportData",     "viewCapital",
-                                      "postCapital",   "correctCapital",   "exportCapital",  "viewDividends",
-                                      "postDividends", "correctDividends", "exportDividends"};
+constexpr std::array ownerPermissions{"viewCompany",    "manageCompany", "exportData",    "viewCapital",  "postCapital",
+                                      "correctCapital", "exportCapital", "viewDividends", "postDividends"};
 
 /// Keeps what is typed off the screen while it lives.
 class HiddenTyping {

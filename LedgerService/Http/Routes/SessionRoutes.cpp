@@ -2,8 +2,10 @@
 
 #include <boost/describe.hpp>
 
+#include "LedgerCore/Domain/AppLanguage.h"
 #include "LedgerService/Http/RequestBody.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Identity/DemoSignIn.h"
 #include "LedgerService/Identity/SignIn.h"
 #include "LedgerService/Identity/Token.h"
 
@@ -14,6 +16,12 @@ struct Login {
     std::string password;
 };
 BOOST_DESCRIBE_STRUCT(Login, (), (email, password))
+
+struct DemoRequest {
+    std::optional<std::string> locale;
+    std::string profile;
+};
+BOOST_DESCRIBE_STRUCT(DemoRequest, (), (locale, profile))
 
 Outcome authResponse(std::expected<IssuedSession, Refusal> session)
 {
@@ -30,6 +38,15 @@ Outcome login(const OpenCall& call)
     return authResponse(SignIn::withPassword(call.service, body->email, body->password, call.request.remote));
 }
 
+Outcome demo(const OpenCall& call)
+{
+    const auto body = RequestBody::decode<DemoRequest>(call.request);
+    if (!body)
+        return std::unexpected(body.error());
+    const auto locale = AppLanguage::locale(body->locale.value_or(""));
+    return authResponse(DemoSignIn::as(call.service, locale, body->profile, call.request.remote));
+}
+
 Outcome logout(const MemberCall& call)
 {
     SessionRepository::revoke(call.connection, Token::hash(call.request.token), call.now);
@@ -39,6 +56,7 @@ Outcome logout(const MemberCall& call)
 constexpr std::array routes{
     Route{"POST", "/v1/auth/login", login},
     Route{"POST", "/v1/auth/logout", Writing{logout}},
+    Route{"POST", "/v1/demo", demo},
 };
 
 }

@@ -1,0 +1,45 @@
+#include "LedgerService/Identity/DemoSignIn.h"
+
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/DemoIdentity.h"
+#include "LedgerService/Identity/AttemptLimit.h"
+#include "LedgerService/Identity/DemoCompanies.h"
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/MemberRepository.h"
+#include "LedgerService/Storage/Transaction.h"
+
+namespace {
+
+std::optional<Refusal> whyNotEnter(const Service& service, std::string_view profile, std::string_view remote)
+{
+    if (!service.policy.demonstration)
+        return Refusal{403, "forbidden", "This service offers no demonstration."};
+    if (!DemoIdentity::isProfile(profile))
+        return Refusal{400, "validation_error", "There is no such profile."};
+    const auto loan = service.database.borrow();
+    const auto turn = service.database.queueToWrite();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    auto refusal = AttemptLimit::whyNotNow(*loan, "demonstration:" + std::string{remote},
+                                           service.policy.limits.demonstrationsPerAddress, service);
+    transaction.commit();
+    return refusal;
+}
+
+}
+
+std::expected<IssuedSession, Refusal> DemoSignIn::as(const Service& service, std::string_view locale,
+                                                     std::string_view profile, std::string_view remote)
+{
+    if (auto refusal = whyNotEnter(service, profile, remote))
+        return std::unexpected(*std::move(refusal));
+    const auto companyID = DemoCompanies::ensure(service, locale);
+    const auto loan = service.database.borrow();
+    const auto turn = service.database.queueToWrite();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    const auto memberID = MemberRepository::demoMemberID(*loan, companyID, profile);
+    require(memberID.has_value(), "a demonstration company has a member for every profile");
+    auto session = Authentication::issue(*loan, {companyID, *memberID}, service);
+    transaction.commit();
+    return session;
+}

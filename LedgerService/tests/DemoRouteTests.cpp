@@ -1,0 +1,106 @@
+#include <map>
+#include <thread>
+
+#include <boost/describe.hpp>
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/DemoIdentity.h"
+#include "LedgerCore/Domain/Json.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace {
+
+struct AuthReply {
+    std::string token;
+    LedgerSnapshot snapshot;
+};
+BOOST_DESCRIBE_STRUCT(AuthReply, (), (token, snapshot))
+
+void offer(ServerOptions& options)
+{
+    options.policy.demonstration = true;
+}
+
+HttpAnswer enter(const TestService& service, const std::string& body)
+{
+    return service.client().send("POST", "/v1/demo", "", body);
+}
+
+AuthReply entered(const TestService& service, const std::string& body)
+{
+    const auto answer = enter(service, body);
+    auto reply = Json::decode<AuthReply>(answer.body);
+    EXPECT_TRUE(reply.has_value()) << answer.body.substr(0, 200);
+    return reply.value_or(AuthReply{});
+}
+
+}
+
+TEST(Demonstration, LetsEachProfileInWithItsOwnRights)
+{
+    TestService service{offer};
+    std::map<std::string, std::size_t> entriesSeen;
+    std::map<std::string, bool> records;
+    for (const auto profile : DemoIdentity::profiles) {
+        const auto reply = entered(service, fmt::format(R"({{"locale":"en-US","profile":"{}"}})", profile));
+        entriesSeen.emplace(profile, reply.snapshot.transactions.size());
+        records.emplace(profile, reply.snapshot.currentMember.canRecord());
+        EXPECT_EQ(service.client().send("GET", "/v1/snapshot", reply.token).status, 200);
+    }
+    EXPECT_GT(entriesSeen["owner"], 200u);
+    EXPECT_EQ(entriesSeen["admin"], entriesSeen["owner"]);
+    EXPECT_LT(entriesSeen["employee"], entriesSeen["owner"] / 2) << "sees the float only";
+    EXPECT_GT(entriesSeen["employee"], 0u);
+    EXPECT_TRUE(records["finance"] && records["employee"]);
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST(Demonstration, HasOneCompanyALanguageHoweverManyComeAtOnce)
+{
+    TestService service{offer};
+    std::array<std::string, 4> companies;
+    {
+        std::vector<std::jthread> visitors;
+        for (auto& company : companies)
+            visitors.emplace_back(
+                [&] { company = entered(service, R"({"locale":"id","profile":"owner"})").snapshot.company.id; });
+    }
+    EXPECT_FALSE(companies[0].empty());
+    EXPECT_EQ(companies, (std::array{companies[0], companies[0], companies[0], companies[0]}));
+    const auto vietnamese = entered(service, R"({"locale":"vi-VN","profile":"owner"})").snapshot.company;
+    EXPECT_NE(vietnamese.id, companies[0]);
+    EXPECT_EQ(vietnamese.demo->locale, "vi-VN");
+    EXPECT_EQ(entered(service, R"({"profile":"admin"})").snapshot.company.demo->locale, "zh-CN");
+}
+
+TEST(Demonstration, TakesThePublicPasswordEvenBeforeAnyoneHasEntered)
+{
+    TestService service{offer};
+    const auto login = [&](std::string_view email) {
+        return service.client().send("POST", "/v1/auth/login", "",
+                                     fmt::format(R"({{"email":"{}","password":"{}"}})", email, DemoIdentity::password));
+    };
+    const auto answer = login("dewi.anggraini@en.demo.tallyfold.example");
+    const auto reply = Json::decode<AuthReply>(answer.body);
+    ASSERT_TRUE(reply.has_value()) << answer.body.substr(0, 200);
+    EXPECT_EQ(reply->snapshot.company.demo->locale, "en-US");
+    EXPECT_EQ(login("nobody@en.demo.tallyfold.example").status, 401);
+    EXPECT_EQ(login("nobody@fr.demo.tallyfold.example").status, 401);
+}
+
+TEST(Demonstration, IsRefusedWhereItIsNotOfferedOrNotKnown)
+{
+    TestService closed;
+    const auto refused = enter(closed, R"({"profile":"owner"})");
+    EXPECT_EQ(refused.status, 403);
+    EXPECT_EQ(refused.code(), "forbidden");
+    TestService service{[](ServerOptions& options) {
+        offer(options);
+        options.policy.limits.demonstrationsPerAddress = 1;
+    }};
+    EXPECT_EQ(enter(service, R"({"profile":"auditor"})").code(), "validation_error");
+    EXPECT_EQ(enter(service, R"({"locale":"en-US"})").code(), "validation_error");
+    EXPECT_EQ(enter(service, R"({"profile":"owner"})").status, 200);
+    EXPECT_EQ(enter(service, R"({"profile":"owner"})").status, 429);
+}
