@@ -2,7 +2,6 @@
 #include <array>
 #include <functional>
 #include <map>
-#include <random>
 #include <set>
 #include <string>
 
@@ -11,6 +10,7 @@
 
 #include "LedgerCore/Domain/Money.h"
 #include "LedgerService/Books/BookInvariants.h"
+#include "LedgerService/testing/RandomCommands.h"
 #include "LedgerService/testing/SampleBooks.h"
 
 namespace {
@@ -113,78 +113,18 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"ReceiptLeftBehind", "does not carry it", [](Books& c) { entryOf(c, "sale").attachmentIDs.clear(); }}),
     [](const auto& each) { return each.param.name; });
 
-/// Gives one of the choices, always the same for the same seed.
-class Dice {
-public:
-    explicit Dice(std::uint32_t seed) : m_engine(seed) {}
-
-    std::int64_t below(std::int64_t end)
-    {
-        return static_cast<std::int64_t>(m_engine() % static_cast<std::uint32_t>(end));
-    }
-    bool once(std::int64_t in) { return below(in) == 0; }
-
-    template <class Choices>
-    auto of(const Choices& choices)
-    {
-        return *(std::begin(choices) + below(static_cast<std::int64_t>(std::size(choices))));
-    }
-
-private:
-    std::mt19937 m_engine;
-};
-
-constexpr std::array accountIDs{"bank", "branch", "float", "refunds", "vault", "closed", "hidden", "nowhere"};
-
-std::string anyEntry(const Books& company, Dice& dice)
-{
-    return dice.once(20) ? "none" : dice.of(company.entries).id;
-}
-
-std::int64_t anyAmount(Dice& dice)
-{
-    if (dice.once(40))
-        return dice.of(std::array<std::int64_t, 5>{0, -1, Money::maximumMinor, Money::maximumMinor + 1, INT64_MIN});
-    return 1 + dice.below(40'000);
-}
-
-TransactionInput anyInput(const Books& company, Dice& dice)
-{
-    using Make = TransactionInput (*)(std::int64_t);
-    constexpr std::array<Make, 8> kinds{income, income, expense, transfer, funding, returning, refund, opening};
-    auto input = dice.once(9) ? exchange(anyAmount(dice), anyAmount(dice)) : dice.of(kinds)(anyAmount(dice));
-    if (input.sourceAccountID && dice.once(3))
-        input.sourceAccountID = dice.of(accountIDs);
-    if (input.targetAccountID && dice.once(3))
-        input.targetAccountID = dice.of(accountIDs);
-    if (input.originalTransactionID && dice.once(3))
-        input.originalTransactionID = anyEntry(company, dice);
-    if (dice.once(12))
-        input.currency = "USD";
-    if (dice.once(12))
-        input.date = dice.of(std::array{"2026-01-01", "2025-12-31", "2026-03-12", "2026-02-02"});
-    if (input.kind == EntryKind::refund && dice.once(3))
-        input.externalReference = fmt::format("R-{}", dice.below(3));
-    if (input.categoryID && dice.once(5))
-        input.categoryID = dice.of(std::array{"sales", "rent", "fax", "none"});
-    if (dice.once(30))
-        input.attachmentIDs = {dice.of(std::array{"linked", "free", "none"})};
-    return input;
-}
-
 /// What a walk has met: how often each kind was recorded, and every code of a refusal.
 struct Met {
     std::map<std::string, int> recorded;
     std::set<std::string> refused;
 };
 
-void step(Books& company, Dice& dice, int number, Met& met)
+void step(Books& company, RandomCommands& commands, int number, Met& met)
 {
-    const auto actor = dice.of(std::array{"mira", "mira", "mira", "rudi", "rudi", "guest", "gone"});
-    const auto act = actBy(actor, fmt::format("e{}", number));
+    const auto act = actBy(commands.actor(), fmt::format("e{}", number));
     const auto before = company;
-    const auto done = dice.once(6) ? company.reverse(anyEntry(company, dice), reversal(), act)
-                                   : company.record(anyInput(company, dice), act);
+    const auto done = commands.reverses() ? company.reverse(commands.entryOf(company), reversal(), act)
+                                          : company.record(commands.inputFor(company), act);
     if (done) {
         ASSERT_EQ(company.entries.size(), before.entries.size() + 1);
         ++met.recorded[company.entries.back().kind];
@@ -200,11 +140,11 @@ TEST(Books, StayWholeOnRandomWalks)
     Met met;
     for (std::uint32_t seed = 1; seed <= 30; ++seed) {
         SCOPED_TRACE(fmt::format("seed {}", seed));
-        Dice dice{seed};
+        RandomCommands commands{seed};
         auto company = books();
         company.members[0].accountGrants->push_back({"float", {"view", "expense"}});
         for (int number = 1; number <= 200; ++number)
-            ASSERT_NO_FATAL_FAILURE(step(company, dice, number, met));
+            ASSERT_NO_FATAL_FAILURE(step(company, commands, number, met));
     }
     for (const auto* kind : {"income", "expense", "transfer", "exchange", "refund", "opening", "reversal"})
         EXPECT_GE(met.recorded[kind], 25) << kind;
