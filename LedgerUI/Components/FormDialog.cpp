@@ -162,7 +162,7 @@ void FormDialog::changeEvent(QEvent* event)
 
 void FormDialog::showEvent(QShowEvent* event)
 {
-    fitWindow();
+    fitWindow(Fit::exactly);
     arrangeFocus();
     QDialog::showEvent(event);
 }
@@ -201,7 +201,7 @@ void FormDialog::arrangeFocus()
         start->setFocus();
 }
 
-void FormDialog::fitWindow()
+void FormDialog::fitWindow(Fit fit)
 {
     const auto* body = m_scroll->widget();
     if (!body)
@@ -211,11 +211,14 @@ void FormDialog::fitWindow()
     const int bodyWidth = width - asideWidth;
     const int wanted = body->layout() && body->layout()->hasHeightForWidth() ? body->layout()->heightForWidth(bodyWidth)
                                                                              : body->sizeHint().height();
-    const int above = Space::step4 + (m_banner->isHidden() ? 0 : m_banner->sizeHint().height() + Space::step3);
+    const int above =
+        Space::step4 +
+        (m_banner->isHidden() ? 0 : m_banner->heightForWidth(bodyWidth - 2 * Space::dialogMargin) + Space::step3);
     const int asideHeight = m_aside ? m_aside->sizeHint().height() : 0;
     const auto* behind = parentWidget() ? parentWidget()->window() : nullptr;
     const int room = behind ? behind->height() : wanted + above + Space::dialogFoot;
-    resize(width, std::min(std::max(wanted + above, asideHeight) + Space::dialogFoot, room));
+    const int height = std::min(std::max(wanted + above, asideHeight) + Space::dialogFoot, room);
+    resize(width, fit == Fit::exactly ? height : std::max(height, this->height()));
 }
 
 void FormDialog::retranslate()

@@ -51,6 +51,9 @@ Q_SIGNALS:
     void confirmed();
 
 protected:
+    enum class Fit { exactly, growing };
+    /// As high as the form needs, within the window behind. A form that shows more than before calls it to grow.
+    void fitWindow(Fit fit);
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -60,7 +63,6 @@ private:
     void confirm();
     void spaceBanner();
     void arrangeFocus();
-    void fitWindow();
     void retranslate();
 
     struct LeaveTexts {

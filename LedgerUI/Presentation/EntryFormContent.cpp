@@ -293,8 +293,8 @@ void Description::describeDay()
         day = OpeningBalancePolicy::recordingDate(m_snapshot, day).value_or(day);
     m_content.day = DayText::longDay(day, m_locale);
     if (m_content.isUncertain)
-        m_content.dayHint = entryWord("retainedEntryDate");
-    else if (m_draft.kind == EntryKind::opening)
+        return;
+    if (m_draft.kind == EntryKind::opening)
         m_content.dayHint = word(entryFormWords(), "openingDay");
     else
         m_content.dayHint = entryWord("automaticEntryDate");

@@ -88,7 +88,7 @@ struct EntryFormContent {
     std::map<EntryField, QString> messages;
     QString confirm;
     QString day;
-    QString dayHint;
+    QString dayHint; // empty while only the kept day may be sent again
     bool isEditing = true;
     bool isUncertain = false;
 };

@@ -86,8 +86,7 @@ public:
 
 AccountPicker::AccountPicker(QWidget* parent) : QComboBox{parent}
 {
-    setProperty("size", QStringLiteral("large"));
-    setFixedHeight(Space::controlLarge);
+    setProperty("extent", QStringLiteral("large"));
     setMaxVisibleItems(popupRows);
     setItemDelegate(new AccountDelegate(this));
     connect(this, &QComboBox::activated, this,

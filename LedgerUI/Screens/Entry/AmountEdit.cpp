@@ -30,11 +30,11 @@ qsizetype insertedCount(const QString& before, const QString& after)
 
 AmountEdit::AmountEdit(QWidget* parent) : QLineEdit{parent}
 {
-    setProperty("size", QStringLiteral("large"));
+    setProperty("extent", QStringLiteral("large"));
     setFont(TypeScale::font(TypeStep::display));
     setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     setMaxLength(maximumLength);
-    setFixedHeight(Space::controlLarge);
+    setTextMargins(0, 0, Space::step1, 0);
     connect(this, &QLineEdit::textEdited, this, &AmountEdit::take);
 }
 

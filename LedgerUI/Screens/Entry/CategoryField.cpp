@@ -38,7 +38,7 @@ CategoryField::CategoryField(QWidget* parent) : QWidget{parent}
     m_all = new QPushButton(this);
     m_all->setObjectName(QStringLiteral("entryAllCategories"));
     m_all->setProperty("kind", QStringLiteral("flat"));
-    m_all->setProperty("size", QStringLiteral("small"));
+    m_all->setProperty("extent", QStringLiteral("small"));
     m_all->setAutoDefault(false);
     m_all->setIcon(Icon::of(QStringLiteral("chevron-down"), Token::accent));
     m_all->setIconSize({Space::chevron, Space::chevron});
@@ -55,7 +55,7 @@ CategoryField::CategoryField(QWidget* parent) : QWidget{parent}
 void CategoryField::buildLayout()
 {
     auto* head = new QHBoxLayout;
-    head->addWidget(m_label, 0, Qt::AlignBottom);
+    head->addWidget(m_label);
     head->addStretch(1);
     head->addWidget(m_all);
     auto* grid = new QGridLayout(m_tileArea);
@@ -104,6 +104,7 @@ void CategoryField::present(const std::string& chosen, const QString& path, cons
             m_tiles[at]->present(m_offered[at], m_offered[at].id == chosen);
     }
     m_path->setText(path);
+    m_path->setVisible(!path.isEmpty());
     m_error->present(message);
 }
 

@@ -20,8 +20,8 @@ constexpr int arrowWidth = 28;
 
 CurrencyPicker::CurrencyPicker(QWidget* parent) : QComboBox{parent}
 {
-    setProperty("size", QStringLiteral("large"));
-    setFixedSize(pickerWidth, Space::controlLarge);
+    setProperty("extent", QStringLiteral("large"));
+    setFixedWidth(pickerWidth);
     connect(this, &QComboBox::activated, this,
             [this](int index) { Q_EMIT currencyChosen(m_rows[static_cast<std::size_t>(index)].code); });
 }

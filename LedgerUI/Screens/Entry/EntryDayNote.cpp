@@ -1,11 +1,19 @@
 #include "LedgerUI/Screens/Entry/EntryDayNote.h"
 
+#include <algorithm>
+
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int hintWidth = 236; // longer hints take a second line
+
+}
 
 EntryDayNote::EntryDayNote(QWidget* parent) : QWidget{parent}
 {
@@ -15,8 +23,10 @@ EntryDayNote::EntryDayNote(QWidget* parent) : QWidget{parent}
     m_hint->setWordWrap(true);
     auto* lines = new QVBoxLayout;
     lines->setSpacing(0);
+    lines->addStretch(1);
     lines->addWidget(m_day);
     lines->addWidget(m_hint);
+    lines->addStretch(1);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(Space::step2);
@@ -28,4 +38,6 @@ void EntryDayNote::present(const QString& day, const QString& hint)
 {
     m_day->setText(day);
     m_hint->setText(hint);
+    m_hint->setVisible(!hint.isEmpty());
+    m_hint->setMinimumWidth(std::min(m_hint->fontMetrics().horizontalAdvance(hint) + 1, hintWidth));
 }

@@ -104,6 +104,7 @@ void EntryFormBody::offer(const SnapshotPointer& snapshot, const TransactionDraf
 void EntryFormBody::present(const EntryFormContent& content, const std::optional<std::string>& originalID)
 {
     presentKinds(content);
+    orderAmount(content.showsDestination && !content.showsReceivedAmount);
     m_direction->setText(content.direction);
     m_direction->setVisible(!content.direction.isEmpty());
     m_accountField->setLabel(content.sent.accountLabel);
@@ -150,6 +151,23 @@ void EntryFormBody::presentKinds(const EntryFormContent& content)
         if (m_kindRows[static_cast<std::size_t>(at)].kind == content.kind)
             m_kinds->choose(at);
     }
+}
+
+/// A transfer names both accounts before its one amount; an exchange has an amount with each account.
+void EntryFormBody::orderAmount(bool isBelowDestination)
+{
+    if (isBelowDestination == m_isAmountBelowDestination)
+        return;
+    m_isAmountBelowDestination = isBelowDestination;
+    m_layout->removeWidget(m_sent);
+    m_layout->insertWidget(m_layout->indexOf(m_destinationField) + (isBelowDestination ? 1 : 0), m_sent);
+    const auto first = isBelowDestination
+                           ? std::initializer_list<QWidget*>{m_account, m_destination, &m_sent->currency(),
+                                                             &m_sent->amount(), &m_received->currency()}
+                           : std::initializer_list<QWidget*>{m_account, &m_sent->currency(), &m_sent->amount(),
+                                                             m_destination, &m_received->currency()};
+    for (const auto* at = first.begin(); at + 1 != first.end(); ++at)
+        setTabOrder(*at, *(at + 1));
 }
 
 QWidget* EntryFormBody::control(EntryField field) const

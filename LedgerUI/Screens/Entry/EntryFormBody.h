@@ -51,6 +51,7 @@ private:
     void buildLayout();
     void bind();
     void presentKinds(const EntryFormContent& content);
+    void orderAmount(bool isBelowDestination);
 
     std::vector<EntryKindRow> m_kindRows;
     SegmentedControl* m_kinds = nullptr;
@@ -68,4 +69,5 @@ private:
     QLineEdit* m_note = nullptr;
     FormField* m_noteField = nullptr;
     QVBoxLayout* m_layout = nullptr;
+    bool m_isAmountBelowDestination = false;
 };

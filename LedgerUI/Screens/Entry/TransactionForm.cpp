@@ -6,6 +6,7 @@
 #include <QCoro/QCoroTask>
 #include <QEvent>
 #include <QPushButton>
+#include <QStringList>
 
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerUI/Components/Banner.h"
@@ -21,7 +22,7 @@
 
 namespace {
 
-constexpr int formWidth = 528;
+constexpr int formWidth = 544;
 
 }
 
@@ -123,13 +124,18 @@ void TransactionForm::present()
     m_day->present(content.day, content.dayHint);
     presentBanner();
     presentLeaving();
+    if (!isVisible())
+        return;
+    // What was shown just now knows its height once it is polished.
+    QMetaObject::invokeMethod(this, [this] { fitWindow(Fit::growing); }, Qt::QueuedConnection);
 }
 
 void TransactionForm::presentBanner()
 {
     const auto* editing = std::get_if<EntryEditing>(&m_state);
     if (std::holds_alternative<EntryUncertain>(m_state))
-        banner().present(Banner::Kind::warn, entryWord("uncertain"));
+        banner().present(Banner::Kind::warn,
+                         QStringList{entryWord("uncertain"), entryWord("retainedEntryDate")}.join(QLatin1Char{'\n'}));
     else if (editing && editing->refusal)
         banner().present(Banner::Kind::error, qString(m_store.friendly(*editing->refusal, m_locale)));
     else
