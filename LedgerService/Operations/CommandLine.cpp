@@ -74,8 +74,10 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
     addDatabase(*serve, serving.databaseFile);
     serve->add_flag("--behind-tls-proxy", serving.behindTlsProxy,
                     "A proxy in front speaks TLS; needed on any address that is not loopback");
-    serve->add_flag("--demo,!--no-demo", serving.demonstration,
-                    "Offer the demonstration companies; without this, on loopback addresses only");
+    bool demonstration = false;
+    const auto* const saysDemonstration =
+        serve->add_flag("--demo,!--no-demo", demonstration,
+                        "Offer the demonstration companies; without this, on loopback addresses only");
     serve->add_flag("--quiet", serving.quiet, "Log failures only");
 
     std::string file;
@@ -95,6 +97,8 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
         ->type_name("TAG");
     try {
         app.parse(argumentCount, arguments);
+        if (saysDemonstration->count() > 0)
+            serving.demonstration = demonstration;
         if (serve->parsed())
             return Serve::run(serving);
         return verifying->parsed() ? verify(file) : createCompany(file, std::move(order));
