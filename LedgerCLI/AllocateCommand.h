@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "LedgerCLI/CommandAnswer.h"
+#include "LedgerCore/Domain/DividendShare.h"
+
+struct LedgerSnapshot;
+
+namespace AllocateCommand {
+
+struct Request {
+    std::string total; // as typed, with a decimal point
+    std::string currency;
+    std::vector<DividendShare> shares; // none: the participants' own ratios
+};
+
+/// How a dividend would be split among the participants.
+CommandResult run(const LedgerSnapshot& snapshot, Request request, const OutputStyle& style);
+
+}

@@ -1,0 +1,265 @@
+#include "LedgerCLI/CommandLine.h"
+
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+
+#include "LedgerCLI/AllocateCommand.h"
+#include "LedgerCLI/BalancesCommand.h"
+#include "LedgerCLI/BookFiles.h"
+#include "LedgerCLI/ExportCommand.h"
+#include "LedgerCLI/ImportPlanCommand.h"
+#include "LedgerCLI/ReportCommand.h"
+#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/LedgerImportCSV.h"
+
+namespace {
+
+constexpr auto footer = R"(Exit codes:
+  0  done
+  2  the command line makes no sense
+  3  a file cannot be read or written
+  4  the snapshot file holds no snapshot
+  5  refused by the books or by the member's rights
+  6  the import file has issues, or nothing to import
+
+Examples:
+  tallyfold-cli balances --snapshot books.json
+  tallyfold-cli report --snapshot books.json --currency USD --from 2024-01-01 --to 2024-12-31 --by quarter
+  tallyfold-cli export ledger --snapshot books.json --from 2024-01-01 --to 2024-12-31 --out ledger.csv
+  tallyfold-cli import-plan old-books.csv --snapshot books.json --locale vi
+  tallyfold-cli allocate --snapshot books.json --total 1000.00 --currency USD --share ana=6000 --share budi=4000)";
+
+/// The language of the terminal; English where the environment names none.
+std::string terminalLocale()
+{
+    for (const auto* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+        const std::string value = std::getenv(name) == nullptr ? "" : std::getenv(name);
+        if (value == "POSIX" || value == "C" || value.starts_with("C."))
+            break;
+        if (!value.empty())
+            return value;
+    }
+    return "en-US";
+}
+
+DividendShare parseShare(const std::string& text)
+{
+    const auto equals = text.rfind('=');
+    DividendShare share;
+    if (equals != std::string::npos) {
+        const auto* const end = text.data() + text.size();
+        const auto read = std::from_chars(text.data() + equals + 1, end, share.ratioBps);
+        if (read.ec == std::errc{} && read.ptr == end) {
+            share.participantID = text.substr(0, equals);
+            return share;
+        }
+    }
+    throw CLI::ValidationError{"--share", "expected PARTICIPANT=BASISPOINTS, not " + text};
+}
+
+/// The options of all commands and what to do about the one that was chosen.
+class Program {
+public:
+    Program()
+    {
+        m_app.footer(footer);
+        m_app.set_version_flag("--version", TALLYFOLD_VERSION);
+        m_app.require_subcommand(1);
+        addBalances();
+        addReport();
+        addExport();
+        addImportPlan();
+        addTemplate();
+        addAllocate();
+    }
+
+    int run(int argumentCount, const char* const* arguments)
+    {
+        try {
+            m_app.parse(argumentCount, arguments);
+            m_style.locale = AppLanguage::locale(m_style.locale);
+            return finish(m_command());
+        } catch (const CLI::ParseError& error) {
+            const int code = m_app.exit(error);
+            return code == 0 ? 0 : std::to_underlying(ExitCode::usage);
+        }
+    }
+
+private:
+    using SnapshotCommand = std::function<CommandResult(const LedgerSnapshot&)>;
+
+    CLI::App* command(CLI::App& above, const char* name, const char* description)
+    {
+        auto* added = above.add_subcommand(name, description);
+        added->add_option("--locale", m_style.locale, "Language of texts: zh, en, id or vi; by default the terminal's")
+            ->option_text("LOCALE");
+        return added;
+    }
+
+    /// A command on the books of a snapshot file.
+    CLI::App* command(CLI::App& above, const char* name, const char* description, SnapshotCommand run)
+    {
+        auto* added = command(above, name, description);
+        added->add_option("--snapshot", m_snapshotPath, "The books, as the service returns them; - for standard input")
+            ->required()
+            ->option_text("FILE");
+        added->callback([this, run = std::move(run)] {
+            m_command = [this, run]() -> CommandResult {
+                const auto snapshot = BookFiles::readSnapshot(m_snapshotPath, m_style.locale);
+                if (!snapshot)
+                    return std::unexpected(snapshot.error());
+                return run(*snapshot);
+            };
+        });
+        return added;
+    }
+
+    void addFormat(CLI::App& command)
+    {
+        const std::map<std::string, OutputFormat> formats{
+            {"text", OutputFormat::text}, {"csv", OutputFormat::csv}, {"json", OutputFormat::json}};
+        command.add_option("--format", m_style.format, "text for people; csv or json for programs")
+            ->transform(CLI::Transformer(formats))
+            ->option_text("text|csv|json");
+    }
+
+    void addOut(CLI::App& command)
+    {
+        command
+            .add_option("--out", m_target.path,
+                        "Where to write; - for standard output, by default the file's own name here")
+            ->option_text("FILE");
+    }
+
+    void addBalances()
+    {
+        addFormat(*command(m_app, "balances", "What each account holds, by currency",
+                           [this](const LedgerSnapshot& books) { return BalancesCommand::run(books, m_style); }));
+    }
+
+    void addReport()
+    {
+        auto* added =
+            command(m_app, "report", "Opening, income, expense, other movements and closing by period",
+                    [this](const LedgerSnapshot& books) { return ReportCommand::run(books, m_report, m_style); });
+        addFormat(*added);
+        const std::map<std::string, Period::Span> spans{
+            {"day", Period::Span::day},         {"week", Period::Span::week}, {"month", Period::Span::month},
+            {"quarter", Period::Span::quarter}, {"year", Period::Span::year}, {"total", Period::Span::dates}};
+        added->add_option("--currency", m_report.currency, "ISO code")->required()->option_text("CODE");
+        added->add_option("--from", m_report.from, "First day")->required()->option_text("DAY");
+        added->add_option("--to", m_report.to, "Last day")->required()->option_text("DAY");
+        added->add_option("--by", m_report.by, "Length of a period; month by default")
+            ->transform(CLI::Transformer(spans))
+            ->option_text("day|week|month|quarter|year|total");
+        added->add_option("--account", m_report.accountIDs, "Only this account; may be repeated")->option_text("ID");
+    }
+
+    void addExport()
+    {
+        auto* exports = m_app.add_subcommand("export", "Write the files that the window exports");
+        exports->require_subcommand(1);
+        auto* ledger = command(*exports, "ledger", "One record a leg", [this](const LedgerSnapshot& books) {
+            m_scope.includesAllVisibleAccounts = m_scope.accountIDs.empty();
+            m_scope.includesAllVisibleCurrencies = m_scope.currencies.empty();
+            return ExportCommand::ledger(books, m_scope, m_target, m_style.locale);
+        });
+        addOut(*ledger);
+        ledger->add_option("--from", m_scope.startDate, "First day")->required()->option_text("DAY");
+        ledger->add_option("--to", m_scope.endDate, "Last day")->required()->option_text("DAY");
+        ledger->add_option("--account", m_scope.accountIDs, "Only this account; may be repeated")->option_text("ID");
+        ledger->add_option("--currency", m_scope.currencies, "Only this currency; may be repeated")
+            ->option_text("CODE");
+        ledger->add_option("--kind", m_scope.kinds, "Only this kind of entry; may be repeated")->option_text("KIND");
+        ledger->add_flag("--receipt-index", m_scope.includesReceiptIndex, "Add receipt counts and filenames");
+        addOut(*command(*exports, "capital", "One record a capital record", [this](const LedgerSnapshot& books) {
+            return ExportCommand::capital(books, m_target, m_style.locale);
+        }));
+        addOut(*command(*exports, "dividends", "One record a dividend record", [this](const LedgerSnapshot& books) {
+            return ExportCommand::dividends(books, m_target, m_style.locale);
+        }));
+    }
+
+    void addImportPlan()
+    {
+        auto* added = command(m_app, "import-plan", "What an import file would record, or what is wrong with it",
+                              [this](const LedgerSnapshot& books) -> CommandResult {
+                                  const auto file = BookFiles::read(m_importPath, m_style.locale);
+                                  if (!file)
+                                      return std::unexpected(file.error());
+                                  return ImportPlanCommand::run(*file, books, m_style);
+                              });
+        addFormat(*added);
+        added->add_option("file", m_importPath, "The file, in the layout of the template")->required();
+    }
+
+    void addTemplate()
+    {
+        auto* added = command(m_app, "template", "Write the file that an import is filled in");
+        addOut(*added);
+        added->callback([this] {
+            m_command = [this] {
+                const auto ownName = std::string{LedgerImportCSV::templateName} + ".csv";
+                return BookFiles::write(m_target.path.empty() ? ownName : m_target.path,
+                                        LedgerImportCSV::templateText(), m_style.locale);
+            };
+        });
+    }
+
+    void addAllocate()
+    {
+        auto* added = command(m_app, "allocate", "How a dividend would be split", [this](const LedgerSnapshot& books) {
+            return AllocateCommand::run(books, m_allocation, m_style);
+        });
+        addFormat(*added);
+        added->add_option("--total", m_allocation.total, "With a decimal point")->required()->option_text("AMOUNT");
+        added->add_option("--currency", m_allocation.currency, "ISO code")->required()->option_text("CODE");
+        added
+            ->add_option_function<std::vector<std::string>>(
+                "--share",
+                [this](const std::vector<std::string>& texts) {
+                    for (const auto& text : texts)
+                        m_allocation.shares.push_back(parseShare(text));
+                },
+                "A participant's part, 10000 being the whole; may be repeated, by default everybody's own ratio")
+            ->option_text("ID=BPS");
+    }
+
+    static int finish(const CommandResult& result)
+    {
+        if (!result) {
+            std::fprintf(stderr, "tallyfold-cli: %s\n", result.error().message.c_str());
+            return std::to_underlying(result.error().code);
+        }
+        const auto& text = result->text;
+        const bool written =
+            std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+        return std::to_underlying(written ? result->code : ExitCode::file);
+    }
+
+    CLI::App m_app{"Tallyfold for the terminal: reads a company's books from a snapshot file.", "tallyfold-cli"};
+    OutputStyle m_style{.locale = terminalLocale()};
+    std::string m_snapshotPath;
+    std::string m_importPath;
+    ExportCommand::Target m_target{.path = {},
+                                   .today = LedgerDay::localGregorian().day(std::chrono::system_clock::now())};
+    LedgerExportScope m_scope;
+    ReportCommand::Request m_report;
+    AllocateCommand::Request m_allocation;
+    std::function<CommandResult()> m_command;
+};
+
+}
+
+int CommandLine::run(int argumentCount, const char* const* arguments)
+{
+    return Program{}.run(argumentCount, arguments);
+}

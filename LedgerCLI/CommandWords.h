@@ -1,0 +1,13 @@
+#pragma once
+
+#include <initializer_list>
+#include <string>
+#include <string_view>
+
+/// What the program says to people, in the four interface languages.
+namespace CommandWords {
+
+std::string_view text(std::string_view key, std::string_view locale);
+std::string filled(std::string_view key, std::string_view locale, std::initializer_list<std::string_view> arguments);
+
+}

@@ -1,0 +1,57 @@
+#include "LedgerCLI/ImportPlanCommand.h"
+
+#include <array>
+
+#include "LedgerCLI/CommandWords.h"
+#include "LedgerCLI/TextTable.h"
+#include "LedgerCore/Domain/CsvDocument.h"
+#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/LedgerImportCSV.h"
+#include "LedgerCore/Domain/LedgerImportWords.h"
+
+namespace {
+
+std::string csv(const LedgerImportPlan& plan, std::string_view locale)
+{
+    constexpr std::array<std::string_view, 4> columns{"line", "issue", "value", "text"};
+    CsvDocument document{columns};
+    for (const auto& issue : plan.issues)
+        document.record({std::to_string(issue.line), issue.message, orEmpty(issue.value),
+                         LedgerImportWords::text(issue.message, locale)});
+    return document.take();
+}
+
+std::string text(const LedgerImportPlan& plan, std::string_view locale)
+{
+    if (plan.issues.empty() && plan.inputs.empty())
+        return std::string{LedgerImportWords::text("noRows", locale)} + "\n";
+    if (plan.issues.empty())
+        return CommandWords::filled("ready", locale, {std::to_string(plan.inputs.size())}) + "\n";
+    TextTable table{{{std::string{CommandWords::text("line", locale)}, TextTable::Alignment::right},
+                     {std::string{CommandWords::text("value", locale)}},
+                     {std::string{CommandWords::text("problem", locale)}}}};
+    for (const auto& issue : plan.issues)
+        table.add({std::to_string(issue.line), std::string{orEmpty(issue.value)},
+                   std::string{LedgerImportWords::text(issue.message, locale)}});
+    return CommandWords::filled("issues", locale, {std::to_string(plan.issues.size())}) + "\n\n" + table.text();
+}
+
+}
+
+CommandResult ImportPlanCommand::run(std::string_view file, const LedgerSnapshot& snapshot, const OutputStyle& style)
+{
+    if (file.size() > LedgerImportCSV::maximumFileSize)
+        return std::unexpected(
+            CommandFailure{ExitCode::issues, std::string{LedgerImportWords::text("fileSize", style.locale)}});
+    const auto plan = LedgerImportCSV::plan(file, snapshot);
+    const auto code = plan.issues.empty() && !plan.inputs.empty() ? ExitCode::done : ExitCode::issues;
+    switch (style.format) {
+    case OutputFormat::json:
+        return CommandAnswer{Json::encode(plan) + "\n", code};
+    case OutputFormat::csv:
+        return CommandAnswer{csv(plan, style.locale), code};
+    case OutputFormat::text:
+        break;
+    }
+    return CommandAnswer{text(plan, style.locale), code};
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+#include "LedgerCLI/CommandAnswer.h"
+
+struct LedgerSnapshot;
+
+namespace ImportPlanCommand {
+
+/// What the file would record, or everything that is wrong with it. Writes nothing.
+CommandResult run(std::string_view file, const LedgerSnapshot& snapshot, const OutputStyle& style);
+
+}

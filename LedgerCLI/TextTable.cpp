@@ -1,0 +1,71 @@
+#include "LedgerCLI/TextTable.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
+
+namespace {
+
+std::size_t widthOf(UChar32 letter)
+{
+    if (letter < 0)
+        return 1;
+    const auto type = u_charType(letter);
+    if (type == U_NON_SPACING_MARK || type == U_ENCLOSING_MARK || type == U_FORMAT_CHAR)
+        return 0;
+    const auto width = u_getIntPropertyValue(letter, UCHAR_EAST_ASIAN_WIDTH);
+    return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
+}
+
+void appendCell(std::string& line, std::string_view cell, std::size_t width, const TextTable::Column& column)
+{
+    const std::string padding(width - TextTable::width(cell), ' ');
+    if (column.alignment == TextTable::Alignment::right)
+        line += padding;
+    line += cell;
+    if (column.alignment == TextTable::Alignment::left)
+        line += padding;
+}
+
+}
+
+std::size_t TextTable::width(std::string_view text)
+{
+    std::size_t width = 0;
+    const auto length = static_cast<std::int32_t>(text.size());
+    for (std::int32_t at = 0; at < length;) {
+        UChar32 letter = 0;
+        U8_NEXT(text.data(), at, length, letter);
+        width += widthOf(letter);
+    }
+    return width;
+}
+
+std::string TextTable::text() const
+{
+    std::vector<std::string> titles;
+    for (const auto& column : m_columns)
+        titles.push_back(column.title);
+    auto rows = m_rows;
+    if (std::ranges::any_of(titles, [](const auto& title) { return !title.empty(); }))
+        rows.insert(rows.begin(), titles);
+
+    std::vector<std::size_t> widths(m_columns.size());
+    for (const auto& row : rows) {
+        for (std::size_t at = 0; at < row.size(); ++at)
+            widths[at] = std::max(widths[at], width(row[at]));
+    }
+    std::string text;
+    for (const auto& row : rows) {
+        std::string line;
+        for (std::size_t at = 0; at < row.size(); ++at) {
+            line += at > 0 ? "  " : "";
+            appendCell(line, row[at], widths[at], m_columns[at]);
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        text += line + "\n";
+    }
+    return text;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Rows of text set in columns for a terminal, with wide and combining letters taken into account.
+class TextTable {
+public:
+    enum class Alignment { left, right };
+
+    struct Column {
+        std::string title;
+        Alignment alignment = Alignment::left;
+    };
+
+    /// Without titles there is no heading.
+    explicit TextTable(std::vector<Column> columns) : m_columns(std::move(columns)) {}
+
+    /// One cell a column.
+    void add(std::vector<std::string> cells) { m_rows.push_back(std::move(cells)); }
+
+    [[nodiscard]] std::string text() const;
+
+    /// Terminal cells that the text takes.
+    static std::size_t width(std::string_view text);
+
+private:
+    std::vector<Column> m_columns;
+    std::vector<std::vector<std::string>> m_rows;
+};

@@ -1,0 +1,246 @@
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include <unistd.h>
+
+#include <gtest/gtest.h>
+
+#include "LedgerCLI/TextTable.h"
+#include "LedgerCLI/tests/ProgramRun.h"
+#include "LedgerCore/Domain/DividendCSV.h"
+#include "LedgerCore/Domain/LedgerCSV.h"
+#include "LedgerCore/Domain/LedgerExportAuthorization.h"
+#include "LedgerCore/Domain/LedgerImportCSV.h"
+#include "LedgerCore/Domain/testing/SnapshotBuilder.h"
+
+namespace {
+
+LedgerSnapshot books()
+{
+    auto built = snapshot()
+                     .account("bank", {"USD", "JPY"})
+                     .account("现金", {"USD"})
+                     .category("office", "expense", "Office")
+                     .category("rent", "expense", "Rent", "office")
+                     .category("sales", "income", "Sales")
+                     .grantAll()
+                     .income("t1", "2024-01-10", "bank", "USD", 123456, "sales")
+                     .expense("t2", "2024-02-01", "bank", "USD", 5000, "rent")
+                     .note("=late")
+                     .transfer("t3", "2024-02-02", "bank", "现金", "USD", 1000)
+                     .income("t4", "2024-03-01", "现金", "USD", 7)
+                     .build();
+    built.dividends.emplace().participants = {{"ana", "Ana", {}, 6000, false}, {"budi", "Budi", {}, 4000, false}};
+    return built;
+}
+
+/// A folder with the books in "books.json", removed at the end.
+class CommandLineProgram : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        m_directory = std::filesystem::temp_directory_path() / ("tallyfold-cli-" + std::to_string(getpid()));
+        std::filesystem::create_directory(m_directory);
+        write("books.json", Json::encode(books()));
+    }
+    void TearDown() override { std::filesystem::remove_all(m_directory); }
+
+    [[nodiscard]] ProgramRun run(const std::vector<std::string>& arguments) const
+    {
+        return ProgramRun::of(m_directory.string(), arguments);
+    }
+    void write(const std::string& name, std::string_view content) const
+    {
+        std::ofstream{m_directory / name, std::ios::binary} << content;
+    }
+    [[nodiscard]] std::string read(const std::string& name) const
+    {
+        std::ifstream file{m_directory / name, std::ios::binary};
+        return {std::istreambuf_iterator<char>{file}, {}};
+    }
+
+private:
+    std::filesystem::path m_directory;
+};
+
+}
+
+TEST_F(CommandLineProgram, PrintsBalancesForPeopleAndPrograms)
+{
+    EXPECT_EQ(run({"balances", "--snapshot", "books.json"}).output, "Account  Currency   Balance\n"
+                                                                    "bank     USD       1,174.56\n"
+                                                                    "bank     JPY              0\n"
+                                                                    "现金     USD          10.07\n");
+    EXPECT_EQ(run({"balances", "--snapshot", "books.json", "--format", "json"}).output,
+              R"([{"accountID":"bank","account":"bank","currency":"USD","balanceMinor":117456},)"
+              R"({"accountID":"bank","account":"bank","currency":"JPY","balanceMinor":0},)"
+              R"({"accountID":"现金","account":"现金","currency":"USD","balanceMinor":1007}])"
+              "\n");
+    EXPECT_EQ(run({"balances", "--snapshot", "books.json", "--locale", "id"}).output.substr(0, 24),
+              "Akun  Mata uang     Sald");
+}
+
+TEST_F(CommandLineProgram, ReportsPeriodsThatOpenAsTheLastOneClosed)
+{
+    const std::vector<std::string> report{"report", "--snapshot", "books.json", "--currency", "USD",
+                                          "--from", "2024-01-01", "--to",       "2024-02-29"};
+    auto asJson = report;
+    asJson.insert(asJson.end(), {"--by", "month", "--format", "json"});
+    const std::string noOthers = R"("movements":[{"kind":"transfer","amountMinor":0},)"
+                                 R"({"kind":"exchange","amountMinor":0},{"kind":"opening","amountMinor":0},)"
+                                 R"({"kind":"capital","amountMinor":0},{"kind":"dividend","amountMinor":0},)"
+                                 R"({"kind":"other","amountMinor":0}])";
+    EXPECT_EQ(run(asJson).output,
+              R"([{"from":"2024-01-01","to":"2024-01-31","openingMinor":0,"income":[{"categoryID":"sales",)"
+              R"("category":"Sales","amountMinor":123456}],"expense":[],)" +
+                  noOthers +
+                  R"(,"closingMinor":123456},)"
+                  R"({"from":"2024-02-01","to":"2024-02-29","openingMinor":123456,"income":[],)"
+                  R"("expense":[{"categoryID":"rent","category":"Office › Rent","amountMinor":-5000}],)" +
+                  noOthers +
+                  R"(,"closingMinor":118456}])"
+                  "\n");
+
+    auto ofCash = report;
+    ofCash.insert(ofCash.end(), {"--by", "total", "--account", "现金"});
+    EXPECT_EQ(run(ofCash).output, "2024-01-01 to 2024-02-29, USD\n"
+                                  "  Opening                       0.00\n"
+                                  "  Transfers                    10.00\n"
+                                  "  Closing                      10.00\n");
+}
+
+TEST_F(CommandLineProgram, ExportsTheBytesOfTheWindow)
+{
+    const LedgerExportScope scope{.startDate = "2024-02-01",
+                                  .endDate = "2024-12-31",
+                                  .accountIDs = {"bank"},
+                                  .currencies = {},
+                                  .kinds = {"expense", "transfer"},
+                                  .includesAllVisibleAccounts = false,
+                                  .includesAllVisibleCurrencies = true,
+                                  .includesReceiptIndex = true};
+    const auto request = LedgerExportRequest::create(books(), scope, "vi");
+    ASSERT_TRUE(request.has_value());
+    ASSERT_EQ(request->preview.entryCount, 2);
+    const auto done = run({"export", "ledger", "--snapshot", "books.json", "--from", "2024-02-01", "--to", "2024-12-31",
+                           "--account", "bank", "--receipt-index", "--locale", "vi", "--out", "ledger.csv"});
+    EXPECT_EQ(done.code, 0) << done.errors;
+    EXPECT_EQ(read("ledger.csv"), request->content);
+    EXPECT_EQ(done.output, "Đã ghi ledger.csv.\n");
+
+    EXPECT_EQ(run({"export", "ledger", "--snapshot", "books.json", "--from", "2024-02-01", "--to", "2024-02-01"}).code,
+              0);
+    EXPECT_EQ(std::ranges::count(read("quillet-ledger-2024-02-01.csv"), '\n'), 2);
+    EXPECT_EQ(run({"export", "dividends", "--snapshot", "books.json", "--out", "-"}).output,
+              DividendCSV::render(*books().dividends, "en-US"));
+    EXPECT_EQ(run({"template", "--out", "-"}).output, LedgerImportCSV::templateText());
+}
+
+TEST_F(CommandLineProgram, PlansAnImportAsTheInterfaceDoes)
+{
+    const auto good = LedgerImportCSV::templateText() + "2024-05-01,Income,bank,USD,5,Sales,x,,,\r\n";
+    write("good.csv", good);
+    const auto planned = run({"import-plan", "good.csv", "--snapshot", "books.json", "--format", "json"});
+    EXPECT_EQ(planned.code, 0) << planned.errors;
+    EXPECT_EQ(planned.output, Json::encode(LedgerImportCSV::plan(good, books())) + "\n");
+    EXPECT_NE(planned.output.find(R"("amountMinor":500)"), std::string::npos);
+    EXPECT_EQ(run({"import-plan", "good.csv", "--snapshot", "books.json"}).output, "1 records are ready to import.\n");
+
+    write("bad.csv", LedgerImportCSV::templateText() + "2024-05-01,Income,bank,USD,0,Sales,x,,,\r\n");
+    const auto refused = run({"import-plan", "bad.csv", "--snapshot", "books.json"});
+    EXPECT_EQ(refused.code, 6);
+    EXPECT_EQ(refused.output, "1 issues found; no data has been written.\n\n"
+                              "Line  Value  Problem\n"
+                              "   2  0      Amount must be a valid number greater than zero.\n");
+    EXPECT_EQ(run({"import-plan", "bad.csv", "--snapshot", "books.json", "--format", "json"}).output,
+              R"({"inputs":[],"issues":[{"line":2,"message":"amount","value":"0"}],"malformed":false})"
+              "\n");
+}
+
+TEST_F(CommandLineProgram, SplitsADividend)
+{
+    const std::vector<std::string> allocate{"allocate", "--snapshot", "books.json", "--currency", "USD", "--total"};
+    auto own = allocate;
+    own.insert(own.end(), {"0.01"});
+    EXPECT_EQ(run(own).output, "Participant    Share    Amount\n"
+                               "Ana          60.00 %  USD 0.01\n"
+                               "Budi         40.00 %  USD 0.00\n");
+    auto given = allocate;
+    given.insert(given.end(), {"100.01", "--share", "budi=5000", "--share", "ana=5000", "--format", "json"});
+    EXPECT_EQ(run(given).output,
+              R"([{"participantID":"budi","participantName":"Budi","ratioBps":5000,"amountMinor":5000},)"
+              R"({"participantID":"ana","participantName":"Ana","ratioBps":5000,"amountMinor":5001}])"
+              "\n");
+    given = allocate;
+    given.insert(given.end(), {"1", "--share", "ana=9999"});
+    const auto refused = run(given);
+    EXPECT_EQ(refused.code, 5);
+    EXPECT_EQ(refused.errors, "tallyfold-cli: The shares must add up to exactly 10000 basis points, each participant "
+                              "once.\n");
+}
+
+TEST_F(CommandLineProgram, SaysByItsExitCodeWhatWentWrong)
+{
+    write("broken.json", R"({"company":)");
+    write("empty.csv", LedgerImportCSV::templateText());
+    auto silent = books();
+    silent.currentMember.permissions = {"viewCompany"};
+    write("silent.json", Json::encode(silent));
+    const struct {
+        std::vector<std::string> arguments;
+        int code;
+    } cases[] = {
+        {{}, 2},
+        {{"nonsense"}, 2},
+        {{"balances"}, 2},
+        {{"balances", "--snapshot", "books.json", "--format", "xml"}, 2},
+        {{"allocate", "--snapshot", "books.json", "--currency", "USD", "--total", "1", "--share", "ana"}, 2},
+        {{"allocate", "--snapshot", "books.json", "--currency", "USD", "--total", "1,5"}, 2},
+        {{"report", "--snapshot", "books.json", "--currency", "USD", "--from", "2024-02-30", "--to", "2024-12-31"}, 2},
+        {{"balances", "--snapshot", "missing.json"}, 3},
+        {{"balances", "--snapshot", "."}, 3},
+        {{"template", "--out", "no/such/folder.csv"}, 3},
+        {{"balances", "--snapshot", "broken.json"}, 4},
+        {{"export", "ledger", "--snapshot", "silent.json", "--from", "2024-01-01", "--to", "2024-01-02"}, 5},
+        {{"export", "ledger", "--snapshot", "books.json", "--from", "2024-01-01", "--to", "2024-01-02", "--account",
+          "x"},
+         5},
+        {{"export", "capital", "--snapshot", "books.json"}, 5},
+        {{"import-plan", "empty.csv", "--snapshot", "books.json"}, 6},
+        {{"--help"}, 0},
+    };
+    for (const auto& each : cases) {
+        const auto done = run(each.arguments);
+        EXPECT_EQ(done.code, each.code) << testing::PrintToString(each.arguments) << done.errors;
+        EXPECT_EQ(done.errors.empty(), each.code == 0 || each.code == 6) << testing::PrintToString(each.arguments);
+    }
+}
+
+TEST_F(CommandLineProgram, CompletesEveryOptionThatItsHelpNames)
+{
+    std::ifstream file{TALLYFOLD_CLI_COMPLETION};
+    const std::string completion{std::istreambuf_iterator<char>{file}, {}};
+    for (const auto* command :
+         {"balances", "report", "export ledger", "export capital", "import-plan", "template", "allocate"}) {
+        std::istringstream words{command};
+        std::vector<std::string> arguments{std::istream_iterator<std::string>{words}, {}};
+        arguments.emplace_back("--help");
+        const auto help = run(arguments).output;
+        ASSERT_NE(help.find("--locale"), std::string::npos) << command;
+        for (auto at = help.find("  --"); at != std::string::npos; at = help.find("  --", at + 1)) {
+            const auto option = help.substr(at + 2, help.find_first_of(" ,\n", at + 2) - at - 2);
+            EXPECT_NE(completion.find(option), std::string::npos) << command << " " << option;
+        }
+    }
+}
+
+TEST(TextTable, CountsTheCellsOfATerminal)
+{
+    EXPECT_EQ(TextTable::width("abc"), 3);
+    EXPECT_EQ(TextTable::width("现金"), 4);
+    EXPECT_EQ(TextTable::width("đồng"), 4);
+    EXPECT_EQ(TextTable::width("e\xCC\x81"), 1);
+}
