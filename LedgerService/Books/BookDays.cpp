@@ -1,16 +1,19 @@
 #include "LedgerService/Books/BookDays.h"
 
-#include <chrono>
-
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerService/Books/BookRefusal.h"
 
+std::chrono::sys_days BookDays::parsed(std::string_view day)
+{
+    const auto known = LedgerDay::parse(day);
+    require(known.has_value(), "the text was checked to be a calendar day");
+    return known.value_or(std::chrono::year_month_day{});
+}
+
 std::string BookDays::shifted(std::string_view day, int days)
 {
-    const auto parsed = LedgerDay::parse(day);
-    require(parsed.has_value(), "only calendar days are moved");
-    return LedgerDay::format(std::chrono::sys_days{*parsed} + std::chrono::days{days});
+    return LedgerDay::format(parsed(day) + std::chrono::days{days});
 }
 
 std::optional<std::string> BookDays::start(const std::optional<FinancialSettings>& settings)

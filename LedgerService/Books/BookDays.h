@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -9,6 +10,9 @@
 
 /// The days on which entries can be booked. All days are "YYYY-MM-DD".
 namespace BookDays {
+
+/// The day that a valid text names.
+std::chrono::sys_days parsed(std::string_view day);
 
 /// `day` moved by a number of days.
 std::string shifted(std::string_view day, int days);

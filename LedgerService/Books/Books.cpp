@@ -18,7 +18,7 @@ auto byID(auto& rows, std::string_view id)
 template <class Row>
 std::optional<Row> named(const std::vector<Row>& rows, const std::optional<std::string>& id)
 {
-    const auto* const row = EntryShape::isGiven(id) ? byID(rows, *id) : nullptr;
+    const auto* const row = byID(rows, EntryShape::given(id));
     return row ? std::optional{*row} : std::nullopt;
 }
 

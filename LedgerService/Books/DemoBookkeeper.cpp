@@ -78,8 +78,9 @@ TransactionInput DemoBookkeeper::inputOf(const DemoRoutine& routine)
         input.targetAmountMinor = exchanged(input.amountMinor, market);
     }
     if (routine.kind == EntryKind::transfer) {
-        const auto* const source = m_books.account(*input.sourceAccountID);
-        input.transferPurpose = LedgerEntryAccess::transferPurpose(*source, *m_books.account(*input.targetAccountID));
+        const auto* const source = m_books.account(m_ids.account(routine.source));
+        input.transferPurpose =
+            LedgerEntryAccess::transferPurpose(*source, *m_books.account(m_ids.account(routine.target)));
     }
     return input;
 }

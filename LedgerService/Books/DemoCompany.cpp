@@ -52,6 +52,7 @@ AccountGrant every(std::string accountID)
 std::vector<AccountGrant> everywhere(const DemoIds& ids)
 {
     std::vector<AccountGrant> grants;
+    grants.reserve(companyAccounts.size() + 2);
     for (const auto* key : companyAccounts)
         grants.push_back(every(ids.account(key)));
     grants.push_back(every(ids.account("float")));

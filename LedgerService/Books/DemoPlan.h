@@ -11,12 +11,12 @@ struct DemoRoutine {
     int day = 1;         // of the month
     int everyMonths = 1; // in the months whose number, counted from the start, leaves `offsetMonths`
     int offsetMonths = 0;
+    int spreadPercent = 0; // the amount varies by up to this much either way
     std::string_view source;
     std::string_view target;
     std::string_view category;
     std::string_view currency;
     std::int64_t amount = 0;        // whole units, such as rupiah or dollars
-    int spreadPercent = 0;          // the amount varies by up to this much either way
     std::int64_t roundTo = 1;       // minor units
     std::string_view note;          // key in `DemoWords::notes`
     std::string_view recorder;      // profile of the member

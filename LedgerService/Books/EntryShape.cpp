@@ -14,7 +14,7 @@
 
 namespace {
 
-using EntryShape::isGiven;
+using EntryShape::given;
 
 enum class Use { never, always, sometimes };
 
@@ -45,12 +45,13 @@ bool fits(Use use, bool given)
 
 bool hasFieldsOf(const KindFields& fields, const TransactionInput& input)
 {
-    const bool refund = isGiven(input.originalTransactionID) || isGiven(input.externalReference);
-    return fits(fields.source, isGiven(input.sourceAccountID)) && fits(fields.target, isGiven(input.targetAccountID)) &&
-           fits(fields.received, isGiven(input.targetCurrency)) &&
+    const bool refund = !given(input.originalTransactionID).empty() || !given(input.externalReference).empty();
+    return fits(fields.source, !given(input.sourceAccountID).empty()) &&
+           fits(fields.target, !given(input.targetAccountID).empty()) &&
+           fits(fields.received, !given(input.targetCurrency).empty()) &&
            fits(fields.received, input.targetAmountMinor.has_value()) &&
-           fits(fields.category, isGiven(input.categoryID)) && fits(fields.refund, refund) &&
-           fits(fields.purpose, isGiven(input.transferPurpose));
+           fits(fields.category, !given(input.categoryID).empty()) && fits(fields.refund, refund) &&
+           fits(fields.purpose, !given(input.transferPurpose).empty());
 }
 
 bool isAmount(std::int64_t minor)
@@ -76,11 +77,6 @@ bool areDistinct(const std::vector<std::string>& ids)
 
 }
 
-bool EntryShape::isGiven(const std::optional<std::string>& text)
-{
-    return text && !text->empty();
-}
-
 std::optional<Refusal> EntryShape::whyNot(const TransactionInput& input)
 {
     using BookRefusal::invalid;
@@ -95,7 +91,7 @@ std::optional<Refusal> EntryShape::whyNot(const TransactionInput& input)
         return invalid("The idempotency key is empty or too long.");
     if (!isSound(input.note, maximumNoteLength))
         return invalid("The note is too long or no text.");
-    if (isGiven(input.externalReference) && !isSound(*input.externalReference, maximumReferenceLength))
+    if (!isSound(given(input.externalReference), maximumReferenceLength))
         return invalid("The reference is too long or no text.");
     if (!isAmount(input.amountMinor) || (input.targetAmountMinor && !isAmount(*input.targetAmountMinor)))
         return invalid("An amount is above zero and within the supported range.");
@@ -105,7 +101,7 @@ std::optional<Refusal> EntryShape::whyNot(const TransactionInput& input)
         return invalid("An entry carries at most ten different receipts.");
     if (input.kind == EntryKind::transfer && input.sourceAccountID == input.targetAccountID)
         return invalid("A transfer joins two different accounts.");
-    if (input.kind == EntryKind::refund && !isGiven(input.originalTransactionID) && refundReference(input).empty())
+    if (input.kind == EntryKind::refund && given(input.originalTransactionID).empty() && refundReference(input).empty())
         return BookRefusal::refundReferenceRequired();
     return std::nullopt;
 }

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "LedgerCore/Domain/TransactionInput.h"
 #include "LedgerService/Refusal.h"
@@ -15,8 +16,11 @@ inline constexpr std::size_t maximumReferenceLength = 200; // code points
 inline constexpr std::size_t maximumKeyLength = 200;       // bytes
 inline constexpr std::size_t maximumAttachments = 10;
 
-/// Whether an optional field says anything; an empty text names nothing.
-bool isGiven(const std::optional<std::string>& text);
+/// What an optional field says; an empty text says nothing, like one that is not set.
+inline std::string_view given(const std::optional<std::string>& text)
+{
+    return text ? std::string_view{*text} : std::string_view{};
+}
 
 std::optional<Refusal> whyNot(const TransactionInput& input);
 std::optional<Refusal> whyNot(const Reversal& command);

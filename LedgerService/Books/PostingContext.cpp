@@ -1,7 +1,6 @@
 #include "LedgerService/Books/PostingContext.h"
 
 #include <algorithm>
-#include <array>
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/LedgerEntryAccess.h"
@@ -14,23 +13,30 @@
 
 namespace {
 
-using EntryShape::isGiven;
+using EntryShape::given;
 using Answer = std::optional<Refusal>;
 
-constexpr auto idOf = [](const auto& row) -> const std::string& {
+const std::string& idOf(const auto& row)
+{
     if constexpr (requires { row.entry.id; })
         return row.entry.id;
     else
         return row.id;
-};
+}
 
 /// Whether the named row was found; unnamed ones need none.
 bool isFound(const std::optional<std::string>& id, const auto& row)
 {
-    if (!isGiven(id))
-        return true;
-    require(!row || idOf(*row) == *id, "the context holds the rows that the command names");
-    return row.has_value();
+    const auto named = given(id);
+    if (row)
+        require(idOf(*row) == named, "the context holds the rows that the command names");
+    return row || named.empty();
+}
+
+std::string_view targetCurrency(const TransactionInput& input)
+{
+    const auto received = given(input.targetCurrency);
+    return received.empty() ? input.currency : received;
 }
 
 bool sees(const Member& member, const LedgerTransaction& entry)
@@ -38,23 +44,27 @@ bool sees(const Member& member, const LedgerTransaction& entry)
     return std::ranges::any_of(entry.legs, [&](const auto& leg) { return member.can("view", leg.accountID); });
 }
 
-bool seesTarget(const TransactionInput& input, const PostingContext& context)
+/// The destination of a transfer may be one that the member fills without seeing it.
+bool seesTarget(const std::optional<Account>& source, const Account& target, const Member& member,
+                std::string_view kind)
 {
-    if (input.kind != EntryKind::transfer)
-        return context.member.can("view", context.target->id);
-    return LedgerEntryAccess::whyNotReceive(*context.source, *context.target, context.member) !=
+    if (!source || kind != EntryKind::transfer)
+        return member.can("view", target.id);
+    return LedgerEntryAccess::whyNotReceive(*source, target, member) !=
            LedgerEntryAccess::DestinationRefusal::notViewable;
 }
 
 Answer whyNotFound(const TransactionInput& input, const PostingContext& context)
 {
-    const bool found = isFound(input.sourceAccountID, context.source) &&
-                       isFound(input.targetAccountID, context.target) && isFound(input.categoryID, context.category) &&
-                       isFound(input.originalTransactionID, context.original) &&
+    const auto& member = context.member;
+    const auto& source = context.source;
+    const auto& target = context.target;
+    const auto& original = context.original;
+    const bool found = isFound(input.sourceAccountID, source) && isFound(input.targetAccountID, target) &&
+                       isFound(input.categoryID, context.category) && isFound(input.originalTransactionID, original) &&
                        context.attachments.size() == input.attachmentIDs.size();
-    if (!found || (isGiven(input.sourceAccountID) && !context.member.can("view", context.source->id)) ||
-        (isGiven(input.targetAccountID) && !seesTarget(input, context)) ||
-        (isGiven(input.originalTransactionID) && !sees(context.member, context.original->entry)))
+    if (!found || (source && !member.can("view", source->id)) ||
+        (target && !seesTarget(source, *target, member, input.kind)) || (original && !sees(member, original->entry)))
         return BookRefusal::notFound();
     return std::nullopt;
 }
@@ -83,11 +93,10 @@ Answer whyNotUsable(const Account& account, const Member& member, std::string_vi
     __builtin_unreachable();
 }
 
-Answer whyNotDestination(const TransactionInput& input, const PostingContext& context)
+Answer whyNotDestination(const Account& source, const Account& target, const Member& member,
+                         std::string_view statedPurpose)
 {
-    const auto& source = *context.source;
-    const auto& target = *context.target;
-    if (const auto refusal = LedgerEntryAccess::whyNotReceive(source, target, context.member)) {
+    if (const auto refusal = LedgerEntryAccess::whyNotReceive(source, target, member)) {
         switch (*refusal) {
             using enum LedgerEntryAccess::DestinationRefusal;
         case sameAccount:
@@ -102,31 +111,27 @@ Answer whyNotDestination(const TransactionInput& input, const PostingContext& co
             return BookRefusal::forbidden("Money of a float or refund account goes back to a company account.");
         }
     }
-    const auto stated =
-        isGiven(input.transferPurpose) ? std::optional<std::string_view>{*input.transferPurpose} : std::nullopt;
-    if (stated != LedgerEntryAccess::transferPurpose(source, target))
+    if (statedPurpose != LedgerEntryAccess::transferPurpose(source, target).value_or(""))
         return BookRefusal::invalid("The transfer's purpose is not the one of its accounts.");
     return std::nullopt;
 }
 
 Answer whyNotOnAccounts(const TransactionInput& input, const PostingContext& context)
 {
-    const bool transfers = input.kind == EntryKind::transfer;
-    if (context.source) {
-        if (auto refusal = whyNotUsable(*context.source, context.member, input.kind))
+    const auto& source = context.source;
+    const auto& target = context.target;
+    if (source) {
+        if (auto refusal = whyNotUsable(*source, context.member, input.kind))
             return refusal;
     }
-    if (context.target && !transfers) {
-        if (auto refusal = whyNotUsable(*context.target, context.member, input.kind))
+    if (source && target && input.kind == EntryKind::transfer) {
+        if (auto refusal = whyNotDestination(*source, *target, context.member, given(input.transferPurpose)))
+            return refusal;
+    } else if (target) {
+        if (auto refusal = whyNotUsable(*target, context.member, input.kind))
             return refusal;
     }
-    if (transfers) {
-        if (auto refusal = whyNotDestination(input, context))
-            return refusal;
-    }
-    const auto& received = isGiven(input.targetCurrency) ? *input.targetCurrency : input.currency;
-    if ((context.source && !context.source->holds(input.currency)) ||
-        (context.target && !context.target->holds(received)))
+    if ((source && !source->holds(input.currency)) || (target && !target->holds(targetCurrency(input))))
         return BookRefusal::invalid("The account does not hold the currency.");
     return std::nullopt;
 }
@@ -195,25 +200,25 @@ Answer whyNotByKind(const TransactionInput& input, const PostingContext& context
 
 Answer whyNotLinkable(const PostingContext& context)
 {
-    const bool linked =
-        std::ranges::any_of(context.attachments, [](const Attachment& each) { return isGiven(each.transactionID); });
+    const bool linked = std::ranges::any_of(context.attachments,
+                                            [](const Attachment& each) { return !given(each.transactionID).empty(); });
     return linked ? Answer{BookRefusal::attachmentLinked()} : std::nullopt;
 }
 
-std::vector<LedgerLeg> legsOf(const TransactionInput& input)
+std::vector<LedgerLeg> legsOf(const TransactionInput& input, const PostingContext& context)
 {
     std::vector<LedgerLeg> legs;
-    if (isGiven(input.sourceAccountID))
-        legs.push_back({*input.sourceAccountID, input.currency, -input.amountMinor});
-    if (isGiven(input.targetAccountID))
-        legs.push_back({*input.targetAccountID, isGiven(input.targetCurrency) ? *input.targetCurrency : input.currency,
+    if (context.source)
+        legs.push_back({context.source->id, input.currency, -input.amountMinor});
+    if (context.target)
+        legs.push_back({context.target->id, std::string{targetCurrency(input)},
                         input.targetAmountMinor.value_or(input.amountMinor)});
     return legs;
 }
 
-std::optional<std::string> given(const std::optional<std::string>& text)
+std::optional<std::string> unlessEmpty(std::string_view text)
 {
-    return isGiven(text) ? text : std::nullopt;
+    return text.empty() ? std::nullopt : std::optional<std::string>{text};
 }
 
 LedgerTransaction entryOf(const TransactionInput& input, const PostingContext& context)
@@ -225,13 +230,12 @@ LedgerTransaction entryOf(const TransactionInput& input, const PostingContext& c
     entry.note = input.note;
     entry.createdAt = context.now;
     entry.memberID = context.member.id;
-    entry.categoryID = given(input.categoryID);
-    entry.legs = legsOf(input);
+    entry.categoryID = unlessEmpty(given(input.categoryID));
+    entry.legs = legsOf(input, context);
     entry.attachmentIDs = input.attachmentIDs;
-    entry.originalTransactionID = given(input.originalTransactionID);
-    entry.transferPurpose = given(input.transferPurpose);
-    if (const auto reference = refundReference(input); !reference.empty())
-        entry.externalReference = reference;
+    entry.originalTransactionID = unlessEmpty(given(input.originalTransactionID));
+    entry.transferPurpose = unlessEmpty(given(input.transferPurpose));
+    entry.externalReference = unlessEmpty(refundReference(input));
     return entry;
 }
 
@@ -239,7 +243,7 @@ LedgerTransaction entryOf(const TransactionInput& input, const PostingContext& c
 
 std::string_view refundReference(const TransactionInput& input)
 {
-    return input.externalReference ? TextFold::trimmed(*input.externalReference) : std::string_view{};
+    return TextFold::trimmed(given(input.externalReference));
 }
 
 std::expected<EntryChange, Refusal> decide(const TransactionInput& input, const PostingContext& context)

@@ -12,10 +12,9 @@ namespace {
 
 using Answer = std::optional<Refusal>;
 
-bool isVisible(const std::optional<LedgerTransaction>& entry, const Member& member)
+bool sees(const Member& member, const LedgerTransaction& entry)
 {
-    return entry &&
-           std::ranges::any_of(entry->legs, [&](const auto& leg) { return member.can("view", leg.accountID); });
+    return std::ranges::any_of(entry.legs, [&](const auto& leg) { return member.can("view", leg.accountID); });
 }
 
 /// Where an entry is undone is said before whether this member may, so that the way there is always shown.
@@ -38,57 +37,64 @@ Answer whyNotReversible(const LedgerTransaction& original, const Member& member)
     return refusal ? Answer{BookRefusal::forbidden("The member may not correct the entry.")} : std::nullopt;
 }
 
-Answer whyNotOnDay(const Reversal& command, const ReversalContext& context)
+Answer whyNotOnDay(const Reversal& command, const LedgerTransaction& original, const ReversalContext& context)
 {
     if (auto refusal = BookDays::whyNot(command.date, context.today, context.settings))
         return refusal;
-    if (command.date < BookDays::shifted(context.original->date, -1))
+    if (command.date < BookDays::shifted(original.date, -1))
         return BookRefusal::invalid("The day lies before the entry that is reversed.");
     return std::nullopt;
 }
 
-Answer whyNot(const Reversal& command, const ReversalContext& context)
+/// What speaks against reversing an entry that the member sees.
+Answer whyNot(const Reversal& command, const LedgerTransaction& original, const ReversalContext& context)
 {
-    if (!context.member.active)
-        return BookRefusal::inactiveMember();
-    if (auto refusal = EntryShape::whyNot(command))
-        return refusal;
-    if (!isVisible(context.original, context.member))
-        return BookRefusal::notFound();
-    if (auto refusal = whyNotReversible(*context.original, context.member))
+    if (auto refusal = whyNotReversible(original, context.member))
         return refusal;
     if (context.refundsExist)
         return BookRefusal::refundsExist();
     if (std::ranges::any_of(context.accounts, &Account::archived))
         return BookRefusal::accountArchived();
-    return whyNotOnDay(command, context);
+    return whyNotOnDay(command, original, context);
+}
+
+LedgerTransaction oppositeOf(const LedgerTransaction& original, const Reversal& command, const ReversalContext& context)
+{
+    LedgerTransaction entry;
+    entry.id = context.entryID;
+    entry.kind = EntryKind::reversal;
+    entry.date = command.date;
+    entry.note = command.reason;
+    entry.createdAt = context.now;
+    entry.memberID = context.member.id;
+    entry.reversalOf = original.id;
+    entry.legs = original.legs;
+    for (auto& leg : entry.legs)
+        leg.amountMinor = -leg.amountMinor;
+    return entry;
 }
 
 }
 
 std::expected<EntryChange, Refusal> decide(const Reversal& command, const ReversalContext& context)
 {
-    if (auto refusal = whyNot(command, context))
+    if (!context.member.active)
+        return std::unexpected(BookRefusal::inactiveMember());
+    if (auto refusal = EntryShape::whyNot(command))
+        return std::unexpected(*std::move(refusal));
+    if (!context.original || !sees(context.member, *context.original))
+        return std::unexpected(BookRefusal::notFound());
+    const auto& original = *context.original;
+    if (auto refusal = whyNot(command, original, context))
         return std::unexpected(*std::move(refusal));
 
-    const auto& original = *context.original;
-    EntryChange change;
-    change.entry.id = context.entryID;
-    change.entry.kind = EntryKind::reversal;
-    change.entry.date = command.date;
-    change.entry.note = command.reason;
-    change.entry.createdAt = context.now;
-    change.entry.memberID = context.member.id;
-    change.entry.reversalOf = original.id;
-    change.entry.legs = original.legs;
-    for (auto& leg : change.entry.legs)
-        leg.amountMinor = -leg.amountMinor;
+    auto entry = oppositeOf(original, command, context);
     std::vector<const Account*> accounts;
+    accounts.reserve(context.accounts.size());
     for (const auto& account : context.accounts)
         accounts.push_back(&account);
-    auto balances = balancesAfter(change.entry.legs, accounts);
+    auto balances = balancesAfter(entry.legs, accounts);
     if (!balances)
         return std::unexpected(std::move(balances.error()));
-    change.balances = *std::move(balances);
-    return change;
+    return EntryChange{std::move(entry), *std::move(balances)};
 }
