@@ -54,9 +54,9 @@ Refused whyNotSetParticipant(const CapitalCommand& command, const CapitalContext
 }
 
 /// The amount must also leave the owners' recorded sum within its limit.
-Refused whyNotAmount(const CapitalCommand& command, const CapitalContext& context)
+Refused whyNotAmount(const CapitalCommand& command, std::string_view currency, const CapitalContext& context)
 {
-    const auto summary = CapitalSummary::create(context.state, *command.currency, std::nullopt, std::nullopt);
+    const auto summary = CapitalSummary::create(context.state, currency, std::nullopt, std::nullopt);
     if (!summary)
         return integrity;
     if (!command.amountMinor || *command.amountMinor < 1)
@@ -78,7 +78,7 @@ Refused whyNotContribute(const CapitalCommand& command, const CapitalContext& co
     const auto* account = find(context.accounts, command.accountID);
     if (!account || !account->holds(*command.currency) || !CapitalAccess::takesContributions(*account, context.member))
         return accountUnavailable;
-    if (const auto refused = whyNotAmount(command, context))
+    if (const auto refused = whyNotAmount(command, *command.currency, context))
         return refused;
     if (command.date < latestDay(context.state))
         return dateOrder;

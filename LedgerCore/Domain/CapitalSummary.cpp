@@ -53,9 +53,11 @@ bool addContributions(const CapitalState& state, std::string_view currency, cons
         if (contribution.currency != currency)
             continue;
         auto& row = *rows.at(contribution.participantID);
+        auto period = row.periodMinor.value_or(0);
         const auto inRange = range.contains(contribution.date) ? contribution.amountMinor : 0;
-        if (!grow(row.recordedMinor, contribution.amountMinor) || !grow(*row.periodMinor, inRange))
+        if (!grow(row.recordedMinor, contribution.amountMinor) || !grow(period, inRange))
             return false;
+        row.periodMinor = period;
     }
     return true;
 }
@@ -65,7 +67,7 @@ bool addTotals(CapitalSummary& summary)
     for (auto& row : summary.participants) {
         if (summary.historyKnown)
             row.totalMinor = row.recordedMinor;
-        if (!grow(summary.recordedMinor, row.recordedMinor) || !grow(summary.periodMinor, *row.periodMinor))
+        if (!grow(summary.recordedMinor, row.recordedMinor) || !grow(summary.periodMinor, row.periodMinor.value_or(0)))
             return false;
     }
     if (summary.historyKnown)

@@ -199,7 +199,7 @@ private:
 
     Failed settleLine(const DividendMovement& movement)
     {
-        const auto lines = m_book.m_lines.find(*movement.batchID);
+        const auto lines = movement.batchID ? m_book.m_lines.find(*movement.batchID) : m_book.m_lines.end();
         if (lines == m_book.m_lines.end())
             return invalidState; // a cancelled or later batch cannot have been settled
         auto& line = lines->second.at(movement.participantID);
@@ -208,8 +208,9 @@ private:
 
     Failed useAdvance(const DividendMovement& movement)
     {
-        const auto advance = m_book.m_advanceRemaining.find(*movement.advanceID);
-        if (advance == m_book.m_advanceRemaining.end() || advance->second < movement.amountMinor)
+        auto& advances = m_book.m_advanceRemaining;
+        const auto advance = movement.advanceID ? advances.find(*movement.advanceID) : advances.end();
+        if (advance == advances.end() || advance->second < movement.amountMinor)
             return invalidState;
         advance->second -= movement.amountMinor;
         return std::nullopt;

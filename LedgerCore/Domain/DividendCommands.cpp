@@ -73,7 +73,7 @@ Built DividendCommands::setParticipant(const DividendContext& context, CommandIs
     command.participantID = std::move(participant.id);
     command.name = std::move(participant.name);
     command.memberID = std::move(participant.memberID);
-    command.ratioBps = *ratio;
+    command.ratioBps = ratio;
     command.archived = participant.archived;
     return checked(std::move(command), context);
 }

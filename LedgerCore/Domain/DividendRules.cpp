@@ -104,7 +104,7 @@ Refused whyNotAllocate(const DividendCommand& command, const DividendContext& co
         return refused;
     const std::vector<DividendShare> none;
     const auto lines = DividendAllocationCalculator::allocate(
-        *command.amountMinor, command.shares ? *command.shares : none, context.state.participants);
+        command.amountMinor.value_or(0), command.shares ? *command.shares : none, context.state.participants);
     return lines ? std::nullopt : refusalOf(lines.error());
 }
 
@@ -142,7 +142,7 @@ std::expected<std::int64_t, DividendRefusal> settlementLimit(const DividendComma
         return std::unexpected(integrity);
     auto most = Money::maximumMinor;
     if (batch)
-        most = std::min(most, book->line(batch->id, *command.participantID).unpaidMinor);
+        most = std::min(most, book->line(batch->id, command.participantID.value_or("")).unpaidMinor);
     if (advance)
         most = std::min(most, book->advanceRemaining(advance->id));
     return most;

@@ -180,6 +180,7 @@ std::expected<ReportBook, ReportError> ReportBook::create(const LedgerSnapshot& 
 std::vector<std::string> ReportBook::currencies() const
 {
     std::vector<std::string> codes;
+    codes.reserve(m_rows.size());
     for (const auto& [code, rows] : m_rows)
         codes.push_back(code);
     return codes;
