@@ -31,13 +31,19 @@ const TransactionDraft& EntryForm::draftOf(const EntryFormState& state)
     return std::visit([](const auto& each) -> const TransactionDraft& { return each.draft; }, state);
 }
 
+bool EntryForm::leavesUncertain(const Failure& failure, Attempt attempt)
+{
+    if (std::holds_alternative<Cancelled>(failure) || isOutcomeUnknown(failure))
+        return true;
+    return attempt == Attempt::retry && !judgesTheCommand(failure);
+}
+
 std::optional<EntryFormState> EntryForm::afterReply(const EntrySaving& saving, const Result<void>& reply)
 {
     if (reply)
         return std::nullopt;
     const auto& failure = reply.error();
-    const bool isUnknown = std::holds_alternative<Cancelled>(failure) || isOutcomeUnknown(failure);
-    if (isUnknown || (saving.isRetry && !judgesTheCommand(failure)))
+    if (leavesUncertain(failure, saving.isRetry ? Attempt::retry : Attempt::first))
         return EntryUncertain{saving.draft, saving.input};
     EntryEditing editing;
     editing.draft = saving.draft;

@@ -48,9 +48,14 @@ struct Opening {
 
 const TransactionDraft& draftOf(const EntryFormState& state);
 
-/// Once the service has answered: the state that follows, or nothing when the entry is recorded. A refused retry
-/// unlocks the draft only when the refusal judges the command itself; one about the session, the rate or the way there
-/// says nothing about the first sending.
+enum class Attempt { first, retry };
+
+/// Whether after this failure nobody knows if the command was carried out. A refused retry settles it only when the
+/// refusal judges the command itself; one about the session, the rate or the way there says nothing about the first
+/// sending.
+bool leavesUncertain(const Failure& failure, Attempt attempt);
+
+/// Once the service has answered: the state that follows, or nothing when the entry is recorded.
 std::optional<EntryFormState> afterReply(const EntrySaving& saving, const Result<void>& reply);
 
 /// The command for the draft, or the problems. A draft that was refused as it stands keeps its key; one that was

@@ -29,7 +29,6 @@ const WordTable& entryFormWords()
         {"kind.return", "退回", "Pengembalian", "Hoàn quỹ", "Return"},
         {"kind.reversal", "冲销", "Pembatalan", "Đảo bút toán", "Reversal"},
         {"saveRefund", "保存退款", "Simpan pengembalian dana", "Lưu khoản hoàn tiền", "Save refund"},
-        {"saving", "正在保存…", "Menyimpan…", "Đang lưu…", "Saving…"},
         {"closeUncertain", "关闭…", "Tutup…", "Đóng…", "Close…"},
         {"closeAnyway", "关闭", "Tutup", "Đóng", "Close"},
         {"keepOpen", "保持打开", "Tetap buka", "Giữ mở", "Keep open"},
@@ -80,11 +79,6 @@ const WordTable& entryFormWords()
         {"reason", "原因", "Alasan", "Lý do", "Reason"},
         {"reasonRequired", "请填写冲销原因。", "Isi alasan pembatalan.", "Hãy nhập lý do đảo bút toán.",
          "Enter the reason for the reversal."},
-        {"reasonKept", "重试将使用最初填写的原因。", "Percobaan ulang memakai alasan yang pertama diisi.",
-         "Khi thử lại, lý do đã nhập ban đầu được giữ nguyên.", "A retry keeps the reason that was entered first."},
-        {"reversing", "正在冲销…", "Membatalkan…", "Đang đảo bút toán…", "Reversing…"},
-        {"refusedReversal.isReversal", "冲销记录不能再次冲销。", "Pembatalan tidak dapat dibatalkan lagi.",
-         "Không thể đảo một bút toán đảo.", "A reversal cannot be reversed."},
     };
     return table;
 }
