@@ -7,7 +7,7 @@ class QAction;
 class QMenu;
 
 /// A main action with an arrow that opens a menu of its variants.
-class SplitButton final : public QWidget {
+class SplitButton : public QWidget {
     Q_OBJECT
 public:
     explicit SplitButton(QWidget* parent = nullptr);

@@ -1,0 +1,232 @@
+#include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
+
+#include <QGridLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/ElidedLabel.h"
+#include "LedgerUI/Components/GlyphLabel.h"
+#include "LedgerUI/Components/Line.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int labelColumn = 96;
+constexpr int codeColumn = 36;
+
+TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent)
+{
+    auto* made = new TextLabel(step, tone, parent);
+    made->setTextFormat(Qt::PlainText);
+    made->setText(text);
+    return made;
+}
+
+/// A person's own text: whole, in as many lines as it needs, ready to be copied.
+TextLabel* wrapped(const QString& text, TypeStep step, Token tone, QWidget* parent)
+{
+    auto* made = label(text, step, tone, parent);
+    made->setWordWrap(true);
+    made->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return made;
+}
+
+QString amountText(const LedgerAmount& amount)
+{
+    return amount.currency + QChar{QChar::Nbsp} + amount.digits;
+}
+
+QPushButton* linkButton(const QString& text, const LedgerDetailBody::Action& action, QWidget* parent)
+{
+    auto* button = new QPushButton(text, parent);
+    button->setProperty("kind", QStringLiteral("link"));
+    button->setCursor(Qt::PointingHandCursor);
+    QObject::connect(button, &QPushButton::clicked, parent, action);
+    return button;
+}
+
+/// Code at the left, digits at the right edge.
+void addAmountRow(QGridLayout* grid, int row, const LedgerAmount& amount, TypeStep step, bool isBold, QWidget* parent)
+{
+    auto* code = label(amount.currency, TypeStep::micro, Token::text3, parent);
+    const bool isBelowZero = amount.digits.startsWith(QChar{0x2212});
+    auto* digits = label(amount.digits, step, isBelowZero ? Token::danger : Token::text, parent);
+    digits->setBold(isBold);
+    grid->addWidget(code, row, 1);
+    grid->addWidget(digits, row, 2, Qt::AlignRight);
+}
+
+}
+
+LedgerDetailBody::LedgerDetailBody(QWidget* parent) : QWidget{parent}
+{
+    m_rows = new QVBoxLayout(this);
+    m_rows->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, Space::pageMargin);
+    m_rows->setSpacing(0);
+}
+
+void LedgerDetailBody::addAmount(const LedgerAmount& amount, bool isReversed)
+{
+    auto* row = new QHBoxLayout;
+    row->setSpacing(Space::step2);
+    auto* code = label(amount.currency, TypeStep::body, Token::text3, this);
+    auto* digits = label(amount.digits, TypeStep::display, Token::text, this);
+    auto font = digits->font();
+    font.setStrikeOut(isReversed);
+    digits->setFont(font);
+    digits->setObjectName(QStringLiteral("detailAmount"));
+    row->addWidget(code, 0, Qt::AlignBaseline);
+    row->addWidget(digits, 1, Qt::AlignBaseline);
+    m_rows->addLayout(row);
+}
+
+void LedgerDetailBody::addText(const QString& text, Token tone)
+{
+    m_rows->addWidget(wrapped(text, TypeStep::body, tone, this));
+}
+
+void LedgerDetailBody::addLines(const std::vector<LedgerEntryDetail::Line>& lines)
+{
+    auto* grid = new QGridLayout;
+    grid->setContentsMargins(0, Space::step3, 0, 0);
+    grid->setHorizontalSpacing(Space::step2);
+    grid->setVerticalSpacing(Space::step2 - 2);
+    grid->setColumnMinimumWidth(0, labelColumn);
+    grid->setColumnStretch(1, 1);
+    int row = 0;
+    for (const auto& line : lines) {
+        auto* name = label(line.label, TypeStep::small, Token::text2, this);
+        name->setWordWrap(true);
+        name->setFixedWidth(labelColumn);
+        grid->addWidget(name, row, 0, Qt::AlignTop);
+        grid->addWidget(wrapped(line.value, TypeStep::body, Token::text, this), row++, 1, Qt::AlignTop);
+    }
+    m_rows->addLayout(grid);
+}
+
+void LedgerDetailBody::addSection(const QString& title, const QString& count)
+{
+    m_rows->addSpacing(Space::sectionGap);
+    auto* row = new QHBoxLayout;
+    auto* head = label(title, TypeStep::body, Token::text, this);
+    head->setBold(true);
+    row->addWidget(head, 1);
+    row->addWidget(label(count, TypeStep::small, Token::text2, this));
+    m_rows->addLayout(row);
+    m_rows->addSpacing(Space::step1);
+    addLine();
+}
+
+void LedgerDetailBody::addLeg(const LedgerEntryDetail::Leg& leg, const QString& afterLabel)
+{
+    auto* grid = new QGridLayout;
+    grid->setContentsMargins(0, Space::step2, 0, Space::step2);
+    grid->setHorizontalSpacing(Space::step2);
+    grid->setVerticalSpacing(Space::step1);
+    grid->setColumnStretch(0, 1);
+    grid->addWidget(wrapped(leg.account, TypeStep::body, Token::text, this), 0, 0, Qt::AlignTop);
+    grid->addWidget(label(amountText(leg.amount), TypeStep::body, Token::text, this), 0, 1,
+                    Qt::AlignRight | Qt::AlignTop);
+    if (!leg.balanceAfter.isEmpty()) {
+        auto* after = label(afterLabel, TypeStep::small, Token::text2, this);
+        after->setWordWrap(true);
+        grid->addWidget(after, 1, 0);
+        grid->addWidget(label(leg.balanceAfter, TypeStep::small, Token::text2, this), 1, 1, Qt::AlignRight);
+    }
+    m_rows->addLayout(grid);
+    addLine();
+}
+
+void LedgerDetailBody::addReceipt(const LedgerEntryDetail::Receipt& receipt)
+{
+    auto* row = new QHBoxLayout;
+    row->setContentsMargins(0, Space::step1 + 2, 0, Space::step1 + 2);
+    row->setSpacing(Space::step2);
+    row->addWidget(
+        new GlyphLabel(receipt.isImage ? QStringLiteral("file-earmark-image") : QStringLiteral("file-earmark-pdf"),
+                       Token::text2, Space::icon, this));
+    auto* name = new ElidedLabel(TypeStep::body, Token::text, Qt::ElideMiddle, this);
+    name->setText(receipt.name);
+    row->addWidget(name, 1);
+    row->addWidget(label(receipt.size, TypeStep::micro, Token::text2, this));
+    m_rows->addLayout(row);
+    addLine();
+}
+
+void LedgerDetailBody::addLink(const QString& name, const QString& text, const Action& action)
+{
+    auto* column = new QVBoxLayout;
+    column->setContentsMargins(0, Space::step2, 0, Space::step2);
+    column->setSpacing(2);
+    column->addWidget(label(name, TypeStep::small, Token::text2, this));
+    if (action) {
+        auto* button = linkButton(text, action, this);
+        button->setObjectName(QStringLiteral("entryLink"));
+        button->setAccessibleName(QStringLiteral("%1, %2").arg(name, text));
+        column->addWidget(button, 0, Qt::AlignLeft);
+    } else {
+        column->addWidget(wrapped(text, TypeStep::body, Token::text, this));
+    }
+    m_rows->addLayout(column);
+    addLine();
+}
+
+void LedgerDetailBody::addGroup(const QString& title)
+{
+    m_rows->addWidget(label(title, TypeStep::small, Token::text2, this));
+    m_rows->addSpacing(Space::step1);
+    addLine();
+}
+
+void LedgerDetailBody::addAccount(const QString& name, const std::vector<LedgerAmount>& amounts, const Action& action)
+{
+    auto* grid = new QGridLayout;
+    grid->setContentsMargins(0, Space::step2 - 2, 0, Space::step2 - 2);
+    grid->setHorizontalSpacing(Space::step2);
+    grid->setVerticalSpacing(1);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnMinimumWidth(1, codeColumn);
+    auto* button = linkButton(name, action, this);
+    button->setObjectName(QStringLiteral("balanceAccount"));
+    grid->addWidget(button, 0, 0, 1, 3, Qt::AlignLeft);
+    int row = 1;
+    for (const auto& amount : amounts)
+        addAmountRow(grid, row++, amount, TypeStep::body, false, this);
+    m_rows->addLayout(grid);
+    addLine();
+}
+
+void LedgerDetailBody::addTotals(const std::vector<LedgerAmount>& amounts, const QString& name)
+{
+    m_rows->addSpacing(Space::sectionGap);
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(Space::step2);
+    grid->setVerticalSpacing(2);
+    grid->setColumnStretch(0, 1);
+    grid->setColumnMinimumWidth(1, codeColumn);
+    if (!name.isEmpty()) {
+        auto* head = label(name, TypeStep::body, Token::text, this);
+        head->setBold(true);
+        grid->addWidget(head, 0, 0);
+    }
+    int row = 0;
+    for (const auto& amount : amounts)
+        addAmountRow(grid, row++, amount, TypeStep::body, true, this);
+    m_rows->addLayout(grid);
+}
+
+void LedgerDetailBody::addGap(int height)
+{
+    m_rows->addSpacing(height);
+}
+
+void LedgerDetailBody::addLine()
+{
+    m_rows->addWidget(new Line(Qt::Horizontal, this));
+}
+
+void LedgerDetailBody::finish()
+{
+    m_rows->addStretch(1);
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+
+#include <QWidget>
+
+#include "LedgerUI/Presentation/LedgerEntryDetail.h"
+#include "LedgerUI/Theme/Token.h"
+
+class QVBoxLayout;
+
+/// The pieces that the detail pane is put together from, one below the other.
+class LedgerDetailBody final : public QWidget {
+    Q_OBJECT
+public:
+    using Action = std::function<void()>;
+
+    explicit LedgerDetailBody(QWidget* parent = nullptr);
+
+    /// The amount in large figures, its code before it.
+    void addAmount(const LedgerAmount& amount, bool isReversed);
+    void addText(const QString& text, Token tone);
+    void addLines(const std::vector<LedgerEntryDetail::Line>& lines);
+    void addSection(const QString& title, const QString& count = {});
+    void addLeg(const LedgerEntryDetail::Leg& leg, const QString& afterLabel);
+    void addReceipt(const LedgerEntryDetail::Receipt& receipt);
+    /// A label and a text that leads somewhere; without an action the text only stands there.
+    void addLink(const QString& label, const QString& text, const Action& action);
+    void addGroup(const QString& title);
+    /// A name with its amounts at the right edge, one below the other.
+    void addAccount(const QString& name, const std::vector<LedgerAmount>& amounts, const Action& action);
+    void addTotals(const std::vector<LedgerAmount>& amounts, const QString& label);
+    void addGap(int height);
+    void addLine();
+    void finish();
+
+private:
+    QVBoxLayout* m_rows = nullptr;
+};

@@ -1,0 +1,189 @@
+#include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/EntryKindLook.h"
+#include "LedgerUI/Components/GlyphLabel.h"
+#include "LedgerUI/Components/IconButton.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int headHeight = 38;
+
+QString text(std::string_view key)
+{
+    return LedgerWords::text(key, InterfaceLanguage::tag());
+}
+
+}
+
+LedgerDetailPane::LedgerDetailPane(QWidget* parent) : QFrame{parent}
+{
+    setObjectName(QStringLiteral("detailPane"));
+    setMinimumWidth(Space::detailPaneMinimum);
+    setMaximumWidth(Space::detailPaneMaximum);
+    setAutoFillBackground(true);
+    m_glyph = new GlyphLabel(QStringLiteral("wallet2"), Token::text2, Space::icon, this);
+    m_headline = new TextLabel(TypeStep::body, Token::text, this);
+    m_headline->setObjectName(QStringLiteral("detailHeadline"));
+    m_headline->setBold(true);
+    m_close = new IconButton(QStringLiteral("x-lg"), IconButton::Frame::none, this);
+    m_close->setObjectName(QStringLiteral("detailClose"));
+    m_scroll = new QScrollArea(this);
+    m_scroll->setObjectName(QStringLiteral("detailScroll"));
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    m_foot = new QFrame(this);
+    m_foot->setObjectName(QStringLiteral("detailFoot"));
+    m_footRow = new QHBoxLayout(m_foot);
+    m_footRow->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
+
+    auto* head = new QHBoxLayout;
+    head->setContentsMargins(Space::pageMargin, Space::step1, Space::step1, 0);
+    head->setSpacing(Space::step2);
+    head->addWidget(m_glyph);
+    head->addWidget(m_headline, 1);
+    head->addWidget(m_close);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(1, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addLayout(head);
+    rows->addWidget(m_scroll, 1);
+    rows->addWidget(m_foot);
+    m_headline->setMinimumHeight(headHeight - Space::step1);
+    connect(m_close, &QToolButton::clicked, this, &LedgerDetailPane::closeWanted);
+    retranslate();
+}
+
+void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, bool isBusy)
+{
+    const auto color = EntryKindLook::color(detail.kind);
+    auto* body = startBody(EntryKindLook::glyph(detail.kind), color, detail.kindTitle);
+    for (const auto& amount : detail.amounts)
+        body->addAmount(amount, detail.isReversed);
+    if (!detail.title.isEmpty())
+        body->addText(detail.title, Token::text2);
+    body->addLines(detail.lines);
+    body->addSection(text("detail.movements"));
+    for (const auto& leg : detail.legs)
+        body->addLeg(leg, text("detail.balanceAfter"));
+    if (!detail.links.empty()) {
+        body->addSection(text("detail.links"));
+        for (const auto& link : detail.links) {
+            const auto target = QString::fromStdString(link.targetID);
+            body->addLink(
+                link.label, link.text,
+                target.isEmpty() ? LedgerDetailBody::Action{} : [this, target] { Q_EMIT entryWanted(target); });
+        }
+    }
+    if (!detail.receipts.empty()) {
+        body->addSection(text("detail.receipts"), QString::number(detail.receipts.size()));
+        for (const auto& receipt : detail.receipts)
+            body->addReceipt(receipt);
+    }
+    if (!detail.correction.isEmpty()) {
+        body->addGap(Space::sectionGap);
+        body->addText(detail.correction, Token::text2);
+    }
+    body->finish();
+    if (!detail.offersReversal)
+        return;
+    auto* reverse = new QPushButton(Icon::of(QStringLiteral("arrow-counterclockwise"), Token::text), text("reverse"));
+    reverse->setObjectName(QStringLiteral("reverseButton"));
+    reverse->setEnabled(!isBusy);
+    reverse->setToolTip(isBusy ? text("newEntry.busy") : QString{});
+    const auto id = QString::fromStdString(detail.id);
+    connect(reverse, &QPushButton::clicked, this, [this, id] { Q_EMIT reversalWanted(id); });
+    setFoot(reverse);
+}
+
+void LedgerDetailPane::presentSelection(const QString& headline, const std::vector<LedgerAmount>& sums)
+{
+    auto* body = startBody(QStringLiteral("check2-square"), Token::text2, headline);
+    if (!sums.empty())
+        body->addTotals(sums, text("totals.net"));
+    body->addGap(Space::step3);
+    body->addText(text("totals.hint"), Token::text3);
+    body->finish();
+}
+
+void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
+{
+    auto* body = startBody(QStringLiteral("wallet2"), Token::text2, text("balances"));
+    if (balances.groups.empty())
+        body->addText(text("balances.none"), Token::text2);
+    bool isFirst = true;
+    for (const auto& group : balances.groups) {
+        if (!isFirst)
+            body->addGap(Space::step2);
+        isFirst = false;
+        body->addGroup(group.title);
+        for (const auto& account : group.accounts) {
+            const auto id = QString::fromStdString(account.accountID);
+            body->addAccount(account.name, account.amounts, [this, id] { Q_EMIT accountWanted(id); });
+        }
+    }
+    if (!balances.totals.empty())
+        body->addTotals(balances.totals, text("balances.total"));
+    body->finish();
+}
+
+void LedgerDetailPane::retranslate()
+{
+    setAccessibleName(text("detail"));
+    m_close->setName(text("detail.close"));
+}
+
+QWidget* LedgerDetailPane::firstStop() const
+{
+    return m_close;
+}
+
+void LedgerDetailPane::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        Q_EMIT left();
+    else
+        QFrame::keyPressEvent(event);
+}
+
+LedgerDetailBody* LedgerDetailPane::startBody(const QString& glyph, Token glyphColor, const QString& headline)
+{
+    m_glyph->setGlyph(glyph, glyphColor);
+    m_headline->setText(headline);
+    setFoot(nullptr);
+    auto* body = new LedgerDetailBody;
+    // The old body may be where the click came from: it goes once that is over.
+    if (auto* old = m_scroll->takeWidget())
+        old->deleteLater();
+    m_scroll->setWidget(body);
+    return body;
+}
+
+void LedgerDetailPane::setFoot(QWidget* action)
+{
+    while (auto* item = m_footRow->takeAt(0)) {
+        if (item->widget()) {
+            item->widget()->hide();
+            item->widget()->deleteLater();
+        }
+        delete item;
+    }
+    m_foot->setVisible(action != nullptr);
+    if (!action)
+        return;
+    m_footRow->addWidget(action);
+    m_footRow->addStretch(1);
+}

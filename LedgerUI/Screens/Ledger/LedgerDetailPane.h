@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QFrame>
+
+#include "LedgerUI/Presentation/LedgerBalances.h"
+#include "LedgerUI/Presentation/LedgerEntryDetail.h"
+#include "LedgerUI/Theme/Token.h"
+
+class GlyphLabel;
+class IconButton;
+class LedgerDetailBody;
+class QHBoxLayout;
+class QScrollArea;
+class TextLabel;
+
+/// The pane beside the table: one entry, the sums of several, or with none selected what is on every account.
+class LedgerDetailPane final : public QFrame {
+    Q_OBJECT
+public:
+    explicit LedgerDetailPane(QWidget* parent = nullptr);
+
+    void presentEntry(const LedgerEntryDetail& detail, bool isBusy);
+    void presentSelection(const QString& headline, const std::vector<LedgerAmount>& sums);
+    void presentBalances(const LedgerBalances& balances);
+    void retranslate();
+
+    [[nodiscard]] QWidget* firstStop() const;
+
+Q_SIGNALS:
+    void closeWanted();
+    /// Esc: the focus wants to go back to where it came from.
+    void left();
+    void reversalWanted(const QString& entryID);
+    void entryWanted(const QString& entryID);
+    void accountWanted(const QString& accountID);
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    /// A fresh, empty body; the head keeps its place.
+    LedgerDetailBody* startBody(const QString& glyph, Token glyphColor, const QString& headline);
+    void setFoot(QWidget* action);
+
+    GlyphLabel* m_glyph = nullptr;
+    TextLabel* m_headline = nullptr;
+    IconButton* m_close = nullptr;
+    QScrollArea* m_scroll = nullptr;
+    QFrame* m_foot = nullptr;
+    QHBoxLayout* m_footRow = nullptr;
+};

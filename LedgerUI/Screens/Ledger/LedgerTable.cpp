@@ -1,0 +1,291 @@
+#include "LedgerUI/Screens/Ledger/LedgerTable.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <limits>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QScrollBar>
+
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerUI/Presentation/DayText.h"
+#include "LedgerUI/Presentation/LedgerBrowser.h"
+#include "LedgerUI/Presentation/LedgerTableModel.h"
+#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Screens/Ledger/LedgerDelegate.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
+#include "LedgerUI/Theme/TypeScale.h"
+
+namespace {
+
+constexpr int accountWidth = 182;
+constexpr int accountWidthWide = 236;
+constexpr int memberWidth = 124;
+constexpr int amountMinimum = 150;
+constexpr int codeToDigits = 16;
+
+using Key = LedgerSort::Key;
+using Direction = LedgerSort::Direction;
+
+constexpr std::array keys{Key::date, Key::entry, Key::account, Key::member, Key::amount};
+
+/// Dates and amounts begin with the latest and the largest, names with the first letter.
+Direction firstDirection(Key key)
+{
+    return key == Key::date || key == Key::amount ? Direction::descending : Direction::ascending;
+}
+
+int textWidth(TypeStep step, const QString& text)
+{
+    return QFontMetrics{TypeScale::font(step)}.horizontalAdvance(text);
+}
+
+}
+
+LedgerTable::LedgerTable(QWidget* parent) : QTableView{parent}
+{
+    setObjectName(QStringLiteral("ledgerTable"));
+    m_model = new LedgerTableModel(this);
+    m_delegate = new LedgerDelegate(*m_model, this);
+    setModel(m_model);
+    setItemDelegate(m_delegate);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(ExtendedSelection);
+    setShowGrid(false);
+    setWordWrap(false);
+    setTabKeyNavigation(false);
+    setMouseTracking(true);
+    setFrameShape(NoFrame);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setMinimumSectionSize(1);
+    auto* heads = horizontalHeader();
+    heads->setSectionResizeMode(QHeaderView::Fixed);
+    heads->setHighlightSections(false);
+    heads->setSectionsClickable(true);
+    heads->setSortIndicatorShown(true);
+    heads->setFixedHeight(28);
+    connect(heads, &QHeaderView::sectionClicked, this, &LedgerTable::sortBy);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &LedgerTable::selectionMoved);
+    connect(this, &QTableView::doubleClicked, this, &LedgerTable::opened);
+    connect(&Theme::current(), &Theme::changed, viewport(), qOverload<>(&QWidget::update));
+}
+
+void LedgerTable::present(const LedgerBrowser& browser)
+{
+    const auto kept = keep();
+    m_sort = browser.sort();
+    m_delegate->setDaysGrouped(m_sort.key == Key::date);
+    const auto column = std::ranges::find(keys, m_sort.key) - keys.begin();
+    horizontalHeader()->setSortIndicator(
+        static_cast<int>(column), m_sort.direction == Direction::ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    m_model->present(browser.book(), browser.rows(), browser.today());
+    m_dateWidth = dateWidth();
+    m_amountWidth = amountWidth();
+    layOut();
+    restore(kept);
+}
+
+void LedgerTable::retranslate(std::string_view locale)
+{
+    setAccessibleName(LedgerWords::text("table", locale));
+    Q_EMIT m_model->headerDataChanged(Qt::Horizontal, 0, LedgerTableModel::columnCount_ - 1);
+}
+
+std::vector<std::string> LedgerTable::selectedIDs() const
+{
+    std::vector<std::string> ids;
+    for (const auto at : selectedEntries())
+        ids.push_back(m_model->book()->transaction(at).id);
+    return ids;
+}
+
+std::vector<std::uint32_t> LedgerTable::selectedEntries() const
+{
+    std::vector<int> rows;
+    for (const auto& index : selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::ranges::sort(rows);
+    std::vector<std::uint32_t> entries;
+    std::ranges::transform(rows, std::back_inserter(entries), [this](int row) { return m_model->entryAt(row); });
+    return entries;
+}
+
+bool LedgerTable::select(std::string_view id)
+{
+    const int row = m_model->rowOf(id);
+    if (row < 0)
+        return false;
+    selectionModel()->setCurrentIndex(m_model->index(row, 0),
+                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(m_model->index(row, 0));
+    return true;
+}
+
+void LedgerTable::copySelection() const
+{
+    std::vector<int> rows;
+    for (const auto& index : selectionModel()->selectedRows())
+        rows.push_back(index.row());
+    std::ranges::sort(rows);
+    if (!rows.empty())
+        QGuiApplication::clipboard()->setText(m_model->copyText(rows));
+}
+
+LedgerTable::Kept LedgerTable::keep() const
+{
+    Kept kept{selectedIDs(), {}, {}};
+    if (currentIndex().isValid())
+        kept.current = m_model->book()->transaction(m_model->entryAt(currentIndex().row())).id;
+    if (const int top = rowAt(0); top >= 0 && verticalScrollBar()->value() > 0)
+        kept.top = m_model->book()->transaction(m_model->entryAt(top)).id;
+    return kept;
+}
+
+void LedgerTable::restore(const Kept& kept)
+{
+    if (selectedIDs() != kept.selected) {
+        QItemSelection selection;
+        for (const auto& id : kept.selected) {
+            if (const int row = m_model->rowOf(id); row >= 0)
+                selection.select(m_model->index(row, 0), m_model->index(row, 0));
+        }
+        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    if (const int row = m_model->rowOf(kept.current); row >= 0 && row != currentIndex().row())
+        selectionModel()->setCurrentIndex(m_model->index(row, 0), QItemSelectionModel::NoUpdate);
+    if (const int row = m_model->rowOf(kept.top); !kept.top.empty() && row >= 0 && rowAt(0) != row)
+        scrollTo(m_model->index(row, 0), PositionAtTop);
+    Q_EMIT selectionMoved();
+}
+
+/// Room for the widest day of a year; with its year where the rows are not all of this one.
+int LedgerTable::dateWidth() const
+{
+    const auto* book = m_model->book();
+    if (!book || m_model->rows().empty())
+        return 0;
+    const auto& rows = m_model->rows();
+    const auto years = [&](auto at) { return book->entry(at).day / 10000; };
+    const auto [least, most] = std::ranges::minmax(rows, {}, years);
+    const bool isPlain = years(least) == years(most) &&
+                         m_model->row(0).day == DayText::shortDay(book->transaction(rows[0]).date, book->locale());
+    int widest = 0;
+    for (const auto* day : {"2026-02-28", "2026-03-28", "2026-05-28", "2026-08-28", "2026-10-28", "2026-11-28"}) {
+        const auto text = isPlain ? DayText::shortDay(day, book->locale()) : DayText::shortDate(day, book->locale());
+        widest = std::max(widest, textWidth(TypeStep::body, text));
+    }
+    return widest + Space::cellPaddingOuter + Space::cellPadding;
+}
+
+/// Room for the longest amount of each currency, measured without writing every one of them.
+int LedgerTable::amountWidth() const
+{
+    const auto* book = m_model->book();
+    if (!book)
+        return amountMinimum;
+    std::vector<std::uint32_t> longest(book->currencies().size(), LedgerBook::none);
+    std::vector<std::uint64_t> most(longest.size(), 0);
+    for (const auto at : m_model->rows()) {
+        for (const auto& leg : book->legs(at)) {
+            const auto bits = static_cast<std::uint64_t>(leg.amountMinor);
+            const auto magnitude = leg.amountMinor < 0 ? std::uint64_t{0} - bits : bits;
+            if (longest[leg.currency] == LedgerBook::none || magnitude > most[leg.currency]) {
+                most[leg.currency] = magnitude;
+                longest[leg.currency] = at;
+            }
+        }
+    }
+    int widest = 0;
+    for (const auto at : longest) {
+        if (at == LedgerBook::none)
+            continue;
+        for (const auto& amount : amountsOf(*book, at))
+            widest = std::max(widest, textWidth(TypeStep::micro, amount.currency) + codeToDigits +
+                                          textWidth(TypeStep::body, amount.digits));
+    }
+    return std::max(amountMinimum, widest + Space::cellPadding + Space::cellPaddingOuter);
+}
+
+void LedgerTable::layOut()
+{
+    const int room = viewport()->width();
+    const bool isWide = room >= Space::oneLineFrom;
+    const auto density = isWide ? LedgerDelegate::Density::oneLine : LedgerDelegate::Density::twoLines;
+    m_delegate->setDensity(density);
+    const int height = m_delegate->rowHeight();
+    if (verticalHeader()->defaultSectionSize() != height)
+        verticalHeader()->setDefaultSectionSize(height);
+    setColumnHidden(LedgerTableModel::member, !isWide);
+    const int dates = std::max(72, m_dateWidth);
+    const int accounts = isWide ? std::clamp(room / 4, accountWidth, accountWidthWide) : accountWidth;
+    const int members = isWide ? memberWidth : 0;
+    setColumnWidth(LedgerTableModel::date, dates);
+    setColumnWidth(LedgerTableModel::account, accounts);
+    setColumnWidth(LedgerTableModel::member, memberWidth);
+    setColumnWidth(LedgerTableModel::amount, m_amountWidth);
+    setColumnWidth(LedgerTableModel::entry, std::max(120, room - dates - accounts - members - m_amountWidth));
+}
+
+void LedgerTable::hover(int row)
+{
+    m_delegate->setHoveredRow(row);
+    viewport()->update();
+}
+
+void LedgerTable::sortBy(int column)
+{
+    const auto key = keys[static_cast<std::size_t>(column)];
+    auto direction = firstDirection(key);
+    if (key == m_sort.key)
+        direction = m_sort.direction == Direction::ascending ? Direction::descending : Direction::ascending;
+    Q_EMIT sortWanted({key, direction});
+}
+
+void LedgerTable::resizeEvent(QResizeEvent* event)
+{
+    QTableView::resizeEvent(event);
+    layOut();
+}
+
+void LedgerTable::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy)) {
+        copySelection();
+        return;
+    }
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (isReturn && event->modifiers().testFlag(Qt::ControlModifier) == false && currentIndex().isValid()) {
+        Q_EMIT opened();
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void LedgerTable::mouseMoveEvent(QMouseEvent* event)
+{
+    hover(rowAt(event->position().toPoint().y()));
+    QTableView::mouseMoveEvent(event);
+}
+
+void LedgerTable::leaveEvent(QEvent* event)
+{
+    hover(-1);
+    QTableView::leaveEvent(event);
+}
+
+void LedgerTable::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        layOut();
+}

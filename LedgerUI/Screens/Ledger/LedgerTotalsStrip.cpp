@@ -1,0 +1,162 @@
+#include "LedgerUI/Screens/Ledger/LedgerTotalsStrip.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+
+#include "LedgerUI/Components/IconButton.h"
+#include "LedgerUI/Components/Line.h"
+#include "LedgerUI/Components/Popover.h"
+#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/LedgerRow.h"
+#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr std::size_t shownAtMost = 4;
+
+QString figure(const LedgerTotal& total, const std::optional<std::int64_t>& minor)
+{
+    if (!minor)
+        return QStringLiteral("–");
+    return signedAmount(*minor, total.currency, InterfaceLanguage::tag()).digits;
+}
+
+TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent)
+{
+    auto* made = new TextLabel(step, tone, parent);
+    made->setText(text);
+    return made;
+}
+
+/// One currency: code and net, and before the net what came and went where there is room for it.
+QWidget* block(const LedgerTotal& total, bool isWide, QWidget* parent)
+{
+    auto* box = new QWidget(parent);
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(Space::step2);
+    row->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, box));
+    if (isWide) {
+        row->addWidget(label(figure(total, total.incoming), TypeStep::small, Token::ok, box));
+        row->addWidget(label(figure(total, total.outgoing), TypeStep::small, Token::text, box));
+    }
+    const auto net = figure(total, total.net);
+    auto* sum = label(isWide ? QStringLiteral("= %1").arg(net) : net, TypeStep::small, Token::text, box);
+    sum->setBold(true);
+    row->addWidget(sum);
+    return box;
+}
+
+}
+
+LedgerTotalsStrip::LedgerTotalsStrip(QWidget* parent) : QFrame{parent}
+{
+    setObjectName(QStringLiteral("totalsStrip"));
+    setFixedHeight(Space::totalsStrip);
+    m_count = new TextLabel(TypeStep::small, Token::text, this);
+    m_count->setObjectName(QStringLiteral("entryCount"));
+    m_count->setBold(true);
+    m_figures = new QWidget(this);
+    m_figures->setObjectName(QStringLiteral("totals"));
+    m_more = new IconButton(QStringLiteral("chevron-up"), IconButton::Frame::none, this);
+    m_more->setObjectName(QStringLiteral("totalsMore"));
+    m_more->setFixedSize(Space::controlSmall, Space::controlSmall);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(Space::pageMargin, 0, Space::step2, 0);
+    layout->setSpacing(Space::step2);
+    layout->addWidget(m_count);
+    layout->addStretch(1);
+    layout->addWidget(m_figures);
+    layout->addWidget(m_more);
+    connect(m_more, &QToolButton::clicked, this, &LedgerTotalsStrip::openAll);
+    setMinimumWidth(0);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void LedgerTotalsStrip::present(std::size_t entries, std::vector<LedgerTotal> totals)
+{
+    m_entries = entries;
+    m_totals = std::move(totals);
+    retranslate();
+}
+
+void LedgerTotalsStrip::retranslate()
+{
+    const auto& locale = InterfaceLanguage::tag();
+    m_count->setText(LedgerWords::counted("entries", m_entries, locale));
+    m_more->setName(LedgerWords::text("totals.more", locale));
+    presentFigures();
+}
+
+void LedgerTotalsStrip::resizeEvent(QResizeEvent* event)
+{
+    QFrame::resizeEvent(event);
+    presentFigures();
+}
+
+void LedgerTotalsStrip::presentFigures()
+{
+    for (auto* child : m_figures->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+        delete child;
+    delete m_figures->layout();
+    auto* row = new QHBoxLayout(m_figures);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(Space::step2);
+    m_more->setVisible(!m_totals.empty());
+    int room = width() - m_count->sizeHint().width() - m_more->width() - Space::pageMargin - 4 * Space::step2;
+    const bool isWide = width() >= Space::oneLineFrom;
+    std::size_t shown = 0;
+    for (const auto& total : m_totals) {
+        auto* box = block(total, isWide, m_figures);
+        const int needed = box->sizeHint().width() + (shown > 0 ? 2 * Space::step2 + 1 : 0);
+        if (shown == shownAtMost || (needed > room && shown > 0)) {
+            delete box;
+            break;
+        }
+        if (shown > 0) {
+            auto* line = new Line(Qt::Vertical, m_figures);
+            line->setFixedHeight(Space::icon);
+            row->addWidget(line);
+        }
+        row->addWidget(box);
+        room -= needed;
+        ++shown;
+    }
+}
+
+void LedgerTotalsStrip::openAll()
+{
+    const auto& locale = InterfaceLanguage::tag();
+    delete m_panel;
+    auto* panel = new Popover(m_more, Popover::Edge::above);
+    m_panel = panel;
+    panel->setObjectName(QStringLiteral("totalsPopover"));
+    panel->setFocusPolicy(Qt::StrongFocus);
+    panel->setAccessibleName(LedgerWords::text("totals.all", locale));
+    auto* grid = new QGridLayout(panel);
+    grid->setContentsMargins(Space::step4, Space::step3, Space::step4, Space::step3);
+    grid->setHorizontalSpacing(Space::step6);
+    grid->setVerticalSpacing(Space::step1);
+    int column = 1;
+    for (const auto* key : {"totals.in", "totals.out", "totals.net"})
+        grid->addWidget(label(LedgerWords::text(key, locale), TypeStep::small, Token::text2, panel), 0, column++,
+                        Qt::AlignRight);
+    int row = 1;
+    for (const auto& total : m_totals) {
+        grid->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, panel), row, 0);
+        grid->addWidget(label(figure(total, total.incoming), TypeStep::body, Token::ok, panel), row, 1, Qt::AlignRight);
+        grid->addWidget(label(figure(total, total.outgoing), TypeStep::body, Token::text, panel), row, 2,
+                        Qt::AlignRight);
+        auto* net = label(figure(total, total.net), TypeStep::body, Token::text, panel);
+        net->setBold(true);
+        grid->addWidget(net, row++, 3, Qt::AlignRight);
+    }
+    grid->addWidget(label(LedgerWords::text("totals.hint", locale), TypeStep::small, Token::text2, panel), row, 0, 1,
+                    4);
+    panel->open(panel);
+}

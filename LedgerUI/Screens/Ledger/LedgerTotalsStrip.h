@@ -1,0 +1,37 @@
+#pragma once
+
+#include <vector>
+
+#include <QFrame>
+#include <QPointer>
+
+#include "LedgerUI/Components/Popover.h"
+#include "LedgerUI/Presentation/LedgerAmounts.h"
+
+class IconButton;
+class TextLabel;
+
+/// Under the table: how many entries are shown and what they bring in each currency. As many currencies as fit, at
+/// most four; a panel lists them all.
+class LedgerTotalsStrip final : public QFrame {
+    Q_OBJECT
+public:
+    explicit LedgerTotalsStrip(QWidget* parent = nullptr);
+
+    void present(std::size_t entries, std::vector<LedgerTotal> totals);
+    void retranslate();
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void presentFigures();
+    void openAll();
+
+    std::size_t m_entries = 0;
+    std::vector<LedgerTotal> m_totals;
+    TextLabel* m_count = nullptr;
+    QWidget* m_figures = nullptr;
+    IconButton* m_more = nullptr;
+    QPointer<Popover> m_panel;
+};
