@@ -118,6 +118,18 @@ TEST_F(ServedByAProcess, SpeaksPlainHttpBeyondLoopbackOnlyBehindAProxy)
     EXPECT_EQ(run("--version"), 0);
 }
 
+TEST_F(ServedByAProcess, OffersTheDemonstrationOnLoopbackUnlessToldOtherwise)
+{
+    const auto statusWith = [&](const std::vector<std::string>& arguments) {
+        const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file, arguments};
+        return HttpClient{process.port()}.send("POST", "/v1/demo", "", R"({"profile":"employee"})").status;
+    };
+    EXPECT_EQ(statusWith({}), 200);
+    EXPECT_EQ(statusWith({"--no-demo"}), 403);
+    EXPECT_EQ(statusWith({"--behind-tls-proxy"}), 403);
+    EXPECT_EQ(statusWith({"--behind-tls-proxy", "--demo"}), 200);
+}
+
 TEST_F(ServedByAProcess, FoundsACompanyWhoseOwnerSignsIn)
 {
     const auto create = [&](const std::string& password, const std::string& email) {
