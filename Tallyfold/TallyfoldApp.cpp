@@ -6,6 +6,7 @@
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Client/ServiceAddress.h"
 #include "LedgerCore/Client/SessionMemory.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Root/RootView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "Tallyfold/MainWindow.h"
@@ -22,6 +23,7 @@ std::unique_ptr<LanguageDefaults> defaultsFor(std::optional<std::string> languag
 PageRegistry builtPages()
 {
     PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
     return pages;
 }
 

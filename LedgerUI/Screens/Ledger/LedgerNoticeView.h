@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QWidget>
+
+#include "LedgerUI/Presentation/LedgerNotice.h"
+
+class EmptyState;
+
+/// What stands in the table's place while nothing is shown.
+class LedgerNoticeView final : public QWidget {
+    Q_OBJECT
+public:
+    explicit LedgerNoticeView(QWidget* parent = nullptr);
+
+    void present(const LedgerNotice& notice);
+    /// While a large ledger is being made ready.
+    void presentWaiting(const QString& text);
+    [[nodiscard]] QWidget* firstStop() const;
+
+Q_SIGNALS:
+    void recordWanted();
+    void filterWanted(const LedgerFilter& filter);
+
+private:
+    void replace(EmptyState* state);
+
+    EmptyState* m_state = nullptr;
+};
