@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
+#include <sys/stat.h>
 
 #include "LedgerService/Operations/CreateCompany.h"
 #include "LedgerService/Operations/Serve.h"
@@ -58,50 +59,71 @@ int createCompany(const std::string& file, CreateCompany::Order order)
     return 0;
 }
 
+/// What the arguments say, by command.
+struct Arguments {
+    Serve::Options serving;
+    bool demonstration = false;
+    std::string file;
+    CreateCompany::Order order;
+};
+
+CLI::App& declareServe(CLI::App& app, Arguments& into)
+{
+    auto& serve = *app.add_subcommand("serve", "Answer clients until told to end");
+    auto& serving = into.serving;
+    serve.add_option("--listen", serving.listen, "Numeric address and port; port 0 picks a free one")
+        ->capture_default_str()
+        ->type_name("ADDRESS:PORT");
+    addDatabase(serve, serving.databaseFile);
+    serve.add_flag("--behind-tls-proxy", serving.behindTlsProxy,
+                   "A proxy in front speaks TLS; needed on any address that is not loopback");
+    serve.add_flag("--demo,!--no-demo", into.demonstration,
+                   "Offer the demonstration companies; without this, on loopback addresses only");
+    serve.add_flag("--quiet", serving.quiet, "Log failures only");
+    return serve;
+}
+
+CLI::App& declareVerify(CLI::App& app, Arguments& into)
+{
+    auto& verifying = *app.add_subcommand("verify", "Recompute all balances and check all books");
+    addDatabase(verifying, into.file);
+    return verifying;
+}
+
+void declareCreateCompany(CLI::App& app, Arguments& into)
+{
+    auto& creating = *app.add_subcommand("create-company", "Found a company with its owner; asks for the password, or "
+                                                           "reads it as one line from standard input");
+    auto& order = into.order;
+    addDatabase(creating, into.file);
+    creating.add_option("--name", order.companyName, "Name of the company")->required()->type_name("TEXT");
+    creating.add_option("--country", order.countries, "Countries, such as ID or VN")->type_name("CODE");
+    creating.add_option("--owner-name", order.ownerName, "Name of the owner")->required()->type_name("TEXT");
+    creating.add_option("--owner-email", order.ownerEmail, "Address to sign in with")->required()->type_name("EMAIL");
+    creating.add_option("--locale", order.locale, "Language of the owner: zh-CN, en-US, id-ID or vi-VN")
+        ->default_val("en-US")
+        ->type_name("TAG");
+}
+
 }
 
 int CommandLine::run(int argumentCount, const char* const* arguments)
 {
+    umask(S_IRWXG | S_IRWXO); // the database is for the service's own user alone
     CLI::App app{"The Tallyfold ledger service: keeps the books of companies in one database.", "tallyfold-service"};
     app.set_version_flag("--version", std::string{"tallyfold-service "} + TALLYFOLD_VERSION);
     app.require_subcommand(1);
-
-    Serve::Options serving;
-    auto* serve = app.add_subcommand("serve", "Answer clients until told to end");
-    serve->add_option("--listen", serving.listen, "Numeric address and port; port 0 picks a free one")
-        ->capture_default_str()
-        ->type_name("ADDRESS:PORT");
-    addDatabase(*serve, serving.databaseFile);
-    serve->add_flag("--behind-tls-proxy", serving.behindTlsProxy,
-                    "A proxy in front speaks TLS; needed on any address that is not loopback");
-    bool demonstration = false;
-    const auto* const saysDemonstration =
-        serve->add_flag("--demo,!--no-demo", demonstration,
-                        "Offer the demonstration companies; without this, on loopback addresses only");
-    serve->add_flag("--quiet", serving.quiet, "Log failures only");
-
-    std::string file;
-    auto* verifying = app.add_subcommand("verify", "Recompute all balances and check all books");
-    addDatabase(*verifying, file);
-
-    CreateCompany::Order order;
-    auto* creating = app.add_subcommand("create-company", "Found a company with its owner; asks for the password, or "
-                                                          "reads it as one line from standard input");
-    addDatabase(*creating, file);
-    creating->add_option("--name", order.companyName, "Name of the company")->required()->type_name("TEXT");
-    creating->add_option("--country", order.countries, "Countries, such as ID or VN")->type_name("CODE");
-    creating->add_option("--owner-name", order.ownerName, "Name of the owner")->required()->type_name("TEXT");
-    creating->add_option("--owner-email", order.ownerEmail, "Address to sign in with")->required()->type_name("EMAIL");
-    creating->add_option("--locale", order.locale, "Language of the owner: zh-CN, en-US, id-ID or vi-VN")
-        ->default_val("en-US")
-        ->type_name("TAG");
+    Arguments given;
+    const auto& serve = declareServe(app, given);
+    const auto& verifying = declareVerify(app, given);
+    declareCreateCompany(app, given);
     try {
         app.parse(argumentCount, arguments);
-        if (saysDemonstration->count() > 0)
-            serving.demonstration = demonstration;
-        if (serve->parsed())
-            return Serve::run(serving);
-        return verifying->parsed() ? verify(file) : createCompany(file, std::move(order));
+        if (serve.count("--demo") > 0)
+            given.serving.demonstration = given.demonstration;
+        if (serve.parsed())
+            return Serve::run(given.serving);
+        return verifying.parsed() ? verify(given.file) : createCompany(given.file, std::move(given.order));
     } catch (const CLI::ParseError& problem) {
         return app.exit(problem);
     } catch (const std::exception& failure) {

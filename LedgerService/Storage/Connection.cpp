@@ -10,8 +10,16 @@ namespace {
 /// Seconds that a writer waits for another process before it gives up.
 constexpr auto busySeconds = "10";
 
+/// A connection is used by one thread at a time, so the library need not lock it at every column that is read.
+void dropInnerLocks()
+{
+    static const int once = sqlite_api::sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
+    static_cast<void>(once); // refused when the process already uses the library: slower, no less right
+}
+
 std::string connectString(const std::string& file)
 {
+    dropInnerLocks();
     return "dbname=\"" + file + "\" timeout=" + busySeconds;
 }
 

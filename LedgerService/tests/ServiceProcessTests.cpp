@@ -109,6 +109,35 @@ TEST_F(ServedByAProcess, KeepsWhatItConfirmedAndNothingHalfDoneWhenKilledInTheMi
     EXPECT_EQ(run("verify --database " + file), 0);
 }
 
+TEST_F(ServedByAProcess, MakesItsDatabaseUnreadableToOthers)
+{
+    const auto fresh = folder.file("fresh.sqlite");
+    const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, fresh};
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(fresh).permissions(), perms::owner_read | perms::owner_write);
+}
+
+TEST_F(ServedByAProcess, SharesItsDatabaseWithAnotherProcess)
+{
+    const ServiceProcess one{TALLYFOLD_SERVICE_PROGRAM, file};
+    const ServiceProcess two{TALLYFOLD_SERVICE_PROGRAM, file};
+    const auto token = signIn(one).token;
+    std::atomic<int> recorded = 0;
+    {
+        std::vector<std::jthread> writers;
+        for (const auto port : {one.port(), two.port()})
+            writers.emplace_back([&, port] {
+                HttpClient client{port};
+                for (int at = 0; at < 20; ++at)
+                    recorded +=
+                        client.send("POST", "/v1/transactions", token, expenseToday(fmt::format("{}-{}", port, at)))
+                            .status == 200;
+            });
+    }
+    EXPECT_EQ(recorded, 40) << "each waits for the other's turn to end";
+    EXPECT_EQ(signIn(two).snapshot.account("bank")->balance("IDR"), 999'600);
+}
+
 TEST_F(ServedByAProcess, SpeaksPlainHttpBeyondLoopbackOnlyBehindAProxy)
 {
     EXPECT_NE(run("serve --listen 0.0.0.0:0 --database " + file), 0);
