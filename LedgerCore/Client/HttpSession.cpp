@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include <QCoreApplication>
 #include <QCoro/QCoroNetworkReply>
 #include <QHostAddress>
 #include <QNetworkAccessManager>
@@ -14,9 +15,6 @@
 #include "LedgerCore/Client/TransferWatch.h"
 
 namespace {
-
-/// Well below the time for which services keep an idle connection.
-constexpr std::chrono::milliseconds keptAlive{10'000};
 
 QNetworkRequest networkRequest(const HttpRequest& request)
 {
@@ -47,6 +45,13 @@ bool isAboutAnswer(QNetworkReply::NetworkError error)
 {
     return error == QNetworkReply::NoError || error == QNetworkReply::ProxyAuthenticationRequiredError ||
            error >= QNetworkReply::ContentAccessDenied;
+}
+
+/// Lets go of the session from the event loop: here its reply is still announcing its end.
+void releaseLater(std::shared_ptr<HttpSession> session)
+{
+    QMetaObject::invokeMethod(
+        QCoreApplication::instance(), [kept = std::move(session)]() mutable { kept.reset(); }, Qt::QueuedConnection);
 }
 
 std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, TransferWatch::Ending ending)
@@ -86,6 +91,8 @@ QCoro::Task<std::expected<HttpReply, TransportFailure>> HttpSession::send(std::s
     std::erase(session->m_transfers, watch);
     session->m_lastUse.start();
     reply->deleteLater();
+    if (session.use_count() == 1)
+        releaseLater(std::move(session));
     co_return outcome;
 }
 
@@ -101,10 +108,10 @@ void HttpSession::abort()
 QNetworkReply* HttpSession::start(const HttpRequest& request)
 {
     const auto prepared = networkRequest(request);
-    // A connection that lay idle may be closed at the other end by now, which would pass for a lost reply.
-    if (!m_lastUse.isValid() || m_lastUse.hasExpired(keptAlive.count()))
+    // A connection that lay idle may be closed at the other end by now, which would pass for a lost reply. Clearing
+    // would also end what is under way.
+    if (m_transfers.empty() && m_lastUse.isValid() && m_lastUse.elapsed() >= m_limits.reuse.count())
         m_manager->clearConnectionCache();
-    m_lastUse.start();
     // What is meant for this machine never goes through a proxy.
     m_manager->setProxy(isLoopback(prepared.url().host()) ? QNetworkProxy{QNetworkProxy::NoProxy}
                                                           : QNetworkProxy{QNetworkProxy::DefaultProxy});

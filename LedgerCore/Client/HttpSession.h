@@ -15,11 +15,12 @@ class QNetworkAccessManager;
 class QNetworkReply;
 class TransferWatch;
 
-/// How long a request may take before it is given up.
+/// How long a request may take before it is given up, and a connection lie idle before it is no longer used.
 struct TransferLimits {
     std::chrono::milliseconds idle{30'000};   // without a byte in either direction
     std::chrono::milliseconds answer{60'000}; // until the head of the reply is there
     std::chrono::milliseconds whole{90'000};  // until its last byte is there
+    std::chrono::milliseconds reuse{10'000};  // a connection is kept so long, well below what services allow
 };
 
 struct HttpRequest {

@@ -2,12 +2,15 @@
 
 #include <utility>
 
+#include <QThread>
+
 #include "LedgerCore/Client/APIClient.h"
 #include "LedgerCore/Client/AccessRecords.h"
 #include "LedgerCore/Client/Clock.h"
 #include "LedgerCore/Client/IdentifierSource.h"
 #include "LedgerCore/Client/LanguageDefaults.h"
 #include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/Contract.h"
 
 namespace {
 
@@ -90,6 +93,11 @@ std::string LedgerStore::friendly(const Failure& failure, std::optional<std::str
     if (const auto* error = std::get_if<MoneyError>(&failure))
         return std::string{friendlyMessage(*error, language)};
     return std::string{clientError(ClientCode::unknown).friendlyMessage(language)};
+}
+
+void LedgerStore::requireMainThread() const
+{
+    require(QThread::currentThread() == thread(), "the store is used on its own thread only");
 }
 
 void LedgerStore::publish(const Failure& failure)

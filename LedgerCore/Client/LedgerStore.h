@@ -71,6 +71,10 @@ public:
     /// Whether the member chose the category for quick entry.
     [[nodiscard]] bool isCategorySelected(std::string_view id) const;
 
+    /// The categories offered for a new entry of this kind, in their order; they belong to the held snapshot.
+    [[nodiscard]] std::vector<const Category*> entryCategories(std::string_view kind) const;
+    [[nodiscard]] bool canAddCategory(std::string_view kind) const;
+
     void setAppLanguage(std::optional<std::string> code);
     /// Heeded only while signed out and idle.
     void setServerURL(std::string address);
@@ -146,6 +150,7 @@ private:
     void awaitReview(PendingCompanyRegistration pending);
     void clearMemory();
     void publish(const Failure& failure);
+    void requireMainThread() const;
     [[nodiscard]] bool permits(std::string_view permission) const;
 
     template <class Value>
@@ -173,6 +178,7 @@ private:
 template <class Value>
 void LedgerStore::assign(Value& field, Value value, void (LedgerStore::*changed)())
 {
+    requireMainThread();
     if (field == value)
         return;
     field = std::move(value);

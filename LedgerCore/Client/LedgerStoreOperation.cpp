@@ -7,6 +7,7 @@
 
 QCoro::Task<Result<void>> LedgerStore::operation(Publishing publishing, std::function<QCoro::Task<Result<void>>()> work)
 {
+    requireMainThread();
     if (m_isBusy) {
         const Failure busy = clientError(ClientCode::busy);
         if (publishing == Publishing::on)

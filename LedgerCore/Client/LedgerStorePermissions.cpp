@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Domain/CategoryDirectory.h"
 
 bool LedgerStore::permits(std::string_view permission) const
 {
@@ -39,4 +40,18 @@ bool LedgerStore::isCategorySelected(std::string_view id) const
         return false;
     const auto& selected = *m_snapshot->currentMember.selectedCategoryIDs;
     return std::ranges::find(selected, id) != selected.end();
+}
+
+std::vector<const Category*> LedgerStore::entryCategories(std::string_view kind) const
+{
+    if (!m_snapshot)
+        return {};
+    const CategoryDirectory directory{m_snapshot->categories};
+    const auto offered = directory.selectable(kind);
+    return {offered.begin(), offered.end()};
+}
+
+bool LedgerStore::canAddCategory(std::string_view kind) const
+{
+    return canManage() && (kind == EntryKind::income || kind == EntryKind::expense);
 }

@@ -86,6 +86,7 @@ ScriptedServer::ScriptedServer()
     const bool listening = listen(QHostAddress::LocalHost);
     require(listening, "a loopback port is to be had");
     connect(this, &QTcpServer::newConnection, this, [this] {
+        ++m_connectionCount;
         auto* const socket = nextPendingConnection();
         socket->setProperty("buffer", QByteArray{});
         connect(socket, &QTcpSocket::readyRead, this, [this, socket] { receive(*socket); });

@@ -33,6 +33,7 @@ public:
 
     [[nodiscard]] const std::vector<ServerRequest>& requests() const { return m_requests; }
     [[nodiscard]] std::vector<ServerRequest> requests(const std::string& route) const;
+    [[nodiscard]] int connectionCount() const { return m_connectionCount; }
     [[nodiscard]] std::size_t parkedCount() const { return m_parked.size(); }
 
 private:
@@ -43,4 +44,5 @@ private:
     std::map<std::string, std::deque<ServerReply>> m_script;
     std::vector<ServerRequest> m_requests;
     std::deque<QPointer<QTcpSocket>> m_parked;
+    int m_connectionCount = 0;
 };

@@ -11,6 +11,8 @@ namespace {
 
 using std::chrono::milliseconds;
 
+constexpr milliseconds soon{40};
+constexpr milliseconds never{3'600'000};
 constexpr auto reversalText = R"({"reason":"typo","idempotencyKey":"k","date":"2026-11-20"})";
 
 struct Address {
@@ -214,8 +216,6 @@ TEST_P(TransferTimeOut, GivesTheRequestUpAsUnreachable)
     EXPECT_EQ(resultOf(client.bytes({.path = "v1/slow"})), failed(error(0, "NETWORK")));
 }
 
-constexpr milliseconds soon{40};
-constexpr milliseconds never{3'600'000};
 const std::string longBody(100'000, 'x');
 
 INSTANTIATE_TEST_SUITE_P(
@@ -238,6 +238,21 @@ TEST(TransferTimeOut, SparesATransferThatKeepsMoving)
     const APIClient client{server.url(),
                            std::make_shared<HttpSession>(TransferLimits{milliseconds{300}, milliseconds{300}, never})};
     EXPECT_EQ(resultOf(client.bytes({.path = "v1/steady"})), "0123456789012345678901234567890123456789");
+}
+
+TEST(APIClient, ReusesAConnectionOnlyWhileItIsFresh)
+{
+    ScriptedServer server;
+    server.answer("POST v1/thing", ServerReply::json(""));
+    const auto sendTwice = [&](milliseconds reuse) {
+        const auto before = server.connectionCount();
+        const APIClient client{server.url(), std::make_shared<HttpSession>(TransferLimits{.reuse = reuse})};
+        for (int time = 0; time < 2; ++time)
+            EXPECT_TRUE(resultOf(client.bytes({.method = "POST", .path = "v1/thing", .body = "{}"})));
+        return server.connectionCount() - before;
+    };
+    EXPECT_EQ(sendTwice(never), 1);
+    EXPECT_EQ(sendTwice(milliseconds{0}), 2);
 }
 
 TEST(APIClient, EndsAbortedRequestsAsCancelledAtOnce)

@@ -1,6 +1,7 @@
 #include "LedgerCore/Client/LedgerStore.h"
 
 #include <regex>
+#include <thread>
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -95,6 +96,33 @@ TEST(ServiceAddress, FallsBackSilentlyFromASettingThatMayNotBeUsed)
     EXPECT_EQ(ServiceAddress::choose("https://ledger.example.com"), "https://ledger.example.com");
     for (const auto* unusable : {"", "http://192.168.1.10", "https://ledger.example.com/api", "nonsense"})
         EXPECT_EQ(ServiceAddress::choose(unusable), "http://127.0.0.1:48731");
+}
+
+TEST(LedgerStore, OffersTheCategoriesOfItsSnapshot)
+{
+    StoreUnderTest test;
+    EXPECT_TRUE(test.store.entryCategories("income").empty());
+    auto member = SnapshotBuilder::person("m1", "Mira", "owner");
+    member.selectedCategoryIDs = {{"rent"}};
+    test.signIn(
+        snapshot().currentMember(member).category("sales", "income", "Sales").category("rent", "expense", "Rent"));
+    ASSERT_EQ(test.store.entryCategories("expense").size(), 1U);
+    EXPECT_EQ(test.store.entryCategories("expense").front(), &test.store.snapshot()->categories.at(1));
+    EXPECT_TRUE(test.store.isCategorySelected("rent"));
+    EXPECT_FALSE(test.store.isCategorySelected("sales"));
+    EXPECT_TRUE(test.store.canAddCategory("income"));
+    EXPECT_FALSE(test.store.canAddCategory("transfer"));
+}
+
+TEST(LedgerStoreDeathTest, StopsTheProcessWhenAnotherThreadCalls)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_DEATH(
+        {
+            StoreUnderTest test;
+            std::thread{[&] { test.store.dismissMessages(); }}.join();
+        },
+        "on its own thread only");
 }
 
 TEST(LedgerStore, AllowsNothingWhileSignedOut)
