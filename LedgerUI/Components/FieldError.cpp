@@ -1,22 +1,32 @@
 #include "LedgerUI/Components/FieldError.h"
 
 #include <QHBoxLayout>
+#include <QVBoxLayout>
 
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
 
+namespace {
+
+constexpr int beforeGlyph = 2; // centres the glyph on the first line
+
+}
+
 FieldError::FieldError(QWidget* field, QWidget* parent) : QWidget{parent}, m_field{field}
 {
     m_text = new TextLabel(TypeStep::small, Token::danger, this);
     m_text->setWordWrap(true);
     auto* glyph = new GlyphLabel(QStringLiteral("x-octagon-fill"), Token::danger, Space::chevron, this);
-    glyph->setContentsMargins(0, 2, 0, 0);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, Space::step1, 0, 0);
     layout->setSpacing(Space::step1 + 2);
-    layout->addWidget(glyph, 0, Qt::AlignTop);
+    auto* glyphColumn = new QVBoxLayout;
+    glyphColumn->setContentsMargins(0, beforeGlyph, 0, 0);
+    glyphColumn->addWidget(glyph);
+    glyphColumn->addStretch(1);
+    layout->addLayout(glyphColumn);
     layout->addWidget(m_text, 1);
     hide();
 }

@@ -26,12 +26,16 @@ QWidget* FocusChain::firstStop(QWidget* part)
 
 void FocusChain::continueWith(QWidget* part, QWidget* next)
 {
-    auto* last = part;
-    for (auto* each = part->nextInFocusChain(); each != part; each = each->nextInFocusChain()) {
-        if (isWithin(part, each))
+    QWidget* last = nullptr;
+    auto* each = part;
+    do {
+        // The toolkit refuses an order with a widget that never takes the focus.
+        if (each != next && isWithin(part, each) && each->focusPolicy() != Qt::NoFocus)
             last = each;
-    }
-    QWidget::setTabOrder(last, next);
+        each = each->nextInFocusChain();
+    } while (each != part);
+    if (last)
+        QWidget::setTabOrder(last, next);
 }
 
 bool FocusChain::hasFocus(const QWidget* part)

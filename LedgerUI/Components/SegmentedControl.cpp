@@ -118,11 +118,11 @@ bool SegmentedControl::eventFilter(QObject* watched, QEvent* event)
         switch (static_cast<QKeyEvent*>(event)->key()) {
         case Qt::Key_Left:
         case Qt::Key_Up:
-            step(-1);
+            step(watched, -1);
             return true;
         case Qt::Key_Right:
         case Qt::Key_Down:
-            step(+1);
+            step(watched, +1);
             return true;
         default:
             break;
@@ -141,11 +141,11 @@ void SegmentedControl::shapeEnds()
     }
 }
 
-void SegmentedControl::step(int by)
+void SegmentedControl::step(const QObject* from, int by)
 {
     const auto count = static_cast<int>(m_buttons.size());
-    const auto from = std::ranges::find_if(m_buttons, [](const auto* button) { return button->hasFocus(); });
-    for (int at = static_cast<int>(from - m_buttons.begin()) + by; at >= 0 && at < count; at += by) {
+    const auto start = std::ranges::find(m_buttons, from);
+    for (int at = static_cast<int>(start - m_buttons.begin()) + by; at >= 0 && at < count; at += by) {
         auto* button = m_buttons[static_cast<std::size_t>(at)];
         if (!button->isEnabled())
             continue;

@@ -39,7 +39,7 @@ protected:
 
 private:
     void shapeEnds();
-    void step(int by);
+    void step(const QObject* from, int by);
     [[nodiscard]] int segmentsWidth() const;
 
     QButtonGroup* m_group = nullptr;

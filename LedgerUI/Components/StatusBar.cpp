@@ -32,7 +32,9 @@ StatusBar::StatusBar(QWidget* parent) : QFrame{parent}
     m_count = new TextLabel(TypeStep::micro, Token::text2, this);
     m_count->setObjectName(QStringLiteral("entryCount"));
     m_context = new TextLabel(TypeStep::micro, Token::text2, this);
+    m_context->setObjectName(QStringLiteral("statusContext"));
     m_figure = new TextLabel(TypeStep::micro, Token::text2, this);
+    m_figure->setObjectName(QStringLiteral("statusFigure"));
     m_figure->setBold(true);
     auto* line = new Line(Qt::Vertical, this);
     line->setFixedHeight(lineHeight);
@@ -80,6 +82,11 @@ void StatusBar::setContext(const QString& text, const QString& figure)
     m_figure->setText(figure);
     m_figure->setVisible(!figure.isEmpty());
     announce();
+}
+
+QWidget* StatusBar::tabStop() const
+{
+    return m_refresh;
 }
 
 void StatusBar::announce()

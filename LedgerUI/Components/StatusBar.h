@@ -20,6 +20,7 @@ public:
     void setCount(const QString& text);
     /// `figure` follows in bold.
     void setContext(const QString& text, const QString& figure);
+    [[nodiscard]] QWidget* tabStop() const;
 
 Q_SIGNALS:
     void refreshRequested();

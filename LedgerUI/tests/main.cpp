@@ -5,6 +5,8 @@
 
 int main(int argc, char** argv)
 {
+    // Times of day are written in the machine's zone: seven hours east of Greenwich, wherever the tests run.
+    qputenv("TZ", "WIB-7");
     testing::InitGoogleTest(&argc, argv);
     const QApplication application{argc, argv};
     Theme::current().install(ColorScheme::light);

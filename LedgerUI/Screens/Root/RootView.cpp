@@ -19,6 +19,7 @@ void retire(QStackedWidget& stack, Screen*& screen)
 {
     if (!screen)
         return;
+    screen->hide();
     stack.removeWidget(screen);
     std::exchange(screen, nullptr)->deleteLater();
 }
@@ -36,17 +37,10 @@ RootView::RootView(LedgerStore& store, const PageRegistry& registry, QWidget* pa
     connect(&store, &LedgerStore::errorMessageChanged, this, &RootView::presentMessage);
     connect(&store, &LedgerStore::noticeMessageChanged, this, &RootView::presentMessage);
     connect(qApp, &QApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state == Qt::ApplicationActive)
-            refreshOnReturn();
+        if (state == Qt::ApplicationActive && m_workspace)
+            m_workspace->refreshOnReturn();
     });
     presentScreen();
-}
-
-void RootView::refreshOnReturn()
-{
-    if (!m_store.snapshot() || m_store.isBusy())
-        return;
-    QCoro::connect(m_store.refresh(true), this, [](const Result<void>&) {});
 }
 
 void RootView::showEvent(QShowEvent* event)
@@ -100,6 +94,7 @@ void RootView::openAlert()
     if (modal) {
         connect(modal, &QDialog::finished, m_alert, [this] {
             m_alert->disconnect(this);
+            m_alert->hide();
             m_alert->deleteLater();
             m_alert = nullptr;
             QMetaObject::invokeMethod(this, &RootView::presentMessage, Qt::QueuedConnection);

@@ -17,9 +17,6 @@ class RootView final : public QStackedWidget {
 public:
     RootView(LedgerStore& store, const PageRegistry& registry, QWidget* parent = nullptr);
 
-    /// Brings in what changed elsewhere while the person was away. Does nothing while signed out or busy.
-    void refreshOnReturn();
-
 protected:
     void showEvent(QShowEvent* event) override;
 

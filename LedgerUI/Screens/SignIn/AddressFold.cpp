@@ -17,12 +17,6 @@
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
-namespace {
-
-constexpr int ringOverhang = 4;
-
-}
-
 AddressFold::AddressFold(LedgerStore& store, std::string defaultAddress, QWidget* parent)
     : QWidget{parent}, m_store{store}, m_defaultAddress{std::move(defaultAddress)}
 {
@@ -84,23 +78,17 @@ void AddressFold::buildLayout()
     m_field = new FormField(m_address, this);
     m_restore = new QPushButton(this);
     m_restore->setObjectName(QStringLiteral("defaultAddress"));
-    m_restore->setProperty("kind", QStringLiteral("flat"));
+    m_restore->setProperty("kind", QStringLiteral("link"));
     m_restore->setAutoDefault(false);
     m_details = new QWidget(this);
     auto* details = new QVBoxLayout(m_details);
     details->setContentsMargins(0, Space::step2, 0, 0);
     details->setSpacing(Space::step2);
     details->addWidget(m_field);
-    auto* restoreRow = new QHBoxLayout;
-    restoreRow->setContentsMargins(-Space::step2, 0, 0, 0);
-    restoreRow->addWidget(m_restore);
-    restoreRow->addStretch(1);
-    details->addLayout(restoreRow);
+    details->addWidget(m_restore, 0, Qt::AlignLeft);
 
     auto* head = new QHBoxLayout;
     head->setSpacing(Space::step2);
-    // The frame of the focus ring hangs over the margin, so that glyph and texts share one edge.
-    head->setContentsMargins(-ringOverhang, 0, 0, 0);
     head->addWidget(m_toggle);
     head->addWidget(m_current, 1);
     head->addStretch(0);

@@ -63,7 +63,7 @@ void LoginForm::setBusy(bool isBusy)
     m_isBusy = isBusy;
     for (auto* control : tabStops())
         control->setEnabled(!isBusy);
-    if (!isBusy && m_focusBefore)
+    if (!isBusy && m_focusBefore && isVisible())
         m_focusBefore->setFocus();
     if (!isBusy)
         m_focusBefore = nullptr;

@@ -62,11 +62,12 @@ void SideBar::setPages(const std::vector<WorkspacePage>& pages)
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         m_group->addButton(button, static_cast<int>(page));
         m_pageRows->addWidget(button);
-        setTabOrder(m_buttons.empty() ? m_company : static_cast<QWidget*>(m_buttons.back()), button);
+        if (!m_buttons.empty())
+            setTabOrder(m_buttons.back(), button);
         m_buttons.push_back(button);
     }
     if (!m_buttons.empty())
-        setTabOrder(m_buttons.back(), m_member);
+        setTabOrder(m_buttons.back(), m_member->focusProxy());
     setFolded(m_isFolded);
     retranslate();
 }

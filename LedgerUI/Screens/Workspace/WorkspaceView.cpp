@@ -54,8 +54,17 @@ void WorkspaceView::open(WorkspacePage page)
         connect(view, &PageView::statusContextChanged, this, &WorkspaceView::presentContext);
     }
     m_stack->setCurrentWidget(view);
+    // Side bar, page, status bar: whatever was made last stands at the end otherwise.
+    FocusChain::continueWith(view, m_status->tabStop());
     m_sideBar->choose(page);
     presentContext();
+}
+
+void WorkspaceView::refreshOnReturn()
+{
+    if (!m_store.snapshot() || m_store.isBusy())
+        return;
+    QCoro::connect(m_store.refresh(true), this, [this](const Result<void>& done) { noteOutcome(done); });
 }
 
 void WorkspaceView::changeEvent(QEvent* event)
@@ -175,12 +184,15 @@ void WorkspaceView::refresh()
 {
     if (m_store.isBusy())
         return;
-    QCoro::connect(m_store.refreshFromUser(), this, [this](const Result<void>& done) {
-        if (done || std::holds_alternative<Cancelled>(done.error()))
-            return;
-        m_isStale = true;
-        presentStatus();
-    });
+    QCoro::connect(m_store.refreshFromUser(), this, [this](const Result<void>& done) { noteOutcome(done); });
+}
+
+void WorkspaceView::noteOutcome(const Result<void>& refreshed)
+{
+    if (refreshed || std::holds_alternative<Cancelled>(refreshed.error()))
+        return;
+    m_isStale = true;
+    presentStatus();
 }
 
 void WorkspaceView::movePane(Step step)
@@ -193,7 +205,7 @@ void WorkspaceView::movePane(Step step)
     const auto from = holder == all.end() ? (step == Step::next ? count - 1 : 0) : holder - all.begin();
     const auto by = step == Step::next ? 1 : count - 1;
     for (auto at = (from + by) % count; at != from; at = (at + by) % count) {
-        if (auto* stop = FocusChain::firstStop(all[at])) {
+        if (auto* stop = all[at] == m_sideBar ? m_sideBar->focusTarget() : FocusChain::firstStop(all[at])) {
             stop->setFocus(Qt::ShortcutFocusReason);
             return;
         }

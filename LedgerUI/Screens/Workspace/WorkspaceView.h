@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include "LedgerCore/Client/Failure.h"
 #include "LedgerUI/Presentation/WorkspacePage.h"
 
 class BusyBar;
@@ -24,6 +25,8 @@ public:
     /// The visible pages in the order of the side bar: those that the rule allows and that are built.
     [[nodiscard]] const std::vector<WorkspacePage>& pages() const { return m_pages; }
     void open(WorkspacePage page);
+    /// Brings in what changed elsewhere while the person was away; does nothing while something runs.
+    void refreshOnReturn();
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -39,6 +42,7 @@ private:
     void presentStatus();
     void presentContext();
     void refresh();
+    void noteOutcome(const Result<void>& refreshed);
     void movePane(Step step);
     [[nodiscard]] PageView* currentPage() const;
     [[nodiscard]] QList<QWidget*> panes() const;

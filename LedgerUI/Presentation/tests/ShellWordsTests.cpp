@@ -1,0 +1,50 @@
+#include <array>
+#include <string_view>
+
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/DemoIdentity.h"
+#include "LedgerCore/Domain/testing/WordTableAudit.h"
+#include "LedgerUI/Presentation/DialogWords.h"
+#include "LedgerUI/Presentation/Initials.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/RoleText.h"
+#include "LedgerUI/Presentation/SignInWords.h"
+#include "LedgerUI/Presentation/WorkspacePage.h"
+#include "LedgerUI/Presentation/WorkspaceWords.h"
+
+TEST(ShellWords, SpeakFourLanguagesWithTheSamePlaceholders)
+{
+    for (const auto* table : {&dialogWords(), &signInWords(), &workspaceWords()})
+        EXPECT_EQ(auditWords(*table), std::vector<std::string>{});
+}
+
+TEST(ShellWords, NameEveryPageAndEveryDemonstrationProfileInEveryLanguage)
+{
+    for (const auto page : WorkspacePages::all)
+        EXPECT_TRUE(workspaceWords().contains(WorkspacePages::name(page))) << WorkspacePages::name(page);
+    for (const auto tag : AppLanguage::supportedLocales) {
+        InterfaceLanguage::change(std::string{tag});
+        for (const auto profile : DemoIdentity::profiles)
+            EXPECT_NE(roleText(profile), qString(profile)) << tag;
+        EXPECT_EQ(roleText("auditor"), QStringLiteral("auditor"));
+    }
+    InterfaceLanguage::change("en-US");
+}
+
+TEST(Initials, StandForPeopleOfAllFourLanguages)
+{
+    struct Case {
+        const char* name;
+        const char* initials;
+    };
+    for (const auto& [name, initials] : std::to_array<Case>({{"Dewi Anggraini", "DA"},
+                                                             {"  rizky   pratama putra ", "RP"},
+                                                             {"Sukarno", "S"},
+                                                             {"Đặng Thị Thanh Hương", "ĐH"},
+                                                             {"王小明", "小明"},
+                                                             {"", ""}})) {
+        EXPECT_EQ(initialsOf(QString::fromUtf8(name)), QString::fromUtf8(initials)) << name;
+    }
+}

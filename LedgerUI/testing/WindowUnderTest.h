@@ -1,0 +1,76 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include <QMainWindow>
+#include <QTest>
+
+#include "LedgerCore/Client/testing/StoreUnderTest.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Screens/Root/RootView.h"
+#include "LedgerUI/Screens/Workspace/PageRegistry.h"
+
+/// The whole window over a store with a scripted service, in English until told otherwise.
+struct WindowUnderTest : StoreUnderTest {
+    explicit WindowUnderTest(const PageRegistry& registry = {}, QSize size = {1160, 760}) : pages{registry}
+    {
+        store.setAppLanguage("en-US");
+        window.setCentralWidget(new RootView(store, pages));
+        window.resize(size);
+        window.show();
+        activate();
+        waitUntil([this] { return !store.isBusy(); });
+    }
+
+    /// Gives the window back the activation that a closed dialog leaves with nobody.
+    void activate()
+    {
+        window.activateWindow();
+        waitUntil([this] { return window.isActiveWindow(); });
+    }
+
+    /// Lets posted events have their effect: texts, then layouts, then the layouts that these ask for.
+    static void settle()
+    {
+        constexpr int rounds = 5;
+        for (int round = 0; round < rounds; ++round)
+            QCoreApplication::processEvents();
+    }
+
+    /// The visible widget of this name; the test ends when there is none.
+    template <class Widget = QWidget>
+    Widget* find(const char* name)
+    {
+        settle();
+        for (auto* each : window.findChildren<Widget*>(QString::fromLatin1(name))) {
+            if (each->isVisible())
+                return each;
+        }
+        require(false, std::string{"there is a visible "} + name);
+        return nullptr;
+    }
+
+    [[nodiscard]] bool shows(const char* name) const
+    {
+        const auto found = window.findChildren<QWidget*>(QString::fromLatin1(name));
+        return std::ranges::any_of(found, [](const auto* each) { return each->isVisible(); });
+    }
+
+    /// Changes the language as a person does, and waits until the texts have followed.
+    void speak(const std::string& tag)
+    {
+        store.setAppLanguage(tag);
+        settle();
+    }
+
+    void openDemonstration(const SnapshotBuilder& books)
+    {
+        server.replace("POST v1/demo", ServerReply::json(books.signInJson()));
+        server.replace("GET v1/snapshot", ServerReply::json(books.json()));
+        require(resultOf(store.startDemo("en-US", "owner")).has_value(), "the scripted demonstration opens");
+    }
+
+    PageRegistry pages;
+    QMainWindow window;
+};

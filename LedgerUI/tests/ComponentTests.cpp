@@ -1,0 +1,88 @@
+#include <QComboBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+#include <QToolButton>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Components/ElidedLabel.h"
+#include "LedgerUI/Components/SegmentedControl.h"
+#include "LedgerUI/testing/LabelAudit.h"
+
+namespace {
+
+class Segments : public testing::Test {
+protected:
+    Segments()
+    {
+        for (const auto& [id, text] : {std::pair{7, "Expense"}, std::pair{8, "Income"}, std::pair{9, "Transfer"}})
+            control.addSegment(id, QString::fromLatin1(text));
+        control.choose(7);
+        control.resize(control.sizeHint());
+        control.show();
+        control.activateWindow();
+        QObject::connect(&control, &SegmentedControl::chosenByUser, &control,
+                         [this](int id) { announced.push_back(id); });
+    }
+
+    QToolButton* segment(int id) { return control.findChild<QToolButton*>(QStringLiteral("segment%1").arg(id)); }
+
+    SegmentedControl control;
+    std::vector<int> announced;
+};
+
+}
+
+TEST_F(Segments, MoveByArrowsPastThoseThatAreOff)
+{
+    control.setSegmentEnabled(8, false, QStringLiteral("No income account"));
+    segment(7)->setFocus();
+    QTest::keyClick(segment(7), Qt::Key_Right);
+    EXPECT_EQ(control.chosen(), 9);
+    QTest::keyClick(segment(9), Qt::Key_Right);
+    EXPECT_EQ(announced, std::vector{9});
+    EXPECT_EQ(segment(8)->toolTip(), QStringLiteral("No income account"));
+}
+
+TEST_F(Segments, AnnounceOnlyWhatAPersonChooses)
+{
+    control.choose(8);
+    EXPECT_TRUE(announced.empty());
+    QTest::mouseClick(segment(9), Qt::LeftButton);
+    EXPECT_EQ(announced, std::vector{9});
+}
+
+TEST_F(Segments, BecomeAComboWithTheSameChoiceWhereTheyDoNotFit)
+{
+    control.choose(8);
+    control.resize(control.sizeHint().width() - 1, control.height());
+    auto* combo = control.findChild<QComboBox*>();
+    EXPECT_TRUE(combo->isVisible());
+    EXPECT_FALSE(segment(8)->isVisible());
+    EXPECT_EQ(combo->currentText(), QStringLiteral("Income"));
+    Q_EMIT combo->activated(2);
+    EXPECT_EQ(control.chosen(), 9);
+    EXPECT_EQ(announced, std::vector{9});
+}
+
+TEST(LabelAudit, FindsWhatIsCutAndOnlyThat)
+{
+    QWidget root;
+    auto* whole = new QLabel(QStringLiteral("Whole"), &root);
+    whole->resize(whole->sizeHint());
+    auto* cut = new QLabel(QStringLiteral("Cut at the end"), &root);
+    cut->setObjectName(QStringLiteral("cutLabel"));
+    cut->resize(cut->sizeHint() - QSize{4, 0});
+    auto* elided = new ElidedLabel(TypeStep::body, Token::text, Qt::ElideRight, &root);
+    elided->setText(QStringLiteral("A person's own words"));
+    elided->resize(20, 18);
+    auto* button = new QPushButton(QStringLiteral("Too long for it"), &root);
+    button->setObjectName(QStringLiteral("cutButton"));
+    button->resize(30, 30);
+    root.show();
+
+    const auto cuts = auditLabels(root);
+    ASSERT_EQ(cuts.size(), 2U);
+    EXPECT_TRUE(cuts[0].starts_with("cutLabel: Cut at the end")) << cuts[0];
+    EXPECT_TRUE(cuts[1].starts_with("cutButton: Too long for it")) << cuts[1];
+}

@@ -1,0 +1,162 @@
+#include "LedgerUI/Theme/Theme.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <ostream>
+
+#include <QApplication>
+#include <QDir>
+#include <QImage>
+#include <QPalette>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Screens/SignIn/SignInMode.h"
+#include "LedgerUI/Theme/Icon.h"
+
+namespace {
+
+double linear(int channel)
+{
+    const double share = channel / 255.0;
+    return share <= 0.04045 ? share / 12.92 : std::pow((share + 0.055) / 1.055, 2.4);
+}
+
+double luminance(QRgb color)
+{
+    return 0.2126 * linear(qRed(color)) + 0.7152 * linear(qGreen(color)) + 0.0722 * linear(qBlue(color));
+}
+
+/// WCAG 2 contrast of two colours, 1 to 21.
+double contrast(QRgb one, QRgb other)
+{
+    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+std::string nameOf(Token token)
+{
+    return std::string{tokenColors()[static_cast<std::size_t>(token)].name};
+}
+
+// Everything that text and glyphs stand on: panes, rows, totals and a selected row.
+constexpr std::array grounds{Token::window, Token::surface, Token::surfaceAlt, Token::accentSoft};
+constexpr double readableText = 4.5;
+constexpr double visibleShape = 3.0;
+
+struct ContrastCase {
+    std::string name;
+    std::vector<Token> inks;
+    std::vector<Token> papers;
+    double least;
+};
+
+void PrintTo(const ContrastCase& each, std::ostream* out)
+{
+    *out << each.name;
+}
+
+class ThemeContrast : public testing::TestWithParam<ContrastCase> {};
+
+}
+
+TEST_P(ThemeContrast, IsEnoughInBothSchemes)
+{
+    const auto& [name, inks, papers, least] = GetParam();
+    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+        for (const auto ink : inks) {
+            for (const auto paper : papers) {
+                EXPECT_GE(contrast(tokenColor(ink, scheme), tokenColor(paper, scheme)), least)
+                    << nameOf(ink) << " on " << nameOf(paper) << (scheme == ColorScheme::dark ? ", dark" : ", light");
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Colours, ThemeContrast,
+    testing::Values(
+        ContrastCase{"Text",
+                     {Token::text, Token::text2, Token::accent, Token::danger, Token::warn, Token::ok},
+                     {grounds.begin(), grounds.end()},
+                     readableText},
+        ContrastCase{"QuietText", {Token::text3}, {Token::surface, Token::surfaceAlt, Token::field}, readableText},
+        ContrastCase{"KindsOfEntry",
+                     {Token::income, Token::expense, Token::transfer, Token::exchange, Token::refund, Token::reversal,
+                      Token::opening, Token::capital, Token::dividend},
+                     {grounds.begin(), grounds.end()},
+                     readableText},
+        ContrastCase{"BannerText",
+                     {Token::text},
+                     {Token::dangerSoft, Token::warnSoft, Token::okSoft, Token::infoSoft},
+                     readableText},
+        ContrastCase{
+            "PrimaryButton", {Token::onAccent}, {Token::accent, Token::accentHover, Token::accentPress}, readableText},
+        ContrastCase{
+            "Frames", {Token::control}, {Token::window, Token::surface, Token::surfaceAlt, Token::field}, visibleShape},
+        ContrastCase{"Focus", {Token::focus}, {grounds.begin(), grounds.end()}, visibleShape},
+        ContrastCase{"ChartSeries",
+                     {Token::chart1, Token::chart2, Token::chart3, Token::chart4, Token::chart5, Token::chart6,
+                      Token::chartOther},
+                     {Token::surface},
+                     visibleShape}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(Theme, FillsEveryNameOfTheStyleSheetAndFindsItsImages)
+{
+    for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+        const auto sheet = Theme::styleSheet(scheme);
+        EXPECT_FALSE(sheet.contains(QLatin1Char('@')));
+        auto images = QRegularExpression{QStringLiteral("url\\(([^)]*)\\)")}.globalMatch(sheet);
+        ASSERT_TRUE(images.hasNext());
+        while (images.hasNext()) {
+            const auto path = images.next().captured(1);
+            EXPECT_TRUE(QFile::exists(path)) << path.toStdString();
+        }
+    }
+    EXPECT_TRUE(Theme::styleSheet(ColorScheme::dark).contains(QStringLiteral("#1f2226")));
+}
+
+TEST(Theme, TintsTheImagesOfEachSchemeInItsOwnColour)
+{
+    for (const auto& [folder, scheme] :
+         {std::pair{"light", ColorScheme::light}, std::pair{"dark", ColorScheme::dark}}) {
+        QFile file{QStringLiteral(":/tinted/%1/chevron-down.svg").arg(QString::fromLatin1(folder))};
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << folder;
+        const auto color = QColor::fromRgb(tokenColor(Token::text2, scheme)).name(QColor::HexRgb);
+        EXPECT_TRUE(QString::fromUtf8(file.readAll()).contains(color, Qt::CaseInsensitive)) << folder;
+    }
+}
+
+TEST(Theme, GivesIconsMadeEarlierTheColoursOfTheNewScheme)
+{
+    const auto icon = Icon::of(QStringLiteral("square-fill"), Token::income);
+    const auto centre = [&](QIcon::Mode mode) { return icon.pixmap(QSize{16, 16}, mode).toImage().pixel(8, 8); };
+    Theme::current().install(ColorScheme::light);
+    EXPECT_EQ(centre(QIcon::Normal), 0xff0b7461U);
+    Theme::current().install(ColorScheme::dark);
+    EXPECT_EQ(centre(QIcon::Normal), 0xff58c3acU);
+    EXPECT_EQ(centre(QIcon::Disabled), 0xff62666dU);
+    Theme::current().install(ColorScheme::light);
+}
+
+TEST(Theme, AnnouncesAChangeWhenTheApplicationIsDressedAnew)
+{
+    int changes = 0;
+    const auto counting = QObject::connect(&Theme::current(), &Theme::changed, [&changes] { ++changes; });
+    Theme::current().install(ColorScheme::dark);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(QApplication::palette().color(QPalette::Window), QColor(0x1f, 0x22, 0x26));
+    EXPECT_EQ(QApplication::palette().color(QPalette::PlaceholderText), QColor(0xa3, 0xa1, 0x9b));
+    Theme::current().install(ColorScheme::light);
+    QObject::disconnect(counting);
+}
+
+TEST(Icons, ExistForEveryWayToSignIn)
+{
+    for (const auto& mode : signInModes)
+        EXPECT_TRUE(Icon::exists(qString(mode.glyph))) << mode.glyph;
+    EXPECT_FALSE(Icon::exists(QStringLiteral("no-such-glyph")));
+}
