@@ -25,8 +25,13 @@ std::optional<std::string> contentOf(const std::string& path)
     std::ifstream input{path, std::ios::binary};
     if (!input || std::filesystem::is_directory(path, unknown))
         return std::nullopt;
-    std::string content(size, '\0'); // what is known to be there is read at once
-    if (!input.read(content.data(), static_cast<std::streamsize>(size)))
+    std::string content;
+    content.reserve(size + Json::padding);
+    content.resize_and_overwrite(size, [&](char* bytes, std::size_t) { // what is known to be there is read at once
+        input.read(bytes, static_cast<std::streamsize>(size));
+        return static_cast<std::size_t>(input.gcount());
+    });
+    if (!input)
         return std::nullopt;
     content += allOf(input);
     return content;
@@ -61,10 +66,10 @@ std::expected<std::string, CommandFailure> BookFiles::read(const std::string& pa
 
 std::expected<LedgerSnapshot, CommandFailure> BookFiles::readSnapshot(const std::string& path, std::string_view locale)
 {
-    const auto content = read(path, locale);
+    auto content = read(path, locale);
     if (!content)
         return std::unexpected(content.error());
-    auto snapshot = Json::decode<LedgerSnapshot>(*content);
+    auto snapshot = Json::consume<LedgerSnapshot>(*std::move(content));
     if (!snapshot)
         return std::unexpected(CommandFailure{ExitCode::snapshot, CommandWords::filled("noSnapshot", locale, {path})});
     return *std::move(snapshot);

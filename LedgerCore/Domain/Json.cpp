@@ -27,6 +27,19 @@ ondemand::value& valueOf(void* value)
     return *static_cast<ondemand::value*>(value);
 }
 
+/// The text between the quotation marks of a string that starts at `start`, or nothing when it holds an escape and
+/// must be read with care. The closing mark is known to be there.
+std::optional<std::string_view> plainText(const char* start)
+{
+    const auto* end = start;
+    while (*end != '"' && *end != '\\')
+        ++end;
+    return *end == '"' ? std::optional{std::string_view{start, end}} : std::nullopt;
+}
+
+/// After so many elements the rest of a long array is worth a guess.
+constexpr std::size_t elementsSeenForHint = 2048;
+
 /// Deeper documents are nobody's records, and would exhaust the stack.
 constexpr std::size_t maximumDepth = 64;
 
@@ -42,8 +55,16 @@ bool Reader::isNull()
 
 Outcome Reader::read(std::string& out)
 {
+    ondemand::raw_json_string raw;
+    auto& value = valueOf(m_value);
+    if (value.raw_json_token().starts_with('"')) {
+        if (const auto plain = plainText(value.raw_json_token().data() + 1)) {
+            out.assign(*plain);
+            return value.get_raw_json_string().get(raw) ? Outcome{DecodeError::malformed} : std::nullopt;
+        }
+    }
     std::string_view text;
-    if (const auto error = valueOf(m_value).get_string().get(text))
+    if (const auto error = value.get_string().get(text))
         return kindOf(error);
     out.assign(text);
     return std::nullopt;
@@ -75,45 +96,60 @@ Outcome Reader::eachField(void* context, FieldVisitor visit)
         ondemand::field field;
         if (const auto error = std::move(each).get(field))
             return kindOf(error);
-        std::string_view key;
-        if (const auto error = field.unescaped_key().get(key))
-            return kindOf(error);
-        Reader value{&field.value()};
+        const auto plain = plainText(field.key().raw());
+        std::string_view key = plain.value_or("");
+        if (!plain) {
+            if (const auto error = field.unescaped_key().get(key))
+                return kindOf(error);
+        }
+        Reader value{&field.value(), m_end};
         if (const auto failed = visit(context, key, value))
             return failed;
     }
     return std::nullopt;
 }
 
-Outcome Reader::eachElement(void* context, ElementVisitor visit)
+Outcome Reader::eachElement(void* context, ElementVisitor visit, SizeHint expect)
 {
     ondemand::array array;
     if (const auto error = valueOf(m_value).get_array().get(array))
         return kindOf(error);
+    const char* first = nullptr;
+    std::size_t seen = 0;
     for (auto each : array) {
         ondemand::value element;
         if (const auto error = std::move(each).get(element))
             return kindOf(error);
-        Reader value{&element};
+        const auto* const here = element.raw_json_token().data();
+        if (seen++ == 0)
+            first = here;
+        if (seen == elementsSeenForHint) {
+            const auto size = static_cast<std::size_t>(here - first) / (seen - 1) + 1;
+            expect(context, seen + static_cast<std::size_t>(m_end - here) / size);
+        }
+        Reader value{&element, m_end};
         if (const auto failed = visit(context, value))
             return failed;
     }
     return std::nullopt;
 }
 
-Outcome readDocument(std::string_view text, void* context, Reader::ElementVisitor visit)
+Outcome readDocument(std::string& text, void* context, Reader::ElementVisitor visit)
 {
+    static_assert(padding >= simdjson::SIMDJSON_PADDING);
     ondemand::parser parser;
     if (parser.allocate(text.size(), maximumDepth))
         return DecodeError::malformed;
-    const simdjson::padded_string padded{text};
+    const auto size = text.size();
+    text.append(padding, ' ');
+    const simdjson::padded_string_view padded{text.data(), size, text.size()};
     ondemand::document document;
     if (parser.iterate(padded).get(document))
         return DecodeError::malformed;
     ondemand::value root;
     if (const auto error = document.get_value().get(root))
         return error == simdjson::SCALAR_DOCUMENT_AS_VALUE ? DecodeError::wrongType : kindOf(error);
-    Reader reader{&root};
+    Reader reader{&root, text.data() + size};
     if (const auto failed = visit(context, reader))
         return failed;
     const char* rest = nullptr;

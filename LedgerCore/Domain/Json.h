@@ -26,6 +26,13 @@ enum class DecodeError { malformed, missingField, wrongType };
 template <class Record>
 std::expected<Record, DecodeError> decode(std::string_view text);
 
+/// The same for a text that nobody needs afterwards: not copied when it has room for `padding` more bytes.
+template <class Record>
+std::expected<Record, DecodeError> consume(std::string text);
+
+/// How many bytes past a text's end the reader may look at.
+inline constexpr std::size_t padding = 64;
+
 template <class Record>
 std::string encode(const Record& record);
 
@@ -38,22 +45,25 @@ class Reader {
 public:
     using FieldVisitor = Outcome (*)(void* context, std::string_view key, Reader& value);
     using ElementVisitor = Outcome (*)(void* context, Reader& value);
+    using SizeHint = void (*)(void* context, std::size_t elements);
 
-    explicit Reader(void* value) : m_value(value) {}
+    Reader(void* value, const char* end) : m_value(value), m_end(end) {}
 
     [[nodiscard]] bool isNull();
     Outcome read(std::string& out);
     Outcome read(std::int64_t& out);
     Outcome read(bool& out);
     Outcome eachField(void* context, FieldVisitor visit);
-    Outcome eachElement(void* context, ElementVisitor visit);
+    /// Tells a long array's likely size once, so that it need not grow step by step.
+    Outcome eachElement(void* context, ElementVisitor visit, SizeHint expect);
 
 private:
     void* m_value;
+    const char* m_end; // of the document
 };
 
-/// Parses `text` and hands its root to `visit`.
-Outcome readDocument(std::string_view text, void* context, Reader::ElementVisitor visit);
+/// Parses `text` and hands its root to `visit`. The text is used up.
+Outcome readDocument(std::string& text, void* context, Reader::ElementVisitor visit);
 
 void writeString(std::string& out, std::string_view text);
 void writeInteger(std::string& out, std::int64_t number);
@@ -113,9 +123,11 @@ template <class Element>
 Outcome readValue(Reader& in, std::vector<Element>& out)
 {
     out.clear();
-    return in.eachElement(&out, [](void* context, Reader& value) {
-        return readValue(value, static_cast<std::vector<Element>*>(context)->emplace_back());
-    });
+    using Elements = std::vector<Element>;
+    return in.eachElement(
+        &out,
+        [](void* context, Reader& value) { return readValue(value, static_cast<Elements*>(context)->emplace_back()); },
+        [](void* context, std::size_t elements) { static_cast<Elements*>(context)->reserve(elements); });
 }
 
 template <class Value>
@@ -267,6 +279,15 @@ void writeValue(std::string& out, const Record& record)
 
 template <class Record>
 std::expected<Record, DecodeError> decode(std::string_view text)
+{
+    std::string copy;
+    copy.reserve(text.size() + padding);
+    copy = text;
+    return consume<Record>(std::move(copy));
+}
+
+template <class Record>
+std::expected<Record, DecodeError> consume(std::string text)
 {
     Record record{};
     const auto failed = Detail::readDocument(text, &record, [](void* context, Detail::Reader& root) {

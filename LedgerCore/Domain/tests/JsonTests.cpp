@@ -20,6 +20,25 @@ TEST(Json, DecodesARecordAndWritesTheSameKeysBack)
               R"({"accountID":"a","currency":"USD","amountMinor":9007199254740993})");
 }
 
+TEST(Json, ReadsEscapesInKeysAndTextsAndSkipsWhatItDoesNotKnow)
+{
+    const auto leg = Json::decode<LedgerLeg>(R"({"other":{"a":[1,"\"]"]},"acc\u006funtID":"caf\u00e9 \\ \u8d26",)"
+                                             R"("currency":"","amountMinor":-1})");
+    ASSERT_TRUE(leg.has_value());
+    EXPECT_EQ(leg->accountID, "café \\ 账");
+    EXPECT_EQ(leg->currency, "");
+}
+
+TEST(Json, ReadsLongArraysOfUnevenElementsWhole)
+{
+    std::vector<LedgerLeg> legs;
+    for (int at = 0; at < 5000; ++at)
+        legs.push_back({std::string(static_cast<std::size_t>(at % 90), 'a'), "USD", at});
+    const auto text = Json::encode(legs);
+    EXPECT_EQ(Json::decode<std::vector<LedgerLeg>>(text), legs);
+    EXPECT_EQ(Json::consume<std::vector<LedgerLeg>>(text + "\n"), legs);
+}
+
 struct Refused {
     const char* name;
     const char* text;
