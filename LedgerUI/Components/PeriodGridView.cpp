@@ -51,8 +51,7 @@ void PeriodGridView::present(PeriodGrid grid, const std::optional<Period>& chose
 
 QSize PeriodGridView::sizeHint() const
 {
-    // Six weeks of two lines need more room than the other pages.
-    return {gridWidth, m_grid && !m_grid->heads.empty() ? gridHeight + 56 : gridHeight};
+    return {gridWidth, gridHeight};
 }
 
 int PeriodGridView::headHeight() const

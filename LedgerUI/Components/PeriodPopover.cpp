@@ -28,6 +28,9 @@ constexpr std::array spans{Span::day, Span::week, Span::month, Span::quarter, Sp
 constexpr int popoverWidth = 412;
 constexpr int spansWidth = 127;
 constexpr int spanRow = 30;
+// Six weeks of two lines need more room than the other pages.
+constexpr int heightOfDays = 322;
+constexpr int heightOfOthers = 254;
 
 QString text(std::string_view key)
 {
@@ -229,6 +232,7 @@ void PeriodPopover::retranslate()
 void PeriodPopover::presentSpan(Span span)
 {
     m_span = span;
+    setFixedHeight(span == Span::day ? heightOfDays : heightOfOthers);
     if (span == Span::allTime) {
         m_allText->setText(
             word(PeriodWords::table(), "allEntries", {LedgerWords::number(m_counts.all(), InterfaceLanguage::tag())}));
@@ -251,8 +255,6 @@ void PeriodPopover::presentGrid()
     m_countHint->setText(entriesPerLabel(m_span, locale));
     m_this->setText(thisPeriodLabel(m_span, locale));
     m_grid->present(std::move(grid), m_period, m_anchor);
-    if (isVisible())
-        adjustSize();
 }
 
 void PeriodPopover::turnPage(int by)

@@ -74,7 +74,10 @@ void Popover::place()
     if (!m_anchor || !frame)
         return;
     const auto top = m_anchor->mapTo(frame, QPoint{0, 0});
-    const int left = std::clamp(top.x(), Space::step2, std::max(Space::step2, frame->width() - width() - Space::step2));
+    // The edges that are nearer to the middle of the window stay in line with the anchor.
+    const bool isAtRight = top.x() + m_anchor->width() / 2 > frame->width() / 2;
+    const int wanted = isAtRight ? top.x() + m_anchor->width() - width() : top.x();
+    const int left = std::clamp(wanted, Space::step2, std::max(Space::step2, frame->width() - width() - Space::step2));
     const int above = top.y() - height() - gap;
     const int below = top.y() + m_anchor->height() + gap;
     move(left, m_edge == Edge::above && above > 0 ? above : below);

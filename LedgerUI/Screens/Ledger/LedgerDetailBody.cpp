@@ -14,6 +14,7 @@ namespace {
 
 constexpr int labelColumn = 96;
 constexpr int codeColumn = 36;
+constexpr int digitsColumn = 130; // so that codes stand in one line down the pane
 
 TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent)
 {
@@ -76,8 +77,11 @@ void LedgerDetailBody::addAmount(const LedgerAmount& amount, bool isReversed)
     font.setStrikeOut(isReversed);
     digits->setFont(font);
     digits->setObjectName(QStringLiteral("detailAmount"));
-    row->addWidget(code, 0, Qt::AlignBaseline);
-    row->addWidget(digits, 1, Qt::AlignBaseline);
+    // The code stands on the baseline of the digits.
+    const int drop = QFontMetrics{digits->font()}.descent() - QFontMetrics{code->font()}.descent();
+    code->setContentsMargins(0, 0, 0, drop);
+    row->addWidget(code, 0, Qt::AlignBottom);
+    row->addWidget(digits, 1, Qt::AlignBottom);
     m_rows->addLayout(row);
 }
 
@@ -187,6 +191,7 @@ void LedgerDetailBody::addAccount(const QString& name, const std::vector<LedgerA
     grid->setVerticalSpacing(1);
     grid->setColumnStretch(0, 1);
     grid->setColumnMinimumWidth(1, codeColumn);
+    grid->setColumnMinimumWidth(2, digitsColumn);
     auto* button = linkButton(name, action, this);
     button->setObjectName(QStringLiteral("balanceAccount"));
     grid->addWidget(button, 0, 0, 1, 3, Qt::AlignLeft);
@@ -205,6 +210,7 @@ void LedgerDetailBody::addTotals(const std::vector<LedgerAmount>& amounts, const
     grid->setVerticalSpacing(2);
     grid->setColumnStretch(0, 1);
     grid->setColumnMinimumWidth(1, codeColumn);
+    grid->setColumnMinimumWidth(2, digitsColumn);
     if (!name.isEmpty()) {
         auto* head = label(name, TypeStep::body, Token::text, this);
         head->setBold(true);

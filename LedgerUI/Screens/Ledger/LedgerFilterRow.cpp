@@ -46,6 +46,7 @@ QToolButton* menuButton(const char* name, const char* glyph, Qt::LayoutDirection
     button->setLayoutDirection(direction);
     button->setIcon(Icon::of(QString::fromLatin1(glyph), Token::text2, Token::accent));
     button->setIconSize({Space::chevron, Space::chevron});
+    button->setFixedHeight(Space::control);
     button->setPopupMode(QToolButton::InstantPopup);
     button->setFocusPolicy(Qt::StrongFocus);
     button->setCheckable(true);
@@ -80,7 +81,7 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
     auto* row = new QHBoxLayout;
     row->setContentsMargins(0, 7, 0, 7);
     row->setSpacing(Space::step1);
-    row->addWidget(m_search);
+    row->addWidget(m_search, 100); // up to its maximum before the stretch takes any
     row->addSpacing(Space::step1);
     row->addWidget(m_all);
     for (auto* button : m_buttons)
@@ -92,6 +93,8 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
     rows->setSpacing(0);
     rows->addLayout(row);
     rows->addWidget(m_chips);
+    // Never what keeps the window from shrinking: below its width the menus fold.
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     retranslate();
 }
 
@@ -120,6 +123,7 @@ void LedgerFilterRow::buildMenus()
 {
     m_all = menuButton("filterAll", "funnel", Qt::LeftToRight, this);
     m_all->setProperty("kind", QStringLiteral("outlined"));
+    m_all->setIconSize({Space::icon, Space::icon});
     m_allMenu = new QMenu(m_all);
     m_all->setMenu(m_allMenu);
     m_all->hide();

@@ -27,6 +27,7 @@ namespace {
 constexpr int accountWidth = 182;
 constexpr int accountWidthWide = 236;
 constexpr int memberWidth = 124;
+constexpr int entryOnOneLine = 320;
 constexpr int amountMinimum = 150;
 constexpr int codeToDigits = 16;
 
@@ -184,7 +185,7 @@ int LedgerTable::dateWidth() const
         const auto text = isPlain ? DayText::shortDay(day, book->locale()) : DayText::shortDate(day, book->locale());
         widest = std::max(widest, textWidth(TypeStep::body, text));
     }
-    return widest + Space::cellPaddingOuter + Space::cellPadding;
+    return widest + Space::cellPaddingOuter + Space::cellPadding + Space::step1;
 }
 
 /// Room for the longest amount of each currency, measured without writing every one of them.
@@ -219,21 +220,26 @@ int LedgerTable::amountWidth() const
 void LedgerTable::layOut()
 {
     const int room = viewport()->width();
-    const bool isWide = room >= Space::oneLineFrom;
+    const auto head = [this](int column) { return horizontalHeader()->sectionSizeHint(column); };
+    const int dates = std::max(head(LedgerTableModel::date), m_dateWidth);
+    const int members = std::max(head(LedgerTableModel::member), memberWidth);
+    const int accountsWide = std::clamp(room / 4, accountWidth, accountWidthWide);
+    // One line only where it still leaves room for category and note.
+    const bool isWide =
+        room >= Space::oneLineFrom && room - dates - members - accountsWide - m_amountWidth >= entryOnOneLine;
     const auto density = isWide ? LedgerDelegate::Density::oneLine : LedgerDelegate::Density::twoLines;
     m_delegate->setDensity(density);
     const int height = m_delegate->rowHeight();
     if (verticalHeader()->defaultSectionSize() != height)
         verticalHeader()->setDefaultSectionSize(height);
     setColumnHidden(LedgerTableModel::member, !isWide);
-    const int dates = std::max(72, m_dateWidth);
-    const int accounts = isWide ? std::clamp(room / 4, accountWidth, accountWidthWide) : accountWidth;
-    const int members = isWide ? memberWidth : 0;
+    const int accounts = isWide ? accountsWide : accountWidth;
     setColumnWidth(LedgerTableModel::date, dates);
     setColumnWidth(LedgerTableModel::account, accounts);
-    setColumnWidth(LedgerTableModel::member, memberWidth);
+    setColumnWidth(LedgerTableModel::member, members);
     setColumnWidth(LedgerTableModel::amount, m_amountWidth);
-    setColumnWidth(LedgerTableModel::entry, std::max(120, room - dates - accounts - members - m_amountWidth));
+    setColumnWidth(LedgerTableModel::entry,
+                   std::max(120, room - dates - accounts - (isWide ? members : 0) - m_amountWidth));
 }
 
 void LedgerTable::hover(int row)

@@ -34,6 +34,7 @@
 #include "LedgerUI/Screens/Ledger/NewEntryButton.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/StyleProperty.h"
 
 namespace {
 
@@ -62,6 +63,7 @@ LedgerView::LedgerView(LedgerStore& store, QWidget* parent) : PageView{parent}, 
     bindParts();
     bindKeys();
     retranslate();
+    setPane(Pane::beside);
     adoptSnapshot();
 }
 
@@ -235,6 +237,7 @@ void LedgerView::present()
         m_stack->setCurrentWidget(isEmpty ? static_cast<QWidget*>(m_notice) : m_table);
         m_totals->present(m_browser->rows().size(), m_browser->totals());
         m_totals->setVisible(!isEmpty);
+        m_filters->setVisible(book->size() > 0);
     } else if (m_browser->isPreparing()) {
         m_notice->presentWaiting(text("preparing"));
         m_stack->setCurrentWidget(m_notice);
@@ -290,6 +293,7 @@ void LedgerView::setPane(Pane pane)
         m_splitter->addWidget(m_detail);
         m_splitter->setSizes({10000, Space::detailPane});
     }
+    setStyleProperty(m_detail, "over", pane == Pane::over);
     m_detail->setVisible(pane != Pane::hidden);
     m_filters->setDetailShown(pane != Pane::hidden);
     placeOverlay();

@@ -1,0 +1,256 @@
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableView>
+#include <QTest>
+#include <QToolButton>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Client/testing/StoreUnderTest.h"
+#include "LedgerUI/Components/PeriodGridView.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/tests/LedgerSample.h"
+#include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/testing/LabelAudit.h"
+
+namespace {
+
+constexpr QSize usual{1160, 734}; // a window without its status bar
+constexpr QSize smallest{900, 614};
+
+/// The ledger page of the sample books beside the room of the side bar.
+struct OpenedLedger {
+    explicit OpenedLedger(const SnapshotBuilder& books = sampleLedger(), QSize size = usual)
+    {
+        InterfaceLanguage::change("en-US");
+        under.signIn(books);
+        auto* row = new QHBoxLayout(&window);
+        row->setContentsMargins(size == usual ? Space::sideBar : Space::rail, 0, 0, 0);
+        view = new LedgerView(under.store, &window);
+        row->addWidget(view);
+        window.resize(size);
+        window.show();
+        QApplication::setActiveWindow(&window);
+    }
+    ~OpenedLedger() { InterfaceLanguage::change("en-US"); }
+
+    template <class Widget>
+    Widget* find(const char* name) const
+    {
+        auto* found = view->findChild<Widget*>(QString::fromLatin1(name));
+        EXPECT_NE(found, nullptr) << name;
+        return found;
+    }
+    void press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) const
+    {
+        auto* focus = QApplication::focusWidget();
+        QTest::keyClick(focus ? focus : view, static_cast<Qt::Key>(key), modifiers);
+        QCoreApplication::processEvents();
+    }
+    /// Layouts answer one another over a few rounds.
+    void settle() const
+    {
+        for (int round = 0; round < 5; ++round)
+            QCoreApplication::processEvents();
+    }
+    void type(const QString& text) const { QTest::keyClicks(QApplication::focusWidget(), text); }
+
+    /// The titles in the table, from the top.
+    std::string titles() const
+    {
+        const auto* model = find<QTableView>("ledgerTable")->model();
+        QStringList all;
+        for (int row = 0; row < model->rowCount(); ++row)
+            all << model->index(row, 1).data().toString();
+        return all.join(QStringLiteral(", ")).toStdString();
+    }
+    std::string textOf(const char* name) const { return find<QLabel>(name)->text().toStdString(); }
+    std::string period() const { return find<QToolButton>("periodLabel")->text().toStdString(); }
+
+    StoreUnderTest under;
+    QWidget window; // in the place of the workspace
+    LedgerView* view = nullptr;
+};
+
+TEST(LedgerView, FindsOpensAndCopiesAnEntryByKeyboardAlone)
+{
+    const OpenedLedger page;
+    page.press(Qt::Key_F, Qt::ControlModifier);
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("ledgerSearch"));
+    page.type(QStringLiteral("dien"));
+    page.press(Qt::Key_Down);
+    EXPECT_EQ(page.titles(), "Utilities › Electricity");
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("ledgerTable"));
+    EXPECT_EQ(page.textOf("detailHeadline"), "Expense");
+    page.press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_TRUE(
+        QGuiApplication::clipboard()->text().startsWith(QStringLiteral("2026-11-02\tUtilities › Electricity\t")));
+    page.press(Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("detailClose"));
+    page.press(Qt::Key_Escape);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("ledgerTable"));
+    page.press(Qt::Key_F, Qt::ControlModifier);
+    page.press(Qt::Key_Escape);
+    EXPECT_EQ(page.find<QLineEdit>("ledgerSearch")->text(), QString{});
+    EXPECT_EQ(page.find<QTableView>("ledgerTable")->model()->rowCount(), 7);
+}
+
+TEST(LedgerView, MovesThroughPeriodsByKeyAndStopsAtTheOneThatHoldsToday)
+{
+    const OpenedLedger page;
+    page.find<QTableView>("ledgerTable")->setFocus();
+    EXPECT_FALSE(page.find<QToolButton>("periodNext")->isEnabled());
+    page.press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(page.period(), "October 2026");
+    EXPECT_EQ(page.titles(), "Sales");
+    page.press(Qt::Key_Right, Qt::AltModifier);
+    page.press(Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(page.period(), "November 2026");
+
+    page.press(Qt::Key_Down, Qt::AltModifier);
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("periodGrid"));
+    page.press(Qt::Key_Left);
+    page.press(Qt::Key_Left);
+    page.press(Qt::Key_Return);
+    EXPECT_EQ(page.period(), "September 2026");
+    page.press(Qt::Key_Down, Qt::AltModifier);
+    page.press(Qt::Key_Escape);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("periodLabel"));
+    EXPECT_EQ(page.period(), "September 2026");
+}
+
+TEST(LedgerView, KeepsTheSelectionThroughARefresh)
+{
+    OpenedLedger page;
+    auto* table = page.find<QTableView>("ledgerTable");
+    table->selectRow(3);
+    const auto before = table->currentIndex().data().toString() + page.find<QLabel>("detailAmount")->text();
+    auto fresh = sampleLedger();
+    fresh.expense("new", "2026-11-20", "Singapore", "USD", 100);
+    page.under.server.replace("GET v1/snapshot", ServerReply::json(fresh.json()));
+    ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
+    ASSERT_EQ(table->model()->rowCount(), 8);
+    EXPECT_EQ(table->currentIndex().row(), 4);
+    EXPECT_EQ(table->currentIndex().data().toString() + page.find<QLabel>("detailAmount")->text(), before);
+}
+
+TEST(LedgerView, ShowsBalancesUntilAnEntryIsChosenAndLeadsToOneAccount)
+{
+    const OpenedLedger page;
+    EXPECT_EQ(page.textOf("detailHeadline"), "Account balances");
+    const auto accounts = page.view->findChildren<QPushButton*>(QStringLiteral("balanceAccount"));
+    ASSERT_EQ(accounts.size(), 3);
+    accounts[2]->click();
+    EXPECT_EQ(page.titles(), "Funding");
+    page.find<QTableView>("ledgerTable")->selectRow(0);
+    EXPECT_EQ(page.textOf("detailHeadline"), "Funding");
+    page.find<QTableView>("ledgerTable")->clearSelection();
+    EXPECT_EQ(page.textOf("detailHeadline"), "Account balances");
+}
+
+TEST(LedgerView, FollowsALinkToAnEntryOfAnotherPeriod)
+{
+    const OpenedLedger page;
+    auto* table = page.find<QTableView>("ledgerTable");
+    table->selectRow(2);
+    ASSERT_EQ(page.textOf("detailHeadline"), "Refund");
+    page.find<QPushButton>("entryLink")->click();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(page.period(), "October 2026");
+    EXPECT_EQ(page.textOf("detailHeadline"), "Income");
+}
+
+TEST(LedgerView, OffersTheWayOutOfAnEmptyView)
+{
+    const OpenedLedger page;
+    page.press(Qt::Key_F, Qt::ControlModifier);
+    page.type(QStringLiteral("cahaya"));
+    page.press(Qt::Key_Return);
+    const auto offers = page.view->findChildren<QPushButton*>(QStringLiteral("noticeChangeFilter"));
+    ASSERT_EQ(offers.size(), 2);
+    EXPECT_EQ(offers[1]->text(), QStringLiteral("Search all periods"));
+    offers[1]->click();
+    EXPECT_EQ(page.titles(), "Sales");
+    EXPECT_EQ(page.period(), "All time");
+}
+
+TEST(LedgerView, OpensTheDetailOverTheTableInANarrowWindow)
+{
+    const OpenedLedger page{sampleLedger(), smallest};
+    auto* pane = page.find<LedgerDetailPane>("detailPane");
+    EXPECT_FALSE(pane->isVisible());
+    page.find<QTableView>("ledgerTable")->selectRow(0);
+    page.find<QTableView>("ledgerTable")->setFocus();
+    page.press(Qt::Key_Return);
+    EXPECT_TRUE(pane->isVisible());
+    EXPECT_EQ(pane->geometry().right(), page.view->width() - 1);
+    page.press(Qt::Key_Escape);
+    EXPECT_FALSE(pane->isVisible());
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("ledgerTable"));
+}
+
+TEST(LedgerView, SaysWhichMonthItShowsWhenThisOneIsEmpty)
+{
+    const OpenedLedger page{
+        snapshot().account("bank", {"USD"}).grantAll().income("i", "2026-08-09", "bank", "USD", 100)};
+    EXPECT_EQ(page.period(), "August 2026");
+    EXPECT_TRUE(page.find<QLabel>("periodHint")->isVisible());
+    page.find<QToolButton>("periodNext")->click();
+    EXPECT_FALSE(page.find<QLabel>("periodHint")->isVisible());
+    EXPECT_EQ(page.find<QPushButton>("noticeChangeFilter")->text(), QStringLiteral("Go to August 2026"));
+}
+
+TEST(LedgerView, OffersOnlyWhatTheMemberMayRecord)
+{
+    const OpenedLedger reader{snapshot().account("bank", {"USD"}).grant("bank", {"view"})};
+    EXPECT_FALSE(reader.find<QWidget>("newEntry")->isVisible());
+
+    const OpenedLedger earner{snapshot().account("bank", {"USD"}).grant("bank", {"view", "income"})};
+    earner.press(Qt::Key_N, Qt::ControlModifier);
+    const auto forms = earner.window.findChildren<TransactionForm*>();
+    ASSERT_EQ(forms.size(), 1);
+    EXPECT_TRUE(forms.front()->isVisible());
+}
+
+struct Fit {
+    std::string_view name;
+    std::string_view locale;
+    QSize size;
+};
+
+void PrintTo(const Fit& each, std::ostream* out)
+{
+    *out << each.name;
+}
+
+class LedgerViewFits : public testing::TestWithParam<Fit> {};
+
+TEST_P(LedgerViewFits, AndNamesEveryControl)
+{
+    OpenedLedger page{sampleLedger(), GetParam().size};
+    InterfaceLanguage::change(std::string{GetParam().locale});
+    page.settle();
+    EXPECT_EQ(auditLabels(*page.view), std::vector<std::string>{});
+    EXPECT_EQ(auditControls(*page.view), std::vector<std::string>{});
+    page.find<QTableView>("ledgerTable")->selectRow(4);
+    page.settle();
+    EXPECT_EQ(auditLabels(*page.view), std::vector<std::string>{});
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, LedgerViewFits,
+                         testing::Values(Fit{"ChineseUsual", "zh-CN", usual}, Fit{"IndonesianUsual", "id-ID", usual},
+                                         Fit{"VietnameseUsual", "vi-VN", usual}, Fit{"EnglishUsual", "en-US", usual},
+                                         Fit{"ChineseSmall", "zh-CN", smallest},
+                                         Fit{"IndonesianSmall", "id-ID", smallest},
+                                         Fit{"VietnameseSmall", "vi-VN", smallest},
+                                         Fit{"EnglishSmall", "en-US", smallest}),
+                         [](const auto& each) { return std::string{each.param.name}; });
+
+}
