@@ -17,6 +17,7 @@ SegmentedControl::SegmentedControl(QWidget* parent) : QWidget{parent}
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     m_group = new QButtonGroup(this);
     m_combo = new QComboBox(this);
+    m_combo->setObjectName(QStringLiteral("segmentCombo"));
     m_combo->hide();
     connect(m_group, &QButtonGroup::idClicked, this, [this](int id) {
         choose(id);
@@ -74,6 +75,12 @@ void SegmentedControl::clear()
     m_buttons.clear();
     m_combo->clear();
     updateGeometry();
+}
+
+void SegmentedControl::setName(const QString& name)
+{
+    setAccessibleName(name);
+    m_combo->setAccessibleName(name);
 }
 
 void SegmentedControl::choose(int id)

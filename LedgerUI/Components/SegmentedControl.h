@@ -21,6 +21,8 @@ public:
     /// A disabled segment says why in its tool tip.
     void setSegmentEnabled(int id, bool isEnabled, const QString& reason = {});
     void clear();
+    /// What the choice is about, for readers.
+    void setName(const QString& name);
 
     /// Marks a segment without announcing it.
     void choose(int id);

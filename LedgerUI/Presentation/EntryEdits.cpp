@@ -126,8 +126,8 @@ EntryEditing EntryEdits::opened(const EntryForm::Opening& opening, const LedgerS
         return refreshed(std::move(editing), snapshot);
     const auto last = lastUse(snapshot, opening.kind);
     const auto offered = LedgerEntryAccess::accounts(snapshot, opening.kind);
-    setAccount(editing, EntryRules::initialAccountID(opening.accountID, last.accountID, last.currency, offered),
-               snapshot, last.currency);
+    const auto account = EntryRules::initialAccountID(opening.accountID, last.accountID, last.currency, offered);
+    setAccount(editing, account, snapshot, account == last.accountID ? last.currency : std::nullopt);
     return editing;
 }
 

@@ -183,7 +183,7 @@ void Description::describeSent()
     sent.accounts = groupedTogether(sent.accounts);
     sent.accountPrompt = entryWord(sent.accounts.empty() ? "noAccount" : "selectAccount");
     sent.accountID = m_draft.primaryAccount().value_or(std::string{});
-    sent.amountLabel = entryWord("amount");
+    sent.amountLabel = entryWord(m_draft.kind == EntryKind::exchange ? "outgoingAmount" : "amount");
     const auto* const account = m_snapshot.account(sent.accountID);
     if (account)
         sent.currencies = currencyRows(account->currencies, m_locale);
@@ -224,6 +224,9 @@ void Description::describeReceived()
 {
     auto& received = m_content.received;
     m_content.showsReceivedAmount = true;
+    // Each amount stands right below the account that it belongs to.
+    m_content.sent.showsAmountLabel = false;
+    received.showsAmountLabel = false;
     received.amountLabel = entryWord("receivedAmount");
     const auto* const account = m_snapshot.account(received.accountID);
     if (account)

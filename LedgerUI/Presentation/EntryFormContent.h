@@ -46,6 +46,7 @@ struct EntryMoneyContent {
     std::vector<EntryAccountRow> accounts;
     std::string accountID;
     QString amountLabel;
+    bool showsAmountLabel = true;
     std::vector<EntryCurrencyRow> currencies;
     std::string currency;
     QString amount;

@@ -38,8 +38,8 @@ EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidg
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    m_label->setContentsMargins(0, 0, 0, Space::labelToField);
     layout->addWidget(m_label);
-    layout->addSpacing(Space::labelToField);
     layout->addLayout(row);
     layout->addWidget(m_error);
     layout->addWidget(m_notice);
@@ -49,6 +49,7 @@ EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidg
 void EntryAmountField::present(const EntryMoneyContent& content, const QString& message, Balance balance)
 {
     m_label->setText(content.amountLabel);
+    m_label->setVisible(content.showsAmountLabel);
     m_amount->setAccessibleName(content.amountLabel);
     m_currency->setAccessibleName(entryWord("currency"));
     m_currency->present(content.currencies, content.currency);

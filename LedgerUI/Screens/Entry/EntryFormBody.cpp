@@ -135,7 +135,7 @@ void EntryFormBody::presentKinds(const EntryFormContent& content)
     m_kinds->setVisible(!content.kinds.empty());
     m_kindHint->setText(content.kindHint);
     m_kindHint->setVisible(!content.kindHint.isEmpty());
-    m_kinds->setAccessibleName(entryWord("kinds"));
+    m_kinds->setName(entryWord("kinds"));
     if (content.kinds != m_kindRows && !content.kinds.empty()) {
         const bool isFirst = m_kindRows.size() != content.kinds.size();
         m_kindRows = content.kinds;

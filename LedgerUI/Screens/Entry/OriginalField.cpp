@@ -26,6 +26,7 @@ OriginalField::OriginalField(QWidget* parent) : QWidget{parent}
     m_incomes = new QComboBox(this);
     m_incomes->setObjectName(QStringLiteral("entryOriginal"));
     m_incomes->setEditable(true);
+    m_incomes->lineEdit()->setObjectName(QStringLiteral("entryOriginalSearch"));
     m_incomes->setInsertPolicy(QComboBox::NoInsert);
     m_incomes->setMaxVisibleItems(visibleIncomes);
     m_incomes->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -89,6 +90,7 @@ void OriginalField::retranslate()
 {
     m_label->setText(entryWord("original"));
     m_incomes->setAccessibleName(entryWord("original"));
+    m_incomes->lineEdit()->setAccessibleName(entryWord("original"));
     m_incomes->lineEdit()->setPlaceholderText(entryWord("chooseOriginal"));
     m_referenceLabel->setText(entryWord("reference"));
     m_reference->setAccessibleName(entryWord("reference"));

@@ -1,0 +1,281 @@
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/testing/SnapshotBuilder.h"
+#include "LedgerUI/Presentation/EntryCategories.h"
+#include "LedgerUI/Presentation/EntryEdits.h"
+#include "LedgerUI/Presentation/EntryFormContent.h"
+#include "LedgerUI/Presentation/EntryFormState.h"
+#include "LedgerUI/Presentation/EntryFormWords.h"
+#include "LedgerUI/Presentation/EntryRefundables.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+
+namespace {
+
+SnapshotBuilder books()
+{
+    auto builder = snapshot();
+    builder.account("bank", {"IDR", "USD"}).account("vault", {"USD", "SGD"}).employeeAccount("float", {"USD"}, "m1");
+    builder.grantAll().balance("bank", "IDR", 28'412'045'000).balance("bank", "USD", 100'000);
+    builder.category("utilities", "expense", "Utilities").category("power", "expense", "Electricity", "utilities");
+    builder.category("water", "expense", "Water supply", "utilities").category("rent", "expense", "Rent");
+    builder.category("sales", "income", "Sales");
+    return builder;
+}
+
+EntryEditing opened(std::string kind, std::optional<std::string> account, const LedgerSnapshot& held)
+{
+    return EntryEdits::opened({std::move(kind), std::move(account), {}}, held, "key-1", "2026-11-20");
+}
+
+EntryFormContent shown(const EntryFormState& state, const LedgerSnapshot& held)
+{
+    InterfaceLanguage::change("en-US");
+    return EntryForm::content(state, held, "en-US");
+}
+
+APIError refusal(int status, std::string code)
+{
+    return {.status = status, .code = std::move(code), .message = {}};
+}
+
+std::vector<std::string> idsOf(const std::vector<EntryCategory>& categories)
+{
+    std::vector<std::string> ids;
+    for (const auto& each : categories)
+        ids.push_back(each.id);
+    return ids;
+}
+
+}
+
+TEST(EntryForm, OpensOnTheAccountLastUsedForTheKind)
+{
+    auto held = books().expense("e1", "2026-11-01", "vault", "USD", 5, "rent").build();
+    EXPECT_EQ(opened("expense", {}, held).draft.source, "vault");
+    EXPECT_EQ(opened("expense", {}, held).draft.currency, "USD");
+    EXPECT_EQ(opened("income", {}, held).draft.target, std::nullopt);
+    EXPECT_EQ(opened("expense", "bank", held).draft.currency, "IDR");
+}
+
+TEST(EntryForm, KeepsWhatWasTypedWhenTheKindChanges)
+{
+    const auto held = books().build();
+    auto now = EntryEdits::withAmount(opened("expense", "bank", held), "1,250");
+    now = EntryEdits::withNote(EntryEdits::withCategory(now, "rent"), "November");
+    now = EntryEdits::withKind(now, "income", held);
+    EXPECT_EQ(now.draft.target, "bank");
+    EXPECT_EQ(now.draft.source, std::nullopt);
+    EXPECT_EQ(now.draft.categoryID, std::nullopt);
+    EXPECT_EQ(now.draft.amount, "1,250");
+    EXPECT_EQ(now.draft.note, "November");
+}
+
+TEST(EntryForm, ClearsTheAmountWithTheCurrencyAndSaysSo)
+{
+    const auto held = books().build();
+    auto now = EntryEdits::withAmount(opened("expense", "bank", held), "1,250");
+    now = EntryEdits::withCurrency(now, "USD", held);
+    EXPECT_EQ(now.draft.amount, "");
+    EXPECT_EQ(shown(now, held).sent.notice, QStringLiteral("Currency changed. Enter the amount again in: USD"));
+    now = EntryEdits::withAmount(now, "5");
+    EXPECT_EQ(shown(now, held).sent.notice, QString{});
+}
+
+TEST(EntryForm, ClearsADestinationThatIsNoLongerOfferedAndNeverReplacesIt)
+{
+    const auto held = books().build();
+    auto now = EntryEdits::withCurrency(opened("transfer", "bank", held), "USD", held);
+    now = EntryEdits::withDestination(now, "float", held);
+    EXPECT_EQ(shown(now, held).confirm, QStringLiteral("Confirm funding"));
+    now = EntryEdits::withCurrency(now, "IDR", held);
+    EXPECT_EQ(now.draft.target, std::nullopt);
+    const auto content = shown(now, held);
+    EXPECT_EQ(content.messages.at(EntryField::destination),
+              QStringLiteral("Select a valid destination account again. Another account will not be selected "
+                             "automatically."));
+    EXPECT_EQ(content.received.accountPrompt, QStringLiteral("No destination account supports this currency"));
+    EXPECT_EQ(content.confirm, QStringLiteral("Confirm transfer"));
+}
+
+TEST(EntryForm, ShowsTheBalanceThatSavingLeadsTo)
+{
+    const auto held = books().build();
+    const auto idle = opened("expense", "bank", held);
+    EXPECT_EQ(shown(idle, held).sent.balanceLabel, QStringLiteral("Current balance"));
+    const auto typed = shown(EntryEdits::withAmount(idle, "4,385,200"), held);
+    EXPECT_EQ(typed.sent.balanceLabel, QStringLiteral("Balance after saving"));
+    EXPECT_EQ(typed.sent.balance, QStringLiteral("IDR\u00a0279,735,250"));
+    const auto unread = shown(EntryEdits::withAmount(idle, "4.385.200"), held);
+    EXPECT_EQ(unread.sent.balance, QStringLiteral("IDR\u00a0284,120,450"));
+}
+
+TEST(EntryForm, AfterATransferShowsBothAccounts)
+{
+    const auto held = books().build();
+    auto now = EntryEdits::withCurrency(opened("transfer", "bank", held), "USD", held);
+    now = EntryEdits::withAmount(EntryEdits::withDestination(now, "float", held), "250");
+    const auto content = shown(now, held);
+    ASSERT_EQ(content.effects.size(), 2U);
+    EXPECT_EQ(content.effects[0].after, QStringLiteral("USD\u00a0750.00"));
+    EXPECT_EQ(content.effects[1].after, QStringLiteral("USD\u00a0250.00"));
+    EXPECT_EQ(content.purpose, QStringLiteral("This transfer is recorded as funding."));
+}
+
+TEST(EntryForm, ImpliesARateFromTheTwoAmountsOnly)
+{
+    InterfaceLanguage::change("en-US");
+    EXPECT_EQ(EntryForm::impliedRate(1'200'000, "USD", 1'607'400, "SGD", "en").toStdString(), "SGD 1.340");
+    EXPECT_EQ(EntryForm::impliedRate(1'607'400, "SGD", 1'200'000, "USD", "en").toStdString(), "USD 0.7465");
+    EXPECT_EQ(EntryForm::impliedRate(100, "USD", 25'400, "VND", "vi").toStdString(), "VND 25.400");
+    EXPECT_EQ(EntryForm::impliedRate(25'400, "VND", 100, "USD", "en").toStdString(), "USD 0.00003937");
+    EXPECT_EQ(EntryForm::impliedRate(0, "USD", 5, "SGD", "en").toStdString(), "–");
+}
+
+TEST(EntryForm, SaysWhyAKindIsOff)
+{
+    auto held = books().build();
+    std::erase_if(held.accounts, [](const Account& each) { return each.id != "float"; });
+    const auto content = shown(opened("expense", "float", held), held);
+    ASSERT_EQ(content.kinds.size(), 4U);
+    EXPECT_TRUE(content.kinds[0].isAvailable);
+    EXPECT_FALSE(content.kinds[3].isAvailable);
+    EXPECT_EQ(content.kindHint, QStringLiteral("Disabled types have no available authorized accounts. Contact your "
+                                               "company administrator to configure access."));
+}
+
+TEST(EntryForm, LocksTheContentOnlyWhileTheOutcomeIsUnknown)
+{
+    EntrySaving first;
+    first.input.idempotencyKey = "key-1";
+    const auto isUncertain = [&](const EntrySaving& saving, const Failure& failure) {
+        return std::holds_alternative<EntryUncertain>(EntryForm::afterReply(saving, std::unexpected(failure)).value());
+    };
+    EXPECT_TRUE(isUncertain(first, refusal(0, "NETWORK")));
+    EXPECT_TRUE(isUncertain(first, refusal(502, "HTTP_ERROR")));
+    EXPECT_TRUE(isUncertain(first, Cancelled{}));
+    EXPECT_FALSE(isUncertain(first, refusal(409, "balance_limit")));
+    EXPECT_FALSE(isUncertain(first, refusal(0, "BUSY")));
+    EXPECT_FALSE(EntryForm::afterReply(first, {}).has_value());
+
+    auto retry = first;
+    retry.isRetry = true;
+    EXPECT_TRUE(isUncertain(retry, refusal(0, "BUSY")));
+    EXPECT_TRUE(isUncertain(retry, refusal(429, "rate_limited")));
+    EXPECT_TRUE(isUncertain(retry, refusal(401, "unauthorized")));
+    EXPECT_FALSE(isUncertain(retry, refusal(409, "insufficient_funds")));
+}
+
+TEST(EntryForm, TakesAFreshKeyOnlyForACommandThatDiffersFromTheRefusedOne)
+{
+    const auto held = books().build();
+    auto now = EntryEdits::withCategory(EntryEdits::withAmount(opened("expense", "bank", held), "100"), "rent");
+    const auto first = EntryForm::submission(now, held, "en-US", "key-2").value();
+    EXPECT_EQ(first.idempotencyKey, "key-1");
+    now.refused = first;
+    EXPECT_EQ(EntryForm::submission(now, held, "en-US", "key-2").value().idempotencyKey, "key-1");
+    now = EntryEdits::withAmount(now, "90");
+    EXPECT_EQ(EntryForm::submission(now, held, "en-US", "key-2").value().idempotencyKey, "key-2");
+}
+
+TEST(EntryForm, AsksBeforeClosingOnlyWhenSomethingWasEntered)
+{
+    const auto held = books().build();
+    const auto initial = opened("expense", "bank", held);
+    EXPECT_FALSE(EntryForm::hasDraft(EntryEdits::withKind(initial, "income", held).draft, initial.draft));
+    EXPECT_TRUE(EntryForm::hasDraft(EntryEdits::withNote(initial, "x").draft, initial.draft));
+    EXPECT_TRUE(EntryForm::hasDraft(EntryEdits::withAccount(initial, "vault", held).draft, initial.draft));
+}
+
+TEST(EntryForm, FindsTheEntryJustRecorded)
+{
+    const auto before = books().expense("e1", "2026-11-20", "bank", "IDR", 500, "rent");
+    auto after = before;
+    after.expense("e2", "2026-11-20", "bank", "IDR", 900, "rent")
+        .expense("e3", "2026-11-20", "bank", "IDR", 500, "rent");
+    TransactionInput input;
+    input.kind = "expense";
+    input.date = "2026-11-20";
+    input.sourceAccountID = "bank";
+    input.currency = "IDR";
+    input.amountMinor = 500;
+    EXPECT_EQ(EntryForm::recordedID(before.build(), after.build(), input), "e3");
+    EXPECT_EQ(EntryForm::recordedID(before.build(), before.build(), input), "");
+}
+
+TEST(EntryForm, PrefillsTheCorrectEntryFromTheReversedOne)
+{
+    const auto held = books().transfer("t1", "2026-11-01", "bank", "float", "USD", 25'000, "funding").build();
+    const auto draft = EntryEdits::correctionOf(held.transactions.front(), "id-ID");
+    EXPECT_EQ(draft.source, "bank");
+    EXPECT_EQ(draft.target, "float");
+    EXPECT_EQ(draft.amount, "250,00");
+    const auto reopened = EntryEdits::opened({"transfer", {}, draft}, held, "key-9", "2026-11-20");
+    EXPECT_EQ(reopened.draft.idempotencyKey, "key-9");
+    EXPECT_EQ(reopened.draft.date, "2026-11-20");
+    EXPECT_TRUE(reopened.problems.empty());
+}
+
+TEST(EntryForm, DropsFromThePrefilledEntryWhatIsGone)
+{
+    auto builder = books().expense("e1", "2026-11-01", "bank", "USD", 500, "rent");
+    auto held = builder.build();
+    const auto draft = EntryEdits::correctionOf(held.transactions.front(), "en-US");
+    std::erase_if(held.categories, [](const Category& each) { return each.id == "rent"; });
+    const auto reopened = EntryEdits::opened({"expense", {}, draft}, held, "key-9", "2026-11-20");
+    EXPECT_EQ(reopened.draft.categoryID, std::nullopt);
+    EXPECT_EQ(shown(reopened, held).messages.at(EntryField::category),
+              QStringLiteral("The previous category is no longer available. Select another one."));
+}
+
+TEST(EntryForm, RewritesAmountsForAnotherLanguage)
+{
+    EXPECT_EQ(EntryForm::rewritten("1,234.56", "en-US", "id-ID"), "1.234,56");
+    EXPECT_EQ(EntryForm::rewritten("1.234,56", "vi-VN", "zh-CN"), "1,234.56");
+    EXPECT_EQ(EntryForm::rewritten("1.234,56", "vi-VN", "id-ID"), "1.234,56");
+}
+
+TEST(EntryCategories, ShowPinsFirstElseTheMostUsed)
+{
+    auto builder = books();
+    EXPECT_EQ(idsOf(EntryCategories::tiles(builder.build(), "expense", "en")),
+              (std::vector<std::string>{"power", "water", "rent"}));
+    builder.expense("e1", "2026-11-01", "bank", "USD", 1, "rent").expense("e2", "2026-11-01", "bank", "USD", 1, "rent");
+    builder.expense("e3", "2026-11-01", "bank", "USD", 1, "water");
+    EXPECT_EQ(idsOf(EntryCategories::tiles(builder.build(), "expense", "en")),
+              (std::vector<std::string>{"rent", "water", "power"}));
+    auto held = builder.build();
+    held.currentMember.selectedCategoryIDs = {{"water", "sales", "gone", "utilities"}};
+    EXPECT_EQ(idsOf(EntryCategories::tiles(held, "expense", "en")), (std::vector<std::string>{"water", "utilities"}));
+}
+
+TEST(EntryCategories, AreFoundByAnyPartOfTheirNameBelowTheirParent)
+{
+    auto held = books().build();
+    held.categories[1].names["vi-VN"] = "Điện lực";
+    const auto found = EntryCategories::matching(held, "expense", QStringLiteral("dien"), "vi-VN");
+    EXPECT_EQ(idsOf(found), (std::vector<std::string>{"utilities", "power"}));
+    EXPECT_EQ(found[1].name.mid(found[1].matchStart, found[1].matchLength), QStringLiteral("Điện"));
+    EXPECT_EQ(idsOf(EntryCategories::matching(held, "expense", QStringLiteral("UTIL"), "en")),
+              (std::vector<std::string>{"utilities", "power", "water"}));
+    EXPECT_TRUE(EntryCategories::matching(held, "expense", QStringLiteral("sales"), "en").empty());
+}
+
+TEST(EntryRefundables, NameTheIncomeAndWhatItStillAllows)
+{
+    InterfaceLanguage::change("en-US");
+    const auto held = books().income("i1", "2026-11-01", "bank", "USD", 30'000, "sales").note("INV-7").build();
+    const auto rows = EntryForm::refundableRows(held, "USD", "en-US");
+    ASSERT_EQ(rows.size(), 1U);
+    EXPECT_EQ(rows.front().text, QStringLiteral("1 November 2026, Sales, INV-7"));
+    EXPECT_EQ(rows.front().remaining, QStringLiteral("Still refundable: USD 300.00"));
+}
+
+TEST(EntryFormWords, SpeakFourLanguages)
+{
+    for (const auto& row : entryFormWords().rows()) {
+        for (const auto text : {row.chinese, row.indonesian, row.vietnamese, row.english}) {
+            EXPECT_FALSE(text.empty()) << row.key;
+            EXPECT_EQ(text.contains("%1"), row.english.contains("%1")) << row.key;
+        }
+    }
+}

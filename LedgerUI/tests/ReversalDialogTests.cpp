@@ -1,0 +1,148 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "LedgerCore/Client/testing/StoreUnderTest.h"
+#include "LedgerUI/Components/Banner.h"
+#include "LedgerUI/Components/FieldError.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Screens/Entry/ReversalDialog.h"
+#include "LedgerUI/testing/LabelAudit.h"
+
+namespace {
+
+constexpr auto reverse = "POST v1/transactions/e1/reverse";
+
+/// Lets events that cause events come to rest.
+void settle()
+{
+    for (int round = 0; round < 8; ++round)
+        QCoreApplication::processEvents();
+}
+
+SnapshotBuilder books()
+{
+    auto builder = snapshot();
+    builder.account("bank", {"VND"}).account("vault", {"VND"}).grantAll().category("freight", "expense", "Freight");
+    builder.expense("e1", "2026-11-19", "bank", "VND", 38'600'000, "freight").note("Waybill 7");
+    return builder.transfer("t1", "2026-11-19", "bank", "vault", "VND", 500);
+}
+
+class DialogUnderTest {
+public:
+    explicit DialogUnderTest(std::size_t entry = 0, std::string language = "en-US")
+    {
+        InterfaceLanguage::change(std::move(language));
+        service.signIn(books());
+        window.resize(900, 640);
+        window.show();
+        dialog = new ReversalDialog(service.store, service.store.snapshot()->transactions[entry], &window);
+        dialog->open();
+        dialog->activateWindow();
+        waitUntil([&] { return dialog->isActiveWindow(); });
+    }
+    ~DialogUnderTest() { InterfaceLanguage::change("en-US"); }
+
+    template <class Widget>
+    Widget& control(const char* name)
+    {
+        auto* found = dialog->findChild<Widget*>(QString::fromLatin1(name));
+        require(found != nullptr, name);
+        return *found;
+    }
+    QAbstractButton& confirm() { return control<QAbstractButton>("reversalConfirm"); }
+    void confirmAndWait()
+    {
+        confirm().click();
+        waitUntil([&] { return !service.store.isBusy(); });
+        settle();
+    }
+
+    StoreUnderTest service;
+    QMainWindow window;
+    QPointer<ReversalDialog> dialog;
+};
+
+}
+
+TEST(ReversalDialog, AsksForAReasonFirst)
+{
+    DialogUnderTest under;
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("reversalReason"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("   "));
+    under.confirm().click();
+    EXPECT_EQ(under.control<FieldError>("reversalReasonError").message(),
+              QStringLiteral("Enter the reason for the reversal."));
+    EXPECT_TRUE(under.service.server.requests(reverse).empty());
+}
+
+TEST(ReversalDialog, ResendsTheSameRequestAfterAnUnknownOutcome)
+{
+    DialogUnderTest under;
+    QSignalSpy reversed{under.dialog, &ReversalDialog::reversed};
+    QTest::keyClicks(&under.control<QLineEdit>("reversalReason"), QStringLiteral("Billed twice"));
+    under.service.server.replace(reverse, ServerReply::dropped());
+    under.confirmAndWait();
+    EXPECT_EQ(under.confirm().text(), QStringLiteral("Retry original request"));
+    EXPECT_FALSE(under.control<QLineEdit>("reversalReason").isEnabled());
+    under.service.clock.advance(std::chrono::hours{30});
+    under.service.server.replace(reverse, ServerReply::json(books().json()));
+    under.confirmAndWait();
+    EXPECT_EQ(reversed.count(), 1);
+    const auto sent = under.service.server.requests(reverse);
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[1].body, sent[0].body);
+}
+
+TEST(ReversalDialog, OffersTheCorrectEntryPrefilled)
+{
+    DialogUnderTest under;
+    TransactionDraft offered;
+    QObject::connect(under.dialog, &ReversalDialog::correctionRequested, under.dialog,
+                     [&](const TransactionDraft& draft) { offered = draft; });
+    QTest::keyClicks(&under.control<QLineEdit>("reversalReason"), QStringLiteral("Billed twice"));
+    under.service.server.replace(reverse, ServerReply::json(books().json()));
+    under.confirmAndWait();
+    EXPECT_EQ(under.confirm().text(), QStringLiteral("Record the correct entry"));
+    under.confirm().click();
+    EXPECT_EQ(offered.kind, "expense");
+    EXPECT_EQ(offered.source, "bank");
+    EXPECT_EQ(offered.amount, "38,600,000");
+    EXPECT_EQ(offered.categoryID, "freight");
+    EXPECT_EQ(offered.note, "Waybill 7");
+    EXPECT_EQ(offered.idempotencyKey, "");
+    waitUntil([&] { return under.dialog.isNull(); });
+}
+
+TEST(ReversalDialog, KeepsTheReasonWhenRefused)
+{
+    DialogUnderTest under;
+    QTest::keyClicks(&under.control<QLineEdit>("reversalReason"), QStringLiteral("Billed twice"));
+    under.service.server.replace(reverse, ServerReply::error(409, "refunds_exist"));
+    under.confirmAndWait();
+    EXPECT_EQ(under.control<QLineEdit>("reversalReason").text(), QStringLiteral("Billed twice"));
+    EXPECT_TRUE(under.control<QLineEdit>("reversalReason").isEnabled());
+    EXPECT_EQ(under.confirm().text(), QStringLiteral("Confirm reversal"));
+}
+
+TEST(ReversalDialog, ExplainsATransferAsAWholeInEveryLanguage)
+{
+    for (const auto* language : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {
+        DialogUnderTest under{1, language};
+        under.confirm().click();
+        settle();
+        EXPECT_EQ(auditLabels(*under.dialog), std::vector<std::string>{}) << language;
+        EXPECT_EQ(auditControls(*under.dialog), std::vector<std::string>{}) << language;
+    }
+    DialogUnderTest transfer{1};
+    DialogUnderTest expense{0};
+    const auto explanation = [](DialogUnderTest& under) { return under.control<QLabel>("reversalExplanation").text(); };
+    EXPECT_TRUE(explanation(transfer).startsWith(QStringLiteral("The whole transfer is reversed on both accounts")));
+    EXPECT_TRUE(explanation(expense).startsWith(QStringLiteral("Posted amounts are not overwritten.")));
+}

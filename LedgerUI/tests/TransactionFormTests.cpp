@@ -1,0 +1,340 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "LedgerCore/Client/testing/StoreUnderTest.h"
+#include "LedgerCore/Domain/TransactionInput.h"
+#include "LedgerUI/Components/Banner.h"
+#include "LedgerUI/Components/FieldError.h"
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/testing/LabelAudit.h"
+
+namespace {
+
+constexpr auto post = "POST v1/transactions";
+
+/// Lets events that cause events come to rest: a language change, a layout.
+void settle()
+{
+    for (int round = 0; round < 8; ++round)
+        QCoreApplication::processEvents();
+}
+
+SnapshotBuilder books()
+{
+    auto builder = snapshot();
+    builder.account("bank", {"IDR", "USD"}).account("vault", {"USD", "SGD"}).employeeAccount("float", {"IDR"}, "m1");
+    builder.grantAll().balance("bank", "IDR", 28'412'045'000).balance("float", "IDR", 536'315'000);
+    builder.category("power", "expense", "Electricity").category("rent", "expense", "Rent");
+    builder.category("sales", "income", "Sales");
+    return builder;
+}
+
+/// The form over a window, with hands on its controls.
+class FormUnderTest {
+public:
+    explicit FormUnderTest(std::optional<std::string> account = "bank", std::string kind = "expense",
+                           std::string language = "en-US")
+    {
+        InterfaceLanguage::change(std::move(language));
+        service.signIn(books());
+        window.resize(900, 640);
+        window.show();
+        form = new TransactionForm(service.store, {std::move(kind), std::move(account), {}}, &window);
+        form->open();
+        form->activateWindow();
+        waitUntil([&] { return form->isActiveWindow(); });
+    }
+    ~FormUnderTest() { InterfaceLanguage::change("en-US"); }
+
+    template <class Widget = QWidget>
+    Widget& control(const char* name)
+    {
+        auto* found = form->findChild<Widget*>(QString::fromLatin1(name));
+        require(found != nullptr, name);
+        return *found;
+    }
+    void type(const char* name, const char* keys) { QTest::keyClicks(&control(name), QString::fromUtf8(keys)); }
+    void click(const char* name) { control<QAbstractButton>(name).click(); }
+    std::string message(const char* name) { return control<FieldError>(name).message().toStdString(); }
+    std::string banner()
+    {
+        const auto& shown = form->banner();
+        return shown.isHidden() ? std::string{} : shown.text().toStdString();
+    }
+    std::string amount() { return control<QLineEdit>("entryAmount").text().toStdString(); }
+    std::vector<TransactionInput> posted()
+    {
+        std::vector<TransactionInput> inputs;
+        for (const auto& request : service.server.requests(post))
+            inputs.push_back(Json::decode<TransactionInput>(request.body).value());
+        return inputs;
+    }
+    void answer(const ServerReply& reply) { service.server.replace(post, reply); }
+    void saveAndWait()
+    {
+        click("entrySave");
+        waitUntil([&] { return !service.store.isBusy(); });
+        settle();
+    }
+    /// The question that the form asks before closing, or null.
+    QAbstractButton* question(const char* button)
+    {
+        return form->findChild<QAbstractButton*>(QString::fromLatin1(button));
+    }
+
+    StoreUnderTest service;
+    QMainWindow window;
+    QPointer<TransactionForm> form;
+};
+
+void fill(FormUnderTest& under)
+{
+    under.type("entryAmount", "4385200");
+    under.click("entryCategory0");
+}
+
+}
+
+TEST(TransactionForm, RecordsAnExpenseByKeyboardAlone)
+{
+    FormUnderTest under{std::nullopt};
+    QSignalSpy recorded{under.form, &TransactionForm::recorded};
+    under.answer(ServerReply::json("{}"));
+    under.service.server.replace(
+        "GET v1/snapshot",
+        ServerReply::json(books().expense("e9", "2026-11-20", "vault", "USD", 1'250, "rent").json()));
+    const auto press = [](Qt::Key key, Qt::KeyboardModifiers held = {}) {
+        QTest::keyClick(QApplication::focusWidget(), key, held);
+    };
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("entryAccount"));
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("entryCurrency"));
+    press(Qt::Key_Tab);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("12.5"));
+    press(Qt::Key_Tab);
+    press(Qt::Key_Right);
+    press(Qt::Key_Space);
+    while (QApplication::focusWidget()->objectName() != QStringLiteral("entryNote"))
+        press(Qt::Key_Tab);
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Gudang"));
+    press(Qt::Key_Return, Qt::ControlModifier);
+    waitUntil([&] { return recorded.count() == 1; });
+
+    const auto sent = under.posted();
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent.front().sourceAccountID, "vault");
+    EXPECT_EQ(sent.front().currency, "USD");
+    EXPECT_EQ(sent.front().amountMinor, 1'250);
+    EXPECT_EQ(sent.front().categoryID, "rent");
+    EXPECT_EQ(sent.front().note, "Gudang");
+    EXPECT_EQ(sent.front().date, "2026-11-20");
+    EXPECT_EQ(recorded.front().front().toString(), QStringLiteral("e9"));
+    waitUntil([&] { return under.form.isNull(); });
+}
+
+TEST(TransactionForm, SendsNothingOnASecondClick)
+{
+    FormUnderTest under;
+    fill(under);
+    under.answer(ServerReply::parked());
+    under.click("entrySave");
+    waitUntil([&] { return under.service.server.parkedCount() == 1; });
+    under.click("entrySave");
+    QTest::keyClick(under.form, Qt::Key_Return, Qt::ControlModifier);
+    QTest::keyClick(under.form, Qt::Key_Escape);
+    EXPECT_TRUE(under.form->isVisible());
+    under.service.server.release(ServerReply::json("{}"));
+    waitUntil([&] { return under.form.isNull(); });
+    EXPECT_EQ(under.posted().size(), 1U);
+}
+
+TEST(TransactionForm, RetriesAnUnconfirmedSaveWithTheSameRequest)
+{
+    FormUnderTest under;
+    fill(under);
+    under.answer(ServerReply::dropped());
+    under.saveAndWait();
+    EXPECT_TRUE(under.banner().starts_with("The save result is unconfirmed. Content is locked."));
+    EXPECT_FALSE(under.control("entryAmount").isEnabled());
+    EXPECT_EQ(under.amount(), "4,385,200");
+    EXPECT_EQ(under.control<QAbstractButton>("entrySave").text(), QStringLiteral("Retry original request"));
+
+    under.service.clock.advance(std::chrono::hours{30});
+    under.answer(ServerReply::error(429, "rate_limited"));
+    under.saveAndWait();
+    EXPECT_FALSE(under.control("entryAmount").isEnabled());
+    under.answer(ServerReply::json("{}"));
+    under.click("entrySave");
+    waitUntil([&] { return under.form.isNull(); });
+    const auto sent = under.posted();
+    ASSERT_EQ(sent.size(), 3U);
+    EXPECT_EQ(sent[1], sent[0]);
+    EXPECT_EQ(sent[2], sent[0]);
+}
+
+TEST(TransactionForm, WarnsBeforeClosingAnUnconfirmedSave)
+{
+    FormUnderTest under;
+    fill(under);
+    under.answer(ServerReply::dropped());
+    under.saveAndWait();
+    under.click("entryCancel");
+    auto* stay = under.question("questionCancel");
+    ASSERT_NE(stay, nullptr);
+    EXPECT_EQ(under.control<QLabel>("messageText").text(),
+              QStringLiteral("The entry may already have been saved. Close and refresh the ledger to check before "
+                             "entering the same transaction again."));
+    stay->click();
+    EXPECT_TRUE(under.form->isVisible());
+}
+
+TEST(TransactionForm, KeepsEverythingWhenTheServiceRefuses)
+{
+    FormUnderTest under;
+    fill(under);
+    under.type("entryNote", "Listrik");
+    under.answer(ServerReply::error(409, "balance_limit"));
+    under.saveAndWait();
+    EXPECT_EQ(under.banner(), "The resulting account balance exceeds the supported range.");
+    EXPECT_EQ(under.amount(), "4,385,200");
+    EXPECT_EQ(under.control<QLineEdit>("entryNote").text(), QStringLiteral("Listrik"));
+    EXPECT_TRUE(under.control("entryAmount").isEnabled());
+    under.control<QLineEdit>("entryAmount").clear();
+    under.type("entryAmount", "100");
+    EXPECT_EQ(under.banner(), "");
+    under.saveAndWait();
+    EXPECT_NE(under.posted()[1].idempotencyKey, under.posted()[0].idempotencyKey);
+}
+
+TEST(TransactionForm, NamesEachProblemUnderItsFieldAndGoesToTheFirst)
+{
+    FormUnderTest under;
+    under.control("entryNote").setFocus();
+    under.click("entrySave");
+    EXPECT_EQ(under.message("entryAmountError"), "Enter an amount greater than zero.");
+    EXPECT_EQ(under.message("entryCategoryError"), "Select a purpose category");
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("entryAmount"));
+    under.type("entryAmount", "12,50");
+    EXPECT_EQ(under.message("entryAmountError"), "");
+    under.click("entrySave");
+    EXPECT_EQ(under.message("entryAmountError"),
+              "Invalid amount format. Use the decimal and thousands separators for the current language.");
+    EXPECT_EQ(under.amount(), "12,50");
+    EXPECT_TRUE(under.posted().empty());
+}
+
+TEST(TransactionForm, RefusesPettyCashThatIsNotThere)
+{
+    FormUnderTest under{"float"};
+    under.type("entryAmount", "6250000");
+    under.click("entryCategory0");
+    under.click("entrySave");
+    EXPECT_EQ(under.message("entryAmountError"),
+              "Insufficient petty cash. Available balance in this currency: IDR 5,363,150");
+    EXPECT_TRUE(under.posted().empty());
+}
+
+TEST(TransactionForm, AsksBeforeDiscardingADraftAndOnlyThen)
+{
+    {
+        FormUnderTest untouched;
+        untouched.click("entryCancel");
+        waitUntil([&] { return untouched.form.isNull(); });
+    }
+    FormUnderTest under;
+    under.type("entryNote", "Listrik");
+    under.click("entryCancel");
+    EXPECT_EQ(under.control<QLabel>("messageText").text(),
+              QStringLiteral("Unsaved content will be lost. Uploaded receipts are not deleted automatically."));
+    under.question("questionConfirm")->click();
+    waitUntil([&] { return under.form.isNull(); });
+}
+
+TEST(TransactionForm, ChangesItsLanguageInPlaceAndKeepsTheDraft)
+{
+    FormUnderTest under;
+    fill(under);
+    InterfaceLanguage::change("id-ID");
+    settle();
+    EXPECT_EQ(under.amount(), "4.385.200");
+    EXPECT_EQ(under.control<QAbstractButton>("entrySave").text(), QStringLiteral("Simpan pengeluaran"));
+    under.answer(ServerReply::error(409, "balance_limit"));
+    under.saveAndWait();
+    EXPECT_EQ(under.posted().back().amountMinor, 438'520'000);
+}
+
+TEST(TransactionForm, FindsACategoryByTypingInTheTiles)
+{
+    FormUnderTest under;
+    under.type("entryAmount", "5");
+    under.control("entryCategory0").setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_R);
+    ASSERT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("entryCategorySearch"));
+    QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("ent"));
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_FALSE(under.control("entryCategoryPopover").isVisible());
+    EXPECT_EQ(under.control<QLabel>("entryCategoryPath").text(), QStringLiteral("Rent"));
+}
+
+TEST(TransactionForm, ClosesThePopoverBeforeTheForm)
+{
+    FormUnderTest under;
+    under.click("entryAllCategories");
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+    EXPECT_FALSE(under.control("entryCategoryPopover").isVisible());
+    EXPECT_TRUE(under.form->isVisible());
+}
+
+TEST(TransactionForm, FundsAFloatAndExchangesCurrencies)
+{
+    {
+        FormUnderTest transfer{"bank", "transfer"};
+        QTest::keyClick(&transfer.control("entryDestination"), Qt::Key_Down);
+        transfer.type("entryAmount", "500000");
+        EXPECT_EQ(transfer.control<QAbstractButton>("entrySave").text(), QStringLiteral("Confirm funding"));
+        transfer.answer(ServerReply::json("{}"));
+        transfer.click("entrySave");
+        waitUntil([&] { return transfer.form.isNull(); });
+        EXPECT_EQ(transfer.posted().front().targetAccountID, "float");
+        EXPECT_EQ(transfer.posted().front().transferPurpose, "funding");
+    }
+    FormUnderTest exchange{"bank", "exchange"};
+    exchange.type("entryAmount", "1600000");
+    QTest::keyClick(&exchange.control("entryDestination"), Qt::Key_Down);
+    QTest::keyClick(&exchange.control("entryDestination"), Qt::Key_Down);
+    exchange.type("entryTargetAmount", "100");
+    exchange.answer(ServerReply::json("{}"));
+    exchange.click("entrySave");
+    waitUntil([&] { return exchange.form.isNull(); });
+    EXPECT_EQ(exchange.posted().front().targetCurrency, "USD");
+    EXPECT_EQ(exchange.posted().front().targetAmountMinor, 10'000);
+}
+
+class TransactionFormLanguages : public testing::TestWithParam<std::tuple<std::string, std::string>> {};
+
+TEST_P(TransactionFormLanguages, CutsNoTextAndNamesEveryControl)
+{
+    const auto& [language, kind] = GetParam();
+    FormUnderTest under{"bank", kind, language};
+    QTest::keyClicks(&under.control("entryAmount"), QStringLiteral("5"));
+    under.click("entrySave");
+    settle();
+    EXPECT_EQ(auditLabels(*under.form), std::vector<std::string>{});
+    EXPECT_EQ(auditControls(*under.form), std::vector<std::string>{});
+    EXPECT_LE(under.form->height(), 640);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, TransactionFormLanguages,
+                         testing::Combine(testing::Values("zh-CN", "id-ID", "vi-VN", "en-US"),
+                                          testing::Values("expense", "transfer", "exchange", "refund", "opening")));
