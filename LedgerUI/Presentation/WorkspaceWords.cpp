@@ -19,6 +19,7 @@ const WordTable& workspaceWords()
         {"demoText", "更改不会影响您自己的公司。", "Perubahan tidak memengaruhi perusahaan Anda.",
          "Thay đổi không ảnh hưởng đến công ty của bạn.", "Changes do not affect your own companies."},
         {"demoAgain", "可用以下信息再次登录：", "Masuk lagi dengan:", "Đăng nhập lại bằng:", "Sign in again with:"},
+        {"demoCopy", "复制邮箱", "Salin email", "Sao chép email", "Copy the e-mail"},
         {"demoSummary", "演示公司。再次登录：%1，密码 %2", "Perusahaan contoh. Masuk lagi: %1, kata sandi %2",
          "Công ty mẫu. Đăng nhập lại: %1, mật khẩu %2", "Demonstration company. Sign in again: %1, password %2"},
         {"updated", "更新于 %1", "Diperbarui %1", "Cập nhật lúc %1", "Updated %1"},

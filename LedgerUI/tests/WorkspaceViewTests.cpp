@@ -2,6 +2,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
@@ -164,6 +165,8 @@ TEST_F(Workspace, SaysHowToComeBackToTheDemonstration)
     const auto text = under.find<QLabel>("demonstrationCredentials")->text();
     EXPECT_TRUE(text.contains(QStringLiteral("tallyfold-demo"))) << text.toStdString();
     EXPECT_TRUE(under.find("demonstrationNotice")->accessibleName().contains(QStringLiteral("m1@example.com")));
+    QTest::mouseClick(under.find("copyDemonstrationEmail"), Qt::LeftButton);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("m1@example.com"));
 }
 
 TEST_F(Workspace, SignsOutFromTheMembersMenu)
@@ -177,7 +180,9 @@ TEST_F(Workspace, SignsOutFromTheMembersMenu)
 
 TEST_F(Workspace, CutsNoTextInAnyLanguageWideOrNarrow)
 {
-    under.openDemonstration(employeeBooks());
+    auto person = SnapshotBuilder::person("m1", "Dewi Anggraini", "finance");
+    person.email = "dewi.anggraini@en.demo.tallyfold.example";
+    under.openDemonstration(SnapshotBuilder{}.currentMember(person));
     for (const auto size : {QSize{1160, 760}, QSize{900, 640}}) {
         under.window.resize(size);
         for (const auto tag : AppLanguage::supportedLocales) {

@@ -125,6 +125,7 @@ void SignInAside::buildDemonstrationMenu()
         m_profiles->addAction(action);
         connect(action, &QAction::triggered, this, [this, profile] { startDemonstration(std::string{profile}); });
     }
+    connect(menu, &QMenu::aboutToShow, this, [this, menu] { menu->setMinimumWidth(m_demonstration->width()); });
     m_demonstration->setMenu(menu);
 }
 

@@ -1,12 +1,15 @@
 #include "LedgerUI/Screens/Workspace/DemonstrationNotice.h"
 
+#include <QClipboard>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Domain/DemoIdentity.h"
 #include "LedgerUI/Components/GlyphLabel.h"
+#include "LedgerUI/Components/IconButton.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/WorkspaceWords.h"
@@ -15,12 +18,20 @@
 namespace {
 
 constexpr int padding = 10;
+constexpr int copyExtent = 22;
 
-// An e-mail breaks only where it can be read on.
-QString breakable(QString email)
+// An e-mail that is too long for one line goes on at its "@" or a point; only the shown text holds these invisible
+// places to break.
+QString breakable(const QString& email)
 {
-    constexpr char16_t zeroWidthSpace = 0x200b;
-    return email.replace(QLatin1Char('@'), QString{QChar{zeroWidthSpace}} + QLatin1Char('@'));
+    constexpr QChar zeroWidthSpace{0x200b};
+    QString shown;
+    for (const auto character : email) {
+        if (character == QLatin1Char('@') || character == QLatin1Char('.'))
+            shown += zeroWidthSpace;
+        shown += character;
+    }
+    return shown;
 }
 
 }
@@ -37,14 +48,26 @@ DemonstrationNotice::DemonstrationNotice(LedgerStore& store, QWidget* parent) : 
     m_again = new TextLabel(TypeStep::micro, Token::text2, m_texts);
     m_credentials = new TextLabel(TypeStep::micro, Token::text, m_texts);
     m_credentials->setObjectName(QStringLiteral("demonstrationCredentials"));
-    m_credentials->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_copy = new IconButton(QStringLiteral("clipboard"), IconButton::Frame::none, m_texts);
+    m_copy->setObjectName(QStringLiteral("copyDemonstrationEmail"));
+    m_copy->setFixedSize(copyExtent, copyExtent);
+    connect(m_copy, &IconButton::clicked, this, [this] {
+        if (const auto snapshot = m_store.snapshot())
+            QGuiApplication::clipboard()->setText(qString(snapshot->currentMember.email));
+    });
     auto* rows = new QVBoxLayout(m_texts);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(Space::step1);
-    for (auto* label : {m_title, m_text, m_again, m_credentials}) {
+    for (auto* label : {m_title, m_text, m_again}) {
         label->setWordWrap(true);
         rows->addWidget(label);
     }
+    m_credentials->setWordWrap(true);
+    auto* credentials = new QHBoxLayout;
+    credentials->setSpacing(0);
+    credentials->addWidget(m_credentials, 1);
+    credentials->addWidget(m_copy, 0, Qt::AlignBottom);
+    rows->addLayout(credentials);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(padding, Space::step2, padding, Space::step2);
     layout->setSpacing(Space::step2);
@@ -80,6 +103,7 @@ void DemonstrationNotice::present()
     m_again->setText(word(words, "demoAgain"));
     m_credentials->setText(breakable(qString(email)) + QLatin1Char('\n') + qString(DemoIdentity::password));
     const auto summary = word(words, "demoSummary", {email, DemoIdentity::password});
+    m_copy->setName(word(words, "demoCopy"));
     setToolTip(summary);
     setAccessibleName(summary);
 }

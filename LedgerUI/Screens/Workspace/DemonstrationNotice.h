@@ -3,6 +3,7 @@
 #include <QFrame>
 
 class GlyphLabel;
+class IconButton;
 class LedgerStore;
 class TextLabel;
 
@@ -27,4 +28,5 @@ private:
     TextLabel* m_text = nullptr;
     TextLabel* m_again = nullptr;
     TextLabel* m_credentials = nullptr;
+    IconButton* m_copy = nullptr;
 };
