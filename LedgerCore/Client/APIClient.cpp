@@ -10,7 +10,7 @@
 namespace {
 
 /// A reply of this size is decoded well within a frame.
-constexpr std::size_t quicklyRead = 64 * 1024;
+constexpr std::size_t quicklyRead = 65'536;
 
 struct ErrorDetail {
     std::optional<std::string> code;
@@ -80,12 +80,11 @@ Failure failureOf(TransportFailure failure)
 
 APIError refusal(const HttpReply& reply)
 {
-    auto body = Json::decode<ErrorBody>(reply.body);
-    if (!body || !body->error.code)
-        return {.status = reply.status, .code = std::string{ClientCode::httpError}, .message = {}};
+    const auto body = Json::decode<ErrorBody>(reply.body);
+    const auto detail = body ? body->error : ErrorDetail{};
     return {.status = reply.status,
-            .code = std::move(*body->error.code),
-            .message = std::move(body->error.message).value_or("")};
+            .code = detail.code.value_or(std::string{ClientCode::httpError}),
+            .message = detail.code ? detail.message.value_or("") : ""};
 }
 
 }

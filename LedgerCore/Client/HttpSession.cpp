@@ -9,6 +9,7 @@
 #include <QNetworkProxy>
 #include <QNetworkReply>
 #include <QNetworkRequest>
+#include <QTimer>
 #include <QUrl>
 
 #include "LedgerCore/Client/SingleUseBody.h"
@@ -50,8 +51,7 @@ bool isAboutAnswer(QNetworkReply::NetworkError error)
 /// Lets go of the session from the event loop: here its reply is still announcing its end.
 void releaseLater(std::shared_ptr<HttpSession> session)
 {
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(), [kept = std::move(session)]() mutable { kept.reset(); }, Qt::QueuedConnection);
+    QTimer::singleShot(0, QCoreApplication::instance(), [kept = std::move(session)]() mutable { kept.reset(); });
 }
 
 std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, TransferWatch::Ending ending)

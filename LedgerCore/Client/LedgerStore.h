@@ -24,6 +24,7 @@ class LanguageDefaults;
 class SessionCredentialStore;
 struct APIRequest;
 struct PendingCompanyRegistration;
+struct SavedSession;
 
 /// The one stateful object of the client: session, snapshot and what the interface shows meanwhile. Screens observe
 /// it and call its operations; each operation is one request, and one runs at a time. Main thread only.
@@ -98,7 +99,7 @@ public:
     /// Succeeds even when the service cannot be told.
     QCoro::Task<Result<void>> logout();
     /// Succeeds once the entry is recorded; that it could not be reloaded is then published.
-    QCoro::Task<Result<void>> postTransaction(TransactionInput input, bool publishError);
+    QCoro::Task<Result<void>> postTransaction(const TransactionInput& input, bool publishError);
     /// Repeats an unconfirmed earlier request for the same entry as it stood.
     QCoro::Task<Result<void>> reverseTransaction(std::string id, std::string reason);
 
@@ -132,7 +133,7 @@ private:
     // Requests. After a suspension the store may be gone: these then end as `Cancelled`, and so must their callers
     // without touching the store.
     std::expected<APIClient, Failure> client();
-    std::expected<APIRequest, Failure> authorized(APIRequest request) const;
+    [[nodiscard]] std::expected<APIRequest, Failure> authorized(APIRequest request) const;
     QCoro::Task<Result<std::string>> exchange(APIRequest request);
     QCoro::Task<Result<LoadedSnapshot>> readSnapshot(std::string body);
 
@@ -145,7 +146,7 @@ private:
     QCoro::Task<Result<void>> endSession();
     QCoro::Task<Result<void>> sendReversal(std::string id, std::string reason);
     QCoro::Task<Result<void>> clearExpiredSession(Failure failure);
-    QCoro::Task<Result<void>> keepSession();
+    QCoro::Task<Result<void>> keepSession(SavedSession session);
 
     void awaitReview(PendingCompanyRegistration pending);
     void clearMemory();

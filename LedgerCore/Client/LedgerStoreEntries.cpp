@@ -5,7 +5,7 @@
 #include "LedgerCore/Client/IdentifierSource.h"
 #include "LedgerCore/Client/LedgerStore.h"
 
-QCoro::Task<Result<void>> LedgerStore::postTransaction(TransactionInput input, bool publishError)
+QCoro::Task<Result<void>> LedgerStore::postTransaction(const TransactionInput& input, bool publishError)
 {
     return operation(publishing(publishError), [this, body = Json::encode(input)] {
         return submit({.method = "POST", .path = "v1/transactions", .body = body});

@@ -36,10 +36,10 @@ bool LedgerStore::can(std::string_view action, std::string_view accountID) const
 
 bool LedgerStore::isCategorySelected(std::string_view id) const
 {
-    if (!m_snapshot || !m_snapshot->currentMember.selectedCategoryIDs)
+    if (!m_snapshot)
         return false;
-    const auto& selected = *m_snapshot->currentMember.selectedCategoryIDs;
-    return std::ranges::find(selected, id) != selected.end();
+    const auto& selected = m_snapshot->currentMember.selectedCategoryIDs;
+    return selected && std::ranges::find(*selected, id) != selected->end();
 }
 
 std::vector<const Category*> LedgerStore::entryCategories(std::string_view kind) const

@@ -61,27 +61,29 @@ QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::strin
     const auto text = co_await sent;
     if (!text)
         co_return std::unexpected(text.error());
-    const auto reply = std::make_shared<std::optional<CompanyRegistrationResponse>>();
-    auto reading = runForSize(text->size(), [bytes = *text, reply] { *reply = AccessReply::decode(bytes); });
+    const auto read = std::make_shared<std::optional<CompanyRegistrationResponse>>();
+    auto reading = runForSize(text->size(), [bytes = *text, read] { *read = AccessReply::decode(bytes); });
     co_await reading;
     if (!self)
         co_return std::unexpected(Cancelled{});
-    if (!*reply)
+    auto reply = std::move(*read);
+    if (!reply)
         co_return std::unexpected(invalidResponse());
-    if (auto* pending = std::get_if<PendingCompanyRegistration>(&**reply)) {
+    if (auto* pending = std::get_if<PendingCompanyRegistration>(&*reply)) {
         awaitReview(std::move(*pending));
         co_return Result<void>{};
     }
 
-    auto& opened = std::get<AuthResponse>(**reply);
+    auto& opened = std::get<AuthResponse>(*reply);
     if (const auto refused = Approval::whyNot(opened.snapshot.company))
         co_return std::unexpected(*refused);
-    m_token = std::move(opened.token);
-    assign(m_isDemo, session == Session::demonstration, &LedgerStore::isDemoChanged);
+    const SavedSession kept{.token = opened.token, .isDemo = session == Session::demonstration};
+    m_token = kept.token;
+    assign(m_isDemo, kept.isDemo, &LedgerStore::isDemoChanged);
     replaceSnapshot({.fresh = std::make_shared<const LedgerSnapshot>(std::move(opened.snapshot)), .held = {}});
-    auto keeping = keepSession();
-    auto kept = co_await keeping;
-    co_return kept;
+    auto keeping = keepSession(kept);
+    auto outcome = co_await keeping;
+    co_return outcome;
 }
 
 void LedgerStore::awaitReview(PendingCompanyRegistration pending)
@@ -94,10 +96,10 @@ void LedgerStore::awaitReview(PendingCompanyRegistration pending)
            &LedgerStore::noticeMessageChanged);
 }
 
-QCoro::Task<Result<void>> LedgerStore::keepSession()
+QCoro::Task<Result<void>> LedgerStore::keepSession(SavedSession session)
 {
     const QPointer<LedgerStore> self = this;
-    auto saving = m_environment.credentials.saveSession({.token = *m_token, .isDemo = m_isDemo}, m_endpoint);
+    auto saving = m_environment.credentials.saveSession(std::move(session), m_endpoint);
     const auto saved = co_await saving;
     // The session goes on in memory; the user learns that it will not outlast the program.
     if (self && !saved)
@@ -116,11 +118,12 @@ QCoro::Task<Result<void>> LedgerStore::restore()
         clearMemory();
         co_return std::unexpected(clientError(ClientCode::keychainRestoreUnavailable));
     }
-    if (!*saved)
+    const auto& session = *saved;
+    if (!session)
         co_return Result<void>{};
 
-    m_token = (*saved)->token;
-    assign(m_isDemo, (*saved)->isDemo, &LedgerStore::isDemoChanged);
+    m_token = session->token;
+    assign(m_isDemo, session->isDemo, &LedgerStore::isDemoChanged);
     auto loading = load();
     auto loaded = co_await loading;
     if (!self || loaded)
