@@ -41,7 +41,8 @@ Examples:
 std::string terminalLocale()
 {
     for (const auto* name : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
-        const std::string value = std::getenv(name) == nullptr ? "" : std::getenv(name);
+        const auto* const given = std::getenv(name);
+        const std::string value{given == nullptr ? "" : given};
         if (value == "POSIX" || value == "C" || value.starts_with("C."))
             break;
         if (!value.empty())

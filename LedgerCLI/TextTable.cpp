@@ -37,7 +37,7 @@ std::size_t TextTable::width(std::string_view text)
     const auto length = static_cast<std::int32_t>(text.size());
     for (std::int32_t at = 0; at < length;) {
         UChar32 letter = 0;
-        U8_NEXT(text.data(), at, length, letter);
+        U8_NEXT(text.data(), at, length, letter); // NOLINT(bugprone-inc-dec-in-conditions)
         width += widthOf(letter);
     }
     return width;
@@ -46,6 +46,7 @@ std::size_t TextTable::width(std::string_view text)
 std::string TextTable::text() const
 {
     std::vector<std::string> titles;
+    titles.reserve(m_columns.size());
     for (const auto& column : m_columns)
         titles.push_back(column.title);
     auto rows = m_rows;

@@ -22,7 +22,7 @@ bool looksLikeFormula(std::string_view value)
     do {
         if (at == length)
             return false;
-        U8_NEXT(value.data(), at, length, letter);
+        U8_NEXT(value.data(), at, length, letter); // NOLINT(bugprone-inc-dec-in-conditions)
     } while (isPassedOver(letter));
     return letter == '=' || letter == '+' || letter == '-' || letter == '@';
 }

@@ -108,7 +108,7 @@ void ImportRowCheck::check(int line, Cells cells, std::string identifier)
         checkExchange(input);
     else if (!entryKind.empty())
         checkTargetsAreEmpty();
-    if (m_plan.issues.size() != issuesBefore)
+    if (m_plan.issues.size() != issuesBefore || source == nullptr || !minor)
         return;
 
     input.kind = entryKind;

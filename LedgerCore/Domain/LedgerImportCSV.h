@@ -31,7 +31,7 @@ inline constexpr std::array<std::string_view, 11> legacyHeaders{
 inline constexpr std::string_view templateName = "Brightbook-ledger-import-template-中英";
 
 /// Larger files are not even read, in bytes.
-inline constexpr std::size_t maximumFileSize = 5 * 1024 * 1024;
+inline constexpr std::size_t maximumFileSize = 5UL * 1024 * 1024;
 
 /// The header alone, as a file to fill in.
 std::string templateText();
