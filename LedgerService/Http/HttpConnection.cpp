@@ -215,8 +215,12 @@ Request HttpConnection::requestOf(Parser& parser) const
     request.path = target.substr(0, target.find('?'));
     request.token = bearerOf(text(message[http::field::authorization]));
     request.remote = m_remote;
-    if (m_shared.behindProxy && message.count("X-Forwarded-For") > 0)
-        request.remote = lastListed(text(message["X-Forwarded-For"]));
+    if (m_shared.behindProxy) {
+        // A proxy appends to the list or adds a line of its own: the last line is the one to believe.
+        const auto [first, last] = message.equal_range("X-Forwarded-For");
+        for (auto each = first; each != last; ++each)
+            request.remote = lastListed(text(each->value()));
+    }
     request.body = std::move(message.body());
     return request;
 }

@@ -1,6 +1,5 @@
 #include "LedgerService/Identity/DemoSignIn.h"
 
-#include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/DemoIdentity.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/DemoCompanies.h"
@@ -38,7 +37,8 @@ std::expected<IssuedSession, Refusal> DemoSignIn::as(const Service& service, std
     const auto turn = service.database.queueToWrite();
     Transaction transaction{*loan, Transaction::Mode::writing};
     const auto memberID = MemberRepository::demoMemberID(*loan, companyID, profile);
-    require(memberID.has_value(), "a demonstration company has a member for every profile");
+    if (!memberID)
+        return std::unexpected(Refusal{404, "not_found", "Nobody plays this profile."});
     auto session = Authentication::issue(*loan, {companyID, *memberID}, service);
     transaction.commit();
     return session;

@@ -44,9 +44,12 @@ PreparedStatement& Connection::State::prepared(std::string_view sql)
     auto found = statements.find(sql);
     if (found == statements.end()) {
         auto made = std::make_unique<PreparedStatement>(session, sql);
-        found = statements.emplace(texts.emplace_back(sql), std::move(made)).first;
+        made->key = texts.emplace_back(sql);
+        const auto key = made->key;
+        found = statements.emplace(key, std::move(made)).first;
     }
     require(!found->second->inUse, "a statement is not run inside itself");
+    found->second->inUse = true;
     return *found->second;
 }
 

@@ -15,6 +15,7 @@ struct PreparedStatement {
     PreparedStatement(soci::session& session, std::string_view sql);
 
     soci::statement statement;
+    std::string_view key; // its text, as the connection keeps it
     bool inUse = false;
 };
 
@@ -22,7 +23,7 @@ struct PreparedStatement {
 struct Connection::State {
     explicit State(const std::string& file);
 
-    /// The prepared statement of this text, made at its first use.
+    /// Lends the prepared statement of this text, made at its first use, to one query.
     PreparedStatement& prepared(std::string_view sql);
 
     soci::session session;

@@ -18,14 +18,9 @@ using EntryCommands::Act;
 /// The books refuse commands with more receipts unseen, so that no more are looked up.
 constexpr std::size_t maximumReceiptsRead = 32;
 
-bool isGiven(const std::optional<std::string>& id)
-{
-    return id && !id->empty();
-}
-
 std::optional<Account> accountOf(const Act& act, const std::optional<std::string>& id)
 {
-    return isGiven(id) ? AccountRepository::find(act.connection, act.companyID, *id) : std::nullopt;
+    return id ? AccountRepository::find(act.connection, act.companyID, *id) : std::nullopt;
 }
 
 /// The accounts of the entry's legs, each once.
@@ -43,7 +38,7 @@ std::vector<Account> accountsOf(const Act& act, const LedgerTransaction& entry)
 
 std::optional<RefundOriginal> originalOf(const Act& act, const std::optional<std::string>& id)
 {
-    if (!isGiven(id))
+    if (!id)
         return std::nullopt;
     auto entry = EntryRepository::find(act.connection, act.companyID, *id);
     if (!entry)
@@ -76,7 +71,7 @@ PostingContext contextOf(const Act& act, const TransactionInput& input)
     context.settings = CompanyRepository::settings(act.connection, act.companyID);
     context.source = accountOf(act, input.sourceAccountID);
     context.target = accountOf(act, input.targetAccountID);
-    if (isGiven(input.categoryID))
+    if (input.categoryID)
         context.category = CategoryRepository::find(act.connection, act.companyID, *input.categoryID);
     context.original = originalOf(act, input.originalTransactionID);
     if (const auto reference = refundReference(input); !reference.empty())

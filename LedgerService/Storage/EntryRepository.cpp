@@ -1,6 +1,7 @@
 #include "LedgerService/Storage/EntryRepository.h"
 
 #include <unordered_map>
+#include <utility>
 
 #include <fmt/core.h>
 
@@ -101,8 +102,8 @@ std::vector<LedgerTransaction> entriesOf(Query& query)
     query.into(leg.accountID).into(leg.currency).into(leg.amountMinor);
     while (query.next()) {
         if (sequence != last)
-            entries.push_back(std::move(row));
-        entries.back().legs.push_back(std::move(leg));
+            entries.push_back(std::exchange(row, {}));
+        entries.back().legs.push_back(std::exchange(leg, {}));
         last = sequence;
     }
     return entries;

@@ -70,7 +70,6 @@ bool takesText(const Target& target)
 
 struct Query::Parts {
     Connection::State& connection;
-    std::string_view sql;
     PreparedStatement& prepared;
     std::deque<Slot> parameters;
     std::deque<Column> columns;
@@ -116,9 +115,8 @@ bool Query::Parts::step()
 }
 
 Query::Query(Connection& connection, std::string_view sql)
-    : m_parts(new Parts{connection.state(), sql, connection.state().prepared(sql), {}, {}})
+    : m_parts(new Parts{connection.state(), connection.state().prepared(sql), {}, {}})
 {
-    m_parts->prepared.inUse = true;
 }
 
 // A statement left in the middle of its rows would keep its view of the database open, and every later transaction
@@ -136,7 +134,8 @@ Query::~Query()
     } catch (const soci::soci_error&) {
         m_parts->exhausted = false;
     }
-    m_parts->connection.statements.erase(m_parts->sql);
+    const auto key = m_parts->prepared.key;
+    m_parts->connection.statements.erase(key);
 }
 
 Query& Query::bind(std::string_view name, std::string_view value)

@@ -19,6 +19,7 @@ std::vector<LedgerTransaction> visibleEntries(Connection& connection, std::strin
     if (visible.size() == accountCount)
         return EntryRepository::all(connection, companyID);
     std::vector<std::string> ids;
+    ids.reserve(visible.size());
     for (const auto& account : visible)
         ids.push_back(account.id);
     return EntryRepository::touching(connection, companyID, ids);

@@ -129,6 +129,7 @@ TEST(Http, CountsClientsBehindAProxyByTheAddressThatTheProxySaw)
     EXPECT_EQ(guessFrom("10.0.0.1, 192.0.2.7", "a@b.example"), 401);
     EXPECT_EQ(guessFrom("10.0.0.2, 192.0.2.7", "c@b.example"), 429) << "what the client claims does not count";
     EXPECT_EQ(guessFrom("10.0.0.1, 192.0.2.8", "d@b.example"), 401);
+    EXPECT_EQ(guessFrom("10.0.0.3\r\nX-Forwarded-For: 192.0.2.8", "e@b.example"), 429) << "nor in a line of its own";
 }
 
 TEST(Http, KeepsTheAnswersOfRequestsUnderWayWhenItStops)
