@@ -37,7 +37,6 @@ const WordTable& LedgerWords::table()
         {"search", "搜索备注、类别、参考号", "Cari catatan, kategori, referensi", "Tìm ghi chú, hạng mục, tham chiếu",
          "Search notes, categories, references"},
         {"filters", "筛选", "Filter", "Bộ lọc", "Filters"},
-        {"filters.count", "筛选 %1", "Filter %1", "Bộ lọc %1", "Filters %1"},
         {"filters.clear", "清除筛选", "Hapus filter", "Xóa bộ lọc", "Clear filters"},
         {"filter.kinds", "类型", "Jenis", "Loại", "Kind"},
         {"filter.accounts", "账户", "Rekening", "Tài khoản", "Account"},
@@ -94,13 +93,11 @@ const WordTable& LedgerWords::table()
         {"detail.note", "备注", "Catatan", "Ghi chú", "Note"},
         {"detail.reference", "参考号", "Referensi", "Tham chiếu", "Reference"},
         {"detail.participant", "股东", "Pemegang saham", "Cổ đông", "Shareholder"},
-        {"detail.category", "类别", "Kategori", "Hạng mục", "Category"},
         {"detail.movements", "资金变动", "Pergerakan dana", "Biến động tiền", "Movements"},
         {"detail.balanceAfter", "本笔后余额", "Saldo setelah catatan ini", "Số dư sau bút toán này",
          "Balance after this entry"},
         {"detail.links", "关联记录", "Catatan terkait", "Bút toán liên quan", "Linked entries"},
         {"detail.receipts", "票据", "Bukti", "Chứng từ", "Receipts"},
-        {"detail.noReceipts", "没有票据。", "Tidak ada bukti.", "Không có chứng từ.", "No receipts."},
         {"link.reversedBy", "已被冲销", "Dibatalkan oleh", "Bị đảo bởi", "Reversed by"},
         {"link.reverses", "冲销的记录", "Membatalkan", "Đảo cho", "Reverses"},
         {"link.refunds", "退款所对应的收入", "Mengembalikan", "Hoàn cho khoản thu", "Refund of"},
@@ -115,8 +112,6 @@ const WordTable& LedgerWords::table()
          "This entry has already been reversed."},
         {"whyNot.noLegs", "此记录没有资金变动。", "Catatan ini tidak memuat pergerakan dana.",
          "Bút toán này không có biến động tiền.", "This entry moves no money."},
-        {"whyNot.notPermitted", "您没有冲销此记录的权限。", "Anda tidak berhak membatalkan catatan ini.",
-         "Bạn không có quyền đảo bút toán này.", "You may not reverse this entry."},
         {"whyNot.capital", "出资在“资本与分红”中更正。", "Setoran modal dikoreksi di Modal & dividen.",
          "Khoản góp vốn được sửa trong Vốn & cổ tức.", "Contributions are corrected under Capital & dividends."},
         {"whyNot.dividends", "分红款项在“资本与分红”中更正。", "Uang dividen dikoreksi di Modal & dividen.",
@@ -131,8 +126,6 @@ const WordTable& LedgerWords::table()
         {"balances.total", "合计", "Total", "Tổng", "Total"},
         {"balances.none", "没有可查看的账户。", "Tidak ada rekening yang dapat Anda lihat.",
          "Không có tài khoản nào bạn được xem.", "There is no account that you may view."},
-        {"balances.hint", "选择一条记录以查看详情。", "Pilih catatan untuk melihat rincian.",
-         "Chọn một bút toán để xem chi tiết.", "Select an entry to see its detail."},
 
         // nothing to show
         {"empty.title", "还没有记录", "Belum ada catatan", "Chưa có bút toán nào", "No entries yet"},
@@ -170,7 +163,6 @@ const WordTable& LedgerWords::table()
         {"action.open", "打开", "Buka", "Mở", "Open"},
         {"action.copy", "复制", "Salin", "Sao chép", "Copy"},
         {"action.onlyAccount", "只看“%1”", "Hanya tampilkan %1", "Chỉ hiện %1", "Show only %1"},
-        {"action.showAll", "显示全部记录", "Tampilkan semua catatan", "Hiện tất cả bút toán", "Show all entries"},
     }};
     return words;
 }

@@ -54,7 +54,8 @@ QString cellLabel(const Period& period, std::string_view locale)
     case Span::day:
         return QString::number(static_cast<unsigned>(first.day()));
     case Span::week:
-        return periodLabel(period, locale);
+        return qString(PeriodWords::table().filled(
+            "weekOf", locale, {std::to_string(isoWeek(first).number), periodLabel(period, locale).toStdString()}));
     case Span::month:
         return DayText::shortMonth(first.month(), locale);
     case Span::quarter: {

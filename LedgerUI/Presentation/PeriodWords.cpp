@@ -23,7 +23,7 @@ const WordTable& PeriodWords::table()
         {"count.quarter", "每季度记录数", "Catatan per kuartal", "Số bút toán mỗi quý", "Entries per quarter"},
         {"count.year", "每年记录数", "Catatan per tahun", "Số bút toán mỗi năm", "Entries per year"},
         {"cell.entries", "%1，%2 条记录", "%1, %2 catatan", "%1, %2 bút toán", "%1, %2 entries"},
-        {"weekNumber", "第%1周", "M%1", "T%1", "W%1"},
+        {"weekOf", "第%1周 · %2", "M%1 · %2", "T%1 · %2", "W%1 · %2"},
         {"accessibleName", "期间，%1", "Periode, %1", "Kỳ, %1", "Period, %1"},
         {"previous", "上一期间", "Periode sebelumnya", "Kỳ trước", "Previous period"},
         {"next", "下一期间", "Periode berikutnya", "Kỳ sau", "Next period"},

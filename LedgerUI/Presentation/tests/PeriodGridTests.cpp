@@ -106,8 +106,8 @@ TEST(PeriodGrid, LaysDaysUnderTheirWeekdays)
 TEST(PeriodGrid, ListsEveryWeekThatTouchesTheMonthAndTwelveYearsAPage)
 {
     const auto weeks = periodGrid(Span::week, today, today, someCounts(), "en-US");
-    EXPECT_EQ(weeks.cells.front().label, QStringLiteral("26 Oct – 1 Nov 2026"));
-    EXPECT_EQ(weeks.cells.back().label, QStringLiteral("30 Nov – 6 Dec 2026"));
+    EXPECT_EQ(weeks.cells.front().label, QStringLiteral("W44 · 26 Oct – 1 Nov 2026"));
+    EXPECT_EQ(weeks.cells.back().label, QStringLiteral("W49 · 30 Nov – 6 Dec 2026"));
     const auto years = periodGrid(Span::year, today, today, someCounts(), "en-US");
     EXPECT_EQ(years.title, QStringLiteral("2016–2027"));
     EXPECT_EQ(years.cells.size(), 12U);

@@ -19,6 +19,7 @@
 #include "LedgerUI/Screens/Ledger/LedgerFilterMenu.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/StyleProperty.h"
 
 namespace {
 
@@ -270,7 +271,7 @@ void LedgerFilterRow::presentChips()
     if (any) {
         LedgerFilter cleared{.period = m_filter.period, .text = m_filter.text};
         const auto clear = LedgerWords::text("filters.clear", locale);
-        addChip(clear, clear, cleared)->setProperty("kind", QStringLiteral("flat"));
+        setStyleProperty(addChip(clear, clear, cleared), "kind", QStringLiteral("link"));
     }
     m_chips->setVisible(any);
 }

@@ -183,9 +183,14 @@ PageView::StatusContext LedgerView::statusContext() const
     const auto selected = m_table->selectedEntries();
     if (selected.empty() || !m_browser->book())
         return {};
+    // The status bar must never keep the window from shrinking: the pane has every sum.
+    const qsizetype shown = isNarrow() ? 2 : 4;
     QStringList figures;
     for (const auto& amount : netAmounts(totals(*m_browser->book(), selected)))
         figures << amount.currency + QChar{QChar::Nbsp} + amount.digits;
+    const auto left = figures.size() - shown;
+    if (left > 0)
+        figures = figures.first(shown) << QStringLiteral("+%1").arg(left);
     return {LedgerWords::counted("selected", selected.size(), InterfaceLanguage::tag()),
             figures.join(QStringLiteral("   "))};
 }

@@ -1,0 +1,64 @@
+#include "LedgerUI/Presentation/LedgerBrowser.h"
+
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Client/testing/WaitFor.h"
+#include "LedgerUI/Presentation/tests/LedgerSample.h"
+
+namespace {
+
+/// More entries than are made ready at once, all in January, the last one named "last".
+SnapshotPointer largeBooks(const std::string& last)
+{
+    auto books = snapshot().account("bank", {"USD"});
+    for (int each = 0; each < 2500; ++each)
+        books.income("i" + std::to_string(each), "2026-01-05", "bank", "USD", 1);
+    return books.income(last, "2026-01-06", "bank", "USD", 1).share();
+}
+
+TEST(LedgerBrowser, KeepsWhatItShowsUntilALargeBookIsReadyAndAdoptsOnlyTheLastOneAsked)
+{
+    LedgerBrowser browser;
+    browser.open(sampleLedger().share(), "en-US", sampleToday);
+    const auto before = browser.book();
+    browser.open(largeBooks("first"), "en-US", sampleToday);
+    browser.open(largeBooks("second"), "en-US", sampleToday);
+    EXPECT_TRUE(browser.isPreparing());
+    EXPECT_EQ(browser.book(), before);
+    waitUntil([&] { return !browser.isPreparing(); });
+    EXPECT_NE(browser.book()->find("second"), LedgerBook::none);
+    EXPECT_EQ(browser.book()->find("first"), LedgerBook::none);
+}
+
+TEST(LedgerBrowser, RevealsAnEntryByWideningOnlyWhatHidesIt)
+{
+    LedgerBrowser browser;
+    browser.open(sampleLedger().share(), "en-US", sampleToday);
+    auto filter = browser.filter();
+    filter.kinds = {"income"};
+    browser.setFilter(filter);
+    ASSERT_TRUE(browser.rows().empty());
+    EXPECT_TRUE(browser.reveal("t1"));
+    EXPECT_EQ(browser.filter().period, filter.period);
+    EXPECT_TRUE(browser.filter().kinds.empty());
+    EXPECT_TRUE(browser.reveal("i1"));
+    EXPECT_EQ(idsOf(*browser.book(), browser.rows()), "i1");
+    EXPECT_FALSE(browser.reveal("nothing"));
+}
+
+TEST(LedgerBrowser, KeepsFilterAndOrderThroughARefreshAndAnotherLanguage)
+{
+    LedgerBrowser browser;
+    browser.open(sampleLedger().share(), "en-US", sampleToday);
+    const LedgerFilter filter{.text = "utilities", .kinds = {"expense"}};
+    browser.setFilter(filter);
+    browser.setSort({LedgerSort::Key::amount, LedgerSort::Direction::descending});
+    const auto before = browser.rows();
+    browser.open(sampleLedger().share(), "vi-VN", sampleToday);
+    EXPECT_EQ(browser.filter(), filter);
+    EXPECT_EQ(browser.rows(), before);
+    browser.open(nullptr, "vi-VN", sampleToday);
+    EXPECT_TRUE(browser.rows().empty());
+}
+
+}
