@@ -65,8 +65,10 @@ void EntryEffectPane::present(const EntryFormContent& content)
     std::vector<QWidget*> cards;
     for (const auto& effect : content.effects)
         cards.push_back(effectCard(effect));
-    if (showsRate)
-        cards.push_back(rateCard(content));
+    if (showsRate) {
+        cards.push_back(rateCard(content.sent.currency, content.rates.front()));
+        cards.push_back(rateCard(content.received.currency, content.rates.back()));
+    }
     replaceCards(cards);
 }
 
@@ -93,15 +95,11 @@ QWidget* EntryEffectPane::effectCard(const EntryEffect& effect)
     return frame;
 }
 
-QWidget* EntryEffectPane::rateCard(const EntryFormContent& content)
+QWidget* EntryEffectPane::rateCard(const std::string& currency, const QString& rate)
 {
     QVBoxLayout* layout = nullptr;
     auto* frame = card(this, layout);
-    const auto unit = [](const std::string& code) {
-        return code.empty() ? QString{} : QStringLiteral("1 ") + qString(code);
-    };
-    addLine(*layout, unit(content.sent.currency), content.rates.front());
-    addLine(*layout, unit(content.received.currency), content.rates.back());
+    addLine(*layout, currency.empty() ? QString{} : QStringLiteral("1 ") + qString(currency), rate);
     return frame;
 }
 

@@ -21,7 +21,7 @@ public:
 
 private:
     [[nodiscard]] QWidget* effectCard(const EntryEffect& effect);
-    [[nodiscard]] QWidget* rateCard(const EntryFormContent& content);
+    [[nodiscard]] QWidget* rateCard(const std::string& currency, const QString& rate);
     void replaceCards(const std::vector<QWidget*>& cards);
 
     TextLabel* m_title = nullptr;

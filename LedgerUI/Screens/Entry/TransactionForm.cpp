@@ -22,7 +22,7 @@
 
 namespace {
 
-constexpr int formWidth = 544;
+constexpr int formWidth = 560;
 
 }
 
