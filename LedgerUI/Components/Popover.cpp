@@ -37,7 +37,7 @@ void Popover::open(QWidget* first)
 
 bool Popover::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress) {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::FocusIn) {
         const auto* widget = qobject_cast<QWidget*>(watched);
         // Menus and calendars that the panel opens are windows of their own.
         const bool isInside = widget && (widget == this || isAncestorOf(widget) || widget->window() != window());

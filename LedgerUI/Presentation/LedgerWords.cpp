@@ -180,6 +180,7 @@ QString LedgerWords::filled(std::string_view key, std::string_view locale,
 
 std::string LedgerWords::number(std::size_t count, std::string_view locale)
 {
+    // A currency without decimals groups its digits as a count does.
     return Money::formatDigits(static_cast<std::int64_t>(count), "JPY", locale);
 }
 
