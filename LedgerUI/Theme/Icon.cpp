@@ -54,7 +54,7 @@ QPixmap cached(const QString& name, const QColor& color, QSize devicePixels)
 
 class GlyphEngine final : public QIconEngine {
 public:
-    GlyphEngine(QString name, Tint tint) : m_name{std::move(name)}, m_tint{std::move(tint)} {}
+    GlyphEngine(QString name, Tint tint) : m_name{std::move(name)}, m_tint{tint} {}
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override
     {
@@ -75,9 +75,9 @@ public:
     }
 
     QSize actualSize(const QSize& size, QIcon::Mode /*mode*/, QIcon::State /*state*/) override { return size; }
-    QString key() const override { return QStringLiteral("glyph"); }
+    [[nodiscard]] QString key() const override { return QStringLiteral("glyph"); }
     bool isNull() override { return false; }
-    QIconEngine* clone() const override { return new GlyphEngine(*this); }
+    [[nodiscard]] QIconEngine* clone() const override { return new GlyphEngine(*this); }
 
 private:
     [[nodiscard]] QColor colorFor(QIcon::Mode mode, QIcon::State state) const

@@ -169,6 +169,16 @@ TEST_F(Workspace, SaysHowToComeBackToTheDemonstration)
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("m1@example.com"));
 }
 
+TEST_F(Workspace, KnowsTheDemonstrationAgainAfterAnOrdinarySignIn)
+{
+    auto sample = employeeBooks().build();
+    sample.company.demo = DemoDescriptor{.version = 1, .locale = "en-US"};
+    under.server.answer("POST v1/auth/login",
+                        ServerReply::json(R"({"token":"token-1","snapshot":)" + Json::encode(sample) + "}"));
+    ASSERT_TRUE(resultOf(under.store.login("m1@example.com", "tallyfold-demo")).has_value());
+    EXPECT_TRUE(under.shows("demonstrationNotice"));
+}
+
 TEST_F(Workspace, SignsOutFromTheMembersMenu)
 {
     under.server.answer("POST v1/auth/logout", ServerReply::json("{}"));

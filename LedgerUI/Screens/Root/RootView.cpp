@@ -71,23 +71,19 @@ void RootView::presentMessage()
 {
     const auto& error = m_store.errorMessage();
     const auto& message = error ? error : m_store.noticeMessage();
-    if (!message) {
-        if (m_alert)
-            m_alert->accept();
-    } else if (m_alert) {
-        m_alert->setText(error ? MessageDialog::Kind::error : MessageDialog::Kind::info, qString(*message));
-    } else {
-        openAlert();
-    }
+    const auto kind = error ? MessageDialog::Kind::error : MessageDialog::Kind::info;
+    if (message && m_alert)
+        m_alert->setText(kind, qString(*message));
+    else if (message)
+        openAlert(kind, qString(*message));
+    else if (m_alert)
+        m_alert->accept();
 }
 
-void RootView::openAlert()
+void RootView::openAlert(MessageDialog::Kind kind, const QString& text)
 {
-    const auto& error = m_store.errorMessage();
-    const auto& message = error ? error : m_store.noticeMessage();
     auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    m_alert = new MessageDialog(error ? MessageDialog::Kind::error : MessageDialog::Kind::info, qString(*message),
-                                modal ? modal : window());
+    m_alert = new MessageDialog(kind, text, modal ? modal : window());
     m_alert->setObjectName(QStringLiteral("alertDialog"));
     connect(m_alert, &QDialog::finished, this, &RootView::alertClosed);
     // A form that closes would take the alert with it unread: it opens again over what remains.

@@ -5,8 +5,9 @@
 #include <QPointer>
 #include <QStackedWidget>
 
+#include "LedgerUI/Components/MessageDialog.h"
+
 class LedgerStore;
-class MessageDialog;
 class PageRegistry;
 class SignInView;
 class WorkspaceView;
@@ -23,7 +24,7 @@ protected:
 private:
     void presentScreen();
     void presentMessage();
-    void openAlert();
+    void openAlert(MessageDialog::Kind kind, const QString& text);
     void alertClosed();
 
     LedgerStore& m_store;

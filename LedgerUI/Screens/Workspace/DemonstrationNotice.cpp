@@ -66,7 +66,7 @@ DemonstrationNotice::DemonstrationNotice(LedgerStore& store, QWidget* parent) : 
     auto* credentials = new QHBoxLayout;
     credentials->setSpacing(0);
     credentials->addWidget(m_credentials, 1);
-    credentials->addWidget(m_copy, 0, Qt::AlignBottom);
+    credentials->addWidget(m_copy, 0, Qt::AlignTop);
     rows->addLayout(credentials);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(padding, Space::step2, padding, Space::step2);
@@ -93,7 +93,8 @@ void DemonstrationNotice::changeEvent(QEvent* event)
 void DemonstrationNotice::present()
 {
     const auto snapshot = m_store.snapshot();
-    setVisible(m_store.isDemo() && snapshot);
+    // Whoever comes back with the e-mail and password has an ordinary session, but the company is still a sample.
+    setVisible(snapshot && (m_store.isDemo() || snapshot->company.demo));
     if (!snapshot)
         return;
     const auto& words = workspaceWords();
