@@ -9,6 +9,7 @@
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Connection.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/DatabaseFailure.h"
 #include "LedgerService/Storage/SnapshotReader.h"
 #include "LedgerService/Storage/Transaction.h"
 
@@ -34,7 +35,7 @@ Reply Dispatcher::answer(const RouteMatch& match, const Request& request) const
             return *reply;
         return withSnapshot(std::get<SnapshotReply>(*outcome));
     } catch (const std::exception& failure) {
-        Log::failure(match.route ? match.route->pattern : "", failure.what());
+        Log::failure(match.route ? match.route->pattern : "", DatabaseFailure::words(failure));
         return replyOf({500, "internal_error", "The service could not do its work."});
     }
 }
@@ -47,8 +48,8 @@ Outcome Dispatcher::outcomeOf(const RouteMatch& match, const Request& request) c
     if (const auto* open = std::get_if<OpenHandler>(&answer))
         return openOutcome(*open, request);
     if (const auto* reading = std::get_if<Reading>(&answer))
-        return memberOutcome(match, reading->handler, false, request);
-    return memberOutcome(match, std::get<Writing>(answer).handler, true, request);
+        return memberOutcome(match, reading->handler, Transaction::Mode::reading, request);
+    return memberOutcome(match, std::get<Writing>(answer).handler, Transaction::Mode::writing, request);
 }
 
 Outcome Dispatcher::openOutcome(OpenHandler handler, const Request& request) const
@@ -56,12 +57,13 @@ Outcome Dispatcher::openOutcome(OpenHandler handler, const Request& request) con
     return handler({.service = m_service, .request = request, .now = LedgerDay::stamp(m_service.clock())});
 }
 
-Outcome Dispatcher::memberOutcome(const RouteMatch& match, MemberHandler handler, bool writes,
+Outcome Dispatcher::memberOutcome(const RouteMatch& match, MemberHandler handler, Transaction::Mode mode,
                                   const Request& request) const
 {
     const auto loan = m_service.database.borrow();
-    auto turn = writes ? m_service.database.queueToWrite() : std::unique_lock<std::mutex>{};
-    Transaction transaction{*loan, writes ? Transaction::Mode::writing : Transaction::Mode::reading};
+    const auto turn =
+        mode == Transaction::Mode::writing ? m_service.database.queueToWrite() : std::unique_lock<std::mutex>{};
+    Transaction transaction{*loan, mode};
     const auto instant = m_service.clock();
     auto now = LedgerDay::stamp(instant);
     const auto signedIn = Authentication::signedInMember(*loan, request.token, now, m_service.policy);

@@ -4,6 +4,7 @@
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Http/RouteTable.h"
 #include "LedgerService/Service.h"
+#include "LedgerService/Storage/Transaction.h"
 
 /// Answers requests: opens the one transaction, finds the member behind the token, calls the route and turns whatever
 /// comes of it into a reply. Called by many threads at once.
@@ -17,7 +18,7 @@ public:
 private:
     [[nodiscard]] Outcome outcomeOf(const RouteMatch& match, const Request& request) const;
     [[nodiscard]] Outcome openOutcome(OpenHandler handler, const Request& request) const;
-    [[nodiscard]] Outcome memberOutcome(const RouteMatch& match, MemberHandler handler, bool writes,
+    [[nodiscard]] Outcome memberOutcome(const RouteMatch& match, MemberHandler handler, Transaction::Mode mode,
                                         const Request& request) const;
     [[nodiscard]] Reply withSnapshot(const SnapshotReply& reply) const;
 

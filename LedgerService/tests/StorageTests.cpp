@@ -4,6 +4,7 @@
 
 #include "LedgerService/Storage/Connection.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/DatabaseFailure.h"
 #include "LedgerService/Storage/EntryRepository.h"
 #include "LedgerService/Storage/Migrations.h"
 #include "LedgerService/Storage/Query.h"
@@ -86,6 +87,22 @@ TEST(Storage, RollsBackWhatIsNotCommitted)
         Query{*loan, "UPDATE balances SET amount_minor = 1"}.run();
     }
     EXPECT_EQ(service.problems(), "");
+}
+
+TEST(Storage, SaysWhatFailedWithoutWhatWasWritten)
+{
+    TestService service;
+    std::string words;
+    service.write([&](Connection& connection) {
+        try {
+            Query{connection, "UPDATE accounts SET name = NULL, purpose = :secret"}.bind("secret", "Dewi's pay").run();
+        } catch (const std::exception& failure) {
+            words = DatabaseFailure::words(failure);
+        }
+    });
+    EXPECT_NE(words.find("NOT NULL"), std::string::npos) << words;
+    EXPECT_EQ(words.find("Dewi"), std::string::npos) << words;
+    EXPECT_EQ(service.as("mira", "GET", "/v1/snapshot").status, 200);
 }
 
 TEST(Verify, FindsABalanceThatItsLegsDoNotExplain)
