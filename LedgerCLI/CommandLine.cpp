@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <deque>
 #include <functional>
 #include <map>
 #include <utility>
@@ -21,6 +22,13 @@
 #include "LedgerCore/Domain/LedgerImportCSV.h"
 
 namespace {
+
+/// Large books take long to take apart, and the process ends with its command: they are left for the system to take.
+const LedgerSnapshot& keptToTheEnd(LedgerSnapshot snapshot)
+{
+    static auto& kept = *new std::deque<LedgerSnapshot>;
+    return kept.emplace_back(std::move(snapshot));
+}
 
 constexpr auto footer = R"(Exit codes:
   0  done
@@ -114,10 +122,10 @@ private:
             ->option_text("FILE");
         added->callback([this, run = std::move(run)] {
             m_command = [this, run]() -> CommandResult {
-                const auto snapshot = BookFiles::readSnapshot(m_snapshotPath, m_style.locale);
+                auto snapshot = BookFiles::readSnapshot(m_snapshotPath, m_style.locale);
                 if (!snapshot)
                     return std::unexpected(snapshot.error());
-                return run(*snapshot);
+                return run(keptToTheEnd(*std::move(snapshot)));
             };
         });
         return added;
