@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <QString>
+
+/// What the service's database file holds, read past the service.
+class BooksOnDisk {
+public:
+    explicit BooksOnDisk(QString file) : m_file(std::move(file)) {}
+
+    /// How many entries carry this note, in all companies.
+    [[nodiscard]] int entriesNoted(const QString& note) const;
+    /// How many balances differ from the sum of their legs.
+    [[nodiscard]] int brokenBalances() const;
+
+private:
+    [[nodiscard]] std::int64_t number(const char* query, const QString& argument) const;
+
+    QString m_file;
+};

@@ -1,0 +1,53 @@
+#include "Tests/EndToEnd/ServiceChild.h"
+
+#include <utility>
+
+#include <QRegularExpression>
+
+namespace {
+
+constexpr int startMilliseconds = 30'000;
+constexpr int stopMilliseconds = 10'000;
+
+}
+
+ServiceChild::ServiceChild(QString program, QString database, QString listen)
+    : m_program(std::move(program)), m_database(std::move(database)), m_listen(std::move(listen))
+{
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+}
+
+ServiceChild::~ServiceChild()
+{
+    stop();
+}
+
+bool ServiceChild::start()
+{
+    static const QRegularExpression ready{QStringLiteral("listening on (http://[^\\s]+)")};
+    m_process.start(m_program, {QStringLiteral("serve"), QStringLiteral("--listen"), m_listen,
+                                QStringLiteral("--database"), m_database});
+    QString said;
+    while (m_process.waitForReadyRead(startMilliseconds)) {
+        said += QString::fromUtf8(m_process.readAllStandardOutput());
+        if (const auto match = ready.match(said); match.hasMatch()) {
+            m_address = match.captured(1);
+            // A restart must come back on the same port, or the client would talk to nobody.
+            m_listen = m_address.mid(QStringLiteral("http://").size());
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ServiceChild::stop()
+{
+    if (m_process.state() == QProcess::NotRunning)
+        return true;
+    m_process.terminate();
+    if (m_process.waitForFinished(stopMilliseconds))
+        return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
+    m_process.kill();
+    m_process.waitForFinished(stopMilliseconds);
+    return false;
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QProcess>
+#include <QString>
+
+/// The ledger service as a process of its own, on a real database file; stopped with the object.
+class ServiceChild {
+public:
+    ServiceChild(QString program, QString database, QString listen);
+    ~ServiceChild();
+
+    /// Starts the service and waits until it answers; says on standard error why it did not.
+    bool start();
+    /// Asks it to finish what is under way and waits until it has ended; false when it had to be killed.
+    bool stop();
+
+    /// "http://127.0.0.1:PORT", known once started.
+    [[nodiscard]] QString address() const { return m_address; }
+
+private:
+    QString m_program;
+    QString m_database;
+    QString m_listen;
+    QString m_address;
+    QProcess m_process;
+};
