@@ -20,6 +20,7 @@
 namespace {
 
 constexpr int patienceMilliseconds = 30'000;
+constexpr int settleMilliseconds = 200; // for the pictures only: texts behind a short delay have come by then
 
 void say(const QString& line)
 {
@@ -115,7 +116,7 @@ void StoryTeller::step(const QString& title, const std::function<void()>& act)
 void StoryTeller::picture(const QString& title)
 {
     ++m_steps;
-    QTest::qWait(0); // let what was asked for be painted
+    QTest::qWait(settleMilliseconds);
     const auto windows = visibleWindows();
     expect(!windows.isEmpty(), QStringLiteral("a window is open"));
     auto picture = windows.front()->grab();
