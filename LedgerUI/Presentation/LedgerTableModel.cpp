@@ -167,6 +167,14 @@ bool LedgerTableModel::repeatsDay(int row) const
     return row > 0 && m_book->entry(entryAt(row)).day == m_book->entry(entryAt(row - 1)).day;
 }
 
+std::vector<int> LedgerTableModel::places() const
+{
+    std::vector<int> places(m_book ? m_book->size() : 0, -1);
+    for (std::size_t row = 0; row < m_rows.size(); ++row)
+        places[m_rows[row]] = static_cast<int>(row);
+    return places;
+}
+
 int LedgerTableModel::rowOf(std::string_view id) const
 {
     const auto at = m_book ? m_book->find(id) : LedgerBook::none;

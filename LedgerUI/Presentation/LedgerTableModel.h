@@ -24,12 +24,15 @@ public:
     void present(LedgerBookPointer book, std::vector<std::uint32_t> rows, std::chrono::year_month_day today);
 
     [[nodiscard]] const LedgerBook* book() const { return m_book.get(); }
+    [[nodiscard]] const LedgerBookPointer& bookPointer() const { return m_book; }
     [[nodiscard]] const std::vector<std::uint32_t>& rows() const { return m_rows; }
     /// The place in the book of the entry that stands in `row`.
     [[nodiscard]] std::uint32_t entryAt(int row) const { return m_rows[static_cast<std::size_t>(row)]; }
     [[nodiscard]] const LedgerRow& row(int row) const;
     /// Whether the row above shows the same day.
     [[nodiscard]] bool repeatsDay(int row) const;
+    /// For each entry of the book its row, or -1 where it is not shown.
+    [[nodiscard]] std::vector<int> places() const;
     /// The row of the entry of this id, or -1.
     [[nodiscard]] int rowOf(std::string_view id) const;
     /// These rows as tab-separated text: whole days, plain minus signs, one line an entry.

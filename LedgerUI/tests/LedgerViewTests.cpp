@@ -14,9 +14,12 @@
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerUI/Components/PeriodGridView.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/LedgerBrowser.h"
+#include "LedgerUI/Presentation/LedgerTableModel.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
+#include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/testing/LabelAudit.h"
 
@@ -139,6 +142,39 @@ TEST(LedgerView, KeepsTheSelectionThroughARefresh)
     ASSERT_EQ(table->model()->rowCount(), 8);
     EXPECT_EQ(table->currentIndex().row(), 4);
     EXPECT_EQ(table->currentIndex().data().toString() + page.find<QLabel>("detailAmount")->text(), before);
+}
+
+/// Filtering by account resets the table, sorting lays it out anew, and a refresh brings another book.
+TEST(LedgerView, KeepsTheSameEntriesSelectedWhateverMovesOrHidesTheOthers)
+{
+    OpenedLedger page;
+    auto* table = page.find<LedgerTable>("ledgerTable");
+    auto* browser = page.view->findChild<LedgerBrowser*>();
+    ASSERT_TRUE(table->select("e2"));
+    for (const auto* id : {"e1", "x1"})
+        table->selectionModel()->select(table->model()->index(table->entries().rowOf(id), 0),
+                                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    const auto selected = [&] {
+        auto ids = table->selectedIDs();
+        std::ranges::sort(ids);
+        return ids;
+    };
+    const std::vector<std::string> chosen{"e1", "e2", "x1"};
+    ASSERT_EQ(selected(), chosen);
+    browser->setSort({LedgerSort::Key::amount, LedgerSort::Direction::ascending});
+    EXPECT_EQ(selected(), chosen);
+    browser->setFilter({});
+    EXPECT_EQ(selected(), chosen);
+    auto fresh = sampleLedger();
+    fresh.expense("new", "2026-11-20", "Singapore", "USD", 100);
+    page.under.server.replace("GET v1/snapshot", ServerReply::json(fresh.json()));
+    ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
+    EXPECT_EQ(selected(), chosen);
+    browser->setFilter({.kinds = {"expense"}});
+    EXPECT_EQ(selected(), (std::vector<std::string>{"e1", "e2"}));
+    table->selectAll();
+    browser->setSort({});
+    EXPECT_EQ(table->selectedIDs().size(), static_cast<std::size_t>(table->model()->rowCount()));
 }
 
 TEST(LedgerView, ShowsBalancesUntilAnEntryIsChosenAndLeadsToOneAccount)

@@ -112,13 +112,38 @@ std::vector<std::string> LedgerTable::selectedIDs() const
 
 std::vector<std::uint32_t> LedgerTable::selectedEntries() const
 {
-    std::vector<int> rows;
-    for (const auto& index : selectionModel()->selectedRows())
-        rows.push_back(index.row());
-    std::ranges::sort(rows);
     std::vector<std::uint32_t> entries;
-    std::ranges::transform(rows, std::back_inserter(entries), [this](int row) { return m_model->entryAt(row); });
+    std::ranges::transform(selectedRows(), std::back_inserter(entries),
+                           [this](int row) { return m_model->entryAt(row); });
     return entries;
+}
+
+/// The selection's own ranges are read, as asking it row by row takes the square of a large selection's time.
+std::vector<int> LedgerTable::selectedRows() const
+{
+    std::vector<int> rows;
+    for (const auto& range : selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.push_back(row);
+    }
+    std::ranges::sort(rows);
+    const auto repeated = std::ranges::unique(rows);
+    rows.erase(repeated.begin(), repeated.end());
+    return rows;
+}
+
+/// Selects ascending rows, neighbours as one range.
+void LedgerTable::selectRows(const std::vector<int>& rows)
+{
+    QItemSelection selection;
+    for (std::size_t first = 0; first < rows.size();) {
+        auto last = first;
+        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
+            ++last;
+        selection.append({m_model->index(rows[first], 0), m_model->index(rows[last], 0)});
+        first = last + 1;
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 bool LedgerTable::select(std::string_view id)
@@ -134,37 +159,40 @@ bool LedgerTable::select(std::string_view id)
 
 void LedgerTable::copySelection() const
 {
-    std::vector<int> rows;
-    for (const auto& index : selectionModel()->selectedRows())
-        rows.push_back(index.row());
-    std::ranges::sort(rows);
+    const auto rows = selectedRows();
     if (!rows.empty())
         QGuiApplication::clipboard()->setText(m_model->copyText(rows));
 }
 
 LedgerTable::Kept LedgerTable::keep() const
 {
-    Kept kept{selectedIDs(), {}, {}};
+    Kept kept{.book = m_model->bookPointer(), .selected = selectedEntries()};
     if (currentIndex().isValid())
-        kept.current = m_model->book()->transaction(m_model->entryAt(currentIndex().row())).id;
+        kept.current = m_model->entryAt(currentIndex().row());
     if (const int top = rowAt(0); top >= 0 && verticalScrollBar()->value() > 0)
-        kept.top = m_model->book()->transaction(m_model->entryAt(top)).id;
+        kept.top = m_model->entryAt(top);
     return kept;
 }
 
 void LedgerTable::restore(const Kept& kept)
 {
-    if (selectedIDs() != kept.selected) {
-        QItemSelection selection;
-        for (const auto& id : kept.selected) {
-            if (const int row = m_model->rowOf(id); row >= 0)
-                selection.select(m_model->index(row, 0), m_model->index(row, 0));
-        }
-        selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    }
-    if (const int row = m_model->rowOf(kept.current); row >= 0 && row != currentIndex().row())
+    const auto places = m_model->places();
+    const auto rowOf = [&](std::uint32_t at) {
+        if (at == LedgerBook::none)
+            return -1;
+        const auto now =
+            kept.book == m_model->bookPointer() ? at : m_model->book()->find(kept.book->transaction(at).id);
+        return now == LedgerBook::none ? -1 : places[now];
+    };
+    std::vector<int> rows;
+    std::ranges::transform(kept.selected, std::back_inserter(rows), rowOf);
+    std::erase(rows, -1);
+    std::ranges::sort(rows);
+    if (rows != selectedRows())
+        selectRows(rows);
+    if (const int row = rowOf(kept.current); row >= 0 && row != currentIndex().row())
         selectionModel()->setCurrentIndex(m_model->index(row, 0), QItemSelectionModel::NoUpdate);
-    if (const int row = m_model->rowOf(kept.top); !kept.top.empty() && row >= 0 && rowAt(0) != row)
+    if (const int row = rowOf(kept.top); row >= 0 && rowAt(0) != row)
         scrollTo(m_model->index(row, 0), PositionAtTop);
     Q_EMIT selectionMoved();
 }

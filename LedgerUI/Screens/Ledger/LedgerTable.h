@@ -4,6 +4,7 @@
 
 #include <QTableView>
 
+#include "LedgerUI/Presentation/LedgerBook.h"
 #include "LedgerUI/Presentation/LedgerSort.h"
 
 class LedgerBrowser;
@@ -41,13 +42,17 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    /// Entries by their places in `book`, which may be an earlier one.
     struct Kept {
-        std::vector<std::string> selected;
-        std::string current;
-        std::string top; // the uppermost visible entry
+        LedgerBookPointer book;
+        std::vector<std::uint32_t> selected;
+        std::uint32_t current = LedgerBook::none;
+        std::uint32_t top = LedgerBook::none; // the uppermost visible entry
     };
     [[nodiscard]] Kept keep() const;
     void restore(const Kept& kept);
+    [[nodiscard]] std::vector<int> selectedRows() const;
+    void selectRows(const std::vector<int>& rows);
     void layOut();
     [[nodiscard]] int dateWidth() const;
     [[nodiscard]] int amountWidth() const;
