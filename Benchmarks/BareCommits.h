@@ -1,0 +1,9 @@
+#pragma once
+
+#include <string>
+
+#include "Benchmarks/Samples.h"
+
+/// What the database library and the disk do alone: each sample is one small row, committed durably in the mode that
+/// the service uses. Replaces the file and removes it afterwards. Throws when it cannot.
+Samples bareCommits(const std::string& databaseFile, std::chrono::seconds duration);

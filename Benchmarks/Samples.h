@@ -1,0 +1,28 @@
+#pragma once
+
+#include <chrono>
+#include <string_view>
+#include <vector>
+
+/// Repeated measurements of one thing.
+class Samples {
+public:
+    /// Runs `work` and keeps how long it took.
+    template <class Work>
+    void time(Work&& work)
+    {
+        const auto started = std::chrono::steady_clock::now();
+        work();
+        add(std::chrono::steady_clock::now() - started);
+    }
+    void add(std::chrono::duration<double, std::milli> took) { m_milliseconds.push_back(took.count()); }
+
+    /// The value that this share of the samples does not exceed, in milliseconds; 0.5 is the median.
+    [[nodiscard]] double quantile(double share) const;
+    [[nodiscard]] std::size_t count() const { return m_milliseconds.size(); }
+    /// Writes one line: name, median, longest and how many.
+    void print(std::string_view name) const;
+
+private:
+    std::vector<double> m_milliseconds;
+};

@@ -1,0 +1,175 @@
+#include <filesystem>
+#include <iostream>
+#include <mutex>
+#include <optional>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <fmt/core.h>
+
+#include "Benchmarks/BareCommits.h"
+#include "Benchmarks/BareTransfer.h"
+#include "Benchmarks/Samples.h"
+#include "Benchmarks/ServedBooks.h"
+#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/TransactionInput.h"
+#include "LedgerService/Random.h"
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/SnapshotReader.h"
+#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/testing/HttpClient.h"
+#include "LedgerService/testing/ServiceProcess.h"
+
+namespace {
+
+struct Options {
+    std::string program;
+    std::string folder;
+    std::size_t entries = 100'000;
+    int seconds = 3;
+    int repetitions = 5;
+};
+
+struct SignedIn {
+    std::string token;
+    LedgerSnapshot snapshot;
+};
+BOOST_DESCRIBE_STRUCT(SignedIn, (), (token, snapshot))
+
+SignedIn signIn(std::uint16_t port)
+{
+    const auto answer = HttpClient{port}.send(
+        "POST", "/v1/auth/login", {},
+        fmt::format(R"({{"email":"{}","password":"{}"}})", ServedBooks::email, ServedBooks::password));
+    auto signedIn = Json::decode<SignedIn>(answer.body);
+    if (!signedIn)
+        throw std::runtime_error(fmt::format("signing in was answered with {}", answer.status));
+    return *std::move(signedIn);
+}
+
+/// Money that arrives, so that no balance stands in the way.
+TransactionInput incomeFor(const LedgerSnapshot& snapshot)
+{
+    const auto& account = snapshot.accounts.front();
+    TransactionInput input;
+    input.kind = EntryKind::income;
+    input.date = LedgerDay::localGregorian().day(std::chrono::system_clock::now());
+    input.note = "paper and toner 4711";
+    for (const auto& category : snapshot.categories) {
+        if (category.kind == EntryKind::income && category.parentID)
+            input.categoryID = category.id;
+    }
+    input.targetAccountID = account.id;
+    input.currency = account.currencies.front();
+    input.amountMinor = 12'345;
+    return input;
+}
+
+/// One client on one kept connection until the time is over.
+Samples postUntil(std::chrono::steady_clock::time_point end, std::uint16_t port, const std::string& token,
+                  TransactionInput input)
+{
+    HttpClient client{port};
+    Samples samples;
+    while (std::chrono::steady_clock::now() < end) {
+        input.idempotencyKey = Random::identifier();
+        const auto body = Json::encode(input);
+        samples.time([&] {
+            const auto answer = client.send("POST", "/v1/transactions", token, body);
+            if (answer.status != 200)
+                throw std::runtime_error(fmt::format("an entry was answered with {} {}", answer.status, answer.body));
+        });
+    }
+    return samples;
+}
+
+void measurePosting(const Options& options, std::uint16_t port, const SignedIn& signedIn, int clients)
+{
+    const auto input = incomeFor(signedIn.snapshot);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{options.seconds};
+    std::mutex guard;
+    std::size_t posted = 0;
+    double worstMedian = 0;
+    {
+        std::vector<std::jthread> threads;
+        for (int each = 0; each < clients; ++each) {
+            threads.emplace_back([&] {
+                const auto samples = postUntil(end, port, signedIn.token, input);
+                const std::lock_guard lock{guard};
+                posted += samples.count();
+                worstMedian = std::max(worstMedian, samples.quantile(0.5));
+            });
+        }
+    }
+    fmt::print("post, {} client{} on {} entries: {:.0f} entries a second, median answer {:.2f} ms\n", clients,
+               clients == 1 ? "" : "s", options.entries, static_cast<double>(posted) / options.seconds, worstMedian);
+}
+
+void measureSnapshot(const Options& options, const std::string& databaseFile, std::uint16_t port,
+                     const SignedIn& signedIn)
+{
+    HttpClient client{port};
+    std::string body;
+    Samples overHttp;
+    for (int each = 0; each < options.repetitions; ++each)
+        overHttp.time([&] { body = client.send("GET", "/v1/snapshot", signedIn.token).body; });
+    const auto database = Database::open(databaseFile);
+    if (!database)
+        throw std::runtime_error(database.error());
+    const auto loan = (*database)->borrow();
+    Samples reading;
+    Samples encoding;
+    const auto& company = signedIn.snapshot.company.id;
+    for (int each = 0; each < options.repetitions; ++each) {
+        std::optional<LedgerSnapshot> snapshot;
+        const Transaction transaction{*loan, Transaction::Mode::reading};
+        reading.time([&] { snapshot = SnapshotReader::read(*loan, company, signedIn.snapshot.currentMember.id); });
+        encoding.time([&] { body = Json::encode(*snapshot); });
+    }
+    fmt::print("snapshot of {} entries: {} bytes\n", options.entries, body.size());
+    overHttp.print("snapshot over HTTP, whole");
+    reading.print("  rows read into the snapshot");
+    encoding.print("  snapshot encoded");
+    bareTransfer(body, options.repetitions).print("  the same bytes over bare loopback");
+}
+
+void measure(const Options& options)
+{
+    const auto file = (std::filesystem::path{options.folder} / "served.sqlite").string();
+    const auto commits = bareCommits(file, std::chrono::seconds{options.seconds});
+    fmt::print("bare commits: {:.0f} a second, median {:.2f} ms\n",
+               static_cast<double>(commits.count()) / options.seconds, commits.quantile(0.5));
+    ServedBooks::write(file, options.entries);
+    const ServiceProcess service{options.program, file};
+    const auto signedIn = signIn(service.port());
+    measurePosting(options, service.port(), signedIn, 1);
+    measurePosting(options, service.port(), signedIn, 4);
+    measureSnapshot(options, file, service.port(), signedIn);
+}
+
+}
+
+/// The figures of the ledger service: a real process on a real file, asked over HTTP.
+int main(int argc, char** argv)
+{
+    Options options;
+    CLI::App app{"Measures the ledger service beside what its disk and network do alone."};
+    app.add_option("--program", options.program, "The service's program")->required();
+    app.add_option("--folder", options.folder, "Where the database is made; its disk is what is measured")->required();
+    app.add_option("--entries", options.entries, "Entries that the ledger holds before")->capture_default_str();
+    app.add_option("--seconds", options.seconds, "How long each kind of posting lasts")->capture_default_str();
+    app.add_option("--repetitions", options.repetitions, "How often a snapshot is taken")->capture_default_str();
+    CLI11_PARSE(app, argc, argv);
+    try {
+        measure(options);
+        return 0;
+    } catch (const std::exception& failure) {
+        std::cerr << failure.what() << '\n';
+        return 1;
+    }
+}

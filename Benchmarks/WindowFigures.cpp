@@ -1,0 +1,338 @@
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <iostream>
+
+#include <CLI/CLI.hpp>
+#include <QApplication>
+#include <QCoro/QCoroTask>
+#include <QKeyEvent>
+#include <fmt/core.h>
+
+#include "Benchmarks/LoopHold.h"
+#include "Benchmarks/Samples.h"
+#include "Benchmarks/ServedBooks.h"
+#include "LedgerCore/Client/Clock.h"
+#include "LedgerCore/Client/IdentifierSource.h"
+#include "LedgerCore/Client/LanguageDefaults.h"
+#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/SessionMemory.h"
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerService/testing/ServiceProcess.h"
+#include "LedgerUI/Presentation/LedgerBrowser.h"
+#include "LedgerUI/Screens/Ledger/LedgerTable.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/Screens/Root/RootView.h"
+#include "LedgerUI/Screens/Workspace/PageRegistry.h"
+#include "LedgerUI/Theme/Theme.h"
+#include "Tallyfold/MainWindow.h"
+
+namespace {
+
+struct Options {
+    std::string program;
+    std::string database;
+    int repetitions = 9;
+};
+
+PageRegistry ledgerPage()
+{
+    PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    return pages;
+}
+
+/// The real window on a real service, driven from outside.
+struct Window {
+    explicit Window(std::uint16_t port)
+        : store{fmt::format("http://127.0.0.1:{}", port),
+                {.credentials = credentials, .languageDefaults = defaults, .clock = clock, .identifiers = identifiers}},
+          pages{ledgerPage()}, window{new RootView(store, pages)}
+    {
+        window.show();
+        waitFor([this] { return !store.isBusy(); });
+    }
+
+    static void waitFor(const std::function<bool()>& condition)
+    {
+        while (!condition())
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+    }
+
+    /// Lays out and paints at once what the loop would lay out and paint next.
+    void paint()
+    {
+        QCoreApplication::sendPostedEvents();
+        QEvent frame{QEvent::UpdateRequest};
+        QCoreApplication::sendEvent(&window, &frame);
+    }
+
+    /// An operation of the store, until the ledger shows its outcome.
+    void carryOut(QCoro::Task<Result<void>> operation)
+    {
+        bool isDone = false;
+        QCoro::connect(std::move(operation), &window, [&](const Result<void>& outcome) {
+            require(outcome.has_value(), "the service does what it is asked");
+            isDone = true;
+        });
+        waitFor([&] { return isDone; });
+        browser = window.findChild<LedgerBrowser*>();
+        table = window.findChild<LedgerTable*>();
+        require(browser && table, "the ledger is open");
+        waitFor([&] { return browser->book() && !browser->isPreparing(); });
+        paint();
+    }
+
+    SessionMemory credentials;
+    LanguageMemory defaults;
+    SystemClock clock;
+    RandomIdentifiers identifiers;
+    LedgerStore store;
+    PageRegistry pages;
+    MainWindow window;
+    LedgerBrowser* browser = nullptr;
+    LedgerTable* table = nullptr;
+};
+
+/// Resident memory of this process, now and at most.
+void printMemory(std::string_view when)
+{
+    std::ifstream status{"/proc/self/status"};
+    std::string line;
+    std::string now;
+    std::string peak;
+    while (std::getline(status, line)) {
+        if (line.starts_with("VmRSS:"))
+            now = line.substr(6);
+        else if (line.starts_with("VmHWM:"))
+            peak = line.substr(6);
+    }
+    fmt::print("memory {:<37} {} now, {} at most\n", when, now, peak);
+}
+
+/// Prints how long an operation took and how long it kept the window from answering.
+void printHold(std::string_view name, const std::function<void()>& work)
+{
+    Samples whole;
+    Samples held;
+    {
+        const LoopHold hold;
+        whole.time(work);
+        held.add(hold.longest());
+    }
+    whole.print(name);
+    held.print("  the window stood still for at most");
+}
+
+class Figures {
+public:
+    Figures(Window& window, int repetitions) : m_window{window}, m_repetitions{repetitions} {}
+
+    void filtering()
+    {
+        const auto month = m_window.browser->filter();
+        LedgerFilter all;
+        m_window.browser->setFilter(all);
+        const auto before = std::exchange(m_home, month);
+        filter("fill the table with all entries", all);
+        m_home = all;
+        filter("month, from all entries", month);
+        auto typed = all;
+        typed.text = "harbour 12";
+        filter("search, two words", typed);
+        typed.text = "5";
+        filter("search, one digit", typed);
+        typed.text = "nothing has this";
+        filter("search that finds nothing", typed);
+        auto kind = all;
+        kind.kinds = {"expense"};
+        filter("one kind", kind);
+        m_home = month;
+        auto earlier = month;
+        earlier.period = month.period.previous().value_or(month.period);
+        filter("next month", earlier);
+        m_home = before;
+    }
+
+    void sorting()
+    {
+        m_window.browser->setFilter({});
+        sort("sort by amount", {LedgerSort::Key::amount, LedgerSort::Direction::descending});
+        sort("sort by entry", {LedgerSort::Key::entry, LedgerSort::Direction::ascending});
+        sort("oldest first", {LedgerSort::Key::date, LedgerSort::Direction::ascending});
+    }
+
+    void scrolling()
+    {
+        Samples pages;
+        m_window.table->selectRow(0);
+        for (int each = 0; each < m_repetitions; ++each) {
+            pages.time([&] {
+                press(Qt::Key_PageDown);
+                m_window.paint();
+            });
+        }
+        pages.print("page down");
+    }
+
+    void selecting()
+    {
+        Samples all;
+        Samples sorting;
+        for (int each = 0; each < m_repetitions; ++each) {
+            m_window.table->clearSelection();
+            m_window.browser->setSort({});
+            m_window.paint();
+            all.time([&] {
+                m_window.table->selectAll();
+                m_window.paint();
+            });
+            sorting.time([&] {
+                m_window.browser->setSort({LedgerSort::Key::amount, LedgerSort::Direction::descending});
+                m_window.paint();
+            });
+        }
+        all.print("select all");
+        sorting.print("sort by amount with all selected");
+        m_window.table->clearSelection();
+        m_window.browser->setSort({});
+    }
+
+    /// What the filter does without the window, beside a loop that asks each entry the one question.
+    void bare() const
+    {
+        const auto& book = *m_window.browser->book();
+        Samples kinds;
+        Samples bareKinds;
+        Samples search;
+        Samples bareSearch;
+        std::size_t found = 0;
+        for (int each = 0; each < m_repetitions; ++each) {
+            kinds.time([&] { found += matching(book, {.kinds = {"expense"}}).size(); });
+            bareKinds.time([&] { found += passing(book, [&](auto at) { return isExpense(book, at); }).size(); });
+            search.time([&] { found += matching(book, {.text = "harbour"}).size(); });
+            bareSearch.time([&] {
+                found += passing(book, [&](auto at) {
+                             return book.text(at).find("harbour") != std::string_view::npos;
+                         }).size();
+            });
+        }
+        require(found > 0, "the filters find something");
+        kinds.print("one kind, filter alone");
+        bareKinds.print("  bare pass over the same rows");
+        search.print("search, filter alone");
+        bareSearch.print("  bare pass over the same texts");
+    }
+
+private:
+    void filter(std::string_view name, const LedgerFilter& wanted)
+    {
+        Samples samples;
+        for (int each = 0; each < m_repetitions; ++each) {
+            m_window.browser->setFilter(m_home);
+            m_window.paint();
+            samples.time([&] {
+                m_window.browser->setFilter(wanted);
+                m_window.paint();
+            });
+        }
+        m_window.browser->setFilter(m_home);
+        samples.print(name);
+    }
+
+    void sort(std::string_view name, LedgerSort wanted)
+    {
+        Samples samples;
+        for (int each = 0; each < m_repetitions; ++each) {
+            m_window.browser->setSort({});
+            m_window.paint();
+            samples.time([&] {
+                m_window.browser->setSort(wanted);
+                m_window.paint();
+            });
+        }
+        m_window.browser->setSort({});
+        samples.print(name);
+    }
+
+    void press(Qt::Key key)
+    {
+        QKeyEvent event{QEvent::KeyPress, key, Qt::NoModifier};
+        QCoreApplication::sendEvent(m_window.table, &event);
+    }
+
+    static bool isExpense(const LedgerBook& book, std::uint32_t at)
+    {
+        return book.transaction(at).kind == EntryKind::expense;
+    }
+
+    template <class Accepts>
+    static std::vector<std::uint32_t> passing(const LedgerBook& book, Accepts&& accepts)
+    {
+        std::vector<std::uint32_t> passed;
+        for (const auto at : book.order()) {
+            if (accepts(at))
+                passed.push_back(at);
+        }
+        return passed;
+    }
+
+    Window& m_window;
+    int m_repetitions;
+    LedgerFilter m_home;
+};
+
+TransactionInput incomeFor(LedgerStore& store)
+{
+    const auto& account = store.snapshot()->accounts.front();
+    TransactionInput input;
+    input.kind = EntryKind::income;
+    input.date = store.today();
+    input.categoryID = store.entryCategories(EntryKind::income).front()->id;
+    input.targetAccountID = account.id;
+    input.currency = account.currencies.front();
+    input.amountMinor = 12'345;
+    input.idempotencyKey = store.newIdentifier();
+    return input;
+}
+
+void measure(const Options& options)
+{
+    const ServiceProcess service{options.program, options.database};
+    Window window{service.port()};
+    printMemory("before signing in");
+    printHold("sign in, until the ledger is filled",
+              [&] { window.carryOut(window.store.login(ServedBooks::email, ServedBooks::password)); });
+    printMemory(fmt::format("with {} entries", window.browser->book()->size()));
+    Figures figures{window, options.repetitions};
+    figures.filtering();
+    figures.sorting();
+    figures.scrolling();
+    figures.selecting();
+    figures.bare();
+    for (int each = 0; each < 3; ++each) {
+        printHold("refresh, nothing new", [&] { window.carryOut(window.store.refresh(true)); });
+        printHold("record an entry, until it is shown",
+                  [&] { window.carryOut(window.store.postTransaction(incomeFor(window.store), true)); });
+    }
+    printMemory("at the end");
+}
+
+}
+
+/// The figures of the window: the real pages on a real service, painted into memory or on a display.
+int main(int argc, char** argv)
+{
+    Options options;
+    CLI::App app{"Measures the window on a large ledger; a frame at 60 a second is 16.7 ms."};
+    app.add_option("--program", options.program, "The service's program")->required();
+    app.add_option("--database", options.database, "A database of tallyfold-served-books; entries are added to it")
+        ->required();
+    app.add_option("--repetitions", options.repetitions, "How often each step is taken")->capture_default_str();
+    CLI11_PARSE(app, argc, argv);
+    QApplication application{argc, argv};
+    Theme::current().followDesktop();
+    measure(options);
+    return 0;
+}
