@@ -15,6 +15,27 @@ bool touches(const LedgerTransaction& entry, const IDs& accountIDs, std::string_
     });
 }
 
+/// The entries that move money in the report, and those that reversals and refunds among them refer to: these say
+/// under which movement and category the money stands.
+std::vector<LedgerTransaction> entriesBehind(const std::vector<LedgerTransaction>& all, const IDs& accountIDs,
+                                             std::string_view currency)
+{
+    IDs referredTo;
+    for (const auto& entry : all) {
+        if (!touches(entry, accountIDs, currency))
+            continue;
+        if (entry.reversalOf)
+            referredTo.insert(*entry.reversalOf);
+        if (entry.originalTransactionID)
+            referredTo.insert(*entry.originalTransactionID);
+    }
+    std::vector<LedgerTransaction> entries;
+    std::ranges::copy_if(all, std::back_inserter(entries), [&](const LedgerTransaction& entry) {
+        return referredTo.contains(entry.id) || touches(entry, accountIDs, currency);
+    });
+    return entries;
+}
+
 /// The categories of these entries with the ones above them, whose names group the report's lines.
 std::vector<Category> categoriesOf(const std::vector<LedgerTransaction>& entries, const std::vector<Category>& all)
 {
@@ -46,8 +67,7 @@ ReportExportAuthorization::Evidence ReportExportAuthorization::Evidence::of(cons
     std::ranges::copy_if(snapshot.accounts, std::back_inserter(evidence.accounts),
                          [&](const Account& account) { return accountIDs.contains(account.id); });
     const IDs ids{accountIDs.begin(), accountIDs.end()};
-    std::ranges::copy_if(snapshot.transactions, std::back_inserter(evidence.transactions),
-                         [&](const LedgerTransaction& entry) { return touches(entry, ids, currency); });
+    evidence.transactions = entriesBehind(snapshot.transactions, ids, currency);
     evidence.categories = categoriesOf(evidence.transactions, snapshot.categories);
     if (const auto& settings = snapshot.financialSettings) {
         evidence.bookkeepingStartDate = settings->bookkeepingStartDate;

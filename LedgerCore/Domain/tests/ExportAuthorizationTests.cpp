@@ -212,3 +212,27 @@ TEST(ReportExport, OfPickedAccountsIsUnmovedByNewOnes)
     EXPECT_EQ(ReportExportAuthorization::create(books(), "USD", std::set<std::string, std::less<>>{"safe"}).error(),
               ExportRefusal::forbidden);
 }
+
+TEST(ReportExport, KeepsTheCategoryOfAnIncomeRefundedFromAnotherAccount)
+{
+    auto prepared = snapshot()
+                        .account("bank", {"USD"})
+                        .account("refunds", {"USD"})
+                        .grantAll()
+                        .category("sales", "income", "Sales")
+                        .income("sale", "2026-01-01", "bank", "USD", 100, "sales")
+                        .entry("back", EntryKind::refund, "2026-01-02", {{"refunds", "USD", -100}})
+                        .build();
+    prepared.transactions[1].originalTransactionID = "sale";
+    const auto report =
+        ReportExportAuthorization::create(prepared, "USD", std::set<std::string, std::less<>>{"refunds"});
+    ASSERT_TRUE(report.has_value());
+    EXPECT_TRUE(report->validate(prepared).has_value());
+
+    auto renamed = prepared;
+    renamed.categories[0].names["en-US"] = "Shop";
+    EXPECT_EQ(outcome(report->validate(renamed)), "REPORT_EXPORT_CHANGED");
+    auto hidden = prepared;
+    hidden.transactions.erase(hidden.transactions.begin()); // the refund then stands under no category
+    EXPECT_EQ(outcome(report->validate(hidden)), "REPORT_EXPORT_CHANGED");
+}
