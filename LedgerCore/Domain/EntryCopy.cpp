@@ -130,7 +130,7 @@ const WordTable& EntryCopy::words()
         {"closeEditor", "关闭编辑", "Tutup penyuntingan", "Đóng chỉnh sửa", "Close editor"},
         {"accountRequired", "请选择资金账户和币种。", "Pilih rekening dana dan mata uang.",
          "Hãy chọn tài khoản quỹ và loại tiền tệ.", "Select a fund account and currency."},
-        {"positiveAmount", "请输入大于零的金额。", "Masukkan jumlah lebih dari nol.", "Hãy nhập số tiền lớn hơn không.",
+        {"positiveAmount", "请输入大于零的金额。", "Masukkan jumlah lebih dari nol.", "Hãy nhập số tiền lớn hơn 0.",
          "Enter an amount greater than zero."},
         {"retry", "重试", "Coba lagi", "Thử lại", "Retry"},
         {"selected", "已选择", "Dipilih", "Đã chọn", "Selected"},
