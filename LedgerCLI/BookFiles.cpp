@@ -5,7 +5,11 @@
 #include <iostream>
 #include <iterator>
 
+#include <fmt/core.h>
+#include <unistd.h>
+
 #include "LedgerCLI/CommandWords.h"
+#include "LedgerCore/Domain/CsvDocument.h"
 #include "LedgerCore/Domain/Json.h"
 
 namespace {
@@ -37,20 +41,40 @@ std::optional<std::string> contentOf(const std::string& path)
     return content;
 }
 
-bool replaceFile(const std::filesystem::path& path, std::string_view content)
+bool writeTo(const std::filesystem::path& path, std::string_view content)
 {
-    auto draft = path;
-    draft += ".part";
-    std::ofstream output{draft, std::ios::binary | std::ios::trunc};
+    std::ofstream output{path, std::ios::binary | std::ios::trunc};
     output.write(content.data(), static_cast<std::streamsize>(content.size()));
     output.close();
+    return output.good();
+}
+
+/// Takes the place of an ordinary file in one step, with the rights that it had.
+bool replaceFile(const std::filesystem::path& path, std::filesystem::file_status old, std::string_view content)
+{
+    auto draft = path;
+    draft += fmt::format(".{}.part", getpid());
     std::error_code failed;
-    if (output)
+    bool written = writeTo(draft, content);
+    if (written && std::filesystem::exists(old))
+        std::filesystem::permissions(draft, old.permissions(), failed);
+    if (written && !failed)
         std::filesystem::rename(draft, path, failed);
-    if (output && !failed)
+    if (written && !failed)
         return true;
     std::filesystem::remove(draft, failed);
     return false;
+}
+
+/// A link is followed. What is no ordinary file, such as a pipe or a device, is written into and never replaced.
+bool put(const std::filesystem::path& path, std::string_view content)
+{
+    std::error_code unknown;
+    const auto old = std::filesystem::status(path, unknown);
+    const bool isLink = std::filesystem::is_symlink(path, unknown);
+    if (std::filesystem::is_regular_file(old))
+        return replaceFile(isLink ? std::filesystem::canonical(path, unknown) : path, old, content);
+    return isLink || std::filesystem::exists(old) ? writeTo(path, content) : replaceFile(path, old, content);
 }
 
 }
@@ -69,6 +93,8 @@ std::expected<LedgerSnapshot, CommandFailure> BookFiles::readSnapshot(const std:
     auto content = read(path, locale);
     if (!content)
         return std::unexpected(content.error());
+    if (content->starts_with(CsvDocument::byteOrderMark)) // some editors put one in front
+        content->erase(0, CsvDocument::byteOrderMark.size());
     auto snapshot = Json::consume<LedgerSnapshot>(*std::move(content));
     if (!snapshot)
         return std::unexpected(CommandFailure{ExitCode::snapshot, CommandWords::filled("noSnapshot", locale, {path})});
@@ -79,7 +105,7 @@ CommandResult BookFiles::write(const std::string& path, std::string content, std
 {
     if (path == standardStream)
         return CommandAnswer{std::move(content)};
-    if (!replaceFile(path, content))
+    if (!put(path, content))
         return std::unexpected(CommandFailure{ExitCode::file, std::string{CommandWords::text("unwritable", locale)}});
     return CommandAnswer{CommandWords::filled("written", locale, {path}) + "\n"};
 }

@@ -45,6 +45,9 @@ Examples:
   tallyfold-cli import-plan old-books.csv --snapshot books.json --locale vi
   tallyfold-cli allocate --snapshot books.json --total 1000.00 --currency USD --share ana=6000 --share budi=4000)";
 
+const std::vector<std::string> entryKinds{"income",   "expense", "transfer", "exchange", "refund",
+                                          "reversal", "opening", "capital",  "dividend"};
+
 /// The language of the terminal; English where the environment names none.
 std::string terminalLocale()
 {
@@ -187,7 +190,9 @@ private:
         ledger->add_option("--account", m_scope.accountIDs, "Only this account; may be repeated")->option_text("ID");
         ledger->add_option("--currency", m_scope.currencies, "Only this currency; may be repeated")
             ->option_text("CODE");
-        ledger->add_option("--kind", m_scope.kinds, "Only this kind of entry; may be repeated")->option_text("KIND");
+        ledger->add_option("--kind", m_scope.kinds, "Only this kind of entry; may be repeated")
+            ->check(CLI::IsMember(entryKinds))
+            ->option_text("KIND");
         ledger->add_flag("--receipt-index", m_scope.includesReceiptIndex, "Add receipt counts and filenames");
         addOut(*command(*exports, "capital", "One record a capital record", [this](const LedgerSnapshot& books) {
             return ExportCommand::capital(books, m_target, m_style.locale);

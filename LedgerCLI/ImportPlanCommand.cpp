@@ -36,14 +36,19 @@ std::string text(const LedgerImportPlan& plan, std::string_view locale)
     return CommandWords::filled("issues", locale, {std::to_string(plan.issues.size())}) + "\n\n" + table.text();
 }
 
+/// A program reads of a file that is too large where it reads of every other issue.
+LedgerImportPlan planOf(std::string_view file, const LedgerSnapshot& snapshot)
+{
+    if (file.size() > LedgerImportCSV::maximumFileSize)
+        return {.inputs = {}, .issues = {{.line = 1, .message = "fileSize"}}, .malformed = true};
+    return LedgerImportCSV::plan(file, snapshot);
+}
+
 }
 
 CommandResult ImportPlanCommand::run(std::string_view file, const LedgerSnapshot& snapshot, const OutputStyle& style)
 {
-    if (file.size() > LedgerImportCSV::maximumFileSize)
-        return std::unexpected(
-            CommandFailure{ExitCode::issues, std::string{LedgerImportWords::text("fileSize", style.locale)}});
-    const auto plan = LedgerImportCSV::plan(file, snapshot);
+    const auto plan = planOf(file, snapshot);
     const auto code = plan.issues.empty() && !plan.inputs.empty() ? ExitCode::done : ExitCode::issues;
     switch (style.format) {
     case OutputFormat::json:

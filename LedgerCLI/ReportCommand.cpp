@@ -1,11 +1,13 @@
 #include "LedgerCLI/ReportCommand.h"
 
+#include <algorithm>
 #include <array>
 
 #include "LedgerCLI/CommandWords.h"
 #include "LedgerCLI/TextTable.h"
 #include "LedgerCore/Domain/CategoryDirectory.h"
 #include "LedgerCore/Domain/CsvDocument.h"
+#include "LedgerCore/Domain/CurrencyInfo.h"
 #include "LedgerCore/Domain/Json.h"
 #include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerCore/Domain/LedgerSnapshot.h"
@@ -42,6 +44,15 @@ BOOST_DESCRIBE_STRUCT(PeriodFigures, (), (from, to, openingMinor, income, expens
 constexpr std::array otherMovements{Movement::transfer, Movement::exchange, Movement::opening,
                                     Movement::capital,  Movement::dividend, Movement::other};
 
+/// A category that the books do not list goes by its identifier.
+std::string nameOf(const std::string& categoryID, const CategoryDirectory& directory, std::string_view locale)
+{
+    if (categoryID.empty())
+        return std::string{CommandWords::text("noCategory", locale)};
+    const auto* category = directory.find(categoryID);
+    return category == nullptr ? categoryID : directory.fullPathName(*category, locale);
+}
+
 PeriodFigures figuresOf(const ReportPeriod& period, const CategoryDirectory& directory, std::string_view locale)
 {
     PeriodFigures figures{.from = LedgerDay::format(period.days.first),
@@ -52,11 +63,8 @@ PeriodFigures figuresOf(const ReportPeriod& period, const CategoryDirectory& dir
                           .movements = {},
                           .closingMinor = period.closingMinor};
     for (const auto& line : period.categories) {
-        const auto* category = directory.find(line.categoryID);
-        const auto name = category != nullptr ? directory.fullPathName(*category, locale)
-                                              : std::string{CommandWords::text("noCategory", locale)};
         (line.side == Movement::income ? figures.income : figures.expense)
-            .push_back({line.categoryID, name, line.netMinor()});
+            .push_back({line.categoryID, nameOf(line.categoryID, directory, locale), line.netMinor()});
     }
     for (const auto movement : otherMovements)
         figures.movements.push_back({std::string{rawValue(movement)}, period.movements[movement].netMinor()});
@@ -103,9 +111,9 @@ std::string text(const std::vector<PeriodFigures>& periods, std::string_view cur
             const bool balance = line == "openingBalance" || line == "closingBalance";
             if (minor == 0 && !balance)
                 return;
-            std::string label{CommandWords::text(line, locale)};
-            if (!category.empty())
-                label.append(": ").append(category);
+            const auto word = CommandWords::text(line, locale);
+            const auto label =
+                category.empty() ? std::string{word} : CommandWords::filled("ofCategory", locale, {word, category});
             table.add({"  " + label, Money::formatDigits(minor, currency, locale)});
         });
     }
@@ -123,6 +131,16 @@ std::expected<std::vector<ReportRange>, CommandFailure> rangesOf(const ReportCom
     return ReportRanges::cut({std::chrono::sys_days{*first}, std::chrono::sys_days{*last}}, request.by);
 }
 
+/// A mistyped currency or account is said to be one, rather than reported as having moved nothing.
+bool isKnown(const ReportCommand::Request& request, const LedgerSnapshot& snapshot, const ReportBook& book)
+{
+    const auto currencies = book.currencies();
+    const bool isCurrency = CurrencyInfo::isSupported(request.currency) ||
+                            std::ranges::find(currencies, request.currency) != currencies.end();
+    return isCurrency &&
+           std::ranges::all_of(request.accountIDs, [&](const auto& id) { return snapshot.account(id) != nullptr; });
+}
+
 }
 
 CommandResult ReportCommand::run(const LedgerSnapshot& snapshot, const Request& request, const OutputStyle& style)
@@ -134,6 +152,9 @@ CommandResult ReportCommand::run(const LedgerSnapshot& snapshot, const Request& 
     if (!request.accountIDs.empty())
         scope.accountIDs = request.accountIDs;
     const auto book = ReportBook::create(snapshot);
+    if (book && !isKnown(request, snapshot, *book))
+        return std::unexpected(
+            CommandFailure{ExitCode::refused, std::string{CommandWords::text("scopeUnseen", style.locale)}});
     const auto report = book ? book->report(std::move(scope), *ranges) : std::unexpected(book.error());
     if (!report)
         return std::unexpected(

@@ -19,6 +19,25 @@ std::size_t widthOf(UChar32 letter)
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
 }
 
+std::string withoutControls(const std::string& cell)
+{
+    std::string plain;
+    plain.reserve(cell.size());
+    const auto length = static_cast<std::int32_t>(cell.size());
+    for (std::int32_t at = 0; at < length;) {
+        const auto start = at;
+        UChar32 letter = 0;
+        U8_NEXT(cell.data(), at, length, letter); // NOLINT(bugprone-inc-dec-in-conditions)
+        const auto type = letter < 0 ? static_cast<std::int8_t>(U_CONTROL_CHAR) : u_charType(letter);
+        const bool breaks = type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR;
+        if (breaks)
+            plain += ' ';
+        else
+            plain.append(cell, static_cast<std::size_t>(start), static_cast<std::size_t>(at - start));
+    }
+    return plain;
+}
+
 void appendCell(std::string& line, std::string_view cell, std::size_t width, const TextTable::Column& column)
 {
     const std::string padding(width - TextTable::width(cell), ' ');
@@ -29,6 +48,12 @@ void appendCell(std::string& line, std::string_view cell, std::size_t width, con
         line += padding;
 }
 
+}
+
+void TextTable::add(std::vector<std::string> cells)
+{
+    std::ranges::transform(cells, cells.begin(), withoutControls);
+    m_rows.push_back(std::move(cells));
 }
 
 std::size_t TextTable::width(std::string_view text)

@@ -18,8 +18,9 @@ public:
     /// Without titles there is no heading.
     explicit TextTable(std::vector<Column> columns) : m_columns(std::move(columns)) {}
 
-    /// One cell a column.
-    void add(std::vector<std::string> cells) { m_rows.push_back(std::move(cells)); }
+    /// One cell a column. Line ends and control characters, by which a text could take over the terminal, become
+    /// blanks.
+    void add(std::vector<std::string> cells);
 
     [[nodiscard]] std::string text() const;
 

@@ -10,7 +10,11 @@ _tallyfold_cli()
     --locale) mapfile -t COMPREPLY < <(compgen -W "zh en id vi" -- "$word") && return ;;
     --by) mapfile -t COMPREPLY < <(compgen -W "day week month quarter year total" -- "$word") && return ;;
     --snapshot | --out) compopt -o filenames && mapfile -t COMPREPLY < <(compgen -f -- "$word") && return ;;
-    --currency | --from | --to | --account | --kind | --total | --share) return ;;
+    --kind)
+        mapfile -t COMPREPLY < <(compgen -W "income expense transfer exchange refund reversal opening capital dividend" -- "$word")
+        return
+        ;;
+    --currency | --from | --to | --account | --total | --share) return ;;
     esac
     if ((COMP_CWORD == 1)); then
         mapfile -t COMPREPLY < <(compgen -W "balances report export import-plan template allocate --help --version" -- "$word")

@@ -4,6 +4,8 @@
 #include <iterator>
 #include <sstream>
 
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <gtest/gtest.h>
@@ -52,13 +54,14 @@ protected:
     {
         return ProgramRun::of(m_directory.string(), arguments);
     }
+    [[nodiscard]] std::filesystem::path path(const std::string& name) const { return m_directory / name; }
     void write(const std::string& name, std::string_view content) const
     {
-        std::ofstream{m_directory / name, std::ios::binary} << content;
+        std::ofstream{path(name), std::ios::binary} << content;
     }
     [[nodiscard]] std::string read(const std::string& name) const
     {
-        std::ifstream file{m_directory / name, std::ios::binary};
+        std::ifstream file{path(name), std::ios::binary};
         return {std::istreambuf_iterator<char>{file}, {}};
     }
 
@@ -80,7 +83,7 @@ TEST_F(CommandLineProgram, PrintsBalancesForPeopleAndPrograms)
               R"({"accountID":"现金","account":"现金","currency":"USD","balanceMinor":1007}])"
               "\n");
     EXPECT_EQ(run({"balances", "--snapshot", "books.json", "--locale", "id"}).output.substr(0, 24),
-              "Akun  Mata uang     Sald");
+              "Rekening  Mata uang     ");
 }
 
 TEST_F(CommandLineProgram, ReportsPeriodsThatOpenAsTheLastOneClosed)
@@ -103,6 +106,17 @@ TEST_F(CommandLineProgram, ReportsPeriodsThatOpenAsTheLastOneClosed)
                   noOthers +
                   R"(,"closingMinor":118456}])"
                   "\n");
+
+    auto inChinese = report;
+    inChinese.insert(inChinese.end(), {"--by", "total", "--locale", "zh"});
+    EXPECT_NE(run(inChinese).output.find("支出：Office (zh) › Rent (zh)"), std::string::npos);
+
+    auto unlisted = books();
+    unlisted.categories.pop_back();
+    write("unlisted.json", Json::encode(unlisted));
+    auto ofUnlisted = report;
+    ofUnlisted[2] = "unlisted.json";
+    EXPECT_NE(run(ofUnlisted).output.find("  Income: sales"), std::string::npos);
 
     auto ofCash = report;
     ofCash.insert(ofCash.end(), {"--by", "total", "--account", "现金"});
@@ -139,6 +153,28 @@ TEST_F(CommandLineProgram, ExportsTheBytesOfTheWindow)
     EXPECT_EQ(run({"template", "--out", "-"}).output, LedgerImportCSV::templateText());
 }
 
+TEST_F(CommandLineProgram, WritesThroughLinksAndPipesAndKeepsTheRightsOfAFile)
+{
+    namespace fs = std::filesystem;
+    write("kept.csv", "old");
+    fs::permissions(path("kept.csv"), fs::perms::owner_read | fs::perms::owner_write);
+    fs::create_symlink("kept.csv", path("link.csv"));
+    EXPECT_EQ(run({"template", "--out", "link.csv"}).code, 0);
+    EXPECT_TRUE(fs::is_symlink(path("link.csv")));
+    EXPECT_EQ(read("kept.csv"), LedgerImportCSV::templateText());
+    EXPECT_EQ(fs::status(path("kept.csv")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+
+    ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+    const int pipe = open(path("pipe").c_str(), O_RDWR | O_NONBLOCK);
+    ASSERT_GE(pipe, 0);
+    EXPECT_EQ(run({"template", "--out", "pipe"}).code, 0);
+    std::string received(4096, '\0');
+    received.resize(static_cast<std::size_t>(std::max<ssize_t>(::read(pipe, received.data(), received.size()), 0)));
+    close(pipe);
+    EXPECT_EQ(received, LedgerImportCSV::templateText());
+    EXPECT_TRUE(fs::is_fifo(path("pipe")));
+}
+
 TEST_F(CommandLineProgram, PlansAnImportAsTheInterfaceDoes)
 {
     const auto good = LedgerImportCSV::templateText() + "2024-05-01,Income,bank,USD,5,Sales,x,,,\r\n";
@@ -158,6 +194,12 @@ TEST_F(CommandLineProgram, PlansAnImportAsTheInterfaceDoes)
     EXPECT_EQ(run({"import-plan", "bad.csv", "--snapshot", "books.json", "--format", "json"}).output,
               R"({"inputs":[],"issues":[{"line":2,"message":"amount","value":"0"}],"malformed":false})"
               "\n");
+
+    write("large.csv", std::string(LedgerImportCSV::maximumFileSize + 1, 'x'));
+    const auto tooLarge = run({"import-plan", "large.csv", "--snapshot", "books.json", "--format", "json"});
+    EXPECT_EQ(tooLarge.code, 6);
+    EXPECT_EQ(tooLarge.output, R"({"inputs":[],"issues":[{"line":1,"message":"fileSize"}],"malformed":true})"
+                               "\n");
 }
 
 TEST_F(CommandLineProgram, SplitsADividend)
@@ -185,6 +227,7 @@ TEST_F(CommandLineProgram, SplitsADividend)
 TEST_F(CommandLineProgram, SaysByItsExitCodeWhatWentWrong)
 {
     write("broken.json", R"({"company":)");
+    write("marked.json", "\xEF\xBB\xBF" + read("books.json"));
     write("empty.csv", LedgerImportCSV::templateText());
     auto silent = books();
     silent.currentMember.permissions = {"viewCompany"};
@@ -209,6 +252,15 @@ TEST_F(CommandLineProgram, SaysByItsExitCodeWhatWentWrong)
           "x"},
          5},
         {{"export", "capital", "--snapshot", "books.json"}, 5},
+        {{"export", "ledger", "--snapshot", "books.json", "--from", "2024-01-01", "--to", "2024-01-02", "--kind",
+          "expenses"},
+         2},
+        {{"report", "--snapshot", "books.json", "--currency", "usd", "--from", "2024-01-01", "--to", "2024-12-31"}, 5},
+        {{"report", "--snapshot", "books.json", "--currency", "USD", "--from", "2024-01-01", "--to", "2024-12-31",
+          "--account", "bnak"},
+         5},
+        {{"report", "--snapshot", "books.json", "--currency", "EUR", "--from", "2024-01-01", "--to", "2024-12-31"}, 0},
+        {{"balances", "--snapshot", "marked.json"}, 0},
         {{"import-plan", "empty.csv", "--snapshot", "books.json"}, 6},
         {{"--help"}, 0},
     };
@@ -235,6 +287,18 @@ TEST_F(CommandLineProgram, CompletesEveryOptionThatItsHelpNames)
             EXPECT_NE(completion.find(option), std::string::npos) << command << " " << option;
         }
     }
+}
+
+TEST(TextTable, KeepsEachRowOnItsLineWhateverItSays)
+{
+    TextTable table{{{"Account"}, {"Note"}}};
+    table.add({"a\r\nb", "\x1B[2J\xC2\x9B"
+                         "c\xE2\x80\xA8"
+                         "d\xFF"});
+    table.add({"现金", "đồng"});
+    EXPECT_EQ(table.text(), "Account  Note\n"
+                            "a  b      [2J c d\n"
+                            "现金     đồng\n");
 }
 
 TEST(TextTable, CountsTheCellsOfATerminal)
