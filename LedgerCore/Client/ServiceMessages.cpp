@@ -47,9 +47,9 @@ const WordTable& serviceMessages()
          "Hãy ghi số dư đầu kỳ vào ngày bắt đầu ghi sổ đã xác nhận. Làm mới và kiểm tra lại ngày.",
          "Record opening balances on the confirmed bookkeeping start date. Refresh and check the date."},
         {"financialOpeningExists", "此账户在该币种下已有有效的期初余额。请核对原记录，避免重复录入。",
-         "Akun ini sudah memiliki saldo awal aktif dalam mata uang ini. Periksa catatan aslinya agar tidak dicatat dua "
-         "kali.",
-         "Tài khoản này đã có số dư đầu kỳ còn hiệu lực ở loại tiền này. Hãy kiểm tra bản ghi gốc để tránh ghi hai "
+         "Rekening ini sudah memiliki saldo awal aktif dalam mata uang ini. Periksa catatan aslinya agar tidak dicatat "
+         "dua kali.",
+         "Tài khoản này đã có số dư đầu kỳ còn hiệu lực ở loại tiền tệ này. Hãy kiểm tra bản ghi gốc để tránh ghi hai "
          "lần.",
          "This account already has an active opening balance in this currency. Check the original record to avoid "
          "adding it twice."},
@@ -122,43 +122,42 @@ const WordTable& serviceMessages()
          "Các liên kết của hồ sơ cổ tức không đầy đủ. Hãy làm mới và liên hệ quản trị viên công ty nếu vẫn còn lỗi.",
          "Dividend record links are incomplete. Refresh, and contact your company administrator if the issue "
          "persists."},
-        {"categoryOrder", "分类顺序已更改。请关闭排序页面，刷新后重新排序。",
+        {"categoryOrder", "类别顺序已更改。请关闭排序页面，刷新后重新排序。",
          "Urutan kategori telah berubah. Tutup halaman pengurutan, muat ulang, lalu urutkan kembali kategorinya.",
-         "Thứ tự danh mục đã thay đổi. Hãy đóng trang sắp xếp, làm mới rồi sắp xếp lại các danh mục.",
+         "Thứ tự hạng mục đã thay đổi. Hãy đóng trang sắp xếp, làm mới rồi sắp xếp lại các hạng mục.",
          "The category order has changed. Close the sorting page, refresh, and reorder the categories."},
-        {"categoryParent", "分类最多支持两级。请选择同为收入或同为支出的一级分类。已有子分类的分类不能成为子分类。",
+        {"categoryParent", "类别最多支持两级。请选择同为收入或同为支出的一级类别。已有子类别的类别不能成为子类别。",
          "Kategori mendukung paling banyak dua tingkat. Pilih kategori tingkat atas dengan jenis pemasukan atau "
          "pengeluaran yang sama. Kategori yang memiliki subkategori tidak dapat menjadi subkategori.",
-         "Danh mục chỉ hỗ trợ tối đa hai cấp. Hãy chọn danh mục cấp một cùng loại thu hoặc chi. Danh mục đã có danh "
-         "mục "
-         "con thì không thể trở thành danh mục con.",
+         "Hạng mục chỉ hỗ trợ tối đa hai cấp. Hãy chọn hạng mục cấp một cùng loại thu hoặc chi. Hạng mục đã có hạng "
+         "mục con thì không thể trở thành hạng mục con.",
          "Categories support at most two levels. Choose a top-level category of the same income or expense type. A "
          "category with children cannot become a child."},
-        {"categoryArchived", "此分类已停用。请联系公司管理员恢复。",
+        {"categoryArchived", "此类别已停用。请联系公司管理员恢复。",
          "Kategori ini tidak aktif. Minta administrator perusahaan Anda untuk memulihkannya.",
-         "Danh mục này đã ngừng sử dụng. Hãy đề nghị quản trị viên công ty khôi phục.",
+         "Hạng mục này đã ngừng sử dụng. Hãy đề nghị quản trị viên công ty khôi phục.",
          "This category is inactive. Ask your company administrator to restore it."},
-        {"categoryParentInactive", "上级分类已停用。请先恢复上级分类，或选择其他一级分类。",
+        {"categoryParentInactive", "上级类别已停用。请先恢复上级类别，或选择其他一级类别。",
          "Kategori induk tidak aktif. Pulihkan kategori itu atau pilih kategori tingkat atas yang lain.",
-         "Danh mục cha đã ngừng sử dụng. Hãy khôi phục hoặc chọn một danh mục cấp một khác.",
+         "Hạng mục cha đã ngừng sử dụng. Hãy khôi phục hoặc chọn một hạng mục cấp một khác.",
          "The parent category is inactive. Restore it or choose another top-level category."},
-        {"categoryChildren", "此分类下有启用中的子分类。请先停用或移动它们。",
+        {"categoryChildren", "此类别下有启用中的子类别。请先停用或移动它们。",
          "Kategori ini memiliki subkategori yang aktif. Nonaktifkan atau pindahkan dahulu.",
-         "Danh mục này có danh mục con đang hoạt động. Hãy tắt hoặc di chuyển chúng trước.",
+         "Hạng mục này có hạng mục con đang hoạt động. Hãy tắt hoặc di chuyển chúng trước.",
          "This category has active subcategories. Disable or move them first."},
         {"operator", "只有指定的经办人可以使用此账户。",
-         "Hanya operator yang ditunjuk yang dapat menggunakan akun ini.",
+         "Hanya operator yang ditunjuk yang dapat menggunakan rekening ini.",
          "Chỉ người phụ trách được chỉ định mới có thể sử dụng tài khoản này.",
          "Only the assigned operator can use this account."},
         {"handover", "此账户已有记录。移交前，请确认新经办人可以查看其历史记录。",
-         "Akun ini sudah memiliki catatan. Konfirmasikan akses operator baru ke riwayatnya sebelum menyerahkannya.",
+         "Rekening ini sudah memiliki catatan. Konfirmasikan akses operator baru ke riwayatnya sebelum menyerahkannya.",
          "Tài khoản này đã có bản ghi. Hãy xác nhận quyền xem lịch sử của người phụ trách mới trước khi bàn giao.",
          "This account has existing records. Confirm the new operator's access to its history before handing it "
          "over."},
         {"refundOriginal", "请选择同一币种、未冲销的收入记录，或填写外部退款凭证号。",
          "Pilih catatan pemasukan yang belum dibalik dalam mata uang yang sama, atau masukkan referensi pengembalian "
          "dana eksternal.",
-         "Hãy chọn một khoản thu chưa bị đảo trong cùng loại tiền, hoặc nhập mã tham chiếu hoàn tiền bên ngoài.",
+         "Hãy chọn một khoản thu chưa bị đảo trong cùng loại tiền tệ, hoặc nhập mã tham chiếu hoàn tiền bên ngoài.",
          "Select an unreversed income record in the same currency, or enter an external refund reference."},
         {"refundLimit", "退款总额超过原收入的可退金额。请核对金额。",
          "Total pengembalian dana melebihi jumlah pemasukan asal yang dapat dikembalikan. Periksa jumlahnya.",
@@ -187,13 +186,13 @@ const WordTable& serviceMessages()
         {"funds", "该员工备用金在此币种下的余额不足，无法转出。请先补充资金，或核对并冲销相关支出。",
          "Saldo dana karyawan dalam mata uang ini tidak mencukupi untuk transfer keluar. Tambahkan dana, atau periksa "
          "dan balik pengeluaran terkait terlebih dahulu.",
-         "Quỹ nhân viên không đủ số dư ở loại tiền này để chuyển ra. Hãy bổ sung tiền, hoặc kiểm tra và đảo khoản chi "
-         "liên quan trước.",
+         "Quỹ nhân viên không đủ số dư ở loại tiền tệ này để chuyển ra. Hãy bổ sung tiền, hoặc kiểm tra và đảo khoản "
+         "chi liên quan trước.",
          "The employee fund has insufficient balance in this currency for an outgoing transfer. Add funds, or check "
          "and reverse the related expense first."},
         {"nonzero", "账户余额不为零。请先逐一核对并结清各币种余额。",
-         "Saldo akun tidak nol. Periksa dan selesaikan setiap mata uang terlebih dahulu.",
-         "Số dư tài khoản khác không. Hãy kiểm tra và tất toán từng loại tiền trước.",
+         "Saldo rekening tidak nol. Periksa dan selesaikan setiap mata uang terlebih dahulu.",
+         "Số dư tài khoản khác 0. Hãy kiểm tra và tất toán từng loại tiền tệ trước.",
          "The account balance is not zero. Check and settle each currency first."},
         {"invitation", "激活码无效、已过期，或与您的邮箱不符。",
          "Kode aktivasi tidak valid, kedaluwarsa, atau tidak cocok dengan email Anda.",
@@ -214,7 +213,7 @@ const WordTable& serviceMessages()
          "Akun anggota Anda tidak aktif. Hubungi administrator perusahaan Anda.",
          "Tài khoản thành viên của bạn đã bị ngừng hoạt động. Hãy liên hệ quản trị viên công ty.",
          "Your member account is inactive. Contact your company administrator."},
-        {"balance", "操作后的账户余额将超出支持范围。", "Saldo akun yang dihasilkan melebihi batas yang didukung.",
+        {"balance", "操作后的账户余额将超出支持范围。", "Saldo rekening yang dihasilkan melebihi batas yang didukung.",
          "Số dư tài khoản sau thao tác vượt quá phạm vi được hỗ trợ.",
          "The resulting account balance exceeds the supported range."},
         {"auth", "会话已过期或登录信息不正确，请重新登录。",
@@ -271,8 +270,8 @@ const WordTable& serviceMessages()
          "Không thể hoàn tất thao tác. Hãy thử lại và liên hệ quản trị viên nếu vẫn còn lỗi.",
          "The action could not be completed. Try again, and contact your administrator if the issue persists."},
         {"input", "请检查输入内容、金额、币种和账户权限，然后重试。",
-         "Periksa isian, jumlah, mata uang, dan izin akun, lalu coba lagi.",
-         "Hãy kiểm tra thông tin nhập, số tiền, loại tiền và quyền tài khoản rồi thử lại.",
+         "Periksa isian, jumlah, mata uang, dan izin rekening, lalu coba lagi.",
+         "Hãy kiểm tra thông tin nhập, số tiền, loại tiền tệ và quyền tài khoản rồi thử lại.",
          "Check the input, amount, currency, and account permissions, then try again."},
     }};
     return words;
