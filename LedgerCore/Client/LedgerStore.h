@@ -14,6 +14,7 @@
 
 #include "LedgerCore/Client/Failure.h"
 #include "LedgerCore/Client/HttpSession.h"
+#include "LedgerCore/Domain/CapitalModuleTab.h"
 #include "LedgerCore/Domain/LedgerSnapshot.h"
 #include "LedgerCore/Domain/TransactionInput.h"
 
@@ -68,6 +69,18 @@ public:
     [[nodiscard]] bool canExport() const;
     [[nodiscard]] bool canRecord() const;
     [[nodiscard]] bool can(std::string_view action, std::string_view accountID) const;
+    [[nodiscard]] bool canViewCapital() const;
+    [[nodiscard]] bool canPostCapital() const;
+    [[nodiscard]] bool canCorrectCapital() const;
+    [[nodiscard]] bool canExportCapital() const;
+    [[nodiscard]] bool canManageCapital() const { return canManage(); }
+    [[nodiscard]] bool canCopyOwnershipToDividends() const;
+
+    // What the company has switched on, and which capital tabs the member is shown.
+    [[nodiscard]] bool contributionsEnabled() const;
+    [[nodiscard]] bool dividendsEnabled() const;
+    [[nodiscard]] std::vector<CapitalModuleTab> capitalActiveTabs() const;
+    [[nodiscard]] bool showsCapitalNavigation() const { return !capitalActiveTabs().empty(); }
 
     /// Whether the member chose the category for quick entry.
     [[nodiscard]] bool isCategorySelected(std::string_view id) const;

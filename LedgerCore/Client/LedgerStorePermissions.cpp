@@ -2,6 +2,7 @@
 
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Domain/CategoryDirectory.h"
+#include "LedgerCore/Domain/FinancialFeaturePolicy.h"
 
 bool LedgerStore::permits(std::string_view permission) const
 {
@@ -32,6 +33,46 @@ bool LedgerStore::canRecord() const
 bool LedgerStore::can(std::string_view action, std::string_view accountID) const
 {
     return m_snapshot && m_snapshot->currentMember.can(action, accountID);
+}
+
+bool LedgerStore::canViewCapital() const
+{
+    return permits("viewCapital");
+}
+
+bool LedgerStore::canPostCapital() const
+{
+    return permits("postCapital");
+}
+
+bool LedgerStore::canCorrectCapital() const
+{
+    return permits("correctCapital");
+}
+
+bool LedgerStore::canExportCapital() const
+{
+    return permits("exportCapital");
+}
+
+bool LedgerStore::canCopyOwnershipToDividends() const
+{
+    return permits("viewCapital") && permits("manageCompany") && permits("viewDividends");
+}
+
+bool LedgerStore::contributionsEnabled() const
+{
+    return m_snapshot && FinancialFeaturePolicy::contributionsEnabled(*m_snapshot);
+}
+
+bool LedgerStore::dividendsEnabled() const
+{
+    return m_snapshot && FinancialFeaturePolicy::dividendsEnabled(*m_snapshot);
+}
+
+std::vector<CapitalModuleTab> LedgerStore::capitalActiveTabs() const
+{
+    return m_snapshot ? FinancialFeaturePolicy::activeTabs(*m_snapshot) : std::vector<CapitalModuleTab>{};
 }
 
 bool LedgerStore::isCategorySelected(std::string_view id) const

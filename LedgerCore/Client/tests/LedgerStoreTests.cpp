@@ -166,4 +166,54 @@ INSTANTIATE_TEST_SUITE_P(
         Rights{"FormerOwner", "owner", false, {"viewCompany", "manageCompany", "exportData"}, false, false, false}),
     [](const auto& each) { return std::string{each.param.name}; });
 
+struct CapitalRights {
+    const char* name;
+    std::vector<std::string> permissions;
+    std::string allowed; // the checks that hold, in the order below
+};
+
+class CapitalChecks : public testing::TestWithParam<CapitalRights> {};
+
+TEST_P(CapitalChecks, EachNeedsItsOwnPermissions)
+{
+    StoreUnderTest test;
+    auto member = SnapshotBuilder::person("m1", "Mira", "finance");
+    member.permissions = GetParam().permissions;
+    test.signIn(snapshot().currentMember(member));
+    std::string allowed;
+    const auto note = [&](bool isAllowed, const char* what) { allowed += isAllowed ? what : ""; };
+    note(test.store.canViewCapital(), "view ");
+    note(test.store.canPostCapital(), "post ");
+    note(test.store.canCorrectCapital(), "correct ");
+    note(test.store.canExportCapital(), "export ");
+    note(test.store.canManageCapital(), "manage ");
+    note(test.store.canCopyOwnershipToDividends(), "copy ");
+    EXPECT_EQ(allowed, GetParam().allowed);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Members, CapitalChecks,
+    testing::Values(CapitalRights{"Viewer", {"viewCapital"}, "view "},
+                    CapitalRights{"Poster", {"postCapital"}, "post "},
+                    CapitalRights{"Corrector", {"correctCapital", "exportCapital"}, "correct export "},
+                    CapitalRights{"CopierWithoutDividends", {"viewCapital", "manageCompany"}, "view manage "},
+                    CapitalRights{"Copier", {"viewCapital", "manageCompany", "viewDividends"}, "view manage copy "}),
+    [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(LedgerStore, ShowsTheCapitalTabsOfTheFeaturesThatAreOn)
+{
+    StoreUnderTest test;
+    EXPECT_FALSE(test.store.contributionsEnabled() || test.store.dividendsEnabled() ||
+                 test.store.showsCapitalNavigation());
+    auto books = snapshot().permissions({"manageCompany", "viewCapital", "viewDividends"});
+    FinancialSettings settings;
+    settings.contributionsEnabled = true;
+    books.settings(settings);
+    test.signIn(books);
+    EXPECT_TRUE(test.store.contributionsEnabled());
+    EXPECT_FALSE(test.store.dividendsEnabled());
+    EXPECT_EQ(test.store.capitalActiveTabs(),
+              (std::vector{CapitalModuleTab::overview, CapitalModuleTab::contributions}));
+}
+
 }

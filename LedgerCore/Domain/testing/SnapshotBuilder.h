@@ -55,6 +55,12 @@ public:
         return *this;
     }
 
+    SnapshotBuilder& settings(FinancialSettings settings)
+    {
+        m_snapshot.financialSettings = std::move(settings);
+        return *this;
+    }
+
     SnapshotBuilder& approvalStatus(std::string status)
     {
         m_snapshot.company.approvalStatus = std::move(status);
