@@ -67,6 +67,8 @@ TEST(CapitalSummary, TakesAReversalOffThePeriodInWhichItIsBooked)
 {
     EXPECT_EQ(CapitalSummary::create(section(), "USD", "2024-08-01", std::nullopt)->periodMinor, -3000);
     EXPECT_EQ(CapitalSummary::create(section(), "USD", std::nullopt, std::nullopt)->periodMinor, 20700);
+    EXPECT_EQ(CapitalSummary::create(section(), "USD", "2024-06-30", "2024-07-01")->periodMinor, 3700);
+    EXPECT_EQ(CapitalSummary::create(section(), "USD", "2024-07-01", "2024-07-01")->periodMinor, 700);
     EXPECT_EQ(CapitalSummary::create(section(), "USD", std::nullopt, "2024-06-30")->ownershipVersion->date,
               "2024-01-01");
     EXPECT_EQ(CapitalSummary::create(section(), "USD", std::nullopt, "2023-12-31")->ownershipVersion, std::nullopt);
@@ -98,6 +100,8 @@ TEST(CapitalSummary, TakesTheVersionCreatedLastOfOneStartDay)
     state.ownershipVersions.insert(state.ownershipVersions.begin(), version("2024-07-01", {{"bo", "Bo", 10000}}));
     state.ownershipVersions.front().createdAt = "2024-07-02T08:00:00Z";
     EXPECT_EQ(CapitalSummary::create(state, "USD", std::nullopt, std::nullopt)->participants[1].ownershipBps, 10000);
+    state.ownershipVersions.front().createdAt = state.ownershipVersions.back().createdAt; // then the later in the list
+    EXPECT_EQ(CapitalSummary::create(state, "USD", std::nullopt, std::nullopt)->participants[0].ownershipBps, 10000);
 }
 
 struct StateCase {

@@ -98,6 +98,8 @@ TEST(DividendSummary, KeepsPeriodAndCutoffApart)
     EXPECT_EQ(summary->participants[0], (DividendParticipantSummary{"ann", "Ann", 0, 4000, -4000, 54000, 0, 6000}));
     EXPECT_EQ(summary->participants[1], (DividendParticipantSummary{"bo", "Bo", 0, 0, 0, 40000, 0, 0}));
     EXPECT_EQ(summary->unpaidMinor, 94000);
+    const auto later = DividendSummary::create(section(), "USD", "2024-04-03", "2024-05-01");
+    EXPECT_EQ(later->participants[0], (DividendParticipantSummary{"ann", "Ann", 20000, 0, 20000, 34000, 0, 26000}));
 
     const auto all = DividendSummary::create(section(), "USD", std::nullopt, std::nullopt);
     EXPECT_EQ(all->participants[0], (DividendParticipantSummary{"ann", "Ann", 30000, 4000, 26000, 34000, 0, 26000}));

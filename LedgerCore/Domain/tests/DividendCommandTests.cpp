@@ -280,6 +280,8 @@ INSTANTIATE_TEST_SUITE_P(
                     std::nullopt},
         CommandCase{"RatioPastTheWhole",
                     [](auto& s) { return setParticipant(s, {.name = "Di", .percentage = "100.01"}); }, ratioInvalid},
+        CommandCase{"NegativeRatio", [](auto& s) { return setParticipant(s, {.name = "Di", .percentage = "-1"}); },
+                    ratioInvalid},
         CommandCase{"NoName", [](auto& s) { return setParticipant(s, {.name = "", .percentage = "0"}); }, nameRequired},
         CommandCase{"MemberOfAnother",
                     [](auto& s) { return setParticipant(s, {.name = "Di", .memberID = "m", .percentage = "0"}); },
@@ -333,6 +335,36 @@ INSTANTIATE_TEST_SUITE_P(
                                Permissions{"viewDividends", "postDividends"},
                                {"allocate", "advance", "reverse"}}),
     [](const auto& each) { return std::string{each.param.name}; });
+
+struct CashCase {
+    const char* name;
+    std::optional<std::string> purpose;
+    const char* currency;
+    bool allowed;
+};
+
+class DividendCash : public testing::TestWithParam<CashCase> {};
+
+TEST_P(DividendCash, MovesOnOperatingAccountsThatHoldTheCurrency)
+{
+    auto snapshot = books();
+    snapshot.accounts[0].purpose = GetParam().purpose;
+    DividendCommand command;
+    command.action = "advance";
+    command.accountID = "bank";
+    command.currency = GetParam().currency;
+    EXPECT_EQ(DividendAccess::canSubmit(command, snapshot), GetParam().allowed);
+    EXPECT_EQ(DividendAccess::accounts(snapshot, GetParam().currency).size(), GetParam().allowed ? 1 : 0);
+}
+
+INSTANTIATE_TEST_SUITE_P(Accounts, DividendCash,
+                         testing::Values(CashCase{"Ordinary", std::nullopt, "EUR", true},
+                                         CashCase{"Operating", "operating", "USD", true},
+                                         CashCase{"Employee", "employee", "USD", false},
+                                         CashCase{"Refund", "refund", "USD", false},
+                                         CashCase{"AnyOtherPurpose", "savings", "USD", false},
+                                         CashCase{"CurrencyNotHeld", std::nullopt, "JPY", false}),
+                         [](const auto& each) { return std::string{each.param.name}; });
 
 TEST(DividendRules, BoundASettlementByTheLineAndTheAdvance)
 {

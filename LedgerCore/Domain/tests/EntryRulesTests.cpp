@@ -124,7 +124,9 @@ constexpr auto overLimit = "The balance would exceed the supported range";
 
 TEST_P(EntryProblems, AreNamedUnderTheirFields)
 {
-    const auto input = EntryRules::input(GetParam().draft, books().build(), "en-US");
+    auto held = books().category("old", "expense", "Old").build();
+    held.categories.back().archived = true;
+    const auto input = EntryRules::input(GetParam().draft, held, "en-US");
     ASSERT_FALSE(input.has_value());
     Fields found;
     for (const auto& problem : input.error())
@@ -165,6 +167,12 @@ INSTANTIATE_TEST_SUITE_P(
         ProblemCase{"CategoryOfTheOtherKind",
                     with(expense(), [](auto& each) { each.categoryID = "sales"; }),
                     {{EntryField::category, "The previous category is no longer available. Select another one."}}},
+        ProblemCase{"ArchivedCategory",
+                    with(expense(), [](auto& each) { each.categoryID = "old"; }),
+                    {{EntryField::category, "The previous category is no longer available. Select another one."}}},
+        ProblemCase{"ExchangeIntoACurrencyNotHeld",
+                    with(exchange(), [](auto& each) { each.targetCurrency = "IDR"; }),
+                    {{EntryField::destination, needsAccount}}},
         ProblemCase{"PettyCashTooLow",
                     amount(with(expense(), [](auto& each) { each.source = "float"; }), "50.01"),
                     {{EntryField::amount, "Insufficient petty cash. Available balance in this currency: USD 50.00"}}},
@@ -245,6 +253,11 @@ TEST(EntryRules, BookAnOpeningOnTheStartOfTheBooksOnce)
     const auto second = EntryRules::input(opening(), opened, "en-US");
     ASSERT_FALSE(second.has_value());
     EXPECT_EQ(second.error(), (std::vector<EntryProblem>{{EntryField::account, EntryObstacle::openingExists}}));
+
+    auto partly = books().income("i1", "2026-11-03", "vault", "USD", 700).balance("vault", "USD", 900).build();
+    const auto unsure = EntryRules::input(opening(), partly, "en-US");
+    ASSERT_FALSE(unsure.has_value());
+    EXPECT_EQ(unsure.error(), (std::vector<EntryProblem>{{EntryField::account, EntryObstacle::openingUnverifiable}}));
 }
 
 TEST(EntryRules, CountWhatAnIncomeCanStillRefund)
@@ -296,21 +309,26 @@ TEST(EntryRules, DoNotTrustAFloatWhoseBalanceIsMissing)
     EXPECT_EQ(EntryRules::reserve(held, *held.account("float"), "USD"), 0);
 }
 
-TEST(EntryRules, OfferDestinationsThatTheMemberDoesNotSee)
+TEST(EntryRules, OfferDestinationsOnceSeenOrNot)
 {
     auto held = snapshot().account("bank", {"USD"}).grantAll().build();
     held.currentMember.accountGrants->push_back({"hidden", {"transferIn"}});
     held.currentMember.permissions->clear();
     held.transferDestinations = {{{"hidden", "Rizky's float", {"USD"}, true, false},
                                   {"other", "No grant", {"USD"}, true, false},
-                                  {"euro", "Other currency", {"EUR"}, true, false}}};
+                                  {"euro", "Other currency", {"EUR"}, true, false},
+                                  {"branch", "Seen already", {"USD"}, false, true}}};
+    held.accounts.push_back(books().build().accounts[1]);
+    held.accounts[1].id = "branch";
+    held.currentMember.accountGrants->push_back({"branch", {"view", "transferIn"}});
     auto wanted = draft(EntryKind::transfer);
     wanted.source = "bank";
     const auto options = EntryRules::destinations(held, wanted);
-    ASSERT_EQ(options.size(), 1U);
-    EXPECT_EQ(options.front().id, "hidden");
-    EXPECT_EQ(options.front().seen, nullptr);
-    EXPECT_EQ(options.front().transferPurpose, "funding");
+    ASSERT_EQ(options.size(), 2U);
+    EXPECT_EQ(options[0].seen, &held.accounts[1]);
+    EXPECT_EQ(options[1].id, "hidden");
+    EXPECT_EQ(options[1].seen, nullptr);
+    EXPECT_EQ(options[1].transferPurpose, "funding");
     EXPECT_EQ(EntryRules::retainedTarget("hidden", options), "hidden");
     EXPECT_EQ(EntryRules::retainedTarget("other", options), std::nullopt);
 }

@@ -68,6 +68,17 @@ TEST(OpeningBalancePolicy, CountsOnlyOpeningsThatWereNotReversed)
     EXPECT_EQ(OpeningBalancePolicy::whyNot(reversed(), "bank", "USD"), std::nullopt);
 }
 
+TEST(OpeningBalancePolicy, CountsAnOpeningOfSeveralLegsOnceAndArchivedAccountsAsClosed)
+{
+    auto snapshot = opened();
+    snapshot.transactions.front().legs = {{"bank", "USD", 20000}, {"bank", "USD", 30000}};
+    EXPECT_EQ(OpeningBalancePolicy::evaluate(snapshot, "bank", "USD").activeOpeningIDs, std::vector<std::string>{"o1"});
+    snapshot.accounts.front().archived = true;
+    const auto archived = OpeningBalancePolicy::evaluate(snapshot, "bank", "USD");
+    EXPECT_FALSE(archived.hasAuthority);
+    EXPECT_EQ(archived.activeOpeningIDs, std::vector<std::string>{"o1"});
+}
+
 struct OpeningCase {
     const char* name;
     void (*arrange)(LedgerSnapshot&);
