@@ -106,7 +106,7 @@ const WordTable& EntryCopy::words()
          "khoản di chuyển giữa các tài khoản trong sổ cái.",
          "Record a received withdrawal as income only if it has not already been recorded in this ledger. Use an "
          "internal transfer for movements between accounts in the ledger."},
-        {"chooseCategory", "请选择用途类别", "Pilih kategori tujuan", "Hãy chọn hạng mục mục đích",
+        {"chooseCategory", "请选择用途类别", "Pilih kategori keperluan", "Hãy chọn hạng mục sử dụng",
          "Select a purpose category"},
         {"categoryUnavailable", "原类别已不可用，请重新选择。",
          "Kategori sebelumnya tidak lagi tersedia. Pilih yang lain.",
