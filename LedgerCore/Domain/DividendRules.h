@@ -24,7 +24,7 @@ enum class DividendRefusal {
     amountNotPositive,
     amountLimit,
     sharesIncomplete, // not exactly 100 %, or a participant listed twice
-    batchUnavailable, // unknown or cancelled, or it has no line of the participant
+    batchUnavailable, // unknown or cancelled, or its participant is unknown
     advanceUnavailable,
     overpayment,     // past the unpaid line, or past what is left of the advance
     overapplication, // the same for an advance set against a line

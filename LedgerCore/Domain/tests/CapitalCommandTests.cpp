@@ -105,6 +105,13 @@ INSTANTIATE_TEST_SUITE_P(
         CommandCase{"SameDayAsTheLast", [](auto& s) { return contribute(s, "1", "bo", "2024-03-01"); }, std::nullopt},
         CommandCase{"DayBeforeTheLast", [](auto& s) { return contribute(s, "1", "bo", "2024-02-29"); }, dateOrder},
         CommandCase{"NoDay", [](auto& s) { return contribute(s, "1", "bo", "2024-04-31"); }, invalidDate},
+        CommandCase{"OnTheLastCoveredDay",
+                    [](auto& s) {
+                        s.capital->contributions.clear();
+                        s.capital->baselines[0].throughDate = "2024-01-02";
+                        return contribute(s, "1", "bo", "2024-01-02");
+                    },
+                    baselineOverlap},
         CommandCase{"Zero", [](auto& s) { return contribute(s, "0.00"); }, amountNotPositive},
         CommandCase{"Unreadable", [](auto& s) { return contribute(s, "1.234,56"); }, amountNotPositive},
         CommandCase{"UpToTheLimit", [](auto& s) { return contribute(s, "89,999,999,050.00"); }, std::nullopt},
@@ -190,6 +197,12 @@ INSTANTIATE_TEST_SUITE_P(
                     [](auto& s) { return setBaseline(s, {{"ann", "1"}, {"bo", "1"}, {"cy", "1"}}); }, std::nullopt},
         CommandCase{"MeetsContributions",
                     [](auto& s) { return setBaseline(s, {{"ann", "1"}, {"bo", "1"}}, "2024-03-01"); }, baselineOverlap},
+        CommandCase{"ThroughTheDayOfRecording",
+                    [](auto& s) {
+                        s.capital->contributions.clear();
+                        return setBaseline(s, {{"ann", "1"}, {"bo", "1"}}, "2024-04-01");
+                    },
+                    std::nullopt},
         CommandCase{"ThroughTheFuture",
                     [](auto& s) { return setBaseline(s, {{"ann", "1"}, {"bo", "1"}}, "2024-04-02"); },
                     baselineBoundary},
@@ -238,6 +251,12 @@ INSTANTIATE_TEST_SUITE_P(
                         return setParticipant(s, {.id = "bo", .name = "Bo", .memberID = "other"});
                     },
                     memberUnavailable},
+        CommandCase{"SameMemberKept",
+                    [](auto& s) {
+                        s.members.front().id = "other";
+                        return setParticipant(s, {.id = "ann", .name = "Anna", .memberID = "other"});
+                    },
+                    std::nullopt},
         CommandCase{"MemberWithoutManagement",
                     [](auto& s) {
                         s.currentMember.permissions = {"viewCapital", "postCapital", "correctCapital"};

@@ -106,6 +106,7 @@ INSTANTIATE_TEST_SUITE_P(
                     NameCase{"SimplifiedCode", {{"zh-Hans", "房租"}, {"en", "Rent"}}, "zh-Hant-TW", "房租"},
                     NameCase{"TagBeforeCode", {{"vi", "cũ"}, {"vi-VN", "Thuê"}}, "vi", "Thuê"},
                     NameCase{"EmptyFallsToEnglish", {{"vi-VN", ""}, {"id", "Sewa"}, {"en", "Rent"}}, "vi", "Rent"},
+                    NameCase{"EnglishBeforeAnyOther", {{"de", "Miete"}, {"en-US", "Rent"}}, "vi", "Rent"},
                     NameCase{"UnknownLanguageIsChinese", {{"zh-CN", "房租"}, {"en-US", "Rent"}}, "fr", "房租"},
                     NameCase{"AnyOther", {{"de", ""}, {"id-ID", "Sewa"}}, "vi", "Sewa"},
                     NameCase{"None", {{"en-US", ""}}, "en", ""}),

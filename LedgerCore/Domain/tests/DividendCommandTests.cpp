@@ -197,6 +197,16 @@ INSTANTIATE_TEST_SUITE_P(
         CommandCase{"ReturnTheRest", [](auto& s) { return giveBack(s, "10"); }, std::nullopt},
         CommandCase{"ReturnPastTheAdvance", [](auto& s) { return giveBack(s, "10.01"); }, overpayment},
         CommandCase{"ReturnNoAdvance", [](auto& s) { return giveBack(s, "1", "m2"); }, advanceUnavailable},
+        CommandCase{"ReturnAReversedAdvance",
+                    [](auto& s) {
+                        undoApplication(s);
+                        auto& movements = s.dividends->movements;
+                        movements.push_back(movement("r1", "reversal", 3000, "t1"));
+                        movements.back().reversalOf = "a1";
+                        movements.front().reversedBy = "r1";
+                        return giveBack(s, "1");
+                    },
+                    advanceUnavailable},
         CommandCase{"SettleInABrokenSection",
                     [](auto& s) {
                         s.dividends->movements[1].amountMinor = 3001;
@@ -236,6 +246,13 @@ INSTANTIATE_TEST_SUITE_P(
                     std::nullopt},
         CommandCase{"Advance", [](auto& s) { return advance(s, "5"); }, std::nullopt},
         CommandCase{"AdvanceBeforeTheLastAction", [](auto& s) { return advance(s, "5", "bo", "bank", "2024-04-01"); },
+                    dateOrder},
+        CommandCase{"AdvanceBeforeACancellation",
+                    [](auto& s) {
+                        s.dividends->batches[1].cancelled = true;
+                        s.dividends->batches[1].cancelledDate = "2024-05-02";
+                        return advance(s, "5");
+                    },
                     dateOrder},
         CommandCase{"AdvanceToArchived", [](auto& s) { return advance(s, "5", "cy"); }, participantUnavailable},
         CommandCase{"AdvanceWhileSwitchedOff",

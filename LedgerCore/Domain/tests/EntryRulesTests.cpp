@@ -216,9 +216,9 @@ TEST(EntryRules, SendExactlyTheFieldsOfTheKind)
               R"({"kind":"expense","date":"2026-11-20","note":"Rent, November","categoryID":"rent",)"
               R"("sourceAccountID":"bank","currency":"USD","amountMinor":1250,"attachmentIDs":[],)"
               R"("idempotencyKey":"key-1"})");
-    EXPECT_EQ(sent(income()),
+    EXPECT_EQ(sent(with(income(), [](auto& each) { each.attachments = {"r2", "r1"}; })),
               R"({"kind":"income","date":"2026-11-20","note":"","categoryID":"sales","targetAccountID":"bank",)"
-              R"("currency":"USD","amountMinor":1250,"attachmentIDs":[],"idempotencyKey":"key-1"})");
+              R"("currency":"USD","amountMinor":1250,"attachmentIDs":["r2","r1"],"idempotencyKey":"key-1"})");
     EXPECT_EQ(sent(exchange()),
               R"({"kind":"exchange","date":"2026-11-20","note":"","sourceAccountID":"bank",)"
               R"("targetAccountID":"vault","currency":"USD","targetCurrency":"SGD","amountMinor":1250,)"

@@ -82,6 +82,8 @@ TEST(Period, DatesMoveByTheirOwnLength)
     EXPECT_EQ(days(period.previous()), "2026-02-10..2026-02-19");
     EXPECT_EQ(days(period.movedTo(day("2026-11-20"))), "2026-11-11..2026-11-20");
     EXPECT_EQ(days(period.movedTo(day("0001-01-05"))), "0001-01-01..0001-01-05");
+    const auto early = Period::between(day("0001-01-05"), day("0001-01-20")).value();
+    EXPECT_EQ(days(early.previous()), "0001-01-01..0001-01-04");
     EXPECT_FALSE(Period::between(day("2026-03-02"), day("2026-03-01")));
 }
 
