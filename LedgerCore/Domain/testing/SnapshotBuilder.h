@@ -75,6 +75,13 @@ public:
         return *this;
     }
 
+    /// The company's colours by kind of entry.
+    SnapshotBuilder& colors(TextMap byKind)
+    {
+        m_snapshot.company.transactionColors = std::move(byKind);
+        return *this;
+    }
+
     SnapshotBuilder& member(Member member)
     {
         m_snapshot.members.push_back(std::move(member));
