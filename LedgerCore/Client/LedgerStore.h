@@ -85,6 +85,9 @@ public:
     /// Whether the member chose the category for quick entry.
     [[nodiscard]] bool isCategorySelected(std::string_view id) const;
 
+    /// The request that the next reversal of this entry will send again, from an earlier attempt that did not succeed.
+    [[nodiscard]] std::optional<Reversal> keptReversal(const std::string& entryID) const;
+
     /// The categories offered for a new entry of this kind, in their order; they belong to the held snapshot.
     [[nodiscard]] std::vector<const Category*> entryCategories(std::string_view kind) const;
     [[nodiscard]] bool canAddCategory(std::string_view kind) const;
@@ -113,7 +116,7 @@ public:
     QCoro::Task<Result<void>> logout();
     /// Succeeds once the entry is recorded; that it could not be reloaded is then published.
     QCoro::Task<Result<void>> postTransaction(const TransactionInput& input, bool publishError);
-    /// Repeats an unconfirmed earlier request for the same entry as it stood.
+    /// Repeats the kept request of an earlier attempt on the same entry as it stood.
     QCoro::Task<Result<void>> reverseTransaction(std::string id, std::string reason);
 
 Q_SIGNALS:

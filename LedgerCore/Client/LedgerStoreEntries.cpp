@@ -12,6 +12,12 @@ QCoro::Task<Result<void>> LedgerStore::postTransaction(const TransactionInput& i
     });
 }
 
+std::optional<Reversal> LedgerStore::keptReversal(const std::string& entryID) const
+{
+    const auto kept = m_reversalRequests.find(entryID);
+    return kept == m_reversalRequests.end() ? std::nullopt : std::optional{kept->second};
+}
+
 QCoro::Task<Result<void>> LedgerStore::reverseTransaction(std::string id, std::string reason)
 {
     return operation(Publishing::on,
