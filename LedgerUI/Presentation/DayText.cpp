@@ -15,12 +15,13 @@ namespace {
 const WordTable& patterns()
 {
     static const WordTable words{
-        {"shortDay", "%2%1日", "%1 %2", "%1 %2", "%1 %2"},
+        {"shortDay", "%2%1日", "%1 %2", "%1/%2", "%1 %2"},
         {"longDay", "%3年%2%1日", "%1 %2 %3", "%1 %2, %3", "%1 %2 %3"},
         {"weekdayAndDay", "%3年%2%1日 %4", "%4, %1 %2 %3", "%4, %1 %2, %3", "%4 %1 %2 %3"},
         {"month", "%3年%2", "%2 %3", "%2 năm %3", "%2 %3"},
         {"year", "%3年", "%3", "%3", "%3"},
-        {"shortDate", "%3年%2%1日", "%1 %2 %3", "%1 %2, %3", "%1 %2 %3"},
+        {"shortDate", "%3年%2%1日", "%1 %2 %3", "%1/%2/%3", "%1 %2 %3"},
+        {"shortMonth", "%2", "%2", "Thg %2", "%2"},
         {"timeOfDay", "%1:%2", "%1.%2", "%1:%2", "%1:%2"},
     };
     return words;
@@ -30,8 +31,8 @@ const WordTable& patterns()
 const WordTable& ranges()
 {
     static const WordTable words{
-        {"inMonth", "%4年%3%1日–%2日", "%1–%2 %3 %4", "%1–%2 %3, %4", "%1–%2 %3 %4"},
-        {"inYear", "%4年%1–%2", "%1 – %2 %4", "%1 – %2, %4", "%1 – %2 %4"},
+        {"inMonth", "%4年%3%1日–%2日", "%1–%2 %3 %4", "%1–%2/%3/%4", "%1–%2 %3 %4"},
+        {"inYear", "%4年%1–%2", "%1 – %2 %4", "%1 – %2/%4", "%1 – %2 %4"},
         {"acrossYears", "%1–%2", "%1 – %2", "%1 – %2", "%1 – %2"},
     };
     return words;
@@ -57,15 +58,14 @@ const WordTable& longMonths()
     return words;
 }
 
+// Vietnamese writes days in figures: the number alone.
 const WordTable& shortMonths()
 {
     static const WordTable words{
-        {"01", "1月", "Jan", "thg 1", "Jan"},   {"02", "2月", "Feb", "thg 2", "Feb"},
-        {"03", "3月", "Mar", "thg 3", "Mar"},   {"04", "4月", "Apr", "thg 4", "Apr"},
-        {"05", "5月", "Mei", "thg 5", "May"},   {"06", "6月", "Jun", "thg 6", "Jun"},
-        {"07", "7月", "Jul", "thg 7", "Jul"},   {"08", "8月", "Agu", "thg 8", "Aug"},
-        {"09", "9月", "Sep", "thg 9", "Sep"},   {"10", "10月", "Okt", "thg 10", "Oct"},
-        {"11", "11月", "Nov", "thg 11", "Nov"}, {"12", "12月", "Des", "thg 12", "Dec"},
+        {"01", "1月", "Jan", "1", "Jan"},   {"02", "2月", "Feb", "2", "Feb"},   {"03", "3月", "Mar", "3", "Mar"},
+        {"04", "4月", "Apr", "4", "Apr"},   {"05", "5月", "Mei", "5", "May"},   {"06", "6月", "Jun", "6", "Jun"},
+        {"07", "7月", "Jul", "7", "Jul"},   {"08", "8月", "Agu", "8", "Aug"},   {"09", "9月", "Sep", "9", "Sep"},
+        {"10", "10月", "Okt", "10", "Oct"}, {"11", "11月", "Nov", "11", "Nov"}, {"12", "12月", "Des", "12", "Dec"},
     };
     return words;
 }
@@ -161,7 +161,7 @@ QString DayText::month(std::chrono::year_month month, std::string_view locale)
 
 QString DayText::shortMonth(std::chrono::month month, std::string_view locale)
 {
-    return standingAlone(qString(monthName(shortMonths(), month, locale)));
+    return qString(patterns().filled("shortMonth", locale, {"", monthName(shortMonths(), month, locale)}));
 }
 
 QString DayText::year(std::chrono::year year, std::string_view locale)

@@ -9,10 +9,10 @@
 /// as it stands. `locale` is one of AppLanguage::supportedLocales.
 namespace DayText {
 
-/// "20 Nov", "11月20日", "20 thg 11".
+/// "20 Nov", "11月20日", "20/11".
 QString shortDay(std::string_view day, std::string_view locale);
 
-/// "20 Nov 2026", "2026年11月20日", "20 thg 11, 2026".
+/// "20 Nov 2026", "2026年11月20日", "20/11/2026".
 QString shortDate(std::string_view day, std::string_view locale);
 
 /// "16–22 Nov 2026", "28 Sep – 4 Oct 2026": both ends, naming what they share once.

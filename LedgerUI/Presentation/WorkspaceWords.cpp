@@ -27,9 +27,9 @@ const WordTable& workspaceWords()
          "Not refreshed since %1"},
         {"refreshing", "正在更新账本…", "Memperbarui buku…", "Đang cập nhật sổ sách…", "Updating the books…"},
         {"refreshHint", "刷新（%1）", "Segarkan (%1)", "Làm mới (%1)", "Refresh (%1)"},
-        {"noEntries", "没有记录", "Belum ada catatan", "Chưa có ghi chép", "No entries"},
-        {"oneEntry", "可见 1 条记录", "1 catatan terlihat", "Thấy được 1 ghi chép", "1 entry visible"},
-        {"entries", "可见 %1 条记录", "%1 catatan terlihat", "Thấy được %1 ghi chép", "%1 entries visible"},
+        {"noEntries", "没有记录", "Belum ada catatan", "Chưa có bút toán", "No entries"},
+        {"oneEntry", "可见 1 条记录", "1 catatan terlihat", "1 bút toán hiển thị", "1 entry visible"},
+        {"entries", "可见 %1 条记录", "%1 catatan terlihat", "%1 bút toán hiển thị", "%1 entries visible"},
     };
     return words;
 }
