@@ -20,6 +20,14 @@ namespace {
 
 constexpr int buttonWidth = 120;
 
+/// Without what a copied address brings along: blanks around it, and characters that nobody sees anywhere in it.
+QString visibleText(QString typed)
+{
+    typed.removeIf(
+        [](QChar each) { return each.category() == QChar::Other_Format || each.category() == QChar::Other_Control; });
+    return typed.trimmed();
+}
+
 bool refusesAddress(const Failure& failure)
 {
     const auto* error = std::get_if<APIError>(&failure);
@@ -44,7 +52,7 @@ void LoginForm::submit()
     if (m_isBusy || !isComplete())
         return;
     Q_EMIT submitting();
-    QCoro::connect(m_store.login(m_email->text().trimmed().toStdString(), m_password->text().toStdString()), this,
+    QCoro::connect(m_store.login(visibleText(m_email->text()).toStdString(), m_password->text().toStdString()), this,
                    [this](const Result<void>& done) {
                        if (done)
                            return;
@@ -129,7 +137,7 @@ void LoginForm::retranslate()
 
 bool LoginForm::isComplete()
 {
-    const bool hasEmail = !m_email->text().trimmed().isEmpty();
+    const bool hasEmail = !visibleText(m_email->text()).isEmpty();
     const bool hasPassword = !m_password->text().isEmpty();
     m_emailField->error().present(hasEmail ? QString{} : word(signInWords(), "emailRequired"));
     m_passwordField->error().present(hasPassword ? QString{} : word(signInWords(), "passwordRequired"));
