@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QListView>
 #include <QMouseEvent>
 #include <QPainter>
@@ -10,6 +9,7 @@
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/SearchField.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Presentation/EntryFormWords.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
@@ -26,6 +26,7 @@ constexpr int isChildRole = Qt::UserRole + 2;
 constexpr int matchStartRole = Qt::UserRole + 3;
 constexpr int matchLengthRole = Qt::UserRole + 4;
 constexpr int popoverHeight = 272;
+constexpr int leastHeight = 200; // the search and five categories
 constexpr int indent = 22;
 
 /// Paints a category with the searched words in the accent colour; parents are bold.
@@ -51,9 +52,9 @@ public:
         painter->restore();
     }
 
-    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& /*index*/) const override
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*index*/) const override
     {
-        return {option.rect.width(), Space::control};
+        return {0, Space::control}; // as wide as the list
     }
 
 private:
@@ -82,10 +83,8 @@ CategoryPopover::CategoryPopover(QWidget* parent) : QFrame{parent}
 {
     setProperty("popover", QStringLiteral("true"));
     setObjectName(QStringLiteral("entryCategoryPopover"));
-    m_search = new QLineEdit(this);
+    m_search = new SearchField(this);
     m_search->setObjectName(QStringLiteral("entryCategorySearch"));
-    m_search->addAction(Icon::of(QStringLiteral("search")), QLineEdit::LeadingPosition);
-    m_search->setClearButtonEnabled(true);
     m_search->installEventFilter(this);
     m_model = new QStandardItemModel(this);
     m_list = new QListView(this);
@@ -94,6 +93,7 @@ CategoryPopover::CategoryPopover(QWidget* parent) : QFrame{parent}
     m_list->setItemDelegate(new CategoryDelegate(m_list));
     m_list->setEditTriggers(QAbstractItemView::NoEditTriggers);
     m_list->setFocusPolicy(Qt::NoFocus);
+    m_list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_empty = new TextLabel(TypeStep::body, Token::text2, this);
     m_empty->setAlignment(Qt::AlignCenter);
     auto* layout = new QVBoxLayout(this);
@@ -114,9 +114,10 @@ void CategoryPopover::openAt(QWidget* anchor, SnapshotPointer snapshot, std::str
     m_snapshot = std::move(snapshot);
     m_kind = std::move(kind);
     auto* const window = parentWidget();
-    const auto below = anchor->mapTo(window, QPoint{0, anchor->height() + Space::step1});
-    const int top = std::min(below.y(), window->height() - popoverHeight - Space::step2);
-    setGeometry(below.x(), top, anchor->width(), popoverHeight);
+    const auto over = anchor->mapTo(window, QPoint{0, 0});
+    const int height = std::clamp(window->height() - over.y() - Space::step2, leastHeight, popoverHeight);
+    const int top = std::min(over.y(), window->height() - height - Space::step2);
+    setGeometry(over.x(), top, anchor->width(), height);
     m_search->setText(text);
     search();
     show();
@@ -228,8 +229,7 @@ void CategoryPopover::moveBy(int step)
 
 void CategoryPopover::retranslate()
 {
-    m_search->setPlaceholderText(entryWord("searchCategory"));
-    m_search->setAccessibleName(entryWord("searchCategory"));
+    m_search->setPrompt(entryWord("searchCategory"));
     m_list->setAccessibleName(entryWord("allCategories"));
     search();
 }

@@ -7,9 +7,9 @@
 
 #include "LedgerUI/Presentation/EntryCategories.h"
 
-class QLineEdit;
 class QListView;
 class QStandardItemModel;
+class SearchField;
 class TextLabel;
 
 /// All categories of a kind on two levels, with a search above them. Up and Down move, Return chooses, Esc closes.
@@ -19,7 +19,7 @@ class CategoryPopover final : public QFrame {
 public:
     explicit CategoryPopover(QWidget* parent);
 
-    /// Opens below `anchor`, as wide as it, with `text` already typed.
+    /// Opens over `anchor`, as wide as it, with `text` already typed.
     void openAt(QWidget* anchor, SnapshotPointer snapshot, std::string kind, const QString& text);
     void dismiss();
 
@@ -37,7 +37,7 @@ private:
     void moveBy(int step);
     void retranslate();
 
-    QLineEdit* m_search = nullptr;
+    SearchField* m_search = nullptr;
     QListView* m_list = nullptr;
     TextLabel* m_empty = nullptr;
     QStandardItemModel* m_model = nullptr;

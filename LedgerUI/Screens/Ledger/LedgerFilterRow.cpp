@@ -6,11 +6,11 @@
 #include <QAction>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QToolButton>
 
 #include "LedgerUI/Components/IconButton.h"
+#include "LedgerUI/Components/SearchField.h"
 #include "LedgerUI/Components/WrapLayout.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/LedgerBrowser.h"
@@ -69,7 +69,7 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
     setObjectName(QStringLiteral("filterRow"));
     buildSearch();
     buildMenus();
-    m_detail = new IconButton(QStringLiteral("layout-sidebar-reverse"), IconButton::Frame::outlined, this);
+    m_detail = new IconButton(QStringLiteral("layout-sidebar-inset-reverse"), IconButton::Frame::outlined, this);
     m_detail->setObjectName(QStringLiteral("detailToggle"));
     m_detail->setCheckable(true);
     connect(m_detail, &QToolButton::clicked, this, &LedgerFilterRow::detailToggled);
@@ -101,13 +101,11 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
 
 void LedgerFilterRow::buildSearch()
 {
-    m_search = new QLineEdit(this);
+    m_search = new SearchField(this);
     m_search->setObjectName(QStringLiteral("ledgerSearch"));
-    m_search->setClearButtonEnabled(true);
     m_search->setMaximumWidth(searchWidth);
     m_search->setMinimumWidth(180);
     m_search->setFixedHeight(Space::control);
-    m_glyph = m_search->addAction(Icon::of(QStringLiteral("search"), Token::text2), QLineEdit::LeadingPosition);
     m_search->installEventFilter(this);
     m_typing.setSingleShot(true);
     m_typing.setInterval(typingPause);
@@ -124,7 +122,7 @@ void LedgerFilterRow::buildMenus()
 {
     m_all = menuButton("filterAll", "funnel", Qt::LeftToRight, this);
     m_all->setProperty("kind", QStringLiteral("outlined"));
-    m_all->setIconSize({Space::icon, Space::icon});
+    m_all->setIconSize({Space::iconBeforeText, Space::icon});
     m_allMenu = new QMenu(m_all);
     m_all->setMenu(m_allMenu);
     m_all->hide();
@@ -157,8 +155,7 @@ void LedgerFilterRow::present(const LedgerBrowser& browser)
 void LedgerFilterRow::retranslate()
 {
     const auto& locale = InterfaceLanguage::tag();
-    m_search->setPlaceholderText(LedgerWords::text("search", locale));
-    m_search->setAccessibleName(LedgerWords::text("search", locale));
+    m_search->setPrompt(LedgerWords::text("search", locale));
     m_detail->setName(LedgerWords::text("detail.toggle", locale));
     presentButtons();
     presentChips();

@@ -10,9 +10,9 @@
 class IconButton;
 class LedgerBrowser;
 class LedgerFilterMenu;
-class QLineEdit;
 class QMenu;
 class QToolButton;
+class SearchField;
 
 /// What narrows the ledger: the search field and a menu for each part; in a narrow window one menu of all of them,
 /// with the set parts as chips below.
@@ -52,8 +52,7 @@ private:
     LedgerFilter m_filter;
     bool m_isFolded = false;
     QTimer m_typing;
-    QLineEdit* m_search = nullptr;
-    QAction* m_glyph = nullptr;
+    SearchField* m_search = nullptr;
     std::array<QToolButton*, 5> m_buttons{};
     std::array<LedgerFilterMenu*, 5> m_menus{};
     QToolButton* m_all = nullptr;
