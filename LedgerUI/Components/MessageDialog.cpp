@@ -55,6 +55,7 @@ MessageDialog* MessageDialog::ask(const Question& question, QWidget* parent, std
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->m_title->setText(question.title);
     dialog->m_title->show();
+    dialog->fit();
     dialog->m_close->hide();
     auto* cancel = new QPushButton(question.cancel, dialog);
     cancel->setObjectName(QStringLiteral("questionCancel"));
@@ -81,12 +82,17 @@ void MessageDialog::setText(Kind kind, const QString& text)
     m_glyph->setGlyph(QString::fromLatin1(look.glyph), look.color);
     m_text->setText(text);
     setAccessibleDescription(text);
-    layout()->activate();
-    setFixedSize(dialogWidth, heightForWidth(dialogWidth));
+    fit();
     if (!isVisible())
         return;
     QAccessibleEvent alert{this, QAccessible::Alert};
     QAccessible::updateAccessibility(&alert);
+}
+
+void MessageDialog::fit()
+{
+    layout()->activate();
+    setFixedSize(dialogWidth, heightForWidth(dialogWidth));
 }
 
 void MessageDialog::changeEvent(QEvent* event)

@@ -36,6 +36,7 @@ protected:
 
 private:
     void build();
+    void fit();
     void retranslate();
 
     Kind m_kind;

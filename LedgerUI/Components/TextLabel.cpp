@@ -1,6 +1,7 @@
 #include "LedgerUI/Components/TextLabel.h"
 
 #include "LedgerUI/Theme/StyleProperty.h"
+#include "LedgerUI/Theme/Theme.h"
 
 TextLabel::TextLabel(TypeStep step, Token tone, QWidget* parent) : QLabel{parent}
 {
@@ -13,6 +14,21 @@ void TextLabel::setTone(Token tone)
 {
     const auto name = tokenColors()[static_cast<std::size_t>(tone)].name;
     setStyleProperty(this, "tone", QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())));
+}
+
+void TextLabel::setInk(const ThemeColor& ink)
+{
+    if (!m_ink)
+        connect(&Theme::current(), &Theme::changed, this, &TextLabel::applyInk);
+    m_ink = ink;
+    applyInk();
+}
+
+void TextLabel::applyInk()
+{
+    auto inked = palette();
+    inked.setColor(QPalette::WindowText, Theme::current().color(*m_ink));
+    setPalette(inked);
 }
 
 void TextLabel::setBold(bool isBold)

@@ -15,6 +15,7 @@
 #include "LedgerUI/Presentation/DayText.h"
 #include "LedgerUI/Presentation/EntryCategories.h"
 #include "LedgerUI/Presentation/EntryFormWords.h"
+#include "LedgerUI/Presentation/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 
 namespace {
@@ -166,7 +167,7 @@ void Description::describeHead()
     for (const auto kind : switchKinds) {
         const bool isAvailable = std::ranges::find(available, kind) != available.end();
         m_content.kinds.push_back(
-            {std::string{kind}, entryWord("kind." + std::string{kind}), EntryForm::glyphOf(kind), isAvailable});
+            {std::string{kind}, entryWord("kind." + std::string{kind}), entryKindGlyph(kind), isAvailable});
     }
     if (available.empty())
         m_content.kindHint = entryWord("entryNoAvailableTypes");
@@ -333,21 +334,6 @@ EntryFormContent EntryForm::content(const EntryFormState& state, const LedgerSna
                                     std::string_view locale)
 {
     return Description{state, snapshot, locale}.make();
-}
-
-QString EntryForm::glyphOf(std::string_view kind)
-{
-    if (kind == EntryKind::expense)
-        return QStringLiteral("arrow-up-right");
-    if (kind == EntryKind::income)
-        return QStringLiteral("arrow-down-left");
-    if (kind == EntryKind::transfer)
-        return QStringLiteral("arrow-left-right");
-    if (kind == EntryKind::exchange)
-        return QStringLiteral("arrow-down-up");
-    if (kind == EntryKind::refund)
-        return QStringLiteral("arrow-return-left");
-    return kind == EntryKind::reversal ? QStringLiteral("arrow-counterclockwise") : QStringLiteral("flag");
 }
 
 QString EntryForm::glyphOf(EntryAccountRow::Group group)

@@ -98,8 +98,6 @@ namespace EntryForm {
 
 EntryFormContent content(const EntryFormState& state, const LedgerSnapshot& snapshot, std::string_view locale);
 
-/// The glyph of a kind of entry, as everywhere.
-QString glyphOf(std::string_view kind);
 QString glyphOf(EntryAccountRow::Group group);
 
 /// What one unit of `from` came to, to four digits or more: "SGD 1.340"; "–" where an amount is missing.

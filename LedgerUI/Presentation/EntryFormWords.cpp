@@ -3,6 +3,7 @@
 #include "LedgerCore/Domain/EntryCopy.h"
 #include "LedgerCore/Domain/EntryWords.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/LedgerWords.h"
 
 const WordTable& entryFormWords()
 {
@@ -19,15 +20,6 @@ const WordTable& entryFormWords()
         {"title.opening", "新记录：期初余额", "Catatan baru: saldo awal", "Bút toán mới: số dư đầu kỳ",
          "New entry: opening balance"},
         {"kinds", "记账类型", "Jenis catatan", "Loại bút toán", "Type of entry"},
-        {"kind.expense", "支出", "Pengeluaran", "Chi", "Expense"},
-        {"kind.income", "收入", "Pemasukan", "Thu", "Income"},
-        {"kind.transfer", "转账", "Transfer", "Chuyển nội bộ", "Transfer"},
-        {"kind.exchange", "兑换", "Penukaran", "Đổi ngoại tệ", "Exchange"},
-        {"kind.refund", "退款", "Pengembalian dana", "Hoàn tiền", "Refund"},
-        {"kind.opening", "期初余额", "Saldo awal", "Số dư đầu kỳ", "Opening balance"},
-        {"kind.funding", "拨款", "Pendanaan", "Cấp quỹ", "Funding"},
-        {"kind.return", "退回", "Pengembalian", "Hoàn quỹ", "Return"},
-        {"kind.reversal", "冲销", "Pembatalan", "Đảo bút toán", "Reversal"},
         {"saveRefund", "保存退款", "Simpan pengembalian dana", "Lưu khoản hoàn tiền", "Save refund"},
         {"closeUncertain", "关闭…", "Tutup…", "Đóng…", "Close…"},
         {"closeAnyway", "关闭", "Tutup", "Đóng", "Close"},
@@ -39,9 +31,6 @@ const WordTable& entryFormWords()
         {"toAccount", "转入账户", "Ke rekening", "Đến tài khoản quỹ", "To account"},
         {"sentFrom", "转出账户", "Dikirim dari", "Chuyển đi từ", "Sent from"},
         {"receivedIn", "转入账户", "Diterima di", "Nhận về tại", "Received in"},
-        {"group.company", "公司账户", "Rekening perusahaan", "Tài khoản công ty", "Company accounts"},
-        {"group.employee", "员工备用金", "Kas karyawan", "Quỹ nhân viên", "Employee funds"},
-        {"group.refund", "退款账户", "Rekening pengembalian dana", "Tài khoản hoàn tiền", "Refund accounts"},
         {"currency", "币种", "Mata uang", "Loại tiền tệ", "Currency"},
         {"amount", "金额", "Jumlah", "Số tiền", "Amount"},
         {"receivedAmount", "转入金额", "Jumlah diterima", "Số tiền nhận về", "Received amount"},
@@ -67,7 +56,7 @@ const WordTable& entryFormWords()
          "Bạn không được xem số dư tài khoản này.", "You cannot see the balance of this account."},
         {"purpose.funding", "此转账将记为拨款。", "Transfer ini dicatat sebagai pendanaan.",
          "Khoản chuyển này được ghi là cấp quỹ.", "This transfer is recorded as funding."},
-        {"purpose.return", "此转账将记为退回。", "Transfer ini dicatat sebagai pengembalian.",
+        {"purpose.return", "此转账将记为退回。", "Transfer ini dicatat sebagai setoran kembali.",
          "Khoản chuyển này được ghi là hoàn quỹ.", "This transfer is recorded as a return."},
         {"reverse.expense", "冲销支出", "Batalkan pengeluaran", "Đảo khoản chi", "Reverse expense"},
         {"reverse.income", "冲销收入", "Batalkan pemasukan", "Đảo khoản thu", "Reverse income"},
@@ -75,6 +64,10 @@ const WordTable& entryFormWords()
         {"reverse.exchange", "冲销兑换", "Batalkan penukaran", "Đảo khoản đổi ngoại tệ", "Reverse exchange"},
         {"reverse.refund", "冲销退款", "Batalkan pengembalian dana", "Đảo khoản hoàn tiền", "Reverse refund"},
         {"reverse.opening", "冲销期初余额", "Batalkan saldo awal", "Đảo số dư đầu kỳ", "Reverse opening balance"},
+        {"reverse.kept", "先前的冲销请求已保留，将按原来的原因和日期重新发送。",
+         "Permintaan pembatalan sebelumnya masih disimpan dan akan dikirim lagi dengan alasan dan tanggal semula.",
+         "Yêu cầu đảo bút toán trước đó vẫn được giữ và sẽ được gửi lại với lý do và ngày ban đầu.",
+         "An earlier reversal request is kept. It will be sent again with its original reason and date."},
         {"reverse.done", "冲销已入账", "Pembatalan telah dibukukan", "Đã ghi bút toán đảo", "The reversal is posted"},
         {"reason", "原因", "Alasan", "Lý do", "Reason"},
         {"reasonRequired", "请填写冲销原因。", "Isi alasan pembatalan.", "Hãy nhập lý do đảo bút toán.",
@@ -85,7 +78,7 @@ const WordTable& entryFormWords()
 
 QString entryWord(std::string_view key)
 {
-    for (const auto* table : {&entryFormWords(), &EntryWords::words(), &EntryCopy::words()}) {
+    for (const auto* table : {&entryFormWords(), &EntryWords::words(), &EntryCopy::words(), &LedgerWords::table()}) {
         if (table->contains(key))
             return word(*table, key);
     }

@@ -3,9 +3,9 @@
 #include "LedgerCore/Domain/Money.h"
 #include "LedgerUI/Presentation/DayText.h"
 #include "LedgerUI/Presentation/EntryCategories.h"
-#include "LedgerUI/Presentation/EntryFormContent.h"
 #include "LedgerUI/Presentation/EntryFormState.h"
 #include "LedgerUI/Presentation/EntryFormWords.h"
+#include "LedgerUI/Presentation/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 
 namespace {
@@ -45,7 +45,7 @@ void appendRows(std::vector<ReversalRow>& rows, const LedgerTransaction& entry, 
 }
 
 ReversalContent EntryReversal::content(const ReversalState& state, const LedgerTransaction& original,
-                                       const LedgerSnapshot& snapshot, std::string_view today, std::string_view locale)
+                                       const LedgerSnapshot& snapshot, std::string_view day, std::string_view locale)
 {
     ReversalContent content;
     const bool isTransfer = original.kind == EntryKind::transfer;
@@ -53,15 +53,15 @@ ReversalContent EntryReversal::content(const ReversalState& state, const LedgerT
     content.explanation = entryWord(isTransfer ? "correctTransferHint" : "correctEntryHint");
     appendRows(content.rows, original, snapshot, locale,
                {.day = DayText::shortDay(original.date, locale),
-                .glyph = EntryForm::glyphOf(original.kind),
+                .glyph = entryKindGlyph(original.kind),
                 .title = titleOf(original, snapshot, locale),
                 .account = {},
                 .currency = {},
                 .amount = {},
                 .isOpposite = false});
     appendRows(content.rows, original, snapshot, locale,
-               {.day = DayText::shortDay(today, locale),
-                .glyph = EntryForm::glyphOf(EntryKind::reversal),
+               {.day = DayText::shortDay(day, locale),
+                .glyph = entryKindGlyph(EntryKind::reversal),
                 .title = entryWord("kind.reversal"),
                 .account = {},
                 .currency = {},
@@ -71,21 +71,27 @@ ReversalContent EntryReversal::content(const ReversalState& state, const LedgerT
     const auto* typing = std::get_if<ReversalTyping>(&state);
     if (typing && typing->isReasonMissing)
         content.reasonMessage = entryWord("reasonRequired");
-    if (std::holds_alternative<ReversalUncertain>(state))
+    if (std::holds_alternative<ReversalUncertain>(state) || std::holds_alternative<ReversalKept>(state))
         content.confirm = entryWord("retryOriginal");
     else
         content.confirm = entryWord(std::holds_alternative<ReversalDone>(state) ? "correctEntry" : "confirmReversal");
     return content;
 }
 
-ReversalState EntryReversal::afterReply(const ReversalSending& sending, const Result<void>& reply)
+ReversalState EntryReversal::opened(const std::optional<Reversal>& kept)
+{
+    return kept ? ReversalState{ReversalKept{.reason = kept->reason, .mayBePosted = true}} : ReversalTyping{};
+}
+
+ReversalState EntryReversal::afterReply(const ReversalSending& sending, const Result<void>& reply,
+                                        const std::optional<Reversal>& kept)
 {
     using EntryForm::Attempt;
     if (reply)
         return ReversalDone{sending.reason};
     if (EntryForm::leavesUncertain(reply.error(), sending.isRetry ? Attempt::retry : Attempt::first))
         return ReversalUncertain{sending.reason};
-    return ReversalTyping{.reason = sending.reason};
+    return kept ? ReversalState{ReversalKept{.reason = kept->reason}} : ReversalTyping{.reason = sending.reason};
 }
 
 const std::string& EntryReversal::reasonOf(const ReversalState& state)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -8,17 +9,24 @@
 
 #include "LedgerCore/Client/Failure.h"
 #include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/TransactionInput.h"
 
-/// A reason is being typed. A refusal is told by the store's own alert.
+/// A reason is being typed.
 struct ReversalTyping {
     std::string reason;
     bool isReasonMissing = false;
 };
 
+/// An earlier request is kept and will be sent again as it stood. A refusal is told by the store's own alert.
+struct ReversalKept {
+    std::string reason;
+    bool mayBePosted = false; // its outcome was never learned
+};
+
 /// Sent; the reply is awaited.
 struct ReversalSending {
     std::string reason;
-    bool isRetry = false;
+    bool isRetry = false; // of a request that may have been posted
 };
 
 /// Nobody knows whether it is posted: only the same request may be sent again.
@@ -31,7 +39,7 @@ struct ReversalDone {
     std::string reason;
 };
 
-using ReversalState = std::variant<ReversalTyping, ReversalSending, ReversalUncertain, ReversalDone>;
+using ReversalState = std::variant<ReversalTyping, ReversalKept, ReversalSending, ReversalUncertain, ReversalDone>;
 
 /// One movement of the original or of the entry that undoes it.
 struct ReversalRow {
@@ -57,11 +65,16 @@ struct ReversalContent {
 
 namespace EntryReversal {
 
-/// `today` is the day on which the reversal is booked.
-ReversalContent content(const ReversalState& state, const LedgerTransaction& original, const LedgerSnapshot& snapshot,
-                        std::string_view today, std::string_view locale);
+/// How the dialog opens: anew, or on the kept request of an earlier attempt.
+ReversalState opened(const std::optional<Reversal>& kept);
 
-ReversalState afterReply(const ReversalSending& sending, const Result<void>& reply);
+/// `day` is the one on which the reversal is booked.
+ReversalContent content(const ReversalState& state, const LedgerTransaction& original, const LedgerSnapshot& snapshot,
+                        std::string_view day, std::string_view locale);
+
+/// `kept` is what the store will send next time; nothing where the request never went out.
+ReversalState afterReply(const ReversalSending& sending, const Result<void>& reply,
+                         const std::optional<Reversal>& kept);
 
 const std::string& reasonOf(const ReversalState& state);
 

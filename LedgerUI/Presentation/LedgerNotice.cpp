@@ -1,5 +1,6 @@
 #include "LedgerUI/Presentation/LedgerNotice.h"
 
+#include "LedgerCore/Domain/LedgerEntryAccess.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/LedgerFilterChoices.h"
 #include "LedgerUI/Presentation/LedgerWords.h"
@@ -16,13 +17,20 @@ LedgerNotice nothingRecorded(const LedgerBook& book)
     const auto& locale = book.locale();
     const auto text = [&](std::string_view key) { return LedgerWords::text(key, locale); };
     if (book.snapshot().accounts.empty())
-        return {Reason::noAccess, text("empty.noAccess"), text("empty.noAccessBody"), {}};
+        return {Reason::noAccess, text("empty.noAccess"), text("empty.noAccessBody"), {}, {}};
     if (!book.snapshot().currentMember.canRecord())
-        return {Reason::nothingRecorded, text("empty.title"), text("empty.body"), {}};
-    return {Reason::nothingRecorded,
-            text("empty.title"),
-            text("empty.bodyRecord"),
-            {{Remedy::record, text("newEntry"), {}}}};
+        return {Reason::nothingRecorded, text("empty.title"), text("empty.body"), {}, {}};
+    LedgerNotice notice{Reason::nothingRecorded, text("empty.title"), {}, {}, {}};
+    if (LedgerEntryAccess::accounts(book.snapshot(), EntryKind::opening).empty()) {
+        notice.sentence = text("empty.bodyRecord");
+        notice.offers = {{Remedy::record, text("newEntry"), {}}};
+        return notice;
+    }
+    notice.sentence = text("empty.bodySteps");
+    notice.steps = {
+        {text("step.opening"), text("step.openingBody"), {Remedy::recordOpening, text("step.openingGo"), {}}},
+        {text("step.record"), text("step.recordBody"), {Remedy::record, text("step.recordGo"), {}}}};
+    return notice;
 }
 
 LedgerNotice nothingInPeriod(const LedgerBook& book, const LedgerFilter& filter, const PeriodCounts& counts,
@@ -34,6 +42,7 @@ LedgerNotice nothingInPeriod(const LedgerBook& book, const LedgerFilter& filter,
         nearest = counts.latestDay();
     LedgerNotice notice{Reason::nothingInPeriod,
                         LedgerWords::filled("period.title", locale, {periodLabel(filter.period, locale).toStdString()}),
+                        {},
                         {},
                         {}};
     if (nearest) {
@@ -53,6 +62,7 @@ LedgerNotice nothingMatches(const LedgerBook& book, const LedgerFilter& filter)
     LedgerNotice notice{Reason::nothingMatches,
                         LedgerWords::text("noMatch.title", locale),
                         LedgerWords::text("noMatch.body", locale),
+                        {},
                         {}};
     if (const auto blocking = blockingPart(book, filter)) {
         const auto name = LedgerWords::filled("quoted", locale, {partText(book, filter, blocking->part).toStdString()});

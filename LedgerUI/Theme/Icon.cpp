@@ -1,7 +1,6 @@
 #include "LedgerUI/Theme/Icon.h"
 
 #include <algorithm>
-#include <variant>
 
 #include <QFile>
 #include <QIconEngine>
@@ -13,11 +12,10 @@
 
 namespace {
 
-struct ThemeTint {
-    Token color;
-    Token checked;
+struct Tint {
+    ThemeColor color;
+    ThemeColor checked;
 };
-using Tint = std::variant<ThemeTint, QColor>;
 
 QString pathOf(const QString& name)
 {
@@ -85,10 +83,7 @@ private:
         const auto& theme = Theme::current();
         if (mode == QIcon::Disabled)
             return theme.color(Token::disabled);
-        if (const auto* fixed = std::get_if<QColor>(&m_tint))
-            return *fixed;
-        const auto& tint = std::get<ThemeTint>(m_tint);
-        return theme.color(state == QIcon::On ? tint.checked : tint.color);
+        return theme.color(state == QIcon::On ? m_tint.checked : m_tint.color);
     }
 
     QString m_name;
@@ -97,19 +92,14 @@ private:
 
 }
 
-QIcon Icon::of(const QString& name, Token color, Token checked)
+QIcon Icon::of(const QString& name, const ThemeColor& color, const ThemeColor& checked)
 {
-    return QIcon{new GlyphEngine(name, ThemeTint{.color = color, .checked = checked})};
+    return QIcon{new GlyphEngine(name, {.color = color, .checked = checked})};
 }
 
-QIcon Icon::of(const QString& name, Token color)
+QIcon Icon::of(const QString& name, const ThemeColor& color)
 {
     return of(name, color, color);
-}
-
-QIcon Icon::of(const QString& name, const QColor& color)
-{
-    return QIcon{new GlyphEngine(name, color)};
 }
 
 QPixmap Icon::pixmap(const QString& name, const QColor& color, int extent, qreal devicePixelRatio)

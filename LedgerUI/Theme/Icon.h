@@ -5,18 +5,15 @@
 #include <QPixmap>
 #include <QString>
 
-#include "LedgerUI/Theme/Token.h"
+#include "LedgerUI/Theme/ThemeColor.h"
 
 /// The glyphs of the icon set, by their name in it ("arrow-up-right"), in the colours of the theme in force: an icon
 /// made once follows a change of theme by itself.
 namespace Icon {
 
 /// `checked` colours the icon of a control that is switched on.
-QIcon of(const QString& name, Token color, Token checked);
-QIcon of(const QString& name, Token color = Token::text2);
-
-/// In a fixed colour, for colours that a company chose.
-QIcon of(const QString& name, const QColor& color);
+QIcon of(const QString& name, const ThemeColor& color, const ThemeColor& checked);
+QIcon of(const QString& name, const ThemeColor& color = Token::text2);
 
 /// One glyph of `extent` logical pixels, sharp at `devicePixelRatio`.
 QPixmap pixmap(const QString& name, const QColor& color, int extent, qreal devicePixelRatio);

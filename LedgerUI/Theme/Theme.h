@@ -3,7 +3,7 @@
 #include <QColor>
 #include <QObject>
 
-#include "LedgerUI/Theme/Token.h"
+#include "LedgerUI/Theme/ThemeColor.h"
 
 /// The look in force: colours, palette and style sheet of the whole application. Lives as long as the QApplication.
 class Theme final : public QObject {
@@ -12,7 +12,7 @@ public:
     static Theme& current();
 
     [[nodiscard]] ColorScheme scheme() const { return m_scheme; }
-    [[nodiscard]] QColor color(Token token) const { return QColor::fromRgb(tokenColor(token, m_scheme)); }
+    [[nodiscard]] QColor color(const ThemeColor& color) const { return QColor::fromRgb(color.in(m_scheme)); }
 
     /// Dresses the application in `scheme`: style, palette, font and style sheet.
     void install(ColorScheme scheme);

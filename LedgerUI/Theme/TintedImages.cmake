@@ -10,8 +10,6 @@ endif()
 set(tallyfold_tinted
     chevron-down     chevron-down text2
     chevron-down-off chevron-down disabled
-    caret-down       caret-down-fill text2
-    caret-up         caret-up-fill text2
     check            check-lg     text2
     check-on         check-lg     onAccent
     check-off        check-lg     disabled)

@@ -45,16 +45,6 @@ enum class Token {
     okLine,
     infoSoft,
     infoLine,
-    // kinds of entry
-    income,
-    expense,
-    transfer,
-    exchange,
-    refund,
-    reversal,
-    opening,
-    capital,
-    dividend,
     // categorical series of charts, in their order; the rest is "other"
     chart1,
     chart2,

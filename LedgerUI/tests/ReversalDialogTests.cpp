@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QCoro/QCoroTask>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -42,13 +43,26 @@ public:
         service.signIn(books());
         window.resize(900, 640);
         window.show();
+        open(entry);
+    }
+    ~DialogUnderTest() { InterfaceLanguage::change("en-US"); }
+
+    void open(std::size_t entry = 0)
+    {
         dialog = new ReversalDialog(service.store, service.store.snapshot()->transactions[entry], &window);
         dialog->open();
         dialog->activateWindow();
         waitUntil([&] { return dialog->isActiveWindow(); });
     }
-    ~DialogUnderTest() { InterfaceLanguage::change("en-US"); }
-
+    void expectKept(const char* reason)
+    {
+        EXPECT_EQ(control<QLineEdit>("reversalReason").text(), QString::fromUtf8(reason));
+        EXPECT_FALSE(control<QLineEdit>("reversalReason").isEnabled());
+        EXPECT_EQ(confirm().text(), QStringLiteral("Retry original request"));
+        EXPECT_EQ(dialog->banner().text(),
+                  QStringLiteral("An earlier reversal request is kept. It will be sent again with its original reason "
+                                 "and date."));
+    }
     template <class Widget>
     Widget& control(const char* name)
     {
@@ -120,15 +134,41 @@ TEST(ReversalDialog, OffersTheCorrectEntryPrefilled)
     waitUntil([&] { return under.dialog.isNull(); });
 }
 
-TEST(ReversalDialog, KeepsTheReasonWhenRefused)
+TEST(ReversalDialog, SaysThatTheKeptRequestIsSentAgainAndLocksItsReason)
 {
     DialogUnderTest under;
     QTest::keyClicks(&under.control<QLineEdit>("reversalReason"), QStringLiteral("Billed twice"));
     under.service.server.replace(reverse, ServerReply::error(409, "refunds_exist"));
     under.confirmAndWait();
-    EXPECT_EQ(under.control<QLineEdit>("reversalReason").text(), QStringLiteral("Billed twice"));
-    EXPECT_TRUE(under.control<QLineEdit>("reversalReason").isEnabled());
+    under.expectKept("Billed twice");
+    under.control<QAbstractButton>("reversalCancel").click();
+    waitUntil([&] { return under.dialog.isNull(); });
+
+    under.service.clock.advance(std::chrono::hours{30});
+    under.open();
+    under.expectKept("Billed twice");
+    EXPECT_EQ(QApplication::focusWidget(), &under.confirm());
+    under.service.server.replace(reverse, ServerReply::json(books().json()));
+    under.confirmAndWait();
+    const auto sent = under.service.server.requests(reverse);
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[1].body, sent[0].body);
+    EXPECT_EQ(under.confirm().text(), QStringLiteral("Record the correct entry"));
+}
+
+TEST(ReversalDialog, LetsTheReasonBeChangedWhileNothingWasSent)
+{
+    DialogUnderTest under;
+    QTest::keyClicks(&under.control<QLineEdit>("reversalReason"), QStringLiteral("Billed twice"));
+    under.service.server.replace("GET v1/snapshot", ServerReply::parked());
+    QCoro::connect(under.service.store.refresh(false), &under.service.store, [](const Result<void>&) {});
+    waitUntil([&] { return under.service.server.parkedCount() == 1; });
+    under.confirm().click();
+    waitUntil([&] { return under.control<QLineEdit>("reversalReason").isEnabled(); });
     EXPECT_EQ(under.confirm().text(), QStringLiteral("Confirm reversal"));
+    EXPECT_TRUE(under.service.server.requests(reverse).empty());
+    under.service.server.release(ServerReply::json(books().json()));
+    waitUntil([&] { return !under.service.store.isBusy(); });
 }
 
 TEST(ReversalDialog, ExplainsATransferAsAWholeInEveryLanguage)

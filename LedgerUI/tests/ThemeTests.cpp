@@ -12,6 +12,9 @@
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/TransactionColorOptions.h"
+#include "LedgerCore/Domain/testing/SnapshotBuilder.h"
+#include "LedgerUI/Components/EntryKindColor.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Screens/SignIn/SignInMode.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -83,11 +86,6 @@ INSTANTIATE_TEST_SUITE_P(
                      {grounds.begin(), grounds.end()},
                      readableText},
         ContrastCase{"QuietText", {Token::text3}, {Token::surface, Token::surfaceAlt, Token::field}, readableText},
-        ContrastCase{"KindsOfEntry",
-                     {Token::income, Token::expense, Token::transfer, Token::exchange, Token::refund, Token::reversal,
-                      Token::opening, Token::capital, Token::dividend},
-                     {grounds.begin(), grounds.end()},
-                     readableText},
         ContrastCase{"BannerText",
                      {Token::text},
                      {Token::dangerSoft, Token::warnSoft, Token::okSoft, Token::infoSoft},
@@ -103,6 +101,19 @@ INSTANTIATE_TEST_SUITE_P(
                      {Token::surface},
                      visibleShape}),
     [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(Theme, LetsEveryColourOfAKindBeReadOnEveryGround)
+{
+    for (const auto& option : TransactionColorOptions::all()) {
+        const auto books = snapshot().colors({{"income", std::string{option.id}}}).build();
+        const auto ink = entryKindColor("income", books);
+        for (const auto scheme : {ColorScheme::light, ColorScheme::dark}) {
+            for (const auto ground : grounds)
+                EXPECT_GE(contrast(ink.in(scheme), tokenColor(ground, scheme)), readableText)
+                    << option.id << " on " << nameOf(ground) << (scheme == ColorScheme::dark ? ", dark" : ", light");
+        }
+    }
+}
 
 TEST(Theme, FillsEveryNameOfTheStyleSheetAndFindsItsImages)
 {
@@ -132,7 +143,7 @@ TEST(Theme, TintsTheImagesOfEachSchemeInItsOwnColour)
 
 TEST(Theme, GivesIconsMadeEarlierTheColoursOfTheNewScheme)
 {
-    const auto icon = Icon::of(QStringLiteral("square-fill"), Token::income);
+    const auto icon = Icon::of(QStringLiteral("square-fill"), Token::ok);
     const auto centre = [&](QIcon::Mode mode) { return icon.pixmap(QSize{16, 16}, mode).toImage().pixel(8, 8); };
     Theme::current().install(ColorScheme::light);
     EXPECT_EQ(centre(QIcon::Normal), 0xff0b7461U);

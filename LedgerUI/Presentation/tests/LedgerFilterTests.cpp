@@ -147,8 +147,15 @@ TEST(LedgerNotice, TellsAnEmptyLedgerFromOneThatMayNotBeSeen)
 {
     const auto fresh = bookOf(snapshot().account("bank", {"USD"}).grantAll());
     const auto inviting = noticeFor(fresh, {}, fresh.counts(), sampleToday);
-    ASSERT_EQ(inviting.offers.size(), 1U);
-    EXPECT_EQ(inviting.offers[0].remedy, LedgerNotice::Remedy::record);
+    ASSERT_EQ(inviting.steps.size(), 2U);
+    EXPECT_EQ(inviting.steps[0].offer.remedy, LedgerNotice::Remedy::recordOpening);
+    EXPECT_EQ(inviting.steps[1].offer.remedy, LedgerNotice::Remedy::record);
+
+    const auto employee = bookOf(snapshot().account("bank", {"USD"}).grant("bank", {"view", "expense"}));
+    const auto modest = noticeFor(employee, {}, employee.counts(), sampleToday);
+    EXPECT_TRUE(modest.steps.empty());
+    ASSERT_EQ(modest.offers.size(), 1U);
+    EXPECT_EQ(modest.offers[0].remedy, LedgerNotice::Remedy::record);
 
     const auto readOnly = bookOf(snapshot().account("bank", {"USD"}).grant("bank", {"view"}));
     EXPECT_TRUE(noticeFor(readOnly, {}, readOnly.counts(), sampleToday).offers.empty());

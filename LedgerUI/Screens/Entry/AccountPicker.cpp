@@ -113,9 +113,9 @@ void AccountPicker::fill()
         std::ranges::any_of(m_rows, [&](const auto& row) { return row.group != m_rows.front().group; });
     for (const auto group : {company, employee, refund}) {
         if (isMixed && std::ranges::find(m_rows, group, &EntryAccountRow::group) != m_rows.end()) {
-            addItem(entryWord(group == company    ? "group.company"
-                              : group == employee ? "group.employee"
-                                                  : "group.refund"));
+            addItem(entryWord(group == company    ? "balances.company"
+                              : group == employee ? "balances.employee"
+                                                  : "balances.refund"));
             static_cast<QStandardItemModel*>(model())->item(count() - 1)->setEnabled(false);
         }
         addGroup(group);

@@ -5,7 +5,7 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPushButton>
+#include <QToolButton>
 
 #include "LedgerCore/Domain/EntryCopy.h"
 #include "LedgerUI/Components/FieldError.h"
@@ -35,11 +35,12 @@ CategoryField::CategoryField(QWidget* parent) : QWidget{parent}
         connect(tile, &QAbstractButton::clicked, this, [this, tile] { Q_EMIT categoryChosen(tile->categoryID()); });
         m_tiles.push_back(tile);
     }
-    m_all = new QPushButton(this);
+    m_all = new QToolButton(this);
     m_all->setObjectName(QStringLiteral("entryAllCategories"));
     m_all->setProperty("kind", QStringLiteral("flat"));
-    m_all->setProperty("extent", QStringLiteral("small"));
-    m_all->setAutoDefault(false);
+    m_all->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_all->setFixedHeight(Space::controlSmall);
+    m_all->setFocusPolicy(Qt::StrongFocus);
     m_all->setIcon(Icon::of(QStringLiteral("chevron-down"), Token::accent));
     m_all->setIconSize({Space::chevron, Space::chevron});
     m_all->setLayoutDirection(Qt::RightToLeft);
@@ -48,7 +49,7 @@ CategoryField::CategoryField(QWidget* parent) : QWidget{parent}
     m_path = new TextLabel(TypeStep::small, Token::text2, this);
     m_path->setObjectName(QStringLiteral("entryCategoryPath"));
     m_pinned = new TextLabel(TypeStep::small, Token::text2, this);
-    connect(m_all, &QPushButton::clicked, this, [this] { openAll({}); });
+    connect(m_all, &QToolButton::clicked, this, [this] { openAll({}); });
     buildLayout();
 }
 

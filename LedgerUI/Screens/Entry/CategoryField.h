@@ -11,7 +11,7 @@ class CategoryPopover;
 class CategoryTile;
 class FieldError;
 class QGridLayout;
-class QPushButton;
+class QToolButton;
 class TextLabel;
 
 /// Chooses a category: up to eight tiles in two rows, and all of them in a popover. Arrows move between tiles, Space
@@ -43,7 +43,7 @@ private:
     std::string m_kind;
     std::vector<EntryCategory> m_offered;
     TextLabel* m_label = nullptr;
-    QPushButton* m_all = nullptr;
+    QToolButton* m_all = nullptr;
     QWidget* m_tileArea = nullptr;
     std::vector<CategoryTile*> m_tiles;
     FieldError* m_error = nullptr;

@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int pickerWidth = 132;
+constexpr int pickerWidth = 184; // the longest name of a currency fits
 constexpr int arrowWidth = 28;
 
 }
@@ -55,7 +55,7 @@ void CurrencyPicker::paintEvent(QPaintEvent* /*event*/)
     const auto code = qString(row.code);
     painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, code);
     area.setLeft(area.left() + painter.fontMetrics().horizontalAdvance(code) + Space::step1);
-    painter.setFont(TypeScale::font(TypeStep::body));
+    painter.setFont(TypeScale::font(TypeStep::small));
     if (painter.fontMetrics().horizontalAdvance(row.name) > area.width())
         return;
     painter.setPen(theme.color(Token::text2));

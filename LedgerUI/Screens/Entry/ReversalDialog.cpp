@@ -10,6 +10,7 @@
 #include "LedgerCore/Domain/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/TextFold.h"
 #include "LedgerUI/Components/Banner.h"
+#include "LedgerUI/Components/EntryKindColor.h"
 #include "LedgerUI/Components/FieldError.h"
 #include "LedgerUI/Components/FormField.h"
 #include "LedgerUI/Components/PrimaryButton.h"
@@ -28,23 +29,11 @@ namespace {
 constexpr int dialogWidth = 560;
 constexpr int maximumReasonLength = 2000;
 
-Token colorOf(std::string_view kind)
-{
-    if (kind == EntryKind::income)
-        return Token::income;
-    if (kind == EntryKind::transfer)
-        return Token::transfer;
-    if (kind == EntryKind::exchange)
-        return Token::exchange;
-    if (kind == EntryKind::refund)
-        return Token::refund;
-    return kind == EntryKind::opening ? Token::opening : Token::expense;
-}
-
 }
 
 ReversalDialog::ReversalDialog(LedgerStore& store, LedgerTransaction original, QWidget* parent)
-    : FormDialog{parent}, m_store{store}, m_original{std::move(original)}, m_snapshot{store.snapshot()}
+    : FormDialog{parent}, m_store{store}, m_original{std::move(original)}, m_snapshot{store.snapshot()},
+      m_state{EntryReversal::opened(store.keptReversal(m_original.id))}
 {
     setObjectName(QStringLiteral("reversalDialog"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -88,11 +77,16 @@ void ReversalDialog::buildBody()
 
 void ReversalDialog::present()
 {
-    const auto content =
-        EntryReversal::content(m_state, m_original, *m_snapshot, m_store.today(), InterfaceLanguage::tag());
+    // A posted reversal is kept no more: its day stays the one shown.
+    if (const auto kept = m_store.keptReversal(m_original.id))
+        m_day = kept->date;
+    else if (std::holds_alternative<ReversalTyping>(m_state))
+        m_day = m_store.today();
+    const auto content = EntryReversal::content(m_state, m_original, *m_snapshot, m_day, InterfaceLanguage::tag());
     setWindowTitle(content.title);
     m_explanation->setText(content.explanation);
-    m_rows->present(content.rows, colorOf(m_original.kind));
+    m_rows->present(content.rows, entryKindColor(m_original.kind, *m_snapshot),
+                    entryKindColor(EntryKind::reversal, *m_snapshot));
     m_reasonField->setLabel(entryWord("reason"));
     if (m_reason->text() != content.reason)
         m_reason->setText(content.reason);
@@ -101,8 +95,9 @@ void ReversalDialog::present()
     setBusy(std::holds_alternative<ReversalSending>(m_state), Leaving::blocked);
     m_reason->setEnabled(std::holds_alternative<ReversalTyping>(m_state));
     const bool isDone = std::holds_alternative<ReversalDone>(m_state);
-    const auto glyph = std::holds_alternative<ReversalUncertain>(m_state) ? QStringLiteral("arrow-repeat")
-                                                                          : QStringLiteral("arrow-counterclockwise");
+    const bool resends =
+        std::holds_alternative<ReversalUncertain>(m_state) || std::holds_alternative<ReversalKept>(m_state);
+    const auto glyph = resends ? QStringLiteral("arrow-repeat") : QStringLiteral("arrow-counterclockwise");
     confirmButton().setIcon(isDone ? QIcon{} : Icon::of(glyph, Token::onAccent));
     setConfirmVisible(!isDone || mayCorrect());
     presentBanner();
@@ -115,6 +110,8 @@ void ReversalDialog::presentBanner()
 {
     if (std::holds_alternative<ReversalUncertain>(m_state))
         banner().present(Banner::Kind::warn, entryWord("uncertain"));
+    else if (std::holds_alternative<ReversalKept>(m_state))
+        banner().present(Banner::Kind::info, entryWord("reverse.kept"));
     else if (std::holds_alternative<ReversalDone>(m_state))
         banner().present(Banner::Kind::success, entryWord("reverse.done"));
     else
@@ -130,10 +127,11 @@ void ReversalDialog::presentLeaving()
         setHasChanges([] { return true; });
         return;
     }
-    const bool isDone = std::holds_alternative<ReversalDone>(m_state);
-    cancelButton().setText(word(dialogWords(), isDone ? "close" : "cancel"));
+    const bool isTyping =
+        std::holds_alternative<ReversalTyping>(m_state) || std::holds_alternative<ReversalSending>(m_state);
+    cancelButton().setText(word(dialogWords(), isTyping ? "cancel" : "close"));
     setLeaveQuestion({}, {}, {}, {});
-    setHasChanges([this, isDone] { return !isDone && !m_reason->text().isEmpty(); });
+    setHasChanges([this, isTyping] { return isTyping && !m_reason->text().isEmpty(); });
 }
 
 void ReversalDialog::proceed()
@@ -144,6 +142,10 @@ void ReversalDialog::proceed()
     }
     if (const auto* uncertain = std::get_if<ReversalUncertain>(&m_state)) {
         send({.reason = uncertain->reason, .isRetry = true});
+        return;
+    }
+    if (const auto* kept = std::get_if<ReversalKept>(&m_state)) {
+        send({.reason = kept->reason, .isRetry = kept->mayBePosted});
         return;
     }
     const auto* typing = std::get_if<ReversalTyping>(&m_state);
@@ -173,7 +175,7 @@ void ReversalDialog::finish(const Result<void>& reply)
     const auto* sending = std::get_if<ReversalSending>(&m_state);
     if (!sending)
         return;
-    m_state = EntryReversal::afterReply(*sending, reply);
+    m_state = EntryReversal::afterReply(*sending, reply, m_store.keptReversal(m_original.id));
     present();
     if (std::holds_alternative<ReversalTyping>(m_state)) {
         m_reason->setFocus(Qt::OtherFocusReason);
@@ -208,5 +210,5 @@ void ReversalDialog::changeEvent(QEvent* event)
 void ReversalDialog::showEvent(QShowEvent* event)
 {
     FormDialog::showEvent(event);
-    m_reason->setFocus(Qt::OtherFocusReason);
+    (m_reason->isEnabled() ? static_cast<QWidget*>(m_reason) : &confirmButton())->setFocus(Qt::OtherFocusReason);
 }

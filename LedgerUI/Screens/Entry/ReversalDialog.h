@@ -42,7 +42,8 @@ private:
     LedgerStore& m_store;
     LedgerTransaction m_original;
     SnapshotPointer m_snapshot;
-    ReversalState m_state = ReversalTyping{};
+    ReversalState m_state;
+    std::string m_day; // on which the reversal is booked
     TextLabel* m_explanation = nullptr;
     ReversalRows* m_rows = nullptr;
     QLineEdit* m_reason = nullptr;

@@ -27,7 +27,7 @@ ReversalRows::ReversalRows(QWidget* parent) : QFrame{parent}
     m_grid->setColumnStretch(titleColumn, 1);
 }
 
-void ReversalRows::present(const std::vector<ReversalRow>& rows, Token kindColor)
+void ReversalRows::present(const std::vector<ReversalRow>& rows, const ThemeColor& original, const ThemeColor& opposite)
 {
     if (rows == m_rows)
         return;
@@ -40,11 +40,11 @@ void ReversalRows::present(const std::vector<ReversalRow>& rows, Token kindColor
     for (const auto& row : m_rows) {
         if (row.isOpposite && !row.day.isEmpty())
             m_grid->addWidget(new Line(Qt::Horizontal, this), at++, 0, 1, columnCount);
-        addRow(at++, row, row.isOpposite ? Token::reversal : kindColor);
+        addRow(at++, row, row.isOpposite ? opposite : original);
     }
 }
 
-void ReversalRows::addRow(int at, const ReversalRow& row, Token kindColor)
+void ReversalRows::addRow(int at, const ReversalRow& row, const ThemeColor& kindColor)
 {
     auto* day = new TextLabel(TypeStep::body, Token::text2, this);
     day->setText(row.day);

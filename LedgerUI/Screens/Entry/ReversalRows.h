@@ -5,7 +5,7 @@
 #include <QFrame>
 
 #include "LedgerUI/Presentation/EntryReversal.h"
-#include "LedgerUI/Theme/Token.h"
+#include "LedgerUI/Theme/ThemeColor.h"
 
 class QGridLayout;
 
@@ -15,10 +15,11 @@ class ReversalRows final : public QFrame {
 public:
     explicit ReversalRows(QWidget* parent = nullptr);
 
-    void present(const std::vector<ReversalRow>& rows, Token kindColor);
+    /// In the colours of the kind undone and of reversals.
+    void present(const std::vector<ReversalRow>& rows, const ThemeColor& original, const ThemeColor& opposite);
 
 private:
-    void addRow(int at, const ReversalRow& row, Token kindColor);
+    void addRow(int at, const ReversalRow& row, const ThemeColor& kindColor);
 
     QGridLayout* m_grid = nullptr;
     std::vector<ReversalRow> m_rows;

@@ -7,7 +7,8 @@
 #include <QPainter>
 #include <QToolTip>
 
-#include "LedgerUI/Components/EntryKindLook.h"
+#include "LedgerUI/Components/EntryKindColor.h"
+#include "LedgerUI/Presentation/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/LedgerTableModel.h"
 #include "LedgerUI/Presentation/LedgerWords.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -17,12 +18,11 @@
 
 namespace {
 
-constexpr int glyphToTitle = 8;
 constexpr int selectedBar = 3;
 
-QColor color(Token token)
+QColor color(const ThemeColor& tint)
 {
-    return Theme::current().color(token);
+    return Theme::current().color(tint);
 }
 
 QColor strong(const LedgerRow& row)
@@ -36,14 +36,6 @@ QFont struck(QFont font, bool isReversed)
     return font;
 }
 
-/// The room between the paddings of a cell, which are wider at the table's edges.
-QRect padded(const QRect& cell, int column)
-{
-    const int left = column == LedgerTableModel::date ? Space::cellPaddingOuter : Space::cellPadding;
-    const int right = column == LedgerTableModel::amount ? Space::cellPaddingOuter : Space::cellPadding;
-    return cell.adjusted(left, 0, -right, -1);
-}
-
 void drawText(QPainter& painter, const QRect& line, const QFont& font, const QColor& ink, const QString& text,
               Qt::Alignment alignment = Qt::AlignLeft)
 {
@@ -53,10 +45,10 @@ void drawText(QPainter& painter, const QRect& line, const QFont& font, const QCo
     painter.drawText(line, static_cast<int>(alignment | Qt::AlignVCenter), shown);
 }
 
-void drawGlyph(QPainter& painter, const QRect& box, const QString& name, Token token)
+void drawGlyph(QPainter& painter, const QRect& box, const QString& name, const ThemeColor& tint)
 {
     const auto ratio = painter.device()->devicePixelRatioF();
-    const auto pixmap = Icon::pixmap(name, color(token), box.width(), ratio);
+    const auto pixmap = Icon::pixmap(name, color(tint), box.width(), ratio);
     painter.drawPixmap(box.topLeft(), pixmap);
 }
 
@@ -92,6 +84,13 @@ LedgerDelegate::LedgerDelegate(const LedgerTableModel& model, QObject* parent)
 {
 }
 
+QRect LedgerDelegate::contentsOf(const QRect& cell, int column)
+{
+    const int left = column == LedgerTableModel::date ? Space::cellPaddingOuter : Space::cellPadding;
+    const int right = column == LedgerTableModel::amount ? Space::cellPaddingOuter : Space::cellPadding;
+    return cell.adjusted(left, 0, -right, -1);
+}
+
 int LedgerDelegate::rowHeight() const
 {
     const int body = QFontMetrics{TypeScale::font(TypeStep::body)}.height();
@@ -105,7 +104,7 @@ void LedgerDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option
     painter->setRenderHint(QPainter::Antialiasing);
     paintGround(*painter, option, index);
     painter->setClipRect(option.rect);
-    const auto cell = padded(option.rect, index.column());
+    const auto cell = contentsOf(option.rect, index.column());
     const auto& row = m_model.row(index.row());
     switch (index.column()) {
     case LedgerTableModel::date:
@@ -153,6 +152,11 @@ void LedgerDelegate::paintGround(QPainter& painter, const QStyleOptionViewItem& 
         painter.fillRect(QRect{rect.right() - 1, rect.top(), 2, rect.height()}, ring);
 }
 
+ThemeColor LedgerDelegate::kindColor(const LedgerRow& row) const
+{
+    return entryKindColor(row.kind, m_model.book()->snapshot());
+}
+
 void LedgerDelegate::paintDate(QPainter& painter, const QRect& cell, int row) const
 {
     const bool repeats = m_daysGrouped && m_model.repeatsDay(row);
@@ -162,9 +166,8 @@ void LedgerDelegate::paintDate(QPainter& painter, const QRect& cell, int row) co
 
 void LedgerDelegate::paintEntry(QPainter& painter, const QRect& cell, const LedgerRow& row) const
 {
-    drawGlyph(painter, centred(cell, cell.left(), Space::icon), EntryKindLook::glyph(row.kind),
-              EntryKindLook::color(row.kind));
-    const auto text = cell.adjusted(Space::icon + glyphToTitle, 0, 0, 0);
+    drawGlyph(painter, centred(cell, cell.left(), Space::icon), entryKindGlyph(row.kind), kindColor(row));
+    const auto text = cell.adjusted(titleIndent, 0, 0, 0);
     const auto title = struck(TypeScale::font(TypeStep::body), row.isReversed);
     if (m_density == Density::twoLines && !row.note.isEmpty()) {
         auto upper = upperLine(text);
@@ -281,7 +284,7 @@ void LedgerDelegate::paintAmount(QPainter& painter, const QRect& line, const Led
     if (amount.tone == LedgerAmount::Tone::none)
         ink = color(Token::text3);
     else if (amount.tone == LedgerAmount::Tone::incoming && !row.isReversed)
-        ink = color(EntryKindLook::color(row.kind));
+        ink = color(kindColor(row));
     drawText(painter, line, struck(TypeScale::font(TypeStep::body), row.isReversed), ink, amount.digits,
              Qt::AlignRight);
 }

@@ -2,6 +2,8 @@
 
 #include <QStyledItemDelegate>
 
+#include "LedgerUI/Theme/ThemeColor.h"
+
 class LedgerTableModel;
 struct LedgerAmount;
 struct LedgerRow;
@@ -11,6 +13,11 @@ class LedgerDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 public:
     enum class Density { oneLine, twoLines };
+
+    /// How far into its cell the text of an entry begins, behind the glyph.
+    static constexpr int titleIndent = 24;
+    /// The room between the paddings of a cell, which are wider at the table's edges.
+    [[nodiscard]] static QRect contentsOf(const QRect& cell, int column);
 
     explicit LedgerDelegate(const LedgerTableModel& model, QObject* parent = nullptr);
 
@@ -29,6 +36,7 @@ public:
 
 private:
     void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+    [[nodiscard]] ThemeColor kindColor(const LedgerRow& row) const;
     void paintDate(QPainter& painter, const QRect& cell, int row) const;
     void paintEntry(QPainter& painter, const QRect& cell, const LedgerRow& row) const;
     /// Receipts and the reversed chip at the right of `line`; answers where they begin.

@@ -16,6 +16,8 @@ constexpr int labelColumn = 96;
 constexpr int codeColumn = 36;
 constexpr int digitsColumn = 130; // so that codes stand in one line down the pane
 
+constexpr QChar minus{0x2212};
+
 TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent)
 {
     auto* made = new TextLabel(step, tone, parent);
@@ -48,14 +50,12 @@ QPushButton* linkButton(const QString& text, const LedgerDetailBody::Action& act
 }
 
 /// Code at the left, digits at the right edge.
-void addAmountRow(QGridLayout* grid, int row, const LedgerAmount& amount, TypeStep step, bool isBold, QWidget* parent)
+TextLabel* addAmountRow(QGridLayout* grid, int row, const LedgerAmount& amount, QWidget* parent)
 {
-    auto* code = label(amount.currency, TypeStep::micro, Token::text3, parent);
-    const bool isBelowZero = amount.digits.startsWith(QChar{0x2212});
-    auto* digits = label(amount.digits, step, isBelowZero ? Token::danger : Token::text, parent);
-    digits->setBold(isBold);
-    grid->addWidget(code, row, 1);
+    auto* digits = label(amount.digits, TypeStep::body, Token::text, parent);
+    grid->addWidget(label(amount.currency, TypeStep::micro, Token::text3, parent), row, 1);
     grid->addWidget(digits, row, 2, Qt::AlignRight);
+    return digits;
 }
 
 }
@@ -67,12 +67,13 @@ LedgerDetailBody::LedgerDetailBody(QWidget* parent) : QWidget{parent}
     m_rows->setSpacing(0);
 }
 
-void LedgerDetailBody::addAmount(const LedgerAmount& amount, bool isReversed)
+void LedgerDetailBody::addAmount(const LedgerAmount& amount, const ThemeColor& ink, bool isReversed)
 {
     auto* row = new QHBoxLayout;
     row->setSpacing(Space::step2);
     auto* code = label(amount.currency, TypeStep::body, Token::text3, this);
     auto* digits = label(amount.digits, TypeStep::display, Token::text, this);
+    digits->setInk(ink);
     auto font = digits->font();
     font.setStrikeOut(isReversed);
     digits->setFont(font);
@@ -196,8 +197,11 @@ void LedgerDetailBody::addAccount(const QString& name, const std::vector<LedgerA
     button->setObjectName(QStringLiteral("balanceAccount"));
     grid->addWidget(button, 0, 0, 1, 3, Qt::AlignLeft);
     int row = 1;
-    for (const auto& amount : amounts)
-        addAmountRow(grid, row++, amount, TypeStep::body, false, this);
+    for (const auto& amount : amounts) {
+        auto* digits = addAmountRow(grid, row++, amount, this);
+        if (amount.digits.startsWith(minus)) // an account that owes
+            digits->setTone(Token::danger);
+    }
     m_rows->addLayout(grid);
     addLine();
 }
@@ -218,7 +222,7 @@ void LedgerDetailBody::addTotals(const std::vector<LedgerAmount>& amounts, const
     }
     int row = 0;
     for (const auto& amount : amounts)
-        addAmountRow(grid, row++, amount, TypeStep::body, true, this);
+        addAmountRow(grid, row++, amount, this)->setBold(true);
     m_rows->addLayout(grid);
 }
 

@@ -5,7 +5,7 @@
 #include <QWidget>
 
 #include "LedgerUI/Presentation/LedgerEntryDetail.h"
-#include "LedgerUI/Theme/Token.h"
+#include "LedgerUI/Theme/ThemeColor.h"
 
 class QVBoxLayout;
 
@@ -17,8 +17,8 @@ public:
 
     explicit LedgerDetailBody(QWidget* parent = nullptr);
 
-    /// The amount in large figures, its code before it.
-    void addAmount(const LedgerAmount& amount, bool isReversed);
+    /// The amount in large figures of this colour, its code before it.
+    void addAmount(const LedgerAmount& amount, const ThemeColor& ink, bool isReversed);
     void addText(const QString& text, Token tone);
     void addLines(const std::vector<LedgerEntryDetail::Line>& lines);
     void addSection(const QString& title, const QString& count = {});

@@ -6,10 +6,10 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/EntryKindLook.h"
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/IconButton.h"
 #include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/LedgerWords.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
@@ -67,12 +67,13 @@ LedgerDetailPane::LedgerDetailPane(QWidget* parent) : QFrame{parent}
     retranslate();
 }
 
-void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, bool isBusy)
+void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const ThemeColor& kindColor, bool isBusy)
 {
-    const auto color = EntryKindLook::color(detail.kind);
-    auto* body = startBody(EntryKindLook::glyph(detail.kind), color, detail.kindTitle);
-    for (const auto& amount : detail.amounts)
-        body->addAmount(amount, detail.isReversed);
+    auto* body = startBody(entryKindGlyph(detail.kind), detail.kindTitle, kindColor, kindColor);
+    for (const auto& amount : detail.amounts) {
+        const bool isIncoming = amount.tone == LedgerAmount::Tone::incoming && !detail.isReversed;
+        body->addAmount(amount, isIncoming ? kindColor : ThemeColor{Token::text}, detail.isReversed);
+    }
     if (!detail.title.isEmpty())
         body->addText(detail.title, Token::text2);
     body->addLines(detail.lines);
@@ -97,10 +98,11 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, bool isBusy
         body->addGap(Space::sectionGap);
         body->addText(detail.correction, Token::text2);
     }
-    body->finish();
+    showBody(body);
     if (!detail.offersReversal)
         return;
     auto* reverse = new QPushButton(Icon::of(QStringLiteral("arrow-counterclockwise"), Token::text), text("reverse"));
+    reverse->setIconSize({Space::iconBeforeText, Space::icon});
     reverse->setObjectName(QStringLiteral("reverseButton"));
     reverse->setEnabled(!isBusy);
     reverse->setToolTip(isBusy ? text("newEntry.busy") : QString{});
@@ -111,17 +113,17 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, bool isBusy
 
 void LedgerDetailPane::presentSelection(const QString& headline, const std::vector<LedgerAmount>& sums)
 {
-    auto* body = startBody(QStringLiteral("check2-square"), Token::text2, headline);
+    auto* body = startBody(QStringLiteral("check2-square"), headline, Token::text2, Token::text);
     if (!sums.empty())
         body->addTotals(sums, text("totals.net"));
     body->addGap(Space::step3);
     body->addText(text("totals.hint"), Token::text3);
-    body->finish();
+    showBody(body);
 }
 
 void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
 {
-    auto* body = startBody(QStringLiteral("wallet2"), Token::text2, text("balances"));
+    auto* body = startBody(QStringLiteral("wallet2"), text("balances"), Token::text2, Token::text);
     if (balances.groups.empty())
         body->addText(text("balances.none"), Token::text2);
     bool isFirst = true;
@@ -137,7 +139,7 @@ void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
     }
     if (!balances.totals.empty())
         body->addTotals(balances.totals, text("balances.total"));
-    body->finish();
+    showBody(body);
 }
 
 void LedgerDetailPane::retranslate()
@@ -159,17 +161,23 @@ void LedgerDetailPane::keyPressEvent(QKeyEvent* event)
         QFrame::keyPressEvent(event);
 }
 
-LedgerDetailBody* LedgerDetailPane::startBody(const QString& glyph, Token glyphColor, const QString& headline)
+LedgerDetailBody* LedgerDetailPane::startBody(const QString& glyph, const QString& headline,
+                                              const ThemeColor& glyphColor, const ThemeColor& headlineColor)
 {
     m_glyph->setGlyph(glyph, glyphColor);
     m_headline->setText(headline);
+    m_headline->setInk(headlineColor);
     setFoot(nullptr);
-    auto* body = new LedgerDetailBody;
+    return new LedgerDetailBody;
+}
+
+void LedgerDetailPane::showBody(LedgerDetailBody* body)
+{
+    body->finish();
     // The old body may be where the click came from: it goes once that is over.
     if (auto* old = m_scroll->takeWidget())
         old->deleteLater();
     m_scroll->setWidget(body);
-    return body;
 }
 
 void LedgerDetailPane::setFoot(QWidget* action)

@@ -4,7 +4,7 @@
 
 #include "LedgerUI/Presentation/LedgerBalances.h"
 #include "LedgerUI/Presentation/LedgerEntryDetail.h"
-#include "LedgerUI/Theme/Token.h"
+#include "LedgerUI/Theme/ThemeColor.h"
 
 class GlyphLabel;
 class IconButton;
@@ -19,7 +19,8 @@ class LedgerDetailPane final : public QFrame {
 public:
     explicit LedgerDetailPane(QWidget* parent = nullptr);
 
-    void presentEntry(const LedgerEntryDetail& detail, bool isBusy);
+    /// `kindColor` is what its kind has in these books.
+    void presentEntry(const LedgerEntryDetail& detail, const ThemeColor& kindColor, bool isBusy);
     void presentSelection(const QString& headline, const std::vector<LedgerAmount>& sums);
     void presentBalances(const LedgerBalances& balances);
     void retranslate();
@@ -38,8 +39,11 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    /// A fresh, empty body; the head keeps its place.
-    LedgerDetailBody* startBody(const QString& glyph, Token glyphColor, const QString& headline);
+    /// Changes the head and gives a body to fill.
+    LedgerDetailBody* startBody(const QString& glyph, const QString& headline, const ThemeColor& glyphColor,
+                                const ThemeColor& headlineColor);
+    /// Puts the filled body in the place of the one before.
+    void showBody(LedgerDetailBody* body);
     void setFoot(QWidget* action);
 
     GlyphLabel* m_glyph = nullptr;

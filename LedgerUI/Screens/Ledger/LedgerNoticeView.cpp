@@ -5,6 +5,7 @@
 
 #include "LedgerUI/Components/EmptyState.h"
 #include "LedgerUI/Components/PrimaryButton.h"
+#include "LedgerUI/Components/SetupStep.h"
 
 namespace {
 
@@ -26,6 +27,19 @@ QString glyphOf(Reason reason)
     return {};
 }
 
+QString nameOf(Remedy remedy)
+{
+    switch (remedy) {
+    case Remedy::record:
+        return QStringLiteral("noticeRecord");
+    case Remedy::recordOpening:
+        return QStringLiteral("noticeOpening");
+    case Remedy::changeFilter:
+        return QStringLiteral("noticeChangeFilter");
+    }
+    return {};
+}
+
 }
 
 LedgerNoticeView::LedgerNoticeView(QWidget* parent) : QWidget{parent}
@@ -41,18 +55,34 @@ void LedgerNoticeView::present(const LedgerNotice& notice)
     state->setTexts(notice.headline, notice.sentence);
     for (const auto& offer : notice.offers) {
         const bool records = offer.remedy == Remedy::record;
-        auto* button = records ? new PrimaryButton(state) : new QPushButton(state);
-        button->setText(offer.text);
-        button->setObjectName(records ? QStringLiteral("noticeRecord") : QStringLiteral("noticeChangeFilter"));
-        state->addButton(button);
-        connect(button, &QPushButton::clicked, this, [this, records, filter = offer.filter] {
-            if (records)
-                Q_EMIT recordWanted();
-            else
-                Q_EMIT filterWanted(filter);
-        });
+        state->addButton(buttonFor(offer, records ? new PrimaryButton(state) : new QPushButton(state)));
+    }
+    int number = 1;
+    for (const auto& step : notice.steps) {
+        auto* button = buttonFor(step.offer, number == 1 ? new PrimaryButton(state) : new QPushButton(state));
+        state->addStep(new SetupStep(number++, step.title, step.sentence, button, state));
     }
     replace(state);
+}
+
+QPushButton* LedgerNoticeView::buttonFor(const LedgerNotice::Offer& offer, QPushButton* button)
+{
+    button->setText(offer.text);
+    button->setObjectName(nameOf(offer.remedy));
+    connect(button, &QPushButton::clicked, this, [this, remedy = offer.remedy, filter = offer.filter] {
+        switch (remedy) {
+        case Remedy::record:
+            Q_EMIT recordWanted();
+            return;
+        case Remedy::recordOpening:
+            Q_EMIT openingWanted();
+            return;
+        case Remedy::changeFilter:
+            Q_EMIT filterWanted(filter);
+            return;
+        }
+    });
+    return button;
 }
 
 void LedgerNoticeView::presentWaiting(const QString& text)

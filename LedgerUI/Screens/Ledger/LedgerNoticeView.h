@@ -5,6 +5,7 @@
 #include "LedgerUI/Presentation/LedgerNotice.h"
 
 class EmptyState;
+class QPushButton;
 
 /// What stands in the table's place while nothing is shown.
 class LedgerNoticeView final : public QWidget {
@@ -19,9 +20,12 @@ public:
 
 Q_SIGNALS:
     void recordWanted();
+    void openingWanted();
     void filterWanted(const LedgerFilter& filter);
 
 private:
+    /// Makes `button` the one that carries out the offer.
+    QPushButton* buttonFor(const LedgerNotice::Offer& offer, QPushButton* button);
     void replace(EmptyState* state);
 
     EmptyState* m_state = nullptr;

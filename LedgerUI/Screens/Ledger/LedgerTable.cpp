@@ -7,7 +7,6 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
@@ -18,6 +17,7 @@
 #include "LedgerUI/Presentation/LedgerTableModel.h"
 #include "LedgerUI/Presentation/LedgerWords.h"
 #include "LedgerUI/Screens/Ledger/LedgerDelegate.h"
+#include "LedgerUI/Screens/Ledger/LedgerHeads.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/Theme/TypeScale.h"
@@ -69,12 +69,8 @@ LedgerTable::LedgerTable(QWidget* parent) : QTableView{parent}
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setMinimumSectionSize(1);
-    auto* heads = horizontalHeader();
-    heads->setSectionResizeMode(QHeaderView::Fixed);
-    heads->setHighlightSections(false);
-    heads->setSectionsClickable(true);
-    heads->setSortIndicatorShown(true);
-    heads->setFixedHeight(28);
+    auto* heads = new LedgerHeads(this);
+    setHorizontalHeader(heads);
     connect(heads, &QHeaderView::sectionClicked, this, &LedgerTable::sortBy);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &LedgerTable::selectionMoved);
     connect(this, &QTableView::doubleClicked, this, &LedgerTable::opened);
@@ -213,7 +209,7 @@ int LedgerTable::dateWidth() const
         const auto text = isPlain ? DayText::shortDay(day, book->locale()) : DayText::shortDate(day, book->locale());
         widest = std::max(widest, textWidth(TypeStep::body, text));
     }
-    return widest + Space::cellPaddingOuter + Space::cellPadding + Space::step1;
+    return widest + Space::cellPaddingOuter + Space::cellPadding;
 }
 
 /// Room for the longest amount of each currency, measured without writing every one of them.

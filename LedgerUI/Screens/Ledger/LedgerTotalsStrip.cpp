@@ -18,19 +18,23 @@
 namespace {
 
 constexpr std::size_t shownAtMost = 4;
-
-QString figure(const LedgerTotal& total, const std::optional<std::int64_t>& minor)
-{
-    if (!minor)
-        return QStringLiteral("–");
-    return signedAmount(*minor, total.currency, InterfaceLanguage::tag()).digits;
-}
+constexpr std::size_t worthTheWidth = 3; // fewer with in and out say less than more with their net alone
+constexpr int betweenBlocks = 2 * Space::step2 + 1;
 
 TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent)
 {
     auto* made = new TextLabel(step, tone, parent);
     made->setText(text);
     return made;
+}
+
+/// An amount of a total, or a quiet dash for none.
+TextLabel* figure(const LedgerTotal& total, const std::optional<std::int64_t>& minor, TypeStep step, Token tone,
+                  QWidget* parent)
+{
+    if (minor.value_or(0) == 0)
+        return label(QStringLiteral("–"), step, Token::text3, parent);
+    return label(signedAmount(*minor, total.currency, InterfaceLanguage::tag()).digits, step, tone, parent);
 }
 
 /// One currency: code and net, and before the net what came and went where there is room for it.
@@ -42,12 +46,13 @@ QWidget* block(const LedgerTotal& total, bool isWide, QWidget* parent)
     row->setSpacing(Space::step2);
     row->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, box));
     if (isWide) {
-        row->addWidget(label(figure(total, total.incoming), TypeStep::small, Token::ok, box));
-        row->addWidget(label(figure(total, total.outgoing), TypeStep::small, Token::text, box));
+        row->addWidget(figure(total, total.incoming, TypeStep::small, Token::ok, box));
+        row->addWidget(figure(total, total.outgoing, TypeStep::small, Token::text, box));
     }
-    const auto net = figure(total, total.net);
-    auto* sum = label(isWide ? QStringLiteral("= %1").arg(net) : net, TypeStep::small, Token::text, box);
+    auto* sum = figure(total, total.net, TypeStep::small, Token::text, box);
     sum->setBold(true);
+    if (isWide)
+        sum->setText(QStringLiteral("= %1").arg(sum->text()));
     row->addWidget(sum);
     return box;
 }
@@ -108,25 +113,36 @@ void LedgerTotalsStrip::presentFigures()
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(Space::step2);
     m_more->setVisible(!m_totals.empty());
-    int room = width() - m_count->sizeHint().width() - m_more->width() - Space::pageMargin - 4 * Space::step2;
-    const bool isWide = width() >= Space::oneLineFrom;
-    std::size_t shown = 0;
-    for (const auto& total : m_totals) {
-        auto* box = block(total, isWide, m_figures);
-        const int needed = box->sizeHint().width() + (shown > 0 ? 2 * Space::step2 + 1 : 0);
-        if (shown == shownAtMost || (needed > room && shown > 0)) {
-            delete box;
-            break;
-        }
-        if (shown > 0) {
+    auto blocks = blocksThatFit(Detail::inOutAndNet);
+    if (blocks.size() < std::min(m_totals.size(), worthTheWidth)) {
+        qDeleteAll(blocks);
+        blocks = blocksThatFit(Detail::netAlone);
+    }
+    for (auto* box : blocks) {
+        if (box != blocks.front()) {
             auto* line = new Line(Qt::Vertical, m_figures);
             line->setFixedHeight(Space::icon);
             row->addWidget(line);
         }
         row->addWidget(box);
-        room -= needed;
-        ++shown;
     }
+}
+
+std::vector<QWidget*> LedgerTotalsStrip::blocksThatFit(Detail detail)
+{
+    int room = width() - m_count->sizeHint().width() - m_more->width() - Space::pageMargin - 4 * Space::step2;
+    std::vector<QWidget*> blocks;
+    for (const auto& total : m_totals) {
+        auto* box = block(total, detail == Detail::inOutAndNet, m_figures);
+        const int needed = box->sizeHint().width() + (blocks.empty() ? 0 : betweenBlocks);
+        if (blocks.size() == shownAtMost || (needed > room && !blocks.empty())) {
+            delete box;
+            break;
+        }
+        blocks.push_back(box);
+        room -= needed;
+    }
+    return blocks;
 }
 
 void LedgerTotalsStrip::openAll()
@@ -149,10 +165,9 @@ void LedgerTotalsStrip::openAll()
     int row = 1;
     for (const auto& total : m_totals) {
         grid->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, panel), row, 0);
-        grid->addWidget(label(figure(total, total.incoming), TypeStep::body, Token::ok, panel), row, 1, Qt::AlignRight);
-        grid->addWidget(label(figure(total, total.outgoing), TypeStep::body, Token::text, panel), row, 2,
-                        Qt::AlignRight);
-        auto* net = label(figure(total, total.net), TypeStep::body, Token::text, panel);
+        grid->addWidget(figure(total, total.incoming, TypeStep::body, Token::ok, panel), row, 1, Qt::AlignRight);
+        grid->addWidget(figure(total, total.outgoing, TypeStep::body, Token::text, panel), row, 2, Qt::AlignRight);
+        auto* net = figure(total, total.net, TypeStep::body, Token::text, panel);
         net->setBold(true);
         grid->addWidget(net, row++, 3, Qt::AlignRight);
     }

@@ -25,7 +25,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    enum class Detail { inOutAndNet, netAlone };
+
     void presentFigures();
+    /// At least one, in the order of the totals.
+    std::vector<QWidget*> blocksThatFit(Detail detail);
     void openAll();
 
     std::size_t m_entries = 0;

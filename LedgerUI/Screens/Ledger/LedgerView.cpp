@@ -14,6 +14,7 @@
 #include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerCore/Domain/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/TransactionDraft.h"
+#include "LedgerUI/Components/EntryKindColor.h"
 #include "LedgerUI/Components/PageHeader.h"
 #include "LedgerUI/Components/PeriodNavigator.h"
 #include "LedgerUI/Components/TextLabel.h"
@@ -139,6 +140,7 @@ void LedgerView::bindParts()
     });
     connect(m_notice, &LedgerNoticeView::filterWanted, this, &LedgerView::wantFilter);
     connect(m_notice, &LedgerNoticeView::recordWanted, this, [this] { m_newEntry->begin(); });
+    connect(m_notice, &LedgerNoticeView::openingWanted, this, [this] { record(std::string{EntryKind::opening}); });
     connect(m_table, &LedgerTable::selectionMoved, this, &LedgerView::presentDetail);
     connect(m_table, &LedgerTable::sortWanted, m_browser, &LedgerBrowser::setSort);
     connect(m_table, &LedgerTable::opened, this, &LedgerView::openDetail);
@@ -173,7 +175,7 @@ QList<QWidget*> LedgerView::panes() const
 {
     auto* content = m_stack->currentWidget() == m_table ? static_cast<QWidget*>(m_table) : m_notice;
     QList<QWidget*> all{content, m_header, m_filters};
-    if (m_pane != Pane::hidden)
+    if (m_detail->isVisibleTo(this))
         all.append(m_detail);
     return all;
 }
@@ -242,7 +244,9 @@ void LedgerView::present()
         m_stack->setCurrentWidget(isEmpty ? static_cast<QWidget*>(m_notice) : m_table);
         m_totals->present(m_browser->rows().size(), m_browser->totals());
         m_totals->setVisible(!isEmpty);
-        m_filters->setVisible(book->size() > 0);
+        m_hasEntries = book->size() > 0;
+        m_filters->setVisible(m_hasEntries);
+        m_detail->setVisible(m_hasEntries && m_pane != Pane::hidden);
     } else if (m_browser->isPreparing()) {
         m_notice->presentWaiting(text("preparing"));
         m_stack->setCurrentWidget(m_notice);
@@ -267,7 +271,8 @@ void LedgerView::presentDetail()
     if (selected.empty()) {
         m_detail->presentBalances(balancesOf(book->snapshot(), book->locale()));
     } else if (selected.size() == 1) {
-        m_detail->presentEntry(detailOf(*book, selected.front()), m_store.isBusy());
+        const auto detail = detailOf(*book, selected.front());
+        m_detail->presentEntry(detail, entryKindColor(detail.kind, book->snapshot()), m_store.isBusy());
     } else {
         m_detail->presentSelection(LedgerWords::counted("selected", selected.size(), InterfaceLanguage::tag()),
                                    netAmounts(totals(*book, selected)));
@@ -299,7 +304,7 @@ void LedgerView::setPane(Pane pane)
         m_splitter->setSizes({10000, Space::detailPane});
     }
     setStyleProperty(m_detail, "over", pane == Pane::over);
-    m_detail->setVisible(pane != Pane::hidden);
+    m_detail->setVisible(m_hasEntries && pane != Pane::hidden);
     m_filters->setDetailShown(pane != Pane::hidden);
     placeOverlay();
     if (pane == Pane::hidden && hadFocus)
@@ -308,6 +313,8 @@ void LedgerView::setPane(Pane pane)
 
 void LedgerView::toggleDetail()
 {
+    if (!m_hasEntries)
+        return;
     setPane(m_pane != Pane::hidden ? Pane::hidden : isNarrow() ? Pane::over : Pane::beside);
 }
 

@@ -80,5 +80,6 @@ private:
     LedgerDetailPane* m_detail = nullptr;
     Pane m_pane = Pane::beside;
     bool m_wasNarrow = false;
-    std::string m_awaited; // an entry to show once a refresh brings it
+    bool m_hasEntries = true; // else there is nothing to filter or to look at closely
+    std::string m_awaited;    // an entry to show once a refresh brings it
 };

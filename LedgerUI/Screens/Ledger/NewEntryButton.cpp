@@ -8,8 +8,9 @@
 
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Domain/LedgerEntryAccess.h"
-#include "LedgerUI/Components/EntryKindLook.h"
+#include "LedgerUI/Components/EntryKindColor.h"
 #include "LedgerUI/Components/PrimaryButton.h"
+#include "LedgerUI/Presentation/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/KeyBindings.h"
 #include "LedgerUI/Presentation/LedgerWords.h"
@@ -45,8 +46,7 @@ NewEntryButton::NewEntryButton(LedgerStore& store, QWidget* parent) : SplitButto
             continue;
         if (each.kind == EntryKind::refund)
             m_menu->addSeparator();
-        auto* action =
-            m_menu->addAction(Icon::of(EntryKindLook::glyph(each.kind), EntryKindLook::color(each.kind)), {});
+        auto* action = m_menu->addAction(QString{});
         action->setObjectName(QStringLiteral("newEntry.") + qString(each.kind));
         action->setData(qString(each.kind));
         if (each.command)
@@ -75,6 +75,8 @@ void NewEntryButton::present()
     for (auto* action : m_kinds) {
         const auto kind = action->data().toString().toStdString();
         const bool isOffered = mayRecord && !LedgerEntryAccess::accounts(*snapshot, kind).empty();
+        if (snapshot)
+            action->setIcon(Icon::of(entryKindGlyph(kind), entryKindColor(kind, *snapshot)));
         action->setText(LedgerWords::text("kind." + kind, locale));
         action->setEnabled(isOffered && !isBusy);
         action->setToolTip(isOffered ? action->text() : LedgerWords::text("newEntry.none", locale));
