@@ -11,21 +11,29 @@ struct LedgerEntryDetail {
     struct Line {
         QString label;
         QString value;
+
+        bool operator==(const Line&) const = default;
     };
     struct Leg {
         QString account;
         LedgerAmount amount;
         QString balanceAfter; // "VND 412,380,500"; empty where it is not known
+
+        bool operator==(const Leg&) const = default;
     };
     struct Link {
         QString label;
         QString text;
         std::string targetID; // empty when the linked entry cannot be seen
+
+        bool operator==(const Link&) const = default;
     };
     struct Receipt {
         QString name;
         QString size;
         bool isImage = false;
+
+        bool operator==(const Receipt&) const = default;
     };
 
     std::string id;
@@ -40,6 +48,8 @@ struct LedgerEntryDetail {
     std::vector<Receipt> receipts;
     bool offersReversal = false;
     QString correction; // where or why not to undo the entry, in words; empty when nothing is to be said
+
+    bool operator==(const LedgerEntryDetail&) const = default;
 };
 
 LedgerEntryDetail detailOf(const LedgerBook& book, std::uint32_t at);

@@ -5,7 +5,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
@@ -175,6 +177,26 @@ TEST(LedgerView, KeepsTheSameEntriesSelectedWhateverMovesOrHidesTheOthers)
     table->selectAll();
     browser->setSort({});
     EXPECT_EQ(table->selectedIDs().size(), static_cast<std::size_t>(table->model()->rowCount()));
+}
+
+/// Whoever reads down the balances keeps the place while the ledger beside them is filtered and refreshed.
+TEST(LedgerView, BuildsTheBalancesAnewOnlyWhenTheyOrTheLanguageChange)
+{
+    OpenedLedger page;
+    const auto body = [&] { return page.view->findChild<QScrollArea*>(QStringLiteral("detailScroll"))->widget(); };
+    const QPointer<QWidget> first = body();
+    page.view->findChild<LedgerBrowser*>()->setFilter({.text = "dien"});
+    ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
+    EXPECT_EQ(body(), first);
+    auto fresh = sampleLedger();
+    fresh.balance("Operating bank", "USD", 77'700);
+    page.under.server.replace("GET v1/snapshot", ServerReply::json(fresh.json()));
+    ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
+    const QPointer<QWidget> second = body();
+    EXPECT_NE(second, first);
+    InterfaceLanguage::change("id-ID");
+    page.settle();
+    EXPECT_EQ(page.textOf("detailHeadline"), "Saldo rekening");
 }
 
 TEST(LedgerView, ShowsBalancesUntilAnEntryIsChosenAndLeadsToOneAccount)

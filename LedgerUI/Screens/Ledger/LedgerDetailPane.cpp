@@ -1,5 +1,7 @@
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 
+#include <utility>
+
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -69,6 +71,8 @@ LedgerDetailPane::LedgerDetailPane(QWidget* parent) : QFrame{parent}
 
 void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const ThemeColor& kindColor, bool isBusy)
 {
+    if (!adopt(Entry{.detail = detail, .kindColor = kindColor, .isBusy = isBusy}))
+        return;
     auto* body = startBody(entryKindGlyph(detail.kind), detail.kindTitle, kindColor, kindColor);
     for (const auto& amount : detail.amounts) {
         const bool isIncoming = amount.tone == LedgerAmount::Tone::incoming && !detail.isReversed;
@@ -113,6 +117,8 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
 
 void LedgerDetailPane::presentSelection(const QString& headline, const std::vector<LedgerAmount>& sums)
 {
+    if (!adopt(Selection{.headline = headline, .sums = sums}))
+        return;
     auto* body = startBody(QStringLiteral("check2-square"), headline, Token::text2, Token::text);
     if (!sums.empty())
         body->addTotals(sums, text("totals.net"));
@@ -123,6 +129,8 @@ void LedgerDetailPane::presentSelection(const QString& headline, const std::vect
 
 void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
 {
+    if (!adopt(balances))
+        return;
     auto* body = startBody(QStringLiteral("wallet2"), text("balances"), Token::text2, Token::text);
     if (balances.groups.empty())
         body->addText(text("balances.none"), Token::text2);
@@ -144,6 +152,7 @@ void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
 
 void LedgerDetailPane::retranslate()
 {
+    m_shown = {};
     setAccessibleName(text("detail"));
     m_close->setName(text("detail.close"));
 }
@@ -159,6 +168,14 @@ void LedgerDetailPane::keyPressEvent(QKeyEvent* event)
         Q_EMIT left();
     else
         QFrame::keyPressEvent(event);
+}
+
+bool LedgerDetailPane::adopt(Shown wanted)
+{
+    if (wanted == m_shown)
+        return false;
+    m_shown = std::move(wanted);
+    return true;
 }
 
 LedgerDetailBody* LedgerDetailPane::startBody(const QString& glyph, const QString& headline,

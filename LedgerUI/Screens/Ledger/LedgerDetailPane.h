@@ -1,5 +1,7 @@
 #pragma once
 
+#include <variant>
+
 #include <QFrame>
 
 #include "LedgerUI/Presentation/LedgerBalances.h"
@@ -39,6 +41,23 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    struct Entry {
+        LedgerEntryDetail detail;
+        ThemeColor kindColor;
+        bool isBusy = false;
+
+        bool operator==(const Entry&) const = default;
+    };
+    struct Selection {
+        QString headline;
+        std::vector<LedgerAmount> sums;
+
+        bool operator==(const Selection&) const = default;
+    };
+    using Shown = std::variant<std::monostate, Entry, Selection, LedgerBalances>;
+
+    /// Whether the pane has to be built anew, which a step through the ledger seldom asks for.
+    bool adopt(Shown wanted);
     /// Changes the head and gives a body to fill.
     LedgerDetailBody* startBody(const QString& glyph, const QString& headline, const ThemeColor& glyphColor,
                                 const ThemeColor& headlineColor);
@@ -46,6 +65,7 @@ private:
     void showBody(LedgerDetailBody* body);
     void setFoot(QWidget* action);
 
+    Shown m_shown; // nothing yet, or not in this language
     GlyphLabel* m_glyph = nullptr;
     TextLabel* m_headline = nullptr;
     IconButton* m_close = nullptr;
