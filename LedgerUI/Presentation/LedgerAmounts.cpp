@@ -45,7 +45,7 @@ std::vector<LedgerTotal> totals(const LedgerBook& book, std::span<const std::uin
     for (const auto at : rows) {
         if (book.entry(at).isInternal)
             continue;
-        const bool takesBack = book.transaction(at).reversalOf.has_value();
+        const bool takesBack = book.entry(at).isReversal;
         for (const auto& leg : book.legs(at)) {
             auto& total = byCurrency[leg.currency];
             if (!total)

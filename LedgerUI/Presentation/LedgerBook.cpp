@@ -58,6 +58,7 @@ LedgerBook::LedgerBook(SnapshotPointer snapshot, std::string locale)
     for (const auto& transaction : transactions)
         add(transaction);
     markInternal();
+    countDays();
 
     m_order.resize(transactions.size());
     std::iota(m_order.begin(), m_order.end(), 0U);
@@ -83,6 +84,7 @@ void LedgerBook::add(const LedgerTransaction& transaction)
         entry.category = categoryNumber(*transaction.categoryID);
     entry.member =
         m_members.number(transaction.memberID, [&] { return TextFold::folded(m_names.member(transaction.memberID)); });
+    entry.isReversal = transaction.reversalOf.has_value();
     entry.hasReceipts = !transaction.attachmentIDs.empty();
     addLegs(transaction, entry);
     addText(transaction, entry);
@@ -166,11 +168,11 @@ std::span<const std::uint32_t> LedgerBook::refundsOf(std::string_view id) const
     return found == m_refunds.end() ? std::span<const std::uint32_t>{} : std::span{found->second};
 }
 
-PeriodCounts LedgerBook::counts() const
+void LedgerBook::countDays()
 {
     std::vector<std::uint32_t> days;
     days.reserve(m_entries.size());
     for (const auto& entry : m_entries)
         days.push_back(entry.day);
-    return PeriodCounts{std::move(days)};
+    m_counts = PeriodCounts{std::move(days)};
 }

@@ -37,6 +37,7 @@ public:
         std::uint32_t textBegin = 0; // of the folded text that only this entry has
         std::uint32_t textEnd = 0;
         bool hasReceipts = false;
+        bool isReversal = false;
         bool isInternal = false; // money moved inside the company only, as in a transfer
     };
 
@@ -62,7 +63,7 @@ public:
     [[nodiscard]] std::span<const std::uint32_t> refundsOf(std::string_view id) const;
 
     /// How many entries each period holds.
-    [[nodiscard]] PeriodCounts counts() const;
+    [[nodiscard]] const PeriodCounts& counts() const { return m_counts; }
 
     [[nodiscard]] const LedgerKeys& kinds() const { return m_kinds; }
     [[nodiscard]] const LedgerKeys& titles() const { return m_titles; }
@@ -77,6 +78,7 @@ private:
     void addText(const LedgerTransaction& transaction, Entry& entry);
     std::uint32_t categoryNumber(const std::string& id);
     void markInternal();
+    void countDays();
 
     SnapshotPointer m_snapshot;
     LedgerNames m_names;
@@ -84,6 +86,7 @@ private:
     std::vector<Leg> m_legs;
     std::string m_text;
     std::vector<std::uint32_t> m_order;
+    PeriodCounts m_counts;
     std::unordered_map<std::string_view, std::uint32_t> m_byID;
     std::unordered_map<std::string_view, std::vector<std::uint32_t>> m_refunds;
     LedgerKeys m_kinds;

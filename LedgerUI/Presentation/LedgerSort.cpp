@@ -1,7 +1,8 @@
 #include "LedgerUI/Presentation/LedgerSort.h"
 
 #include <algorithm>
-#include <cstdlib>
+#include <compare>
+#include <iterator>
 #include <numeric>
 #include <tuple>
 
@@ -16,9 +17,28 @@ using Key = LedgerSort::Key;
 struct Rank {
     std::uint32_t place = 0;
     std::int64_t amount = 0;
-
-    auto operator<=>(const Rank&) const = default;
 };
+
+/// A rank and behind it the entry's place in the book's own order, packed so that whole ledgers sort by plain numbers
+/// of two words.
+struct SortKey {
+    std::uint64_t high = 0;
+    std::uint64_t low = 0;
+
+    auto operator<=>(const SortKey&) const = default;
+};
+
+SortKey keyOf(const Rank& rank, LedgerSort::Direction direction, std::uint32_t before)
+{
+    constexpr auto signBit = std::uint64_t{1} << 63; // turned, amounts compare as numbers without a sign
+    auto place = rank.place;
+    auto amount = static_cast<std::uint64_t>(rank.amount) ^ signBit;
+    if (direction == LedgerSort::Direction::descending) {
+        place = ~place;
+        amount = ~amount;
+    }
+    return {std::uint64_t{place} << 32 | amount >> 32, amount << 32 | before};
+}
 
 /// For each number its place in alphabetical order.
 std::vector<std::uint32_t> alphabeticalPlaces(const LedgerKeys& keys)
@@ -69,27 +89,20 @@ Rank rank(const LedgerBook& book, std::uint32_t at, Key key, const std::vector<s
 
 std::vector<std::uint32_t> sorted(const LedgerBook& book, std::vector<std::uint32_t> rows, LedgerSort sort)
 {
-    const bool descending = sort.direction == LedgerSort::Direction::descending;
     if (sort.key == Key::date) {
-        if (!descending)
+        if (sort.direction == LedgerSort::Direction::ascending)
             std::ranges::reverse(rows);
         return rows;
     }
     const auto order = places(book, sort.key);
-    struct Ranked {
-        Rank rank;
-        std::size_t before; // its place in the book's own order
-        std::uint32_t at;
-    };
-    std::vector<Ranked> ranked;
-    ranked.reserve(rows.size());
+    std::vector<SortKey> keys;
+    keys.reserve(rows.size());
     for (const auto at : rows)
-        ranked.push_back({rank(book, at, sort.key, order), ranked.size(), at});
-    std::ranges::sort(ranked, [&](const Ranked& left, const Ranked& right) {
-        if (left.rank != right.rank)
-            return (left.rank < right.rank) != descending;
-        return left.before < right.before;
-    });
-    std::ranges::transform(ranked, rows.begin(), &Ranked::at);
-    return rows;
+        keys.push_back(keyOf(rank(book, at, sort.key, order), sort.direction, static_cast<std::uint32_t>(keys.size())));
+    std::ranges::sort(keys);
+    std::vector<std::uint32_t> result;
+    result.reserve(rows.size());
+    std::ranges::transform(keys, std::back_inserter(result),
+                           [&](const SortKey& key) { return rows[static_cast<std::uint32_t>(key.low)]; });
+    return result;
 }
