@@ -1,5 +1,6 @@
 #include "LedgerCore/Client/HttpSession.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QCoreApplication>
@@ -54,6 +55,23 @@ void releaseLater(std::shared_ptr<HttpSession> session)
     QTimer::singleShot(0, QCoreApplication::instance(), [kept = std::move(session)]() mutable { kept.reset(); });
 }
 
+/// Straight into its place: a large body copied once more would hold the interface up.
+std::string bodyOf(QNetworkReply& reply)
+{
+    std::string body;
+    while (reply.bytesAvailable() > 0) {
+        const auto before = body.size();
+        const auto announced = reply.bytesAvailable();
+        body.resize_and_overwrite(before + static_cast<std::size_t>(announced), [&](char* bytes, std::size_t) {
+            const auto taken = reply.read(bytes + before, announced);
+            return before + static_cast<std::size_t>(std::max(taken, qint64{0}));
+        });
+        if (body.size() == before)
+            break;
+    }
+    return body;
+}
+
 std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, TransferWatch::Ending ending)
 {
     if (ending == TransferWatch::Ending::cancelled)
@@ -66,7 +84,7 @@ std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, Transf
     constexpr int firstRefusal = 400;
     if (status == 0 || (status < firstRefusal && reply.error() != QNetworkReply::NoError))
         return std::unexpected(TransportFailure::unreadable);
-    return HttpReply{.status = status, .body = reply.readAll().toStdString()};
+    return HttpReply{.status = status, .body = bodyOf(reply)};
 }
 
 }

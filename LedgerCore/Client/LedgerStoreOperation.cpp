@@ -79,10 +79,10 @@ QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)
     if (!prepared)
         co_return std::unexpected(prepared.error());
     auto sent = exchange(std::move(*prepared));
-    const auto body = co_await sent;
+    auto body = co_await sent;
     if (!body)
         co_return std::unexpected(body.error());
-    auto reading = readSnapshot(*body);
+    auto reading = readSnapshot(*std::move(body));
     auto loaded = co_await reading;
     if (!loaded)
         co_return std::unexpected(loaded.error());

@@ -7,6 +7,7 @@
 #include "LedgerCore/Client/Approval.h"
 #include "LedgerCore/Client/Clock.h"
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/ReleasedByWorker.h"
 #include "LedgerCore/Client/SessionCredentialStore.h"
 
 namespace {
@@ -58,11 +59,12 @@ QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::strin
 
     const QPointer<LedgerStore> self = this;
     auto sent = exchange({.method = "POST", .path = std::move(path), .body = std::move(body)});
-    const auto text = co_await sent;
+    auto text = co_await sent;
     if (!text)
         co_return std::unexpected(text.error());
+    const auto size = text->size();
     const auto read = std::make_shared<std::optional<CompanyRegistrationResponse>>();
-    auto reading = runForSize(text->size(), [bytes = *text, read] { *read = AccessReply::decode(bytes); });
+    auto reading = runForSize(size, [bytes = *std::move(text), read] { *read = AccessReply::decode(bytes); });
     co_await reading;
     if (!self)
         co_return std::unexpected(Cancelled{});
@@ -80,7 +82,7 @@ QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::strin
     const SavedSession kept{.token = opened.token, .isDemo = session == Session::demonstration};
     m_token = kept.token;
     assign(m_isDemo, kept.isDemo, &LedgerStore::isDemoChanged);
-    replaceSnapshot({.fresh = std::make_shared<const LedgerSnapshot>(std::move(opened.snapshot)), .held = {}});
+    replaceSnapshot({.fresh = releasedByWorker<LedgerSnapshot>(std::move(opened.snapshot)), .held = {}});
     auto keeping = keepSession(kept);
     auto outcome = co_await keeping;
     co_return outcome;

@@ -6,6 +6,7 @@
 #include "LedgerCore/Client/Approval.h"
 #include "LedgerCore/Client/Clock.h"
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/ReleasedByWorker.h"
 
 QCoro::Task<Result<void>> LedgerStore::refresh(bool publishError)
 {
@@ -30,10 +31,10 @@ QCoro::Task<Result<void>> LedgerStore::load()
     if (!request)
         co_return std::unexpected(request.error());
     auto sent = exchange(std::move(*request));
-    const auto body = co_await sent;
+    auto body = co_await sent;
     if (!body)
         co_return std::unexpected(body.error());
-    auto reading = readSnapshot(*body);
+    auto reading = readSnapshot(*std::move(body));
     auto loaded = co_await reading;
     if (!loaded)
         co_return std::unexpected(loaded.error());
@@ -47,12 +48,13 @@ QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readSnapshot(std::
 {
     const auto loaded = std::make_shared<LoadedSnapshot>(LoadedSnapshot{.fresh = {}, .held = m_snapshot});
     const QPointer<LedgerStore> self = this;
-    auto reading = runForSize(body.size(), [body, loaded] {
-        auto decoded = Json::decode<LedgerSnapshot>(body);
+    const auto size = body.size();
+    auto reading = runForSize(size, [text = std::move(body), loaded] {
+        auto decoded = Json::decode<LedgerSnapshot>(text);
         if (!decoded)
             return;
-        loaded->fresh = std::make_shared<const LedgerSnapshot>(std::move(*decoded));
-        loaded->isSame = loaded->held && *loaded->held == *loaded->fresh;
+        loaded->isSame = loaded->held && *loaded->held == *decoded;
+        loaded->fresh = loaded->isSame ? loaded->held : releasedByWorker<LedgerSnapshot>(std::move(*decoded));
     });
     co_await reading;
     if (!self)

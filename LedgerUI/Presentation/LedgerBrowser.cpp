@@ -6,6 +6,7 @@
 #include <QCoro/QCoroFuture>
 #include <QtConcurrent/QtConcurrentRun>
 
+#include "LedgerCore/Client/ReleasedByWorker.h"
 #include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerUI/Presentation/PeriodGrid.h"
 
@@ -13,16 +14,16 @@ namespace {
 
 constexpr std::size_t preparedAtOnce = 2000; // entries that are ready within a frame
 
-LedgerBookPointer makeBook(SnapshotPointer snapshot, std::string locale)
+LedgerBookPointer makeLargeBook(SnapshotPointer snapshot, std::string locale)
 {
-    return std::make_shared<const LedgerBook>(std::move(snapshot), std::move(locale));
+    return releasedByWorker<LedgerBook>(std::move(snapshot), std::move(locale));
 }
 
 }
 
 QCoro::Task<LedgerBookPointer> prepareLedgerBook(SnapshotPointer snapshot, std::string locale)
 {
-    auto future = QtConcurrent::run(makeBook, std::move(snapshot), std::move(locale));
+    auto future = QtConcurrent::run(makeLargeBook, std::move(snapshot), std::move(locale));
     auto book = co_await future;
     co_return book;
 }
@@ -40,7 +41,7 @@ void LedgerBrowser::open(SnapshotPointer snapshot, std::string locale, std::chro
         return;
     }
     if (snapshot->transactions.size() <= preparedAtOnce) {
-        adopt(makeBook(std::move(snapshot), std::move(locale)));
+        adopt(std::make_shared<const LedgerBook>(std::move(snapshot), std::move(locale)));
         return;
     }
     m_isPreparing = true;

@@ -109,6 +109,26 @@ INSTANTIATE_TEST_SUITE_P(
                  failed(error(0, "INVALID_RESPONSE"))}),
     [](const auto& each) { return std::string{each.param.name}; });
 
+/// A proxy may pack what the service sends; of such a body it is not known beforehand how long it becomes.
+TEST(APIClient, ReadsALargeReplyWholeWhetherItIsPackedOrNot)
+{
+    std::string text;
+    for (int each = 0; each < 300'000; ++each)
+        text += std::to_string(each);
+    const auto packed = qCompress(reinterpret_cast<const uchar*>(text.data()), static_cast<qsizetype>(text.size()));
+    constexpr qsizetype lengthPrefix = 4; // before the packed bytes themselves
+    ScriptedServer server;
+    server.answer("GET v1/plain", ServerReply::json(text));
+    server.answer("GET v1/packed",
+                  {.body = packed.mid(lengthPrefix).toStdString(), .headers = {"Content-Encoding: deflate"}});
+    const APIClient client{server.url()};
+    for (const auto* path : {"v1/plain", "v1/packed"}) {
+        const auto body = resultOf(client.bytes({.path = path}));
+        ASSERT_TRUE(body.has_value()) << path;
+        EXPECT_TRUE(*body == text) << path << " of " << body->size() << " bytes";
+    }
+}
+
 TEST(APIClient, SendsNothingButTheHeadersThatARequestNeeds)
 {
     ScriptedServer server;
