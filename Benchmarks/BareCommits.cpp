@@ -8,6 +8,9 @@
 
 namespace {
 
+/// More pages than the log holds before it starts over: from then on commits do not make its file longer.
+constexpr auto growLog = "CREATE TABLE filler (bytes BLOB); INSERT INTO filler VALUES (zeroblob(5000000))";
+
 struct Close {
     void operator()(sqlite3* database) const { sqlite3_close(database); }
     void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
@@ -40,6 +43,7 @@ Samples bareCommits(const std::string& databaseFile, std::chrono::seconds durati
         run(opened, "PRAGMA journal_mode = WAL");
         run(opened, "PRAGMA synchronous = FULL");
         run(opened, "CREATE TABLE rows (id INTEGER PRIMARY KEY, note TEXT NOT NULL)");
+        run(opened, growLog);
         sqlite3_stmt* made = nullptr;
         sqlite3_prepare_v2(opened, "INSERT INTO rows (note) VALUES ('paper and toner')", -1, &made, nullptr);
         const std::unique_ptr<sqlite3_stmt, Close> insert{made};

@@ -4,6 +4,9 @@
 #include <string_view>
 #include <vector>
 
+/// How long this thread has had a processor.
+std::chrono::nanoseconds threadTime();
+
 /// Repeated measurements of one thing.
 class Samples {
 public:
@@ -14,6 +17,14 @@ public:
         const auto started = std::chrono::steady_clock::now();
         work();
         add(std::chrono::steady_clock::now() - started);
+    }
+    /// The same in processor time of this thread, which other work on the machine does not lengthen.
+    template <class Work>
+    void timeThread(Work&& work)
+    {
+        const auto started = threadTime();
+        work();
+        add(threadTime() - started);
     }
     void add(std::chrono::duration<double, std::milli> took) { m_milliseconds.push_back(took.count()); }
 

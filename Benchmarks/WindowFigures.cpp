@@ -122,7 +122,7 @@ void printHold(std::string_view name, const std::function<void()>& work)
         held.add(hold.longest());
     }
     whole.print(name);
-    held.print("  the window stood still for at most");
+    held.print("  longest without answering");
 }
 
 class Figures {
@@ -168,7 +168,7 @@ public:
         Samples pages;
         m_window.table->selectRow(0);
         for (int each = 0; each < m_repetitions; ++each) {
-            pages.time([&] {
+            pages.timeThread([&] {
                 press(Qt::Key_PageDown);
                 m_window.paint();
             });
@@ -184,11 +184,11 @@ public:
             m_window.table->clearSelection();
             m_window.browser->setSort({});
             m_window.paint();
-            all.time([&] {
+            all.timeThread([&] {
                 m_window.table->selectAll();
                 m_window.paint();
             });
-            sorting.time([&] {
+            sorting.timeThread([&] {
                 m_window.browser->setSort({LedgerSort::Key::amount, LedgerSort::Direction::descending});
                 m_window.paint();
             });
@@ -209,10 +209,10 @@ public:
         Samples bareSearch;
         std::size_t found = 0;
         for (int each = 0; each < m_repetitions; ++each) {
-            kinds.time([&] { found += matching(book, {.kinds = {"expense"}}).size(); });
-            bareKinds.time([&] { found += passing(book, [&](auto at) { return isExpense(book, at); }).size(); });
-            search.time([&] { found += matching(book, {.text = "harbour"}).size(); });
-            bareSearch.time([&] {
+            kinds.timeThread([&] { found += matching(book, {.kinds = {"expense"}}).size(); });
+            bareKinds.timeThread([&] { found += passing(book, [&](auto at) { return isExpense(book, at); }).size(); });
+            search.timeThread([&] { found += matching(book, {.text = "harbour"}).size(); });
+            bareSearch.timeThread([&] {
                 found += passing(book, [&](auto at) {
                              return book.text(at).find("harbour") != std::string_view::npos;
                          }).size();
@@ -232,7 +232,7 @@ private:
         for (int each = 0; each < m_repetitions; ++each) {
             m_window.browser->setFilter(m_home);
             m_window.paint();
-            samples.time([&] {
+            samples.timeThread([&] {
                 m_window.browser->setFilter(wanted);
                 m_window.paint();
             });
@@ -247,7 +247,7 @@ private:
         for (int each = 0; each < m_repetitions; ++each) {
             m_window.browser->setSort({});
             m_window.paint();
-            samples.time([&] {
+            samples.timeThread([&] {
                 m_window.browser->setSort(wanted);
                 m_window.paint();
             });
