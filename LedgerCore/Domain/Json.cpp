@@ -1,6 +1,7 @@
 #include "LedgerCore/Domain/Json.h"
 
 #include <charconv>
+#include <cstring>
 
 #include <simdjson.h>
 
@@ -27,9 +28,9 @@ ondemand::value& valueOf(void* value)
     return *static_cast<ondemand::value*>(value);
 }
 
-/// The text between the quotation marks of a string that starts at `start`, or nothing when it holds an escape and
-/// must be read with care. The closing mark is known to be there.
-std::optional<std::string_view> plainText(const char* start)
+/// The text between the quotation marks of a key that starts at `start`, or nothing when it holds an escape and must
+/// be read with care. The closing mark is known to be there.
+std::optional<std::string_view> plainKey(const char* start)
 {
     const auto* end = start;
     while (*end != '"' && *end != '\\')
@@ -37,11 +38,77 @@ std::optional<std::string_view> plainText(const char* start)
     return *end == '"' ? std::optional{std::string_view{start, end}} : std::nullopt;
 }
 
-/// After so many elements the rest of a long array is worth a guess.
-constexpr std::size_t elementsSeenForHint = 2048;
+/// Whether a string value holds an escape, found without looking at each of its bytes.
+bool isEscaped(std::string_view token, Json::Detail::Document& document)
+{
+    const auto* const start = token.data();
+    if (document.nextEscape < start) {
+        const auto* const found = std::memchr(start, '\\', static_cast<std::size_t>(document.end - start));
+        document.nextEscape = found == nullptr ? document.end : static_cast<const char*>(found);
+    }
+    return document.nextEscape < start + token.size();
+}
 
 /// Deeper documents are nobody's records, and would exhaust the stack.
 constexpr std::size_t maximumDepth = 64;
+
+/// Reads a value of no interest with all that is in it, so that a malformed one is found out.
+class Passage {
+public:
+    explicit Passage(Json::Detail::Document& document) : m_document(document) {}
+
+    simdjson::error_code over(ondemand::value& value)
+    {
+        switch (value.raw_json_token().front()) {
+        case '{':
+            return overAll<ondemand::object>(value.get_object());
+        case '[':
+            return overAll<ondemand::array>(value.get_array());
+        case '"':
+            return isEscaped(value.raw_json_token(), m_document) ? value.get_string().error()
+                                                                 : value.get_raw_json_string().error();
+        case 't':
+        case 'f':
+            return value.get_bool().error();
+        case 'n': {
+            bool null = false;
+            const auto error = value.is_null().get(null);
+            return error || null ? error : simdjson::N_ATOM_ERROR;
+        }
+        default:
+            return value.get_int64().error() ? value.get_double().error() : simdjson::SUCCESS;
+        }
+    }
+
+private:
+    static ondemand::value& valueIn(ondemand::value& element) { return element; }
+    static ondemand::value& valueIn(ondemand::field& field) { return field.value(); }
+
+    template <class Container>
+    simdjson::error_code overAll(simdjson::simdjson_result<Container> found)
+    {
+        Container container;
+        if (const auto error = std::move(found).get(container))
+            return error;
+        if (++m_depth > maximumDepth)
+            return simdjson::DEPTH_ERROR;
+        for (auto each : container) {
+            if (const auto error = each.error())
+                return error;
+            auto&& part = std::move(each).value_unsafe(); // where it lies: copying values takes much of the time
+            if (const auto error = over(valueIn(part)))
+                return error;
+        }
+        --m_depth;
+        return simdjson::SUCCESS;
+    }
+
+    Json::Detail::Document& m_document;
+    std::size_t m_depth = 0;
+};
+
+/// After so many elements the rest of a long array is worth a guess.
+constexpr std::size_t elementsSeenForHint = 2048;
 
 }
 
@@ -55,18 +122,27 @@ bool Reader::isNull()
 
 Outcome Reader::read(std::string& out)
 {
-    ondemand::raw_json_string raw;
+    std::string_view text;
+    if (const auto failed = read(text))
+        return failed;
+    out.assign(text);
+    return std::nullopt;
+}
+
+Outcome Reader::read(std::string_view& out)
+{
     auto& value = valueOf(m_value);
-    if (value.raw_json_token().starts_with('"')) {
-        if (const auto plain = plainText(value.raw_json_token().data() + 1)) {
-            out.assign(*plain);
-            return value.get_raw_json_string().get(raw) ? Outcome{DecodeError::malformed} : std::nullopt;
-        }
+    const auto token = value.raw_json_token();
+    if (token.starts_with('"') && !isEscaped(token, m_document)) {
+        out = token.substr(1, token.rfind('"') - 1); // only blanks follow the closing mark
+        return value.get_raw_json_string().error() ? Outcome{DecodeError::malformed} : std::nullopt;
     }
     std::string_view text;
     if (const auto error = value.get_string().get(text))
         return kindOf(error);
-    out.assign(text);
+    auto* const place = const_cast<char*>(token.data()) + 1; // of `readDocument`'s text, which is used up
+    std::memcpy(place, text.data(), text.size());            // never longer than what it was written as
+    out = {place, text.size()};
     return std::nullopt;
 }
 
@@ -87,22 +163,29 @@ Outcome Reader::read(bool& out)
     return error ? Outcome{kindOf(error)} : std::nullopt;
 }
 
+Outcome Reader::pass(char opening)
+{
+    if (!valueOf(m_value).raw_json_token().starts_with(opening))
+        return DecodeError::wrongType;
+    return Passage{m_document}.over(valueOf(m_value)) ? Outcome{DecodeError::malformed} : std::nullopt;
+}
+
 Outcome Reader::eachField(void* context, FieldVisitor visit)
 {
     ondemand::object object;
     if (const auto error = valueOf(m_value).get_object().get(object))
         return kindOf(error);
     for (auto each : object) {
-        ondemand::field field;
-        if (const auto error = std::move(each).get(field))
+        if (const auto error = each.error())
             return kindOf(error);
-        const auto plain = plainText(field.key().raw());
+        auto&& field = std::move(each).value_unsafe();
+        const auto plain = plainKey(field.key().raw());
         std::string_view key = plain.value_or("");
         if (!plain) {
             if (const auto error = field.unescaped_key().get(key))
                 return kindOf(error);
         }
-        Reader value{&field.value(), m_end};
+        Reader value{&field.value(), m_document};
         if (const auto failed = visit(context, key, value))
             return failed;
     }
@@ -117,17 +200,17 @@ Outcome Reader::eachElement(void* context, ElementVisitor visit, SizeHint expect
     const char* first = nullptr;
     std::size_t seen = 0;
     for (auto each : array) {
-        ondemand::value element;
-        if (const auto error = std::move(each).get(element))
+        if (const auto error = each.error())
             return kindOf(error);
+        auto&& element = std::move(each).value_unsafe();
         const auto* const here = element.raw_json_token().data();
         if (seen++ == 0)
             first = here;
         if (seen == elementsSeenForHint) {
             const auto size = static_cast<std::size_t>(here - first) / (seen - 1) + 1;
-            expect(context, seen + static_cast<std::size_t>(m_end - here) / size);
+            expect(context, seen + static_cast<std::size_t>(m_document.end - here) / size);
         }
-        Reader value{&element, m_end};
+        Reader value{&element, m_document};
         if (const auto failed = visit(context, value))
             return failed;
     }
@@ -149,7 +232,8 @@ Outcome readDocument(std::string& text, void* context, Reader::ElementVisitor vi
     ondemand::value root;
     if (const auto error = document.get_value().get(root))
         return error == simdjson::SCALAR_DOCUMENT_AS_VALUE ? DecodeError::wrongType : kindOf(error);
-    Reader reader{&root, text.data() + size};
+    Document whole{.end = text.data() + size, .nextEscape = text.data()};
+    Reader reader{&root, whole};
     if (const auto failed = visit(context, reader))
         return failed;
     const char* rest = nullptr;

@@ -30,6 +30,15 @@ std::expected<Record, DecodeError> decode(std::string_view text);
 template <class Record>
 std::expected<Record, DecodeError> consume(std::string text);
 
+/// The same for a record whose `std::string_view`s point into `text`, which is used up and must neither move nor change
+/// as long as the record is in use. Saves a long document's texts from being copied.
+template <class Record>
+std::expected<Record, DecodeError> view(std::string& text);
+
+/// Fields that must be there and well-formed, but whose content is of no interest. They cannot be written.
+struct UnreadText {};
+struct UnreadList {};
+
 /// How many bytes past a text's end the reader may look at.
 inline constexpr std::size_t padding = 64;
 
@@ -40,6 +49,12 @@ namespace Detail {
 
 using Outcome = std::optional<DecodeError>; // nothing when the value was read
 
+/// The text being read.
+struct Document {
+    const char* end = nullptr;
+    const char* nextEscape = nullptr; // no backslash stands between the value being read and here
+};
+
 /// One value of the document being read. Each value is read once.
 class Reader {
 public:
@@ -47,19 +62,23 @@ public:
     using ElementVisitor = Outcome (*)(void* context, Reader& value);
     using SizeHint = void (*)(void* context, std::size_t elements);
 
-    Reader(void* value, const char* end) : m_value(value), m_end(end) {}
+    Reader(void* value, Document& document) : m_value(value), m_document(document) {}
 
     [[nodiscard]] bool isNull();
     Outcome read(std::string& out);
+    /// An escaped text is written out in its own place.
+    Outcome read(std::string_view& out);
     Outcome read(std::int64_t& out);
     Outcome read(bool& out);
+    /// Passes over a value that starts with this character, checking that it and all in it is well-formed.
+    Outcome pass(char opening);
     Outcome eachField(void* context, FieldVisitor visit);
     /// Tells a long array's likely size once, so that it need not grow step by step.
     Outcome eachElement(void* context, ElementVisitor visit, SizeHint expect);
 
 private:
     void* m_value;
-    const char* m_end; // of the document
+    Document& m_document;
 };
 
 /// Parses `text` and hands its root to `visit`. The text is used up.
@@ -79,9 +98,42 @@ using Fields = boost::describe::describe_members<Type, boost::describe::mod_any_
 template <class Type>
 concept Described = boost::describe::has_describe_members<Type>::value && !std::is_same_v<Type, std::string>;
 
+/// Whether a record holds texts of the document that it was read from.
+template <class Type>
+inline constexpr bool pointsIntoText = std::is_same_v<Type, std::string_view>;
+template <class Type>
+inline constexpr bool pointsIntoText<std::optional<Type>> = pointsIntoText<Type>;
+template <class Type>
+inline constexpr bool pointsIntoText<std::vector<Type>> = pointsIntoText<Type>;
+template <class Type>
+inline constexpr bool pointsIntoText<std::map<std::string, Type, std::less<>>> = pointsIntoText<Type>;
+template <Described Record>
+inline constexpr bool pointsIntoText<Record> = [] {
+    bool any = false;
+    boost::mp11::mp_for_each<Fields<Record>>([&](auto field) {
+        any = any || pointsIntoText<std::remove_cvref_t<decltype(std::declval<Record&>().*field.pointer)>>;
+    });
+    return any;
+}();
+
 inline Outcome readValue(Reader& in, std::string& out)
 {
     return in.read(out);
+}
+
+inline Outcome readValue(Reader& in, std::string_view& out)
+{
+    return in.read(out);
+}
+
+inline Outcome readValue(Reader& in, UnreadText& /*out*/)
+{
+    return in.pass('"');
+}
+
+inline Outcome readValue(Reader& in, UnreadList& /*out*/)
+{
+    return in.pass('[');
 }
 
 inline Outcome readValue(Reader& in, std::int64_t& out)
@@ -288,6 +340,13 @@ std::expected<Record, DecodeError> decode(std::string_view text)
 
 template <class Record>
 std::expected<Record, DecodeError> consume(std::string text)
+{
+    static_assert(!Detail::pointsIntoText<Record>, "its texts would not outlive the call");
+    return view<Record>(text);
+}
+
+template <class Record>
+std::expected<Record, DecodeError> view(std::string& text)
 {
     Record record{};
     const auto failed = Detail::readDocument(text, &record, [](void* context, Detail::Reader& root) {

@@ -39,6 +39,74 @@ TEST(Json, ReadsLongArraysOfUnevenElementsWhole)
     EXPECT_EQ(Json::consume<std::vector<LedgerLeg>>(text + "\n"), legs);
 }
 
+struct ViewedLeg {
+    std::string_view accountID;
+    std::optional<std::string_view> note;
+    std::vector<std::string_view> tags;
+};
+BOOST_DESCRIBE_STRUCT(ViewedLeg, (), (accountID, note, tags))
+
+TEST(Json, ViewsTextsWhereTheyStandAndWritesEscapedOnesOutInTheirPlace)
+{
+    std::string text =
+        R"( {"accountID" : "plain"  ,"tags":["\\","","\u8d26x","a\"b\"","last"] ,"note":"\ud83d\ude00" } )";
+    text.reserve(text.size() + Json::padding);
+    const std::string_view whole = text;
+    const auto leg = Json::view<ViewedLeg>(text);
+    ASSERT_TRUE(leg.has_value());
+    EXPECT_EQ(leg->accountID, "plain");
+    EXPECT_EQ(leg->tags, (std::vector<std::string_view>{"\\", "", "账x", "a\"b\"", "last"}));
+    EXPECT_EQ(leg->note, "😀");
+    for (const auto each : {leg->accountID, leg->tags[0], leg->tags[2], leg->tags[4], *leg->note})
+        EXPECT_TRUE(each.data() > whole.data() && each.data() + each.size() < whole.data() + whole.size()) << each;
+}
+
+struct Skimmed {
+    Json::UnreadText note;
+    Json::UnreadList legs;
+    std::int64_t last = 0;
+};
+BOOST_DESCRIBE_STRUCT(Skimmed, (), (note, legs, last))
+
+std::string skimmed(const std::string& note, const std::string& legs)
+{
+    return R"({"note":)" + note + R"(,"legs":)" + legs + R"(,"last":7})";
+}
+
+TEST(Json, PassesOverWellFormedValuesThatAreNotRead)
+{
+    for (const auto& text :
+         {skimmed(R"("")", "[]"), skimmed(R"("a \"]\" \u8d26")", R"([ ] )"),
+          skimmed(R"("x")", R"([{"a":{},"b\n":[[1,-2.5e3],{}]},null,true,false,"\\",18446744073709551616])")}) {
+        const auto read = Json::decode<Skimmed>(text);
+        ASSERT_TRUE(read.has_value()) << text;
+        EXPECT_EQ(read->last, 7) << text;
+    }
+}
+
+std::optional<Json::DecodeError> refusalOf(const std::string& text)
+{
+    const auto read = Json::decode<Skimmed>(text);
+    return read ? std::nullopt : std::optional{read.error()};
+}
+
+TEST(Json, RefusesValuesThatAreNotReadWhenTheyAreBrokenOrOfTheWrongKind)
+{
+    const std::vector<std::string> broken{
+        "[1,,2]",  "[1 2]", "[1,]", R"([{"a" 1}])", R"([{"a":1,}])", R"([{"a"}])",  R"([{1:2}])", "[{]}",
+        "[tru]",   "[nul]", "[01]", "[1x]",         "[-]",           "[.5]",        "[x]",        R"(["\q"])",
+        "[falsey", "[1",    "[}",   R"(["\u12"])",  "[\"a\nb\"]",    "[\"a\xff\"]", "[\"a\\\"]",  "[1]]"};
+    for (const auto& legs : broken)
+        EXPECT_EQ(refusalOf(skimmed(R"("")", legs)), Json::DecodeError::malformed) << legs;
+    constexpr std::size_t deep = 200'000;
+    EXPECT_EQ(refusalOf(skimmed(R"("")", std::string(deep, '[') + std::string(deep, ']'))),
+              Json::DecodeError::malformed);
+    for (const auto& text : {skimmed("null", "[]"), skimmed("1", "[]"), skimmed("[]", "[]"), skimmed(R"("")", "null"),
+                             skimmed(R"("")", "{}"), skimmed(R"("")", R"("")")})
+        EXPECT_EQ(refusalOf(text), Json::DecodeError::wrongType) << text;
+    EXPECT_EQ(refusalOf(R"({"note":"","last":7})"), Json::DecodeError::missingField);
+}
+
 struct Refused {
     const char* name;
     const char* text;
