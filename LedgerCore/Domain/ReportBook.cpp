@@ -7,16 +7,19 @@
 
 #include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/ReportSource.h"
 
 namespace {
 
-using EntryIndex = std::unordered_map<std::string_view, const LedgerTransaction*>;
+template <class Entry>
+using EntryIndex = std::unordered_map<std::string_view, const Entry*>;
 
 /// The entries that reversals and refunds refer to: few, so that the others need no place in an index.
-EntryIndex entriesReferredTo(const LedgerSnapshot& snapshot)
+template <class Entry>
+EntryIndex<Entry> entriesReferredTo(const std::vector<Entry>& entries)
 {
-    EntryIndex byID;
-    for (const auto& entry : snapshot.transactions) {
+    EntryIndex<Entry> byID;
+    for (const auto& entry : entries) {
         if (entry.reversalOf)
             byID.emplace(*entry.reversalOf, nullptr);
         if (entry.originalTransactionID)
@@ -24,14 +27,15 @@ EntryIndex entriesReferredTo(const LedgerSnapshot& snapshot)
     }
     if (byID.empty())
         return byID;
-    for (const auto& entry : snapshot.transactions) {
+    for (const auto& entry : entries) {
         if (const auto found = byID.find(entry.id); found != byID.end())
             found->second = &entry;
     }
     return byID;
 }
 
-const LedgerTransaction* referred(const EntryIndex& byID, const std::optional<std::string>& id)
+template <class Entry, class ID>
+const Entry* referred(const EntryIndex<Entry>& byID, const std::optional<ID>& id)
 {
     if (!id)
         return nullptr;
@@ -49,17 +53,20 @@ std::int64_t magnitude(std::int64_t amountMinor)
 
 /// Fills a book from its snapshot. Neighbouring entries share day and currency more often than not, so the last ones
 /// are remembered.
+template <class Entry>
 class ReportBook::Builder {
 public:
-    explicit Builder(ReportBook& book) : m_book(book), m_referred(entriesReferredTo(*book.m_snapshot)) {}
+    Builder(ReportBook& book, const std::vector<Category>& categories, const std::vector<Entry>& entries)
+        : m_book(book), m_entries(entries), m_referred(entriesReferredTo(entries))
+    {
+        indexAccounts();
+        indexCategories(categories);
+    }
 
     std::optional<ReportError> build()
     {
-        indexAccounts();
-        indexCategories();
-        const auto& entries = m_book.m_snapshot->transactions;
-        for (std::size_t at = 0; at < entries.size(); ++at) {
-            if (const auto failed = add(entries[at], static_cast<std::uint32_t>(at)))
+        for (std::size_t at = 0; at < m_entries.size(); ++at) {
+            if (const auto failed = add(m_entries[at], static_cast<std::uint32_t>(at)))
                 return failed;
         }
         return std::nullopt;
@@ -73,17 +80,16 @@ private:
 
     void indexAccounts()
     {
-        for (const auto& account : m_book.m_snapshot->accounts) {
+        for (const auto& account : *m_book.m_accounts) {
             m_accounts.emplace(account.id, static_cast<std::uint32_t>(m_accounts.size()));
             for (const auto& currency : account.currencies)
                 m_book.m_rows[currency];
         }
     }
 
-    void indexCategories()
+    void indexCategories(const std::vector<Category>& categories)
     {
         m_book.m_categories.emplace_back();
-        const auto& categories = m_book.m_snapshot->categories;
         for (const auto& category : categories)
             categorySlot(category.id);
         for (const auto& category : categories) {
@@ -104,7 +110,7 @@ private:
         return found->second;
     }
 
-    std::optional<ReportError> add(const LedgerTransaction& entry, std::uint32_t position)
+    std::optional<ReportError> add(const Entry& entry, std::uint32_t position)
     {
         if (!rememberDay(entry.date))
             return ReportError::invalidDay;
@@ -127,7 +133,7 @@ private:
     }
 
     /// A refund stands against the income that it refunds.
-    std::uint32_t categoryOf(const LedgerTransaction& entry)
+    std::uint32_t categoryOf(const Entry& entry)
     {
         if (const auto* original = referred(m_referred, entry.originalTransactionID); original && original->categoryID)
             return categorySlot(*original->categoryID);
@@ -159,7 +165,8 @@ private:
     }
 
     ReportBook& m_book;
-    EntryIndex m_referred;
+    const std::vector<Entry>& m_entries;
+    EntryIndex<Entry> m_referred;
     std::unordered_map<std::string_view, std::uint32_t> m_accounts;
     std::unordered_map<std::string_view, std::uint32_t> m_slots;
     std::unordered_map<std::string_view, Currency> m_currencies;
@@ -169,12 +176,23 @@ private:
     Currency* m_last = nullptr;
 };
 
-std::expected<ReportBook, ReportError> ReportBook::create(const LedgerSnapshot& snapshot)
+template <class Snapshot>
+std::expected<ReportBook, ReportError> ReportBook::laidOut(const Snapshot& snapshot)
 {
-    ReportBook book{snapshot};
-    if (const auto failed = Builder{book}.build())
+    ReportBook book{snapshot.accounts};
+    if (const auto failed = Builder{book, snapshot.categories, snapshot.transactions}.build())
         return std::unexpected(*failed);
     return book;
+}
+
+std::expected<ReportBook, ReportError> ReportBook::create(const LedgerSnapshot& snapshot)
+{
+    return laidOut(snapshot);
+}
+
+std::expected<ReportBook, ReportError> ReportBook::create(const ReportSource& source)
+{
+    return laidOut(source);
 }
 
 std::vector<std::string> ReportBook::currencies() const

@@ -11,6 +11,8 @@
 #include "LedgerCore/Domain/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Report.h"
 
+struct ReportSource;
+
 /// The movements of a snapshot laid out for reports: built once in one pass over the entries, after which each report
 /// is one pass over the legs of its currency, however many periods it has. Points into the snapshot, which must
 /// outlive it. Safe to read from several threads.
@@ -19,6 +21,8 @@ public:
     /// Fails when an entry bears no valid day or the amounts of a currency could overflow a sum.
     static std::expected<ReportBook, ReportError> create(const LedgerSnapshot& snapshot);
     static std::expected<ReportBook, ReportError> create(const LedgerSnapshot&& snapshot) = delete;
+    static std::expected<ReportBook, ReportError> create(const ReportSource& source);
+    static std::expected<ReportBook, ReportError> create(const ReportSource&& source) = delete;
 
     /// The currencies that accounts hold or entries moved, by code.
     [[nodiscard]] std::vector<std::string> currencies() const;
@@ -49,15 +53,19 @@ private:
         std::string_view id;      // empty for the first slot, the money of no category
         std::uint32_t parent = 0; // its own position for a top-level category
     };
+    template <class Entry>
     class Builder;
 
-    explicit ReportBook(const LedgerSnapshot& snapshot) : m_snapshot(&snapshot) {}
+    explicit ReportBook(const std::vector<Account>& accounts) : m_accounts(&accounts) {}
+
+    template <class Snapshot>
+    static std::expected<ReportBook, ReportError> laidOut(const Snapshot& snapshot);
 
     [[nodiscard]] const std::vector<Row>& rows(std::string_view currency) const;
     [[nodiscard]] std::vector<bool> accountsInScope(const ReportScope& scope) const;
     class CategorySums;
 
-    const LedgerSnapshot* m_snapshot;
+    const std::vector<Account>* m_accounts;
     std::vector<CategorySlot> m_categories;
     std::map<std::string, std::vector<Row>, std::less<>> m_rows; // by currency, in snapshot order
 };

@@ -150,8 +150,8 @@ const std::vector<ReportBook::Row>& ReportBook::rows(std::string_view currency) 
 std::vector<bool> ReportBook::accountsInScope(const ReportScope& scope) const
 {
     std::vector<bool> inScope;
-    inScope.reserve(m_snapshot->accounts.size());
-    for (const auto& account : m_snapshot->accounts)
+    inScope.reserve(m_accounts->size());
+    for (const auto& account : *m_accounts)
         inScope.push_back(!scope.accountIDs || scope.accountIDs->contains(account.id));
     return inScope;
 }
@@ -221,7 +221,7 @@ std::expected<ReportAccountMatrix, ReportError> ReportBook::matrix(ReportScope s
     matrix.totals.resize(ranges.size());
     for (std::size_t account = 0; account < lines.size(); ++account) {
         auto& line = lines[account];
-        const auto& known = m_snapshot->accounts[account];
+        const auto& known = (*m_accounts)[account];
         if (!inScope[account] || (!line.moved && !known.holds(scope.currency)))
             continue;
         line.cells.resize(ranges.size());

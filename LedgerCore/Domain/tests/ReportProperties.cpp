@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "LedgerCore/Domain/Json.h"
 #include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/ReportSource.h"
 
 namespace {
 
@@ -132,6 +134,20 @@ RC_GTEST_PROP(ReportProperty, AccountsAddUpToTheReportAndCloseWithTheirBalances,
         RC_ASSERT(last.closingMinor == books.account(row.accountID)->balance("JPY"));
         RC_ASSERT(last.arrivedMinor + last.leftMinor == last.movements.netMinor());
     }
+}
+
+RC_GTEST_PROP(ReportProperty, WhatReportsReadOfTheJsonGivesTheReportsOfTheWholeSnapshot, ())
+{
+    const auto books = randomBooks();
+    const auto ranges = randomCut();
+    auto text = Json::encode(books);
+    const auto source = Json::view<ReportSource>(text);
+    RC_ASSERT(source.has_value());
+    const auto fromWhole = ReportBook::create(books).value();
+    const auto fromPart = ReportBook::create(*source).value();
+    RC_ASSERT(fromPart.currencies() == fromWhole.currencies());
+    for (const auto* currency : {"USD", "JPY"})
+        RC_ASSERT(fromPart.report({currency}, ranges).value() == fromWhole.report({currency}, ranges).value());
 }
 
 }

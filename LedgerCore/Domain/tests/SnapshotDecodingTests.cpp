@@ -2,6 +2,7 @@
 
 #include "LedgerCore/Domain/Json.h"
 #include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/ReportSource.h"
 #include "LedgerCore/Domain/TransactionInput.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
@@ -99,6 +100,48 @@ TEST(SnapshotDecoding, NeedsItsSevenListsAndRecordsButNoSection)
          R"("dividends":{"revision":1,"showInSidebar":true,"participants":[],"batches":[],"movements":[]})",
          R"("capital":{"revision":1,"showInSidebar":true,"participants":[],"contributions":[],"baselines":[],"ownershipVersions":[],"currencies":[]})",
          R"("financialSettings":{"revision":1,"contributionsEnabled":true,"dividendsEnabled":false})"});
+}
+
+/// The fields without which a record cannot be read.
+template <class Record>
+Fields requiredOf(const Fields& fields)
+{
+    Fields required;
+    for (std::size_t at = 0; at < fields.size(); ++at) {
+        auto fewer = fields;
+        fewer.erase(fewer.begin() + static_cast<std::ptrdiff_t>(at));
+        auto text = object(fewer);
+        if (!Json::view<Record>(text))
+            required.push_back(fields[at]);
+    }
+    return required;
+}
+
+TEST(SnapshotDecoding, MissesInThePartForReportsWhatItMissesInTheWhole)
+{
+    const Fields snapshotFields{R"("company":)" + object(company),
+                                R"("currentMember":)" + object(member),
+                                R"("members":[])",
+                                R"("accounts":[])",
+                                R"("categories":[])",
+                                R"("transactions":[])",
+                                R"("attachments":[])",
+                                R"("transferDestinations":[])"};
+    EXPECT_EQ(requiredOf<ReportSource>(snapshotFields), requiredOf<LedgerSnapshot>(snapshotFields));
+    const Fields entryFields{R"("id":"t")",
+                             R"("kind":"income")",
+                             R"("date":"2026-11-20")",
+                             R"("note":"")",
+                             R"("createdAt":"s")",
+                             R"("memberID":"m")",
+                             R"("categoryID":"c")",
+                             R"("legs":[])",
+                             R"("attachmentIDs":[])",
+                             R"("reversalOf":"r")",
+                             R"("originalTransactionID":"o")",
+                             R"("reversedBy":"r")"};
+    EXPECT_EQ(requiredOf<ReportEntry>(entryFields), requiredOf<LedgerTransaction>(entryFields));
+    EXPECT_EQ(requiredOf<ReportEntry>(entryFields).size(), 8U);
 }
 
 TEST(SnapshotDecoding, IgnoresUnknownKeysAtEveryDepth)
