@@ -5,8 +5,6 @@
 #include "LedgerCLI/CommandWords.h"
 #include "LedgerCLI/TextTable.h"
 #include "LedgerCore/Domain/CsvDocument.h"
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Money.h"
 
 namespace {
@@ -19,10 +17,10 @@ struct Balance {
 };
 BOOST_DESCRIBE_STRUCT(Balance, (), (accountID, account, currency, balanceMinor))
 
-std::vector<Balance> balancesOf(const LedgerSnapshot& snapshot)
+std::vector<Balance> balancesOf(const std::vector<Account>& accounts)
 {
     std::vector<Balance> balances;
-    for (const auto& account : snapshot.accounts) {
+    for (const auto& account : accounts) {
         for (const auto& currency : account.currencies)
             balances.push_back({account.id, account.name, currency, account.balance(currency)});
         for (const auto& [currency, minor] : account.balances) { // money in a currency no longer listed is still money
@@ -55,9 +53,9 @@ std::string text(const std::vector<Balance>& balances, std::string_view locale)
 
 }
 
-CommandAnswer BalancesCommand::run(const LedgerSnapshot& snapshot, const OutputStyle& style)
+CommandAnswer BalancesCommand::run(const Source& source, const OutputStyle& style)
 {
-    const auto balances = balancesOf(snapshot);
+    const auto balances = balancesOf(source.accounts);
     switch (style.format) {
     case OutputFormat::json:
         return {Json::encode(balances) + "\n"};

@@ -1,44 +1,65 @@
 #include "LedgerCLI/BookFiles.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <iterator>
+#include <optional>
 
 #include <fmt/core.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include "LedgerCLI/CommandWords.h"
 #include "LedgerCore/Domain/CsvDocument.h"
-#include "LedgerCore/Domain/Json.h"
 
 namespace {
 
 constexpr std::string_view standardStream = "-";
 
-std::string allOf(std::istream& input)
+/// Makes room for a text and what its reader needs past its end. A large one gets large pages where the system has
+/// them: handing out four kilobytes at a time would cost more than reading the file.
+void makeRoom(std::string& text, std::size_t size)
 {
-    return {std::istreambuf_iterator<char>{input}, {}};
+    text.reserve(size + Json::padding);
+#ifdef MADV_HUGEPAGE
+    constexpr std::uintptr_t pageSize = 4096;
+    const auto begin = (reinterpret_cast<std::uintptr_t>(text.data()) + pageSize - 1) / pageSize * pageSize;
+    const auto end = reinterpret_cast<std::uintptr_t>(text.data() + text.capacity()) / pageSize * pageSize;
+    if (end > begin)
+        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE); // a wish: refusal costs only time
+#endif
+}
+
+/// All that there is to read, likely `expected` bytes; nothing when reading fails.
+std::optional<std::string> allOf(std::istream& input, std::size_t expected)
+{
+    constexpr std::size_t leastRoom = std::size_t{1} << 16;
+    std::string content;
+    makeRoom(content, std::max(expected, leastRoom));
+    while (input.peek() != std::istream::traits_type::eof()) { // asked first, lest a whole text move for no more bytes
+        const auto before = content.size();
+        if (before + Json::padding >= content.capacity())
+            makeRoom(content, 2 * before);
+        content.resize_and_overwrite(content.capacity() - Json::padding, [&](char* bytes, std::size_t room) {
+            input.read(bytes + before, static_cast<std::streamsize>(room - before));
+            return before + static_cast<std::size_t>(input.gcount());
+        });
+    }
+    return input.bad() ? std::nullopt : std::optional{std::move(content)};
 }
 
 /// The bytes of a file, or of a pipe by its name; nothing when it cannot be opened or read.
 std::optional<std::string> contentOf(const std::string& path)
 {
     std::error_code unknown;
-    const auto size = std::filesystem::is_regular_file(path, unknown) ? std::filesystem::file_size(path, unknown) : 0;
+    const bool isFile = std::filesystem::is_regular_file(path, unknown);
+    const auto size = isFile ? std::filesystem::file_size(path, unknown) : 0;
     std::ifstream input{path, std::ios::binary};
     if (!input || std::filesystem::is_directory(path, unknown))
         return std::nullopt;
-    std::string content;
-    content.reserve(size + Json::padding);
-    content.resize_and_overwrite(size, [&](char* bytes, std::size_t) { // what is known to be there is read at once
-        input.read(bytes, static_cast<std::streamsize>(size));
-        return static_cast<std::size_t>(input.gcount());
-    });
-    if (!input)
-        return std::nullopt;
-    content += allOf(input);
-    return content;
+    return allOf(input, unknown ? 0 : static_cast<std::size_t>(size));
 }
 
 bool writeTo(const std::filesystem::path& path, std::string_view content)
@@ -81,24 +102,22 @@ bool put(const std::filesystem::path& path, std::string_view content)
 
 std::expected<std::string, CommandFailure> BookFiles::read(const std::string& path, std::string_view locale)
 {
-    if (path == standardStream)
-        return allOf(std::cin);
-    if (auto content = contentOf(path))
+    if (auto content = path == standardStream ? allOf(std::cin, 0) : contentOf(path))
         return *std::move(content);
     return std::unexpected(CommandFailure{ExitCode::file, CommandWords::filled("unreadable", locale, {path})});
 }
 
-std::expected<LedgerSnapshot, CommandFailure> BookFiles::readSnapshot(const std::string& path, std::string_view locale)
+std::expected<std::string, CommandFailure> BookFiles::snapshotText(const std::string& path, std::string_view locale)
 {
     auto content = read(path, locale);
-    if (!content)
-        return std::unexpected(content.error());
-    if (content->starts_with(CsvDocument::byteOrderMark)) // some editors put one in front
+    if (content && content->starts_with(CsvDocument::byteOrderMark)) // some editors put one in front
         content->erase(0, CsvDocument::byteOrderMark.size());
-    auto snapshot = Json::consume<LedgerSnapshot>(*std::move(content));
-    if (!snapshot)
-        return std::unexpected(CommandFailure{ExitCode::snapshot, CommandWords::filled("noSnapshot", locale, {path})});
-    return *std::move(snapshot);
+    return content;
+}
+
+CommandFailure BookFiles::noSnapshot(const std::string& path, std::string_view locale)
+{
+    return {ExitCode::snapshot, CommandWords::filled("noSnapshot", locale, {path})};
 }
 
 CommandResult BookFiles::write(const std::string& path, std::string content, std::string_view locale)

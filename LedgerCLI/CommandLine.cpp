@@ -4,7 +4,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <deque>
 #include <functional>
 #include <map>
 #include <utility>
@@ -20,15 +19,10 @@
 #include "LedgerCore/Domain/AppLanguage.h"
 #include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerCore/Domain/LedgerImportCSV.h"
+#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/ReportSource.h"
 
 namespace {
-
-/// Large books take long to take apart, and the process ends with its command: they are left for the system to take.
-const LedgerSnapshot& keptToTheEnd(LedgerSnapshot snapshot)
-{
-    static auto& kept = *new std::deque<LedgerSnapshot>;
-    return kept.emplace_back(std::move(snapshot));
-}
 
 constexpr auto footer = R"(Exit codes:
   0  done
@@ -106,8 +100,6 @@ public:
     }
 
 private:
-    using SnapshotCommand = std::function<CommandResult(const LedgerSnapshot&)>;
-
     CLI::App* command(CLI::App& above, const char* name, const char* description)
     {
         auto* added = above.add_subcommand(name, description);
@@ -116,8 +108,9 @@ private:
         return added;
     }
 
-    /// A command on the books of a snapshot file.
-    CLI::App* command(CLI::App& above, const char* name, const char* description, SnapshotCommand run)
+    /// A command on the books of a snapshot file, or on that part of them which it takes.
+    template <class Books = LedgerSnapshot, class Run>
+    CLI::App* command(CLI::App& above, const char* name, const char* description, Run run)
     {
         auto* added = command(above, name, description);
         added->add_option("--snapshot", m_snapshotPath, "The books, as the service returns them; - for standard input")
@@ -125,10 +118,10 @@ private:
             ->option_text("FILE");
         added->callback([this, run = std::move(run)] {
             m_command = [this, run]() -> CommandResult {
-                auto snapshot = BookFiles::readSnapshot(m_snapshotPath, m_style.locale);
-                if (!snapshot)
-                    return std::unexpected(snapshot.error());
-                return run(keptToTheEnd(*std::move(snapshot)));
+                const auto books = BookFiles::readSnapshot<Books>(m_snapshotPath, m_style.locale);
+                if (!books)
+                    return std::unexpected(books.error());
+                return run(**books);
             };
         });
         return added;
@@ -153,15 +146,16 @@ private:
 
     void addBalances()
     {
-        addFormat(*command(m_app, "balances", "What each account holds, by currency",
-                           [this](const LedgerSnapshot& books) { return BalancesCommand::run(books, m_style); }));
+        using Source = BalancesCommand::Source;
+        addFormat(*command<Source>(m_app, "balances", "What each account holds, by currency",
+                                   [this](const Source& books) { return BalancesCommand::run(books, m_style); }));
     }
 
     void addReport()
     {
-        auto* added =
-            command(m_app, "report", "Opening, income, expense, other movements and closing by period",
-                    [this](const LedgerSnapshot& books) { return ReportCommand::run(books, m_report, m_style); });
+        auto* added = command<ReportSource>(
+            m_app, "report", "Opening, income, expense, other movements and closing by period",
+            [this](const ReportSource& books) { return ReportCommand::run(books, m_report, m_style); });
         addFormat(*added);
         const std::map<std::string, Period::Span> spans{
             {"day", Period::Span::day},         {"week", Period::Span::week}, {"month", Period::Span::month},

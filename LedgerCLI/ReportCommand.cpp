@@ -10,9 +10,9 @@
 #include "LedgerCore/Domain/CurrencyInfo.h"
 #include "LedgerCore/Domain/Json.h"
 #include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Money.h"
 #include "LedgerCore/Domain/ReportBook.h"
+#include "LedgerCore/Domain/ReportSource.h"
 
 namespace {
 
@@ -132,18 +132,19 @@ std::expected<std::vector<ReportRange>, CommandFailure> rangesOf(const ReportCom
 }
 
 /// A mistyped currency or account is said to be one, rather than reported as having moved nothing.
-bool isKnown(const ReportCommand::Request& request, const LedgerSnapshot& snapshot, const ReportBook& book)
+bool isKnown(const ReportCommand::Request& request, const std::vector<Account>& accounts, const ReportBook& book)
 {
     const auto currencies = book.currencies();
     const bool isCurrency = CurrencyInfo::isSupported(request.currency) ||
                             std::ranges::find(currencies, request.currency) != currencies.end();
-    return isCurrency &&
-           std::ranges::all_of(request.accountIDs, [&](const auto& id) { return snapshot.account(id) != nullptr; });
+    return isCurrency && std::ranges::all_of(request.accountIDs, [&](const auto& id) {
+               return std::ranges::find(accounts, id, &Account::id) != accounts.end();
+           });
 }
 
 }
 
-CommandResult ReportCommand::run(const LedgerSnapshot& snapshot, const Request& request, const OutputStyle& style)
+CommandResult ReportCommand::run(const ReportSource& source, const Request& request, const OutputStyle& style)
 {
     const auto ranges = rangesOf(request, style.locale);
     if (!ranges)
@@ -151,8 +152,8 @@ CommandResult ReportCommand::run(const LedgerSnapshot& snapshot, const Request& 
     ReportScope scope{.currency = request.currency};
     if (!request.accountIDs.empty())
         scope.accountIDs = request.accountIDs;
-    const auto book = ReportBook::create(snapshot);
-    if (book && !isKnown(request, snapshot, *book))
+    const auto book = ReportBook::create(source);
+    if (book && !isKnown(request, source.accounts, *book))
         return std::unexpected(
             CommandFailure{ExitCode::refused, std::string{CommandWords::text("scopeUnseen", style.locale)}});
     const auto report = book ? book->report(std::move(scope), *ranges) : std::unexpected(book.error());
@@ -160,7 +161,7 @@ CommandResult ReportCommand::run(const LedgerSnapshot& snapshot, const Request& 
         return std::unexpected(
             CommandFailure{ExitCode::refused, std::string{CommandWords::text("figuresUnavailable", style.locale)}});
 
-    const CategoryDirectory directory{snapshot.categories};
+    const CategoryDirectory directory{source.categories};
     std::vector<PeriodFigures> periods;
     for (const auto& period : report->periods)
         periods.push_back(figuresOf(period, directory, style.locale));

@@ -6,7 +6,7 @@
 #include "LedgerCLI/CommandAnswer.h"
 #include "LedgerCore/Domain/Period.h"
 
-struct LedgerSnapshot;
+struct ReportSource;
 
 namespace ReportCommand {
 
@@ -19,6 +19,6 @@ struct Request {
 };
 
 /// Opening, income and expense by category, every other movement, and closing, a period at a time.
-CommandResult run(const LedgerSnapshot& snapshot, const Request& request, const OutputStyle& style);
+CommandResult run(const ReportSource& source, const Request& request, const OutputStyle& style);
 
 }

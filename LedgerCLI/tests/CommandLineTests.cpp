@@ -50,9 +50,9 @@ protected:
     }
     void TearDown() override { std::filesystem::remove_all(m_directory); }
 
-    [[nodiscard]] ProgramRun run(const std::vector<std::string>& arguments) const
+    [[nodiscard]] ProgramRun run(const std::vector<std::string>& arguments, const std::string& piped = {}) const
     {
-        return ProgramRun::of(m_directory.string(), arguments);
+        return ProgramRun::of(m_directory.string(), arguments, piped);
     }
     [[nodiscard]] std::filesystem::path path(const std::string& name) const { return m_directory / name; }
     void write(const std::string& name, std::string_view content) const
@@ -268,6 +268,58 @@ TEST_F(CommandLineProgram, SaysByItsExitCodeWhatWentWrong)
         const auto done = run(each.arguments);
         EXPECT_EQ(done.code, each.code) << testing::PrintToString(each.arguments) << done.errors;
         EXPECT_EQ(done.errors.empty(), each.code == 0 || each.code == 6) << testing::PrintToString(each.arguments);
+    }
+}
+
+TEST_F(CommandLineProgram, RefusesBrokenBooksWhateverPartItReads)
+{
+    const auto whole = Json::encode(books());
+    const struct {
+        const char* name;
+        std::string cut; // of the books, from the first place where it stands
+        std::string put;
+    } faults[] = {
+        {"entries missing", R"("transactions":)", R"("later":)"},
+        {"receipts missing", R"("attachments":[],)", ""},
+        {"receipts of the wrong kind", R"("attachments":[])", R"("attachments":7)"},
+        {"company missing", R"("company":)", R"("firm":)"},
+        {"comma in an entry missing", R"(,"legs":)", R"( "legs":)"},
+        {"bad number in an entry", R"("amountMinor":123456)", R"("amountMinor":1234x6)"},
+        {"bad escape in a note", R"("note":"=late")", R"("note":"=\late")"},
+        {"line break in a note", R"("note":"=late")", "\"note\":\"=\nlate\""},
+        {"the rest missing", R"("t3")" + whole.substr(whole.find(R"("t3")") + 4), R"("t3")"},
+        {"something after the end", R"("categories":)", R"("categories":[]} {"categories":)"},
+    };
+    for (const auto& each : faults) {
+        auto text = whole;
+        const auto at = text.find(each.cut);
+        ASSERT_NE(at, std::string::npos) << each.name;
+        write("faulty.json", text.replace(at, each.cut.size(), each.put));
+        EXPECT_EQ(run({"balances", "--snapshot", "faulty.json"}).code, 4) << each.name;
+        EXPECT_EQ(run({"report", "--snapshot", "faulty.json", "--currency", "USD", "--from", "2024-01-01", "--to",
+                       "2024-12-31"})
+                      .code,
+                  4)
+            << each.name;
+    }
+}
+
+TEST_F(CommandLineProgram, ReadsLargeBooksFromAFileAndFromAPipeAlike)
+{
+    auto large = books();
+    large.transactions.front().note = std::string(300'000, '\\') + "\n";
+    large.members.front().name = std::string(200'000, 'm');
+    write("large.json", Json::encode(large));
+    for (std::vector<std::string> command :
+         {std::vector<std::string>{"balances", "--snapshot"},
+          {"report", "--currency", "USD", "--from", "2024-01-01", "--to", "2024-12-31", "--snapshot"}}) {
+        command.emplace_back("books.json");
+        const auto expected = run(command);
+        EXPECT_EQ(expected.code, 0) << expected.errors;
+        command.back() = "large.json";
+        EXPECT_EQ(run(command).output, expected.output);
+        command.back() = "-";
+        EXPECT_EQ(run(command, "large.json").output, expected.output);
     }
 }
 

@@ -21,9 +21,13 @@ std::string contentOf(const std::string& path)
 
 }
 
-ProgramRun ProgramRun::of(const std::string& directory, const std::vector<std::string>& arguments)
+ProgramRun ProgramRun::of(const std::string& directory, const std::vector<std::string>& arguments,
+                          const std::string& piped)
 {
-    std::string command = "cd " + quoted(directory) + " && LC_ALL=C " + quoted(TALLYFOLD_CLI_PROGRAM);
+    std::string command = "cd " + quoted(directory) + " && ";
+    if (!piped.empty())
+        command += "cat " + quoted(piped) + " | ";
+    command += "LC_ALL=C " + quoted(TALLYFOLD_CLI_PROGRAM);
     for (const auto& argument : arguments)
         command += " " + quoted(argument);
     const int status = std::system((command + " >out.txt 2>err.txt").c_str());
