@@ -163,11 +163,14 @@ Outcome Reader::read(bool& out)
     return error ? Outcome{kindOf(error)} : std::nullopt;
 }
 
+Outcome Reader::pass()
+{
+    return Passage{m_document}.over(valueOf(m_value)) ? Outcome{DecodeError::malformed} : std::nullopt;
+}
+
 Outcome Reader::pass(char opening)
 {
-    if (!valueOf(m_value).raw_json_token().starts_with(opening))
-        return DecodeError::wrongType;
-    return Passage{m_document}.over(valueOf(m_value)) ? Outcome{DecodeError::malformed} : std::nullopt;
+    return valueOf(m_value).raw_json_token().starts_with(opening) ? pass() : DecodeError::wrongType;
 }
 
 Outcome Reader::eachField(void* context, FieldVisitor visit)

@@ -70,7 +70,9 @@ public:
     Outcome read(std::string_view& out);
     Outcome read(std::int64_t& out);
     Outcome read(bool& out);
-    /// Passes over a value that starts with this character, checking that it and all in it is well-formed.
+    /// Passes over a value, checking that it and all in it is well-formed.
+    Outcome pass();
+    /// The same for a value that has to start with this character.
     Outcome pass(char opening);
     Outcome eachField(void* context, FieldVisitor visit);
     /// Tells a long array's likely size once, so that it need not grow step by step.
@@ -241,7 +243,7 @@ Outcome readValue(Reader& in, Record& out)
             now.seen |= std::uint64_t{1} << at;
             return Table::rows[at].read(value, now.record);
         }
-        return std::nullopt;
+        return value.pass();
     });
     if (failed)
         return failed;

@@ -96,8 +96,11 @@ TEST(Json, RefusesValuesThatAreNotReadWhenTheyAreBrokenOrOfTheWrongKind)
         "[1,,2]",  "[1 2]", "[1,]", R"([{"a" 1}])", R"([{"a":1,}])", R"([{"a"}])",  R"([{1:2}])", "[{]}",
         "[tru]",   "[nul]", "[01]", "[1x]",         "[-]",           "[.5]",        "[x]",        R"(["\q"])",
         "[falsey", "[1",    "[}",   R"(["\u12"])",  "[\"a\nb\"]",    "[\"a\xff\"]", "[\"a\\\"]",  "[1]]"};
-    for (const auto& legs : broken)
+    for (const auto& legs : broken) {
         EXPECT_EQ(refusalOf(skimmed(R"("")", legs)), Json::DecodeError::malformed) << legs;
+        const auto withUnknownKey = R"({"note":"","legs":[],"last":7,"later":)" + legs + "}";
+        EXPECT_EQ(refusalOf(withUnknownKey), Json::DecodeError::malformed) << legs;
+    }
     constexpr std::size_t deep = 200'000;
     EXPECT_EQ(refusalOf(skimmed(R"("")", std::string(deep, '[') + std::string(deep, ']'))),
               Json::DecodeError::malformed);
