@@ -38,6 +38,17 @@ void FocusChain::continueWith(QWidget* part, QWidget* next)
         QWidget::setTabOrder(last, next);
 }
 
+QWidget* FocusChain::insert(QWidget* stop, const QWidget* part)
+{
+    for (auto* each : part->findChildren<QWidget*>()) {
+        if (each->focusPolicy() == Qt::NoFocus)
+            continue;
+        QWidget::setTabOrder(stop, each);
+        stop = each;
+    }
+    return stop;
+}
+
 bool FocusChain::hasFocus(const QWidget* part)
 {
     const auto* focus = QApplication::focusWidget();

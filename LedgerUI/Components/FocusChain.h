@@ -11,6 +11,10 @@ QWidget* firstStop(QWidget* part);
 /// Has Tab go from the last control of `part` to `next`.
 void continueWith(QWidget* part, QWidget* next);
 
+/// Has Tab go from `stop` through the controls inside `part`, in the order in which they were made; answers the last.
+/// For controls made later than those that come after them.
+QWidget* insert(QWidget* stop, const QWidget* part);
+
 /// Whether the focus is on `part` or inside it.
 bool hasFocus(const QWidget* part);
 

@@ -44,6 +44,8 @@ void SegmentedControl::addSegment(int id, const QString& text, const QString& gl
         button->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
     }
     m_group->addButton(button, id);
+    // Segments may come long after what follows the control in its window.
+    setTabOrder(m_buttons.empty() ? static_cast<QWidget*>(m_combo) : m_buttons.back(), button);
     m_buttons.push_back(button);
     m_combo->addItem(button->icon(), text, id);
     setSegmentText(id, text);

@@ -12,5 +12,5 @@ std::vector<std::string> auditLabels(QWidget& root);
 /// The names of all visible controls that Tab can reach but that have no objectName or no name for readers.
 std::vector<std::string> auditControls(QWidget& root);
 
-/// The object names that Tab visits from `first` on, until it comes round.
+/// The object names that presses of Tab visit from `first` on, until they come round.
 std::vector<std::string> tabOrder(QWidget& first);

@@ -143,6 +143,15 @@ TEST(TransactionForm, RecordsAnExpenseByKeyboardAlone)
     waitUntil([&] { return under.form.isNull(); });
 }
 
+TEST(TransactionForm, IsTabbedThroughInReadingOrder)
+{
+    FormUnderTest under;
+    EXPECT_EQ(
+        tabOrder(under.control("segment0")),
+        (std::vector<std::string>{"segment0", "entryAccount", "entryCurrency", "entryAmount", "entryCategory0",
+                                  "entryCategory1", "entryAllCategories", "entryNote", "entryCancel", "entrySave"}));
+}
+
 TEST(TransactionForm, SendsNothingOnASecondClick)
 {
     FormUnderTest under;

@@ -121,12 +121,12 @@ TEST_F(Workspace, IsWalkedByKeyboard)
 
 TEST_F(Workspace, IsTabbedThroughFromSideBarToStatusBarEvenAfterItsPagesChanged)
 {
-    under.signIn(employeeBooks());
+    under.openDemonstration(employeeBooks());
     under.server.replace("GET v1/snapshot", ServerReply::json(SnapshotBuilder{}.json()));
     std::ignore = resultOf(under.store.refresh(true));
     EXPECT_EQ(tabOrder(*under.find("page-ledger")),
-              (std::vector<std::string>{"page-ledger", "page-company", "memberButton", "firstPane", "secondPane",
-                                        "refreshButton"}));
+              (std::vector<std::string>{"page-ledger", "copyDemonstrationEmail", "memberButton", "firstPane",
+                                        "secondPane", "refreshButton"}));
 }
 
 TEST_F(Workspace, RefreshesByKeyOnceAndSaysSo)

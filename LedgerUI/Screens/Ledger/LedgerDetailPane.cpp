@@ -8,6 +8,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/FocusChain.h"
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/IconButton.h"
 #include "LedgerUI/Components/TextLabel.h"
@@ -195,6 +196,7 @@ void LedgerDetailPane::showBody(LedgerDetailBody* body)
     if (auto* old = m_scroll->takeWidget())
         old->deleteLater();
     m_scroll->setWidget(body);
+    m_lastStop = FocusChain::insert(m_close, body);
 }
 
 void LedgerDetailPane::setFoot(QWidget* action)
@@ -211,4 +213,5 @@ void LedgerDetailPane::setFoot(QWidget* action)
         return;
     m_footRow->addWidget(action);
     m_footRow->addStretch(1);
+    setTabOrder(m_lastStop, action);
 }

@@ -72,4 +72,5 @@ private:
     QScrollArea* m_scroll = nullptr;
     QFrame* m_foot = nullptr;
     QHBoxLayout* m_footRow = nullptr;
+    QWidget* m_lastStop = nullptr; // of the body, after which Tab goes to the foot
 };

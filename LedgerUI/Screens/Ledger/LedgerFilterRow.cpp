@@ -204,8 +204,11 @@ bool LedgerFilterRow::eventFilter(QObject* watched, QEvent* event)
     if (watched == m_search && event->type() == QEvent::KeyPress) {
         const auto key = static_cast<QKeyEvent*>(event)->key();
         const auto modifiers = static_cast<QKeyEvent*>(event)->modifiers();
-        if (key == Qt::Key_Escape && clearSearch())
+        if (key == Qt::Key_Escape) {
+            if (!clearSearch())
+                Q_EMIT leftByEscape();
             return true;
+        }
         const bool goesDown = key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter;
         if (goesDown && modifiers == Qt::NoModifier) {
             applyText();

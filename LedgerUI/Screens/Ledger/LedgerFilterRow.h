@@ -36,6 +36,8 @@ Q_SIGNALS:
     void filterWanted(const LedgerFilter& filter);
     void detailToggled();
     void leftDownwards();
+    /// Esc in a search that is empty.
+    void leftByEscape();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

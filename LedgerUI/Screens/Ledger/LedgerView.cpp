@@ -138,6 +138,7 @@ void LedgerView::bindParts()
             m_table->selectRow(0);
         m_table->setFocus();
     });
+    connect(m_filters, &LedgerFilterRow::leftByEscape, this, &LedgerView::leaveDetail);
     connect(m_notice, &LedgerNoticeView::filterWanted, this, &LedgerView::wantFilter);
     connect(m_notice, &LedgerNoticeView::recordWanted, this, [this] { m_newEntry->begin(); });
     connect(m_notice, &LedgerNoticeView::openingWanted, this, [this] { record(std::string{EntryKind::opening}); });

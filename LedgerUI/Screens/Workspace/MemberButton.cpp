@@ -26,7 +26,6 @@ MemberButton::MemberButton(LedgerStore& store, QWidget* parent) : QWidget{parent
     m_button = new CardButton(CardButton::Lead::initials, buttonHeight, this);
     m_button->setObjectName(QStringLiteral("memberButton"));
     m_button->setTrailing(QStringLiteral("gear"));
-    setFocusProxy(m_button);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_button);
@@ -43,6 +42,11 @@ MemberButton::MemberButton(LedgerStore& store, QWidget* parent) : QWidget{parent
 void MemberButton::setFolded(bool isFolded)
 {
     m_button->setShape(isFolded ? CardButton::Shape::folded : CardButton::Shape::full);
+}
+
+QWidget* MemberButton::tabStop() const
+{
+    return m_button;
 }
 
 void MemberButton::changeEvent(QEvent* event)

@@ -15,6 +15,7 @@ public:
     explicit MemberButton(LedgerStore& store, QWidget* parent = nullptr);
 
     void setFolded(bool isFolded);
+    [[nodiscard]] QWidget* tabStop() const;
 
 protected:
     void changeEvent(QEvent* event) override;

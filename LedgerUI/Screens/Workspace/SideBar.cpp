@@ -9,6 +9,7 @@
 
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerUI/Components/CardButton.h"
+#include "LedgerUI/Components/FocusChain.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/KeyBindings.h"
 #include "LedgerUI/Presentation/WorkspaceWords.h"
@@ -62,12 +63,8 @@ void SideBar::setPages(const std::vector<WorkspacePage>& pages)
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         m_group->addButton(button, static_cast<int>(page));
         m_pageRows->addWidget(button);
-        if (!m_buttons.empty())
-            setTabOrder(m_buttons.back(), button);
         m_buttons.push_back(button);
     }
-    if (!m_buttons.empty())
-        setTabOrder(m_buttons.back(), m_member->focusProxy());
     setFolded(m_isFolded);
     retranslate();
 }
@@ -91,6 +88,15 @@ void SideBar::setFolded(bool isFolded)
         button->setToolButtonStyle(isFolded ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
         button->setFixedHeight(isFolded ? railButtonHeight : pageButtonHeight);
     }
+}
+
+void SideBar::comeAfter(QWidget* stop)
+{
+    for (auto* button : m_buttons) {
+        setTabOrder(stop, button);
+        stop = button;
+    }
+    setTabOrder(FocusChain::insert(stop, m_notice), m_member->tabStop());
 }
 
 QWidget* SideBar::focusTarget() const

@@ -23,6 +23,8 @@ public:
     void setPages(const std::vector<WorkspacePage>& pages);
     void choose(WorkspacePage page);
     void setFolded(bool isFolded);
+    /// Has Tab come here after `stop`: pages, notice, member.
+    void comeAfter(QWidget* stop);
     /// Where F6 goes: the chosen page's button.
     [[nodiscard]] QWidget* focusTarget() const;
 

@@ -54,8 +54,9 @@ void WorkspaceView::open(WorkspacePage page)
         connect(view, &PageView::statusContextChanged, this, &WorkspaceView::presentContext);
     }
     m_stack->setCurrentWidget(view);
-    // Side bar, page, status bar: whatever was made last stands at the end otherwise.
+    // Page, status bar, and round to the side bar: whatever was made last stands at the end otherwise.
     FocusChain::continueWith(view, m_status->tabStop());
+    m_sideBar->comeAfter(m_status->tabStop());
     m_sideBar->choose(page);
     presentContext();
 }
