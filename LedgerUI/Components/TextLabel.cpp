@@ -26,9 +26,8 @@ void TextLabel::setInk(const ThemeColor& ink)
 
 void TextLabel::applyInk()
 {
-    auto inked = palette();
-    inked.setColor(QPalette::WindowText, Theme::current().color(*m_ink));
-    setPalette(inked);
+    // A palette would be lost whenever a pane around the label is dressed anew.
+    setStyleSheet(QStringLiteral("color: %1").arg(Theme::current().color(*m_ink).name()));
 }
 
 void TextLabel::setBold(bool isBold)
@@ -41,6 +40,9 @@ void TextLabel::setBold(bool isBold)
 void TextLabel::resizeEvent(QResizeEvent* event)
 {
     QLabel::resizeEvent(event);
-    if (wordWrap() && !text().isEmpty())
-        setMinimumHeight(heightForWidth(width()));
+    if (!wordWrap() || text().isEmpty())
+        return;
+    // The height needed counts the minimum in: a label that became wider would keep the height of the narrow one.
+    setMinimumHeight(0);
+    setMinimumHeight(heightForWidth(width()));
 }

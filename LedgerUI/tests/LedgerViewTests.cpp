@@ -105,6 +105,8 @@ TEST(LedgerView, FindsOpensAndCopiesAnEntryByKeyboardAlone)
     page.press(Qt::Key_Escape);
     EXPECT_EQ(page.find<QLineEdit>("ledgerSearch")->text(), QString{});
     EXPECT_EQ(page.find<QTableView>("ledgerTable")->model()->rowCount(), 7);
+    page.press(Qt::Key_Escape);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("ledgerTable"));
 }
 
 TEST(LedgerView, MovesThroughPeriodsByKeyAndStopsAtTheOneThatHoldsToday)
@@ -211,6 +213,42 @@ TEST(LedgerView, ShowsBalancesUntilAnEntryIsChosenAndLeadsToOneAccount)
     EXPECT_EQ(page.textOf("detailHeadline"), "Funding");
     page.find<QTableView>("ledgerTable")->clearSelection();
     EXPECT_EQ(page.textOf("detailHeadline"), "Account balances");
+}
+
+TEST(LedgerView, IsTabbedThroughInReadingOrderWhateverTheDetailShows)
+{
+    const OpenedLedger page{
+        snapshot().account("bank", {"USD"}).grantAll().expense("e", "2026-11-19", "bank", "USD", 100)};
+    auto* table = page.find<QTableView>("ledgerTable");
+    const auto upToDetail = [&] {
+        auto stops = tabOrder(*table);
+        stops.resize(4);
+        return stops;
+    };
+    EXPECT_EQ(upToDetail(), (std::vector<std::string>{"ledgerTable", "totalsMore", "detailClose", "balanceAccount"}));
+    table->selectRow(0);
+    page.settle();
+    EXPECT_EQ(upToDetail(), (std::vector<std::string>{"ledgerTable", "totalsMore", "detailClose", "reverseButton"}));
+}
+
+TEST(LedgerView, OpensTheDetailOverTheTableWithItsTextsInPlace)
+{
+    const OpenedLedger page{sampleLedger(), smallest};
+    page.find<QTableView>("ledgerTable")->selectRow(2);
+    page.find<QTableView>("ledgerTable")->setFocus();
+    page.press(Qt::Key_Return);
+    page.settle();
+    const auto* headline = page.find<QLabel>("detailHeadline");
+    EXPECT_EQ(headline->palette().color(QPalette::WindowText), QColor(0x85, 0x56, 0x00)); // a refund's ochre
+    for (const auto* label : page.find<LedgerDetailPane>("detailPane")->findChildren<QLabel*>()) {
+        const int lines = label->wordWrap()
+                              ? label->fontMetrics()
+                                    .boundingRect(QRect{0, 0, label->width(), 1000}, Qt::TextWordWrap, label->text())
+                                    .height()
+                              : 0;
+        if (lines > 0)
+            EXPECT_EQ(label->height(), lines) << label->text().toStdString();
+    }
 }
 
 TEST(LedgerView, FollowsALinkToAnEntryOfAnotherPeriod)
