@@ -59,14 +59,16 @@ public:
 
     simdjson::error_code over(ondemand::value& value)
     {
-        switch (value.raw_json_token().front()) {
+        const auto token = value.raw_json_token();
+        if (token.empty()) // the text ends where the value should stand
+            return simdjson::INCOMPLETE_ARRAY_OR_OBJECT;
+        switch (token.front()) {
         case '{':
             return overAll<ondemand::object>(value.get_object());
         case '[':
             return overAll<ondemand::array>(value.get_array());
         case '"':
-            return isEscaped(value.raw_json_token(), m_document) ? value.get_string().error()
-                                                                 : value.get_raw_json_string().error();
+            return isEscaped(token, m_document) ? value.get_string().error() : value.get_raw_json_string().error();
         case 't':
         case 'f':
             return value.get_bool().error();
@@ -170,7 +172,8 @@ Outcome Reader::pass()
 
 Outcome Reader::pass(char opening)
 {
-    return valueOf(m_value).raw_json_token().starts_with(opening) ? pass() : DecodeError::wrongType;
+    const auto token = valueOf(m_value).raw_json_token();
+    return token.empty() || token.front() == opening ? pass() : DecodeError::wrongType;
 }
 
 Outcome Reader::eachField(void* context, FieldVisitor visit)

@@ -110,6 +110,15 @@ TEST(Json, RefusesValuesThatAreNotReadWhenTheyAreBrokenOrOfTheWrongKind)
     EXPECT_EQ(refusalOf(R"({"note":"","last":7})"), Json::DecodeError::missingField);
 }
 
+TEST(Json, RefusesADocumentCutShortAnywhere)
+{
+    const std::string whole =
+        R"({"later": [1, {"b": [true, null]}, "c\\"], "note": "a\"b", "legs": [ [], {} ], "last": 7})";
+    ASSERT_EQ(refusalOf(whole), std::nullopt);
+    for (std::size_t length = 0; length < whole.size(); ++length)
+        EXPECT_EQ(refusalOf(whole.substr(0, length)), Json::DecodeError::malformed) << whole.substr(0, length);
+}
+
 struct Refused {
     const char* name;
     const char* text;
