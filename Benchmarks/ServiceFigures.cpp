@@ -91,8 +91,8 @@ Samples postUntil(std::chrono::steady_clock::time_point end, std::uint16_t port,
     return samples;
 }
 
-/// Entries a second that these clients post together.
-double postingRate(const Options& options, std::uint16_t port, const SignedIn& signedIn, int clients)
+/// How many entries these clients post together in the time of a turn.
+std::size_t post(const Options& options, std::uint16_t port, const SignedIn& signedIn, int clients)
 {
     const auto input = incomeFor(signedIn.snapshot);
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{options.seconds};
@@ -102,33 +102,43 @@ double postingRate(const Options& options, std::uint16_t port, const SignedIn& s
         for (int each = 0; each < clients; ++each)
             threads.emplace_back([&] { posted += postUntil(end, port, signedIn.token, input).count(); });
     }
-    return static_cast<double>(posted) / options.seconds;
+    return posted;
 }
 
-void printRates(std::string_view name, std::vector<double> rates)
+void printRates(std::string_view name, std::vector<std::size_t> counts, int seconds)
 {
-    std::ranges::sort(rates);
-    fmt::print("{:<44} {:>7.0f} a second  {:.0f} to {:.0f} of {}\n", name, rates[rates.size() / 2], rates.front(),
-               rates.back(), rates.size());
+    std::ranges::sort(counts);
+    const auto rate = [&](std::size_t count) { return static_cast<double>(count) / seconds; };
+    fmt::print("{:<44} {:>7.0f} a second  {:.0f} to {:.0f} of {}\n", name, rate(counts[counts.size() / 2]),
+               rate(counts.front()), rate(counts.back()), counts.size());
+}
+
+/// Figures of entries that were not kept would be worth nothing.
+void checkKept(std::uint16_t port, std::size_t expected)
+{
+    const auto kept = signIn(port).snapshot.transactions.size();
+    if (kept != expected)
+        throw std::runtime_error(fmt::format("{} entries were accepted and {} are there", expected, kept));
 }
 
 /// The disk's pace changes from minute to minute, so that what is compared takes turns.
 void measurePosting(const Options& options, const std::string& bareFile, std::uint16_t port, const SignedIn& signedIn)
 {
-    std::vector<double> bare;
-    std::vector<double> one;
-    std::vector<double> several;
-    postingRate(options, port, signedIn, 1); // until the log has its size
+    std::vector<std::size_t> bare;
+    std::vector<std::size_t> one;
+    std::vector<std::size_t> several;
+    auto expected = options.entries + post(options, port, signedIn, 1); // until the log has its size
     for (int each = 0; each < options.repetitions; ++each) {
-        const auto commits = bareCommits(bareFile, std::chrono::seconds{options.seconds}).count();
-        bare.push_back(static_cast<double>(commits) / options.seconds);
-        one.push_back(postingRate(options, port, signedIn, 1));
-        several.push_back(postingRate(options, port, signedIn, severalClients));
+        bare.push_back(bareCommits(bareFile, std::chrono::seconds{options.seconds}).count());
+        one.push_back(post(options, port, signedIn, 1));
+        several.push_back(post(options, port, signedIn, severalClients));
+        expected += one.back() + several.back();
     }
+    checkKept(port, expected);
     fmt::print("on a ledger of {} entries:\n", options.entries);
-    printRates("bare durable commits", std::move(bare));
-    printRates("entries posted by one client", std::move(one));
-    printRates("entries posted by four clients", std::move(several));
+    printRates("bare durable commits", std::move(bare), options.seconds);
+    printRates("entries posted by one client", std::move(one), options.seconds);
+    printRates("entries posted by four clients", std::move(several), options.seconds);
 }
 
 void measureSnapshot(const Options& options, const std::string& databaseFile, std::uint16_t port,
@@ -139,6 +149,7 @@ void measureSnapshot(const Options& options, const std::string& databaseFile, st
     Samples overHttp;
     for (int each = 0; each < options.repetitions; ++each)
         overHttp.time([&] { body = client.send("GET", "/v1/snapshot", signedIn.token).body; });
+    const auto received = body.size();
     const auto database = Database::open(databaseFile);
     if (!database)
         throw std::runtime_error(database.error());
@@ -149,9 +160,12 @@ void measureSnapshot(const Options& options, const std::string& databaseFile, st
     for (int each = 0; each < options.repetitions; ++each) {
         std::optional<LedgerSnapshot> snapshot;
         const Transaction transaction{*loan, Transaction::Mode::reading};
-        reading.time([&] { snapshot = SnapshotReader::read(*loan, company, signedIn.snapshot.currentMember.id); });
-        encoding.time([&] { body = Json::encode(*snapshot); });
+        reading.timeThread(
+            [&] { snapshot = SnapshotReader::read(*loan, company, signedIn.snapshot.currentMember.id); });
+        encoding.timeThread([&] { body = Json::encode(*snapshot); });
     }
+    if (received != body.size())
+        throw std::runtime_error(fmt::format("{} bytes came of a snapshot of {}", received, body.size()));
     fmt::print("snapshot of {} entries: {} bytes\n", options.entries, body.size());
     overHttp.print("snapshot over HTTP, whole");
     reading.print("  rows read into the snapshot");
@@ -166,8 +180,8 @@ void measure(const Options& options)
     ServedBooks::write(file, options.entries);
     const ServiceProcess service{options.program, file};
     const auto signedIn = signIn(service.port());
-    measurePosting(options, (folder / "bare.sqlite").string(), service.port(), signedIn);
     measureSnapshot(options, file, service.port(), signedIn);
+    measurePosting(options, (folder / "bare.sqlite").string(), service.port(), signedIn);
 }
 
 }
