@@ -151,6 +151,7 @@ private:
     std::expected<APIClient, Failure> client();
     [[nodiscard]] std::expected<APIRequest, Failure> authorized(APIRequest request) const;
     QCoro::Task<Result<std::string>> exchange(APIRequest request);
+    QCoro::Task<Result<LoadedSnapshot>> fetchSnapshot(APIRequest request);
     QCoro::Task<Result<LoadedSnapshot>> readSnapshot(std::string body);
 
     // Pieces of work that run inside `operation`.

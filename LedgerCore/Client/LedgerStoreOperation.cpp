@@ -75,15 +75,8 @@ QCoro::Task<Result<std::string>> LedgerStore::exchange(APIRequest request)
 
 QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)
 {
-    auto prepared = authorized(std::move(request));
-    if (!prepared)
-        co_return std::unexpected(prepared.error());
-    auto sent = exchange(std::move(*prepared));
-    auto body = co_await sent;
-    if (!body)
-        co_return std::unexpected(body.error());
-    auto reading = readSnapshot(*std::move(body));
-    auto loaded = co_await reading;
+    auto fetching = fetchSnapshot(std::move(request));
+    auto loaded = co_await fetching;
     if (!loaded)
         co_return std::unexpected(loaded.error());
     replaceSnapshot(std::move(*loaded));

@@ -27,21 +27,27 @@ QCoro::Task<Result<void>> LedgerStore::refreshFromUser()
 
 QCoro::Task<Result<void>> LedgerStore::load()
 {
-    auto request = authorized({.path = "v1/snapshot"});
-    if (!request)
-        co_return std::unexpected(request.error());
-    auto sent = exchange(std::move(*request));
-    auto body = co_await sent;
-    if (!body)
-        co_return std::unexpected(body.error());
-    auto reading = readSnapshot(*std::move(body));
-    auto loaded = co_await reading;
+    auto fetching = fetchSnapshot({.path = "v1/snapshot"});
+    auto loaded = co_await fetching;
     if (!loaded)
         co_return std::unexpected(loaded.error());
     if (const auto refused = Approval::whyNot(loaded->fresh->company))
         co_return std::unexpected(*refused);
     replaceSnapshot(std::move(*loaded));
     co_return Result<void>{};
+}
+
+QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::fetchSnapshot(APIRequest request)
+{
+    auto prepared = authorized(std::move(request));
+    if (!prepared)
+        co_return std::unexpected(prepared.error());
+    auto sent = exchange(std::move(*prepared));
+    auto body = co_await sent;
+    if (!body)
+        co_return std::unexpected(body.error());
+    auto reading = readSnapshot(*std::move(body));
+    co_return co_await reading;
 }
 
 QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readSnapshot(std::string body)
