@@ -38,7 +38,7 @@ void PeriodGridView::present(PeriodGrid grid, const std::optional<Period>& chose
     m_grid = std::move(grid);
     m_chosen = chosen;
     m_hovered = -1;
-    const auto& cells = m_grid->cells;
+    const auto& cells = m_grid.cells;
     const auto held = std::ranges::find_if(cells, [&](const PeriodCell& cell) {
         return cell.period.firstDay() <= current && current <= cell.period.lastDay();
     });
@@ -56,13 +56,13 @@ QSize PeriodGridView::sizeHint() const
 
 int PeriodGridView::headHeight() const
 {
-    return m_grid && !m_grid->heads.empty() ? 20 : 0;
+    return !m_grid.heads.empty() ? 20 : 0;
 }
 
 QRect PeriodGridView::cellRect(int at) const
 {
-    const int columns = m_grid->columns;
-    const int rows = (static_cast<int>(m_grid->cells.size()) + columns - 1) / columns;
+    const int columns = m_grid.columns;
+    const int rows = (static_cast<int>(m_grid.cells.size()) + columns - 1) / columns;
     const int row = at / columns;
     const int column = at % columns;
     const int top = headHeight();
@@ -76,7 +76,7 @@ QRect PeriodGridView::cellRect(int at) const
 
 int PeriodGridView::cellAt(QPoint point) const
 {
-    for (int at = 0; m_grid && at < static_cast<int>(m_grid->cells.size()); ++at) {
+    for (int at = 0; at < static_cast<int>(m_grid.cells.size()); ++at) {
         if (cellRect(at).contains(point))
             return at;
     }
@@ -85,24 +85,24 @@ int PeriodGridView::cellAt(QPoint point) const
 
 void PeriodGridView::paintEvent(QPaintEvent* /*event*/)
 {
-    if (!m_grid)
+    if (m_grid.cells.empty())
         return;
     QPainter painter{this};
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setFont(TypeScale::font(TypeStep::micro));
     painter.setPen(color(Token::text2));
-    const int columns = m_grid->columns;
-    for (int column = 0; column < static_cast<int>(m_grid->heads.size()); ++column) {
+    const int columns = m_grid.columns;
+    for (int column = 0; column < static_cast<int>(m_grid.heads.size()); ++column) {
         const QRect head{column * width() / columns, 0, width() / columns, headHeight()};
-        painter.drawText(head, Qt::AlignCenter, m_grid->heads[static_cast<std::size_t>(column)]);
+        painter.drawText(head, Qt::AlignCenter, m_grid.heads[static_cast<std::size_t>(column)]);
     }
-    for (int at = 0; at < static_cast<int>(m_grid->cells.size()); ++at)
+    for (int at = 0; at < static_cast<int>(m_grid.cells.size()); ++at)
         paintCell(painter, at);
 }
 
 void PeriodGridView::paintCell(QPainter& painter, int at) const
 {
-    const auto& cell = m_grid->cells[static_cast<std::size_t>(at)];
+    const auto& cell = m_grid.cells[static_cast<std::size_t>(at)];
     const auto rect = cellRect(at);
     const bool isChosen = m_chosen && *m_chosen == cell.period;
     painter.setPen(Qt::NoPen);
@@ -128,7 +128,7 @@ void PeriodGridView::paintCell(QPainter& painter, int at) const
     const auto micro = TypeScale::font(TypeStep::micro);
     painter.setPen(color(ink));
     painter.setFont(body);
-    if (m_grid->columns == 1) {
+    if (m_grid.columns == 1) {
         const auto row = rect.adjusted(Space::step2, 0, -Space::step2, 0);
         painter.drawText(row, Qt::AlignVCenter | Qt::AlignLeft, cell.label);
         painter.setFont(micro);
@@ -147,7 +147,7 @@ void PeriodGridView::paintCell(QPainter& painter, int at) const
 
 void PeriodGridView::keyPressEvent(QKeyEvent* event)
 {
-    if (!m_grid || event->modifiers().testFlag(Qt::AltModifier)) {
+    if (m_grid.cells.empty() || event->modifiers().testFlag(Qt::AltModifier)) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -159,10 +159,10 @@ void PeriodGridView::keyPressEvent(QKeyEvent* event)
         moveBy(1);
         break;
     case Qt::Key_Up:
-        moveBy(-m_grid->columns);
+        moveBy(-m_grid.columns);
         break;
     case Qt::Key_Down:
-        moveBy(m_grid->columns);
+        moveBy(m_grid.columns);
         break;
     case Qt::Key_PageUp:
         Q_EMIT pageWanted(-1);
@@ -185,9 +185,9 @@ void PeriodGridView::moveBy(int cells)
     const int next = m_current + cells;
     if (next < 0)
         Q_EMIT pageWanted(-1);
-    else if (next >= static_cast<int>(m_grid->cells.size()))
+    else if (next >= static_cast<int>(m_grid.cells.size()))
         Q_EMIT pageWanted(1);
-    else if (m_grid->cells[static_cast<std::size_t>(next)].isOffered)
+    else if (m_grid.cells[static_cast<std::size_t>(next)].isOffered)
         setCurrent(next);
 }
 
@@ -195,7 +195,7 @@ void PeriodGridView::setCurrent(int at)
 {
     m_current = at;
     // The grid stands for its current cell, so that a reader hears where the keys are.
-    setAccessibleName(m_grid->cells[static_cast<std::size_t>(at)].spoken);
+    setAccessibleName(m_grid.cells[static_cast<std::size_t>(at)].spoken);
     QAccessibleEvent event{this, QAccessible::NameChanged};
     QAccessible::updateAccessibility(&event);
     update();
@@ -203,8 +203,8 @@ void PeriodGridView::setCurrent(int at)
 
 void PeriodGridView::choose(int at)
 {
-    if (at >= 0 && m_grid->cells[static_cast<std::size_t>(at)].isOffered)
-        Q_EMIT periodChosen(Period{m_grid->cells[static_cast<std::size_t>(at)].period});
+    if (at >= 0 && m_grid.cells[static_cast<std::size_t>(at)].isOffered)
+        Q_EMIT periodChosen(Period{m_grid.cells[static_cast<std::size_t>(at)].period});
 }
 
 void PeriodGridView::mousePressEvent(QMouseEvent* event)

@@ -41,7 +41,7 @@ private:
     void setCurrent(int at);
     void choose(int at);
 
-    std::optional<PeriodGrid> m_grid;
+    PeriodGrid m_grid; // without cells until a page is shown
     std::optional<Period> m_chosen;
     int m_current = 0;
     int m_hovered = -1;

@@ -52,7 +52,7 @@ QSize WrapLayout::minimumSize() const
 void WrapLayout::setGeometry(const QRect& rect)
 {
     QLayout::setGeometry(rect);
-    run(rect, Pass::place);
+    static_cast<void>(run(rect, Pass::place)); // the height was asked for before
 }
 
 int WrapLayout::run(const QRect& rect, Pass pass) const

@@ -23,7 +23,7 @@ public:
 
 private:
     enum class Pass { measure, place };
-    int run(const QRect& rect, Pass pass) const;
+    [[nodiscard]] int run(const QRect& rect, Pass pass) const;
 
     std::vector<QLayoutItem*> m_items;
     int m_gap;

@@ -142,7 +142,7 @@ std::optional<QString> EntryAmountText::pasted(const QString& clipboard, std::st
                                                std::string_view locale)
 {
     const auto marks = marksOf(locale);
-    const auto text = withoutCode(clipboard, currency);
+    auto text = withoutCode(clipboard, currency);
     const auto isPart = [&](QChar each) { return isDigit(each) || each == marks.decimal || each == marks.grouping; };
     if (text.isEmpty() || !isDigit(text.front()) || !std::ranges::all_of(text, isPart))
         return std::nullopt;

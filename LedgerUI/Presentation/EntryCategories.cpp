@@ -93,6 +93,7 @@ std::vector<EntryCategory> EntryCategories::tiles(const LedgerSnapshot& snapshot
     }
     chosen.resize(std::min(chosen.size(), maximumPins));
     std::vector<EntryCategory> tiles;
+    tiles.reserve(chosen.size());
     for (const auto* each : chosen)
         tiles.push_back(shown(*each, directory, locale));
     return tiles;

@@ -12,7 +12,7 @@ namespace {
 
 QString titleOf(const LedgerTransaction& entry, const LedgerSnapshot& snapshot, std::string_view locale)
 {
-    const auto path = EntryCategories::path(snapshot, entry.categoryID.value_or(std::string{}), locale);
+    auto path = EntryCategories::path(snapshot, entry.categoryID.value_or(std::string{}), locale);
     if (!path.isEmpty())
         return path;
     return entryWord("kind." + entry.transferPurpose.value_or(entry.kind));

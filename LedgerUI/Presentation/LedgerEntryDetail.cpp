@@ -116,12 +116,12 @@ void addCorrection(Detail& detail, const LedgerBook& book, const LedgerTransacti
 {
     const auto refusal = LedgerEntryAccess::whyNotReverse(transaction, book.snapshot().currentMember);
     const auto page = LedgerEntryAccess::correctionPage(transaction);
+    // Where nothing is left to correct, that is said before the page that would have corrected it.
+    const bool isSettled = refusal == ReversalRefusal::alreadyReversed || refusal == ReversalRefusal::isReversal;
     std::string_view key;
-    if (refusal == ReversalRefusal::alreadyReversed || refusal == ReversalRefusal::isReversal)
-        key = refusalKey(*refusal);
-    else if (page == CorrectionPage::capital)
+    if (page == CorrectionPage::capital && !isSettled)
         key = "whyNot.capital";
-    else if (page == CorrectionPage::dividends)
+    else if (page == CorrectionPage::dividends && !isSettled)
         key = "whyNot.dividends";
     else if (refusal)
         key = refusalKey(*refusal);

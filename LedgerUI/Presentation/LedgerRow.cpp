@@ -63,6 +63,7 @@ std::vector<LedgerAmount> amountsOf(const LedgerBook& book, std::uint32_t at)
     }
     std::ranges::partition(sums, [](const LedgerBook::Leg& sum) { return sum.amountMinor < 0; });
     std::vector<LedgerAmount> amounts;
+    amounts.reserve(sums.size());
     for (const auto& sum : sums)
         amounts.push_back(signedAmount(sum.amountMinor, book.currencies().id(sum.currency), book.locale()));
     return amounts;

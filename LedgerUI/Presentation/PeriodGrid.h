@@ -25,8 +25,8 @@ struct PeriodGrid {
     std::vector<QString> heads; // weekdays above days; else empty
     std::vector<PeriodCell> cells;
     int columns = 1;
-    Period page;         // what the page covers; its neighbours are the previous and next page
-    bool hasNext = true; // some of the next page is not after today
+    Period page = Period::allTime(); // what the page covers; its neighbours are the previous and next page
+    bool hasNext = true;             // some of the next page is not after today
 };
 
 /// The page that shows periods of `span` around `anchor`. Only for spans that repeat, all but all time and dates.

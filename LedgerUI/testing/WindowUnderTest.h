@@ -10,6 +10,7 @@
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Root/RootView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
+#include "LedgerUI/testing/Settling.h"
 
 /// The whole window over a store with a scripted service, in English until told otherwise.
 struct WindowUnderTest : StoreUnderTest {
@@ -28,14 +29,6 @@ struct WindowUnderTest : StoreUnderTest {
     {
         window.activateWindow();
         waitUntil([this] { return window.isActiveWindow(); });
-    }
-
-    /// Lets posted events have their effect: texts, then layouts, then the layouts that these ask for.
-    static void settle()
-    {
-        constexpr int rounds = 5;
-        for (int round = 0; round < rounds; ++round)
-            QCoreApplication::processEvents();
     }
 
     /// The visible widget of this name; the test ends when there is none.

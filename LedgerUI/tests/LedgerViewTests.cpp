@@ -24,6 +24,7 @@
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/testing/LabelAudit.h"
+#include "LedgerUI/testing/Settling.h"
 
 namespace {
 
@@ -58,12 +59,6 @@ struct OpenedLedger {
         auto* focus = QApplication::focusWidget();
         QTest::keyClick(focus ? focus : view, static_cast<Qt::Key>(key), modifiers);
         QCoreApplication::processEvents();
-    }
-    /// Layouts answer one another over a few rounds.
-    void settle() const
-    {
-        for (int round = 0; round < 5; ++round)
-            QCoreApplication::processEvents();
     }
     void type(const QString& text) const { QTest::keyClicks(QApplication::focusWidget(), text); }
 
@@ -197,7 +192,7 @@ TEST(LedgerView, BuildsTheBalancesAnewOnlyWhenTheyOrTheLanguageChange)
     const QPointer<QWidget> second = body();
     EXPECT_NE(second, first);
     InterfaceLanguage::change("id-ID");
-    page.settle();
+    settle();
     EXPECT_EQ(page.textOf("detailHeadline"), "Saldo rekening");
 }
 
@@ -227,7 +222,7 @@ TEST(LedgerView, IsTabbedThroughInReadingOrderWhateverTheDetailShows)
     };
     EXPECT_EQ(upToDetail(), (std::vector<std::string>{"ledgerTable", "totalsMore", "detailClose", "balanceAccount"}));
     table->selectRow(0);
-    page.settle();
+    settle();
     EXPECT_EQ(upToDetail(), (std::vector<std::string>{"ledgerTable", "totalsMore", "detailClose", "reverseButton"}));
 }
 
@@ -237,7 +232,7 @@ TEST(LedgerView, OpensTheDetailOverTheTableWithItsTextsInPlace)
     page.find<QTableView>("ledgerTable")->selectRow(2);
     page.find<QTableView>("ledgerTable")->setFocus();
     page.press(Qt::Key_Return);
-    page.settle();
+    settle();
     const auto* headline = page.find<QLabel>("detailHeadline");
     EXPECT_EQ(headline->palette().color(QPalette::WindowText), QColor(0x85, 0x56, 0x00)); // a refund's ochre
     for (const auto* label : page.find<LedgerDetailPane>("detailPane")->findChildren<QLabel*>()) {
@@ -332,11 +327,11 @@ TEST_P(LedgerViewFits, AndNamesEveryControl)
 {
     OpenedLedger page{sampleLedger(), GetParam().size};
     InterfaceLanguage::change(std::string{GetParam().locale});
-    page.settle();
+    settle();
     EXPECT_EQ(auditLabels(*page.view), std::vector<std::string>{});
     EXPECT_EQ(auditControls(*page.view), std::vector<std::string>{});
     page.find<QTableView>("ledgerTable")->selectRow(4);
-    page.settle();
+    settle();
     EXPECT_EQ(auditLabels(*page.view), std::vector<std::string>{});
 }
 

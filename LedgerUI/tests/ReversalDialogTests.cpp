@@ -15,17 +15,11 @@
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
 #include "LedgerUI/testing/LabelAudit.h"
+#include "LedgerUI/testing/Settling.h"
 
 namespace {
 
 constexpr auto reverse = "POST v1/transactions/e1/reverse";
-
-/// Lets events that cause events come to rest.
-void settle()
-{
-    for (int round = 0; round < 8; ++round)
-        QCoreApplication::processEvents();
-}
 
 SnapshotBuilder books()
 {

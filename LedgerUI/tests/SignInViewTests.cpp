@@ -11,6 +11,7 @@
 
 #include "LedgerCore/Domain/AppLanguage.h"
 #include "LedgerUI/testing/LabelAudit.h"
+#include "LedgerUI/testing/Settling.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {
@@ -168,7 +169,7 @@ TEST_F(SignIn, CutsNoTextInAnyLanguageAtTheSmallestSize)
     for (const auto tag : AppLanguage::supportedLocales) {
         under.speak(std::string{tag});
         QTest::mouseClick(under.find("signIn"), Qt::LeftButton);
-        WindowUnderTest::settle();
+        settle();
         EXPECT_EQ(auditLabels(under.window), std::vector<std::string>{}) << tag;
         EXPECT_EQ(auditControls(under.window), std::vector<std::string>{}) << tag;
     }

@@ -16,17 +16,11 @@
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/testing/LabelAudit.h"
+#include "LedgerUI/testing/Settling.h"
 
 namespace {
 
 constexpr auto post = "POST v1/transactions";
-
-/// Lets events that cause events come to rest: a language change, a layout.
-void settle()
-{
-    for (int round = 0; round < 8; ++round)
-        QCoreApplication::processEvents();
-}
 
 SnapshotBuilder books()
 {

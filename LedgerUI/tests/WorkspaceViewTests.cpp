@@ -12,6 +12,7 @@
 #include "LedgerCore/Domain/AppLanguage.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 #include "LedgerUI/testing/LabelAudit.h"
+#include "LedgerUI/testing/Settling.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {
@@ -103,7 +104,7 @@ TEST_F(Workspace, OpensTheFirstPageWhenTheChosenOneIsTakenAway)
 TEST_F(Workspace, IsWalkedByKeyboard)
 {
     under.signIn(employeeBooks());
-    WindowUnderTest::settle();
+    settle();
     EXPECT_EQ(focused(), "firstPane");
     press(Qt::Key_3, Qt::ControlModifier);
     EXPECT_TRUE(under.find<QToolButton>("page-company")->isChecked());

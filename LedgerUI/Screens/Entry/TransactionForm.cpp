@@ -26,7 +26,7 @@ constexpr int formWidth = 560;
 
 }
 
-TransactionForm::TransactionForm(LedgerStore& store, EntryForm::Opening opening, QWidget* parent)
+TransactionForm::TransactionForm(LedgerStore& store, const EntryForm::Opening& opening, QWidget* parent)
     : FormDialog{parent}, m_store{store}, m_snapshot{store.snapshot()}, m_locale{InterfaceLanguage::tag()}
 {
     setObjectName(QStringLiteral("transactionForm"));
@@ -180,11 +180,10 @@ void TransactionForm::submit()
 
 void TransactionForm::send(EntrySaving saving)
 {
-    auto input = saving.input;
+    const auto input = saving.input;
     m_state = std::move(saving);
     present();
-    QCoro::connect(m_store.postTransaction(std::move(input), false), this,
-                   [this](const Result<void>& reply) { finish(reply); });
+    QCoro::connect(m_store.postTransaction(input, false), this, [this](const Result<void>& reply) { finish(reply); });
 }
 
 void TransactionForm::finish(const Result<void>& reply)

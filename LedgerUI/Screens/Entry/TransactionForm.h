@@ -13,7 +13,7 @@ class LedgerStore;
 class TransactionForm final : public FormDialog {
     Q_OBJECT
 public:
-    TransactionForm(LedgerStore& store, EntryForm::Opening opening, QWidget* parent);
+    TransactionForm(LedgerStore& store, const EntryForm::Opening& opening, QWidget* parent);
 
     /// Whether entries of this kind can be recorded here; reversals, capital and dividends have their own places.
     static bool supports(std::string_view kind);

@@ -413,9 +413,9 @@ void LedgerView::correct(const TransactionDraft& draft)
     openForm({.kind = draft.kind, .accountID = {}, .prefilled = draft});
 }
 
-void LedgerView::openForm(EntryForm::Opening opening)
+void LedgerView::openForm(const EntryForm::Opening& opening)
 {
-    auto* form = new TransactionForm(m_store, std::move(opening), window());
+    auto* form = new TransactionForm(m_store, opening, window());
     connect(form, &TransactionForm::recorded, this, [this](const QString& id) { awaitEntry(id.toStdString()); });
     form->open();
 }

@@ -60,7 +60,7 @@ private:
     void openContextMenu(QPoint at);
     void record(const std::string& kind);
     void correct(const TransactionDraft& draft);
-    void openForm(EntryForm::Opening opening);
+    void openForm(const EntryForm::Opening& opening);
     void awaitEntry(const std::string& id);
     void reverse(const std::string& id);
 
