@@ -2,6 +2,7 @@
 #include <atomic>
 #include <filesystem>
 #include <iostream>
+#include <numeric>
 #include <optional>
 #include <stdexcept>
 #include <thread>
@@ -121,24 +122,33 @@ void checkKept(std::uint16_t port, std::size_t expected)
         throw std::runtime_error(fmt::format("{} entries were accepted and {} are there", expected, kept));
 }
 
-/// The disk's pace changes from minute to minute, so that what is compared takes turns.
-void measurePosting(const Options& options, const std::string& bareFile, std::uint16_t port, const SignedIn& signedIn)
+/// The disk's pace changes from minute to minute, so that what is compared takes turns, and what the service computes
+/// for an entry is told apart from its waiting.
+void measurePosting(const Options& options, const std::string& bareFile, const ServiceProcess& service,
+                    const SignedIn& signedIn)
 {
+    const auto port = service.port();
+    std::chrono::nanoseconds computing{};
     std::vector<std::size_t> bare;
     std::vector<std::size_t> one;
     std::vector<std::size_t> several;
     auto expected = options.entries + post(options, port, signedIn, 1); // until the log has its size
     for (int each = 0; each < options.repetitions; ++each) {
         bare.push_back(bareCommits(bareFile, std::chrono::seconds{options.seconds}).count());
+        const auto before = service.processorTime();
         one.push_back(post(options, port, signedIn, 1));
+        computing += service.processorTime() - before;
         several.push_back(post(options, port, signedIn, severalClients));
         expected += one.back() + several.back();
     }
     checkKept(port, expected);
+    const auto alone = std::reduce(one.begin(), one.end());
     fmt::print("on a ledger of {} entries:\n", options.entries);
     printRates("bare durable commits", std::move(bare), options.seconds);
     printRates("entries posted by one client", std::move(one), options.seconds);
     printRates("entries posted by four clients", std::move(several), options.seconds);
+    fmt::print("{:<44} {:>7.0f} microseconds\n", "processor time of the service for an entry",
+               std::chrono::duration<double, std::micro>{computing}.count() / static_cast<double>(alone));
 }
 
 void measureSnapshot(const Options& options, const std::string& databaseFile, std::uint16_t port,
@@ -181,7 +191,7 @@ void measure(const Options& options)
     const ServiceProcess service{options.program, file};
     const auto signedIn = signIn(service.port());
     measureSnapshot(options, file, service.port(), signedIn);
-    measurePosting(options, (folder / "bare.sqlite").string(), service.port(), signedIn);
+    measurePosting(options, (folder / "bare.sqlite").string(), service, signedIn);
 }
 
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <csignal>
+#include <ctime>
 #include <string_view>
 
 #include <fcntl.h>
@@ -65,6 +66,14 @@ ServiceProcess::~ServiceProcess()
 {
     if (m_process > 0)
         stop();
+}
+
+std::chrono::nanoseconds ServiceProcess::processorTime() const
+{
+    clockid_t clock{};
+    timespec time{};
+    require(clock_getcpuclockid(m_process, &clock) == 0 && clock_gettime(clock, &time) == 0, "the process is there");
+    return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
 }
 
 int ServiceProcess::stop()

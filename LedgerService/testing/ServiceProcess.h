@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -18,6 +19,9 @@ public:
     ServiceProcess& operator=(const ServiceProcess&) = delete;
 
     [[nodiscard]] std::uint16_t port() const { return m_port; }
+
+    /// What all its threads have computed so far, however long they waited.
+    [[nodiscard]] std::chrono::nanoseconds processorTime() const;
 
     /// Asks it to end and gives its exit code, or -1 when it did not exit by itself.
     int stop();
