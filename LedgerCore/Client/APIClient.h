@@ -62,17 +62,15 @@ template <class Record>
 QCoro::Task<Result<Record>> APIClient::request(APIRequest request) const
 {
     auto sent = bytes(std::move(request));
-    const auto reply = co_await sent;
+    auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
-    const auto body = *reply;
-    auto decoded = std::make_shared<std::optional<Record>>();
-    auto reading = runForSize(body.size(), [body, decoded] {
+    const auto decoded = std::make_shared<Result<Record>>(std::unexpected(invalidResponse()));
+    const auto size = reply->size();
+    auto reading = runForSize(size, [body = *std::move(reply), decoded] {
         if (auto record = Json::decode<Record>(body))
             *decoded = std::move(*record);
     });
     co_await reading;
-    if (!*decoded)
-        co_return std::unexpected(invalidResponse());
-    co_return std::move(**decoded);
+    co_return std::move(*decoded);
 }

@@ -4,9 +4,12 @@
 
 namespace {
 
-bool names(const std::optional<std::string>& id)
+/// An empty identifier names nobody, like none.
+std::optional<std::string_view> named(const std::optional<std::string>& id)
 {
-    return id && !id->empty();
+    if (!id || id->empty())
+        return std::nullopt;
+    return *id;
 }
 
 }
@@ -24,14 +27,11 @@ bool Account::holds(std::string_view currency) const
 
 bool Account::isRestricted() const
 {
-    return hasPurpose(AccountPurpose::employee) || hasPurpose(AccountPurpose::refund) || names(ownerMemberID);
+    return hasPurpose(AccountPurpose::employee) || hasPurpose(AccountPurpose::refund) || named(ownerMemberID);
 }
 
 std::optional<std::string_view> Account::responsibleMemberID() const
 {
-    if (names(operatorMemberID))
-        return *operatorMemberID;
-    if (names(ownerMemberID))
-        return *ownerMemberID;
-    return std::nullopt;
+    const auto responsible = named(operatorMemberID);
+    return responsible ? responsible : named(ownerMemberID);
 }

@@ -41,7 +41,7 @@ private:
     std::string_view m_locale;
     const Account* m_account = nullptr;
     std::optional<EntryDestination> m_destination;
-    std::optional<std::int64_t> m_amount;
+    std::int64_t m_amountMinor = 0; // positive once it is read
     std::optional<std::int64_t> m_targetAmount;
     std::string m_date;
     std::vector<EntryProblem> m_problems;
@@ -139,8 +139,8 @@ std::optional<std::int64_t> DraftCheck::positiveAmount(EntryField field, std::st
 
 void DraftCheck::checkAmount()
 {
-    m_amount = positiveAmount(EntryField::amount, m_draft.amount, m_draft.currency);
-    if (!m_amount || !m_account)
+    m_amountMinor = positiveAmount(EntryField::amount, m_draft.amount, m_draft.currency).value_or(0);
+    if (m_amountMinor == 0 || !m_account)
         return;
     if (!m_draft.onlyArrives() && m_account->isEmployeeFund())
         checkReserve();
@@ -152,17 +152,17 @@ void DraftCheck::checkReserve()
     const auto available = EntryRules::reserve(m_snapshot, *m_account, m_draft.currency);
     if (!available)
         refuse(EntryField::amount, EntryValidationError{EntryValidationError::ReserveUnknown{m_draft.currency}});
-    else if (*m_amount > *available)
+    else if (m_amountMinor > *available)
         refuse(EntryField::amount,
                EntryValidationError{EntryValidationError::ReserveInsufficient{*available, m_draft.currency}});
 }
 
 void DraftCheck::checkLimit()
 {
-    const auto change = m_draft.onlyArrives() ? *m_amount : -*m_amount;
+    const auto change = m_draft.onlyArrives() ? m_amountMinor : -m_amountMinor;
     const auto* const receiving = m_draft.kind == EntryKind::transfer && m_destination ? m_destination->seen : nullptr;
     if (!staysWithinLimit(*m_account, m_draft.currency, change) ||
-        (receiving && !staysWithinLimit(*receiving, m_draft.currency, *m_amount)))
+        (receiving && !staysWithinLimit(*receiving, m_draft.currency, m_amountMinor)))
         refuse(EntryField::amount, EntryObstacle::balanceLimit);
 }
 
@@ -196,7 +196,7 @@ void DraftCheck::checkOriginal()
         std::ranges::find(open, *m_draft.originalIncomeID, [](const RefundableIncome& each) { return each.entry->id; });
     if (found == open.end())
         refuse(EntryField::original, EntryObstacle::originalUnavailable);
-    else if (m_amount && *m_amount > found->remainingMinor)
+    else if (m_amountMinor > found->remainingMinor)
         refuse(EntryField::amount, RefundLimit{found->remainingMinor, m_draft.currency});
 }
 
@@ -226,7 +226,7 @@ TransactionInput DraftCheck::input() const
     input.date = m_date;
     input.note = TextFold::trimmed(m_draft.note);
     input.currency = m_draft.currency;
-    input.amountMinor = *m_amount;
+    input.amountMinor = m_amountMinor;
     input.attachmentIDs = m_draft.attachments;
     input.idempotencyKey = m_draft.idempotencyKey;
     (m_draft.onlyArrives() ? input.targetAccountID : input.sourceAccountID) = m_account->id;

@@ -208,7 +208,7 @@ Outcome Reader::eachElement(void* context, ElementVisitor visit, SizeHint expect
     for (auto each : array) {
         if (const auto error = each.error())
             return kindOf(error);
-        auto&& element = std::move(each).value_unsafe();
+        auto element = each.value_unsafe();
         const auto* const here = element.raw_json_token().data();
         if (seen++ == 0)
             first = here;

@@ -42,8 +42,11 @@ std::optional<std::chrono::milliseconds> fraction(std::string_view& rest)
         return std::nullopt;
     std::string digits{rest.substr(1, std::min<std::size_t>(end - 1, 3))};
     digits.resize(3, '0');
+    const auto milliseconds = number(digits);
+    if (!milliseconds)
+        return std::nullopt;
     rest.remove_prefix(end);
-    return std::chrono::milliseconds{*number(digits)};
+    return std::chrono::milliseconds{*milliseconds};
 }
 
 }

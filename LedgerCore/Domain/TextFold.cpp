@@ -74,7 +74,7 @@ std::string_view TextFold::trimmed(std::string_view text)
     while (first < last) {
         auto next = first;
         UChar32 letter = 0;
-        U8_NEXT(bytes, next, last, letter);
+        U8_NEXT(bytes, next, last, letter); // NOLINT(bugprone-inc-dec-in-conditions): ICU's macro counts so
         if (letter < 0 || !u_isUWhiteSpace(letter))
             break;
         first = next;
@@ -115,7 +115,7 @@ bool TextFold::isValidUtf8(std::string_view text)
     const auto length = static_cast<std::int32_t>(text.size());
     for (std::int32_t at = 0; at < length;) {
         UChar32 letter = 0;
-        U8_NEXT(text.data(), at, length, letter);
+        U8_NEXT(text.data(), at, length, letter); // NOLINT(bugprone-inc-dec-in-conditions): ICU's macro counts so
         if (letter < 0)
             return false;
     }

@@ -198,7 +198,7 @@ TEST_P(RestoreFailure, EndsSignedOutAndForgetsOnlyAnExpiredSession)
         test.credentials.sessions[test.server.url()] = *GetParam().saved;
     test.credentials.failsToRead = GetParam().failsToRead;
     test.server.answer("GET v1/snapshot", GetParam().reply);
-    resultOf(test.store.restoreSession());
+    static_cast<void>(resultOf(test.store.restoreSession()));
     EXPECT_FALSE(test.store.snapshot());
     EXPECT_FALSE(test.store.isDemo());
     EXPECT_EQ(test.store.errorMessage(), GetParam().errorMessage);

@@ -33,7 +33,7 @@ public:
     }
 
     /// An active member without permissions or grants.
-    static Member person(std::string id, std::string name, std::string role = "employee")
+    static Member person(const std::string& id, std::string name, std::string role = "employee")
     {
         return {.id = id,
                 .userID = "user-" + id,
@@ -112,7 +112,7 @@ public:
     }
 
     /// A company account that is named like its identifier.
-    SnapshotBuilder& account(std::string id, std::vector<std::string> currencies)
+    SnapshotBuilder& account(const std::string& id, std::vector<std::string> currencies)
     {
         return account({.id = id,
                         .name = id,
