@@ -282,6 +282,8 @@ TEST_F(CommandLineProgram, RefusesBrokenBooksWhateverPartItReads)
         {"entries missing", R"("transactions":)", R"("later":)"},
         {"receipts missing", R"("attachments":[],)", ""},
         {"receipts of the wrong kind", R"("attachments":[])", R"("attachments":7)"},
+        {"note of an entry missing", R"("note":)", R"("later":)"},
+        {"dividends of the wrong kind", R"("dividends":{)", R"("dividends":7,"later":{)"},
         {"company missing", R"("company":)", R"("firm":)"},
         {"comma in an entry missing", R"(,"legs":)", R"( "legs":)"},
         {"bad number in an entry", R"("amountMinor":123456)", R"("amountMinor":1234x6)"},

@@ -49,6 +49,12 @@ bool isEscaped(std::string_view token, Json::Detail::Document& document)
     return document.nextEscape < start + token.size();
 }
 
+/// Why a value is not what it was asked to be. Where the text is cut short, there is none to be of a wrong type.
+DecodeError refusalOf(ondemand::value& value, simdjson::error_code code)
+{
+    return value.raw_json_token().empty() ? DecodeError::malformed : kindOf(code);
+}
+
 /// Deeper documents are nobody's records, and would exhaust the stack.
 constexpr std::size_t maximumDepth = 64;
 
@@ -170,17 +176,22 @@ Outcome Reader::pass()
     return Passage{m_document}.over(valueOf(m_value)) ? Outcome{DecodeError::malformed} : std::nullopt;
 }
 
-Outcome Reader::pass(char opening)
+Outcome Reader::passText()
 {
-    const auto token = valueOf(m_value).raw_json_token();
-    return token.empty() || token.front() == opening ? pass() : DecodeError::wrongType;
+    auto& value = valueOf(m_value);
+    const auto token = value.raw_json_token();
+    if (!token.starts_with('"'))
+        return token.empty() ? DecodeError::malformed : DecodeError::wrongType;
+    const bool failed = isEscaped(token, m_document) ? value.get_string().error() != simdjson::SUCCESS
+                                                     : value.get_raw_json_string().error() != simdjson::SUCCESS;
+    return failed ? Outcome{DecodeError::malformed} : std::nullopt;
 }
 
 Outcome Reader::eachField(void* context, FieldVisitor visit)
 {
     ondemand::object object;
     if (const auto error = valueOf(m_value).get_object().get(object))
-        return kindOf(error);
+        return refusalOf(valueOf(m_value), error);
     for (auto each : object) {
         if (const auto error = each.error())
             return kindOf(error);
@@ -202,7 +213,7 @@ Outcome Reader::eachElement(void* context, ElementVisitor visit, SizeHint expect
 {
     ondemand::array array;
     if (const auto error = valueOf(m_value).get_array().get(array))
-        return kindOf(error);
+        return refusalOf(valueOf(m_value), error);
     const char* first = nullptr;
     std::size_t seen = 0;
     for (auto each : array) {

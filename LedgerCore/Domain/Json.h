@@ -35,9 +35,9 @@ std::expected<Record, DecodeError> consume(std::string text);
 template <class Record>
 std::expected<Record, DecodeError> view(std::string& text);
 
-/// Fields that must be there and well-formed, but whose content is of no interest. They cannot be written.
-struct UnreadText {};
-struct UnreadList {};
+/// A value that must be there and be a faultless `Value`, but whose content is of no interest. It cannot be written.
+template <class Value>
+struct Unread {};
 
 /// How many bytes past a text's end the reader may look at.
 inline constexpr std::size_t padding = 64;
@@ -72,8 +72,8 @@ public:
     Outcome read(bool& out);
     /// Passes over a value, checking that it and all in it is well-formed.
     Outcome pass();
-    /// The same for a value that has to start with this character.
-    Outcome pass(char opening);
+    /// The same for a value that has to be a text.
+    Outcome passText();
     Outcome eachField(void* context, FieldVisitor visit);
     /// Tells a long array's likely size once, so that it need not grow step by step.
     Outcome eachElement(void* context, ElementVisitor visit, SizeHint expect);
@@ -128,14 +128,9 @@ inline Outcome readValue(Reader& in, std::string_view& out)
     return in.read(out);
 }
 
-inline Outcome readValue(Reader& in, UnreadText& /*out*/)
+inline Outcome readValue(Reader& in, Unread<std::string>& /*out*/)
 {
-    return in.pass('"');
-}
-
-inline Outcome readValue(Reader& in, UnreadList& /*out*/)
-{
-    return in.pass('[');
+    return in.passText();
 }
 
 inline Outcome readValue(Reader& in, std::int64_t& out)
@@ -159,12 +154,52 @@ inline Outcome readValue(Reader& in, int& out)
     return std::nullopt;
 }
 
+template <class Number>
+    requires std::is_arithmetic_v<Number>
+Outcome readValue(Reader& in, Unread<Number>& /*out*/)
+{
+    Number value{};
+    return readValue(in, value);
+}
+
 template <class Element>
 Outcome readValue(Reader& in, std::vector<Element>& out);
 template <class Value>
 Outcome readValue(Reader& in, std::map<std::string, Value, std::less<>>& out);
 template <Described Record>
 Outcome readValue(Reader& in, Record& out);
+template <class Element>
+Outcome readValue(Reader& in, Unread<std::vector<Element>>& out);
+template <class Value>
+Outcome readValue(Reader& in, Unread<std::map<std::string, Value, std::less<>>>& out);
+template <Described Record>
+Outcome readValue(Reader& in, Unread<Record>& out);
+
+template <class Value>
+Outcome readValue(Reader& in, Unread<std::optional<Value>>& /*out*/)
+{
+    Unread<Value> value;
+    return in.isNull() ? std::nullopt : readValue(in, value);
+}
+
+template <class Element>
+Outcome readValue(Reader& in, Unread<std::vector<Element>>& /*out*/)
+{
+    const auto pass = [](void* /*context*/, Reader& value) {
+        Unread<Element> element;
+        return readValue(value, element);
+    };
+    return in.eachElement(nullptr, pass, [](void* /*context*/, std::size_t /*elements*/) {});
+}
+
+template <class Value>
+Outcome readValue(Reader& in, Unread<std::map<std::string, Value, std::less<>>>& /*out*/)
+{
+    return in.eachField(nullptr, [](void* /*context*/, std::string_view /*key*/, Reader& field) {
+        Unread<Value> value;
+        return readValue(field, value);
+    });
+}
 
 template <class Value>
 Outcome readValue(Reader& in, std::optional<Value>& out)
@@ -194,13 +229,14 @@ Outcome readValue(Reader& in, std::map<std::string, Value, std::less<>>& out)
     });
 }
 
-/// What the codec knows about the fields of a record, one row a field in declaration order.
-template <class Record>
+/// What the codec knows about the fields of a record, one row a field in declaration order. They are read into a
+/// `Record`, or into an `Unread<Record>`.
+template <class Record, class Target>
 struct FieldTable {
     struct Row {
         std::string_view name;
         bool required = true;
-        Outcome (*read)(Reader&, Record&) = nullptr;
+        Outcome (*read)(Reader&, Target&) = nullptr;
     };
     static constexpr std::size_t size = boost::mp11::mp_size<Fields<Record>>::value;
     static_assert(size <= 64, "one bit a field");
@@ -210,8 +246,14 @@ struct FieldTable {
         std::size_t at = 0;
         boost::mp11::mp_for_each<Fields<Record>>([&](auto field) {
             using Type = std::remove_cvref_t<decltype(std::declval<Record&>().*field.pointer)>;
-            all[at++] = {field.name, !isOptional<Type>,
-                         [](Reader& in, Record& record) { return readValue(in, record.*decltype(field)::pointer); }};
+            all[at++] = {field.name, !isOptional<Type>, [](Reader& in, [[maybe_unused]] Target& target) {
+                             if constexpr (std::is_same_v<Target, Record>) {
+                                 return readValue(in, target.*decltype(field)::pointer);
+                             } else {
+                                 Unread<Type> value;
+                                 return readValue(in, value);
+                             }
+                         }};
         });
         return all;
     }();
@@ -224,12 +266,12 @@ struct FieldTable {
     }();
 };
 
-template <Described Record>
-Outcome readValue(Reader& in, Record& out)
+template <Described Record, class Target>
+Outcome readFields(Reader& in, Target& out)
 {
-    using Table = FieldTable<Record>;
+    using Table = FieldTable<Record, Target>;
     struct State {
-        Record& record;
+        Target& target;
         std::uint64_t seen = 0;
         std::size_t next = 0; // writers keep the order of the fields, so the next one is the likeliest
     } state{out};
@@ -241,13 +283,25 @@ Outcome readValue(Reader& in, Record& out)
                 continue;
             now.next = at + 1;
             now.seen |= std::uint64_t{1} << at;
-            return Table::rows[at].read(value, now.record);
+            return Table::rows[at].read(value, now.target);
         }
         return value.pass();
     });
     if (failed)
         return failed;
     return (state.seen & Table::required) == Table::required ? std::nullopt : Outcome{DecodeError::missingField};
+}
+
+template <Described Record>
+Outcome readValue(Reader& in, Record& out)
+{
+    return readFields<Record>(in, out);
+}
+
+template <Described Record>
+Outcome readValue(Reader& in, Unread<Record>& out)
+{
+    return readFields<Record>(in, out);
 }
 
 inline void writeValue(std::string& out, const std::string& text)

@@ -2,16 +2,14 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include <boost/describe.hpp>
 
-#include "LedgerCore/Domain/Account.h"
-#include "LedgerCore/Domain/Category.h"
-#include "LedgerCore/Domain/Company.h"
 #include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/Member.h"
+#include "LedgerCore/Domain/LedgerSnapshot.h"
 
 /// A `LedgerLeg` as reports read it.
 struct ReportLeg {
@@ -23,24 +21,34 @@ BOOST_DESCRIBE_STRUCT(ReportLeg, (), (accountID, currency, amountMinor))
 
 /// A `LedgerTransaction` as reports read it, a fifth of its size.
 struct ReportEntry {
+    using UnreadText = Json::Unread<std::string>;
+
     std::string_view id;
     std::string_view kind;
     std::string_view date;
-    Json::UnreadText note;
-    Json::UnreadText createdAt;
-    Json::UnreadText memberID;
+    UnreadText note;
+    UnreadText createdAt;
+    UnreadText memberID;
     std::optional<std::string_view> categoryID;
     std::vector<ReportLeg> legs;
-    Json::UnreadList attachmentIDs;
+    Json::Unread<std::vector<std::string>> attachmentIDs;
+    std::optional<UnreadText> reversedBy;
     std::optional<std::string_view> reversalOf;
     std::optional<std::string_view> originalTransactionID;
+    std::optional<UnreadText> externalReference;
+    std::optional<UnreadText> transferPurpose;
+    std::optional<UnreadText> distributionKind;
+    std::optional<UnreadText> participantName;
+    std::optional<UnreadText> dividendMovementID;
+    std::optional<UnreadText> capitalContributionID;
 };
 BOOST_DESCRIBE_STRUCT(ReportEntry, (),
-                      (id, kind, date, note, createdAt, memberID, categoryID, legs, attachmentIDs, reversalOf,
-                       originalTransactionID))
+                      (id, kind, date, note, createdAt, memberID, categoryID, legs, attachmentIDs, reversedBy,
+                       reversalOf, originalTransactionID, externalReference, transferPurpose, distributionKind,
+                       participantName, dividendMovementID, capitalContributionID))
 
-/// The part of a `LedgerSnapshot` that reports read, for programs that need no more of it. Its texts point into the
-/// JSON that `Json::view` read it from.
+/// The part of a `LedgerSnapshot` that reports read, for programs that need no more of it: refused where the whole
+/// would be. Its texts point into the JSON that `Json::view` read it from.
 struct ReportSource {
     Company company;
     Member currentMember;
@@ -48,7 +56,12 @@ struct ReportSource {
     std::vector<Account> accounts;
     std::vector<Category> categories;
     std::vector<ReportEntry> transactions;
-    Json::UnreadList attachments;
+    Json::Unread<std::vector<Attachment>> attachments;
+    std::optional<Json::Unread<std::vector<TransferDestination>>> transferDestinations;
+    std::optional<Json::Unread<DividendState>> dividends;
+    std::optional<Json::Unread<CapitalState>> capital;
+    std::optional<Json::Unread<FinancialSettings>> financialSettings;
 };
 BOOST_DESCRIBE_STRUCT(ReportSource, (),
-                      (company, currentMember, members, accounts, categories, transactions, attachments))
+                      (company, currentMember, members, accounts, categories, transactions, attachments,
+                       transferDestinations, dividends, capital, financialSettings))

@@ -62,26 +62,21 @@ TEST(Json, ViewsTextsWhereTheyStandAndWritesEscapedOnesOutInTheirPlace)
 }
 
 struct Skimmed {
-    Json::UnreadText note;
-    Json::UnreadList legs;
+    Json::Unread<std::string> note;
+    Json::Unread<std::vector<LedgerLeg>> legs;
     std::int64_t last = 0;
+    std::optional<Json::Unread<std::map<std::string, bool, std::less<>>>> marks;
 };
-BOOST_DESCRIBE_STRUCT(Skimmed, (), (note, legs, last))
+BOOST_DESCRIBE_STRUCT(Skimmed, (), (note, legs, last, marks))
 
 std::string skimmed(const std::string& note, const std::string& legs)
 {
     return R"({"note":)" + note + R"(,"legs":)" + legs + R"(,"last":7})";
 }
 
-TEST(Json, PassesOverWellFormedValuesThatAreNotRead)
+std::string withUnknownKey(const std::string& value)
 {
-    for (const auto& text :
-         {skimmed(R"("")", "[]"), skimmed(R"("a \"]\" \u8d26")", R"([ ] )"),
-          skimmed(R"("x")", R"([{"a":{},"b\n":[[1,-2.5e3],{}]},null,true,false,"\\",18446744073709551616])")}) {
-        const auto read = Json::decode<Skimmed>(text);
-        ASSERT_TRUE(read.has_value()) << text;
-        EXPECT_EQ(read->last, 7) << text;
-    }
+    return R"({"note":"","legs":[],"last":7,"later":)" + value + "}";
 }
 
 std::optional<Json::DecodeError> refusalOf(const std::string& text)
@@ -90,30 +85,54 @@ std::optional<Json::DecodeError> refusalOf(const std::string& text)
     return read ? std::nullopt : std::optional{read.error()};
 }
 
-TEST(Json, RefusesValuesThatAreNotReadWhenTheyAreBrokenOrOfTheWrongKind)
+TEST(Json, PassesOverFaultlessValuesThatAreNotRead)
+{
+    const std::string leg = R"({"amountMinor":-5,"accountID":"a\"]","later":[{}],"currency":""})";
+    for (const auto& text :
+         {skimmed(R"("")", "[]"), skimmed(R"("a \"]\" \u8d26")", "[" + leg + " , " + leg + "]"),
+          R"({"marks":{"a":true,"\n":false},"note":"","legs":[ ] ,"last":7})" + std::string{},
+          R"({"marks":null,"note":"","legs":[],"last":7})" + std::string{},
+          withUnknownKey(R"([{"a":{},"b\n":[[1,-2.5e3],{}]},null,true,false,"\\",18446744073709551616])")}) {
+        const auto read = Json::decode<Skimmed>(text);
+        ASSERT_TRUE(read.has_value()) << text;
+        EXPECT_EQ(read->last, 7) << text;
+    }
+}
+
+TEST(Json, RefusesValuesThatAreNotReadWhenTheyAreBroken)
 {
     const std::vector<std::string> broken{
         "[1,,2]",  "[1 2]", "[1,]", R"([{"a" 1}])", R"([{"a":1,}])", R"([{"a"}])",  R"([{1:2}])", "[{]}",
         "[tru]",   "[nul]", "[01]", "[1x]",         "[-]",           "[.5]",        "[x]",        R"(["\q"])",
         "[falsey", "[1",    "[}",   R"(["\u12"])",  "[\"a\nb\"]",    "[\"a\xff\"]", "[\"a\\\"]",  "[1]]"};
-    for (const auto& legs : broken) {
-        EXPECT_EQ(refusalOf(skimmed(R"("")", legs)), Json::DecodeError::malformed) << legs;
-        const auto withUnknownKey = R"({"note":"","legs":[],"last":7,"later":)" + legs + "}";
-        EXPECT_EQ(refusalOf(withUnknownKey), Json::DecodeError::malformed) << legs;
+    for (const auto& value : broken) {
+        EXPECT_EQ(refusalOf(withUnknownKey(value)), Json::DecodeError::malformed) << value;
+        EXPECT_NE(refusalOf(skimmed(R"("")", value)), std::nullopt) << value;
     }
     constexpr std::size_t deep = 200'000;
-    EXPECT_EQ(refusalOf(skimmed(R"("")", std::string(deep, '[') + std::string(deep, ']'))),
-              Json::DecodeError::malformed);
-    for (const auto& text : {skimmed("null", "[]"), skimmed("1", "[]"), skimmed("[]", "[]"), skimmed(R"("")", "null"),
-                             skimmed(R"("")", "{}"), skimmed(R"("")", R"("")")})
+    EXPECT_EQ(refusalOf(withUnknownKey(std::string(deep, '[') + std::string(deep, ']'))), Json::DecodeError::malformed);
+    for (const auto* note : {R"("\q")", R"("\ud83d")", "\"a\nb\"", "\"\xff\""})
+        EXPECT_EQ(refusalOf(skimmed(note, "[]")), Json::DecodeError::malformed) << note;
+}
+
+TEST(Json, RefusesValuesThatAreNotReadWhenTheyAreOfTheWrongKind)
+{
+    for (const auto& text :
+         {skimmed("null", "[]"), skimmed("1", "[]"), skimmed("[]", "[]"), skimmed(R"("")", "null"),
+          skimmed(R"("")", "{}"), skimmed(R"("")", R"("")"), skimmed(R"("")", "[1]"), skimmed(R"("")", "[null]"),
+          skimmed(R"("")", R"([{"accountID":"a","currency":"USD","amountMinor":1.0}])"),
+          skimmed(R"("")", R"([{"accountID":"a","currency":"USD","amountMinor":9223372036854775808}])"),
+          R"({"note":"","legs":[],"last":7,"marks":{"a":1}})" + std::string{}})
         EXPECT_EQ(refusalOf(text), Json::DecodeError::wrongType) << text;
     EXPECT_EQ(refusalOf(R"({"note":"","last":7})"), Json::DecodeError::missingField);
+    EXPECT_EQ(refusalOf(skimmed(R"("")", R"([{"accountID":"a","currency":"USD"}])")), Json::DecodeError::missingField);
 }
 
 TEST(Json, RefusesADocumentCutShortAnywhere)
 {
     const std::string whole =
-        R"({"later": [1, {"b": [true, null]}, "c\\"], "note": "a\"b", "legs": [ [], {} ], "last": 7})";
+        R"({"later": [1, {"b": [true, null]}, "c\\"], "note": "a\"b", "legs": [ {"accountID": "", "currency":
+            "\\", "amountMinor": 10} ], "last": 7})";
     ASSERT_EQ(refusalOf(whole), std::nullopt);
     for (std::size_t length = 0; length < whole.size(); ++length)
         EXPECT_EQ(refusalOf(whole.substr(0, length)), Json::DecodeError::malformed) << whole.substr(0, length);
