@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
 #include <QVBoxLayout>
@@ -17,6 +19,12 @@
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int aroundField = 40; // the label above a field, or two lines of its message below
+
+}
 
 FormDialog::FormDialog(QWidget* parent) : QDialog{parent}
 {
@@ -49,7 +57,14 @@ FormDialog::FormDialog(QWidget* parent) : QDialog{parent}
     layout->addWidget(m_foot);
     for (const auto& keys : KeyBindings::keys(Command::confirmForm))
         connect(new QShortcut(keys, this), &QShortcut::activated, this, &FormDialog::confirm);
+    connect(qApp, &QApplication::focusChanged, this, &FormDialog::revealFocus);
     retranslate();
+}
+
+FormDialog::~FormDialog()
+{
+    // The base moves the focus once more, when there is no form left to follow it.
+    disconnect(qApp, nullptr, this, nullptr);
 }
 
 void FormDialog::buildFoot()
@@ -216,10 +231,40 @@ void FormDialog::fitWindow(Fit fit)
         Space::step4 +
         (m_banner->isHidden() ? 0 : m_banner->heightForWidth(bodyWidth - 2 * Space::dialogMargin) + Space::step3);
     const int asideHeight = m_aside ? m_aside->sizeHint().height() : 0;
+    const auto room = roomFor(fit);
+    const int frame = frameGeometry().height() - this->height();
+    const int height = std::min(std::max(wanted + above, asideHeight) + Space::dialogFoot, room.height() - frame);
+    resize(width, fit == Fit::exactly ? height : std::max(height, std::min(this->height(), room.height() - frame)));
+    if (fit == Fit::growing)
+        moveInto(room);
+    revealFocus();
+}
+
+/// The window behind as far as it is on the screen; a dialog that was moved out of it has the screen.
+QRect FormDialog::roomFor(Fit fit) const
+{
+    const auto available = screen()->availableGeometry();
     const auto* behind = parentWidget() ? parentWidget()->window() : nullptr;
-    const int room = behind ? behind->height() : wanted + above + Space::dialogFoot;
-    const int height = std::min(std::max(wanted + above, asideHeight) + Space::dialogFoot, room);
-    resize(width, fit == Fit::exactly ? height : std::max(height, this->height()));
+    if (!behind)
+        return available;
+    const auto room = behind->frameGeometry() & available;
+    return fit == Fit::growing && !room.contains(frameGeometry().topLeft()) ? available : room;
+}
+
+void FormDialog::moveInto(const QRect& room)
+{
+    const auto now = frameGeometry();
+    const int top = std::max(room.top(), std::min(now.top(), room.bottom() + 1 - now.height()));
+    if (top != now.top())
+        move(now.left(), top);
+}
+
+/// The field in use, with its label above and its message below, stays in the part of the body that can be seen.
+void FormDialog::revealFocus()
+{
+    auto* field = m_scroll->widget() ? m_scroll->widget()->focusWidget() : nullptr;
+    if (field && FocusChain::hasFocus(m_scroll->widget()))
+        m_scroll->ensureWidgetVisible(field, 0, aroundField);
 }
 
 void FormDialog::retranslate()

@@ -20,6 +20,7 @@ public:
     enum class Leaving { allowed, blocked };
 
     explicit FormDialog(QWidget* parent);
+    ~FormDialog() override;
 
     /// The form itself, at its left `width` pixels wide; the dialog is never wider than Space::dialogMaximumWidth.
     void setBody(QWidget* body, int width);
@@ -63,6 +64,9 @@ private:
     void confirm();
     void spaceBanner();
     void arrangeFocus();
+    [[nodiscard]] QRect roomFor(Fit fit) const;
+    void moveInto(const QRect& room);
+    void revealFocus();
     void retranslate();
 
     struct LeaveTexts {
