@@ -18,6 +18,7 @@ FieldError::FieldError(QWidget* field, QWidget* parent) : QWidget{parent}, m_fie
 {
     m_text = new TextLabel(TypeStep::small, Token::danger, this);
     m_text->setWordWrap(true);
+    m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     auto* glyph = new GlyphLabel(QStringLiteral("x-octagon-fill"), Token::danger, Space::chevron, this);
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, Space::step1, 0, 0);

@@ -1,5 +1,7 @@
 #include "LedgerUI/Components/TextLabel.h"
 
+#include <QResizeEvent>
+
 #include "LedgerUI/Theme/StyleProperty.h"
 #include "LedgerUI/Theme/Theme.h"
 
@@ -37,12 +39,17 @@ void TextLabel::setBold(bool isBold)
     setFont(changed);
 }
 
+QSize TextLabel::minimumSizeHint() const
+{
+    auto hint = QLabel::minimumSizeHint();
+    if (wordWrap() && !text().isEmpty())
+        hint.setHeight(heightForWidth(width()));
+    return hint;
+}
+
 void TextLabel::resizeEvent(QResizeEvent* event)
 {
     QLabel::resizeEvent(event);
-    if (!wordWrap() || text().isEmpty())
-        return;
-    // The height needed counts the minimum in: a label that became wider would keep the height of the narrow one.
-    setMinimumHeight(0);
-    setMinimumHeight(heightForWidth(width()));
+    if (wordWrap() && event->oldSize().width() != width())
+        updateGeometry();
 }

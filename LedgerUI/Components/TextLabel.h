@@ -18,8 +18,10 @@ public:
     void setInk(const ThemeColor& ink);
     void setBold(bool isBold);
 
+    /// A label that wraps is never lower than its text needs at its width.
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
 protected:
-    /// A label that wraps takes the height that its text needs at its width.
     void resizeEvent(QResizeEvent* event) override;
 
 private:

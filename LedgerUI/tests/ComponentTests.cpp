@@ -3,9 +3,12 @@
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
+#include <QVBoxLayout>
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Components/ElidedLabel.h"
+#include "LedgerUI/Components/FieldError.h"
+#include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/SegmentedControl.h"
 #include "LedgerUI/testing/LabelAudit.h"
 
@@ -63,6 +66,31 @@ TEST_F(Segments, BecomeAComboWithTheSameChoiceWhereTheyDoNotFit)
     Q_EMIT combo->activated(2);
     EXPECT_EQ(control.chosen(), 9);
     EXPECT_EQ(announced, std::vector{9});
+}
+
+TEST(FieldError, TakesTheRoomOfItsMessageEachTime)
+{
+    QWidget root;
+    auto* layout = new QVBoxLayout(&root);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto* error = new FieldError(nullptr, &root);
+    layout->addWidget(error);
+    layout->addStretch(1);
+    root.resize(200, 300);
+    root.show();
+    const auto settledHeight = [&](const char* message) {
+        error->present(QString::fromUtf8(message));
+        QCoreApplication::processEvents();
+        QCoreApplication::processEvents();
+        return error->height();
+    };
+    const auto* glyph = error->findChild<GlyphLabel*>();
+    const int oneLine = settledHeight("Too short.");
+    const int top = glyph->y();
+    EXPECT_GT(settledHeight("The amount has more decimals than this currency has. Leave some of them out."), oneLine);
+    EXPECT_EQ(glyph->y(), top);
+    EXPECT_EQ(settledHeight("Too short."), oneLine);
+    EXPECT_EQ(glyph->y(), top);
 }
 
 TEST(LabelAudit, FindsWhatIsCutAndOnlyThat)
