@@ -1,7 +1,9 @@
 #include "LedgerUI/Components/FormField.h"
 
+#include <QComboBox>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/ComboBoxName.h"
 #include "LedgerUI/Components/FieldError.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
@@ -23,5 +25,8 @@ FormField::FormField(QWidget* field, QWidget* parent) : QWidget{parent}, m_field
 void FormField::setLabel(const QString& label)
 {
     m_label->setText(label);
-    m_field->setAccessibleName(label);
+    if (auto* box = qobject_cast<QComboBox*>(m_field))
+        nameComboBox(*box, label);
+    else
+        m_field->setAccessibleName(label);
 }

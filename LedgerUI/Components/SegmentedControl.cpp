@@ -8,6 +8,7 @@
 #include <QStandardItemModel>
 #include <QToolButton>
 
+#include "LedgerUI/Components/ComboBoxName.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
@@ -82,7 +83,7 @@ void SegmentedControl::clear()
 void SegmentedControl::setName(const QString& name)
 {
     setAccessibleName(name);
-    m_combo->setAccessibleName(name);
+    nameComboBox(*m_combo, name);
 }
 
 void SegmentedControl::choose(int id)

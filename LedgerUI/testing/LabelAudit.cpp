@@ -3,7 +3,9 @@
 #include <algorithm>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QTest>
@@ -89,6 +91,9 @@ std::vector<std::string> auditControls(QWidget& root)
         const auto* spoken = QAccessible::queryAccessibleInterface(widget);
         if (widget->objectName().isEmpty() || !spoken || spoken->text(QAccessible::Name).isEmpty())
             nameless.push_back(nameOf(*widget));
+        const auto* box = qobject_cast<const QComboBox*>(widget);
+        if (box && box->view()->accessibleName().isEmpty())
+            nameless.push_back("list of " + nameOf(*widget));
     }
     return nameless;
 }

@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/ComboBoxName.h"
 #include "LedgerUI/Components/FieldError.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Presentation/EntryFormWords.h"
@@ -51,7 +52,7 @@ void EntryAmountField::present(const EntryMoneyContent& content, const QString& 
     m_label->setText(content.amountLabel);
     m_label->setVisible(content.showsAmountLabel);
     m_amount->setAccessibleName(content.amountLabel);
-    m_currency->setAccessibleName(entryWord("currency"));
+    nameComboBox(*m_currency, entryWord("currency"));
     m_currency->present(content.currencies, content.currency);
     m_amount->setCurrency(content.currency);
     m_amount->setAmount(content.amount);

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/ComboBoxName.h"
 #include "LedgerUI/Components/FieldError.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Presentation/EntryFormWords.h"
@@ -89,8 +90,7 @@ QWidget* OriginalField::focusTarget() const
 void OriginalField::retranslate()
 {
     m_label->setText(entryWord("original"));
-    m_incomes->setAccessibleName(entryWord("original"));
-    m_incomes->lineEdit()->setAccessibleName(entryWord("original"));
+    nameComboBox(*m_incomes, entryWord("original"));
     m_incomes->lineEdit()->setPlaceholderText(entryWord("chooseOriginal"));
     m_referenceLabel->setText(entryWord("reference"));
     m_reference->setAccessibleName(entryWord("reference"));

@@ -10,6 +10,7 @@
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Domain/AppLanguage.h"
 #include "LedgerUI/Components/BusyBar.h"
+#include "LedgerUI/Components/ComboBoxName.h"
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/SignInWords.h"
@@ -143,7 +144,7 @@ void SignInView::present()
 
 void SignInView::retranslate()
 {
-    m_language->setAccessibleName(word(signInWords(), "language"));
+    nameComboBox(*m_language, word(signInWords(), "language"));
     m_language->setCurrentIndex(m_language->findData(qString(InterfaceLanguage::tag())));
 }
 
