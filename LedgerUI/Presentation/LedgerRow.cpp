@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/LedgerRow.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "LedgerCore/Domain/EntryWords.h"
 #include "LedgerCore/Domain/LedgerDay.h"
@@ -13,6 +14,12 @@
 namespace {
 
 constexpr QChar minusSign{0x2212};
+
+/// What an entry moves in one currency; nothing when that does not fit a number.
+struct CurrencySum {
+    std::uint32_t currency = 0; // as the book numbers them
+    std::optional<std::int64_t> minor;
+};
 
 QString dayText(const std::string& date, std::chrono::year_month_day today, std::string_view locale)
 {
@@ -53,19 +60,22 @@ std::vector<LedgerAmount> amountsOf(const LedgerBook& book, std::uint32_t at)
         moved.tone = LedgerAmount::Tone::plain;
         return {moved};
     }
-    std::vector<LedgerBook::Leg> sums;
+    std::vector<CurrencySum> sums;
     for (const auto& leg : legs) {
-        const auto found = std::ranges::find(sums, leg.currency, &LedgerBook::Leg::currency);
+        const auto found = std::ranges::find(sums, leg.currency, &CurrencySum::currency);
         if (found == sums.end())
-            sums.push_back(leg);
-        else
-            found->amountMinor = Money::add(found->amountMinor, leg.amountMinor).value_or(found->amountMinor);
+            sums.push_back({leg.currency, leg.amountMinor});
+        else if (found->minor)
+            found->minor = Money::add(*found->minor, leg.amountMinor);
     }
-    std::ranges::partition(sums, [](const LedgerBook::Leg& sum) { return sum.amountMinor < 0; });
+    std::ranges::partition(sums, [](const CurrencySum& sum) { return sum.minor.value_or(0) < 0; });
     std::vector<LedgerAmount> amounts;
     amounts.reserve(sums.size());
-    for (const auto& sum : sums)
-        amounts.push_back(signedAmount(sum.amountMinor, book.currencies().id(sum.currency), book.locale()));
+    for (const auto& sum : sums) {
+        const auto& currency = book.currencies().id(sum.currency);
+        amounts.push_back(sum.minor ? signedAmount(*sum.minor, currency, book.locale())
+                                    : LedgerAmount{qString(currency), QStringLiteral("–"), LedgerAmount::Tone::none});
+    }
     return amounts;
 }
 

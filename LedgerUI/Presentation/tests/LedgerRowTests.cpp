@@ -140,6 +140,10 @@ TEST(LedgerTotals, SayNothingRatherThanAWrongSum)
     ASSERT_EQ(sums.size(), 1U);
     EXPECT_EQ(sums[0].net, std::nullopt);
     EXPECT_EQ(sums[0].outgoing, 0);
+
+    books.entry("c", EntryKind::income, "2026-01-03", {{"nowhere", "USD", most}, {"nowhere", "USD", 1}});
+    const auto withMore = bookOf(books);
+    EXPECT_EQ(dump(amountsOf(withMore, withMore.find("c"))), "USD –");
 }
 
 TEST(LedgerBalances, GroupAccountsByPurposeAndAddUpEachCurrency)
