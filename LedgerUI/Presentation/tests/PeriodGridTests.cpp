@@ -57,7 +57,7 @@ INSTANTIATE_TEST_SUITE_P(
                               {"2026年11月", "November 2026", "Tháng 11 năm 2026", "November 2026"}},
                     LabelCase{"Quarter",
                               Period::containing(Span::quarter, today),
-                              {"2026年第4季度", "Kuartal 4 2026", "Quý 4, 2026", "Q4 2026"}},
+                              {"2026年第 4 季度", "Kuartal 4 2026", "Quý 4, 2026", "Q4 2026"}},
                     LabelCase{"Year", Period::containing(Span::year, today), {"2026年", "2026", "2026", "2026"}},
                     LabelCase{"AllTime", Period::allTime(), {"全部时间", "Semua waktu", "Mọi thời gian", "All time"}}),
     [](const auto& each) { return std::string{each.param.name}; });
