@@ -2,18 +2,9 @@
 
 #include <algorithm>
 
-bool Visibility::managesCompany(const Member& member)
-{
-    if (!member.active)
-        return false;
-    if (member.permissions)
-        return member.hasPermission("manageCompany");
-    return member.role == "owner" || member.role == "admin";
-}
-
 std::vector<Member> Visibility::members(std::vector<Member> all, const Member& reader)
 {
-    if (managesCompany(reader))
+    if (reader.managesCompany())
         return all;
     for (auto& each : all) {
         if (each.id == reader.id)

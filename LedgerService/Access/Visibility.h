@@ -8,9 +8,6 @@
 /// What of a company a member gets to see.
 namespace Visibility {
 
-/// Whether the member looks after the other members: their addresses, rights and invitations.
-bool managesCompany(const Member& member);
-
 /// Everyone, for names are needed on entries; without addresses and rights for those who do not manage the company.
 std::vector<Member> members(std::vector<Member> all, const Member& reader);
 
