@@ -55,8 +55,8 @@ QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readSnapshot(std::
     const auto loaded = std::make_shared<LoadedSnapshot>(LoadedSnapshot{.fresh = {}, .held = m_snapshot});
     const QPointer<LedgerStore> self = this;
     const auto size = body.size();
-    auto reading = runForSize(size, [text = std::move(body), loaded] {
-        auto decoded = Json::decode<LedgerSnapshot>(text);
+    auto reading = runForSize(size, [text = std::move(body), loaded]() mutable {
+        auto decoded = Json::consume<LedgerSnapshot>(std::move(text));
         if (!decoded)
             return;
         loaded->isSame = loaded->held && *loaded->held == *decoded;
