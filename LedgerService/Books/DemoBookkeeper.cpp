@@ -92,15 +92,17 @@ std::int64_t DemoBookkeeper::amountOf(const DemoRoutine& routine)
         const auto held = m_books.account(m_ids.account(routine.source))->balance(routine.currency);
         return std::max<std::int64_t>(0, (held - routine.keep * unit) / routine.roundTo * routine.roundTo);
     }
-    const auto spread = routine.amount * unit / 100 * routine.spreadPercent;
-    return between(routine.amount * unit - spread, routine.amount * unit + spread, routine.roundTo);
+    const auto month = std::chrono::year_month_day{m_day}.month();
+    const auto usual = routine.amount * unit / 100 * DemoPlan::seasonPercentOf(routine, month);
+    const auto spread = usual / 100 * routine.spreadPercent;
+    return between(usual - spread, usual + spread, routine.roundTo);
 }
 
-TransactionInput DemoBookkeeper::refundOf(std::int64_t amountMinor, std::string_view note)
+TransactionInput DemoBookkeeper::refundOf(std::int64_t amountMinor, std::string_view note, std::string_view saleNote)
 {
     TransactionInput input;
     input.kind = EntryKind::refund;
-    input.note = noteOf(note);
+    input.note = DemoWords::notes().filled(note, m_locale, {saleNote});
     input.sourceAccountID = m_ids.account("refunds");
     input.currency = "IDR";
     input.amountMinor = amountMinor;
@@ -137,9 +139,9 @@ std::string DemoBookkeeper::noteOf(std::string_view key)
     const auto& names = DemoWords::names();
     const auto month = names.text(fmt::format("month{}", static_cast<unsigned>(day.month())), m_locale);
     if (DemoWords::notes().text(key, m_locale).contains("%2"))
-        ++m_documents;
+        m_documents += static_cast<int>(between(1, 7, 1));
     const auto document = fmt::format("{:02}{:02}-{:03}", static_cast<int>(day.year()) % 100,
-                                      static_cast<unsigned>(day.month()), m_documents * 7);
+                                      static_cast<unsigned>(day.month()), m_documents);
     const auto partner = names.text(fmt::format("partner{}", m_chance() % tradingPartners), m_locale);
     return DemoWords::notes().filled(key, m_locale, {month, document, partner});
 }

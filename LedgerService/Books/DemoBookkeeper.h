@@ -24,8 +24,9 @@ public:
     /// The amount is zero when there is nothing to move.
     [[nodiscard]] TransactionInput inputOf(const DemoRoutine& routine);
 
-    /// A refund from the refund account, in rupiah; `note` is a key.
-    [[nodiscard]] TransactionInput refundOf(std::int64_t amountMinor, std::string_view note);
+    /// A refund from the refund account, in rupiah; `note` is a key, `saleNote` what was noted of the sale.
+    [[nodiscard]] TransactionInput refundOf(std::int64_t amountMinor, std::string_view note,
+                                            std::string_view saleNote = {});
 
     /// Records and gives the id of the entry. The plan never breaks a rule of the books.
     std::string post(const TransactionInput& input, std::string_view recorder);

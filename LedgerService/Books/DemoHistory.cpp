@@ -28,13 +28,17 @@ year_month firstMonth(sys_days lastDay)
     return last.year() / last.month() - months{monthsBack};
 }
 
-/// The day itself, or the Monday after a weekend.
+/// The day itself, or the Monday after a weekend; the Friday before it where the Monday is in another month, whose
+/// salaries and takings are its own.
 sys_days businessDay(sys_days day)
 {
     const std::chrono::weekday weekday{day};
-    if (weekday == std::chrono::Saturday)
-        return day + days{2};
-    return weekday == std::chrono::Sunday ? day + days{1} : day;
+    if (weekday != std::chrono::Saturday && weekday != std::chrono::Sunday)
+        return day;
+    const auto friday = day - (weekday - std::chrono::Friday);
+    const auto monday = friday + days{3};
+    const auto monthOf = [](sys_days each) { return std::chrono::year_month_day{each}.month(); };
+    return monthOf(monday) == monthOf(day) ? monday : friday;
 }
 
 /// What the routine of this note is, to be done on another occasion.
@@ -107,7 +111,7 @@ private:
             return;
         auto id = m_keeper.post(input, routine.recorder);
         if (routine.note == "wholesale")
-            m_refundable = Sale{std::move(id), input.amountMinor};
+            m_refundable = Sale{std::move(id), input.amountMinor, input.note};
     }
 
     void refundPartly()
@@ -115,8 +119,8 @@ private:
         const auto sale = std::exchange(m_refundable, std::nullopt);
         if (!sale)
             return;
-        auto input =
-            m_keeper.refundOf(m_keeper.between(sale->amountMinor / 30, sale->amountMinor / 14, 2'500'000), "damaged");
+        const auto amount = m_keeper.between(sale->amountMinor / 34, sale->amountMinor / 18, 2'500'000);
+        auto input = m_keeper.refundOf(amount, "damaged", sale->note);
         input.originalTransactionID = sale->entryID;
         m_keeper.post(input, "finance");
     }
@@ -168,6 +172,7 @@ private:
     struct Sale {
         std::string entryID;
         std::int64_t amountMinor = 0;
+        std::string note;
     };
 
     DemoBookkeeper m_keeper;

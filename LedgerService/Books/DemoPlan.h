@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -29,6 +30,9 @@ namespace DemoPlan {
 
 /// What happens every month or every few months.
 std::span<const DemoRoutine> routines();
+
+/// How much of its amount the routine comes to in the month, in percent: trade follows the seasons, rent does not.
+int seasonPercentOf(const DemoRoutine& routine, std::chrono::month month);
 
 /// An opening balance on the first day of the books.
 struct Opening {

@@ -55,6 +55,8 @@ TEST_P(DemoBooks, AreWholeSolventAndInOrderOfTime)
         EXPECT_FALSE(entry.note.contains('%')) << entry.note;
     }
     EXPECT_LE(books.entries.back().createdAt, lastDay + "T00:01:00.000Z");
+    EXPECT_GE(books.entries.size(), 400U);
+    EXPECT_LE(books.entries.size(), 600U);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -82,9 +84,11 @@ TEST(DemoCompany, ShowsEveryKindInFiveCurrencies)
         purposes.insert(entry.transferPurpose.value_or("plain"));
         for (const auto& leg : entry.legs)
             currencies.insert(leg.currency);
-        if (entry.originalTransactionID)
-            partialRefunds +=
-                books.entry(*entry.originalTransactionID)->legs[0].amountMinor + entry.legs[0].amountMinor > 0;
+        if (entry.originalTransactionID) {
+            const auto* const sale = books.entry(*entry.originalTransactionID);
+            partialRefunds += sale->legs[0].amountMinor + entry.legs[0].amountMinor > 0;
+            EXPECT_TRUE(entry.note.contains(sale->note)) << entry.note;
+        }
     }
     for (const auto* kind : {"income", "expense", "transfer", "exchange", "refund", "reversal", "opening"})
         EXPECT_GE(kinds[kind], 5) << kind;
