@@ -9,7 +9,7 @@
 /// of the file sends the same identifiers. Rows that read the same are told apart by counting them.
 class ImportRowIdentity {
 public:
-    explicit ImportRowIdentity(std::string_view companyID);
+    ImportRowIdentity(std::string_view companyID, std::size_t rowsExpected);
     ~ImportRowIdentity();
 
     /// The identifier of the next row, as a UUID text.

@@ -27,6 +27,23 @@ std::string cleanedHeader(std::string_view cell)
     return std::string{TextFold::trimmed(text)};
 }
 
+/// A fault of the file outweighs its header, wherever it stands.
+LedgerImportPlan otherHeader(CsvReader& reader)
+{
+    auto outcome = CsvReader::Outcome::record;
+    while (outcome == CsvReader::Outcome::record)
+        outcome = reader.next();
+    return malformed(outcome == CsvReader::Outcome::fault ? "csv" : "header");
+}
+
+/// At most so many rows without a fault does the text hold, by its line feeds. What it says is never trusted with more
+/// room than such rows could need.
+std::size_t rowsExpected(std::string_view text)
+{
+    constexpr std::string_view shortest = "2024-01-01,income,a,USD,1,b,,,,\n";
+    return std::min(static_cast<std::size_t>(std::ranges::count(text, '\n')), text.size() / shortest.size());
+}
+
 bool matches(const std::vector<std::string_view>& cells, std::span<const std::string_view> header)
 {
     return std::ranges::equal(cells, header, std::ranges::equal_to{}, cleanedHeader);
@@ -49,13 +66,15 @@ LedgerImportPlan LedgerImportCSV::plan(std::string_view data, const LedgerSnapsh
         return malformed("csv");
     const bool legacy = matches(reader.fields(), legacyHeaders);
     if (!legacy && !matches(reader.fields(), headers))
-        return malformed("header");
+        return otherHeader(reader);
 
     const std::size_t ownColumns = legacy ? 1 : 0;
     const auto columns = headers.size() + ownColumns;
+    const auto expected = rowsExpected(data);
     LedgerImportPlan plan;
+    plan.inputs.reserve(expected);
     ImportRowCheck rows{snapshot, plan};
-    ImportRowIdentity identity{snapshot.company.id};
+    ImportRowIdentity identity{snapshot.company.id, expected};
     std::vector<std::string_view> cells;
     for (int line = 2; (outcome = reader.next()) == CsvReader::Outcome::record; ++line) {
         cells.clear();

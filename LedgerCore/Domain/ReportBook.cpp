@@ -92,8 +92,12 @@ private:
         m_book.m_categories.emplace_back();
         for (const auto& category : categories)
             categorySlot(category.id);
+        std::uint32_t next = 1; // slots follow the list: a category listed once more keeps its first parent
         for (const auto& category : categories) {
             const auto slot = m_slots.at(category.id);
+            if (slot != next)
+                continue;
+            ++next;
             const auto parent = category.parentID ? m_slots.find(*category.parentID) : m_slots.end();
             if (parent != m_slots.end())
                 m_book.m_categories[slot].parent = parent->second;

@@ -1,5 +1,8 @@
 #include "LedgerCore/Domain/LedgerImportCSV.h"
 
+#include <algorithm>
+#include <set>
+
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/LedgerImportWords.h"
@@ -158,6 +161,7 @@ INSTANTIATE_TEST_SUITE_P(
                     FileCase{"Template", LedgerImportCSV::templateText(), "", false},
                     FileCase{"OpenQuoteInHeader", "\"日期 Date,类型 Type\n", "1:csv", true},
                     FileCase{"OtherHeader", "date,type\n", "1:header", true},
+                    FileCase{"OtherHeaderAndOpenQuote", "date,type\na,b\n\"", "1:csv", true},
                     FileCase{"OneColumnMore", std::string{header.substr(0, header.size() - 1)} + ",More\n", "1:header",
                              true},
                     FileCase{"NotUtf8", std::string{header} + "\xFF\n", "1:encoding", true},
@@ -231,6 +235,23 @@ TEST(LedgerImport, GivesRowsTheIdentifiersOfTheirContent)
     auto other = books();
     other.company.id = "公司";
     EXPECT_EQ(planRows(saleRow, other).inputs.at(0).idempotencyKey, "3df58b45-d820-52c7-b8b1-a735e63f28f9");
+}
+
+TEST(LedgerImport, TellsManyRowsApartWhateverEndsTheirLines)
+{
+    std::string rows;
+    for (int at = 0; at < 100; ++at) {
+        for (const int amount : {at + 1, at % 7 + 1, at + 1})
+            rows += "2026-01-05,Income,Bank,USD," + std::to_string(amount) + ",Sales,,,,\n";
+    }
+    auto returns = std::string{header} + rows;
+    std::ranges::replace(returns, '\n', '\r');
+    const auto plan = planRows(rows);
+    EXPECT_EQ(LedgerImportCSV::plan(returns, books()), plan);
+    std::set<std::string> identifiers;
+    for (const auto& input : plan.inputs)
+        identifiers.insert(input.idempotencyKey);
+    EXPECT_EQ(identifiers.size(), 300);
 }
 
 TEST(LedgerImport, AcceptsTheEarlierTemplateAndUntidyHeaders)
