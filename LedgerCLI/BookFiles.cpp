@@ -1,10 +1,10 @@
 #include "LedgerCLI/BookFiles.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <memory>
 #include <optional>
 
 #include <fmt/core.h>
@@ -24,11 +24,11 @@ void makeRoom(std::string& text, std::size_t size)
 {
     text.reserve(size + Json::padding);
 #ifdef MADV_HUGEPAGE
-    constexpr std::uintptr_t pageSize = 4096;
-    const auto begin = (reinterpret_cast<std::uintptr_t>(text.data()) + pageSize - 1) / pageSize * pageSize;
-    const auto end = reinterpret_cast<std::uintptr_t>(text.data() + text.capacity()) / pageSize * pageSize;
-    if (end > begin)
-        madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE); // a wish: refusal costs only time
+    constexpr std::size_t pageSize = 4096;
+    void* firstPage = text.data();
+    auto room = text.capacity();
+    if (std::align(pageSize, pageSize, firstPage, room))
+        madvise(firstPage, room / pageSize * pageSize, MADV_HUGEPAGE); // a wish: refusal costs only time
 #endif
 }
 
