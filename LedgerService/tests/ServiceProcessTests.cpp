@@ -52,7 +52,7 @@ protected:
         return reply.value_or(AuthReply{});
     }
 
-    int run(const std::string& arguments) const
+    [[nodiscard]] int run(const std::string& arguments) const
     {
         const auto status = std::system(
             fmt::format("{} {} > {} 2>&1", TALLYFOLD_SERVICE_PROGRAM, arguments, folder.file("output.txt")).c_str());
