@@ -65,8 +65,8 @@ std::vector<LedgerAmount> amountsOf(const LedgerBook& book, std::uint32_t at)
         const auto found = std::ranges::find(sums, leg.currency, &CurrencySum::currency);
         if (found == sums.end())
             sums.push_back({leg.currency, leg.amountMinor});
-        else if (found->minor)
-            found->minor = Money::add(*found->minor, leg.amountMinor);
+        else if (auto& minor = found->minor)
+            minor = Money::add(*minor, leg.amountMinor);
     }
     std::ranges::partition(sums, [](const CurrencySum& sum) { return sum.minor.value_or(0) < 0; });
     std::vector<LedgerAmount> amounts;

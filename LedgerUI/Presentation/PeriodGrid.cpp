@@ -24,7 +24,8 @@ Period yearsAround(year_month_day anchor)
     const auto year = static_cast<int>(anchor.year());
     const auto first = std::max(year - year % yearsOnPage, 1);
     const auto last = std::min(first + yearsOnPage - 1, 9999);
-    return Period::between(std::chrono::year{first} / 1 / 1, std::chrono::year{last} / 12 / 31).value();
+    return Period::between(std::chrono::year{first} / 1 / 1, std::chrono::year{last} / 12 / 31)
+        .value_or(Period::containing(Span::year, anchor));
 }
 
 /// What one page covers.
@@ -143,7 +144,7 @@ std::optional<year_month_day> turnedPage(Span span, year_month_day anchor, int b
 
 Period openingPeriod(const PeriodCounts& counts, year_month_day today)
 {
-    const auto current = Period::containing(Span::month, today);
+    auto current = Period::containing(Span::month, today);
     if (counts.in(current) > 0)
         return current;
     if (const auto latest = counts.latestDayUntil(today))
