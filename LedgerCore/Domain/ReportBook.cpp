@@ -100,8 +100,23 @@ private:
             ++next;
             const auto parent = category.parentID ? m_slots.find(*category.parentID) : m_slots.end();
             if (parent != m_slots.end())
-                m_book.m_categories[slot].parent = parent->second;
+                m_book.m_categories[slot].top = parent->second;
         }
+        for (std::uint32_t slot = 0; slot < m_book.m_categories.size(); ++slot)
+            m_book.m_categories[slot].top = topOf(slot);
+    }
+
+    /// The uppermost category above one, itself included; itself where the ways up run in a circle.
+    [[nodiscard]] std::uint32_t topOf(std::uint32_t slot) const
+    {
+        const auto& categories = m_book.m_categories;
+        auto top = slot;
+        for (std::size_t step = 0; step < categories.size(); ++step) {
+            if (categories[top].top == top)
+                return top;
+            top = categories[top].top;
+        }
+        return slot;
     }
 
     /// A category that the snapshot does not list still gets its own line.

@@ -50,8 +50,8 @@ public:
 
 private:
     struct CategorySlot {
-        std::string_view id;      // empty for the first slot, the money of no category
-        std::uint32_t parent = 0; // its own position for a top-level category
+        std::string_view id;   // empty for the first slot, the money of no category
+        std::uint32_t top = 0; // the uppermost category above it; its own position for a top-level one
     };
     template <class Entry>
     class Builder;

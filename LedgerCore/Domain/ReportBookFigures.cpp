@@ -116,7 +116,7 @@ private:
         std::vector<ReportCategoryLine> parents(sums.size());
         for (std::size_t at = 0; at < sums.size(); ++at) {
             const auto& line = sums[at].line;
-            auto& parent = parents[slots[at].parent];
+            auto& parent = parents[slots[at].top];
             parent.bookedMinor += line.bookedMinor;
             parent.refundedMinor += line.refundedMinor;
             parent.reversedMinor += line.reversedMinor;

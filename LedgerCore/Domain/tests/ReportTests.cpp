@@ -1,5 +1,7 @@
 #include "LedgerCore/Domain/ReportBook.h"
 
+#include <map>
+
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/LedgerDay.h"
@@ -72,6 +74,23 @@ LedgerSnapshot company()
 
 const std::vector<ReportRange> januaryAndFebruary{{day("2026-01-01"), day("2026-01-31")},
                                                   {day("2026-02-01"), day("2026-02-28")}};
+
+TEST(Report, AddsEachCategoryToTheUppermostAboveItHoweverTheyAreListed)
+{
+    LedgerSnapshot books;
+    books.accounts = {account("bank", {"USD"})};
+    books.categories = {category("toner", "expense", "paper"), category("paper", "expense", "office"),
+                        category("office", "expense", {}),     category("office", "expense", "toner"),
+                        category("hen", "expense", "egg"),     category("egg", "expense", "hen"),
+                        category("lost", "expense", "gone")};
+    for (const auto* id : {"toner", "office", "hen", "egg", "lost"})
+        post(books, id, "expense", "2026-01-10", {{"bank", "USD", -100}}).categoryID = id;
+    const auto report = ReportBook::create(books).value().report({"USD"}, januaryAndFebruary).value();
+    std::map<std::string, std::int64_t> sums;
+    for (const auto& line : report.periods[0].parentCategories)
+        sums[line.categoryID] = line.netMinor();
+    EXPECT_EQ(sums, (std::map<std::string, std::int64_t>{{"office", -200}, {"hen", -200}, {"lost", -100}}));
+}
 
 TEST(Report, TellsWhereTheMoneyOfEachPeriodCameFromAndWent)
 {
