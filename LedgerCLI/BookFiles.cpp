@@ -73,6 +73,8 @@ bool writeTo(const std::filesystem::path& path, std::string_view content)
 /// Takes the place of an ordinary file in one step, with the rights that it had.
 bool replaceFile(const std::filesystem::path& path, std::filesystem::file_status old, std::string_view content)
 {
+    if (std::filesystem::exists(old) && access(path.c_str(), W_OK) != 0) // protected, though its folder is not
+        return false;
     auto draft = path;
     draft += fmt::format(".{}.part", getpid());
     std::error_code failed;

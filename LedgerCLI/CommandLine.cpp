@@ -1,11 +1,12 @@
 #include "LedgerCLI/CommandLine.h"
 
+#include <algorithm>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
-#include <map>
+#include <iostream>
 #include <utility>
 
 #include <CLI/CLI.hpp>
@@ -13,6 +14,8 @@
 #include "LedgerCLI/AllocateCommand.h"
 #include "LedgerCLI/BalancesCommand.h"
 #include "LedgerCLI/BookFiles.h"
+#include "LedgerCLI/CommandHelp.h"
+#include "LedgerCLI/CommandWords.h"
 #include "LedgerCLI/ExportCommand.h"
 #include "LedgerCLI/ImportPlanCommand.h"
 #include "LedgerCLI/ReportCommand.h"
@@ -23,21 +26,6 @@
 #include "LedgerCore/Domain/ReportSource.h"
 
 namespace {
-
-constexpr auto footer = R"(Exit codes:
-  0  done
-  2  the command line makes no sense
-  3  a file cannot be read or written
-  4  the snapshot file holds no snapshot
-  5  refused by the books or by the member's rights
-  6  the import file has issues, or nothing to import
-
-Examples:
-  tallyfold-cli balances --snapshot books.json
-  tallyfold-cli report --snapshot books.json --currency USD --from 2024-01-01 --to 2024-12-31 --by quarter
-  tallyfold-cli export ledger --snapshot books.json --from 2024-01-01 --to 2024-12-31 --out ledger.csv
-  tallyfold-cli import-plan old-books.csv --snapshot books.json --locale vi
-  tallyfold-cli allocate --snapshot books.json --total 1000.00 --currency USD --share ana=6000 --share budi=4000)";
 
 const std::vector<std::string> entryKinds{"income",   "expense", "transfer", "exchange", "refund",
                                           "reversal", "opening", "capital",  "dividend"};
@@ -76,7 +64,7 @@ class Program {
 public:
     Program()
     {
-        m_app.footer(footer);
+        CommandHelp::install(m_app);
         m_app.set_version_flag("--version", TALLYFOLD_VERSION);
         m_app.require_subcommand(1);
         addBalances();
@@ -94,8 +82,9 @@ public:
             m_style.locale = AppLanguage::locale(m_style.locale);
             return finish(m_command());
         } catch (const CLI::ParseError& error) {
-            const int code = m_app.exit(error);
-            return code == 0 ? 0 : std::to_underlying(ExitCode::usage);
+            if (m_app.exit(error) != 0)
+                return std::to_underlying(ExitCode::usage);
+            return std::cout.flush() ? 0 : unwritable();
         }
     }
 
@@ -103,7 +92,11 @@ private:
     CLI::App* command(CLI::App& above, const char* name, const char* description)
     {
         auto* added = above.add_subcommand(name, description);
-        added->add_option("--locale", m_style.locale, "Language of texts: zh, en, id or vi; by default the terminal's")
+        const auto isNested = &above != &m_app;
+        added->footer(CommandHelp::footer(isNested ? above.get_name() + " " + name : name));
+        added
+            ->add_option("--locale", m_style.locale,
+                         "Language of texts: zh, en, id or vi, any other being zh; by default the terminal's")
             ->option_text("LOCALE");
         return added;
     }
@@ -127,13 +120,28 @@ private:
         return added;
     }
 
+    /// An option that takes one of a few words and nothing else.
+    template <class Value>
+    static void addChoice(CLI::App& command, const char* name, Value& target, const char* description,
+                          std::vector<std::pair<std::string, Value>> choices)
+    {
+        std::vector<std::string> words;
+        for (const auto& [word, value] : choices)
+            words.push_back(word);
+        const auto shown = CLI::detail::join(words, "|");
+        const auto choose = [&target, choices = std::move(choices)](const std::string& chosen) {
+            target = std::ranges::find(choices, chosen, &std::pair<std::string, Value>::first)->second;
+        };
+        command.add_option_function<std::string>(name, choose, description)
+            ->check(CLI::IsMember(std::move(words)))
+            ->option_text(shown);
+    }
+
     void addFormat(CLI::App& command)
     {
-        const std::map<std::string, OutputFormat> formats{
-            {"text", OutputFormat::text}, {"csv", OutputFormat::csv}, {"json", OutputFormat::json}};
-        command.add_option("--format", m_style.format, "text for people; csv or json for programs")
-            ->transform(CLI::Transformer(formats))
-            ->option_text("text|csv|json");
+        addChoice<OutputFormat>(
+            command, "--format", m_style.format, "text for people; csv or json for programs",
+            {{"text", OutputFormat::text}, {"csv", OutputFormat::csv}, {"json", OutputFormat::json}});
     }
 
     void addOut(CLI::App& command)
@@ -157,15 +165,16 @@ private:
             m_app, "report", "Opening, income, expense, other movements and closing by period",
             [this](const ReportSource& books) { return ReportCommand::run(books, m_report, m_style); });
         addFormat(*added);
-        const std::map<std::string, Period::Span> spans{
-            {"day", Period::Span::day},         {"week", Period::Span::week}, {"month", Period::Span::month},
-            {"quarter", Period::Span::quarter}, {"year", Period::Span::year}, {"total", Period::Span::dates}};
         added->add_option("--currency", m_report.currency, "ISO code")->required()->option_text("CODE");
         added->add_option("--from", m_report.from, "First day")->required()->option_text("DAY");
         added->add_option("--to", m_report.to, "Last day")->required()->option_text("DAY");
-        added->add_option("--by", m_report.by, "Length of a period; month by default")
-            ->transform(CLI::Transformer(spans))
-            ->option_text("day|week|month|quarter|year|total");
+        addChoice<Period::Span>(*added, "--by", m_report.by, "Length of a period; month by default",
+                                {{"day", Period::Span::day},
+                                 {"week", Period::Span::week},
+                                 {"month", Period::Span::month},
+                                 {"quarter", Period::Span::quarter},
+                                 {"year", Period::Span::year},
+                                 {"total", Period::Span::dates}});
         added->add_option("--account", m_report.accountIDs, "Only this account; may be repeated")->option_text("ID");
     }
 
@@ -173,6 +182,7 @@ private:
     {
         auto* exports = m_app.add_subcommand("export", "Write the files that the window exports");
         exports->require_subcommand(1);
+        exports->footer(CommandHelp::footer("export"));
         auto* ledger = command(*exports, "ledger", "One record a leg", [this](const LedgerSnapshot& books) {
             m_scope.includesAllVisibleAccounts = m_scope.accountIDs.empty();
             m_scope.includesAllVisibleCurrencies = m_scope.currencies.empty();
@@ -186,7 +196,7 @@ private:
             ->option_text("CODE");
         ledger->add_option("--kind", m_scope.kinds, "Only this kind of entry; may be repeated")
             ->check(CLI::IsMember(entryKinds))
-            ->option_text("KIND");
+            ->option_text(CLI::detail::join(entryKinds, "|"));
         ledger->add_flag("--receipt-index", m_scope.includesReceiptIndex, "Add receipt counts and filenames");
         addOut(*command(*exports, "capital", "One record a capital record", [this](const LedgerSnapshot& books) {
             return ExportCommand::capital(books, m_target, m_style.locale);
@@ -205,8 +215,14 @@ private:
                                       return std::unexpected(file.error());
                                   return ImportPlanCommand::run(*file, books, m_style);
                               });
+        added->parse_complete_callback([this] {
+            if (m_importPath == "-" && m_snapshotPath == "-")
+                throw CLI::ValidationError{"file", "standard input can give the snapshot or the file, not both"};
+        });
         addFormat(*added);
-        added->add_option("file", m_importPath, "The file, in the layout of the template")->required();
+        added->add_option("file", m_importPath, "The file, in the layout of the template; - for standard input")
+            ->required()
+            ->option_text("FILE");
     }
 
     void addTemplate()
@@ -241,7 +257,13 @@ private:
             ->option_text("ID=BPS");
     }
 
-    static int finish(const CommandResult& result)
+    [[nodiscard]] int unwritable() const
+    {
+        return finish(std::unexpected(
+            CommandFailure{ExitCode::file, std::string{CommandWords::text("outputUnwritable", m_style.locale)}}));
+    }
+
+    [[nodiscard]] int finish(const CommandResult& result) const
     {
         if (!result) {
             std::fprintf(stderr, "tallyfold-cli: %s\n", result.error().message.c_str());
@@ -250,7 +272,7 @@ private:
         const auto& text = result->text;
         const bool written =
             std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
-        return std::to_underlying(written ? result->code : ExitCode::file);
+        return written ? std::to_underlying(result->code) : unwritable();
     }
 
     CLI::App m_app{"Tallyfold for the terminal: reads a company's books from a snapshot file.", "tallyfold-cli"};

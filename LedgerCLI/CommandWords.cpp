@@ -37,6 +37,8 @@ const WordTable& table()
         {"unreadable", "无法读取 %1。", "%1 tidak dapat dibaca.", "Không đọc được %1.", "%1 cannot be read."},
         {"unwritable", "无法创建导出文件，请重试。", "Berkas ekspor tidak dapat dibuat. Coba lagi.",
          "Không tạo được tệp xuất. Hãy thử lại.", "The export file could not be created. Try again."},
+        {"outputUnwritable", "无法写入标准输出。", "Keluaran standar tidak dapat ditulis.",
+         "Không ghi được ra đầu ra chuẩn.", "Standard output cannot be written."},
         {"noSnapshot", "%1 不是公司账簿快照。", "%1 bukan potret buku perusahaan.",
          "%1 không phải là bản chụp sổ sách công ty.", "%1 is not a snapshot of a company's books."},
         {"exportForbidden", "该成员没有导出权限。", "Anggota ini tidak berhak mengekspor.",

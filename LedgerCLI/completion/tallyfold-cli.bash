@@ -5,6 +5,11 @@ _tallyfold_cli()
     local word=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD - 1]}
     local command=${COMP_WORDS[1]} options
     COMPREPLY=()
+    if [[ $word == = ]]; then # the shell takes "--format=json" for three words
+        word=
+    elif [[ $before == = ]]; then
+        before=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
     case $before in
     --format) mapfile -t COMPREPLY < <(compgen -W "text csv json" -- "$word") && return ;;
     --locale) mapfile -t COMPREPLY < <(compgen -W "zh en id vi" -- "$word") && return ;;

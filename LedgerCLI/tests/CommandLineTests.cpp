@@ -2,6 +2,8 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <regex>
+#include <set>
 #include <sstream>
 
 #include <fcntl.h>
@@ -240,6 +242,11 @@ TEST_F(CommandLineProgram, SaysByItsExitCodeWhatWentWrong)
         {{"nonsense"}, 2},
         {{"balances"}, 2},
         {{"balances", "--snapshot", "books.json", "--format", "xml"}, 2},
+        {{"balances", "--snapshot", "books.json", "--format", "2"}, 2},
+        {{"report", "--snapshot", "books.json", "--currency", "USD", "--from", "2024-01-01", "--to", "2024-12-31",
+          "--by", "4"},
+         2},
+        {{"import-plan", "-", "--snapshot", "-"}, 2},
         {{"allocate", "--snapshot", "books.json", "--currency", "USD", "--total", "1", "--share", "ana"}, 2},
         {{"allocate", "--snapshot", "books.json", "--currency", "USD", "--total", "1,5"}, 2},
         {{"report", "--snapshot", "books.json", "--currency", "USD", "--from", "2024-02-30", "--to", "2024-12-31"}, 2},
@@ -325,20 +332,56 @@ TEST_F(CommandLineProgram, ReadsLargeBooksFromAFileAndFromAPipeAlike)
     }
 }
 
-TEST_F(CommandLineProgram, CompletesEveryOptionThatItsHelpNames)
+TEST_F(CommandLineProgram, NamesWhatItDoesNotUnderstand)
 {
-    std::ifstream file{TALLYFOLD_CLI_COMPLETION};
-    const std::string completion{std::istreambuf_iterator<char>{file}, {}};
-    for (const auto* command :
-         {"balances", "report", "export ledger", "export capital", "import-plan", "template", "allocate"}) {
+    EXPECT_NE(run({"nonsense"}).errors.find("not expected: nonsense\n"), std::string::npos);
+    EXPECT_NE(run({"balances", "--snapshto", "x"}).errors.find("not expected: --snapshto x\n"), std::string::npos);
+}
+
+TEST_F(CommandLineProgram, SaysThatNobodyTakesWhatItWrites)
+{
+    for (const auto* arguments : {"template --out -", "--help"}) {
+        const auto command = std::string{"LC_ALL=C '"} + TALLYFOLD_CLI_PROGRAM + "' " + arguments +
+                             " > /dev/full 2> '" + path("err.txt").string() + "'";
+        EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 3) << arguments;
+        EXPECT_EQ(read("err.txt"), "tallyfold-cli: Standard output cannot be written.\n");
+    }
+}
+
+namespace {
+
+/// The words of a text that match `pattern`, each once.
+std::set<std::string> wordsIn(const std::string& text, const char* pattern)
+{
+    const std::regex word{pattern};
+    return {std::sregex_token_iterator{text.begin(), text.end(), word}, {}};
+}
+
+}
+
+TEST_F(CommandLineProgram, CompletesJustTheOptionsAndChoicesThatItsHelpNames)
+{
+    const auto completed = [this](const std::string& words) {
+        write("complete.sh",
+              "compopt() { :; }; . '" TALLYFOLD_CLI_COMPLETION "'\nCOMP_WORDS=(tallyfold-cli " + words +
+                  ")\nCOMP_CWORD=$((${#COMP_WORDS[@]} - 1))\n_tallyfold_cli; echo \"${COMPREPLY[@]}\"\n");
+        const auto script = path("complete.sh").string();
+        EXPECT_EQ(std::system(("bash '" + script + "' > '" + script + ".out'").c_str()), 0);
+        return read("complete.sh.out");
+    };
+    for (const std::string command : {"balances", "report", "export ledger", "export capital", "export dividends",
+                                      "import-plan", "template", "allocate"}) {
         std::istringstream words{command};
         std::vector<std::string> arguments{std::istream_iterator<std::string>{words}, {}};
         arguments.emplace_back("--help");
         const auto help = run(arguments).output;
-        ASSERT_NE(help.find("--locale"), std::string::npos) << command;
-        for (auto at = help.find("  --"); at != std::string::npos; at = help.find("  --", at + 1)) {
-            const auto option = help.substr(at + 2, help.find_first_of(" ,\n", at + 2) - at - 2);
-            EXPECT_NE(completion.find(option), std::string::npos) << command << " " << option;
+        const auto options = help.substr(0, help.find("Exit codes:"));
+        EXPECT_EQ(wordsIn(completed(command + " --"), "--[a-z-]+"), wordsIn(options, "--[a-z-]+")) << command;
+        for (const auto* choice : {"--format", "--by", "--kind"}) {
+            std::smatch named;
+            if (std::regex_search(options, named, std::regex{std::string{choice} + " ([a-z|]+)\\s"}))
+                EXPECT_EQ(wordsIn(completed(command + " " + choice + " = ''"), "[a-z]+"), wordsIn(named[1], "[a-z]+"))
+                    << command << " " << choice;
         }
     }
 }
