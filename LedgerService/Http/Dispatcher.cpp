@@ -1,7 +1,6 @@
 #include "LedgerService/Http/Dispatcher.h"
 
 #include <exception>
-#include <mutex>
 
 #include "LedgerCore/Domain/Json.h"
 #include "LedgerCore/Domain/LedgerDay.h"
@@ -36,6 +35,8 @@ Reply Dispatcher::answer(const RouteMatch& match, const Request& request) const
         return withSnapshot(std::get<SnapshotReply>(*outcome));
     } catch (const std::exception& failure) {
         Log::failure(match.route ? match.route->pattern : "", DatabaseFailure::words(failure));
+        if (DatabaseFailure::isBusy(failure))
+            return replyOf({503, "service_unavailable", "Another program holds the database; try again."});
         return replyOf({500, "internal_error", "The service could not do its work."});
     }
 }
@@ -61,8 +62,7 @@ Outcome Dispatcher::memberOutcome(const RouteMatch& match, MemberHandler handler
                                   const Request& request) const
 {
     const auto loan = m_service.database.borrow();
-    const auto turn =
-        mode == Transaction::Mode::writing ? m_service.database.queueToWrite() : std::unique_lock<std::mutex>{};
+    const auto turn = mode == Transaction::Mode::writing ? m_service.database.queueToWrite() : Database::Turn{};
     Transaction transaction{*loan, mode};
     const auto instant = m_service.clock();
     auto now = LedgerDay::stamp(instant);

@@ -1,7 +1,6 @@
 #include "LedgerService/Operations/CommandLine.h"
 
 #include <exception>
-#include <filesystem>
 
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
@@ -11,6 +10,7 @@
 #include "LedgerService/Operations/Serve.h"
 #include "LedgerService/Operations/Verify.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/DatabaseFailure.h"
 
 namespace {
 
@@ -27,9 +27,7 @@ void addDatabase(CLI::App& command, std::string& file)
 
 int verify(const std::string& file)
 {
-    if (!std::filesystem::exists(file))
-        return fail("there is no file " + file);
-    const auto database = Database::open(file);
+    const auto database = Database::openExisting(file);
     if (!database)
         return fail(database.error());
     const auto loan = (*database)->borrow();
@@ -127,6 +125,6 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
     } catch (const CLI::ParseError& problem) {
         return app.exit(problem);
     } catch (const std::exception& failure) {
-        return fail(failure.what());
+        return fail(DatabaseFailure::words(failure));
     }
 }

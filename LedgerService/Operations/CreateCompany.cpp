@@ -1,11 +1,12 @@
 #include "LedgerService/Operations/CreateCompany.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <iostream>
 #include <string_view>
 
-#include <fmt/core.h>
+#include <fmt/ranges.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -58,17 +59,28 @@ std::string ask(std::string_view question)
     return line;
 }
 
+bool isControl(char byte)
+{
+    return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
+}
+
 bool isName(std::string_view text)
 {
     const auto trimmed = TextFold::trimmed(text);
-    return !trimmed.empty() && TextFold::isValidUtf8(text) && TextFold::length(trimmed) <= maximumNameLength;
+    return !trimmed.empty() && TextFold::isValidUtf8(text) && std::ranges::none_of(trimmed, isControl) &&
+           TextFold::length(trimmed) <= maximumNameLength;
+}
+
+bool isCountry(std::string_view code)
+{
+    return code.size() == 2 && std::ranges::all_of(code, [](char each) { return each >= 'A' && each <= 'Z'; });
 }
 
 bool isEmail(std::string_view text)
 {
     const auto at = text.find('@');
     return at != std::string_view::npos && at > 0 && at + 1 < text.size() && text.find(' ') == std::string_view::npos &&
-           TextFold::isValidUtf8(text);
+           std::ranges::none_of(text, isControl) && TextFold::isValidUtf8(text);
 }
 
 CompanyFounding foundingOf(const CreateCompany::Order& order)
@@ -102,9 +114,13 @@ CompanyFounding foundingOf(const CreateCompany::Order& order)
 std::expected<std::string, std::string> CreateCompany::carryOut(Connection& connection, const Order& order)
 {
     if (!isName(order.companyName) || !isName(order.ownerName))
-        return std::unexpected(fmt::format("names have 1 to {} characters", maximumNameLength));
+        return std::unexpected(fmt::format("names have 1 to {} characters on one line", maximumNameLength));
     if (!isEmail(UserRepository::normalized(order.ownerEmail)))
         return std::unexpected("the e-mail address is not one");
+    if (!std::ranges::all_of(order.countries, isCountry))
+        return std::unexpected("countries are codes of two capital letters, such as ID or VN");
+    if (!AppLanguage::isSupported(order.locale))
+        return std::unexpected(fmt::format("the languages are {}", fmt::join(AppLanguage::supportedLocales, ", ")));
     if (!Password::isAcceptable(order.password))
         return std::unexpected(fmt::format("a password has at least {} characters", Password::minimumLength));
     const auto founding = foundingOf(order);
@@ -121,6 +137,8 @@ std::expected<std::string, std::string> CreateCompany::readPassword()
     if (isatty(STDIN_FILENO) == 0) {
         std::string line;
         std::getline(std::cin, line);
+        if (line.ends_with('\r')) // of a file from a system with other line ends
+            line.pop_back();
         return line;
     }
     const HiddenTyping hidden;

@@ -1,9 +1,19 @@
 #include "LedgerService/Storage/Database.h"
 
+#include <chrono>
 #include <exception>
+#include <filesystem>
 
 #include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/DatabaseFailure.h"
 #include "LedgerService/Storage/Migrations.h"
+
+namespace {
+
+/// As long as a writer waits for another process.
+constexpr std::chrono::seconds patience{10};
+
+}
 
 Database::Database(std::string file) : m_file(std::move(file)) {}
 
@@ -20,8 +30,27 @@ std::expected<std::unique_ptr<Database>, std::string> Database::open(const std::
             return std::unexpected(*refused);
         return database;
     } catch (const std::exception& failure) {
-        return std::unexpected("cannot open " + file + ": " + failure.what());
+        return std::unexpected("cannot open " + file + ": " + DatabaseFailure::words(failure));
     }
+}
+
+std::expected<std::unique_ptr<Database>, std::string> Database::openExisting(const std::string& file)
+{
+    std::error_code failure;
+    const auto size = std::filesystem::file_size(file, failure);
+    if (failure)
+        return std::unexpected("cannot open " + file + ": " + failure.message());
+    if (size == 0)
+        return std::unexpected(file + " is empty");
+    return open(file);
+}
+
+Database::Turn Database::queueToWrite()
+{
+    Turn turn{m_writing, patience};
+    if (!turn.owns_lock())
+        throw DatabaseBusy{};
+    return turn;
 }
 
 Database::Loan Database::borrow()

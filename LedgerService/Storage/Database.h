@@ -11,8 +11,11 @@ class Connection;
 /// The service's database: its connections, one lent to each request at a time. Shared by all threads.
 class Database {
 public:
-    /// Opens the file and brings its schema up to date, or says in words why not.
+    /// Opens the file, makes it if it is missing and brings its schema up to date, or says in words why not.
     static std::expected<std::unique_ptr<Database>, std::string> open(const std::string& file);
+
+    /// The same for a file that must hold books already: a missing or empty one is refused and left as it is.
+    static std::expected<std::unique_ptr<Database>, std::string> openExisting(const std::string& file);
     ~Database();
 
     /// A connection on loan; it goes back when this is gone.
@@ -30,14 +33,16 @@ public:
     };
     [[nodiscard]] Loan borrow();
 
-    /// Held while writing: the threads of one process queue here instead of polling the file's lock.
-    [[nodiscard]] std::unique_lock<std::mutex> queueToWrite() { return std::unique_lock{m_writing}; }
+    using Turn = std::unique_lock<std::timed_mutex>;
+    /// Held while writing: the threads of one process queue here instead of polling the file's lock. Throws
+    /// `DatabaseBusy` when the turn does not come in time.
+    [[nodiscard]] Turn queueToWrite();
 
 private:
     explicit Database(std::string file);
 
     std::string m_file;
-    std::mutex m_writing;
+    std::timed_mutex m_writing;
     std::mutex m_guard;
     std::vector<std::unique_ptr<Connection>> m_idle;
 };

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <chrono>
+#include <expected>
 #include <span>
 
 #include <fmt/core.h>
@@ -13,6 +14,10 @@
 #include "LedgerService/Storage/Transaction.h"
 
 namespace {
+
+constexpr auto countTables = R"sql(
+    SELECT COUNT(*), COUNT(CASE WHEN name = 'schema_migrations' THEN 1 END) FROM sqlite_master WHERE type = 'table'
+)sql";
 
 constexpr auto createHistory = R"sql(
     CREATE TABLE IF NOT EXISTS schema_migrations (version INTEGER PRIMARY KEY, applied_at TEXT NOT NULL)
@@ -26,9 +31,17 @@ constexpr auto insertVersion = R"sql(
     INSERT INTO schema_migrations (version, applied_at) VALUES (:version, :now)
 )sql";
 
-int currentVersion(Connection& connection)
+/// 0 in a file without any tables yet.
+std::expected<int, std::string> currentVersion(Connection& connection)
 {
+    int tables = 0;
+    int histories = 0;
+    Query{connection, countTables}.into(tables).into(histories).next();
+    if (histories == 0 && tables > 0)
+        return std::unexpected("the file belongs to another program");
     int version = 0;
+    if (histories == 0)
+        return version;
     Query query{connection, selectVersion};
     query.into(version).next();
     return version;
@@ -53,14 +66,19 @@ int Migrations::newest()
 
 std::optional<std::string> Migrations::apply(Connection& connection)
 {
+    const auto known = currentVersion(connection);
+    if (known == newest())
+        return std::nullopt; // without waiting for writers
     Transaction transaction{connection, Transaction::Mode::writing};
-    connection.execute(createHistory);
     const auto steps = MigrationSteps::all();
-    const int current = currentVersion(connection);
-    if (current > newest())
+    const auto current = currentVersion(connection);
+    if (!current)
+        return current.error();
+    if (*current > newest())
         return fmt::format("the database has schema {}, this program knows schemas up to {}: use a newer program",
-                           current, newest());
-    for (auto version = current + 1; version <= newest(); ++version)
+                           *current, newest());
+    connection.execute(createHistory);
+    for (auto version = *current + 1; version <= newest(); ++version)
         take(connection, version, steps[static_cast<std::size_t>(version) - 1]);
     transaction.commit();
     return std::nullopt;

@@ -161,15 +161,17 @@ TEST_F(ServedByAProcess, OffersTheDemonstrationOnLoopbackUnlessToldOtherwise)
 
 TEST_F(ServedByAProcess, FoundsACompanyWhoseOwnerSignsIn)
 {
-    const auto create = [&](const std::string& password, const std::string& email) {
-        const auto command = fmt::format("echo '{}' | {} create-company --database {} --name 'Toko Baru' --owner-name "
-                                         "Dewi --owner-email {} > /dev/null 2>&1",
-                                         password, TALLYFOLD_SERVICE_PROGRAM, file, email);
+    const auto create = [&](const std::string& password, const std::string& email, const std::string& more = "") {
+        const auto command = fmt::format("printf '{}\\n' | {} create-company --database {} --name 'Toko Baru' "
+                                         "--owner-name Dewi --owner-email {} {} > /dev/null 2>&1",
+                                         password, TALLYFOLD_SERVICE_PROGRAM, file, email, more);
         return WEXITSTATUS(std::system(command.c_str()));
     };
     EXPECT_NE(create("short", "dewi@toko.example"), 0);
     EXPECT_NE(create("long enough", "no-address"), 0);
-    EXPECT_EQ(create("long enough", "Dewi@toko.example"), 0);
+    EXPECT_NE(create("long enough", "dewi@toko.example", "--country Indonesia"), 0);
+    EXPECT_NE(create("long enough", "dewi@toko.example", "--locale xx"), 0);
+    EXPECT_EQ(create("long enough\\r", "Dewi@toko.example", "--country ID --locale id-ID"), 0);
     EXPECT_NE(create("long enough", "dewi@toko.example"), 0) << "the address is taken";
 
     const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file};

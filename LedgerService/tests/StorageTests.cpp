@@ -1,3 +1,4 @@
+#include <filesystem>
 #include <fstream>
 
 #include <gtest/gtest.h>
@@ -39,6 +40,39 @@ TEST(Migrations, SayWhyAFileIsNoDatabase)
         ASSERT_FALSE(refused.has_value()) << file;
         EXPECT_FALSE(refused.error().empty());
     }
+    const auto others = folder.file("others.sqlite");
+    Connection{others}.execute("CREATE TABLE letters (body TEXT)");
+    const auto refused = Database::open(others);
+    ASSERT_FALSE(refused.has_value());
+    EXPECT_NE(refused.error().find("another program"), std::string::npos) << refused.error();
+}
+
+TEST(Database, TakesNoEmptyFileForBooks)
+{
+    const TemporaryFolder folder;
+    const auto cutShort = folder.file("backup.sqlite");
+    std::ofstream{cutShort}.flush();
+    EXPECT_FALSE(Database::openExisting(cutShort).has_value());
+    EXPECT_EQ(std::filesystem::file_size(cutShort), 0U);
+    EXPECT_FALSE(Database::openExisting(folder.file("missing.sqlite")).has_value());
+    EXPECT_FALSE(std::filesystem::exists(folder.file("missing.sqlite")));
+}
+
+TEST(Database, OpensWhileAnotherWritesAndTellsThatItIsHeld)
+{
+    TestService service;
+    service.write([&](Connection&) {
+        const auto database = Database::openExisting(service.databaseFile());
+        ASSERT_TRUE(database.has_value()) << database.error();
+        const auto loan = (*database)->borrow();
+        (*loan).execute("PRAGMA busy_timeout = 0");
+        try {
+            const Transaction transaction{*loan, Transaction::Mode::writing};
+            ADD_FAILURE() << "two wrote at the same time";
+        } catch (const std::exception& failure) {
+            EXPECT_TRUE(DatabaseFailure::isBusy(failure)) << failure.what();
+        }
+    });
 }
 
 TEST(Storage, KeepsEveryFieldOfAnEntry)
@@ -98,6 +132,7 @@ TEST(Storage, SaysWhatFailedWithoutWhatWasWritten)
             Query{connection, "UPDATE accounts SET name = NULL, purpose = :secret"}.bind("secret", "Dewi's pay").run();
         } catch (const std::exception& failure) {
             words = DatabaseFailure::words(failure);
+            EXPECT_FALSE(DatabaseFailure::isBusy(failure));
         }
     });
     EXPECT_NE(words.find("NOT NULL"), std::string::npos) << words;
