@@ -23,7 +23,8 @@ constexpr std::chrono::seconds lingerTime{5};
 std::string bearerOf(std::string_view header)
 {
     constexpr std::string_view scheme = "Bearer ";
-    return header.starts_with(scheme) ? std::string{header.substr(scheme.size())} : std::string{};
+    return beast::iequals(header.substr(0, scheme.size()), scheme) ? std::string{header.substr(scheme.size())}
+                                                                   : std::string{};
 }
 
 /// The part of "a, b, c" after the last comma: the address that the nearest proxy saw.
@@ -34,6 +35,12 @@ std::string lastListed(std::string_view list)
     while (last.starts_with(' '))
         last.remove_prefix(1);
     return std::string{last};
+}
+
+/// Whether the request only reads, whatever its path.
+bool isSafe(http::verb method)
+{
+    return method == http::verb::get || method == http::verb::head;
 }
 
 std::optional<Refusal> refusalOf(beast::error_code failure)
@@ -113,10 +120,12 @@ asio::awaitable<bool> HttpConnection::awaitRequest()
 asio::awaitable<bool> HttpConnection::answerOne()
 {
     Parser parser;
+    m_headAsked = false;
     auto failure = co_await readHeader(parser);
     if (failure)
         co_return co_await refuse(failure);
     const auto& header = parser.get();
+    m_headAsked = header.method() == http::verb::head;
     const std::string_view target{header.target().data(), header.target().size()};
     const std::string_view method{header.method_string().data(), header.method_string().size()};
     const auto match = m_shared.routes.match(method, target.substr(0, target.find('?')));
@@ -126,7 +135,8 @@ asio::awaitable<bool> HttpConnection::answerOne()
     const bool keepAlive = header.keep_alive();
     const auto request = requestOf(parser);
     auto answering = work(m_shared.dispatcher, match, request);
-    auto reply = co_await asio::co_spawn(m_shared.workers, std::move(answering), asio::use_awaitable);
+    auto& pool = isSafe(header.method()) ? m_shared.readers : m_shared.writers;
+    auto reply = co_await asio::co_spawn(pool, std::move(answering), asio::use_awaitable);
     co_return co_await write(std::move(reply), keepAlive && !m_shared.stopping);
 }
 
@@ -188,7 +198,11 @@ asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)
     beast::error_code failure;
     m_stream.expires_after(m_shared.limits.reply);
     auto token = asio::redirect_error(asio::use_awaitable, failure);
-    co_await http::async_write(m_stream, response, token);
+    http::response_serializer<http::string_body> serializer{response};
+    if (m_headAsked)
+        co_await http::async_write_header(m_stream, serializer, token);
+    else
+        co_await http::async_write(m_stream, serializer, token);
     co_return keepAlive && !failure;
 }
 

@@ -19,7 +19,8 @@ struct HttpShared {
     const Dispatcher& dispatcher;
     const RouteTable& routes;
     const HttpLimits& limits;
-    boost::asio::thread_pool& workers; // the requests' own work, which blocks
+    boost::asio::thread_pool& readers; // the requests' own work, which blocks
+    boost::asio::thread_pool& writers; // may all wait for the database's lock, and readers do not wait with them
     bool behindProxy = false;
     bool stopping = false; // only the network thread reads and writes it
 };
@@ -55,4 +56,5 @@ private:
     std::string m_remote;
     HttpShared& m_shared;
     bool m_idle = true;
+    bool m_headAsked = false; // the request under way is answered without a body
 };

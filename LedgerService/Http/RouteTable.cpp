@@ -40,10 +40,11 @@ RouteMatch RouteTable::match(std::string_view method, std::string_view path) con
         auto parameters = parametersOf(route.pattern, path);
         if (!parameters)
             continue;
-        if (route.method == method)
+        if (route.method == method || (method == "HEAD" && route.method == "GET"))
             return {.route = &route, .parameters = *std::move(parameters), .allow = {}};
         match.allow += match.allow.empty() ? "" : ", ";
         match.allow += route.method;
+        match.allow += route.method == "GET" ? ", HEAD" : "";
     }
     return match;
 }

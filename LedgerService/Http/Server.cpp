@@ -12,6 +12,7 @@
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/use_awaitable.hpp>
+#include <fmt/core.h>
 
 #include "LedgerService/Http/HttpConnection.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
@@ -24,7 +25,7 @@ using asio::ip::tcp;
 
 /// How long requests under way may take once the server is told to stop.
 constexpr std::chrono::seconds stoppingTime{15};
-/// Enough to keep readers going while writers queue for the disk.
+/// Of each kind, so that a few slow requests do not hold up the quick ones.
 constexpr unsigned fewestWorkers = 4;
 /// After a failed accept, such as too many open files, the next one is tried no sooner.
 constexpr std::chrono::milliseconds pauseAfterFailure{100};
@@ -39,12 +40,13 @@ unsigned workerCount()
 struct Server::State {
     State(ServerOptions given, std::unique_ptr<Database> opened)
         : options(std::move(given)), database(std::move(opened)), routes(allRoutes()),
-          dispatcher({.database = *database, .clock = options.clock, .policy = options.policy}), workers(workerCount()),
-          shared{.dispatcher = dispatcher,
-                 .routes = routes,
-                 .limits = options.limits,
-                 .workers = workers,
-                 .behindProxy = options.behindProxy}
+          dispatcher({.database = *database, .clock = options.clock, .policy = options.policy}), readers(workerCount()),
+          writers(workerCount()), shared{.dispatcher = dispatcher,
+                                         .routes = routes,
+                                         .limits = options.limits,
+                                         .readers = readers,
+                                         .writers = writers,
+                                         .behindProxy = options.behindProxy}
     {
     }
 
@@ -57,7 +59,8 @@ struct Server::State {
     std::unique_ptr<Database> database;
     RouteTable routes;
     Dispatcher dispatcher;
-    asio::thread_pool workers;
+    asio::thread_pool readers;
+    asio::thread_pool writers;
     asio::io_context network{1};
     tcp::acceptor acceptor{network};
     asio::steady_timer deadline{network};
@@ -136,8 +139,9 @@ std::expected<std::unique_ptr<Server>, std::string> Server::start(ServerOptions 
     auto state = std::make_unique<State>(std::move(options), *std::move(database));
     try {
         state->listen();
-    } catch (const std::exception& failure) {
-        return std::unexpected("cannot listen on " + state->options.address + ": " + failure.what());
+    } catch (const boost::system::system_error& failure) {
+        return std::unexpected(fmt::format("cannot listen on {} port {}: {}", state->options.address,
+                                           state->options.port, failure.code().message()));
     }
     state->thread = std::thread{[network = &state->network] { network->run(); }};
     return std::unique_ptr<Server>{new Server(std::move(state))};
@@ -161,7 +165,8 @@ void Server::stop()
         return;
     asio::post(m_state->network, [state = m_state.get()] { state->beginStop(); });
     m_state->thread.join();
-    m_state->workers.join();
+    m_state->readers.join();
+    m_state->writers.join();
     m_state->connections.clear();
     m_state->database.reset();
 }

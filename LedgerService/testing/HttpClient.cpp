@@ -80,6 +80,7 @@ HttpAnswer HttpClient::sendRaw(std::string_view bytes)
 
 void HttpClient::write(std::string_view bytes)
 {
+    m_headAsked = bytes.empty() ? m_headAsked : bytes.starts_with("HEAD ");
     boost::system::error_code left;
     asio::write(m_socket->socket, asio::buffer(bytes.data(), bytes.size()), left);
 }
@@ -88,6 +89,7 @@ HttpAnswer HttpClient::read()
 {
     http::response_parser<http::string_body> parser;
     parser.body_limit(boost::none);
+    parser.skip(m_headAsked);
     boost::system::error_code failure;
     http::read(m_socket->socket, m_socket->buffer, parser, failure);
     if (failure)

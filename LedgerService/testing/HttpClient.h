@@ -41,5 +41,6 @@ private:
     HttpAnswer read();
 
     std::uint16_t m_port;
+    bool m_headAsked = false; // by what was written last
     std::unique_ptr<Socket> m_socket;
 };

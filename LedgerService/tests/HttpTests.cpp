@@ -1,7 +1,12 @@
+#include <deque>
+#include <thread>
+#include <utility>
+
 #include <gtest/gtest.h>
 
 #include <fmt/core.h>
 
+#include "LedgerCore/Domain/Json.h"
 #include "LedgerService/Http/RouteTable.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
@@ -56,6 +61,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"EmptySegment", "POST /v1/transactions//reverse HTTP/1.1\r\nHost: l\r\nContent-Length: 0\r\n\r\n", 404,
              "not_found"},
         Case{"WrongMethod", "DELETE /v1/transactions HTTP/1.1\r\nHost: l\r\n\r\n", 405, "method_not_allowed", "POST"},
+        Case{"WrongMethodOfAReadPath", "DELETE /health/live HTTP/1.1\r\nHost: l\r\n\r\n", 405, "method_not_allowed",
+             "GET, HEAD"},
         Case{"OtherScheme", "GET /v1/snapshot HTTP/1.1\r\nHost: l\r\nAuthorization: Basic {token}\r\n\r\n", 401,
              "unauthorized"},
         Case{"DeclaredTooLarge", "POST /v1/demo HTTP/1.1\r\nHost: l\r\nContent-Length: 99999999999\r\n\r\n", 413,
@@ -78,6 +85,43 @@ TEST(Http, AnswersManyRequestsOnOneConnectionAndIgnoresQueries)
     EXPECT_EQ(client.sendRaw(ask).status, 200);
     EXPECT_EQ(client.sendRaw("GET /health/live HTTP/1.0\r\n\r\n").status, 200);
     EXPECT_TRUE(client.isClosedByService()) << "this one asked for no further requests";
+}
+
+TEST(Http, AnswersHeadLikeGetButWithoutABody)
+{
+    TestService service;
+    auto client = service.client();
+    for (const auto& [path, status] : {std::pair{"/health/live", 200}, {"/v1/snapshot", 401}, {"/v1/demo", 405}}) {
+        const auto head = client.sendRaw(fmt::format("HEAD {} HTTP/1.1\r\nHost: l\r\n\r\n", path));
+        EXPECT_EQ(head.status, status) << path;
+        EXPECT_EQ(client.sendRaw("GET /health/live HTTP/1.1\r\nHost: l\r\n\r\n").body, R"({"ok":true})") << path;
+    }
+}
+
+TEST(Http, TakesTheTokensSchemeInAnyCase)
+{
+    TestService service;
+    const auto ask = "GET /v1/snapshot HTTP/1.1\r\nHost: l\r\nAuthorization: bEARER {}\r\n\r\n";
+    EXPECT_EQ(service.client().sendRaw(fmt::format(fmt::runtime(ask), service.tokenOf("mira"))).status, 200);
+}
+
+TEST(Http, ReadsWhileEveryWriterWaits)
+{
+    TestService service;
+    const auto token = service.tokenOf("mira");
+    std::deque<HttpClient> writers;
+    service.write([&](Connection&) {
+        for (unsigned each = 0; each < 8 + 4 * std::thread::hardware_concurrency(); ++each) {
+            auto input = SampleBooks::expense(10);
+            input.idempotencyKey = fmt::format("writer {}", each);
+            auto bytes = post("/v1/transactions", Json::encode(input));
+            bytes.replace(bytes.find("{token}"), 7, token);
+            writers.emplace_back(service.port()).write(bytes);
+        }
+        EXPECT_EQ(service.client().send("GET", "/v1/snapshot", token).status, 200);
+    });
+    for (auto& each : writers)
+        EXPECT_EQ(each.sendRaw("").status, 200) << "its turn came in time";
 }
 
 TEST(Http, CutsOffClientsThatAreTooSlow)
