@@ -39,6 +39,8 @@ std::expected<IssuedSession, Refusal> DemoSignIn::as(const Service& service, std
     const auto memberID = MemberRepository::demoMemberID(*loan, companyID, profile);
     if (!memberID)
         return std::unexpected(Refusal{404, "not_found", "Nobody plays this profile."});
+    if (const auto member = MemberRepository::find(*loan, companyID, *memberID); !member || !member->active)
+        return std::unexpected(Refusal{403, "inactive_member", "The member is deactivated."});
     auto session = Authentication::issue(*loan, {companyID, *memberID}, service);
     transaction.commit();
     return session;

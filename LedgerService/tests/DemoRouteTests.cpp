@@ -7,6 +7,7 @@
 
 #include "LedgerCore/Domain/DemoIdentity.h"
 #include "LedgerCore/Domain/Json.h"
+#include "LedgerService/Storage/Connection.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace {
@@ -103,4 +104,15 @@ TEST(Demonstration, IsRefusedWhereItIsNotOfferedOrNotKnown)
     EXPECT_EQ(enter(service, R"({"locale":"en-US"})").code(), "validation_error");
     EXPECT_EQ(enter(service, R"({"profile":"owner"})").status, 200);
     EXPECT_EQ(enter(service, R"({"profile":"owner"})").status, 429);
+}
+
+TEST(Demonstration, LetsNobodyInWhoWasDeactivated)
+{
+    TestService service{offer};
+    EXPECT_EQ(enter(service, R"({"profile":"partner"})").status, 200);
+    service.write([](Connection& connection) {
+        connection.execute("UPDATE members SET active = 0 WHERE demo_profile = 'partner'");
+    });
+    EXPECT_EQ(enter(service, R"({"profile":"partner"})").code(), "inactive_member");
+    EXPECT_EQ(enter(service, R"({"profile":"owner"})").status, 200);
 }

@@ -74,7 +74,10 @@ TEST_P(ClosedSignIn, IsRefusedAtTheDoorAndWithAnEarlierToken)
     const auto answer = login(service, GetParam().email, TestService::password);
     EXPECT_EQ(answer.status, GetParam().code == "unauthorized" ? 401 : 403);
     EXPECT_EQ(answer.code(), GetParam().code);
-    EXPECT_EQ(service.client().send("GET", "/v1/snapshot", token).code(), GetParam().code);
+    auto client = service.client();
+    EXPECT_EQ(client.send("GET", "/v1/snapshot", token).code(), GetParam().code);
+    EXPECT_EQ(client.send("POST", "/v1/auth/logout", token).status, 200) << "a token can always be handed back";
+    EXPECT_EQ(client.send("GET", "/v1/snapshot", token).code(), "unauthorized");
 }
 
 INSTANTIATE_TEST_SUITE_P(

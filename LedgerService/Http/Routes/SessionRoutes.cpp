@@ -7,7 +7,7 @@
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Identity/DemoSignIn.h"
 #include "LedgerService/Identity/SignIn.h"
-#include "LedgerService/Identity/Token.h"
+#include "LedgerService/Identity/SignOut.h"
 
 namespace {
 
@@ -47,15 +47,16 @@ Outcome demo(const OpenCall& call)
     return authResponse(DemoSignIn::as(call.service, locale, body->profile, call.request.remote));
 }
 
-Outcome logout(const MemberCall& call)
+Outcome logout(const OpenCall& call)
 {
-    SessionRepository::revoke(call.connection, Token::hash(call.request.token), call.now);
+    if (auto refusal = SignOut::end(call.service, call.request.token, call.now))
+        return std::unexpected(*std::move(refusal));
     return Reply{.status = 200, .body = R"({"ok":true})", .allow = {}};
 }
 
 constexpr std::array routes{
     Route{"POST", "/v1/auth/login", login},
-    Route{"POST", "/v1/auth/logout", Writing{logout}},
+    Route{"POST", "/v1/auth/logout", logout},
     Route{"POST", "/v1/demo", demo},
 };
 

@@ -1,0 +1,21 @@
+#include "LedgerService/Identity/SignOut.h"
+
+#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/Token.h"
+#include "LedgerService/Storage/Connection.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/SessionRepository.h"
+#include "LedgerService/Storage/Transaction.h"
+
+std::optional<Refusal> SignOut::end(const Service& service, std::string_view token, std::string_view now)
+{
+    const auto hash = Token::hash(token);
+    const auto loan = service.database.borrow();
+    if (!SessionRepository::find(*loan, hash, now))
+        return Authentication::unauthorized();
+    const auto turn = service.database.queueToWrite();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    SessionRepository::revoke(*loan, hash, now);
+    transaction.commit();
+    return std::nullopt;
+}
