@@ -278,7 +278,6 @@ void PeriodPopover::chooseDates()
 
 void PeriodPopover::choose(const Period& period)
 {
-    const auto chosen = period;
     hide();
-    Q_EMIT periodChosen(chosen);
+    Q_EMIT periodChosen(period);
 }

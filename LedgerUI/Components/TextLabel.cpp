@@ -29,7 +29,8 @@ void TextLabel::setInk(const ThemeColor& ink)
 void TextLabel::applyInk()
 {
     // A palette would be lost whenever a pane around the label is dressed anew.
-    setStyleSheet(QStringLiteral("color: %1").arg(Theme::current().color(*m_ink).name()));
+    if (m_ink)
+        setStyleSheet(QStringLiteral("color: %1").arg(Theme::current().color(*m_ink).name()));
 }
 
 void TextLabel::setBold(bool isBold)

@@ -63,6 +63,7 @@ void EntryEffectPane::present(const EntryFormContent& content)
     m_hint->setText(showsRate ? entryWord("enteredRateHint") : content.purpose);
     m_hint->setVisible(!m_hint->text().isEmpty());
     std::vector<QWidget*> cards;
+    cards.reserve(content.effects.size());
     for (const auto& effect : content.effects)
         cards.push_back(effectCard(effect));
     if (showsRate) {

@@ -259,7 +259,7 @@ void LedgerDelegate::paintAccount(QPainter& painter, const QRect& cell, const Le
     }
     painter.setFont(small);
     painter.setPen(ink);
-    painter.drawText(cell, static_cast<int>(Qt::AlignVCenter | Qt::TextWordWrap), row.account);
+    painter.drawText(cell, Qt::AlignVCenter | Qt::TextWordWrap, row.account);
 }
 
 void LedgerDelegate::paintAmounts(QPainter& painter, const QRect& cell, const LedgerRow& row) const

@@ -294,7 +294,7 @@ void LedgerTable::keyPressEvent(QKeyEvent* event)
         return;
     }
     const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isReturn && event->modifiers().testFlag(Qt::ControlModifier) == false && currentIndex().isValid()) {
+    if (isReturn && !event->modifiers().testFlag(Qt::ControlModifier) && currentIndex().isValid()) {
         Q_EMIT opened();
         return;
     }

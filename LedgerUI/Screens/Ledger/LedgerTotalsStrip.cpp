@@ -32,9 +32,10 @@ TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent
 TextLabel* figure(const LedgerTotal& total, const std::optional<std::int64_t>& minor, TypeStep step, Token tone,
                   QWidget* parent)
 {
-    if (minor.value_or(0) == 0)
+    const auto amount = minor.value_or(0);
+    if (amount == 0)
         return label(QStringLiteral("–"), step, Token::text3, parent);
-    return label(signedAmount(*minor, total.currency, InterfaceLanguage::tag()).digits, step, tone, parent);
+    return label(signedAmount(amount, total.currency, InterfaceLanguage::tag()).digits, step, tone, parent);
 }
 
 /// One currency: code and net, and before the net what came and went where there is room for it.
