@@ -53,7 +53,7 @@ void MainJob::run()
 void MainJob::readTheSignInScreen()
 {
     for (const auto tag : AppLanguage::supportedLocales) {
-        m_teller.step(QStringLiteral("Sign-in screen in ") + QString::fromUtf8(tag.data(), 5),
+        m_teller.step(QStringLiteral("Sign-in screen in ") + QString::fromStdString(std::string{tag}),
                       [&] { chooseLanguageAtSignIn(std::string{tag}); });
     }
     chooseLanguageAtSignIn("en-US");
@@ -214,7 +214,7 @@ void MainJob::comeBackWithThePassword()
     });
     m_teller.click(QStringLiteral("messageClose"));
     m_teller.step(QStringLiteral("Sign in again with the demonstration's e-mail and password"), [&] {
-        m_teller.fill(QStringLiteral("password"), QString::fromUtf8(DemoIdentity::password.data()));
+        m_teller.fill(QStringLiteral("password"), QString::fromStdString(std::string{DemoIdentity::password}));
         m_teller.press(Qt::Key_Return);
         m_teller.visible(QStringLiteral("ledgerTable"));
     });
