@@ -16,7 +16,7 @@ namespace ondemand = simdjson::ondemand;
 std::size_t walk(ondemand::value value)
 {
     std::size_t seen = 0;
-    switch (value.type()) {
+    switch (value.type().value()) {
     case ondemand::json_type::object:
         for (auto field : value.get_object()) {
             seen += field.unescaped_key().value().size();

@@ -100,6 +100,7 @@ std::size_t post(const Options& options, std::uint16_t port, const SignedIn& sig
     std::atomic<std::size_t> posted = 0;
     {
         std::vector<std::jthread> threads;
+        threads.reserve(static_cast<std::size_t>(clients));
         for (int each = 0; each < clients; ++each)
             threads.emplace_back([&] { posted += postUntil(end, port, signedIn.token, input).count(); });
     }
