@@ -172,6 +172,8 @@ Answer whyNotRefund(const TransactionInput& input, const PostingContext& context
             return BookRefusal::invalidRefundOriginal();
         if (refusal)
             return BookRefusal::refundOriginalUnavailable();
+        if (input.date < BookDays::shifted(context.original->entry.date, -1)) // a client's day may lag by one
+            return BookRefusal::invalid("The day lies before the income that is refunded.");
     }
     if (context.referenceUsed)
         return BookRefusal::duplicateRefund();

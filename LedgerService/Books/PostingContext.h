@@ -54,7 +54,8 @@ std::string_view refundReference(const TransactionInput& input);
 ///  5. the day is within the books ("validation_error" past tomorrow, "financial_before_start_date",
 ///     "financial_opening_date_mismatch");
 ///  6. what its kind asks for: category ("CATEGORY_ARCHIVED"), refund ("invalid_refund_original",
-///     "refund_original_unavailable", "duplicate_refund", "refund_limit"), opening ("financial_opening_exists");
+///     "refund_original_unavailable", "validation_error" before its original, "duplicate_refund", "refund_limit"),
+///     opening ("financial_opening_exists");
 ///  7. receipts are free to be linked ("attachment_linked");
 ///  8. the balances stay possible ("insufficient_funds", "balance_limit").
 std::expected<EntryChange, Refusal> decide(const TransactionInput& input, const PostingContext& context);

@@ -82,13 +82,14 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(Posting, KeepsWhatTheCommandSaysAboutTheEntry)
 {
     auto input = refund();
+    input.date = "2026-03-09"; // of a clock that is a day behind the income's
     input.note = "Damaged parcel";
     input.externalReference = "  BNI 7731 ";
     input.transferPurpose = "";
     const auto change = decide(input, books().contextOf(input, actBy("mira")));
     ASSERT_TRUE(change) << change.error().message;
     EXPECT_EQ(change->entry.kind, "refund");
-    EXPECT_EQ(change->entry.date, "2026-03-10");
+    EXPECT_EQ(change->entry.date, "2026-03-09");
     EXPECT_EQ(change->entry.note, "Damaged parcel");
     EXPECT_EQ(change->entry.externalReference, "BNI 7731");
     EXPECT_EQ(change->entry.originalTransactionID, "sale");
@@ -254,6 +255,7 @@ INSTANTIATE_TEST_SUITE_P(
                     "invalid_refund_original"},
         RefusedCase{"RefundOfAReversedIncome", refund(), 409, "refund_original_unavailable", "mira",
                     [](Books& company) { ASSERT_TRUE(company.reverse("sale", reversal(), actBy("mira", "undo"))); }},
+        RefusedCase{"RefundBeforeTheIncome", with(refund(), &Input::date, "2026-03-08"), 400, "validation_error"},
         RefusedCase{"RefundOnAnAccountWithoutTheGrant", refund(), 409, "refund_original_unavailable", "mira",
                     [](Books& company) { std::erase(company.members[0].accountGrants->front().actions, "refund"); }},
         RefusedCase{"RefundPastTheIncome", refund(80'001), 409, "refund_limit"},
