@@ -45,6 +45,8 @@ Outcome Dispatcher::outcomeOf(const RouteMatch& match, const Request& request) c
 {
     if (!match.route)
         return unknownRoute(match);
+    if (request.fromWebPage) // any page that somebody has open could otherwise use up their sign-ins
+        return std::unexpected(Refusal{403, "forbidden", "Web pages are not served."});
     const auto& answer = match.route->answer;
     if (const auto* open = std::get_if<OpenHandler>(&answer))
         return openOutcome(*open, request);

@@ -229,6 +229,7 @@ Request HttpConnection::requestOf(Parser& parser) const
     request.path = target.substr(0, target.find('?'));
     request.token = bearerOf(text(message[http::field::authorization]));
     request.remote = m_remote;
+    request.fromWebPage = message.find(http::field::origin) != message.end();
     if (m_shared.behindProxy) {
         // A proxy appends to the list or adds a line of its own: the last line is the one to believe.
         const auto [first, last] = message.equal_range("X-Forwarded-For");

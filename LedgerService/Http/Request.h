@@ -9,4 +9,5 @@ struct Request {
     std::string token;  // of the Authorization header; empty when there is none
     std::string remote; // the client's address, for limits only
     std::string body;
+    bool fromWebPage = false; // a browser's script sent it, with an Origin header
 };
