@@ -63,7 +63,7 @@ struct OpenedLedger {
     void type(const QString& text) const { QTest::keyClicks(QApplication::focusWidget(), text); }
 
     /// The titles in the table, from the top.
-    std::string titles() const
+    [[nodiscard]] std::string titles() const
     {
         const auto* model = find<QTableView>("ledgerTable")->model();
         QStringList all;
@@ -72,7 +72,7 @@ struct OpenedLedger {
         return all.join(QStringLiteral(", ")).toStdString();
     }
     std::string textOf(const char* name) const { return find<QLabel>(name)->text().toStdString(); }
-    std::string period() const { return find<QToolButton>("periodLabel")->text().toStdString(); }
+    [[nodiscard]] std::string period() const { return find<QToolButton>("periodLabel")->text().toStdString(); }
 
     StoreUnderTest under;
     QWidget window; // in the place of the workspace
