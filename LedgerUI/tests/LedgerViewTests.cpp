@@ -20,9 +20,11 @@
 #include "LedgerUI/Presentation/LedgerTableModel.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Ledger/LedgerDelegate.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/TypeScale.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Settling.h"
 
@@ -322,6 +324,24 @@ void PrintTo(const Fit& each, std::ostream* out)
 }
 
 class LedgerViewFits : public testing::TestWithParam<Fit> {};
+
+TEST_P(LedgerViewFits, DaysOfEveryYear)
+{
+    auto books = sampleLedger();
+    books.expense("old", "2025-12-22", "Operating bank", "USD", 100)
+        .expense("older", "2024-05-28", "Singapore", "USD", 1);
+    OpenedLedger page{books, GetParam().size};
+    InterfaceLanguage::change(std::string{GetParam().locale});
+    page.view->findChild<LedgerBrowser*>()->setFilter({});
+    settle();
+    const auto* table = page.find<QTableView>("ledgerTable");
+    const QFontMetrics metrics{TypeScale::font(TypeStep::body)};
+    for (int row = 0; row < table->model()->rowCount(); ++row) {
+        const auto day = page.view->findChild<LedgerTable*>()->entries().row(row).day;
+        const int room = LedgerDelegate::contentsOf(table->visualRect(table->model()->index(row, 0)), 0).width();
+        EXPECT_EQ(metrics.elidedText(day, Qt::ElideRight, room), day);
+    }
+}
 
 TEST_P(LedgerViewFits, AndNamesEveryControl)
 {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 
@@ -44,7 +45,8 @@ Direction firstDirection(Key key)
 
 int textWidth(TypeStep step, const QString& text)
 {
-    return QFontMetrics{TypeScale::font(step)}.horizontalAdvance(text);
+    // Text is elided by its exact width: less than a pixel too little costs it several characters.
+    return static_cast<int>(std::ceil(QFontMetricsF{TypeScale::font(step)}.horizontalAdvance(text)));
 }
 
 }
