@@ -104,7 +104,7 @@ void LedgerView::buildLayout()
     m_splitter->setStretchFactor(0, 1);
     m_splitter->setStretchFactor(1, 0);
     m_splitter->setSizes({10000, Space::detailPane});
-    m_splitter->installEventFilter(this);
+    m_stack->installEventFilter(this);
 
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -220,7 +220,7 @@ void LedgerView::resizeEvent(QResizeEvent* event)
 
 bool LedgerView::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == m_splitter && event->type() == QEvent::Resize)
+    if (watched == m_stack && event->type() == QEvent::Resize)
         placeOverlay();
     return PageView::eventFilter(watched, event);
 }
@@ -345,7 +345,8 @@ void LedgerView::placeOverlay()
 {
     if (m_pane != Pane::over)
         return;
-    const auto area = m_splitter->geometry();
+    // The totals stay in sight, for their figures would be cut.
+    const QRect area{m_stack->mapTo(this, QPoint{}), m_stack->size()};
     m_detail->setGeometry(area.right() + 1 - Space::detailPane, area.top(), Space::detailPane, area.height());
     m_detail->raise();
 }
