@@ -87,7 +87,7 @@ void FormDialog::buildFoot()
     m_footRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, 0);
     m_footRow->setSpacing(Space::step2);
     m_footRow->addWidget(m_note);
-    m_footRow->addStretch(1);
+    m_footRow->addStretch();
     m_footRow->addWidget(m_cancel);
     m_footRow->addWidget(m_confirm);
 }
@@ -111,9 +111,9 @@ void FormDialog::setNote(const QString& note)
     m_note->setText(note);
 }
 
-void FormDialog::setTertiary(QWidget* button)
+void FormDialog::setFootPart(QWidget* part)
 {
-    m_footRow->insertWidget(0, button);
+    m_footRow->insertWidget(0, part, 1);
 }
 
 void FormDialog::setConfirmText(const QString& text)

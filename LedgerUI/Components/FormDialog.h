@@ -26,9 +26,9 @@ public:
     void setBody(QWidget* body, int width);
     /// A second column at the right, on its own ground.
     void setAside(QWidget* aside, int width);
-    /// At the left of the foot: a quiet line of text, or an action beside the main ones.
+    /// At the left of the foot: a quiet line of text, or a part that takes the room that is left.
     void setNote(const QString& note);
-    void setTertiary(QWidget* button);
+    void setFootPart(QWidget* part);
     void setConfirmText(const QString& text);
     void setConfirmVisible(bool isVisible);
     /// Answers whether leaving would lose something.

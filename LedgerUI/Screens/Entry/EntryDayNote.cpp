@@ -1,19 +1,11 @@
 #include "LedgerUI/Screens/Entry/EntryDayNote.h"
 
-#include <algorithm>
-
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
-
-namespace {
-
-constexpr int hintWidth = 236; // longer hints take a second line
-
-}
 
 EntryDayNote::EntryDayNote(QWidget* parent) : QWidget{parent}
 {
@@ -39,5 +31,4 @@ void EntryDayNote::present(const QString& day, const QString& hint)
     m_day->setText(day);
     m_hint->setText(hint);
     m_hint->setVisible(!hint.isEmpty());
-    m_hint->setMinimumWidth(std::min(m_hint->fontMetrics().horizontalAdvance(hint) + 1, hintWidth));
 }

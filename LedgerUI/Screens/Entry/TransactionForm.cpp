@@ -37,7 +37,7 @@ TransactionForm::TransactionForm(LedgerStore& store, const EntryForm::Opening& o
     m_body = new EntryFormBody;
     m_day = new EntryDayNote;
     setBody(m_body, formWidth);
-    setTertiary(m_day);
+    setFootPart(m_day);
     confirmButton().setObjectName(QStringLiteral("entrySave"));
     cancelButton().setObjectName(QStringLiteral("entryCancel"));
     setTabOrder(m_body->lastControl(), &cancelButton());
