@@ -3,7 +3,7 @@
 #include <QComboBox>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/ComboBoxName.h"
+#include "LedgerUI/Components/ComboBoxLists.h"
 #include "LedgerUI/Components/FieldError.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"

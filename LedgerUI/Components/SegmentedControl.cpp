@@ -8,7 +8,7 @@
 #include <QStandardItemModel>
 #include <QToolButton>
 
-#include "LedgerUI/Components/ComboBoxName.h"
+#include "LedgerUI/Components/ComboBoxLists.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
@@ -19,6 +19,7 @@ SegmentedControl::SegmentedControl(QWidget* parent) : QWidget{parent}
     m_group = new QButtonGroup(this);
     m_combo = new QComboBox(this);
     m_combo->setObjectName(QStringLiteral("segmentCombo"));
+    dressComboBox(*m_combo);
     m_combo->hide();
     connect(m_group, &QButtonGroup::idClicked, this, [this](int id) {
         choose(id);

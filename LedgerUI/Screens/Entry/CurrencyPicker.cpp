@@ -6,6 +6,8 @@
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 
+#include "LedgerUI/Components/ComboBoxLists.h"
+#include "LedgerUI/Presentation/EntryFormWords.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
@@ -22,6 +24,7 @@ CurrencyPicker::CurrencyPicker(QWidget* parent) : QComboBox{parent}
 {
     setProperty("extent", QStringLiteral("large"));
     setFixedWidth(pickerWidth);
+    dressComboBox(*this);
     connect(this, &QComboBox::activated, this,
             [this](int index) { Q_EMIT currencyChosen(m_rows[static_cast<std::size_t>(index)].code); });
 }
@@ -45,11 +48,14 @@ void CurrencyPicker::paintEvent(QPaintEvent* /*event*/)
     QStyleOptionComboBox option;
     initStyleOption(&option);
     painter.drawComplexControl(QStyle::CC_ComboBox, option);
-    if (currentIndex() < 0)
-        return;
-    const auto& row = m_rows[static_cast<std::size_t>(currentIndex())];
     const auto& theme = Theme::current();
     auto area = rect().adjusted(Space::step3, 0, -arrowWidth, 0);
+    if (currentIndex() < 0) {
+        painter.setPen(theme.color(Token::text3));
+        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, entryWord("currency"));
+        return;
+    }
+    const auto& row = m_rows[static_cast<std::size_t>(currentIndex())];
     painter.setFont(TypeScale::bold(TypeStep::body));
     painter.setPen(theme.color(isEnabled() ? Token::text : Token::text2));
     const auto code = qString(row.code);

@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/ComboBoxName.h"
+#include "LedgerUI/Components/ComboBoxLists.h"
 #include "LedgerUI/Components/FieldError.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Presentation/EntryFormWords.h"
@@ -33,6 +33,7 @@ OriginalField::OriginalField(QWidget* parent) : QWidget{parent}
     m_incomes->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     m_incomes->completer()->setCompletionMode(QCompleter::PopupCompletion);
     m_incomes->completer()->setFilterMode(Qt::MatchContains);
+    dressComboBox(*m_incomes);
     m_error = new FieldError(m_incomes, this);
     m_error->setObjectName(QStringLiteral("entryOriginalError"));
     m_remaining = new TextLabel(TypeStep::small, Token::text2, this);

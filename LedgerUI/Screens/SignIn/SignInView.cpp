@@ -10,7 +10,7 @@
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Domain/AppLanguage.h"
 #include "LedgerUI/Components/BusyBar.h"
-#include "LedgerUI/Components/ComboBoxName.h"
+#include "LedgerUI/Components/ComboBoxLists.h"
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/SignInWords.h"
@@ -72,6 +72,7 @@ QWidget* SignInView::buildStrip()
     m_language = new QComboBox(this);
     m_language->setObjectName(QStringLiteral("languageChoice"));
     m_language->setFixedWidth(languageWidth);
+    dressComboBox(*m_language);
     for (const auto tag : AppLanguage::supportedLocales)
         m_language->addItem(InterfaceLanguage::nativeName(tag), qString(tag));
     auto* strip = new QWidget(this);
