@@ -28,13 +28,20 @@ std::optional<std::uint16_t> portOf(std::string_view text)
     return whole ? std::optional{port} : std::nullopt;
 }
 
-void waitForSignal()
-{
-    boost::asio::io_context waiting{1};
-    boost::asio::signal_set signals{waiting, SIGINT, SIGTERM};
-    signals.async_wait([](boost::system::error_code, int) {});
-    waiting.run();
-}
+/// The signals that end the service. They are caught from the making of this on, so that one that comes during the
+/// start ends it cleanly too.
+class EndSignals {
+public:
+    void wait()
+    {
+        m_signals.async_wait([](boost::system::error_code, int) {});
+        m_waiting.run();
+    }
+
+private:
+    boost::asio::io_context m_waiting{1};
+    boost::asio::signal_set m_signals{m_waiting, SIGINT, SIGTERM};
+};
 
 }
 
@@ -83,13 +90,14 @@ int Serve::run(const Options& options)
     serverOptions.databaseFile = options.databaseFile;
     serverOptions.behindProxy = options.behindTlsProxy;
     serverOptions.policy.demonstration = demonstration;
+    EndSignals endSignals;
     const auto server = Server::start(std::move(serverOptions));
     if (!server)
         return fail(server.error());
     endpoint->port = (*server)->port();
     fmt::print("Tallyfold service listening on {}\n", endpoint->url());
     std::fflush(stdout);
-    waitForSignal();
+    endSignals.wait();
     Log::note("stopping");
     (*server)->stop();
     return 0;
