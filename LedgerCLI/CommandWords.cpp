@@ -22,7 +22,7 @@ const WordTable& table()
         {"income", "收入", "Pemasukan", "Thu", "Income"},
         {"expense", "支出", "Pengeluaran", "Chi", "Expense"},
         {"transfer", "内部转账", "Transfer internal", "Chuyển nội bộ", "Transfers"},
-        {"exchange", "兑换", "Penukaran mata uang", "Đổi tiền", "Exchanges"},
+        {"exchange", "兑换", "Penukaran", "Đổi ngoại tệ", "Exchanges"},
         {"opening", "期初余额录入", "Pencatatan saldo awal", "Ghi số dư đầu kỳ", "Opening balances"},
         {"capital", "出资", "Setoran modal", "Góp vốn", "Contributions"},
         {"dividend", "分红", "Dividen", "Cổ tức", "Dividends"},
