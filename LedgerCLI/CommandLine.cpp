@@ -125,9 +125,8 @@ private:
     static void addChoice(CLI::App& command, const char* name, Value& target, const char* description,
                           std::vector<std::pair<std::string, Value>> choices)
     {
-        std::vector<std::string> words;
-        for (const auto& [word, value] : choices)
-            words.push_back(word);
+        std::vector<std::string> words(choices.size());
+        std::ranges::transform(choices, words.begin(), &std::pair<std::string, Value>::first);
         const auto shown = CLI::detail::join(words, "|");
         const auto choose = [&target, choices = std::move(choices)](const std::string& chosen) {
             target = std::ranges::find(choices, chosen, &std::pair<std::string, Value>::first)->second;
