@@ -28,7 +28,7 @@ std::string text(const LedgerImportPlan& plan, std::string_view locale)
     if (plan.issues.empty())
         return CommandWords::filled("ready", locale, {std::to_string(plan.inputs.size())}) + "\n";
     TextTable table{{{std::string{CommandWords::text("line", locale)}, TextTable::Alignment::right},
-                     {std::string{CommandWords::text("value", locale)}},
+                     {.title = std::string{CommandWords::text("value", locale)}, .widest = 40},
                      {std::string{CommandWords::text("problem", locale)}}}};
     for (const auto& issue : plan.issues)
         table.add({std::to_string(issue.line), std::string{orEmpty(issue.value)},

@@ -19,10 +19,13 @@ std::size_t widthOf(UChar32 letter)
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
 }
 
-std::string withoutControls(const std::string& cell)
+/// What of a cell stands in its column: no controls, and of a text too wide for it the beginning.
+std::string fitted(const std::string& cell, std::size_t widest)
 {
+    constexpr std::string_view cutMark = "…"; // one cell wide
     std::string plain;
-    plain.reserve(cell.size());
+    std::size_t taken = 0;
+    std::size_t bytesBesideMark = 0;
     const auto length = static_cast<std::int32_t>(cell.size());
     for (std::int32_t at = 0; at < length;) {
         const auto start = at;
@@ -30,10 +33,15 @@ std::string withoutControls(const std::string& cell)
         U8_NEXT(cell.data(), at, length, letter); // NOLINT(bugprone-inc-dec-in-conditions)
         const auto type = letter < 0 ? static_cast<std::int8_t>(U_CONTROL_CHAR) : u_charType(letter);
         const bool breaks = type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR;
+        taken += breaks ? 1 : widthOf(letter);
+        if (taken > widest)
+            return plain.substr(0, bytesBesideMark).append(cutMark);
         if (breaks)
             plain += ' ';
         else
             plain.append(cell, static_cast<std::size_t>(start), static_cast<std::size_t>(at - start));
+        if (taken < widest)
+            bytesBesideMark = plain.size();
     }
     return plain;
 }
@@ -52,7 +60,8 @@ void appendCell(std::string& line, std::string_view cell, std::size_t width, con
 
 void TextTable::add(std::vector<std::string> cells)
 {
-    std::ranges::transform(cells, cells.begin(), withoutControls);
+    std::ranges::transform(cells, m_columns, cells.begin(),
+                           [](const auto& cell, const auto& column) { return fitted(cell, column.widest); });
     m_rows.push_back(std::move(cells));
 }
 

@@ -13,6 +13,7 @@ public:
     struct Column {
         std::string title;
         Alignment alignment = Alignment::left;
+        std::size_t widest = 200; // terminal cells; a wider text is cut, lest one cell widen every row
     };
 
     /// Without titles there is no heading.

@@ -398,6 +398,19 @@ TEST(TextTable, KeepsEachRowOnItsLineWhateverItSays)
                             "现金     đồng\n");
 }
 
+TEST(TextTable, CutsATextThatWouldWidenEveryRow)
+{
+    TextTable table{{{.title = "Note", .widest = 5}, {"Day"}}};
+    for (const auto* note : {"12345", "123456", "账账账", "账e\xCC\x81账账", ""})
+        table.add({note, "1"});
+    EXPECT_EQ(table.text(), "Note   Day\n"
+                            "12345  1\n"
+                            "1234…  1\n"
+                            "账账…  1\n"
+                            "账e\xCC\x81…   1\n"
+                            "       1\n");
+}
+
 TEST(TextTable, CountsTheCellsOfATerminal)
 {
     EXPECT_EQ(TextTable::width("abc"), 3);
