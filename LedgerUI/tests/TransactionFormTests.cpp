@@ -290,6 +290,18 @@ TEST(TransactionForm, FindsACategoryByTypingInTheTiles)
     EXPECT_EQ(under.control<QLabel>("entryCategoryPath").text(), QStringLiteral("Rent"));
 }
 
+TEST(TransactionForm, LeavesNoSearchStandingThatChoseNoIncome)
+{
+    FormUnderTest under{"bank", "refund"};
+    auto& original = under.control<QComboBox>("entryOriginal");
+    const auto none = original.currentText();
+    original.setFocus();
+    original.lineEdit()->selectAll();
+    QTest::keyClicks(original.lineEdit(), QStringLiteral("INV-77"));
+    under.control("entryReference").setFocus();
+    EXPECT_EQ(original.currentText().toStdString(), none.toStdString());
+}
+
 TEST(TransactionForm, ClosesThePopoverBeforeTheForm)
 {
     FormUnderTest under;

@@ -58,6 +58,9 @@ OriginalField::OriginalField(QWidget* parent) : QWidget{parent}
     connect(m_incomes, &QComboBox::activated, this, [this](int index) {
         Q_EMIT originalChosen(index > 0 ? std::optional{m_rows[static_cast<std::size_t>(index - 1)].id} : std::nullopt);
     });
+    // What was typed to find an income must not pass for the choice of one.
+    connect(m_incomes->lineEdit(), &QLineEdit::editingFinished, this,
+            [this] { m_incomes->setEditText(m_incomes->itemText(m_incomes->currentIndex())); });
     connect(m_reference, &QLineEdit::textEdited, this, &OriginalField::referenceEdited);
 }
 
