@@ -15,6 +15,7 @@
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerUI/Components/PeriodGridView.h"
+#include "LedgerUI/Components/SelectableText.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/LedgerBrowser.h"
 #include "LedgerUI/Presentation/LedgerTableModel.h"
@@ -324,6 +325,20 @@ void PrintTo(const Fit& each, std::ostream* out)
 }
 
 class LedgerViewFits : public testing::TestWithParam<Fit> {};
+
+TEST(LedgerView, KeepsThePaneInItsWidthWhateverANoteHolds)
+{
+    auto books = sampleLedger();
+    books.expense("linked", "2026-11-12", "Operating bank", "USD", 100).note(std::string(2000, 'W'));
+    OpenedLedger page{books};
+    page.view->findChild<LedgerTable*>()->select("linked");
+    settle();
+    const auto* scroll = page.find<QScrollArea>("detailScroll");
+    EXPECT_EQ(scroll->widget()->width(), scroll->viewport()->width());
+    for (const auto* text : scroll->findChildren<SelectableText*>())
+        EXPECT_LE(text->document()->idealWidth(), text->width()) << text->toPlainText().left(20).toStdString();
+    EXPECT_EQ(page.textOf("detailAmount"), "−1.00");
+}
 
 TEST_P(LedgerViewFits, DaysOfEveryYear)
 {

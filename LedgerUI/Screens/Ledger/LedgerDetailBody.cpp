@@ -7,6 +7,7 @@
 #include "LedgerUI/Components/ElidedLabel.h"
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/Line.h"
+#include "LedgerUI/Components/SelectableText.h"
 #include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -23,15 +24,6 @@ TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent
     auto* made = new TextLabel(step, tone, parent);
     made->setTextFormat(Qt::PlainText);
     made->setText(text);
-    return made;
-}
-
-/// A person's own text: whole, in as many lines as it needs, ready to be copied.
-TextLabel* wrapped(const QString& text, TypeStep step, Token tone, QWidget* parent)
-{
-    auto* made = label(text, step, tone, parent);
-    made->setWordWrap(true);
-    made->setTextInteractionFlags(Qt::TextSelectableByMouse);
     return made;
 }
 
@@ -88,7 +80,7 @@ void LedgerDetailBody::addAmount(const LedgerAmount& amount, const ThemeColor& i
 
 void LedgerDetailBody::addText(const QString& text, Token tone)
 {
-    m_rows->addWidget(wrapped(text, TypeStep::body, tone, this));
+    m_rows->addWidget(new SelectableText(text, TypeStep::body, tone, this));
 }
 
 void LedgerDetailBody::addLines(const std::vector<LedgerEntryDetail::Line>& lines)
@@ -105,7 +97,7 @@ void LedgerDetailBody::addLines(const std::vector<LedgerEntryDetail::Line>& line
         name->setWordWrap(true);
         name->setFixedWidth(labelColumn);
         grid->addWidget(name, row, 0, Qt::AlignTop);
-        grid->addWidget(wrapped(line.value, TypeStep::body, Token::text, this), row++, 1, Qt::AlignTop);
+        grid->addWidget(new SelectableText(line.value, TypeStep::body, Token::text, this), row++, 1, Qt::AlignTop);
     }
     m_rows->addLayout(grid);
 }
@@ -130,7 +122,7 @@ void LedgerDetailBody::addLeg(const LedgerEntryDetail::Leg& leg, const QString& 
     grid->setHorizontalSpacing(Space::step2);
     grid->setVerticalSpacing(Space::step1);
     grid->setColumnStretch(0, 1);
-    grid->addWidget(wrapped(leg.account, TypeStep::body, Token::text, this), 0, 0, Qt::AlignTop);
+    grid->addWidget(new SelectableText(leg.account, TypeStep::body, Token::text, this), 0, 0, Qt::AlignTop);
     grid->addWidget(label(amountText(leg.amount), TypeStep::body, Token::text, this), 0, 1,
                     Qt::AlignRight | Qt::AlignTop);
     if (!leg.balanceAfter.isEmpty()) {
@@ -171,7 +163,7 @@ void LedgerDetailBody::addLink(const QString& name, const QString& text, const A
         button->setAccessibleName(QStringLiteral("%1, %2").arg(name, text));
         column->addWidget(button, 0, Qt::AlignLeft);
     } else {
-        column->addWidget(wrapped(text, TypeStep::body, Token::text, this));
+        column->addWidget(new SelectableText(text, TypeStep::body, Token::text, this));
     }
     m_rows->addLayout(column);
     addLine();
