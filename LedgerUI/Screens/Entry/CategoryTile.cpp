@@ -1,9 +1,8 @@
 #include "LedgerUI/Screens/Entry/CategoryTile.h"
 
 #include <QPainter>
-#include <QTextLayout>
-#include <QTextOption>
 
+#include "LedgerUI/Components/TextLines.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
@@ -13,35 +12,6 @@ namespace {
 
 constexpr int tileWidth = 116;
 constexpr int tileHeight = 44;
-constexpr int tileLines = 2;
-
-/// The name on up to two lines, cut where it needs a third.
-void paintName(QPainter& painter, const QRect& area, const QString& name)
-{
-    const auto metrics = painter.fontMetrics();
-    QTextOption wrapping{Qt::AlignLeft};
-    wrapping.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
-    QTextLayout layout{name, painter.font()};
-    layout.setTextOption(wrapping);
-    QStringList lines;
-    layout.beginLayout();
-    while (lines.size() < tileLines) {
-        auto line = layout.createLine();
-        if (!line.isValid())
-            break;
-        line.setLineWidth(area.width());
-        const bool isLast = lines.size() == tileLines - 1;
-        const auto rest = name.mid(line.textStart(), isLast ? -1 : line.textLength()).trimmed();
-        lines << metrics.elidedText(rest, Qt::ElideRight, area.width());
-    }
-    layout.endLayout();
-    const int leading = metrics.height() - 2;
-    int top = area.center().y() - static_cast<int>(lines.size()) * leading / 2;
-    for (const auto& line : lines) {
-        painter.drawText(QRect{area.left(), top, area.width(), leading}, Qt::AlignLeft | Qt::AlignVCenter, line);
-        top += leading;
-    }
-}
 
 }
 
@@ -94,7 +64,7 @@ void CategoryTile::paintEvent(QPaintEvent* /*event*/)
                        Icon::pixmap(glyph, isOn ? tone : theme.color(Token::text2), Space::icon, devicePixelRatioF()));
     painter.setFont(isOn ? TypeScale::bold(TypeStep::small) : TypeScale::font(TypeStep::small));
     painter.setPen(tone);
-    paintName(painter, rect().adjusted(Space::step2 + Space::icon + Space::step2, 2, -Space::step1, -2), text());
+    drawTwoLines(painter, rect().adjusted(Space::step2 + Space::icon + Space::step2, 2, -Space::step1, -2), text());
 }
 
 void CategoryTile::enterEvent(QEnterEvent* event)

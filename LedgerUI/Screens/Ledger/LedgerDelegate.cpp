@@ -8,6 +8,7 @@
 #include <QToolTip>
 
 #include "LedgerUI/Components/EntryKindColor.h"
+#include "LedgerUI/Components/TextLines.h"
 #include "LedgerUI/Presentation/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/LedgerTableModel.h"
 #include "LedgerUI/Presentation/LedgerWords.h"
@@ -259,7 +260,7 @@ void LedgerDelegate::paintAccount(QPainter& painter, const QRect& cell, const Le
     }
     painter.setFont(small);
     painter.setPen(ink);
-    painter.drawText(cell, Qt::AlignVCenter | Qt::TextWordWrap, row.account);
+    drawTwoLines(painter, cell, row.account);
 }
 
 void LedgerDelegate::paintAmounts(QPainter& painter, const QRect& cell, const LedgerRow& row) const
