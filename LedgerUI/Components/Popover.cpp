@@ -73,12 +73,15 @@ void Popover::place()
     const auto* frame = parentWidget();
     if (!m_anchor || !frame)
         return;
-    const auto top = m_anchor->mapTo(frame, QPoint{0, 0});
+    const auto anchor = m_anchor->mapTo(frame, QPoint{0, 0});
     // The edges that are nearer to the middle of the window stay in line with the anchor.
-    const bool isAtRight = top.x() + m_anchor->width() / 2 > frame->width() / 2;
-    const int wanted = isAtRight ? top.x() + m_anchor->width() - width() : top.x();
+    const bool isAtRight = anchor.x() + m_anchor->width() / 2 > frame->width() / 2;
+    const int wanted = isAtRight ? anchor.x() + m_anchor->width() - width() : anchor.x();
     const int left = std::clamp(wanted, Space::step2, std::max(Space::step2, frame->width() - width() - Space::step2));
-    const int above = top.y() - height() - gap;
-    const int below = top.y() + m_anchor->height() + gap;
-    move(left, m_edge == Edge::above && above > 0 ? above : below);
+    const int above = anchor.y() - height() - gap;
+    const int below = anchor.y() + m_anchor->height() + gap;
+    const int wantedTop = m_edge == Edge::above && above > 0 ? above : below;
+    const int top =
+        std::clamp(wantedTop, Space::step2, std::max(Space::step2, frame->height() - height() - Space::step2));
+    move(left, top);
 }

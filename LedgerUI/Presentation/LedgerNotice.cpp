@@ -56,6 +56,16 @@ LedgerNotice nothingInPeriod(const LedgerBook& book, const LedgerFilter& filter,
     return notice;
 }
 
+/// A search may be anything that was pasted.
+QString shortened(const QString& name)
+{
+    constexpr qsizetype most = 60;
+    if (name.size() <= most)
+        return name;
+    const bool splitsPair = name[most - 2].isHighSurrogate();
+    return name.left(most - (splitsPair ? 2 : 1)) + QStringLiteral("…");
+}
+
 LedgerNotice nothingMatches(const LedgerBook& book, const LedgerFilter& filter)
 {
     const auto& locale = book.locale();
@@ -65,7 +75,8 @@ LedgerNotice nothingMatches(const LedgerBook& book, const LedgerFilter& filter)
                         {},
                         {}};
     if (const auto blocking = blockingPart(book, filter)) {
-        const auto name = LedgerWords::filled("quoted", locale, {partText(book, filter, blocking->part).toStdString()});
+        const auto part = shortened(partText(book, filter, blocking->part)).toStdString();
+        const auto name = LedgerWords::filled("quoted", locale, {part});
         notice.sentence = LedgerWords::filled(blocking->entries == 1 ? "noMatch.one" : "noMatch.many", locale,
                                               {name.toStdString(), LedgerWords::number(blocking->entries, locale)});
         notice.offers.push_back(

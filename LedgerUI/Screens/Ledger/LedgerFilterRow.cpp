@@ -35,6 +35,7 @@ constexpr std::array menuParts{MenuPart{Part::kinds, "filterKinds"}, MenuPart{Pa
                                MenuPart{Part::receipts, "filterReceipts"}};
 
 constexpr int searchWidth = 310;
+constexpr int chipText = 320; // at most; the whole text is in the tool tip
 constexpr auto typingPause = std::chrono::milliseconds{150};
 
 /// A quiet button with its glyph at the given end.
@@ -246,7 +247,8 @@ void LedgerFilterRow::presentChips()
     }
     const bool hasBook = m_browser && m_browser->book();
     const auto addChip = [&](const QString& text, const QString& name, const LedgerFilter& without) {
-        auto* chip = new QPushButton(text, m_chips);
+        auto* chip = new QPushButton(m_chips);
+        chip->setText(chip->fontMetrics().elidedText(text, Qt::ElideRight, chipText));
         chip->setProperty("kind", QStringLiteral("chip"));
         chip->setObjectName(QStringLiteral("filterChip"));
         chip->setAccessibleName(name);
