@@ -1,6 +1,7 @@
 #include "LedgerService/Http/HttpConnection.h"
 
-#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/bind_executor.hpp>
+#include <boost/asio/post.hpp>
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/beast/http/empty_body.hpp>
@@ -55,15 +56,15 @@ std::optional<Refusal> refusalOf(beast::error_code failure)
     return Refusal{400, "validation_error", "This is not an HTTP request."};
 }
 
-/// The route's own work, on a thread that may block.
-asio::awaitable<Reply> work(const Dispatcher& dispatcher, const RouteMatch& match, const Request& request)
+/// The route's own work, which blocks.
+Reply work(const Dispatcher& dispatcher, const RouteMatch& match, const Request& request)
 {
     const auto started = std::chrono::steady_clock::now();
     auto reply = dispatcher.answer(match, request);
     const auto took = std::chrono::steady_clock::now() - started;
     Log::request(request.method, match.route ? match.route->pattern : "(no route)", reply.status,
                  std::chrono::duration_cast<std::chrono::microseconds>(took));
-    co_return reply;
+    return reply;
 }
 
 }
@@ -134,9 +135,10 @@ asio::awaitable<bool> HttpConnection::answerOne()
         co_return co_await refuse(failure);
     const bool keepAlive = header.keep_alive();
     const auto request = requestOf(parser);
-    auto answering = work(m_shared.dispatcher, match, request);
     auto& pool = isSafe(header.method()) ? m_shared.readers : m_shared.writers;
-    auto reply = co_await asio::co_spawn(pool, std::move(answering), asio::use_awaitable);
+    co_await asio::post(asio::bind_executor(pool, asio::use_awaitable)); // goes on in a thread of the pool
+    auto reply = work(m_shared.dispatcher, match, request);
+    co_await asio::post(asio::use_awaitable); // and back, past what still queues for the pool
     co_return co_await write(std::move(reply), keepAlive && !m_shared.stopping);
 }
 

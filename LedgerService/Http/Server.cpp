@@ -59,11 +59,11 @@ struct Server::State {
     std::unique_ptr<Database> database;
     RouteTable routes;
     Dispatcher dispatcher;
-    asio::thread_pool readers;
-    asio::thread_pool writers;
     asio::io_context network{1};
     tcp::acceptor acceptor{network};
     asio::steady_timer deadline{network};
+    asio::thread_pool readers; // gone before the network, whose sockets belong to the requests that still queue here
+    asio::thread_pool writers;
     HttpShared shared;
     std::vector<std::weak_ptr<HttpConnection>> connections;
     std::size_t open = 0; // connections whose coroutine still runs
@@ -165,8 +165,10 @@ void Server::stop()
         return;
     asio::post(m_state->network, [state = m_state.get()] { state->beginStop(); });
     m_state->thread.join();
-    m_state->readers.join();
-    m_state->writers.join();
+    for (auto* pool : {&m_state->readers, &m_state->writers}) {
+        pool->stop(); // nobody is left to hear the answers of what still queues
+        pool->join();
+    }
     m_state->connections.clear();
     m_state->database.reset();
 }
