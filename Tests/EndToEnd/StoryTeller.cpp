@@ -12,6 +12,7 @@
 #include <QPixmap>
 #include <QRegularExpression>
 #include <QTest>
+#include <QTextEdit>
 #include <QTimer>
 #include <QWidget>
 
@@ -69,6 +70,8 @@ QString textOf(const QWidget* widget)
         return button->text();
     if (const auto* field = qobject_cast<const QLineEdit*>(widget))
         return field->text();
+    if (const auto* text = qobject_cast<const QTextEdit*>(widget))
+        return text->toPlainText();
     return {};
 }
 
