@@ -2,11 +2,11 @@
 
 #include <QAccessible>
 #include <QHBoxLayout>
-#include <QRegularExpression>
 #include <QToolButton>
 
 #include "LedgerUI/Components/Line.h"
 #include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/ListedText.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
@@ -91,9 +91,7 @@ QWidget* StatusBar::tabStop() const
 
 void StatusBar::announce()
 {
-    setAccessibleName(QStringList{m_refresh->text(), m_context->text(), m_figure->text()}
-                          .filter(QRegularExpression{QStringLiteral(".")})
-                          .join(QStringLiteral(", ")));
+    setAccessibleName(listed({m_refresh->text(), m_context->text(), m_figure->text()}));
     QAccessibleEvent changed{this, QAccessible::NameChanged};
     QAccessible::updateAccessibility(&changed);
 }

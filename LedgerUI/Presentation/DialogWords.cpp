@@ -13,6 +13,7 @@ const WordTable& dialogWords()
          "Nội dung đã nhập sẽ không được lưu.", "What you entered will not be saved."},
         {"discard", "放弃", "Buang", "Bỏ", "Discard"},
         {"keepEditing", "继续编辑", "Lanjut mengisi", "Tiếp tục nhập", "Keep editing"},
+        {"listSeparator", "，", ", ", ", ", ", "},
         {"more", "更多", "Lainnya", "Thêm", "More"},
         {"error", "错误", "Kesalahan", "Lỗi", "Error"},
         {"warning", "警告", "Peringatan", "Cảnh báo", "Warning"},

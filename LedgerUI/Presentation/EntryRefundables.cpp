@@ -10,6 +10,7 @@
 #include "LedgerUI/Presentation/DayText.h"
 #include "LedgerUI/Presentation/EntryFormWords.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/ListedText.h"
 
 std::vector<EntryRefundableRow> EntryForm::refundableRows(const LedgerSnapshot& snapshot, std::string_view currency,
                                                           std::string_view locale)
@@ -24,7 +25,7 @@ std::vector<EntryRefundableRow> EntryForm::refundableRows(const LedgerSnapshot& 
         if (!entry.note.empty())
             parts << qString(entry.note);
         const auto remaining = Money::format(income.remainingMinor, currency, locale);
-        rows.push_back({entry.id, parts.join(QStringLiteral(", ")), word(entryFormWords(), "refundable", {remaining})});
+        rows.push_back({entry.id, listed(parts), word(entryFormWords(), "refundable", {remaining})});
     }
     return rows;
 }

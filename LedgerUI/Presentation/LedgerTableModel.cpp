@@ -5,6 +5,7 @@
 
 #include "LedgerUI/Presentation/DayText.h"
 #include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Presentation/ListedText.h"
 
 namespace {
 
@@ -37,13 +38,6 @@ QString plain(const LedgerAmount& amount)
     auto digits = amount.digits;
     digits.remove(QLatin1Char('+'));
     return digits.replace(QChar{0x2212}, QLatin1Char('-'));
-}
-
-QString joined(const QStringList& pieces)
-{
-    QStringList present = pieces;
-    present.removeAll(QString{});
-    return present.join(QStringLiteral(", "));
 }
 
 std::string_view columnKey(int section)
@@ -264,17 +258,17 @@ QString LedgerTableModel::spoken(int row, int column) const
     case date:
         return DayText::longDay(m_book->transaction(entryAt(row)).date, locale);
     case entry:
-        return joined({shown.title, shown.isReversed ? LedgerWords::text("reversed", locale) : QString{}, shown.note,
+        return listed({shown.title, shown.isReversed ? LedgerWords::text("reversed", locale) : QString{}, shown.note,
                        shown.receiptCount ? LedgerWords::counted("receipts", shown.receiptCount, locale) : QString{}});
     case account:
-        return joined({shown.account, shown.destination.isEmpty()
+        return listed({shown.account, shown.destination.isEmpty()
                                           ? QString{}
                                           : LedgerWords::filled("to", locale, {shown.destination.toStdString()})});
     case amount: {
         QStringList amounts;
         for (const auto& each : shown.amounts)
             amounts << spokenAmount(each, locale);
-        return joined(amounts);
+        return listed(amounts);
     }
     default:
         return text(row, column);

@@ -10,6 +10,7 @@
 
 #include "LedgerUI/Presentation/EntryFormWords.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/ListedText.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
@@ -130,7 +131,7 @@ void AccountPicker::addGroup(EntryAccountRow::Group group)
         addItem(row.name, qString(row.id));
         setItemData(count() - 1, row.balances, balancesRole);
         setItemData(count() - 1, EntryForm::glyphOf(group), glyphRole);
-        setItemData(count() - 1, QStringLiteral("%1, %2").arg(row.name, row.balances), Qt::AccessibleTextRole);
+        setItemData(count() - 1, listed({row.name, row.balances}), Qt::AccessibleTextRole);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/Line.h"
 #include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/ListedText.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -52,8 +53,7 @@ void ReversalRows::addRow(int at, const ReversalRow& row, const ThemeColor& kind
     if (!row.glyph.isEmpty())
         m_grid->addWidget(new GlyphLabel(row.glyph, kindColor, Space::icon, this), at, glyphColumn);
     auto* title = new ElidedLabel(TypeStep::body, Token::text, Qt::ElideRight, this);
-    const bool hasBoth = !row.title.isEmpty() && !row.account.isEmpty();
-    title->setText(hasBoth ? QStringLiteral("%1, %2").arg(row.title, row.account) : row.title + row.account);
+    title->setText(listed({row.title, row.account}));
     m_grid->addWidget(title, at, titleColumn);
     auto* currency = new TextLabel(TypeStep::micro, Token::text3, this);
     currency->setText(row.currency);

@@ -9,6 +9,7 @@
 #include "LedgerUI/Components/Line.h"
 #include "LedgerUI/Components/SelectableText.h"
 #include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Presentation/ListedText.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -160,7 +161,7 @@ void LedgerDetailBody::addLink(const QString& name, const QString& text, const A
     if (action) {
         auto* button = linkButton(text, action, this);
         button->setObjectName(QStringLiteral("entryLink"));
-        button->setAccessibleName(QStringLiteral("%1, %2").arg(name, text));
+        button->setAccessibleName(listed({name, text}));
         column->addWidget(button, 0, Qt::AlignLeft);
     } else {
         column->addWidget(new SelectableText(text, TypeStep::body, Token::text, this));
