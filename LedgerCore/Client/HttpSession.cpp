@@ -55,10 +55,18 @@ void releaseLater(std::shared_ptr<HttpSession> session)
     QTimer::singleShot(0, QCoreApplication::instance(), [kept = std::move(session)]() mutable { kept.reset(); });
 }
 
-/// Straight into its place: a large body copied once more would hold the interface up.
-std::string bodyOf(QNetworkReply& reply)
+/// What the answer says of its size, as far as that is believable, with room for a reader's padding.
+std::size_t announcedSize(const QNetworkReply& reply)
 {
-    std::string body;
+    constexpr qlonglong believable = 256LL << 20;
+    constexpr qlonglong padding = 256;
+    const auto size = reply.header(QNetworkRequest::ContentLengthHeader).toLongLong();
+    return static_cast<std::size_t>(std::clamp(size, 0LL, believable) + padding);
+}
+
+/// Straight into its place: a large body copied once more would hold the interface up.
+void takeArrived(QNetworkReply& reply, std::string& body)
+{
     while (reply.bytesAvailable() > 0) {
         const auto before = body.size();
         const auto announced = reply.bytesAvailable();
@@ -69,10 +77,22 @@ std::string bodyOf(QNetworkReply& reply)
         if (body.size() == before)
             break;
     }
+}
+
+/// Takes the body as it arrives, a little at a time: a large one taken in the end would hold the interface up.
+std::shared_ptr<std::string> takeAsItArrives(QNetworkReply& reply)
+{
+    auto body = std::make_shared<std::string>();
+    QObject::connect(&reply, &QIODevice::readyRead, &reply, [&reply, body] {
+        if (body->empty())
+            body->reserve(announcedSize(reply));
+        takeArrived(reply, *body);
+    });
     return body;
 }
 
-std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, TransferWatch::Ending ending)
+std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, TransferWatch::Ending ending,
+                                                    std::string body)
 {
     if (ending == TransferWatch::Ending::cancelled)
         return std::unexpected(TransportFailure::cancelled);
@@ -84,7 +104,8 @@ std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, Transf
     constexpr int firstRefusal = 400;
     if (status == 0 || (status < firstRefusal && reply.error() != QNetworkReply::NoError))
         return std::unexpected(TransportFailure::unreadable);
-    return HttpReply{.status = status, .body = bodyOf(reply)};
+    takeArrived(reply, body);
+    return HttpReply{.status = status, .body = std::move(body)};
 }
 
 }
@@ -104,8 +125,9 @@ QCoro::Task<std::expected<HttpReply, TransportFailure>> HttpSession::send(std::s
     auto* const reply = session->start(request);
     const QPointer<TransferWatch> watch = new TransferWatch(*reply, session->m_limits);
     session->m_transfers.push_back(watch);
+    const auto body = takeAsItArrives(*reply);
     co_await reply;
-    auto outcome = conclude(*reply, watch->ending());
+    auto outcome = conclude(*reply, watch->ending(), std::move(*body));
     std::erase(session->m_transfers, watch);
     session->m_lastUse.start();
     reply->deleteLater();
