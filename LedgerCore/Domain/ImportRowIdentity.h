@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <span>
 #include <string>
@@ -9,6 +10,7 @@
 /// of the file sends the same identifiers. Rows that read the same are told apart by counting them.
 class ImportRowIdentity {
 public:
+    /// There may be any number of rows; for as many as expected there is room from the start.
     ImportRowIdentity(std::string_view companyID, std::size_t rowsExpected);
     ~ImportRowIdentity();
 

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <type_traits>
+
+#include <boost/describe.hpp>
+
+/// What the codec sees of a record.
+namespace Json::Detail {
+
+template <class Type>
+inline constexpr bool isOptional = false;
+template <class Type>
+inline constexpr bool isOptional<std::optional<Type>> = true;
+
+template <class Type>
+using Fields = boost::describe::describe_members<Type, boost::describe::mod_any_access>;
+
+template <class Type>
+concept Described = boost::describe::has_describe_members<Type>::value && !std::is_same_v<Type, std::string>;
+
+}
