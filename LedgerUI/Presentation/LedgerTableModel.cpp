@@ -76,8 +76,18 @@ std::vector<std::uint32_t> LedgerTableModel::carriedOver(const LedgerBook& book)
     if (&book == m_book.get())
         return m_rows;
     std::vector<std::uint32_t> carried(m_rows.size());
-    std::ranges::transform(m_rows, carried.begin(),
-                           [&](std::uint32_t at) { return book.find(m_book->transaction(at).id); });
+    // Entries come and go at few places: most stand as far from their old place as the one before.
+    std::uint32_t shift = 0; // forward, or backward past zero
+    std::ranges::transform(m_rows, carried.begin(), [&](std::uint32_t at) {
+        const auto& id = m_book->transaction(at).id;
+        const std::uint32_t guess = at + shift;
+        if (guess < book.size() && book.transaction(guess).id == id)
+            return guess;
+        const auto found = book.find(id);
+        if (found != LedgerBook::none)
+            shift = found - at;
+        return found;
+    });
     return carried;
 }
 
