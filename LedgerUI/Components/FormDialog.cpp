@@ -243,10 +243,11 @@ void FormDialog::fitWindow(Fit fit)
 /// The window behind as far as it is on the screen; a dialog that was moved out of it has the screen.
 QRect FormDialog::roomFor(Fit fit) const
 {
-    const auto available = screen()->availableGeometry();
     const auto* behind = parentWidget() ? parentWidget()->window() : nullptr;
     if (!behind)
-        return available;
+        return screen()->availableGeometry();
+    // Before it is shown, a dialog may believe itself on another screen than its window.
+    const auto available = (fit == Fit::exactly ? behind : this)->screen()->availableGeometry();
     const auto room = behind->frameGeometry() & available;
     return fit == Fit::growing && !room.contains(frameGeometry().topLeft()) ? available : room;
 }
