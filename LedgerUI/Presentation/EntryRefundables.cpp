@@ -25,7 +25,7 @@ std::vector<EntryRefundableRow> EntryForm::refundableRows(const LedgerSnapshot& 
         if (!entry.note.empty())
             parts << qString(entry.note);
         const auto remaining = Money::format(income.remainingMinor, currency, locale);
-        rows.push_back({entry.id, listed(parts), word(entryFormWords(), "refundable", {remaining})});
+        rows.push_back({entry.id, listed(parts, locale), word(entryFormWords(), "refundable", {remaining})});
     }
     return rows;
 }

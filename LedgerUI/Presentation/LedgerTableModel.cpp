@@ -269,16 +269,18 @@ QString LedgerTableModel::spoken(int row, int column) const
         return DayText::longDay(m_book->transaction(entryAt(row)).date, locale);
     case entry:
         return listed({shown.title, shown.isReversed ? LedgerWords::text("reversed", locale) : QString{}, shown.note,
-                       shown.receiptCount ? LedgerWords::counted("receipts", shown.receiptCount, locale) : QString{}});
+                       shown.receiptCount ? LedgerWords::counted("receipts", shown.receiptCount, locale) : QString{}},
+                      locale);
     case account:
         return listed({shown.account, shown.destination.isEmpty()
                                           ? QString{}
-                                          : LedgerWords::filled("to", locale, {shown.destination.toStdString()})});
+                                          : LedgerWords::filled("to", locale, {shown.destination.toStdString()})},
+                      locale);
     case amount: {
         QStringList amounts;
         for (const auto& each : shown.amounts)
             amounts << spokenAmount(each, locale);
-        return listed(amounts);
+        return listed(amounts, locale);
     }
     default:
         return text(row, column);

@@ -1,10 +1,10 @@
 #include "LedgerUI/Presentation/ListedText.h"
 
+#include "LedgerCore/Domain/WordTable.h"
 #include "LedgerUI/Presentation/DialogWords.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
 
-QString listed(QStringList parts)
+QString listed(QStringList parts, std::string_view locale)
 {
     parts.removeAll(QString{});
-    return parts.join(word(dialogWords(), "listSeparator"));
+    return parts.join(qString(dialogWords().text("listSeparator", locale)));
 }

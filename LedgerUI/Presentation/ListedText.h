@@ -1,6 +1,10 @@
 #pragma once
 
+#include <string_view>
+
 #include <QStringList>
 
-/// The parts that are not empty, side by side as the language in force lists them: "Exchange, Singapore".
-QString listed(QStringList parts);
+#include "LedgerUI/Presentation/InterfaceLanguage.h"
+
+/// The parts that are not empty, side by side as the language lists them: "Exchange, Singapore".
+QString listed(QStringList parts, std::string_view locale = InterfaceLanguage::tag());
