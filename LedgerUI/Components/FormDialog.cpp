@@ -14,7 +14,6 @@
 #include "LedgerUI/Components/FocusChain.h"
 #include "LedgerUI/Components/MessageDialog.h"
 #include "LedgerUI/Components/PrimaryButton.h"
-#include "LedgerUI/Components/TextLabel.h"
 #include "LedgerUI/Presentation/DialogWords.h"
 #include "LedgerUI/Presentation/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/KeyBindings.h"
@@ -73,7 +72,6 @@ void FormDialog::buildFoot()
     foot->setObjectName(QStringLiteral("dialogFoot"));
     foot->setFixedHeight(Space::dialogFoot);
     m_foot = foot;
-    m_note = new TextLabel(TypeStep::small, Token::text2, foot);
     m_cancel = new QPushButton(foot);
     m_cancel->setObjectName(QStringLiteral("formCancel"));
     m_cancel->setAutoDefault(false);
@@ -86,7 +84,6 @@ void FormDialog::buildFoot()
     m_footRow = new QHBoxLayout(foot);
     m_footRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, 0);
     m_footRow->setSpacing(Space::step2);
-    m_footRow->addWidget(m_note);
     m_footRow->addStretch();
     m_footRow->addWidget(m_cancel);
     m_footRow->addWidget(m_confirm);
@@ -104,11 +101,6 @@ void FormDialog::setAside(QWidget* aside, int width)
     aside->setFixedWidth(width);
     m_aside = aside;
     m_columns->addWidget(aside);
-}
-
-void FormDialog::setNote(const QString& note)
-{
-    m_note->setText(note);
 }
 
 void FormDialog::setFootPart(QWidget* part)

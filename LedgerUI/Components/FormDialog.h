@@ -9,7 +9,6 @@ class PrimaryButton;
 class QHBoxLayout;
 class QPushButton;
 class QScrollArea;
-class TextLabel;
 
 /// The frame of every form: a body that scrolls when it must, a banner above it, and a foot with Cancel and the one
 /// action. Ctrl+Return confirms; Esc, Cancel and the close button ask first when the draft has changed.
@@ -26,8 +25,7 @@ public:
     void setBody(QWidget* body, int width);
     /// A second column at the right, on its own ground.
     void setAside(QWidget* aside, int width);
-    /// At the left of the foot: a quiet line of text, or a part that takes the room that is left.
-    void setNote(const QString& note);
+    /// At the left of the foot, in the room that the buttons leave.
     void setFootPart(QWidget* part);
     void setConfirmText(const QString& text);
     void setConfirmVisible(bool isVisible);
@@ -83,7 +81,6 @@ private:
     QWidget* m_aside = nullptr;
     QWidget* m_foot = nullptr;
     QHBoxLayout* m_footRow = nullptr;
-    TextLabel* m_note = nullptr;
     QPushButton* m_cancel = nullptr;
     PrimaryButton* m_confirm = nullptr;
     QString m_confirmText;
