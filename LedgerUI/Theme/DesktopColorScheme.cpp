@@ -52,6 +52,7 @@ void DesktopColorScheme::watch()
     auto bus = QDBusConnection::sessionBus();
     if (!bus.isConnected())
         return;
+    qRegisterMetaType<QDBusVariant>(); // the slot's signature is looked up by names, which know the type only then
     bus.connect(text(service), text(path), text(interface), QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     auto question = QDBusMessage::createMethodCall(text(service), text(path), text(interface), QStringLiteral("Read"));
