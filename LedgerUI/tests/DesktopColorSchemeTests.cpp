@@ -68,7 +68,7 @@ public:
         m_bus.send(signal);
     }
 
-    QString introspect(const QString& /*path*/) const override { return {}; }
+    [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
 
     bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override
     {
