@@ -34,9 +34,9 @@ int verify(const std::string& file)
     const auto report = Verify::run(*loan);
     for (const auto& problem : report.problems)
         fmt::print("{}\n", problem);
-    fmt::print("{} companies, {} entries: {}\n", report.companies, report.entries,
+    fmt::print("companies: {}, entries: {}, {}\n", report.companies, report.entries,
                report.problems.empty() ? "every balance equals its legs, nothing is wrong"
-                                       : fmt::format("{} problems", report.problems.size()));
+                                       : fmt::format("problems: {}", report.problems.size()));
     return report.problems.empty() ? 0 : 1;
 }
 
