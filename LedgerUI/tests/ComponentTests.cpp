@@ -11,6 +11,7 @@
 #include "LedgerUI/Components/GlyphLabel.h"
 #include "LedgerUI/Components/SegmentedControl.h"
 #include "LedgerUI/testing/LabelAudit.h"
+#include "LedgerUI/testing/Settling.h"
 
 namespace {
 
@@ -80,8 +81,7 @@ TEST(FieldError, TakesTheRoomOfItsMessageEachTime)
     root.show();
     const auto settledHeight = [&](const char* message) {
         error->present(QString::fromUtf8(message));
-        QCoreApplication::processEvents();
-        QCoreApplication::processEvents();
+        settle();
         return error->height();
     };
     const auto* glyph = error->findChild<GlyphLabel*>();

@@ -61,7 +61,7 @@ struct OpenedLedger {
     {
         auto* focus = QApplication::focusWidget();
         QTest::keyClick(focus ? focus : view, static_cast<Qt::Key>(key), modifiers);
-        QCoreApplication::processEvents();
+        settle();
     }
     void type(const QString& text) const { QTest::keyClicks(QApplication::focusWidget(), text); }
 
@@ -256,7 +256,7 @@ TEST(LedgerView, FollowsALinkToAnEntryOfAnotherPeriod)
     table->selectRow(2);
     ASSERT_EQ(page.textOf("detailHeadline"), "Refund");
     page.find<QPushButton>("entryLink")->click();
-    QCoreApplication::processEvents();
+    settle();
     EXPECT_EQ(page.period(), "October 2026");
     EXPECT_EQ(page.textOf("detailHeadline"), "Income");
 }
