@@ -1,12 +1,10 @@
 #include "LedgerCore/Domain/ImportRowIdentity.h"
 
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <cstring>
-#include <utility>
-#include <vector>
 
+#include <boost/unordered/unordered_flat_map.hpp>
 #include <sodium/crypto_hash_sha256.h>
 
 namespace {
@@ -18,50 +16,16 @@ constexpr std::string_view companyEnd{"\0", 1};
 constexpr std::string_view cellSeparator = "\x1F";
 constexpr std::string_view countSeparator = "\x1E";
 
-/// How often each row was met. One flat table: a node a row would cost more than the row's digest.
-class Occurrences {
-public:
-    explicit Occurrences(std::size_t rowsExpected) : m_slots(std::bit_ceil(rowsExpected + rowsExpected / 2 + 16)) {}
+/// Digests are spread evenly already: their first bytes do.
+struct DigestHasher {
+    using is_avalanching = void;
 
-    /// 1 for a row met for the first time.
-    std::uint32_t count(const Digest& row)
+    std::size_t operator()(const Digest& digest) const
     {
-        if (m_used + m_used / 4 >= m_slots.size())
-            grow();
-        auto& slot = slotOf(row);
-        if (slot.times == 0) {
-            slot.row = row;
-            ++m_used;
-        }
-        return ++slot.times;
+        std::size_t part = 0;
+        std::memcpy(&part, digest.data(), sizeof part);
+        return part;
     }
-
-private:
-    struct Slot {
-        Digest row{};
-        std::uint32_t times = 0; // 0: free
-    };
-
-    Slot& slotOf(const Digest& row)
-    {
-        std::size_t at = 0;
-        std::memcpy(&at, row.data(), sizeof at);
-        for (at &= m_slots.size() - 1; m_slots[at].times != 0 && m_slots[at].row != row;)
-            at = (at + 1) & (m_slots.size() - 1);
-        return m_slots[at];
-    }
-
-    void grow()
-    {
-        const auto slots = std::exchange(m_slots, std::vector<Slot>(2 * m_slots.size()));
-        for (const auto& slot : slots) {
-            if (slot.times != 0)
-                slotOf(slot.row) = slot;
-        }
-    }
-
-    std::vector<Slot> m_slots; // a power of two of them, never full
-    std::size_t m_used = 0;
 };
 
 void take(Hash& hash, std::string_view text)
@@ -100,12 +64,14 @@ std::string deterministicUUID(const Digest& digest)
 
 struct ImportRowIdentity::State {
     Hash company{}; // has taken in what all rows begin with
-    Occurrences seen;
+    // How often each row was met; flat, for a node a row would cost more than the row's digest.
+    boost::unordered_flat_map<Digest, std::uint32_t, DigestHasher> seen;
 };
 
 ImportRowIdentity::ImportRowIdentity(std::string_view companyID, std::size_t rowsExpected)
-    : m_state(std::make_unique<State>(Hash{}, Occurrences{rowsExpected}))
+    : m_state(std::make_unique<State>())
 {
+    m_state->seen.reserve(rowsExpected);
     crypto_hash_sha256_init(&m_state->company);
     take(m_state->company, companyID);
     take(m_state->company, companyEnd);
@@ -121,7 +87,7 @@ std::string ImportRowIdentity::next(std::span<const std::string_view> cells)
             take(hash, cellSeparator);
         take(hash, cells[at]);
     }
-    const auto count = m_state->seen.count(finished(hash));
+    const auto count = ++m_state->seen[finished(hash)];
     take(hash, countSeparator);
     take(hash, std::to_string(count));
     return deterministicUUID(finished(hash));
