@@ -12,7 +12,6 @@
 #include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerCore/Domain/Money.h"
 #include "LedgerCore/Domain/ReportBook.h"
-#include "LedgerCore/Domain/ReportSource.h"
 
 namespace {
 

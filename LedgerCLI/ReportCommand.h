@@ -5,8 +5,7 @@
 
 #include "LedgerCLI/CommandAnswer.h"
 #include "LedgerCore/Domain/Period.h"
-
-struct ReportSource;
+#include "LedgerCore/Domain/ReportSource.h"
 
 namespace ReportCommand {
 

@@ -7,7 +7,6 @@
 
 #include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerCore/Domain/Money.h"
-#include "LedgerCore/Domain/ReportSource.h"
 
 namespace {
 

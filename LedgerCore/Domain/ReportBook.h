@@ -10,8 +10,7 @@
 
 #include "LedgerCore/Domain/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Report.h"
-
-struct ReportSource;
+#include "LedgerCore/Domain/ReportSource.h"
 
 /// The movements of a snapshot laid out for reports: built once in one pass over the entries, after which each report
 /// is one pass over the legs of its currency, however many periods it has. Points into the snapshot, which must

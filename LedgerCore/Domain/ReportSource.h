@@ -9,7 +9,7 @@
 #include <boost/describe.hpp>
 
 #include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/PartialSnapshot.h"
 
 /// A `LedgerLeg` as reports read it.
 struct ReportLeg {
@@ -47,21 +47,5 @@ BOOST_DESCRIBE_STRUCT(ReportEntry, (),
                        reversalOf, originalTransactionID, externalReference, transferPurpose, distributionKind,
                        participantName, dividendMovementID, capitalContributionID))
 
-/// The part of a `LedgerSnapshot` that reports read, for programs that need no more of it: refused where the whole
-/// would be. Its texts point into the JSON that `Json::view` read it from.
-struct ReportSource {
-    Company company;
-    Member currentMember;
-    std::vector<Member> members;
-    std::vector<Account> accounts;
-    std::vector<Category> categories;
-    std::vector<ReportEntry> transactions;
-    Json::Unread<std::vector<Attachment>> attachments;
-    std::optional<Json::Unread<std::vector<TransferDestination>>> transferDestinations;
-    std::optional<Json::Unread<DividendState>> dividends;
-    std::optional<Json::Unread<CapitalState>> capital;
-    std::optional<Json::Unread<FinancialSettings>> financialSettings;
-};
-BOOST_DESCRIBE_STRUCT(ReportSource, (),
-                      (company, currentMember, members, accounts, categories, transactions, attachments,
-                       transferDestinations, dividends, capital, financialSettings))
+/// The part of a snapshot that reports read. Its texts point into the JSON that `Json::view` read it from.
+using ReportSource = PartialSnapshot<std::vector<ReportEntry>>;
