@@ -11,7 +11,7 @@
 
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// Makes large books to measure on: the same size always gives the same books, byte for byte, on every machine.
 namespace BookGenerator {

@@ -3,7 +3,7 @@
 #include <sys/resource.h>
 
 #include "Benchmarks/BookGenerator.h"
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 const LedgerSnapshot& BooksUnderTest::books(std::size_t entryCount)
 {

@@ -5,7 +5,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// Books of each size, made once and kept for as long as benchmarks of that size follow each other.
 namespace BooksUnderTest {

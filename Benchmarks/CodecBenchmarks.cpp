@@ -6,7 +6,7 @@
 #include <simdjson.h>
 
 #include "Benchmarks/BooksUnderTest.h"
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 namespace {
 

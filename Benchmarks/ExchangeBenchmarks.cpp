@@ -6,9 +6,9 @@
 #include <fmt/format.h>
 
 #include "Benchmarks/BooksUnderTest.h"
-#include "LedgerCore/Domain/LedgerCSV.h"
-#include "LedgerCore/Domain/LedgerImportCSV.h"
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Exports/LedgerCSV.h"
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
+#include "LedgerCore/Domain/Money/Money.h"
 
 namespace {
 

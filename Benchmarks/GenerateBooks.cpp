@@ -6,7 +6,7 @@
 
 #include "Benchmarks/BookGenerator.h"
 #include "Benchmarks/PlainTextJournal.h"
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 namespace {
 

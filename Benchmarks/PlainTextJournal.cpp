@@ -7,7 +7,7 @@
 
 #include <fmt/format.h>
 
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Money/Money.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// The same books as a journal of the plain-text accounting tools: assets by account, the other side by kind and
 /// category, so that the tools' balances and reports are those of Tallyfold's.

@@ -1,8 +1,8 @@
 #include <benchmark/benchmark.h>
 
 #include "Benchmarks/BooksUnderTest.h"
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerCore/Domain/ReportBook.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Reports/ReportBook.h"
 
 namespace {
 

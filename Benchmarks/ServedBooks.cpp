@@ -7,11 +7,11 @@
 #include <fmt/core.h>
 
 #include "Benchmarks/BookGenerator.h"
+#include "LedgerService/Commands/CompanyFounding.h"
 #include "LedgerService/Identity/Password.h"
-#include "LedgerService/Storage/CompanyFounding.h"
-#include "LedgerService/Storage/Connection.h"
-#include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace {
 

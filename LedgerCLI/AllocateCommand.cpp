@@ -6,11 +6,11 @@
 
 #include "LedgerCLI/CommandWords.h"
 #include "LedgerCLI/TextTable.h"
-#include "LedgerCore/Domain/CsvDocument.h"
-#include "LedgerCore/Domain/DividendAllocationCalculator.h"
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Csv/CsvDocument.h"
+#include "LedgerCore/Domain/Dividends/DividendAllocationCalculator.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 namespace {
 

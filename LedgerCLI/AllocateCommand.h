@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "LedgerCLI/CommandAnswer.h"
-#include "LedgerCore/Domain/DividendShare.h"
+#include "LedgerCore/Domain/Records/DividendShare.h"
 
 struct LedgerSnapshot;
 

@@ -4,8 +4,8 @@
 
 #include "LedgerCLI/CommandWords.h"
 #include "LedgerCLI/TextTable.h"
-#include "LedgerCore/Domain/CsvDocument.h"
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Csv/CsvDocument.h"
+#include "LedgerCore/Domain/Money/Money.h"
 
 namespace {
 

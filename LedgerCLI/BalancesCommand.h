@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "LedgerCLI/CommandAnswer.h"
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/PartialSnapshot.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/PartialSnapshot.h"
 
 namespace BalancesCommand {
 

@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "LedgerCLI/CommandWords.h"
-#include "LedgerCore/Domain/CsvDocument.h"
+#include "LedgerCore/Domain/Csv/CsvDocument.h"
 
 namespace {
 

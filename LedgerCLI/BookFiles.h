@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "LedgerCLI/CommandAnswer.h"
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 /// What the program reads and writes. "-" stands for standard input or output.
 namespace BookFiles {

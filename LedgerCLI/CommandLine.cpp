@@ -19,11 +19,11 @@
 #include "LedgerCLI/ExportCommand.h"
 #include "LedgerCLI/ImportPlanCommand.h"
 #include "LedgerCLI/ReportCommand.h"
-#include "LedgerCore/Domain/AppLanguage.h"
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerCore/Domain/LedgerImportCSV.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
-#include "LedgerCore/Domain/ReportSource.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Reports/ReportSource.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 
 namespace {
 

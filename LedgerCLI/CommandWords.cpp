@@ -1,6 +1,6 @@
 #include "LedgerCLI/CommandWords.h"
 
-#include "LedgerCore/Domain/WordTable.h"
+#include "LedgerCore/Domain/Text/WordTable.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 
 #include "LedgerCLI/BookFiles.h"
 #include "LedgerCLI/CommandWords.h"
-#include "LedgerCore/Domain/CapitalCSV.h"
-#include "LedgerCore/Domain/DividendCSV.h"
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerCore/Domain/LedgerExportAuthorization.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Exports/CapitalCSV.h"
+#include "LedgerCore/Domain/Exports/DividendCSV.h"
+#include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LedgerCLI/CommandAnswer.h"
-#include "LedgerCore/Domain/LedgerExportSelection.h"
+#include "LedgerCore/Domain/Exports/LedgerExportSelection.h"
 
 /// The files that the window's exports write, byte for byte.
 namespace ExportCommand {

@@ -4,10 +4,10 @@
 
 #include "LedgerCLI/CommandWords.h"
 #include "LedgerCLI/TextTable.h"
-#include "LedgerCore/Domain/CsvDocument.h"
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerImportCSV.h"
-#include "LedgerCore/Domain/LedgerImportWords.h"
+#include "LedgerCore/Domain/Csv/CsvDocument.h"
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
+#include "LedgerCore/Domain/Imports/LedgerImportWords.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 namespace {
 

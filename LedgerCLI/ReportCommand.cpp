@@ -5,13 +5,13 @@
 
 #include "LedgerCLI/CommandWords.h"
 #include "LedgerCLI/TextTable.h"
-#include "LedgerCore/Domain/CategoryDirectory.h"
-#include "LedgerCore/Domain/CsvDocument.h"
-#include "LedgerCore/Domain/CurrencyInfo.h"
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerCore/Domain/Money.h"
-#include "LedgerCore/Domain/ReportBook.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Categories/CategoryDirectory.h"
+#include "LedgerCore/Domain/Csv/CsvDocument.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Money/CurrencyInfo.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Reports/ReportBook.h"
 
 namespace {
 

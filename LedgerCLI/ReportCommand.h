@@ -4,8 +4,8 @@
 #include <string>
 
 #include "LedgerCLI/CommandAnswer.h"
-#include "LedgerCore/Domain/Period.h"
-#include "LedgerCore/Domain/ReportSource.h"
+#include "LedgerCore/Domain/Calendar/Period.h"
+#include "LedgerCore/Domain/Reports/ReportSource.h"
 
 namespace ReportCommand {
 

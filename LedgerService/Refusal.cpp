@@ -1,6 +1,6 @@
 #include "LedgerService/Refusal.h"
 
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 namespace {
 

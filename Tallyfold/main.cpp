@@ -7,7 +7,7 @@
 #include <QApplication>
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"

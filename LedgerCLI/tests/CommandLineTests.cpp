@@ -14,10 +14,10 @@
 
 #include "LedgerCLI/TextTable.h"
 #include "LedgerCLI/tests/ProgramRun.h"
-#include "LedgerCore/Domain/DividendCSV.h"
-#include "LedgerCore/Domain/LedgerCSV.h"
-#include "LedgerCore/Domain/LedgerExportAuthorization.h"
-#include "LedgerCore/Domain/LedgerImportCSV.h"
+#include "LedgerCore/Domain/Exports/DividendCSV.h"
+#include "LedgerCore/Domain/Exports/LedgerCSV.h"
+#include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
 namespace {

@@ -12,7 +12,7 @@
 
 #include "LedgerCore/Client/Failure.h"
 #include "LedgerCore/Client/HttpSession.h"
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 /// One request to the service.
 struct APIRequest {

@@ -6,7 +6,7 @@
 #include <span>
 
 #include "LedgerCore/Client/ServiceMessages.h"
-#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 
 namespace {
 

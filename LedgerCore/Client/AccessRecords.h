@@ -7,7 +7,7 @@
 
 #include <boost/describe.hpp>
 
-#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 struct Login {
     std::string email;

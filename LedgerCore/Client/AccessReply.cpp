@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 namespace AccessReply {
 

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "LedgerCore/Client/APIError.h"
-#include "LedgerCore/Domain/Company.h"
+#include "LedgerCore/Domain/Records/Company.h"
 
 /// Whether a company's books may be opened. The service reviews new companies first.
 namespace Approval {

@@ -1,6 +1,6 @@
 #include "LedgerCore/Client/Clock.h"
 
-#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
 std::string Clock::today() const
 {

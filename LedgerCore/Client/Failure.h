@@ -4,7 +4,7 @@
 #include <variant>
 
 #include "LedgerCore/Client/APIError.h"
-#include "LedgerCore/Domain/MoneyError.h"
+#include "LedgerCore/Domain/Money/MoneyError.h"
 
 /// The user or the program gave an operation up. Never reported.
 struct Cancelled {

@@ -6,7 +6,7 @@
 #include <QLocale>
 #include <QSettings>
 
-#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 
 namespace {
 

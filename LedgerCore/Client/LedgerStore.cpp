@@ -9,8 +9,8 @@
 #include "LedgerCore/Client/Clock.h"
 #include "LedgerCore/Client/IdentifierSource.h"
 #include "LedgerCore/Client/LanguageDefaults.h"
-#include "LedgerCore/Domain/AppLanguage.h"
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 
 namespace {
 

@@ -14,9 +14,9 @@
 
 #include "LedgerCore/Client/Failure.h"
 #include "LedgerCore/Client/HttpSession.h"
-#include "LedgerCore/Domain/CapitalModuleTab.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
-#include "LedgerCore/Domain/TransactionInput.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Settings/CapitalModuleTab.h"
 
 class APIClient;
 class Clock;

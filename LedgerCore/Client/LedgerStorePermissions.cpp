@@ -1,8 +1,8 @@
 #include <algorithm>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerCore/Domain/CategoryDirectory.h"
-#include "LedgerCore/Domain/FinancialFeaturePolicy.h"
+#include "LedgerCore/Domain/Categories/CategoryDirectory.h"
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 
 bool LedgerStore::permits(std::string_view permission) const
 {

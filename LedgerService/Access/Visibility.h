@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// What of a company a member gets to see.
 namespace Visibility {

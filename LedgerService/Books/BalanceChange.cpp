@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/Books/BookRefusal.h"
 
 namespace {

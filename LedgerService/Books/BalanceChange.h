@@ -4,8 +4,8 @@
 #include <span>
 #include <vector>
 
-#include "LedgerCore/Domain/Account.h"
-#include "LedgerCore/Domain/LedgerTransaction.h"
+#include "LedgerCore/Domain/Records/Account.h"
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerService/Books/EntryChange.h"
 #include "LedgerService/Refusal.h"
 

@@ -1,7 +1,7 @@
 #include "LedgerService/Books/BookDays.h"
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/LedgerDay.h"
 #include "LedgerService/Books/BookRefusal.h"
 
 std::chrono::sys_days BookDays::parsed(std::string_view day)

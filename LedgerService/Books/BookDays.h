@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/FinancialSettings.h"
+#include "LedgerCore/Domain/Records/FinancialSettings.h"
 #include "LedgerService/Refusal.h"
 
 /// The days on which entries can be booked. All days are "YYYY-MM-DD".

@@ -9,8 +9,8 @@
 
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Money/Money.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/Books/EntryShape.h"
 
 namespace {

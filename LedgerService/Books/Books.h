@@ -6,12 +6,12 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/Account.h"
-#include "LedgerCore/Domain/Attachment.h"
-#include "LedgerCore/Domain/Category.h"
-#include "LedgerCore/Domain/FinancialSettings.h"
-#include "LedgerCore/Domain/LedgerTransaction.h"
-#include "LedgerCore/Domain/Member.h"
+#include "LedgerCore/Domain/Records/Account.h"
+#include "LedgerCore/Domain/Records/Attachment.h"
+#include "LedgerCore/Domain/Records/Category.h"
+#include "LedgerCore/Domain/Records/FinancialSettings.h"
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
+#include "LedgerCore/Domain/Records/Member.h"
 #include "LedgerService/Books/EntryChange.h"
 #include "LedgerService/Books/PostingContext.h"
 #include "LedgerService/Books/ReversalContext.h"

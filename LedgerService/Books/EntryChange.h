@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "LedgerCore/Domain/LedgerTransaction.h"
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
 
 /// What an account holds in one currency once a change is applied.
 struct BalanceAfter {

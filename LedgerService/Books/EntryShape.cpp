@@ -5,10 +5,10 @@
 #include <set>
 #include <string_view>
 
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerCore/Domain/LedgerTransaction.h"
-#include "LedgerCore/Domain/Money.h"
-#include "LedgerCore/Domain/TextFold.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Books/PostingContext.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/TransactionInput.h"
+#include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Refusal.h"
 
 /// What a command must look like by itself, before any row is read.

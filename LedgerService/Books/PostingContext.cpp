@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/LedgerEntryAccess.h"
-#include "LedgerCore/Domain/Money.h"
-#include "LedgerCore/Domain/TextFold.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Books/BalanceChange.h"
 #include "LedgerService/Books/BookDays.h"
 #include "LedgerService/Books/BookRefusal.h"

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "LedgerCore/Domain/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerService/Books/BalanceChange.h"
 #include "LedgerService/Books/BookDays.h"
 #include "LedgerService/Books/BookRefusal.h"

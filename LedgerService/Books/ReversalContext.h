@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "LedgerCore/Domain/Account.h"
-#include "LedgerCore/Domain/FinancialSettings.h"
-#include "LedgerCore/Domain/LedgerTransaction.h"
-#include "LedgerCore/Domain/Member.h"
-#include "LedgerCore/Domain/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Account.h"
+#include "LedgerCore/Domain/Records/FinancialSettings.h"
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
+#include "LedgerCore/Domain/Records/Member.h"
+#include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Books/EntryChange.h"
 #include "LedgerService/Refusal.h"
 

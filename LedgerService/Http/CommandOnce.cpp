@@ -1,8 +1,8 @@
 #include "LedgerService/Http/CommandOnce.h"
 
-#include "LedgerCore/Domain/TextFold.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/CommandRepository.h"
+#include "LedgerService/Storage/Rows/CommandRepository.h"
 
 namespace {
 

@@ -2,15 +2,15 @@
 
 #include <exception>
 
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Log.h"
-#include "LedgerService/Storage/Connection.h"
-#include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/DatabaseFailure.h"
-#include "LedgerService/Storage/SnapshotReader.h"
-#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Http/RouteTable.h"
 #include "LedgerService/Service.h"
-#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 /// Answers requests: opens the one transaction, finds the member behind the token, calls the route and turns whatever
 /// comes of it into a reply. Called by many threads at once.

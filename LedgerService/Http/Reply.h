@@ -7,7 +7,7 @@
 #include <variant>
 
 #include "LedgerService/Refusal.h"
-#include "LedgerService/Storage/SessionRepository.h"
+#include "LedgerService/Storage/Rows/SessionRepository.h"
 
 /// A finished answer.
 struct Reply {

@@ -2,7 +2,7 @@
 
 #include <expected>
 
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Refusal.h"
 

@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "LedgerCore/Domain/Member.h"
+#include "LedgerCore/Domain/Records/Member.h"
 #include "LedgerService/Http/Reply.h"
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Service.h"

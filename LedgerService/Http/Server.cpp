@@ -16,7 +16,7 @@
 
 #include "LedgerService/Http/HttpConnection.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
-#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/Database.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "LedgerService/Identity/AttemptLimit.h"
 
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerService/Storage/AttemptRepository.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerService/Storage/Rows/AttemptRepository.h"
 
 std::optional<Refusal> AttemptLimit::whyNotNow(Connection& connection, std::string_view scope, int limit,
                                                const Service& service)

@@ -1,9 +1,9 @@
 #include "LedgerService/Identity/Authentication.h"
 
-#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Identity/Token.h"
-#include "LedgerService/Storage/CompanyRepository.h"
-#include "LedgerService/Storage/MemberRepository.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/MemberRepository.h"
 
 std::expected<SignedInMember, Refusal> Authentication::signedInMember(Connection& connection, std::string_view token,
                                                                       std::string_view now, const ServicePolicy& policy)

@@ -4,10 +4,10 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Member.h"
+#include "LedgerCore/Domain/Records/Member.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
-#include "LedgerService/Storage/SessionRepository.h"
+#include "LedgerService/Storage/Rows/SessionRepository.h"
 
 class Connection;
 

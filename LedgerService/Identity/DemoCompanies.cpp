@@ -2,17 +2,17 @@
 
 #include <optional>
 
-#include "LedgerCore/Domain/AppLanguage.h"
-#include "LedgerCore/Domain/DemoIdentity.h"
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerService/Books/DemoCompany.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
+#include "LedgerService/Books/Demonstration/DemoCompany.h"
+#include "LedgerService/Commands/CompanyFounding.h"
 #include "LedgerService/Identity/Password.h"
-#include "LedgerService/Storage/CompanyFounding.h"
-#include "LedgerService/Storage/CompanyRepository.h"
-#include "LedgerService/Storage/Connection.h"
-#include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Transaction.h"
-#include "LedgerService/Storage/UserRepository.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace {
 

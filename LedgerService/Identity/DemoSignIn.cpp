@@ -1,12 +1,12 @@
 #include "LedgerService/Identity/DemoSignIn.h"
 
-#include "LedgerCore/Domain/DemoIdentity.h"
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/DemoCompanies.h"
-#include "LedgerService/Storage/Connection.h"
-#include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/MemberRepository.h"
-#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <sodium.h>
 
-#include "LedgerCore/Domain/TextFold.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Random.h"
 
 bool Password::isAcceptable(std::string_view password)

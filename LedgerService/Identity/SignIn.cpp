@@ -4,17 +4,17 @@
 #include <optional>
 #include <vector>
 
-#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/DemoCompanies.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/AttemptRepository.h"
-#include "LedgerService/Storage/Connection.h"
-#include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/MemberRepository.h"
-#include "LedgerService/Storage/Transaction.h"
-#include "LedgerService/Storage/UserRepository.h"
+#include "LedgerService/Storage/Rows/AttemptRepository.h"
+#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Identity/Token.h"
-#include "LedgerService/Storage/Connection.h"
-#include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/SessionRepository.h"
-#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 std::optional<Refusal> SignOut::end(const Service& service, std::string_view token, std::string_view now)
 {

@@ -9,8 +9,8 @@
 #include "LedgerService/Operations/CreateCompany.h"
 #include "LedgerService/Operations/Serve.h"
 #include "LedgerService/Operations/Verify.h"
-#include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Sql/DatabaseFailure.h"
 
 namespace {
 

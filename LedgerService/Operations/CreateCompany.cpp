@@ -10,14 +10,14 @@
 #include <termios.h>
 #include <unistd.h>
 
-#include "LedgerCore/Domain/AppLanguage.h"
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerCore/Domain/TextFold.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Commands/CompanyFounding.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/CompanyFounding.h"
-#include "LedgerService/Storage/Transaction.h"
-#include "LedgerService/Storage/UserRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace {
 

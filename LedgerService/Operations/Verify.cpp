@@ -6,13 +6,13 @@
 #include <fmt/core.h>
 
 #include "LedgerService/Books/BookInvariants.h"
-#include "LedgerService/Storage/AccountRepository.h"
-#include "LedgerService/Storage/AttachmentRepository.h"
-#include "LedgerService/Storage/CategoryRepository.h"
-#include "LedgerService/Storage/CompanyRepository.h"
-#include "LedgerService/Storage/EntryRepository.h"
-#include "LedgerService/Storage/MemberRepository.h"
-#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/Rows/AccountRepository.h"
+#include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/CategoryRepository.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace {
 

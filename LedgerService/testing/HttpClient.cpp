@@ -11,7 +11,7 @@
 #include <boost/describe.hpp>
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/testing/SampleBooks.h"
 
 namespace {

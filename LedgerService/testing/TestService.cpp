@@ -5,17 +5,17 @@
 #include <fmt/core.h>
 #include <unistd.h>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Commands/CompanyFounding.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Operations/Verify.h"
-#include "LedgerService/Storage/CompanyFounding.h"
-#include "LedgerService/Storage/Connection.h"
-#include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/SessionRepository.h"
-#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
 
 namespace {

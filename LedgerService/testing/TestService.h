@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerService/Http/Server.h"
 #include "LedgerService/testing/HttpClient.h"
 

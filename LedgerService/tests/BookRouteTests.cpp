@@ -5,8 +5,8 @@
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerService/Storage/AttachmentRepository.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Storage/Rows/AttachmentRepository.h"
 #include "LedgerService/testing/RandomCommands.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"

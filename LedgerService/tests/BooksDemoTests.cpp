@@ -6,12 +6,12 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/AppLanguage.h"
-#include "LedgerCore/Domain/DemoIdentity.h"
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerService/Books/BookInvariants.h"
-#include "LedgerService/Books/DemoCompany.h"
-#include "LedgerService/Books/DemoPlan.h"
-#include "LedgerService/Books/DemoWords.h"
+#include "LedgerService/Books/Demonstration/DemoCompany.h"
+#include "LedgerService/Books/Demonstration/DemoPlan.h"
+#include "LedgerService/Books/Demonstration/DemoWords.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/Books/BookInvariants.h"
 #include "LedgerService/testing/RandomCommands.h"
 #include "LedgerService/testing/SampleBooks.h"

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/Books/BookInvariants.h"
 #include "LedgerService/testing/SampleBooks.h"
 

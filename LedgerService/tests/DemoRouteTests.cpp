@@ -5,9 +5,9 @@
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/DemoIdentity.h"
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerService/Storage/Connection.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace {

@@ -6,7 +6,7 @@
 
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Http/RouteTable.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"

@@ -3,8 +3,8 @@
 #include <boost/describe.hpp>
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerService/Storage/Connection.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerService/Storage/Connection.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 

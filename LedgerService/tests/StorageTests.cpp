@@ -3,13 +3,13 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerService/Storage/Connection.h"
-#include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/DatabaseFailure.h"
-#include "LedgerService/Storage/EntryRepository.h"
-#include "LedgerService/Storage/Migrations.h"
-#include "LedgerService/Storage/Query.h"
-#include "LedgerService/Storage/Transaction.h"
+#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Schema/Migrations.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 

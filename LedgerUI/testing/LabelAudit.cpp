@@ -12,8 +12,8 @@
 #include <QToolButton>
 #include <fmt/format.h>
 
-#include "LedgerUI/Components/CardButton.h"
-#include "LedgerUI/Components/ElidedLabel.h"
+#include "LedgerUI/Components/Buttons/CardButton.h"
+#include "LedgerUI/Components/Text/ElidedLabel.h"
 
 namespace {
 

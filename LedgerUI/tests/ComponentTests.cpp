@@ -6,10 +6,10 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Components/ElidedLabel.h"
-#include "LedgerUI/Components/FieldError.h"
-#include "LedgerUI/Components/GlyphLabel.h"
-#include "LedgerUI/Components/SegmentedControl.h"
+#include "LedgerUI/Components/Buttons/SegmentedControl.h"
+#include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Text/ElidedLabel.h"
+#include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Settling.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Components/FormDialog.h"
+#include "LedgerUI/Components/Dialogs/FormDialog.h"
 
 #include <QLineEdit>
 #include <QPushButton>
@@ -7,9 +7,9 @@
 
 #include "LedgerCore/Client/testing/WaitFor.h"
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerUI/Components/Banner.h"
-#include "LedgerUI/Components/PrimaryButton.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Page/Banner.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include <QTest>
 

@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Components/FormDialog.h"
+#include "LedgerUI/Components/Dialogs/FormDialog.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <QToolButton>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Settling.h"
 #include "LedgerUI/testing/WindowUnderTest.h"

@@ -12,10 +12,10 @@
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/TransactionColorOptions.h"
+#include "LedgerCore/Domain/Settings/TransactionColorOptions.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
-#include "LedgerUI/Components/EntryKindColor.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/EntryKindColor.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/SignIn/SignInMode.h"
 #include "LedgerUI/Theme/Icon.h"
 

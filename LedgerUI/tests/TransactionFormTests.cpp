@@ -10,10 +10,10 @@
 #include <QTest>
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
-#include "LedgerCore/Domain/TransactionInput.h"
-#include "LedgerUI/Components/Banner.h"
-#include "LedgerUI/Components/FieldError.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Page/Banner.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Settling.h"

@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Settling.h"

@@ -7,8 +7,8 @@
 #include <QTest>
 #include <QUuid>
 
-#include "LedgerCore/Domain/AppLanguage.h"
-#include "LedgerCore/Domain/DemoIdentity.h"
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
 #include "Tests/EndToEnd/BooksOnDisk.h"

@@ -10,7 +10,7 @@
 #include <QTimer>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/TextFold.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
 

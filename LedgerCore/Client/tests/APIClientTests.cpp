@@ -5,7 +5,7 @@
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/ScriptedServer.h"
 #include "LedgerCore/Client/testing/WaitFor.h"
-#include "LedgerCore/Domain/TransactionInput.h"
+#include "LedgerCore/Domain/Records/TransactionInput.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "LedgerCore/Client/Failure.h"
 #include "LedgerCore/Client/ServiceMessages.h"
-#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 
 namespace {
 

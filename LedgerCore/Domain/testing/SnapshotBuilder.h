@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// Builds small, whole snapshots for tests. Entries move the balances of the accounts that they name.
 ///

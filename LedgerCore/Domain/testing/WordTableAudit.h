@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/WordTable.h"
+#include "LedgerCore/Domain/Text/WordTable.h"
 
 /// What is wrong with a table of texts, row by row: an empty column, placeholders that differ from the English ones.
 inline std::vector<std::string> auditWords(const WordTable& table)

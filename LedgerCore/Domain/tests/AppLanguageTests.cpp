@@ -1,8 +1,8 @@
-#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/WordTable.h"
+#include "LedgerCore/Domain/Text/WordTable.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "LedgerCore/Domain/CapitalCommands.h"
+#include "LedgerCore/Domain/Capital/CapitalCommands.h"
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
-#include "LedgerCore/Domain/CapitalSummary.h"
+#include "LedgerCore/Domain/Capital/CapitalSummary.h"
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/CapitalAccess.h"
-#include "LedgerCore/Domain/CapitalMath.h"
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Capital/CapitalAccess.h"
+#include "LedgerCore/Domain/Capital/CapitalMath.h"
+#include "LedgerCore/Domain/Money/Money.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/CategoryDirectory.h"
+#include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 
 #include <gtest/gtest.h>
 

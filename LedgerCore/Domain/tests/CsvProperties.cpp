@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 #include <rapidcheck.h>
 
-#include "LedgerCore/Domain/CsvReader.h"
-#include "LedgerCore/Domain/LedgerCSV.h"
-#include "LedgerCore/Domain/LedgerImportCSV.h"
+#include "LedgerCore/Domain/Csv/CsvReader.h"
+#include "LedgerCore/Domain/Exports/LedgerCSV.h"
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
 namespace {

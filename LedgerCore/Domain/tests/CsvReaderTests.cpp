@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/CsvReader.h"
+#include "LedgerCore/Domain/Csv/CsvReader.h"
 
 #include <gtest/gtest.h>
 

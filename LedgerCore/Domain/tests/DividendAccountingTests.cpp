@@ -1,9 +1,9 @@
-#include "LedgerCore/Domain/DividendAccounting.h"
+#include "LedgerCore/Domain/Dividends/DividendAccounting.h"
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/DividendSummary.h"
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Dividends/DividendSummary.h"
+#include "LedgerCore/Domain/Money/Money.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "LedgerCore/Domain/DividendAllocationCalculator.h"
+#include "LedgerCore/Domain/Dividends/DividendAllocationCalculator.h"
 
 #include <algorithm>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Money/Money.h"
 
 namespace {
 

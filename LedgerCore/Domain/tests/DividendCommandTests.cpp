@@ -1,9 +1,9 @@
-#include "LedgerCore/Domain/DividendCommands.h"
+#include "LedgerCore/Domain/Dividends/DividendCommands.h"
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/DividendAccess.h"
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Dividends/DividendAccess.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/EnterpriseCategoryCatalog.h"
+#include "LedgerCore/Domain/Categories/EnterpriseCategoryCatalog.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/EntryRules.h"
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
 namespace {

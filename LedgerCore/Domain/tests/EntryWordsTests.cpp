@@ -2,10 +2,10 @@
 
 #include <set>
 
-#include "LedgerCore/Domain/CurrencyInfo.h"
-#include "LedgerCore/Domain/EntryCopy.h"
-#include "LedgerCore/Domain/EntryValidationError.h"
-#include "LedgerCore/Domain/EntryWords.h"
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerCore/Domain/Entries/EntryValidationError.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerCore/Domain/Money/CurrencyInfo.h"
 
 namespace {
 

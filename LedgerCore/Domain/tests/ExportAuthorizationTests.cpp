@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/LedgerExportAuthorization.h"
-#include "LedgerCore/Domain/ReportExportAuthorization.h"
+#include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
+#include "LedgerCore/Domain/Exports/ReportExportAuthorization.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/FinancialFeaturePolicy.h"
-#include "LedgerCore/Domain/FinancialSettingsCommand.h"
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
+#include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
 
 namespace {
 

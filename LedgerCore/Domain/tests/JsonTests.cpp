@@ -1,8 +1,8 @@
-#include "LedgerCore/Domain/Json.h"
+#include "LedgerCore/Domain/Json/Json.h"
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/LedgerTransaction.h"
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
-#include "LedgerCore/Domain/LedgerCSV.h"
+#include "LedgerCore/Domain/Exports/LedgerCSV.h"
 
 #include <algorithm>
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/CapitalCSV.h"
-#include "LedgerCore/Domain/DividendCSV.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Exports/CapitalCSV.h"
+#include "LedgerCore/Domain/Exports/DividendCSV.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
 #include <cstdlib>
 #include <ctime>

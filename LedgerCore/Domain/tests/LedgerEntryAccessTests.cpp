@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 
 #include <gtest/gtest.h>
 

@@ -1,13 +1,13 @@
-#include "LedgerCore/Domain/LedgerImportCSV.h"
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 
 #include <algorithm>
 #include <set>
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/LedgerImportWords.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
-#include "LedgerCore/Domain/WordTable.h"
+#include "LedgerCore/Domain/Imports/LedgerImportWords.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Text/WordTable.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Member.h"
+#include "LedgerCore/Domain/Records/Member.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "LedgerCore/Domain/Money.h"
+#include "LedgerCore/Domain/Money/Money.h"
 
 #include <limits>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "LedgerCore/Domain/CurrencyInfo.h"
+#include "LedgerCore/Domain/Money/CurrencyInfo.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/OpeningBalancePolicy.h"
+#include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 
 #include <gtest/gtest.h>
 

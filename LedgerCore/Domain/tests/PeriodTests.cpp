@@ -1,8 +1,8 @@
-#include "LedgerCore/Domain/Period.h"
+#include "LedgerCore/Domain/Calendar/Period.h"
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
 namespace {
 

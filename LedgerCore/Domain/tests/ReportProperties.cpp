@@ -1,13 +1,13 @@
-#include "LedgerCore/Domain/ReportBook.h"
+#include "LedgerCore/Domain/Reports/ReportBook.h"
 
 #include <numeric>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerCore/Domain/ReportSource.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Reports/ReportSource.h"
 
 namespace {
 

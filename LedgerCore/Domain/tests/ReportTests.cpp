@@ -1,10 +1,10 @@
-#include "LedgerCore/Domain/ReportBook.h"
+#include "LedgerCore/Domain/Reports/ReportBook.h"
 
 #include <map>
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/LedgerDay.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
 namespace {
 

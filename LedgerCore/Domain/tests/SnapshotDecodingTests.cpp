@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
-#include "LedgerCore/Domain/ReportSource.h"
-#include "LedgerCore/Domain/TransactionInput.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Reports/ReportSource.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
 namespace {

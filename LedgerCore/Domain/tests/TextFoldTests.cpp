@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/TextFold.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>

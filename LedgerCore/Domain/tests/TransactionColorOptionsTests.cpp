@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/TransactionColorOptions.h"
+#include "LedgerCore/Domain/Settings/TransactionColorOptions.h"
 
 #include <set>
 

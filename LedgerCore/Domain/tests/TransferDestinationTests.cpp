@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 
 namespace {
 

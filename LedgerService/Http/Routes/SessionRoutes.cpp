@@ -2,7 +2,7 @@
 
 #include <boost/describe.hpp>
 
-#include "LedgerCore/Domain/AppLanguage.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerService/Http/RequestBody.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Identity/DemoSignIn.h"

@@ -1,10 +1,10 @@
 #include <array>
 
-#include "LedgerCore/Domain/TransactionInput.h"
+#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerService/Commands/EntryCommands.h"
 #include "LedgerService/Http/CommandOnce.h"
 #include "LedgerService/Http/RequestBody.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
-#include "LedgerService/Storage/EntryCommands.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Money.h"
-#include "LedgerUI/Presentation/EntryAmountText.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
 
 namespace {
 

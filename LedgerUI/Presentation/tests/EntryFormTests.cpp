@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
-#include "LedgerUI/Presentation/EntryCategories.h"
-#include "LedgerUI/Presentation/EntryEdits.h"
-#include "LedgerUI/Presentation/EntryFormContent.h"
-#include "LedgerUI/Presentation/EntryFormState.h"
-#include "LedgerUI/Presentation/EntryFormWords.h"
-#include "LedgerUI/Presentation/EntryRefundables.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Entry/EntryCategories.h"
+#include "LedgerUI/Presentation/Entry/EntryEdits.h"
+#include "LedgerUI/Presentation/Entry/EntryFormContent.h"
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Entry/EntryRefundables.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 
 #include <gtest/gtest.h>
 

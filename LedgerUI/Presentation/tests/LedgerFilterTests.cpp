@@ -1,12 +1,12 @@
-#include "LedgerUI/Presentation/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerUI/Presentation/LedgerFilterChoices.h"
-#include "LedgerUI/Presentation/LedgerNotice.h"
-#include "LedgerUI/Presentation/LedgerSort.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
+#include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
+#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {

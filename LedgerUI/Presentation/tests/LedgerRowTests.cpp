@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/LedgerRow.h"
+#include "LedgerUI/Presentation/Ledger/LedgerRow.h"
 
 #include <limits>
 
@@ -6,12 +6,12 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Presentation/LedgerAmounts.h"
-#include "LedgerUI/Presentation/LedgerBalances.h"
-#include "LedgerUI/Presentation/LedgerEntryDetail.h"
-#include "LedgerUI/Presentation/LedgerFilter.h"
-#include "LedgerUI/Presentation/LedgerWords.h"
-#include "LedgerUI/Presentation/PeriodWords.h"
+#include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
+#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {

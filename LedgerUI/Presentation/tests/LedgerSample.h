@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
-#include "LedgerUI/Presentation/LedgerBook.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBook.h"
 
 /// A small trading company's books with one entry of every kind, seen by its owner on 20 November 2026.
 inline SnapshotBuilder sampleLedger()

@@ -1,12 +1,12 @@
-#include "LedgerUI/Presentation/LedgerTableModel.h"
+#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 
 #include <QAbstractItemModelTester>
 #include <QItemSelectionModel>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Presentation/LedgerFilter.h"
-#include "LedgerUI/Presentation/LedgerSort.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {

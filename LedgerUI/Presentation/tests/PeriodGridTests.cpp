@@ -1,9 +1,9 @@
-#include "LedgerUI/Presentation/PeriodGrid.h"
+#include "LedgerUI/Presentation/Period/PeriodGrid.h"
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerUI/Presentation/PeriodLabel.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerUI/Presentation/Period/PeriodLabel.h"
 
 namespace {
 

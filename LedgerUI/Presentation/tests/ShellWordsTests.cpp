@@ -3,16 +3,16 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/AppLanguage.h"
-#include "LedgerCore/Domain/DemoIdentity.h"
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
-#include "LedgerUI/Presentation/DialogWords.h"
-#include "LedgerUI/Presentation/Initials.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/RoleText.h"
-#include "LedgerUI/Presentation/SignInWords.h"
-#include "LedgerUI/Presentation/WorkspacePage.h"
-#include "LedgerUI/Presentation/WorkspaceWords.h"
+#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/Initials.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Workspace/RoleText.h"
+#include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
+#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 
 TEST(ShellWords, SpeakFourLanguagesWithTheSamePlaceholders)
 {

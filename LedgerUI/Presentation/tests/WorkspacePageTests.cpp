@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/WorkspacePage.h"
+#include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
 
 #include <ostream>
 #include <string>

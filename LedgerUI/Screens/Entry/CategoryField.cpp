@@ -7,11 +7,11 @@
 #include <QKeyEvent>
 #include <QToolButton>
 
-#include "LedgerCore/Domain/EntryCopy.h"
-#include "LedgerUI/Components/FieldError.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/EntryFormWords.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/CategoryPopover.h"
 #include "LedgerUI/Screens/Entry/CategoryTile.h"
 #include "LedgerUI/Theme/Icon.h"

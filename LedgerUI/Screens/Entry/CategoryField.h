@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/EntryCategories.h"
+#include "LedgerUI/Presentation/Entry/EntryCategories.h"
 
 class CategoryPopover;
 class CategoryTile;

@@ -9,10 +9,10 @@
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/SearchField.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/EntryFormWords.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Components/Fields/SearchField.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"

@@ -5,7 +5,7 @@
 
 #include <QFrame>
 
-#include "LedgerUI/Presentation/EntryCategories.h"
+#include "LedgerUI/Presentation/Entry/EntryCategories.h"
 
 class QListView;
 class QStandardItemModel;

@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "LedgerUI/Components/TextLines.h"
+#include "LedgerUI/Components/Text/TextLines.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"

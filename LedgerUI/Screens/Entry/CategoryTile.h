@@ -4,7 +4,7 @@
 
 #include <QAbstractButton>
 
-#include "LedgerUI/Presentation/EntryCategories.h"
+#include "LedgerUI/Presentation/Entry/EntryCategories.h"
 
 /// One quick category: its glyph and its name on up to two lines.
 class CategoryTile final : public QAbstractButton {

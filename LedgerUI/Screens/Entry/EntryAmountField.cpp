@@ -3,12 +3,12 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/ComboBoxLists.h"
-#include "LedgerUI/Components/FieldError.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/EntryFormWords.h"
-#include "LedgerUI/Screens/Entry/AmountEdit.h"
-#include "LedgerUI/Screens/Entry/CurrencyPicker.h"
+#include "LedgerUI/Components/Fields/AmountEdit.h"
+#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Fields/CurrencyPicker.h"
+#include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidget{parent}

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/EntryFormContent.h"
+#include "LedgerUI/Presentation/Entry/EntryFormContent.h"
 
 class AmountEdit;
 class CurrencyPicker;

@@ -3,8 +3,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/GlyphLabel.h"
-#include "LedgerUI/Components/TextLabel.h"
+#include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
 
 EntryDayNote::EntryDayNote(QWidget* parent) : QWidget{parent}

@@ -4,11 +4,11 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/ElidedLabel.h"
-#include "LedgerUI/Components/Line.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/EntryFormWords.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/ElidedLabel.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/EntryFormContent.h"
+#include "LedgerUI/Presentation/Entry/EntryFormContent.h"
 
 class AccountPicker;
 class AmountEdit;

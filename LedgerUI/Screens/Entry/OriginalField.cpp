@@ -7,11 +7,11 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/ComboBoxLists.h"
-#include "LedgerUI/Components/FieldError.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/EntryFormWords.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

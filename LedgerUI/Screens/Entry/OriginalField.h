@@ -6,7 +6,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/EntryRefundables.h"
+#include "LedgerUI/Presentation/Entry/EntryRefundables.h"
 
 class FieldError;
 class QComboBox;

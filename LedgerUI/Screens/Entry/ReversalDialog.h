@@ -1,9 +1,9 @@
 #pragma once
 
-#include "LedgerCore/Domain/LedgerTransaction.h"
-#include "LedgerCore/Domain/TransactionDraft.h"
-#include "LedgerUI/Components/FormDialog.h"
-#include "LedgerUI/Presentation/EntryReversal.h"
+#include "LedgerCore/Domain/Entries/TransactionDraft.h"
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
+#include "LedgerUI/Components/Dialogs/FormDialog.h"
+#include "LedgerUI/Presentation/Entry/EntryReversal.h"
 
 class FormField;
 class LedgerStore;

@@ -4,7 +4,7 @@
 
 #include <QFrame>
 
-#include "LedgerUI/Presentation/EntryReversal.h"
+#include "LedgerUI/Presentation/Entry/EntryReversal.h"
 #include "LedgerUI/Theme/ThemeColor.h"
 
 class QGridLayout;

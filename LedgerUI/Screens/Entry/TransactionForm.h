@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "LedgerUI/Components/FormDialog.h"
-#include "LedgerUI/Presentation/EntryFormState.h"
+#include "LedgerUI/Components/Dialogs/FormDialog.h"
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
 
 class EntryDayNote;
 class EntryFormBody;

@@ -7,11 +7,11 @@
 #include <QPainter>
 #include <QToolTip>
 
-#include "LedgerUI/Components/EntryKindColor.h"
-#include "LedgerUI/Components/TextLines.h"
-#include "LedgerUI/Presentation/EntryKindGlyph.h"
-#include "LedgerUI/Presentation/LedgerTableModel.h"
-#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Components/Text/EntryKindColor.h"
+#include "LedgerUI/Components/Text/TextLines.h"
+#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"

@@ -4,12 +4,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/ElidedLabel.h"
-#include "LedgerUI/Components/GlyphLabel.h"
-#include "LedgerUI/Components/Line.h"
-#include "LedgerUI/Components/SelectableText.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/ListedText.h"
+#include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/ElidedLabel.h"
+#include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/SelectableText.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -8,13 +8,13 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/FocusChain.h"
-#include "LedgerUI/Components/GlyphLabel.h"
-#include "LedgerUI/Components/IconButton.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/EntryKindGlyph.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Dialogs/FocusChain.h"
+#include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"

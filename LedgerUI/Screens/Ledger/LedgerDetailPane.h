@@ -4,8 +4,8 @@
 
 #include <QFrame>
 
-#include "LedgerUI/Presentation/LedgerBalances.h"
-#include "LedgerUI/Presentation/LedgerEntryDetail.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
+#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Theme/ThemeColor.h"
 
 class GlyphLabel;

@@ -3,7 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 
-#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <QMenu>
 
-#include "LedgerUI/Presentation/LedgerFilterChoices.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
 
 /// The choices of one part of the filter, "all" on top. It stays open while choices are ticked.
 class LedgerFilterMenu final : public QMenu {

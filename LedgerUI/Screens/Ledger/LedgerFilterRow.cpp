@@ -9,13 +9,13 @@
 #include <QPushButton>
 #include <QToolButton>
 
-#include "LedgerUI/Components/IconButton.h"
-#include "LedgerUI/Components/SearchField.h"
-#include "LedgerUI/Components/WrapLayout.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/LedgerBrowser.h"
-#include "LedgerUI/Presentation/LedgerFilterChoices.h"
-#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Fields/SearchField.h"
+#include "LedgerUI/Components/Page/WrapLayout.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Ledger/LedgerFilterMenu.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"

@@ -5,7 +5,7 @@
 #include <QFrame>
 #include <QTimer>
 
-#include "LedgerUI/Presentation/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
 
 class IconButton;
 class LedgerBrowser;

@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "LedgerUI/Presentation/LedgerTableModel.h"
+#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Screens/Ledger/LedgerDelegate.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"

@@ -3,9 +3,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/EmptyState.h"
-#include "LedgerUI/Components/PrimaryButton.h"
-#include "LedgerUI/Components/SetupStep.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Page/EmptyState.h"
+#include "LedgerUI/Components/Page/SetupStep.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/LedgerNotice.h"
+#include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
 
 class EmptyState;
 class QPushButton;

@@ -12,11 +12,11 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
-#include "LedgerCore/Domain/LedgerDay.h"
-#include "LedgerUI/Presentation/DayText.h"
-#include "LedgerUI/Presentation/LedgerBrowser.h"
-#include "LedgerUI/Presentation/LedgerTableModel.h"
-#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Screens/Ledger/LedgerDelegate.h"
 #include "LedgerUI/Screens/Ledger/LedgerHeads.h"
 #include "LedgerUI/Theme/Space.h"

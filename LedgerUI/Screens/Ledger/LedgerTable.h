@@ -4,8 +4,8 @@
 
 #include <QTableView>
 
-#include "LedgerUI/Presentation/LedgerBook.h"
-#include "LedgerUI/Presentation/LedgerSort.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBook.h"
+#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 
 class LedgerBrowser;
 class LedgerDelegate;

@@ -6,13 +6,13 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 
-#include "LedgerUI/Components/IconButton.h"
-#include "LedgerUI/Components/Line.h"
-#include "LedgerUI/Components/Popover.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/LedgerRow.h"
-#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Dialogs/Popover.h"
+#include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Ledger/LedgerRow.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

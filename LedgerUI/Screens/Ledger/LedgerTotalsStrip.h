@@ -5,8 +5,8 @@
 #include <QFrame>
 #include <QPointer>
 
-#include "LedgerUI/Components/Popover.h"
-#include "LedgerUI/Presentation/LedgerAmounts.h"
+#include "LedgerUI/Components/Dialogs/Popover.h"
+#include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 
 class IconButton;
 class TextLabel;

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "LedgerUI/Presentation/EntryFormState.h"
-#include "LedgerUI/Presentation/LedgerFilter.h"
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
 class LedgerBrowser;

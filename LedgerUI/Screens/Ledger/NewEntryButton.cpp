@@ -7,13 +7,13 @@
 #include <QMenu>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerCore/Domain/LedgerEntryAccess.h"
-#include "LedgerUI/Components/EntryKindColor.h"
-#include "LedgerUI/Components/PrimaryButton.h"
-#include "LedgerUI/Presentation/EntryKindGlyph.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/KeyBindings.h"
-#include "LedgerUI/Presentation/LedgerWords.h"
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Text/EntryKindColor.h"
+#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Theme/Icon.h"
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "LedgerUI/Components/SplitButton.h"
+#include "LedgerUI/Components/Buttons/SplitButton.h"
 
 class LedgerStore;
 class QAction;

@@ -6,8 +6,8 @@
 #include <QCoro/QCoroTask>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerUI/Components/MessageDialog.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
+#include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/SignIn/SignInView.h"
 #include "LedgerUI/Screens/Workspace/WorkspaceView.h"
 

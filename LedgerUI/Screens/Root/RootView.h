@@ -5,7 +5,7 @@
 #include <QPointer>
 #include <QStackedWidget>
 
-#include "LedgerUI/Components/MessageDialog.h"
+#include "LedgerUI/Components/Dialogs/MessageDialog.h"
 
 class LedgerStore;
 class PageRegistry;

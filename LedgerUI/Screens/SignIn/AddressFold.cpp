@@ -8,12 +8,12 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerUI/Components/ElidedLabel.h"
-#include "LedgerUI/Components/FieldError.h"
-#include "LedgerUI/Components/FormField.h"
-#include "LedgerUI/Components/Line.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/SignInWords.h"
+#include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Fields/FormField.h"
+#include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/ElidedLabel.h"
+#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 

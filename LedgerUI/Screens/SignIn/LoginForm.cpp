@@ -7,13 +7,13 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerUI/Components/FieldError.h"
-#include "LedgerUI/Components/FormField.h"
-#include "LedgerUI/Components/PasswordField.h"
-#include "LedgerUI/Components/PrimaryButton.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/SignInWords.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Fields/FormField.h"
+#include "LedgerUI/Components/Fields/PasswordField.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -8,12 +8,12 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerCore/Domain/AppLanguage.h"
-#include "LedgerUI/Components/BusyBar.h"
-#include "LedgerUI/Components/ComboBoxLists.h"
-#include "LedgerUI/Components/GlyphLabel.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/SignInWords.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
+#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Page/BusyBar.h"
+#include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/SignIn/AddressFold.h"
 #include "LedgerUI/Screens/SignIn/LoginForm.h"
 #include "LedgerUI/Screens/SignIn/SignInAside.h"

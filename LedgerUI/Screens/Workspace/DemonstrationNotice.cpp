@@ -7,12 +7,12 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerCore/Domain/DemoIdentity.h"
-#include "LedgerUI/Components/GlyphLabel.h"
-#include "LedgerUI/Components/IconButton.h"
-#include "LedgerUI/Components/TextLabel.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/WorkspaceWords.h"
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

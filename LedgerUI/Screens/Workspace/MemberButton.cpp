@@ -8,11 +8,11 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerCore/Domain/AppLanguage.h"
-#include "LedgerUI/Components/CardButton.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/RoleText.h"
-#include "LedgerUI/Presentation/WorkspaceWords.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
+#include "LedgerUI/Components/Buttons/CardButton.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Workspace/RoleText.h"
+#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {

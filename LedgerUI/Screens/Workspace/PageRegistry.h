@@ -3,7 +3,7 @@
 #include <functional>
 #include <map>
 
-#include "LedgerUI/Presentation/WorkspacePage.h"
+#include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
 
 class LedgerStore;
 class PageView;

@@ -8,11 +8,11 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerUI/Components/CardButton.h"
-#include "LedgerUI/Components/FocusChain.h"
-#include "LedgerUI/Presentation/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/KeyBindings.h"
-#include "LedgerUI/Presentation/WorkspaceWords.h"
+#include "LedgerUI/Components/Buttons/CardButton.h"
+#include "LedgerUI/Components/Dialogs/FocusChain.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Screens/Workspace/DemonstrationNotice.h"
 #include "LedgerUI/Screens/Workspace/MemberButton.h"
 #include "LedgerUI/Theme/Icon.h"

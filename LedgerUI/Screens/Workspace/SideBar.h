@@ -4,7 +4,7 @@
 
 #include <QFrame>
 
-#include "LedgerUI/Presentation/WorkspacePage.h"
+#include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
 
 class CardButton;
 class DemonstrationNotice;

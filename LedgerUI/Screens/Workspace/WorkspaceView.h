@@ -6,7 +6,7 @@
 #include <QWidget>
 
 #include "LedgerCore/Client/Failure.h"
-#include "LedgerUI/Presentation/WorkspacePage.h"
+#include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
 
 class BusyBar;
 class LedgerStore;

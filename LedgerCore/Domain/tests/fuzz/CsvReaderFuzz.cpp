@@ -2,9 +2,9 @@
 #include <cstdint>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/CsvReader.h"
-#include "LedgerCore/Domain/LedgerCSV.h"
-#include "LedgerCore/Domain/LedgerImportCSV.h"
+#include "LedgerCore/Domain/Csv/CsvReader.h"
+#include "LedgerCore/Domain/Exports/LedgerCSV.h"
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
 namespace {

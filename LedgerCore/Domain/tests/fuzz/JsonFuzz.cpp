@@ -3,9 +3,9 @@
 #include <string>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Json.h"
-#include "LedgerCore/Domain/LedgerSnapshot.h"
-#include "LedgerCore/Domain/ReportSource.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Reports/ReportSource.h"
 
 /// Whatever the bytes, a snapshot that was read is the same when written and read again, and reports read it too.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)

@@ -1,0 +1,168 @@
+#include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
+
+#include <algorithm>
+#include <map>
+#include <unordered_map>
+#include <utility>
+
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Money/Money.h"
+
+namespace {
+
+using EntryIndex = std::unordered_map<std::string_view, const LedgerTransaction*>;
+using Place = std::pair<std::string_view, std::string_view>; // account and currency
+
+struct Candidate {
+    OpeningBalanceEligibility eligibility;
+    std::int64_t balance = 0;
+    std::optional<std::int64_t> legs = 0; // nothing once the sum left 64 bits
+    std::size_t entries = 0;
+    const LedgerTransaction* lastTouched = nullptr;
+};
+
+const LedgerTransaction* find(const EntryIndex& entries, const std::optional<std::string>& id)
+{
+    if (!id)
+        return nullptr;
+    const auto found = entries.find(*id);
+    return found == entries.end() ? nullptr : found->second;
+}
+
+bool isLinked(const LedgerTransaction& entry, const EntryIndex& entries)
+{
+    if (entry.kind == EntryKind::opening && entry.reversedBy) {
+        const auto* reversal = find(entries, entry.reversedBy);
+        return reversal && reversal->kind == EntryKind::reversal && reversal->reversalOf == entry.id;
+    }
+    if (entry.kind == EntryKind::reversal) {
+        const auto* original = find(entries, entry.reversalOf);
+        return original && original->reversedBy == entry.id;
+    }
+    return true;
+}
+
+/// An entry may touch an account with several legs, but is one entry of its history.
+void touch(Candidate& candidate, const LedgerTransaction& entry, const LedgerLeg& leg, const EntryIndex& entries)
+{
+    if (candidate.legs)
+        candidate.legs = Money::add(*candidate.legs, leg.amountMinor);
+    if (std::exchange(candidate.lastTouched, &entry) == &entry)
+        return;
+    ++candidate.entries;
+    auto& eligibility = candidate.eligibility;
+    if (entry.kind == EntryKind::opening && !entry.reversedBy)
+        eligibility.activeOpeningIDs.push_back(entry.id);
+    if (!isLinked(entry, entries))
+        eligibility.historyComplete = false;
+}
+
+Candidate candidateFor(const LedgerSnapshot& snapshot, const Account& account, std::string_view currency)
+{
+    Candidate candidate;
+    candidate.eligibility.accountID = account.id;
+    candidate.eligibility.currency = currency;
+    candidate.eligibility.hasAuthority = !account.archived && snapshot.currentMember.can("opening", account.id);
+    candidate.balance = account.balance(currency);
+    return candidate;
+}
+
+bool isExamined(const LedgerSnapshot& snapshot, const Account* account, std::string_view currency)
+{
+    return account && account->holds(currency) && snapshot.currentMember.can("view", account->id);
+}
+
+void walk(const LedgerSnapshot& snapshot, std::vector<Candidate>& candidates)
+{
+    std::map<Place, Candidate*> byPlace;
+    for (auto& candidate : candidates)
+        byPlace.emplace(Place{candidate.eligibility.accountID, candidate.eligibility.currency}, &candidate);
+    EntryIndex entries;
+    entries.reserve(snapshot.transactions.size());
+    for (const auto& entry : snapshot.transactions)
+        entries.emplace(entry.id, &entry);
+    for (const auto& entry : snapshot.transactions) {
+        for (const auto& leg : entry.legs) {
+            if (const auto found = byPlace.find({leg.accountID, leg.currency}); found != byPlace.end())
+                touch(*found->second, entry, leg, entries);
+        }
+    }
+    for (auto& candidate : candidates) {
+        if (candidate.entries > 0 && candidate.legs != candidate.balance)
+            candidate.eligibility.historyComplete = false;
+    }
+}
+
+}
+
+std::optional<std::string> OpeningBalancePolicy::recordingDate(const LedgerSnapshot& snapshot, std::string_view today)
+{
+    const auto& settings = snapshot.financialSettings;
+    const auto start =
+        settings && settings->bookkeepingStartDate ? std::string_view{*settings->bookkeepingStartDate} : today;
+    return LedgerDay::isValid(start) ? std::optional<std::string>{start} : std::nullopt;
+}
+
+OpeningBalanceEligibility OpeningBalancePolicy::evaluate(const LedgerSnapshot& snapshot, std::string_view accountID,
+                                                         std::string_view currency)
+{
+    const auto* account = snapshot.account(accountID);
+    if (!isExamined(snapshot, account, currency))
+        return {std::string{accountID}, std::string{currency}};
+    std::vector<Candidate> candidates{candidateFor(snapshot, *account, currency)};
+    walk(snapshot, candidates);
+    return std::move(candidates.front().eligibility);
+}
+
+std::vector<OpeningBalanceEligibility> OpeningBalancePolicy::evaluateAll(const LedgerSnapshot& snapshot)
+{
+    std::vector<Candidate> candidates;
+    for (const auto& account : snapshot.accounts) {
+        for (const auto& currency : account.currencies) {
+            if (isExamined(snapshot, &account, currency))
+                candidates.push_back(candidateFor(snapshot, account, currency));
+        }
+    }
+    walk(snapshot, candidates);
+    std::vector<OpeningBalanceEligibility> all;
+    all.reserve(candidates.size());
+    for (auto& candidate : candidates)
+        all.push_back(std::move(candidate.eligibility));
+    return all;
+}
+
+std::optional<OpeningBalancePolicy::Refusal>
+OpeningBalancePolicy::whyNot(const LedgerSnapshot& snapshot, std::string_view accountID, std::string_view currency)
+{
+    return whyNot(snapshot, evaluate(snapshot, accountID, currency));
+}
+
+std::optional<OpeningBalancePolicy::Refusal> OpeningBalancePolicy::whyNot(const LedgerSnapshot& snapshot,
+                                                                          const OpeningBalanceEligibility& eligibility)
+{
+    using enum Refusal;
+    const auto* account = snapshot.account(eligibility.accountID);
+    if (!isExamined(snapshot, account, eligibility.currency))
+        return noAuthority;
+    if (account->archived)
+        return archived;
+    if (const auto refused = LedgerEntryAccess::whyNotRecord(*account, snapshot.currentMember, EntryKind::opening))
+        return *refused == LedgerEntryAccess::RecordRefusal::notResponsible ? notResponsible : noAuthority;
+    if (!eligibility.activeOpeningIDs.empty())
+        return alreadyOpened;
+    if (!eligibility.historyComplete)
+        return historyIncomplete;
+    return std::nullopt;
+}
+
+std::optional<std::string> OpeningBalancePolicy::earliestVisibleTransactionDay(const LedgerSnapshot& snapshot)
+{
+    std::optional<std::string_view> earliest;
+    for (const auto& entry : snapshot.transactions) {
+        const bool earlier = !earliest || entry.date < *earliest;
+        if (earlier && LedgerDay::isValid(entry.date))
+            earliest = entry.date;
+    }
+    return earliest ? std::optional<std::string>{*earliest} : std::nullopt;
+}

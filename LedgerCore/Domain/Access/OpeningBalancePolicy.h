@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+
+/// What the visible books say about an opening balance on one account in one currency.
+struct OpeningBalanceEligibility {
+    std::string accountID;
+    std::string currency;
+    bool hasAuthority = false;
+    std::vector<std::string> activeOpeningIDs = {}; // openings that have not been reversed, in snapshot order
+    bool historyComplete = true;
+
+    bool operator==(const OpeningBalanceEligibility&) const = default;
+};
+
+/// Whether an opening balance may be recorded, and on which day.
+namespace OpeningBalancePolicy {
+
+/// The day on which an opening balance is booked: the start of the books, or `today` while none is confirmed;
+/// nothing when that text names no day.
+std::optional<std::string> recordingDate(const LedgerSnapshot& snapshot, std::string_view today);
+
+/// The history is complete when every opening and reversal of the account and currency is linked both ways and, as
+/// far as there are entries at all, their legs add up to the account's balance.
+OpeningBalanceEligibility evaluate(const LedgerSnapshot& snapshot, std::string_view accountID,
+                                   std::string_view currency);
+
+/// `evaluate` for each account and each of its currencies, in snapshot order, in one pass over the entries.
+std::vector<OpeningBalanceEligibility> evaluateAll(const LedgerSnapshot& snapshot);
+
+enum class Refusal {
+    noAuthority, // unknown, unseen or without the currency, or the member holds no "opening" on it
+    archived,
+    notResponsible, // a restricted account of somebody else
+    alreadyOpened,
+    historyIncomplete
+};
+
+/// What keeps this account from taking an opening balance in `currency`, or nothing.
+std::optional<Refusal> whyNot(const LedgerSnapshot& snapshot, std::string_view accountID, std::string_view currency);
+std::optional<Refusal> whyNot(const LedgerSnapshot& snapshot, const OpeningBalanceEligibility& eligibility);
+
+/// The day of the earliest visible entry; books cannot start after it.
+std::optional<std::string> earliestVisibleTransactionDay(const LedgerSnapshot& snapshot);
+
+}

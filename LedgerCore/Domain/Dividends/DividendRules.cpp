@@ -1,0 +1,294 @@
+#include "LedgerCore/Domain/Dividends/DividendRules.h"
+
+#include <algorithm>
+#include <expected>
+#include <utility>
+
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Dividends/DividendAccess.h"
+#include "LedgerCore/Domain/Dividends/DividendAllocationCalculator.h"
+#include "LedgerCore/Domain/Dividends/DividendBook.h"
+#include "LedgerCore/Domain/Dividends/DividendMovementKind.h"
+#include "LedgerCore/Domain/Money/BasisPoints.h"
+#include "LedgerCore/Domain/Money/CurrencyInfo.h"
+#include "LedgerCore/Domain/Money/Money.h"
+
+namespace {
+
+using Refused = std::optional<DividendRefusal>;
+using enum DividendRefusal;
+namespace Action = DividendAction;
+namespace Kind = DividendMovementKind;
+
+template <class Record>
+const Record* find(std::span<const Record> records, const std::optional<std::string>& id)
+{
+    const auto found = std::ranges::find_if(records, [&](const Record& record) { return record.id == id; });
+    return found == records.end() ? nullptr : &*found;
+}
+
+bool isBlank(const std::optional<std::string>& text)
+{
+    return !text || text->find_first_not_of(" \t\r\n") == std::string::npos;
+}
+
+/// The day of the latest recorded action: dividends are recorded in the order of days.
+std::string_view latestDay(const DividendState& state)
+{
+    std::string_view latest;
+    for (const auto& batch : state.batches) {
+        latest = std::max(latest, std::string_view{batch.date});
+        if (batch.cancelledDate)
+            latest = std::max(latest, std::string_view{*batch.cancelledDate});
+    }
+    for (const auto& movement : state.movements)
+        latest = std::max(latest, std::string_view{movement.date});
+    return latest;
+}
+
+Refused whyNotAmount(const DividendCommand& command)
+{
+    if (!command.currency || !CurrencyInfo::isSupported(*command.currency))
+        return currencyUnsupported;
+    if (!command.amountMinor || *command.amountMinor < 1)
+        return amountNotPositive;
+    return *command.amountMinor > Money::maximumMinor ? std::optional{amountLimit} : std::nullopt;
+}
+
+Refused whyNotSetParticipant(const DividendCommand& command, const DividendContext& context)
+{
+    const auto& participants = context.state.participants;
+    if (command.participantID && !find(std::span{participants}, command.participantID))
+        return participantUnavailable;
+    if (isBlank(command.name))
+        return nameRequired;
+    if (command.ratioBps.value_or(0) < 0 || command.ratioBps.value_or(0) > BasisPoints::whole)
+        return ratioInvalid;
+    if (!command.memberID)
+        return std::nullopt;
+    const bool isTaken = std::ranges::any_of(participants, [&](const DividendParticipant& other) {
+        return other.memberID == command.memberID && other.id != command.participantID;
+    });
+    return isTaken || !find(context.members, command.memberID) ? std::optional{memberUnavailable} : std::nullopt;
+}
+
+Refused whyNotSetVisibility(const DividendCommand& command, const DividendContext&)
+{
+    return command.showInSidebar ? std::nullopt : std::optional{visibilityRequired};
+}
+
+Refused refusalOf(DividendError error)
+{
+    switch (error) {
+    case DividendError::invalidAmount:
+        return amountNotPositive;
+    case DividendError::invalidShares:
+        return sharesIncomplete;
+    case DividendError::participantUnavailable:
+        return participantUnavailable;
+    case DividendError::invalidState:
+        return integrity;
+    case DividendError::amountOverflow:
+        return amountLimit;
+    }
+    std::unreachable();
+}
+
+Refused whyNotAllocate(const DividendCommand& command, const DividendContext& context)
+{
+    if (!context.dividendsEnabled)
+        return dividendsDisabled;
+    if (isBlank(command.period))
+        return periodRequired;
+    if (const auto refused = whyNotAmount(command))
+        return refused;
+    const std::vector<DividendShare> none;
+    const auto lines = DividendAllocationCalculator::allocate(
+        command.amountMinor.value_or(0), command.shares ? *command.shares : none, context.state.participants);
+    return lines ? std::nullopt : refusalOf(lines.error());
+}
+
+Refused whyNotAdvance(const DividendCommand& command, const DividendContext& context)
+{
+    if (!context.dividendsEnabled)
+        return dividendsDisabled;
+    const auto* participant = find(std::span{context.state.participants}, command.participantID);
+    if (!participant || participant->archived)
+        return participantUnavailable;
+    return whyNotAmount(command);
+}
+
+/// What a settlement may move at most. A chosen line and a chosen advance must be about one participant and currency.
+std::expected<std::int64_t, DividendRefusal> settlementLimit(const DividendCommand& command,
+                                                             const DividendContext& context)
+{
+    const bool settlesLine = command.action != Action::returnAdvance;
+    const auto* batch = settlesLine ? find(std::span{context.state.batches}, command.batchID) : nullptr;
+    const bool usesAdvance = command.action != Action::pay;
+    const auto* advance = usesAdvance ? find(std::span{context.state.movements}, command.advanceID) : nullptr;
+    if (settlesLine &&
+        (!batch || batch->cancelled || !find(std::span{context.state.participants}, command.participantID)))
+        return std::unexpected(batchUnavailable);
+    if (usesAdvance && (!advance || advance->kind != Kind::advance || advance->reversedBy))
+        return std::unexpected(advanceUnavailable);
+    const auto& currency = batch ? batch->currency : advance->currency;
+    if (batch && advance && (advance->currency != currency || advance->participantID != command.participantID))
+        return std::unexpected(advanceUnavailable);
+    if (command.currency && command.currency != currency)
+        return std::unexpected(currencyUnsupported);
+
+    const auto book = DividendBook::create(context.state, currency, std::nullopt);
+    if (!book)
+        return std::unexpected(integrity);
+    auto most = Money::maximumMinor;
+    if (batch)
+        most = std::min(most, book->line(batch->id, command.participantID.value_or("")).unpaidMinor);
+    if (advance)
+        most = std::min(most, book->advanceRemaining(advance->id));
+    return most;
+}
+
+Refused whyNotSettle(const DividendCommand& command, const DividendContext& context)
+{
+    const auto most = settlementLimit(command, context);
+    if (!most)
+        return most.error();
+    if (!command.amountMinor || *command.amountMinor < 1)
+        return amountNotPositive;
+    if (*command.amountMinor > Money::maximumMinor)
+        return amountLimit;
+    if (*command.amountMinor <= *most)
+        return std::nullopt;
+    return command.action == Action::apply ? overapplication : overpayment;
+}
+
+/// Whether a movement that still counts names this batch or advance.
+bool isSettled(const DividendState& state, std::optional<std::string> DividendMovement::* link, const std::string& id)
+{
+    return std::ranges::any_of(state.movements, [&](const DividendMovement& movement) {
+        return movement.kind != Kind::reversal && !movement.reversedBy && movement.*link == id;
+    });
+}
+
+Refused whyNotCancelBatch(const DividendCommand& command, const DividendContext& context)
+{
+    const auto* batch = find(std::span{context.state.batches}, command.batchID);
+    if (!batch || batch->cancelled)
+        return batchUnavailable;
+    return isSettled(context.state, &DividendMovement::batchID, batch->id) ? std::optional{dependencies} : std::nullopt;
+}
+
+Refused whyNotReverse(const DividendCommand& command, const DividendContext& context)
+{
+    const auto* movement = find(std::span{context.state.movements}, command.movementID);
+    if (!movement || movement->kind == Kind::reversal)
+        return movementUnavailable;
+    if (movement->reversedBy)
+        return alreadyReversed;
+    if (!DividendAccess::canSubmit(command, context))
+        return noAuthority;
+    if (movement->kind == Kind::advance && isSettled(context.state, &DividendMovement::advanceID, movement->id))
+        return dependencies;
+    return DividendBook::create(context.state, movement->currency, std::nullopt) ? std::nullopt
+                                                                                 : std::optional{integrity};
+}
+
+using Rule = Refused (*)(const DividendCommand&, const DividendContext&);
+
+struct ActionRule {
+    std::string_view action;
+    Rule rule;
+    bool keepsOrder; // records something of its day
+};
+
+const ActionRule* ruleOf(std::string_view action)
+{
+    static constexpr ActionRule rules[]{{Action::setParticipant, whyNotSetParticipant, false},
+                                        {Action::setVisibility, whyNotSetVisibility, false},
+                                        {Action::allocate, whyNotAllocate, true},
+                                        {Action::apply, whyNotSettle, true},
+                                        {Action::cancelBatch, whyNotCancelBatch, true},
+                                        {Action::advance, whyNotAdvance, true},
+                                        {Action::pay, whyNotSettle, true},
+                                        {Action::returnAdvance, whyNotSettle, true},
+                                        {Action::reverse, whyNotReverse, true}};
+    const auto* const found = std::ranges::find(rules, action, &ActionRule::action);
+    return found == std::end(rules) ? nullptr : found;
+}
+
+/// A movement that is gone is said to be gone, not forbidden.
+bool mayUse(const DividendCommand& command, const DividendContext& context)
+{
+    return command.action == Action::reverse ? DividendAccess::canCorrectDividends(context.member)
+                                             : DividendAccess::canSubmit(command, context);
+}
+
+}
+
+std::optional<DividendRefusal> DividendRules::whyNot(const DividendCommand& command, const DividendContext& context)
+{
+    const auto* rule = ruleOf(command.action);
+    if (!rule)
+        return unknownAction;
+    if (!mayUse(command, context))
+        return noAuthority;
+    if (command.expectedRevision != context.state.revision)
+        return staleRevision;
+    if (!LedgerDay::isValid(command.date))
+        return invalidDate;
+    if (const auto refused = rule->rule(command, context))
+        return refused;
+    return rule->keepsOrder && command.date < latestDay(context.state) ? std::optional{dateOrder} : std::nullopt;
+}
+
+std::optional<std::int64_t> DividendRules::limit(const DividendCommand& command, const DividendContext& context)
+{
+    const auto* rule = ruleOf(command.action);
+    if (!rule || rule->rule != whyNotSettle || !DividendAccess::canSeeDividends(context.member))
+        return std::nullopt;
+    const auto most = settlementLimit(command, context);
+    return most ? std::optional{*most} : std::nullopt;
+}
+
+std::string_view serviceCode(DividendRefusal refusal)
+{
+    switch (refusal) {
+    case noAuthority:
+        return "forbidden";
+    case dividendsDisabled:
+        return "dividends_disabled";
+    case staleRevision:
+        return "dividend_revision_conflict";
+    case dateOrder:
+        return "dividend_date_order";
+    case participantUnavailable:
+    case memberUnavailable:
+    case batchUnavailable:
+    case advanceUnavailable:
+    case movementUnavailable:
+        return "not_found";
+    case amountLimit:
+        return "dividend_amount_limit";
+    case overpayment:
+        return "dividend_overpayment";
+    case overapplication:
+        return "dividend_overapplication";
+    case dependencies:
+        return "dividend_dependencies";
+    case alreadyReversed:
+        return "already_reversed";
+    case integrity:
+        return "dividend_integrity";
+    case unknownAction:
+    case invalidDate:
+    case nameRequired:
+    case ratioInvalid:
+    case visibilityRequired:
+    case periodRequired:
+    case currencyUnsupported:
+    case amountNotPositive:
+    case sharesIncomplete:
+        return "validation_error";
+    }
+    std::unreachable();
+}

@@ -1,0 +1,120 @@
+#include "LedgerCore/Domain/Exports/LedgerExportSelection.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+namespace {
+
+using IDs = std::unordered_set<std::string_view>;
+
+/// What the scope lets through, looked up per leg.
+struct ScopeFilter {
+    const LedgerExportScope& scope;
+    IDs accounts; // the visible ones of the scope
+
+    [[nodiscard]] bool takes(const LedgerLeg& leg) const
+    {
+        return accounts.contains(leg.accountID) &&
+               (scope.includesAllVisibleCurrencies || scope.currencies.contains(leg.currency));
+    }
+
+    [[nodiscard]] bool takes(const LedgerTransaction& entry) const
+    {
+        return entry.date >= scope.startDate && entry.date <= scope.endDate && scope.kinds.contains(entry.kind) &&
+               std::ranges::any_of(entry.legs, [this](const LedgerLeg& leg) { return takes(leg); });
+    }
+};
+
+/// The scope's accounts, or nothing when the member no longer sees one of them or one of the currencies.
+std::optional<ScopeFilter> filterFor(const LedgerSnapshot& snapshot, const LedgerExportScope& scope)
+{
+    ScopeFilter filter{scope, {}};
+    IDs currencies;
+    for (const auto& account : snapshot.accounts) {
+        if (!snapshot.currentMember.can("view", account.id))
+            continue;
+        currencies.insert(account.currencies.begin(), account.currencies.end());
+        if (scope.includesAllVisibleAccounts || scope.accountIDs.contains(account.id))
+            filter.accounts.insert(account.id);
+    }
+    const bool seesAccounts = scope.includesAllVisibleAccounts || filter.accounts.size() == scope.accountIDs.size();
+    const bool seesCurrencies =
+        scope.includesAllVisibleCurrencies ||
+        std::ranges::all_of(scope.currencies, [&](const auto& currency) { return currencies.contains(currency); });
+    if (!seesAccounts || !seesCurrencies)
+        return std::nullopt;
+    return filter;
+}
+
+template <class Record>
+std::vector<Record> namedBy(const IDs& ids, const std::vector<Record>& records)
+{
+    std::vector<Record> named;
+    std::ranges::copy_if(records, std::back_inserter(named),
+                         [&](const Record& record) { return ids.contains(record.id); });
+    return named;
+}
+
+/// Takes over, from the whole books, the records that the selected entries name.
+void addNamedRecords(LedgerSnapshot& selected, const LedgerSnapshot& whole)
+{
+    IDs accounts;
+    IDs members;
+    IDs categories;
+    IDs attachments;
+    for (const auto& entry : selected.transactions) {
+        members.insert(entry.memberID);
+        if (entry.categoryID)
+            categories.insert(*entry.categoryID);
+        for (const auto& leg : entry.legs)
+            accounts.insert(leg.accountID);
+        attachments.insert(entry.attachmentIDs.begin(), entry.attachmentIDs.end());
+    }
+    selected.accounts = namedBy(accounts, whole.accounts);
+    selected.members = namedBy(members, whole.members);
+    selected.categories = namedBy(categories, whole.categories);
+    selected.attachments = namedBy(attachments, whole.attachments);
+}
+
+}
+
+std::expected<LedgerExportSelection, ExportRefusal> LedgerExportSelection::create(const LedgerSnapshot& snapshot,
+                                                                                  const LedgerExportScope& scope)
+{
+    if (!canExportLedger(snapshot.currentMember))
+        return std::unexpected(ExportRefusal::forbidden);
+    const auto filter = filterFor(snapshot, scope);
+    if (!filter)
+        return std::unexpected(ExportRefusal::ledgerScopeChanged);
+
+    LedgerExportSelection selection;
+    auto& selected = selection.snapshot;
+    selected.company = snapshot.company;
+    selected.currentMember = snapshot.currentMember;
+    for (const auto& entry : snapshot.transactions) {
+        if (!filter->takes(entry))
+            continue;
+        auto& copy = selected.transactions.emplace_back(entry);
+        std::erase_if(copy.legs, [&](const LedgerLeg& leg) { return !filter->takes(leg); });
+    }
+    addNamedRecords(selected, snapshot);
+    return selection;
+}
+
+LedgerExportPreview LedgerExportSelection::preview() const
+{
+    LedgerExportPreview preview{.transactionCount = snapshot.transactions.size(),
+                                .accountCount = snapshot.accounts.size()};
+    for (const auto& entry : snapshot.transactions) {
+        preview.entryCount += entry.legs.size();
+        preview.receiptCount += entry.attachmentIDs.size();
+    }
+    return preview;
+}
+
+bool canExportLedger(const Member& member)
+{
+    if (!member.active)
+        return false;
+    return member.permissions ? member.hasPermission("exportData") : member.role == "owner" || member.role == "admin";
+}

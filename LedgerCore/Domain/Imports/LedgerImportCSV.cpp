@@ -1,0 +1,89 @@
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
+
+#include <algorithm>
+#include <ranges>
+
+#include "LedgerCore/Domain/Csv/CsvDocument.h"
+#include "LedgerCore/Domain/Csv/CsvReader.h"
+#include "LedgerCore/Domain/Imports/ImportRowCheck.h"
+#include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
+
+namespace {
+
+LedgerImportPlan malformed(std::string_view issue)
+{
+    return {.inputs = {}, .issues = {{.line = 1, .message = std::string{issue}}}, .malformed = true};
+}
+
+/// A header cell as it is compared: without byte-order marks anywhere and without blanks around.
+std::string cleanedHeader(std::string_view cell)
+{
+    std::string text{cell};
+    for (auto at = text.find(CsvDocument::byteOrderMark); at != std::string::npos;
+         at = text.find(CsvDocument::byteOrderMark, at))
+        text.erase(at, CsvDocument::byteOrderMark.size());
+    return std::string{TextFold::trimmed(text)};
+}
+
+/// A fault of the file outweighs its header, wherever it stands.
+LedgerImportPlan otherHeader(CsvReader& reader)
+{
+    auto outcome = CsvReader::Outcome::record;
+    while (outcome == CsvReader::Outcome::record)
+        outcome = reader.next();
+    return malformed(outcome == CsvReader::Outcome::fault ? "csv" : "header");
+}
+
+/// At most so many rows without a fault does the text hold, by its line feeds. What it says is never trusted with more
+/// room than such rows could need.
+std::size_t rowsExpected(std::string_view text)
+{
+    constexpr std::string_view shortest = "2024-01-01,income,a,USD,1,b,,,,\n";
+    return std::min(static_cast<std::size_t>(std::ranges::count(text, '\n')), text.size() / shortest.size());
+}
+
+bool matches(const std::vector<std::string_view>& cells, std::span<const std::string_view> header)
+{
+    return std::ranges::equal(cells, header, std::ranges::equal_to{}, cleanedHeader);
+}
+
+}
+
+std::string LedgerImportCSV::templateText()
+{
+    return CsvDocument{headers}.take();
+}
+
+LedgerImportPlan LedgerImportCSV::plan(std::string_view data, const LedgerSnapshot& snapshot)
+{
+    if (!TextFold::isValidUtf8(data))
+        return malformed("encoding");
+    CsvReader reader{data};
+    auto outcome = reader.next();
+    if (outcome == CsvReader::Outcome::fault)
+        return malformed("csv");
+    const bool legacy = matches(reader.fields(), legacyHeaders);
+    if (!legacy && !matches(reader.fields(), headers))
+        return otherHeader(reader);
+
+    const std::size_t ownColumns = legacy ? 1 : 0;
+    const auto columns = headers.size() + ownColumns;
+    const auto expected = rowsExpected(data);
+    LedgerImportPlan plan;
+    plan.inputs.reserve(expected);
+    ImportRowCheck rows{snapshot, plan};
+    ImportRowIdentity identity{snapshot.company.id, expected};
+    std::vector<std::string_view> cells;
+    for (int line = 2; (outcome = reader.next()) == CsvReader::Outcome::record; ++line) {
+        cells.clear();
+        std::ranges::transform(reader.fields(), std::back_inserter(cells), TextFold::trimmed);
+        auto identifier = identity.next(cells);
+        if (cells.size() == columns)
+            rows.check(line, std::span{cells}.subspan(ownColumns).first<headers.size()>(), std::move(identifier));
+        else
+            plan.issues.push_back({.line = line, .message = "columns"});
+    }
+    return outcome == CsvReader::Outcome::fault ? malformed("csv") : plan;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <boost/describe.hpp>
+
+#include "LedgerCore/Domain/Records/TransactionInput.h"
+
+/// Something in an import file that keeps it from being imported.
+struct LedgerImportIssue {
+    int line = 1;                          // record of the file, the header being 1
+    std::string message;                   // a key of `LedgerImportWords`
+    std::optional<std::string> value = {}; // the cell found fault with
+
+    bool operator==(const LedgerImportIssue&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(LedgerImportIssue, (), (line, message, value))
+
+/// What an import file asks to record. Anything but an empty list of issues means that nothing is sent.
+struct LedgerImportPlan {
+    std::vector<TransactionInput> inputs; // one a faultless row, in file order
+    std::vector<LedgerImportIssue> issues;
+    bool malformed = false; // the file as a whole could not be read, so no row was checked
+
+    bool operator==(const LedgerImportPlan&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(LedgerImportPlan, (), (inputs, issues, malformed))

@@ -1,9 +1,0 @@
-#include "LedgerCore/Domain/LedgerSnapshot.h"
-
-#include <algorithm>
-
-const Account* LedgerSnapshot::account(std::string_view id) const
-{
-    const auto found = std::ranges::find(accounts, id, &Account::id);
-    return found == accounts.end() ? nullptr : &*found;
-}

@@ -1,0 +1,170 @@
+#include "LedgerService/Books/Demonstration/DemoCompany.h"
+
+#include <array>
+
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
+#include "LedgerService/Books/Demonstration/DemoCategories.h"
+#include "LedgerService/Books/Demonstration/DemoHistory.h"
+#include "LedgerService/Books/Demonstration/DemoIds.h"
+#include "LedgerService/Books/Demonstration/DemoWords.h"
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+constexpr std::array companyAccounts{"operating", "hanoi", "settlement", "guangzhou", "osaka", "cash"};
+
+Account accountOf(const DemoIds& ids, std::string_view locale, std::string_view key, Texts currencies)
+{
+    Account account;
+    account.id = ids.account(key);
+    account.name = DemoWords::names().text(key, locale);
+    account.currencies = std::move(currencies);
+    return account;
+}
+
+std::vector<Account> accountsOf(const DemoIds& ids, std::string_view locale)
+{
+    auto drawer = accountOf(ids, locale, "float", {"IDR"});
+    drawer.purpose = AccountPurpose::employee;
+    drawer.operatorMemberID = ids.member(DemoIdentity::employee);
+    drawer.returnAccountID = ids.account("operating");
+    auto refunds = accountOf(ids, locale, "refunds", {"IDR", "USD"});
+    refunds.purpose = AccountPurpose::refund;
+    refunds.operatorMemberID = ids.member(DemoIdentity::finance);
+    refunds.returnAccountID = ids.account("operating");
+    return {accountOf(ids, locale, "operating", {"IDR", "USD"}),
+            accountOf(ids, locale, "hanoi", {"VND"}),
+            accountOf(ids, locale, "settlement", {"USD", "CNY", "JPY"}),
+            accountOf(ids, locale, "guangzhou", {"CNY"}),
+            accountOf(ids, locale, "osaka", {"JPY"}),
+            accountOf(ids, locale, "cash", {"IDR"}),
+            std::move(drawer),
+            std::move(refunds)};
+}
+
+AccountGrant every(std::string accountID)
+{
+    return {std::move(accountID), {AccountGrant::knownActions.begin(), AccountGrant::knownActions.end()}};
+}
+
+std::vector<AccountGrant> everywhere(const DemoIds& ids)
+{
+    std::vector<AccountGrant> grants;
+    grants.reserve(companyAccounts.size() + 2);
+    for (const auto* key : companyAccounts)
+        grants.push_back(every(ids.account(key)));
+    grants.push_back(every(ids.account("float")));
+    grants.push_back(every(ids.account("refunds")));
+    return grants;
+}
+
+/// The finance member keeps the company's accounts and pays refunds, and fills the float without using it.
+std::vector<AccountGrant> financeGrants(const DemoIds& ids)
+{
+    auto grants = everywhere(ids);
+    for (auto& grant : grants) {
+        if (grant.accountID == ids.account("float"))
+            grant.actions = {"view", "transferIn", "correct"};
+        else
+            std::erase_if(grant.actions, [](const std::string& each) {
+                return each == "opening" || each == "distribution" || each == "capitalContribution";
+            });
+    }
+    return grants;
+}
+
+struct Profile {
+    std::string_view profile;
+    std::string_view person;
+    Texts permissions;
+    std::vector<AccountGrant> grants;
+    Texts pins; // categories, by key
+};
+
+std::vector<Profile> profilesOf(const DemoIds& ids)
+{
+    const Texts all{"viewCompany",    "manageCompany", "exportData",    "viewCapital",  "postCapital",
+                    "correctCapital", "exportCapital", "viewDividends", "postDividends"};
+    return {
+        {DemoIdentity::owner, "lin.yue", all, everywhere(ids), {"sales.wholesale", "staff.salaries", "fees.tax"}},
+        {DemoIdentity::admin,
+         "huong.nguyen",
+         all,
+         everywhere(ids),
+         {"services.consulting", "premises.warehouse", "staff.salaries"}},
+        {DemoIdentity::finance,
+         "dewi.anggraini",
+         {"viewCompany", "exportData", "viewCapital", "viewDividends"},
+         financeGrants(ids),
+         {"sales.wholesale", "sales.export", "goods.purchase", "goods.customs", "logistics.sea",
+          "utilities.electricity"}},
+        {DemoIdentity::partner,
+         "kenji.sato",
+         {"viewCompany", "viewCapital", "viewDividends"},
+         {{ids.account("cash"), {"view", "income", "expense"}}},
+         {"sales.retail", "premises.repairs"}},
+        {DemoIdentity::employee,
+         "rizky.pratama",
+         {},
+         {{ids.account("float"), {"view", "expense", "transferOut", "correct"}}},
+         {"logistics.courier", "staff.meals", "office.supplies"}},
+    };
+}
+
+std::vector<Member> membersOf(const DemoIds& ids, std::string_view locale)
+{
+    std::vector<Member> members;
+    for (auto& [profile, person, permissions, grants, pins] : profilesOf(ids)) {
+        Member member;
+        member.id = ids.member(profile);
+        member.userID = ids.user(profile);
+        member.name = DemoWords::names().text(profile, locale);
+        member.email = std::string{person} + DemoIdentity::emailEnding(locale);
+        member.role = profile;
+        member.locale = locale;
+        member.active = true;
+        for (const auto& grant : grants)
+            member.accountIDs.push_back(grant.accountID);
+        member.permissions = permissions;
+        member.accountGrants = grants;
+        member.selectedCategoryIDs.emplace();
+        for (const auto& pin : pins)
+            member.selectedCategoryIDs->push_back(ids.category(pin));
+        members.push_back(std::move(member));
+    }
+    return members;
+}
+
+}
+
+DemoCompany DemoCompany::make(std::string_view locale, std::string_view lastDay)
+{
+    const auto language = AppLanguage::locale(locale);
+    const DemoIds ids{"demo-" + std::string{language.substr(0, 2)}};
+    const auto firstDay = DemoHistory::firstDay(lastDay);
+    const auto founded = firstDay + "T01:00:00.000Z";
+
+    DemoCompany made;
+    made.company.id = ids.prefix;
+    made.company.name = DemoWords::names().text("company", language);
+    made.company.countries = {"ID", "VN", "SG", "CN", "JP"};
+    made.company.enabledLocales = {AppLanguage::supportedLocales.begin(), AppLanguage::supportedLocales.end()};
+    made.company.createdAt = founded;
+    made.company.demo = DemoDescriptor{.version = 1, .locale = std::string{language}};
+    made.company.approvalStatus = "approved";
+
+    made.books.settings = FinancialSettings{.revision = 1,
+                                            .contributionsEnabled = true,
+                                            .dividendsEnabled = true,
+                                            .bookkeepingStartDate = firstDay,
+                                            .initializationMode = "openingBalances",
+                                            .initializedAt = founded,
+                                            .featuresConfigured = true};
+    made.books.members = membersOf(ids, language);
+    made.books.accounts = accountsOf(ids, language);
+    made.books.categories = DemoCategories::make(ids);
+    DemoHistory::write(made.books, ids, language, lastDay);
+    return made;
+}

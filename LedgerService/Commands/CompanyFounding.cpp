@@ -1,0 +1,63 @@
+#include "LedgerService/Commands/CompanyFounding.h"
+
+#include <algorithm>
+
+#include "LedgerService/Storage/Rows/AccountRepository.h"
+#include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/CategoryRepository.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
+
+namespace {
+
+void writeMembers(Connection& connection, const CompanyFounding& founding)
+{
+    for (const auto& member : founding.books.members) {
+        const auto& createdAt = founding.company.createdAt;
+        UserRepository::insert(connection,
+                               {.id = member.userID,
+                                .email = member.email,
+                                .passwordHash = founding.passwordHash,
+                                .currentCompanyID = std::nullopt},
+                               createdAt);
+        const auto profile = founding.demoProfileByMember.find(member.id);
+        const bool plays = profile != founding.demoProfileByMember.end();
+        MemberRepository::insert(connection, founding.company.id, member,
+                                 plays ? std::optional{profile->second} : std::nullopt, createdAt);
+    }
+}
+
+void writeAccounts(Connection& connection, const CompanyFounding& founding)
+{
+    for (const auto& account : founding.books.accounts) {
+        AccountRepository::insert(connection, founding.company.id, account);
+        for (const auto& [currency, amountMinor] : account.balances)
+            AccountRepository::writeBalance(connection, founding.company.id, account.id, currency, amountMinor);
+    }
+}
+
+void writeEntry(Connection& connection, const CompanyFounding& founding, const LedgerTransaction& entry)
+{
+    EntryRepository::append(connection, founding.company.id, entry);
+    for (const auto& id : entry.attachmentIDs) {
+        auto receipt = *std::ranges::find(founding.books.attachments, id, &Attachment::id);
+        receipt.transactionID.reset();
+        AttachmentRepository::insert(connection, founding.company.id, {std::move(receipt), entry.memberID});
+    }
+    AttachmentRepository::link(connection, founding.company.id, entry.id, entry.attachmentIDs);
+}
+
+}
+
+void CompanyFounding::write(Connection& connection) const
+{
+    CompanyRepository::insert(connection, company, books.settings.value_or(FinancialSettings{}));
+    writeMembers(connection, *this);
+    writeAccounts(connection, *this);
+    for (const auto& category : books.categories)
+        CategoryRepository::insert(connection, company.id, category);
+    for (const auto& entry : books.entries)
+        writeEntry(connection, *this, entry);
+}

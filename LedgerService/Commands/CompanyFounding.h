@@ -1,0 +1,20 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "LedgerCore/Domain/Records/Company.h"
+#include "LedgerService/Books/Books.h"
+
+class Connection;
+
+/// A new company with all that it starts with. Its members are people new to the service.
+struct CompanyFounding {
+    Company company;
+    Books books;                                            // receipts that no entry names are left out
+    std::string passwordHash;                               // of every member
+    std::map<std::string, std::string> demoProfileByMember; // in demonstration companies only
+
+    /// Writes it all; expects a writing transaction. Throws when an address or id is taken.
+    void write(Connection& connection) const;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "LedgerCore/Domain/Records/Company.h"
+#include "LedgerCore/Domain/Records/FinancialSettings.h"
+
+class Connection;
+
+namespace CompanyRepository {
+
+std::optional<Company> find(Connection& connection, std::string_view companyID);
+
+std::optional<FinancialSettings> settings(Connection& connection, std::string_view companyID);
+
+/// The demonstration company whose data was written in this language.
+std::optional<std::string> demoCompanyID(Connection& connection, std::string_view locale);
+
+/// Every company of the service, oldest first.
+std::vector<std::string> allIDs(Connection& connection);
+
+void insert(Connection& connection, const Company& company, const FinancialSettings& settings);
+
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "LedgerCore/Domain/Records/Member.h"
+
+class Connection;
+
+/// One company that a person belongs to.
+struct Membership {
+    std::string companyID;
+    std::string memberID;
+    bool active = false;
+    std::optional<std::string> approvalStatus; // of the company
+    bool demonstration = false;
+};
+
+namespace MemberRepository {
+
+std::optional<Member> find(Connection& connection, std::string_view companyID, std::string_view memberID);
+
+/// The company's members in the order in which they joined.
+std::vector<Member> all(Connection& connection, std::string_view companyID);
+
+/// The person's companies in the order in which the person joined them.
+std::vector<Membership> memberships(Connection& connection, std::string_view userID);
+
+/// The member who plays this profile in a demonstration company.
+std::optional<std::string> demoMemberID(Connection& connection, std::string_view companyID, std::string_view profile);
+
+/// Adds the member after the company's others; `demoProfile` is set in demonstration companies only.
+void insert(Connection& connection, std::string_view companyID, const Member& member,
+            const std::optional<std::string>& demoProfile, std::string_view createdAt);
+
+}

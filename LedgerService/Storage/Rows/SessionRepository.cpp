@@ -1,0 +1,56 @@
+#include "LedgerService/Storage/Rows/SessionRepository.h"
+
+#include "LedgerService/Storage/Sql/Query.h"
+
+namespace {
+
+constexpr auto insertSession = R"sql(
+    INSERT INTO sessions (token_hash, company_id, member_id, created_at, expires_at)
+    VALUES (:hash, :company, :member, :now, :expires)
+)sql";
+
+constexpr auto selectSession = R"sql(
+    SELECT company_id, member_id FROM sessions
+    WHERE token_hash = :hash AND revoked_at IS NULL AND expires_at > :now
+)sql";
+
+constexpr auto revokeSession = R"sql(
+    UPDATE sessions SET revoked_at = :now WHERE token_hash = :hash AND revoked_at IS NULL
+)sql";
+
+constexpr auto deleteExpired = R"sql(
+    DELETE FROM sessions WHERE expires_at <= :now
+)sql";
+
+}
+
+void SessionRepository::insert(Connection& connection, std::string_view tokenHash, const SessionOwner& owner,
+                               std::string_view now, std::string_view expiresAt)
+{
+    Query{connection, insertSession}
+        .bind("hash", tokenHash)
+        .bind("company", owner.companyID)
+        .bind("member", owner.memberID)
+        .bind("now", now)
+        .bind("expires", expiresAt)
+        .run();
+}
+
+std::optional<SessionOwner> SessionRepository::find(Connection& connection, std::string_view tokenHash,
+                                                    std::string_view now)
+{
+    SessionOwner owner;
+    Query query{connection, selectSession};
+    query.bind("hash", tokenHash).bind("now", now).into(owner.companyID).into(owner.memberID);
+    return query.next() ? std::optional{owner} : std::nullopt;
+}
+
+void SessionRepository::revoke(Connection& connection, std::string_view tokenHash, std::string_view now)
+{
+    Query{connection, revokeSession}.bind("now", now).bind("hash", tokenHash).run();
+}
+
+void SessionRepository::removeExpired(Connection& connection, std::string_view now)
+{
+    Query{connection, deleteExpired}.bind("now", now).run();
+}

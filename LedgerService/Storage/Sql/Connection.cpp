@@ -1,0 +1,63 @@
+#include "LedgerService/Storage/Sql/Connection.h"
+
+#include <soci/sqlite3/soci-sqlite3.h>
+
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerService/Storage/Sql/ConnectionState.h"
+
+namespace {
+
+/// Seconds that a writer waits for another process before it gives up.
+constexpr auto busySeconds = "10";
+
+/// A connection is used by one thread at a time, so the library need not lock it at every column that is read.
+void dropInnerLocks()
+{
+    static const int once = sqlite_api::sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
+    static_cast<void>(once); // refused when the process already uses the library: slower, no less right
+}
+
+std::string connectString(const std::string& file)
+{
+    dropInnerLocks();
+    return "dbname=\"" + file + "\" timeout=" + busySeconds;
+}
+
+}
+
+PreparedStatement::PreparedStatement(soci::session& session, std::string_view sql) : statement(session)
+{
+    statement.alloc();
+    statement.prepare(std::string{sql});
+}
+
+Connection::State::State(const std::string& file) : session(soci::sqlite3, connectString(file))
+{
+    session << "PRAGMA journal_mode = WAL";
+    session << "PRAGMA synchronous = FULL";
+    session << "PRAGMA foreign_keys = ON";
+    session << "PRAGMA temp_store = MEMORY";
+}
+
+PreparedStatement& Connection::State::prepared(std::string_view sql)
+{
+    auto found = statements.find(sql);
+    if (found == statements.end()) {
+        auto made = std::make_unique<PreparedStatement>(session, sql);
+        made->key = texts.emplace_back(sql);
+        const auto key = made->key;
+        found = statements.emplace(key, std::move(made)).first;
+    }
+    require(!found->second->inUse, "a statement is not run inside itself");
+    found->second->inUse = true;
+    return *found->second;
+}
+
+Connection::Connection(const std::string& file) : m_state(std::make_unique<State>(file)) {}
+
+Connection::~Connection() = default;
+
+void Connection::execute(const std::string& statement)
+{
+    m_state->session << statement;
+}

@@ -1,0 +1,268 @@
+#include "LedgerUI/Components/Dialogs/FormDialog.h"
+
+#include <algorithm>
+
+#include <QApplication>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QScreen>
+#include <QScrollArea>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Dialogs/FocusChain.h"
+#include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Components/Page/Banner.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int aroundField = 40; // the label above a field, or two lines of its message below
+
+}
+
+FormDialog::FormDialog(QWidget* parent) : QDialog{parent}
+{
+    setWindowModality(Qt::WindowModal);
+    m_banner = new Banner(Banner::Kind::error, this);
+    m_scroll = new QScrollArea(this);
+    m_scroll->setObjectName(QStringLiteral("formScroll"));
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+
+    auto* main = new QVBoxLayout;
+    main->setContentsMargins(0, 0, 0, 0);
+    main->setSpacing(0);
+    m_bannerRow = new QHBoxLayout;
+    m_bannerRow->addWidget(m_banner);
+    m_banner->installEventFilter(this);
+    main->addSpacing(Space::step4);
+    main->addLayout(m_bannerRow);
+    main->addWidget(m_scroll, 1);
+    m_columns = new QHBoxLayout;
+    m_columns->setSpacing(0);
+    m_columns->addLayout(main, 1);
+
+    buildFoot();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addLayout(m_columns, 1);
+    layout->addWidget(m_foot);
+    for (const auto& keys : KeyBindings::keys(Command::confirmForm))
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, &FormDialog::confirm);
+    connect(qApp, &QApplication::focusChanged, this, &FormDialog::revealFocus);
+    retranslate();
+}
+
+FormDialog::~FormDialog()
+{
+    // The base moves the focus once more, when there is no form left to follow it.
+    disconnect(qApp, nullptr, this, nullptr);
+}
+
+void FormDialog::buildFoot()
+{
+    auto* foot = new QFrame(this);
+    foot->setObjectName(QStringLiteral("dialogFoot"));
+    foot->setFixedHeight(Space::dialogFoot);
+    m_foot = foot;
+    m_cancel = new QPushButton(foot);
+    m_cancel->setObjectName(QStringLiteral("formCancel"));
+    m_cancel->setAutoDefault(false);
+    m_confirm = new PrimaryButton(foot);
+    m_confirm->setObjectName(QStringLiteral("formConfirm"));
+    m_confirm->setAutoDefault(false);
+    m_confirm->setIconSize({Space::iconBeforeText, Space::icon});
+    connect(m_cancel, &QPushButton::clicked, this, &FormDialog::reject);
+    connect(m_confirm, &QPushButton::clicked, this, &FormDialog::confirm);
+    m_footRow = new QHBoxLayout(foot);
+    m_footRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, 0);
+    m_footRow->setSpacing(Space::step2);
+    m_footRow->addStretch();
+    m_footRow->addWidget(m_cancel);
+    m_footRow->addWidget(m_confirm);
+}
+
+void FormDialog::setBody(QWidget* body, int width)
+{
+    m_bodyWidth = width;
+    m_scroll->setWidget(body);
+}
+
+void FormDialog::setAside(QWidget* aside, int width)
+{
+    aside->setObjectName(QStringLiteral("dialogAside"));
+    aside->setFixedWidth(width);
+    m_aside = aside;
+    m_columns->addWidget(aside);
+}
+
+void FormDialog::setFootPart(QWidget* part)
+{
+    m_footRow->insertWidget(0, part, 1);
+}
+
+void FormDialog::setConfirmText(const QString& text)
+{
+    m_confirmText = text;
+    if (!m_isBusy)
+        m_confirm->setText(text);
+}
+
+void FormDialog::setConfirmVisible(bool isVisible)
+{
+    m_confirm->setVisible(isVisible);
+}
+
+void FormDialog::setHasChanges(std::function<bool()> hasChanges)
+{
+    m_hasChanges = std::move(hasChanges);
+}
+
+void FormDialog::setLeaveQuestion(const QString& title, const QString& text, const QString& leave, const QString& stay)
+{
+    m_leaveTexts = {.title = title, .text = text, .leave = leave, .stay = stay};
+}
+
+void FormDialog::setBusy(bool isBusy, Leaving leaving)
+{
+    m_isBusy = isBusy;
+    m_mayLeave = !isBusy || leaving == Leaving::allowed;
+    if (auto* body = m_scroll->widget())
+        body->setEnabled(!isBusy);
+    if (m_aside)
+        m_aside->setEnabled(!isBusy);
+    m_confirm->setEnabled(!isBusy);
+    m_confirm->setText(isBusy ? word(dialogWords(), "busy") : m_confirmText);
+    m_cancel->setEnabled(m_mayLeave);
+}
+
+void FormDialog::reject()
+{
+    if (!m_mayLeave)
+        return;
+    if (!m_hasChanges || !m_hasChanges()) {
+        leave();
+        return;
+    }
+    const auto orUsual = [](const QString& text, std::string_view key) {
+        return text.isEmpty() ? word(dialogWords(), key) : text;
+    };
+    MessageDialog::ask({.title = orUsual(m_leaveTexts.title, "discardTitle"),
+                        .text = orUsual(m_leaveTexts.text, "discardBody"),
+                        .confirm = orUsual(m_leaveTexts.leave, "discard"),
+                        .cancel = orUsual(m_leaveTexts.stay, "keepEditing")},
+                       this, [this] { leave(); });
+}
+
+void FormDialog::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QDialog::changeEvent(event);
+}
+
+void FormDialog::showEvent(QShowEvent* event)
+{
+    fitWindow(Fit::exactly);
+    arrangeFocus();
+    QDialog::showEvent(event);
+}
+
+bool FormDialog::eventFilter(QObject* watched, QEvent* event)
+{
+    // The gap below the banner comes and goes with it.
+    if (watched == m_banner && (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent))
+        spaceBanner();
+    return QDialog::eventFilter(watched, event);
+}
+
+void FormDialog::spaceBanner()
+{
+    const int below = m_banner->isHidden() ? 0 : Space::step3;
+    m_bannerRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, below);
+}
+
+void FormDialog::confirm()
+{
+    if (!m_isBusy && m_confirm->isVisible() && m_confirm->isEnabled())
+        Q_EMIT confirmed();
+}
+
+void FormDialog::arrangeFocus()
+{
+    auto* body = m_scroll->widget();
+    if (!body)
+        return;
+    // The foot was made before the form was filled: Tab reaches it last all the same.
+    FocusChain::continueWith(m_aside ? m_aside : body, m_cancel);
+    setTabOrder(m_cancel, m_confirm);
+    const auto* chosen = focusWidget();
+    auto* start = FocusChain::firstStop(body);
+    if (start && !(chosen && body->isAncestorOf(chosen)))
+        start->setFocus();
+}
+
+void FormDialog::fitWindow(Fit fit)
+{
+    const auto* body = m_scroll->widget();
+    if (!body)
+        return;
+    const int asideWidth = m_aside ? m_aside->width() : 0;
+    const int width = std::min(m_bodyWidth + asideWidth, Space::dialogMaximumWidth);
+    const int bodyWidth = width - asideWidth;
+    const int wanted = body->layout() && body->layout()->hasHeightForWidth() ? body->layout()->heightForWidth(bodyWidth)
+                                                                             : body->sizeHint().height();
+    const int above =
+        Space::step4 +
+        (m_banner->isHidden() ? 0 : m_banner->heightForWidth(bodyWidth - 2 * Space::dialogMargin) + Space::step3);
+    const int asideHeight = m_aside ? m_aside->sizeHint().height() : 0;
+    const auto room = roomFor(fit);
+    const int frame = frameGeometry().height() - this->height();
+    const int height = std::min(std::max(wanted + above, asideHeight) + Space::dialogFoot, room.height() - frame);
+    resize(width, fit == Fit::exactly ? height : std::max(height, std::min(this->height(), room.height() - frame)));
+    if (fit == Fit::growing)
+        moveInto(room);
+    revealFocus();
+}
+
+/// The window behind as far as it is on the screen; a dialog that was moved out of it has the screen.
+QRect FormDialog::roomFor(Fit fit) const
+{
+    const auto* behind = parentWidget() ? parentWidget()->window() : nullptr;
+    if (!behind)
+        return screen()->availableGeometry();
+    // Before it is shown, a dialog may believe itself on another screen than its window.
+    const auto available = (fit == Fit::exactly ? behind : this)->screen()->availableGeometry();
+    const auto room = behind->frameGeometry() & available;
+    return fit == Fit::growing && !room.contains(frameGeometry().topLeft()) ? available : room;
+}
+
+void FormDialog::moveInto(const QRect& room)
+{
+    const auto now = frameGeometry();
+    const int top = std::max(room.top(), std::min(now.top(), room.bottom() + 1 - now.height()));
+    if (top != now.top())
+        move(now.left(), top);
+}
+
+/// The field in use, with its label above and its message below, stays in the part of the body that can be seen.
+void FormDialog::revealFocus()
+{
+    auto* field = m_scroll->widget() ? m_scroll->widget()->focusWidget() : nullptr;
+    if (field && FocusChain::hasFocus(m_scroll->widget()))
+        m_scroll->ensureWidgetVisible(field, 0, aroundField);
+}
+
+void FormDialog::retranslate()
+{
+    m_cancel->setText(word(dialogWords(), "cancel"));
+    if (m_isBusy)
+        m_confirm->setText(word(dialogWords(), "busy"));
+}

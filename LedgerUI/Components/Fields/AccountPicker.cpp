@@ -1,0 +1,151 @@
+#include "LedgerUI/Components/Fields/AccountPicker.h"
+
+#include <algorithm>
+
+#include <QAbstractItemView>
+#include <QStandardItemModel>
+#include <QStyleOptionComboBox>
+#include <QStylePainter>
+#include <QStyledItemDelegate>
+
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
+#include "LedgerUI/Theme/TypeScale.h"
+
+namespace {
+
+constexpr int idRole = Qt::UserRole;
+constexpr int balancesRole = Qt::UserRole + 1;
+constexpr int glyphRole = Qt::UserRole + 2;
+constexpr int arrowWidth = 32;
+constexpr int headHeight = 26;
+constexpr int popupRows = 9;
+
+/// One account as it stands in the list and in the closed box.
+struct AccountText {
+    QString glyph;
+    QString name;
+    QString balances;
+};
+
+void paintAccount(QPainter& painter, const QRect& area, const AccountText& text, Token tone)
+{
+    const auto& theme = Theme::current();
+    const auto icon =
+        Icon::pixmap(text.glyph, theme.color(Token::text2), Space::icon, painter.device()->devicePixelRatioF());
+    painter.drawPixmap(area.left(), area.center().y() - Space::icon / 2 + 1, icon);
+    auto lines = area.adjusted(Space::icon + Space::step2 + 2, 0, 0, 0);
+    const QFontMetrics name{TypeScale::font(TypeStep::body)};
+    const QFontMetrics balances{TypeScale::font(TypeStep::small)};
+    const int height = name.height() + (text.balances.isEmpty() ? 0 : balances.height());
+    lines.setTop(area.center().y() - height / 2 + 1);
+    painter.setFont(TypeScale::font(TypeStep::body));
+    painter.setPen(theme.color(tone));
+    painter.drawText(lines, Qt::AlignLeft | Qt::AlignTop, name.elidedText(text.name, Qt::ElideRight, lines.width()));
+    lines.setTop(lines.top() + name.height());
+    painter.setFont(TypeScale::font(TypeStep::small));
+    painter.setPen(theme.color(Token::text2));
+    painter.drawText(lines, Qt::AlignLeft | Qt::AlignTop,
+                     balances.elidedText(text.balances, Qt::ElideRight, lines.width()));
+}
+
+class AccountDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        const auto& theme = Theme::current();
+        painter->save();
+        const auto area = option.rect.adjusted(Space::step2, 0, -Space::step2, 0);
+        if (index.data(idRole).isNull()) {
+            painter->setFont(TypeScale::font(TypeStep::small));
+            painter->setPen(theme.color(Token::text2));
+            painter->drawText(area, Qt::AlignVCenter | Qt::AlignLeft, index.data().toString());
+        } else {
+            if (option.state.testFlag(QStyle::State_Selected))
+                painter->fillRect(option.rect, theme.color(Token::accentSoft));
+            paintAccount(
+                *painter, area,
+                {index.data(glyphRole).toString(), index.data().toString(), index.data(balancesRole).toString()},
+                Token::text);
+        }
+        painter->restore();
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    {
+        return {option.rect.width(), index.data(idRole).isNull() ? headHeight : Space::controlLarge};
+    }
+};
+
+}
+
+AccountPicker::AccountPicker(QWidget* parent) : QComboBox{parent}
+{
+    setProperty("extent", QStringLiteral("large"));
+    setMaxVisibleItems(popupRows);
+    setItemDelegate(new AccountDelegate(this));
+    connect(this, &QComboBox::activated, this,
+            [this](int index) { Q_EMIT accountChosen(itemData(index, idRole).toString().toStdString()); });
+}
+
+void AccountPicker::present(const std::vector<EntryAccountRow>& rows, const std::string& chosen, const QString& prompt)
+{
+    m_prompt = prompt;
+    if (rows != m_rows) {
+        m_rows = rows;
+        fill();
+    }
+    setCurrentIndex(chosen.empty() ? -1 : findData(qString(chosen), idRole));
+    update();
+}
+
+/// Heads are shown only where there is more than one group.
+void AccountPicker::fill()
+{
+    using enum EntryAccountRow::Group;
+    clear();
+    const bool isMixed =
+        std::ranges::any_of(m_rows, [&](const auto& row) { return row.group != m_rows.front().group; });
+    for (const auto group : {company, employee, refund}) {
+        if (isMixed && std::ranges::find(m_rows, group, &EntryAccountRow::group) != m_rows.end()) {
+            addItem(entryWord(group == company    ? "balances.company"
+                              : group == employee ? "balances.employee"
+                                                  : "balances.refund"));
+            static_cast<QStandardItemModel*>(model())->item(count() - 1)->setEnabled(false);
+        }
+        addGroup(group);
+    }
+}
+
+void AccountPicker::addGroup(EntryAccountRow::Group group)
+{
+    for (const auto& row : m_rows) {
+        if (row.group != group)
+            continue;
+        addItem(row.name, qString(row.id));
+        setItemData(count() - 1, row.balances, balancesRole);
+        setItemData(count() - 1, EntryForm::glyphOf(group), glyphRole);
+        setItemData(count() - 1, listed({row.name, row.balances}), Qt::AccessibleTextRole);
+    }
+}
+
+void AccountPicker::paintEvent(QPaintEvent* /*event*/)
+{
+    QStylePainter painter{this};
+    QStyleOptionComboBox option;
+    initStyleOption(&option);
+    painter.drawComplexControl(QStyle::CC_ComboBox, option);
+    const auto area = rect().adjusted(Space::step3, 0, -arrowWidth, 0);
+    if (currentIndex() < 0)
+        paintAccount(painter, area, {QStringLiteral("bank"), m_prompt, {}}, Token::text3);
+    else
+        paintAccount(painter, area,
+                     {currentData(glyphRole).toString(), currentText(), currentData(balancesRole).toString()},
+                     isEnabled() ? Token::text : Token::text2);
+}

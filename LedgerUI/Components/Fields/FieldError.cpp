@@ -1,0 +1,48 @@
+#include "LedgerUI/Components/Fields/FieldError.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/StyleProperty.h"
+
+namespace {
+
+constexpr int beforeGlyph = 2; // centres the glyph on the first line
+
+}
+
+FieldError::FieldError(QWidget* field, QWidget* parent) : QWidget{parent}, m_field{field}
+{
+    m_text = new TextLabel(TypeStep::small, Token::danger, this);
+    m_text->setWordWrap(true);
+    m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    auto* glyph = new GlyphLabel(QStringLiteral("x-octagon-fill"), Token::danger, Space::chevron, this);
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, Space::step1, 0, 0);
+    layout->setSpacing(Space::step1 + 2);
+    auto* glyphColumn = new QVBoxLayout;
+    glyphColumn->setContentsMargins(0, beforeGlyph, 0, 0);
+    glyphColumn->addWidget(glyph);
+    glyphColumn->addStretch(1);
+    layout->addLayout(glyphColumn);
+    layout->addWidget(m_text, 1);
+    hide();
+}
+
+void FieldError::present(const QString& message)
+{
+    m_text->setText(message);
+    setVisible(!message.isEmpty());
+    if (!m_field)
+        return;
+    setStyleProperty(m_field, "invalid", !message.isEmpty());
+    m_field->setAccessibleDescription(message);
+}
+
+QString FieldError::message() const
+{
+    return m_text->text();
+}

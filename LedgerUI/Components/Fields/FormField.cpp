@@ -1,0 +1,32 @@
+#include "LedgerUI/Components/Fields/FormField.h"
+
+#include <QComboBox>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Theme/Space.h"
+
+FormField::FormField(QWidget* field, QWidget* parent) : QWidget{parent}, m_field{field}
+{
+    m_label = new TextLabel(TypeStep::small, Token::text2, this);
+    m_label->setBuddy(field);
+    m_error = new FieldError(field, this);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_label);
+    layout->addSpacing(Space::labelToField);
+    layout->addWidget(field);
+    layout->addWidget(m_error);
+}
+
+void FormField::setLabel(const QString& label)
+{
+    m_label->setText(label);
+    if (auto* box = qobject_cast<QComboBox*>(m_field))
+        nameComboBox(*box, label);
+    else
+        m_field->setAccessibleName(label);
+}

@@ -1,0 +1,82 @@
+#include "LedgerUI/Components/Page/PageHeader.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QToolButton>
+
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/StyleProperty.h"
+
+namespace {
+
+constexpr int afterTitle = 1; // where the middle widget stands in the row
+
+// A default action of a tool button would lose the ellipsis of its text.
+void follow(QToolButton& button, const QAction& action)
+{
+    button.setText(action.text());
+    button.setIcon(action.icon());
+    button.setEnabled(action.isEnabled());
+    button.setVisible(action.isVisible());
+    button.setAccessibleName(action.text());
+    button.setToolTip(action.toolTip());
+}
+
+}
+
+PageHeader::PageHeader(QWidget* parent) : QFrame{parent}
+{
+    setObjectName(QStringLiteral("pageHeader"));
+    setFixedHeight(Space::pageHeader);
+    m_title = new TextLabel(TypeStep::title, Token::text, this);
+    m_title->setObjectName(QStringLiteral("pageTitle"));
+    m_layout = new QHBoxLayout(this);
+    m_layout->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, 0);
+    m_layout->setSpacing(Space::step2);
+    m_layout->addWidget(m_title);
+    m_layout->addStretch(1);
+}
+
+void PageHeader::setTitle(const QString& title)
+{
+    m_title->setText(title);
+}
+
+void PageHeader::setMiddle(QWidget* widget)
+{
+    m_layout->insertWidget(afterTitle, widget);
+    m_layout->insertSpacing(afterTitle, Space::step3);
+}
+
+void PageHeader::addSecondary(QAction* action)
+{
+    auto* button = new QToolButton(this);
+    button->setObjectName(action->objectName() + QStringLiteral("Button"));
+    button->setFocusPolicy(Qt::StrongFocus);
+    follow(*button, *action);
+    connect(action, &QAction::changed, button, [button, action] { follow(*button, *action); });
+    connect(button, &QToolButton::clicked, action, &QAction::trigger);
+    m_secondary.push_back(button);
+    m_layout->addWidget(button);
+    resizeEvent(nullptr);
+}
+
+void PageHeader::setPrimary(QWidget* button)
+{
+    m_layout->addWidget(button);
+}
+
+void PageHeader::resizeEvent(QResizeEvent* /*event*/)
+{
+    const bool folds = window()->width() < Space::foldBelow;
+    for (auto* button : m_secondary) {
+        const auto kind = folds ? QStringLiteral("outlined") : QStringLiteral("ghost");
+        if (button->property("kind").toString() == kind)
+            continue;
+        setStyleProperty(button, "kind", kind);
+        button->setToolButtonStyle(folds ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+        button->setMinimumSize(Space::control, Space::control);
+        button->setIconSize({folds ? Space::icon : Space::iconBeforeText, Space::icon});
+    }
+}

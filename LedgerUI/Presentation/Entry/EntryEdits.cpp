@@ -1,0 +1,279 @@
+#include "LedgerUI/Presentation/Entry/EntryEdits.h"
+
+#include <algorithm>
+#include <ranges>
+
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Money/Money.h"
+
+namespace {
+
+struct LastUse {
+    std::optional<std::string> accountID;
+    std::optional<std::string> currency;
+};
+
+/// Where the member last recorded an entry of this kind.
+LastUse lastUse(const LedgerSnapshot& snapshot, std::string_view kind)
+{
+    const LedgerTransaction* latest = nullptr;
+    for (const auto& entry : snapshot.transactions) {
+        if (entry.kind == kind && entry.memberID == snapshot.currentMember.id && !entry.legs.empty() &&
+            (!latest || entry.createdAt >= latest->createdAt))
+            latest = &entry;
+    }
+    if (!latest)
+        return {};
+    return {latest->legs.front().accountID, latest->legs.front().currency};
+}
+
+void forget(EntryEditing& editing, EntryField field)
+{
+    std::erase_if(editing.problems, [field](const EntryProblem& each) { return each.field == field; });
+    editing.refusal.reset();
+}
+
+bool isOffered(const LedgerSnapshot& snapshot, std::string_view kind, const std::optional<std::string>& id)
+{
+    return id && std::ranges::any_of(LedgerEntryAccess::accounts(snapshot, kind),
+                                     [&](const Account* each) { return each->id == *id; });
+}
+
+/// Clears a destination that is not offered any more.
+void keepOfferedTarget(EntryEditing& editing, const LedgerSnapshot& snapshot)
+{
+    auto& draft = editing.draft;
+    if (!draft.hasDestination() || !draft.target)
+        return;
+    const auto kept = EntryRules::retainedTarget(draft.target, EntryRules::destinations(snapshot, draft));
+    editing.targetNeedsSelection = !kept;
+    draft.target = kept;
+    if (kept)
+        return;
+    forget(editing, EntryField::destination);
+    editing.problems.push_back(
+        {EntryField::destination, EntryValidationError{EntryValidationError::DestinationRequired{}}});
+}
+
+void setCurrency(EntryEditing& editing, const std::string& currency)
+{
+    auto& draft = editing.draft;
+    if (draft.currency == currency)
+        return;
+    if (!draft.amount.empty()) {
+        editing.sourceCurrencyReset = true;
+        draft.amount.clear();
+    }
+    draft.currency = currency;
+    draft.originalIncomeID.reset();
+    forget(editing, EntryField::amount);
+}
+
+/// The currency received stays when the account holds it and it differs from the one sent.
+void settleTargetCurrency(TransactionDraft& draft, const LedgerSnapshot& snapshot)
+{
+    const auto* const account = draft.target ? snapshot.account(*draft.target) : nullptr;
+    if (draft.kind != EntryKind::exchange || !account)
+        return;
+    const auto fits = [&](const std::string& code) { return code != draft.currency; };
+    if (account->holds(draft.targetCurrency) && fits(draft.targetCurrency))
+        return;
+    const auto found = std::ranges::find_if(account->currencies, fits);
+    draft.targetCurrency = found == account->currencies.end() ? std::string{} : *found;
+    draft.targetAmount.clear();
+}
+
+void dropWhatTheKindHasNoPlaceFor(TransactionDraft& draft)
+{
+    if (!draft.hasDestination() && !draft.onlyArrives())
+        draft.target.reset();
+    if (draft.onlyArrives())
+        draft.source.reset();
+    if (draft.kind != EntryKind::exchange) {
+        draft.targetCurrency.clear();
+        draft.targetAmount.clear();
+    }
+    if (draft.kind != EntryKind::refund) {
+        draft.originalIncomeID.reset();
+        draft.refundReference.clear();
+    }
+}
+
+void setAccount(EntryEditing& editing, const std::optional<std::string>& id, const LedgerSnapshot& snapshot,
+                const std::optional<std::string>& preferredCurrency = {})
+{
+    editing.draft.primaryAccount() = id;
+    const auto* const account = id ? snapshot.account(*id) : nullptr;
+    if (!account || account->currencies.empty() || account->holds(editing.draft.currency))
+        return;
+    const bool prefers = preferredCurrency && account->holds(*preferredCurrency);
+    setCurrency(editing, prefers ? *preferredCurrency : account->currencies.front());
+}
+
+}
+
+EntryEditing EntryEdits::opened(const EntryForm::Opening& opening, const LedgerSnapshot& snapshot,
+                                std::string idempotencyKey, std::string today)
+{
+    EntryEditing editing;
+    if (opening.prefilled)
+        editing.draft = *opening.prefilled;
+    editing.draft.kind = opening.kind;
+    editing.draft.date = std::move(today);
+    editing.draft.idempotencyKey = std::move(idempotencyKey);
+    if (opening.prefilled)
+        return refreshed(std::move(editing), snapshot);
+    const auto last = lastUse(snapshot, opening.kind);
+    const auto offered = LedgerEntryAccess::accounts(snapshot, opening.kind);
+    const auto account = EntryRules::initialAccountID(opening.accountID, last.accountID, last.currency, offered);
+    setAccount(editing, account, snapshot, account == last.accountID ? last.currency : std::nullopt);
+    return editing;
+}
+
+EntryEditing EntryEdits::withKind(EntryEditing editing, std::string_view kind, const LedgerSnapshot& snapshot)
+{
+    if (editing.draft.kind == kind)
+        return editing;
+    const auto account = editing.draft.primaryAccount();
+    editing.draft.kind = kind;
+    editing.draft.categoryID.reset();
+    editing.draft.target.reset();
+    editing.draft.source.reset();
+    dropWhatTheKindHasNoPlaceFor(editing.draft);
+    editing.problems.clear();
+    editing.refusal.reset();
+    editing.targetNeedsSelection = false;
+    setAccount(editing, isOffered(snapshot, kind, account) ? account : std::nullopt, snapshot);
+    return editing;
+}
+
+EntryEditing EntryEdits::withAccount(EntryEditing editing, const std::string& accountID, const LedgerSnapshot& snapshot)
+{
+    forget(editing, EntryField::account);
+    setAccount(editing, accountID, snapshot);
+    keepOfferedTarget(editing, snapshot);
+    settleTargetCurrency(editing.draft, snapshot);
+    return editing;
+}
+
+EntryEditing EntryEdits::withCurrency(EntryEditing editing, const std::string& currency, const LedgerSnapshot& snapshot)
+{
+    forget(editing, EntryField::account);
+    setCurrency(editing, currency);
+    keepOfferedTarget(editing, snapshot);
+    settleTargetCurrency(editing.draft, snapshot);
+    return editing;
+}
+
+EntryEditing EntryEdits::withDestination(EntryEditing editing, const std::string& accountID,
+                                         const LedgerSnapshot& snapshot)
+{
+    forget(editing, EntryField::destination);
+    editing.targetNeedsSelection = false;
+    editing.draft.target = accountID;
+    settleTargetCurrency(editing.draft, snapshot);
+    return editing;
+}
+
+EntryEditing EntryEdits::withTargetCurrency(EntryEditing editing, const std::string& currency)
+{
+    auto& draft = editing.draft;
+    if (draft.targetCurrency == currency)
+        return editing;
+    forget(editing, EntryField::destination);
+    forget(editing, EntryField::targetAmount);
+    editing.targetCurrencyReset = !draft.targetAmount.empty();
+    draft.targetAmount.clear();
+    draft.targetCurrency = currency;
+    return editing;
+}
+
+EntryEditing EntryEdits::withAmount(EntryEditing editing, std::string text)
+{
+    forget(editing, EntryField::amount);
+    editing.sourceCurrencyReset = false;
+    editing.draft.amount = std::move(text);
+    return editing;
+}
+
+EntryEditing EntryEdits::withTargetAmount(EntryEditing editing, std::string text)
+{
+    forget(editing, EntryField::targetAmount);
+    editing.targetCurrencyReset = false;
+    editing.draft.targetAmount = std::move(text);
+    return editing;
+}
+
+EntryEditing EntryEdits::withCategory(EntryEditing editing, const std::string& categoryID)
+{
+    forget(editing, EntryField::category);
+    editing.draft.categoryID = categoryID;
+    return editing;
+}
+
+EntryEditing EntryEdits::withNote(EntryEditing editing, std::string note)
+{
+    editing.draft.note = std::move(note);
+    return editing;
+}
+
+EntryEditing EntryEdits::withOriginal(EntryEditing editing, const std::optional<std::string>& incomeID)
+{
+    forget(editing, EntryField::original);
+    editing.draft.originalIncomeID = incomeID;
+    return editing;
+}
+
+EntryEditing EntryEdits::withReference(EntryEditing editing, std::string reference)
+{
+    forget(editing, EntryField::original);
+    editing.draft.refundReference = std::move(reference);
+    return editing;
+}
+
+EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& snapshot)
+{
+    auto& draft = editing.draft;
+    if (draft.primaryAccount() && !isOffered(snapshot, draft.kind, draft.primaryAccount())) {
+        draft.primaryAccount().reset();
+        forget(editing, EntryField::account);
+        editing.problems.push_back({EntryField::account, EntryObstacle::accountUnavailable});
+    }
+    keepOfferedTarget(editing, snapshot);
+    if (draft.categoryID) {
+        const auto found = std::ranges::find(snapshot.categories, *draft.categoryID, &Category::id);
+        if (found == snapshot.categories.end() || found->archived) {
+            draft.categoryID.reset();
+            forget(editing, EntryField::category);
+            editing.problems.push_back({EntryField::category, EntryObstacle::categoryUnavailable});
+        }
+    }
+    return editing;
+}
+
+TransactionDraft EntryEdits::correctionOf(const LedgerTransaction& original, std::string_view locale)
+{
+    TransactionDraft draft;
+    draft.kind = original.kind;
+    draft.note = original.note;
+    draft.categoryID = original.categoryID;
+    draft.originalIncomeID = original.originalTransactionID;
+    draft.refundReference = original.externalReference.value_or(std::string{});
+    const auto digits = [&](const LedgerLeg& leg) {
+        return Money::formatDigits(leg.amountMinor < 0 ? -leg.amountMinor : leg.amountMinor, leg.currency, locale);
+    };
+    for (const auto& leg : original.legs) {
+        const bool isTarget = leg.amountMinor > 0;
+        (isTarget ? draft.target : draft.source) = leg.accountID;
+        const bool isPrimary = isTarget == draft.onlyArrives();
+        if (isPrimary) {
+            draft.currency = leg.currency;
+            draft.amount = digits(leg);
+        } else if (draft.kind == EntryKind::exchange) {
+            draft.targetCurrency = leg.currency;
+            draft.targetAmount = digits(leg);
+        }
+    }
+    return draft;
+}

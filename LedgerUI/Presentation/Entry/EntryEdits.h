@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
+
+/// What each choice in the entry form does to the draft. Each gives the draft that follows; a message goes away with
+/// the change that answers it.
+namespace EntryEdits {
+
+/// The draft that the form opens with: its account by `EntryRules::initialAccountID`, preferring the account and
+/// currency on which the member last recorded this kind.
+EntryEditing opened(const EntryForm::Opening& opening, const LedgerSnapshot& snapshot, std::string idempotencyKey,
+                    std::string today);
+
+/// Another kind: account and currency stay where the kind allows them, typed amounts and note always; what the kind
+/// has no place for is dropped.
+EntryEditing withKind(EntryEditing editing, std::string_view kind, const LedgerSnapshot& snapshot);
+
+/// Another account: its currency stays when the new account holds it, else becomes its first one.
+EntryEditing withAccount(EntryEditing editing, const std::string& accountID, const LedgerSnapshot& snapshot);
+
+/// Another currency clears the amount; a destination that does not take it is cleared, never replaced.
+EntryEditing withCurrency(EntryEditing editing, const std::string& currency, const LedgerSnapshot& snapshot);
+
+EntryEditing withDestination(EntryEditing editing, const std::string& accountID, const LedgerSnapshot& snapshot);
+EntryEditing withTargetCurrency(EntryEditing editing, const std::string& currency);
+EntryEditing withAmount(EntryEditing editing, std::string text);
+EntryEditing withTargetAmount(EntryEditing editing, std::string text);
+EntryEditing withCategory(EntryEditing editing, const std::string& categoryID);
+EntryEditing withNote(EntryEditing editing, std::string note);
+EntryEditing withOriginal(EntryEditing editing, const std::optional<std::string>& incomeID);
+EntryEditing withReference(EntryEditing editing, std::string reference);
+
+/// After a refresh: what is no longer on offer is cleared and says so.
+EntryEditing refreshed(EntryEditing editing, const LedgerSnapshot& snapshot);
+
+/// The draft of the entry that `original` should have been; nothing of it is posted.
+TransactionDraft correctionOf(const LedgerTransaction& original, std::string_view locale);
+
+}

@@ -1,0 +1,86 @@
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+
+const WordTable& entryFormWords()
+{
+    static const WordTable table{
+        {"newEntry", "新记录", "Catatan baru", "Bút toán mới", "New entry"},
+        {"title.expense", "新记录：支出", "Catatan baru: pengeluaran", "Bút toán mới: chi", "New entry: expense"},
+        {"title.income", "新记录：收入", "Catatan baru: pemasukan", "Bút toán mới: thu", "New entry: income"},
+        {"title.transfer", "新记录：转账", "Catatan baru: transfer", "Bút toán mới: chuyển nội bộ",
+         "New entry: transfer"},
+        {"title.exchange", "新记录：兑换", "Catatan baru: penukaran", "Bút toán mới: đổi ngoại tệ",
+         "New entry: exchange"},
+        {"title.refund", "新记录：退款", "Catatan baru: pengembalian dana", "Bút toán mới: hoàn tiền",
+         "New entry: refund"},
+        {"title.opening", "新记录：期初余额", "Catatan baru: saldo awal", "Bút toán mới: số dư đầu kỳ",
+         "New entry: opening balance"},
+        {"kinds", "记账类型", "Jenis catatan", "Loại bút toán", "Type of entry"},
+        {"saveRefund", "保存退款", "Simpan pengembalian dana", "Lưu khoản hoàn tiền", "Save refund"},
+        {"closeUncertain", "关闭…", "Tutup…", "Đóng…", "Close…"},
+        {"closeAnyway", "关闭", "Tutup", "Đóng", "Close"},
+        {"keepOpen", "保持打开", "Tetap buka", "Giữ mở", "Keep open"},
+        {"uncertainTitle", "关闭未确认的记录？", "Tutup catatan yang belum dipastikan?",
+         "Đóng bút toán chưa được xác nhận?", "Close the unconfirmed entry?"},
+        {"account", "账户", "Rekening", "Tài khoản", "Account"},
+        {"fromAccount", "转出账户", "Dari rekening", "Từ tài khoản quỹ", "From account"},
+        {"toAccount", "转入账户", "Ke rekening", "Đến tài khoản quỹ", "To account"},
+        {"sentFrom", "转出账户", "Dikirim dari", "Chuyển đi từ", "Sent from"},
+        {"receivedIn", "转入账户", "Diterima di", "Nhận về tại", "Received in"},
+        {"currency", "币种", "Mata uang", "Loại tiền tệ", "Currency"},
+        {"amount", "金额", "Jumlah", "Số tiền", "Amount"},
+        {"receivedAmount", "转入金额", "Jumlah diterima", "Số tiền nhận về", "Received amount"},
+        {"category", "类别", "Kategori", "Hạng mục", "Category"},
+        {"categoryTiles", "常用类别", "Kategori cepat", "Hạng mục nhanh", "Quick categories"},
+        {"original", "原收入记录", "Pemasukan asal", "Khoản thu gốc", "Original income"},
+        {"chooseOriginal", "选择要退款的收入", "Pilih pemasukan yang dikembalikan", "Chọn khoản thu cần hoàn",
+         "Choose the income to refund"},
+        {"noOriginal", "不关联收入记录", "Tanpa catatan pemasukan", "Không gắn với khoản thu", "No recorded income"},
+        {"reference", "外部退款参考号", "Referensi pengembalian eksternal", "Mã tham chiếu hoàn tiền bên ngoài",
+         "External refund reference"},
+        {"refundable", "尚可退款：%1", "Masih dapat dikembalikan: %1", "Còn hoàn được: %1", "Still refundable: %1"},
+        {"openingDay", "期初余额按账套启用日期入账", "Saldo awal dibukukan pada tanggal mulai pembukuan",
+         "Số dư đầu kỳ được ghi vào ngày bắt đầu ghi sổ", "Opening balances are booked on the bookkeeping start date"},
+        {"currencyReset", "%1%2", "%1 %2", "%1 %2", "%1 %2"},
+        {"rateTitle", "折算汇率", "Kurs tersirat", "Tỷ giá suy ra", "Implied rate"},
+        {"rateValue", "%1 %2", "%1 %2", "%1 %2", "%1 %2"},
+        {"effect.before", "当前", "Saat ini", "Hiện tại", "Now"},
+        {"effect.sent", "转出", "Dikirim", "Chuyển đi", "Sent"},
+        {"effect.received", "转入", "Diterima", "Nhận về", "Received"},
+        {"effect.after", "保存后", "Setelah disimpan", "Còn lại", "After saving"},
+        {"effect.unseen", "您无权查看此账户的余额。", "Anda tidak dapat melihat saldo rekening ini.",
+         "Bạn không được xem số dư tài khoản này.", "You cannot see the balance of this account."},
+        {"purpose.funding", "此转账将记为拨款。", "Transfer ini dicatat sebagai pendanaan.",
+         "Khoản chuyển này được ghi là cấp quỹ.", "This transfer is recorded as funding."},
+        {"purpose.return", "此转账将记为退回。", "Transfer ini dicatat sebagai setoran kembali.",
+         "Khoản chuyển này được ghi là hoàn quỹ.", "This transfer is recorded as a return."},
+        {"reverse.expense", "冲销支出", "Batalkan pengeluaran", "Đảo khoản chi", "Reverse expense"},
+        {"reverse.income", "冲销收入", "Batalkan pemasukan", "Đảo khoản thu", "Reverse income"},
+        {"reverse.transfer", "冲销转账", "Batalkan transfer", "Đảo khoản chuyển", "Reverse transfer"},
+        {"reverse.exchange", "冲销兑换", "Batalkan penukaran", "Đảo khoản đổi ngoại tệ", "Reverse exchange"},
+        {"reverse.refund", "冲销退款", "Batalkan pengembalian dana", "Đảo khoản hoàn tiền", "Reverse refund"},
+        {"reverse.opening", "冲销期初余额", "Batalkan saldo awal", "Đảo số dư đầu kỳ", "Reverse opening balance"},
+        {"reverse.kept", "先前的冲销请求已保留，将按原来的原因和日期重新发送。",
+         "Permintaan pembatalan sebelumnya masih disimpan dan akan dikirim lagi dengan alasan dan tanggal semula.",
+         "Yêu cầu đảo bút toán trước đó vẫn được giữ và sẽ được gửi lại với lý do và ngày ban đầu.",
+         "An earlier reversal request is kept. It will be sent again with its original reason and date."},
+        {"reverse.done", "冲销已入账", "Pembatalan telah dibukukan", "Đã ghi bút toán đảo", "The reversal is posted"},
+        {"reason", "原因", "Alasan", "Lý do", "Reason"},
+        {"reasonRequired", "请填写冲销原因。", "Isi alasan pembatalan.", "Hãy nhập lý do đảo bút toán.",
+         "Enter the reason for the reversal."},
+    };
+    return table;
+}
+
+QString entryWord(std::string_view key)
+{
+    for (const auto* table : {&entryFormWords(), &EntryWords::words(), &EntryCopy::words(), &LedgerWords::table()}) {
+        if (table->contains(key))
+            return word(*table, key);
+    }
+    return qString(key);
+}

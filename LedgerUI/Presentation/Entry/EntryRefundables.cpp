@@ -1,0 +1,31 @@
+#include "LedgerUI/Presentation/Entry/EntryRefundables.h"
+
+#include <ranges>
+
+#include <QStringList>
+
+#include "LedgerCore/Domain/Categories/CategoryDirectory.h"
+#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
+
+std::vector<EntryRefundableRow> EntryForm::refundableRows(const LedgerSnapshot& snapshot, std::string_view currency,
+                                                          std::string_view locale)
+{
+    const CategoryDirectory directory{snapshot.categories};
+    std::vector<EntryRefundableRow> rows;
+    for (const auto& income : EntryRules::refundableIncomes(snapshot, currency) | std::views::reverse) {
+        const auto& entry = *income.entry;
+        QStringList parts{DayText::longDay(entry.date, locale)};
+        if (const auto* category = directory.find(entry.categoryID.value_or(std::string{})))
+            parts << qString(directory.fullPathName(*category, locale));
+        if (!entry.note.empty())
+            parts << qString(entry.note);
+        const auto remaining = Money::format(income.remainingMinor, currency, locale);
+        rows.push_back({entry.id, listed(parts, locale), word(entryFormWords(), "refundable", {remaining})});
+    }
+    return rows;
+}

@@ -1,0 +1,186 @@
+#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+
+namespace {
+
+using LedgerEntryAccess::CorrectionPage;
+using LedgerEntryAccess::ReversalRefusal;
+using Detail = LedgerEntryDetail;
+
+QString recordedText(const std::string& stamp, std::string_view locale)
+{
+    const auto instant = LedgerDay::parseStamp(stamp);
+    if (!instant)
+        return qString(stamp);
+    const auto calendar = LedgerDay::localGregorian();
+    return QStringLiteral("%1 %2").arg(qString(calendar.day(*instant)),
+                                       DayText::timeOfDay(calendar.time(*instant), locale));
+}
+
+std::vector<Detail::Line> linesOf(const LedgerBook& book, const LedgerTransaction& transaction)
+{
+    const auto& locale = book.locale();
+    std::vector<Detail::Line> lines;
+    const auto add = [&](std::string_view key, const QString& value) {
+        if (!value.isEmpty())
+            lines.push_back({LedgerWords::text(key, locale), value});
+    };
+    add("detail.date", DayText::weekdayAndDay(transaction.date, locale));
+    add("detail.recorded", recordedText(transaction.createdAt, locale));
+    add("detail.member", QString::fromStdString(book.names().member(transaction.memberID)));
+    add("detail.note", QString::fromStdString(transaction.note));
+    add("detail.reference", qString(transaction.externalReference.value_or(std::string{})));
+    add("detail.participant", qString(transaction.participantName.value_or(std::string{})));
+    return lines;
+}
+
+std::vector<Detail::Leg> legsOf(const LedgerBook& book, std::uint32_t at)
+{
+    std::vector<Detail::Leg> legs;
+    for (const auto& leg : book.legs(at)) {
+        const auto& currency = book.currencies().id(leg.currency);
+        QString after;
+        if (const auto balance = balanceAfter(book, at, leg))
+            after = QString::fromStdString(Money::format(*balance, currency, book.locale()));
+        legs.push_back({QString::fromStdString(book.names().account(book.accounts().id(leg.account))),
+                        signedAmount(leg.amountMinor, currency, book.locale()), after});
+    }
+    return legs;
+}
+
+Detail::Link link(const LedgerBook& book, std::string_view key, const std::string& target)
+{
+    const auto& locale = book.locale();
+    const auto at = book.find(target);
+    if (at == LedgerBook::none)
+        return {LedgerWords::text(key, locale), LedgerWords::text("link.hidden", locale), {}};
+    const auto day = DayText::shortDate(book.transaction(at).date, locale);
+    const auto& title = book.titles().id(book.entry(at).title);
+    return {LedgerWords::text(key, locale), LedgerWords::filled("link.text", locale, {day.toStdString(), title}),
+            target};
+}
+
+std::vector<Detail::Link> linksOf(const LedgerBook& book, const LedgerTransaction& transaction)
+{
+    std::vector<Detail::Link> links;
+    if (transaction.reversedBy)
+        links.push_back(link(book, "link.reversedBy", *transaction.reversedBy));
+    if (transaction.reversalOf)
+        links.push_back(link(book, "link.reverses", *transaction.reversalOf));
+    if (transaction.originalTransactionID)
+        links.push_back(link(book, "link.refunds", *transaction.originalTransactionID));
+    for (const auto refund : book.refundsOf(transaction.id))
+        links.push_back(link(book, "link.refundedBy", book.transaction(refund).id));
+    return links;
+}
+
+std::vector<Detail::Receipt> receiptsOf(const LedgerBook& book, const LedgerTransaction& transaction)
+{
+    std::vector<Detail::Receipt> receipts;
+    const auto& attachments = book.snapshot().attachments;
+    for (const auto& id : transaction.attachmentIDs) {
+        const auto found = std::ranges::find(attachments, id, &Attachment::id);
+        if (found != attachments.end())
+            receipts.push_back({QString::fromStdString(found->name), byteText(found->byteCount, book.locale()),
+                                found->mime.starts_with("image/")});
+    }
+    return receipts;
+}
+
+/// Without the right nothing is said: the member has no use for an action that is somebody else's.
+std::string_view refusalKey(ReversalRefusal refusal)
+{
+    switch (refusal) {
+    case ReversalRefusal::isReversal:
+        return "whyNot.isReversal";
+    case ReversalRefusal::alreadyReversed:
+        return "whyNot.alreadyReversed";
+    case ReversalRefusal::noLegs:
+        return "whyNot.noLegs";
+    case ReversalRefusal::notPermitted:
+        break;
+    }
+    return {};
+}
+
+void addCorrection(Detail& detail, const LedgerBook& book, const LedgerTransaction& transaction)
+{
+    const auto refusal = LedgerEntryAccess::whyNotReverse(transaction, book.snapshot().currentMember);
+    const auto page = LedgerEntryAccess::correctionPage(transaction);
+    // Where nothing is left to correct, that is said before the page that would have corrected it.
+    const bool isSettled = refusal == ReversalRefusal::alreadyReversed || refusal == ReversalRefusal::isReversal;
+    std::string_view key;
+    if (page == CorrectionPage::capital && !isSettled)
+        key = "whyNot.capital";
+    else if (page == CorrectionPage::dividends && !isSettled)
+        key = "whyNot.dividends";
+    else if (refusal)
+        key = refusalKey(*refusal);
+    else
+        detail.offersReversal = true;
+    if (!key.empty())
+        detail.correction = LedgerWords::text(key, book.locale());
+}
+
+}
+
+LedgerEntryDetail detailOf(const LedgerBook& book, std::uint32_t at)
+{
+    const auto& transaction = book.transaction(at);
+    Detail detail;
+    detail.id = transaction.id;
+    detail.kind = book.kinds().id(book.entry(at).kind);
+    detail.kindTitle = QString::fromStdString(book.names().kind(transaction));
+    if (transaction.categoryID)
+        detail.title = QString::fromStdString(book.names().category(*transaction.categoryID));
+    detail.isReversed = transaction.reversedBy.has_value();
+    detail.amounts = amountsOf(book, at);
+    detail.lines = linesOf(book, transaction);
+    detail.legs = legsOf(book, at);
+    detail.links = linksOf(book, transaction);
+    detail.receipts = receiptsOf(book, transaction);
+    addCorrection(detail, book, transaction);
+    return detail;
+}
+
+std::optional<std::int64_t> balanceAfter(const LedgerBook& book, std::uint32_t at, const LedgerBook::Leg& leg)
+{
+    const auto* account = book.snapshot().account(book.accounts().id(leg.account));
+    if (!account)
+        return std::nullopt;
+    std::optional<std::int64_t> until = 0;
+    std::optional<std::int64_t> all = 0;
+    bool isLater = true; // the book's order begins with the newest entry
+    for (const auto each : book.order()) {
+        isLater = isLater && each != at;
+        for (const auto& other : book.legs(each)) {
+            if (other.account != leg.account || other.currency != leg.currency)
+                continue;
+            all = all ? Money::add(*all, other.amountMinor) : all;
+            if (!isLater)
+                until = until ? Money::add(*until, other.amountMinor) : until;
+        }
+    }
+    const bool isComplete = all == account->balance(book.currencies().id(leg.currency));
+    return isComplete ? until : std::nullopt;
+}
+
+QString byteText(std::int64_t bytes, std::string_view locale)
+{
+    constexpr std::int64_t kilo = 1000;
+    constexpr std::int64_t mega = kilo * kilo;
+    if (bytes < mega)
+        return QStringLiteral("%1 KB").arg((std::max<std::int64_t>(bytes, 1) + kilo - 1) / kilo);
+    const auto tenths = (bytes + mega / 20) / (mega / 10);
+    const auto point = QLatin1Char(Money::separators(locale).decimal);
+    return QStringLiteral("%1%2%3 MB").arg(tenths / 10).arg(point).arg(tenths % 10);
+}

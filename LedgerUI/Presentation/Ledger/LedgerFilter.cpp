@@ -1,0 +1,174 @@
+#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerUI/Presentation/Ledger/LedgerSearch.h"
+#include "LedgerUI/Presentation/Period/PeriodCounts.h"
+
+namespace {
+
+using Part = LedgerFilter::Part;
+using Receipts = LedgerFilter::Receipts;
+using Choices = LedgerFilter::Choices;
+
+/// The choices of one part as a mask over the book's numbers; without a choice it asks nothing.
+class Mask {
+public:
+    Mask(const LedgerKeys& keys, const Choices& choices) : m_asks(!choices.empty())
+    {
+        if (m_asks)
+            m_accepted = keys.mask([&](std::uint32_t number) { return choices.contains(keys.id(number)); });
+    }
+
+    [[nodiscard]] bool asks() const { return m_asks; }
+    [[nodiscard]] bool accepts(std::uint32_t number) const
+    {
+        return !m_asks || (number != LedgerBook::none && m_accepted[number]);
+    }
+
+private:
+    bool m_asks;
+    std::vector<bool> m_accepted;
+};
+
+/// The chosen categories and the children of the chosen parents.
+Choices withChildren(const LedgerBook& book, const Choices& chosen)
+{
+    Choices all = chosen;
+    for (const auto& category : book.snapshot().categories) {
+        if (category.parentID && chosen.contains(*category.parentID))
+            all.insert(category.id);
+    }
+    return all;
+}
+
+/// A filter with everything looked up once that it asks of each entry.
+class Sieve {
+public:
+    Sieve(const LedgerBook& book, const LedgerFilter& filter)
+        : m_book(book), m_search(book, filter.text), m_kinds(book.kinds(), filter.kinds),
+          m_accounts(book.accounts(), filter.accountIDs),
+          m_categories(book.categories(), withChildren(book, filter.categoryIDs)),
+          m_currencies(book.currencies(), filter.currencies), m_receipts(filter.receipts),
+          m_first(filter.period.isAllTime() ? 0 : dayNumber(filter.period.firstDay())),
+          m_last(filter.period.isAllTime() ? std::numeric_limits<std::uint32_t>::max()
+                                           : dayNumber(filter.period.lastDay()))
+    {
+    }
+
+    [[nodiscard]] bool accepts(std::uint32_t at) const
+    {
+        const auto& entry = m_book.entry(at);
+        return entry.day >= m_first && entry.day <= m_last && m_kinds.accepts(entry.kind) &&
+               m_categories.accepts(entry.category) && acceptsReceipts(entry.hasReceipts) && acceptsLegs(at) &&
+               (m_search.isEmpty() || m_search.accepts(at));
+    }
+
+private:
+    [[nodiscard]] bool acceptsReceipts(bool attached) const
+    {
+        return m_receipts == Receipts::any || attached == (m_receipts == Receipts::attached);
+    }
+
+    /// One leg must pass both: an account's exchange from another currency is not its movement in this one.
+    [[nodiscard]] bool acceptsLegs(std::uint32_t at) const
+    {
+        return (!m_accounts.asks() && !m_currencies.asks()) ||
+               std::ranges::any_of(m_book.legs(at), [&](const LedgerBook::Leg& leg) {
+                   return m_accounts.accepts(leg.account) && m_currencies.accepts(leg.currency);
+               });
+    }
+
+    const LedgerBook& m_book;
+    LedgerSearch m_search;
+    Mask m_kinds;
+    Mask m_accounts;
+    Mask m_categories;
+    Mask m_currencies;
+    Receipts m_receipts;
+    std::uint32_t m_first;
+    std::uint32_t m_last;
+};
+
+}
+
+bool LedgerFilter::isSet(Part part) const
+{
+    switch (part) {
+    case Part::period:
+        return !period.isAllTime();
+    case Part::text:
+        return !TextFold::trimmed(text).empty();
+    case Part::kinds:
+        return !kinds.empty();
+    case Part::accounts:
+        return !accountIDs.empty();
+    case Part::categories:
+        return !categoryIDs.empty();
+    case Part::currencies:
+        return !currencies.empty();
+    case Part::receipts:
+        return receipts != Receipts::any;
+    }
+    return false;
+}
+
+LedgerFilter LedgerFilter::without(Part part) const
+{
+    auto wider = *this;
+    switch (part) {
+    case Part::period:
+        wider.period = Period::allTime();
+        break;
+    case Part::text:
+        wider.text.clear();
+        break;
+    case Part::kinds:
+        wider.kinds.clear();
+        break;
+    case Part::accounts:
+        wider.accountIDs.clear();
+        break;
+    case Part::categories:
+        wider.categoryIDs.clear();
+        break;
+    case Part::currencies:
+        wider.currencies.clear();
+        break;
+    case Part::receipts:
+        wider.receipts = Receipts::any;
+        break;
+    }
+    return wider;
+}
+
+bool LedgerFilter::narrows() const
+{
+    return std::ranges::any_of(shownParts, [&](Part part) { return isSet(part); });
+}
+
+std::vector<std::uint32_t> matching(const LedgerBook& book, const LedgerFilter& filter)
+{
+    const Sieve sieve{book, filter};
+    std::vector<std::uint32_t> passed;
+    for (const auto at : book.order()) {
+        if (sieve.accepts(at))
+            passed.push_back(at);
+    }
+    return passed;
+}
+
+std::optional<LedgerBlockingPart> blockingPart(const LedgerBook& book, const LedgerFilter& filter)
+{
+    std::optional<LedgerBlockingPart> worst;
+    for (const auto part : LedgerFilter::shownParts) {
+        if (!filter.isSet(part))
+            continue;
+        const auto entries = matching(book, filter.without(part)).size();
+        if (entries > (worst ? worst->entries : 0))
+            worst = LedgerBlockingPart{part, entries};
+    }
+    return worst;
+}

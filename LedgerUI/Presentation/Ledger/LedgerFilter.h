@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "LedgerCore/Domain/Calendar/Period.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBook.h"
+
+/// Which entries the ledger shows. The parts narrow each other; inside one part any choice will do, and a part
+/// without a choice lets everything through.
+struct LedgerFilter {
+    enum class Part { period, text, kinds, accounts, categories, currencies, receipts };
+    enum class Receipts { any, attached, missing };
+    using Choices = std::set<std::string, std::less<>>;
+
+    Period period = Period::allTime();
+    std::string text = {}; // as typed
+    Choices kinds = {};    // as `displayKind` tells them
+    Choices accountIDs = {};
+    Choices categoryIDs = {}; // a parent stands for its children too
+    Choices currencies = {};
+    Receipts receipts = Receipts::any;
+
+    bool operator==(const LedgerFilter&) const = default;
+
+    [[nodiscard]] bool isSet(Part part) const;
+    [[nodiscard]] LedgerFilter without(Part part) const;
+    /// Whether anything but the period narrows the ledger.
+    [[nodiscard]] bool narrows() const;
+
+    /// The parts in the order in which the page shows them, the period apart.
+    static constexpr Part shownParts[] = {Part::text,       Part::kinds,      Part::accounts,
+                                          Part::categories, Part::currencies, Part::receipts};
+};
+
+/// The entries that pass, in the book's own order.
+std::vector<std::uint32_t> matching(const LedgerBook& book, const LedgerFilter& filter);
+
+/// Which part, once dropped, brings back the most entries.
+struct LedgerBlockingPart {
+    LedgerFilter::Part part = LedgerFilter::Part::text;
+    std::size_t entries = 0; // what it would show then
+
+    bool operator==(const LedgerBlockingPart&) const = default;
+};
+/// For a filter that nothing passes: the part to drop, or nothing when no single one helps.
+std::optional<LedgerBlockingPart> blockingPart(const LedgerBook& book, const LedgerFilter& filter);

@@ -1,0 +1,204 @@
+#include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
+
+#include <algorithm>
+
+#include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerCore/Domain/Money/CurrencyInfo.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Period/PeriodLabel.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+
+namespace {
+
+using Choices = std::vector<LedgerFilterChoice>;
+using Level = LedgerFilterChoice::Level;
+using Part = LedgerFilter::Part;
+using Receipts = LedgerFilter::Receipts;
+
+constexpr std::string_view attached = "attached";
+constexpr std::string_view missing = "missing";
+
+QString kindName(std::string_view kind, std::string_view locale)
+{
+    const auto key = "kind." + std::string{kind};
+    return LedgerWords::table().contains(key) ? LedgerWords::text(key, locale) : qString(kind);
+}
+
+Choices kindChoices(const LedgerBook& book)
+{
+    static constexpr std::string_view order[] = {EntryKind::income,   EntryKind::expense, EntryKind::transfer,
+                                                 EntryKind::exchange, EntryKind::refund,  EntryKind::reversal,
+                                                 EntryKind::opening,  EntryKind::capital, EntryKind::dividend};
+    Choices choices;
+    const auto add = [&](std::string_view kind) {
+        choices.push_back({std::string{kind}, kindName(kind, book.locale())});
+    };
+    for (const auto kind : order) {
+        if (book.kinds().contains(kind))
+            add(kind);
+    }
+    for (std::uint32_t each = 0; each < book.kinds().size(); ++each) {
+        if (std::ranges::find(order, book.kinds().id(each)) == std::end(order))
+            add(book.kinds().id(each));
+    }
+    return choices;
+}
+
+Choices accountChoices(const LedgerBook& book)
+{
+    Choices choices;
+    for (const auto& account : book.snapshot().accounts) {
+        if (book.accounts().contains(account.id))
+            choices.push_back({account.id, QString::fromStdString(account.name)});
+    }
+    return choices;
+}
+
+Choices categoryChoices(const LedgerBook& book)
+{
+    Choices choices;
+    const auto& directory = book.names().categories();
+    const auto isUsed = [&](const Category& category) { return book.categories().contains(category.id); };
+    for (const auto kind : {EntryKind::income, EntryKind::expense}) {
+        for (const auto* category : directory.ordered(kind, ArchivedCategories::included)) {
+            const bool childUsed = std::ranges::any_of(directory.children(category->id, ArchivedCategories::included),
+                                                       [&](const Category* child) { return isUsed(*child); });
+            if (isUsed(*category) || childUsed)
+                choices.push_back({category->id, qString(directory.pathName(*category, book.locale())),
+                                   directory.parent(*category) ? Level::child : Level::top});
+        }
+    }
+    return choices;
+}
+
+Choices currencyChoices(const LedgerBook& book)
+{
+    Choices choices;
+    const auto add = [&](const std::string& code) {
+        const auto name = qString(EntryWords::currency(code, book.locale()));
+        choices.push_back({code, name == qString(code) ? name : QStringLiteral("%1  %2").arg(qString(code), name)});
+    };
+    for (const auto& currency : CurrencyInfo::supported()) {
+        if (book.currencies().contains(currency.code))
+            add(currency.code);
+    }
+    for (std::uint32_t each = 0; each < book.currencies().size(); ++each) {
+        if (!CurrencyInfo::isSupported(book.currencies().id(each)))
+            add(book.currencies().id(each));
+    }
+    return choices;
+}
+
+/// What one chosen id is called on a chip.
+QString choiceName(const LedgerBook& book, Part part, const std::string& id)
+{
+    if (part == Part::accounts)
+        return QString::fromStdString(book.names().account(id));
+    if (part == Part::categories)
+        return QString::fromStdString(book.names().category(id));
+    return part == Part::kinds ? kindName(id, book.locale()) : QString::fromStdString(id);
+}
+
+}
+
+std::vector<LedgerFilterChoice> filterChoices(const LedgerBook& book, Part part)
+{
+    switch (part) {
+    case Part::kinds:
+        return kindChoices(book);
+    case Part::accounts:
+        return accountChoices(book);
+    case Part::categories:
+        return categoryChoices(book);
+    case Part::currencies:
+        return currencyChoices(book);
+    case Part::receipts:
+        return {{std::string{attached}, LedgerWords::text("filter.attached", book.locale())},
+                {std::string{missing}, LedgerWords::text("filter.missing", book.locale())}};
+    case Part::period:
+    case Part::text:
+        break;
+    }
+    return {};
+}
+
+LedgerFilter::Choices chosenIn(const LedgerFilter& filter, Part part)
+{
+    switch (part) {
+    case Part::kinds:
+        return filter.kinds;
+    case Part::accounts:
+        return filter.accountIDs;
+    case Part::categories:
+        return filter.categoryIDs;
+    case Part::currencies:
+        return filter.currencies;
+    case Part::receipts:
+        if (filter.receipts != Receipts::any)
+            return {std::string{filter.receipts == Receipts::attached ? attached : missing}};
+        break;
+    case Part::period:
+    case Part::text:
+        break;
+    }
+    return {};
+}
+
+LedgerFilter withChosen(LedgerFilter filter, Part part, LedgerFilter::Choices choices)
+{
+    switch (part) {
+    case Part::kinds:
+        filter.kinds = std::move(choices);
+        break;
+    case Part::accounts:
+        filter.accountIDs = std::move(choices);
+        break;
+    case Part::categories:
+        filter.categoryIDs = std::move(choices);
+        break;
+    case Part::currencies:
+        filter.currencies = std::move(choices);
+        break;
+    case Part::receipts:
+        // Both choices together let everything through.
+        filter.receipts = choices.size() != 1          ? Receipts::any
+                          : choices.contains(attached) ? Receipts::attached
+                                                       : Receipts::missing;
+        break;
+    case Part::period:
+    case Part::text:
+        break;
+    }
+    return filter;
+}
+
+QString partName(Part part, std::string_view locale)
+{
+    static constexpr std::string_view keys[] = {"filter.period",   "filter.text",       "filter.kinds",
+                                                "filter.accounts", "filter.categories", "filter.currencies",
+                                                "filter.receipts"};
+    return LedgerWords::text(keys[static_cast<std::size_t>(part)], locale);
+}
+
+QString partText(const LedgerBook& book, const LedgerFilter& filter, Part part)
+{
+    const auto& locale = book.locale();
+    const auto named = [&](const std::string& value) {
+        return LedgerWords::filled("chip", locale, {partName(part, locale).toStdString(), value});
+    };
+    if (part == Part::period)
+        return named(periodLabel(filter.period, locale).toStdString());
+    if (part == Part::text)
+        return named(filter.text);
+    if (part == Part::receipts)
+        return LedgerWords::text(filter.receipts == Receipts::attached ? "filter.attached" : "filter.missing", locale);
+    const auto chosen = chosenIn(filter, part);
+    if (chosen.empty())
+        return partName(part, locale);
+    const auto first = choiceName(book, part, *chosen.begin()).toStdString();
+    if (chosen.size() == 1)
+        return named(first);
+    return LedgerWords::filled(
+        "chip.several", locale,
+        {partName(part, locale).toStdString(), first, LedgerWords::number(chosen.size() - 1, locale)});
+}

@@ -1,0 +1,75 @@
+#include "LedgerUI/Presentation/Period/PeriodLabel.h"
+
+#include <string>
+
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerUI/Presentation/Period/PeriodWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+
+namespace {
+
+using Span = Period::Span;
+
+std::string_view spanKey(Span span)
+{
+    switch (span) {
+    case Span::day:
+        return "day";
+    case Span::week:
+        return "week";
+    case Span::month:
+        return "month";
+    case Span::quarter:
+        return "quarter";
+    case Span::year:
+        return "year";
+    case Span::allTime:
+        return "allTime";
+    case Span::dates:
+        return "dates";
+    }
+    return {};
+}
+
+}
+
+QString periodLabel(const Period& period, std::string_view locale)
+{
+    const auto first = period.firstDay();
+    const auto firstText = LedgerDay::format(first);
+    switch (period.span()) {
+    case Span::day:
+        return DayText::shortDate(firstText, locale);
+    case Span::month:
+        return DayText::month(first.year() / first.month(), locale);
+    case Span::quarter: {
+        const auto quarter = std::to_string((static_cast<unsigned>(first.month()) + 2) / 3);
+        const auto year = std::to_string(static_cast<int>(first.year()));
+        return qString(PeriodWords::table().filled("quarterOfYear", locale, {quarter, year}));
+    }
+    case Span::year:
+        return DayText::year(first.year(), locale);
+    case Span::allTime:
+        return spanLabel(Span::allTime, locale);
+    case Span::week:
+    case Span::dates:
+        return DayText::range(firstText, LedgerDay::format(period.lastDay()), locale);
+    }
+    return {};
+}
+
+QString spanLabel(Span span, std::string_view locale)
+{
+    return qString(PeriodWords::table().text(spanKey(span), locale));
+}
+
+QString thisPeriodLabel(Span span, std::string_view locale)
+{
+    return qString(PeriodWords::table().text("this." + std::string{spanKey(span)}, locale));
+}
+
+QString entriesPerLabel(Span span, std::string_view locale)
+{
+    return qString(PeriodWords::table().text("count." + std::string{spanKey(span)}, locale));
+}

@@ -1,0 +1,25 @@
+#include "LedgerUI/Presentation/Workspace/RoleText.h"
+
+#include "LedgerCore/Domain/Text/WordTable.h"
+#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+
+namespace {
+
+const WordTable& roles()
+{
+    static const WordTable words{
+        {"owner", "所有者", "Pemilik", "Chủ sở hữu", "Owner"},
+        {"admin", "管理员", "Admin", "Quản trị viên", "Administrator"},
+        {"finance", "财务", "Keuangan", "Tài chính", "Finance"},
+        {"partner", "合伙人", "Mitra", "Đối tác", "Partner"},
+        {"employee", "员工", "Karyawan", "Nhân viên", "Employee"},
+    };
+    return words;
+}
+
+}
+
+QString roleText(std::string_view role)
+{
+    return word(roles(), role);
+}
