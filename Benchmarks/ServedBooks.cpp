@@ -9,9 +9,11 @@
 #include "Benchmarks/BookGenerator.h"
 #include "LedgerService/Commands/CompanyFounding.h"
 #include "LedgerService/Identity/Password.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+
+using namespace LedgerService;
 
 namespace {
 

@@ -21,11 +21,13 @@
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Random.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/HttpClient.h"
 #include "LedgerService/testing/ServiceProcess.h"
+
+using namespace LedgerService;
 
 namespace {
 

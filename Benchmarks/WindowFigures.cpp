@@ -28,6 +28,8 @@
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
 
+using namespace LedgerService;
+
 namespace {
 
 struct Options {

@@ -12,6 +12,8 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
+namespace LedgerCLI {
+
 namespace {
 
 using Lines = std::vector<DividendLine>;
@@ -92,4 +94,6 @@ CommandResult AllocateCommand::run(const LedgerSnapshot& snapshot, Request reque
         break;
     }
     return CommandAnswer{text(*lines, request.currency, style.locale)};
+}
+
 }

@@ -8,6 +8,8 @@
 
 struct LedgerSnapshot;
 
+namespace LedgerCLI {
+
 namespace AllocateCommand {
 
 struct Request {
@@ -18,5 +20,7 @@ struct Request {
 
 /// How a dividend would be split among the participants.
 CommandResult run(const LedgerSnapshot& snapshot, Request request, const OutputStyle& style);
+
+}
 
 }

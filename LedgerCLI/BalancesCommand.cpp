@@ -7,6 +7,8 @@
 #include "LedgerCore/Domain/Csv/CsvDocument.h"
 #include "LedgerCore/Domain/Money/Money.h"
 
+namespace LedgerCLI {
+
 namespace {
 
 struct Balance {
@@ -65,4 +67,6 @@ CommandAnswer BalancesCommand::run(const Source& source, const OutputStyle& styl
         break;
     }
     return {text(balances, style.locale)};
+}
+
 }

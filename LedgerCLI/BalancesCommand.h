@@ -6,6 +6,8 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/PartialSnapshot.h"
 
+namespace LedgerCLI {
+
 namespace BalancesCommand {
 
 /// Accounts say themselves what they hold.
@@ -13,5 +15,7 @@ using Source = PartialSnapshot<Json::Unread<std::vector<LedgerTransaction>>>;
 
 /// What each account holds in each of its currencies, in snapshot order.
 CommandAnswer run(const Source& source, const OutputStyle& style);
+
+}
 
 }

@@ -14,6 +14,8 @@
 #include "LedgerCLI/CommandWords.h"
 #include "LedgerCore/Domain/Csv/CsvDocument.h"
 
+namespace LedgerCLI {
+
 namespace {
 
 constexpr std::string_view standardStream = "-";
@@ -129,4 +131,6 @@ CommandResult BookFiles::write(const std::string& path, std::string content, std
     if (!put(path, content))
         return std::unexpected(CommandFailure{ExitCode::file, std::string{CommandWords::text("unwritable", locale)}});
     return CommandAnswer{CommandWords::filled("written", locale, {path}) + "\n"};
+}
+
 }

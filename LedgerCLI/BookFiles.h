@@ -8,6 +8,8 @@
 #include "LedgerCLI/CommandAnswer.h"
 #include "LedgerCore/Domain/Json/Json.h"
 
+namespace LedgerCLI {
+
 /// What the program reads and writes. "-" stands for standard input or output.
 namespace BookFiles {
 
@@ -37,5 +39,7 @@ std::expected<const Books*, CommandFailure> readSnapshot(const std::string& path
 
 /// Writes `content` to the file, whole or not at all, and says so; for "-" the content is the answer.
 CommandResult write(const std::string& path, std::string content, std::string_view locale);
+
+}
 
 }

@@ -3,6 +3,8 @@
 #include <expected>
 #include <string>
 
+namespace LedgerCLI {
+
 /// How the program ends; documented in its help and stable.
 enum class ExitCode {
     done = 0,
@@ -33,3 +35,5 @@ struct OutputStyle {
     std::string locale;
     OutputFormat format = OutputFormat::text;
 };
+
+}

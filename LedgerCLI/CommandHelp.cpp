@@ -6,6 +6,8 @@
 #include <CLI/CLI.hpp>
 #include <fmt/ranges.h>
 
+namespace LedgerCLI {
+
 namespace {
 
 constexpr std::string_view exitCodes = R"(Exit codes:
@@ -66,4 +68,6 @@ std::string CommandHelp::complaint(const CLI::App* program, const CLI::Error& er
     if (const auto extras = program->remaining(true); !extras.empty())
         text += fmt::format("tallyfold-cli: not expected: {}\n", fmt::join(extras, " "));
     return text + "Add --help to see what is expected.\n";
+}
+
 }

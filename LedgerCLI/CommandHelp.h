@@ -8,6 +8,8 @@ class App;
 class Error;
 }
 
+namespace LedgerCLI {
+
 /// What the program says about its own command line, in English.
 namespace CommandHelp {
 
@@ -19,5 +21,7 @@ std::string footer(std::string_view command);
 
 /// What is wrong with the arguments, and everything among them that no option takes.
 std::string complaint(const CLI::App* program, const CLI::Error& error);
+
+}
 
 }

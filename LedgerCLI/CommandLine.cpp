@@ -25,6 +25,8 @@
 #include "LedgerCore/Domain/Reports/ReportSource.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 
+namespace LedgerCLI {
+
 namespace {
 
 const std::vector<std::string> entryKinds{"income",   "expense", "transfer", "exchange", "refund",
@@ -291,4 +293,6 @@ private:
 int CommandLine::run(int argumentCount, const char* const* arguments)
 {
     return Program{}.run(argumentCount, arguments);
+}
+
 }

@@ -2,6 +2,8 @@
 
 #include "LedgerCore/Domain/Text/WordTable.h"
 
+namespace LedgerCLI {
+
 namespace {
 
 const WordTable& table()
@@ -81,4 +83,6 @@ std::string CommandWords::filled(std::string_view key, std::string_view locale,
                                  std::initializer_list<std::string_view> arguments)
 {
     return table().filled(key, locale, arguments);
+}
+
 }

@@ -7,6 +7,8 @@
 #include "LedgerCore/Domain/Exports/DividendCSV.h"
 #include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
 
+namespace LedgerCLI {
+
 namespace {
 
 CommandResult refusal(std::string_view key, std::string_view locale)
@@ -50,4 +52,6 @@ CommandResult ExportCommand::dividends(const LedgerSnapshot& snapshot, const Tar
     if (!snapshot.dividends)
         return refusal("noDividends", locale);
     return write(target, DividendCSV::fileName(target.today), DividendCSV::render(*snapshot.dividends, locale), locale);
+}
+
 }

@@ -3,6 +3,8 @@
 #include "LedgerCLI/CommandAnswer.h"
 #include "LedgerCore/Domain/Exports/LedgerExportSelection.h"
 
+namespace LedgerCLI {
+
 /// The files that the window's exports write, byte for byte.
 namespace ExportCommand {
 
@@ -17,5 +19,7 @@ CommandResult ledger(const LedgerSnapshot& snapshot, LedgerExportScope scope, co
                      std::string_view locale);
 CommandResult capital(const LedgerSnapshot& snapshot, const Target& target, std::string_view locale);
 CommandResult dividends(const LedgerSnapshot& snapshot, const Target& target, std::string_view locale);
+
+}
 
 }

@@ -9,6 +9,8 @@
 #include "LedgerCore/Domain/Imports/LedgerImportWords.h"
 #include "LedgerCore/Domain/Json/Json.h"
 
+namespace LedgerCLI {
+
 namespace {
 
 std::string csv(const LedgerImportPlan& plan, std::string_view locale)
@@ -59,4 +61,6 @@ CommandResult ImportPlanCommand::run(std::string_view file, const LedgerSnapshot
         break;
     }
     return CommandAnswer{text(plan, style.locale), code};
+}
+
 }

@@ -13,6 +13,8 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Reports/ReportBook.h"
 
+namespace LedgerCLI {
+
 namespace {
 
 struct CategoryFigure {
@@ -173,4 +175,6 @@ CommandResult ReportCommand::run(const ReportSource& source, const Request& requ
         break;
     }
     return CommandAnswer{text(periods, request.currency, style.locale)};
+}
+
 }

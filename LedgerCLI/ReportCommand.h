@@ -7,6 +7,8 @@
 #include "LedgerCore/Domain/Calendar/Period.h"
 #include "LedgerCore/Domain/Reports/ReportSource.h"
 
+namespace LedgerCLI {
+
 namespace ReportCommand {
 
 struct Request {
@@ -19,5 +21,7 @@ struct Request {
 
 /// Opening, income and expense by category, every other movement, and closing, a period at a time.
 CommandResult run(const ReportSource& source, const Request& request, const OutputStyle& style);
+
+}
 
 }

@@ -6,6 +6,8 @@
 #include <unicode/uchar.h>
 #include <unicode/utf8.h>
 
+namespace LedgerCLI {
+
 namespace {
 
 std::size_t widthOf(UChar32 letter)
@@ -103,4 +105,6 @@ std::string TextTable::text() const
         text += line + "\n";
     }
     return text;
+}
+
 }

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+namespace LedgerCLI {
+
 /// Rows of text set in columns for a terminal, with wide and combining letters taken into account.
 class TextTable {
 public:
@@ -32,3 +34,5 @@ private:
     std::vector<Column> m_columns;
     std::vector<std::vector<std::string>> m_rows;
 };
+
+}

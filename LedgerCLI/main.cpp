@@ -2,5 +2,5 @@
 
 int main(int argumentCount, char** arguments)
 {
-    return CommandLine::run(argumentCount, arguments);
+    return LedgerCLI::CommandLine::run(argumentCount, arguments);
 }

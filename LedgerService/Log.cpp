@@ -5,6 +5,8 @@
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
 
+namespace LedgerService {
+
 namespace {
 
 std::shared_ptr<spdlog::logger>& logger()
@@ -53,4 +55,6 @@ void Log::failure(std::string_view pattern, std::string_view words)
 {
     if (const auto& to = logger())
         to->error("{} failed: {}", pattern, words);
+}
+
 }

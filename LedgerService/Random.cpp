@@ -7,6 +7,8 @@
 
 #include "LedgerCore/Domain/Contract.h"
 
+namespace LedgerService {
+
 namespace {
 
 /// 128 bits never meet by chance.
@@ -51,4 +53,6 @@ std::string Random::digest(std::string_view content)
     sodium_bin2hex(hexadecimal.data(), hexadecimal.size(), hash.data(), hash.size());
     hexadecimal.pop_back(); // the terminating zero
     return hexadecimal;
+}
+
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace LedgerService {
+
 /// Secrets, identifiers and digests, all from the cryptographic library.
 namespace Random {
 
@@ -15,5 +17,7 @@ std::string identifier();
 
 /// 256 bits of digest in lower-case hexadecimal.
 std::string digest(std::string_view content);
+
+}
 
 }

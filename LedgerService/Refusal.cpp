@@ -2,6 +2,8 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 
+namespace LedgerService {
+
 namespace {
 
 struct ErrorDetail {
@@ -20,4 +22,6 @@ BOOST_DESCRIBE_STRUCT(ErrorReply, (), (error))
 std::string errorBody(const Refusal& refusal)
 {
     return Json::encode(ErrorReply{{refusal.code, refusal.message}});
+}
+
 }

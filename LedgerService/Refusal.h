@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace LedgerService {
+
 /// Why the service does not do what a request asks: the HTTP status, the code that clients know, and words for the
 /// operator. The words never repeat what a request carried.
 struct Refusal {
@@ -14,3 +16,5 @@ struct Refusal {
 
 /// The JSON body of an error reply: {"error": {"code", "message"}}.
 std::string errorBody(const Refusal& refusal);
+
+}

@@ -3,6 +3,8 @@
 #include <chrono>
 #include <functional>
 
+namespace LedgerService {
+
 class Database;
 
 /// Tells the time; tests set it.
@@ -29,3 +31,5 @@ struct Service {
     Clock clock;
     ServicePolicy policy;
 };
+
+}

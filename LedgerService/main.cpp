@@ -2,5 +2,5 @@
 
 int main(int argumentCount, char** arguments)
 {
-    return CommandLine::run(argumentCount, arguments);
+    return LedgerService::CommandLine::run(argumentCount, arguments);
 }

@@ -20,6 +20,8 @@
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
+namespace LedgerCLI {
+
 namespace {
 
 LedgerSnapshot books()
@@ -417,4 +419,6 @@ TEST(TextTable, CountsTheCellsOfATerminal)
     EXPECT_EQ(TextTable::width("现金"), 4);
     EXPECT_EQ(TextTable::width("đồng"), 4);
     EXPECT_EQ(TextTable::width("e\xCC\x81"), 1);
+}
+
 }

@@ -6,6 +6,8 @@
 
 #include <sys/wait.h>
 
+namespace LedgerCLI {
+
 namespace {
 
 std::string quoted(const std::string& text)
@@ -33,4 +35,6 @@ ProgramRun ProgramRun::of(const std::string& directory, const std::vector<std::s
     const int status = std::system((command + " >out.txt 2>err.txt").c_str());
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(directory + "/out.txt"),
             contentOf(directory + "/err.txt")};
+}
+
 }

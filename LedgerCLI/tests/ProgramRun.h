@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+namespace LedgerCLI {
+
 /// One run of the real program.
 struct ProgramRun {
     int code = -1;
@@ -14,3 +16,5 @@ struct ProgramRun {
     static ProgramRun of(const std::string& directory, const std::vector<std::string>& arguments,
                          const std::string& piped);
 };
+
+}

@@ -11,6 +11,8 @@
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 
+namespace LedgerService {
+
 namespace {
 
 std::vector<LedgerTransaction> visibleEntries(Connection& connection, std::string_view companyID,
@@ -70,4 +72,6 @@ std::optional<LedgerSnapshot> SnapshotReader::read(Connection& connection, std::
     snapshot.financialSettings = CompanyRepository::settings(connection, companyID);
     addAttachments(snapshot, AttachmentRepository::all(connection, companyID));
     return snapshot;
+}
+
 }

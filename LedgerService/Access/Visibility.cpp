@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace LedgerService {
+
 std::vector<Member> Visibility::members(std::vector<Member> all, const Member& reader)
 {
     if (reader.managesCompany())
@@ -23,4 +25,6 @@ std::vector<Account> Visibility::accounts(std::vector<Account> all, const Member
 {
     std::erase_if(all, [&](const Account& account) { return !reader.can("view", account.id); });
     return all;
+}
+
 }

@@ -5,6 +5,8 @@
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
+namespace LedgerService {
+
 /// What of a company a member gets to see.
 namespace Visibility {
 
@@ -12,5 +14,7 @@ namespace Visibility {
 std::vector<Member> members(std::vector<Member> all, const Member& reader);
 
 std::vector<Account> accounts(std::vector<Account> all, const Member& reader);
+
+}
 
 }

@@ -6,6 +6,8 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/Books/BookRefusal.h"
 
+namespace LedgerService {
+
 namespace {
 
 const Account& accountOf(const LedgerLeg& leg, std::span<const Account* const> accounts)
@@ -47,4 +49,6 @@ std::expected<std::vector<BalanceAfter>, Refusal> balancesAfter(std::span<const 
             return std::unexpected(BookRefusal::balanceLimit());
     }
     return balances;
+}
+
 }

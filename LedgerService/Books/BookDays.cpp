@@ -4,6 +4,8 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Books/BookRefusal.h"
 
+namespace LedgerService {
+
 std::chrono::sys_days BookDays::parsed(std::string_view day)
 {
     const auto known = LedgerDay::parse(day);
@@ -30,4 +32,6 @@ std::optional<Refusal> BookDays::whyNot(std::string_view day, std::string_view t
     if (first && day < *first)
         return BookRefusal::beforeStartDate();
     return std::nullopt;
+}
+
 }

@@ -8,6 +8,8 @@
 #include "LedgerCore/Domain/Records/FinancialSettings.h"
 #include "LedgerService/Refusal.h"
 
+namespace LedgerService {
+
 /// The days on which entries can be booked. All days are "YYYY-MM-DD".
 namespace BookDays {
 
@@ -24,5 +26,7 @@ std::optional<std::string> start(const std::optional<FinancialSettings>& setting
 /// its tomorrow is allowed.
 std::optional<Refusal> whyNot(std::string_view day, std::string_view today,
                               const std::optional<FinancialSettings>& settings);
+
+}
 
 }

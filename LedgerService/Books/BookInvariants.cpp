@@ -12,6 +12,8 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Money/Money.h"
 
+namespace LedgerService {
+
 namespace {
 
 template <class Row>
@@ -252,4 +254,6 @@ private:
 std::vector<std::string> BookInvariants::broken(const Books& books)
 {
     return Audit{books}.run();
+}
+
 }

@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace LedgerService {
+
 namespace {
 
 Refusal malformed(std::string code, std::string words)
@@ -130,4 +132,6 @@ Refusal BookRefusal::capitalCorrectionRequired()
 Refusal BookRefusal::dividendCorrectionRequired()
 {
     return conflict("dividend_correction_required", "A dividend is corrected among the dividend records.");
+}
+
 }

@@ -4,6 +4,8 @@
 
 #include "LedgerService/Refusal.h"
 
+namespace LedgerService {
+
 /// Every answer by which the books refuse a command, with its status and the code that clients know.
 namespace BookRefusal {
 
@@ -29,5 +31,7 @@ Refusal balanceLimit();
 Refusal alreadyReversed();
 Refusal capitalCorrectionRequired();
 Refusal dividendCorrectionRequired();
+
+}
 
 }

@@ -7,6 +7,8 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/Books/EntryShape.h"
 
+namespace LedgerService {
+
 namespace {
 
 auto byID(auto& rows, std::string_view id)
@@ -168,4 +170,6 @@ void Books::apply(const EntryChange& change)
     if (change.entry.reversalOf)
         byID(entries, *change.entry.reversalOf)->reversedBy = change.entry.id;
     entries.push_back(change.entry);
+}
+
 }

@@ -16,6 +16,8 @@
 #include "LedgerService/Books/PostingContext.h"
 #include "LedgerService/Books/ReversalContext.h"
 
+namespace LedgerService {
+
 /// Who does something to the books, and when.
 struct BookAct {
     std::string entryID; // for the entry to append
@@ -49,3 +51,5 @@ struct Books {
 
     void apply(const EntryChange& change);
 };
+
+}

@@ -6,6 +6,8 @@
 
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 
+namespace LedgerService {
+
 /// What an account holds in one currency once a change is applied.
 struct BalanceAfter {
     std::string accountID;
@@ -24,3 +26,5 @@ struct EntryChange {
 
     bool operator==(const EntryChange&) const = default;
 };
+
+}

@@ -12,6 +12,8 @@
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Books/PostingContext.h"
 
+namespace LedgerService {
+
 namespace {
 
 using EntryShape::given;
@@ -116,4 +118,6 @@ std::optional<Refusal> EntryShape::whyNot(const Reversal& command)
     if (!isSound(command.reason, maximumNoteLength))
         return invalid("The reason is too long or no text.");
     return std::nullopt;
+}
+
 }

@@ -8,6 +8,8 @@
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Refusal.h"
 
+namespace LedgerService {
+
 /// What a command must look like by itself, before any row is read.
 namespace EntryShape {
 
@@ -24,5 +26,7 @@ inline std::string_view given(const std::optional<std::string>& text)
 
 std::optional<Refusal> whyNot(const TransactionInput& input);
 std::optional<Refusal> whyNot(const Reversal& command);
+
+}
 
 }

@@ -11,6 +11,8 @@
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Books/EntryShape.h"
 
+namespace LedgerService {
+
 namespace {
 
 using EntryShape::given;
@@ -272,4 +274,6 @@ std::expected<EntryChange, Refusal> decide(const TransactionInput& input, const 
         return std::unexpected(std::move(balances.error()));
     change.balances = *std::move(balances);
     return change;
+}
+
 }

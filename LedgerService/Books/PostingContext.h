@@ -16,6 +16,8 @@
 #include "LedgerService/Books/EntryChange.h"
 #include "LedgerService/Refusal.h"
 
+namespace LedgerService {
+
 /// The income that a refund names.
 struct RefundOriginal {
     LedgerTransaction entry;
@@ -59,3 +61,5 @@ std::string_view refundReference(const TransactionInput& input);
 ///  7. receipts are free to be linked ("attachment_linked");
 ///  8. the balances stay possible ("insufficient_funds", "balance_limit").
 std::expected<EntryChange, Refusal> decide(const TransactionInput& input, const PostingContext& context);
+
+}

@@ -8,6 +8,8 @@
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Books/EntryShape.h"
 
+namespace LedgerService {
+
 namespace {
 
 using Answer = std::optional<Refusal>;
@@ -97,4 +99,6 @@ std::expected<EntryChange, Refusal> decide(const Reversal& command, const Revers
     if (!balances)
         return std::unexpected(std::move(balances.error()));
     return EntryChange{std::move(entry), *std::move(balances)};
+}
+
 }

@@ -13,6 +13,8 @@
 #include "LedgerService/Books/EntryChange.h"
 #include "LedgerService/Refusal.h"
 
+namespace LedgerService {
+
 /// The rows that reversing one entry looks at, found within the member's company.
 struct ReversalContext {
     std::string entryID; // for the reversal to append
@@ -37,3 +39,5 @@ struct ReversalContext {
 ///     "financial_before_start_date");
 ///  9. the balances stay possible ("insufficient_funds", "balance_limit").
 std::expected<EntryChange, Refusal> decide(const Reversal& command, const ReversalContext& context);
+
+}

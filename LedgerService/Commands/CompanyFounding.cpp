@@ -10,6 +10,8 @@
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 #include "LedgerService/Storage/Rows/UserRepository.h"
 
+namespace LedgerService {
+
 namespace {
 
 void writeMembers(Connection& connection, const CompanyFounding& founding)
@@ -60,4 +62,6 @@ void CompanyFounding::write(Connection& connection) const
         CategoryRepository::insert(connection, company.id, category);
     for (const auto& entry : books.entries)
         writeEntry(connection, *this, entry);
+}
+
 }

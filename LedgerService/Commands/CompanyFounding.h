@@ -6,6 +6,8 @@
 #include "LedgerCore/Domain/Records/Company.h"
 #include "LedgerService/Books/Books.h"
 
+namespace LedgerService {
+
 class Connection;
 
 /// A new company with all that it starts with. Its members are people new to the service.
@@ -18,3 +20,5 @@ struct CompanyFounding {
     /// Writes it all; expects a writing transaction. Throws when an address or id is taken.
     void write(Connection& connection) const;
 };
+
+}

@@ -11,6 +11,8 @@
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 
+namespace LedgerService {
+
 namespace {
 
 using EntryCommands::Act;
@@ -121,4 +123,6 @@ std::expected<LedgerTransaction, Refusal> EntryCommands::reverse(const Act& act,
                                                                  const Reversal& command)
 {
     return apply(act, decide(command, contextOf(act, originalID)));
+}
+
 }

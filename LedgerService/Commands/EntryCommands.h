@@ -9,6 +9,8 @@
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Refusal.h"
 
+namespace LedgerService {
+
 class Connection;
 
 /// Recording entries: reads just the rows that a command names, has the books decide and writes what they decided.
@@ -26,5 +28,7 @@ struct Act {
 std::expected<LedgerTransaction, Refusal> post(const Act& act, const TransactionInput& input);
 
 std::expected<LedgerTransaction, Refusal> reverse(const Act& act, std::string_view originalID, const Reversal& command);
+
+}
 
 }

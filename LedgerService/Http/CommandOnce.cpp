@@ -4,6 +4,8 @@
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/CommandRepository.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr std::size_t maximumKeyBytes = 200;
@@ -26,4 +28,6 @@ CommandOnce::outcome(const MemberCall& call, std::string_view key, std::string_v
     if (outcome)
         CommandRepository::insert(call.connection, call.owner(), key, {std::move(fingerprint), *outcome}, call.now);
     return outcome;
+}
+
 }

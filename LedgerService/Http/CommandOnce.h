@@ -7,6 +7,8 @@
 
 #include "LedgerService/Http/Route.h"
 
+namespace LedgerService {
+
 /// Commands that create records are carried out at most once per member and idempotency key.
 namespace CommandOnce {
 
@@ -15,5 +17,7 @@ namespace CommandOnce {
 /// command's name and its decoded fields, so that the same command in other JSON is still the same.
 std::expected<std::string, Refusal> outcome(const MemberCall& call, std::string_view key, std::string_view content,
                                             const std::function<std::expected<std::string, Refusal>()>& carryOut);
+
+}
 
 }

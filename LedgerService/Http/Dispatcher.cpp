@@ -7,10 +7,12 @@
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Log.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+
+namespace LedgerService {
 
 namespace {
 
@@ -98,4 +100,6 @@ Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const
     body += Json::encode(*snapshot);
     body += '}';
     return {.status = 200, .body = std::move(body), .allow = {}};
+}
+
 }

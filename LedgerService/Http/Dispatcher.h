@@ -6,6 +6,8 @@
 #include "LedgerService/Service.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
+namespace LedgerService {
+
 /// Answers requests: opens the one transaction, finds the member behind the token, calls the route and turns whatever
 /// comes of it into a reply. Called by many threads at once.
 class Dispatcher {
@@ -24,3 +26,5 @@ private:
 
     Service m_service;
 };
+
+}

@@ -11,6 +11,8 @@
 
 #include "LedgerService/Log.h"
 
+namespace LedgerService {
+
 namespace {
 
 namespace asio = boost::asio;
@@ -240,4 +242,6 @@ Request HttpConnection::requestOf(Parser& parser) const
     }
     request.body = std::move(message.body());
     return request;
+}
+
 }

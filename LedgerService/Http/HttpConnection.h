@@ -14,6 +14,8 @@
 #include "LedgerService/Http/Dispatcher.h"
 #include "LedgerService/Http/Server.h"
 
+namespace LedgerService {
+
 /// What all connections of a server share.
 struct HttpShared {
     const Dispatcher& dispatcher;
@@ -58,3 +60,5 @@ private:
     bool m_idle = true;
     bool m_headAsked = false; // the request under way is answered without a body
 };
+
+}

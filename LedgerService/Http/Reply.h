@@ -9,6 +9,8 @@
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Storage/Rows/SessionRepository.h"
 
+namespace LedgerService {
+
 /// A finished answer.
 struct Reply {
     int status = 200;
@@ -26,3 +28,5 @@ struct SnapshotReply {
 using Outcome = std::expected<std::variant<Reply, SnapshotReply>, Refusal>;
 
 Reply replyOf(const Refusal& refusal);
+
+}

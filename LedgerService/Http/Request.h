@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace LedgerService {
+
 /// One request as the routes see it: whole, within its limits, not yet trusted.
 struct Request {
     std::string method;
@@ -11,3 +13,5 @@ struct Request {
     std::string body;
     bool fromWebPage = false; // a browser's script sent it, with an Origin header
 };
+
+}

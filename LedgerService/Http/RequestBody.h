@@ -6,6 +6,8 @@
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Refusal.h"
 
+namespace LedgerService {
+
 namespace RequestBody {
 
 /// The record that the body holds, or the refusal of a body that does not hold one.
@@ -16,6 +18,8 @@ std::expected<Record, Refusal> decode(const Request& request)
     if (!record)
         return std::unexpected(Refusal{400, "validation_error", "The body is not the record that is expected here."});
     return *std::move(record);
+}
+
 }
 
 }

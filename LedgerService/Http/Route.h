@@ -11,6 +11,8 @@
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Service.h"
 
+namespace LedgerService {
+
 class Connection;
 
 /// What a route without a token works with; it opens its own transactions.
@@ -57,3 +59,5 @@ struct Route {
     std::variant<OpenHandler, Reading, Writing> answer;
     std::size_t maximumBody = ordinaryBodyBytes;
 };
+
+}

@@ -2,6 +2,8 @@
 
 #include <optional>
 
+namespace LedgerService {
+
 namespace {
 
 /// Takes the text up to the next slash off the front.
@@ -47,4 +49,6 @@ RouteMatch RouteTable::match(std::string_view method, std::string_view path) con
         match.allow += route.method == "GET" ? ", HEAD" : "";
     }
     return match;
+}
+
 }

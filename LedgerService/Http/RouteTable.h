@@ -7,6 +7,8 @@
 
 #include "LedgerService/Http/Route.h"
 
+namespace LedgerService {
+
 /// Where a request leads.
 struct RouteMatch {
     const Route* route = nullptr;        // null when the path or its method is unknown
@@ -24,3 +26,5 @@ public:
 private:
     std::span<const Route> m_routes;
 };
+
+}

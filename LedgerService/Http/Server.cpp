@@ -16,7 +16,9 @@
 
 #include "LedgerService/Http/HttpConnection.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
-#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Database.h"
+
+namespace LedgerService {
 
 namespace {
 
@@ -171,4 +173,6 @@ void Server::stop()
     }
     m_state->connections.clear();
     m_state->database.reset();
+}
+
 }

@@ -9,6 +9,8 @@
 
 #include "LedgerService/Service.h"
 
+namespace LedgerService {
+
 /// What connections may take.
 struct HttpLimits {
     std::uint32_t headerBytes = 16 * 1024;
@@ -49,3 +51,5 @@ private:
 
     std::unique_ptr<State> m_state;
 };
+
+}

@@ -3,6 +3,8 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Storage/Rows/AttemptRepository.h"
 
+namespace LedgerService {
+
 std::optional<Refusal> AttemptLimit::whyNotNow(Connection& connection, std::string_view scope, int limit,
                                                const Service& service)
 {
@@ -14,4 +16,6 @@ std::optional<Refusal> AttemptLimit::whyNotNow(Connection& connection, std::stri
     if (count <= limit)
         return std::nullopt;
     return Refusal{429, "rate_limited", "Too many attempts; try again later."};
+}
+
 }

@@ -5,6 +5,8 @@
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 
+namespace LedgerService {
+
 std::expected<SignedInMember, Refusal> Authentication::signedInMember(Connection& connection, std::string_view token,
                                                                       std::string_view now, const ServicePolicy& policy)
 {
@@ -47,4 +49,6 @@ std::optional<Refusal> Authentication::whyNotOpen(const std::optional<std::strin
 Refusal Authentication::unauthorized()
 {
     return {401, "unauthorized", "The token or the sign-in details are not valid."};
+}
+
 }

@@ -9,6 +9,8 @@
 #include "LedgerService/Service.h"
 #include "LedgerService/Storage/Rows/SessionRepository.h"
 
+namespace LedgerService {
+
 class Connection;
 
 /// The member behind a token, with the rights of this moment.
@@ -36,5 +38,7 @@ IssuedSession issue(Connection& connection, const SessionOwner& owner, const Ser
 std::optional<Refusal> whyNotOpen(const std::optional<std::string>& approvalStatus);
 
 Refusal unauthorized();
+
+}
 
 }

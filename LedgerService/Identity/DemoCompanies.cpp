@@ -8,11 +8,13 @@
 #include "LedgerService/Books/Demonstration/DemoCompany.h"
 #include "LedgerService/Commands/CompanyFounding.h"
 #include "LedgerService/Identity/Password.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+
+namespace LedgerService {
 
 namespace {
 
@@ -60,4 +62,6 @@ void DemoCompanies::ensureForEmail(const Service& service, std::string_view emai
         if (address.ends_with(DemoIdentity::emailEnding(locale)))
             ensure(service, locale);
     }
+}
+
 }

@@ -3,10 +3,12 @@
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/DemoCompanies.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+
+namespace LedgerService {
 
 namespace {
 
@@ -44,4 +46,6 @@ std::expected<IssuedSession, Refusal> DemoSignIn::as(const Service& service, std
     auto session = Authentication::issue(*loan, {companyID, *memberID}, service);
     transaction.commit();
     return session;
+}
+
 }

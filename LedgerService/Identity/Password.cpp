@@ -8,6 +8,8 @@
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Random.h"
 
+namespace LedgerService {
+
 bool Password::isAcceptable(std::string_view password)
 {
     return password.size() <= maximumBytes && TextFold::isValidUtf8(password) &&
@@ -34,4 +36,6 @@ void Password::pretendToMatch(std::string_view password)
 {
     static const auto nobodys = hash(Random::identifier());
     static_cast<void>(matches(password, nobodys));
+}
+
 }

@@ -9,12 +9,14 @@
 #include "LedgerService/Identity/DemoCompanies.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Random.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/AttemptRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 #include "LedgerService/Storage/Rows/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+
+namespace LedgerService {
 
 namespace {
 
@@ -98,4 +100,6 @@ std::expected<IssuedSession, Refusal> SignIn::withPassword(const Service& servic
     AttemptRepository::forget(*loan, emailScope(email));
     transaction.commit();
     return session;
+}
+
 }

@@ -8,6 +8,8 @@
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 
+namespace LedgerService {
+
 /// Signing in with an address and a password.
 namespace SignIn {
 
@@ -15,5 +17,7 @@ namespace SignIn {
 /// `remote` is the client's network address, for limits only.
 std::expected<IssuedSession, Refusal> withPassword(const Service& service, std::string_view email,
                                                    std::string_view password, std::string_view remote);
+
+}
 
 }

@@ -2,10 +2,12 @@
 
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Identity/Token.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+
+namespace LedgerService {
 
 std::optional<Refusal> SignOut::end(const Service& service, std::string_view token, std::string_view now)
 {
@@ -18,4 +20,6 @@ std::optional<Refusal> SignOut::end(const Service& service, std::string_view tok
     SessionRepository::revoke(*loan, hash, now);
     transaction.commit();
     return std::nullopt;
+}
+
 }

@@ -2,6 +2,8 @@
 
 #include "LedgerService/Random.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr std::size_t tokenBytes = 32;
@@ -16,4 +18,6 @@ std::string Token::issue()
 std::string Token::hash(std::string_view token)
 {
     return Random::digest(token);
+}
+
 }

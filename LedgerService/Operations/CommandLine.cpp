@@ -9,8 +9,10 @@
 #include "LedgerService/Operations/CreateCompany.h"
 #include "LedgerService/Operations/Serve.h"
 #include "LedgerService/Operations/Verify.h"
-#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+
+namespace LedgerService {
 
 namespace {
 
@@ -127,4 +129,6 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
     } catch (const std::exception& failure) {
         return fail(DatabaseFailure::words(failure));
     }
+}
+
 }

@@ -19,6 +19,8 @@
 #include "LedgerService/Storage/Rows/UserRepository.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr std::size_t maximumNameLength = 120; // code points
@@ -146,4 +148,6 @@ std::expected<std::string, std::string> CreateCompany::readPassword()
     if (ask("Once more: ") != password)
         return std::unexpected("the two passwords differ");
     return password;
+}
+
 }

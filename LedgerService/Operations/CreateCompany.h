@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace LedgerService {
+
 class Connection;
 
 /// Founding a company with its owner, as an operator does it for the first one.
@@ -23,5 +25,7 @@ std::expected<std::string, std::string> carryOut(Connection& connection, const O
 
 /// Asks for the password twice on a terminal, or takes one line of standard input otherwise.
 std::expected<std::string, std::string> readPassword();
+
+}
 
 }

@@ -12,6 +12,8 @@
 #include "LedgerService/Http/Server.h"
 #include "LedgerService/Log.h"
 
+namespace LedgerService {
+
 namespace {
 
 int fail(const std::string& words)
@@ -101,4 +103,6 @@ int Serve::run(const Options& options)
     Log::note("stopping");
     (*server)->stop();
     return 0;
+}
+
 }

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+namespace LedgerService {
+
 /// Running the service until it is told to end.
 namespace Serve {
 
@@ -29,5 +31,7 @@ std::optional<Endpoint> parseEndpoint(const std::string& text);
 
 /// Serves until SIGTERM or SIGINT, then ends cleanly; the exit code.
 int run(const Options& options);
+
+}
 
 }

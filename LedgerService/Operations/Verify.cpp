@@ -14,6 +14,8 @@
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
+namespace LedgerService {
+
 namespace {
 
 void addAttachments(Books& books, std::vector<StoredAttachment> stored)
@@ -56,4 +58,6 @@ Verify::Report Verify::run(Connection& connection)
             report.problems.push_back(fmt::format("company {}: {}", companyID, problem));
     }
     return report;
+}
+
 }

@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+namespace LedgerService {
+
 class Connection;
 
 /// Checking all books of a database.
@@ -16,5 +18,7 @@ struct Report {
 
 /// Recomputes every balance from the legs and tests all that holds in sound books, as one state of the database.
 Report run(Connection& connection);
+
+}
 
 }

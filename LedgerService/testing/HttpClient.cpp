@@ -13,6 +13,8 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 
+namespace LedgerService {
+
 namespace {
 
 namespace asio = boost::asio;
@@ -107,4 +109,6 @@ bool HttpClient::isClosedByService()
     boost::system::error_code failure;
     m_socket->socket.read_some(asio::buffer(&byte, 1), failure);
     return failure == asio::error::eof || failure == asio::error::connection_reset;
+}
+
 }

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace LedgerService {
+
 /// What the service answered.
 struct HttpAnswer {
     int status = 0; // 0 when the connection ended without an answer
@@ -44,3 +46,5 @@ private:
     bool m_headAsked = false; // by what was written last
     std::unique_ptr<Socket> m_socket;
 };
+
+}

@@ -8,6 +8,8 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/testing/SampleBooks.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr std::array accountIDs{"bank", "branch", "float", "refunds", "vault", "closed", "hidden", "nowhere"};
@@ -68,4 +70,6 @@ TransactionInput RandomCommands::inputFor(const Books& company)
     if (once(3))
         input.externalReference = fmt::format("R-{}", below(3));
     return input;
+}
+
 }

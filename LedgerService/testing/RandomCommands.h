@@ -6,6 +6,8 @@
 
 #include "LedgerService/Books/Books.h"
 
+namespace LedgerService {
+
 /// Commands on the company of `SampleBooks`, sound and unsound, always the same for the same seed.
 class RandomCommands {
 public:
@@ -37,3 +39,5 @@ private:
 
     std::mt19937 m_engine;
 };
+
+}

@@ -2,6 +2,8 @@
 
 #include "LedgerCore/Domain/Contract.h"
 
+namespace LedgerService {
+
 namespace {
 
 Member member(std::string id, std::string role, std::vector<AccountGrant> grants,
@@ -180,4 +182,6 @@ TransactionInput SampleBooks::opening(std::int64_t amountMinor)
 Reversal SampleBooks::reversal()
 {
     return {"Typed twice", "key", "2026-03-10"};
+}
+
 }

@@ -6,6 +6,8 @@
 
 #include "LedgerService/Books/Books.h"
 
+namespace LedgerService {
+
 /// A small company for tests of the books, opened on 2026-01-01 and acted on from 2026-03-10.
 ///
 /// Members: "mira" keeps the company accounts and the refund account, "rudi" operates the float, "guest" sees the whole
@@ -36,5 +38,7 @@ TransactionInput refund(std::int64_t amountMinor = 10'000);
 TransactionInput opening(std::int64_t amountMinor = 10'000);
 
 Reversal reversal();
+
+}
 
 }

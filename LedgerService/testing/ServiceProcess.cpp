@@ -12,6 +12,8 @@
 
 #include "LedgerCore/Domain/Contract.h"
 
+namespace LedgerService {
+
 namespace {
 
 [[noreturn]] void become(const std::vector<std::string>& arguments, int output)
@@ -94,4 +96,6 @@ int ServiceProcess::wait()
     waitpid(m_process, &status, 0);
     m_process = -1;
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
 }

@@ -7,6 +7,8 @@
 
 #include <sys/types.h>
 
+namespace LedgerService {
+
 /// The service's program as a child process, listening on a free port of 127.0.0.1.
 class ServiceProcess {
 public:
@@ -35,3 +37,5 @@ private:
     pid_t m_process = -1;
     std::uint16_t m_port = 0;
 };
+
+}

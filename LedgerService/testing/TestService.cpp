@@ -12,11 +12,13 @@
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
+
+namespace LedgerService {
 
 namespace {
 
@@ -113,4 +115,6 @@ std::string TestService::problems() const
     for (const auto& problem : Verify::run(*loan).problems)
         lines += problem + "\n";
     return lines;
+}
+
 }

@@ -12,6 +12,8 @@
 #include "LedgerService/Http/Server.h"
 #include "LedgerService/testing/HttpClient.h"
 
+namespace LedgerService {
+
 class Connection;
 
 /// A folder that is gone with its object.
@@ -68,3 +70,5 @@ private:
 
 /// Writes the company of `SampleBooks` under this id.
 void foundSample(Connection& connection, const std::string& companyID);
+
+}

@@ -11,6 +11,8 @@
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto path = "/v1/transactions";
@@ -147,6 +149,8 @@ TEST(BookRoutes, LinkAReceiptToOneEntryOnly)
     EXPECT_EQ(snapshot.transactions.back().attachmentIDs, std::vector<std::string>{"free"});
     input.idempotencyKey = "again";
     EXPECT_EQ(service.as("mira", "POST", path, Json::encode(input)).code(), "attachment_linked");
+}
+
 }
 
 }

@@ -13,6 +13,8 @@
 #include "LedgerService/Books/Demonstration/DemoPlan.h"
 #include "LedgerService/Books/Demonstration/DemoWords.h"
 
+namespace LedgerService {
+
 namespace {
 
 struct Ending {
@@ -201,6 +203,8 @@ TEST(DemoWords, HoldEveryWordOfThePlan)
         EXPECT_TRUE(names.contains(profile)) << profile;
     for (const auto* key : {"opening", "damaged", "overpaid", "wrongAmount", "wrongAccount", "postedTwice"})
         EXPECT_TRUE(DemoWords::notes().contains(key)) << key;
+}
+
 }
 
 }

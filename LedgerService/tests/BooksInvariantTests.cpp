@@ -13,6 +13,8 @@
 #include "LedgerService/testing/RandomCommands.h"
 #include "LedgerService/testing/SampleBooks.h"
 
+namespace LedgerService {
+
 namespace {
 
 using namespace SampleBooks;
@@ -168,6 +170,8 @@ TEST(Books, StayWholeOnRandomWalks)
                                              "refunds_exist",
                                              "validation_error"};
     EXPECT_EQ(met.refused, everyRefusal);
+}
+
 }
 
 }

@@ -7,6 +7,8 @@
 #include "LedgerService/Books/BookInvariants.h"
 #include "LedgerService/testing/SampleBooks.h"
 
+namespace LedgerService {
+
 namespace {
 
 using namespace SampleBooks;
@@ -303,6 +305,8 @@ TEST(Posting, FreesReferenceAndIncomeOnceTheRefundIsReversed)
     ASSERT_TRUE(company.record(whole, actBy("mira", "first")));
     ASSERT_TRUE(company.reverse("first", reversal(), actBy("mira", "undo")));
     EXPECT_TRUE(company.record(whole, actBy("mira", "second")));
+}
+
 }
 
 }

@@ -6,6 +6,8 @@
 #include "LedgerService/Books/BookInvariants.h"
 #include "LedgerService/testing/SampleBooks.h"
 
+namespace LedgerService {
+
 namespace {
 
 using namespace SampleBooks;
@@ -124,6 +126,8 @@ TEST(Reversal, OfAnIncomeFollowsTheReversalOfItsRefunds)
     mustRecord(company, refund(), "back");
     ASSERT_TRUE(company.reverse("back", reversal(), actBy("mira", "unback")));
     EXPECT_TRUE(company.reverse("sale", reversal(), actBy("mira", "undo")));
+}
+
 }
 
 }

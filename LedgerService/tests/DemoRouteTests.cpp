@@ -10,6 +10,8 @@
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/TestService.h"
 
+namespace LedgerService {
+
 namespace {
 
 struct AuthReply {
@@ -115,4 +117,6 @@ TEST(Demonstration, LetsNobodyInWhoWasDeactivated)
     });
     EXPECT_EQ(enter(service, R"({"profile":"partner"})").code(), "inactive_member");
     EXPECT_EQ(enter(service, R"({"profile":"owner"})").status, 200);
+}
+
 }

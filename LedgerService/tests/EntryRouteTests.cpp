@@ -10,6 +10,8 @@
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto path = "/v1/transactions";
@@ -213,4 +215,6 @@ TEST(EntryRoutes, RecordOneEntryWhenTheSameCommandArrivesManyTimesAtOnce)
     }
     EXPECT_EQ(std::set(answers.begin(), answers.end()).size(), 1u);
     EXPECT_EQ(service.snapshotOf("mira").account("bank")->balance("IDR"), 1'000'001);
+}
+
 }

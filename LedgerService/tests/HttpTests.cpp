@@ -11,6 +11,8 @@
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
+namespace LedgerService {
+
 namespace {
 
 struct Case {
@@ -190,4 +192,6 @@ TEST(Http, KeepsTheAnswersOfRequestsUnderWayWhenItStops)
     service.stop();
     EXPECT_EQ(client.sendRaw("").status, 200);
     EXPECT_TRUE(other.isClosedByService());
+}
+
 }

@@ -11,12 +11,14 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Operations/Serve.h"
 #include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/ServiceProcess.h"
 #include "LedgerService/testing/TestService.h"
+
+namespace LedgerService {
 
 namespace {
 
@@ -215,3 +217,5 @@ INSTANTIATE_TEST_SUITE_P(Texts, Endpoints,
                                          EndpointCase{"PortWithRest", "127.0.0.1:80x", ""},
                                          EndpointCase{"EmptyPort", "127.0.0.1:", ""}),
                          [](const auto& each) { return each.param.name; });
+
+}

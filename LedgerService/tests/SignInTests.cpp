@@ -7,6 +7,8 @@
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/TestService.h"
 
+namespace LedgerService {
+
 namespace {
 
 struct AuthReply {
@@ -156,4 +158,6 @@ TEST(SignIn, EndsSessionsWhenTheirTimeIsOver)
     EXPECT_EQ(client.send("GET", "/v1/snapshot", token).code(), "unauthorized");
     EXPECT_EQ(client.send("GET", "/v1/snapshot", "made-up").code(), "unauthorized");
     EXPECT_EQ(client.send("GET", "/v1/snapshot").code(), "unauthorized");
+}
+
 }

@@ -7,6 +7,8 @@
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
+namespace LedgerService {
+
 namespace {
 
 using Names = std::set<std::string>;
@@ -109,4 +111,6 @@ TEST(SnapshotRoute, NamesReceiptsOnTheirEntryAndUnlinkedOnesToTheirUploaderOnly)
     ASSERT_EQ(service.as("mira", "POST", "/v1/transactions", Json::encode(input)).status, 200);
     EXPECT_EQ(service.snapshotOf("guest").transactions.back().attachmentIDs, std::vector<std::string>{"loose"});
     EXPECT_EQ(service.problems(), "");
+}
+
 }

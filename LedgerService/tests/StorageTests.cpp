@@ -3,15 +3,17 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Database.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
+
+namespace LedgerService {
 
 TEST(Migrations, RefuseADatabaseThatANewerProgramHasWritten)
 {
@@ -151,4 +153,6 @@ TEST(Verify, FindsABalanceThatItsLegsDoNotExplain)
     const auto problems = service.problems();
     EXPECT_NE(problems.find("company sample"), std::string::npos);
     EXPECT_NE(problems.find("bank"), std::string::npos) << problems;
+}
+
 }

@@ -7,7 +7,7 @@
 #include <QTest>
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Root/RootView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "LedgerUI/testing/Settling.h"

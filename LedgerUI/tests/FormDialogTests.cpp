@@ -9,7 +9,7 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Page/Banner.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include <QTest>
 

@@ -12,7 +12,7 @@
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Page/Banner.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Settling.h"

@@ -15,7 +15,7 @@
 #include "LedgerCore/Domain/Settings/TransactionColorOptions.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/SignIn/SignInMode.h"
 #include "LedgerUI/Theme/Icon.h"
 

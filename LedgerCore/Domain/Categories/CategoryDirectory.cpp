@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "LedgerCore/Domain/Records/LocalizedName.h"
+#include "LedgerCore/Domain/Text/LocalizedName.h"
 
 namespace {
 

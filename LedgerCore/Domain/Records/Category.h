@@ -6,7 +6,7 @@
 
 #include <boost/describe.hpp>
 
-#include "LedgerCore/Domain/Records/Company.h"
+#include "LedgerCore/Domain/Text/LocalizedName.h"
 
 /// What income or expense was for. Categories form at most two levels.
 struct Category {

@@ -1,15 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include <boost/describe.hpp>
 
-/// Texts by key: display names by language tag, colour choices by entry kind.
-using TextMap = std::map<std::string, std::string, std::less<>>;
+#include "LedgerCore/Domain/Text/LocalizedName.h"
 
 /// Marks a company that only demonstrates the program.
 struct DemoDescriptor {

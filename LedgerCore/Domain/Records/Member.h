@@ -8,7 +8,7 @@
 
 #include <boost/describe.hpp>
 
-#include "LedgerCore/Domain/Records/Company.h"
+#include "LedgerCore/Domain/Text/LocalizedName.h"
 
 /// What one member may do on one account.
 struct AccountGrant {

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/Company.h"
+#include "LedgerCore/Domain/Text/LocalizedName.h"
 
 /// A constant display name in the four interface languages.
 struct CatalogNames {

@@ -11,6 +11,8 @@
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerService/Books/Demonstration/DemoWords.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr int tradingPartners = 8;
@@ -157,4 +159,6 @@ BookAct DemoBookkeeper::act(std::string_view profile)
     ++m_actsToday;
     return {m_ids.entry(++m_entries), m_ids.member(profile), LedgerDay::format(m_day),
             LedgerDay::stamp(m_day + sinceMidnight)};
+}
+
 }

@@ -10,6 +10,8 @@
 #include "LedgerService/Books/Demonstration/DemoIds.h"
 #include "LedgerService/Books/Demonstration/DemoPlan.h"
 
+namespace LedgerService {
+
 /// Turns the plan into recorded entries: amounts that vary, notes in the language of the demonstration, and the hours
 /// of a working day. The same books and days give the same entries.
 class DemoBookkeeper {
@@ -52,3 +54,5 @@ private:
     int m_documents = 0; // of this month: invoices, orders and the like
     std::mt19937 m_chance{20'240'229};
 };
+
+}

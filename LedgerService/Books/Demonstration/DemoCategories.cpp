@@ -3,6 +3,8 @@
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 
+namespace LedgerService {
+
 namespace {
 
 struct DemoCategory {
@@ -84,4 +86,6 @@ std::vector<Category> DemoCategories::make(const DemoIds& ids)
         made.push_back(std::move(category));
     }
     return made;
+}
+
 }

@@ -9,6 +9,8 @@
 #include "LedgerService/Books/Demonstration/DemoIds.h"
 #include "LedgerService/Books/Demonstration/DemoWords.h"
 
+namespace LedgerService {
+
 namespace {
 
 using Texts = std::vector<std::string>;
@@ -167,4 +169,6 @@ DemoCompany DemoCompany::make(std::string_view locale, std::string_view lastDay)
     made.books.categories = DemoCategories::make(ids);
     DemoHistory::write(made.books, ids, language, lastDay);
     return made;
+}
+
 }

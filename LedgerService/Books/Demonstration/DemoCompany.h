@@ -5,6 +5,8 @@
 #include "LedgerCore/Domain/Records/Company.h"
 #include "LedgerService/Books/Books.h"
 
+namespace LedgerService {
+
 /// A trading company that demonstrates the program, with two years of books. Its members are the five profiles of
 /// `DemoIdentity`, each with its profile as role; the same locale and day always make the same company.
 struct DemoCompany {
@@ -14,3 +16,5 @@ struct DemoCompany {
     /// The company whose books end on `lastDay` ("YYYY-MM-DD"), in the interface language of the locale.
     static DemoCompany make(std::string_view locale, std::string_view lastDay);
 };
+
+}

@@ -13,6 +13,8 @@
 #include "LedgerService/Books/Demonstration/DemoBookkeeper.h"
 #include "LedgerService/Books/Demonstration/DemoPlan.h"
 
+namespace LedgerService {
+
 namespace {
 
 using std::chrono::days;
@@ -194,4 +196,6 @@ std::string DemoHistory::firstDay(std::string_view lastDay)
 void DemoHistory::write(Books& books, const DemoIds& ids, std::string_view locale, std::string_view lastDay)
 {
     Schedule{books, ids, locale, BookDays::parsed(lastDay)}.run();
+}
+
 }

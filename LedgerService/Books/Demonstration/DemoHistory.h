@@ -6,6 +6,8 @@
 #include "LedgerService/Books/Books.h"
 #include "LedgerService/Books/Demonstration/DemoIds.h"
 
+namespace LedgerService {
+
 /// Two years of a trading company's everyday entries.
 namespace DemoHistory {
 
@@ -15,5 +17,7 @@ std::string firstDay(std::string_view lastDay);
 /// Records everything up to `lastDay` in books that hold members, accounts and categories but no entry yet. Each entry
 /// is decided by the rules of the books, on its own day, by the member who would record it.
 void write(Books& books, const DemoIds& ids, std::string_view locale, std::string_view lastDay);
+
+}
 
 }

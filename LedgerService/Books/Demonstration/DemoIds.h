@@ -5,6 +5,8 @@
 
 #include <fmt/core.h>
 
+namespace LedgerService {
+
 /// The identifiers of a demonstration company, readable and the same at every making: "demo-en-account-cash".
 struct DemoIds {
     std::string prefix; // "demo-en"
@@ -21,3 +23,5 @@ private:
         return fmt::format("{}-{}-{}", prefix, kind, key);
     }
 };
+
+}

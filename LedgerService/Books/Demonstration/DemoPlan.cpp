@@ -4,6 +4,8 @@
 
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr std::string_view in = EntryKind::income;
@@ -101,4 +103,6 @@ int DemoPlan::seasonPercentOf(const DemoRoutine& routine, std::chrono::month mon
 std::span<const DemoPlan::Opening> DemoPlan::openings()
 {
     return balances;
+}
+
 }

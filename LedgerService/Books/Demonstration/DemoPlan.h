@@ -5,6 +5,8 @@
 #include <span>
 #include <string_view>
 
+namespace LedgerService {
+
 /// An entry that the demonstration company records again and again. Accounts and people are named by their keys in
 /// `DemoWords::names`, categories by theirs.
 struct DemoRoutine {
@@ -41,5 +43,7 @@ struct Opening {
     std::int64_t amountMinor = 0;
 };
 std::span<const Opening> openings();
+
+}
 
 }

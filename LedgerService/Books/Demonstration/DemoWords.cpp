@@ -1,5 +1,7 @@
 #include "LedgerService/Books/Demonstration/DemoWords.h"
 
+namespace LedgerService {
+
 namespace {
 
 const WordTable allNames{
@@ -135,4 +137,6 @@ const WordTable& DemoWords::names()
 const WordTable& DemoWords::notes()
 {
     return allNotes;
+}
+
 }

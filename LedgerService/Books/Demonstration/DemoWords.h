@@ -5,6 +5,8 @@
 
 #include "LedgerCore/Domain/Text/WordTable.h"
 
+namespace LedgerService {
+
 /// What the demonstration company calls its people, accounts and business, in its own language.
 namespace DemoWords {
 
@@ -13,5 +15,7 @@ const WordTable& names();
 
 /// Notes of entries. "%1" is the month, "%2" a number such as an invoice's, "%3" a trading partner.
 const WordTable& notes();
+
+}
 
 }

@@ -4,6 +4,8 @@
 
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 
+namespace LedgerService {
+
 std::span<const Route> allRoutes()
 {
     static const auto routes = [] {
@@ -16,4 +18,6 @@ std::span<const Route> allRoutes()
         return all;
     }();
     return routes;
+}
+
 }

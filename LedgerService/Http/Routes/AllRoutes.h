@@ -4,5 +4,9 @@
 
 #include "LedgerService/Http/Route.h"
 
+namespace LedgerService {
+
 /// Everything that the service can be asked, one source file a family.
 std::span<const Route> allRoutes();
+
+}

@@ -2,6 +2,8 @@
 
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 
+namespace LedgerService {
+
 namespace {
 
 /// The process runs and takes requests; nothing is said of the database.
@@ -19,4 +21,6 @@ constexpr std::array routes{
 std::span<const Route> RouteFamilies::health()
 {
     return routes;
+}
+
 }

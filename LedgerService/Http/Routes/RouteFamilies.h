@@ -4,6 +4,8 @@
 
 #include "LedgerService/Http/Route.h"
 
+namespace LedgerService {
+
 /// Each family is defined in the source file of its name.
 namespace RouteFamilies {
 
@@ -11,5 +13,7 @@ std::span<const Route> health();
 std::span<const Route> session();
 std::span<const Route> snapshot();
 std::span<const Route> transactions();
+
+}
 
 }

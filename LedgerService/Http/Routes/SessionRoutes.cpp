@@ -9,6 +9,8 @@
 #include "LedgerService/Identity/SignIn.h"
 #include "LedgerService/Identity/SignOut.h"
 
+namespace LedgerService {
+
 namespace {
 
 struct Login {
@@ -65,4 +67,6 @@ constexpr std::array routes{
 std::span<const Route> RouteFamilies::session()
 {
     return routes;
+}
+
 }

@@ -2,6 +2,8 @@
 
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 
+namespace LedgerService {
+
 namespace {
 
 Outcome snapshot(const MemberCall& call)
@@ -18,4 +20,6 @@ constexpr std::array routes{
 std::span<const Route> RouteFamilies::snapshot()
 {
     return routes;
+}
+
 }

@@ -6,6 +6,8 @@
 #include "LedgerService/Http/RequestBody.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 
+namespace LedgerService {
+
 namespace {
 
 EntryCommands::Act actOf(const MemberCall& call)
@@ -64,4 +66,6 @@ constexpr std::array routes{
 std::span<const Route> RouteFamilies::transactions()
 {
     return routes;
+}
+
 }

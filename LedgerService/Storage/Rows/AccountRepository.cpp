@@ -5,6 +5,8 @@
 #include "LedgerService/Storage/Sql/JsonColumn.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto selectAccount = R"sql(
@@ -119,4 +121,6 @@ void AccountRepository::writeBalance(Connection& connection, std::string_view co
         .bind("currency", currency)
         .bind("amount", amountMinor)
         .run();
+}
+
 }

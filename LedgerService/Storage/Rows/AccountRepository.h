@@ -7,6 +7,8 @@
 
 #include "LedgerCore/Domain/Records/Account.h"
 
+namespace LedgerService {
+
 class Connection;
 
 namespace AccountRepository {
@@ -22,5 +24,7 @@ void insert(Connection& connection, std::string_view companyID, const Account& a
 
 void writeBalance(Connection& connection, std::string_view companyID, std::string_view accountID,
                   std::string_view currency, std::int64_t amountMinor);
+
+}
 
 }

@@ -2,6 +2,8 @@
 
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto selectAttachment = R"sql(
@@ -80,4 +82,6 @@ void AttachmentRepository::link(Connection& connection, std::string_view company
             .bind("entry", entryID)
             .bind("attachment", id)
             .run();
+}
+
 }

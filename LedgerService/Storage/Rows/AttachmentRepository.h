@@ -7,6 +7,8 @@
 
 #include "LedgerCore/Domain/Records/Attachment.h"
 
+namespace LedgerService {
+
 class Connection;
 
 /// A receipt with the member who uploaded it.
@@ -27,5 +29,7 @@ void insert(Connection& connection, std::string_view companyID, const StoredAtta
 /// Links the receipts to the entry in this order, after those that it has already.
 void link(Connection& connection, std::string_view companyID, std::string_view entryID,
           const std::vector<std::string>& attachmentIDs);
+
+}
 
 }

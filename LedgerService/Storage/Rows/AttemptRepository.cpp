@@ -2,6 +2,8 @@
 
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto countAttempt = R"sql(
@@ -44,4 +46,6 @@ void AttemptRepository::forget(Connection& connection, std::string_view scope)
 void AttemptRepository::removeEnded(Connection& connection, std::string_view now)
 {
     Query{connection, deleteEnded}.bind("now", now).run();
+}
+
 }

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+namespace LedgerService {
+
 class Connection;
 
 /// Counts attempts within a window of time, by scope ("email:…", "address:…"). Kept in the database, so that all
@@ -14,5 +16,7 @@ int count(Connection& connection, std::string_view scope, std::string_view now, 
 void forget(Connection& connection, std::string_view scope);
 
 void removeEnded(Connection& connection, std::string_view now);
+
+}
 
 }

@@ -3,6 +3,8 @@
 #include "LedgerService/Storage/Sql/JsonColumn.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto selectCategory = R"sql(
@@ -69,4 +71,6 @@ void CategoryRepository::insert(Connection& connection, std::string_view company
         .bind("preset", category.presetID)
         .bind("enabled", enabled)
         .run();
+}
+
 }

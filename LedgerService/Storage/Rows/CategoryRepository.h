@@ -6,6 +6,8 @@
 
 #include "LedgerCore/Domain/Records/Category.h"
 
+namespace LedgerService {
+
 class Connection;
 
 namespace CategoryRepository {
@@ -17,5 +19,7 @@ std::vector<Category> all(Connection& connection, std::string_view companyID);
 
 /// Adds the category after the company's others.
 void insert(Connection& connection, std::string_view companyID, const Category& category);
+
+}
 
 }

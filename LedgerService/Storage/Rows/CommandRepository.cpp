@@ -2,6 +2,8 @@
 
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto selectCommand = R"sql(
@@ -37,4 +39,6 @@ void CommandRepository::insert(Connection& connection, const SessionOwner& membe
         .bind("outcome", command.outcome)
         .bind("now", now)
         .run();
+}
+
 }

@@ -6,6 +6,8 @@
 
 #include "LedgerService/Storage/Rows/SessionRepository.h"
 
+namespace LedgerService {
+
 class Connection;
 
 /// A command that was carried out, and what it led to.
@@ -21,5 +23,7 @@ std::optional<RecordedCommand> find(Connection& connection, const SessionOwner& 
 
 void insert(Connection& connection, const SessionOwner& member, std::string_view key, const RecordedCommand& command,
             std::string_view now);
+
+}
 
 }

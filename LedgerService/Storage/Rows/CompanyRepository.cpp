@@ -3,6 +3,8 @@
 #include "LedgerService/Storage/Sql/JsonColumn.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto selectCompany = R"sql(
@@ -107,4 +109,6 @@ void CompanyRepository::insert(Connection& connection, const Company& company, c
         .bind("initialized", settings.initializedAt)
         .bind("configured", flag(settings.featuresConfigured))
         .run();
+}
+
 }

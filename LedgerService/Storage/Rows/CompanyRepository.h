@@ -8,6 +8,8 @@
 #include "LedgerCore/Domain/Records/Company.h"
 #include "LedgerCore/Domain/Records/FinancialSettings.h"
 
+namespace LedgerService {
+
 class Connection;
 
 namespace CompanyRepository {
@@ -23,5 +25,7 @@ std::optional<std::string> demoCompanyID(Connection& connection, std::string_vie
 std::vector<std::string> allIDs(Connection& connection);
 
 void insert(Connection& connection, const Company& company, const FinancialSettings& settings);
+
+}
 
 }

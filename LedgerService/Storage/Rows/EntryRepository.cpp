@@ -7,6 +7,8 @@
 
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 /// An entry `e` beside each of its legs `l`: one ordered pass reads any number of entries.
@@ -257,4 +259,6 @@ std::vector<std::string> EntryRepository::activeOpeningIDs(Connection& connectio
     Query query{connection, selectActiveOpenings};
     query.bind("company", companyID).bind("account", accountID).bind("currency", currency);
     return idsOf(query);
+}
+
 }

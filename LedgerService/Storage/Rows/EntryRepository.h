@@ -9,6 +9,8 @@
 #include "LedgerCore/Domain/Records/Account.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 
+namespace LedgerService {
+
 class Connection;
 
 /// The posted entries. Rows are only ever added; `reversedBy` is found through the reversal that names the entry.
@@ -38,5 +40,7 @@ bool isReferenceUsed(Connection& connection, std::string_view companyID, std::st
 /// The openings of the account and currency that are not reversed.
 std::vector<std::string> activeOpeningIDs(Connection& connection, std::string_view companyID,
                                           std::string_view accountID, std::string_view currency);
+
+}
 
 }

@@ -3,6 +3,8 @@
 #include "LedgerService/Storage/Sql/JsonColumn.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto selectMember = R"sql(
@@ -131,4 +133,6 @@ void MemberRepository::insert(Connection& connection, std::string_view companyID
         .bind("profile", demoProfile)
         .bind("created", createdAt)
         .run();
+}
+
 }

@@ -7,6 +7,8 @@
 
 #include "LedgerCore/Domain/Records/Member.h"
 
+namespace LedgerService {
+
 class Connection;
 
 /// One company that a person belongs to.
@@ -34,5 +36,7 @@ std::optional<std::string> demoMemberID(Connection& connection, std::string_view
 /// Adds the member after the company's others; `demoProfile` is set in demonstration companies only.
 void insert(Connection& connection, std::string_view companyID, const Member& member,
             const std::optional<std::string>& demoProfile, std::string_view createdAt);
+
+}
 
 }

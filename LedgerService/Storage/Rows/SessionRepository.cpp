@@ -2,6 +2,8 @@
 
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto insertSession = R"sql(
@@ -53,4 +55,6 @@ void SessionRepository::revoke(Connection& connection, std::string_view tokenHas
 void SessionRepository::removeExpired(Connection& connection, std::string_view now)
 {
     Query{connection, deleteExpired}.bind("now", now).run();
+}
+
 }

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace LedgerService {
+
 class Connection;
 
 /// Whom a token speaks for.
@@ -24,5 +26,7 @@ std::optional<SessionOwner> find(Connection& connection, std::string_view tokenH
 void revoke(Connection& connection, std::string_view tokenHash, std::string_view now);
 
 void removeExpired(Connection& connection, std::string_view now);
+
+}
 
 }

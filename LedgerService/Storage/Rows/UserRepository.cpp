@@ -3,6 +3,8 @@
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto selectUser = R"sql(
@@ -60,4 +62,6 @@ void UserRepository::writeCurrentCompany(Connection& connection, std::string_vie
 void UserRepository::writePasswordHash(Connection& connection, std::string_view userID, std::string_view passwordHash)
 {
     Query{connection, updatePassword}.bind("hash", passwordHash).bind("user", userID).run();
+}
+
 }

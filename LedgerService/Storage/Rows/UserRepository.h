@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace LedgerService {
+
 class Connection;
 
 /// A person who can sign in.
@@ -26,5 +28,7 @@ void insert(Connection& connection, const User& user, std::string_view createdAt
 void writeCurrentCompany(Connection& connection, std::string_view userID, std::string_view companyID);
 
 void writePasswordHash(Connection& connection, std::string_view userID, std::string_view passwordHash);
+
+}
 
 }

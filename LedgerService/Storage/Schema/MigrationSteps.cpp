@@ -2,6 +2,8 @@
 
 #include <array>
 
+namespace LedgerService {
+
 namespace {
 
 // Lists and maps that are only ever read whole stand as JSON texts. Flags are 0 or 1, stamps and days are texts that
@@ -194,4 +196,6 @@ constexpr std::array<MigrationSteps::Step, 1> steps{firstSchema};
 std::span<const MigrationSteps::Step> MigrationSteps::all()
 {
     return steps;
+}
+
 }

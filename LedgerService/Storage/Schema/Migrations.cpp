@@ -13,6 +13,8 @@
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
+namespace LedgerService {
+
 namespace {
 
 constexpr auto countTables = R"sql(
@@ -82,4 +84,6 @@ std::optional<std::string> Migrations::apply(Connection& connection)
         take(connection, version, steps[static_cast<std::size_t>(version) - 1]);
     transaction.commit();
     return std::nullopt;
+}
+
 }

@@ -5,6 +5,8 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Storage/Sql/ConnectionState.h"
 
+namespace LedgerService {
+
 namespace {
 
 /// Seconds that a writer waits for another process before it gives up.
@@ -60,4 +62,6 @@ Connection::~Connection() = default;
 void Connection::execute(const std::string& statement)
 {
     m_state->session << statement;
+}
+
 }

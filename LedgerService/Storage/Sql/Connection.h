@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+namespace LedgerService {
+
 /// One connection to the database, with the statements that it has prepared. Used by one thread at a time.
 /// A database that fails (disk full, file damaged) throws `soci::soci_error`; the HTTP room turns that into a 500.
 class Connection {
@@ -22,3 +24,5 @@ public:
 private:
     std::unique_ptr<State> m_state;
 };
+
+}

@@ -10,6 +10,8 @@
 
 #include "LedgerService/Storage/Sql/Connection.h"
 
+namespace LedgerService {
+
 /// A statement kept for reuse.
 struct PreparedStatement {
     PreparedStatement(soci::session& session, std::string_view sql);
@@ -30,3 +32,5 @@ struct Connection::State {
     std::unordered_map<std::string_view, std::unique_ptr<PreparedStatement>> statements; // keyed by `texts`
     std::deque<std::string> texts;
 };
+
+}

@@ -4,6 +4,8 @@
 
 #include <soci/sqlite3/soci-sqlite3.h>
 
+namespace LedgerService {
+
 namespace {
 
 /// Without the library's function in front: "sqlite3_statement_backend::prepare: file is not a database".
@@ -30,4 +32,6 @@ bool DatabaseFailure::isBusy(const std::exception& failure)
     if (ofFile)
         return (ofFile->result() & resultMask) == SQLITE_BUSY;
     return dynamic_cast<const DatabaseBusy*>(&failure) != nullptr;
+}
+
 }

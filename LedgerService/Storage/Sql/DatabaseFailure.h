@@ -4,6 +4,8 @@
 #include <stdexcept>
 #include <string>
 
+namespace LedgerService {
+
 /// Thrown when other writers hold the database for too long. Nothing was written.
 struct DatabaseBusy : std::runtime_error {
     DatabaseBusy() : std::runtime_error("others are writing for too long") {}
@@ -16,5 +18,7 @@ std::string words(const std::exception& failure);
 
 /// Whether the database was only held by others.
 bool isBusy(const std::exception& failure);
+
+}
 
 }

@@ -6,6 +6,8 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 
+namespace LedgerService {
+
 /// Lists and maps that are only ever read whole are kept as JSON texts in one column. A text that is no longer what
 /// was written is a damaged database and throws, as every failure of the database does.
 namespace JsonColumn {
@@ -29,6 +31,8 @@ template <class Value>
 std::optional<std::string> write(const std::optional<Value>& value)
 {
     return value ? std::optional{Json::encode(*value)} : std::nullopt;
+}
+
 }
 
 }

@@ -7,6 +7,8 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Storage/Sql/ConnectionState.h"
 
+namespace LedgerService {
+
 namespace {
 
 /// A parameter or a column: the library reads and writes it in place, so its address stays.
@@ -223,4 +225,6 @@ std::int64_t Query::run()
     require(m_parts->columns.empty() && !m_parts->started, "a statement that changes rows runs once");
     m_parts->step();
     return m_parts->prepared.statement.get_affected_rows();
+}
+
 }

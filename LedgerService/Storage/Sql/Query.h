@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+namespace LedgerService {
+
 class Connection;
 
 /// One run of a statement: bind its named parameters, name where its columns go, then take the rows.
@@ -45,3 +47,5 @@ private:
     struct Parts;
     std::unique_ptr<Parts> m_parts;
 };
+
+}

@@ -4,6 +4,8 @@
 
 #include "LedgerService/Storage/Sql/Connection.h"
 
+namespace LedgerService {
+
 Transaction::Transaction(Connection& connection, Mode mode) : m_connection(connection)
 {
     m_connection.execute(mode == Mode::writing ? "BEGIN IMMEDIATE" : "BEGIN");
@@ -24,4 +26,6 @@ void Transaction::commit()
 {
     m_connection.execute("COMMIT");
     m_open = false;
+}
+
 }

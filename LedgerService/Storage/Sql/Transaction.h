@@ -1,5 +1,7 @@
 #pragma once
 
+namespace LedgerService {
+
 class Connection;
 
 /// A transaction on a connection, rolled back unless committed. A reader sees one state of the database throughout;
@@ -19,3 +21,5 @@ private:
     Connection& m_connection;
     bool m_open = true;
 };
+
+}

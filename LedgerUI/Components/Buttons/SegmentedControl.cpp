@@ -8,7 +8,7 @@
 #include <QStandardItemModel>
 #include <QToolButton>
 
-#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"

@@ -14,8 +14,8 @@
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Page/Banner.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 

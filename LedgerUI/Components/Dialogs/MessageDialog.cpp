@@ -8,9 +8,9 @@
 
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

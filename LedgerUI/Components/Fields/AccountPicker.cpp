@@ -8,8 +8,8 @@
 #include <QStylePainter>
 #include <QStyledItemDelegate>
 
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -116,7 +116,8 @@ void AccountPicker::fill()
         if (isMixed && std::ranges::find(m_rows, group, &EntryAccountRow::group) != m_rows.end()) {
             addItem(entryWord(group == company    ? "balances.company"
                               : group == employee ? "balances.employee"
-                                                  : "balances.refund"));
+                                                  : "balances.refund",
+                              InterfaceLanguage::tag()));
             static_cast<QStandardItemModel*>(model())->item(count() - 1)->setEnabled(false);
         }
         addGroup(group);
@@ -131,7 +132,7 @@ void AccountPicker::addGroup(EntryAccountRow::Group group)
         addItem(row.name, qString(row.id));
         setItemData(count() - 1, row.balances, balancesRole);
         setItemData(count() - 1, EntryForm::glyphOf(group), glyphRole);
-        setItemData(count() - 1, listed({row.name, row.balances}), Qt::AccessibleTextRole);
+        setItemData(count() - 1, listed({row.name, row.balances}, InterfaceLanguage::tag()), Qt::AccessibleTextRole);
     }
 }
 

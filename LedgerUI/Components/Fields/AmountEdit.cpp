@@ -5,7 +5,7 @@
 #include <QKeyEvent>
 
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/TypeScale.h"
 

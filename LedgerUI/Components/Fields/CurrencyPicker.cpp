@@ -6,9 +6,9 @@
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 
-#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Buttons/ComboBoxLists.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/Theme/TypeScale.h"
@@ -52,7 +52,7 @@ void CurrencyPicker::paintEvent(QPaintEvent* /*event*/)
     auto area = rect().adjusted(Space::step3, 0, -arrowWidth, 0);
     if (currentIndex() < 0) {
         painter.setPen(theme.color(Token::text3));
-        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, entryWord("currency"));
+        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, entryWord("currency", InterfaceLanguage::tag()));
         return;
     }
     const auto& row = m_rows[static_cast<std::size_t>(currentIndex())];

@@ -3,7 +3,7 @@
 #include <QComboBox>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"

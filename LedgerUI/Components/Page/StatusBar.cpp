@@ -5,6 +5,7 @@
 #include <QToolButton>
 
 #include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -91,7 +92,7 @@ QWidget* StatusBar::tabStop() const
 
 void StatusBar::announce()
 {
-    setAccessibleName(listed({m_refresh->text(), m_context->text(), m_figure->text()}));
+    setAccessibleName(listed({m_refresh->text(), m_context->text(), m_figure->text()}, InterfaceLanguage::tag()));
     QAccessibleEvent changed{this, QAccessible::NameChanged};
     QAccessible::updateAccessibility(&changed);
 }

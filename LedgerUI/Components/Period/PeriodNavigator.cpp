@@ -8,9 +8,9 @@
 
 #include "LedgerUI/Components/Period/PeriodButton.h"
 #include "LedgerUI/Components/Period/PeriodPopover.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 

@@ -12,11 +12,11 @@
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Period/PeriodGridView.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -235,7 +235,7 @@ void PeriodPopover::presentSpan(Span span)
     setFixedHeight(span == Span::day ? heightOfDays : heightOfOthers);
     if (span == Span::allTime) {
         m_allText->setText(
-            word(PeriodWords::table(), "allEntries", {LedgerWords::number(m_counts.all(), InterfaceLanguage::tag())}));
+            word(PeriodWords::table(), "allEntries", {groupedNumber(m_counts.all(), InterfaceLanguage::tag())}));
         m_pages->setCurrentIndex(1);
     } else if (span == Span::dates) {
         m_pages->setCurrentIndex(2);

@@ -7,7 +7,7 @@
 
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 

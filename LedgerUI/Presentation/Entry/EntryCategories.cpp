@@ -6,7 +6,7 @@
 
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 

@@ -16,7 +16,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -159,32 +159,32 @@ void Description::describeHead()
 {
     m_content.kind = m_draft.kind;
     const bool isFixed = std::ranges::find(switchKinds, m_draft.kind) == switchKinds.end();
-    m_content.title = entryWord(isFixed || m_content.isUncertain ? "title." + m_draft.kind : "newEntry");
-    m_content.direction = entryWord(directionOf(m_draft.kind));
+    m_content.title = entryWord(isFixed || m_content.isUncertain ? "title." + m_draft.kind : "newEntry", m_locale);
+    m_content.direction = entryWord(directionOf(m_draft.kind), m_locale);
     if (isFixed || m_content.isUncertain)
         return;
     const auto available = EntryRules::availableKinds(m_snapshot);
     for (const auto kind : switchKinds) {
         const bool isAvailable = std::ranges::find(available, kind) != available.end();
         m_content.kinds.push_back(
-            {std::string{kind}, entryWord("kind." + std::string{kind}), entryKindGlyph(kind), isAvailable});
+            {std::string{kind}, entryWord("kind." + std::string{kind}, m_locale), entryKindGlyph(kind), isAvailable});
     }
     if (available.empty())
-        m_content.kindHint = entryWord("entryNoAvailableTypes");
+        m_content.kindHint = entryWord("entryNoAvailableTypes", m_locale);
     else if (available.size() < switchKinds.size())
-        m_content.kindHint = entryWord("entryTypePermissionHint");
+        m_content.kindHint = entryWord("entryTypePermissionHint", m_locale);
 }
 
 void Description::describeSent()
 {
     auto& sent = m_content.sent;
-    sent.accountLabel = entryWord(accountLabelOf(m_draft.kind));
+    sent.accountLabel = entryWord(accountLabelOf(m_draft.kind), m_locale);
     for (const auto* account : LedgerEntryAccess::accounts(m_snapshot, m_draft.kind))
         sent.accounts.push_back(rowOf(*account, m_locale));
     sent.accounts = groupedTogether(sent.accounts);
-    sent.accountPrompt = entryWord(sent.accounts.empty() ? "noAccount" : "selectAccount");
+    sent.accountPrompt = entryWord(sent.accounts.empty() ? "noAccount" : "selectAccount", m_locale);
     sent.accountID = m_draft.primaryAccount().value_or(std::string{});
-    sent.amountLabel = entryWord(m_draft.kind == EntryKind::exchange ? "outgoingAmount" : "amount");
+    sent.amountLabel = entryWord(m_draft.kind == EntryKind::exchange ? "outgoingAmount" : "amount", m_locale);
     const auto* const account = m_snapshot.account(sent.accountID);
     if (account)
         sent.currencies = currencyRows(account->currencies, m_locale);
@@ -202,7 +202,7 @@ void Description::describeDestination()
     const bool isTransfer = m_draft.kind == EntryKind::transfer;
     m_content.showsDestination = true;
     m_destinations = EntryRules::destinations(m_snapshot, m_draft);
-    received.accountLabel = entryWord(isTransfer ? "toAccount" : "receivedIn");
+    received.accountLabel = entryWord(isTransfer ? "toAccount" : "receivedIn", m_locale);
     for (const auto& option : m_destinations) {
         const bool isFloat = option.transferPurpose == TransferPurpose::funding;
         received.accounts.push_back(option.seen ? rowOf(*option.seen, m_locale)
@@ -214,7 +214,7 @@ void Description::describeDestination()
     }
     received.accounts = groupedTogether(received.accounts);
     const bool hasSource = m_draft.source && !m_draft.currency.empty();
-    received.accountPrompt = entryWord(m_destinations.empty() && hasSource ? "noTarget" : "chooseAccount");
+    received.accountPrompt = entryWord(m_destinations.empty() && hasSource ? "noTarget" : "chooseAccount", m_locale);
     received.accountID = m_draft.target.value_or(std::string{});
     const auto chosen = std::ranges::find(m_destinations, received.accountID, &EntryDestination::id);
     if (chosen != m_destinations.end())
@@ -228,7 +228,7 @@ void Description::describeReceived()
     // Each amount stands right below the account that it belongs to.
     m_content.sent.showsAmountLabel = false;
     received.showsAmountLabel = false;
-    received.amountLabel = entryWord("receivedAmount");
+    received.amountLabel = entryWord("receivedAmount", m_locale);
     const auto* const account = m_snapshot.account(received.accountID);
     if (account)
         received.currencies = currencyRows(account->currencies, m_locale, m_draft.currency);
@@ -252,14 +252,14 @@ void Description::describeEffects()
     if (chosen != m_destinations.end())
         m_content.effects.push_back(effectOn(*chosen, 1));
     if (!m_purpose.empty())
-        m_content.purpose = entryWord("purpose." + m_purpose);
+        m_content.purpose = entryWord("purpose." + m_purpose, m_locale);
 }
 
 EntryEffect Description::effectOn(const EntryDestination& destination, std::int64_t sign) const
 {
     EntryEffect effect{.account = qString(destination.name),
                        .before = {},
-                       .changeLabel = entryWord(sign < 0 ? "effect.sent" : "effect.received"),
+                       .changeLabel = entryWord(sign < 0 ? "effect.sent" : "effect.received", m_locale),
                        .change = {},
                        .after = {},
                        .isSeen = destination.seen != nullptr};
@@ -283,7 +283,7 @@ void Description::describeRest()
     m_content.categoryPath = EntryCategories::path(m_snapshot, m_content.categoryID, m_locale);
     m_content.note = qString(m_draft.note);
     m_content.reference = qString(m_draft.refundReference);
-    m_content.confirm = entryWord(m_content.isUncertain ? "retryOriginal" : confirmKeyOf(m_draft, m_purpose));
+    m_content.confirm = entryWord(m_content.isUncertain ? "retryOriginal" : confirmKeyOf(m_draft, m_purpose), m_locale);
     if (!m_editing)
         return;
     for (const auto& problem : m_editing->problems)
@@ -299,9 +299,9 @@ void Description::describeDay()
     if (m_content.isUncertain)
         return;
     if (m_draft.kind == EntryKind::opening)
-        m_content.dayHint = word(entryFormWords(), "openingDay");
+        m_content.dayHint = wordIn(m_locale, entryFormWords(), "openingDay");
     else
-        m_content.dayHint = entryWord("automaticEntryDate");
+        m_content.dayHint = entryWord("automaticEntryDate", m_locale);
 }
 
 void Description::describeBalance(EntryMoneyContent& shown, const Account* account, std::int64_t sign) const
@@ -311,7 +311,7 @@ void Description::describeBalance(EntryMoneyContent& shown, const Account* accou
     const auto before = account->balance(shown.currency);
     const auto amount = amountOf(shown.amount, shown.currency);
     const auto after = amount ? Money::add(before, sign * *amount) : std::nullopt;
-    shown.balanceLabel = entryWord(after ? "afterSaving" : "currentBalance");
+    shown.balanceLabel = entryWord(after ? "afterSaving" : "currentBalance", m_locale);
     shown.balance = money(after.value_or(before), shown.currency, m_locale);
 }
 
@@ -323,8 +323,8 @@ std::optional<std::int64_t> Description::amountOf(const QString& text, const std
 
 QString Description::resetNotice(bool wasReset, const std::string& currency) const
 {
-    return wasReset ? word(entryFormWords(), "currencyReset",
-                           {EntryWords::text("currencyChanged", m_locale), std::string_view{currency}})
+    return wasReset ? wordIn(m_locale, entryFormWords(), "currencyReset",
+                             {EntryWords::text("currencyChanged", m_locale), std::string_view{currency}})
                     : QString{};
 }
 

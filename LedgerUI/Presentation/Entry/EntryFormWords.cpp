@@ -3,7 +3,7 @@
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 const WordTable& entryFormWords()
 {
@@ -76,11 +76,11 @@ const WordTable& entryFormWords()
     return table;
 }
 
-QString entryWord(std::string_view key)
+QString entryWord(std::string_view key, std::string_view locale)
 {
     for (const auto* table : {&entryFormWords(), &EntryWords::words(), &EntryCopy::words(), &LedgerWords::table()}) {
         if (table->contains(key))
-            return word(*table, key);
+            return wordIn(locale, *table, key);
     }
     return qString(key);
 }

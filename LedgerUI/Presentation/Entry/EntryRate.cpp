@@ -4,7 +4,7 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryFormContent.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -58,5 +58,5 @@ QString EntryForm::impliedRate(std::int64_t fromMinor, const std::string& from, 
     auto text = grouped(digits.substr(0, digits.size() - places), marks.grouping);
     if (places > 0)
         text += QLatin1Char{marks.decimal} + QString::fromStdString(digits.substr(digits.size() - places));
-    return word(entryFormWords(), "rateValue", {to, text.toStdString()});
+    return wordIn(locale, entryFormWords(), "rateValue", {to, text.toStdString()});
 }

@@ -9,8 +9,8 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 std::vector<EntryRefundableRow> EntryForm::refundableRows(const LedgerSnapshot& snapshot, std::string_view currency,
                                                           std::string_view locale)
@@ -25,7 +25,7 @@ std::vector<EntryRefundableRow> EntryForm::refundableRows(const LedgerSnapshot& 
         if (!entry.note.empty())
             parts << qString(entry.note);
         const auto remaining = Money::format(income.remainingMinor, currency, locale);
-        rows.push_back({entry.id, listed(parts, locale), word(entryFormWords(), "refundable", {remaining})});
+        rows.push_back({entry.id, listed(parts, locale), wordIn(locale, entryFormWords(), "refundable", {remaining})});
     }
     return rows;
 }

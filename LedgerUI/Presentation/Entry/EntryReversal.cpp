@@ -6,7 +6,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ QString titleOf(const LedgerTransaction& entry, const LedgerSnapshot& snapshot, 
     auto path = EntryCategories::path(snapshot, entry.categoryID.value_or(std::string{}), locale);
     if (!path.isEmpty())
         return path;
-    return entryWord("kind." + entry.transferPurpose.value_or(entry.kind));
+    return entryWord("kind." + entry.transferPurpose.value_or(entry.kind), locale);
 }
 
 QString signedAmount(std::int64_t minor, std::string_view currency, std::string_view locale)
@@ -49,8 +49,8 @@ ReversalContent EntryReversal::content(const ReversalState& state, const LedgerT
 {
     ReversalContent content;
     const bool isTransfer = original.kind == EntryKind::transfer;
-    content.title = entryWord("reverse." + original.kind);
-    content.explanation = entryWord(isTransfer ? "correctTransferHint" : "correctEntryHint");
+    content.title = entryWord("reverse." + original.kind, locale);
+    content.explanation = entryWord(isTransfer ? "correctTransferHint" : "correctEntryHint", locale);
     appendRows(content.rows, original, snapshot, locale,
                {.day = DayText::shortDay(original.date, locale),
                 .glyph = entryKindGlyph(original.kind),
@@ -62,7 +62,7 @@ ReversalContent EntryReversal::content(const ReversalState& state, const LedgerT
     appendRows(content.rows, original, snapshot, locale,
                {.day = DayText::shortDay(day, locale),
                 .glyph = entryKindGlyph(EntryKind::reversal),
-                .title = entryWord("kind.reversal"),
+                .title = entryWord("kind.reversal", locale),
                 .account = {},
                 .currency = {},
                 .amount = {},
@@ -70,11 +70,12 @@ ReversalContent EntryReversal::content(const ReversalState& state, const LedgerT
     content.reason = qString(reasonOf(state));
     const auto* typing = std::get_if<ReversalTyping>(&state);
     if (typing && typing->isReasonMissing)
-        content.reasonMessage = entryWord("reasonRequired");
+        content.reasonMessage = entryWord("reasonRequired", locale);
     if (std::holds_alternative<ReversalUncertain>(state) || std::holds_alternative<ReversalKept>(state))
-        content.confirm = entryWord("retryOriginal");
+        content.confirm = entryWord("retryOriginal", locale);
     else
-        content.confirm = entryWord(std::holds_alternative<ReversalDone>(state) ? "correctEntry" : "confirmReversal");
+        content.confirm =
+            entryWord(std::holds_alternative<ReversalDone>(state) ? "correctEntry" : "confirmReversal", locale);
     return content;
 }
 

@@ -6,7 +6,7 @@
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -198,7 +198,6 @@ QString partText(const LedgerBook& book, const LedgerFilter& filter, Part part)
     const auto first = choiceName(book, part, *chosen.begin()).toStdString();
     if (chosen.size() == 1)
         return named(first);
-    return LedgerWords::filled(
-        "chip.several", locale,
-        {partName(part, locale).toStdString(), first, LedgerWords::number(chosen.size() - 1, locale)});
+    return LedgerWords::filled("chip.several", locale,
+                               {partName(part, locale).toStdString(), first, groupedNumber(chosen.size() - 1, locale)});
 }

@@ -4,7 +4,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -78,7 +78,7 @@ LedgerNotice nothingMatches(const LedgerBook& book, const LedgerFilter& filter)
         const auto part = shortened(partText(book, filter, blocking->part)).toStdString();
         const auto name = LedgerWords::filled("quoted", locale, {part});
         notice.sentence = LedgerWords::filled(blocking->entries == 1 ? "noMatch.one" : "noMatch.many", locale,
-                                              {name.toStdString(), LedgerWords::number(blocking->entries, locale)});
+                                              {name.toStdString(), groupedNumber(blocking->entries, locale)});
         notice.offers.push_back(
             {Remedy::changeFilter, LedgerWords::text("noMatch.drop", locale), filter.without(blocking->part)});
     }

@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 const WordTable& LedgerWords::table()
 {
@@ -192,14 +192,7 @@ QString LedgerWords::filled(std::string_view key, std::string_view locale,
     return QString::fromStdString(table().filled(key, locale, arguments));
 }
 
-std::string LedgerWords::number(std::size_t count, std::string_view locale)
-{
-    // A currency without decimals groups its digits as a count does.
-    return Money::formatDigits(static_cast<std::int64_t>(count), "JPY", locale);
-}
-
 QString LedgerWords::counted(std::string_view key, std::size_t count, std::string_view locale)
 {
-    const std::string stem{key};
-    return count == 1 ? text(stem + ".one", locale) : filled(stem + ".many", locale, {number(count, locale)});
+    return countedIn(locale, table(), key, count);
 }

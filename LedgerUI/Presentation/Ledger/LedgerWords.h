@@ -16,8 +16,6 @@ const WordTable& table();
 QString text(std::string_view key, std::string_view locale);
 QString filled(std::string_view key, std::string_view locale, std::initializer_list<std::string_view> arguments);
 
-/// A count with its digits grouped as the language has them.
-std::string number(std::size_t count, std::string_view locale);
 /// The text of `key`.one for a count of 1, else of `key`.many: "1 entry", "2,132 entries".
 QString counted(std::string_view key, std::size_t count, std::string_view locale);
 

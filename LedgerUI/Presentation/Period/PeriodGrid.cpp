@@ -3,11 +3,10 @@
 #include <string>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -97,9 +96,9 @@ PeriodCell cellFor(const Period& period, const Period& page, year_month_day toda
     PeriodCell cell{.period = period, .label = cellLabel(period, locale), .count = {}, .spoken = {}};
     const auto entries = counts.in(period);
     if (entries > 0)
-        cell.count = QString::fromStdString(LedgerWords::number(entries, locale));
+        cell.count = QString::fromStdString(groupedNumber(entries, locale));
     cell.spoken = qString(PeriodWords::table().filled(
-        "cell.entries", locale, {periodLabel(period, locale).toStdString(), LedgerWords::number(entries, locale)}));
+        "cell.entries", locale, {periodLabel(period, locale).toStdString(), groupedNumber(entries, locale)}));
     cell.isOffered = period.firstDay() <= today;
     cell.isToday = period.firstDay() <= today && today <= period.lastDay();
     cell.isMuted = period.lastDay() < page.firstDay() || period.firstDay() > page.lastDay();

@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 
 #include "LedgerCore/Domain/Text/WordTable.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ const WordTable& roles()
 
 }
 
-QString roleText(std::string_view role)
+QString roleText(std::string_view role, std::string_view locale)
 {
-    return word(roles(), role);
+    return wordIn(locale, roles(), role);
 }

@@ -4,5 +4,5 @@
 
 #include <QString>
 
-/// What a member's role is called in the language in force; a role of the service's own is shown as it stands.
-QString roleText(std::string_view role);
+/// What a member's role is called in the language of `locale`; a role of the service's own is shown as it stands.
+QString roleText(std::string_view role, std::string_view locale);

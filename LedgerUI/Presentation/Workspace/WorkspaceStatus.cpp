@@ -2,43 +2,41 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 
 namespace {
 
-QString refreshText(const WorkspaceFreshness& freshness)
+QString refreshText(const WorkspaceFreshness& freshness, std::string_view locale)
 {
     const auto& words = workspaceWords();
     if (freshness.isBusy)
-        return word(words, "refreshing");
+        return wordIn(locale, words, "refreshing");
     if (!freshness.lastRefresh)
         return {};
-    const auto time =
-        DayText::timeOfDay(LedgerDay::localGregorian().time(*freshness.lastRefresh), InterfaceLanguage::tag());
-    return word(words, freshness.isStale ? "notRefreshed" : "updated", {time.toStdString()});
+    const auto time = DayText::timeOfDay(LedgerDay::localGregorian().time(*freshness.lastRefresh), locale);
+    return wordIn(locale, words, freshness.isStale ? "notRefreshed" : "updated", {time.toStdString()});
 }
 
-QString countText(std::size_t entries)
+QString countText(std::size_t entries, std::string_view locale)
 {
     const auto& words = workspaceWords();
     if (entries == 0)
-        return word(words, "noEntries");
+        return wordIn(locale, words, "noEntries");
     if (entries == 1)
-        return word(words, "oneEntry");
-    return word(words, "entries", {LedgerWords::number(entries, InterfaceLanguage::tag())});
+        return wordIn(locale, words, "oneEntry");
+    return wordIn(locale, words, "entries", {groupedNumber(entries, locale)});
 }
 
 }
 
-WorkspaceStatus workspaceStatus(const WorkspaceFreshness& freshness)
+WorkspaceStatus workspaceStatus(const WorkspaceFreshness& freshness, std::string_view locale)
 {
     const auto keys = KeyBindings::keys(Command::refresh).first().toString(QKeySequence::NativeText);
-    return {.refresh = refreshText(freshness),
-            .refreshHint = word(workspaceWords(), "refreshHint", {keys.toStdString()}),
-            .count = countText(freshness.entries),
+    return {.refresh = refreshText(freshness, locale),
+            .refreshHint = wordIn(locale, workspaceWords(), "refreshHint", {keys.toStdString()}),
+            .count = countText(freshness.entries, locale),
             .isWarning = freshness.isStale && !freshness.isBusy};
 }

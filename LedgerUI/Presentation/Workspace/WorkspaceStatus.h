@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstddef>
 #include <optional>
+#include <string_view>
 
 #include <QString>
 
@@ -22,4 +23,4 @@ struct WorkspaceFreshness {
     std::size_t entries = 0;
 };
 
-WorkspaceStatus workspaceStatus(const WorkspaceFreshness& freshness);
+WorkspaceStatus workspaceStatus(const WorkspaceFreshness& freshness, std::string_view locale);

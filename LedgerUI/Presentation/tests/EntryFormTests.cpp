@@ -7,7 +7,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryRefundables.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -29,7 +29,6 @@ EntryEditing opened(std::string kind, std::optional<std::string> account, const 
 
 EntryFormContent shown(const EntryFormState& state, const LedgerSnapshot& held)
 {
-    InterfaceLanguage::change("en-US");
     return EntryForm::content(state, held, "en-US");
 }
 
@@ -123,7 +122,6 @@ TEST(EntryForm, AfterATransferShowsBothAccounts)
 
 TEST(EntryForm, ImpliesARateFromTheTwoAmountsOnly)
 {
-    InterfaceLanguage::change("en-US");
     EXPECT_EQ(EntryForm::impliedRate(1'200'000, "USD", 1'607'400, "SGD", "en").toStdString(), "SGD 1.340");
     EXPECT_EQ(EntryForm::impliedRate(1'607'400, "SGD", 1'200'000, "USD", "en").toStdString(), "USD 0.7465");
     EXPECT_EQ(EntryForm::impliedRate(100, "USD", 25'400, "VND", "vi").toStdString(), "VND 25.400");
@@ -262,7 +260,6 @@ TEST(EntryCategories, AreFoundByAnyPartOfTheirNameBelowTheirParent)
 
 TEST(EntryRefundables, NameTheIncomeAndWhatItStillAllows)
 {
-    InterfaceLanguage::change("en-US");
     const auto held = books().income("i1", "2026-11-01", "bank", "USD", 30'000, "sales").note("INV-7").build();
     const auto rows = EntryForm::refundableRows(held, "USD", "en-US");
     ASSERT_EQ(rows.size(), 1U);

@@ -9,7 +9,7 @@
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/Initials.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 #include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
@@ -25,12 +25,10 @@ TEST(ShellWords, NameEveryPageAndEveryDemonstrationProfileInEveryLanguage)
     for (const auto page : WorkspacePages::all)
         EXPECT_TRUE(workspaceWords().contains(WorkspacePages::name(page))) << WorkspacePages::name(page);
     for (const auto tag : AppLanguage::supportedLocales) {
-        InterfaceLanguage::change(std::string{tag});
         for (const auto profile : DemoIdentity::profiles)
-            EXPECT_NE(roleText(profile), qString(profile)) << tag;
-        EXPECT_EQ(roleText("auditor"), QStringLiteral("auditor"));
+            EXPECT_NE(roleText(profile, tag), qString(profile)) << tag;
+        EXPECT_EQ(roleText("auditor", tag), QStringLiteral("auditor"));
     }
-    InterfaceLanguage::change("en-US");
 }
 
 TEST(Initials, StandForPeopleOfAllFourLanguages)

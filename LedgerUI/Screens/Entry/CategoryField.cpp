@@ -9,9 +9,9 @@
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/CategoryPopover.h"
 #include "LedgerUI/Screens/Entry/CategoryTile.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -87,9 +87,9 @@ void CategoryField::offer(SnapshotPointer snapshot, const std::string& kind)
     m_kind = kind;
     const auto& locale = InterfaceLanguage::tag();
     m_offered = EntryCategories::tiles(*m_snapshot, kind, locale);
-    m_label->setText(entryWord("category"));
-    m_tileArea->setAccessibleName(entryWord("categoryTiles"));
-    m_all->setText(entryWord("allCategories"));
+    m_label->setText(entryWord("category", InterfaceLanguage::tag()));
+    m_tileArea->setAccessibleName(entryWord("categoryTiles", InterfaceLanguage::tag()));
+    m_all->setText(entryWord("allCategories", InterfaceLanguage::tag()));
     const auto pins = EntryCategories::pins(*m_snapshot, kind).size();
     m_pinned->setText(
         word(EntryCopy::words(), "pinnedCount", {std::to_string(pins), std::to_string(EntryCategories::maximumPins)}));

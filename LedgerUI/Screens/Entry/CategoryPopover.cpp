@@ -10,9 +10,9 @@
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/Fields/SearchField.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
@@ -208,7 +208,8 @@ void CategoryPopover::search()
     m_list->setCurrentIndex(m_model->index(first, 0));
     m_list->setVisible(!rows.empty());
     m_empty->setVisible(rows.empty());
-    m_empty->setText(entryWord(m_search->text().isEmpty() ? "noCategories" : "noCategoryMatch"));
+    m_empty->setText(
+        entryWord(m_search->text().isEmpty() ? "noCategories" : "noCategoryMatch", InterfaceLanguage::tag()));
 }
 
 void CategoryPopover::choose(const QModelIndex& index)
@@ -229,7 +230,7 @@ void CategoryPopover::moveBy(int step)
 
 void CategoryPopover::retranslate()
 {
-    m_search->setPrompt(entryWord("searchCategory"));
-    m_list->setAccessibleName(entryWord("allCategories"));
+    m_search->setPrompt(entryWord("searchCategory", InterfaceLanguage::tag()));
+    m_list->setAccessibleName(entryWord("allCategories", InterfaceLanguage::tag()));
     search();
 }

@@ -3,10 +3,11 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Fields/AmountEdit.h"
-#include "LedgerUI/Components/Fields/ComboBoxLists.h"
 #include "LedgerUI/Components/Fields/CurrencyPicker.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Theme/Space.h"
@@ -52,7 +53,7 @@ void EntryAmountField::present(const EntryMoneyContent& content, const QString& 
     m_label->setText(content.amountLabel);
     m_label->setVisible(content.showsAmountLabel);
     m_amount->setAccessibleName(content.amountLabel);
-    nameComboBox(*m_currency, entryWord("currency"));
+    nameComboBox(*m_currency, entryWord("currency", InterfaceLanguage::tag()));
     m_currency->present(content.currencies, content.currency);
     m_amount->setCurrency(content.currency);
     m_amount->setAmount(content.amount);

@@ -6,9 +6,9 @@
 
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -59,8 +59,8 @@ void EntryEffectPane::present(const EntryFormContent& content)
 {
     const bool showsRate = !content.rates.empty();
     setVisible(showsRate || !content.effects.empty());
-    m_title->setText(entryWord(showsRate ? "rateTitle" : "afterSavingShort"));
-    m_hint->setText(showsRate ? entryWord("enteredRateHint") : content.purpose);
+    m_title->setText(entryWord(showsRate ? "rateTitle" : "afterSavingShort", InterfaceLanguage::tag()));
+    m_hint->setText(showsRate ? entryWord("enteredRateHint", InterfaceLanguage::tag()) : content.purpose);
     m_hint->setVisible(!m_hint->text().isEmpty());
     std::vector<QWidget*> cards;
     cards.reserve(content.effects.size());
@@ -83,16 +83,16 @@ QWidget* EntryEffectPane::effectCard(const EntryEffect& effect)
     if (!effect.isSeen) {
         auto* unseen = new TextLabel(TypeStep::small, Token::text2, frame);
         unseen->setWordWrap(true);
-        unseen->setText(entryWord("effect.unseen"));
+        unseen->setText(entryWord("effect.unseen", InterfaceLanguage::tag()));
         layout->addWidget(unseen);
         layout->addStretch(1);
         return frame;
     }
     const auto orNone = [](const QString& text) { return text.isEmpty() ? QStringLiteral("–") : text; };
-    addLine(*layout, entryWord("effect.before"), effect.before);
+    addLine(*layout, entryWord("effect.before", InterfaceLanguage::tag()), effect.before);
     addLine(*layout, effect.changeLabel, orNone(effect.change));
     layout->addWidget(new Line(Qt::Horizontal, frame));
-    addLine(*layout, entryWord("effect.after"), orNone(effect.after), true);
+    addLine(*layout, entryWord("effect.after", InterfaceLanguage::tag()), orNone(effect.after), true);
     return frame;
 }
 

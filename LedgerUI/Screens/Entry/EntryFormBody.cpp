@@ -10,9 +10,9 @@
 #include "LedgerUI/Components/Fields/CurrencyPicker.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/CategoryField.h"
 #include "LedgerUI/Screens/Entry/EntryAmountField.h"
 #include "LedgerUI/Screens/Entry/EntryEffectPane.h"
@@ -124,7 +124,7 @@ void EntryFormBody::present(const EntryFormContent& content, const std::optional
     m_category->present(content.categoryID, content.categoryPath, messageAt(content, EntryField::category));
     m_original->setVisible(content.showsOriginal);
     m_original->present(originalID, content.reference, messageAt(content, EntryField::original));
-    m_noteField->setLabel(entryWord("optionalNote"));
+    m_noteField->setLabel(entryWord("optionalNote", InterfaceLanguage::tag()));
     if (m_note->text() != content.note)
         m_note->setText(content.note);
     setEnabled(content.isEditing);
@@ -135,7 +135,7 @@ void EntryFormBody::presentKinds(const EntryFormContent& content)
     m_kinds->setVisible(!content.kinds.empty());
     m_kindHint->setText(content.kindHint);
     m_kindHint->setVisible(!content.kindHint.isEmpty());
-    m_kinds->setName(entryWord("kinds"));
+    m_kinds->setName(entryWord("kinds", InterfaceLanguage::tag()));
     if (content.kinds != m_kindRows && !content.kinds.empty()) {
         const bool isFirst = m_kindRows.size() != content.kinds.size();
         m_kindRows = content.kinds;

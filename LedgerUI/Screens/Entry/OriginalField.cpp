@@ -7,11 +7,11 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -69,7 +69,7 @@ void OriginalField::offer(std::vector<EntryRefundableRow> rows)
     retranslate();
     m_rows = std::move(rows);
     m_incomes->clear();
-    m_incomes->addItem(entryWord("noOriginal"));
+    m_incomes->addItem(entryWord("noOriginal", InterfaceLanguage::tag()));
     for (const auto& row : m_rows)
         m_incomes->addItem(row.text, qString(row.id));
 }
@@ -93,9 +93,9 @@ QWidget* OriginalField::focusTarget() const
 
 void OriginalField::retranslate()
 {
-    m_label->setText(entryWord("original"));
-    nameComboBox(*m_incomes, entryWord("original"));
-    m_incomes->lineEdit()->setPlaceholderText(entryWord("chooseOriginal"));
-    m_referenceLabel->setText(entryWord("reference"));
-    m_reference->setAccessibleName(entryWord("reference"));
+    m_label->setText(entryWord("original", InterfaceLanguage::tag()));
+    nameComboBox(*m_incomes, entryWord("original", InterfaceLanguage::tag()));
+    m_incomes->lineEdit()->setPlaceholderText(entryWord("chooseOriginal", InterfaceLanguage::tag()));
+    m_referenceLabel->setText(entryWord("reference", InterfaceLanguage::tag()));
+    m_reference->setAccessibleName(entryWord("reference", InterfaceLanguage::tag()));
 }

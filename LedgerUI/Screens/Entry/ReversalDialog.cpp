@@ -14,11 +14,11 @@
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/ReversalRows.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -87,7 +87,7 @@ void ReversalDialog::present()
     m_explanation->setText(content.explanation);
     m_rows->present(content.rows, entryKindColor(m_original.kind, *m_snapshot),
                     entryKindColor(EntryKind::reversal, *m_snapshot));
-    m_reasonField->setLabel(entryWord("reason"));
+    m_reasonField->setLabel(entryWord("reason", InterfaceLanguage::tag()));
     if (m_reason->text() != content.reason)
         m_reason->setText(content.reason);
     m_reasonField->error().present(content.reasonMessage);
@@ -109,11 +109,11 @@ void ReversalDialog::present()
 void ReversalDialog::presentBanner()
 {
     if (std::holds_alternative<ReversalUncertain>(m_state))
-        banner().present(Banner::Kind::warn, entryWord("uncertain"));
+        banner().present(Banner::Kind::warn, entryWord("uncertain", InterfaceLanguage::tag()));
     else if (std::holds_alternative<ReversalKept>(m_state))
-        banner().present(Banner::Kind::info, entryWord("reverse.kept"));
+        banner().present(Banner::Kind::info, entryWord("reverse.kept", InterfaceLanguage::tag()));
     else if (std::holds_alternative<ReversalDone>(m_state))
-        banner().present(Banner::Kind::success, entryWord("reverse.done"));
+        banner().present(Banner::Kind::success, entryWord("reverse.done", InterfaceLanguage::tag()));
     else
         banner().present(Banner::Kind::error, {});
 }
@@ -121,9 +121,11 @@ void ReversalDialog::presentBanner()
 void ReversalDialog::presentLeaving()
 {
     if (std::holds_alternative<ReversalUncertain>(m_state)) {
-        cancelButton().setText(entryWord("closeUncertain"));
-        setLeaveQuestion(entryWord("uncertainTitle"), entryWord("uncertainDiscard"), entryWord("closeAnyway"),
-                         entryWord("keepOpen"));
+        cancelButton().setText(entryWord("closeUncertain", InterfaceLanguage::tag()));
+        setLeaveQuestion(entryWord("uncertainTitle", InterfaceLanguage::tag()),
+                         entryWord("uncertainDiscard", InterfaceLanguage::tag()),
+                         entryWord("closeAnyway", InterfaceLanguage::tag()),
+                         entryWord("keepOpen", InterfaceLanguage::tag()));
         setHasChanges([] { return true; });
         return;
     }

@@ -5,6 +5,7 @@
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Theme/Space.h"
@@ -53,7 +54,7 @@ void ReversalRows::addRow(int at, const ReversalRow& row, const ThemeColor& kind
     if (!row.glyph.isEmpty())
         m_grid->addWidget(new GlyphLabel(row.glyph, kindColor, Space::icon, this), at, glyphColumn);
     auto* title = new ElidedLabel(TypeStep::body, Token::text, Qt::ElideRight, this);
-    title->setText(listed({row.title, row.account}));
+    title->setText(listed({row.title, row.account}, InterfaceLanguage::tag()));
     m_grid->addWidget(title, at, titleColumn);
     auto* currency = new TextLabel(TypeStep::micro, Token::text3, this);
     currency->setText(row.currency);

@@ -11,11 +11,11 @@
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Page/Banner.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormContent.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/EntryDayNote.h"
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -134,8 +134,9 @@ void TransactionForm::presentBanner()
 {
     const auto* editing = std::get_if<EntryEditing>(&m_state);
     if (std::holds_alternative<EntryUncertain>(m_state))
-        banner().present(Banner::Kind::warn,
-                         QStringList{entryWord("uncertain"), entryWord("retainedEntryDate")}.join(QLatin1Char{'\n'}));
+        banner().present(Banner::Kind::warn, QStringList{entryWord("uncertain", InterfaceLanguage::tag()),
+                                                         entryWord("retainedEntryDate", InterfaceLanguage::tag())}
+                                                 .join(QLatin1Char{'\n'}));
     else if (editing && editing->refusal)
         banner().present(Banner::Kind::error, qString(m_store.friendly(*editing->refusal, m_locale)));
     else
@@ -145,15 +146,18 @@ void TransactionForm::presentBanner()
 void TransactionForm::presentLeaving()
 {
     if (std::holds_alternative<EntryUncertain>(m_state)) {
-        cancelButton().setText(entryWord("closeUncertain"));
-        setLeaveQuestion(entryWord("uncertainTitle"), entryWord("uncertainDiscard"), entryWord("closeAnyway"),
-                         entryWord("keepOpen"));
+        cancelButton().setText(entryWord("closeUncertain", InterfaceLanguage::tag()));
+        setLeaveQuestion(entryWord("uncertainTitle", InterfaceLanguage::tag()),
+                         entryWord("uncertainDiscard", InterfaceLanguage::tag()),
+                         entryWord("closeAnyway", InterfaceLanguage::tag()),
+                         entryWord("keepOpen", InterfaceLanguage::tag()));
         setHasChanges([] { return true; });
         return;
     }
     cancelButton().setText(word(dialogWords(), "cancel"));
-    setLeaveQuestion(entryWord("discardTitle"), entryWord("discardMessage"), entryWord("discard"),
-                     entryWord("keepEditing"));
+    setLeaveQuestion(
+        entryWord("discardTitle", InterfaceLanguage::tag()), entryWord("discardMessage", InterfaceLanguage::tag()),
+        entryWord("discard", InterfaceLanguage::tag()), entryWord("keepEditing", InterfaceLanguage::tag()));
     setHasChanges([this] { return EntryForm::hasDraft(EntryForm::draftOf(m_state), m_initial); });
 }
 

@@ -7,6 +7,7 @@
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/SelectableText.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
@@ -161,7 +162,7 @@ void LedgerDetailBody::addLink(const QString& name, const QString& text, const A
     if (action) {
         auto* button = linkButton(text, action, this);
         button->setObjectName(QStringLiteral("entryLink"));
-        button->setAccessibleName(listed({name, text}));
+        button->setAccessibleName(listed({name, text}, InterfaceLanguage::tag()));
         column->addWidget(button, 0, Qt::AlignLeft);
     } else {
         column->addWidget(new SelectableText(text, TypeStep::body, Token::text, this));

@@ -12,10 +12,10 @@
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Fields/SearchField.h"
 #include "LedgerUI/Components/Page/WrapLayout.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Ledger/LedgerFilterMenu.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -60,7 +60,7 @@ QString counted(const QString& name, std::size_t count)
     if (count == 0)
         return name;
     return LedgerWords::filled("filter.counted", InterfaceLanguage::tag(),
-                               {name.toStdString(), LedgerWords::number(count, InterfaceLanguage::tag())});
+                               {name.toStdString(), groupedNumber(count, InterfaceLanguage::tag())});
 }
 
 }

@@ -9,10 +9,10 @@
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Dialogs/Popover.h"
 #include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerRow.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

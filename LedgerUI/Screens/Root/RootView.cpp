@@ -7,7 +7,7 @@
 
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/SignIn/SignInView.h"
 #include "LedgerUI/Screens/Workspace/WorkspaceView.h"
 

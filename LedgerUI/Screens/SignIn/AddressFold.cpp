@@ -12,8 +12,8 @@
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 

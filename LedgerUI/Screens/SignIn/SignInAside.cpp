@@ -14,10 +14,10 @@
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerUI/Components/Buttons/CardButton.h"
 #include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/MarkLabel.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 #include "LedgerUI/Screens/SignIn/SignInMode.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -154,5 +154,5 @@ void SignInAside::retranslate()
     m_demonstration->setText(word(words, "demo"));
     m_demonstrationHint->setText(word(words, "demoHint"));
     for (auto* action : m_profiles->actions())
-        action->setText(roleText(action->data().toString().toStdString()));
+        action->setText(roleText(action->data().toString().toStdString(), InterfaceLanguage::tag()));
 }

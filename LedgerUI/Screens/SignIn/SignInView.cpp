@@ -9,11 +9,11 @@
 
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
-#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Page/BusyBar.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/SignIn/AddressFold.h"
 #include "LedgerUI/Screens/SignIn/LoginForm.h"
 #include "LedgerUI/Screens/SignIn/SignInAside.h"

@@ -10,8 +10,8 @@
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Theme/Space.h"
 

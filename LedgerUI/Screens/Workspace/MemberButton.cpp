@@ -10,7 +10,7 @@
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Components/Buttons/CardButton.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -91,7 +91,7 @@ void MemberButton::present()
     if (!snapshot)
         return;
     const auto& member = snapshot->currentMember;
-    const auto role = roleText(member.role);
+    const auto role = roleText(member.role, InterfaceLanguage::tag());
     m_button->setTitle(qString(member.name));
     m_button->setSubtitle(role);
     m_button->setAccessibleName(word(words, "member", {member.name, role.toStdString()}));

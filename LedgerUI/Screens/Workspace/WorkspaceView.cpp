@@ -14,7 +14,7 @@
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/BusyBar.h"
 #include "LedgerUI/Components/Page/StatusBar.h"
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceStatus.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
@@ -165,7 +165,8 @@ void WorkspaceView::presentStatus()
     const auto status = workspaceStatus({.lastRefresh = m_store.lastRefresh(),
                                          .isBusy = m_store.isBusy(),
                                          .isStale = m_isStale,
-                                         .entries = snapshot->transactions.size()});
+                                         .entries = snapshot->transactions.size()},
+                                        InterfaceLanguage::tag());
     m_status->setRefreshText(status.refresh,
                              status.isWarning ? StatusBar::Freshness::stale : StatusBar::Freshness::fresh);
     m_status->setRefreshHint(status.refreshHint);

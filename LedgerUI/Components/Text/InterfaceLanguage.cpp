@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 
 #include <array>
 #include <utility>

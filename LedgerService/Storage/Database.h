@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+namespace LedgerService {
+
 class Connection;
 
 /// The service's database: its connections, one lent to each request at a time. Shared by all threads.
@@ -46,3 +48,5 @@ private:
     std::mutex m_guard;
     std::vector<std::unique_ptr<Connection>> m_idle;
 };
+
+}

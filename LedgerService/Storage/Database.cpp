@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Sql/Database.h"
+#include "LedgerService/Storage/Database.h"
 
 #include <chrono>
 #include <exception>
@@ -7,6 +7,8 @@
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+
+namespace LedgerService {
 
 namespace {
 
@@ -75,4 +77,6 @@ Database::Loan::~Loan()
 {
     const std::lock_guard guard{m_database.m_guard};
     m_database.m_idle.push_back(std::move(m_connection));
+}
+
 }

@@ -1,4 +1,4 @@
-#include "LedgerUI/Components/Fields/ComboBoxLists.h"
+#include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 
 #include <QAbstractItemView>
 #include <QComboBox>

@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include "LedgerUI/Presentation/Text/Words.h"
+
 class WordTable;
 
 /// The language that the screens write in. A change posts QEvent::LanguageChange to the application, which hands it to
@@ -27,8 +29,3 @@ QString nativeName(std::string_view tag);
 QString word(const WordTable& table, std::string_view key);
 /// The same with "%1" to "%9" filled in.
 QString word(const WordTable& table, std::string_view key, std::initializer_list<std::string_view> arguments);
-
-inline QString qString(std::string_view utf8)
-{
-    return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
-}

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Records/LocalizedName.h"
+#include "LedgerCore/Domain/Text/LocalizedName.h"
 
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 
