@@ -57,6 +57,8 @@ DecodeError refusalOf(ondemand::value& value, simdjson::error_code code)
 
 /// Deeper documents are nobody's records, and would exhaust the stack.
 constexpr std::size_t maximumDepth = 64;
+/// What the parser keeps track of: a value that is passed over may itself lie inside records of this depth.
+constexpr std::size_t trackedDepth = 2 * maximumDepth;
 
 /// Reads a value of no interest with all that is in it, so that a malformed one is found out.
 class Passage {
@@ -68,6 +70,8 @@ public:
         const auto token = value.raw_json_token();
         if (token.empty()) // the text ends where the value should stand
             return simdjson::INCOMPLETE_ARRAY_OR_OBJECT;
+        if (m_depth == maximumDepth) // before the parser enters: it counts on being asked no deeper than it keeps track
+            return simdjson::DEPTH_ERROR;
         switch (token.front()) {
         case '{':
             return overAll<ondemand::object>(value.get_object());
@@ -98,8 +102,7 @@ private:
         Container container;
         if (const auto error = std::move(found).get(container))
             return error;
-        if (++m_depth > maximumDepth)
-            return simdjson::DEPTH_ERROR;
+        ++m_depth;
         for (auto each : container) {
             if (const auto error = each.error())
                 return error;
@@ -238,7 +241,7 @@ Outcome readDocument(std::string& text, void* context, Reader::ElementVisitor vi
 {
     static_assert(padding >= simdjson::SIMDJSON_PADDING);
     ondemand::parser parser;
-    if (parser.allocate(text.size(), maximumDepth))
+    if (parser.allocate(text.size(), trackedDepth))
         return DecodeError::malformed;
     const auto size = text.size();
     text.append(padding, ' ');
