@@ -1,0 +1,123 @@
+#include "LedgerCore/Client/Receipts/ReceiptImage.h"
+
+#include <algorithm>
+#include <memory>
+#include <mutex>
+
+#include <QBuffer>
+#include <QColorSpace>
+#include <QImageReader>
+#include <QPainter>
+#include <libheif/heif.h>
+
+#include "LedgerCore/Client/Receipts/ReceiptCompressor.h"
+
+namespace {
+
+constexpr qint64 bytesPerPixel = 4;
+
+bool isTooLarge(qint64 width, qint64 height)
+{
+    return width <= 0 || height <= 0 || width > ReceiptCompressor::maximumPixels / height;
+}
+
+/// The smallest size of the same shape whose longest side is at least `longestSide`, where half as large would be less.
+/// Only halves are taken: a JPEG decoder leaves out detail in powers of two for next to nothing.
+QSize halvedDownTo(QSize size, int longestSide)
+{
+    while (std::max(size.width(), size.height()) / 2 >= longestSide)
+        size = {(size.width() + 1) / 2, (size.height() + 1) / 2};
+    return size;
+}
+
+/// JPEG and PNG, with Qt's own readers.
+std::optional<QImage> readPlain(std::string_view data, int longestSide)
+{
+    static std::once_flag limited;
+    std::call_once(limited, [] {
+        QImageReader::setAllocationLimit(
+            static_cast<int>(ReceiptCompressor::maximumPixels * bytesPerPixel / (1024 * 1024) + 1));
+    });
+    const auto bytes = QByteArray::fromRawData(data.data(), static_cast<qsizetype>(data.size()));
+    QBuffer buffer;
+    buffer.setData(bytes);
+    QImageReader reader{&buffer};
+    reader.setAutoTransform(true);
+    reader.setDecideFormatFromContent(true);
+    const auto size = reader.size();
+    if (isTooLarge(size.width(), size.height()))
+        return std::nullopt;
+    if (reader.format() == "jpeg")
+        reader.setScaledSize(halvedDownTo(size, longestSide));
+    auto image = reader.read();
+    return image.isNull() ? std::nullopt : std::optional{std::move(image)};
+}
+
+struct FreeHeif {
+    void operator()(heif_context* context) const { heif_context_free(context); }
+    void operator()(heif_image_handle* handle) const { heif_image_handle_release(handle); }
+    void operator()(heif_image* image) const { heif_image_release(image); }
+};
+template <class Part>
+using Heif = std::unique_ptr<Part, FreeHeif>;
+
+QColorSpace colorSpaceOf(const heif_image_handle* handle)
+{
+    const auto size = heif_image_handle_get_raw_color_profile_size(handle);
+    if (size == 0)
+        return {};
+    QByteArray profile(static_cast<qsizetype>(size), Qt::Uninitialized);
+    const auto failed = heif_image_handle_get_raw_color_profile(handle, profile.data());
+    return failed.code == heif_error_Ok ? QColorSpace::fromIccProfile(profile) : QColorSpace{};
+}
+
+/// HEIC and HEIF. The library turns and mirrors as the file asks.
+std::optional<QImage> readHeif(std::string_view data)
+{
+    const Heif<heif_context> context{heif_context_alloc()};
+    if (!context)
+        return std::nullopt;
+    if (heif_context_read_from_memory_without_copy(context.get(), data.data(), data.size(), nullptr).code !=
+        heif_error_Ok)
+        return std::nullopt;
+    heif_image_handle* found = nullptr;
+    if (heif_context_get_primary_image_handle(context.get(), &found).code != heif_error_Ok)
+        return std::nullopt;
+    const Heif<heif_image_handle> handle{found};
+    if (isTooLarge(heif_image_handle_get_width(handle.get()), heif_image_handle_get_height(handle.get())))
+        return std::nullopt;
+    heif_image* decoded = nullptr;
+    if (heif_decode_image(handle.get(), &decoded, heif_colorspace_RGB, heif_chroma_interleaved_RGBA, nullptr).code !=
+        heif_error_Ok)
+        return std::nullopt;
+    const Heif<heif_image> pixels{decoded};
+    int stride = 0;
+    const auto* plane = heif_image_get_plane_readonly(pixels.get(), heif_channel_interleaved, &stride);
+    if (plane == nullptr)
+        return std::nullopt;
+    const QImage view{plane, heif_image_get_width(pixels.get(), heif_channel_interleaved),
+                      heif_image_get_height(pixels.get(), heif_channel_interleaved), stride, QImage::Format_RGBA8888};
+    auto image = view.copy(); // the view ends with `pixels`
+    image.setColorSpace(colorSpaceOf(handle.get()));
+    return image.isNull() ? std::nullopt : std::optional{std::move(image)};
+}
+
+}
+
+std::optional<QImage> ReceiptImage::read(std::string_view data, std::string_view mime, int longestSide)
+{
+    return mime == "image/heic" || mime == "image/heif" ? readHeif(data) : readPlain(data, longestSide);
+}
+
+QImage ReceiptImage::opaque(QImage image)
+{
+    if (image.colorSpace().isValid() && image.colorSpace() != QColorSpace{QColorSpace::SRgb})
+        image.convertToColorSpace(QColorSpace::SRgb);
+    if (!image.hasAlphaChannel())
+        return std::move(image).convertToFormat(QImage::Format_RGB32);
+    QImage ground{image.size(), QImage::Format_RGB32};
+    ground.fill(Qt::white);
+    QPainter painter{&ground};
+    painter.drawImage(0, 0, image);
+    return ground;
+}
