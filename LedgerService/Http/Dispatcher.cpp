@@ -21,7 +21,7 @@ Outcome unknownRoute(const RouteMatch& match)
     if (match.allow.empty())
         return std::unexpected(Refusal{404, "not_found", "There is nothing at this path."});
     const Refusal refusal{405, "method_not_allowed", "The path does not know this method."};
-    return Reply{.status = refusal.status, .body = errorBody(refusal), .allow = match.allow};
+    return Reply{.status = refusal.status, .body = errorBody(refusal), .headers = {{"Allow", match.allow}}};
 }
 
 }
@@ -94,12 +94,12 @@ Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const
     if (!snapshot)
         return replyOf({404, "not_found", "The company is gone."});
     if (!reply.beside)
-        return {.status = 200, .body = Json::encode(*snapshot), .allow = {}};
+        return {.status = 200, .body = Json::encode(*snapshot)};
     std::string body = "{" + Json::encode(reply.beside->first) + ":" + Json::encode(reply.beside->second);
     body += ",\"snapshot\":";
     body += Json::encode(*snapshot);
     body += '}';
-    return {.status = 200, .body = std::move(body), .allow = {}};
+    return {.status = 200, .body = std::move(body)};
 }
 
 }

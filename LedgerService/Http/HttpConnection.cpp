@@ -4,12 +4,15 @@
 #include <boost/asio/post.hpp>
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
+#include <boost/asio/write.hpp>
+#include <boost/beast/http/chunk_encode.hpp>
 #include <boost/beast/http/empty_body.hpp>
 #include <boost/beast/http/error.hpp>
 #include <boost/beast/http/read.hpp>
 #include <boost/beast/http/write.hpp>
 
 #include "LedgerService/Log.h"
+#include "LedgerService/Storage/Sql/DatabaseFailure.h"
 
 namespace LedgerService {
 
@@ -69,6 +72,40 @@ Reply work(const Dispatcher& dispatcher, const RouteMatch& match, const Request&
     return reply;
 }
 
+void setHeaders(http::response_header<>& header, const Reply& reply)
+{
+    if (reply.status != static_cast<int>(http::status::not_modified))
+        header.set(http::field::content_type, "application/json");
+    header.set(http::field::cache_control, "no-store");
+    header.set("X-Content-Type-Options", "nosniff");
+    for (const auto& [name, value] : reply.headers)
+        header.set(name, value);
+}
+
+/// False when there is no going on: what was sent is not the whole.
+bool makeNext(const BodyBlocks& blocks, std::string& block)
+{
+    try {
+        block = blocks();
+        return true;
+    } catch (const std::exception& failure) {
+        Log::failure("(reply under way)", DatabaseFailure::words(failure));
+        return false;
+    }
+}
+
+/// The values of all headers of this name, separated by commas.
+std::string listed(const http::request_header<>& header, beast::string_view name)
+{
+    std::string list;
+    const auto [first, last] = header.equal_range(name);
+    for (auto each = first; each != last; ++each) {
+        list += list.empty() ? "" : ", ";
+        list.append(each->value().data(), each->value().size());
+    }
+    return list;
+}
+
 }
 
 HttpConnection::HttpConnection(asio::ip::tcp::socket socket, HttpShared& shared)
@@ -124,11 +161,13 @@ asio::awaitable<bool> HttpConnection::answerOne()
 {
     Parser parser;
     m_headAsked = false;
+    m_version = 11;
     auto failure = co_await readHeader(parser);
     if (failure)
         co_return co_await refuse(failure);
     const auto& header = parser.get();
     m_headAsked = header.method() == http::verb::head;
+    m_version = header.version();
     const std::string_view target{header.target().data(), header.target().size()};
     const std::string_view method{header.method_string().data(), header.method_string().size()};
     const auto match = m_shared.routes.match(method, target.substr(0, target.find('?')));
@@ -190,12 +229,10 @@ asio::awaitable<bool> HttpConnection::refuse(beast::error_code failure)
 
 asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)
 {
+    if (reply.more)
+        co_return co_await writeBlocks(std::move(reply), keepAlive);
     http::response<http::string_body> response{static_cast<http::status>(reply.status), 11};
-    response.set(http::field::content_type, "application/json");
-    response.set(http::field::cache_control, "no-store");
-    response.set("X-Content-Type-Options", "nosniff");
-    if (!reply.allow.empty())
-        response.set(http::field::allow, reply.allow);
+    setHeaders(response, reply);
     response.body() = std::move(reply.body);
     response.keep_alive(keepAlive);
     response.prepare_payload();
@@ -207,6 +244,38 @@ asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)
         co_await http::async_write_header(m_stream, serializer, token);
     else
         co_await http::async_write(m_stream, serializer, token);
+    co_return keepAlive && !failure;
+}
+
+/// Writes a body whose length is not known beforehand, each block made when the one before it is with the system.
+asio::awaitable<bool> HttpConnection::writeBlocks(Reply reply, bool keepAlive)
+{
+    const bool chunked = m_version >= 11;
+    keepAlive = keepAlive && chunked; // the end of the connection is the end of an older client's body
+    http::response<http::empty_body> response{static_cast<http::status>(reply.status), 11};
+    setHeaders(response, reply);
+    response.keep_alive(keepAlive);
+    response.chunked(chunked);
+    beast::error_code failure;
+    m_stream.expires_after(m_shared.limits.reply); // for all of it
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    http::response_serializer<http::empty_body> serializer{response};
+    co_await http::async_write_header(m_stream, serializer, token);
+    auto block = std::move(reply.body);
+    while (!failure && !m_headAsked && !block.empty()) {
+        const auto bytes = asio::buffer(std::as_const(block));
+        if (chunked)
+            co_await asio::async_write(m_stream, http::make_chunk(bytes), token);
+        else
+            co_await asio::async_write(m_stream, bytes, token);
+        co_await asio::post(asio::bind_executor(m_shared.readers, asio::use_awaitable));
+        const bool made = makeNext(reply.more, block);
+        co_await asio::post(asio::use_awaitable);
+        if (!made)
+            co_return false;
+    }
+    if (!failure && !m_headAsked && chunked)
+        co_await asio::async_write(m_stream, http::make_chunk_last(), token);
     co_return keepAlive && !failure;
 }
 
@@ -234,6 +303,9 @@ Request HttpConnection::requestOf(Parser& parser) const
     request.token = bearerOf(text(message[http::field::authorization]));
     request.remote = m_remote;
     request.fromWebPage = message.find(http::field::origin) != message.end();
+    request.ifNoneMatch = listed(message, "If-None-Match");
+    request.instanceManipulations = listed(message, "A-IM");
+    request.prefer = listed(message, "Prefer");
     if (m_shared.behindProxy) {
         // A proxy appends to the list or adds a line of its own: the last line is the one to believe.
         const auto [first, last] = message.equal_range("X-Forwarded-For");

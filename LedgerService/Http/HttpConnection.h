@@ -50,6 +50,7 @@ private:
     boost::asio::awaitable<boost::beast::error_code> readBody(Parser& parser, std::size_t limit);
     boost::asio::awaitable<bool> refuse(boost::beast::error_code failure);
     boost::asio::awaitable<bool> write(Reply reply, bool keepAlive);
+    boost::asio::awaitable<bool> writeBlocks(Reply reply, bool keepAlive);
     boost::asio::awaitable<void> linger();
     [[nodiscard]] Request requestOf(Parser& parser) const;
 
@@ -59,6 +60,7 @@ private:
     HttpShared& m_shared;
     bool m_idle = true;
     bool m_headAsked = false; // the request under way is answered without a body
+    unsigned m_version = 11;  // of HTTP, as the client speaks it
 };
 
 }

@@ -4,7 +4,7 @@ namespace LedgerService {
 
 Reply replyOf(const Refusal& refusal)
 {
-    return {.status = refusal.status, .body = errorBody(refusal), .allow = {}};
+    return {.status = refusal.status, .body = errorBody(refusal)};
 }
 
 }

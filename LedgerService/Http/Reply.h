@@ -1,21 +1,29 @@
 #pragma once
 
 #include <expected>
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Storage/Rows/SessionRepository.h"
 
 namespace LedgerService {
 
+/// The further blocks of a long body: each call gives the next one, an empty text ends the body. Called by one thread
+/// at a time, a reader's, as fast as the client takes them; what it holds between two calls must be little. Throws when
+/// it cannot go on: the connection is then cut off, so that the client does not take a part for the whole.
+using BodyBlocks = std::function<std::string()>;
+
 /// A finished answer.
 struct Reply {
     int status = 200;
-    std::string body = "{}"; // JSON
-    std::string allow;       // methods, where the path knows others than the one asked
+    std::string body = "{}";                                       // JSON; the first block of it when there are more
+    std::vector<std::pair<std::string, std::string>> headers = {}; // beside those that every reply carries
+    BodyBlocks more = {};
 };
 
 /// An answer with the reader's snapshot, read once the request's own work is committed: writers need not wait for it.

@@ -12,6 +12,10 @@ struct Request {
     std::string remote; // the client's address, for limits only
     std::string body;
     bool fromWebPage = false; // a browser's script sent it, with an Origin header
+    // As they were sent, the values of repeated headers separated by commas:
+    std::string ifNoneMatch;
+    std::string instanceManipulations; // A-IM
+    std::string prefer;
 };
 
 }

@@ -1,5 +1,8 @@
 #include "LedgerService/testing/HttpClient.h"
 
+#include <algorithm>
+#include <cctype>
+
 #include <boost/asio/connect.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
@@ -39,6 +42,12 @@ std::string HttpAnswer::code() const
     return reply ? reply->error.code : std::string{};
 }
 
+std::string HttpAnswer::header(const std::string& name) const
+{
+    const auto found = headers.find(name);
+    return found == headers.end() ? std::string{} : found->second;
+}
+
 struct HttpClient::Socket {
     asio::io_context context;
     asio::ip::tcp::socket socket{context};
@@ -59,13 +68,14 @@ void HttpClient::connect()
 }
 
 HttpAnswer HttpClient::send(std::string_view method, const std::string& path, const std::string& token,
-                            const std::string& body)
+                            const std::string& body, std::string_view headers)
 {
     auto text = fmt::format("{} {} HTTP/1.1\r\nHost: localhost\r\nAccept: application/json\r\n", method, path);
     if (!token.empty())
         text += fmt::format("Authorization: Bearer {}\r\n", token);
     if (!body.empty() || method != "GET")
         text += fmt::format("Content-Type: application/json\r\nContent-Length: {}\r\n", body.size());
+    text.append(headers);
     text += "\r\n" + body;
     auto answer = sendRaw(text);
     if (answer.status != 0)
@@ -97,10 +107,13 @@ HttpAnswer HttpClient::read()
     if (failure)
         return {};
     const auto& message = parser.get();
-    const auto allow = message[http::field::allow];
-    return {.status = static_cast<int>(message.result_int()),
-            .body = message.body(),
-            .allow = std::string{allow.data(), allow.size()}};
+    HttpAnswer answer{.status = static_cast<int>(message.result_int()), .body = message.body()};
+    for (const auto& field : message) {
+        std::string name{field.name_string().data(), field.name_string().size()};
+        std::ranges::transform(name, name.begin(), [](unsigned char each) { return std::tolower(each); });
+        answer.headers[name] = std::string{field.value().data(), field.value().size()};
+    }
+    return answer;
 }
 
 bool HttpClient::isClosedByService()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -11,10 +12,13 @@ namespace LedgerService {
 struct HttpAnswer {
     int status = 0; // 0 when the connection ended without an answer
     std::string body;
-    std::string allow; // the Allow header
+    std::map<std::string, std::string> headers = {}; // by their names in lower case
 
     /// The code of an error body; empty for other bodies.
     [[nodiscard]] std::string code() const;
+
+    /// The header's value; empty when it was not sent. Names are asked for in lower case.
+    [[nodiscard]] std::string header(const std::string& name) const;
 };
 
 /// A client on one plain connection, which it opens anew when the service has closed it. Blocks.
@@ -25,8 +29,9 @@ public:
     HttpClient(const HttpClient&) = delete;
     HttpClient& operator=(const HttpClient&) = delete;
 
+    /// `headers` are further lines of the header, each with its line end.
     HttpAnswer send(std::string_view method, const std::string& path, const std::string& token = "",
-                    const std::string& body = "");
+                    const std::string& body = "", std::string_view headers = "");
 
     /// Sends bytes as they are and reads one answer.
     HttpAnswer sendRaw(std::string_view bytes);

@@ -53,7 +53,7 @@ Outcome logout(const OpenCall& call)
 {
     if (auto refusal = SignOut::end(call.service, call.request.token, call.now))
         return std::unexpected(*std::move(refusal));
-    return Reply{.status = 200, .body = R"({"ok":true})", .allow = {}};
+    return Reply{.status = 200, .body = R"({"ok":true})"};
 }
 
 constexpr std::array routes{

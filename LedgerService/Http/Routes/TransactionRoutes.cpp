@@ -34,7 +34,7 @@ Outcome post(const MemberCall& call)
                                          });
     if (!recorded)
         return std::unexpected(std::move(recorded.error()));
-    return Reply{.status = 200, .body = *std::move(recorded), .allow = {}};
+    return Reply{.status = 200, .body = *std::move(recorded)};
 }
 
 Outcome reverse(const MemberCall& call)
