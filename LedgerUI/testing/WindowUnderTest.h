@@ -10,7 +10,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Root/RootView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
-#include "LedgerUI/testing/Settling.h"
+#include "LedgerUI/testing/ScreenDriver.h"
 
 /// The whole window over a store with a scripted service, in English until told otherwise.
 struct WindowUnderTest : StoreUnderTest {
@@ -66,4 +66,5 @@ struct WindowUnderTest : StoreUnderTest {
 
     PageRegistry pages;
     QMainWindow window;
+    ScreenDriver screen;
 };

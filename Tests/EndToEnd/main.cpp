@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -9,12 +11,11 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
 #include "Tallyfold/TallyfoldApp.h"
-#include "Tests/EndToEnd/MainJob.h"
-#include "Tests/EndToEnd/ServiceChild.h"
-#include "Tests/EndToEnd/StoryTeller.h"
+#include "Tests/EndToEnd/Story.h"
 
 namespace {
 
@@ -23,35 +24,60 @@ struct Options {
     std::string database;
     std::string listen = "127.0.0.1:0";
     std::string screens;
+    std::vector<std::string> chosen;
 };
 
 void describe(CLI::App& command, Options& options)
 {
+    std::vector<std::string> names;
+    for (const auto& story : stories())
+        names.emplace_back(story.name);
     command.add_option("--service", options.service, "The program tallyfold-service")->required();
     command.add_option("--database", options.database, "The file of the books; a new one that is removed by default");
     command.add_option("--listen", options.listen, "Where the service listens; port 0 picks a free one")
         ->capture_default_str();
     command.add_option("--screens", options.screens, "Folder for the pictures")->required();
+    command.add_option("stories", options.chosen, "Which stories to tell; all by default")->check(CLI::IsMember(names));
 }
 
-int tell(const Options& options)
+void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const QString& database)
+{
+    constexpr std::chrono::seconds patience{30};
+    teller.begin(qString(story.title));
+    ScreenDriver screen{patience};
+    TallyfoldApp tallyfold{"en-US"};
+    tallyfold.start();
+    tallyfold.window().activateWindow(); // nobody else does where no window manager runs
+    expect(QTest::qWaitForWindowActive(&tallyfold.window()), QStringLiteral("the window is active"));
+    Stage stage{.teller = teller,
+                .screen = screen,
+                .service = service,
+                .books = BooksOnDisk{database},
+                .window = tallyfold.window()};
+    try {
+        story.tell(stage);
+    } catch (const ScreenFailure&) {
+        teller.picture(QStringLiteral("failure"));
+        throw;
+    }
+}
+
+int tellAll(const Options& options)
 {
     const QTemporaryDir temporary;
     const auto file = options.database.empty() ? temporary.filePath(QStringLiteral("books.sqlite"))
                                                : QString::fromStdString(options.database);
     ServiceChild service{QString::fromStdString(options.service), file, QString::fromStdString(options.listen)};
     StoryTeller teller{QDir{QString::fromStdString(options.screens)}};
-    TallyfoldApp tallyfold{"en-US"};
     try {
         expect(service.start(), QStringLiteral("the ledger service starts"));
-        tallyfold.start();
-        tallyfold.window().activateWindow(); // nobody else does where no window manager runs
-        expect(QTest::qWaitForWindowActive(&tallyfold.window()), QStringLiteral("the window is active"));
-        MainJob{teller, service, file, tallyfold.window()}.run();
+        for (const auto& story : stories()) {
+            if (options.chosen.empty() || std::ranges::find(options.chosen, story.name) != options.chosen.end())
+                tell(story, teller, service, file);
+        }
         expect(service.stop(), QStringLiteral("the ledger service ends cleanly when asked to"));
-    } catch (const StoryFailure& failure) {
+    } catch (const ScreenFailure& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
-        teller.picture(QStringLiteral("failure"));
         return 1;
     }
     std::printf("Done: %d pictures in %s, books in %s\n", teller.steps(), options.screens.c_str(), qPrintable(file));
@@ -62,7 +88,7 @@ int tell(const Options& options)
 
 int main(int argc, char** argv)
 {
-    CLI::App command{"Does the main job through the real window against the real service, step by step."};
+    CLI::App command{"Tells how people use the program, through its real window and against the real service."};
     Options options;
     describe(command, options);
     CLI11_PARSE(command, argc, argv);
@@ -70,5 +96,5 @@ int main(int argc, char** argv)
     QApplication application{argc, argv};
     QApplication::setApplicationName(QStringLiteral("Tallyfold"));
     Theme::current().followDesktop();
-    return tell(options);
+    return tellAll(options);
 }

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "LedgerUI/testing/ScreenDriver.h"
+#include "Tests/EndToEnd/BooksOnDisk.h"
+#include "Tests/EndToEnd/ServiceChild.h"
+#include "Tests/EndToEnd/StoryTeller.h"
+
+class MainWindow;
+
+/// What a story plays on: the program's window, signed out in English, and a running service.
+struct Stage {
+    StoryTeller& teller;
+    ScreenDriver& screen;
+    ServiceChild& service;
+    BooksOnDisk books;
+    MainWindow& window;
+
+    /// Points the sign-in screen at the service.
+    void findTheService();
+    /// From the sign-in screen into the demonstration as one of its people.
+    void enterDemonstration(std::string_view profile);
+    /// Signs out by the member's menu.
+    void signOut();
+    /// How many entries the ledger lists.
+    [[nodiscard]] int entriesShown() const;
+    /// Waits for an alert that says `text`, pictures it, and closes it.
+    void readAlert(const QString& title, std::string_view text);
+};
+
+/// One feature of the program as one person meets it, through the real window, service and file.
+struct Story {
+    std::string_view name; // for the command line: "sign-in"
+    std::string_view title;
+    void (*tell)(Stage&);
+};
+
+/// All stories, in the order in which they are shown.
+std::span<const Story> stories();
+
+void tellOfSigningIn(Stage& stage);
+void tellOfTheLedger(Stage& stage);
+void tellOfRecording(Stage& stage);
+void tellOfReversing(Stage& stage);
+void tellOfLanguagesAndSizes(Stage& stage);
+void tellOfComingBack(Stage& stage);
