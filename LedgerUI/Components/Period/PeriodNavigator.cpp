@@ -67,9 +67,14 @@ void PeriodNavigator::goBack()
 
 void PeriodNavigator::goForward()
 {
+    if (mayGoForward())
+        Q_EMIT periodChosen(*m_period.next());
+}
+
+bool PeriodNavigator::mayGoForward() const
+{
     const auto next = m_period.next();
-    if (next && next->firstDay() <= m_today)
-        Q_EMIT periodChosen(*next);
+    return next && next->firstDay() <= m_counts.horizon(m_today);
 }
 
 void PeriodNavigator::openPopover()
@@ -93,7 +98,7 @@ void PeriodNavigator::changeEvent(QEvent* event)
 
 void PeriodNavigator::presentTexts()
 {
-    const auto& words = PeriodWords::table();
+    const auto& words = periodWords();
     const auto label = periodLabel(m_period, InterfaceLanguage::tag());
     m_label->setText(label);
     m_label->setAccessibleName(word(words, "accessibleName", {label.toStdString()}));
@@ -101,8 +106,7 @@ void PeriodNavigator::presentTexts()
     m_previous->setAccessibleName(word(words, "previous"));
     m_previous->setToolTip(word(words, "previous"));
     m_previous->setEnabled(m_period.previous().has_value());
-    const auto next = m_period.next();
-    const bool mayGoOn = next && next->firstDay() <= m_today;
+    const bool mayGoOn = mayGoForward();
     m_next->setAccessibleName(word(words, "next"));
     m_next->setToolTip(word(words, mayGoOn || m_period.isAllTime() ? "next" : "nextRefused"));
     m_next->setEnabled(mayGoOn);

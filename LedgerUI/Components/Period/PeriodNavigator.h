@@ -31,6 +31,7 @@ protected:
 
 private:
     void presentTexts();
+    [[nodiscard]] bool mayGoForward() const;
 
     Period m_period = Period::allTime();
     PeriodCounts m_counts;

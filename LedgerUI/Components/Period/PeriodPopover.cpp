@@ -14,7 +14,6 @@
 #include "LedgerUI/Components/Period/PeriodGridView.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Theme/Space.h"
@@ -34,7 +33,7 @@ constexpr int heightOfOthers = 254;
 
 QString text(std::string_view key)
 {
-    return word(PeriodWords::table(), key);
+    return word(periodWords(), key);
 }
 
 QDate dateOf(year_month_day day)
@@ -235,7 +234,7 @@ void PeriodPopover::presentSpan(Span span)
     setFixedHeight(span == Span::day ? heightOfDays : heightOfOthers);
     if (span == Span::allTime) {
         m_allText->setText(
-            word(PeriodWords::table(), "allEntries", {groupedNumber(m_counts.all(), InterfaceLanguage::tag())}));
+            word(periodWords(), "allEntries", {groupedNumber(m_counts.all(), InterfaceLanguage::tag())}));
         m_pages->setCurrentIndex(1);
     } else if (span == Span::dates) {
         m_pages->setCurrentIndex(2);
@@ -262,7 +261,7 @@ void PeriodPopover::turnPage(int by)
     const auto turned = turnedPage(m_span, m_anchor, by);
     if (!turned || (by > 0 && !m_later->isEnabled()))
         return;
-    m_anchor = std::min(*turned, std::max(m_today, m_anchor));
+    m_anchor = std::min(*turned, std::max(m_counts.horizon(m_today), m_anchor));
     presentGrid();
 }
 

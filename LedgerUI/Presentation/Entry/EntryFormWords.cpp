@@ -78,7 +78,7 @@ const WordTable& entryFormWords()
 
 QString entryWord(std::string_view key, std::string_view locale)
 {
-    for (const auto* table : {&entryFormWords(), &EntryWords::words(), &EntryCopy::words(), &LedgerWords::table()}) {
+    for (const auto* table : {&entryFormWords(), &EntryWords::words(), &EntryCopy::words(), &ledgerWords()}) {
         if (table->contains(key))
             return wordIn(locale, *table, key);
     }

@@ -3,15 +3,21 @@
 #include <algorithm>
 #include <map>
 #include <optional>
+#include <utility>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
 constexpr std::string_view groupKeys[] = {"balances.company", "balances.employee", "balances.refund",
                                           "balances.archived"};
+
+using Minor = std::optional<std::int64_t>; // unset where it is not known
 
 std::string_view groupOf(const Account& account)
 {
@@ -22,16 +28,56 @@ std::string_view groupOf(const Account& account)
     return account.isRestricted() ? groupKeys[1] : groupKeys[0];
 }
 
-bool isEmpty(const Account& account)
+void add(Minor& sum, const Minor& amount)
 {
-    return std::ranges::all_of(account.balances, [](const auto& balance) { return balance.second == 0; });
+    sum = sum && amount ? Money::add(*sum, *amount) : std::nullopt;
 }
 
-/// A balance has no sign unless it is below zero.
-LedgerAmount balance(std::int64_t minor, const std::string& currency, std::string_view locale)
+/// The sums of all visible movements by account and currency: until the end of a day, and altogether.
+class Movements {
+public:
+    Movements(const LedgerBook& book, std::uint32_t lastDay) : m_book(book)
+    {
+        m_sums.resize(book.accounts().size() * book.currencies().size());
+        for (std::uint32_t at = 0; at < book.size(); ++at) {
+            const bool counts = book.entry(at).day <= lastDay;
+            for (const auto& leg : book.legs(at)) {
+                auto& sum = m_sums[leg.account * book.currencies().size() + leg.currency];
+                add(sum.all, leg.amountMinor);
+                if (counts)
+                    add(sum.until, leg.amountMinor);
+                sum.isLater = sum.isLater || !counts;
+            }
+        }
+    }
+
+    [[nodiscard]] Minor balance(const Account& account, const std::string& currency) const
+    {
+        const auto now = account.balance(currency);
+        const auto accountAt = m_book.accounts().find(account.id);
+        const auto currencyAt = m_book.currencies().find(currency);
+        if (!accountAt || !currencyAt)
+            return now;
+        const auto& sum = m_sums[*accountAt * m_book.currencies().size() + *currencyAt];
+        if (!sum.isLater)
+            return now;
+        return sum.all == now ? sum.until : std::nullopt;
+    }
+
+private:
+    struct Sum {
+        Minor until = 0;
+        Minor all = 0;
+        bool isLater = false; // some of it is after the day
+    };
+
+    const LedgerBook& m_book;
+    std::vector<Sum> m_sums;
+};
+
+MoneyText written(const Minor& minor, const std::string& currency, std::string_view locale)
 {
-    return {QString::fromStdString(currency), QString::fromStdString(Money::formatDigits(minor, currency, locale)),
-            LedgerAmount::Tone::plain};
+    return minor ? balanceText(*minor, currency, locale) : unknownMoney(currency);
 }
 
 /// The currencies that an account holds, then any others that still have money on it.
@@ -45,54 +91,68 @@ std::vector<std::string> currenciesOf(const Account& account)
     return codes;
 }
 
-using Sums = std::map<std::string, std::optional<std::int64_t>, std::less<>>;
+using Sums = std::map<std::string, Minor, std::less<>>;
 
-LedgerAccountBalance accountBalance(const Account& account, std::string_view locale, Sums& sums)
+std::vector<MoneyText> totalsOf(const Sums& sums, std::string_view locale)
 {
-    LedgerAccountBalance result{account.id, QString::fromStdString(account.name), {}};
-    for (const auto& code : currenciesOf(account)) {
-        const auto minor = account.balance(code);
-        result.amounts.push_back(balance(minor, code, locale));
-        auto& sum = sums.try_emplace(code, 0).first->second;
-        if (sum)
-            sum = Money::add(*sum, minor);
-    }
-    return result;
-}
-
-std::vector<LedgerAmount> totalsOf(const Sums& sums, std::string_view locale)
-{
-    std::vector<LedgerAmount> totals;
-    const auto append = [&](const std::string& code, const std::optional<std::int64_t>& sum) {
-        if (sum)
-            totals.push_back(balance(*sum, code, locale));
-    };
+    std::vector<MoneyText> totals;
     for (const auto& currency : CurrencyInfo::supported()) {
         if (const auto found = sums.find(currency.code); found != sums.end())
-            append(found->first, found->second);
+            totals.push_back(written(found->second, found->first, locale));
     }
     for (const auto& [code, sum] : sums) {
         if (!CurrencyInfo::isSupported(code))
-            append(code, sum);
+            totals.push_back(written(sum, code, locale));
     }
     return totals;
 }
 
+/// Adds what is on the account to the group and to the sums; an archived one only while something is on it.
+void addAccount(LedgerBalanceGroup& group, const Account& account, const Movements& movements, std::string_view locale,
+                Sums& sums)
+{
+    std::vector<std::pair<std::string, Minor>> balances;
+    for (const auto& code : currenciesOf(account))
+        balances.emplace_back(code, movements.balance(account, code));
+    const bool isEmpty = std::ranges::all_of(balances, [](const auto& each) { return each.second == 0; });
+    if (account.archived && isEmpty)
+        return;
+    LedgerAccountBalance shown{account.id, QString::fromStdString(account.name), {}};
+    for (const auto& [code, minor] : balances) {
+        shown.amounts.push_back(written(minor, code, locale));
+        add(sums.try_emplace(code, 0).first->second, minor);
+    }
+    group.accounts.push_back(std::move(shown));
 }
 
-LedgerBalances balancesOf(const LedgerSnapshot& snapshot, std::string_view locale)
+}
+
+std::chrono::year_month_day balanceDay(const LedgerBook& book, const Period& period, std::chrono::year_month_day today)
 {
+    const auto last = book.counts().horizon(today);
+    return period.isAllTime() ? last : std::min(period.lastDay(), last);
+}
+
+LedgerBalances balancesOn(const LedgerBook& book, std::chrono::year_month_day day)
+{
+    const auto& locale = book.locale();
+    const Movements movements{book, dayNumber(day)};
     LedgerBalances result;
+    result.day =
+        wordIn(locale, ledgerWords(), "balances.on", {DayText::longDay(LedgerDay::format(day), locale).toStdString()});
     Sums sums;
     for (const auto key : groupKeys) {
-        LedgerBalanceGroup group{LedgerWords::text(key, locale), {}};
-        for (const auto& account : snapshot.accounts) {
-            if (groupOf(account) == key && !(account.archived && isEmpty(account)))
-                group.accounts.push_back(accountBalance(account, locale, sums));
+        LedgerBalanceGroup group{wordIn(locale, ledgerWords(), key), {}};
+        for (const auto& account : book.snapshot().accounts) {
+            if (groupOf(account) == key)
+                addAccount(group, account, movements, locale, sums);
         }
         if (!group.accounts.empty())
             result.groups.push_back(std::move(group));
     }
     result.totals = totalsOf(sums, locale);
+    const bool isKnown = std::ranges::all_of(sums, [](const auto& each) { return each.second.has_value(); });
+    if (!isKnown)
+        result.hint = wordIn(locale, ledgerWords(), "balances.unknown");
     return result;
 }

@@ -5,11 +5,11 @@
 
 #include "LedgerUI/Presentation/Ledger/LedgerRow.h"
 
-/// The money on one account, one line a currency that it holds.
+/// The money on one account, one line per currency that it holds.
 struct LedgerAccountBalance {
     std::string accountID;
     QString name;
-    std::vector<LedgerAmount> amounts;
+    std::vector<MoneyText> amounts;
 
     bool operator==(const LedgerAccountBalance&) const = default;
 };
@@ -21,13 +21,20 @@ struct LedgerBalanceGroup {
     bool operator==(const LedgerBalanceGroup&) const = default;
 };
 
-/// What is where: the accounts that the member may view by purpose, and the sum of each currency over all of them.
+/// What is where at the end of one day: the accounts that the member may view by purpose, and the sum of each currency
+/// over all of them.
 struct LedgerBalances {
+    QString day;                            // "At the end of 30 September 2026"
     std::vector<LedgerBalanceGroup> groups; // company, employees, refunds, archived; none of them empty
-    std::vector<LedgerAmount> totals;       // in the order of the currency pickers
+    std::vector<MoneyText> totals;          // in the order of the currency pickers
+    QString hint;                           // why some are not known; empty when all are
 
     bool operator==(const LedgerBalances&) const = default;
 };
 
-/// Archived accounts are left out once they are empty.
-LedgerBalances balancesOf(const LedgerSnapshot& snapshot, std::string_view locale);
+/// The day at whose end a look at `period` sees the balances: its last, but none after today and the last entry.
+std::chrono::year_month_day balanceDay(const LedgerBook& book, const Period& period, std::chrono::year_month_day today);
+
+/// The balances at the end of `day`. A past balance is known only where the entries that the member sees explain the
+/// balance of now. Archived accounts are left out where they are empty.
+LedgerBalances balancesOn(const LedgerBook& book, std::chrono::year_month_day day);

@@ -1,7 +1,8 @@
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 
 #include <algorithm>
-#include <unordered_map>
+
+#include <QStringList>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
@@ -32,7 +33,7 @@ std::vector<Detail::Line> linesOf(const LedgerBook& book, const LedgerTransactio
     std::vector<Detail::Line> lines;
     const auto add = [&](std::string_view key, const QString& value) {
         if (!value.isEmpty())
-            lines.push_back({LedgerWords::text(key, locale), value});
+            lines.push_back({wordIn(locale, ledgerWords(), key), value});
     };
     add("detail.date", DayText::weekdayAndDay(transaction.date, locale));
     add("detail.recorded", recordedText(transaction.createdAt, locale));
@@ -48,11 +49,11 @@ std::vector<Detail::Leg> legsOf(const LedgerBook& book, std::uint32_t at)
     std::vector<Detail::Leg> legs;
     for (const auto& leg : book.legs(at)) {
         const auto& currency = book.currencies().id(leg.currency);
-        QString after;
+        std::optional<MoneyText> after;
         if (const auto balance = balanceAfter(book, at, leg))
-            after = QString::fromStdString(Money::format(*balance, currency, book.locale()));
+            after = balanceText(*balance, currency, book.locale());
         legs.push_back({QString::fromStdString(book.names().account(book.accounts().id(leg.account))),
-                        signedAmount(leg.amountMinor, currency, book.locale()), after});
+                        movementText(leg.amountMinor, currency, book.locale()), after});
     }
     return legs;
 }
@@ -62,11 +63,12 @@ Detail::Link link(const LedgerBook& book, std::string_view key, const std::strin
     const auto& locale = book.locale();
     const auto at = book.find(target);
     if (at == LedgerBook::none)
-        return {LedgerWords::text(key, locale), LedgerWords::text("link.hidden", locale), {}};
-    const auto day = DayText::shortDate(book.transaction(at).date, locale);
-    const auto& title = book.titles().id(book.entry(at).title);
-    return {LedgerWords::text(key, locale), LedgerWords::filled("link.text", locale, {day.toStdString(), title}),
-            target};
+        return {wordIn(locale, ledgerWords(), key), wordIn(locale, ledgerWords(), "link.hidden"), {}};
+    QStringList parts{DayText::shortDate(book.transaction(at).date, locale),
+                      QString::fromStdString(book.titles().id(book.entry(at).title))};
+    for (const auto& amount : amountsOf(book, at))
+        parts << amount.text();
+    return {wordIn(locale, ledgerWords(), key), parts.join(QStringLiteral(" · ")), target};
 }
 
 std::vector<Detail::Link> linksOf(const LedgerBook& book, const LedgerTransaction& transaction)
@@ -128,7 +130,7 @@ void addCorrection(Detail& detail, const LedgerBook& book, const LedgerTransacti
     else
         detail.offersReversal = true;
     if (!key.empty())
-        detail.correction = LedgerWords::text(key, book.locale());
+        detail.correction = wordIn(book.locale(), ledgerWords(), key);
 }
 
 }

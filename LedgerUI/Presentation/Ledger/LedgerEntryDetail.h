@@ -16,8 +16,8 @@ struct LedgerEntryDetail {
     };
     struct Leg {
         QString account;
-        LedgerAmount amount;
-        QString balanceAfter; // "VND 412,380,500"; empty where it is not known
+        MoneyText amount;
+        std::optional<MoneyText> balanceAfter; // where it is known
 
         bool operator==(const Leg&) const = default;
     };
@@ -41,7 +41,7 @@ struct LedgerEntryDetail {
     QString kindTitle;
     QString title; // the category's path; empty where the kind says all
     bool isReversed = false;
-    std::vector<LedgerAmount> amounts;
+    std::vector<MoneyText> amounts;
     std::vector<Line> lines;
     std::vector<Leg> legs;
     std::vector<Link> links;

@@ -4,6 +4,7 @@
 
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
+#include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Text/Words.h"
@@ -21,7 +22,7 @@ constexpr std::string_view missing = "missing";
 QString kindName(std::string_view kind, std::string_view locale)
 {
     const auto key = "kind." + std::string{kind};
-    return LedgerWords::table().contains(key) ? LedgerWords::text(key, locale) : qString(kind);
+    return ledgerWords().contains(key) ? wordIn(locale, ledgerWords(), key) : qString(kind);
 }
 
 Choices kindChoices(const LedgerBook& book)
@@ -113,8 +114,8 @@ std::vector<LedgerFilterChoice> filterChoices(const LedgerBook& book, Part part)
     case Part::currencies:
         return currencyChoices(book);
     case Part::receipts:
-        return {{std::string{attached}, LedgerWords::text("filter.attached", book.locale())},
-                {std::string{missing}, LedgerWords::text("filter.missing", book.locale())}};
+        return {{std::string{attached}, wordIn(book.locale(), ledgerWords(), "filter.attached")},
+                {std::string{missing}, wordIn(book.locale(), ledgerWords(), "filter.missing")}};
     case Part::period:
     case Part::text:
         break;
@@ -177,27 +178,28 @@ QString partName(Part part, std::string_view locale)
     static constexpr std::string_view keys[] = {"filter.period",   "filter.text",       "filter.kinds",
                                                 "filter.accounts", "filter.categories", "filter.currencies",
                                                 "filter.receipts"};
-    return LedgerWords::text(keys[static_cast<std::size_t>(part)], locale);
+    return wordIn(locale, ledgerWords(), keys[static_cast<std::size_t>(part)]);
 }
 
 QString partText(const LedgerBook& book, const LedgerFilter& filter, Part part)
 {
     const auto& locale = book.locale();
     const auto named = [&](const std::string& value) {
-        return LedgerWords::filled("chip", locale, {partName(part, locale).toStdString(), value});
+        return wordIn(locale, ledgerWords(), "chip", {partName(part, locale).toStdString(), value});
     };
     if (part == Part::period)
         return named(periodLabel(filter.period, locale).toStdString());
     if (part == Part::text)
         return named(filter.text);
     if (part == Part::receipts)
-        return LedgerWords::text(filter.receipts == Receipts::attached ? "filter.attached" : "filter.missing", locale);
+        return wordIn(locale, ledgerWords(),
+                      filter.receipts == Receipts::attached ? "filter.attached" : "filter.missing");
     const auto chosen = chosenIn(filter, part);
     if (chosen.empty())
         return partName(part, locale);
     const auto first = choiceName(book, part, *chosen.begin()).toStdString();
     if (chosen.size() == 1)
         return named(first);
-    return LedgerWords::filled("chip.several", locale,
-                               {partName(part, locale).toStdString(), first, groupedNumber(chosen.size() - 1, locale)});
+    return wordIn(locale, ledgerWords(), "chip.several",
+                  {partName(part, locale).toStdString(), first, groupedNumber(chosen.size() - 1, locale)});
 }

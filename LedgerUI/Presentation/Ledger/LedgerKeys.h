@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -28,6 +29,12 @@ public:
     [[nodiscard]] const std::string& id(std::uint32_t number) const { return m_ids[number]; }
     [[nodiscard]] const std::string& folded(std::uint32_t number) const { return m_folded[number]; }
     [[nodiscard]] bool contains(std::string_view id) const { return m_numbers.find(id) != m_numbers.end(); }
+    /// The number of `id`, where it has appeared.
+    [[nodiscard]] std::optional<std::uint32_t> find(std::string_view id) const
+    {
+        const auto found = m_numbers.find(id);
+        return found == m_numbers.end() ? std::nullopt : std::optional{found->second};
+    }
 
     /// For each number whether `accepts(number)` holds.
     template <class Accepts>

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 
 namespace {
@@ -15,7 +16,7 @@ std::string kindKey(const LedgerTransaction& entry)
     if (kind == EntryKind::transfer && entry.transferPurpose == TransferPurpose::returning)
         return "kind.return";
     if (kind == EntryKind::dividend && entry.distributionKind) {
-        if (auto key = "kind.dividend." + *entry.distributionKind; LedgerWords::table().contains(key))
+        if (auto key = "kind.dividend." + *entry.distributionKind; ledgerWords().contains(key))
             return key;
     }
     return "kind." + std::string{kind};
@@ -51,14 +52,13 @@ LedgerNames::LedgerNames(const LedgerSnapshot& snapshot, std::string locale)
 std::string LedgerNames::account(std::string_view id) const
 {
     const auto found = m_accounts.find(id);
-    return std::string{found == m_accounts.end() ? LedgerWords::table().text("account.hidden", m_locale)
-                                                 : found->second};
+    return std::string{found == m_accounts.end() ? ledgerWords().text("account.hidden", m_locale) : found->second};
 }
 
 std::string LedgerNames::member(std::string_view id) const
 {
     const auto found = m_members.find(id);
-    return std::string{found == m_members.end() ? LedgerWords::table().text("member.hidden", m_locale) : found->second};
+    return std::string{found == m_members.end() ? ledgerWords().text("member.hidden", m_locale) : found->second};
 }
 
 std::string LedgerNames::category(std::string_view id) const
@@ -67,14 +67,13 @@ std::string LedgerNames::category(std::string_view id) const
         if (auto path = m_categories.fullPathName(*category, m_locale); !path.empty())
             return path;
     }
-    return std::string{LedgerWords::table().text("category.unknown", m_locale)};
+    return std::string{ledgerWords().text("category.unknown", m_locale)};
 }
 
 std::string LedgerNames::kind(const LedgerTransaction& entry) const
 {
     const auto key = kindKey(entry);
-    return std::string{LedgerWords::table().contains(key) ? LedgerWords::table().text(key, m_locale)
-                                                          : std::string_view{entry.kind}};
+    return std::string{ledgerWords().contains(key) ? ledgerWords().text(key, m_locale) : std::string_view{entry.kind}};
 }
 
 std::string LedgerNames::title(const LedgerTransaction& entry) const

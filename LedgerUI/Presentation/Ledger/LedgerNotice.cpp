@@ -15,7 +15,7 @@ using Remedy = LedgerNotice::Remedy;
 LedgerNotice nothingRecorded(const LedgerBook& book)
 {
     const auto& locale = book.locale();
-    const auto text = [&](std::string_view key) { return LedgerWords::text(key, locale); };
+    const auto text = [&](std::string_view key) { return wordIn(locale, ledgerWords(), key); };
     if (book.snapshot().accounts.empty())
         return {Reason::noAccess, text("empty.noAccess"), text("empty.noAccessBody"), {}, {}};
     if (!book.snapshot().currentMember.canRecord())
@@ -40,18 +40,19 @@ LedgerNotice nothingInPeriod(const LedgerBook& book, const LedgerFilter& filter,
     auto nearest = counts.latestDayUntil(today);
     if (!nearest)
         nearest = counts.latestDay();
-    LedgerNotice notice{Reason::nothingInPeriod,
-                        LedgerWords::filled("period.title", locale, {periodLabel(filter.period, locale).toStdString()}),
-                        {},
-                        {},
-                        {}};
+    LedgerNotice notice{
+        Reason::nothingInPeriod,
+        wordIn(locale, ledgerWords(), "period.title", {periodLabel(filter.period, locale).toStdString()}),
+        {},
+        {},
+        {}};
     if (nearest) {
         auto latest = filter;
         latest.period = filter.period.movedTo(*nearest);
         const auto label = periodLabel(latest.period, locale).toStdString();
-        notice.sentence = LedgerWords::filled("period.body", locale, {label});
+        notice.sentence = wordIn(locale, ledgerWords(), "period.body", {label});
         notice.offers.push_back(
-            {Remedy::changeFilter, LedgerWords::filled("period.go", locale, {label}), std::move(latest)});
+            {Remedy::changeFilter, wordIn(locale, ledgerWords(), "period.go", {label}), std::move(latest)});
     }
     return notice;
 }
@@ -70,20 +71,20 @@ LedgerNotice nothingMatches(const LedgerBook& book, const LedgerFilter& filter)
 {
     const auto& locale = book.locale();
     LedgerNotice notice{Reason::nothingMatches,
-                        LedgerWords::text("noMatch.title", locale),
-                        LedgerWords::text("noMatch.body", locale),
+                        wordIn(locale, ledgerWords(), "noMatch.title"),
+                        wordIn(locale, ledgerWords(), "noMatch.body"),
                         {},
                         {}};
     if (const auto blocking = blockingPart(book, filter)) {
         const auto part = shortened(partText(book, filter, blocking->part)).toStdString();
-        const auto name = LedgerWords::filled("quoted", locale, {part});
-        notice.sentence = LedgerWords::filled(blocking->entries == 1 ? "noMatch.one" : "noMatch.many", locale,
-                                              {name.toStdString(), groupedNumber(blocking->entries, locale)});
+        const auto name = wordIn(locale, ledgerWords(), "quoted", {part});
+        notice.sentence = wordIn(locale, ledgerWords(), blocking->entries == 1 ? "noMatch.one" : "noMatch.many",
+                                 {name.toStdString(), groupedNumber(blocking->entries, locale)});
         notice.offers.push_back(
-            {Remedy::changeFilter, LedgerWords::text("noMatch.drop", locale), filter.without(blocking->part)});
+            {Remedy::changeFilter, wordIn(locale, ledgerWords(), "noMatch.drop"), filter.without(blocking->part)});
     }
     if (!filter.period.isAllTime())
-        notice.offers.push_back({Remedy::changeFilter, LedgerWords::text("noMatch.allTime", locale),
+        notice.offers.push_back({Remedy::changeFilter, wordIn(locale, ledgerWords(), "noMatch.allTime"),
                                  filter.without(LedgerFilter::Part::period)});
     return notice;
 }

@@ -4,16 +4,11 @@
 #include <optional>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
-
-constexpr QChar minusSign{0x2212};
 
 /// What an entry moves in one currency; nothing when that does not fit a number.
 struct CurrencySum {
@@ -39,27 +34,14 @@ const LedgerBook::Leg* arrivingLeg(const LedgerBook& book, std::uint32_t at, con
 
 }
 
-LedgerAmount signedAmount(std::int64_t minor, std::string_view currency, std::string_view locale)
-{
-    auto digits = QString::fromStdString(Money::formatDigits(minor, currency, locale));
-    if (minor > 0)
-        digits.prepend(QLatin1Char('+'));
-    return {qString(currency), digits, minor > 0 ? LedgerAmount::Tone::incoming : LedgerAmount::Tone::plain};
-}
-
-std::vector<LedgerAmount> amountsOf(const LedgerBook& book, std::uint32_t at)
+std::vector<MoneyText> amountsOf(const LedgerBook& book, std::uint32_t at)
 {
     const auto legs = book.legs(at);
     const auto* leading = leadingLeg(book, at);
     if (!leading)
-        return {LedgerAmount{{}, QStringLiteral("–"), LedgerAmount::Tone::none}};
-    if (book.entry(at).isInternal) {
-        auto moved =
-            signedAmount(shownAmount(book, at, *leading), book.currencies().id(leading->currency), book.locale());
-        moved.digits.remove(QLatin1Char('+'));
-        moved.tone = LedgerAmount::Tone::plain;
-        return {moved};
-    }
+        return {unknownMoney({})};
+    if (book.entry(at).isInternal)
+        return {balanceText(shownAmount(book, at, *leading), book.currencies().id(leading->currency), book.locale())};
     std::vector<CurrencySum> sums;
     for (const auto& leg : legs) {
         const auto found = std::ranges::find(sums, leg.currency, &CurrencySum::currency);
@@ -69,12 +51,11 @@ std::vector<LedgerAmount> amountsOf(const LedgerBook& book, std::uint32_t at)
             minor = Money::add(*minor, leg.amountMinor);
     }
     std::ranges::partition(sums, [](const CurrencySum& sum) { return sum.minor.value_or(0) < 0; });
-    std::vector<LedgerAmount> amounts;
+    std::vector<MoneyText> amounts;
     amounts.reserve(sums.size());
     for (const auto& sum : sums) {
         const auto& currency = book.currencies().id(sum.currency);
-        amounts.push_back(sum.minor ? signedAmount(*sum.minor, currency, book.locale())
-                                    : LedgerAmount{qString(currency), QStringLiteral("–"), LedgerAmount::Tone::none});
+        amounts.push_back(sum.minor ? movementText(*sum.minor, currency, book.locale()) : unknownMoney(currency));
     }
     return amounts;
 }
@@ -87,6 +68,7 @@ LedgerRow rowFor(const LedgerBook& book, std::uint32_t at, std::chrono::year_mon
     row.id = QString::fromStdString(transaction.id);
     row.kind = book.kinds().id(entry.kind);
     row.day = dayText(transaction.date, today, book.locale());
+    row.kindTitle = QString::fromStdString(book.names().kind(transaction));
     row.title = QString::fromStdString(book.titles().id(entry.title));
     row.note = QString::fromStdString(transaction.note).simplified();
     row.member = QString::fromStdString(book.names().member(transaction.memberID));
@@ -99,20 +81,4 @@ LedgerRow rowFor(const LedgerBook& book, std::uint32_t at, std::chrono::year_mon
     row.receiptCount = transaction.attachmentIDs.size();
     row.isReversed = transaction.reversedBy.has_value();
     return row;
-}
-
-QString spokenAmount(const LedgerAmount& amount, std::string_view locale)
-{
-    if (amount.tone == LedgerAmount::Tone::none)
-        return {};
-    auto digits = amount.digits;
-    const bool leaves = digits.startsWith(minusSign);
-    const bool arrives = digits.startsWith(QLatin1Char('+'));
-    if (leaves || arrives)
-        digits.remove(0, 1);
-    const auto currency = EntryWords::currency(amount.currency.toStdString(), locale);
-    return LedgerWords::filled(leaves    ? "spoken.out"
-                               : arrives ? "spoken.in"
-                                         : "spoken.moved",
-                               locale, {digits.toStdString(), currency});
 }

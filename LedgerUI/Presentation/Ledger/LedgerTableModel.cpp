@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -31,13 +33,6 @@ std::vector<Range> ranges(std::size_t size, Holds&& holds)
             result.push_back({at, at});
     }
     return result;
-}
-
-QString plain(const LedgerAmount& amount)
-{
-    auto digits = amount.digits;
-    digits.remove(QLatin1Char('+'));
-    return digits.replace(QChar{0x2212}, QLatin1Char('-'));
 }
 
 std::string_view columnKey(int section)
@@ -198,7 +193,7 @@ QString LedgerTableModel::copyText(const std::vector<int>& rows) const
                           shown.destination,
                           shown.member};
         for (const auto& money : shown.amounts)
-            cells << money.currency << plain(money);
+            cells << money.currency << money.plain();
         text += cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
     }
     return text;
@@ -233,7 +228,7 @@ QVariant LedgerTableModel::headerData(int section, Qt::Orientation orientation, 
         return QVariant::fromValue(
             Qt::Alignment{Qt::AlignVCenter | (section == amount ? Qt::AlignRight : Qt::AlignLeft)});
     if (role == Qt::DisplayRole)
-        return LedgerWords::text(columnKey(section), m_book->locale());
+        return wordIn(m_book->locale(), ledgerWords(), columnKey(section));
     return {};
 }
 
@@ -252,7 +247,7 @@ QString LedgerTableModel::text(int row, int column) const
     case amount: {
         QStringList lines;
         for (const auto& each : shown.amounts)
-            lines << each.currency + QChar{QChar::Nbsp} + each.digits;
+            lines << each.text();
         return lines.join(QLatin1Char('\n'));
     }
     default:
@@ -268,18 +263,20 @@ QString LedgerTableModel::spoken(int row, int column) const
     case date:
         return DayText::longDay(m_book->transaction(entryAt(row)).date, locale);
     case entry:
-        return listed({shown.title, shown.isReversed ? LedgerWords::text("reversed", locale) : QString{}, shown.note,
-                       shown.receiptCount ? LedgerWords::counted("receipts", shown.receiptCount, locale) : QString{}},
-                      locale);
+        return listed(
+            {shown.title == shown.kindTitle ? QString{} : shown.kindTitle, shown.title,
+             shown.isReversed ? wordIn(locale, ledgerWords(), "reversed") : QString{}, shown.note,
+             shown.receiptCount ? countedIn(locale, ledgerWords(), "receipts", shown.receiptCount) : QString{}},
+            locale);
     case account:
         return listed({shown.account, shown.destination.isEmpty()
                                           ? QString{}
-                                          : LedgerWords::filled("to", locale, {shown.destination.toStdString()})},
+                                          : wordIn(locale, ledgerWords(), "to", {shown.destination.toStdString()})},
                       locale);
     case amount: {
         QStringList amounts;
         for (const auto& each : shown.amounts)
-            amounts << spokenAmount(each, locale);
+            amounts << each.spoken;
         return listed(amounts, locale);
     }
     default:

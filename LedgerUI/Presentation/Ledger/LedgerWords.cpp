@@ -1,9 +1,8 @@
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 
-#include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerCore/Domain/Text/WordTable.h"
 
-const WordTable& LedgerWords::table()
+const WordTable& ledgerWords()
 {
     static const WordTable words{{
         // what an entry is
@@ -34,8 +33,8 @@ const WordTable& LedgerWords::table()
          "Hãy đợi thao tác hiện tại hoàn tất.", "Wait until the current operation ends."},
         {"newEntry.none", "没有可用于此类型记录的账户。", "Tidak ada rekening yang dapat dipakai untuk jenis ini.",
          "Không có tài khoản nào dùng được cho loại này.", "No account is available to you for this kind."},
-        {"search", "搜索备注、类别、参考号", "Cari catatan, kategori, referensi", "Tìm ghi chú, hạng mục, tham chiếu",
-         "Search notes, categories, references"},
+        {"search", "搜索备注、类别、参考号", "Cari keterangan, kategori, referensi",
+         "Tìm ghi chú, hạng mục, tham chiếu", "Search notes, categories, references"},
         {"filters", "筛选", "Filter", "Bộ lọc", "Filters"},
         {"filters.clear", "清除筛选", "Hapus filter", "Xóa bộ lọc", "Clear filters"},
         {"filter.kinds", "类型", "Jenis", "Loại", "Kind"},
@@ -68,9 +67,6 @@ const WordTable& LedgerWords::table()
         {"receipts.one", "1 张票据", "1 bukti", "1 chứng từ", "1 receipt"},
         {"receipts.many", "%1 张票据", "%1 bukti", "%1 chứng từ", "%1 receipts"},
         {"table", "账本记录", "Catatan buku besar", "Các bút toán", "Ledger entries"},
-        {"spoken.out", "支出 %1 %2", "keluar %1 %2", "chi %1 %2", "minus %1 %2"},
-        {"spoken.in", "收入 %1 %2", "masuk %1 %2", "thu %1 %2", "plus %1 %2"},
-        {"spoken.moved", "%1 %2", "%1 %2", "%1 %2", "%1 %2"},
 
         // totals and selection
         {"entries.one", "1 条记录", "1 catatan", "1 bút toán", "1 entry"},
@@ -90,7 +86,7 @@ const WordTable& LedgerWords::table()
         {"detail.date", "记账日期", "Tanggal", "Ngày ghi sổ", "Date"},
         {"detail.recorded", "记录时间", "Dicatat", "Thời điểm ghi", "Recorded"},
         {"detail.member", "记录人", "Dicatat oleh", "Người ghi", "Recorded by"},
-        {"detail.note", "备注", "Catatan", "Ghi chú", "Note"},
+        {"detail.note", "备注", "Keterangan", "Ghi chú", "Note"},
         {"detail.reference", "参考号", "Referensi", "Tham chiếu", "Reference"},
         {"detail.participant", "股东", "Pemegang saham", "Cổ đông", "Shareholder"},
         {"detail.movements", "资金变动", "Pergerakan dana", "Biến động tiền", "Movements"},
@@ -102,7 +98,6 @@ const WordTable& LedgerWords::table()
         {"link.reverses", "冲销的记录", "Membatalkan", "Đảo cho", "Reverses"},
         {"link.refunds", "退款所对应的收入", "Mengembalikan", "Hoàn cho khoản thu", "Refund of"},
         {"link.refundedBy", "退款", "Dikembalikan melalui", "Được hoàn bởi", "Refunded by"},
-        {"link.text", "%1 · %2", "%1 · %2", "%1 · %2", "%1 · %2"},
         {"link.hidden", "该记录不可查看", "Catatan itu tidak dapat dilihat", "Không xem được bút toán đó",
          "That entry is not visible to you"},
         {"reverse", "冲销…", "Batalkan…", "Đảo bút toán…", "Reverse…"},
@@ -119,6 +114,11 @@ const WordTable& LedgerWords::table()
 
         // balances
         {"balances", "账户余额", "Saldo rekening", "Số dư tài khoản", "Account balances"},
+        {"balances.on", "截至 %1", "Per %1", "Đến hết %1", "At the end of %1"},
+        {"balances.unknown", "“–”：可见记录不足以得出当日余额。",
+         "“–”: catatan yang terlihat tidak cukup untuk menghitung saldo pada hari itu.",
+         "“–”: các bút toán hiển thị không đủ để tính số dư của ngày đó.",
+         "“–”: the entries that you may see do not tell the balance of that day."},
         {"balances.company", "公司账户", "Rekening perusahaan", "Tài khoản công ty", "Company accounts"},
         {"balances.employee", "员工备用金", "Kas kecil karyawan", "Quỹ tạm ứng nhân viên", "Employee petty cash"},
         {"balances.refund", "退款账户", "Rekening pengembalian dana", "Tài khoản hoàn tiền", "Refund accounts"},
@@ -179,20 +179,4 @@ const WordTable& LedgerWords::table()
         {"action.onlyAccount", "只看“%1”", "Hanya tampilkan %1", "Chỉ hiện %1", "Show only %1"},
     }};
     return words;
-}
-
-QString LedgerWords::text(std::string_view key, std::string_view locale)
-{
-    return qString(table().text(key, locale));
-}
-
-QString LedgerWords::filled(std::string_view key, std::string_view locale,
-                            std::initializer_list<std::string_view> arguments)
-{
-    return QString::fromStdString(table().filled(key, locale, arguments));
-}
-
-QString LedgerWords::counted(std::string_view key, std::size_t count, std::string_view locale)
-{
-    return countedIn(locale, table(), key, count);
 }

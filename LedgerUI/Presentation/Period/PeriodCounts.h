@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -14,13 +15,16 @@ public:
     explicit PeriodCounts(std::vector<std::uint32_t> days);
 
     [[nodiscard]] std::size_t in(const Period& period) const;
-    [[nodiscard]] std::size_t all() const { return m_days.size(); }
+    [[nodiscard]] std::size_t all() const { return m_days->size(); }
     [[nodiscard]] std::optional<std::chrono::year_month_day> latestDay() const;
     /// The latest day with an entry that is not after `day`.
     [[nodiscard]] std::optional<std::chrono::year_month_day> latestDayUntil(std::chrono::year_month_day day) const;
+    /// The last day that there is anything to look at: today, or a later one of an entry from further east.
+    [[nodiscard]] std::chrono::year_month_day horizon(std::chrono::year_month_day today) const;
 
 private:
-    std::vector<std::uint32_t> m_days; // ascending
+    // Ascending, and shared: a large ledger's are handed about with every look at it.
+    std::shared_ptr<const std::vector<std::uint32_t>> m_days = std::make_shared<const std::vector<std::uint32_t>>();
 };
 
 /// The number of a day by which days compare: 20261120.

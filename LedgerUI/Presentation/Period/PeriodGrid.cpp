@@ -54,13 +54,13 @@ QString cellLabel(const Period& period, std::string_view locale)
     case Span::day:
         return QString::number(static_cast<unsigned>(first.day()));
     case Span::week:
-        return qString(PeriodWords::table().filled(
-            "weekOf", locale, {std::to_string(isoWeek(first).number), periodLabel(period, locale).toStdString()}));
+        return wordIn(locale, periodWords(), "weekOf",
+                      {std::to_string(isoWeek(first).number), periodLabel(period, locale).toStdString()});
     case Span::month:
         return DayText::shortMonth(first.month(), locale);
     case Span::quarter: {
         const auto quarter = std::to_string((static_cast<unsigned>(first.month()) + 2) / 3);
-        return qString(PeriodWords::table().filled("shortQuarter", locale, {quarter}));
+        return wordIn(locale, periodWords(), "shortQuarter", {quarter});
     }
     default:
         return periodLabel(period, locale);
@@ -97,9 +97,9 @@ PeriodCell cellFor(const Period& period, const Period& page, year_month_day toda
     const auto entries = counts.in(period);
     if (entries > 0)
         cell.count = QString::fromStdString(groupedNumber(entries, locale));
-    cell.spoken = qString(PeriodWords::table().filled(
-        "cell.entries", locale, {periodLabel(period, locale).toStdString(), groupedNumber(entries, locale)}));
-    cell.isOffered = period.firstDay() <= today;
+    cell.spoken = wordIn(locale, periodWords(), "cell.entries",
+                         {periodLabel(period, locale).toStdString(), groupedNumber(entries, locale)});
+    cell.isOffered = period.firstDay() <= counts.horizon(today);
     cell.isToday = period.firstDay() <= today && today <= period.lastDay();
     cell.isMuted = period.lastDay() < page.firstDay() || period.firstDay() > page.lastDay();
     return cell;
@@ -116,7 +116,7 @@ PeriodGrid periodGrid(Span span, year_month_day anchor, year_month_day today, co
                     .cells = {},
                     .columns = columnsOf(span),
                     .page = page,
-                    .hasNext = page.lastDay() < today};
+                    .hasNext = page.lastDay() < counts.horizon(today)};
     auto first = page.firstDay();
     auto last = page.lastDay();
     if (span == Span::day) {

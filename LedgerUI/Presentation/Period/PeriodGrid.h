@@ -14,7 +14,7 @@ struct PeriodCell {
     QString label;
     QString count;         // empty for none
     QString spoken;        // "November 2026, 22 entries"
-    bool isOffered = true; // not wholly after today
+    bool isOffered = true; // not wholly after today and the last entry
     bool isToday = false;  // holds today
     bool isMuted = false;  // a day of the neighbouring month
 };
@@ -26,7 +26,7 @@ struct PeriodGrid {
     std::vector<PeriodCell> cells;
     int columns = 1;
     Period page = Period::allTime(); // what the page covers; its neighbours are the previous and next page
-    bool hasNext = true;             // some of the next page is not after today
+    bool hasNext = true;             // some of the next page is on offer
 };
 
 /// The page that shows periods of `span` around `anchor`. Only for spans that repeat, all but all time and dates.

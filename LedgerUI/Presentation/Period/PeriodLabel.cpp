@@ -46,7 +46,7 @@ QString periodLabel(const Period& period, std::string_view locale)
     case Span::quarter: {
         const auto quarter = std::to_string((static_cast<unsigned>(first.month()) + 2) / 3);
         const auto year = std::to_string(static_cast<int>(first.year()));
-        return qString(PeriodWords::table().filled("quarterOfYear", locale, {quarter, year}));
+        return wordIn(locale, periodWords(), "quarterOfYear", {quarter, year});
     }
     case Span::year:
         return DayText::year(first.year(), locale);
@@ -61,15 +61,15 @@ QString periodLabel(const Period& period, std::string_view locale)
 
 QString spanLabel(Span span, std::string_view locale)
 {
-    return qString(PeriodWords::table().text(spanKey(span), locale));
+    return wordIn(locale, periodWords(), spanKey(span));
 }
 
 QString thisPeriodLabel(Span span, std::string_view locale)
 {
-    return qString(PeriodWords::table().text("this." + std::string{spanKey(span)}, locale));
+    return wordIn(locale, periodWords(), "this." + std::string{spanKey(span)});
 }
 
 QString entriesPerLabel(Span span, std::string_view locale)
 {
-    return qString(PeriodWords::table().text("count." + std::string{spanKey(span)}, locale));
+    return wordIn(locale, periodWords(), "count." + std::string{spanKey(span)});
 }

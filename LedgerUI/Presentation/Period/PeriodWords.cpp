@@ -1,6 +1,8 @@
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
 
-const WordTable& PeriodWords::table()
+#include "LedgerCore/Domain/Text/WordTable.h"
+
+const WordTable& periodWords()
 {
     static const WordTable words{{
         {"day", "日", "Hari", "Ngày", "Day"},

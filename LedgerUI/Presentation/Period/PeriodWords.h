@@ -1,10 +1,6 @@
 #pragma once
 
-#include "LedgerCore/Domain/Text/WordTable.h"
-
-namespace PeriodWords {
+class WordTable;
 
 /// The texts of periods and of their navigator.
-const WordTable& table();
-
-}
+const WordTable& periodWords();

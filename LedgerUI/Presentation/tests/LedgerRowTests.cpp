@@ -10,17 +10,15 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {
 
-std::string dump(const std::vector<LedgerAmount>& amounts)
+std::string dump(const std::vector<MoneyText>& amounts)
 {
     QStringList lines;
     for (const auto& each : amounts)
-        lines << each.currency + QLatin1Char(' ') + each.digits;
+        lines << each.currency + QLatin1Char(' ') + each.figure();
     return lines.join(QStringLiteral(", ")).toStdString();
 }
 
@@ -95,11 +93,17 @@ TEST(LedgerRow, StandsInForWhatTheMemberDoesNotSee)
     EXPECT_EQ(row.member, QStringLiteral("Another member"));
 }
 
-TEST(LedgerRow, IsSpokenInWords)
+TEST(MoneyText, IsReadSpokenAndCopiedFromOneValue)
 {
-    EXPECT_EQ(spokenAmount(signedAmount(-38600000, "VND", "en-US"), "en-US"),
-              QStringLiteral("minus 38,600,000 Vietnamese dong"));
-    EXPECT_EQ(spokenAmount(signedAmount(150, "USD", "zh-CN"), "zh-CN"), QString::fromUtf8("收入 1.50 美元"));
+    const auto all = [](const MoneyText& money) {
+        return QStringList{money.text(), money.spoken, money.plain()}.join(QLatin1Char('|')).toStdString();
+    };
+    EXPECT_EQ(all(movementText(-38600000, "VND", "en-US")),
+              "VND\u00A0−38,600,000|minus 38,600,000 Vietnamese dong|-38,600,000");
+    EXPECT_EQ(all(movementText(150, "USD", "zh-CN")), "USD\u00A0+1.50|收入 1.50 美元|1.50");
+    EXPECT_EQ(all(balanceText(-150, "USD", "id-ID")), "USD\u00A0−1,50|minus 1,50 Dolar AS|-1,50");
+    EXPECT_EQ(all(balanceText(0, "JPY", "en-US")), "JPY\u00A00|0 Japanese yen|0");
+    EXPECT_EQ(all(unknownMoney("USD")), "USD\u00A0–||–");
 }
 
 std::string dump(const std::vector<LedgerTotal>& all)
@@ -155,7 +159,8 @@ TEST(LedgerBalances, GroupAccountsByPurposeAndAddUpEachCurrency)
     shop.balances = {{"USD", 0}};
     books.account(shop);
     std::string text;
-    const auto balances = balancesOf(books.build(), "en-US");
+    const auto balances = balancesOn(bookOf(books), sampleToday);
+    EXPECT_EQ(balances.day, QStringLiteral("At the end of 20 November 2026"));
     for (const auto& group : balances.groups) {
         text += group.title.toStdString() + ": ";
         for (const auto& account : group.accounts)
@@ -164,6 +169,31 @@ TEST(LedgerBalances, GroupAccountsByPurposeAndAddUpEachCurrency)
     EXPECT_EQ(text, "Company accounts: Operating bank USD 11,811.50, IDR −4,385,200; "
                     "Singapore USD −12,000.00, SGD 16,074.00; Employee petty cash: Rizky float USD 50.00; ");
     EXPECT_EQ(dump(balances.totals), "IDR −4,385,200, USD −138.50, SGD 16,074.00");
+}
+
+/// Money on an account at the end of a past day is what is there now without the movements since.
+TEST(LedgerBalances, GoBackToTheDayAndSayWhatTheEntriesDoNotTell)
+{
+    const auto july = std::chrono::year{2026} / std::chrono::July / 31;
+    const auto september = std::chrono::year{2026} / std::chrono::September / 30;
+    const auto firstOn = [](const SnapshotBuilder& books, std::chrono::year_month_day day) {
+        return dump(balancesOn(bookOf(books), day).groups.front().accounts.front().amounts);
+    };
+    EXPECT_EQ(firstOn(sampleLedger(), september), "USD 10,000.00, IDR 0");
+    EXPECT_EQ(firstOn(sampleLedger(), july), "USD 0.00, IDR 0");
+    auto partial = sampleLedger();
+    partial.balance("Operating bank", "USD", 1);
+    EXPECT_EQ(firstOn(partial, september), "USD –, IDR 0");
+    EXPECT_EQ(firstOn(partial, sampleToday), "USD 0.01, IDR −4,385,200");
+    EXPECT_FALSE(balancesOn(bookOf(partial), september).hint.isEmpty());
+
+    auto tomorrow = sampleLedger();
+    tomorrow.income("late", "2026-11-21", "Operating bank", "USD", 100);
+    const auto book = bookOf(tomorrow);
+    const auto month = Period::containing(Period::Span::month, sampleToday);
+    EXPECT_EQ(balanceDay(book, month, sampleToday), std::chrono::year{2026} / std::chrono::November / 21);
+    EXPECT_EQ(balanceDay(book, Period::containing(Period::Span::month, september), sampleToday), september);
+    EXPECT_EQ(balanceDay(bookOf(sampleLedger()), Period::allTime(), sampleToday), sampleToday);
 }
 
 std::string dump(const std::vector<LedgerEntryDetail::Link>& links)
@@ -178,10 +208,10 @@ TEST(LedgerEntryDetail, LinksBothWays)
 {
     const auto book = bookOf(sampleLedger());
     const auto links = [&](std::string_view id) { return dump(detailOf(book, book.find(id)).links); };
-    EXPECT_EQ(links("e3"), "Reversed by = 9 Nov 2026 · Reversal (v1); ");
-    EXPECT_EQ(links("v1"), "Reverses = 9 Nov 2026 · Utilities › Electricity (e3); ");
-    EXPECT_EQ(links("r1"), "Refund of = 31 Oct 2026 · Sales (i1); ");
-    EXPECT_EQ(links("i1"), "Refunded by = 7 Nov 2026 · Refund (r1); ");
+    EXPECT_EQ(links("e3"), "Reversed by = 9 Nov 2026 · Reversal · USD\u00A0+99.00 (v1); ");
+    EXPECT_EQ(links("v1"), "Reverses = 9 Nov 2026 · Utilities › Electricity · USD\u00A0−99.00 (e3); ");
+    EXPECT_EQ(links("r1"), "Refund of = 31 Oct 2026 · Sales · USD\u00A0+2,500.00 (i1); ");
+    EXPECT_EQ(links("i1"), "Refunded by = 7 Nov 2026 · Refund · USD\u00A0−200.00 (r1); ");
 }
 
 TEST(LedgerEntryDetail, KnowsBalancesOnlyWhereTheEntriesExplainThem)
@@ -189,12 +219,13 @@ TEST(LedgerEntryDetail, KnowsBalancesOnlyWhereTheEntriesExplainThem)
     const auto books = sampleLedger();
     const auto book = bookOf(books);
     const auto after = [](const LedgerBook& each, std::string_view id) {
-        return detailOf(each, each.find(id)).legs.front().balanceAfter;
+        const auto balance = detailOf(each, each.find(id)).legs.front().balanceAfter;
+        return balance ? balance->figure().toStdString() : "unknown";
     };
-    EXPECT_EQ(after(book, "e1"), QStringLiteral("USD 12,061.50"));
-    EXPECT_EQ(after(book, "v1"), QStringLiteral("USD 11,811.50"));
+    EXPECT_EQ(after(book, "e1"), "12,061.50");
+    EXPECT_EQ(after(book, "v1"), "11,811.50");
     auto partial = books;
-    EXPECT_EQ(after(bookOf(partial.balance("Operating bank", "USD", 1)), "e1"), QString{});
+    EXPECT_EQ(after(bookOf(partial.balance("Operating bank", "USD", 1)), "e1"), "unknown");
 }
 
 TEST(LedgerEntryDetail, OffersAReversalOrSaysWhereTheEntryIsCorrected)
@@ -232,28 +263,6 @@ TEST(LedgerEntryDetail, WritesFileSizesInTheLanguagesDecimals)
     EXPECT_EQ(byteText(0, "en-US"), QStringLiteral("1 KB"));
     EXPECT_EQ(byteText(411'200, "en-US"), QStringLiteral("412 KB"));
     EXPECT_EQ(byteText(1'149'000, "id-ID"), QStringLiteral("1,1 MB"));
-}
-
-std::string placeholders(std::string_view text)
-{
-    std::string found;
-    for (const char digit : std::string_view{"123456789"}) {
-        if (text.find(std::string{'%', digit}) != std::string_view::npos)
-            found += digit;
-    }
-    return found;
-}
-
-TEST(LedgerWords, SayEveryTextInFourLanguagesWithTheSamePlaceholders)
-{
-    for (const auto* table : {&LedgerWords::table(), &PeriodWords::table()}) {
-        for (const auto& row : table->rows()) {
-            for (const auto text : {row.chinese, row.indonesian, row.vietnamese, row.english}) {
-                EXPECT_FALSE(text.empty()) << row.key;
-                EXPECT_EQ(placeholders(text), placeholders(row.english)) << row.key;
-            }
-        }
-    }
 }
 
 }

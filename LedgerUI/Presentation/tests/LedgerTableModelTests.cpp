@@ -114,7 +114,8 @@ TEST(LedgerTableModel, CopiesRowsForSpreadsheetsAndReadsCellsAloud)
     const auto aloud = [&](std::string_view id, int column) {
         return watched.model.index(rowOf(id), column).data(Qt::AccessibleTextRole).toString().toStdString();
     };
-    EXPECT_EQ(aloud("e3", LedgerTableModel::entry), "Utilities › Electricity, Reversed, 2 receipts");
+    EXPECT_EQ(aloud("e3", LedgerTableModel::entry), "Expense, Utilities › Electricity, Reversed, 2 receipts");
+    EXPECT_EQ(aloud("t1", LedgerTableModel::entry), "Funding");
     EXPECT_EQ(aloud("t1", LedgerTableModel::account), "Operating bank, to Rizky float");
     EXPECT_TRUE(watched.model.repeatsDay(rowOf("e3")));
     EXPECT_FALSE(watched.model.repeatsDay(rowOf("v1")));

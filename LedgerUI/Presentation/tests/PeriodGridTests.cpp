@@ -91,6 +91,19 @@ TEST(PeriodGrid, ShowsMonthsWithTheirEntriesAndOffersNoneAfterToday)
     EXPECT_TRUE(periodGrid(Span::month, day("2025-05-05"), today, {}, "en-US").hasNext);
 }
 
+/// A colleague further east is a day ahead: what is recorded there can be looked at here.
+TEST(PeriodGrid, OffersDaysAfterTodayUpToTheLastEntry)
+{
+    const PeriodCounts counts{{20261120, 20261201}};
+    EXPECT_EQ(counts.horizon(today), day("2026-12-01"));
+    EXPECT_EQ(PeriodCounts{}.horizon(today), today);
+    EXPECT_TRUE(periodGrid(Span::month, today, today, counts, "en-US").cells[11].isOffered);
+    const auto days = periodGrid(Span::day, today, today, counts, "en-US");
+    EXPECT_TRUE(days.hasNext);
+    EXPECT_TRUE(days.cells[26].isOffered);
+    EXPECT_FALSE(periodGrid(Span::day, day("2026-12-01"), today, counts, "en-US").cells[2].isOffered);
+}
+
 TEST(PeriodGrid, LaysDaysUnderTheirWeekdays)
 {
     const auto grid = periodGrid(Span::day, today, today, someCounts(), "en-US");

@@ -6,6 +6,8 @@
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/Initials.h"
@@ -16,7 +18,7 @@
 
 TEST(ShellWords, SpeakFourLanguagesWithTheSamePlaceholders)
 {
-    for (const auto* table : {&dialogWords(), &signInWords(), &workspaceWords()})
+    for (const auto* table : {&dialogWords(), &ledgerWords(), &periodWords(), &signInWords(), &workspaceWords()})
         EXPECT_EQ(auditWords(*table), std::vector<std::string>{});
 }
 

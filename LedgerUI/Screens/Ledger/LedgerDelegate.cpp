@@ -12,6 +12,7 @@
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
@@ -71,11 +72,6 @@ QRect lowerLine(const QRect& cell)
     const auto upper = upperLine(cell);
     const int small = QFontMetrics{TypeScale::font(TypeStep::small)}.height();
     return {cell.left(), upper.bottom() + 1, cell.width(), small};
-}
-
-QString amountText(const LedgerAmount& amount)
-{
-    return amount.currency + QChar{QChar::Nbsp} + amount.digits;
 }
 
 }
@@ -204,7 +200,7 @@ int LedgerDelegate::paintMarks(QPainter& painter, const QRect& line, const Ledge
         left -= Space::step2;
     }
     if (row.isReversed) {
-        const auto word = LedgerWords::text("reversed", m_model.book()->locale());
+        const auto word = wordIn(m_model.book()->locale(), ledgerWords(), "reversed");
         const int width = metrics.horizontalAdvance(word) + 2 * Space::step2;
         const int height = metrics.height() + 3;
         left -= width;
@@ -225,7 +221,7 @@ void LedgerDelegate::paintNote(QPainter& painter, QRect line, const LedgerRow& r
     const auto small = TypeScale::font(TypeStep::small);
     auto text = row.note;
     const auto end = !row.destination.isEmpty() ? row.destination
-                     : row.amounts.size() > 1   ? amountText(row.amounts[1])
+                     : row.amounts.size() > 1   ? row.amounts[1].text()
                                                 : QString{};
     if (!end.isEmpty() && line.width() > Space::step8) {
         drawGlyph(painter, centred(line, line.left(), Space::chevron), QStringLiteral("arrow-right"), Token::text2);
@@ -277,16 +273,16 @@ void LedgerDelegate::paintAmounts(QPainter& painter, const QRect& cell, const Le
     paintAmount(painter, {cell.left(), top + height, cell.width(), height}, row.amounts[1], row);
 }
 
-void LedgerDelegate::paintAmount(QPainter& painter, const QRect& line, const LedgerAmount& amount,
+void LedgerDelegate::paintAmount(QPainter& painter, const QRect& line, const MoneyText& amount,
                                  const LedgerRow& row) const
 {
     drawText(painter, line, TypeScale::font(TypeStep::micro), color(Token::text3), amount.currency);
     auto ink = strong(row);
-    if (amount.tone == LedgerAmount::Tone::none)
+    if (!amount.isKnown())
         ink = color(Token::text3);
-    else if (amount.tone == LedgerAmount::Tone::incoming && !row.isReversed)
+    else if (amount.sign == MoneyText::Sign::plus && !row.isReversed)
         ink = color(kindColor(row));
-    drawText(painter, line, struck(TypeScale::font(TypeStep::body), row.isReversed), ink, amount.digits,
+    drawText(painter, line, struck(TypeScale::font(TypeStep::body), row.isReversed), ink, amount.figure(),
              Qt::AlignRight);
 }
 

@@ -5,8 +5,8 @@
 #include "LedgerUI/Theme/ThemeColor.h"
 
 class LedgerTableModel;
-struct LedgerAmount;
 struct LedgerRow;
+struct MoneyText;
 
 /// Paints the cells of the ledger's table, on one line or on two.
 class LedgerDelegate final : public QStyledItemDelegate {
@@ -44,7 +44,7 @@ private:
     void paintNote(QPainter& painter, QRect line, const LedgerRow& row) const;
     void paintAccount(QPainter& painter, const QRect& cell, const LedgerRow& row) const;
     void paintAmounts(QPainter& painter, const QRect& cell, const LedgerRow& row) const;
-    void paintAmount(QPainter& painter, const QRect& line, const LedgerAmount& amount, const LedgerRow& row) const;
+    void paintAmount(QPainter& painter, const QRect& line, const MoneyText& amount, const LedgerRow& row) const;
 
     const LedgerTableModel& m_model;
     Density m_density = Density::twoLines;

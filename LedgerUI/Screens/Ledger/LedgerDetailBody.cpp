@@ -19,19 +19,12 @@ constexpr int labelColumn = 96;
 constexpr int codeColumn = 36;
 constexpr int digitsColumn = 130; // so that codes stand in one line down the pane
 
-constexpr QChar minus{0x2212};
-
 TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent)
 {
     auto* made = new TextLabel(step, tone, parent);
     made->setTextFormat(Qt::PlainText);
     made->setText(text);
     return made;
-}
-
-QString amountText(const LedgerAmount& amount)
-{
-    return amount.currency + QChar{QChar::Nbsp} + amount.digits;
 }
 
 QPushButton* linkButton(const QString& text, const LedgerDetailBody::Action& action, QWidget* parent)
@@ -44,9 +37,9 @@ QPushButton* linkButton(const QString& text, const LedgerDetailBody::Action& act
 }
 
 /// Code at the left, digits at the right edge.
-TextLabel* addAmountRow(QGridLayout* grid, int row, const LedgerAmount& amount, QWidget* parent)
+TextLabel* addAmountRow(QGridLayout* grid, int row, const MoneyText& amount, QWidget* parent)
 {
-    auto* digits = label(amount.digits, TypeStep::body, Token::text, parent);
+    auto* digits = label(amount.figure(), TypeStep::body, Token::text, parent);
     grid->addWidget(label(amount.currency, TypeStep::micro, Token::text3, parent), row, 1);
     grid->addWidget(digits, row, 2, Qt::AlignRight);
     return digits;
@@ -61,12 +54,12 @@ LedgerDetailBody::LedgerDetailBody(QWidget* parent) : QWidget{parent}
     m_rows->setSpacing(0);
 }
 
-void LedgerDetailBody::addAmount(const LedgerAmount& amount, const ThemeColor& ink, bool isReversed)
+void LedgerDetailBody::addAmount(const MoneyText& amount, const ThemeColor& ink, bool isReversed)
 {
     auto* row = new QHBoxLayout;
     row->setSpacing(Space::step2);
     auto* code = label(amount.currency, TypeStep::body, Token::text3, this);
-    auto* digits = label(amount.digits, TypeStep::display, Token::text, this);
+    auto* digits = label(amount.figure(), TypeStep::display, Token::text, this);
     digits->setInk(ink);
     auto font = digits->font();
     font.setStrikeOut(isReversed);
@@ -125,13 +118,12 @@ void LedgerDetailBody::addLeg(const LedgerEntryDetail::Leg& leg, const QString& 
     grid->setVerticalSpacing(Space::step1);
     grid->setColumnStretch(0, 1);
     grid->addWidget(new SelectableText(leg.account, TypeStep::body, Token::text, this), 0, 0, Qt::AlignTop);
-    grid->addWidget(label(amountText(leg.amount), TypeStep::body, Token::text, this), 0, 1,
-                    Qt::AlignRight | Qt::AlignTop);
-    if (!leg.balanceAfter.isEmpty()) {
+    grid->addWidget(label(leg.amount.text(), TypeStep::body, Token::text, this), 0, 1, Qt::AlignRight | Qt::AlignTop);
+    if (leg.balanceAfter) {
         auto* after = label(afterLabel, TypeStep::small, Token::text2, this);
         after->setWordWrap(true);
         grid->addWidget(after, 1, 0);
-        grid->addWidget(label(leg.balanceAfter, TypeStep::small, Token::text2, this), 1, 1, Qt::AlignRight);
+        grid->addWidget(label(leg.balanceAfter->text(), TypeStep::small, Token::text2, this), 1, 1, Qt::AlignRight);
     }
     m_rows->addLayout(grid);
     addLine();
@@ -178,7 +170,7 @@ void LedgerDetailBody::addGroup(const QString& title)
     addLine();
 }
 
-void LedgerDetailBody::addAccount(const QString& name, const std::vector<LedgerAmount>& amounts, const Action& action)
+void LedgerDetailBody::addAccount(const QString& name, const std::vector<MoneyText>& amounts, const Action& action)
 {
     auto* grid = new QGridLayout;
     grid->setContentsMargins(0, Space::step2 - 2, 0, Space::step2 - 2);
@@ -193,14 +185,14 @@ void LedgerDetailBody::addAccount(const QString& name, const std::vector<LedgerA
     int row = 1;
     for (const auto& amount : amounts) {
         auto* digits = addAmountRow(grid, row++, amount, this);
-        if (amount.digits.startsWith(minus)) // an account that owes
+        if (amount.sign == MoneyText::Sign::minus) // an account that owes
             digits->setTone(Token::danger);
     }
     m_rows->addLayout(grid);
     addLine();
 }
 
-void LedgerDetailBody::addTotals(const std::vector<LedgerAmount>& amounts, const QString& name)
+void LedgerDetailBody::addTotals(const std::vector<MoneyText>& amounts, const QString& name)
 {
     m_rows->addSpacing(Space::sectionGap);
     auto* grid = new QGridLayout;

@@ -18,7 +18,7 @@ public:
     explicit LedgerDetailBody(QWidget* parent = nullptr);
 
     /// The amount in large figures of this colour, its code before it.
-    void addAmount(const LedgerAmount& amount, const ThemeColor& ink, bool isReversed);
+    void addAmount(const MoneyText& amount, const ThemeColor& ink, bool isReversed);
     void addText(const QString& text, Token tone);
     void addLines(const std::vector<LedgerEntryDetail::Line>& lines);
     void addSection(const QString& title, const QString& count = {});
@@ -28,8 +28,8 @@ public:
     void addLink(const QString& label, const QString& text, const Action& action);
     void addGroup(const QString& title);
     /// A name with its amounts at the right edge, one below the other.
-    void addAccount(const QString& name, const std::vector<LedgerAmount>& amounts, const Action& action);
-    void addTotals(const std::vector<LedgerAmount>& amounts, const QString& label);
+    void addAccount(const QString& name, const std::vector<MoneyText>& amounts, const Action& action);
+    void addTotals(const std::vector<MoneyText>& amounts, const QString& label);
     void addGap(int height);
     void addLine();
     void finish();

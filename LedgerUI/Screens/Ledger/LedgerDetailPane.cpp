@@ -25,7 +25,7 @@ constexpr int headHeight = 38;
 
 QString text(std::string_view key)
 {
-    return LedgerWords::text(key, InterfaceLanguage::tag());
+    return word(ledgerWords(), key);
 }
 
 }
@@ -76,7 +76,7 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
         return;
     auto* body = startBody(entryKindGlyph(detail.kind), detail.kindTitle, kindColor, kindColor);
     for (const auto& amount : detail.amounts) {
-        const bool isIncoming = amount.tone == LedgerAmount::Tone::incoming && !detail.isReversed;
+        const bool isIncoming = amount.sign == MoneyText::Sign::plus && !detail.isReversed;
         body->addAmount(amount, isIncoming ? kindColor : ThemeColor{Token::text}, detail.isReversed);
     }
     if (!detail.title.isEmpty())
@@ -116,7 +116,7 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
     setFoot(reverse);
 }
 
-void LedgerDetailPane::presentSelection(const QString& headline, const std::vector<LedgerAmount>& sums)
+void LedgerDetailPane::presentSelection(const QString& headline, const std::vector<MoneyText>& sums)
 {
     if (!adopt(Selection{.headline = headline, .sums = sums}))
         return;
@@ -133,6 +133,8 @@ void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
     if (!adopt(balances))
         return;
     auto* body = startBody(QStringLiteral("wallet2"), text("balances"), Token::text2, Token::text);
+    body->addText(balances.day, Token::text2);
+    body->addGap(Space::step3);
     if (balances.groups.empty())
         body->addText(text("balances.none"), Token::text2);
     bool isFirst = true;
@@ -148,6 +150,10 @@ void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
     }
     if (!balances.totals.empty())
         body->addTotals(balances.totals, text("balances.total"));
+    if (!balances.hint.isEmpty()) {
+        body->addGap(Space::step3);
+        body->addText(balances.hint, Token::text2);
+    }
     showBody(body);
 }
 

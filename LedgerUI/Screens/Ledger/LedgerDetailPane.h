@@ -23,7 +23,7 @@ public:
 
     /// `kindColor` is what its kind has in these books.
     void presentEntry(const LedgerEntryDetail& detail, const ThemeColor& kindColor, bool isBusy);
-    void presentSelection(const QString& headline, const std::vector<LedgerAmount>& sums);
+    void presentSelection(const QString& headline, const std::vector<MoneyText>& sums);
     void presentBalances(const LedgerBalances& balances);
     void retranslate();
 
@@ -50,7 +50,7 @@ private:
     };
     struct Selection {
         QString headline;
-        std::vector<LedgerAmount> sums;
+        std::vector<MoneyText> sums;
 
         bool operator==(const Selection&) const = default;
     };

@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ void LedgerFilterMenu::present(const LedgerBook& book, const LedgerFilter& filte
     m_choices = chosenIn(filter, m_part);
     clear();
     setTitle(partName(m_part, book.locale()));
-    m_all = addAction(LedgerWords::text("filter.all", book.locale()));
+    m_all = addAction(wordIn(book.locale(), ledgerWords(), "filter.all"));
     m_all->setCheckable(true);
     m_all->setChecked(m_choices.empty());
     addSeparator();

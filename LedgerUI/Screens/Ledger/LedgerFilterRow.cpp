@@ -59,8 +59,7 @@ QString counted(const QString& name, std::size_t count)
 {
     if (count == 0)
         return name;
-    return LedgerWords::filled("filter.counted", InterfaceLanguage::tag(),
-                               {name.toStdString(), groupedNumber(count, InterfaceLanguage::tag())});
+    return word(ledgerWords(), "filter.counted", {name.toStdString(), groupedNumber(count, InterfaceLanguage::tag())});
 }
 
 }
@@ -156,8 +155,8 @@ void LedgerFilterRow::present(const LedgerBrowser& browser)
 void LedgerFilterRow::retranslate()
 {
     const auto& locale = InterfaceLanguage::tag();
-    m_search->setPrompt(LedgerWords::text("search", locale));
-    m_detail->setName(LedgerWords::text("detail.toggle", locale));
+    m_search->setPrompt(wordIn(locale, ledgerWords(), "search"));
+    m_detail->setName(wordIn(locale, ledgerWords(), "detail.toggle"));
     presentButtons();
     presentChips();
 }
@@ -233,7 +232,7 @@ void LedgerFilterRow::presentButtons()
         m_buttons[at]->setAccessibleName(m_buttons[at]->text());
         m_menus[at]->setTitle(m_buttons[at]->text());
     }
-    m_all->setText(counted(LedgerWords::text("filters", locale), set));
+    m_all->setText(counted(wordIn(locale, ledgerWords(), "filters"), set));
     m_all->setChecked(set > 0);
     m_all->setAccessibleName(m_all->text());
 }
@@ -265,14 +264,14 @@ void LedgerFilterRow::presentChips()
             continue;
         any = true;
         const auto text = partText(*m_browser->book(), m_filter, each.part);
-        auto* chip = addChip(text, LedgerWords::filled("chip.remove", locale, {text.toStdString()}),
+        auto* chip = addChip(text, wordIn(locale, ledgerWords(), "chip.remove", {text.toStdString()}),
                              m_filter.without(each.part));
         chip->setIcon(Icon::of(QStringLiteral("x"), Token::text2));
         chip->setLayoutDirection(Qt::RightToLeft);
     }
     if (any) {
         LedgerFilter cleared{.period = m_filter.period, .text = m_filter.text};
-        const auto clear = LedgerWords::text("filters.clear", locale);
+        const auto clear = wordIn(locale, ledgerWords(), "filters.clear");
         setStyleProperty(addChip(clear, clear, cleared), "kind", QStringLiteral("link"));
     }
     m_chips->setVisible(any);

@@ -17,6 +17,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Screens/Ledger/LedgerDelegate.h"
 #include "LedgerUI/Screens/Ledger/LedgerHeads.h"
 #include "LedgerUI/Theme/Space.h"
@@ -96,7 +97,7 @@ void LedgerTable::present(const LedgerBrowser& browser)
 
 void LedgerTable::retranslate(std::string_view locale)
 {
-    setAccessibleName(LedgerWords::text("table", locale));
+    setAccessibleName(wordIn(locale, ledgerWords(), "table"));
     Q_EMIT m_model->headerDataChanged(Qt::Horizontal, 0, LedgerTableModel::columnCount_ - 1);
 }
 
@@ -238,7 +239,7 @@ int LedgerTable::amountWidth() const
             continue;
         for (const auto& amount : amountsOf(*book, at))
             widest = std::max(widest, textWidth(TypeStep::micro, amount.currency) + codeToDigits +
-                                          textWidth(TypeStep::body, amount.digits));
+                                          textWidth(TypeStep::body, amount.figure()));
     }
     return std::max(amountMinimum, widest + Space::cellPadding + Space::cellPaddingOuter);
 }

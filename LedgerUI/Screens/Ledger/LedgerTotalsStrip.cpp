@@ -35,7 +35,7 @@ TextLabel* figure(const LedgerTotal& total, const std::optional<std::int64_t>& m
     const auto amount = minor.value_or(0);
     if (amount == 0)
         return label(QStringLiteral("–"), step, Token::text3, parent);
-    return label(signedAmount(amount, total.currency, InterfaceLanguage::tag()).digits, step, tone, parent);
+    return label(movementText(amount, total.currency, InterfaceLanguage::tag()).figure(), step, tone, parent);
 }
 
 /// One currency: code and net, and before the net what came and went where there is room for it.
@@ -94,8 +94,8 @@ void LedgerTotalsStrip::present(std::size_t entries, std::vector<LedgerTotal> to
 void LedgerTotalsStrip::retranslate()
 {
     const auto& locale = InterfaceLanguage::tag();
-    m_count->setText(LedgerWords::counted("entries", m_entries, locale));
-    m_more->setName(LedgerWords::text("totals.more", locale));
+    m_count->setText(countedIn(locale, ledgerWords(), "entries", m_entries));
+    m_more->setName(wordIn(locale, ledgerWords(), "totals.more"));
     presentFigures();
 }
 
@@ -154,14 +154,14 @@ void LedgerTotalsStrip::openAll()
     m_panel = panel;
     panel->setObjectName(QStringLiteral("totalsPopover"));
     panel->setFocusPolicy(Qt::StrongFocus);
-    panel->setAccessibleName(LedgerWords::text("totals.all", locale));
+    panel->setAccessibleName(wordIn(locale, ledgerWords(), "totals.all"));
     auto* grid = new QGridLayout(panel);
     grid->setContentsMargins(Space::step4, Space::step3, Space::step4, Space::step3);
     grid->setHorizontalSpacing(Space::step6);
     grid->setVerticalSpacing(Space::step1);
     int column = 1;
     for (const auto* key : {"totals.in", "totals.out", "totals.net"})
-        grid->addWidget(label(LedgerWords::text(key, locale), TypeStep::small, Token::text2, panel), 0, column++,
+        grid->addWidget(label(wordIn(locale, ledgerWords(), key), TypeStep::small, Token::text2, panel), 0, column++,
                         Qt::AlignRight);
     int row = 1;
     for (const auto& total : m_totals) {
@@ -172,7 +172,7 @@ void LedgerTotalsStrip::openAll()
         net->setBold(true);
         grid->addWidget(net, row++, 3, Qt::AlignRight);
     }
-    grid->addWidget(label(LedgerWords::text("totals.hint", locale), TypeStep::small, Token::text2, panel), row, 0, 1,
-                    4);
+    grid->addWidget(label(wordIn(locale, ledgerWords(), "totals.hint"), TypeStep::small, Token::text2, panel), row, 0,
+                    1, 4);
     panel->open(panel);
 }

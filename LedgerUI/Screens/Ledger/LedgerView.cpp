@@ -41,15 +41,15 @@ namespace {
 
 QString text(std::string_view key)
 {
-    return LedgerWords::text(key, InterfaceLanguage::tag());
+    return word(ledgerWords(), key);
 }
 
-std::vector<LedgerAmount> netAmounts(const std::vector<LedgerTotal>& totals)
+std::vector<MoneyText> netAmounts(const std::vector<LedgerTotal>& totals)
 {
-    std::vector<LedgerAmount> amounts;
+    std::vector<MoneyText> amounts;
     for (const auto& total : totals) {
         if (total.net)
-            amounts.push_back(signedAmount(*total.net, total.currency, InterfaceLanguage::tag()));
+            amounts.push_back(movementText(*total.net, total.currency, InterfaceLanguage::tag()));
     }
     return amounts;
 }
@@ -190,11 +190,11 @@ PageView::StatusContext LedgerView::statusContext() const
     const qsizetype shown = isNarrow() ? 2 : 4;
     QStringList figures;
     for (const auto& amount : netAmounts(totals(*m_browser->book(), selected)))
-        figures << amount.currency + QChar{QChar::Nbsp} + amount.digits;
+        figures << amount.text();
     const auto left = figures.size() - shown;
     if (left > 0)
         figures = figures.first(shown) << QStringLiteral("+%1").arg(left);
-    return {LedgerWords::counted("selected", selected.size(), InterfaceLanguage::tag()),
+    return {countedIn(InterfaceLanguage::tag(), ledgerWords(), "selected", selected.size()),
             figures.join(QStringLiteral("   "))};
 }
 
@@ -254,7 +254,7 @@ void LedgerView::present()
         m_totals->hide();
     }
     const auto shown = periodLabel(m_browser->filter().period, InterfaceLanguage::tag()).toStdString();
-    m_hint->setText(LedgerWords::filled("latestShown", InterfaceLanguage::tag(), {shown}));
+    m_hint->setText(word(ledgerWords(), "latestShown", {shown}));
     m_hint->setVisible(m_browser->showsLatestInstead());
     if (!m_awaited.empty() && !m_browser->isPreparing()) {
         const auto awaited = std::exchange(m_awaited, {});
@@ -270,12 +270,12 @@ void LedgerView::presentDetail()
         return;
     const auto selected = m_table->selectedEntries();
     if (selected.empty()) {
-        m_detail->presentBalances(balancesOf(book->snapshot(), book->locale()));
+        m_detail->presentBalances(balancesOn(*book, balanceDay(*book, m_browser->filter().period, m_browser->today())));
     } else if (selected.size() == 1) {
         const auto detail = detailOf(*book, selected.front());
         m_detail->presentEntry(detail, entryKindColor(detail.kind, book->snapshot()), m_store.isBusy());
     } else {
-        m_detail->presentSelection(LedgerWords::counted("selected", selected.size(), InterfaceLanguage::tag()),
+        m_detail->presentSelection(countedIn(InterfaceLanguage::tag(), ledgerWords(), "selected", selected.size()),
                                    netAmounts(totals(*book, selected)));
     }
 }
@@ -392,8 +392,7 @@ void LedgerView::openContextMenu(QPoint at)
         }
         if (const auto* leg = leadingLeg(*book, selected.front())) {
             const auto account = book->accounts().id(leg->account);
-            auto* only = menu->addAction(
-                LedgerWords::filled("action.onlyAccount", InterfaceLanguage::tag(), {book->names().account(account)}));
+            auto* only = menu->addAction(word(ledgerWords(), "action.onlyAccount", {book->names().account(account)}));
             connect(only, &QAction::triggered, this, [this, account] { showOnlyAccount(account); });
         }
         menu->addSeparator();

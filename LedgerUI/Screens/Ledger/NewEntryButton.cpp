@@ -77,15 +77,15 @@ void NewEntryButton::present()
         const bool isOffered = mayRecord && !LedgerEntryAccess::accounts(*snapshot, kind).empty();
         if (snapshot)
             action->setIcon(Icon::of(entryKindGlyph(kind), entryKindColor(kind, *snapshot)));
-        action->setText(LedgerWords::text("kind." + kind, locale));
+        action->setText(wordIn(locale, ledgerWords(), "kind." + kind));
         action->setEnabled(isOffered && !isBusy);
-        action->setToolTip(isOffered ? action->text() : LedgerWords::text("newEntry.none", locale));
+        action->setToolTip(isOffered ? action->text() : wordIn(locale, ledgerWords(), "newEntry.none"));
         any = any || isOffered;
     }
-    m_main->setText(LedgerWords::text("newEntry", locale));
-    m_main->setToolTip(isBusy ? LedgerWords::text("newEntry.busy", locale) : m_main->text());
+    m_main->setText(wordIn(locale, ledgerWords(), "newEntry"));
+    m_main->setToolTip(isBusy ? wordIn(locale, ledgerWords(), "newEntry.busy") : m_main->text());
     m_main->setEnabled(any && !isBusy);
-    setMenuName(LedgerWords::text("newEntry.kinds", locale));
+    setMenuName(wordIn(locale, ledgerWords(), "newEntry.kinds"));
     setVisible(any);
 }
 
