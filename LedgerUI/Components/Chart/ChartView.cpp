@@ -1,0 +1,203 @@
+#include "LedgerUI/Components/Chart/ChartView.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QAccessible>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
+#include "LedgerUI/Theme/TypeScale.h"
+
+namespace {
+
+constexpr int sampleWidth = 14;
+constexpr QSize preferred{480, 220};
+constexpr QSize least{240, 120};
+constexpr int ringWidth = 2;
+
+}
+
+ChartView::ChartView(QWidget* parent) : QWidget{parent}
+{
+    setObjectName(QStringLiteral("chart"));
+    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
+    connect(&Theme::current(), &Theme::changed, this, qOverload<>(&QWidget::update));
+}
+
+void ChartView::present(ChartData data, ChartColors colors)
+{
+    m_data = std::move(data);
+    m_colors = colors;
+    m_pointed.reset();
+    if (m_current && *m_current >= m_data.places.size())
+        m_current.reset();
+    arrange();
+}
+
+QSize ChartView::sizeHint() const
+{
+    return preferred;
+}
+
+QSize ChartView::minimumSizeHint() const
+{
+    return least;
+}
+
+int ChartView::legendHeight() const
+{
+    return QFontMetrics{TypeScale::font(TypeStep::small)}.height() + Space::step2;
+}
+
+void ChartView::arrange()
+{
+    const QRectF room = rect().adjusted(ringWidth, legendHeight(), -ringWidth, -ringWidth);
+    m_layout = ChartPainter::layout(m_data, room, TypeScale::font(TypeStep::micro), InterfaceLanguage::tag());
+    update();
+}
+
+std::optional<std::size_t> ChartView::shownSlot() const
+{
+    if (m_pointed)
+        return m_pointed;
+    return hasFocus() ? m_current : std::nullopt;
+}
+
+QString ChartView::legendText(const ChartSeries& series) const
+{
+    const auto slot = shownSlot();
+    if (!slot)
+        return series.name;
+    const auto figure = Money::formatDigits(series.values[*slot], m_data.currency, InterfaceLanguage::tag());
+    return series.name + QChar::Nbsp + qString(figure);
+}
+
+void ChartView::paintLegend(QPainter& painter) const
+{
+    painter.setFont(TypeScale::font(TypeStep::small));
+    const auto metrics = painter.fontMetrics();
+    const auto slot = shownSlot();
+    int left = ringWidth;
+    const auto height = legendHeight() - Space::step2;
+    const auto write = [&](const QString& text, Token token) {
+        painter.setPen(m_colors.of(token));
+        ChartPainter::drawText(painter, QRectF(left, ringWidth, width() - left, height), Qt::AlignLeft, text);
+        left += metrics.horizontalAdvance(text) + Space::step4;
+    };
+    if (slot)
+        write(m_data.places[*slot].name, Token::text);
+    for (const auto& series : m_data.series) {
+        ChartPainter::paintSample(painter, QRectF(left, ringWidth, sampleWidth, height), series, m_colors);
+        left += sampleWidth + Space::step1;
+        write(legendText(series), slot ? Token::text : Token::text2);
+    }
+}
+
+void ChartView::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter{this};
+    m_colors.scheme = Theme::current().scheme();
+    paintLegend(painter);
+    ChartPainter::paint(painter, m_layout, m_colors, TypeScale::font(TypeStep::micro));
+    if (!hasFocus() || m_data.places.empty())
+        return;
+    const auto slotWidth = m_layout.plot.width() / static_cast<double>(m_data.places.size());
+    const auto ring = m_current ? QRectF{m_layout.plot.left() + static_cast<double>(*m_current) * slotWidth,
+                                         m_layout.plot.top(), slotWidth, m_layout.plot.height()}
+                                : m_layout.plot;
+    painter.setPen(QPen{m_colors.of(Token::focus), ringWidth});
+    painter.drawRect(ring);
+}
+
+void ChartView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    arrange();
+}
+
+void ChartView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::LanguageChange)
+        arrange();
+    QWidget::changeEvent(event);
+}
+
+void ChartView::moveTo(std::optional<std::size_t> slot)
+{
+    m_current = slot;
+    if (slot) {
+        setAccessibleDescription(ChartLayouts::reading(m_data, *slot, InterfaceLanguage::tag()));
+        QAccessibleEvent changed{this, QAccessible::DescriptionChanged};
+        QAccessible::updateAccessibility(&changed);
+    }
+    update();
+}
+
+void ChartView::keyPressEvent(QKeyEvent* event)
+{
+    const auto count = m_data.places.size();
+    if (count == 0)
+        return QWidget::keyPressEvent(event);
+    const auto current = m_current.value_or(m_data.chosen.value_or(count - 1));
+    switch (event->key()) {
+    case Qt::Key_Left:
+        return moveTo(current == 0 ? 0 : current - 1);
+    case Qt::Key_Right:
+        return moveTo(std::min(current + 1, count - 1));
+    case Qt::Key_Home:
+        return moveTo(0);
+    case Qt::Key_End:
+        return moveTo(count - 1);
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Space:
+        Q_EMIT slotChosen(current);
+        return;
+    default:
+        QWidget::keyPressEvent(event);
+    }
+}
+
+void ChartView::mouseMoveEvent(QMouseEvent* event)
+{
+    const auto pointed = ChartLayouts::slotAt(m_layout, m_data, event->position().x());
+    if (std::exchange(m_pointed, pointed) != pointed)
+        update();
+}
+
+void ChartView::mousePressEvent(QMouseEvent* event)
+{
+    const auto slot = ChartLayouts::slotAt(m_layout, m_data, event->position().x());
+    if (event->button() != Qt::LeftButton || !slot)
+        return QWidget::mousePressEvent(event);
+    moveTo(slot);
+    Q_EMIT slotChosen(*slot);
+}
+
+void ChartView::leaveEvent(QEvent* event)
+{
+    m_pointed.reset();
+    update();
+    QWidget::leaveEvent(event);
+}
+
+void ChartView::focusInEvent(QFocusEvent* event)
+{
+    if (!m_current && !m_data.places.empty())
+        moveTo(m_data.chosen.value_or(m_data.places.size() - 1));
+    QWidget::focusInEvent(event);
+    update();
+}
+
+void ChartView::focusOutEvent(QFocusEvent* event)
+{
+    QWidget::focusOutEvent(event);
+    update();
+}

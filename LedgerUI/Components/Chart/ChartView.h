@@ -1,0 +1,49 @@
+#pragma once
+
+#include <optional>
+
+#include <QWidget>
+
+#include "LedgerUI/Components/Chart/ChartPainter.h"
+
+/// A chart with its legend above it. Left, Right, Home and End move to a slot, as the pointer does; the legend then
+/// shows that slot's figures, and readers hear them. A click or Return chooses it.
+class ChartView final : public QWidget {
+    Q_OBJECT
+public:
+    explicit ChartView(QWidget* parent = nullptr);
+
+    void present(ChartData data, ChartColors colors);
+
+    [[nodiscard]] const ChartData& data() const { return m_data; }
+    [[nodiscard]] QSize sizeHint() const override;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    void slotChosen(std::size_t slot);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    void arrange();
+    void moveTo(std::optional<std::size_t> slot);
+    void paintLegend(class QPainter& painter) const;
+    [[nodiscard]] QString legendText(const ChartSeries& series) const;
+    [[nodiscard]] int legendHeight() const;
+    [[nodiscard]] std::optional<std::size_t> shownSlot() const;
+
+    ChartData m_data;
+    ChartColors m_colors{.income = Token::ok, .expense = Token::danger};
+    ChartLayout m_layout;
+    std::optional<std::size_t> m_pointed; // under the pointer
+    std::optional<std::size_t> m_current; // where the keys are
+};
