@@ -71,10 +71,11 @@ struct Window {
     }
 
     /// An operation of the store, until the ledger shows its outcome.
-    void carryOut(QCoro::Task<Result<void>> operation)
+    template <class Value>
+    void carryOut(QCoro::Task<Result<Value>> operation)
     {
         bool isDone = false;
-        QCoro::connect(std::move(operation), &window, [&](const Result<void>& outcome) {
+        QCoro::connect(std::move(operation), &window, [&](const Result<Value>& outcome) {
             require(outcome.has_value(), "the service does what it is asked");
             isDone = true;
         });

@@ -109,7 +109,8 @@ QCoro::Task<Result<std::string>> APIClient::bytes(APIRequest request) const
     auto sent = HttpSession::send(m_session, {.url = join(*base, request.path),
                                               .method = std::move(request.method),
                                               .token = std::move(request.token),
-                                              .body = std::move(request.body)});
+                                              .body = std::move(request.body),
+                                              .errand = request.errand});
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(failureOf(reply.error()));

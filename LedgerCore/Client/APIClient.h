@@ -20,6 +20,7 @@ struct APIRequest {
     std::string path = {};                 // below the base address, such as "v1/snapshot"
     std::optional<std::string> token = {}; // of the session
     std::optional<std::string> body = {};  // JSON
+    Errand errand = Errand::person;
 };
 
 /// The only code that speaks HTTP: one request, one answer, every failure a value. A value itself; copies share the
@@ -42,8 +43,8 @@ public:
     template <class Record>
     [[nodiscard]] QCoro::Task<Result<Record>> request(APIRequest request) const;
 
-    /// Gives up every request under way.
-    void abort() const { m_session->abort(); }
+    /// Gives up the requests of this errand that are under way, or all.
+    void abort(std::optional<Errand> errand = {}) const { m_session->abort(errand); }
 
 private:
     std::string m_baseURL;

@@ -124,11 +124,11 @@ QCoro::Task<std::expected<HttpReply, TransportFailure>> HttpSession::send(std::s
 {
     auto* const reply = session->start(request);
     const QPointer<TransferWatch> watch = new TransferWatch(*reply, session->m_limits);
-    session->m_transfers.push_back(watch);
+    session->m_transfers.push_back({.watch = watch, .errand = request.errand});
     const auto body = takeAsItArrives(*reply);
     co_await reply;
     auto outcome = conclude(*reply, watch->ending(), std::move(*body));
-    std::erase(session->m_transfers, watch);
+    std::erase_if(session->m_transfers, [&](const Transfer& each) { return each.watch == watch; });
     session->m_lastUse.start();
     reply->deleteLater();
     if (session.use_count() == 1)
@@ -136,12 +136,12 @@ QCoro::Task<std::expected<HttpReply, TransportFailure>> HttpSession::send(std::s
     co_return outcome;
 }
 
-void HttpSession::abort()
+void HttpSession::abort(std::optional<Errand> errand)
 {
     // Ending a transfer resumes whoever waits for it, who takes it off the list.
     for (const auto& transfer : std::vector{m_transfers}) {
-        if (transfer)
-            transfer->stop(TransferWatch::Ending::cancelled);
+        if (transfer.watch && (!errand || transfer.errand == *errand))
+            transfer.watch->stop(TransferWatch::Ending::cancelled);
     }
 }
 

@@ -23,11 +23,19 @@ struct TransferLimits {
     std::chrono::milliseconds reuse{10'000};  // a connection is kept so long, well below what services allow
 };
 
+/// On whose behalf a request is sent, and so who gives it up.
+enum class Errand {
+    person,     // somebody waits for it
+    background, // nobody does; it gives way to what a person asks for
+    farewell,   // the last word of a session, which is sent whatever follows
+};
+
 struct HttpRequest {
     std::string url;
     std::string method = "GET";
     std::optional<std::string> token = {}; // sent as bearer
     std::optional<std::string> body = {};  // JSON
+    Errand errand = Errand::person;
 };
 
 struct HttpReply {
@@ -50,8 +58,8 @@ public:
     static QCoro::Task<std::expected<HttpReply, TransportFailure>> send(std::shared_ptr<HttpSession> session,
                                                                         HttpRequest request);
 
-    /// Gives up every request that is under way; each ends as cancelled before this returns.
-    void abort();
+    /// Gives up the requests of this errand that are under way, or all; each ends as cancelled before this returns.
+    void abort(std::optional<Errand> errand = {});
 
 private:
     QNetworkReply* start(const HttpRequest& request);
@@ -59,5 +67,9 @@ private:
     TransferLimits m_limits;
     std::unique_ptr<QNetworkAccessManager> m_manager;
     QElapsedTimer m_lastUse;
-    std::vector<QPointer<TransferWatch>> m_transfers; // under way
+    struct Transfer {
+        QPointer<TransferWatch> watch;
+        Errand errand;
+    };
+    std::vector<Transfer> m_transfers; // under way
 };

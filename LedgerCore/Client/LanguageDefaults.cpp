@@ -35,13 +35,15 @@ std::optional<std::string> UserDefaults::chosenLanguage() const
     return value.toString().toStdString();
 }
 
-void UserDefaults::setChosenLanguage(std::optional<std::string> tag)
+bool UserDefaults::setChosenLanguage(std::optional<std::string> tag)
 {
     const auto kept = settings(m_file);
     if (tag)
         kept->setValue(key(), QString::fromStdString(*tag));
     else
         kept->remove(key());
+    kept->sync();
+    return kept->status() == QSettings::NoError;
 }
 
 std::vector<std::string> UserDefaults::systemLanguages() const

@@ -12,8 +12,8 @@ public:
 
     /// The kept tag as it stands, which may be none of ours.
     [[nodiscard]] virtual std::optional<std::string> chosenLanguage() const = 0;
-    /// Keeps the tag; nothing forgets it.
-    virtual void setChosenLanguage(std::optional<std::string> tag) = 0;
+    /// Keeps the tag, or forgets it without one, and says whether that worked.
+    [[nodiscard]] virtual bool setChosenLanguage(std::optional<std::string> tag) = 0;
     /// The languages of the user's system, most wanted first.
     [[nodiscard]] virtual std::vector<std::string> systemLanguages() const = 0;
 };
@@ -25,7 +25,7 @@ public:
     explicit UserDefaults(std::filesystem::path file = {});
 
     [[nodiscard]] std::optional<std::string> chosenLanguage() const override;
-    void setChosenLanguage(std::optional<std::string> tag) override;
+    [[nodiscard]] bool setChosenLanguage(std::optional<std::string> tag) override;
     [[nodiscard]] std::vector<std::string> systemLanguages() const override;
 
 private:
@@ -38,7 +38,11 @@ public:
     explicit LanguageMemory(std::optional<std::string> chosen = {}, std::vector<std::string> system = {"en-US"});
 
     [[nodiscard]] std::optional<std::string> chosenLanguage() const override { return m_chosen; }
-    void setChosenLanguage(std::optional<std::string> tag) override { m_chosen = std::move(tag); }
+    [[nodiscard]] bool setChosenLanguage(std::optional<std::string> tag) override
+    {
+        m_chosen = std::move(tag);
+        return true;
+    }
     [[nodiscard]] std::vector<std::string> systemLanguages() const override { return m_system; }
 
 private:

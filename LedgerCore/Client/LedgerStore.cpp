@@ -9,6 +9,7 @@
 #include "LedgerCore/Client/Clock.h"
 #include "LedgerCore/Client/IdentifierSource.h"
 #include "LedgerCore/Client/LanguageDefaults.h"
+#include "LedgerCore/Client/StoreMessages.h"
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 
@@ -30,7 +31,8 @@ LedgerStore::LedgerStore(std::string baseURL, Environment environment, QObject* 
 LedgerStore::~LedgerStore()
 {
     blockSignals(true);
-    cancel();
+    if (m_cachedClient)
+        m_cachedClient->abort();
 }
 
 std::shared_ptr<const PendingCompanyRegistration> LedgerStore::pendingCompanyRegistration() const
@@ -59,8 +61,11 @@ void LedgerStore::setAppLanguage(std::optional<std::string> code)
 {
     if (code && !AppLanguage::isSupported(*code))
         return;
-    m_environment.languageDefaults.setChosenLanguage(code);
+    const bool isKept = m_environment.languageDefaults.setChosenLanguage(code);
     assign(m_preferredAppLocale, std::move(code), &LedgerStore::preferredAppLocaleChanged);
+    if (!isKept)
+        assign(m_errorMessage, std::optional{std::string{storeMessages().text("languageNotKept", locale())}},
+               &LedgerStore::errorMessageChanged);
 }
 
 void LedgerStore::setServerURL(std::string address)
@@ -82,7 +87,7 @@ void LedgerStore::dismissMessages()
 void LedgerStore::cancel()
 {
     if (m_cachedClient)
-        m_cachedClient->abort();
+        m_cachedClient->abort(Errand::person);
 }
 
 std::string LedgerStore::friendly(const Failure& failure, std::optional<std::string> locale) const

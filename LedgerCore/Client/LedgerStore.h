@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <functional>
-#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -14,6 +13,7 @@
 
 #include "LedgerCore/Client/Failure.h"
 #include "LedgerCore/Client/HttpSession.h"
+#include "LedgerCore/Client/KeptCommands.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerCore/Domain/Settings/CapitalModuleTab.h"
@@ -58,6 +58,8 @@ public:
     [[nodiscard]] std::string locale() const;
     /// When the snapshot was last replaced by or confirmed equal to the service's; unset while signed out.
     [[nodiscard]] std::optional<std::chrono::system_clock::time_point> lastRefresh() const { return m_lastRefresh; }
+    /// Whether the last attempt to reload failed since then.
+    [[nodiscard]] bool isStale() const { return m_isStale; }
     /// Today's day here, by the store's clock.
     [[nodiscard]] std::string today() const;
     /// A fresh idempotency key.
@@ -85,19 +87,30 @@ public:
     /// Whether the member chose the category for quick entry.
     [[nodiscard]] bool isCategorySelected(std::string_view id) const;
 
+    /// The entry of the signed-in member in the open company whose recording was not confirmed, or was not tried
+    /// because a session had ended. `postTransaction` keeps and forgets it by itself; it outlives sessions.
+    [[nodiscard]] std::optional<KeptEntry> keptEntry() const;
+    /// Keeps an entry of the signed-in member.
+    void keepEntry(TransactionInput input, bool outcomeUnknown);
+    /// The person gave `keptEntry` up.
+    void forgetEntry();
+    /// Whether anybody's entry may have been recorded without a confirmation.
+    [[nodiscard]] bool hasUnconfirmedEntry() const { return m_kept.hasUnconfirmedEntry(); }
+
     /// The request that the next reversal of this entry will send again, from an earlier attempt that did not succeed.
-    [[nodiscard]] std::optional<Reversal> keptReversal(const std::string& entryID) const;
+    [[nodiscard]] std::optional<KeptReversal> keptReversal(const std::string& entryID) const;
 
     /// The categories offered for a new entry of this kind, in their order; they belong to the held snapshot.
     [[nodiscard]] std::vector<const Category*> entryCategories(std::string_view kind) const;
     [[nodiscard]] bool canAddCategory(std::string_view kind) const;
 
+    /// Publishes it when the choice cannot be kept for the next start.
     void setAppLanguage(std::optional<std::string> code);
     /// Heeded only while signed out and idle.
     void setServerURL(std::string address);
     /// Clears `errorMessage` and `noticeMessage`.
     void dismissMessages();
-    /// Gives the running operation up; it ends as `Cancelled`.
+    /// Gives up what a person waits for; it ends as `Cancelled`.
     void cancel();
 
     /// What the user reads about a failure, in `locale` or else the language in force.
@@ -108,14 +121,18 @@ public:
     QCoro::Task<Result<void>> refresh(bool publishError);
     /// Does nothing while another operation runs.
     QCoro::Task<Result<void>> refreshFromUser();
+    /// Reloads without `isBusy` or a message, except that of a session that ended. Does nothing while an operation runs
+    /// and gives way to one that begins.
+    QCoro::Task<Result<void>> refreshQuietly();
     /// Signs in with the kept session, once a process.
     QCoro::Task<Result<void>> restoreSession();
     QCoro::Task<Result<void>> login(std::string email, std::string password);
     QCoro::Task<Result<void>> startDemo(std::optional<std::string> locale, std::string profile);
-    /// Succeeds even when the service cannot be told.
+    /// Signs out at once and succeeds even when the service cannot be told.
     QCoro::Task<Result<void>> logout();
-    /// Succeeds once the entry is recorded; that it could not be reloaded is then published.
-    QCoro::Task<Result<void>> postTransaction(const TransactionInput& input, bool publishError);
+    /// Gives the identifier of the recorded entry, or an empty one where the service does not tell it. That the entry
+    /// could not be reloaded is published.
+    QCoro::Task<Result<std::string>> postTransaction(TransactionInput input, bool publishError);
     /// Repeats the kept request of an earlier attempt on the same entry as it stood.
     QCoro::Task<Result<void>> reverseTransaction(std::string id, std::string reason);
 
@@ -129,6 +146,8 @@ Q_SIGNALS:
     void preferredAppLocaleChanged();
     void endpointChanged();
     void lastRefreshChanged();
+    void isStaleChanged();
+    void keptEntryChanged();
 
 private:
     enum class Publishing { off, on };
@@ -144,7 +163,11 @@ private:
     static Publishing publishing(bool publishError) { return publishError ? Publishing::on : Publishing::off; }
 
     // One at a time, with `isBusy`, the end of expired sessions and the message of a failure.
+    template <class Value>
+    QCoro::Task<Result<Value>> operation(Publishing publishing, std::function<QCoro::Task<Result<Value>>()> work);
     QCoro::Task<Result<void>> operation(Publishing publishing, std::function<QCoro::Task<Result<void>>()> work);
+    std::optional<Failure> begin(Publishing publishing);
+    QCoro::Task<void> finish(Publishing publishing, std::optional<Failure> failure);
 
     // Requests. After a suspension the store may be gone: these then end as `Cancelled`, and so must their callers
     // without touching the store.
@@ -152,15 +175,17 @@ private:
     [[nodiscard]] std::expected<APIRequest, Failure> authorized(APIRequest request) const;
     QCoro::Task<Result<std::string>> exchange(APIRequest request);
     QCoro::Task<Result<LoadedSnapshot>> fetchSnapshot(APIRequest request);
+    QCoro::Task<Result<LoadedSnapshot>> fetchBooks(Errand errand);
     QCoro::Task<Result<LoadedSnapshot>> readSnapshot(std::string body);
 
     // Pieces of work that run inside `operation`.
     QCoro::Task<Result<void>> load();
     QCoro::Task<Result<void>> mutate(APIRequest request);
-    QCoro::Task<Result<void>> submit(APIRequest request);
+    QCoro::Task<Result<void>> reload();
     QCoro::Task<Result<void>> authenticate(std::string path, std::string body, Session session);
     QCoro::Task<Result<void>> restore();
     QCoro::Task<Result<void>> endSession();
+    QCoro::Task<Result<std::string>> record(TransactionInput input);
     QCoro::Task<Result<void>> sendReversal(std::string id, std::string reason);
     QCoro::Task<Result<void>> clearExpiredSession(Failure failure);
     QCoro::Task<Result<void>> keepSession(SavedSession session);
@@ -169,10 +194,13 @@ private:
     void clearMemory();
     void publish(const Failure& failure);
     void requireMainThread() const;
+    [[nodiscard]] std::optional<MemberIdentity> signedIn() const;
+    void noteStale(bool isStale) { assign(m_isStale, isStale, &LedgerStore::isStaleChanged); }
     [[nodiscard]] bool permits(std::string_view permission) const;
 
     template <class Value>
     void assign(Value& field, Value value, void (LedgerStore::*changed)());
+    Result<void> adopt(Result<LoadedSnapshot> loaded);
     void replaceSnapshot(LoadedSnapshot loaded);
     void setSnapshot(SnapshotPointer snapshot);
 
@@ -185,11 +213,14 @@ private:
     std::optional<std::string> m_preferredAppLocale;
     std::string m_endpoint;
     std::optional<std::chrono::system_clock::time_point> m_lastRefresh;
+    bool m_isStale = false;
     Environment m_environment;
 
     std::optional<std::string> m_token;
     bool m_restored = false;
-    std::map<std::string, Reversal> m_reversalRequests; // by entry, until the service has accepted them
+    int m_quietRun = 0; // the running quiet reload; 0 without one
+    int m_lastQuietRun = 0;
+    KeptCommands m_kept;
     std::unique_ptr<APIClient> m_cachedClient;
 };
 

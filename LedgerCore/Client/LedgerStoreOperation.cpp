@@ -4,32 +4,44 @@
 
 #include "LedgerCore/Client/APIClient.h"
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/StoreOperation.h"
 
-QCoro::Task<Result<void>> LedgerStore::operation(Publishing publishing, std::function<QCoro::Task<Result<void>>()> work)
+std::optional<Failure> LedgerStore::begin(Publishing publishing)
 {
     requireMainThread();
     if (m_isBusy) {
         const Failure busy = clientError(ClientCode::busy);
         if (publishing == Publishing::on)
             publish(busy);
-        co_return std::unexpected(busy);
+        return busy;
     }
+    m_quietRun = 0;
+    if (m_cachedClient)
+        m_cachedClient->abort(Errand::background);
     assign(m_isBusy, true, &LedgerStore::isBusyChanged);
     assign(m_errorMessage, {}, &LedgerStore::errorMessageChanged);
+    return std::nullopt;
+}
 
+QCoro::Task<void> LedgerStore::finish(Publishing publishing, std::optional<Failure> failure)
+{
     const QPointer<LedgerStore> self = this;
-    auto running = work();
-    auto outcome = co_await running;
-    if (self && !outcome) {
-        auto clearing = clearExpiredSession(outcome.error());
+    const bool isExpired = failure && m_token && endsSession(*failure);
+    if (isExpired) {
+        auto clearing = clearExpiredSession(*failure);
         co_await clearing;
     }
     if (!self)
-        co_return outcome;
+        co_return;
     assign(m_isBusy, false, &LedgerStore::isBusyChanged);
-    if (!outcome && publishing == Publishing::on)
-        publish(outcome.error());
-    co_return outcome;
+    // Whoever is signed out is told why, also where a screen that is now gone wanted to tell.
+    if (failure && (publishing == Publishing::on || isExpired))
+        publish(*failure);
+}
+
+QCoro::Task<Result<void>> LedgerStore::operation(Publishing publishing, std::function<QCoro::Task<Result<void>>()> work)
+{
+    return operation<void>(publishing, std::move(work));
 }
 
 QCoro::Task<void> LedgerStore::perform(std::function<QCoro::Task<Result<void>>()> work)
@@ -83,16 +95,8 @@ QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)
     co_return Result<void>{};
 }
 
-QCoro::Task<Result<void>> LedgerStore::submit(APIRequest request)
+QCoro::Task<Result<void>> LedgerStore::reload()
 {
-    auto prepared = authorized(std::move(request));
-    if (!prepared)
-        co_return std::unexpected(prepared.error());
-    auto sent = exchange(std::move(*prepared));
-    const auto accepted = co_await sent;
-    if (!accepted)
-        co_return std::unexpected(accepted.error());
-
     // The command is carried out, whatever becomes of the reload: nobody may be invited to send it again.
     const QPointer<LedgerStore> self = this;
     auto loading = load();

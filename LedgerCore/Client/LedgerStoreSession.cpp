@@ -1,3 +1,4 @@
+#include <tuple>
 #include <utility>
 
 #include <QPointer>
@@ -9,18 +10,6 @@
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Client/ReleasedByWorker.h"
 #include "LedgerCore/Client/SessionCredentialStore.h"
-
-namespace {
-
-constexpr int unauthorized = 401;
-
-bool saysExpired(const Failure& failure)
-{
-    const auto* error = std::get_if<APIError>(&failure);
-    return error && error->status == unauthorized;
-}
-
-}
 
 QCoro::Task<Result<void>> LedgerStore::login(std::string email, std::string password)
 {
@@ -140,15 +129,12 @@ QCoro::Task<Result<void>> LedgerStore::restore()
 QCoro::Task<Result<void>> LedgerStore::endSession()
 {
     const QPointer<LedgerStore> self = this;
-    std::optional<QCoro::Task<Result<std::string>>> telling;
-    if (auto request = authorized({.method = "POST", .path = "v1/auth/logout"}))
-        telling = exchange(std::move(*request));
-    // The person is signed out at once; the service is told meanwhile, and need not answer.
+    // Nobody waits for the service to take notice.
+    if (auto request = authorized({.method = "POST", .path = "v1/auth/logout", .errand = Errand::farewell}))
+        std::ignore = exchange(std::move(*request));
     clearMemory();
     auto deleting = m_environment.credentials.deleteSession(m_endpoint);
     const auto deleted = co_await deleting;
-    if (telling)
-        co_await *telling;
     if (!self)
         co_return std::unexpected(Cancelled{});
     if (deleted)
@@ -160,7 +146,7 @@ QCoro::Task<Result<void>> LedgerStore::endSession()
 
 QCoro::Task<Result<void>> LedgerStore::clearExpiredSession(Failure failure)
 {
-    if (!m_token || !saysExpired(failure))
+    if (!m_token || !endsSession(failure))
         co_return Result<void>{};
     clearMemory();
     auto deleting = m_environment.credentials.deleteSession(m_endpoint);
@@ -171,10 +157,11 @@ QCoro::Task<Result<void>> LedgerStore::clearExpiredSession(Failure failure)
 void LedgerStore::clearMemory()
 {
     m_token.reset();
-    m_reversalRequests.clear();
+    m_kept.endSession();
     assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
     assign(m_isDemo, false, &LedgerStore::isDemoChanged);
     assign(m_noticeMessage, {}, &LedgerStore::noticeMessageChanged);
     assign(m_lastRefresh, {}, &LedgerStore::lastRefreshChanged);
+    noteStale(false);
     setSnapshot(nullptr);
 }

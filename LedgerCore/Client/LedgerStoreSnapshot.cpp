@@ -25,16 +25,60 @@ QCoro::Task<Result<void>> LedgerStore::refreshFromUser()
     co_return outcome;
 }
 
+QCoro::Task<Result<void>> LedgerStore::refreshQuietly()
+{
+    requireMainThread();
+    if (m_isBusy || m_quietRun != 0)
+        co_return Result<void>{};
+    m_quietRun = ++m_lastQuietRun;
+    const auto run = m_quietRun;
+    const QPointer<LedgerStore> self = this;
+    auto fetching = fetchBooks(Errand::background);
+    auto loaded = co_await fetching;
+    // A person's operation that began meanwhile knows better.
+    if (!self || m_quietRun != run)
+        co_return std::unexpected(Cancelled{});
+    m_quietRun = 0;
+    const auto adopted = adopt(std::move(loaded));
+    if (adopted || !m_token || !endsSession(adopted.error()))
+        co_return adopted;
+    auto clearing = clearExpiredSession(adopted.error());
+    co_await clearing;
+    if (self)
+        publish(adopted.error());
+    co_return adopted;
+}
+
 QCoro::Task<Result<void>> LedgerStore::load()
 {
-    auto fetching = fetchSnapshot({.path = "v1/snapshot"});
+    const QPointer<LedgerStore> self = this;
+    auto fetching = fetchBooks(Errand::person);
     auto loaded = co_await fetching;
-    if (!loaded)
-        co_return std::unexpected(loaded.error());
-    if (const auto refused = Approval::whyNot(loaded->fresh->company))
-        co_return std::unexpected(*refused);
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    co_return adopt(std::move(loaded));
+}
+
+Result<void> LedgerStore::adopt(Result<LoadedSnapshot> loaded)
+{
+    if (!loaded) {
+        if (m_snapshot && !std::holds_alternative<Cancelled>(loaded.error()))
+            noteStale(true);
+        return std::unexpected(loaded.error());
+    }
     replaceSnapshot(std::move(*loaded));
-    co_return Result<void>{};
+    return {};
+}
+
+QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::fetchBooks(Errand errand)
+{
+    auto fetching = fetchSnapshot({.path = "v1/snapshot", .errand = errand});
+    auto loaded = co_await fetching;
+    if (loaded) {
+        if (const auto refused = Approval::whyNot(loaded->fresh->company))
+            co_return std::unexpected(*refused);
+    }
+    co_return loaded;
 }
 
 QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::fetchSnapshot(APIRequest request)
@@ -73,6 +117,7 @@ QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readSnapshot(std::
 void LedgerStore::replaceSnapshot(LoadedSnapshot loaded)
 {
     assign(m_lastRefresh, std::optional{m_environment.clock.now()}, &LedgerStore::lastRefreshChanged);
+    noteStale(false);
     if (!loaded.isSame || loaded.held != m_snapshot)
         setSnapshot(std::move(loaded.fresh));
 }
@@ -81,6 +126,9 @@ void LedgerStore::setSnapshot(SnapshotPointer snapshot)
 {
     if (m_snapshot == snapshot)
         return;
+    const auto member = signedIn();
     m_snapshot = std::move(snapshot);
     Q_EMIT snapshotChanged();
+    if (signedIn() != member)
+        Q_EMIT keptEntryChanged();
 }

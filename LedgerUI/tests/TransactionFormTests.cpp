@@ -102,7 +102,7 @@ TEST(TransactionForm, RecordsAnExpenseByKeyboardAlone)
 {
     FormUnderTest under{std::nullopt};
     QSignalSpy recorded{under.form, &TransactionForm::recorded};
-    under.answer(ServerReply::json("{}"));
+    under.answer(ServerReply::json(R"({"id":"e9"})"));
     under.service.server.replace(
         "GET v1/snapshot",
         ServerReply::json(books().expense("e9", "2026-11-20", "vault", "USD", 1'250, "rent").json()));

@@ -186,7 +186,7 @@ TEST_F(Workspace, SignsOutFromTheMembersMenu)
     under.signIn(employeeBooks());
     under.window.findChild<QAction*>(QStringLiteral("signOut"))->trigger();
     waitUntil([this] { return under.shows("signInView") && !under.store.isBusy(); });
-    EXPECT_EQ(under.server.requests("POST v1/auth/logout").size(), 1U);
+    waitUntil([this] { return under.server.requests("POST v1/auth/logout").size() == 1; });
 }
 
 TEST_F(Workspace, CutsNoTextInAnyLanguageWideOrNarrow)

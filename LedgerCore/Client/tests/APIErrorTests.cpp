@@ -157,34 +157,38 @@ INSTANTIATE_TEST_SUITE_P(
                            "Tidak dapat terhubung. Periksa alamat layanan dan jaringan. Data belum diperbarui."},
                     Column{"vi", "Không thể kết nối. Kiểm tra địa chỉ dịch vụ và mạng. Dữ liệu chưa được cập nhật."}));
 
+using enum CommandFate;
+
 struct Outcome {
     const char* name;
     Failure failure;
-    bool isUnknown;
+    CommandFate fate;
 };
 
-class OutcomeOf : public testing::TestWithParam<Outcome> {};
+class FateOfACommand : public testing::TestWithParam<Outcome> {};
 
-TEST_P(OutcomeOf, IsUnknownUnlessTheRequestWasRefusedOrNeverSent)
+TEST_P(FateOfACommand, IsUnknownUnlessItWasJudgedOrNeverLookedAt)
 {
-    EXPECT_EQ(isOutcomeUnknown(GetParam().failure), GetParam().isUnknown);
+    EXPECT_EQ(fateOf(GetParam().failure), GetParam().fate);
 }
 
-INSTANTIATE_TEST_SUITE_P(Failures, OutcomeOf,
-                         testing::Values(Outcome{"NoReply", APIError{0, "NETWORK", ""}, true},
-                                         Outcome{"Unreadable", APIError{0, "INVALID_RESPONSE", ""}, true},
-                                         Outcome{"ServiceFailed", APIError{500, "HTTP_ERROR", ""}, true},
-                                         Outcome{"ServiceFailedWithCode", APIError{503, "down", ""}, true},
-                                         Outcome{"GatewayTimedOut", APIError{504, "HTTP_ERROR", ""}, true},
-                                         Outcome{"RequestTimedOut", APIError{408, "HTTP_ERROR", ""}, true},
-                                         Outcome{"Redirected", APIError{302, "HTTP_ERROR", ""}, true},
-                                         Outcome{"GivenUp", Cancelled{}, true},
-                                         Outcome{"Refused", APIError{409, "balance_limit", ""}, false},
-                                         Outcome{"RefusedWithoutCode", APIError{400, "HTTP_ERROR", ""}, false},
-                                         Outcome{"Expired", APIError{401, "HTTP_ERROR", ""}, false},
-                                         Outcome{"Busy", APIError{0, "BUSY", ""}, false},
-                                         Outcome{"NoSession", APIError{0, "NO_SESSION", ""}, false},
-                                         Outcome{"BadAmount", MoneyError::outOfRange, false}),
+INSTANTIATE_TEST_SUITE_P(Failures, FateOfACommand,
+                         testing::Values(Outcome{"NoReply", APIError{0, "NETWORK", ""}, unknown},
+                                         Outcome{"Unreadable", APIError{0, "INVALID_RESPONSE", ""}, unknown},
+                                         Outcome{"ServiceFailed", APIError{500, "HTTP_ERROR", ""}, unknown},
+                                         Outcome{"ServiceFailedWithCode", APIError{503, "down", ""}, unknown},
+                                         Outcome{"GatewayTimedOut", APIError{504, "HTTP_ERROR", ""}, unknown},
+                                         Outcome{"RequestTimedOut", APIError{408, "HTTP_ERROR", ""}, unknown},
+                                         Outcome{"Redirected", APIError{302, "HTTP_ERROR", ""}, unknown},
+                                         Outcome{"GivenUp", Cancelled{}, unknown},
+                                         Outcome{"Refused", APIError{409, "balance_limit", ""}, refused},
+                                         Outcome{"RefusedWithoutCode", APIError{400, "HTTP_ERROR", ""}, refused},
+                                         Outcome{"Expired", APIError{401, "HTTP_ERROR", ""}, undecided},
+                                         Outcome{"Inactive", APIError{403, "inactive_member", ""}, undecided},
+                                         Outcome{"TooOften", APIError{429, "rate_limited", ""}, undecided},
+                                         Outcome{"Busy", APIError{0, "BUSY", ""}, undecided},
+                                         Outcome{"NoSession", APIError{0, "NO_SESSION", ""}, undecided},
+                                         Outcome{"BadAmount", MoneyError::outOfRange, undecided}),
                          [](const auto& each) { return std::string{each.param.name}; });
 
 }

@@ -105,14 +105,14 @@ TEST(LedgerStoreOperation, EndsWholeAtWhateverMomentTheStoreDies)
     }
 }
 
-TEST(LedgerStoreOperation, EndsTheSessionOnA401)
+TEST(LedgerStoreOperation, EndsTheSessionOnA401AndSaysSoWhoeverAsked)
 {
     StoreUnderTest test;
     test.signIn(books);
     ASSERT_EQ(test.credentials.sessions.size(), 1U);
     test.credentials.failsToDelete = true; // is not worth a message here
     test.server.replace("POST v1/transactions", ServerReply::error(401, "expired"));
-    EXPECT_EQ(resultOf(test.store.postTransaction(expense(), true)),
+    EXPECT_EQ(resultOf(test.store.postTransaction(expense(), false)),
               failed(APIError{401, "expired", "not for people"}));
     EXPECT_FALSE(test.store.snapshot());
     EXPECT_FALSE(test.store.lastRefresh());
@@ -156,6 +156,68 @@ TEST(LedgerStoreOperation, AnnouncesASnapshotOnlyWhenItDiffers)
     EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
 }
 
+TEST(LedgerStoreOperation, RefreshesQuietly)
+{
+    StoreUnderTest test;
+    EXPECT_EQ(resultOf(test.store.refreshQuietly()), failed(clientError(ClientCode::noSession)));
+    test.signIn(books);
+    const SignalCount busy{test.store, &LedgerStore::isBusyChanged};
+    test.server.replace("GET v1/snapshot", ServerReply::dropped());
+    EXPECT_FALSE(resultOf(test.store.refreshQuietly()));
+    EXPECT_TRUE(test.store.isStale());
+    test.server.replace("GET v1/snapshot", ServerReply::json(newerBooks.json()));
+    EXPECT_TRUE(resultOf(test.store.refreshQuietly()));
+    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
+    EXPECT_FALSE(test.store.isStale());
+    EXPECT_EQ(busy.count(), 0);
+    EXPECT_FALSE(test.store.errorMessage());
+
+    test.server.replace("GET v1/snapshot", ServerReply::error(401, "expired"));
+    EXPECT_FALSE(resultOf(test.store.refreshQuietly()));
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_EQ(test.store.errorMessage(), message(401, "expired"));
+}
+
+TEST(LedgerStoreOperation, LetsAQuietRefreshGiveWayToAPerson)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.replace("GET v1/snapshot", ServerReply::parked());
+    auto refreshing = test.store.refreshQuietly();
+    EXPECT_TRUE(resultOf(test.store.refreshQuietly())) << "one is enough";
+    waitUntil([&] { return test.server.parkedCount() == 1; });
+    test.server.replace("GET v1/snapshot", ServerReply::json(newerBooks.json()));
+    test.server.replace("POST v1/transactions", ServerReply::json("{}"));
+    auto posting = test.store.postTransaction(expense(), true);
+    EXPECT_EQ(resultOf(std::move(refreshing)), failed(Cancelled{}));
+    EXPECT_TRUE(resultOf(test.store.refreshQuietly())) << "does nothing while somebody waits";
+    EXPECT_TRUE(resultOf(std::move(posting)));
+    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
+    EXPECT_EQ(test.server.requests("GET v1/snapshot").size(), 2U);
+    EXPECT_FALSE(test.store.isStale());
+}
+
+TEST(LedgerStoreOperation, LetsNoQuietRefreshOverwriteWhatAPersonFetchedMeanwhile)
+{
+    auto older = books;
+    older.note(std::string(std::size_t{1} << 18, 'x')); // is read on a worker
+    bool finished = false;
+    for (int moment = 0; !finished; ++moment) {
+        StoreUnderTest test;
+        test.signIn(books);
+        test.server.replace("GET v1/snapshot", ServerReply::json(older.json()));
+        auto refreshing = test.store.refreshQuietly();
+        for (int step = 0; step < moment && !refreshing.isReady(); ++step)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        finished = refreshing.isReady();
+        test.server.replace("GET v1/snapshot", ServerReply::json(newerBooks.json()));
+        EXPECT_TRUE(resultOf(test.store.refresh(true)));
+        const auto outcome = resultOf(std::move(refreshing));
+        EXPECT_EQ(outcome, finished ? Result<void>{} : Result<void>{failed(Cancelled{})}) << "at moment " << moment;
+        EXPECT_EQ(*test.store.snapshot(), newerBooks.build()) << "at moment " << moment;
+    }
+}
+
 TEST(LedgerStoreOperation, RefusesTheBooksOfACompanyThatIsNotApproved)
 {
     for (const auto& [status, code] :
@@ -168,64 +230,6 @@ TEST(LedgerStoreOperation, RefusesTheBooksOfACompanyThatIsNotApproved)
         EXPECT_EQ(test.store.snapshot()->company.approvalStatus, "approved");
         EXPECT_EQ(test.store.errorMessage(), message(403, code));
     }
-}
-
-TEST(LedgerStoreEntries, ReloadsAfterTheEntryIsRecorded)
-{
-    StoreUnderTest test;
-    test.signIn(books);
-    test.server.replace("POST v1/transactions", ServerReply::json("anything at all"));
-    test.server.replace("GET v1/snapshot", ServerReply::json(newerBooks.json()));
-    EXPECT_TRUE(resultOf(test.store.postTransaction(expense(), true)));
-    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
-    const auto sent = test.server.requests("POST v1/transactions");
-    ASSERT_EQ(sent.size(), 1U);
-    EXPECT_EQ(sent.front().header("authorization"), "Bearer token-1");
-    EXPECT_EQ(Json::decode<TransactionInput>(sent.front().body), expense());
-}
-
-TEST(LedgerStoreEntries, ReportsARecordedEntryAsRecordedEvenWhenItCannotBeReloaded)
-{
-    StoreUnderTest test;
-    test.signIn(books);
-    test.server.replace("POST v1/transactions", ServerReply::json("{}"));
-    test.server.replace("GET v1/snapshot", ServerReply::dropped());
-    EXPECT_TRUE(resultOf(test.store.postTransaction(expense(), false)));
-    EXPECT_EQ(test.store.errorMessage(), message(0, "NETWORK"));
-    EXPECT_FALSE(test.store.isBusy());
-
-    test.server.replace("GET v1/snapshot", ServerReply::error(401, "expired"));
-    EXPECT_TRUE(resultOf(test.store.postTransaction(expense(), false)));
-    EXPECT_FALSE(test.store.snapshot());
-    EXPECT_EQ(test.store.errorMessage(), message(401, "expired"));
-}
-
-TEST(LedgerStoreEntries, RepeatsAnUnconfirmedReversalAsItStood)
-{
-    StoreUnderTest test;
-    test.signIn(books);
-    test.server.answer("POST v1/transactions/t1/reverse", ServerReply::dropped());
-    test.server.answer("POST v1/transactions/t1/reverse", ServerReply::error(503, "down"));
-    test.server.answer("POST v1/transactions/t1/reverse", ServerReply::json("half an ans"));
-    test.server.answer("POST v1/transactions/t1/reverse", ServerReply::json(newerBooks.json()));
-    test.server.answer("POST v1/transactions/t2/reverse", ServerReply::dropped());
-    EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "typo")));
-    EXPECT_FALSE(resultOf(test.store.reverseTransaction("t2", "other entry")));
-    test.clock.advance(std::chrono::hours{48});
-    EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "changed my words")));
-    EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "typo")));
-    EXPECT_TRUE(resultOf(test.store.reverseTransaction("t1", "typo")));
-    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
-    EXPECT_TRUE(resultOf(test.store.reverseTransaction("t1", "a new one")));
-
-    const auto sent = test.server.requests("POST v1/transactions/t1/reverse");
-    ASSERT_EQ(sent.size(), 5U);
-    EXPECT_EQ(Json::decode<Reversal>(sent[0].body), (Reversal{"typo", "id-1", "2026-11-20"}));
-    for (std::size_t at = 1; at < 4; ++at)
-        EXPECT_EQ(sent[at].body, sent[0].body);
-    EXPECT_EQ(Json::decode<Reversal>(sent[4].body), (Reversal{"a new one", "id-3", "2026-11-22"}));
-    EXPECT_EQ(Json::decode<Reversal>(test.server.requests("POST v1/transactions/t2/reverse").front().body),
-              (Reversal{"other entry", "id-2", "2026-11-20"}));
 }
 
 QCoro::Task<Result<void>> failingWith(Failure failure)

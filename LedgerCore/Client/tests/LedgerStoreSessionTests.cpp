@@ -142,6 +142,7 @@ TEST_P(Logout, SignsOutWhateverTheServiceSays)
     EXPECT_FALSE(test.store.isBusy());
     EXPECT_EQ(test.store.errorMessage(), GetParam().errorMessage);
     EXPECT_EQ(test.credentials.calls.back(), "delete " + test.server.url());
+    waitUntil([&] { return !test.server.requests("POST v1/auth/logout").empty(); });
     EXPECT_EQ(test.server.requests("POST v1/auth/logout").front().header("authorization"), "Bearer token-1");
     test.signIn(books);
     EXPECT_TRUE(test.store.snapshot());
@@ -155,16 +156,32 @@ INSTANTIATE_TEST_SUITE_P(Replies, Logout,
                                                       message(0, "KEYCHAIN_LOGOUT_UNAVAILABLE")}),
                          [](const auto& each) { return std::string{each.param.name}; });
 
-TEST(LedgerStoreSession, LeavesTheBooksBeforeTheServiceHasAnsweredTheLogout)
+TEST(LedgerStoreSession, IsOverBeforeTheServiceHasAnsweredTheLogout)
 {
     StoreUnderTest test;
     test.signIn(books);
     test.server.answer("POST v1/auth/logout", ServerReply::parked());
-    auto leaving = test.store.logout();
-    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_TRUE(resultOf(test.store.logout()));
+    EXPECT_FALSE(test.store.isBusy());
+    test.signIn(books);
+    test.store.cancel();
     waitUntil([&] { return test.server.parkedCount() == 1; });
-    test.server.release(ServerReply::json(""));
-    EXPECT_TRUE(resultOf(std::move(leaving)));
+    test.server.release(ServerReply::error(401, "expired"));
+    EXPECT_TRUE(resultOf(test.store.refresh(true))) << "the farewell is not about the new session";
+    EXPECT_TRUE(test.store.snapshot());
+}
+
+TEST(LedgerStoreSession, CanBeGivenUpWhileItIsSought)
+{
+    StoreUnderTest test;
+    test.server.answer("POST v1/auth/login", ServerReply::parked());
+    auto signingIn = test.store.login("m1@example.com", "secret");
+    waitUntil([&] { return test.server.parkedCount() == 1; });
+    test.store.cancel();
+    EXPECT_EQ(resultOf(std::move(signingIn)), failed(Cancelled{}));
+    EXPECT_FALSE(test.store.isBusy());
+    EXPECT_FALSE(test.store.errorMessage());
+    test.signIn(books);
 }
 
 TEST(LedgerStoreSession, IsRestoredOnceFromWhatWasKept)

@@ -3,12 +3,16 @@
 #include <regex>
 #include <thread>
 
+#include <QFile>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Client/ServiceAddress.h"
+#include "LedgerCore/Client/StoreMessages.h"
 #include "LedgerCore/Client/testing/SignalCount.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
+#include "LedgerCore/Domain/testing/WordTableAudit.h"
 
 namespace {
 
@@ -76,10 +80,30 @@ TEST(UserDefaults, KeepTheLanguageInTheirFile)
     const QTemporaryDir folder;
     const std::filesystem::path file = folder.filePath(QStringLiteral("settings.ini")).toStdString();
     EXPECT_FALSE(UserDefaults{file}.chosenLanguage());
-    UserDefaults{file}.setChosenLanguage("zh-CN");
+    EXPECT_TRUE(UserDefaults{file}.setChosenLanguage("zh-CN"));
     EXPECT_EQ(UserDefaults{file}.chosenLanguage(), "zh-CN");
-    UserDefaults{file}.setChosenLanguage({});
+    const QSettings asOthersRead{folder.filePath(QStringLiteral("settings.ini")), QSettings::IniFormat};
+    EXPECT_EQ(asOthersRead.value(QStringLiteral("Quillet.interfaceLanguage")), QStringLiteral("zh-CN"));
+    EXPECT_TRUE(UserDefaults{file}.setChosenLanguage({}));
     EXPECT_FALSE(UserDefaults{file}.chosenLanguage());
+}
+
+TEST(LedgerStore, SaysWhenTheLanguageCannotBeKept)
+{
+    const QTemporaryDir folder;
+    ASSERT_TRUE(QFile{folder.filePath(QStringLiteral("taken"))}.open(QIODevice::WriteOnly));
+    UserDefaults defaults{folder.filePath(QStringLiteral("taken/settings.ini")).toStdString()}; // below a plain file
+    RecordingCredentialStore credentials;
+    FixedClock clock;
+    SequentialIdentifiers identifiers;
+    LedgerStore store{
+        "http://127.0.0.1:1",
+        {.credentials = credentials, .languageDefaults = defaults, .clock = clock, .identifiers = identifiers}};
+    store.setAppLanguage("id-ID");
+    EXPECT_EQ(store.locale(), "id-ID");
+    EXPECT_EQ(store.errorMessage(), "Bahasa antarmuka sudah diganti, tetapi pilihan ini tidak dapat disimpan di "
+                                    "perangkat ini. Pilih lagi saat aplikasi dibuka kembali.");
+    EXPECT_EQ(auditWords(storeMessages()), std::vector<std::string>{});
 }
 
 TEST(RandomIdentifiers, AreLowerCaseUuidsThatDiffer)

@@ -65,9 +65,6 @@ std::expected<TransactionInput, std::vector<EntryProblem>> submission(const Entr
                                                                       std::string_view locale,
                                                                       const std::string& freshKey);
 
-/// The id under which the ledger holds the entry just recorded; empty when it does not show it (yet).
-std::string recordedID(const LedgerSnapshot& before, const LedgerSnapshot& after, const TransactionInput& input);
-
 /// A typed amount in the separators of another language. What could not be read before cannot be read after.
 std::string rewritten(std::string amount, std::string_view fromLocale, std::string_view toLocale);
 

@@ -184,22 +184,6 @@ TEST(EntryForm, AsksBeforeClosingOnlyWhenSomethingWasEntered)
     EXPECT_TRUE(EntryForm::hasDraft(EntryEdits::withAccount(initial, "vault", held).draft, initial.draft));
 }
 
-TEST(EntryForm, FindsTheEntryJustRecorded)
-{
-    const auto before = books().expense("e1", "2026-11-20", "bank", "IDR", 500, "rent");
-    auto after = before;
-    after.expense("e2", "2026-11-20", "bank", "IDR", 900, "rent")
-        .expense("e3", "2026-11-20", "bank", "IDR", 500, "rent");
-    TransactionInput input;
-    input.kind = "expense";
-    input.date = "2026-11-20";
-    input.sourceAccountID = "bank";
-    input.currency = "IDR";
-    input.amountMinor = 500;
-    EXPECT_EQ(EntryForm::recordedID(before.build(), after.build(), input), "e3");
-    EXPECT_EQ(EntryForm::recordedID(before.build(), before.build(), input), "");
-}
-
 TEST(EntryForm, PrefillsTheCorrectEntryFromTheReversedOne)
 {
     const auto held = books().transfer("t1", "2026-11-01", "bank", "float", "USD", 25'000, "funding").build();

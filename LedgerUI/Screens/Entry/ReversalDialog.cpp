@@ -29,11 +29,16 @@ namespace {
 constexpr int dialogWidth = 560;
 constexpr int maximumReasonLength = 2000;
 
+std::optional<Reversal> requestOf(const std::optional<KeptReversal>& kept)
+{
+    return kept ? std::optional{kept->reversal} : std::nullopt;
+}
+
 }
 
 ReversalDialog::ReversalDialog(LedgerStore& store, LedgerTransaction original, QWidget* parent)
     : FormDialog{parent}, m_store{store}, m_original{std::move(original)}, m_snapshot{store.snapshot()},
-      m_state{EntryReversal::opened(store.keptReversal(m_original.id))}
+      m_state{EntryReversal::opened(requestOf(store.keptReversal(m_original.id)))}
 {
     setObjectName(QStringLiteral("reversalDialog"));
     setAttribute(Qt::WA_DeleteOnClose);
@@ -79,7 +84,7 @@ void ReversalDialog::present()
 {
     // A posted reversal is kept no more: its day stays the one shown.
     if (const auto kept = m_store.keptReversal(m_original.id))
-        m_day = kept->date;
+        m_day = kept->reversal.date;
     else if (std::holds_alternative<ReversalTyping>(m_state))
         m_day = m_store.today();
     const auto content = EntryReversal::content(m_state, m_original, *m_snapshot, m_day, InterfaceLanguage::tag());
@@ -177,7 +182,7 @@ void ReversalDialog::finish(const Result<void>& reply)
     const auto* sending = std::get_if<ReversalSending>(&m_state);
     if (!sending)
         return;
-    m_state = EntryReversal::afterReply(*sending, reply, m_store.keptReversal(m_original.id));
+    m_state = EntryReversal::afterReply(*sending, reply, requestOf(m_store.keptReversal(m_original.id)));
     present();
     if (std::holds_alternative<ReversalTyping>(m_state)) {
         m_reason->setFocus(Qt::OtherFocusReason);

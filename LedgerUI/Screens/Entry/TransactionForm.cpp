@@ -187,19 +187,18 @@ void TransactionForm::send(EntrySaving saving)
     const auto input = saving.input;
     m_state = std::move(saving);
     present();
-    QCoro::connect(m_store.postTransaction(input, false), this, [this](const Result<void>& reply) { finish(reply); });
+    QCoro::connect(m_store.postTransaction(input, false), this,
+                   [this](const Result<std::string>& reply) { finish(reply); });
 }
 
-void TransactionForm::finish(const Result<void>& reply)
+void TransactionForm::finish(const Result<std::string>& reply)
 {
     const auto* saving = std::get_if<EntrySaving>(&m_state);
     if (!saving)
         return;
-    auto next = EntryForm::afterReply(*saving, reply);
+    auto next = EntryForm::afterReply(*saving, reply ? Result<void>{} : std::unexpected(reply.error()));
     if (!next) {
-        const auto now = m_store.snapshot();
-        const auto id = now ? EntryForm::recordedID(*m_snapshot, *now, saving->input) : std::string{};
-        Q_EMIT recorded(qString(id));
+        Q_EMIT recorded(qString(*reply));
         leave();
         return;
     }

@@ -35,7 +35,7 @@ private:
     void presentLeaving();
     void submit();
     void send(EntrySaving saving);
-    void finish(const Result<void>& reply);
+    void finish(const Result<std::string>& reply);
     void focusFirstProblem();
     void adoptSnapshot();
     void retranslate();
