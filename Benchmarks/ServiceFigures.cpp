@@ -22,8 +22,6 @@
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/HttpClient.h"
 #include "LedgerService/testing/ServiceProcess.h"
 
@@ -135,7 +133,7 @@ void measurePosting(const Options& options, const std::string& bareFile, const S
     std::vector<std::size_t> bare;
     std::vector<std::size_t> one;
     std::vector<std::size_t> several;
-    auto expected = options.entries + post(options, port, signedIn, 1); // until the log has its size
+    auto expected = options.entries + 1 + post(options, port, signedIn, 1); // until the log has its size
     for (int each = 0; each < options.repetitions; ++each) {
         bare.push_back(bareCommits(bareFile, std::chrono::seconds{options.seconds}).count());
         const auto before = service.processorTime();
@@ -154,36 +152,57 @@ void measurePosting(const Options& options, const std::string& bareFile, const S
                std::chrono::duration<double, std::micro>{computing}.count() / static_cast<double>(alone));
 }
 
+/// How long the snapshot takes to make, without a network.
+Samples madeAlone(Database& database, const SignedIn& signedIn, int repetitions, std::string& text)
+{
+    Samples made;
+    for (int each = 0; each < repetitions; ++each)
+        made.timeThread([&] {
+            const auto answer =
+                SnapshotReader::answer(database, signedIn.snapshot.company.id, signedIn.snapshot.currentMember.id, {});
+            text = answer->text;
+            for (auto block = answer->more(); !block.empty(); block = answer->more())
+                text += block;
+        });
+    return made;
+}
+
+/// Takes the request's answers again and again; the last one.
+HttpAnswer ask(std::string_view name, int repetitions, HttpClient& client, const std::string& token,
+               const std::string& headers)
+{
+    HttpAnswer answer;
+    Samples samples;
+    for (int each = 0; each < repetitions; ++each)
+        samples.time([&] { answer = client.send("GET", "/v1/snapshot", token, "", headers); });
+    samples.print(name);
+    return answer;
+}
+
 void measureSnapshot(const Options& options, const std::string& databaseFile, std::uint16_t port,
                      const SignedIn& signedIn)
 {
     HttpClient client{port};
-    std::string body;
-    Samples overHttp;
-    for (int each = 0; each < options.repetitions; ++each)
-        overHttp.time([&] { body = client.send("GET", "/v1/snapshot", signedIn.token).body; });
-    const auto received = body.size();
+    fmt::print("snapshot of {} entries:\n", options.entries);
+    const auto whole = ask("snapshot over HTTP, whole", options.repetitions, client, signedIn.token, "");
     const auto database = Database::open(databaseFile);
     if (!database)
         throw std::runtime_error(database.error());
-    const auto loan = (*database)->borrow();
-    Samples reading;
-    Samples encoding;
-    const auto& company = signedIn.snapshot.company.id;
-    for (int each = 0; each < options.repetitions; ++each) {
-        std::optional<LedgerSnapshot> snapshot;
-        const Transaction transaction{*loan, Transaction::Mode::reading};
-        reading.timeThread(
-            [&] { snapshot = SnapshotReader::read(*loan, company, signedIn.snapshot.currentMember.id); });
-        encoding.timeThread([&] { body = Json::encode(*snapshot); });
-    }
-    if (received != body.size())
-        throw std::runtime_error(fmt::format("{} bytes came of a snapshot of {}", received, body.size()));
-    fmt::print("snapshot of {} entries: {} bytes\n", options.entries, body.size());
-    overHttp.print("snapshot over HTTP, whole");
-    reading.print("  rows read into the snapshot");
-    encoding.print("  snapshot encoded");
-    bareTransfer(body, options.repetitions).print("  the same bytes over bare loopback");
+    std::string text;
+    madeAlone(**database, signedIn, options.repetitions, text).print("  made without a network");
+    if (whole.body != text)
+        throw std::runtime_error("the snapshot over HTTP is not the one in the database");
+    bareTransfer(text, options.repetitions).print("  the same bytes over bare loopback");
+    const auto tag = whole.header("etag");
+    const auto held = fmt::format("If-None-Match: {}\r\nA-IM: entries\r\n", tag);
+    ask("nothing new", 20 * options.repetitions, client, signedIn.token, held);
+    auto input = incomeFor(signedIn.snapshot);
+    input.idempotencyKey = Random::identifier();
+    client.send("POST", "/v1/transactions", signedIn.token, Json::encode(input));
+    const auto delta = ask("what is new after one entry", 20 * options.repetitions, client, signedIn.token, held);
+    if (delta.status != 226)
+        throw std::runtime_error(fmt::format("the delta was answered with {}", delta.status));
+    fmt::print("bytes of the whole {}, of what is new {}\n", whole.body.size(), delta.body.size());
 }
 
 void measure(const Options& options)

@@ -1,77 +1,160 @@
 #include "LedgerService/Access/SnapshotReader.h"
 
-#include <unordered_map>
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include <fmt/core.h>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerService/Access/SnapshotBlocks.h"
+#include "LedgerService/Access/SnapshotTag.h"
 #include "LedgerService/Access/Visibility.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
 
 namespace {
 
-std::vector<LedgerTransaction> visibleEntries(Connection& connection, std::string_view companyID,
-                                              const std::vector<Account>& visible, std::size_t accountCount)
-{
-    if (visible.size() == accountCount)
-        return EntryRepository::all(connection, companyID);
-    std::vector<std::string> ids;
-    ids.reserve(visible.size());
-    for (const auto& account : visible)
-        ids.push_back(account.id);
-    return EntryRepository::touching(connection, companyID, ids);
-}
+using Kind = SnapshotAnswer::Kind;
 
-/// Receipts of visible entries, named by their entries, and those that the member has uploaded but not linked yet.
-void addAttachments(LedgerSnapshot& snapshot, std::vector<StoredAttachment> stored)
-{
-    if (stored.empty())
-        return;
-    std::unordered_map<std::string_view, LedgerTransaction*> byID;
-    for (auto& entry : snapshot.transactions)
-        byID.emplace(entry.id, &entry);
-    for (auto& each : stored) {
-        auto& attachment = each.attachment;
-        if (attachment.transactionID) {
-            const auto found = byID.find(*attachment.transactionID);
-            if (found == byID.end())
-                continue;
-            found->second->attachmentIDs.push_back(attachment.id);
-        } else if (each.memberID != snapshot.currentMember.id) {
-            continue;
-        }
-        snapshot.attachments.push_back(std::move(attachment));
-    }
-}
+/// A delta of more changes is no quicker than the whole, and would be held in memory.
+constexpr std::int64_t mostChangesOfDelta = 2'000;
 
-}
-
-std::optional<LedgerSnapshot> SnapshotReader::read(Connection& connection, std::string_view companyID,
-                                                   std::string_view memberID)
+/// Everything of a snapshot but its entries and receipts.
+LedgerSnapshot smallParts(Connection& connection, std::string_view companyID, Member reader)
 {
-    auto company = CompanyRepository::find(connection, companyID);
-    auto member = MemberRepository::find(connection, companyID, memberID);
-    if (!company || !member)
-        return std::nullopt;
     LedgerSnapshot snapshot;
+    auto company = CompanyRepository::find(connection, companyID);
+    require(company.has_value(), "a member's company exists");
     snapshot.company = *std::move(company);
-    snapshot.currentMember = *std::move(member);
-    const auto& reader = snapshot.currentMember;
     snapshot.members = Visibility::members(MemberRepository::all(connection, companyID), reader);
     auto accounts = AccountRepository::all(connection, companyID);
-    const auto accountCount = accounts.size();
     snapshot.transferDestinations = LedgerEntryAccess::transferDestinations(accounts, reader);
     snapshot.accounts = Visibility::accounts(std::move(accounts), reader);
     snapshot.categories = CategoryRepository::all(connection, companyID);
-    snapshot.transactions = visibleEntries(connection, companyID, snapshot.accounts, accountCount);
     snapshot.financialSettings = CompanyRepository::settings(connection, companyID);
-    addAttachments(snapshot, AttachmentRepository::all(connection, companyID));
+    snapshot.currentMember = std::move(reader);
     return snapshot;
+}
+
+/// The text of a snapshot around its two long lists.
+struct Frame {
+    std::string head; // up to the opening bracket of the entries
+    std::string tail; // from the closing bracket of the receipts on
+
+    explicit Frame(const LedgerSnapshot& small)
+    {
+        constexpr std::string_view entries = R"("transactions":[)";
+        constexpr std::string_view lists = R"("transactions":[],"attachments":[])";
+        const auto text = Json::encode(small);
+        const auto at = text.find(lists); // inside a text its quotation marks would be escaped
+        require(at != std::string::npos, "the lists of a snapshot stand side by side");
+        head = text.substr(0, at + entries.size());
+        tail = text.substr(at + lists.size() - 1);
+    }
+};
+
+SnapshotScope scopeOf(Connection& connection, std::string_view companyID, const CompanyState& state,
+                      const LedgerSnapshot& small)
+{
+    return {.companyID = std::string{companyID},
+            .memberID = small.currentMember.id,
+            .state = state,
+            .sets = {AccountSetRepository::all(connection, companyID), small.accounts}};
+}
+
+SnapshotAnswer wholeOf(Database& database, SnapshotScope scope, Frame frame)
+{
+    auto blocks = std::make_shared<SnapshotBlocks>(database, std::move(scope), std::move(frame.tail));
+    return {.kind = Kind::whole, .tag = {}, .base = {}, .text = std::move(frame.head), .more = [blocks] {
+                return blocks->next();
+            }};
+}
+
+void addEntriesSince(Connection& connection, const SnapshotScope& scope, std::int64_t change, std::string& text)
+{
+    bool any = false;
+    JsonElements elements{text, any};
+    const auto add = [&](const EntryFragment& fragment) {
+        if (scope.sets.contains(fragment.accountSet))
+            elements.add(fragment.text);
+    };
+    for (const auto sequence : FragmentRepository::renewedSince(connection, scope.companyID, change))
+        FragmentRepository::visit(connection, scope.state, sequence - 1, sequence, 1, add);
+    FragmentRepository::visit(connection, scope.state, change, scope.state.lastChange,
+                              static_cast<int>(mostChangesOfDelta), add);
+}
+
+void addReceiptsSince(Connection& connection, const SnapshotScope& scope, std::int64_t change, std::string& text)
+{
+    bool any = false;
+    JsonElements elements{text, any};
+    const auto view = scope.receiptsAfter(change, scope.state.lastChange);
+    for (const auto& each : AttachmentRepository::linkedIn(connection, view))
+        elements.add(Json::encode(each));
+    for (const auto& each : AttachmentRepository::seenIn(connection, view))
+        elements.add(Json::encode(each));
+}
+
+SnapshotAnswer deltaOf(Connection& connection, const SnapshotScope& scope, const SnapshotTag& base, const Frame& frame)
+{
+    auto text = frame.head;
+    addEntriesSince(connection, scope, base.change, text);
+    text += R"(],"attachments":[)";
+    addReceiptsSince(connection, scope, base.change, text);
+    text += frame.tail;
+    text.pop_back(); // its closing brace
+    const auto loose = AttachmentRepository::looseCount(connection, scope.companyID, scope.memberID);
+    text += fmt::format(R"(,"entryCount":{},"attachmentCount":{}}})", scope.sets.entryCount(),
+                        scope.sets.receiptCount() + loose);
+    return {.kind = Kind::delta, .tag = {}, .base = base.text(), .text = std::move(text), .more = {}};
+}
+
+/// The latest of the client's states that a delta can build on.
+std::optional<SnapshotTag> baseOf(Connection& connection, std::string_view companyID, const Member& reader,
+                                  const CompanyState& state, const SnapshotAsked& asked)
+{
+    std::optional<SnapshotTag> base;
+    for (const auto& text : asked.held) {
+        const auto tag = SnapshotTag::parse(text);
+        if (!tag || (base && tag->change <= base->change) || state.lastChange - tag->change > mostChangesOfDelta)
+            continue;
+        if (tag->isEarlierStateOf(connection, companyID, reader, state))
+            base = tag;
+    }
+    return base;
+}
+
+}
+
+std::optional<SnapshotAnswer> SnapshotReader::answer(Database& database, std::string_view companyID,
+                                                     std::string_view memberID, const SnapshotAsked& asked)
+{
+    const auto loan = database.borrow();
+    const Transaction transaction{*loan, Transaction::Mode::reading};
+    auto reader = MemberRepository::find(*loan, companyID, memberID);
+    const auto state = CompanyHistory::state(*loan, companyID);
+    if (!reader || !state)
+        return std::nullopt;
+    auto tag = SnapshotTag::current(*loan, companyID, *reader, *state).text();
+    if (std::ranges::find(asked.held, tag) != asked.held.end())
+        return SnapshotAnswer{.kind = Kind::unchanged, .tag = std::move(tag), .base = {}, .text = {}, .more = {}};
+    const auto base = asked.delta ? baseOf(*loan, companyID, *reader, *state, asked) : std::nullopt;
+    const auto small = smallParts(*loan, companyID, *std::move(reader));
+    auto scope = scopeOf(*loan, companyID, *state, small);
+    Frame frame{small};
+    auto answer = base ? deltaOf(*loan, scope, *base, frame) : wholeOf(database, std::move(scope), std::move(frame));
+    answer.tag = std::move(tag);
+    return answer;
 }
 
 }

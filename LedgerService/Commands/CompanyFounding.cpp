@@ -42,13 +42,11 @@ void writeAccounts(Connection& connection, const CompanyFounding& founding)
 
 void writeEntry(Connection& connection, const CompanyFounding& founding, const LedgerTransaction& entry)
 {
-    EntryRepository::append(connection, founding.company.id, entry);
     for (const auto& id : entry.attachmentIDs) {
-        auto receipt = *std::ranges::find(founding.books.attachments, id, &Attachment::id);
-        receipt.transactionID.reset();
-        AttachmentRepository::insert(connection, founding.company.id, {std::move(receipt), entry.memberID});
+        const auto receipt = std::ranges::find(founding.books.attachments, id, &Attachment::id);
+        AttachmentRepository::insert(connection, founding.company.id, *receipt, entry.memberID);
     }
-    AttachmentRepository::link(connection, founding.company.id, entry.id, entry.attachmentIDs);
+    EntryRepository::append(connection, founding.company.id, entry);
 }
 
 }

@@ -108,7 +108,6 @@ std::expected<LedgerTransaction, Refusal> apply(const Act& act, std::expected<En
     for (const auto& each : change->balances)
         AccountRepository::writeBalance(act.connection, act.companyID, each.accountID, each.currency,
                                         each.balanceMinor);
-    AttachmentRepository::link(act.connection, act.companyID, change->entry.id, change->entry.attachmentIDs);
     return std::move(change->entry);
 }
 

@@ -1,13 +1,16 @@
 #include "LedgerService/Http/Dispatcher.h"
 
 #include <exception>
+#include <utility>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Access/SnapshotReader.h"
+#include "LedgerService/Http/Conditions.h"
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/CompanyHistory.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
@@ -24,6 +27,18 @@ Outcome unknownRoute(const RouteMatch& match)
     return Reply{.status = refusal.status, .body = errorBody(refusal), .headers = {{"Allow", match.allow}}};
 }
 
+/// {"token":"…","snapshot":{…}}, the snapshot in blocks.
+Reply besideSnapshot(const std::pair<std::string, std::string>& beside, SnapshotAnswer snapshot)
+{
+    auto body = "{" + Json::encode(beside.first) + ":" + Json::encode(beside.second) + ",\"snapshot\":";
+    body += snapshot.text;
+    auto more = [blocks = std::move(snapshot.more), closed = false]() mutable -> std::string {
+        auto block = blocks();
+        return !block.empty() || std::exchange(closed, true) ? std::move(block) : "}";
+    };
+    return {.status = 200, .body = std::move(body), .headers = {{"ETag", snapshot.tag}}, .more = std::move(more)};
+}
+
 }
 
 Reply Dispatcher::answer(const RouteMatch& match, const Request& request) const
@@ -34,7 +49,11 @@ Reply Dispatcher::answer(const RouteMatch& match, const Request& request) const
             return replyOf(outcome.error());
         if (const auto* reply = std::get_if<Reply>(&*outcome))
             return *reply;
-        return withSnapshot(std::get<SnapshotReply>(*outcome));
+        const auto& snapshot = std::get<SnapshotReply>(*outcome);
+        const bool recorded = match.route && std::holds_alternative<Writing>(match.route->answer);
+        if (recorded && Conditions::prefersMinimal(request))
+            return {.status = 200, .body = R"({"ok":true})", .headers = {{"Preference-Applied", "return=minimal"}}};
+        return withSnapshot(snapshot);
     } catch (const std::exception& failure) {
         Log::failure(match.route ? match.route->pattern : "", DatabaseFailure::words(failure));
         if (DatabaseFailure::isBusy(failure))
@@ -73,6 +92,9 @@ Outcome Dispatcher::memberOutcome(const RouteMatch& match, MemberHandler handler
     const auto signedIn = Authentication::signedInMember(*loan, request.token, now, m_service.policy);
     if (!signedIn)
         return std::unexpected(signedIn.error());
+    const auto before = mode == Transaction::Mode::writing
+                            ? CompanyHistory::state(*loan, signedIn->companyID).value_or(CompanyState{}).lastChange
+                            : 0;
     auto outcome = handler({.service = m_service,
                             .request = request,
                             .parameters = match.parameters,
@@ -81,25 +103,37 @@ Outcome Dispatcher::memberOutcome(const RouteMatch& match, MemberHandler handler
                             .member = signedIn->member,
                             .today = LedgerDay::localGregorian().day(instant),
                             .now = std::move(now)});
-    if (outcome)
-        transaction.commit();
+    if (!outcome)
+        return outcome;
+    if (mode == Transaction::Mode::writing)
+        CompanyHistory::ensureAdvanced(*loan, signedIn->companyID, before);
+    transaction.commit();
     return outcome;
 }
 
 Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const
 {
-    const auto loan = m_service.database.borrow();
-    const Transaction transaction{*loan, Transaction::Mode::reading};
-    const auto snapshot = SnapshotReader::read(*loan, reply.reader.companyID, reply.reader.memberID);
-    if (!snapshot)
+    auto answer =
+        SnapshotReader::answer(m_service.database, reply.reader.companyID, reply.reader.memberID, reply.asked);
+    if (!answer)
         return replyOf({404, "not_found", "The company is gone."});
-    if (!reply.beside)
-        return {.status = 200, .body = Json::encode(*snapshot)};
-    std::string body = "{" + Json::encode(reply.beside->first) + ":" + Json::encode(reply.beside->second);
-    body += ",\"snapshot\":";
-    body += Json::encode(*snapshot);
-    body += '}';
-    return {.status = 200, .body = std::move(body)};
+    using enum SnapshotAnswer::Kind;
+    switch (answer->kind) {
+    case unchanged:
+        return {.status = 304, .body = {}, .headers = {{"ETag", answer->tag}}};
+    case delta:
+        return {.status = 226,
+                .body = std::move(answer->text),
+                .headers = {{"ETag", answer->tag}, {"IM", "entries"}, {"Delta-Base", answer->base}}};
+    case whole:
+        break;
+    }
+    if (reply.beside)
+        return besideSnapshot(*reply.beside, *std::move(answer));
+    return {.status = 200,
+            .body = std::move(answer->text),
+            .headers = {{"ETag", answer->tag}},
+            .more = std::move(answer->more)};
 }
 
 }

@@ -8,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Storage/Rows/SessionRepository.h"
 
@@ -29,6 +30,7 @@ struct Reply {
 /// An answer with the reader's snapshot, read once the request's own work is committed: writers need not wait for it.
 struct SnapshotReply {
     SessionOwner reader;
+    SnapshotAsked asked;
     /// A key and its text, such as the token; the snapshot then stands beside it under "snapshot".
     std::optional<std::pair<std::string, std::string>> beside;
 };

@@ -11,6 +11,7 @@
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/FragmentUpkeep.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -55,6 +56,8 @@ Verify::Report Verify::run(Connection& connection)
         report.companies += 1;
         report.entries += books.entries.size();
         for (const auto& problem : BookInvariants::broken(books))
+            report.problems.push_back(fmt::format("company {}: {}", companyID, problem));
+        for (const auto& problem : FragmentUpkeep::broken(connection, companyID))
             report.problems.push_back(fmt::format("company {}: {}", companyID, problem));
     }
     return report;

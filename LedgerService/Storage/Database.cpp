@@ -4,9 +4,11 @@
 #include <exception>
 #include <filesystem>
 
+#include "LedgerService/Storage/Rows/FragmentUpkeep.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
 
@@ -30,6 +32,11 @@ std::expected<std::unique_ptr<Database>, std::string> Database::open(const std::
         const auto connection = database->borrow();
         if (const auto refused = Migrations::apply(*connection))
             return std::unexpected(*refused);
+        if (FragmentUpkeep::isNeeded(*connection)) {
+            Transaction transaction{*connection, Transaction::Mode::writing};
+            FragmentUpkeep::renewOutdated(*connection);
+            transaction.commit();
+        }
         return database;
     } catch (const std::exception& failure) {
         return std::unexpected("cannot open " + file + ": " + DatabaseFailure::words(failure));

@@ -23,7 +23,7 @@ void uploadFree(TestService& service)
     service.write([](Connection& connection) {
         const auto books = SampleBooks::books();
         const auto free = *std::ranges::find(books.attachments, "free", &Attachment::id);
-        AttachmentRepository::insert(connection, "sample", {free, "mira"});
+        AttachmentRepository::insert(connection, "sample", free, "mira");
     });
 }
 

@@ -29,7 +29,8 @@ Outcome authResponse(std::expected<IssuedSession, Refusal> session)
 {
     if (!session)
         return std::unexpected(std::move(session.error()));
-    return SnapshotReply{.reader = session->owner, .beside = std::pair{std::string{"token"}, session->token}};
+    return SnapshotReply{
+        .reader = session->owner, .asked = {}, .beside = std::pair{std::string{"token"}, session->token}};
 }
 
 Outcome login(const OpenCall& call)

@@ -1,5 +1,6 @@
 #include <array>
 
+#include "LedgerService/Http/Conditions.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 
 namespace LedgerService {
@@ -8,7 +9,7 @@ namespace {
 
 Outcome snapshot(const MemberCall& call)
 {
-    return SnapshotReply{.reader = call.owner(), .beside = {}};
+    return SnapshotReply{.reader = call.owner(), .asked = Conditions::snapshotAsked(call.request), .beside = {}};
 }
 
 constexpr std::array routes{

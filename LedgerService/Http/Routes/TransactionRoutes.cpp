@@ -53,7 +53,7 @@ Outcome reverse(const MemberCall& call)
                              });
     if (!recorded)
         return std::unexpected(recorded.error());
-    return SnapshotReply{.reader = call.owner(), .beside = {}};
+    return SnapshotReply{.reader = call.owner(), .asked = {}, .beside = {}};
 }
 
 constexpr std::array routes{

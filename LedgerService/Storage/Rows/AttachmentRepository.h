@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,6 +17,19 @@ class Connection;
 struct StoredAttachment {
     Attachment attachment;
     std::string memberID;
+    std::int64_t uploadedChange = 0;
+    std::int64_t linkedChange = 0; // 0 while it is not linked
+    int accountSet = 0;            // of the entry that it is linked to
+};
+
+/// What a member gets to see of the receipts after one change and up to another.
+struct AttachmentView {
+    std::string_view companyID;
+    std::string_view memberID;
+    std::int64_t after = 0;
+    std::int64_t last = 0;
+    std::int64_t asOf = 0; // receipts linked after this change are still shown as loose ones
+    std::function<bool(int accountSet)> seesEntriesOn;
 };
 
 namespace AttachmentRepository {
@@ -24,11 +39,24 @@ std::optional<Attachment> find(Connection& connection, std::string_view companyI
 /// The company's receipts by entry and their order on it, those not yet linked first.
 std::vector<StoredAttachment> all(Connection& connection, std::string_view companyID);
 
-void insert(Connection& connection, std::string_view companyID, const StoredAttachment& stored);
+/// The receipts that the member got to see within the view's changes, in the order in which
+/// the member got to see them: one's own since the upload, those of others since they were linked to an entry that one
+/// sees. So later ones always come after those that a reader holds already.
+std::vector<Attachment> seenIn(Connection& connection, const AttachmentView& view);
+
+/// The member's own that were uploaded before the view and linked in it.
+std::vector<Attachment> linkedIn(Connection& connection, const AttachmentView& view);
+
+/// How many of the member's own receipts are linked to nothing.
+std::int64_t looseCount(Connection& connection, std::string_view companyID, std::string_view memberID);
+
+/// Adds an uploaded receipt; it is linked to nothing yet.
+void insert(Connection& connection, std::string_view companyID, const Attachment& attachment,
+            std::string_view memberID);
 
 /// Links the receipts to the entry in this order, after those that it has already.
-void link(Connection& connection, std::string_view companyID, std::string_view entryID,
-          const std::vector<std::string>& attachmentIDs);
+void link(Connection& connection, std::string_view companyID, std::string_view entryID, int accountSet,
+          std::int64_t change, const std::vector<std::string>& attachmentIDs);
 
 }
 

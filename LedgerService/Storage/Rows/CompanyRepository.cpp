@@ -1,5 +1,6 @@
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
 
+#include "LedgerService/Storage/Rows/FragmentRepository.h"
 #include "LedgerService/Storage/Sql/JsonColumn.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
@@ -31,9 +32,10 @@ constexpr auto insertCompany = R"sql(
     INSERT INTO companies (id, name, countries, enabled_locales, created_at, approval_status, transaction_colors,
                            demo_version, demo_locale, last_sequence, settings_revision, contributions_enabled,
                            dividends_enabled, bookkeeping_start_date, initialization_mode, initialized_at,
-                           features_configured)
+                           features_configured, number, fragments_shape)
     VALUES (:id, :name, :countries, :locales, :created, :approval, :colors, :demo_version, :demo_locale, 0, :revision,
-            :contributions, :dividends, :start_date, :mode, :initialized, :configured)
+            :contributions, :dividends, :start_date, :mode, :initialized, :configured,
+            (SELECT COALESCE(MAX(number), 0) + 1 FROM companies), :shape)
 )sql";
 
 }
@@ -108,6 +110,7 @@ void CompanyRepository::insert(Connection& connection, const Company& company, c
         .bind("mode", settings.initializationMode)
         .bind("initialized", settings.initializedAt)
         .bind("configured", flag(settings.featuresConfigured))
+        .bind("shape", FragmentRepository::shape())
         .run();
 }
 

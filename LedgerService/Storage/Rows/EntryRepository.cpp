@@ -1,10 +1,15 @@
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 
-#include <unordered_map>
+#include <algorithm>
+#include <limits>
 #include <utility>
 
 #include <fmt/core.h>
 
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerService/Storage/Rows/AccountSetRepository.h"
+#include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/FragmentRepository.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
 namespace LedgerService {
@@ -16,6 +21,7 @@ constexpr std::string_view selectEntryAndLeg = R"sql(
     SELECT e.sequence, e.id, e.kind, e.date, e.note, e.created_at, e.member_id, e.category_id, e.reversal_of,
            e.original_transaction_id, e.external_reference, e.transfer_purpose, e.distribution_kind,
            e.participant_name, e.dividend_movement_id, e.capital_contribution_id,
+           (SELECT r.id FROM entries r WHERE r.company_id = e.company_id AND r.reversal_of = e.id),
            l.account_id, l.currency, l.amount_minor
     FROM entries e JOIN legs l ON l.company_id = e.company_id AND l.sequence = e.sequence
 )sql";
@@ -26,33 +32,29 @@ const std::string selectEntry = fmt::format(R"sql({}
 )sql",
                                             selectEntryAndLeg);
 
-const std::string selectAll = fmt::format(R"sql({}
-    WHERE e.company_id = :company
+const std::string selectBetween = fmt::format(R"sql({}
+    WHERE e.company_id = :company AND e.sequence > :after AND e.sequence <= :last
     ORDER BY e.sequence, l.position
 )sql",
-                                          selectEntryAndLeg);
-
-/// The placeholder takes the named parameters of the accounts, separated by commas.
-constexpr std::string_view whereTouching = R"sql(
-    WHERE e.company_id = :company AND e.sequence IN
-        (SELECT v.sequence FROM legs v WHERE v.company_id = :company AND v.account_id IN ({}))
-    ORDER BY e.sequence, l.position
-)sql";
-
-constexpr auto selectReversal = R"sql(
-    SELECT id FROM entries WHERE company_id = :company AND reversal_of = :entry
-)sql";
+                                              selectEntryAndLeg);
 
 constexpr auto selectReceipts = R"sql(
     SELECT id FROM attachments WHERE company_id = :company AND transaction_id = :entry ORDER BY position
 )sql";
 
-constexpr auto advanceSequence = R"sql(
-    UPDATE companies SET last_sequence = last_sequence + 1 WHERE id = :company
+constexpr auto selectReceiptsBetween = R"sql(
+    SELECT e.sequence, a.id
+    FROM entries e JOIN attachments a ON a.company_id = e.company_id AND a.transaction_id = e.id
+    WHERE e.company_id = :company AND e.sequence > :after AND e.sequence <= :last
+    ORDER BY e.sequence, a.position
 )sql";
 
 constexpr auto selectSequence = R"sql(
-    SELECT last_sequence FROM companies WHERE id = :company
+    SELECT sequence FROM entries WHERE company_id = :company AND id = :entry
+)sql";
+
+constexpr auto selectLastUpTo = R"sql(
+    SELECT id FROM entries WHERE company_id = :company AND sequence <= :change ORDER BY sequence DESC LIMIT 1
 )sql";
 
 constexpr auto insertEntry = R"sql(
@@ -90,9 +92,9 @@ constexpr auto selectActiveOpenings = R"sql(
 )sql";
 
 /// Takes entries out of a query with the columns of `selectEntryAndLeg`, ordered by sequence and leg.
-std::vector<LedgerTransaction> entriesOf(Query& query)
+std::vector<RecordedEntry> entriesOf(Query& query)
 {
-    std::vector<LedgerTransaction> entries;
+    std::vector<RecordedEntry> entries;
     LedgerTransaction row;
     LedgerLeg leg;
     std::int64_t sequence = 0;
@@ -100,102 +102,36 @@ std::vector<LedgerTransaction> entriesOf(Query& query)
     query.into(sequence).into(row.id).into(row.kind).into(row.date).into(row.note).into(row.createdAt);
     query.into(row.memberID).into(row.categoryID).into(row.reversalOf).into(row.originalTransactionID);
     query.into(row.externalReference).into(row.transferPurpose).into(row.distributionKind).into(row.participantName);
-    query.into(row.dividendMovementID).into(row.capitalContributionID);
+    query.into(row.dividendMovementID).into(row.capitalContributionID).into(row.reversedBy);
     query.into(leg.accountID).into(leg.currency).into(leg.amountMinor);
     while (query.next()) {
         if (sequence != last)
-            entries.push_back(std::exchange(row, {}));
-        entries.back().legs.push_back(std::exchange(leg, {}));
+            entries.push_back({sequence, std::exchange(row, {})});
+        entries.back().entry.legs.push_back(std::exchange(leg, {}));
         last = sequence;
     }
     return entries;
 }
 
-/// An entry and its reversal lie on the same accounts, so whoever reads one reads the other.
-void linkReversals(std::vector<LedgerTransaction>& entries)
+std::vector<RecordedEntry> withoutReceipts(Connection& connection, std::string_view companyID, std::int64_t sequence,
+                                           std::int64_t last)
 {
-    std::unordered_map<std::string_view, std::string_view> reversalOf;
-    for (const auto& entry : entries) {
-        if (entry.reversalOf)
-            reversalOf.emplace(*entry.reversalOf, entry.id);
-    }
-    if (reversalOf.empty())
-        return;
-    for (auto& entry : entries) {
-        if (const auto found = reversalOf.find(entry.id); found != reversalOf.end())
-            entry.reversedBy.emplace(found->second);
-    }
+    Query query{connection, selectBetween};
+    query.bind("company", companyID).bind("after", sequence).bind("last", last);
+    return entriesOf(query);
 }
 
-std::int64_t nextSequence(Connection& connection, std::string_view companyID)
+std::int64_t sequenceOf(Connection& connection, std::string_view companyID, std::string_view entryID)
 {
-    Query{connection, advanceSequence}.bind("company", companyID).run();
     std::int64_t sequence = 0;
     Query query{connection, selectSequence};
-    query.bind("company", companyID).into(sequence).next();
+    query.bind("company", companyID).bind("entry", entryID).into(sequence).next();
     return sequence;
 }
 
-std::vector<std::string> idsOf(Query& query)
+void insertRows(Connection& connection, std::string_view companyID, std::int64_t sequence,
+                const LedgerTransaction& entry)
 {
-    std::vector<std::string> ids;
-    std::string id;
-    query.into(id);
-    while (query.next())
-        ids.push_back(id);
-    return ids;
-}
-
-}
-
-std::optional<LedgerTransaction> EntryRepository::find(Connection& connection, std::string_view companyID,
-                                                       std::string_view entryID)
-{
-    Query query{connection, selectEntry};
-    query.bind("company", companyID).bind("entry", entryID);
-    auto entries = entriesOf(query);
-    if (entries.empty())
-        return std::nullopt;
-    auto& entry = entries.front();
-    Query receipts{connection, selectReceipts};
-    receipts.bind("company", companyID).bind("entry", entryID);
-    entry.attachmentIDs = idsOf(receipts);
-    Query reversal{connection, selectReversal};
-    reversal.bind("company", companyID).bind("entry", entryID);
-    if (auto ids = idsOf(reversal); !ids.empty())
-        entry.reversedBy = std::move(ids.front());
-    return std::move(entry);
-}
-
-std::vector<LedgerTransaction> EntryRepository::all(Connection& connection, std::string_view companyID)
-{
-    Query query{connection, selectAll};
-    query.bind("company", companyID);
-    auto entries = entriesOf(query);
-    linkReversals(entries);
-    return entries;
-}
-
-std::vector<LedgerTransaction> EntryRepository::touching(Connection& connection, std::string_view companyID,
-                                                         std::span<const std::string> accountIDs)
-{
-    if (accountIDs.empty())
-        return {};
-    std::string names;
-    for (std::size_t at = 0; at < accountIDs.size(); ++at)
-        names += fmt::format("{}:account{}", at == 0 ? "" : ", ", at);
-    Query query{connection, std::string{selectEntryAndLeg} + fmt::format(fmt::runtime(whereTouching), names)};
-    query.bind("company", companyID);
-    for (std::size_t at = 0; at < accountIDs.size(); ++at)
-        query.bind(fmt::format("account{}", at), accountIDs[at]);
-    auto entries = entriesOf(query);
-    linkReversals(entries);
-    return entries;
-}
-
-void EntryRepository::append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry)
-{
-    const auto sequence = nextSequence(connection, companyID);
     Query{connection, insertEntry}
         .bind("company", companyID)
         .bind("sequence", sequence)
@@ -225,6 +161,99 @@ void EntryRepository::append(Connection& connection, std::string_view companyID,
             .bind("amount", entry.legs[at].amountMinor)
             .bind("opening", entry.kind == EntryKind::opening)
             .run();
+}
+
+/// Has the fragment of a recorded entry say what its rows say.
+void renewFragment(Connection& connection, std::string_view companyID, const CompanyState& state,
+                   std::string_view entryID)
+{
+    const auto entry = EntryRepository::find(connection, companyID, entryID);
+    require(entry.has_value(), "only a recorded entry is renewed");
+    FragmentRepository::renew(connection, companyID, state, sequenceOf(connection, companyID, entryID), *entry);
+}
+
+std::vector<std::string> idsOf(Query& query)
+{
+    std::vector<std::string> ids;
+    std::string id;
+    query.into(id);
+    while (query.next())
+        ids.push_back(id);
+    return ids;
+}
+
+}
+
+std::optional<LedgerTransaction> EntryRepository::find(Connection& connection, std::string_view companyID,
+                                                       std::string_view entryID)
+{
+    Query query{connection, selectEntry};
+    query.bind("company", companyID).bind("entry", entryID);
+    auto entries = entriesOf(query);
+    if (entries.empty())
+        return std::nullopt;
+    auto& entry = entries.front().entry;
+    Query receipts{connection, selectReceipts};
+    receipts.bind("company", companyID).bind("entry", entryID);
+    entry.attachmentIDs = idsOf(receipts);
+    return std::move(entry);
+}
+
+std::vector<LedgerTransaction> EntryRepository::all(Connection& connection, std::string_view companyID)
+{
+    std::vector<LedgerTransaction> entries;
+    for (auto& each : withoutReceipts(connection, companyID, 0, std::numeric_limits<std::int64_t>::max()))
+        entries.push_back(std::move(each.entry));
+    return entries;
+}
+
+std::vector<RecordedEntry> EntryRepository::between(Connection& connection, std::string_view companyID,
+                                                    std::int64_t sequence, std::int64_t last)
+{
+    auto entries = withoutReceipts(connection, companyID, sequence, last);
+    std::int64_t at = 0;
+    std::string id;
+    Query query{connection, selectReceiptsBetween};
+    query.bind("company", companyID).bind("after", sequence).bind("last", last).into(at).into(id);
+    auto each = entries.begin();
+    while (query.next()) {
+        each = std::ranges::find(each, entries.end(), at, &RecordedEntry::sequence);
+        require(each != entries.end(), "receipts come in the order of their entries");
+        each->entry.attachmentIDs.push_back(id);
+    }
+    return entries;
+}
+
+std::string EntryRepository::lastIDUpTo(Connection& connection, std::string_view companyID, std::int64_t change)
+{
+    std::string id;
+    Query query{connection, selectLastUpTo};
+    query.bind("company", companyID).bind("change", change).into(id).next();
+    return id;
+}
+
+void EntryRepository::append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry)
+{
+    const auto state = CompanyHistory::advance(connection, companyID);
+    insertRows(connection, companyID, state.lastChange, entry);
+    const auto set = AccountSetRepository::idOf(connection, companyID, entry);
+    AccountSetRepository::count(connection, companyID, set, 1, entry.attachmentIDs.size());
+    FragmentRepository::insert(connection, state, set, state.lastChange, entry);
+    AttachmentRepository::link(connection, companyID, entry.id, set, state.lastChange, entry.attachmentIDs);
+    if (entry.reversalOf)
+        renewFragment(connection, companyID, state, *entry.reversalOf);
+}
+
+void EntryRepository::linkReceipts(Connection& connection, std::string_view companyID, std::string_view entryID,
+                                   const std::vector<std::string>& attachmentIDs)
+{
+    const auto state = CompanyHistory::advance(connection, companyID);
+    const auto entry = find(connection, companyID, entryID);
+    require(entry.has_value(), "receipts are linked to an entry that is recorded");
+    const auto set = AccountSetRepository::idOf(connection, companyID, *entry);
+    AttachmentRepository::link(connection, companyID, entryID, set, state.lastChange, attachmentIDs);
+    AccountSetRepository::count(connection, companyID, set, 0, attachmentIDs.size());
+    renewFragment(connection, companyID, state, entryID);
 }
 
 MinorByCurrency EntryRepository::refunded(Connection& connection, std::string_view companyID,

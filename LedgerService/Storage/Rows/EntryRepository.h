@@ -1,7 +1,7 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,7 +13,14 @@ namespace LedgerService {
 
 class Connection;
 
+/// An entry with its place among the company's changes.
+struct RecordedEntry {
+    std::int64_t sequence = 0;
+    LedgerTransaction entry;
+};
+
 /// The posted entries. Rows are only ever added; `reversedBy` is found through the reversal that names the entry.
+/// Beside the rows each entry is kept as snapshots show it, see `FragmentRepository`.
 namespace EntryRepository {
 
 /// The entry with its legs and receipts.
@@ -22,12 +29,19 @@ std::optional<LedgerTransaction> find(Connection& connection, std::string_view c
 /// Every entry in the order of recording. `attachmentIDs` stay empty.
 std::vector<LedgerTransaction> all(Connection& connection, std::string_view companyID);
 
-/// Those that touch one of the accounts, whole, in the order of recording. `attachmentIDs` stay empty.
-std::vector<LedgerTransaction> touching(Connection& connection, std::string_view companyID,
-                                        std::span<const std::string> accountIDs);
+/// Those recorded after `sequence` and up to `last`, with their receipts.
+std::vector<RecordedEntry> between(Connection& connection, std::string_view companyID, std::int64_t sequence,
+                                   std::int64_t last);
 
-/// Writes the entry and its legs after all others of the company.
+/// The id of the last entry recorded up to this change; empty when there is none.
+std::string lastIDUpTo(Connection& connection, std::string_view companyID, std::int64_t change);
+
+/// Writes the entry and its legs after all others of the company and links its receipts to it, as the next change.
 void append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry);
+
+/// Links further receipts to a recorded entry, as the next change.
+void linkReceipts(Connection& connection, std::string_view companyID, std::string_view entryID,
+                  const std::vector<std::string>& attachmentIDs);
 
 /// What refunds that are not reversed have paid back of the income, as positive amounts.
 MinorByCurrency refunded(Connection& connection, std::string_view companyID, std::string_view originalID);

@@ -189,7 +189,65 @@ constexpr std::array firstSchema{
     ))sql",
 };
 
-constexpr std::array<MigrationSteps::Step, 1> steps{firstSchema};
+// Each entry stands once more as it is sent. `entry_fragments.key` is the company's number above the entry's sequence:
+// a company's fragments lie together in the order of recording.
+constexpr std::array fragments{
+    R"sql(
+    ALTER TABLE companies ADD COLUMN number INTEGER)sql",
+    R"sql(
+    UPDATE companies SET number = (SELECT COUNT(*) FROM companies earlier WHERE earlier.id <= companies.id))sql",
+    R"sql(
+    CREATE UNIQUE INDEX companies_by_number ON companies (number))sql",
+    R"sql(
+    ALTER TABLE companies ADD COLUMN fragments_shape TEXT NOT NULL DEFAULT '')sql",
+    R"sql(
+    CREATE TABLE account_sets (
+        company_id TEXT NOT NULL REFERENCES companies (id),
+        id INTEGER NOT NULL,
+        account_ids TEXT NOT NULL,
+        entry_count BIGINT NOT NULL,
+        receipt_count BIGINT NOT NULL,
+        PRIMARY KEY (company_id, id),
+        UNIQUE (company_id, account_ids)
+    ))sql",
+    R"sql(
+    CREATE TABLE entry_fragments (
+        key INTEGER PRIMARY KEY,
+        account_set INTEGER NOT NULL,
+        text TEXT NOT NULL
+    ))sql",
+    R"sql(
+    CREATE TABLE entry_renewals (
+        company_id TEXT NOT NULL,
+        change BIGINT NOT NULL,
+        sequence BIGINT NOT NULL,
+        text_before TEXT NOT NULL,
+        PRIMARY KEY (company_id, change, sequence),
+        FOREIGN KEY (company_id, sequence) REFERENCES entries (company_id, sequence)
+    ))sql",
+    // 0: uploaded before changes were counted, or not linked yet.
+    R"sql(
+    ALTER TABLE attachments ADD COLUMN uploaded_change BIGINT NOT NULL DEFAULT 0)sql",
+    R"sql(
+    ALTER TABLE attachments ADD COLUMN linked_change BIGINT NOT NULL DEFAULT 0)sql",
+    R"sql(
+    ALTER TABLE attachments ADD COLUMN account_set INTEGER NOT NULL DEFAULT 0)sql", // of the entry
+    R"sql(
+    UPDATE attachments SET linked_change = (
+        SELECT e.sequence FROM entries e
+        WHERE e.company_id = attachments.company_id AND e.id = attachments.transaction_id)
+    WHERE transaction_id IS NOT NULL)sql",
+    R"sql(
+    UPDATE attachments SET uploaded_change = linked_change)sql",
+    R"sql(
+    CREATE INDEX attachments_by_upload ON attachments (company_id, member_id, uploaded_change))sql",
+    R"sql(
+    CREATE INDEX attachments_by_link ON attachments (company_id, linked_change))sql",
+    R"sql(
+    CREATE INDEX loose_attachments ON attachments (company_id, member_id) WHERE linked_change = 0)sql",
+};
+
+constexpr std::array<MigrationSteps::Step, 2> steps{firstSchema, fragments};
 
 }
 

@@ -1,0 +1,117 @@
+#include "LedgerService/Access/SnapshotBlocks.h"
+
+#include <algorithm>
+#include <unordered_set>
+#include <utility>
+
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
+
+namespace LedgerService {
+
+namespace {
+
+/// A block ends when it has reached this size.
+constexpr std::size_t blockBytes = 256 * 1024;
+/// Fragments taken by one query.
+constexpr int fragmentsAtOnce = 512;
+/// Changes whose receipts one query takes.
+constexpr std::int64_t changesAtOnce = 4096;
+
+}
+
+VisibleSets::VisibleSets(const std::vector<AccountSet>& sets, const std::vector<Account>& visible)
+{
+    std::unordered_set<std::string_view> seen;
+    for (const auto& account : visible)
+        seen.insert(account.id);
+    for (const auto& set : sets) {
+        if (std::ranges::none_of(set.accountIDs, [&](const std::string& id) { return seen.contains(id); }))
+            continue;
+        const auto at = static_cast<std::size_t>(set.id);
+        m_visible.resize(std::max(m_visible.size(), at + 1));
+        m_visible[at] = true;
+        m_entryCount += set.entryCount;
+        m_receiptCount += set.receiptCount;
+    }
+}
+
+bool VisibleSets::contains(int set) const
+{
+    const auto at = static_cast<std::size_t>(set);
+    return at < m_visible.size() && m_visible[at];
+}
+
+AttachmentView SnapshotScope::receiptsAfter(std::int64_t change, std::int64_t last) const
+{
+    return {.companyID = companyID,
+            .memberID = memberID,
+            .after = change,
+            .last = last,
+            .asOf = state.lastChange,
+            .seesEntriesOn = [this](int set) { return sets.contains(set); }};
+}
+
+void JsonElements::add(std::string_view element)
+{
+    if (std::exchange(m_any, true))
+        m_text += ',';
+    m_text += element;
+}
+
+SnapshotBlocks::SnapshotBlocks(Database& database, SnapshotScope scope, std::string tail)
+    : m_database(database), m_scope(std::move(scope)), m_tail(std::move(tail))
+{
+}
+
+std::string SnapshotBlocks::next()
+{
+    std::string block;
+    if (m_stage == Stage::done)
+        return block;
+    block.reserve(blockBytes + blockBytes / 2);
+    const auto loan = m_database.borrow();
+    const Transaction transaction{*loan, Transaction::Mode::reading};
+    while (m_stage == Stage::entries && block.size() < blockBytes)
+        addEntries(*loan, block);
+    while (m_stage == Stage::receipts && block.size() < blockBytes)
+        addReceipts(*loan, block);
+    return block;
+}
+
+void SnapshotBlocks::addEntries(Connection& connection, std::string& block)
+{
+    const auto& state = m_scope.state;
+    const auto renewed = FragmentRepository::textsBefore(connection, m_scope.companyID, state.lastChange);
+    JsonElements elements{block, m_any};
+    const auto taken = FragmentRepository::visit(
+        connection, state, m_at, state.lastChange, fragmentsAtOnce, [&](const EntryFragment& fragment) {
+            m_at = fragment.sequence;
+            if (!m_scope.sets.contains(fragment.accountSet))
+                return;
+            const auto earlier = renewed.find(fragment.sequence);
+            elements.add(earlier == renewed.end() ? fragment.text : earlier->second);
+        });
+    if (taken == fragmentsAtOnce)
+        return;
+    block += R"(],"attachments":[)";
+    m_stage = Stage::receipts;
+    m_at = -1;
+    m_any = false;
+}
+
+void SnapshotBlocks::addReceipts(Connection& connection, std::string& block)
+{
+    const auto last = std::min(m_at + changesAtOnce, m_scope.state.lastChange);
+    JsonElements elements{block, m_any};
+    for (const auto& each : AttachmentRepository::seenIn(connection, m_scope.receiptsAfter(m_at, last)))
+        elements.add(Json::encode(each));
+    m_at = last;
+    if (last < m_scope.state.lastChange)
+        return;
+    block += m_tail;
+    m_stage = Stage::done;
+}
+
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
+
+namespace LedgerService {
+
+class Connection;
+
+/// Accounts that entries touch together. Who may see an entry follows from its set alone, so that entries need not be
+/// looked into to leave out those that a member may not see, nor to count the others. There are few sets, even of many
+/// entries.
+struct AccountSet {
+    int id = 0; // within the company, from 1
+    std::vector<std::string> accountIDs;
+    std::int64_t entryCount = 0;
+    std::int64_t receiptCount = 0; // linked to these entries
+
+    bool operator==(const AccountSet&) const = default;
+};
+
+namespace AccountSetRepository {
+
+/// The id of the set of accounts that the entry touches, made now if it is new.
+int idOf(Connection& connection, std::string_view companyID, const LedgerTransaction& entry);
+
+/// Adds to what the set counts.
+void count(Connection& connection, std::string_view companyID, int setID, int entries, std::size_t receipts);
+
+std::vector<AccountSet> all(Connection& connection, std::string_view companyID);
+
+void removeAll(Connection& connection, std::string_view companyID);
+
+}
+
+}

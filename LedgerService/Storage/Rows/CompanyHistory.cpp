@@ -1,0 +1,45 @@
+#include "LedgerService/Storage/Rows/CompanyHistory.h"
+
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerService/Storage/Sql/Query.h"
+
+namespace LedgerService {
+
+namespace {
+
+constexpr auto selectState = R"sql(
+    SELECT number, last_sequence, settings_revision FROM companies WHERE id = :company
+)sql";
+
+constexpr auto advanceChange = R"sql(
+    UPDATE companies SET last_sequence = last_sequence + 1 WHERE id = :company
+)sql";
+
+constexpr auto advanceFrom = R"sql(
+    UPDATE companies SET last_sequence = last_sequence + 1 WHERE id = :company AND last_sequence = :last
+)sql";
+
+}
+
+std::optional<CompanyState> CompanyHistory::state(Connection& connection, std::string_view companyID)
+{
+    CompanyState state;
+    Query query{connection, selectState};
+    query.bind("company", companyID).into(state.number).into(state.lastChange).into(state.settingsRevision);
+    return query.next() ? std::optional{state} : std::nullopt;
+}
+
+CompanyState CompanyHistory::advance(Connection& connection, std::string_view companyID)
+{
+    Query{connection, advanceChange}.bind("company", companyID).run();
+    const auto now = state(connection, companyID);
+    require(now.has_value(), "only a company that exists changes");
+    return *now;
+}
+
+void CompanyHistory::ensureAdvanced(Connection& connection, std::string_view companyID, std::int64_t lastChange)
+{
+    Query{connection, advanceFrom}.bind("company", companyID).bind("last", lastChange).run();
+}
+
+}

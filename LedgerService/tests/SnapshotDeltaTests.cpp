@@ -1,0 +1,338 @@
+#include <algorithm>
+#include <map>
+#include <random>
+#include <string>
+
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Access/SnapshotReader.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/testing/RandomCommands.h"
+#include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace LedgerService {
+
+namespace {
+
+constexpr auto path = "/v1/snapshot";
+
+struct Totals {
+    std::int64_t entryCount = 0;
+    std::int64_t attachmentCount = 0;
+};
+BOOST_DESCRIBE_STRUCT(Totals, (), (entryCount, attachmentCount))
+
+std::string conditions(const std::string& tag, std::string_view manipulations = "entries")
+{
+    return fmt::format("If-None-Match: {}\r\nA-IM: {}\r\n", tag, manipulations);
+}
+
+template <class Row>
+void merge(std::vector<Row>& held, const std::vector<Row>& news)
+{
+    for (const auto& each : news) {
+        const auto known = std::ranges::find(held, each.id, &Row::id);
+        if (known == held.end())
+            held.push_back(each);
+        else
+            *known = each;
+    }
+}
+
+Attachment receipt(std::string id)
+{
+    Attachment each;
+    each.id = std::move(id);
+    each.name = "a.pdf";
+    each.mime = "application/pdf";
+    return each;
+}
+
+/// A member who keeps a snapshot and asks for what is new.
+class Follower {
+public:
+    Follower(TestService& service, const std::string& memberID) : m_client(service.client())
+    {
+        m_token = service.tokenOf(memberID);
+    }
+
+    [[nodiscard]] const LedgerSnapshot& held() const { return m_held; }
+
+    /// The status of the reply.
+    int refresh()
+    {
+        const auto answer = m_client.send("GET", path, m_token, "", m_tag.empty() ? "" : conditions(m_tag));
+        if (answer.status == 226)
+            take(answer);
+        if (answer.status == 200)
+            m_held = Json::decode<LedgerSnapshot>(answer.body).value();
+        m_tag = answer.header("etag");
+        return answer.status;
+    }
+
+    LedgerSnapshot whole() { return Json::decode<LedgerSnapshot>(m_client.send("GET", path, m_token).body).value(); }
+
+private:
+    void take(const HttpAnswer& answer)
+    {
+        EXPECT_EQ(answer.header("delta-base"), m_tag);
+        auto news = Json::decode<LedgerSnapshot>(answer.body).value();
+        merge(m_held.transactions, news.transactions);
+        merge(m_held.attachments, news.attachments);
+        news.transactions = std::move(m_held.transactions);
+        news.attachments = std::move(m_held.attachments);
+        m_held = std::move(news);
+        const auto totals = Json::decode<Totals>(answer.body).value();
+        EXPECT_EQ(totals.entryCount, static_cast<std::int64_t>(m_held.transactions.size()));
+        EXPECT_EQ(totals.attachmentCount, static_cast<std::int64_t>(m_held.attachments.size()));
+    }
+
+    HttpClient m_client;
+    std::string m_token;
+    std::string m_tag;
+    LedgerSnapshot m_held;
+};
+
+/// What several people do to the sample's books, always the same for the same seed.
+class RandomDays {
+public:
+    RandomDays(TestService& service, std::uint32_t seed) : m_service(service), m_engine(seed), m_commands(seed)
+    {
+        for (const auto* member : {"mira", "rudi", "guest", "gone"})
+            m_tokens[member] = service.tokenOf(member);
+    }
+
+    /// `seen` is everything recorded so far.
+    void step(const LedgerSnapshot& seen)
+    {
+        Books books;
+        books.entries = seen.transactions;
+        switch (m_engine() % 12) {
+        case 0:
+            return upload();
+        case 1:
+            return linkLater(seen);
+        case 2:
+            return changeRights();
+        default:
+            return act(books);
+        }
+    }
+
+private:
+    void upload()
+    {
+        const auto added = receipt(fmt::format("receipt-{}", ++m_number));
+        const std::string uploader = m_engine() % 2 == 0 ? "mira" : "rudi";
+        m_service.write(
+            [&](Connection& connection) { AttachmentRepository::insert(connection, "sample", added, uploader); });
+        m_loose[uploader].push_back(added.id);
+    }
+
+    std::vector<std::string> takeLoose(const std::string& uploader)
+    {
+        auto& loose = m_loose[uploader];
+        std::vector<std::string> ids;
+        if (!loose.empty()) {
+            const auto at = loose.begin() + static_cast<std::ptrdiff_t>(m_engine() % loose.size());
+            ids.push_back(*at);
+            loose.erase(at);
+        }
+        return ids;
+    }
+
+    void linkLater(const LedgerSnapshot& seen)
+    {
+        const auto& entry = seen.transactions[m_engine() % seen.transactions.size()];
+        const auto ids = entry.memberID == "mira" ? takeLoose("mira") : std::vector<std::string>{};
+        if (!ids.empty())
+            m_service.write(
+                [&](Connection& connection) { EntryRepository::linkReceipts(connection, "sample", entry.id, ids); });
+    }
+
+    void changeRights()
+    {
+        const bool more = m_engine() % 2 == 0;
+        m_service.write([&](Connection& connection) {
+            connection.execute(fmt::format(R"(UPDATE members SET permissions = '[{}]' WHERE id = 'rudi')",
+                                           more ? R"("viewCompany")" : ""));
+        });
+    }
+
+    void act(const Books& books)
+    {
+        const auto key = fmt::format("key-{}", ++m_number);
+        const auto actor = m_commands.actor();
+        if (m_commands.reverses()) {
+            auto command = SampleBooks::reversal();
+            command.idempotencyKey = key;
+            post(actor, fmt::format("/v1/transactions/{}/reverse", m_commands.entryOf(books)), Json::encode(command));
+            return;
+        }
+        auto input = m_commands.inputFor(books);
+        input.idempotencyKey = key;
+        if (m_engine() % 4 == 0)
+            input.attachmentIDs = takeLoose(actor);
+        post(actor, "/v1/transactions", Json::encode(input));
+    }
+
+    void post(const std::string& actor, const std::string& target, const std::string& body)
+    {
+        const auto answer = m_client.send("POST", target, m_tokens[actor], body, "Prefer: return=minimal\r\n");
+        ASSERT_LT(answer.status, 500) << answer.body;
+    }
+
+    TestService& m_service;
+    HttpClient m_client = m_service.client();
+    std::mt19937 m_engine;
+    RandomCommands m_commands;
+    std::map<std::string, std::string> m_tokens;
+    std::map<std::string, std::vector<std::string>> m_loose; // receipts by their uploader
+    int m_number = 0;
+};
+
+std::string drained(SnapshotAnswer& answer)
+{
+    auto text = answer.text;
+    for (auto block = answer.more(); !block.empty(); block = answer.more())
+        text += block;
+    return text;
+}
+
+}
+
+TEST(SnapshotDelta, LeadsEveryReaderToTheWholeWhateverHappens)
+{
+    TestService service;
+    RandomDays days{service, 20'261'121};
+    std::map<std::string, Follower> followers;
+    for (const auto* member : {"guest", "mira", "rudi"})
+        followers.try_emplace(member, service, member).first->second.refresh();
+    std::mt19937 engine{7};
+    std::map<int, int> replies;
+    for (int step = 0; step < 250 && !HasFailure(); ++step) {
+        days.step(followers.at("guest").held());
+        followers.at("guest").refresh();
+        for (auto& [member, follower] : followers) {
+            if (engine() % 3 != 0)
+                continue; // some catch up with several changes at once
+            ++replies[follower.refresh()];
+            EXPECT_EQ(follower.held(), follower.whole()) << member << " at step " << step;
+        }
+    }
+    EXPECT_GT(replies[226], 50);
+    EXPECT_GT(replies[304], 50);
+    EXPECT_GT(replies[200], 2) << "rights changed";
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST(SnapshotDelta, HoldsJustWhatIsNewOrChanged)
+{
+    TestService service;
+    const auto token = service.tokenOf("mira");
+    auto client = service.client();
+    const auto whole = client.send("GET", path, token);
+    const auto tag = whole.header("etag");
+    const auto unchanged = client.send("GET", path, token, "", conditions(tag));
+    EXPECT_EQ(unchanged.status, 304);
+    EXPECT_EQ(unchanged.body, "");
+    EXPECT_EQ(unchanged.header("etag"), tag);
+
+    const auto command = Json::encode(SampleBooks::reversal());
+    const auto minimal =
+        client.send("POST", "/v1/transactions/sale/reverse", token, command, "Prefer: return=minimal\r\n");
+    EXPECT_EQ(minimal.body, R"({"ok":true})");
+    EXPECT_EQ(minimal.header("preference-applied"), "return=minimal");
+    const auto delta = client.send("GET", path, token, "", conditions(tag));
+    ASSERT_EQ(delta.status, 226);
+    EXPECT_EQ(delta.header("im"), "entries");
+    EXPECT_EQ(delta.header("delta-base"), tag);
+    const auto news = Json::decode<LedgerSnapshot>(delta.body).value();
+    ASSERT_EQ(news.transactions.size(), 2u);
+    EXPECT_EQ(news.transactions[0].id, "sale");
+    EXPECT_EQ(news.transactions[0].reversedBy, news.transactions[1].id);
+    EXPECT_EQ(news.account("bank")->balance("IDR"), 920'000);
+    EXPECT_EQ(news.members.size(), 4u) << "everything small is whole";
+}
+
+struct Question {
+    std::string name;
+    std::string headers; // "{tag}" stands for the tag of a state one entry ago
+    int status;
+};
+
+class SnapshotQuestion : public testing::TestWithParam<Question> {};
+
+TEST_P(SnapshotQuestion, IsAnsweredByWhatTheClientHolds)
+{
+    TestService service;
+    const auto token = service.tokenOf("mira");
+    auto client = service.client();
+    auto tag = client.send("GET", path, token).header("etag");
+    ASSERT_EQ(client.send("POST", "/v1/transactions", token, Json::encode(SampleBooks::income())).status, 200);
+    auto headers = GetParam().headers;
+    if (const auto at = headers.find("{tag}"); at != std::string::npos)
+        headers.replace(at, 5, tag);
+    EXPECT_EQ(client.send("GET", path, token, "", headers).status, GetParam().status);
+    const auto now = client.send("GET", path, token).header("etag");
+    EXPECT_NE(now, tag);
+    EXPECT_EQ(client.send("GET", path, token, "", conditions(now)).status, 304);
+    EXPECT_EQ(client.send("GET", path, service.tokenOf("guest"), "", conditions(now)).status, 200)
+        << "what one member holds says nothing to another";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Headers, SnapshotQuestion,
+    testing::Values(
+        Question{"Delta", "If-None-Match: {tag}\r\nA-IM: entries\r\n", 226},
+        Question{"AmongOthers", "If-None-Match: \"a,b\", {tag}\r\nA-IM: vcdiff, Entries;q=0.5\r\n", 226},
+        Question{"InSeveralLines", "If-None-Match: \"x\"\r\nIf-None-Match: W/{tag}\r\nA-IM: entries\r\n", 226},
+        Question{"NoDeltaAsked", "If-None-Match: {tag}\r\n", 200},
+        Question{"DeltaDeclined", "If-None-Match: {tag}\r\nA-IM: entries;q=0\r\n", 200},
+        Question{"OtherManipulation", "If-None-Match: {tag}\r\nA-IM: vcdiff\r\n", 200},
+        Question{"NothingHeld", "A-IM: entries\r\n", 200},
+        Question{"ForeignTag", "If-None-Match: \"0815\"\r\nA-IM: entries\r\n", 200},
+        Question{"FutureTag", "If-None-Match: \"99999.1.0123456789abcdef0123456789abcdef\"\r\nA-IM: entries\r\n", 200},
+        Question{"HugeTag",
+                 "If-None-Match: \"99999999999999999999.1.0123456789abcdef0123456789abcdef\"\r\n"
+                 "A-IM: entries\r\n",
+                 200}),
+    [](const auto& each) { return each.param.name; });
+
+TEST(SnapshotBlocks, ShowOneStateWhateverIsRecordedWhileTheyAreTaken)
+{
+    TestService service;
+    service.write(
+        [](Connection& connection) { AttachmentRepository::insert(connection, "sample", receipt("later"), "mira"); });
+    const auto expected = service.snapshotOf("mira");
+    auto database = Database::open(service.databaseFile());
+    ASSERT_TRUE(database.has_value());
+    auto answer = SnapshotReader::answer(**database, "sample", "mira", {});
+    ASSERT_TRUE(answer.has_value());
+
+    service.write(
+        [](Connection& connection) { EntryRepository::linkReceipts(connection, "sample", "opening-bank", {"later"}); });
+    const auto reversed =
+        service.as("mira", "POST", "/v1/transactions/sale/reverse", Json::encode(SampleBooks::reversal()));
+    ASSERT_EQ(reversed.status, 200) << reversed.body;
+    EXPECT_EQ(Json::decode<LedgerSnapshot>(drained(*answer)).value(), expected);
+}
+
+TEST(SnapshotBlocks, ReachOlderClientsUntilTheConnectionEnds)
+{
+    TestService service;
+    auto client = service.client();
+    const auto answer = client.sendRaw(fmt::format("GET /v1/snapshot HTTP/1.0\r\nHost: localhost\r\nAuthorization: "
+                                                   "Bearer {}\r\n\r\n",
+                                                   service.tokenOf("mira")));
+    EXPECT_EQ(answer.header("transfer-encoding"), "");
+    EXPECT_EQ(Json::decode<LedgerSnapshot>(answer.body), service.snapshotOf("mira"));
+}
+
+}
