@@ -1,0 +1,151 @@
+#include "LedgerUI/Presentation/Reports/ReportAttention.h"
+
+#include <algorithm>
+
+#include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
+#include "LedgerCore/Domain/Dividends/DividendSummary.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+namespace {
+
+bool wantsReceipt(const LedgerTransaction& entry)
+{
+    const bool hasOne =
+        entry.kind == EntryKind::income || entry.kind == EntryKind::expense || entry.kind == EntryKind::refund;
+    return hasOne && !entry.reversedBy && entry.attachmentIDs.empty();
+}
+
+class Collection {
+public:
+    Collection(const LedgerSnapshot& snapshot, std::string_view locale) : m_snapshot(snapshot), m_locale(locale) {}
+
+    void addStart()
+    {
+        const auto& settings = m_snapshot.financialSettings;
+        if (settings && !settings->bookkeepingStartDate)
+            m_items.push_back({.kind = AttentionItem::Kind::startUnconfirmed, .text = word("startDate")});
+    }
+
+    /// Accounts that held a float and hold nothing, or less, in a currency that they were funded in.
+    void addFloats()
+    {
+        for (const auto& account : m_snapshot.accounts) {
+            const bool isRestricted =
+                account.purpose == AccountPurpose::employee || account.purpose == AccountPurpose::refund;
+            if (!isRestricted || account.archived)
+                continue;
+            for (const auto& currency : account.currencies)
+                addFloat(account, currency);
+        }
+    }
+
+    void addReceipts(const Period& period)
+    {
+        if (const auto count = ReportAttention::entriesWithoutReceipt(m_snapshot, period); count > 0)
+            m_items.push_back({.kind = AttentionItem::Kind::receiptsMissing,
+                               .text = countedIn(m_locale, reportWords(), "receipts", count)});
+    }
+
+    void addOpenings()
+    {
+        std::size_t count = 0;
+        std::string account;
+        std::string currency;
+        for (const auto& each : OpeningBalancePolicy::evaluateAll(m_snapshot)) {
+            if (OpeningBalancePolicy::whyNot(m_snapshot, each))
+                continue;
+            if (count++ == 0) {
+                account = each.accountID;
+                currency = each.currency;
+            }
+        }
+        if (count > 0)
+            m_items.push_back({.kind = AttentionItem::Kind::openingsMissing,
+                               .text = countedIn(m_locale, reportWords(), "openings", count),
+                               .accountID = std::move(account),
+                               .currency = std::move(currency)});
+    }
+
+    void addDividends()
+    {
+        if (!m_snapshot.dividends)
+            return;
+        for (const auto& currency : currenciesOf(*m_snapshot.dividends)) {
+            const auto summary = DividendSummary::create(*m_snapshot.dividends, currency, std::nullopt, std::nullopt);
+            if (!summary)
+                continue; // the dividends page says what is wrong with them
+            std::int64_t advances = 0;
+            for (const auto& participant : summary->participants)
+                advances = Money::add(advances, participant.advanceMinor).value_or(advances);
+            addSum(AttentionItem::Kind::dividendsUnpaid, "unpaid", summary->unpaidMinor, currency);
+            addSum(AttentionItem::Kind::advancesUnapplied, "advances", advances, currency);
+        }
+    }
+
+    std::vector<AttentionItem> items() && { return std::move(m_items); }
+
+private:
+    void addFloat(const Account& account, const std::string& currency)
+    {
+        const auto balance = account.balance(currency);
+        if (balance > 0 || (balance == 0 && !account.balances.contains(currency)))
+            return;
+        const auto sum = balanceText(balance, currency, m_locale).text().toStdString();
+        m_items.push_back({.kind = balance < 0 ? AttentionItem::Kind::floatBelowZero : AttentionItem::Kind::floatEmpty,
+                           .text = wordIn(m_locale, reportWords(), balance < 0 ? "float.negative" : "float.empty",
+                                          {account.name, balance < 0 ? sum : currency}),
+                           .accountID = account.id,
+                           .currency = currency});
+    }
+
+    void addSum(AttentionItem::Kind kind, std::string_view key, std::int64_t minor, const std::string& currency)
+    {
+        if (minor <= 0)
+            return;
+        const auto sum = balanceText(minor, currency, m_locale).text().toStdString();
+        m_items.push_back({.kind = kind, .text = wordIn(m_locale, reportWords(), key, {sum}), .currency = currency});
+    }
+
+    static std::vector<std::string> currenciesOf(const DividendState& state)
+    {
+        std::vector<std::string> codes;
+        const auto take = [&](const std::string& code) {
+            if (std::ranges::find(codes, code) == codes.end())
+                codes.push_back(code);
+        };
+        for (const auto& batch : state.batches)
+            take(batch.currency);
+        for (const auto& movement : state.movements)
+            take(movement.currency);
+        return codes;
+    }
+
+    [[nodiscard]] QString word(std::string_view key) const { return wordIn(m_locale, reportWords(), key); }
+
+    const LedgerSnapshot& m_snapshot;
+    std::string_view m_locale;
+    std::vector<AttentionItem> m_items;
+};
+
+}
+
+std::size_t ReportAttention::entriesWithoutReceipt(const LedgerSnapshot& snapshot, const Period& period)
+{
+    return static_cast<std::size_t>(std::ranges::count_if(
+        snapshot.transactions, [&](const auto& entry) { return wantsReceipt(entry) && period.contains(entry.date); }));
+}
+
+std::vector<AttentionItem> ReportAttention::items(const LedgerSnapshot& snapshot, const Period& period,
+                                                  std::string_view locale)
+{
+    Collection collection{snapshot, locale};
+    collection.addStart();
+    collection.addFloats();
+    collection.addOpenings();
+    collection.addDividends();
+    collection.addReceipts(period);
+    return std::move(collection).items();
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <QString>
+
+#include "LedgerCore/Domain/Calendar/Period.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+
+/// Something that wants a hand, with what one would open to lend it.
+struct AttentionItem {
+    enum class Kind {
+        receiptsMissing,   // opens the ledger, filtered
+        floatEmpty,        // opens a transfer to `accountID`
+        floatBelowZero,    // opens the entries of `accountID`
+        startUnconfirmed,  // opens the bookkeeping setup
+        openingsMissing,   // opens an opening balance on `accountID`
+        dividendsUnpaid,   // opens the dividends
+        advancesUnapplied, // opens the dividends
+    };
+
+    Kind kind;
+    QString text;
+    std::string accountID = {}; // where the kind is about one
+    std::string currency = {};
+
+    bool operator==(const AttentionItem&) const = default;
+};
+
+namespace ReportAttention {
+
+/// What in these books wants a hand, the most pressing first. Only what the member may see and mend: nothing about
+/// openings without the right to record one.
+std::vector<AttentionItem> items(const LedgerSnapshot& snapshot, const Period& period, std::string_view locale);
+
+/// The entries of the period that should have a receipt and have none: income, expenses and refunds that stand.
+std::size_t entriesWithoutReceipt(const LedgerSnapshot& snapshot, const Period& period);
+
+}

@@ -1,0 +1,6 @@
+#pragma once
+
+class WordTable;
+
+/// The texts of the reports page.
+const WordTable& reportWords();

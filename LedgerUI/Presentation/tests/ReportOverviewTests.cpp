@@ -1,0 +1,164 @@
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/testing/SnapshotBuilder.h"
+#include "LedgerCore/Domain/testing/WordTableAudit.h"
+#include "LedgerUI/Presentation/Reports/ReportAttention.h"
+#include "LedgerUI/Presentation/Reports/ReportOverview.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto today = 2026y / 11 / 20;
+
+Period month(std::chrono::year_month_day day)
+{
+    return Period::containing(Period::Span::month, day);
+}
+
+/// Two accounts with dollars and one with rupiah; October and November.
+SnapshotBuilder books()
+{
+    return snapshot()
+        .account("bank", {"USD", "IDR"})
+        .account("cash", {"USD"})
+        .category("sales", "income", "Sales")
+        .category("travel", "expense", "Travel")
+        .category("taxi", "expense", "Taxi", "travel")
+        .category("rent", "expense", "Rent")
+        .income("i1", "2026-10-05", "bank", "USD", 100'000, "sales")
+        .expense("e1", "2026-10-31", "bank", "USD", 40'000, "rent")
+        .income("i2", "2026-11-01", "bank", "USD", 50'000, "sales")
+        .expense("e2", "2026-11-02", "bank", "USD", 30'000, "rent")
+        .expense("e3", "2026-11-03", "cash", "USD", 10'005, "taxi")
+        .transfer("t1", "2026-11-04", "bank", "cash", "USD", 20'000)
+        .income("i3", "2026-11-05", "bank", "IDR", 5'000'000, "sales");
+}
+
+ReportOverview overviewOf(const LedgerSnapshot& held, const ReportOverviews::Question& question,
+                          std::string_view locale = "en-US")
+{
+    const auto book = ReportBook::create(held);
+    EXPECT_TRUE(book.has_value());
+    auto overview = ReportOverviews::overview(*book, held, question, locale);
+    EXPECT_TRUE(overview.has_value());
+    return overview.value_or(ReportOverview{});
+}
+
+std::vector<std::string> textsOf(const CurrencyOverview& row)
+{
+    std::vector<std::string> texts{row.currency};
+    for (const auto* money : {&row.opening, &row.income, &row.expense, &row.net, &row.other, &row.closing})
+        texts.push_back(money->figure().toStdString());
+    return texts;
+}
+
+std::vector<std::string> textsOf(const std::vector<AttentionItem>& items)
+{
+    std::vector<std::string> texts;
+    for (const auto& item : items)
+        texts.push_back(item.text.toStdString());
+    return texts;
+}
+
+}
+
+TEST(ReportOverview, OpensMovesAndClosesEachCurrencyForItself)
+{
+    const auto held = books().build();
+    const auto all = overviewOf(held, {month(today), "USD", std::nullopt, today});
+    ASSERT_EQ(all.currencies.size(), 2U);
+    EXPECT_EQ(textsOf(all.currencies[0]),
+              (std::vector<std::string>{"IDR", "0", "+50,000", "0", "+50,000", "0", "50,000"}));
+    EXPECT_EQ(textsOf(all.currencies[1]),
+              (std::vector<std::string>{"USD", "600.00", "+500.00", "−400.05", "+99.95", "0.00", "699.95"}));
+    EXPECT_EQ(all.currencies[1].monthEnds, (std::vector<std::int64_t>{0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 60'000, 69'995}));
+    // What one account sends to the other is a movement of either.
+    const auto cash = overviewOf(held, {month(today), "USD", {{"cash"}}, today});
+    EXPECT_EQ(textsOf(cash.currencies.back()),
+              (std::vector<std::string>{"USD", "0.00", "0.00", "−100.05", "−100.05", "+200.00", "99.95"}));
+}
+
+TEST(ReportOverview, ChartsTheMonthsUpToThePeriodAndMarksTheChosenOne)
+{
+    const auto held = books().build();
+    const auto november = overviewOf(held, {month(today), "USD", std::nullopt, today}, "vi-VN");
+    ASSERT_EQ(november.chart.places.size(), 12U);
+    EXPECT_EQ(november.chart.chosen, 11U);
+    EXPECT_EQ(november.chart.series[0].values[10], 100'000);
+    EXPECT_EQ(november.chart.series[1].values[11], -40'005);
+    EXPECT_EQ(november.chart.series[2].values[11], 9'995);
+    EXPECT_EQ(november.chart.series[0].name.toStdString(), "Thu");
+    // A year has no one month; it ends with today's, a year past with its December.
+    const auto thisYear = Period::containing(Period::Span::year, today);
+    EXPECT_EQ(overviewOf(held, {thisYear, "USD", std::nullopt, today}).chart.chosen, std::nullopt);
+    EXPECT_EQ(ReportOverviews::chartMonths(thisYear, today).back(), 2026y / 11);
+    EXPECT_EQ(ReportOverviews::chartMonths(Period::containing(Period::Span::year, 2024y / 3 / 1), today).back(),
+              2024y / 12);
+    EXPECT_EQ(ReportOverviews::chartMonths(Period::allTime(), today).front(), 2025y / 12);
+    EXPECT_EQ(ReportOverviews::chartMonths(month(2027y / 1 / 1), today).back(), 2027y / 1);
+}
+
+TEST(ReportOverview, RanksExpensesAndFoldsTheRest)
+{
+    auto builder = books();
+    for (int number = 1; number <= 6; ++number) {
+        const auto id = "c" + std::to_string(number);
+        builder.category(id, "expense", "Small " + std::to_string(number));
+        builder.expense("s" + std::to_string(number), "2026-11-06", "bank", "USD", 100 * number, id);
+    }
+    builder.expense("none", "2026-11-07", "bank", "USD", 550);
+    const auto rows = overviewOf(builder.build(), {month(today), "USD", std::nullopt, today}).largestExpenses;
+    ASSERT_EQ(rows.size(), 7U);
+    EXPECT_EQ(rows[0].name.toStdString(), "Rent");
+    EXPECT_EQ(rows[0].amount.figure().toStdString(), "300.00");
+    EXPECT_EQ(rows[0].share.toStdString(), "70.3 %"); // of 426.55
+    EXPECT_DOUBLE_EQ(rows[0].fraction, 1);
+    EXPECT_EQ(rows[1].name.toStdString(), "Travel › Taxi");
+    EXPECT_EQ(rows[3].name.toStdString(), "No category");
+    EXPECT_EQ(rows[3].categoryID, "");
+    EXPECT_EQ(rows[6].name.toStdString(), "Other categories");
+    EXPECT_EQ(rows[6].amount.figure().toStdString(), "6.00");
+    EXPECT_EQ(rows[6].categoryID, std::nullopt);
+    EXPECT_EQ(rows[6].share.toStdString(), "1.4 %");
+
+    EXPECT_TRUE(overviewOf(snapshot().build(), {month(today), "USD", std::nullopt, today}).currencies.empty());
+    EXPECT_EQ(ReportOverviews::shareText(-1, -2000, "id-ID").toStdString(), "0,1 %"); // a half goes up
+    EXPECT_EQ(ReportOverviews::shareText(-1, -2001, "en-US").toStdString(), "0.0 %");
+    EXPECT_EQ(ReportOverviews::shareText(0, 0, "en-US").toStdString(), "–");
+    EXPECT_EQ(ReportOverviews::shareText(std::int64_t{1} << 60, std::int64_t{1} << 60, "zh-CN").toStdString(),
+              "100.0%");
+}
+
+TEST(ReportAttention, NamesWhatWantsAHand)
+{
+    EXPECT_EQ(auditWords(reportWords()), std::vector<std::string>{});
+    auto builder = books();
+    builder.employeeAccount("Petty cash", {"USD", "IDR"}, "m1").balance("Petty cash", "IDR", -250'000);
+    const auto items = ReportAttention::items(builder.build(), month(today), "en-US");
+    EXPECT_EQ(textsOf(items), (std::vector<std::string>{"Petty cash has no USD balance left",
+                                                        "Petty cash is below zero: IDR\u00a0−2,500",
+                                                        "4 entries in this period have no receipt"}))
+        << "what the member may not open, and dividends that are not there, are not spoken of";
+    EXPECT_EQ(items[1].accountID, "Petty cash");
+
+    FinancialSettings settings{};
+    const auto unconfirmed = ReportAttention::items(
+        snapshot().settings(settings).account("bank", {"USD"}).grant("bank", {"view", "opening"}).build(), month(today),
+        "en-US");
+    EXPECT_EQ(textsOf(unconfirmed), (std::vector<std::string>{"The bookkeeping start date is not confirmed",
+                                                              "1 account has no opening balance"}));
+    EXPECT_EQ(unconfirmed[1].accountID, "bank");
+    EXPECT_TRUE(ReportAttention::items(snapshot().build(), month(today), "en-US").empty());
+}
+
+TEST(ReportAttention, CountsOnlyEntriesThatStandAndNeedAReceipt)
+{
+    auto held = books().build();
+    EXPECT_EQ(ReportAttention::entriesWithoutReceipt(held, month(today)), 4U); // not the transfer
+    held.transactions[2].attachmentIDs = {"a1"};
+    held.transactions[3].reversedBy = "r1";
+    EXPECT_EQ(ReportAttention::entriesWithoutReceipt(held, month(today)), 2U);
+    EXPECT_EQ(ReportAttention::entriesWithoutReceipt(held, Period::allTime()), 4U);
+}
