@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace LedgerService {
@@ -10,6 +11,7 @@ struct Refusal {
     int status = 400;
     std::string code;
     std::string message;
+    std::chrono::seconds retryAfter{0}; // above zero: when it is worth trying again
 
     bool operator==(const Refusal&) const = default;
 };

@@ -1,16 +1,18 @@
 #include "LedgerService/Http/HttpConnection.h"
 
+#include <algorithm>
+
 #include <boost/asio/bind_executor.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
-#include <boost/beast/http/chunk_encode.hpp>
-#include <boost/beast/http/empty_body.hpp>
 #include <boost/beast/http/error.hpp>
 #include <boost/beast/http/read.hpp>
-#include <boost/beast/http/write.hpp>
+#include <fmt/core.h>
 
+#include "LedgerService/Http/ReplyHeader.h"
+#include "LedgerService/Http/RequestHead.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 
@@ -21,39 +23,25 @@ namespace {
 namespace asio = boost::asio;
 namespace beast = boost::beast;
 namespace http = boost::beast::http;
+using Steady = std::chrono::steady_clock;
 
 constexpr std::size_t readChunkBytes = 4096;
+constexpr std::size_t bodyBlockBytes = 16 * 1024;
+constexpr std::size_t replyBlockBytes = 256 * 1024;
 /// How long a client that is still sending is listened to after its refusal, so that it gets to read it.
 constexpr std::chrono::seconds lingerTime{5};
+constexpr std::string_view emptyLine = "\r\n";
+/// What a body or a reply is refused with when all that may be held is held already.
+const auto noMemory = boost::system::errc::make_error_code(boost::system::errc::not_enough_memory);
 
-std::string bearerOf(std::string_view header)
-{
-    constexpr std::string_view scheme = "Bearer ";
-    return beast::iequals(header.substr(0, scheme.size()), scheme) ? std::string{header.substr(scheme.size())}
-                                                                   : std::string{};
-}
-
-/// The part of "a, b, c" after the last comma: the address that the nearest proxy saw.
-std::string lastListed(std::string_view list)
-{
-    const auto comma = list.rfind(',');
-    auto last = comma == std::string_view::npos ? list : list.substr(comma + 1);
-    while (last.starts_with(' '))
-        last.remove_prefix(1);
-    return std::string{last};
-}
-
-/// Whether the request only reads, whatever its path.
-bool isSafe(http::verb method)
-{
-    return method == http::verb::get || method == http::verb::head;
-}
-
-std::optional<Refusal> refusalOf(beast::error_code failure)
+std::optional<Refusal> refusalOf(beast::error_code failure, bool headerRead)
 {
     if (failure == http::error::body_limit)
         return Refusal{413, "payload_too_large", "The body is larger than this path takes."};
-    if (failure == http::error::header_limit || failure == http::error::buffer_overflow)
+    if (failure == noMemory)
+        return Refusal{503, "service_unavailable", "Too many bodies are under way; try again.",
+                       std::chrono::seconds{1}};
+    if (!headerRead && (failure == http::error::header_limit || failure == http::error::buffer_overflow))
         return Refusal{431, "validation_error", "The header is too large."};
     if (failure == http::error::end_of_stream || failure == http::error::partial_message ||
         failure.category() != http::make_error_code(http::error::bad_method).category())
@@ -61,59 +49,53 @@ std::optional<Refusal> refusalOf(beast::error_code failure)
     return Refusal{400, "validation_error", "This is not an HTTP request."};
 }
 
-/// The route's own work, which blocks.
-Reply work(const Dispatcher& dispatcher, const RouteMatch& match, const Request& request)
+std::string_view patternOf(const RouteMatch& match)
 {
-    const auto started = std::chrono::steady_clock::now();
-    auto reply = dispatcher.answer(match, request);
-    const auto took = std::chrono::steady_clock::now() - started;
-    Log::request(request.method, match.route ? match.route->pattern : "(no route)", reply.status,
-                 std::chrono::duration_cast<std::chrono::microseconds>(took));
-    return reply;
+    return match.route ? match.route->pattern : "(no route)";
 }
 
-void setHeaders(http::response_header<>& header, const Reply& reply)
+Reply answerInTime(const Dispatcher& dispatcher, const RouteMatch& match, const Request& request,
+                   Steady::duration queue)
 {
-    if (reply.status != static_cast<int>(http::status::not_modified))
-        header.set(http::field::content_type, "application/json");
-    header.set(http::field::cache_control, "no-store");
-    header.set("X-Content-Type-Options", "nosniff");
-    for (const auto& [name, value] : reply.headers)
-        header.set(name, value);
+    if (Steady::now() - request.arrived > queue)
+        return replyOf({503, "service_unavailable", "Too much is waiting; try again.", std::chrono::seconds{1}});
+    return dispatcher.answer(match, request);
 }
 
-/// False when there is no going on: what was sent is not the whole.
-bool makeNext(const BodyBlocks& blocks, std::string& block)
+/// The route's own work, which may block. Never throws: the thread that it runs on belongs to all.
+Reply work(const Dispatcher& dispatcher, const RouteMatch& match, const Request& request, Steady::duration queue)
 {
     try {
-        block = blocks();
-        return true;
+        const auto started = Steady::now();
+        auto reply = answerInTime(dispatcher, match, request, queue);
+        const auto took = Steady::now() - started;
+        Log::request(request.method, patternOf(match), reply.status,
+                     std::chrono::duration_cast<std::chrono::microseconds>(took));
+        return reply;
+    } catch (...) {
+        return {.status = 500, .body = {}};
+    }
+}
+
+/// The next block, or nothing when it could not be made: what was sent is not the whole then.
+std::optional<std::string> blockOf(const BodyBlocks& blocks)
+{
+    try {
+        return blocks();
     } catch (const std::exception& failure) {
         Log::failure("(reply under way)", DatabaseFailure::words(failure));
-        return false;
+        return std::nullopt;
     }
 }
 
-/// The values of all headers of this name, separated by commas.
-std::string listed(const http::request_header<>& header, beast::string_view name)
-{
-    std::string list;
-    const auto [first, last] = header.equal_range(name);
-    for (auto each = first; each != last; ++each) {
-        list += list.empty() ? "" : ", ";
-        list.append(each->value().data(), each->value().size());
-    }
-    return list;
 }
 
-}
-
-HttpConnection::HttpConnection(asio::ip::tcp::socket socket, HttpShared& shared)
-    : m_stream(std::move(socket)), m_shared(shared)
+HttpConnection::HttpConnection(asio::ip::tcp::socket socket, asio::ip::address peer, HttpShared& shared)
+    : m_stream(std::move(socket)), m_peer(std::move(peer)), m_client(ClientAddress::counted(m_peer)), m_shared(shared),
+      m_buffer(shared.limits.headerBytes + readChunkBytes), m_bodyShare(shared.bodies, shared.limits.uncountedBytes),
+      m_replyShare(shared.replies, shared.limits.uncountedBytes)
 {
     beast::error_code ignored;
-    const auto endpoint = m_stream.socket().remote_endpoint(ignored);
-    m_remote = ignored ? std::string{} : endpoint.address().to_string();
     m_stream.socket().set_option(asio::ip::tcp::no_delay{true}, ignored);
 }
 
@@ -130,93 +112,144 @@ asio::awaitable<void> HttpConnection::serve(std::shared_ptr<HttpConnection> self
 
 void HttpConnection::finish()
 {
-    if (m_idle)
+    if (m_phase != Phase::working && m_phase != Phase::replying)
         abandon();
 }
 
 void HttpConnection::abandon()
 {
+    enter(Phase::gone);
     beast::error_code ignored;
     m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_both, ignored);
     m_stream.close();
+    m_bodyShare.release();
+    m_replyShare.release();
+}
+
+void HttpConnection::enter(Phase phase)
+{
+    if (m_phase != Phase::gone) // nothing comes after the end
+        m_phase = phase;
+    m_progress = Steady::now();
 }
 
 /// Waits for the first byte of a request; false when none comes.
 asio::awaitable<bool> HttpConnection::awaitRequest()
 {
-    if (m_buffer.size() > 0)
-        co_return true;
-    beast::error_code failure;
-    m_idle = true;
+    enter(Phase::idle);
     m_stream.expires_after(m_shared.limits.idle);
-    auto token = asio::redirect_error(asio::use_awaitable, failure);
-    const auto space = m_buffer.prepare(readChunkBytes);
-    const auto read = co_await m_stream.async_read_some(space, token);
-    m_idle = false;
-    m_buffer.commit(read);
-    co_return !failure;
+    while (!hasRequest()) {
+        beast::error_code failure;
+        auto token = asio::redirect_error(asio::use_awaitable, failure);
+        const auto space = m_buffer.prepare(readChunkBytes);
+        const auto read = co_await m_stream.async_read_some(space, token);
+        if (failure)
+            co_return false;
+        m_buffer.commit(read);
+    }
+    co_return m_phase == Phase::idle;
+}
+
+/// Whether something of a request has arrived. Some clients send an empty line in front of it.
+bool HttpConnection::hasRequest()
+{
+    const auto data = m_buffer.cdata();
+    const std::string_view start{static_cast<const char*>(data.data()), data.size()};
+    if (start.starts_with(emptyLine))
+        m_buffer.consume(emptyLine.size());
+    return m_buffer.size() > 0 && start != emptyLine.substr(0, 1);
 }
 
 asio::awaitable<bool> HttpConnection::answerOne()
 {
-    Parser parser;
-    m_headAsked = false;
-    m_version = 11;
-    auto failure = co_await readHeader(parser);
+    auto failure = co_await readHeader();
     if (failure)
-        co_return co_await refuse(failure);
-    const auto& header = parser.get();
+        co_return co_await turnAway(refusalOf(failure, false));
+    const auto& header = m_parser->get();
     m_headAsked = header.method() == http::verb::head;
-    m_version = header.version();
-    const std::string_view target{header.target().data(), header.target().size()};
-    const std::string_view method{header.method_string().data(), header.method_string().size()};
-    const auto match = m_shared.routes.match(method, target.substr(0, target.find('?')));
-    failure = co_await readBody(parser, match.route ? match.route->maximumBody : ordinaryBodyBytes);
-    if (failure)
-        co_return co_await refuse(failure);
+    m_safe = RequestHead::isSafe(header);
     const bool keepAlive = header.keep_alive();
-    const auto request = requestOf(parser);
-    auto& pool = isSafe(header.method()) ? m_shared.readers : m_shared.writers;
-    co_await asio::post(asio::bind_executor(pool, asio::use_awaitable)); // goes on in a thread of the pool
-    auto reply = work(m_shared.dispatcher, match, request);
-    co_await asio::post(asio::use_awaitable); // and back, past what still queues for the pool
+    auto request = RequestHead::read(header, m_peer, m_shared.proxies);
+    if (!request)
+        co_return co_await turnAway(std::move(request.error()));
+    auto match = m_shared.routes.match(request->method, request->path);
+    failure = co_await readBody(match.route ? match.route->maximumBody : ordinaryBodyBytes);
+    if (failure)
+        co_return co_await turnAway(refusalOf(failure, true));
+    request->body = std::exchange(m_body, {});
+    m_bodyShare.release();
+    request->arrived = Steady::now();
+    auto reply = co_await answerTo(std::move(match), *std::move(request));
     co_return co_await write(std::move(reply), keepAlive && !m_shared.stopping);
 }
 
-asio::awaitable<beast::error_code> HttpConnection::readHeader(Parser& parser)
+asio::awaitable<beast::error_code> HttpConnection::readHeader()
 {
     beast::error_code failure;
-    parser.header_limit(m_shared.limits.headerBytes);
-    parser.body_limit(boost::none); // set with the route
+    enter(Phase::readingHeader);
+    m_headAsked = false;
+    m_parser.emplace();
+    m_parser->header_limit(m_shared.limits.headerBytes);
+    m_parser->body_limit(boost::none); // set with the route
     m_stream.expires_after(m_shared.limits.header);
     auto token = asio::redirect_error(asio::use_awaitable, failure);
-    co_await http::async_read_header(m_stream, m_buffer, parser, token);
+    co_await http::async_read_header(m_stream, m_buffer, *m_parser, token);
     co_return failure;
 }
 
-asio::awaitable<beast::error_code> HttpConnection::readBody(Parser& parser, std::size_t limit)
+asio::awaitable<beast::error_code> HttpConnection::readBody(std::size_t limit)
 {
     beast::error_code failure;
-    if (const auto length = parser.content_length(); length && *length > limit)
+    if (const auto length = m_parser->content_length(); length && *length > limit)
         co_return http::error::body_limit;
-    if (parser.is_done())
+    if (m_parser->is_done())
         co_return failure;
-    parser.body_limit(limit);
+    enter(Phase::readingBody);
+    m_parser->body_limit(limit);
     m_stream.expires_after(m_shared.limits.body);
-    auto token = asio::redirect_error(asio::use_awaitable, failure);
-    if (beast::iequals(parser.get()[http::field::expect], "100-continue")) {
-        http::response<http::empty_body> goOn{http::status::continue_, 11};
-        co_await http::async_write(m_stream, goOn, token);
+    if (beast::iequals(m_parser->get()[http::field::expect], "100-continue")) {
+        constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
+        if (!co_await send({asio::buffer(goOn)}))
+            co_return http::error::end_of_stream;
+        enter(Phase::readingBody);
     }
-    if (!failure)
-        co_await http::async_read(m_stream, m_buffer, parser, token);
-    co_return failure;
+    std::array<char, bodyBlockBytes> block{};
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    while (!m_parser->is_done()) {
+        m_parser->get().body() = {.data = block.data(), .size = block.size(), .more = true};
+        co_await http::async_read_some(m_stream, m_buffer, *m_parser, token);
+        const auto arrived = block.size() - m_parser->get().body().size;
+        if (failure && failure != http::error::need_buffer)
+            co_return failure;
+        if (!holdBody(m_body.size() + arrived))
+            co_return noMemory;
+        m_body.append(block.data(), arrived);
+        m_progress = Steady::now();
+    }
+    co_return beast::error_code{};
+}
+
+bool HttpConnection::holdBody(std::size_t bytes)
+{
+    while (!m_bodyShare.resize(bytes)) {
+        if (!m_shared.connections.dropSlowestBody(*this))
+            return false;
+    }
+    return true;
+}
+
+bool HttpConnection::holdReply(std::size_t bytes)
+{
+    while (!m_replyShare.resize(bytes)) {
+        if (!m_shared.connections.dropSlowestReader(*this))
+            return false;
+    }
+    return true;
 }
 
 /// Answers a request that could not be read, and ends the connection.
-asio::awaitable<bool> HttpConnection::refuse(beast::error_code failure)
+asio::awaitable<bool> HttpConnection::turnAway(std::optional<Refusal> refusal)
 {
-    const auto refusal = refusalOf(failure);
     if (!refusal)
         co_return false;
     Log::request("-", "(unread)", refusal->status, {});
@@ -227,61 +260,122 @@ asio::awaitable<bool> HttpConnection::refuse(beast::error_code failure)
     co_return false;
 }
 
-asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)
+WorkLane* HttpConnection::laneOf(const RouteMatch& match) const
 {
-    if (reply.more)
-        co_return co_await writeBlocks(std::move(reply), keepAlive);
-    http::response<http::string_body> response{static_cast<http::status>(reply.status), 11};
-    setHeaders(response, reply);
-    response.body() = std::move(reply.body);
-    response.keep_alive(keepAlive);
-    response.prepare_payload();
-    beast::error_code failure;
-    m_stream.expires_after(m_shared.limits.reply);
-    auto token = asio::redirect_error(asio::use_awaitable, failure);
-    http::response_serializer<http::string_body> serializer{response};
-    if (m_headAsked)
-        co_await http::async_write_header(m_stream, serializer, token);
-    else
-        co_await http::async_write(m_stream, serializer, token);
-    co_return keepAlive && !failure;
+    if (!match.route || match.route->lane == Lane::immediate)
+        return nullptr;
+    if (match.route->lane == Lane::signIn)
+        return &m_shared.lanes.signIns;
+    return m_safe ? &m_shared.lanes.readers : &m_shared.lanes.writers;
 }
 
-/// Writes a body whose length is not known beforehand, each block made when the one before it is with the system.
+asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request request)
+{
+    enter(Phase::working);
+    auto* const lane = laneOf(match);
+    if (!lane)
+        co_return work(m_shared.dispatcher, match, request, m_shared.limits.queue);
+    if (lane->waiting >= lane->mostWaiting) {
+        Log::request(request.method, patternOf(match), 429, {});
+        co_return replyOf(
+            {429, "rate_limited", "Too many sign in at this moment; try again.", std::chrono::seconds{2}});
+    }
+    ++lane->waiting;
+    co_await asio::post(asio::bind_executor(lane->pool, asio::use_awaitable)); // goes on in a thread of the lane
+    auto reply = work(m_shared.dispatcher, match, request, m_shared.limits.queue);
+    co_await asio::post(asio::use_awaitable); // and back, past what still queues for the lane
+    --lane->waiting;
+    co_return reply;
+}
+
+asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)
+{
+    enter(Phase::replying);
+    bool written = false;
+    if (reply.more)
+        written = co_await writeBlocks(std::move(reply), keepAlive);
+    else
+        written = co_await writeWhole(std::move(reply), keepAlive);
+    m_more = nullptr;
+    m_replyShare.release();
+    const bool goesOn = written && keepAlive;
+    co_return goesOn;
+}
+
+asio::awaitable<bool> HttpConnection::writeWhole(Reply reply, bool keepAlive)
+{
+    const auto header = ReplyHeader::text(reply, {.chunked = false, .keepAlive = keepAlive, .version10 = speaks10()});
+    auto rest = m_headAsked ? std::string_view{} : std::string_view{reply.body};
+    if (!holdReply(rest.size()))
+        co_return false;
+    const auto takeBlock = [&rest] {
+        const auto block = rest.substr(0, replyBlockBytes);
+        rest.remove_prefix(block.size());
+        return asio::buffer(block.data(), block.size());
+    };
+    bool going = co_await send({asio::buffer(header), takeBlock()});
+    while (going && !rest.empty())
+        going = co_await send({takeBlock()});
+    co_return going;
+}
+
 asio::awaitable<bool> HttpConnection::writeBlocks(Reply reply, bool keepAlive)
 {
-    const bool chunked = m_version >= 11;
-    keepAlive = keepAlive && chunked; // the end of the connection is the end of an older client's body
-    http::response<http::empty_body> response{static_cast<http::status>(reply.status), 11};
-    setHeaders(response, reply);
-    response.keep_alive(keepAlive);
-    response.chunked(chunked);
-    beast::error_code failure;
-    m_stream.expires_after(m_shared.limits.reply); // for all of it
-    auto token = asio::redirect_error(asio::use_awaitable, failure);
-    http::response_serializer<http::empty_body> serializer{response};
-    co_await http::async_write_header(m_stream, serializer, token);
-    auto block = std::move(reply.body);
-    while (!failure && !m_headAsked && !block.empty()) {
-        const auto bytes = asio::buffer(std::as_const(block));
-        if (chunked)
-            co_await asio::async_write(m_stream, http::make_chunk(bytes), token);
-        else
-            co_await asio::async_write(m_stream, bytes, token);
-        co_await asio::post(asio::bind_executor(m_shared.readers, asio::use_awaitable));
-        const bool made = makeNext(reply.more, block);
-        co_await asio::post(asio::use_awaitable);
-        if (!made)
+    const bool chunked = !speaks10(); // else the end of the connection is the end of the body
+    auto before =
+        ReplyHeader::text(reply, {.chunked = chunked, .keepAlive = keepAlive && chunked, .version10 = !chunked});
+    if (m_headAsked)
+        co_return co_await send({asio::buffer(before)});
+    m_more = std::move(reply.more);
+    std::optional block = std::move(reply.body);
+    while (block && !block->empty()) {
+        if (!holdReply(block->size()))
             co_return false;
+        if (chunked)
+            before += fmt::format("{:x}\r\n", block->size());
+        const auto after = chunked ? emptyLine : std::string_view{};
+        if (!co_await send({asio::buffer(before), asio::buffer(*block), asio::buffer(after)}))
+            co_return false;
+        before.clear();
+        block = co_await nextBlock();
     }
-    if (!failure && !m_headAsked && chunked)
-        co_await asio::async_write(m_stream, http::make_chunk_last(), token);
-    co_return keepAlive && !failure;
+    if (!block)
+        co_return false; // the client sees that the body has no end
+    if (chunked)
+        before += "0\r\n\r\n";
+    co_return co_await send({asio::buffer(before)}) && chunked;
+}
+
+asio::awaitable<std::optional<std::string>> HttpConnection::nextBlock()
+{
+    enter(Phase::working);
+    co_await asio::post(asio::bind_executor(m_shared.lanes.readers.pool, asio::use_awaitable));
+    auto block = blockOf(m_more);
+    co_await asio::post(asio::use_awaitable);
+    enter(Phase::replying);
+    co_return block;
+}
+
+bool HttpConnection::speaks10() const
+{
+    return m_parser->get().version() < 11;
+}
+
+/// Sends a block, which the client has to take in time.
+asio::awaitable<bool> HttpConnection::send(Parts parts)
+{
+    beast::error_code failure;
+    m_stream.expires_after(m_shared.limits.replyBlock);
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    co_await asio::async_write(m_stream, parts, token);
+    m_progress = Steady::now();
+    co_return !failure;
 }
 
 asio::awaitable<void> HttpConnection::linger()
 {
     beast::error_code failure;
+    enter(Phase::leaving);
     m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_send, failure);
     m_stream.expires_after(lingerTime);
     auto token = asio::redirect_error(asio::use_awaitable, failure);
@@ -290,30 +384,6 @@ asio::awaitable<void> HttpConnection::linger()
         const auto space = m_buffer.prepare(readChunkBytes);
         co_await m_stream.async_read_some(space, token);
     }
-}
-
-Request HttpConnection::requestOf(Parser& parser) const
-{
-    auto& message = parser.get();
-    const auto text = [](auto view) { return std::string_view{view.data(), view.size()}; };
-    const auto target = text(message.target());
-    Request request;
-    request.method = text(message.method_string());
-    request.path = target.substr(0, target.find('?'));
-    request.token = bearerOf(text(message[http::field::authorization]));
-    request.remote = m_remote;
-    request.fromWebPage = message.find(http::field::origin) != message.end();
-    request.ifNoneMatch = listed(message, "If-None-Match");
-    request.instanceManipulations = listed(message, "A-IM");
-    request.prefer = listed(message, "Prefer");
-    if (m_shared.behindProxy) {
-        // A proxy appends to the list or adds a line of its own: the last line is the one to believe.
-        const auto [first, last] = message.equal_range("X-Forwarded-For");
-        for (auto each = first; each != last; ++each)
-            request.remote = lastListed(text(each->value()));
-    }
-    request.body = std::move(message.body());
-    return request;
 }
 
 }

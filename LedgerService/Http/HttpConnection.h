@@ -1,66 +1,102 @@
 #pragma once
 
+#include <array>
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include <boost/asio/awaitable.hpp>
-#include <boost/asio/thread_pool.hpp>
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/ip/address.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
+#include <boost/beast/http/buffer_body.hpp>
 #include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/string_body.hpp>
 
+#include "LedgerService/Http/ByteBudget.h"
+#include "LedgerService/Http/ClientAddress.h"
+#include "LedgerService/Http/ConnectionTable.h"
 #include "LedgerService/Http/Dispatcher.h"
-#include "LedgerService/Http/Server.h"
+#include "LedgerService/Http/HttpLimits.h"
+#include "LedgerService/Http/WorkLane.h"
 
 namespace LedgerService {
 
-/// What all connections of a server share.
+/// What all connections of a server share. Only the network thread changes it.
 struct HttpShared {
     const Dispatcher& dispatcher;
     const RouteTable& routes;
     const HttpLimits& limits;
-    boost::asio::thread_pool& readers; // the requests' own work, which blocks
-    boost::asio::thread_pool& writers; // may all wait for the database's lock, and readers do not wait with them
-    bool behindProxy = false;
-    bool stopping = false; // only the network thread reads and writes it
+    const TrustedProxies& proxies;
+    WorkLanes& lanes;
+    ConnectionTable& connections;
+    ByteBudget bodies;
+    ByteBudget replies;
+    bool stopping = false;
 };
 
 /// One client's connection: its requests, one after the other. Lives on the network thread.
 class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
 public:
-    HttpConnection(boost::asio::ip::tcp::socket socket, HttpShared& shared);
+    HttpConnection(boost::asio::ip::tcp::socket socket, boost::asio::ip::address peer, HttpShared& shared);
 
     /// Serves until the client leaves, breaks a limit or the server stops.
     static boost::asio::awaitable<void> serve(std::shared_ptr<HttpConnection> self);
 
-    /// Ends the connection now if no request is under way, else after its reply.
+    /// Ends the connection now if no whole request is under way, else after its reply.
     void finish();
 
     /// Ends it at once.
     void abandon();
 
+    /// Whether it is the client's turn to send or to read.
+    [[nodiscard]] bool isWaiting() const { return m_phase != Phase::working && m_phase != Phase::gone; }
+    [[nodiscard]] bool isGone() const { return m_phase == Phase::gone; }
+    /// When the client last did what is its turn to do.
+    [[nodiscard]] std::chrono::steady_clock::time_point lastProgress() const { return m_progress; }
+    [[nodiscard]] const std::string& client() const { return m_client; }
+    [[nodiscard]] bool holdsBody() const { return m_phase == Phase::readingBody && m_bodyShare.isCounted(); }
+    [[nodiscard]] bool holdsReply() const { return m_phase == Phase::replying && m_replyShare.isCounted(); }
+
 private:
-    using Parser = boost::beast::http::request_parser<boost::beast::http::string_body>;
+    using Parser = boost::beast::http::request_parser<boost::beast::http::buffer_body>;
+    using Parts = std::array<boost::asio::const_buffer, 3>;
+    enum class Phase { idle, readingHeader, readingBody, working, replying, leaving, gone };
 
     boost::asio::awaitable<bool> awaitRequest();
     boost::asio::awaitable<bool> answerOne();
-    boost::asio::awaitable<boost::beast::error_code> readHeader(Parser& parser);
-    boost::asio::awaitable<boost::beast::error_code> readBody(Parser& parser, std::size_t limit);
-    boost::asio::awaitable<bool> refuse(boost::beast::error_code failure);
+    boost::asio::awaitable<boost::beast::error_code> readHeader();
+    boost::asio::awaitable<boost::beast::error_code> readBody(std::size_t limit);
+    boost::asio::awaitable<bool> turnAway(std::optional<Refusal> refusal);
+    boost::asio::awaitable<Reply> answerTo(RouteMatch match, Request request);
     boost::asio::awaitable<bool> write(Reply reply, bool keepAlive);
+    boost::asio::awaitable<bool> writeWhole(Reply reply, bool keepAlive);
     boost::asio::awaitable<bool> writeBlocks(Reply reply, bool keepAlive);
+    boost::asio::awaitable<std::optional<std::string>> nextBlock();
+    boost::asio::awaitable<bool> send(Parts parts);
     boost::asio::awaitable<void> linger();
-    [[nodiscard]] Request requestOf(Parser& parser) const;
+    void enter(Phase phase);
+    [[nodiscard]] bool hasRequest();
+    [[nodiscard]] bool speaks10() const;
+    [[nodiscard]] WorkLane* laneOf(const RouteMatch& match) const;
+    [[nodiscard]] bool holdBody(std::size_t bytes);
+    [[nodiscard]] bool holdReply(std::size_t bytes);
 
     boost::beast::tcp_stream m_stream;
-    boost::beast::flat_buffer m_buffer;
-    std::string m_remote;
+    boost::asio::ip::address m_peer;
+    std::string m_client; // whom the connection is counted to
     HttpShared& m_shared;
-    bool m_idle = true;
+    boost::beast::flat_buffer m_buffer;
+    std::optional<Parser> m_parser; // of the request under way
+    std::string m_body;
+    BodyBlocks m_more; // of the reply under way
+    ByteBudget::Share m_bodyShare;
+    ByteBudget::Share m_replyShare;
+    Phase m_phase = Phase::idle;
+    std::chrono::steady_clock::time_point m_progress = std::chrono::steady_clock::now();
     bool m_headAsked = false; // the request under way is answered without a body
-    unsigned m_version = 11;  // of HTTP, as the client speaks it
+    bool m_safe = false;      // it only reads
 };
 
 }

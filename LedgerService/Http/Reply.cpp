@@ -4,7 +4,10 @@ namespace LedgerService {
 
 Reply replyOf(const Refusal& refusal)
 {
-    return {.status = refusal.status, .body = errorBody(refusal)};
+    Reply reply{.status = refusal.status, .body = errorBody(refusal)};
+    if (refusal.retryAfter.count() > 0)
+        reply.headers.emplace_back("Retry-After", std::to_string(refusal.retryAfter.count()));
+    return reply;
 }
 
 }

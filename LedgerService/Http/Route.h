@@ -49,6 +49,13 @@ struct Writing {
     MemberHandler handler;
 };
 
+/// Where a request is worked on.
+enum class Lane {
+    byMethod,  // with those that read, or with those that write
+    signIn,    // with those that hash passwords
+    immediate, // at once: the handler neither blocks nor asks the database
+};
+
 /// The largest body of a request that says nothing else.
 inline constexpr std::size_t ordinaryBodyBytes = std::size_t{1} << 20;
 
@@ -57,6 +64,7 @@ struct Route {
     std::string_view method;
     std::string_view pattern; // "/v1/transactions/{id}/reverse"
     std::variant<OpenHandler, Reading, Writing> answer;
+    Lane lane = Lane::byMethod;
     std::size_t maximumBody = ordinaryBodyBytes;
 };
 

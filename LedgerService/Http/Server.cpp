@@ -2,10 +2,8 @@
 
 #include <algorithm>
 #include <thread>
-#include <vector>
 
 #include <boost/asio/co_spawn.hpp>
-#include <boost/asio/detached.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/post.hpp>
@@ -14,8 +12,10 @@
 #include <boost/asio/use_awaitable.hpp>
 #include <fmt/core.h>
 
+#include "LedgerService/Http/ConnectionTable.h"
 #include "LedgerService/Http/HttpConnection.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
+#include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"
 
 namespace LedgerService {
@@ -29,6 +29,8 @@ using asio::ip::tcp;
 constexpr std::chrono::seconds stoppingTime{15};
 /// Of each kind, so that a few slow requests do not hold up the quick ones.
 constexpr unsigned fewestWorkers = 4;
+/// Each hash of a password takes 64 MiB.
+constexpr unsigned mostHashers = 2;
 /// After a failed accept, such as too many open files, the next one is tried no sooner.
 constexpr std::chrono::milliseconds pauseAfterFailure{100};
 
@@ -37,37 +39,59 @@ unsigned workerCount()
     return std::max(fewestWorkers, 2 * std::thread::hardware_concurrency());
 }
 
+/// Half of the processors at most: the other half answers requests.
+unsigned hasherCount()
+{
+    return std::clamp(std::thread::hardware_concurrency() / 2, 1U, mostHashers);
+}
+
+std::expected<TrustedProxies, std::string> proxiesOf(const ServerOptions& options)
+{
+    if (!options.behindProxy)
+        return TrustedProxies{};
+    if (options.trustedProxies.empty())
+        return TrustedProxies::anyPeer();
+    return TrustedProxies::create(options.trustedProxies);
+}
+
 }
 
 struct Server::State {
-    State(ServerOptions given, std::unique_ptr<Database> opened)
-        : options(std::move(given)), database(std::move(opened)), routes(allRoutes()),
-          dispatcher({.database = *database, .clock = options.clock, .policy = options.policy}), readers(workerCount()),
-          writers(workerCount()), shared{.dispatcher = dispatcher,
-                                         .routes = routes,
-                                         .limits = options.limits,
-                                         .readers = readers,
-                                         .writers = writers,
-                                         .behindProxy = options.behindProxy}
+    State(ServerOptions given, TrustedProxies trusted, std::unique_ptr<Database> opened)
+        : options(std::move(given)), proxies(std::move(trusted)), database(std::move(opened)), routes(allRoutes()),
+          dispatcher({.database = *database, .clock = options.clock, .policy = options.policy}),
+          lanes{.readers = WorkLane{workerCount()},
+                .writers = WorkLane{workerCount()},
+                .signIns = WorkLane{hasherCount(), options.limits.signInsWaiting}},
+          connections(options.limits), shared{.dispatcher = dispatcher,
+                                              .routes = routes,
+                                              .limits = options.limits,
+                                              .proxies = proxies,
+                                              .lanes = lanes,
+                                              .connections = connections,
+                                              .bodies = ByteBudget{options.limits.bodyBytes},
+                                              .replies = ByteBudget{options.limits.replyBytes}}
     {
     }
 
     void listen();
+    void run();
+    void spawnAccepting();
     static asio::awaitable<void> accept(State& state);
     void admit(tcp::socket socket);
     void beginStop();
 
     ServerOptions options;
+    TrustedProxies proxies;
     std::unique_ptr<Database> database;
     RouteTable routes;
     Dispatcher dispatcher;
     asio::io_context network{1};
     tcp::acceptor acceptor{network};
     asio::steady_timer deadline{network};
-    asio::thread_pool readers; // gone before the network, whose sockets belong to the requests that still queue here
-    asio::thread_pool writers;
+    WorkLanes lanes; // gone before the network, whose sockets belong to the requests that still queue here
+    ConnectionTable connections;
     HttpShared shared;
-    std::vector<std::weak_ptr<HttpConnection>> connections;
     std::size_t open = 0; // connections whose coroutine still runs
     std::uint16_t port = 0;
     std::thread thread;
@@ -81,7 +105,28 @@ void Server::State::listen()
     acceptor.bind(endpoint);
     acceptor.listen();
     port = acceptor.local_endpoint().port();
-    asio::co_spawn(network, accept(*this), asio::detached);
+    spawnAccepting();
+}
+
+/// Serves until the server stops. What one handler throws ends that handler alone.
+void Server::State::run()
+{
+    for (;;) {
+        try {
+            network.run();
+            return;
+        } catch (const std::exception& failure) {
+            Log::failure("(network)", failure.what());
+        }
+    }
+}
+
+void Server::State::spawnAccepting()
+{
+    asio::co_spawn(network, accept(*this), [this](const std::exception_ptr& failed) {
+        if (failed && !shared.stopping)
+            spawnAccepting();
+    });
 }
 
 asio::awaitable<void> Server::State::accept(State& state)
@@ -100,19 +145,25 @@ asio::awaitable<void> Server::State::accept(State& state)
     }
 }
 
+/// Serves the client, or closes its socket when there is no room: those that are served come first.
 void Server::State::admit(tcp::socket socket)
 {
-    if (open >= options.limits.connections)
-        return; // closed with its socket: those that are served come first
-    std::erase_if(connections, [](const auto& each) { return each.expired(); });
-    auto connection = std::make_shared<HttpConnection>(std::move(socket), shared);
-    connections.push_back(connection);
-    ++open;
-    asio::co_spawn(network, HttpConnection::serve(std::move(connection)), [this](const std::exception_ptr&) {
-        --open;
-        if (shared.stopping && open == 0)
-            deadline.cancel();
-    });
+    try {
+        boost::system::error_code left;
+        const auto peer = socket.remote_endpoint(left).address();
+        if (left || !connections.makeRoom(ClientAddress::counted(peer), proxies.isProxy(peer)))
+            return;
+        auto connection = std::make_shared<HttpConnection>(std::move(socket), peer, shared);
+        connections.add(connection);
+        asio::co_spawn(network, HttpConnection::serve(std::move(connection)), [this](const std::exception_ptr&) {
+            --open;
+            if (shared.stopping && open == 0)
+                deadline.cancel();
+        });
+        ++open;
+    } catch (const std::exception& failure) {
+        Log::failure("(connection)", failure.what());
+    }
 }
 
 void Server::State::beginStop()
@@ -120,10 +171,7 @@ void Server::State::beginStop()
     shared.stopping = true;
     boost::system::error_code ignored;
     acceptor.close(ignored);
-    for (const auto& each : connections) {
-        if (const auto connection = each.lock())
-            connection->finish();
-    }
+    connections.finish();
     if (open == 0)
         return;
     deadline.expires_after(stoppingTime);
@@ -135,17 +183,20 @@ void Server::State::beginStop()
 
 std::expected<std::unique_ptr<Server>, std::string> Server::start(ServerOptions options)
 {
+    auto proxies = proxiesOf(options);
+    if (!proxies)
+        return std::unexpected(std::move(proxies.error()));
     auto database = Database::open(options.databaseFile);
     if (!database)
         return std::unexpected(std::move(database.error()));
-    auto state = std::make_unique<State>(std::move(options), *std::move(database));
+    auto state = std::make_unique<State>(std::move(options), *std::move(proxies), *std::move(database));
     try {
         state->listen();
     } catch (const boost::system::system_error& failure) {
         return std::unexpected(fmt::format("cannot listen on {} port {}: {}", state->options.address,
                                            state->options.port, failure.code().message()));
     }
-    state->thread = std::thread{[network = &state->network] { network->run(); }};
+    state->thread = std::thread{[running = state.get()] { running->run(); }};
     return std::unique_ptr<Server>{new Server(std::move(state))};
 }
 
@@ -153,7 +204,11 @@ Server::Server(std::unique_ptr<State> state) : m_state(std::move(state)) {}
 
 Server::~Server()
 {
-    stop();
+    try {
+        stop();
+    } catch (const std::exception& failure) {
+        Log::failure("(stop)", failure.what());
+    }
 }
 
 std::uint16_t Server::port() const
@@ -167,9 +222,9 @@ void Server::stop()
         return;
     asio::post(m_state->network, [state = m_state.get()] { state->beginStop(); });
     m_state->thread.join();
-    for (auto* pool : {&m_state->readers, &m_state->writers}) {
-        pool->stop(); // nobody is left to hear the answers of what still queues
-        pool->join();
+    for (auto* lane : {&m_state->lanes.readers, &m_state->lanes.writers, &m_state->lanes.signIns}) {
+        lane->pool.stop(); // nobody is left to hear the answers of what still queues
+        lane->pool.join();
     }
     m_state->connections.clear();
     m_state->database.reset();

@@ -1,31 +1,23 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <cstdint>
 #include <expected>
 #include <memory>
 #include <string>
+#include <vector>
 
+#include "LedgerService/Http/HttpLimits.h"
 #include "LedgerService/Service.h"
 
 namespace LedgerService {
-
-/// What connections may take.
-struct HttpLimits {
-    std::uint32_t headerBytes = 16 * 1024;
-    std::chrono::milliseconds idle{75'000};   // between requests of one connection
-    std::chrono::milliseconds header{10'000}; // from a header's first byte to its last
-    std::chrono::milliseconds body{60'000};
-    std::chrono::milliseconds reply{120'000};
-    std::size_t connections = 512;
-};
 
 struct ServerOptions {
     std::string address = "127.0.0.1";
     std::uint16_t port = 0; // 0 picks a free one
     std::string databaseFile;
-    bool behindProxy = false; // the last X-Forwarded-For entry names the client
+    bool behindProxy = false;                // X-Forwarded-For names the client
+    std::vector<std::string> trustedProxies; // addresses and networks; empty: whoever connects is the proxy
     ServicePolicy policy;
     HttpLimits limits;
     Clock clock = [] { return std::chrono::system_clock::now(); };

@@ -54,7 +54,7 @@ struct HttpClient::Socket {
     boost::beast::flat_buffer buffer;
 };
 
-HttpClient::HttpClient(std::uint16_t port) : m_port(port)
+HttpClient::HttpClient(std::uint16_t port, std::string from) : m_port(port), m_from(std::move(from))
 {
     connect();
 }
@@ -64,6 +64,8 @@ HttpClient::~HttpClient() = default;
 void HttpClient::connect()
 {
     m_socket = std::make_unique<Socket>();
+    m_socket->socket.open(asio::ip::tcp::v4());
+    m_socket->socket.bind({asio::ip::make_address(m_from), 0});
     m_socket->socket.connect({asio::ip::address_v4::loopback(), m_port});
 }
 
@@ -114,6 +116,11 @@ HttpAnswer HttpClient::read()
         answer.headers[name] = std::string{field.value().data(), field.value().size()};
     }
     return answer;
+}
+
+std::size_t HttpClient::unreadBytes() const
+{
+    return m_socket->socket.available();
 }
 
 bool HttpClient::isClosedByService()

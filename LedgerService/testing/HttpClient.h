@@ -24,7 +24,7 @@ struct HttpAnswer {
 /// A client on one plain connection, which it opens anew when the service has closed it. Blocks.
 class HttpClient {
 public:
-    explicit HttpClient(std::uint16_t port);
+    explicit HttpClient(std::uint16_t port, std::string from = "127.0.0.1");
     ~HttpClient();
     HttpClient(const HttpClient&) = delete;
     HttpClient& operator=(const HttpClient&) = delete;
@@ -42,12 +42,16 @@ public:
     /// Whether the service closes this connection before it answers anything; waits for it.
     bool isClosedByService();
 
+    /// How much of an answer has arrived and was not read.
+    [[nodiscard]] std::size_t unreadBytes() const;
+
 private:
     struct Socket;
     void connect();
     HttpAnswer read();
 
     std::uint16_t m_port;
+    std::string m_from;
     bool m_headAsked = false; // by what was written last
     std::unique_ptr<Socket> m_socket;
 };

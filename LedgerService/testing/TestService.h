@@ -40,6 +40,11 @@ public:
     ~TestService();
 
     [[nodiscard]] HttpClient client() const { return HttpClient{m_server->port()}; }
+    /// A client that comes from another address of this machine, such as 127.0.0.2.
+    [[nodiscard]] HttpClient clientFrom(const std::string& address) const
+    {
+        return HttpClient{m_server->port(), address};
+    }
     [[nodiscard]] std::uint16_t port() const { return m_server->port(); }
     [[nodiscard]] std::string databaseFile() const { return m_folder.file("books.sqlite"); }
 

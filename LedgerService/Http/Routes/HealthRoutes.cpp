@@ -13,7 +13,7 @@ Outcome live(const OpenCall&)
 }
 
 constexpr std::array routes{
-    Route{"GET", "/health/live", live},
+    Route{"GET", "/health/live", live, Lane::immediate},
 };
 
 }

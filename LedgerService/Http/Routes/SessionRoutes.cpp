@@ -58,9 +58,9 @@ Outcome logout(const OpenCall& call)
 }
 
 constexpr std::array routes{
-    Route{"POST", "/v1/auth/login", login},
+    Route{"POST", "/v1/auth/login", login, Lane::signIn},
     Route{"POST", "/v1/auth/logout", logout},
-    Route{"POST", "/v1/demo", demo},
+    Route{"POST", "/v1/demo", demo, Lane::signIn},
 };
 
 }
