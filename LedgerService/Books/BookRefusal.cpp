@@ -1,137 +1,149 @@
 #include "LedgerService/Books/BookRefusal.h"
 
-#include <utility>
+#include <array>
+#include <string>
+#include <string_view>
 
 namespace LedgerService {
 
 namespace {
 
-Refusal malformed(std::string code, std::string words)
+struct Answer {
+    int status = 400;
+    std::string_view code;
+    std::string_view words;
+};
+
+constexpr std::string_view invalid = "validation_error";
+
+constexpr Answer inactive{403, "inactive_member", "The member is deactivated."};
+constexpr Answer unknown{404, "not_found",
+                         "The command names a record that does not exist or that the member does not see."};
+constexpr Answer archived{409, "account_archived", "An archived account takes no new entries."};
+constexpr Answer noDay{400, invalid, "The date is no calendar day."};
+constexpr Answer future{400, invalid, "The day lies in the future."};
+constexpr Answer beforeTheBooks{409, "financial_before_start_date", "The day lies before the bookkeeping start date."};
+constexpr Answer noKey{400, invalid, "The idempotency key is empty or too long."};
+constexpr Answer foreign{400, invalid, "The fields given are not those of the kind."};
+constexpr Answer currencies{400, invalid, "An entry has a currency, an exchange two different ones."};
+constexpr Answer amounts{400, invalid, "An amount is above zero and within the supported range."};
+constexpr Answer receipts{400, invalid, "An entry carries at most ten different receipts."};
+constexpr Answer opened{409, "financial_opening_exists", "The account already has an opening in this currency."};
+constexpr Answer drawn{409, "insufficient_funds", "The employee fund holds less than that in this currency."};
+constexpr Answer beyondLimit{409, "balance_limit", "The balance would leave the supported range."};
+constexpr Answer notCorrected{403, "forbidden", "The member may not correct the entry."};
+
+template <class Reason>
+struct Row {
+    Reason reason;
+    Answer answer;
+};
+
+constexpr auto postings = [] {
+    using enum PostingReason;
+    return std::to_array<Row<PostingReason>>({
+        {inactiveMember, inactive},
+        {unknownKind, {400, invalid, "No entry of this kind can be recorded."}},
+        {foreignField, foreign},
+        {missing, foreign},
+        {currencyMissing, currencies},
+        {invalidDay, noDay},
+        {invalidKey, noKey},
+        {textTooLong, {400, invalid, "A text is too long."}},
+        {textUnsound, {400, invalid, "A text is not well-formed."}},
+        {notPositive, amounts},
+        {tooLarge, amounts},
+        {sameCurrency, currencies},
+        {sameAccount, {400, invalid, "A transfer joins two different accounts."}},
+        {tooManyReceipts, receipts},
+        {sameReceipt, receipts},
+        {originalRequired,
+         {400, "refund_reference_required", "A refund needs an original income or an external reference."}},
+        {notFound, unknown},
+        {accountArchived, archived},
+        {notGranted, {403, "forbidden", "The member may not record this kind of entry on the account."}},
+        {notResponsible, {403, "exclusive_operator", "Only the responsible member uses this account."}},
+        {kindRefused, {403, "forbidden", "The account does not take this kind of entry."}},
+        {restrictedToRestricted,
+         {403, "forbidden", "Money of a float or refund account goes back to a company account."}},
+        {wrongPurpose, {400, invalid, "The transfer's purpose is not the one of its accounts."}},
+        {currencyNotHeld, {400, invalid, "The account does not hold the currency."}},
+        {wrongCategoryKind, {400, invalid, "The category is of another kind."}},
+        {categoryArchived, {409, "CATEGORY_ARCHIVED", "An archived category takes no new entries."}},
+        {receiptLinked, {409, "attachment_linked", "A receipt is already linked to an entry."}},
+        {inFuture, future},
+        {beforeStart, beforeTheBooks},
+        {startUnreadable, noDay},
+        {openingDay, {409, "financial_opening_date_mismatch", "Openings are booked on the bookkeeping start date."}},
+        {beforeOriginal, {400, invalid, "The day lies before the income that is refunded."}},
+        {notRefundable, {400, "invalid_refund_original", "A refund names an income in its own currency."}},
+        {originalUnavailable,
+         {409, "refund_original_unavailable", "The original is reversed, or the member may not refund it."}},
+        {duplicateReference, {409, "duplicate_refund", "A refund with this reference is already recorded."}},
+        {refundLimit, {409, "refund_limit", "The refunds would exceed the original income."}},
+        {openingExists, opened},
+        {historyIncomplete, opened},
+        {insufficientFunds, drawn},
+        {reserveUnknown, drawn},
+        {balanceLimit, beyondLimit},
+    });
+}();
+
+constexpr auto reversals = [] {
+    using enum ReversalRules::Refusal;
+    return std::to_array<Row<ReversalRules::Refusal>>({
+        {inactiveMember, inactive},
+        {invalidDay, noDay},
+        {invalidKey, noKey},
+        {reasonTooLong, {400, invalid, "The reason is too long."}},
+        {reasonUnsound, {400, invalid, "The reason is not well-formed."}},
+        {notFound, unknown},
+        {isReversal, {400, invalid, "A reversal is not reversed; record the entry again."}},
+        {alreadyReversed, {409, "already_reversed", "The entry is already reversed."}},
+        {capitalCorrection,
+         {409, "capital_correction_required", "A contribution is corrected among the capital records."}},
+        {dividendCorrection,
+         {409, "dividend_correction_required", "A dividend is corrected among the dividend records."}},
+        {noLegs, notCorrected},
+        {notPermitted, notCorrected},
+        {refundsExist, {409, "refunds_exist", "Refunds of this income must be reversed first."}},
+        {accountArchived, archived},
+        {inFuture, future},
+        {beforeStart, beforeTheBooks},
+        {beforeOriginal, {400, invalid, "The day lies before the entry that is reversed."}},
+        {insufficientFunds, drawn},
+        {balanceLimit, beyondLimit},
+    });
+}();
+
+/// Each reason has its row, in the order of the enumeration.
+template <class Rows>
+constexpr bool areWhole(const Rows& rows, std::size_t count)
 {
-    return {400, std::move(code), std::move(words)};
+    for (std::size_t at = 0; at < rows.size(); ++at) {
+        if (static_cast<std::size_t>(rows[at].reason) != at)
+            return false;
+    }
+    return rows.size() == count;
+}
+static_assert(areWhole(postings, static_cast<std::size_t>(PostingReason::balanceLimit) + 1));
+static_assert(areWhole(reversals, static_cast<std::size_t>(ReversalRules::Refusal::balanceLimit) + 1));
+
+Refusal refusalOf(const Answer& answer)
+{
+    return {answer.status, std::string{answer.code}, std::string{answer.words}};
 }
 
-Refusal denied(std::string code, std::string words)
-{
-    return {403, std::move(code), std::move(words)};
 }
 
-/// What is asked for does not fit what is recorded.
-Refusal conflict(std::string code, std::string words)
+Refusal BookRefusal::of(PostingReason reason)
 {
-    return {409, std::move(code), std::move(words)};
+    return refusalOf(postings.at(static_cast<std::size_t>(reason)).answer);
 }
 
-}
-
-Refusal BookRefusal::invalid(std::string words)
+Refusal BookRefusal::of(ReversalRules::Refusal refusal)
 {
-    return malformed("validation_error", std::move(words));
-}
-
-Refusal BookRefusal::notFound()
-{
-    return {404, "not_found", "The command names a record that does not exist or that the member does not see."};
-}
-
-Refusal BookRefusal::forbidden(std::string words)
-{
-    return denied("forbidden", std::move(words));
-}
-
-Refusal BookRefusal::inactiveMember()
-{
-    return denied("inactive_member", "The member is deactivated.");
-}
-
-Refusal BookRefusal::exclusiveOperator()
-{
-    return denied("exclusive_operator", "Only the responsible member uses this account.");
-}
-
-Refusal BookRefusal::accountArchived()
-{
-    return conflict("account_archived", "An archived account takes no new entries.");
-}
-
-Refusal BookRefusal::beforeStartDate()
-{
-    return conflict("financial_before_start_date", "The day lies before the bookkeeping start date.");
-}
-
-Refusal BookRefusal::openingDateMismatch()
-{
-    return conflict("financial_opening_date_mismatch", "Openings are booked on the bookkeeping start date.");
-}
-
-Refusal BookRefusal::openingExists()
-{
-    return conflict("financial_opening_exists", "The account already has an opening in this currency.");
-}
-
-Refusal BookRefusal::categoryArchived()
-{
-    return conflict("CATEGORY_ARCHIVED", "An archived category takes no new entries.");
-}
-
-Refusal BookRefusal::invalidRefundOriginal()
-{
-    return malformed("invalid_refund_original", "A refund names an income in its own currency.");
-}
-
-Refusal BookRefusal::refundOriginalUnavailable()
-{
-    return conflict("refund_original_unavailable", "The original is reversed, or the member may not refund it.");
-}
-
-Refusal BookRefusal::refundReferenceRequired()
-{
-    return malformed("refund_reference_required", "A refund needs an original income or an external reference.");
-}
-
-Refusal BookRefusal::refundLimit()
-{
-    return conflict("refund_limit", "The refunds would exceed the original income.");
-}
-
-Refusal BookRefusal::duplicateRefund()
-{
-    return conflict("duplicate_refund", "A refund with this reference is already recorded.");
-}
-
-Refusal BookRefusal::refundsExist()
-{
-    return conflict("refunds_exist", "Refunds of this income must be reversed first.");
-}
-
-Refusal BookRefusal::attachmentLinked()
-{
-    return conflict("attachment_linked", "A receipt is already linked to an entry.");
-}
-
-Refusal BookRefusal::insufficientFunds()
-{
-    return conflict("insufficient_funds", "The employee fund holds less than that in this currency.");
-}
-
-Refusal BookRefusal::balanceLimit()
-{
-    return conflict("balance_limit", "The balance would leave the supported range.");
-}
-
-Refusal BookRefusal::alreadyReversed()
-{
-    return conflict("already_reversed", "The entry is already reversed.");
-}
-
-Refusal BookRefusal::capitalCorrectionRequired()
-{
-    return conflict("capital_correction_required", "A contribution is corrected among the capital records.");
-}
-
-Refusal BookRefusal::dividendCorrectionRequired()
-{
-    return conflict("dividend_correction_required", "A dividend is corrected among the dividend records.");
+    return refusalOf(reversals.at(static_cast<std::size_t>(refusal)).answer);
 }
 
 }

@@ -4,8 +4,9 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Entries/EntryReference.h"
+#include "LedgerCore/Domain/Entries/EntryText.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerService/Books/EntryShape.h"
 
 namespace LedgerService {
 
@@ -20,7 +21,7 @@ auto byID(auto& rows, std::string_view id)
 template <class Row>
 std::optional<Row> named(const std::vector<Row>& rows, const std::optional<std::string>& id)
 {
-    const auto* const row = byID(rows, EntryShape::given(id));
+    const auto* const row = byID(rows, EntryText::given(id));
     return row ? std::optional{*row} : std::nullopt;
 }
 
@@ -64,8 +65,10 @@ std::optional<RefundOriginal> refundOriginal(const TransactionInput& input, cons
 
 bool isReferenceUsed(std::string_view reference, const Books& books)
 {
+    const auto wanted = EntryReference::folded(reference);
     return !reference.empty() && std::ranges::any_of(books.entries, [&](const LedgerTransaction& entry) {
-        return isActiveRefund(entry) && entry.externalReference == reference;
+        return isActiveRefund(entry) && entry.externalReference &&
+               EntryReference::folded(*entry.externalReference) == wanted;
     });
 }
 
@@ -100,52 +103,52 @@ const LedgerTransaction* Books::entry(std::string_view id) const
     return byID(entries, id);
 }
 
-PostingContext Books::contextOf(const TransactionInput& input, const BookAct& act) const
+PostingRows Books::rowsOf(const TransactionInput& input, const BookAct& act) const
 {
-    PostingContext context{.entryID = act.entryID,
-                           .today = act.today,
-                           .now = act.now,
-                           .member = actorOf(act, *this),
-                           .settings = settings,
-                           .source = named(accounts, input.sourceAccountID),
-                           .target = named(accounts, input.targetAccountID),
-                           .category = named(categories, input.categoryID),
-                           .original = refundOriginal(input, *this),
-                           .referenceUsed = isReferenceUsed(refundReference(input), *this),
-                           .activeOpeningIDs = {},
-                           .attachments = {}};
-    if (input.kind == EntryKind::opening && context.target)
-        context.activeOpeningIDs = activeOpenings(context.target->id, input.currency, *this);
+    PostingRows rows{.entryID = act.entryID,
+                     .today = act.today,
+                     .now = act.now,
+                     .member = actorOf(act, *this),
+                     .settings = settings,
+                     .source = named(accounts, input.sourceAccountID),
+                     .target = named(accounts, input.targetAccountID),
+                     .category = named(categories, input.categoryID),
+                     .original = refundOriginal(input, *this),
+                     .referenceUsed = isReferenceUsed(EntryReference::of(input), *this),
+                     .activeOpeningIDs = {},
+                     .attachments = {}};
+    if (input.kind == EntryKind::opening && rows.target)
+        rows.activeOpeningIDs = activeOpenings(rows.target->id, input.currency, *this);
     for (const auto& id : input.attachmentIDs) {
         if (const auto* const attachment = byID(attachments, id))
-            context.attachments.push_back(*attachment);
+            rows.attachments.push_back(*attachment);
     }
-    return context;
+    return rows;
 }
 
-ReversalContext Books::contextOf(std::string_view originalID, const BookAct& act) const
+ReversalRows Books::rowsOf(std::string_view originalID, const BookAct& act) const
 {
-    ReversalContext context{.entryID = act.entryID,
-                            .today = act.today,
-                            .now = act.now,
-                            .member = actorOf(act, *this),
-                            .settings = settings,
-                            .original = std::nullopt,
-                            .accounts = {},
-                            .refundsExist = false};
+    ReversalRows rows{.entryID = act.entryID,
+                      .today = act.today,
+                      .now = act.now,
+                      .member = actorOf(act, *this),
+                      .settings = settings,
+                      .original = std::nullopt,
+                      .accounts = {},
+                      .refundsExist = false};
     if (const auto* const original = entry(originalID)) {
-        context.original = *original;
-        context.accounts = accountsOf(*original, *this);
-        context.refundsExist = std::ranges::any_of(entries, [&](const LedgerTransaction& each) {
+        rows.original = *original;
+        rows.accounts = accountsOf(*original, *this);
+        rows.refundsExist = std::ranges::any_of(entries, [&](const LedgerTransaction& each) {
             return isActiveRefund(each) && each.originalTransactionID == originalID;
         });
     }
-    return context;
+    return rows;
 }
 
 std::expected<void, Refusal> Books::record(const TransactionInput& input, const BookAct& act)
 {
-    auto change = decide(input, contextOf(input, act));
+    auto change = decide(input, rowsOf(input, act));
     if (!change)
         return std::unexpected(std::move(change.error()));
     apply(*change);
@@ -154,7 +157,7 @@ std::expected<void, Refusal> Books::record(const TransactionInput& input, const 
 
 std::expected<void, Refusal> Books::reverse(std::string_view originalID, const Reversal& command, const BookAct& act)
 {
-    auto change = decide(command, contextOf(originalID, act));
+    auto change = decide(command, rowsOf(originalID, act));
     if (!change)
         return std::unexpected(std::move(change.error()));
     apply(*change);

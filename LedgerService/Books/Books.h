@@ -13,8 +13,8 @@
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerCore/Domain/Records/Member.h"
 #include "LedgerService/Books/EntryChange.h"
-#include "LedgerService/Books/PostingContext.h"
-#include "LedgerService/Books/ReversalContext.h"
+#include "LedgerService/Books/PostingRows.h"
+#include "LedgerService/Books/ReversalRows.h"
 
 namespace LedgerService {
 
@@ -42,8 +42,8 @@ struct Books {
     [[nodiscard]] const LedgerTransaction* entry(std::string_view id) const;
 
     /// The rows that the command names. The acting member is one of `members`.
-    [[nodiscard]] PostingContext contextOf(const TransactionInput& input, const BookAct& act) const;
-    [[nodiscard]] ReversalContext contextOf(std::string_view originalID, const BookAct& act) const;
+    [[nodiscard]] PostingRows rowsOf(const TransactionInput& input, const BookAct& act) const;
+    [[nodiscard]] ReversalRows rowsOf(std::string_view originalID, const BookAct& act) const;
 
     /// Decides the command and applies what was decided; the recorded entry is the last of `entries`.
     std::expected<void, Refusal> record(const TransactionInput& input, const BookAct& act);

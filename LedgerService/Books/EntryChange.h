@@ -1,21 +1,11 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
 #include <vector>
 
+#include "LedgerCore/Domain/Entries/BalanceRules.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 
 namespace LedgerService {
-
-/// What an account holds in one currency once a change is applied.
-struct BalanceAfter {
-    std::string accountID;
-    std::string currency;
-    std::int64_t balanceMinor = 0;
-
-    bool operator==(const BalanceAfter&) const = default;
-};
 
 /// A decided command: all that must be written, in one transaction. Besides the entry and the balances this means
 /// linking each of `entry.attachmentIDs` to the entry and, when `entry.reversalOf` is set, marking that entry as

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 
-#include "LedgerService/Books/PostingContext.h"
-#include "LedgerService/Books/ReversalContext.h"
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
+#include "LedgerCore/Domain/Entries/EntryReference.h"
+#include "LedgerService/Books/PostingRows.h"
+#include "LedgerService/Books/ReversalRows.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
 #include "LedgerService/Storage/Rows/AttachmentRepository.h"
@@ -16,9 +18,6 @@ namespace LedgerService {
 namespace {
 
 using EntryCommands::Act;
-
-/// The books refuse commands with more receipts unseen, so that no more are looked up.
-constexpr std::size_t maximumReceiptsRead = 32;
 
 std::optional<Account> accountOf(const Act& act, const std::optional<std::string>& id)
 {
@@ -55,7 +54,7 @@ std::vector<Attachment> attachmentsOf(const Act& act, const std::vector<std::str
 {
     std::vector<Attachment> attachments;
     for (const auto& id : ids) {
-        if (attachments.size() == maximumReceiptsRead)
+        if (attachments.size() == EntryLimits::receipts) // a command with more is refused whatever they are
             break;
         if (auto attachment = AttachmentRepository::find(act.connection, act.companyID, id))
             attachments.push_back(*std::move(attachment));
@@ -63,41 +62,41 @@ std::vector<Attachment> attachmentsOf(const Act& act, const std::vector<std::str
     return attachments;
 }
 
-PostingContext contextOf(const Act& act, const TransactionInput& input)
+PostingRows rowsOf(const Act& act, const TransactionInput& input)
 {
-    PostingContext context;
-    context.entryID = Random::identifier();
-    context.today = act.today;
-    context.now = act.now;
-    context.member = act.member;
-    context.settings = CompanyRepository::settings(act.connection, act.companyID);
-    context.source = accountOf(act, input.sourceAccountID);
-    context.target = accountOf(act, input.targetAccountID);
+    PostingRows rows;
+    rows.entryID = Random::identifier();
+    rows.today = act.today;
+    rows.now = act.now;
+    rows.member = act.member;
+    rows.settings = CompanyRepository::settings(act.connection, act.companyID);
+    rows.source = accountOf(act, input.sourceAccountID);
+    rows.target = accountOf(act, input.targetAccountID);
     if (input.categoryID)
-        context.category = CategoryRepository::find(act.connection, act.companyID, *input.categoryID);
-    context.original = originalOf(act, input.originalTransactionID);
-    if (const auto reference = refundReference(input); !reference.empty())
-        context.referenceUsed = EntryRepository::isReferenceUsed(act.connection, act.companyID, reference);
-    if (input.kind == EntryKind::opening && context.target)
-        context.activeOpeningIDs =
-            EntryRepository::activeOpeningIDs(act.connection, act.companyID, context.target->id, input.currency);
-    context.attachments = attachmentsOf(act, input.attachmentIDs);
-    return context;
+        rows.category = CategoryRepository::find(act.connection, act.companyID, *input.categoryID);
+    rows.original = originalOf(act, input.originalTransactionID);
+    if (const auto reference = EntryReference::of(input); !reference.empty())
+        rows.referenceUsed = EntryRepository::isReferenceUsed(act.connection, act.companyID, reference);
+    if (input.kind == EntryKind::opening && rows.target)
+        rows.activeOpeningIDs =
+            EntryRepository::activeOpeningIDs(act.connection, act.companyID, rows.target->id, input.currency);
+    rows.attachments = attachmentsOf(act, input.attachmentIDs);
+    return rows;
 }
 
-ReversalContext contextOf(const Act& act, std::string_view originalID)
+ReversalRows rowsOf(const Act& act, std::string_view originalID)
 {
-    ReversalContext context;
-    context.entryID = Random::identifier();
-    context.today = act.today;
-    context.now = act.now;
-    context.member = act.member;
-    context.settings = CompanyRepository::settings(act.connection, act.companyID);
-    context.original = EntryRepository::find(act.connection, act.companyID, originalID);
-    if (context.original)
-        context.accounts = accountsOf(act, *context.original);
-    context.refundsExist = EntryRepository::hasOpenRefunds(act.connection, act.companyID, originalID);
-    return context;
+    ReversalRows rows;
+    rows.entryID = Random::identifier();
+    rows.today = act.today;
+    rows.now = act.now;
+    rows.member = act.member;
+    rows.settings = CompanyRepository::settings(act.connection, act.companyID);
+    rows.original = EntryRepository::find(act.connection, act.companyID, originalID);
+    if (rows.original)
+        rows.accounts = accountsOf(act, *rows.original);
+    rows.refundsExist = EntryRepository::hasOpenRefunds(act.connection, act.companyID, originalID);
+    return rows;
 }
 
 std::expected<LedgerTransaction, Refusal> apply(const Act& act, std::expected<EntryChange, Refusal> change)
@@ -115,13 +114,13 @@ std::expected<LedgerTransaction, Refusal> apply(const Act& act, std::expected<En
 
 std::expected<LedgerTransaction, Refusal> EntryCommands::post(const Act& act, const TransactionInput& input)
 {
-    return apply(act, decide(input, contextOf(act, input)));
+    return apply(act, decide(input, rowsOf(act, input)));
 }
 
 std::expected<LedgerTransaction, Refusal> EntryCommands::reverse(const Act& act, std::string_view originalID,
                                                                  const Reversal& command)
 {
-    return apply(act, decide(command, contextOf(act, originalID)));
+    return apply(act, decide(command, rowsOf(act, originalID)));
 }
 
 }

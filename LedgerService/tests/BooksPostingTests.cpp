@@ -29,7 +29,7 @@ class AcceptedEntry : public testing::TestWithParam<AcceptedCase> {};
 TEST_P(AcceptedEntry, MovesMoneyAndBalances)
 {
     const auto& each = GetParam();
-    const auto change = decide(each.input, books().contextOf(each.input, actBy(each.memberID, "e7")));
+    const auto change = decide(each.input, books().rowsOf(each.input, actBy(each.memberID, "e7")));
     ASSERT_TRUE(change) << change.error().message;
     EXPECT_EQ(change->entry.id, "e7");
     EXPECT_EQ(change->entry.memberID, each.memberID);
@@ -88,7 +88,7 @@ TEST(Posting, KeepsWhatTheCommandSaysAboutTheEntry)
     input.note = "Damaged parcel";
     input.externalReference = "  BNI 7731 ";
     input.transferPurpose = "";
-    const auto change = decide(input, books().contextOf(input, actBy("mira")));
+    const auto change = decide(input, books().rowsOf(input, actBy("mira")));
     ASSERT_TRUE(change) << change.error().message;
     EXPECT_EQ(change->entry.kind, "refund");
     EXPECT_EQ(change->entry.date, "2026-03-09");

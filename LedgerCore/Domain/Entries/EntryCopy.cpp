@@ -125,7 +125,7 @@ const WordTable& EntryCopy::words()
         {"available", "可用", "Tersedia", "Khả dụng", "Available"},
         {"selectCurrency", "选择币种", "Pilih mata uang", "Chọn loại tiền tệ", "Select currency"},
         {"enterAmount", "输入金额", "Masukkan jumlah", "Nhập số tiền", "Enter amount"},
-        {"editNote", "编辑备注", "Edit catatan", "Sửa ghi chú", "Edit note"},
+        {"editNote", "编辑备注", "Edit keterangan", "Sửa ghi chú", "Edit note"},
         {"editDate", "编辑日期", "Edit tanggal", "Sửa ngày", "Edit date"},
         {"closeEditor", "关闭编辑", "Tutup penyuntingan", "Đóng chỉnh sửa", "Close editor"},
         {"accountRequired", "请选择资金账户和币种。", "Pilih rekening dana dan mata uang.",

@@ -2,24 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <unordered_map>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
-#include "LedgerCore/Domain/Money/Money.h"
 
 namespace {
-
-/// The account behind a destination that the member does not see, as far as rules about it need it.
-Account standIn(const TransferDestination& destination)
-{
-    Account account;
-    account.id = destination.id;
-    account.name = destination.name;
-    account.currencies = destination.currencies;
-    if (destination.allowsFunding)
-        account.purpose = AccountPurpose::employee;
-    return account;
-}
 
 std::optional<EntryDestination> transferInto(const Account& destination, const Account& source, const Member& member,
                                              std::string_view currency)
@@ -41,12 +27,8 @@ std::vector<EntryDestination> transferDestinations(const LedgerSnapshot& snapsho
             options.push_back(std::move(*offered));
         }
     }
-    if (!snapshot.transferDestinations)
-        return options;
-    for (const auto& unseen : *snapshot.transferDestinations) {
-        if (snapshot.account(unseen.id))
-            continue;
-        if (auto offered = transferInto(standIn(unseen), source, snapshot.currentMember, currency))
+    for (const auto& unseen : VisibleBooks{snapshot}.unseenDestinations()) {
+        if (auto offered = transferInto(unseen, source, snapshot.currentMember, currency))
             options.push_back(std::move(*offered));
     }
     return options;
@@ -60,17 +42,6 @@ std::vector<EntryDestination> exchangeDestinations(const LedgerSnapshot& snapsho
             options.push_back({account->id, account->name, account->currencies, account, std::nullopt});
     }
     return options;
-}
-
-/// What an entry moves in one currency, over all its legs.
-std::int64_t movedMinor(const LedgerTransaction& entry, std::string_view currency)
-{
-    std::int64_t sum = 0;
-    for (const auto& leg : entry.legs) {
-        if (leg.currency == currency)
-            sum = Money::add(sum, leg.amountMinor).value_or(sum);
-    }
-    return sum;
 }
 
 }
@@ -124,33 +95,25 @@ std::vector<EntryDestination> EntryRules::destinations(const LedgerSnapshot& sna
     return transferDestinations(snapshot, *source, draft.currency);
 }
 
-std::vector<RefundableIncome> EntryRules::refundableIncomes(const LedgerSnapshot& snapshot, std::string_view currency)
+std::vector<RefundableIncome> EntryRules::refundableIncomes(const VisibleBooks& books, std::string_view currency)
 {
-    std::unordered_map<std::string_view, std::int64_t> refunded; // zero or below, as refunds leave the account
-    for (const auto& entry : snapshot.transactions) {
-        if (entry.kind == EntryKind::refund && !entry.reversedBy && entry.originalTransactionID) {
-            auto& sum = refunded[*entry.originalTransactionID];
-            sum = Money::add(sum, movedMinor(entry, currency)).value_or(sum);
-        }
-    }
     std::vector<RefundableIncome> open;
-    for (const auto* income : LedgerEntryAccess::refundableIncomes(snapshot, currency)) {
-        const auto found = refunded.find(income->id);
+    for (const auto* income : LedgerEntryAccess::refundableIncomes(books.snapshot(), currency)) {
         const auto remaining =
-            Money::add(movedMinor(*income, currency), found == refunded.end() ? 0 : found->second).value_or(0);
+            PostingRules::receivedMinor(*income, currency) - books.refundedMinor(income->id, currency);
         if (remaining > 0)
             open.push_back({income, remaining});
     }
     return open;
 }
 
-std::optional<std::int64_t> EntryRules::reserve(const LedgerSnapshot& snapshot, const Account& account,
+std::vector<RefundableIncome> EntryRules::refundableIncomes(const LedgerSnapshot& snapshot, std::string_view currency)
+{
+    return refundableIncomes(VisibleBooks{snapshot}, currency);
+}
+
+std::optional<std::int64_t> EntryRules::reserve(const VisibleBooks& books, const Account& account,
                                                 std::string_view currency)
 {
-    if (account.balances.contains(currency))
-        return account.balance(currency);
-    const auto moves = [&](const LedgerLeg& leg) { return leg.accountID == account.id && leg.currency == currency; };
-    const bool moved = std::ranges::any_of(snapshot.transactions,
-                                           [&](const auto& entry) { return std::ranges::any_of(entry.legs, moves); });
-    return moved ? std::nullopt : std::optional<std::int64_t>{0};
+    return books.isBalanceKnown(account, currency) ? std::optional{account.balance(currency)} : std::nullopt;
 }

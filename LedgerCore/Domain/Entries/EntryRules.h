@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Entries/EntryProblem.h"
+#include "LedgerCore/Domain/Entries/PostingRules.h"
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
+#include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 
@@ -28,7 +30,8 @@ struct RefundableIncome {
     std::int64_t remainingMinor = 0;          // minor units; above zero
 };
 
-/// How the entry form offers accounts and turns a draft into the command that records it. Pure.
+/// How the entry form offers accounts and turns a draft into the command that records it. Pure. Whether the command
+/// can be recorded is decided by `PostingRules`.
 namespace EntryRules {
 
 /// `current` while it is on offer, else nothing: another destination is never picked.
@@ -51,17 +54,27 @@ std::vector<std::string_view> availableKinds(const LedgerSnapshot& snapshot);
 std::vector<EntryDestination> destinations(const LedgerSnapshot& snapshot, const TransactionDraft& draft);
 
 /// Incomes that a refund in this currency may name, in snapshot order, without those that are paid back in full.
+std::vector<RefundableIncome> refundableIncomes(const VisibleBooks& books, std::string_view currency);
 std::vector<RefundableIncome> refundableIncomes(const LedgerSnapshot& snapshot, std::string_view currency);
 
 /// The petty cash that an employee's account can still pay out: its balance, with nothing held back. Unknown when the
 /// account names no balance although visible entries move the currency on it.
-std::optional<std::int64_t> reserve(const LedgerSnapshot& snapshot, const Account& account, std::string_view currency);
+std::optional<std::int64_t> reserve(const VisibleBooks& books, const Account& account, std::string_view currency);
 
-/// The command that records the draft, or everything that keeps it from being recorded, one problem a field at most.
-/// Order of checks: account and currency; destination; amount (blank or not above zero, then its form, then petty
-/// cash, then the limit of both balances); amount received; category; original income; opening balance. A check whose
-/// ground is missing (an amount without a currency) is left out until the ground is there.
+/// The command that the draft stands for, as far as it can be read: amounts that cannot are left at zero.
+TransactionInput command(const TransactionDraft& draft, const VisibleBooks& books, std::string_view locale);
+
+/// The command that records the draft, or everything that keeps it from being recorded, one problem a field at most, in
+/// the order of the fields: amounts that cannot be read, and what `PostingRules` refuses. A check whose ground is
+/// missing (an amount without a currency) is left out until the ground is there. Cheap enough for every key.
+std::expected<TransactionInput, std::vector<EntryProblem>>
+input(const TransactionDraft& draft, const VisibleBooks& books, std::string_view today, std::string_view locale);
+
+/// The same for a single question, with the draft's own day as today.
 std::expected<TransactionInput, std::vector<EntryProblem>>
 input(const TransactionDraft& draft, const LedgerSnapshot& snapshot, std::string_view locale);
+
+/// What the person reads about a refusal of the command.
+EntryProblem problem(const PostingRefusal& refusal, const TransactionInput& input, const PostingContext& context);
 
 }

@@ -1,262 +1,165 @@
 #include <algorithm>
+#include <utility>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
-#include "LedgerCore/Domain/Categories/CategoryDirectory.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
 
-/// Judges one draft against one snapshot, field by field, and keeps what it learned for the command.
-class DraftCheck {
-public:
-    DraftCheck(const TransactionDraft& draft, const LedgerSnapshot& snapshot, std::string_view locale)
-        : m_draft(draft), m_snapshot(snapshot), m_locale(locale)
-    {
-    }
+using Problems = std::vector<EntryProblem>;
 
-    std::vector<EntryProblem> problems();
-    [[nodiscard]] TransactionInput input() const;
-
-private:
-    void checkAccount();
-    void checkDestination();
-    void checkAmount();
-    void checkReserve();
-    void checkLimit();
-    void checkTargetAmount();
-    void checkCategory();
-    void checkOriginal();
-    void checkOpening();
-
-    [[nodiscard]] std::optional<std::int64_t> positiveAmount(EntryField field, std::string_view text,
-                                                             std::string_view currency);
-    [[nodiscard]] bool clear(EntryField field) const;
-    void refuse(EntryField field, decltype(EntryProblem::reason) reason);
-
-    const TransactionDraft& m_draft;
-    const LedgerSnapshot& m_snapshot;
-    std::string_view m_locale;
-    const Account* m_account = nullptr;
-    std::optional<EntryDestination> m_destination;
-    std::int64_t m_amountMinor = 0; // positive once it is read
-    std::optional<std::int64_t> m_targetAmount;
-    std::string m_date;
-    std::vector<EntryProblem> m_problems;
-};
-
-bool staysWithinLimit(const Account& account, std::string_view currency, std::int64_t change)
+std::expected<std::int64_t, MoneyError> amountOf(std::string_view text, std::string_view currency,
+                                                 std::string_view locale)
 {
-    const auto after = Money::add(account.balance(currency), change);
-    return after && Money::isWithinLimit(*after);
+    if (currency.empty() || TextFold::trimmed(text).empty())
+        return 0;
+    return Money::parse(text, currency, locale);
 }
 
-bool contains(const std::vector<std::string>& currencies, std::string_view currency)
+/// The day that an opening is booked on is not the draft's to choose.
+std::string dayOf(const TransactionDraft& draft, const LedgerSnapshot& snapshot)
 {
-    return std::ranges::find(currencies, currency) != currencies.end();
+    if (draft.kind != EntryKind::opening)
+        return draft.date;
+    return OpeningBalancePolicy::recordingDate(snapshot, draft.date).value_or(draft.date);
 }
 
-bool DraftCheck::clear(EntryField field) const
+/// The purpose that the accounts of a transfer give it.
+std::optional<std::string> purposeOf(const TransactionDraft& draft, const VisibleBooks& books)
 {
-    return std::ranges::find(m_problems, field, &EntryProblem::field) == m_problems.end();
+    const auto* const source = draft.source ? books.account(*draft.source) : nullptr;
+    const auto* const target = draft.target ? books.destination(*draft.target) : nullptr;
+    if (draft.kind != EntryKind::transfer || !source || !target)
+        return std::nullopt;
+    const auto purpose = LedgerEntryAccess::transferPurpose(*source, *target);
+    return purpose ? std::optional<std::string>{*purpose} : std::nullopt;
 }
 
 /// The first problem of a field stands.
-void DraftCheck::refuse(EntryField field, decltype(EntryProblem::reason) reason)
+void add(Problems& problems, EntryProblem problem)
 {
-    if (clear(field))
-        m_problems.push_back({field, std::move(reason)});
+    if (std::ranges::find(problems, problem.field, &EntryProblem::field) == problems.end())
+        problems.push_back(std::move(problem));
 }
 
-std::vector<EntryProblem> DraftCheck::problems()
+/// An amount that cannot be read has its own problem; one without a currency cannot be judged yet.
+void addUnread(Problems& problems, EntryField field, std::string_view text, std::string_view currency,
+               std::string_view locale)
 {
-    m_date = m_draft.date;
-    checkAccount();
-    if (m_draft.hasDestination())
-        checkDestination();
-    checkAmount();
-    if (m_draft.kind == EntryKind::exchange)
-        checkTargetAmount();
-    if (m_draft.hasCategory())
-        checkCategory();
-    if (m_draft.kind == EntryKind::refund)
-        checkOriginal();
-    if (m_draft.kind == EntryKind::opening)
-        checkOpening();
-    return m_problems;
+    const auto minor = amountOf(text, currency, locale);
+    if (!minor)
+        problems.push_back({field, minor.error()});
 }
 
-void DraftCheck::checkAccount()
+bool awaitsCurrency(const EntryProblem& problem, const TransactionDraft& draft)
 {
-    const auto& id = m_draft.primaryAccount();
-    if (!id || id->empty())
-        return refuse(EntryField::account, EntryValidationError{EntryValidationError::AccountRequired{}});
-    const auto offered = LedgerEntryAccess::accounts(m_snapshot, m_draft.kind);
-    const auto found = std::ranges::find(offered, *id, &Account::id);
-    if (found == offered.end())
-        return refuse(EntryField::account, EntryObstacle::accountUnavailable);
-    if (!(*found)->holds(m_draft.currency))
-        return refuse(EntryField::account, EntryValidationError{EntryValidationError::AccountRequired{}});
-    m_account = *found;
+    const auto waits = [](std::string_view text, std::string_view currency) {
+        return currency.empty() && !TextFold::trimmed(text).empty();
+    };
+    return (problem.field == EntryField::amount && waits(draft.amount, draft.currency)) ||
+           (problem.field == EntryField::targetAmount && waits(draft.targetAmount, draft.targetCurrency));
 }
 
-void DraftCheck::checkDestination()
+Problems problemsOf(const TransactionDraft& draft, const TransactionInput& input, const PostingContext& context,
+                    std::string_view locale)
 {
-    const auto options = EntryRules::destinations(m_snapshot, m_draft);
-    const auto kept = EntryRules::retainedTarget(m_draft.target, options);
-    if (!kept)
-        return refuse(EntryField::destination, EntryValidationError{EntryValidationError::DestinationRequired{}});
-    m_destination = *std::ranges::find(options, *kept, &EntryDestination::id);
-    if (m_draft.kind != EntryKind::exchange)
-        return;
-    if (!contains(m_destination->currencies, m_draft.targetCurrency))
-        return refuse(EntryField::destination, EntryValidationError{EntryValidationError::AccountRequired{}});
-    if (m_draft.targetCurrency == m_draft.currency)
-        refuse(EntryField::destination, EntryObstacle::sameCurrency);
+    Problems problems;
+    addUnread(problems, EntryField::amount, draft.amount, draft.currency, locale);
+    if (draft.kind == EntryKind::exchange)
+        addUnread(problems, EntryField::targetAmount, draft.targetAmount, draft.targetCurrency, locale);
+    for (const auto& refusal : PostingRules::refusals(input, context))
+        add(problems, EntryRules::problem(refusal, input, context));
+    if (draft.kind == EntryKind::opening && !context.start.empty() && !LedgerDay::isValid(context.start))
+        add(problems, {EntryField::account, PostingReason::startUnreadable});
+    std::erase_if(problems, [&](const EntryProblem& each) { return awaitsCurrency(each, draft); });
+    std::ranges::sort(problems, {}, &EntryProblem::field);
+    return problems;
 }
 
-std::optional<std::int64_t> DraftCheck::positiveAmount(EntryField field, std::string_view text,
-                                                       std::string_view currency)
-{
-    const EntryValidationError needed{EntryValidationError::PositiveAmount{}};
-    if (TextFold::trimmed(text).empty()) {
-        refuse(field, needed);
-        return std::nullopt;
-    }
-    if (currency.empty())
-        return std::nullopt;
-    const auto minor = Money::parse(text, currency, m_locale);
-    if (minor && *minor > 0)
-        return *minor;
-    if (minor)
-        refuse(field, needed);
-    else
-        refuse(field, minor.error());
-    return std::nullopt;
 }
 
-void DraftCheck::checkAmount()
-{
-    m_amountMinor = positiveAmount(EntryField::amount, m_draft.amount, m_draft.currency).value_or(0);
-    if (m_amountMinor == 0 || !m_account)
-        return;
-    if (!m_draft.onlyArrives() && m_account->isEmployeeFund())
-        checkReserve();
-    checkLimit();
-}
-
-void DraftCheck::checkReserve()
-{
-    const auto available = EntryRules::reserve(m_snapshot, *m_account, m_draft.currency);
-    if (!available)
-        refuse(EntryField::amount, EntryValidationError{EntryValidationError::ReserveUnknown{m_draft.currency}});
-    else if (m_amountMinor > *available)
-        refuse(EntryField::amount,
-               EntryValidationError{EntryValidationError::ReserveInsufficient{*available, m_draft.currency}});
-}
-
-void DraftCheck::checkLimit()
-{
-    const auto change = m_draft.onlyArrives() ? m_amountMinor : -m_amountMinor;
-    const auto* const receiving = m_draft.kind == EntryKind::transfer && m_destination ? m_destination->seen : nullptr;
-    if (!staysWithinLimit(*m_account, m_draft.currency, change) ||
-        (receiving && !staysWithinLimit(*receiving, m_draft.currency, m_amountMinor)))
-        refuse(EntryField::amount, EntryObstacle::balanceLimit);
-}
-
-void DraftCheck::checkTargetAmount()
-{
-    m_targetAmount = positiveAmount(EntryField::targetAmount, m_draft.targetAmount, m_draft.targetCurrency);
-    if (m_targetAmount && m_destination && m_destination->seen &&
-        !staysWithinLimit(*m_destination->seen, m_draft.targetCurrency, *m_targetAmount))
-        refuse(EntryField::targetAmount, EntryObstacle::balanceLimit);
-}
-
-void DraftCheck::checkCategory()
-{
-    if (!m_draft.categoryID || m_draft.categoryID->empty())
-        return refuse(EntryField::category, EntryValidationError{EntryValidationError::CategoryRequired{}});
-    const CategoryDirectory directory{m_snapshot.categories};
-    const auto* const category = directory.find(*m_draft.categoryID);
-    if (!category || category->archived || category->kind != m_draft.kind)
-        refuse(EntryField::category, EntryObstacle::categoryUnavailable);
-}
-
-void DraftCheck::checkOriginal()
-{
-    if (!m_draft.originalIncomeID) {
-        if (TextFold::trimmed(m_draft.refundReference).empty())
-            refuse(EntryField::original, EntryObstacle::originalRequired);
-        return;
-    }
-    const auto open = EntryRules::refundableIncomes(m_snapshot, m_draft.currency);
-    const auto found =
-        std::ranges::find(open, *m_draft.originalIncomeID, [](const RefundableIncome& each) { return each.entry->id; });
-    if (found == open.end())
-        refuse(EntryField::original, EntryObstacle::originalUnavailable);
-    else if (m_amountMinor > found->remainingMinor)
-        refuse(EntryField::amount, RefundLimit{found->remainingMinor, m_draft.currency});
-}
-
-void DraftCheck::checkOpening()
-{
-    using enum OpeningBalancePolicy::Refusal;
-    const auto day = OpeningBalancePolicy::recordingDate(m_snapshot, m_draft.date);
-    if (day)
-        m_date = *day;
-    else
-        refuse(EntryField::account, EntryObstacle::openingDateUnreadable);
-    if (!m_account)
-        return;
-    const auto refusal = OpeningBalancePolicy::whyNot(m_snapshot, m_account->id, m_draft.currency);
-    if (refusal == alreadyOpened)
-        refuse(EntryField::account, EntryObstacle::openingExists);
-    else if (refusal == historyIncomplete)
-        refuse(EntryField::account, EntryObstacle::openingUnverifiable);
-    else if (refusal)
-        refuse(EntryField::account, EntryObstacle::accountUnavailable);
-}
-
-TransactionInput DraftCheck::input() const
+TransactionInput EntryRules::command(const TransactionDraft& draft, const VisibleBooks& books, std::string_view locale)
 {
     TransactionInput input;
-    input.kind = m_draft.kind;
-    input.date = m_date;
-    input.note = TextFold::trimmed(m_draft.note);
-    input.currency = m_draft.currency;
-    input.amountMinor = m_amountMinor;
-    input.attachmentIDs = m_draft.attachments;
-    input.idempotencyKey = m_draft.idempotencyKey;
-    (m_draft.onlyArrives() ? input.targetAccountID : input.sourceAccountID) = m_account->id;
-    if (m_draft.hasCategory())
-        input.categoryID = m_draft.categoryID;
-    if (m_destination) {
-        input.targetAccountID = m_destination->id;
-        input.transferPurpose = m_destination->transferPurpose;
+    input.kind = draft.kind;
+    input.date = dayOf(draft, books.snapshot());
+    input.note = TextFold::trimmed(draft.note);
+    input.currency = draft.currency;
+    input.amountMinor = amountOf(draft.amount, draft.currency, locale).value_or(0);
+    input.attachmentIDs = draft.attachments;
+    input.idempotencyKey = draft.idempotencyKey;
+    (draft.onlyArrives() ? input.targetAccountID : input.sourceAccountID) = draft.primaryAccount();
+    if (draft.hasCategory())
+        input.categoryID = draft.categoryID;
+    if (draft.hasDestination())
+        input.targetAccountID = draft.target;
+    input.transferPurpose = purposeOf(draft, books);
+    if (draft.kind == EntryKind::exchange) {
+        input.targetCurrency = draft.targetCurrency;
+        input.targetAmountMinor = amountOf(draft.targetAmount, draft.targetCurrency, locale).value_or(0);
     }
-    if (m_draft.kind == EntryKind::exchange) {
-        input.targetCurrency = m_draft.targetCurrency;
-        input.targetAmountMinor = m_targetAmount;
-    }
-    if (m_draft.kind == EntryKind::refund) {
-        input.originalTransactionID = m_draft.originalIncomeID;
-        if (const auto reference = TextFold::trimmed(m_draft.refundReference); !reference.empty())
+    if (draft.kind == EntryKind::refund) {
+        input.originalTransactionID = draft.originalIncomeID;
+        if (const auto reference = TextFold::trimmed(draft.refundReference); !reference.empty())
             input.externalReference = std::string{reference};
     }
     return input;
 }
 
+std::expected<TransactionInput, Problems> EntryRules::input(const TransactionDraft& draft, const VisibleBooks& books,
+                                                            std::string_view today, std::string_view locale)
+{
+    auto input = command(draft, books, locale);
+    const auto context = PostingRules::contextOf(input, books, today);
+    if (auto problems = problemsOf(draft, input, context, locale); !problems.empty())
+        return std::unexpected(std::move(problems));
+    return input;
 }
 
-std::expected<TransactionInput, std::vector<EntryProblem>>
-EntryRules::input(const TransactionDraft& draft, const LedgerSnapshot& snapshot, std::string_view locale)
+std::expected<TransactionInput, Problems> EntryRules::input(const TransactionDraft& draft,
+                                                            const LedgerSnapshot& snapshot, std::string_view locale)
 {
-    DraftCheck check{draft, snapshot, locale};
-    if (auto problems = check.problems(); !problems.empty()) {
-        std::ranges::sort(problems, {}, &EntryProblem::field);
-        return std::unexpected(std::move(problems));
+    return input(draft, VisibleBooks{snapshot}, draft.date, locale);
+}
+
+EntryProblem EntryRules::problem(const PostingRefusal& refusal, const TransactionInput& input,
+                                 const PostingContext& context)
+{
+    using Error = EntryValidationError;
+    const auto field = refusal.field;
+    const bool isExchange = input.kind == EntryKind::exchange;
+    switch (refusal.reason) {
+    case PostingReason::missing:
+        if (field == EntryField::account)
+            return {field, Error{Error::AccountRequired{}}};
+        if (field == EntryField::category)
+            return {field, Error{Error::CategoryRequired{}}};
+        return {field, Error{Error::DestinationRequired{}}};
+    case PostingReason::currencyMissing:
+    case PostingReason::currencyNotHeld:
+        if (field == EntryField::destination && !isExchange)
+            return {field, Error{Error::DestinationRequired{}}};
+        return {field, Error{Error::AccountRequired{}}};
+    case PostingReason::notPositive:
+        return {field, Error{Error::PositiveAmount{}}};
+    case PostingReason::tooLarge:
+        return {field, MoneyError::outOfRange};
+    case PostingReason::insufficientFunds:
+        return {field, Error{Error::ReserveInsufficient{context.source->balance(input.currency), input.currency}}};
+    case PostingReason::reserveUnknown:
+        return {field, Error{Error::ReserveUnknown{input.currency}}};
+    case PostingReason::refundLimit: {
+        const auto received = PostingRules::receivedMinor(*context.original, input.currency);
+        return {field, RefundLimit{received - context.refundedMinor, input.currency}};
     }
-    return check.input();
+    default:
+        break;
+    }
+    if (field == EntryField::destination && refusal.reason != PostingReason::sameCurrency)
+        return {field, Error{Error::DestinationRequired{}}};
+    return {field, refusal.reason};
 }

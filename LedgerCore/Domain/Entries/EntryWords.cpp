@@ -92,7 +92,7 @@ const WordTable& EntryWords::words()
          "Same-currency transfer with equal amounts on both sides"},
         {"chooseAccount", "选择支持该币种的账户", "Pilih rekening yang mendukung mata uang ini",
          "Chọn tài khoản hỗ trợ loại tiền tệ này", "Choose an account that supports this currency"},
-        {"optionalNote", "备注（选填）", "Catatan (opsional)", "Ghi chú (không bắt buộc)", "Note (optional)"},
+        {"optionalNote", "备注（选填）", "Keterangan (opsional)", "Ghi chú (không bắt buộc)", "Note (optional)"},
         {"afterSaving", "保存后余额", "Saldo setelah disimpan", "Số dư sau khi lưu", "Balance after saving"},
         {"noTarget", "没有支持该币种的转入账户", "Tidak ada rekening tujuan yang mendukung mata uang ini",
          "Không có tài khoản đích nào hỗ trợ loại tiền tệ này", "No destination account supports this currency"},

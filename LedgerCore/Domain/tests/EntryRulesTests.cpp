@@ -252,12 +252,12 @@ TEST(EntryRules, BookAnOpeningOnTheStartOfTheBooksOnce)
     auto opened = books().entry("o1", EntryKind::opening, "2024-01-01", {{"vault", "USD", 700}}).build();
     const auto second = EntryRules::input(opening(), opened, "en-US");
     ASSERT_FALSE(second.has_value());
-    EXPECT_EQ(second.error(), (std::vector<EntryProblem>{{EntryField::account, EntryObstacle::openingExists}}));
+    EXPECT_EQ(second.error(), (std::vector<EntryProblem>{{EntryField::account, PostingReason::openingExists}}));
 
     auto partly = books().income("i1", "2026-11-03", "vault", "USD", 700).balance("vault", "USD", 900).build();
     const auto unsure = EntryRules::input(opening(), partly, "en-US");
     ASSERT_FALSE(unsure.has_value());
-    EXPECT_EQ(unsure.error(), (std::vector<EntryProblem>{{EntryField::account, EntryObstacle::openingUnverifiable}}));
+    EXPECT_EQ(unsure.error(), (std::vector<EntryProblem>{{EntryField::account, PostingReason::historyIncomplete}}));
 }
 
 TEST(EntryRules, CountWhatAnIncomeCanStillRefund)
@@ -306,7 +306,7 @@ TEST(EntryRules, DoNotTrustAFloatWhoseBalanceIsMissing)
     ASSERT_FALSE(unknown.has_value());
     EXPECT_EQ(unknown.error(), (std::vector<EntryProblem>{{EntryField::amount, Error{Error::ReserveUnknown{"USD"}}}}));
     held.transactions.clear();
-    EXPECT_EQ(EntryRules::reserve(held, *held.account("float"), "USD"), 0);
+    EXPECT_EQ(EntryRules::reserve(VisibleBooks{held}, *held.account("float"), "USD"), 0);
 }
 
 TEST(EntryRules, OfferDestinationsOnceSeenOrNot)

@@ -9,7 +9,6 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerService/Books/BookDays.h"
 #include "LedgerService/Books/Demonstration/DemoBookkeeper.h"
 #include "LedgerService/Books/Demonstration/DemoPlan.h"
 
@@ -186,16 +185,23 @@ private:
     TransactionInput m_correct;       // what it should have been
 };
 
+sys_days dayOf(std::string_view day)
+{
+    const auto known = LedgerDay::parse(day);
+    require(known.has_value(), "the demonstration ends on a calendar day");
+    return sys_days{known.value_or(std::chrono::year_month_day{})};
+}
+
 }
 
 std::string DemoHistory::firstDay(std::string_view lastDay)
 {
-    return LedgerDay::format(firstMonth(BookDays::parsed(lastDay)) / std::chrono::day{1});
+    return LedgerDay::format(firstMonth(dayOf(lastDay)) / std::chrono::day{1});
 }
 
 void DemoHistory::write(Books& books, const DemoIds& ids, std::string_view locale, std::string_view lastDay)
 {
-    Schedule{books, ids, locale, BookDays::parsed(lastDay)}.run();
+    Schedule{books, ids, locale, dayOf(lastDay)}.run();
 }
 
 }

@@ -238,7 +238,7 @@ EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& s
     if (draft.primaryAccount() && !isOffered(snapshot, draft.kind, draft.primaryAccount())) {
         draft.primaryAccount().reset();
         forget(editing, EntryField::account);
-        editing.problems.push_back({EntryField::account, EntryObstacle::accountUnavailable});
+        editing.problems.push_back({EntryField::account, PostingReason::notFound});
     }
     keepOfferedTarget(editing, snapshot);
     if (draft.categoryID) {
@@ -246,7 +246,7 @@ EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& s
         if (found == snapshot.categories.end() || found->archived) {
             draft.categoryID.reset();
             forget(editing, EntryField::category);
-            editing.problems.push_back({EntryField::category, EntryObstacle::categoryUnavailable});
+            editing.problems.push_back({EntryField::category, PostingReason::notFound});
         }
     }
     return editing;
