@@ -185,6 +185,10 @@ QWidget* EntryFormBody::control(EntryField field) const
         return m_category->focusTarget();
     case EntryField::original:
         return m_original->focusTarget();
+    case EntryField::date:
+    case EntryField::note:
+    case EntryField::receipts:
+        return m_note;
     }
     return nullptr;
 }
