@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 #include <ranges>
+#include <tuple>
 
 #include <QAbstractItemView>
 #include <QAccessible>
@@ -19,6 +20,8 @@
 #include "LedgerUI/testing/ReadableText.h"
 
 namespace {
+
+constexpr int activationMilliseconds = 1000;
 
 QString accessibleText(QWidget& widget, QAccessible::Text kind)
 {
@@ -280,7 +283,8 @@ std::string ScreenDriver::spoken(std::string_view name) const
 {
     auto& control = find(name);
     auto text = accessibleText(control, QAccessible::Name);
-    if (const auto more = accessibleText(control, QAccessible::Description); !more.isEmpty())
+    // A tool tip counts as a description, also where it repeats the name: that is not spoken twice.
+    if (const auto more = accessibleText(control, QAccessible::Description); !more.isEmpty() && more != text)
         text += QStringLiteral(": ") + more;
     return text.toStdString();
 }
@@ -306,6 +310,7 @@ std::string ScreenDriver::focus() const
 {
     settle();
     giveBackTheTurn();
+    std::ignore = QTest::qWaitFor([] { return QApplication::activeWindow() != nullptr; }, activationMilliseconds);
     const auto* const focus = QApplication::focusWidget();
     if (!focus || !focus->isVisible() || focus->visibleRegion().isEmpty())
         return "nothing";

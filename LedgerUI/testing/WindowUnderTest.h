@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include <QMainWindow>
@@ -29,25 +28,6 @@ struct WindowUnderTest : StoreUnderTest {
     {
         window.activateWindow();
         waitUntil([this] { return window.isActiveWindow(); });
-    }
-
-    /// The visible widget of this name; the test ends when there is none.
-    template <class Widget = QWidget>
-    Widget* find(const char* name)
-    {
-        settle();
-        for (auto* each : window.findChildren<Widget*>(QString::fromLatin1(name))) {
-            if (each->isVisible())
-                return each;
-        }
-        require(false, std::string{"there is a visible "} + name);
-        return nullptr;
-    }
-
-    [[nodiscard]] bool shows(const char* name) const
-    {
-        const auto found = window.findChildren<QWidget*>(QString::fromLatin1(name));
-        return std::ranges::any_of(found, [](const auto* each) { return each->isVisible(); });
     }
 
     /// Changes the language as a person does, and waits until the texts have followed.

@@ -1,103 +1,181 @@
 #include "LedgerUI/Screens/Root/RootView.h"
 
-#include <QDialog>
-#include <QLabel>
+#include <algorithm>
+#include <array>
+
+#include <QLineEdit>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Components/Dialogs/FormDialog.h"
+#include "LedgerUI/Presentation/Text/KeyHelp.h"
+#include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {
 
-std::size_t openAlerts()
-{
-    const auto windows = QApplication::topLevelWidgets();
-    return static_cast<std::size_t>(std::ranges::count_if(windows, [](const QWidget* each) {
-        return each->isVisible() && each->objectName() == QStringLiteral("alertDialog");
-    }));
-}
+constexpr auto closeHint = "Return";
 
-void comeBack()
-{
-    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
-}
+class Root : public testing::Test {
+protected:
+    std::size_t openAlerts()
+    {
+        return static_cast<std::size_t>(std::ranges::count_if(
+            visibleWindows(), [](const QWidget* each) { return each->objectName() == QStringLiteral("alertDialog"); }));
+    }
+    void comeBack() { Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive); }
+    void failToRefresh()
+    {
+        under.server.replace("GET v1/snapshot", ServerReply::error(500, "internal"));
+        std::ignore = resultOf(under.store.refresh(true));
+    }
 
-}
-
-TEST(RootView, ShowsOneAlertHoweverManyFailuresFollow)
-{
     WindowUnderTest under;
+    ScreenDriver& screen = under.screen;
+};
+
+/// A form with a field in which something is typed.
+struct ChangedForm : FormDialog {
+    explicit ChangedForm(QWidget* parent) : FormDialog{parent}
+    {
+        auto* note = new QLineEdit;
+        note->setObjectName(QStringLiteral("formNote"));
+        setBody(note, 300);
+        setHasChanges([] { return true; });
+        open();
+    }
+};
+
+}
+
+TEST_F(Root, ShowsOneAlertHoweverManyFailuresFollow)
+{
     under.server.answer("POST v1/auth/login", ServerReply::error(401, "unauthorized"));
     under.server.answer("POST v1/demo", ServerReply::error(429, "rate_limited"));
     std::ignore = resultOf(under.store.login("a@example.com", "x"));
     EXPECT_EQ(openAlerts(), 1U);
     std::ignore = resultOf(under.store.startDemo("en-US", "owner"));
     EXPECT_EQ(openAlerts(), 1U);
-    EXPECT_EQ(under.find<QLabel>("messageText")->text(), qString(under.store.errorMessage().value_or("")));
+    EXPECT_EQ(screen.read("messageText"), under.store.errorMessage().value_or(""));
 
-    QTest::mouseClick(under.find("messageClose"), Qt::LeftButton);
+    screen.press("messageClose");
     EXPECT_EQ(openAlerts(), 0U);
     EXPECT_FALSE(under.store.errorMessage());
     EXPECT_FALSE(under.store.noticeMessage());
 }
 
-TEST(RootView, TellsOfAPendingApplicationAndClosesTheNotice)
+TEST_F(Root, TellsOfAPendingApplicationAndClosesTheNotice)
 {
-    WindowUnderTest under;
     under.server.answer("POST v1/auth/login",
                         ServerReply::json(R"({"status":"pending","applicationID":"a1","companyName":"Harbour",)"
                                           R"("email":"a@example.com"})"));
     std::ignore = resultOf(under.store.login("a@example.com", "x"));
     ASSERT_EQ(openAlerts(), 1U);
-    QTest::keyClick(under.find("alertDialog"), Qt::Key_Escape);
+    screen.keys("Esc");
+    EXPECT_EQ(openAlerts(), 0U);
     EXPECT_FALSE(under.store.noticeMessage());
-    EXPECT_TRUE(under.shows("signInView"));
+    EXPECT_TRUE(screen.shows("signInView"));
 }
 
-TEST(RootView, KeepsAMessageThatAClosingFormWouldTakeAway)
+TEST_F(Root, KeepsAnAlertUntilSomebodyHasClosedIt)
 {
-    WindowUnderTest under;
     under.signIn(SnapshotBuilder{});
-    FormDialog form{&under.window};
-    form.open();
-    waitUntil([&] { return QApplication::activeModalWidget() == &form; });
-    under.server.replace("GET v1/snapshot", ServerReply::error(500, "internal"));
-    std::ignore = resultOf(under.store.refresh(true));
-    ASSERT_EQ(openAlerts(), 1U);
+    failToRefresh();
+    const auto message = screen.read("messageText");
+    under.server.replace("GET v1/snapshot", ServerReply::json(SnapshotBuilder{}.companyName("Renamed").json()));
+    comeBack();
+    waitUntil([&] { return under.store.snapshot()->company.name == "Renamed" && !under.store.isBusy(); });
+    ASSERT_TRUE(screen.shows("alertDialog"));
+    EXPECT_EQ(screen.read("messageText"), message);
+    screen.keys(closeHint);
+    EXPECT_FALSE(screen.shows("alertDialog"));
+}
 
+TEST_F(Root, KeepsAMessageThatAClosingFormWouldTakeAway)
+{
+    under.signIn(SnapshotBuilder{});
+    ChangedForm form{&under.window};
+    screen.waitForFocus("formNote");
+    failToRefresh();
+    ASSERT_EQ(openAlerts(), 1U);
     form.leave();
     EXPECT_EQ(openAlerts(), 0U);
-    waitUntil([] { return openAlerts() == 1; });
-    EXPECT_TRUE(under.store.errorMessage());
-    QTest::mouseClick(under.find("messageClose"), Qt::LeftButton);
+    waitUntil([this] { return openAlerts() == 1; });
+    screen.press("messageClose");
     EXPECT_FALSE(under.store.errorMessage());
 }
 
-TEST(RootView, RefreshesOnReturnOnlyWhileSignedInAndIdle)
+TEST_F(Root, RefreshesOnReturnOnlyWhileSignedInAndIdle)
 {
-    WindowUnderTest under;
     comeBack();
     EXPECT_FALSE(under.store.isBusy());
 
     under.signIn(SnapshotBuilder{});
     under.server.replace("GET v1/snapshot", ServerReply::parked());
     comeBack();
-    waitUntil([&] { return under.server.parkedCount() == 1; });
+    waitUntil([this] { return under.server.parkedCount() == 1; });
     comeBack();
     under.server.release(ServerReply::json(SnapshotBuilder{}.companyName("Renamed Trading").json()));
-    waitUntil([&] { return !under.store.isBusy(); });
+    waitUntil([this] { return under.store.snapshot()->company.name == "Renamed Trading"; });
     EXPECT_EQ(under.server.requests("GET v1/snapshot").size(), 1U);
     EXPECT_FALSE(under.store.errorMessage());
-    EXPECT_EQ(under.store.snapshot()->company.name, "Renamed Trading");
 }
 
-TEST(RootView, GoesBackToSignInWhenTheSessionIsOver)
+TEST_F(Root, GoesBackToSignInWhenTheSessionIsOver)
 {
-    WindowUnderTest under;
     under.signIn(SnapshotBuilder{});
-    EXPECT_TRUE(under.shows("workspaceView"));
+    EXPECT_TRUE(screen.shows("workspaceView"));
     under.server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
     std::ignore = resultOf(under.store.refresh(true));
-    EXPECT_TRUE(under.shows("signInView"));
-    EXPECT_FALSE(under.shows("workspaceView"));
+    screen.press("messageClose");
+    EXPECT_TRUE(screen.shows("signInView"));
+    EXPECT_FALSE(screen.shows("workspaceView"));
+}
+
+TEST_F(Root, LetsEnterPressTheFocusedButtonAndNoOther)
+{
+    screen.find("passwordEye").setFocus();
+    screen.keys("Return");
+    EXPECT_EQ(screen.find<QLineEdit>("password").echoMode(), QLineEdit::Normal);
+    screen.keys("Enter");
+    EXPECT_EQ(screen.find<QLineEdit>("password").echoMode(), QLineEdit::Password);
+    EXPECT_TRUE(under.server.requests().empty());
+
+    under.signIn(SnapshotBuilder{});
+    ChangedForm form{&under.window};
+    screen.waitForFocus("formNote");
+    screen.keys("Esc");
+    screen.waitForFocus("questionCancel");
+    screen.keys("Tab Return");
+    EXPECT_FALSE(form.isVisible());
+}
+
+TEST_F(Root, ShowsAllKeysAnywhereAndGivesTheFocusBack)
+{
+    under.signIn(SnapshotBuilder{});
+    ChangedForm form{&under.window};
+    screen.waitForFocus("formNote");
+    screen.keys("F1 F1");
+    for (const auto& section : keyHelp("en-US")) {
+        for (const auto& line : section.lines)
+            EXPECT_TRUE(screen.says(line.text.toStdString())) << line.text.toStdString();
+    }
+    EXPECT_EQ(screen.find("keysClose").toolTip().toStdString(), closeHint);
+    screen.keys(closeHint);
+    EXPECT_FALSE(screen.shows("keysDialog"));
+    EXPECT_EQ(screen.focus(), "formNote");
+    form.leave();
+}
+
+TEST_F(Root, CutsNoneOfTheKeysInAnyLanguage)
+{
+    under.window.resize(900, 640);
+    for (const auto tag : AppLanguage::supportedLocales) {
+        under.speak(std::string{tag});
+        screen.keys("F1");
+        auto& dialog = screen.find("keysDialog");
+        EXPECT_EQ(auditLabels(dialog), std::vector<std::string>{}) << tag;
+        EXPECT_LE(dialog.height(), 640) << tag;
+        screen.keys("Esc");
+    }
 }

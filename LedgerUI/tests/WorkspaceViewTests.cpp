@@ -1,9 +1,7 @@
 #include "LedgerUI/Screens/Workspace/WorkspaceView.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -12,7 +10,6 @@
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 #include "LedgerUI/testing/LabelAudit.h"
-#include "LedgerUI/testing/Settling.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {
@@ -57,18 +54,16 @@ SnapshotBuilder employeeBooks()
 
 class Workspace : public testing::Test {
 protected:
-    std::vector<WorkspacePage> visiblePages() { return under.find<WorkspaceView>("workspaceView")->pages(); }
-    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {})
+    std::vector<WorkspacePage> visiblePages() { return screen.find<WorkspaceView>("workspaceView").pages(); }
+    bool isChosen(const char* page) { return screen.find<QToolButton>(page).isChecked(); }
+    void refreshTo(const SnapshotBuilder& books)
     {
-        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
-    }
-    std::string focused()
-    {
-        const auto* focus = QApplication::focusWidget();
-        return focus ? focus->objectName().toStdString() : "nothing";
+        under.server.replace("GET v1/snapshot", ServerReply::json(books.json()));
+        std::ignore = resultOf(under.store.refresh(true));
     }
 
     WindowUnderTest under{threePages()};
+    ScreenDriver& screen = under.screen;
 };
 
 }
@@ -82,50 +77,46 @@ TEST_F(Workspace, ShowsThePagesThatAreBuiltAndAllowed)
 TEST_F(Workspace, KeepsTheChosenPageAndItsStateWhenRightsChange)
 {
     under.signIn(employeeBooks());
-    QTest::mouseClick(under.find("page-ledger"), Qt::LeftButton);
-    under.find<QLineEdit>("firstPane")->setText(QStringLiteral("typed"));
-
-    under.server.replace("GET v1/snapshot", ServerReply::json(SnapshotBuilder{}.json()));
-    std::ignore = resultOf(under.store.refresh(true));
+    screen.press("page-ledger");
+    screen.fill("firstPane", "typed");
+    refreshTo(SnapshotBuilder{});
     EXPECT_EQ(visiblePages(), (std::vector{WorkspacePage::ledger, WorkspacePage::company}));
-    EXPECT_TRUE(under.find<QToolButton>("page-ledger")->isChecked());
-    EXPECT_EQ(under.find<QLineEdit>("firstPane")->text(), QStringLiteral("typed"));
+    EXPECT_TRUE(isChosen("page-ledger"));
+    EXPECT_EQ(screen.read("firstPane"), "typed");
 }
 
 TEST_F(Workspace, OpensTheFirstPageWhenTheChosenOneIsTakenAway)
 {
     under.signIn(employeeBooks());
-    EXPECT_TRUE(under.find<QToolButton>("page-summary")->isChecked());
-    under.server.replace("GET v1/snapshot", ServerReply::json(SnapshotBuilder{}.json()));
-    std::ignore = resultOf(under.store.refresh(true));
-    EXPECT_TRUE(under.find<QToolButton>("page-ledger")->isChecked());
+    EXPECT_TRUE(isChosen("page-summary"));
+    refreshTo(SnapshotBuilder{});
+    EXPECT_TRUE(isChosen("page-ledger"));
+    EXPECT_EQ(screen.focus(), "firstPane");
 }
 
 TEST_F(Workspace, IsWalkedByKeyboard)
 {
     under.signIn(employeeBooks());
-    settle();
-    EXPECT_EQ(focused(), "firstPane");
-    press(Qt::Key_3, Qt::ControlModifier);
-    EXPECT_TRUE(under.find<QToolButton>("page-company")->isChecked());
-    under.find("firstPane")->setFocus();
+    EXPECT_EQ(screen.focus(), "firstPane");
+    screen.keys("Ctrl+3");
+    EXPECT_TRUE(isChosen("page-company"));
+    EXPECT_EQ(screen.focus(), "firstPane");
 
     std::vector<std::string> forward;
     for (int step = 0; step < 4; ++step) {
-        press(Qt::Key_F6);
-        forward.push_back(focused());
+        screen.keys("F6");
+        forward.push_back(screen.focus());
     }
     EXPECT_EQ(forward, (std::vector<std::string>{"secondPane", "refreshButton", "page-company", "firstPane"}));
-    press(Qt::Key_F6, Qt::ShiftModifier);
-    EXPECT_EQ(focused(), "page-company");
+    screen.keys("Shift+F6");
+    EXPECT_EQ(screen.focus(), "page-company");
 }
 
 TEST_F(Workspace, IsTabbedThroughFromSideBarToStatusBarEvenAfterItsPagesChanged)
 {
     under.openDemonstration(employeeBooks());
-    under.server.replace("GET v1/snapshot", ServerReply::json(SnapshotBuilder{}.json()));
-    std::ignore = resultOf(under.store.refresh(true));
-    EXPECT_EQ(tabOrder(*under.find("page-ledger")),
+    refreshTo(SnapshotBuilder{});
+    EXPECT_EQ(tabOrder(screen.find("page-ledger")),
               (std::vector<std::string>{"page-ledger", "copyDemonstrationEmail", "memberButton", "firstPane",
                                         "secondPane", "refreshButton"}));
 }
@@ -133,18 +124,34 @@ TEST_F(Workspace, IsTabbedThroughFromSideBarToStatusBarEvenAfterItsPagesChanged)
 TEST_F(Workspace, RefreshesByKeyOnceAndSaysSo)
 {
     under.signIn(employeeBooks());
-    auto* refresh = under.find<QToolButton>("refreshButton");
-    EXPECT_EQ(refresh->text(), QStringLiteral("Updated 19:00"));
-
+    EXPECT_EQ(screen.read("refreshButton"), "Updated 19:00");
     under.server.replace("GET v1/snapshot", ServerReply::parked());
-    press(Qt::Key_F5);
+    screen.keys("F5");
     waitUntil([this] { return under.server.parkedCount() == 1; });
-    EXPECT_EQ(refresh->text(), QStringLiteral("Updating the books…"));
-    press(Qt::Key_R, Qt::ControlModifier);
+    EXPECT_EQ(screen.read("refreshButton"), "Updating the books…");
+    screen.keys("Ctrl+R");
     under.server.release(ServerReply::error(500, "internal"));
-    waitUntil([this] { return under.shows("alertDialog"); });
+    screen.waitFor("alertDialog");
+    screen.keys("Esc");
     EXPECT_EQ(under.server.requests("GET v1/snapshot").size(), 1U);
-    EXPECT_EQ(refresh->text(), QStringLiteral("Not refreshed since 19:00"));
+    EXPECT_EQ(screen.read("refreshButton"), "Not refreshed since 19:00");
+}
+
+TEST_F(Workspace, RefreshesQuietlyOnReturnAndOnlyMarksWhatIsStale)
+{
+    under.signIn(employeeBooks());
+    under.server.replace("GET v1/snapshot", ServerReply::parked());
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    waitUntil([this] { return under.server.parkedCount() == 1; });
+    EXPECT_TRUE(screen.offers("refreshButton"));
+    EXPECT_EQ(screen.read("refreshButton"), "Updated 19:00");
+
+    under.server.release(ServerReply::error(500, "internal"));
+    waitUntil([this] { return under.store.isStale(); });
+    EXPECT_FALSE(screen.shows("alertDialog"));
+    EXPECT_EQ(screen.read("refreshButton"), "Not refreshed since 19:00");
+    screen.press("refreshButton");
+    screen.waitFor("alertDialog");
 }
 
 TEST_F(Workspace, TellsHowManyEntriesAreVisibleAndWhatThePageSays)
@@ -152,21 +159,21 @@ TEST_F(Workspace, TellsHowManyEntriesAreVisibleAndWhatThePageSays)
     auto books = employeeBooks().account("bank", {"USD"});
     books.income("t1", "2026-11-20", "bank", "USD", 500);
     under.signIn(books);
-    EXPECT_EQ(under.find<QLabel>("entryCount")->text(), QStringLiteral("1 entry visible"));
-    EXPECT_EQ(under.find<QLabel>("statusContext")->text(), QStringLiteral("1 selected"));
-    EXPECT_EQ(under.find<QLabel>("statusFigure")->text(), QStringLiteral("USD 12.00"));
+    EXPECT_EQ(screen.read("entryCount"), "1 entry visible");
+    EXPECT_EQ(screen.read("statusContext"), "1 selected");
+    EXPECT_EQ(screen.read("statusFigure"), "USD 12.00");
 }
 
 TEST_F(Workspace, SaysHowToComeBackToTheDemonstration)
 {
     under.signIn(employeeBooks());
-    EXPECT_FALSE(under.shows("demonstrationNotice"));
+    EXPECT_FALSE(screen.shows("demonstrationNotice"));
     std::ignore = resultOf(under.store.logout());
     under.openDemonstration(employeeBooks());
-    const auto text = under.find<QLabel>("demonstrationCredentials")->text();
-    EXPECT_TRUE(text.contains(QStringLiteral("tallyfold-demo"))) << text.toStdString();
-    EXPECT_TRUE(under.find("demonstrationNotice")->accessibleName().contains(QStringLiteral("m1@example.com")));
-    QTest::mouseClick(under.find("copyDemonstrationEmail"), Qt::LeftButton);
+    EXPECT_TRUE(screen.read("demonstrationCredentials").ends_with("\ntallyfold-demo"));
+    EXPECT_EQ(screen.spoken("demonstrationNotice"),
+              "Demonstration company. Sign in again: m1@example.com, password tallyfold-demo");
+    screen.press("copyDemonstrationEmail");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("m1@example.com"));
 }
 
@@ -177,15 +184,15 @@ TEST_F(Workspace, KnowsTheDemonstrationAgainAfterAnOrdinarySignIn)
     under.server.answer("POST v1/auth/login",
                         ServerReply::json(R"({"token":"token-1","snapshot":)" + Json::encode(sample) + "}"));
     ASSERT_TRUE(resultOf(under.store.login("m1@example.com", "tallyfold-demo")).has_value());
-    EXPECT_TRUE(under.shows("demonstrationNotice"));
+    EXPECT_TRUE(screen.shows("demonstrationNotice"));
 }
 
 TEST_F(Workspace, SignsOutFromTheMembersMenu)
 {
     under.server.answer("POST v1/auth/logout", ServerReply::json("{}"));
     under.signIn(employeeBooks());
-    under.window.findChild<QAction*>(QStringLiteral("signOut"))->trigger();
-    waitUntil([this] { return under.shows("signInView") && !under.store.isBusy(); });
+    screen.choose("memberButton", "signOut");
+    waitUntil([this] { return screen.shows("signInView") && !under.store.isBusy(); });
     waitUntil([this] { return under.server.requests("POST v1/auth/logout").size() == 1; });
 }
 
@@ -200,6 +207,6 @@ TEST_F(Workspace, CutsNoTextInAnyLanguageWideOrNarrow)
             under.speak(std::string{tag});
             EXPECT_EQ(auditLabels(under.window), std::vector<std::string>{}) << tag << ' ' << size.width();
         }
-        EXPECT_EQ(under.find("sideBar")->width(), size.width() < 1000 ? 56 : 200);
+        EXPECT_EQ(screen.find("sideBar").width(), size.width() < 1000 ? 56 : 200);
     }
 }

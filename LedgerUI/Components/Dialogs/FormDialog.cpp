@@ -79,6 +79,7 @@ void FormDialog::buildFoot()
     m_confirm->setObjectName(QStringLiteral("formConfirm"));
     m_confirm->setAutoDefault(false);
     m_confirm->setIconSize({Space::iconBeforeText, Space::icon});
+    m_confirm->setToolTip(KeyBindings::shown(Command::confirmForm));
     connect(m_cancel, &QPushButton::clicked, this, &FormDialog::reject);
     connect(m_confirm, &QPushButton::clicked, this, &FormDialog::confirm);
     m_footRow = new QHBoxLayout(foot);

@@ -11,6 +11,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -115,6 +116,7 @@ void MessageDialog::build()
     m_close = new PrimaryButton(this);
     m_close->setObjectName(QStringLiteral("messageClose"));
     m_close->setDefault(true);
+    m_close->setToolTip(KeyBindings::shown(Command::pressFocused));
     connect(m_close, &QPushButton::clicked, this, &QDialog::accept);
 
     auto* texts = new QVBoxLayout;

@@ -1,38 +1,65 @@
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 
+#include <algorithm>
 #include <array>
+
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
-// In the order of Command. Ctrl is the command key on macOS.
-constexpr std::array bindings = std::to_array<std::array<const char*, 2>>({
-    {"Ctrl+1", nullptr},       {"Ctrl+2", nullptr},           {"Ctrl+3", nullptr},       {"Ctrl+4", nullptr},
-    {"Ctrl+5", nullptr},       {"Ctrl+6", nullptr},           {"F5", "Ctrl+R"},          {"F6", nullptr},
-    {"Shift+F6", nullptr},     {"Ctrl+N", nullptr},           {"Ctrl+Shift+I", nullptr}, {"Ctrl+Shift+T", nullptr},
-    {"Ctrl+Shift+X", nullptr}, {"Ctrl+Return", "Ctrl+Enter"}, {"Ctrl+F", nullptr},       {"Alt+Left", nullptr},
-    {"Alt+Right", nullptr},    {"Alt+Down", nullptr},         {"Ctrl+D", nullptr},       {"Ctrl+E", nullptr},
-    {"Ctrl+I", nullptr},       {"Ctrl+Tab", nullptr},         {"Ctrl+Shift+O", nullptr}, {"F2", nullptr},
-    {"Ctrl+,", nullptr},
-});
-static_assert(bindings.size() == static_cast<std::size_t>(Command::settings) + 1, "every command has its keys");
+// Ctrl is the command key on macOS.
+constexpr std::array bindings{
+    KeyBinding{Command::help, KeyScope::everywhere, "F1", "help"},
+    KeyBinding{Command::pressFocused, KeyScope::everywhere, "Return", "pressFocused"},
+    KeyBinding{Command::leave, KeyScope::everywhere, "Esc", "leave"},
+    KeyBinding{Command::refresh, KeyScope::everywhere, "F5 Ctrl+R", "refresh"},
+    KeyBinding{Command::nextPane, KeyScope::everywhere, "F6", "nextPane"},
+    KeyBinding{Command::previousPane, KeyScope::everywhere, "Shift+F6", "previousPane"},
+    KeyBinding{Command::newEntry, KeyScope::ledger, "Ctrl+N", "newEntry"},
+    KeyBinding{Command::newIncome, KeyScope::ledger, "Ctrl+Shift+I", "newIncome"},
+    KeyBinding{Command::newTransfer, KeyScope::ledger, "Ctrl+Shift+T", "newTransfer"},
+    KeyBinding{Command::newExchange, KeyScope::ledger, "Ctrl+Shift+X", "newExchange"},
+    KeyBinding{Command::search, KeyScope::ledger, "Ctrl+F", "search"},
+    KeyBinding{Command::previousPeriod, KeyScope::ledger, "Alt+Left", "previousPeriod"},
+    KeyBinding{Command::nextPeriod, KeyScope::ledger, "Alt+Right", "nextPeriod"},
+    KeyBinding{Command::openPeriod, KeyScope::ledger, "Alt+Down", "openPeriod"},
+    KeyBinding{Command::toggleDetail, KeyScope::ledger, "Ctrl+D", "toggleDetail"},
+    KeyBinding{Command::openRow, KeyScope::ledger, "Return", "openRow"},
+    KeyBinding{Command::copyRows, KeyScope::ledger, "Ctrl+C", "copyRows"},
+    KeyBinding{Command::confirmForm, KeyScope::form, "Ctrl+Return Ctrl+Enter", "confirmForm"},
+};
 
-constexpr qsizetype boundPages = 6;
+const KeyBinding& binding(Command command)
+{
+    const auto* const found = std::ranges::find(bindings, command, &KeyBinding::command);
+    require(found != bindings.end(), "every command has its keys");
+    return *found;
+}
 
+}
+
+std::span<const KeyBinding> KeyBindings::all()
+{
+    return bindings;
 }
 
 QList<QKeySequence> KeyBindings::keys(Command command)
 {
     QList<QKeySequence> sequences;
-    for (const char* text : bindings[static_cast<std::size_t>(command)]) {
-        if (text)
-            sequences.append(QKeySequence::fromString(QString::fromLatin1(text), QKeySequence::PortableText));
-    }
+    for (const auto& text : qString(binding(command).keys).split(QLatin1Char(' ')))
+        sequences.append(QKeySequence::fromString(text, QKeySequence::PortableText));
     return sequences;
 }
 
 QList<QKeySequence> KeyBindings::pageKeys(qsizetype index)
 {
-    if (index >= boundPages)
+    if (index < 0 || index >= boundPages)
         return {};
-    return keys(static_cast<Command>(static_cast<qsizetype>(Command::page1) + index));
+    return {QKeySequence::fromString(QStringLiteral("Ctrl+%1").arg(index + 1), QKeySequence::PortableText)};
+}
+
+QString KeyBindings::shown(Command command)
+{
+    return keys(command).first().toString(QKeySequence::NativeText);
 }

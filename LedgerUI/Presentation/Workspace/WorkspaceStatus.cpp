@@ -34,7 +34,7 @@ QString countText(std::size_t entries, std::string_view locale)
 
 WorkspaceStatus workspaceStatus(const WorkspaceFreshness& freshness, std::string_view locale)
 {
-    const auto keys = KeyBindings::keys(Command::refresh).first().toString(QKeySequence::NativeText);
+    const auto keys = KeyBindings::shown(Command::refresh);
     return {.refresh = refreshText(freshness, locale),
             .refreshHint = wordIn(locale, workspaceWords(), "refreshHint", {keys.toStdString()}),
             .count = countText(freshness.entries, locale),

@@ -4,10 +4,14 @@
 
 #include <QApplication>
 #include <QCoro/QCoroTask>
+#include <QKeyEvent>
 
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerUI/Components/Buttons/EnterKey.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Root/KeysDialog.h"
 #include "LedgerUI/Screens/SignIn/SignInView.h"
 #include "LedgerUI/Screens/Workspace/WorkspaceView.h"
 
@@ -27,7 +31,7 @@ void retire(QStackedWidget& stack, Screen*& screen)
 }
 
 RootView::RootView(LedgerStore& store, const PageRegistry& registry, QWidget* parent)
-    : QStackedWidget{parent}, m_store{store}, m_registry{registry}, m_defaultAddress{store.serverURL()}
+    : QStackedWidget{parent}, m_store{store}, m_registry{registry}, m_start{.defaultAddress = store.serverURL()}
 {
     setObjectName(QStringLiteral("rootView"));
     InterfaceLanguage::change(store.locale());
@@ -40,6 +44,8 @@ RootView::RootView(LedgerStore& store, const PageRegistry& registry, QWidget* pa
         if (state == Qt::ApplicationActive && m_workspace)
             m_workspace->refreshOnReturn();
     });
+    letEnterPressButtons();
+    qApp->installEventFilter(this);
     presentScreen();
 }
 
@@ -50,19 +56,33 @@ void RootView::showEvent(QShowEvent* event)
     QCoro::connect(m_store.restoreSession(), this, [](const Result<void>&) {});
 }
 
+bool RootView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress && watched->isWidgetType()) {
+        const auto pressed = QKeySequence{static_cast<QKeyEvent*>(event)->keyCombination()};
+        if (KeyBindings::keys(Command::help).contains(pressed)) {
+            showKeys();
+            return true;
+        }
+    }
+    return QStackedWidget::eventFilter(watched, event);
+}
+
 void RootView::presentScreen()
 {
-    if (m_store.snapshot()) {
+    if (const auto snapshot = m_store.snapshot()) {
+        m_start.email = snapshot->currentMember.email;
         if (m_workspace)
             return;
         retire(*this, m_signIn);
+        m_start.wait = SignInWait::signOut;
         m_workspace = new WorkspaceView(m_store, m_registry, this);
         setCurrentIndex(addWidget(m_workspace));
     } else {
         if (m_signIn)
             return;
         retire(*this, m_workspace);
-        m_signIn = new SignInView(m_store, m_defaultAddress, this);
+        m_signIn = new SignInView(m_store, m_start, this);
         setCurrentIndex(addWidget(m_signIn));
     }
 }
@@ -71,19 +91,20 @@ void RootView::presentMessage()
 {
     const auto& error = m_store.errorMessage();
     const auto& message = error ? error : m_store.noticeMessage();
-    const auto kind = error ? MessageDialog::Kind::error : MessageDialog::Kind::info;
-    if (message && m_alert)
-        m_alert->setText(kind, qString(*message));
-    else if (message)
-        openAlert(kind, qString(*message));
-    else if (m_alert)
-        m_alert->accept();
+    if (!message)
+        return;
+    m_message = {.kind = error ? MessageDialog::Kind::error : MessageDialog::Kind::info, .text = qString(*message)};
+    if (m_alert)
+        m_alert->setText(m_message.kind, m_message.text);
+    openAlert();
 }
 
-void RootView::openAlert(MessageDialog::Kind kind, const QString& text)
+void RootView::openAlert()
 {
+    if (m_alert)
+        return;
     auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    m_alert = new MessageDialog(kind, text, modal ? modal : window());
+    m_alert = new MessageDialog(m_message.kind, m_message.text, modal ? modal : window());
     m_alert->setObjectName(QStringLiteral("alertDialog"));
     connect(m_alert, &QDialog::finished, this, &RootView::alertClosed);
     // A form that closes would take the alert with it unread: it opens again over what remains.
@@ -93,7 +114,7 @@ void RootView::openAlert(MessageDialog::Kind kind, const QString& text)
             m_alert->hide();
             m_alert->deleteLater();
             m_alert = nullptr;
-            QMetaObject::invokeMethod(this, &RootView::presentMessage, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(this, &RootView::openAlert, Qt::QueuedConnection);
         });
     }
     m_alert->open();
@@ -104,4 +125,13 @@ void RootView::alertClosed()
     m_alert->deleteLater();
     m_alert = nullptr;
     m_store.dismissMessages();
+}
+
+void RootView::showKeys()
+{
+    if (m_keys)
+        return;
+    auto* const above = QApplication::activeModalWidget();
+    m_keys = new KeysDialog(above ? above : window());
+    m_keys->open();
 }

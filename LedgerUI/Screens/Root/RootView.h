@@ -1,11 +1,10 @@
 #pragma once
 
-#include <string>
-
 #include <QPointer>
 #include <QStackedWidget>
 
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Presentation/SignIn/SignInState.h"
 
 class LedgerStore;
 class PageRegistry;
@@ -20,17 +19,27 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    /// F1 shows all keys wherever the focus is, also over a form.
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void presentScreen();
     void presentMessage();
-    void openAlert(MessageDialog::Kind kind, const QString& text);
+    void openAlert();
     void alertClosed();
+    void showKeys();
 
     LedgerStore& m_store;
     const PageRegistry& m_registry;
-    std::string m_defaultAddress;
+    SignInStart m_start;
     SignInView* m_signIn = nullptr;
     WorkspaceView* m_workspace = nullptr;
+    /// What the open alert says; it stays until somebody has closed it, whatever the store publishes meanwhile.
+    struct Message {
+        MessageDialog::Kind kind = MessageDialog::Kind::error;
+        QString text;
+    };
+    Message m_message;
     QPointer<MessageDialog> m_alert;
+    QPointer<QDialog> m_keys;
 };

@@ -13,7 +13,9 @@
 #include "LedgerUI/Components/Fields/PasswordField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/SignIn/SignInState.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -49,12 +51,12 @@ LoginForm::LoginForm(LedgerStore& store, QWidget* parent) : QWidget{parent}, m_s
 
 void LoginForm::submit()
 {
-    if (m_isBusy || !isComplete())
+    if (!m_maySubmit || !isComplete())
         return;
     Q_EMIT submitting();
     QCoro::connect(m_store.login(visibleText(m_email->text()).toStdString(), m_password->text().toStdString()), this,
                    [this](const Result<void>& done) {
-                       if (done)
+                       if (done || std::holds_alternative<Cancelled>(done.error()))
                            return;
                        if (refusesAddress(done.error()))
                            Q_EMIT addressRefused(qString(m_store.friendly(done.error())));
@@ -63,19 +65,19 @@ void LoginForm::submit()
                    });
 }
 
-void LoginForm::setBusy(bool isBusy)
+void LoginForm::present(const SignInState& state)
 {
-    // A control that is disabled gives the focus away; it comes back when the request is over.
-    if (isBusy && !m_isBusy && isAncestorOf(window()->focusWidget()))
-        m_focusBefore = window()->focusWidget();
-    m_isBusy = isBusy;
-    for (auto* control : tabStops())
-        control->setEnabled(!isBusy);
-    if (!isBusy && m_focusBefore && isVisible())
-        m_focusBefore->setFocus();
-    if (!isBusy)
-        m_focusBefore = nullptr;
+    m_maySubmit = state.maySubmit;
+    m_submitText = state.submit;
+    for (auto* field : {static_cast<QWidget*>(m_email), static_cast<QWidget*>(m_password), m_password->eye()})
+        field->setEnabled(state.takesInput);
+    m_signIn->setEnabled(state.maySubmit);
     retranslate();
+}
+
+void LoginForm::setEmail(const QString& email)
+{
+    m_email->setText(email);
 }
 
 void LoginForm::focusStart()
@@ -108,6 +110,7 @@ void LoginForm::buildLayout()
     m_signIn = new PrimaryButton(this);
     m_signIn->setObjectName(QStringLiteral("signIn"));
     m_signIn->setMinimumWidth(buttonWidth);
+    m_signIn->setToolTip(KeyBindings::shown(Command::pressFocused));
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -128,7 +131,7 @@ void LoginForm::retranslate()
     m_emailField->setLabel(word(words, "email"));
     m_passwordField->setLabel(word(words, "password"));
     m_password->setEyeNames(word(words, "showPassword"), word(words, "hidePassword"));
-    m_signIn->setText(word(words, m_isBusy ? "signingIn" : "login"));
+    m_signIn->setText(word(words, m_submitText));
     if (m_emailField->error().isShown())
         m_emailField->error().present(word(words, "emailRequired"));
     if (m_passwordField->error().isShown())

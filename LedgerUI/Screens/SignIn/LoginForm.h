@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QPointer>
+#include <string_view>
+
 #include <QWidget>
 
 class FormField;
@@ -9,6 +10,7 @@ class PasswordField;
 class PrimaryButton;
 class QLineEdit;
 class TextLabel;
+struct SignInState;
 
 /// Sign-in by work e-mail and password.
 class LoginForm final : public QWidget {
@@ -17,7 +19,8 @@ public:
     explicit LoginForm(LedgerStore& store, QWidget* parent = nullptr);
 
     void submit();
-    void setBusy(bool isBusy);
+    void present(const SignInState& state);
+    void setEmail(const QString& email);
     /// To the first empty field.
     void focusStart();
     /// The controls from top to bottom.
@@ -44,6 +47,6 @@ private:
     FormField* m_emailField = nullptr;
     FormField* m_passwordField = nullptr;
     PrimaryButton* m_signIn = nullptr;
-    QPointer<QWidget> m_focusBefore;
-    bool m_isBusy = false;
+    std::string_view m_submitText = "login";
+    bool m_maySubmit = true;
 };

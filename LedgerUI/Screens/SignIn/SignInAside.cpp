@@ -17,6 +17,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/MarkLabel.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/SignIn/SignInState.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 #include "LedgerUI/Screens/SignIn/SignInMode.h"
@@ -40,11 +41,11 @@ SignInAside::SignInAside(LedgerStore& store, QWidget* parent) : QFrame{parent}, 
     retranslate();
 }
 
-void SignInAside::setBusy(bool isBusy)
+void SignInAside::present(const SignInState& state)
 {
-    m_demonstration->setEnabled(!isBusy);
+    m_demonstration->setEnabled(state.maySubmit);
     for (auto* mode : m_modes)
-        mode->setEnabled(!isBusy);
+        mode->setEnabled(state.takesInput);
 }
 
 QList<QWidget*> SignInAside::modeButtons() const

@@ -9,6 +9,7 @@ class LedgerStore;
 class QActionGroup;
 class QPushButton;
 class TextLabel;
+struct SignInState;
 
 /// The left half of the sign-in panel: the program's name, the ways to sign in, and the demonstration.
 class SignInAside final : public QFrame {
@@ -16,7 +17,7 @@ class SignInAside final : public QFrame {
 public:
     explicit SignInAside(LedgerStore& store, QWidget* parent = nullptr);
 
-    void setBusy(bool isBusy);
+    void present(const SignInState& state);
     [[nodiscard]] QList<QWidget*> modeButtons() const;
     [[nodiscard]] QWidget* demonstrationButton() const;
 

@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QScrollArea>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -14,9 +15,11 @@
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/SignIn/AddressFold.h"
 #include "LedgerUI/Screens/SignIn/LoginForm.h"
 #include "LedgerUI/Screens/SignIn/SignInAside.h"
+#include "LedgerUI/Screens/SignIn/SignInProgress.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -29,8 +32,8 @@ constexpr int formPadding = 32;
 
 }
 
-SignInView::SignInView(LedgerStore& store, std::string defaultAddress, QWidget* parent)
-    : QWidget{parent}, m_store{store}
+SignInView::SignInView(LedgerStore& store, const SignInStart& start, QWidget* parent)
+    : QWidget{parent}, m_store{store}, m_wait{store.isBusy() ? start.wait : SignInWait::nothing}
 {
     setObjectName(QStringLiteral("signInView"));
     auto* ground = new QFrame(this);
@@ -40,7 +43,7 @@ SignInView::SignInView(LedgerStore& store, std::string defaultAddress, QWidget* 
     column->setSpacing(0);
     column->addWidget(buildStrip());
     column->addStretch(1);
-    column->addWidget(buildPanel(std::move(defaultAddress)), 0, Qt::AlignHCenter);
+    column->addWidget(buildPanel(start), 0, Qt::AlignHCenter);
     column->addStretch(1);
     column->addSpacing(stripHeight);
     auto* layout = new QVBoxLayout(this);
@@ -51,7 +54,6 @@ SignInView::SignInView(LedgerStore& store, std::string defaultAddress, QWidget* 
     bind();
     setTabOrders();
     retranslate();
-    present();
 }
 
 void SignInView::changeEvent(QEvent* event)
@@ -86,19 +88,22 @@ QWidget* SignInView::buildStrip()
     return strip;
 }
 
-QWidget* SignInView::buildPanel(std::string defaultAddress)
+QWidget* SignInView::buildPanel(const SignInStart& start)
 {
     m_aside = new SignInAside(m_store, this);
     m_login = new LoginForm(m_store, this);
-    m_address = new AddressFold(m_store, std::move(defaultAddress), this);
+    m_address = new AddressFold(m_store, start.defaultAddress, this);
     m_forms = new QStackedWidget(this);
     m_forms->addWidget(m_login);
+    m_login->setEmail(qString(start.email));
+    m_progress = new SignInProgress(this);
 
     auto* page = new QWidget(this);
     auto* form = new QVBoxLayout(page);
     form->setContentsMargins(formPadding, formPadding - Space::step1, formPadding, Space::step6);
     form->setSpacing(Space::step4);
     form->addWidget(m_forms);
+    form->addWidget(m_progress);
     form->addStretch(1);
     form->addWidget(m_address);
     auto* scroll = new QScrollArea(this);
@@ -131,22 +136,63 @@ void SignInView::bind()
     connect(m_login, &LoginForm::submitting, m_address, &AddressFold::commit);
     connect(m_login, &LoginForm::addressRefused, m_address, &AddressFold::complain);
     connect(m_address, &AddressFold::submitted, m_login, &LoginForm::submit);
-    connect(&m_store, &LedgerStore::isBusyChanged, this, &SignInView::present);
+    // In this order: the address is handed over before the screen says where it connects to.
+    connect(m_aside, &SignInAside::submitting, this, &SignInView::expectAnswer);
+    connect(m_login, &LoginForm::submitting, this, &SignInView::expectAnswer);
+    connect(m_progress, &SignInProgress::stopped, &m_store, &LedgerStore::cancel);
+    for (const auto& keys : KeyBindings::keys(Command::leave))
+        connect(new QShortcut(keys, this), &QShortcut::activated, &m_store, &LedgerStore::cancel);
+    connect(&m_store, &LedgerStore::isBusyChanged, this, &SignInView::followStore);
+}
+
+void SignInView::expectAnswer()
+{
+    if (!m_store.isBusy())
+        m_wait = SignInWait::answer;
+}
+
+void SignInView::followStore()
+{
+    if (m_store.isBusy() && m_wait == SignInWait::nothing)
+        m_wait = SignInWait::session; // what no form here asked for is the start of the program
+    else if (!m_store.isBusy())
+        m_wait = SignInWait::nothing;
+    present();
 }
 
 void SignInView::present()
 {
-    const bool isBusy = m_store.isBusy();
-    m_login->setBusy(isBusy);
-    m_aside->setBusy(isBusy);
-    m_address->setEnabled(!isBusy);
-    m_busy->setBusy(isBusy);
+    const QPointer<QWidget> focus = window()->focusWidget();
+    const auto state = signInState(m_wait, m_store.serverURL(), InterfaceLanguage::tag());
+    m_progress->present(state.progress);
+    m_login->present(state);
+    m_aside->present(state);
+    m_address->setEnabled(state.maySubmit);
+    m_busy->setBusy(m_wait != SignInWait::nothing);
+    // What is locked or taken away hands the focus to whatever comes next in the order of Tab.
+    const bool isLost = !focus || (isAncestorOf(focus) && !(focus->isEnabled() && focus->isVisibleTo(this)));
+    if (isLost && isVisible())
+        placeFocus(focus);
+}
+
+/// On Stop while nothing else can be done; afterwards where it was.
+void SignInView::placeFocus(QWidget* lost)
+{
+    if (m_wait == SignInWait::answer) {
+        m_focusBefore = lost;
+        m_progress->stopButton()->setFocus();
+    } else if (m_focusBefore && m_focusBefore->isEnabled()) {
+        m_focusBefore->setFocus();
+    } else {
+        m_login->focusStart();
+    }
 }
 
 void SignInView::retranslate()
 {
     nameComboBox(*m_language, word(signInWords(), "language"));
     m_language->setCurrentIndex(m_language->findData(qString(InterfaceLanguage::tag())));
+    present();
 }
 
 void SignInView::setTabOrders()
@@ -154,6 +200,7 @@ void SignInView::setTabOrders()
     QList<QWidget*> stops{m_language};
     stops += m_aside->modeButtons();
     stops += m_login->tabStops();
+    stops += m_progress->stopButton();
     stops += m_address->tabStops();
     stops += m_aside->demonstrationButton();
     for (qsizetype index = 1; index < stops.size(); ++index)

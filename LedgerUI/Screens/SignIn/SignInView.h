@@ -1,8 +1,9 @@
 #pragma once
 
-#include <string>
-
+#include <QPointer>
 #include <QWidget>
+
+#include "LedgerUI/Presentation/SignIn/SignInState.h"
 
 class AddressFold;
 class BusyBar;
@@ -11,13 +12,13 @@ class LoginForm;
 class QComboBox;
 class QStackedWidget;
 class SignInAside;
+class SignInProgress;
 
 /// What a signed-out person sees: language, ways to sign in, the demonstration and the service's address.
 class SignInView final : public QWidget {
     Q_OBJECT
 public:
-    /// `defaultAddress` is the service that the program started with.
-    SignInView(LedgerStore& store, std::string defaultAddress, QWidget* parent = nullptr);
+    SignInView(LedgerStore& store, const SignInStart& start, QWidget* parent = nullptr);
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -25,9 +26,13 @@ protected:
 
 private:
     QWidget* buildStrip();
-    QWidget* buildPanel(std::string defaultAddress);
+    QWidget* buildPanel(const SignInStart& start);
     void bind();
+    /// Something is about to be sent, and its answer waited for.
+    void expectAnswer();
+    void followStore();
     void present();
+    void placeFocus(QWidget* lost);
     void retranslate();
     void setTabOrders();
 
@@ -37,5 +42,8 @@ private:
     QStackedWidget* m_forms = nullptr;
     LoginForm* m_login = nullptr;
     AddressFold* m_address = nullptr;
+    SignInProgress* m_progress = nullptr;
     BusyBar* m_busy = nullptr;
+    SignInWait m_wait;
+    QPointer<QWidget> m_focusBefore; // a field that is locked gives the focus away until the answer is there
 };

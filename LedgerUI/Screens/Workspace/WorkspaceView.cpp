@@ -35,10 +35,8 @@ WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, Q
         presentStatus();
     });
     connect(&m_store, &LedgerStore::isBusyChanged, this, &WorkspaceView::presentStatus);
-    connect(&m_store, &LedgerStore::lastRefreshChanged, this, [this] {
-        m_isStale = false;
-        presentStatus();
-    });
+    connect(&m_store, &LedgerStore::lastRefreshChanged, this, &WorkspaceView::presentStatus);
+    connect(&m_store, &LedgerStore::isStaleChanged, this, &WorkspaceView::presentStatus);
     presentPages();
     presentStatus();
 }
@@ -63,9 +61,8 @@ void WorkspaceView::open(WorkspacePage page)
 
 void WorkspaceView::refreshOnReturn()
 {
-    if (!m_store.snapshot() || m_store.isBusy())
-        return;
-    QCoro::connect(m_store.refresh(true), this, [this](const Result<void>& done) { noteOutcome(done); });
+    // What fails is said by the status bar, which offers to try again.
+    QCoro::connect(m_store.refreshQuietly(), this, [](const Result<void>&) {});
 }
 
 void WorkspaceView::changeEvent(QEvent* event)
@@ -164,7 +161,7 @@ void WorkspaceView::presentStatus()
         return;
     const auto status = workspaceStatus({.lastRefresh = m_store.lastRefresh(),
                                          .isBusy = m_store.isBusy(),
-                                         .isStale = m_isStale,
+                                         .isStale = m_store.isStale(),
                                          .entries = snapshot->transactions.size()},
                                         InterfaceLanguage::tag());
     m_status->setRefreshText(status.refresh,
@@ -184,17 +181,7 @@ void WorkspaceView::presentContext()
 
 void WorkspaceView::refresh()
 {
-    if (m_store.isBusy())
-        return;
-    QCoro::connect(m_store.refreshFromUser(), this, [this](const Result<void>& done) { noteOutcome(done); });
-}
-
-void WorkspaceView::noteOutcome(const Result<void>& refreshed)
-{
-    if (refreshed || std::holds_alternative<Cancelled>(refreshed.error()))
-        return;
-    m_isStale = true;
-    presentStatus();
+    QCoro::connect(m_store.refreshFromUser(), this, [](const Result<void>&) {});
 }
 
 void WorkspaceView::movePane(Step step)

@@ -5,7 +5,6 @@
 
 #include <QWidget>
 
-#include "LedgerCore/Client/Failure.h"
 #include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
 
 class BusyBar;
@@ -42,7 +41,6 @@ private:
     void presentStatus();
     void presentContext();
     void refresh();
-    void noteOutcome(const Result<void>& refreshed);
     void movePane(Step step);
     [[nodiscard]] PageView* currentPage() const;
     [[nodiscard]] QList<QWidget*> panes() const;
@@ -55,5 +53,4 @@ private:
     BusyBar* m_busy = nullptr;
     std::vector<WorkspacePage> m_pages;
     std::map<WorkspacePage, PageView*> m_views;
-    bool m_isStale = false;
 };

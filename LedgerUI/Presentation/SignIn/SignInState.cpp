@@ -1,0 +1,27 @@
+#include "LedgerUI/Presentation/SignIn/SignInState.h"
+
+#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+SignInState signInState(SignInWait wait, std::string_view address, std::string_view locale)
+{
+    const auto& words = signInWords();
+    switch (wait) {
+    case SignInWait::session:
+        return {.takesInput = true,
+                .maySubmit = false,
+                .submit = "login",
+                .progress = wordIn(locale, words, "openingSession")};
+    case SignInWait::answer:
+        return {.takesInput = false,
+                .maySubmit = false,
+                .submit = "signingIn",
+                .progress = wordIn(locale, words, "connecting", {address})};
+    case SignInWait::signOut:
+        return {
+            .takesInput = true, .maySubmit = false, .submit = "login", .progress = wordIn(locale, words, "signingOut")};
+    case SignInWait::nothing:
+        break;
+    }
+    return {.takesInput = true, .maySubmit = true, .submit = "login", .progress = {}};
+}

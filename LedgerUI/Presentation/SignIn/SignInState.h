@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <QString>
+
+/// What the sign-in screen waits for.
+enum class SignInWait { nothing, session, answer, signOut };
+
+/// What the sign-in screen begins with. It lives as long as the program: nothing of it is kept on disk.
+struct SignInStart {
+    std::string defaultAddress = {};       // of the service that the program started with
+    std::string email = {};                // of whoever was signed in last
+    SignInWait wait = SignInWait::session; // what an operation that already runs is about
+};
+
+/// What the sign-in screen shows while it waits.
+struct SignInState {
+    bool takesInput = true;  // whether fields can be changed
+    bool maySubmit = true;   // whether something can be sent
+    std::string_view submit; // the key of signInWords() on the main button
+    QString progress;        // what is going on; empty when nothing is
+};
+
+SignInState signInState(SignInWait wait, std::string_view address, std::string_view locale);

@@ -1,0 +1,149 @@
+#include "LedgerUI/Screens/Root/KeysDialog.h"
+
+#include <algorithm>
+#include <array>
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Text/KeyHelp.h"
+#include "LedgerUI/Presentation/Text/KeyWords.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int dialogWidth = 700;
+
+/// One section under its heading: keys at the left, what they do beside them.
+QWidget* sectionView(const KeySection& section)
+{
+    auto* view = new QWidget;
+    auto* grid = new QGridLayout(view);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(Space::step4);
+    grid->setVerticalSpacing(Space::step2);
+    grid->setColumnStretch(1, 1);
+    auto* title = new TextLabel(TypeStep::section, Token::text, view);
+    title->setText(section.title);
+    grid->addWidget(title, 0, 0, 1, 2);
+    int row = 0;
+    for (const auto& line : section.lines) {
+        auto* keys = new TextLabel(TypeStep::body, Token::accent, view);
+        keys->setText(line.keys);
+        auto* text = new TextLabel(TypeStep::body, Token::text, view);
+        text->setText(line.text);
+        text->setWordWrap(true);
+        grid->addWidget(keys, ++row, 0, Qt::AlignTop);
+        grid->addWidget(text, row, 1);
+    }
+    grid->setRowStretch(row + 1, 1);
+    return view;
+}
+
+/// A column of sections, and how many lines it has by now.
+struct Column {
+    QVBoxLayout* rows = nullptr;
+    std::size_t lines = 0;
+};
+
+/// For readers, who meet the dialog as one text.
+QString spoken(const std::vector<KeySection>& sections)
+{
+    QStringList lines;
+    for (const auto& section : sections) {
+        lines << section.title;
+        for (const auto& line : section.lines)
+            lines << line.keys + QStringLiteral(": ") + line.text;
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
+}
+
+KeysDialog::KeysDialog(QWidget* parent) : QDialog{parent}
+{
+    setObjectName(QStringLiteral("keysDialog"));
+    setWindowModality(Qt::WindowModal);
+    setAttribute(Qt::WA_DeleteOnClose);
+    m_scroll = new QScrollArea(this);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(m_scroll, 1);
+    layout->addWidget(buildFoot());
+    present();
+    m_close->setFocus();
+}
+
+void KeysDialog::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        present();
+    QDialog::changeEvent(event);
+}
+
+QWidget* KeysDialog::buildFoot()
+{
+    auto* foot = new QFrame(this);
+    foot->setObjectName(QStringLiteral("dialogFoot"));
+    foot->setFixedHeight(Space::dialogFoot);
+    m_close = new PrimaryButton(foot);
+    m_close->setObjectName(QStringLiteral("keysClose"));
+    m_close->setDefault(true);
+    m_close->setToolTip(KeyBindings::shown(Command::pressFocused));
+    connect(m_close, &QPushButton::clicked, this, &QDialog::accept);
+    auto* row = new QHBoxLayout(foot);
+    row->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, 0);
+    row->addStretch(1);
+    row->addWidget(m_close);
+    return foot;
+}
+
+void KeysDialog::present()
+{
+    const auto sections = keyHelp(InterfaceLanguage::tag());
+    auto* body = new QWidget;
+    auto* row = new QHBoxLayout(body);
+    row->setContentsMargins(Space::dialogMargin, Space::dialogMargin, Space::dialogMargin, Space::dialogMargin);
+    row->setSpacing(Space::step8);
+    std::array<Column, 2> columns;
+    for (auto& column : columns) {
+        column.rows = new QVBoxLayout;
+        column.rows->setSpacing(Space::step6);
+        row->addLayout(column.rows, 1);
+    }
+    for (const auto& section : sections) {
+        auto& shorter = *std::ranges::min_element(columns, {}, &Column::lines);
+        shorter.rows->addWidget(sectionView(section));
+        shorter.lines += section.lines.size();
+    }
+    for (const auto& column : columns)
+        column.rows->addStretch(1);
+    m_scroll->setWidget(body);
+    m_close->setText(word(dialogWords(), "close"));
+    setWindowTitle(word(keyWords(), "title"));
+    setAccessibleName(windowTitle());
+    setAccessibleDescription(spoken(sections));
+    fit(*body);
+}
+
+/// As high as the keys need, as far as the window behind and the screen have the room.
+void KeysDialog::fit(const QWidget& body)
+{
+    const auto* const behind = parentWidget() ? parentWidget()->window() : this;
+    const auto room = behind->size().boundedTo(screen()->availableSize());
+    const int wanted = body.layout()->heightForWidth(dialogWidth) + Space::dialogFoot;
+    resize(std::min(dialogWidth, room.width()), std::min(wanted, room.height()));
+}

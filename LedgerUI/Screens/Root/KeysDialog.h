@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QDialog>
+
+class PrimaryButton;
+class QScrollArea;
+
+/// All keys of the program, shown over the window in use until it is closed.
+class KeysDialog final : public QDialog {
+    Q_OBJECT
+public:
+    explicit KeysDialog(QWidget* parent);
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    QWidget* buildFoot();
+    void present();
+    void fit(const QWidget& body);
+
+    QScrollArea* m_scroll = nullptr;
+    PrimaryButton* m_close = nullptr;
+};

@@ -1,0 +1,63 @@
+#include "LedgerUI/Screens/SignIn/SignInProgress.h"
+
+#include <QAccessible>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QPushButton>
+
+#include "LedgerUI/Components/Text/ElidedLabel.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Theme/Space.h"
+
+SignInProgress::SignInProgress(QWidget* parent) : QWidget{parent}
+{
+    m_text = new ElidedLabel(TypeStep::small, Token::text2, Qt::ElideMiddle, this);
+    m_text->setObjectName(QStringLiteral("signInProgress"));
+    m_stop = new QPushButton(this);
+    m_stop->setObjectName(QStringLiteral("signInStop"));
+    m_stop->setProperty("kind", QStringLiteral("link"));
+    m_stop->setAutoDefault(false);
+    m_stop->setToolTip(KeyBindings::shown(Command::leave));
+    connect(m_stop, &QPushButton::clicked, this, &SignInProgress::stopped);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(Space::step3);
+    row->addWidget(m_text);
+    row->addWidget(m_stop);
+    row->addStretch(1);
+    setFixedHeight(Space::controlSmall);
+    retranslate();
+    present({});
+}
+
+void SignInProgress::present(const QString& text)
+{
+    const bool isNew = text != m_text->text();
+    m_text->setText(text);
+    m_text->setVisible(!text.isEmpty());
+    m_stop->setVisible(!text.isEmpty());
+    if (!isNew || text.isEmpty())
+        return;
+    setAccessibleName(text);
+    QAccessibleEvent changed{this, QAccessible::NameChanged};
+    QAccessible::updateAccessibility(&changed);
+}
+
+QWidget* SignInProgress::stopButton() const
+{
+    return m_stop;
+}
+
+void SignInProgress::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
+}
+
+void SignInProgress::retranslate()
+{
+    m_stop->setText(word(signInWords(), "stop"));
+}
