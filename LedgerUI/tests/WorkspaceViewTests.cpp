@@ -150,6 +150,7 @@ TEST_F(Workspace, RefreshesQuietlyOnReturnAndOnlyMarksWhatIsStale)
     waitUntil([this] { return under.store.isStale(); });
     EXPECT_FALSE(screen.shows("alertDialog"));
     EXPECT_EQ(screen.read("refreshButton"), "Not refreshed since 19:00");
+    under.server.replace("GET v1/snapshot", ServerReply::error(500, "internal"));
     screen.press("refreshButton");
     screen.waitFor("alertDialog");
 }
