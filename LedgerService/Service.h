@@ -13,7 +13,7 @@ using Clock = std::function<std::chrono::system_clock::time_point()>;
 /// How many attempts are taken within one window of time before further ones are refused.
 struct AttemptLimits {
     std::chrono::seconds window{15 * 60};
-    int signInsPerEmail = 10;
+    int signInsPerPerson = 10; // from one address
     int signInsPerAddress = 100;
     int demonstrationsPerAddress = 300;
 };

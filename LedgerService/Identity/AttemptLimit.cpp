@@ -1,21 +1,56 @@
 #include "LedgerService/Identity/AttemptLimit.h"
 
+#include <algorithm>
+
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/AttemptRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
 
-std::optional<Refusal> AttemptLimit::whyNotNow(Connection& connection, std::string_view scope, int limit,
-                                               const Service& service)
+namespace {
+
+using AttemptLimit::Scope;
+using Instant = std::chrono::system_clock::time_point;
+
+std::chrono::seconds restOf(const std::string& windowEndsAt, Instant instant)
+{
+    const auto end = LedgerDay::parseStamp(windowEndsAt).value_or(instant);
+    return std::max(std::chrono::ceil<std::chrono::seconds>(end - instant), std::chrono::seconds{1});
+}
+
+std::optional<Refusal> whyUsedUp(Connection& connection, std::span<const Scope> scopes, Instant instant)
+{
+    const auto now = LedgerDay::stamp(instant);
+    for (const auto& scope : scopes) {
+        const auto tried = AttemptRepository::current(connection, scope.name, now);
+        if (tried.count >= scope.limit)
+            return Refusal{429, "rate_limited", "Too many attempts; try again later.",
+                           restOf(tried.windowEndsAt, instant)};
+    }
+    return std::nullopt;
+}
+
+}
+
+std::optional<Refusal> AttemptLimit::whyNotNow(const Service& service, std::span<const Scope> scopes)
 {
     const auto instant = service.clock();
+    const auto loan = service.database.borrow();
+    if (auto refusal = whyUsedUp(*loan, scopes, instant))
+        return refusal;
+    const auto turn = service.database.queueToWrite();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    if (auto refusal = whyUsedUp(*loan, scopes, instant)) // by others, meanwhile
+        return refusal;
     const auto now = LedgerDay::stamp(instant);
-    AttemptRepository::removeEnded(connection, now);
-    const int count =
-        AttemptRepository::count(connection, scope, now, LedgerDay::stamp(instant + service.policy.limits.window));
-    if (count <= limit)
-        return std::nullopt;
-    return Refusal{429, "rate_limited", "Too many attempts; try again later."};
+    AttemptRepository::removeSomeEnded(*loan, now);
+    for (const auto& scope : scopes)
+        AttemptRepository::count(*loan, scope.name, now, LedgerDay::stamp(instant + service.policy.limits.window));
+    transaction.commit();
+    return std::nullopt;
 }
 
 }

@@ -1,21 +1,26 @@
 #pragma once
 
 #include <optional>
-#include <string_view>
+#include <span>
+#include <string>
 
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 
 namespace LedgerService {
 
-class Connection;
-
 /// Keeps guessing slow.
 namespace AttemptLimit {
 
-/// Counts an attempt of this scope and refuses it past the limit; expects a writing transaction, to be committed
-/// either way.
-std::optional<Refusal> whyNotNow(Connection& connection, std::string_view scope, int limit, const Service& service);
+/// What an attempt counts towards.
+struct Scope {
+    std::string name;
+    int limit = 0;
+};
+
+/// Counts an attempt towards each scope, or refuses it when one of them is used up. A refusal writes nothing and waits
+/// for no writer. Expects no transaction to be open.
+std::optional<Refusal> whyNotNow(const Service& service, std::span<const Scope> scopes);
 
 }
 

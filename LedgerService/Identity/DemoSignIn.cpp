@@ -1,5 +1,7 @@
 #include "LedgerService/Identity/DemoSignIn.h"
 
+#include <array>
+
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/DemoCompanies.h"
@@ -18,13 +20,9 @@ std::optional<Refusal> whyNotEnter(const Service& service, std::string_view prof
         return Refusal{403, "forbidden", "This service offers no demonstration."};
     if (!DemoIdentity::isProfile(profile))
         return Refusal{400, "validation_error", "There is no such profile."};
-    const auto loan = service.database.borrow();
-    const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    auto refusal = AttemptLimit::whyNotNow(*loan, "demonstration:" + std::string{remote},
-                                           service.policy.limits.demonstrationsPerAddress, service);
-    transaction.commit();
-    return refusal;
+    return AttemptLimit::whyNotNow(service,
+                                   std::array{AttemptLimit::Scope{"demonstration:" + std::string{remote},
+                                                                  service.policy.limits.demonstrationsPerAddress}});
 }
 
 }

@@ -1,8 +1,11 @@
 #include "LedgerService/Identity/SignIn.h"
 
 #include <algorithm>
+#include <array>
 #include <optional>
 #include <vector>
+
+#include <fmt/core.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Identity/AttemptLimit.h"
@@ -20,24 +23,20 @@ namespace LedgerService {
 
 namespace {
 
-/// Addresses are counted by digest: the table of attempts names nobody.
-std::string emailScope(std::string_view email)
+/// Guesses count by person and by where they come from, so that nobody can lock a person out from elsewhere. People
+/// are named by digest: the table of attempts names nobody.
+std::string guessScope(std::string_view email, std::string_view remote)
 {
-    return "email:" + Random::digest(UserRepository::normalized(email));
+    return fmt::format("guess:{}:{}", remote, Random::digest(UserRepository::normalized(email)));
 }
 
 /// Counts before the password is looked at, so that guesses made at the same time count too.
 std::optional<Refusal> whyNotTry(const Service& service, std::string_view email, std::string_view remote)
 {
-    const auto loan = service.database.borrow();
-    const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
     const auto& limits = service.policy.limits;
-    const auto byAddress =
-        AttemptLimit::whyNotNow(*loan, "address:" + std::string{remote}, limits.signInsPerAddress, service);
-    const auto byEmail = AttemptLimit::whyNotNow(*loan, emailScope(email), limits.signInsPerEmail, service);
-    transaction.commit();
-    return byAddress ? byAddress : byEmail;
+    return AttemptLimit::whyNotNow(
+        service, std::array{AttemptLimit::Scope{guessScope(email, remote), limits.signInsPerPerson},
+                            AttemptLimit::Scope{fmt::format("address:{}", remote), limits.signInsPerAddress}});
 }
 
 std::optional<User> findUser(const Service& service, std::string_view email)
@@ -92,12 +91,15 @@ std::expected<IssuedSession, Refusal> SignIn::withPassword(const Service& servic
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
     Transaction transaction{*loan, Transaction::Mode::writing};
-    const auto owner = choose(MemberRepository::memberships(*loan, user->id), user->currentCompanyID, service.policy);
+    const auto now = UserRepository::findByEmail(*loan, email);
+    if (!now || now->id != user->id || now->passwordHash != user->passwordHash)
+        return std::unexpected(Authentication::unauthorized()); // changed while it was looked at
+    const auto owner = choose(MemberRepository::memberships(*loan, user->id), now->currentCompanyID, service.policy);
     if (!owner)
         return std::unexpected(owner.error());
     auto session = Authentication::issue(*loan, *owner, service);
     UserRepository::writeCurrentCompany(*loan, user->id, owner->companyID);
-    AttemptRepository::forget(*loan, emailScope(email));
+    AttemptRepository::forget(*loan, guessScope(email, remote));
     transaction.commit();
     return session;
 }

@@ -1,15 +1,19 @@
 #include "LedgerService/Operations/CommandLine.h"
 
+#include <csignal>
 #include <exception>
 
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
 #include <sys/stat.h>
 
+#include "LedgerService/Operations/Backup.h"
 #include "LedgerService/Operations/CreateCompany.h"
+#include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Operations/Serve.h"
 #include "LedgerService/Operations/Verify.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 
 namespace LedgerService {
@@ -29,11 +33,10 @@ void addDatabase(CLI::App& command, std::string& file)
 
 int verify(const std::string& file)
 {
-    const auto database = Database::openExisting(file);
-    if (!database)
-        return fail(database.error());
-    const auto loan = (*database)->borrow();
-    const auto report = Verify::run(*loan);
+    const auto checked = Verify::file(file);
+    if (!checked)
+        return fail(checked.error());
+    const auto& report = *checked;
     for (const auto& problem : report.problems)
         fmt::print("{}\n", problem);
     fmt::print("companies: {}, entries: {}, {}\n", report.companies, report.entries,
@@ -42,12 +45,33 @@ int verify(const std::string& file)
     return report.problems.empty() ? 0 : 1;
 }
 
+int migrate(const std::string& file)
+{
+    const auto database = Database::openExisting(file);
+    if (!database)
+        return fail(database.error());
+    fmt::print("{} has schema {}.\n", file, Migrations::newest());
+    return 0;
+}
+
+/// One consistent state of the books as a new file, which nobody else may read.
+int backup(const std::string& file, const std::string& to)
+{
+    if (const auto refused = Backup::take(file, to))
+        return fail(*refused);
+    fmt::print("{} is a copy of {}.\n", to, file);
+    return 0;
+}
+
 int createCompany(const std::string& file, CreateCompany::Order order)
 {
     auto password = CreateCompany::readPassword();
     if (!password)
         return fail(password.error());
     order.password = *std::move(password);
+    if (const auto refused = DatabaseFile::whyNotName(file))
+        return fail(*refused);
+    const bool found = !DatabaseFile::whyNotExisting(file);
     const auto database = Database::open(file);
     if (!database)
         return fail(database.error());
@@ -55,6 +79,8 @@ int createCompany(const std::string& file, CreateCompany::Order order)
     const auto id = CreateCompany::carryOut(*loan, order);
     if (!id)
         return fail(id.error());
+    if (!found)
+        fmt::print("{} is new: it keeps the books of this company alone.\n", file);
     fmt::print("Company {} is ready; its owner signs in as {}.\n", *id, order.ownerEmail);
     return 0;
 }
@@ -64,6 +90,7 @@ struct Arguments {
     Serve::Options serving;
     bool demonstration = false;
     std::string file;
+    std::string to;
     CreateCompany::Order order;
 };
 
@@ -75,8 +102,15 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
         ->capture_default_str()
         ->type_name("ADDRESS:PORT");
     addDatabase(serve, serving.databaseFile);
+    serve.add_flag("--create", serving.create, "Make the file when it is missing");
     serve.add_flag("--behind-tls-proxy", serving.behindTlsProxy,
                    "A proxy in front speaks TLS; needed on any address that is not loopback");
+    serve
+        .add_option("--trusted-proxy", serving.trustedProxies,
+                    "Address or network of a proxy in front, such as 10.0.0.0/8; may be repeated. Without it whoever "
+                    "connects counts as the proxy")
+        ->type_name("NETWORK")
+        ->needs("--behind-tls-proxy");
     serve.add_flag("--demo,!--no-demo", into.demonstration,
                    "Offer the demonstration companies; without this, on loopback addresses only");
     serve.add_flag("--quiet", serving.quiet, "Log failures only");
@@ -85,9 +119,26 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
 
 CLI::App& declareVerify(CLI::App& app, Arguments& into)
 {
-    auto& verifying = *app.add_subcommand("verify", "Recompute all balances and check all books");
+    auto& verifying = *app.add_subcommand("verify", "Check the file, its schema and all books; changes nothing");
     addDatabase(verifying, into.file);
     return verifying;
+}
+
+CLI::App& declareMigrate(CLI::App& app, Arguments& into)
+{
+    auto& migrating =
+        *app.add_subcommand("migrate", "Bring the schema of the file up to date, as serve does at its start");
+    addDatabase(migrating, into.file);
+    return migrating;
+}
+
+CLI::App& declareBackup(CLI::App& app, Arguments& into)
+{
+    auto& copying = *app.add_subcommand("backup", "Copy one consistent state of the books to a new file; the service "
+                                                  "may run meanwhile");
+    addDatabase(copying, into.file);
+    copying.add_option("--to", into.to, "The file to make")->required()->type_name("FILE");
+    return copying;
 }
 
 void declareCreateCompany(CLI::App& app, Arguments& into)
@@ -109,6 +160,9 @@ void declareCreateCompany(CLI::App& app, Arguments& into)
 
 int CommandLine::run(int argumentCount, const char* const* arguments)
 {
+    // What goes wrong when a reader of the log leaves, or a file may grow no more, is told by the call that fails.
+    std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
     umask(S_IRWXG | S_IRWXO); // the database is for the service's own user alone
     CLI::App app{"The Tallyfold ledger service: keeps the books of companies in one database.", "tallyfold-service"};
     app.set_version_flag("--version", std::string{"tallyfold-service "} + TALLYFOLD_VERSION);
@@ -116,6 +170,8 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
     Arguments given;
     const auto& serve = declareServe(app, given);
     const auto& verifying = declareVerify(app, given);
+    const auto& migrating = declareMigrate(app, given);
+    const auto& copying = declareBackup(app, given);
     declareCreateCompany(app, given);
     try {
         app.parse(argumentCount, arguments);
@@ -123,6 +179,10 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
             given.serving.demonstration = given.demonstration;
         if (serve.parsed())
             return Serve::run(given.serving);
+        if (migrating.parsed())
+            return migrate(given.file);
+        if (copying.parsed())
+            return backup(given.file, given.to);
         return verifying.parsed() ? verify(given.file) : createCompany(given.file, std::move(given.order));
     } catch (const CLI::ParseError& problem) {
         return app.exit(problem);

@@ -11,6 +11,7 @@
 
 #include "LedgerService/Http/Server.h"
 #include "LedgerService/Log.h"
+#include "LedgerService/Operations/DatabaseFile.h"
 
 namespace LedgerService {
 
@@ -84,6 +85,12 @@ int Serve::run(const Options& options)
     if (!endpoint->isLoopback() && !options.behindTlsProxy)
         return fail("passwords and tokens would cross the network unprotected: put a proxy that speaks TLS in front "
                     "and say so with --behind-tls-proxy, or listen on a loopback address");
+    if (auto refused = options.create ? DatabaseFile::whyNotName(options.databaseFile)
+                                      : DatabaseFile::whyNotExisting(options.databaseFile))
+        return fail(*refused +
+                    (options.create ? "" : " (new books begin with create-company, or with serve --create)"));
+    if (auto refused = DatabaseFile::whyNotSafe(options.databaseFile))
+        return fail(*refused);
     Log::start(options.quiet ? Log::Level::failures : Log::Level::requests);
     const bool demonstration = options.demonstration.value_or(endpoint->isLoopback() && !options.behindTlsProxy);
     ServerOptions serverOptions;
@@ -91,17 +98,21 @@ int Serve::run(const Options& options)
     serverOptions.port = endpoint->port;
     serverOptions.databaseFile = options.databaseFile;
     serverOptions.behindProxy = options.behindTlsProxy;
+    serverOptions.trustedProxies = options.trustedProxies;
     serverOptions.policy.demonstration = demonstration;
     EndSignals endSignals;
     const auto server = Server::start(std::move(serverOptions));
     if (!server)
         return fail(server.error());
+    for (const auto& each : DatabaseFile::warnings(options.databaseFile))
+        Log::warning(each);
     endpoint->port = (*server)->port();
     fmt::print("Tallyfold service listening on {}\n", endpoint->url());
     std::fflush(stdout);
     endSignals.wait();
     Log::note("stopping");
     (*server)->stop();
+    Log::finish();
     return 0;
 }
 

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace LedgerService {
 
@@ -12,9 +13,11 @@ namespace Serve {
 struct Options {
     std::string listen = "127.0.0.1:48731";
     std::string databaseFile;
+    bool create = false; // makes the file when it is missing
     bool behindTlsProxy = false;
-    std::optional<bool> demonstration; // unset: on a loopback address only
-    bool quiet = false;                // logs failures only
+    std::vector<std::string> trustedProxies; // with behindTlsProxy; empty: whoever connects is the proxy
+    std::optional<bool> demonstration;       // unset: on a loopback address only
+    bool quiet = false;                      // logs failures only
 };
 
 struct Endpoint {

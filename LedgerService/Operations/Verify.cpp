@@ -1,11 +1,15 @@
 #include "LedgerService/Operations/Verify.h"
 
 #include <algorithm>
+#include <array>
+#include <filesystem>
+#include <functional>
 #include <unordered_map>
 
 #include <fmt/core.h>
 
 #include "LedgerService/Books/BookInvariants.h"
+#include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
 #include "LedgerService/Storage/Rows/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
@@ -13,6 +17,11 @@
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 #include "LedgerService/Storage/Rows/FragmentUpkeep.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Schema/Migrations.h"
+#include "LedgerService/Storage/Schema/SchemaComparison.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
@@ -45,22 +54,160 @@ Books read(Connection& connection, std::string_view companyID)
     return books;
 }
 
+using Problems = std::vector<std::string>;
+
+/// Runs a check to its end, or says that it could not come to one.
+void attempt(Problems& problems, std::string_view what, const std::function<void()>& check)
+{
+    try {
+        check();
+    } catch (const std::exception& failure) {
+        problems.push_back(fmt::format("{}: cannot be checked: {}", what, DatabaseFailure::words(failure)));
+    }
+}
+
+/// Each statement gives a problem in words per row.
+constexpr std::array rowChecks{
+    R"sql(
+    SELECT 'file: ' || integrity_check FROM pragma_integrity_check WHERE integrity_check <> 'ok')sql",
+    R"sql(
+    SELECT 'table ' || "table" || ': row ' || COALESCE(rowid, '') || ' refers to a missing row of ' || parent
+    FROM pragma_foreign_key_check)sql",
+    R"sql(
+    SELECT 'company ' || e.company_id || ': entry ' || e.id || ': moves nothing' FROM entries e
+    WHERE NOT EXISTS (SELECT 1 FROM legs l WHERE l.company_id = e.company_id AND l.sequence = e.sequence))sql",
+    R"sql(
+    SELECT 'company ' || l.company_id || ': change ' || l.sequence || ': movements without an entry' FROM legs l
+    WHERE NOT EXISTS (SELECT 1 FROM entries e WHERE l.company_id = e.company_id AND l.sequence = e.sequence)
+    GROUP BY l.company_id, l.sequence)sql",
+    R"sql(
+    SELECT 'company ' || company_id || ': change ' || sequence || ': moves ' || quote(amount_minor) FROM legs
+    WHERE typeof(amount_minor) <> 'integer')sql",
+    R"sql(
+    SELECT 'company ' || company_id || ': account ' || account_id || ': holds ' || quote(amount_minor) FROM balances
+    WHERE typeof(amount_minor) <> 'integer')sql",
+    // A command that recorded an entry was carried out with it, by the member who recorded it.
+    R"sql(
+    SELECT 'company ' || c.company_id || ': command ' || c.idempotency_key || ': its outcome is not what it recorded'
+    FROM commands c
+    WHERE c.outcome LIKE 'entry:%' AND NOT EXISTS
+        (SELECT 1 FROM entries e WHERE e.company_id = c.company_id AND e.id = substr(c.outcome, 7)
+            AND e.member_id = c.member_id AND e.created_at = c.created_at))sql",
+    R"sql(
+    SELECT 'company ' || company_id || ': ' || COUNT(*) || ' commands have the outcome ' || outcome FROM commands
+    WHERE outcome LIKE 'entry:%' GROUP BY company_id, outcome HAVING COUNT(*) > 1)sql",
+};
+
+struct JsonPlace {
+    std::string_view table;
+    std::string_view column;
+};
+
+constexpr std::array jsonColumns{
+    JsonPlace{"companies", "countries"},           JsonPlace{"companies", "enabled_locales"},
+    JsonPlace{"companies", "transaction_colors"},  JsonPlace{"members", "account_ids"},
+    JsonPlace{"members", "permissions"},           JsonPlace{"members", "account_grants"},
+    JsonPlace{"members", "selected_category_ids"}, JsonPlace{"members", "transaction_colors"},
+    JsonPlace{"accounts", "currencies"},           JsonPlace{"categories", "names"},
+    JsonPlace{"account_sets", "account_ids"},
+};
+
+void addRows(Connection& connection, Problems& problems, const std::string& statement)
+{
+    std::string words;
+    Query query{connection, statement};
+    query.into(words);
+    while (query.next())
+        problems.push_back(words);
+}
+
+void checkCompany(Connection& connection, const std::string& companyID, Verify::Report& report)
+{
+    const auto add = [&](const Problems& problems) {
+        for (const auto& problem : problems)
+            report.problems.push_back(fmt::format("company {}: {}", companyID, problem));
+    };
+    const auto what = fmt::format("company {}", companyID);
+    attempt(report.problems, what, [&] {
+        const auto books = read(connection, companyID);
+        report.entries += books.entries.size();
+        add(BookInvariants::broken(books));
+    });
+    attempt(report.problems, what, [&] { add(FragmentUpkeep::broken(connection, companyID)); });
+}
+
+std::optional<std::string> whyNotChecked(Connection& connection, const std::string& name)
+{
+    const auto version = Migrations::version(connection);
+    if (!version)
+        return fmt::format("{}: {}", name, version.error());
+    if (*version > Migrations::newest())
+        return fmt::format("{} has schema {}, this program knows schemas up to {}: use a newer program", name, *version,
+                           Migrations::newest());
+    if (*version < Migrations::newest())
+        return fmt::format("{} has schema {}, this program checks schema {}: bring a copy up to date with "
+                           "'tallyfold-service migrate', then verify that",
+                           name, *version, Migrations::newest());
+    return std::nullopt;
+}
+
+std::expected<Verify::Report, std::string> check(const std::string& name, Connection::Access access)
+{
+    Connection connection{name, access};
+    if (auto refused = whyNotChecked(connection, name))
+        return std::unexpected(*std::move(refused));
+    return Verify::run(connection);
+}
+
+bool hasLog(const std::string& name)
+{
+    std::error_code ignored;
+    return std::filesystem::exists(name + "-wal", ignored);
+}
+
 }
 
 Verify::Report Verify::run(Connection& connection)
 {
     const Transaction transaction{connection, Transaction::Mode::reading};
     Report report;
-    for (const auto& companyID : CompanyRepository::allIDs(connection)) {
-        const auto books = read(connection, companyID);
-        report.companies += 1;
-        report.entries += books.entries.size();
-        for (const auto& problem : BookInvariants::broken(books))
-            report.problems.push_back(fmt::format("company {}: {}", companyID, problem));
-        for (const auto& problem : FragmentUpkeep::broken(connection, companyID))
-            report.problems.push_back(fmt::format("company {}: {}", companyID, problem));
-    }
+    for (const auto* statement : rowChecks)
+        attempt(report.problems, "rows", [&] { addRows(connection, report.problems, statement); });
+    attempt(report.problems, "schema", [&] {
+        for (auto& each : SchemaComparison::differences(connection))
+            report.problems.push_back(std::move(each));
+    });
+    for (const auto& [table, column] : jsonColumns)
+        attempt(report.problems, table, [&] {
+            addRows(connection, report.problems,
+                    fmt::format("SELECT 'table {0}: row ' || rowid || ': {1} is no JSON' FROM {0} "
+                                "WHERE {1} IS NOT NULL AND NOT json_valid({1})",
+                                table, column));
+        });
+    attempt(report.problems, "companies", [&] {
+        for (const auto& companyID : CompanyRepository::allIDs(connection)) {
+            report.companies += 1;
+            checkCompany(connection, companyID, report);
+        }
+    });
     return report;
+}
+
+std::expected<Verify::Report, std::string> Verify::file(const std::string& name)
+{
+    if (auto refused = DatabaseFile::whyNotExisting(name))
+        return std::unexpected(*std::move(refused));
+    try {
+        // Without a log beside it nobody has it open, and nothing needs to be made beside it to read it.
+        if (!hasLog(name)) {
+            auto report = check(name, Connection::Access::frozen);
+            if (!hasLog(name))
+                return report; // still nobody
+        }
+        return check(name, Connection::Access::readOnly);
+    } catch (const std::exception& failure) {
+        return std::unexpected(fmt::format("cannot read {}: {}", name, DatabaseFailure::words(failure)));
+    }
 }
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <expected>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,12 @@ struct Report {
     std::vector<std::string> problems; // in words, with the company's id
 };
 
-/// Recomputes every balance from the legs and tests all that holds in sound books, as one state of the database.
+/// Checks the file's pages, its schema, its rows and all that holds in sound books, as one state of the database. What
+/// is wrong in one place does not keep the others from being checked.
 Report run(Connection& connection);
+
+/// The same for a file, which is read and never changed; in words when it holds no books of this program.
+std::expected<Report, std::string> file(const std::string& name);
 
 }
 

@@ -83,7 +83,11 @@ Database::Loan::Loan(Database& database, std::unique_ptr<Connection> connection)
 Database::Loan::~Loan()
 {
     const std::lock_guard guard{m_database.m_guard};
-    m_database.m_idle.push_back(std::move(m_connection));
+    try {
+        m_database.m_idle.push_back(std::move(m_connection));
+    } catch (const std::bad_alloc&) {
+        m_connection.reset(); // the next loan opens another one
+    }
 }
 
 }

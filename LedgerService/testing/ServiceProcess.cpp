@@ -48,10 +48,11 @@ std::uint16_t portOf(std::string_view readyLine)
 }
 
 ServiceProcess::ServiceProcess(const std::string& program, const std::string& databaseFile,
-                               const std::vector<std::string>& furtherArguments)
+                               const std::vector<std::string>& furtherArguments, Logging logging)
 {
-    std::vector<std::string> arguments{program,      "serve",      "--listen", "127.0.0.1:0",
-                                       "--database", databaseFile, "--quiet"};
+    std::vector<std::string> arguments{program, "serve", "--listen", "127.0.0.1:0", "--database", databaseFile};
+    if (logging == Logging::failures)
+        arguments.emplace_back("--quiet");
     arguments.insert(arguments.end(), furtherArguments.begin(), furtherArguments.end());
     std::array<int, 2> pipe{};
     require(pipe2(pipe.data(), O_CLOEXEC) == 0, "a pipe can be made");

@@ -12,9 +12,11 @@ namespace LedgerService {
 /// The service's program as a child process, listening on a free port of 127.0.0.1.
 class ServiceProcess {
 public:
+    enum class Logging { failures, requests };
+
     /// Starts `program` on the database and waits until it is ready; `port()` is 0 when it did not get so far.
     ServiceProcess(const std::string& program, const std::string& databaseFile,
-                   const std::vector<std::string>& furtherArguments = {});
+                   const std::vector<std::string>& furtherArguments = {}, Logging logging = Logging::failures);
     /// Ends a child that is still running, cleanly.
     ~ServiceProcess();
     ServiceProcess(const ServiceProcess&) = delete;

@@ -1,11 +1,17 @@
+#include <array>
 #include <atomic>
 #include <cstdlib>
+#include <filesystem>
+#include <optional>
 #include <thread>
 #include <vector>
 
 #include <boost/describe.hpp>
+#include <fcntl.h>
 #include <fmt/core.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
@@ -41,6 +47,8 @@ protected:
         foundSample(*loan, "sample");
         (*loan).execute("UPDATE companies SET bookkeeping_start_date = NULL");
         transaction.commit();
+        using std::filesystem::perms;
+        std::filesystem::permissions(file, perms::owner_read | perms::owner_write);
     }
 
     static AuthReply signIn(const ServiceProcess& process)
@@ -114,7 +122,7 @@ TEST_F(ServedByAProcess, KeepsWhatItConfirmedAndNothingHalfDoneWhenKilledInTheMi
 TEST_F(ServedByAProcess, MakesItsDatabaseUnreadableToOthers)
 {
     const auto fresh = folder.file("fresh.sqlite");
-    const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, fresh};
+    const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, fresh, {"--create"}};
     using std::filesystem::perms;
     EXPECT_EQ(std::filesystem::status(fresh).permissions(), perms::owner_read | perms::owner_write);
 }
@@ -184,6 +192,113 @@ TEST_F(ServedByAProcess, FoundsACompanyWhoseOwnerSignsIn)
     ASSERT_TRUE(reply.has_value()) << answer.body;
     EXPECT_EQ(reply->snapshot.company.name, "Toko Baru");
     EXPECT_EQ(reply->snapshot.currentMember.role, "owner");
+}
+
+TEST_F(ServedByAProcess, TakesNoMistypedNameForNewBooks)
+{
+    const auto mistyped = folder.file("boks.sqlite");
+    EXPECT_NE(run("serve --listen 127.0.0.1:0 --database " + mistyped), 0);
+    EXPECT_FALSE(std::filesystem::exists(mistyped));
+    EXPECT_NE(run("serve --listen 127.0.0.1:0 --create --database :memory:"), 0);
+    EXPECT_NE(run("serve --listen 127.0.0.1:0 --create --database file:x?mode=memory"), 0);
+    EXPECT_NE(run("migrate --database " + mistyped), 0);
+    EXPECT_NE(run("backup --to " + folder.file("copy.sqlite") + " --database " + mistyped), 0);
+}
+
+TEST_F(ServedByAProcess, ServesNoFileThatEveryoneMayChange)
+{
+    using std::filesystem::perms;
+    std::filesystem::permissions(file, perms::others_write, std::filesystem::perm_options::add);
+    EXPECT_NE(run("serve --listen 127.0.0.1:0 --database " + file), 0);
+    std::filesystem::permissions(file, perms::others_write, std::filesystem::perm_options::remove);
+    const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file};
+    EXPECT_NE(process.port(), 0);
+}
+
+TEST_F(ServedByAProcess, IsCopiedWholeAndForItsOwnerAloneWhileItServes)
+{
+    const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file};
+    const auto token = signIn(process).token;
+    EXPECT_EQ(HttpClient{process.port()}.send("POST", "/v1/transactions", token, expenseToday("k")).status, 200);
+    const auto copy = folder.file("copy.sqlite");
+    EXPECT_EQ(run("backup --database " + file + " --to " + copy), 0);
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(copy).permissions(), perms::owner_read | perms::owner_write);
+    const auto checked = Verify::file(copy);
+    ASSERT_TRUE(checked.has_value()) << checked.error();
+    EXPECT_EQ(checked->problems, std::vector<std::string>{});
+    EXPECT_EQ(checked->entries, 5U) << "what only the log beside the file holds is in the copy";
+    EXPECT_NE(run("backup --database " + file + " --to " + copy), 0) << "nothing is written over";
+}
+
+/// The service with its log at the write end of a pipe.
+class LoggedToAPipe {
+public:
+    explicit LoggedToAPipe(const std::string& file)
+    {
+        EXPECT_EQ(pipe2(m_log.data(), O_CLOEXEC), 0);
+        const int own = dup(STDERR_FILENO);
+        dup2(m_log[1], STDERR_FILENO); // inherited by the child
+        m_process.emplace(TALLYFOLD_SERVICE_PROGRAM, file, std::vector<std::string>{},
+                          ServiceProcess::Logging::requests);
+        dup2(own, STDERR_FILENO);
+        close(own);
+        close(m_log[1]);
+    }
+    ~LoggedToAPipe() { leave(); }
+    LoggedToAPipe(const LoggedToAPipe&) = delete;
+    LoggedToAPipe& operator=(const LoggedToAPipe&) = delete;
+
+    void leave()
+    {
+        if (m_log[0] >= 0)
+            close(std::exchange(m_log[0], -1));
+    }
+    ServiceProcess& process() { return *m_process; }
+
+private:
+    std::array<int, 2> m_log{};
+    std::optional<ServiceProcess> m_process;
+};
+
+TEST_F(ServedByAProcess, GoesOnWhenNobodyReadsItsLog)
+{
+    LoggedToAPipe service{file};
+    HttpClient client{service.process().port()};
+    int answered = 0;
+    for (int ask = 0; ask < 3000; ++ask) // some 150 kB of log, more than a pipe holds
+        answered += client.send("GET", "/health/live").status == 200;
+    EXPECT_EQ(answered, 3000) << "its reader has stopped";
+    service.leave();
+    for (int ask = 0; ask < 100; ++ask)
+        answered += client.send("GET", "/health/live").status == 200;
+    EXPECT_EQ(answered, 3100) << "its reader has gone";
+    EXPECT_EQ(service.process().stop(), 0);
+}
+
+TEST_F(ServedByAProcess, RefusesAndGoesOnWhenItsFileMayGrowNoMore)
+{
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    auto small = before;
+    small.rlim_cur = std::filesystem::file_size(file) + 100'000; // the log beside it grows up to here
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    std::optional<ServiceProcess> process;
+    process.emplace(TALLYFOLD_SERVICE_PROGRAM, file);
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto token = signIn(*process).token;
+    HttpClient client{process->port()};
+    int recorded = 0;
+    int status = 200;
+    for (; recorded < 2000 && status == 200; ++recorded)
+        status = client.send("POST", "/v1/transactions", token, expenseToday(std::to_string(recorded))).status;
+    EXPECT_EQ(status, 500);
+    EXPECT_EQ(client.send("GET", "/health/live").status, 200);
+    process.reset();
+    const auto checked = Verify::file(file);
+    ASSERT_TRUE(checked.has_value()) << checked.error();
+    EXPECT_EQ(checked->problems, std::vector<std::string>{});
+    EXPECT_EQ(checked->entries, 4U + static_cast<unsigned>(recorded) - 1);
 }
 
 struct EndpointCase {

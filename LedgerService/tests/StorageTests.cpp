@@ -174,7 +174,7 @@ TEST(Migrations, MakeTheFragmentsOfEntriesThatAnEarlierProgramRecorded)
     const auto file = folder.file("earlier.sqlite");
     {
         Connection connection{file};
-        for (const auto* statement : MigrationSteps::all().front())
+        for (const auto* statement : MigrationSteps::all().front().statements)
             connection.execute(statement);
         for (const auto* row : rowsOfAnEarlierProgram)
             connection.execute(row);

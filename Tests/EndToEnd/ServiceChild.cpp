@@ -26,7 +26,7 @@ bool ServiceChild::start()
 {
     static const QRegularExpression ready{QStringLiteral("listening on (http://[^\\s]+)")};
     m_process.start(m_program, {QStringLiteral("serve"), QStringLiteral("--listen"), m_listen,
-                                QStringLiteral("--database"), m_database});
+                                QStringLiteral("--database"), m_database, QStringLiteral("--create")});
     QString said;
     while (m_process.waitForReadyRead(startMilliseconds)) {
         said += QString::fromUtf8(m_process.readAllStandardOutput());

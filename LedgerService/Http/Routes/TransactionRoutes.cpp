@@ -1,10 +1,12 @@
 #include <array>
 
+#include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Commands/EntryCommands.h"
 #include "LedgerService/Http/CommandOnce.h"
 #include "LedgerService/Http/RequestBody.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Storage/Rows/EntryRepository.h"
 
 namespace LedgerService {
 
@@ -19,22 +21,33 @@ EntryCommands::Act actOf(const MemberCall& call)
             .now = call.now};
 }
 
+/// The entry of an earlier outcome as it was when it was recorded.
+LedgerTransaction recordedBefore(const MemberCall& call, std::string_view outcome)
+{
+    auto entry = EntryRepository::find(call.connection, call.companyID, CommandOnce::entryIDOf(outcome));
+    require(entry.has_value(), "recorded entries stay");
+    entry->reversedBy.reset();
+    return *std::move(entry);
+}
+
 /// Replies with the recorded entry alone: the reply, as the work, does not grow with the ledger.
 Outcome post(const MemberCall& call)
 {
     const auto input = RequestBody::decode<TransactionInput>(call.request);
     if (!input)
         return std::unexpected(input.error());
-    auto recorded = CommandOnce::outcome(call, input->idempotencyKey, "entry\n" + Json::encode(*input),
-                                         [&]() -> std::expected<std::string, Refusal> {
-                                             const auto entry = EntryCommands::post(actOf(call), *input);
-                                             if (!entry)
-                                                 return std::unexpected(entry.error());
-                                             return Json::encode(*entry);
-                                         });
+    std::optional<LedgerTransaction> entry;
+    const auto recorded = CommandOnce::outcome(call, input->idempotencyKey, CommandFingerprint::of("entry", *input),
+                                               [&]() -> std::expected<std::string, Refusal> {
+                                                   auto posted = EntryCommands::post(actOf(call), *input);
+                                                   if (!posted)
+                                                       return std::unexpected(std::move(posted.error()));
+                                                   entry = *std::move(posted);
+                                                   return CommandOnce::recordedEntry(entry->id);
+                                               });
     if (!recorded)
-        return std::unexpected(std::move(recorded.error()));
-    return Reply{.status = 200, .body = *std::move(recorded)};
+        return std::unexpected(recorded.error());
+    return Reply{.status = 200, .body = Json::encode(entry ? *entry : recordedBefore(call, *recorded))};
 }
 
 Outcome reverse(const MemberCall& call)
@@ -44,12 +57,12 @@ Outcome reverse(const MemberCall& call)
         return std::unexpected(command.error());
     const auto& entryID = call.parameters.front();
     const auto recorded =
-        CommandOnce::outcome(call, command->idempotencyKey, "reversal\n" + entryID + "\n" + Json::encode(*command),
+        CommandOnce::outcome(call, command->idempotencyKey, CommandFingerprint::of("reversal\n" + entryID, *command),
                              [&]() -> std::expected<std::string, Refusal> {
-                                 auto entry = EntryCommands::reverse(actOf(call), entryID, *command);
+                                 const auto entry = EntryCommands::reverse(actOf(call), entryID, *command);
                                  if (!entry)
-                                     return std::unexpected(std::move(entry.error()));
-                                 return std::move(entry->id);
+                                     return std::unexpected(entry.error());
+                                 return CommandOnce::recordedEntry(entry->id);
                              });
     if (!recorded)
         return std::unexpected(recorded.error());

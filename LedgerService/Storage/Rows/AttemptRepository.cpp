@@ -14,28 +14,34 @@ constexpr auto countAttempt = R"sql(
                               ELSE attempts.window_ends_at END
 )sql";
 
-constexpr auto selectCount = R"sql(
-    SELECT count FROM attempts WHERE scope = :scope
+constexpr auto selectCurrent = R"sql(
+    SELECT count, window_ends_at FROM attempts WHERE scope = :scope AND window_ends_at > :now
 )sql";
 
 constexpr auto deleteScope = R"sql(
     DELETE FROM attempts WHERE scope = :scope
 )sql";
 
-constexpr auto deleteEnded = R"sql(
-    DELETE FROM attempts WHERE window_ends_at <= :now
+// More than one attempt adds, so that the table shrinks after a flood.
+constexpr auto deleteSomeEnded = R"sql(
+    DELETE FROM attempts WHERE scope IN
+        (SELECT scope FROM attempts WHERE window_ends_at <= :now ORDER BY window_ends_at LIMIT 16)
 )sql";
 
 }
 
-int AttemptRepository::count(Connection& connection, std::string_view scope, std::string_view now,
-                             std::string_view windowEndsAt)
+AttemptCount AttemptRepository::current(Connection& connection, std::string_view scope, std::string_view now)
+{
+    AttemptCount found;
+    Query query{connection, selectCurrent};
+    query.bind("scope", scope).bind("now", now).into(found.count).into(found.windowEndsAt);
+    return query.next() ? found : AttemptCount{};
+}
+
+void AttemptRepository::count(Connection& connection, std::string_view scope, std::string_view now,
+                              std::string_view windowEndsAt)
 {
     Query{connection, countAttempt}.bind("scope", scope).bind("ends", windowEndsAt).bind("now", now).run();
-    int counted = 0;
-    Query query{connection, selectCount};
-    query.bind("scope", scope).into(counted).next();
-    return counted;
 }
 
 void AttemptRepository::forget(Connection& connection, std::string_view scope)
@@ -43,9 +49,9 @@ void AttemptRepository::forget(Connection& connection, std::string_view scope)
     Query{connection, deleteScope}.bind("scope", scope).run();
 }
 
-void AttemptRepository::removeEnded(Connection& connection, std::string_view now)
+void AttemptRepository::removeSomeEnded(Connection& connection, std::string_view now)
 {
-    Query{connection, deleteEnded}.bind("now", now).run();
+    Query{connection, deleteSomeEnded}.bind("now", now).run();
 }
 
 }

@@ -1,21 +1,31 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace LedgerService {
 
 class Connection;
 
-/// Counts attempts within a window of time, by scope ("email:…", "address:…"). Kept in the database, so that all
-/// processes of a service count together.
+/// How often something was tried within the current window of time, and when that ends.
+struct AttemptCount {
+    int count = 0;
+    std::string windowEndsAt; // stamp; empty when nothing was tried
+};
+
+/// Counts attempts within a window of time, by scope ("address:…"). Kept in the database, so that all processes of a
+/// service count together.
 namespace AttemptRepository {
 
-/// Counts one more attempt and gives the count within the current window, which starts anew once it has ended.
-int count(Connection& connection, std::string_view scope, std::string_view now, std::string_view windowEndsAt);
+AttemptCount current(Connection& connection, std::string_view scope, std::string_view now);
+
+/// Counts one more attempt; the window starts anew once it has ended.
+void count(Connection& connection, std::string_view scope, std::string_view now, std::string_view windowEndsAt);
 
 void forget(Connection& connection, std::string_view scope);
 
-void removeEnded(Connection& connection, std::string_view now);
+/// Removes a few of those whose window has ended, so that nobody pays for all of them at once.
+void removeSomeEnded(Connection& connection, std::string_view now);
 
 }
 

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include "LedgerService/Storage/Schema/StrictTables.h"
+
 namespace LedgerService {
 
 namespace {
@@ -247,7 +249,24 @@ constexpr std::array fragments{
     CREATE INDEX loose_attachments ON attachments (company_id, member_id) WHERE linked_change = 0)sql",
 };
 
-constexpr std::array<MigrationSteps::Step, 2> steps{firstSchema, fragments};
+// Attempts are swept by their end. A company's day is that of its time zone; without one, of the machine's. Of what a
+// command that recorded an entry led to, the entry's id is kept.
+constexpr std::array strictness{
+    R"sql(
+    CREATE INDEX attempts_by_end ON attempts (window_ends_at))sql",
+    R"sql(
+    ALTER TABLE companies ADD COLUMN time_zone TEXT)sql",
+    R"sql(
+    UPDATE commands SET outcome = 'entry:' ||
+        CASE WHEN substr(outcome, 1, 1) = '{' THEN json_extract(outcome, '$.id') ELSE outcome END)sql",
+};
+
+// Tables of later steps say STRICT themselves.
+constexpr std::array steps{
+    MigrationSteps::Step{firstSchema},
+    MigrationSteps::Step{fragments},
+    MigrationSteps::Step{strictness, StrictTables::makeAll},
+};
 
 }
 

@@ -4,10 +4,15 @@
 
 namespace LedgerService {
 
-/// The statements of every step, step 1 first. They use only what SQLite and PostgreSQL share.
+class Connection;
+
+/// What every step does, step 1 first. Foreign keys are not enforced meanwhile, so that tables can be made anew.
 namespace MigrationSteps {
 
-using Step = std::span<const char* const>;
+struct Step {
+    std::span<const char* const> statements;
+    void (*then)(Connection&) = nullptr; // once the statements have run
+};
 
 std::span<const Step> all();
 

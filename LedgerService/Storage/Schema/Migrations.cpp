@@ -8,6 +8,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerService/Log.h"
 #include "LedgerService/Storage/Schema/MigrationSteps.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
@@ -46,18 +47,44 @@ std::expected<int, std::string> currentVersion(Connection& connection)
         return version;
     Query query{connection, selectVersion};
     query.into(version).next();
+    if (version < 0)
+        return std::unexpected(fmt::format("{} is no version of the schema: the file is damaged", version));
     return version;
 }
 
-void take(Connection& connection, int version, std::span<const char* const> statements)
+void take(Connection& connection, int version, const MigrationSteps::Step& step)
 {
-    for (const auto* statement : statements)
+    for (const auto* statement : step.statements)
         connection.execute(statement);
+    if (step.then)
+        step.then(connection);
     Query{connection, insertVersion}
         .bind("version", version)
         .bind("now", LedgerDay::stamp(std::chrono::system_clock::now()))
         .run();
 }
+
+/// While it lives, rows may refer to tables that are being made anew.
+class ForeignKeysOff {
+public:
+    explicit ForeignKeysOff(Connection& connection) : m_connection(connection)
+    {
+        m_connection.execute("PRAGMA foreign_keys = OFF");
+    }
+    ~ForeignKeysOff()
+    {
+        try {
+            m_connection.execute("PRAGMA foreign_keys = ON");
+        } catch (const std::exception& failure) {
+            Log::failure("(schema)", failure.what());
+        }
+    }
+    ForeignKeysOff(const ForeignKeysOff&) = delete;
+    ForeignKeysOff& operator=(const ForeignKeysOff&) = delete;
+
+private:
+    Connection& m_connection;
+};
 
 }
 
@@ -66,11 +93,17 @@ int Migrations::newest()
     return static_cast<int>(MigrationSteps::all().size());
 }
 
+std::expected<int, std::string> Migrations::version(Connection& connection)
+{
+    return currentVersion(connection);
+}
+
 std::optional<std::string> Migrations::apply(Connection& connection)
 {
     const auto known = currentVersion(connection);
     if (known == newest())
-        return std::nullopt; // without waiting for writers
+        return std::nullopt;                    // without waiting for writers
+    const ForeignKeysOff unchecked{connection}; // has no effect within a transaction
     Transaction transaction{connection, Transaction::Mode::writing};
     const auto steps = MigrationSteps::all();
     const auto current = currentVersion(connection);

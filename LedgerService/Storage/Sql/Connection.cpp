@@ -1,5 +1,8 @@
 #include "LedgerService/Storage/Sql/Connection.h"
 
+#include <filesystem>
+
+#include <fmt/core.h>
 #include <soci/sqlite3/soci-sqlite3.h>
 
 #include "LedgerCore/Domain/Contract.h"
@@ -13,16 +16,31 @@ namespace {
 constexpr auto busySeconds = "10";
 
 /// A connection is used by one thread at a time, so the library need not lock it at every column that is read.
-void dropInnerLocks()
+/// Files are named by addresses where they are not to be changed.
+void configureLibrary()
 {
-    static const int once = sqlite_api::sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
-    static_cast<void>(once); // refused when the process already uses the library: slower, no less right
+    // Refused when the process already uses the library: slower, no less right.
+    static const int unlocked = sqlite_api::sqlite3_config(SQLITE_CONFIG_MULTITHREAD);
+    static const int addresses = sqlite_api::sqlite3_config(SQLITE_CONFIG_URI, 1);
+    static_cast<void>(unlocked + addresses);
 }
 
-std::string connectString(const std::string& file)
+/// The file's path as a part of an address.
+std::string escaped(const std::string& file)
 {
-    dropInnerLocks();
-    return "dbname=\"" + file + "\" timeout=" + busySeconds;
+    std::string text;
+    for (const auto each : std::filesystem::absolute(file).string())
+        text += each == '?' || each == '#' || each == '%' ? fmt::format("%{:02X}", each) : std::string{each};
+    return text;
+}
+
+std::string connectString(const std::string& file, Connection::Access access)
+{
+    configureLibrary();
+    auto name = file;
+    if (access != Connection::Access::readWrite)
+        name = "file://" + escaped(file) + (access == Connection::Access::frozen ? "?immutable=1" : "?mode=ro");
+    return fmt::format("dbname=\"{}\" timeout={}", name, busySeconds);
 }
 
 }
@@ -33,8 +51,10 @@ PreparedStatement::PreparedStatement(soci::session& session, std::string_view sq
     statement.prepare(std::string{sql});
 }
 
-Connection::State::State(const std::string& file) : session(soci::sqlite3, connectString(file))
+Connection::State::State(const std::string& file, Access access) : session(soci::sqlite3, connectString(file, access))
 {
+    if (access != Access::readWrite)
+        return;
     session << "PRAGMA journal_mode = WAL";
     session << "PRAGMA synchronous = FULL";
     session << "PRAGMA foreign_keys = ON";
@@ -55,7 +75,7 @@ PreparedStatement& Connection::State::prepared(std::string_view sql)
     return *found->second;
 }
 
-Connection::Connection(const std::string& file) : m_state(std::make_unique<State>(file)) {}
+Connection::Connection(const std::string& file, Access access) : m_state(std::make_unique<State>(file, access)) {}
 
 Connection::~Connection() = default;
 

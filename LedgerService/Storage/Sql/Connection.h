@@ -9,8 +9,12 @@ namespace LedgerService {
 /// A database that fails (disk full, file damaged) throws `soci::soci_error`; the HTTP room turns that into a 500.
 class Connection {
 public:
-    /// Opens or makes the SQLite file; every commit on it is durable before it returns.
-    explicit Connection(const std::string& file);
+    /// What may be done with the file. `frozen`: it is read as if nobody else could change it meanwhile, which also
+    /// works where nothing beside it can be written.
+    enum class Access { readWrite, readOnly, frozen };
+
+    /// Opens the SQLite file, or makes it if it may; every commit on it is durable before it returns.
+    explicit Connection(const std::string& file, Access access = Access::readWrite);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;

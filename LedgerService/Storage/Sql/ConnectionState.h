@@ -23,7 +23,7 @@ struct PreparedStatement {
 
 /// What a connection holds; only the sources that speak to the database library see it.
 struct Connection::State {
-    explicit State(const std::string& file);
+    State(const std::string& file, Access access);
 
     /// Lends the prepared statement of this text, made at its first use, to one query.
     PreparedStatement& prepared(std::string_view sql);

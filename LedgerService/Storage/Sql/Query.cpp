@@ -133,7 +133,7 @@ Query::~Query()
             m_parts->prepared.inUse = false;
             return;
         }
-    } catch (const soci::soci_error&) {
+    } catch (const std::exception&) {
         m_parts->exhausted = false;
     }
     const auto key = m_parts->prepared.key;
