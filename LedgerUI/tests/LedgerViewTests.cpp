@@ -2,15 +2,18 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
@@ -21,12 +24,12 @@
 #include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
-#include "LedgerUI/Screens/Ledger/LedgerDelegate.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/TypeScale.h"
 #include "LedgerUI/testing/LabelAudit.h"
+#include "LedgerUI/testing/ScreenDriver.h"
 #include "LedgerUI/testing/Settling.h"
 
 namespace {
@@ -80,7 +83,161 @@ struct OpenedLedger {
     StoreUnderTest under;
     QWidget window; // in the place of the workspace
     LedgerView* view = nullptr;
+    ScreenDriver person;
 };
+
+SnapshotBuilder ledgerOfManyCategories()
+{
+    auto books = sampleLedger();
+    for (int each = 0; each < 60; ++each) {
+        const auto id = "c" + std::to_string(each);
+        books.category(id, "expense", "Kind of spending " + std::to_string(each));
+        books.expense("s" + std::to_string(each), "2026-11-03", "Operating bank", "USD", 100 + each, id);
+    }
+    return books;
+}
+
+TEST(LedgerView, ListsTheChoicesOfAFilterInsideTheWindowAndChoosesNoneByOpeningThem)
+{
+    OpenedLedger page{ledgerOfManyCategories(), smallest};
+    const auto before = page.titles();
+    for (const auto* name : {"filterAll", "filterAll"}) {
+        page.person.press(name);
+        EXPECT_EQ(page.titles(), before);
+        settle();
+    }
+    page.window.resize(usual);
+    settle();
+    page.person.press("filterCategories");
+    EXPECT_EQ(page.titles(), before);
+    const auto* popover = page.window.findChild<QWidget*>(QStringLiteral("filterPopover"));
+    EXPECT_TRUE(page.window.rect().contains(popover->geometry()));
+    EXPECT_EQ(page.person.focus(), "choiceSearch");
+    page.person.type("spending 41");
+    page.person.keys("Return");
+    EXPECT_EQ(page.titles(), "Kind of spending 41");
+    EXPECT_EQ(page.person.read("filterCategories"), "Category 1");
+    page.person.keys("Down Space Escape");
+    EXPECT_EQ(page.titles(), before);
+    EXPECT_EQ(page.person.focus(), "filterCategories");
+}
+
+TEST(LedgerView, ClearsSearchFiltersAndPeriodAtOnce)
+{
+    const OpenedLedger page;
+    auto* browser = page.view->findChild<LedgerBrowser*>();
+    const auto opened = browser->filter();
+    EXPECT_FALSE(page.person.shows("filterClear"));
+    browser->setFilter({.text = "huong", .kinds = {"expense"}});
+    ASSERT_TRUE(page.person.offers("filterClear"));
+    const_cast<OpenedLedger&>(page).person.press("filterClear");
+    EXPECT_EQ(browser->filter(), opened);
+    EXPECT_EQ(page.find<QLineEdit>("ledgerSearch")->text(), QString{});
+    EXPECT_EQ(page.person.focus(), "ledgerTable");
+}
+
+TEST(LedgerView, ChoosesWhatItFramesAndTakesItsKeysFromAnywhereInTheWindow)
+{
+    OpenedLedger page;
+    QPushButton outside{&page.window};
+    outside.show();
+    outside.setFocus();
+    auto* table = page.find<LedgerTable>("ledgerTable");
+    page.person.keys("Ctrl+F");
+    EXPECT_EQ(page.person.focus(), "ledgerSearch");
+    page.person.type("utilities");
+    page.person.keys("Down");
+    EXPECT_EQ(page.person.focus(), "ledgerTable");
+    EXPECT_EQ(table->selectedIDs(), (std::vector<std::string>{"v1"}));
+    page.person.keys("End");
+    EXPECT_EQ(table->selectedIDs(), (std::vector<std::string>{"e2"}));
+    page.person.keys("Home Down");
+    EXPECT_EQ(table->selectedRows(), (std::vector<int>{1}));
+    EXPECT_EQ(table->currentIndex().row(), 1);
+
+    // What hides the chosen row leaves nothing framed either.
+    page.view->findChild<LedgerBrowser*>()->setFilter({.kinds = {"transfer"}});
+    EXPECT_FALSE(table->currentIndex().isValid());
+    page.person.keys("Down");
+    EXPECT_EQ(table->selectedIDs(), (std::vector<std::string>{"t1"}));
+
+    outside.setFocus();
+    page.person.keys("Ctrl+D");
+    EXPECT_FALSE(page.person.shows("detailPane"));
+    page.person.keys("Ctrl+D");
+    EXPECT_TRUE(page.person.shows("detailPane"));
+    page.person.keys("Shift+F8");
+    EXPECT_EQ(page.view->findChild<LedgerBrowser*>()->sort(),
+              (LedgerSort{LedgerSort::Key::date, LedgerSort::Direction::ascending}));
+    page.person.keys("F8");
+    EXPECT_EQ(page.view->findChild<LedgerBrowser*>()->sort().key, LedgerSort::Key::entry);
+    table->setFocus();
+    page.person.keys("Shift+F10");
+    EXPECT_TRUE(page.person.shows("entryMenu"));
+    page.person.keys("Escape");
+}
+
+TEST(LedgerView, RecordsOnTheAccountThatItIsNarrowedTo)
+{
+    OpenedLedger page;
+    page.view->findChild<LedgerBrowser*>()->setFilter({.accountIDs = {"Singapore"}});
+    page.person.keys("Ctrl+N");
+    EXPECT_EQ(page.window.findChild<QComboBox*>(QStringLiteral("entryAccount"))->currentText(),
+              QStringLiteral("Singapore"));
+}
+
+/// The form hands over what it recorded; the ledger goes there, or says why it is not to be seen.
+TEST(LedgerView, GoesToARecordedEntryAndKeepsWhatNarrowsTheLedger)
+{
+    OpenedLedger page;
+    auto* browser = page.view->findChild<LedgerBrowser*>();
+    const auto record = [&](const SnapshotBuilder& books, const QString& id) {
+        page.person.keys("Ctrl+N");
+        auto* form = page.window.findChild<TransactionForm*>();
+        page.under.server.replace("GET v1/snapshot", ServerReply::json(books.json()));
+        ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
+        Q_EMIT form->recorded(id);
+        delete form;
+        page.window.activateWindow();
+        settle();
+    };
+    auto books = sampleLedger();
+    record(books.expense("new", "2026-11-20", "Singapore", "USD", 100), QStringLiteral("new"));
+    EXPECT_EQ(page.find<LedgerTable>("ledgerTable")->selectedIDs(), (std::vector<std::string>{"new"}));
+    EXPECT_EQ(page.person.focus(), "ledgerTable");
+
+    auto narrow = browser->filter();
+    narrow.text = "huong";
+    browser->setFilter(narrow);
+    record(books.expense("other", "2026-11-19", "Singapore", "USD", 300), QStringLiteral("other"));
+    EXPECT_EQ(browser->filter(), narrow);
+    EXPECT_EQ(page.person.focus(), "recordedShow");
+    EXPECT_TRUE(page.person.says("The entry of 19 November 2026 is recorded, but outside"));
+    page.person.keys("Space");
+    EXPECT_EQ(page.find<LedgerTable>("ledgerTable")->selectedIDs(), (std::vector<std::string>{"other"}));
+    EXPECT_FALSE(page.person.shows("recordedElsewhere"));
+    EXPECT_EQ(page.person.focus(), "ledgerTable");
+}
+
+TEST(LedgerView, ShowsTheTotalsOfEveryCurrencyInsideTheSmallestWindow)
+{
+    auto books = snapshot().account("bank", {"USD"}).grantAll();
+    for (int each = 0; each < 40; ++each)
+        books.expense("e" + std::to_string(each), "2026-11-03", "bank", fmt::format("X{:02}", each), 123'456'789);
+    OpenedLedger page{books, smallest};
+    EXPECT_EQ(page.textOf("entryCount"), "40 entries");
+    page.person.press("totalsMore");
+    const auto* popover = page.window.findChild<QWidget*>(QStringLiteral("totalsPopover"));
+    EXPECT_TRUE(page.window.rect().contains(popover->geometry()));
+    const auto* scroll = popover->findChild<QScrollArea*>();
+    EXPECT_EQ(scroll->viewport()->width(), scroll->widget()->width());
+    page.person.keys("PgDown PgDown PgDown PgDown");
+    EXPECT_EQ(scroll->verticalScrollBar()->value(), scroll->verticalScrollBar()->maximum());
+    EXPECT_GT(scroll->verticalScrollBar()->maximum(), 0);
+    page.person.keys("Escape");
+    page.view->findChild<LedgerBrowser*>()->setFilter({.text = "X01"});
+    EXPECT_EQ(page.textOf("entryCount"), "0 of 40 entries");
+}
 
 TEST(LedgerView, FindsOpensAndCopiesAnEntryByKeyboardAlone)
 {
@@ -152,7 +309,7 @@ TEST(LedgerView, KeepsTheSameEntriesSelectedWhateverMovesOrHidesTheOthers)
     OpenedLedger page;
     auto* table = page.find<LedgerTable>("ledgerTable");
     auto* browser = page.view->findChild<LedgerBrowser*>();
-    ASSERT_TRUE(table->select("e2"));
+    ASSERT_TRUE(table->choose("e2"));
     for (const auto* id : {"e1", "x1"})
         table->selectionModel()->select(table->model()->index(table->entries().rowOf(id), 0),
                                         QItemSelectionModel::Select | QItemSelectionModel::Rows);
@@ -331,7 +488,7 @@ TEST(LedgerView, KeepsThePaneInItsWidthWhateverANoteHolds)
     auto books = sampleLedger();
     books.expense("linked", "2026-11-12", "Operating bank", "USD", 100).note(std::string(2000, 'W'));
     OpenedLedger page{books};
-    page.view->findChild<LedgerTable*>()->select("linked");
+    page.view->findChild<LedgerTable*>()->choose("linked");
     settle();
     const auto* scroll = page.find<QScrollArea>("detailScroll");
     EXPECT_EQ(scroll->widget()->width(), scroll->viewport()->width());
@@ -353,7 +510,7 @@ TEST_P(LedgerViewFits, DaysOfEveryYear)
     const QFontMetrics metrics{TypeScale::font(TypeStep::body)};
     for (int row = 0; row < table->model()->rowCount(); ++row) {
         const auto day = page.view->findChild<LedgerTable*>()->entries().row(row).day;
-        const int room = LedgerDelegate::contentsOf(table->visualRect(table->model()->index(row, 0)), 0).width();
+        const int room = RowDelegate::contentsOf(table->visualRect(table->model()->index(row, 0)), 0, 5).width();
         EXPECT_EQ(metrics.elidedText(day, Qt::ElideRight, room), day);
     }
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,6 +16,9 @@
 
 /// One snapshot made ready for browsing in one language: names looked up, search text folded, entries in order and
 /// everything that filters ask turned into small numbers. Immutable, so that workers and screens may share it.
+///
+/// The next snapshot mostly differs in an entry or two: a book made after an earlier one takes from it whatever is
+/// known of the entries that are the same, and says all the same what one made from the snapshot alone says.
 class LedgerBook {
 public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;
@@ -41,7 +45,8 @@ public:
         bool isInternal = false; // money moved inside the company only, as in a transfer
     };
 
-    LedgerBook(SnapshotPointer snapshot, std::string locale);
+    /// `before` may be any earlier book, or null.
+    LedgerBook(SnapshotPointer snapshot, std::string locale, const LedgerBook* before = nullptr);
 
     [[nodiscard]] const LedgerSnapshot& snapshot() const { return *m_snapshot; }
     [[nodiscard]] const SnapshotPointer& snapshotPointer() const { return m_snapshot; }
@@ -73,12 +78,29 @@ public:
     [[nodiscard]] const LedgerKeys& currencies() const { return m_currencies; }
 
 private:
+    /// Whether everything that entries are called by is as it was.
+    [[nodiscard]] bool callsAllAs(const LedgerBook& before) const;
+    void build();
+    /// Where the entries of a book before stand in this one, and which are new or changed.
+    struct Carried {
+        std::vector<std::uint32_t> now;
+        std::vector<std::uint32_t> fresh;
+        std::vector<std::uint32_t> changed; // with the fresh ones
+    };
+    /// False when the book before knows things that are gone by now.
+    bool continueFrom(const LedgerBook& before);
+    std::optional<Carried> carryOver(const LedgerBook& before);
+    void clear();
     void add(const LedgerTransaction& transaction);
+    void addAs(const LedgerBook& before, std::uint32_t at);
     void addLegs(const LedgerTransaction& transaction, Entry& entry);
     void addText(const LedgerTransaction& transaction, Entry& entry);
+    void index(const LedgerTransaction& transaction);
     std::uint32_t categoryNumber(const std::string& id);
-    void markInternal();
-    void countDays();
+    [[nodiscard]] bool isAskedAlike(std::uint32_t at, const LedgerBook& before, std::uint32_t beforeAt) const;
+    [[nodiscard]] bool movesInside(std::uint32_t at) const;
+    [[nodiscard]] bool comesBefore(std::uint32_t left, std::uint32_t right) const;
+    void finish();
 
     SnapshotPointer m_snapshot;
     LedgerNames m_names;

@@ -1,6 +1,5 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 
-#include <algorithm>
 #include <utility>
 
 #include <QCoro/QCoroFuture>
@@ -12,86 +11,61 @@
 
 namespace {
 
-constexpr std::size_t preparedAtOnce = 2000; // entries that are ready within a frame
-
-LedgerBookPointer makeLargeBook(SnapshotPointer snapshot, std::string locale)
-{
-    return releasedByWorker<LedgerBook>(std::move(snapshot), std::move(locale));
-}
+constexpr std::size_t answeredAtOnce = 2000; // entries that are looked through within a frame
 
 }
 
-QCoro::Task<LedgerBookPointer> prepareLedgerBook(SnapshotPointer snapshot, std::string locale)
-{
-    auto future = QtConcurrent::run(makeLargeBook, std::move(snapshot), std::move(locale));
-    auto book = co_await future;
-    co_return book;
-}
+/// All that an answer depends on, held so that a worker may look at it.
+struct LedgerBrowser::Question {
+    SnapshotPointer snapshot;
+    std::string locale;
+    LedgerQuery query;
+    LedgerListingPointer before;
+    LedgerBookPointer latest; // the newest book at hand, of these books or of earlier ones
+};
+
+struct LedgerBrowser::Answer {
+    SnapshotPointer snapshot; // the books that it is about
+    LedgerListingPointer listing;
+    RowChange change;
+};
 
 LedgerBrowser::LedgerBrowser(QObject* parent) : QObject{parent} {}
 
 void LedgerBrowser::open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today)
 {
-    m_today = today;
-    const auto asked = ++m_asked;
-    if (!snapshot) {
-        m_isPreparing = false;
-        m_book.reset();
-        compute();
-        return;
-    }
-    if (snapshot->transactions.size() <= preparedAtOnce) {
-        adopt(std::make_shared<const LedgerBook>(std::move(snapshot), std::move(locale)));
-        return;
-    }
-    m_isPreparing = true;
-    Q_EMIT changed();
-    QCoro::connect(prepareLedgerBook(std::move(snapshot), std::move(locale)), this,
-                   [this, asked](LedgerBookPointer book) {
-                       if (asked == m_asked)
-                           adopt(std::move(book));
-                   });
-}
-
-void LedgerBrowser::adopt(LedgerBookPointer book)
-{
-    const bool isFirst = m_book == nullptr;
-    m_isPreparing = false;
-    m_book = std::move(book);
-    m_counts = m_book->counts();
-    if (isFirst) {
-        m_filter.period = openingPeriod(m_counts, m_today);
-        if (m_filter.period != Period::containing(Period::Span::month, m_today))
-            m_latestInstead = m_filter.period;
-    }
-    compute();
+    m_snapshot = std::move(snapshot);
+    m_locale = std::move(locale);
+    m_query.today = today;
+    ask();
 }
 
 void LedgerBrowser::setFilter(LedgerFilter filter)
 {
-    if (filter == m_filter)
+    if (filter == m_query.filter)
         return;
-    m_filter = std::move(filter);
-    compute();
+    m_query.filter = std::move(filter);
+    ask();
 }
 
 void LedgerBrowser::setSort(LedgerSort sort)
 {
-    if (sort == m_sort)
+    if (sort == m_query.sort)
         return;
-    m_sort = sort;
-    compute();
+    m_query.sort = sort;
+    ask();
 }
 
 bool LedgerBrowser::reveal(std::string_view id)
 {
-    const auto at = m_book ? m_book->find(id) : LedgerBook::none;
+    const auto shown = book();
+    const auto at = shown ? shown->find(id) : LedgerBook::none;
     if (at == LedgerBook::none)
         return false;
-    if (std::ranges::find(m_rows, at) != m_rows.end())
+    if (!m_isWorking && m_listing->places[at] >= 0)
         return true;
-    LedgerFilter wider{.period = m_filter.period};
-    const auto& date = m_book->transaction(at).date;
+    LedgerFilter wider{.period = m_query.filter.period};
+    const auto& date = shown->transaction(at).date;
     if (!wider.period.contains(date)) {
         const auto day = LedgerDay::parse(date);
         wider.period = day ? Period::containing(Period::Span::month, *day) : Period::allTime();
@@ -100,18 +74,79 @@ bool LedgerBrowser::reveal(std::string_view id)
     return true;
 }
 
-bool LedgerBrowser::showsLatestInstead() const
+LedgerFilter LedgerBrowser::clearedFilter() const
 {
-    return m_latestInstead && *m_latestInstead == m_filter.period;
+    return {.period = openingPeriod(counts(), m_query.today)};
 }
 
-void LedgerBrowser::compute()
+bool LedgerBrowser::showsLatestInstead() const
 {
-    m_rows.clear();
-    m_totals.clear();
-    if (m_book) {
-        m_rows = sorted(*m_book, matching(*m_book, m_filter), m_sort);
-        m_totals = ::totals(*m_book, m_rows);
+    return m_listing && m_listing->book->size() > 0 && m_query.filter == clearedFilter() &&
+           m_query.filter.period != Period::containing(Period::Span::month, m_query.today);
+}
+
+LedgerBrowser::Answer LedgerBrowser::answer(const Question& question)
+{
+    const auto* before = question.before.get();
+    auto book = question.latest;
+    if (!book || book->snapshotPointer() != question.snapshot || book->locale() != question.locale)
+        book = releasedByWorker<LedgerBook>(question.snapshot, question.locale, book.get());
+    auto query = question.query;
+    if (!before)
+        query.filter.period = openingPeriod(book->counts(), query.today);
+    auto listing = releasedByWorker<LedgerListing>(listingOf(std::move(book), std::move(query)));
+    auto change = changeBetween(before, *listing);
+    return {question.snapshot, std::move(listing), std::move(change)};
+}
+
+QCoro::Task<LedgerBrowser::Answer> LedgerBrowser::answerOnWorker(Question question)
+{
+    auto future = QtConcurrent::run([](const Question& asked) { return answer(asked); }, std::move(question));
+    auto answer = co_await future;
+    co_return answer;
+}
+
+LedgerBrowser::Question LedgerBrowser::question() const
+{
+    return {m_snapshot, m_locale, m_query, m_listing, m_latest};
+}
+
+void LedgerBrowser::ask()
+{
+    if (!m_snapshot) {
+        m_listing.reset();
+        m_latest.reset();
+        m_change = {};
+        Q_EMIT changed();
+        return;
     }
+    if (m_isWorking) {
+        m_hasChanged = true;
+        return;
+    }
+    if (m_snapshot->transactions.size() <= answeredAtOnce) {
+        adopt(answer(question()));
+        return;
+    }
+    m_isWorking = true;
+    m_hasChanged = false;
+    Q_EMIT changed();
+    QCoro::connect(answerOnWorker(question()), this, [this](Answer answered) {
+        m_isWorking = false;
+        m_latest = answered.listing->book;
+        // An answer about other books, or to a question that has changed, is never shown.
+        if (m_hasChanged)
+            ask();
+        else
+            adopt(std::move(answered));
+    });
+}
+
+void LedgerBrowser::adopt(Answer answered)
+{
+    m_query.filter = answered.listing->query.filter;
+    m_latest = answered.listing->book;
+    m_listing = std::move(answered.listing);
+    m_change = std::move(answered.change);
     Q_EMIT changed();
 }

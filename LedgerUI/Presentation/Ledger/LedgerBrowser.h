@@ -1,22 +1,17 @@
 #pragma once
 
 #include <chrono>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include <QCoro/QCoroTask>
 #include <QObject>
 
-#include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
-#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
+#include "LedgerUI/Presentation/Ledger/LedgerListing.h"
 
-/// Makes a book; a large one on a worker, so that the screen never waits for it.
-QCoro::Task<LedgerBookPointer> prepareLedgerBook(SnapshotPointer snapshot, std::string locale);
-
-/// Where a person stands in the ledger: the book, what narrows it, its order, and the entries that result. Lives as
-/// long as the page, through refreshes and changes of language.
+/// Where a person stands in the ledger: the books, what narrows them, their order, and the entries that result. Lives
+/// as long as the page, through refreshes and changes of language. A large ledger is looked through on a worker; what
+/// is shown stays until the answer to the last question is there.
 class LedgerBrowser final : public QObject {
     Q_OBJECT
 public:
@@ -29,15 +24,20 @@ public:
     /// Makes sure that the entry is among those shown, whatever narrows them now. False when the book has no such
     /// entry.
     bool reveal(std::string_view id);
+    /// Without search and filters, in the period that the page opens with.
+    [[nodiscard]] LedgerFilter clearedFilter() const;
 
-    [[nodiscard]] const LedgerBookPointer& book() const { return m_book; } // null until the first one is ready
-    [[nodiscard]] const LedgerFilter& filter() const { return m_filter; }
-    [[nodiscard]] LedgerSort sort() const { return m_sort; }
-    [[nodiscard]] const std::vector<std::uint32_t>& rows() const { return m_rows; }
-    [[nodiscard]] const std::vector<LedgerTotal>& totals() const { return m_totals; }
-    [[nodiscard]] const PeriodCounts& counts() const { return m_counts; }
-    [[nodiscard]] std::chrono::year_month_day today() const { return m_today; }
-    [[nodiscard]] bool isPreparing() const { return m_isPreparing; }
+    [[nodiscard]] const LedgerListingPointer& listing() const { return m_listing; } // null until there is one
+    /// How the listing came from the one before.
+    [[nodiscard]] const RowChange& change() const { return m_change; }
+    [[nodiscard]] LedgerBookPointer book() const { return m_listing ? m_listing->book : nullptr; }
+    /// What is asked for; what is shown may still answer the question before.
+    [[nodiscard]] const LedgerFilter& filter() const { return m_query.filter; }
+    [[nodiscard]] LedgerSort sort() const { return m_query.sort; }
+    [[nodiscard]] std::chrono::year_month_day today() const { return m_query.today; }
+    [[nodiscard]] PeriodCounts counts() const { return m_listing ? m_listing->book->counts() : PeriodCounts{}; }
+    /// Whether an answer is still being worked out.
+    [[nodiscard]] bool isPreparing() const { return m_isWorking; }
     /// Whether the page opened on another month because this one has no entries, and still shows it.
     [[nodiscard]] bool showsLatestInstead() const;
 
@@ -45,17 +45,20 @@ Q_SIGNALS:
     void changed();
 
 private:
-    void adopt(LedgerBookPointer book);
-    void compute();
+    struct Question;
+    struct Answer;
+    static Answer answer(const Question& question);
+    static QCoro::Task<Answer> answerOnWorker(Question question);
+    [[nodiscard]] Question question() const;
+    void ask();
+    void adopt(Answer answer);
 
-    LedgerBookPointer m_book;
-    LedgerFilter m_filter;
-    LedgerSort m_sort;
-    std::vector<std::uint32_t> m_rows;
-    std::vector<LedgerTotal> m_totals;
-    PeriodCounts m_counts;
-    std::chrono::year_month_day m_today{};
-    std::optional<Period> m_latestInstead;
-    unsigned m_asked = 0; // books asked for; only the last one is adopted
-    bool m_isPreparing = false;
+    SnapshotPointer m_snapshot;
+    std::string m_locale;
+    LedgerQuery m_query;
+    LedgerListingPointer m_listing;
+    LedgerBookPointer m_latest;
+    RowChange m_change;
+    bool m_isWorking = false;
+    bool m_hasChanged = false; // since the question that is being worked on was asked
 };

@@ -146,7 +146,7 @@ LedgerFilter LedgerFilter::without(Part part) const
 
 bool LedgerFilter::narrows() const
 {
-    return std::ranges::any_of(shownParts, [&](Part part) { return isSet(part); });
+    return isSet(Part::text) || std::ranges::any_of(chosenParts, [&](Part part) { return isSet(part); });
 }
 
 std::vector<std::uint32_t> matching(const LedgerBook& book, const LedgerFilter& filter)
@@ -163,12 +163,14 @@ std::vector<std::uint32_t> matching(const LedgerBook& book, const LedgerFilter& 
 std::optional<LedgerBlockingPart> blockingPart(const LedgerBook& book, const LedgerFilter& filter)
 {
     std::optional<LedgerBlockingPart> worst;
-    for (const auto part : LedgerFilter::shownParts) {
+    const auto consider = [&](Part part) {
         if (!filter.isSet(part))
-            continue;
+            return;
         const auto entries = matching(book, filter.without(part)).size();
         if (entries > (worst ? worst->entries : 0))
             worst = LedgerBlockingPart{part, entries};
-    }
+    };
+    consider(Part::text);
+    std::ranges::for_each(LedgerFilter::chosenParts, consider);
     return worst;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -30,9 +32,9 @@ struct LedgerFilter {
     /// Whether anything but the period narrows the ledger.
     [[nodiscard]] bool narrows() const;
 
-    /// The parts in the order in which the page shows them, the period apart.
-    static constexpr Part shownParts[] = {Part::text,       Part::kinds,      Part::accounts,
-                                          Part::categories, Part::currencies, Part::receipts};
+    /// The parts that are chosen from lists, in the order in which the page shows them.
+    static constexpr std::array chosenParts{Part::kinds, Part::accounts, Part::categories, Part::currencies,
+                                            Part::receipts};
 };
 
 /// The entries that pass, in the book's own order.

@@ -46,7 +46,7 @@ std::vector<std::uint32_t> alphabeticalPlaces(const LedgerKeys& keys)
     std::vector<std::uint32_t> numbers(keys.size());
     std::iota(numbers.begin(), numbers.end(), 0U);
     std::ranges::sort(numbers, {},
-                      [&](std::uint32_t number) { return std::tie(keys.folded(number), keys.id(number)); });
+                      [&](std::uint32_t number) { return std::tie(keys.folded(number), keys.shown(number)); });
     std::vector<std::uint32_t> places(keys.size());
     for (std::uint32_t at = 0; at < numbers.size(); ++at)
         places[numbers[at]] = at;

@@ -12,28 +12,6 @@
 namespace {
 
 constexpr std::size_t madeRowsKept = 512;
-constexpr std::size_t patchesAnnounced = 64; // more ranges than these are cheaper as one reset
-
-struct Range {
-    std::size_t first;
-    std::size_t last;
-};
-
-/// The maximal runs of places for which `holds` is true.
-template <class Holds>
-std::vector<Range> ranges(std::size_t size, Holds&& holds)
-{
-    std::vector<Range> result;
-    for (std::size_t at = 0; at < size; ++at) {
-        if (!holds(at))
-            continue;
-        if (!result.empty() && result.back().last + 1 == at)
-            result.back().last = at;
-        else
-            result.push_back({at, at});
-    }
-    return result;
-}
 
 std::string_view columnKey(int section)
 {
@@ -44,111 +22,39 @@ std::string_view columnKey(int section)
 
 }
 
-void LedgerTableModel::present(LedgerBookPointer book, std::vector<std::uint32_t> rows,
-                               std::chrono::year_month_day today)
+void LedgerTableModel::present(LedgerListingPointer listing, const RowChange& change)
 {
-    m_today = today;
+    if (listing == m_listing)
+        return;
+    m_next = std::move(listing);
     m_made.clear();
-    if (m_book && book) {
-        auto carried = carriedOver(*book);
-        std::vector<std::uint32_t> places(book->size(), LedgerBook::none);
-        for (std::uint32_t at = 0; at < rows.size(); ++at)
-            places[rows[at]] = at;
-        if (patch(book, carried, places, rows) || reorder(book, carried, places, rows)) {
-            m_made.clear();
-            if (!m_rows.empty())
-                Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount_ - 1));
-            return;
-        }
+    follow(change);
+    m_made.clear(); // a view may have asked for rows in the middle of the change
+    m_next.reset();
+}
+
+void LedgerTableModel::drop(const RowChange::Range& rows)
+{
+    m_rows.erase(m_rows.begin() + rows.first, m_rows.begin() + rows.last + 1);
+}
+
+void LedgerTableModel::adopt(const RowChange& change)
+{
+    m_rows.clear();
+    int row = 0;
+    for (const auto& fresh : change.fresh) { // they follow one by one
+        m_rows.insert(m_rows.end(), m_next->rows.begin() + row, m_next->rows.begin() + fresh.first);
+        row = fresh.last + 1;
     }
-    beginResetModel();
-    adopt(std::move(book), std::move(rows));
-    endResetModel();
-}
-
-std::vector<std::uint32_t> LedgerTableModel::carriedOver(const LedgerBook& book) const
-{
-    if (&book == m_book.get())
-        return m_rows;
-    std::vector<std::uint32_t> carried(m_rows.size());
-    // Entries come and go at few places: most stand as far from their old place as the one before.
-    std::uint32_t shift = 0; // forward, or backward past zero
-    std::ranges::transform(m_rows, carried.begin(), [&](std::uint32_t at) {
-        const auto& id = m_book->transaction(at).id;
-        const std::uint32_t guess = at + shift;
-        if (guess < book.size() && book.transaction(guess).id == id)
-            return guess;
-        const auto found = book.find(id);
-        if (found != LedgerBook::none)
-            shift = found - at;
-        return found;
-    });
-    return carried;
-}
-
-void LedgerTableModel::adopt(LedgerBookPointer book, std::vector<std::uint32_t> rows)
-{
-    m_book = std::move(book);
-    m_rows = std::move(rows);
+    m_rows.insert(m_rows.end(), m_next->rows.begin() + row, m_next->rows.end());
+    m_listing = m_next;
     m_made.clear();
 }
 
-/// The same entries in another order.
-bool LedgerTableModel::reorder(const LedgerBookPointer& book, std::vector<std::uint32_t>& carried,
-                               const std::vector<std::uint32_t>& places, std::vector<std::uint32_t>& rows)
+void LedgerTableModel::insert(const RowChange::Range& rows)
 {
-    const auto placed = [&](std::uint32_t at) { return at != LedgerBook::none && places[at] != LedgerBook::none; };
-    if (carried.size() != rows.size() || !std::ranges::all_of(carried, placed))
-        return false;
-    Q_EMIT layoutAboutToBeChanged();
-    const auto before = persistentIndexList();
-    QModelIndexList after;
-    after.reserve(before.size());
-    for (const auto& each : before)
-        after.append(index(static_cast<int>(places[carried[static_cast<std::size_t>(each.row())]]), each.column()));
-    adopt(book, std::move(rows));
-    changePersistentIndexList(before, after);
-    Q_EMIT layoutChanged();
-    return true;
-}
-
-/// The entries that stay keep their order: the others go and come around them.
-bool LedgerTableModel::patch(const LedgerBookPointer& book, std::vector<std::uint32_t>& carried,
-                             const std::vector<std::uint32_t>& places, const std::vector<std::uint32_t>& rows)
-{
-    const auto stays = [&](std::size_t at) {
-        return carried[at] != LedgerBook::none && places[carried[at]] != LedgerBook::none;
-    };
-    std::vector<std::uint32_t> staying;
-    std::vector<bool> wasShown(rows.size());
-    for (std::size_t at = 0; at < carried.size(); ++at) {
-        if (!stays(at))
-            continue;
-        if (!staying.empty() && places[staying.back()] > places[carried[at]])
-            return false;
-        staying.push_back(carried[at]);
-        wasShown[places[carried[at]]] = true;
-    }
-    const auto gone = ranges(carried.size(), [&](std::size_t at) { return !stays(at); });
-    const auto fresh = ranges(rows.size(), [&](std::size_t at) { return !wasShown[at]; });
-    if (gone.size() + fresh.size() > patchesAnnounced)
-        return false;
-
-    for (auto range = gone.rbegin(); range != gone.rend(); ++range) {
-        beginRemoveRows({}, static_cast<int>(range->first), static_cast<int>(range->last));
-        m_rows.erase(m_rows.begin() + static_cast<std::ptrdiff_t>(range->first),
-                     m_rows.begin() + static_cast<std::ptrdiff_t>(range->last) + 1);
-        endRemoveRows();
-    }
-    adopt(book, std::move(staying));
-    for (const auto& range : fresh) {
-        beginInsertRows({}, static_cast<int>(range.first), static_cast<int>(range.last));
-        m_rows.insert(m_rows.begin() + static_cast<std::ptrdiff_t>(range.first),
-                      rows.begin() + static_cast<std::ptrdiff_t>(range.first),
-                      rows.begin() + static_cast<std::ptrdiff_t>(range.last) + 1);
-        endInsertRows();
-    }
-    return true;
+    const auto& now = m_listing->rows;
+    m_rows.insert(m_rows.begin() + rows.first, now.begin() + rows.first, now.begin() + rows.last + 1);
 }
 
 const LedgerRow& LedgerTableModel::row(int row) const
@@ -158,27 +64,22 @@ const LedgerRow& LedgerTableModel::row(int row) const
         return found->second;
     if (m_made.size() >= madeRowsKept)
         m_made.clear();
-    return m_made.emplace(at, rowFor(*m_book, at, m_today)).first->second;
+    return m_made.emplace(at, rowFor(*book(), at, m_listing->query.today)).first->second;
 }
 
 bool LedgerTableModel::repeatsDay(int row) const
 {
-    return row > 0 && m_book->entry(entryAt(row)).day == m_book->entry(entryAt(row - 1)).day;
+    return row > 0 && book()->entry(entryAt(row)).day == book()->entry(entryAt(row - 1)).day;
 }
 
-std::vector<int> LedgerTableModel::places() const
+std::string_view LedgerTableModel::idAt(int row) const
 {
-    std::vector<int> places(m_book ? m_book->size() : 0, -1);
-    for (std::size_t row = 0; row < m_rows.size(); ++row)
-        places[m_rows[row]] = static_cast<int>(row);
-    return places;
+    return book()->transaction(entryAt(row)).id;
 }
 
 int LedgerTableModel::rowOf(std::string_view id) const
 {
-    const auto at = m_book ? m_book->find(id) : LedgerBook::none;
-    const auto found = std::ranges::find(m_rows, at);
-    return at == LedgerBook::none || found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
+    return m_listing ? m_listing->rowOf(id) : -1;
 }
 
 QString LedgerTableModel::copyText(const std::vector<int>& rows) const
@@ -186,7 +87,7 @@ QString LedgerTableModel::copyText(const std::vector<int>& rows) const
     QString text;
     for (const int each : rows) {
         const auto& shown = row(each);
-        QStringList cells{QString::fromStdString(m_book->transaction(entryAt(each)).date),
+        QStringList cells{QString::fromStdString(book()->transaction(entryAt(each)).date),
                           shown.title,
                           shown.note,
                           shown.account,
@@ -222,13 +123,13 @@ QVariant LedgerTableModel::data(const QModelIndex& index, int role) const
 
 QVariant LedgerTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation == Qt::Vertical || !m_book || section < 0 || section >= columnCount_)
+    if (orientation == Qt::Vertical || !m_listing || section < 0 || section >= columnCount_)
         return {};
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(
             Qt::Alignment{Qt::AlignVCenter | (section == amount ? Qt::AlignRight : Qt::AlignLeft)});
     if (role == Qt::DisplayRole)
-        return wordIn(m_book->locale(), ledgerWords(), columnKey(section));
+        return wordIn(book()->locale(), ledgerWords(), columnKey(section));
     return {};
 }
 
@@ -258,10 +159,10 @@ QString LedgerTableModel::text(int row, int column) const
 QString LedgerTableModel::spoken(int row, int column) const
 {
     const auto& shown = this->row(row);
-    const auto& locale = m_book->locale();
+    const auto& locale = book()->locale();
     switch (column) {
     case date:
-        return DayText::longDay(m_book->transaction(entryAt(row)).date, locale);
+        return DayText::longDay(book()->transaction(entryAt(row)).date, locale);
     case entry:
         return listed(
             {shown.title == shown.kindTitle ? QString{} : shown.kindTitle, shown.title,

@@ -30,6 +30,24 @@ TEST(LedgerBrowser, KeepsWhatItShowsUntilALargeBookIsReadyAndAdoptsOnlyTheLastOn
     EXPECT_EQ(browser.book()->find("first"), LedgerBook::none);
 }
 
+TEST(LedgerBrowser, AnswersTheLastQuestionAboutALargeBookAndSaysWhatBecameOfTheRows)
+{
+    LedgerBrowser browser;
+    browser.open(largeBooks("last"), "en-US", sampleToday);
+    waitUntil([&] { return !browser.isPreparing(); });
+    const auto all = browser.filter();
+    browser.setFilter(all.without(LedgerFilter::Part::period));
+    browser.setFilter({.period = all.period, .text = "nothing"});
+    browser.setFilter({.period = all.period, .text = "1.00"});
+    EXPECT_EQ(browser.listing()->query.filter, all);
+    waitUntil([&] { return !browser.isPreparing(); });
+    EXPECT_EQ(browser.listing()->rows.size(), 0U);
+    EXPECT_EQ(browser.change().gone, (std::vector<RowChange::Range>{{0, 2500}}));
+    browser.setFilter(browser.clearedFilter());
+    waitUntil([&] { return !browser.isPreparing(); });
+    EXPECT_EQ(browser.listing()->rowOf("last"), 0);
+}
+
 TEST(LedgerBrowser, RevealsAnEntryByWideningOnlyWhatHidesIt)
 {
     LedgerBrowser browser;
@@ -37,12 +55,12 @@ TEST(LedgerBrowser, RevealsAnEntryByWideningOnlyWhatHidesIt)
     auto filter = browser.filter();
     filter.kinds = {"income"};
     browser.setFilter(filter);
-    ASSERT_TRUE(browser.rows().empty());
+    ASSERT_TRUE(browser.listing()->rows.empty());
     EXPECT_TRUE(browser.reveal("t1"));
     EXPECT_EQ(browser.filter().period, filter.period);
     EXPECT_TRUE(browser.filter().kinds.empty());
     EXPECT_TRUE(browser.reveal("i1"));
-    EXPECT_EQ(idsOf(*browser.book(), browser.rows()), "i1");
+    EXPECT_EQ(idsOf(*browser.book(), browser.listing()->rows), "i1");
     EXPECT_FALSE(browser.reveal("nothing"));
 }
 
@@ -53,12 +71,12 @@ TEST(LedgerBrowser, KeepsFilterAndOrderThroughARefreshAndAnotherLanguage)
     const LedgerFilter filter{.text = "utilities", .kinds = {"expense"}};
     browser.setFilter(filter);
     browser.setSort({LedgerSort::Key::amount, LedgerSort::Direction::descending});
-    const auto before = browser.rows();
+    const auto before = browser.listing()->rows;
     browser.open(sampleLedger().share(), "vi-VN", sampleToday);
     EXPECT_EQ(browser.filter(), filter);
-    EXPECT_EQ(browser.rows(), before);
+    EXPECT_EQ(browser.listing()->rows, before);
     browser.open(nullptr, "vi-VN", sampleToday);
-    EXPECT_TRUE(browser.rows().empty());
+    EXPECT_EQ(browser.listing(), nullptr);
 }
 
 }

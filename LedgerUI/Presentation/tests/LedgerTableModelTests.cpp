@@ -5,8 +5,6 @@
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
-#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {
@@ -20,11 +18,13 @@ LedgerBookPointer share(const SnapshotBuilder& books)
 
 /// A model under Qt's own rules, with a selection as a view would hold it.
 struct WatchedModel {
-    WatchedModel() { show(book, matching(*book, {})); }
+    WatchedModel() { show(share(sampleLedger())); }
 
-    void show(const LedgerBookPointer& shown, std::vector<std::uint32_t> rows)
+    void show(const LedgerBookPointer& book, const LedgerFilter& filter = {}, LedgerSort sort = {})
     {
-        model.present(shown, std::move(rows), sampleToday);
+        auto next = std::make_shared<const LedgerListing>(listingOf(book, {filter, sort, sampleToday}));
+        const auto change = changeBetween(model.listing().get(), *next);
+        model.present(std::move(next), change);
     }
     void select(std::string_view id)
     {
@@ -39,7 +39,6 @@ struct WatchedModel {
         return ids;
     }
 
-    LedgerBookPointer book = share(sampleLedger());
     LedgerTableModel model;
     QAbstractItemModelTester tester{&model, FailureReporting::Fatal};
     QItemSelectionModel selection{&model};
@@ -56,7 +55,7 @@ TEST(LedgerTableModel, KeepsTheSelectionWhenARefreshBringsAndTakesEntries)
     auto whole = books.build();
     std::erase_if(whole.transactions, [](const auto& each) { return each.id == "x1" || each.id == "e1"; });
     const auto fresh = std::make_shared<const LedgerBook>(std::make_shared<const LedgerSnapshot>(whole), "en-US");
-    watched.show(fresh, matching(*fresh, {}));
+    watched.show(fresh);
 
     EXPECT_EQ(idsOf(*fresh, watched.model.rows()), "new v1 e3 r1 t1 e2 i1 o1 old");
     EXPECT_EQ(watched.selected(), "t1 ");
@@ -67,8 +66,7 @@ TEST(LedgerTableModel, KeepsTheSelectionThroughAnotherOrder)
 {
     WatchedModel watched;
     watched.select("i1");
-    watched.show(watched.book, sorted(*watched.book, matching(*watched.book, {}),
-                                      {LedgerSort::Key::amount, LedgerSort::Direction::ascending}));
+    watched.show(watched.model.listing()->book, {}, {LedgerSort::Key::amount, LedgerSort::Direction::ascending});
     EXPECT_EQ(watched.selected(), "i1 ");
     EXPECT_EQ(watched.selection.currentIndex().row(), watched.model.rowOf("i1"));
 }
@@ -84,7 +82,7 @@ TEST(LedgerTableModel, ShowsTheEntryAnewWhenARefreshChangesIt)
             each.reversedBy = "later";
     }
     const auto fresh = std::make_shared<const LedgerBook>(std::make_shared<const LedgerSnapshot>(whole), "en-US");
-    watched.show(fresh, matching(*fresh, {}));
+    watched.show(fresh);
     EXPECT_TRUE(watched.model.row(watched.model.rowOf("e1")).isReversed);
     EXPECT_EQ(changes.count(), 1);
 }
@@ -97,9 +95,9 @@ TEST(LedgerTableModel, SurvivesALargeChangeAsOneReset)
                   : books.expense("e" + std::to_string(each), "2026-01-01", "bank", "USD", 1));
     const auto book = share(books);
     WatchedModel watched;
-    watched.show(book, matching(*book, {.kinds = {"income"}}));
+    watched.show(book, {.kinds = {"income"}});
     QSignalSpy resets(&watched.model, &QAbstractItemModel::modelReset);
-    watched.show(book, matching(*book, {}));
+    watched.show(book);
     EXPECT_EQ(watched.model.rowCount(), 400);
     EXPECT_EQ(resets.count(), 1);
 }

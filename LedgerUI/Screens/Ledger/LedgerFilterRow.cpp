@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 
-#include <QAction>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -11,35 +10,33 @@
 
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Fields/SearchField.h"
+#include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/WrapLayout.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Screens/Ledger/LedgerFilterMenu.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Ledger/LedgerFilterPopover.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
-#include "LedgerUI/Theme/StyleProperty.h"
 
 namespace {
 
 using Part = LedgerFilter::Part;
 
-struct MenuPart {
-    Part part;
-    const char* name;
-};
-constexpr std::array menuParts{MenuPart{Part::kinds, "filterKinds"}, MenuPart{Part::accounts, "filterAccounts"},
-                               MenuPart{Part::categories, "filterCategories"},
-                               MenuPart{Part::currencies, "filterCurrencies"},
-                               MenuPart{Part::receipts, "filterReceipts"}};
+constexpr auto parts = LedgerFilter::chosenParts;
+constexpr std::array buttonNames{"filterKinds", "filterAccounts", "filterCategories", "filterCurrencies",
+                                 "filterReceipts"};
+static_assert(buttonNames.size() == parts.size());
 
 constexpr int searchWidth = 310;
+constexpr int searchMinimum = 180;
 constexpr int chipText = 320; // at most; the whole text is in the tool tip
 constexpr auto typingPause = std::chrono::milliseconds{150};
 
 /// A quiet button with its glyph at the given end.
-QToolButton* menuButton(const char* name, const char* glyph, Qt::LayoutDirection direction, QWidget* parent)
+QToolButton* filterButton(const char* name, const char* glyph, Qt::LayoutDirection direction, QWidget* parent)
 {
     auto* button = new QToolButton(parent);
     button->setObjectName(QString::fromLatin1(name));
@@ -49,9 +46,7 @@ QToolButton* menuButton(const char* name, const char* glyph, Qt::LayoutDirection
     button->setIcon(Icon::of(QString::fromLatin1(glyph), Token::text2, Token::accent));
     button->setIconSize({Space::chevron, Space::chevron});
     button->setFixedHeight(Space::control);
-    button->setPopupMode(QToolButton::InstantPopup);
     button->setFocusPolicy(Qt::StrongFocus);
-    button->setCheckable(true);
     return button;
 }
 
@@ -68,7 +63,7 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
 {
     setObjectName(QStringLiteral("filterRow"));
     buildSearch();
-    buildMenus();
+    buildButtons();
     m_detail = new IconButton(QStringLiteral("layout-sidebar-inset-reverse"), IconButton::Frame::outlined, this);
     m_detail->setObjectName(QStringLiteral("detailToggle"));
     m_detail->setCheckable(true);
@@ -87,6 +82,7 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
     row->addWidget(m_all);
     for (auto* button : m_buttons)
         row->addWidget(button);
+    row->addWidget(m_clear);
     row->addStretch(1);
     row->addWidget(m_detail);
     auto* rows = new QVBoxLayout(this);
@@ -96,6 +92,7 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
     rows->addWidget(m_chips);
     // Never what keeps the window from shrinking: below its width the menus fold.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    setFocusProxy(m_search);
     retranslate();
 }
 
@@ -104,7 +101,7 @@ void LedgerFilterRow::buildSearch()
     m_search = new SearchField(this);
     m_search->setObjectName(QStringLiteral("ledgerSearch"));
     m_search->setMaximumWidth(searchWidth);
-    m_search->setMinimumWidth(180);
+    m_search->setMinimumWidth(searchMinimum);
     m_search->setFixedHeight(Space::control);
     m_search->installEventFilter(this);
     m_typing.setSingleShot(true);
@@ -118,28 +115,24 @@ void LedgerFilterRow::buildSearch()
     connect(&m_typing, &QTimer::timeout, this, &LedgerFilterRow::applyText);
 }
 
-void LedgerFilterRow::buildMenus()
+void LedgerFilterRow::buildButtons()
 {
-    m_all = menuButton("filterAll", "funnel", Qt::LeftToRight, this);
+    m_all = filterButton("filterAll", "funnel", Qt::LeftToRight, this);
     m_all->setProperty("kind", QStringLiteral("outlined"));
     m_all->setIconSize({Space::iconBeforeText, Space::icon});
-    m_allMenu = new QMenu(m_all);
-    m_all->setMenu(m_allMenu);
     m_all->hide();
-    connect(m_allMenu, &QMenu::aboutToShow, this, &LedgerFilterRow::fillMenus);
-    for (std::size_t at = 0; at < menuParts.size(); ++at) {
-        auto* button = menuButton(menuParts[at].name, "chevron-down", Qt::RightToLeft, this);
-        auto* menu = new LedgerFilterMenu(menuParts[at].part, button);
-        menu->setLayoutDirection(Qt::LeftToRight);
-        button->setMenu(menu);
-        m_allMenu->addMenu(menu);
-        connect(menu, &QMenu::aboutToShow, this, &LedgerFilterRow::fillMenus);
-        connect(menu, &LedgerFilterMenu::choicesChanged, this, [this](Part part, const LedgerFilter::Choices& choices) {
-            Q_EMIT filterWanted(withChosen(m_filter, part, choices));
-        });
-        m_buttons[at] = button;
-        m_menus[at] = menu;
-    }
+    for (std::size_t at = 0; at < parts.size(); ++at)
+        m_buttons[at] = filterButton(buttonNames[at], "chevron-down", Qt::RightToLeft, this);
+    for (auto* button : m_buttons)
+        connect(button, &QToolButton::clicked, this, [this, button] { open(button); });
+    connect(m_all, &QToolButton::clicked, this, [this] { open(m_all); });
+    m_all->setCheckable(true);
+    for (auto* button : m_buttons)
+        button->setCheckable(true);
+    m_clear = filterButton("filterClear", "x", Qt::LeftToRight, this);
+    m_clear->setIconSize({Space::icon, Space::icon});
+    m_clear->hide();
+    connect(m_clear, &QToolButton::clicked, this, &LedgerFilterRow::clearWanted);
 }
 
 void LedgerFilterRow::present(const LedgerBrowser& browser)
@@ -157,6 +150,10 @@ void LedgerFilterRow::retranslate()
     const auto& locale = InterfaceLanguage::tag();
     m_search->setPrompt(wordIn(locale, ledgerWords(), "search"));
     m_detail->setName(wordIn(locale, ledgerWords(), "detail.toggle"));
+    m_detail->setToolTip(namedWithKeys(m_detail->accessibleName(), KeyBindings::keys(Command::toggleDetail)));
+    m_clear->setText(wordIn(locale, ledgerWords(), "filters.clear"));
+    m_clear->setAccessibleName(wordIn(locale, ledgerWords(), "filters.clearHint"));
+    m_clear->setToolTip(m_clear->accessibleName());
     presentButtons();
     presentChips();
 }
@@ -181,22 +178,43 @@ void LedgerFilterRow::focusSearch()
     m_search->selectAll();
 }
 
-bool LedgerFilterRow::clearSearch()
-{
-    const bool hadText = !m_search->text().isEmpty();
-    m_search->clear();
-    return hadText;
-}
-
-bool LedgerFilterRow::openFocusedMenu()
+bool LedgerFilterRow::openFocused()
 {
     for (auto* button : findChildren<QToolButton*>()) {
-        if (button->hasFocus() && button->menu()) {
-            button->showMenu();
+        const bool isFilter = button == m_all || std::ranges::find(m_buttons, button) != m_buttons.end();
+        if (isFilter && button->hasFocus()) {
+            open(button);
             return true;
         }
     }
     return false;
+}
+
+void LedgerFilterRow::open(QToolButton* button)
+{
+    presentButtons(); // a press alone ticks nothing
+    if (!m_browser || !m_browser->book())
+        return;
+    if (m_popover) {
+        const bool isOpen = m_popover->isVisible() && m_openedBy == button;
+        m_popover->hide();
+        m_popover->deleteLater();
+        if (isOpen)
+            return;
+    }
+    auto* popover = new LedgerFilterPopover(button);
+    m_popover = popover;
+    m_openedBy = button;
+    connect(popover, &LedgerFilterPopover::choicesWanted, this,
+            [this](Part part, const LedgerFilter::Choices& choices) {
+                Q_EMIT filterWanted(withChosen(m_filter, part, choices));
+            });
+    if (button == m_all) {
+        popover->openOnAll(m_browser->book(), m_filter);
+        return;
+    }
+    const auto at = static_cast<std::size_t>(std::ranges::find(m_buttons, button) - m_buttons.begin());
+    popover->openOn(m_browser->book(), m_filter, parts[at]);
 }
 
 bool LedgerFilterRow::eventFilter(QObject* watched, QEvent* event)
@@ -205,8 +223,9 @@ bool LedgerFilterRow::eventFilter(QObject* watched, QEvent* event)
         const auto key = static_cast<QKeyEvent*>(event)->key();
         const auto modifiers = static_cast<QKeyEvent*>(event)->modifiers();
         if (key == Qt::Key_Escape) {
-            if (!clearSearch())
+            if (m_search->text().isEmpty())
                 Q_EMIT leftByEscape();
+            m_search->clear();
             return true;
         }
         const bool goesDown = key == Qt::Key_Down || key == Qt::Key_Return || key == Qt::Key_Enter;
@@ -223,18 +242,17 @@ void LedgerFilterRow::presentButtons()
 {
     const auto& locale = InterfaceLanguage::tag();
     std::size_t set = 0;
-    for (std::size_t at = 0; at < menuParts.size(); ++at) {
-        const auto part = menuParts[at].part;
-        const auto chosen = chosenIn(m_filter, part).size();
+    for (std::size_t at = 0; at < parts.size(); ++at) {
+        const auto chosen = chosenIn(m_filter, parts[at]).size();
         set += chosen > 0 ? 1 : 0;
-        m_buttons[at]->setText(counted(partName(part, locale), chosen));
+        m_buttons[at]->setText(counted(partName(parts[at], locale), chosen));
         m_buttons[at]->setChecked(chosen > 0);
         m_buttons[at]->setAccessibleName(m_buttons[at]->text());
-        m_menus[at]->setTitle(m_buttons[at]->text());
     }
     m_all->setText(counted(wordIn(locale, ledgerWords(), "filters"), set));
     m_all->setChecked(set > 0);
     m_all->setAccessibleName(m_all->text());
+    m_clear->setVisible(m_filter.narrows());
 }
 
 void LedgerFilterRow::presentChips()
@@ -244,47 +262,28 @@ void LedgerFilterRow::presentChips()
         chip->deleteLater();
         m_chips->layout()->removeWidget(chip);
     }
-    const bool hasBook = m_browser && m_browser->book();
-    const auto addChip = [&](const QString& text, const QString& name, const LedgerFilter& without) {
+    const auto book = m_browser ? m_browser->book() : nullptr;
+    const auto& locale = InterfaceLanguage::tag();
+    bool any = false;
+    for (const auto part : parts) {
+        if (!m_isFolded || !book || !m_filter.isSet(part))
+            continue;
+        any = true;
+        const auto text = partText(*book, m_filter, part);
         auto* chip = new QPushButton(m_chips);
         chip->setText(chip->fontMetrics().elidedText(text, Qt::ElideRight, chipText));
         chip->setProperty("kind", QStringLiteral("chip"));
         chip->setObjectName(QStringLiteral("filterChip"));
-        chip->setAccessibleName(name);
-        chip->setToolTip(name);
-        connect(chip, &QPushButton::clicked, this, [this, without] { Q_EMIT filterWanted(without); });
-        m_chips->layout()->addWidget(chip);
-        chip->show();
-        return chip;
-    };
-    bool any = false;
-    const auto& locale = InterfaceLanguage::tag();
-    for (const auto& each : menuParts) {
-        if (!m_isFolded || !hasBook || !m_filter.isSet(each.part))
-            continue;
-        any = true;
-        const auto text = partText(*m_browser->book(), m_filter, each.part);
-        auto* chip = addChip(text, wordIn(locale, ledgerWords(), "chip.remove", {text.toStdString()}),
-                             m_filter.without(each.part));
+        chip->setAccessibleName(wordIn(locale, ledgerWords(), "chip.remove", {text.toStdString()}));
+        chip->setToolTip(chip->accessibleName());
         chip->setIcon(Icon::of(QStringLiteral("x"), Token::text2));
         chip->setLayoutDirection(Qt::RightToLeft);
-    }
-    if (any) {
-        LedgerFilter cleared{.period = m_filter.period, .text = m_filter.text};
-        const auto clear = wordIn(locale, ledgerWords(), "filters.clear");
-        setStyleProperty(addChip(clear, clear, cleared), "kind", QStringLiteral("link"));
+        connect(chip, &QPushButton::clicked, this,
+                [this, without = m_filter.without(part)] { Q_EMIT filterWanted(without); });
+        m_chips->layout()->addWidget(chip);
+        chip->show();
     }
     m_chips->setVisible(any);
-}
-
-void LedgerFilterRow::fillMenus()
-{
-    if (!m_browser || !m_browser->book())
-        return;
-    for (auto* menu : m_menus) {
-        if (!menu->isVisible())
-            menu->present(*m_browser->book(), m_filter);
-    }
 }
 
 void LedgerFilterRow::applyText()

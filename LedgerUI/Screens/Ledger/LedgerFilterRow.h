@@ -3,19 +3,19 @@
 #include <array>
 
 #include <QFrame>
+#include <QPointer>
 #include <QTimer>
 
 #include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Screens/Ledger/LedgerFilterPopover.h"
 
 class IconButton;
 class LedgerBrowser;
-class LedgerFilterMenu;
-class QMenu;
 class QToolButton;
 class SearchField;
 
-/// What narrows the ledger: the search field and a menu for each part; in a narrow window one menu of all of them,
-/// with the set parts as chips below.
+/// What narrows the ledger: the search field and a button for each part; in a narrow window one button for all of them,
+/// with the set parts as chips below. Whatever narrows, one button clears it all.
 class LedgerFilterRow final : public QFrame {
     Q_OBJECT
 public:
@@ -27,13 +27,12 @@ public:
     void setDetailShown(bool isShown);
 
     void focusSearch();
-    /// Clears the search text; false when there was none.
-    bool clearSearch();
-    /// Opens the menu of the filter button that has the focus; false when none has it.
-    bool openFocusedMenu();
+    /// Opens the list of the filter button that has the focus; false when none has it.
+    bool openFocused();
 
 Q_SIGNALS:
     void filterWanted(const LedgerFilter& filter);
+    void clearWanted();
     void detailToggled();
     void leftDownwards();
     /// Esc in a search that is empty.
@@ -43,11 +42,13 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    using Part = LedgerFilter::Part;
+
     void buildSearch();
-    void buildMenus();
+    void buildButtons();
     void presentButtons();
     void presentChips();
-    void fillMenus();
+    void open(QToolButton* button);
     void applyText();
 
     const LedgerBrowser* m_browser = nullptr;
@@ -55,10 +56,11 @@ private:
     bool m_isFolded = false;
     QTimer m_typing;
     SearchField* m_search = nullptr;
-    std::array<QToolButton*, 5> m_buttons{};
-    std::array<LedgerFilterMenu*, 5> m_menus{};
+    std::array<QToolButton*, LedgerFilter::chosenParts.size()> m_buttons{};
     QToolButton* m_all = nullptr;
-    QMenu* m_allMenu = nullptr;
+    QToolButton* m_clear = nullptr;
     IconButton* m_detail = nullptr;
     QWidget* m_chips = nullptr;
+    QPointer<LedgerFilterPopover> m_popover;
+    const QToolButton* m_openedBy = nullptr;
 };

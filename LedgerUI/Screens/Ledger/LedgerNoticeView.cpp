@@ -1,5 +1,6 @@
 #include "LedgerUI/Screens/Ledger/LedgerNoticeView.h"
 
+#include <QApplication>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -94,11 +95,12 @@ void LedgerNoticeView::presentWaiting(const QString& text)
 
 QWidget* LedgerNoticeView::firstStop() const
 {
-    return findChild<QPushButton*>();
+    return m_state ? m_state->findChild<QPushButton*>() : nullptr;
 }
 
 void LedgerNoticeView::replace(EmptyState* state)
 {
+    const bool hadFocus = m_state && m_state->isAncestorOf(QApplication::focusWidget());
     if (m_state) {
         m_state->hide();
         m_state->deleteLater();
@@ -107,4 +109,7 @@ void LedgerNoticeView::replace(EmptyState* state)
     }
     m_state = state;
     layout()->addWidget(state);
+    setFocusProxy(firstStop());
+    if (hadFocus)
+        setFocus(Qt::OtherFocusReason);
 }

@@ -5,6 +5,8 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Dialogs/Popover.h"
@@ -35,26 +37,32 @@ TextLabel* figure(const LedgerTotal& total, const std::optional<std::int64_t>& m
     const auto amount = minor.value_or(0);
     if (amount == 0)
         return label(QStringLiteral("–"), step, Token::text3, parent);
-    return label(movementText(amount, total.currency, InterfaceLanguage::tag()).figure(), step, tone, parent);
+    const auto money = movementText(amount, total.currency, InterfaceLanguage::tag());
+    auto* made = label(money.figure(), step, tone, parent);
+    made->setAccessibleName(money.spoken);
+    return made;
 }
 
-/// One currency: code and net, and before the net what came and went where there is room for it.
+/// One currency: its code and its net, and before the net what came and went where there is room for it.
 QWidget* block(const LedgerTotal& total, bool isWide, QWidget* parent)
 {
     auto* box = new QWidget(parent);
     auto* row = new QHBoxLayout(box);
     row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(Space::step2);
+    row->setSpacing(Space::step1);
     row->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, box));
+    const auto add = [&](const char* key, const std::optional<std::int64_t>& minor, Token tone) {
+        row->addSpacing(Space::step1);
+        row->addWidget(label(word(ledgerWords(), key), TypeStep::micro, Token::text2, box));
+        auto* made = figure(total, minor, TypeStep::small, tone, box);
+        row->addWidget(made);
+        return made;
+    };
     if (isWide) {
-        row->addWidget(figure(total, total.incoming, TypeStep::small, Token::ok, box));
-        row->addWidget(figure(total, total.outgoing, TypeStep::small, Token::text, box));
+        add("totals.in", total.incoming, Token::ok);
+        add("totals.out", total.outgoing, Token::text);
     }
-    auto* sum = figure(total, total.net, TypeStep::small, Token::text, box);
-    sum->setBold(true);
-    if (isWide)
-        sum->setText(QStringLiteral("= %1").arg(sum->text()));
-    row->addWidget(sum);
+    add("totals.net", total.net, Token::text)->setBold(true);
     return box;
 }
 
@@ -84,9 +92,10 @@ LedgerTotalsStrip::LedgerTotalsStrip(QWidget* parent) : QFrame{parent}
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
-void LedgerTotalsStrip::present(std::size_t entries, std::vector<LedgerTotal> totals)
+void LedgerTotalsStrip::present(std::size_t entries, std::size_t ofAll, std::vector<LedgerTotal> totals)
 {
     m_entries = entries;
+    m_all = ofAll;
     m_totals = std::move(totals);
     retranslate();
 }
@@ -94,7 +103,9 @@ void LedgerTotalsStrip::present(std::size_t entries, std::vector<LedgerTotal> to
 void LedgerTotalsStrip::retranslate()
 {
     const auto& locale = InterfaceLanguage::tag();
-    m_count->setText(countedIn(locale, ledgerWords(), "entries", m_entries));
+    m_count->setText(m_entries == m_all ? countedIn(locale, ledgerWords(), "entries", m_entries)
+                                        : word(ledgerWords(), "entries.of",
+                                               {groupedNumber(m_entries, locale), groupedNumber(m_all, locale)}));
     m_more->setName(wordIn(locale, ledgerWords(), "totals.more"));
     presentFigures();
 }
@@ -155,24 +166,43 @@ void LedgerTotalsStrip::openAll()
     panel->setObjectName(QStringLiteral("totalsPopover"));
     panel->setFocusPolicy(Qt::StrongFocus);
     panel->setAccessibleName(wordIn(locale, ledgerWords(), "totals.all"));
-    auto* grid = new QGridLayout(panel);
+    auto* scroll = new QScrollArea(panel);
+    scroll->setObjectName(QStringLiteral("totalsScroll"));
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    scroll->setWidget(table());
+    scroll->setAccessibleName(panel->accessibleName());
+    scroll->viewport()->setAutoFillBackground(false);
+    const auto whole = scroll->widget()->sizeHint();
+    // As high as all of it, but never beyond the window; then it scrolls.
+    const int room = mapTo(window(), QPoint{}).y() - 2 * Space::step4;
+    const int bar = whole.height() > room ? scroll->verticalScrollBar()->sizeHint().width() : 0;
+    scroll->setFixedSize(whole.width() + bar, std::min(whole.height(), room));
+    auto* rows = new QVBoxLayout(panel);
+    rows->setContentsMargins(1, 1, 1, 1);
+    rows->addWidget(scroll);
+    panel->open(scroll); // whose keys scroll
+}
+
+QWidget* LedgerTotalsStrip::table() const
+{
+    auto* content = new QWidget;
+    auto* grid = new QGridLayout(content);
     grid->setContentsMargins(Space::step4, Space::step3, Space::step4, Space::step3);
     grid->setHorizontalSpacing(Space::step6);
     grid->setVerticalSpacing(Space::step1);
     int column = 1;
     for (const auto* key : {"totals.in", "totals.out", "totals.net"})
-        grid->addWidget(label(wordIn(locale, ledgerWords(), key), TypeStep::small, Token::text2, panel), 0, column++,
+        grid->addWidget(label(word(ledgerWords(), key), TypeStep::small, Token::text2, content), 0, column++,
                         Qt::AlignRight);
     int row = 1;
     for (const auto& total : m_totals) {
-        grid->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, panel), row, 0);
-        grid->addWidget(figure(total, total.incoming, TypeStep::body, Token::ok, panel), row, 1, Qt::AlignRight);
-        grid->addWidget(figure(total, total.outgoing, TypeStep::body, Token::text, panel), row, 2, Qt::AlignRight);
-        auto* net = figure(total, total.net, TypeStep::body, Token::text, panel);
+        grid->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, content), row, 0);
+        grid->addWidget(figure(total, total.incoming, TypeStep::body, Token::ok, content), row, 1, Qt::AlignRight);
+        grid->addWidget(figure(total, total.outgoing, TypeStep::body, Token::text, content), row, 2, Qt::AlignRight);
+        auto* net = figure(total, total.net, TypeStep::body, Token::text, content);
         net->setBold(true);
         grid->addWidget(net, row++, 3, Qt::AlignRight);
     }
-    grid->addWidget(label(wordIn(locale, ledgerWords(), "totals.hint"), TypeStep::small, Token::text2, panel), row, 0,
-                    1, 4);
-    panel->open(panel);
+    grid->addWidget(label(word(ledgerWords(), "totals.hint"), TypeStep::small, Token::text2, content), row, 0, 1, 4);
+    return content;
 }

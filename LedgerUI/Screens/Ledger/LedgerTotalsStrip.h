@@ -18,7 +18,8 @@ class LedgerTotalsStrip final : public QFrame {
 public:
     explicit LedgerTotalsStrip(QWidget* parent = nullptr);
 
-    void present(std::size_t entries, std::vector<LedgerTotal> totals);
+    /// `entries` are shown `ofAll` that there are.
+    void present(std::size_t entries, std::size_t ofAll, std::vector<LedgerTotal> totals);
     void retranslate();
 
 protected:
@@ -31,8 +32,10 @@ private:
     /// At least one, in the order of the totals.
     std::vector<QWidget*> blocksThatFit(Detail detail);
     void openAll();
+    [[nodiscard]] QWidget* table() const;
 
     std::size_t m_entries = 0;
+    std::size_t m_all = 0;
     std::vector<LedgerTotal> m_totals;
     TextLabel* m_count = nullptr;
     QWidget* m_figures = nullptr;

@@ -1,25 +1,26 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
+class ActionSet;
 class LedgerBrowser;
 class LedgerDetailPane;
 class LedgerFilterRow;
+class LedgerMessages;
 class LedgerNoticeView;
 class LedgerStore;
 class LedgerTable;
 class LedgerTotalsStrip;
-class NewEntryButton;
+class ListDetailPage;
 class PageHeader;
 class PeriodNavigator;
-class QSplitter;
-class QStackedWidget;
-class TextLabel;
-struct TransactionDraft;
+class SplitButton;
+struct Action;
 
 /// The ledger page: find entries, look at one closely, record new ones and undo wrong ones.
 class LedgerView final : public PageView {
@@ -32,54 +33,45 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    enum class Pane { hidden, beside, over }; // where the detail stands
+    enum class Shows { always, whereItStands }; // whether what hides an entry gives way to it
 
     void buildLayout();
     void bindParts();
-    void bindKeys();
     void adoptSnapshot();
     void present();
+    void presentSelection();
     void presentDetail();
+    void presentActions();
+    [[nodiscard]] std::vector<Action> pageActions();
+    [[nodiscard]] std::vector<Action> rowActions();
+    [[nodiscard]] std::vector<Action> sortActions();
+    void openMenu(QPoint place);
     void retranslate();
 
-    void setPane(Pane pane);
-    void toggleDetail();
-    void openDetail();
-    void closeDetail();
-    void leaveDetail();
-    void placeOverlay();
-    [[nodiscard]] bool isNarrow() const;
-
-    void wantFilter(const LedgerFilter& filter);
     void showOnlyAccount(const std::string& accountID);
-    void showEntry(const std::string& id);
-    void openContextMenu(QPoint at);
+    void showEntry(const std::string& id, Shows shows);
+    void settleAwaited();
     void record(const std::string& kind);
-    void correct(const TransactionDraft& draft);
     void openForm(const EntryForm::Opening& opening);
-    void awaitEntry(const std::string& id);
     void reverse(const std::string& id);
 
     LedgerStore& m_store;
     LedgerBrowser* m_browser = nullptr;
+    ActionSet* m_actions = nullptr;
     PageHeader* m_header = nullptr;
     PeriodNavigator* m_period = nullptr;
-    NewEntryButton* m_newEntry = nullptr;
+    SplitButton* m_newEntry = nullptr;
     LedgerFilterRow* m_filters = nullptr;
-    TextLabel* m_hint = nullptr;
-    QSplitter* m_splitter = nullptr;
-    QWidget* m_list = nullptr;
-    QStackedWidget* m_stack = nullptr;
+    LedgerMessages* m_messages = nullptr;
+    ListDetailPage* m_page = nullptr;
     LedgerTable* m_table = nullptr;
     LedgerNoticeView* m_notice = nullptr;
     LedgerTotalsStrip* m_totals = nullptr;
     LedgerDetailPane* m_detail = nullptr;
-    Pane m_pane = Pane::beside;
-    bool m_wasNarrow = false;
-    bool m_hasEntries = true; // else there is nothing to filter or to look at closely
-    std::string m_awaited;    // an entry to show once a refresh brings it
+    std::vector<std::uint32_t> m_selected; // entries of the book shown
+    std::vector<LedgerTotal> m_sums;       // of those
+    std::string m_awaited;                 // an entry to go to once the ledger is ready
+    Shows m_awaitedShows = Shows::always;
 };

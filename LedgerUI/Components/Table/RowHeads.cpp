@@ -1,13 +1,12 @@
-#include "LedgerUI/Screens/Ledger/LedgerHeads.h"
+#include "LedgerUI/Components/Table/RowHeads.h"
 
 #include <QPainter>
 
-#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
-#include "LedgerUI/Screens/Ledger/LedgerDelegate.h"
+#include "LedgerUI/Components/Table/CellPainter.h"
+#include "LedgerUI/Components/Table/RowDelegate.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
-#include "LedgerUI/Theme/TypeScale.h"
 
 namespace {
 
@@ -17,7 +16,7 @@ constexpr int textToArrow = 4;
 
 }
 
-LedgerHeads::LedgerHeads(QWidget* parent) : QHeaderView{Qt::Horizontal, parent}
+RowHeads::RowHeads(QWidget* parent) : QHeaderView{Qt::Horizontal, parent}
 {
     setSectionResizeMode(QHeaderView::Fixed);
     setHighlightSections(false);
@@ -27,7 +26,7 @@ LedgerHeads::LedgerHeads(QWidget* parent) : QHeaderView{Qt::Horizontal, parent}
     viewport()->setAttribute(Qt::WA_Hover);
 }
 
-void LedgerHeads::paintSection(QPainter* painter, const QRect& rect, int section) const
+void RowHeads::paintSection(QPainter* painter, const QRect& rect, int section) const
 {
     const auto& theme = Theme::current();
     const bool isSorted = sortIndicatorSection() == section;
@@ -38,10 +37,9 @@ void LedgerHeads::paintSection(QPainter* painter, const QRect& rect, int section
     const auto font = isSorted ? TypeScale::bold(TypeStep::small) : TypeScale::font(TypeStep::small);
     const auto text = textOf(section);
     const int width = QFontMetrics{font}.horizontalAdvance(text);
-    auto line = LedgerDelegate::contentsOf(rect, section);
-    if (section == LedgerTableModel::entry)
-        line.setLeft(line.left() + LedgerDelegate::titleIndent);
-    const bool isAtRight = section == LedgerTableModel::amount;
+    const auto line = contentsOf(rect, section);
+    const auto alignment = model()->headerData(section, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>();
+    const bool isAtRight = alignment.testFlag(Qt::AlignRight);
     const int left = isAtRight ? line.right() + 1 - width : line.left();
     painter->setFont(font);
     painter->setPen(theme.color(isSorted ? Token::text : Token::text2));
@@ -57,16 +55,23 @@ void LedgerHeads::paintSection(QPainter* painter, const QRect& rect, int section
     painter->drawPixmap(beside, line.center().y() - arrowExtent / 2 + 1, pixmap);
 }
 
-QSize LedgerHeads::sectionSizeFromContents(int section) const
+QSize RowHeads::sectionSizeFromContents(int section) const
 {
     const QRect wide{0, 0, 1000, headHeight};
-    const int padding = wide.width() - LedgerDelegate::contentsOf(wide, section).width() +
-                        (section == LedgerTableModel::entry ? LedgerDelegate::titleIndent : 0);
+    const int padding = wide.width() - contentsOf(wide, section).width();
     const int text = QFontMetrics{TypeScale::bold(TypeStep::small)}.horizontalAdvance(textOf(section));
     return {padding + text + textToArrow + arrowExtent, headHeight};
 }
 
-QString LedgerHeads::textOf(int section) const
+QString RowHeads::textOf(int section) const
 {
     return model()->headerData(section, Qt::Horizontal, Qt::DisplayRole).toString();
+}
+
+QRect RowHeads::contentsOf(const QRect& rect, int section) const
+{
+    auto line = RowDelegate::contentsOf(rect, section, count());
+    if (section == m_glyphColumn)
+        line.setLeft(line.left() + CellPainter::glyphIndent);
+    return line;
 }

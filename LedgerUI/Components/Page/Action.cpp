@@ -1,0 +1,69 @@
+#include "LedgerUI/Components/Page/Action.h"
+
+#include <utility>
+
+#include <QAction>
+#include <QMenu>
+#include <QWidget>
+
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerUI/Theme/Icon.h"
+
+QString namedWithKeys(const QString& name, const QList<QKeySequence>& keys)
+{
+    return keys.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, keys.first().toString(QKeySequence::NativeText));
+}
+
+ActionSet::ActionSet(QWidget* page) : QObject{page}, m_page{page} {}
+
+void ActionSet::present(std::vector<Action> actions)
+{
+    for (auto& each : actions) {
+        auto& known = this->known(each.id);
+        auto& shown = *known.shown;
+        known.run = std::move(each.run);
+        shown.setText(each.text);
+        shown.setToolTip(each.whyNot.isEmpty() ? namedWithKeys(each.text, each.keys) : each.whyNot);
+        if (!each.glyph.isEmpty())
+            shown.setIcon(Icon::of(each.glyph, each.ink));
+        if (shown.shortcuts() != each.keys)
+            shown.setShortcuts(each.keys);
+        shown.setCheckable(each.isOn.has_value());
+        shown.setChecked(each.isOn.value_or(false));
+        shown.setVisible(each.isOffered);
+        shown.setEnabled(each.isOffered && each.whyNot.isEmpty());
+    }
+}
+
+QAction* ActionSet::operator[](const QString& id) const
+{
+    const auto found = m_known.find(id);
+    require(found != m_known.end(), "an action was presented before it is asked for");
+    return found->second.shown;
+}
+
+void ActionSet::fill(QMenu& menu, const QList<QString>& ids) const
+{
+    for (const auto& id : ids) {
+        if (id.isEmpty())
+            menu.addSeparator();
+        else
+            menu.addAction((*this)[id]);
+    }
+}
+
+ActionSet::Known& ActionSet::known(const QString& id)
+{
+    auto& known = m_known[id];
+    if (known.shown)
+        return known;
+    known.shown = new QAction(this);
+    known.shown->setObjectName(id);
+    m_page->addAction(known.shown);
+    connect(known.shown, &QAction::triggered, this, [this, id] {
+        const auto run = m_known[id].run; // it may present the actions anew
+        if (run)
+            run();
+    });
+    return known;
+}

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include <QString>
+
+#include "LedgerUI/Theme/ThemeColor.h"
+#include "LedgerUI/Theme/TypeScale.h"
+
+/// A text in a cell, with a glyph before it where it has one.
+struct CellText {
+    QString text;
+    TypeStep step = TypeStep::body;
+    ThemeColor ink = Token::text;
+    QString glyph = {};
+    bool isStruck = false;
+};
+
+/// A code at the left end of a line and a figure at its right end.
+struct CellAmount {
+    QString code;
+    CellText figure;
+};
+
+/// What stands at the right end of the first line: a chip with a word, or a glyph with a count.
+struct CellMark {
+    QString word;
+    QString glyph = {};
+};
+
+/// What one cell of a table shows. Lines stand one above the other; `beside` takes what the only line leaves.
+struct Cell {
+    QString glyph = {}; // at the left end, in the middle of the height
+    ThemeColor glyphInk = Token::text2;
+    std::vector<CellText> lines = {};
+    std::optional<CellText> beside = {};
+    std::vector<CellMark> marks = {};
+    std::vector<CellAmount> amounts = {};
+    bool wraps = false; // the only line may go on in a second one
+};

@@ -1,0 +1,153 @@
+#include "LedgerUI/Components/Table/CellPainter.h"
+
+#include <algorithm>
+
+#include <QPainter>
+
+#include "LedgerUI/Components/Text/TextLines.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
+
+namespace {
+
+int heightOf(TypeStep step)
+{
+    return QFontMetrics{TypeScale::font(step)}.height();
+}
+
+QRect centred(const QRect& line, int left, int extent)
+{
+    return {left, line.top() + (line.height() - extent) / 2, extent, extent};
+}
+
+QFont fontOf(const CellText& text)
+{
+    auto font = TypeScale::font(text.step);
+    font.setStrikeOut(text.isStruck);
+    return font;
+}
+
+}
+
+void CellPainter::paint(const Cell& cell, const QRect& area) const
+{
+    auto rest = area;
+    if (!cell.glyph.isEmpty()) {
+        paintGlyph(cell.glyph, cell.glyphInk, centred(area, area.left(), Space::icon));
+        rest.setLeft(area.left() + glyphIndent);
+    }
+    if (!cell.amounts.empty())
+        paintAmounts(cell.amounts, rest);
+    else if (cell.lines.size() == 1)
+        paintOnlyLine(cell, rest);
+    else
+        paintLines(cell, rest);
+}
+
+void CellPainter::paintText(const CellText& text, QRect line, Qt::Alignment alignment) const
+{
+    if (!text.glyph.isEmpty()) {
+        paintGlyph(text.glyph, text.ink, centred(line, line.left(), Space::chevron));
+        line.setLeft(line.left() + Space::chevron + Space::step1);
+    }
+    const auto font = fontOf(text);
+    m_painter.setFont(font);
+    m_painter.setPen(Theme::current().color(text.ink));
+    const auto shown = QFontMetrics{font}.elidedText(text.text, Qt::ElideRight, line.width());
+    m_painter.drawText(line, static_cast<int>(alignment | Qt::AlignVCenter), shown);
+}
+
+void CellPainter::paintGlyph(const QString& name, const ThemeColor& ink, const QRect& box) const
+{
+    const auto ratio = m_painter.device()->devicePixelRatioF();
+    m_painter.drawPixmap(box.topLeft(), Icon::pixmap(name, Theme::current().color(ink), box.width(), ratio));
+}
+
+int CellPainter::paintMarks(const std::vector<CellMark>& marks, const QRect& line) const
+{
+    int left = line.right() + 1;
+    for (const auto& mark : marks) {
+        if (mark.glyph.isEmpty()) {
+            left = paintChip(mark.word, line, left) - Space::step2;
+            continue;
+        }
+        if (!mark.word.isEmpty()) {
+            const int width = QFontMetrics{TypeScale::font(TypeStep::micro)}.horizontalAdvance(mark.word);
+            left -= width;
+            paintText({.text = mark.word, .step = TypeStep::micro, .ink = Token::text2},
+                      {left, line.top(), width, line.height()});
+            left -= Space::step1;
+        }
+        left -= Space::chevron;
+        paintGlyph(mark.glyph, Token::text2, centred(line, left, Space::chevron));
+        left -= Space::step2;
+    }
+    return left;
+}
+
+int CellPainter::paintChip(const QString& word, const QRect& line, int right) const
+{
+    const auto font = TypeScale::font(TypeStep::micro);
+    const QFontMetrics metrics{font};
+    const int width = metrics.horizontalAdvance(word) + 2 * Space::step2;
+    const int height = metrics.height() + 3;
+    const QRect chip{right - width, line.top() + (line.height() - height) / 2, width, height};
+    m_painter.setPen(Qt::NoPen);
+    m_painter.setBrush(Theme::current().color(Token::sunken));
+    m_painter.drawRoundedRect(chip, Space::radiusSmall, Space::radiusSmall);
+    m_painter.setFont(font);
+    m_painter.setPen(Theme::current().color(Token::text2));
+    m_painter.drawText(chip, Qt::AlignCenter, word);
+    return chip.left();
+}
+
+void CellPainter::paintOnlyLine(const Cell& cell, QRect line) const
+{
+    const auto& text = cell.lines.front();
+    if (!cell.marks.empty())
+        line.setRight(paintMarks(cell.marks, line));
+    const int width = QFontMetrics{fontOf(text)}.horizontalAdvance(text.text);
+    if (cell.wraps && width > line.width()) {
+        m_painter.setFont(fontOf(text));
+        m_painter.setPen(Theme::current().color(text.ink));
+        drawTwoLines(m_painter, line, text.text);
+        return;
+    }
+    paintText(text, line);
+    line.setLeft(line.left() + width + Space::step2);
+    if (cell.beside && line.width() > Space::step8)
+        paintText(*cell.beside, line);
+}
+
+void CellPainter::paintLines(const Cell& cell, const QRect& area) const
+{
+    int height = 0;
+    for (const auto& text : cell.lines)
+        height += heightOf(text.step);
+    int top = area.top() + (area.height() - height) / 2;
+    for (const auto& text : cell.lines) {
+        QRect line{area.left(), top, area.width(), heightOf(text.step)};
+        if (&text == &cell.lines.front() && !cell.marks.empty())
+            line.setRight(paintMarks(cell.marks, line));
+        paintText(text, line);
+        top += heightOf(text.step);
+    }
+}
+
+void CellPainter::paintAmounts(const std::vector<CellAmount>& amounts, const QRect& area) const
+{
+    int height = 0;
+    for (const auto& amount : amounts)
+        height += heightOf(amount.figure.step);
+    // Figures have no descenders: where the cell is low, lines may stand closer than those of words.
+    const int lines = static_cast<int>(amounts.size());
+    const int step = std::min(height, area.height()) / lines;
+    int top = area.top() + (area.height() - step * lines) / 2;
+    for (const auto& amount : amounts) {
+        const QRect line{area.left(), top, area.width(), step};
+        paintText({.text = amount.code, .step = TypeStep::micro, .ink = Token::text3}, line);
+        paintText(amount.figure, line, Qt::AlignRight);
+        top += step;
+    }
+}

@@ -1,0 +1,81 @@
+#include "LedgerUI/Components/Table/RowDelegate.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QPainter>
+#include <QToolTip>
+
+#include "LedgerUI/Components/Table/CellPainter.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
+
+namespace {
+
+constexpr int selectedBar = 3;
+constexpr int ringWidth = 2;
+
+}
+
+RowDelegate::RowDelegate(CellAt cellAt, QObject* parent) : QStyledItemDelegate{parent}, m_cellAt{std::move(cellAt)} {}
+
+QRect RowDelegate::contentsOf(const QRect& cell, int column, int columns)
+{
+    const int left = column == 0 ? Space::cellPaddingOuter : Space::cellPadding;
+    const int right = column == columns - 1 ? Space::cellPaddingOuter : Space::cellPadding;
+    return cell.adjusted(left, 0, -right, -1);
+}
+
+int RowDelegate::rowHeight() const
+{
+    const int body = QFontMetrics{TypeScale::font(TypeStep::body)}.height();
+    const int small = QFontMetrics{TypeScale::font(TypeStep::small)}.height();
+    return m_density == Density::oneLine ? std::max(30, body + 12) : std::max(42, body + small + 8);
+}
+
+void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    paintGround(*painter, option, index);
+    painter->setClipRect(option.rect);
+    const auto area = contentsOf(option.rect, index.column(), index.model()->columnCount());
+    CellPainter{*painter}.paint(m_cellAt(index, m_density), area);
+    painter->restore();
+}
+
+void RowDelegate::paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+{
+    const auto color = [](Token token) { return Theme::current().color(token); };
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    const auto ground = isSelected ? Token::accentSoft : index.row() == m_hovered ? Token::surfaceAlt : Token::surface;
+    const auto& rect = option.rect;
+    painter.fillRect(rect, color(ground));
+    painter.fillRect(QRect{rect.left(), rect.bottom(), rect.width(), 1}, color(Token::hairline));
+    const bool isFirst = index.column() == 0;
+    if (isSelected && isFirst)
+        painter.fillRect(QRect{rect.left(), rect.top(), selectedBar, rect.height()}, color(Token::accent));
+
+    const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
+    if (!view || !view->hasFocus() || view->currentIndex().row() != index.row())
+        return;
+    const auto ring = color(Token::focus);
+    painter.fillRect(QRect{rect.left(), rect.top(), rect.width(), ringWidth}, ring);
+    painter.fillRect(QRect{rect.left(), rect.bottom() - 1, rect.width(), ringWidth}, ring);
+    if (isFirst)
+        painter.fillRect(QRect{rect.left(), rect.top(), ringWidth, rect.height()}, ring);
+    if (index.column() == index.model()->columnCount() - 1)
+        painter.fillRect(QRect{rect.right() - 1, rect.top(), ringWidth, rect.height()}, ring);
+}
+
+bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                            const QModelIndex& index)
+{
+    if (event->type() != QEvent::ToolTip || !index.isValid())
+        return QStyledItemDelegate::helpEvent(event, view, option, index);
+    // What a reader would hear is also what a cut text says in whole.
+    QToolTip::showText(event->globalPos(), index.data(Qt::AccessibleTextRole).toString(), view);
+    return true;
+}

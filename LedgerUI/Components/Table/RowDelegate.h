@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+
+#include <QStyledItemDelegate>
+
+#include "LedgerUI/Components/Table/Cell.h"
+
+/// Paints the rows of a table: ground, selection, one ring around the whole current row, and the cells.
+class RowDelegate final : public QStyledItemDelegate {
+    Q_OBJECT
+public:
+    enum class Density { oneLine, twoLines };
+    using CellAt = std::function<Cell(const QModelIndex& index, Density density)>;
+
+    explicit RowDelegate(CellAt cellAt, QObject* parent = nullptr);
+
+    /// The room between the paddings of a cell, which are wider at the table's edges.
+    [[nodiscard]] static QRect contentsOf(const QRect& cell, int column, int columns);
+
+    void setDensity(Density density) { m_density = density; }
+    [[nodiscard]] Density density() const { return m_density; }
+    [[nodiscard]] int rowHeight() const;
+    /// The row under the pointer; -1 for none.
+    void setHoveredRow(int row) { m_hovered = row; }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
+    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
+                   const QModelIndex& index) override;
+
+private:
+    void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+
+    CellAt m_cellAt;
+    Density m_density = Density::twoLines;
+    int m_hovered = -1;
+};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <vector>
+
+#include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
+#include "LedgerUI/Presentation/Table/RowChange.h"
+
+/// What a person asks of a book: which entries, in which order, as seen on which day.
+struct LedgerQuery {
+    LedgerFilter filter;
+    LedgerSort sort;
+    std::chrono::year_month_day today{};
+
+    bool operator==(const LedgerQuery&) const = default;
+};
+
+/// The answer: the entries that the ledger shows, and what is said of all of them together. Immutable, so that it can
+/// be made on a worker and shown at once.
+struct LedgerListing {
+    LedgerBookPointer book;
+    LedgerQuery query;
+    std::vector<std::uint32_t> rows; // entries, in the order shown
+    std::vector<int> places;         // for each entry of the book its row, or -1
+    std::vector<LedgerTotal> totals;
+    LedgerBalances balances;           // at the end of the period
+    std::vector<std::uint32_t> widest; // for each currency the entry with its largest amount
+    bool isOfThisYear = true;
+
+    /// The row of the entry of this id, or -1.
+    [[nodiscard]] int rowOf(std::string_view id) const;
+};
+
+using LedgerListingPointer = std::shared_ptr<const LedgerListing>;
+
+LedgerListing listingOf(LedgerBookPointer book, LedgerQuery query);
+
+/// What becomes of the rows of `before` (null for none) in `now`.
+RowChange changeBetween(const LedgerListing* before, const LedgerListing& now);

@@ -1,0 +1,98 @@
+#include "LedgerUI/Screens/Ledger/LedgerMessages.h"
+
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Page/Banner.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Period/PeriodLabel.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Theme/Space.h"
+
+LedgerMessages::LedgerMessages(QWidget* parent) : QWidget{parent}
+{
+    m_hint = new TextLabel(TypeStep::small, Token::text2, this);
+    m_hint->setObjectName(QStringLiteral("periodHint"));
+    m_hint->setContentsMargins(Space::pageMargin, Space::step1, Space::pageMargin, Space::step1);
+    m_hint->setWordWrap(true);
+    m_hint->hide();
+    m_box = new QWidget(this);
+    m_banner = new Banner(Banner::Kind::info, m_box);
+    m_banner->setObjectName(QStringLiteral("recordedElsewhere"));
+    m_show = new QPushButton(m_banner);
+    m_show->setObjectName(QStringLiteral("recordedShow"));
+    m_show->setProperty("extent", QStringLiteral("small"));
+    m_close = new IconButton(QStringLiteral("x"), IconButton::Frame::none, m_banner);
+    m_close->setObjectName(QStringLiteral("recordedClose"));
+    m_close->setFixedSize(Space::controlSmall, Space::controlSmall);
+    m_banner->addAction(m_show);
+    m_banner->addAction(m_close);
+    auto* box = new QVBoxLayout(m_box);
+    box->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, Space::step2);
+    box->addWidget(m_banner);
+    m_box->hide();
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(m_hint);
+    rows->addWidget(m_box);
+    connect(m_show, &QPushButton::clicked, this, [this] {
+        const auto id = QString::fromStdString(m_announced);
+        withdraw();
+        Q_EMIT entryWanted(id);
+    });
+    connect(m_close, &QToolButton::clicked, this, [this] {
+        withdraw();
+        Q_EMIT left();
+    });
+}
+
+void LedgerMessages::present(const LedgerBrowser& browser)
+{
+    m_hint->setText(word(ledgerWords(), "latestShown",
+                         {periodLabel(browser.filter().period, InterfaceLanguage::tag()).toStdString()}));
+    m_hint->setVisible(browser.showsLatestInstead());
+    if (m_announced.empty())
+        return;
+    if (browser.listing() && browser.listing()->rowOf(m_announced) < 0)
+        presentAnnounced(browser);
+    else
+        withdraw();
+}
+
+void LedgerMessages::announce(const LedgerBrowser& browser, const std::string& entryID)
+{
+    m_announced = entryID;
+    presentAnnounced(browser);
+}
+
+void LedgerMessages::presentAnnounced(const LedgerBrowser& browser)
+{
+    const auto& book = *browser.book();
+    const auto at = book.find(m_announced);
+    if (at == LedgerBook::none) {
+        withdraw();
+        return;
+    }
+    m_show->setText(word(ledgerWords(), "recorded.show"));
+    m_close->setName(word(ledgerWords(), "recorded.close"));
+    const auto day = DayText::longDay(book.transaction(at).date, book.locale());
+    const auto text = word(ledgerWords(), "recorded.elsewhere", {day.toStdString()});
+    if (!m_box->isVisibleTo(this) || m_banner->text() != text)
+        m_banner->present(Banner::Kind::info, text); // readers hear it once
+    m_box->show();
+}
+
+void LedgerMessages::withdraw()
+{
+    m_announced.clear();
+    m_box->hide();
+}
+
+void LedgerMessages::enter()
+{
+    m_show->setFocus(Qt::OtherFocusReason);
+}
