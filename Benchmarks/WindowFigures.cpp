@@ -87,6 +87,14 @@ struct Window {
         paint();
     }
 
+    /// What a person asks of the ledger, until the answer is painted.
+    void ask(const std::function<void()>& question)
+    {
+        question();
+        waitFor([this] { return !browser->isPreparing(); });
+        paint();
+    }
+
     SessionMemory credentials;
     LanguageMemory defaults;
     SystemClock clock;
@@ -136,7 +144,7 @@ public:
     {
         const auto month = m_window.browser->filter();
         LedgerFilter all;
-        m_window.browser->setFilter(all);
+        m_window.ask([&] { m_window.browser->setFilter(all); });
         const auto before = std::exchange(m_home, month);
         filter("fill the table with all entries", all);
         m_home = all;
@@ -160,7 +168,7 @@ public:
 
     void sorting()
     {
-        m_window.browser->setFilter({});
+        m_window.ask([&] { m_window.browser->setFilter({}); });
         sort("sort by amount", {LedgerSort::Key::amount, LedgerSort::Direction::descending});
         sort("sort by entry", {LedgerSort::Key::entry, LedgerSort::Direction::ascending});
         sort("oldest first", {LedgerSort::Key::date, LedgerSort::Direction::ascending});
@@ -183,23 +191,26 @@ public:
     {
         Samples all;
         Samples sorting;
+        Samples held;
         for (int each = 0; each < m_repetitions; ++each) {
             m_window.table->clearSelection();
-            m_window.browser->setSort({});
-            m_window.paint();
+            m_window.ask([&] { m_window.browser->setSort({}); });
             all.timeThread([&] {
                 m_window.table->selectAll();
                 m_window.paint();
             });
-            sorting.timeThread([&] {
-                m_window.browser->setSort({LedgerSort::Key::amount, LedgerSort::Direction::descending});
-                m_window.paint();
+            const LoopHold hold;
+            sorting.time([&] {
+                m_window.ask(
+                    [&] { m_window.browser->setSort({LedgerSort::Key::amount, LedgerSort::Direction::descending}); });
             });
+            held.add(hold.longest());
         }
         all.print("select all");
         sorting.print("sort by amount with all selected");
+        held.print("  longest without answering");
         m_window.table->clearSelection();
-        m_window.browser->setSort({});
+        m_window.ask([&] { m_window.browser->setSort({}); });
     }
 
     /// What the filter does without the window, beside a loop that asks each entry the one question.
@@ -231,32 +242,28 @@ public:
 private:
     void filter(std::string_view name, const LedgerFilter& wanted)
     {
-        Samples samples;
-        for (int each = 0; each < m_repetitions; ++each) {
-            m_window.browser->setFilter(m_home);
-            m_window.paint();
-            samples.timeThread([&] {
-                m_window.browser->setFilter(wanted);
-                m_window.paint();
-            });
-        }
-        m_window.browser->setFilter(m_home);
-        samples.print(name);
+        measure(name, [&] { m_window.browser->setFilter(m_home); }, [&] { m_window.browser->setFilter(wanted); });
     }
 
     void sort(std::string_view name, LedgerSort wanted)
     {
+        measure(name, [&] { m_window.browser->setSort({}); }, [&] { m_window.browser->setSort(wanted); });
+    }
+
+    /// How long the answer to a question takes, and how long the window stands still for it.
+    void measure(std::string_view name, const std::function<void()>& home, const std::function<void()>& question)
+    {
         Samples samples;
+        Samples held;
         for (int each = 0; each < m_repetitions; ++each) {
-            m_window.browser->setSort({});
-            m_window.paint();
-            samples.timeThread([&] {
-                m_window.browser->setSort(wanted);
-                m_window.paint();
-            });
+            m_window.ask(home);
+            const LoopHold hold;
+            samples.time([&] { m_window.ask(question); });
+            held.add(hold.longest());
         }
-        m_window.browser->setSort({});
+        m_window.ask(home);
         samples.print(name);
+        held.print("  longest without answering");
     }
 
     void press(Qt::Key key)

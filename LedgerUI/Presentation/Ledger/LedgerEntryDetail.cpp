@@ -4,8 +4,8 @@
 
 #include <QStringList>
 
-#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Entries/ReversalRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -13,8 +13,7 @@
 
 namespace {
 
-using LedgerEntryAccess::CorrectionPage;
-using LedgerEntryAccess::ReversalRefusal;
+using ReversalRules::Refusal;
 using Detail = LedgerEntryDetail;
 
 QString recordedText(const std::string& stamp, std::string_view locale)
@@ -98,39 +97,35 @@ std::vector<Detail::Receipt> receiptsOf(const LedgerBook& book, const LedgerTran
     return receipts;
 }
 
-/// Without the right nothing is said: the member has no use for an action that is somebody else's.
-std::string_view refusalKey(ReversalRefusal refusal)
+/// What keeps the member from undoing the entry, as far as these books tell.
+std::optional<Refusal> whyNotReverse(const LedgerBook& book, const LedgerTransaction& transaction)
 {
-    switch (refusal) {
-    case ReversalRefusal::isReversal:
-        return "whyNot.isReversal";
-    case ReversalRefusal::alreadyReversed:
-        return "whyNot.alreadyReversed";
-    case ReversalRefusal::noLegs:
-        return "whyNot.noLegs";
-    case ReversalRefusal::notPermitted:
-        break;
+    const auto& snapshot = book.snapshot();
+    ReversalContext context;
+    context.member = &snapshot.currentMember;
+    context.original = &transaction;
+    for (const auto& leg : transaction.legs) {
+        const auto* account = snapshot.account(leg.accountID);
+        if (account && std::ranges::find(context.accounts, account) == context.accounts.end())
+            context.accounts.push_back(account);
     }
-    return {};
+    context.refundsExist = std::ranges::any_of(
+        book.refundsOf(transaction.id), [&](std::uint32_t refund) { return !book.transaction(refund).reversedBy; });
+    return ReversalRules::whyNot(context);
+}
+
+/// Without the right nothing is said: the member has no use for an action that is somebody else's.
+bool isSaid(Refusal refusal)
+{
+    return refusal != Refusal::notPermitted && refusal != Refusal::notFound && refusal != Refusal::inactiveMember;
 }
 
 void addCorrection(Detail& detail, const LedgerBook& book, const LedgerTransaction& transaction)
 {
-    const auto refusal = LedgerEntryAccess::whyNotReverse(transaction, book.snapshot().currentMember);
-    const auto page = LedgerEntryAccess::correctionPage(transaction);
-    // Where nothing is left to correct, that is said before the page that would have corrected it.
-    const bool isSettled = refusal == ReversalRefusal::alreadyReversed || refusal == ReversalRefusal::isReversal;
-    std::string_view key;
-    if (page == CorrectionPage::capital && !isSettled)
-        key = "whyNot.capital";
-    else if (page == CorrectionPage::dividends && !isSettled)
-        key = "whyNot.dividends";
-    else if (refusal)
-        key = refusalKey(*refusal);
-    else
-        detail.offersReversal = true;
-    if (!key.empty())
-        detail.correction = wordIn(book.locale(), ledgerWords(), key);
+    const auto refusal = whyNotReverse(book, transaction);
+    detail.offersReversal = !refusal;
+    if (refusal && isSaid(*refusal))
+        detail.correction = qString(ReversalRules::text(*refusal, book.locale()));
 }
 
 }

@@ -107,16 +107,6 @@ const WordTable& ledgerWords()
         {"link.hidden", "该记录不可查看", "Catatan itu tidak dapat dilihat", "Không xem được bút toán đó",
          "That entry is not visible to you"},
         {"reverse", "冲销…", "Batalkan…", "Đảo bút toán…", "Reverse…"},
-        {"whyNot.isReversal", "冲销记录不能再次冲销。", "Pembatalan tidak dapat dibatalkan lagi.",
-         "Không thể đảo một bút toán đảo.", "A reversal cannot be reversed."},
-        {"whyNot.alreadyReversed", "此记录已被冲销。", "Catatan ini sudah dibatalkan.", "Bút toán này đã được đảo.",
-         "This entry has already been reversed."},
-        {"whyNot.noLegs", "此记录没有资金变动。", "Catatan ini tidak memuat pergerakan dana.",
-         "Bút toán này không có biến động tiền.", "This entry moves no money."},
-        {"whyNot.capital", "出资在“资本与分红”中更正。", "Setoran modal dikoreksi di Modal & dividen.",
-         "Khoản góp vốn được sửa trong Vốn & cổ tức.", "Contributions are corrected under Capital & dividends."},
-        {"whyNot.dividends", "分红款项在“资本与分红”中更正。", "Uang dividen dikoreksi di Modal & dividen.",
-         "Tiền cổ tức được sửa trong Vốn & cổ tức.", "Dividend money is corrected under Capital & dividends."},
 
         // balances
         {"balances", "账户余额", "Saldo rekening", "Số dư tài khoản", "Account balances"},

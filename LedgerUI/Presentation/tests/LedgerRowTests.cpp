@@ -244,9 +244,10 @@ TEST(LedgerEntryDetail, OffersAReversalOrSaysWhereTheEntryIsCorrected)
         return detail.offersReversal ? std::string{"reverse"} : detail.correction.toStdString();
     };
     EXPECT_EQ(says("e1"), "reverse");
+    EXPECT_EQ(says("i1"), "This income has refunds. Reverse the refunds first.");
     EXPECT_EQ(says("e3"), "This entry has already been reversed.");
-    EXPECT_EQ(says("v1"), "A reversal cannot be reversed.");
-    EXPECT_EQ(says("d1"), "Dividend money is corrected under Capital & dividends.");
+    EXPECT_EQ(says("v1"), "A reversal cannot be reversed. Record the entry again instead.");
+    EXPECT_EQ(says("d1"), "Dividends are corrected on the Dividends page.");
 
     auto stranger = sampleLedger();
     stranger.grant("nothing", {});
