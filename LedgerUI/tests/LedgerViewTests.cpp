@@ -1,5 +1,6 @@
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
@@ -184,6 +185,24 @@ TEST(LedgerView, RecordsOnTheAccountThatItIsNarrowedTo)
     page.person.keys("Ctrl+N");
     EXPECT_EQ(page.window.findChild<QComboBox*>(QStringLiteral("entryAccount"))->currentText(),
               QStringLiteral("Singapore"));
+}
+
+TEST(LedgerView, RecordsAnEntryOnceMore)
+{
+    OpenedLedger page;
+    const auto offers = [&](const char* id) {
+        page.find<LedgerTable>("ledgerTable")->choose(id);
+        return page.find<QAction>("duplicate")->isVisible();
+    };
+    EXPECT_FALSE(offers("v1"));
+    EXPECT_FALSE(offers("r1"));
+    ASSERT_TRUE(offers("e1"));
+    page.find<QAction>("duplicate")->trigger();
+    auto* form = page.window.findChild<TransactionForm*>();
+    ASSERT_NE(form, nullptr);
+    EXPECT_EQ(form->findChild<QLineEdit*>(QStringLiteral("entryAmount"))->text(), QStringLiteral("438.50"));
+    EXPECT_EQ(form->findChild<QComboBox*>(QStringLiteral("entryAccount"))->currentText(),
+              QStringLiteral("Operating bank"));
 }
 
 /// The form hands over what it recorded; the ledger goes there, or says why it is not to be seen.

@@ -83,6 +83,8 @@ LedgerListing listingOf(LedgerBookPointer book, LedgerQuery query)
     const auto year = static_cast<std::uint32_t>(static_cast<int>(query.today.year()));
     listing.isOfThisYear =
         std::ranges::all_of(listing.rows, [&](std::uint32_t at) { return book->entry(at).day / 10000 == year; });
+    if (listing.rows.empty())
+        listing.notice = noticeFor(*book, query.filter, book->counts(), query.today);
     listing.book = std::move(book);
     listing.query = std::move(query);
     return listing;

@@ -2,11 +2,13 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
 #include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 #include "LedgerUI/Presentation/Table/RowChange.h"
 
@@ -30,6 +32,7 @@ struct LedgerListing {
     LedgerBalances balances;           // at the end of the period
     std::vector<std::uint32_t> widest; // for each currency the entry with its largest amount
     bool isOfThisYear = true;
+    std::optional<LedgerNotice> notice; // what is said in the place of rows where there are none
 
     /// The row of the entry of this id, or -1.
     [[nodiscard]] int rowOf(std::string_view id) const;

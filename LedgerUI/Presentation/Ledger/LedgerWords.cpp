@@ -182,6 +182,8 @@ const WordTable& ledgerWords()
          "Sort by the next column"},
         {"action.turnSort", "反转排序", "Balik urutan", "Đảo thứ tự", "Turn the order around"},
         {"action.open", "打开", "Buka", "Mở", "Open"},
+        {"action.duplicate", "再记一笔相同的…", "Gandakan…", "Ghi thêm một bút toán giống vậy…",
+         "Record the same again…"},
         {"action.copy", "复制", "Salin", "Sao chép", "Copy"},
         {"action.onlyAccount", "只看“%1”", "Hanya tampilkan %1", "Chỉ hiện %1", "Show only %1"},
     }};

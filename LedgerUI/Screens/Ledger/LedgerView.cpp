@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
@@ -17,8 +18,8 @@
 #include "LedgerUI/Components/Period/PeriodNavigator.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
-#include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
@@ -46,6 +47,14 @@ std::vector<MoneyText> netAmounts(const std::vector<LedgerTotal>& totals)
             amounts.push_back(movementText(*total.net, total.currency, InterfaceLanguage::tag()));
     }
     return amounts;
+}
+
+/// Whether another entry like this one can be recorded. Openings are made once, and a refund pays one income back.
+bool mayRepeat(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
+{
+    const bool isRepeatable = entry.kind != EntryKind::opening && entry.kind != EntryKind::refund &&
+                              displayKind(entry) == entry.kind && TransactionForm::supports(entry.kind);
+    return isRepeatable && !LedgerEntryAccess::accounts(snapshot, entry.kind).empty();
 }
 
 /// The account that the ledger is narrowed to, where it is a single one.
@@ -191,13 +200,12 @@ void LedgerView::present()
     m_filters->present(*m_browser);
     if (const auto& listing = m_browser->listing()) {
         const auto& book = *listing->book;
-        const bool isEmpty = listing->rows.empty();
         m_table->present(*m_browser);
-        if (isEmpty)
-            m_notice->present(noticeFor(book, listing->query.filter, book.counts(), listing->query.today));
+        if (listing->notice)
+            m_notice->present(*listing->notice);
         m_totals->present(listing->rows.size(), book.size(), listing->totals);
         m_page->setHasContents(book.size() > 0);
-        m_page->show(isEmpty ? ListDetailPage::Content::notice : ListDetailPage::Content::table);
+        m_page->show(listing->notice ? ListDetailPage::Content::notice : ListDetailPage::Content::table);
     } else if (m_browser->isPreparing()) {
         m_notice->presentWaiting(text("preparing"));
         m_page->show(ListDetailPage::Content::notice);
@@ -207,12 +215,14 @@ void LedgerView::present()
     settleAwaited();
 }
 
-/// What is summed up is summed up once: whole ledgers can be selected.
+/// Worked out once for each selection: whole ledgers can be selected, and one entry's balances take a pass over all.
 void LedgerView::presentSelection()
 {
+    const auto book = m_browser->book();
     m_selected = m_table->selectedEntries();
-    m_sums = m_browser->book() ? totals(*m_browser->book(), m_selected) : std::vector<LedgerTotal>{};
-    presentActions();
+    m_sums = book ? totals(*book, m_selected) : std::vector<LedgerTotal>{};
+    m_chosen = book && m_selected.size() == 1 ? std::optional{detailOf(*book, m_selected.front())} : std::nullopt;
+    m_actions->present(rowActions());
     presentDetail();
     Q_EMIT statusContextChanged();
 }
@@ -224,9 +234,8 @@ void LedgerView::presentDetail()
         return;
     if (m_selected.empty()) {
         m_detail->presentBalances(listing->balances);
-    } else if (m_selected.size() == 1) {
-        const auto detail = detailOf(*listing->book, m_selected.front());
-        m_detail->presentEntry(detail, entryKindColor(detail.kind, listing->book->snapshot()), m_store.isBusy());
+    } else if (m_chosen) {
+        m_detail->presentEntry(*m_chosen, entryKindColor(m_chosen->kind, listing->book->snapshot()), m_store.isBusy());
     } else {
         m_detail->presentSelection(countedIn(InterfaceLanguage::tag(), ledgerWords(), "selected", m_selected.size()),
                                    netAmounts(m_sums));
@@ -268,8 +277,8 @@ std::vector<Action> LedgerView::pageActions()
 std::vector<Action> LedgerView::rowActions()
 {
     const auto book = m_browser->book();
-    const bool isOne = book && m_selected.size() == 1;
-    const auto detail = isOne ? detailOf(*book, m_selected.front()) : LedgerEntryDetail{};
+    const bool isOne = m_chosen.has_value();
+    const auto detail = m_chosen.value_or(LedgerEntryDetail{});
     const auto* leg = isOne ? leadingLeg(*book, m_selected.front()) : nullptr;
     const auto account = leg ? book->accounts().id(leg->account) : std::string{};
     return {{.id = QStringLiteral("open"),
@@ -282,6 +291,12 @@ std::vector<Action> LedgerView::rowActions()
              .whyNot = m_store.isBusy() ? text("newEntry.busy") : detail.correction,
              .isOffered = isOne && (detail.offersReversal || !detail.correction.isEmpty()),
              .run = [this, id = detail.id] { reverse(id); }},
+            {.id = QStringLiteral("duplicate"),
+             .text = text("action.duplicate"),
+             .glyph = QStringLiteral("copy"),
+             .whyNot = m_store.isBusy() ? text("newEntry.busy") : QString{},
+             .isOffered = isOne && mayRepeat(book->transaction(m_selected.front()), book->snapshot()),
+             .run = [this, id = detail.id] { duplicate(id); }},
             {.id = QStringLiteral("onlyAccount"),
              .text = leg ? word(ledgerWords(), "action.onlyAccount", {book->names().account(account)}) : QString{},
              .isOffered = leg != nullptr,
@@ -328,6 +343,7 @@ void LedgerView::openMenu(QPoint place)
     menu->setToolTipsVisible(true);
     m_actions->fill(*menu, {QStringLiteral("open"),
                             QStringLiteral("reverse"),
+                            QStringLiteral("duplicate"),
                             QStringLiteral("onlyAccount"),
                             {},
                             QStringLiteral("copy"),
@@ -397,6 +413,18 @@ void LedgerView::openForm(const EntryForm::Opening& opening)
     connect(form, &TransactionForm::recorded, this,
             [this](const QString& id) { showEntry(id.toStdString(), Shows::whereItStands); });
     form->open();
+}
+
+/// The same entry once more, on the day of today.
+void LedgerView::duplicate(const std::string& id)
+{
+    const auto book = m_browser->book();
+    const auto at = book ? book->find(id) : LedgerBook::none;
+    if (at == LedgerBook::none)
+        return;
+    auto draft = EntryEdits::correctionOf(book->transaction(at), InterfaceLanguage::tag());
+    draft.date = m_store.today();
+    openForm({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
 }
 
 void LedgerView::reverse(const std::string& id)

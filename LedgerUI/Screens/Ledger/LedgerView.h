@@ -5,6 +5,7 @@
 
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
+#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
 class ActionSet;
@@ -55,6 +56,7 @@ private:
     void settleAwaited();
     void record(const std::string& kind);
     void openForm(const EntryForm::Opening& opening);
+    void duplicate(const std::string& id);
     void reverse(const std::string& id);
 
     LedgerStore& m_store;
@@ -70,8 +72,9 @@ private:
     LedgerNoticeView* m_notice = nullptr;
     LedgerTotalsStrip* m_totals = nullptr;
     LedgerDetailPane* m_detail = nullptr;
-    std::vector<std::uint32_t> m_selected; // entries of the book shown
-    std::vector<LedgerTotal> m_sums;       // of those
-    std::string m_awaited;                 // an entry to go to once the ledger is ready
+    std::vector<std::uint32_t> m_selected;     // entries of the book shown
+    std::vector<LedgerTotal> m_sums;           // of those
+    std::optional<LedgerEntryDetail> m_chosen; // where it is a single one
+    std::string m_awaited;                     // an entry to go to once the ledger is ready
     Shows m_awaitedShows = Shows::always;
 };
