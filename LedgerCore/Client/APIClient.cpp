@@ -101,8 +101,10 @@ APIClient::APIClient(std::string baseURL, std::shared_ptr<HttpSession> session)
 {
 }
 
-QCoro::Task<Result<std::string>> APIClient::bytes(APIRequest request) const
+QCoro::Task<Result<HttpReply>> APIClient::send(APIRequest request) const
 {
+    const bool isConditional =
+        std::ranges::any_of(request.headers, [](const HttpHeader& each) { return each.name == "If-None-Match"; });
     const auto base = validatedURL(m_baseURL);
     if (!base)
         co_return std::unexpected(base.error());
@@ -110,12 +112,23 @@ QCoro::Task<Result<std::string>> APIClient::bytes(APIRequest request) const
                                               .method = std::move(request.method),
                                               .token = std::move(request.token),
                                               .body = std::move(request.body),
+                                              .headers = std::move(request.headers),
                                               .errand = request.errand});
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(failureOf(reply.error()));
-    if (reply->status < 200 || reply->status > 299)
+    const bool isSuccess = reply->status >= 200 && reply->status <= 299;
+    if (!isSuccess && !(isConditional && reply->status == HttpStatus::notModified))
         co_return std::unexpected(refusal(*reply));
+    co_return std::move(*reply);
+}
+
+QCoro::Task<Result<std::string>> APIClient::bytes(APIRequest request) const
+{
+    auto sent = send(std::move(request));
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(reply.error());
     co_return std::move(reply->body);
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <QCoro/QCoroTask>
 
@@ -20,6 +21,7 @@ struct APIRequest {
     std::string path = {};                 // below the base address, such as "v1/snapshot"
     std::optional<std::string> token = {}; // of the session
     std::optional<std::string> body = {};  // JSON
+    std::vector<HttpHeader> headers = {};  // beyond those that every request has
     Errand errand = Errand::person;
 };
 
@@ -35,6 +37,9 @@ public:
     explicit APIClient(std::string baseURL, std::shared_ptr<HttpSession> session = {});
 
     [[nodiscard]] const std::string& baseURL() const { return m_baseURL; }
+
+    /// A successful reply; to a request with "If-None-Match", also the one that nothing has changed.
+    [[nodiscard]] QCoro::Task<Result<HttpReply>> send(APIRequest request) const;
 
     /// The body of a successful reply, which may be empty.
     [[nodiscard]] QCoro::Task<Result<std::string>> bytes(APIRequest request) const;

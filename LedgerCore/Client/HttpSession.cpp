@@ -34,6 +34,8 @@ QNetworkRequest networkRequest(const HttpRequest& request)
         prepared.setRawHeader("Authorization", QByteArray::fromStdString("Bearer " + *request.token));
     if (request.body)
         prepared.setRawHeader("Content-Type", "application/json");
+    for (const auto& [name, value] : request.headers)
+        prepared.setRawHeader(QByteArray::fromStdString(name), QByteArray::fromStdString(value));
     return prepared;
 }
 
@@ -64,11 +66,18 @@ std::size_t announcedSize(const QNetworkReply& reply)
     return static_cast<std::size_t>(std::clamp(size, 0LL, believable) + padding);
 }
 
+/// Room for a body of unknown size that turned out to be large. Memory that is never touched costs nothing, and growing
+/// later would copy what has arrived.
+constexpr std::size_t largeBody = std::size_t{128} << 20;
+constexpr std::size_t smallBody = std::size_t{1} << 18;
+
 /// Straight into its place: a large body copied once more would hold the interface up.
 void takeArrived(QNetworkReply& reply, std::string& body)
 {
     while (reply.bytesAvailable() > 0) {
         const auto before = body.size();
+        if (before > smallBody && body.capacity() - before < static_cast<std::size_t>(reply.bytesAvailable()))
+            body.reserve(std::max(largeBody, 2 * before));
         const auto announced = reply.bytesAvailable();
         body.resize_and_overwrite(before + static_cast<std::size_t>(announced), [&](char* bytes, std::size_t) {
             const auto taken = reply.read(bytes + before, announced);
@@ -105,9 +114,18 @@ std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, Transf
     if (status == 0 || (status < firstRefusal && reply.error() != QNetworkReply::NoError))
         return std::unexpected(TransportFailure::unreadable);
     takeArrived(reply, body);
-    return HttpReply{.status = status, .body = std::move(body)};
+    HttpReply concluded{.status = status, .body = std::move(body)};
+    for (const auto& [name, value] : reply.rawHeaderPairs())
+        concluded.headers.push_back({name.toLower().toStdString(), value.toStdString()});
+    return concluded;
 }
 
+}
+
+std::string_view HttpReply::header(std::string_view name) const
+{
+    const auto found = std::ranges::find(headers, name, &HttpHeader::name);
+    return found == headers.end() ? std::string_view{} : std::string_view{found->value};
 }
 
 HttpSession::HttpSession(TransferLimits limits) : m_limits(limits), m_manager(std::make_unique<QNetworkAccessManager>())

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <QCoro/QCoroTask>
@@ -30,17 +31,33 @@ enum class Errand {
     farewell,   // the last word of a session, which is sent whatever follows
 };
 
+/// Statuses that mean something of their own here.
+namespace HttpStatus {
+inline constexpr int deltaUsed = 226; // the body says what differs from a state that the client holds
+inline constexpr int notModified = 304;
+}
+
+struct HttpHeader {
+    std::string name;
+    std::string value;
+};
+
 struct HttpRequest {
     std::string url;
     std::string method = "GET";
     std::optional<std::string> token = {}; // sent as bearer
     std::optional<std::string> body = {};  // JSON
+    std::vector<HttpHeader> headers = {};  // beyond those that every request has
     Errand errand = Errand::person;
 };
 
 struct HttpReply {
     int status = 0;
     std::string body;
+    std::vector<HttpHeader> headers = {}; // names in lower case
+
+    /// The value of the header of this name in lower case; empty without one.
+    [[nodiscard]] std::string_view header(std::string_view name) const;
 };
 
 /// Why no whole reply came.

@@ -158,6 +158,7 @@ private:
         SnapshotPointer fresh;
         SnapshotPointer held;
         bool isSame = false;
+        std::string tag = {};
     };
 
     static Publishing publishing(bool publishError) { return publishError ? Publishing::on : Publishing::off; }
@@ -173,10 +174,11 @@ private:
     // without touching the store.
     std::expected<APIClient, Failure> client();
     [[nodiscard]] std::expected<APIRequest, Failure> authorized(APIRequest request) const;
-    QCoro::Task<Result<std::string>> exchange(APIRequest request);
-    QCoro::Task<Result<LoadedSnapshot>> fetchSnapshot(APIRequest request);
+    QCoro::Task<Result<HttpReply>> exchange(APIRequest request);
     QCoro::Task<Result<LoadedSnapshot>> fetchBooks(Errand errand);
-    QCoro::Task<Result<LoadedSnapshot>> readSnapshot(std::string body);
+    QCoro::Task<Result<LoadedSnapshot>> fetchWhole(Errand errand);
+    QCoro::Task<Result<LoadedSnapshot>> readSnapshot(HttpReply reply);
+    QCoro::Task<Result<LoadedSnapshot>> readDelta(HttpReply reply, LoadedSnapshot held);
 
     // Pieces of work that run inside `operation`.
     QCoro::Task<Result<void>> load();
@@ -202,9 +204,10 @@ private:
     void assign(Value& field, Value value, void (LedgerStore::*changed)());
     Result<void> adopt(Result<LoadedSnapshot> loaded);
     void replaceSnapshot(LoadedSnapshot loaded);
-    void setSnapshot(SnapshotPointer snapshot);
+    void setSnapshot(SnapshotPointer snapshot, std::string tag = {});
 
     SnapshotPointer m_snapshot;
+    std::string m_snapshotTag; // by which the service knows `m_snapshot`; empty where it gives none
     bool m_isBusy = false;
     std::optional<std::string> m_errorMessage;
     std::optional<std::string> m_noticeMessage;

@@ -82,8 +82,8 @@ QCoro::Task<Result<std::string>> LedgerStore::record(TransactionInput input)
     auto sending = exchange(std::move(*request));
     const auto reply = co_await sending;
     if (!self)
-        co_return reply;
-    auto recorded = reply ? recordedID(*reply) : reply;
+        co_return std::unexpected(Cancelled{});
+    auto recorded = reply ? recordedID(reply->body) : std::unexpected(reply.error());
     m_kept.settleEntry(*member, input, failureIn(recorded));
     Q_EMIT keptEntryChanged();
     if (!recorded)

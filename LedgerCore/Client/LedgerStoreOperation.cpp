@@ -5,6 +5,14 @@
 #include "LedgerCore/Client/APIClient.h"
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Client/StoreOperation.h"
+#include "LedgerCore/Domain/Records/OK.h"
+
+namespace {
+
+/// Asks a service that can tell what is new not to send the whole with every command.
+constexpr auto minimalReply = "return=minimal";
+
+}
 
 std::optional<Failure> LedgerStore::begin(Publishing publishing)
 {
@@ -72,13 +80,13 @@ std::expected<APIRequest, Failure> LedgerStore::authorized(APIRequest request) c
     return request;
 }
 
-QCoro::Task<Result<std::string>> LedgerStore::exchange(APIRequest request)
+QCoro::Task<Result<HttpReply>> LedgerStore::exchange(APIRequest request)
 {
     const auto client = this->client();
     if (!client)
         co_return std::unexpected(client.error());
     const QPointer<LedgerStore> self = this;
-    auto sent = client->bytes(std::move(request));
+    auto sent = client->send(std::move(request));
     auto reply = co_await sent;
     if (!self)
         co_return std::unexpected(Cancelled{});
@@ -87,8 +95,23 @@ QCoro::Task<Result<std::string>> LedgerStore::exchange(APIRequest request)
 
 QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)
 {
-    auto fetching = fetchSnapshot(std::move(request));
-    auto loaded = co_await fetching;
+    auto prepared = authorized(std::move(request));
+    if (!prepared)
+        co_return std::unexpected(prepared.error());
+    if (!m_snapshotTag.empty())
+        prepared->headers.push_back({"Prefer", minimalReply});
+    auto sent = exchange(std::move(*prepared));
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    if (reply->header("preference-applied") == minimalReply) {
+        if (!Json::decode<OK>(reply->body).value_or(OK{}).ok)
+            co_return std::unexpected(invalidResponse());
+        auto reloading = reload();
+        co_return co_await reloading;
+    }
+    auto reading = readSnapshot(std::move(*reply));
+    auto loaded = co_await reading;
     if (!loaded)
         co_return std::unexpected(loaded.error());
     replaceSnapshot(std::move(*loaded));

@@ -48,12 +48,13 @@ QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::strin
 
     const QPointer<LedgerStore> self = this;
     auto sent = exchange({.method = "POST", .path = std::move(path), .body = std::move(body)});
-    auto text = co_await sent;
-    if (!text)
-        co_return std::unexpected(text.error());
-    const auto size = text->size();
+    auto answered = co_await sent;
+    if (!answered)
+        co_return std::unexpected(answered.error());
+    const auto size = answered->body.size();
+    auto tag = std::string{answered->header("etag")};
     const auto read = std::make_shared<std::optional<CompanyRegistrationResponse>>();
-    auto reading = runForSize(size, [bytes = *std::move(text), read] { *read = AccessReply::decode(bytes); });
+    auto reading = runForSize(size, [bytes = std::move(answered->body), read] { *read = AccessReply::decode(bytes); });
     co_await reading;
     if (!self)
         co_return std::unexpected(Cancelled{});
@@ -71,7 +72,8 @@ QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::strin
     const SavedSession kept{.token = opened.token, .isDemo = session == Session::demonstration};
     m_token = kept.token;
     assign(m_isDemo, kept.isDemo, &LedgerStore::isDemoChanged);
-    replaceSnapshot({.fresh = releasedByWorker<LedgerSnapshot>(std::move(opened.snapshot)), .held = {}});
+    replaceSnapshot(
+        {.fresh = releasedByWorker<LedgerSnapshot>(std::move(opened.snapshot)), .held = {}, .tag = std::move(tag)});
     auto keeping = keepSession(kept);
     auto outcome = co_await keeping;
     co_return outcome;
