@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "LedgerCLI/CommandAnswer.h"
-#include "LedgerCore/Domain/Records/DividendShare.h"
+#include "LedgerCore/Domain/Records/DividendState.h"
 
 struct LedgerSnapshot;
 

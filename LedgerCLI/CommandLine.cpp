@@ -29,8 +29,7 @@ namespace LedgerCLI {
 
 namespace {
 
-const std::vector<std::string> entryKinds{"income",   "expense", "transfer", "exchange", "refund",
-                                          "reversal", "opening", "capital",  "dividend"};
+const std::vector<std::string> entryKinds{EntryKind::all.begin(), EntryKind::all.end()};
 
 /// The language of the terminal; English where the environment names none.
 std::string terminalLocale()

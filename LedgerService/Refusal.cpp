@@ -21,7 +21,7 @@ BOOST_DESCRIBE_STRUCT(ErrorReply, (), (error))
 
 std::string errorBody(const Refusal& refusal)
 {
-    return Json::encode(ErrorReply{{refusal.code, refusal.message}});
+    return Json::encode(ErrorReply{{std::string{refusal.code}, refusal.message}});
 }
 
 }

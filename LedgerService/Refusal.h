@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <string>
+#include <string_view>
 
 namespace LedgerService {
 
@@ -9,7 +10,7 @@ namespace LedgerService {
 /// operator. The words never repeat what a request carried.
 struct Refusal {
     int status = 400;
-    std::string code;
+    std::string_view code; // a `ServiceCode`
     std::string message;
     std::chrono::seconds retryAfter{0}; // above zero: when it is worth trying again
 

@@ -1,10 +1,14 @@
 #include "LedgerCore/Client/Approval.h"
 
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+
 std::optional<APIError> Approval::whyNot(const Company& company)
 {
     constexpr int forbidden = 403;
-    if (!company.approvalStatus || *company.approvalStatus == "approved")
+    if (!company.approvalStatus || *company.approvalStatus == ApprovalStatus::approved)
         return std::nullopt;
-    const bool rejected = *company.approvalStatus == "rejected";
-    return APIError{.status = forbidden, .code = rejected ? "company_rejected" : "company_pending", .message = {}};
+    const bool rejected = *company.approvalStatus == ApprovalStatus::rejected;
+    return APIError{.status = forbidden,
+                    .code = std::string{rejected ? ServiceCode::companyRejected : ServiceCode::companyPending},
+                    .message = {}};
 }

@@ -16,7 +16,7 @@
 #include "LedgerCore/Client/KeptCommands.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
-#include "LedgerCore/Domain/Settings/CapitalModuleTab.h"
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 
 class APIClient;
 class Clock;
@@ -75,7 +75,7 @@ public:
     [[nodiscard]] bool canPostCapital() const;
     [[nodiscard]] bool canCorrectCapital() const;
     [[nodiscard]] bool canExportCapital() const;
-    [[nodiscard]] bool canManageCapital() const { return canManage(); }
+    [[nodiscard]] bool canManageCapital() const;
     [[nodiscard]] bool canCopyOwnershipToDividends() const;
 
     // What the company has switched on, and which capital tabs the member is shown.
@@ -198,7 +198,8 @@ private:
     void requireMainThread() const;
     [[nodiscard]] std::optional<MemberIdentity> signedIn() const;
     void noteStale(bool isStale) { assign(m_isStale, isStale, &LedgerStore::isStaleChanged); }
-    [[nodiscard]] bool permits(std::string_view permission) const;
+    /// Asks one of `MemberRights` about the signed-in member; false while signed out.
+    [[nodiscard]] bool memberMay(bool (*right)(const Member&)) const;
 
     template <class Value>
     void assign(Value& field, Value value, void (LedgerStore::*changed)());

@@ -1,28 +1,28 @@
 #include <algorithm>
 
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 
-bool LedgerStore::permits(std::string_view permission) const
+bool LedgerStore::memberMay(bool (*right)(const Member&)) const
 {
-    return m_snapshot && m_snapshot->currentMember.active && m_snapshot->currentMember.hasPermission(permission);
+    return m_snapshot && right(m_snapshot->currentMember);
 }
 
 bool LedgerStore::canViewCompany() const
 {
-    return permits("viewCompany");
+    return memberMay(MemberRights::canViewCompany);
 }
 
 bool LedgerStore::canManage() const
 {
-    const bool isOwner = m_snapshot && m_snapshot->currentMember.active && m_snapshot->currentMember.role == "owner";
-    return isOwner || permits("manageCompany");
+    return memberMay(MemberRights::canManage);
 }
 
 bool LedgerStore::canExport() const
 {
-    return permits("exportData");
+    return memberMay(MemberRights::canExport);
 }
 
 bool LedgerStore::canRecord() const
@@ -37,27 +37,32 @@ bool LedgerStore::can(std::string_view action, std::string_view accountID) const
 
 bool LedgerStore::canViewCapital() const
 {
-    return permits("viewCapital");
+    return memberMay(MemberRights::canViewCapital);
 }
 
 bool LedgerStore::canPostCapital() const
 {
-    return permits("postCapital");
+    return memberMay(MemberRights::canPostCapital);
 }
 
 bool LedgerStore::canCorrectCapital() const
 {
-    return permits("correctCapital");
+    return memberMay(MemberRights::canCorrectCapital);
 }
 
 bool LedgerStore::canExportCapital() const
 {
-    return permits("exportCapital");
+    return memberMay(MemberRights::canExportCapital);
+}
+
+bool LedgerStore::canManageCapital() const
+{
+    return memberMay(MemberRights::canManageCapital);
 }
 
 bool LedgerStore::canCopyOwnershipToDividends() const
 {
-    return permits("viewCapital") && permits("manageCompany") && permits("viewDividends");
+    return memberMay(MemberRights::canCopyOwnershipToDividends);
 }
 
 bool LedgerStore::contributionsEnabled() const

@@ -10,6 +10,7 @@
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Client/ReleasedByWorker.h"
 #include "LedgerCore/Client/SessionCredentialStore.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 
 QCoro::Task<Result<void>> LedgerStore::login(std::string email, std::string password)
 {
@@ -85,7 +86,7 @@ void LedgerStore::awaitReview(PendingCompanyRegistration pending)
            std::shared_ptr<const PendingCompanyRegistration>{
                std::make_shared<PendingCompanyRegistration>(std::move(pending))},
            &LedgerStore::pendingCompanyRegistrationChanged);
-    assign(m_noticeMessage, std::optional{friendly(clientError("company_pending"))},
+    assign(m_noticeMessage, std::optional{friendly(clientError(ServiceCode::companyPending))},
            &LedgerStore::noticeMessageChanged);
 }
 

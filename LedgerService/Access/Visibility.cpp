@@ -2,11 +2,13 @@
 
 #include <algorithm>
 
+#include "LedgerCore/Domain/Access/MemberRights.h"
+
 namespace LedgerService {
 
 std::vector<Member> Visibility::members(std::vector<Member> all, const Member& reader)
 {
-    if (reader.managesCompany())
+    if (MemberRights::canManage(reader))
         return all;
     for (auto& each : all) {
         if (each.id == reader.id)
@@ -23,7 +25,7 @@ std::vector<Member> Visibility::members(std::vector<Member> all, const Member& r
 
 std::vector<Account> Visibility::accounts(std::vector<Account> all, const Member& reader)
 {
-    std::erase_if(all, [&](const Account& account) { return !reader.can("view", account.id); });
+    std::erase_if(all, [&](const Account& account) { return !reader.can(AccountAction::view, account.id); });
     return all;
 }
 

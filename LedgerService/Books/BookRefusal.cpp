@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+
 namespace LedgerService {
 
 namespace {
@@ -14,24 +16,26 @@ struct Answer {
     std::string_view words;
 };
 
-constexpr std::string_view invalid = "validation_error";
+constexpr std::string_view invalid = ServiceCode::validationError;
 
-constexpr Answer inactive{403, "inactive_member", "The member is deactivated."};
-constexpr Answer unknown{404, "not_found",
+constexpr Answer inactive{403, ServiceCode::inactiveMember, "The member is deactivated."};
+constexpr Answer unknown{404, ServiceCode::notFound,
                          "The command names a record that does not exist or that the member does not see."};
-constexpr Answer archived{409, "account_archived", "An archived account takes no new entries."};
+constexpr Answer archived{409, ServiceCode::accountArchived, "An archived account takes no new entries."};
 constexpr Answer noDay{400, invalid, "The date is no calendar day."};
 constexpr Answer future{400, invalid, "The day lies in the future."};
-constexpr Answer beforeTheBooks{409, "financial_before_start_date", "The day lies before the bookkeeping start date."};
+constexpr Answer beforeTheBooks{409, ServiceCode::financialBeforeStartDate,
+                                "The day lies before the bookkeeping start date."};
 constexpr Answer noKey{400, invalid, "The idempotency key is empty or too long."};
 constexpr Answer foreign{400, invalid, "The fields given are not those of the kind."};
 constexpr Answer currencies{400, invalid, "An entry has a currency, an exchange two different ones."};
 constexpr Answer amounts{400, invalid, "An amount is above zero and within the supported range."};
 constexpr Answer receipts{400, invalid, "An entry carries at most ten different receipts."};
-constexpr Answer opened{409, "financial_opening_exists", "The account already has an opening in this currency."};
-constexpr Answer drawn{409, "insufficient_funds", "The employee fund holds less than that in this currency."};
-constexpr Answer beyondLimit{409, "balance_limit", "The balance would leave the supported range."};
-constexpr Answer notCorrected{403, "forbidden", "The member may not correct the entry."};
+constexpr Answer opened{409, ServiceCode::financialOpeningExists,
+                        "The account already has an opening in this currency."};
+constexpr Answer drawn{409, ServiceCode::insufficientFunds, "The employee fund holds less than that in this currency."};
+constexpr Answer beyondLimit{409, ServiceCode::balanceLimit, "The balance would leave the supported range."};
+constexpr Answer notCorrected{403, ServiceCode::forbidden, "The member may not correct the entry."};
 
 template <class Reason>
 struct Row {
@@ -58,29 +62,30 @@ constexpr auto postings = [] {
         {tooManyReceipts, receipts},
         {sameReceipt, receipts},
         {originalRequired,
-         {400, "refund_reference_required", "A refund needs an original income or an external reference."}},
+         {400, ServiceCode::refundReferenceRequired, "A refund needs an original income or an external reference."}},
         {notFound, unknown},
         {accountArchived, archived},
-        {notGranted, {403, "forbidden", "The member may not record this kind of entry on the account."}},
-        {notResponsible, {403, "exclusive_operator", "Only the responsible member uses this account."}},
-        {kindRefused, {403, "forbidden", "The account does not take this kind of entry."}},
+        {notGranted, {403, ServiceCode::forbidden, "The member may not record this kind of entry on the account."}},
+        {notResponsible, {403, ServiceCode::exclusiveOperator, "Only the responsible member uses this account."}},
+        {kindRefused, {403, ServiceCode::forbidden, "The account does not take this kind of entry."}},
         {restrictedToRestricted,
-         {403, "forbidden", "Money of a float or refund account goes back to a company account."}},
+         {403, ServiceCode::forbidden, "Money of a float or refund account goes back to a company account."}},
         {wrongPurpose, {400, invalid, "The transfer's purpose is not the one of its accounts."}},
         {currencyNotHeld, {400, invalid, "The account does not hold the currency."}},
         {wrongCategoryKind, {400, invalid, "The category is of another kind."}},
-        {categoryArchived, {409, "CATEGORY_ARCHIVED", "An archived category takes no new entries."}},
-        {receiptLinked, {409, "attachment_linked", "A receipt is already linked to an entry."}},
+        {categoryArchived, {409, ServiceCode::categoryArchived, "An archived category takes no new entries."}},
+        {receiptLinked, {409, ServiceCode::attachmentLinked, "A receipt is already linked to an entry."}},
         {inFuture, future},
         {beforeStart, beforeTheBooks},
         {startUnreadable, noDay},
-        {openingDay, {409, "financial_opening_date_mismatch", "Openings are booked on the bookkeeping start date."}},
+        {openingDay,
+         {409, ServiceCode::financialOpeningDateMismatch, "Openings are booked on the bookkeeping start date."}},
         {beforeOriginal, {400, invalid, "The day lies before the income that is refunded."}},
-        {notRefundable, {400, "invalid_refund_original", "A refund names an income in its own currency."}},
+        {notRefundable, {400, ServiceCode::invalidRefundOriginal, "A refund names an income in its own currency."}},
         {originalUnavailable,
-         {409, "refund_original_unavailable", "The original is reversed, or the member may not refund it."}},
-        {duplicateReference, {409, "duplicate_refund", "A refund with this reference is already recorded."}},
-        {refundLimit, {409, "refund_limit", "The refunds would exceed the original income."}},
+         {409, ServiceCode::refundOriginalUnavailable, "The original is reversed, or the member may not refund it."}},
+        {duplicateReference, {409, ServiceCode::duplicateRefund, "A refund with this reference is already recorded."}},
+        {refundLimit, {409, ServiceCode::refundLimit, "The refunds would exceed the original income."}},
         {openingExists, opened},
         {historyIncomplete, opened},
         {insufficientFunds, drawn},
@@ -99,14 +104,14 @@ constexpr auto reversals = [] {
         {reasonUnsound, {400, invalid, "The reason is not well-formed."}},
         {notFound, unknown},
         {isReversal, {400, invalid, "A reversal is not reversed; record the entry again."}},
-        {alreadyReversed, {409, "already_reversed", "The entry is already reversed."}},
+        {alreadyReversed, {409, ServiceCode::alreadyReversed, "The entry is already reversed."}},
         {capitalCorrection,
-         {409, "capital_correction_required", "A contribution is corrected among the capital records."}},
+         {409, ServiceCode::capitalCorrectionRequired, "A contribution is corrected among the capital records."}},
         {dividendCorrection,
-         {409, "dividend_correction_required", "A dividend is corrected among the dividend records."}},
+         {409, ServiceCode::dividendCorrectionRequired, "A dividend is corrected among the dividend records."}},
         {noLegs, notCorrected},
         {notPermitted, notCorrected},
-        {refundsExist, {409, "refunds_exist", "Refunds of this income must be reversed first."}},
+        {refundsExist, {409, ServiceCode::refundsExist, "Refunds of this income must be reversed first."}},
         {accountArchived, archived},
         {inFuture, future},
         {beforeStart, beforeTheBooks},
@@ -131,7 +136,7 @@ static_assert(areWhole(reversals, static_cast<std::size_t>(ReversalRules::Refusa
 
 Refusal refusalOf(const Answer& answer)
 {
-    return {answer.status, std::string{answer.code}, std::string{answer.words}};
+    return {answer.status, answer.code, std::string{answer.words}};
 }
 
 }

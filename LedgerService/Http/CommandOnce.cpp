@@ -1,6 +1,7 @@
 #include "LedgerService/Http/CommandOnce.h"
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Storage/Rows/CommandRepository.h"
 
@@ -18,11 +19,11 @@ CommandOnce::outcome(const MemberCall& call, std::string_view key, const Command
                      const std::function<std::expected<std::string, Refusal>()>& carryOut)
 {
     if (TextFold::trimmed(key).empty() || key.size() > maximumKeyBytes)
-        return std::unexpected(Refusal{400, "validation_error", "The idempotency key is empty or too long."});
+        return std::unexpected(Refusal{400, ServiceCode::validationError, "The idempotency key is empty or too long."});
     if (const auto earlier = CommandRepository::find(call.connection, call.owner(), key)) {
         if (command.matches(earlier->fingerprint))
             return earlier->outcome;
-        return std::unexpected(Refusal{409, "idempotency_conflict", "The key belongs to another command."});
+        return std::unexpected(Refusal{409, ServiceCode::idempotencyConflict, "The key belongs to another command."});
     }
     auto outcome = carryOut();
     if (outcome)

@@ -5,6 +5,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Http/Conditions.h"
 #include "LedgerService/Identity/Authentication.h"
@@ -22,8 +23,8 @@ namespace {
 Outcome unknownRoute(const RouteMatch& match)
 {
     if (match.allow.empty())
-        return std::unexpected(Refusal{404, "not_found", "There is nothing at this path."});
-    const Refusal refusal{405, "method_not_allowed", "The path does not know this method."};
+        return std::unexpected(Refusal{404, ServiceCode::notFound, "There is nothing at this path."});
+    const Refusal refusal{405, ServiceCode::methodNotAllowed, "The path does not know this method."};
     return Reply{.status = refusal.status, .body = errorBody(refusal), .headers = {{"Allow", match.allow}}};
 }
 
@@ -57,8 +58,8 @@ Reply Dispatcher::answer(const RouteMatch& match, const Request& request) const
     } catch (const std::exception& failure) {
         Log::failure(match.route ? match.route->pattern : "", DatabaseFailure::words(failure));
         if (DatabaseFailure::isBusy(failure))
-            return replyOf({503, "service_unavailable", "Another program holds the database; try again."});
-        return replyOf({500, "internal_error", "The service could not do its work."});
+            return replyOf({503, ServiceCode::serviceUnavailable, "Another program holds the database; try again."});
+        return replyOf({500, ServiceCode::internalError, "The service could not do its work."});
     }
 }
 
@@ -67,7 +68,7 @@ Outcome Dispatcher::outcomeOf(const RouteMatch& match, const Request& request) c
     if (!match.route)
         return unknownRoute(match);
     if (request.fromWebPage) // any page that somebody has open could otherwise use up their sign-ins
-        return std::unexpected(Refusal{403, "forbidden", "Web pages are not served."});
+        return std::unexpected(Refusal{403, ServiceCode::forbidden, "Web pages are not served."});
     const auto& answer = match.route->answer;
     if (const auto* open = std::get_if<OpenHandler>(&answer))
         return openOutcome(*open, request);
@@ -116,7 +117,7 @@ Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const
     auto answer =
         SnapshotReader::answer(m_service.database, reply.reader.companyID, reply.reader.memberID, reply.asked);
     if (!answer)
-        return replyOf({404, "not_found", "The company is gone."});
+        return replyOf({404, ServiceCode::notFound, "The company is gone."});
     using enum SnapshotAnswer::Kind;
     switch (answer->kind) {
     case unchanged:

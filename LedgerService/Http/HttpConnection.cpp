@@ -11,6 +11,7 @@
 #include <boost/beast/http/read.hpp>
 #include <fmt/core.h>
 
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Http/ReplyHeader.h"
 #include "LedgerService/Http/RequestHead.h"
 #include "LedgerService/Log.h"
@@ -37,16 +38,16 @@ const auto noMemory = boost::system::errc::make_error_code(boost::system::errc::
 std::optional<Refusal> refusalOf(beast::error_code failure, bool headerRead)
 {
     if (failure == http::error::body_limit)
-        return Refusal{413, "payload_too_large", "The body is larger than this path takes."};
+        return Refusal{413, ServiceCode::payloadTooLarge, "The body is larger than this path takes."};
     if (failure == noMemory)
-        return Refusal{503, "service_unavailable", "Too many bodies are under way; try again.",
+        return Refusal{503, ServiceCode::serviceUnavailable, "Too many bodies are under way; try again.",
                        std::chrono::seconds{1}};
     if (!headerRead && (failure == http::error::header_limit || failure == http::error::buffer_overflow))
-        return Refusal{431, "validation_error", "The header is too large."};
+        return Refusal{431, ServiceCode::validationError, "The header is too large."};
     if (failure == http::error::end_of_stream || failure == http::error::partial_message ||
         failure.category() != http::make_error_code(http::error::bad_method).category())
         return std::nullopt; // the client has left or was cut off for being slow: nobody reads an answer
-    return Refusal{400, "validation_error", "This is not an HTTP request."};
+    return Refusal{400, ServiceCode::validationError, "This is not an HTTP request."};
 }
 
 std::string_view patternOf(const RouteMatch& match)
@@ -58,7 +59,8 @@ Reply answerInTime(const Dispatcher& dispatcher, const RouteMatch& match, const 
                    Steady::duration queue)
 {
     if (Steady::now() - request.arrived > queue)
-        return replyOf({503, "service_unavailable", "Too much is waiting; try again.", std::chrono::seconds{1}});
+        return replyOf(
+            {503, ServiceCode::serviceUnavailable, "Too much is waiting; try again.", std::chrono::seconds{1}});
     return dispatcher.answer(match, request);
 }
 
@@ -278,7 +280,7 @@ asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request reques
     if (lane->waiting >= lane->mostWaiting) {
         Log::request(request.method, patternOf(match), 429, {});
         co_return replyOf(
-            {429, "rate_limited", "Too many sign in at this moment; try again.", std::chrono::seconds{2}});
+            {429, ServiceCode::rateLimited, "Too many sign in at this moment; try again.", std::chrono::seconds{2}});
     }
     ++lane->waiting;
     co_await asio::post(asio::bind_executor(lane->pool, asio::use_awaitable)); // goes on in a thread of the lane

@@ -3,6 +3,7 @@
 #include <expected>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Refusal.h"
 
@@ -16,7 +17,8 @@ std::expected<Record, Refusal> decode(const Request& request)
 {
     auto record = Json::decode<Record>(request.body);
     if (!record)
-        return std::unexpected(Refusal{400, "validation_error", "The body is not the record that is expected here."});
+        return std::unexpected(
+            Refusal{400, ServiceCode::validationError, "The body is not the record that is expected here."});
     return *std::move(record);
 }
 

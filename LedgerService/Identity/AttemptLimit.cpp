@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/AttemptRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
@@ -27,7 +28,7 @@ std::optional<Refusal> whyUsedUp(Connection& connection, std::span<const Scope> 
     for (const auto& scope : scopes) {
         const auto tried = AttemptRepository::current(connection, scope.name, now);
         if (tried.count >= scope.limit)
-            return Refusal{429, "rate_limited", "Too many attempts; try again later.",
+            return Refusal{429, ServiceCode::rateLimited, "Too many attempts; try again later.",
                            restOf(tried.windowEndsAt, instant)};
     }
     return std::nullopt;

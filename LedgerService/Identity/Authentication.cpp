@@ -1,6 +1,7 @@
 #include "LedgerService/Identity/Authentication.h"
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
@@ -20,7 +21,7 @@ std::expected<SignedInMember, Refusal> Authentication::signedInMember(Connection
     if (!member || !company || (company->demo && !policy.demonstration))
         return std::unexpected(unauthorized());
     if (!member->active)
-        return std::unexpected(Refusal{403, "inactive_member", "The member is deactivated."});
+        return std::unexpected(Refusal{403, ServiceCode::inactiveMember, "The member is deactivated."});
     if (auto refusal = whyNotOpen(company->approvalStatus))
         return std::unexpected(*std::move(refusal));
     return SignedInMember{owner->companyID, *std::move(member)};
@@ -39,16 +40,16 @@ IssuedSession Authentication::issue(Connection& connection, const SessionOwner& 
 
 std::optional<Refusal> Authentication::whyNotOpen(const std::optional<std::string>& approvalStatus)
 {
-    if (!approvalStatus || *approvalStatus == "approved")
+    if (!approvalStatus || *approvalStatus == ApprovalStatus::approved)
         return std::nullopt;
-    if (*approvalStatus == "rejected")
-        return Refusal{403, "company_rejected", "The company was not approved."};
-    return Refusal{403, "company_pending", "The company awaits approval."};
+    if (*approvalStatus == ApprovalStatus::rejected)
+        return Refusal{403, ServiceCode::companyRejected, "The company was not approved."};
+    return Refusal{403, ServiceCode::companyPending, "The company awaits approval."};
 }
 
 Refusal Authentication::unauthorized()
 {
-    return {401, "unauthorized", "The token or the sign-in details are not valid."};
+    return {401, ServiceCode::unauthorized, "The token or the sign-in details are not valid."};
 }
 
 }

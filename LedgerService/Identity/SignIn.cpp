@@ -8,6 +8,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/DemoCompanies.h"
 #include "LedgerService/Identity/Password.h"
@@ -68,7 +69,7 @@ std::expected<SessionOwner, Refusal> choose(const std::vector<Membership>& membe
         !policy.demonstration && !memberships.empty() && std::ranges::all_of(memberships, &Membership::demonstration);
     if (hidden)
         return std::unexpected(Authentication::unauthorized());
-    return std::unexpected(Refusal{403, "inactive_member", "The member is deactivated."});
+    return std::unexpected(Refusal{403, ServiceCode::inactiveMember, "The member is deactivated."});
 }
 
 }

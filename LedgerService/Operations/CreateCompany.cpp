@@ -26,9 +26,6 @@ namespace {
 constexpr std::size_t maximumNameLength = 120; // code points
 
 /// All company-wide rights; those on accounts come with each account.
-constexpr std::array ownerPermissions{"viewCompany",    "manageCompany", "exportData",    "viewCapital",  "postCapital",
-                                      "correctCapital", "exportCapital", "viewDividends", "postDividends"};
-
 /// Keeps what is typed off the screen while it lives.
 class HiddenTyping {
 public:
@@ -93,7 +90,7 @@ CompanyFounding foundingOf(const CreateCompany::Order& order)
     founding.company.countries = order.countries;
     founding.company.enabledLocales.assign(AppLanguage::supportedLocales.begin(), AppLanguage::supportedLocales.end());
     founding.company.createdAt = LedgerDay::stamp(std::chrono::system_clock::now());
-    founding.company.approvalStatus = "approved";
+    founding.company.approvalStatus = ApprovalStatus::approved;
     founding.books.settings = FinancialSettings{};
     founding.books.settings->featuresConfigured = false;
     Member owner;
@@ -101,10 +98,10 @@ CompanyFounding foundingOf(const CreateCompany::Order& order)
     owner.userID = Random::identifier();
     owner.name = TextFold::trimmed(order.ownerName);
     owner.email = UserRepository::normalized(order.ownerEmail);
-    owner.role = "owner";
+    owner.role = MemberRole::owner;
     owner.locale = AppLanguage::locale(order.locale);
     owner.active = true;
-    owner.permissions.emplace(ownerPermissions.begin(), ownerPermissions.end());
+    owner.permissions.emplace(Permission::all.begin(), Permission::all.end());
     owner.accountGrants.emplace();
     founding.books.members.push_back(std::move(owner));
     founding.passwordHash = Password::hash(order.password);

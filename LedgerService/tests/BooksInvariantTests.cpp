@@ -131,7 +131,7 @@ void step(Books& company, RandomCommands& commands, int number, Met& met)
         ASSERT_EQ(company.entries.size(), before.entries.size() + 1);
         ++met.recorded[company.entries.back().kind];
     } else {
-        met.refused.insert(done.error().code);
+        met.refused.emplace(done.error().code);
         ASSERT_EQ(company, before);
     }
     ASSERT_EQ(BookInvariants::broken(company), std::vector<std::string>{}) << "after step " << number;

@@ -14,7 +14,7 @@ using LedgerEntryAccess::ReversalRefusal;
 
 std::string_view actionOf(std::string_view kind)
 {
-    return kind == EntryKind::transfer ? std::string_view{"transferOut"} : kind;
+    return kind == EntryKind::transfer ? AccountAction::transferOut : kind;
 }
 
 /// Restricted accounts take only some kinds: refund accounts earn nothing, floats give no refunds, neither exchanges.
@@ -34,9 +34,11 @@ std::optional<bool> mayReverseTransfer(const LedgerTransaction& transaction, con
     if (source == transaction.legs.end() || destination == transaction.legs.end())
         return std::nullopt;
     if (transaction.transferPurpose == TransferPurpose::funding)
-        return member.can("correct", source->accountID) && member.can("transferIn", destination->accountID);
+        return member.can(AccountAction::correct, source->accountID) &&
+               member.can(AccountAction::transferIn, destination->accountID);
     if (transaction.transferPurpose == TransferPurpose::returning)
-        return member.can("transferIn", source->accountID) && member.can("correct", destination->accountID);
+        return member.can(AccountAction::transferIn, source->accountID) &&
+               member.can(AccountAction::correct, destination->accountID);
     return std::nullopt;
 }
 
@@ -52,7 +54,7 @@ std::optional<RecordRefusal> LedgerEntryAccess::whyNotRecord(const Account& acco
         return inactiveMember;
     if (account.id.empty())
         return noIdentifier;
-    if (!member.can("view", account.id))
+    if (!member.can(AccountAction::view, account.id))
         return notViewable;
     if (!member.can(actionOf(kind), account.id))
         return notGranted;
@@ -88,9 +90,9 @@ std::optional<DestinationRefusal> LedgerEntryAccess::whyNotReceive(const Account
     using enum DestinationRefusal;
     if (source.id == destination.id)
         return sameAccount;
-    const bool seen = member.can("view", destination.id);
+    const bool seen = member.can(AccountAction::view, destination.id);
     const auto purpose = transferPurpose(source, destination);
-    const bool given = member.can("transferIn", destination.id) ||
+    const bool given = member.can(AccountAction::transferIn, destination.id) ||
                        (purpose == TransferPurpose::returning && source.returnAccountID == destination.id);
     if (!seen && !(given && purpose))
         return notViewable;
@@ -115,7 +117,7 @@ std::vector<TransferDestination> LedgerEntryAccess::transferDestinations(std::sp
     for (const auto& account : accounts) {
         if (account.archived || !member.active)
             continue;
-        const bool granted = member.can("transferIn", account.id);
+        const bool granted = member.can(AccountAction::transferIn, account.id);
         const bool funding = account.isRestricted() && granted;
         const bool returning = !account.isRestricted() && (granted || returnAccounts.contains(account.id));
         if (funding || returning)
@@ -127,7 +129,7 @@ std::vector<TransferDestination> LedgerEntryAccess::transferDestinations(std::sp
 bool LedgerEntryAccess::canCorrect(const LedgerTransaction& transaction, const Member& member)
 {
     return !transaction.legs.empty() && std::ranges::all_of(transaction.legs, [&](const LedgerLeg& leg) {
-        return member.can("view", leg.accountID) && member.can("correct", leg.accountID);
+        return member.can(AccountAction::view, leg.accountID) && member.can(AccountAction::correct, leg.accountID);
     });
 }
 
@@ -164,7 +166,8 @@ bool LedgerEntryAccess::canReverse(const LedgerTransaction& transaction, const L
 
 bool LedgerEntryAccess::canRefund(const Account& account, const Member& member, std::string_view currency)
 {
-    return member.can("view", account.id) && member.can("refund", account.id) && account.holds(currency);
+    return member.can(AccountAction::view, account.id) && member.can(AccountAction::refund, account.id) &&
+           account.holds(currency);
 }
 
 std::optional<OriginalRefusal> LedgerEntryAccess::whyNotRefund(const LedgerTransaction& original,

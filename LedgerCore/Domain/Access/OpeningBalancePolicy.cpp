@@ -63,14 +63,15 @@ Candidate candidateFor(const LedgerSnapshot& snapshot, const Account& account, s
     Candidate candidate;
     candidate.eligibility.accountID = account.id;
     candidate.eligibility.currency = currency;
-    candidate.eligibility.hasAuthority = !account.archived && snapshot.currentMember.can("opening", account.id);
+    candidate.eligibility.hasAuthority =
+        !account.archived && snapshot.currentMember.can(AccountAction::opening, account.id);
     candidate.balance = account.balance(currency);
     return candidate;
 }
 
 bool isExamined(const LedgerSnapshot& snapshot, const Account* account, std::string_view currency)
 {
-    return account && account->holds(currency) && snapshot.currentMember.can("view", account->id);
+    return account && account->holds(currency) && snapshot.currentMember.can(AccountAction::view, account->id);
 }
 
 void walk(const LedgerSnapshot& snapshot, std::vector<Candidate>& candidates)

@@ -1,9 +1,11 @@
 #include "LedgerCore/Domain/Capital/CapitalAccess.h"
 
+#include "LedgerCore/Domain/Access/MemberRights.h"
+
 bool CapitalAccess::takesContributions(const Account& account, const Member& member)
 {
-    return !account.archived && !account.hasPurpose(AccountPurpose::employee) && member.can("view", account.id) &&
-           member.can("capitalContribution", account.id);
+    return !account.archived && !account.hasPurpose(AccountPurpose::employee) &&
+           member.can(AccountAction::view, account.id) && member.can(AccountAction::capitalContribution, account.id);
 }
 
 std::vector<const Account*> CapitalAccess::accounts(const LedgerSnapshot& snapshot,
@@ -11,7 +13,7 @@ std::vector<const Account*> CapitalAccess::accounts(const LedgerSnapshot& snapsh
 {
     const auto& member = snapshot.currentMember;
     std::vector<const Account*> offered;
-    if (!member.active || !member.hasPermission("viewCapital") || !member.hasPermission("postCapital"))
+    if (!MemberRights::canViewCapital(member) || !MemberRights::canPostCapital(member))
         return offered;
     for (const auto& account : snapshot.accounts) {
         if (takesContributions(account, member) && (!currency || account.holds(*currency)))

@@ -6,8 +6,14 @@
 #include <optional>
 #include <string_view>
 
-#include "LedgerCore/Domain/Capital/CapitalError.h"
 #include "LedgerCore/Domain/Records/CapitalState.h"
+
+/// Why capital figures could not be computed.
+enum class CapitalError {
+    invalidState,  // the section breaks one of its rules
+    invalidAmount, // an amount outside the allowed range
+    amountOverflow // a sum exceeds the limit of amounts
+};
 
 /// The rules by which a capital section is whole, and what holds on a day. Pointers in results point into the state.
 namespace CapitalMath {

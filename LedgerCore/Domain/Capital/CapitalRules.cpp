@@ -4,12 +4,14 @@
 #include <unordered_set>
 #include <utility>
 
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Capital/CapitalAccess.h"
 #include "LedgerCore/Domain/Capital/CapitalMath.h"
 #include "LedgerCore/Domain/Capital/CapitalSummary.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 
 namespace {
 
@@ -226,10 +228,10 @@ bool CapitalRules::mayUse(std::string_view action, const Member& member)
     if (!member.active || !ruleOf(action))
         return false;
     if (action == CapitalAction::contribute)
-        return member.hasPermission("viewCapital") && member.hasPermission("postCapital");
+        return MemberRights::canViewCapital(member) && MemberRights::canPostCapital(member);
     if (action == CapitalAction::reverse)
-        return member.hasPermission("viewCapital") && member.hasPermission("correctCapital");
-    return member.managesCompany();
+        return MemberRights::canViewCapital(member) && MemberRights::canCorrectCapital(member);
+    return MemberRights::canManageCapital(member);
 }
 
 std::optional<CapitalRefusal> CapitalRules::whyNot(const CapitalCommand& command, const CapitalContext& context)
@@ -250,32 +252,32 @@ std::string_view serviceCode(CapitalRefusal refusal)
 {
     switch (refusal) {
     case noAuthority:
-        return "forbidden";
+        return ServiceCode::forbidden;
     case contributionsDisabled:
-        return "contributions_disabled";
+        return ServiceCode::contributionsDisabled;
     case staleRevision:
-        return "capital_revision_conflict";
+        return ServiceCode::capitalRevisionConflict;
     case dateOrder:
-        return "capital_date_order";
+        return ServiceCode::capitalDateOrder;
     case participantUnavailable:
     case memberUnavailable:
     case accountUnavailable:
     case contributionUnavailable:
-        return "not_found";
+        return ServiceCode::notFound;
     case alreadyReversed:
-        return "already_reversed";
+        return ServiceCode::alreadyReversed;
     case amountLimit:
-        return "capital_amount_limit";
+        return ServiceCode::capitalAmountLimit;
     case baselineBoundary:
-        return "capital_baseline_boundary";
+        return ServiceCode::capitalBaselineBoundary;
     case baselineOverlap:
-        return "capital_baseline_overlap";
+        return ServiceCode::capitalBaselineOverlap;
     case baselineConflict:
-        return "capital_baseline_conflict";
+        return ServiceCode::capitalBaselineConflict;
     case baselineCoverage:
-        return "capital_baseline_coverage";
+        return ServiceCode::capitalBaselineCoverage;
     case integrity:
-        return "capital_integrity";
+        return ServiceCode::capitalIntegrity;
     case unknownAction:
     case invalidDate:
     case nameRequired:
@@ -286,7 +288,7 @@ std::string_view serviceCode(CapitalRefusal refusal)
     case zeroBaselineUnconfirmed:
     case sharesIncomplete:
     case visibilityRequired:
-        return "validation_error";
+        return ServiceCode::validationError;
     }
     std::unreachable();
 }

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/Capital/CapitalError.h"
+#include "LedgerCore/Domain/Capital/CapitalMath.h"
 #include "LedgerCore/Domain/Records/CapitalState.h"
 
 /// One owner's row of a capital summary, amounts in minor units.

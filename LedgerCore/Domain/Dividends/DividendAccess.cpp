@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "LedgerCore/Domain/Dividends/DividendMovementKind.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
 
 namespace {
 
@@ -11,12 +11,6 @@ const Record* find(std::span<const Record> records, const std::optional<ID>& id)
 {
     const auto found = std::ranges::find_if(records, [&](const Record& record) { return id && record.id == *id; });
     return found == records.end() ? nullptr : &*found;
-}
-
-/// Cash moves only by an explicit permission.
-bool movesCash(const Member& member)
-{
-    return DividendAccess::canSeeDividends(member) && member.hasPermission("postDividends");
 }
 
 bool canReverse(const DividendCommand& command, const DividendContext& context)
@@ -56,9 +50,9 @@ DividendContext DividendContext::of(const LedgerSnapshot& snapshot, std::string_
 
 bool DividendAccess::movesDividends(const Account& account, const Member& member)
 {
-    const bool isOperating = !account.purpose || *account.purpose == "operating";
-    return movesCash(member) && !account.archived && isOperating && member.can("view", account.id) &&
-           member.can("distribution", account.id);
+    const bool isOperating = !account.purpose || account.hasPurpose(AccountPurpose::operating);
+    return MemberRights::canMoveDividendMoney(member) && !account.archived && isOperating &&
+           member.can(AccountAction::view, account.id) && member.can(AccountAction::distribution, account.id);
 }
 
 std::vector<const Account*> DividendAccess::accounts(const LedgerSnapshot& snapshot,
@@ -72,40 +66,22 @@ std::vector<const Account*> DividendAccess::accounts(const LedgerSnapshot& snaps
     return offered;
 }
 
-bool DividendAccess::canSeeDividends(const Member& member)
-{
-    if (!member.active)
-        return false;
-    return member.permissions ? member.hasPermission("manageCompany") || member.hasPermission("viewDividends")
-                              : member.role == "owner";
-}
-
-bool DividendAccess::canSettleDividends(const Member& member)
-{
-    return canSeeDividends(member) && (!member.permissions || member.hasPermission("postDividends"));
-}
-
-bool DividendAccess::canCorrectDividends(const Member& member)
-{
-    return canSettleDividends(member);
-}
-
 bool DividendAccess::canSubmit(const DividendCommand& command, const DividendContext& context)
 {
     namespace Action = DividendAction;
     const auto& member = context.member;
     const auto& action = command.action;
-    if (!canSeeDividends(member))
+    if (!MemberRights::canSeeDividends(member))
         return false;
     if (action == Action::setParticipant || action == Action::setVisibility)
-        return member.managesCompany();
+        return MemberRights::canManageDividends(member);
     if (action == Action::allocate || action == Action::apply || action == Action::cancelBatch)
-        return canSettleDividends(member);
+        return MemberRights::canSettleDividends(member);
     if (action == Action::advance || action == Action::pay || action == Action::returnAdvance) {
         const auto* account = find(context.accounts, command.accountID);
         return account && command.currency && account->holds(*command.currency) && movesDividends(*account, member);
     }
-    return action == Action::reverse && canCorrectDividends(member) && canReverse(command, context);
+    return action == Action::reverse && MemberRights::canCorrectDividends(member) && canReverse(command, context);
 }
 
 bool DividendAccess::canSubmit(const DividendCommand& command, const LedgerSnapshot& snapshot)

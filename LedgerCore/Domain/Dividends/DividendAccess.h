@@ -16,10 +16,6 @@ bool movesDividends(const Account& account, const Member& member);
 /// is given. Pointers point into the snapshot.
 std::vector<const Account*> accounts(const LedgerSnapshot& snapshot, std::optional<std::string_view> currency);
 
-bool canSeeDividends(const Member& member);
-bool canSettleDividends(const Member& member);
-bool canCorrectDividends(const Member& member);
-
 /// Whether the member may send the command. Amounts and states are judged by `DividendRules`.
 bool canSubmit(const DividendCommand& command, const DividendContext& context);
 bool canSubmit(const DividendCommand& command, const LedgerSnapshot& snapshot);

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Dividends/DividendError.h"
-#include "LedgerCore/Domain/Records/DividendShare.h"
 #include "LedgerCore/Domain/Records/DividendState.h"
 
 /// Splits a dividend by basis points so that the lines add up to the total to the minor unit.

@@ -4,7 +4,6 @@
 #include <unordered_set>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Dividends/DividendMovementKind.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
 

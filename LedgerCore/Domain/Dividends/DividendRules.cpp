@@ -4,14 +4,15 @@
 #include <expected>
 #include <utility>
 
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Dividends/DividendAccess.h"
 #include "LedgerCore/Domain/Dividends/DividendAllocationCalculator.h"
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
-#include "LedgerCore/Domain/Dividends/DividendMovementKind.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 
 namespace {
 
@@ -219,7 +220,7 @@ const ActionRule* ruleOf(std::string_view action)
 /// A movement that is gone is said to be gone, not forbidden.
 bool mayUse(const DividendCommand& command, const DividendContext& context)
 {
-    return command.action == Action::reverse ? DividendAccess::canCorrectDividends(context.member)
+    return command.action == Action::reverse ? MemberRights::canCorrectDividends(context.member)
                                              : DividendAccess::canSubmit(command, context);
 }
 
@@ -244,7 +245,7 @@ std::optional<DividendRefusal> DividendRules::whyNot(const DividendCommand& comm
 std::optional<std::int64_t> DividendRules::limit(const DividendCommand& command, const DividendContext& context)
 {
     const auto* rule = ruleOf(command.action);
-    if (!rule || rule->rule != whyNotSettle || !DividendAccess::canSeeDividends(context.member))
+    if (!rule || rule->rule != whyNotSettle || !MemberRights::canSeeDividends(context.member))
         return std::nullopt;
     const auto most = settlementLimit(command, context);
     return most ? std::optional{*most} : std::nullopt;
@@ -254,31 +255,31 @@ std::string_view serviceCode(DividendRefusal refusal)
 {
     switch (refusal) {
     case noAuthority:
-        return "forbidden";
+        return ServiceCode::forbidden;
     case dividendsDisabled:
-        return "dividends_disabled";
+        return ServiceCode::dividendsDisabled;
     case staleRevision:
-        return "dividend_revision_conflict";
+        return ServiceCode::dividendRevisionConflict;
     case dateOrder:
-        return "dividend_date_order";
+        return ServiceCode::dividendDateOrder;
     case participantUnavailable:
     case memberUnavailable:
     case batchUnavailable:
     case advanceUnavailable:
     case movementUnavailable:
-        return "not_found";
+        return ServiceCode::notFound;
     case amountLimit:
-        return "dividend_amount_limit";
+        return ServiceCode::dividendAmountLimit;
     case overpayment:
-        return "dividend_overpayment";
+        return ServiceCode::dividendOverpayment;
     case overapplication:
-        return "dividend_overapplication";
+        return ServiceCode::dividendOverapplication;
     case dependencies:
-        return "dividend_dependencies";
+        return ServiceCode::dividendDependencies;
     case alreadyReversed:
-        return "already_reversed";
+        return ServiceCode::alreadyReversed;
     case integrity:
-        return "dividend_integrity";
+        return ServiceCode::dividendIntegrity;
     case unknownAction:
     case invalidDate:
     case nameRequired:
@@ -288,7 +289,7 @@ std::string_view serviceCode(DividendRefusal refusal)
     case currencyUnsupported:
     case amountNotPositive:
     case sharesIncomplete:
-        return "validation_error";
+        return ServiceCode::validationError;
     }
     std::unreachable();
 }

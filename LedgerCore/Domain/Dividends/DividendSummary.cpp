@@ -4,7 +4,6 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
-#include "LedgerCore/Domain/Dividends/DividendMovementKind.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
 

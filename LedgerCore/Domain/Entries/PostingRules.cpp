@@ -84,14 +84,15 @@ private:
 
 bool sees(const Member& member, const LedgerTransaction& entry)
 {
-    return std::ranges::any_of(entry.legs, [&](const auto& leg) { return member.can("view", leg.accountID); });
+    return std::ranges::any_of(entry.legs,
+                               [&](const auto& leg) { return member.can(AccountAction::view, leg.accountID); });
 }
 
 /// The destination of a transfer may be one that the member fills without seeing it.
 bool Judgement::seesTarget() const
 {
     if (!m_source || !isTransfer())
-        return m_member.can("view", m_target->id);
+        return m_member.can(AccountAction::view, m_target->id);
     return LedgerEntryAccess::whyNotReceive(*m_source, *m_target, m_member) !=
            LedgerEntryAccess::DestinationRefusal::notViewable;
 }
@@ -109,7 +110,8 @@ void Judgement::keepFound(const std::optional<std::string>& id, const Account*& 
 
 void Judgement::checkFound()
 {
-    keepFound(m_input.sourceAccountID, m_source, m_source && m_member.can("view", m_source->id), EntryField::account);
+    keepFound(m_input.sourceAccountID, m_source, m_source && m_member.can(AccountAction::view, m_source->id),
+              EntryField::account);
     keepFound(m_input.targetAccountID, m_target, m_target && seesTarget(), targetField());
     if (!m_context.category && !given(m_input.categoryID).empty())
         refuse(EntryField::category, PostingReason::notFound);

@@ -29,7 +29,8 @@ Answer whyNotByItself(const Reversal& command)
 
 bool sees(const Member& member, const LedgerTransaction& entry)
 {
-    return std::ranges::any_of(entry.legs, [&](const auto& leg) { return member.can("view", leg.accountID); });
+    return std::ranges::any_of(entry.legs,
+                               [&](const auto& leg) { return member.can(AccountAction::view, leg.accountID); });
 }
 
 Answer whyNotByPage(const LedgerTransaction& original)

@@ -1,10 +1,12 @@
 #include "LedgerCore/Domain/Exports/ExportRefusal.h"
 
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+
 std::string_view code(ExportRefusal refusal)
 {
     switch (refusal) {
     case ExportRefusal::forbidden:
-        return "forbidden";
+        return ServiceCode::forbidden;
     case ExportRefusal::ledgerScopeChanged:
         return "LEDGER_EXPORT_SCOPE_CHANGED";
     case ExportRefusal::ledgerChanged:

@@ -3,6 +3,7 @@
 #include <array>
 #include <unordered_map>
 
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerCore/Domain/Csv/CsvDocument.h"
 #include "LedgerCore/Domain/Money/Money.h"
@@ -69,7 +70,7 @@ public:
         : m_options(options), m_accounts(namesOf(snapshot.accounts)), m_members(namesOf(snapshot.members)),
           m_categories(categoryNames(snapshot.categories, locale))
     {
-        if (options.includesReceiptIndex && LedgerCSV::mayListReceipts(snapshot.currentMember)) {
+        if (options.includesReceiptIndex && MemberRights::canListReceipts(snapshot.currentMember)) {
             for (const auto& attachment : snapshot.attachments)
                 m_receipts.emplace(attachment.id, attachment.name);
         }
@@ -177,11 +178,4 @@ std::string LedgerCSV::fileName(std::string_view startDate, std::string_view end
         name += endDate;
     }
     return name + ".csv";
-}
-
-bool LedgerCSV::mayListReceipts(const Member& member)
-{
-    if (member.permissions)
-        return member.hasPermission("viewCompany") || member.hasPermission("manageCompany");
-    return member.role == "owner" || member.role == "admin";
 }

@@ -4,7 +4,6 @@
 #include <string_view>
 
 struct LedgerSnapshot;
-struct Member;
 
 struct LedgerCSVOptions {
     bool includesReceiptIndex = false; // two more columns: number and names of the receipts
@@ -23,8 +22,5 @@ std::string render(const LedgerSnapshot& snapshot, std::string_view locale, Ledg
 
 /// "quillet-ledger-2026-01-01_2026-03-31.csv", or with the one day when both are the same.
 std::string fileName(std::string_view startDate, std::string_view endDate);
-
-/// Whether the names of receipts may stand in this member's files.
-bool mayListReceipts(const Member& member);
 
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "LedgerCore/Domain/Access/MemberRights.h"
+
 namespace {
 
 using IDs = std::unordered_set<std::string_view>;
@@ -31,7 +33,7 @@ std::optional<ScopeFilter> filterFor(const LedgerSnapshot& snapshot, const Ledge
     ScopeFilter filter{scope, {}};
     IDs currencies;
     for (const auto& account : snapshot.accounts) {
-        if (!snapshot.currentMember.can("view", account.id))
+        if (!snapshot.currentMember.can(AccountAction::view, account.id))
             continue;
         currencies.insert(account.currencies.begin(), account.currencies.end());
         if (scope.includesAllVisibleAccounts || scope.accountIDs.contains(account.id))
@@ -73,7 +75,9 @@ void addNamedRecords(LedgerSnapshot& selected, const LedgerSnapshot& whole)
     selected.accounts = namedBy(accounts, whole.accounts);
     selected.members = namedBy(members, whole.members);
     selected.categories = namedBy(categories, whole.categories);
-    selected.attachments = namedBy(attachments, whole.attachments);
+    // Names of receipts leave the books only by their own right, so that losing it makes another selection.
+    if (MemberRights::canListReceipts(whole.currentMember))
+        selected.attachments = namedBy(attachments, whole.attachments);
 }
 
 }
@@ -81,7 +85,7 @@ void addNamedRecords(LedgerSnapshot& selected, const LedgerSnapshot& whole)
 std::expected<LedgerExportSelection, ExportRefusal> LedgerExportSelection::create(const LedgerSnapshot& snapshot,
                                                                                   const LedgerExportScope& scope)
 {
-    if (!canExportLedger(snapshot.currentMember))
+    if (!MemberRights::canExport(snapshot.currentMember))
         return std::unexpected(ExportRefusal::forbidden);
     const auto filter = filterFor(snapshot, scope);
     if (!filter)
@@ -110,11 +114,4 @@ LedgerExportPreview LedgerExportSelection::preview() const
         preview.receiptCount += entry.attachmentIDs.size();
     }
     return preview;
-}
-
-bool canExportLedger(const Member& member)
-{
-    if (!member.active)
-        return false;
-    return member.permissions ? member.hasPermission("exportData") : member.role == "owner" || member.role == "admin";
 }

@@ -35,7 +35,7 @@ struct LedgerExportPreview {
 /// A scope applied to the books.
 struct LedgerExportSelection {
     /// Holds only the selected legs, the entries they belong to, and the accounts, members, categories and receipts
-    /// named by these; each list in the order of the whole snapshot.
+    /// named by these, receipts only for a member who may list them; each list in the order of the whole snapshot.
     LedgerSnapshot snapshot;
 
     static std::expected<LedgerExportSelection, ExportRefusal> create(const LedgerSnapshot& snapshot,
@@ -43,7 +43,3 @@ struct LedgerExportSelection {
 
     [[nodiscard]] LedgerExportPreview preview() const;
 };
-
-/// Whether the member may export the ledger: by the permission "exportData", or as owner or administrator where no
-/// permissions are listed.
-bool canExportLedger(const Member& member);

@@ -81,7 +81,7 @@ ReportExportAuthorization::AccountIDs ReportExportAuthorization::visibleIDs(cons
 {
     AccountIDs ids;
     for (const auto& account : snapshot.accounts) {
-        if (account.holds(currency) && snapshot.currentMember.can("view", account.id))
+        if (account.holds(currency) && snapshot.currentMember.can(AccountAction::view, account.id))
             ids.insert(account.id);
     }
     return ids;

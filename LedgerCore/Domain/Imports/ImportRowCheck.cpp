@@ -58,7 +58,7 @@ ImportRowCheck::ImportRowCheck(const LedgerSnapshot& snapshot, LedgerImportPlan&
     : m_snapshot(snapshot), m_plan(plan)
 {
     for (const auto& each : snapshot.accounts) {
-        if (snapshot.currentMember.can("view", each.id))
+        if (snapshot.currentMember.can(AccountAction::view, each.id))
             addName(m_accounts, each.name, each);
     }
     for (const auto& each : snapshot.categories) {

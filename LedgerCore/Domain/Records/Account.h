@@ -13,8 +13,9 @@
 using MinorByCurrency = std::map<std::string, std::int64_t, std::less<>>;
 
 namespace AccountPurpose {
-inline constexpr std::string_view employee = "employee"; // an employee's float
-inline constexpr std::string_view refund = "refund";     // pays refunds out
+inline constexpr std::string_view employee = "employee";   // an employee's float
+inline constexpr std::string_view refund = "refund";       // pays refunds out
+inline constexpr std::string_view operating = "operating"; // an ordinary company account that says so
 }
 
 /// A place that holds the company's money, in one or more currencies.

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <boost/describe.hpp>
@@ -18,6 +19,13 @@ struct DemoDescriptor {
 };
 BOOST_DESCRIBE_STRUCT(DemoDescriptor, (), (version, locale))
 
+/// How far the service has reviewed a company. Nothing said is as good as approved.
+namespace ApprovalStatus {
+inline constexpr std::string_view approved = "approved";
+inline constexpr std::string_view pending = "pending";
+inline constexpr std::string_view rejected = "rejected";
+}
+
 /// The open company.
 struct Company {
     std::string id;
@@ -26,7 +34,7 @@ struct Company {
     std::vector<std::string> enabledLocales;
     std::string createdAt;
     std::optional<DemoDescriptor> demo;
-    std::optional<std::string> approvalStatus; // the service's review state
+    std::optional<std::string> approvalStatus; // an `ApprovalStatus`
     std::optional<TextMap> transactionColors;  // entry kind to colour id
 
     bool operator==(const Company&) const = default;

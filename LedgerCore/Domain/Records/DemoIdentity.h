@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "LedgerCore/Domain/Records/Permission.h"
+
 /// Who one can be in the demonstration company. Nothing here is secret: the sign-in screen shows it.
 namespace DemoIdentity {
 
@@ -23,11 +25,12 @@ inline std::string emailEnding(std::string_view locale)
     return ending;
 }
 
-inline constexpr std::string_view owner = "owner";
-inline constexpr std::string_view admin = "admin";
-inline constexpr std::string_view finance = "finance";
-inline constexpr std::string_view partner = "partner";
-inline constexpr std::string_view employee = "employee";
+// Each profile is named after the role of its member.
+inline constexpr std::string_view owner = MemberRole::owner;
+inline constexpr std::string_view admin = MemberRole::admin;
+inline constexpr std::string_view finance = MemberRole::finance;
+inline constexpr std::string_view partner = MemberRole::partner;
+inline constexpr std::string_view employee = MemberRole::employee;
 
 /// From most to least rights, as the picker lists them.
 inline constexpr std::array<std::string_view, 5> profiles{owner, admin, finance, partner, employee};

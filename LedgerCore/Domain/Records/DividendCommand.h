@@ -8,7 +8,7 @@
 
 #include <boost/describe.hpp>
 
-#include "LedgerCore/Domain/Records/DividendShare.h"
+#include "LedgerCore/Domain/Records/DividendState.h"
 
 /// The actions of a dividend command, as they stand on the wire.
 namespace DividendAction {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <boost/describe.hpp>
@@ -18,6 +19,15 @@ struct DividendParticipant {
     bool operator==(const DividendParticipant&) const = default;
 };
 BOOST_DESCRIBE_STRUCT(DividendParticipant, (), (id, name, memberID, ratioBps, archived))
+
+/// One ratio inside an allocation request, in basis points.
+struct DividendShare {
+    std::string participantID;
+    int ratioBps = 0;
+
+    bool operator==(const DividendShare&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(DividendShare, (), (participantID, ratioBps))
 
 /// One participant's part of a batch, with the ratio it was allocated by.
 struct DividendLine {
@@ -47,10 +57,19 @@ struct DividendBatch {
 BOOST_DESCRIBE_STRUCT(DividendBatch, (),
                       (id, period, currency, amountMinor, date, createdAt, lines, cancelled, cancelledDate))
 
-/// What settles an allocation: "payment", "advance", "return", "application" (no cash) or "reversal".
+/// The kinds of dividend movement, as they stand on the wire.
+namespace DividendMovementKind {
+inline constexpr std::string_view payment = "payment";
+inline constexpr std::string_view advance = "advance";
+inline constexpr std::string_view returning = "return";
+inline constexpr std::string_view application = "application"; // an advance set against a line, without cash
+inline constexpr std::string_view reversal = "reversal";
+}
+
+/// What settles an allocation.
 struct DividendMovement {
     std::string id;
-    std::string kind;
+    std::string kind; // a `DividendMovementKind`
     std::string participantID;
     std::string currency;
     std::int64_t amountMinor = 0;

@@ -2,8 +2,15 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <boost/describe.hpp>
+
+/// How the books of a company began, as it stands on the wire.
+namespace InitializationMode {
+inline constexpr std::string_view openingBalances = "openingBalances"; // each account takes an opening balance
+inline constexpr std::string_view fromZero = "fromZero";
+}
 
 /// How a company keeps its books. `revision` grows with every accepted change.
 struct FinancialSettings {
@@ -11,7 +18,7 @@ struct FinancialSettings {
     bool contributionsEnabled = false;
     bool dividendsEnabled = false;
     std::optional<std::string> bookkeepingStartDate; // first day of the books
-    std::optional<std::string> initializationMode;
+    std::optional<std::string> initializationMode;   // an `InitializationMode`
     std::optional<std::string> initializedAt;
     std::optional<bool> featuresConfigured;
 

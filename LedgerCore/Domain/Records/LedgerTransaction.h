@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -19,6 +20,9 @@ inline constexpr std::string_view reversal = "reversal";
 inline constexpr std::string_view opening = "opening";
 inline constexpr std::string_view capital = "capital";   // an owner's contribution
 inline constexpr std::string_view dividend = "dividend"; // money of a dividend, paid or returned
+
+inline constexpr std::array<std::string_view, 9> all{income,   expense, transfer, exchange, refund,
+                                                     reversal, opening, capital,  dividend};
 }
 
 namespace TransferPurpose {
@@ -51,8 +55,8 @@ struct LedgerTransaction {
     std::optional<std::string> reversalOf;
     std::optional<std::string> originalTransactionID; // on a refund: the income refunded
     std::optional<std::string> externalReference;
-    std::optional<std::string> transferPurpose; // a `TransferPurpose`
-    std::optional<std::string> distributionKind;
+    std::optional<std::string> transferPurpose;  // a `TransferPurpose`
+    std::optional<std::string> distributionKind; // a `DividendMovementKind`
     std::optional<std::string> participantName;
     std::optional<std::string> dividendMovementID;
     std::optional<std::string> capitalContributionID;

@@ -23,9 +23,10 @@ bool Member::can(std::string_view action, std::string_view accountID) const
 {
     if (!active || accountID.empty() || !contains(AccountGrant::knownActions, action))
         return false;
-    if (action != "view")
+    if (action != AccountAction::view)
         return accountGrants && granted(*accountGrants, action, accountID);
-    const bool seesAll = permissions ? contains(*permissions, "viewCompany") : role == "owner" || role == "admin";
+    const bool seesAll = permissions ? contains(*permissions, Permission::viewCompany)
+                                     : role == MemberRole::owner || role == MemberRole::admin;
     if (seesAll)
         return true;
     return accountGrants ? granted(*accountGrants, action, accountID) : contains(accountIDs, accountID);
@@ -45,9 +46,4 @@ bool Member::canRecord() const
 bool Member::hasPermission(std::string_view permission) const
 {
     return permissions && contains(*permissions, permission);
-}
-
-bool Member::managesCompany() const
-{
-    return active && (permissions ? hasPermission("manageCompany") : role == "owner");
 }

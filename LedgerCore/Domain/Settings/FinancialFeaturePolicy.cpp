@@ -1,17 +1,10 @@
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 
-#include <string_view>
+#include <algorithm>
+
+#include "LedgerCore/Domain/Access/MemberRights.h"
 
 namespace {
-
-bool maySee(const Member& member, std::string_view permission)
-{
-    if (!member.active)
-        return false;
-    if (member.permissions)
-        return member.hasPermission("manageCompany") || member.hasPermission(permission);
-    return member.role == "owner" || member.role == "admin";
-}
 
 bool hasRecords(const std::optional<CapitalState>& capital)
 {
@@ -22,6 +15,12 @@ bool hasRecords(const std::optional<CapitalState>& capital)
 bool hasRecords(const std::optional<DividendState>& dividends)
 {
     return dividends && (!dividends->batches.empty() || !dividends->movements.empty());
+}
+
+template <class State>
+bool isListed(const std::optional<State>& section)
+{
+    return !section || section->revision == 0 || section->showInSidebar;
 }
 
 }
@@ -40,9 +39,9 @@ std::vector<CapitalModuleTab> FinancialFeaturePolicy::activeTabs(const LedgerSna
 {
     const auto& member = snapshot.currentMember;
     const bool contributions =
-        maySee(member, "viewCapital") && (contributionsEnabled(snapshot) || hasRecords(snapshot.capital));
+        MemberRights::canOpenContributions(member) && (contributionsEnabled(snapshot) || hasRecords(snapshot.capital));
     const bool dividends =
-        maySee(member, "viewDividends") && (dividendsEnabled(snapshot) || hasRecords(snapshot.dividends));
+        MemberRights::canOpenDividends(member) && (dividendsEnabled(snapshot) || hasRecords(snapshot.dividends));
 
     std::vector<CapitalModuleTab> tabs;
     if (contributions || dividends)
@@ -57,4 +56,12 @@ std::vector<CapitalModuleTab> FinancialFeaturePolicy::activeTabs(const LedgerSna
 bool FinancialFeaturePolicy::showsCapitalNavigation(const LedgerSnapshot& snapshot)
 {
     return !activeTabs(snapshot).empty();
+}
+
+bool FinancialFeaturePolicy::isListedInSidebar(const LedgerSnapshot& snapshot)
+{
+    return std::ranges::any_of(activeTabs(snapshot), [&](CapitalModuleTab tab) {
+        return (tab == CapitalModuleTab::contributions && isListed(snapshot.capital)) ||
+               (tab == CapitalModuleTab::dividends && isListed(snapshot.dividends));
+    });
 }

@@ -3,7 +3,9 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerCore/Domain/Settings/CapitalModuleTab.h"
+
+/// The tabs of the capital screen, in the order in which they stand.
+enum class CapitalModuleTab { overview, contributions, dividends };
 
 /// Which of the owners'-capital features a company has switched on, and which of them a member is shown. Books
 /// without financial settings have both on.
@@ -16,6 +18,11 @@ bool dividendsEnabled(const LedgerSnapshot& snapshot);
 /// the overview is shown beside any other tab.
 std::vector<CapitalModuleTab> activeTabs(const LedgerSnapshot& snapshot);
 
+/// Whether there is any tab to show.
 bool showsCapitalNavigation(const LedgerSnapshot& snapshot);
+
+/// Whether the side bar lists the capital screen: there is a tab whose section the company does not keep out of it. A
+/// section that nobody has changed yet is listed.
+bool isListedInSidebar(const LedgerSnapshot& snapshot);
 
 }

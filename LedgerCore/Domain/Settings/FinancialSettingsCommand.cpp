@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
@@ -58,10 +59,10 @@ FinancialSettingsRules::whyNot(const FinancialSettingsCommand& command, const Me
                                const std::optional<std::string>& earliestEntryDay)
 {
     using enum Refusal;
-    const bool initializes = command.action == "initialize";
-    if (!initializes && command.action != "configure")
+    const bool initializes = command.action == FinancialSettingsAction::initialize;
+    if (!initializes && command.action != FinancialSettingsAction::configure)
         return unknownAction;
-    if (!member.managesCompany())
+    if (!MemberRights::canManage(member))
         return noAuthority;
     if (command.expectedRevision != revisionOf(settings))
         return staleRevision;
@@ -74,7 +75,7 @@ std::expected<FinancialSettingsCommand, FinancialSettingsRules::Refusal>
 FinancialSettingsRules::initialize(const LedgerSnapshot& snapshot, std::string startDate, std::string mode,
                                    std::string idempotencyKey)
 {
-    auto command = begin("initialize", snapshot, std::move(idempotencyKey));
+    auto command = begin(FinancialSettingsAction::initialize, snapshot, std::move(idempotencyKey));
     command.bookkeepingStartDate = std::move(startDate);
     command.initializationMode = std::move(mode);
     return checked(std::move(command), snapshot);
@@ -83,7 +84,7 @@ FinancialSettingsRules::initialize(const LedgerSnapshot& snapshot, std::string s
 std::expected<FinancialSettingsCommand, FinancialSettingsRules::Refusal>
 FinancialSettingsRules::configure(const LedgerSnapshot& snapshot, Switches switches, std::string idempotencyKey)
 {
-    auto command = begin("configure", snapshot, std::move(idempotencyKey));
+    auto command = begin(FinancialSettingsAction::configure, snapshot, std::move(idempotencyKey));
     command.contributionsEnabled = switches.contributions;
     command.dividendsEnabled = switches.dividends;
     return checked(std::move(command), snapshot);

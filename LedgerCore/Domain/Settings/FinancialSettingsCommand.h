@@ -9,16 +9,16 @@
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
-/// How the books of a company began, as it stands on the wire.
-namespace InitializationMode {
-inline constexpr std::string_view openingBalances = "openingBalances"; // each account takes an opening balance
-inline constexpr std::string_view fromZero = "fromZero";
+/// The actions of a financial settings command, as they stand on the wire.
+namespace FinancialSettingsAction {
+inline constexpr std::string_view initialize = "initialize"; // confirms the first day of the books
+inline constexpr std::string_view configure = "configure";   // sets both switches
 }
 
 /// Body of a change to the financial settings, based on the revision that its author saw. Built once for a
 /// confirmation and sent again as it stands while its outcome is unknown.
 struct FinancialSettingsCommand {
-    std::string action; // "initialize" or "configure"
+    std::string action; // a `FinancialSettingsAction`
     int expectedRevision = 0;
     std::string idempotencyKey;
     std::optional<bool> contributionsEnabled;
@@ -51,7 +51,7 @@ std::optional<Refusal> whyNot(const FinancialSettingsCommand& command, const Mem
                               const std::optional<FinancialSettings>& settings,
                               const std::optional<std::string>& earliestEntryDay);
 
-/// "initialize": confirms the first day of the books, once and for all.
+/// Confirms the first day of the books, once and for all.
 std::expected<FinancialSettingsCommand, Refusal> initialize(const LedgerSnapshot& snapshot, std::string startDate,
                                                             std::string mode, std::string idempotencyKey);
 
@@ -61,7 +61,7 @@ struct Switches {
     bool dividends = false;
 };
 
-/// "configure": sets both switches.
+/// Sets both switches.
 std::expected<FinancialSettingsCommand, Refusal> configure(const LedgerSnapshot& snapshot, Switches switches,
                                                            std::string idempotencyKey);
 

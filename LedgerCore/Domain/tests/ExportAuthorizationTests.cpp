@@ -16,7 +16,7 @@ LedgerSnapshot books()
                      .account("bank", {"USD", "JPY"})
                      .account("cash", {"USD"})
                      .account("safe", {"USD"})
-                     .permissions({"exportData"})
+                     .permissions({"exportData", "manageCompany"})
                      .grant("bank", {"view"})
                      .grant("cash", {"view"})
                      .category("office", "expense", "Office")
@@ -115,6 +115,8 @@ INSTANTIATE_TEST_SUITE_P(
         ChangeCase{"OtherMember", [](auto& now) { now.currentMember.id = "m2"; }, scopeChanged},
         ChangeCase{"OtherUser", [](auto& now) { now.currentMember.userID = "u2"; }, scopeChanged},
         ChangeCase{"RightTaken", [](auto& now) { now.currentMember.permissions = {"viewCompany"}; }, "forbidden"},
+        ChangeCase{"ReceiptNamesNoLongerAllowed", [](auto& now) { now.currentMember.permissions = {"exportData"}; },
+                   dataChanged},
         ChangeCase{"Deactivated", [](auto& now) { now.currentMember.active = false; }, "forbidden"},
         ChangeCase{"AccountHidden",
                    [](auto& now) { now.currentMember.accountGrants->erase(now.currentMember.accountGrants->begin()); },

@@ -56,6 +56,29 @@ INSTANTIATE_TEST_SUITE_P(
         TabCase{"BothOff", "owner", std::nullopt, false, false, {}}),
     [](const auto& each) { return std::string{each.param.name}; });
 
+TEST(FinancialFeaturePolicy, ListsTheCapitalScreenUnlessEverySectionShownIsKeptOut)
+{
+    using FinancialFeaturePolicy::isListedInSidebar;
+    LedgerSnapshot books;
+    books.currentMember.active = true;
+    books.currentMember.permissions = Permissions{"viewCapital", "viewDividends"};
+    EXPECT_TRUE(isListedInSidebar(books));
+    books.capital.emplace().revision = 4;
+    EXPECT_TRUE(isListedInSidebar(books)); // for its dividends, which nobody has changed yet
+    books.dividends.emplace();
+    EXPECT_TRUE(isListedInSidebar(books));
+    books.dividends->revision = 1;
+    EXPECT_FALSE(isListedInSidebar(books));
+    books.capital->showInSidebar = true;
+    EXPECT_TRUE(isListedInSidebar(books));
+    books.currentMember.permissions = Permissions{"viewDividends"};
+    EXPECT_FALSE(isListedInSidebar(books)); // the section that is listed is not this member's
+    books.dividends->showInSidebar = true;
+    EXPECT_TRUE(isListedInSidebar(books));
+    books.currentMember.permissions = Permissions{};
+    EXPECT_FALSE(isListedInSidebar(books));
+}
+
 TEST(FinancialFeaturePolicy, IsOnWithoutSettingsAndKeepsHistoryReadableWhenOff)
 {
     LedgerSnapshot snapshot;

@@ -54,6 +54,7 @@ LedgerSnapshot books()
 {
     LedgerSnapshot snapshot;
     snapshot.currentMember.role = "owner";
+    snapshot.currentMember.active = true;
     snapshot.members.push_back({});
     snapshot.members[0].id = "m1";
     snapshot.members[0].name = "Dewi";

@@ -1,5 +1,6 @@
 #include "LedgerService/Books/Demonstration/DemoCategories.h"
 
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 
@@ -13,8 +14,8 @@ struct DemoCategory {
     std::string_view symbol;
 };
 
-constexpr std::string_view income = "income";
-constexpr std::string_view expense = "expense";
+constexpr std::string_view income = EntryKind::income;
+constexpr std::string_view expense = EntryKind::expense;
 
 constexpr DemoCategory categories[]{
     {{"sales", "销售", "Penjualan", "Bán hàng", "Sales"}, income, "shop"},

@@ -51,6 +51,11 @@ AccountGrant every(std::string accountID)
     return {std::move(accountID), {AccountGrant::knownActions.begin(), AccountGrant::knownActions.end()}};
 }
 
+AccountGrant granting(std::string accountID, std::initializer_list<std::string_view> actions)
+{
+    return {std::move(accountID), {actions.begin(), actions.end()}};
+}
+
 std::vector<AccountGrant> everywhere(const DemoIds& ids)
 {
     std::vector<AccountGrant> grants;
@@ -68,10 +73,11 @@ std::vector<AccountGrant> financeGrants(const DemoIds& ids)
     auto grants = everywhere(ids);
     for (auto& grant : grants) {
         if (grant.accountID == ids.account("float"))
-            grant.actions = {"view", "transferIn", "correct"};
+            grant = granting(grant.accountID, {AccountAction::view, AccountAction::transferIn, AccountAction::correct});
         else
             std::erase_if(grant.actions, [](const std::string& each) {
-                return each == "opening" || each == "distribution" || each == "capitalContribution";
+                return each == AccountAction::opening || each == AccountAction::distribution ||
+                       each == AccountAction::capitalContribution;
             });
     }
     return grants;
@@ -80,15 +86,14 @@ std::vector<AccountGrant> financeGrants(const DemoIds& ids)
 struct Profile {
     std::string_view profile;
     std::string_view person;
-    Texts permissions;
+    std::vector<std::string_view> permissions;
     std::vector<AccountGrant> grants;
     Texts pins; // categories, by key
 };
 
 std::vector<Profile> profilesOf(const DemoIds& ids)
 {
-    const Texts all{"viewCompany",    "manageCompany", "exportData",    "viewCapital",  "postCapital",
-                    "correctCapital", "exportCapital", "viewDividends", "postDividends"};
+    const std::vector<std::string_view> all{Permission::all.begin(), Permission::all.end()};
     return {
         {DemoIdentity::owner, "lin.yue", all, everywhere(ids), {"sales.wholesale", "staff.salaries", "fees.tax"}},
         {DemoIdentity::admin,
@@ -98,19 +103,20 @@ std::vector<Profile> profilesOf(const DemoIds& ids)
          {"services.consulting", "premises.warehouse", "staff.salaries"}},
         {DemoIdentity::finance,
          "dewi.anggraini",
-         {"viewCompany", "exportData", "viewCapital", "viewDividends"},
+         {Permission::viewCompany, Permission::exportData, Permission::viewCapital, Permission::viewDividends},
          financeGrants(ids),
          {"sales.wholesale", "sales.export", "goods.purchase", "goods.customs", "logistics.sea",
           "utilities.electricity"}},
         {DemoIdentity::partner,
          "kenji.sato",
-         {"viewCompany", "viewCapital", "viewDividends"},
-         {{ids.account("cash"), {"view", "income", "expense"}}},
+         {Permission::viewCompany, Permission::viewCapital, Permission::viewDividends},
+         {granting(ids.account("cash"), {AccountAction::view, AccountAction::income, AccountAction::expense})},
          {"sales.retail", "premises.repairs"}},
         {DemoIdentity::employee,
          "rizky.pratama",
          {},
-         {{ids.account("float"), {"view", "expense", "transferOut", "correct"}}},
+         {granting(ids.account("float"),
+                   {AccountAction::view, AccountAction::expense, AccountAction::transferOut, AccountAction::correct})},
          {"logistics.courier", "staff.meals", "office.supplies"}},
     };
 }
@@ -129,7 +135,7 @@ std::vector<Member> membersOf(const DemoIds& ids, std::string_view locale)
         member.active = true;
         for (const auto& grant : grants)
             member.accountIDs.push_back(grant.accountID);
-        member.permissions = permissions;
+        member.permissions.emplace(permissions.begin(), permissions.end());
         member.accountGrants = grants;
         member.selectedCategoryIDs.emplace();
         for (const auto& pin : pins)
@@ -155,13 +161,13 @@ DemoCompany DemoCompany::make(std::string_view locale, std::string_view lastDay)
     made.company.enabledLocales = {AppLanguage::supportedLocales.begin(), AppLanguage::supportedLocales.end()};
     made.company.createdAt = founded;
     made.company.demo = DemoDescriptor{.version = 1, .locale = std::string{language}};
-    made.company.approvalStatus = "approved";
+    made.company.approvalStatus = ApprovalStatus::approved;
 
     made.books.settings = FinancialSettings{.revision = 1,
                                             .contributionsEnabled = true,
                                             .dividendsEnabled = true,
                                             .bookkeepingStartDate = firstDay,
-                                            .initializationMode = "openingBalances",
+                                            .initializationMode = std::string{InitializationMode::openingBalances},
                                             .initializedAt = founded,
                                             .featuresConfigured = true};
     made.books.members = membersOf(ids, language);

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
+#include "LedgerCore/Domain/Records/Permission.h"
 
 namespace LedgerService {
 
@@ -13,11 +14,11 @@ constexpr std::string_view out = EntryKind::expense;
 constexpr std::string_view move = EntryKind::transfer;
 constexpr std::string_view swap = EntryKind::exchange;
 
-constexpr std::string_view owner = "owner";
-constexpr std::string_view admin = "admin";
+constexpr std::string_view owner = MemberRole::owner;
+constexpr std::string_view admin = MemberRole::admin;
 constexpr std::string_view finance = "finance";
 constexpr std::string_view partner = "partner";
-constexpr std::string_view employee = "employee";
+constexpr std::string_view employee = MemberRole::employee;
 
 /// Rupiah are rounded to hundreds or thousands, in minor units.
 constexpr std::int64_t hundreds = 10'000;

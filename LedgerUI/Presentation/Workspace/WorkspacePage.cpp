@@ -13,7 +13,7 @@ bool isVisible(WorkspacePage page, const PageAccess& access)
     case WorkspacePage::reports:
         return access.canViewCompany;
     case WorkspacePage::accounts:
-        return access.canViewCompany || access.canManage || access.role == "finance" || access.role == "partner";
+        return access.canOpenAccounts;
     case WorkspacePage::dividends:
         return access.showsDividends;
     case WorkspacePage::ledger:

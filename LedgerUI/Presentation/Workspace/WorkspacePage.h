@@ -10,9 +10,8 @@ enum class WorkspacePage { summary, ledger, reports, accounts, dividends, compan
 /// What decides which pages a member sees.
 struct PageAccess {
     bool canViewCompany = false;
-    bool canManage = false;
+    bool canOpenAccounts = false;
     bool showsDividends = false;
-    std::string_view role;
 };
 
 namespace WorkspacePages {

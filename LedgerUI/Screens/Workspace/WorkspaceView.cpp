@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/BusyBar.h"
@@ -133,9 +134,8 @@ void WorkspaceView::presentPages()
     if (!snapshot)
         return;
     auto pages = WorkspacePages::visible({.canViewCompany = m_store.canViewCompany(),
-                                          .canManage = m_store.canManage(),
-                                          .showsDividends = FinancialFeaturePolicy::showsCapitalNavigation(*snapshot),
-                                          .role = snapshot->currentMember.role});
+                                          .canOpenAccounts = MemberRights::canOpenAccounts(snapshot->currentMember),
+                                          .showsDividends = FinancialFeaturePolicy::isListedInSidebar(*snapshot)});
     std::erase_if(pages, [this](WorkspacePage page) { return !m_registry.contains(page); });
     if (pages == m_pages)
         return;
