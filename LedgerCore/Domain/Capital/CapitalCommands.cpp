@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/Capital/CapitalMath.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
 
@@ -36,9 +37,11 @@ std::string nameOf(const CapitalState& state, std::string_view id)
     return found == state.participants.end() ? std::string{} : found->name;
 }
 
-std::optional<std::string> unlessEmpty(std::string text)
+/// A typed text without the white space around it; blank is as good as left out.
+std::optional<std::string> unlessBlank(std::string_view typed)
 {
-    return text.empty() ? std::nullopt : std::optional{std::move(text)};
+    const auto text = TextFold::trimmed(typed);
+    return text.empty() ? std::nullopt : std::optional<std::string>{text};
 }
 
 }
@@ -47,7 +50,7 @@ Built CapitalCommands::setParticipant(const CapitalContext& context, CommandIssu
 {
     auto command = begin(CapitalAction::setParticipant, context, std::move(issue));
     command.participantID = std::move(participant.id);
-    command.name = std::move(participant.name);
+    command.name = TextFold::trimmed(participant.name);
     command.memberID = std::move(participant.memberID);
     command.archived = participant.archived;
     return checked(std::move(command), context);
@@ -64,7 +67,7 @@ Built CapitalCommands::contribute(const CapitalContext& context, CommandIssue is
     command.currency = std::move(contribution.currency);
     command.amountMinor = *amount;
     command.accountID = std::move(contribution.accountID);
-    command.note = unlessEmpty(std::move(contribution.note));
+    command.note = unlessBlank(contribution.note);
     if (!contribution.attachmentIDs.empty())
         command.attachmentIDs = std::move(contribution.attachmentIDs);
     return checked(std::move(command), context);
@@ -75,7 +78,7 @@ Built CapitalCommands::reverse(const CapitalContext& context, CommandIssue issue
 {
     auto command = begin(CapitalAction::reverse, context, std::move(issue));
     command.contributionID = std::move(contributionID);
-    command.note = unlessEmpty(std::move(note));
+    command.note = unlessBlank(note);
     return checked(std::move(command), context);
 }
 

@@ -12,6 +12,7 @@
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ Refused whyNotSetParticipant(const CapitalCommand& command, const CapitalContext
 {
     if (command.participantID && !participant(context, command.participantID))
         return participantUnavailable;
-    if (!command.name || command.name->find_first_not_of(" \t\r\n") == std::string::npos)
+    if (!command.name || TextFold::trimmed(*command.name).empty())
         return nameRequired;
     if (!command.memberID)
         return std::nullopt;

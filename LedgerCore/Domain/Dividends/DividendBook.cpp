@@ -58,13 +58,11 @@ public:
             if (!m_participants.insert(participant.id).second)
                 return invalidState;
         }
-        if (const auto failed = indexBatches())
-            return failed;
         if (const auto failed = indexMovements())
             return failed;
+        if (const auto failed = indexBatches())
+            return failed;
         for (const auto* movement : m_ordered) {
-            if (!isReversalRightlyLinked(*movement))
-                return invalidState;
             if (movement->kind == Kind::advance && counts(*movement))
                 m_book.m_advanceRemaining.emplace(movement->id, movement->amountMinor);
         }
@@ -85,9 +83,7 @@ private:
                 return failed;
             if (!m_batches.emplace(batch.id, &batch).second)
                 return invalidState;
-            const bool isCancelled =
-                batch.cancelled && (!batch.cancelledDate || isOnOrBefore(*batch.cancelledDate, m_throughDay));
-            if (isCancelled || !isOnOrBefore(batch.date, m_throughDay))
+            if (isCancelled(batch) || !isOnOrBefore(batch.date, m_throughDay))
                 continue;
             m_book.m_batches.push_back(&batch);
             auto& lines = m_book.m_lines[batch.id];
@@ -95,6 +91,16 @@ private:
                 lines[line.participantID].entitlementMinor = line.amountMinor;
         }
         return std::nullopt;
+    }
+
+    /// Whether the batch had been cancelled by the day of the book. Without a recorded day it was cancelled when the
+    /// last of what had settled it was reversed, for it could not be before.
+    [[nodiscard]] bool isCancelled(const DividendBatch& batch) const
+    {
+        if (!batch.cancelled || batch.cancelledDate)
+            return batch.cancelled && isOnOrBefore(*batch.cancelledDate, m_throughDay);
+        const auto freed = m_lastFreed.find(batch.id);
+        return freed == m_lastFreed.end() || isOnOrBefore(freed->second, m_throughDay);
     }
 
     [[nodiscard]] Failed whyInvalid(const DividendBatch& batch) const
@@ -130,6 +136,14 @@ private:
                 !m_movements.emplace(movement.id, &movement).second)
                 return invalidState;
             m_ordered.push_back(&movement);
+        }
+        for (const auto* movement : m_ordered) {
+            if (!isReversalRightlyLinked(*movement))
+                return invalidState;
+            if (movement->reversedBy && movement->batchID) {
+                auto& freed = m_lastFreed[*movement->batchID];
+                freed = std::max(freed, std::string_view{find(movement->reversedBy)->date});
+            }
         }
         return std::nullopt;
     }
@@ -237,7 +251,8 @@ private:
     std::unordered_set<std::string_view> m_participants;
     std::unordered_map<std::string_view, const DividendBatch*> m_batches;
     std::unordered_map<std::string_view, const DividendMovement*> m_movements;
-    std::vector<const DividendMovement*> m_ordered; // of the currency, in the order of the section
+    std::unordered_map<std::string_view, std::string_view> m_lastFreed; // by batch: when its last settlement was undone
+    std::vector<const DividendMovement*> m_ordered;                     // of the currency, in the order of the section
 };
 
 std::expected<DividendBook, DividendError> DividendBook::create(const DividendState& state, std::string_view currency,

@@ -5,6 +5,7 @@
 
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
 
@@ -28,9 +29,11 @@ Built checked(DividendCommand command, const DividendContext& context)
     return command;
 }
 
-std::optional<std::string> unlessEmpty(std::string text)
+/// A typed text without the white space around it; blank is as good as left out.
+std::optional<std::string> unlessBlank(std::string_view typed)
 {
-    return text.empty() ? std::nullopt : std::optional{std::move(text)};
+    const auto text = TextFold::trimmed(typed);
+    return text.empty() ? std::nullopt : std::optional<std::string>{text};
 }
 
 std::optional<std::vector<std::string>> unlessEmpty(std::vector<std::string> texts)
@@ -56,7 +59,7 @@ Built settle(DividendCommand command, const DividendContext& context, DividendCo
             return std::unexpected(amountNotPositive);
         command.amountMinor = *amount;
     }
-    command.note = unlessEmpty(std::move(settlement.note));
+    command.note = unlessBlank(settlement.note);
     command.attachmentIDs = unlessEmpty(std::move(settlement.attachmentIDs));
     return checked(std::move(command), context);
 }
@@ -71,7 +74,7 @@ Built DividendCommands::setParticipant(const DividendContext& context, CommandIs
         return std::unexpected(ratioInvalid);
     auto command = begin(DividendAction::setParticipant, context, std::move(issue));
     command.participantID = std::move(participant.id);
-    command.name = std::move(participant.name);
+    command.name = TextFold::trimmed(participant.name);
     command.memberID = std::move(participant.memberID);
     command.ratioBps = ratio;
     command.archived = participant.archived;
@@ -108,10 +111,10 @@ Built DividendCommands::allocate(const DividendContext& context, CommandIssue is
     command.shares = shares(allocation.shares, locale);
     if (!command.shares)
         return std::unexpected(sharesIncomplete);
-    command.period = std::move(allocation.period);
+    command.period = TextFold::trimmed(allocation.period);
     command.currency = std::move(allocation.currency);
     command.amountMinor = *amount;
-    command.note = unlessEmpty(std::move(allocation.note));
+    command.note = unlessBlank(allocation.note);
     return checked(std::move(command), context);
 }
 
@@ -120,7 +123,7 @@ Built DividendCommands::cancelBatch(const DividendContext& context, CommandIssue
 {
     auto command = begin(DividendAction::cancelBatch, context, std::move(issue));
     command.batchID = std::move(batchID);
-    command.note = unlessEmpty(std::move(note));
+    command.note = unlessBlank(note);
     return checked(std::move(command), context);
 }
 
@@ -135,7 +138,7 @@ Built DividendCommands::advance(const DividendContext& context, CommandIssue iss
     command.currency = std::move(advance.currency);
     command.amountMinor = *amount;
     command.accountID = std::move(advance.accountID);
-    command.note = unlessEmpty(std::move(advance.note));
+    command.note = unlessBlank(advance.note);
     command.attachmentIDs = unlessEmpty(std::move(advance.attachmentIDs));
     return checked(std::move(command), context);
 }
@@ -179,6 +182,6 @@ Built DividendCommands::reverse(const DividendContext& context, CommandIssue iss
 {
     auto command = begin(DividendAction::reverse, context, std::move(issue));
     command.movementID = std::move(movementID);
-    command.note = unlessEmpty(std::move(note));
+    command.note = unlessBlank(note);
     return checked(std::move(command), context);
 }

@@ -13,6 +13,7 @@
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
 
@@ -30,7 +31,7 @@ const Record* find(std::span<const Record> records, const std::optional<std::str
 
 bool isBlank(const std::optional<std::string>& text)
 {
-    return !text || text->find_first_not_of(" \t\r\n") == std::string::npos;
+    return !text || TextFold::trimmed(*text).empty();
 }
 
 /// The day of the latest recorded action: dividends are recorded in the order of days.
@@ -47,13 +48,44 @@ std::string_view latestDay(const DividendState& state)
     return latest;
 }
 
-Refused whyNotAmount(const DividendCommand& command)
+/// The amount must also leave a running sum of its currency within the limit. A sum that does not fit stands beyond it.
+Refused whyNotAmount(const DividendCommand& command, std::optional<std::int64_t> sum)
 {
-    if (!command.currency || !CurrencyInfo::isSupported(*command.currency))
-        return currencyUnsupported;
     if (!command.amountMinor || *command.amountMinor < 1)
         return amountNotPositive;
-    return *command.amountMinor > Money::maximumMinor ? std::optional{amountLimit} : std::nullopt;
+    const auto grown = sum ? Money::add(*sum, *command.amountMinor) : std::nullopt;
+    return grown && *grown <= Money::maximumMinor ? std::nullopt : std::optional{amountLimit};
+}
+
+/// All that is allocated and not cancelled.
+std::optional<std::int64_t> allocatedSum(const DividendBook& book)
+{
+    std::optional<std::int64_t> sum = 0;
+    for (const auto* batch : book.batches())
+        sum = sum ? Money::add(*sum, batch->amountMinor) : sum;
+    return sum;
+}
+
+/// All that was ever paid out and not reversed; what was given back of advances is not taken off.
+std::optional<std::int64_t> paidOutSum(const DividendBook& book)
+{
+    std::optional<std::int64_t> sum = 0;
+    for (const auto* movement : book.effective()) {
+        if (movement->kind == Kind::payment || movement->kind == Kind::advance)
+            sum = sum ? Money::add(*sum, movement->amountMinor) : sum;
+    }
+    return sum;
+}
+
+/// The book of a currency that amounts can be recorded in.
+std::expected<DividendBook, DividendRefusal> bookOf(const DividendCommand& command, const DividendContext& context)
+{
+    if (!command.currency || !CurrencyInfo::isSupported(*command.currency))
+        return std::unexpected(currencyUnsupported);
+    auto book = DividendBook::create(context.state, *command.currency, std::nullopt);
+    if (!book)
+        return std::unexpected(integrity);
+    return *std::move(book);
 }
 
 Refused whyNotSetParticipant(const DividendCommand& command, const DividendContext& context)
@@ -101,7 +133,10 @@ Refused whyNotAllocate(const DividendCommand& command, const DividendContext& co
         return dividendsDisabled;
     if (isBlank(command.period))
         return periodRequired;
-    if (const auto refused = whyNotAmount(command))
+    const auto book = bookOf(command, context);
+    if (!book)
+        return book.error();
+    if (const auto refused = whyNotAmount(command, allocatedSum(*book)))
         return refused;
     const std::vector<DividendShare> none;
     const auto lines = DividendAllocationCalculator::allocate(
@@ -116,12 +151,22 @@ Refused whyNotAdvance(const DividendCommand& command, const DividendContext& con
     const auto* participant = find(std::span{context.state.participants}, command.participantID);
     if (!participant || participant->archived)
         return participantUnavailable;
-    return whyNotAmount(command);
+    const auto book = bookOf(command, context);
+    if (!book)
+        return book.error();
+    if (!DividendAccess::canSubmit(command, context))
+        return noAuthority;
+    return whyNotAmount(command, paidOutSum(*book));
 }
 
+/// What a settlement settles, and what of it is still open.
+struct Settling {
+    DividendBook book;
+    std::int64_t most = Money::maximumMinor;
+};
+
 /// What a settlement may move at most. A chosen line and a chosen advance must be about one participant and currency.
-std::expected<std::int64_t, DividendRefusal> settlementLimit(const DividendCommand& command,
-                                                             const DividendContext& context)
+std::expected<Settling, DividendRefusal> settling(const DividendCommand& command, const DividendContext& context)
 {
     const bool settlesLine = command.action != Action::returnAdvance;
     const auto* batch = settlesLine ? find(std::span{context.state.batches}, command.batchID) : nullptr;
@@ -138,27 +183,29 @@ std::expected<std::int64_t, DividendRefusal> settlementLimit(const DividendComma
     if (command.currency && command.currency != currency)
         return std::unexpected(currencyUnsupported);
 
-    const auto book = DividendBook::create(context.state, currency, std::nullopt);
+    auto book = DividendBook::create(context.state, currency, std::nullopt);
     if (!book)
         return std::unexpected(integrity);
-    auto most = Money::maximumMinor;
+    Settling settling{*std::move(book)};
     if (batch)
-        most = std::min(most, book->line(batch->id, command.participantID.value_or("")).unpaidMinor);
+        settling.most = settling.book.line(batch->id, command.participantID.value_or("")).unpaidMinor;
     if (advance)
-        most = std::min(most, book->advanceRemaining(advance->id));
-    return most;
+        settling.most = std::min(settling.most, settling.book.advanceRemaining(advance->id));
+    return settling;
 }
 
 Refused whyNotSettle(const DividendCommand& command, const DividendContext& context)
 {
-    const auto most = settlementLimit(command, context);
-    if (!most)
-        return most.error();
-    if (!command.amountMinor || *command.amountMinor < 1)
-        return amountNotPositive;
-    if (*command.amountMinor > Money::maximumMinor)
-        return amountLimit;
-    if (*command.amountMinor <= *most)
+    const auto settled = settling(command, context);
+    if (!settled)
+        return settled.error();
+    if (!DividendAccess::canSubmit(command, context))
+        return noAuthority;
+    const bool paysOut = command.action == Action::pay;
+    if (const auto refused =
+            whyNotAmount(command, paysOut ? paidOutSum(settled->book) : std::optional<std::int64_t>{0}))
+        return refused;
+    if (*command.amountMinor <= settled->most)
         return std::nullopt;
     return command.action == Action::apply ? overapplication : overpayment;
 }
@@ -217,13 +264,18 @@ const ActionRule* ruleOf(std::string_view action)
     return found == std::end(rules) ? nullptr : found;
 }
 
-/// A movement that is gone is said to be gone, not forbidden.
-bool mayUse(const DividendCommand& command, const DividendContext& context)
-{
-    return command.action == Action::reverse ? MemberRights::canCorrectDividends(context.member)
-                                             : DividendAccess::canSubmit(command, context);
 }
 
+bool DividendRules::mayUse(std::string_view action, const Member& member)
+{
+    if (!ruleOf(action))
+        return false;
+    if (action == Action::setParticipant || action == Action::setVisibility)
+        return MemberRights::canManageDividends(member);
+    if (action == Action::advance || action == Action::pay || action == Action::returnAdvance)
+        return MemberRights::canMoveDividendMoney(member);
+    return action == Action::reverse ? MemberRights::canCorrectDividends(member)
+                                     : MemberRights::canSettleDividends(member);
 }
 
 std::optional<DividendRefusal> DividendRules::whyNot(const DividendCommand& command, const DividendContext& context)
@@ -231,7 +283,7 @@ std::optional<DividendRefusal> DividendRules::whyNot(const DividendCommand& comm
     const auto* rule = ruleOf(command.action);
     if (!rule)
         return unknownAction;
-    if (!mayUse(command, context))
+    if (!mayUse(command.action, context.member))
         return noAuthority;
     if (command.expectedRevision != context.state.revision)
         return staleRevision;
@@ -247,8 +299,8 @@ std::optional<std::int64_t> DividendRules::limit(const DividendCommand& command,
     const auto* rule = ruleOf(command.action);
     if (!rule || rule->rule != whyNotSettle || !MemberRights::canSeeDividends(context.member))
         return std::nullopt;
-    const auto most = settlementLimit(command, context);
-    return most ? std::optional{*most} : std::nullopt;
+    const auto settled = settling(command, context);
+    return settled ? std::optional{settled->most} : std::nullopt;
 }
 
 std::string_view serviceCode(DividendRefusal refusal)

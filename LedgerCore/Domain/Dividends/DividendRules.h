@@ -40,7 +40,11 @@ std::string_view serviceCode(DividendRefusal refusal);
 /// Which changes to the dividend section are accepted; the screens offer by these rules, the service accepts by them.
 namespace DividendRules {
 
-/// What keeps the command from being accepted, or nothing.
+/// Whether the member may use the action at all, whatever the command says.
+bool mayUse(std::string_view action, const Member& member);
+
+/// What keeps the command from being accepted, or nothing. A record that is gone is said to be gone before it is asked
+/// whether the member may use the account.
 std::optional<DividendRefusal> whyNot(const DividendCommand& command, const DividendContext& context);
 
 /// The largest amount that a "pay", "return" or "apply" may carry, in minor units; nothing while what it settles is

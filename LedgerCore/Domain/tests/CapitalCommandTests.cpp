@@ -242,7 +242,7 @@ INSTANTIATE_TEST_SUITE_P(
                     [](auto& s) { return setOwnership(s, {{"ann", "100"}}, "2024-01-01"); }, std::nullopt},
         CommandCase{"NewOwner", [](auto& s) { return setParticipant(s, {.name = "Di", .memberID = "m"}); },
                     std::nullopt},
-        CommandCase{"BlankName", [](auto& s) { return setParticipant(s, {.name = " \t"}); }, nameRequired},
+        CommandCase{"BlankName", [](auto& s) { return setParticipant(s, {.name = " \t\u3000"}); }, nameRequired},
         CommandCase{"UnknownOwnerChanged", [](auto& s) { return setParticipant(s, {.id = "x", .name = "X"}); },
                     participantUnavailable},
         CommandCase{"MemberOfAnotherOwner",

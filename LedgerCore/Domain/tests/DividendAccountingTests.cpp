@@ -118,6 +118,21 @@ TEST(DividendSummary, LeavesCancelledBatchesOutFromTheDayOfCancelling)
     EXPECT_EQ(DividendSummary::create(state, "USD", std::nullopt, std::nullopt)->unpaidMinor, 0);
 }
 
+TEST(DividendSummary, KeepsABatchCancelledOnNoDayAsLongAsItWasSettled)
+{
+    auto state = section();
+    state.movements = {movement("m4", "payment", 20000, "2024-05-01")};
+    reverse(state, 0, "2024-06-01");
+    state.batches[0].cancelled = true;
+    const auto unpaidAt = [&](const char* day) {
+        const auto summary = DividendSummary::create(state, "USD", std::nullopt, day);
+        return summary ? std::optional{summary->unpaidMinor} : std::nullopt;
+    };
+    EXPECT_EQ(unpaidAt("2024-04-15"), 100000);
+    EXPECT_EQ(unpaidAt("2024-05-31"), 80000);
+    EXPECT_EQ(unpaidAt("2024-06-01"), 0);
+}
+
 TEST(DividendSummary, RefusesUnknownCurrenciesAndBackwardRanges)
 {
     EXPECT_EQ(DividendSummary::create(section(), "XYZ", std::nullopt, std::nullopt).error(), invalidState);

@@ -165,6 +165,20 @@ TEST_P(DividendRule, SaysWhatKeepsACommandFromBeingAccepted)
     EXPECT_EQ(built.has_value() ? std::nullopt : std::optional{built.error()}, GetParam().refusal);
 }
 
+/// Two large batches in dollars, of which the second was cancelled, and 7,000,000,000,000 paid out in advance.
+LedgerSnapshot largeBooks()
+{
+    auto snapshot = books();
+    auto& state = *snapshot.dividends;
+    state.batches = {state.batches[1], state.batches[1]};
+    state.batches[0].amountMinor = 8'000'000'000'000;
+    state.batches[0].lines = {{"bo", "Bo", 10000, 8'000'000'000'000}};
+    state.batches[1].id = "q3";
+    state.batches[1].cancelled = true;
+    state.movements = {movement("a1", "advance", 7'000'000'000'000, "t1")};
+    return snapshot;
+}
+
 void switchOff(LedgerSnapshot& snapshot)
 {
     snapshot.financialSettings.emplace();
@@ -191,6 +205,14 @@ INSTANTIATE_TEST_SUITE_P(
                         return pay(s, "1", "q2", "bo");
                     },
                     batchUnavailable},
+        CommandCase{"PayAVanishedBatch", [](auto& s) { return pay(s, "1", "gone"); }, batchUnavailable},
+        CommandCase{"PayWithoutTheRight",
+                    [](auto& s) {
+                        s.currentMember.permissions = {"viewDividends"};
+                        return pay(s, "1", "gone");
+                    },
+                    noAuthority},
+        CommandCase{"ReturnAVanishedAdvance", [](auto& s) { return giveBack(s, "1", "gone"); }, advanceUnavailable},
         CommandCase{"ApplyTheRest", [](auto& s) { return apply(s, "10"); }, std::nullopt},
         CommandCase{"ApplyPastTheAdvance", [](auto& s) { return apply(s, "10.01"); }, overapplication},
         CommandCase{"ApplyAnothersAdvance", [](auto& s) { return apply(s, "1", "bo"); }, advanceUnavailable},
@@ -215,6 +237,52 @@ INSTANTIATE_TEST_SUITE_P(
                     integrity}),
     [](const auto& each) { return std::string{each.param.name}; });
 
+INSTANTIATE_TEST_SUITE_P(Sums, DividendRule,
+                         testing::Values(CommandCase{"AllocateUpToTheLimit",
+                                                     [](auto& s) {
+                                                         s = largeBooks();
+                                                         return allocate(s, {{"ann", "100"}}, "10,000,000,000.00");
+                                                     },
+                                                     std::nullopt},
+                                         CommandCase{"AllocatePastTheLimit",
+                                                     [](auto& s) {
+                                                         s = largeBooks();
+                                                         return allocate(s, {{"ann", "100"}}, "10,000,000,000.01");
+                                                     },
+                                                     amountLimit},
+                                         CommandCase{"AllocateInAnotherCurrency",
+                                                     [](auto& s) {
+                                                         s = largeBooks();
+                                                         s.dividends->batches[0].currency = "EUR";
+                                                         return allocate(s, {{"ann", "100"}}, "90,000,000,000.00");
+                                                     },
+                                                     std::nullopt},
+                                         CommandCase{"AdvanceUpToTheLimit",
+                                                     [](auto& s) {
+                                                         s = largeBooks();
+                                                         return advance(s, "20,000,000,000.00");
+                                                     },
+                                                     std::nullopt},
+                                         CommandCase{"AdvancePastTheLimit",
+                                                     [](auto& s) {
+                                                         s = largeBooks();
+                                                         return advance(s, "20,000,000,000.01");
+                                                     },
+                                                     amountLimit},
+                                         CommandCase{"PayUpToTheLimit",
+                                                     [](auto& s) {
+                                                         s = largeBooks();
+                                                         return pay(s, "20,000,000,000.00", "q2", "bo");
+                                                     },
+                                                     std::nullopt},
+                                         CommandCase{"PayPastTheLimit",
+                                                     [](auto& s) {
+                                                         s = largeBooks();
+                                                         return pay(s, "20,000,000,000.01", "q2", "bo");
+                                                     },
+                                                     amountLimit}),
+                         [](const auto& each) { return std::string{each.param.name}; });
+
 INSTANTIATE_TEST_SUITE_P(
     Allocations, DividendRule,
     testing::Values(
@@ -224,7 +292,7 @@ INSTANTIATE_TEST_SUITE_P(
         CommandCase{"Short", [](auto& s) { return allocate(s, {{"ann", "99.99"}}); }, sharesIncomplete},
         CommandCase{"NoShares", [](auto& s) { return allocate(s, {}); }, sharesIncomplete},
         CommandCase{"Archived", [](auto& s) { return allocate(s, {{"cy", "100"}}); }, participantUnavailable},
-        CommandCase{"NoPeriod", [](auto& s) { return allocate(s, {{"ann", "100"}}, "1", " "); }, periodRequired},
+        CommandCase{"NoPeriod", [](auto& s) { return allocate(s, {{"ann", "100"}}, "1", "\u3000"); }, periodRequired},
         CommandCase{"Nothing", [](auto& s) { return allocate(s, {{"ann", "100"}}, "0"); }, amountNotPositive},
         CommandCase{"SwitchedOff",
                     [](auto& s) {
@@ -299,7 +367,8 @@ INSTANTIATE_TEST_SUITE_P(
                     [](auto& s) { return setParticipant(s, {.name = "Di", .percentage = "100.01"}); }, ratioInvalid},
         CommandCase{"NegativeRatio", [](auto& s) { return setParticipant(s, {.name = "Di", .percentage = "-1"}); },
                     ratioInvalid},
-        CommandCase{"NoName", [](auto& s) { return setParticipant(s, {.name = "", .percentage = "0"}); }, nameRequired},
+        CommandCase{"NoName", [](auto& s) { return setParticipant(s, {.name = " \u3000", .percentage = "0"}); },
+                    nameRequired},
         CommandCase{"MemberOfAnother",
                     [](auto& s) { return setParticipant(s, {.name = "Di", .memberID = "m", .percentage = "0"}); },
                     memberUnavailable},
@@ -382,6 +451,16 @@ INSTANTIATE_TEST_SUITE_P(Accounts, DividendCash,
                                          CashCase{"AnyOtherPurpose", "savings", "USD", false},
                                          CashCase{"CurrencyNotHeld", std::nullopt, "JPY", false}),
                          [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(DividendCommand, CarriesTextsWithoutTheWhiteSpaceAroundThem)
+{
+    const auto participant = setParticipant(books(), {.name = "\u3000Di Na \n", .percentage = "0"}).value();
+    EXPECT_EQ(participant.name, "Di Na");
+    const auto batch = allocate(books(), {{"ann", "100"}}, "1", " Q2\u3000").value();
+    EXPECT_EQ(batch.period, "Q2");
+    const auto reversal = DividendCommands::reverse(DividendContext::of(books()), issue(), "m2", " \u3000");
+    EXPECT_EQ(reversal.value().note, std::nullopt);
+}
 
 TEST(DividendRules, BoundASettlementByTheLineAndTheAdvance)
 {
