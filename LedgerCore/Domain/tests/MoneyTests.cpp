@@ -1,10 +1,12 @@
 #include "LedgerCore/Domain/Money/Money.h"
 
 #include <limits>
+#include <set>
 
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 
 namespace {
@@ -173,6 +175,27 @@ TEST(Money, LimitsMagnitudesOnBothSides)
     EXPECT_FALSE(Money::isWithinLimit(std::numeric_limits<std::int64_t>::min()));
 }
 
+TEST(BasisPoints, AreReadWithTwoDecimalsWithinTheWhole)
+{
+    EXPECT_EQ(BasisPoints::parse("12.5", "en"), 1250);
+    EXPECT_EQ(BasisPoints::parse(" 33,33\u3000", "vi"), 3333);
+    EXPECT_EQ(BasisPoints::parse("0", "zh"), 0);
+    EXPECT_EQ(BasisPoints::parse("100.00", "en"), 10000);
+    for (const auto* text : {"", "100.01", "-1", "33.333", "12,5", "50 %", "99999999999999999999"})
+        EXPECT_EQ(BasisPoints::parse(text, "en"), std::nullopt) << text;
+}
+
+TEST(BasisPoints, AreWrittenWithoutZerosThatSayNothing)
+{
+    EXPECT_EQ(BasisPoints::text(1250, "en"), "12.5");
+    EXPECT_EQ(BasisPoints::text(3333, "id"), "33,33");
+    EXPECT_EQ(BasisPoints::text(10000, "en"), "100");
+    EXPECT_EQ(BasisPoints::text(5, "vi"), "0,05");
+    EXPECT_EQ(BasisPoints::text(0, "zh"), "0");
+    for (int points = 0; points <= BasisPoints::whole; ++points)
+        ASSERT_EQ(BasisPoints::parse(BasisPoints::text(points, "id"), "id"), points);
+}
+
 TEST(MoneyError, IsSaidInTheLanguageOfTheLocale)
 {
     EXPECT_EQ(friendlyMessage(excessPrecision, "en-GB"),
@@ -183,13 +206,21 @@ TEST(MoneyError, IsSaidInTheLanguageOfTheLocale)
     EXPECT_EQ(friendlyMessage(outOfRange, "de"), "金额超出支持范围。");
 }
 
-TEST(CurrencyInfo, ListsEighteenInPickerOrderWithTheirScales)
+TEST(CurrencyInfo, OffersEighteenOfWhichTwoHaveNoDecimals)
 {
-    std::string listed;
-    for (const auto& each : CurrencyInfo::supported())
-        listed += each.code + std::to_string(each.scale) + each.symbol + " ";
-    EXPECT_EQ(listed, "IDR2Rp VND0₫ CNY2¥ USD2$ EUR2€ SGD2S$ JPY0¥ THB2฿ MYR2RM PHP2₱ TWD2NT$ GBP2£ PLN2zł CZK2Kč "
-                      "HUF2Ft MXN2MX$ BRL2R$ RUB2₽ ");
+    std::set<std::string> codes;
+    std::set<std::string> whole;
+    for (const auto& each : CurrencyInfo::supported()) {
+        EXPECT_EQ(each.code.size(), 3) << each.code;
+        EXPECT_FALSE(each.name.empty() || each.symbol.empty()) << each.code;
+        codes.insert(each.code);
+        if (each.scale == 0)
+            whole.insert(each.code);
+        else
+            EXPECT_EQ(each.scale, 2) << each.code;
+    }
+    EXPECT_EQ(codes.size(), 18);
+    EXPECT_EQ(whole, (std::set<std::string>{"JPY", "VND"}));
 }
 
 TEST(CurrencyInfo, StandsInForAnUnknownCode)
