@@ -105,6 +105,21 @@ std::optional<std::string> OpeningBalancePolicy::recordingDate(const LedgerSnaps
     return LedgerDay::isValid(start) ? std::optional<std::string>{start} : std::nullopt;
 }
 
+std::optional<OpeningBalancePolicy::RecordingDay> OpeningBalancePolicy::recordingDay(const LedgerSnapshot& snapshot,
+                                                                                     std::string_view today)
+{
+    auto day = recordingDate(snapshot, today);
+    if (!day)
+        return std::nullopt;
+    const auto& settings = snapshot.financialSettings;
+    const bool isConfirmed = settings && settings->bookkeepingStartDate;
+    RecordingDay recording{.day = *std::move(day),
+                           .basis = isConfirmed ? RecordingDay::Basis::startDate : RecordingDay::Basis::today};
+    if (auto earliest = earliestVisibleTransactionDay(snapshot); earliest && *earliest < recording.day)
+        recording.historySince = std::move(earliest);
+    return recording;
+}
+
 OpeningBalanceEligibility OpeningBalancePolicy::evaluate(const LedgerSnapshot& snapshot, std::string_view accountID,
                                                          std::string_view currency)
 {
@@ -155,6 +170,37 @@ std::optional<OpeningBalancePolicy::Refusal> OpeningBalancePolicy::whyNot(const 
     if (!eligibility.historyComplete)
         return historyIncomplete;
     return std::nullopt;
+}
+
+std::vector<OpeningBalancePolicy::Eligible> OpeningBalancePolicy::eligible(const LedgerSnapshot& snapshot)
+{
+    std::vector<Eligible> offered;
+    for (auto& each : evaluateAll(snapshot)) {
+        if (whyNot(snapshot, each))
+            continue;
+        const auto* account = snapshot.account(each.accountID);
+        if (offered.empty() || offered.back().account != account)
+            offered.push_back({.account = account, .currencies = {}});
+        offered.back().currencies.push_back(std::move(each.currency));
+    }
+    return offered;
+}
+
+std::optional<OpeningBalancePolicy::Preselection>
+OpeningBalancePolicy::preselected(const std::vector<Eligible>& offered, std::string_view accountID,
+                                  std::string_view currency)
+{
+    auto chosen = std::ranges::find_if(offered, [&](const Eligible& each) { return each.account->id == accountID; });
+    if (chosen == offered.end() && offered.size() == 1)
+        chosen = offered.begin();
+    if (chosen == offered.end())
+        return std::nullopt;
+    Preselection preselection{.accountID = chosen->account->id};
+    if (std::ranges::find(chosen->currencies, currency) != chosen->currencies.end())
+        preselection.currency = currency;
+    else if (chosen->currencies.size() == 1)
+        preselection.currency = chosen->currencies.front();
+    return preselection;
 }
 
 std::optional<std::string> OpeningBalancePolicy::earliestVisibleTransactionDay(const LedgerSnapshot& snapshot)

@@ -168,4 +168,60 @@ TEST(OpeningBalancePolicy, FindsTheEarliestDayWhateverTheOrderOfEntries)
     EXPECT_EQ(OpeningBalancePolicy::earliestVisibleTransactionDay({}), std::nullopt);
 }
 
+TEST(OpeningBalancePolicy, SaysWhichDayAndWhetherHistoryStandsBeforeIt)
+{
+    using OpeningBalancePolicy::RecordingDay;
+    auto books = opened(); // its one entry is of 2024-01-01
+    EXPECT_EQ(OpeningBalancePolicy::recordingDay(books, "2024-01-01"),
+              (RecordingDay{.day = "2024-01-01", .basis = RecordingDay::Basis::today}));
+    EXPECT_EQ(OpeningBalancePolicy::recordingDay(books, "2026-11-20"),
+              (RecordingDay{.day = "2026-11-20", .basis = RecordingDay::Basis::today, .historySince = "2024-01-01"}));
+    books.financialSettings.emplace().bookkeepingStartDate = "2024-01-01";
+    EXPECT_EQ(OpeningBalancePolicy::recordingDay(books, "2026-11-20"),
+              (RecordingDay{.day = "2024-01-01", .basis = RecordingDay::Basis::startDate}));
+    books.financialSettings->bookkeepingStartDate = "soon";
+    EXPECT_EQ(OpeningBalancePolicy::recordingDay(books, "2026-11-20"), std::nullopt);
+}
+
+/// "bank" can still take VND, "float" USD and EUR; "closed" is archived and "other" not granted.
+LedgerSnapshot severalAccounts()
+{
+    auto books = opened();
+    for (const auto* id : {"closed", "other", "float"}) {
+        auto& account = books.accounts.emplace_back();
+        account.id = id;
+        account.currencies = {"USD", "EUR"};
+        account.archived = account.id == "closed";
+    }
+    books.currentMember.accountGrants->push_back({"closed", {"view", "opening"}});
+    return books;
+}
+
+TEST(OpeningBalancePolicy, OffersOnlyWhatCanStillBeOpened)
+{
+    const auto books = severalAccounts();
+    std::string offered;
+    for (const auto& each : OpeningBalancePolicy::eligible(books)) {
+        for (const auto& currency : each.currencies)
+            offered += each.account->id + ":" + currency + " ";
+    }
+    EXPECT_EQ(offered, "bank:VND float:USD float:EUR ");
+}
+
+TEST(OpeningBalancePolicy, PreselectsWhatWasAskedForOrIsTheOnlyOne)
+{
+    using OpeningBalancePolicy::preselected;
+    using Chosen = OpeningBalancePolicy::Preselection;
+    const auto books = severalAccounts();
+    auto offered = OpeningBalancePolicy::eligible(books);
+    EXPECT_EQ(preselected(offered), std::nullopt);
+    EXPECT_EQ(preselected(offered, "closed", "USD"), std::nullopt);
+    EXPECT_EQ(preselected(offered, "float"), (Chosen{"float"}));
+    EXPECT_EQ(preselected(offered, "float", "EUR"), (Chosen{"float", "EUR"}));
+    EXPECT_EQ(preselected(offered, "bank", "USD"), (Chosen{"bank", "VND"})); // dollars are opened already
+    offered.pop_back();
+    EXPECT_EQ(preselected(offered, "closed"), (Chosen{"bank", "VND"}));
+    EXPECT_EQ(preselected({}), std::nullopt);
+}
+
 }
