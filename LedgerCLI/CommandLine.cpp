@@ -183,7 +183,7 @@ private:
         auto* exports = m_app.add_subcommand("export", "Write the files that the window exports");
         exports->require_subcommand(1);
         exports->footer(CommandHelp::footer("export"));
-        auto* ledger = command(*exports, "ledger", "One record a leg", [this](const LedgerSnapshot& books) {
+        auto* ledger = command(*exports, "ledger", "One record per leg", [this](const LedgerSnapshot& books) {
             m_scope.includesAllVisibleAccounts = m_scope.accountIDs.empty();
             m_scope.includesAllVisibleCurrencies = m_scope.currencies.empty();
             return ExportCommand::ledger(books, m_scope, m_target, m_style.locale);

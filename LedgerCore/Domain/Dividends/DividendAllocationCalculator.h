@@ -14,7 +14,7 @@ namespace DividendAllocationCalculator {
 inline constexpr std::size_t maximumShares = 100;
 inline constexpr int wholeBps = 10000;
 
-/// One line a share, in the order of the shares. Each gets its exact part rounded down; the units left over go to the
+/// One line per share, in the order of the shares. Each gets its exact part rounded down; the units left over go to the
 /// largest remainders, equal ones by participant identifier.
 std::expected<std::vector<DividendLine>, DividendError> allocate(std::int64_t totalMinor,
                                                                  std::span<const DividendShare> shares,

@@ -32,7 +32,7 @@ struct ShareText {
     std::string participantID;
     std::string percentage;
 };
-/// One share a text, or nothing when a text is no percentage of at most two decimals.
+/// One share per text, or nothing when a text is no percentage of at most two decimals.
 std::optional<std::vector<DividendShare>> shares(const std::vector<ShareText>& texts, std::string_view locale);
 
 struct Allocation {

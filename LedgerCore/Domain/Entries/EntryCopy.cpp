@@ -45,7 +45,7 @@ const WordTable& EntryCopy::words()
          "Show company categories"},
         {"noPersonalPins", "您还没有置顶类别。", "Anda belum menyematkan kategori.", "Bạn chưa ghim hạng mục nào.",
          "You have not pinned any categories yet."},
-        {"entryTransferTitle", "内部转账", "Transfer internal", "Chuyển nội bộ", "Internal transfer"},
+        {"entryTransferTitle", "内部划拨", "Transfer internal", "Chuyển nội bộ", "Internal transfer"},
         {"entryAvailableTypes", "可用的记账类型", "Jenis pencatatan yang tersedia", "Loại bút toán có thể dùng",
          "Available bookkeeping types"},
         {"entryNoAvailableTypes", "当前没有可用的记账类型。", "Saat ini tidak ada jenis pencatatan yang tersedia.",
@@ -92,14 +92,14 @@ const WordTable& EntryCopy::words()
          "Posted amounts are not overwritten. Reversal keeps the original and adds an opposite entry; then record the "
          "correct entry."},
         {"correctTransferHint",
-         "整笔转账将在两个账户上同时冲销，各自恢复到转账前的状态。原记录仍保留在账本中，然后请录入正确的转账。",
+         "整笔划拨将在两个账户上同时冲销，各自恢复到划拨前的状态。原记录仍保留在账本中，然后请录入正确的划拨。",
          "Seluruh transfer dibatalkan di kedua rekening sehingga masing-masing kembali ke keadaan sebelum transfer. "
          "Catatan asli tetap ada di buku besar; kemudian catat transfer yang benar.",
          "Toàn bộ khoản chuyển được đảo trên cả hai tài khoản để mỗi bên trở về trạng thái trước khi chuyển. Bút toán "
          "gốc vẫn nằm trong sổ cái; sau đó hãy ghi khoản chuyển đúng.",
          "The whole transfer is reversed on both accounts so each returns to its pre-transfer state. The original "
          "remains in the ledger; then record the correct transfer."},
-        {"incomeHint", "收到的提现款仅在本账本尚未记录时才记为收入。账本内账户之间的资金移动请使用内部转账。",
+        {"incomeHint", "收到的提现款仅在本账本尚未记录时才记为收入。账本内账户之间的资金移动请使用内部划拨。",
          "Catat penarikan yang diterima sebagai pemasukan hanya jika belum dicatat di buku besar ini. Gunakan transfer "
          "internal untuk perpindahan antarrekening di buku besar.",
          "Chỉ ghi khoản rút tiền nhận được là thu nếu chưa được ghi trong sổ cái này. Hãy dùng chuyển nội bộ cho các "

@@ -8,7 +8,8 @@ struct CapitalState;
 /// The owners' capital as a comma-separated document.
 namespace CapitalCSV {
 
-/// One record a contribution (a reversing one is a "correction"), a baseline's line and an ownership version's line.
+/// One record per contribution (a reversing one is a "correction"), per line of a baseline and per line of an
+/// ownership version.
 std::string render(const CapitalState& state);
 
 /// "tallyfold-capital-2026-11-20.csv"

@@ -8,7 +8,7 @@ struct DividendState;
 /// The dividends as a comma-separated document.
 namespace DividendCSV {
 
-/// One record a line of an allocation ("entitlement"), then one a movement. None of the fields is worded by the
+/// One record per line of an allocation ("entitlement"), then one per movement. None of the fields is worded by the
 /// interface so far, so that the document reads the same in every `locale`.
 std::string render(const DividendState& state, std::string_view locale);
 

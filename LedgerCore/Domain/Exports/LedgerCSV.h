@@ -11,7 +11,7 @@ struct LedgerCSVOptions {
     bool operator==(const LedgerCSVOptions&) const = default;
 };
 
-/// The ledger as a comma-separated document, one record a leg.
+/// The ledger as a comma-separated document, one record per leg.
 namespace LedgerCSV {
 
 /// One field as it stands in every document, quotation marks included.

@@ -16,7 +16,7 @@ const WordTable& LedgerImportWords::table()
          "The column count is incorrect."},
         {"date", "日期无效，请使用 YYYY-MM-DD 格式。", "Tanggal tidak valid; gunakan YYYY-MM-DD.",
          "Ngày không hợp lệ; hãy dùng dạng YYYY-MM-DD.", "Invalid date; use YYYY-MM-DD."},
-        {"beforeStart", "日期早于已确认并锁定的记账起始日。",
+        {"beforeStart", "日期早于已确认并锁定的记账起始日期。",
          "Tanggal mendahului tanggal mulai pembukuan yang telah dikonfirmasi dan dikunci.",
          "Ngày này trước ngày bắt đầu ghi sổ đã được xác nhận và khóa.",
          "The date is before the confirmed and locked bookkeeping start date."},

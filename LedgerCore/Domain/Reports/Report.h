@@ -93,7 +93,7 @@ struct ReportAccountMatrix {
 /// What the accounts held together at the end of each day, in minor units.
 struct ReportDailyBalances {
     std::chrono::sys_days firstDay;
-    std::vector<std::int64_t> closingMinor; // one a day from `firstDay` on
+    std::vector<std::int64_t> closingMinor; // one per day from `firstDay` on
 
     bool operator==(const ReportDailyBalances&) const = default;
 };

@@ -206,6 +206,17 @@ TEST(MoneyError, IsSaidInTheLanguageOfTheLocale)
     EXPECT_EQ(friendlyMessage(outOfRange, "de"), "金额超出支持范围。");
 }
 
+TEST(MoneyError, HasASentenceOfItsOwnInEveryLanguage)
+{
+    std::set<std::string_view> sentences;
+    for (const auto error : {invalidFormat, excessPrecision, outOfRange, unsupportedCurrency}) {
+        for (const auto* locale : locales)
+            sentences.insert(friendlyMessage(error, locale));
+    }
+    EXPECT_EQ(sentences.size(), 16);
+    EXPECT_FALSE(sentences.contains(""));
+}
+
 TEST(CurrencyInfo, OffersEighteenOfWhichTwoHaveNoDecimals)
 {
     std::set<std::string> codes;

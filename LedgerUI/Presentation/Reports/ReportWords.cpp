@@ -19,7 +19,7 @@ const WordTable& reportWords()
          "%1 has no %2 balance left"},
         {"float.negative", "“%1”的余额为负：%2", "Saldo %1 negatif: %2", "Số dư của %1 bị âm: %2",
          "%1 is below zero: %2"},
-        {"startDate", "尚未确认启用日期", "Tanggal mulai pembukuan belum dikonfirmasi",
+        {"startDate", "尚未确认记账起始日期", "Tanggal mulai pembukuan belum dikonfirmasi",
          "Chưa xác nhận ngày bắt đầu ghi sổ", "The bookkeeping start date is not confirmed"},
         {"openings.one", "有 1 个账户币种尚未录入期初余额", "1 rekening belum punya saldo awal",
          "1 tài khoản chưa có số dư đầu kỳ", "1 account has no opening balance"},

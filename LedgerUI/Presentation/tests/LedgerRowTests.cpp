@@ -63,7 +63,7 @@ INSTANTIATE_TEST_SUITE_P(
         RowCase{"FundingHasNoSign", "en-US", "t1", "5 Nov | Funding | Operating bank > Rizky float | USD 50.00"},
         RowCase{"FundingVietnamese", "vi-VN", "t1", "5/11 | Cấp quỹ | Operating bank > Rizky float | USD 50,00"},
         RowCase{"ExchangeHasBothLegs", "en-US", "x1", "6 Nov | Exchange | Singapore | USD −12,000.00, SGD +16,074.00"},
-        RowCase{"ExchangeChinese", "zh-CN", "x1", "11月6日 | 兑换 | Singapore | USD −12,000.00, SGD +16,074.00"},
+        RowCase{"ExchangeChinese", "zh-CN", "x1", "11月6日 | 换汇 | Singapore | USD −12,000.00, SGD +16,074.00"},
         RowCase{"Refund", "id-ID", "r1", "7 Nov | Pengembalian dana | Operating bank | USD −200,00"},
         RowCase{"Reversed", "en-US", "e3", "9 Nov | Utilities › Electricity | Operating bank | USD −99.00 | reversed"},
         RowCase{"ReversalTurnsTheSign", "en-US", "v1", "9 Nov | Reversal | Operating bank | USD +99.00"},
