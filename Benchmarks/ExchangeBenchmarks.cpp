@@ -6,7 +6,9 @@
 #include <fmt/format.h>
 
 #include "Benchmarks/BooksUnderTest.h"
+#include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Exports/LedgerCSV.h"
+#include "LedgerCore/Domain/Imports/ImportDryRun.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerCore/Domain/Money/Money.h"
 
@@ -66,5 +68,54 @@ void planImport(benchmark::State& state)
     BooksUnderTest::count(state, inputs);
 }
 BENCHMARK(planImport)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+/// Whether the books would take that plan, each time asked anew.
+void tryImport(benchmark::State& state)
+{
+    const auto& books = BooksUnderTest::books(sizeOf(state));
+    const auto plan = LedgerImportCSV::plan(importFile(books, std::min<std::size_t>(sizeOf(state) / 2, 60'000)), books);
+    std::size_t refused = 0;
+    for (auto _ : state) {
+        const VisibleBooks visible{books};
+        refused = ImportDryRun::run(plan, visible, "2030-01-01").size();
+        benchmark::DoNotOptimize(refused);
+    }
+    state.counters["refused"] = static_cast<double>(refused);
+    BooksUnderTest::count(state, plan.inputs.size());
+}
+BENCHMARK(tryImport)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
+
+/// One key typed in the entry form: the command of the draft, and everything that speaks against it.
+void judgeDraft(benchmark::State& state)
+{
+    const auto& books = BooksUnderTest::books(sizeOf(state));
+    const auto income = std::ranges::find(books.transactions, EntryKind::income, &LedgerTransaction::kind);
+    TransactionDraft draft;
+    draft.kind = EntryKind::refund;
+    draft.date = income->date;
+    draft.source = income->legs.front().accountID;
+    draft.currency = income->legs.front().currency;
+    draft.amount = "1";
+    draft.originalIncomeID = income->id;
+    draft.refundReference = "R-1";
+    draft.idempotencyKey = "key";
+    const VisibleBooks visible{books};
+    benchmark::DoNotOptimize(EntryRules::input(draft, visible, draft.date, "en-US"));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(EntryRules::input(draft, visible, draft.date, "en-US"));
+}
+BENCHMARK(judgeDraft)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMicrosecond);
+
+/// The first question about refunds and the entry they name, for which the entries are passed over.
+void judgeFirstDraft(benchmark::State& state)
+{
+    const auto& books = BooksUnderTest::books(sizeOf(state));
+    for (auto _ : state) {
+        const VisibleBooks visible{books};
+        benchmark::DoNotOptimize(visible.entry("none"));
+        benchmark::DoNotOptimize(visible.hasRefunds("none"));
+    }
+}
+BENCHMARK(judgeFirstDraft)->Arg(10'000)->Arg(100'000)->Arg(1'000'000)->Unit(benchmark::kMillisecond);
 
 }

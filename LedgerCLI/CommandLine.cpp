@@ -213,13 +213,15 @@ private:
                                   const auto file = BookFiles::read(m_importPath, m_style.locale);
                                   if (!file)
                                       return std::unexpected(file.error());
-                                  return ImportPlanCommand::run(*file, books, m_style);
+                                  return ImportPlanCommand::run(*file, books, m_importDay, m_style);
                               });
         added->parse_complete_callback([this] {
             if (m_importPath == "-" && m_snapshotPath == "-")
                 throw CLI::ValidationError{"file", "standard input can give the snapshot or the file, not both"};
         });
         addFormat(*added);
+        added->add_option("--today", m_importDay, "The day on which the file would be sent; by default this day")
+            ->option_text("DAY");
         added->add_option("file", m_importPath, "The file, in the layout of the template; - for standard input")
             ->required()
             ->option_text("FILE");
@@ -279,6 +281,7 @@ private:
     OutputStyle m_style{.locale = terminalLocale()};
     std::string m_snapshotPath;
     std::string m_importPath;
+    std::string m_importDay = LedgerDay::localGregorian().day(std::chrono::system_clock::now());
     ExportCommand::Target m_target{.path = {},
                                    .today = LedgerDay::localGregorian().day(std::chrono::system_clock::now())};
     LedgerExportScope m_scope;

@@ -55,6 +55,7 @@ const WordTable& table()
          "Bản chụp này không có dữ liệu cổ tức.", "This snapshot holds no dividend records."},
         {"badDay", "日期无效或顺序颠倒：%1 至 %2。", "Tanggal tidak valid atau terbalik: %1 s.d. %2.",
          "Ngày không hợp lệ hoặc sai thứ tự: %1 đến %2.", "Not days, or in the wrong order: %1 to %2."},
+        {"noDay", "不是有效日期：%1", "Bukan tanggal: %1", "Không phải là ngày: %1", "Not a day: %1"},
         {"invalidAmount", "金额必须大于零且不超过上限。", "Jumlah harus lebih dari nol dan tidak melebihi batas.",
          "Số tiền phải lớn hơn 0 và không vượt giới hạn.",
          "The amount must be above zero and within the supported range."},

@@ -28,7 +28,7 @@ _tallyfold_cli()
     case $command in
     balances) options="--snapshot --format --locale --help" ;;
     report) options="--snapshot --currency --from --to --by --account --format --locale --help" ;;
-    import-plan) options="--snapshot --format --locale --help" ;;
+    import-plan) options="--snapshot --today --format --locale --help" ;;
     template) options="--out --locale --help" ;;
     allocate) options="--snapshot --total --currency --share --format --locale --help" ;;
     export)

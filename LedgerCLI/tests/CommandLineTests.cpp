@@ -43,6 +43,11 @@ LedgerSnapshot books()
     return built;
 }
 
+/// The import template, as it was agreed.
+constexpr std::string_view importHeader =
+    "\xEF\xBB\xBF\"日期 Date\",\"类型 Type\",\"账户 Account\",\"币种 Currency\",\"金额 Amount\",\"分类 Category\","
+    "\"备注 Note\",\"目标账户 Target Account\",\"目标币种 Target Currency\",\"目标金额 Target Amount\"\r\n";
+
 /// A folder with the books in "books.json", removed at the end.
 class CommandLineProgram : public testing::Test {
 protected:
@@ -154,7 +159,7 @@ TEST_F(CommandLineProgram, ExportsTheBytesOfTheWindow)
     EXPECT_EQ(std::ranges::count(read("quillet-ledger-2024-02-01.csv"), '\n'), 2);
     EXPECT_EQ(run({"export", "dividends", "--snapshot", "books.json", "--out", "-"}).output,
               DividendCSV::render(*books().dividends, "en-US"));
-    EXPECT_EQ(run({"template", "--out", "-"}).output, LedgerImportCSV::templateText());
+    EXPECT_EQ(run({"template", "--out", "-"}).output, importHeader);
 }
 
 TEST_F(CommandLineProgram, WritesThroughLinksAndPipesAndKeepsTheRightsOfAFile)
@@ -165,7 +170,7 @@ TEST_F(CommandLineProgram, WritesThroughLinksAndPipesAndKeepsTheRightsOfAFile)
     fs::create_symlink("kept.csv", path("link.csv"));
     EXPECT_EQ(run({"template", "--out", "link.csv"}).code, 0);
     EXPECT_TRUE(fs::is_symlink(path("link.csv")));
-    EXPECT_EQ(read("kept.csv"), LedgerImportCSV::templateText());
+    EXPECT_EQ(read("kept.csv"), importHeader);
     EXPECT_EQ(fs::status(path("kept.csv")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 
     ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
@@ -175,35 +180,61 @@ TEST_F(CommandLineProgram, WritesThroughLinksAndPipesAndKeepsTheRightsOfAFile)
     std::string received(4096, '\0');
     received.resize(static_cast<std::size_t>(std::max<ssize_t>(::read(pipe, received.data(), received.size()), 0)));
     close(pipe);
-    EXPECT_EQ(received, LedgerImportCSV::templateText());
+    EXPECT_EQ(received, importHeader);
     EXPECT_TRUE(fs::is_fifo(path("pipe")));
 }
 
 TEST_F(CommandLineProgram, PlansAnImportAsTheInterfaceDoes)
 {
-    const auto good = LedgerImportCSV::templateText() + "2024-05-01,Income,bank,USD,5,Sales,x,,,\r\n";
+    const auto good = std::string{importHeader} + "2024-05-01,Income,bank,USD,5,Sales,x,,,\r\n";
     write("good.csv", good);
     const auto planned = run({"import-plan", "good.csv", "--snapshot", "books.json", "--format", "json"});
     EXPECT_EQ(planned.code, 0) << planned.errors;
-    EXPECT_EQ(planned.output, Json::encode(LedgerImportCSV::plan(good, books())) + "\n");
-    EXPECT_NE(planned.output.find(R"("amountMinor":500)"), std::string::npos);
+    EXPECT_EQ(planned.output, R"({"inputs":[{"kind":"income","date":"2024-05-01","note":"x","categoryID":"sales",)"
+                              R"("targetAccountID":"bank","currency":"USD","amountMinor":500,"attachmentIDs":[],)"
+                              R"("idempotencyKey":"218fbd92-ae57-5839-9111-27e3fbba14a0"}],"issues":[],"refusals":[],)"
+                              R"("malformed":false})"
+                              "\n");
     EXPECT_EQ(run({"import-plan", "good.csv", "--snapshot", "books.json"}).output, "1 records are ready to import.\n");
 
-    write("bad.csv", LedgerImportCSV::templateText() + "2024-05-01,Income,bank,USD,0,Sales,x,,,\r\n");
+    write("bad.csv", std::string{importHeader} + "2024-05-01,Income,bank,USD,0,Sales,x,,,\r\n");
     const auto refused = run({"import-plan", "bad.csv", "--snapshot", "books.json"});
     EXPECT_EQ(refused.code, 6);
     EXPECT_EQ(refused.output, "1 issues found; no data has been written.\n\n"
                               "Line  Value  Problem\n"
                               "   2  0      Amount must be a valid number greater than zero.\n");
     EXPECT_EQ(run({"import-plan", "bad.csv", "--snapshot", "books.json", "--format", "json"}).output,
-              R"({"inputs":[],"issues":[{"line":2,"message":"amount","value":"0"}],"malformed":false})"
+              R"({"inputs":[],"issues":[{"line":2,"message":"amount","value":"0"}],"refusals":[],"malformed":false})"
               "\n");
 
     write("large.csv", std::string(LedgerImportCSV::maximumFileSize + 1, 'x'));
     const auto tooLarge = run({"import-plan", "large.csv", "--snapshot", "books.json", "--format", "json"});
     EXPECT_EQ(tooLarge.code, 6);
-    EXPECT_EQ(tooLarge.output, R"({"inputs":[],"issues":[{"line":1,"message":"fileSize"}],"malformed":true})"
-                               "\n");
+    EXPECT_EQ(tooLarge.output,
+              R"({"inputs":[],"issues":[{"line":1,"message":"fileSize"}],"refusals":[],"malformed":true})"
+              "\n");
+}
+
+TEST_F(CommandLineProgram, NamesTheRowsThatTheServiceWouldRefuse)
+{
+    write("late.csv", std::string{importHeader} + "2024-05-01,Income,bank,USD,5,Sales,x,,,\r\n"
+                                                  "2024-05-03,Income,bank,USD,5,Sales,x,,,\r\n");
+    const std::vector<std::string> plan{"import-plan", "late.csv", "--snapshot", "books.json", "--today", "2024-05-01"};
+    const auto refused = run(plan);
+    EXPECT_EQ(refused.code, 6);
+    EXPECT_EQ(refused.output, "1 issues found; no data has been written.\n\n"
+                              "Line  Value  Problem\n"
+                              "   3         The day cannot be later than tomorrow.\n");
+    auto asJson = plan;
+    asJson.insert(asJson.end(), {"--format", "json", "--locale", "id"});
+    EXPECT_NE(run(asJson).output.find(R"("issues":[],"refusals":[{"line":3,"message":"inFuture",)"
+                                      R"("text":"Tanggal tidak boleh lebih dari besok."}],"malformed":false})"),
+              std::string::npos);
+    auto nextDay = plan;
+    nextDay.back() = "2024-05-02";
+    EXPECT_EQ(run(nextDay).code, 0);
+    nextDay.back() = "2024-02-30";
+    EXPECT_EQ(run(nextDay).code, 2);
 }
 
 TEST_F(CommandLineProgram, SplitsADividend)
@@ -232,7 +263,7 @@ TEST_F(CommandLineProgram, SaysByItsExitCodeWhatWentWrong)
 {
     write("broken.json", R"({"company":)");
     write("marked.json", "\xEF\xBB\xBF" + read("books.json"));
-    write("empty.csv", LedgerImportCSV::templateText());
+    write("empty.csv", importHeader);
     auto silent = books();
     silent.currentMember.permissions = {"viewCompany"};
     write("silent.json", Json::encode(silent));

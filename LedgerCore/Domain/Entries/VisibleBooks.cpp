@@ -20,6 +20,8 @@ using ByID = boost::unordered_flat_map<std::string_view, const Row*>;
 
 using Place = std::pair<std::string, std::string>; // account and currency
 
+using PlaceView = std::pair<std::string_view, std::string_view>;
+
 /// The refunds that are not reversed.
 struct Refunds {
     boost::unordered_flat_map<std::string_view, std::vector<const LedgerTransaction*>> byIncome;
@@ -55,6 +57,19 @@ Refunds refundsIn(const std::vector<LedgerTransaction>& entries)
             refunds.references.insert(EntryReference::folded(*entry.externalReference));
     }
     return refunds;
+}
+
+/// Where openings that are not reversed stand.
+std::set<PlaceView> openedIn(const std::vector<LedgerTransaction>& entries)
+{
+    std::set<PlaceView> places;
+    for (const auto& entry : entries) {
+        if (entry.kind != EntryKind::opening || entry.reversedBy)
+            continue;
+        for (const auto& leg : entry.legs)
+            places.emplace(leg.accountID, leg.currency);
+    }
+    return places;
 }
 
 /// The account behind a destination that the member does not see, as far as rules about it need it.
@@ -104,6 +119,7 @@ struct VisibleBooks::Gathered {
     // Each from a pass over all entries, made when it is first needed.
     std::optional<ByID<LedgerTransaction>> entries;
     std::optional<Refunds> refunds;
+    std::optional<std::set<PlaceView>> opened;
     std::map<Place, OpeningBalanceEligibility> openings;
     std::map<Place, bool> moved;
 
@@ -169,6 +185,14 @@ bool VisibleBooks::hasRefunds(std::string_view entryID) const
 bool VisibleBooks::isReferenceUsed(std::string_view reference) const
 {
     return m_gathered->allRefunds().references.contains(EntryReference::folded(reference));
+}
+
+bool VisibleBooks::hasOpening(std::string_view accountID, std::string_view currency) const
+{
+    auto& opened = m_gathered->opened;
+    if (!opened)
+        opened = openedIn(m_gathered->snapshot.transactions);
+    return opened->contains({accountID, currency});
 }
 
 const OpeningBalanceEligibility& VisibleBooks::opening(std::string_view accountID, std::string_view currency) const

@@ -39,6 +39,9 @@ public:
     /// Whether a refund that is not reversed carries this reference, in whichever case.
     [[nodiscard]] bool isReferenceUsed(std::string_view reference) const;
 
+    /// Whether an opening that is not reversed stands on the account in the currency.
+    [[nodiscard]] bool hasOpening(std::string_view accountID, std::string_view currency) const;
+
     [[nodiscard]] const OpeningBalanceEligibility& opening(std::string_view accountID, std::string_view currency) const;
 
     /// False for an account that names no balance in the currency although visible entries move it there.

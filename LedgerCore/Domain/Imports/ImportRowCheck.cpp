@@ -3,8 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include <fmt/format.h>
+
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
@@ -35,20 +38,43 @@ constexpr std::array kindWords{
 constexpr std::string_view amountLocale = "en-US";
 constexpr std::string_view twoDecimalCurrency = "USD"; // no currency has more decimals
 
+std::string lowerCase(std::string_view word)
+{
+    std::string text{word};
+    std::ranges::transform(text, text.begin(), [](char each) {
+        return each >= 'A' && each <= 'Z' ? static_cast<char>(each - 'A' + 'a') : each;
+    });
+    return text;
+}
+
+/// Currency codes are in capitals; people write "usd" as well.
+std::string upperCase(std::string_view word)
+{
+    std::string text{word};
+    std::ranges::transform(text, text.begin(), [](char each) {
+        return each >= 'a' && each <= 'z' ? static_cast<char>(each - 'a' + 'A') : each;
+    });
+    return text;
+}
+
 /// Names are unique only as long as one record bears them.
 template <class Names, class Record>
 void addName(Names& names, std::string_view name, const Record& record)
 {
-    name = TextFold::trimmed(name);
-    const auto [at, fresh] = names.try_emplace(name, &record);
+    const auto [at, fresh] = names.try_emplace(typename Names::key_type{TextFold::trimmed(name)}, &record);
     if (!fresh && at->second != &record)
         at->second = nullptr;
+}
+
+std::string pathOf(std::string_view parent, std::string_view child)
+{
+    return fmt::format("{}\x1F{}", TextFold::trimmed(parent), TextFold::trimmed(child));
 }
 
 template <class Names>
 auto bearerOf(const Names& names, std::string_view name) -> typename Names::mapped_type
 {
-    const auto at = names.find(name);
+    const auto at = names.find(typename Names::key_type{name});
     return at == names.end() || name.empty() ? nullptr : at->second;
 }
 
@@ -61,13 +87,39 @@ ImportRowCheck::ImportRowCheck(const LedgerSnapshot& snapshot, LedgerImportPlan&
         if (snapshot.currentMember.can(AccountAction::view, each.id))
             addName(m_accounts, each.name, each);
     }
+    const CategoryDirectory directory{snapshot.categories};
     for (const auto& each : snapshot.categories) {
         auto& names = each.kind == EntryKind::income ? m_incomeCategories : m_expenseCategories;
         for (const auto& [language, name] : each.names) {
             if (!each.archived)
                 addName(names, name, each);
         }
+        if (const auto* const parent = each.archived ? nullptr : directory.parent(each))
+            addPaths(*parent, each);
     }
+}
+
+/// A child is also known behind its parent's name, both in one language.
+void ImportRowCheck::addPaths(const Category& parent, const Category& child)
+{
+    auto& paths = child.kind == EntryKind::income ? m_incomePaths : m_expensePaths;
+    for (const auto& [language, name] : child.names) {
+        if (const auto above = parent.names.find(language); above != parent.names.end())
+            addName(paths, pathOf(above->second, name), child);
+    }
+}
+
+/// "Parent / Child" as it is typed, or "Parent › Child" as the window writes it. Names may hold a stroke themselves.
+const Category* ImportRowCheck::categoryByPath(std::string_view entryKind, std::string_view path) const
+{
+    const auto& paths = entryKind == EntryKind::income ? m_incomePaths : m_expensePaths;
+    for (const std::string_view stroke : {"/", "›"}) {
+        for (auto at = path.find(stroke); at != std::string_view::npos; at = path.find(stroke, at + stroke.size())) {
+            if (const auto* found = bearerOf(paths, pathOf(path.substr(0, at), path.substr(at + stroke.size()))))
+                return found;
+        }
+    }
+    return nullptr;
 }
 
 const Account* ImportRowCheck::uniqueAccount(std::string_view name) const
@@ -77,7 +129,8 @@ const Account* ImportRowCheck::uniqueAccount(std::string_view name) const
 
 const Category* ImportRowCheck::uniqueCategory(std::string_view entryKind, std::string_view name) const
 {
-    return bearerOf(entryKind == EntryKind::income ? m_incomeCategories : m_expenseCategories, name);
+    const auto* const named = bearerOf(entryKind == EntryKind::income ? m_incomeCategories : m_expenseCategories, name);
+    return named ? named : categoryByPath(entryKind, name);
 }
 
 void ImportRowCheck::refuse(std::string_view issue, std::optional<Column> column)
@@ -91,6 +144,8 @@ void ImportRowCheck::check(int line, Cells cells, std::string identifier)
 {
     m_line = line;
     m_cells = cells.data();
+    m_currency = upperCase(cells[currency]);
+    m_targetCurrency = upperCase(cells[targetCurrency]);
     const auto issuesBefore = m_plan.issues.size();
 
     TransactionInput input;
@@ -99,7 +154,7 @@ void ImportRowCheck::check(int line, Cells cells, std::string identifier)
     const auto* source = checkedAccount();
     if (source != nullptr && !entryKind.empty())
         checkPermission(*source, entryKind);
-    const auto minor = checkedAmount(amount, cells[currency], "amount");
+    const auto minor = checkedAmount(amount, m_currency, "amount");
     if (entryKind == EntryKind::income || entryKind == EntryKind::expense)
         checkCategory(entryKind, input);
     if (entryKind == EntryKind::transfer)
@@ -116,10 +171,11 @@ void ImportRowCheck::check(int line, Cells cells, std::string identifier)
     input.note = cells[note];
     const bool arrives = entryKind == EntryKind::income || entryKind == EntryKind::opening;
     (arrives ? input.targetAccountID : input.sourceAccountID) = source->id;
-    input.currency = cells[currency];
+    input.currency = m_currency;
     input.amountMinor = *minor;
     input.idempotencyKey = std::move(identifier);
     m_plan.inputs.push_back(std::move(input));
+    m_plan.lines.push_back(line);
 }
 
 void ImportRowCheck::checkDate()
@@ -137,9 +193,7 @@ void ImportRowCheck::checkDate()
 
 std::string_view ImportRowCheck::checkedKind()
 {
-    std::string word{m_cells[kind]};
-    std::ranges::transform(word, word.begin(),
-                           [](char each) { return each >= 'A' && each <= 'Z' ? static_cast<char>(each + 32) : each; });
+    const auto word = lowerCase(m_cells[kind]);
     const auto known = std::ranges::find(kindWords, word, &KindWord::word);
     if (known != kindWords.end())
         return known->kind;
@@ -153,8 +207,7 @@ const Account* ImportRowCheck::checkedAccount()
     const auto* named = uniqueAccount(m_cells[account]);
     if (named == nullptr)
         refuse("account", account);
-    const auto code = m_cells[currency];
-    if (!CurrencyInfo::isSupported(code) || (named != nullptr && !named->holds(code)))
+    if (!CurrencyInfo::isSupported(m_currency) || (named != nullptr && !named->holds(m_currency)))
         refuse("currency", currency);
     return named;
 }
@@ -224,8 +277,8 @@ void ImportRowCheck::checkTransfer(const Account* source, TransactionInput& inpu
             input.transferPurpose = std::string{*purpose};
         input.targetAccountID = target->id;
     }
-    const bool held = target == nullptr || target->holds(m_cells[currency]) ||
-                      (source != nullptr && !source->holds(m_cells[currency])); // said of the source already
+    const bool held = target == nullptr || target->holds(m_currency) ||
+                      (source != nullptr && !source->holds(m_currency)); // said of the source already
     if (!held || !m_cells[targetCurrency].empty())
         refuse("targetCurrency", targetCurrency);
     if (!m_cells[targetAmount].empty())
@@ -238,12 +291,12 @@ void ImportRowCheck::checkExchange(TransactionInput& input)
     if (target != nullptr &&
         LedgerEntryAccess::whyNotRecord(*target, m_snapshot.currentMember, EntryKind::exchange).has_value())
         refuse("permission", targetAccount);
-    const auto code = m_cells[targetCurrency];
+    const auto& code = m_targetCurrency;
     const bool held = CurrencyInfo::isSupported(code) && (target == nullptr || target->holds(code));
-    if (!held || code == m_cells[currency])
+    if (!held || code == m_currency)
         refuse("targetCurrency", targetCurrency);
     input.targetAmountMinor = checkedAmount(targetAmount, code, "targetAmount");
-    input.targetCurrency = std::string{code};
+    input.targetCurrency = code;
     if (target != nullptr)
         input.targetAccountID = target->id;
 }

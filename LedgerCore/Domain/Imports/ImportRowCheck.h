@@ -9,7 +9,8 @@
 #include "LedgerCore/Domain/Imports/LedgerImportPlan.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
-/// Checks the rows of an import file, one after another, against the books, and adds what each comes to to the plan.
+/// Checks the rows of an import file, one after another, against the books, and adds what each would record to the
+/// plan.
 class ImportRowCheck {
 public:
     /// The columns of a row, in the order of the template.
@@ -36,6 +37,10 @@ private:
     template <class Record>
     using ByName = std::unordered_map<std::string_view, const Record*>; // null for a name that several bear
 
+    using ByPath = std::unordered_map<std::string, const Category*>; // the same, by parent and child
+
+    void addPaths(const Category& parent, const Category& child);
+    [[nodiscard]] const Category* categoryByPath(std::string_view entryKind, std::string_view path) const;
     [[nodiscard]] const Account* uniqueAccount(std::string_view name) const;
     [[nodiscard]] const Category* uniqueCategory(std::string_view entryKind, std::string_view name) const;
     void refuse(std::string_view issue, std::optional<Column> column);
@@ -56,8 +61,12 @@ private:
     ByName<Account> m_accounts; // those that the member sees
     ByName<Category> m_incomeCategories;
     ByName<Category> m_expenseCategories;
+    ByPath m_incomePaths;
+    ByPath m_expensePaths;
     std::string m_previousDate; // of the row before
 
     int m_line = 0;
     const std::string_view* m_cells = nullptr;
+    std::string m_currency; // in capitals
+    std::string m_targetCurrency;
 };

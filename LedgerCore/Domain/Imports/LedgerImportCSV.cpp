@@ -14,7 +14,7 @@ namespace {
 
 LedgerImportPlan malformed(std::string_view issue)
 {
-    return {.inputs = {}, .issues = {{.line = 1, .message = std::string{issue}}}, .malformed = true};
+    return {.inputs = {}, .lines = {}, .issues = {{.line = 1, .message = std::string{issue}}}, .malformed = true};
 }
 
 /// A header cell as it is compared: without byte-order marks anywhere and without blanks around.
@@ -27,13 +27,40 @@ std::string cleanedHeader(std::string_view cell)
     return std::string{TextFold::trimmed(text)};
 }
 
+/// Whether the first line would be a header if its separator were a comma.
+bool isHeaderSeparatedBy(char separator, std::string_view text)
+{
+    text = text.substr(0, text.find_first_of("\r\n"));
+    std::vector<std::string> cells;
+    for (const auto part : std::views::split(text, separator)) {
+        auto cell = cleanedHeader(std::string_view{part});
+        if (cell.size() >= 2 && cell.starts_with('"') && cell.ends_with('"'))
+            cell = cleanedHeader(std::string_view{cell}.substr(1, cell.size() - 2));
+        cells.push_back(std::move(cell));
+    }
+    return std::ranges::equal(cells, LedgerImportCSV::headers) ||
+           std::ranges::equal(cells, LedgerImportCSV::legacyHeaders);
+}
+
+/// Of a file whose header cannot be read. Where the columns are only separated otherwise, as spreadsheets do in
+/// Indonesia and Vietnam, the issue names the separator.
+LedgerImportPlan unread(std::string_view issue, std::string_view text)
+{
+    auto plan = malformed(issue);
+    for (const char separator : {';', '\t'}) {
+        if (isHeaderSeparatedBy(separator, text))
+            plan.issues.front().value = std::string(1, separator);
+    }
+    return plan;
+}
+
 /// A fault of the file outweighs its header, wherever it stands.
-LedgerImportPlan otherHeader(CsvReader& reader)
+LedgerImportPlan otherHeader(CsvReader& reader, std::string_view text)
 {
     auto outcome = CsvReader::Outcome::record;
     while (outcome == CsvReader::Outcome::record)
         outcome = reader.next();
-    return malformed(outcome == CsvReader::Outcome::fault ? "csv" : "header");
+    return unread(outcome == CsvReader::Outcome::fault ? "csv" : "header", text);
 }
 
 /// At most so many rows without a fault does the text hold, by its line feeds. What it says is never trusted with more
@@ -63,25 +90,27 @@ LedgerImportPlan LedgerImportCSV::plan(std::string_view data, const LedgerSnapsh
     CsvReader reader{data};
     auto outcome = reader.next();
     if (outcome == CsvReader::Outcome::fault)
-        return malformed("csv");
+        return unread("csv", data);
     const bool legacy = matches(reader.fields(), legacyHeaders);
     if (!legacy && !matches(reader.fields(), headers))
-        return otherHeader(reader);
+        return otherHeader(reader, data);
 
     const std::size_t ownColumns = legacy ? 1 : 0;
     const auto columns = headers.size() + ownColumns;
     const auto expected = rowsExpected(data);
     LedgerImportPlan plan;
     plan.inputs.reserve(expected);
+    plan.lines.reserve(expected);
     ImportRowCheck rows{snapshot, plan};
     ImportRowIdentity identity{snapshot.company.id, expected};
     std::vector<std::string_view> cells;
     for (int line = 2; (outcome = reader.next()) == CsvReader::Outcome::record; ++line) {
         cells.clear();
         std::ranges::transform(reader.fields(), std::back_inserter(cells), TextFold::trimmed);
-        auto identifier = identity.next(cells);
+        if (std::ranges::all_of(cells, &std::string_view::empty))
+            continue; // spreadsheets leave such rows behind; there is nothing in them to record
         if (cells.size() == columns)
-            rows.check(line, std::span{cells}.subspan(ownColumns).first<headers.size()>(), std::move(identifier));
+            rows.check(line, std::span{cells}.subspan(ownColumns).first<headers.size()>(), identity.next(cells));
         else
             plan.issues.push_back({.line = line, .message = "columns"});
     }

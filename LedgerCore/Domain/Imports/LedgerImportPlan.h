@@ -20,7 +20,8 @@ BOOST_DESCRIBE_STRUCT(LedgerImportIssue, (), (line, message, value))
 
 /// What an import file asks to record. Anything but an empty list of issues means that nothing is sent.
 struct LedgerImportPlan {
-    std::vector<TransactionInput> inputs; // one a faultless row, in file order
+    std::vector<TransactionInput> inputs; // one for each faultless row, in file order
+    std::vector<int> lines;               // the record of the file that each input was read from
     std::vector<LedgerImportIssue> issues;
     bool malformed = false; // the file as a whole could not be read, so no row was checked
 

@@ -1,5 +1,6 @@
 #include "LedgerCore/Domain/Imports/LedgerImportWords.h"
 
+#include "LedgerCore/Domain/Imports/LedgerImportPlan.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 
@@ -12,6 +13,10 @@ const WordTable& LedgerImportWords::table()
          "Định dạng dấu ngoặc kép hoặc xuống dòng của CSV không hợp lệ.", "The CSV quoting or line format is invalid."},
         {"header", "表头与下载的模板不一致。", "Baris judul tidak sesuai dengan templat yang diunduh.",
          "Hàng tiêu đề không khớp với mẫu đã tải xuống.", "The header does not match the downloaded template."},
+        {"separator", "文件没有用逗号分隔各列。请将其另存为以逗号分隔的 CSV。",
+         "Kolom dalam berkas tidak dipisahkan dengan koma. Simpan sebagai CSV yang dipisahkan koma.",
+         "Các cột trong tệp không được ngăn cách bằng dấu phẩy. Hãy lưu thành CSV ngăn cách bằng dấu phẩy.",
+         "The columns of the file are not separated by commas. Save it as CSV separated by commas."},
         {"columns", "列数不正确。", "Jumlah kolom tidak benar.", "Số cột không đúng.",
          "The column count is incorrect."},
         {"date", "日期无效，请使用 YYYY-MM-DD 格式。", "Tanggal tidak valid; gunakan YYYY-MM-DD.",
@@ -59,6 +64,11 @@ const WordTable& LedgerImportWords::table()
          "The file cannot exceed 5 MB."},
     };
     return words;
+}
+
+std::string_view LedgerImportWords::text(const LedgerImportIssue& issue, std::string_view locale)
+{
+    return text(issue.line == 1 && issue.value ? std::string_view{"separator"} : issue.message, locale);
 }
 
 std::string_view LedgerImportWords::text(std::string_view key, std::string_view locale)

@@ -8,6 +8,7 @@
 #include "LedgerCore/Domain/Imports/LedgerImportWords.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
+#include "LedgerCore/Domain/testing/WordTableAudit.h"
 
 namespace {
 
@@ -48,7 +49,13 @@ LedgerSnapshot books()
                            category("rent", "expense", {{"en-US", "Rent"}, {"id-ID", "Rent"}}),
                            category("misc1", "expense", {{"en-US", "Other"}}),
                            category("misc2", "expense", {{"vi-VN", "Other"}}),
-                           category("gone", "expense", {{"en-US", "Gone"}})};
+                           category("gone", "expense", {{"en-US", "Gone"}}),
+                           category("office", "expense", {{"en-US", "Office"}, {"zh-CN", "办公"}}),
+                           category("travel", "expense", {{"en-US", "Travel"}}),
+                           category("paper1", "expense", {{"en-US", "Paper"}, {"zh-CN", "纸张"}}),
+                           category("paper2", "expense", {{"en-US", "Paper"}, {"zh-CN", "纸张"}})};
+    snapshot.categories[7].parentID = "office";
+    snapshot.categories[8].parentID = "travel";
     snapshot.categories[4].archived = true;
     auto& member = snapshot.currentMember;
     member.id = "me";
@@ -99,6 +106,12 @@ INSTANTIATE_TEST_SUITE_P(
         RowCase{"Opening", "2026-01-05,opening balance,Cash,USD,1,,,,,", ""},
         RowCase{"Transfer", "2026-01-05,Transfer,Bank,USD,1,,,Cash,,", ""},
         RowCase{"Exchange", "2026-01-05,换汇,Bank,USD,1,,,Bank,JPY,150", ""},
+        RowCase{"CurrencyInSmallLetters", "2026-01-05,Exchange,Bank,jpy,150,,,Cash,usd,1", ""},
+        RowCase{"CategoryBehindItsParent", "2026-01-05,Expense,Bank,USD,1,Office / Paper,,,,", ""},
+        RowCase{"CategoryAsTheWindowWritesIt", "2026-01-05,Expense,Bank,USD,1,Travel › Paper,,,,", ""},
+        RowCase{"CategoryBehindItsParentInChinese", "2026-01-05,Expense,Bank,USD,1,办公/纸张,,,,", ""},
+        RowCase{"ChildNameUnderTwoParents", "2026-01-05,Expense,Bank,USD,1,Paper,,,,", "2:category"},
+        RowCase{"CategoryBehindAnotherParent", "2026-01-05,Expense,Bank,USD,1,Rent / Paper,,,,", "2:category"},
         RowCase{"TooFewColumns", "2026-01-05,Income,Bank,USD,12.50,Sales,,,", "2:columns"},
         RowCase{"NoSuchDay", "2026-02-29,Income,Bank,USD,1,Sales,,,,", "2:date"},
         RowCase{"OtherDateForm", "05/01/2026,Income,Bank,USD,1,Sales,,,,", "2:date"},
@@ -268,12 +281,38 @@ TEST(LedgerImport, AcceptsTheEarlierTemplateAndUntidyHeaders)
     EXPECT_EQ(marked.inputs.size(), 1);
 }
 
+TEST(LedgerImport, PassesOverRowsInWhichNothingStands)
+{
+    const auto plan = planRows(",,,,,,,,,\n \n" + saleRow + " , ,,,,,,,,\n\n" + saleRow + "x\n");
+    EXPECT_EQ(issues(plan), "8:columns");
+    EXPECT_EQ(plan.lines, (std::vector<int>{4, 7}));
+    EXPECT_EQ(plan.inputs[1].idempotencyKey, "9eecdb42-bacc-538d-bdd9-9b0c60f213dc"); // as without them
+
+    const auto blank = planRows(std::string(100'000, '\n') + saleRow);
+    EXPECT_EQ(blank.issues.size(), 0);
+    EXPECT_EQ(blank.lines, (std::vector<int>{100'002}));
+}
+
+TEST(LedgerImport, NamesTheSeparatorThatIsNoComma)
+{
+    auto semicolons = std::string{header};
+    std::ranges::replace(semicolons, ',', ';');
+    auto quoted = "\xEF\xBB\xBF" + LedgerImportCSV::templateText().substr(3);
+    std::ranges::replace(quoted, ',', ';');
+    for (const auto& [text, key] : {std::pair{semicolons + "2026-01-05;Income\n", "header"}, {quoted, "csv"}}) {
+        const auto plan = LedgerImportCSV::plan(text, books());
+        ASSERT_EQ(plan.issues.size(), 1);
+        EXPECT_EQ(plan.issues[0], (LedgerImportIssue{.line = 1, .message = key, .value = ";"}));
+        EXPECT_EQ(LedgerImportWords::text(plan.issues[0], "en"),
+                  "The columns of the file are not separated by commas. Save it as CSV separated by commas.");
+    }
+    EXPECT_EQ(LedgerImportWords::text(LedgerImportCSV::plan("date;type\n", books()).issues[0], "en"),
+              "The header does not match the downloaded template.");
+}
+
 TEST(LedgerImport, WordsEveryIssueInFourLanguages)
 {
-    for (const auto& row : LedgerImportWords::table().rows()) {
-        for (const auto text : {row.chinese, row.indonesian, row.vietnamese, row.english})
-            EXPECT_FALSE(text.empty()) << row.key;
-    }
+    EXPECT_EQ(auditWords(LedgerImportWords::table()), std::vector<std::string>{});
     for (const auto& issue : planRows("x,Refund,z,w,v,u,,,,\n1\n2026-01-05,Exchange,Bank,USD,1,,,,,\n").issues)
         EXPECT_TRUE(LedgerImportWords::table().contains(issue.message)) << issue.message;
     EXPECT_EQ(LedgerImportWords::text("header", "id_ID"), "Baris judul tidak sesuai dengan templat yang diunduh.");

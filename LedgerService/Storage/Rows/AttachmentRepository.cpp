@@ -22,7 +22,8 @@ const auto selectAttachment = fmt::format("{} AND id = :attachment", selectColum
 const auto selectAttachments = fmt::format("{} ORDER BY transaction_id, position", selectColumns);
 const auto selectUploaded =
     fmt::format("{} AND member_id = :member AND uploaded_change > :after AND uploaded_change <= :last", selectColumns);
-const auto selectLinked = fmt::format("{} AND linked_change > 0 AND linked_change > :after AND linked_change <= :last", selectColumns);
+const auto selectLinked =
+    fmt::format("{} AND linked_change > 0 AND linked_change > :after AND linked_change <= :last", selectColumns);
 
 constexpr auto countLoose = R"sql(
     SELECT COUNT(*) FROM attachments WHERE company_id = :company AND member_id = :member AND linked_change = 0
