@@ -10,6 +10,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Entries/EntryReference.h"
 #include "LedgerCore/Domain/Money/Money.h"
 
 namespace LedgerService {
@@ -156,7 +157,7 @@ private:
             found("entry {}: a refund of nothing", entry.id);
         if (entry.reversedBy)
             return;
-        if (entry.externalReference && !m_references.insert(*entry.externalReference).second)
+        if (entry.externalReference && !m_references.insert(EntryReference::folded(*entry.externalReference)).second)
             found("entry {}: the reference '{}' is refunded twice", entry.id, *entry.externalReference);
         if (!entry.originalTransactionID)
             return;
@@ -246,7 +247,7 @@ private:
     std::map<AccountCurrency, std::int64_t> m_sums;
     std::map<AccountCurrency, std::int64_t> m_refundable; // income id and currency: received less refunded
     std::set<AccountCurrency> m_opened;
-    std::set<std::string_view> m_references;
+    std::set<std::string> m_references; // folded
 };
 
 }

@@ -1,5 +1,7 @@
 #include "LedgerService/Books/PostingRows.h"
 
+#include <algorithm>
+
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Entries/EntryDays.h"
 #include "LedgerCore/Domain/Entries/EntryReference.h"
@@ -77,6 +79,15 @@ PostingContext PostingRows::context(const TransactionInput& input) const
     for (const auto& attachment : attachments)
         receipts.push_back(&attachment);
     return context;
+}
+
+bool isRecordOf(const LedgerTransaction& entry, const TransactionInput& input, const PostingRows& rows)
+{
+    const auto asked = entryOf(input, rows);
+    const bool seen =
+        std::ranges::any_of(entry.legs, [&](const auto& leg) { return rows.member.can("view", leg.accountID); });
+    return seen && entry.kind == asked.kind && entry.date == asked.date && entry.note == asked.note &&
+           entry.categoryID == asked.categoryID && entry.legs == asked.legs;
 }
 
 std::expected<EntryChange, Refusal> decide(const TransactionInput& input, const PostingRows& rows)

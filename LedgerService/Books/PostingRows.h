@@ -40,6 +40,9 @@ struct PostingRows {
     [[nodiscard]] PostingContext context(const TransactionInput& input) const;
 };
 
+/// Whether a recorded entry that the member sees says what this command asks for.
+bool isRecordOf(const LedgerTransaction& entry, const TransactionInput& input, const PostingRows& rows);
+
 /// Decides an entry by `PostingRules`: all that must be written, or the first thing that is wrong.
 std::expected<EntryChange, Refusal> decide(const TransactionInput& input, const PostingRows& rows);
 

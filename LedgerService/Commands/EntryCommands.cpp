@@ -4,6 +4,7 @@
 
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Entries/EntryReference.h"
+#include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
 #include "LedgerService/Books/PostingRows.h"
 #include "LedgerService/Books/ReversalRows.h"
 #include "LedgerService/Random.h"
@@ -114,7 +115,15 @@ std::expected<LedgerTransaction, Refusal> apply(const Act& act, std::expected<En
 
 std::expected<LedgerTransaction, Refusal> EntryCommands::post(const Act& act, const TransactionInput& input)
 {
-    return apply(act, decide(input, rowsOf(act, input)));
+    auto rows = rowsOf(act, input);
+    if (ImportRowIdentity::isIdentifier(input.idempotencyKey)) {
+        auto recorded = EntryRepository::find(act.connection, act.companyID, input.idempotencyKey);
+        if (recorded && isRecordOf(*recorded, input, rows))
+            return *std::move(recorded);
+        if (!recorded)
+            rows.entryID = input.idempotencyKey;
+    }
+    return apply(act, decide(input, rows));
 }
 
 std::expected<LedgerTransaction, Refusal> EntryCommands::reverse(const Act& act, std::string_view originalID,

@@ -25,6 +25,8 @@ struct Act {
     const std::string& now;   // stamp
 };
 
+/// A command whose key is the identifier of a row of an import becomes the entry of that id. When somebody else has
+/// sent the row already, the entry that it became is answered, and nothing is recorded.
 std::expected<LedgerTransaction, Refusal> post(const Act& act, const TransactionInput& input);
 
 std::expected<LedgerTransaction, Refusal> reverse(const Act& act, std::string_view originalID, const Reversal& command);

@@ -82,6 +82,18 @@ TEST(EntryRoutes, KeepKeysApartByMember)
     EXPECT_EQ(service.snapshotOf("rudi").account("float")->balance("IDR"), 15'000);
 }
 
+TEST(EntryRoutes, RecordARowOfAnImportOnceWhoeverSendsIt)
+{
+    TestService service;
+    const std::string row = "c115378a-9008-5529-9469-e9ae5ff9ab43";
+    const auto first = service.as("mira", "POST", path, bodyOf(SampleBooks::income(5'000), row));
+    ASSERT_EQ(first.status, 200) << first.body;
+    EXPECT_EQ(Json::decode<LedgerTransaction>(first.body)->id, row);
+    EXPECT_EQ(service.as("guest", "POST", path, bodyOf(SampleBooks::income(5'000), row)).body, first.body);
+    EXPECT_EQ(service.as("rudi", "POST", path, bodyOf(SampleBooks::income(5'000), row)).code(), "not_found");
+    EXPECT_EQ(service.snapshotOf("mira").account("bank")->balance("IDR"), 1'005'000);
+}
+
 TEST(EntryRoutes, LetARefusedCommandBeMendedWithItsKey)
 {
     TestService service;
@@ -134,11 +146,14 @@ TEST(EntryRoutes, RememberRefundsReferencesAndOpenings)
     auto referenced = SampleBooks::refund(1'000);
     referenced.originalTransactionID.reset();
     referenced.externalReference = "BANK-77";
+    auto inSmallLetters = referenced;
+    inSmallLetters.externalReference = "bank-77";
     const RefundStep steps[] = {
         {"most of the sale", SampleBooks::refund(45'000), ""},
         {"more than the rest", SampleBooks::refund(35'001), "refund_limit"},
         {"by reference", referenced, ""},
         {"the reference again", referenced, "duplicate_refund"},
+        {"the reference in small letters", inSmallLetters, "duplicate_refund"},
         {"the branch's opening", SampleBooks::opening(), ""},
         {"a second opening", SampleBooks::opening(), "financial_opening_exists"},
     };

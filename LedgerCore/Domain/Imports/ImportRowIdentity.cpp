@@ -1,5 +1,6 @@
 #include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstring>
@@ -78,6 +79,17 @@ ImportRowIdentity::ImportRowIdentity(std::string_view companyID, std::size_t row
 }
 
 ImportRowIdentity::~ImportRowIdentity() = default;
+
+bool ImportRowIdentity::isIdentifier(std::string_view text)
+{
+    constexpr std::string_view form = "00000000-0000-5000-v000-000000000000";
+    const auto fits = [](char each, char place) {
+        if (place == '0')
+            return (each >= '0' && each <= '9') || (each >= 'a' && each <= 'f');
+        return place == 'v' ? std::string_view{"89ab"}.contains(each) : each == place;
+    };
+    return text.size() == form.size() && std::ranges::equal(text, form, fits);
+}
 
 std::string ImportRowIdentity::next(std::span<const std::string_view> cells)
 {

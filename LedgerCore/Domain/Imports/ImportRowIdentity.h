@@ -17,6 +17,9 @@ public:
     /// The identifier of the next row, as a UUID text.
     std::string next(std::span<const std::string_view> cells);
 
+    /// Whether the text has the form of such an identifier; the keys that people's own entries get have another.
+    static bool isIdentifier(std::string_view text);
+
 private:
     struct State;
     std::unique_ptr<State> m_state;

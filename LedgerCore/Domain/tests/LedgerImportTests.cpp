@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
 #include "LedgerCore/Domain/Imports/LedgerImportWords.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
@@ -244,6 +245,10 @@ TEST(LedgerImport, GivesRowsTheIdentifiersOfTheirContent)
     EXPECT_EQ(plan.inputs[0].idempotencyKey, "c115378a-9008-5529-9469-e9ae5ff9ab43");
     EXPECT_EQ(plan.inputs[1].idempotencyKey, "9eecdb42-bacc-538d-bdd9-9b0c60f213dc");
     EXPECT_EQ(planRows(saleRow + saleRow), plan);
+    EXPECT_TRUE(ImportRowIdentity::isIdentifier(plan.inputs[0].idempotencyKey));
+    for (const auto* other : {"c115378a-9008-4529-9469-e9ae5ff9ab43", "C115378A-9008-5529-9469-E9AE5FF9AB43",
+                              "c115378a-9008-5529-c469-e9ae5ff9ab43", "c115378a-9008-5529-9469-e9ae5ff9ab4", ""})
+        EXPECT_FALSE(ImportRowIdentity::isIdentifier(other)) << other;
 
     auto other = books();
     other.company.id = "公司";

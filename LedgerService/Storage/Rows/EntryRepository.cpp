@@ -79,7 +79,8 @@ constexpr auto selectRefunded = R"sql(
 
 constexpr auto selectReferenceUse = R"sql(
     SELECT e.id FROM entries e
-    WHERE e.company_id = :company AND e.external_reference = :reference AND e.kind = 'refund'
+    WHERE e.company_id = :company AND lower(e.external_reference) = lower(:reference)
+        AND e.kind = 'refund' AND e.external_reference IS NOT NULL
         AND NOT EXISTS (SELECT 1 FROM entries r WHERE r.company_id = e.company_id AND r.reversal_of = e.id)
 )sql";
 

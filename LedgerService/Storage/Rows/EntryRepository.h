@@ -48,7 +48,7 @@ MinorByCurrency refunded(Connection& connection, std::string_view companyID, std
 
 bool hasOpenRefunds(Connection& connection, std::string_view companyID, std::string_view originalID);
 
-/// Whether a refund that is not reversed carries this reference.
+/// Whether a refund that is not reversed carries this reference, in whichever case.
 bool isReferenceUsed(Connection& connection, std::string_view companyID, std::string_view reference);
 
 /// The openings of the account and currency that are not reversed.

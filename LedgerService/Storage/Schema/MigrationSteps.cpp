@@ -261,11 +261,21 @@ constexpr std::array strictness{
         CASE WHEN substr(outcome, 1, 1) = '{' THEN json_extract(outcome, '$.id') ELSE outcome END)sql",
 };
 
+// References of refunds are compared without regard to case.
+constexpr std::array foldedReferences{
+    R"sql(
+    DROP INDEX refunds_by_reference)sql",
+    R"sql(
+    CREATE INDEX refunds_by_folded_reference ON entries (company_id, lower(external_reference))
+        WHERE kind = 'refund' AND external_reference IS NOT NULL)sql",
+};
+
 // Tables of later steps say STRICT themselves.
 constexpr std::array steps{
     MigrationSteps::Step{firstSchema},
     MigrationSteps::Step{fragments},
     MigrationSteps::Step{strictness, StrictTables::makeAll},
+    MigrationSteps::Step{foldedReferences},
 };
 
 }
