@@ -2,6 +2,7 @@
 
 #include "LedgerCLI/BookFiles.h"
 #include "LedgerCLI/CommandWords.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Exports/CapitalCSV.h"
 #include "LedgerCore/Domain/Exports/DividendCSV.h"
@@ -42,6 +43,8 @@ CommandResult ExportCommand::ledger(const LedgerSnapshot& snapshot, LedgerExport
 
 CommandResult ExportCommand::capital(const LedgerSnapshot& snapshot, const Target& target, std::string_view locale)
 {
+    if (!MemberRights::canExportCapital(snapshot.currentMember))
+        return refusal("exportForbidden", locale);
     if (!snapshot.capital)
         return refusal("noCapital", locale);
     return write(target, CapitalCSV::fileName(target.today), CapitalCSV::render(*snapshot.capital), locale);
@@ -49,6 +52,8 @@ CommandResult ExportCommand::capital(const LedgerSnapshot& snapshot, const Targe
 
 CommandResult ExportCommand::dividends(const LedgerSnapshot& snapshot, const Target& target, std::string_view locale)
 {
+    if (!MemberRights::canExportDividends(snapshot.currentMember))
+        return refusal("exportForbidden", locale);
     if (!snapshot.dividends)
         return refusal("noDividends", locale);
     return write(target, DividendCSV::fileName(target.today), DividendCSV::render(*snapshot.dividends, locale), locale);
