@@ -164,6 +164,25 @@ TEST_F(CommandLineProgram, WritesTheFilesThatTheWindowExports)
     EXPECT_EQ(run({"template", "--out", "-"}).output, importHeader);
 }
 
+TEST_F(CommandLineProgram, ExportsOwnersMoneyOnlyForThoseWhoMay)
+{
+    auto held = books();
+    held.capital.emplace();
+    const auto with = [&](std::vector<std::string> permissions, const std::string& file) {
+        held.currentMember.permissions = std::move(permissions);
+        write("rights.json", Json::encode(held));
+        return run({"export", file, "--snapshot", "rights.json", "--out", "-"});
+    };
+    const auto refused = with({"viewCompany", "viewCapital", "viewDividends"}, "dividends");
+    EXPECT_EQ(refused.code, 5);
+    EXPECT_EQ(refused.output, "");
+    EXPECT_EQ(refused.errors, "tallyfold-cli: This member may not export.\n");
+    EXPECT_EQ(with({"viewCompany", "exportData"}, "dividends").code, 5) << "exports, but does not see dividends";
+    EXPECT_EQ(with({"viewCompany", "viewDividends", "exportData"}, "dividends").code, 0);
+    EXPECT_EQ(with({"viewCompany", "viewCapital", "exportData"}, "capital").code, 5);
+    EXPECT_EQ(with({"viewCompany", "viewCapital", "exportCapital"}, "capital").code, 0);
+}
+
 TEST_F(CommandLineProgram, WritesThroughLinksAndPipesAndKeepsTheRightsOfAFile)
 {
     namespace fs = std::filesystem;

@@ -90,6 +90,20 @@ TransactionDraft opening()
     return each;
 }
 
+/// A refund that is recorded already, of 1.00.
+LedgerTransaction refundOf(std::string incomeID, std::string accountID, std::string reference)
+{
+    LedgerTransaction paid;
+    paid.id = "refund-" + reference;
+    paid.kind = EntryKind::refund;
+    paid.date = "2026-11-02";
+    paid.memberID = "m1";
+    paid.legs = {{std::move(accountID), "USD", -100}};
+    paid.originalTransactionID = std::move(incomeID);
+    paid.externalReference = std::move(reference);
+    return paid;
+}
+
 struct ProblemCase {
     std::string name;
     TransactionDraft draft;
@@ -258,6 +272,30 @@ TEST(EntryRules, BookAnOpeningOnTheStartOfTheBooksOnce)
     const auto unsure = EntryRules::input(opening(), partly, "en-US");
     ASSERT_FALSE(unsure.has_value());
     EXPECT_EQ(unsure.error(), (std::vector<EntryProblem>{{EntryField::account, PostingReason::historyIncomplete}}));
+}
+
+TEST(EntryRules, JudgeTheDayTheNoteAndTheReference)
+{
+    auto builder = books();
+    auto earlier = refundOf("none", "refunds", "R-7");
+    const auto held = builder.entry(earlier).build();
+    const VisibleBooks visible{held};
+    const auto said = [&](const TransactionDraft& each) {
+        const auto input = EntryRules::input(each, visible, "2026-11-20", "en-US");
+        return input ? std::string{"recorded"} : input.error().front().message("en-US");
+    };
+    EXPECT_EQ(said(with(expense(), [](auto& each) { each.date = "2026-11-21"; })), "recorded");
+    EXPECT_EQ(said(with(expense(), [](auto& each) { each.date = "2026-11-22"; })),
+              "The day cannot be later than tomorrow.");
+    EXPECT_EQ(said(with(expense(), [](auto& each) { each.date = "22/11/2026"; })), "Choose a day.");
+    EXPECT_EQ(said(with(refund(), [](auto& each) { each.date = "2026-10-30"; })),
+              "The day lies before the income that is refunded.");
+    EXPECT_EQ(said(with(expense(), [](auto& each) { each.note = std::string(2'000, 'n') + "  "; })), "recorded");
+    EXPECT_EQ(said(with(expense(), [](auto& each) { each.note = std::string(2'001, 'n'); })),
+              "The note cannot be longer than 2,000 characters.");
+    EXPECT_EQ(said(with(refund(), [](auto& each) { each.refundReference = " r-7"; })),
+              "Another refund already carries this reference. Check the original record.");
+    EXPECT_EQ(said(with(refund(), [](auto& each) { each.refundReference = "R-8"; })), "recorded");
 }
 
 TEST(EntryRules, CountWhatAnIncomeCanStillRefund)
