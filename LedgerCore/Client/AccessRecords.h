@@ -120,3 +120,11 @@ struct PendingInvitation {
 };
 BOOST_DESCRIBE_STRUCT(PendingInvitation, (),
                       (id, name, email, role, permissions, accountGrants, createdAt, expiresAt, status))
+
+/// The invitations that were not accepted yet.
+struct InvitationListResponse {
+    std::vector<PendingInvitation> invitations;
+
+    bool operator==(const InvitationListResponse&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(InvitationListResponse, (), (invitations))

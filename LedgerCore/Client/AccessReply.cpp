@@ -29,3 +29,13 @@ std::optional<CompanyRegistrationResponse> AccessReply::decode(std::string_view 
         return std::nullopt;
     return CompanyRegistrationResponse{std::move(*session)};
 }
+
+std::optional<AuthResponse> AccessReply::decodeOpened(std::string_view text, std::string token)
+{
+    if (auto session = Json::decode<AuthResponse>(text))
+        return std::move(*session);
+    auto snapshot = Json::decode<LedgerSnapshot>(text);
+    if (!snapshot)
+        return std::nullopt;
+    return AuthResponse{.token = std::move(token), .snapshot = std::move(*snapshot)};
+}

@@ -6,6 +6,7 @@
 
 #include "LedgerCore/Client/APIClient.h"
 #include "LedgerCore/Client/AccessRecords.h"
+#include "LedgerCore/Client/AttachmentCache.h"
 #include "LedgerCore/Client/Clock.h"
 #include "LedgerCore/Client/IdentifierSource.h"
 #include "LedgerCore/Client/LanguageDefaults.h"
@@ -23,8 +24,11 @@ std::optional<std::string> supported(std::optional<std::string> code)
 }
 
 LedgerStore::LedgerStore(std::string baseURL, Environment environment, QObject* parent)
-    : QObject(parent), m_preferredAppLocale(supported(environment.languageDefaults.chosenLanguage())),
-      m_endpoint(std::move(baseURL)), m_environment(environment)
+    : QObject(parent), AccountOperations(static_cast<OperationRunner&>(*this)),
+      BookCommandOperations(static_cast<OperationRunner&>(*this)),
+      CategoryOperations(static_cast<OperationRunner&>(*this)), MemberOperations(static_cast<OperationRunner&>(*this)),
+      m_preferredAppLocale(supported(environment.languageDefaults.chosenLanguage())), m_endpoint(std::move(baseURL)),
+      m_environment(environment)
 {
 }
 

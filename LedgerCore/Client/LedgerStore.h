@@ -1,7 +1,10 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
+#include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,25 +14,43 @@
 #include <QCoro/QCoroTask>
 #include <QObject>
 
+#include "LedgerCore/Client/AccountOperations.h"
+#include "LedgerCore/Client/BookCommandOperations.h"
+#include "LedgerCore/Client/CategoryOperations.h"
 #include "LedgerCore/Client/Failure.h"
 #include "LedgerCore/Client/HttpSession.h"
 #include "LedgerCore/Client/KeptCommands.h"
+#include "LedgerCore/Client/MemberOperations.h"
+#include "LedgerCore/Client/OperationRunner.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 
-class APIClient;
+class AttachmentCache;
 class Clock;
 class IdentifierSource;
 class LanguageDefaults;
 class SessionCredentialStore;
-struct APIRequest;
-struct PendingCompanyRegistration;
+struct LedgerExportRequest;
+struct ReportExportAuthorization;
 struct SavedSession;
+
+/// A file that is ready to be written where the person wants it.
+struct ExportedFile {
+    std::string name;
+    std::string content;
+
+    bool operator==(const ExportedFile&) const = default;
+};
 
 /// The one stateful object of the client: session, snapshot and what the interface shows meanwhile. Screens observe
 /// it and call its operations; each operation is one request, and one runs at a time. Main thread only.
-class LedgerStore final : public QObject {
+class LedgerStore final : public QObject,
+                          private OperationRunner,
+                          public AccountOperations,
+                          public BookCommandOperations,
+                          public CategoryOperations,
+                          public MemberOperations {
     Q_OBJECT
 public:
     /// What the store reaches outside the process through. Shared with tests' fakes; must outlive the store.
@@ -127,14 +148,51 @@ public:
     /// Signs in with the kept session, once a process.
     QCoro::Task<Result<void>> restoreSession();
     QCoro::Task<Result<void>> login(std::string email, std::string password);
+    QCoro::Task<Result<void>> registerCompany(Registration registration);
+    QCoro::Task<Result<AccessChallenge>> startAccess(std::string email, std::string code, std::string purpose);
+    QCoro::Task<Result<AccessVerification>> verifyAccess(std::string challengeID, std::string code);
+    /// Signs in. `name` is empty where the account exists already.
+    QCoro::Task<Result<void>> completeAccess(std::string challengeID, std::string ticket, std::string name,
+                                             std::string password);
+    /// Signs in to the company of the invitation, or not at all.
+    QCoro::Task<Result<void>> loginAndAcceptInvitation(std::string email, std::string password, std::string code);
     QCoro::Task<Result<void>> startDemo(std::optional<std::string> locale, std::string profile);
+
+    QCoro::Task<Result<CompanyChoices>> listCompanies();
+    QCoro::Task<Result<void>> switchCompany(std::string id);
+    /// `requestID` stays the same however often one form is sent.
+    QCoro::Task<Result<PendingCompanyRegistration>> createAnotherCompany(std::string name, std::string requestID);
+    QCoro::Task<Result<InvitationPreview>> previewInvitation(std::string code);
+    /// Goes over to the company of the invitation.
+    QCoro::Task<Result<void>> acceptCompanyInvitation(std::string code);
+    QCoro::Task<Result<void>> acceptInvitation(std::string code) { return acceptCompanyInvitation(std::move(code)); }
+
     /// Signs out at once and succeeds even when the service cannot be told.
     QCoro::Task<Result<void>> logout();
     /// Gives the identifier of the recorded entry, or an empty one where the service does not tell it. That the entry
     /// could not be reloaded is published.
     QCoro::Task<Result<std::string>> postTransaction(TransactionInput input, bool publishError);
+    /// Records one entry after the other until one fails; `progress` is told how many are confirmed.
+    QCoro::Task<Result<void>> importTransactions(std::vector<TransactionInput> inputs,
+                                                 std::function<void(std::size_t)> progress);
     /// Repeats the kept request of an earlier attempt on the same entry as it stood.
     QCoro::Task<Result<void>> reverseTransaction(std::string id, std::string reason);
+
+    QCoro::Task<Result<Attachment>> uploadAttachment(std::string name, std::string mime, std::string data);
+    QCoro::Task<Result<void>> attach(std::string entryID, std::vector<std::string> attachmentIDs);
+    /// Gives the private file that holds the receipt; sends nothing for one that was downloaded before.
+    QCoro::Task<Result<std::filesystem::path>> downloadAttachment(std::string id);
+    /// What is known of a receipt of the books or one uploaded in this session; null for others.
+    [[nodiscard]] const Attachment* attachment(const std::string& id) const;
+    [[nodiscard]] std::int64_t attachmentCacheBytes() const { return m_attachmentCacheBytes; }
+    void refreshAttachmentCacheSize();
+    void clearAttachmentCache();
+
+    // Each loads the books anew and fails where they no longer are what the person saw or may see.
+    QCoro::Task<Result<void>> validateReportExport(ReportExportAuthorization authorization, bool publishError);
+    QCoro::Task<Result<ExportedFile>> exportCSVAsync(LedgerExportRequest request, bool publishError);
+    QCoro::Task<Result<ExportedFile>> exportCapitalCSVAsync(bool publishError);
+    QCoro::Task<Result<ExportedFile>> exportDividendsCSVAsync(bool publishError);
 
 Q_SIGNALS:
     void snapshotChanged();
@@ -148,10 +206,16 @@ Q_SIGNALS:
     void lastRefreshChanged();
     void isStaleChanged();
     void keptEntryChanged();
+    void attachmentCacheBytesChanged();
 
 private:
-    enum class Publishing { off, on };
     enum class Session { regular, demonstration };
+
+    /// What a way of signing in was answered with.
+    struct SignInReply {
+        CompanyRegistrationResponse response;
+        std::string tag; // of the snapshot
+    };
 
     /// A snapshot fresh from the service, and whether it equals the one that was held when it came.
     struct LoadedSnapshot {
@@ -161,7 +225,10 @@ private:
         std::string tag = {};
     };
 
-    static Publishing publishing(bool publishError) { return publishError ? Publishing::on : Publishing::off; }
+    QCoro::Task<Result<void>> change(APIRequest request, Publishing publishing) override;
+    QCoro::Task<Result<std::string>> create(APIRequest request, Publishing publishing) override;
+    QCoro::Task<Result<void>> submit(APIRequest request, Publishing publishing) override;
+    QCoro::Task<Result<void>> askAndRead(APIRequest request, Publishing publishing, Reader read) override;
 
     // One at a time, with `isBusy`, the end of expired sessions and the message of a failure.
     template <class Value>
@@ -184,15 +251,35 @@ private:
     QCoro::Task<Result<void>> load();
     QCoro::Task<Result<void>> mutate(APIRequest request);
     QCoro::Task<Result<void>> reload();
+    QCoro::Task<Result<void>> sendCommand(APIRequest request);
+    QCoro::Task<Result<std::string>> sendCreation(APIRequest request);
+    QCoro::Task<Result<void>> fetchRecord(APIRequest request, Reader read);
+    template <class Record>
+    QCoro::Task<Result<Record>> askSignedOut(std::string path, std::string body);
+    template <class Value>
+    QCoro::Task<Result<Value>> fromFreshBooks(bool publishError,
+                                              std::function<Result<Value>(const LedgerSnapshot&)> make);
+    template <class Value>
+    QCoro::Task<Result<Value>> loadAndMake(std::function<Result<Value>(const LedgerSnapshot&)> make);
+    QCoro::Task<Result<SignInReply>> signIn(std::string path, std::string body);
     QCoro::Task<Result<void>> authenticate(std::string path, std::string body, Session session);
+    QCoro::Task<Result<void>> signInAndAccept(std::string login, std::string acceptance);
+    QCoro::Task<Result<void>> enterCompany(APIRequest request);
+    QCoro::Task<Result<void>> openCompany(HttpReply reply, SavedSession session);
+    QCoro::Task<Result<void>> open(AuthResponse opened, bool isDemo, std::string tag);
     QCoro::Task<Result<void>> restore();
     QCoro::Task<Result<void>> endSession();
     QCoro::Task<Result<std::string>> record(TransactionInput input);
+    QCoro::Task<Result<void>> recordEach(std::vector<TransactionInput> inputs,
+                                         std::function<void(std::size_t)> progress);
+    QCoro::Task<Result<Attachment>> upload(std::string name, std::string mime, std::string data);
+    QCoro::Task<Result<std::filesystem::path>> download(std::string id);
     QCoro::Task<Result<void>> sendReversal(std::string id, std::string reason);
     QCoro::Task<Result<void>> clearExpiredSession(Failure failure);
     QCoro::Task<Result<void>> keepSession(SavedSession session);
 
     void awaitReview(PendingCompanyRegistration pending);
+    void holdApplication(PendingCompanyRegistration pending);
     void clearMemory();
     void publish(const Failure& failure);
     void requireMainThread() const;
@@ -225,6 +312,9 @@ private:
     int m_quietRun = 0; // the running quiet reload; 0 without one
     int m_lastQuietRun = 0;
     KeptCommands m_kept;
+    std::map<std::string, Attachment> m_uploadedAttachmentMetadata; // by id, of this session
+    std::unique_ptr<AttachmentCache> m_attachmentCache;             // made when it is first needed
+    std::int64_t m_attachmentCacheBytes = 0;
     std::unique_ptr<APIClient> m_cachedClient;
 };
 

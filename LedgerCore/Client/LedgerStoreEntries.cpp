@@ -93,6 +93,43 @@ QCoro::Task<Result<std::string>> LedgerStore::record(TransactionInput input)
     co_return recorded;
 }
 
+QCoro::Task<Result<void>> LedgerStore::importTransactions(std::vector<TransactionInput> inputs,
+                                                          std::function<void(std::size_t)> progress)
+{
+    return operation(Publishing::on, [this, inputs = std::move(inputs), progress = std::move(progress)] {
+        return recordEach(inputs, progress);
+    });
+}
+
+QCoro::Task<Result<void>> LedgerStore::recordEach(std::vector<TransactionInput> inputs,
+                                                  std::function<void(std::size_t)> progress)
+{
+    const QPointer<LedgerStore> self = this;
+    Result<void> outcome;
+    for (std::size_t done = 0; outcome && done < inputs.size();) {
+        auto request = authorized({.method = "POST", .path = "v1/transactions", .body = Json::encode(inputs[done])});
+        if (!request)
+            co_return std::unexpected(request.error());
+        auto sending = exchange(std::move(*request));
+        const auto reply = co_await sending;
+        if (!self)
+            co_return std::unexpected(Cancelled{});
+        const auto recorded = reply ? recordedID(reply->body) : std::unexpected(reply.error());
+        if (recorded && progress)
+            progress(++done);
+        else if (recorded)
+            ++done;
+        else
+            outcome = std::unexpected(recorded.error());
+    }
+    if (!outcome && endsSession(outcome.error()))
+        co_return outcome;
+    // Also after a failure: what came before it is recorded.
+    auto reloading = reload();
+    co_await reloading;
+    co_return outcome;
+}
+
 std::optional<KeptReversal> LedgerStore::keptReversal(const std::string& entryID) const
 {
     const auto member = signedIn();

@@ -4,10 +4,16 @@
 
 #include "LedgerCore/Client/APIClient.h"
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/ReleasedByWorker.h"
 #include "LedgerCore/Client/StoreOperation.h"
 #include "LedgerCore/Domain/Records/OK.h"
 
 namespace {
+
+QCoro::Task<Result<void>> failing(Failure failure)
+{
+    co_return std::unexpected(std::move(failure));
+}
 
 /// Asks a service that can tell what is new not to send the whole with every command.
 constexpr auto minimalReply = "return=minimal";
@@ -91,6 +97,83 @@ QCoro::Task<Result<HttpReply>> LedgerStore::exchange(APIRequest request)
     if (!self)
         co_return std::unexpected(Cancelled{});
     co_return reply;
+}
+
+QCoro::Task<Result<void>> LedgerStore::change(APIRequest request, Publishing publishing)
+{
+    return operation(publishing, [this, request = std::move(request)] { return mutate(request); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::submit(APIRequest request, Publishing publishing)
+{
+    return operation(publishing, [this, request = std::move(request)] { return sendCommand(request); });
+}
+
+QCoro::Task<Result<std::string>> LedgerStore::create(APIRequest request, Publishing publishing)
+{
+    return operation<std::string>(publishing, [this, request = std::move(request)] { return sendCreation(request); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::askAndRead(APIRequest request, Publishing publishing, Reader read)
+{
+    return operation(publishing, [this, request = std::move(request), read = std::move(read)] {
+        auto prepared = authorized(request);
+        return prepared ? fetchRecord(std::move(*prepared), read) : failing(prepared.error());
+    });
+}
+
+QCoro::Task<Result<void>> LedgerStore::fetchRecord(APIRequest request, Reader read)
+{
+    auto sent = exchange(std::move(request));
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    const auto isRead = std::make_shared<bool>(false);
+    const auto size = reply->body.size();
+    auto reading = runForSize(size, [isRead, read = std::move(read), text = std::move(reply->body)] { //
+        *isRead = read(text);
+    });
+    co_await reading;
+    co_return *isRead ? Result<void>{} : std::unexpected(invalidResponse());
+}
+
+QCoro::Task<Result<void>> LedgerStore::sendCommand(APIRequest request)
+{
+    auto prepared = authorized(std::move(request));
+    if (!prepared)
+        co_return std::unexpected(prepared.error());
+    auto sent = exchange(std::move(*prepared));
+    const auto accepted = co_await sent;
+    if (!accepted)
+        co_return std::unexpected(accepted.error());
+    auto reloading = reload();
+    co_return co_await reloading;
+}
+
+QCoro::Task<Result<std::string>> LedgerStore::sendCreation(APIRequest request)
+{
+    auto prepared = authorized(std::move(request));
+    if (!prepared)
+        co_return std::unexpected(prepared.error());
+    auto sent = exchange(std::move(*prepared));
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    const auto read = std::make_shared<std::optional<CategoryCreationResponse>>();
+    const auto size = reply->body.size();
+    const QPointer<LedgerStore> self = this;
+    auto reading = runForSize(size, [read, text = std::move(reply->body)] {
+        if (auto decoded = Json::decode<CategoryCreationResponse>(text))
+            *read = std::move(*decoded);
+    });
+    co_await reading;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    if (!*read)
+        co_return std::unexpected(invalidResponse());
+    auto& created = **read;
+    replaceSnapshot({.fresh = releasedByWorker<LedgerSnapshot>(std::move(created.snapshot)), .held = {}});
+    co_return std::move(created.createdCategoryID);
 }
 
 QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)

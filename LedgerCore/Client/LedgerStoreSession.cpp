@@ -6,6 +6,7 @@
 #include "LedgerCore/Client/APIClient.h"
 #include "LedgerCore/Client/AccessReply.h"
 #include "LedgerCore/Client/Approval.h"
+#include "LedgerCore/Client/AttachmentCache.h"
 #include "LedgerCore/Client/Clock.h"
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Client/ReleasedByWorker.h"
@@ -40,54 +41,70 @@ QCoro::Task<Result<void>> LedgerStore::logout()
     return operation(Publishing::on, [this] { return endSession(); });
 }
 
-QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::string body, Session session)
+QCoro::Task<Result<LedgerStore::SignInReply>> LedgerStore::signIn(std::string path, std::string body)
 {
-    if (m_token)
-        co_return std::unexpected(clientError(ClientCode::alreadyAuthenticated));
     assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
     assign(m_noticeMessage, {}, &LedgerStore::noticeMessageChanged);
-
     const QPointer<LedgerStore> self = this;
     auto sent = exchange({.method = "POST", .path = std::move(path), .body = std::move(body)});
     auto answered = co_await sent;
     if (!answered)
         co_return std::unexpected(answered.error());
-    const auto size = answered->body.size();
     auto tag = std::string{answered->header("etag")};
+    const auto size = answered->body.size();
     const auto read = std::make_shared<std::optional<CompanyRegistrationResponse>>();
     auto reading = runForSize(size, [bytes = std::move(answered->body), read] { *read = AccessReply::decode(bytes); });
     co_await reading;
     if (!self)
         co_return std::unexpected(Cancelled{});
-    auto reply = std::move(*read);
-    if (!reply)
+    if (!*read)
         co_return std::unexpected(invalidResponse());
-    if (auto* pending = std::get_if<PendingCompanyRegistration>(&*reply)) {
+    co_return SignInReply{.response = std::move(**read), .tag = std::move(tag)};
+}
+
+QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::string body, Session session)
+{
+    if (m_token)
+        co_return std::unexpected(clientError(ClientCode::alreadyAuthenticated));
+    auto signingIn = signIn(std::move(path), std::move(body));
+    auto signedIn = co_await signingIn;
+    if (!signedIn)
+        co_return std::unexpected(signedIn.error());
+    if (auto* pending = std::get_if<PendingCompanyRegistration>(&signedIn->response)) {
         awaitReview(std::move(*pending));
         co_return Result<void>{};
     }
+    auto opening = open(std::move(std::get<AuthResponse>(signedIn->response)), session == Session::demonstration,
+                        std::move(signedIn->tag));
+    co_return co_await opening;
+}
 
-    auto& opened = std::get<AuthResponse>(*reply);
+QCoro::Task<Result<void>> LedgerStore::open(AuthResponse opened, bool isDemo, std::string tag)
+{
     if (const auto refused = Approval::whyNot(opened.snapshot.company))
         co_return std::unexpected(*refused);
-    const SavedSession kept{.token = opened.token, .isDemo = session == Session::demonstration};
+    const SavedSession kept{.token = opened.token, .isDemo = isDemo};
     m_token = kept.token;
     assign(m_isDemo, kept.isDemo, &LedgerStore::isDemoChanged);
     replaceSnapshot(
         {.fresh = releasedByWorker<LedgerSnapshot>(std::move(opened.snapshot)), .held = {}, .tag = std::move(tag)});
     auto keeping = keepSession(kept);
-    auto outcome = co_await keeping;
-    co_return outcome;
+    co_return co_await keeping;
 }
 
 void LedgerStore::awaitReview(PendingCompanyRegistration pending)
+{
+    holdApplication(std::move(pending));
+    assign(m_noticeMessage, std::optional{friendly(clientError(ServiceCode::companyPending))},
+           &LedgerStore::noticeMessageChanged);
+}
+
+void LedgerStore::holdApplication(PendingCompanyRegistration pending)
 {
     assign(m_pendingCompanyRegistration,
            std::shared_ptr<const PendingCompanyRegistration>{
                std::make_shared<PendingCompanyRegistration>(std::move(pending))},
            &LedgerStore::pendingCompanyRegistrationChanged);
-    assign(m_noticeMessage, std::optional{friendly(clientError(ServiceCode::companyPending))},
-           &LedgerStore::noticeMessageChanged);
 }
 
 QCoro::Task<Result<void>> LedgerStore::keepSession(SavedSession session)
@@ -161,6 +178,9 @@ void LedgerStore::clearMemory()
 {
     m_token.reset();
     m_kept.endSession();
+    m_uploadedAttachmentMetadata.clear();
+    m_attachmentCache.reset();
+    refreshAttachmentCacheSize();
     assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
     assign(m_isDemo, false, &LedgerStore::isDemoChanged);
     assign(m_noticeMessage, {}, &LedgerStore::noticeMessageChanged);

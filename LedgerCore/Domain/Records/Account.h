@@ -68,6 +68,14 @@ struct AccountCreate {
 BOOST_DESCRIBE_STRUCT(AccountCreate, (),
                       (name, currencies, ownerMemberID, operatorMemberID, purpose, returnAccountID, fundingMemberIDs))
 
+/// Body of taking an account out of use, or back into it.
+struct Archive {
+    bool archived = false;
+
+    bool operator==(const Archive&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(Archive, (), (archived))
+
 /// Body of an account change; an absent field is left unchanged.
 struct AccountUpdate {
     std::optional<std::vector<std::string>> addCurrencies;

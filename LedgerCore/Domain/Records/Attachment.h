@@ -20,6 +20,16 @@ struct Attachment {
 };
 BOOST_DESCRIBE_STRUCT(Attachment, (), (id, transactionID, name, mime, byteCount, createdAt))
 
+/// Body of uploading a receipt.
+struct Upload {
+    std::string name;
+    std::string mime;
+    std::string dataBase64; // the file
+
+    bool operator==(const Upload&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(Upload, (), (name, mime, dataBase64))
+
 /// Body that links uploaded files to an entry.
 struct AttachmentLink {
     std::vector<std::string> attachmentIDs;

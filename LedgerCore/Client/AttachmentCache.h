@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+class QTemporaryDir;
+
+/// Downloaded receipts of the session, in a folder that only this user can read. It goes with the object.
+class AttachmentCache {
+public:
+    AttachmentCache();
+    ~AttachmentCache();
+    AttachmentCache(const AttachmentCache&) = delete;
+    AttachmentCache& operator=(const AttachmentCache&) = delete;
+
+    /// Where the receipt of this id lies, when it does.
+    [[nodiscard]] std::optional<std::filesystem::path> find(const std::string& id, const std::string& fileName) const;
+    /// The place that a receipt is to be written to; nothing where no folder can be made.
+    [[nodiscard]] std::optional<std::filesystem::path> place(const std::string& id, const std::string& fileName) const;
+    [[nodiscard]] std::int64_t byteCount() const;
+    void clear();
+
+private:
+    [[nodiscard]] std::filesystem::path pathOf(const std::string& id, const std::string& fileName) const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+};
+
+/// Writes a whole file for this user alone, or leaves none.
+bool writePrivateFile(const std::filesystem::path& path, const std::string& content);

@@ -1,0 +1,473 @@
+#include <functional>
+
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Client/testing/Failed.h"
+#include "LedgerCore/Client/testing/StoreUnderTest.h"
+#include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
+#include "LedgerCore/Domain/Exports/ReportExportAuthorization.h"
+#include "LedgerCore/Domain/Records/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/DividendCommand.h"
+#include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
+
+namespace {
+
+const auto books = snapshot().account("bank", {"USD"}).grantAll().income("t1", "2026-11-01", "bank", "USD", 500);
+const auto newerBooks = SnapshotBuilder{books}.companyName("Renamed");
+
+TransactionInput income(const std::string& key)
+{
+    TransactionInput input;
+    input.kind = "income";
+    input.date = "2026-11-20";
+    input.targetAccountID = "bank";
+    input.currency = "USD";
+    input.amountMinor = 100;
+    input.idempotencyKey = key;
+    return input;
+}
+
+/// The failure of an operation, or nothing.
+template <class Value>
+QCoro::Task<Result<void>> outcomeOf(QCoro::Task<Result<Value>> running)
+{
+    const auto outcome = co_await running;
+    co_return outcome ? Result<void>{} : std::unexpected(outcome.error());
+}
+
+enum class Ending { snapshot, reload, record };
+
+struct Operation {
+    const char* name;
+    std::function<QCoro::Task<Result<void>>(LedgerStore&)> run;
+    std::string route;
+    std::string body;  // as it goes over the wire
+    std::string reply; // of an operation that gives a record
+    Ending ending;
+};
+
+void PrintTo(const Operation& operation, std::ostream* stream)
+{
+    *stream << operation.name;
+}
+
+using Store = LedgerStore;
+
+CapitalCommand capitalCommand()
+{
+    CapitalCommand command;
+    command.action = "setOwnership";
+    command.expectedRevision = 3;
+    command.date = "2026-11-20";
+    command.idempotencyKey = "k1";
+    return command;
+}
+
+DividendCommand dividendCommand()
+{
+    DividendCommand command;
+    command.action = "pay";
+    command.expectedRevision = 4;
+    command.date = "2026-11-20";
+    command.idempotencyKey = "k2";
+    return command;
+}
+
+FinancialSettingsCommand settingsCommand()
+{
+    FinancialSettingsCommand command;
+    command.action = "configure";
+    command.expectedRevision = 5;
+    command.idempotencyKey = "k3";
+    command.dividendsEnabled = true;
+    return command;
+}
+
+const std::string invitations =
+    R"({"invitations":[{"id":"i1","name":"Rini","email":"r@x.id","role":"finance","permissions":[],)"
+    R"("accountGrants":[],"createdAt":"2026-11-20T00:00:00.000Z","expiresAt":"2026-11-27T00:00:00.000Z",)"
+    R"("status":"pending"}]})";
+
+const std::vector<Operation> operations{
+    {"CreateAccount",
+     [](Store& store) {
+         AccountCreate account;
+         account.name = "Kas";
+         account.currencies = {"IDR", "USD"};
+         account.operatorMemberID = "m2";
+         return store.createAccount(account);
+     },
+     "POST v1/accounts", R"({"name":"Kas","currencies":["IDR","USD"],"operatorMemberID":"m2"})", "", Ending::snapshot},
+    {"UpdateAccount",
+     [](Store& store) {
+         AccountUpdate update;
+         update.addCurrencies = {{"VND"}};
+         update.acknowledgeCurrencyAccess = true;
+         return store.updateAccount("a1", update);
+     },
+     "PATCH v1/accounts/a1", R"({"addCurrencies":["VND"],"acknowledgeCurrencyAccess":true})", "", Ending::snapshot},
+    {"ArchiveAccount", [](Store& store) { return store.archiveAccount("a1"); }, "PATCH v1/accounts/a1",
+     R"({"archived":true})", "", Ending::snapshot},
+    {"SetTransactionColor", [](Store& store) { return store.setTransactionColor("income", "teal"); },
+     "PATCH v1/company/transaction-colors", R"({"kind":"income","colorID":"teal"})", "", Ending::snapshot},
+    {"SetCategorySelected", [](Store& store) { return store.setCategorySelected("rent", true); },
+     "PATCH v1/me/category-preferences", R"({"categoryID":"rent","selected":true})", "", Ending::snapshot},
+    {"CreateCategory",
+     [](Store& store) {
+         return outcomeOf(store.createCategory(
+             {.kind = "expense", .names = {{"en-US", "Rent"}}, .symbol = "house", .parentID = {}, .presetID = "rent"}));
+     },
+     "POST v1/categories", R"({"kind":"expense","names":{"en-US":"Rent"},"symbol":"house","presetID":"rent"})",
+     R"({"createdCategoryID":"c9","snapshot":)" + newerBooks.json() + "}", Ending::snapshot},
+    {"UpdateCategory",
+     [](Store& store) {
+         CategoryUpdate update;
+         update.archived = true;
+         update.parentID = "not meant";
+         return store.updateCategory("c1", update);
+     },
+     "PATCH v1/categories/c1", R"({"archived":true,"updateParent":false})", "", Ending::snapshot},
+    {"ReorderCategories",
+     [](Store& store) {
+         return store.reorderCategories(
+             {.kind = "income", .parentID = "p", .orderedIDs = {"b", "a"}, .expectedIDs = {"a", "b"}});
+     },
+     "POST v1/categories/reorder", R"({"kind":"income","parentID":"p","orderedIDs":["b","a"],"expectedIDs":["a","b"]})",
+     "", Ending::snapshot},
+    {"ReverseTransaction", [](Store& store) { return store.reverseTransaction("t1", "typo"); },
+     "POST v1/transactions/t1/reverse", R"({"reason":"typo","idempotencyKey":"id-1","date":"2026-11-20"})", "",
+     Ending::snapshot},
+    {"Attach", [](Store& store) { return store.attach("t1", {"r1", "r2"}); }, "POST v1/transactions/t1/attachments",
+     R"({"attachmentIDs":["r1","r2"]})", "", Ending::snapshot},
+    {"UpdateProfile", [](Store& store) { return store.updateProfile("Mira", true); }, "PATCH v1/me/profile",
+     R"({"name":"Mira"})", "", Ending::snapshot},
+    {"UpdateMember",
+     [](Store& store) {
+         MemberUpdate update;
+         update.active = false;
+         update.accountGrants = {{{.accountID = "bank", .actions = {"view"}}}};
+         return store.updateMember("m2", update, true);
+     },
+     "PATCH v1/members/m2", R"({"active":false,"accountGrants":[{"accountID":"bank","actions":["view"]}]})", "",
+     Ending::snapshot},
+    {"UpdateSettings",
+     [](Store& store) { return store.updateSettings({.name = "Kopi", .countries = {{"ID"}}, .locale = {}}); },
+     "PATCH v1/settings", R"({"name":"Kopi","countries":["ID"]})", "", Ending::snapshot},
+    {"SwitchCompany", [](Store& store) { return store.switchCompany("c2"); }, "POST v1/me/companies/switch",
+     R"({"companyID":"c2"})", "", Ending::snapshot},
+    {"AcceptCompanyInvitation", [](Store& store) { return store.acceptCompanyInvitation("ABC"); },
+     "POST v1/invites/accept", R"({"code":"ABC","locale":"en-US"})", "", Ending::snapshot},
+    {"PostTransaction", [](Store& store) { return outcomeOf(store.postTransaction(income("k"), true)); },
+     "POST v1/transactions",
+     R"({"kind":"income","date":"2026-11-20","note":"","targetAccountID":"bank","currency":"USD","amountMinor":100,)"
+     R"("attachmentIDs":[],"idempotencyKey":"k"})",
+     R"({"id":"t2"})", Ending::reload},
+    {"SubmitCapital", [](Store& store) { return store.submitCapital(capitalCommand(), true); },
+     "POST v1/capital/commands",
+     R"({"action":"setOwnership","expectedRevision":3,"date":"2026-11-20","idempotencyKey":"k1"})", "not a snapshot",
+     Ending::reload},
+    {"SubmitDividend", [](Store& store) { return store.submitDividend(dividendCommand(), true); },
+     "POST v1/dividends/commands", R"({"action":"pay","expectedRevision":4,"date":"2026-11-20","idempotencyKey":"k2"})",
+     "", Ending::reload},
+    {"SubmitFinancialSettings", [](Store& store) { return store.submitFinancialSettings(settingsCommand(), true); },
+     "POST v1/financial-settings/commands",
+     R"({"action":"configure","expectedRevision":5,"idempotencyKey":"k3","dividendsEnabled":true})", "",
+     Ending::reload},
+    {"ListCompanies", [](Store& store) { return outcomeOf(store.listCompanies()); }, "GET v1/me/companies", "",
+     R"({"companies":[{"id":"c1","name":"Kopi"}],"ownedCompanyCount":1})", Ending::record},
+    {"CreateAnotherCompany", [](Store& store) { return outcomeOf(store.createAnotherCompany("Teh", "q1")); },
+     "POST v1/me/companies", R"({"companyName":"Teh","requestID":"q1"})",
+     R"({"status":"pending","applicationID":"a1","companyName":"Teh","email":"m1@example.com"})", Ending::record},
+    {"PreviewInvitation", [](Store& store) { return outcomeOf(store.previewInvitation("ABC")); },
+     "POST v1/me/invitation", R"({"code":"ABC"})", R"({"companyName":"Teh","email":"m1@example.com"})", Ending::record},
+    {"Invite",
+     [](Store& store) {
+         return outcomeOf(store.invite({.name = "Rini",
+                                        .email = "r@x.id",
+                                        .role = "finance",
+                                        .accountIDs = {},
+                                        .permissions = {"exportData"},
+                                        .accountGrants = {}},
+                                       true));
+     },
+     "POST v1/invites",
+     R"({"name":"Rini","email":"r@x.id","role":"finance","accountIDs":[],"permissions":["exportData"],)"
+     R"("accountGrants":[]})",
+     R"({"code":"XYZ"})", Ending::record},
+    {"LoadInvitations", [](Store& store) { return outcomeOf(store.loadInvitations(true)); }, "GET v1/invites", "",
+     invitations, Ending::record},
+    {"RevokeInvitation", [](Store& store) { return outcomeOf(store.revokeInvitation("i1", true)); },
+     "POST v1/invites/i1/revoke", "", invitations, Ending::record},
+    {"UploadAttachment",
+     [](Store& store) { return outcomeOf(store.uploadAttachment("a.pdf", "application/pdf", "%PDF")); },
+     "POST v1/attachments", R"({"name":"a.pdf","mime":"application/pdf","dataBase64":"JVBERg=="})",
+     R"({"id":"r1","name":"a.pdf","mime":"application/pdf","byteCount":4,"createdAt":"2026-11-20T00:00:00.000Z"})",
+     Ending::record},
+};
+
+class Catalogue : public testing::TestWithParam<Operation> {
+protected:
+    /// What the service answers when it does what it is asked to.
+    [[nodiscard]] std::string reply() const
+    {
+        const auto& given = GetParam().reply;
+        return given.empty() ? newerBooks.json() : given;
+    }
+
+    StoreUnderTest test;
+};
+
+TEST_P(Catalogue, SendsOneRequestAndShowsWhatCameOfIt)
+{
+    test.signIn(books);
+    test.server.replace(GetParam().route, ServerReply::json(reply()));
+    test.server.replace("GET v1/snapshot", ServerReply::json(newerBooks.json()));
+    ASSERT_TRUE(resultOf(GetParam().run(test.store)));
+    const auto sent = test.server.requests(GetParam().route);
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent.front().body, GetParam().body);
+    EXPECT_EQ(sent.front().header("authorization"), "Bearer token-1");
+    EXPECT_EQ(*test.store.snapshot(), (GetParam().ending == Ending::record ? books : newerBooks).build());
+    EXPECT_EQ(test.server.requests("GET v1/snapshot").size(), GetParam().ending == Ending::reload ? 1U : 0U);
+    EXPECT_FALSE(test.store.errorMessage());
+}
+
+TEST_P(Catalogue, SendsNothingWithoutASessionOrWhileBusy)
+{
+    EXPECT_EQ(resultOf(GetParam().run(test.store)), failed(clientError(ClientCode::noSession)));
+    EXPECT_TRUE(test.server.requests().empty());
+    test.signIn(books);
+    test.server.replace("GET v1/snapshot", ServerReply::parked());
+    auto refreshing = test.store.refresh(true);
+    EXPECT_EQ(resultOf(GetParam().run(test.store)), failed(clientError(ClientCode::busy)));
+    EXPECT_EQ(test.store.errorMessage(), "The previous action is still being processed. Please wait.");
+    EXPECT_TRUE(test.server.requests(GetParam().route).empty());
+}
+
+TEST_P(Catalogue, PublishesARefusalAndKeepsTheBooks)
+{
+    test.signIn(books);
+    const auto held = test.store.snapshot();
+    test.server.replace(GetParam().route, ServerReply::error(403, "forbidden"));
+    EXPECT_FALSE(resultOf(GetParam().run(test.store)));
+    EXPECT_EQ(test.store.errorMessage(), "You do not have permission to perform this action.");
+    EXPECT_EQ(test.store.snapshot(), held);
+    EXPECT_FALSE(test.store.isBusy());
+}
+
+TEST_P(Catalogue, EndsTheSessionThatTheServiceNoLongerKnows)
+{
+    test.signIn(books);
+    test.server.replace(GetParam().route, ServerReply::error(401, "unauthorized"));
+    EXPECT_FALSE(resultOf(GetParam().run(test.store)));
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_TRUE(test.credentials.sessions.empty());
+    EXPECT_TRUE(test.store.errorMessage());
+}
+
+TEST_P(Catalogue, IsSilentWhenItIsGivenUp)
+{
+    test.signIn(books);
+    test.server.replace(GetParam().route, ServerReply::parked());
+    auto running = GetParam().run(test.store);
+    waitUntil([&] { return test.server.parkedCount() == 1; });
+    test.store.cancel();
+    EXPECT_EQ(resultOf(std::move(running)), failed(Cancelled{}));
+    EXPECT_FALSE(test.store.errorMessage());
+    EXPECT_FALSE(test.store.isBusy());
+}
+
+TEST_P(Catalogue, SaysWhenTheOutcomeIsUnknown)
+{
+    test.signIn(books);
+    test.server.replace(GetParam().route, ServerReply::cutShort(reply()));
+    const auto outcome = resultOf(GetParam().run(test.store));
+    ASSERT_FALSE(outcome);
+    EXPECT_TRUE(isOutcomeUnknown(outcome.error()));
+    EXPECT_EQ(test.server.requests(GetParam().route).size(), 1U) << "never sent twice by itself";
+}
+
+INSTANTIATE_TEST_SUITE_P(Operations, Catalogue, testing::ValuesIn(operations),
+                         [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(LedgerStoreCatalogue, GivesWhatTheServiceAnswered)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    for (const auto* name : {"CreateCategory", "Invite", "LoadInvitations", "CreateAnotherCompany"}) {
+        const auto operation = std::ranges::find_if(
+            operations, [&](const Operation& each) { return std::string_view{each.name} == name; });
+        test.server.replace(operation->route, ServerReply::json(operation->reply));
+    }
+    EXPECT_EQ(resultOf(test.store.createCategory({})), "c9");
+    EXPECT_EQ(resultOf(test.store.invite({}, true)), InviteResponse{"XYZ"});
+    const auto pending = resultOf(test.store.loadInvitations(true));
+    ASSERT_TRUE(pending);
+    EXPECT_EQ(pending->front().email, "r@x.id");
+    EXPECT_TRUE(resultOf(test.store.createAnotherCompany("Teh", "q1")));
+    EXPECT_EQ(test.store.pendingCompanyRegistration()->applicationID, "a1");
+}
+
+TEST(LedgerStoreCompanies, GoOnWithTheTokenOfTheCompanyThatWasEntered)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer("POST v1/me/companies/switch", ServerReply::json(newerBooks.signInJson("token-2")));
+    test.server.answer("POST v1/me/companies/switch",
+                       ServerReply::json(SnapshotBuilder{books}.approvalStatus("rejected").signInJson("token-3")));
+    EXPECT_TRUE(resultOf(test.store.switchCompany("c2")));
+    EXPECT_EQ(test.credentials.sessions.at(test.server.url()).token, "token-2");
+    EXPECT_FALSE(resultOf(test.store.switchCompany("c3")));
+    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
+    EXPECT_TRUE(resultOf(test.store.refresh(true)));
+    EXPECT_EQ(test.server.requests().back().header("authorization"), "Bearer token-2");
+}
+
+TEST(LedgerStoreCompanies, LeaveNobodySignedInToTheWrongOne)
+{
+    StoreUnderTest test;
+    test.server.replace("POST v1/auth/login", ServerReply::json(books.signInJson()));
+    test.server.answer("POST v1/invites/accept", ServerReply::error(400, "invalid_invitation"));
+    test.server.answer("POST v1/invites/accept", ServerReply::json(newerBooks.signInJson("token-2")));
+    EXPECT_EQ(resultOf(test.store.loginAndAcceptInvitation("m1@example.com", "secret", "ABC")),
+              failed(APIError{400, "invalid_invitation", "not for people"}));
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_TRUE(test.credentials.sessions.empty());
+    waitUntil([&] { return test.server.requests("POST v1/auth/logout").size() == 1; });
+    EXPECT_EQ(test.server.requests("POST v1/auth/logout").front().header("authorization"), "Bearer token-1");
+
+    EXPECT_TRUE(resultOf(test.store.loginAndAcceptInvitation("m1@example.com", "secret", "ABC")));
+    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
+    EXPECT_EQ(test.credentials.sessions.at(test.server.url()).token, "token-2");
+    EXPECT_EQ(test.server.requests("POST v1/invites/accept").front().header("authorization"), "Bearer token-1");
+}
+
+TEST(LedgerStoreAccess, LeadsFromTheMailedCodeToTheBooks)
+{
+    StoreUnderTest test;
+    test.server.answer("POST v1/auth/access/start", ServerReply::json(R"({"challengeID":"ch"})"));
+    test.server.answer("POST v1/auth/access/verify",
+                       ServerReply::json(R"({"ticket":"ti","existingAccount":false,"email":"r@x.id"})"));
+    test.server.answer("POST v1/auth/access/complete", ServerReply::json(books.signInJson()));
+    EXPECT_EQ(resultOf(test.store.startAccess("r@x.id", "ABC", "join")), AccessChallenge{"ch"});
+    EXPECT_EQ(resultOf(test.store.verifyAccess("ch", "123456"))->ticket, "ti");
+    EXPECT_TRUE(resultOf(test.store.completeAccess("ch", "ti", "Rini", "secret")));
+    EXPECT_TRUE(test.store.snapshot());
+    const auto& sent = test.server.requests();
+    EXPECT_EQ(sent[0].body, R"({"email":"r@x.id","invitationCode":"ABC","purpose":"join","locale":"en-US"})");
+    EXPECT_EQ(sent[1].body, R"({"challengeID":"ch","code":"123456"})");
+    EXPECT_EQ(sent[2].body, R"({"challengeID":"ch","ticket":"ti","name":"Rini","password":"secret","locale":"en-US"})");
+    EXPECT_EQ(sent[2].header("authorization"), "");
+}
+
+TEST(LedgerStoreAccess, HoldsTheApplicationOfANewCompany)
+{
+    StoreUnderTest test;
+    test.server.answer(
+        "POST v1/auth/register",
+        ServerReply::json(R"({"status":"pending","applicationID":"a1","companyName":"Kopi","email":"r@x.id"})"));
+    EXPECT_TRUE(resultOf(test.store.registerCompany({.name = "Rini",
+                                                     .email = "r@x.id",
+                                                     .password = "secret",
+                                                     .companyName = "Kopi",
+                                                     .countries = {"ID"},
+                                                     .invitationCode = {}})));
+    EXPECT_EQ(test.store.pendingCompanyRegistration()->companyName, "Kopi");
+    EXPECT_EQ(test.server.requests().front().body,
+              R"({"name":"Rini","email":"r@x.id","password":"secret","companyName":"Kopi","countries":["ID"]})");
+}
+
+TEST(LedgerStoreImport, StopsAtTheFirstFailureAndShowsWhatIsRecorded)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer("POST v1/transactions", ServerReply::json(R"({"id":"t2"})"));
+    test.server.answer("POST v1/transactions", ServerReply::error(409, "balance_limit"));
+    test.server.answer("POST v1/transactions", ServerReply::json(R"({"id":"t4"})"));
+    test.server.replace("GET v1/snapshot", ServerReply::json(newerBooks.json()));
+    std::vector<std::size_t> told;
+    const auto note = [&](std::size_t done) { told.push_back(done); };
+    EXPECT_EQ(resultOf(test.store.importTransactions({income("a"), income("b"), income("c")}, note)),
+              failed(APIError{409, "balance_limit", "not for people"}));
+    EXPECT_EQ(told, std::vector<std::size_t>{1});
+    EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
+    EXPECT_EQ(test.server.requests("POST v1/transactions").size(), 2U);
+
+    EXPECT_TRUE(resultOf(test.store.importTransactions({income("b"), income("c")}, note)));
+    EXPECT_EQ(told, (std::vector<std::size_t>{1, 1, 2}));
+    EXPECT_EQ(test.server.requests("GET v1/snapshot").size(), 2U) << "one reload each";
+}
+
+TEST(LedgerStoreAttachments, AreDownloadedOnceIntoAPrivateFile)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer(
+        "POST v1/attachments",
+        ServerReply::json(
+            R"({"id":"r1","name":"../../Struk: \u0001Mei.JPEG","mime":"image/jpeg","byteCount":4,"createdAt":"x"})"));
+    EXPECT_TRUE(resultOf(test.store.uploadAttachment("a", "image/jpeg", "data")));
+    test.server.answer("GET v1/attachments/r1", ServerReply::json("\xFF\xD8 bytes"));
+    const auto file = resultOf(test.store.downloadAttachment("r1"));
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->filename(), "Struk Mei.jpeg");
+    EXPECT_EQ(std::filesystem::file_size(*file), 8U);
+    using std::filesystem::perms;
+    EXPECT_EQ(std::filesystem::status(*file).permissions() & (perms::group_all | perms::others_all), perms::none);
+    EXPECT_EQ(test.store.attachmentCacheBytes(), 8);
+    EXPECT_EQ(resultOf(test.store.downloadAttachment("r1")), *file);
+    const auto isDownload = [](const ServerRequest& each) { return each.path.starts_with("/v1/attachments/"); };
+    EXPECT_EQ(std::ranges::count_if(test.server.requests(), isDownload), 1);
+    test.store.clearAttachmentCache();
+    EXPECT_EQ(test.store.attachmentCacheBytes(), 0);
+    EXPECT_TRUE(resultOf(test.store.downloadAttachment("r1")));
+    EXPECT_TRUE(resultOf(test.store.logout()));
+    EXPECT_FALSE(std::filesystem::exists(*file)) << "goes with the session";
+    EXPECT_EQ(test.store.attachmentCacheBytes(), 0);
+}
+
+TEST(LedgerStoreExports, AreRefusedWhereTheFreshBooksDiffer)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    LedgerExportScope scope;
+    scope.startDate = "2026-11-01";
+    scope.endDate = "2026-11-30";
+    scope.kinds = {"income"};
+    scope.includesAllVisibleAccounts = scope.includesAllVisibleCurrencies = true;
+    const auto request = LedgerExportRequest::create(*test.store.snapshot(), scope, "en-US");
+    ASSERT_TRUE(request);
+    const auto file = resultOf(test.store.exportCSVAsync(*request, true));
+    ASSERT_TRUE(file);
+    EXPECT_EQ(file->name, "quillet-ledger-2026-11-01_2026-11-30.csv");
+    EXPECT_EQ(file->content, request->content);
+
+    const auto report = ReportExportAuthorization::create(*test.store.snapshot(), "USD", {});
+    ASSERT_TRUE(report);
+    EXPECT_TRUE(resultOf(test.store.validateReportExport(*report, true)));
+    const auto more = SnapshotBuilder{books}.income("t2", "2026-11-02", "bank", "USD", 1);
+    test.server.replace("GET v1/snapshot", ServerReply::json(more.json()));
+    EXPECT_EQ(resultOf(test.store.exportCSVAsync(*request, true)), failed(APIError{0, "LEDGER_EXPORT_CHANGED", ""}));
+    EXPECT_EQ(resultOf(test.store.validateReportExport(*report, true)),
+              failed(APIError{0, "REPORT_EXPORT_CHANGED", ""}));
+    EXPECT_EQ(*test.store.snapshot(), more.build());
+}
+
+TEST(LedgerStoreExports, OfCapitalAndDividendsNeedTheRight)
+{
+    StoreUnderTest test;
+    auto owned = snapshot().permissions({"viewCapital", "exportCapital", "viewDividends", "exportData"}).build();
+    owned.capital.emplace();
+    owned.dividends.emplace();
+    auto reader = owned;
+    reader.currentMember.permissions = {{"viewCapital", "viewDividends"}};
+    test.signIn(books);
+    test.server.replace("GET v1/snapshot", ServerReply::json(Json::encode(owned)));
+    EXPECT_EQ(resultOf(test.store.exportCapitalCSVAsync(true))->name, "tallyfold-capital-2026-11-20.csv");
+    EXPECT_EQ(resultOf(test.store.exportDividendsCSVAsync(true))->name, "tallyfold-dividends-2026-11-20.csv");
+    test.server.replace("GET v1/snapshot", ServerReply::json(Json::encode(reader)));
+    EXPECT_EQ(resultOf(test.store.exportCapitalCSVAsync(true)), failed(APIError{403, "forbidden", ""}));
+    EXPECT_EQ(resultOf(test.store.exportDividendsCSVAsync(true)), failed(APIError{403, "forbidden", ""}));
+}
+
+}
