@@ -256,11 +256,13 @@ private:
     QCoro::Task<Result<void>> fetchRecord(APIRequest request, Reader read);
     template <class Record>
     QCoro::Task<Result<Record>> askSignedOut(std::string path, std::string body);
+    /// What is made of the books as the service has them now.
     template <class Value>
-    QCoro::Task<Result<Value>> fromFreshBooks(bool publishError,
-                                              std::function<Result<Value>(const LedgerSnapshot&)> make);
+    using FromBooks = std::function<Result<Value>(const LedgerSnapshot&)>;
     template <class Value>
-    QCoro::Task<Result<Value>> loadAndMake(std::function<Result<Value>(const LedgerSnapshot&)> make);
+    QCoro::Task<Result<Value>> fromFreshBooks(bool publishError, FromBooks<Value> make);
+    template <class Value>
+    QCoro::Task<Result<Value>> loadAndMake(FromBooks<Value> make);
     QCoro::Task<Result<SignInReply>> signIn(std::string path, std::string body);
     QCoro::Task<Result<void>> authenticate(std::string path, std::string body, Session session);
     QCoro::Task<Result<void>> signInAndAccept(std::string login, std::string acceptance);

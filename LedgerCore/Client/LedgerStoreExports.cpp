@@ -45,7 +45,7 @@ Result<void> validated(const auto& authorization, const LedgerSnapshot& books)
 }
 
 template <class Value>
-QCoro::Task<Result<Value>> LedgerStore::loadAndMake(std::function<Result<Value>(const LedgerSnapshot&)> make)
+QCoro::Task<Result<Value>> LedgerStore::loadAndMake(FromBooks<Value> make)
 {
     auto loading = load();
     const auto loaded = co_await loading;
@@ -58,8 +58,7 @@ QCoro::Task<Result<Value>> LedgerStore::loadAndMake(std::function<Result<Value>(
 }
 
 template <class Value>
-QCoro::Task<Result<Value>> LedgerStore::fromFreshBooks(bool publishError,
-                                                       std::function<Result<Value>(const LedgerSnapshot&)> make)
+QCoro::Task<Result<Value>> LedgerStore::fromFreshBooks(bool publishError, FromBooks<Value> make)
 {
     return operation<Value>(publishing(publishError), [this, make = std::move(make)] { return loadAndMake(make); });
 }
