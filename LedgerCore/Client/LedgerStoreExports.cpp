@@ -7,6 +7,7 @@
 #include "LedgerCore/Client/Clock.h"
 #include "LedgerCore/Client/LedgerStore.h"
 #include "LedgerCore/Client/StoreOperation.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Exports/CapitalCSV.h"
 #include "LedgerCore/Domain/Exports/DividendCSV.h"
 #include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
@@ -19,16 +20,6 @@ constexpr auto onWorker = std::numeric_limits<std::size_t>::max();
 Failure failureOf(ExportRefusal refusal)
 {
     return APIError{.status = status(refusal), .code = std::string{code(refusal)}, .message = {}};
-}
-
-bool mayExportCapital(const Member& member)
-{
-    return member.active && member.hasPermission("exportCapital");
-}
-
-bool mayExportDividends(const Member& member)
-{
-    return member.active && canExportLedger(member);
 }
 
 Failure forbidden()
@@ -84,7 +75,7 @@ QCoro::Task<Result<ExportedFile>> LedgerStore::exportCapitalCSVAsync(bool publis
 {
     return fromFreshBooks<ExportedFile>(
         publishError, [today = today()](const LedgerSnapshot& books) -> Result<ExportedFile> {
-            if (!books.capital || !mayExportCapital(books.currentMember))
+            if (!books.capital || !MemberRights::canExportCapital(books.currentMember))
                 return std::unexpected(forbidden());
             return ExportedFile{.name = CapitalCSV::fileName(today), .content = CapitalCSV::render(*books.capital)};
         });
@@ -94,7 +85,7 @@ QCoro::Task<Result<ExportedFile>> LedgerStore::exportDividendsCSVAsync(bool publ
 {
     return fromFreshBooks<ExportedFile>(
         publishError, [today = today(), locale = locale()](const LedgerSnapshot& books) -> Result<ExportedFile> {
-            if (!books.dividends || !mayExportDividends(books.currentMember))
+            if (!books.dividends || !MemberRights::canExportDividends(books.currentMember))
                 return std::unexpected(forbidden());
             return ExportedFile{.name = DividendCSV::fileName(today),
                                 .content = DividendCSV::render(*books.dividends, locale)};
