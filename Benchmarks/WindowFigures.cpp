@@ -50,7 +50,7 @@ struct Window {
     explicit Window(std::uint16_t port)
         : store{fmt::format("http://127.0.0.1:{}", port),
                 {.credentials = credentials, .languageDefaults = defaults, .clock = clock, .identifiers = identifiers}},
-          pages{ledgerPage()}, window{new RootView(store, pages)}
+          pages{ledgerPage()}, window{store, new RootView(store, pages)}
     {
         window.show();
         waitFor([this] { return !store.isBusy(); });

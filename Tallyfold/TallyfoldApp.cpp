@@ -35,7 +35,7 @@ struct TallyfoldApp::Parts {
           store{
               ServiceAddress::atStart(),
               {.credentials = credentials, .languageDefaults = *defaults, .clock = clock, .identifiers = identifiers}},
-          pages{builtPages()}, window{new RootView(store, pages)}
+          pages{builtPages()}, window{store, new RootView(store, pages)}
     {
     }
 

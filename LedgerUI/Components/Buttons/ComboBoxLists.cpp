@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QCompleter>
+#include <QLabel>
 #include <QLineEdit>
 #include <QStyledItemDelegate>
 
@@ -28,9 +29,32 @@ void dressComboBox(QComboBox& box)
     }
 }
 
+namespace {
+
+/// The label that readers take the box's name from: on Linux they hear the chosen row in place of a name of its own.
+/// Where no label stands beside the box, a hidden one does.
+QLabel* labelOf(QComboBox& box)
+{
+    auto* const place = box.parentWidget();
+    if (!place)
+        return nullptr;
+    for (auto* label : place->findChildren<QLabel*>(QString{}, Qt::FindDirectChildrenOnly)) {
+        if (label->buddy() == &box)
+            return label;
+    }
+    auto* const label = new QLabel(place);
+    label->setBuddy(&box);
+    label->hide();
+    return label;
+}
+
+}
+
 void nameComboBox(QComboBox& box, const QString& name)
 {
     box.setAccessibleName(name);
+    if (auto* const label = labelOf(box); label && label->isHidden())
+        label->setText(name);
     box.view()->setAccessibleName(name);
     if (box.lineEdit())
         box.lineEdit()->setAccessibleName(name);

@@ -1,0 +1,96 @@
+#include "Tallyfold/MainWindow.h"
+
+#include <QScreen>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Client/testing/StoreUnderTest.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/Screens/Root/RootView.h"
+#include "LedgerUI/Screens/Workspace/PageRegistry.h"
+#include "LedgerUI/testing/ScreenDriver.h"
+
+namespace {
+
+constexpr auto post = "POST v1/transactions";
+
+SnapshotBuilder books()
+{
+    return snapshot().account("bank", {"USD"}).grantAll().category("rent", "expense", "Rent");
+}
+
+PageRegistry ledgerAlone()
+{
+    PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    return pages;
+}
+
+class Window : public testing::Test {
+protected:
+    Window()
+    {
+        service.store.setAppLanguage("en-US");
+        window.show();
+        window.activateWindow();
+    }
+    /// Records an expense whose outcome never comes to be known.
+    void leaveAnEntryUnconfirmed()
+    {
+        service.signIn(books());
+        screen.waitFor("newEntry");
+        service.server.replace(post, ServerReply::dropped());
+        screen.keys("Ctrl+N");
+        screen.fill("entryAmount", "12.5");
+        screen.keys("Tab Space");
+        screen.keys("Ctrl+Return");
+        waitUntil([this] { return service.store.hasUnconfirmedEntry(); });
+    }
+    /// Another device ends the session while the entry is sent again.
+    void endTheSession()
+    {
+        service.server.replace(post, ServerReply::error(401, "unauthorized"));
+        screen.keys("Ctrl+Return");
+        screen.press("messageClose");
+        screen.waitFor("signInView");
+    }
+
+    StoreUnderTest service;
+    PageRegistry pages = ledgerAlone();
+    MainWindow window{service.store, new RootView{service.store, pages}};
+    ScreenDriver screen;
+};
+
+}
+
+TEST_F(Window, ClosesWithoutAQuestionWhenNothingIsUnconfirmed)
+{
+    EXPECT_TRUE(window.close());
+}
+
+TEST_F(Window, AsksBeforeItTakesAnUnconfirmedEntryAlong)
+{
+    leaveAnEntryUnconfirmed();
+    endTheSession();
+    EXPECT_FALSE(window.close());
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(screen.read("messageText"), "The entry may already have been saved. Close and refresh the ledger to "
+                                          "check before entering the same transaction again.");
+    EXPECT_EQ(screen.focus(), "questionCancel");
+    screen.keys("Return");
+    EXPECT_TRUE(window.isVisible());
+    EXPECT_FALSE(window.close());
+    screen.press("questionConfirm");
+    EXPECT_FALSE(window.isVisible());
+}
+
+TEST_F(Window, IsNeverLargerThanTheScreenAllows)
+{
+    EXPECT_EQ(MainWindow::smallestFor({1920, 1040}), QSize(900, 640));
+    EXPECT_EQ(MainWindow::smallestFor({683, 360}), QSize(683, 360)); // 1366 x 768 at 200 %
+    EXPECT_EQ(MainWindow::usualFor({960, 500}), QSize(960, 500));
+    window.resize(600, 300);
+    EXPECT_LE(window.minimumWidth(), window.screen()->availableSize().width());
+    screen.press("signIn"); // by scrolling
+    EXPECT_EQ(screen.focus(), "email");
+}
