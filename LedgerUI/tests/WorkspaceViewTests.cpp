@@ -94,6 +94,18 @@ TEST_F(Workspace, OpensTheFirstPageWhenTheChosenOneIsTakenAway)
     EXPECT_EQ(screen.focus(), "firstPane");
 }
 
+TEST_F(Workspace, KeepsWhatAPageShowedUntilItMayBeSeenAgain)
+{
+    under.signIn(employeeBooks());
+    screen.fill("firstPane", "typed in the summary");
+    refreshTo(SnapshotBuilder{});
+    EXPECT_FALSE(screen.says("typed in the summary"));
+    refreshTo(employeeBooks());
+    screen.keys("Ctrl+1");
+    EXPECT_TRUE(isChosen("page-summary"));
+    EXPECT_EQ(screen.read("firstPane"), "typed in the summary");
+}
+
 TEST_F(Workspace, IsWalkedByKeyboard)
 {
     under.signIn(employeeBooks());

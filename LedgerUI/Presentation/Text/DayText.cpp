@@ -180,3 +180,8 @@ QString DayText::timeOfDay(std::string_view time, std::string_view locale)
         return qString(time);
     return qString(patterns().filled("timeOfDay", locale, {time.substr(0, 2), time.substr(3)}));
 }
+
+std::array<const WordTable*, 5> DayText::tables()
+{
+    return {&patterns(), &ranges(), &longMonths(), &shortMonths(), &weekdays()};
+}

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <string_view>
 
 #include <QString>
+
+class WordTable;
 
 /// Days, months and times of day as each language writes them. Days are "YYYY-MM-DD"; a text that is no day is shown
 /// as it stands. `locale` is one of AppLanguage::supportedLocales.
@@ -38,5 +41,8 @@ QString shortWeekday(std::chrono::weekday weekday, std::string_view locale);
 
 /// A time of day from "HH:MM": "14:32", in Indonesian "14.32".
 QString timeOfDay(std::string_view time, std::string_view locale);
+
+/// The tables that days are written from: patterns, ranges, months, short months and weekdays.
+std::array<const WordTable*, 5> tables();
 
 }

@@ -14,7 +14,6 @@ const WordTable& dialogWords()
         {"discard", "放弃", "Buang", "Bỏ", "Discard"},
         {"keepEditing", "继续编辑", "Lanjut mengisi", "Tiếp tục nhập", "Keep editing"},
         {"listSeparator", "，", ", ", ", ", ", "},
-        {"more", "更多", "Lainnya", "Thêm", "More"},
         {"error", "错误", "Kesalahan", "Lỗi", "Error"},
         {"warning", "警告", "Peringatan", "Cảnh báo", "Warning"},
         {"information", "提示", "Informasi", "Thông tin", "Information"},

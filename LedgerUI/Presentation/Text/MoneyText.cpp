@@ -7,12 +7,6 @@
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
-namespace {
-
-using Sign = MoneyText::Sign;
-
-constexpr QChar minusSign{0x2212};
-
 const WordTable& spokenMoney()
 {
     static const WordTable words{
@@ -23,6 +17,12 @@ const WordTable& spokenMoney()
     };
     return words;
 }
+
+namespace {
+
+using Sign = MoneyText::Sign;
+
+constexpr QChar minusSign{0x2212};
 
 MoneyText written(std::int64_t minor, std::string_view currency, std::string_view locale, std::string_view spokenKey)
 {

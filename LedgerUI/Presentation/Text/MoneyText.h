@@ -5,6 +5,8 @@
 
 #include <QString>
 
+class WordTable;
+
 /// An amount of money in one language, as a person reads and hears it. Made once from minor units; what needs the sign,
 /// the digits or the code asks for them, so that nothing has to read a written amount again.
 struct MoneyText {
@@ -34,3 +36,6 @@ MoneyText balanceText(std::int64_t minor, std::string_view currency, std::string
 
 /// A dash in the place of an amount of this currency.
 MoneyText unknownMoney(std::string_view currency);
+
+/// How an amount is said aloud, by which way it goes.
+const WordTable& spokenMoney();

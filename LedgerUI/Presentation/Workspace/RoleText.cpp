@@ -3,9 +3,7 @@
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
-namespace {
-
-const WordTable& roles()
+const WordTable& roleWords()
 {
     static const WordTable words{
         {"owner", "所有者", "Pemilik", "Chủ sở hữu", "Owner"},
@@ -17,9 +15,7 @@ const WordTable& roles()
     return words;
 }
 
-}
-
 QString roleText(std::string_view role, std::string_view locale)
 {
-    return wordIn(locale, roles(), role);
+    return wordIn(locale, roleWords(), role);
 }

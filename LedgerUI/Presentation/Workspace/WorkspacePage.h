@@ -1,6 +1,6 @@
 #pragma once
 
-#include <array>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -14,14 +14,19 @@ struct PageAccess {
     bool showsDividends = false;
 };
 
+/// What the shell knows of a page before it makes it. Its keys follow from its place among those that are shown.
+struct PageDescriptor {
+    WorkspacePage page;
+    std::string_view name; // of its controls, and its row of workspaceWords()
+    std::string_view glyph;
+    bool (*isShownTo)(const PageAccess& access);
+};
+
 namespace WorkspacePages {
 
-inline constexpr std::array<WorkspacePage, 6> all{WorkspacePage::summary,   WorkspacePage::ledger,
-                                                  WorkspacePage::reports,   WorkspacePage::accounts,
-                                                  WorkspacePage::dividends, WorkspacePage::company};
-
-/// "summary", "ledger", ...
-std::string_view name(WorkspacePage page);
+/// Every page, in the order of the side bar.
+std::span<const PageDescriptor> all();
+const PageDescriptor& of(WorkspacePage page);
 
 /// The pages of a member, in the order of `all`. Exactly one of summary and reports is among them.
 std::vector<WorkspacePage> visible(const PageAccess& access);

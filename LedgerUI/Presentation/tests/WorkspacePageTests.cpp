@@ -26,7 +26,7 @@ TEST_P(VisiblePages, FollowTheMembersRights)
 {
     std::string pages;
     for (const auto page : WorkspacePages::visible(GetParam().access))
-        pages += (pages.empty() ? "" : " ") + std::string{WorkspacePages::name(page)};
+        pages += (pages.empty() ? "" : " ") + std::string{WorkspacePages::of(page).name};
     EXPECT_EQ(pages, GetParam().pages);
 }
 

@@ -1,7 +1,5 @@
 #include "LedgerUI/Screens/Workspace/SideBar.h"
 
-#include <array>
-
 #include <QButtonGroup>
 #include <QEvent>
 #include <QToolButton>
@@ -25,14 +23,6 @@ constexpr int pageButtonHeight = 32;
 constexpr int railButtonHeight = 36;
 constexpr int betweenPages = 2;
 
-// In the order of WorkspacePage.
-constexpr std::array glyphs{"person-lines-fill", "journal-text", "bar-chart", "bank", "pie-chart", "building"};
-
-QString glyphOf(WorkspacePage page)
-{
-    return QString::fromLatin1(glyphs[static_cast<std::size_t>(page)]);
-}
-
 }
 
 SideBar::SideBar(LedgerStore& store, QWidget* parent) : QFrame{parent}, m_store{store}
@@ -55,11 +45,11 @@ void SideBar::setPages(const std::vector<WorkspacePage>& pages)
     m_buttons.clear();
     for (const auto page : pages) {
         auto* button = new QToolButton(this);
-        button->setObjectName(QStringLiteral("page-") + qString(WorkspacePages::name(page)));
+        button->setObjectName(QStringLiteral("page-") + qString(WorkspacePages::of(page).name));
         button->setProperty("kind", QStringLiteral("page"));
         button->setCheckable(true);
         button->setFocusPolicy(Qt::StrongFocus);
-        button->setIcon(Icon::of(glyphOf(page), Token::text2, Token::accent));
+        button->setIcon(Icon::of(qString(WorkspacePages::of(page).glyph), Token::text2, Token::accent));
         button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         m_group->addButton(button, static_cast<int>(page));
         m_pageRows->addWidget(button);
@@ -150,7 +140,7 @@ void SideBar::retranslate()
     qsizetype position = 0;
     for (auto* button : m_buttons) {
         const auto page = static_cast<WorkspacePage>(m_group->id(button));
-        const auto name = word(workspaceWords(), WorkspacePages::name(page));
+        const auto name = word(workspaceWords(), WorkspacePages::of(page).name);
         const auto keys = KeyBindings::pageKeys(position++);
         button->setText(name);
         button->setAccessibleName(name);

@@ -120,7 +120,7 @@ void WorkspaceView::bindKeys()
     bind(KeyBindings::keys(Command::refresh), [this] { refresh(); });
     bind(KeyBindings::keys(Command::nextPane), [this] { movePane(Step::next); });
     bind(KeyBindings::keys(Command::previousPane), [this] { movePane(Step::previous); });
-    for (qsizetype position = 0; position < static_cast<qsizetype>(WorkspacePages::all.size()); ++position) {
+    for (qsizetype position = 0; position < KeyBindings::boundPages; ++position) {
         bind(KeyBindings::pageKeys(position), [this, position] {
             if (position < static_cast<qsizetype>(m_pages.size()))
                 open(m_pages[static_cast<std::size_t>(position)]);
@@ -146,12 +146,6 @@ void WorkspaceView::presentPages()
     const bool isKept = chosen && std::ranges::find(m_pages, *chosen) != m_pages.end();
     if (!m_pages.empty())
         open(isKept ? *chosen : m_pages.front());
-    std::erase_if(m_views, [this](const auto& each) {
-        const bool isGone = std::ranges::find(m_pages, each.first) == m_pages.end();
-        if (isGone)
-            each.second->deleteLater();
-        return isGone;
-    });
 }
 
 void WorkspaceView::presentStatus()

@@ -52,5 +52,5 @@ private:
     StatusBar* m_status = nullptr;
     BusyBar* m_busy = nullptr;
     std::vector<WorkspacePage> m_pages;
-    std::map<WorkspacePage, PageView*> m_views;
+    std::map<WorkspacePage, PageView*> m_views; // made when first opened; what they show is kept while they are away
 };

@@ -1,0 +1,150 @@
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/testing/WordTableAudit.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Period/PeriodWords.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/KeyWords.h"
+#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Workspace/RoleText.h"
+#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
+
+namespace {
+
+/// Every table of texts in the interface, by the name of its function. A new one that is missing here is found below.
+const std::map<std::string, const WordTable*>& tables()
+{
+    static const std::map<std::string, const WordTable*> all{
+        {"dialogWords", &dialogWords()},
+        {"entryFormWords", &entryFormWords()},
+        {"keyWords", &keyWords()},
+        {"ledgerWords", &ledgerWords()},
+        {"periodWords", &periodWords()},
+        {"reportWords", &reportWords()},
+        {"roleWords", &roleWords()},
+        {"signInWords", &signInWords()},
+        {"spokenMoney", &spokenMoney()},
+        {"workspaceWords", &workspaceWords()},
+        {"patterns", DayText::tables()[0]},
+        {"ranges", DayText::tables()[1]},
+        {"longMonths", DayText::tables()[2]},
+        {"shortMonths", DayText::tables()[3]},
+        {"weekdays", DayText::tables()[4]},
+    };
+    return all;
+}
+
+/// The sources of the interface by their paths, without tests.
+const std::map<std::string, std::string>& sources()
+{
+    static const auto all = [] {
+        std::map<std::string, std::string> read;
+        for (const auto& each : std::filesystem::recursive_directory_iterator{TALLYFOLD_UI_SOURCES}) {
+            const auto path = each.path().string();
+            const bool isSource = path.ends_with(".cpp") || path.ends_with(".h");
+            if (!isSource || path.find("/tests/") != std::string::npos || path.find("/testing/") != std::string::npos)
+                continue;
+            std::ostringstream text;
+            text << std::ifstream{path}.rdbuf();
+            read[path] = text.str();
+        }
+        return read;
+    }();
+    return all;
+}
+
+std::vector<std::smatch> matches(const std::string& text, const std::regex& pattern)
+{
+    return {std::sregex_iterator{text.begin(), text.end(), pattern}, {}};
+}
+
+bool isAnywhere(const std::string& text)
+{
+    return std::ranges::any_of(sources(), [&](const auto& each) {
+        return !each.first.ends_with("Words.cpp") && each.second.find(text) != std::string::npos;
+    });
+}
+
+/// Whether some source asks for the row: by its whole key, by the stem of a count or by the part before a point to
+/// which it adds the rest.
+bool isAskedFor(const std::string& key)
+{
+    const auto point = key.rfind('.');
+    return isAnywhere('"' + key + '"') ||
+           (point != std::string::npos &&
+            (isAnywhere('"' + key.substr(0, point + 1) + '"') || isAnywhere('"' + key.substr(0, point) + '"')));
+}
+
+}
+
+TEST(WordTables, AreAllKnown)
+{
+    static const std::regex definition{R"(\nconst WordTable& (\w+)\(\)\n)"};
+    std::size_t found = 0;
+    for (const auto& [path, text] : sources()) {
+        for (const auto& each : matches(text, definition)) {
+            EXPECT_TRUE(tables().contains(each[1])) << path << ": " << each[1] << " is missing in the list";
+            ++found;
+        }
+    }
+    EXPECT_EQ(found, tables().size());
+}
+
+TEST(WordTables, SpeakFourLanguagesWithTheSamePlaceholders)
+{
+    for (const auto& [name, table] : tables())
+        EXPECT_EQ(auditWords(*table), std::vector<std::string>{}) << name;
+}
+
+TEST(WordTables, HoldEveryKeyThatIsAskedFor)
+{
+    static const std::regex alias{R"(const auto& (\w+) = (\w+)\(\);)"};
+    static const std::regex question{
+        R"re(\b(word|wordIn|countedIn)\(\s*(?:[\w:.>-]+(?:\(\))?,\s*)?(\w+)(?:\(\))?,\s*(?:[^"{};]*\?\s*"(\w[\w.]*)"\s*:\s*)?"(\w[\w.]*)")re"};
+    std::size_t asked = 0;
+    for (const auto& [path, text] : sources()) {
+        const auto aliases = matches(text, alias);
+        for (const auto& each : matches(text, question)) {
+            std::string table = each[2];
+            for (const auto& other : aliases) {
+                if (other.position() < each.position() && other[1] == each[2].str())
+                    table = other[2];
+            }
+            if (!tables().contains(table))
+                continue;
+            for (const auto& key : {each[3].str(), each[4].str()}) {
+                // A key that ends with a point goes on with something that only the running program knows.
+                if (key.empty() || key.ends_with('.'))
+                    continue;
+                ++asked;
+                const auto counted = each[1] == "countedIn" ? key + ".many" : key;
+                EXPECT_TRUE(tables().at(table)->contains(counted)) << path << ": " << table << " has no " << counted;
+            }
+        }
+    }
+    EXPECT_GT(asked, 100U) << "the calls are no longer recognised";
+}
+
+TEST(WordTables, HoldNothingThatNobodyAsksFor)
+{
+    for (const auto& [name, table] : tables()) {
+        // The keys of the others come from data: roles, months, signs.
+        if (!name.ends_with("Words") || table == &roleWords())
+            continue;
+        for (const auto& row : table->rows())
+            EXPECT_TRUE(isAskedFor(std::string{row.key})) << name << ": nobody asks for " << row.key;
+    }
+}
