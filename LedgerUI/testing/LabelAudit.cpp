@@ -1,6 +1,7 @@
 #include "LedgerUI/testing/LabelAudit.h"
 
 #include <algorithm>
+#include <set>
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -8,6 +9,8 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
+#include <QStyleOptionFrame>
 #include <QTest>
 #include <QToolButton>
 #include <fmt/format.h>
@@ -50,6 +53,43 @@ void auditButton(const QAbstractButton& button, std::vector<std::string>& cut)
         cut.push_back(report(button, button.text(), needed, button.size()));
 }
 
+/// What a field says while it is empty stands between its margins.
+void auditPrompt(const QLineEdit& field, std::vector<std::string>& cut)
+{
+    constexpr int around = 2; // of the cursor at each end
+    const auto prompt = field.placeholderText();
+    QStyleOptionFrame option;
+    option.initFrom(&field);
+    const auto room = field.style()->subElementRect(QStyle::SE_LineEditContents, &option, &field).width() -
+                      field.textMargins().left() - field.textMargins().right();
+    const auto needed = field.fontMetrics().horizontalAdvance(prompt) + around;
+    if (!prompt.isEmpty() && field.text().isEmpty() && room < needed)
+        cut.push_back(report(field, prompt, {needed, field.height()}, {room, field.height()}));
+}
+
+/// The visible controls that take the focus by Tab.
+QWidgetList tabStops(const QWidget& root)
+{
+    QWidgetList stops;
+    for (auto* widget : root.findChildren<QWidget*>()) {
+        if (widget->isVisible() && widget->window() == root.window() &&
+            (widget->focusPolicy() & Qt::TabFocus) == Qt::TabFocus && !widget->focusProxy())
+            stops << widget;
+    }
+    return stops;
+}
+
+/// A control's name as readers have it: its own, unless a label beside it names it.
+QString spokenName(QAccessibleInterface& control)
+{
+    for (const auto& [other, relation] : control.relations(QAccessible::Label)) {
+        if (other && !other->text(QAccessible::Name).isEmpty())
+            return other->text(QAccessible::Name);
+    }
+    // On Linux a box without a label is spoken as its chosen row alone.
+    return control.role() == QAccessible::ComboBox ? QString{} : control.text(QAccessible::Name);
+}
+
 void auditHeader(const QHeaderView& header, std::vector<std::string>& cut)
 {
     const auto* model = header.model();
@@ -69,33 +109,62 @@ void auditHeader(const QHeaderView& header, std::vector<std::string>& cut)
 std::vector<std::string> auditLabels(QWidget& root)
 {
     std::vector<std::string> cut;
+    std::size_t seen = 0;
     for (const auto* widget : root.findChildren<QWidget*>()) {
-        if (!widget->isVisibleTo(&root))
+        if (!widget->isVisible() || widget->window() != root.window())
             continue;
+        ++seen;
         if (const auto* label = qobject_cast<const QLabel*>(widget))
             auditLabel(*label, cut);
         else if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
             auditButton(*button, cut);
+        else if (const auto* field = qobject_cast<const QLineEdit*>(widget))
+            auditPrompt(*field, cut);
         else if (const auto* header = qobject_cast<const QHeaderView*>(widget))
             auditHeader(*header, cut);
     }
+    if (seen == 0)
+        cut.emplace_back("nothing is shown");
     return cut;
 }
 
 std::vector<std::string> auditControls(QWidget& root)
 {
     std::vector<std::string> nameless;
-    for (auto* widget : root.findChildren<QWidget*>()) {
-        if (!widget->isVisibleTo(&root) || !(widget->focusPolicy() & Qt::TabFocus))
-            continue;
-        const auto* spoken = QAccessible::queryAccessibleInterface(widget);
-        if (widget->objectName().isEmpty() || !spoken || spoken->text(QAccessible::Name).isEmpty())
+    const auto controls = tabStops(root);
+    for (auto* widget : controls) {
+        auto* const spoken = QAccessible::queryAccessibleInterface(widget);
+        if (widget->objectName().isEmpty() || !spoken || spokenName(*spoken).isEmpty())
             nameless.push_back(nameOf(*widget));
+        else if (spoken->role() == QAccessible::NoRole || spoken->role() == QAccessible::Client)
+            nameless.push_back(nameOf(*widget) + " has no role");
         const auto* box = qobject_cast<const QComboBox*>(widget);
         if (box && box->view()->accessibleName().isEmpty())
             nameless.push_back("list of " + nameOf(*widget));
     }
+    if (controls.empty())
+        nameless.emplace_back("nothing can be reached");
     return nameless;
+}
+
+std::vector<std::string> auditTabOrder(QWidget& root)
+{
+    auto* const start = root.window()->focusWidget();
+    if (!start)
+        return {"nothing has the focus"};
+    std::set<const QWidget*> visited;
+    auto* at = start;
+    do {
+        visited.insert(at);
+        QTest::keyClick(at, Qt::Key_Tab);
+        at = root.window()->focusWidget();
+    } while (at && !visited.contains(at));
+    std::vector<std::string> missed;
+    for (auto* each : tabStops(root)) {
+        if (each->isEnabled() && !visited.contains(each))
+            missed.push_back(nameOf(*each));
+    }
+    return missed;
 }
 
 std::vector<std::string> tabOrder(QWidget& first)

@@ -1,0 +1,144 @@
+#include <array>
+#include <functional>
+#include <set>
+#include <string>
+
+#include <QAccessible>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/LabelAudit.h"
+#include "LedgerUI/testing/WindowUnderTest.h"
+
+// Every screen in every language in the smallest window: nothing is cut, every control has a name and a role, and Tab
+// comes by all of them. ctest runs this once more at twice the scale and once with larger texts.
+
+namespace {
+
+constexpr QSize smallest{900, 640};
+
+PageRegistry builtPages()
+{
+    PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    return pages;
+}
+
+SnapshotBuilder books()
+{
+    auto person = SnapshotBuilder::person("m1", "Dewi Anggraini", "finance");
+    person.email = "dewi.anggraini@en.demo.tallyfold.example";
+    auto builder = SnapshotBuilder{}.currentMember(person);
+    builder.account("Operating bank", {"IDR", "USD"}).account("Singapore", {"USD", "SGD"});
+    builder.employeeAccount("Petty cash", {"IDR"}, "m1").grantAll();
+    builder.category("power", "expense", "Electricity").category("sales", "income", "Sales");
+    builder.balance("Operating bank", "IDR", 28'412'045'000);
+    builder.expense("e1", "2026-11-19", "Operating bank", "IDR", 438'520'000, "power").note("November");
+    builder.income("i1", "2026-11-18", "Singapore", "USD", 1'200'000, "sales");
+    builder.transfer("t1", "2026-11-17", "Operating bank", "Petty cash", "IDR", 50'000'000, "funding");
+    return builder;
+}
+
+struct Shown {
+    std::string name;
+    std::function<void(WindowUnderTest&)> open;
+};
+
+void PrintTo(const Shown& each, std::ostream* out)
+{
+    *out << each.name;
+}
+
+void signIn(WindowUnderTest& under)
+{
+    under.openDemonstration(books());
+    under.screen.waitFor("ledgerTable");
+}
+
+void openEntry(WindowUnderTest& under, const char* kind)
+{
+    signIn(under);
+    under.screen.choose("newEntryKinds", std::string{"newEntry."} + kind);
+    under.screen.waitForFocus("transactionForm");
+    under.screen.keys("Ctrl+Return"); // with every message
+}
+
+void chooseEntry(WindowUnderTest& under)
+{
+    signIn(under);
+    under.screen.find("ledgerTable").setFocus();
+    under.screen.keys("Ctrl+Home Down Return");
+}
+
+void openReversal(WindowUnderTest& under)
+{
+    chooseEntry(under);
+    under.screen.press("reverseButton");
+    under.screen.waitForFocus("reversalDialog");
+    under.screen.keys("Ctrl+Return");
+}
+
+void complain(WindowUnderTest& under)
+{
+    under.server.answer("POST v1/auth/login", ServerReply::error(401, "unauthorized"));
+    std::ignore = resultOf(under.store.login("a@example.com", "x"));
+    under.screen.waitFor("alertDialog");
+}
+
+void waitForAnswer(WindowUnderTest& under)
+{
+    under.server.answer("POST v1/auth/login", ServerReply::parked());
+    under.screen.fill("email", "mira@example.com");
+    under.screen.fill("password", "secret");
+    under.screen.keys("Return");
+    under.screen.waitFor("signInStop");
+}
+
+void askForTheDraft(WindowUnderTest& under)
+{
+    openEntry(under, "expense");
+    under.screen.fill("entryAmount", "12");
+    under.screen.keys("Esc");
+    under.screen.waitFor("questionDialog");
+}
+
+const std::array shown{
+    Shown{"SignIn",
+          [](auto& under) {
+              under.screen.press("addressFold");
+              under.screen.press("signIn");
+          }},
+    Shown{"SignInWaiting", waitForAnswer},
+    Shown{"Alert", complain},
+    Shown{"Keys", [](auto& under) { under.screen.keys("F1"); }},
+    Shown{"Ledger", signIn},
+    Shown{"LedgerDetail", chooseEntry},
+    Shown{"Expense", [](auto& under) { openEntry(under, "expense"); }},
+    Shown{"Transfer", [](auto& under) { openEntry(under, "transfer"); }},
+    Shown{"Exchange", [](auto& under) { openEntry(under, "exchange"); }},
+    Shown{"Refund", [](auto& under) { openEntry(under, "refund"); }},
+    Shown{"Opening", [](auto& under) { openEntry(under, "opening"); }},
+    Shown{"Question", askForTheDraft},
+    Shown{"Reversal", openReversal},
+};
+
+class Sweep : public testing::TestWithParam<std::tuple<Shown, std::string>> {};
+
+}
+
+TEST_P(Sweep, FindsNothingCutNamelessOrOutOfReach)
+{
+    const auto& [screen, language] = GetParam();
+    WindowUnderTest under{builtPages(), smallest};
+    screen.open(under);
+    under.speak(language);
+    auto& top = *visibleWindows().back();
+    EXPECT_EQ(auditLabels(top), std::vector<std::string>{});
+    EXPECT_EQ(auditControls(top), std::vector<std::string>{});
+    EXPECT_EQ(auditTabOrder(top), std::vector<std::string>{});
+    EXPECT_NE(under.screen.focus(), "nothing");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Screens, Sweep, testing::Combine(testing::ValuesIn(shown), testing::Values("zh-CN", "id-ID", "vi-VN", "en-US")),
+    [](const auto& each) { return std::get<0>(each.param).name + "_" + std::get<1>(each.param).substr(0, 2); });
