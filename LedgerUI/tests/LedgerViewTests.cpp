@@ -1,5 +1,6 @@
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
@@ -305,6 +306,24 @@ TEST(LedgerView, MovesThroughPeriodsByKeyAndStopsAtTheOneThatHoldsToday)
     page.press(Qt::Key_Escape);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("periodLabel"));
     EXPECT_EQ(page.period(), "September 2026");
+}
+
+TEST(LedgerView, TellsReadersOfEachPeriodInTheGrid)
+{
+    OpenedLedger page;
+    page.person.keys("Alt+Down");
+    auto* grid = page.window.findChild<PeriodGridView*>();
+    auto* list = QAccessible::queryAccessibleInterface(grid);
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(list->role(), QAccessible::List);
+    ASSERT_EQ(list->childCount(), 12);
+    EXPECT_EQ(list->child(9)->text(QAccessible::Name), QStringLiteral("October 2026, 1 entry"));
+    EXPECT_TRUE(list->child(10)->state().selected);
+    EXPECT_TRUE(list->child(11)->state().disabled);
+    page.person.keys("Left");
+    EXPECT_EQ(list->focusChild(), list->child(9));
+    EXPECT_EQ(list->indexOfChild(list->focusChild()), 9);
+    EXPECT_EQ(list->childAt(list->child(3)->rect().center().x(), list->child(3)->rect().center().y()), list->child(3));
 }
 
 TEST(LedgerView, KeepsTheSelectionThroughARefresh)

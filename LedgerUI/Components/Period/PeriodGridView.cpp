@@ -8,6 +8,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "LedgerUI/Components/Period/PeriodGridAccess.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/Theme/TypeScale.h"
@@ -30,6 +31,7 @@ PeriodGridView::PeriodGridView(QWidget* parent) : QWidget{parent}
     setObjectName(QStringLiteral("periodGrid"));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
+    offerPeriodGridToReaders();
     connect(&Theme::current(), &Theme::changed, this, qOverload<>(&QWidget::update));
 }
 
@@ -194,9 +196,9 @@ void PeriodGridView::moveBy(int cells)
 void PeriodGridView::setCurrent(int at)
 {
     m_current = at;
-    // The grid stands for its current cell, so that a reader hears where the keys are.
-    setAccessibleName(m_grid.cells[static_cast<std::size_t>(at)].spoken);
-    QAccessibleEvent event{this, QAccessible::NameChanged};
+    setAccessibleName(m_grid.title);
+    QAccessibleEvent event{this, QAccessible::Focus};
+    event.setChild(at);
     QAccessible::updateAccessibility(&event);
     update();
 }

@@ -18,6 +18,15 @@ public:
 
     [[nodiscard]] QSize sizeHint() const override;
 
+    // What readers are told of.
+    [[nodiscard]] int cellCount() const { return static_cast<int>(m_grid.cells.size()); }
+    [[nodiscard]] const PeriodCell& cell(int at) const { return m_grid.cells[static_cast<std::size_t>(at)]; }
+    [[nodiscard]] QRect cellRect(int at) const;
+    /// The cell at this place, or -1.
+    [[nodiscard]] int cellAt(QPoint point) const;
+    [[nodiscard]] int currentCell() const { return m_current; }
+    [[nodiscard]] bool isChosen(int at) const { return m_chosen && *m_chosen == cell(at).period; }
+
 Q_SIGNALS:
     void periodChosen(const Period& period);
     /// The keys left the page for the one before (-1) or after (1), towards this day.
@@ -33,8 +42,6 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    [[nodiscard]] QRect cellRect(int at) const;
-    [[nodiscard]] int cellAt(QPoint point) const;
     [[nodiscard]] int headHeight() const;
     void paintCell(class QPainter& painter, int at) const;
     void moveBy(int cells);

@@ -178,8 +178,6 @@ const WordTable& ledgerWords()
 
         // actions
         {"action.sort", "排序方式", "Urutkan menurut", "Sắp xếp theo", "Sort by"},
-        {"action.sortNext", "按下一列排序", "Urutkan menurut kolom berikutnya", "Sắp xếp theo cột kế tiếp",
-         "Sort by the next column"},
         {"action.turnSort", "反转排序", "Balik urutan", "Đảo thứ tự", "Turn the order around"},
         {"action.open", "打开", "Buka", "Mở", "Open"},
         {"action.duplicate", "再记一笔相同的…", "Gandakan…", "Ghi thêm một bút toán giống vậy…",

@@ -97,8 +97,9 @@ PeriodCell cellFor(const Period& period, const Period& page, year_month_day toda
     const auto entries = counts.in(period);
     if (entries > 0)
         cell.count = QString::fromStdString(groupedNumber(entries, locale));
-    cell.spoken = wordIn(locale, periodWords(), "cell.entries",
-                         {periodLabel(period, locale).toStdString(), groupedNumber(entries, locale)});
+    const auto label = periodLabel(period, locale).toStdString();
+    cell.spoken = entries == 1 ? wordIn(locale, periodWords(), "cell.one", {label})
+                               : wordIn(locale, periodWords(), "cell.entries", {label, groupedNumber(entries, locale)});
     cell.isOffered = period.firstDay() <= counts.horizon(today);
     cell.isToday = period.firstDay() <= today && today <= period.lastDay();
     cell.isMuted = period.lastDay() < page.firstDay() || period.firstDay() > page.lastDay();

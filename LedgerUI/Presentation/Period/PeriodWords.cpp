@@ -24,6 +24,7 @@ const WordTable& periodWords()
         {"count.month", "每月记录数", "Catatan per bulan", "Số bút toán mỗi tháng", "Entries per month"},
         {"count.quarter", "每季度记录数", "Catatan per kuartal", "Số bút toán mỗi quý", "Entries per quarter"},
         {"count.year", "每年记录数", "Catatan per tahun", "Số bút toán mỗi năm", "Entries per year"},
+        {"cell.one", "%1，1 条记录", "%1, 1 catatan", "%1, 1 bút toán", "%1, 1 entry"},
         {"cell.entries", "%1，%2 条记录", "%1, %2 catatan", "%1, %2 bút toán", "%1, %2 entries"},
         {"weekOf", "第 %1 周 · %2", "M%1 · %2", "T%1 · %2", "W%1 · %2"},
         {"accessibleName", "期间，%1", "Periode, %1", "Kỳ, %1", "Period, %1"},

@@ -9,8 +9,10 @@
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Entry/TransactionForm.h"
 
 namespace {
 
@@ -23,6 +25,22 @@ constexpr std::array kinds{
     Kind{EntryKind::expense, std::nullopt},          Kind{EntryKind::income, Command::newIncome},
     Kind{EntryKind::transfer, Command::newTransfer}, Kind{EntryKind::exchange, Command::newExchange},
     Kind{EntryKind::refund, std::nullopt},           Kind{EntryKind::opening, std::nullopt}};
+
+struct Column {
+    const char* name;
+    LedgerSort::Key key;
+};
+constexpr std::array columns{Column{"date", LedgerSort::Key::date}, Column{"entry", LedgerSort::Key::entry},
+                             Column{"account", LedgerSort::Key::account}, Column{"member", LedgerSort::Key::member},
+                             Column{"amount", LedgerSort::Key::amount}};
+
+/// Whether another entry like this one can be recorded. Openings are made once, and a refund pays one income back.
+bool mayRepeat(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
+{
+    const bool isRepeatable = entry.kind != EntryKind::opening && entry.kind != EntryKind::refund &&
+                              displayKind(entry) == entry.kind && TransactionForm::supports(entry.kind);
+    return isRepeatable && !LedgerEntryAccess::accounts(snapshot, entry.kind).empty();
+}
 
 QString idOf(std::string_view kind)
 {
@@ -69,4 +87,75 @@ QList<QString> LedgerActions::recordingMenu()
         ids << idOf(each.kind);
     }
     return ids;
+}
+
+std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
+{
+    const bool isOne = chosen.detail.has_value();
+    const auto at = isOne ? chosen.entries.front() : LedgerBook::none;
+    const auto* leg = isOne ? leadingLeg(*chosen.book, at) : nullptr;
+    const auto account = leg ? chosen.book->accounts().id(leg->account) : std::string{};
+    const auto id = isOne ? chosen.detail->id : std::string{};
+    const auto correction = isOne ? chosen.detail->correction : QString{};
+    const auto busy = chosen.isBusy ? word(ledgerWords(), "newEntry.busy") : QString{};
+    return {
+        {.id = QStringLiteral("open"),
+         .text = word(ledgerWords(), "action.open"),
+         .isOffered = isOne,
+         .run = chosen.open},
+        {.id = QStringLiteral("reverse"),
+         .text = word(ledgerWords(), "reverse"),
+         .glyph = QStringLiteral("arrow-counterclockwise"),
+         .whyNot = chosen.isBusy ? busy : correction,
+         .isOffered = isOne && (chosen.detail->offersReversal || !correction.isEmpty()),
+         .run = [reverse = chosen.reverse, id] { reverse(id); }},
+        {.id = QStringLiteral("duplicate"),
+         .text = word(ledgerWords(), "action.duplicate"),
+         .glyph = QStringLiteral("copy"),
+         .whyNot = busy,
+         .isOffered = isOne && mayRepeat(chosen.book->transaction(at), chosen.book->snapshot()),
+         .run = [duplicate = chosen.duplicate, id] { duplicate(id); }},
+        {.id = QStringLiteral("onlyAccount"),
+         .text = leg ? word(ledgerWords(), "action.onlyAccount", {chosen.book->names().account(account)}) : QString{},
+         .isOffered = leg != nullptr,
+         .run = [showOnly = chosen.showOnly, account] { showOnly(account); }},
+        {.id = QStringLiteral("copy"),
+         .text = word(ledgerWords(), "action.copy"),
+         .keys = KeyBindings::keys(Command::copyRows),
+         .isOffered = !chosen.entries.empty(),
+         .run = chosen.copy}};
+}
+
+QList<QString> LedgerActions::entryMenu()
+{
+    return {QStringLiteral("open"),
+            QStringLiteral("reverse"),
+            QStringLiteral("duplicate"),
+            QStringLiteral("onlyAccount"),
+            {},
+            QStringLiteral("copy"),
+            {}};
+}
+
+std::vector<Action> LedgerActions::sorting(LedgerSort now, const std::function<void(LedgerSort::Key key)>& sortBy)
+{
+    std::vector<Action> actions;
+    for (const auto& [column, key] : columns)
+        actions.push_back({.id = QStringLiteral("sort.") + QString::fromLatin1(column),
+                           .text = word(ledgerWords(), std::string{"column."} + column),
+                           .isOn = now.key == key,
+                           .run = [sortBy, sorted = key] { sortBy(sorted); }});
+    actions.push_back({.id = QStringLiteral("turnSort"),
+                       .text = word(ledgerWords(), "action.turnSort"),
+                       .keys = KeyBindings::keys(Command::turnSort),
+                       .run = [sortBy, now] { sortBy(now.key); }});
+    return actions;
+}
+
+QList<QString> LedgerActions::sortingMenu()
+{
+    QList<QString> ids;
+    for (const auto& [column, key] : columns)
+        ids << QStringLiteral("sort.") + QString::fromLatin1(column);
+    return ids << QString{} << QStringLiteral("turnSort");
 }

@@ -1,20 +1,42 @@
 #pragma once
 
 #include <functional>
+#include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "LedgerUI/Components/Page/Action.h"
+#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 
 class LedgerStore;
 
+/// What can be done on the ledger page, and in which order its menus list it.
 namespace LedgerActions {
 
 /// "newEntry", which records the first kind that the member may record, and one action for each kind:
 /// "newEntry.expense" and so on. Not offered to members who may not record at all.
 std::vector<Action> recording(const LedgerStore& store, const std::function<void(const std::string& kind)>& record);
-
-/// What the menu of the new entries lists, in groups.
 QList<QString> recordingMenu();
+
+/// The entries that are chosen, and what does the things that can be done with them.
+struct Chosen {
+    LedgerBookPointer book;
+    std::span<const std::uint32_t> entries;
+    const std::optional<LedgerEntryDetail>& detail; // of a single one
+    bool isBusy = false;
+    std::function<void()> open;
+    std::function<void()> copy;
+    std::function<void(const std::string& entryID)> reverse;
+    std::function<void(const std::string& entryID)> duplicate;
+    std::function<void(const std::string& accountID)> showOnly;
+};
+std::vector<Action> onEntries(const Chosen& chosen);
+QList<QString> entryMenu();
+
+/// Sorting by each column; by the one in force turns the order around.
+std::vector<Action> sorting(LedgerSort now, const std::function<void(LedgerSort::Key key)>& sortBy);
+QList<QString> sortingMenu();
 
 }

@@ -8,7 +8,6 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/LedgerStore.h"
-#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
@@ -47,14 +46,6 @@ std::vector<MoneyText> netAmounts(const std::vector<LedgerTotal>& totals)
             amounts.push_back(movementText(*total.net, total.currency, InterfaceLanguage::tag()));
     }
     return amounts;
-}
-
-/// Whether another entry like this one can be recorded. Openings are made once, and a refund pays one income back.
-bool mayRepeat(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
-{
-    const bool isRepeatable = entry.kind != EntryKind::opening && entry.kind != EntryKind::refund &&
-                              displayKind(entry) == entry.kind && TransactionForm::supports(entry.kind);
-    return isRepeatable && !LedgerEntryAccess::accounts(snapshot, entry.kind).empty();
 }
 
 /// The account that the ledger is narrowed to, where it is a single one.
@@ -222,7 +213,7 @@ void LedgerView::presentSelection()
     m_selected = m_table->selectedEntries();
     m_sums = book ? totals(*book, m_selected) : std::vector<LedgerTotal>{};
     m_chosen = book && m_selected.size() == 1 ? std::optional{detailOf(*book, m_selected.front())} : std::nullopt;
-    m_actions->present(rowActions());
+    presentRowActions();
     presentDetail();
     Q_EMIT statusContextChanged();
 }
@@ -246,10 +237,24 @@ void LedgerView::presentActions()
 {
     m_actions->present(LedgerActions::recording(m_store, [this](const std::string& kind) { record(kind); }));
     m_actions->present(pageActions());
-    m_actions->present(rowActions());
-    m_actions->present(sortActions());
+    m_actions->present(LedgerActions::sorting(
+        m_browser->sort(), [this](LedgerSort::Key key) { m_browser->setSort(m_table->sortedBy(key)); }));
+    presentRowActions();
     if (m_newEntry)
         m_newEntry->setVisible((*m_actions)[QStringLiteral("newEntry")]->isVisible());
+}
+
+void LedgerView::presentRowActions()
+{
+    m_actions->present(LedgerActions::onEntries({.book = m_browser->book(),
+                                                 .entries = m_selected,
+                                                 .detail = m_chosen,
+                                                 .isBusy = m_store.isBusy(),
+                                                 .open = [this] { m_page->openDetail(); },
+                                                 .copy = [this] { m_table->copySelection(); },
+                                                 .reverse = [this](const std::string& id) { reverse(id); },
+                                                 .duplicate = [this](const std::string& id) { duplicate(id); },
+                                                 .showOnly = [this](const std::string& id) { showOnlyAccount(id); }}));
 }
 
 std::vector<Action> LedgerView::pageActions()
@@ -267,72 +272,11 @@ std::vector<Action> LedgerView::pageActions()
                           m_period->openPopover();
                   }),
             keyed("toggleDetail", Command::toggleDetail, [this] { m_page->toggleDetail(); }),
+            keyed("sortNext", Command::sortNext, [this] { m_browser->setSort(m_table->sortedByNext()); }),
             keyed("clearFilters", Command::clearFilters, [this] {
                 m_browser->setFilter(m_browser->clearedFilter());
                 m_page->focusContent();
             })};
-}
-
-/// What can be done with the rows that are chosen.
-std::vector<Action> LedgerView::rowActions()
-{
-    const auto book = m_browser->book();
-    const bool isOne = m_chosen.has_value();
-    const auto detail = m_chosen.value_or(LedgerEntryDetail{});
-    const auto* leg = isOne ? leadingLeg(*book, m_selected.front()) : nullptr;
-    const auto account = leg ? book->accounts().id(leg->account) : std::string{};
-    return {{.id = QStringLiteral("open"),
-             .text = text("action.open"),
-             .isOffered = isOne,
-             .run = [this] { m_page->openDetail(); }},
-            {.id = QStringLiteral("reverse"),
-             .text = text("reverse"),
-             .glyph = QStringLiteral("arrow-counterclockwise"),
-             .whyNot = m_store.isBusy() ? text("newEntry.busy") : detail.correction,
-             .isOffered = isOne && (detail.offersReversal || !detail.correction.isEmpty()),
-             .run = [this, id = detail.id] { reverse(id); }},
-            {.id = QStringLiteral("duplicate"),
-             .text = text("action.duplicate"),
-             .glyph = QStringLiteral("copy"),
-             .whyNot = m_store.isBusy() ? text("newEntry.busy") : QString{},
-             .isOffered = isOne && mayRepeat(book->transaction(m_selected.front()), book->snapshot()),
-             .run = [this, id = detail.id] { duplicate(id); }},
-            {.id = QStringLiteral("onlyAccount"),
-             .text = leg ? word(ledgerWords(), "action.onlyAccount", {book->names().account(account)}) : QString{},
-             .isOffered = leg != nullptr,
-             .run = [this, account] { showOnlyAccount(account); }},
-            {.id = QStringLiteral("copy"),
-             .text = text("action.copy"),
-             .keys = {QKeySequence{QKeySequence::Copy}},
-             .isOffered = !m_selected.empty(),
-             .run = [this] { m_table->copySelection(); }}};
-}
-
-std::vector<Action> LedgerView::sortActions()
-{
-    using Key = LedgerSort::Key;
-    std::vector<Action> actions;
-    const auto sort = m_browser->sort();
-    const auto add = [&](const char* column, Key key) {
-        actions.push_back({.id = QStringLiteral("sort.") + QString::fromLatin1(column),
-                           .text = text(std::string{"column."} + column),
-                           .isOn = sort.key == key,
-                           .run = [this, key] { m_browser->setSort(m_table->sortedBy(key)); }});
-    };
-    add("date", Key::date);
-    add("entry", Key::entry);
-    add("account", Key::account);
-    add("member", Key::member);
-    add("amount", Key::amount);
-    actions.push_back({.id = QStringLiteral("sortNext"),
-                       .text = text("action.sortNext"),
-                       .keys = KeyBindings::keys(Command::sortNext),
-                       .run = [this] { m_browser->setSort(m_table->sortedByNext()); }});
-    actions.push_back({.id = QStringLiteral("turnSort"),
-                       .text = text("action.turnSort"),
-                       .keys = KeyBindings::keys(Command::turnSort),
-                       .run = [this] { m_browser->setSort(m_table->sortedBy(m_browser->sort().key)); }});
-    return actions;
 }
 
 void LedgerView::openMenu(QPoint place)
@@ -341,22 +285,8 @@ void LedgerView::openMenu(QPoint place)
     menu->setObjectName(QStringLiteral("entryMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->setToolTipsVisible(true);
-    m_actions->fill(*menu, {QStringLiteral("open"),
-                            QStringLiteral("reverse"),
-                            QStringLiteral("duplicate"),
-                            QStringLiteral("onlyAccount"),
-                            {},
-                            QStringLiteral("copy"),
-                            {}});
-    auto* sorting = menu->addMenu(text("action.sort"));
-    m_actions->fill(*sorting, {QStringLiteral("sort.date"),
-                               QStringLiteral("sort.entry"),
-                               QStringLiteral("sort.account"),
-                               QStringLiteral("sort.member"),
-                               QStringLiteral("sort.amount"),
-                               {},
-                               QStringLiteral("sortNext"),
-                               QStringLiteral("turnSort")});
+    m_actions->fill(*menu, LedgerActions::entryMenu());
+    m_actions->fill(*menu->addMenu(text("action.sort")), LedgerActions::sortingMenu());
     menu->popup(place);
 }
 

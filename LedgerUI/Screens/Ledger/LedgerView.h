@@ -45,9 +45,8 @@ private:
     void presentSelection();
     void presentDetail();
     void presentActions();
+    void presentRowActions();
     [[nodiscard]] std::vector<Action> pageActions();
-    [[nodiscard]] std::vector<Action> rowActions();
-    [[nodiscard]] std::vector<Action> sortActions();
     void openMenu(QPoint place);
     void retranslate();
 
