@@ -4,6 +4,7 @@
 
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
+#include "LedgerCore/Domain/Text/Collation.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
@@ -52,6 +53,10 @@ Choices accountChoices(const LedgerBook& book)
         if (book.accounts().contains(account.id))
             choices.push_back({account.id, QString::fromStdString(account.name)});
     }
+    std::ranges::sort(
+        choices,
+        [&](std::string_view left, std::string_view right) { return Collation::isBefore(left, right, book.locale()); },
+        [&](const LedgerFilterChoice& choice) { return book.names().account(choice.id); });
     return choices;
 }
 

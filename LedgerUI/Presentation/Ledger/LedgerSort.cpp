@@ -6,7 +6,7 @@
 #include <numeric>
 #include <tuple>
 
-#include "LedgerCore/Domain/Money/CurrencyInfo.h"
+#include "LedgerCore/Domain/Text/Collation.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 
 namespace {
@@ -40,13 +40,16 @@ SortKey keyOf(const Rank& rank, LedgerSort::Direction direction, std::uint32_t b
     return {std::uint64_t{place} << 32 | amount >> 32, amount << 32 | before};
 }
 
-/// For each number its place in alphabetical order.
-std::vector<std::uint32_t> alphabeticalPlaces(const LedgerKeys& keys)
+/// For each number its place in the alphabetical order of the language.
+std::vector<std::uint32_t> alphabeticalPlaces(const LedgerKeys& keys, std::string_view locale)
 {
     std::vector<std::uint32_t> numbers(keys.size());
     std::iota(numbers.begin(), numbers.end(), 0U);
-    std::ranges::sort(numbers, {},
-                      [&](std::uint32_t number) { return std::tie(keys.folded(number), keys.shown(number)); });
+    std::vector<std::string> sortKeys;
+    sortKeys.reserve(keys.size());
+    for (const auto number : numbers)
+        sortKeys.push_back(Collation::sortKey(keys.shown(number), locale));
+    std::ranges::sort(numbers, {}, [&](std::uint32_t number) { return std::tie(sortKeys[number], keys.id(number)); });
     std::vector<std::uint32_t> places(keys.size());
     for (std::uint32_t at = 0; at < numbers.size(); ++at)
         places[numbers[at]] = at;
@@ -59,13 +62,13 @@ std::vector<std::uint32_t> places(const LedgerBook& book, Key key)
     case Key::date:
         break;
     case Key::entry:
-        return alphabeticalPlaces(book.titles());
+        return alphabeticalPlaces(book.titles(), book.locale());
     case Key::account:
-        return alphabeticalPlaces(book.accounts());
+        return alphabeticalPlaces(book.accounts(), book.locale());
     case Key::member:
-        return alphabeticalPlaces(book.members());
+        return alphabeticalPlaces(book.members(), book.locale());
     case Key::amount:
-        return alphabeticalPlaces(book.currencies());
+        return alphabeticalPlaces(book.currencies(), book.locale());
     }
     return {};
 }

@@ -124,6 +124,20 @@ INSTANTIATE_TEST_SUITE_P(
                     SortCase{"AmountDown", {Key::amount, down}, "o1 i1 v1 t1 e3 r1 e1 x1 e2"}),
     [](const auto& each) { return std::string{each.param.name}; });
 
+TEST(LedgerSort, FollowsTheAlphabetOfTheLanguage)
+{
+    auto books = snapshot().account("Đảo", {"USD"}).account("Dịch", {"USD"}).account("Quỹ 10", {"USD"});
+    books.account("Quỹ 2", {"USD"});
+    for (const auto* name : {"Đảo", "Dịch", "Quỹ 10", "Quỹ 2"})
+        books.income(name, "2026-11-02", name, "USD", 100);
+    const auto book = bookOf(books, "vi-VN");
+    EXPECT_EQ(idsOf(book, sorted(book, matching(book, {}), {Key::account, up})), "Dịch Đảo Quỹ 2 Quỹ 10");
+    QStringList offered;
+    for (const auto& choice : filterChoices(book, Part::accounts))
+        offered << choice.text;
+    EXPECT_EQ(offered.join(QLatin1Char(' ')).toStdString(), "Dịch Đảo Quỹ 2 Quỹ 10");
+}
+
 TEST(LedgerNotice, SaysWhyNothingIsShownAndOffersTheWayOut)
 {
     const auto book = bookOf(sampleLedger());
