@@ -1,6 +1,5 @@
 #include "LedgerService/Storage/Database.h"
 
-#include <chrono>
 #include <exception>
 #include <filesystem>
 
@@ -8,18 +7,23 @@
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/ReadGate.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
 
 namespace {
 
-/// As long as a writer waits for another process.
-constexpr std::chrono::seconds patience{10};
+/// The log begins anew by itself when there is a moment without readers; at this size the moment is made.
+constexpr std::uintmax_t longLog = std::uintmax_t{16} << 20;
+/// How long new readers are kept waiting for those inside.
+constexpr std::chrono::milliseconds longestHold{100};
 
 }
 
-Database::Database(std::string file) : m_file(std::move(file)) {}
+Database::Database(std::string file) : m_file(std::move(file)), m_gate(std::make_shared<ReadGate>()), m_longLog(longLog)
+{
+}
 
 Database::~Database() = default;
 
@@ -54,12 +58,44 @@ std::expected<std::unique_ptr<Database>, std::string> Database::openExisting(con
     return open(file);
 }
 
-Database::Turn Database::queueToWrite()
+Database::Turn Database::queueToWrite(Instant until)
 {
-    Turn turn{m_writing, patience};
-    if (!turn.owns_lock())
+    return {*this, until};
+}
+
+Database::Turn::Turn(Database& database, Instant until) : m_database(database), m_lock(database.m_writing, until)
+{
+    if (!m_lock.owns_lock())
         throw DatabaseBusy{};
-    return turn;
+}
+
+Database::Turn::~Turn()
+{
+    try {
+        m_database.shortenLog();
+    } catch (const std::exception&) { // what was to be written is written; the next turn tries again
+        m_database.m_keeper.reset();
+    }
+}
+
+/// A log that could not be shortened, for somebody reads for long, is let grow by as much again before the next try.
+void Database::shortenLog()
+{
+    std::error_code missing;
+    const auto size = std::filesystem::file_size(m_file + "-wal", missing);
+    if (missing || size < m_longLog)
+        return;
+    if (!m_keeper) {
+        m_keeper = std::make_unique<Connection>(m_file);
+        m_keeper->execute("PRAGMA busy_timeout = 0"); // other processes' readers are not waited for
+    }
+    m_longLog = size + longLog;
+    if (!m_gate->close(longestHold))
+        return;
+    const ReadGate::Opening opening{*m_gate};
+    m_keeper->execute("PRAGMA wal_checkpoint(TRUNCATE)");
+    if (std::filesystem::file_size(m_file + "-wal", missing) < longLog)
+        m_longLog = longLog;
 }
 
 Database::Loan Database::borrow()
@@ -72,7 +108,9 @@ Database::Loan Database::borrow()
             return {*this, std::move(connection)};
         }
     }
-    return {*this, std::make_unique<Connection>(m_file)};
+    auto connection = std::make_unique<Connection>(m_file);
+    connection->setReadGate(m_gate);
+    return {*this, std::move(connection)};
 }
 
 Database::Loan::Loan(Database& database, std::unique_ptr<Connection> connection)

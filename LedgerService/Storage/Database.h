@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <cstdint>
 #include <expected>
 #include <memory>
 #include <mutex>
@@ -9,6 +11,7 @@
 namespace LedgerService {
 
 class Connection;
+class ReadGate;
 
 /// The service's database: its connections, one lent to each request at a time. Shared by all threads.
 class Database {
@@ -35,15 +38,34 @@ public:
     };
     [[nodiscard]] Loan borrow();
 
-    using Turn = std::unique_lock<std::timed_mutex>;
+    /// The right to write. When it is given back, the log that the file's changes are written to begins anew if it has
+    /// grown long.
+    class Turn {
+    public:
+        Turn(Database& database, std::chrono::steady_clock::time_point until);
+        ~Turn();
+        Turn(const Turn&) = delete;
+        Turn& operator=(const Turn&) = delete;
+
+    private:
+        Database& m_database;
+        std::unique_lock<std::timed_mutex> m_lock;
+    };
+    using Instant = std::chrono::steady_clock::time_point;
+    /// As long as a writer waits for others.
+    static constexpr std::chrono::seconds patience{10};
     /// Held while writing: the threads of one process queue here instead of polling the file's lock. Throws
     /// `DatabaseBusy` when the turn does not come in time.
-    [[nodiscard]] Turn queueToWrite();
+    [[nodiscard]] Turn queueToWrite(Instant until = std::chrono::steady_clock::now() + patience);
 
 private:
     explicit Database(std::string file);
+    void shortenLog();
 
     std::string m_file;
+    std::shared_ptr<ReadGate> m_gate;
+    std::unique_ptr<Connection> m_keeper; // whoever writes has it; made when it is needed
+    std::uintmax_t m_longLog;             // bytes
     std::timed_mutex m_writing;
     std::mutex m_guard;
     std::vector<std::unique_ptr<Connection>> m_idle;

@@ -2,8 +2,7 @@
 
 #include <set>
 
-#include "LedgerService/Storage/Sql/JsonColumn.h"
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
 
@@ -23,9 +22,11 @@ constexpr auto addToSet = R"sql(
     WHERE company_id = :company AND id = :id
 )sql";
 
-constexpr auto selectSets = R"sql(
-    SELECT id, account_ids, entry_count, receipt_count FROM account_sets WHERE company_id = :company
-)sql";
+constexpr Columns columns{column("id", &AccountSet::id), column("account_ids", &AccountSet::accountIDs),
+                          column("entry_count", &AccountSet::entryCount),
+                          column("receipt_count", &AccountSet::receiptCount)};
+
+const auto selectSets = columns.select("FROM account_sets WHERE company_id = :company");
 
 constexpr auto deleteSets = R"sql(
     DELETE FROM account_sets WHERE company_id = :company
@@ -66,16 +67,9 @@ void AccountSetRepository::count(Connection& connection, std::string_view compan
 
 std::vector<AccountSet> AccountSetRepository::all(Connection& connection, std::string_view companyID)
 {
-    std::vector<AccountSet> sets;
-    AccountSet each;
-    std::string accounts;
     Query query{connection, selectSets};
-    query.bind("company", companyID).into(each.id).into(accounts).into(each.entryCount).into(each.receiptCount);
-    while (query.next()) {
-        each.accountIDs = JsonColumn::read<std::vector<std::string>>(accounts);
-        sets.push_back(each);
-    }
-    return sets;
+    query.bind("company", companyID);
+    return recordsOf<AccountSet>(query, columns);
 }
 
 void AccountSetRepository::removeAll(Connection& connection, std::string_view companyID)

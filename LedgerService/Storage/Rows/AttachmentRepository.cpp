@@ -3,35 +3,44 @@
 #include <algorithm>
 #include <tuple>
 
-#include <fmt/core.h>
-
 #include "LedgerService/Storage/Rows/CompanyHistory.h"
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
 
 namespace {
 
-constexpr std::string_view selectColumns = R"sql(
-    SELECT id, transaction_id, name, mime, byte_count, created_at, member_id, uploaded_change, linked_change,
-           account_set, position
-    FROM attachments WHERE company_id = :company
-)sql";
+/// A receipt's row as a member's view sorts it.
+struct AttachmentRow {
+    StoredAttachment stored;
+    int position = 0; // on its entry
+};
 
-const auto selectAttachment = fmt::format("{} AND id = :attachment", selectColumns);
-const auto selectAttachments = fmt::format("{} ORDER BY transaction_id, position", selectColumns);
-const auto selectUploaded =
-    fmt::format("{} AND member_id = :member AND uploaded_change > :after AND uploaded_change <= :last", selectColumns);
-const auto selectLinked =
-    fmt::format("{} AND linked_change > 0 AND linked_change > :after AND linked_change <= :last", selectColumns);
+constexpr Columns columns{
+    column("id", [](auto& row) -> auto& { return row.stored.attachment.id; }),
+    column("transaction_id", [](auto& row) -> auto& { return row.stored.attachment.transactionID; }),
+    column("name", [](auto& row) -> auto& { return row.stored.attachment.name; }),
+    column("mime", [](auto& row) -> auto& { return row.stored.attachment.mime; }),
+    column("byte_count", [](auto& row) -> auto& { return row.stored.attachment.byteCount; }),
+    column("created_at", [](auto& row) -> auto& { return row.stored.attachment.createdAt; }),
+    column("member_id", [](auto& row) -> auto& { return row.stored.memberID; }),
+    column("uploaded_change", [](auto& row) -> auto& { return row.stored.uploadedChange; }),
+    column("linked_change", [](auto& row) -> auto& { return row.stored.linkedChange; }),
+    column("account_set", [](auto& row) -> auto& { return row.stored.accountSet; }),
+    column("position", &AttachmentRow::position),
+};
+
+const auto selectAttachment = columns.select("FROM attachments WHERE company_id = :company AND id = :attachment");
+const auto selectAttachments =
+    columns.select("FROM attachments WHERE company_id = :company ORDER BY transaction_id, position");
+const auto selectUploaded = columns.select("FROM attachments WHERE company_id = :company AND member_id = :member AND "
+                                           "uploaded_change > :after AND uploaded_change <= :last");
+const auto selectLinked = columns.select("FROM attachments WHERE company_id = :company AND linked_change > 0 AND "
+                                         "linked_change > :after AND linked_change <= :last");
+const auto insertAttachment = columns.insert("attachments", {{"company_id", ":company"}});
 
 constexpr auto countLoose = R"sql(
     SELECT COUNT(*) FROM attachments WHERE company_id = :company AND member_id = :member AND linked_change = 0
-)sql";
-
-constexpr auto insertAttachment = R"sql(
-    INSERT INTO attachments (company_id, id, member_id, position, name, mime, byte_count, created_at, uploaded_change)
-    VALUES (:company, :id, :member, 0, :name, :mime, :bytes, :created, :change)
 )sql";
 
 constexpr auto linkAttachment = R"sql(
@@ -41,37 +50,19 @@ constexpr auto linkAttachment = R"sql(
     WHERE company_id = :company AND id = :attachment AND transaction_id IS NULL
 )sql";
 
-struct AttachmentRow {
-    StoredAttachment stored;
-    int position = 0; // on its entry
-};
-
-std::vector<AttachmentRow> rowsOf(Query& query)
-{
-    std::vector<AttachmentRow> rows;
-    AttachmentRow row;
-    auto& [attachment, memberID, uploadedChange, linkedChange, accountSet] = row.stored;
-    query.into(attachment.id).into(attachment.transactionID).into(attachment.name).into(attachment.mime);
-    query.into(attachment.byteCount).into(attachment.createdAt).into(memberID).into(uploadedChange);
-    query.into(linkedChange).into(accountSet).into(row.position);
-    while (query.next())
-        rows.push_back(row);
-    return rows;
-}
-
 std::vector<AttachmentRow> uploadedIn(Connection& connection, const AttachmentView& view)
 {
     Query query{connection, selectUploaded};
     query.bind("company", view.companyID).bind("member", view.memberID);
     query.bind("after", view.after).bind("last", view.last);
-    return rowsOf(query);
+    return recordsOf<AttachmentRow>(query, columns);
 }
 
 std::vector<AttachmentRow> allLinkedIn(Connection& connection, const AttachmentView& view)
 {
     Query query{connection, selectLinked};
     query.bind("company", view.companyID).bind("after", view.after).bind("last", view.last);
-    return rowsOf(query);
+    return recordsOf<AttachmentRow>(query, columns);
 }
 
 /// Those of the rows that the member sees, in the order in which the member got to see them.
@@ -101,8 +92,8 @@ std::optional<Attachment> AttachmentRepository::find(Connection& connection, std
 {
     Query query{connection, selectAttachment};
     query.bind("company", companyID).bind("attachment", attachmentID);
-    auto rows = rowsOf(query);
-    return rows.empty() ? std::nullopt : std::optional{std::move(rows.front().stored.attachment)};
+    auto row = recordOf<AttachmentRow>(query, columns);
+    return row ? std::optional{std::move(row->stored.attachment)} : std::nullopt;
 }
 
 std::vector<StoredAttachment> AttachmentRepository::all(Connection& connection, std::string_view companyID)
@@ -110,7 +101,7 @@ std::vector<StoredAttachment> AttachmentRepository::all(Connection& connection, 
     Query query{connection, selectAttachments};
     query.bind("company", companyID);
     std::vector<StoredAttachment> attachments;
-    for (auto& row : rowsOf(query))
+    for (auto& row : recordsOf<AttachmentRow>(query, columns))
         attachments.push_back(std::move(row.stored));
     return attachments;
 }
@@ -144,16 +135,14 @@ std::int64_t AttachmentRepository::looseCount(Connection& connection, std::strin
 void AttachmentRepository::insert(Connection& connection, std::string_view companyID, const Attachment& attachment,
                                   std::string_view memberID)
 {
-    Query{connection, insertAttachment}
-        .bind("company", companyID)
-        .bind("id", attachment.id)
-        .bind("member", memberID)
-        .bind("name", attachment.name)
-        .bind("mime", attachment.mime)
-        .bind("bytes", attachment.byteCount)
-        .bind("created", attachment.createdAt)
-        .bind("change", CompanyHistory::advance(connection, companyID).lastChange)
-        .run();
+    AttachmentRow row;
+    row.stored.attachment = attachment;
+    row.stored.attachment.transactionID.reset();
+    row.stored.memberID = memberID;
+    row.stored.uploadedChange = CompanyHistory::advance(connection, companyID).lastChange;
+    Query query{connection, insertAttachment};
+    columns.bind(query.bind("company", companyID), row);
+    query.run();
 }
 
 void AttachmentRepository::link(Connection& connection, std::string_view companyID, std::string_view entryID,

@@ -1,42 +1,26 @@
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
 
-#include "LedgerService/Storage/Sql/JsonColumn.h"
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
 
 namespace {
 
-constexpr auto selectCategory = R"sql(
-    SELECT id, kind, names, symbol, archived, parent_id, sort_order, preset_id, default_enabled
-    FROM categories WHERE company_id = :company AND id = :category
-)sql";
+constexpr Columns columns{column("id", &Category::id),
+                          column("kind", &Category::kind),
+                          column("names", &Category::names),
+                          column("symbol", &Category::symbol),
+                          column("archived", &Category::archived),
+                          column("parent_id", &Category::parentID),
+                          column("sort_order", &Category::sortOrder),
+                          column("preset_id", &Category::presetID),
+                          column("default_enabled", &Category::defaultEnabled)};
 
-constexpr auto selectCategories = R"sql(
-    SELECT id, kind, names, symbol, archived, parent_id, sort_order, preset_id, default_enabled
-    FROM categories WHERE company_id = :company ORDER BY position
-)sql";
-
-constexpr auto insertCategory = R"sql(
-    INSERT INTO categories (company_id, id, position, kind, names, symbol, archived, parent_id, sort_order, preset_id,
-                            default_enabled)
-    VALUES (:company, :id, (SELECT COUNT(*) FROM categories WHERE company_id = :company), :kind, :names, :symbol,
-            :archived, :parent, :sort_order, :preset, :enabled)
-)sql";
-
-std::vector<Category> categoriesOf(Query& query)
-{
-    std::vector<Category> categories;
-    Category each;
-    std::string names;
-    query.into(each.id).into(each.kind).into(names).into(each.symbol).into(each.archived).into(each.parentID);
-    query.into(each.sortOrder).into(each.presetID).into(each.defaultEnabled);
-    while (query.next()) {
-        each.names = JsonColumn::read<TextMap>(names);
-        categories.push_back(each);
-    }
-    return categories;
-}
+const auto selectCategory = columns.select("FROM categories WHERE company_id = :company AND id = :category");
+const auto selectCategories = columns.select("FROM categories WHERE company_id = :company ORDER BY position");
+const auto insertCategory =
+    columns.insert("categories", {{"company_id", ":company"},
+                                  {"position", "(SELECT COUNT(*) FROM categories WHERE company_id = :company)"}});
 
 }
 
@@ -45,32 +29,21 @@ std::optional<Category> CategoryRepository::find(Connection& connection, std::st
 {
     Query query{connection, selectCategory};
     query.bind("company", companyID).bind("category", categoryID);
-    auto found = categoriesOf(query);
-    return found.empty() ? std::nullopt : std::optional{std::move(found.front())};
+    return recordOf<Category>(query, columns);
 }
 
 std::vector<Category> CategoryRepository::all(Connection& connection, std::string_view companyID)
 {
     Query query{connection, selectCategories};
     query.bind("company", companyID);
-    return categoriesOf(query);
+    return recordsOf<Category>(query, columns);
 }
 
 void CategoryRepository::insert(Connection& connection, std::string_view companyID, const Category& category)
 {
-    const auto enabled = category.defaultEnabled ? std::optional<int>{*category.defaultEnabled} : std::nullopt;
-    Query{connection, insertCategory}
-        .bind("company", companyID)
-        .bind("id", category.id)
-        .bind("kind", category.kind)
-        .bind("names", Json::encode(category.names))
-        .bind("symbol", category.symbol)
-        .bind("archived", category.archived)
-        .bind("parent", category.parentID)
-        .bind("sort_order", category.sortOrder)
-        .bind("preset", category.presetID)
-        .bind("enabled", enabled)
-        .run();
+    Query query{connection, insertCategory};
+    columns.bind(query.bind("company", companyID), category);
+    query.run();
 }
 
 }

@@ -1,24 +1,40 @@
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
 
 #include "LedgerService/Storage/Rows/FragmentRepository.h"
-#include "LedgerService/Storage/Sql/JsonColumn.h"
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
 
 namespace {
 
-constexpr auto selectCompany = R"sql(
-    SELECT id, name, countries, enabled_locales, created_at, approval_status, transaction_colors,
-           demo_version, demo_locale
-    FROM companies WHERE id = :company
-)sql";
+constexpr Columns companyColumns{column("id", &Company::id),
+                                 column("name", &Company::name),
+                                 column("countries", &Company::countries),
+                                 column("enabled_locales", &Company::enabledLocales),
+                                 column("created_at", &Company::createdAt),
+                                 column("approval_status", &Company::approvalStatus),
+                                 column("transaction_colors", &Company::transactionColors)};
 
-constexpr auto selectSettings = R"sql(
-    SELECT settings_revision, contributions_enabled, dividends_enabled, bookkeeping_start_date,
-           initialization_mode, initialized_at, features_configured
-    FROM companies WHERE id = :company
-)sql";
+constexpr Columns settingsColumns{column("settings_revision", &FinancialSettings::revision),
+                                  column("contributions_enabled", &FinancialSettings::contributionsEnabled),
+                                  column("dividends_enabled", &FinancialSettings::dividendsEnabled),
+                                  column("bookkeeping_start_date", &FinancialSettings::bookkeepingStartDate),
+                                  column("initialization_mode", &FinancialSettings::initializationMode),
+                                  column("initialized_at", &FinancialSettings::initializedAt),
+                                  column("features_configured", &FinancialSettings::featuresConfigured)};
+
+const auto selectCompany = companyColumns.select(", demo_version, demo_locale FROM companies WHERE id = :company");
+const auto selectSettings = settingsColumns.select("FROM companies WHERE id = :company");
+const auto updateSettings = settingsColumns.update("companies", "id = :company");
+const auto insertCompany = companyColumns.insert("companies", {{"demo_version", ":demo_version"},
+                                                               {"demo_locale", ":demo_locale"},
+                                                               {"last_sequence", "0"},
+                                                               {"settings_revision", "0"},
+                                                               {"contributions_enabled", "0"},
+                                                               {"dividends_enabled", "0"},
+                                                               {"number", "(SELECT COALESCE(MAX(number), 0) + 1 "
+                                                                          "FROM companies)"},
+                                                               {"fragments_shape", ":shape"}});
 
 constexpr auto selectDemo = R"sql(
     SELECT id FROM companies WHERE demo_locale = :locale
@@ -28,47 +44,26 @@ constexpr auto selectAll = R"sql(
     SELECT id FROM companies ORDER BY created_at, id
 )sql";
 
-constexpr auto insertCompany = R"sql(
-    INSERT INTO companies (id, name, countries, enabled_locales, created_at, approval_status, transaction_colors,
-                           demo_version, demo_locale, last_sequence, settings_revision, contributions_enabled,
-                           dividends_enabled, bookkeeping_start_date, initialization_mode, initialized_at,
-                           features_configured, number, fragments_shape)
-    VALUES (:id, :name, :countries, :locales, :created, :approval, :colors, :demo_version, :demo_locale, 0, :revision,
-            :contributions, :dividends, :start_date, :mode, :initialized, :configured,
-            (SELECT COALESCE(MAX(number), 0) + 1 FROM companies), :shape)
-)sql";
-
 }
 
 std::optional<Company> CompanyRepository::find(Connection& connection, std::string_view companyID)
 {
-    Company company;
-    std::string countries;
-    std::string locales;
-    std::optional<std::string> colors;
     std::optional<int> demoVersion;
     std::optional<std::string> demoLocale;
     Query query{connection, selectCompany};
-    query.bind("company", companyID).into(company.id).into(company.name).into(countries).into(locales);
-    query.into(company.createdAt).into(company.approvalStatus).into(colors).into(demoVersion).into(demoLocale);
-    if (!query.next())
+    RowReader<Company, decltype(companyColumns)> reader{query, companyColumns};
+    if (!query.bind("company", companyID).into(demoVersion).into(demoLocale).next())
         return std::nullopt;
-    company.countries = JsonColumn::read<std::vector<std::string>>(countries);
-    company.enabledLocales = JsonColumn::read<std::vector<std::string>>(locales);
-    company.transactionColors = JsonColumn::read<TextMap>(colors);
+    auto& company = reader.record();
     if (demoLocale)
         company.demo = DemoDescriptor{demoVersion.value_or(0), *demoLocale};
-    return company;
+    return std::move(company);
 }
 
 std::optional<FinancialSettings> CompanyRepository::settings(Connection& connection, std::string_view companyID)
 {
-    FinancialSettings settings;
     Query query{connection, selectSettings};
-    query.bind("company", companyID).into(settings.revision).into(settings.contributionsEnabled);
-    query.into(settings.dividendsEnabled).into(settings.bookkeepingStartDate).into(settings.initializationMode);
-    query.into(settings.initializedAt).into(settings.featuresConfigured);
-    return query.next() ? std::optional{settings} : std::nullopt;
+    return recordOf<FinancialSettings>(query.bind("company", companyID), settingsColumns);
 }
 
 std::optional<std::string> CompanyRepository::demoCompanyID(Connection& connection, std::string_view locale)
@@ -92,26 +87,20 @@ std::vector<std::string> CompanyRepository::allIDs(Connection& connection)
 
 void CompanyRepository::insert(Connection& connection, const Company& company, const FinancialSettings& settings)
 {
-    const auto flag = [](const std::optional<bool>& set) { return set ? std::optional<int>{*set} : std::nullopt; };
-    Query{connection, insertCompany}
-        .bind("id", company.id)
-        .bind("name", company.name)
-        .bind("countries", Json::encode(company.countries))
-        .bind("locales", Json::encode(company.enabledLocales))
-        .bind("created", company.createdAt)
-        .bind("approval", company.approvalStatus)
-        .bind("colors", JsonColumn::write(company.transactionColors))
-        .bind("demo_version", company.demo ? std::optional{company.demo->version} : std::nullopt)
-        .bind("demo_locale", company.demo ? std::optional{company.demo->locale} : std::nullopt)
-        .bind("revision", settings.revision)
-        .bind("contributions", settings.contributionsEnabled)
-        .bind("dividends", settings.dividendsEnabled)
-        .bind("start_date", settings.bookkeepingStartDate)
-        .bind("mode", settings.initializationMode)
-        .bind("initialized", settings.initializedAt)
-        .bind("configured", flag(settings.featuresConfigured))
-        .bind("shape", FragmentRepository::shape())
-        .run();
+    Query query{connection, insertCompany};
+    companyColumns.bind(query, company);
+    query.bind("demo_version", company.demo ? std::optional{company.demo->version} : std::nullopt);
+    query.bind("demo_locale", company.demo ? std::optional{company.demo->locale} : std::nullopt);
+    query.bind("shape", FragmentRepository::shape()).run();
+    writeSettings(connection, company.id, settings);
+}
+
+void CompanyRepository::writeSettings(Connection& connection, std::string_view companyID,
+                                      const FinancialSettings& settings)
+{
+    Query query{connection, updateSettings};
+    settingsColumns.bind(query.bind("company", companyID), settings);
+    query.run();
 }
 
 }

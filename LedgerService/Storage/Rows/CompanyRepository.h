@@ -26,6 +26,8 @@ std::vector<std::string> allIDs(Connection& connection);
 
 void insert(Connection& connection, const Company& company, const FinancialSettings& settings);
 
+void writeSettings(Connection& connection, std::string_view companyID, const FinancialSettings& settings);
+
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <stdexcept>
 #include <utility>
 
 #include <fmt/core.h>
@@ -10,21 +11,39 @@
 #include "LedgerService/Storage/Rows/AccountSetRepository.h"
 #include "LedgerService/Storage/Rows/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/FragmentRepository.h"
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
 
 namespace {
 
-/// An entry `e` beside each of its legs `l`: one ordered pass reads any number of entries.
-constexpr std::string_view selectEntryAndLeg = R"sql(
-    SELECT e.sequence, e.id, e.kind, e.date, e.note, e.created_at, e.member_id, e.category_id, e.reversal_of,
-           e.original_transaction_id, e.external_reference, e.transfer_purpose, e.distribution_kind,
-           e.participant_name, e.dividend_movement_id, e.capital_contribution_id,
+constexpr Columns entryColumns{
+    column("e.sequence", &RecordedEntry::sequence),
+    column("e.id", [](auto& row) -> auto& { return row.entry.id; }),
+    column("e.kind", [](auto& row) -> auto& { return row.entry.kind; }),
+    column("e.date", [](auto& row) -> auto& { return row.entry.date; }),
+    column("e.note", [](auto& row) -> auto& { return row.entry.note; }),
+    column("e.created_at", [](auto& row) -> auto& { return row.entry.createdAt; }),
+    column("e.member_id", [](auto& row) -> auto& { return row.entry.memberID; }),
+    column("e.category_id", [](auto& row) -> auto& { return row.entry.categoryID; }),
+    column("e.reversal_of", [](auto& row) -> auto& { return row.entry.reversalOf; }),
+    column("e.original_transaction_id", [](auto& row) -> auto& { return row.entry.originalTransactionID; }),
+    column("e.external_reference", [](auto& row) -> auto& { return row.entry.externalReference; }),
+    column("e.transfer_purpose", [](auto& row) -> auto& { return row.entry.transferPurpose; }),
+    column("e.distribution_kind", [](auto& row) -> auto& { return row.entry.distributionKind; }),
+    column("e.participant_name", [](auto& row) -> auto& { return row.entry.participantName; }),
+    column("e.dividend_movement_id", [](auto& row) -> auto& { return row.entry.dividendMovementID; }),
+    column("e.capital_contribution_id", [](auto& row) -> auto& { return row.entry.capitalContributionID; }),
+};
+
+constexpr Columns legColumns{column("account_id", &LedgerLeg::accountID), column("currency", &LedgerLeg::currency),
+                             column("amount_minor", &LedgerLeg::amountMinor)};
+
+/// Entries beside each of their legs: one ordered pass reads any number of entries.
+const auto selectEntryAndLeg = entryColumns.select(R"sql(,
            (SELECT r.id FROM entries r WHERE r.company_id = e.company_id AND r.reversal_of = e.id),
            l.account_id, l.currency, l.amount_minor
-    FROM entries e JOIN legs l ON l.company_id = e.company_id AND l.sequence = e.sequence
-)sql";
+    FROM entries e JOIN legs l ON l.company_id = e.company_id AND l.sequence = e.sequence)sql");
 
 const std::string selectEntry = fmt::format(R"sql({}
     WHERE e.company_id = :company AND e.id = :entry
@@ -57,18 +76,10 @@ constexpr auto selectLastUpTo = R"sql(
     SELECT id FROM entries WHERE company_id = :company AND sequence <= :change ORDER BY sequence DESC LIMIT 1
 )sql";
 
-constexpr auto insertEntry = R"sql(
-    INSERT INTO entries (company_id, sequence, id, kind, date, note, created_at, member_id, category_id, reversal_of,
-                         original_transaction_id, external_reference, transfer_purpose, distribution_kind,
-                         participant_name, dividend_movement_id, capital_contribution_id)
-    VALUES (:company, :sequence, :id, :kind, :date, :note, :created, :member, :category, :reversal_of, :original,
-            :reference, :purpose, :distribution, :participant, :movement, :contribution)
-)sql";
-
-constexpr auto insertLeg = R"sql(
-    INSERT INTO legs (company_id, sequence, position, account_id, currency, amount_minor, opening)
-    VALUES (:company, :sequence, :position, :account, :currency, :amount, :opening)
-)sql";
+const auto insertEntry = entryColumns.insert("entries", {{"company_id", ":company"}});
+const auto insertLeg = legColumns.insert(
+    "legs",
+    {{"company_id", ":company"}, {"sequence", ":sequence"}, {"position", ":position"}, {"opening", ":opening"}});
 
 constexpr auto selectRefunded = R"sql(
     SELECT l.currency, -l.amount_minor
@@ -96,20 +107,17 @@ constexpr auto selectActiveOpenings = R"sql(
 std::vector<RecordedEntry> entriesOf(Query& query)
 {
     std::vector<RecordedEntry> entries;
-    LedgerTransaction row;
-    LedgerLeg leg;
-    std::int64_t sequence = 0;
-    std::int64_t last = 0;
-    query.into(sequence).into(row.id).into(row.kind).into(row.date).into(row.note).into(row.createdAt);
-    query.into(row.memberID).into(row.categoryID).into(row.reversalOf).into(row.originalTransactionID);
-    query.into(row.externalReference).into(row.transferPurpose).into(row.distributionKind).into(row.participantName);
-    query.into(row.dividendMovementID).into(row.capitalContributionID).into(row.reversedBy);
-    query.into(leg.accountID).into(leg.currency).into(leg.amountMinor);
+    RowReader<RecordedEntry, decltype(entryColumns)> entry{query, entryColumns};
+    std::optional<std::string> reversedBy;
+    query.into(reversedBy);
+    RowReader<LedgerLeg, decltype(legColumns)> leg{query, legColumns};
     while (query.next()) {
-        if (sequence != last)
-            entries.push_back({sequence, std::exchange(row, {})});
-        entries.back().entry.legs.push_back(std::exchange(leg, {}));
-        last = sequence;
+        auto& row = entry.record();
+        if (entries.empty() || entries.back().sequence != row.sequence) {
+            entries.push_back(std::exchange(row, {}));
+            entries.back().entry.reversedBy = reversedBy;
+        }
+        entries.back().entry.legs.push_back(leg.record());
     }
     return entries;
 }
@@ -133,35 +141,14 @@ std::int64_t sequenceOf(Connection& connection, std::string_view companyID, std:
 void insertRows(Connection& connection, std::string_view companyID, std::int64_t sequence,
                 const LedgerTransaction& entry)
 {
-    Query{connection, insertEntry}
-        .bind("company", companyID)
-        .bind("sequence", sequence)
-        .bind("id", entry.id)
-        .bind("kind", entry.kind)
-        .bind("date", entry.date)
-        .bind("note", entry.note)
-        .bind("created", entry.createdAt)
-        .bind("member", entry.memberID)
-        .bind("category", entry.categoryID)
-        .bind("reversal_of", entry.reversalOf)
-        .bind("original", entry.originalTransactionID)
-        .bind("reference", entry.externalReference)
-        .bind("purpose", entry.transferPurpose)
-        .bind("distribution", entry.distributionKind)
-        .bind("participant", entry.participantName)
-        .bind("movement", entry.dividendMovementID)
-        .bind("contribution", entry.capitalContributionID)
-        .run();
-    for (std::size_t at = 0; at < entry.legs.size(); ++at)
-        Query{connection, insertLeg}
-            .bind("company", companyID)
-            .bind("sequence", sequence)
-            .bind("position", static_cast<int>(at))
-            .bind("account", entry.legs[at].accountID)
-            .bind("currency", entry.legs[at].currency)
-            .bind("amount", entry.legs[at].amountMinor)
-            .bind("opening", entry.kind == EntryKind::opening)
-            .run();
+    Query row{connection, insertEntry};
+    entryColumns.bind(row.bind("company", companyID), RecordedEntry{sequence, entry});
+    row.run();
+    for (std::size_t at = 0; at < entry.legs.size(); ++at) {
+        Query leg{connection, insertLeg};
+        legColumns.bind(leg.bind("company", companyID).bind("sequence", sequence), entry.legs[at]);
+        leg.bind("position", static_cast<int>(at)).bind("opening", entry.kind == EntryKind::opening).run();
+    }
 }
 
 /// Has the fragment of a recorded entry say what its rows say.
@@ -233,6 +220,19 @@ std::string EntryRepository::lastIDUpTo(Connection& connection, std::string_view
     Query query{connection, selectLastUpTo};
     query.bind("company", companyID).bind("change", change).into(id).next();
     return id;
+}
+
+std::string EntryRepository::textAsRecorded(Connection& connection, std::string_view companyID,
+                                            std::string_view entryID)
+{
+    const auto sequence = sequenceOf(connection, companyID, entryID);
+    const auto state = CompanyHistory::state(connection, companyID);
+    auto fragment = state ? FragmentRepository::find(connection, *state, sequence) : std::nullopt;
+    if (!fragment)
+        throw std::runtime_error("a command that was carried out names an entry that is not there");
+    auto earlier = FragmentRepository::textsBefore(connection, companyID, sequence);
+    const auto first = earlier.find(sequence);
+    return std::move(first == earlier.end() ? fragment->text : first->second);
 }
 
 void EntryRepository::append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry)

@@ -36,6 +36,9 @@ std::vector<RecordedEntry> between(Connection& connection, std::string_view comp
 /// The id of the last entry recorded up to this change; empty when there is none.
 std::string lastIDUpTo(Connection& connection, std::string_view companyID, std::int64_t change);
 
+/// The entry's JSON as it was when it was recorded, whatever became of it since. Throws when there is no such entry.
+std::string textAsRecorded(Connection& connection, std::string_view companyID, std::string_view entryID);
+
 /// Writes the entry and its legs after all others of the company and links its receipts to it, as the next change.
 void append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry);
 

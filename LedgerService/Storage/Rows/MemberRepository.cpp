@@ -1,26 +1,33 @@
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 
-#include "LedgerService/Storage/Sql/JsonColumn.h"
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
 
 namespace {
 
-constexpr auto selectMember = R"sql(
-    SELECT m.id, m.user_id, m.name, u.email, m.role, m.account_ids, m.locale, m.active, m.permissions,
-           m.account_grants, m.selected_category_ids, m.transaction_colors
-    FROM members m JOIN users u ON u.id = m.user_id
-    WHERE m.company_id = :company AND m.id = :member
-)sql";
+constexpr Columns columns{column("m.id", &Member::id),
+                          column("m.user_id", &Member::userID),
+                          column("m.name", &Member::name),
+                          foreignColumn("u.email", &Member::email),
+                          column("m.role", &Member::role),
+                          column("m.account_ids", &Member::accountIDs),
+                          column("m.locale", &Member::locale),
+                          column("m.active", &Member::active),
+                          column("m.permissions", &Member::permissions),
+                          column("m.account_grants", &Member::accountGrants),
+                          column("m.selected_category_ids", &Member::selectedCategoryIDs),
+                          column("m.transaction_colors", &Member::transactionColors)};
 
-constexpr auto selectMembers = R"sql(
-    SELECT m.id, m.user_id, m.name, u.email, m.role, m.account_ids, m.locale, m.active, m.permissions,
-           m.account_grants, m.selected_category_ids, m.transaction_colors
-    FROM members m JOIN users u ON u.id = m.user_id
-    WHERE m.company_id = :company
-    ORDER BY m.position
-)sql";
+const auto selectMember =
+    columns.select("FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company AND m.id = :member");
+const auto selectMembers =
+    columns.select("FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company ORDER BY m.position");
+const auto insertMember =
+    columns.insert("members", {{"company_id", ":company"},
+                               {"position", "(SELECT COUNT(*) FROM members WHERE company_id = :company)"},
+                               {"demo_profile", ":profile"},
+                               {"created_at", ":created"}});
 
 constexpr auto selectMemberships = R"sql(
     SELECT m.company_id, m.id, m.active, c.approval_status, CASE WHEN c.demo_locale IS NULL THEN 0 ELSE 1 END
@@ -33,45 +40,6 @@ constexpr auto selectDemoMember = R"sql(
     SELECT id FROM members WHERE company_id = :company AND demo_profile = :profile
 )sql";
 
-constexpr auto insertMember = R"sql(
-    INSERT INTO members (company_id, id, user_id, position, name, role, account_ids, locale, active, permissions,
-                         account_grants, selected_category_ids, transaction_colors, demo_profile, created_at)
-    VALUES (:company, :id, :user, (SELECT COUNT(*) FROM members WHERE company_id = :company), :name, :role,
-            :account_ids, :locale, :active, :permissions, :grants, :categories, :colors, :profile, :created)
-)sql";
-
-/// Takes members out of a query with the columns of `selectMember`.
-class MemberRow {
-public:
-    explicit MemberRow(Query& query) : m_query(query)
-    {
-        query.into(m_member.id).into(m_member.userID).into(m_member.name).into(m_member.email).into(m_member.role);
-        query.into(m_accountIDs).into(m_member.locale).into(m_member.active).into(m_permissions).into(m_grants);
-        query.into(m_categories).into(m_colors);
-    }
-
-    std::optional<Member> next()
-    {
-        if (!m_query.next())
-            return std::nullopt;
-        m_member.accountIDs = JsonColumn::read<std::vector<std::string>>(m_accountIDs);
-        m_member.permissions = JsonColumn::read<std::vector<std::string>>(m_permissions);
-        m_member.accountGrants = JsonColumn::read<std::vector<AccountGrant>>(m_grants);
-        m_member.selectedCategoryIDs = JsonColumn::read<std::vector<std::string>>(m_categories);
-        m_member.transactionColors = JsonColumn::read<TextMap>(m_colors);
-        return m_member;
-    }
-
-private:
-    Query& m_query;
-    Member m_member;
-    std::string m_accountIDs;
-    std::optional<std::string> m_permissions;
-    std::optional<std::string> m_grants;
-    std::optional<std::string> m_categories;
-    std::optional<std::string> m_colors;
-};
-
 }
 
 std::optional<Member> MemberRepository::find(Connection& connection, std::string_view companyID,
@@ -79,18 +47,14 @@ std::optional<Member> MemberRepository::find(Connection& connection, std::string
 {
     Query query{connection, selectMember};
     query.bind("company", companyID).bind("member", memberID);
-    return MemberRow{query}.next();
+    return recordOf<Member>(query, columns);
 }
 
 std::vector<Member> MemberRepository::all(Connection& connection, std::string_view companyID)
 {
-    std::vector<Member> members;
     Query query{connection, selectMembers};
     query.bind("company", companyID);
-    MemberRow row{query};
-    while (auto member = row.next())
-        members.push_back(*std::move(member));
-    return members;
+    return recordsOf<Member>(query, columns);
 }
 
 std::vector<Membership> MemberRepository::memberships(Connection& connection, std::string_view userID)
@@ -117,22 +81,9 @@ std::optional<std::string> MemberRepository::demoMemberID(Connection& connection
 void MemberRepository::insert(Connection& connection, std::string_view companyID, const Member& member,
                               const std::optional<std::string>& demoProfile, std::string_view createdAt)
 {
-    Query{connection, insertMember}
-        .bind("company", companyID)
-        .bind("id", member.id)
-        .bind("user", member.userID)
-        .bind("name", member.name)
-        .bind("role", member.role)
-        .bind("account_ids", Json::encode(member.accountIDs))
-        .bind("locale", member.locale)
-        .bind("active", member.active)
-        .bind("permissions", JsonColumn::write(member.permissions))
-        .bind("grants", JsonColumn::write(member.accountGrants))
-        .bind("categories", JsonColumn::write(member.selectedCategoryIDs))
-        .bind("colors", JsonColumn::write(member.transactionColors))
-        .bind("profile", demoProfile)
-        .bind("created", createdAt)
-        .run();
+    Query query{connection, insertMember};
+    columns.bind(query.bind("company", companyID), member);
+    query.bind("profile", demoProfile).bind("created", createdAt).run();
 }
 
 }

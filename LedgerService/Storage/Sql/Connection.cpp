@@ -59,6 +59,7 @@ Connection::State::State(const std::string& file, Access access) : session(soci:
     session << "PRAGMA synchronous = FULL";
     session << "PRAGMA foreign_keys = ON";
     session << "PRAGMA temp_store = MEMORY";
+    session << "PRAGMA journal_size_limit = 16777216"; // what the log keeps of its size when it begins anew
 }
 
 PreparedStatement& Connection::State::prepared(std::string_view sql)
@@ -78,6 +79,11 @@ PreparedStatement& Connection::State::prepared(std::string_view sql)
 Connection::Connection(const std::string& file, Access access) : m_state(std::make_unique<State>(file, access)) {}
 
 Connection::~Connection() = default;
+
+void Connection::setReadGate(std::shared_ptr<ReadGate> gate)
+{
+    m_state->gate = std::move(gate);
+}
 
 void Connection::execute(const std::string& statement)
 {

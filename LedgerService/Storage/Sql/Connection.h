@@ -5,6 +5,8 @@
 
 namespace LedgerService {
 
+class ReadGate;
+
 /// One connection to the database, with the statements that it has prepared. Used by one thread at a time.
 /// A database that fails (disk full, file damaged) throws `soci::soci_error`; the HTTP room turns that into a 500.
 class Connection {
@@ -21,6 +23,9 @@ public:
 
     /// Runs a statement that has no parameters and gives no rows, such as those of migrations.
     void execute(const std::string& statement);
+
+    /// From now on its reading transactions pass the gate.
+    void setReadGate(std::shared_ptr<ReadGate> gate);
 
     struct State;
     [[nodiscard]] State& state() { return *m_state; }

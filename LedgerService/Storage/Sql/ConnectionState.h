@@ -29,6 +29,7 @@ struct Connection::State {
     PreparedStatement& prepared(std::string_view sql);
 
     soci::session session;
+    std::shared_ptr<ReadGate> gate;
     std::unordered_map<std::string_view, std::unique_ptr<PreparedStatement>> statements; // keyed by `texts`
     std::deque<std::string> texts;
 };

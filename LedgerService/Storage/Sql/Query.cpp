@@ -57,6 +57,8 @@ void deliver(Column& column)
             using Type = std::remove_pointer_t<decltype(target)>;
             if (null)
                 *target = Type{};
+            else if constexpr (std::is_same_v<Type, std::string>)
+                target->swap(column.slot.text); // the next row's text finds room there
             else
                 *target = valueOf<typename Plain<Type>::type>(column.slot);
         },

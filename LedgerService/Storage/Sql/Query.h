@@ -24,6 +24,10 @@ public:
     Query& bind(std::string_view name, const char* value) { return bind(name, std::string_view{value}); }
     Query& bind(std::string_view name, const std::optional<std::string>& value);
     Query& bind(std::string_view name, const std::optional<int>& value);
+    Query& bind(std::string_view name, const std::optional<bool>& value)
+    {
+        return bind(name, value ? std::optional<int>{*value} : std::nullopt);
+    }
     Query& bind(std::string_view name, std::int64_t value);
     Query& bind(std::string_view name, int value) { return bind(name, std::int64_t{value}); }
     Query& bind(std::string_view name, bool value) { return bind(name, std::int64_t{value}); }

@@ -2,11 +2,25 @@
 
 #include <exception>
 
-#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/ConnectionState.h"
+#include "LedgerService/Storage/Sql/ReadGate.h"
 
 namespace LedgerService {
 
-Transaction::Transaction(Connection& connection, Mode mode) : m_connection(connection)
+Transaction::Passage::Passage(ReadGate* gate) : m_gate(gate)
+{
+    if (m_gate)
+        m_gate->enter();
+}
+
+Transaction::Passage::~Passage()
+{
+    if (m_gate)
+        m_gate->leave();
+}
+
+Transaction::Transaction(Connection& connection, Mode mode)
+    : m_connection(connection), m_passage(mode == Mode::reading ? connection.state().gate.get() : nullptr)
 {
     m_connection.execute(mode == Mode::writing ? "BEGIN IMMEDIATE" : "BEGIN");
 }

@@ -3,6 +3,7 @@
 namespace LedgerService {
 
 class Connection;
+class ReadGate;
 
 /// A transaction on a connection, rolled back unless committed. A reader sees one state of the database throughout;
 /// a writer starts as the only one, so what it reads stays true until it commits.
@@ -18,7 +19,20 @@ public:
     void commit();
 
 private:
+    /// Holds the gate open for a reader.
+    class Passage {
+    public:
+        explicit Passage(ReadGate* gate);
+        ~Passage();
+        Passage(const Passage&) = delete;
+        Passage& operator=(const Passage&) = delete;
+
+    private:
+        ReadGate* m_gate;
+    };
+
     Connection& m_connection;
+    Passage m_passage;
     bool m_open = true;
 };
 
