@@ -15,6 +15,9 @@ struct Refusal {
     std::chrono::seconds retryAfter{0}; // above zero: when it is worth trying again
 
     bool operator==(const Refusal&) const = default;
+
+    /// The refusal of this code, with the status that goes with it.
+    static Refusal of(std::string_view code, std::string message);
 };
 
 /// The JSON body of an error reply: {"error": {"code", "message"}}.

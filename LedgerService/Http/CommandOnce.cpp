@@ -1,6 +1,7 @@
 #include "LedgerService/Http/CommandOnce.h"
 
-#include "LedgerCore/Domain/Contract.h"
+#include <utility>
+
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Storage/Rows/CommandRepository.h"
@@ -10,36 +11,34 @@ namespace LedgerService {
 namespace {
 
 constexpr std::size_t maximumKeyBytes = 200;
-constexpr std::string_view entryMark = "entry:";
 
 }
 
-std::expected<std::string, Refusal>
-CommandOnce::outcome(const MemberCall& call, std::string_view key, const CommandFingerprint& command,
-                     const std::function<std::expected<std::string, Refusal>()>& carryOut)
+std::optional<Refusal> CommandOnce::whyNot(std::string_view key)
 {
     if (TextFold::trimmed(key).empty() || key.size() > maximumKeyBytes)
-        return std::unexpected(Refusal{400, ServiceCode::validationError, "The idempotency key is empty or too long."});
-    if (const auto earlier = CommandRepository::find(call.connection, call.owner(), key)) {
-        if (command.matches(earlier->fingerprint))
-            return earlier->outcome;
-        return std::unexpected(Refusal{409, ServiceCode::idempotencyConflict, "The key belongs to another command."});
-    }
-    auto outcome = carryOut();
-    if (outcome)
-        CommandRepository::insert(call.connection, call.owner(), key, {command.text(), *outcome}, call.now);
-    return outcome;
+        return Refusal::of(ServiceCode::validationError, "The idempotency key is empty or too long.");
+    return std::nullopt;
 }
 
-std::string CommandOnce::recordedEntry(std::string_view entryID)
+CommandOnce::CommandOnce(const MemberCall& call, std::string_view key, CommandFingerprint command)
+    : m_call(call), m_key(key), m_command(std::move(command))
 {
-    return std::string{entryMark}.append(entryID);
 }
 
-std::string_view CommandOnce::entryIDOf(std::string_view outcome)
+std::expected<std::optional<std::string>, Refusal> CommandOnce::earlier() const
 {
-    require(outcome.starts_with(entryMark), "only the outcome of a recorded entry names one");
-    return outcome.substr(entryMark.size());
+    auto kept = CommandRepository::find(m_call.connection, m_call.owner(), m_key);
+    if (!kept)
+        return std::nullopt;
+    if (!m_command.matches(kept->fingerprint))
+        return std::unexpected(Refusal::of(ServiceCode::idempotencyConflict, "The key belongs to another command."));
+    return std::move(kept->outcome);
+}
+
+void CommandOnce::keep(const std::string& outcome) const
+{
+    CommandRepository::insert(m_call.connection, m_call.owner(), m_key, {m_command.text(), outcome}, m_call.now);
 }
 
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <expected>
-#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,21 +10,26 @@
 
 namespace LedgerService {
 
-/// Commands that create records are carried out at most once per member and idempotency key.
-namespace CommandOnce {
+/// A command that is carried out at most once per member and idempotency key. A refused command leaves no trace, so
+/// that it can be mended and sent again with its key.
+class CommandOnce {
+public:
+    /// What is wrong with the key itself.
+    static std::optional<Refusal> whyNot(std::string_view key);
 
-/// Gives what `carryOut` made of the command the first time. A key that came with another command before is refused
-/// with 409; a refused command leaves no trace, so that it can be mended and sent again with its key.
-std::expected<std::string, Refusal> outcome(const MemberCall& call, std::string_view key,
-                                            const CommandFingerprint& command,
-                                            const std::function<std::expected<std::string, Refusal>()>& carryOut);
+    CommandOnce(const MemberCall& call, std::string_view key, CommandFingerprint command);
 
-/// How the outcome of a command that recorded an entry is kept: by the entry's id alone, for the entry is kept anyway.
-std::string recordedEntry(std::string_view entryID);
+    /// What was kept of this command when it was carried out, nothing if it was not yet, or the refusal of a key that
+    /// came with another command before.
+    [[nodiscard]] std::expected<std::optional<std::string>, Refusal> earlier() const;
 
-/// The id in such an outcome.
-std::string_view entryIDOf(std::string_view outcome);
+    /// Keeps what the replies to repetitions are made from.
+    void keep(const std::string& outcome) const;
 
-}
+private:
+    const MemberCall& m_call;
+    std::string_view m_key;
+    CommandFingerprint m_command;
+};
 
 }

@@ -23,9 +23,15 @@ namespace {
 Outcome unknownRoute(const RouteMatch& match)
 {
     if (match.allow.empty())
-        return std::unexpected(Refusal{404, ServiceCode::notFound, "There is nothing at this path."});
-    const Refusal refusal{405, ServiceCode::methodNotAllowed, "The path does not know this method."};
-    return Reply{.status = refusal.status, .body = errorBody(refusal), .headers = {{"Allow", match.allow}}};
+        return std::unexpected(Refusal::of(ServiceCode::notFound, "There is nothing at this path."));
+    auto reply = replyOf(Refusal::of(ServiceCode::methodNotAllowed, "The path does not know this method."));
+    reply.headers.emplace_back("Allow", match.allow);
+    return reply;
+}
+
+Outcome acknowledged(const MemberCall&)
+{
+    return okReply();
 }
 
 /// {"token":"…","snapshot":{…}}, the snapshot in blocks.
@@ -42,74 +48,123 @@ Reply besideSnapshot(const std::pair<std::string, std::string>& beside, Snapshot
 
 }
 
+/// What the member's request becomes in the caller's transaction.
+Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& match, const Request& request,
+                                  const MemberWork& work) const
+{
+    const auto instant = m_service.clock();
+    auto now = LedgerDay::stamp(instant);
+    const auto signedIn = Authentication::signedInMember(connection, request.token, now, m_service.policy);
+    if (!signedIn)
+        return std::unexpected(signedIn.error());
+    return work({.request = request,
+                 .parameters = match.parameters,
+                 .connection = connection,
+                 .companyID = signedIn->companyID,
+                 .member = signedIn->member,
+                 .today = LedgerDay::localGregorian().day(instant),
+                 .now = std::move(now)});
+}
+
 Reply Dispatcher::answer(const RouteMatch& match, const Request& request) const
 {
+    MemberWork left;
+    auto reply = prepare(match, request, left);
+    return reply ? *std::move(reply) : carryOut(match, request, left);
+}
+
+std::optional<Reply> Dispatcher::prepare(const RouteMatch& match, const Request& request, MemberWork& left) const
+{
+    auto reply = guarded(match, [&] {
+        const auto outcome = begin(match, request, left);
+        return outcome ? replyTo(match, request, *outcome) : replyOf(outcome.error());
+    });
+    return left ? std::nullopt : std::optional{std::move(reply)};
+}
+
+Reply Dispatcher::carryOut(const RouteMatch& match, const Request& request, const MemberWork& work) const
+{
+    return guarded(match, [&] {
+        const auto outcome = write(match, request, work);
+        return outcome ? replyTo(match, request, *outcome) : replyOf(outcome.error());
+    });
+}
+
+Reply Dispatcher::guarded(const RouteMatch& match, const std::function<Reply()>& make)
+{
     try {
-        const auto outcome = outcomeOf(match, request);
-        if (!outcome)
-            return replyOf(outcome.error());
-        if (const auto* reply = std::get_if<Reply>(&*outcome))
-            return *reply;
-        const auto& snapshot = std::get<SnapshotReply>(*outcome);
-        const bool recorded = match.route && std::holds_alternative<Writing>(match.route->answer);
-        if (recorded && Conditions::prefersMinimal(request))
-            return {.status = 200, .body = R"({"ok":true})", .headers = {{"Preference-Applied", "return=minimal"}}};
-        return withSnapshot(snapshot);
+        return make();
     } catch (const std::exception& failure) {
         Log::failure(match.route ? match.route->pattern : "", DatabaseFailure::words(failure));
         if (DatabaseFailure::isBusy(failure))
-            return replyOf({503, ServiceCode::serviceUnavailable, "Another program holds the database; try again."});
-        return replyOf({500, ServiceCode::internalError, "The service could not do its work."});
+            return replyOf(
+                Refusal::of(ServiceCode::serviceUnavailable, "Another program holds the database; try again."));
+        return replyOf(Refusal::of(ServiceCode::internalError, "The service could not do its work."));
     }
 }
 
-Outcome Dispatcher::outcomeOf(const RouteMatch& match, const Request& request) const
+/// Everything that needs no writing; `work` is set when a command is left to be carried out.
+Outcome Dispatcher::begin(const RouteMatch& match, const Request& request, MemberWork& work) const
 {
     if (!match.route)
         return unknownRoute(match);
     if (request.fromWebPage) // any page that somebody has open could otherwise use up their sign-ins
-        return std::unexpected(Refusal{403, ServiceCode::forbidden, "Web pages are not served."});
+        return std::unexpected(Refusal::of(ServiceCode::forbidden, "Web pages are not served."));
     const auto& answer = match.route->answer;
     if (const auto* open = std::get_if<OpenHandler>(&answer))
-        return openOutcome(*open, request);
+        return (*open)({.service = m_service, .request = request, .now = LedgerDay::stamp(m_service.clock())});
     if (const auto* reading = std::get_if<Reading>(&answer))
-        return memberOutcome(match, reading->handler, Transaction::Mode::reading, request);
-    return memberOutcome(match, std::get<Writing>(answer).handler, Transaction::Mode::writing, request);
+        return read(match, request, *reading);
+    auto outcome = read(match, request, Reading{[](const Request&) -> Prepared { return acknowledged; }});
+    if (!outcome) // whoever has no valid token waits for no writer
+        return outcome;
+    auto prepared = std::get<Writing>(answer).prepare(request);
+    if (!prepared)
+        return std::unexpected(std::move(prepared.error()));
+    work = *std::move(prepared);
+    return outcome;
 }
 
-Outcome Dispatcher::openOutcome(OpenHandler handler, const Request& request) const
-{
-    return handler({.service = m_service, .request = request, .now = LedgerDay::stamp(m_service.clock())});
-}
-
-Outcome Dispatcher::memberOutcome(const RouteMatch& match, MemberHandler handler, Transaction::Mode mode,
-                                  const Request& request) const
+Outcome Dispatcher::read(const RouteMatch& match, const Request& request, const Reading& reading) const
 {
     const auto loan = m_service.database.borrow();
-    const auto turn = mode == Transaction::Mode::writing ? m_service.database.queueToWrite() : Database::Turn{};
-    Transaction transaction{*loan, mode};
-    const auto instant = m_service.clock();
-    auto now = LedgerDay::stamp(instant);
-    const auto signedIn = Authentication::signedInMember(*loan, request.token, now, m_service.policy);
-    if (!signedIn)
-        return std::unexpected(signedIn.error());
-    const auto before = mode == Transaction::Mode::writing
-                            ? CompanyHistory::state(*loan, signedIn->companyID).value_or(CompanyState{}).lastChange
-                            : 0;
-    auto outcome = handler({.service = m_service,
-                            .request = request,
-                            .parameters = match.parameters,
-                            .connection = *loan,
-                            .companyID = signedIn->companyID,
-                            .member = signedIn->member,
-                            .today = LedgerDay::localGregorian().day(instant),
-                            .now = std::move(now)});
-    if (!outcome)
-        return outcome;
-    if (mode == Transaction::Mode::writing)
-        CompanyHistory::ensureAdvanced(*loan, signedIn->companyID, before);
-    transaction.commit();
+    const Transaction transaction{*loan, Transaction::Mode::reading};
+    return inTransaction(*loan, match, request, [&](const MemberCall& call) -> Outcome {
+        const auto work = reading.prepare(request);
+        if (!work)
+            return std::unexpected(work.error());
+        return (*work)(call);
+    });
+}
+
+Outcome Dispatcher::write(const RouteMatch& match, const Request& request, const MemberWork& work) const
+{
+    const auto loan = m_service.database.borrow();
+    const auto turn = m_service.database.queueToWrite(request.arrived + Database::patience);
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    auto outcome = inTransaction(*loan, match, request, [&](const MemberCall& call) {
+        const auto before = CompanyHistory::state(call.connection, call.companyID).value_or(CompanyState{}).lastChange;
+        auto made = work(call);
+        if (made)
+            CompanyHistory::ensureAdvanced(call.connection, call.companyID, before);
+        return made;
+    });
+    if (outcome)
+        transaction.commit();
     return outcome;
+}
+
+Reply Dispatcher::replyTo(const RouteMatch& match, const Request& request,
+                          const std::variant<Reply, SnapshotReply>& made) const
+{
+    if (const auto* reply = std::get_if<Reply>(&made))
+        return *reply;
+    const bool command = match.route->isCommand();
+    if (!command || !Conditions::prefersMinimal(request))
+        return withSnapshot(std::get<SnapshotReply>(made));
+    auto reply = okReply();
+    reply.headers.emplace_back("Preference-Applied", "return=minimal");
+    return reply;
 }
 
 Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const
@@ -117,7 +172,7 @@ Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const
     auto answer =
         SnapshotReader::answer(m_service.database, reply.reader.companyID, reply.reader.memberID, reply.asked);
     if (!answer)
-        return replyOf({404, ServiceCode::notFound, "The company is gone."});
+        return replyOf(Refusal::of(ServiceCode::notFound, "The company is gone."));
     using enum SnapshotAnswer::Kind;
     switch (answer->kind) {
     case unchanged:

@@ -1,6 +1,7 @@
 #include "LedgerService/Http/HttpConnection.h"
 
 #include <algorithm>
+#include <functional>
 
 #include <boost/asio/bind_executor.hpp>
 #include <boost/asio/post.hpp>
@@ -55,27 +56,25 @@ std::string_view patternOf(const RouteMatch& match)
     return match.route ? match.route->pattern : "(no route)";
 }
 
-Reply answerInTime(const Dispatcher& dispatcher, const RouteMatch& match, const Request& request,
-                   Steady::duration queue)
-{
-    if (Steady::now() - request.arrived > queue)
-        return replyOf(
-            {503, ServiceCode::serviceUnavailable, "Too much is waiting; try again.", std::chrono::seconds{1}});
-    return dispatcher.answer(match, request);
-}
+/// A part of answering a request; nothing when a further part has to follow.
+using Step = std::function<std::optional<Reply>()>;
 
-/// The route's own work, which may block. Never throws: the thread that it runs on belongs to all.
-Reply work(const Dispatcher& dispatcher, const RouteMatch& match, const Request& request, Steady::duration queue)
+/// Takes a step, which may block, unless the request has waited for too long. Never throws: the thread that it runs on
+/// belongs to all.
+std::optional<Reply> take(const Step& step, const RouteMatch& match, const Request& request, Steady::duration queue)
 {
     try {
         const auto started = Steady::now();
-        auto reply = answerInTime(dispatcher, match, request, queue);
-        const auto took = Steady::now() - started;
-        Log::request(request.method, patternOf(match), reply.status,
-                     std::chrono::duration_cast<std::chrono::microseconds>(took));
+        const bool late = started - request.arrived > queue;
+        auto reply = late ? replyOf({503, ServiceCode::serviceUnavailable, "Too much is waiting; try again.",
+                                     std::chrono::seconds{1}})
+                          : step();
+        if (reply)
+            Log::request(request.method, patternOf(match), reply->status,
+                         std::chrono::duration_cast<std::chrono::microseconds>(Steady::now() - started));
         return reply;
     } catch (...) {
-        return {.status = 500, .body = {}};
+        return Reply{.status = 500, .body = {}};
     }
 }
 
@@ -274,20 +273,33 @@ WorkLane* HttpConnection::laneOf(const RouteMatch& match) const
 asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request request)
 {
     enter(Phase::working);
+    const auto queue = m_shared.limits.queue;
+    const auto& dispatcher = m_shared.dispatcher;
+    const Step whole = [&] { return dispatcher.answer(match, request); };
     auto* const lane = laneOf(match);
     if (!lane)
-        co_return work(m_shared.dispatcher, match, request, m_shared.limits.queue);
+        co_return take(whole, match, request, queue).value_or(Reply{});
     if (lane->waiting >= lane->mostWaiting) {
         Log::request(request.method, patternOf(match), 429, {});
         co_return replyOf(
             {429, ServiceCode::rateLimited, "Too many sign in at this moment; try again.", std::chrono::seconds{2}});
     }
     ++lane->waiting;
-    co_await asio::post(asio::bind_executor(lane->pool, asio::use_awaitable)); // goes on in a thread of the lane
-    auto reply = work(m_shared.dispatcher, match, request, m_shared.limits.queue);
+    std::optional<Reply> reply;
+    MemberWork left;
+    if (match.route->isCommand()) { // what waits for no writer is done before
+        const Step beginning = [&] { return dispatcher.prepare(match, request, left); };
+        co_await asio::post(asio::bind_executor(m_shared.lanes.readers.pool, asio::use_awaitable));
+        reply = take(beginning, match, request, queue);
+    }
+    if (!reply) {
+        const Step rest = [&] { return dispatcher.carryOut(match, request, left); };
+        co_await asio::post(asio::bind_executor(lane->pool, asio::use_awaitable)); // goes on in a thread of the lane
+        reply = take(left ? rest : whole, match, request, queue);
+    }
     co_await asio::post(asio::use_awaitable); // and back, past what still queues for the lane
     --lane->waiting;
-    co_return reply;
+    co_return *std::move(reply);
 }
 
 asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)

@@ -2,6 +2,11 @@
 
 namespace LedgerService {
 
+Reply okReply()
+{
+    return {.body = R"({"ok":true})"};
+}
+
 Reply replyOf(const Refusal& refusal)
 {
     Reply reply{.status = refusal.status, .body = errorBody(refusal)};

@@ -39,4 +39,7 @@ using Outcome = std::expected<std::variant<Reply, SnapshotReply>, Refusal>;
 
 Reply replyOf(const Refusal& refusal);
 
+/// {"ok":true}
+Reply okReply();
+
 }

@@ -18,7 +18,7 @@ std::expected<Record, Refusal> decode(const Request& request)
     auto record = Json::decode<Record>(request.body);
     if (!record)
         return std::unexpected(
-            Refusal{400, ServiceCode::validationError, "The body is not the record that is expected here."});
+            Refusal::of(ServiceCode::validationError, "The body is not the record that is expected here."));
     return *std::move(record);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -24,7 +25,6 @@ struct OpenCall {
 
 /// What a route with a token works with: one transaction, in which the member was found active.
 struct MemberCall {
-    const Service& service;
     const Request& request;
     const std::vector<std::string>& parameters; // of the path, in order
     Connection& connection;
@@ -37,16 +37,22 @@ struct MemberCall {
 };
 
 using OpenHandler = Outcome (*)(const OpenCall&);
-using MemberHandler = Outcome (*)(const MemberCall&);
+
+/// What is left to do for a member once the request is understood. May be done again when the database asks for it.
+using MemberWork = std::function<Outcome(const MemberCall&)>;
+
+/// Understands a request by itself: decodes its body and checks its shape. Waits for nothing.
+using Prepared = std::expected<MemberWork, Refusal>;
+using Preparation = Prepared (*)(const Request&);
 
 /// Answered in a transaction that only reads.
 struct Reading {
-    MemberHandler handler;
+    Preparation prepare;
 };
 
 /// Answered in a writing transaction: committed with a reply, rolled back with a refusal.
 struct Writing {
-    MemberHandler handler;
+    Preparation prepare;
 };
 
 /// Where a request is worked on.
@@ -66,6 +72,9 @@ struct Route {
     std::variant<OpenHandler, Reading, Writing> answer;
     Lane lane = Lane::byMethod;
     std::size_t maximumBody = ordinaryBodyBytes;
+
+    /// Whether it is answered in a writing transaction of a member.
+    [[nodiscard]] bool isCommand() const { return std::holds_alternative<Writing>(answer); }
 };
 
 }

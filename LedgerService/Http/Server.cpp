@@ -14,7 +14,6 @@
 
 #include "LedgerService/Http/ConnectionTable.h"
 #include "LedgerService/Http/HttpConnection.h"
-#include "LedgerService/Http/Routes/AllRoutes.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"
 
@@ -58,7 +57,7 @@ std::expected<TrustedProxies, std::string> proxiesOf(const ServerOptions& option
 
 struct Server::State {
     State(ServerOptions given, TrustedProxies trusted, std::unique_ptr<Database> opened)
-        : options(std::move(given)), proxies(std::move(trusted)), database(std::move(opened)), routes(allRoutes()),
+        : options(std::move(given)), proxies(std::move(trusted)), database(std::move(opened)), routes(options.routes),
           dispatcher({.database = *database, .clock = options.clock, .policy = options.policy}),
           lanes{.readers = WorkLane{workerCount()},
                 .writers = WorkLane{workerCount()},

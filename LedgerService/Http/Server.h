@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <expected>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "LedgerService/Http/HttpLimits.h"
+#include "LedgerService/Http/Route.h"
 #include "LedgerService/Service.h"
 
 namespace LedgerService {
@@ -20,6 +22,7 @@ struct ServerOptions {
     std::vector<std::string> trustedProxies; // addresses and networks; empty: whoever connects is the proxy
     ServicePolicy policy;
     HttpLimits limits;
+    std::span<const Route> routes; // all that can be asked
     Clock clock = [] { return std::chrono::system_clock::now(); };
 };
 

@@ -9,6 +9,7 @@
 #include <csignal>
 #include <fmt/core.h>
 
+#include "LedgerService/Http/Routes/AllRoutes.h"
 #include "LedgerService/Http/Server.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Operations/DatabaseFile.h"
@@ -100,6 +101,7 @@ int Serve::run(const Options& options)
     serverOptions.behindProxy = options.behindTlsProxy;
     serverOptions.trustedProxies = options.trustedProxies;
     serverOptions.policy.demonstration = demonstration;
+    serverOptions.routes = allRoutes();
     EndSignals endSignals;
     const auto server = Server::start(std::move(serverOptions));
     if (!server)

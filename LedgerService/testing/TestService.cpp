@@ -9,6 +9,7 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Commands/CompanyFounding.h"
+#include "LedgerService/Http/Routes/AllRoutes.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Operations/Verify.h"
@@ -62,6 +63,7 @@ TestService::TestService(const std::function<void(ServerOptions&)>& adjust)
 {
     ServerOptions options;
     options.databaseFile = databaseFile();
+    options.routes = allRoutes();
     options.clock = [offset = m_offset] { return sampleInstant + *offset; };
     adjust(options);
     write([](Connection& connection) { foundSample(connection, "sample"); });

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -69,6 +70,23 @@ TEST(EntryRoutes, CarryARepeatedCommandOutOnce)
     const auto onOtherRoute = client.send("POST", "/v1/transactions/sale/reverse", token, reversalBody("same"));
     EXPECT_EQ(onOtherRoute.code(), "idempotency_conflict");
     EXPECT_EQ(service.snapshotOf("mira").account("bank")->balance("IDR"), 1'005'000);
+}
+
+TEST(EntryRoutes, RefuseWithoutWaitingForAWriterWhatNeedsNone)
+{
+    TestService service;
+    const auto token = service.tokenOf("mira");
+    auto crowded = SampleBooks::income();
+    crowded.attachmentIDs.resize(1'000);
+    const auto sound = bodyOf(SampleBooks::income(), "k");
+    service.write([&](Connection&) {
+        auto client = service.client();
+        EXPECT_EQ(client.send("POST", path, "no token", sound).status, 401);
+        EXPECT_EQ(client.send("POST", path, token, "{}").status, 400);
+        EXPECT_EQ(client.send("POST", path, token, bodyOf(crowded, "c")).status, 400);
+        EXPECT_EQ(client.send("POST", path, token, bodyOf(SampleBooks::income(), " ")).status, 400);
+        EXPECT_EQ(client.send("POST", "/v1/nothing", token, sound).status, 404);
+    });
 }
 
 TEST(EntryRoutes, KeepKeysApartByMember)

@@ -3,7 +3,7 @@
 #include <boost/describe.hpp>
 
 #include "LedgerCore/Domain/Text/AppLanguage.h"
-#include "LedgerService/Http/RequestBody.h"
+#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Identity/DemoSignIn.h"
 #include "LedgerService/Identity/SignIn.h"
@@ -33,34 +33,28 @@ Outcome authResponse(std::expected<IssuedSession, Refusal> session)
         .reader = session->owner, .asked = {}, .beside = std::pair{std::string{"token"}, session->token}};
 }
 
-Outcome login(const OpenCall& call)
+Outcome login(const OpenCall& call, const Login& body)
 {
-    const auto body = RequestBody::decode<Login>(call.request);
-    if (!body)
-        return std::unexpected(body.error());
-    return authResponse(SignIn::withPassword(call.service, body->email, body->password, call.request.remote));
+    return authResponse(SignIn::withPassword(call.service, body.email, body.password, call.request.remote));
 }
 
-Outcome demo(const OpenCall& call)
+Outcome demo(const OpenCall& call, const DemoRequest& body)
 {
-    const auto body = RequestBody::decode<DemoRequest>(call.request);
-    if (!body)
-        return std::unexpected(body.error());
-    const auto locale = AppLanguage::locale(body->locale.value_or(""));
-    return authResponse(DemoSignIn::as(call.service, locale, body->profile, call.request.remote));
+    const auto locale = AppLanguage::locale(body.locale.value_or(""));
+    return authResponse(DemoSignIn::as(call.service, locale, body.profile, call.request.remote));
 }
 
 Outcome logout(const OpenCall& call)
 {
     if (auto refusal = SignOut::end(call.service, call.request.token, call.now))
         return std::unexpected(*std::move(refusal));
-    return Reply{.status = 200, .body = R"({"ok":true})"};
+    return okReply();
 }
 
 constexpr std::array routes{
-    Route{"POST", "/v1/auth/login", login, Lane::signIn},
+    Route{"POST", "/v1/auth/login", open<&login>, Lane::signIn},
     Route{"POST", "/v1/auth/logout", logout},
-    Route{"POST", "/v1/demo", demo, Lane::signIn},
+    Route{"POST", "/v1/demo", open<&demo>, Lane::signIn},
 };
 
 }

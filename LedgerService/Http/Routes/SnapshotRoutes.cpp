@@ -1,19 +1,20 @@
 #include <array>
 
 #include "LedgerService/Http/Conditions.h"
+#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 
 namespace LedgerService {
 
 namespace {
 
-Outcome snapshot(const MemberCall& call)
+std::expected<SnapshotReply, Refusal> snapshot(const MemberCall& call)
 {
     return SnapshotReply{.reader = call.owner(), .asked = Conditions::snapshotAsked(call.request), .beside = {}};
 }
 
 constexpr std::array routes{
-    Route{"GET", "/v1/snapshot", Reading{snapshot}},
+    Route{"GET", "/v1/snapshot", reading<&snapshot>},
 };
 
 }

@@ -1,14 +1,46 @@
 #include <array>
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Entries/PostingShape.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Commands/EntryCommands.h"
-#include "LedgerService/Http/CommandOnce.h"
-#include "LedgerService/Http/RequestBody.h"
+#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 
 namespace LedgerService {
+
+/// Replied as the recorded entry alone, so that the reply does not grow with the ledger. Of the entry only the id is
+/// kept: what was recorded stands in the books.
+template <>
+struct Answer<LedgerTransaction> {
+    static constexpr std::string_view mark = "entry:";
+
+    static Outcome reply(const MemberCall&, const LedgerTransaction& entry)
+    {
+        return Reply{.body = Json::encode(entry)};
+    }
+    static std::string kept(const LedgerTransaction& entry) { return std::string{mark} + entry.id; }
+    static Outcome repeated(const MemberCall& call, std::string_view kept)
+    {
+        require(kept.starts_with(mark), "only the outcome of a recorded entry names one");
+        const auto id = kept.substr(mark.size());
+        return Reply{.body = EntryRepository::textAsRecorded(call.connection, call.companyID, id)};
+    }
+};
+
+template <>
+std::string commandName<TransactionInput>(const MemberCall&)
+{
+    return "entry";
+}
+
+template <>
+std::string commandName<Reversal>(const MemberCall& call)
+{
+    return "reversal\n" + call.parameters.front();
+}
 
 namespace {
 
@@ -21,57 +53,29 @@ EntryCommands::Act actOf(const MemberCall& call)
             .now = call.now};
 }
 
-/// The entry of an earlier outcome as it was when it was recorded.
-LedgerTransaction recordedBefore(const MemberCall& call, std::string_view outcome)
+std::optional<Refusal> whyNotShaped(const TransactionInput& input)
 {
-    auto entry = EntryRepository::find(call.connection, call.companyID, CommandOnce::entryIDOf(outcome));
-    require(entry.has_value(), "recorded entries stay");
-    entry->reversedBy.reset();
-    return *std::move(entry);
+    std::vector<PostingRefusal> refusals;
+    PostingShape::judge(input, refusals);
+    return refusals.empty() ? std::nullopt : std::optional{BookRefusal::of(refusals.front().reason)};
 }
 
-/// Replies with the recorded entry alone: the reply, as the work, does not grow with the ledger.
-Outcome post(const MemberCall& call)
+std::expected<LedgerTransaction, Refusal> post(const MemberCall& call, const TransactionInput& input)
 {
-    const auto input = RequestBody::decode<TransactionInput>(call.request);
-    if (!input)
-        return std::unexpected(input.error());
-    std::optional<LedgerTransaction> entry;
-    const auto recorded = CommandOnce::outcome(call, input->idempotencyKey, CommandFingerprint::of("entry", *input),
-                                               [&]() -> std::expected<std::string, Refusal> {
-                                                   auto posted = EntryCommands::post(actOf(call), *input);
-                                                   if (!posted)
-                                                       return std::unexpected(std::move(posted.error()));
-                                                   entry = *std::move(posted);
-                                                   return CommandOnce::recordedEntry(entry->id);
-                                               });
-    if (!recorded)
-        return std::unexpected(recorded.error());
-    return Reply{.status = 200, .body = Json::encode(entry ? *entry : recordedBefore(call, *recorded))};
+    return EntryCommands::post(actOf(call), input);
 }
 
-Outcome reverse(const MemberCall& call)
+std::expected<NewSnapshot, Refusal> reverse(const MemberCall& call, const Reversal& command)
 {
-    const auto command = RequestBody::decode<Reversal>(call.request);
-    if (!command)
-        return std::unexpected(command.error());
-    const auto& entryID = call.parameters.front();
-    const auto recorded =
-        CommandOnce::outcome(call, command->idempotencyKey, CommandFingerprint::of("reversal\n" + entryID, *command),
-                             [&]() -> std::expected<std::string, Refusal> {
-                                 const auto entry = EntryCommands::reverse(actOf(call), entryID, *command);
-                                 if (!entry)
-                                     return std::unexpected(entry.error());
-                                 return CommandOnce::recordedEntry(entry->id);
-                             });
-    if (!recorded)
-        return std::unexpected(recorded.error());
-    return SnapshotReply{.reader = call.owner(), .asked = {}, .beside = {}};
+    const auto reversal = EntryCommands::reverse(actOf(call), call.parameters.front(), command);
+    if (!reversal)
+        return std::unexpected(reversal.error());
+    return NewSnapshot{};
 }
 
 constexpr std::array routes{
-    Route{"POST", "/v1/transactions", Writing{post}},
-    Route{"POST", "/v1/transactions/{id}/reverse", Writing{reverse}},
+    Route{"POST", "/v1/transactions", writing<&post, &whyNotShaped>},
+    Route{"POST", "/v1/transactions/{id}/reverse", writing<&reverse>},
 };
 
 }

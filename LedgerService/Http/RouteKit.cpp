@@ -1,0 +1,21 @@
+#include "LedgerService/Http/RouteKit.h"
+
+#include "LedgerService/Storage/Sql/JsonColumn.h"
+
+namespace LedgerService {
+
+Outcome Answer<NewSnapshot>::reply(const MemberCall& call, const NewSnapshot& result)
+{
+    SnapshotReply reply{.reader = call.owner(), .asked = {}, .beside = {}};
+    if (!result.key.empty())
+        reply.beside = {result.key, result.value};
+    return reply;
+}
+
+Outcome Answer<NewSnapshot>::repeated(const MemberCall& call, const std::string& kept)
+{
+    const bool beside = kept.starts_with('{'); // earlier programs kept other texts here
+    return reply(call, beside ? JsonColumn::read<NewSnapshot>(kept) : NewSnapshot{});
+}
+
+}
