@@ -47,7 +47,8 @@ void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const 
     ScreenDriver screen{patience};
     TallyfoldApp tallyfold{"en-US"};
     tallyfold.start();
-    tallyfold.window().activateWindow(); // nobody else does where no window manager runs
+    tallyfold.window().resize(1160, 760); // also where the display says that it is smaller
+    tallyfold.window().activateWindow();  // nobody else does where no window manager runs
     expect(QTest::qWaitForWindowActive(&tallyfold.window()), QStringLiteral("the window is active"));
     Stage stage{.teller = teller,
                 .screen = screen,
