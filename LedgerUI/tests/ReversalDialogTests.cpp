@@ -48,14 +48,16 @@ public:
         dialog->activateWindow();
         waitUntil([&] { return dialog->isActiveWindow(); });
     }
-    void expectKept(const char* reason)
+    /// Refused for certain: the refusal is named, with what the next attempt would send.
+    void expectRefused(const char* reason)
     {
         EXPECT_EQ(control<QLineEdit>("reversalReason").text(), QString::fromUtf8(reason));
         EXPECT_FALSE(control<QLineEdit>("reversalReason").isEnabled());
         EXPECT_EQ(confirm().text(), QStringLiteral("Retry original request"));
-        EXPECT_EQ(dialog->banner().text(),
-                  QStringLiteral("An earlier reversal request is kept. It will be sent again with its original reason "
-                                 "and date."));
+        EXPECT_EQ(dialog->banner().text().toStdString(),
+                  service.store.friendly(APIError{.status = 409, .code = "refunds_exist", .message = {}}) +
+                      "\nThe next attempt sends this reason again and books the reversal on 20 November 2026.");
+        EXPECT_FALSE(service.store.errorMessage().has_value());
     }
     template <class Widget>
     Widget& control(const char* name)
@@ -99,6 +101,7 @@ TEST(ReversalDialog, ResendsTheSameRequestAfterAnUnknownOutcome)
     under.confirmAndWait();
     EXPECT_EQ(under.confirm().text(), QStringLiteral("Retry original request"));
     EXPECT_FALSE(under.control<QLineEdit>("reversalReason").isEnabled());
+    EXPECT_FALSE(under.service.store.errorMessage().has_value()) << "the banner says it, so no alert does";
     under.service.clock.advance(std::chrono::hours{30});
     under.service.server.replace(reverse, ServerReply::json(books().json()));
     under.confirmAndWait();
@@ -128,19 +131,19 @@ TEST(ReversalDialog, OffersTheCorrectEntryPrefilled)
     waitUntil([&] { return under.dialog.isNull(); });
 }
 
-TEST(ReversalDialog, SaysThatTheKeptRequestIsSentAgainAndLocksItsReason)
+TEST(ReversalDialog, NamesARefusalAndWhatTheNextAttemptWouldSend)
 {
     DialogUnderTest under;
     QTest::keyClicks(&under.control<QLineEdit>("reversalReason"), QStringLiteral("Billed twice"));
     under.service.server.replace(reverse, ServerReply::error(409, "refunds_exist"));
     under.confirmAndWait();
-    under.expectKept("Billed twice");
+    under.expectRefused("Billed twice");
     under.control<QAbstractButton>("reversalCancel").click();
     waitUntil([&] { return under.dialog.isNull(); });
 
     under.service.clock.advance(std::chrono::hours{30});
     under.open();
-    under.expectKept("Billed twice");
+    under.expectRefused("Billed twice");
     EXPECT_EQ(QApplication::focusWidget(), &under.confirm());
     under.service.server.replace(reverse, ServerReply::json(books().json()));
     under.confirmAndWait();

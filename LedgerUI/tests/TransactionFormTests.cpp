@@ -143,7 +143,7 @@ TEST(TransactionForm, IsTabbedThroughInReadingOrder)
     EXPECT_EQ(
         tabOrder(under.control("segment0")),
         (std::vector<std::string>{"segment0", "entryAccount", "entryCurrency", "entryAmount", "entryCategory0",
-                                  "entryCategory1", "entryAllCategories", "entryNote", "entryCancel", "entrySave"}));
+                                  "entryCategory1", "entryAllCategories", "entryNote", "entryDay", "entryCancel", "entrySave"}));
 }
 
 TEST(TransactionForm, SendsNothingOnASecondClick)

@@ -9,6 +9,7 @@
 #include <QToolButton>
 
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
+#include "LedgerUI/Components/Buttons/RadioRole.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
@@ -37,6 +38,7 @@ void SegmentedControl::addSegment(int id, const QString& text, const QString& gl
     auto* button = new QToolButton(this);
     button->setObjectName(QStringLiteral("segment%1").arg(id));
     button->setCheckable(true);
+    speakAsRadioButton(*button);
     button->setFocusPolicy(Qt::TabFocus);
     button->setFixedHeight(Space::control);
     button->installEventFilter(this);

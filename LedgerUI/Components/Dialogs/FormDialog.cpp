@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
@@ -13,8 +14,10 @@
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Components/Dialogs/ReturnKey.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
@@ -106,12 +109,15 @@ void FormDialog::setAside(QWidget* aside, int width)
 
 void FormDialog::setFootPart(QWidget* part)
 {
+    m_footPart = part;
     m_footRow->insertWidget(0, part, 1);
 }
 
 void FormDialog::setConfirmText(const QString& text)
 {
     m_confirmText = text;
+    const auto keys = KeyBindings::keys(Command::confirmForm).front().toString(QKeySequence::NativeText);
+    m_confirm->setToolTip(word(commandWords(), "keys", {text.toStdString(), keys.toStdString()}));
     if (!m_isBusy)
         m_confirm->setText(text);
 }
@@ -135,21 +141,36 @@ void FormDialog::setBusy(bool isBusy, Leaving leaving)
 {
     m_isBusy = isBusy;
     m_mayLeave = !isBusy || leaving == Leaving::allowed;
-    if (auto* body = m_scroll->widget())
-        body->setEnabled(!isBusy);
-    if (m_aside)
-        m_aside->setEnabled(!isBusy);
+    enableFields();
     m_confirm->setEnabled(!isBusy);
     m_confirm->setText(isBusy ? word(dialogWords(), "busy") : m_confirmText);
     m_cancel->setEnabled(m_mayLeave);
+}
+
+void FormDialog::setLocked(bool isLocked)
+{
+    m_isLocked = isLocked;
+    enableFields();
+}
+
+void FormDialog::enableFields()
+{
+    for (auto* part : {m_scroll->widget(), m_aside}) {
+        if (part)
+            part->setEnabled(!m_isBusy && !m_isLocked);
+    }
 }
 
 void FormDialog::reject()
 {
     if (!m_mayLeave)
         return;
-    if (!m_hasChanges || !m_hasChanges()) {
+    const auto giveUp = [this] {
+        Q_EMIT givenUp();
         leave();
+    };
+    if (!m_hasChanges || !m_hasChanges()) {
+        giveUp();
         return;
     }
     const auto orUsual = [](const QString& text, std::string_view key) {
@@ -159,7 +180,7 @@ void FormDialog::reject()
                         .text = orUsual(m_leaveTexts.text, "discardBody"),
                         .confirm = orUsual(m_leaveTexts.leave, "discard"),
                         .cancel = orUsual(m_leaveTexts.stay, "keepEditing")},
-                       this, [this] { leave(); });
+                       this, giveUp);
 }
 
 void FormDialog::changeEvent(QEvent* event)
@@ -174,6 +195,13 @@ void FormDialog::showEvent(QShowEvent* event)
     fitWindow(Fit::exactly);
     arrangeFocus();
     QDialog::showEvent(event);
+}
+
+/// Return in a field confirms nothing: a form is sent on purpose.
+void FormDialog::keyPressEvent(QKeyEvent* event)
+{
+    if (!pressedFocusedButton(*this, *event) && !isPlainReturn(*event))
+        QDialog::keyPressEvent(event);
 }
 
 bool FormDialog::eventFilter(QObject* watched, QEvent* event)
@@ -202,7 +230,12 @@ void FormDialog::arrangeFocus()
     if (!body)
         return;
     // The foot was made before the form was filled: Tab reaches it last all the same.
-    FocusChain::continueWith(m_aside ? m_aside : body, m_cancel);
+    auto* last = m_aside ? m_aside : body;
+    if (auto* inFoot = m_footPart ? FocusChain::firstStop(m_footPart) : nullptr) {
+        FocusChain::continueWith(last, inFoot);
+        last = m_footPart;
+    }
+    FocusChain::continueWith(last, m_cancel);
     setTabOrder(m_cancel, m_confirm);
     const auto* chosen = focusWidget();
     auto* start = FocusChain::firstStop(body);
@@ -227,8 +260,10 @@ void FormDialog::fitWindow(Fit fit)
     const auto room = roomFor(fit);
     const int frame = frameGeometry().height() - this->height();
     const int height = std::min(std::max(wanted + above, asideHeight) + Space::dialogFoot, room.height() - frame);
-    resize(width, fit == Fit::exactly ? height : std::max(height, std::min(this->height(), room.height() - frame)));
-    if (fit == Fit::growing)
+    m_isSizedByHand = fit == Fit::following && (m_isSizedByHand || this->height() != m_fittedHeight);
+    m_fittedHeight = m_isSizedByHand ? std::max(height, std::min(this->height(), room.height() - frame)) : height;
+    resize(width, m_fittedHeight);
+    if (fit == Fit::following)
         moveInto(room);
     revealFocus();
 }
@@ -242,7 +277,7 @@ QRect FormDialog::roomFor(Fit fit) const
     // Before it is shown, a dialog may believe itself on another screen than its window.
     const auto available = (fit == Fit::exactly ? behind : this)->screen()->availableGeometry();
     const auto room = behind->frameGeometry() & available;
-    return fit == Fit::growing && !room.contains(frameGeometry().topLeft()) ? available : room;
+    return fit == Fit::following && !room.contains(frameGeometry().topLeft()) ? available : room;
 }
 
 void FormDialog::moveInto(const QRect& room)

@@ -11,7 +11,8 @@ class QPushButton;
 class QScrollArea;
 
 /// The frame of every form: a body that scrolls when it must, a banner above it, and a foot with Cancel and the one
-/// action. Ctrl+Return confirms; Esc, Cancel and the close button ask first when the draft has changed.
+/// action. Ctrl+Return confirms, Return presses the button in focus; Esc, Cancel and the close button ask first when the
+/// draft has changed.
 class FormDialog : public QDialog {
     Q_OBJECT
 public:
@@ -36,6 +37,8 @@ public:
 
     /// Disables the fields and shows the busy text on the main button.
     void setBusy(bool isBusy, Leaving leaving = Leaving::allowed);
+    /// Disables the fields, whose content is settled; the buttons stay.
+    void setLocked(bool isLocked);
     [[nodiscard]] bool isBusy() const { return m_isBusy; }
 
     [[nodiscard]] Banner& banner() const { return *m_banner; }
@@ -48,17 +51,22 @@ public:
 
 Q_SIGNALS:
     void confirmed();
+    /// A person closes the form without its command accepted, after the question where there is one.
+    void givenUp();
 
 protected:
-    enum class Fit { exactly, growing };
-    /// As high as the form needs, within the window behind. A form that shows more than before calls it to grow.
+    enum class Fit { exactly, following };
+    /// As high as the form needs, within the window behind. A form whose content changes calls it to follow: it grows,
+    /// and gives the height back that it took, but never what a person gave it by hand.
     void fitWindow(Fit fit);
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildFoot();
+    void enableFields();
     void confirm();
     void spaceBanner();
     void arrangeFocus();
@@ -81,12 +89,16 @@ private:
     QWidget* m_aside = nullptr;
     QWidget* m_foot = nullptr;
     QHBoxLayout* m_footRow = nullptr;
+    QWidget* m_footPart = nullptr;
     QPushButton* m_cancel = nullptr;
     PrimaryButton* m_confirm = nullptr;
     QString m_confirmText;
     std::function<bool()> m_hasChanges;
     LeaveTexts m_leaveTexts;
     int m_bodyWidth = 0;
+    int m_fittedHeight = 0; // as the form set it last
+    bool m_isSizedByHand = false;
     bool m_isBusy = false;
+    bool m_isLocked = false;
     bool m_mayLeave = true;
 };

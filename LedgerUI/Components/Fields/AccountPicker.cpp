@@ -9,7 +9,6 @@
 #include <QStyledItemDelegate>
 
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -94,7 +93,7 @@ AccountPicker::AccountPicker(QWidget* parent) : QComboBox{parent}
             [this](int index) { Q_EMIT accountChosen(itemData(index, idRole).toString().toStdString()); });
 }
 
-void AccountPicker::present(const std::vector<EntryAccountRow>& rows, const std::string& chosen, const QString& prompt)
+void AccountPicker::present(const std::vector<AccountChoice>& rows, const std::string& chosen, const QString& prompt)
 {
     m_prompt = prompt;
     if (rows != m_rows) {
@@ -108,32 +107,26 @@ void AccountPicker::present(const std::vector<EntryAccountRow>& rows, const std:
 /// Heads are shown only where there is more than one group.
 void AccountPicker::fill()
 {
-    using enum EntryAccountRow::Group;
     clear();
     const bool isMixed =
         std::ranges::any_of(m_rows, [&](const auto& row) { return row.group != m_rows.front().group; });
-    for (const auto group : {company, employee, refund}) {
-        if (isMixed && std::ranges::find(m_rows, group, &EntryAccountRow::group) != m_rows.end()) {
-            addItem(entryWord(group == company    ? "balances.company"
-                              : group == employee ? "balances.employee"
-                                                  : "balances.refund",
-                              InterfaceLanguage::tag()));
+    QString head;
+    for (const auto& row : m_rows) {
+        if (isMixed && row.group != head) {
+            head = row.group;
+            addItem(head);
             static_cast<QStandardItemModel*>(model())->item(count() - 1)->setEnabled(false);
         }
-        addGroup(group);
+        addChoice(row);
     }
 }
 
-void AccountPicker::addGroup(EntryAccountRow::Group group)
+void AccountPicker::addChoice(const AccountChoice& choice)
 {
-    for (const auto& row : m_rows) {
-        if (row.group != group)
-            continue;
-        addItem(row.name, qString(row.id));
-        setItemData(count() - 1, row.balances, balancesRole);
-        setItemData(count() - 1, EntryForm::glyphOf(group), glyphRole);
-        setItemData(count() - 1, listed({row.name, row.balances}, InterfaceLanguage::tag()), Qt::AccessibleTextRole);
-    }
+    addItem(choice.name, qString(choice.id));
+    setItemData(count() - 1, choice.balances, balancesRole);
+    setItemData(count() - 1, choice.glyph, glyphRole);
+    setItemData(count() - 1, listed({choice.name, choice.balances}, InterfaceLanguage::tag()), Qt::AccessibleTextRole);
 }
 
 void AccountPicker::paintEvent(QPaintEvent* /*event*/)

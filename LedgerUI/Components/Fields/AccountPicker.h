@@ -5,7 +5,7 @@
 
 #include <QComboBox>
 
-#include "LedgerUI/Presentation/Entry/EntryFormContent.h"
+#include "LedgerUI/Presentation/Forms/AccountChoice.h"
 
 /// Chooses an account: each on two lines, with what it holds in all its currencies, grouped by whose it is.
 class AccountPicker final : public QComboBox {
@@ -14,7 +14,7 @@ public:
     explicit AccountPicker(QWidget* parent = nullptr);
 
     /// Without a chosen account `prompt` stands in the closed box.
-    void present(const std::vector<EntryAccountRow>& rows, const std::string& chosen, const QString& prompt);
+    void present(const std::vector<AccountChoice>& rows, const std::string& chosen, const QString& prompt);
 
 Q_SIGNALS:
     void accountChosen(const std::string& id);
@@ -24,8 +24,8 @@ protected:
 
 private:
     void fill();
-    void addGroup(EntryAccountRow::Group group);
+    void addChoice(const AccountChoice& choice);
 
-    std::vector<EntryAccountRow> m_rows;
+    std::vector<AccountChoice> m_rows;
     QString m_prompt;
 };

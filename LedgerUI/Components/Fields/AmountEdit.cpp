@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include <QAction>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -42,11 +45,19 @@ void AmountEdit::setAmount(const QString& text)
 {
     if (text == this->text())
         return;
+    // Another amount from outside, such as one cleared with its currency: what stood before is of no use.
+    m_undone.clear();
+    m_redone.clear();
+    m_isInRun = false;
     show({text, static_cast<int>(text.size()), false});
 }
 
 void AmountEdit::keyPressEvent(QKeyEvent* event)
 {
+    if (event->matches(QKeySequence::Undo))
+        return step(m_undone, m_redone);
+    if (event->matches(QKeySequence::Redo))
+        return step(m_redone, m_undone);
     m_amount.caret = cursorPosition();
     const bool isDecimalKey = event->modifiers().testFlag(Qt::KeypadModifier) &&
                               (event->key() == Qt::Key_Period || event->key() == Qt::Key_Comma);
@@ -57,26 +68,74 @@ void AmountEdit::keyPressEvent(QKeyEvent* event)
     QLineEdit::keyPressEvent(&typed);
 }
 
+/// The field's own menu, with undo and redo as this field knows them.
+void AmountEdit::contextMenuEvent(QContextMenuEvent* event)
+{
+    auto* menu = createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto take = [&](const char* name, auto& from, auto& to) {
+        auto* action = menu->findChild<QAction*>(QString::fromLatin1(name));
+        if (!action)
+            return;
+        action->disconnect();
+        action->setEnabled(!from.empty());
+        connect(action, &QAction::triggered, this, [this, &from, &to] { step(from, to); });
+    };
+    take("edit-undo", m_undone, m_redone);
+    take("edit-redo", m_redone, m_undone);
+    menu->popup(event->globalPos());
+}
+
 void AmountEdit::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);
     const auto settled = EntryAmountText::settled(text(), m_currency, InterfaceLanguage::tag());
     m_amount.separatorsTyped = false;
-    if (settled == text())
-        return;
-    show({settled, static_cast<int>(settled.size()), false});
-    Q_EMIT amountEdited(settled);
+    if (settled != text()) {
+        remember(false);
+        show({settled, static_cast<int>(settled.size()), false});
+        Q_EMIT amountEdited(settled);
+    }
+    m_isInRun = false;
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
+        Q_EMIT left();
 }
 
 void AmountEdit::take(const QString& after)
 {
     const auto& locale = InterfaceLanguage::tag();
-    const bool isChunk = insertedCount(m_amount.text, after) > 1;
-    const auto pasted = isChunk ? EntryAmountText::pasted(after, m_currency, locale) : std::nullopt;
-    if (pasted)
-        show({*pasted, static_cast<int>(pasted->size()), pasted == after});
-    else
+    const auto inserted = insertedCount(m_amount.text, after);
+    if (inserted <= 1) {
+        remember(inserted == 1 && after.size() == m_amount.text.size() + 1);
         show(EntryAmountText::typed(m_amount, after, cursorPosition(), locale));
+    } else if (const auto pasted = EntryAmountText::pasted(after, m_currency, locale)) {
+        remember(false);
+        show({*pasted, static_cast<int>(pasted->size()), pasted == after});
+    } else {
+        show(m_amount);
+        Q_EMIT pasteRefused();
+        return;
+    }
+    Q_EMIT amountEdited(text());
+}
+
+void AmountEdit::remember(bool continuesRun)
+{
+    m_redone.clear();
+    if (!continuesRun || !m_isInRun)
+        m_undone.push_back(m_amount);
+    m_isInRun = continuesRun;
+}
+
+void AmountEdit::step(std::vector<AmountText>& from, std::vector<AmountText>& to)
+{
+    if (from.empty())
+        return;
+    to.push_back(m_amount);
+    const auto there = from.back();
+    from.pop_back();
+    m_isInRun = false;
+    show(there);
     Q_EMIT amountEdited(text());
 }
 

@@ -7,8 +7,7 @@
 #include <QStylePainter>
 
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
-#include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/Theme/TypeScale.h"
@@ -29,8 +28,9 @@ CurrencyPicker::CurrencyPicker(QWidget* parent) : QComboBox{parent}
             [this](int index) { Q_EMIT currencyChosen(m_rows[static_cast<std::size_t>(index)].code); });
 }
 
-void CurrencyPicker::present(const std::vector<EntryCurrencyRow>& rows, const std::string& chosen)
+void CurrencyPicker::present(const std::vector<CurrencyChoice>& rows, const std::string& chosen, const QString& prompt)
 {
+    m_prompt = prompt;
     if (rows != m_rows) {
         m_rows = rows;
         clear();
@@ -38,7 +38,7 @@ void CurrencyPicker::present(const std::vector<EntryCurrencyRow>& rows, const st
             addItem(QStringLiteral("%1  %2").arg(qString(row.code), row.name));
         view()->setMinimumWidth(view()->sizeHintForColumn(0) + Space::step8);
     }
-    const auto found = std::ranges::find(m_rows, chosen, &EntryCurrencyRow::code);
+    const auto found = std::ranges::find(m_rows, chosen, &CurrencyChoice::code);
     setCurrentIndex(found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin()));
 }
 
@@ -52,7 +52,7 @@ void CurrencyPicker::paintEvent(QPaintEvent* /*event*/)
     auto area = rect().adjusted(Space::step3, 0, -arrowWidth, 0);
     if (currentIndex() < 0) {
         painter.setPen(theme.color(Token::text3));
-        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, entryWord("currency", InterfaceLanguage::tag()));
+        painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft, m_prompt);
         return;
     }
     const auto& row = m_rows[static_cast<std::size_t>(currentIndex())];

@@ -5,7 +5,7 @@
 
 #include <QComboBox>
 
-#include "LedgerUI/Presentation/Entry/EntryFormContent.h"
+#include "LedgerUI/Presentation/Forms/AccountChoice.h"
 
 /// The currencies of an account. Closed it shows the code, and the name where that fits whole.
 class CurrencyPicker final : public QComboBox {
@@ -13,7 +13,8 @@ class CurrencyPicker final : public QComboBox {
 public:
     explicit CurrencyPicker(QWidget* parent = nullptr);
 
-    void present(const std::vector<EntryCurrencyRow>& rows, const std::string& chosen);
+    /// `prompt` stands in the closed box while nothing is chosen.
+    void present(const std::vector<CurrencyChoice>& rows, const std::string& chosen, const QString& prompt);
 
 Q_SIGNALS:
     void currencyChosen(const std::string& code);
@@ -22,5 +23,6 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    std::vector<EntryCurrencyRow> m_rows;
+    std::vector<CurrencyChoice> m_rows;
+    QString m_prompt;
 };

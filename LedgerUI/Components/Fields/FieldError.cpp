@@ -34,6 +34,8 @@ FieldError::FieldError(QWidget* field, QWidget* parent) : QWidget{parent}, m_fie
 
 void FieldError::present(const QString& message)
 {
+    if (message == this->message())
+        return;
     m_text->setText(message);
     setVisible(!message.isEmpty());
     if (!m_field)

@@ -5,6 +5,7 @@
 
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -20,6 +21,8 @@ FormField::FormField(QWidget* field, QWidget* parent) : QWidget{parent}, m_field
     layout->addSpacing(Space::labelToField);
     layout->addWidget(field);
     layout->addWidget(m_error);
+    if (const auto* limited = qobject_cast<LimitedEdit*>(field))
+        layout->addWidget(limited->counter());
 }
 
 void FormField::setLabel(const QString& label)

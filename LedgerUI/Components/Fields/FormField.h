@@ -5,7 +5,7 @@
 class FieldError;
 class TextLabel;
 
-/// A label, its field and the field's message, one below the other. The label names the field to readers.
+/// A label, its field and the field's message or count, one below the other. The label names the field to readers.
 class FormField final : public QWidget {
     Q_OBJECT
 public:

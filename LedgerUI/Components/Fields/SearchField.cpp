@@ -1,5 +1,9 @@
 #include "LedgerUI/Components/Fields/SearchField.h"
 
+#include <QToolButton>
+
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {
@@ -19,4 +23,12 @@ void SearchField::setPrompt(const QString& prompt)
 {
     setPlaceholderText(prompt);
     setAccessibleName(prompt);
+    const auto clear = word(EntryCopy::words(), "clearSearch");
+    for (auto* button : findChildren<QToolButton*>()) {
+        // The one that clears has no action of ours behind it.
+        if (!button->defaultAction() || !actions().contains(button->defaultAction())) {
+            button->setAccessibleName(clear);
+            button->setToolTip(clear);
+        }
+    }
 }

@@ -1,8 +1,10 @@
 #include "LedgerUI/Presentation/Entry/EntryAmountText.h"
 
 #include <algorithm>
+#include <map>
 #include <string>
 
+#include <QRegularExpression>
 #include <QStringList>
 
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
@@ -80,19 +82,74 @@ std::optional<QString> joined(const QString& integer, QChar grouping)
     return groups.join(QString{});
 }
 
-QString withoutCode(const QString& clipboard, std::string_view currency)
+/// What stands beside an amount in this currency: code, symbol and usual spellings.
+QStringList marksOfCurrency(std::string_view currency)
 {
-    QString text;
-    for (const auto each : clipboard) {
-        if (!each.isSpace())
-            text += each;
+    static const std::map<std::string_view, QStringList> spellings{
+        {"IDR", {QStringLiteral("Rp.")}},
+        {"VND", {QStringLiteral("VNĐ"), QStringLiteral("đồng"), QStringLiteral("đ")}},
+        {"CNY", {QStringLiteral("RMB"), QStringLiteral("￥"), QStringLiteral("元")}},
+        {"JPY", {QStringLiteral("￥"), QStringLiteral("円")}},
+        {"USD", {QStringLiteral("US$")}},
+        {"SGD", {QStringLiteral("SG$")}},
+    };
+    const auto info = CurrencyInfo::forCode(currency);
+    const auto found = spellings.find(currency);
+    auto marks = found == spellings.end() ? QStringList{} : found->second;
+    // The longest first: "Rp." before "Rp".
+    return marks << qString(info.symbol) << qString(info.code);
+}
+
+bool isBlank(QChar each)
+{
+    return each.category() == QChar::Separator_Space;
+}
+
+/// Takes one mark of the currency off the text, at whichever end it stands.
+QString withoutMark(const QString& text, const QStringList& marks)
+{
+    for (const auto& mark : marks) {
+        if (text.startsWith(mark, Qt::CaseInsensitive))
+            return text.mid(mark.size()).trimmed();
+        if (text.endsWith(mark, Qt::CaseInsensitive))
+            return text.chopped(mark.size()).trimmed();
     }
-    const auto code = qString(currency);
-    if (text.startsWith(code))
-        text.remove(0, code.size());
-    else if (text.endsWith(code))
-        text.chop(code.size());
     return text;
+}
+
+/// "1250000,-" names no smaller units.
+QString withoutDash(QString text)
+{
+    for (const auto* dash : {u",-", u".-", u",–", u".–", u",—", u".—"}) {
+        if (text.endsWith(QStringView{dash}))
+            return text.chopped(2);
+    }
+    return text;
+}
+
+/// The bare figure of an amount that was copied with its currency, and in brackets where the books show what went out.
+QString figureOf(const QString& clipboard, std::string_view currency)
+{
+    const auto marks = marksOfCurrency(currency);
+    auto text = withoutMark(clipboard.trimmed(), marks);
+    if (text.startsWith(QLatin1Char{'('}) && text.endsWith(QLatin1Char{')'}))
+        text = text.mid(1, text.size() - 2).trimmed();
+    return withoutDash(withoutMark(text, marks));
+}
+
+/// Blanks that part the digits in threes give way to `grouping`; blanks anywhere else make it no amount, or several.
+std::optional<QString> withoutBlanks(const QString& text, Marks own)
+{
+    if (std::ranges::none_of(text, isBlank))
+        return text;
+    static const QRegularExpression inThrees{QStringLiteral(R"(^(\d{1,3}(?:\p{Zs}\d{3})+)(?:[.,](\d+))?$)")};
+    const auto match = inThrees.match(text);
+    if (!match.hasMatch())
+        return std::nullopt;
+    auto integer = match.captured(1);
+    integer.removeIf(isBlank);
+    const auto fraction = match.captured(2);
+    return grouped(integer, own.grouping) + (fraction.isEmpty() ? QString{} : own.decimal + fraction);
 }
 
 /// Which separator of a foreign text can only be the decimal one; a null character when none is, nothing when unclear.
@@ -142,10 +199,16 @@ std::optional<QString> EntryAmountText::pasted(const QString& clipboard, std::st
                                                std::string_view locale)
 {
     const auto marks = marksOf(locale);
-    auto text = withoutCode(clipboard, currency);
+    const auto figure = figureOf(clipboard, currency);
+    const auto unspaced = withoutBlanks(figure, marks);
+    if (!unspaced)
+        return std::nullopt;
+    const auto& text = *unspaced;
     const auto isPart = [&](QChar each) { return isDigit(each) || each == marks.decimal || each == marks.grouping; };
     if (text.isEmpty() || !isDigit(text.front()) || !std::ranges::all_of(text, isPart))
         return std::nullopt;
+    if (text != figure)
+        return text;
     const auto decimal = foreignDecimal(text, marks, CurrencyInfo::scaleOf(currency));
     if (!decimal)
         return text;

@@ -26,8 +26,10 @@ AmountText typed(const AmountText& before, const QString& after, int caret, std:
 /// When the field is left: written as amounts are displayed if it can be read, else as it stands.
 QString settled(const QString& text, std::string_view currency, std::string_view locale);
 
-/// A pasted amount in the separators of `locale`; nothing when it is no amount at all. Either language's form is taken
-/// where it can be read in one way only; a single separator before three digits is read as this language reads it.
+/// A pasted amount in the separators of `locale`; nothing when it is not one amount in this currency: several lines or
+/// cells, blanks that do not part the digits in threes, another currency, words. Marks of the currency, brackets and a
+/// closing ",-" are taken off. Either language's form is taken where it can be read in one way only; a single separator
+/// before three digits is read as this language reads it.
 std::optional<QString> pasted(const QString& clipboard, std::string_view currency, std::string_view locale);
 
 }

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <ranges>
 
-#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
 
@@ -31,12 +32,24 @@ LastUse lastUse(const LedgerSnapshot& snapshot, std::string_view kind)
 void forget(EntryEditing& editing, EntryField field)
 {
     std::erase_if(editing.problems, [field](const EntryProblem& each) { return each.field == field; });
-    editing.refusal.reset();
+    editing.refusedPastes.erase(field);
 }
 
-bool isOffered(const LedgerSnapshot& snapshot, std::string_view kind, const std::optional<std::string>& id)
+/// Where openings can be recorded is looked up once: it takes a walk through all entries.
+void findOpenings(EntryEditing& editing, const LedgerSnapshot& snapshot)
 {
-    return id && std::ranges::any_of(LedgerEntryAccess::accounts(snapshot, kind),
+    editing.openings.clear();
+    if (editing.draft.kind != EntryKind::opening)
+        return;
+    for (const auto& each : OpeningBalancePolicy::evaluateAll(snapshot)) {
+        if (!OpeningBalancePolicy::whyNot(snapshot, each))
+            editing.openings.push_back({each.accountID, each.currency});
+    }
+}
+
+bool isOffered(const EntryEditing& editing, const LedgerSnapshot& snapshot, const std::optional<std::string>& id)
+{
+    return id && std::ranges::any_of(EntryForm::accounts(editing, snapshot),
                                      [&](const Account* each) { return each->id == *id; });
 }
 
@@ -70,9 +83,19 @@ void setCurrency(EntryEditing& editing, const std::string& currency)
     forget(editing, EntryField::amount);
 }
 
-/// The currency received stays when the account holds it and it differs from the one sent.
-void settleTargetCurrency(TransactionDraft& draft, const LedgerSnapshot& snapshot)
+void clearTargetAmount(EntryEditing& editing)
 {
+    forget(editing, EntryField::targetAmount);
+    if (editing.draft.targetAmount.empty())
+        return;
+    editing.targetCurrencyReset = true;
+    editing.draft.targetAmount.clear();
+}
+
+/// The currency received stays when the account holds it and it differs from the one sent.
+void settleTargetCurrency(EntryEditing& editing, const LedgerSnapshot& snapshot)
+{
+    auto& draft = editing.draft;
     const auto* const account = draft.target ? snapshot.account(*draft.target) : nullptr;
     if (draft.kind != EntryKind::exchange || !account)
         return;
@@ -81,7 +104,7 @@ void settleTargetCurrency(TransactionDraft& draft, const LedgerSnapshot& snapsho
         return;
     const auto found = std::ranges::find_if(account->currencies, fits);
     draft.targetCurrency = found == account->currencies.end() ? std::string{} : *found;
-    draft.targetAmount.clear();
+    clearTargetAmount(editing);
 }
 
 void dropWhatTheKindHasNoPlaceFor(TransactionDraft& draft)
@@ -105,28 +128,35 @@ void setAccount(EntryEditing& editing, const std::optional<std::string>& id, con
 {
     editing.draft.primaryAccount() = id;
     const auto* const account = id ? snapshot.account(*id) : nullptr;
-    if (!account || account->currencies.empty() || account->holds(editing.draft.currency))
+    if (!account)
         return;
-    const bool prefers = preferredCurrency && account->holds(*preferredCurrency);
-    setCurrency(editing, prefers ? *preferredCurrency : account->currencies.front());
+    const auto offered = EntryForm::currencies(editing, *account);
+    const auto isOffer = [&](const std::string& code) { return std::ranges::find(offered, code) != offered.end(); };
+    if (offered.empty() || isOffer(editing.draft.currency))
+        return;
+    const bool prefers = preferredCurrency && isOffer(*preferredCurrency);
+    setCurrency(editing, prefers ? *preferredCurrency : offered.front());
 }
 
 }
 
 EntryEditing EntryEdits::opened(const EntryForm::Opening& opening, const LedgerSnapshot& snapshot,
-                                std::string idempotencyKey, std::string today)
+                                std::string idempotencyKey)
 {
     EntryEditing editing;
     if (opening.prefilled)
         editing.draft = *opening.prefilled;
     editing.draft.kind = opening.kind;
-    editing.draft.date = std::move(today);
     editing.draft.idempotencyKey = std::move(idempotencyKey);
     if (opening.prefilled)
         return refreshed(std::move(editing), snapshot);
+    findOpenings(editing, snapshot);
     const auto last = lastUse(snapshot, opening.kind);
-    const auto offered = LedgerEntryAccess::accounts(snapshot, opening.kind);
-    const auto account = EntryRules::initialAccountID(opening.accountID, last.accountID, last.currency, offered);
+    const auto offered = EntryForm::accounts(editing, snapshot);
+    // Nobody records a second opening where the first one is: the last place tells nothing about the next.
+    const bool hasLast = opening.kind != EntryKind::opening;
+    const auto account = EntryRules::initialAccountID(opening.accountID, hasLast ? last.accountID : std::nullopt,
+                                                      hasLast ? last.currency : std::nullopt, offered);
     setAccount(editing, account, snapshot, account == last.accountID ? last.currency : std::nullopt);
     return editing;
 }
@@ -142,9 +172,12 @@ EntryEditing EntryEdits::withKind(EntryEditing editing, std::string_view kind, c
     editing.draft.source.reset();
     dropWhatTheKindHasNoPlaceFor(editing.draft);
     editing.problems.clear();
-    editing.refusal.reset();
+    editing.refusedPastes.clear();
     editing.targetNeedsSelection = false;
-    setAccount(editing, isOffered(snapshot, kind, account) ? account : std::nullopt, snapshot);
+    editing.sourceCurrencyReset = false;
+    editing.targetCurrencyReset = false;
+    findOpenings(editing, snapshot);
+    setAccount(editing, isOffered(editing, snapshot, account) ? account : std::nullopt, snapshot);
     return editing;
 }
 
@@ -153,7 +186,7 @@ EntryEditing EntryEdits::withAccount(EntryEditing editing, const std::string& ac
     forget(editing, EntryField::account);
     setAccount(editing, accountID, snapshot);
     keepOfferedTarget(editing, snapshot);
-    settleTargetCurrency(editing.draft, snapshot);
+    settleTargetCurrency(editing, snapshot);
     return editing;
 }
 
@@ -162,7 +195,7 @@ EntryEditing EntryEdits::withCurrency(EntryEditing editing, const std::string& c
     forget(editing, EntryField::account);
     setCurrency(editing, currency);
     keepOfferedTarget(editing, snapshot);
-    settleTargetCurrency(editing.draft, snapshot);
+    settleTargetCurrency(editing, snapshot);
     return editing;
 }
 
@@ -172,7 +205,7 @@ EntryEditing EntryEdits::withDestination(EntryEditing editing, const std::string
     forget(editing, EntryField::destination);
     editing.targetNeedsSelection = false;
     editing.draft.target = accountID;
-    settleTargetCurrency(editing.draft, snapshot);
+    settleTargetCurrency(editing, snapshot);
     return editing;
 }
 
@@ -182,9 +215,7 @@ EntryEditing EntryEdits::withTargetCurrency(EntryEditing editing, const std::str
     if (draft.targetCurrency == currency)
         return editing;
     forget(editing, EntryField::destination);
-    forget(editing, EntryField::targetAmount);
-    editing.targetCurrencyReset = !draft.targetAmount.empty();
-    draft.targetAmount.clear();
+    clearTargetAmount(editing);
     draft.targetCurrency = currency;
     return editing;
 }
@@ -202,6 +233,37 @@ EntryEditing EntryEdits::withTargetAmount(EntryEditing editing, std::string text
     forget(editing, EntryField::targetAmount);
     editing.targetCurrencyReset = false;
     editing.draft.targetAmount = std::move(text);
+    return editing;
+}
+
+EntryEditing EntryEdits::leftAmount(EntryEditing editing, EntryField amount, std::string_view locale)
+{
+    const bool isTarget = amount == EntryField::targetAmount;
+    const auto& text = isTarget ? editing.draft.targetAmount : editing.draft.amount;
+    const auto& currency = isTarget ? editing.draft.targetCurrency : editing.draft.currency;
+    if (TextFold::trimmed(text).empty() || currency.empty())
+        return editing;
+    const auto minor = Money::parse(text, currency, locale);
+    if (minor && *minor > 0)
+        return editing;
+    forget(editing, amount);
+    if (minor)
+        editing.problems.push_back({amount, EntryValidationError{EntryValidationError::PositiveAmount{}}});
+    else
+        editing.problems.push_back({amount, minor.error()});
+    return editing;
+}
+
+EntryEditing EntryEdits::refusedPaste(EntryEditing editing, EntryField amount)
+{
+    forget(editing, amount);
+    editing.refusedPastes.insert(amount);
+    return editing;
+}
+
+EntryEditing EntryEdits::withDay(EntryEditing editing, std::string day)
+{
+    editing.draft.date = std::move(day);
     return editing;
 }
 
@@ -235,7 +297,8 @@ EntryEditing EntryEdits::withReference(EntryEditing editing, std::string referen
 EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& snapshot)
 {
     auto& draft = editing.draft;
-    if (draft.primaryAccount() && !isOffered(snapshot, draft.kind, draft.primaryAccount())) {
+    findOpenings(editing, snapshot);
+    if (draft.primaryAccount() && !isOffered(editing, snapshot, draft.primaryAccount())) {
         draft.primaryAccount().reset();
         forget(editing, EntryField::account);
         editing.problems.push_back({EntryField::account, PostingReason::notFound});
@@ -252,10 +315,36 @@ EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& s
     return editing;
 }
 
+EntrySubmission EntryEdits::restored(const KeptEntry& kept, const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    const auto& input = kept.input;
+    EntryEditing editing;
+    auto& draft = editing.draft;
+    draft.kind = input.kind;
+    draft.date = input.date;
+    draft.note = input.note;
+    draft.categoryID = input.categoryID;
+    draft.source = input.sourceAccountID;
+    draft.target = input.targetAccountID;
+    draft.currency = input.currency;
+    draft.amount = Money::formatDigits(input.amountMinor, input.currency, locale);
+    draft.targetCurrency = input.targetCurrency.value_or(std::string{});
+    if (input.targetAmountMinor)
+        draft.targetAmount = Money::formatDigits(*input.targetAmountMinor, draft.targetCurrency, locale);
+    draft.originalIncomeID = input.originalTransactionID;
+    draft.refundReference = input.externalReference.value_or(std::string{});
+    draft.attachments = input.attachmentIDs;
+    draft.idempotencyKey = input.idempotencyKey;
+    if (kept.outcomeUnknown)
+        return EntrySubmission::uncertain(std::move(editing), input);
+    return EntrySubmission::refused(refreshed(std::move(editing), snapshot), input);
+}
+
 TransactionDraft EntryEdits::correctionOf(const LedgerTransaction& original, std::string_view locale)
 {
     TransactionDraft draft;
     draft.kind = original.kind;
+    draft.date = original.date;
     draft.note = original.note;
     draft.categoryID = original.categoryID;
     draft.originalIncomeID = original.originalTransactionID;

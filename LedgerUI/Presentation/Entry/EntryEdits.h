@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "LedgerCore/Client/KeptCommands.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 
 /// What each choice in the entry form does to the draft. Each gives the draft that follows; a message goes away with
@@ -11,9 +12,8 @@
 namespace EntryEdits {
 
 /// The draft that the form opens with: its account by `EntryRules::initialAccountID`, preferring the account and
-/// currency on which the member last recorded this kind.
-EntryEditing opened(const EntryForm::Opening& opening, const LedgerSnapshot& snapshot, std::string idempotencyKey,
-                    std::string today);
+/// currency on which the member last recorded this kind. Its day is today's, or that of the entry that it corrects.
+EntryEditing opened(const EntryForm::Opening& opening, const LedgerSnapshot& snapshot, std::string idempotencyKey);
 
 /// Another kind: account and currency stay where the kind allows them, typed amounts and note always; what the kind
 /// has no place for is dropped.
@@ -29,6 +29,12 @@ EntryEditing withDestination(EntryEditing editing, const std::string& accountID,
 EntryEditing withTargetCurrency(EntryEditing editing, const std::string& currency);
 EntryEditing withAmount(EntryEditing editing, std::string text);
 EntryEditing withTargetAmount(EntryEditing editing, std::string text);
+/// The field of `amount` was left: a text that is no amount above zero says so.
+EntryEditing leftAmount(EntryEditing editing, EntryField amount, std::string_view locale);
+/// Something was pasted into the field of `amount` that is not one amount; the field stays as it was.
+EntryEditing refusedPaste(EntryEditing editing, EntryField amount);
+/// "YYYY-MM-DD"; an empty one is today's, whenever the entry is saved.
+EntryEditing withDay(EntryEditing editing, std::string day);
 EntryEditing withCategory(EntryEditing editing, const std::string& categoryID);
 EntryEditing withNote(EntryEditing editing, std::string note);
 EntryEditing withOriginal(EntryEditing editing, const std::optional<std::string>& incomeID);
@@ -36,6 +42,10 @@ EntryEditing withReference(EntryEditing editing, std::string reference);
 
 /// After a refresh: what is no longer on offer is cleared and says so.
 EntryEditing refreshed(EntryEditing editing, const LedgerSnapshot& snapshot);
+
+/// The form on an entry that an earlier one left behind: locked where nobody knows whether it was recorded, else to be
+/// changed or sent, with its key in both.
+EntrySubmission restored(const KeptEntry& kept, const LedgerSnapshot& snapshot, std::string_view locale);
 
 /// The draft of the entry that `original` should have been; nothing of it is posted.
 TransactionDraft correctionOf(const LedgerTransaction& original, std::string_view locale);

@@ -22,11 +22,41 @@ namespace {
 
 constexpr std::array switchKinds{EntryKind::expense, EntryKind::income, EntryKind::transfer, EntryKind::exchange};
 
-EntryAccountRow::Group groupOf(const Account& account)
+/// Whose an account is, in the order in which pickers show them.
+enum class Group { company, employee, refund };
+constexpr std::array groups{Group::company, Group::employee, Group::refund};
+
+Group groupOf(const Account& account)
 {
     if (account.hasPurpose(AccountPurpose::refund))
-        return EntryAccountRow::Group::refund;
-    return account.isRestricted() ? EntryAccountRow::Group::employee : EntryAccountRow::Group::company;
+        return Group::refund;
+    return account.isRestricted() ? Group::employee : Group::company;
+}
+
+QString headOf(Group group, std::string_view locale)
+{
+    switch (group) {
+    case Group::company:
+        return entryWord("balances.company", locale);
+    case Group::employee:
+        return entryWord("balances.employee", locale);
+    case Group::refund:
+        return entryWord("balances.refund", locale);
+    }
+    return {};
+}
+
+QString glyphOf(Group group)
+{
+    switch (group) {
+    case Group::company:
+        return QStringLiteral("bank");
+    case Group::employee:
+        return QStringLiteral("person");
+    case Group::refund:
+        return QStringLiteral("arrow-return-left");
+    }
+    return {};
 }
 
 /// The number of an amount and its code never part at the end of a line.
@@ -35,28 +65,34 @@ QString money(std::int64_t minor, std::string_view currency, std::string_view lo
     return qString(Money::format(minor, currency, locale)).replace(QLatin1Char{' '}, QChar::Nbsp);
 }
 
-EntryAccountRow rowOf(const Account& account, std::string_view locale)
+AccountChoice choiceOf(const std::string& id, const std::string& name, Group group, std::string_view locale)
 {
+    return {id, qString(name), {}, headOf(group, locale), glyphOf(group)};
+}
+
+AccountChoice choiceOf(const Account& account, std::string_view locale)
+{
+    auto choice = choiceOf(account.id, account.name, groupOf(account), locale);
     QStringList balances;
     for (const auto& code : account.currencies)
         balances << money(account.balance(code), code, locale);
-    return {account.id, qString(account.name), balances.join(QStringLiteral("   ")), groupOf(account)};
+    choice.balances = balances.join(QStringLiteral("   "));
+    return choice;
 }
 
-std::vector<EntryAccountRow> groupedTogether(const std::vector<EntryAccountRow>& rows)
+std::vector<AccountChoice> groupedTogether(const std::vector<AccountChoice>& choices, std::string_view locale)
 {
-    using enum EntryAccountRow::Group;
-    std::vector<EntryAccountRow> together;
-    for (const auto group : {company, employee, refund})
-        std::ranges::copy_if(rows, std::back_inserter(together),
-                             [group](const auto& row) { return row.group == group; });
+    std::vector<AccountChoice> together;
+    for (const auto group : groups)
+        std::ranges::copy_if(choices, std::back_inserter(together),
+                             [head = headOf(group, locale)](const auto& each) { return each.group == head; });
     return together;
 }
 
-std::vector<EntryCurrencyRow> currencyRows(const std::vector<std::string>& codes, std::string_view locale,
+std::vector<CurrencyChoice> currencyRows(const std::vector<std::string>& codes, std::string_view locale,
                                            std::string_view without = {})
 {
-    std::vector<EntryCurrencyRow> rows;
+    std::vector<CurrencyChoice> rows;
     for (const auto& currency : CurrencyInfo::supported()) {
         if (currency.code != without && std::ranges::find(codes, currency.code) != codes.end())
             rows.push_back({currency.code, qString(EntryWords::currency(currency.code, locale))});
@@ -100,19 +136,22 @@ std::string_view directionOf(std::string_view kind)
     return kind == EntryKind::opening ? "openingHint" : std::string_view{};
 }
 
-/// Makes one content out of one state; members are what several parts look at.
+EntryBalanceMark markOf(std::int64_t minor)
+{
+    if (!Money::isWithinLimit(minor))
+        return EntryBalanceMark::beyondLimit;
+    return minor < 0 ? EntryBalanceMark::negative : EntryBalanceMark::none;
+}
+
+/// Makes one content out of one submission; members are what several parts look at.
 class Description {
 public:
-    Description(const EntryFormState& state, const LedgerSnapshot& snapshot, std::string_view locale)
-        : m_draft(EntryForm::draftOf(state)), m_snapshot(snapshot), m_locale(locale),
-          m_editing(std::get_if<EntryEditing>(&state))
+    Description(const EntrySubmission& submission, const LedgerSnapshot& snapshot, std::string_view today,
+                std::string_view locale)
+        : m_submission(submission), m_editing(submission.form()), m_draft(m_editing.draft), m_snapshot(snapshot),
+          m_today(today), m_locale(locale)
     {
-        if (const auto* uncertain = std::get_if<EntryUncertain>(&state))
-            m_kept = &uncertain->input;
-        m_content.isEditing = m_editing != nullptr;
-        m_content.isUncertain = m_kept != nullptr;
-        if (const auto* saving = std::get_if<EntrySaving>(&state))
-            m_kept = &saving->input;
+        m_content.stage = submission.stage();
     }
 
     EntryFormContent make();
@@ -129,12 +168,15 @@ private:
     [[nodiscard]] EntryEffect effectOn(const EntryDestination& destination, std::int64_t sign) const;
     [[nodiscard]] std::optional<std::int64_t> amountOf(const QString& text, const std::string& currency) const;
     [[nodiscard]] QString resetNotice(bool wasReset, const std::string& currency) const;
+    [[nodiscard]] QString messageOf(const EntryProblem& problem) const;
+    [[nodiscard]] QString limitMessage(std::string_view key, const QString& text, const std::string& currency) const;
 
+    const EntrySubmission& m_submission;
+    const EntryEditing& m_editing;
     const TransactionDraft& m_draft;
     const LedgerSnapshot& m_snapshot;
+    std::string_view m_today;
     std::string_view m_locale;
-    const EntryEditing* m_editing;
-    const TransactionInput* m_kept = nullptr;
     std::vector<EntryDestination> m_destinations;
     std::string m_purpose;
     EntryFormContent m_content;
@@ -159,9 +201,9 @@ void Description::describeHead()
 {
     m_content.kind = m_draft.kind;
     const bool isFixed = std::ranges::find(switchKinds, m_draft.kind) == switchKinds.end();
-    m_content.title = entryWord(isFixed || m_content.isUncertain ? "title." + m_draft.kind : "newEntry", m_locale);
+    m_content.title = entryWord(isFixed || m_submission.isUncertain() ? "title." + m_draft.kind : "newEntry", m_locale);
     m_content.direction = entryWord(directionOf(m_draft.kind), m_locale);
-    if (isFixed || m_content.isUncertain)
+    if (isFixed || m_submission.isUncertain())
         return;
     const auto available = EntryRules::availableKinds(m_snapshot);
     for (const auto kind : switchKinds) {
@@ -179,20 +221,21 @@ void Description::describeSent()
 {
     auto& sent = m_content.sent;
     sent.accountLabel = entryWord(accountLabelOf(m_draft.kind), m_locale);
-    for (const auto* account : LedgerEntryAccess::accounts(m_snapshot, m_draft.kind))
-        sent.accounts.push_back(rowOf(*account, m_locale));
-    sent.accounts = groupedTogether(sent.accounts);
-    sent.accountPrompt = entryWord(sent.accounts.empty() ? "noAccount" : "selectAccount", m_locale);
+    for (const auto* account : EntryForm::accounts(m_editing, m_snapshot))
+        sent.accounts.push_back(choiceOf(*account, m_locale));
+    sent.accounts = groupedTogether(sent.accounts, m_locale);
+    const auto* const none = m_draft.kind == EntryKind::opening ? "noOpeningAccount" : "noAccount";
+    sent.accountPrompt = entryWord(sent.accounts.empty() ? none : "selectAccount", m_locale);
     sent.accountID = m_draft.primaryAccount().value_or(std::string{});
     sent.amountLabel = entryWord(m_draft.kind == EntryKind::exchange ? "outgoingAmount" : "amount", m_locale);
     const auto* const account = m_snapshot.account(sent.accountID);
     if (account)
-        sent.currencies = currencyRows(account->currencies, m_locale);
+        sent.currencies = currencyRows(EntryForm::currencies(m_editing, *account), m_locale);
     sent.currency = m_draft.currency;
     sent.amount = qString(m_draft.amount);
     sent.placeholder =
         m_draft.currency.empty() ? QString{} : qString(Money::formatDigits(0, m_draft.currency, m_locale));
-    sent.notice = resetNotice(m_editing && m_editing->sourceCurrencyReset, m_draft.currency);
+    sent.notice = resetNotice(m_editing.sourceCurrencyReset, m_draft.currency);
     describeBalance(sent, account, m_draft.onlyArrives() ? 1 : -1);
 }
 
@@ -205,14 +248,11 @@ void Description::describeDestination()
     received.accountLabel = entryWord(isTransfer ? "toAccount" : "receivedIn", m_locale);
     for (const auto& option : m_destinations) {
         const bool isFloat = option.transferPurpose == TransferPurpose::funding;
-        received.accounts.push_back(option.seen ? rowOf(*option.seen, m_locale)
-                                                : EntryAccountRow{option.id,
-                                                                  qString(option.name),
-                                                                  {},
-                                                                  isFloat ? EntryAccountRow::Group::employee
-                                                                          : EntryAccountRow::Group::company});
+        received.accounts.push_back(option.seen ? choiceOf(*option.seen, m_locale)
+                                                : choiceOf(option.id, option.name,
+                                                           isFloat ? Group::employee : Group::company, m_locale));
     }
-    received.accounts = groupedTogether(received.accounts);
+    received.accounts = groupedTogether(received.accounts, m_locale);
     const bool hasSource = m_draft.source && !m_draft.currency.empty();
     received.accountPrompt = entryWord(m_destinations.empty() && hasSource ? "noTarget" : "chooseAccount", m_locale);
     received.accountID = m_draft.target.value_or(std::string{});
@@ -236,7 +276,7 @@ void Description::describeReceived()
     received.amount = qString(m_draft.targetAmount);
     if (!m_draft.targetCurrency.empty())
         received.placeholder = qString(Money::formatDigits(0, m_draft.targetCurrency, m_locale));
-    received.notice = resetNotice(m_editing && m_editing->targetCurrencyReset, m_draft.targetCurrency);
+    received.notice = resetNotice(m_editing.targetCurrencyReset, m_draft.targetCurrency);
     describeBalance(received, account, 1);
     const auto from = amountOf(m_content.sent.amount, m_draft.currency).value_or(0);
     const auto to = amountOf(received.amount, m_draft.targetCurrency).value_or(0);
@@ -262,6 +302,7 @@ EntryEffect Description::effectOn(const EntryDestination& destination, std::int6
                        .changeLabel = entryWord(sign < 0 ? "effect.sent" : "effect.received", m_locale),
                        .change = {},
                        .after = {},
+                       .afterMark = {},
                        .isSeen = destination.seen != nullptr};
     const auto amount = amountOf(m_content.sent.amount, m_draft.currency);
     if (amount)
@@ -270,8 +311,10 @@ EntryEffect Description::effectOn(const EntryDestination& destination, std::int6
         return effect;
     const auto before = destination.seen->balance(m_draft.currency);
     effect.before = money(before, m_draft.currency, m_locale);
-    if (const auto after = amount ? Money::add(before, sign * *amount) : std::nullopt)
+    if (const auto after = amount ? Money::add(before, sign * *amount) : std::nullopt) {
         effect.after = money(*after, m_draft.currency, m_locale);
+        effect.afterMark = markOf(*after);
+    }
     return effect;
 }
 
@@ -283,25 +326,64 @@ void Description::describeRest()
     m_content.categoryPath = EntryCategories::path(m_snapshot, m_content.categoryID, m_locale);
     m_content.note = qString(m_draft.note);
     m_content.reference = qString(m_draft.refundReference);
-    m_content.confirm = entryWord(m_content.isUncertain ? "retryOriginal" : confirmKeyOf(m_draft, m_purpose), m_locale);
-    if (!m_editing)
+    m_content.confirm = entryWord(m_submission.isUncertain() ? "retryOriginal" : confirmKeyOf(m_draft, m_purpose), m_locale);
+    if (!m_submission.isEditing())
         return;
-    for (const auto& problem : m_editing->problems)
-        m_content.messages.emplace(problem.field, qString(problem.message(m_locale)));
+    for (const auto& problem : m_editing.problems) {
+        // The count beside a text that is too long says so already, and the day stands apart from the fields.
+        if (problem.reason == decltype(problem.reason){PostingReason::textTooLong} || problem.field == EntryField::date)
+            continue;
+        const auto field = problem.field == EntryField::receipts ? EntryField::note : problem.field;
+        m_content.messages.emplace(field, messageOf(problem));
+    }
+    for (const auto field : m_editing.refusedPastes)
+        m_content.messages.emplace(field, wordIn(m_locale, entryFormWords(), "pasteRefused"));
+}
+
+/// A limit is named wherever it is what stands in the way.
+QString Description::messageOf(const EntryProblem& problem) const
+{
+    const auto text = qString(problem.message(m_locale));
+    const auto& currency = problem.field == EntryField::targetAmount ? m_draft.targetCurrency : m_draft.currency;
+    const auto* const error = std::get_if<MoneyError>(&problem.reason);
+    if (error && *error == MoneyError::outOfRange)
+        return limitMessage("limit.amount", text, currency);
+    const auto* const refusal = std::get_if<PostingReason>(&problem.reason);
+    if (refusal && *refusal == PostingReason::balanceLimit)
+        return limitMessage("limit.balance", text, currency);
+    return text;
+}
+
+QString Description::limitMessage(std::string_view key, const QString& text, const std::string& currency) const
+{
+    return wordIn(m_locale, entryFormWords(), key,
+                  {text.toStdString(), Money::format(Money::maximumMinor, currency, m_locale)});
 }
 
 void Description::describeDay()
 {
-    auto day = m_kept ? m_kept->date : m_draft.date;
-    if (m_draft.kind == EntryKind::opening)
-        day = OpeningBalancePolicy::recordingDate(m_snapshot, day).value_or(day);
-    m_content.day = DayText::longDay(day, m_locale);
-    if (m_content.isUncertain)
-        return;
-    if (m_draft.kind == EntryKind::opening)
-        m_content.dayHint = wordIn(m_locale, entryFormWords(), "openingDay");
+    auto& shown = m_content.day;
+    const bool isOpening = m_draft.kind == EntryKind::opening;
+    const auto& sent = m_submission.command();
+    shown.bounds = EntryDay::bounds(m_snapshot, m_today);
+    shown.day = m_draft.date.empty() ? std::string{m_today} : m_draft.date;
+    if (isOpening)
+        shown.day = OpeningBalancePolicy::recordingDate(m_snapshot, m_today).value_or(std::string{m_today});
+    if (sent && !m_submission.isEditing())
+        shown.day = sent->date;
+    shown.text = DayText::longDay(shown.day, m_locale);
+    shown.mayChange = m_submission.isEditing() && !isOpening;
+    if (m_submission.isUncertain())
+        shown.hint = entryWord("retainedEntryDate", m_locale);
+    else if (isOpening)
+        shown.hint = entryWord(shown.bounds.earliest ? "openingDay" : "openingToday", m_locale);
     else
-        m_content.dayHint = entryWord("automaticEntryDate", m_locale);
+        shown.hint = entryWord(m_draft.date.empty() ? "automaticEntryDate" : "chosenDay", m_locale);
+    if (shown.mayChange)
+        shown.message = EntryDay::whyNot(shown.day, shown.bounds, m_locale);
+    const auto found = std::ranges::find(m_editing.problems, EntryField::date, &EntryProblem::field);
+    if (m_submission.isEditing() && shown.message.isEmpty() && found != m_editing.problems.end())
+        shown.message = messageOf(*found);
 }
 
 void Description::describeBalance(EntryMoneyContent& shown, const Account* account, std::int64_t sign) const
@@ -311,8 +393,15 @@ void Description::describeBalance(EntryMoneyContent& shown, const Account* accou
     const auto before = account->balance(shown.currency);
     const auto amount = amountOf(shown.amount, shown.currency);
     const auto after = amount ? Money::add(before, sign * *amount) : std::nullopt;
-    shown.balanceLabel = entryWord(after ? "afterSaving" : "currentBalance", m_locale);
     shown.balance = money(after.value_or(before), shown.currency, m_locale);
+    shown.balanceLabel = entryWord(after ? "afterSaving" : "currentBalance", m_locale);
+    if (!after)
+        return;
+    shown.balanceMark = markOf(*after);
+    if (shown.balanceMark == EntryBalanceMark::negative)
+        shown.balanceLabel = entryWord("afterSaving.negative", m_locale);
+    else if (shown.balanceMark == EntryBalanceMark::beyondLimit)
+        shown.balanceLabel = limitMessage("limit.balance", entryWord("balanceLimit", m_locale), shown.currency);
 }
 
 std::optional<std::int64_t> Description::amountOf(const QString& text, const std::string& currency) const
@@ -330,21 +419,8 @@ QString Description::resetNotice(bool wasReset, const std::string& currency) con
 
 }
 
-EntryFormContent EntryForm::content(const EntryFormState& state, const LedgerSnapshot& snapshot,
-                                    std::string_view locale)
+EntryFormContent EntryForm::content(const EntrySubmission& submission, const LedgerSnapshot& snapshot,
+                                    std::string_view today, std::string_view locale)
 {
-    return Description{state, snapshot, locale}.make();
-}
-
-QString EntryForm::glyphOf(EntryAccountRow::Group group)
-{
-    switch (group) {
-    case EntryAccountRow::Group::company:
-        return QStringLiteral("bank");
-    case EntryAccountRow::Group::employee:
-        return QStringLiteral("person");
-    case EntryAccountRow::Group::refund:
-        return QStringLiteral("arrow-return-left");
-    }
-    return {};
+    return Description{submission, snapshot, today, locale}.make();
 }

@@ -8,26 +8,9 @@
 
 #include "LedgerCore/Domain/Entries/EntryProblem.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerUI/Presentation/Entry/EntryDay.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
-
-/// An account in a picker: its name, and what it holds in all its currencies.
-struct EntryAccountRow {
-    enum class Group { company, employee, refund };
-
-    std::string id;
-    QString name;
-    QString balances; // empty where the member does not see them
-    Group group = Group::company;
-
-    bool operator==(const EntryAccountRow&) const = default;
-};
-
-struct EntryCurrencyRow {
-    std::string code;
-    QString name;
-
-    bool operator==(const EntryCurrencyRow&) const = default;
-};
+#include "LedgerUI/Presentation/Forms/AccountChoice.h"
 
 /// A segment of the switch of kinds.
 struct EntryKindRow {
@@ -39,21 +22,25 @@ struct EntryKindRow {
     bool operator==(const EntryKindRow&) const = default;
 };
 
+/// How a balance that saving leads to is to be read.
+enum class EntryBalanceMark { none, negative, beyondLimit };
+
 /// An account, its currency and an amount, with what they lead to.
 struct EntryMoneyContent {
     QString accountLabel;
     QString accountPrompt;
-    std::vector<EntryAccountRow> accounts;
+    std::vector<AccountChoice> accounts;
     std::string accountID;
     QString amountLabel;
     bool showsAmountLabel = true;
-    std::vector<EntryCurrencyRow> currencies;
+    std::vector<CurrencyChoice> currencies;
     std::string currency;
     QString amount;
     QString placeholder;
     QString notice;       // the amount was cleared
     QString balanceLabel; // empty while no balance is known
     QString balance;
+    EntryBalanceMark balanceMark = EntryBalanceMark::none;
 };
 
 /// One account in the pane that shows what saving does.
@@ -63,6 +50,7 @@ struct EntryEffect {
     QString changeLabel;
     QString change; // empty while no amount can be read
     QString after;
+    EntryBalanceMark afterMark = EntryBalanceMark::none;
     bool isSeen = true;
 };
 
@@ -88,17 +76,15 @@ struct EntryFormContent {
     std::vector<QString> rates; // exchange: both ways, "–" while an amount is missing
     std::map<EntryField, QString> messages;
     QString confirm;
-    QString day;
-    QString dayHint; // empty while only the kept day may be sent again
-    bool isEditing = true;
-    bool isUncertain = false;
+    EntryDayContent day;
+    SubmissionStage stage = SubmissionStage::editing;
 };
 
 namespace EntryForm {
 
-EntryFormContent content(const EntryFormState& state, const LedgerSnapshot& snapshot, std::string_view locale);
-
-QString glyphOf(EntryAccountRow::Group group);
+/// `today` is the day on which an entry is booked for which no other was chosen.
+EntryFormContent content(const EntrySubmission& submission, const LedgerSnapshot& snapshot, std::string_view today,
+                         std::string_view locale);
 
 /// What one unit of `from` came to, to four digits or more: "SGD 1.340"; "–" where an amount is missing.
 QString impliedRate(std::int64_t fromMinor, const std::string& from, std::int64_t toMinor, const std::string& to,

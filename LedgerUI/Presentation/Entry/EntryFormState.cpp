@@ -1,7 +1,9 @@
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 
+#include <algorithm>
 #include <tuple>
 
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 
@@ -10,45 +12,50 @@ namespace {
 auto entered(const TransactionDraft& draft)
 {
     const auto destination = draft.hasDestination() ? draft.target : std::optional<std::string>{};
-    return std::tuple{draft.amount,      draft.targetAmount,     draft.note,
-                      draft.categoryID,  draft.originalIncomeID, draft.refundReference,
-                      draft.attachments, draft.primaryAccount(), destination};
+    return std::tuple{draft.amount,     draft.targetAmount,     draft.note,
+                      draft.categoryID, draft.originalIncomeID, draft.refundReference,
+                      draft.date,       draft.attachments,      draft.primaryAccount(), destination};
 }
 
 }
 
-const TransactionDraft& EntryForm::draftOf(const EntryFormState& state)
+std::vector<const Account*> EntryForm::accounts(const EntryEditing& editing, const LedgerSnapshot& snapshot)
 {
-    return std::visit([](const auto& each) -> const TransactionDraft& { return each.draft; }, state);
+    auto offered = LedgerEntryAccess::accounts(snapshot, editing.draft.kind);
+    if (editing.draft.kind == EntryKind::opening)
+        std::erase_if(offered, [&](const Account* each) { return currencies(editing, *each).empty(); });
+    return offered;
 }
 
-bool EntryForm::leavesUncertain(const Failure& failure, Attempt attempt)
+std::vector<std::string> EntryForm::currencies(const EntryEditing& editing, const Account& account)
 {
-    const auto fate = fateOf(failure);
-    return fate == CommandFate::unknown || (attempt == Attempt::retry && fate != CommandFate::refused);
+    auto offered = account.currencies;
+    if (editing.draft.kind == EntryKind::opening)
+        std::erase_if(offered, [&](const std::string& code) {
+            return std::ranges::find(editing.openings, EntryOpeningPlace{account.id, code}) == editing.openings.end();
+        });
+    return offered;
 }
 
-std::optional<EntryFormState> EntryForm::afterReply(const EntrySaving& saving, const Result<void>& reply)
+EntryField EntryForm::nextField(const TransactionDraft& draft)
 {
-    if (reply)
-        return std::nullopt;
-    const auto& failure = reply.error();
-    if (leavesUncertain(failure, saving.isRetry ? Attempt::retry : Attempt::first))
-        return EntryUncertain{saving.draft, saving.input};
-    EntryEditing editing;
-    editing.draft = saving.draft;
-    editing.refusal = failure;
-    editing.refused = saving.input;
-    return editing;
+    if (!draft.primaryAccount())
+        return EntryField::account;
+    // A transfer names both accounts before its one amount.
+    if (draft.kind == EntryKind::transfer && !draft.target)
+        return EntryField::destination;
+    return EntryField::amount;
 }
 
-std::expected<TransactionInput, std::vector<EntryProblem>> EntryForm::submission(const EntryEditing& editing,
-                                                                                 const LedgerSnapshot& snapshot,
-                                                                                 std::string_view locale,
-                                                                                 const std::string& freshKey)
+std::expected<TransactionInput, std::vector<EntryProblem>>
+EntryForm::command(const EntrySubmission& submission, const VisibleBooks& books, const std::string& today,
+                   std::string_view locale, const std::string& freshKey)
 {
-    auto input = EntryRules::input(editing.draft, snapshot, locale);
-    if (input && editing.refused && *input != *editing.refused)
+    auto draft = submission.form().draft;
+    if (draft.date.empty())
+        draft.date = today;
+    auto input = EntryRules::input(draft, books, today, locale);
+    if (input && submission.command() && *input != *submission.command())
         input->idempotencyKey = freshKey;
     return input;
 }

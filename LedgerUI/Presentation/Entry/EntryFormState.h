@@ -1,41 +1,38 @@
 #pragma once
 
+#include <expected>
 #include <optional>
+#include <set>
 #include <string>
-#include <variant>
 #include <vector>
 
-#include "LedgerCore/Client/Failure.h"
 #include "LedgerCore/Domain/Entries/EntryProblem.h"
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
+#include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerUI/Presentation/Forms/Submission.h"
 
-/// A draft that is being typed.
+/// Where an opening balance may still be recorded.
+struct EntryOpeningPlace {
+    std::string accountID;
+    std::string currency;
+
+    bool operator==(const EntryOpeningPlace&) const = default;
+};
+
+/// What a person has filled in, and what the form says about it. The draft's day is empty while it is today's.
 struct EntryEditing {
     TransactionDraft draft;
     bool sourceCurrencyReset = false; // a change of currency cleared the amount
     bool targetCurrencyReset = false;
     bool targetNeedsSelection = false; // the destination is no longer on offer
     std::vector<EntryProblem> problems{};
-    std::optional<Failure> refusal{};          // the service's, about the last submission
-    std::optional<TransactionInput> refused{}; // what it was about
+    std::set<EntryField> refusedPastes{};      // amounts into which something was pasted that is not one
+    std::vector<EntryOpeningPlace> openings{}; // for an opening balance only
 };
 
-/// Sent; the reply is awaited. `isRetry` when an earlier sending may have been recorded already.
-struct EntrySaving {
-    TransactionDraft draft;
-    TransactionInput input;
-    bool isRetry = false;
-};
-
-/// Nobody knows whether the service recorded it: locked, and only the same command may be sent again.
-struct EntryUncertain {
-    TransactionDraft draft;
-    TransactionInput input;
-};
-
-using EntryFormState = std::variant<EntryEditing, EntrySaving, EntryUncertain>;
+using EntrySubmission = Submission<EntryEditing, TransactionInput>;
 
 namespace EntryForm {
 
@@ -46,24 +43,21 @@ struct Opening {
     std::optional<TransactionDraft> prefilled; // the correct entry after a reversal
 };
 
-const TransactionDraft& draftOf(const EntryFormState& state);
+/// The accounts that the form offers for the draft's kind, in snapshot order; for an opening balance only those that
+/// can still take one.
+std::vector<const Account*> accounts(const EntryEditing& editing, const LedgerSnapshot& snapshot);
+/// The currencies of an account on offer, in its order.
+std::vector<std::string> currencies(const EntryEditing& editing, const Account& account);
 
-enum class Attempt { first, retry };
+/// The part of the form that a person has to fill in next.
+EntryField nextField(const TransactionDraft& draft);
 
-/// Whether after this failure nobody knows if the command was carried out. A refused retry settles it only when the
-/// refusal judges the command itself; one about the session, the rate or the way there says nothing about the first
-/// sending.
-bool leavesUncertain(const Failure& failure, Attempt attempt);
-
-/// Once the service has answered: the state that follows, or nothing when the entry is recorded.
-std::optional<EntryFormState> afterReply(const EntrySaving& saving, const Result<void>& reply);
-
-/// The command for the draft, or the problems. A draft that was refused as it stands keeps its key; one that was
-/// changed since is a submission of its own and takes `freshKey`.
-std::expected<TransactionInput, std::vector<EntryProblem>> submission(const EntryEditing& editing,
-                                                                      const LedgerSnapshot& snapshot,
-                                                                      std::string_view locale,
-                                                                      const std::string& freshKey);
+/// The command for what stands in the form, or the problems. A draft that was refused as it stands keeps its key; one
+/// that was changed since is a submission of its own and takes `freshKey`.
+std::expected<TransactionInput, std::vector<EntryProblem>> command(const EntrySubmission& submission,
+                                                                   const VisibleBooks& books, const std::string& today,
+                                                                   std::string_view locale,
+                                                                   const std::string& freshKey);
 
 /// A typed amount in the separators of another language. What could not be read before cannot be read after.
 std::string rewritten(std::string amount, std::string_view fromLocale, std::string_view toLocale);

@@ -18,11 +18,11 @@ Wide power(int exponent)
     return value;
 }
 
-/// How many decimals show four digits of a ratio: few for large ones, up to ten for small ones.
+/// How many decimals show four digits of a ratio, however small it is: at most 18 for the amounts that exist.
 int decimalsFor(Wide numerator, Wide denominator)
 {
     int decimals = 0;
-    while (decimals < 10 && numerator * power(decimals) / denominator < 1000)
+    while (numerator * power(decimals) / denominator < 1000)
         ++decimals;
     return decimals;
 }

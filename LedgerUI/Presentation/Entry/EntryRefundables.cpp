@@ -12,6 +12,20 @@
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
+namespace {
+
+std::int64_t movedMinor(const LedgerTransaction& entry, std::string_view currency)
+{
+    std::int64_t sum = 0;
+    for (const auto& leg : entry.legs) {
+        if (leg.currency == currency)
+            sum = Money::add(sum, leg.amountMinor).value_or(sum);
+    }
+    return sum;
+}
+
+}
+
 std::vector<EntryRefundableRow> EntryForm::refundableRows(const LedgerSnapshot& snapshot, std::string_view currency,
                                                           std::string_view locale)
 {
@@ -19,7 +33,8 @@ std::vector<EntryRefundableRow> EntryForm::refundableRows(const LedgerSnapshot& 
     std::vector<EntryRefundableRow> rows;
     for (const auto& income : EntryRules::refundableIncomes(snapshot, currency) | std::views::reverse) {
         const auto& entry = *income.entry;
-        QStringList parts{DayText::longDay(entry.date, locale)};
+        auto received = qString(Money::format(movedMinor(entry, currency), currency, locale));
+        QStringList parts{DayText::longDay(entry.date, locale), received.replace(QLatin1Char{' '}, QChar::Nbsp)};
         if (const auto* category = directory.find(entry.categoryID.value_or(std::string{})))
             parts << qString(directory.fullPathName(*category, locale));
         if (!entry.note.empty())

@@ -1,5 +1,6 @@
 #include "LedgerUI/Presentation/Entry/EntryReversal.h"
 
+#include "LedgerCore/Domain/Entries/ReversalRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
@@ -44,11 +45,12 @@ void appendRows(std::vector<ReversalRow>& rows, const LedgerTransaction& entry, 
 
 }
 
-ReversalContent EntryReversal::content(const ReversalState& state, const LedgerTransaction& original,
-                                       const LedgerSnapshot& snapshot, std::string_view day, std::string_view locale)
+ReversalContent EntryReversal::content(const ReversalSubmission& submission, const LedgerTransaction& original,
+                                       const LedgerSnapshot& snapshot, std::string_view today, std::string_view locale)
 {
     ReversalContent content;
     const bool isTransfer = original.kind == EntryKind::transfer;
+    const auto& sent = submission.command();
     content.title = entryWord("reverse." + original.kind, locale);
     content.explanation = entryWord(isTransfer ? "correctTransferHint" : "correctEntryHint", locale);
     appendRows(content.rows, original, snapshot, locale,
@@ -60,42 +62,54 @@ ReversalContent EntryReversal::content(const ReversalState& state, const LedgerT
                 .amount = {},
                 .isOpposite = false});
     appendRows(content.rows, original, snapshot, locale,
-               {.day = DayText::shortDay(day, locale),
+               {.day = DayText::shortDay(sent ? std::string_view{sent->date} : today, locale),
                 .glyph = entryKindGlyph(EntryKind::reversal),
                 .title = entryWord("kind.reversal", locale),
                 .account = {},
                 .currency = {},
                 .amount = {},
                 .isOpposite = true});
-    content.reason = qString(reasonOf(state));
-    const auto* typing = std::get_if<ReversalTyping>(&state);
-    if (typing && typing->isReasonMissing)
+    content.reason = qString(sent ? sent->reason : submission.form().reason);
+    if (submission.form().isReasonMissing)
         content.reasonMessage = entryWord("reasonRequired", locale);
-    if (std::holds_alternative<ReversalUncertain>(state) || std::holds_alternative<ReversalKept>(state))
-        content.confirm = entryWord("retryOriginal", locale);
+    content.mayEdit = submission.isEditing() && !sent;
+    content.resends = sent && (submission.isUncertain() || submission.isEditing());
+    if (content.resends)
+        content.hint = wordIn(locale, entryFormWords(), "reverse.kept",
+                              {DayText::longDay(sent->date, locale).toStdString()});
+    if (submission.isDone())
+        content.confirm = entryWord("correctEntry", locale);
     else
-        content.confirm =
-            entryWord(std::holds_alternative<ReversalDone>(state) ? "correctEntry" : "confirmReversal", locale);
+        content.confirm = entryWord(content.resends ? "retryOriginal" : "confirmReversal", locale);
     return content;
 }
 
-ReversalState EntryReversal::opened(const std::optional<Reversal>& kept)
+ReversalSubmission EntryReversal::opened(const std::optional<KeptReversal>& kept)
 {
-    return kept ? ReversalState{ReversalKept{.reason = kept->reason, .mayBePosted = true}} : ReversalTyping{};
+    if (!kept)
+        return ReversalSubmission{{}};
+    if (kept->outcomeUnknown)
+        return ReversalSubmission::uncertain({}, kept->reversal);
+    return ReversalSubmission::refused({}, kept->reversal, kept->refusal);
 }
 
-ReversalState EntryReversal::afterReply(const ReversalSending& sending, const Result<void>& reply,
-                                        const std::optional<Reversal>& kept)
+ReversalSubmission EntryReversal::afterFailure(ReversalSubmission submission, const Failure& failure,
+                                               const std::optional<KeptReversal>& kept)
 {
-    using EntryForm::Attempt;
-    if (reply)
-        return ReversalDone{sending.reason};
-    if (EntryForm::leavesUncertain(reply.error(), sending.isRetry ? Attempt::retry : Attempt::first))
-        return ReversalUncertain{sending.reason};
-    return kept ? ReversalState{ReversalKept{.reason = kept->reason}} : ReversalTyping{.reason = sending.reason};
+    submission.fail(failure);
+    if (!kept)
+        return submission.isUncertain() ? submission : ReversalSubmission::unsent(submission.form(), failure);
+    if (submission.isUncertain())
+        return ReversalSubmission::uncertain(submission.form(), kept->reversal);
+    return ReversalSubmission::refused(submission.form(), kept->reversal, failure);
 }
 
-const std::string& EntryReversal::reasonOf(const ReversalState& state)
+QString EntryReversal::whyNot(const ReversalSubmission& submission, const std::string& originalID,
+                              const VisibleBooks& books, std::string_view locale)
 {
-    return std::visit([](const auto& each) -> const std::string& { return each.reason; }, state);
+    if (!submission.isEditing() || submission.command())
+        return {};
+    const auto* const original = books.entry(originalID);
+    const auto refusal = original ? ReversalRules::whyNot(*original, books) : ReversalRules::Refusal::notFound;
+    return refusal ? qString(ReversalRules::text(*refusal, locale)) : QString{};
 }

@@ -2,44 +2,26 @@
 
 #include <optional>
 #include <string>
-#include <variant>
+#include <string_view>
 #include <vector>
 
 #include <QString>
 
-#include "LedgerCore/Client/Failure.h"
+#include "LedgerCore/Client/KeptCommands.h"
+#include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerUI/Presentation/Forms/Submission.h"
 
-/// A reason is being typed.
-struct ReversalTyping {
+/// What a person says about a reversal.
+struct ReversalForm {
     std::string reason;
     bool isReasonMissing = false;
 };
 
-/// An earlier request is kept and will be sent again as it stood. A refusal is told by the store's own alert.
-struct ReversalKept {
-    std::string reason;
-    bool mayBePosted = false; // its outcome was never learned
-};
-
-/// Sent; the reply is awaited.
-struct ReversalSending {
-    std::string reason;
-    bool isRetry = false; // of a request that may have been posted
-};
-
-/// Nobody knows whether it is posted: only the same request may be sent again.
-struct ReversalUncertain {
-    std::string reason;
-};
-
-/// Posted.
-struct ReversalDone {
-    std::string reason;
-};
-
-using ReversalState = std::variant<ReversalTyping, ReversalKept, ReversalSending, ReversalUncertain, ReversalDone>;
+/// While editing, a command beside the form is a refused request: the service remembers it, so that the next attempt
+/// is the same one, with its reason and its day.
+using ReversalSubmission = Submission<ReversalForm, Reversal>;
 
 /// One movement of the original or of the entry that undoes it.
 struct ReversalRow {
@@ -61,21 +43,27 @@ struct ReversalContent {
     QString reason;
     QString reasonMessage;
     QString confirm;
+    QString hint; // what the next attempt sends
+    bool mayEdit = true;
+    bool resends = false; // the button sends an earlier request again
 };
 
 namespace EntryReversal {
 
-/// How the dialog opens: anew, or on the kept request of an earlier attempt.
-ReversalState opened(const std::optional<Reversal>& kept);
+/// `today` is the day on which a new request is booked.
+ReversalContent content(const ReversalSubmission& submission, const LedgerTransaction& original,
+                        const LedgerSnapshot& snapshot, std::string_view today, std::string_view locale);
 
-/// `day` is the one on which the reversal is booked.
-ReversalContent content(const ReversalState& state, const LedgerTransaction& original, const LedgerSnapshot& snapshot,
-                        std::string_view day, std::string_view locale);
+/// How the dialog opens: anew, or on the request that an earlier attempt left.
+ReversalSubmission opened(const std::optional<KeptReversal>& kept);
 
-/// `kept` is what the store will send next time; nothing where the request never went out.
-ReversalState afterReply(const ReversalSending& sending, const Result<void>& reply,
-                         const std::optional<Reversal>& kept);
+/// What the snapshot says against the reversal, in words; empty when it can be offered. A request that was sent once is
+/// the service's to judge.
+QString whyNot(const ReversalSubmission& submission, const std::string& originalID, const VisibleBooks& books,
+               std::string_view locale);
 
-const std::string& reasonOf(const ReversalState& state);
+/// After a failed attempt; `kept` is what the store will send next time, nothing where the request never went out.
+ReversalSubmission afterFailure(ReversalSubmission submission, const Failure& failure,
+                                const std::optional<KeptReversal>& kept);
 
 }

@@ -24,17 +24,12 @@ SnapshotBuilder books()
 
 EntryEditing opened(std::string kind, std::optional<std::string> account, const LedgerSnapshot& held)
 {
-    return EntryEdits::opened({std::move(kind), std::move(account), {}}, held, "key-1", "2026-11-20");
+    return EntryEdits::opened({std::move(kind), std::move(account), {}}, held, "key-1");
 }
 
-EntryFormContent shown(const EntryFormState& state, const LedgerSnapshot& held)
+EntryFormContent shown(const EntryEditing& editing, const LedgerSnapshot& held)
 {
-    return EntryForm::content(state, held, "en-US");
-}
-
-APIError refusal(int status, std::string code)
-{
-    return {.status = status, .code = std::move(code), .message = {}};
+    return EntryForm::content(EntrySubmission{editing}, held, "2026-11-20", "en-US");
 }
 
 std::vector<std::string> idsOf(const std::vector<EntryCategory>& categories)
@@ -77,6 +72,34 @@ TEST(EntryForm, ClearsTheAmountWithTheCurrencyAndSaysSo)
     EXPECT_EQ(now.draft.amount, "");
     EXPECT_EQ(shown(now, held).sent.notice, QStringLiteral("Currency changed. Enter the amount again in: USD"));
     now = EntryEdits::withAmount(now, "5");
+    EXPECT_EQ(shown(now, held).sent.notice, QString{});
+}
+
+TEST(EntryForm, SaysThatTheAmountReceivedWasClearedWithItsCurrency)
+{
+    const auto held = books().build();
+    auto exchange = EntryEdits::withDestination(opened("exchange", "bank", held), "vault", held);
+    exchange = EntryEdits::withTargetAmount(EntryEdits::withAmount(exchange, "1,600,000"), "100.00");
+    ASSERT_EQ(exchange.draft.targetCurrency, "USD");
+
+    const auto sentUsd = EntryEdits::withCurrency(exchange, "USD", held);
+    EXPECT_EQ(sentUsd.draft.targetCurrency, "SGD");
+    EXPECT_EQ(sentUsd.draft.targetAmount, "");
+    EXPECT_EQ(shown(sentUsd, held).received.notice,
+              QStringLiteral("Currency changed. Enter the amount again in: SGD"));
+
+    auto toSgd = EntryEdits::withTargetAmount(EntryEdits::withTargetCurrency(exchange, "SGD"), "134.00");
+    toSgd = EntryEdits::withDestination(toSgd, "bank", held);
+    EXPECT_EQ(toSgd.draft.targetAmount, "");
+    EXPECT_EQ(shown(toSgd, held).received.notice,
+              QStringLiteral("Currency changed. Enter the amount again in: USD"));
+}
+
+TEST(EntryForm, ForgetsWithTheKindThatAnAmountWasCleared)
+{
+    const auto held = books().build();
+    auto now = EntryEdits::withAmount(opened("expense", "bank", held), "1,250");
+    now = EntryEdits::withKind(EntryEdits::withCurrency(now, "USD", held), "income", held);
     EXPECT_EQ(shown(now, held).sent.notice, QString{});
 }
 
@@ -126,6 +149,8 @@ TEST(EntryForm, ImpliesARateFromTheTwoAmountsOnly)
     EXPECT_EQ(EntryForm::impliedRate(1'607'400, "SGD", 1'200'000, "USD", "en").toStdString(), "USD 0.7465");
     EXPECT_EQ(EntryForm::impliedRate(100, "USD", 25'400, "VND", "vi").toStdString(), "VND 25.400");
     EXPECT_EQ(EntryForm::impliedRate(25'400, "VND", 100, "USD", "en").toStdString(), "USD 0.00003937");
+    EXPECT_EQ(EntryForm::impliedRate(9'000'000'000'000, "VND", 1, "USD", "en").toStdString(),
+              "USD 0.000000000000001111");
     EXPECT_EQ(EntryForm::impliedRate(0, "USD", 5, "SGD", "en").toStdString(), "–");
 }
 
@@ -141,38 +166,20 @@ TEST(EntryForm, SaysWhyAKindIsOff)
                                                "company administrator to configure access."));
 }
 
-TEST(EntryForm, LocksTheContentOnlyWhileTheOutcomeIsUnknown)
-{
-    EntrySaving first;
-    first.input.idempotencyKey = "key-1";
-    const auto isUncertain = [&](const EntrySaving& saving, const Failure& failure) {
-        return std::holds_alternative<EntryUncertain>(EntryForm::afterReply(saving, std::unexpected(failure)).value());
-    };
-    EXPECT_TRUE(isUncertain(first, refusal(0, "NETWORK")));
-    EXPECT_TRUE(isUncertain(first, refusal(502, "HTTP_ERROR")));
-    EXPECT_TRUE(isUncertain(first, Cancelled{}));
-    EXPECT_FALSE(isUncertain(first, refusal(409, "balance_limit")));
-    EXPECT_FALSE(isUncertain(first, refusal(0, "BUSY")));
-    EXPECT_FALSE(EntryForm::afterReply(first, {}).has_value());
-
-    auto retry = first;
-    retry.isRetry = true;
-    EXPECT_TRUE(isUncertain(retry, refusal(0, "BUSY")));
-    EXPECT_TRUE(isUncertain(retry, refusal(429, "rate_limited")));
-    EXPECT_TRUE(isUncertain(retry, refusal(401, "unauthorized")));
-    EXPECT_FALSE(isUncertain(retry, refusal(409, "insufficient_funds")));
-}
-
 TEST(EntryForm, TakesAFreshKeyOnlyForACommandThatDiffersFromTheRefusedOne)
 {
     const auto held = books().build();
     auto now = EntryEdits::withCategory(EntryEdits::withAmount(opened("expense", "bank", held), "100"), "rent");
-    const auto first = EntryForm::submission(now, held, "en-US", "key-2").value();
-    EXPECT_EQ(first.idempotencyKey, "key-1");
-    now.refused = first;
-    EXPECT_EQ(EntryForm::submission(now, held, "en-US", "key-2").value().idempotencyKey, "key-1");
-    now = EntryEdits::withAmount(now, "90");
-    EXPECT_EQ(EntryForm::submission(now, held, "en-US", "key-2").value().idempotencyKey, "key-2");
+    EntrySubmission submission{now};
+    const auto keyOf = [&] {
+        return EntryForm::command(submission, VisibleBooks{held}, "2026-11-20", "en-US", "key-2").value().idempotencyKey;
+    };
+    EXPECT_EQ(keyOf(), "key-1");
+    submission.send(EntryForm::command(submission, VisibleBooks{held}, "2026-11-20", "en-US", "key-2").value());
+    submission.fail(APIError{.status = 409, .code = "balance_limit", .message = {}});
+    EXPECT_EQ(keyOf(), "key-1");
+    submission.edit(EntryEdits::withAmount(now, "90"));
+    EXPECT_EQ(keyOf(), "key-2");
 }
 
 TEST(EntryForm, AsksBeforeClosingOnlyWhenSomethingWasEntered)
@@ -191,9 +198,9 @@ TEST(EntryForm, PrefillsTheCorrectEntryFromTheReversedOne)
     EXPECT_EQ(draft.source, "bank");
     EXPECT_EQ(draft.target, "float");
     EXPECT_EQ(draft.amount, "250,00");
-    const auto reopened = EntryEdits::opened({"transfer", {}, draft}, held, "key-9", "2026-11-20");
+    const auto reopened = EntryEdits::opened({"transfer", {}, draft}, held, "key-9");
     EXPECT_EQ(reopened.draft.idempotencyKey, "key-9");
-    EXPECT_EQ(reopened.draft.date, "2026-11-20");
+    EXPECT_EQ(reopened.draft.date, "2026-11-01");
     EXPECT_TRUE(reopened.problems.empty());
 }
 
@@ -203,7 +210,7 @@ TEST(EntryForm, DropsFromThePrefilledEntryWhatIsGone)
     auto held = builder.build();
     const auto draft = EntryEdits::correctionOf(held.transactions.front(), "en-US");
     std::erase_if(held.categories, [](const Category& each) { return each.id == "rent"; });
-    const auto reopened = EntryEdits::opened({"expense", {}, draft}, held, "key-9", "2026-11-20");
+    const auto reopened = EntryEdits::opened({"expense", {}, draft}, held, "key-9");
     EXPECT_EQ(reopened.draft.categoryID, std::nullopt);
     EXPECT_EQ(shown(reopened, held).messages.at(EntryField::category),
               QStringLiteral("The previous category is no longer available. Select another one."));
@@ -247,7 +254,7 @@ TEST(EntryRefundables, NameTheIncomeAndWhatItStillAllows)
     const auto held = books().income("i1", "2026-11-01", "bank", "USD", 30'000, "sales").note("INV-7").build();
     const auto rows = EntryForm::refundableRows(held, "USD", "en-US");
     ASSERT_EQ(rows.size(), 1U);
-    EXPECT_EQ(rows.front().text, QStringLiteral("1 November 2026, Sales, INV-7"));
+    EXPECT_EQ(rows.front().text, QStringLiteral("1 November 2026, USD\u00a0300.00, Sales, INV-7"));
     EXPECT_EQ(rows.front().remaining, QStringLiteral("Still refundable: USD 300.00"));
 }
 

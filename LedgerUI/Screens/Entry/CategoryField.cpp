@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -49,7 +50,10 @@ CategoryField::CategoryField(QWidget* parent) : QWidget{parent}
     m_path = new TextLabel(TypeStep::small, Token::text2, this);
     m_path->setObjectName(QStringLiteral("entryCategoryPath"));
     m_pinned = new TextLabel(TypeStep::small, Token::text2, this);
-    connect(m_all, &QToolButton::clicked, this, [this] { openAll({}); });
+    connect(m_all, &QToolButton::clicked, this, [this] {
+        m_all->setFocus(Qt::OtherFocusReason);
+        openAll({});
+    });
     buildLayout();
 }
 
@@ -106,7 +110,10 @@ void CategoryField::present(const std::string& chosen, const QString& path, cons
     }
     m_path->setText(path);
     m_path->setVisible(!path.isEmpty());
-    m_error->present(message);
+    // The focus stands on a tile or on the button, never on the area around them.
+    for (auto* tile : m_tiles)
+        tile->setAccessibleDescription(message);
+    m_all->setAccessibleDescription(message);
 }
 
 QWidget* CategoryField::focusTarget() const
@@ -152,9 +159,12 @@ void CategoryField::openAll(const QString& text)
 {
     if (!m_popover) {
         m_popover = new CategoryPopover(window());
-        connect(m_popover, &CategoryPopover::categoryChosen, this, &CategoryField::categoryChosen);
+        connect(m_popover, &CategoryPopover::categoryChosen, this, [this](const std::string& id) {
+            Q_EMIT categoryChosen(id);
+            Q_EMIT finished();
+        });
     }
-    m_popover->openAt(m_tileArea, m_snapshot, m_kind, text);
+    m_popover->openAt(m_tileArea, QApplication::focusWidget(), m_snapshot, m_kind, text);
 }
 
 void CategoryField::moveFrom(CategoryTile* tile, int step)

@@ -27,9 +27,12 @@ public:
     /// Where focus goes when a category is wanted.
     [[nodiscard]] QWidget* focusTarget() const;
     [[nodiscard]] QWidget* lastControl() const;
+    [[nodiscard]] FieldError& error() const { return *m_error; }
 
 Q_SIGNALS:
     void categoryChosen(const std::string& id);
+    /// Chosen in the list of all categories, which is closed again: what comes next is beyond this field.
+    void finished();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

@@ -29,6 +29,11 @@ constexpr int popoverHeight = 272;
 constexpr int leastHeight = 200; // the search and five categories
 constexpr int indent = 22;
 
+bool isReturn(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 /// Paints a category with the searched words in the accent colour; parents are bold.
 class CategoryDelegate final : public QStyledItemDelegate {
 public:
@@ -108,9 +113,10 @@ CategoryPopover::CategoryPopover(QWidget* parent) : QFrame{parent}
     hide();
 }
 
-void CategoryPopover::openAt(QWidget* anchor, SnapshotPointer snapshot, std::string kind, const QString& text)
+void CategoryPopover::openAt(QWidget* anchor, QWidget* opener, SnapshotPointer snapshot, std::string kind,
+                             const QString& text)
 {
-    m_anchor = anchor;
+    m_opener = opener;
     m_snapshot = std::move(snapshot);
     m_kind = std::move(kind);
     auto* const window = parentWidget();
@@ -131,8 +137,8 @@ void CategoryPopover::dismiss()
     qApp->removeEventFilter(this);
     const bool hadFocus = isAncestorOf(QApplication::focusWidget());
     hide();
-    if (hadFocus && m_anchor)
-        m_anchor->setFocus(Qt::PopupFocusReason);
+    if (hadFocus && m_opener)
+        m_opener->setFocus(Qt::PopupFocusReason);
 }
 
 void CategoryPopover::keyPressEvent(QKeyEvent* event)
@@ -151,9 +157,19 @@ bool CategoryPopover::eventFilter(QObject* watched, QEvent* event)
         if (pressed && !rect().contains(mapFromGlobal(at)))
             dismiss();
     }
-    if (watched != m_search || event->type() != QEvent::KeyPress)
+    if (watched != m_search)
         return QFrame::eventFilter(watched, event);
-    switch (static_cast<QKeyEvent*>(event)->key()) {
+    // While the list is open, the keys that confirm the form belong to it.
+    if (event->type() == QEvent::ShortcutOverride && isReturn(static_cast<QKeyEvent*>(event)->key())) {
+        event->accept();
+        return true;
+    }
+    return event->type() == QEvent::KeyPress && takeKey(*static_cast<QKeyEvent*>(event));
+}
+
+bool CategoryPopover::takeKey(const QKeyEvent& key)
+{
+    switch (key.key()) {
     case Qt::Key_Down:
         moveBy(1);
         return true;
@@ -162,9 +178,10 @@ bool CategoryPopover::eventFilter(QObject* watched, QEvent* event)
         return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        if (static_cast<QKeyEvent*>(event)->modifiers().testFlag(Qt::ControlModifier))
-            return false;
-        choose(m_list->currentIndex());
+        if (m_list->currentIndex().isValid())
+            choose(m_list->currentIndex());
+        else if (key.modifiers().testFlag(Qt::ControlModifier))
+            dismiss();
         return true;
     case Qt::Key_Escape:
         dismiss();

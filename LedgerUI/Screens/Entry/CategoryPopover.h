@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <QFrame>
+#include <QPointer>
 
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 
@@ -12,15 +13,15 @@ class QStandardItemModel;
 class SearchField;
 class TextLabel;
 
-/// All categories of a kind on two levels, with a search above them. Up and Down move, Return chooses, Esc closes.
-/// Lies over its window and belongs to it.
+/// All categories of a kind on two levels, with a search above them. Up and Down move, Return chooses, Esc closes; the
+/// keys that confirm the form choose too, or close where nothing fits. Lies over its window and belongs to it.
 class CategoryPopover final : public QFrame {
     Q_OBJECT
 public:
     explicit CategoryPopover(QWidget* parent);
 
-    /// Opens over `anchor`, as wide as it, with `text` already typed.
-    void openAt(QWidget* anchor, SnapshotPointer snapshot, std::string kind, const QString& text);
+    /// Opens over `anchor`, as wide as it, with `text` already typed. `opener` has the focus back when it closes.
+    void openAt(QWidget* anchor, QWidget* opener, SnapshotPointer snapshot, std::string kind, const QString& text);
     void dismiss();
 
 Q_SIGNALS:
@@ -33,6 +34,7 @@ protected:
 
 private:
     void search();
+    [[nodiscard]] bool takeKey(const class QKeyEvent& key);
     void choose(const QModelIndex& index);
     void moveBy(int step);
     void retranslate();
@@ -41,7 +43,7 @@ private:
     QListView* m_list = nullptr;
     TextLabel* m_empty = nullptr;
     QStandardItemModel* m_model = nullptr;
-    QWidget* m_anchor = nullptr;
+    QPointer<QWidget> m_opener;
     SnapshotPointer m_snapshot;
     std::string m_kind;
 };

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 
+#include "LedgerUI/Components/Buttons/RadioRole.h"
 #include "LedgerUI/Components/Text/TextLines.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -18,6 +19,7 @@ constexpr int tileHeight = 44;
 CategoryTile::CategoryTile(QWidget* parent) : QAbstractButton{parent}
 {
     setCheckable(true);
+    speakAsRadioButton(*this);
     setFixedHeight(tileHeight);
     setMinimumWidth(tileWidth);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);

@@ -10,6 +10,8 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Screens/Entry/BalanceTone.h"
 #include "LedgerUI/Theme/Space.h"
 
 EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidget{parent}
@@ -34,8 +36,9 @@ EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidg
     row->addWidget(m_amount, 1);
     auto* below = new QHBoxLayout;
     below->setContentsMargins(0, Space::step1, 0, 0);
-    below->addWidget(m_balanceLabel);
-    below->addStretch(1);
+    m_balanceLabel->setWordWrap(true);
+    m_balance->setAlignment(Qt::AlignRight | Qt::AlignTop);
+    below->addWidget(m_balanceLabel, 1);
     below->addWidget(m_balance);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -48,23 +51,27 @@ EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidg
     layout->addLayout(below);
 }
 
-void EntryAmountField::present(const EntryMoneyContent& content, const QString& message, Balance balance)
+void EntryAmountField::present(const EntryMoneyContent& content, Balance balance)
 {
+    const bool hasError = m_error->isShown();
     m_label->setText(content.amountLabel);
     m_label->setVisible(content.showsAmountLabel);
     m_amount->setAccessibleName(content.amountLabel);
-    nameComboBox(*m_currency, entryWord("currency", InterfaceLanguage::tag()));
-    m_currency->present(content.currencies, content.currency);
+    const auto currency = entryWord("currency", InterfaceLanguage::tag());
+    nameComboBox(*m_currency, listed({currency, content.amountLabel}, InterfaceLanguage::tag()));
+    m_currency->present(content.currencies, content.currency, currency);
     m_amount->setCurrency(content.currency);
     m_amount->setAmount(content.amount);
     m_amount->setPlaceholderText(content.placeholder);
-    m_error->present(message);
     m_notice->setText(content.notice);
-    m_notice->setVisible(!content.notice.isEmpty() && message.isEmpty());
+    m_notice->setVisible(!content.notice.isEmpty() && !hasError);
     const bool showsBalance =
-        balance == Balance::shown && !content.balance.isEmpty() && message.isEmpty() && content.notice.isEmpty();
+        balance == Balance::shown && !content.balance.isEmpty() && !hasError && content.notice.isEmpty();
     m_balanceLabel->setText(content.balanceLabel);
     m_balance->setText(content.balance);
+    const auto tone = balanceTone(content.balanceMark);
+    m_balanceLabel->setTone(tone);
+    m_balance->setTone(tone);
     m_balanceLabel->setVisible(showsBalance);
     m_balance->setVisible(showsBalance);
 }

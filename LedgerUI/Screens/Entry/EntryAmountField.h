@@ -17,10 +17,11 @@ public:
     explicit EntryAmountField(const QString& name, QWidget* parent = nullptr);
 
     enum class Balance { shown, hidden };
-    void present(const EntryMoneyContent& content, const QString& message, Balance balance);
+    void present(const EntryMoneyContent& content, Balance balance);
 
     [[nodiscard]] CurrencyPicker& currency() const { return *m_currency; }
     [[nodiscard]] AmountEdit& amount() const { return *m_amount; }
+    [[nodiscard]] FieldError& error() const { return *m_error; }
 
 private:
     TextLabel* m_label = nullptr;

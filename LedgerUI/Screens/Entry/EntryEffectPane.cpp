@@ -9,6 +9,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Screens/Entry/BalanceTone.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -23,11 +24,13 @@ QFrame* card(QWidget* parent, QVBoxLayout*& layout)
     return frame;
 }
 
-void addLine(QVBoxLayout& layout, const QString& label, const QString& value, bool isTotal = false)
+void addLine(QVBoxLayout& layout, const QString& label, const QString& value, bool isTotal = false,
+             EntryBalanceMark mark = EntryBalanceMark::none)
 {
     const auto step = isTotal ? TypeStep::body : TypeStep::small;
-    auto* name = new TextLabel(step, isTotal ? Token::text : Token::text2);
-    auto* figure = new TextLabel(step, isTotal ? Token::text : Token::text2);
+    const auto tone = balanceTone(mark, isTotal ? Token::text : Token::text2);
+    auto* name = new TextLabel(step, tone);
+    auto* figure = new TextLabel(step, tone);
     name->setText(label);
     figure->setText(value);
     figure->setBold(isTotal);
@@ -92,7 +95,15 @@ QWidget* EntryEffectPane::effectCard(const EntryEffect& effect)
     addLine(*layout, entryWord("effect.before", InterfaceLanguage::tag()), effect.before);
     addLine(*layout, effect.changeLabel, orNone(effect.change));
     layout->addWidget(new Line(Qt::Horizontal, frame));
-    addLine(*layout, entryWord("effect.after", InterfaceLanguage::tag()), orNone(effect.after), true);
+    addLine(*layout, entryWord("effect.after", InterfaceLanguage::tag()), orNone(effect.after), true, effect.afterMark);
+    if (effect.afterMark != EntryBalanceMark::none) {
+        auto* warning = new TextLabel(TypeStep::small, balanceTone(effect.afterMark), frame);
+        warning->setWordWrap(true);
+        warning->setText(entryWord(effect.afterMark == EntryBalanceMark::negative ? "afterSaving.negative"
+                                                                                 : "balanceLimit",
+                                   InterfaceLanguage::tag()));
+        layout->addWidget(warning);
+    }
     return frame;
 }
 

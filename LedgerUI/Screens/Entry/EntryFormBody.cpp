@@ -1,8 +1,8 @@
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 
-#include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
 #include "LedgerUI/Components/Fields/AccountPicker.h"
@@ -10,6 +10,7 @@
 #include "LedgerUI/Components/Fields/CurrencyPicker.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
+#include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
@@ -19,21 +20,10 @@
 #include "LedgerUI/Screens/Entry/OriginalField.h"
 #include "LedgerUI/Theme/Space.h"
 
-namespace {
-
-constexpr int maximumNoteLength = 2000;
-
-QString messageAt(const EntryFormContent& content, EntryField field)
-{
-    const auto found = content.messages.find(field);
-    return found == content.messages.end() ? QString{} : found->second;
-}
-
-}
-
 EntryFormBody::EntryFormBody(QWidget* parent) : QWidget{parent}
 {
     buildFields();
+    mapFields();
     buildLayout();
     bind();
 }
@@ -59,10 +49,20 @@ void EntryFormBody::buildFields()
     m_effects = new EntryEffectPane(this);
     m_category = new CategoryField(this);
     m_original = new OriginalField(this);
-    m_note = new QLineEdit;
+    m_note = new LimitedEdit(EntryLimits::noteLength);
     m_note->setObjectName(QStringLiteral("entryNote"));
-    m_note->setMaxLength(maximumNoteLength);
     m_noteField = new FormField(m_note, this);
+}
+
+void EntryFormBody::mapFields()
+{
+    m_fields.add(EntryField::account, m_accountField->error());
+    m_fields.add(EntryField::destination, m_destinationField->error());
+    m_fields.add(EntryField::amount, m_sent->error());
+    m_fields.add(EntryField::targetAmount, m_received->error());
+    m_fields.add(EntryField::category, m_category->error(), [this] { return m_category->focusTarget(); });
+    m_fields.add(EntryField::original, m_original->error());
+    m_fields.add(EntryField::note, m_noteField->error());
 }
 
 void EntryFormBody::buildLayout()
@@ -85,12 +85,21 @@ void EntryFormBody::bind()
     connect(m_destination, &AccountPicker::accountChosen, this, &EntryFormBody::destinationChosen);
     connect(&m_sent->currency(), &CurrencyPicker::currencyChosen, this, &EntryFormBody::currencyChosen);
     connect(&m_sent->amount(), &AmountEdit::amountEdited, this, &EntryFormBody::amountEdited);
+    bindAmount(*m_sent, EntryField::amount);
     connect(&m_received->currency(), &CurrencyPicker::currencyChosen, this, &EntryFormBody::targetCurrencyChosen);
     connect(&m_received->amount(), &AmountEdit::amountEdited, this, &EntryFormBody::targetAmountEdited);
+    bindAmount(*m_received, EntryField::targetAmount);
     connect(m_category, &CategoryField::categoryChosen, this, &EntryFormBody::categoryChosen);
+    connect(m_category, &CategoryField::finished, this, [this] { m_note->setFocus(Qt::OtherFocusReason); });
     connect(m_original, &OriginalField::originalChosen, this, &EntryFormBody::originalChosen);
     connect(m_original, &OriginalField::referenceEdited, this, &EntryFormBody::referenceEdited);
     connect(m_note, &QLineEdit::textEdited, this, &EntryFormBody::noteEdited);
+}
+
+void EntryFormBody::bindAmount(EntryAmountField& field, EntryField name)
+{
+    connect(&field.amount(), &AmountEdit::left, this, [this, name] { Q_EMIT amountLeft(name); });
+    connect(&field.amount(), &AmountEdit::pasteRefused, this, [this, name] { Q_EMIT pasteRefused(name); });
 }
 
 void EntryFormBody::offer(const SnapshotPointer& snapshot, const TransactionDraft& draft)
@@ -103,31 +112,28 @@ void EntryFormBody::offer(const SnapshotPointer& snapshot, const TransactionDraf
 
 void EntryFormBody::present(const EntryFormContent& content, const std::optional<std::string>& originalID)
 {
+    m_fields.present(content.messages);
     presentKinds(content);
     orderAmount(content.showsDestination && !content.showsReceivedAmount);
     m_direction->setText(content.direction);
     m_direction->setVisible(!content.direction.isEmpty());
     m_accountField->setLabel(content.sent.accountLabel);
     m_account->present(content.sent.accounts, content.sent.accountID, content.sent.accountPrompt);
-    m_accountField->error().present(messageAt(content, EntryField::account));
     m_destinationField->setVisible(content.showsDestination);
     m_destinationField->setLabel(content.received.accountLabel);
     m_destination->present(content.received.accounts, content.received.accountID, content.received.accountPrompt);
-    m_destinationField->error().present(messageAt(content, EntryField::destination));
-    m_sent->present(content.sent, messageAt(content, EntryField::amount),
+    m_sent->present(content.sent,
                     content.effects.empty() ? EntryAmountField::Balance::shown : EntryAmountField::Balance::hidden);
     m_received->setVisible(content.showsReceivedAmount);
-    m_received->present(content.received, messageAt(content, EntryField::targetAmount),
-                        EntryAmountField::Balance::shown);
+    m_received->present(content.received, EntryAmountField::Balance::shown);
     m_effects->present(content);
     m_category->setVisible(content.showsCategory);
-    m_category->present(content.categoryID, content.categoryPath, messageAt(content, EntryField::category));
+    m_category->present(content.categoryID, content.categoryPath, m_category->error().message());
     m_original->setVisible(content.showsOriginal);
-    m_original->present(originalID, content.reference, messageAt(content, EntryField::original));
+    m_original->present(originalID, content.reference);
     m_noteField->setLabel(entryWord("optionalNote", InterfaceLanguage::tag()));
     if (m_note->text() != content.note)
         m_note->setText(content.note);
-    setEnabled(content.isEditing);
 }
 
 void EntryFormBody::presentKinds(const EntryFormContent& content)
@@ -170,27 +176,13 @@ void EntryFormBody::orderAmount(bool isBelowDestination)
         setTabOrder(*at, *(at + 1));
 }
 
-QWidget* EntryFormBody::control(EntryField field) const
+QWidget* EntryFormBody::firstWrong(const EntryFormContent& content) const
 {
-    switch (field) {
-    case EntryField::account:
-        return m_account;
-    case EntryField::destination:
-        return m_destination;
-    case EntryField::amount:
-        return &m_sent->amount();
-    case EntryField::targetAmount:
-        return &m_received->amount();
-    case EntryField::category:
-        return m_category->focusTarget();
-    case EntryField::original:
-        return m_original->focusTarget();
-    case EntryField::date:
-    case EntryField::note:
-    case EntryField::receipts:
-        return m_note;
-    }
-    return nullptr;
+    if (auto* wrong = m_fields.firstOf(content.messages))
+        return wrong;
+    if (content.showsOriginal && !m_original->reference().isWithinLimit())
+        return &m_original->reference();
+    return m_note->isWithinLimit() ? nullptr : m_note;
 }
 
 QWidget* EntryFormBody::lastControl() const

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <map>
-
 #include <QWidget>
 
+#include "LedgerUI/Components/Fields/FieldMap.h"
 #include "LedgerUI/Presentation/Entry/EntryFormContent.h"
 
 class AccountPicker;
@@ -12,8 +11,8 @@ class CategoryField;
 class EntryAmountField;
 class EntryEffectPane;
 class FormField;
+class LimitedEdit;
 class OriginalField;
-class QLineEdit;
 class QVBoxLayout;
 class SegmentedControl;
 class TextLabel;
@@ -29,7 +28,9 @@ public:
     void present(const EntryFormContent& content, const std::optional<std::string>& originalID);
 
     /// The control that a message stands under.
-    [[nodiscard]] QWidget* control(EntryField field) const;
+    [[nodiscard]] QWidget* control(EntryField field) const { return m_fields.control(field); }
+    /// Where the first message stands, or a text that is too long; null when nothing is wrong.
+    [[nodiscard]] QWidget* firstWrong(const EntryFormContent& content) const;
     /// The last of the fields in the order of the keyboard.
     [[nodiscard]] QWidget* lastControl() const;
 
@@ -41,6 +42,8 @@ Q_SIGNALS:
     void targetCurrencyChosen(const std::string& code);
     void amountEdited(const QString& text);
     void targetAmountEdited(const QString& text);
+    void amountLeft(EntryField amount);
+    void pasteRefused(EntryField amount);
     void categoryChosen(const std::string& id);
     void originalChosen(const std::optional<std::string>& id);
     void referenceEdited(const QString& text);
@@ -49,10 +52,13 @@ Q_SIGNALS:
 private:
     void buildFields();
     void buildLayout();
+    void mapFields();
     void bind();
+    void bindAmount(EntryAmountField& field, EntryField name);
     void presentKinds(const EntryFormContent& content);
     void orderAmount(bool isBelowDestination);
 
+    FieldMap<EntryField> m_fields;
     std::vector<EntryKindRow> m_kindRows;
     SegmentedControl* m_kinds = nullptr;
     TextLabel* m_kindHint = nullptr;
@@ -66,7 +72,7 @@ private:
     EntryEffectPane* m_effects = nullptr;
     CategoryField* m_category = nullptr;
     OriginalField* m_original = nullptr;
-    QLineEdit* m_note = nullptr;
+    LimitedEdit* m_note = nullptr;
     FormField* m_noteField = nullptr;
     QVBoxLayout* m_layout = nullptr;
     bool m_isAmountBelowDestination = false;

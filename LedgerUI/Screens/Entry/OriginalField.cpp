@@ -7,8 +7,11 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Fields/FormField.h"
+#include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
@@ -16,7 +19,6 @@
 
 namespace {
 
-constexpr int maximumReferenceLength = 200;
 constexpr int visibleIncomes = 12;
 
 }
@@ -38,12 +40,10 @@ OriginalField::OriginalField(QWidget* parent) : QWidget{parent}
     m_error->setObjectName(QStringLiteral("entryOriginalError"));
     m_remaining = new TextLabel(TypeStep::small, Token::text2, this);
     m_remaining->setObjectName(QStringLiteral("entryOriginalRemaining"));
-    m_referenceLabel = new TextLabel(TypeStep::small, Token::text2, this);
-    m_reference = new QLineEdit(this);
+    m_reference = new LimitedEdit(EntryLimits::referenceLength);
     m_reference->setObjectName(QStringLiteral("entryReference"));
-    m_reference->setMaxLength(maximumReferenceLength);
+    m_referenceField = new FormField(m_reference, this);
     m_label->setBuddy(m_incomes);
-    m_referenceLabel->setBuddy(m_reference);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -53,8 +53,7 @@ OriginalField::OriginalField(QWidget* parent) : QWidget{parent}
     layout->addWidget(m_error);
     layout->addWidget(m_remaining);
     layout->addSpacing(Space::fieldToField - Space::labelToField);
-    layout->addWidget(m_referenceLabel);
-    layout->addWidget(m_reference);
+    layout->addWidget(m_referenceField);
     connect(m_incomes, &QComboBox::activated, this, [this](int index) {
         Q_EMIT originalChosen(index > 0 ? std::optional{m_rows[static_cast<std::size_t>(index - 1)].id} : std::nullopt);
     });
@@ -74,7 +73,7 @@ void OriginalField::offer(std::vector<EntryRefundableRow> rows)
         m_incomes->addItem(row.text, qString(row.id));
 }
 
-void OriginalField::present(const std::optional<std::string>& chosen, const QString& reference, const QString& message)
+void OriginalField::present(const std::optional<std::string>& chosen, const QString& reference)
 {
     const auto found = chosen ? std::ranges::find(m_rows, *chosen, &EntryRefundableRow::id) : m_rows.end();
     const bool isKnown = found != m_rows.end();
@@ -83,7 +82,6 @@ void OriginalField::present(const std::optional<std::string>& chosen, const QStr
     m_remaining->setVisible(isKnown);
     if (m_reference->text() != reference)
         m_reference->setText(reference);
-    m_error->present(message);
 }
 
 QWidget* OriginalField::focusTarget() const
@@ -96,6 +94,5 @@ void OriginalField::retranslate()
     m_label->setText(entryWord("original", InterfaceLanguage::tag()));
     nameComboBox(*m_incomes, entryWord("original", InterfaceLanguage::tag()));
     m_incomes->lineEdit()->setPlaceholderText(entryWord("chooseOriginal", InterfaceLanguage::tag()));
-    m_referenceLabel->setText(entryWord("reference", InterfaceLanguage::tag()));
-    m_reference->setAccessibleName(entryWord("reference", InterfaceLanguage::tag()));
+    m_referenceField->setLabel(entryWord("reference", InterfaceLanguage::tag()));
 }

@@ -9,8 +9,9 @@
 #include "LedgerUI/Presentation/Entry/EntryRefundables.h"
 
 class FieldError;
+class FormField;
+class LimitedEdit;
 class QComboBox;
-class QLineEdit;
 class TextLabel;
 
 /// What a refund pays back: an income of the ledger, found by typing any part of it, or a reference from outside.
@@ -20,8 +21,10 @@ public:
     explicit OriginalField(QWidget* parent = nullptr);
 
     void offer(std::vector<EntryRefundableRow> rows);
-    void present(const std::optional<std::string>& chosen, const QString& reference, const QString& message);
+    void present(const std::optional<std::string>& chosen, const QString& reference);
     [[nodiscard]] QWidget* focusTarget() const;
+    [[nodiscard]] FieldError& error() const { return *m_error; }
+    [[nodiscard]] LimitedEdit& reference() const { return *m_reference; }
 
 Q_SIGNALS:
     void originalChosen(const std::optional<std::string>& id);
@@ -35,6 +38,6 @@ private:
     QComboBox* m_incomes = nullptr;
     TextLabel* m_remaining = nullptr;
     FieldError* m_error = nullptr;
-    TextLabel* m_referenceLabel = nullptr;
-    QLineEdit* m_reference = nullptr;
+    LimitedEdit* m_reference = nullptr;
+    FormField* m_referenceField = nullptr;
 };

@@ -2,18 +2,17 @@
 
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
-#include "LedgerUI/Components/Dialogs/FormDialog.h"
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Entry/EntryReversal.h"
 
 class FormField;
-class LedgerStore;
-class QLineEdit;
+class LimitedEdit;
 class ReversalRows;
 class TextLabel;
 
 /// Undoes one entry, after showing what will be posted. Deletes itself when it closes; open it with `open()`, and only
 /// for an entry that LedgerEntryAccess lets the member reverse.
-class ReversalDialog final : public FormDialog {
+class ReversalDialog final : public CommandForm {
     Q_OBJECT
 public:
     ReversalDialog(LedgerStore& store, LedgerTransaction original, QWidget* parent);
@@ -24,28 +23,23 @@ Q_SIGNALS:
     /// The person wants to record the correct entry; the dialog is about to close.
     void correctionRequested(const TransactionDraft& draft);
 
-protected:
-    void changeEvent(QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-
 private:
+    void present() override;
+    void adoptSnapshot() override;
+    [[nodiscard]] QWidget& firstField() const override;
+
     void buildBody();
-    void present();
-    void presentBanner();
-    void presentLeaving();
     void proceed();
-    void send(ReversalSending sending);
+    void send(Reversal request);
     void finish(const Result<void>& reply);
     void offerCorrection();
     [[nodiscard]] bool mayCorrect() const;
 
-    LedgerStore& m_store;
+    VisibleBooks m_books; // of the snapshot that the dialog was last offered
     LedgerTransaction m_original;
-    SnapshotPointer m_snapshot;
-    ReversalState m_state;
-    std::string m_day; // on which the reversal is booked
+    ReversalSubmission m_submission;
     TextLabel* m_explanation = nullptr;
     ReversalRows* m_rows = nullptr;
-    QLineEdit* m_reason = nullptr;
+    LimitedEdit* m_reason = nullptr;
     FormField* m_reasonField = nullptr;
 };

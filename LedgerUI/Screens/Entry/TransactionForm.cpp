@@ -4,21 +4,17 @@
 #include <array>
 
 #include <QCoro/QCoroTask>
-#include <QEvent>
 #include <QPushButton>
-#include <QStringList>
 
 #include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
-#include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
-#include "LedgerUI/Presentation/Entry/EntryFormContent.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Screens/Entry/EntryDayNote.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Screens/Entry/EntryDayField.h"
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
-#include "LedgerUI/Theme/Icon.h"
 
 namespace {
 
@@ -27,21 +23,29 @@ constexpr int formWidth = 560;
 }
 
 TransactionForm::TransactionForm(LedgerStore& store, const EntryForm::Opening& opening, QWidget* parent)
-    : FormDialog{parent}, m_store{store}, m_snapshot{store.snapshot()}, m_locale{InterfaceLanguage::tag()}
+    : TransactionForm{store, EntrySubmission{EntryEdits::opened(opening, *store.snapshot(), store.newIdentifier())},
+                      parent}
 {
+}
+
+TransactionForm::TransactionForm(LedgerStore& store, const KeptEntry& kept, QWidget* parent)
+    : TransactionForm{store, EntryEdits::restored(kept, *store.snapshot(), InterfaceLanguage::tag()), parent}
+{
+}
+
+TransactionForm::TransactionForm(LedgerStore& store, EntrySubmission submission, QWidget* parent)
+    : CommandForm{store, parent}, m_books{*snapshot()}, m_submission{std::move(submission)}
+{
+    // What was sent once is a draft from the start: leaving it asks.
+    if (!m_submission.command())
+        m_initial = m_submission.form().draft;
     setObjectName(QStringLiteral("transactionForm"));
-    setAttribute(Qt::WA_DeleteOnClose);
-    const auto editing = EntryEdits::opened(opening, *m_snapshot, m_store.newIdentifier(), m_store.today());
-    m_initial = editing.draft;
-    m_state = editing;
     m_body = new EntryFormBody;
-    m_day = new EntryDayNote;
+    m_day = new EntryDayField;
     setBody(m_body, formWidth);
     setFootPart(m_day);
     confirmButton().setObjectName(QStringLiteral("entrySave"));
     cancelButton().setObjectName(QStringLiteral("entryCancel"));
-    setTabOrder(m_body->lastControl(), &cancelButton());
-    setTabOrder(&cancelButton(), &confirmButton());
     bind();
     offer();
     present();
@@ -54,210 +58,165 @@ bool TransactionForm::supports(std::string_view kind)
     return std::ranges::find(kinds, kind) != kinds.end();
 }
 
-template <class Edit>
-void TransactionForm::edit(Edit change)
+void TransactionForm::edit(auto change)
 {
-    auto* editing = std::get_if<EntryEditing>(&m_state);
-    if (!editing)
+    if (!m_submission.isEditing())
         return;
-    const auto before = editing->draft;
-    m_state = change(std::move(*editing));
-    const auto& after = EntryForm::draftOf(m_state);
+    const auto before = m_submission.form().draft;
+    m_submission.edit(change(m_submission.form()));
+    const auto& after = m_submission.form().draft;
     if (after.kind != before.kind || after.currency != before.currency)
         offer();
     present();
 }
 
+template <class... Values>
+void TransactionForm::connectEdit(void (EntryFormBody::*edited)(Values...), auto change)
+{
+    connect(m_body, edited, this, [this, change](Values... values) {
+        edit([&](const EntryEditing& now) { return change(now, values...); });
+    });
+}
+
 void TransactionForm::bind()
 {
     using namespace EntryEdits;
-    connect(m_body, &EntryFormBody::kindChosen, this, [this](const std::string& kind) {
-        edit([&](EntryEditing now) { return withKind(std::move(now), kind, *m_snapshot); });
-    });
-    connect(m_body, &EntryFormBody::accountChosen, this, [this](const std::string& id) {
-        edit([&](EntryEditing now) { return withAccount(std::move(now), id, *m_snapshot); });
-    });
-    connect(m_body, &EntryFormBody::currencyChosen, this, [this](const std::string& code) {
-        edit([&](EntryEditing now) { return withCurrency(std::move(now), code, *m_snapshot); });
-    });
-    connect(m_body, &EntryFormBody::destinationChosen, this, [this](const std::string& id) {
-        edit([&](EntryEditing now) { return withDestination(std::move(now), id, *m_snapshot); });
-    });
-    connect(m_body, &EntryFormBody::targetCurrencyChosen, this, [this](const std::string& code) {
-        edit([&](EntryEditing now) { return withTargetCurrency(std::move(now), code); });
-    });
-    connect(m_body, &EntryFormBody::amountEdited, this, [this](const QString& text) {
-        edit([&](EntryEditing now) { return withAmount(std::move(now), text.toStdString()); });
-    });
-    connect(m_body, &EntryFormBody::targetAmountEdited, this, [this](const QString& text) {
-        edit([&](EntryEditing now) { return withTargetAmount(std::move(now), text.toStdString()); });
-    });
-    connect(m_body, &EntryFormBody::categoryChosen, this, [this](const std::string& id) {
-        edit([&](EntryEditing now) { return withCategory(std::move(now), id); });
-    });
-    connect(m_body, &EntryFormBody::originalChosen, this, [this](const std::optional<std::string>& id) {
-        edit([&](EntryEditing now) { return withOriginal(std::move(now), id); });
-    });
-    connect(m_body, &EntryFormBody::referenceEdited, this, [this](const QString& text) {
-        edit([&](EntryEditing now) { return withReference(std::move(now), text.toStdString()); });
-    });
-    connect(m_body, &EntryFormBody::noteEdited, this, [this](const QString& text) {
-        edit([&](EntryEditing now) { return withNote(std::move(now), text.toStdString()); });
+    using Body = EntryFormBody;
+    const auto withSnapshot = [this](auto change) {
+        return [this, change](const EntryEditing& now, const std::string& value) {
+            return change(now, value, *snapshot());
+        };
+    };
+    const auto withText = [](auto change) {
+        return [change](const EntryEditing& now, const QString& text) { return change(now, text.toStdString()); };
+    };
+    connectEdit(&Body::kindChosen, withSnapshot(&withKind));
+    connectEdit(&Body::accountChosen, withSnapshot(&withAccount));
+    connectEdit(&Body::currencyChosen, withSnapshot(&withCurrency));
+    connectEdit(&Body::destinationChosen, withSnapshot(&withDestination));
+    connectEdit(&Body::targetCurrencyChosen, &withTargetCurrency);
+    connectEdit(&Body::amountEdited, withText(&withAmount));
+    connectEdit(&Body::targetAmountEdited, withText(&withTargetAmount));
+    connectEdit(&Body::amountLeft,
+                [this](const EntryEditing& now, EntryField amount) { return leftAmount(now, amount, locale()); });
+    connectEdit(&Body::pasteRefused, &refusedPaste);
+    connectEdit(&Body::categoryChosen, &withCategory);
+    connectEdit(&Body::originalChosen, &withOriginal);
+    connectEdit(&Body::referenceEdited, withText(&withReference));
+    connectEdit(&Body::noteEdited, withText(&withNote));
+    connect(m_day, &EntryDayField::dayChosen, this, [this](const std::string& day) {
+        edit([&](const EntryEditing& now) { return withDay(now, day == store().today() ? std::string{} : day); });
     });
     connect(this, &FormDialog::confirmed, this, &TransactionForm::submit);
-    connect(&m_store, &LedgerStore::snapshotChanged, this, &TransactionForm::adoptSnapshot);
+    connect(this, &FormDialog::givenUp, this, &TransactionForm::forget);
 }
 
 void TransactionForm::offer()
 {
-    m_body->offer(m_snapshot, EntryForm::draftOf(m_state));
+    m_body->offer(snapshot(), m_submission.form().draft);
+}
+
+EntryFormContent TransactionForm::content() const
+{
+    return EntryForm::content(m_submission, *snapshot(), store().today(), locale());
 }
 
 void TransactionForm::present()
 {
-    const auto content = EntryForm::content(m_state, *m_snapshot, m_locale);
-    setWindowTitle(content.title);
-    setConfirmText(content.confirm);
-    confirmButton().setIcon(content.isUncertain ? Icon::of(QStringLiteral("arrow-repeat"), Token::onAccent) : QIcon{});
-    setBusy(std::holds_alternative<EntrySaving>(m_state), Leaving::blocked);
-    m_body->present(content, EntryForm::draftOf(m_state).originalIncomeID);
-    m_day->present(content.day, content.dayHint);
-    presentBanner();
-    presentLeaving();
-    if (!isVisible())
-        return;
-    // What was shown just now knows its height once it is polished.
-    QMetaObject::invokeMethod(this, [this] { fitWindow(Fit::growing); }, Qt::QueuedConnection);
-}
-
-void TransactionForm::presentBanner()
-{
-    const auto* editing = std::get_if<EntryEditing>(&m_state);
-    if (std::holds_alternative<EntryUncertain>(m_state))
-        banner().present(Banner::Kind::warn, QStringList{entryWord("uncertain", InterfaceLanguage::tag()),
-                                                         entryWord("retainedEntryDate", InterfaceLanguage::tag())}
-                                                 .join(QLatin1Char{'\n'}));
-    else if (editing && editing->refusal)
-        banner().present(Banner::Kind::error, qString(m_store.friendly(*editing->refusal, m_locale)));
-    else
-        banner().present(Banner::Kind::error, {});
-}
-
-void TransactionForm::presentLeaving()
-{
-    if (std::holds_alternative<EntryUncertain>(m_state)) {
-        cancelButton().setText(entryWord("closeUncertain", InterfaceLanguage::tag()));
-        setLeaveQuestion(entryWord("uncertainTitle", InterfaceLanguage::tag()),
-                         entryWord("uncertainDiscard", InterfaceLanguage::tag()),
-                         entryWord("closeAnyway", InterfaceLanguage::tag()),
-                         entryWord("keepOpen", InterfaceLanguage::tag()));
-        setHasChanges([] { return true; });
-        return;
-    }
-    cancelButton().setText(word(dialogWords(), "cancel"));
-    setLeaveQuestion(
-        entryWord("discardTitle", InterfaceLanguage::tag()), entryWord("discardMessage", InterfaceLanguage::tag()),
-        entryWord("discard", InterfaceLanguage::tag()), entryWord("keepEditing", InterfaceLanguage::tag()));
-    setHasChanges([this] { return EntryForm::hasDraft(EntryForm::draftOf(m_state), m_initial); });
+    const auto shown = content();
+    const auto& draft = m_submission.form().draft;
+    setWindowTitle(shown.title);
+    m_body->present(shown, draft.originalIncomeID);
+    m_day->present(shown.day);
+    presentStanding({.stage = shown.stage,
+                     .refusal = m_submission.refusal(),
+                     .confirm = shown.confirm,
+                     .draftWords = &EntryWords::words(),
+                     .hasChanges = EntryForm::hasDraft(draft, m_initial)});
 }
 
 void TransactionForm::submit()
 {
-    if (const auto* uncertain = std::get_if<EntryUncertain>(&m_state)) {
-        send({.draft = uncertain->draft, .input = uncertain->input, .isRetry = true});
+    if (m_submission.isUncertain()) {
+        m_submission.sendAgain();
+        send();
         return;
     }
-    auto* editing = std::get_if<EntryEditing>(&m_state);
-    if (!editing)
+    if (!m_submission.isEditing())
         return;
-    editing->draft.date = m_store.today();
-    auto input = EntryForm::submission(*editing, *m_snapshot, m_locale, m_store.newIdentifier());
-    if (input) {
-        send({.draft = editing->draft, .input = std::move(*input), .isRetry = false});
-        return;
-    }
-    editing->problems = std::move(input.error());
-    editing->refusal.reset();
+    auto input = EntryForm::command(m_submission, m_books, store().today(), locale(), store().newIdentifier());
+    auto judged = m_submission.form();
+    judged.problems = input ? std::vector<EntryProblem>{} : std::move(input.error());
+    m_submission.edit(std::move(judged));
     present();
-    focusFirstProblem();
+    const auto shown = content();
+    auto* const wrong = shown.day.message.isEmpty() ? m_body->firstWrong(shown) : m_day->control();
+    if (!wrong && input) {
+        m_submission.send(std::move(*input));
+        send();
+    } else if (wrong) {
+        wrong->setFocus(Qt::OtherFocusReason);
+    }
 }
 
-void TransactionForm::send(EntrySaving saving)
+void TransactionForm::send()
 {
-    const auto input = saving.input;
-    m_state = std::move(saving);
+    const auto input = *m_submission.command();
     present();
-    QCoro::connect(m_store.postTransaction(input, false), this,
-                   [this](const Result<std::string>& reply) { finish(reply); });
+    QCoro::connect(store().postTransaction(input, false), this, [this](const Result<std::string>& reply) { finish(reply); });
 }
 
 void TransactionForm::finish(const Result<std::string>& reply)
 {
-    const auto* saving = std::get_if<EntrySaving>(&m_state);
-    if (!saving)
+    // With the session the form closes; the store keeps what it had sent.
+    if (!m_submission.isSaving() || !store().snapshot())
         return;
-    auto next = EntryForm::afterReply(*saving, reply ? Result<void>{} : std::unexpected(reply.error()));
-    if (!next) {
+    if (reply) {
+        m_submission.succeed();
         Q_EMIT recorded(qString(*reply));
         leave();
         return;
     }
-    m_state = std::move(*next);
+    m_submission.fail(reply.error());
     present();
-    if (std::holds_alternative<EntryUncertain>(m_state))
-        confirmButton().setFocus(Qt::OtherFocusReason);
-    else
-        m_body->control(EntryField::amount)->setFocus(Qt::OtherFocusReason);
-}
-
-void TransactionForm::focusFirstProblem()
-{
-    const auto* editing = std::get_if<EntryEditing>(&m_state);
-    if (editing && !editing->problems.empty())
-        m_body->control(editing->problems.front().field)->setFocus(Qt::OtherFocusReason);
+    (m_submission.isUncertain() ? &confirmButton() : m_body->control(EntryField::amount))
+        ->setFocus(Qt::OtherFocusReason);
 }
 
 void TransactionForm::adoptSnapshot()
 {
-    const auto now = m_store.snapshot();
-    if (!now) {
-        leave();
-        return;
-    }
     // While a reply is awaited the snapshot that comes with it may already hold the entry.
-    if (std::holds_alternative<EntrySaving>(m_state))
+    if (m_submission.isSaving())
         return;
-    m_snapshot = now;
-    if (auto* editing = std::get_if<EntryEditing>(&m_state))
-        m_state = EntryEdits::refreshed(std::move(*editing), *m_snapshot);
+    takeSnapshot();
+    m_books = VisibleBooks{*snapshot()};
+    if (m_submission.isEditing())
+        m_submission.adopt(EntryEdits::refreshed(m_submission.form(), *snapshot()));
     offer();
     present();
 }
 
-void TransactionForm::changeEvent(QEvent* event)
+QWidget& TransactionForm::firstField() const
 {
-    FormDialog::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange && m_body)
-        retranslate();
+    if (m_submission.isUncertain())
+        return confirmButton();
+    return *m_body->control(EntryForm::nextField(m_submission.form().draft));
 }
 
-void TransactionForm::showEvent(QShowEvent* event)
+/// A person who was warned gives an entry up; it is not offered again.
+void TransactionForm::forget()
 {
-    FormDialog::showEvent(event);
-    const bool hasAccount = EntryForm::draftOf(m_state).primaryAccount().has_value();
-    m_body->control(hasAccount ? EntryField::amount : EntryField::account)->setFocus(Qt::OtherFocusReason);
+    const auto kept = store().keptEntry();
+    if (kept && m_submission.command() && kept->input.idempotencyKey == m_submission.command()->idempotencyKey)
+        store().forgetEntry();
 }
 
-void TransactionForm::retranslate()
+void TransactionForm::adoptLanguage(const std::string& before)
 {
-    const auto& locale = InterfaceLanguage::tag();
-    std::visit(
-        [&](auto& state) {
-            for (auto* amount : {&state.draft.amount, &state.draft.targetAmount})
-                *amount = EntryForm::rewritten(*amount, m_locale, locale);
-        },
-        m_state);
-    m_locale = locale;
+    auto rewritten = m_submission.form();
+    for (auto* amount : {&rewritten.draft.amount, &rewritten.draft.targetAmount})
+        *amount = EntryForm::rewritten(*amount, before, locale());
+    m_submission.adopt(std::move(rewritten));
     offer();
     present();
 }

@@ -2,18 +2,20 @@
 
 #include <string_view>
 
-#include "LedgerUI/Components/Dialogs/FormDialog.h"
-#include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerCore/Client/KeptCommands.h"
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
+#include "LedgerUI/Presentation/Entry/EntryFormContent.h"
 
-class EntryDayNote;
+class EntryDayField;
 class EntryFormBody;
-class LedgerStore;
 
 /// Records one entry. Deletes itself when it closes; open it with `open()` over its window.
-class TransactionForm final : public FormDialog {
+class TransactionForm final : public CommandForm {
     Q_OBJECT
 public:
     TransactionForm(LedgerStore& store, const EntryForm::Opening& opening, QWidget* parent);
+    /// On an entry that an earlier form left behind.
+    TransactionForm(LedgerStore& store, const KeptEntry& kept, QWidget* parent);
 
     /// Whether entries of this kind can be recorded here; reversals, capital and dividends have their own places.
     static bool supports(std::string_view kind);
@@ -23,30 +25,28 @@ Q_SIGNALS:
     /// ledger could not be reloaded.
     void recorded(const QString& entryID);
 
-protected:
-    void changeEvent(QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-
 private:
+    void present() override;
+    void adoptSnapshot() override;
+    void adoptLanguage(const std::string& before) override;
+    [[nodiscard]] QWidget& firstField() const override;
+
+    TransactionForm(LedgerStore& store, EntrySubmission submission, QWidget* parent);
     void bind();
     void offer();
-    void present();
-    void presentBanner();
-    void presentLeaving();
+    [[nodiscard]] EntryFormContent content() const;
     void submit();
-    void send(EntrySaving saving);
+    void send();
+    void forget();
     void finish(const Result<std::string>& reply);
-    void focusFirstProblem();
-    void adoptSnapshot();
-    void retranslate();
-    template <class Edit>
-    void edit(Edit change);
+    /// Has `change` called with what stands in the form, and what follows from it; both are shown.
+    template <class... Values>
+    void connectEdit(void (EntryFormBody::*edited)(Values...), auto change);
+    void edit(auto change);
 
-    LedgerStore& m_store;
-    SnapshotPointer m_snapshot; // what the form was last offered
-    std::string m_locale;       // in whose separators the amounts stand
-    EntryFormState m_state;
+    VisibleBooks m_books; // of the snapshot that the form was last offered
+    EntrySubmission m_submission;
     TransactionDraft m_initial;
     EntryFormBody* m_body = nullptr;
-    EntryDayNote* m_day = nullptr;
+    EntryDayField* m_day = nullptr;
 };

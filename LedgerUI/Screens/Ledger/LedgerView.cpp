@@ -3,6 +3,7 @@
 #include <utility>
 
 #include <QAction>
+#include <QApplication>
 #include <QEvent>
 #include <QMenu>
 #include <QVBoxLayout>
@@ -67,6 +68,8 @@ LedgerView::LedgerView(LedgerStore& store, QWidget* parent) : PageView{parent}, 
     m_filters->setDetailShown(m_page->isDetailShown());
     retranslate();
     adoptSnapshot();
+    // The window that the form opens over is known once the page stands in it.
+    QMetaObject::invokeMethod(this, &LedgerView::offerKeptEntry, Qt::QueuedConnection);
 }
 
 void LedgerView::buildLayout()
@@ -339,7 +342,19 @@ void LedgerView::record(const std::string& kind)
 
 void LedgerView::openForm(const EntryForm::Opening& opening)
 {
-    auto* form = new TransactionForm(m_store, opening, window());
+    openForm(new TransactionForm(m_store, opening, window()));
+}
+
+/// An entry that an ended session left without a confirmation comes back before anything else is recorded.
+void LedgerView::offerKeptEntry()
+{
+    const auto kept = m_store.keptEntry();
+    if (kept && !QApplication::activeModalWidget())
+        openForm(new TransactionForm(m_store, *kept, window()));
+}
+
+void LedgerView::openForm(TransactionForm* form)
+{
     connect(form, &TransactionForm::recorded, this,
             [this](const QString& id) { showEntry(id.toStdString(), Shows::whereItStands); });
     form->open();

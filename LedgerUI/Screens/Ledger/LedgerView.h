@@ -55,6 +55,8 @@ private:
     void settleAwaited();
     void record(const std::string& kind);
     void openForm(const EntryForm::Opening& opening);
+    void openForm(class TransactionForm* form);
+    void offerKeptEntry();
     void duplicate(const std::string& id);
     void reverse(const std::string& id);
 

@@ -1,0 +1,112 @@
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
+
+#include <utility>
+
+#include <QEvent>
+#include <QPushButton>
+#include <QStringList>
+
+#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Forms/CommandWords.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Theme/Icon.h"
+
+namespace {
+
+QString lines(const QString& first, const QString& second)
+{
+    return (second.isEmpty() ? QStringList{first} : QStringList{first, second}).join(QLatin1Char{'\n'});
+}
+
+}
+
+CommandForm::CommandForm(LedgerStore& store, QWidget* parent)
+    : FormDialog{parent}, m_store{store}, m_snapshot{store.snapshot()}, m_locale{InterfaceLanguage::tag()}
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
+        if (m_store.snapshot())
+            adoptSnapshot();
+        else
+            leave(); // the session is over: nobody is there to be asked
+    });
+}
+
+void CommandForm::takeSnapshot()
+{
+    m_snapshot = m_store.snapshot();
+}
+
+void CommandForm::presentStanding(const Standing& standing)
+{
+    const bool isUncertain = standing.stage == SubmissionStage::uncertain;
+    const bool resends = isUncertain || standing.resends;
+    setConfirmText(resends ? word(EntryWords::words(), "retryOriginal") : standing.confirm);
+    const auto glyph = resends ? QStringLiteral("arrow-repeat") : standing.glyph;
+    confirmButton().setIcon(glyph.isEmpty() ? QIcon{} : Icon::of(glyph, Token::onAccent));
+    setBusy(standing.stage == SubmissionStage::saving, Leaving::blocked);
+    setLocked(resends || standing.stage == SubmissionStage::done);
+    if (!standing.whyNot.isEmpty()) {
+        confirmButton().setEnabled(false);
+        confirmButton().setToolTip(standing.whyNot);
+    }
+    presentBanner(standing);
+    presentLeaving(standing);
+    if (!isVisible())
+        return;
+    // What was shown just now knows its height once it is polished.
+    QMetaObject::invokeMethod(this, [this] { fitWindow(Fit::following); }, Qt::QueuedConnection);
+}
+
+void CommandForm::presentBanner(const Standing& standing)
+{
+    if (standing.stage == SubmissionStage::uncertain)
+        banner().present(Banner::Kind::warn, lines(word(EntryWords::words(), "uncertain"), standing.note.text));
+    else if (!standing.whyNot.isEmpty())
+        banner().present(Banner::Kind::error, standing.whyNot);
+    else if (standing.refusal)
+        banner().present(Banner::Kind::error,
+                         lines(qString(m_store.friendly(*standing.refusal, m_locale)), standing.note.text));
+    else
+        banner().present(standing.note.kind, standing.note.text);
+}
+
+void CommandForm::presentLeaving(const Standing& standing)
+{
+    if (standing.stage == SubmissionStage::uncertain) {
+        cancelButton().setText(word(commandWords(), "closeUncertain"));
+        setLeaveQuestion(word(commandWords(), "uncertainTitle"), word(EntryWords::words(), "uncertainDiscard"),
+                         word(commandWords(), "closeAnyway"), word(commandWords(), "keepOpen"));
+    } else {
+        const bool isLeft = standing.stage == SubmissionStage::done || standing.resends;
+        cancelButton().setText(word(dialogWords(), isLeft ? "close" : "cancel"));
+        const auto text = [&](std::string_view key) {
+            return standing.draftWords ? word(*standing.draftWords, key) : QString{};
+        };
+        setLeaveQuestion(text("discardTitle"), text("discardMessage"), text("discard"), text("keepEditing"));
+    }
+    setHasChanges([asks = standing.hasChanges || standing.stage == SubmissionStage::uncertain] { return asks; });
+}
+
+void CommandForm::adoptLanguage(const std::string& /*before*/)
+{
+    present();
+}
+
+void CommandForm::changeEvent(QEvent* event)
+{
+    FormDialog::changeEvent(event);
+    if (event->type() != QEvent::LanguageChange || m_locale == InterfaceLanguage::tag() || !m_snapshot)
+        return;
+    const auto before = std::exchange(m_locale, InterfaceLanguage::tag());
+    adoptLanguage(before);
+}
+
+void CommandForm::showEvent(QShowEvent* event)
+{
+    FormDialog::showEvent(event);
+    firstField().setFocus(Qt::OtherFocusReason);
+}

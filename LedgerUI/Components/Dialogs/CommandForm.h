@@ -1,0 +1,65 @@
+#pragma once
+
+#include <string>
+
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerUI/Components/Dialogs/FormDialog.h"
+#include "LedgerUI/Components/Page/Banner.h"
+#include "LedgerUI/Presentation/Forms/Submission.h"
+
+class LedgerStore;
+class WordTable;
+
+/// A form that sends one command of the ledger. It shows how the sending stands (the banner, the busy and the locked
+/// form, what leaving would lose), follows the language and the snapshot, and closes with the session. A form of its
+/// kind fills the body, describes its `Standing`, and sends.
+class CommandForm : public FormDialog {
+    Q_OBJECT
+protected:
+    CommandForm(LedgerStore& store, QWidget* parent);
+
+    /// A line of the banner beside what the sending itself has to say.
+    struct Note {
+        Banner::Kind kind = Banner::Kind::info;
+        QString text;
+    };
+    /// How the form stands, as its frame shows it.
+    struct Standing {
+        SubmissionStage stage = SubmissionStage::editing;
+        std::optional<Failure> refusal{};
+        Note note{};
+        QString confirm; // the text of the main button while editing
+        QString glyph{}; // before it
+        bool resends = false; // the main button sends an earlier command again
+        const WordTable* draftWords = nullptr; // of the question before a draft is discarded; null for the usual ones
+        bool hasChanges = false;
+        QString whyNot{}; // what keeps the command from being sent at all; empty when it can be
+    };
+    void presentStanding(const Standing& standing);
+
+    /// Shows everything as it is now.
+    virtual void present() = 0;
+    /// A new snapshot is there.
+    virtual void adoptSnapshot() { present(); }
+    /// Another language than `before` is in force; texts that a person typed may want rewriting.
+    virtual void adoptLanguage(const std::string& before);
+    /// Where a person begins.
+    [[nodiscard]] virtual QWidget& firstField() const = 0;
+
+    [[nodiscard]] LedgerStore& store() const { return m_store; }
+    [[nodiscard]] const std::string& locale() const { return m_locale; }
+    /// The snapshot that the form was last offered.
+    [[nodiscard]] const SnapshotPointer& snapshot() const { return m_snapshot; }
+    void takeSnapshot();
+
+    void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    void presentBanner(const Standing& standing);
+    void presentLeaving(const Standing& standing);
+
+    LedgerStore& m_store;
+    SnapshotPointer m_snapshot;
+    std::string m_locale;
+};

@@ -1,0 +1,90 @@
+#include "LedgerUI/Screens/Entry/EntryDayField.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Screens/Entry/EntryDayPopover.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+
+EntryDayField::EntryDayField(QWidget* parent) : QWidget{parent}
+{
+    m_day = new QToolButton(this);
+    m_day->setObjectName(QStringLiteral("entryDay"));
+    m_day->setProperty("kind", QStringLiteral("flat"));
+    m_day->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_day->setIcon(Icon::of(QStringLiteral("calendar3"), Token::accent));
+    m_day->setIconSize({Space::iconBeforeText, Space::icon});
+    m_day->setFixedHeight(Space::controlSmall);
+    m_day->setFocusPolicy(Qt::StrongFocus);
+    m_day->installEventFilter(this);
+    m_fixed = new TextLabel(TypeStep::body, Token::text, this);
+    m_fixed->setObjectName(QStringLiteral("entryFixedDay"));
+    m_hint = new TextLabel(TypeStep::small, Token::text2, this);
+    m_hint->setObjectName(QStringLiteral("entryDayHint"));
+    m_hint->setWordWrap(true);
+    m_hint->setContentsMargins(Space::step2, 0, 0, 0);
+    m_fixed->setContentsMargins(Space::step2, 0, 0, 0);
+    auto* lines = new QVBoxLayout(this);
+    lines->setContentsMargins(0, 0, 0, 0);
+    lines->setSpacing(0);
+    lines->addStretch(1);
+    lines->addWidget(m_day, 0, Qt::AlignLeft);
+    lines->addWidget(m_fixed);
+    lines->addWidget(m_hint);
+    lines->addStretch(1);
+    connect(m_day, &QToolButton::clicked, this, &EntryDayField::openCalendar);
+}
+
+void EntryDayField::present(const EntryDayContent& content)
+{
+    m_content = content;
+    const auto& locale = InterfaceLanguage::tag();
+    m_day->setText(content.text);
+    m_day->setVisible(content.mayChange);
+    m_day->setToolTip(entryWord("editDate", locale));
+    m_day->setAccessibleName(listed({entryWord("editDate", locale), content.text}, locale));
+    m_fixed->setText(content.text);
+    m_fixed->setVisible(!content.mayChange);
+    const bool isWrong = !content.message.isEmpty();
+    m_hint->setText(isWrong ? content.message : content.hint);
+    m_hint->setTone(isWrong ? Token::danger : Token::text2);
+    m_day->setAccessibleDescription(m_hint->text());
+}
+
+QWidget* EntryDayField::control() const
+{
+    return m_day;
+}
+
+bool EntryDayField::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
+    const auto& key = static_cast<QKeyEvent&>(*event);
+    if (key.key() == Qt::Key_Down && key.modifiers().testFlag(Qt::AltModifier)) {
+        openCalendar();
+        return true;
+    }
+    const bool isLater = key.key() == Qt::Key_Up || key.key() == Qt::Key_Plus;
+    const bool isEarlier = key.key() == Qt::Key_Down || key.key() == Qt::Key_Minus;
+    if (!isLater && !isEarlier)
+        return QWidget::eventFilter(watched, event);
+    Q_EMIT dayChosen(EntryDay::moved(m_content.day, isLater ? 1 : -1, m_content.bounds));
+    return true;
+}
+
+void EntryDayField::openCalendar()
+{
+    if (!m_popover) {
+        m_popover = new EntryDayPopover(m_day);
+        connect(m_popover, &EntryDayPopover::dayChosen, this, &EntryDayField::dayChosen);
+    }
+    m_popover->openOn(m_content.day, m_content.bounds);
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QWidget>
+
+#include "LedgerUI/Presentation/Entry/EntryDay.h"
+
+class EntryDayPopover;
+class QToolButton;
+class TextLabel;
+
+/// The day on which an entry is booked, in the foot of its form. The button opens a calendar; on it Up, Down, + and −
+/// move the day by one.
+class EntryDayField final : public QWidget {
+    Q_OBJECT
+public:
+    explicit EntryDayField(QWidget* parent = nullptr);
+
+    void present(const EntryDayContent& content);
+    [[nodiscard]] QWidget* control() const;
+
+Q_SIGNALS:
+    void dayChosen(const std::string& day);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void openCalendar();
+
+    EntryDayContent m_content;
+    QToolButton* m_day = nullptr;
+    TextLabel* m_fixed = nullptr; // a day that cannot be changed
+    TextLabel* m_hint = nullptr;
+    EntryDayPopover* m_popover = nullptr;
+};
