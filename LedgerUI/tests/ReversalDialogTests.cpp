@@ -153,6 +153,19 @@ TEST(ReversalDialog, NamesARefusalAndWhatTheNextAttemptWouldSend)
     EXPECT_EQ(under.confirm().text(), QStringLiteral("Record the correct entry"));
 }
 
+TEST(ReversalDialog, OffersNothingThatTheSnapshotForbidsAlready)
+{
+    DialogUnderTest under;
+    auto held = books().build();
+    held.transactions.front().reversedBy = "r1";
+    auto reversed = Json::encode(held);
+    under.service.server.replace("GET v1/snapshot", ServerReply::json(reversed));
+    ASSERT_TRUE(resultOf(under.service.store.refresh(false)).has_value());
+    EXPECT_FALSE(under.confirm().isEnabled());
+    EXPECT_EQ(under.confirm().toolTip(), under.dialog->banner().text());
+    EXPECT_FALSE(under.dialog->banner().isHidden());
+}
+
 TEST(ReversalDialog, LetsTheReasonBeChangedWhileNothingWasSent)
 {
     DialogUnderTest under;

@@ -17,86 +17,7 @@
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Settling.h"
-
-namespace {
-
-constexpr auto post = "POST v1/transactions";
-
-SnapshotBuilder books()
-{
-    auto builder = snapshot();
-    builder.account("bank", {"IDR", "USD"}).account("vault", {"USD", "SGD"}).employeeAccount("float", {"IDR"}, "m1");
-    builder.grantAll().balance("bank", "IDR", 28'412'045'000).balance("float", "IDR", 536'315'000);
-    builder.category("power", "expense", "Electricity").category("rent", "expense", "Rent");
-    builder.category("sales", "income", "Sales");
-    return builder;
-}
-
-/// The form over a window, with hands on its controls.
-class FormUnderTest {
-public:
-    explicit FormUnderTest(std::optional<std::string> account = "bank", std::string kind = "expense",
-                           std::string language = "en-US")
-    {
-        InterfaceLanguage::change(std::move(language));
-        service.signIn(books());
-        window.resize(900, 640);
-        window.show();
-        form = new TransactionForm(service.store, {std::move(kind), std::move(account), {}}, &window);
-        form->open();
-        form->activateWindow();
-        waitUntil([&] { return form->isActiveWindow(); });
-    }
-    ~FormUnderTest() { InterfaceLanguage::change("en-US"); }
-
-    template <class Widget = QWidget>
-    Widget& control(const char* name)
-    {
-        auto* found = form->findChild<Widget*>(QString::fromLatin1(name));
-        require(found != nullptr, name);
-        return *found;
-    }
-    void type(const char* name, const char* keys) { QTest::keyClicks(&control(name), QString::fromUtf8(keys)); }
-    void click(const char* name) { control<QAbstractButton>(name).click(); }
-    std::string message(const char* name) { return control<FieldError>(name).message().toStdString(); }
-    std::string banner()
-    {
-        const auto& shown = form->banner();
-        return shown.isHidden() ? std::string{} : shown.text().toStdString();
-    }
-    std::string amount() { return control<QLineEdit>("entryAmount").text().toStdString(); }
-    std::vector<TransactionInput> posted()
-    {
-        std::vector<TransactionInput> inputs;
-        for (const auto& request : service.server.requests(post))
-            inputs.push_back(Json::decode<TransactionInput>(request.body).value());
-        return inputs;
-    }
-    void answer(const ServerReply& reply) { service.server.replace(post, reply); }
-    void saveAndWait()
-    {
-        click("entrySave");
-        waitUntil([&] { return !service.store.isBusy(); });
-        settle();
-    }
-    /// The question that the form asks before closing, or null.
-    QAbstractButton* question(const char* button)
-    {
-        return form->findChild<QAbstractButton*>(QString::fromLatin1(button));
-    }
-
-    StoreUnderTest service;
-    QMainWindow window;
-    QPointer<TransactionForm> form;
-};
-
-void fill(FormUnderTest& under)
-{
-    under.type("entryAmount", "4385200");
-    under.click("entryCategory0");
-}
-
-}
+#include "LedgerUI/tests/FormUnderTest.h"
 
 TEST(TransactionForm, RecordsAnExpenseByKeyboardAlone)
 {
@@ -105,7 +26,7 @@ TEST(TransactionForm, RecordsAnExpenseByKeyboardAlone)
     under.answer(ServerReply::json(R"({"id":"e9"})"));
     under.service.server.replace(
         "GET v1/snapshot",
-        ServerReply::json(books().expense("e9", "2026-11-20", "vault", "USD", 1'250, "rent").json()));
+        ServerReply::json(entryBooks().expense("e9", "2026-11-20", "vault", "USD", 1'250, "rent").json()));
     const auto press = [](Qt::Key key, Qt::KeyboardModifiers held = {}) {
         QTest::keyClick(QApplication::focusWidget(), key, held);
     };
@@ -140,10 +61,10 @@ TEST(TransactionForm, RecordsAnExpenseByKeyboardAlone)
 TEST(TransactionForm, IsTabbedThroughInReadingOrder)
 {
     FormUnderTest under;
-    EXPECT_EQ(
-        tabOrder(under.control("segment0")),
-        (std::vector<std::string>{"segment0", "entryAccount", "entryCurrency", "entryAmount", "entryCategory0",
-                                  "entryCategory1", "entryAllCategories", "entryNote", "entryDay", "entryCancel", "entrySave"}));
+    EXPECT_EQ(tabOrder(under.control("segment0")),
+              (std::vector<std::string>{"segment0", "entryAccount", "entryCurrency", "entryAmount", "entryCategory0",
+                                        "entryCategory1", "entryAllCategories", "entryNote", "entryDay", "entryCancel",
+                                        "entrySave"}));
 }
 
 TEST(TransactionForm, SendsNothingOnASecondClick)

@@ -28,9 +28,9 @@ protected:
         SubmissionStage stage = SubmissionStage::editing;
         std::optional<Failure> refusal{};
         Note note{};
-        QString confirm; // the text of the main button while editing
-        QString glyph{}; // before it
-        bool resends = false; // the main button sends an earlier command again
+        QString confirm;                       // the text of the main button while editing
+        QString glyph{};                       // before it
+        bool resends = false;                  // the main button sends an earlier command again
         const WordTable* draftWords = nullptr; // of the question before a draft is discarded; null for the usual ones
         bool hasChanges = false;
         QString whyNot{}; // what keeps the command from being sent at all; empty when it can be

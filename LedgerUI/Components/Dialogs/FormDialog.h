@@ -11,8 +11,8 @@ class QPushButton;
 class QScrollArea;
 
 /// The frame of every form: a body that scrolls when it must, a banner above it, and a foot with Cancel and the one
-/// action. Ctrl+Return confirms, Return presses the button in focus; Esc, Cancel and the close button ask first when the
-/// draft has changed.
+/// action. Ctrl+Return confirms, Return presses the button in focus; Esc, Cancel and the close button ask first when
+/// the draft has changed.
 class FormDialog : public QDialog {
     Q_OBJECT
 public:

@@ -49,7 +49,7 @@ void AmountEdit::setAmount(const QString& text)
     m_undone.clear();
     m_redone.clear();
     m_isInRun = false;
-    show({text, static_cast<int>(text.size()), false});
+    display({text, static_cast<int>(text.size()), false});
 }
 
 void AmountEdit::keyPressEvent(QKeyEvent* event)
@@ -93,7 +93,7 @@ void AmountEdit::focusOutEvent(QFocusEvent* event)
     m_amount.separatorsTyped = false;
     if (settled != text()) {
         remember(false);
-        show({settled, static_cast<int>(settled.size()), false});
+        display({settled, static_cast<int>(settled.size()), false});
         Q_EMIT amountEdited(settled);
     }
     m_isInRun = false;
@@ -107,12 +107,12 @@ void AmountEdit::take(const QString& after)
     const auto inserted = insertedCount(m_amount.text, after);
     if (inserted <= 1) {
         remember(inserted == 1 && after.size() == m_amount.text.size() + 1);
-        show(EntryAmountText::typed(m_amount, after, cursorPosition(), locale));
+        display(EntryAmountText::typed(m_amount, after, cursorPosition(), locale));
     } else if (const auto pasted = EntryAmountText::pasted(after, m_currency, locale)) {
         remember(false);
-        show({*pasted, static_cast<int>(pasted->size()), pasted == after});
+        display({*pasted, static_cast<int>(pasted->size()), pasted == after});
     } else {
-        show(m_amount);
+        display(m_amount);
         Q_EMIT pasteRefused();
         return;
     }
@@ -135,11 +135,11 @@ void AmountEdit::step(std::vector<AmountText>& from, std::vector<AmountText>& to
     const auto there = from.back();
     from.pop_back();
     m_isInRun = false;
-    show(there);
+    display(there);
     Q_EMIT amountEdited(text());
 }
 
-void AmountEdit::show(const AmountText& amount)
+void AmountEdit::display(const AmountText& amount)
 {
     m_amount = amount;
     if (text() != amount.text)

@@ -33,7 +33,7 @@ protected:
 
 private:
     void take(const QString& after);
-    void show(const AmountText& amount);
+    void display(const AmountText& amount);
     void remember(bool continuesRun);
     void step(std::vector<AmountText>& from, std::vector<AmountText>& to);
 

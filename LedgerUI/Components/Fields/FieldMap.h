@@ -16,7 +16,10 @@ public:
     {
         m_places.insert_or_assign(field, Place{&error, std::move(control)});
     }
-    void add(Field field, FieldError& error) { add(field, error, [&error] { return error.field(); }); }
+    void add(Field field, FieldError& error)
+    {
+        add(field, error, [&error] { return error.field(); });
+    }
 
     /// Each message under its field, and none under the others.
     void present(const std::map<Field, QString>& messages) const

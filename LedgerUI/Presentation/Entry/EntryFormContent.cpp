@@ -90,7 +90,7 @@ std::vector<AccountChoice> groupedTogether(const std::vector<AccountChoice>& cho
 }
 
 std::vector<CurrencyChoice> currencyRows(const std::vector<std::string>& codes, std::string_view locale,
-                                           std::string_view without = {})
+                                         std::string_view without = {})
 {
     std::vector<CurrencyChoice> rows;
     for (const auto& currency : CurrencyInfo::supported()) {
@@ -248,9 +248,9 @@ void Description::describeDestination()
     received.accountLabel = entryWord(isTransfer ? "toAccount" : "receivedIn", m_locale);
     for (const auto& option : m_destinations) {
         const bool isFloat = option.transferPurpose == TransferPurpose::funding;
-        received.accounts.push_back(option.seen ? choiceOf(*option.seen, m_locale)
-                                                : choiceOf(option.id, option.name,
-                                                           isFloat ? Group::employee : Group::company, m_locale));
+        received.accounts.push_back(
+            option.seen ? choiceOf(*option.seen, m_locale)
+                        : choiceOf(option.id, option.name, isFloat ? Group::employee : Group::company, m_locale));
     }
     received.accounts = groupedTogether(received.accounts, m_locale);
     const bool hasSource = m_draft.source && !m_draft.currency.empty();
@@ -326,7 +326,8 @@ void Description::describeRest()
     m_content.categoryPath = EntryCategories::path(m_snapshot, m_content.categoryID, m_locale);
     m_content.note = qString(m_draft.note);
     m_content.reference = qString(m_draft.refundReference);
-    m_content.confirm = entryWord(m_submission.isUncertain() ? "retryOriginal" : confirmKeyOf(m_draft, m_purpose), m_locale);
+    m_content.confirm =
+        entryWord(m_submission.isUncertain() ? "retryOriginal" : confirmKeyOf(m_draft, m_purpose), m_locale);
     if (!m_submission.isEditing())
         return;
     for (const auto& problem : m_editing.problems) {

@@ -12,9 +12,9 @@ namespace {
 auto entered(const TransactionDraft& draft)
 {
     const auto destination = draft.hasDestination() ? draft.target : std::optional<std::string>{};
-    return std::tuple{draft.amount,     draft.targetAmount,     draft.note,
-                      draft.categoryID, draft.originalIncomeID, draft.refundReference,
-                      draft.date,       draft.attachments,      draft.primaryAccount(), destination};
+    return std::tuple{
+        draft.amount,          draft.targetAmount, draft.note,        draft.categoryID,       draft.originalIncomeID,
+        draft.refundReference, draft.date,         draft.attachments, draft.primaryAccount(), destination};
 }
 
 }

@@ -75,8 +75,8 @@ ReversalContent EntryReversal::content(const ReversalSubmission& submission, con
     content.mayEdit = submission.isEditing() && !sent;
     content.resends = sent && (submission.isUncertain() || submission.isEditing());
     if (content.resends)
-        content.hint = wordIn(locale, entryFormWords(), "reverse.kept",
-                              {DayText::longDay(sent->date, locale).toStdString()});
+        content.hint =
+            wordIn(locale, entryFormWords(), "reverse.kept", {DayText::longDay(sent->date, locale).toStdString()});
     if (submission.isDone())
         content.confirm = entryWord("correctEntry", locale);
     else

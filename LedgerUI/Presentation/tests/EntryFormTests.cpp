@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
@@ -11,11 +13,17 @@
 
 namespace {
 
-SnapshotBuilder books()
+SnapshotBuilder booksWithoutBalances()
 {
     auto builder = snapshot();
     builder.account("bank", {"IDR", "USD"}).account("vault", {"USD", "SGD"}).employeeAccount("float", {"USD"}, "m1");
-    builder.grantAll().balance("bank", "IDR", 28'412'045'000).balance("bank", "USD", 100'000);
+    return builder.grantAll();
+}
+
+SnapshotBuilder books()
+{
+    auto builder = booksWithoutBalances();
+    builder.balance("bank", "IDR", 28'412'045'000).balance("bank", "USD", 100'000);
     builder.category("utilities", "expense", "Utilities").category("power", "expense", "Electricity", "utilities");
     builder.category("water", "expense", "Water supply", "utilities").category("rent", "expense", "Rent");
     builder.category("sales", "income", "Sales");
@@ -85,14 +93,12 @@ TEST(EntryForm, SaysThatTheAmountReceivedWasClearedWithItsCurrency)
     const auto sentUsd = EntryEdits::withCurrency(exchange, "USD", held);
     EXPECT_EQ(sentUsd.draft.targetCurrency, "SGD");
     EXPECT_EQ(sentUsd.draft.targetAmount, "");
-    EXPECT_EQ(shown(sentUsd, held).received.notice,
-              QStringLiteral("Currency changed. Enter the amount again in: SGD"));
+    EXPECT_EQ(shown(sentUsd, held).received.notice, QStringLiteral("Currency changed. Enter the amount again in: SGD"));
 
     auto toSgd = EntryEdits::withTargetAmount(EntryEdits::withTargetCurrency(exchange, "SGD"), "134.00");
     toSgd = EntryEdits::withDestination(toSgd, "bank", held);
     EXPECT_EQ(toSgd.draft.targetAmount, "");
-    EXPECT_EQ(shown(toSgd, held).received.notice,
-              QStringLiteral("Currency changed. Enter the amount again in: USD"));
+    EXPECT_EQ(shown(toSgd, held).received.notice, QStringLiteral("Currency changed. Enter the amount again in: USD"));
 }
 
 TEST(EntryForm, ForgetsWithTheKindThatAnAmountWasCleared)
@@ -129,6 +135,63 @@ TEST(EntryForm, ShowsTheBalanceThatSavingLeadsTo)
     EXPECT_EQ(typed.sent.balance, QStringLiteral("IDR\u00a0279,735,250"));
     const auto unread = shown(EntryEdits::withAmount(idle, "4.385.200"), held);
     EXPECT_EQ(unread.sent.balance, QStringLiteral("IDR\u00a0284,120,450"));
+}
+
+TEST(EntryForm, MarksABalanceThatCannotOrShouldNotBe)
+{
+    const auto held = books().build();
+    const auto typed = [&](const char* amount, const char* kind) {
+        return shown(EntryEdits::withAmount(opened(kind, "bank", held), amount), held).sent;
+    };
+    EXPECT_EQ(typed("5", "expense").balanceMark, EntryBalanceMark::none);
+    EXPECT_EQ(typed("300,000,000", "expense").balanceMark, EntryBalanceMark::negative);
+    EXPECT_EQ(typed("300,000,000", "expense").balanceLabel, QStringLiteral("Balance after saving is negative"));
+    EXPECT_EQ(typed("89,999,999,999", "income").balanceMark, EntryBalanceMark::beyondLimit);
+    EXPECT_EQ(typed("89,999,999,999", "income").balanceLabel.toStdString(),
+              "The balance would exceed the supported range. The limit is IDR 90,000,000,000.");
+}
+
+TEST(EntryForm, NamesTheLimitThatAnAmountExceeds)
+{
+    const auto held = books().build();
+    auto now = EntryEdits::withAmount(opened("expense", "bank", held), "90,000,000,001");
+    now = EntryEdits::leftAmount(now, EntryField::amount, "en-US");
+    EXPECT_EQ(shown(now, held).messages.at(EntryField::amount).toStdString(),
+              "The amount exceeds the supported range. The limit is IDR 90,000,000,000.");
+}
+
+TEST(EntryForm, OffersAnOpeningOnlyWhereOneIsMissing)
+{
+    auto builder = booksWithoutBalances().entry("o1", "opening", "2026-01-01", {{"bank", "IDR", 500}});
+    auto held = builder.build();
+    auto now = opened("opening", {}, held);
+    EXPECT_EQ(now.draft.target, std::nullopt) << "the place of the last opening is the one that takes no other";
+    now = EntryEdits::withAccount(now, "bank", held);
+    EXPECT_EQ(now.draft.currency, "USD");
+    ASSERT_EQ(shown(now, held).sent.currencies.size(), 1U);
+    EXPECT_EQ(shown(now, held).sent.currencies.front().code, "USD");
+    EXPECT_EQ(shown(now, held).day.hint, QStringLiteral("No bookkeeping start date is confirmed: booked today"));
+    EXPECT_EQ(shown(now, held).day.day, "2026-11-20");
+
+    held = builder.entry("o2", "opening", "2026-01-01", {{"bank", "USD", 500}}).build();
+    const auto accounts = shown(opened("opening", {}, held), held).sent.accounts;
+    EXPECT_EQ(std::ranges::count(accounts, "bank", &AccountChoice::id), 0);
+    EXPECT_EQ(std::ranges::count(accounts, "vault", &AccountChoice::id), 1);
+}
+
+TEST(EntryForm, BooksOnTheChosenDayElseOnTheDayOfSaving)
+{
+    const auto held = books().build();
+    auto now = EntryEdits::withCategory(EntryEdits::withAmount(opened("expense", "bank", held), "100"), "rent");
+    const auto dayOf = [&](const EntryEditing& editing) {
+        return EntryForm::command(EntrySubmission{editing}, VisibleBooks{held}, "2026-11-21", "en-US", "k")->date;
+    };
+    EXPECT_EQ(dayOf(now), "2026-11-21");
+    now = EntryEdits::withDay(now, "2026-11-05");
+    EXPECT_EQ(dayOf(now), "2026-11-05");
+    EXPECT_EQ(shown(now, held).day.hint, QStringLiteral("Chosen bookkeeping date"));
+    EXPECT_EQ(shown(EntryEdits::withDay(now, "2026-11-23"), held).day.message,
+              QStringLiteral("The date cannot be after 21 November 2026."));
 }
 
 TEST(EntryForm, AfterATransferShowsBothAccounts)
@@ -172,7 +235,9 @@ TEST(EntryForm, TakesAFreshKeyOnlyForACommandThatDiffersFromTheRefusedOne)
     auto now = EntryEdits::withCategory(EntryEdits::withAmount(opened("expense", "bank", held), "100"), "rent");
     EntrySubmission submission{now};
     const auto keyOf = [&] {
-        return EntryForm::command(submission, VisibleBooks{held}, "2026-11-20", "en-US", "key-2").value().idempotencyKey;
+        return EntryForm::command(submission, VisibleBooks{held}, "2026-11-20", "en-US", "key-2")
+            .value()
+            .idempotencyKey;
     };
     EXPECT_EQ(keyOf(), "key-1");
     submission.send(EntryForm::command(submission, VisibleBooks{held}, "2026-11-20", "en-US", "key-2").value());

@@ -99,9 +99,9 @@ QWidget* EntryEffectPane::effectCard(const EntryEffect& effect)
     if (effect.afterMark != EntryBalanceMark::none) {
         auto* warning = new TextLabel(TypeStep::small, balanceTone(effect.afterMark), frame);
         warning->setWordWrap(true);
-        warning->setText(entryWord(effect.afterMark == EntryBalanceMark::negative ? "afterSaving.negative"
-                                                                                 : "balanceLimit",
-                                   InterfaceLanguage::tag()));
+        warning->setText(
+            entryWord(effect.afterMark == EntryBalanceMark::negative ? "afterSaving.negative" : "balanceLimit",
+                      InterfaceLanguage::tag()));
         layout->addWidget(warning);
     }
     return frame;

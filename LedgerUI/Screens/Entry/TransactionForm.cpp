@@ -163,7 +163,8 @@ void TransactionForm::send()
 {
     const auto input = *m_submission.command();
     present();
-    QCoro::connect(store().postTransaction(input, false), this, [this](const Result<std::string>& reply) { finish(reply); });
+    QCoro::connect(store().postTransaction(input, false), this,
+                   [this](const Result<std::string>& reply) { finish(reply); });
 }
 
 void TransactionForm::finish(const Result<std::string>& reply)

@@ -1,0 +1,104 @@
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+
+#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/WindowUnderTest.h"
+#include "LedgerUI/tests/FormUnderTest.h"
+
+namespace {
+
+/// The window with a person who records an expense and whose session ends meanwhile.
+class SessionThatEnds : public testing::Test {
+protected:
+    SessionThatEnds()
+    {
+        signIn();
+        under.screen.press("newEntryButton");
+        under.screen.waitFor("transactionForm");
+        under.screen.pick("entryAccount", "vault");
+        under.screen.fill("entryAmount", "12.5");
+        under.screen.press("entryCategory0");
+    }
+    void signIn() { under.signIn(entryBooks()); }
+    void answer(const ServerReply& reply) { under.server.replace("POST v1/transactions", reply); }
+    std::vector<TransactionInput> posted()
+    {
+        std::vector<TransactionInput> inputs;
+        for (const auto& request : under.server.requests("POST v1/transactions"))
+            inputs.push_back(Json::decode<TransactionInput>(request.body).value());
+        return inputs;
+    }
+    void closeAlert()
+    {
+        under.screen.waitFor("alertDialog");
+        under.screen.press("messageClose");
+    }
+
+    static PageRegistry ledger()
+    {
+        PageRegistry pages;
+        pages.add<LedgerView>(WorkspacePage::ledger);
+        return pages;
+    }
+
+    WindowUnderTest under{ledger()};
+};
+
+}
+
+TEST_F(SessionThatEnds, BringsAnUnconfirmedEntryBackLockedWithItsKey)
+{
+    answer(ServerReply::dropped());
+    under.screen.press("entrySave");
+    under.screen.waitForText("Retry original request");
+    answer(ServerReply::error(401, "unauthorized"));
+    under.screen.press("entrySave");
+    closeAlert();
+    under.screen.waitFor("signInView");
+
+    signIn();
+    under.screen.waitFor("transactionForm");
+    EXPECT_EQ(under.screen.read("entryAmount"), "12.50");
+    EXPECT_FALSE(under.screen.offers("entryAmount"));
+    EXPECT_TRUE(under.screen.says("Retry original request"));
+    EXPECT_TRUE(under.screen.says("Retries keep the original bookkeeping date"));
+    answer(ServerReply::json(R"({"id":"e9"})"));
+    under.screen.press("entrySave");
+    under.screen.waitUntilGone("transactionForm");
+    ASSERT_EQ(posted().size(), 3U);
+    EXPECT_EQ(posted()[1], posted()[0]);
+    EXPECT_EQ(posted()[2], posted()[0]);
+    EXPECT_FALSE(under.store.keptEntry().has_value());
+}
+
+TEST_F(SessionThatEnds, BringsAnEntryThatWasNeverJudgedBackToBeChangedOrSent)
+{
+    answer(ServerReply::error(401, "unauthorized"));
+    under.screen.press("entrySave");
+    closeAlert();
+    under.screen.waitFor("signInView");
+
+    signIn();
+    under.screen.waitFor("transactionForm");
+    EXPECT_TRUE(under.screen.offers("entryAmount"));
+    answer(ServerReply::json(R"({"id":"e9"})"));
+    under.screen.press("entrySave");
+    under.screen.waitUntilGone("transactionForm");
+    ASSERT_EQ(posted().size(), 2U);
+    EXPECT_EQ(posted()[1], posted()[0]);
+}
+
+TEST_F(SessionThatEnds, OffersAnEntryThatWasGivenUpNoMore)
+{
+    answer(ServerReply::error(401, "unauthorized"));
+    under.screen.press("entrySave");
+    closeAlert();
+    under.screen.waitFor("signInView");
+    signIn();
+    under.screen.press("entryCancel");
+    under.screen.press("questionConfirm");
+    under.screen.waitUntilGone("transactionForm");
+    EXPECT_FALSE(under.store.keptEntry().has_value());
+}
