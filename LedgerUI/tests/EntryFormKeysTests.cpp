@@ -80,6 +80,8 @@ TEST(EntryFormKeys, PressTheButtonInFocus)
     press(Qt::Key_Return);
     auto* discard = under.question("questionConfirm");
     ASSERT_NE(discard, nullptr);
+    discard->window()->activateWindow();
+    waitUntil([&] { return discard->window()->isActiveWindow(); });
     discard->setFocus();
     QTest::keyClick(discard, Qt::Key_Enter);
     waitUntil([&] { return under.form.isNull(); });

@@ -12,6 +12,7 @@
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerUI/Components/Buttons/EnterKey.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -34,6 +35,7 @@ public:
     explicit FormUnderTest(std::optional<std::string> account = "bank", std::string kind = "expense",
                            std::string language = "en-US", const SnapshotBuilder& books = entryBooks())
     {
+        letEnterPressButtons();
         InterfaceLanguage::change(std::move(language));
         service.signIn(books);
         window.resize(900, 640);

@@ -12,6 +12,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {
@@ -49,10 +50,10 @@ void CommandForm::presentStanding(const Standing& standing)
     confirmButton().setIcon(glyph.isEmpty() ? QIcon{} : Icon::of(glyph, Token::onAccent));
     setBusy(standing.stage == SubmissionStage::saving, Leaving::blocked);
     setLocked(resends || standing.stage == SubmissionStage::done);
-    if (!standing.whyNot.isEmpty()) {
+    const bool isOffered = standing.whyNot.isEmpty();
+    confirmButton().setToolTip(isOffered ? KeyBindings::shown(Command::confirmForm) : standing.whyNot);
+    if (!isOffered)
         confirmButton().setEnabled(false);
-        confirmButton().setToolTip(standing.whyNot);
-    }
     presentBanner(standing);
     presentLeaving(standing);
     if (!isVisible())

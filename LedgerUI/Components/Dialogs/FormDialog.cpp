@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
@@ -14,10 +13,8 @@
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
-#include "LedgerUI/Components/Dialogs/ReturnKey.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
@@ -116,8 +113,6 @@ void FormDialog::setFootPart(QWidget* part)
 void FormDialog::setConfirmText(const QString& text)
 {
     m_confirmText = text;
-    const auto keys = KeyBindings::keys(Command::confirmForm).front().toString(QKeySequence::NativeText);
-    m_confirm->setToolTip(word(commandWords(), "keys", {text.toStdString(), keys.toStdString()}));
     if (!m_isBusy)
         m_confirm->setText(text);
 }
@@ -195,13 +190,6 @@ void FormDialog::showEvent(QShowEvent* event)
     fitWindow(Fit::exactly);
     arrangeFocus();
     QDialog::showEvent(event);
-}
-
-/// Return in a field confirms nothing: a form is sent on purpose.
-void FormDialog::keyPressEvent(QKeyEvent* event)
-{
-    if (!pressedFocusedButton(*this, *event) && !isPlainReturn(*event))
-        QDialog::keyPressEvent(event);
 }
 
 bool FormDialog::eventFilter(QObject* watched, QEvent* event)

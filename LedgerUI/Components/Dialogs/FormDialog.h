@@ -61,7 +61,6 @@ protected:
     void fitWindow(Fit fit);
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -4,16 +4,12 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QKeyEvent>
-#include <QKeySequence>
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
-#include "LedgerUI/Components/Dialogs/ReturnKey.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
@@ -39,11 +35,6 @@ Look lookOf(MessageDialog::Kind kind)
         return {"question-circle-fill", Token::warn};
     }
     return {"info-circle-fill", Token::accent};
-}
-
-QString returnKey()
-{
-    return QKeySequence{Qt::Key_Return}.toString(QKeySequence::NativeText);
 }
 
 }
@@ -80,7 +71,7 @@ MessageDialog* MessageDialog::ask(const Question& question, QWidget* parent, std
     connect(dialog, &QDialog::accepted, parent, std::move(confirmed));
     // Return keeps what the person has.
     cancel->setDefault(true);
-    cancel->setToolTip(word(commandWords(), "keys", {question.cancel.toStdString(), returnKey().toStdString()}));
+    cancel->setToolTip(KeyBindings::shown(Command::pressFocused));
     cancel->setFocus();
     dialog->open();
     return dialog;
@@ -111,12 +102,6 @@ void MessageDialog::changeEvent(QEvent* event)
     if (event->type() == QEvent::LanguageChange)
         retranslate();
     QDialog::changeEvent(event);
-}
-
-void MessageDialog::keyPressEvent(QKeyEvent* event)
-{
-    if (!pressedFocusedButton(*this, *event))
-        QDialog::keyPressEvent(event);
 }
 
 void MessageDialog::build()
@@ -164,5 +149,4 @@ void MessageDialog::build()
 void MessageDialog::retranslate()
 {
     m_close->setText(word(dialogWords(), "close"));
-    m_close->setToolTip(word(commandWords(), "keys", {m_close->text().toStdString(), returnKey().toStdString()}));
 }

@@ -8,8 +8,6 @@ const WordTable& commandWords()
         {"keepOpen", "保持打开", "Tetap buka", "Giữ mở", "Keep open"},
         {"uncertainTitle", "结果尚未确认，仍要关闭？", "Tutup sebelum hasilnya dipastikan?",
          "Đóng khi kết quả chưa được xác nhận?", "Close before the result is known?"},
-        {"keys", "%1（%2）", "%1 (%2)", "%1 (%2)", "%1 (%2)"},
-        {"saved", "已保存。", "Tersimpan.", "Đã lưu.", "Saved."},
         {"counter", "已输入 %1/%2 个字符", "%1 dari %2 karakter", "%1/%2 ký tự", "%1 of %2 characters"},
         {"tooLong", "最多 %1 个字符，请删减 %2 个。", "Paling banyak %1 karakter. Kurangi %2 karakter.",
          "Tối đa %1 ký tự. Hãy bớt %2 ký tự.", "At most %1 characters. Shorten it by %2."},
