@@ -368,7 +368,7 @@ void LedgerView::duplicate(const std::string& id)
     if (at == LedgerBook::none)
         return;
     auto draft = EntryEdits::correctionOf(book->transaction(at), InterfaceLanguage::tag());
-    draft.date = m_store.today();
+    draft.date.clear();
     openForm({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
 }
 
