@@ -11,6 +11,7 @@
 
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
@@ -29,6 +30,7 @@ const std::map<std::string, const WordTable*>& tables()
 {
     static const std::map<std::string, const WordTable*> all{
         {"dialogWords", &dialogWords()},
+        {"commandWords", &commandWords()},
         {"entryFormWords", &entryFormWords()},
         {"keyWords", &keyWords()},
         {"ledgerWords", &ledgerWords()},
