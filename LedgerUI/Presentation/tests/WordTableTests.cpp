@@ -29,22 +29,14 @@ namespace {
 const std::map<std::string, const WordTable*>& tables()
 {
     static const std::map<std::string, const WordTable*> all{
-        {"dialogWords", &dialogWords()},
-        {"commandWords", &commandWords()},
-        {"entryFormWords", &entryFormWords()},
-        {"keyWords", &keyWords()},
-        {"ledgerWords", &ledgerWords()},
-        {"periodWords", &periodWords()},
-        {"reportWords", &reportWords()},
-        {"roleWords", &roleWords()},
-        {"signInWords", &signInWords()},
-        {"spokenMoney", &spokenMoney()},
-        {"workspaceWords", &workspaceWords()},
-        {"patterns", DayText::tables()[0]},
-        {"ranges", DayText::tables()[1]},
-        {"longMonths", DayText::tables()[2]},
-        {"shortMonths", DayText::tables()[3]},
-        {"weekdays", DayText::tables()[4]},
+        {"dialogWords", &dialogWords()},       {"commandWords", &commandWords()},
+        {"entryFormWords", &entryFormWords()}, {"keyWords", &keyWords()},
+        {"ledgerWords", &ledgerWords()},       {"periodWords", &periodWords()},
+        {"reportWords", &reportWords()},       {"roleWords", &roleWords()},
+        {"signInWords", &signInWords()},       {"spokenMoney", &spokenMoney()},
+        {"workspaceWords", &workspaceWords()}, {"patterns", DayText::tables()[0]},
+        {"ranges", DayText::tables()[1]},      {"longMonths", DayText::tables()[2]},
+        {"shortMonths", DayText::tables()[3]}, {"weekdays", DayText::tables()[4]},
     };
     return all;
 }
