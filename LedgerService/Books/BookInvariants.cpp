@@ -157,8 +157,11 @@ private:
             found("entry {}: a refund of nothing", entry.id);
         if (entry.reversedBy)
             return;
-        if (entry.externalReference && !m_references.insert(EntryReference::folded(*entry.externalReference)).second)
-            found("entry {}: the reference '{}' is refunded twice", entry.id, *entry.externalReference);
+        for (const auto& leg : entry.legs) { // members who do not see an account may use its references once more
+            if (entry.externalReference &&
+                !m_references.insert({leg.accountID, EntryReference::folded(*entry.externalReference)}).second)
+                found("entry {}: the reference '{}' is refunded twice", entry.id, *entry.externalReference);
+        }
         if (!entry.originalTransactionID)
             return;
         const auto* const original = find(m_entries, *entry.originalTransactionID);
@@ -247,7 +250,7 @@ private:
     std::map<AccountCurrency, std::int64_t> m_sums;
     std::map<AccountCurrency, std::int64_t> m_refundable; // income id and currency: received less refunded
     std::set<AccountCurrency> m_opened;
-    std::set<std::string> m_references; // folded
+    std::set<std::pair<std::string_view, std::string>> m_references; // accounts and folded references
 };
 
 }

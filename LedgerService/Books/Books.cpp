@@ -63,12 +63,16 @@ std::optional<RefundOriginal> refundOriginal(const TransactionInput& input, cons
     return RefundOriginal{*std::move(entry), std::move(accounts), std::move(refunded)};
 }
 
-bool isReferenceUsed(std::string_view reference, const Books& books)
+bool isReferenceUsed(const TransactionInput& input, const Member& member, const Books& books)
 {
+    const auto reference = EntryReference::of(input);
     const auto wanted = EntryReference::folded(reference);
     return !reference.empty() && std::ranges::any_of(books.entries, [&](const LedgerTransaction& entry) {
         return isActiveRefund(entry) && entry.externalReference &&
-               EntryReference::folded(*entry.externalReference) == wanted;
+               EntryReference::folded(*entry.externalReference) == wanted &&
+               std::ranges::any_of(entry.legs, [&](const LedgerLeg& leg) {
+                   return mayKnowOfReference(member, leg.accountID, input.sourceAccountID);
+               });
     });
 }
 
@@ -114,7 +118,7 @@ PostingRows Books::rowsOf(const TransactionInput& input, const BookAct& act) con
                      .target = named(accounts, input.targetAccountID),
                      .category = named(categories, input.categoryID),
                      .original = refundOriginal(input, *this),
-                     .referenceUsed = isReferenceUsed(EntryReference::of(input), *this),
+                     .referenceUsed = isReferenceUsed(input, actorOf(act, *this), *this),
                      .activeOpeningIDs = {},
                      .attachments = {}};
     if (input.kind == EntryKind::opening && rows.target)

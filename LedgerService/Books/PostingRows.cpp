@@ -100,4 +100,10 @@ std::expected<EntryChange, Refusal> decide(const TransactionInput& input, const 
     return change;
 }
 
+bool mayKnowOfReference(const Member& member, std::string_view accountID,
+                        const std::optional<std::string>& sourceAccountID)
+{
+    return accountID == sourceAccountID || member.can("view", accountID);
+}
+
 }

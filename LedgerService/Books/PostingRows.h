@@ -19,12 +19,17 @@ struct RefundOriginal {
     MinorByCurrency refunded;      // already paid back by refunds that name it and are not reversed; positive
 };
 
+/// Whether the member may learn that a refund on `accountID` carries a reference: the member views the account, or the
+/// new refund leaves it. Elsewhere the reference counts as unused, so that a refusal tells of no hidden entry.
+bool mayKnowOfReference(const Member& member, std::string_view accountID,
+                        const std::optional<std::string>& sourceAccountID);
+
 /// The rows that recording one entry looks at; nothing in it grows with the ledger. Rows are found by id within the
 /// member's company, and one that is not there stays unset. Accounts carry at least their balances in the currencies
 /// of the command.
 struct PostingRows {
     std::string entryID; // for the entry to append
-    std::string today;   // the service's day, "YYYY-MM-DD"
+    std::string today;   // the company's day, "YYYY-MM-DD"
     std::string now;     // stamp of recording
     Member member;       // who records
     std::optional<FinancialSettings> settings;
@@ -32,7 +37,7 @@ struct PostingRows {
     std::optional<Account> target;             // of `targetAccountID`; may be the very account of `source`
     std::optional<Category> category;          // of `categoryID`
     std::optional<RefundOriginal> original;    // of `originalTransactionID`
-    bool referenceUsed = false;                // a refund that is not reversed carries `EntryReference::of(input)`
+    bool referenceUsed = false;                // by a refund that is not reversed and of which the member may know
     std::vector<std::string> activeOpeningIDs; // openings of the target in `currency` that are not reversed
     std::vector<Attachment> attachments;       // those of `attachmentIDs` that exist
 

@@ -54,6 +54,7 @@ void writeEntry(Connection& connection, const CompanyFounding& founding, const L
 void CompanyFounding::write(Connection& connection) const
 {
     CompanyRepository::insert(connection, company, books.settings.value_or(FinancialSettings{}));
+    CompanyRepository::writeTimeZone(connection, company.id, timeZone);
     writeMembers(connection, *this);
     writeAccounts(connection, *this);
     for (const auto& category : books.categories)

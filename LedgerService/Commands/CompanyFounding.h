@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 
 #include "LedgerCore/Domain/Records/Company.h"
@@ -14,6 +15,7 @@ class Connection;
 struct CompanyFounding {
     Company company;
     Books books;                                            // receipts that no entry names are left out
+    std::optional<std::string> timeZone;                    // by its IANA name; nothing: that of the machine
     std::string passwordHash;                               // of every member
     std::map<std::string, std::string> demoProfileByMember; // in demonstration companies only
 

@@ -57,7 +57,7 @@ std::vector<Attachment> attachmentsOf(const Act& act, const std::vector<std::str
     for (const auto& id : ids) {
         if (attachments.size() == EntryLimits::receipts) // a command with more is refused whatever they are
             break;
-        if (auto attachment = AttachmentRepository::find(act.connection, act.companyID, id))
+        if (auto attachment = AttachmentRepository::findFor(act.connection, act.companyID, act.member.id, id))
             attachments.push_back(*std::move(attachment));
     }
     return attachments;
@@ -77,7 +77,11 @@ PostingRows rowsOf(const Act& act, const TransactionInput& input)
         rows.category = CategoryRepository::find(act.connection, act.companyID, *input.categoryID);
     rows.original = originalOf(act, input.originalTransactionID);
     if (const auto reference = EntryReference::of(input); !reference.empty())
-        rows.referenceUsed = EntryRepository::isReferenceUsed(act.connection, act.companyID, reference);
+        rows.referenceUsed =
+            std::ranges::any_of(EntryRepository::accountsWithReference(act.connection, act.companyID, reference),
+                                [&](const std::string& accountID) {
+                                    return mayKnowOfReference(act.member, accountID, input.sourceAccountID);
+                                });
     if (input.kind == EntryKind::opening && rows.target)
         rows.activeOpeningIDs =
             EntryRepository::activeOpeningIDs(act.connection, act.companyID, rows.target->id, input.currency);

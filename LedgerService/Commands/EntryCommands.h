@@ -21,7 +21,7 @@ struct Act {
     Connection& connection;
     const std::string& companyID;
     const Member& member;
-    const std::string& today; // the service's day
+    const std::string& today; // the company's day
     const std::string& now;   // stamp
 };
 

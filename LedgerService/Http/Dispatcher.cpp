@@ -12,9 +12,11 @@
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+#include "LedgerService/TimeZone.h"
 
 namespace LedgerService {
 
@@ -62,7 +64,7 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
                  .connection = connection,
                  .companyID = signedIn->companyID,
                  .member = signedIn->member,
-                 .today = LedgerDay::localGregorian().day(instant),
+                 .today = TimeZone::day(CompanyRepository::timeZone(connection, signedIn->companyID), instant),
                  .now = std::move(now)});
 }
 

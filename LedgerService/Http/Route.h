@@ -30,7 +30,7 @@ struct MemberCall {
     Connection& connection;
     const std::string& companyID;
     const Member& member;
-    std::string today; // the service's day
+    std::string today; // the company's day
     std::string now;   // stamp
 
     [[nodiscard]] SessionOwner owner() const { return {companyID, member.id}; }

@@ -149,6 +149,11 @@ void declareCreateCompany(CLI::App& app, Arguments& into)
     addDatabase(creating, into.file);
     creating.add_option("--name", order.companyName, "Name of the company")->required()->type_name("TEXT");
     creating.add_option("--country", order.countries, "Countries, such as ID or VN")->type_name("CODE");
+    creating
+        .add_option("--time-zone", order.timeZone,
+                    "Time zone whose days the books are kept by, such as "
+                    "Asia/Jakarta; without it, this machine's")
+        ->type_name("NAME");
     creating.add_option("--owner-name", order.ownerName, "Name of the owner")->required()->type_name("TEXT");
     creating.add_option("--owner-email", order.ownerEmail, "Address to sign in with")->required()->type_name("EMAIL");
     creating.add_option("--locale", order.locale, "Language of the owner: zh-CN, en-US, id-ID or vi-VN")

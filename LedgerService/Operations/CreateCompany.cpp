@@ -18,6 +18,7 @@
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/UserRepository.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+#include "LedgerService/TimeZone.h"
 
 namespace LedgerService {
 
@@ -91,6 +92,7 @@ CompanyFounding foundingOf(const CreateCompany::Order& order)
     founding.company.enabledLocales.assign(AppLanguage::supportedLocales.begin(), AppLanguage::supportedLocales.end());
     founding.company.createdAt = LedgerDay::stamp(std::chrono::system_clock::now());
     founding.company.approvalStatus = ApprovalStatus::approved;
+    founding.timeZone = order.timeZone;
     founding.books.settings = FinancialSettings{};
     founding.books.settings->featuresConfigured = false;
     Member owner;
@@ -118,6 +120,8 @@ std::expected<std::string, std::string> CreateCompany::carryOut(Connection& conn
         return std::unexpected("the e-mail address is not one");
     if (!std::ranges::all_of(order.countries, isCountry))
         return std::unexpected("countries are codes of two capital letters, such as ID or VN");
+    if (order.timeZone && !TimeZone::isKnown(*order.timeZone))
+        return std::unexpected("the time zone is not known; zones have names such as Asia/Jakarta");
     if (!AppLanguage::isSupported(order.locale))
         return std::unexpected(fmt::format("the languages are {}", fmt::join(AppLanguage::supportedLocales, ", ")));
     if (!Password::isAcceptable(order.password))

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <expected>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,8 @@ namespace CreateCompany {
 
 struct Order {
     std::string companyName;
-    std::vector<std::string> countries; // ISO 3166 codes
+    std::vector<std::string> countries;  // ISO 3166 codes
+    std::optional<std::string> timeZone; // IANA name; nothing: that of the machine
     std::string ownerName;
     std::string ownerEmail;
     std::string password;

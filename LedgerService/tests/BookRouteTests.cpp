@@ -55,6 +55,8 @@ public:
             const auto answer = send(actor, path, Json::encode(input));
             const auto id =
                 answer.status == 200 ? Json::decode<LedgerTransaction>(answer.body)->id : std::string{"none"};
+            if (actor != "mira" && !m_books.attachments.back().transactionID) // for others it does not exist yet
+                std::ranges::replace(input.attachmentIDs, "free", "none");
             compare(answer, m_books.record(input, SampleBooks::actBy(actor, id)));
         }
     }

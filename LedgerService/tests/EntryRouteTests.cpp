@@ -7,7 +7,10 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/TimeZone.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -157,6 +160,69 @@ struct RefundStep {
     TransactionInput input;
     std::string_view code; // empty: recorded
 };
+
+TEST(EntryRoutes, LinkNobodyElsesLooseReceipt)
+{
+    TestService service;
+    service.write([](Connection& connection) {
+        AttachmentRepository::insert(connection, "sample", {"loose", {}, "r.pdf", "application/pdf", 1, ""}, "rudi");
+    });
+    auto input = SampleBooks::expense(10);
+    input.attachmentIDs = {"loose"};
+    const auto refused = service.as("mira", "POST", "/v1/transactions", Json::encode(input));
+    input.attachmentIDs = {"none"};
+    EXPECT_EQ(refused.status, 404);
+    EXPECT_EQ(refused.body, service.as("mira", "POST", "/v1/transactions", Json::encode(input)).body)
+        << "it is as if there were none";
+    EXPECT_EQ(service.snapshotOf("rudi").attachments.size(), 1U);
+}
+
+TEST(EntryRoutes, TellOfNoReferenceOnAnAccountThatTheMemberDoesNotSee)
+{
+    TestService service;
+    service.write([](Connection& connection) { // rudi's own account for refunds, and no sight of mira's
+        connection.execute(
+            "INSERT INTO accounts SELECT company_id, 'own', 90, 'own', currencies, owner_member_id, 'rudi', "
+            "purpose, return_account_id, archived FROM accounts WHERE id = 'refunds'");
+        connection.execute("INSERT INTO balances VALUES ('sample', 'own', 'IDR', 0)");
+        connection.execute(
+            R"(UPDATE members SET account_grants = '[{"accountID":"own","actions":["view","refund","opening"]},)"
+            R"({"accountID":"refunds","actions":[]}]' WHERE id = 'rudi')");
+    });
+    auto opening = SampleBooks::opening(9'000);
+    opening.targetAccountID = "own";
+    const auto opened = service.as("rudi", "POST", "/v1/transactions", Json::encode(opening));
+    ASSERT_EQ(opened.status, 200) << opened.body;
+    auto input = SampleBooks::refund(1'000);
+    input.originalTransactionID.reset();
+    input.externalReference = "BANK-77";
+    EXPECT_EQ(service.as("mira", "POST", "/v1/transactions", Json::encode(input)).status, 200);
+    input.sourceAccountID = "own";
+    input.idempotencyKey = "of rudi";
+    const auto other = service.as("rudi", "POST", "/v1/transactions", Json::encode(input));
+    EXPECT_EQ(other.status, 200) << other.body;
+    input.idempotencyKey = "once more";
+    EXPECT_EQ(service.as("rudi", "POST", "/v1/transactions", Json::encode(input)).code(), "duplicate_refund");
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST(EntryRoutes, KeepEachCompanyToTheDaysOfItsOwnTimeZone)
+{
+    TestService service;
+    service.moveClock(std::chrono::hours{11}); // 20:30 UTC: the next day has begun in Auckland, not in Honolulu
+    const auto statusIn = [&](const std::string& zone) {
+        service.write([&](Connection& connection) { CompanyRepository::writeTimeZone(connection, "sample", zone); });
+        auto input = SampleBooks::expense(10);
+        input.idempotencyKey = zone;
+        input.date = "2026-03-12"; // a command may be dated a day ahead
+        return service.as("mira", "POST", "/v1/transactions", Json::encode(input)).status;
+    };
+    EXPECT_EQ(statusIn("Pacific/Auckland"), 200);
+    EXPECT_EQ(statusIn("Pacific/Honolulu"), 400);
+    EXPECT_TRUE(TimeZone::isKnown("Asia/Jakarta"));
+    for (const auto* none : {"Asia/Nowhere", "", "../etc/passwd"})
+        EXPECT_FALSE(TimeZone::isKnown(none)) << none;
+}
 
 TEST(EntryRoutes, RememberRefundsReferencesAndOpenings)
 {

@@ -87,13 +87,17 @@ std::vector<Attachment> visible(std::vector<AttachmentRow> rows, const Attachmen
 
 }
 
-std::optional<Attachment> AttachmentRepository::find(Connection& connection, std::string_view companyID,
-                                                     std::string_view attachmentID)
+std::optional<Attachment> AttachmentRepository::findFor(Connection& connection, std::string_view companyID,
+                                                        std::string_view memberID, std::string_view attachmentID)
 {
     Query query{connection, selectAttachment};
     query.bind("company", companyID).bind("attachment", attachmentID);
     auto row = recordOf<AttachmentRow>(query, columns);
-    return row ? std::optional{std::move(row->stored.attachment)} : std::nullopt;
+    if (!row)
+        return std::nullopt;
+    auto& stored = row->stored;
+    const bool others = !stored.attachment.transactionID && stored.memberID != memberID;
+    return others ? std::nullopt : std::optional{std::move(stored.attachment)};
 }
 
 std::vector<StoredAttachment> AttachmentRepository::all(Connection& connection, std::string_view companyID)

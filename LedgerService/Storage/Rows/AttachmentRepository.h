@@ -34,7 +34,9 @@ struct AttachmentView {
 
 namespace AttachmentRepository {
 
-std::optional<Attachment> find(Connection& connection, std::string_view companyID, std::string_view attachmentID);
+/// The receipt as the member may link it: of those that are linked to nothing, only the member's own are found.
+std::optional<Attachment> findFor(Connection& connection, std::string_view companyID, std::string_view memberID,
+                                  std::string_view attachmentID);
 
 /// The company's receipts by entry and their order on it, those not yet linked first.
 std::vector<StoredAttachment> all(Connection& connection, std::string_view companyID);

@@ -44,6 +44,14 @@ constexpr auto selectAll = R"sql(
     SELECT id FROM companies ORDER BY created_at, id
 )sql";
 
+constexpr auto selectTimeZone = R"sql(
+    SELECT time_zone FROM companies WHERE id = :company
+)sql";
+
+constexpr auto updateTimeZone = R"sql(
+    UPDATE companies SET time_zone = :zone WHERE id = :company
+)sql";
+
 }
 
 std::optional<Company> CompanyRepository::find(Connection& connection, std::string_view companyID)
@@ -72,6 +80,20 @@ std::optional<std::string> CompanyRepository::demoCompanyID(Connection& connecti
     Query query{connection, selectDemo};
     query.bind("locale", locale).into(id);
     return query.next() ? std::optional{id} : std::nullopt;
+}
+
+std::optional<std::string> CompanyRepository::timeZone(Connection& connection, std::string_view companyID)
+{
+    std::optional<std::string> zone;
+    Query query{connection, selectTimeZone};
+    query.bind("company", companyID).into(zone).next();
+    return zone;
+}
+
+void CompanyRepository::writeTimeZone(Connection& connection, std::string_view companyID,
+                                      const std::optional<std::string>& name)
+{
+    Query{connection, updateTimeZone}.bind("zone", name).bind("company", companyID).run();
 }
 
 std::vector<std::string> CompanyRepository::allIDs(Connection& connection)

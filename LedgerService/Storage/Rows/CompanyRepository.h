@@ -24,6 +24,11 @@ std::optional<std::string> demoCompanyID(Connection& connection, std::string_vie
 /// Every company of the service, oldest first.
 std::vector<std::string> allIDs(Connection& connection);
 
+/// The time zone whose days the company keeps its books by; nothing for that of the machine.
+std::optional<std::string> timeZone(Connection& connection, std::string_view companyID);
+
+void writeTimeZone(Connection& connection, std::string_view companyID, const std::optional<std::string>& name);
+
 void insert(Connection& connection, const Company& company, const FinancialSettings& settings);
 
 void writeSettings(Connection& connection, std::string_view companyID, const FinancialSettings& settings);

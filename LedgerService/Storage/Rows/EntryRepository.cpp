@@ -89,7 +89,7 @@ constexpr auto selectRefunded = R"sql(
 )sql";
 
 constexpr auto selectReferenceUse = R"sql(
-    SELECT e.id FROM entries e
+    SELECT l.account_id FROM entries e JOIN legs l ON l.company_id = e.company_id AND l.sequence = e.sequence
     WHERE e.company_id = :company AND lower(e.external_reference) = lower(:reference)
         AND e.kind = 'refund' AND e.external_reference IS NOT NULL
         AND NOT EXISTS (SELECT 1 FROM entries r WHERE r.company_id = e.company_id AND r.reversal_of = e.id)
@@ -278,11 +278,12 @@ bool EntryRepository::hasOpenRefunds(Connection& connection, std::string_view co
     return !refunded(connection, companyID, originalID).empty();
 }
 
-bool EntryRepository::isReferenceUsed(Connection& connection, std::string_view companyID, std::string_view reference)
+std::vector<std::string> EntryRepository::accountsWithReference(Connection& connection, std::string_view companyID,
+                                                                std::string_view reference)
 {
     Query query{connection, selectReferenceUse};
     query.bind("company", companyID).bind("reference", reference);
-    return !idsOf(query).empty();
+    return idsOf(query);
 }
 
 std::vector<std::string> EntryRepository::activeOpeningIDs(Connection& connection, std::string_view companyID,

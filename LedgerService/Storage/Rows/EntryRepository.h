@@ -51,8 +51,9 @@ MinorByCurrency refunded(Connection& connection, std::string_view companyID, std
 
 bool hasOpenRefunds(Connection& connection, std::string_view companyID, std::string_view originalID);
 
-/// Whether a refund that is not reversed carries this reference, in whichever case.
-bool isReferenceUsed(Connection& connection, std::string_view companyID, std::string_view reference);
+/// The accounts of the refunds that carry this reference, in whichever case, and are not reversed.
+std::vector<std::string> accountsWithReference(Connection& connection, std::string_view companyID,
+                                               std::string_view reference);
 
 /// The openings of the account and currency that are not reversed.
 std::vector<std::string> activeOpeningIDs(Connection& connection, std::string_view companyID,
