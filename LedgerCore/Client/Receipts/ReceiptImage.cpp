@@ -6,6 +6,7 @@
 
 #include <QBuffer>
 #include <QColorSpace>
+#include <QImage>
 #include <QImageReader>
 #include <QPainter>
 #include <libheif/heif.h>

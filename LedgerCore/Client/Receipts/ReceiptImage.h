@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include <QImage>
+class QImage; // declared only: whoever uses the client need not link Qt's images
 
 /// Reading the picture of a receipt, whatever a stranger put into the file.
 namespace ReceiptImage {
