@@ -84,6 +84,24 @@ TEST_F(Window, AsksBeforeItTakesAnUnconfirmedEntryAlong)
     EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(Window, BringsTheEntryBackWithItsKeyAfterTheSameMemberSignedInAgain)
+{
+    leaveAnEntryUnconfirmed();
+    endTheSession();
+    EXPECT_EQ(screen.focus(), "password");
+    service.signIn(books());
+    screen.waitFor("transactionForm");
+    EXPECT_TRUE(screen.says("The save result is unconfirmed. Content is locked."));
+    service.server.replace(post, ServerReply::json(R"({"id":"e1"})"));
+    screen.keys("Ctrl+Return");
+    screen.waitUntilGone("transactionForm");
+    const auto sent = service.server.requests(post);
+    ASSERT_EQ(sent.size(), 3U);
+    EXPECT_EQ(sent[1].body, sent[0].body);
+    EXPECT_EQ(sent[2].body, sent[0].body);
+    EXPECT_TRUE(window.close());
+}
+
 TEST_F(Window, IsNeverLargerThanTheScreenAllows)
 {
     EXPECT_EQ(MainWindow::smallestFor({1920, 1040}), QSize(900, 640));
