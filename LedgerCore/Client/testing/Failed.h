@@ -3,7 +3,7 @@
 #include <expected>
 #include <utility>
 
-#include "LedgerCore/Client/Failure.h"
+#include "LedgerCore/Client/Errors/Failure.h"
 
 /// What a failed `Result` is compared with.
 inline std::unexpected<Failure> failed(Failure failure)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LedgerCore/Client/Clock.h"
+#include "LedgerCore/Client/Session/Clock.h"
 
 /// A clock that stands still until it is set. It begins at noon UTC on 20 November 2026.
 class FixedClock final : public Clock {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "LedgerCore/Client/SessionCredentialStore.h"
+#include "LedgerCore/Client/Session/SessionCredentialStore.h"
 
 /// Keeps sessions in memory, remembers what it was asked for and fails when told to.
 class RecordingCredentialStore final : public SessionCredentialStore {

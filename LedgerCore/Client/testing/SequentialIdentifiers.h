@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LedgerCore/Client/IdentifierSource.h"
+#include "LedgerCore/Client/Session/IdentifierSource.h"
 
 /// Gives "id-1", "id-2", ...
 class SequentialIdentifiers final : public IdentifierSource {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LedgerCore/Client/LanguageDefaults.h"
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Session/LanguageDefaults.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/testing/FixedClock.h"
 #include "LedgerCore/Client/testing/RecordingCredentialStore.h"
 #include "LedgerCore/Client/testing/ScriptedServer.h"

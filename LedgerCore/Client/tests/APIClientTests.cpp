@@ -1,4 +1,4 @@
-#include "LedgerCore/Client/APIClient.h"
+#include "LedgerCore/Client/Http/APIClient.h"
 
 #include <gtest/gtest.h>
 

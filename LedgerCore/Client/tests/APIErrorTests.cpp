@@ -1,12 +1,12 @@
-#include "LedgerCore/Client/APIError.h"
+#include "LedgerCore/Client/Errors/APIError.h"
 
 #include <map>
 #include <set>
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Client/Failure.h"
-#include "LedgerCore/Client/ServiceMessages.h"
+#include "LedgerCore/Client/Errors/Failure.h"
+#include "LedgerCore/Client/Errors/ServiceMessages.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 
 namespace {

@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Client/AccessRecords.h"
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/SignalCount.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
+#include "LedgerCore/Domain/Records/AccessRecords.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 
 #include <regex>
 #include <thread>
@@ -8,8 +8,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Client/ServiceAddress.h"
-#include "LedgerCore/Client/StoreMessages.h"
+#include "LedgerCore/Client/Errors/StoreMessages.h"
+#include "LedgerCore/Client/Http/ServiceAddress.h"
 #include "LedgerCore/Client/testing/SignalCount.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerCore/Domain/testing/WordTableAudit.h"

@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Client/APIClient.h"
+#include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/testing/WaitFor.h"
 #include "LedgerCore/Domain/Contract.h"
 

@@ -1,7 +1,6 @@
 #include <array>
 
-#include <boost/describe.hpp>
-
+#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
@@ -12,18 +11,6 @@
 namespace LedgerService {
 
 namespace {
-
-struct Login {
-    std::string email;
-    std::string password;
-};
-BOOST_DESCRIBE_STRUCT(Login, (), (email, password))
-
-struct DemoRequest {
-    std::optional<std::string> locale;
-    std::string profile;
-};
-BOOST_DESCRIBE_STRUCT(DemoRequest, (), (locale, profile))
 
 Outcome authResponse(std::expected<IssuedSession, Refusal> session)
 {

@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QStringList>
 
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Client/KeptCommands.h"
+#include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 
 /// What each choice in the entry form does to the draft. Each gives the draft that follows; a message goes away with

@@ -7,7 +7,7 @@
 
 #include <QString>
 
-#include "LedgerCore/Client/KeptCommands.h"
+#include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LedgerCore/Client/Failure.h"
+#include "LedgerCore/Client/Errors/Failure.h"
 
 /// Whether a command is sent for the first time, or after a sending of which nobody knows what became.
 enum class SubmissionAttempt { first, retry };

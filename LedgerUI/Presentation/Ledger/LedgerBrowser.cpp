@@ -5,7 +5,7 @@
 #include <QCoro/QCoroFuture>
 #include <QtConcurrent/QtConcurrentRun>
 
-#include "LedgerCore/Client/ReleasedByWorker.h"
+#include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Period/PeriodGrid.h"
 

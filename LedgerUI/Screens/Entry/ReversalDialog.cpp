@@ -4,7 +4,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Text/TextFold.h"

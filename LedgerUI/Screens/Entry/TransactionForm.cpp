@@ -6,7 +6,7 @@
 #include <QCoro/QCoroTask>
 #include <QPushButton>
 
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"

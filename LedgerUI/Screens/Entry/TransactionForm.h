@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "LedgerCore/Client/KeptCommands.h"
+#include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Entry/EntryFormContent.h"
 

@@ -4,7 +4,7 @@
 #include <array>
 #include <optional>
 
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"

@@ -8,7 +8,7 @@
 #include <QMenu>
 #include <QVBoxLayout>
 
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"

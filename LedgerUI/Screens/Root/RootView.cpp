@@ -6,7 +6,7 @@
 #include <QCoro/QCoroTask>
 #include <QKeyEvent>
 
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Buttons/EnterKey.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"

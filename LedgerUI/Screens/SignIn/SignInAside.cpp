@@ -10,7 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerUI/Components/Buttons/CardButton.h"
 #include "LedgerUI/Components/Page/Line.h"

@@ -6,7 +6,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"

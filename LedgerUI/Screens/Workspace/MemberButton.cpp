@@ -7,7 +7,7 @@
 #include <QMenu>
 #include <QVBoxLayout>
 
-#include "LedgerCore/Client/LedgerStore.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Components/Buttons/CardButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"

@@ -1,0 +1,143 @@
+#include "LedgerCore/Client/Http/APIClient.h"
+
+#include <algorithm>
+#include <array>
+
+#include <QCoro/QCoroFuture>
+#include <QUrl>
+#include <QtConcurrentRun>
+
+namespace {
+
+/// A reply of this size is decoded well within a frame.
+constexpr std::size_t quicklyRead = 65'536;
+
+struct ErrorDetail {
+    std::optional<std::string> code;
+    std::optional<std::string> message;
+};
+BOOST_DESCRIBE_STRUCT(ErrorDetail, (), (code, message))
+
+struct ErrorBody {
+    ErrorDetail error;
+};
+BOOST_DESCRIBE_STRUCT(ErrorBody, (), (error))
+
+/// The part between "//" and the path, as it was written.
+std::string_view authority(std::string_view address)
+{
+    const auto start = address.find("//");
+    if (start == std::string_view::npos)
+        return {};
+    address.remove_prefix(start + 2);
+    return address.substr(0, address.find_first_of("/?#"));
+}
+
+/// The host as it was written, so that no other spelling of a number passes for this machine.
+bool isThisMachine(std::string_view authority)
+{
+    constexpr std::array<std::string_view, 4> names{"localhost", "127.0.0.1", "::1", "[::1]"};
+    const auto port = authority.rfind(':');
+    const bool hasPort = port != std::string_view::npos && !authority.ends_with(']');
+    return std::ranges::find(names, hasPort ? authority.substr(0, port) : authority) != names.end();
+}
+
+bool isAcceptable(std::string_view text)
+{
+    const QUrl url{QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), QUrl::StrictMode};
+    if (!url.isValid() || url.host().isEmpty() || url.hasQuery() || url.hasFragment())
+        return false;
+    const auto written = authority(text);
+    if (written.contains('@'))
+        return false;
+    if (!url.path().isEmpty() && url.path() != QStringLiteral("/"))
+        return false;
+    if (url.scheme() == QStringLiteral("https"))
+        return true;
+    return url.scheme() == QStringLiteral("http") && isThisMachine(written);
+}
+
+std::string join(std::string_view base, std::string_view path)
+{
+    QUrl url{QString::fromUtf8(base.data(), static_cast<qsizetype>(base.size())), QUrl::StrictMode};
+    url.setPath(QStringLiteral("/") + QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())),
+                QUrl::DecodedMode);
+    return url.toEncoded().toStdString();
+}
+
+Failure failureOf(TransportFailure failure)
+{
+    switch (failure) {
+    case TransportFailure::cancelled:
+        return Cancelled{};
+    case TransportFailure::network:
+        return clientError(ClientCode::network);
+    case TransportFailure::unreadable:
+        return invalidResponse();
+    }
+    return invalidResponse();
+}
+
+APIError refusal(const HttpReply& reply)
+{
+    const auto body = Json::decode<ErrorBody>(reply.body);
+    const auto detail = body ? body->error : ErrorDetail{};
+    return {.status = reply.status,
+            .code = detail.code.value_or(std::string{ClientCode::httpError}),
+            .message = detail.code ? detail.message.value_or("") : ""};
+}
+
+}
+
+std::expected<std::string, APIError> APIClient::validatedURL(std::string_view text)
+{
+    if (!isAcceptable(text))
+        return std::unexpected(clientError(ClientCode::invalidServerURL));
+    return std::string{text};
+}
+
+APIClient::APIClient(std::string baseURL, std::shared_ptr<HttpSession> session)
+    : m_baseURL(std::move(baseURL)), m_session(session ? std::move(session) : std::make_shared<HttpSession>())
+{
+}
+
+QCoro::Task<Result<HttpReply>> APIClient::send(APIRequest request) const
+{
+    const bool isConditional =
+        std::ranges::any_of(request.headers, [](const HttpHeader& each) { return each.name == "If-None-Match"; });
+    const auto base = validatedURL(m_baseURL);
+    if (!base)
+        co_return std::unexpected(base.error());
+    auto sent = HttpSession::send(m_session, {.url = join(*base, request.path),
+                                              .method = std::move(request.method),
+                                              .token = std::move(request.token),
+                                              .body = std::move(request.body),
+                                              .headers = std::move(request.headers),
+                                              .errand = request.errand});
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(failureOf(reply.error()));
+    const bool isSuccess = reply->status >= 200 && reply->status <= 299;
+    if (!isSuccess && !(isConditional && reply->status == HttpStatus::notModified))
+        co_return std::unexpected(refusal(*reply));
+    co_return std::move(*reply);
+}
+
+QCoro::Task<Result<std::string>> APIClient::bytes(APIRequest request) const
+{
+    auto sent = send(std::move(request));
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    co_return std::move(reply->body);
+}
+
+QCoro::Task<void> runForSize(std::size_t size, std::function<void()> work)
+{
+    if (size <= quicklyRead) {
+        work();
+        co_return;
+    }
+    const auto finished = QtConcurrent::run(std::move(work));
+    co_await finished;
+}

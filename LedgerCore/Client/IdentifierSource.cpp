@@ -1,8 +1,0 @@
-#include "LedgerCore/Client/IdentifierSource.h"
-
-#include <QUuid>
-
-std::string RandomIdentifiers::next()
-{
-    return QUuid::createUuid().toString(QUuid::WithoutBraces).toStdString();
-}

@@ -1,0 +1,55 @@
+#include "LedgerCore/Client/Operations/MemberOperations.h"
+
+#include <utility>
+
+#include "LedgerCore/Client/Operations/OperationRunner.h"
+
+namespace {
+
+QCoro::Task<Result<std::vector<PendingInvitation>>> listed(QCoro::Task<Result<InvitationListResponse>> asking)
+{
+    auto reply = co_await asking;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    co_return std::move(reply->invitations);
+}
+
+}
+
+QCoro::Task<Result<InviteResponse>> MemberOperations::invite(Invite invitation, bool publishError)
+{
+    return m_runner.ask<InviteResponse>({.method = "POST", .path = "v1/invites", .body = Json::encode(invitation)},
+                                        OperationRunner::publishing(publishError));
+}
+
+QCoro::Task<Result<std::vector<PendingInvitation>>> MemberOperations::loadInvitations(bool publishError)
+{
+    return listed(
+        m_runner.ask<InvitationListResponse>({.path = "v1/invites"}, OperationRunner::publishing(publishError)));
+}
+
+QCoro::Task<Result<std::vector<PendingInvitation>>> MemberOperations::revokeInvitation(std::string id,
+                                                                                       bool publishError)
+{
+    return listed(m_runner.ask<InvitationListResponse>({.method = "POST", .path = "v1/invites/" + id + "/revoke"},
+                                                       OperationRunner::publishing(publishError)));
+}
+
+QCoro::Task<Result<void>> MemberOperations::updateMember(std::string id, MemberUpdate update, bool publishError)
+{
+    return m_runner.change({.method = "PATCH", .path = "v1/members/" + id, .body = Json::encode(update)},
+                           OperationRunner::publishing(publishError));
+}
+
+QCoro::Task<Result<void>> MemberOperations::updateProfile(std::string name, bool publishError)
+{
+    const ProfileUpdate update{.name = std::move(name)};
+    return m_runner.change({.method = "PATCH", .path = "v1/me/profile", .body = Json::encode(update)},
+                           OperationRunner::publishing(publishError));
+}
+
+QCoro::Task<Result<void>> MemberOperations::updateSettings(SettingsUpdate update)
+{
+    return m_runner.change({.method = "PATCH", .path = "v1/settings", .body = Json::encode(update)},
+                           OperationRunner::Publishing::on);
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <QCoro/QCoroTask>
+
+#include "LedgerCore/Client/Errors/Failure.h"
+#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/MemberCommands.h"
+
+class OperationRunner;
+
+/// What the store can have done to the members of the company, to the signed-in person and to the company itself.
+class MemberOperations {
+public:
+    QCoro::Task<Result<InviteResponse>> invite(Invite invitation, bool publishError);
+    QCoro::Task<Result<std::vector<PendingInvitation>>> loadInvitations(bool publishError);
+    /// Gives the invitations that are left.
+    QCoro::Task<Result<std::vector<PendingInvitation>>> revokeInvitation(std::string id, bool publishError);
+    /// Only the fields that are set change.
+    QCoro::Task<Result<void>> updateMember(std::string id, MemberUpdate update, bool publishError);
+    QCoro::Task<Result<void>> updateProfile(std::string name, bool publishError);
+    QCoro::Task<Result<void>> updateSettings(SettingsUpdate update);
+
+protected:
+    explicit MemberOperations(OperationRunner& runner) : m_runner{runner} {}
+    ~MemberOperations() = default;
+
+private:
+    OperationRunner& m_runner;
+};

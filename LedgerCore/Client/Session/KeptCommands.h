@@ -1,0 +1,67 @@
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "LedgerCore/Client/Errors/Failure.h"
+#include "LedgerCore/Domain/Records/TransactionInput.h"
+
+/// An entry whose recording was not confirmed, or not tried because the session had ended. It belongs to one member of
+/// one company at one service.
+struct KeptEntry {
+    std::string endpoint;
+    std::string companyID;
+    std::string memberID;
+    TransactionInput input;
+    bool outcomeUnknown = false; // it may have been recorded: only the same input may be sent again
+
+    bool operator==(const KeptEntry&) const = default;
+};
+
+/// A reversal that the service has not accepted yet. The next attempt sends it as it stands.
+struct KeptReversal {
+    Reversal reversal;
+    bool outcomeUnknown = false;          // it may have been posted
+    std::optional<APIError> refusal = {}; // why the service did not post it
+
+    bool operator==(const KeptReversal&) const = default;
+};
+
+/// One member of one company at one service.
+struct MemberIdentity {
+    std::string endpoint;
+    std::string companyID;
+    std::string memberID;
+
+    auto operator<=>(const MemberIdentity&) const = default;
+};
+
+/// The commands that were not confirmed, each member's apart.
+class KeptCommands {
+public:
+    /// The member's oldest one, or null.
+    [[nodiscard]] const KeptEntry* entry(const MemberIdentity& member) const;
+    [[nodiscard]] const KeptEntry* entry(const MemberIdentity& member, const std::string& idempotencyKey) const;
+    [[nodiscard]] bool hasUnconfirmedEntry() const;
+
+    /// Takes the place of one with the same key.
+    void keepEntry(const MemberIdentity& member, TransactionInput input, bool outcomeUnknown);
+    void forgetEntry(const MemberIdentity& member, const std::string& idempotencyKey);
+    /// Keeps or forgets an entry after an attempt that met `failure`, or succeeded.
+    void settleEntry(const MemberIdentity& member, const TransactionInput& input, const Failure* failure);
+
+    [[nodiscard]] const KeptReversal* reversal(const MemberIdentity& member, const std::string& entryID) const;
+    /// Keeps a reversal that is about to be sent, unless one is kept already.
+    void keepReversal(const MemberIdentity& member, const std::string& entryID, Reversal reversal);
+    /// Notes what became of a sent reversal.
+    void settleReversal(const MemberIdentity& member, const std::string& entryID, const Failure* failure);
+
+    /// Forgets what outlives no session: reversals that were certainly not posted.
+    void endSession();
+
+private:
+    std::vector<KeptEntry> m_entries; // oldest first
+    std::map<MemberIdentity, std::map<std::string, KeptReversal>> m_reversals;
+};

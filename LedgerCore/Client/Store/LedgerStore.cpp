@@ -1,0 +1,116 @@
+#include "LedgerCore/Client/Store/LedgerStore.h"
+
+#include <utility>
+
+#include <QThread>
+
+#include "LedgerCore/Client/Errors/StoreMessages.h"
+#include "LedgerCore/Client/Http/APIClient.h"
+#include "LedgerCore/Client/Receipts/AttachmentCache.h"
+#include "LedgerCore/Client/Session/Clock.h"
+#include "LedgerCore/Client/Session/IdentifierSource.h"
+#include "LedgerCore/Client/Session/LanguageDefaults.h"
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
+
+namespace {
+
+std::optional<std::string> supported(std::optional<std::string> code)
+{
+    return code && AppLanguage::isSupported(*code) ? std::move(code) : std::nullopt;
+}
+
+}
+
+LedgerStore::LedgerStore(std::string baseURL, Environment environment, QObject* parent)
+    : QObject(parent), AccountOperations(static_cast<OperationRunner&>(*this)),
+      BookCommandOperations(static_cast<OperationRunner&>(*this)),
+      CategoryOperations(static_cast<OperationRunner&>(*this)), MemberOperations(static_cast<OperationRunner&>(*this)),
+      m_preferredAppLocale(supported(environment.languageDefaults.chosenLanguage())), m_endpoint(std::move(baseURL)),
+      m_environment(environment)
+{
+}
+
+LedgerStore::~LedgerStore()
+{
+    blockSignals(true);
+    if (m_cachedClient)
+        m_cachedClient->abort();
+}
+
+std::shared_ptr<const PendingCompanyRegistration> LedgerStore::pendingCompanyRegistration() const
+{
+    return m_pendingCompanyRegistration;
+}
+
+std::string LedgerStore::locale() const
+{
+    if (m_preferredAppLocale)
+        return *m_preferredAppLocale;
+    return std::string{AppLanguage::resolve(m_environment.languageDefaults.systemLanguages())};
+}
+
+std::string LedgerStore::today() const
+{
+    return m_environment.clock.today();
+}
+
+std::string LedgerStore::newIdentifier()
+{
+    return m_environment.identifiers.next();
+}
+
+void LedgerStore::setAppLanguage(std::optional<std::string> code)
+{
+    if (code && !AppLanguage::isSupported(*code))
+        return;
+    const bool isKept = m_environment.languageDefaults.setChosenLanguage(code);
+    assign(m_preferredAppLocale, std::move(code), &LedgerStore::preferredAppLocaleChanged);
+    if (!isKept)
+        assign(m_errorMessage, std::optional{std::string{storeMessages().text("languageNotKept", locale())}},
+               &LedgerStore::errorMessageChanged);
+}
+
+void LedgerStore::setServerURL(std::string address)
+{
+    if (m_snapshot || m_isBusy)
+        return;
+    // Both belong to the service of the old address.
+    m_token.reset();
+    assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
+    assign(m_endpoint, std::move(address), &LedgerStore::endpointChanged);
+}
+
+void LedgerStore::dismissMessages()
+{
+    assign(m_errorMessage, {}, &LedgerStore::errorMessageChanged);
+    assign(m_noticeMessage, {}, &LedgerStore::noticeMessageChanged);
+}
+
+void LedgerStore::cancel()
+{
+    if (m_cachedClient)
+        m_cachedClient->abort(Errand::person);
+}
+
+std::string LedgerStore::friendly(const Failure& failure, std::optional<std::string> locale) const
+{
+    const auto language = std::move(locale).value_or(this->locale());
+    if (const auto* error = std::get_if<APIError>(&failure))
+        return std::string{error->friendlyMessage(language)};
+    if (const auto* error = std::get_if<MoneyError>(&failure))
+        return std::string{friendlyMessage(*error, language)};
+    return std::string{clientError(ClientCode::unknown).friendlyMessage(language)};
+}
+
+void LedgerStore::requireMainThread() const
+{
+    require(QThread::currentThread() == thread(), "the store is used on its own thread only");
+}
+
+void LedgerStore::publish(const Failure& failure)
+{
+    if (!std::holds_alternative<Cancelled>(failure))
+        assign(m_errorMessage, std::optional{friendly(failure)}, &LedgerStore::errorMessageChanged);
+}

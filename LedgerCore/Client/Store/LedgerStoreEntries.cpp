@@ -1,0 +1,163 @@
+#include <utility>
+
+#include <QPointer>
+
+#include "LedgerCore/Client/Http/APIClient.h"
+#include "LedgerCore/Client/Session/IdentifierSource.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Client/Store/StoreOperation.h"
+
+namespace {
+
+/// What the reply to a recorded entry must say: nothing. Most say which entry it is.
+struct RecordedEntry {
+    std::optional<std::string> id;
+};
+BOOST_DESCRIBE_STRUCT(RecordedEntry, (), (id))
+
+/// The identifier that the service answered, an empty one where it answered something else. What is no answer of a
+/// ledger service leaves the outcome unknown.
+Result<std::string> recordedID(const std::string& reply)
+{
+    if (reply.empty())
+        return std::string{};
+    auto entry = Json::decode<RecordedEntry>(reply);
+    if (!entry)
+        return std::unexpected(invalidResponse());
+    return std::move(entry->id).value_or("");
+}
+
+const Failure* failureIn(const auto& outcome)
+{
+    return outcome ? nullptr : &outcome.error();
+}
+
+}
+
+std::optional<MemberIdentity> LedgerStore::signedIn() const
+{
+    if (!m_snapshot)
+        return std::nullopt;
+    return MemberIdentity{
+        .endpoint = m_endpoint, .companyID = m_snapshot->company.id, .memberID = m_snapshot->currentMember.id};
+}
+
+std::optional<KeptEntry> LedgerStore::keptEntry() const
+{
+    const auto member = signedIn();
+    const auto* kept = member ? m_kept.entry(*member) : nullptr;
+    return kept ? std::optional{*kept} : std::nullopt;
+}
+
+void LedgerStore::keepEntry(TransactionInput input, bool outcomeUnknown)
+{
+    const auto member = signedIn();
+    if (!member)
+        return;
+    m_kept.keepEntry(*member, std::move(input), outcomeUnknown);
+    Q_EMIT keptEntryChanged();
+}
+
+void LedgerStore::forgetEntry()
+{
+    const auto kept = keptEntry();
+    if (!kept)
+        return;
+    m_kept.forgetEntry(*signedIn(), kept->input.idempotencyKey);
+    Q_EMIT keptEntryChanged();
+}
+
+QCoro::Task<Result<std::string>> LedgerStore::postTransaction(TransactionInput input, bool publishError)
+{
+    return operation<std::string>(publishing(publishError), [this, input = std::move(input)] { return record(input); });
+}
+
+QCoro::Task<Result<std::string>> LedgerStore::record(TransactionInput input)
+{
+    const auto member = signedIn();
+    auto request = authorized({.method = "POST", .path = "v1/transactions", .body = Json::encode(input)});
+    if (!request || !member)
+        co_return std::unexpected(clientError(ClientCode::noSession));
+    const QPointer<LedgerStore> self = this;
+    auto sending = exchange(std::move(*request));
+    const auto reply = co_await sending;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    auto recorded = reply ? recordedID(reply->body) : std::unexpected(reply.error());
+    m_kept.settleEntry(*member, input, failureIn(recorded));
+    Q_EMIT keptEntryChanged();
+    if (!recorded)
+        co_return recorded;
+    auto reloading = reload();
+    co_await reloading;
+    co_return recorded;
+}
+
+QCoro::Task<Result<void>> LedgerStore::importTransactions(std::vector<TransactionInput> inputs,
+                                                          std::function<void(std::size_t)> progress)
+{
+    return operation(Publishing::on, [this, inputs = std::move(inputs), progress = std::move(progress)] {
+        return recordEach(inputs, progress);
+    });
+}
+
+QCoro::Task<Result<void>> LedgerStore::recordEach(std::vector<TransactionInput> inputs,
+                                                  std::function<void(std::size_t)> progress)
+{
+    const QPointer<LedgerStore> self = this;
+    Result<void> outcome;
+    for (std::size_t done = 0; outcome && done < inputs.size();) {
+        auto request = authorized({.method = "POST", .path = "v1/transactions", .body = Json::encode(inputs[done])});
+        if (!request)
+            co_return std::unexpected(request.error());
+        auto sending = exchange(std::move(*request));
+        const auto reply = co_await sending;
+        if (!self)
+            co_return std::unexpected(Cancelled{});
+        const auto recorded = reply ? recordedID(reply->body) : std::unexpected(reply.error());
+        if (recorded && progress)
+            progress(++done);
+        else if (recorded)
+            ++done;
+        else
+            outcome = std::unexpected(recorded.error());
+    }
+    if (!outcome && endsSession(outcome.error()))
+        co_return outcome;
+    // Also after a failure: what came before it is recorded.
+    auto reloading = reload();
+    co_await reloading;
+    co_return outcome;
+}
+
+std::optional<KeptReversal> LedgerStore::keptReversal(const std::string& entryID) const
+{
+    const auto member = signedIn();
+    const auto* kept = member ? m_kept.reversal(*member, entryID) : nullptr;
+    return kept ? std::optional{*kept} : std::nullopt;
+}
+
+QCoro::Task<Result<void>> LedgerStore::reverseTransaction(std::string id, std::string reason)
+{
+    return operation(Publishing::on,
+                     [this, id = std::move(id), reason = std::move(reason)] { return sendReversal(id, reason); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::sendReversal(std::string id, std::string reason)
+{
+    const auto member = signedIn();
+    if (!m_token || !member)
+        co_return std::unexpected(clientError(ClientCode::noSession));
+    const auto* kept = m_kept.reversal(*member, id);
+    const auto reversal =
+        kept ? kept->reversal
+             : Reversal{.reason = std::move(reason), .idempotencyKey = newIdentifier(), .date = today()};
+    m_kept.keepReversal(*member, id, reversal);
+    const QPointer<LedgerStore> self = this;
+    auto running =
+        mutate({.method = "POST", .path = "v1/transactions/" + id + "/reverse", .body = Json::encode(reversal)});
+    auto reversed = co_await running;
+    if (self)
+        m_kept.settleReversal(*member, id, failureIn(reversed));
+    co_return reversed;
+}

@@ -1,0 +1,217 @@
+#include <utility>
+
+#include <QPointer>
+
+#include "LedgerCore/Client/Http/APIClient.h"
+#include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Client/Store/StoreOperation.h"
+#include "LedgerCore/Domain/Records/OK.h"
+
+namespace {
+
+QCoro::Task<Result<void>> failing(Failure failure)
+{
+    co_return std::unexpected(std::move(failure));
+}
+
+/// Asks a service that can tell what is new not to send the whole with every command.
+constexpr auto minimalReply = "return=minimal";
+
+}
+
+std::optional<Failure> LedgerStore::begin(Publishing publishing)
+{
+    requireMainThread();
+    if (m_isBusy) {
+        const Failure busy = clientError(ClientCode::busy);
+        if (publishing == Publishing::on)
+            publish(busy);
+        return busy;
+    }
+    m_quietRun = 0;
+    if (m_cachedClient)
+        m_cachedClient->abort(Errand::background);
+    assign(m_isBusy, true, &LedgerStore::isBusyChanged);
+    assign(m_errorMessage, {}, &LedgerStore::errorMessageChanged);
+    return std::nullopt;
+}
+
+QCoro::Task<void> LedgerStore::finish(Publishing publishing, std::optional<Failure> failure)
+{
+    const QPointer<LedgerStore> self = this;
+    const bool isExpired = failure && m_token && endsSession(*failure);
+    if (isExpired) {
+        auto clearing = clearExpiredSession(*failure);
+        co_await clearing;
+    }
+    if (!self)
+        co_return;
+    assign(m_isBusy, false, &LedgerStore::isBusyChanged);
+    // Whoever is signed out is told why, also where a screen that is now gone wanted to tell.
+    if (failure && (publishing == Publishing::on || isExpired))
+        publish(*failure);
+}
+
+QCoro::Task<Result<void>> LedgerStore::operation(Publishing publishing, std::function<QCoro::Task<Result<void>>()> work)
+{
+    return operation<void>(publishing, std::move(work));
+}
+
+QCoro::Task<void> LedgerStore::perform(std::function<QCoro::Task<Result<void>>()> work)
+{
+    const QPointer<LedgerStore> self = this;
+    auto running = work();
+    const auto outcome = co_await running;
+    if (self && !outcome)
+        publish(outcome.error());
+}
+
+std::expected<APIClient, Failure> LedgerStore::client()
+{
+    auto address = APIClient::validatedURL(m_endpoint);
+    if (!address)
+        return std::unexpected(address.error());
+    if (!m_cachedClient || m_cachedClient->baseURL() != *address)
+        m_cachedClient =
+            std::make_unique<APIClient>(std::move(*address), std::make_shared<HttpSession>(m_environment.limits));
+    return *m_cachedClient;
+}
+
+std::expected<APIRequest, Failure> LedgerStore::authorized(APIRequest request) const
+{
+    if (!m_token)
+        return std::unexpected(clientError(ClientCode::noSession));
+    request.token = m_token;
+    return request;
+}
+
+QCoro::Task<Result<HttpReply>> LedgerStore::exchange(APIRequest request)
+{
+    const auto client = this->client();
+    if (!client)
+        co_return std::unexpected(client.error());
+    const QPointer<LedgerStore> self = this;
+    auto sent = client->send(std::move(request));
+    auto reply = co_await sent;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    co_return reply;
+}
+
+QCoro::Task<Result<void>> LedgerStore::change(APIRequest request, Publishing publishing)
+{
+    return operation(publishing, [this, request = std::move(request)] { return mutate(request); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::submit(APIRequest request, Publishing publishing)
+{
+    return operation(publishing, [this, request = std::move(request)] { return sendCommand(request); });
+}
+
+QCoro::Task<Result<std::string>> LedgerStore::create(APIRequest request, Publishing publishing)
+{
+    return operation<std::string>(publishing, [this, request = std::move(request)] { return sendCreation(request); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::askAndRead(APIRequest request, Publishing publishing, Reader read)
+{
+    return operation(publishing, [this, request = std::move(request), read = std::move(read)] {
+        auto prepared = authorized(request);
+        return prepared ? fetchRecord(std::move(*prepared), read) : failing(prepared.error());
+    });
+}
+
+QCoro::Task<Result<void>> LedgerStore::fetchRecord(APIRequest request, Reader read)
+{
+    auto sent = exchange(std::move(request));
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    const auto isRead = std::make_shared<bool>(false);
+    const auto size = reply->body.size();
+    auto reading = runForSize(size, [isRead, read = std::move(read), text = std::move(reply->body)] { //
+        *isRead = read(text);
+    });
+    co_await reading;
+    co_return *isRead ? Result<void>{} : std::unexpected(invalidResponse());
+}
+
+QCoro::Task<Result<void>> LedgerStore::sendCommand(APIRequest request)
+{
+    auto prepared = authorized(std::move(request));
+    if (!prepared)
+        co_return std::unexpected(prepared.error());
+    auto sent = exchange(std::move(*prepared));
+    const auto accepted = co_await sent;
+    if (!accepted)
+        co_return std::unexpected(accepted.error());
+    auto reloading = reload();
+    co_return co_await reloading;
+}
+
+QCoro::Task<Result<std::string>> LedgerStore::sendCreation(APIRequest request)
+{
+    auto prepared = authorized(std::move(request));
+    if (!prepared)
+        co_return std::unexpected(prepared.error());
+    auto sent = exchange(std::move(*prepared));
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    const auto read = std::make_shared<std::optional<CategoryCreationResponse>>();
+    const auto size = reply->body.size();
+    const QPointer<LedgerStore> self = this;
+    auto reading = runForSize(size, [read, text = std::move(reply->body)] {
+        if (auto decoded = Json::decode<CategoryCreationResponse>(text))
+            *read = std::move(*decoded);
+    });
+    co_await reading;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    if (!*read)
+        co_return std::unexpected(invalidResponse());
+    auto& created = **read;
+    replaceSnapshot({.fresh = releasedByWorker<LedgerSnapshot>(std::move(created.snapshot)), .held = {}});
+    co_return std::move(created.createdCategoryID);
+}
+
+QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)
+{
+    auto prepared = authorized(std::move(request));
+    if (!prepared)
+        co_return std::unexpected(prepared.error());
+    if (!m_snapshotTag.empty())
+        prepared->headers.push_back({"Prefer", minimalReply});
+    auto sent = exchange(std::move(*prepared));
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    if (reply->header("preference-applied") == minimalReply) {
+        if (!Json::decode<OK>(reply->body).value_or(OK{}).ok)
+            co_return std::unexpected(invalidResponse());
+        auto reloading = reload();
+        co_return co_await reloading;
+    }
+    auto reading = readSnapshot(std::move(*reply));
+    auto loaded = co_await reading;
+    if (!loaded)
+        co_return std::unexpected(loaded.error());
+    replaceSnapshot(std::move(*loaded));
+    co_return Result<void>{};
+}
+
+QCoro::Task<Result<void>> LedgerStore::reload()
+{
+    // The command is carried out, whatever becomes of the reload: nobody may be invited to send it again.
+    const QPointer<LedgerStore> self = this;
+    auto loading = load();
+    const auto loaded = co_await loading;
+    if (loaded || !self)
+        co_return Result<void>{};
+    auto clearing = clearExpiredSession(loaded.error());
+    co_await clearing;
+    if (self)
+        publish(loaded.error());
+    co_return Result<void>{};
+}
