@@ -11,31 +11,29 @@ namespace LedgerService {
 namespace {
 
 struct Answer {
-    int status = 400;
     std::string_view code;
     std::string_view words;
 };
 
 constexpr std::string_view invalid = ServiceCode::validationError;
 
-constexpr Answer inactive{403, ServiceCode::inactiveMember, "The member is deactivated."};
-constexpr Answer unknown{404, ServiceCode::notFound,
+constexpr Answer inactive{ServiceCode::inactiveMember, "The member is deactivated."};
+constexpr Answer unknown{ServiceCode::notFound,
                          "The command names a record that does not exist or that the member does not see."};
-constexpr Answer archived{409, ServiceCode::accountArchived, "An archived account takes no new entries."};
-constexpr Answer noDay{400, invalid, "The date is no calendar day."};
-constexpr Answer future{400, invalid, "The day lies in the future."};
-constexpr Answer beforeTheBooks{409, ServiceCode::financialBeforeStartDate,
+constexpr Answer archived{ServiceCode::accountArchived, "An archived account takes no new entries."};
+constexpr Answer noDay{invalid, "The date is no calendar day."};
+constexpr Answer future{invalid, "The day lies in the future."};
+constexpr Answer beforeTheBooks{ServiceCode::financialBeforeStartDate,
                                 "The day lies before the bookkeeping start date."};
-constexpr Answer noKey{400, invalid, "The idempotency key is empty or too long."};
-constexpr Answer foreign{400, invalid, "The fields given are not those of the kind."};
-constexpr Answer currencies{400, invalid, "An entry has a currency, an exchange two different ones."};
-constexpr Answer amounts{400, invalid, "An amount is above zero and within the supported range."};
-constexpr Answer receipts{400, invalid, "An entry carries at most ten different receipts."};
-constexpr Answer opened{409, ServiceCode::financialOpeningExists,
-                        "The account already has an opening in this currency."};
-constexpr Answer drawn{409, ServiceCode::insufficientFunds, "The employee fund holds less than that in this currency."};
-constexpr Answer beyondLimit{409, ServiceCode::balanceLimit, "The balance would leave the supported range."};
-constexpr Answer notCorrected{403, ServiceCode::forbidden, "The member may not correct the entry."};
+constexpr Answer noKey{invalid, "The idempotency key is empty or too long."};
+constexpr Answer foreign{invalid, "The fields given are not those of the kind."};
+constexpr Answer currencies{invalid, "An entry has a currency, an exchange two different ones."};
+constexpr Answer amounts{invalid, "An amount is above zero and within the supported range."};
+constexpr Answer receipts{invalid, "An entry carries at most ten different receipts."};
+constexpr Answer opened{ServiceCode::financialOpeningExists, "The account already has an opening in this currency."};
+constexpr Answer drawn{ServiceCode::insufficientFunds, "The employee fund holds less than that in this currency."};
+constexpr Answer beyondLimit{ServiceCode::balanceLimit, "The balance would leave the supported range."};
+constexpr Answer notCorrected{ServiceCode::forbidden, "The member may not correct the entry."};
 
 template <class Reason>
 struct Row {
@@ -47,45 +45,44 @@ constexpr auto postings = [] {
     using enum PostingReason;
     return std::to_array<Row<PostingReason>>({
         {inactiveMember, inactive},
-        {unknownKind, {400, invalid, "No entry of this kind can be recorded."}},
+        {unknownKind, {invalid, "No entry of this kind can be recorded."}},
         {foreignField, foreign},
         {missing, foreign},
         {currencyMissing, currencies},
         {invalidDay, noDay},
         {invalidKey, noKey},
-        {textTooLong, {400, invalid, "A text is too long."}},
-        {textUnsound, {400, invalid, "A text is not well-formed."}},
+        {textTooLong, {invalid, "A text is too long."}},
+        {textUnsound, {invalid, "A text is not well-formed."}},
         {notPositive, amounts},
         {tooLarge, amounts},
         {sameCurrency, currencies},
-        {sameAccount, {400, invalid, "A transfer joins two different accounts."}},
+        {sameAccount, {invalid, "A transfer joins two different accounts."}},
         {tooManyReceipts, receipts},
         {sameReceipt, receipts},
         {originalRequired,
-         {400, ServiceCode::refundReferenceRequired, "A refund needs an original income or an external reference."}},
+         {ServiceCode::refundReferenceRequired, "A refund needs an original income or an external reference."}},
         {notFound, unknown},
         {accountArchived, archived},
-        {notGranted, {403, ServiceCode::forbidden, "The member may not record this kind of entry on the account."}},
-        {notResponsible, {403, ServiceCode::exclusiveOperator, "Only the responsible member uses this account."}},
-        {kindRefused, {403, ServiceCode::forbidden, "The account does not take this kind of entry."}},
+        {notGranted, {ServiceCode::forbidden, "The member may not record this kind of entry on the account."}},
+        {notResponsible, {ServiceCode::exclusiveOperator, "Only the responsible member uses this account."}},
+        {kindRefused, {ServiceCode::forbidden, "The account does not take this kind of entry."}},
         {restrictedToRestricted,
-         {403, ServiceCode::forbidden, "Money of a float or refund account goes back to a company account."}},
-        {wrongPurpose, {400, invalid, "The transfer's purpose is not the one of its accounts."}},
-        {currencyNotHeld, {400, invalid, "The account does not hold the currency."}},
-        {wrongCategoryKind, {400, invalid, "The category is of another kind."}},
-        {categoryArchived, {409, ServiceCode::categoryArchived, "An archived category takes no new entries."}},
-        {receiptLinked, {409, ServiceCode::attachmentLinked, "A receipt is already linked to an entry."}},
+         {ServiceCode::forbidden, "Money of a float or refund account goes back to a company account."}},
+        {wrongPurpose, {invalid, "The transfer's purpose is not the one of its accounts."}},
+        {currencyNotHeld, {invalid, "The account does not hold the currency."}},
+        {wrongCategoryKind, {invalid, "The category is of another kind."}},
+        {categoryArchived, {ServiceCode::categoryArchived, "An archived category takes no new entries."}},
+        {receiptLinked, {ServiceCode::attachmentLinked, "A receipt is already linked to an entry."}},
         {inFuture, future},
         {beforeStart, beforeTheBooks},
         {startUnreadable, noDay},
-        {openingDay,
-         {409, ServiceCode::financialOpeningDateMismatch, "Openings are booked on the bookkeeping start date."}},
-        {beforeOriginal, {400, invalid, "The day lies before the income that is refunded."}},
-        {notRefundable, {400, ServiceCode::invalidRefundOriginal, "A refund names an income in its own currency."}},
+        {openingDay, {ServiceCode::financialOpeningDateMismatch, "Openings are booked on the bookkeeping start date."}},
+        {beforeOriginal, {invalid, "The day lies before the income that is refunded."}},
+        {notRefundable, {ServiceCode::invalidRefundOriginal, "A refund names an income in its own currency."}},
         {originalUnavailable,
-         {409, ServiceCode::refundOriginalUnavailable, "The original is reversed, or the member may not refund it."}},
-        {duplicateReference, {409, ServiceCode::duplicateRefund, "A refund with this reference is already recorded."}},
-        {refundLimit, {409, ServiceCode::refundLimit, "The refunds would exceed the original income."}},
+         {ServiceCode::refundOriginalUnavailable, "The original is reversed, or the member may not refund it."}},
+        {duplicateReference, {ServiceCode::duplicateRefund, "A refund with this reference is already recorded."}},
+        {refundLimit, {ServiceCode::refundLimit, "The refunds would exceed the original income."}},
         {openingExists, opened},
         {historyIncomplete, opened},
         {insufficientFunds, drawn},
@@ -100,22 +97,22 @@ constexpr auto reversals = [] {
         {inactiveMember, inactive},
         {invalidDay, noDay},
         {invalidKey, noKey},
-        {reasonTooLong, {400, invalid, "The reason is too long."}},
-        {reasonUnsound, {400, invalid, "The reason is not well-formed."}},
+        {reasonTooLong, {invalid, "The reason is too long."}},
+        {reasonUnsound, {invalid, "The reason is not well-formed."}},
         {notFound, unknown},
-        {isReversal, {400, invalid, "A reversal is not reversed; record the entry again."}},
-        {alreadyReversed, {409, ServiceCode::alreadyReversed, "The entry is already reversed."}},
+        {isReversal, {invalid, "A reversal is not reversed; record the entry again."}},
+        {alreadyReversed, {ServiceCode::alreadyReversed, "The entry is already reversed."}},
         {capitalCorrection,
-         {409, ServiceCode::capitalCorrectionRequired, "A contribution is corrected among the capital records."}},
+         {ServiceCode::capitalCorrectionRequired, "A contribution is corrected among the capital records."}},
         {dividendCorrection,
-         {409, ServiceCode::dividendCorrectionRequired, "A dividend is corrected among the dividend records."}},
+         {ServiceCode::dividendCorrectionRequired, "A dividend is corrected among the dividend records."}},
         {noLegs, notCorrected},
         {notPermitted, notCorrected},
-        {refundsExist, {409, ServiceCode::refundsExist, "Refunds of this income must be reversed first."}},
+        {refundsExist, {ServiceCode::refundsExist, "Refunds of this income must be reversed first."}},
         {accountArchived, archived},
         {inFuture, future},
         {beforeStart, beforeTheBooks},
-        {beforeOriginal, {400, invalid, "The day lies before the entry that is reversed."}},
+        {beforeOriginal, {invalid, "The day lies before the entry that is reversed."}},
         {insufficientFunds, drawn},
         {balanceLimit, beyondLimit},
     });
@@ -136,7 +133,7 @@ static_assert(areWhole(reversals, static_cast<std::size_t>(ReversalRules::Refusa
 
 Refusal refusalOf(const Answer& answer)
 {
-    return {answer.status, answer.code, std::string{answer.words}};
+    return Refusal::of(answer.code, std::string{answer.words});
 }
 
 }

@@ -39,16 +39,16 @@ const auto noMemory = boost::system::errc::make_error_code(boost::system::errc::
 std::optional<Refusal> refusalOf(beast::error_code failure, bool headerRead)
 {
     if (failure == http::error::body_limit)
-        return Refusal{413, ServiceCode::payloadTooLarge, "The body is larger than this path takes."};
+        return Refusal::of(ServiceCode::payloadTooLarge, "The body is larger than this path takes.");
     if (failure == noMemory)
-        return Refusal{503, ServiceCode::serviceUnavailable, "Too many bodies are under way; try again.",
-                       std::chrono::seconds{1}};
+        return Refusal::of(ServiceCode::serviceUnavailable, "Too many bodies are under way; try again.",
+                           std::chrono::seconds{1});
     if (!headerRead && (failure == http::error::header_limit || failure == http::error::buffer_overflow))
-        return Refusal{431, ServiceCode::validationError, "The header is too large."};
+        return Refusal::of(ServiceCode::headerTooLarge, "The header is too large.");
     if (failure == http::error::end_of_stream || failure == http::error::partial_message ||
         failure.category() != http::make_error_code(http::error::bad_method).category())
         return std::nullopt; // the client has left or was cut off for being slow: nobody reads an answer
-    return Refusal{400, ServiceCode::validationError, "This is not an HTTP request."};
+    return Refusal::of(ServiceCode::validationError, "This is not an HTTP request.");
 }
 
 std::string_view patternOf(const RouteMatch& match)
@@ -66,8 +66,8 @@ std::optional<Reply> take(const Step& step, const RouteMatch& match, const Reque
     try {
         const auto started = Steady::now();
         const bool late = started - request.arrived > queue;
-        auto reply = late ? replyOf({503, ServiceCode::serviceUnavailable, "Too much is waiting; try again.",
-                                     std::chrono::seconds{1}})
+        auto reply = late ? replyOf(Refusal::of(ServiceCode::serviceUnavailable, "Too much is waiting; try again.",
+                                                std::chrono::seconds{1}))
                           : step();
         if (reply)
             Log::request(request.method, patternOf(match), reply->status,
@@ -281,8 +281,8 @@ asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request reques
         co_return take(whole, match, request, queue).value_or(Reply{});
     if (lane->waiting >= lane->mostWaiting) {
         Log::request(request.method, patternOf(match), 429, {});
-        co_return replyOf(
-            {429, ServiceCode::rateLimited, "Too many sign in at this moment; try again.", std::chrono::seconds{2}});
+        co_return replyOf(Refusal::of(ServiceCode::rateLimited, "Too many sign in at this moment; try again.",
+                                      std::chrono::seconds{2}));
     }
     ++lane->waiting;
     std::optional<Reply> reply;

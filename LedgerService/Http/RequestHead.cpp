@@ -59,14 +59,14 @@ std::optional<Refusal> whyNotServed(const RequestHead::Header& header)
 {
     const auto encodings = header.count(http::field::transfer_encoding);
     if (encodings > 1 || (encodings == 1 && !beast::iequals(header[http::field::transfer_encoding], "chunked")))
-        return Refusal{501, ServiceCode::validationError, "The service does not know this transfer coding."};
+        return Refusal::of(ServiceCode::notImplemented, "The service does not know this transfer coding.");
     if (encodings == 1 && header.version() < version11)
-        return Refusal{400, ServiceCode::validationError, "HTTP/1.0 has no transfer codings."};
+        return Refusal::of(ServiceCode::validationError, "HTTP/1.0 has no transfer codings.");
     const auto hosts = header.count(http::field::host);
     if (hosts > 1 || (hosts == 0 && header.version() >= version11))
-        return Refusal{400, ServiceCode::validationError, "The request names no host, or several."};
+        return Refusal::of(ServiceCode::validationError, "The request names no host, or several.");
     if (header.count(http::field::authorization) > 1)
-        return Refusal{400, ServiceCode::validationError, "The request carries several tokens."};
+        return Refusal::of(ServiceCode::validationError, "The request carries several tokens.");
     return std::nullopt;
 }
 

@@ -28,8 +28,8 @@ std::optional<Refusal> whyUsedUp(Connection& connection, std::span<const Scope> 
     for (const auto& scope : scopes) {
         const auto tried = AttemptRepository::current(connection, scope.name, now);
         if (tried.count >= scope.limit)
-            return Refusal{429, ServiceCode::rateLimited, "Too many attempts; try again later.",
-                           restOf(tried.windowEndsAt, instant)};
+            return Refusal::of(ServiceCode::rateLimited, "Too many attempts; try again later.",
+                               restOf(tried.windowEndsAt, instant));
     }
     return std::nullopt;
 }

@@ -21,7 +21,7 @@ std::expected<SignedInMember, Refusal> Authentication::signedInMember(Connection
     if (!member || !company || (company->demo && !policy.demonstration))
         return std::unexpected(unauthorized());
     if (!member->active)
-        return std::unexpected(Refusal{403, ServiceCode::inactiveMember, "The member is deactivated."});
+        return std::unexpected(Refusal::of(ServiceCode::inactiveMember, "The member is deactivated."));
     if (auto refusal = whyNotOpen(company->approvalStatus))
         return std::unexpected(*std::move(refusal));
     return SignedInMember{owner->companyID, *std::move(member)};
@@ -43,13 +43,13 @@ std::optional<Refusal> Authentication::whyNotOpen(const std::optional<std::strin
     if (!approvalStatus || *approvalStatus == ApprovalStatus::approved)
         return std::nullopt;
     if (*approvalStatus == ApprovalStatus::rejected)
-        return Refusal{403, ServiceCode::companyRejected, "The company was not approved."};
-    return Refusal{403, ServiceCode::companyPending, "The company awaits approval."};
+        return Refusal::of(ServiceCode::companyRejected, "The company was not approved.");
+    return Refusal::of(ServiceCode::companyPending, "The company awaits approval.");
 }
 
 Refusal Authentication::unauthorized()
 {
-    return {401, ServiceCode::unauthorized, "The token or the sign-in details are not valid."};
+    return Refusal::of(ServiceCode::unauthorized, "The token or the sign-in details are not valid.");
 }
 
 }

@@ -18,9 +18,9 @@ namespace {
 std::optional<Refusal> whyNotEnter(const Service& service, std::string_view profile, std::string_view remote)
 {
     if (!service.policy.demonstration)
-        return Refusal{403, ServiceCode::forbidden, "This service offers no demonstration."};
+        return Refusal::of(ServiceCode::forbidden, "This service offers no demonstration.");
     if (!DemoIdentity::isProfile(profile))
-        return Refusal{400, ServiceCode::validationError, "There is no such profile."};
+        return Refusal::of(ServiceCode::validationError, "There is no such profile.");
     return AttemptLimit::whyNotNow(service,
                                    std::array{AttemptLimit::Scope{"demonstration:" + std::string{remote},
                                                                   service.policy.limits.demonstrationsPerAddress}});
@@ -39,9 +39,9 @@ std::expected<IssuedSession, Refusal> DemoSignIn::as(const Service& service, std
     Transaction transaction{*loan, Transaction::Mode::writing};
     const auto memberID = MemberRepository::demoMemberID(*loan, companyID, profile);
     if (!memberID)
-        return std::unexpected(Refusal{404, ServiceCode::notFound, "Nobody plays this profile."});
+        return std::unexpected(Refusal::of(ServiceCode::notFound, "Nobody plays this profile."));
     if (const auto member = MemberRepository::find(*loan, companyID, *memberID); !member || !member->active)
-        return std::unexpected(Refusal{403, ServiceCode::inactiveMember, "The member is deactivated."});
+        return std::unexpected(Refusal::of(ServiceCode::inactiveMember, "The member is deactivated."));
     auto session = Authentication::issue(*loan, {companyID, *memberID}, service);
     transaction.commit();
     return session;

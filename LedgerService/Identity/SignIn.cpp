@@ -69,7 +69,7 @@ std::expected<SessionOwner, Refusal> choose(const std::vector<Membership>& membe
         !policy.demonstration && !memberships.empty() && std::ranges::all_of(memberships, &Membership::demonstration);
     if (hidden)
         return std::unexpected(Authentication::unauthorized());
-    return std::unexpected(Refusal{403, ServiceCode::inactiveMember, "The member is deactivated."});
+    return std::unexpected(Refusal::of(ServiceCode::inactiveMember, "The member is deactivated."));
 }
 
 }

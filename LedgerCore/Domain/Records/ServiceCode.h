@@ -13,9 +13,12 @@ inline constexpr std::string_view forbidden = "forbidden";
 inline constexpr std::string_view notFound = "not_found";
 inline constexpr std::string_view methodNotAllowed = "method_not_allowed";
 inline constexpr std::string_view idempotencyConflict = "idempotency_conflict"; // the key belongs to another command
+inline constexpr std::string_view conflict = "conflict"; // the record's state is no longer the one that was expected
 inline constexpr std::string_view payloadTooLarge = "payload_too_large";
+inline constexpr std::string_view headerTooLarge = "header_too_large";
 inline constexpr std::string_view rateLimited = "rate_limited";
 inline constexpr std::string_view internalError = "internal_error";
+inline constexpr std::string_view notImplemented = "not_implemented"; // a transfer coding that nobody here reads
 inline constexpr std::string_view serviceUnavailable = "service_unavailable";
 
 // People and companies.
@@ -25,6 +28,8 @@ inline constexpr std::string_view inactiveMember = "inactive_member";
 inline constexpr std::string_view invitationUsed = "invitation_used";
 inline constexpr std::string_view invalidInvitation = "invalid_invitation";
 inline constexpr std::string_view emailExists = "email_exists";
+inline constexpr std::string_view invalidVerification = "invalid_verification"; // the mailed code or its ticket
+inline constexpr std::string_view mailUnavailable = "mail_unavailable";
 
 // Accounts and entries.
 inline constexpr std::string_view accountArchived = "account_archived";
