@@ -12,6 +12,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
+#include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Commands/CompanyFounding.h"
 #include "LedgerService/Identity/Password.h"
@@ -24,9 +25,6 @@ namespace LedgerService {
 
 namespace {
 
-constexpr std::size_t maximumNameLength = 120; // code points
-
-/// All company-wide rights; those on accounts come with each account.
 /// Keeps what is typed off the screen while it lives.
 class HiddenTyping {
 public:
@@ -57,30 +55,6 @@ std::string ask(std::string_view question)
     std::getline(std::cin, line);
     fmt::print(stderr, "\n");
     return line;
-}
-
-bool isControl(char byte)
-{
-    return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
-}
-
-bool isName(std::string_view text)
-{
-    const auto trimmed = TextFold::trimmed(text);
-    return !trimmed.empty() && TextFold::isValidUtf8(text) && std::ranges::none_of(trimmed, isControl) &&
-           TextFold::length(trimmed) <= maximumNameLength;
-}
-
-bool isCountry(std::string_view code)
-{
-    return code.size() == 2 && std::ranges::all_of(code, [](char each) { return each >= 'A' && each <= 'Z'; });
-}
-
-bool isEmail(std::string_view text)
-{
-    const auto at = text.find('@');
-    return at != std::string_view::npos && at > 0 && at + 1 < text.size() && text.find(' ') == std::string_view::npos &&
-           std::ranges::none_of(text, isControl) && TextFold::isValidUtf8(text);
 }
 
 CompanyFounding foundingOf(const CreateCompany::Order& order)
@@ -114,11 +88,11 @@ CompanyFounding foundingOf(const CreateCompany::Order& order)
 
 std::expected<std::string, std::string> CreateCompany::carryOut(Connection& connection, const Order& order)
 {
-    if (!isName(order.companyName) || !isName(order.ownerName))
-        return std::unexpected(fmt::format("names have 1 to {} characters on one line", maximumNameLength));
-    if (!isEmail(UserRepository::normalized(order.ownerEmail)))
+    if (!Naming::isName(order.companyName) || !Naming::isName(order.ownerName))
+        return std::unexpected(fmt::format("names have 1 to {} characters on one line", Naming::maximumName));
+    if (!Naming::isEmail(UserRepository::normalized(order.ownerEmail)))
         return std::unexpected("the e-mail address is not one");
-    if (!std::ranges::all_of(order.countries, isCountry))
+    if (!std::ranges::all_of(order.countries, Naming::isCountry))
         return std::unexpected("countries are codes of two capital letters, such as ID or VN");
     if (order.timeZone && !TimeZone::isKnown(*order.timeZone))
         return std::unexpected("the time zone is not known; zones have names such as Asia/Jakarta");

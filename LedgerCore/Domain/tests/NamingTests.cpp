@@ -1,0 +1,33 @@
+#include "LedgerCore/Domain/Text/Naming.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+TEST(Naming, TakesOneLineThatSaysSomething)
+{
+    EXPECT_TRUE(Naming::isName("  Nguyễn Thị Hương "));
+    EXPECT_TRUE(Naming::isName(std::string(119, 'a') + "林")) << "code points count, not bytes";
+    for (const std::string& each : {std::string{}, std::string{" \t"}, std::string{"two\nlines"}, std::string{"bell\a"},
+                                    std::string{"nul\0", 4}, std::string{"\xC3("}, std::string(121, 'a')})
+        EXPECT_FALSE(Naming::isName(each)) << each;
+}
+
+TEST(Naming, KnowsCountriesByTheirCodes)
+{
+    EXPECT_TRUE(Naming::isCountry("ID"));
+    for (const auto* each : {"", "I", "id", "IDN", "I1", "ÀB"})
+        EXPECT_FALSE(Naming::isCountry(each)) << each;
+}
+
+TEST(Naming, TakesAddressesThatMailCanBeSentTo)
+{
+    for (const auto* each : {"dewi@example.com", "a+b.c@x", "hương@ví-dụ.vn"})
+        EXPECT_TRUE(Naming::isEmail(each)) << each;
+    const auto tooLong = std::string(250, 'a') + "@x.id";
+    for (const std::string& each :
+         {std::string{}, std::string{"dewi"}, std::string{"@example.com"}, std::string{"dewi@"}, std::string{"a@b@c"},
+          std::string{"a b@c.id"}, std::string{"a@c.id\r\nBcc: d@e.id"}, std::string{"Dewi <dewi@example.com>"},
+          std::string{"a@c.id,b@c.id"}, std::string{"a@.id"}, std::string{"a@c."}, tooLong})
+        EXPECT_FALSE(Naming::isEmail(each)) << each;
+}
