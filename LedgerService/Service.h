@@ -16,6 +16,9 @@ struct AttemptLimits {
     int signInsPerPerson = 10; // from one address
     int signInsPerAddress = 100;
     int demonstrationsPerAddress = 300;
+    // For one person from all places together at which that person has not signed in before.
+    std::chrono::seconds strangersWindow{24 * 60 * 60};
+    int strangersPerPerson = 100;
 };
 
 /// What an operator decides about a running service.

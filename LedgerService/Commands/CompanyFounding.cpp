@@ -14,20 +14,30 @@ namespace LedgerService {
 
 namespace {
 
+void writePerson(Connection& connection, const CompanyFounding& founding, const Member& member)
+{
+    if (UserRepository::find(connection, member.userID))
+        return;
+    const auto& createdAt = founding.company.createdAt;
+    UserRepository::insert(connection, {.id = member.userID,
+                                        .email = member.email,
+                                        .name = member.name,
+                                        .locale = member.locale,
+                                        .passwordHash = founding.passwordHash,
+                                        .createdAt = createdAt,
+                                        .activatedAt = createdAt,
+                                        .deactivatedAt = std::nullopt,
+                                        .currentCompanyID = std::nullopt});
+}
+
 void writeMembers(Connection& connection, const CompanyFounding& founding)
 {
     for (const auto& member : founding.books.members) {
-        const auto& createdAt = founding.company.createdAt;
-        UserRepository::insert(connection,
-                               {.id = member.userID,
-                                .email = member.email,
-                                .passwordHash = founding.passwordHash,
-                                .currentCompanyID = std::nullopt},
-                               createdAt);
+        writePerson(connection, founding, member);
         const auto profile = founding.demoProfileByMember.find(member.id);
         const bool plays = profile != founding.demoProfileByMember.end();
         MemberRepository::insert(connection, founding.company.id, member,
-                                 plays ? std::optional{profile->second} : std::nullopt, createdAt);
+                                 plays ? std::optional{profile->second} : std::nullopt, founding.company.createdAt);
     }
 }
 

@@ -11,12 +11,12 @@ namespace LedgerService {
 
 class Connection;
 
-/// A new company with all that it starts with. Its members are people new to the service.
+/// A new company with all that it starts with. Members whose person the service does not know are new to it.
 struct CompanyFounding {
     Company company;
     Books books;                                            // receipts that no entry names are left out
     std::optional<std::string> timeZone;                    // by its IANA name; nothing: that of the machine
-    std::string passwordHash;                               // of every member
+    std::string passwordHash;                               // of people who are new
     std::map<std::string, std::string> demoProfileByMember; // in demonstration companies only
 
     /// Writes it all; expects a writing transaction. Throws when an address or id is taken.

@@ -49,7 +49,7 @@ std::optional<Refusal> AttemptLimit::whyNotNow(const Service& service, std::span
     const auto now = LedgerDay::stamp(instant);
     AttemptRepository::removeSomeEnded(*loan, now);
     for (const auto& scope : scopes)
-        AttemptRepository::count(*loan, scope.name, now, LedgerDay::stamp(instant + service.policy.limits.window));
+        AttemptRepository::count(*loan, scope.name, now, LedgerDay::stamp(instant + scope.window));
     transaction.commit();
     return std::nullopt;
 }

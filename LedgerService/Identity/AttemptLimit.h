@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <span>
 #include <string>
@@ -16,6 +17,7 @@ namespace AttemptLimit {
 struct Scope {
     std::string name;
     int limit = 0;
+    std::chrono::seconds window{}; // from the first attempt on
 };
 
 /// Counts an attempt towards each scope, or refuses it when one of them is used up. A refusal writes nothing and waits

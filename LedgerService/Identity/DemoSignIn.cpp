@@ -21,9 +21,10 @@ std::optional<Refusal> whyNotEnter(const Service& service, std::string_view prof
         return Refusal::of(ServiceCode::forbidden, "This service offers no demonstration.");
     if (!DemoIdentity::isProfile(profile))
         return Refusal::of(ServiceCode::validationError, "There is no such profile.");
-    return AttemptLimit::whyNotNow(service,
-                                   std::array{AttemptLimit::Scope{"demonstration:" + std::string{remote},
-                                                                  service.policy.limits.demonstrationsPerAddress}});
+    return AttemptLimit::whyNotNow(
+        service,
+        std::array{AttemptLimit::Scope{"demonstration:" + std::string{remote},
+                                       service.policy.limits.demonstrationsPerAddress, service.policy.limits.window}});
 }
 
 }

@@ -1,20 +1,15 @@
 #include "LedgerService/Identity/SignIn.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <vector>
 
-#include <fmt/core.h>
-
-#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/DemoCompanies.h"
 #include "LedgerService/Identity/Password.h"
-#include "LedgerService/Random.h"
+#include "LedgerService/Identity/PersonLimits.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/AttemptRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 #include "LedgerService/Storage/Rows/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
@@ -23,22 +18,6 @@
 namespace LedgerService {
 
 namespace {
-
-/// Guesses count by person and by where they come from, so that nobody can lock a person out from elsewhere. People
-/// are named by digest: the table of attempts names nobody.
-std::string guessScope(std::string_view email, std::string_view remote)
-{
-    return fmt::format("guess:{}:{}", remote, Random::digest(UserRepository::normalized(email)));
-}
-
-/// Counts before the password is looked at, so that guesses made at the same time count too.
-std::optional<Refusal> whyNotTry(const Service& service, std::string_view email, std::string_view remote)
-{
-    const auto& limits = service.policy.limits;
-    return AttemptLimit::whyNotNow(
-        service, std::array{AttemptLimit::Scope{guessScope(email, remote), limits.signInsPerPerson},
-                            AttemptLimit::Scope{fmt::format("address:{}", remote), limits.signInsPerAddress}});
-}
 
 std::optional<User> findUser(const Service& service, std::string_view email)
 {
@@ -77,31 +56,43 @@ std::expected<SessionOwner, Refusal> choose(const std::vector<Membership>& membe
 std::expected<IssuedSession, Refusal> SignIn::withPassword(const Service& service, std::string_view email,
                                                            std::string_view password, std::string_view remote)
 {
-    if (auto refusal = whyNotTry(service, email, remote))
+    // Counted before the password is looked at, so that guesses made at the same time count too.
+    if (auto refusal = AttemptLimit::whyNotNow(service, PersonLimits{email, remote}.ofSignIn(service)))
         return std::unexpected(*std::move(refusal));
     if (service.policy.demonstration)
         DemoCompanies::ensureForEmail(service, email);
-    const auto user = findUser(service, email);
-    if (!user) {
+    const auto person = findUser(service, email);
+    if (!person || !person->passwordHash) {
         Password::pretendToMatch(password);
         return std::unexpected(Authentication::unauthorized());
     }
-    if (!Password::matches(password, user->passwordHash))
+    if (!Password::matches(password, *person->passwordHash))
         return std::unexpected(Authentication::unauthorized());
 
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
     Transaction transaction{*loan, Transaction::Mode::writing};
-    const auto now = UserRepository::findByEmail(*loan, email);
-    if (!now || now->id != user->id || now->passwordHash != user->passwordHash)
+    const auto now = UserRepository::find(*loan, person->id);
+    if (!now || now->email != person->email || now->passwordHash != person->passwordHash)
         return std::unexpected(Authentication::unauthorized()); // changed while it was looked at
-    const auto owner = choose(MemberRepository::memberships(*loan, user->id), now->currentCompanyID, service.policy);
+    auto session = enter(*loan, service, *now, remote);
+    if (session)
+        transaction.commit();
+    return session;
+}
+
+std::expected<IssuedSession, Refusal> SignIn::enter(Connection& connection, const Service& service, const User& person,
+                                                    std::string_view remote)
+{
+    if (!person.canSignIn())
+        return std::unexpected(Refusal::of(ServiceCode::inactiveMember, "The person is deactivated."));
+    const auto owner =
+        choose(MemberRepository::memberships(connection, person.id), person.currentCompanyID, service.policy);
     if (!owner)
         return std::unexpected(owner.error());
-    auto session = Authentication::issue(*loan, *owner, service);
-    UserRepository::writeCurrentCompany(*loan, user->id, owner->companyID);
-    AttemptRepository::forget(*loan, guessScope(email, remote));
-    transaction.commit();
+    auto session = Authentication::issue(connection, *owner, service);
+    UserRepository::writeCurrentCompany(connection, person.id, owner->companyID);
+    PersonLimits{person.email, remote}.settle(connection, service, person);
     return session;
 }
 

@@ -1,7 +1,6 @@
 #include "LedgerService/Operations/CreateCompany.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <iostream>
 #include <string_view>
@@ -13,8 +12,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
-#include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerService/Commands/CompanyFounding.h"
+#include "LedgerService/Commands/NewCompany.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/UserRepository.h"
@@ -59,29 +57,16 @@ std::string ask(std::string_view question)
 
 CompanyFounding foundingOf(const CreateCompany::Order& order)
 {
-    CompanyFounding founding;
-    founding.company.id = Random::identifier();
-    founding.company.name = TextFold::trimmed(order.companyName);
-    founding.company.countries = order.countries;
-    founding.company.enabledLocales.assign(AppLanguage::supportedLocales.begin(), AppLanguage::supportedLocales.end());
-    founding.company.createdAt = LedgerDay::stamp(std::chrono::system_clock::now());
-    founding.company.approvalStatus = ApprovalStatus::approved;
-    founding.timeZone = order.timeZone;
-    founding.books.settings = FinancialSettings{};
-    founding.books.settings->featuresConfigured = false;
-    Member owner;
-    owner.id = Random::identifier();
-    owner.userID = Random::identifier();
-    owner.name = TextFold::trimmed(order.ownerName);
-    owner.email = UserRepository::normalized(order.ownerEmail);
-    owner.role = MemberRole::owner;
-    owner.locale = AppLanguage::locale(order.locale);
-    owner.active = true;
-    owner.permissions.emplace(Permission::all.begin(), Permission::all.end());
-    owner.accountGrants.emplace();
-    founding.books.members.push_back(std::move(owner));
-    founding.passwordHash = Password::hash(order.password);
-    return founding;
+    const NewCompany company{.name = order.companyName,
+                             .countries = order.countries,
+                             .timeZone = order.timeZone,
+                             .approvalStatus = ApprovalStatus::approved,
+                             .createdAt = LedgerDay::stamp(std::chrono::system_clock::now())};
+    return company.foundedBy({.userID = Random::identifier(),
+                              .name = order.ownerName,
+                              .email = order.ownerEmail,
+                              .locale = std::string{AppLanguage::locale(order.locale)},
+                              .passwordHash = Password::hash(order.password)});
 }
 
 }

@@ -158,6 +158,49 @@ TEST(SignIn, ForgetsFailedGuessesOnceThePasswordIsRight)
     }
 }
 
+TEST(SignIn, LetsStrangersGuessTogetherOnlySoOftenAndLocksNobodyOutOfWhereTheyAre)
+{
+    TestService service{[](ServerOptions& options) { options.policy.limits.strangersPerPerson = 3; }};
+    const auto mira = [&](const std::string& password, const std::string& from) {
+        return login(service, "mira@sample.example", password, from).status;
+    };
+    EXPECT_EQ(mira(TestService::password, "127.0.0.9"), 200) << "known from now on";
+    for (const std::string from : {"127.0.0.2", "127.0.0.3", "127.0.0.4"})
+        EXPECT_EQ(mira("wrong", from), 401) << from;
+    EXPECT_EQ(mira(TestService::password, "127.0.0.5"), 429) << "a stranger as long as nothing else is known";
+    EXPECT_EQ(mira("wrong", "127.0.0.9"), 401);
+    EXPECT_EQ(mira(TestService::password, "127.0.0.9"), 200);
+    EXPECT_EQ(login(service, "rudi@sample.example", TestService::password, "127.0.0.5").status, 200);
+    for (const std::string from : {"127.0.0.2", "127.0.0.3", "127.0.0.4"})
+        EXPECT_EQ(login(service, "nobody@sample.example", "wrong", from).status, 401);
+    EXPECT_EQ(login(service, "nobody@sample.example", "wrong", "127.0.0.5").status, 429) << "nobody is no exception";
+
+    service.moveClock(std::chrono::hours{24});
+    EXPECT_EQ(mira(TestService::password, "127.0.0.5"), 200);
+}
+
+TEST(SignIn, DoesNotCountSignInsFromNewPlacesAsGuesses)
+{
+    TestService service{[](ServerOptions& options) { options.policy.limits.strangersPerPerson = 2; }};
+    for (int place = 2; place < 22; ++place)
+        EXPECT_EQ(login(service, "mira@sample.example", TestService::password, fmt::format("127.0.0.{}", place)).status,
+                  200);
+    std::int64_t kept = 0;
+    service.write(
+        [&](Connection& connection) { Query{connection, "SELECT COUNT(*) FROM known_places"}.into(kept).next(); });
+    EXPECT_EQ(kept, 16) << "the latest";
+}
+
+TEST(SignIn, KeepsOutWhomTheOperatorDeactivatedAndWhoHasNoPassword)
+{
+    TestService service;
+    change(service, "UPDATE users SET deactivated_at = '2026-03-01T00:00:00.000Z' WHERE id = 'mira-of-sample'");
+    change(service, "UPDATE users SET password_hash = NULL WHERE id = 'rudi-of-sample'");
+    EXPECT_EQ(login(service, "mira@sample.example", TestService::password).code(), "inactive_member");
+    EXPECT_EQ(login(service, "mira@sample.example", "wrong").code(), "unauthorized");
+    EXPECT_EQ(login(service, "rudi@sample.example", "").code(), "unauthorized");
+}
+
 TEST(SignIn, IssuesNoTokenForAPasswordThatIsChangedWhileItIsLookedAt)
 {
     TestService service;

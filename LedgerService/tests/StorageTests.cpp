@@ -9,6 +9,7 @@
 #include "LedgerService/Operations/Verify.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
 #include "LedgerService/Storage/Schema/MigrationSteps.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/Connection.h"
@@ -201,17 +202,45 @@ TEST(Storage, SaysWhatFailedWithoutWhatWasWritten)
     EXPECT_EQ(service.as("mira", "GET", "/v1/snapshot").status, 200);
 }
 
+namespace {
+
+void writeAnEarlierProgramsBooks(const std::string& file)
+{
+    Connection connection{file};
+    for (const auto* statement : MigrationSteps::all().front().statements)
+        connection.execute(statement);
+    for (const auto* row : rowsOfAnEarlierProgram)
+        connection.execute(row);
+}
+
+}
+
+TEST(Migrations, CallPeopleAsInTheCompanyThatTheyJoinedFirst)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.file("earlier.sqlite");
+    writeAnEarlierProgramsBooks(file);
+    Connection{file}.execute("INSERT INTO users VALUES ('alone', 'lan@d.example', '$argon2id$', '2026', NULL)");
+    const auto database = Database::openExisting(file);
+    ASSERT_TRUE(database.has_value()) << database.error();
+    const auto loan = (*database)->borrow();
+    const auto member = UserRepository::findByEmail(*loan, "m@c.example");
+    ASSERT_TRUE(member.has_value());
+    EXPECT_EQ(member->name, "M");
+    EXPECT_EQ(member->locale, "en-US");
+    EXPECT_EQ(member->passwordHash, std::nullopt) << "an empty one was none";
+    EXPECT_EQ(member->activatedAt, std::nullopt);
+    const auto alone = UserRepository::find(*loan, "alone");
+    ASSERT_TRUE(alone.has_value());
+    EXPECT_EQ(alone->activatedAt, "2026");
+    EXPECT_TRUE(alone->canSignIn());
+}
+
 TEST(Migrations, MakeTheFragmentsOfEntriesThatAnEarlierProgramRecorded)
 {
     const TemporaryFolder folder;
     const auto file = folder.file("earlier.sqlite");
-    {
-        Connection connection{file};
-        for (const auto* statement : MigrationSteps::all().front().statements)
-            connection.execute(statement);
-        for (const auto* row : rowsOfAnEarlierProgram)
-            connection.execute(row);
-    }
+    writeAnEarlierProgramsBooks(file);
     const auto database = Database::openExisting(file);
     ASSERT_TRUE(database.has_value()) << database.error();
     const auto loan = (*database)->borrow();

@@ -1,15 +1,22 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include <boost/describe.hpp>
+
+/// What a one-time code is asked for.
+namespace AccessPurpose {
+inline constexpr std::string_view join = "join";   // to activate what an invitation offers, with its code
+inline constexpr std::string_view reset = "reset"; // of a password that is forgotten
+}
 
 /// Body of asking for a one-time code by mail, to activate an invited account or to set a new password.
 struct AccessStart {
     std::string email;
-    std::string invitationCode;
-    std::string purpose;
-    std::string locale; // language of the mail
+    std::string invitationCode; // empty for a reset
+    std::string purpose;        // an `AccessPurpose`
+    std::string locale;         // language of the mail
 
     bool operator==(const AccessStart&) const = default;
 };
@@ -35,6 +42,15 @@ struct AccessCompletion {
     bool operator==(const AccessCompletion&) const = default;
 };
 BOOST_DESCRIBE_STRUCT(AccessCompletion, (), (challengeID, ticket, name, password, locale))
+
+/// Body of a signed-in person's change of password.
+struct PasswordChange {
+    std::string currentPassword;
+    std::string newPassword;
+
+    bool operator==(const PasswordChange&) const = default;
+};
+BOOST_DESCRIBE_STRUCT(PasswordChange, (), (currentPassword, newPassword))
 
 /// Body of looking at an invitation before it is accepted.
 struct InvitationLookup {

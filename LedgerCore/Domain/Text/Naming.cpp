@@ -1,20 +1,44 @@
 #include "LedgerCore/Domain/Text/Naming.h"
 
 #include <algorithm>
+#include <cstdint>
+
+#include <unicode/uchar.h>
+#include <unicode/utf8.h>
 
 #include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
 
-bool isControl(char byte)
+bool breaksLine(UChar32 each)
 {
-    return static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F;
+    const auto type = u_charType(each);
+    return type == U_CONTROL_CHAR || type == U_LINE_SEPARATOR || type == U_PARAGRAPH_SEPARATOR;
 }
 
-/// White space and signs that would end an address in the header of a mail.
+/// Embeddings, overrides and isolates; marks, which some languages need, are none.
+bool turnsDirection(UChar32 each)
+{
+    return (each >= 0x202A && each <= 0x202E) || (each >= 0x2066 && each <= 0x2069);
+}
+
+/// UTF-8 on one line that reads in the order in which it is written.
+bool isReadable(std::string_view text)
+{
+    const auto length = static_cast<std::int32_t>(text.size());
+    for (std::int32_t at = 0; at < length;) {
+        UChar32 each = 0;
+        U8_NEXT(text.data(), at, length, each);
+        if (each < 0 || breaksLine(each) || turnsDirection(each))
+            return false;
+    }
+    return true;
+}
+
+/// Signs that would end an address in the header of a mail.
 bool endsAddress(char byte)
 {
-    return isControl(byte) || std::string_view{" <>,;:\"()[]\\"}.contains(byte);
+    return std::string_view{" <>,;:\"()[]\\"}.contains(byte);
 }
 
 }
@@ -22,8 +46,7 @@ bool endsAddress(char byte)
 bool Naming::isName(std::string_view text)
 {
     const auto trimmed = TextFold::trimmed(text);
-    return !trimmed.empty() && TextFold::isValidUtf8(text) && std::ranges::none_of(trimmed, isControl) &&
-           TextFold::length(trimmed) <= maximumName;
+    return !trimmed.empty() && isReadable(trimmed) && TextFold::length(trimmed) <= maximumName;
 }
 
 bool Naming::isCountry(std::string_view code)
@@ -38,5 +61,5 @@ bool Naming::isEmail(std::string_view text)
         return false;
     const auto host = text.substr(at + 1);
     return at > 0 && !host.empty() && !host.contains('@') && !host.starts_with('.') && !host.ends_with('.') &&
-           std::ranges::none_of(text, endsAddress) && TextFold::isValidUtf8(text);
+           std::ranges::none_of(text, endsAddress) && isReadable(text);
 }

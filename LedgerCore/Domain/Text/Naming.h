@@ -10,7 +10,8 @@ namespace Naming {
 inline constexpr std::size_t maximumName = 120;
 inline constexpr std::size_t maximumEmail = 254;
 
-/// One line that says something, without control characters. Blanks around it are not counted.
+/// One line that says something, without control characters and without signs that turn the direction of the text
+/// around it. Blanks around it are not counted.
 bool isName(std::string_view text);
 
 /// A code of two capital letters, such as "ID".

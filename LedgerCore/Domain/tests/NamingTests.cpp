@@ -7,9 +7,12 @@
 TEST(Naming, TakesOneLineThatSaysSomething)
 {
     EXPECT_TRUE(Naming::isName("  Nguyễn Thị Hương "));
+    EXPECT_TRUE(Naming::isName("شركة\u200F 1")) << "a mark turns nothing";
     EXPECT_TRUE(Naming::isName(std::string(119, 'a') + "林")) << "code points count, not bytes";
-    for (const std::string& each : {std::string{}, std::string{" \t"}, std::string{"two\nlines"}, std::string{"bell\a"},
-                                    std::string{"nul\0", 4}, std::string{"\xC3("}, std::string(121, 'a')})
+    for (const std::string& each :
+         {std::string{}, std::string{" \t"}, std::string{"two\nlines"}, std::string{"bell\a"}, std::string{"nul\0", 4},
+          std::string{"\xC3("}, std::string{"next\u0085line"}, std::string{"two\u2028lines"},
+          std::string{"invoice \u202Efdp.exe"}, std::string{"isolated\u2066"}, std::string(121, 'a')})
         EXPECT_FALSE(Naming::isName(each)) << each;
 }
 
@@ -28,6 +31,7 @@ TEST(Naming, TakesAddressesThatMailCanBeSentTo)
     for (const std::string& each :
          {std::string{}, std::string{"dewi"}, std::string{"@example.com"}, std::string{"dewi@"}, std::string{"a@b@c"},
           std::string{"a b@c.id"}, std::string{"a@c.id\r\nBcc: d@e.id"}, std::string{"Dewi <dewi@example.com>"},
-          std::string{"a@c.id,b@c.id"}, std::string{"a@.id"}, std::string{"a@c."}, tooLong})
+          std::string{"a@c.id,b@c.id"}, std::string{"a@.id"}, std::string{"a@c."}, std::string{"a\u202E@c.id"},
+          std::string{"a@c.id\u0085"}, tooLong})
         EXPECT_FALSE(Naming::isEmail(each)) << each;
 }

@@ -1,10 +1,14 @@
 #include "LedgerService/Storage/Rows/AttemptRepository.h"
 
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
 
 namespace {
+
+constexpr Columns columns{column("count", &AttemptCount::count), column("window_ends_at", &AttemptCount::windowEndsAt)};
+
+const auto selectCurrent = columns.select("FROM attempts WHERE scope = :scope AND window_ends_at > :now");
 
 constexpr auto countAttempt = R"sql(
     INSERT INTO attempts (scope, window_ends_at, count) VALUES (:scope, :ends, 1)
@@ -14,8 +18,8 @@ constexpr auto countAttempt = R"sql(
                               ELSE attempts.window_ends_at END
 )sql";
 
-constexpr auto selectCurrent = R"sql(
-    SELECT count, window_ends_at FROM attempts WHERE scope = :scope AND window_ends_at > :now
+constexpr auto countLess = R"sql(
+    UPDATE attempts SET count = count - 1 WHERE scope = :scope AND count > 0
 )sql";
 
 constexpr auto deleteScope = R"sql(
@@ -32,16 +36,19 @@ constexpr auto deleteSomeEnded = R"sql(
 
 AttemptCount AttemptRepository::current(Connection& connection, std::string_view scope, std::string_view now)
 {
-    AttemptCount found;
     Query query{connection, selectCurrent};
-    query.bind("scope", scope).bind("now", now).into(found.count).into(found.windowEndsAt);
-    return query.next() ? found : AttemptCount{};
+    return recordOf<AttemptCount>(query.bind("scope", scope).bind("now", now), columns).value_or(AttemptCount{});
 }
 
 void AttemptRepository::count(Connection& connection, std::string_view scope, std::string_view now,
                               std::string_view windowEndsAt)
 {
     Query{connection, countAttempt}.bind("scope", scope).bind("ends", windowEndsAt).bind("now", now).run();
+}
+
+void AttemptRepository::takeBack(Connection& connection, std::string_view scope)
+{
+    Query{connection, countLess}.bind("scope", scope).run();
 }
 
 void AttemptRepository::forget(Connection& connection, std::string_view scope)

@@ -22,6 +22,9 @@ AttemptCount current(Connection& connection, std::string_view scope, std::string
 /// Counts one more attempt; the window starts anew once it has ended.
 void count(Connection& connection, std::string_view scope, std::string_view now, std::string_view windowEndsAt);
 
+/// Counts one attempt less.
+void takeBack(Connection& connection, std::string_view scope);
+
 void forget(Connection& connection, std::string_view scope);
 
 /// Removes a few of those whose window has ended, so that nobody pays for all of them at once.

@@ -1,26 +1,41 @@
 #include "LedgerService/Storage/Rows/UserRepository.h"
 
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
 
 namespace {
 
-constexpr auto selectUser = R"sql(
-    SELECT id, email, password_hash, current_company_id FROM users WHERE email = :email
-)sql";
+constexpr Columns columns{column("id", &User::id),
+                          column("email", &User::email),
+                          column("name", &User::name),
+                          column("locale", &User::locale),
+                          column("password_hash", &User::passwordHash),
+                          column("created_at", &User::createdAt),
+                          column("activated_at", &User::activatedAt),
+                          column("deactivated_at", &User::deactivatedAt),
+                          column("current_company_id", &User::currentCompanyID)};
 
-constexpr auto insertUser = R"sql(
-    INSERT INTO users (id, email, password_hash, created_at) VALUES (:id, :email, :hash, :created)
-)sql";
+const auto selectUser = columns.select("FROM users WHERE id = :user");
+const auto selectByEmail = columns.select("FROM users WHERE email = :email");
+const auto selectUsers = columns.select("FROM users ORDER BY email");
+const auto insertUser = columns.insert("users", {});
 
 constexpr auto updateCurrentCompany = R"sql(
     UPDATE users SET current_company_id = :company WHERE id = :user
 )sql";
 
 constexpr auto updatePassword = R"sql(
-    UPDATE users SET password_hash = :hash WHERE id = :user
+    UPDATE users SET password_hash = :hash, activated_at = COALESCE(activated_at, :now) WHERE id = :user
+)sql";
+
+constexpr auto removePassword = R"sql(
+    UPDATE users SET password_hash = NULL WHERE id = :user
+)sql";
+
+constexpr auto updateDeactivated = R"sql(
+    UPDATE users SET deactivated_at = :at WHERE id = :user
 )sql";
 
 }
@@ -35,23 +50,31 @@ std::string UserRepository::normalized(std::string_view email)
     return address;
 }
 
-std::optional<User> UserRepository::findByEmail(Connection& connection, std::string_view email)
+std::optional<User> UserRepository::find(Connection& connection, std::string_view userID)
 {
-    User user;
     Query query{connection, selectUser};
-    query.bind("email", normalized(email)).into(user.id).into(user.email).into(user.passwordHash);
-    query.into(user.currentCompanyID);
-    return query.next() ? std::optional{user} : std::nullopt;
+    return recordOf<User>(query.bind("user", userID), columns);
 }
 
-void UserRepository::insert(Connection& connection, const User& user, std::string_view createdAt)
+std::optional<User> UserRepository::findByEmail(Connection& connection, std::string_view email)
 {
-    Query{connection, insertUser}
-        .bind("id", user.id)
-        .bind("email", normalized(user.email))
-        .bind("hash", user.passwordHash)
-        .bind("created", createdAt)
-        .run();
+    Query query{connection, selectByEmail};
+    return recordOf<User>(query.bind("email", normalized(email)), columns);
+}
+
+std::vector<User> UserRepository::all(Connection& connection)
+{
+    Query query{connection, selectUsers};
+    return recordsOf<User>(query, columns);
+}
+
+void UserRepository::insert(Connection& connection, const User& user)
+{
+    auto kept = user;
+    kept.email = normalized(user.email);
+    Query query{connection, insertUser};
+    columns.bind(query, kept);
+    query.run();
 }
 
 void UserRepository::writeCurrentCompany(Connection& connection, std::string_view userID, std::string_view companyID)
@@ -59,9 +82,21 @@ void UserRepository::writeCurrentCompany(Connection& connection, std::string_vie
     Query{connection, updateCurrentCompany}.bind("company", companyID).bind("user", userID).run();
 }
 
-void UserRepository::writePasswordHash(Connection& connection, std::string_view userID, std::string_view passwordHash)
+void UserRepository::writePassword(Connection& connection, std::string_view userID, std::string_view passwordHash,
+                                   std::string_view now)
 {
-    Query{connection, updatePassword}.bind("hash", passwordHash).bind("user", userID).run();
+    Query{connection, updatePassword}.bind("hash", passwordHash).bind("now", now).bind("user", userID).run();
+}
+
+void UserRepository::clearPassword(Connection& connection, std::string_view userID)
+{
+    Query{connection, removePassword}.bind("user", userID).run();
+}
+
+void UserRepository::writeDeactivated(Connection& connection, std::string_view userID,
+                                      const std::optional<std::string>& at)
+{
+    Query{connection, updateDeactivated}.bind("at", at).bind("user", userID).run();
 }
 
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "LedgerService/Storage/Schema/PeopleSchema.h"
 #include "LedgerService/Storage/Schema/StrictTables.h"
 
 namespace LedgerService {
@@ -270,18 +271,18 @@ constexpr std::array foldedReferences{
         WHERE kind = 'refund' AND external_reference IS NOT NULL)sql",
 };
 
-// Tables of later steps say STRICT themselves.
-constexpr std::array steps{
-    MigrationSteps::Step{firstSchema},
-    MigrationSteps::Step{fragments},
-    MigrationSteps::Step{strictness, StrictTables::makeAll},
-    MigrationSteps::Step{foldedReferences},
-};
-
 }
 
+// Tables of later steps say STRICT themselves.
 std::span<const MigrationSteps::Step> MigrationSteps::all()
 {
+    static const std::array steps{
+        Step{firstSchema},
+        Step{fragments},
+        Step{strictness, StrictTables::makeAll},
+        Step{foldedReferences},
+        Step{PeopleSchema::persons()},
+    };
     return steps;
 }
 
