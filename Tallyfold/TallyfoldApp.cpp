@@ -1,10 +1,15 @@
 #include "Tallyfold/TallyfoldApp.h"
 
+#include <chrono>
+#include <utility>
+
+#include <QCoreApplication>
+#include <QTimer>
+
 #include "LedgerCore/Client/Http/ServiceAddress.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Session/LanguageDefaults.h"
-#include "LedgerCore/Client/Session/SessionMemory.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Root/RootView.h"
@@ -30,16 +35,16 @@ PageRegistry builtPages()
 }
 
 struct TallyfoldApp::Parts {
-    explicit Parts(std::optional<std::string> language)
-        : defaults{defaultsFor(std::move(language))},
+    explicit Parts(Setup setup)
+        : credentials{std::move(setup.credentials)}, defaults{defaultsFor(std::move(setup.language))},
           store{
               ServiceAddress::atStart(),
-              {.credentials = credentials, .languageDefaults = *defaults, .clock = clock, .identifiers = identifiers}},
+              {.credentials = *credentials, .languageDefaults = *defaults, .clock = clock, .identifiers = identifiers}},
           pages{builtPages()}, window{store, new RootView(store, pages)}
     {
     }
 
-    SessionMemory credentials;
+    std::unique_ptr<SessionCredentialStore> credentials;
     std::unique_ptr<LanguageDefaults> defaults;
     SystemClock clock;
     RandomIdentifiers identifiers;
@@ -48,15 +53,20 @@ struct TallyfoldApp::Parts {
     MainWindow window;
 };
 
-TallyfoldApp::TallyfoldApp(std::optional<std::string> language) : m_parts{std::make_unique<Parts>(std::move(language))}
-{
-}
+TallyfoldApp::TallyfoldApp(Setup setup) : m_parts{std::make_unique<Parts>(std::move(setup))} {}
 
 TallyfoldApp::~TallyfoldApp() = default;
 
 void TallyfoldApp::start()
 {
     m_parts->window.show();
+}
+
+void TallyfoldApp::leave()
+{
+    constexpr std::chrono::seconds patience{3};
+    QTimer::singleShot(patience, qApp, &QCoreApplication::quit);
+    m_parts->store.leave().then([] { QCoreApplication::quit(); });
 }
 
 MainWindow& TallyfoldApp::window()

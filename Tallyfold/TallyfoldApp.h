@@ -4,18 +4,26 @@
 #include <optional>
 #include <string>
 
-class LedgerStore;
+#include "LedgerCore/Client/Session/SessionCredentialStore.h"
+
 class MainWindow;
 
 /// The whole client put together: what the store reaches outside, the store, the pages and the window.
 class TallyfoldApp {
 public:
-    /// `language` is used instead of the kept one and is not kept.
-    explicit TallyfoldApp(std::optional<std::string> language);
+    /// What differs between the program and those that drive its window.
+    struct Setup {
+        std::optional<std::string> language; // used instead of the kept one, and not kept
+        std::unique_ptr<SessionCredentialStore> credentials;
+    };
+
+    explicit TallyfoldApp(Setup setup);
     ~TallyfoldApp();
 
     /// Opens the window.
     void start();
+    /// Does what is left to do once the window is closed, and ends the program.
+    void leave();
     [[nodiscard]] MainWindow& window();
 
 private:

@@ -1,3 +1,4 @@
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -7,6 +8,7 @@
 #include <QApplication>
 #include <fmt/core.h>
 
+#include "LedgerCore/Client/Session/SessionKeychain.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Theme.h"
@@ -59,7 +61,10 @@ int main(int argc, char** argv)
     Theme::current().followDesktop();
     QApplication::setWindowIcon(Icon::mark());
 
-    TallyfoldApp tallyfold{options.language.empty() ? std::optional<std::string>{} : options.language};
+    TallyfoldApp tallyfold{{.language = options.language.empty() ? std::optional<std::string>{} : options.language,
+                            .credentials = std::make_unique<SessionKeychain>()}};
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QObject::connect(&application, &QGuiApplication::lastWindowClosed, [&tallyfold] { tallyfold.leave(); });
     if (options.measuresStart)
         QObject::connect(&tallyfold.window(), &MainWindow::firstPainted, printStart);
     tallyfold.start();

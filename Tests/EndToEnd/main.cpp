@@ -11,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "LedgerCore/Client/Session/SessionMemory.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
@@ -45,7 +46,7 @@ void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const 
     constexpr std::chrono::seconds patience{30};
     teller.begin(qString(story.title));
     ScreenDriver screen{patience};
-    TallyfoldApp tallyfold{"en-US"};
+    TallyfoldApp tallyfold{{.language = "en-US", .credentials = std::make_unique<SessionMemory>()}};
     tallyfold.start();
     tallyfold.window().resize(1160, 760); // also where the display says that it is smaller
     tallyfold.window().activateWindow();  // nobody else does where no window manager runs

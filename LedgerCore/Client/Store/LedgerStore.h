@@ -169,6 +169,9 @@ public:
 
     /// Signs out at once and succeeds even when the service cannot be told.
     QCoro::Task<Result<void>> logout();
+    /// The last call before the program ends: a session that could not be kept for the next start is ended at the
+    /// service, so that it does not lie about there.
+    QCoro::Task<void> leave();
     /// Gives the identifier of the recorded entry, or an empty one where the service does not tell it. That the entry
     /// could not be reloaded is published.
     QCoro::Task<Result<std::string>> postTransaction(TransactionInput input, bool publishError);
@@ -310,6 +313,7 @@ private:
     Environment m_environment;
 
     std::optional<std::string> m_token;
+    bool m_isSessionKept = false; // where the next start finds it
     bool m_restored = false;
     int m_quietRun = 0; // the running quiet reload; 0 without one
     int m_lastQuietRun = 0;

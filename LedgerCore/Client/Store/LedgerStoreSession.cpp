@@ -85,6 +85,7 @@ QCoro::Task<Result<void>> LedgerStore::open(AuthResponse opened, bool isDemo, st
         co_return std::unexpected(*refused);
     const SavedSession kept{.token = opened.token, .isDemo = isDemo};
     m_token = kept.token;
+    m_isSessionKept = false;
     assign(m_isDemo, kept.isDemo, &LedgerStore::isDemoChanged);
     replaceSnapshot(
         {.fresh = releasedByWorker<LedgerSnapshot>(std::move(opened.snapshot)), .held = {}, .tag = std::move(tag)});
@@ -112,8 +113,11 @@ QCoro::Task<Result<void>> LedgerStore::keepSession(SavedSession session)
     const QPointer<LedgerStore> self = this;
     auto saving = m_environment.credentials.saveSession(std::move(session), m_endpoint);
     const auto saved = co_await saving;
+    if (!self)
+        co_return Result<void>{};
+    m_isSessionKept = saved.has_value();
     // The session goes on in memory; the user learns that it will not outlast the program.
-    if (self && !saved)
+    if (!saved)
         publish(saved.error());
     co_return Result<void>{};
 }
@@ -134,6 +138,7 @@ QCoro::Task<Result<void>> LedgerStore::restore()
         co_return Result<void>{};
 
     m_token = session->token;
+    m_isSessionKept = true;
     assign(m_isDemo, session->isDemo, &LedgerStore::isDemoChanged);
     auto loading = load();
     auto loaded = co_await loading;
@@ -162,6 +167,15 @@ QCoro::Task<Result<void>> LedgerStore::endSession()
     else
         publish(clientError(ClientCode::keychainLogoutUnavailable));
     co_return Result<void>{};
+}
+
+QCoro::Task<void> LedgerStore::leave()
+{
+    auto request = authorized({.method = "POST", .path = "v1/auth/logout", .errand = Errand::farewell});
+    if (m_isSessionKept || !request)
+        co_return;
+    auto telling = exchange(std::move(*request));
+    co_await telling;
 }
 
 QCoro::Task<Result<void>> LedgerStore::clearExpiredSession(Failure failure)

@@ -238,6 +238,33 @@ INSTANTIATE_TEST_SUITE_P(
                                   false}),
     [](const auto& each) { return std::string{each.param.name}; });
 
+TEST(LedgerStoreSession, EndsAtTheServiceWithTheProgramUnlessItIsKept)
+{
+    const auto logouts = [](StoreUnderTest& test) {
+        const auto leaving = test.store.leave();
+        waitUntil([&] { return leaving.isReady(); });
+        return test.server.requests("POST v1/auth/logout");
+    };
+    StoreUnderTest usual;
+    usual.signIn(books);
+    EXPECT_TRUE(logouts(usual).empty());
+
+    StoreUnderTest unkept;
+    unkept.server.replace("POST v1/auth/logout", ServerReply::json(R"({"ok":true})"));
+    EXPECT_TRUE(logouts(unkept).empty()) << "nobody is signed in";
+    unkept.credentials.failsToSave = true;
+    unkept.signIn(books);
+    const auto sent = logouts(unkept);
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent.front().header("authorization"), "Bearer token-1");
+
+    StoreUnderTest restored;
+    restored.credentials.sessions[restored.server.url()] = {"token-1", false};
+    restored.server.answer("GET v1/snapshot", ServerReply::json(books.json()));
+    ASSERT_TRUE(resultOf(restored.store.restoreSession()));
+    EXPECT_TRUE(logouts(restored).empty());
+}
+
 TEST(LedgerStoreSession, BelongsToOneServiceAddress)
 {
     StoreUnderTest test;
