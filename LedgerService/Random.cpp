@@ -49,10 +49,15 @@ std::string Random::digest(std::string_view content)
     prepareLibrary();
     std::array<unsigned char, crypto_generichash_BYTES> hash{};
     crypto_generichash(hash.data(), hash.size(), bytesOf(content), content.size(), nullptr, 0);
-    std::string hexadecimal(hash.size() * 2 + 1, '\0');
-    sodium_bin2hex(hexadecimal.data(), hexadecimal.size(), hash.data(), hash.size());
-    hexadecimal.pop_back(); // the terminating zero
-    return hexadecimal;
+    return hexadecimal(hash);
+}
+
+std::string Random::hexadecimal(std::span<const unsigned char> bytes)
+{
+    std::string text(bytes.size() * 2 + 1, '\0');
+    sodium_bin2hex(text.data(), text.size(), bytes.data(), bytes.size());
+    text.pop_back(); // the terminating zero
+    return text;
 }
 
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,9 @@ std::string identifier();
 
 /// 256 bits of digest in lower-case hexadecimal.
 std::string digest(std::string_view content);
+
+/// Bytes in lower-case hexadecimal.
+std::string hexadecimal(std::span<const unsigned char> bytes);
 
 }
 

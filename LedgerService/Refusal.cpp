@@ -87,6 +87,7 @@ constexpr CodeRow statusByCode[] = {
     {ServiceCode::notImplemented, 501},
     {ServiceCode::mailUnavailable, 503},
     {ServiceCode::serviceUnavailable, 503},
+    {ServiceCode::insufficientStorage, 507},
 };
 
 struct ErrorDetail {

@@ -6,6 +6,7 @@
 namespace LedgerService {
 
 class Database;
+class ReceiptFolder;
 
 /// Tells the time; tests set it.
 using Clock = std::function<std::chrono::system_clock::time_point()>;
@@ -31,6 +32,7 @@ struct ServicePolicy {
 /// What every request is answered with. Holds no state of its own: all that matters is in the database.
 struct Service {
     Database& database;
+    const ReceiptFolder& receipts;
     Clock clock;
     ServicePolicy policy;
 };

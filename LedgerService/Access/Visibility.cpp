@@ -23,6 +23,17 @@ std::vector<Member> Visibility::members(std::vector<Member> all, const Member& r
     return all;
 }
 
+bool Visibility::seesAny(const std::vector<std::string>& accountIDs, const Member& reader)
+{
+    return std::ranges::any_of(accountIDs, [&](const std::string& id) { return reader.can(AccountAction::view, id); });
+}
+
+bool Visibility::seesEntry(const LedgerTransaction& entry, const Member& reader)
+{
+    return std::ranges::any_of(entry.legs,
+                               [&](const LedgerLeg& leg) { return reader.can(AccountAction::view, leg.accountID); });
+}
+
 std::vector<Account> Visibility::accounts(std::vector<Account> all, const Member& reader)
 {
     std::erase_if(all, [&](const Account& account) { return !reader.can(AccountAction::view, account.id); });

@@ -57,8 +57,9 @@ std::vector<Attachment> attachmentsOf(const Act& act, const std::vector<std::str
     for (const auto& id : ids) {
         if (attachments.size() == EntryLimits::receipts) // a command with more is refused whatever they are
             break;
-        if (auto attachment = AttachmentRepository::findFor(act.connection, act.companyID, act.member.id, id))
-            attachments.push_back(*std::move(attachment));
+        auto receipt = AttachmentRepository::find(act.connection, act.companyID, id);
+        if (receipt && (receipt->attachment.transactionID || receipt->memberID == act.member.id))
+            attachments.push_back(std::move(receipt->attachment));
     }
     return attachments;
 }

@@ -59,7 +59,8 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
     const auto signedIn = Authentication::signedInMember(connection, request.token, now, m_service.policy);
     if (!signedIn)
         return std::unexpected(signedIn.error());
-    return work({.request = request,
+    return work({.service = m_service,
+                 .request = request,
                  .parameters = match.parameters,
                  .connection = connection,
                  .companyID = signedIn->companyID,
@@ -68,14 +69,14 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
                  .now = std::move(now)});
 }
 
-Reply Dispatcher::answer(const RouteMatch& match, const Request& request) const
+Reply Dispatcher::answer(const RouteMatch& match, Request& request) const
 {
     MemberWork left;
     auto reply = prepare(match, request, left);
     return reply ? *std::move(reply) : carryOut(match, request, left);
 }
 
-std::optional<Reply> Dispatcher::prepare(const RouteMatch& match, const Request& request, MemberWork& left) const
+std::optional<Reply> Dispatcher::prepare(const RouteMatch& match, Request& request, MemberWork& left) const
 {
     auto reply = guarded(match, [&] {
         const auto outcome = begin(match, request, left);
@@ -105,8 +106,13 @@ Reply Dispatcher::guarded(const RouteMatch& match, const std::function<Reply()>&
     }
 }
 
+OpenCall Dispatcher::opened(Request& request) const
+{
+    return {.service = m_service, .request = request, .now = LedgerDay::stamp(m_service.clock())};
+}
+
 /// Everything that needs no writing; `work` is set when a command is left to be carried out.
-Outcome Dispatcher::begin(const RouteMatch& match, const Request& request, MemberWork& work) const
+Outcome Dispatcher::begin(const RouteMatch& match, Request& request, MemberWork& work) const
 {
     if (!match.route)
         return unknownRoute(match);
@@ -114,25 +120,25 @@ Outcome Dispatcher::begin(const RouteMatch& match, const Request& request, Membe
         return std::unexpected(Refusal::of(ServiceCode::forbidden, "Web pages are not served."));
     const auto& answer = match.route->answer;
     if (const auto* open = std::get_if<OpenHandler>(&answer))
-        return (*open)({.service = m_service, .request = request, .now = LedgerDay::stamp(m_service.clock())});
+        return (*open)(opened(request));
     if (const auto* reading = std::get_if<Reading>(&answer))
         return read(match, request, *reading);
-    auto outcome = read(match, request, Reading{[](const Request&) -> Prepared { return acknowledged; }});
+    auto outcome = read(match, request, Reading{[](const OpenCall&) -> Prepared { return acknowledged; }});
     if (!outcome) // whoever has no valid token waits for no writer
         return outcome;
-    auto prepared = std::get<Writing>(answer).prepare(request);
+    auto prepared = std::get<Writing>(answer).prepare(opened(request));
     if (!prepared)
         return std::unexpected(std::move(prepared.error()));
     work = *std::move(prepared);
     return outcome;
 }
 
-Outcome Dispatcher::read(const RouteMatch& match, const Request& request, const Reading& reading) const
+Outcome Dispatcher::read(const RouteMatch& match, Request& request, const Reading& reading) const
 {
     const auto loan = m_service.database.borrow();
     const Transaction transaction{*loan, Transaction::Mode::reading};
     return inTransaction(*loan, match, request, [&](const MemberCall& call) -> Outcome {
-        const auto work = reading.prepare(request);
+        const auto work = reading.prepare(opened(request));
         if (!work)
             return std::unexpected(work.error());
         return (*work)(call);

@@ -18,19 +18,20 @@ class Dispatcher {
 public:
     explicit Dispatcher(Service service) : m_service(std::move(service)) {}
 
-    [[nodiscard]] Reply answer(const RouteMatch& match, const Request& request) const;
+    [[nodiscard]] Reply answer(const RouteMatch& match, Request& request) const;
 
     /// The part of it that waits for no writer: the reply, or nothing when a command is left to be carried out, which
     /// then has a sound body and was sent by a member.
-    [[nodiscard]] std::optional<Reply> prepare(const RouteMatch& match, const Request& request, MemberWork& left) const;
+    [[nodiscard]] std::optional<Reply> prepare(const RouteMatch& match, Request& request, MemberWork& left) const;
 
     /// The rest: waits for its turn to write.
     [[nodiscard]] Reply carryOut(const RouteMatch& match, const Request& request, const MemberWork& work) const;
 
 private:
+    [[nodiscard]] OpenCall opened(Request& request) const;
     static Reply guarded(const RouteMatch& match, const std::function<Reply()>& make);
-    [[nodiscard]] Outcome begin(const RouteMatch& match, const Request& request, MemberWork& work) const;
-    [[nodiscard]] Outcome read(const RouteMatch& match, const Request& request, const Reading& reading) const;
+    [[nodiscard]] Outcome begin(const RouteMatch& match, Request& request, MemberWork& work) const;
+    [[nodiscard]] Outcome read(const RouteMatch& match, Request& request, const Reading& reading) const;
     [[nodiscard]] Outcome write(const RouteMatch& match, const Request& request, const MemberWork& work) const;
     [[nodiscard]] Outcome inTransaction(Connection& connection, const RouteMatch& match, const Request& request,
                                         const MemberWork& work) const;

@@ -178,9 +178,9 @@ asio::awaitable<bool> HttpConnection::answerOne()
     if (failure)
         co_return co_await turnAway(refusalOf(failure, true));
     request->body = std::exchange(m_body, {});
-    m_bodyShare.release();
     request->arrived = Steady::now();
     auto reply = co_await answerTo(std::move(match), *std::move(request));
+    m_bodyShare.release(); // only now: bodies also wait for their turn
     co_return co_await write(std::move(reply), keepAlive && !m_shared.stopping);
 }
 
@@ -289,7 +289,8 @@ asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request reques
     MemberWork left;
     if (match.route->isCommand()) { // what waits for no writer is done before
         const Step beginning = [&] { return dispatcher.prepare(match, request, left); };
-        co_await asio::post(asio::bind_executor(m_shared.lanes.readers.pool, asio::use_awaitable));
+        auto& first = match.route->lane == Lane::files ? m_shared.lanes.files : m_shared.lanes.readers;
+        co_await asio::post(asio::bind_executor(first.pool, asio::use_awaitable));
         reply = take(beginning, match, request, queue);
     }
     if (!reply) {

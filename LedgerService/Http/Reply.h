@@ -22,9 +22,10 @@ using BodyBlocks = std::function<std::string()>;
 /// A finished answer.
 struct Reply {
     int status = 200;
-    std::string body = "{}";                                       // JSON; the first block of it when there are more
+    std::string body = "{}";                                       // the first block of it when there are more
     std::vector<std::pair<std::string, std::string>> headers = {}; // beside those that every reply carries
     BodyBlocks more = {};
+    std::string contentType = "application/json";
 };
 
 /// An answer with the reader's snapshot, read once the request's own work is committed: writers need not wait for it.

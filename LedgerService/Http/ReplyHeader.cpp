@@ -22,7 +22,7 @@ std::string ReplyHeader::text(const Reply& reply, Framing framing)
     header += "Cache-Control: no-store\r\nX-Content-Type-Options: nosniff\r\n";
     const bool unchanged = reply.status == static_cast<int>(http::status::not_modified); // never has a body
     if (!unchanged)
-        header += "Content-Type: application/json\r\n";
+        fmt::format_to(to, "Content-Type: {}\r\n", reply.contentType);
     for (const auto& [name, value] : reply.headers)
         fmt::format_to(to, "{}: {}\r\n", name, value);
     if (framing.chunked)

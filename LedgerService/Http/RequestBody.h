@@ -1,6 +1,7 @@
 #pragma once
 
 #include <expected>
+#include <utility>
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
@@ -11,11 +12,11 @@ namespace LedgerService {
 
 namespace RequestBody {
 
-/// The record that the body holds, or the refusal of a body that does not hold one.
+/// The record that the body holds, which is used up, or the refusal of a body that does not hold one.
 template <class Record>
-std::expected<Record, Refusal> decode(const Request& request)
+std::expected<Record, Refusal> decode(Request& request)
 {
-    auto record = Json::decode<Record>(request.body);
+    auto record = Json::consume<Record>(std::exchange(request.body, {}));
     if (!record)
         return std::unexpected(
             Refusal::of(ServiceCode::validationError, "The body is not the record that is expected here."));

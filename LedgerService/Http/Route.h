@@ -19,13 +19,14 @@ class Connection;
 /// What a route without a token works with; it opens its own transactions.
 struct OpenCall {
     const Service& service;
-    const Request& request;
-    std::string now; // stamp
+    Request& request; // its body may be used up
+    std::string now;  // stamp
 };
 
 /// What a route with a token works with: one transaction, in which the member was found active.
 struct MemberCall {
-    const Request& request;
+    const Service& service;
+    const Request& request;                     // its body may be used up already
     const std::vector<std::string>& parameters; // of the path, in order
     Connection& connection;
     const std::string& companyID;
@@ -41,9 +42,10 @@ using OpenHandler = Outcome (*)(const OpenCall&);
 /// What is left to do for a member once the request is understood. May be done again when the database asks for it.
 using MemberWork = std::function<Outcome(const MemberCall&)>;
 
-/// Understands a request by itself: decodes its body and checks its shape. Waits for nothing.
+/// Understands a request: decodes its body, checks its shape and does what has to be done before anybody waits for the
+/// database.
 using Prepared = std::expected<MemberWork, Refusal>;
-using Preparation = Prepared (*)(const Request&);
+using Preparation = Prepared (*)(const OpenCall&);
 
 /// Answered in a transaction that only reads.
 struct Reading {
@@ -59,6 +61,7 @@ struct Writing {
 enum class Lane {
     byMethod,  // with those that read, or with those that write
     signIn,    // with those that hash passwords
+    files,     // prepared with those that write files
     immediate, // at once: the handler neither blocks nor asks the database
 };
 

@@ -91,7 +91,7 @@ concept CarriedOutOnce = requires(const Body& body) {
 };
 
 template <class Body>
-std::expected<Body, Refusal> bodyOf(const Request& request)
+std::expected<Body, Refusal> bodyOf(Request& request)
 {
     if constexpr (std::is_same_v<Body, NoBody>)
         return NoBody{};
@@ -135,10 +135,10 @@ Outcome answerOnce(const MemberCall& call, const Body& body)
 }
 
 template <auto carryOut, auto whyNotShaped>
-Prepared prepare(const Request& request)
+Prepared prepare(const OpenCall& opened)
 {
     using Body = typename Signature<decltype(carryOut)>::Body;
-    auto body = bodyOf<Body>(request);
+    auto body = bodyOf<Body>(opened.request);
     if (!body)
         return std::unexpected(std::move(body.error()));
     if constexpr (!std::is_null_pointer_v<decltype(whyNotShaped)>) {

@@ -15,6 +15,7 @@
 #include "LedgerService/Http/ConnectionTable.h"
 #include "LedgerService/Http/HttpConnection.h"
 #include "LedgerService/Log.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
 
 namespace LedgerService {
@@ -28,6 +29,8 @@ using asio::ip::tcp;
 constexpr std::chrono::seconds stoppingTime{15};
 /// Of each kind, so that a few slow requests do not hold up the quick ones.
 constexpr unsigned fewestWorkers = 4;
+/// One that waits for the disk, and one that decodes meanwhile.
+constexpr unsigned fileWorkers = 2;
 /// Each hash of a password takes 64 MiB.
 constexpr unsigned mostHashers = 2;
 /// After a failed accept, such as too many open files, the next one is tried no sooner.
@@ -58,9 +61,11 @@ std::expected<TrustedProxies, std::string> proxiesOf(const ServerOptions& option
 struct Server::State {
     State(ServerOptions given, TrustedProxies trusted, std::unique_ptr<Database> opened)
         : options(std::move(given)), proxies(std::move(trusted)), database(std::move(opened)), routes(options.routes),
-          dispatcher({.database = *database, .clock = options.clock, .policy = options.policy}),
+          receipts(options.databaseFile),
+          dispatcher({.database = *database, .receipts = receipts, .clock = options.clock, .policy = options.policy}),
           lanes{.readers = WorkLane{workerCount()},
                 .writers = WorkLane{workerCount()},
+                .files = WorkLane{fileWorkers},
                 .signIns = WorkLane{hasherCount(), options.limits.signInsWaiting}},
           connections(options.limits), shared{.dispatcher = dispatcher,
                                               .routes = routes,
@@ -84,6 +89,7 @@ struct Server::State {
     TrustedProxies proxies;
     std::unique_ptr<Database> database;
     RouteTable routes;
+    ReceiptFolder receipts;
     Dispatcher dispatcher;
     asio::io_context network{1};
     tcp::acceptor acceptor{network};
@@ -221,7 +227,8 @@ void Server::stop()
         return;
     asio::post(m_state->network, [state = m_state.get()] { state->beginStop(); });
     m_state->thread.join();
-    for (auto* lane : {&m_state->lanes.readers, &m_state->lanes.writers, &m_state->lanes.signIns}) {
+    for (auto* lane :
+         {&m_state->lanes.readers, &m_state->lanes.writers, &m_state->lanes.files, &m_state->lanes.signIns}) {
         lane->pool.stop(); // nobody is left to hear the answers of what still queues
         lane->pool.join();
     }

@@ -39,7 +39,7 @@ int verify(const std::string& file)
     const auto& report = *checked;
     for (const auto& problem : report.problems)
         fmt::print("{}\n", problem);
-    fmt::print("companies: {}, entries: {}, {}\n", report.companies, report.entries,
+    fmt::print("companies: {}, entries: {}, receipts: {}, {}\n", report.companies, report.entries, report.receipts,
                report.problems.empty() ? "every balance equals its legs, nothing is wrong"
                                        : fmt::format("problems: {}", report.problems.size()));
     return report.problems.empty() ? 0 : 1;

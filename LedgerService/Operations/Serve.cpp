@@ -13,6 +13,8 @@
 #include "LedgerService/Http/Server.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Operations/DatabaseFile.h"
+#include "LedgerService/Operations/Upkeep.h"
+#include "LedgerService/Storage/Database.h"
 
 namespace LedgerService {
 
@@ -108,11 +110,17 @@ int Serve::run(const Options& options)
         return fail(server.error());
     for (const auto& each : DatabaseFile::warnings(options.databaseFile))
         Log::warning(each);
+    auto database = Database::openExisting(options.databaseFile);
+    if (!database)
+        return fail(database.error());
+    std::optional<Upkeep> upkeep;
+    upkeep.emplace(options.databaseFile, *std::move(database));
     endpoint->port = (*server)->port();
     fmt::print("Tallyfold service listening on {}\n", endpoint->url());
     std::fflush(stdout);
     endSignals.wait();
     Log::note("stopping");
+    upkeep.reset();
     (*server)->stop();
     Log::finish();
     return 0;

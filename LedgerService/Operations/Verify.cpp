@@ -10,6 +10,7 @@
 
 #include "LedgerService/Books/BookInvariants.h"
 #include "LedgerService/Operations/DatabaseFile.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
 #include "LedgerService/Storage/Rows/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
@@ -136,6 +137,20 @@ void checkCompany(Connection& connection, const std::string& companyID, Verify::
     attempt(report.problems, what, [&] { add(FragmentUpkeep::broken(connection, companyID)); });
 }
 
+void checkReceipts(Connection& connection, const ReceiptFolder& folder, Verify::Report& report)
+{
+    for (const auto& companyID : CompanyRepository::allIDs(connection)) {
+        for (const auto& each : AttachmentRepository::all(connection, companyID)) {
+            if (!each.contentDigest)
+                continue; // of a time when receipts had no files
+            report.receipts += 1;
+            if (const auto problem = folder.problemOf(*each.contentDigest, each.attachment.byteCount); !problem.empty())
+                report.problems.push_back(
+                    fmt::format("company {}: receipt {}: {}", companyID, each.attachment.id, problem));
+        }
+    }
+}
+
 std::optional<std::string> whyNotChecked(Connection& connection, const std::string& name)
 {
     const auto version = Migrations::version(connection);
@@ -156,7 +171,7 @@ std::expected<Verify::Report, std::string> check(const std::string& name, Connec
     Connection connection{name, access};
     if (auto refused = whyNotChecked(connection, name))
         return std::unexpected(*std::move(refused));
-    return Verify::run(connection);
+    return Verify::run(connection, ReceiptFolder{name});
 }
 
 bool hasLog(const std::string& name)
@@ -167,7 +182,7 @@ bool hasLog(const std::string& name)
 
 }
 
-Verify::Report Verify::run(Connection& connection)
+Verify::Report Verify::run(Connection& connection, const ReceiptFolder& receipts)
 {
     const Transaction transaction{connection, Transaction::Mode::reading};
     Report report;
@@ -190,6 +205,7 @@ Verify::Report Verify::run(Connection& connection)
             checkCompany(connection, companyID, report);
         }
     });
+    attempt(report.problems, "receipts", [&] { checkReceipts(connection, receipts, report); });
     return report;
 }
 

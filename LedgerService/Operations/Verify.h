@@ -7,6 +7,7 @@
 namespace LedgerService {
 
 class Connection;
+class ReceiptFolder;
 
 /// Checking all books of a database.
 namespace Verify {
@@ -14,12 +15,13 @@ namespace Verify {
 struct Report {
     std::size_t companies = 0;
     std::size_t entries = 0;
+    std::size_t receipts = 0;          // with a file
     std::vector<std::string> problems; // in words, with the company's id
 };
 
-/// Checks the file's pages, its schema, its rows and all that holds in sound books, as one state of the database. What
-/// is wrong in one place does not keep the others from being checked.
-Report run(Connection& connection);
+/// Checks the file's pages, its schema, its rows, the files of receipts and all that holds in sound books, as one state
+/// of the database. What is wrong in one place does not keep the others from being checked.
+Report run(Connection& connection, const ReceiptFolder& receipts);
 
 /// The same for a file, which is read and never changed; in words when it holds no books of this program.
 std::expected<Report, std::string> file(const std::string& name);

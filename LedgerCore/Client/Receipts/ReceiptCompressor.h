@@ -5,6 +5,9 @@
 #include <string>
 #include <string_view>
 
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
+#include "LedgerCore/Domain/Entries/ReceiptRules.h"
+
 /// A receipt as it will be uploaded.
 struct PreparedReceipt {
     std::string data;
@@ -26,8 +29,8 @@ enum class Refusal {
 };
 
 /// What may be uploaded of one receipt, and how many receipts an entry may have.
-inline constexpr std::int64_t maximumBytes = 10'485'760;
-inline constexpr std::size_t maximumPerEntry = 10;
+inline constexpr std::int64_t maximumBytes = ReceiptRules::maximumBytes;
+inline constexpr std::size_t maximumPerEntry = EntryLimits::receipts;
 
 /// A picture up to this size is uploaded as it is.
 inline constexpr std::int64_t keptBytes = 512'000;

@@ -20,6 +20,7 @@ inline constexpr std::string_view rateLimited = "rate_limited";
 inline constexpr std::string_view internalError = "internal_error";
 inline constexpr std::string_view notImplemented = "not_implemented"; // a transfer coding that nobody here reads
 inline constexpr std::string_view serviceUnavailable = "service_unavailable";
+inline constexpr std::string_view insufficientStorage = "insufficient_storage"; // the service's disk is full
 
 // People and companies.
 inline constexpr std::string_view companyPending = "company_pending";

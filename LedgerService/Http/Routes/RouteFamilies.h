@@ -9,6 +9,7 @@ namespace LedgerService {
 /// Each family is defined in the source file of its name.
 namespace RouteFamilies {
 
+std::span<const Route> attachments();
 std::span<const Route> health();
 std::span<const Route> session();
 std::span<const Route> snapshot();

@@ -26,6 +26,7 @@ constexpr Columns columns{column("id", &AccountSet::id), column("account_ids", &
                           column("entry_count", &AccountSet::entryCount),
                           column("receipt_count", &AccountSet::receiptCount)};
 
+const auto selectOne = columns.select("FROM account_sets WHERE company_id = :company AND id = :id");
 const auto selectSets = columns.select("FROM account_sets WHERE company_id = :company");
 
 constexpr auto deleteSets = R"sql(
@@ -70,6 +71,14 @@ std::vector<AccountSet> AccountSetRepository::all(Connection& connection, std::s
     Query query{connection, selectSets};
     query.bind("company", companyID);
     return recordsOf<AccountSet>(query, columns);
+}
+
+std::vector<std::string> AccountSetRepository::accountIDs(Connection& connection, std::string_view companyID, int setID)
+{
+    Query query{connection, selectOne};
+    query.bind("company", companyID).bind("id", setID);
+    auto set = recordOf<AccountSet>(query, columns);
+    return set ? std::move(set->accountIDs) : std::vector<std::string>{};
 }
 
 void AccountSetRepository::removeAll(Connection& connection, std::string_view companyID)

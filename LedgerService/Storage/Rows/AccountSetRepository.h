@@ -34,6 +34,9 @@ void count(Connection& connection, std::string_view companyID, int setID, int en
 
 std::vector<AccountSet> all(Connection& connection, std::string_view companyID);
 
+/// The accounts of one set; none when there is no such set.
+std::vector<std::string> accountIDs(Connection& connection, std::string_view companyID, int setID);
+
 void removeAll(Connection& connection, std::string_view companyID);
 
 }

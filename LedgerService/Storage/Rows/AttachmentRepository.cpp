@@ -28,6 +28,7 @@ constexpr Columns columns{
     column("linked_change", [](auto& row) -> auto& { return row.stored.linkedChange; }),
     column("account_set", [](auto& row) -> auto& { return row.stored.accountSet; }),
     column("position", &AttachmentRow::position),
+    column("content_digest", [](auto& row) -> auto& { return row.stored.contentDigest; }),
 };
 
 const auto selectAttachment = columns.select("FROM attachments WHERE company_id = :company AND id = :attachment");
@@ -38,6 +39,19 @@ const auto selectUploaded = columns.select("FROM attachments WHERE company_id = 
 const auto selectLinked = columns.select("FROM attachments WHERE company_id = :company AND linked_change > 0 AND "
                                          "linked_change > :after AND linked_change <= :last");
 const auto insertAttachment = columns.insert("attachments", {{"company_id", ":company"}});
+
+/// So many rows at a time that writers hardly notice.
+constexpr auto selectOutdatedLoose = R"sql(
+    SELECT company_id, id FROM attachments WHERE linked_change = 0 AND created_at < :before LIMIT 200
+)sql";
+
+constexpr auto deleteLoose = R"sql(
+    DELETE FROM attachments WHERE company_id = :company AND id = :attachment AND linked_change = 0
+)sql";
+
+constexpr auto selectNamed = R"sql(
+    SELECT 1 FROM attachments WHERE content_digest = :digest LIMIT 1
+)sql";
 
 constexpr auto countLoose = R"sql(
     SELECT COUNT(*) FROM attachments WHERE company_id = :company AND member_id = :member AND linked_change = 0
@@ -87,17 +101,13 @@ std::vector<Attachment> visible(std::vector<AttachmentRow> rows, const Attachmen
 
 }
 
-std::optional<Attachment> AttachmentRepository::findFor(Connection& connection, std::string_view companyID,
-                                                        std::string_view memberID, std::string_view attachmentID)
+std::optional<StoredAttachment> AttachmentRepository::find(Connection& connection, std::string_view companyID,
+                                                           std::string_view attachmentID)
 {
     Query query{connection, selectAttachment};
     query.bind("company", companyID).bind("attachment", attachmentID);
     auto row = recordOf<AttachmentRow>(query, columns);
-    if (!row)
-        return std::nullopt;
-    auto& stored = row->stored;
-    const bool others = !stored.attachment.transactionID && stored.memberID != memberID;
-    return others ? std::nullopt : std::optional{std::move(stored.attachment)};
+    return row ? std::optional{std::move(row->stored)} : std::nullopt;
 }
 
 std::vector<StoredAttachment> AttachmentRepository::all(Connection& connection, std::string_view companyID)
@@ -137,9 +147,10 @@ std::int64_t AttachmentRepository::looseCount(Connection& connection, std::strin
 }
 
 void AttachmentRepository::insert(Connection& connection, std::string_view companyID, const Attachment& attachment,
-                                  std::string_view memberID)
+                                  std::string_view memberID, std::optional<std::string> contentDigest)
 {
     AttachmentRow row;
+    row.stored.contentDigest = std::move(contentDigest);
     row.stored.attachment = attachment;
     row.stored.attachment.transactionID.reset();
     row.stored.memberID = memberID;
@@ -147,6 +158,29 @@ void AttachmentRepository::insert(Connection& connection, std::string_view compa
     Query query{connection, insertAttachment};
     columns.bind(query.bind("company", companyID), row);
     query.run();
+}
+
+std::size_t AttachmentRepository::removeLoose(Connection& connection, std::string_view before)
+{
+    std::vector<std::pair<std::string, std::string>> outdated;
+    {
+        std::pair<std::string, std::string> each;
+        Query query{connection, selectOutdatedLoose};
+        query.bind("before", before).into(each.first).into(each.second);
+        while (query.next())
+            outdated.push_back(each);
+    }
+    for (const auto& [companyID, id] : outdated) {
+        Query{connection, deleteLoose}.bind("company", companyID).bind("attachment", id).run();
+        CompanyHistory::advance(connection, companyID);
+    }
+    return outdated.size();
+}
+
+bool AttachmentRepository::isNamed(Connection& connection, std::string_view contentDigest)
+{
+    int one = 0;
+    return Query{connection, selectNamed}.bind("digest", contentDigest).into(one).next();
 }
 
 void AttachmentRepository::link(Connection& connection, std::string_view companyID, std::string_view entryID,

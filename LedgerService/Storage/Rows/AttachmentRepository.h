@@ -18,8 +18,9 @@ struct StoredAttachment {
     Attachment attachment;
     std::string memberID;
     std::int64_t uploadedChange = 0;
-    std::int64_t linkedChange = 0; // 0 while it is not linked
-    int accountSet = 0;            // of the entry that it is linked to
+    std::int64_t linkedChange = 0;            // 0 while it is not linked
+    int accountSet = 0;                       // of the entry that it is linked to
+    std::optional<std::string> contentDigest; // of its file; unset for rows that never had one
 };
 
 /// What a member gets to see of the receipts after one change and up to another.
@@ -34,9 +35,8 @@ struct AttachmentView {
 
 namespace AttachmentRepository {
 
-/// The receipt as the member may link it: of those that are linked to nothing, only the member's own are found.
-std::optional<Attachment> findFor(Connection& connection, std::string_view companyID, std::string_view memberID,
-                                  std::string_view attachmentID);
+/// The receipt whoever may see it.
+std::optional<StoredAttachment> find(Connection& connection, std::string_view companyID, std::string_view attachmentID);
 
 /// The company's receipts by entry and their order on it, those not yet linked first.
 std::vector<StoredAttachment> all(Connection& connection, std::string_view companyID);
@@ -53,8 +53,15 @@ std::vector<Attachment> linkedIn(Connection& connection, const AttachmentView& v
 std::int64_t looseCount(Connection& connection, std::string_view companyID, std::string_view memberID);
 
 /// Adds an uploaded receipt; it is linked to nothing yet.
-void insert(Connection& connection, std::string_view companyID, const Attachment& attachment,
-            std::string_view memberID);
+void insert(Connection& connection, std::string_view companyID, const Attachment& attachment, std::string_view memberID,
+            std::optional<std::string> contentDigest = std::nullopt);
+
+/// Removes some of the receipts that were uploaded before this stamp and never linked, as the next change of their
+/// companies; how many.
+std::size_t removeLoose(Connection& connection, std::string_view before);
+
+/// Whether any receipt of any company has this file.
+bool isNamed(Connection& connection, std::string_view contentDigest);
 
 /// Links the receipts to the entry in this order, after those that it has already.
 void link(Connection& connection, std::string_view companyID, std::string_view entryID, int accountSet,

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
+#include "LedgerService/Storage/Schema/ReceiptFileStep.h"
 #include "LedgerService/Storage/Schema/StrictTables.h"
 
 namespace LedgerService {
@@ -282,6 +283,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{strictness, StrictTables::makeAll},
         Step{foldedReferences},
         Step{PeopleSchema::persons()},
+        Step{receiptFileStep},
     };
     return steps;
 }

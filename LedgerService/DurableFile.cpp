@@ -1,0 +1,99 @@
+#include "LedgerService/DurableFile.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "LedgerService/Random.h"
+
+namespace LedgerService {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view unfinished = ".unfinished-";
+
+std::error_code lastError()
+{
+    return {errno, std::generic_category()};
+}
+
+/// An open file, closed with its object.
+class Descriptor {
+public:
+    explicit Descriptor(int opened) : m_opened(opened) {}
+    ~Descriptor()
+    {
+        if (m_opened >= 0)
+            close(m_opened);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    [[nodiscard]] bool isOpen() const { return m_opened >= 0; }
+    [[nodiscard]] int operator*() const { return m_opened; }
+
+private:
+    int m_opened;
+};
+
+std::error_code writeAll(int file, std::string_view content)
+{
+    while (!content.empty()) {
+        const auto written = ::write(file, content.data(), content.size());
+        if (written < 0 && errno != EINTR)
+            return lastError();
+        content.remove_prefix(written < 0 ? 0 : static_cast<std::size_t>(written));
+    }
+    return fsync(file) == 0 ? std::error_code{} : lastError();
+}
+
+std::error_code writeNew(const fs::path& name, std::string_view content)
+{
+    const Descriptor file{open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR)};
+    return file.isOpen() ? writeAll(*file, content) : lastError();
+}
+
+std::error_code giveName(const fs::path& made, const fs::path& name, DurableFile::Existing existing)
+{
+    if (existing == DurableFile::Existing::kept)
+        return link(made.c_str(), name.c_str()) == 0 ? std::error_code{} : lastError();
+    return rename(made.c_str(), name.c_str()) == 0 ? std::error_code{} : lastError();
+}
+
+}
+
+std::error_code DurableFile::settle(const fs::path& path)
+{
+    const Descriptor opened{open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+    return opened.isOpen() && fsync(*opened) == 0 ? std::error_code{} : lastError();
+}
+
+std::error_code DurableFile::makeFolder(const fs::path& folder)
+{
+    if (mkdir(folder.c_str(), S_IRWXU) != 0)
+        return errno == EEXIST ? std::error_code{} : lastError();
+    return settle(fs::absolute(folder).parent_path());
+}
+
+std::error_code DurableFile::write(const fs::path& name, std::string_view content, Existing existing)
+{
+    const auto folder = fs::absolute(name).parent_path();
+    const auto made = folder / (std::string{unfinished} + Random::identifier());
+    auto failure = writeNew(made, content);
+    if (!failure)
+        failure = giveName(made, name, existing);
+    std::error_code ignored;
+    fs::remove(made, ignored); // what was renamed is not there any more
+    return failure ? failure : settle(folder);
+}
+
+bool DurableFile::isUnfinished(const fs::path& name)
+{
+    return name.filename().string().starts_with(unfinished);
+}
+
+}

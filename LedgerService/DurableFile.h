@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+namespace LedgerService {
+
+/// Files that a loss of power neither takes away nor leaves half written. Nobody but their owner may read them.
+namespace DurableFile {
+
+/// Has the disk keep the content of the file, or the names in the folder.
+std::error_code settle(const std::filesystem::path& path);
+
+/// Makes the folder for its owner alone, if it is missing, and has the disk keep it. The folder above must be there.
+std::error_code makeFolder(const std::filesystem::path& folder);
+
+enum class Existing { replaced, kept };
+
+/// Writes the content under the name: whole and on the disk when this returns without an error, else not at all.
+/// `kept`: a file of that name stays as it is, which is `errc::file_exists`.
+std::error_code write(const std::filesystem::path& name, std::string_view content,
+                      Existing existing = Existing::replaced);
+
+/// Whether it is what a process that was ended while writing has left.
+bool isUnfinished(const std::filesystem::path& name);
+
+}
+
+}

@@ -1,0 +1,86 @@
+#include <array>
+#include <stdexcept>
+
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerService/Access/ReceiptAccess.h"
+#include "LedgerService/Commands/ReceiptCommands.h"
+#include "LedgerService/Http/RouteKit.h"
+#include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Receipts/ReceivedReceipt.h"
+
+namespace LedgerService {
+
+namespace {
+
+EntryCommands::Act actOf(const MemberCall& call)
+{
+    return {.connection = call.connection,
+            .companyID = call.companyID,
+            .member = call.member,
+            .today = call.today,
+            .now = call.now};
+}
+
+/// The file is on the disk before anybody waits for the database: a row never names a file that is not there.
+Prepared upload(const OpenCall& opened)
+{
+    const auto received = ReceivedReceipt::from(std::exchange(opened.request.body, {}));
+    if (!received)
+        return std::unexpected(received.error());
+    auto digest = opened.service.receipts.keep(received->content());
+    if (!digest)
+        return std::unexpected(std::move(digest.error()));
+    Attachment receipt;
+    receipt.name = received->name();
+    receipt.mime = received->mediaType();
+    receipt.byteCount = static_cast<std::int64_t>(received->content().size());
+    return [receipt = std::move(receipt), digest = *std::move(digest)](const MemberCall& call) -> Outcome {
+        const auto added = ReceiptCommands::add(actOf(call), call.service.receipts, receipt, digest);
+        if (!added)
+            return std::unexpected(added.error());
+        return Reply{.body = Json::encode(*added)};
+    };
+}
+
+std::expected<NewSnapshot, Refusal> link(const MemberCall& call, const AttachmentLink& body)
+{
+    const auto linked = ReceiptCommands::link(actOf(call), call.parameters.front(), body.attachmentIDs);
+    if (!linked)
+        return std::unexpected(linked.error());
+    return NewSnapshot{};
+}
+
+Outcome sendContent(const MemberCall& call)
+{
+    const auto receipt = ReceiptAccess::find(call.connection, call.companyID, call.member, call.parameters.front());
+    if (!receipt)
+        return std::unexpected(Refusal::of(ServiceCode::notFound, "There is no such receipt."));
+    if (!receipt->contentDigest)
+        throw std::runtime_error("a receipt has no file");
+    auto blocks = call.service.receipts.read(*receipt->contentDigest, receipt->attachment.byteCount);
+    auto first = blocks();
+    return Reply{.body = std::move(first),
+                 .headers = {{"Content-Disposition", "attachment"}},
+                 .more = std::move(blocks),
+                 .contentType = receipt->attachment.mime};
+}
+
+Prepared download(const OpenCall&)
+{
+    return sendContent;
+}
+
+constexpr std::array routes{
+    Route{"POST", "/v1/attachments", Writing{upload}, Lane::files, ReceivedReceipt::maximumBody},
+    Route{"GET", "/v1/attachments/{id}", Reading{download}},
+    Route{"POST", "/v1/transactions/{id}/attachments", writing<&link>},
+};
+
+}
+
+std::span<const Route> RouteFamilies::attachments()
+{
+    return routes;
+}
+
+}

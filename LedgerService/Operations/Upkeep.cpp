@@ -1,0 +1,50 @@
+#include "LedgerService/Operations/Upkeep.h"
+
+#include <chrono>
+
+#include <fmt/core.h>
+
+#include "LedgerService/Log.h"
+#include "LedgerService/Receipts/LooseReceipts.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/DatabaseFailure.h"
+
+namespace LedgerService {
+
+namespace {
+
+constexpr std::chrono::minutes pause{10};
+
+}
+
+Upkeep::Upkeep(std::string databaseFile, std::unique_ptr<Database> database)
+    : m_databaseFile(std::move(databaseFile)), m_database(std::move(database)),
+      m_thread([this](const std::stop_token& stopping) { run(stopping); })
+{
+}
+
+Upkeep::~Upkeep() = default;
+
+void Upkeep::run(const std::stop_token& stopping)
+{
+    while (!stopping.stop_requested()) {
+        try {
+            sweepReceipts();
+        } catch (const std::exception& failure) {
+            Log::failure("(upkeep)", DatabaseFailure::words(failure));
+        }
+        std::unique_lock guard{m_guard};
+        m_changed.wait_for(guard, stopping, pause, [] { return false; });
+    }
+}
+
+void Upkeep::sweepReceipts()
+{
+    const auto swept =
+        LooseReceipts::sweep(*m_database, ReceiptFolder{m_databaseFile}, std::chrono::system_clock::now());
+    if (swept.receipts + swept.files > 0)
+        Log::note(fmt::format("swept {} loose receipts and {} files", swept.receipts, swept.files));
+}
+
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace LedgerService {
+
+class Database;
+
+/// What a service has to do from time to time beside answering: a thread with a connection of its own does it, at the
+/// start and every few minutes. What fails is told in the log and tried again.
+class Upkeep {
+public:
+    Upkeep(std::string databaseFile, std::unique_ptr<Database> database);
+    ~Upkeep();
+    Upkeep(const Upkeep&) = delete;
+    Upkeep& operator=(const Upkeep&) = delete;
+
+private:
+    void run(const std::stop_token& stopping);
+    void sweepReceipts();
+
+    std::string m_databaseFile;
+    std::unique_ptr<Database> m_database;
+    std::mutex m_guard;
+    std::condition_variable_any m_changed;
+    std::jthread m_thread; // after what it uses
+};
+
+}

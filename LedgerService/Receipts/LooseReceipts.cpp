@@ -1,0 +1,64 @@
+#include "LedgerService/Receipts/LooseReceipts.h"
+
+#include <string>
+#include <vector>
+
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
+
+namespace LedgerService {
+
+namespace {
+
+std::size_t removeRows(Database& database, std::string_view before)
+{
+    const auto loan = database.borrow();
+    const auto turn = database.queueToWrite();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    const auto removed = AttachmentRepository::removeLoose(*loan, before);
+    transaction.commit();
+    return removed;
+}
+
+std::vector<std::string> unnamed(Database& database, const ReceiptFolder& folder)
+{
+    std::vector<std::string> digests;
+    const auto loan = database.borrow();
+    folder.eachOlderThan(LooseReceipts::graceOfFiles, [&](const std::string& digest) {
+        if (!AttachmentRepository::isNamed(*loan, digest))
+            digests.push_back(digest);
+    });
+    return digests;
+}
+
+/// Looks again while nobody else writes: no row that names the file is added meanwhile.
+bool removeFile(Database& database, const ReceiptFolder& folder, const std::string& digest)
+{
+    const auto loan = database.borrow();
+    const auto turn = database.queueToWrite();
+    const Transaction transaction{*loan, Transaction::Mode::writing};
+    if (AttachmentRepository::isNamed(*loan, digest))
+        return false;
+    folder.remove(digest);
+    return true;
+}
+
+}
+
+LooseReceipts::Swept LooseReceipts::sweep(Database& database, const ReceiptFolder& folder,
+                                          std::chrono::system_clock::time_point now)
+{
+    Swept swept;
+    const auto before = LedgerDay::stamp(now - lifetime);
+    for (std::size_t removed = 1; removed > 0; swept.receipts += removed)
+        removed = removeRows(database, before);
+    for (const auto& digest : unnamed(database, folder))
+        swept.files += removeFile(database, folder, digest) ? 1 : 0;
+    return swept;
+}
+
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <expected>
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "LedgerService/Refusal.h"
+
+namespace LedgerService {
+
+/// Gives the content of a receipt block by block, and an empty text after the last one. Throws before the last block
+/// when the content is not what was stored.
+using ReceiptBlocks = std::function<std::string()>;
+
+/// The folder beside the database that keeps the receipts' files, each under the digest of its content. Any number of
+/// threads and processes use it at once: a file never changes, and is there as a whole or not at all.
+class ReceiptFolder {
+public:
+    explicit ReceiptFolder(const std::string& databaseFile);
+
+    /// Keeps the content, safely on the disk when this returns, and gives its digest. Content that is there already
+    /// counts as new.
+    [[nodiscard]] std::expected<std::string, Refusal> keep(std::string_view content) const;
+
+    [[nodiscard]] bool has(std::string_view digest) const;
+
+    /// The content. Throws when there is no such file, or one of another size.
+    [[nodiscard]] ReceiptBlocks read(std::string_view digest, std::int64_t byteCount) const;
+
+    /// Why the file is not the content that was stored, or an empty text.
+    [[nodiscard]] std::string problemOf(std::string_view digest, std::int64_t byteCount) const;
+
+    void remove(std::string_view digest) const;
+
+    /// Shows the digest of each file that has been there unused for so long, and removes what was left half written.
+    void eachOlderThan(std::chrono::hours age, const std::function<void(const std::string& digest)>& show) const;
+
+    [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
+    /// Where the content with this digest is kept.
+    [[nodiscard]] std::filesystem::path fileOf(std::string_view digest) const;
+
+private:
+    std::filesystem::path m_path;
+};
+
+}
