@@ -21,6 +21,8 @@ constexpr Columns columns{column("m.id", &Member::id),
 
 const auto selectMember =
     columns.select("FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company AND m.id = :member");
+const auto selectByEmail = columns.select(
+    "FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company AND u.email = :email");
 const auto selectMembers =
     columns.select("FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company ORDER BY m.position");
 const auto insertMember =
@@ -28,6 +30,8 @@ const auto insertMember =
                                {"position", "(SELECT COUNT(*) FROM members WHERE company_id = :company)"},
                                {"demo_profile", ":profile"},
                                {"created_at", ":created"}});
+
+const auto updateMember = columns.update("members", "company_id = :company AND id = :id");
 
 constexpr auto selectMemberships = R"sql(
     SELECT m.company_id, m.id, m.active, c.approval_status, CASE WHEN c.demo_locale IS NULL THEN 0 ELSE 1 END
@@ -47,6 +51,14 @@ std::optional<Member> MemberRepository::find(Connection& connection, std::string
 {
     Query query{connection, selectMember};
     query.bind("company", companyID).bind("member", memberID);
+    return recordOf<Member>(query, columns);
+}
+
+std::optional<Member> MemberRepository::findByEmail(Connection& connection, std::string_view companyID,
+                                                    std::string_view email)
+{
+    Query query{connection, selectByEmail};
+    query.bind("company", companyID).bind("email", email);
     return recordOf<Member>(query, columns);
 }
 
@@ -84,6 +96,13 @@ void MemberRepository::insert(Connection& connection, std::string_view companyID
     Query query{connection, insertMember};
     columns.bind(query.bind("company", companyID), member);
     query.bind("profile", demoProfile).bind("created", createdAt).run();
+}
+
+void MemberRepository::write(Connection& connection, std::string_view companyID, const Member& member)
+{
+    Query query{connection, updateMember};
+    columns.bind(query.bind("company", companyID), member);
+    query.run();
 }
 
 }

@@ -24,6 +24,9 @@ namespace MemberRepository {
 
 std::optional<Member> find(Connection& connection, std::string_view companyID, std::string_view memberID);
 
+/// The member who signs in with this address, in the form of `UserRepository::normalized`.
+std::optional<Member> findByEmail(Connection& connection, std::string_view companyID, std::string_view email);
+
 /// The company's members in the order in which they joined.
 std::vector<Member> all(Connection& connection, std::string_view companyID);
 
@@ -36,6 +39,9 @@ std::optional<std::string> demoMemberID(Connection& connection, std::string_view
 /// Adds the member after the company's others; `demoProfile` is set in demonstration companies only.
 void insert(Connection& connection, std::string_view companyID, const Member& member,
             const std::optional<std::string>& demoProfile, std::string_view createdAt);
+
+/// Writes what the membership is now; the person's address is not part of it.
+void write(Connection& connection, std::string_view companyID, const Member& member);
 
 }
 
