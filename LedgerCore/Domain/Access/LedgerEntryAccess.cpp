@@ -17,14 +17,6 @@ std::string_view actionOf(std::string_view kind)
     return kind == EntryKind::transfer ? AccountAction::transferOut : kind;
 }
 
-/// Restricted accounts take only some kinds: refund accounts earn nothing, floats give no refunds, neither exchanges.
-bool refusesKind(const Account& account, std::string_view kind)
-{
-    if (account.hasPurpose(AccountPurpose::refund))
-        return kind == EntryKind::income || kind == EntryKind::exchange;
-    return account.isRestricted() && (kind == EntryKind::refund || kind == EntryKind::exchange);
-}
-
 /// Both ends of a transfer with a purpose are tested on opposite accounts; without both ends nothing is known.
 std::optional<bool> mayReverseTransfer(const LedgerTransaction& transaction, const Member& member)
 {
@@ -60,9 +52,16 @@ std::optional<RecordRefusal> LedgerEntryAccess::whyNotRecord(const Account& acco
         return notGranted;
     if (account.isRestricted() && account.responsibleMemberID() != std::string_view{member.id})
         return notResponsible;
-    if (refusesKind(account, kind))
+    if (!takesKind(account, kind))
         return kindRefused;
     return std::nullopt;
+}
+
+bool LedgerEntryAccess::takesKind(const Account& account, std::string_view kind)
+{
+    if (account.hasPurpose(AccountPurpose::refund))
+        return kind != EntryKind::income && kind != EntryKind::exchange;
+    return !account.isRestricted() || (kind != EntryKind::refund && kind != EntryKind::exchange);
 }
 
 std::vector<const Account*> LedgerEntryAccess::accounts(const LedgerSnapshot& snapshot, std::string_view kind)

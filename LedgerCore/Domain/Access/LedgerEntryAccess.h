@@ -26,6 +26,10 @@ enum class RecordRefusal {
 /// is its source.
 std::optional<RecordRefusal> whyNotRecord(const Account& account, const Member& member, std::string_view kind);
 
+/// Whether entries of this kind can stand on the account at all: refund accounts earn nothing, floats give no refunds,
+/// neither exchanges.
+bool takesKind(const Account& account, std::string_view kind);
+
 /// The accounts on which the current member may record an entry of this kind, in snapshot order.
 std::vector<const Account*> accounts(const LedgerSnapshot& snapshot, std::string_view kind);
 

@@ -1,5 +1,6 @@
 #include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
@@ -8,6 +9,7 @@
 
 namespace {
 
+using FinancialSettingsRules::Ground;
 using FinancialSettingsRules::Refusal;
 
 /// Books that never had settings are at revision 0.
@@ -16,19 +18,30 @@ int revisionOf(const std::optional<FinancialSettings>& settings)
     return settings ? settings->revision : 0;
 }
 
-std::optional<Refusal> whyNotInitialize(const FinancialSettingsCommand& command,
-                                        const std::optional<FinancialSettings>& settings,
-                                        const std::optional<std::string>& earliestEntryDay)
+bool initializes(const FinancialSettingsCommand& command)
+{
+    return command.action == FinancialSettingsAction::initialize;
+}
+
+bool isWord(std::string_view mode)
+{
+    return mode.size() <= FinancialSettingsRules::modeLength && std::ranges::all_of(mode, [](char each) {
+               return (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z') || (each >= '0' && each <= '9') ||
+                      each == '-';
+           });
+}
+
+std::optional<Refusal> whyNotInitialize(const FinancialSettingsCommand& command, const Ground& ground)
 {
     using enum Refusal;
+    const auto& settings = ground.settings;
     if (settings && (settings->bookkeepingStartDate || settings->initializedAt))
         return alreadyInitialized;
-    if (!command.bookkeepingStartDate || !LedgerDay::isValid(*command.bookkeepingStartDate))
-        return invalidStartDate;
-    if (earliestEntryDay && *command.bookkeepingStartDate > *earliestEntryDay)
+    const auto& start = *command.bookkeepingStartDate;
+    if (start > ground.latestEntryDay)
+        return startInFuture;
+    if (ground.earliestEntryDay && start > *ground.earliestEntryDay)
         return startAfterEntries;
-    if (!command.initializationMode || command.initializationMode->empty())
-        return modeRequired;
     return std::nullopt;
 }
 
@@ -41,12 +54,14 @@ FinancialSettingsCommand begin(std::string_view action, const LedgerSnapshot& sn
     return command;
 }
 
-std::expected<FinancialSettingsCommand, Refusal> checked(FinancialSettingsCommand command,
-                                                         const LedgerSnapshot& snapshot)
+std::expected<FinancialSettingsCommand, Refusal>
+checked(FinancialSettingsCommand command, const LedgerSnapshot& snapshot, std::string_view latestEntryDay)
 {
-    if (const auto refused =
-            FinancialSettingsRules::whyNot(command, snapshot.currentMember, snapshot.financialSettings,
-                                           OpeningBalancePolicy::earliestVisibleTransactionDay(snapshot)))
+    const Ground ground{.member = snapshot.currentMember,
+                        .settings = snapshot.financialSettings,
+                        .earliestEntryDay = OpeningBalancePolicy::earliestVisibleTransactionDay(snapshot),
+                        .latestEntryDay = std::string{latestEntryDay}};
+    if (const auto refused = FinancialSettingsRules::whyNot(command, ground))
         return std::unexpected(*refused);
     return command;
 }
@@ -54,31 +69,65 @@ std::expected<FinancialSettingsCommand, Refusal> checked(FinancialSettingsComman
 }
 
 std::optional<FinancialSettingsRules::Refusal>
-FinancialSettingsRules::whyNot(const FinancialSettingsCommand& command, const Member& member,
-                               const std::optional<FinancialSettings>& settings,
-                               const std::optional<std::string>& earliestEntryDay)
+FinancialSettingsRules::whyNotShaped(const FinancialSettingsCommand& command)
 {
     using enum Refusal;
-    const bool initializes = command.action == FinancialSettingsAction::initialize;
-    if (!initializes && command.action != FinancialSettingsAction::configure)
+    if (initializes(command)) {
+        if (command.contributionsEnabled || command.dividendsEnabled)
+            return foreignField;
+        if (!command.bookkeepingStartDate || !LedgerDay::isValid(*command.bookkeepingStartDate))
+            return invalidStartDate;
+        if (!command.initializationMode || command.initializationMode->empty())
+            return modeRequired;
+        return isWord(*command.initializationMode) ? std::nullopt : std::optional{modeUnsound};
+    }
+    if (command.action != FinancialSettingsAction::configure)
         return unknownAction;
-    if (!MemberRights::canManage(member))
-        return noAuthority;
-    if (command.expectedRevision != revisionOf(settings))
-        return staleRevision;
-    if (initializes)
-        return whyNotInitialize(command, settings, earliestEntryDay);
+    if (command.bookkeepingStartDate || command.initializationMode)
+        return foreignField;
     return command.contributionsEnabled && command.dividendsEnabled ? std::nullopt : std::optional{switchesRequired};
 }
 
+std::optional<FinancialSettingsRules::Refusal> FinancialSettingsRules::whyNot(const FinancialSettingsCommand& command,
+                                                                              const Ground& ground)
+{
+    using enum Refusal;
+    if (!MemberRights::canManage(ground.member))
+        return noAuthority;
+    if (const auto refused = whyNotShaped(command))
+        return refused;
+    if (command.expectedRevision != revisionOf(ground.settings))
+        return staleRevision;
+    if (command.expectedRevision >= lastRevision)
+        return revisionLimit;
+    return initializes(command) ? whyNotInitialize(command, ground) : std::nullopt;
+}
+
+FinancialSettings FinancialSettingsRules::changed(const std::optional<FinancialSettings>& settings,
+                                                  const FinancialSettingsCommand& command, std::string_view now)
+{
+    auto after = settings.value_or(FinancialSettings{});
+    ++after.revision;
+    if (initializes(command)) {
+        after.bookkeepingStartDate = command.bookkeepingStartDate;
+        after.initializationMode = command.initializationMode;
+        after.initializedAt = now;
+    } else {
+        after.contributionsEnabled = *command.contributionsEnabled;
+        after.dividendsEnabled = *command.dividendsEnabled;
+        after.featuresConfigured = true;
+    }
+    return after;
+}
+
 std::expected<FinancialSettingsCommand, FinancialSettingsRules::Refusal>
-FinancialSettingsRules::initialize(const LedgerSnapshot& snapshot, std::string startDate, std::string mode,
-                                   std::string idempotencyKey)
+FinancialSettingsRules::initialize(const LedgerSnapshot& snapshot, std::string_view latestEntryDay,
+                                   std::string startDate, std::string mode, std::string idempotencyKey)
 {
     auto command = begin(FinancialSettingsAction::initialize, snapshot, std::move(idempotencyKey));
     command.bookkeepingStartDate = std::move(startDate);
     command.initializationMode = std::move(mode);
-    return checked(std::move(command), snapshot);
+    return checked(std::move(command), snapshot, latestEntryDay);
 }
 
 std::expected<FinancialSettingsCommand, FinancialSettingsRules::Refusal>
@@ -87,5 +136,5 @@ FinancialSettingsRules::configure(const LedgerSnapshot& snapshot, Switches switc
     auto command = begin(FinancialSettingsAction::configure, snapshot, std::move(idempotencyKey));
     command.contributionsEnabled = switches.contributions;
     command.dividendsEnabled = switches.dividends;
-    return checked(std::move(command), snapshot);
+    return checked(std::move(command), snapshot, {});
 }

@@ -109,7 +109,8 @@ LedgerSnapshot managed()
 
 TEST(FinancialSettingsCommand, CarriesOnlyTheFieldsOfItsAction)
 {
-    const auto initialize = FinancialSettingsRules::initialize(managed(), "2024-03-05", "openingBalances", "key-1");
+    const auto initialize =
+        FinancialSettingsRules::initialize(managed(), "2024-03-11", "2024-03-05", "openingBalances", "key-1");
     ASSERT_TRUE(initialize.has_value());
     EXPECT_EQ(Json::encode(*initialize),
               R"({"action":"initialize","expectedRevision":7,"idempotencyKey":"key-1",)"
@@ -121,14 +122,17 @@ TEST(FinancialSettingsCommand, CarriesOnlyTheFieldsOfItsAction)
                                         R"("contributionsEnabled":true,"dividendsEnabled":false})");
 }
 
-TEST(FinancialSettingsCommand, ConfirmsTheStartOnceAndNotAfterTheFirstEntry)
+TEST(FinancialSettingsCommand, ConfirmsTheStartOnceAndNeitherAfterTheFirstEntryNorAhead)
 {
     const auto refusal = [](const LedgerSnapshot& books, const char* day, const char* mode) {
-        return FinancialSettingsRules::initialize(books, day, mode, "key").error();
+        return FinancialSettingsRules::initialize(books, "2024-03-11", day, mode, "key").error();
     };
     EXPECT_EQ(refusal(managed(), "2024-03-06", "fromZero"), Refusal::startAfterEntries);
+    EXPECT_EQ(refusal(managed(), "2024-03-12", "fromZero"), Refusal::startInFuture);
     EXPECT_EQ(refusal(managed(), "2024-02-30", "fromZero"), Refusal::invalidStartDate);
     EXPECT_EQ(refusal(managed(), "2024-01-01", ""), Refusal::modeRequired);
+    EXPECT_EQ(refusal(managed(), "2024-01-01", "from\nzero"), Refusal::modeUnsound);
+    EXPECT_EQ(refusal(managed(), "2024-01-01", std::string(41, 'a').c_str()), Refusal::modeUnsound);
 
     auto started = managed();
     started.financialSettings->bookkeepingStartDate = "2024-01-01";
@@ -138,20 +142,39 @@ TEST(FinancialSettingsCommand, ConfirmsTheStartOnceAndNotAfterTheFirstEntry)
     EXPECT_EQ(refusal(stranger, "2024-01-01", "fromZero"), Refusal::noAuthority);
 }
 
-TEST(FinancialSettingsCommand, IsRefusedOnAnotherRevisionOrUnknownAction)
+TEST(FinancialSettingsCommand, IsRefusedOnAnotherRevisionOrWithOtherFields)
 {
     const auto books = managed();
+    FinancialSettingsRules::Ground ground{books.currentMember, books.financialSettings, std::nullopt, "2024-03-11"};
     auto command = *FinancialSettingsRules::configure(books, {}, "key");
-    const auto whyNot = [&] {
-        return FinancialSettingsRules::whyNot(command, books.currentMember, books.financialSettings, std::nullopt);
-    };
-    EXPECT_EQ(whyNot(), std::nullopt);
-    command.dividendsEnabled.reset();
-    EXPECT_EQ(whyNot(), Refusal::switchesRequired);
+    EXPECT_EQ(FinancialSettingsRules::whyNot(command, ground), std::nullopt);
     command.expectedRevision = 6;
-    EXPECT_EQ(whyNot(), Refusal::staleRevision);
+    EXPECT_EQ(FinancialSettingsRules::whyNot(command, ground), Refusal::staleRevision);
+    command.expectedRevision = ground.settings->revision = FinancialSettingsRules::lastRevision;
+    EXPECT_EQ(FinancialSettingsRules::whyNot(command, ground), Refusal::revisionLimit);
+    command.bookkeepingStartDate = "2024-01-01";
+    EXPECT_EQ(FinancialSettingsRules::whyNot(command, ground), Refusal::foreignField);
+    command.bookkeepingStartDate.reset();
+    command.dividendsEnabled.reset();
+    EXPECT_EQ(FinancialSettingsRules::whyNot(command, ground), Refusal::switchesRequired);
     command.action = "reset";
-    EXPECT_EQ(whyNot(), Refusal::unknownAction);
+    EXPECT_EQ(FinancialSettingsRules::whyNot(command, ground), Refusal::unknownAction);
+}
+
+TEST(FinancialSettingsCommand, ChangesWhatItsActionIsAbout)
+{
+    auto books = managed();
+    const auto start = *FinancialSettingsRules::initialize(books, "2024-03-11", "2024-01-01", "openingBalances", "key");
+    books.financialSettings = FinancialSettingsRules::changed(books.financialSettings, start, "stamp");
+    const auto switches = *FinancialSettingsRules::configure(books, {.contributions = true, .dividends = false}, "key");
+    const auto after = FinancialSettingsRules::changed(books.financialSettings, switches, "later");
+    EXPECT_EQ(after, (FinancialSettings{.revision = 9,
+                                        .contributionsEnabled = true,
+                                        .dividendsEnabled = false,
+                                        .bookkeepingStartDate = "2024-01-01",
+                                        .initializationMode = "openingBalances",
+                                        .initializedAt = "stamp",
+                                        .featuresConfigured = true}));
 }
 
 }
