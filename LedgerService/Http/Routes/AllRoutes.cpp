@@ -1,18 +1,26 @@
 #include "LedgerService/Http/Routes/AllRoutes.h"
 
+#include <array>
 #include <vector>
 
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 
 namespace LedgerService {
 
+namespace {
+
+constexpr std::array families{
+    RouteFamilies::health,      RouteFamilies::session,  RouteFamilies::snapshot,   RouteFamilies::transactions,
+    RouteFamilies::attachments, RouteFamilies::accounts, RouteFamilies::categories, RouteFamilies::financialSettings,
+};
+
+}
+
 std::span<const Route> allRoutes()
 {
     static const auto routes = [] {
         std::vector<Route> all;
-        for (const auto family :
-             {RouteFamilies::health, RouteFamilies::session, RouteFamilies::snapshot, RouteFamilies::transactions,
-              RouteFamilies::attachments, RouteFamilies::invitations, RouteFamilies::members, RouteFamilies::company}) {
+        for (const auto family : families) {
             const auto each = family();
             all.insert(all.end(), each.begin(), each.end());
         }

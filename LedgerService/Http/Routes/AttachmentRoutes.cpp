@@ -5,21 +5,13 @@
 #include "LedgerService/Access/ReceiptAccess.h"
 #include "LedgerService/Commands/ReceiptCommands.h"
 #include "LedgerService/Http/RouteKit.h"
+#include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Receipts/ReceivedReceipt.h"
 
 namespace LedgerService {
 
 namespace {
-
-EntryCommands::Act actOf(const MemberCall& call)
-{
-    return {.connection = call.connection,
-            .companyID = call.companyID,
-            .member = call.member,
-            .today = call.today,
-            .now = call.now};
-}
 
 /// The file is on the disk before anybody waits for the database: a row never names a file that is not there.
 Prepared upload(const OpenCall& opened)

@@ -16,7 +16,8 @@ Outcome authResponse(std::expected<IssuedSession, Refusal> session)
 {
     if (!session)
         return std::unexpected(std::move(session.error()));
-    return sessionReply(*session);
+    return SnapshotReply{
+        .reader = session->owner, .asked = {}, .beside = std::pair{std::string{"token"}, session->token}};
 }
 
 Outcome login(const OpenCall& call, const Login& body)

@@ -6,6 +6,7 @@
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Commands/EntryCommands.h"
 #include "LedgerService/Http/RouteKit.h"
+#include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 
@@ -43,15 +44,6 @@ std::string commandName<Reversal>(const MemberCall& call)
 }
 
 namespace {
-
-EntryCommands::Act actOf(const MemberCall& call)
-{
-    return {.connection = call.connection,
-            .companyID = call.companyID,
-            .member = call.member,
-            .today = call.today,
-            .now = call.now};
-}
 
 std::optional<Refusal> whyNotShaped(const TransactionInput& input)
 {

@@ -22,6 +22,7 @@ const auto selectAccounts = columns.select("FROM accounts WHERE company_id = :co
 const auto insertAccount =
     columns.insert("accounts", {{"company_id", ":company"},
                                 {"position", "(SELECT COUNT(*) FROM accounts WHERE company_id = :company)"}});
+const auto updateAccount = columns.update("accounts", "company_id = :company AND id = :id");
 
 constexpr auto selectAccountBalances = R"sql(
     SELECT account_id, currency, amount_minor FROM balances WHERE company_id = :company AND account_id = :account
@@ -82,6 +83,13 @@ std::vector<Account> AccountRepository::all(Connection& connection, std::string_
 void AccountRepository::insert(Connection& connection, std::string_view companyID, const Account& account)
 {
     Query query{connection, insertAccount};
+    columns.bind(query.bind("company", companyID), account);
+    query.run();
+}
+
+void AccountRepository::update(Connection& connection, std::string_view companyID, const Account& account)
+{
+    Query query{connection, updateAccount};
     columns.bind(query.bind("company", companyID), account);
     query.run();
 }

@@ -21,6 +21,7 @@ const auto selectCategories = columns.select("FROM categories WHERE company_id =
 const auto insertCategory =
     columns.insert("categories", {{"company_id", ":company"},
                                   {"position", "(SELECT COUNT(*) FROM categories WHERE company_id = :company)"}});
+const auto updateCategory = columns.update("categories", "company_id = :company AND id = :id");
 
 }
 
@@ -42,6 +43,13 @@ std::vector<Category> CategoryRepository::all(Connection& connection, std::strin
 void CategoryRepository::insert(Connection& connection, std::string_view companyID, const Category& category)
 {
     Query query{connection, insertCategory};
+    columns.bind(query.bind("company", companyID), category);
+    query.run();
+}
+
+void CategoryRepository::update(Connection& connection, std::string_view companyID, const Category& category)
+{
+    Query query{connection, updateCategory};
     columns.bind(query.bind("company", companyID), category);
     query.run();
 }

@@ -20,6 +20,9 @@ std::vector<Category> all(Connection& connection, std::string_view companyID);
 /// Adds the category after the company's others.
 void insert(Connection& connection, std::string_view companyID, const Category& category);
 
+/// Writes the category over what stands under its id.
+void update(Connection& connection, std::string_view companyID, const Category& category);
+
 }
 
 }

@@ -95,6 +95,14 @@ constexpr auto selectReferenceUse = R"sql(
         AND NOT EXISTS (SELECT 1 FROM entries r WHERE r.company_id = e.company_id AND r.reversal_of = e.id)
 )sql";
 
+constexpr auto selectTouching = R"sql(
+    SELECT sequence FROM legs WHERE company_id = :company AND account_id = :account LIMIT 1
+)sql";
+
+constexpr auto selectEarliestDay = R"sql(
+    SELECT MIN(date) FROM entries WHERE company_id = :company
+)sql";
+
 constexpr auto selectActiveOpenings = R"sql(
     SELECT e.id
     FROM legs l JOIN entries e ON e.company_id = l.company_id AND e.sequence = l.sequence
@@ -292,6 +300,21 @@ std::vector<std::string> EntryRepository::activeOpeningIDs(Connection& connectio
     Query query{connection, selectActiveOpenings};
     query.bind("company", companyID).bind("account", accountID).bind("currency", currency);
     return idsOf(query);
+}
+
+bool EntryRepository::touches(Connection& connection, std::string_view companyID, std::string_view accountID)
+{
+    std::int64_t sequence = 0;
+    Query query{connection, selectTouching};
+    return query.bind("company", companyID).bind("account", accountID).into(sequence).next();
+}
+
+std::optional<std::string> EntryRepository::earliestDay(Connection& connection, std::string_view companyID)
+{
+    std::optional<std::string> day;
+    Query query{connection, selectEarliestDay};
+    query.bind("company", companyID).into(day).next();
+    return day;
 }
 
 }

@@ -59,6 +59,12 @@ std::vector<std::string> accountsWithReference(Connection& connection, std::stri
 std::vector<std::string> activeOpeningIDs(Connection& connection, std::string_view companyID,
                                           std::string_view accountID, std::string_view currency);
 
+/// Whether any entry moves money on the account.
+bool touches(Connection& connection, std::string_view companyID, std::string_view accountID);
+
+/// The day of the company's earliest entry, whenever it was recorded; takes time in proportion to the entries.
+std::optional<std::string> earliestDay(Connection& connection, std::string_view companyID);
+
 }
 
 }

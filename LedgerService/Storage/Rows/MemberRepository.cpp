@@ -21,8 +21,6 @@ constexpr Columns columns{column("m.id", &Member::id),
 
 const auto selectMember =
     columns.select("FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company AND m.id = :member");
-const auto selectByEmail = columns.select(
-    "FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company AND u.email = :email");
 const auto selectMembers =
     columns.select("FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company ORDER BY m.position");
 const auto insertMember =
@@ -30,7 +28,6 @@ const auto insertMember =
                                {"position", "(SELECT COUNT(*) FROM members WHERE company_id = :company)"},
                                {"demo_profile", ":profile"},
                                {"created_at", ":created"}});
-
 const auto updateMember = columns.update("members", "company_id = :company AND id = :id");
 
 constexpr auto selectMemberships = R"sql(
@@ -51,14 +48,6 @@ std::optional<Member> MemberRepository::find(Connection& connection, std::string
 {
     Query query{connection, selectMember};
     query.bind("company", companyID).bind("member", memberID);
-    return recordOf<Member>(query, columns);
-}
-
-std::optional<Member> MemberRepository::findByEmail(Connection& connection, std::string_view companyID,
-                                                    std::string_view email)
-{
-    Query query{connection, selectByEmail};
-    query.bind("company", companyID).bind("email", email);
     return recordOf<Member>(query, columns);
 }
 
@@ -98,7 +87,7 @@ void MemberRepository::insert(Connection& connection, std::string_view companyID
     query.bind("profile", demoProfile).bind("created", createdAt).run();
 }
 
-void MemberRepository::write(Connection& connection, std::string_view companyID, const Member& member)
+void MemberRepository::update(Connection& connection, std::string_view companyID, const Member& member)
 {
     Query query{connection, updateMember};
     columns.bind(query.bind("company", companyID), member);

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "LedgerService/Commands/CommandAct.h"
+#include "LedgerService/Http/Route.h"
+
+namespace LedgerService {
+
+/// The call as a command sees it; a view of it.
+inline CommandAct actOf(const MemberCall& call)
+{
+    return {.connection = call.connection,
+            .companyID = call.companyID,
+            .member = call.member,
+            .today = call.today,
+            .now = call.now};
+}
+
+}
