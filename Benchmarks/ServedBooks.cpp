@@ -31,8 +31,8 @@ CompanyFounding foundingOf(std::size_t entryCount)
         founding.books.members[at].email = fmt::format("member{}@harbour.example", at);
     founding.books.accounts = std::move(generated.accounts);
     founding.books.categories = std::move(generated.categories);
-    founding.books.attachments = std::move(generated.attachments);
-    founding.books.entries = std::move(generated.transactions);
+    founding.books.attachments = generated.attachments.toVector();
+    founding.books.entries = generated.transactions.toVector();
     founding.passwordHash = Password::hash(ServedBooks::password);
     return founding;
 }

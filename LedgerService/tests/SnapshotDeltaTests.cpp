@@ -34,14 +34,14 @@ std::string conditions(const std::string& tag, std::string_view manipulations = 
 }
 
 template <class Row>
-void merge(std::vector<Row>& held, const std::vector<Row>& news)
+void merge(SharedList<Row>& held, const SharedList<Row>& news)
 {
     for (const auto& each : news) {
         const auto known = std::ranges::find(held, each.id, &Row::id);
         if (known == held.end())
             held.push_back(each);
         else
-            *known = each;
+            held[static_cast<std::size_t>(known - held.begin())] = each;
     }
 }
 
@@ -112,7 +112,7 @@ public:
     void step(const LedgerSnapshot& seen)
     {
         Books books;
-        books.entries = seen.transactions;
+        books.entries = seen.transactions.toVector();
         switch (m_engine() % 12) {
         case 0:
             return upload();

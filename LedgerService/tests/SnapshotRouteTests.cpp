@@ -21,8 +21,8 @@ struct Sight {
     Names attachments;
 };
 
-template <class Row>
-Names idsOf(const std::vector<Row>& rows)
+template <class Rows>
+Names idsOf(const Rows& rows)
 {
     Names ids;
     for (const auto& row : rows)

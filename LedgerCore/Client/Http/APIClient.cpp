@@ -9,9 +9,6 @@
 
 namespace {
 
-/// A reply of this size is decoded well within a frame.
-constexpr std::size_t quicklyRead = 65'536;
-
 struct ErrorDetail {
     std::optional<std::string> code;
     std::optional<std::string> message;
@@ -113,7 +110,8 @@ QCoro::Task<Result<HttpReply>> APIClient::send(APIRequest request) const
                                               .token = std::move(request.token),
                                               .body = std::move(request.body),
                                               .headers = std::move(request.headers),
-                                              .errand = request.errand});
+                                              .errand = request.errand,
+                                              .sink = std::move(request.sink)});
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(failureOf(reply.error()));

@@ -23,6 +23,7 @@ struct APIRequest {
     std::optional<std::string> body = {};  // JSON
     std::vector<HttpHeader> headers = {};  // beyond those that every request has
     Errand errand = Errand::person;
+    std::shared_ptr<BodySink> sink = {}; // takes the body of a successful reply, which then has none
 };
 
 /// The only code that speaks HTTP: one request, one answer, every failure a value. A value itself; copies share the
@@ -55,6 +56,9 @@ private:
     std::string m_baseURL;
     std::shared_ptr<HttpSession> m_session;
 };
+
+/// A reply of this size is decoded well within a frame.
+inline constexpr std::size_t quicklyRead = 65'536;
 
 /// Runs `work` here when `size` bytes are quickly read, else on a worker.
 QCoro::Task<void> runForSize(std::size_t size, std::function<void()> work);

@@ -13,6 +13,7 @@
 #include <QTimer>
 #include <QUrl>
 
+#include "LedgerCore/Client/Http/BodySink.h"
 #include "LedgerCore/Client/Http/SingleUseBody.h"
 #include "LedgerCore/Client/Http/TransferWatch.h"
 
@@ -88,20 +89,42 @@ void takeArrived(QNetworkReply& reply, std::string& body)
     }
 }
 
-/// Takes the body as it arrives, a little at a time: a large one taken in the end would hold the interface up.
-std::shared_ptr<std::string> takeAsItArrives(QNetworkReply& reply)
+bool isSuccess(const QNetworkReply& reply)
 {
-    auto body = std::make_shared<std::string>();
-    QObject::connect(&reply, &QIODevice::readyRead, &reply, [&reply, body] {
-        if (body->empty())
-            body->reserve(announcedSize(reply));
-        takeArrived(reply, *body);
-    });
-    return body;
+    const auto status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
+    return status >= 200 && status <= 299;
+}
+
+/// What arrives of a body, and where it goes.
+struct Arrival {
+    std::string body;
+    std::shared_ptr<BodySink> sink;
+
+    void takeFrom(QNetworkReply& reply)
+    {
+        if (!sink || !isSuccess(reply)) {
+            if (body.empty())
+                body.reserve(announcedSize(reply));
+            takeArrived(reply, body);
+            return;
+        }
+        std::string piece;
+        takeArrived(reply, piece);
+        if (!piece.empty())
+            sink->take(std::move(piece));
+    }
+};
+
+/// Takes the body as it arrives, a little at a time: a large one taken in the end would hold the interface up.
+std::shared_ptr<Arrival> takeAsItArrives(QNetworkReply& reply, std::shared_ptr<BodySink> sink)
+{
+    auto arrival = std::make_shared<Arrival>(Arrival{.body = {}, .sink = std::move(sink)});
+    QObject::connect(&reply, &QIODevice::readyRead, &reply, [&reply, arrival] { arrival->takeFrom(reply); });
+    return arrival;
 }
 
 std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, TransferWatch::Ending ending,
-                                                    std::string body)
+                                                    Arrival& arrival)
 {
     if (ending == TransferWatch::Ending::cancelled)
         return std::unexpected(TransportFailure::cancelled);
@@ -113,8 +136,8 @@ std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, Transf
     constexpr int firstRefusal = 400;
     if (status == 0 || (status < firstRefusal && reply.error() != QNetworkReply::NoError))
         return std::unexpected(TransportFailure::unreadable);
-    takeArrived(reply, body);
-    HttpReply concluded{.status = status, .body = std::move(body)};
+    arrival.takeFrom(reply);
+    HttpReply concluded{.status = status, .body = std::move(arrival.body)};
     for (const auto& [name, value] : reply.rawHeaderPairs())
         concluded.headers.push_back({name.toLower().toStdString(), value.toStdString()});
     return concluded;
@@ -143,9 +166,9 @@ QCoro::Task<std::expected<HttpReply, TransportFailure>> HttpSession::send(std::s
     auto* const reply = session->start(request);
     const QPointer<TransferWatch> watch = new TransferWatch(*reply, session->m_limits);
     session->m_transfers.push_back({.watch = watch, .errand = request.errand});
-    const auto body = takeAsItArrives(*reply);
+    const auto arrival = takeAsItArrives(*reply, std::move(request.sink));
     co_await reply;
-    auto outcome = conclude(*reply, watch->ending(), std::move(*body));
+    auto outcome = conclude(*reply, watch->ending(), *arrival);
     std::erase_if(session->m_transfers, [&](const Transfer& each) { return each.watch == watch; });
     session->m_lastUse.start();
     reply->deleteLater();

@@ -12,6 +12,7 @@
 #include <QElapsedTimer>
 #include <QPointer>
 
+class BodySink;
 class QNetworkAccessManager;
 class QNetworkReply;
 class TransferWatch;
@@ -49,6 +50,7 @@ struct HttpRequest {
     std::optional<std::string> body = {};  // JSON
     std::vector<HttpHeader> headers = {};  // beyond those that every request has
     Errand errand = Errand::person;
+    std::shared_ptr<BodySink> sink = {}; // takes the body of a successful reply, which then has none
 };
 
 struct HttpReply {

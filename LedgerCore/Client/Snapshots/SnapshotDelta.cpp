@@ -3,7 +3,6 @@
 #include <string_view>
 #include <unordered_map>
 #include <utility>
-#include <vector>
 
 #include "LedgerCore/Domain/Json/Json.h"
 
@@ -15,46 +14,44 @@ struct MergedCounts {
 };
 BOOST_DESCRIBE_STRUCT(MergedCounts, (), (entryCount, attachmentCount))
 
-/// `base` with `changes`, or nothing when they come to another number of records.
+/// `base` with `changes`, or nothing when they do not come to `count` records. So many of them must be new and the
+/// others be found, which are searched from the end: what changes is mostly young.
 template <class Record>
-std::optional<std::vector<Record>> merged(const std::vector<Record>& base, std::vector<Record> changes,
-                                          std::int64_t count)
+std::optional<SharedList<Record>> merged(SharedList<Record> base, SharedList<Record> changes, std::int64_t count)
 {
-    if (changes.empty() && std::cmp_equal(base.size(), count))
-        return base;
-    std::unordered_map<std::string_view, Record*> changed;
-    for (auto& each : changes)
+    const auto fresh = count - static_cast<std::int64_t>(base.size());
+    if (fresh < 0 || std::cmp_greater(fresh, changes.size()))
+        return std::nullopt;
+    std::unordered_map<std::string_view, const Record*> changed;
+    for (const auto& each : std::as_const(changes))
         changed.emplace(each.id, &each);
-    std::vector<Record> all;
-    all.reserve(base.size() + changes.size());
-    std::vector<const Record*> replaced;
-    for (const auto& each : base) {
-        const auto change = changed.find(each.id);
-        if (change == changed.end()) {
-            all.push_back(each);
+    if (changed.size() != changes.size())
+        return std::nullopt;
+    for (auto at = base.size(); at > 0 && std::cmp_greater(changed.size(), fresh); --at) {
+        const auto change = changed.find(std::as_const(base)[at - 1].id);
+        if (change == changed.end())
             continue;
-        }
-        all.push_back(*change->second);
-        replaced.push_back(change->second);
+        base[at - 1] = *change->second;
+        changed.erase(change);
     }
-    for (const auto* each : replaced)
-        changed.erase(each->id);
-    for (auto& each : changes) {
+    if (std::cmp_not_equal(changed.size(), fresh))
+        return std::nullopt;
+    for (const auto& each : std::as_const(changes)) {
         if (changed.contains(each.id))
-            all.push_back(each);
+            base.push_back(each);
     }
-    return std::cmp_equal(all.size(), count) ? std::optional{std::move(all)} : std::nullopt;
+    return base;
 }
 
 }
 
-std::optional<SnapshotDelta> SnapshotDelta::decode(std::string text)
+std::optional<SnapshotDelta> SnapshotDelta::decode(SplitReply reply)
 {
-    const auto counts = Json::decode<MergedCounts>(text);
+    const auto counts = Json::decode<MergedCounts>(reply.rest);
     if (!counts)
         return std::nullopt;
-    auto changed = Json::consume<LedgerSnapshot>(std::move(text));
-    if (!changed)
+    auto changed = Json::decode<LedgerSnapshot>(reply.rest);
+    if (!changed || !reply.complete(*changed))
         return std::nullopt;
     return SnapshotDelta{
         .changed = std::move(*changed), .entryCount = counts->entryCount, .attachmentCount = counts->attachmentCount};

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
 
+#include "LedgerCore/Client/Snapshots/EntryStream.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// What became of a held snapshot: everything small whole, of the entries and receipts only those that are new or
@@ -13,8 +13,8 @@ struct SnapshotDelta {
     std::int64_t entryCount = 0; // after merging
     std::int64_t attachmentCount = 0;
 
-    /// Nothing for a text that is no delta.
-    static std::optional<SnapshotDelta> decode(std::string text);
+    /// Nothing for a reply that is no delta.
+    static std::optional<SnapshotDelta> decode(SplitReply reply);
 
     /// `base` with the changes: a known record is replaced in its place, the others follow in their order. Nothing
     /// when the counts do not agree, as the base is then not the one that the service thinks of.

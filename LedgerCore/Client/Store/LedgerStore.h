@@ -30,10 +30,12 @@ class AttachmentCache;
 class Clock;
 class IdentifierSource;
 class LanguageDefaults;
+class ReplyReading;
 class SessionCredentialStore;
 struct LedgerExportRequest;
 struct ReportExportAuthorization;
 struct SavedSession;
+struct SplitReply;
 
 /// A file that is ready to be written where the person wants it.
 struct ExportedFile {
@@ -220,6 +222,12 @@ private:
         std::string tag; // of the snapshot
     };
 
+    /// A reply with a snapshot, which is read while it arrives.
+    struct BooksReply {
+        HttpReply head; // without its body
+        std::shared_ptr<ReplyReading> reading;
+    };
+
     /// A snapshot fresh from the service, and whether it equals the one that was held when it came.
     struct LoadedSnapshot {
         SnapshotPointer fresh;
@@ -247,8 +255,14 @@ private:
     QCoro::Task<Result<HttpReply>> exchange(APIRequest request);
     QCoro::Task<Result<LoadedSnapshot>> fetchBooks(Errand errand);
     QCoro::Task<Result<LoadedSnapshot>> fetchWhole(Errand errand);
-    QCoro::Task<Result<LoadedSnapshot>> readSnapshot(HttpReply reply);
-    QCoro::Task<Result<LoadedSnapshot>> readDelta(HttpReply reply, LoadedSnapshot held);
+    [[nodiscard]] std::size_t quicklyReadBytes() const;
+    QCoro::Task<Result<BooksReply>> exchangeForBooks(APIRequest request);
+    static LoadedSnapshot compared(LedgerSnapshot next, SnapshotPointer held, std::string tag);
+    QCoro::Task<Result<LoadedSnapshot>> readSnapshot(BooksReply reply);
+    QCoro::Task<Result<LoadedSnapshot>> readDelta(BooksReply reply, LoadedSnapshot held);
+    /// Gives what `decode` makes of a reply, on a worker where it is long.
+    template <class Record>
+    QCoro::Task<Result<Record>> read(BooksReply reply, std::function<std::optional<Record>(SplitReply)> decode);
 
     // Pieces of work that run inside `operation`.
     QCoro::Task<Result<void>> load();
@@ -270,7 +284,7 @@ private:
     QCoro::Task<Result<void>> authenticate(std::string path, std::string body, Session session);
     QCoro::Task<Result<void>> signInAndAccept(std::string login, std::string acceptance);
     QCoro::Task<Result<void>> enterCompany(APIRequest request);
-    QCoro::Task<Result<void>> openCompany(HttpReply reply, SavedSession session);
+    QCoro::Task<Result<void>> openCompany(BooksReply reply, SavedSession session);
     QCoro::Task<Result<void>> open(AuthResponse opened, bool isDemo, std::string tag);
     QCoro::Task<Result<void>> restore();
     QCoro::Task<Result<void>> endSession();

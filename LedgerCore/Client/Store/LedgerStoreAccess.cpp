@@ -3,8 +3,9 @@
 #include <QPointer>
 
 #include "LedgerCore/Client/Http/APIClient.h"
-#include "LedgerCore/Client/Session/AccessReply.h"
 #include "LedgerCore/Client/Session/SessionCredentialStore.h"
+#include "LedgerCore/Client/Snapshots/AccessReply.h"
+#include "LedgerCore/Client/Store/BooksReading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
 #include "LedgerCore/Domain/Records/AccessCommands.h"
@@ -101,7 +102,7 @@ QCoro::Task<Result<void>> LedgerStore::enterCompany(APIRequest request)
     if (!prepared)
         co_return std::unexpected(prepared.error());
     const SavedSession session{.token = *m_token, .isDemo = m_isDemo};
-    auto sent = exchange(std::move(*prepared));
+    auto sent = exchangeForBooks(std::move(*prepared));
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
@@ -109,21 +110,16 @@ QCoro::Task<Result<void>> LedgerStore::enterCompany(APIRequest request)
     co_return co_await opening;
 }
 
-QCoro::Task<Result<void>> LedgerStore::openCompany(HttpReply reply, SavedSession session)
+QCoro::Task<Result<void>> LedgerStore::openCompany(BooksReply reply, SavedSession session)
 {
-    auto tag = std::string{reply.header("etag")};
-    const auto size = reply.body.size();
-    const auto read = std::make_shared<std::optional<AuthResponse>>();
-    const QPointer<LedgerStore> self = this;
-    auto reading = runForSize(size, [text = std::move(reply.body), read, token = session.token] {
-        *read = AccessReply::decodeOpened(text, token);
+    auto tag = std::string{reply.head.header("etag")};
+    auto reading = read<AuthResponse>(std::move(reply), [token = session.token](SplitReply split) {
+        return AccessReply::decodeOpened(std::move(split), token);
     });
-    co_await reading;
-    if (!self)
-        co_return std::unexpected(Cancelled{});
-    if (!*read)
-        co_return std::unexpected(invalidResponse());
-    auto opening = open(std::move(**read), session.isDemo, std::move(tag));
+    auto opened = co_await reading;
+    if (!opened)
+        co_return std::unexpected(opened.error());
+    auto opening = open(std::move(*opened), session.isDemo, std::move(tag));
     co_return co_await opening;
 }
 
@@ -142,7 +138,7 @@ QCoro::Task<Result<void>> LedgerStore::signInAndAccept(std::string login, std::s
 
     const SavedSession session{.token = std::get<AuthResponse>(signedIn->response).token, .isDemo = false};
     const QPointer<LedgerStore> self = this;
-    auto accepting = exchange(
+    auto accepting = exchangeForBooks(
         {.method = "POST", .path = "v1/invites/accept", .token = session.token, .body = std::move(acceptance)});
     auto accepted = co_await accepting;
     Result<void> outcome;

@@ -4,6 +4,7 @@
 
 #include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
+#include "LedgerCore/Client/Store/BooksReading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
 #include "LedgerCore/Domain/Records/OK.h"
@@ -13,6 +14,12 @@ namespace {
 QCoro::Task<Result<void>> failing(Failure failure)
 {
     co_return std::unexpected(std::move(failure));
+}
+
+std::optional<CategoryCreationResponse> created(SplitReply reply)
+{
+    auto decoded = Json::decode<CategoryCreationResponse>(reply.rest);
+    return decoded && reply.complete(decoded->snapshot) ? std::optional{std::move(*decoded)} : std::nullopt;
 }
 
 /// Asks a service that can tell what is new not to send the whole with every command.
@@ -99,6 +106,24 @@ QCoro::Task<Result<HttpReply>> LedgerStore::exchange(APIRequest request)
     co_return reply;
 }
 
+/// What is new in large books is few bytes, but much may have to be looked at.
+std::size_t LedgerStore::quicklyReadBytes() const
+{
+    constexpr std::size_t manyEntries = 2000;
+    return m_snapshot && m_snapshot->transactions.size() > manyEntries ? 0 : quicklyRead;
+}
+
+QCoro::Task<Result<LedgerStore::BooksReply>> LedgerStore::exchangeForBooks(APIRequest request)
+{
+    const auto reading = std::make_shared<ReplyReading>(quicklyReadBytes());
+    request.sink = reading;
+    auto sent = exchange(std::move(request));
+    auto reply = co_await sent;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    co_return BooksReply{.head = std::move(*reply), .reading = reading};
+}
+
 QCoro::Task<Result<void>> LedgerStore::change(APIRequest request, Publishing publishing)
 {
     return operation(publishing, [this, request = std::move(request)] { return mutate(request); });
@@ -155,25 +180,16 @@ QCoro::Task<Result<std::string>> LedgerStore::sendCreation(APIRequest request)
     auto prepared = authorized(std::move(request));
     if (!prepared)
         co_return std::unexpected(prepared.error());
-    auto sent = exchange(std::move(*prepared));
+    auto sent = exchangeForBooks(std::move(*prepared));
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
-    const auto read = std::make_shared<std::optional<CategoryCreationResponse>>();
-    const auto size = reply->body.size();
-    const QPointer<LedgerStore> self = this;
-    auto reading = runForSize(size, [read, text = std::move(reply->body)] {
-        if (auto decoded = Json::decode<CategoryCreationResponse>(text))
-            *read = std::move(*decoded);
-    });
-    co_await reading;
-    if (!self)
-        co_return std::unexpected(Cancelled{});
-    if (!*read)
-        co_return std::unexpected(invalidResponse());
-    auto& created = **read;
-    replaceSnapshot({.fresh = releasedByWorker<LedgerSnapshot>(std::move(created.snapshot)), .held = {}});
-    co_return std::move(created.createdCategoryID);
+    auto reading = read<CategoryCreationResponse>(std::move(*reply), created);
+    auto decoded = co_await reading;
+    if (!decoded)
+        co_return std::unexpected(decoded.error());
+    replaceSnapshot({.fresh = releasedByWorker<LedgerSnapshot>(std::move(decoded->snapshot)), .held = {}});
+    co_return std::move(decoded->createdCategoryID);
 }
 
 QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)
@@ -193,7 +209,9 @@ QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)
         auto reloading = reload();
         co_return co_await reloading;
     }
-    auto reading = readSnapshot(std::move(*reply));
+    auto whole = std::make_shared<ReplyReading>(quicklyReadBytes());
+    whole->take(std::exchange(reply->body, {}));
+    auto reading = readSnapshot({.head = std::move(*reply), .reading = std::move(whole)});
     auto loaded = co_await reading;
     if (!loaded)
         co_return std::unexpected(loaded.error());

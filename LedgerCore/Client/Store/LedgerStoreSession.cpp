@@ -5,11 +5,12 @@
 
 #include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Receipts/AttachmentCache.h"
-#include "LedgerCore/Client/Session/AccessReply.h"
 #include "LedgerCore/Client/Session/Approval.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/SessionCredentialStore.h"
+#include "LedgerCore/Client/Snapshots/AccessReply.h"
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
+#include "LedgerCore/Client/Store/BooksReading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 
@@ -45,21 +46,16 @@ QCoro::Task<Result<LedgerStore::SignInReply>> LedgerStore::signIn(std::string pa
 {
     assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
     assign(m_noticeMessage, {}, &LedgerStore::noticeMessageChanged);
-    const QPointer<LedgerStore> self = this;
-    auto sent = exchange({.method = "POST", .path = std::move(path), .body = std::move(body)});
+    auto sent = exchangeForBooks({.method = "POST", .path = std::move(path), .body = std::move(body)});
     auto answered = co_await sent;
     if (!answered)
         co_return std::unexpected(answered.error());
-    auto tag = std::string{answered->header("etag")};
-    const auto size = answered->body.size();
-    const auto read = std::make_shared<std::optional<CompanyRegistrationResponse>>();
-    auto reading = runForSize(size, [bytes = std::move(answered->body), read] { *read = AccessReply::decode(bytes); });
-    co_await reading;
-    if (!self)
-        co_return std::unexpected(Cancelled{});
-    if (!*read)
-        co_return std::unexpected(invalidResponse());
-    co_return SignInReply{.response = std::move(**read), .tag = std::move(tag)};
+    auto tag = std::string{answered->head.header("etag")};
+    auto reading = read<CompanyRegistrationResponse>(std::move(*answered), AccessReply::decode);
+    auto response = co_await reading;
+    if (!response)
+        co_return std::unexpected(response.error());
+    co_return SignInReply{.response = std::move(*response), .tag = std::move(tag)};
 }
 
 QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::string body, Session session)

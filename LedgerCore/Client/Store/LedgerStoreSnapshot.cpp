@@ -7,14 +7,8 @@
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
 #include "LedgerCore/Client/Snapshots/SnapshotDelta.h"
+#include "LedgerCore/Client/Store/BooksReading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
-
-namespace {
-
-/// What merging an entry costs, as if it were that many bytes to be read.
-constexpr std::size_t mergedBytesPerEntry = 32;
-
-}
 
 QCoro::Task<Result<void>> LedgerStore::refresh(bool publishError)
 {
@@ -94,13 +88,13 @@ QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::fetchBooks(Errand 
         co_return std::unexpected(request.error());
     request->headers = {{"If-None-Match", held.tag}, {"A-IM", "entries"}};
     const QPointer<LedgerStore> self = this;
-    auto sent = exchange(std::move(*request));
+    auto sent = exchangeForBooks(std::move(*request));
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
-    if (reply->status == HttpStatus::notModified)
+    if (reply->head.status == HttpStatus::notModified)
         co_return held;
-    const bool isDelta = reply->status == HttpStatus::deltaUsed;
+    const bool isDelta = reply->head.status == HttpStatus::deltaUsed;
     auto reading = isDelta ? readDelta(std::move(*reply), held) : readSnapshot(std::move(*reply));
     auto loaded = co_await reading;
     if (loaded || !isDelta || !self)
@@ -114,61 +108,47 @@ QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::fetchWhole(Errand 
     auto request = authorized({.path = "v1/snapshot", .errand = errand});
     if (!request)
         co_return std::unexpected(request.error());
-    auto sent = exchange(std::move(*request));
+    auto sent = exchangeForBooks(std::move(*request));
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
     // Nobody asked for a part.
-    if (reply->status == HttpStatus::deltaUsed)
+    if (reply->head.status == HttpStatus::deltaUsed)
         co_return std::unexpected(invalidResponse());
     auto reading = readSnapshot(std::move(*reply));
     co_return co_await reading;
 }
 
-QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readSnapshot(HttpReply reply)
+/// `next` beside the snapshot that is held, which stays where it says the same.
+LedgerStore::LoadedSnapshot LedgerStore::compared(LedgerSnapshot next, SnapshotPointer held, std::string tag)
 {
-    auto tag = std::string{reply.header("etag")};
-    const auto loaded =
-        std::make_shared<LoadedSnapshot>(LoadedSnapshot{.fresh = {}, .held = m_snapshot, .tag = std::move(tag)});
-    const QPointer<LedgerStore> self = this;
-    const auto size = reply.body.size();
-    auto reading = runForSize(size, [text = std::move(reply.body), loaded]() mutable {
-        auto decoded = Json::consume<LedgerSnapshot>(std::move(text));
-        if (!decoded)
-            return;
-        loaded->isSame = loaded->held && *loaded->held == *decoded;
-        loaded->fresh = loaded->isSame ? loaded->held : releasedByWorker<LedgerSnapshot>(std::move(*decoded));
-    });
-    co_await reading;
-    if (!self)
-        co_return std::unexpected(Cancelled{});
-    if (!loaded->fresh)
-        co_return std::unexpected(invalidResponse());
-    co_return std::move(*loaded);
+    const bool isSame = held && *held == next;
+    auto fresh = isSame ? held : releasedByWorker<LedgerSnapshot>(std::move(next));
+    return {.fresh = std::move(fresh), .held = std::move(held), .isSame = isSame, .tag = std::move(tag)};
 }
 
-QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readDelta(HttpReply reply, LoadedSnapshot held)
+QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readSnapshot(BooksReply reply)
 {
-    if (reply.header("im") != "entries" || reply.header("delta-base") != held.tag)
+    auto tag = std::string{reply.head.header("etag")};
+    return read<LoadedSnapshot>(
+        std::move(reply), [held = m_snapshot, tag = std::move(tag)](SplitReply split) -> std::optional<LoadedSnapshot> {
+            auto next = Json::decode<LedgerSnapshot>(split.rest);
+            return next && split.complete(*next) ? std::optional{compared(std::move(*next), held, tag)} : std::nullopt;
+        });
+}
+
+QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readDelta(BooksReply reply, LoadedSnapshot held)
+{
+    if (reply.head.header("im") != "entries" || reply.head.header("delta-base") != held.tag)
         co_return std::unexpected(invalidResponse());
-    const auto loaded = std::make_shared<LoadedSnapshot>(
-        LoadedSnapshot{.fresh = {}, .held = held.held, .tag = std::string{reply.header("etag")}});
-    const QPointer<LedgerStore> self = this;
-    const auto size = reply.body.size() + held.held->transactions.size() * mergedBytesPerEntry;
-    auto reading = runForSize(size, [text = std::move(reply.body), loaded]() mutable {
-        auto delta = SnapshotDelta::decode(std::move(text));
-        auto merged = delta ? std::move(*delta).appliedTo(*loaded->held) : std::nullopt;
-        if (!merged)
-            return;
-        loaded->isSame = *loaded->held == *merged;
-        loaded->fresh = loaded->isSame ? loaded->held : releasedByWorker<LedgerSnapshot>(std::move(*merged));
-    });
-    co_await reading;
-    if (!self)
-        co_return std::unexpected(Cancelled{});
-    if (!loaded->fresh)
-        co_return std::unexpected(invalidResponse());
-    co_return std::move(*loaded);
+    auto tag = std::string{reply.head.header("etag")};
+    auto reading = read<LoadedSnapshot>(
+        std::move(reply), [base = held.held, tag = std::move(tag)](SplitReply split) -> std::optional<LoadedSnapshot> {
+            auto delta = SnapshotDelta::decode(std::move(split));
+            auto merged = delta ? std::move(*delta).appliedTo(*base) : std::nullopt;
+            return merged ? std::optional{compared(std::move(*merged), base, tag)} : std::nullopt;
+        });
+    co_return co_await reading;
 }
 
 void LedgerStore::replaceSnapshot(LoadedSnapshot loaded)

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/testing/BusyWorkers.h"
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/ScriptedServer.h"
 #include "LedgerCore/Client/testing/WaitFor.h"
@@ -209,13 +210,18 @@ TEST(APIClient, DecodesRecordsAndRefusesWhatIsNone)
         EXPECT_EQ(resultOf(client.request<Reversal>({.path = path})), failed(error(0, "INVALID_RESPONSE")));
 }
 
-TEST(APIClient, DecodesALargeReplyWithoutHoldingUpTheEventLoop)
+TEST(APIClient, LeavesALargeReplyToAWorker)
 {
     ScriptedServer server;
     const auto reason = std::string(std::size_t{1} << 20, 'x');
     server.answer("GET v1/large", ServerReply::json(R"({"idempotencyKey":"k","date":"d","reason":")" + reason + "\"}"));
     const APIClient client{server.url()};
-    const auto large = resultOf(client.request<Reversal>({.path = "v1/large"}));
+    auto workers = std::make_unique<BusyWorkers>();
+    auto asking = client.request<Reversal>({.path = "v1/large"});
+    exchangeMuch(server);
+    EXPECT_FALSE(asking.isReady());
+    workers.reset();
+    const auto large = resultOf(std::move(asking));
     ASSERT_TRUE(large);
     EXPECT_EQ(large->reason, reason);
 }

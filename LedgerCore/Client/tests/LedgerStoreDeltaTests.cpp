@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/testing/BusyWorkers.h"
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/SignalCount.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
@@ -23,9 +24,9 @@ ServerReply notModified(const std::string& tag)
 }
 
 template <class Record>
-std::vector<Record> newOrChanged(const std::vector<Record>& base, const std::vector<Record>& next)
+SharedList<Record> newOrChanged(const SharedList<Record>& base, const SharedList<Record>& next)
 {
-    std::vector<Record> different;
+    SharedList<Record> different;
     std::ranges::copy_if(next, std::back_inserter(different),
                          [&](const Record& each) { return std::ranges::find(base, each) == base.end(); });
     return different;
@@ -129,6 +130,35 @@ TEST(LedgerStoreDelta, ComesToTheSameAsTheWholeWhateverHappensToTheBooks)
     }
 }
 
+TEST(LedgerStoreDelta, LeavesLargeBooksAndWhatIsNewInThemToWorkers)
+{
+    StoreUnderTest test;
+    auto many = books;
+    for (int each = 0; each < 3000; ++each)
+        many.income("i" + std::to_string(each), "2026-11-01", "bank", "USD", each);
+    const auto next = SnapshotBuilder{many}.expense("t2", "2026-11-02", "bank", "USD", 100);
+    test.server.replace("POST v1/auth/login", tagged(many.signInJson(), "1"));
+    test.server.replace("GET v1/snapshot", delta(many.build(), "1", next.build(), "2"));
+
+    auto workers = std::make_unique<BusyWorkers>();
+    auto signingIn = test.store.login("m1@example.com", "secret");
+    exchangeMuch(test.server);
+    EXPECT_FALSE(signingIn.isReady() || test.store.snapshot());
+    workers = nullptr;
+    EXPECT_TRUE(resultOf(std::move(signingIn)));
+    const auto held = test.store.snapshot();
+    EXPECT_EQ(*held, many.build());
+
+    workers = std::make_unique<BusyWorkers>();
+    auto refreshing = test.store.refresh(true);
+    exchangeMuch(test.server);
+    EXPECT_FALSE(refreshing.isReady());
+    workers = nullptr;
+    EXPECT_TRUE(resultOf(std::move(refreshing)));
+    EXPECT_EQ(*test.store.snapshot(), next.build());
+    EXPECT_TRUE(test.store.snapshot()->transactions.sharesBlock(held->transactions, 0)) << "not copied";
+}
+
 TEST(LedgerStoreDelta, AnnouncesNothingWhereNothingIsNew)
 {
     StoreUnderTest test;
@@ -181,6 +211,8 @@ INSTANTIATE_TEST_SUITE_P(Causes, DoubtfulDelta,
                                          Doubt{"OtherManipulation", "IM: entries", "IM: other"},
                                          Doubt{"EntryMissing", "\"entryCount\":2", "\"entryCount\":3"},
                                          Doubt{"ReceiptMissing", "\"attachmentCount\":0", "\"attachmentCount\":1"},
+                                         Doubt{"FewerEntriesThanBefore", "\"entryCount\":2", "\"entryCount\":0"},
+                                         Doubt{"UnknownEntryForAKnownOne", "\"entryCount\":2", "\"entryCount\":1"},
                                          Doubt{"NoCount", "entryCount", "entries"},
                                          Doubt{"Undecodable", "\"members\":[",
                                                "\"members\":["

@@ -42,8 +42,10 @@ DividendContext DividendContext::of(const LedgerSnapshot& snapshot, std::string_
     const auto* movement = find(std::span{context.state.movements}, std::optional{movementID});
     if (!movement)
         return context;
-    const auto* entry = find(std::span{snapshot.transactions}, movement->transactionID);
-    if (entry && !entry->legs.empty())
+    const auto& entries = snapshot.transactions;
+    const auto entry = std::ranges::find_if(
+        entries, [&](const LedgerTransaction& each) { return each.id == movement->transactionID; });
+    if (entry != entries.end() && !entry->legs.empty())
         context.movementAccountID = entry->legs.front().accountID;
     return context;
 }

@@ -28,8 +28,8 @@ struct Refunds {
     std::set<std::string, std::less<>> references; // folded
 };
 
-template <class Row>
-ByID<Row> indexed(const std::vector<Row>& rows)
+template <class Rows, class Row = typename Rows::value_type>
+ByID<Row> indexed(const Rows& rows)
 {
     ByID<Row> index;
     index.reserve(rows.size());
@@ -45,7 +45,7 @@ const Row* find(const ByID<Row>& index, std::string_view id)
     return found == index.end() ? nullptr : found->second;
 }
 
-Refunds refundsIn(const std::vector<LedgerTransaction>& entries)
+Refunds refundsIn(const EntryList& entries)
 {
     Refunds refunds;
     for (const auto& entry : entries) {
@@ -60,7 +60,7 @@ Refunds refundsIn(const std::vector<LedgerTransaction>& entries)
 }
 
 /// Where openings that are not reversed stand.
-std::set<PlaceView> openedIn(const std::vector<LedgerTransaction>& entries)
+std::set<PlaceView> openedIn(const EntryList& entries)
 {
     std::set<PlaceView> places;
     for (const auto& entry : entries) {

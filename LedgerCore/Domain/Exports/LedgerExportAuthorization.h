@@ -24,8 +24,8 @@ struct LedgerExportAuthorization {
         std::vector<Named> accounts;
         std::vector<Named> members;
         std::vector<Category> categories;
-        std::vector<LedgerTransaction> transactions;
-        std::vector<Attachment> attachments;
+        EntryList transactions;
+        SharedList<Attachment> attachments;
 
         bool operator==(const Evidence&) const = default;
 

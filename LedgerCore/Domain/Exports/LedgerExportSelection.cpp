@@ -48,12 +48,12 @@ std::optional<ScopeFilter> filterFor(const LedgerSnapshot& snapshot, const Ledge
     return filter;
 }
 
-template <class Record>
-std::vector<Record> namedBy(const IDs& ids, const std::vector<Record>& records)
+template <class Records>
+Records namedBy(const IDs& ids, const Records& records)
 {
-    std::vector<Record> named;
+    Records named;
     std::ranges::copy_if(records, std::back_inserter(named),
-                         [&](const Record& record) { return ids.contains(record.id); });
+                         [&](const auto& record) { return ids.contains(record.id); });
     return named;
 }
 

@@ -17,8 +17,7 @@ bool touches(const LedgerTransaction& entry, const IDs& accountIDs, std::string_
 
 /// The entries that move money in the report, and those that reversals and refunds among them refer to: these say
 /// under which movement and category the money stands.
-std::vector<LedgerTransaction> entriesBehind(const std::vector<LedgerTransaction>& all, const IDs& accountIDs,
-                                             std::string_view currency)
+EntryList entriesBehind(const EntryList& all, const IDs& accountIDs, std::string_view currency)
 {
     IDs referredTo;
     for (const auto& entry : all) {
@@ -29,7 +28,7 @@ std::vector<LedgerTransaction> entriesBehind(const std::vector<LedgerTransaction
         if (entry.originalTransactionID)
             referredTo.insert(*entry.originalTransactionID);
     }
-    std::vector<LedgerTransaction> entries;
+    EntryList entries;
     std::ranges::copy_if(all, std::back_inserter(entries), [&](const LedgerTransaction& entry) {
         return referredTo.contains(entry.id) || touches(entry, accountIDs, currency);
     });
@@ -37,7 +36,7 @@ std::vector<LedgerTransaction> entriesBehind(const std::vector<LedgerTransaction
 }
 
 /// The categories of these entries with the ones above them, whose names group the report's lines.
-std::vector<Category> categoriesOf(const std::vector<LedgerTransaction>& entries, const std::vector<Category>& all)
+std::vector<Category> categoriesOf(const EntryList& entries, const std::vector<Category>& all)
 {
     IDs ids;
     for (const auto& entry : entries) {

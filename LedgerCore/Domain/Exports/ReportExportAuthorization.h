@@ -18,8 +18,8 @@ struct ReportExportAuthorization {
     struct Evidence {
         std::string companyName;
         std::vector<Account> accounts;
-        std::vector<LedgerTransaction> transactions; // with a leg on the accounts in the currency, and what they undo
-        std::vector<Category> categories;            // of these entries, and the ones above them
+        EntryList transactions;           // with a leg on the accounts in the currency, and what they undo
+        std::vector<Category> categories; // of these entries, and the ones above them
         std::optional<std::string> bookkeepingStartDate;
         std::optional<std::string> initializationMode;
 

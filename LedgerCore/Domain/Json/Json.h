@@ -43,8 +43,8 @@ template <class Type>
 inline constexpr bool pointsIntoText = std::is_same_v<Type, std::string_view>;
 template <class Type>
 inline constexpr bool pointsIntoText<std::optional<Type>> = pointsIntoText<Type>;
-template <class Type>
-inline constexpr bool pointsIntoText<std::vector<Type>> = pointsIntoText<Type>;
+template <List Elements>
+inline constexpr bool pointsIntoText<Elements> = pointsIntoText<typename Elements::value_type>;
 template <class Type>
 inline constexpr bool pointsIntoText<std::map<std::string, Type, std::less<>>> = pointsIntoText<Type>;
 template <Described Record>

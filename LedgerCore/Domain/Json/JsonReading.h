@@ -113,14 +113,14 @@ Outcome readValue(Reader& in, Unread<Number>& /*out*/)
     return readValue(in, value);
 }
 
-template <class Element>
-Outcome readValue(Reader& in, std::vector<Element>& out);
+template <List Elements>
+Outcome readValue(Reader& in, Elements& out);
 template <class Value>
 Outcome readValue(Reader& in, std::map<std::string, Value, std::less<>>& out);
 template <Described Record>
 Outcome readValue(Reader& in, Record& out);
-template <class Element>
-Outcome readValue(Reader& in, Unread<std::vector<Element>>& out);
+template <List Elements>
+Outcome readValue(Reader& in, Unread<Elements>& out);
 template <class Value>
 Outcome readValue(Reader& in, Unread<std::map<std::string, Value, std::less<>>>& out);
 template <Described Record>
@@ -133,11 +133,11 @@ Outcome readValue(Reader& in, Unread<std::optional<Value>>& /*out*/)
     return in.isNull() ? std::nullopt : readValue(in, value);
 }
 
-template <class Element>
-Outcome readValue(Reader& in, Unread<std::vector<Element>>& /*out*/)
+template <List Elements>
+Outcome readValue(Reader& in, Unread<Elements>& /*out*/)
 {
     const auto pass = [](void* /*context*/, Reader& value) {
-        Unread<Element> element;
+        Unread<typename Elements::value_type> element;
         return readValue(value, element);
     };
     return in.eachElement(nullptr, pass, [](void* /*context*/, std::size_t /*elements*/) {});
@@ -159,11 +159,10 @@ Outcome readValue(Reader& in, std::optional<Value>& out)
     return in.isNull() ? std::nullopt : readValue(in, out.emplace());
 }
 
-template <class Element>
-Outcome readValue(Reader& in, std::vector<Element>& out)
+template <List Elements>
+Outcome readValue(Reader& in, Elements& out)
 {
     out.clear();
-    using Elements = std::vector<Element>;
     return in.eachElement(
         &out,
         [](void* context, Reader& value) { return readValue(value, static_cast<Elements*>(context)->emplace_back()); },

@@ -37,15 +37,15 @@ inline void writeValue(std::string& out, bool truth)
     out += truth ? "true" : "false";
 }
 
-template <class Element>
-void writeValue(std::string& out, const std::vector<Element>& elements);
+template <List Elements>
+void writeValue(std::string& out, const Elements& elements);
 template <class Value>
 void writeValue(std::string& out, const std::map<std::string, Value, std::less<>>& values);
 template <Described Record>
 void writeValue(std::string& out, const Record& record);
 
-template <class Element>
-void writeValue(std::string& out, const std::vector<Element>& elements)
+template <List Elements>
+void writeValue(std::string& out, const Elements& elements)
 {
     out += '[';
     bool first = true;

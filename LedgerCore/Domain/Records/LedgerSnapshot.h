@@ -17,6 +17,7 @@
 #include "LedgerCore/Domain/Records/FinancialSettings.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerCore/Domain/Records/Member.h"
+#include "LedgerCore/Domain/Records/SharedList.h"
 
 /// An account that may receive a transfer from the member, even when the member does not see it.
 struct TransferDestination {
@@ -30,15 +31,18 @@ struct TransferDestination {
 };
 BOOST_DESCRIBE_STRUCT(TransferDestination, (), (id, name, currencies, allowsFunding, allowsReturn))
 
-/// All of one company that the signed-in member may see. Replaced whole, never changed in place.
+using EntryList = SharedList<LedgerTransaction>;
+
+/// All of one company that the signed-in member may see. Replaced whole, never changed in place; one that follows
+/// another shares with it the entries and receipts that stayed as they were.
 struct LedgerSnapshot {
     Company company;
     Member currentMember;
     std::vector<Member> members;
     std::vector<Account> accounts;
     std::vector<Category> categories;
-    std::vector<LedgerTransaction> transactions;
-    std::vector<Attachment> attachments;
+    EntryList transactions;
+    SharedList<Attachment> attachments;
     std::optional<std::vector<TransferDestination>> transferDestinations;
     std::optional<DividendState> dividends;
     std::optional<CapitalState> capital;

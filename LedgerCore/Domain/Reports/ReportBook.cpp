@@ -14,8 +14,8 @@ template <class Entry>
 using EntryIndex = std::unordered_map<std::string_view, const Entry*>;
 
 /// The entries that reversals and refunds refer to: few, so that the others need no place in an index.
-template <class Entry>
-EntryIndex<Entry> entriesReferredTo(const std::vector<Entry>& entries)
+template <class Entries, class Entry = typename Entries::value_type>
+EntryIndex<Entry> entriesReferredTo(const Entries& entries)
 {
     EntryIndex<Entry> byID;
     for (const auto& entry : entries) {
@@ -52,10 +52,12 @@ std::int64_t magnitude(std::int64_t amountMinor)
 
 /// Fills a book from its snapshot. Neighbouring entries share day and currency more often than not, so the last ones
 /// are remembered.
-template <class Entry>
+template <class Entries>
 class ReportBook::Builder {
 public:
-    Builder(ReportBook& book, const std::vector<Category>& categories, const std::vector<Entry>& entries)
+    using Entry = typename Entries::value_type;
+
+    Builder(ReportBook& book, const std::vector<Category>& categories, const Entries& entries)
         : m_book(book), m_entries(entries), m_referred(entriesReferredTo(entries))
     {
         indexAccounts();
@@ -64,8 +66,9 @@ public:
 
     std::optional<ReportError> build()
     {
-        for (std::size_t at = 0; at < m_entries.size(); ++at) {
-            if (const auto failed = add(m_entries[at], static_cast<std::uint32_t>(at)))
+        std::uint32_t at = 0;
+        for (const auto& entry : m_entries) {
+            if (const auto failed = add(entry, at++))
                 return failed;
         }
         return std::nullopt;
@@ -183,7 +186,7 @@ private:
     }
 
     ReportBook& m_book;
-    const std::vector<Entry>& m_entries;
+    const Entries& m_entries;
     EntryIndex<Entry> m_referred;
     std::unordered_map<std::string_view, std::uint32_t> m_accounts;
     std::unordered_map<std::string_view, std::uint32_t> m_slots;

@@ -44,7 +44,8 @@ struct OfferCase {
 
 LedgerTransaction& entryOf(LedgerSnapshot& held, std::string_view id)
 {
-    return *std::ranges::find(held.transactions, id, &LedgerTransaction::id);
+    const auto found = std::ranges::find(held.transactions, id, &LedgerTransaction::id);
+    return held.transactions[static_cast<std::size_t>(found - held.transactions.begin())];
 }
 
 class OfferedReversal : public testing::TestWithParam<OfferCase> {};

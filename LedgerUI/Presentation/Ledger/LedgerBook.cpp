@@ -1,7 +1,6 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBook.h"
 
 #include <algorithm>
-#include <iterator>
 #include <numeric>
 #include <ranges>
 #include <tuple>
@@ -36,6 +35,14 @@ void appendAmount(std::string& text, const LedgerLeg& leg, std::string_view loca
     text += '\n';
 }
 
+/// A recorded entry never changes, but is reversed and gets receipts.
+bool differsInLinksOnly(const LedgerTransaction& now, LedgerTransaction then)
+{
+    then.reversedBy = now.reversedBy;
+    then.attachmentIDs = now.attachmentIDs;
+    return then == now;
+}
+
 /// Whether every currency of these legs adds up to nothing.
 bool balancesToZero(std::span<const LedgerBook::Leg> legs)
 {
@@ -54,10 +61,8 @@ bool balancesToZero(std::span<const LedgerBook::Leg> legs)
 LedgerBook::LedgerBook(SnapshotPointer snapshot, std::string locale, const LedgerBook* before)
     : m_snapshot(std::move(snapshot)), m_names(*m_snapshot, std::move(locale))
 {
-    if (before && callsAllAs(*before) && continueFrom(*before))
-        return;
-    clear();
-    build();
+    if (!before || !callsAllAs(*before) || !continueFrom(*before))
+        build();
 }
 
 bool LedgerBook::callsAllAs(const LedgerBook& before) const
@@ -77,206 +82,159 @@ bool LedgerBook::callsAllAs(const LedgerBook& before) const
            (!hasDestinations || allSame(*now.transferDestinations, *then.transferDestinations));
 }
 
-void LedgerBook::build()
+std::optional<std::vector<std::uint32_t>> LedgerBook::relinkedSince(const LedgerBook& before) const
 {
-    const auto& transactions = m_snapshot->transactions;
-    m_entries.reserve(transactions.size());
-    m_byID.reserve(transactions.size());
-    for (const auto& transaction : transactions)
-        add(transaction);
-    for (std::uint32_t at = 0; at < m_entries.size(); ++at)
-        m_entries[at].isInternal = movesInside(at);
-    m_order.resize(transactions.size());
-    std::iota(m_order.begin(), m_order.end(), 0U);
-    std::ranges::sort(m_order, [this](auto left, auto right) { return comesBefore(left, right); });
-    finish();
+    const auto& now = m_snapshot->transactions;
+    const auto& then = before.m_snapshot->transactions;
+    if (now.size() < then.size())
+        return std::nullopt;
+    std::vector<std::uint32_t> relinked;
+    for (std::uint32_t at = 0; at < then.size(); ++at) {
+        if (at % EntryList::blockSize == 0 && now.sharesBlock(then, at / EntryList::blockSize)) {
+            at += EntryList::blockSize - 1;
+            continue;
+        }
+        if (now[at] == then[at])
+            continue;
+        if (!differsInLinksOnly(now[at], then[at]))
+            return std::nullopt;
+        relinked.push_back(at);
+    }
+    return relinked;
 }
 
 bool LedgerBook::continueFrom(const LedgerBook& before)
 {
-    m_kinds = before.m_kinds;
-    m_titles = before.m_titles;
-    m_categories = before.m_categories;
-    m_accounts = before.m_accounts;
-    m_members = before.m_members;
-    m_currencies = before.m_currencies;
-    auto carried = carryOver(before);
-    if (!carried)
+    const auto relinked = relinkedSince(before);
+    if (!relinked)
         return false;
-    // What a reversal moves is told by its original too, which may have come into sight.
-    for (std::uint32_t at = 0; at < m_entries.size(); ++at) {
-        if (m_entries[at].isReversal)
-            m_entries[at].isInternal = movesInside(at);
-    }
-    for (const auto at : carried->changed)
-        m_entries[at].isInternal = movesInside(at);
-
-    const auto first = [this](auto left, auto right) { return comesBefore(left, right); };
-    std::vector<std::uint32_t> staying;
-    staying.reserve(before.size());
-    for (const auto was : before.m_order)
-        staying.push_back(carried->now[was]);
-    std::ranges::sort(carried->fresh, first);
-    m_order.reserve(size());
-    std::ranges::merge(staying, carried->fresh, std::back_inserter(m_order), first);
-    finish();
+    m_facts = before.m_facts;
+    for (const auto at : *relinked)
+        m_facts.entries[at].hasReceipts = !transaction(at).attachmentIDs.empty();
+    finish(static_cast<std::uint32_t>(before.size()));
     return true;
 }
 
-std::optional<LedgerBook::Carried> LedgerBook::carryOver(const LedgerBook& before)
+void LedgerBook::build()
+{
+    m_facts.origin = std::make_shared<const int>();
+    finish(0);
+}
+
+/// Takes in the entries from `first` on.
+void LedgerBook::finish(std::uint32_t first)
 {
     const auto& transactions = m_snapshot->transactions;
-    m_entries.reserve(transactions.size());
-    m_legs.reserve(before.m_legs.size());
-    m_text.reserve(before.m_text.size());
-    m_byID.reserve(transactions.size());
-    Carried carried{.now = std::vector<std::uint32_t>(before.size(), none), .fresh = {}, .changed = {}};
-    std::uint32_t shift = 0; // how far entries stand from where they stood; backward past zero
-    std::uint32_t next = 0;  // the first one of before that may follow
-    std::size_t known = 0;
-    for (std::uint32_t at = 0; at < transactions.size(); ++at) {
-        const auto& transaction = transactions[at];
-        auto was = at + shift;
-        if (was >= before.size() || before.transaction(was).id != transaction.id) {
-            was = before.find(transaction.id);
-            if (was != none)
-                shift = was - at;
-        }
-        if (was != none && before.transaction(was) == transaction) {
-            addAs(before, was);
-        } else {
-            add(transaction);
-            carried.changed.push_back(at);
-        }
-        if (was == none) {
-            carried.fresh.push_back(at);
-            continue;
-        }
-        if (was < next || !isAskedAlike(at, before, was))
-            return std::nullopt;
-        next = was + 1;
-        carried.now[was] = at;
-        ++known;
+    m_facts.places.extend(transactions);
+    m_facts.entries.reserve(transactions.size());
+    for (auto at = first; at < transactions.size(); ++at)
+        add(transactions[at]);
+    // Originals may have come into sight.
+    for (const auto at : std::exchange(m_facts.unlinked, {}))
+        link(at);
+    for (auto at = first; at < size(); ++at)
+        link(at);
+    std::ranges::sort(m_facts.refunds);
+    const auto repeated = std::ranges::unique(m_facts.refunds); // of entries that have two originals
+    m_facts.refunds.erase(repeated.begin(), repeated.end());
+    putInOrder(first);
+    std::vector<std::uint32_t> days;
+    days.reserve(size());
+    for (const auto at : std::views::reverse(m_facts.order))
+        days.push_back(m_facts.entries[at].day);
+    m_counts = PeriodCounts{std::move(days)};
+}
+
+/// Puts the entries from `first` on among those that stand in their order.
+void LedgerBook::putInOrder(std::uint32_t first)
+{
+    const auto comesFirst = [this](auto left, auto right) { return comesBefore(left, right); };
+    std::vector<std::uint32_t> fresh(size() - first);
+    std::iota(fresh.begin(), fresh.end(), first);
+    std::ranges::sort(fresh, comesFirst);
+    const auto standing = std::exchange(m_facts.order, {});
+    m_facts.order.reserve(size());
+    auto next = standing.begin();
+    for (const auto at : fresh) {
+        const auto place = std::lower_bound(next, standing.end(), at, comesFirst);
+        m_facts.order.insert(m_facts.order.end(), next, place);
+        m_facts.order.push_back(at);
+        next = place;
     }
-    return known == before.size() ? std::optional{std::move(carried)} : std::nullopt;
-}
-
-void LedgerBook::clear()
-{
-    m_entries.clear();
-    m_legs.clear();
-    m_text.clear();
-    m_order.clear();
-    m_byID.clear();
-    m_refunds.clear();
-    for (auto* keys : {&m_kinds, &m_titles, &m_categories, &m_accounts, &m_members, &m_currencies})
-        *keys = {};
-}
-
-void LedgerBook::index(const LedgerTransaction& transaction)
-{
-    const auto at = static_cast<std::uint32_t>(m_entries.size());
-    m_byID.emplace(transaction.id, at);
-    if (transaction.originalTransactionID)
-        m_refunds[*transaction.originalTransactionID].push_back(at);
+    m_facts.order.insert(m_facts.order.end(), next, standing.end());
 }
 
 void LedgerBook::add(const LedgerTransaction& transaction)
 {
-    index(transaction);
     Entry entry;
     entry.day = dayNumberOf(transaction.date);
-    entry.kind = m_kinds.number(displayKind(transaction), [] { return LedgerKeys::Names{}; });
+    entry.kind = m_facts.kinds.number(displayKind(transaction), [] { return LedgerKeys::Names{}; });
     const auto title = m_names.title(transaction);
-    entry.title = m_titles.number(title, [&] { return LedgerKeys::named(title); });
+    entry.title = m_facts.titles.number(title, [&] { return LedgerKeys::named(title); });
     if (transaction.categoryID)
         entry.category = categoryNumber(*transaction.categoryID);
-    entry.member =
-        m_members.number(transaction.memberID, [&] { return LedgerKeys::named(m_names.member(transaction.memberID)); });
+    entry.member = m_facts.members.number(transaction.memberID,
+                                          [&] { return LedgerKeys::named(m_names.member(transaction.memberID)); });
     entry.isReversal = transaction.reversalOf.has_value();
     entry.hasReceipts = !transaction.attachmentIDs.empty();
     addLegs(transaction, entry);
     addText(transaction, entry);
-    m_entries.push_back(entry);
+    m_facts.entries.push_back(entry);
 }
 
-/// The entry stood at `at` in the book before and has not changed.
-void LedgerBook::addAs(const LedgerBook& before, std::uint32_t at)
+/// Learns what an entry's original tells about it.
+void LedgerBook::link(std::uint32_t at)
 {
-    index(m_snapshot->transactions[m_entries.size()]); // its own texts, which live as long as this book
-    auto entry = before.entry(at);
-    const auto legs = before.legs(at);
-    const auto text = before.text(at);
-    entry.firstLeg = static_cast<std::uint32_t>(m_legs.size());
-    entry.textBegin = static_cast<std::uint32_t>(m_text.size());
-    m_legs.insert(m_legs.end(), legs.begin(), legs.end());
-    m_text += text;
-    entry.textEnd = static_cast<std::uint32_t>(m_text.size());
-    m_entries.push_back(entry);
-}
-
-/// Whether the keys of a changed entry are those that it had, so that none of them is left without an entry.
-bool LedgerBook::isAskedAlike(std::uint32_t at, const LedgerBook& before, std::uint32_t beforeAt) const
-{
-    const auto& now = m_entries[at];
-    const auto& then = before.entry(beforeAt);
-    const auto keysOf = [](const Entry& entry) {
-        return std::tie(entry.day, entry.kind, entry.title, entry.category, entry.member);
-    };
-    const auto placeOf = [](const Leg& leg) { return std::pair{leg.account, leg.currency}; };
-    return keysOf(now) == keysOf(then) && transaction(at).createdAt == before.transaction(beforeAt).createdAt &&
-           std::ranges::equal(legs(at), before.legs(beforeAt), {}, placeOf, placeOf);
+    const auto& entry = transaction(at);
+    m_facts.entries[at].isInternal = movesInside(at);
+    const auto income = entry.originalTransactionID ? find(*entry.originalTransactionID) : none;
+    if (income != none)
+        m_facts.refunds.push_back({.income = income, .refund = at});
+    const bool isRefundAlone = entry.originalTransactionID && income == none;
+    const bool isReversalAlone = entry.reversalOf && find(*entry.reversalOf) == none;
+    if (isRefundAlone || isReversalAlone)
+        m_facts.unlinked.push_back(at);
 }
 
 /// Newest day first, inside a day the last recorded first.
 bool LedgerBook::comesBefore(std::uint32_t left, std::uint32_t right) const
 {
-    return std::tie(m_entries[right].day, transaction(right).createdAt, left) <
-           std::tie(m_entries[left].day, transaction(left).createdAt, right);
-}
-
-/// What is told by the order of the entries.
-void LedgerBook::finish()
-{
-    std::vector<std::uint32_t> days;
-    days.reserve(m_order.size());
-    for (const auto at : std::views::reverse(m_order))
-        days.push_back(m_entries[at].day);
-    m_counts = PeriodCounts{std::move(days)};
+    return std::tie(m_facts.entries[right].day, transaction(right).createdAt, left) <
+           std::tie(m_facts.entries[left].day, transaction(left).createdAt, right);
 }
 
 void LedgerBook::addLegs(const LedgerTransaction& transaction, Entry& entry)
 {
-    entry.firstLeg = static_cast<std::uint32_t>(m_legs.size());
+    entry.firstLeg = static_cast<std::uint32_t>(m_facts.legs.size());
     entry.legCount = static_cast<std::uint32_t>(transaction.legs.size());
     for (const auto& leg : transaction.legs) {
         const auto account =
-            m_accounts.number(leg.accountID, [&] { return LedgerKeys::named(m_names.account(leg.accountID)); });
-        const auto currency = m_currencies.number(leg.currency, [&] { return LedgerKeys::named(leg.currency); });
-        m_legs.push_back({account, currency, leg.amountMinor});
+            m_facts.accounts.number(leg.accountID, [&] { return LedgerKeys::named(m_names.account(leg.accountID)); });
+        const auto currency = m_facts.currencies.number(leg.currency, [&] { return LedgerKeys::named(leg.currency); });
+        m_facts.legs.push_back({account, currency, leg.amountMinor});
     }
 }
 
 void LedgerBook::addText(const LedgerTransaction& transaction, Entry& entry)
 {
-    entry.textBegin = static_cast<std::uint32_t>(m_text.size());
-    m_text += TextFold::folded(transaction.note);
-    m_text += '\n';
+    entry.textBegin = static_cast<std::uint32_t>(m_facts.text.size());
+    m_facts.text += TextFold::folded(transaction.note);
+    m_facts.text += '\n';
     for (const auto* optional : {&transaction.externalReference, &transaction.participantName}) {
         if (*optional) {
-            m_text += TextFold::folded(**optional);
-            m_text += '\n';
+            m_facts.text += TextFold::folded(**optional);
+            m_facts.text += '\n';
         }
     }
     for (const auto& leg : transaction.legs)
-        appendAmount(m_text, leg, locale());
-    entry.textEnd = static_cast<std::uint32_t>(m_text.size());
+        appendAmount(m_facts.text, leg, locale());
+    entry.textEnd = static_cast<std::uint32_t>(m_facts.text.size());
 }
 
 /// A category is found by its names in every language, and by those of its parent.
 std::uint32_t LedgerBook::categoryNumber(const std::string& id)
 {
-    return m_categories.number(id, [&] {
+    return m_facts.categories.number(id, [&] {
         LedgerKeys::Names names{.shown = m_names.category(id), .folded = {}};
         const auto* category = m_names.categories().find(id);
         for (const auto* each = category; each;
@@ -299,23 +257,24 @@ bool LedgerBook::movesInside(std::uint32_t at) const
 
 std::span<const LedgerBook::Leg> LedgerBook::legs(std::uint32_t at) const
 {
-    return std::span{m_legs}.subspan(m_entries[at].firstLeg, m_entries[at].legCount);
+    return std::span{m_facts.legs}.subspan(m_facts.entries[at].firstLeg, m_facts.entries[at].legCount);
 }
 
 std::string_view LedgerBook::text(std::uint32_t at) const
 {
-    const auto& entry = m_entries[at];
-    return std::string_view{m_text}.substr(entry.textBegin, entry.textEnd - entry.textBegin);
+    const auto& entry = m_facts.entries[at];
+    return std::string_view{m_facts.text}.substr(entry.textBegin, entry.textEnd - entry.textBegin);
 }
 
 std::uint32_t LedgerBook::find(std::string_view id) const
 {
-    const auto found = m_byID.find(id);
-    return found == m_byID.end() ? none : found->second;
+    return m_facts.places.find(m_snapshot->transactions, id);
 }
 
-std::span<const std::uint32_t> LedgerBook::refundsOf(std::string_view id) const
+std::vector<std::uint32_t> LedgerBook::refundsOf(std::string_view id) const
 {
-    const auto found = m_refunds.find(id);
-    return found == m_refunds.end() ? std::span<const std::uint32_t>{} : std::span{found->second};
+    std::vector<std::uint32_t> refunds;
+    for (const auto& each : std::ranges::equal_range(m_facts.refunds, find(id), {}, &Refund::income))
+        refunds.push_back(each.refund);
+    return refunds;
 }

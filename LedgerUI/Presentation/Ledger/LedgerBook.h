@@ -6,9 +6,9 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
+#include "LedgerCore/Domain/Records/EntryPlaces.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerUI/Presentation/Ledger/LedgerKeys.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
@@ -17,8 +17,8 @@
 /// One snapshot made ready for browsing in one language: names looked up, search text folded, entries in order and
 /// everything that filters ask turned into small numbers. Immutable, so that workers and screens may share it.
 ///
-/// The next snapshot mostly differs in an entry or two: a book made after an earlier one takes from it whatever is
-/// known of the entries that are the same, and says all the same what one made from the snapshot alone says.
+/// The next snapshot mostly has an entry or two more: a book made after an earlier one then goes on from what that one
+/// knows, and says all the same what one made from the snapshot alone says.
 class LedgerBook {
 public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;
@@ -53,70 +53,81 @@ public:
     [[nodiscard]] const LedgerNames& names() const { return m_names; }
     [[nodiscard]] const std::string& locale() const { return m_names.locale(); }
 
-    [[nodiscard]] std::size_t size() const { return m_entries.size(); }
-    [[nodiscard]] const Entry& entry(std::uint32_t at) const { return m_entries[at]; }
+    [[nodiscard]] std::size_t size() const { return m_facts.entries.size(); }
+    [[nodiscard]] const Entry& entry(std::uint32_t at) const { return m_facts.entries[at]; }
     [[nodiscard]] const LedgerTransaction& transaction(std::uint32_t at) const { return m_snapshot->transactions[at]; }
     [[nodiscard]] std::span<const Leg> legs(std::uint32_t at) const;
     /// Note, reference, participant and amounts, folded.
     [[nodiscard]] std::string_view text(std::uint32_t at) const;
 
     /// Every entry, newest day first and inside a day the last recorded first.
-    [[nodiscard]] std::span<const std::uint32_t> order() const { return m_order; }
+    [[nodiscard]] std::span<const std::uint32_t> order() const { return m_facts.order; }
     /// Where the entry of this id stands, or `none`.
     [[nodiscard]] std::uint32_t find(std::string_view id) const;
     /// The refunds that name this income as their original.
-    [[nodiscard]] std::span<const std::uint32_t> refundsOf(std::string_view id) const;
+    [[nodiscard]] std::vector<std::uint32_t> refundsOf(std::string_view id) const;
+    /// Whether every entry of `earlier` stands at the same place here, as far as that is known without looking.
+    [[nodiscard]] bool keepsPlacesOf(const LedgerBook& earlier) const
+    {
+        return m_facts.origin == earlier.m_facts.origin;
+    }
 
     /// How many entries each period holds.
     [[nodiscard]] const PeriodCounts& counts() const { return m_counts; }
 
-    [[nodiscard]] const LedgerKeys& kinds() const { return m_kinds; }
-    [[nodiscard]] const LedgerKeys& titles() const { return m_titles; }
-    [[nodiscard]] const LedgerKeys& categories() const { return m_categories; }
-    [[nodiscard]] const LedgerKeys& accounts() const { return m_accounts; }
-    [[nodiscard]] const LedgerKeys& members() const { return m_members; }
-    [[nodiscard]] const LedgerKeys& currencies() const { return m_currencies; }
+    [[nodiscard]] const LedgerKeys& kinds() const { return m_facts.kinds; }
+    [[nodiscard]] const LedgerKeys& titles() const { return m_facts.titles; }
+    [[nodiscard]] const LedgerKeys& categories() const { return m_facts.categories; }
+    [[nodiscard]] const LedgerKeys& accounts() const { return m_facts.accounts; }
+    [[nodiscard]] const LedgerKeys& members() const { return m_facts.members; }
+    [[nodiscard]] const LedgerKeys& currencies() const { return m_facts.currencies; }
 
 private:
+    struct Refund {
+        std::uint32_t income = 0;
+        std::uint32_t refund = 0;
+
+        auto operator<=>(const Refund&) const = default;
+    };
+
+    /// All that is told of the entries. It points nowhere, so the next book can take it over.
+    struct Facts {
+        std::shared_ptr<const int> origin; // the same for all that went on from one another
+        std::vector<Entry> entries;
+        std::vector<Leg> legs;
+        std::string text;
+        std::vector<std::uint32_t> order;
+        EntryPlaces places;
+        std::vector<Refund> refunds;         // ascending
+        std::vector<std::uint32_t> unlinked; // reversals and refunds whose original is not in sight
+        LedgerKeys kinds;
+        LedgerKeys titles;
+        LedgerKeys categories;
+        LedgerKeys accounts;
+        LedgerKeys members;
+        LedgerKeys currencies;
+    };
+
     /// Whether everything that entries are called by is as it was.
     [[nodiscard]] bool callsAllAs(const LedgerBook& before) const;
-    void build();
-    /// Where the entries of a book before stand in this one, and which are new or changed.
-    struct Carried {
-        std::vector<std::uint32_t> now;
-        std::vector<std::uint32_t> fresh;
-        std::vector<std::uint32_t> changed; // with the fresh ones
-    };
-    /// False when the book before knows things that are gone by now.
+    /// The entries that got other links; nothing when more has changed than that and what follows at the end.
+    [[nodiscard]] std::optional<std::vector<std::uint32_t>> relinkedSince(const LedgerBook& before) const;
     bool continueFrom(const LedgerBook& before);
-    std::optional<Carried> carryOver(const LedgerBook& before);
-    void clear();
+    void build();
     void add(const LedgerTransaction& transaction);
-    void addAs(const LedgerBook& before, std::uint32_t at);
     void addLegs(const LedgerTransaction& transaction, Entry& entry);
     void addText(const LedgerTransaction& transaction, Entry& entry);
-    void index(const LedgerTransaction& transaction);
     std::uint32_t categoryNumber(const std::string& id);
-    [[nodiscard]] bool isAskedAlike(std::uint32_t at, const LedgerBook& before, std::uint32_t beforeAt) const;
+    void link(std::uint32_t at);
     [[nodiscard]] bool movesInside(std::uint32_t at) const;
     [[nodiscard]] bool comesBefore(std::uint32_t left, std::uint32_t right) const;
-    void finish();
+    void putInOrder(std::uint32_t first);
+    void finish(std::uint32_t first);
 
     SnapshotPointer m_snapshot;
     LedgerNames m_names;
-    std::vector<Entry> m_entries;
-    std::vector<Leg> m_legs;
-    std::string m_text;
-    std::vector<std::uint32_t> m_order;
+    Facts m_facts;
     PeriodCounts m_counts;
-    std::unordered_map<std::string_view, std::uint32_t> m_byID;
-    std::unordered_map<std::string_view, std::vector<std::uint32_t>> m_refunds;
-    LedgerKeys m_kinds;
-    LedgerKeys m_titles;
-    LedgerKeys m_categories;
-    LedgerKeys m_accounts;
-    LedgerKeys m_members;
-    LedgerKeys m_currencies;
 };
 
 using LedgerBookPointer = std::shared_ptr<const LedgerBook>;

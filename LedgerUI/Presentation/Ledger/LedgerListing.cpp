@@ -38,15 +38,18 @@ std::vector<std::uint32_t> widestOf(const LedgerBook& book, const std::vector<st
     return result;
 }
 
-/// Where each row of before stands in the book of now; entries come and go at few places, so most stand as far from
-/// their old place as the one before.
+/// Where each row of before stands in the book of now. Where that is not known, entries have come and gone at few
+/// places, so most stand as far from their old place as the one before.
 class CarriedOver {
 public:
-    CarriedOver(const LedgerBook& before, const LedgerBook& now) : m_before(before), m_now(now) {}
+    CarriedOver(const LedgerBook& before, const LedgerBook& now)
+        : m_before(before), m_now(now), m_isKnown(now.keepsPlacesOf(before))
+    {
+    }
 
     std::uint32_t operator()(std::uint32_t at)
     {
-        if (&m_before == &m_now)
+        if (m_isKnown)
             return at;
         const auto& id = m_before.transaction(at).id;
         const std::uint32_t guess = at + m_shift;
@@ -61,6 +64,7 @@ public:
 private:
     const LedgerBook& m_before;
     const LedgerBook& m_now;
+    bool m_isKnown;
     std::uint32_t m_shift = 0; // forward, or backward past zero
 };
 

@@ -53,7 +53,9 @@ TEST(LedgerTableModel, KeepsTheSelectionWhenARefreshBringsAndTakesEntries)
     auto books = sampleLedger();
     books.expense("new", "2026-11-20", "Singapore", "USD", 100).expense("old", "2026-01-01", "Singapore", "USD", 5);
     auto whole = books.build();
-    std::erase_if(whole.transactions, [](const auto& each) { return each.id == "x1" || each.id == "e1"; });
+    auto entries = whole.transactions.toVector();
+    std::erase_if(entries, [](const auto& each) { return each.id == "x1" || each.id == "e1"; });
+    whole.transactions = entries;
     const auto fresh = std::make_shared<const LedgerBook>(std::make_shared<const LedgerSnapshot>(whole), "en-US");
     watched.show(fresh);
 
@@ -77,10 +79,8 @@ TEST(LedgerTableModel, ShowsTheEntryAnewWhenARefreshChangesIt)
     ASSERT_FALSE(watched.model.row(watched.model.rowOf("e1")).isReversed);
     QSignalSpy changes(&watched.model, &QAbstractItemModel::dataChanged);
     auto whole = sampleLedger().build();
-    for (auto& each : whole.transactions) {
-        if (each.id == "e1")
-            each.reversedBy = "later";
-    }
+    const auto changed = std::ranges::find(whole.transactions, "e1", &LedgerTransaction::id);
+    whole.transactions[static_cast<std::size_t>(changed - whole.transactions.begin())].reversedBy = "later";
     const auto fresh = std::make_shared<const LedgerBook>(std::make_shared<const LedgerSnapshot>(whole), "en-US");
     watched.show(fresh);
     EXPECT_TRUE(watched.model.row(watched.model.rowOf("e1")).isReversed);
