@@ -33,7 +33,7 @@ void write(const CommandAct& act, const std::vector<Member>& before, const std::
 {
     for (std::size_t at = 0; at < before.size(); ++at) {
         if (before[at] != after[at])
-            MemberRepository::update(act.connection, act.companyID, after[at]);
+            MemberRepository::write(act.connection, act.companyID, after[at]);
     }
 }
 

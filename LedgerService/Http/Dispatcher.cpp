@@ -168,7 +168,7 @@ Reply Dispatcher::replyTo(const RouteMatch& match, const Request& request,
     if (const auto* reply = std::get_if<Reply>(&made))
         return *reply;
     const bool command = match.route->isCommand();
-    if (!command || !Conditions::prefersMinimal(request))
+    if (!command || std::get<SnapshotReply>(made).opensSession || !Conditions::prefersMinimal(request))
         return withSnapshot(std::get<SnapshotReply>(made));
     auto reply = okReply();
     reply.headers.emplace_back("Preference-Applied", "return=minimal");

@@ -34,6 +34,7 @@ struct SnapshotReply {
     SnapshotAsked asked;
     /// A key and its text, such as the token; the snapshot then stands beside it under "snapshot".
     std::optional<std::pair<std::string, std::string>> beside;
+    bool opensSession = false; // the token stands beside it: nobody can prefer to go without
 };
 
 using Outcome = std::expected<std::variant<Reply, SnapshotReply>, Refusal>;

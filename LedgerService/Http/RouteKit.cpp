@@ -4,6 +4,14 @@
 
 namespace LedgerService {
 
+SnapshotReply sessionReply(const IssuedSession& session)
+{
+    return {.reader = session.owner,
+            .asked = {},
+            .beside = std::pair{std::string{"token"}, session.token},
+            .opensSession = true};
+}
+
 Outcome Answer<NewSnapshot>::reply(const MemberCall& call, const NewSnapshot& result)
 {
     SnapshotReply reply{.reader = call.owner(), .asked = {}, .beside = {}};

@@ -9,6 +9,7 @@
 #include "LedgerService/Http/CommandOnce.h"
 #include "LedgerService/Http/RequestBody.h"
 #include "LedgerService/Http/Route.h"
+#include "LedgerService/Identity/Authentication.h"
 
 /// Makes routes of functions that say nothing of HTTP. A row of a route table reads
 ///
@@ -33,6 +34,9 @@ struct NewSnapshot {
 };
 BOOST_DESCRIBE_STRUCT(NewSnapshot, (), (key, value))
 
+/// {"token":"…","snapshot":{…}}
+SnapshotReply sessionReply(const IssuedSession& session);
+
 /// How a result becomes a reply, and how the reply to a repeated command is made from what was kept of the first.
 template <class Result>
 struct Answer {
@@ -53,6 +57,12 @@ struct Answer<NewSnapshot> {
     static Outcome reply(const MemberCall& call, const NewSnapshot& result);
     static std::string kept(const NewSnapshot& result) { return Json::encode(result); }
     static Outcome repeated(const MemberCall& call, const std::string& kept);
+};
+
+/// Replied as the token with the snapshot that it opens.
+template <>
+struct Answer<IssuedSession> {
+    static Outcome reply(const MemberCall&, const IssuedSession& result) { return sessionReply(result); }
 };
 
 template <>

@@ -110,7 +110,8 @@ constexpr std::array jsonColumns{
     JsonPlace{"members", "permissions"},           JsonPlace{"members", "account_grants"},
     JsonPlace{"members", "selected_category_ids"}, JsonPlace{"members", "transaction_colors"},
     JsonPlace{"accounts", "currencies"},           JsonPlace{"categories", "names"},
-    JsonPlace{"account_sets", "account_ids"},
+    JsonPlace{"account_sets", "account_ids"},      JsonPlace{"invitations", "account_ids"},
+    JsonPlace{"invitations", "permissions"},       JsonPlace{"invitations", "account_grants"},
 };
 
 void addRows(Connection& connection, Problems& problems, const std::string& statement)

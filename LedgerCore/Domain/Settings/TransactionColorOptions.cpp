@@ -63,6 +63,11 @@ const TransactionColorOption* TransactionColorOptions::find(std::string_view id)
     return found == palette.end() ? nullptr : found;
 }
 
+bool TransactionColorOptions::isChoice(const TransactionColorSelection& selection)
+{
+    return std::ranges::find(EntryKind::all, selection.kind) != EntryKind::all.end() && find(selection.colorID);
+}
+
 const TransactionColorOption& TransactionColorOptions::of(std::string_view kind, const LedgerSnapshot& snapshot)
 {
     for (const auto* colors : {&snapshot.currentMember.transactionColors, &snapshot.company.transactionColors}) {

@@ -3,6 +3,7 @@
 #include <span>
 #include <string_view>
 
+#include "LedgerCore/Domain/Records/TransactionColorSelection.h"
 #include "LedgerCore/Domain/Text/CatalogNames.h"
 
 struct LedgerSnapshot;
@@ -23,6 +24,9 @@ std::span<const TransactionColorOption> all();
 
 /// Null for an id that the palette does not hold.
 const TransactionColorOption* find(std::string_view id);
+
+/// Whether there is such a kind of entry and such a colour.
+bool isChoice(const TransactionColorSelection& selection);
 
 /// What the current member chose for the kind, else what the company did, else the kind's own colour. A choice that the
 /// palette does not hold counts as none.

@@ -17,6 +17,9 @@ std::span<const Route> health();
 std::span<const Route> session();
 std::span<const Route> snapshot();
 std::span<const Route> transactions();
+std::span<const Route> invitations();
+std::span<const Route> members();
+std::span<const Route> company();
 
 }
 

@@ -16,8 +16,7 @@ Outcome authResponse(std::expected<IssuedSession, Refusal> session)
 {
     if (!session)
         return std::unexpected(std::move(session.error()));
-    return SnapshotReply{
-        .reader = session->owner, .asked = {}, .beside = std::pair{std::string{"token"}, session->token}};
+    return sessionReply(*session);
 }
 
 Outcome login(const OpenCall& call, const Login& body)

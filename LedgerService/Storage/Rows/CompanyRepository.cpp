@@ -26,6 +26,7 @@ constexpr Columns settingsColumns{column("settings_revision", &FinancialSettings
 const auto selectCompany = companyColumns.select(", demo_version, demo_locale FROM companies WHERE id = :company");
 const auto selectSettings = settingsColumns.select("FROM companies WHERE id = :company");
 const auto updateSettings = settingsColumns.update("companies", "id = :company");
+const auto updateCompany = companyColumns.update("companies", "id = :id");
 const auto insertCompany = companyColumns.insert("companies", {{"demo_version", ":demo_version"},
                                                                {"demo_locale", ":demo_locale"},
                                                                {"last_sequence", "0"},
@@ -115,6 +116,13 @@ void CompanyRepository::insert(Connection& connection, const Company& company, c
     query.bind("demo_locale", company.demo ? std::optional{company.demo->locale} : std::nullopt);
     query.bind("shape", FragmentRepository::shape()).run();
     writeSettings(connection, company.id, settings);
+}
+
+void CompanyRepository::write(Connection& connection, const Company& company)
+{
+    Query query{connection, updateCompany};
+    companyColumns.bind(query, company);
+    query.run();
 }
 
 void CompanyRepository::writeSettings(Connection& connection, std::string_view companyID,

@@ -31,6 +31,9 @@ void writeTimeZone(Connection& connection, std::string_view companyID, const std
 
 void insert(Connection& connection, const Company& company, const FinancialSettings& settings);
 
+/// Writes what the company's record says now, but for what makes it a demonstration.
+void write(Connection& connection, const Company& company);
+
 void writeSettings(Connection& connection, std::string_view companyID, const FinancialSettings& settings);
 
 }

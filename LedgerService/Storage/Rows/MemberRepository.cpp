@@ -21,6 +21,8 @@ constexpr Columns columns{column("m.id", &Member::id),
 
 const auto selectMember =
     columns.select("FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company AND m.id = :member");
+const auto selectByEmail = columns.select(
+    "FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company AND u.email = :email");
 const auto selectMembers =
     columns.select("FROM members m JOIN users u ON u.id = m.user_id WHERE m.company_id = :company ORDER BY m.position");
 const auto insertMember =
@@ -48,6 +50,14 @@ std::optional<Member> MemberRepository::find(Connection& connection, std::string
 {
     Query query{connection, selectMember};
     query.bind("company", companyID).bind("member", memberID);
+    return recordOf<Member>(query, columns);
+}
+
+std::optional<Member> MemberRepository::findByEmail(Connection& connection, std::string_view companyID,
+                                                    std::string_view email)
+{
+    Query query{connection, selectByEmail};
+    query.bind("company", companyID).bind("email", email);
     return recordOf<Member>(query, columns);
 }
 
@@ -87,7 +97,7 @@ void MemberRepository::insert(Connection& connection, std::string_view companyID
     query.bind("profile", demoProfile).bind("created", createdAt).run();
 }
 
-void MemberRepository::update(Connection& connection, std::string_view companyID, const Member& member)
+void MemberRepository::write(Connection& connection, std::string_view companyID, const Member& member)
 {
     Query query{connection, updateMember};
     columns.bind(query.bind("company", companyID), member);

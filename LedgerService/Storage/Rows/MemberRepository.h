@@ -24,6 +24,9 @@ namespace MemberRepository {
 
 std::optional<Member> find(Connection& connection, std::string_view companyID, std::string_view memberID);
 
+/// The member who signs in with this address, in the form of `UserRepository::normalized`.
+std::optional<Member> findByEmail(Connection& connection, std::string_view companyID, std::string_view email);
+
 /// The company's members in the order in which they joined.
 std::vector<Member> all(Connection& connection, std::string_view companyID);
 
@@ -37,8 +40,8 @@ std::optional<std::string> demoMemberID(Connection& connection, std::string_view
 void insert(Connection& connection, std::string_view companyID, const Member& member,
             const std::optional<std::string>& demoProfile, std::string_view createdAt);
 
-/// Writes the member over what stands under the same id; the address of the person stays.
-void update(Connection& connection, std::string_view companyID, const Member& member);
+/// Writes what the membership is now; the person's address is not part of it.
+void write(Connection& connection, std::string_view companyID, const Member& member);
 
 }
 

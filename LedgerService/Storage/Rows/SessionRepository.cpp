@@ -20,6 +20,10 @@ constexpr auto revokeSession = R"sql(
     UPDATE sessions SET revoked_at = :now WHERE token_hash = :hash AND revoked_at IS NULL
 )sql";
 
+constexpr auto revokeOwned = R"sql(
+    UPDATE sessions SET revoked_at = :now WHERE company_id = :company AND member_id = :member AND revoked_at IS NULL
+)sql";
+
 constexpr auto deleteExpired = R"sql(
     DELETE FROM sessions WHERE expires_at <= :now
 )sql";
@@ -50,6 +54,12 @@ std::optional<SessionOwner> SessionRepository::find(Connection& connection, std:
 void SessionRepository::revoke(Connection& connection, std::string_view tokenHash, std::string_view now)
 {
     Query{connection, revokeSession}.bind("now", now).bind("hash", tokenHash).run();
+}
+
+void SessionRepository::revokeAll(Connection& connection, const SessionOwner& owner, std::string_view now)
+{
+    Query query{connection, revokeOwned};
+    query.bind("now", now).bind("company", owner.companyID).bind("member", owner.memberID).run();
 }
 
 void SessionRepository::removeExpired(Connection& connection, std::string_view now)

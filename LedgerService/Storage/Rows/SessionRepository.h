@@ -25,6 +25,9 @@ std::optional<SessionOwner> find(Connection& connection, std::string_view tokenH
 
 void revoke(Connection& connection, std::string_view tokenHash, std::string_view now);
 
+/// Ends every token of the member.
+void revokeAll(Connection& connection, const SessionOwner& owner, std::string_view now);
+
 void removeExpired(Connection& connection, std::string_view now);
 
 }

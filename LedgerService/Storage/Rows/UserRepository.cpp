@@ -26,6 +26,14 @@ constexpr auto updateCurrentCompany = R"sql(
     UPDATE users SET current_company_id = :company WHERE id = :user
 )sql";
 
+constexpr auto updateName = R"sql(
+    UPDATE users SET name = :name WHERE id = :user
+)sql";
+
+constexpr auto updateLocale = R"sql(
+    UPDATE users SET locale = :locale WHERE id = :user
+)sql";
+
 constexpr auto updatePassword = R"sql(
     UPDATE users SET password_hash = :hash, activated_at = COALESCE(activated_at, :now) WHERE id = :user
 )sql";
@@ -80,6 +88,16 @@ void UserRepository::insert(Connection& connection, const User& user)
 void UserRepository::writeCurrentCompany(Connection& connection, std::string_view userID, std::string_view companyID)
 {
     Query{connection, updateCurrentCompany}.bind("company", companyID).bind("user", userID).run();
+}
+
+void UserRepository::writeName(Connection& connection, std::string_view userID, std::string_view name)
+{
+    Query{connection, updateName}.bind("name", name).bind("user", userID).run();
+}
+
+void UserRepository::writeLocale(Connection& connection, std::string_view userID, std::string_view locale)
+{
+    Query{connection, updateLocale}.bind("locale", locale).bind("user", userID).run();
 }
 
 void UserRepository::writePassword(Connection& connection, std::string_view userID, std::string_view passwordHash,

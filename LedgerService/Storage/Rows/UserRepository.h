@@ -41,6 +41,9 @@ void insert(Connection& connection, const User& user);
 
 void writeCurrentCompany(Connection& connection, std::string_view userID, std::string_view companyID);
 
+void writeName(Connection& connection, std::string_view userID, std::string_view name);
+void writeLocale(Connection& connection, std::string_view userID, std::string_view locale);
+
 /// Sets the password; `now` is kept as the person's activation when it is the first one.
 void writePassword(Connection& connection, std::string_view userID, std::string_view passwordHash,
                    std::string_view now);

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "LedgerService/Storage/Schema/InvitationSchema.h"
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
 #include "LedgerService/Storage/Schema/ReceiptFileStep.h"
 #include "LedgerService/Storage/Schema/StrictTables.h"
@@ -284,6 +285,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{foldedReferences},
         Step{PeopleSchema::persons()},
         Step{receiptFileStep},
+        Step{InvitationSchema::statements},
     };
     return steps;
 }

@@ -1,0 +1,48 @@
+#include <array>
+
+#include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerService/Http/RouteKit.h"
+#include "LedgerService/Http/Routes/MemberCalls.h"
+#include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Identity/CompanyProfile.h"
+#include "LedgerService/Identity/OwnCompanies.h"
+
+namespace LedgerService {
+
+namespace {
+
+std::expected<NewSnapshot, Refusal> change(const MemberCall& call, const SettingsUpdate& body)
+{
+    return snapshotUnless(CompanyProfile::change(memberActOf(call), body));
+}
+
+std::expected<NewSnapshot, Refusal> chooseColor(const MemberCall& call, const TransactionColorSelection& body)
+{
+    return snapshotUnless(CompanyProfile::chooseColor(memberActOf(call), body));
+}
+
+std::expected<CompanyChoices, Refusal> choices(const MemberCall& call)
+{
+    return OwnCompanies::choices(memberActOf(call), call.service.policy);
+}
+
+std::expected<IssuedSession, Refusal> enter(const MemberCall& call, const CompanySwitch& body)
+{
+    return OwnCompanies::enter({memberActOf(call), call.service, call.request.token}, body.companyID);
+}
+
+constexpr std::array routes{
+    Route{"PATCH", "/v1/settings", writing<&change>},
+    Route{"PATCH", "/v1/company/transaction-colors", writing<&chooseColor>},
+    Route{"GET", "/v1/me/companies", reading<&choices>},
+    Route{"POST", "/v1/me/companies/switch", writing<&enter>},
+};
+
+}
+
+std::span<const Route> RouteFamilies::company()
+{
+    return routes;
+}
+
+}

@@ -1,0 +1,60 @@
+#include <array>
+
+#include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerService/Http/RouteKit.h"
+#include "LedgerService/Http/Routes/MemberCalls.h"
+#include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Identity/Invitations.h"
+#include "LedgerService/Identity/OwnCompanies.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
+
+namespace LedgerService {
+
+namespace {
+
+std::expected<InviteResponse, Refusal> invite(const MemberCall& call, const Invite& body)
+{
+    auto made = Invitations::invite(memberActOf(call), body);
+    if (!made)
+        return std::unexpected(std::move(made.error()));
+    return InviteResponse{std::move(made->code)};
+}
+
+std::expected<InvitationListResponse, Refusal> pending(const MemberCall& call)
+{
+    return Invitations::pending(memberActOf(call));
+}
+
+std::expected<InvitationListResponse, Refusal> revoke(const MemberCall& call)
+{
+    return Invitations::revoke(memberActOf(call), call.parameters.front());
+}
+
+std::expected<InvitationPreview, Refusal> preview(const MemberCall& call, const InvitationLookup& body)
+{
+    const auto invitation = Invitations::find(call.connection, body.code, call.member.email, call.now);
+    if (!invitation)
+        return std::unexpected(invitation.error());
+    const auto company = CompanyRepository::find(call.connection, invitation->companyID);
+    return InvitationPreview{company.value_or(Company{}).name, invitation->terms.email};
+}
+
+std::expected<IssuedSession, Refusal> accept(const MemberCall& call, const InvitationAcceptance& body)
+{
+    return OwnCompanies::join({memberActOf(call), call.service, call.request.token}, body.code, body.locale);
+}
+
+constexpr std::array routes{
+    Route{"GET", "/v1/invites", reading<&pending>},        Route{"POST", "/v1/invites", writing<&invite>},
+    Route{"POST", "/v1/invites/accept", writing<&accept>}, Route{"POST", "/v1/invites/{id}/revoke", writing<&revoke>},
+    Route{"POST", "/v1/me/invitation", reading<&preview>},
+};
+
+}
+
+std::span<const Route> RouteFamilies::invitations()
+{
+    return routes;
+}
+
+}

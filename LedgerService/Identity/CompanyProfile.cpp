@@ -1,0 +1,74 @@
+#include "LedgerService/Identity/CompanyProfile.h"
+
+#include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Settings/CompanySettings.h"
+#include "LedgerCore/Domain/Settings/TransactionColorOptions.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
+
+namespace LedgerService {
+
+namespace {
+
+Refusal refusalOf(CompanySettings::Refusal refusal)
+{
+    using enum CompanySettings::Refusal;
+    switch (refusal) {
+    case notManager:
+        return Refusal::of(ServiceCode::forbidden, "The company is changed by those who manage it.");
+    case name:
+        return Refusal::of(ServiceCode::validationError, "A name is one line that says something.");
+    case countries:
+        return Refusal::of(ServiceCode::validationError, "Countries are codes of two capital letters, each once.");
+    case locale:
+        return Refusal::of(ServiceCode::validationError, "The service does not speak this language.");
+    }
+    return Refusal::of(ServiceCode::internalError, "The refusal has no words.");
+}
+
+Company companyOf(const MemberAct& act)
+{
+    auto company = CompanyRepository::find(act.connection, act.companyID);
+    require(company.has_value(), "a member's company exists");
+    return *std::move(company);
+}
+
+}
+
+std::optional<Refusal> CompanyProfile::change(const MemberAct& act, const SettingsUpdate& update)
+{
+    if (const auto refused = CompanySettings::whyNot(update, act.member))
+        return refusalOf(*refused);
+    auto company = companyOf(act);
+    if (update.name)
+        company.name = TextFold::trimmed(*update.name);
+    company.countries = update.countries.value_or(company.countries);
+    CompanyRepository::write(act.connection, company);
+    if (update.locale) {
+        auto member = act.member;
+        member.locale = *update.locale;
+        MemberRepository::write(act.connection, act.companyID, member);
+        UserRepository::writeLocale(act.connection, member.userID, *update.locale);
+    }
+    return std::nullopt;
+}
+
+std::optional<Refusal> CompanyProfile::chooseColor(const MemberAct& act, const TransactionColorSelection& selection)
+{
+    if (!MemberRights::canManage(act.member))
+        return refusalOf(CompanySettings::Refusal::notManager);
+    if (!TransactionColorOptions::isChoice(selection))
+        return Refusal::of(ServiceCode::validationError, "There is no such kind of entry or no such colour.");
+    auto company = companyOf(act);
+    if (!company.transactionColors)
+        company.transactionColors.emplace();
+    company.transactionColors->insert_or_assign(selection.kind, selection.colorID);
+    CompanyRepository::write(act.connection, company);
+    return std::nullopt;
+}
+
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+
+#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/TransactionColorSelection.h"
+#include "LedgerService/Identity/MemberAct.h"
+#include "LedgerService/Refusal.h"
+
+namespace LedgerService {
+
+/// How a company presents itself to its members. All expect a writing transaction.
+namespace CompanyProfile {
+
+/// The name and the countries are the company's; the locale is the one in which the acting member is written to.
+std::optional<Refusal> change(const MemberAct& act, const SettingsUpdate& update);
+
+std::optional<Refusal> chooseColor(const MemberAct& act, const TransactionColorSelection& selection);
+
+}
+
+}

@@ -1,0 +1,166 @@
+#include "LedgerService/Identity/Invitations.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Access/MembershipRules.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
+#include "LedgerCore/Domain/Text/Naming.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/InvitationCode.h"
+#include "LedgerService/Identity/MembershipRefusal.h"
+#include "LedgerService/Random.h"
+#include "LedgerService/Storage/Rows/AccountRepository.h"
+#include "LedgerService/Storage/Rows/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
+
+namespace LedgerService {
+
+namespace {
+
+constexpr std::chrono::hours day{24};
+
+Refusal invalid()
+{
+    return Refusal::of(ServiceCode::invalidInvitation, "The code opens no invitation to this person.");
+}
+
+std::string later(std::string_view stamp, std::chrono::hours by)
+{
+    const auto instant = LedgerDay::parseStamp(stamp).value_or(std::chrono::system_clock::time_point{});
+    return LedgerDay::stamp(instant + by);
+}
+
+/// The terms as they are kept: what counts for nothing is left out.
+Invite tidied(const Invite& invite)
+{
+    const auto member = MembershipRules::invited(invite);
+    return {.name = std::string{TextFold::trimmed(invite.name)},
+            .email = UserRepository::normalized(invite.email),
+            .role = invite.role,
+            .accountIDs = member.accountIDs,
+            .permissions = member.permissions.value_or(std::vector<std::string>{}),
+            .accountGrants = member.accountGrants.value_or(std::vector<AccountGrant>{})};
+}
+
+std::optional<Refusal> whyNotGive(Connection& connection, std::string_view companyID, const Invite& terms,
+                                  const Member& giver)
+{
+    const auto members = MemberRepository::all(connection, companyID);
+    const auto accounts = AccountRepository::all(connection, companyID);
+    const auto refused = MembershipRules::whyNotInvite(terms, giver, {members, accounts});
+    return refused ? std::optional{MembershipRefusal::of(*refused)} : std::nullopt;
+}
+
+std::optional<Refusal> whyNotInvite(const MemberAct& act, const Invite& terms)
+{
+    if (auto refusal = whyNotGive(act.connection, act.companyID, terms, act.member))
+        return refusal;
+    if (!Naming::isName(terms.name) || !Naming::isEmail(terms.email))
+        return Refusal::of(ServiceCode::validationError, "The name or the e-mail address is not one.");
+    if (MemberRepository::findByEmail(act.connection, act.companyID, terms.email))
+        return Refusal::of(ServiceCode::emailExists, "The person is a member of the company.");
+    if (InvitationRepository::countSince(act.connection, act.companyID, later(act.now, -day)) >= Invitations::mostADay)
+        return Refusal::of(ServiceCode::rateLimited, "The company has invited too many people today.", day);
+    return std::nullopt;
+}
+
+PendingInvitation described(const Invitation& invitation, std::string_view now)
+{
+    const auto& terms = invitation.terms;
+    return {.id = invitation.id,
+            .name = terms.name,
+            .email = terms.email,
+            .role = terms.role,
+            .permissions = terms.permissions,
+            .accountGrants = terms.accountGrants,
+            .createdAt = invitation.createdAt,
+            .expiresAt = invitation.expiresAt,
+            .status = invitation.isExpired(now) ? "expired" : "pending"};
+}
+
+}
+
+std::expected<Invitations::Made, Refusal> Invitations::invite(const MemberAct& act, const Invite& invite)
+{
+    auto terms = tidied(invite);
+    if (auto refusal = whyNotInvite(act, terms))
+        return std::unexpected(*std::move(refusal));
+    InvitationRepository::revokeFor(act.connection, act.companyID, terms.email, act.now);
+    Made made{.code = InvitationCode::make(),
+              .invitation = {.companyID = act.companyID,
+                             .id = Random::identifier(),
+                             .invitedBy = act.member.id,
+                             .terms = std::move(terms),
+                             .createdAt = act.now,
+                             .expiresAt = later(act.now, lifetime),
+                             .acceptedAt = {},
+                             .revokedAt = {}}};
+    InvitationRepository::insert(act.connection, made.invitation, InvitationCode::hash(made.code));
+    return made;
+}
+
+std::expected<InvitationListResponse, Refusal> Invitations::pending(const MemberAct& act)
+{
+    if (!MemberRights::canManage(act.member))
+        return std::unexpected(MembershipRefusal::of(MembershipRules::Refusal::notManager));
+    InvitationListResponse list;
+    for (const auto& each : InvitationRepository::open(act.connection, act.companyID))
+        list.invitations.push_back(described(each, act.now));
+    return list;
+}
+
+std::expected<InvitationListResponse, Refusal> Invitations::revoke(const MemberAct& act, std::string_view id)
+{
+    if (!MemberRights::canManage(act.member))
+        return std::unexpected(MembershipRefusal::of(MembershipRules::Refusal::notManager));
+    const auto invitation = InvitationRepository::find(act.connection, act.companyID, id);
+    if (!invitation)
+        return std::unexpected(Refusal::of(ServiceCode::notFound, "There is no such invitation."));
+    if (invitation->acceptedAt)
+        return std::unexpected(Refusal::of(ServiceCode::invitationUsed, "The invitation was accepted."));
+    if (invitation->isOpen())
+        InvitationRepository::writeRevoked(act.connection, *invitation, act.now);
+    return pending(act);
+}
+
+std::expected<Invitation, Refusal> Invitations::find(Connection& connection, std::string_view code,
+                                                     std::string_view email, std::string_view now)
+{
+    auto invitation = InvitationRepository::findByCode(connection, InvitationCode::hash(code));
+    if (!invitation || !invitation->isOpen() || invitation->isExpired(now) ||
+        invitation->terms.email != UserRepository::normalized(email))
+        return std::unexpected(invalid());
+    const auto company = CompanyRepository::find(connection, invitation->companyID);
+    if (!company || company->demo || Authentication::whyNotOpen(company->approvalStatus))
+        return std::unexpected(invalid());
+    const auto giver = MemberRepository::find(connection, invitation->companyID, invitation->invitedBy);
+    if (!giver || whyNotGive(connection, invitation->companyID, invitation->terms, *giver))
+        return std::unexpected(invalid());
+    return *std::move(invitation);
+}
+
+std::expected<SessionOwner, Refusal> Invitations::join(Connection& connection, const Invitation& invitation,
+                                                       const Person& person, std::string_view now)
+{
+    const auto memberships = MemberRepository::memberships(connection, person.userID);
+    if (std::ranges::find(memberships, invitation.companyID, &Membership::companyID) != memberships.end())
+        return std::unexpected(Refusal::of(ServiceCode::emailExists, "The person is a member of the company."));
+    auto member = MembershipRules::invited(invitation.terms);
+    member.id = Random::identifier();
+    member.userID = person.userID;
+    member.name = person.name;
+    member.locale = AppLanguage::locale(person.locale);
+    MemberRepository::insert(connection, invitation.companyID, member, std::nullopt, now);
+    InvitationRepository::writeAccepted(connection, invitation, now);
+    CompanyHistory::advance(connection, invitation.companyID);
+    return SessionOwner{invitation.companyID, member.id};
+}
+
+}

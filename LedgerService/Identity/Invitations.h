@@ -1,0 +1,59 @@
+#pragma once
+
+#include <chrono>
+#include <expected>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerService/Identity/MemberAct.h"
+#include "LedgerService/Refusal.h"
+#include "LedgerService/Storage/Rows/InvitationRepository.h"
+#include "LedgerService/Storage/Rows/SessionRepository.h"
+
+namespace LedgerService {
+
+/// Inviting people to a company, and their joining it. All but `find` and `pending` expect a writing transaction.
+namespace Invitations {
+
+inline constexpr std::chrono::hours lifetime{14 * 24};
+/// The most that a company may make within a day, whatever becomes of them.
+inline constexpr int mostADay = 100;
+
+/// An invitation just made. The code leaves the service once, to be handed to the invited person.
+struct Made {
+    std::string code;
+    Invitation invitation;
+};
+
+/// What was open for the same address is revoked.
+std::expected<Made, Refusal> invite(const MemberAct& act, const Invite& invite);
+
+/// What was neither accepted nor revoked, for those who manage the company.
+std::expected<InvitationListResponse, Refusal> pending(const MemberAct& act);
+
+/// Replies what is left. Revoking twice does no harm.
+std::expected<InvitationListResponse, Refusal> revoke(const MemberAct& act, std::string_view id);
+
+/// The invitation that this code opens to the person with this address. One and the same refusal for a code that does
+/// not exist, was used, revoked, has expired, was given to somebody else, or came from somebody who could not give it
+/// any more.
+std::expected<Invitation, Refusal> find(Connection& connection, std::string_view code, std::string_view email,
+                                        std::string_view now);
+
+/// Who joins.
+struct Person {
+    std::string userID;
+    std::string name;
+    std::string locale;
+};
+
+/// Makes the person a member with the rights that `find` found.
+std::expected<SessionOwner, Refusal> join(Connection& connection, const Invitation& invitation, const Person& person,
+                                          std::string_view now);
+
+}
+
+}

@@ -1,0 +1,74 @@
+#include "LedgerService/Identity/Members.h"
+
+#include <algorithm>
+#include <string>
+
+#include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Access/MembershipRules.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Text/Naming.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Identity/MembershipRefusal.h"
+#include "LedgerService/Storage/Rows/AccountRepository.h"
+#include "LedgerService/Storage/Rows/CategoryRepository.h"
+#include "LedgerService/Storage/Rows/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
+
+namespace LedgerService {
+
+std::optional<Refusal> Members::change(const MemberAct& act, std::string_view memberID, const MemberUpdate& update)
+{
+    if (!MemberRights::canManage(act.member)) // who that is plays no part for those who may not ask
+        return MembershipRefusal::of(MembershipRules::Refusal::notManager);
+    const auto members = MemberRepository::all(act.connection, act.companyID);
+    const auto found = std::ranges::find(members, memberID, &Member::id);
+    if (found == members.end())
+        return Refusal::of(ServiceCode::notFound, "There is no such member.");
+    const auto accounts = AccountRepository::all(act.connection, act.companyID);
+    if (const auto refused = MembershipRules::whyNotChange(*found, update, act.member, {members, accounts}))
+        return MembershipRefusal::of(*refused);
+    const auto changed = MembershipRules::changed(*found, update, act.member);
+    MemberRepository::write(act.connection, act.companyID, changed);
+    if (!changed.active)
+        SessionRepository::revokeAll(act.connection, {act.companyID, changed.id}, act.now);
+    return std::nullopt;
+}
+
+std::optional<Refusal> Members::rename(const MemberAct& act, const ProfileUpdate& update)
+{
+    if (!Naming::isName(update.name))
+        return Refusal::of(ServiceCode::validationError, "A name is one line that says something.");
+    const std::string name{TextFold::trimmed(update.name)};
+    UserRepository::writeName(act.connection, act.member.userID, name);
+    for (const auto& each : MemberRepository::memberships(act.connection, act.member.userID)) {
+        auto member = MemberRepository::find(act.connection, each.companyID, each.memberID);
+        if (!member || member->name == name)
+            continue;
+        member->name = name;
+        MemberRepository::write(act.connection, each.companyID, *member);
+        CompanyHistory::advance(act.connection, each.companyID); // its members see the new name
+    }
+    return std::nullopt;
+}
+
+std::optional<Refusal> Members::select(const MemberAct& act, const CategorySelection& selection)
+{
+    const auto category = CategoryRepository::find(act.connection, act.companyID, selection.categoryID);
+    if (!category)
+        return Refusal::of(ServiceCode::notFound, "There is no such category.");
+    if (selection.selected && category->archived)
+        return Refusal::of(ServiceCode::categoryArchived, "An archived category is not offered.");
+    auto member = act.member;
+    auto& selected = member.selectedCategoryIDs;
+    if (!selected)
+        selected.emplace();
+    std::erase(*selected, selection.categoryID);
+    if (selection.selected)
+        selected->push_back(selection.categoryID);
+    MemberRepository::write(act.connection, act.companyID, member);
+    return std::nullopt;
+}
+
+}
