@@ -99,7 +99,7 @@ TEST(EntryFormKeys, ChooseADayByTypingItAndByMovingIt)
 {
     FormUnderTest under;
     fill(under);
-    auto& day = under.control<QToolButton>("entryDay");
+    auto& day = under.control<QAbstractButton>("entryDay");
     EXPECT_EQ(under.control<QLabel>("entryDayHint").text(), QStringLiteral("Date and time are recorded automatically"));
     day.setFocus();
     press(Qt::Key_Minus);
@@ -142,7 +142,7 @@ TEST(EntryFormKeys, RefuseWhatIsNoAmountWhenItIsPastedAndWhenTheFieldIsLeft)
     QTest::keySequence(&under.control("entryAmount"), QKeySequence::Paste);
     EXPECT_EQ(under.amount(), "12,50");
     EXPECT_EQ(under.message("entryAmountError"),
-              "The clipboard does not hold one amount in this currency. Nothing was pasted.");
+              "The clipboard holds several lines or cells. Nothing was pasted; copy a single amount.");
 }
 
 TEST(EntryFormKeys, CutNothingOffANoteAndSendNoneThatIsTooLong)

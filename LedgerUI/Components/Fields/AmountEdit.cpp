@@ -113,7 +113,7 @@ void AmountEdit::take(const QString& after)
         display({*pasted, static_cast<int>(pasted->size()), pasted == after});
     } else {
         display(m_amount);
-        Q_EMIT pasteRefused();
+        Q_EMIT pasteRefused(pasted.error());
         return;
     }
     Q_EMIT amountEdited(text());

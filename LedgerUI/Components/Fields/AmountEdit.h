@@ -22,7 +22,7 @@ public:
 Q_SIGNALS:
     void amountEdited(const QString& text);
     /// What was to be pasted is not one amount; the text stays as it was.
-    void pasteRefused();
+    void pasteRefused(PasteRefusal refusal);
     /// The keys went elsewhere; the text stays as it is.
     void left();
 

@@ -152,6 +152,11 @@ std::optional<QString> withoutBlanks(const QString& text, Marks own)
     return grouped(integer, own.grouping) + (fraction.isEmpty() ? QString{} : own.decimal + fraction);
 }
 
+bool isMinus(QChar each)
+{
+    return each == QLatin1Char{'-'} || each.category() == QChar::Punctuation_Dash || each == QChar{0x2212};
+}
+
 /// Which separator of a foreign text can only be the decimal one; a null character when none is, nothing when unclear.
 std::optional<QChar> foreignDecimal(const QString& text, Marks own, qsizetype scale)
 {
@@ -166,6 +171,31 @@ std::optional<QChar> foreignDecimal(const QString& text, Marks own, qsizetype sc
     if (points == 1)
         return text.indexOf(own.decimal) < at ? std::optional{own.grouping} : std::nullopt;
     return digits > 0 && digits <= scale && digits != 3 ? std::optional{own.grouping} : std::nullopt;
+}
+
+/// An amount without a sign, in the separators of the language; nothing when it is not one in this currency.
+std::optional<QString> unsignedAmount(const QString& clipboard, std::string_view currency, std::string_view locale)
+{
+    const auto marks = marksOf(locale);
+    const auto figure = figureOf(clipboard, currency);
+    const auto unspaced = withoutBlanks(figure, marks);
+    if (!unspaced)
+        return std::nullopt;
+    const auto& text = *unspaced;
+    const auto isPart = [&](QChar each) { return isDigit(each) || each == marks.decimal || each == marks.grouping; };
+    if (text.isEmpty() || !isDigit(text.front()) || !std::ranges::all_of(text, isPart))
+        return std::nullopt;
+    if (text != figure)
+        return text;
+    const auto decimal = foreignDecimal(text, marks, CurrencyInfo::scaleOf(currency));
+    if (!decimal)
+        return text;
+    const auto at = decimal->isNull() ? qsizetype{-1} : text.indexOf(*decimal);
+    const auto integer = joined(text.left(at), marks.decimal);
+    if (!integer)
+        return text;
+    const auto fraction = at < 0 ? QString{} : QString{marks.decimal} + text.mid(at + 1);
+    return grouped(*integer, marks.grouping) + fraction;
 }
 
 }
@@ -195,27 +225,16 @@ QString EntryAmountText::settled(const QString& text, std::string_view currency,
     return qString(Money::formatDigits(*minor, currency, locale));
 }
 
-std::optional<QString> EntryAmountText::pasted(const QString& clipboard, std::string_view currency,
-                                               std::string_view locale)
+std::expected<QString, PasteRefusal> EntryAmountText::pasted(const QString& clipboard, std::string_view currency,
+                                                             std::string_view locale)
 {
-    const auto marks = marksOf(locale);
+    if (const auto amount = unsignedAmount(clipboard, currency, locale))
+        return *amount;
+    const auto isBreak = [](QChar each) { return each == QLatin1Char{'\n'} || each == QLatin1Char{'\t'}; };
+    if (std::ranges::any_of(clipboard.trimmed(), isBreak))
+        return std::unexpected{PasteRefusal::several};
     const auto figure = figureOf(clipboard, currency);
-    const auto unspaced = withoutBlanks(figure, marks);
-    if (!unspaced)
-        return std::nullopt;
-    const auto& text = *unspaced;
-    const auto isPart = [&](QChar each) { return isDigit(each) || each == marks.decimal || each == marks.grouping; };
-    if (text.isEmpty() || !isDigit(text.front()) || !std::ranges::all_of(text, isPart))
-        return std::nullopt;
-    if (text != figure)
-        return text;
-    const auto decimal = foreignDecimal(text, marks, CurrencyInfo::scaleOf(currency));
-    if (!decimal)
-        return text;
-    const auto at = decimal->isNull() ? qsizetype{-1} : text.indexOf(*decimal);
-    const auto integer = joined(text.left(at), marks.decimal);
-    if (!integer)
-        return text;
-    const auto fraction = at < 0 ? QString{} : QString{marks.decimal} + text.mid(at + 1);
-    return grouped(*integer, marks.grouping) + fraction;
+    const bool isSigned = !figure.isEmpty() && isMinus(figure.front());
+    return std::unexpected{isSigned && unsignedAmount(figure.mid(1), currency, locale) ? PasteRefusal::negative
+                                                                                       : PasteRefusal::notAnAmount};
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <optional>
+#include <expected>
 #include <string_view>
 
 #include <QString>
@@ -16,6 +16,13 @@ struct AmountText {
     bool operator==(const AmountText&) const = default;
 };
 
+/// Why a text cannot be pasted as an amount.
+enum class PasteRefusal {
+    negative, // one amount, but below zero
+    several,  // more than one line or cell
+    notAnAmount
+};
+
 /// How an amount is edited. The text always means what `Money::parse` reads in it: grouping separators are put in and
 /// taken out, digits and the decimal separator never change.
 namespace EntryAmountText {
@@ -26,10 +33,11 @@ AmountText typed(const AmountText& before, const QString& after, int caret, std:
 /// When the field is left: written as amounts are displayed if it can be read, else as it stands.
 QString settled(const QString& text, std::string_view currency, std::string_view locale);
 
-/// A pasted amount in the separators of `locale`; nothing when it is not one amount in this currency: several lines or
-/// cells, blanks that do not part the digits in threes, another currency, words. Marks of the currency, brackets and a
-/// closing ",-" are taken off. Either language's form is taken where it can be read in one way only; a single separator
-/// before three digits is read as this language reads it.
-std::optional<QString> pasted(const QString& clipboard, std::string_view currency, std::string_view locale);
+/// A pasted amount in the separators of `locale`. Refused when it is not one amount in this currency: several lines or
+/// cells, a sign, blanks that do not part the digits in threes, another currency, words. Marks of the currency,
+/// brackets and a closing ",-" are taken off. Either language's form is taken where it can be read in one way only; a
+/// single separator before three digits is read as this language reads it.
+std::expected<QString, PasteRefusal> pasted(const QString& clipboard, std::string_view currency,
+                                            std::string_view locale);
 
 }

@@ -41,9 +41,9 @@ void findOpenings(EntryEditing& editing, const LedgerSnapshot& snapshot)
     editing.openings.clear();
     if (editing.draft.kind != EntryKind::opening)
         return;
-    for (const auto& each : OpeningBalancePolicy::evaluateAll(snapshot)) {
-        if (!OpeningBalancePolicy::whyNot(snapshot, each))
-            editing.openings.push_back({each.accountID, each.currency});
+    for (const auto& each : OpeningBalancePolicy::eligible(snapshot)) {
+        for (const auto& currency : each.currencies)
+            editing.openings.push_back({each.account->id, currency});
     }
 }
 
@@ -254,10 +254,10 @@ EntryEditing EntryEdits::leftAmount(EntryEditing editing, EntryField amount, std
     return editing;
 }
 
-EntryEditing EntryEdits::refusedPaste(EntryEditing editing, EntryField amount)
+EntryEditing EntryEdits::refusedPaste(EntryEditing editing, EntryField amount, PasteRefusal refusal)
 {
     forget(editing, amount);
-    editing.refusedPastes.insert(amount);
+    editing.refusedPastes.emplace(amount, refusal);
     return editing;
 }
 

@@ -32,7 +32,7 @@ EntryEditing withTargetAmount(EntryEditing editing, std::string text);
 /// The field of `amount` was left: a text that is no amount above zero says so.
 EntryEditing leftAmount(EntryEditing editing, EntryField amount, std::string_view locale);
 /// Something was pasted into the field of `amount` that is not one amount; the field stays as it was.
-EntryEditing refusedPaste(EntryEditing editing, EntryField amount);
+EntryEditing refusedPaste(EntryEditing editing, EntryField amount, PasteRefusal refusal);
 /// "YYYY-MM-DD"; an empty one is today's, whenever the entry is saved.
 EntryEditing withDay(EntryEditing editing, std::string day);
 EntryEditing withCategory(EntryEditing editing, const std::string& categoryID);

@@ -136,6 +136,19 @@ std::string_view directionOf(std::string_view kind)
     return kind == EntryKind::opening ? "openingHint" : std::string_view{};
 }
 
+std::string_view keyOf(PasteRefusal refusal)
+{
+    switch (refusal) {
+    case PasteRefusal::negative:
+        return "paste.negative";
+    case PasteRefusal::several:
+        return "paste.several";
+    case PasteRefusal::notAnAmount:
+        return "paste.notAnAmount";
+    }
+    return {};
+}
+
 EntryBalanceMark markOf(std::int64_t minor)
 {
     if (!Money::isWithinLimit(minor))
@@ -334,11 +347,13 @@ void Description::describeRest()
         // The count beside a text that is too long says so already, and the day stands apart from the fields.
         if (problem.reason == decltype(problem.reason){PostingReason::textTooLong} || problem.field == EntryField::date)
             continue;
-        const auto field = problem.field == EntryField::receipts ? EntryField::note : problem.field;
-        m_content.messages.emplace(field, messageOf(problem));
+        if (problem.field == EntryField::receipts)
+            m_content.receiptsMessage = messageOf(problem);
+        else
+            m_content.messages.emplace(problem.field, messageOf(problem));
     }
-    for (const auto field : m_editing.refusedPastes)
-        m_content.messages.emplace(field, wordIn(m_locale, entryFormWords(), "pasteRefused"));
+    for (const auto& [field, refusal] : m_editing.refusedPastes)
+        m_content.messages.emplace(field, entryWord(keyOf(refusal), m_locale));
 }
 
 /// A limit is named wherever it is what stands in the way.

@@ -75,6 +75,7 @@ struct EntryFormContent {
     QString purpose;
     std::vector<QString> rates; // exchange: both ways, "–" while an amount is missing
     std::map<EntryField, QString> messages;
+    QString receiptsMessage; // what is wrong with the receipts, which have no field
     QString confirm;
     EntryDayContent day;
     SubmissionStage stage = SubmissionStage::editing;

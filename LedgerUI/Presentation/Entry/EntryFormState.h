@@ -1,8 +1,8 @@
 #pragma once
 
 #include <expected>
+#include <map>
 #include <optional>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -11,6 +11,7 @@
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
 #include "LedgerUI/Presentation/Forms/Submission.h"
 
 /// Where an opening balance may still be recorded.
@@ -28,8 +29,8 @@ struct EntryEditing {
     bool targetCurrencyReset = false;
     bool targetNeedsSelection = false; // the destination is no longer on offer
     std::vector<EntryProblem> problems{};
-    std::set<EntryField> refusedPastes{};      // amounts into which something was pasted that is not one
-    std::vector<EntryOpeningPlace> openings{}; // for an opening balance only
+    std::map<EntryField, PasteRefusal> refusedPastes{}; // amounts into which something was pasted that is not one
+    std::vector<EntryOpeningPlace> openings{};          // for an opening balance only
 };
 
 using EntrySubmission = Submission<EntryEditing, TransactionInput>;

@@ -64,7 +64,18 @@ const WordTable& entryFormWords()
          "Balance after saving is negative"},
         {"limit.amount", "%1上限为 %2。", "%1 Batasnya %2.", "%1 Giới hạn là %2.", "%1 The limit is %2."},
         {"limit.balance", "%1，上限为 %2。", "%1. Batasnya %2.", "%1. Giới hạn là %2.", "%1. The limit is %2."},
-        {"pasteRefused", "剪贴板内容不是该币种的单个金额，未粘贴。",
+        {"paste.negative", "剪贴板中的金额是负数，未粘贴。请输入大于零的金额，收支方向由记录类型决定。",
+         "Jumlah di papan klip negatif, jadi tidak ditempel. Masukkan jumlah di atas nol; jenis catatan menentukan "
+         "arahnya.",
+         "Số tiền được sao chép là số âm nên không được dán. Hãy nhập số lớn hơn 0; loại bút toán quyết định thu hay "
+         "chi.",
+         "The amount on the clipboard is negative and was not pasted. Enter an amount above zero; the kind of entry "
+         "decides the direction."},
+        {"paste.several", "剪贴板包含多行或多个单元格，未粘贴。请只复制一个金额。",
+         "Papan klip berisi beberapa baris atau sel, jadi tidak ditempel. Salin satu jumlah saja.",
+         "Nội dung sao chép có nhiều dòng hoặc nhiều ô nên không được dán. Hãy chỉ sao chép một số tiền.",
+         "The clipboard holds several lines or cells. Nothing was pasted; copy a single amount."},
+        {"paste.notAnAmount", "剪贴板内容不是该币种的单个金额，未粘贴。",
          "Isi papan klip bukan satu jumlah dalam mata uang ini, jadi tidak ditempel.",
          "Nội dung sao chép không phải là một số tiền bằng loại tiền tệ này nên không được dán.",
          "The clipboard does not hold one amount in this currency. Nothing was pasted."},

@@ -166,6 +166,19 @@ INSTANTIATE_TEST_SUITE_P(
         PasteCase{"Dash", "1250000,-", "IDR", "id", "1250000"}),
     nameOf);
 
+TEST(EntryAmountText, TellsWhyAPasteIsRefused)
+{
+    const auto why = [](const char* clipboard) {
+        return EntryAmountText::pasted(QString::fromUtf8(clipboard), "IDR", "id").error();
+    };
+    for (const auto* negative : {"-5", "−5.000", "– 5", "-Rp 1.250.000", "Rp -1.250.000,-"})
+        EXPECT_EQ(why(negative), PasteRefusal::negative) << negative;
+    for (const auto* several : {"100\n200", "100\t200", "-1\r\n-2"})
+        EXPECT_EQ(why(several), PasteRefusal::several) << several;
+    for (const auto* other : {"USD 5", "-USD 5", "--5", "-", "about 5", ""})
+        EXPECT_EQ(why(other), PasteRefusal::notAnAmount) << other;
+}
+
 TEST_P(AmountSettle, NeverChangesTheValue)
 {
     const auto& each = GetParam();

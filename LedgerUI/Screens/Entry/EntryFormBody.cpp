@@ -99,7 +99,8 @@ void EntryFormBody::bind()
 void EntryFormBody::bindAmount(EntryAmountField& field, EntryField name)
 {
     connect(&field.amount(), &AmountEdit::left, this, [this, name] { Q_EMIT amountLeft(name); });
-    connect(&field.amount(), &AmountEdit::pasteRefused, this, [this, name] { Q_EMIT pasteRefused(name); });
+    connect(&field.amount(), &AmountEdit::pasteRefused, this,
+            [this, name](PasteRefusal refusal) { Q_EMIT pasteRefused(name, refusal); });
 }
 
 void EntryFormBody::offer(const SnapshotPointer& snapshot, const TransactionDraft& draft)

@@ -43,7 +43,7 @@ Q_SIGNALS:
     void amountEdited(const QString& text);
     void targetAmountEdited(const QString& text);
     void amountLeft(EntryField amount);
-    void pasteRefused(EntryField amount);
+    void pasteRefused(EntryField amount, PasteRefusal refusal);
     void categoryChosen(const std::string& id);
     void originalChosen(const std::optional<std::string>& id);
     void referenceEdited(const QString& text);

@@ -130,6 +130,7 @@ void TransactionForm::present()
     m_day->present(shown.day);
     presentStanding({.stage = shown.stage,
                      .refusal = m_submission.refusal(),
+                     .note = {.kind = Banner::Kind::error, .text = shown.receiptsMessage},
                      .confirm = shown.confirm,
                      .draftWords = &EntryWords::words(),
                      .hasChanges = EntryForm::hasDraft(draft, m_initial)});
