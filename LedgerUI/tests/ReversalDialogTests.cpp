@@ -14,6 +14,7 @@
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
+#include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Settling.h"
 
@@ -58,6 +59,10 @@ public:
                   service.store.friendly(APIError{.status = 409, .code = "refunds_exist", .message = {}}) +
                       "\nThe next attempt sends this reason again and books the reversal on 20 November 2026.");
         EXPECT_FALSE(service.store.errorMessage().has_value());
+        settle();
+        const auto& field = control<QWidget>("reversalReason");
+        const int gap = control<QWidget>("dialogFoot").y() - field.mapTo(dialog, QPoint{0, field.height()}).y();
+        EXPECT_LE(gap, 2 * Space::dialogMargin) << "the form is as high as it needs to be";
     }
     template <class Widget>
     Widget& control(const char* name)

@@ -14,6 +14,7 @@
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Screens/Entry/EntryFormBody.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Settling.h"
@@ -221,6 +222,30 @@ TEST(TransactionForm, LeavesNoSearchStandingThatChoseNoIncome)
     QTest::keyClicks(original.lineEdit(), QStringLiteral("INV-77"));
     under.control("entryReference").setFocus();
     EXPECT_EQ(original.currentText().toStdString(), none.toStdString());
+}
+
+/// A program that ends takes its windows away; the field in use is left only then.
+TEST(TransactionForm, GoesWithItsWindowWhileAnAmountIsBeingTyped)
+{
+    StoreUnderTest service;
+    InterfaceLanguage::change("en-US");
+    service.signIn(entryBooks());
+    auto window = std::make_unique<QMainWindow>();
+    window->show();
+    const QPointer<TransactionForm> form = new TransactionForm(
+        service.store, EntryForm::Opening{.kind = "expense", .accountID = "bank", .prefilled = {}}, window.get());
+    form->open();
+    form->activateWindow();
+    waitUntil([&] { return form->isActiveWindow(); });
+    auto* amount = form->findChild<QLineEdit*>(QStringLiteral("entryAmount"));
+    amount->setFocus();
+    QTest::keyClicks(amount, QStringLiteral("438"));
+    bool isFormTold = false;
+    QObject::connect(form->findChild<EntryFormBody*>(), &EntryFormBody::amountEdited, amount,
+                     [&] { isFormTold = true; });
+    window.reset();
+    EXPECT_TRUE(form.isNull());
+    EXPECT_FALSE(isFormTold) << "there is no form any more to be told";
 }
 
 TEST(TransactionForm, ClosesThePopoverBeforeTheForm)

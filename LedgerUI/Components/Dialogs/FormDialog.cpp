@@ -21,6 +21,8 @@
 
 namespace {
 
+constexpr int leastWidth = 400;
+constexpr int leastHeight = 200;
 constexpr int aroundField = 40; // the label above a field, or two lines of its message below
 
 }
@@ -54,6 +56,10 @@ FormDialog::FormDialog(QWidget* parent) : QDialog{parent}
     layout->setSpacing(0);
     layout->addLayout(m_columns, 1);
     layout->addWidget(m_foot);
+    // A banner that has just appeared asks for the height that its text takes in no width at all: what the window is
+    // given is decided by fitWindow() alone.
+    layout->setSizeConstraint(QLayout::SetNoConstraint);
+    setMinimumSize(leastWidth, leastHeight);
     for (const auto& keys : KeyBindings::keys(Command::confirmForm))
         connect(new QShortcut(keys, this), &QShortcut::activated, this, &FormDialog::confirm);
     connect(qApp, &QApplication::focusChanged, this, &FormDialog::revealFocus);
@@ -62,15 +68,19 @@ FormDialog::FormDialog(QWidget* parent) : QDialog{parent}
 
 FormDialog::~FormDialog()
 {
-    // The base moves the focus once more, when there is no form left to follow it.
+    // The base moves the focus once more, when there is no form left to follow it; a field that is left by then would
+    // still tell the form what it holds.
     disconnect(qApp, nullptr, this, nullptr);
+    delete m_scroll->widget();
+    delete m_aside;
+    delete m_footPart;
 }
 
 void FormDialog::buildFoot()
 {
     auto* foot = new QFrame(this);
     foot->setObjectName(QStringLiteral("dialogFoot"));
-    foot->setFixedHeight(Space::dialogFoot);
+    foot->setMinimumHeight(Space::dialogFoot);
     m_foot = foot;
     m_cancel = new QPushButton(foot);
     m_cancel->setObjectName(QStringLiteral("formCancel"));
@@ -83,7 +93,7 @@ void FormDialog::buildFoot()
     connect(m_cancel, &QPushButton::clicked, this, &FormDialog::reject);
     connect(m_confirm, &QPushButton::clicked, this, &FormDialog::confirm);
     m_footRow = new QHBoxLayout(foot);
-    m_footRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, 0);
+    m_footRow->setContentsMargins(Space::dialogMargin, Space::step1, Space::dialogMargin, Space::step1);
     m_footRow->setSpacing(Space::step2);
     m_footRow->addStretch();
     m_footRow->addWidget(m_cancel);
@@ -247,13 +257,20 @@ void FormDialog::fitWindow(Fit fit)
     const int asideHeight = m_aside ? m_aside->sizeHint().height() : 0;
     const auto room = roomFor(fit);
     const int frame = frameGeometry().height() - this->height();
-    const int height = std::min(std::max(wanted + above, asideHeight) + Space::dialogFoot, room.height() - frame);
+    const int height = std::min(std::max(wanted + above, asideHeight) + footHeight(width), room.height() - frame);
     m_isSizedByHand = fit == Fit::following && (m_isSizedByHand || this->height() != m_fittedHeight);
     m_fittedHeight = m_isSizedByHand ? std::max(height, std::min(this->height(), room.height() - frame)) : height;
     resize(width, m_fittedHeight);
     if (fit == Fit::following)
         moveInto(room);
     revealFocus();
+}
+
+/// A hint that wraps in the foot makes it higher.
+int FormDialog::footHeight(int width) const
+{
+    const int wanted = m_footRow->hasHeightForWidth() ? m_footRow->totalHeightForWidth(width) : 0;
+    return std::max(Space::dialogFoot, wanted);
 }
 
 /// The window behind as far as it is on the screen; a dialog that was moved out of it has the screen.

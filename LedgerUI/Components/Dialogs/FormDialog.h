@@ -70,6 +70,7 @@ private:
     void spaceBanner();
     void arrangeFocus();
     [[nodiscard]] QRect roomFor(Fit fit) const;
+    [[nodiscard]] int footHeight(int width) const;
     void moveInto(const QRect& room);
     void revealFocus();
     void retranslate();

@@ -2,50 +2,50 @@
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QToolButton>
+#include <QPushButton>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Screens/Entry/EntryDayPopover.h"
-#include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
 EntryDayField::EntryDayField(QWidget* parent) : QWidget{parent}
 {
-    m_day = new QToolButton(this);
+    m_glyph = new GlyphLabel(QStringLiteral("calendar3"), Token::text2, Space::icon, this);
+    m_day = new QPushButton(this);
     m_day->setObjectName(QStringLiteral("entryDay"));
-    m_day->setProperty("kind", QStringLiteral("flat"));
-    m_day->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    m_day->setIcon(Icon::of(QStringLiteral("calendar3"), Token::accent));
-    m_day->setIconSize({Space::iconBeforeText, Space::icon});
-    m_day->setFixedHeight(Space::controlSmall);
-    m_day->setFocusPolicy(Qt::StrongFocus);
+    m_day->setProperty("kind", QStringLiteral("link"));
+    m_day->setAutoDefault(false);
     m_day->installEventFilter(this);
     m_fixed = new TextLabel(TypeStep::body, Token::text, this);
     m_fixed->setObjectName(QStringLiteral("entryFixedDay"));
     m_hint = new TextLabel(TypeStep::small, Token::text2, this);
     m_hint->setObjectName(QStringLiteral("entryDayHint"));
     m_hint->setWordWrap(true);
-    m_hint->setContentsMargins(Space::step2, 0, 0, 0);
-    m_fixed->setContentsMargins(Space::step2, 0, 0, 0);
-    auto* lines = new QVBoxLayout(this);
-    lines->setContentsMargins(0, 0, 0, 0);
+    auto* lines = new QVBoxLayout;
     lines->setSpacing(0);
     lines->addStretch(1);
     lines->addWidget(m_day, 0, Qt::AlignLeft);
     lines->addWidget(m_fixed);
     lines->addWidget(m_hint);
     lines->addStretch(1);
-    connect(m_day, &QToolButton::clicked, this, &EntryDayField::openCalendar);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(Space::step2);
+    row->addWidget(m_glyph, 0, Qt::AlignVCenter);
+    row->addLayout(lines, 1);
+    connect(m_day, &QPushButton::clicked, this, &EntryDayField::openCalendar);
 }
 
 void EntryDayField::present(const EntryDayContent& content)
 {
     m_content = content;
     const auto& locale = InterfaceLanguage::tag();
+    m_glyph->setGlyph(QStringLiteral("calendar3"), content.mayChange ? Token::accent : Token::text2);
     m_day->setText(content.text);
     m_day->setVisible(content.mayChange);
     m_day->setToolTip(entryWord("editDate", locale));

@@ -5,7 +5,8 @@
 #include "LedgerUI/Presentation/Entry/EntryDay.h"
 
 class EntryDayPopover;
-class QToolButton;
+class GlyphLabel;
+class QPushButton;
 class TextLabel;
 
 /// The day on which an entry is booked, in the foot of its form. The button opens a calendar; on it Up, Down, + and −
@@ -28,7 +29,8 @@ private:
     void openCalendar();
 
     EntryDayContent m_content;
-    QToolButton* m_day = nullptr;
+    GlyphLabel* m_glyph = nullptr;
+    QPushButton* m_day = nullptr;
     TextLabel* m_fixed = nullptr; // a day that cannot be changed
     TextLabel* m_hint = nullptr;
     EntryDayPopover* m_popover = nullptr;

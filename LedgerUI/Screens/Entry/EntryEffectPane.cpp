@@ -104,6 +104,7 @@ QWidget* EntryEffectPane::effectCard(const EntryEffect& effect)
                       InterfaceLanguage::tag()));
         layout->addWidget(warning);
     }
+    layout->addStretch(1); // the card beside it may be higher
     return frame;
 }
 
