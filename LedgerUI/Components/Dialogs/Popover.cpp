@@ -27,6 +27,10 @@ void Popover::open(QWidget* first)
 {
     if (m_anchor && parentWidget() != m_anchor->window())
         setParent(m_anchor->window());
+    if (!isVisible())
+        m_opener = QApplication::focusWidget();
+    if (m_edge == Edge::over && m_anchor)
+        setFixedWidth(m_anchor->width());
     adjustSize();
     place();
     show();
@@ -63,9 +67,14 @@ void Popover::hideEvent(QHideEvent* event)
     qApp->removeEventFilter(this);
     const auto* focus = QApplication::focusWidget();
     const bool heldFocus = !focus || focus == this || isAncestorOf(focus);
-    if (heldFocus && m_anchor && m_anchor->isVisible())
-        m_anchor->setFocus(Qt::PopupFocusReason);
+    if (auto* next = heldFocus ? focusAfterwards() : nullptr; next && next->isVisible())
+        next->setFocus(Qt::PopupFocusReason);
     QFrame::hideEvent(event);
+}
+
+QWidget* Popover::focusAfterwards() const
+{
+    return m_anchor && m_anchor->focusPolicy() != Qt::NoFocus ? m_anchor : m_opener;
 }
 
 void Popover::place()
@@ -80,7 +89,8 @@ void Popover::place()
     const int left = std::clamp(wanted, Space::step2, std::max(Space::step2, frame->width() - width() - Space::step2));
     const int above = anchor.y() - height() - gap;
     const int below = anchor.y() + m_anchor->height() + gap;
-    const int wantedTop = m_edge == Edge::above && above > 0 ? above : below;
+    const int beside = m_edge == Edge::above && above > 0 ? above : below;
+    const int wantedTop = m_edge == Edge::over ? anchor.y() : beside;
     const int top =
         std::clamp(wantedTop, Space::step2, std::max(Space::step2, frame->height() - height() - Space::step2));
     move(left, top);

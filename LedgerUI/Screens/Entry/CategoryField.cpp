@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include <QApplication>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -158,13 +157,13 @@ bool CategoryField::eventFilter(QObject* watched, QEvent* event)
 void CategoryField::openAll(const QString& text)
 {
     if (!m_popover) {
-        m_popover = new CategoryPopover(window());
+        m_popover = new CategoryPopover(m_tileArea);
         connect(m_popover, &CategoryPopover::categoryChosen, this, [this](const std::string& id) {
             Q_EMIT categoryChosen(id);
             Q_EMIT finished();
         });
     }
-    m_popover->openAt(m_tileArea, QApplication::focusWidget(), m_snapshot, m_kind, text);
+    m_popover->openOn(m_snapshot, m_kind, text);
 }
 
 void CategoryField::moveFrom(CategoryTile* tile, int step)

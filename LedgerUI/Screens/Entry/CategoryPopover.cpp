@@ -1,9 +1,7 @@
 #include "LedgerUI/Screens/Entry/CategoryPopover.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QListView>
-#include <QMouseEvent>
 #include <QPainter>
 #include <QStandardItemModel>
 #include <QStyledItemDelegate>
@@ -26,7 +24,6 @@ constexpr int isChildRole = Qt::UserRole + 2;
 constexpr int matchStartRole = Qt::UserRole + 3;
 constexpr int matchLengthRole = Qt::UserRole + 4;
 constexpr int popoverHeight = 272;
-constexpr int leastHeight = 200; // the search and five categories
 constexpr int indent = 22;
 
 bool isReturn(int key)
@@ -84,9 +81,8 @@ private:
 
 }
 
-CategoryPopover::CategoryPopover(QWidget* parent) : QFrame{parent}
+CategoryPopover::CategoryPopover(QWidget* tiles) : Popover{tiles, Edge::over}
 {
-    setProperty("popover", QStringLiteral("true"));
     setObjectName(QStringLiteral("entryCategoryPopover"));
     m_search = new SearchField(this);
     m_search->setObjectName(QStringLiteral("entryCategorySearch"));
@@ -110,61 +106,37 @@ CategoryPopover::CategoryPopover(QWidget* parent) : QFrame{parent}
     connect(m_search, &QLineEdit::textChanged, this, &CategoryPopover::search);
     connect(m_list, &QListView::clicked, this, &CategoryPopover::choose);
     retranslate();
-    hide();
 }
 
-void CategoryPopover::openAt(QWidget* anchor, QWidget* opener, SnapshotPointer snapshot, std::string kind,
-                             const QString& text)
+void CategoryPopover::openOn(SnapshotPointer snapshot, std::string kind, const QString& text)
 {
-    m_opener = opener;
     m_snapshot = std::move(snapshot);
     m_kind = std::move(kind);
-    auto* const window = parentWidget();
-    const auto over = anchor->mapTo(window, QPoint{0, 0});
-    const int height = std::clamp(window->height() - over.y() - Space::step2, leastHeight, popoverHeight);
-    const int top = std::min(over.y(), window->height() - height - Space::step2);
-    setGeometry(over.x(), top, anchor->width(), height);
+    setFixedHeight(popoverHeight);
     m_search->setText(text);
     search();
-    show();
-    raise();
-    m_search->setFocus(Qt::PopupFocusReason);
-    qApp->installEventFilter(this);
-}
-
-void CategoryPopover::dismiss()
-{
-    qApp->removeEventFilter(this);
-    const bool hadFocus = isAncestorOf(QApplication::focusWidget());
-    hide();
-    if (hadFocus && m_opener)
-        m_opener->setFocus(Qt::PopupFocusReason);
+    open(m_search);
 }
 
 void CategoryPopover::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape)
-        dismiss();
-    event->accept();
+    Popover::keyPressEvent(event);
+    event->accept(); // nothing that is typed here is meant for the form
 }
 
-/// Keys of the search move in the list; a press elsewhere closes.
+/// Keys of the search move in the list.
 bool CategoryPopover::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress && isVisible()) {
-        const auto at = static_cast<QMouseEvent*>(event)->globalPosition().toPoint();
-        auto* const pressed = qobject_cast<QWidget*>(watched);
-        if (pressed && !rect().contains(mapFromGlobal(at)))
-            dismiss();
+    if (watched == m_search) {
+        // While the list is open, the keys that confirm the form belong to it.
+        if (event->type() == QEvent::ShortcutOverride && isReturn(static_cast<QKeyEvent*>(event)->key())) {
+            event->accept();
+            return true;
+        }
+        if (event->type() == QEvent::KeyPress && takeKey(*static_cast<QKeyEvent*>(event)))
+            return true;
     }
-    if (watched != m_search)
-        return QFrame::eventFilter(watched, event);
-    // While the list is open, the keys that confirm the form belong to it.
-    if (event->type() == QEvent::ShortcutOverride && isReturn(static_cast<QKeyEvent*>(event)->key())) {
-        event->accept();
-        return true;
-    }
-    return event->type() == QEvent::KeyPress && takeKey(*static_cast<QKeyEvent*>(event));
+    return Popover::eventFilter(watched, event);
 }
 
 bool CategoryPopover::takeKey(const QKeyEvent& key)
@@ -181,14 +153,14 @@ bool CategoryPopover::takeKey(const QKeyEvent& key)
         if (m_list->currentIndex().isValid())
             choose(m_list->currentIndex());
         else if (key.modifiers().testFlag(Qt::ControlModifier))
-            dismiss();
+            hide();
         return true;
     case Qt::Key_Escape:
-        dismiss();
+        hide();
         return true;
     case Qt::Key_Tab:
     case Qt::Key_Backtab:
-        dismiss();
+        hide();
         return false;
     default:
         return false;
@@ -199,7 +171,7 @@ void CategoryPopover::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange)
         retranslate();
-    QFrame::changeEvent(event);
+    Popover::changeEvent(event);
 }
 
 void CategoryPopover::search()
@@ -234,7 +206,7 @@ void CategoryPopover::choose(const QModelIndex& index)
     if (!index.isValid())
         return;
     const auto id = index.data(idRole).toString().toStdString();
-    dismiss();
+    hide();
     Q_EMIT categoryChosen(id);
 }
 

@@ -3,9 +3,7 @@
 #include <string>
 #include <vector>
 
-#include <QFrame>
-#include <QPointer>
-
+#include "LedgerUI/Components/Dialogs/Popover.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 
 class QListView;
@@ -14,15 +12,14 @@ class SearchField;
 class TextLabel;
 
 /// All categories of a kind on two levels, with a search above them. Up and Down move, Return chooses, Esc closes; the
-/// keys that confirm the form choose too, or close where nothing fits. Lies over its window and belongs to it.
-class CategoryPopover final : public QFrame {
+/// keys that confirm the form choose too, or close where nothing fits. Covers the tiles that it opens from.
+class CategoryPopover final : public Popover {
     Q_OBJECT
 public:
-    explicit CategoryPopover(QWidget* parent);
+    explicit CategoryPopover(QWidget* tiles);
 
-    /// Opens over `anchor`, as wide as it, with `text` already typed. `opener` has the focus back when it closes.
-    void openAt(QWidget* anchor, QWidget* opener, SnapshotPointer snapshot, std::string kind, const QString& text);
-    void dismiss();
+    /// Opens with `text` already typed.
+    void openOn(SnapshotPointer snapshot, std::string kind, const QString& text);
 
 Q_SIGNALS:
     void categoryChosen(const std::string& id);
@@ -43,7 +40,6 @@ private:
     QListView* m_list = nullptr;
     TextLabel* m_empty = nullptr;
     QStandardItemModel* m_model = nullptr;
-    QPointer<QWidget> m_opener;
     SnapshotPointer m_snapshot;
     std::string m_kind;
 };
