@@ -221,10 +221,13 @@ TEST(LedgerView, GoesToARecordedEntryAndKeepsWhatNarrowsTheLedger)
         page.window.activateWindow();
         settle();
     };
+    QStringList done;
+    QObject::connect(page.view, &PageView::done, page.view, [&](const QString& sentence) { done << sentence; });
     auto books = sampleLedger();
     record(books.expense("new", "2026-11-20", "Singapore", "USD", 100), QStringLiteral("new"));
     EXPECT_EQ(page.find<LedgerTable>("ledgerTable")->selectedIDs(), (std::vector<std::string>{"new"}));
     EXPECT_EQ(page.person.focus(), "ledgerTable");
+    EXPECT_EQ(done, QStringList{QStringLiteral("Entry saved.")});
 
     auto narrow = browser->filter();
     narrow.text = "huong";

@@ -223,3 +223,13 @@ TEST_F(Workspace, CutsNoTextInAnyLanguageWideOrNarrow)
         EXPECT_EQ(screen.find("sideBar").width(), size.width() < 1000 ? 56 : 200);
     }
 }
+
+TEST_F(Workspace, SaysWhatIsDoneUntilAnotherPageOpens)
+{
+    under.signIn(employeeBooks());
+    Q_EMIT qobject_cast<PageView*>(screen.find("firstPane").parentWidget())->done(QStringLiteral("Entry saved."));
+    EXPECT_EQ(screen.read("statusSaid"), "Entry saved.");
+    EXPECT_TRUE(screen.spoken("statusBar").starts_with("Entry saved., ")) << screen.spoken("statusBar");
+    screen.keys("Ctrl+2");
+    EXPECT_FALSE(screen.shows("statusSaid"));
+}

@@ -32,6 +32,9 @@ StatusBar::StatusBar(QWidget* parent) : QFrame{parent}
     m_refresh->setFocusPolicy(Qt::TabFocus);
     m_count = new TextLabel(TypeStep::micro, Token::text2, this);
     m_count->setObjectName(QStringLiteral("entryCount"));
+    m_said = new TextLabel(TypeStep::micro, Token::ok, this);
+    m_said->setObjectName(QStringLiteral("statusSaid"));
+    m_said->hide();
     m_context = new TextLabel(TypeStep::micro, Token::text2, this);
     m_context->setObjectName(QStringLiteral("statusContext"));
     m_figure = new TextLabel(TypeStep::micro, Token::text2, this);
@@ -46,6 +49,7 @@ StatusBar::StatusBar(QWidget* parent) : QFrame{parent}
     layout->addWidget(m_refresh);
     layout->addWidget(line);
     layout->addWidget(m_count);
+    layout->addWidget(m_said);
     layout->addStretch(1);
     layout->addWidget(m_context);
     layout->addWidget(m_figure);
@@ -85,6 +89,18 @@ void StatusBar::setContext(const QString& text, const QString& figure)
     announce();
 }
 
+void StatusBar::say(const QString& sentence)
+{
+    m_said->setText(sentence);
+    m_said->setAccessibleName(sentence);
+    m_said->setVisible(!sentence.isEmpty());
+    announce();
+    if (sentence.isEmpty())
+        return;
+    QAccessibleEvent alert{m_said, QAccessible::Alert};
+    QAccessible::updateAccessibility(&alert);
+}
+
 QWidget* StatusBar::tabStop() const
 {
     return m_refresh;
@@ -92,7 +108,8 @@ QWidget* StatusBar::tabStop() const
 
 void StatusBar::announce()
 {
-    setAccessibleName(listed({m_refresh->text(), m_context->text(), m_figure->text()}, InterfaceLanguage::tag()));
+    const auto parts = {m_said->text(), m_refresh->text(), m_context->text(), m_figure->text()};
+    setAccessibleName(listed(parts, InterfaceLanguage::tag()));
     QAccessibleEvent changed{this, QAccessible::NameChanged};
     QAccessible::updateAccessibility(&changed);
 }

@@ -20,6 +20,8 @@ public:
     void setCount(const QString& text);
     /// `figure` follows in bold.
     void setContext(const QString& text, const QString& figure);
+    /// Says what has just been done, aloud too; an empty sentence takes it back.
+    void say(const QString& sentence);
     [[nodiscard]] QWidget* tabStop() const;
 
 Q_SIGNALS:
@@ -30,6 +32,7 @@ private:
 
     QToolButton* m_refresh = nullptr;
     TextLabel* m_count = nullptr;
+    TextLabel* m_said = nullptr;
     TextLabel* m_context = nullptr;
     TextLabel* m_figure = nullptr;
 };

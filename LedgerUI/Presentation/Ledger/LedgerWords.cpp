@@ -173,6 +173,8 @@ const WordTable& ledgerWords()
          "Catatan tanggal %1 tersimpan, tetapi di luar pencarian, filter, atau periode yang tampil.",
          "Bút toán ngày %1 đã được ghi nhưng nằm ngoài tìm kiếm, bộ lọc hoặc kỳ đang hiện.",
          "The entry of %1 is recorded, but outside the search, filters or period shown."},
+        {"done.recorded", "已保存。", "Catatan disimpan.", "Đã lưu bút toán.", "Entry saved."},
+        {"done.reversed", "已冲销。", "Catatan dibatalkan.", "Đã đảo bút toán.", "Entry reversed."},
         {"recorded.show", "显示该记录", "Tampilkan catatan", "Hiện bút toán", "Show it"},
         {"recorded.close", "关闭提示", "Tutup pemberitahuan", "Đóng thông báo", "Close this message"},
 

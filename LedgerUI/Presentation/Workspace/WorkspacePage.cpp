@@ -3,31 +3,29 @@
 #include <algorithm>
 #include <array>
 
+#include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
+
 namespace {
 
-bool toEverybody(const PageAccess& /*access*/)
+bool toEverybody(const LedgerSnapshot& /*snapshot*/)
 {
     return true;
 }
 
-bool toWhoSeesOnlyTheirOwn(const PageAccess& access)
+bool toWhoSeesOnlyTheirOwn(const LedgerSnapshot& snapshot)
 {
-    return !access.canViewCompany;
+    return !MemberRights::canViewCompany(snapshot.currentMember);
 }
 
-bool toWhoSeesTheCompany(const PageAccess& access)
+bool toWhoSeesTheCompany(const LedgerSnapshot& snapshot)
 {
-    return access.canViewCompany;
+    return MemberRights::canViewCompany(snapshot.currentMember);
 }
 
-bool toWhoLooksAfterAccounts(const PageAccess& access)
+bool toWhoLooksAfterAccounts(const LedgerSnapshot& snapshot)
 {
-    return access.canOpenAccounts;
-}
-
-bool toWhoIsShownCapital(const PageAccess& access)
-{
-    return access.showsDividends;
+    return MemberRights::canOpenAccounts(snapshot.currentMember);
 }
 
 constexpr std::array pages{
@@ -35,7 +33,7 @@ constexpr std::array pages{
     PageDescriptor{WorkspacePage::ledger, "ledger", "journal-text", toEverybody},
     PageDescriptor{WorkspacePage::reports, "reports", "bar-chart", toWhoSeesTheCompany},
     PageDescriptor{WorkspacePage::accounts, "accounts", "bank", toWhoLooksAfterAccounts},
-    PageDescriptor{WorkspacePage::dividends, "dividends", "pie-chart", toWhoIsShownCapital},
+    PageDescriptor{WorkspacePage::dividends, "dividends", "pie-chart", FinancialFeaturePolicy::isListedInSidebar},
     PageDescriptor{WorkspacePage::company, "company", "building", toEverybody},
 };
 static_assert(std::ranges::is_sorted(pages, {}, &PageDescriptor::page) &&
@@ -53,11 +51,11 @@ const PageDescriptor& WorkspacePages::of(WorkspacePage page)
     return pages[static_cast<std::size_t>(page)];
 }
 
-std::vector<WorkspacePage> WorkspacePages::visible(const PageAccess& access)
+std::vector<WorkspacePage> WorkspacePages::visible(const LedgerSnapshot& snapshot)
 {
     std::vector<WorkspacePage> shown;
     for (const auto& each : pages) {
-        if (each.isShownTo(access))
+        if (each.isShownIn(snapshot))
             shown.push_back(each.page);
     }
     return shown;

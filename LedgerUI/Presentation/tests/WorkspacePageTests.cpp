@@ -5,11 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/testing/SnapshotBuilder.h"
+
 namespace {
 
 struct PageCase {
     std::string name;
-    PageAccess access;
+    std::string role;
+    std::vector<std::string> permissions;
     std::string pages;
 };
 
@@ -24,8 +27,10 @@ class VisiblePages : public testing::TestWithParam<PageCase> {};
 
 TEST_P(VisiblePages, FollowTheMembersRights)
 {
+    auto member = SnapshotBuilder::person("m1", "Mira", GetParam().role);
+    member.permissions = GetParam().permissions;
     std::string pages;
-    for (const auto page : WorkspacePages::visible(GetParam().access))
+    for (const auto page : WorkspacePages::visible(snapshot().currentMember(member).build()))
         pages += (pages.empty() ? "" : " ") + std::string{WorkspacePages::of(page).name};
     EXPECT_EQ(pages, GetParam().pages);
 }
@@ -33,11 +38,11 @@ TEST_P(VisiblePages, FollowTheMembersRights)
 INSTANTIATE_TEST_SUITE_P(
     Members, VisiblePages,
     testing::Values(
-        PageCase{"WithoutRights", {}, "summary ledger company"},
-        PageCase{"WithDividends", {.showsDividends = true}, "summary ledger dividends company"},
-        PageCase{"WithAccounts", {.canOpenAccounts = true}, "summary ledger accounts company"},
-        PageCase{"CompanyView", {.canViewCompany = true, .canOpenAccounts = true}, "ledger reports accounts company"},
-        PageCase{"Everything",
-                 {.canViewCompany = true, .canOpenAccounts = true, .showsDividends = true},
-                 "ledger reports accounts dividends company"}),
+        PageCase{"WithoutRights", "employee", {}, "summary ledger company"},
+        PageCase{"WithDividends", "employee", {"viewDividends"}, "summary ledger dividends company"},
+        PageCase{"Finance", "finance", {}, "summary ledger accounts company"},
+        PageCase{"Partner", "partner", {}, "summary ledger accounts company"},
+        PageCase{"CompanyView", "employee", {"viewCompany"}, "ledger reports accounts company"},
+        PageCase{"Management", "employee", {"manageCompany"}, "summary ledger accounts dividends company"},
+        PageCase{"Everything", "admin", {"viewCompany", "manageCompany"}, "ledger reports accounts dividends company"}),
     [](const auto& each) { return std::string{each.param.name}; });

@@ -355,8 +355,10 @@ void LedgerView::offerKeptEntry()
 
 void LedgerView::openForm(TransactionForm* form)
 {
-    connect(form, &TransactionForm::recorded, this,
-            [this](const QString& id) { showEntry(id.toStdString(), Shows::whereItStands); });
+    connect(form, &TransactionForm::recorded, this, [this](const QString& id) {
+        showEntry(id.toStdString(), Shows::whereItStands);
+        Q_EMIT done(text("done.recorded"));
+    });
     form->open();
 }
 
@@ -382,7 +384,9 @@ void LedgerView::reverse(const std::string& id)
     connect(dialog, &ReversalDialog::correctionRequested, this, [this](const TransactionDraft& draft) {
         openForm({.kind = draft.kind, .accountID = {}, .prefilled = draft});
     });
-    connect(dialog, &ReversalDialog::reversed, this,
-            [this](const QString& original) { showEntry(original.toStdString(), Shows::always); });
+    connect(dialog, &ReversalDialog::reversed, this, [this](const QString& original) {
+        showEntry(original.toStdString(), Shows::always);
+        Q_EMIT done(text("done.reversed"));
+    });
     dialog->open();
 }

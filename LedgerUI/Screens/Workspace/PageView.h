@@ -22,4 +22,6 @@ public:
 
 Q_SIGNALS:
     void statusContextChanged();
+    /// Something that a person asked for is done: said in the status bar and to readers, until the next of its kind.
+    void done(const QString& sentence);
 };

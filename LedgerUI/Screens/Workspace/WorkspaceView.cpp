@@ -10,8 +10,6 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Domain/Access/MemberRights.h"
-#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/BusyBar.h"
 #include "LedgerUI/Components/Page/StatusBar.h"
@@ -46,11 +44,13 @@ void WorkspaceView::open(WorkspacePage page)
 {
     if (std::ranges::find(m_pages, page) == m_pages.end())
         return;
+    m_status->say({});
     auto& view = m_views[page];
     if (!view) {
         view = m_registry.make(page, m_store, m_stack);
         m_stack->addWidget(view);
         connect(view, &PageView::statusContextChanged, this, &WorkspaceView::presentContext);
+        connect(view, &PageView::done, m_status, &StatusBar::say);
     }
     m_stack->setCurrentWidget(view);
     // Page, status bar, and round to the side bar: whatever was made last stands at the end otherwise.
@@ -71,6 +71,7 @@ void WorkspaceView::changeEvent(QEvent* event)
     if (event->type() == QEvent::LanguageChange) {
         presentStatus();
         presentContext();
+        m_status->say({});
     }
     QWidget::changeEvent(event);
 }
@@ -133,9 +134,7 @@ void WorkspaceView::presentPages()
     const auto snapshot = m_store.snapshot();
     if (!snapshot)
         return;
-    auto pages = WorkspacePages::visible({.canViewCompany = m_store.canViewCompany(),
-                                          .canOpenAccounts = MemberRights::canOpenAccounts(snapshot->currentMember),
-                                          .showsDividends = FinancialFeaturePolicy::isListedInSidebar(*snapshot)});
+    auto pages = WorkspacePages::visible(*snapshot);
     std::erase_if(pages, [this](WorkspacePage page) { return !m_registry.contains(page); });
     if (pages == m_pages)
         return;
