@@ -78,6 +78,46 @@ void openReversal(WindowUnderTest& under)
     under.screen.keys("Ctrl+Return");
 }
 
+void saveInVain(WindowUnderTest& under)
+{
+    openEntry(under, "expense");
+    under.screen.fill("entryAmount", "12");
+    under.screen.press("entryCategory0");
+    under.server.replace("POST v1/transactions", ServerReply::dropped());
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitForFocus("entrySave");
+}
+
+void beRefusedAReversal(WindowUnderTest& under)
+{
+    chooseEntry(under);
+    under.screen.press("reverseButton");
+    under.screen.waitForFocus("reversalDialog");
+    under.screen.type("Billed twice");
+    under.server.replace("POST v1/transactions/i1/reverse", ServerReply::error(409, "refunds_exist"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitUntil("the refusal is there", [&] { return under.screen.says("Retry original request"); });
+    EXPECT_FALSE(under.screen.shows("alertDialog")) << "the form says it already";
+}
+
+/// An entry that the search hides is announced above the list.
+void recordElsewhere(WindowUnderTest& under)
+{
+    signIn(under);
+    under.screen.fill("ledgerSearch", "November");
+    under.screen.choose("newEntryKinds", "newEntry.expense");
+    under.screen.waitForFocus("transactionForm");
+    under.screen.fill("entryAmount", "12");
+    under.screen.press("entryCategory0");
+    under.server.replace("POST v1/transactions", ServerReply::json(R"({"id":"new"})"));
+    auto after = books();
+    after.expense("new", "2026-11-20", "Operating bank", "IDR", 1200, "power");
+    under.server.replace("GET v1/snapshot", ServerReply::json(after.json()));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitUntilGone("transactionForm");
+    under.screen.waitFor("ledgerTable");
+}
+
 void complain(WindowUnderTest& under)
 {
     under.server.answer("POST v1/auth/login", ServerReply::error(401, "unauthorized"));
@@ -118,8 +158,52 @@ const std::array shown{
     Shown{"Exchange", [](auto& under) { openEntry(under, "exchange"); }},
     Shown{"Refund", [](auto& under) { openEntry(under, "refund"); }},
     Shown{"Opening", [](auto& under) { openEntry(under, "opening"); }},
+    Shown{"Uncertain", saveInVain},
     Shown{"Question", askForTheDraft},
     Shown{"Reversal", openReversal},
+    Shown{"ReversalRefused", beRefusedAReversal},
+    Shown{"RecordedElsewhere", recordElsewhere},
+    Shown{"Period",
+          [](auto& under) {
+              signIn(under);
+              under.screen.keys("Alt+Down");
+              under.screen.waitForFocus("periodPopover");
+          }},
+    Shown{"Filters",
+          [](auto& under) {
+              signIn(under);
+              under.screen.press("filterAll");
+              under.screen.waitForFocus("filterPopover");
+          }},
+    Shown{"Totals",
+          [](auto& under) {
+              signIn(under);
+              under.screen.press("totalsMore");
+          }},
+    Shown{"Day",
+          [](auto& under) {
+              openEntry(under, "expense");
+              under.screen.press("entryDay");
+              under.screen.waitForFocus("entryDayPopover");
+          }},
+    Shown{"Categories",
+          [](auto& under) {
+              openEntry(under, "expense");
+              under.screen.press("entryAllCategories");
+              under.screen.waitForFocus("entryCategoryPopover");
+          }},
+    Shown{"NothingFound",
+          [](auto& under) {
+              signIn(under);
+              under.screen.fill("ledgerSearch", "zzz");
+              under.screen.waitFor("noticeChangeFilter");
+          }},
+    Shown{"NothingRecorded",
+          [](auto& under) {
+              auto fresh = SnapshotBuilder{}.account("Operating bank", {"IDR"}).grantAll();
+              under.openDemonstration(fresh);
+              under.screen.waitFor("ledgerNotice");
+          }},
 };
 
 class Sweep : public testing::TestWithParam<std::tuple<Shown, std::string>> {};

@@ -9,7 +9,7 @@
 #include <QToolButton>
 
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
-#include "LedgerUI/Components/Buttons/RadioRole.h"
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"

@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "LedgerUI/Components/Buttons/RadioRole.h"
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Text/TextLines.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"

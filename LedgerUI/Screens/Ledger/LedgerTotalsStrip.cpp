@@ -9,6 +9,7 @@
 #include <QScrollBar>
 
 #include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Dialogs/Popover.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -167,6 +168,7 @@ void LedgerTotalsStrip::openAll()
     panel->setFocusPolicy(Qt::StrongFocus);
     panel->setAccessibleName(wordIn(locale, ledgerWords(), "totals.all"));
     auto* scroll = new QScrollArea(panel);
+    speakAsGroup(*scroll);
     scroll->setObjectName(QStringLiteral("totalsScroll"));
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setWidget(table());

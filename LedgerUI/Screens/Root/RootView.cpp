@@ -94,9 +94,18 @@ void RootView::presentMessage()
     if (!message)
         return;
     m_message = {.kind = error ? MessageDialog::Kind::error : MessageDialog::Kind::info, .text = qString(*message)};
-    if (m_alert)
+    if (m_alert) {
         m_alert->setText(m_message.kind, m_message.text);
-    openAlert();
+        return;
+    }
+    // A form that says by itself what failed withdraws the message as soon as it hears of it.
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+            if (m_store.errorMessage() || m_store.noticeMessage())
+                openAlert();
+        },
+        Qt::QueuedConnection);
 }
 
 void RootView::openAlert()

@@ -1,4 +1,4 @@
-#include "LedgerUI/Components/Buttons/RadioRole.h"
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -7,6 +7,7 @@
 namespace {
 
 constexpr auto mark = "spokenAsRadioButton";
+constexpr auto groupMark = "spokenAsGroup";
 
 class RadioInterface final : public QAccessibleWidget {
 public:
@@ -39,18 +40,25 @@ private:
 
 QAccessibleInterface* interfaceFor(const QString& /*className*/, QObject* object)
 {
-    auto* const button = qobject_cast<QAbstractButton*>(object);
-    return button && button->property(mark).toBool() ? new RadioInterface{button} : nullptr;
+    if (auto* const button = qobject_cast<QAbstractButton*>(object); button && button->property(mark).toBool())
+        return new RadioInterface{button};
+    auto* const panel = qobject_cast<QWidget*>(object);
+    return panel && panel->property(groupMark).toBool() ? new QAccessibleWidget{panel, QAccessible::Grouping} : nullptr;
+}
+
+void installOnce()
+{
+    [[maybe_unused]] static const bool isInstalled = [] {
+        QAccessible::installFactory(interfaceFor);
+        return true;
+    }();
 }
 
 }
 
 void speakAsRadioButton(QAbstractButton& button)
 {
-    [[maybe_unused]] static const bool isInstalled = [] {
-        QAccessible::installFactory(interfaceFor);
-        return true;
-    }();
+    installOnce();
     button.setProperty(mark, true);
     QObject::connect(&button, &QAbstractButton::toggled, &button, [&button] {
         QAccessible::State changed;
@@ -58,4 +66,10 @@ void speakAsRadioButton(QAbstractButton& button)
         QAccessibleStateChangeEvent event{&button, changed};
         QAccessible::updateAccessibility(&event);
     });
+}
+
+void speakAsGroup(QWidget& panel)
+{
+    installOnce();
+    panel.setProperty(groupMark, true);
 }

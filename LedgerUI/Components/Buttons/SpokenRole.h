@@ -1,7 +1,11 @@
 #pragma once
 
 class QAbstractButton;
+class QWidget;
 
 /// Has readers speak of a checkable button as one of several choices, of which one is taken, rather than as a check
 /// box. To be called when the button is made.
 void speakAsRadioButton(QAbstractButton& button);
+
+/// Has readers speak of a panel that holds the keyboard as a group. To be called when the panel is made.
+void speakAsGroup(QWidget& panel);
