@@ -171,6 +171,7 @@ public:
 
 private:
     void describeHead();
+    void readRecordingDay();
     void describeSent();
     void describeDestination();
     void describeReceived();
@@ -191,6 +192,7 @@ private:
     std::string_view m_today;
     std::string_view m_locale;
     std::vector<EntryDestination> m_destinations;
+    std::optional<OpeningBalancePolicy::RecordingDay> m_recording; // of an opening balance
     std::string m_purpose;
     EntryFormContent m_content;
 };
@@ -216,6 +218,8 @@ void Description::describeHead()
     const bool isFixed = std::ranges::find(switchKinds, m_draft.kind) == switchKinds.end();
     m_content.title = entryWord(isFixed || m_submission.isUncertain() ? "title." + m_draft.kind : "newEntry", m_locale);
     m_content.direction = entryWord(directionOf(m_draft.kind), m_locale);
+    if (m_draft.kind == EntryKind::opening)
+        readRecordingDay();
     if (isFixed || m_submission.isUncertain())
         return;
     const auto available = EntryRules::availableKinds(m_snapshot);
@@ -228,6 +232,16 @@ void Description::describeHead()
         m_content.kindHint = entryWord("entryNoAvailableTypes", m_locale);
     else if (available.size() < switchKinds.size())
         m_content.kindHint = entryWord("entryTypePermissionHint", m_locale);
+}
+
+/// An opening balance that would stand after existing entries adds to them.
+void Description::readRecordingDay()
+{
+    m_recording = OpeningBalancePolicy::recordingDay(m_snapshot, m_today);
+    if (m_recording && m_recording->historySince)
+        m_content.direction +=
+            QLatin1Char{'\n'} + wordIn(m_locale, entryFormWords(), "openingAfterHistory",
+                                       {DayText::longDay(*m_recording->historySince, m_locale).toStdString()});
 }
 
 void Description::describeSent()
@@ -378,13 +392,14 @@ QString Description::limitMessage(std::string_view key, const QString& text, con
 
 void Description::describeDay()
 {
+    using Basis = OpeningBalancePolicy::RecordingDay::Basis;
     auto& shown = m_content.day;
     const bool isOpening = m_draft.kind == EntryKind::opening;
     const auto& sent = m_submission.command();
     shown.bounds = EntryDay::bounds(m_snapshot, m_today);
     shown.day = m_draft.date.empty() ? std::string{m_today} : m_draft.date;
-    if (isOpening)
-        shown.day = OpeningBalancePolicy::recordingDate(m_snapshot, m_today).value_or(std::string{m_today});
+    if (isOpening && m_recording)
+        shown.day = m_recording->day;
     if (sent && !m_submission.isEditing())
         shown.day = sent->date;
     shown.text = DayText::longDay(shown.day, m_locale);
@@ -392,7 +407,8 @@ void Description::describeDay()
     if (m_submission.isUncertain())
         shown.hint = entryWord("retainedEntryDate", m_locale);
     else if (isOpening)
-        shown.hint = entryWord(shown.bounds.earliest ? "openingDay" : "openingToday", m_locale);
+        shown.hint =
+            entryWord(m_recording && m_recording->basis == Basis::today ? "openingToday" : "openingDay", m_locale);
     else
         shown.hint = entryWord(m_draft.date.empty() ? "automaticEntryDate" : "chosenDay", m_locale);
     if (shown.mayChange)

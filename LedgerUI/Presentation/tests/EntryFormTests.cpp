@@ -172,6 +172,12 @@ TEST(EntryForm, OffersAnOpeningOnlyWhereOneIsMissing)
     EXPECT_EQ(shown(now, held).sent.currencies.front().code, "USD");
     EXPECT_EQ(shown(now, held).day.hint, QStringLiteral("No bookkeeping start date is confirmed: booked today"));
     EXPECT_EQ(shown(now, held).day.day, "2026-11-20");
+    EXPECT_EQ(shown(now, held).direction,
+              QStringLiteral("Record starting funds. This is not operating income.\nThere are entries from 1 January "
+                             "2026 on: the opening balance is added to what they recorded."));
+    const auto fresh = booksWithoutBalances().build();
+    EXPECT_EQ(shown(opened("opening", "bank", fresh), fresh).direction,
+              QStringLiteral("Record starting funds. This is not operating income."));
 
     held = builder.entry("o2", "opening", "2026-01-01", {{"bank", "USD", 500}}).build();
     const auto accounts = shown(opened("opening", {}, held), held).sent.accounts;
