@@ -25,18 +25,32 @@ void prepareLibrary()
     require(ready, "the cryptographic library starts");
 }
 
+/// URL-safe Base64 without padding.
+std::string encoded(std::span<const unsigned char> bytes)
+{
+    constexpr auto variant = sodium_base64_VARIANT_URLSAFE_NO_PADDING;
+    std::string text(sodium_base64_encoded_len(bytes.size(), variant), '\0');
+    sodium_bin2base64(text.data(), text.size(), bytes.data(), bytes.size(), variant);
+    text.pop_back(); // the terminating zero
+    return text;
+}
+
+std::array<unsigned char, crypto_generichash_BYTES> hashOf(std::string_view content)
+{
+    prepareLibrary();
+    std::array<unsigned char, crypto_generichash_BYTES> hash{};
+    crypto_generichash(hash.data(), hash.size(), bytesOf(content), content.size(), nullptr, 0);
+    return hash;
+}
+
 }
 
 std::string Random::text(std::size_t bytes)
 {
     prepareLibrary();
-    constexpr auto variant = sodium_base64_VARIANT_URLSAFE_NO_PADDING;
     std::vector<unsigned char> random(bytes);
     randombytes_buf(random.data(), random.size());
-    std::string encoded(sodium_base64_encoded_len(bytes, variant), '\0');
-    sodium_bin2base64(encoded.data(), encoded.size(), random.data(), random.size(), variant);
-    encoded.pop_back(); // the terminating zero
-    return encoded;
+    return encoded(random);
 }
 
 std::string Random::identifier()
@@ -46,10 +60,12 @@ std::string Random::identifier()
 
 std::string Random::digest(std::string_view content)
 {
-    prepareLibrary();
-    std::array<unsigned char, crypto_generichash_BYTES> hash{};
-    crypto_generichash(hash.data(), hash.size(), bytesOf(content), content.size(), nullptr, 0);
-    return hexadecimal(hash);
+    return hexadecimal(hashOf(content));
+}
+
+std::string Random::shortDigest(std::string_view content)
+{
+    return encoded(hashOf(content));
 }
 
 std::string Random::hexadecimal(std::span<const unsigned char> bytes)

@@ -19,6 +19,9 @@ std::string identifier();
 /// 256 bits of digest in lower-case hexadecimal.
 std::string digest(std::string_view content);
 
+/// The same as URL-safe Base64: shorter.
+std::string shortDigest(std::string_view content);
+
 /// Bytes in lower-case hexadecimal.
 std::string hexadecimal(std::span<const unsigned char> bytes);
 

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <string>
 
 namespace LedgerService {
 
@@ -35,6 +36,7 @@ struct Service {
     const ReceiptFolder& receipts;
     Clock clock;
     ServicePolicy policy;
+    std::string origin{}; // the client's address as limits count it; empty before a request is known
 };
 
 }

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
 #include "LedgerService/Storage/Rows/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
@@ -71,6 +73,14 @@ void CompanyFounding::write(Connection& connection) const
         CategoryRepository::insert(connection, company.id, category);
     for (const auto& entry : books.entries)
         writeEntry(connection, *this, entry);
+    AuditRecord record;
+    record.at = company.createdAt;
+    record.origin = origin;
+    record.kind = AuditKind::companyFounded;
+    record.record = company.id;
+    record.after = Json::encode(company);
+    AuditTrail::append(connection, company.id, std::move(record));
+    AuditTrail::begin(connection, company.id);
 }
 
 }

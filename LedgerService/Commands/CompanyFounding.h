@@ -5,6 +5,7 @@
 #include <string>
 
 #include "LedgerCore/Domain/Records/Company.h"
+#include "LedgerService/Audit/AuditRecord.h"
 #include "LedgerService/Books/Books.h"
 
 namespace LedgerService {
@@ -17,6 +18,7 @@ struct CompanyFounding {
     Books books;                                            // receipts that no entry names are left out
     std::optional<std::string> timeZone;                    // by its IANA name; nothing: that of the machine
     std::string passwordHash;                               // of people who are new
+    std::string origin{AuditOrigin::service};               // who founds it, for the audit trail
     std::map<std::string, std::string> demoProfileByMember; // in demonstration companies only
 
     /// Writes it all; expects a writing transaction. Throws when an address or id is taken.

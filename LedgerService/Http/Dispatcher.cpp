@@ -7,6 +7,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Access/SnapshotReader.h"
+#include "LedgerService/Http/CommandAudit.h"
 #include "LedgerService/Http/Conditions.h"
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Log.h"
@@ -59,6 +60,7 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
     const auto signedIn = Authentication::signedInMember(connection, request.token, now, m_service.policy);
     if (!signedIn)
         return std::unexpected(signedIn.error());
+    CommandNote note;
     return work({.service = m_service,
                  .request = request,
                  .parameters = match.parameters,
@@ -66,7 +68,8 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
                  .companyID = signedIn->companyID,
                  .member = signedIn->member,
                  .today = TimeZone::day(CompanyRepository::timeZone(connection, signedIn->companyID), instant),
-                 .now = std::move(now)});
+                 .now = std::move(now),
+                 .note = note});
 }
 
 Reply Dispatcher::answer(const RouteMatch& match, Request& request) const
@@ -108,7 +111,9 @@ Reply Dispatcher::guarded(const RouteMatch& match, const std::function<Reply()>&
 
 OpenCall Dispatcher::opened(Request& request) const
 {
-    return {.service = m_service, .request = request, .now = LedgerDay::stamp(m_service.clock())};
+    OpenCall call{.service = m_service, .request = request, .now = LedgerDay::stamp(m_service.clock())};
+    call.service.origin = request.remote;
+    return call;
 }
 
 /// Everything that needs no writing; `work` is set when a command is left to be carried out.
@@ -155,6 +160,8 @@ Outcome Dispatcher::write(const RouteMatch& match, const Request& request, const
         auto made = work(call);
         if (made)
             CompanyHistory::ensureAdvanced(call.connection, call.companyID, before);
+        if (made)
+            CommandAudit::keep(call, *match.route, before);
         return made;
     });
     if (outcome)

@@ -9,6 +9,7 @@ namespace LedgerService {
 struct Request {
     std::string method; // "(unknown)" when HTTP does not know it
     std::string path;   // "/v1/snapshot", without a query
+    std::string query;  // what follows the path's question mark, as it was sent
     std::string token;  // of the Authorization header; empty when there is none
     std::string remote; // the client's address as limits count it
     std::string body;

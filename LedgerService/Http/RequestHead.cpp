@@ -43,6 +43,12 @@ std::string_view pathOf(std::string_view target)
     return target.substr(0, target.find('?'));
 }
 
+std::string_view queryOf(std::string_view target)
+{
+    const auto mark = target.find('?');
+    return mark == std::string_view::npos ? std::string_view{} : target.substr(mark + 1);
+}
+
 /// All lines of a list field as one list.
 std::string joined(const RequestHead::Header& header, std::string_view name)
 {
@@ -80,6 +86,7 @@ std::expected<Request, Refusal> RequestHead::read(const Header& header, const bo
     Request request;
     request.method = header.method() == http::verb::unknown ? "(unknown)" : textOf(header.method_string());
     request.path = pathOf(textOf(header.target()));
+    request.query = queryOf(textOf(header.target()));
     request.token = bearerOf(textOf(header[http::field::authorization]));
     request.remote = ClientAddress::counted(proxies.clientOf(peer, joined(header, "X-Forwarded-For")));
     request.ifNoneMatch = joined(header, "If-None-Match");

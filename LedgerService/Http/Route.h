@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Records/Member.h"
+#include "LedgerService/Http/CommandNote.h"
 #include "LedgerService/Http/Reply.h"
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Service.h"
@@ -18,7 +19,7 @@ class Connection;
 
 /// What a route without a token works with; it opens its own transactions.
 struct OpenCall {
-    const Service& service;
+    Service service;  // with the request's origin
     Request& request; // its body may be used up
     std::string now;  // stamp
 };
@@ -33,6 +34,7 @@ struct MemberCall {
     const Member& member;
     std::string today; // the company's day
     std::string now;   // stamp
+    CommandNote& note;
 
     [[nodiscard]] SessionOwner owner() const { return {companyID, member.id}; }
 };

@@ -78,9 +78,26 @@ std::string commandName(const MemberCall& call)
     return call.request.method + " " + call.request.path;
 }
 
+/// Whether all that a command with this body does is told by the entries that it records.
+template <class Body>
+inline constexpr bool isToldByEntries = false;
+
 namespace Detail {
 
 struct NoBody {};
+
+/// Whether a body holds what nobody may read again.
+template <class Body>
+consteval bool isSecret()
+{
+    bool secret = false;
+    boost::mp11::mp_for_each<Json::Detail::Fields<Body>>([&](auto field) {
+        constexpr std::string_view name = field.name;
+        secret = secret || name.find("assword") != name.npos || name == "code" || name == "ticket" ||
+                 name == "invitationCode";
+    });
+    return secret;
+}
 
 template <class Function>
 struct Signature;
@@ -118,6 +135,18 @@ auto invoke(const auto& call, const Body& body)
         return carryOut(call, body);
 }
 
+/// The audit trail tells a command as it was given, where the command says nothing else of itself.
+template <class Body>
+void tell(const MemberCall& call, const Body& body)
+{
+    if constexpr (!std::is_same_v<Body, NoBody> && !isToldByEntries<Body>) {
+        if constexpr (!isSecret<Body>()) {
+            if (!call.note.after)
+                call.note.after = Json::encode(body);
+        }
+    }
+}
+
 template <auto carryOut, class Body>
 Outcome answer(const MemberCall& call, const Body& body)
 {
@@ -125,6 +154,7 @@ Outcome answer(const MemberCall& call, const Body& body)
     const auto result = invoke<carryOut>(call, body);
     if (!result)
         return std::unexpected(result.error());
+    tell(call, body);
     return Made::reply(call, *result);
 }
 
@@ -135,12 +165,15 @@ Outcome answerOnce(const MemberCall& call, const Body& body)
     const CommandOnce once{call, body.idempotencyKey, CommandFingerprint::of(commandName<Body>(call), body)};
     if (const auto earlier = once.earlier(); !earlier)
         return std::unexpected(earlier.error());
-    else if (*earlier)
+    else if (*earlier) {
+        call.note.isRepetition = true;
         return Made::repeated(call, **earlier);
+    }
     const auto result = invoke<carryOut>(call, body);
     if (!result)
         return std::unexpected(result.error());
     once.keep(Made::kept(*result));
+    tell(call, body);
     return Made::reply(call, *result);
 }
 

@@ -2,6 +2,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
@@ -35,6 +36,12 @@ IssuedSession Authentication::issue(Connection& connection, const SessionOwner& 
     SessionRepository::removeExpired(connection, now);
     SessionRepository::insert(connection, Token::hash(token), owner, now,
                               LedgerDay::stamp(instant + service.policy.sessionLifetime));
+    AuditRecord record;
+    record.at = now;
+    record.memberID = owner.memberID;
+    record.origin = service.origin;
+    record.kind = AuditKind::signIn;
+    AuditTrail::append(connection, owner.companyID, std::move(record));
     return {.token = std::move(token), .owner = owner};
 }
 

@@ -1,5 +1,6 @@
 #include "LedgerService/Identity/SignOut.h"
 
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Storage/Database.h"
@@ -13,11 +14,18 @@ std::optional<Refusal> SignOut::end(const Service& service, std::string_view tok
 {
     const auto hash = Token::hash(token);
     const auto loan = service.database.borrow();
-    if (!SessionRepository::find(*loan, hash, now))
+    const auto owner = SessionRepository::find(*loan, hash, now);
+    if (!owner)
         return Authentication::unauthorized();
     const auto turn = service.database.queueToWrite();
     Transaction transaction{*loan, Transaction::Mode::writing};
     SessionRepository::revoke(*loan, hash, now);
+    AuditRecord record;
+    record.at = now;
+    record.memberID = owner->memberID;
+    record.origin = service.origin;
+    record.kind = AuditKind::signOut;
+    AuditTrail::append(*loan, owner->companyID, std::move(record));
     transaction.commit();
     return std::nullopt;
 }

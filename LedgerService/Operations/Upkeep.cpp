@@ -4,11 +4,15 @@
 
 #include <fmt/core.h>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerService/Audit/AuditSeals.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Receipts/LooseReceipts.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
 
@@ -31,12 +35,22 @@ void Upkeep::run(const std::stop_token& stopping)
     while (!stopping.stop_requested()) {
         try {
             sweepReceipts();
+            sealAuditTrail();
         } catch (const std::exception& failure) {
             Log::failure("(upkeep)", DatabaseFailure::words(failure));
         }
         std::unique_lock guard{m_guard};
         m_changed.wait_for(guard, stopping, pause, [] { return false; });
     }
+}
+
+void Upkeep::sealAuditTrail()
+{
+    const auto loan = m_database->borrow();
+    const Transaction transaction{*loan, Transaction::Mode::reading};
+    const auto now = LedgerDay::stamp(std::chrono::system_clock::now());
+    if (AuditSeals{m_databaseFile}.sealDayBefore(*loan, now))
+        Log::note("sealed the audit trail of the day before");
 }
 
 void Upkeep::sweepReceipts()

@@ -22,6 +22,7 @@ public:
 private:
     void run(const std::stop_token& stopping);
     void sweepReceipts();
+    void sealAuditTrail();
 
     std::string m_databaseFile;
     std::unique_ptr<Database> m_database;

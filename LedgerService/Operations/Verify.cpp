@@ -8,6 +8,9 @@
 
 #include <fmt/core.h>
 
+#include "LedgerService/Audit/AuditCheck.h"
+#include "LedgerService/Audit/AuditSeals.h"
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Books/BookInvariants.h"
 #include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
@@ -136,6 +139,7 @@ void checkCompany(Connection& connection, const std::string& companyID, Verify::
         add(BookInvariants::broken(books));
     });
     attempt(report.problems, what, [&] { add(FragmentUpkeep::broken(connection, companyID)); });
+    attempt(report.problems, what, [&] { add(AuditCheck::brokenEntries(connection, companyID)); });
 }
 
 void checkReceipts(Connection& connection, const ReceiptFolder& folder, Verify::Report& report)
@@ -150,6 +154,16 @@ void checkReceipts(Connection& connection, const ReceiptFolder& folder, Verify::
                     fmt::format("company {}: receipt {}: {}", companyID, each.attachment.id, problem));
         }
     }
+}
+
+void checkTrails(Connection& connection, const AuditSeals& seals, Problems& problems)
+{
+    for (const auto& scope : AuditTrail::scopes(connection)) {
+        for (const auto& problem : AuditCheck::brokenChain(connection, scope))
+            problems.push_back(fmt::format("company {}: {}", scope, problem));
+    }
+    for (auto& problem : seals.broken(connection))
+        problems.push_back(std::move(problem));
 }
 
 std::optional<std::string> whyNotChecked(Connection& connection, const std::string& name)
@@ -172,7 +186,7 @@ std::expected<Verify::Report, std::string> check(const std::string& name, Connec
     Connection connection{name, access};
     if (auto refused = whyNotChecked(connection, name))
         return std::unexpected(*std::move(refused));
-    return Verify::run(connection, ReceiptFolder{name});
+    return Verify::run(connection, name);
 }
 
 bool hasLog(const std::string& name)
@@ -183,7 +197,7 @@ bool hasLog(const std::string& name)
 
 }
 
-Verify::Report Verify::run(Connection& connection, const ReceiptFolder& receipts)
+Verify::Report Verify::run(Connection& connection, const std::string& name)
 {
     const Transaction transaction{connection, Transaction::Mode::reading};
     Report report;
@@ -206,7 +220,8 @@ Verify::Report Verify::run(Connection& connection, const ReceiptFolder& receipts
             checkCompany(connection, companyID, report);
         }
     });
-    attempt(report.problems, "receipts", [&] { checkReceipts(connection, receipts, report); });
+    attempt(report.problems, "receipts", [&] { checkReceipts(connection, ReceiptFolder{name}, report); });
+    attempt(report.problems, "audit trail", [&] { checkTrails(connection, AuditSeals{name}, report.problems); });
     return report;
 }
 

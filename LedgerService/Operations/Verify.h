@@ -7,7 +7,6 @@
 namespace LedgerService {
 
 class Connection;
-class ReceiptFolder;
 
 /// Checking all books of a database.
 namespace Verify {
@@ -19,9 +18,10 @@ struct Report {
     std::vector<std::string> problems; // in words, with the company's id
 };
 
-/// Checks the file's pages, its schema, its rows, the files of receipts and all that holds in sound books, as one state
-/// of the database. What is wrong in one place does not keep the others from being checked.
-Report run(Connection& connection, const ReceiptFolder& receipts);
+/// Checks the pages of the file of this name, its schema, its rows, the files of receipts, the audit trail with its
+/// seals and all that holds in sound books, as one state of the database. What is wrong in one place does not keep the
+/// others from being checked.
+Report run(Connection& connection, const std::string& name);
 
 /// The same for a file, which is read and never changed; in words when it holds no books of this program.
 std::expected<Report, std::string> file(const std::string& name);

@@ -13,7 +13,6 @@
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Operations/Verify.h"
-#include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
@@ -115,7 +114,7 @@ std::string TestService::problems() const
     require(database.has_value(), "the test's database opens");
     const auto loan = (*database)->borrow();
     std::string lines;
-    for (const auto& problem : Verify::run(*loan, ReceiptFolder{databaseFile()}).problems)
+    for (const auto& problem : Verify::run(*loan, databaseFile()).problems)
         lines += problem + "\n";
     return lines;
 }

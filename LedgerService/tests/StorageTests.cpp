@@ -7,7 +7,6 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Operations/Verify.h"
-#include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 #include "LedgerService/Storage/Rows/UserRepository.h"
@@ -245,7 +244,7 @@ TEST(Migrations, MakeTheFragmentsOfEntriesThatAnEarlierProgramRecorded)
     const auto database = Database::openExisting(file);
     ASSERT_TRUE(database.has_value()) << database.error();
     const auto loan = (*database)->borrow();
-    EXPECT_EQ(Verify::run(*loan, ReceiptFolder{file}).problems, std::vector<std::string>{});
+    EXPECT_EQ(Verify::run(*loan, file).problems, std::vector<std::string>{});
     auto answer = SnapshotReader::answer(**database, "c", "m", {});
     ASSERT_TRUE(answer.has_value());
     auto text = answer->text;

@@ -12,7 +12,7 @@ namespace {
 constexpr std::array families{
     RouteFamilies::health,      RouteFamilies::session,  RouteFamilies::snapshot,   RouteFamilies::transactions,
     RouteFamilies::attachments, RouteFamilies::accounts, RouteFamilies::categories, RouteFamilies::financialSettings,
-    RouteFamilies::invitations, RouteFamilies::members,  RouteFamilies::company,
+    RouteFamilies::invitations, RouteFamilies::members,  RouteFamilies::company,    RouteFamilies::audit,
 };
 
 }

@@ -30,6 +30,8 @@ Prepared upload(const OpenCall& opened)
         const auto added = ReceiptCommands::add(actOf(call), call.service.receipts, receipt, digest);
         if (!added)
             return std::unexpected(added.error());
+        call.note.record = added->id;
+        call.note.after = Json::encode(*added);
         return Reply{.body = Json::encode(*added)};
     };
 }
@@ -39,6 +41,7 @@ std::expected<NewSnapshot, Refusal> link(const MemberCall& call, const Attachmen
     const auto linked = ReceiptCommands::link(actOf(call), call.parameters.front(), body.attachmentIDs);
     if (!linked)
         return std::unexpected(linked.error());
+    call.note.isRepetition = *linked == ReceiptCommands::Linked::before;
     return NewSnapshot{};
 }
 

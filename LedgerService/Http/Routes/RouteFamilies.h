@@ -11,6 +11,7 @@ namespace RouteFamilies {
 
 std::span<const Route> accounts();
 std::span<const Route> attachments();
+std::span<const Route> audit();
 std::span<const Route> categories();
 std::span<const Route> financialSettings();
 std::span<const Route> health();

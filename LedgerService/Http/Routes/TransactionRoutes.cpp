@@ -38,6 +38,11 @@ std::string commandName<TransactionInput>(const MemberCall&)
 }
 
 template <>
+inline constexpr bool isToldByEntries<TransactionInput> = true;
+template <>
+inline constexpr bool isToldByEntries<Reversal> = true;
+
+template <>
 std::string commandName<Reversal>(const MemberCall& call)
 {
     return "reversal\n" + call.parameters.front();

@@ -72,6 +72,10 @@ constexpr auto selectSequence = R"sql(
     SELECT sequence FROM entries WHERE company_id = :company AND id = :entry
 )sql";
 
+constexpr auto selectIDsBetween = R"sql(
+    SELECT sequence, id FROM entries WHERE company_id = :company AND sequence > :after AND sequence <= :last
+)sql";
+
 constexpr auto selectLastUpTo = R"sql(
     SELECT id FROM entries WHERE company_id = :company AND sequence <= :change ORDER BY sequence DESC LIMIT 1
 )sql";
@@ -220,6 +224,19 @@ std::vector<RecordedEntry> EntryRepository::between(Connection& connection, std:
         each->entry.attachmentIDs.push_back(id);
     }
     return entries;
+}
+
+std::map<std::int64_t, std::string> EntryRepository::idsBetween(Connection& connection, std::string_view companyID,
+                                                                std::int64_t sequence, std::int64_t last)
+{
+    std::map<std::int64_t, std::string> ids;
+    std::int64_t at = 0;
+    std::string id;
+    Query query{connection, selectIDsBetween};
+    query.bind("company", companyID).bind("after", sequence).bind("last", last).into(at).into(id);
+    while (query.next())
+        ids.emplace(at, id);
+    return ids;
 }
 
 std::string EntryRepository::lastIDUpTo(Connection& connection, std::string_view companyID, std::int64_t change)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,6 +33,10 @@ std::vector<LedgerTransaction> all(Connection& connection, std::string_view comp
 /// Those recorded after `sequence` and up to `last`, with their receipts.
 std::vector<RecordedEntry> between(Connection& connection, std::string_view companyID, std::int64_t sequence,
                                    std::int64_t last);
+
+/// The ids of those recorded after `sequence` and up to `last`, by their sequence.
+std::map<std::int64_t, std::string> idsBetween(Connection& connection, std::string_view companyID,
+                                               std::int64_t sequence, std::int64_t last);
 
 /// The id of the last entry recorded up to this change; empty when there is none.
 std::string lastIDUpTo(Connection& connection, std::string_view companyID, std::int64_t change);

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "LedgerService/Storage/Schema/AuditStep.h"
 #include "LedgerService/Storage/Schema/InvitationSchema.h"
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
 #include "LedgerService/Storage/Schema/ReceiptFileStep.h"
@@ -286,6 +287,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{PeopleSchema::persons()},
         Step{receiptFileStep},
         Step{InvitationSchema::statements},
+        Step{auditStep},
     };
     return steps;
 }

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace LedgerService {
+
+/// Something that was done: who did it, when, from where, to what, and how that stood before and after.
+struct AuditRecord {
+    std::int64_t number = 0;             // within its scope, from 1 without gaps
+    std::string at;                      // stamp
+    std::optional<std::string> memberID; // unset: the service itself, or its operator
+    std::string origin;                  // the client's address, or an `AuditOrigin`
+    std::string kind;                    // an `AuditKind`, or a command's route: "POST /v1/transactions"
+    std::optional<std::string> record;   // the id of what it was done to
+    std::optional<std::string> digest;   // of an entry as it was recorded
+    std::optional<std::string> before;   // JSON
+    std::optional<std::string> after;    // JSON
+    std::string chain;                   // a digest of this record and of the chain before it
+
+    bool operator==(const AuditRecord&) const = default;
+};
+
+namespace AuditOrigin {
+
+inline constexpr std::string_view operating = "operator"; // a command of the program
+inline constexpr std::string_view service = "service";    // the service by itself
+
+}
+
+/// What is done without a member's command.
+namespace AuditKind {
+
+inline constexpr std::string_view signIn = "sign-in";
+inline constexpr std::string_view signOut = "sign-out";
+inline constexpr std::string_view companyFounded = "company-founded";
+
+}
+
+}

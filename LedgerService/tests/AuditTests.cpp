@@ -1,0 +1,299 @@
+#include <filesystem>
+#include <fstream>
+
+#include <boost/describe.hpp>
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Audit/AuditSeals.h"
+#include "LedgerService/Audit/AuditTrail.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleReceipts.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace LedgerService {
+
+namespace {
+
+struct ShownRecord {
+    std::int64_t number = 0;
+    std::string at;
+    std::optional<std::string> memberID;
+    std::string origin;
+    std::string kind;
+    std::optional<std::string> record;
+    std::optional<std::string> digest;
+};
+BOOST_DESCRIBE_STRUCT(ShownRecord, (), (number, at, memberID, origin, kind, record, digest))
+
+struct ShownPage {
+    std::vector<ShownRecord> records;
+    std::optional<std::int64_t> next;
+};
+BOOST_DESCRIBE_STRUCT(ShownPage, (), (records, next))
+
+/// The sample company with an owner, "mira".
+class Audited : public testing::Test {
+protected:
+    void SetUp() override { run({"UPDATE members SET role = 'owner' WHERE id = 'mira'"}); }
+
+    void run(const std::vector<std::string>& statements)
+    {
+        service.write([&](Connection& connection) {
+            for (const auto& each : statements)
+                connection.execute(each);
+        });
+    }
+
+    /// Changes what nobody may change.
+    void tamper(const std::string& statement)
+    {
+        service.write([&](Connection& connection) {
+            std::vector<std::string> triggers;
+            {
+                std::string sql;
+                Query query{connection, "SELECT sql FROM sqlite_master WHERE type = 'trigger'"};
+                query.into(sql);
+                while (query.next())
+                    triggers.push_back(sql);
+            }
+            connection.execute("DROP TRIGGER audit_records_stay");
+            connection.execute("DROP TRIGGER audit_records_last");
+            connection.execute(statement);
+            for (const auto& each : triggers)
+                connection.execute(each);
+        });
+    }
+
+    ShownPage page(const std::string& query = "")
+    {
+        const auto answer = service.as("mira", "GET", "/v1/audit" + query);
+        EXPECT_EQ(answer.status, 200) << answer.body;
+        return Json::decode<ShownPage>(answer.body).value_or(ShownPage{});
+    }
+
+    LedgerTransaction post(const TransactionInput& input)
+    {
+        const auto answer = service.as("mira", "POST", "/v1/transactions", Json::encode(input));
+        EXPECT_EQ(answer.status, 200) << answer.body;
+        return Json::decode<LedgerTransaction>(answer.body).value_or(LedgerTransaction{});
+    }
+
+    /// The seal of a day after the sample's.
+    void seal(const std::string& stamp)
+    {
+        service.write(
+            [&](Connection& connection) { AuditSeals{service.databaseFile()}.sealDayBefore(connection, stamp); });
+    }
+
+    TestService service;
+};
+
+}
+
+TEST_F(Audited, CommandsLeaveWhoDidWhatWhenAndFromWhere)
+{
+    const auto entry = post(SampleBooks::income());
+    const auto records = page().records;
+    ASSERT_EQ(records.size(), 2U); // with the founding of the company
+    EXPECT_EQ(records[0].number, 2);
+    EXPECT_EQ(records[0].at, "2026-03-10T09:30:00.000Z");
+    EXPECT_EQ(records[0].memberID, "mira");
+    EXPECT_EQ(records[0].origin, "127.0.0.1");
+    EXPECT_EQ(records[0].kind, "POST /v1/transactions");
+    EXPECT_EQ(records[0].record, entry.id);
+    EXPECT_EQ(records[0].digest, AuditTrail::digestOf(entry));
+    EXPECT_EQ(records[1].kind, "company-founded");
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST_F(Audited, RefusalsAndRepetitionsLeaveNothing)
+{
+    post(SampleBooks::income());
+    post(SampleBooks::income()); // its key came before
+    auto unsound = SampleBooks::income(-1);
+    unsound.idempotencyKey = "other";
+    EXPECT_EQ(service.as("mira", "POST", "/v1/transactions", Json::encode(unsound)).status, 400);
+    auto poor = SampleBooks::expense(900'000'000);
+    poor.idempotencyKey = "poor";
+    EXPECT_EQ(service.as("guest", "POST", "/v1/transactions", Json::encode(poor)).status, 403);
+    EXPECT_EQ(page().records.size(), 2U);
+}
+
+TEST_F(Audited, ReversalsReceiptsAndSignInsLeaveTheirs)
+{
+    EXPECT_EQ(service.as("mira", "POST", "/v1/transactions/sale/reverse", Json::encode(SampleBooks::reversal())).status,
+              200);
+    const auto uploaded = service.as("mira", "POST", "/v1/attachments", SampleReceipts::upload(SampleReceipts::pdf()));
+    const auto receipt = Json::decode<Attachment>(uploaded.body).value_or(Attachment{});
+    EXPECT_EQ(
+        service
+            .as("mira", "POST", "/v1/transactions/opening-bank/attachments", Json::encode(AttachmentLink{{receipt.id}}))
+            .status,
+        200);
+    const auto login = fmt::format(R"({{"email":"mira@sample.example","password":"{}"}})", TestService::password);
+    EXPECT_EQ(service.clientFrom("127.0.0.2").send("POST", "/v1/auth/login", "", login).status, 200);
+    EXPECT_EQ(service.as("mira", "POST", "/v1/auth/logout").status, 200);
+    std::string told;
+    for (const auto& each : page().records)
+        told += fmt::format("{} {} {}\n", each.kind, each.origin, each.digest ? "entry" : each.record.value_or("-"));
+    EXPECT_EQ(told, fmt::format("sign-out 127.0.0.1 -\n"
+                                "sign-in 127.0.0.2 -\n"
+                                "POST /v1/transactions/{{id}}/attachments 127.0.0.1 opening-bank\n"
+                                "POST /v1/attachments 127.0.0.1 {}\n"
+                                "POST /v1/transactions/{{id}}/reverse 127.0.0.1 entry\n"
+                                "company-founded service sample\n",
+                                receipt.id));
+    const auto body = service.as("mira", "GET", "/v1/audit?limit=3").body;
+    EXPECT_NE(body.find(R"("after":{"attachmentIDs":[)"), std::string::npos) << body;
+    EXPECT_EQ(body.find(TestService::password), std::string::npos);
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST_F(Audited, TheTrailIsForOwnersPagedAndFiltered)
+{
+    for (int each = 0; each < 5; ++each) {
+        auto input = SampleBooks::income();
+        input.idempotencyKey = std::to_string(each);
+        post(input);
+    }
+    EXPECT_EQ(service.as("guest", "GET", "/v1/audit").status, 403);
+    EXPECT_EQ(service.client().send("GET", "/v1/audit").status, 401);
+    const auto first = page("?limit=4");
+    ASSERT_EQ(first.records.size(), 4U);
+    ASSERT_EQ(first.next, 3);
+    const auto second = page("?limit=4&below=3");
+    ASSERT_EQ(second.records.size(), 2U);
+    EXPECT_EQ(second.next, std::nullopt);
+    EXPECT_EQ(page("?person=mira").records.size(), 5U);
+    EXPECT_EQ(page("?person=rudi").records.size(), 0U);
+    EXPECT_EQ(page("?kind=POST%20%2fv1%2Ftransactions").records.size(), 5U);
+    EXPECT_EQ(page("?record=" + first.records[2].record.value_or("")).records.size(), 1U);
+    EXPECT_EQ(page("?day=2026-03-10&kind=company-founded").records.size(), 0U);
+    EXPECT_EQ(page("?day=2026-01-01").records.size(), 1U);
+    for (const auto* query : {"?limit=0", "?limit=501", "?below=x", "?day=yesterday", "?kind=%zz", "?day=&day="})
+        EXPECT_EQ(service.as("mira", "GET", std::string{"/v1/audit"} + query).status, 400) << query;
+}
+
+TEST_F(Audited, NothingInTheTrailCanBeChangedOrRemoved)
+{
+    post(SampleBooks::income());
+    EXPECT_ANY_THROW(run({"UPDATE audit_records SET origin = '10.0.0.1'"}));
+    EXPECT_ANY_THROW(run({"DELETE FROM audit_records WHERE number = 1"}));
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST_F(Audited, VerifyNamesRecordsThatWereChangedOrRemoved)
+{
+    for (const auto* key : {"a", "b", "c"}) {
+        auto input = SampleBooks::income();
+        input.idempotencyKey = key;
+        post(input);
+    }
+    tamper("UPDATE audit_records SET origin = '10.0.0.1' WHERE number = 2");
+    EXPECT_EQ(service.problems(), "company sample: audit record 2: is not what was written\n");
+    tamper("UPDATE audit_records SET origin = '127.0.0.1' WHERE number = 2");
+    EXPECT_EQ(service.problems(), "");
+    tamper("DELETE FROM audit_records WHERE number = 3");
+    const auto problems = service.problems();
+    EXPECT_NE(problems.find("company sample: audit record 3: is missing, with those up to 3\n"), std::string::npos);
+    EXPECT_NE(problems.find("the audit trail does not tell of it\n"), std::string::npos) << problems;
+}
+
+TEST_F(Audited, VerifyNamesEntriesThatAreNotWhatWasRecorded)
+{
+    const auto entry = post(SampleBooks::income());
+    const auto receipt = service.as("mira", "POST", "/v1/attachments", SampleReceipts::upload(SampleReceipts::pdf()));
+    const auto id = Json::decode<Attachment>(receipt.body).value_or(Attachment{}).id;
+    service.as("mira", "POST", "/v1/transactions/" + entry.id + "/attachments", Json::encode(AttachmentLink{{id}}));
+    service.as("mira", "POST", "/v1/transactions/" + entry.id + "/reverse", Json::encode(SampleBooks::reversal()));
+    EXPECT_EQ(service.problems(), ""); // reversed and given receipts it is what was recorded
+    run({fmt::format("UPDATE entries SET date = '2026-03-09' WHERE id = '{}'", entry.id),
+         fmt::format("UPDATE entry_fragments SET text = replace(text, '\"date\":\"2026-03-10\"', "
+                     "'\"date\":\"2026-03-09\"') WHERE text LIKE '{{\"id\":\"{}\"%'",
+                     entry.id)});
+    EXPECT_EQ(service.problems(),
+              fmt::format("company sample: entry {}: is not what the audit trail tells\n", entry.id));
+}
+
+TEST_F(Audited, ASealTellsTrailsThatWereMadeAnew)
+{
+    post(SampleBooks::income());
+    seal("2026-03-11T00:05:00.000Z");
+    seal("2026-03-11T00:15:00.000Z"); // is there already
+    auto later = SampleBooks::income();
+    later.idempotencyKey = "later";
+    post(later);
+    seal("2026-03-12T00:05:00.000Z");
+    const AuditSeals seals{service.databaseFile()};
+    EXPECT_EQ(seals.names(), (std::vector<std::string>{"2026-03-10.seal", "2026-03-11.seal"}));
+    EXPECT_EQ(service.problems(), "");
+    tamper("UPDATE audit_records SET origin = '10.0.0.1' WHERE number = 2");
+    service.write([](Connection& connection) { // who can write can also chain
+        std::vector<AuditRecord> records = AuditTrail::after(connection, "sample", 0, 10);
+        std::vector<std::string> triggers;
+        connection.execute("DROP TRIGGER audit_records_stay");
+        std::string previous;
+        for (const auto& each : records) {
+            previous = AuditTrail::chained(previous, "sample", each);
+            Query{connection, "UPDATE audit_records SET chain = :chain WHERE number = :number AND scope = 'sample'"}
+                .bind("chain", previous)
+                .bind("number", each.number)
+                .run();
+        }
+        connection.execute("CREATE TRIGGER audit_records_stay BEFORE UPDATE ON audit_records "
+                           "BEGIN SELECT RAISE(ABORT, 'the audit trail is only added to'); END");
+    });
+    EXPECT_EQ(service.problems(), "company sample: audit record 2: is not the one of seal 2026-03-10.seal\n"
+                                  "company sample: audit record 3: is not the one of seal 2026-03-11.seal\n");
+    std::filesystem::remove(seals.path() / "2026-03-10.seal");
+    EXPECT_NE(service.problems().find("seal 2026-03-11.seal: does not follow the one before"), std::string::npos);
+}
+
+TEST_F(Audited, TheTrailGoesWithItsCompany)
+{
+    service.write([](Connection& connection) {
+        AuditRecord record;
+        record.at = "2026-03-10T00:00:00.000Z";
+        record.origin = "service";
+        record.kind = "sign-in";
+        AuditTrail::append(connection, "gone", record);
+        connection.execute("DELETE FROM audit_records WHERE scope = 'gone'");
+    });
+    EXPECT_EQ(service.problems(), "");
+}
+
+/// Digests of entries are of this text: another form of it would make every trail look changed.
+TEST(AuditDigests, AreOfEntriesInTheFormInWhichTheyWereAlwaysWritten)
+{
+    LedgerTransaction entry;
+    entry.id = "e";
+    entry.kind = "transfer";
+    entry.date = "2026-03-10";
+    entry.note = "n";
+    entry.createdAt = "s";
+    entry.memberID = "m";
+    entry.categoryID = "c";
+    entry.legs = {{"a", "IDR", -5}, {"b", "IDR", 5}};
+    entry.attachmentIDs = {"r"};
+    entry.originalTransactionID = "o";
+    entry.externalReference = "x";
+    entry.transferPurpose = "funding";
+    entry.distributionKind = "d";
+    entry.participantName = "p";
+    entry.dividendMovementID = "v";
+    entry.capitalContributionID = "k";
+    EXPECT_EQ(AuditTrail::digestOf(entry),
+              AuditTrail::digestOf(
+                  std::string_view{R"({"id":"e","kind":"transfer","date":"2026-03-10","note":"n","createdAt":"s",)"
+                                   R"("memberID":"m","categoryID":"c","legs":[{"accountID":"a","currency":"IDR",)"
+                                   R"("amountMinor":-5},{"accountID":"b","currency":"IDR","amountMinor":5}],)"
+                                   R"("attachmentIDs":["r"],"originalTransactionID":"o","externalReference":"x",)"
+                                   R"("transferPurpose":"funding","distributionKind":"d","participantName":"p",)"
+                                   R"("dividendMovementID":"v","capitalContributionID":"k"})"}));
+}
+
+}
