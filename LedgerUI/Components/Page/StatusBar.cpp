@@ -49,6 +49,7 @@ StatusBar::StatusBar(QWidget* parent) : QFrame{parent}
     layout->addWidget(m_refresh);
     layout->addWidget(line);
     layout->addWidget(m_count);
+    layout->addSpacing(Space::step2);
     layout->addWidget(m_said);
     layout->addStretch(1);
     layout->addWidget(m_context);
