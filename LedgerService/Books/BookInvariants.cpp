@@ -34,6 +34,10 @@ public:
         m_members = indexed(m_books.members, "member");
         m_entries = indexed(m_books.entries, "entry");
         m_attachments = indexed(m_books.attachments, "receipt");
+        for (const auto& account : m_books.accounts)
+            checkAccount(account);
+        for (const auto& category : m_books.categories)
+            checkCategory(category);
         for (const auto& entry : m_books.entries) {
             checkHead(entry);
             checkLegs(entry);
@@ -72,6 +76,34 @@ private:
     {
         const auto row = index.find(id);
         return row == index.end() ? nullptr : row->second;
+    }
+
+    void checkAccount(const Account& account)
+    {
+        const std::set<std::string_view> currencies{account.currencies.begin(), account.currencies.end()};
+        if (currencies.empty() || currencies.size() != account.currencies.size())
+            found("account {}: holds no currency, or one twice", account.id);
+        const auto responsible = account.responsibleMemberID();
+        if (account.isRestricted() && !(responsible && find(m_members, *responsible)))
+            found("account {}: nobody answers for it", account.id);
+        if (account.returnAccountID && !find(m_accounts, *account.returnAccountID))
+            found("account {}: its money goes back to no account", account.id);
+        const auto holds = [](const auto& balance) { return balance.second != 0; };
+        if (account.archived && std::ranges::any_of(account.balances, holds))
+            found("account {}: archived with money on it", account.id);
+    }
+
+    void checkCategory(const Category& category)
+    {
+        if (category.kind != EntryKind::income && category.kind != EntryKind::expense)
+            found("category {}: is of no kind", category.id);
+        if (!category.parentID)
+            return;
+        const auto* const parent = find(m_categories, *category.parentID);
+        if (!parent || parent->kind != category.kind || parent->parentID)
+            found("category {}: stands under none of the first level and its kind", category.id);
+        else if (parent->archived && !category.archived)
+            found("category {}: in use under an archived one", category.id);
     }
 
     void checkHead(const LedgerTransaction& entry)

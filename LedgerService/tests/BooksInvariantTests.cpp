@@ -110,6 +110,19 @@ INSTANTIATE_TEST_SUITE_P(
                   c.entries.push_back(entryOf(c, "opening-bank"));
                   c.entries.back().id = "again";
               }},
+        Fault{"CurrencyHeldTwice", "or one twice", [](Books& c) { c.accounts[0].currencies.emplace_back("IDR"); }},
+        Fault{"FloatOfAStranger", "nobody answers", [](Books& c) { c.accounts[2].operatorMemberID = "none"; }},
+        Fault{"ReturnToNowhere", "goes back to no account", [](Books& c) { c.accounts[2].returnAccountID = "none"; }},
+        Fault{"MoneyArchived", "archived with money", [](Books& c) { c.accounts[0].archived = true; }},
+        Fault{"CategoryOfNoKind", "is of no kind", [](Books& c) { c.categories[1].kind = "transfer"; }},
+        Fault{"CategoryUnderTheOtherKind", "stands under none", [](Books& c) { c.categories[1].parentID = "sales"; }},
+        Fault{"CategoryOnTheThirdLevel", "stands under none",
+              [](Books& c) {
+                  c.categories[1].parentID = "fax";
+                  c.categories.push_back({"more", "expense", {}, "tag", false, "rent", {}, {}, {}});
+              }},
+        Fault{"CategoryUnderAnArchivedOne", "under an archived one",
+              [](Books& c) { c.categories[1].parentID = "fax"; }},
         Fault{"ReceiptOfAnotherEntry", "is not linked to it",
               [](Books& c) { entryOf(c, "expense").attachmentIDs = {"linked"}; }},
         Fault{"ReceiptLeftBehind", "does not carry it", [](Books& c) { entryOf(c, "sale").attachmentIDs.clear(); }}),
