@@ -1,8 +1,11 @@
 #include "LedgerService/DurableFile.h"
 
+#include <array>
 #include <cerrno>
+#include <fstream>
 
 #include <fcntl.h>
+#include <sodium.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -82,13 +85,39 @@ std::error_code DurableFile::makeFolder(const fs::path& folder)
 std::error_code DurableFile::write(const fs::path& name, std::string_view content, Existing existing)
 {
     const auto folder = fs::absolute(name).parent_path();
-    const auto made = folder / (std::string{unfinished} + Random::identifier());
+    const auto made = unfinishedIn(folder);
     auto failure = writeNew(made, content);
     if (!failure)
         failure = giveName(made, name, existing);
     std::error_code ignored;
     fs::remove(made, ignored); // what was renamed is not there any more
     return failure ? failure : settle(folder);
+}
+
+fs::path DurableFile::unfinishedIn(const fs::path& folder)
+{
+    return folder / (std::string{unfinished} + Random::identifier());
+}
+
+std::error_code DurableFile::giveNewName(const fs::path& made, const fs::path& name)
+{
+    if (const auto failure = giveName(made, name, Existing::kept))
+        return failure;
+    return settle(fs::absolute(name).parent_path());
+}
+
+std::string DurableFile::digestOf(const fs::path& file)
+{
+    std::ifstream in{file, std::ios::binary};
+    crypto_generichash_state state{};
+    crypto_generichash_init(&state, nullptr, 0, crypto_generichash_BYTES);
+    std::string piece(std::size_t{1} << 20, '\0');
+    while (in.read(piece.data(), static_cast<std::streamsize>(piece.size())) || in.gcount() > 0)
+        crypto_generichash_update(&state, reinterpret_cast<const unsigned char*>(piece.data()),
+                                  static_cast<std::size_t>(in.gcount()));
+    std::array<unsigned char, crypto_generichash_BYTES> hash{};
+    crypto_generichash_final(&state, hash.data(), hash.size());
+    return in.eof() ? Random::hexadecimal(hash) : std::string{};
 }
 
 bool DurableFile::isUnfinished(const fs::path& name)

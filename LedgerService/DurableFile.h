@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -21,6 +22,15 @@ enum class Existing { replaced, kept };
 /// `kept`: a file of that name stays as it is, which is `errc::file_exists`.
 std::error_code write(const std::filesystem::path& name, std::string_view content,
                       Existing existing = Existing::replaced);
+
+/// The name of a file or folder to be made here and then named otherwise.
+std::filesystem::path unfinishedIn(const std::filesystem::path& folder);
+
+/// Names a file that is on the disk otherwise, unless there is one of that name.
+std::error_code giveNewName(const std::filesystem::path& made, const std::filesystem::path& name);
+
+/// The digest of a file's content; empty when it cannot be read.
+std::string digestOf(const std::filesystem::path& file);
 
 /// Whether it is what a process that was ended while writing has left.
 bool isUnfinished(const std::filesystem::path& name);

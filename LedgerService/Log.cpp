@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "LedgerService/LogWriter.h"
+#include "LedgerService/Metrics.h"
 
 namespace LedgerService {
 
@@ -76,6 +77,7 @@ void Log::warning(std::string_view words)
 
 void Log::request(std::string_view method, std::string_view pattern, int status, std::chrono::microseconds took)
 {
+    Metrics::request(pattern, status, took);
     if (const auto& to = logger())
         to->info("{} {} {} {} us", method, pattern, status, took.count());
 }

@@ -1,14 +1,20 @@
 #include "LedgerService/Operations/Backup.h"
 
-#include <cerrno>
-#include <cstring>
+#include <chrono>
 #include <filesystem>
+#include <set>
+#include <stdexcept>
 
-#include <fcntl.h>
 #include <fmt/core.h>
-#include <unistd.h>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Audit/AuditSeals.h"
+#include "LedgerService/DurableFile.h"
+#include "LedgerService/Operations/Archive.h"
 #include "LedgerService/Operations/DatabaseFile.h"
+#include "LedgerService/Random.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Query.h"
@@ -17,22 +23,67 @@ namespace LedgerService {
 
 namespace {
 
-/// Has the disk keep the file, or the entries of the folder.
-bool settle(const std::filesystem::path& path)
+namespace fs = std::filesystem;
+
+constexpr auto selectDigests = R"sql(
+    SELECT DISTINCT content_digest FROM attachments WHERE content_digest IS NOT NULL
+)sql";
+
+/// Files that are needed for a while; gone with their object.
+class Passing {
+public:
+    explicit Passing(fs::path path) : m_path(std::move(path)) {}
+    ~Passing()
+    {
+        std::error_code ignored;
+        fs::remove(m_path, ignored);
+    }
+    Passing(const Passing&) = delete;
+    Passing& operator=(const Passing&) = delete;
+    [[nodiscard]] const fs::path& path() const { return m_path; }
+
+private:
+    fs::path m_path;
+};
+
+std::set<std::string> digestsIn(const fs::path& copy)
 {
-    const int opened = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (opened < 0)
-        return false;
-    const bool kept = fsync(opened) == 0;
-    close(opened);
-    return kept;
+    std::set<std::string> digests;
+    Connection connection{copy.string(), Connection::Access::frozen};
+    std::string digest;
+    Query query{connection, selectDigests};
+    query.into(digest);
+    while (query.next())
+        digests.insert(digest);
+    return digests;
 }
 
-/// Makes the file for its owner alone; fails when there is one.
-bool reserve(const std::string& name)
+/// The seals come first: the trail in the database has at least come as far as they say. Then the database, and then
+/// the receipts that it names, whose files never change.
+void fill(ArchiveWriter& archive, const std::string& file, const fs::path& copy)
 {
-    const int opened = open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR | S_IWUSR);
-    return opened >= 0 && close(opened) == 0;
+    Backup::Manifest manifest;
+    manifest.taken = LedgerDay::stamp(std::chrono::system_clock::now());
+    const auto add = [&](const std::string& name, const fs::path& source) {
+        manifest.digests.emplace(name, archive.addFile(name, source));
+    };
+    const AuditSeals seals{file};
+    for (const auto& name : seals.names())
+        add(std::string{Backup::sealsFolder} + name, seals.path() / name);
+    {
+        Connection connection{file, Connection::Access::readOnly};
+        Query{connection, "VACUUM INTO :to"}.bind("to", copy.string()).run();
+    }
+    add(std::string{Backup::databaseName}, copy);
+    const ReceiptFolder receipts{file};
+    for (const auto& digest : digestsIn(copy)) {
+        const auto name = std::string{Backup::receiptsFolder} + digest;
+        add(name, receipts.fileOf(digest));
+        if (manifest.digests.at(name) != digest)
+            throw std::runtime_error(fmt::format("the receipt file {} is not what was stored", digest));
+    }
+    archive.add(Backup::manifestName, Json::encode(manifest));
+    archive.finish();
 }
 
 }
@@ -43,18 +94,19 @@ std::optional<std::string> Backup::take(const std::string& file, const std::stri
         return refused;
     if (auto refused = DatabaseFile::whyNotName(to))
         return refused;
-    if (!reserve(to))
-        return fmt::format("cannot make {}: {}", to, std::strerror(errno));
+    std::error_code ignored;
+    if (fs::exists(to, ignored))
+        return fmt::format("cannot make {}: there is such a file already", to);
     try {
-        Connection connection{file, Connection::Access::readOnly};
-        Query{connection, "VACUUM INTO :to"}.bind("to", to).run();
-        const auto folder = std::filesystem::absolute(to).parent_path();
-        if (settle(to) && settle(folder))
-            return std::nullopt;
-        return fmt::format("the disk does not keep {}: {}", to, std::strerror(errno));
+        const auto folder = fs::absolute(to).parent_path();
+        const Passing made{DurableFile::unfinishedIn(folder)};
+        const Passing copy{DurableFile::unfinishedIn(folder)};
+        ArchiveWriter archive{made.path()};
+        fill(archive, file, copy.path());
+        if (const auto failure = DurableFile::giveNewName(made.path(), to))
+            return fmt::format("cannot make {}: {}", to, failure.message());
+        return std::nullopt;
     } catch (const std::exception& failure) {
-        std::error_code ignored;
-        std::filesystem::remove(to, ignored); // half a copy is none
         return fmt::format("cannot copy {}: {}", file, DatabaseFailure::words(failure));
     }
 }

@@ -1,5 +1,6 @@
 #include "LedgerService/Operations/CommandLine.h"
 
+#include <algorithm>
 #include <csignal>
 #include <exception>
 
@@ -7,9 +8,12 @@
 #include <fmt/core.h>
 #include <sys/stat.h>
 
+#include "LedgerService/Operations/AuditCommand.h"
 #include "LedgerService/Operations/Backup.h"
 #include "LedgerService/Operations/CreateCompany.h"
 #include "LedgerService/Operations/DatabaseFile.h"
+#include "LedgerService/Operations/EnvironmentOptions.h"
+#include "LedgerService/Operations/Restore.h"
 #include "LedgerService/Operations/Serve.h"
 #include "LedgerService/Operations/Verify.h"
 #include "LedgerService/Storage/Database.h"
@@ -54,12 +58,20 @@ int migrate(const std::string& file)
     return 0;
 }
 
-/// One consistent state of the books as a new file, which nobody else may read.
+/// One consistent state of everything that is kept as a new archive, which nobody else may read.
 int backup(const std::string& file, const std::string& to)
 {
     if (const auto refused = Backup::take(file, to))
         return fail(*refused);
     fmt::print("{} is a copy of {}.\n", to, file);
+    return 0;
+}
+
+int restore(const std::string& archive, const std::string& file)
+{
+    if (const auto refused = Restore::carryOut(archive, file))
+        return fail(*refused);
+    fmt::print("{} holds what {} held; nothing is wrong with it.\n", file, archive);
     return 0;
 }
 
@@ -91,6 +103,9 @@ struct Arguments {
     bool demonstration = false;
     std::string file;
     std::string to;
+    std::string from;
+    std::string companyID;
+    AuditFilter filter;
     CreateCompany::Order order;
 };
 
@@ -113,6 +128,9 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
         ->needs("--behind-tls-proxy");
     serve.add_flag("--demo,!--no-demo", into.demonstration,
                    "Offer the demonstration companies; without this, on loopback addresses only");
+    serve
+        .add_option("--metrics", serving.metrics, "Numeric address and port where figures are collected; none without")
+        ->type_name("ADDRESS:PORT");
     serve.add_flag("--quiet", serving.quiet, "Log failures only");
     return serve;
 }
@@ -134,11 +152,50 @@ CLI::App& declareMigrate(CLI::App& app, Arguments& into)
 
 CLI::App& declareBackup(CLI::App& app, Arguments& into)
 {
-    auto& copying = *app.add_subcommand("backup", "Copy one consistent state of the books to a new file; the service "
-                                                  "may run meanwhile");
+    auto& copying = *app.add_subcommand("backup", "Copy one consistent state of the database, the receipts and the "
+                                                  "seals to a new archive; the service may run meanwhile");
     addDatabase(copying, into.file);
-    copying.add_option("--to", into.to, "The file to make")->required()->type_name("FILE");
+    copying.add_option("--to", into.to, "The archive to make")->required()->type_name("FILE");
     return copying;
+}
+
+CLI::App& declareRestore(CLI::App& app, Arguments& into)
+{
+    auto& restoring = *app.add_subcommand("restore", "Verify an archive and put what it holds in an empty place");
+    addDatabase(restoring, into.file);
+    restoring.add_option("--from", into.from, "The archive")->required()->type_name("FILE");
+    return restoring;
+}
+
+CLI::App& declareAudit(CLI::App& app, Arguments& into)
+{
+    auto& auditing = *app.add_subcommand("audit", "Print the audit trail, a record a line as JSON, the latest first");
+    addDatabase(auditing, into.file);
+    auditing.add_option("--company", into.companyID, "Only of this company")->type_name("ID");
+    auditing.add_option("--person", into.filter.memberID, "Only what this member did")->type_name("ID");
+    auditing.add_option("--kind", into.filter.kind, "Only this, such as sign-in or 'POST /v1/accounts'")
+        ->type_name("TEXT");
+    auditing.add_option("--record", into.filter.record, "Only what was done to this record")->type_name("ID");
+    auditing.add_option("--day", into.filter.day, "Only on this day, by universal time")->type_name("YYYY-MM-DD");
+    auditing.add_option("--limit", into.filter.limit, "At most so many of each company")
+        ->capture_default_str()
+        ->check(CLI::PositiveNumber)
+        ->type_name("NUMBER");
+    return auditing;
+}
+
+/// The arguments, with `config` taken for `serve`: it takes the same options.
+std::vector<std::string> argumentsOf(int count, const char* const* arguments, bool& onlyShown)
+{
+    std::vector<std::string> all{arguments + std::min(count, 1), arguments + count};
+    auto command = all.begin();
+    while (command != all.end() && command->starts_with('-')) // and past the name of a file of options
+        command += *command == "--config" && command + 1 != all.end() ? 2 : 1;
+    onlyShown =
+        command != all.end() && *command == "config" && std::ranges::find(all, std::string{"--help"}) == all.end();
+    if (onlyShown)
+        *command = "serve";
+    return all;
 }
 
 void declareCreateCompany(CLI::App& app, Arguments& into)
@@ -177,15 +234,32 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
     const auto& verifying = declareVerify(app, given);
     const auto& migrating = declareMigrate(app, given);
     const auto& copying = declareBackup(app, given);
+    const auto& restoring = declareRestore(app, given);
+    const auto& auditing = declareAudit(app, given);
     declareCreateCompany(app, given);
+    app.add_subcommand("config", "Print which options are in force for serve, which takes the same ones");
+    app.set_config("--config", "", "File with options, those of each command after its name: [serve]")
+        ->envname("TALLYFOLD_CONFIG");
+    EnvironmentOptions::declare(app);
+    bool onlyShown = false;
+    auto words = EnvironmentOptions::completed(app, argumentsOf(argumentCount, arguments, onlyShown));
+    std::ranges::reverse(words); // as the parser takes them
     try {
-        app.parse(argumentCount, arguments);
+        app.parse(std::move(words));
+        if (onlyShown) {
+            fmt::print("{}", serve.config_to_str(true, true));
+            return 0;
+        }
         if (serve.count("--demo") > 0)
             given.serving.demonstration = given.demonstration;
         if (serve.parsed())
             return Serve::run(given.serving);
         if (migrating.parsed())
             return migrate(given.file);
+        if (restoring.parsed())
+            return restore(given.from, given.file);
+        if (auditing.parsed())
+            return AuditCommand::run(given.file, given.companyID, given.filter);
         if (copying.parsed())
             return backup(given.file, given.to);
         return verifying.parsed() ? verify(given.file) : createCompany(given.file, std::move(given.order));

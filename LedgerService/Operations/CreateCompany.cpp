@@ -85,7 +85,8 @@ std::expected<std::string, std::string> CreateCompany::carryOut(Connection& conn
         return std::unexpected(fmt::format("the languages are {}", fmt::join(AppLanguage::supportedLocales, ", ")));
     if (!Password::isAcceptable(order.password))
         return std::unexpected(fmt::format("a password has at least {} characters", Password::minimumLength));
-    const auto founding = foundingOf(order);
+    auto founding = foundingOf(order);
+    founding.origin = AuditOrigin::operating;
     Transaction transaction{connection, Transaction::Mode::writing};
     if (UserRepository::findByEmail(connection, order.ownerEmail))
         return std::unexpected("somebody is registered with this e-mail address already");

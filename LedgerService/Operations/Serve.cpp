@@ -13,6 +13,8 @@
 #include "LedgerService/Http/Server.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Operations/DatabaseFile.h"
+#include "LedgerService/Operations/MetricsListener.h"
+#include "LedgerService/Operations/ServiceManager.h"
 #include "LedgerService/Operations/Upkeep.h"
 #include "LedgerService/Storage/Database.h"
 
@@ -113,13 +115,26 @@ int Serve::run(const Options& options)
     auto database = Database::openExisting(options.databaseFile);
     if (!database)
         return fail(database.error());
+    std::unique_ptr<MetricsListener> metrics;
+    if (!options.metrics.empty()) {
+        const auto place = parseEndpoint(options.metrics);
+        if (!place)
+            return fail("--metrics takes a numeric address and a port, such as 127.0.0.1:9464");
+        auto listener = MetricsListener::start(place->address, place->port);
+        if (!listener)
+            return fail(listener.error());
+        metrics = *std::move(listener);
+        Log::note(fmt::format("figures are on port {}", metrics->port()));
+    }
     std::optional<Upkeep> upkeep;
     upkeep.emplace(options.databaseFile, *std::move(database));
     endpoint->port = (*server)->port();
     fmt::print("Tallyfold service listening on {}\n", endpoint->url());
     std::fflush(stdout);
+    ServiceManager::tell("READY=1");
     endSignals.wait();
     Log::note("stopping");
+    ServiceManager::tell("STOPPING=1");
     upkeep.reset();
     (*server)->stop();
     Log::finish();

@@ -17,6 +17,7 @@ struct Options {
     bool behindTlsProxy = false;
     std::vector<std::string> trustedProxies; // with behindTlsProxy; empty: whoever connects is the proxy
     std::optional<bool> demonstration;       // unset: on a loopback address only
+    std::string metrics;                     // address and port; empty: figures are not given
     bool quiet = false;                      // logs failures only
 };
 

@@ -215,22 +215,6 @@ TEST_F(ServedByAProcess, ServesNoFileThatEveryoneMayChange)
     EXPECT_NE(process.port(), 0);
 }
 
-TEST_F(ServedByAProcess, IsCopiedWholeAndForItsOwnerAloneWhileItServes)
-{
-    const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file};
-    const auto token = signIn(process).token;
-    EXPECT_EQ(HttpClient{process.port()}.send("POST", "/v1/transactions", token, expenseToday("k")).status, 200);
-    const auto copy = folder.file("copy.sqlite");
-    EXPECT_EQ(run("backup --database " + file + " --to " + copy), 0);
-    using std::filesystem::perms;
-    EXPECT_EQ(std::filesystem::status(copy).permissions(), perms::owner_read | perms::owner_write);
-    const auto checked = Verify::file(copy);
-    ASSERT_TRUE(checked.has_value()) << checked.error();
-    EXPECT_EQ(checked->problems, std::vector<std::string>{});
-    EXPECT_EQ(checked->entries, 5U) << "what only the log beside the file holds is in the copy";
-    EXPECT_NE(run("backup --database " + file + " --to " + copy), 0) << "nothing is written over";
-}
-
 /// The service with its log at the write end of a pipe.
 class LoggedToAPipe {
 public:

@@ -1,6 +1,11 @@
 #include <array>
 
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Schema/Migrations.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
 
@@ -12,7 +17,19 @@ Outcome live(const OpenCall&)
     return okReply();
 }
 
+/// The database answers, and its schema is this program's.
+Outcome ready(const OpenCall& call)
+{
+    const auto loan = call.service.database.borrow();
+    const Transaction transaction{*loan, Transaction::Mode::reading};
+    const auto version = Migrations::version(*loan);
+    if (!version || *version != Migrations::newest())
+        return std::unexpected(Refusal::of(ServiceCode::serviceUnavailable, "The database is not this program's."));
+    return okReply();
+}
+
 constexpr std::array routes{
+    Route{"GET", "/health/ready", ready},
     Route{"GET", "/health/live", live, Lane::immediate},
 };
 

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "LedgerService/Audit/AuditTrail.h"
+
+namespace LedgerService {
+
+namespace AuditCommand {
+
+/// Prints what the filter finds in the audit trail of the company, or of all companies, a record a line as JSON, the
+/// latest first; the exit code. `filter.limit` counts for each company.
+int run(const std::string& file, const std::string& companyID, AuditFilter filter);
+
+}
+
+}

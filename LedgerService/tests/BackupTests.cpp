@@ -1,0 +1,170 @@
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <thread>
+
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Audit/AuditSeals.h"
+#include "LedgerService/Operations/Backup.h"
+#include "LedgerService/Operations/MetricsListener.h"
+#include "LedgerService/Operations/Restore.h"
+#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Random.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleReceipts.h"
+#include "LedgerService/testing/ServiceProcess.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace LedgerService {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A service with an entry, a receipt and a seal.
+class Archived : public testing::Test {
+protected:
+    void SetUp() override
+    {
+        post("first");
+        EXPECT_EQ(service.as("mira", "POST", "/v1/attachments", SampleReceipts::upload(receipt)).status, 200);
+        service.write([&](Connection& connection) {
+            AuditSeals{service.databaseFile()}.sealDayBefore(connection, "2026-03-11T00:05:00.000Z");
+        });
+    }
+
+    void post(const std::string& key)
+    {
+        auto input = SampleBooks::income();
+        input.idempotencyKey = key;
+        EXPECT_EQ(service.as("mira", "POST", "/v1/transactions", Json::encode(input)).status, 200);
+    }
+
+    /// Changes bytes of the archive.
+    void damage(const std::string& find, const std::string& put) const
+    {
+        std::ifstream in{archive, std::ios::binary};
+        std::string bytes{std::istreambuf_iterator<char>{in}, {}};
+        const auto at = bytes.find(find);
+        ASSERT_NE(at, std::string::npos);
+        bytes.replace(at, put.size(), put);
+        std::ofstream{archive, std::ios::binary} << bytes;
+    }
+
+    [[nodiscard]] std::string restore() const { return Restore::carryOut(archive, restored).value_or(""); }
+
+    TestService service;
+    TemporaryFolder folder;
+    std::string archive = folder.file("books.tar");
+    std::string restored = folder.file("restored.sqlite");
+    std::string receipt = SampleReceipts::pdf(700'000);
+};
+
+}
+
+TEST_F(Archived, EverythingIsRestoredWhileTheServiceGoesOn)
+{
+    std::jthread writer{[&](const std::stop_token& stopping) {
+        for (int each = 0; !stopping.stop_requested(); ++each)
+            post(std::to_string(each));
+    }};
+    const auto refused = Backup::take(service.databaseFile(), archive);
+    writer.request_stop();
+    writer.join();
+    ASSERT_EQ(refused.value_or(""), "");
+    EXPECT_EQ(fs::status(archive).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+    EXPECT_NE(Backup::take(service.databaseFile(), archive), std::nullopt) << "nothing is written over";
+    EXPECT_EQ(restore(), "");
+    const auto report = Verify::file(restored);
+    ASSERT_TRUE(report.has_value()) << report.error();
+    EXPECT_EQ(report->problems, std::vector<std::string>{});
+    EXPECT_GE(report->entries, 5U);
+    EXPECT_EQ(report->receipts, 1U);
+    EXPECT_EQ(AuditSeals{restored}.names(), std::vector<std::string>{"2026-03-10.seal"});
+    EXPECT_NE(restore(), "") << "only an empty place is taken";
+    int left = 0;
+    for (const auto& each : fs::directory_iterator{fs::path{archive}.parent_path()})
+        left += each.path().filename().string().starts_with(".unfinished") ? 1 : 0;
+    EXPECT_EQ(left, 0);
+}
+
+TEST_F(Archived, WhatIsDamagedIsNotRestored)
+{
+    const auto take = [&] {
+        fs::remove(archive);
+        ASSERT_EQ(Backup::take(service.databaseFile(), archive).value_or(""), "");
+    };
+    const auto isRefused = [&] {
+        const auto words = restore();
+        EXPECT_FALSE(fs::exists(restored) || fs::exists(restored + "-receipts") || fs::exists(restored + "-seals"));
+        return !words.empty();
+    };
+    take();
+    damage("%PDF-1.7", "%PDF-1.6");
+    EXPECT_TRUE(isRefused()) << "a receipt was changed";
+    take();
+    damage("receipts/", "../../..//");
+    EXPECT_TRUE(isRefused()) << "a name leads elsewhere";
+    take();
+    fs::resize_file(archive, fs::file_size(archive) - 4'000);
+    EXPECT_TRUE(isRefused()) << "its end is missing";
+    std::ofstream{archive} << "no archive";
+    EXPECT_TRUE(isRefused());
+    fs::remove(archive);
+    EXPECT_TRUE(isRefused());
+}
+
+TEST_F(Archived, ABackupWithoutAReceiptIsNone)
+{
+    fs::remove(ReceiptFolder{service.databaseFile()}.fileOf(Random::digest(receipt)));
+    EXPECT_NE(Backup::take(service.databaseFile(), archive), std::nullopt);
+    EXPECT_TRUE(fs::is_empty(fs::path{archive}.parent_path()));
+}
+
+TEST_F(Archived, TheProgramTakesOptionsFromArgumentsTheEnvironmentAndAFile)
+{
+    const auto output = folder.file("output.txt");
+    const auto run = [&](const std::string& words) {
+        const auto status = std::system(fmt::format("{} > {} 2>&1", words, output).c_str());
+        std::ifstream in{output};
+        return fmt::format("{} {}", WEXITSTATUS(status), std::string{std::istreambuf_iterator<char>{in}, {}});
+    };
+    const std::string program = TALLYFOLD_SERVICE_PROGRAM;
+    const auto file = folder.file("options.toml");
+    std::ofstream{file} << "[serve]\nlisten=\"127.0.0.1:1001\"\ndatabase=\"of-the-file.sqlite\"\nquiet=true\n";
+    const auto shown = run("TALLYFOLD_LISTEN=127.0.0.1:1002 TALLYFOLD_DATABASE=of-the-environment.sqlite " + program +
+                           " --config " + file + " config --listen 127.0.0.1:1003");
+    EXPECT_TRUE(shown.starts_with("0 ")) << shown;
+    for (const auto* each : {"127.0.0.1:1003", "of-the-environment.sqlite", "quiet=true"})
+        EXPECT_NE(shown.find(each), std::string::npos) << each << shown;
+    EXPECT_TRUE(run("TALLYFOLD_DATABASE=" + service.databaseFile() + " " + program + " verify").starts_with("0 "));
+    EXPECT_FALSE(run(program + " --config " + folder.file("missing.toml") + " config").starts_with("0 "));
+    const auto audited = run(program + " audit --kind company-founded --database " + service.databaseFile());
+    EXPECT_NE(audited.find(R"("kind":"company-founded")"), std::string::npos) << audited;
+    EXPECT_EQ(audited.find("POST"), std::string::npos);
+}
+
+TEST_F(Archived, ReadinessAndFiguresAreToldToThoseWhoWatch)
+{
+    EXPECT_EQ(service.client().send("GET", "/health/ready").status, 200);
+    service.write([](Connection& connection) {
+        connection.execute("INSERT INTO schema_migrations (version, applied_at) VALUES (99, '')");
+    });
+    EXPECT_EQ(service.client().send("GET", "/health/ready").status, 503);
+    EXPECT_EQ(service.client().send("GET", "/health/live").status, 200);
+    const auto figures = MetricsListener::start("127.0.0.1", 0);
+    ASSERT_TRUE(figures.has_value()) << figures.error();
+    HttpClient collector{(*figures)->port()};
+    const auto text = collector.send("GET", "/metrics").body;
+    EXPECT_NE(text.find(R"(tallyfold_request_seconds_count{route="/health/ready",status="503"})"), std::string::npos);
+    EXPECT_EQ(collector.send("GET", "/v1/snapshot").status, 404);
+    EXPECT_EQ(collector.send("GET", "/metrics").status, 200) << "one after the other";
+}
+
+}
