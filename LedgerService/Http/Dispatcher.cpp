@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <utility>
+#include <vector>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
@@ -13,7 +14,6 @@
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/CompanyHistory.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
@@ -32,9 +32,28 @@ Outcome unknownRoute(const RouteMatch& match)
     return reply;
 }
 
-Outcome acknowledged(const MemberCall&)
+Refusal fromWebPage()
 {
-    return okReply();
+    return Refusal::of(ServiceCode::forbidden, "Web pages are not served.");
+}
+
+Refusal refusalOf(const std::exception& failure, const RouteMatch& match)
+{
+    Log::failure(match.route ? match.route->pattern : "", DatabaseFailure::words(failure));
+    if (DatabaseFailure::isBusy(failure))
+        return Refusal::of(ServiceCode::serviceUnavailable, "Another program holds the database; try again.");
+    return Refusal::of(ServiceCode::internalError, "The service could not do its work.");
+}
+
+/// What `make` gives, or the refusal that a failure becomes.
+template <class Make>
+auto guarded(const RouteMatch& match, Make make) -> decltype(make())
+{
+    try {
+        return make();
+    } catch (const std::exception& failure) {
+        return std::unexpected(refusalOf(failure, match));
+    }
 }
 
 /// {"token":"…","snapshot":{…}}, the snapshot in blocks.
@@ -57,56 +76,32 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
 {
     const auto instant = m_service.clock();
     auto now = LedgerDay::stamp(instant);
-    const auto signedIn = Authentication::signedInMember(connection, request.token, now, m_service.policy);
-    if (!signedIn)
-        return std::unexpected(signedIn.error());
+    const auto caller = Authentication::signedInMember(connection, request.token, now, m_service.policy, m_known);
+    if (!caller)
+        return std::unexpected(caller.error());
     CommandNote note;
-    return work({.service = m_service,
-                 .request = request,
-                 .parameters = match.parameters,
-                 .connection = connection,
-                 .companyID = signedIn->companyID,
-                 .member = signedIn->member,
-                 .today = TimeZone::day(CompanyRepository::timeZone(connection, signedIn->companyID), instant),
-                 .now = std::move(now),
-                 .note = note});
+    const MemberCall call{.service = m_service,
+                          .request = request,
+                          .parameters = match.parameters,
+                          .connection = connection,
+                          .companyID = caller->companyID,
+                          .member = *caller->member,
+                          .today = TimeZone::day(caller->timeZone, instant),
+                          .now = std::move(now),
+                          .note = note};
+    const auto changed = connection.rowsChanged();
+    auto made = work(call);
+    if (made && connection.rowsChanged() != changed)
+        CompanyHistory::ensureAdvanced(connection, caller->companyID, caller->lastChange);
+    if (made && match.route->isCommand())
+        CommandAudit::keep(call, *match.route, caller->lastChange);
+    return made;
 }
 
 Reply Dispatcher::answer(const RouteMatch& match, Request& request) const
 {
-    MemberWork left;
-    auto reply = prepare(match, request, left);
-    return reply ? *std::move(reply) : carryOut(match, request, left);
-}
-
-std::optional<Reply> Dispatcher::prepare(const RouteMatch& match, Request& request, MemberWork& left) const
-{
-    auto reply = guarded(match, [&] {
-        const auto outcome = begin(match, request, left);
-        return outcome ? replyTo(match, request, *outcome) : replyOf(outcome.error());
-    });
-    return left ? std::nullopt : std::optional{std::move(reply)};
-}
-
-Reply Dispatcher::carryOut(const RouteMatch& match, const Request& request, const MemberWork& work) const
-{
-    return guarded(match, [&] {
-        const auto outcome = write(match, request, work);
-        return outcome ? replyTo(match, request, *outcome) : replyOf(outcome.error());
-    });
-}
-
-Reply Dispatcher::guarded(const RouteMatch& match, const std::function<Reply()>& make)
-{
-    try {
-        return make();
-    } catch (const std::exception& failure) {
-        Log::failure(match.route ? match.route->pattern : "", DatabaseFailure::words(failure));
-        if (DatabaseFailure::isBusy(failure))
-            return replyOf(
-                Refusal::of(ServiceCode::serviceUnavailable, "Another program holds the database; try again."));
-        return replyOf(Refusal::of(ServiceCode::internalError, "The service could not do its work."));
-    }
+    const auto made = guarded(match, [&] { return begin(match, request); });
+    return made ? replyTo(match, *made) : replyOf(made.error());
 }
 
 OpenCall Dispatcher::opened(Request& request) const
@@ -116,70 +111,115 @@ OpenCall Dispatcher::opened(Request& request) const
     return call;
 }
 
-/// Everything that needs no writing; `work` is set when a command is left to be carried out.
-Outcome Dispatcher::begin(const RouteMatch& match, Request& request, MemberWork& work) const
+/// Everything that needs no turn to write.
+Outcome Dispatcher::begin(const RouteMatch& match, Request& request) const
 {
     if (!match.route)
         return unknownRoute(match);
     if (request.fromWebPage) // any page that somebody has open could otherwise use up their sign-ins
-        return std::unexpected(Refusal::of(ServiceCode::forbidden, "Web pages are not served."));
-    const auto& answer = match.route->answer;
-    if (const auto* open = std::get_if<OpenHandler>(&answer))
+        return std::unexpected(fromWebPage());
+    if (const auto* open = std::get_if<OpenHandler>(&match.route->answer))
         return (*open)(opened(request));
-    if (const auto* reading = std::get_if<Reading>(&answer))
-        return read(match, request, *reading);
-    auto outcome = read(match, request, Reading{[](const OpenCall&) -> Prepared { return acknowledged; }});
-    if (!outcome) // whoever has no valid token waits for no writer
-        return outcome;
-    auto prepared = std::get<Writing>(answer).prepare(opened(request));
-    if (!prepared)
-        return std::unexpected(std::move(prepared.error()));
-    work = *std::move(prepared);
-    return outcome;
-}
-
-Outcome Dispatcher::read(const RouteMatch& match, Request& request, const Reading& reading) const
-{
+    const auto& reading = std::get<Reading>(match.route->answer);
     const auto loan = m_service.database.borrow();
     const Transaction transaction{*loan, Transaction::Mode::reading};
     return inTransaction(*loan, match, request, [&](const MemberCall& call) -> Outcome {
         const auto work = reading.prepare(opened(request));
-        if (!work)
-            return std::unexpected(work.error());
-        return (*work)(call);
+        return work ? (*work)(call) : Outcome{std::unexpected(work.error())};
     });
 }
 
-Outcome Dispatcher::write(const RouteMatch& match, const Request& request, const MemberWork& work) const
+bool Dispatcher::preparesAtOnce(const Command& command) const
 {
-    const auto loan = m_service.database.borrow();
-    const auto turn = m_service.database.queueToWrite(request.arrived + Database::patience);
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    auto outcome = inTransaction(*loan, match, request, [&](const MemberCall& call) {
-        const auto before = CompanyHistory::state(call.connection, call.companyID).value_or(CompanyState{}).lastChange;
-        auto made = work(call);
-        if (made)
-            CompanyHistory::ensureAdvanced(call.connection, call.companyID, before);
-        if (made)
-            CommandAudit::keep(call, *match.route, before);
-        return made;
+    return command.match.route->lane != Lane::files && Authentication::isKnown(command.request.token, m_known);
+}
+
+std::optional<Reply> Dispatcher::prepare(Command& command) const
+{
+    auto prepared = guarded(command.match, [&]() -> Prepared {
+        if (command.request.fromWebPage)
+            return std::unexpected(fromWebPage());
+        if (auto refusal = whyNotCaller(command)) // whoever has no valid token waits for no writer
+            return std::unexpected(*std::move(refusal));
+        return std::get<Writing>(command.match.route->answer).prepare(opened(command.request));
     });
+    if (!prepared)
+        return replyOf(prepared.error());
+    command.work = *std::move(prepared);
+    return std::nullopt;
+}
+
+/// A known token is looked at again in the transaction that its command writes in.
+std::optional<Refusal> Dispatcher::whyNotCaller(const Command& command) const
+{
+    if (preparesAtOnce(command))
+        return std::nullopt;
+    const auto loan = m_service.database.borrow();
+    const Transaction transaction{*loan, Transaction::Mode::reading};
+    const auto now = LedgerDay::stamp(m_service.clock());
+    const auto caller = Authentication::signedInMember(*loan, command.request.token, now, m_service.policy, m_known);
+    return caller ? std::nullopt : std::optional{caller.error()};
+}
+
+void Dispatcher::carryOut(Connection& connection, Command& first, const std::function<Command*()>& next) const
+{
+    std::vector<Command*> group{&first};
+    try {
+        const auto turn = m_service.database.queueToWrite(first.request.arrived + Database::patience);
+        Transaction transaction{connection, Transaction::Mode::writing};
+        bool accepted = false;
+        for (auto* command = &first; command; command = next()) {
+            if (command != &first)
+                group.push_back(command);
+            command->outcome = carryOut(connection, *command);
+            accepted = accepted || command->outcome.has_value();
+        }
+        if (accepted)
+            transaction.commit();
+    } catch (const std::exception& failure) {
+        const auto refusal = refusalOf(failure, first.match);
+        for (auto* command : group)
+            command->outcome = std::unexpected(refusal);
+    }
+}
+
+/// One command of a group. Throws when the group's transaction cannot go on.
+Outcome Dispatcher::carryOut(Connection& connection, const Command& command) const
+{
+    Savepoint savepoint{connection};
+    auto outcome =
+        guarded(command.match, [&] { return inTransaction(connection, command.match, command.request, command.work); });
     if (outcome)
-        transaction.commit();
+        savepoint.keep();
+    else
+        savepoint.undo();
     return outcome;
 }
 
-Reply Dispatcher::replyTo(const RouteMatch& match, const Request& request,
-                          const std::variant<Reply, SnapshotReply>& made) const
+bool Dispatcher::repliesWithSnapshot(const Command& command)
 {
-    if (const auto* reply = std::get_if<Reply>(&made))
-        return *reply;
-    const bool command = match.route->isCommand();
-    if (!command || std::get<SnapshotReply>(made).opensSession || !Conditions::prefersMinimal(request))
-        return withSnapshot(std::get<SnapshotReply>(made));
+    const auto* const snapshot = command.outcome ? std::get_if<SnapshotReply>(&*command.outcome) : nullptr;
+    return snapshot && (snapshot->opensSession || !Conditions::prefersMinimal(command.request));
+}
+
+Reply Dispatcher::replyTo(const Command& command) const
+{
+    if (!command.outcome)
+        return replyOf(command.outcome.error());
+    if (repliesWithSnapshot(command) || std::holds_alternative<Reply>(*command.outcome))
+        return replyTo(command.match, *command.outcome);
     auto reply = okReply();
     reply.headers.emplace_back("Preference-Applied", "return=minimal");
     return reply;
+}
+
+Reply Dispatcher::replyTo(const RouteMatch& match, const std::variant<Reply, SnapshotReply>& made) const
+{
+    if (const auto* reply = std::get_if<Reply>(&made))
+        return *reply;
+    auto reply =
+        guarded(match, [&]() -> std::expected<Reply, Refusal> { return withSnapshot(std::get<SnapshotReply>(made)); });
+    return reply ? *std::move(reply) : replyOf(reply.error());
 }
 
 Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const

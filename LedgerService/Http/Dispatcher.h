@@ -7,9 +7,18 @@
 #include "LedgerService/Http/Reply.h"
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Http/RouteTable.h"
+#include "LedgerService/Identity/KnownTokens.h"
 #include "LedgerService/Service.h"
 
 namespace LedgerService {
+
+/// A member's command on its way, and what becomes of it.
+struct Command {
+    RouteMatch match;
+    Request request;
+    MemberWork work = {}; // once the command was found sound
+    Outcome outcome = {}; // once it was carried out
+};
 
 /// Answers requests: understands them, opens the one transaction, finds the member behind the token, has the route's
 /// work done and turns whatever comes of it into a reply. Called by many threads at once. Never throws: a failure of
@@ -18,28 +27,37 @@ class Dispatcher {
 public:
     explicit Dispatcher(Service service) : m_service(std::move(service)) {}
 
+    /// The reply to anything but a command.
     [[nodiscard]] Reply answer(const RouteMatch& match, Request& request) const;
 
-    /// The part of it that waits for no writer: the reply, or nothing when a command is left to be carried out, which
-    /// then has a sound body and was sent by a member.
-    [[nodiscard]] std::optional<Reply> prepare(const RouteMatch& match, Request& request, MemberWork& left) const;
+    /// Whether preparing the command waits for nothing: it stores no file, and its token was in force lately.
+    [[nodiscard]] bool preparesAtOnce(const Command& command) const;
 
-    /// The rest: waits for its turn to write.
-    [[nodiscard]] Reply carryOut(const RouteMatch& match, const Request& request, const MemberWork& work) const;
+    /// Makes a command ready to be carried out, or gives the reply that refuses it. Waits for no writer.
+    [[nodiscard]] std::optional<Reply> prepare(Command& command) const;
+
+    /// Carries out a group of commands: `first` and those that `next` gives until it gives none. Each is done or undone
+    /// by itself, all are kept together. When this returns each has its outcome, and what was accepted is durable.
+    void carryOut(Connection& connection, Command& first, const std::function<Command*()>& next) const;
+
+    /// Whether the reply to the command is made from a snapshot, which takes a while.
+    [[nodiscard]] static bool repliesWithSnapshot(const Command& command);
+
+    /// The reply to a command that was carried out.
+    [[nodiscard]] Reply replyTo(const Command& command) const;
 
 private:
     [[nodiscard]] OpenCall opened(Request& request) const;
-    static Reply guarded(const RouteMatch& match, const std::function<Reply()>& make);
-    [[nodiscard]] Outcome begin(const RouteMatch& match, Request& request, MemberWork& work) const;
-    [[nodiscard]] Outcome read(const RouteMatch& match, Request& request, const Reading& reading) const;
-    [[nodiscard]] Outcome write(const RouteMatch& match, const Request& request, const MemberWork& work) const;
+    [[nodiscard]] Outcome begin(const RouteMatch& match, Request& request) const;
+    [[nodiscard]] std::optional<Refusal> whyNotCaller(const Command& command) const;
+    [[nodiscard]] Outcome carryOut(Connection& connection, const Command& command) const;
     [[nodiscard]] Outcome inTransaction(Connection& connection, const RouteMatch& match, const Request& request,
                                         const MemberWork& work) const;
-    [[nodiscard]] Reply replyTo(const RouteMatch& match, const Request& request,
-                                const std::variant<Reply, SnapshotReply>& made) const;
+    [[nodiscard]] Reply replyTo(const RouteMatch& match, const std::variant<Reply, SnapshotReply>& made) const;
     [[nodiscard]] Reply withSnapshot(const SnapshotReply& reply) const;
 
     Service m_service;
+    mutable KnownTokens m_known;
 };
 
 }

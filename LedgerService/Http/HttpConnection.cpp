@@ -30,6 +30,8 @@ using Steady = std::chrono::steady_clock;
 constexpr std::size_t readChunkBytes = 4096;
 constexpr std::size_t bodyBlockBytes = 16 * 1024;
 constexpr std::size_t replyBlockBytes = 256 * 1024;
+/// A body up to this size is understood on the network thread.
+constexpr std::size_t quickBodyBytes = 16 * 1024;
 /// How long a client that is still sending is listened to after its refusal, so that it gets to read it.
 constexpr std::chrono::seconds lingerTime{5};
 constexpr std::string_view emptyLine = "\r\n";
@@ -64,14 +66,13 @@ using Step = std::function<std::optional<Reply>()>;
 std::optional<Reply> take(const Step& step, const RouteMatch& match, const Request& request, Steady::duration queue)
 {
     try {
-        const auto started = Steady::now();
-        const bool late = started - request.arrived > queue;
+        const bool late = Steady::now() - request.arrived > queue;
         auto reply = late ? replyOf(Refusal::of(ServiceCode::serviceUnavailable, "Too much is waiting; try again.",
                                                 std::chrono::seconds{1}))
                           : step();
         if (reply)
             Log::request(request.method, patternOf(match), reply->status,
-                         std::chrono::duration_cast<std::chrono::microseconds>(Steady::now() - started));
+                         std::chrono::duration_cast<std::chrono::microseconds>(Steady::now() - request.arrived));
         return reply;
     } catch (...) {
         return Reply{.status = 500, .body = {}};
@@ -273,9 +274,12 @@ WorkLane* HttpConnection::laneOf(const RouteMatch& match) const
 asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request request)
 {
     enter(Phase::working);
+    if (match.route && match.route->isCommand()) {
+        auto command = std::make_shared<Command>(Command{std::move(match), std::move(request)});
+        co_return co_await answerCommand(std::move(command));
+    }
+    const Step whole = [&] { return m_shared.dispatcher.answer(match, request); };
     const auto queue = m_shared.limits.queue;
-    const auto& dispatcher = m_shared.dispatcher;
-    const Step whole = [&] { return dispatcher.answer(match, request); };
     auto* const lane = laneOf(match);
     if (!lane)
         co_return take(whole, match, request, queue).value_or(Reply{});
@@ -285,21 +289,35 @@ asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request reques
                                       std::chrono::seconds{2}));
     }
     ++lane->waiting;
-    std::optional<Reply> reply;
-    MemberWork left;
-    if (match.route->isCommand()) { // what waits for no writer is done before
-        const Step beginning = [&] { return dispatcher.prepare(match, request, left); };
-        auto& first = match.route->lane == Lane::files ? m_shared.lanes.files : m_shared.lanes.readers;
-        co_await asio::post(asio::bind_executor(first.pool, asio::use_awaitable));
-        reply = take(beginning, match, request, queue);
-    }
-    if (!reply) {
-        const Step rest = [&] { return dispatcher.carryOut(match, request, left); };
-        co_await asio::post(asio::bind_executor(lane->pool, asio::use_awaitable)); // goes on in a thread of the lane
-        reply = take(left ? rest : whole, match, request, queue);
-    }
+    co_await asio::post(asio::bind_executor(lane->pool, asio::use_awaitable)); // goes on in a thread of the lane
+    auto reply = take(whole, match, request, queue);
     co_await asio::post(asio::use_awaitable); // and back, past what still queues for the lane
     --lane->waiting;
+    co_return *std::move(reply);
+}
+
+/// Commands take turns to write. What needs no turn is done before and after, off the thread that writes.
+asio::awaitable<Reply> HttpConnection::answerCommand(std::shared_ptr<Command> command)
+{
+    const auto& dispatcher = m_shared.dispatcher;
+    const auto& [match, request, work, outcome] = *command;
+    const Step beginning = [&] { return dispatcher.prepare(*command); };
+    const Step ending = [&] { return dispatcher.replyTo(*command); };
+    const bool quick = request.body.size() <= quickBodyBytes && dispatcher.preparesAtOnce(*command);
+    auto& first = match.route->lane == Lane::files ? m_shared.lanes.files : m_shared.lanes.readers;
+    if (!quick)
+        co_await asio::post(asio::bind_executor(first.pool, asio::use_awaitable));
+    auto reply = take(beginning, match, request, m_shared.limits.queue);
+    bool away = !quick;
+    if (!reply) {
+        co_await m_shared.commands.carryOut(command);
+        away = dispatcher.repliesWithSnapshot(*command);
+        if (away)
+            co_await asio::post(asio::bind_executor(m_shared.lanes.readers.pool, asio::use_awaitable));
+        reply = take(ending, match, request, Steady::duration::max());
+    }
+    if (away)
+        co_await asio::post(asio::use_awaitable);
     co_return *std::move(reply);
 }
 

@@ -16,6 +16,7 @@
 
 #include "LedgerService/Http/ByteBudget.h"
 #include "LedgerService/Http/ClientAddress.h"
+#include "LedgerService/Http/CommandLane.h"
 #include "LedgerService/Http/ConnectionTable.h"
 #include "LedgerService/Http/Dispatcher.h"
 #include "LedgerService/Http/HttpLimits.h"
@@ -30,6 +31,7 @@ struct HttpShared {
     const HttpLimits& limits;
     const TrustedProxies& proxies;
     WorkLanes& lanes;
+    CommandLane& commands;
     ConnectionTable& connections;
     ByteBudget bodies;
     ByteBudget replies;
@@ -70,6 +72,7 @@ private:
     boost::asio::awaitable<boost::beast::error_code> readBody(std::size_t limit);
     boost::asio::awaitable<bool> turnAway(std::optional<Refusal> refusal);
     boost::asio::awaitable<Reply> answerTo(RouteMatch match, Request request);
+    boost::asio::awaitable<Reply> answerCommand(std::shared_ptr<Command> command);
     boost::asio::awaitable<bool> write(Reply reply, bool keepAlive);
     boost::asio::awaitable<bool> writeWhole(Reply reply, bool keepAlive);
     boost::asio::awaitable<bool> writeBlocks(Reply reply, bool keepAlive);

@@ -12,6 +12,7 @@
 #include <boost/asio/use_awaitable.hpp>
 #include <fmt/core.h>
 
+#include "LedgerService/Http/CommandLane.h"
 #include "LedgerService/Http/ConnectionTable.h"
 #include "LedgerService/Http/HttpConnection.h"
 #include "LedgerService/Log.h"
@@ -67,14 +68,16 @@ struct Server::State {
                 .writers = WorkLane{workerCount()},
                 .files = WorkLane{fileWorkers},
                 .signIns = WorkLane{hasherCount(), options.limits.signInsWaiting}},
-          connections(options.limits), shared{.dispatcher = dispatcher,
-                                              .routes = routes,
-                                              .limits = options.limits,
-                                              .proxies = proxies,
-                                              .lanes = lanes,
-                                              .connections = connections,
-                                              .bodies = ByteBudget{options.limits.bodyBytes},
-                                              .replies = ByteBudget{options.limits.replyBytes}}
+          commands(dispatcher, *database, options.limits), connections(options.limits),
+          shared{.dispatcher = dispatcher,
+                 .routes = routes,
+                 .limits = options.limits,
+                 .proxies = proxies,
+                 .lanes = lanes,
+                 .commands = commands,
+                 .connections = connections,
+                 .bodies = ByteBudget{options.limits.bodyBytes},
+                 .replies = ByteBudget{options.limits.replyBytes}}
     {
     }
 
@@ -95,6 +98,7 @@ struct Server::State {
     tcp::acceptor acceptor{network};
     asio::steady_timer deadline{network};
     WorkLanes lanes; // gone before the network, whose sockets belong to the requests that still queue here
+    CommandLane commands;
     ConnectionTable connections;
     HttpShared shared;
     std::size_t open = 0; // connections whose coroutine still runs
@@ -232,6 +236,7 @@ void Server::stop()
         lane->pool.stop(); // nobody is left to hear the answers of what still queues
         lane->pool.join();
     }
+    m_state->commands.stop();
     m_state->connections.clear();
     m_state->database.reset();
 }

@@ -1,31 +1,51 @@
 #include "LedgerService/Identity/Authentication.h"
 
+#include <memory>
+#include <optional>
+#include <utility>
+
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/Company.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Token.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
 
 namespace LedgerService {
 
-std::expected<SignedInMember, Refusal> Authentication::signedInMember(Connection& connection, std::string_view token,
-                                                                      std::string_view now, const ServicePolicy& policy)
+namespace {
+
+std::optional<Refusal> whyNotServed(const std::optional<TokenHolder>& holder, const ServicePolicy& policy)
+{
+    if (!holder || (holder->demonstration && !policy.demonstration))
+        return Authentication::unauthorized();
+    if (!holder->member->active)
+        return Refusal::of(ServiceCode::inactiveMember, "The member is deactivated.");
+    return Authentication::whyNotOpen(holder->approvalStatus);
+}
+
+}
+
+std::expected<TokenHolder, Refusal> Authentication::signedInMember(Connection& connection, std::string_view token,
+                                                                   std::string_view now, const ServicePolicy& policy,
+                                                                   KnownTokens& known)
 {
     if (token.empty())
         return std::unexpected(unauthorized());
-    const auto owner = SessionRepository::find(connection, Token::hash(token), now);
-    if (!owner)
-        return std::unexpected(unauthorized());
-    auto member = MemberRepository::find(connection, owner->companyID, owner->memberID);
-    const auto company = CompanyRepository::find(connection, owner->companyID);
-    if (!member || !company || (company->demo && !policy.demonstration))
-        return std::unexpected(unauthorized());
-    if (!member->active)
-        return std::unexpected(Refusal::of(ServiceCode::inactiveMember, "The member is deactivated."));
-    if (auto refusal = whyNotOpen(company->approvalStatus))
+    const auto hash = Token::hash(token);
+    const auto before = known.find(hash);
+    auto holder = MemberRepository::byToken(connection, hash, now, before.get());
+    if (auto refusal = whyNotServed(holder, policy)) {
+        known.forget(hash);
         return std::unexpected(*std::move(refusal));
-    return SignedInMember{owner->companyID, *std::move(member)};
+    }
+    if (!before || before->member != holder->member)
+        known.remember(hash, std::make_shared<const TokenHolder>(*holder));
+    return *std::move(holder);
+}
+
+bool Authentication::isKnown(std::string_view token, const KnownTokens& known)
+{
+    return !token.empty() && known.find(Token::hash(token));
 }
 
 IssuedSession Authentication::issue(Connection& connection, const SessionOwner& owner, const Service& service)

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/Member.h"
+#include "LedgerService/Identity/KnownTokens.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 #include "LedgerService/Storage/Rows/SessionRepository.h"
@@ -12,12 +12,6 @@
 namespace LedgerService {
 
 class Connection;
-
-/// The member behind a token, with the rights of this moment.
-struct SignedInMember {
-    std::string companyID;
-    Member member;
-};
 
 /// A sign-in just made. The token leaves the service once, in the reply.
 struct IssuedSession {
@@ -28,8 +22,12 @@ struct IssuedSession {
 /// Tokens: issuing them, and who speaks when one comes back.
 namespace Authentication {
 
-std::expected<SignedInMember, Refusal> signedInMember(Connection& connection, std::string_view token,
-                                                      std::string_view now, const ServicePolicy& policy);
+/// The member behind a token, with the rights of this moment: those that the connection's transaction sees.
+std::expected<TokenHolder, Refusal> signedInMember(Connection& connection, std::string_view token, std::string_view now,
+                                                   const ServicePolicy& policy, KnownTokens& known);
+
+/// Whether the token was in force when it was last looked at.
+bool isKnown(std::string_view token, const KnownTokens& known);
 
 /// Makes and stores a token for the member; expects a writing transaction.
 IssuedSession issue(Connection& connection, const SessionOwner& owner, const Service& service);

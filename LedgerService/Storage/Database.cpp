@@ -63,9 +63,9 @@ Database::Turn Database::queueToWrite(Instant until)
     return {*this, until};
 }
 
-Database::Turn::Turn(Database& database, Instant until) : m_database(database), m_lock(database.m_writing, until)
+Database::Turn::Turn(Database& database, Instant until) : m_database(database)
 {
-    if (!m_lock.owns_lock())
+    if (!m_database.m_writing.enter(until))
         throw DatabaseBusy{};
 }
 
@@ -76,6 +76,7 @@ Database::Turn::~Turn()
     } catch (const std::exception&) { // what was to be written is written; the next turn tries again
         m_database.m_keeper.reset();
     }
+    m_database.m_writing.leave();
 }
 
 /// A log that could not be shortened, for somebody reads for long, is let grow by as much again before the next try.

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "LedgerService/Storage/TurnQueue.h"
+
 namespace LedgerService {
 
 class Connection;
@@ -49,13 +51,12 @@ public:
 
     private:
         Database& m_database;
-        std::unique_lock<std::timed_mutex> m_lock;
     };
     using Instant = std::chrono::steady_clock::time_point;
     /// As long as a writer waits for others.
     static constexpr std::chrono::seconds patience{10};
-    /// Held while writing: the threads of one process queue here instead of polling the file's lock. Throws
-    /// `DatabaseBusy` when the turn does not come in time.
+    /// Held while writing: the threads of one process queue here, first come, first served, instead of polling the
+    /// file's lock. Throws `DatabaseBusy` when the turn does not come in time.
     [[nodiscard]] Turn queueToWrite(Instant until = std::chrono::steady_clock::now() + patience);
 
 private:
@@ -66,7 +67,7 @@ private:
     std::shared_ptr<ReadGate> m_gate;
     std::unique_ptr<Connection> m_keeper; // whoever writes has it; made when it is needed
     std::uintmax_t m_longLog;             // bytes
-    std::timed_mutex m_writing;
+    TurnQueue m_writing;
     std::mutex m_guard;
     std::vector<std::unique_ptr<Connection>> m_idle;
 };

@@ -64,7 +64,7 @@ TestService::TestService(const std::function<void(ServerOptions&)>& adjust)
     ServerOptions options;
     options.databaseFile = databaseFile();
     options.routes = allRoutes();
-    options.clock = [offset = m_offset] { return sampleInstant + *offset; };
+    options.clock = clock();
     adjust(options);
     write([](Connection& connection) { foundSample(connection, "sample"); });
     auto server = Server::start(std::move(options));
@@ -73,6 +73,11 @@ TestService::TestService(const std::function<void(ServerOptions&)>& adjust)
 }
 
 TestService::~TestService() = default;
+
+Clock TestService::clock() const
+{
+    return [offset = m_offset] { return sampleInstant + *offset; };
+}
 
 std::string TestService::tokenOf(const std::string& memberID, const std::string& companyID)
 {

@@ -64,6 +64,8 @@ public:
     /// Everything that `verify` finds wrong, in lines; empty for sound books.
     [[nodiscard]] std::string problems() const;
 
+    /// The service's clock.
+    [[nodiscard]] Clock clock() const;
     void moveClock(std::chrono::seconds by) { *m_offset += by; }
     void stop() { m_server->stop(); }
 

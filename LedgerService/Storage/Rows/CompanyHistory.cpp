@@ -13,6 +13,7 @@ constexpr auto selectState = R"sql(
 
 constexpr auto advanceChange = R"sql(
     UPDATE companies SET last_sequence = last_sequence + 1 WHERE id = :company
+    RETURNING number, last_sequence, settings_revision
 )sql";
 
 constexpr auto advanceFrom = R"sql(
@@ -31,10 +32,11 @@ std::optional<CompanyState> CompanyHistory::state(Connection& connection, std::s
 
 CompanyState CompanyHistory::advance(Connection& connection, std::string_view companyID)
 {
-    Query{connection, advanceChange}.bind("company", companyID).run();
-    const auto now = state(connection, companyID);
-    require(now.has_value(), "only a company that exists changes");
-    return *now;
+    CompanyState state;
+    Query query{connection, advanceChange};
+    query.bind("company", companyID).into(state.number).into(state.lastChange).into(state.settingsRevision);
+    require(query.next(), "only a company that exists changes");
+    return state;
 }
 
 void CompanyHistory::ensureAdvanced(Connection& connection, std::string_view companyID, std::int64_t lastChange)

@@ -32,6 +32,12 @@ const auto insertMember =
                                {"created_at", ":created"}});
 const auto updateMember = columns.update("members", "company_id = :company AND id = :id");
 
+const auto selectHolder = columns.select(R"sql(,
+           c.id, c.approval_status, CASE WHEN c.demo_locale IS NULL THEN 0 ELSE 1 END, c.time_zone, c.last_sequence
+    FROM sessions s JOIN members m ON m.company_id = s.company_id AND m.id = s.member_id
+        JOIN users u ON u.id = m.user_id JOIN companies c ON c.id = s.company_id
+    WHERE s.token_hash = :hash AND s.revoked_at IS NULL AND s.expires_at > :now)sql");
+
 constexpr auto selectMemberships = R"sql(
     SELECT m.company_id, m.id, m.active, c.approval_status, CASE WHEN c.demo_locale IS NULL THEN 0 ELSE 1 END
     FROM members m JOIN companies c ON c.id = m.company_id
@@ -59,6 +65,21 @@ std::optional<Member> MemberRepository::findByEmail(Connection& connection, std:
     Query query{connection, selectByEmail};
     query.bind("company", companyID).bind("email", email);
     return recordOf<Member>(query, columns);
+}
+
+std::optional<TokenHolder> MemberRepository::byToken(Connection& connection, std::string_view tokenHash,
+                                                     std::string_view now, const TokenHolder* known)
+{
+    TokenHolder holder;
+    Query query{connection, selectHolder};
+    RowReader<Member, decltype(columns)> member{query, columns};
+    query.into(holder.companyID).into(holder.approvalStatus).into(holder.demonstration).into(holder.timeZone);
+    if (!query.into(holder.lastChange).bind("hash", tokenHash).bind("now", now).next())
+        return std::nullopt;
+    holder.storedMember = member.stored();
+    const bool same = known && known->storedMember == holder.storedMember;
+    holder.member = same ? known->member : std::make_shared<const Member>(std::move(member.record()));
+    return holder;
 }
 
 std::vector<Member> MemberRepository::all(Connection& connection, std::string_view companyID)
@@ -103,5 +124,4 @@ void MemberRepository::write(Connection& connection, std::string_view companyID,
     columns.bind(query.bind("company", companyID), member);
     query.run();
 }
-
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -20,7 +22,23 @@ struct Membership {
     bool demonstration = false;
 };
 
+/// Whom a token in force speaks for, with what decides whether the company is open to that member.
+struct TokenHolder {
+    std::string companyID;
+    std::shared_ptr<const Member> member;
+    std::string storedMember; // the member's row as it is stored
+    std::optional<std::string> approvalStatus;
+    bool demonstration = false;
+    std::optional<std::string> timeZone;
+    std::int64_t lastChange = 0; // of the company
+};
+
 namespace MemberRepository {
+
+/// Nothing for a token that is unknown, expired or revoked. Reading a member's row costs less than understanding it:
+/// when it stands as it did for `known`, that member is shared.
+std::optional<TokenHolder> byToken(Connection& connection, std::string_view tokenHash, std::string_view now,
+                                   const TokenHolder* known);
 
 std::optional<Member> find(Connection& connection, std::string_view companyID, std::string_view memberID);
 

@@ -1,5 +1,7 @@
 #include "LedgerService/Storage/Sql/Columns.h"
 
+#include <iterator>
+
 #include <fmt/core.h>
 #include <fmt/ranges.h>
 
@@ -17,6 +19,20 @@ std::string Detail::updateText(std::string_view table, const std::vector<std::st
     for (const auto name : names)
         assignments += fmt::format("{}{} = :{}", assignments.empty() ? "" : ", ", name, name);
     return fmt::format("UPDATE {} SET {} WHERE {}", table, assignments, where);
+}
+
+void Detail::appendStored(std::string& stored, std::string_view value)
+{
+    fmt::format_to(std::back_inserter(stored), "{}:", value.size());
+    stored += value;
+}
+
+void Detail::appendOptional(std::string& stored, const std::optional<std::string>& value)
+{
+    if (value)
+        appendStored(stored, std::string_view{*value});
+    else
+        stored += '-';
 }
 
 std::string Detail::insertText(std::string_view table, const std::vector<std::string_view>& names,

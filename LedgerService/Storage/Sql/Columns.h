@@ -54,6 +54,10 @@ std::string updateText(std::string_view table, const std::vector<std::string_vie
 std::string insertText(std::string_view table, const std::vector<std::string_view>& names,
                        std::initializer_list<std::pair<std::string_view, std::string_view>> others);
 
+/// Adds a column to the text of a row; its length stands first, so that no two rows have one text.
+void appendStored(std::string& stored, std::string_view value);
+void appendOptional(std::string& stored, const std::optional<std::string>& value);
+
 /// "id" of "m.id".
 constexpr std::string_view bare(std::string_view name)
 {
@@ -150,8 +154,32 @@ public:
         return m_record;
     }
 
+    /// The row as it is stored, before `record` was asked for: two rows are equal when these are.
+    [[nodiscard]] std::string stored() const
+    {
+        std::string text;
+        std::size_t at = 0;
+        m_list.each([&](const auto& column) { append(text, std::invoke(column.access, m_record), m_texts[at++]); });
+        return text;
+    }
+
 private:
     using Text = std::optional<std::string>;
+
+    template <class Value>
+    static void append(std::string& stored, const Value& value, const Text& text)
+    {
+        if constexpr (!Detail::isPlain<Value>)
+            Detail::appendOptional(stored, text);
+        else if constexpr (std::is_same_v<Value, std::string>)
+            Detail::appendStored(stored, value);
+        else if constexpr (std::is_integral_v<Value>)
+            Detail::appendStored(stored, std::to_string(value));
+        else if constexpr (std::is_same_v<Value, std::optional<std::string>>)
+            Detail::appendOptional(stored, value);
+        else
+            Detail::appendOptional(stored, value ? std::optional{std::to_string(*value)} : std::nullopt);
+    }
 
     template <class Value>
     static void take(Query& query, Value& value, Text& text)

@@ -76,6 +76,25 @@ PreparedStatement& Connection::State::prepared(std::string_view sql)
     return *found->second;
 }
 
+soci::sqlite3_session_backend& Connection::State::backend()
+{
+    return static_cast<soci::sqlite3_session_backend&>(*session.get_backend());
+}
+
+void Connection::State::control(std::string_view sql)
+{
+    auto& lent = prepared(sql);
+    try {
+        lent.statement.define_and_bind();
+        lent.statement.execute(true);
+        lent.statement.bind_clean_up();
+        lent.inUse = false;
+    } catch (...) {
+        statements.erase(lent.key);
+        throw;
+    }
+}
+
 Connection::Connection(const std::string& file, Access access) : m_state(std::make_unique<State>(file, access)) {}
 
 Connection::~Connection() = default;
@@ -83,6 +102,11 @@ Connection::~Connection() = default;
 void Connection::setReadGate(std::shared_ptr<ReadGate> gate)
 {
     m_state->gate = std::move(gate);
+}
+
+std::int64_t Connection::rowsChanged()
+{
+    return sqlite_api::sqlite3_total_changes64(m_state->backend().conn_);
 }
 
 void Connection::execute(const std::string& statement)

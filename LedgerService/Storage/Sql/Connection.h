@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -23,6 +24,9 @@ public:
 
     /// Runs a statement that has no parameters and gives no rows, such as those of migrations.
     void execute(const std::string& statement);
+
+    /// How many rows its statements have added, changed or removed so far, undone ones included.
+    [[nodiscard]] std::int64_t rowsChanged();
 
     /// From now on its reading transactions pass the gate.
     void setReadGate(std::shared_ptr<ReadGate> gate);

@@ -7,6 +7,7 @@
 #include <unordered_map>
 
 #include <soci/soci.h>
+#include <soci/sqlite3/soci-sqlite3.h>
 
 #include "LedgerService/Storage/Sql/Connection.h"
 
@@ -27,6 +28,11 @@ struct Connection::State {
 
     /// Lends the prepared statement of this text, made at its first use, to one query.
     PreparedStatement& prepared(std::string_view sql);
+
+    /// Runs a statement that begins or ends a transaction or a part of one.
+    void control(std::string_view sql);
+
+    soci::sqlite3_session_backend& backend();
 
     soci::session session;
     std::shared_ptr<ReadGate> gate;

@@ -22,7 +22,7 @@ Transaction::Passage::~Passage()
 Transaction::Transaction(Connection& connection, Mode mode)
     : m_connection(connection), m_passage(mode == Mode::reading ? connection.state().gate.get() : nullptr)
 {
-    m_connection.execute(mode == Mode::writing ? "BEGIN IMMEDIATE" : "BEGIN");
+    m_connection.state().control(mode == Mode::writing ? "BEGIN IMMEDIATE" : "BEGIN");
 }
 
 Transaction::~Transaction()
@@ -30,7 +30,7 @@ Transaction::~Transaction()
     if (!m_open)
         return;
     try {
-        m_connection.execute("ROLLBACK");
+        m_connection.state().control("ROLLBACK");
     } catch (const std::exception&) { // a failed statement has rolled back already
         m_open = false;
     }
@@ -38,8 +38,24 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
-    m_connection.execute("COMMIT");
+    m_connection.state().control("COMMIT");
     m_open = false;
+}
+
+Savepoint::Savepoint(Connection& connection) : m_connection(connection)
+{
+    m_connection.state().control("SAVEPOINT part");
+}
+
+void Savepoint::keep()
+{
+    m_connection.state().control("RELEASE part");
+}
+
+void Savepoint::undo()
+{
+    m_connection.state().control("ROLLBACK TO part");
+    m_connection.state().control("RELEASE part");
 }
 
 }

@@ -36,4 +36,20 @@ private:
     bool m_open = true;
 };
 
+/// A part of a writing transaction that can be undone by itself. It ends with `keep` or `undo`; both throw when the
+/// database has given up the whole transaction meanwhile, which must not be committed then. Without either, which
+/// happens only when something is thrown past it, the whole transaction is to be left uncommitted.
+class Savepoint {
+public:
+    explicit Savepoint(Connection& connection);
+    Savepoint(const Savepoint&) = delete;
+    Savepoint& operator=(const Savepoint&) = delete;
+
+    void keep();
+    void undo();
+
+private:
+    Connection& m_connection;
+};
+
 }

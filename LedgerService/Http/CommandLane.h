@@ -1,0 +1,63 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+#include <boost/asio/awaitable.hpp>
+
+#include "LedgerService/Http/Dispatcher.h"
+#include "LedgerService/Http/HttpLimits.h"
+
+namespace LedgerService {
+
+class Database;
+
+/// The one thread that carries out commands, in the order of their arrival. Those that wait are carried out together:
+/// one transaction, one durable commit, then the answers to all.
+class CommandLane {
+public:
+    CommandLane(const Dispatcher& dispatcher, Database& database, const HttpLimits& limits);
+    ~CommandLane();
+    CommandLane(const CommandLane&) = delete;
+    CommandLane& operator=(const CommandLane&) = delete;
+
+    /// Returns on the coroutine's own executor when the command has its outcome. Refused when too much waits.
+    boost::asio::awaitable<void> carryOut(std::shared_ptr<Command> command);
+
+    /// Ends once the group under way is done. Commands that still wait are given up: their coroutines end.
+    void stop();
+
+private:
+    using Steady = std::chrono::steady_clock;
+    struct Waiting {
+        std::shared_ptr<Command> command;
+        std::function<void()> resume; // to be called once, by any thread
+    };
+    using Group = std::vector<Waiting>;
+
+    void add(Waiting waiting);
+    void run();
+    bool awaitCommand();
+    void carryOutGroup();
+    std::optional<Waiting> take();
+    Command* takeInto(Group& group);
+
+    const Dispatcher& m_dispatcher;
+    Database& m_database;
+    const HttpLimits& m_limits;
+    std::mutex m_guard;
+    std::condition_variable m_changed;
+    std::deque<Waiting> m_waiting;
+    bool m_stopping = false;
+    std::thread m_thread;
+};
+
+}
