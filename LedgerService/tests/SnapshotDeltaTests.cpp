@@ -12,7 +12,7 @@
 #include "LedgerService/Storage/Rows/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/testing/RandomCommands.h"
+#include "LedgerService/testing/RandomDays.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -97,104 +97,6 @@ private:
     std::string m_token;
     std::string m_tag;
     LedgerSnapshot m_held;
-};
-
-/// What several people do to the sample's books, always the same for the same seed.
-class RandomDays {
-public:
-    RandomDays(TestService& service, std::uint32_t seed) : m_service(service), m_engine(seed), m_commands(seed)
-    {
-        for (const auto* member : {"mira", "rudi", "guest", "gone"})
-            m_tokens[member] = service.tokenOf(member);
-    }
-
-    /// `seen` is everything recorded so far.
-    void step(const LedgerSnapshot& seen)
-    {
-        Books books;
-        books.entries = seen.transactions.toVector();
-        switch (m_engine() % 12) {
-        case 0:
-            return upload();
-        case 1:
-            return linkLater(seen);
-        case 2:
-            return changeRights();
-        default:
-            return act(books);
-        }
-    }
-
-private:
-    void upload()
-    {
-        const auto added = receipt(fmt::format("receipt-{}", ++m_number));
-        const std::string uploader = m_engine() % 2 == 0 ? "mira" : "rudi";
-        m_service.write(
-            [&](Connection& connection) { AttachmentRepository::insert(connection, "sample", added, uploader); });
-        m_loose[uploader].push_back(added.id);
-    }
-
-    std::vector<std::string> takeLoose(const std::string& uploader)
-    {
-        auto& loose = m_loose[uploader];
-        std::vector<std::string> ids;
-        if (!loose.empty()) {
-            const auto at = loose.begin() + static_cast<std::ptrdiff_t>(m_engine() % loose.size());
-            ids.push_back(*at);
-            loose.erase(at);
-        }
-        return ids;
-    }
-
-    void linkLater(const LedgerSnapshot& seen)
-    {
-        const auto& entry = seen.transactions[m_engine() % seen.transactions.size()];
-        const auto ids = entry.memberID == "mira" ? takeLoose("mira") : std::vector<std::string>{};
-        if (!ids.empty())
-            m_service.write(
-                [&](Connection& connection) { EntryRepository::linkReceipts(connection, "sample", entry.id, ids); });
-    }
-
-    void changeRights()
-    {
-        const bool more = m_engine() % 2 == 0;
-        m_service.write([&](Connection& connection) {
-            connection.execute(fmt::format(R"(UPDATE members SET permissions = '[{}]' WHERE id = 'rudi')",
-                                           more ? R"("viewCompany")" : ""));
-        });
-    }
-
-    void act(const Books& books)
-    {
-        const auto key = fmt::format("key-{}", ++m_number);
-        const auto actor = m_commands.actor();
-        if (m_commands.reverses()) {
-            auto command = SampleBooks::reversal();
-            command.idempotencyKey = key;
-            post(actor, fmt::format("/v1/transactions/{}/reverse", m_commands.entryOf(books)), Json::encode(command));
-            return;
-        }
-        auto input = m_commands.inputFor(books);
-        input.idempotencyKey = key;
-        if (m_engine() % 4 == 0)
-            input.attachmentIDs = takeLoose(actor);
-        post(actor, "/v1/transactions", Json::encode(input));
-    }
-
-    void post(const std::string& actor, const std::string& target, const std::string& body)
-    {
-        const auto answer = m_client.send("POST", target, m_tokens[actor], body, "Prefer: return=minimal\r\n");
-        ASSERT_LT(answer.status, 500) << answer.body;
-    }
-
-    TestService& m_service;
-    HttpClient m_client = m_service.client();
-    std::mt19937 m_engine;
-    RandomCommands m_commands;
-    std::map<std::string, std::string> m_tokens;
-    std::map<std::string, std::vector<std::string>> m_loose; // receipts by their uploader
-    int m_number = 0;
 };
 
 std::string drained(SnapshotAnswer& answer)
