@@ -21,6 +21,45 @@ std::string_view targetCurrency(const TransactionInput& input)
     return received.empty() ? std::string_view{input.currency} : received;
 }
 
+PostingReason reasonFor(LedgerEntryAccess::RecordRefusal refusal)
+{
+    using enum LedgerEntryAccess::RecordRefusal;
+    switch (refusal) {
+    case archived:
+        return PostingReason::accountArchived;
+    case inactiveMember:
+        return PostingReason::inactiveMember;
+    case noIdentifier:
+    case notViewable:
+        return PostingReason::notFound;
+    case notGranted:
+        return PostingReason::notGranted;
+    case notResponsible:
+        return PostingReason::notResponsible;
+    case kindRefused:
+        return PostingReason::kindRefused;
+    }
+    return PostingReason::notFound;
+}
+
+PostingReason reasonFor(LedgerEntryAccess::DestinationRefusal refusal)
+{
+    using enum LedgerEntryAccess::DestinationRefusal;
+    switch (refusal) {
+    case sameAccount:
+        return PostingReason::sameAccount;
+    case notViewable:
+        return PostingReason::notFound;
+    case notGranted:
+        return PostingReason::notGranted;
+    case archived:
+        return PostingReason::accountArchived;
+    case restrictedToRestricted:
+        return PostingReason::restrictedToRestricted;
+    }
+    return PostingReason::notFound;
+}
+
 /// Judges one command. What is found wrong is added to the refusals; later rules judge only what earlier ones left
 /// standing.
 class Judgement {
@@ -126,55 +165,16 @@ void Judgement::checkFound()
 bool Judgement::isUsable(const Account& account, EntryField field)
 {
     const auto refusal = LedgerEntryAccess::whyNotRecord(account, m_member, m_input.kind);
-    if (!refusal)
-        return true;
-    switch (*refusal) {
-        using enum LedgerEntryAccess::RecordRefusal;
-    case archived:
-        refuse(field, PostingReason::accountArchived);
-        break;
-    case inactiveMember:
-        refuse(field, PostingReason::inactiveMember);
-        break;
-    case noIdentifier:
-    case notViewable:
-        refuse(field, PostingReason::notFound);
-        break;
-    case notGranted:
-        refuse(field, PostingReason::notGranted);
-        break;
-    case notResponsible:
-        refuse(field, PostingReason::notResponsible);
-        break;
-    case kindRefused:
-        refuse(field, PostingReason::kindRefused);
-        break;
-    }
-    return false;
+    if (refusal)
+        refuse(field, reasonFor(*refusal));
+    return !refusal;
 }
 
 bool Judgement::takesTransfer(const Account& source, const Account& destination)
 {
     constexpr auto field = EntryField::destination;
     if (const auto refusal = LedgerEntryAccess::whyNotReceive(source, destination, m_member)) {
-        switch (*refusal) {
-            using enum LedgerEntryAccess::DestinationRefusal;
-        case sameAccount:
-            refuse(field, PostingReason::sameAccount);
-            break;
-        case notViewable:
-            refuse(field, PostingReason::notFound);
-            break;
-        case notGranted:
-            refuse(field, PostingReason::notGranted);
-            break;
-        case archived:
-            refuse(field, PostingReason::accountArchived);
-            break;
-        case restrictedToRestricted:
-            refuse(field, PostingReason::restrictedToRestricted);
-            break;
-        }
+        refuse(field, reasonFor(*refusal));
         return false;
     }
     if (given(m_input.transferPurpose) != LedgerEntryAccess::transferPurpose(source, destination).value_or(""))

@@ -76,10 +76,12 @@ LedgerSnapshot trickyBooks()
     return built;
 }
 
+/// Only what a spreadsheet would take for a formula is written behind an apostrophe.
 void expectField(const std::string& field, const std::string& value)
 {
-    const bool isValue = field == value || field == "'" + value;
-    RC_ASSERT(isValue);
+    const auto first = value.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
+    const bool isFormula = first != std::string::npos && std::string_view{"=+-@"}.find(value[first]) != std::string::npos;
+    RC_ASSERT(field == (isFormula ? "'" + value : value));
 }
 
 }
