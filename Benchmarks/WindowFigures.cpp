@@ -123,11 +123,11 @@ void printMemory(std::string_view when)
 }
 
 /// Prints how long an operation took and how long it kept the window from answering.
-void printHold(std::string_view name, const std::function<void()>& work)
+void printHold(std::string_view name, int times, const std::function<void()>& work)
 {
     Samples whole;
     Samples held;
-    {
+    for (int each = 0; each < times; ++each) {
         const LoopHold hold;
         whole.time(work);
         held.add(hold.longest());
@@ -312,7 +312,7 @@ void measure(const Options& options)
     const ServiceProcess service{options.program, options.database};
     Window window{service.port()};
     printMemory("before signing in");
-    printHold("sign in, until the ledger is filled",
+    printHold("sign in, until the ledger is filled", 1,
               [&] { window.carryOut(window.store.login(ServedBooks::email, ServedBooks::password)); });
     printMemory(fmt::format("with {} entries", window.browser->book()->size()));
     Figures figures{window, options.repetitions};
@@ -321,12 +321,12 @@ void measure(const Options& options)
     figures.scrolling();
     figures.selecting();
     figures.bare();
-    for (int each = 0; each < 3; ++each) {
-        printHold("refresh, nothing new", [&] { window.carryOut(window.store.refresh(true)); });
-        printHold("record an entry, until it is shown",
-                  [&] { window.carryOut(window.store.postTransaction(incomeFor(window.store), true)); });
-    }
-    printMemory("at the end");
+    printMemory("after looking at it in every way");
+    constexpr int reloads = 20;
+    printHold("refresh, nothing new", reloads, [&] { window.carryOut(window.store.refresh(true)); });
+    printHold("record an entry, until it is shown", reloads,
+              [&] { window.carryOut(window.store.postTransaction(incomeFor(window.store), true)); });
+    printMemory(fmt::format("after {} entries recorded", reloads));
 }
 
 }
