@@ -27,6 +27,7 @@
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
+#include "Tallyfold/ProcessMemory.h"
 
 using namespace LedgerService;
 
@@ -341,6 +342,7 @@ int main(int argc, char** argv)
         ->required();
     app.add_option("--repetitions", options.repetitions, "How often each step is taken")->capture_default_str();
     CLI11_PARSE(app, argc, argv);
+    giveBackLargeBlocks();
     QApplication application{argc, argv};
     Theme::current().followDesktop();
     measure(options);

@@ -14,6 +14,7 @@
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
 #include "Tallyfold/ProcessAge.h"
+#include "Tallyfold/ProcessMemory.h"
 #include "Tallyfold/TallyfoldApp.h"
 
 namespace {
@@ -54,6 +55,7 @@ int main(int argc, char** argv)
     describe(command, options);
     CLI11_PARSE(command, argc, argv);
 
+    giveBackLargeBlocks();
     QApplication application{argc, argv};
     QApplication::setApplicationName(QStringLiteral("Tallyfold"));
     QApplication::setApplicationVersion(QStringLiteral(TALLYFOLD_VERSION));

@@ -80,7 +80,8 @@ LedgerSnapshot trickyBooks()
 void expectField(const std::string& field, const std::string& value)
 {
     const auto first = value.find_first_not_of(" \t\r\n\xEF\xBB\xBF");
-    const bool isFormula = first != std::string::npos && std::string_view{"=+-@"}.find(value[first]) != std::string::npos;
+    const bool isFormula =
+        first != std::string::npos && std::string_view{"=+-@"}.find(value[first]) != std::string::npos;
     RC_ASSERT(field == (isFormula ? "'" + value : value));
 }
 
