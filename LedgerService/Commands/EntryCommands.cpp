@@ -5,11 +5,11 @@
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Entries/EntryReference.h"
 #include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
+#include "LedgerService/Access/ReceiptAccess.h"
 #include "LedgerService/Books/PostingRows.h"
 #include "LedgerService/Books/ReversalRows.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
@@ -57,8 +57,7 @@ std::vector<Attachment> attachmentsOf(const Act& act, const std::vector<std::str
     for (const auto& id : ids) {
         if (attachments.size() == EntryLimits::receipts) // a command with more is refused whatever they are
             break;
-        auto receipt = AttachmentRepository::find(act.connection, act.companyID, id);
-        if (receipt && (receipt->attachment.transactionID || receipt->memberID == act.member.id))
+        if (auto receipt = ReceiptAccess::find(act.connection, act.companyID, act.member, id))
             attachments.push_back(std::move(receipt->attachment));
     }
     return attachments;

@@ -12,6 +12,13 @@ SnapshotReply sessionReply(const IssuedSession& session)
             .opensSession = true};
 }
 
+std::expected<NewSnapshot, Refusal> snapshotUnless(std::optional<Refusal> refusal)
+{
+    if (refusal)
+        return std::unexpected(*std::move(refusal));
+    return NewSnapshot{};
+}
+
 Outcome Answer<NewSnapshot>::reply(const MemberCall& call, const NewSnapshot& result)
 {
     SnapshotReply reply{.reader = call.owner(), .asked = {}, .beside = {}};

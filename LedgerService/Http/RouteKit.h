@@ -37,6 +37,9 @@ BOOST_DESCRIBE_STRUCT(NewSnapshot, (), (key, value))
 /// {"token":"…","snapshot":{…}}
 SnapshotReply sessionReply(const IssuedSession& session);
 
+/// The snapshot after a command, unless it was refused.
+std::expected<NewSnapshot, Refusal> snapshotUnless(std::optional<Refusal> refusal);
+
 /// How a result becomes a reply, and how the reply to a repeated command is made from what was kept of the first.
 template <class Result>
 struct Answer {

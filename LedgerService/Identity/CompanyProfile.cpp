@@ -30,7 +30,7 @@ Refusal refusalOf(CompanySettings::Refusal refusal)
     return Refusal::of(ServiceCode::internalError, "The refusal has no words.");
 }
 
-Company companyOf(const MemberAct& act)
+Company companyOf(const CommandAct& act)
 {
     auto company = CompanyRepository::find(act.connection, act.companyID);
     require(company.has_value(), "a member's company exists");
@@ -39,7 +39,7 @@ Company companyOf(const MemberAct& act)
 
 }
 
-std::optional<Refusal> CompanyProfile::change(const MemberAct& act, const SettingsUpdate& update)
+std::optional<Refusal> CompanyProfile::change(const CommandAct& act, const SettingsUpdate& update)
 {
     if (const auto refused = CompanySettings::whyNot(update, act.member))
         return refusalOf(*refused);
@@ -57,7 +57,7 @@ std::optional<Refusal> CompanyProfile::change(const MemberAct& act, const Settin
     return std::nullopt;
 }
 
-std::optional<Refusal> CompanyProfile::chooseColor(const MemberAct& act, const TransactionColorSelection& selection)
+std::optional<Refusal> CompanyProfile::chooseColor(const CommandAct& act, const TransactionColorSelection& selection)
 {
     if (!MemberRights::canManage(act.member))
         return refusalOf(CompanySettings::Refusal::notManager);

@@ -4,7 +4,7 @@
 
 #include "LedgerCore/Domain/Records/MemberCommands.h"
 #include "LedgerCore/Domain/Records/TransactionColorSelection.h"
-#include "LedgerService/Identity/MemberAct.h"
+#include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 
 namespace LedgerService {
@@ -13,9 +13,9 @@ namespace LedgerService {
 namespace CompanyProfile {
 
 /// The name and the countries are the company's; the locale is the one in which the acting member is written to.
-std::optional<Refusal> change(const MemberAct& act, const SettingsUpdate& update);
+std::optional<Refusal> change(const CommandAct& act, const SettingsUpdate& update);
 
-std::optional<Refusal> chooseColor(const MemberAct& act, const TransactionColorSelection& selection);
+std::optional<Refusal> chooseColor(const CommandAct& act, const TransactionColorSelection& selection);
 
 }
 

@@ -58,7 +58,7 @@ std::optional<Refusal> whyNotGive(Connection& connection, std::string_view compa
     return refused ? std::optional{MembershipRefusal::of(*refused)} : std::nullopt;
 }
 
-std::optional<Refusal> whyNotInvite(const MemberAct& act, const Invite& terms)
+std::optional<Refusal> whyNotInvite(const CommandAct& act, const Invite& terms)
 {
     if (auto refusal = whyNotGive(act.connection, act.companyID, terms, act.member))
         return refusal;
@@ -87,7 +87,7 @@ PendingInvitation described(const Invitation& invitation, std::string_view now)
 
 }
 
-std::expected<Invitations::Made, Refusal> Invitations::invite(const MemberAct& act, const Invite& invite)
+std::expected<Invitations::Made, Refusal> Invitations::invite(const CommandAct& act, const Invite& invite)
 {
     auto terms = tidied(invite);
     if (auto refusal = whyNotInvite(act, terms))
@@ -106,7 +106,7 @@ std::expected<Invitations::Made, Refusal> Invitations::invite(const MemberAct& a
     return made;
 }
 
-std::expected<InvitationListResponse, Refusal> Invitations::pending(const MemberAct& act)
+std::expected<InvitationListResponse, Refusal> Invitations::pending(const CommandAct& act)
 {
     if (!MemberRights::canManage(act.member))
         return std::unexpected(MembershipRefusal::of(MembershipRules::Refusal::notManager));
@@ -116,7 +116,7 @@ std::expected<InvitationListResponse, Refusal> Invitations::pending(const Member
     return list;
 }
 
-std::expected<InvitationListResponse, Refusal> Invitations::revoke(const MemberAct& act, std::string_view id)
+std::expected<InvitationListResponse, Refusal> Invitations::revoke(const CommandAct& act, std::string_view id)
 {
     if (!MemberRights::canManage(act.member))
         return std::unexpected(MembershipRefusal::of(MembershipRules::Refusal::notManager));

@@ -8,7 +8,7 @@
 
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/MemberCommands.h"
-#include "LedgerService/Identity/MemberAct.h"
+#include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Storage/Rows/InvitationRepository.h"
 #include "LedgerService/Storage/Rows/SessionRepository.h"
@@ -29,13 +29,13 @@ struct Made {
 };
 
 /// What was open for the same address is revoked.
-std::expected<Made, Refusal> invite(const MemberAct& act, const Invite& invite);
+std::expected<Made, Refusal> invite(const CommandAct& act, const Invite& invite);
 
 /// What was neither accepted nor revoked, for those who manage the company.
-std::expected<InvitationListResponse, Refusal> pending(const MemberAct& act);
+std::expected<InvitationListResponse, Refusal> pending(const CommandAct& act);
 
 /// Replies what is left. Revoking twice does no harm.
-std::expected<InvitationListResponse, Refusal> revoke(const MemberAct& act, std::string_view id);
+std::expected<InvitationListResponse, Refusal> revoke(const CommandAct& act, std::string_view id);
 
 /// The invitation that this code opens to the person with this address. One and the same refusal for a code that does
 /// not exist, was used, revoked, has expired, was given to somebody else, or came from somebody who could not give it

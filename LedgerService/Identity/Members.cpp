@@ -18,7 +18,7 @@
 
 namespace LedgerService {
 
-std::optional<Refusal> Members::change(const MemberAct& act, std::string_view memberID, const MemberUpdate& update)
+std::optional<Refusal> Members::change(const CommandAct& act, std::string_view memberID, const MemberUpdate& update)
 {
     if (!MemberRights::canManage(act.member)) // who that is plays no part for those who may not ask
         return MembershipRefusal::of(MembershipRules::Refusal::notManager);
@@ -36,7 +36,7 @@ std::optional<Refusal> Members::change(const MemberAct& act, std::string_view me
     return std::nullopt;
 }
 
-std::optional<Refusal> Members::rename(const MemberAct& act, const ProfileUpdate& update)
+std::optional<Refusal> Members::rename(const CommandAct& act, const ProfileUpdate& update)
 {
     if (!Naming::isName(update.name))
         return Refusal::of(ServiceCode::validationError, "A name is one line that says something.");
@@ -53,7 +53,7 @@ std::optional<Refusal> Members::rename(const MemberAct& act, const ProfileUpdate
     return std::nullopt;
 }
 
-std::optional<Refusal> Members::select(const MemberAct& act, const CategorySelection& selection)
+std::optional<Refusal> Members::select(const CommandAct& act, const CategorySelection& selection)
 {
     const auto category = CategoryRepository::find(act.connection, act.companyID, selection.categoryID);
     if (!category)

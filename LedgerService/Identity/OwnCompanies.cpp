@@ -33,7 +33,7 @@ IssuedSession open(const OwnCompanies::Visit& visit, const SessionOwner& owner)
 
 }
 
-CompanyChoices OwnCompanies::choices(const MemberAct& act, const ServicePolicy& policy)
+CompanyChoices OwnCompanies::choices(const CommandAct& act, const ServicePolicy& policy)
 {
     CompanyChoices choices;
     for (const auto& each : MemberRepository::memberships(act.connection, act.member.userID)) {

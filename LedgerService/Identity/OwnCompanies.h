@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Identity/Authentication.h"
-#include "LedgerService/Identity/MemberAct.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 
@@ -15,11 +15,11 @@ namespace LedgerService {
 namespace OwnCompanies {
 
 /// Those that are open to the person, in the order in which the person joined them.
-CompanyChoices choices(const MemberAct& act, const ServicePolicy& policy);
+CompanyChoices choices(const CommandAct& act, const ServicePolicy& policy);
 
 /// A person who is signed in, with the token that it goes by.
 struct Visit {
-    MemberAct act;
+    CommandAct act;
     const Service& service;
     std::string_view token;
 };

@@ -2,7 +2,7 @@
 
 #include "LedgerCore/Domain/Records/AccessCommands.h"
 #include "LedgerService/Http/RouteKit.h"
-#include "LedgerService/Http/Routes/MemberCalls.h"
+#include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Identity/CompanyProfile.h"
 #include "LedgerService/Identity/OwnCompanies.h"
@@ -13,22 +13,22 @@ namespace {
 
 std::expected<NewSnapshot, Refusal> change(const MemberCall& call, const SettingsUpdate& body)
 {
-    return snapshotUnless(CompanyProfile::change(memberActOf(call), body));
+    return snapshotUnless(CompanyProfile::change(actOf(call), body));
 }
 
 std::expected<NewSnapshot, Refusal> chooseColor(const MemberCall& call, const TransactionColorSelection& body)
 {
-    return snapshotUnless(CompanyProfile::chooseColor(memberActOf(call), body));
+    return snapshotUnless(CompanyProfile::chooseColor(actOf(call), body));
 }
 
 std::expected<CompanyChoices, Refusal> choices(const MemberCall& call)
 {
-    return OwnCompanies::choices(memberActOf(call), call.service.policy);
+    return OwnCompanies::choices(actOf(call), call.service.policy);
 }
 
 std::expected<IssuedSession, Refusal> enter(const MemberCall& call, const CompanySwitch& body)
 {
-    return OwnCompanies::enter({memberActOf(call), call.service, call.request.token}, body.companyID);
+    return OwnCompanies::enter({actOf(call), call.service, call.request.token}, body.companyID);
 }
 
 constexpr std::array routes{

@@ -2,7 +2,7 @@
 
 #include "LedgerCore/Domain/Records/AccessCommands.h"
 #include "LedgerService/Http/RouteKit.h"
-#include "LedgerService/Http/Routes/MemberCalls.h"
+#include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Identity/Invitations.h"
 #include "LedgerService/Identity/OwnCompanies.h"
@@ -14,7 +14,7 @@ namespace {
 
 std::expected<InviteResponse, Refusal> invite(const MemberCall& call, const Invite& body)
 {
-    auto made = Invitations::invite(memberActOf(call), body);
+    auto made = Invitations::invite(actOf(call), body);
     if (!made)
         return std::unexpected(std::move(made.error()));
     return InviteResponse{std::move(made->code)};
@@ -22,12 +22,12 @@ std::expected<InviteResponse, Refusal> invite(const MemberCall& call, const Invi
 
 std::expected<InvitationListResponse, Refusal> pending(const MemberCall& call)
 {
-    return Invitations::pending(memberActOf(call));
+    return Invitations::pending(actOf(call));
 }
 
 std::expected<InvitationListResponse, Refusal> revoke(const MemberCall& call)
 {
-    return Invitations::revoke(memberActOf(call), call.parameters.front());
+    return Invitations::revoke(actOf(call), call.parameters.front());
 }
 
 std::expected<InvitationPreview, Refusal> preview(const MemberCall& call, const InvitationLookup& body)
@@ -41,7 +41,7 @@ std::expected<InvitationPreview, Refusal> preview(const MemberCall& call, const 
 
 std::expected<IssuedSession, Refusal> accept(const MemberCall& call, const InvitationAcceptance& body)
 {
-    return OwnCompanies::join({memberActOf(call), call.service, call.request.token}, body.code, body.locale);
+    return OwnCompanies::join({actOf(call), call.service, call.request.token}, body.code, body.locale);
 }
 
 constexpr std::array routes{

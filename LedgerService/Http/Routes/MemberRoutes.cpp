@@ -1,7 +1,7 @@
 #include <array>
 
 #include "LedgerService/Http/RouteKit.h"
-#include "LedgerService/Http/Routes/MemberCalls.h"
+#include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Identity/Members.h"
 
@@ -11,17 +11,17 @@ namespace {
 
 std::expected<NewSnapshot, Refusal> change(const MemberCall& call, const MemberUpdate& body)
 {
-    return snapshotUnless(Members::change(memberActOf(call), call.parameters.front(), body));
+    return snapshotUnless(Members::change(actOf(call), call.parameters.front(), body));
 }
 
 std::expected<NewSnapshot, Refusal> rename(const MemberCall& call, const ProfileUpdate& body)
 {
-    return snapshotUnless(Members::rename(memberActOf(call), body));
+    return snapshotUnless(Members::rename(actOf(call), body));
 }
 
 std::expected<NewSnapshot, Refusal> select(const MemberCall& call, const CategorySelection& body)
 {
-    return snapshotUnless(Members::select(memberActOf(call), body));
+    return snapshotUnless(Members::select(actOf(call), body));
 }
 
 constexpr std::array routes{
