@@ -7,6 +7,7 @@
 namespace LedgerService {
 
 class Database;
+class Postbox;
 class ReceiptFolder;
 
 /// Tells the time; tests set it.
@@ -34,6 +35,7 @@ struct ServicePolicy {
 struct Service {
     Database& database;
     const ReceiptFolder& receipts;
+    Postbox& postbox;
     Clock clock;
     ServicePolicy policy;
     std::string origin{}; // the client's address as limits count it; empty before a request is known

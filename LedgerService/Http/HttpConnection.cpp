@@ -268,6 +268,8 @@ WorkLane* HttpConnection::laneOf(const RouteMatch& match) const
         return nullptr;
     if (match.route->lane == Lane::signIn)
         return &m_shared.lanes.signIns;
+    if (match.route->lane == Lane::mail)
+        return &m_shared.lanes.mails;
     return m_safe ? &m_shared.lanes.readers : &m_shared.lanes.writers;
 }
 

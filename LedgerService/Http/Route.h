@@ -64,6 +64,7 @@ enum class Lane {
     byMethod,  // with those that read, or with those that write
     signIn,    // with those that hash passwords
     files,     // prepared with those that write files
+    mail,      // with those that ask a mail server
     immediate, // at once: the handler neither blocks nor asks the database
 };
 

@@ -16,6 +16,7 @@
 #include "LedgerService/Http/ConnectionTable.h"
 #include "LedgerService/Http/HttpConnection.h"
 #include "LedgerService/Log.h"
+#include "LedgerService/Mail/Postbox.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
 
@@ -34,6 +35,8 @@ constexpr unsigned fewestWorkers = 4;
 constexpr unsigned fileWorkers = 2;
 /// Each hash of a password takes 64 MiB.
 constexpr unsigned mostHashers = 2;
+/// They wait for a mail server.
+constexpr unsigned mailThreads = 2;
 /// After a failed accept, such as too many open files, the next one is tried no sooner.
 constexpr std::chrono::milliseconds pauseAfterFailure{100};
 
@@ -60,14 +63,20 @@ std::expected<TrustedProxies, std::string> proxiesOf(const ServerOptions& option
 }
 
 struct Server::State {
-    State(ServerOptions given, TrustedProxies trusted, std::unique_ptr<Database> opened)
-        : options(std::move(given)), proxies(std::move(trusted)), database(std::move(opened)), routes(options.routes),
-          receipts(options.databaseFile),
-          dispatcher({.database = *database, .receipts = receipts, .clock = options.clock, .policy = options.policy}),
+    State(ServerOptions given, TrustedProxies trusted, std::unique_ptr<Database> opened,
+          std::unique_ptr<MailTransport> transport)
+        : options(std::move(given)), proxies(std::move(trusted)), database(std::move(opened)),
+          postbox(std::make_unique<Postbox>(*database, options.clock, options.mail, std::move(transport))),
+          routes(options.routes), receipts(options.databaseFile), dispatcher({.database = *database,
+                                                                              .receipts = receipts,
+                                                                              .postbox = *postbox,
+                                                                              .clock = options.clock,
+                                                                              .policy = options.policy}),
           lanes{.readers = WorkLane{workerCount()},
                 .writers = WorkLane{workerCount()},
                 .files = WorkLane{fileWorkers},
-                .signIns = WorkLane{hasherCount(), options.limits.signInsWaiting}},
+                .signIns = WorkLane{hasherCount(), options.limits.signInsWaiting},
+                .mails = WorkLane{mailThreads, options.limits.signInsWaiting}},
           commands(dispatcher, *database, options.limits), connections(options.limits),
           shared{.dispatcher = dispatcher,
                  .routes = routes,
@@ -91,6 +100,7 @@ struct Server::State {
     ServerOptions options;
     TrustedProxies proxies;
     std::unique_ptr<Database> database;
+    std::unique_ptr<Postbox> postbox;
     RouteTable routes;
     ReceiptFolder receipts;
     Dispatcher dispatcher;
@@ -198,7 +208,11 @@ std::expected<std::unique_ptr<Server>, std::string> Server::start(ServerOptions 
     auto database = Database::open(options.databaseFile);
     if (!database)
         return std::unexpected(std::move(database.error()));
-    auto state = std::make_unique<State>(std::move(options), *std::move(proxies), *std::move(database));
+    auto transport = options.mail.transport();
+    if (!transport)
+        return std::unexpected(std::move(transport.error()));
+    auto state =
+        std::make_unique<State>(std::move(options), *std::move(proxies), *std::move(database), *std::move(transport));
     try {
         state->listen();
     } catch (const boost::system::system_error& failure) {
@@ -231,13 +245,14 @@ void Server::stop()
         return;
     asio::post(m_state->network, [state = m_state.get()] { state->beginStop(); });
     m_state->thread.join();
-    for (auto* lane :
-         {&m_state->lanes.readers, &m_state->lanes.writers, &m_state->lanes.files, &m_state->lanes.signIns}) {
+    auto& lanes = m_state->lanes;
+    for (auto* lane : {&lanes.readers, &lanes.writers, &lanes.files, &lanes.signIns, &lanes.mails}) {
         lane->pool.stop(); // nobody is left to hear the answers of what still queues
         lane->pool.join();
     }
     m_state->commands.stop();
     m_state->connections.clear();
+    m_state->postbox.reset();
     m_state->database.reset();
 }
 

@@ -25,6 +25,7 @@ struct WorkLanes {
     WorkLane writers; // may all wait for the database's lock, and readers do not wait with them
     WorkLane files;   // receive files, which the disk takes its time to keep
     WorkLane signIns; // hash passwords, which takes a processor for tens of milliseconds
+    WorkLane mails;   // may wait for a mail server
 };
 
 }

@@ -109,6 +109,27 @@ struct Arguments {
     CreateCompany::Order order;
 };
 
+void declareMail(CLI::App& serve, Serve::Options& serving)
+{
+    serve.add_option("--mail-from", serving.mailFrom, "Address that the service's mail comes from")->type_name("EMAIL");
+    auto* spool = serve.add_option("--mail-spool", serving.mailSpool,
+                                   "Put mail as .eml files into this folder; without a mail server and on a loopback "
+                                   "address, FILE.mail beside the database");
+    spool->type_name("FOLDER");
+    auto* server = serve.add_option("--smtp", serving.smtpServer,
+                                    "Mail server: smtps://HOST, or smtp://HOST:PORT made secure by STARTTLS");
+    server->type_name("URL")->excludes(spool);
+    serve.add_option("--smtp-user", serving.smtpUser, "User at the mail server")->type_name("NAME")->needs(server);
+    serve.add_option("--smtp-password-file", serving.smtpPasswordFile, "File whose first line is the user's password")
+        ->type_name("FILE")
+        ->needs(server);
+    serve
+        .add_option("--smtp-ca", serving.smtpAuthorities,
+                    "File of certificates to trust the mail server by, instead of the system's")
+        ->type_name("FILE")
+        ->needs(server);
+}
+
 CLI::App& declareServe(CLI::App& app, Arguments& into)
 {
     auto& serve = *app.add_subcommand("serve", "Answer clients until told to end");
@@ -131,6 +152,7 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
     serve
         .add_option("--metrics", serving.metrics, "Numeric address and port where figures are collected; none without")
         ->type_name("ADDRESS:PORT");
+    declareMail(serve, serving);
     serve.add_flag("--quiet", serving.quiet, "Log failures only");
     return serve;
 }

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstdio>
+#include <fstream>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/address.hpp>
@@ -82,6 +83,29 @@ std::optional<Serve::Endpoint> Serve::parseEndpoint(const std::string& text)
     return Endpoint{address, *port};
 }
 
+std::expected<MailSettings, std::string> Serve::mailSettings(const Options& options, bool local)
+{
+    MailSettings settings;
+    if (!options.mailFrom.empty())
+        settings.sender = options.mailFrom;
+    settings.spoolFolder = options.mailSpool;
+    if (options.smtpServer.empty()) {
+        if (settings.spoolFolder.empty() && local)
+            settings.spoolFolder = options.databaseFile + ".mail";
+        return settings;
+    }
+    if (options.mailFrom.empty())
+        return std::unexpected("a mail server takes mail from an address: name it with --mail-from");
+    settings.smtp = {
+        .url = options.smtpServer, .user = options.smtpUser, .password = {}, .authorities = options.smtpAuthorities};
+    if (options.smtpPasswordFile.empty())
+        return settings;
+    std::ifstream file{options.smtpPasswordFile};
+    if (!std::getline(file, settings.smtp.password))
+        return std::unexpected("cannot read the password of the mail server from " + options.smtpPasswordFile);
+    return settings;
+}
+
 int Serve::run(const Options& options)
 {
     auto endpoint = parseEndpoint(options.listen);
@@ -97,14 +121,18 @@ int Serve::run(const Options& options)
     if (auto refused = DatabaseFile::whyNotSafe(options.databaseFile))
         return fail(*refused);
     Log::start(options.quiet ? Log::Level::failures : Log::Level::requests);
-    const bool demonstration = options.demonstration.value_or(endpoint->isLoopback() && !options.behindTlsProxy);
+    const bool local = endpoint->isLoopback() && !options.behindTlsProxy;
+    auto mail = mailSettings(options, local);
+    if (!mail)
+        return fail(mail.error());
     ServerOptions serverOptions;
     serverOptions.address = endpoint->address;
     serverOptions.port = endpoint->port;
     serverOptions.databaseFile = options.databaseFile;
     serverOptions.behindProxy = options.behindTlsProxy;
     serverOptions.trustedProxies = options.trustedProxies;
-    serverOptions.policy.demonstration = demonstration;
+    serverOptions.policy.demonstration = options.demonstration.value_or(local);
+    serverOptions.mail = *std::move(mail);
     serverOptions.routes = allRoutes();
     EndSignals endSignals;
     const auto server = Server::start(std::move(serverOptions));

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <expected>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "LedgerService/Mail/MailTransport.h"
 
 namespace LedgerService {
 
@@ -18,7 +21,13 @@ struct Options {
     std::vector<std::string> trustedProxies; // with behindTlsProxy; empty: whoever connects is the proxy
     std::optional<bool> demonstration;       // unset: on a loopback address only
     std::string metrics;                     // address and port; empty: figures are not given
-    bool quiet = false;                      // logs failures only
+    std::string mailFrom;                    // address; needed with a mail server
+    std::string mailSpool;                   // folder; with none and no server, beside the database on loopback
+    std::string smtpServer;                  // smtps://host or smtp://host:port
+    std::string smtpUser;
+    std::string smtpPasswordFile; // its first line
+    std::string smtpAuthorities;  // file of certificates
+    bool quiet = false;           // logs failures only
 };
 
 struct Endpoint {
@@ -32,6 +41,10 @@ struct Endpoint {
 
 /// Reads "127.0.0.1:48731" or "[::1]:48731"; nothing for other texts.
 std::optional<Endpoint> parseEndpoint(const std::string& text);
+
+/// How mail leaves the service with these options, or in words what is wrong with them. `local` tells that the service
+/// is reached from this machine alone.
+std::expected<MailSettings, std::string> mailSettings(const Options& options, bool local);
 
 /// Serves until SIGTERM or SIGINT, then ends cleanly; the exit code.
 int run(const Options& options);

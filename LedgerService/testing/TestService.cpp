@@ -1,6 +1,10 @@
 #include "LedgerService/testing/TestService.h"
 
 #include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <set>
+#include <thread>
 
 #include <fmt/core.h>
 #include <unistd.h>
@@ -65,6 +69,7 @@ TestService::TestService(const std::function<void(ServerOptions&)>& adjust)
     options.databaseFile = databaseFile();
     options.routes = allRoutes();
     options.clock = clock();
+    options.mail.spoolFolder = m_folder.file("mail");
     adjust(options);
     write([](Connection& connection) { foundSample(connection, "sample"); });
     auto server = Server::start(std::move(options));
@@ -111,6 +116,25 @@ void TestService::write(const std::function<void(Connection&)>& work)
     Transaction transaction{*loan, Transaction::Mode::writing};
     work(*loan);
     transaction.commit();
+}
+
+std::vector<std::string> TestService::mails(std::size_t count) const
+{
+    const auto until = std::chrono::steady_clock::now() + std::chrono::seconds{10};
+    std::set<std::filesystem::path> files;
+    while (files.size() < count && std::chrono::steady_clock::now() < until) {
+        std::this_thread::yield();
+        for (const auto& each : std::filesystem::directory_iterator{m_folder.file("mail")}) {
+            if (each.path().extension() == ".eml")
+                files.insert(each.path());
+        }
+    }
+    std::vector<std::string> mails;
+    for (const auto& each : files) {
+        std::ifstream file{each};
+        mails.emplace_back(std::istreambuf_iterator<char>{file}, std::istreambuf_iterator<char>{});
+    }
+    return mails;
 }
 
 std::string TestService::problems() const

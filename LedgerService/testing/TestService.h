@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerService/Http/Server.h"
@@ -66,6 +67,10 @@ public:
 
     /// The service's clock.
     [[nodiscard]] Clock clock() const;
+
+    /// Waits for so many letters that were sent; as they stand in their files, oldest first.
+    [[nodiscard]] std::vector<std::string> mails(std::size_t count) const;
+
     void moveClock(std::chrono::seconds by) { *m_offset += by; }
     void stop() { m_server->stop(); }
 

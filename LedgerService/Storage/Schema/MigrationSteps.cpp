@@ -288,6 +288,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{receiptFileStep},
         Step{InvitationSchema::statements},
         Step{auditStep},
+        Step{PeopleSchema::correspondence()},
     };
     return steps;
 }

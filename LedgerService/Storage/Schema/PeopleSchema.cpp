@@ -42,11 +42,53 @@ constexpr std::array personStatements{
     ) STRICT)sql",
 };
 
+// Codes and tickets stand as digests. A challenge without a person or an invitation can never be met: it was asked for
+// with an address that nobody is registered with.
+constexpr std::array correspondenceStatements{
+    R"sql(
+    CREATE TABLE mails (
+        id TEXT PRIMARY KEY,
+        recipient TEXT NOT NULL,
+        locale TEXT NOT NULL,
+        subject TEXT NOT NULL,
+        body TEXT NOT NULL,
+        created_at TEXT NOT NULL,
+        expires_at TEXT NOT NULL,
+        next_try_at TEXT NOT NULL,
+        tries INTEGER NOT NULL
+    ) STRICT)sql",
+    R"sql(
+    CREATE INDEX mails_by_next_try ON mails (next_try_at))sql",
+    R"sql(
+    CREATE TABLE access_challenges (
+        id TEXT PRIMARY KEY,
+        purpose TEXT NOT NULL,
+        email TEXT NOT NULL,
+        locale TEXT NOT NULL,
+        user_id TEXT REFERENCES users (id),
+        company_id TEXT,
+        invitation_id TEXT,
+        code_hash TEXT NOT NULL,
+        tries INTEGER NOT NULL,
+        ticket_hash TEXT,
+        expires_at TEXT NOT NULL
+    ) STRICT)sql",
+    R"sql(
+    CREATE INDEX access_challenges_by_expiry ON access_challenges (expires_at))sql",
+    R"sql(
+    CREATE INDEX access_challenges_by_email ON access_challenges (email))sql",
+};
+
 }
 
 std::span<const char* const> PeopleSchema::persons()
 {
     return personStatements;
+}
+
+std::span<const char* const> PeopleSchema::correspondence()
+{
+    return correspondenceStatements;
 }
 
 }

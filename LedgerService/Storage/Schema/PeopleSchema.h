@@ -11,6 +11,9 @@ namespace PeopleSchema {
 /// from which they have signed in.
 std::span<const char* const> persons();
 
+/// Mail that waits to be sent, and one-time codes that wait to be entered.
+std::span<const char* const> correspondence();
+
 }
 
 }
