@@ -58,6 +58,15 @@ std::string Random::identifier()
     return text(identifierBytes);
 }
 
+std::string Random::digits(std::size_t count)
+{
+    prepareLibrary();
+    std::string digits;
+    for (std::size_t at = 0; at < count; ++at)
+        digits += static_cast<char>('0' + randombytes_uniform(10));
+    return digits;
+}
+
 std::string Random::digest(std::string_view content)
 {
     return hexadecimal(hashOf(content));

@@ -16,6 +16,9 @@ std::string text(std::size_t bytes);
 /// A new identifier: short, opaque, never issued before.
 std::string identifier();
 
+/// This many unguessable decimal digits.
+std::string digits(std::size_t count);
+
 /// 256 bits of digest in lower-case hexadecimal.
 std::string digest(std::string_view content);
 

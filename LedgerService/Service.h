@@ -19,13 +19,26 @@ struct AttemptLimits {
     int signInsPerPerson = 10; // from one address
     int signInsPerAddress = 100;
     int demonstrationsPerAddress = 300;
+    int registrationsPerAddress = 10;
+    int codesPerPerson = 5; // mailed, from one address
+    int codesPerAddress = 30;
+    int codeTriesPerAddress = 60;
     // For one person from all places together at which that person has not signed in before.
     std::chrono::seconds strangersWindow{24 * 60 * 60};
     int strangersPerPerson = 100;
+    int strangersCodesPerPerson = 10;
+};
+
+/// Who may open a company without the operator.
+enum class RegistrationMode {
+    review, // whoever applies, once the operator has approved the company
+    open,   // whoever applies, at once
+    closed, // nobody; invited people register all the same
 };
 
 /// What an operator decides about a running service.
 struct ServicePolicy {
+    RegistrationMode registration = RegistrationMode::review;
     bool demonstration = false; // whether anyone may enter the demonstration companies
     std::chrono::hours sessionLifetime{30 * 24};
     AttemptLimits limits;

@@ -13,6 +13,8 @@
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Identity/InvitationCode.h"
 #include "LedgerService/Identity/MembershipRefusal.h"
+#include "LedgerService/Mail/MailTexts.h"
+#include "LedgerService/Mail/Outbox.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
 #include "LedgerService/Storage/Rows/CompanyHistory.h"
@@ -85,6 +87,34 @@ PendingInvitation described(const Invitation& invitation, std::string_view now)
             .status = invitation.isExpired(now) ? "expired" : "pending"};
 }
 
+/// The invitation if it still is what this person was given.
+std::expected<Invitation, Refusal> usable(Connection& connection, std::optional<Invitation> invitation,
+                                          std::string_view email, std::string_view now)
+{
+    if (!invitation || !invitation->isOpen() || invitation->isExpired(now) ||
+        invitation->terms.email != UserRepository::normalized(email))
+        return std::unexpected(invalid());
+    const auto company = CompanyRepository::find(connection, invitation->companyID);
+    if (!company || company->demo || Authentication::whyNotOpen(company->approvalStatus))
+        return std::unexpected(invalid());
+    const auto giver = MemberRepository::find(connection, invitation->companyID, invitation->invitedBy);
+    if (!giver || whyNotGive(connection, invitation->companyID, invitation->terms, *giver))
+        return std::unexpected(invalid());
+    return *std::move(invitation);
+}
+
+/// Tells the invited person, in the person's language where it is known; the code comes from the inviter.
+void tell(const MemberAct& act, const Invite& terms)
+{
+    const auto person = UserRepository::findByEmail(act.connection, terms.email);
+    const auto company = CompanyRepository::find(act.connection, act.companyID).value_or(Company{});
+    if (company.demo) // which anybody enters
+        return;
+    const MailTexts::Reader reader{terms.email, person ? person->locale : act.member.locale};
+    Outbox::put(act.connection, MailTexts::invitation(reader, company.name, act.member.name),
+                LedgerDay::parseStamp(act.now).value_or(Outbox::Instant{}));
+}
+
 }
 
 std::expected<Invitations::Made, Refusal> Invitations::invite(const CommandAct& act, const Invite& invite)
@@ -103,6 +133,7 @@ std::expected<Invitations::Made, Refusal> Invitations::invite(const CommandAct& 
                              .acceptedAt = {},
                              .revokedAt = {}}};
     InvitationRepository::insert(act.connection, made.invitation, InvitationCode::hash(made.code));
+    tell(act, made.invitation.terms);
     return made;
 }
 
@@ -133,17 +164,14 @@ std::expected<InvitationListResponse, Refusal> Invitations::revoke(const Command
 std::expected<Invitation, Refusal> Invitations::find(Connection& connection, std::string_view code,
                                                      std::string_view email, std::string_view now)
 {
-    auto invitation = InvitationRepository::findByCode(connection, InvitationCode::hash(code));
-    if (!invitation || !invitation->isOpen() || invitation->isExpired(now) ||
-        invitation->terms.email != UserRepository::normalized(email))
-        return std::unexpected(invalid());
-    const auto company = CompanyRepository::find(connection, invitation->companyID);
-    if (!company || company->demo || Authentication::whyNotOpen(company->approvalStatus))
-        return std::unexpected(invalid());
-    const auto giver = MemberRepository::find(connection, invitation->companyID, invitation->invitedBy);
-    if (!giver || whyNotGive(connection, invitation->companyID, invitation->terms, *giver))
-        return std::unexpected(invalid());
-    return *std::move(invitation);
+    return usable(connection, InvitationRepository::findByCode(connection, InvitationCode::hash(code)), email, now);
+}
+
+std::expected<Invitation, Refusal> Invitations::findAgain(Connection& connection, std::string_view companyID,
+                                                          std::string_view id, std::string_view email,
+                                                          std::string_view now)
+{
+    return usable(connection, InvitationRepository::find(connection, companyID, id), email, now);
 }
 
 std::expected<SessionOwner, Refusal> Invitations::join(Connection& connection, const Invitation& invitation,

@@ -43,6 +43,10 @@ std::expected<InvitationListResponse, Refusal> revoke(const CommandAct& act, std
 std::expected<Invitation, Refusal> find(Connection& connection, std::string_view code, std::string_view email,
                                         std::string_view now);
 
+/// The same for an invitation that this code has opened before.
+std::expected<Invitation, Refusal> findAgain(Connection& connection, std::string_view companyID, std::string_view id,
+                                             std::string_view email, std::string_view now);
+
 /// Who joins.
 struct Person {
     std::string userID;

@@ -50,6 +50,17 @@ std::vector<AttemptLimit::Scope> PersonLimits::ofSignIn(const Service& service) 
     return scopes;
 }
 
+std::vector<AttemptLimit::Scope> PersonLimits::ofCodes(const Service& service) const
+{
+    const auto& limits = service.policy.limits;
+    std::vector<AttemptLimit::Scope> scopes{
+        {fmt::format("mail:{}:{}", m_remote, m_person), limits.codesPerPerson, limits.window},
+        {fmt::format("mails:{}", m_remote), limits.codesPerAddress, limits.window}};
+    if (!isKnownPlace(service))
+        scopes.push_back({fmt::format("mailed:{}", m_person), limits.strangersCodesPerPerson, limits.strangersWindow});
+    return scopes;
+}
+
 bool PersonLimits::isKnownPlace(const Service& service) const
 {
     const auto loan = service.database.borrow();

@@ -24,6 +24,9 @@ public:
     /// What an attempt to sign in counts towards. Opens its own transaction.
     [[nodiscard]] std::vector<AttemptLimit::Scope> ofSignIn(const Service& service) const;
 
+    /// What asking for a one-time code by mail counts towards. Opens its own transaction.
+    [[nodiscard]] std::vector<AttemptLimit::Scope> ofCodes(const Service& service) const;
+
     /// The attempt was the person's: it no longer counts, and its place is known from now on. Expects a writing
     /// transaction.
     void settle(Connection& connection, const Service& service, const User& person) const;

@@ -13,6 +13,7 @@
 #include "LedgerService/Operations/CreateCompany.h"
 #include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Operations/EnvironmentOptions.h"
+#include "LedgerService/Operations/PeopleCommands.h"
 #include "LedgerService/Operations/Restore.h"
 #include "LedgerService/Operations/Serve.h"
 #include "LedgerService/Operations/Verify.h"
@@ -152,6 +153,17 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
     serve
         .add_option("--metrics", serving.metrics, "Numeric address and port where figures are collected; none without")
         ->type_name("ADDRESS:PORT");
+    serve
+        .add_option("--registration", serving.registration,
+                    "Who may open a company: 'review', whoever applies and is approved; 'open', whoever applies; "
+                    "'closed', nobody")
+        ->transform(
+            CLI::CheckedTransformer(std::map<std::string, RegistrationMode>{{"review", RegistrationMode::review},
+                                                                            {"open", RegistrationMode::open},
+                                                                            {"closed", RegistrationMode::closed}}))
+        ->default_str("review")
+        ->type_name("review|open|closed")
+        ->option_text("review|open|closed");
     declareMail(serve, serving);
     serve.add_flag("--quiet", serving.quiet, "Log failures only");
     return serve;
@@ -259,6 +271,7 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
     const auto& restoring = declareRestore(app, given);
     const auto& auditing = declareAudit(app, given);
     declareCreateCompany(app, given);
+    const PeopleCommands people{app};
     app.add_subcommand("config", "Print which options are in force for serve, which takes the same ones");
     app.set_config("--config", "", "File with options, those of each command after its name: [serve]")
         ->envname("TALLYFOLD_CONFIG");
@@ -274,6 +287,8 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
         }
         if (serve.count("--demo") > 0)
             given.serving.demonstration = given.demonstration;
+        if (const auto done = people.run())
+            return *done;
         if (serve.parsed())
             return Serve::run(given.serving);
         if (migrating.parsed())

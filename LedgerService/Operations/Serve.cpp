@@ -132,6 +132,7 @@ int Serve::run(const Options& options)
     serverOptions.behindProxy = options.behindTlsProxy;
     serverOptions.trustedProxies = options.trustedProxies;
     serverOptions.policy.demonstration = options.demonstration.value_or(local);
+    serverOptions.policy.registration = options.registration;
     serverOptions.mail = *std::move(mail);
     serverOptions.routes = allRoutes();
     EndSignals endSignals;

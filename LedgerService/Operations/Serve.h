@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "LedgerService/Mail/MailTransport.h"
+#include "LedgerService/Service.h"
 
 namespace LedgerService {
 
@@ -21,9 +22,10 @@ struct Options {
     std::vector<std::string> trustedProxies; // with behindTlsProxy; empty: whoever connects is the proxy
     std::optional<bool> demonstration;       // unset: on a loopback address only
     std::string metrics;                     // address and port; empty: figures are not given
-    std::string mailFrom;                    // address; needed with a mail server
-    std::string mailSpool;                   // folder; with none and no server, beside the database on loopback
-    std::string smtpServer;                  // smtps://host or smtp://host:port
+    RegistrationMode registration = RegistrationMode::review;
+    std::string mailFrom;   // address; needed with a mail server
+    std::string mailSpool;  // folder; with none and no server, beside the database on loopback
+    std::string smtpServer; // smtps://host or smtp://host:port
     std::string smtpUser;
     std::string smtpPasswordFile; // its first line
     std::string smtpAuthorities;  // file of certificates

@@ -10,9 +10,13 @@ namespace LedgerService {
 namespace {
 
 constexpr std::array families{
-    RouteFamilies::health,      RouteFamilies::session,  RouteFamilies::snapshot,   RouteFamilies::transactions,
-    RouteFamilies::attachments, RouteFamilies::accounts, RouteFamilies::categories, RouteFamilies::financialSettings,
-    RouteFamilies::invitations, RouteFamilies::members,  RouteFamilies::company,    RouteFamilies::audit,
+    RouteFamilies::health,       RouteFamilies::session,
+    RouteFamilies::registration, RouteFamilies::access,
+    RouteFamilies::snapshot,     RouteFamilies::transactions,
+    RouteFamilies::attachments,  RouteFamilies::accounts,
+    RouteFamilies::categories,   RouteFamilies::financialSettings,
+    RouteFamilies::invitations,  RouteFamilies::members,
+    RouteFamilies::company,      RouteFamilies::audit,
 };
 
 }

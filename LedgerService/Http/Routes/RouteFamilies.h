@@ -16,6 +16,8 @@ std::span<const Route> categories();
 std::span<const Route> financialSettings();
 std::span<const Route> health();
 std::span<const Route> session();
+std::span<const Route> registration();
+std::span<const Route> access();
 std::span<const Route> snapshot();
 std::span<const Route> transactions();
 std::span<const Route> invitations();

@@ -45,6 +45,14 @@ constexpr auto selectAll = R"sql(
     SELECT id FROM companies ORDER BY created_at, id
 )sql";
 
+constexpr auto countPending = R"sql(
+    SELECT COUNT(*) FROM companies WHERE approval_status = 'pending'
+)sql";
+
+constexpr auto updateApproval = R"sql(
+    UPDATE companies SET approval_status = :status WHERE id = :company
+)sql";
+
 constexpr auto selectTimeZone = R"sql(
     SELECT time_zone FROM companies WHERE id = :company
 )sql";
@@ -81,6 +89,19 @@ std::optional<std::string> CompanyRepository::demoCompanyID(Connection& connecti
     Query query{connection, selectDemo};
     query.bind("locale", locale).into(id);
     return query.next() ? std::optional{id} : std::nullopt;
+}
+
+int CompanyRepository::pendingCount(Connection& connection)
+{
+    int count = 0;
+    Query{connection, countPending}.into(count).next();
+    return count;
+}
+
+void CompanyRepository::writeApproval(Connection& connection, std::string_view companyID,
+                                      std::string_view approvalStatus)
+{
+    Query{connection, updateApproval}.bind("status", approvalStatus).bind("company", companyID).run();
 }
 
 std::optional<std::string> CompanyRepository::timeZone(Connection& connection, std::string_view companyID)

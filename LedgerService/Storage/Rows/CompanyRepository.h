@@ -24,6 +24,11 @@ std::optional<std::string> demoCompanyID(Connection& connection, std::string_vie
 /// Every company of the service, oldest first.
 std::vector<std::string> allIDs(Connection& connection);
 
+/// How many wait for the operator's review.
+int pendingCount(Connection& connection);
+
+void writeApproval(Connection& connection, std::string_view companyID, std::string_view approvalStatus);
+
 /// The time zone whose days the company keeps its books by; nothing for that of the machine.
 std::optional<std::string> timeZone(Connection& connection, std::string_view companyID);
 

@@ -24,6 +24,12 @@ constexpr auto revokeOwned = R"sql(
     UPDATE sessions SET revoked_at = :now WHERE company_id = :company AND member_id = :member AND revoked_at IS NULL
 )sql";
 
+constexpr auto revokePersons = R"sql(
+    UPDATE sessions SET revoked_at = :now
+    WHERE revoked_at IS NULL AND token_hash <> :except AND (company_id, member_id) IN
+        (SELECT company_id, id FROM members WHERE user_id = :user)
+)sql";
+
 constexpr auto deleteExpired = R"sql(
     DELETE FROM sessions WHERE expires_at <= :now
 )sql";
@@ -60,6 +66,12 @@ void SessionRepository::revokeAll(Connection& connection, const SessionOwner& ow
 {
     Query query{connection, revokeOwned};
     query.bind("now", now).bind("company", owner.companyID).bind("member", owner.memberID).run();
+}
+
+void SessionRepository::revokeAllOfPerson(Connection& connection, std::string_view userID, std::string_view now,
+                                          std::string_view exceptHash)
+{
+    Query{connection, revokePersons}.bind("now", now).bind("except", exceptHash).bind("user", userID).run();
 }
 
 void SessionRepository::removeExpired(Connection& connection, std::string_view now)

@@ -28,6 +28,10 @@ void revoke(Connection& connection, std::string_view tokenHash, std::string_view
 /// Ends every token of the member.
 void revokeAll(Connection& connection, const SessionOwner& owner, std::string_view now);
 
+/// Ends every token of the person in all companies but the one with the hash `exceptHash`.
+void revokeAllOfPerson(Connection& connection, std::string_view userID, std::string_view now,
+                       std::string_view exceptHash = "");
+
 void removeExpired(Connection& connection, std::string_view now);
 
 }

@@ -1,0 +1,182 @@
+#include "LedgerService/Identity/PersonRegistration.h"
+
+#include <algorithm>
+#include <array>
+
+#include <fmt/core.h>
+
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Text/AppLanguage.h"
+#include "LedgerCore/Domain/Text/Naming.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Commands/NewCompany.h"
+#include "LedgerService/Identity/AttemptLimit.h"
+#include "LedgerService/Identity/Invitations.h"
+#include "LedgerService/Identity/Password.h"
+#include "LedgerService/Identity/SignIn.h"
+#include "LedgerService/Mail/MailTexts.h"
+#include "LedgerService/Mail/Outbox.h"
+#include "LedgerService/Mail/Postbox.h"
+#include "LedgerService/Random.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
+
+namespace LedgerService {
+
+namespace {
+
+using PersonRegistration::Registered;
+
+constexpr std::size_t mostCountries = 20;
+
+bool isInvited(const Registration& registration)
+{
+    return !TextFold::trimmed(registration.invitationCode.value_or("")).empty();
+}
+
+bool describesCompany(const Registration& registration)
+{
+    return Naming::isName(registration.companyName) && registration.countries.size() <= mostCountries &&
+           std::ranges::all_of(registration.countries, Naming::isCountry);
+}
+
+std::optional<Refusal> whyNotShaped(const Registration& registration)
+{
+    if (!Naming::isName(registration.name) || !Naming::isEmail(UserRepository::normalized(registration.email)))
+        return Refusal::of(ServiceCode::validationError, "The name or the e-mail address is not one.");
+    if (!Password::isAcceptable(registration.password))
+        return Refusal::of(ServiceCode::validationError, "The password is too short or too long.");
+    if (!isInvited(registration) && !describesCompany(registration))
+        return Refusal::of(ServiceCode::validationError, "The company's name or its countries are none.");
+    return std::nullopt;
+}
+
+std::optional<Refusal> whyNotTry(const Service& service, const Registration& registration, std::string_view remote)
+{
+    if (auto refusal = whyNotShaped(registration))
+        return refusal;
+    if (!isInvited(registration) && service.policy.registration == RegistrationMode::closed)
+        return Refusal::of(ServiceCode::forbidden, "This service takes no registrations.");
+    const auto& limits = service.policy.limits;
+    return AttemptLimit::whyNotNow(service,
+                                   std::array{AttemptLimit::Scope{fmt::format("registration:{}", remote),
+                                                                  limits.registrationsPerAddress, limits.window}});
+}
+
+std::optional<Refusal> whyNotNew(Connection& connection, const Registration& registration, std::string_view now)
+{
+    if (UserRepository::findByEmail(connection, registration.email))
+        return Refusal::of(ServiceCode::emailExists, "Somebody is registered with this e-mail address.");
+    if (isInvited(registration)) {
+        const auto found = Invitations::find(connection, *registration.invitationCode, registration.email, now);
+        return found ? std::nullopt : std::optional{found.error()};
+    }
+    if (CompanyRepository::pendingCount(connection) >= PersonRegistration::mostPending)
+        return Refusal::of(ServiceCode::rateLimited, "Too many applications wait for review.", std::chrono::hours{1});
+    return std::nullopt;
+}
+
+User personOf(const Registration& registration, std::string passwordHash, const std::string& now)
+{
+    return {.id = Random::identifier(),
+            .email = UserRepository::normalized(registration.email),
+            .name = std::string{TextFold::trimmed(registration.name)},
+            .locale = std::string{PersonRegistration::localeOf(registration.countries)},
+            .passwordHash = std::move(passwordHash),
+            .createdAt = now,
+            .activatedAt = now,
+            .deactivatedAt = std::nullopt,
+            .currentCompanyID = std::nullopt};
+}
+
+/// Makes the person a member of the company that invited.
+std::optional<Refusal> join(Connection& connection, const Registration& registration, const User& person,
+                            std::string_view now)
+{
+    const auto invitation = Invitations::find(connection, *registration.invitationCode, person.email, now);
+    if (!invitation)
+        return invitation.error();
+    const auto joined = Invitations::join(connection, *invitation,
+                                          {.userID = person.id, .name = person.name, .locale = person.locale}, now);
+    return joined ? std::nullopt : std::optional{joined.error()};
+}
+
+Company found(Connection& connection, const Registration& registration, const User& person, RegistrationMode mode)
+{
+    const NewCompany order{.name = registration.companyName,
+                           .countries = registration.countries,
+                           .timeZone = std::nullopt,
+                           .approvalStatus =
+                               mode == RegistrationMode::open ? ApprovalStatus::approved : ApprovalStatus::pending,
+                           .createdAt = person.createdAt};
+    const auto founding = order.foundedBy({.userID = person.id,
+                                           .name = person.name,
+                                           .email = person.email,
+                                           .locale = person.locale,
+                                           .passwordHash = person.passwordHash.value_or("")});
+    founding.write(connection);
+    return founding.company;
+}
+
+std::expected<Registered, Refusal> write(Connection& connection, const Service& service,
+                                         const Registration& registration, const User& person, std::string_view remote)
+{
+    if (auto refusal = whyNotNew(connection, registration, person.createdAt)) // by now
+        return std::unexpected(*std::move(refusal));
+    UserRepository::insert(connection, person);
+    if (isInvited(registration)) {
+        if (auto refusal = join(connection, registration, person, person.createdAt))
+            return std::unexpected(*std::move(refusal));
+        return SignIn::enter(connection, service, person, remote);
+    }
+    const auto mode = service.policy.registration;
+    const auto company = found(connection, registration, person, mode);
+    if (mode == RegistrationMode::open)
+        return SignIn::enter(connection, service, person, remote);
+    Outbox::put(connection, MailTexts::applicationReceived({person.email, person.locale}), service.clock());
+    return PendingCompanyRegistration{
+        .status = "pending", .applicationID = company.id, .companyName = company.name, .email = person.email};
+}
+
+}
+
+std::expected<Registered, Refusal>
+PersonRegistration::carryOut(const Service& service, const Registration& registration, std::string_view remote)
+{
+    if (auto refusal = whyNotTry(service, registration, remote))
+        return std::unexpected(*std::move(refusal));
+    const auto loan = service.database.borrow();
+    const auto now = LedgerDay::stamp(service.clock());
+    if (auto refusal = whyNotNew(*loan, registration, now)) // before a password is hashed for nothing
+        return std::unexpected(*std::move(refusal));
+    const auto person = personOf(registration, Password::hash(registration.password), now);
+    const auto turn = service.database.queueToWrite();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    auto registered = write(*loan, service, registration, person, remote);
+    if (registered) {
+        transaction.commit();
+        service.postbox.wake();
+    }
+    return registered;
+}
+
+std::string_view PersonRegistration::localeOf(const std::vector<std::string>& countries)
+{
+    struct Row {
+        std::string_view country;
+        std::string_view locale;
+    };
+    constexpr std::array rows{Row{"CN", "zh-CN"}, Row{"HK", "zh-CN"}, Row{"MO", "zh-CN"},
+                              Row{"TW", "zh-CN"}, Row{"ID", "id-ID"}, Row{"VN", "vi-VN"}};
+    for (const auto& country : countries) {
+        if (const auto* const row = std::ranges::find(rows, country, &Row::country); row != rows.end())
+            return row->locale;
+    }
+    return "en-US";
+}
+
+}

@@ -1,0 +1,145 @@
+#include "LedgerService/Operations/ManagePeople.h"
+
+#include <chrono>
+
+#include <fmt/core.h>
+#include <fmt/ranges.h>
+
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerService/Identity/Password.h"
+#include "LedgerService/Mail/MailTexts.h"
+#include "LedgerService/Mail/Outbox.h"
+#include "LedgerService/Storage/Rows/AccessChallengeRepository.h"
+#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
+
+namespace LedgerService {
+
+namespace {
+
+constexpr std::size_t dayLength = 10; // of a stamp
+
+std::string now()
+{
+    return LedgerDay::stamp(std::chrono::system_clock::now());
+}
+
+std::vector<Member> ownersOf(Connection& connection, const std::string& companyID)
+{
+    auto members = MemberRepository::all(connection, companyID);
+    std::erase_if(members, [](const Member& each) { return each.role != MemberRole::owner; });
+    return members;
+}
+
+ManagePeople::Refused decide(Connection& connection, const std::string& companyID, std::string_view status)
+{
+    Transaction transaction{connection, Transaction::Mode::writing};
+    const auto company = CompanyRepository::find(connection, companyID);
+    if (!company || company->demo)
+        return "there is no company with this id; 'companies list' shows them";
+    if (company->approvalStatus.value_or(std::string{ApprovalStatus::approved}) == status)
+        return fmt::format("the company is {} already", status);
+    CompanyRepository::writeApproval(connection, companyID, status);
+    for (const auto& owner : ownersOf(connection, companyID)) {
+        const MailTexts::Reader reader{owner.email, owner.locale};
+        Outbox::put(connection,
+                    status == ApprovalStatus::approved ? MailTexts::applicationApproved(reader, company->name)
+                                                       : MailTexts::applicationRejected(reader, company->name),
+                    std::chrono::system_clock::now());
+    }
+    transaction.commit();
+    return std::nullopt;
+}
+
+std::string_view stateOf(const User& person)
+{
+    if (person.deactivatedAt)
+        return "deactivated";
+    return person.passwordHash ? "active" : "no password";
+}
+
+/// Does something to the person with this address, and ends all tokens and codes of that person.
+template <class Change>
+ManagePeople::Refused change(Connection& connection, const std::string& email, const Change& change)
+{
+    Transaction transaction{connection, Transaction::Mode::writing};
+    const auto person = UserRepository::findByEmail(connection, email);
+    if (!person)
+        return "nobody is registered with this e-mail address; 'users list' shows everyone";
+    change(*person);
+    SessionRepository::revokeAllOfPerson(connection, person->id, now());
+    AccessChallengeRepository::removeFor(connection, person->email);
+    transaction.commit();
+    return std::nullopt;
+}
+
+}
+
+std::vector<std::string> ManagePeople::companies(Connection& connection)
+{
+    const Transaction transaction{connection, Transaction::Mode::reading};
+    std::vector<std::string> lines;
+    for (const auto& id : CompanyRepository::allIDs(connection)) {
+        const auto company = CompanyRepository::find(connection, id);
+        if (!company || company->demo)
+            continue;
+        std::vector<std::string> owners;
+        for (const auto& each : ownersOf(connection, id))
+            owners.push_back(each.email);
+        lines.push_back(fmt::format("{}\t{}\t{}\t{}\t{}", id,
+                                    company->approvalStatus.value_or(std::string{ApprovalStatus::approved}),
+                                    company->createdAt.substr(0, dayLength), company->name, fmt::join(owners, ", ")));
+    }
+    return lines;
+}
+
+ManagePeople::Refused ManagePeople::approve(Connection& connection, const std::string& companyID)
+{
+    return decide(connection, companyID, ApprovalStatus::approved);
+}
+
+ManagePeople::Refused ManagePeople::reject(Connection& connection, const std::string& companyID)
+{
+    return decide(connection, companyID, ApprovalStatus::rejected);
+}
+
+std::vector<std::string> ManagePeople::users(Connection& connection)
+{
+    const Transaction transaction{connection, Transaction::Mode::reading};
+    std::vector<std::string> lines;
+    for (const auto& each : UserRepository::all(connection))
+        lines.push_back(
+            fmt::format("{}\t{}\t{}\t{}", each.email, stateOf(each), each.createdAt.substr(0, dayLength), each.name));
+    return lines;
+}
+
+ManagePeople::Refused ManagePeople::reset(Connection& connection, const std::string& email,
+                                          const std::optional<std::string>& newPassword)
+{
+    if (newPassword && !Password::isAcceptable(*newPassword))
+        return fmt::format("a password has at least {} characters", Password::minimumLength);
+    const auto hash = newPassword ? std::optional{Password::hash(*newPassword)} : std::nullopt;
+    return change(connection, email, [&](const User& person) {
+        if (hash)
+            UserRepository::writePassword(connection, person.id, *hash, now());
+        else
+            UserRepository::clearPassword(connection, person.id);
+    });
+}
+
+ManagePeople::Refused ManagePeople::deactivate(Connection& connection, const std::string& email)
+{
+    return change(connection, email,
+                  [&](const User& person) { UserRepository::writeDeactivated(connection, person.id, now()); });
+}
+
+ManagePeople::Refused ManagePeople::reactivate(Connection& connection, const std::string& email)
+{
+    return change(connection, email,
+                  [&](const User& person) { UserRepository::writeDeactivated(connection, person.id, std::nullopt); });
+}
+
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace CLI {
+class App;
+}
+
+namespace LedgerService {
+
+/// The commands `companies` and `users` of the program.
+class PeopleCommands {
+public:
+    explicit PeopleCommands(CLI::App& app);
+
+    /// Carries out what the arguments asked for and gives the exit code; nothing when they asked for something else.
+    [[nodiscard]] std::optional<int> run() const;
+
+private:
+    using Work = std::function<int(const PeopleCommands&)>;
+    CLI::App& declare(CLI::App& parent, const char* name, const char* description, Work work);
+    void declareCompanies(CLI::App& app);
+    void declareUsers(CLI::App& app);
+
+    std::string m_file;
+    std::string m_company;
+    std::string m_email;
+    bool m_setsPassword = false;
+    std::vector<std::pair<const CLI::App*, Work>> m_commands;
+};
+
+}
