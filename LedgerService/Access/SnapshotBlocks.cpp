@@ -60,6 +60,12 @@ void JsonElements::add(std::string_view element)
     m_text += element;
 }
 
+void JsonElements::add(std::string_view entry, const EntryDisclosure& disclosure)
+{
+    const auto other = disclosure.instead(entry);
+    add(other ? *other : entry);
+}
+
 SnapshotBlocks::SnapshotBlocks(Database& database, SnapshotScope scope, std::string tail)
     : m_database(database), m_scope(std::move(scope)), m_tail(std::move(tail))
 {
@@ -91,7 +97,7 @@ void SnapshotBlocks::addEntries(Connection& connection, std::string& block)
             if (!m_scope.sets.contains(fragment.accountSet))
                 return;
             const auto earlier = renewed.find(fragment.sequence);
-            elements.add(earlier == renewed.end() ? fragment.text : earlier->second);
+            elements.add(earlier == renewed.end() ? fragment.text : earlier->second, m_scope.disclosure);
         });
     if (taken == fragmentsAtOnce)
         return;

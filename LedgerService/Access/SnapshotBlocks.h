@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Records/Account.h"
+#include "LedgerService/Access/EntryDisclosure.h"
 #include "LedgerService/Storage/Rows/AccountSetRepository.h"
 #include "LedgerService/Storage/Rows/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/CompanyHistory.h"
@@ -37,6 +38,7 @@ struct SnapshotScope {
     std::string memberID;
     CompanyState state;
     VisibleSets sets;
+    EntryDisclosure disclosure;
 
     /// The receipts that the member got to see after this change.
     [[nodiscard]] AttachmentView receiptsAfter(std::int64_t change, std::int64_t last) const;
@@ -49,6 +51,8 @@ public:
     JsonElements(std::string& text, bool& any) : m_text(text), m_any(any) {}
 
     void add(std::string_view element);
+    /// Adds an entry as the reader may see it.
+    void add(std::string_view entry, const EntryDisclosure& disclosure);
 
 private:
     std::string& m_text;

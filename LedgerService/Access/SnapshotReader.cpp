@@ -7,6 +7,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
@@ -15,8 +16,10 @@
 #include "LedgerService/Access/Visibility.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
+#include "LedgerService/Storage/Rows/CapitalRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/DividendRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -42,6 +45,10 @@ LedgerSnapshot smallParts(Connection& connection, std::string_view companyID, Me
     snapshot.accounts = Visibility::accounts(std::move(accounts), reader);
     snapshot.categories = CategoryRepository::all(connection, companyID);
     snapshot.financialSettings = CompanyRepository::settings(connection, companyID);
+    if (MemberRights::canSeeDividends(reader))
+        snapshot.dividends = DividendRepository::state(connection, companyID);
+    if (MemberRights::canSeeCapital(reader))
+        snapshot.capital = CapitalRepository::state(connection, companyID);
     snapshot.currentMember = std::move(reader);
     return snapshot;
 }
@@ -69,7 +76,8 @@ SnapshotScope scopeOf(Connection& connection, std::string_view companyID, const 
     return {.companyID = std::string{companyID},
             .memberID = small.currentMember.id,
             .state = state,
-            .sets = {AccountSetRepository::all(connection, companyID), small.accounts}};
+            .sets = {AccountSetRepository::all(connection, companyID), small.accounts},
+            .disclosure = EntryDisclosure{small.currentMember}};
 }
 
 SnapshotAnswer wholeOf(Database& database, SnapshotScope scope, Frame frame)
@@ -86,7 +94,7 @@ void addEntriesSince(Connection& connection, const SnapshotScope& scope, std::in
     JsonElements elements{text, any};
     const auto add = [&](const EntryFragment& fragment) {
         if (scope.sets.contains(fragment.accountSet))
-            elements.add(fragment.text);
+            elements.add(fragment.text, scope.disclosure);
     };
     for (const auto sequence : FragmentRepository::renewedSince(connection, scope.companyID, change))
         FragmentRepository::visit(connection, scope.state, sequence - 1, sequence, 1, add);

@@ -12,6 +12,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Entries/EntryReference.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerService/Books/SectionInvariants.h"
 
 namespace LedgerService {
 
@@ -141,10 +142,12 @@ private:
     static bool hasLegsOfKind(const LedgerTransaction& entry)
     {
         const auto& legs = entry.legs;
-        if (entry.kind == EntryKind::income || entry.kind == EntryKind::opening)
+        if (entry.kind == EntryKind::income || entry.kind == EntryKind::opening || entry.kind == EntryKind::capital)
             return legs.size() == 1 && legs[0].amountMinor > 0;
         if (entry.kind == EntryKind::expense || entry.kind == EntryKind::refund)
             return legs.size() == 1 && legs[0].amountMinor < 0;
+        if (entry.kind == EntryKind::dividend)
+            return legs.size() == 1;
         if (entry.kind == EntryKind::transfer)
             return legs.size() == 2 && legs[0].amountMinor < 0 && legs[1].amountMinor == -legs[0].amountMinor &&
                    legs[0].currency == legs[1].currency && legs[0].accountID != legs[1].accountID;
@@ -289,7 +292,10 @@ private:
 
 std::vector<std::string> BookInvariants::broken(const Books& books)
 {
-    return Audit{books}.run();
+    auto found = Audit{books}.run();
+    for (auto& each : SectionInvariants::broken(books))
+        found.push_back(std::move(each));
+    return found;
 }
 
 }

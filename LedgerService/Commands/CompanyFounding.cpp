@@ -6,8 +6,10 @@
 #include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
 #include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/CapitalRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/DividendRepository.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
 #include "LedgerService/Storage/Rows/UserRepository.h"
@@ -73,6 +75,10 @@ void CompanyFounding::write(Connection& connection) const
         CategoryRepository::insert(connection, company.id, category);
     for (const auto& entry : books.entries)
         writeEntry(connection, *this, entry);
+    for (const auto& change : books.capitalChanges)
+        CapitalRepository::append(connection, company.id, change);
+    for (const auto& change : books.dividendChanges)
+        DividendRepository::append(connection, company.id, change);
     AuditRecord record;
     record.at = company.createdAt;
     record.origin = origin;

@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
-#include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Entries/EntryReference.h"
 #include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
-#include "LedgerService/Access/ReceiptAccess.h"
 #include "LedgerService/Books/PostingRows.h"
 #include "LedgerService/Books/ReversalRows.h"
+#include "LedgerService/Commands/NamedRows.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
@@ -25,19 +24,6 @@ std::optional<Account> accountOf(const Act& act, const std::optional<std::string
     return id ? AccountRepository::find(act.connection, act.companyID, *id) : std::nullopt;
 }
 
-/// The accounts of the entry's legs, each once.
-std::vector<Account> accountsOf(const Act& act, const LedgerTransaction& entry)
-{
-    std::vector<Account> accounts;
-    for (const auto& leg : entry.legs) {
-        if (std::ranges::find(accounts, leg.accountID, &Account::id) != accounts.end())
-            continue;
-        if (auto account = AccountRepository::find(act.connection, act.companyID, leg.accountID))
-            accounts.push_back(*std::move(account));
-    }
-    return accounts;
-}
-
 std::optional<RefundOriginal> originalOf(const Act& act, const std::optional<std::string>& id)
 {
     if (!id)
@@ -45,22 +31,10 @@ std::optional<RefundOriginal> originalOf(const Act& act, const std::optional<std
     auto entry = EntryRepository::find(act.connection, act.companyID, *id);
     if (!entry)
         return std::nullopt;
-    auto accounts = accountsOf(act, *entry);
+    auto accounts = NamedRows::accountsOf(act, *entry);
     return RefundOriginal{.entry = *std::move(entry),
                           .accounts = std::move(accounts),
                           .refunded = EntryRepository::refunded(act.connection, act.companyID, *id)};
-}
-
-std::vector<Attachment> attachmentsOf(const Act& act, const std::vector<std::string>& ids)
-{
-    std::vector<Attachment> attachments;
-    for (const auto& id : ids) {
-        if (attachments.size() == EntryLimits::receipts) // a command with more is refused whatever they are
-            break;
-        if (auto receipt = ReceiptAccess::find(act.connection, act.companyID, act.member, id))
-            attachments.push_back(std::move(receipt->attachment));
-    }
-    return attachments;
 }
 
 PostingRows rowsOf(const Act& act, const TransactionInput& input)
@@ -85,7 +59,7 @@ PostingRows rowsOf(const Act& act, const TransactionInput& input)
     if (input.kind == EntryKind::opening && rows.target)
         rows.activeOpeningIDs =
             EntryRepository::activeOpeningIDs(act.connection, act.companyID, rows.target->id, input.currency);
-    rows.attachments = attachmentsOf(act, input.attachmentIDs);
+    rows.attachments = NamedRows::attachmentsOf(act, input.attachmentIDs);
     return rows;
 }
 
@@ -99,7 +73,7 @@ ReversalRows rowsOf(const Act& act, std::string_view originalID)
     rows.settings = CompanyRepository::settings(act.connection, act.companyID);
     rows.original = EntryRepository::find(act.connection, act.companyID, originalID);
     if (rows.original)
-        rows.accounts = accountsOf(act, *rows.original);
+        rows.accounts = NamedRows::accountsOf(act, *rows.original);
     rows.refundsExist = EntryRepository::hasOpenRefunds(act.connection, act.companyID, originalID);
     return rows;
 }
@@ -108,10 +82,7 @@ std::expected<LedgerTransaction, Refusal> apply(const Act& act, std::expected<En
 {
     if (!change)
         return std::unexpected(std::move(change.error()));
-    EntryRepository::append(act.connection, act.companyID, change->entry);
-    for (const auto& each : change->balances)
-        AccountRepository::writeBalance(act.connection, act.companyID, each.accountID, each.currency,
-                                        each.balanceMinor);
+    NamedRows::write(act, *change);
     return std::move(change->entry);
 }
 

@@ -16,8 +16,10 @@
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
 #include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/CapitalRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/DividendRepository.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 #include "LedgerService/Storage/Rows/FragmentUpkeep.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
@@ -54,6 +56,8 @@ Books read(Connection& connection, std::string_view companyID)
     books.categories = CategoryRepository::all(connection, companyID);
     books.entries = EntryRepository::all(connection, companyID);
     books.settings = CompanyRepository::settings(connection, companyID);
+    books.capitalChanges = CapitalRepository::changes(connection, companyID);
+    books.dividendChanges = DividendRepository::changes(connection, companyID);
     addAttachments(books, AttachmentRepository::all(connection, companyID));
     return books;
 }
@@ -115,6 +119,8 @@ constexpr std::array jsonColumns{
     JsonPlace{"accounts", "currencies"},           JsonPlace{"categories", "names"},
     JsonPlace{"account_sets", "account_ids"},      JsonPlace{"invitations", "account_ids"},
     JsonPlace{"invitations", "permissions"},       JsonPlace{"invitations", "account_grants"},
+    JsonPlace{"capital_baselines", "entries"},     JsonPlace{"capital_ownership_versions", "entries"},
+    JsonPlace{"dividend_batches", "lines"},
 };
 
 void addRows(Connection& connection, Problems& problems, const std::string& statement)

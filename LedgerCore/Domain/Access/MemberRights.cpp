@@ -68,6 +68,11 @@ bool MemberRights::canManageCapital(const Member& member)
     return canManage(member);
 }
 
+bool MemberRights::canSeeCapital(const Member& member)
+{
+    return canViewCapital(member) || canManageCapital(member);
+}
+
 bool MemberRights::canSeeDividends(const Member& member)
 {
     if (!member.permissions)

@@ -18,6 +18,8 @@ bool canPostCapital(const Member& member);
 bool canCorrectCapital(const Member& member);
 bool canExportCapital(const Member& member);
 bool canManageCapital(const Member& member);
+/// Whether the member gets to see the capital section: by the permission to, or to manage what stands in it.
+bool canSeeCapital(const Member& member);
 
 /// The right to see dividends comes with the management of the company; without a permission list only the owner has
 /// it. The other rights on dividends need it too.

@@ -33,7 +33,8 @@ DividendContext DividendContext::of(const LedgerSnapshot& snapshot)
             .member = snapshot.currentMember,
             .members = snapshot.members,
             .accounts = snapshot.accounts,
-            .dividendsEnabled = !snapshot.financialSettings || snapshot.financialSettings->dividendsEnabled};
+            .dividendsEnabled = !snapshot.financialSettings || snapshot.financialSettings->dividendsEnabled,
+            .capital = snapshot.capital ? &*snapshot.capital : nullptr};
 }
 
 DividendContext DividendContext::of(const LedgerSnapshot& snapshot, std::string_view movementID)

@@ -185,3 +185,8 @@ Built DividendCommands::reverse(const DividendContext& context, CommandIssue iss
     command.note = unlessBlank(note);
     return checked(std::move(command), context);
 }
+
+Built DividendCommands::fillFromOwnership(const DividendContext& context, CommandIssue issue)
+{
+    return checked(begin(DividendAction::fillFromOwnership, context, std::move(issue)), context);
+}

@@ -73,4 +73,7 @@ Built returnAdvance(const DividendContext& context, CommandIssue issue, Settleme
 
 Built reverse(const DividendContext& context, CommandIssue issue, std::string movementID, std::string note);
 
+/// Makes the owners' shares in force on the day of `issue` the default ratios.
+Built fillFromOwnership(const DividendContext& context, CommandIssue issue);
+
 }

@@ -16,6 +16,8 @@ struct DividendContext {
     bool dividendsEnabled = true;
     /// For a "reverse" of a cash movement: the account that its money moved on, when it is known.
     std::optional<std::string_view> movementAccountID = {};
+    /// For a "fillFromOwnership": the owners and their shares; null while they are not known.
+    const CapitalState* capital = nullptr;
 
     /// The context of a snapshot. Books without a dividend section are at an empty one of revision 0.
     static DividendContext of(const LedgerSnapshot& snapshot);

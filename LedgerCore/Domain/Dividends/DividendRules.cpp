@@ -6,6 +6,7 @@
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Capital/CapitalMath.h"
 #include "LedgerCore/Domain/Dividends/DividendAccess.h"
 #include "LedgerCore/Domain/Dividends/DividendAllocationCalculator.h"
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
@@ -108,6 +109,13 @@ Refused whyNotSetParticipant(const DividendCommand& command, const DividendConte
 Refused whyNotSetVisibility(const DividendCommand& command, const DividendContext&)
 {
     return command.showInSidebar ? std::nullopt : std::optional{visibilityRequired};
+}
+
+Refused whyNotFillFromOwnership(const DividendCommand& command, const DividendContext& context)
+{
+    return context.capital && CapitalMath::ownershipInForce(*context.capital, command.date)
+               ? std::nullopt
+               : std::optional{ownershipMissing};
 }
 
 Refused refusalOf(DividendError error)
@@ -259,7 +267,8 @@ const ActionRule* ruleOf(std::string_view action)
                                         {Action::advance, whyNotAdvance, true},
                                         {Action::pay, whyNotSettle, true},
                                         {Action::returnAdvance, whyNotSettle, true},
-                                        {Action::reverse, whyNotReverse, true}};
+                                        {Action::reverse, whyNotReverse, true},
+                                        {Action::fillFromOwnership, whyNotFillFromOwnership, false}};
     const auto* const found = std::ranges::find(rules, action, &ActionRule::action);
     return found == std::end(rules) ? nullptr : found;
 }
@@ -272,6 +281,8 @@ bool DividendRules::mayUse(std::string_view action, const Member& member)
         return false;
     if (action == Action::setParticipant || action == Action::setVisibility)
         return MemberRights::canManageDividends(member);
+    if (action == Action::fillFromOwnership)
+        return MemberRights::canCopyOwnershipToDividends(member);
     if (action == Action::advance || action == Action::pay || action == Action::returnAdvance)
         return MemberRights::canMoveDividendMoney(member);
     return action == Action::reverse ? MemberRights::canCorrectDividends(member)
@@ -330,6 +341,8 @@ std::string_view serviceCode(DividendRefusal refusal)
         return ServiceCode::dividendDependencies;
     case alreadyReversed:
         return ServiceCode::alreadyReversed;
+    case ownershipMissing:
+        return ServiceCode::capitalOwnershipMissing;
     case integrity:
         return ServiceCode::dividendIntegrity;
     case unknownAction:

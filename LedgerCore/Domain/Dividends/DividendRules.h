@@ -31,7 +31,8 @@ enum class DividendRefusal {
     dependencies,    // settled by movements that must be reversed first
     movementUnavailable,
     alreadyReversed,
-    integrity // the stored section breaks its own rules
+    ownershipMissing, // no owners' shares of 100 % are in force on the day
+    integrity         // the stored section breaks its own rules
 };
 
 /// The service's code for a refusal, which also names its message.

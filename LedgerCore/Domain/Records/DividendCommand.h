@@ -21,6 +21,8 @@ inline constexpr std::string_view advance = "advance";
 inline constexpr std::string_view pay = "pay";
 inline constexpr std::string_view returnAdvance = "return";
 inline constexpr std::string_view reverse = "reverse";
+/// Makes the owners' shares in force on the day the default ratios of the participants.
+inline constexpr std::string_view fillFromOwnership = "fillFromOwnership";
 }
 
 /// Body of every change to the dividend section. Fields that the action does not use stay unset.

@@ -24,6 +24,7 @@ constexpr std::array rights{
     Right{"correctCapital", MemberRights::canCorrectCapital},
     Right{"exportCapital", MemberRights::canExportCapital},
     Right{"manageCapital", MemberRights::canManageCapital},
+    Right{"seeCapital", MemberRights::canSeeCapital},
     Right{"seeDividends", MemberRights::canSeeDividends},
     Right{"manageDividends", MemberRights::canManageDividends},
     Right{"settle", MemberRights::canSettleDividends},
@@ -70,12 +71,12 @@ INSTANTIATE_TEST_SUITE_P(
         RightsCase{"OwnerOfOld",
                    "owner",
                    {},
-                   "manage accounts manageCapital seeDividends manageDividends settle correctDividends "
+                   "manage accounts manageCapital seeCapital seeDividends manageDividends settle correctDividends "
                    "contributionsTab dividendsTab receipts"},
         RightsCase{"AdministratorOfOld", "admin", {}, "contributionsTab dividendsTab receipts"},
         RightsCase{"EmployeeOfOld", "employee", {}, ""},
         // An owner manages the company whatever is listed, but dividends go by the list.
-        RightsCase{"OwnerWithAnEmptyList", "owner", {{}}, "manage accounts manageCapital"},
+        RightsCase{"OwnerWithAnEmptyList", "owner", {{}}, "manage accounts manageCapital seeCapital"},
         RightsCase{"AdministratorWithAnEmptyList", "admin", {{}}, ""},
         RightsCase{"FinanceWithAnEmptyList", "finance", {{}}, "accounts"},
         RightsCase{"PartnerWithAnEmptyList", "partner", {{}}, "accounts"},
@@ -83,12 +84,13 @@ INSTANTIATE_TEST_SUITE_P(
         RightsCase{"Manages",
                    "employee",
                    {{"manageCompany"}},
-                   "manage accounts manageCapital seeDividends manageDividends contributionsTab dividendsTab receipts"},
+                   "manage accounts manageCapital seeCapital seeDividends manageDividends contributionsTab "
+                   "dividendsTab receipts"},
         RightsCase{"Exports", "employee", {{"exportData"}}, "export"},
         RightsCase{"Capital",
                    "employee",
                    {{"viewCapital", "postCapital", "correctCapital", "exportCapital"}},
-                   "viewCapital postCapital correctCapital exportCapital contributionsTab"},
+                   "viewCapital postCapital correctCapital exportCapital seeCapital contributionsTab"},
         RightsCase{"SeesDividends", "employee", {{"viewDividends"}}, "seeDividends dividendsTab"},
         RightsCase{"PostsDividendsUnseen", "employee", {{"postDividends"}}, ""},
         RightsCase{"PostsDividends",
@@ -102,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
         RightsCase{"CopiesOwnership",
                    "employee",
                    {{"viewCapital", "manageCompany", "viewDividends"}},
-                   "manage accounts viewCapital manageCapital seeDividends manageDividends copyOwnership "
+                   "manage accounts viewCapital manageCapital seeCapital seeDividends manageDividends copyOwnership "
                    "contributionsTab dividendsTab receipts"}),
     [](const auto& each) { return std::string{each.param.name}; });
 

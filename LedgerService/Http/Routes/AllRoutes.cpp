@@ -17,6 +17,7 @@ constexpr std::array families{
     RouteFamilies::categories,   RouteFamilies::financialSettings,
     RouteFamilies::invitations,  RouteFamilies::members,
     RouteFamilies::company,      RouteFamilies::audit,
+    RouteFamilies::capital,      RouteFamilies::dividends,
 };
 
 }

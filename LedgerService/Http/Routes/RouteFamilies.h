@@ -23,6 +23,8 @@ std::span<const Route> transactions();
 std::span<const Route> invitations();
 std::span<const Route> members();
 std::span<const Route> company();
+std::span<const Route> capital();
+std::span<const Route> dividends();
 
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "LedgerService/Storage/Schema/AuditStep.h"
+#include "LedgerService/Storage/Schema/CapitalSchema.h"
 #include "LedgerService/Storage/Schema/InvitationSchema.h"
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
 #include "LedgerService/Storage/Schema/ReceiptFileStep.h"
@@ -289,6 +290,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{InvitationSchema::statements},
         Step{auditStep},
         Step{PeopleSchema::correspondence()},
+        Step{CapitalSchema::tables()},
     };
     return steps;
 }

@@ -1,0 +1,111 @@
+#include "LedgerService/Storage/Rows/CapitalRepository.h"
+
+#include "LedgerService/Storage/Rows/SectionRecords.h"
+
+namespace LedgerService {
+
+namespace {
+
+using SectionRecords::of;
+using SectionRecords::revisionOf;
+
+constexpr const auto& changeColumns = SectionRecords::changeColumns<CapitalChange>;
+
+constexpr Columns participantColumns{
+    revisionOf<CapitalParticipant>(), of("id", &CapitalParticipant::id), of("name", &CapitalParticipant::name),
+    of("member_id", &CapitalParticipant::memberID), of("archived", &CapitalParticipant::archived)};
+
+constexpr Columns contributionColumns{revisionOf<CapitalContribution>(),
+                                      of("id", &CapitalContribution::id),
+                                      of("participant_id", &CapitalContribution::participantID),
+                                      of("participant_name", &CapitalContribution::participantName),
+                                      of("currency", &CapitalContribution::currency),
+                                      of("amount_minor", &CapitalContribution::amountMinor),
+                                      of("transaction_id", &CapitalContribution::transactionID),
+                                      of("reversal_of", &CapitalContribution::reversalOf)};
+
+constexpr Columns baselineColumns{revisionOf<CapitalBaseline>(),
+                                  of("id", &CapitalBaseline::id),
+                                  of("currency", &CapitalBaseline::currency),
+                                  of("through_date", &CapitalBaseline::throughDate),
+                                  of("entries", &CapitalBaseline::entries),
+                                  of("replaces_id", &CapitalBaseline::replacesID)};
+
+constexpr Columns ownershipColumns{revisionOf<CapitalOwnershipVersion>(), of("id", &CapitalOwnershipVersion::id),
+                                   of("entries", &CapitalOwnershipVersion::entries)};
+
+constexpr Columns visibilityColumns{revisionOf<SidebarVisibility>(), of("shown", &SidebarVisibility::shown)};
+
+const auto selectChanges = changeColumns.select("FROM capital_changes WHERE company_id = :company ORDER BY revision");
+const auto selectParticipants = participantColumns.select("FROM capital_participants WHERE company_id = :company");
+const auto selectContributions = contributionColumns.select("FROM capital_contributions WHERE company_id = :company");
+const auto selectBaselines = baselineColumns.select("FROM capital_baselines WHERE company_id = :company");
+const auto selectOwnership = ownershipColumns.select("FROM capital_ownership_versions WHERE company_id = :company");
+const auto selectVisibility = visibilityColumns.select("FROM capital_visibility WHERE company_id = :company");
+
+const auto insertChange = changeColumns.insert("capital_changes", {{"company_id", ":company"}});
+const auto insertParticipant = participantColumns.insert("capital_participants", {{"company_id", ":company"}});
+const auto insertContribution = contributionColumns.insert("capital_contributions", {{"company_id", ":company"}});
+const auto insertBaseline = baselineColumns.insert("capital_baselines", {{"company_id", ":company"}});
+const auto insertOwnership = ownershipColumns.insert("capital_ownership_versions", {{"company_id", ":company"}});
+const auto insertVisibility = visibilityColumns.insert("capital_visibility", {{"company_id", ":company"}});
+
+/// Writes what a change made.
+struct Insertion {
+    Connection& connection;
+    std::string_view companyID;
+    int revision;
+
+    void operator()(const CapitalParticipant& made) const { write(insertParticipant, participantColumns, made); }
+    void operator()(const CapitalContribution& made) const { write(insertContribution, contributionColumns, made); }
+    void operator()(const CapitalBaseline& made) const { write(insertBaseline, baselineColumns, made); }
+    void operator()(const CapitalOwnershipVersion& made) const { write(insertOwnership, ownershipColumns, made); }
+    void operator()(const SidebarVisibility& made) const { write(insertVisibility, visibilityColumns, made); }
+
+private:
+    template <class List, class Record>
+    void write(const std::string& statement, const List& list, const Record& made) const
+    {
+        Query query{connection, statement};
+        SectionRecords::write(query.bind("company", companyID), list, revision, made);
+    }
+};
+
+template <class Record, class List>
+void read(Connection& connection, std::string_view companyID, const std::string& statement, const List& list,
+          std::vector<CapitalChange>& changes)
+{
+    Query query{connection, statement};
+    SectionRecords::read<Record>(query.bind("company", companyID), list, changes);
+}
+
+}
+
+std::vector<CapitalChange> CapitalRepository::changes(Connection& connection, std::string_view companyID)
+{
+    Query query{connection, selectChanges};
+    auto changes = recordsOf<CapitalChange>(query.bind("company", companyID), changeColumns);
+    if (changes.empty())
+        return changes;
+    read<CapitalParticipant>(connection, companyID, selectParticipants, participantColumns, changes);
+    read<CapitalContribution>(connection, companyID, selectContributions, contributionColumns, changes);
+    read<CapitalBaseline>(connection, companyID, selectBaselines, baselineColumns, changes);
+    read<CapitalOwnershipVersion>(connection, companyID, selectOwnership, ownershipColumns, changes);
+    read<SidebarVisibility>(connection, companyID, selectVisibility, visibilityColumns, changes);
+    return changes;
+}
+
+CapitalState CapitalRepository::state(Connection& connection, std::string_view companyID)
+{
+    return CapitalHistory::stateAfter(changes(connection, companyID));
+}
+
+void CapitalRepository::append(Connection& connection, std::string_view companyID, const CapitalChange& change)
+{
+    Query query{connection, insertChange};
+    changeColumns.bind(query.bind("company", companyID), change);
+    query.run();
+    std::visit(Insertion{connection, companyID, change.revision}, change.made);
+}
+
+}

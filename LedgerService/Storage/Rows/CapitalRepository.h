@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "LedgerCore/Domain/Capital/CapitalHistory.h"
+
+namespace LedgerService {
+
+class Connection;
+
+/// A company's capital section: rows are only ever added, one change after the other.
+namespace CapitalRepository {
+
+/// Every change in the order of revisions. Throws when a record belongs to none.
+std::vector<CapitalChange> changes(Connection& connection, std::string_view companyID);
+
+/// The section as its changes made it.
+CapitalState state(Connection& connection, std::string_view companyID);
+
+/// Adds the change, whose revision is the next. The entry that it names is recorded already.
+void append(Connection& connection, std::string_view companyID, const CapitalChange& change);
+
+}
+
+}

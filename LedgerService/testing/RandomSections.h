@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <random>
+#include <string>
+
+#include "LedgerCore/Domain/Records/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/DividendCommand.h"
+
+namespace LedgerService {
+
+/// Commands of capital and dividends on the company of `SampleSections`, sound and unsound, always the same for the
+/// same seed and sections.
+class RandomSections {
+public:
+    explicit RandomSections(std::uint32_t seed) : m_engine(seed) {}
+
+    std::string actor();
+    bool changesCapital() { return once(2); }
+
+    CapitalCommand capitalFor(const CapitalState& state);
+    DividendCommand dividendFor(const DividendState& state);
+
+private:
+    std::size_t below(std::size_t end) { return m_engine() % end; }
+    bool once(std::size_t in) { return below(in) == 0; }
+
+    template <class Choices>
+    const auto& of(const Choices& choices)
+    {
+        return choices[below(std::size(choices))];
+    }
+    /// An id of one of the records, now and then of none.
+    template <class Record>
+    std::string idOf(const std::vector<Record>& records)
+    {
+        return records.empty() || once(30) ? "none" : of(records).id;
+    }
+
+    std::int64_t amount();
+    std::string account();
+    std::string name();
+    /// Numbers that add up to 10000, almost always.
+    std::vector<int> ratios(std::size_t count);
+    void aim(DividendCommand& command, const DividendState& state);
+    template <class Command>
+    void place(Command& command);
+    template <class Command>
+    void disturb(Command& command);
+
+    std::mt19937 m_engine;
+};
+
+}

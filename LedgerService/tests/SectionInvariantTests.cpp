@@ -1,0 +1,263 @@
+#include <algorithm>
+#include <functional>
+#include <map>
+#include <set>
+
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerService/Books/BookInvariants.h"
+#include "LedgerService/Commands/CompanyFounding.h"
+#include "LedgerService/Storage/Rows/CapitalRepository.h"
+#include "LedgerService/Storage/Rows/DividendRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/testing/RandomSections.h"
+#include "LedgerService/testing/SampleSections.h"
+
+namespace LedgerService {
+
+namespace {
+
+using namespace SampleSections;
+
+/// Sound books: an owner with a baseline, a contribution, one that was reversed and shares; an allocation of which part
+/// was paid and part offset against an advance.
+Books soundBooks()
+{
+    auto company = books();
+    int number = 0;
+    const auto submit = [&](auto command, int revision) {
+        command.expectedRevision = revision;
+        const auto done = company.submit(command, actBy("mira", ++number));
+        EXPECT_TRUE(done) << done.error().message;
+    };
+    submit(owner("Ann", "mira"), 0); // r1
+    auto history = capital(CapitalAction::setBaseline);
+    history.currency = "IDR";
+    history.throughDate = "2025-12-31";
+    history.entries = {{{"r1", "", 70}}};
+    submit(history, 1);                   // r2
+    submit(contribution("r1", 5'000), 2); // r3
+    submit(contribution("r1", 900), 3);   // r4
+    auto undo = capital(CapitalAction::reverse);
+    undo.contributionID = "r4";
+    submit(undo, 4);                                // r5
+    submit(ownership({{"r1", "", 10'000}}), 5);     // r6
+    submit(participant("Ann", 10'000), 0);          // r7
+    submit(allocation(1'000, {{"r7", 10'000}}), 1); // r8
+    submit(advanceTo("r7", 300), 2);                // r9
+    auto offset = dividend(DividendAction::apply);
+    offset.batchID = "r8";
+    offset.advanceID = "r9";
+    offset.participantID = "r7";
+    offset.amountMinor = 200;
+    submit(offset, 3);                   // r10
+    submit(payment("r8", "r7", 500), 4); // r11
+    return company;
+}
+
+template <class Record>
+Record& made(Books& company, std::string_view id)
+{
+    const auto in = [&](auto& changes) -> Record* {
+        for (auto& change : changes) {
+            if constexpr (requires { std::get_if<Record>(&change.made); }) {
+                auto* const record = std::get_if<Record>(&change.made);
+                if (record && record->id == id)
+                    return record;
+            }
+        }
+        return nullptr;
+    };
+    if constexpr (std::is_same_v<Record, CapitalContribution> || std::is_same_v<Record, CapitalBaseline>)
+        return *in(company.capitalChanges);
+    else
+        return *in(company.dividendChanges);
+}
+
+LedgerTransaction& entryOf(Books& company, std::string_view id)
+{
+    return *std::ranges::find(company.entries, id, &LedgerTransaction::id);
+}
+
+struct Fault {
+    std::string name;
+    std::string words; // part of what is said about it
+    std::function<void(Books&)> damage;
+};
+
+class BrokenSections : public testing::TestWithParam<Fault> {};
+
+TEST_P(BrokenSections, SayWhatIsWrong)
+{
+    auto company = soundBooks();
+    ASSERT_EQ(BookInvariants::broken(company), std::vector<std::string>{});
+    GetParam().damage(company);
+    const auto said = BookInvariants::broken(company);
+    EXPECT_TRUE(std::ranges::any_of(said, [](const auto& each) { return each.contains(GetParam().words); }))
+        << testing::PrintToString(said);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Faults, BrokenSections,
+    testing::Values(Fault{"LostChange", "stands in the place of",
+                          [](Books& c) { c.capitalChanges.erase(c.capitalChanges.begin()); }},
+                    Fault{"ActionOfAnotherRecord", "made something else",
+                          [](Books& c) { c.dividendChanges[1].action = "pay"; }},
+                    Fault{"MadeByNobody", "made by nobody", [](Books& c) { c.capitalChanges[2].memberID = "x"; }},
+                    Fault{"ContributionWithoutItsEntry", "there is no entry",
+                          [](Books& c) { made<CapitalContribution>(c, "r3").transactionID = "none"; }},
+                    Fault{"ContributionOfAnotherAmount", "books something else",
+                          [](Books& c) { ++made<CapitalContribution>(c, "r3").amountMinor; }},
+                    Fault{"ContributionOfAnotherOwner", "its entry names another",
+                          [](Books& c) { made<CapitalContribution>(c, "r3").participantName = "Bo"; }},
+                    Fault{"LinkBackLost", "its entry names another",
+                          [](Books& c) { entryOf(c, "e3").capitalContributionID = "r4"; }},
+                    Fault{"ReversalOfAnotherEntry", "books something else",
+                          [](Books& c) { made<CapitalContribution>(c, "r5").reversalOf = "r3"; }},
+                    Fault{"EntryOfNoContribution", "no contribution and no dividend",
+                          [](Books& c) { entryOf(c, "sale").kind = EntryKind::capital; }},
+                    Fault{"UndonePastItsSection", "past its section",
+                          [](Books& c) {
+                              auto opposite = entryOf(c, "e3");
+                              opposite.id = "past";
+                              opposite.kind = EntryKind::reversal;
+                              opposite.reversalOf = "e3";
+                              opposite.capitalContributionID.reset();
+                              opposite.participantName.reset();
+                              c.entries.push_back(opposite);
+                          }},
+                    Fault{"ContributionInCoveredTime", "breaks its own rules in IDR",
+                          [](Books& c) { made<CapitalBaseline>(c, "r2").throughDate = "2026-03-10"; }},
+                    Fault{"PaidTwice", "breaks its own rules in IDR",
+                          [](Books& c) { made<DividendMovement>(c, "r11").amountMinor = 801; }},
+                    Fault{"PaymentOfAnotherAmount", "entries make",
+                          [](Books& c) { --made<DividendMovement>(c, "r11").amountMinor; }},
+                    Fault{"LinesThatDoNotAddUp", "breaks its own rules",
+                          [](Books& c) { --made<DividendBatch>(c, "r8").lines[0].amountMinor; }},
+                    Fault{"OffsetWithAnEntry", "and only that",
+                          [](Books& c) { made<DividendMovement>(c, "r10").transactionID = "e11"; }},
+                    Fault{"PaymentWithoutAnEntry", "and only that",
+                          [](Books& c) { made<DividendMovement>(c, "r11").transactionID.reset(); }},
+                    Fault{"DividendEntryOfAnotherKind", "its entry names another",
+                          [](Books& c) { entryOf(c, "e11").distributionKind = "advance"; }},
+                    Fault{"OwnerOfAnUnknownMember", "is unknown",
+                          [](Books& c) { std::get<CapitalParticipant>(c.capitalChanges[0].made).memberID = "x"; }}),
+    [](const auto& each) { return each.param.name; });
+
+/// What a walk has met: how often each action was carried out, and every code of a refusal.
+struct Met {
+    std::map<std::string, int> done;
+    std::set<std::string> refused;
+};
+
+template <class Command>
+void step(Books& company, const Command& command, const BookAct& act, Met& met)
+{
+    const auto before = company;
+    const auto done = company.submit(command, act);
+    if (done) {
+        ++met.done[command.action];
+    } else {
+        met.refused.emplace(done.error().code);
+        ASSERT_EQ(company, before);
+    }
+    ASSERT_EQ(BookInvariants::broken(company), std::vector<std::string>{}) << command.action;
+}
+
+Books walked(std::uint32_t seed, int steps, Met& met)
+{
+    RandomSections commands{seed};
+    auto company = books();
+    for (int number = 1; number <= steps && !testing::Test::HasFatalFailure(); ++number) {
+        const auto act = actBy(commands.actor(), number);
+        if (commands.changesCapital())
+            step(company, commands.capitalFor(CapitalHistory::stateAfter(company.capitalChanges)), act, met);
+        else
+            step(company, commands.dividendFor(DividendHistory::stateAfter(company.dividendChanges)), act, met);
+    }
+    return company;
+}
+
+TEST(Sections, StayWholeOnRandomWalks)
+{
+    Met met;
+    for (std::uint32_t seed = 1; seed <= 10; ++seed) {
+        SCOPED_TRACE(fmt::format("seed {}", seed));
+        walked(seed, 200, met);
+        ASSERT_FALSE(HasFatalFailure());
+    }
+    for (const auto* action :
+         {"setParticipant", "contribute", "reverse", "setBaseline", "setOwnership", "setVisibility",
+          "fillFromOwnership", "allocate", "apply", "cancelBatch", "advance", "pay", "return"})
+        EXPECT_GE(met.done[action], 10) << action;
+    const std::set<std::string> everyRefusal{"already_reversed",
+                                             "capital_amount_limit",
+                                             "capital_baseline_boundary",
+                                             "capital_baseline_coverage",
+                                             "capital_baseline_overlap",
+                                             "capital_date_order",
+                                             "capital_ownership_missing",
+                                             "capital_revision_conflict",
+                                             "dividend_amount_limit",
+                                             "dividend_date_order",
+                                             "dividend_dependencies",
+                                             "dividend_overapplication",
+                                             "dividend_overpayment",
+                                             "dividend_revision_conflict",
+                                             "forbidden",
+                                             "not_found",
+                                             "validation_error"};
+    EXPECT_EQ(met.refused, everyRefusal);
+}
+
+TEST(Sections, AreKeptAsTheyWereMade)
+{
+    Met met;
+    CompanyFounding founding;
+    founding.company.id = "walked";
+    founding.books = walked(77, 300, met);
+    for (auto& member : founding.books.members)
+        member.email = member.id + "@walked.example";
+    TestService service;
+    service.write([&](Connection& connection) {
+        founding.write(connection);
+        EXPECT_EQ(CapitalRepository::changes(connection, "walked"), founding.books.capitalChanges);
+        EXPECT_EQ(DividendRepository::changes(connection, "walked"), founding.books.dividendChanges);
+    });
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST(Sections, StayWholeWhenSeveralMembersSendEveryCommandTwice)
+{
+    SectionService service;
+    RandomSections commands{4711};
+    int done = 0;
+    const auto twice = [&](const auto& command, const std::string& member) {
+        const auto first = service.send(member, command);
+        const auto again = service.send(member, command);
+        ASSERT_EQ(again.status, first.status) << first.body << again.body;
+        ASSERT_EQ(again.code(), first.code());
+        done += first.status == 200;
+    };
+    for (int number = 0; number < 80; ++number) {
+        const auto member = commands.actor();
+        if (commands.changesCapital()) {
+            auto command = commands.capitalFor(service.capital());
+            command.idempotencyKey = fmt::format("k{}", number);
+            ASSERT_NO_FATAL_FAILURE(twice(command, member));
+        } else {
+            auto command = commands.dividendFor(service.dividends());
+            command.idempotencyKey = fmt::format("k{}", number);
+            ASSERT_NO_FATAL_FAILURE(twice(command, member));
+        }
+        if (number % 6 == 5)
+            ASSERT_EQ(service.problems(), "") << number;
+    }
+    EXPECT_EQ(service.capital().revision + service.dividends().revision, done) << "each was carried out once";
+    EXPECT_GE(done, 18);
+}
+
+}
+
+}
