@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Capital/CapitalSummary.h"
+#include "LedgerCore/Domain/Dividends/DividendSummary.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerService/Books/BookInvariants.h"
@@ -97,6 +99,30 @@ TEST(DemoCompany, ShowsEveryKindInFiveCurrencies)
     EXPECT_EQ(currencies, (std::set<std::string>{"CNY", "IDR", "JPY", "USD", "VND"}));
     EXPECT_EQ(purposes, (std::set<std::string>{"funding", "plain", "return"}));
     EXPECT_GE(partialRefunds, 5);
+}
+
+TEST(DemoCompany, ShowsCapitalAndDividendsInEveryState)
+{
+    const auto books = DemoCompany::make("en-US", "2026-11-21").books;
+    const auto capital = CapitalHistory::stateAfter(books.capitalChanges);
+    EXPECT_EQ(CapitalSummary::create(capital, "USD", {}, {})->totalMinor, 32'000'000);
+    const auto rupiah = *CapitalSummary::create(capital, "IDR", {}, {});
+    EXPECT_EQ(rupiah.recordedMinor, 67'500'000'000);
+    EXPECT_FALSE(rupiah.historyKnown);
+    EXPECT_EQ(rupiah.participants.at(2).ownershipBps, 1'750);
+    EXPECT_EQ(
+        std::ranges::count_if(capital.contributions, [](const auto& each) { return each.reversedBy.has_value(); }), 1);
+
+    const auto dividends = DividendHistory::stateAfter(books.dividendChanges);
+    EXPECT_EQ(DividendSummary::create(dividends, "IDR", {}, {})->unpaidMinor, 11'250'000'045);
+    const auto dollars = *DividendSummary::create(dividends, "USD", {}, {});
+    EXPECT_EQ(dollars.unpaidMinor, 0);
+    EXPECT_EQ(dollars.participants.at(2).advanceMinor, 150'000);
+    EXPECT_EQ(std::ranges::count_if(dividends.batches, &DividendBatch::cancelled), 1);
+    std::set<std::string> kinds;
+    for (const auto& each : dividends.movements)
+        kinds.insert(each.kind);
+    EXPECT_EQ(kinds, (std::set<std::string>{"advance", "application", "payment", "return", "reversal"}));
 }
 
 TEST(DemoCompany, IsTheSameForTheSameLanguageAndDay)
@@ -201,7 +227,9 @@ TEST(DemoWords, HoldEveryWordOfThePlan)
     }
     for (const auto profile : DemoIdentity::profiles)
         EXPECT_TRUE(names.contains(profile)) << profile;
-    for (const auto* key : {"opening", "damaged", "overpaid", "wrongAmount", "wrongAccount", "postedTwice"})
+    for (const auto* key :
+         {"opening", "damaged", "overpaid", "wrongAmount", "wrongAccount", "postedTwice", "contribution", "wrongOwner",
+          "dividendPaid", "dividendAdvance", "dividendBack", "dividendWrong", "dividendDropped"})
         EXPECT_TRUE(DemoWords::notes().contains(key)) << key;
 }
 

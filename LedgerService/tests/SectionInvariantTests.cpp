@@ -240,7 +240,7 @@ TEST(Sections, StayWholeWhenSeveralMembersSendEveryCommandTwice)
         ASSERT_EQ(again.code(), first.code());
         done += first.status == 200;
     };
-    for (int number = 0; number < 80; ++number) {
+    for (int number = 0; number < 40; ++number) {
         const auto member = commands.actor();
         if (commands.changesCapital()) {
             auto command = commands.capitalFor(service.capital());
@@ -255,7 +255,7 @@ TEST(Sections, StayWholeWhenSeveralMembersSendEveryCommandTwice)
             ASSERT_EQ(service.problems(), "") << number;
     }
     EXPECT_EQ(service.capital().revision + service.dividends().revision, done) << "each was carried out once";
-    EXPECT_GE(done, 18);
+    EXPECT_GE(done, 8);
 }
 
 }

@@ -129,6 +129,29 @@ void DemoBookkeeper::undo(std::string_view entryID, std::string_view reason, std
     require(reversed.has_value(), reversed ? "" : reversed.error().message);
 }
 
+std::string DemoBookkeeper::submit(CapitalCommand command, std::string_view recorder)
+{
+    return carryOut(std::move(command), m_books.capitalChanges.size(), recorder);
+}
+
+std::string DemoBookkeeper::submit(DividendCommand command, std::string_view recorder)
+{
+    return carryOut(std::move(command), m_books.dividendChanges.size(), recorder);
+}
+
+template <class Command>
+std::string DemoBookkeeper::carryOut(Command command, std::size_t revision, std::string_view recorder)
+{
+    auto by = act(recorder);
+    by.recordID = m_ids.record(++m_records);
+    command.expectedRevision = static_cast<int>(revision);
+    command.date = by.today;
+    command.idempotencyKey = by.recordID;
+    const auto done = m_books.submit(command, by);
+    require(done.has_value(), done ? "" : done.error().message);
+    return by.recordID;
+}
+
 std::int64_t DemoBookkeeper::between(std::int64_t low, std::int64_t high, std::int64_t step)
 {
     const auto steps = (high - low) / step;

@@ -36,12 +36,20 @@ public:
     /// `reason` is a key of a note.
     void undo(std::string_view entryID, std::string_view reason, std::string_view recorder);
 
+    /// Changes capital or dividends, today and on the section as it stands, and gives the id of what is added.
+    std::string submit(CapitalCommand command, std::string_view recorder);
+    std::string submit(DividendCommand command, std::string_view recorder);
+
+    [[nodiscard]] std::chrono::sys_days today() const { return m_day; }
+
     /// Evenly between both, rounded to `step`.
     [[nodiscard]] std::int64_t between(std::int64_t low, std::int64_t high, std::int64_t step);
 
 private:
     [[nodiscard]] std::int64_t amountOf(const DemoRoutine& routine);
     [[nodiscard]] std::string noteOf(std::string_view key);
+    template <class Command>
+    std::string carryOut(Command command, std::size_t revision, std::string_view recorder);
     [[nodiscard]] BookAct act(std::string_view profile);
 
     Books& m_books;
@@ -51,6 +59,7 @@ private:
     std::chrono::sys_days m_day;
     int m_actsToday = 0;
     int m_entries = 0;
+    int m_records = 0;   // of capital and dividends
     int m_documents = 0; // of this month: invoices, orders and the like
     std::mt19937 m_chance{20'240'229};
 };

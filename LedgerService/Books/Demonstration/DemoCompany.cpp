@@ -160,7 +160,7 @@ DemoCompany DemoCompany::make(std::string_view locale, std::string_view lastDay)
     made.company.countries = {"ID", "VN", "SG", "CN", "JP"};
     made.company.enabledLocales = {AppLanguage::supportedLocales.begin(), AppLanguage::supportedLocales.end()};
     made.company.createdAt = founded;
-    made.company.demo = DemoDescriptor{.version = 1, .locale = std::string{language}};
+    made.company.demo = DemoDescriptor{.version = 2, .locale = std::string{language}};
     made.company.approvalStatus = ApprovalStatus::approved;
 
     made.books.settings = FinancialSettings{.revision = 1,

@@ -10,6 +10,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Books/Demonstration/DemoBookkeeper.h"
+#include "LedgerService/Books/Demonstration/DemoOwners.h"
 #include "LedgerService/Books/Demonstration/DemoPlan.h"
 
 namespace LedgerService {
@@ -55,7 +56,8 @@ const DemoRoutine& routineOf(std::string_view note)
 class Schedule {
 public:
     Schedule(Books& books, const DemoIds& ids, std::string_view locale, sys_days lastDay)
-        : m_keeper(books, ids, locale, lastDay), m_start(firstMonth(lastDay)), m_lastDay(lastDay)
+        : m_keeper(books, ids, locale, lastDay), m_owners(m_keeper, books, ids, locale), m_start(firstMonth(lastDay)),
+          m_lastDay(lastDay)
     {
     }
 
@@ -66,6 +68,8 @@ public:
             m_keeper.open(opening);
         for (int month = 0; month <= monthsBack; ++month)
             plan(month);
+        m_owners.plan(
+            [this](int month, int day, std::function<void()> happen) { on(dayOf(month, day), std::move(happen)); });
         for (const auto& [day, happen] : m_steps) {
             m_keeper.turnTo(day);
             happen();
@@ -177,6 +181,7 @@ private:
     };
 
     DemoBookkeeper m_keeper;
+    DemoOwners m_owners;
     year_month m_start;
     sys_days m_lastDay;
     std::multimap<sys_days, std::function<void()>> m_steps;

@@ -8,7 +8,7 @@
 
 namespace LedgerService {
 
-/// Two years of a trading company's everyday entries.
+/// Two years of a trading company's everyday entries, and of what its owners put in and take out.
 namespace DemoHistory {
 
 /// The first day of the books that end on `lastDay`: the first of its month, two years earlier.

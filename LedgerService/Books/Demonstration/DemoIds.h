@@ -15,6 +15,7 @@ struct DemoIds {
     [[nodiscard]] std::string member(std::string_view profile) const { return named("member", profile); }
     [[nodiscard]] std::string account(std::string_view key) const { return named("account", key); }
     [[nodiscard]] std::string category(std::string_view key) const { return named("category", key); }
+    [[nodiscard]] std::string record(int number) const { return fmt::format("{}-record-{:04}", prefix, number); }
     [[nodiscard]] std::string entry(int number) const { return fmt::format("{}-entry-{:04}", prefix, number); }
 
 private:

@@ -124,6 +124,16 @@ const WordTable allNotes{
     {"overpaid", "客户重复付款", "Pelanggan membayar dua kali", "Khách chuyển khoản trùng", "The customer paid twice"},
     {"wrongAmount", "金额录入错误", "Nominal salah ketik", "Nhập sai số tiền", "Amount mistyped"},
     {"postedTwice", "重复录入", "Tercatat dua kali", "Ghi trùng hai lần", "Posted twice"},
+    {"contribution", "%1增资款", "Setoran modal %1", "Góp vốn %1", "Capital paid in, %1"},
+    {"wrongOwner", "选错股东", "Pemilik salah pilih", "Chọn nhầm chủ sở hữu", "Wrong owner chosen"},
+    {"dividendPaid", "%1支付分红", "Dividen dibayar, %1", "Chi trả cổ tức, %1", "Dividend paid, %1"},
+    {"dividendAdvance", "%1预付分红", "Dividen di muka, %1", "Tạm ứng cổ tức, %1", "Dividend advance, %1"},
+    {"dividendBack", "退回部分预付分红", "Sebagian dividen di muka dikembalikan", "Hoàn lại một phần cổ tức tạm ứng",
+     "Part of the advance given back"},
+    {"dividendWrong", "汇错账户", "Terkirim ke rekening yang salah", "Chuyển nhầm tài khoản",
+     "Sent to the wrong account"},
+    {"dividendDropped", "利润改为留存", "Laba diputuskan untuk ditahan", "Quyết định giữ lại lợi nhuận",
+     "Kept in the company after all"},
     {"wrongAccount", "选错账户", "Rekening salah pilih", "Chọn nhầm tài khoản", "Wrong account chosen"},
 };
 
