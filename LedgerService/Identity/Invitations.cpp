@@ -104,7 +104,7 @@ std::expected<Invitation, Refusal> usable(Connection& connection, std::optional<
 }
 
 /// Tells the invited person, in the person's language where it is known; the code comes from the inviter.
-void tell(const MemberAct& act, const Invite& terms)
+void tell(const CommandAct& act, const Invite& terms)
 {
     const auto person = UserRepository::findByEmail(act.connection, terms.email);
     const auto company = CompanyRepository::find(act.connection, act.companyID).value_or(Company{});

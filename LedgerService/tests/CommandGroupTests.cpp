@@ -9,6 +9,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Http/Dispatcher.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
+#include "LedgerService/Mail/Postbox.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
@@ -90,7 +91,9 @@ protected:
     std::string mira = service.tokenOf("mira");
     std::unique_ptr<Database> database = *Database::open(service.databaseFile());
     ReceiptFolder receipts{service.databaseFile()};
-    Dispatcher dispatcher{{.database = *database, .receipts = receipts, .clock = service.clock(), .policy = {}}};
+    Postbox postbox{*database, service.clock(), {}, nullptr}; // sends nothing
+    Dispatcher dispatcher{
+        {.database = *database, .receipts = receipts, .postbox = postbox, .clock = service.clock(), .policy = {}}};
     std::list<Command> commands;
 };
 
