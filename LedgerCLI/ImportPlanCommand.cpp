@@ -53,6 +53,7 @@ std::vector<Finding> refusalsOf(const LedgerImportPlan& plan, const LedgerSnapsh
 std::vector<Finding> issuesOf(const LedgerImportPlan& plan, std::string_view locale)
 {
     std::vector<Finding> findings;
+    findings.reserve(plan.issues.size());
     for (const auto& each : plan.issues)
         findings.push_back({each.line, each.message, each.value, std::string{LedgerImportWords::text(each, locale)}});
     return findings;

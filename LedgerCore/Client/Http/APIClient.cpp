@@ -116,7 +116,8 @@ QCoro::Task<Result<HttpReply>> APIClient::send(APIRequest request) const
     if (!reply)
         co_return std::unexpected(failureOf(reply.error()));
     const bool isSuccess = reply->status >= 200 && reply->status <= 299;
-    if (!isSuccess && !(isConditional && reply->status == HttpStatus::notModified))
+    const bool isHeld = isConditional && reply->status == HttpStatus::notModified;
+    if (!isSuccess && !isHeld)
         co_return std::unexpected(refusal(*reply));
     co_return std::move(*reply);
 }

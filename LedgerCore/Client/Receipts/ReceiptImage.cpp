@@ -16,6 +16,7 @@
 namespace {
 
 constexpr qint64 bytesPerPixel = 4;
+constexpr qint64 bytesPerMegabyte = 1 << 20;
 
 bool isTooLarge(qint64 width, qint64 height)
 {
@@ -37,7 +38,7 @@ std::optional<QImage> readPlain(std::string_view data, int longestSide)
     static std::once_flag limited;
     std::call_once(limited, [] {
         QImageReader::setAllocationLimit(
-            static_cast<int>(ReceiptCompressor::maximumPixels * bytesPerPixel / (1024 * 1024) + 1));
+            static_cast<int>(ReceiptCompressor::maximumPixels * bytesPerPixel / bytesPerMegabyte + 1));
     });
     const auto bytes = QByteArray::fromRawData(data.data(), static_cast<qsizetype>(data.size()));
     QBuffer buffer;

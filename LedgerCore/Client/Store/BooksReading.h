@@ -20,7 +20,7 @@ QCoro::Task<Result<Record>> LedgerStore::read(BooksReply reply, std::function<st
     co_await reading;
     if (!self)
         co_return std::unexpected(Cancelled{});
-    if (!*record)
-        co_return std::unexpected(invalidResponse());
-    co_return std::move(**record);
+    if (auto& decoded = *record)
+        co_return std::move(*decoded);
+    co_return std::unexpected(invalidResponse());
 }

@@ -60,10 +60,11 @@ void LedgerStore::keepEntry(TransactionInput input, bool outcomeUnknown)
 
 void LedgerStore::forgetEntry()
 {
+    const auto member = signedIn();
     const auto kept = keptEntry();
-    if (!kept)
+    if (!member || !kept)
         return;
-    m_kept.forgetEntry(*signedIn(), kept->input.idempotencyKey);
+    m_kept.forgetEntry(*member, kept->input.idempotencyKey);
     Q_EMIT keptEntryChanged();
 }
 

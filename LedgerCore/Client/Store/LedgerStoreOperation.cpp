@@ -31,7 +31,7 @@ std::optional<Failure> LedgerStore::begin(Publishing publishing)
 {
     requireMainThread();
     if (m_isBusy) {
-        const Failure busy = clientError(ClientCode::busy);
+        Failure busy = clientError(ClientCode::busy);
         if (publishing == Publishing::on)
             publish(busy);
         return busy;
