@@ -7,6 +7,7 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Storage/Sql/ConnectionState.h"
+#include "LedgerService/Storage/Sql/Query.h"
 
 namespace LedgerService {
 
@@ -76,11 +77,6 @@ PreparedStatement& Connection::State::prepared(std::string_view sql)
     return *found->second;
 }
 
-soci::sqlite3_session_backend& Connection::State::backend()
-{
-    return static_cast<soci::sqlite3_session_backend&>(*session.get_backend());
-}
-
 void Connection::State::control(std::string_view sql)
 {
     auto& lent = prepared(sql);
@@ -106,7 +102,10 @@ void Connection::setReadGate(std::shared_ptr<ReadGate> gate)
 
 std::int64_t Connection::rowsChanged()
 {
-    return sqlite_api::sqlite3_total_changes64(m_state->backend().conn_);
+    std::int64_t count = 0;
+    Query query{*this, "SELECT total_changes()"};
+    query.into(count).next();
+    return count;
 }
 
 void Connection::execute(const std::string& statement)

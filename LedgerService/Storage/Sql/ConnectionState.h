@@ -7,7 +7,6 @@
 #include <unordered_map>
 
 #include <soci/soci.h>
-#include <soci/sqlite3/soci-sqlite3.h>
 
 #include "LedgerService/Storage/Sql/Connection.h"
 
@@ -31,8 +30,6 @@ struct Connection::State {
 
     /// Runs a statement that begins or ends a transaction or a part of one.
     void control(std::string_view sql);
-
-    soci::sqlite3_session_backend& backend();
 
     soci::session session;
     std::shared_ptr<ReadGate> gate;
