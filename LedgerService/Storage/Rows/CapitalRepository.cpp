@@ -51,33 +51,13 @@ const auto insertOwnership = ownershipColumns.insert("capital_ownership_versions
 const auto insertVisibility = visibilityColumns.insert("capital_visibility", {{"company_id", ":company"}});
 
 /// Writes what a change made.
-struct Insertion {
-    Connection& connection;
-    std::string_view companyID;
-    int revision;
-
+struct Insertion : SectionRecords::Writer {
     void operator()(const CapitalParticipant& made) const { write(insertParticipant, participantColumns, made); }
     void operator()(const CapitalContribution& made) const { write(insertContribution, contributionColumns, made); }
     void operator()(const CapitalBaseline& made) const { write(insertBaseline, baselineColumns, made); }
     void operator()(const CapitalOwnershipVersion& made) const { write(insertOwnership, ownershipColumns, made); }
     void operator()(const SidebarVisibility& made) const { write(insertVisibility, visibilityColumns, made); }
-
-private:
-    template <class List, class Record>
-    void write(const std::string& statement, const List& list, const Record& made) const
-    {
-        Query query{connection, statement};
-        SectionRecords::write(query.bind("company", companyID), list, revision, made);
-    }
 };
-
-template <class Record, class List>
-void read(Connection& connection, std::string_view companyID, const std::string& statement, const List& list,
-          std::vector<CapitalChange>& changes)
-{
-    Query query{connection, statement};
-    SectionRecords::read<Record>(query.bind("company", companyID), list, changes);
-}
 
 }
 
@@ -87,11 +67,11 @@ std::vector<CapitalChange> CapitalRepository::changes(Connection& connection, st
     auto changes = recordsOf<CapitalChange>(query.bind("company", companyID), changeColumns);
     if (changes.empty())
         return changes;
-    read<CapitalParticipant>(connection, companyID, selectParticipants, participantColumns, changes);
-    read<CapitalContribution>(connection, companyID, selectContributions, contributionColumns, changes);
-    read<CapitalBaseline>(connection, companyID, selectBaselines, baselineColumns, changes);
-    read<CapitalOwnershipVersion>(connection, companyID, selectOwnership, ownershipColumns, changes);
-    read<SidebarVisibility>(connection, companyID, selectVisibility, visibilityColumns, changes);
+    SectionRecords::read<CapitalParticipant>(connection, companyID, selectParticipants, participantColumns, changes);
+    SectionRecords::read<CapitalContribution>(connection, companyID, selectContributions, contributionColumns, changes);
+    SectionRecords::read<CapitalBaseline>(connection, companyID, selectBaselines, baselineColumns, changes);
+    SectionRecords::read<CapitalOwnershipVersion>(connection, companyID, selectOwnership, ownershipColumns, changes);
+    SectionRecords::read<SidebarVisibility>(connection, companyID, selectVisibility, visibilityColumns, changes);
     return changes;
 }
 
@@ -105,7 +85,7 @@ void CapitalRepository::append(Connection& connection, std::string_view companyI
     Query query{connection, insertChange};
     changeColumns.bind(query.bind("company", companyID), change);
     query.run();
-    std::visit(Insertion{connection, companyID, change.revision}, change.made);
+    std::visit(Insertion{{connection, companyID, change.revision}}, change.made);
 }
 
 }

@@ -59,11 +59,7 @@ const auto insertMovement = movementColumns.insert("dividend_movements", {{"comp
 const auto insertVisibility = visibilityColumns.insert("dividend_visibility", {{"company_id", ":company"}});
 
 /// Writes what a change made.
-struct Insertion {
-    Connection& connection;
-    std::string_view companyID;
-    int revision;
-
+struct Insertion : SectionRecords::Writer {
     void operator()(const Participants& made) const
     {
         for (std::size_t at = 0; at < made.size(); ++at) {
@@ -76,23 +72,7 @@ struct Insertion {
     void operator()(const DividendCancellation& made) const { write(insertCancellation, cancellationColumns, made); }
     void operator()(const DividendMovement& made) const { write(insertMovement, movementColumns, made); }
     void operator()(const SidebarVisibility& made) const { write(insertVisibility, visibilityColumns, made); }
-
-private:
-    template <class List, class Record>
-    void write(const std::string& statement, const List& list, const Record& made) const
-    {
-        Query query{connection, statement};
-        SectionRecords::write(query.bind("company", companyID), list, revision, made);
-    }
 };
-
-template <class Record, class List>
-void read(Connection& connection, std::string_view companyID, const std::string& statement, const List& list,
-          std::vector<DividendChange>& changes)
-{
-    Query query{connection, statement};
-    SectionRecords::read<Record>(query.bind("company", companyID), list, changes);
-}
 
 void readParticipants(Connection& connection, std::string_view companyID, std::vector<DividendChange>& changes)
 {
@@ -113,10 +93,11 @@ std::vector<DividendChange> DividendRepository::changes(Connection& connection, 
     if (changes.empty())
         return changes;
     readParticipants(connection, companyID, changes);
-    read<DividendBatch>(connection, companyID, selectBatches, batchColumns, changes);
-    read<DividendCancellation>(connection, companyID, selectCancellations, cancellationColumns, changes);
-    read<DividendMovement>(connection, companyID, selectMovements, movementColumns, changes);
-    read<SidebarVisibility>(connection, companyID, selectVisibility, visibilityColumns, changes);
+    SectionRecords::read<DividendBatch>(connection, companyID, selectBatches, batchColumns, changes);
+    SectionRecords::read<DividendCancellation>(connection, companyID, selectCancellations, cancellationColumns,
+                                               changes);
+    SectionRecords::read<DividendMovement>(connection, companyID, selectMovements, movementColumns, changes);
+    SectionRecords::read<SidebarVisibility>(connection, companyID, selectVisibility, visibilityColumns, changes);
     return changes;
 }
 
@@ -130,7 +111,7 @@ void DividendRepository::append(Connection& connection, std::string_view company
     Query query{connection, insertChange};
     changeColumns.bind(query.bind("company", companyID), change);
     query.run();
-    std::visit(Insertion{connection, companyID, change.revision}, change.made);
+    std::visit(Insertion{{connection, companyID, change.revision}}, change.made);
 }
 
 }

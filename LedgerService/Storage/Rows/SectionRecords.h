@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -63,11 +64,14 @@ void eachRecord(Query& query, const List& list, std::vector<Change>& changes, co
     }
 }
 
-/// Puts each record of a query to its change.
+/// Puts each record that the company has by this statement to its change.
 template <class Record, class List, class Change>
-void read(Query& query, const List& list, std::vector<Change>& changes)
+void read(Connection& connection, std::string_view companyID, const std::string& statement, const List& list,
+          std::vector<Change>& changes)
 {
-    eachRecord<Record>(query, list, changes, [](Change& change, const Record& record) { change.made = record; });
+    Query query{connection, statement};
+    eachRecord<Record>(query.bind("company", companyID), list, changes,
+                       [](Change& change, const Record& record) { change.made = record; });
 }
 
 /// Writes one record of a change. `query` knows the company already.
@@ -77,6 +81,20 @@ void write(Query& query, const List& list, int revision, const Record& record)
     list.bind(query, Made<Record>{revision, record});
     query.run();
 }
+
+/// The change whose records are being written.
+struct Writer {
+    Connection& connection;
+    std::string_view companyID;
+    int revision;
+
+    template <class List, class Record>
+    void write(const std::string& statement, const List& list, const Record& made) const
+    {
+        Query query{connection, statement};
+        SectionRecords::write(query.bind("company", companyID), list, revision, made);
+    }
+};
 
 }
 
