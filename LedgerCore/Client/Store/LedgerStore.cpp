@@ -2,15 +2,11 @@
 
 #include <utility>
 
-#include <QThread>
-
 #include "LedgerCore/Client/Errors/StoreMessages.h"
-#include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Receipts/AttachmentCache.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Session/LanguageDefaults.h"
-#include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 
@@ -24,24 +20,19 @@ std::optional<std::string> supported(std::optional<std::string> code)
 }
 
 LedgerStore::LedgerStore(std::string baseURL, Environment environment, QObject* parent)
-    : QObject(parent), AccountOperations(static_cast<OperationRunner&>(*this)),
+    : StoreProperties(supported(environment.languageDefaults.chosenLanguage()), parent), SignedInRights(m_snapshot),
+      AccessOperations(static_cast<SessionRunner&>(*this)), AccountOperations(static_cast<OperationRunner&>(*this)),
       BookCommandOperations(static_cast<OperationRunner&>(*this)),
-      CategoryOperations(static_cast<OperationRunner&>(*this)), MemberOperations(static_cast<OperationRunner&>(*this)),
-      m_preferredAppLocale(supported(environment.languageDefaults.chosenLanguage())), m_endpoint(std::move(baseURL)),
-      m_environment(environment)
+      CategoryOperations(static_cast<OperationRunner&>(*this)), ExportOperations(static_cast<OperationRunner&>(*this)),
+      MemberOperations(static_cast<OperationRunner&>(*this)), m_environment(environment),
+      m_connection(std::move(baseURL), environment.limits)
 {
 }
 
 LedgerStore::~LedgerStore()
 {
     blockSignals(true);
-    if (m_cachedClient)
-        m_cachedClient->abort();
-}
-
-std::shared_ptr<const PendingCompanyRegistration> LedgerStore::pendingCompanyRegistration() const
-{
-    return m_pendingCompanyRegistration;
+    m_connection.abort();
 }
 
 std::string LedgerStore::locale() const
@@ -76,10 +67,11 @@ void LedgerStore::setServerURL(std::string address)
 {
     if (m_snapshot || m_isBusy)
         return;
-    // Both belong to the service of the old address.
-    m_token.reset();
     assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
-    assign(m_endpoint, std::move(address), &LedgerStore::endpointChanged);
+    if (address == m_connection.address())
+        return m_connection.setToken({});
+    m_connection.setAddress(std::move(address));
+    Q_EMIT endpointChanged();
 }
 
 void LedgerStore::dismissMessages()
@@ -90,8 +82,7 @@ void LedgerStore::dismissMessages()
 
 void LedgerStore::cancel()
 {
-    if (m_cachedClient)
-        m_cachedClient->abort(Errand::person);
+    m_connection.abort(Errand::person);
 }
 
 std::string LedgerStore::friendly(const Failure& failure, std::optional<std::string> locale) const
@@ -102,11 +93,6 @@ std::string LedgerStore::friendly(const Failure& failure, std::optional<std::str
     if (const auto* error = std::get_if<MoneyError>(&failure))
         return std::string{friendlyMessage(*error, language)};
     return std::string{clientError(ClientCode::unknown).friendlyMessage(language)};
-}
-
-void LedgerStore::requireMainThread() const
-{
-    require(QThread::currentThread() == thread(), "the store is used on its own thread only");
 }
 
 void LedgerStore::publish(const Failure& failure)

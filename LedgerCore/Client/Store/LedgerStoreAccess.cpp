@@ -2,107 +2,121 @@
 
 #include <QPointer>
 
-#include "LedgerCore/Client/Http/APIClient.h"
+#include "LedgerCore/Client/Session/Approval.h"
 #include "LedgerCore/Client/Session/SessionCredentialStore.h"
 #include "LedgerCore/Client/Snapshots/AccessReply.h"
-#include "LedgerCore/Client/Store/BooksReading.h"
+#include "LedgerCore/Client/Snapshots/BooksReply.h"
+#include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
+#include "LedgerCore/Client/Snapshots/SnapshotLoading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
-#include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 
-QCoro::Task<Result<void>> LedgerStore::registerCompany(Registration registration)
+/// What a way of signing in was answered with.
+struct LedgerStore::SignInReply {
+    CompanyRegistrationResponse response;
+    std::string tag; // of the snapshot
+};
+
+QCoro::Task<Result<void>> LedgerStore::signIn(std::string path, std::string body, Session session)
 {
-    return operation(Publishing::on, [this, body = Json::encode(registration)] {
-        return authenticate("v1/auth/register", body, Session::regular);
+    return operation(Publishing::on, [this, path = std::move(path), body = std::move(body), session] {
+        return authenticate(path, body, session);
     });
 }
 
-QCoro::Task<Result<AccessChallenge>> LedgerStore::startAccess(std::string email, std::string code, std::string purpose)
+QCoro::Task<Result<void>> LedgerStore::signInAndEnter(std::string login, APIRequest entering)
 {
-    const AccessStart start{.email = std::move(email),
-                            .invitationCode = std::move(code),
-                            .purpose = std::move(purpose),
-                            .locale = locale()};
-    return askSignedOut<AccessChallenge>("v1/auth/access/start", Json::encode(start));
-}
-
-QCoro::Task<Result<AccessVerification>> LedgerStore::verifyAccess(std::string challengeID, std::string code)
-{
-    const AccessCode handedIn{.challengeID = std::move(challengeID), .code = std::move(code)};
-    return askSignedOut<AccessVerification>("v1/auth/access/verify", Json::encode(handedIn));
-}
-
-QCoro::Task<Result<void>> LedgerStore::completeAccess(std::string challengeID, std::string ticket, std::string name,
-                                                      std::string password)
-{
-    const AccessCompletion completion{.challengeID = std::move(challengeID),
-                                      .ticket = std::move(ticket),
-                                      .name = std::move(name),
-                                      .password = std::move(password),
-                                      .locale = locale()};
-    return operation(Publishing::on, [this, body = Json::encode(completion)] {
-        return authenticate("v1/auth/access/complete", body, Session::regular);
+    return operation(Publishing::on, [this, login = std::move(login), entering = std::move(entering)] {
+        return authenticateAndEnter(login, entering);
     });
 }
 
-QCoro::Task<Result<CompanyChoices>> LedgerStore::listCompanies()
+QCoro::Task<Result<void>> LedgerStore::enter(APIRequest request)
 {
-    return ask<CompanyChoices>({.path = "v1/me/companies"}, Publishing::on);
+    return operation(Publishing::on, [this, request = std::move(request)] { return enterCompany(request); });
 }
 
-QCoro::Task<Result<InvitationPreview>> LedgerStore::previewInvitation(std::string code)
+QCoro::Task<Result<PendingCompanyRegistration>> LedgerStore::apply(APIRequest request)
 {
-    const InvitationLookup lookup{.code = std::move(code)};
-    return ask<InvitationPreview>({.method = "POST", .path = "v1/me/invitation", .body = Json::encode(lookup)},
-                                  Publishing::on);
-}
-
-QCoro::Task<Result<void>> LedgerStore::switchCompany(std::string id)
-{
-    const CompanySwitch wanted{.companyID = std::move(id)};
-    return operation(Publishing::on, [this, body = Json::encode(wanted)] {
-        return enterCompany({.method = "POST", .path = "v1/me/companies/switch", .body = body});
-    });
-}
-
-QCoro::Task<Result<void>> LedgerStore::acceptCompanyInvitation(std::string code)
-{
-    const InvitationAcceptance acceptance{.code = std::move(code), .locale = locale()};
-    return operation(Publishing::on, [this, body = Json::encode(acceptance)] {
-        return enterCompany({.method = "POST", .path = "v1/invites/accept", .body = body});
-    });
-}
-
-QCoro::Task<Result<PendingCompanyRegistration>> LedgerStore::createAnotherCompany(std::string name,
-                                                                                  std::string requestID)
-{
-    const CompanyApplication application{.companyName = std::move(name), .requestID = std::move(requestID)};
     const QPointer<LedgerStore> self = this;
-    auto asking = ask<PendingCompanyRegistration>(
-        {.method = "POST", .path = "v1/me/companies", .body = Json::encode(application)}, Publishing::on);
+    auto asking = ask<PendingCompanyRegistration>(std::move(request), Publishing::on);
     auto pending = co_await asking;
     if (self && pending)
         holdApplication(*pending);
     co_return pending;
 }
 
-QCoro::Task<Result<void>> LedgerStore::loginAndAcceptInvitation(std::string email, std::string password,
-                                                                std::string code)
+QCoro::Task<Result<LedgerStore::SignInReply>> LedgerStore::askToSignIn(std::string path, std::string body)
 {
-    const Login login{.email = std::move(email), .password = std::move(password)};
-    const InvitationAcceptance acceptance{.code = std::move(code), .locale = locale()};
-    return operation(Publishing::on, [this, signIn = Json::encode(login), accept = Json::encode(acceptance)] {
-        return signInAndAccept(signIn, accept);
-    });
+    assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
+    assign(m_noticeMessage, {}, &LedgerStore::noticeMessageChanged);
+    auto sent = BooksReply::asked(&m_connection, {.method = "POST", .path = std::move(path), .body = std::move(body)},
+                                  m_snapshot);
+    auto answered = co_await sent;
+    if (!answered)
+        co_return std::unexpected(answered.error());
+    auto tag = answered->tag();
+    auto reading = BooksReply::read<CompanyRegistrationResponse>(std::move(*answered), AccessReply::decode);
+    auto response = co_await reading;
+    if (!response)
+        co_return std::unexpected(response.error());
+    co_return SignInReply{.response = std::move(*response), .tag = std::move(tag)};
+}
+
+QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::string body, Session session)
+{
+    if (m_connection.token())
+        co_return std::unexpected(clientError(ClientCode::alreadyAuthenticated));
+    auto signingIn = askToSignIn(std::move(path), std::move(body));
+    auto signedIn = co_await signingIn;
+    if (!signedIn)
+        co_return std::unexpected(signedIn.error());
+    if (auto* pending = std::get_if<PendingCompanyRegistration>(&signedIn->response)) {
+        awaitReview(std::move(*pending));
+        co_return Result<void>{};
+    }
+    auto opening = open(std::move(std::get<AuthResponse>(signedIn->response)), session == Session::demonstration,
+                        std::move(signedIn->tag));
+    co_return co_await opening;
+}
+
+QCoro::Task<Result<void>> LedgerStore::open(AuthResponse opened, bool isDemo, std::string tag)
+{
+    if (const auto refused = Approval::whyNot(opened.snapshot.company))
+        co_return std::unexpected(*refused);
+    const SavedSession kept{.token = opened.token, .isDemo = isDemo};
+    m_connection.setToken(kept.token);
+    m_isSessionKept = false;
+    assign(m_isDemo, kept.isDemo, &LedgerStore::isDemoChanged);
+    replaceSnapshot(
+        {.fresh = releasedByWorker<LedgerSnapshot>(std::move(opened.snapshot)), .held = {}, .tag = std::move(tag)});
+    auto keeping = keepSession(kept);
+    co_return co_await keeping;
+}
+
+void LedgerStore::awaitReview(PendingCompanyRegistration pending)
+{
+    holdApplication(std::move(pending));
+    assign(m_noticeMessage, std::optional{friendly(clientError(ServiceCode::companyPending))},
+           &LedgerStore::noticeMessageChanged);
+}
+
+void LedgerStore::holdApplication(PendingCompanyRegistration pending)
+{
+    assign(m_pendingCompanyRegistration,
+           std::shared_ptr<const PendingCompanyRegistration>{
+               std::make_shared<PendingCompanyRegistration>(std::move(pending))},
+           &LedgerStore::pendingCompanyRegistrationChanged);
 }
 
 QCoro::Task<Result<void>> LedgerStore::enterCompany(APIRequest request)
 {
-    auto prepared = authorized(std::move(request));
+    auto prepared = m_connection.authorized(std::move(request));
     if (!prepared)
         co_return std::unexpected(prepared.error());
-    const SavedSession session{.token = *m_token, .isDemo = m_isDemo};
-    auto sent = exchangeForBooks(std::move(*prepared));
+    const SavedSession session{.token = *m_connection.token(), .isDemo = m_isDemo};
+    auto sent = BooksReply::asked(&m_connection, std::move(*prepared), m_snapshot);
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
@@ -112,8 +126,8 @@ QCoro::Task<Result<void>> LedgerStore::enterCompany(APIRequest request)
 
 QCoro::Task<Result<void>> LedgerStore::openCompany(BooksReply reply, SavedSession session)
 {
-    auto tag = std::string{reply.head.header("etag")};
-    auto reading = read<AuthResponse>(std::move(reply), [token = session.token](SplitReply split) {
+    auto tag = reply.tag();
+    auto reading = BooksReply::read<AuthResponse>(std::move(reply), [token = session.token](SplitReply split) {
         return AccessReply::decodeOpened(std::move(split), token);
     });
     auto opened = co_await reading;
@@ -123,11 +137,11 @@ QCoro::Task<Result<void>> LedgerStore::openCompany(BooksReply reply, SavedSessio
     co_return co_await opening;
 }
 
-QCoro::Task<Result<void>> LedgerStore::signInAndAccept(std::string login, std::string acceptance)
+QCoro::Task<Result<void>> LedgerStore::authenticateAndEnter(std::string login, APIRequest entering)
 {
-    if (m_token)
+    if (m_connection.token())
         co_return std::unexpected(clientError(ClientCode::alreadyAuthenticated));
-    auto signingIn = signIn("v1/auth/login", std::move(login));
+    auto signingIn = askToSignIn("v1/auth/login", std::move(login));
     auto signedIn = co_await signingIn;
     if (!signedIn)
         co_return std::unexpected(signedIn.error());
@@ -138,19 +152,19 @@ QCoro::Task<Result<void>> LedgerStore::signInAndAccept(std::string login, std::s
 
     const SavedSession session{.token = std::get<AuthResponse>(signedIn->response).token, .isDemo = false};
     const QPointer<LedgerStore> self = this;
-    auto accepting = exchangeForBooks(
-        {.method = "POST", .path = "v1/invites/accept", .token = session.token, .body = std::move(acceptance)});
-    auto accepted = co_await accepting;
+    entering.token = session.token;
+    auto asking = BooksReply::asked(&m_connection, std::move(entering), m_snapshot);
+    auto entered = co_await asking;
     Result<void> outcome;
-    if (accepted) {
-        auto opening = openCompany(std::move(*accepted), session);
+    if (entered) {
+        auto opening = openCompany(std::move(*entered), session);
         outcome = co_await opening;
     } else {
-        outcome = std::unexpected(accepted.error());
+        outcome = std::unexpected(entered.error());
     }
     // Nobody is left signed in to a company that was not asked for.
     if (self && !outcome)
-        std::ignore =
-            exchange({.method = "POST", .path = "v1/auth/logout", .token = session.token, .errand = Errand::farewell});
+        std::ignore = m_connection.exchange(
+            {.method = "POST", .path = "v1/auth/logout", .token = session.token, .errand = Errand::farewell});
     co_return outcome;
 }

@@ -5,7 +5,6 @@
 #include <QByteArray>
 #include <QPointer>
 
-#include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Receipts/AttachmentCache.h"
 #include "LedgerCore/Client/Receipts/AttachmentFilename.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
@@ -32,7 +31,7 @@ QCoro::Task<Result<Attachment>> LedgerStore::uploadAttachment(std::string name, 
 
 QCoro::Task<Result<Attachment>> LedgerStore::upload(std::string name, std::string mime, std::string data)
 {
-    auto request = authorized({.method = "POST", .path = "v1/attachments"});
+    auto request = m_connection.authorized({.method = "POST", .path = "v1/attachments"});
     if (!request)
         co_return std::unexpected(request.error());
     const QPointer<LedgerStore> self = this;
@@ -45,7 +44,7 @@ QCoro::Task<Result<Attachment>> LedgerStore::upload(std::string name, std::strin
     if (!self)
         co_return std::unexpected(Cancelled{});
     request->body = std::move(*body);
-    auto sending = exchange(std::move(*request));
+    auto sending = m_connection.exchange(std::move(*request));
     const auto reply = co_await sending;
     if (!reply)
         co_return std::unexpected(reply.error());
@@ -82,7 +81,7 @@ QCoro::Task<Result<std::filesystem::path>> LedgerStore::downloadAttachment(std::
 
 QCoro::Task<Result<std::filesystem::path>> LedgerStore::download(std::string id)
 {
-    auto request = authorized({.path = "v1/attachments/" + id});
+    auto request = m_connection.authorized({.path = "v1/attachments/" + id});
     if (!request)
         co_return std::unexpected(request.error());
     const auto* known = attachment(id);
@@ -92,7 +91,7 @@ QCoro::Task<Result<std::filesystem::path>> LedgerStore::download(std::string id)
     if (auto cached = m_attachmentCache->find(id, fileName))
         co_return std::move(*cached);
     const QPointer<LedgerStore> self = this;
-    auto sending = exchange(std::move(*request));
+    auto sending = m_connection.exchange(std::move(*request));
     auto reply = co_await sending;
     if (!reply)
         co_return std::unexpected(reply.error());

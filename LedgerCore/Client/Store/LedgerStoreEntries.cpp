@@ -2,7 +2,6 @@
 
 #include <QPointer>
 
-#include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
@@ -38,8 +37,9 @@ std::optional<MemberIdentity> LedgerStore::signedIn() const
 {
     if (!m_snapshot)
         return std::nullopt;
-    return MemberIdentity{
-        .endpoint = m_endpoint, .companyID = m_snapshot->company.id, .memberID = m_snapshot->currentMember.id};
+    return MemberIdentity{.endpoint = m_connection.address(),
+                          .companyID = m_snapshot->company.id,
+                          .memberID = m_snapshot->currentMember.id};
 }
 
 std::optional<KeptEntry> LedgerStore::keptEntry() const
@@ -76,11 +76,11 @@ QCoro::Task<Result<std::string>> LedgerStore::postTransaction(TransactionInput i
 QCoro::Task<Result<std::string>> LedgerStore::record(TransactionInput input)
 {
     const auto member = signedIn();
-    auto request = authorized({.method = "POST", .path = "v1/transactions", .body = Json::encode(input)});
+    auto request = m_connection.authorized({.method = "POST", .path = "v1/transactions", .body = Json::encode(input)});
     if (!request || !member)
         co_return std::unexpected(clientError(ClientCode::noSession));
     const QPointer<LedgerStore> self = this;
-    auto sending = exchange(std::move(*request));
+    auto sending = m_connection.exchange(std::move(*request));
     const auto reply = co_await sending;
     if (!self)
         co_return std::unexpected(Cancelled{});
@@ -108,10 +108,11 @@ QCoro::Task<Result<void>> LedgerStore::recordEach(std::vector<TransactionInput> 
     const QPointer<LedgerStore> self = this;
     Result<void> outcome;
     for (std::size_t done = 0; outcome && done < inputs.size();) {
-        auto request = authorized({.method = "POST", .path = "v1/transactions", .body = Json::encode(inputs[done])});
+        auto request =
+            m_connection.authorized({.method = "POST", .path = "v1/transactions", .body = Json::encode(inputs[done])});
         if (!request)
             co_return std::unexpected(request.error());
-        auto sending = exchange(std::move(*request));
+        auto sending = m_connection.exchange(std::move(*request));
         const auto reply = co_await sending;
         if (!self)
             co_return std::unexpected(Cancelled{});
@@ -147,7 +148,7 @@ QCoro::Task<Result<void>> LedgerStore::reverseTransaction(std::string id, std::s
 QCoro::Task<Result<void>> LedgerStore::sendReversal(std::string id, std::string reason)
 {
     const auto member = signedIn();
-    if (!m_token || !member)
+    if (!m_connection.token() || !member)
         co_return std::unexpected(clientError(ClientCode::noSession));
     const auto* kept = m_kept.reversal(*member, id);
     const auto reversal =

@@ -1,15 +1,18 @@
+#include <limits>
 #include <utility>
 
 #include <QPointer>
 
-#include "LedgerCore/Client/Http/APIClient.h"
+#include "LedgerCore/Client/Snapshots/BooksReply.h"
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
-#include "LedgerCore/Client/Store/BooksReading.h"
+#include "LedgerCore/Client/Snapshots/SnapshotLoading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
 #include "LedgerCore/Domain/Records/OK.h"
 
 namespace {
+
+constexpr auto onWorker = std::numeric_limits<std::size_t>::max();
 
 QCoro::Task<Result<void>> failing(Failure failure)
 {
@@ -37,8 +40,7 @@ std::optional<Failure> LedgerStore::begin(Publishing publishing)
         return busy;
     }
     m_quietRun = 0;
-    if (m_cachedClient)
-        m_cachedClient->abort(Errand::background);
+    m_connection.abort(Errand::background);
     assign(m_isBusy, true, &LedgerStore::isBusyChanged);
     assign(m_errorMessage, {}, &LedgerStore::errorMessageChanged);
     return std::nullopt;
@@ -47,7 +49,7 @@ std::optional<Failure> LedgerStore::begin(Publishing publishing)
 QCoro::Task<void> LedgerStore::finish(Publishing publishing, std::optional<Failure> failure)
 {
     const QPointer<LedgerStore> self = this;
-    const bool isExpired = failure && m_token && endsSession(*failure);
+    const bool isExpired = failure && m_connection.token() && endsSession(*failure);
     if (isExpired) {
         auto clearing = clearExpiredSession(*failure);
         co_await clearing;
@@ -74,56 +76,6 @@ QCoro::Task<void> LedgerStore::perform(std::function<QCoro::Task<Result<void>>()
         publish(outcome.error());
 }
 
-std::expected<APIClient, Failure> LedgerStore::client()
-{
-    auto address = APIClient::validatedURL(m_endpoint);
-    if (!address)
-        return std::unexpected(address.error());
-    if (!m_cachedClient || m_cachedClient->baseURL() != *address)
-        m_cachedClient =
-            std::make_unique<APIClient>(std::move(*address), std::make_shared<HttpSession>(m_environment.limits));
-    return *m_cachedClient;
-}
-
-std::expected<APIRequest, Failure> LedgerStore::authorized(APIRequest request) const
-{
-    if (!m_token)
-        return std::unexpected(clientError(ClientCode::noSession));
-    request.token = m_token;
-    return request;
-}
-
-QCoro::Task<Result<HttpReply>> LedgerStore::exchange(APIRequest request)
-{
-    const auto client = this->client();
-    if (!client)
-        co_return std::unexpected(client.error());
-    const QPointer<LedgerStore> self = this;
-    auto sent = client->send(std::move(request));
-    auto reply = co_await sent;
-    if (!self)
-        co_return std::unexpected(Cancelled{});
-    co_return reply;
-}
-
-/// What is new in large books is few bytes, but much may have to be looked at.
-std::size_t LedgerStore::quicklyReadBytes() const
-{
-    constexpr std::size_t manyEntries = 2000;
-    return m_snapshot && m_snapshot->transactions.size() > manyEntries ? 0 : quicklyRead;
-}
-
-QCoro::Task<Result<LedgerStore::BooksReply>> LedgerStore::exchangeForBooks(APIRequest request)
-{
-    const auto reading = std::make_shared<ReplyReading>(quicklyReadBytes());
-    request.sink = reading;
-    auto sent = exchange(std::move(request));
-    auto reply = co_await sent;
-    if (!reply)
-        co_return std::unexpected(reply.error());
-    co_return BooksReply{.head = std::move(*reply), .reading = reading};
-}
-
 QCoro::Task<Result<void>> LedgerStore::change(APIRequest request, Publishing publishing)
 {
     return operation(publishing, [this, request = std::move(request)] { return mutate(request); });
@@ -142,14 +94,40 @@ QCoro::Task<Result<std::string>> LedgerStore::create(APIRequest request, Publish
 QCoro::Task<Result<void>> LedgerStore::askAndRead(APIRequest request, Publishing publishing, Reader read)
 {
     return operation(publishing, [this, request = std::move(request), read = std::move(read)] {
-        auto prepared = authorized(request);
+        auto prepared = m_connection.authorized(request);
         return prepared ? fetchRecord(std::move(*prepared), read) : failing(prepared.error());
     });
 }
 
+QCoro::Task<Result<void>> LedgerStore::postAndRead(APIRequest request, Reader read)
+{
+    return operation(Publishing::on, [this, request = std::move(request), read = std::move(read)] { //
+        return fetchRecord(request, read);
+    });
+}
+
+QCoro::Task<Result<void>> LedgerStore::checkFreshBooks(Publishing publishing, FromBooks<void> check)
+{
+    return operation(publishing, [this, check = std::move(check)] { return loadAndCheck(check); });
+}
+
+QCoro::Task<Result<void>> LedgerStore::loadAndCheck(FromBooks<void> check)
+{
+    auto loading = load();
+    const auto loaded = co_await loading;
+    if (!loaded)
+        co_return std::unexpected(loaded.error());
+    const auto outcome = std::make_shared<Result<void>>(std::unexpected(Failure{Cancelled{}}));
+    auto checking = runForSize(onWorker, [check = std::move(check), books = m_snapshot, outcome] { //
+        *outcome = check(*books);
+    });
+    co_await checking;
+    co_return std::move(*outcome);
+}
+
 QCoro::Task<Result<void>> LedgerStore::fetchRecord(APIRequest request, Reader read)
 {
-    auto sent = exchange(std::move(request));
+    auto sent = m_connection.exchange(std::move(request));
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
@@ -164,10 +142,10 @@ QCoro::Task<Result<void>> LedgerStore::fetchRecord(APIRequest request, Reader re
 
 QCoro::Task<Result<void>> LedgerStore::sendCommand(APIRequest request)
 {
-    auto prepared = authorized(std::move(request));
+    auto prepared = m_connection.authorized(std::move(request));
     if (!prepared)
         co_return std::unexpected(prepared.error());
-    auto sent = exchange(std::move(*prepared));
+    auto sent = m_connection.exchange(std::move(*prepared));
     const auto accepted = co_await sent;
     if (!accepted)
         co_return std::unexpected(accepted.error());
@@ -177,14 +155,14 @@ QCoro::Task<Result<void>> LedgerStore::sendCommand(APIRequest request)
 
 QCoro::Task<Result<std::string>> LedgerStore::sendCreation(APIRequest request)
 {
-    auto prepared = authorized(std::move(request));
+    auto prepared = m_connection.authorized(std::move(request));
     if (!prepared)
         co_return std::unexpected(prepared.error());
-    auto sent = exchangeForBooks(std::move(*prepared));
+    auto sent = BooksReply::asked(&m_connection, std::move(*prepared), m_snapshot);
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
-    auto reading = read<CategoryCreationResponse>(std::move(*reply), created);
+    auto reading = BooksReply::read<CategoryCreationResponse>(std::move(*reply), created);
     auto decoded = co_await reading;
     if (!decoded)
         co_return std::unexpected(decoded.error());
@@ -194,12 +172,12 @@ QCoro::Task<Result<std::string>> LedgerStore::sendCreation(APIRequest request)
 
 QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)
 {
-    auto prepared = authorized(std::move(request));
+    auto prepared = m_connection.authorized(std::move(request));
     if (!prepared)
         co_return std::unexpected(prepared.error());
     if (!m_snapshotTag.empty())
         prepared->headers.push_back({"Prefer", minimalReply});
-    auto sent = exchange(std::move(*prepared));
+    auto sent = m_connection.exchange(std::move(*prepared));
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
@@ -209,9 +187,8 @@ QCoro::Task<Result<void>> LedgerStore::mutate(APIRequest request)
         auto reloading = reload();
         co_return co_await reloading;
     }
-    auto whole = std::make_shared<ReplyReading>(quicklyReadBytes());
-    whole->take(std::exchange(reply->body, {}));
-    auto reading = readSnapshot({.head = std::move(*reply), .reading = std::move(whole)});
+    auto whole = BooksReply::arrived(&m_connection, std::move(*reply), m_snapshot);
+    auto reading = SnapshotLoading::readWhole(std::move(whole), m_snapshot);
     auto loaded = co_await reading;
     if (!loaded)
         co_return std::unexpected(loaded.error());

@@ -2,13 +2,11 @@
 
 #include <QPointer>
 
-#include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Session/Approval.h"
 #include "LedgerCore/Client/Session/Clock.h"
-#include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
-#include "LedgerCore/Client/Snapshots/SnapshotDelta.h"
-#include "LedgerCore/Client/Store/BooksReading.h"
+#include "LedgerCore/Client/Snapshots/SnapshotLoading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Client/Store/StoreOperation.h"
 
 QCoro::Task<Result<void>> LedgerStore::refresh(bool publishError)
 {
@@ -35,14 +33,14 @@ QCoro::Task<Result<void>> LedgerStore::refreshQuietly()
     m_quietRun = ++m_lastQuietRun;
     const auto run = m_quietRun;
     const QPointer<LedgerStore> self = this;
-    auto fetching = fetchBooks(Errand::background);
+    auto fetching = SnapshotLoading::load(&m_connection, heldBooks(), Errand::background);
     auto loaded = co_await fetching;
     // A person's operation that began meanwhile knows better.
     if (!self || m_quietRun != run)
         co_return std::unexpected(Cancelled{});
     m_quietRun = 0;
     const auto adopted = adopt(std::move(loaded));
-    if (adopted || !m_token || !endsSession(adopted.error()))
+    if (adopted || !m_connection.token() || !endsSession(adopted.error()))
         co_return adopted;
     auto clearing = clearExpiredSession(adopted.error());
     co_await clearing;
@@ -54,7 +52,7 @@ QCoro::Task<Result<void>> LedgerStore::refreshQuietly()
 QCoro::Task<Result<void>> LedgerStore::load()
 {
     const QPointer<LedgerStore> self = this;
-    auto fetching = fetchBooks(Errand::person);
+    auto fetching = SnapshotLoading::load(&m_connection, heldBooks(), Errand::person);
     auto loaded = co_await fetching;
     if (!self)
         co_return std::unexpected(Cancelled{});
@@ -76,79 +74,9 @@ Result<void> LedgerStore::adopt(Result<LoadedSnapshot> loaded)
     return {};
 }
 
-QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::fetchBooks(Errand errand)
+HeldBooks LedgerStore::heldBooks() const
 {
-    const LoadedSnapshot held{.fresh = m_snapshot, .held = m_snapshot, .isSame = true, .tag = m_snapshotTag};
-    if (held.tag.empty()) {
-        auto fetching = fetchWhole(errand);
-        co_return co_await fetching;
-    }
-    auto request = authorized({.path = "v1/snapshot", .errand = errand});
-    if (!request)
-        co_return std::unexpected(request.error());
-    request->headers = {{"If-None-Match", held.tag}, {"A-IM", "entries"}};
-    const QPointer<LedgerStore> self = this;
-    auto sent = exchangeForBooks(std::move(*request));
-    auto reply = co_await sent;
-    if (!reply)
-        co_return std::unexpected(reply.error());
-    if (reply->head.status == HttpStatus::notModified)
-        co_return held;
-    const bool isDelta = reply->head.status == HttpStatus::deltaUsed;
-    auto reading = isDelta ? readDelta(std::move(*reply), held) : readSnapshot(std::move(*reply));
-    auto loaded = co_await reading;
-    if (loaded || !isDelta || !self)
-        co_return loaded;
-    auto fetching = fetchWhole(errand);
-    co_return co_await fetching;
-}
-
-QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::fetchWhole(Errand errand)
-{
-    auto request = authorized({.path = "v1/snapshot", .errand = errand});
-    if (!request)
-        co_return std::unexpected(request.error());
-    auto sent = exchangeForBooks(std::move(*request));
-    auto reply = co_await sent;
-    if (!reply)
-        co_return std::unexpected(reply.error());
-    // Nobody asked for a part.
-    if (reply->head.status == HttpStatus::deltaUsed)
-        co_return std::unexpected(invalidResponse());
-    auto reading = readSnapshot(std::move(*reply));
-    co_return co_await reading;
-}
-
-/// `next` beside the snapshot that is held, which stays where it says the same.
-LedgerStore::LoadedSnapshot LedgerStore::compared(LedgerSnapshot next, SnapshotPointer held, std::string tag)
-{
-    const bool isSame = held && *held == next;
-    auto fresh = isSame ? held : releasedByWorker<LedgerSnapshot>(std::move(next));
-    return {.fresh = std::move(fresh), .held = std::move(held), .isSame = isSame, .tag = std::move(tag)};
-}
-
-QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readSnapshot(BooksReply reply)
-{
-    auto tag = std::string{reply.head.header("etag")};
-    return read<LoadedSnapshot>(
-        std::move(reply), [held = m_snapshot, tag = std::move(tag)](SplitReply split) -> std::optional<LoadedSnapshot> {
-            auto next = Json::decode<LedgerSnapshot>(split.rest);
-            return next && split.complete(*next) ? std::optional{compared(std::move(*next), held, tag)} : std::nullopt;
-        });
-}
-
-QCoro::Task<Result<LedgerStore::LoadedSnapshot>> LedgerStore::readDelta(BooksReply reply, LoadedSnapshot held)
-{
-    if (reply.head.header("im") != "entries" || reply.head.header("delta-base") != held.tag)
-        co_return std::unexpected(invalidResponse());
-    auto tag = std::string{reply.head.header("etag")};
-    auto reading = read<LoadedSnapshot>(
-        std::move(reply), [base = held.held, tag = std::move(tag)](SplitReply split) -> std::optional<LoadedSnapshot> {
-            auto delta = SnapshotDelta::decode(std::move(split));
-            auto merged = delta ? std::move(*delta).appliedTo(*base) : std::nullopt;
-            return merged ? std::optional{compared(std::move(*merged), base, tag)} : std::nullopt;
-        });
-    co_return co_await reading;
+    return {.snapshot = m_snapshot, .tag = m_snapshotTag};
 }
 
 void LedgerStore::replaceSnapshot(LoadedSnapshot loaded)

@@ -21,21 +21,3 @@ QCoro::Task<Result<Value>> LedgerStore::operation(Publishing publishing,
     }
     co_return outcome;
 }
-
-template <class Record>
-QCoro::Task<Result<Record>> LedgerStore::askSignedOut(std::string path, std::string body)
-{
-    const auto record = std::make_shared<Record>();
-    auto running = operation(Publishing::on, [this, path = std::move(path), body = std::move(body), record] {
-        return fetchRecord({.method = "POST", .path = path, .body = body}, [record](const std::string& text) {
-            auto decoded = Json::decode<Record>(text);
-            if (decoded)
-                *record = std::move(*decoded);
-            return decoded.has_value();
-        });
-    });
-    const auto asked = co_await running;
-    if (!asked)
-        co_return std::unexpected(asked.error());
-    co_return std::move(*record);
-}

@@ -1,0 +1,55 @@
+#include "LedgerCore/Client/Http/ServiceConnection.h"
+
+#include <utility>
+
+#include <QPointer>
+
+ServiceConnection::ServiceConnection(std::string address, TransferLimits limits)
+    : m_address(std::move(address)), m_limits(limits)
+{
+}
+
+ServiceConnection::~ServiceConnection() = default;
+
+void ServiceConnection::setAddress(std::string address)
+{
+    m_token.reset();
+    m_address = std::move(address);
+}
+
+std::expected<APIClient, Failure> ServiceConnection::client()
+{
+    auto address = APIClient::validatedURL(m_address);
+    if (!address)
+        return std::unexpected(address.error());
+    if (!m_client || m_client->baseURL() != *address)
+        m_client = std::make_unique<APIClient>(std::move(*address), std::make_shared<HttpSession>(m_limits));
+    return *m_client;
+}
+
+std::expected<APIRequest, Failure> ServiceConnection::authorized(APIRequest request) const
+{
+    if (!m_token)
+        return std::unexpected(clientError(ClientCode::noSession));
+    request.token = m_token;
+    return request;
+}
+
+QCoro::Task<Result<HttpReply>> ServiceConnection::exchange(APIRequest request)
+{
+    const auto client = this->client();
+    if (!client)
+        co_return std::unexpected(client.error());
+    const QPointer<ServiceConnection> self = this;
+    auto sent = client->send(std::move(request));
+    auto reply = co_await sent;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    co_return reply;
+}
+
+void ServiceConnection::abort(std::optional<Errand> errand)
+{
+    if (m_client)
+        m_client->abort(errand);
+}

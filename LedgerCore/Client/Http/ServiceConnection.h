@@ -1,0 +1,39 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+
+#include "LedgerCore/Client/Http/APIClient.h"
+
+/// The way to one service: its address, the token of the session there and the client that sends. Whoever waits for a
+/// reply when the connection goes is told `Cancelled`. Main thread only.
+class ServiceConnection final : public QObject {
+    Q_OBJECT
+public:
+    ServiceConnection(std::string address, TransferLimits limits);
+    ~ServiceConnection() override;
+
+    [[nodiscard]] const std::string& address() const { return m_address; }
+    /// Forgets the token, which belongs to the service of the old address.
+    void setAddress(std::string address);
+    [[nodiscard]] const std::optional<std::string>& token() const { return m_token; }
+    void setToken(std::optional<std::string> token) { m_token = std::move(token); }
+
+    /// The request with the token of the session, or why there is none.
+    [[nodiscard]] std::expected<APIRequest, Failure> authorized(APIRequest request) const;
+    QCoro::Task<Result<HttpReply>> exchange(APIRequest request);
+    /// Gives up the requests of this errand that are under way, or all.
+    void abort(std::optional<Errand> errand = {});
+
+private:
+    std::expected<APIClient, Failure> client();
+
+    std::string m_address;
+    TransferLimits m_limits;
+    std::optional<std::string> m_token;
+    std::unique_ptr<APIClient> m_client; // to `m_address`, made when it is first needed
+};
