@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Access/MemberRights.h"
 
 namespace LedgerService {
@@ -30,8 +31,7 @@ bool Visibility::seesAny(const std::vector<std::string>& accountIDs, const Membe
 
 bool Visibility::seesEntry(const LedgerTransaction& entry, const Member& reader)
 {
-    return std::ranges::any_of(entry.legs,
-                               [&](const LedgerLeg& leg) { return reader.can(AccountAction::view, leg.accountID); });
+    return LedgerEntryAccess::canView(entry, reader);
 }
 
 std::vector<Account> Visibility::accounts(std::vector<Account> all, const Member& reader)

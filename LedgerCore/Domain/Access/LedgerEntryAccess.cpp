@@ -125,6 +125,12 @@ std::vector<TransferDestination> LedgerEntryAccess::transferDestinations(std::sp
     return destinations;
 }
 
+bool LedgerEntryAccess::canView(const LedgerTransaction& transaction, const Member& member)
+{
+    return std::ranges::any_of(transaction.legs,
+                               [&](const auto& leg) { return member.can(AccountAction::view, leg.accountID); });
+}
+
 bool LedgerEntryAccess::canCorrect(const LedgerTransaction& transaction, const Member& member)
 {
     return !transaction.legs.empty() && std::ranges::all_of(transaction.legs, [&](const LedgerLeg& leg) {

@@ -48,6 +48,9 @@ std::optional<DestinationRefusal> whyNotReceive(const Account& source, const Acc
 /// Of these accounts of a company those that take a funding or a return from the member, seen by the member or not.
 std::vector<TransferDestination> transferDestinations(std::span<const Account> accounts, const Member& member);
 
+/// Whether the member sees the entry: one of its accounts is enough.
+bool canView(const LedgerTransaction& transaction, const Member& member);
+
 bool canCorrect(const LedgerTransaction& transaction, const Member& member);
 
 enum class ReversalRefusal { isReversal, alreadyReversed, noLegs, notPermitted };

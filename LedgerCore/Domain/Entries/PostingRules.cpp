@@ -121,12 +121,6 @@ private:
     std::vector<PostingRefusal> m_refusals;
 };
 
-bool sees(const Member& member, const LedgerTransaction& entry)
-{
-    return std::ranges::any_of(entry.legs,
-                               [&](const auto& leg) { return member.can(AccountAction::view, leg.accountID); });
-}
-
 /// The destination of a transfer may be one that the member fills without seeing it.
 bool Judgement::seesTarget() const
 {
@@ -154,7 +148,7 @@ void Judgement::checkFound()
     keepFound(m_input.targetAccountID, m_target, m_target && seesTarget(), targetField());
     if (!m_context.category && !given(m_input.categoryID).empty())
         refuse(EntryField::category, PostingReason::notFound);
-    if (m_original && !sees(m_member, *m_original))
+    if (m_original && !LedgerEntryAccess::canView(*m_original, m_member))
         m_original = nullptr;
     if (!m_original && !given(m_input.originalTransactionID).empty())
         refuse(EntryField::original, PostingReason::notFound);

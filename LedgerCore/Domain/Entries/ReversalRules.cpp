@@ -27,12 +27,6 @@ Answer whyNotByItself(const Reversal& command)
     return std::nullopt;
 }
 
-bool sees(const Member& member, const LedgerTransaction& entry)
-{
-    return std::ranges::any_of(entry.legs,
-                               [&](const auto& leg) { return member.can(AccountAction::view, leg.accountID); });
-}
-
 Answer whyNotByPage(const LedgerTransaction& original)
 {
     switch (LedgerEntryAccess::correctionPage(original)) {
@@ -63,7 +57,7 @@ Answer whyNotByRight(const LedgerTransaction& original, const Member& member)
 
 Answer whyNotTheEntry(const ReversalContext& context)
 {
-    if (!context.original || !sees(*context.member, *context.original))
+    if (!context.original || !LedgerEntryAccess::canView(*context.original, *context.member))
         return Refusal::notFound;
     if (const auto refusal = whyNotByRight(*context.original, *context.member))
         return refusal;

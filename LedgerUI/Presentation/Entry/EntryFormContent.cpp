@@ -2,152 +2,25 @@
 
 #include <algorithm>
 #include <array>
-#include <iterator>
-
-#include <QStringList>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
-#include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
+#include "LedgerUI/Presentation/Entry/EntryChoices.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Entry/EntryLabels.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
 constexpr std::array switchKinds{EntryKind::expense, EntryKind::income, EntryKind::transfer, EntryKind::exchange};
-
-/// Whose an account is, in the order in which pickers show them.
-enum class Group { company, employee, refund };
-constexpr std::array groups{Group::company, Group::employee, Group::refund};
-
-Group groupOf(const Account& account)
-{
-    if (account.hasPurpose(AccountPurpose::refund))
-        return Group::refund;
-    return account.isRestricted() ? Group::employee : Group::company;
-}
-
-QString headOf(Group group, std::string_view locale)
-{
-    switch (group) {
-    case Group::company:
-        return entryWord("balances.company", locale);
-    case Group::employee:
-        return entryWord("balances.employee", locale);
-    case Group::refund:
-        return entryWord("balances.refund", locale);
-    }
-    return {};
-}
-
-QString glyphOf(Group group)
-{
-    switch (group) {
-    case Group::company:
-        return QStringLiteral("bank");
-    case Group::employee:
-        return QStringLiteral("person");
-    case Group::refund:
-        return QStringLiteral("arrow-return-left");
-    }
-    return {};
-}
-
-/// The number of an amount and its code never part at the end of a line.
-QString money(std::int64_t minor, std::string_view currency, std::string_view locale)
-{
-    return qString(Money::format(minor, currency, locale)).replace(QLatin1Char{' '}, QChar::Nbsp);
-}
-
-AccountChoice choiceOf(const std::string& id, const std::string& name, Group group, std::string_view locale)
-{
-    return {id, qString(name), {}, headOf(group, locale), glyphOf(group)};
-}
-
-AccountChoice choiceOf(const Account& account, std::string_view locale)
-{
-    auto choice = choiceOf(account.id, account.name, groupOf(account), locale);
-    QStringList balances;
-    for (const auto& code : account.currencies)
-        balances << money(account.balance(code), code, locale);
-    choice.balances = balances.join(QStringLiteral("   "));
-    return choice;
-}
-
-std::vector<AccountChoice> groupedTogether(const std::vector<AccountChoice>& choices, std::string_view locale)
-{
-    std::vector<AccountChoice> together;
-    for (const auto group : groups)
-        std::ranges::copy_if(choices, std::back_inserter(together),
-                             [head = headOf(group, locale)](const auto& each) { return each.group == head; });
-    return together;
-}
-
-std::vector<CurrencyChoice> currencyRows(const std::vector<std::string>& codes, std::string_view locale,
-                                         std::string_view without = {})
-{
-    std::vector<CurrencyChoice> rows;
-    for (const auto& currency : CurrencyInfo::supported()) {
-        if (currency.code != without && std::ranges::find(codes, currency.code) != codes.end())
-            rows.push_back({currency.code, qString(EntryWords::currency(currency.code, locale))});
-    }
-    return rows;
-}
-
-std::string_view accountLabelOf(std::string_view kind)
-{
-    if (kind == EntryKind::income)
-        return "receivingAccount";
-    if (kind == EntryKind::transfer)
-        return "fromAccount";
-    if (kind == EntryKind::exchange)
-        return "sentFrom";
-    return kind == EntryKind::opening ? "account" : "paymentAccount";
-}
-
-std::string_view confirmKeyOf(const TransactionDraft& draft, std::string_view purpose)
-{
-    if (draft.kind == EntryKind::income)
-        return "saveIncome";
-    if (draft.kind == EntryKind::transfer) {
-        if (purpose == TransferPurpose::funding)
-            return "confirmFunding";
-        return purpose == TransferPurpose::returning ? "confirmReturn" : "confirmTransfer";
-    }
-    if (draft.kind == EntryKind::exchange)
-        return "confirmExchange";
-    if (draft.kind == EntryKind::refund)
-        return "saveRefund";
-    return draft.kind == EntryKind::opening ? "saveOpening" : "saveExpense";
-}
-
-std::string_view directionOf(std::string_view kind)
-{
-    if (kind == EntryKind::transfer)
-        return "transferDirection";
-    if (kind == EntryKind::exchange)
-        return "exchangeDirection";
-    return kind == EntryKind::opening ? "openingHint" : std::string_view{};
-}
-
-std::string_view keyOf(PasteRefusal refusal)
-{
-    switch (refusal) {
-    case PasteRefusal::negative:
-        return "paste.negative";
-    case PasteRefusal::several:
-        return "paste.several";
-    case PasteRefusal::notAnAmount:
-        return "paste.notAnAmount";
-    }
-    return {};
-}
 
 EntryBalanceMark markOf(std::int64_t minor)
 {
@@ -216,8 +89,9 @@ void Description::describeHead()
 {
     m_content.kind = m_draft.kind;
     const bool isFixed = std::ranges::find(switchKinds, m_draft.kind) == switchKinds.end();
-    m_content.title = entryWord(isFixed || m_submission.isUncertain() ? "title." + m_draft.kind : "newEntry", m_locale);
-    m_content.direction = entryWord(directionOf(m_draft.kind), m_locale);
+    m_content.title = wordIn(m_locale, entryFormWords(),
+                             isFixed || m_submission.isUncertain() ? "title." + m_draft.kind : "newEntry");
+    m_content.direction = EntryLabels::direction(m_draft.kind, m_locale);
     if (m_draft.kind == EntryKind::opening)
         readRecordingDay();
     if (isFixed || m_submission.isUncertain())
@@ -225,13 +99,13 @@ void Description::describeHead()
     const auto available = EntryRules::availableKinds(m_snapshot);
     for (const auto kind : switchKinds) {
         const bool isAvailable = std::ranges::find(available, kind) != available.end();
-        m_content.kinds.push_back(
-            {std::string{kind}, entryWord("kind." + std::string{kind}, m_locale), entryKindGlyph(kind), isAvailable});
+        m_content.kinds.push_back({std::string{kind}, wordIn(m_locale, ledgerWords(), "kind." + std::string{kind}),
+                                   entryKindGlyph(kind), isAvailable});
     }
     if (available.empty())
-        m_content.kindHint = entryWord("entryNoAvailableTypes", m_locale);
+        m_content.kindHint = wordIn(m_locale, EntryCopy::words(), "entryNoAvailableTypes");
     else if (available.size() < switchKinds.size())
-        m_content.kindHint = entryWord("entryTypePermissionHint", m_locale);
+        m_content.kindHint = wordIn(m_locale, EntryCopy::words(), "entryTypePermissionHint");
 }
 
 /// An opening balance that would stand after existing entries adds to them.
@@ -247,17 +121,18 @@ void Description::readRecordingDay()
 void Description::describeSent()
 {
     auto& sent = m_content.sent;
-    sent.accountLabel = entryWord(accountLabelOf(m_draft.kind), m_locale);
+    sent.accountLabel = EntryLabels::account(m_draft.kind, m_locale);
     for (const auto* account : EntryForm::accounts(m_editing, m_snapshot))
-        sent.accounts.push_back(choiceOf(*account, m_locale));
-    sent.accounts = groupedTogether(sent.accounts, m_locale);
-    const auto* const none = m_draft.kind == EntryKind::opening ? "noOpeningAccount" : "noAccount";
-    sent.accountPrompt = entryWord(sent.accounts.empty() ? none : "selectAccount", m_locale);
+        sent.accounts.push_back(EntryChoices::account(*account, m_locale));
+    sent.accounts = EntryChoices::grouped(sent.accounts, m_locale);
+    sent.accountPrompt = sent.accounts.empty() ? EntryLabels::noAccount(m_draft.kind, m_locale)
+                                               : wordIn(m_locale, EntryWords::words(), "selectAccount");
     sent.accountID = m_draft.primaryAccount().value_or(std::string{});
-    sent.amountLabel = entryWord(m_draft.kind == EntryKind::exchange ? "outgoingAmount" : "amount", m_locale);
+    sent.amountLabel = m_draft.kind == EntryKind::exchange ? wordIn(m_locale, EntryWords::words(), "outgoingAmount")
+                                                           : wordIn(m_locale, entryFormWords(), "amount");
     const auto* const account = m_snapshot.account(sent.accountID);
     if (account)
-        sent.currencies = currencyRows(EntryForm::currencies(m_editing, *account), m_locale);
+        sent.currencies = EntryChoices::currencies(EntryForm::currencies(m_editing, *account), m_locale);
     sent.currency = m_draft.currency;
     sent.amount = qString(m_draft.amount);
     sent.placeholder =
@@ -272,16 +147,19 @@ void Description::describeDestination()
     const bool isTransfer = m_draft.kind == EntryKind::transfer;
     m_content.showsDestination = true;
     m_destinations = EntryRules::destinations(m_snapshot, m_draft);
-    received.accountLabel = entryWord(isTransfer ? "toAccount" : "receivedIn", m_locale);
+    received.accountLabel = wordIn(m_locale, entryFormWords(), isTransfer ? "toAccount" : "receivedIn");
     for (const auto& option : m_destinations) {
         const bool isFloat = option.transferPurpose == TransferPurpose::funding;
         received.accounts.push_back(
-            option.seen ? choiceOf(*option.seen, m_locale)
-                        : choiceOf(option.id, option.name, isFloat ? Group::employee : Group::company, m_locale));
+            option.seen ? EntryChoices::account(*option.seen, m_locale)
+                        : EntryChoices::account(option.id, option.name,
+                                                isFloat ? EntryChoices::Group::employee : EntryChoices::Group::company,
+                                                m_locale));
     }
-    received.accounts = groupedTogether(received.accounts, m_locale);
+    received.accounts = EntryChoices::grouped(received.accounts, m_locale);
     const bool hasSource = m_draft.source && !m_draft.currency.empty();
-    received.accountPrompt = entryWord(m_destinations.empty() && hasSource ? "noTarget" : "chooseAccount", m_locale);
+    received.accountPrompt =
+        wordIn(m_locale, EntryWords::words(), m_destinations.empty() && hasSource ? "noTarget" : "chooseAccount");
     received.accountID = m_draft.target.value_or(std::string{});
     const auto chosen = std::ranges::find(m_destinations, received.accountID, &EntryDestination::id);
     if (chosen != m_destinations.end())
@@ -295,10 +173,10 @@ void Description::describeReceived()
     // Each amount stands right below the account that it belongs to.
     m_content.sent.showsAmountLabel = false;
     received.showsAmountLabel = false;
-    received.amountLabel = entryWord("receivedAmount", m_locale);
+    received.amountLabel = wordIn(m_locale, entryFormWords(), "receivedAmount");
     const auto* const account = m_snapshot.account(received.accountID);
     if (account)
-        received.currencies = currencyRows(account->currencies, m_locale, m_draft.currency);
+        received.currencies = EntryChoices::currencies(account->currencies, m_locale, m_draft.currency);
     received.currency = m_draft.targetCurrency;
     received.amount = qString(m_draft.targetAmount);
     if (!m_draft.targetCurrency.empty())
@@ -319,27 +197,27 @@ void Description::describeEffects()
     if (chosen != m_destinations.end())
         m_content.effects.push_back(effectOn(*chosen, 1));
     if (!m_purpose.empty())
-        m_content.purpose = entryWord("purpose." + m_purpose, m_locale);
+        m_content.purpose = wordIn(m_locale, entryFormWords(), "purpose." + m_purpose);
 }
 
 EntryEffect Description::effectOn(const EntryDestination& destination, std::int64_t sign) const
 {
     EntryEffect effect{.account = qString(destination.name),
                        .before = {},
-                       .changeLabel = entryWord(sign < 0 ? "effect.sent" : "effect.received", m_locale),
+                       .changeLabel = wordIn(m_locale, entryFormWords(), sign < 0 ? "effect.sent" : "effect.received"),
                        .change = {},
                        .after = {},
                        .afterMark = {},
                        .isSeen = destination.seen != nullptr};
     const auto amount = amountOf(m_content.sent.amount, m_draft.currency);
     if (amount)
-        effect.change = money(sign * *amount, m_draft.currency, m_locale);
+        effect.change = EntryChoices::money(sign * *amount, m_draft.currency, m_locale);
     if (!destination.seen)
         return effect;
     const auto before = destination.seen->balance(m_draft.currency);
-    effect.before = money(before, m_draft.currency, m_locale);
+    effect.before = EntryChoices::money(before, m_draft.currency, m_locale);
     if (const auto after = amount ? Money::add(before, sign * *amount) : std::nullopt) {
-        effect.after = money(*after, m_draft.currency, m_locale);
+        effect.after = EntryChoices::money(*after, m_draft.currency, m_locale);
         effect.afterMark = markOf(*after);
     }
     return effect;
@@ -353,8 +231,8 @@ void Description::describeRest()
     m_content.categoryPath = EntryCategories::path(m_snapshot, m_content.categoryID, m_locale);
     m_content.note = qString(m_draft.note);
     m_content.reference = qString(m_draft.refundReference);
-    m_content.confirm =
-        entryWord(m_submission.isUncertain() ? "retryOriginal" : confirmKeyOf(m_draft, m_purpose), m_locale);
+    m_content.confirm = m_submission.isUncertain() ? wordIn(m_locale, EntryWords::words(), "retryOriginal")
+                                                   : EntryLabels::confirmation(m_draft.kind, m_purpose, m_locale);
     if (!m_submission.isEditing())
         return;
     for (const auto& problem : m_editing.problems) {
@@ -367,7 +245,7 @@ void Description::describeRest()
             m_content.messages.emplace(problem.field, messageOf(problem));
     }
     for (const auto& [field, refusal] : m_editing.refusedPastes)
-        m_content.messages.emplace(field, entryWord(keyOf(refusal), m_locale));
+        m_content.messages.emplace(field, EntryLabels::refusedPaste(refusal, m_locale));
 }
 
 /// A limit is named wherever it is what stands in the way.
@@ -405,12 +283,13 @@ void Description::describeDay()
     shown.text = DayText::longDay(shown.day, m_locale);
     shown.mayChange = m_submission.isEditing() && !isOpening;
     if (m_submission.isUncertain())
-        shown.hint = entryWord("retainedEntryDate", m_locale);
+        shown.hint = wordIn(m_locale, EntryCopy::words(), "retainedEntryDate");
     else if (isOpening)
-        shown.hint =
-            entryWord(m_recording && m_recording->basis == Basis::today ? "openingToday" : "openingDay", m_locale);
+        shown.hint = wordIn(m_locale, entryFormWords(),
+                            m_recording && m_recording->basis == Basis::today ? "openingToday" : "openingDay");
     else
-        shown.hint = entryWord(m_draft.date.empty() ? "automaticEntryDate" : "chosenDay", m_locale);
+        shown.hint = m_draft.date.empty() ? wordIn(m_locale, EntryCopy::words(), "automaticEntryDate")
+                                          : wordIn(m_locale, entryFormWords(), "chosenDay");
     if (shown.mayChange)
         shown.message = EntryDay::whyNot(shown.day, shown.bounds, m_locale);
     const auto found = std::ranges::find(m_editing.problems, EntryField::date, &EntryProblem::field);
@@ -425,15 +304,16 @@ void Description::describeBalance(EntryMoneyContent& shown, const Account* accou
     const auto before = account->balance(shown.currency);
     const auto amount = amountOf(shown.amount, shown.currency);
     const auto after = amount ? Money::add(before, sign * *amount) : std::nullopt;
-    shown.balance = money(after.value_or(before), shown.currency, m_locale);
-    shown.balanceLabel = entryWord(after ? "afterSaving" : "currentBalance", m_locale);
+    shown.balance = EntryChoices::money(after.value_or(before), shown.currency, m_locale);
+    shown.balanceLabel = wordIn(m_locale, EntryWords::words(), after ? "afterSaving" : "currentBalance");
     if (!after)
         return;
     shown.balanceMark = markOf(*after);
     if (shown.balanceMark == EntryBalanceMark::negative)
-        shown.balanceLabel = entryWord("afterSaving.negative", m_locale);
+        shown.balanceLabel = wordIn(m_locale, entryFormWords(), "afterSaving.negative");
     else if (shown.balanceMark == EntryBalanceMark::beyondLimit)
-        shown.balanceLabel = limitMessage("limit.balance", entryWord("balanceLimit", m_locale), shown.currency);
+        shown.balanceLabel =
+            limitMessage("limit.balance", wordIn(m_locale, EntryWords::words(), "balanceLimit"), shown.currency);
 }
 
 std::optional<std::int64_t> Description::amountOf(const QString& text, const std::string& currency) const

@@ -1,10 +1,5 @@
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 
-#include "LedgerCore/Domain/Entries/EntryCopy.h"
-#include "LedgerCore/Domain/Entries/EntryWords.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/Words.h"
-
 const WordTable& entryFormWords()
 {
     static const WordTable table{
@@ -112,13 +107,4 @@ const WordTable& entryFormWords()
          "Enter the reason for the reversal."},
     };
     return table;
-}
-
-QString entryWord(std::string_view key, std::string_view locale)
-{
-    for (const auto* table : {&entryFormWords(), &EntryWords::words(), &EntryCopy::words(), &ledgerWords()}) {
-        if (table->contains(key))
-            return wordIn(locale, *table, key);
-    }
-    return qString(key);
 }

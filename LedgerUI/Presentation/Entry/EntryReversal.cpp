@@ -1,11 +1,14 @@
 #include "LedgerUI/Presentation/Entry/EntryReversal.h"
 
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Entries/ReversalRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -16,7 +19,7 @@ QString titleOf(const LedgerTransaction& entry, const LedgerSnapshot& snapshot, 
     auto path = EntryCategories::path(snapshot, entry.categoryID.value_or(std::string{}), locale);
     if (!path.isEmpty())
         return path;
-    return entryWord("kind." + entry.transferPurpose.value_or(entry.kind), locale);
+    return wordIn(locale, ledgerWords(), "kind." + entry.transferPurpose.value_or(entry.kind));
 }
 
 QString signedAmount(std::int64_t minor, std::string_view currency, std::string_view locale)
@@ -51,8 +54,8 @@ ReversalContent EntryReversal::content(const ReversalSubmission& submission, con
     ReversalContent content;
     const bool isTransfer = original.kind == EntryKind::transfer;
     const auto& sent = submission.command();
-    content.title = entryWord("reverse." + original.kind, locale);
-    content.explanation = entryWord(isTransfer ? "correctTransferHint" : "correctEntryHint", locale);
+    content.title = wordIn(locale, entryFormWords(), "reverse." + original.kind);
+    content.explanation = wordIn(locale, EntryCopy::words(), isTransfer ? "correctTransferHint" : "correctEntryHint");
     appendRows(content.rows, original, snapshot, locale,
                {.day = DayText::shortDay(original.date, locale),
                 .glyph = entryKindGlyph(original.kind),
@@ -64,23 +67,24 @@ ReversalContent EntryReversal::content(const ReversalSubmission& submission, con
     appendRows(content.rows, original, snapshot, locale,
                {.day = DayText::shortDay(sent ? std::string_view{sent->date} : today, locale),
                 .glyph = entryKindGlyph(EntryKind::reversal),
-                .title = entryWord("kind.reversal", locale),
+                .title = wordIn(locale, ledgerWords(), "kind.reversal"),
                 .account = {},
                 .currency = {},
                 .amount = {},
                 .isOpposite = true});
     content.reason = qString(sent ? sent->reason : submission.form().reason);
     if (submission.form().isReasonMissing)
-        content.reasonMessage = entryWord("reasonRequired", locale);
+        content.reasonMessage = wordIn(locale, entryFormWords(), "reasonRequired");
     content.mayEdit = submission.isEditing() && !sent;
     content.resends = sent && (submission.isUncertain() || submission.isEditing());
     if (content.resends)
         content.hint =
             wordIn(locale, entryFormWords(), "reverse.kept", {DayText::longDay(sent->date, locale).toStdString()});
     if (submission.isDone())
-        content.confirm = entryWord("correctEntry", locale);
+        content.confirm = wordIn(locale, EntryCopy::words(), "correctEntry");
     else
-        content.confirm = entryWord(content.resends ? "retryOriginal" : "confirmReversal", locale);
+        content.confirm = content.resends ? wordIn(locale, EntryWords::words(), "retryOriginal")
+                                          : wordIn(locale, EntryCopy::words(), "confirmReversal");
     return content;
 }
 

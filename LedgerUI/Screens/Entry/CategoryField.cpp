@@ -8,6 +8,7 @@
 #include <QToolButton>
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
@@ -90,9 +91,9 @@ void CategoryField::offer(SnapshotPointer snapshot, const std::string& kind)
     m_kind = kind;
     const auto& locale = InterfaceLanguage::tag();
     m_offered = EntryCategories::tiles(*m_snapshot, kind, locale);
-    m_label->setText(entryWord("category", InterfaceLanguage::tag()));
-    m_tileArea->setAccessibleName(entryWord("categoryTiles", InterfaceLanguage::tag()));
-    m_all->setText(entryWord("allCategories", InterfaceLanguage::tag()));
+    m_label->setText(word(entryFormWords(), "category"));
+    m_tileArea->setAccessibleName(word(entryFormWords(), "categoryTiles"));
+    m_all->setText(word(EntryWords::words(), "allCategories"));
     const auto pins = EntryCategories::pins(*m_snapshot, kind).size();
     m_pinned->setText(
         word(EntryCopy::words(), "pinnedCount", {std::to_string(pins), std::to_string(EntryCategories::maximumPins)}));

@@ -7,6 +7,8 @@
 #include <QStyledItemDelegate>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Fields/SearchField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
@@ -197,8 +199,7 @@ void CategoryPopover::search()
     m_list->setCurrentIndex(m_model->index(first, 0));
     m_list->setVisible(!rows.empty());
     m_empty->setVisible(rows.empty());
-    m_empty->setText(
-        entryWord(m_search->text().isEmpty() ? "noCategories" : "noCategoryMatch", InterfaceLanguage::tag()));
+    m_empty->setText(word(EntryCopy::words(), m_search->text().isEmpty() ? "noCategories" : "noCategoryMatch"));
 }
 
 void CategoryPopover::choose(const QModelIndex& index)
@@ -219,7 +220,7 @@ void CategoryPopover::moveBy(int step)
 
 void CategoryPopover::retranslate()
 {
-    m_search->setPrompt(entryWord("searchCategory", InterfaceLanguage::tag()));
-    m_list->setAccessibleName(entryWord("allCategories", InterfaceLanguage::tag()));
+    m_search->setPrompt(word(EntryWords::words(), "searchCategory"));
+    m_list->setAccessibleName(word(EntryWords::words(), "allCategories"));
     search();
 }

@@ -57,7 +57,7 @@ void EntryAmountField::present(const EntryMoneyContent& content, Balance balance
     m_label->setText(content.amountLabel);
     m_label->setVisible(content.showsAmountLabel);
     m_amount->setAccessibleName(content.amountLabel);
-    const auto currency = entryWord("currency", InterfaceLanguage::tag());
+    const auto currency = word(entryFormWords(), "currency");
     nameComboBox(*m_currency, listed({currency, content.amountLabel}, InterfaceLanguage::tag()));
     m_currency->present(content.currencies, content.currency, currency);
     m_amount->setCurrency(content.currency);

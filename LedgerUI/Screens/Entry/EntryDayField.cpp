@@ -5,6 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
@@ -48,8 +49,8 @@ void EntryDayField::present(const EntryDayContent& content)
     m_glyph->setGlyph(QStringLiteral("calendar3"), content.mayChange ? Token::accent : Token::text2);
     m_day->setText(content.text);
     m_day->setVisible(content.mayChange);
-    m_day->setToolTip(entryWord("editDate", locale));
-    m_day->setAccessibleName(listed({entryWord("editDate", locale), content.text}, locale));
+    m_day->setToolTip(word(EntryCopy::words(), "editDate"));
+    m_day->setAccessibleName(listed({word(EntryCopy::words(), "editDate"), content.text}, locale));
     m_fixed->setText(content.text);
     m_fixed->setVisible(!content.mayChange);
     const bool isWrong = !content.message.isEmpty();

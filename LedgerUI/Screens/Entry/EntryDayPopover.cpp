@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Period/PeriodGridView.h"
@@ -83,14 +84,13 @@ void EntryDayPopover::build()
 
 void EntryDayPopover::openOn(const std::string& day, const EntryDayBounds& bounds)
 {
-    const auto& locale = InterfaceLanguage::tag();
     m_bounds = bounds;
-    setAccessibleName(entryWord("editDate", locale));
-    m_line->setAccessibleName(entryWord("day", locale));
-    m_earlier->setName(entryWord("day.earlier", locale));
-    m_later->setName(entryWord("day.later", locale));
-    m_keys->setText(entryWord("day.keys", locale));
-    m_today->setText(entryWord("day.today", locale));
+    setAccessibleName(word(EntryCopy::words(), "editDate"));
+    m_line->setAccessibleName(word(entryFormWords(), "day"));
+    m_earlier->setName(word(entryFormWords(), "day.earlier"));
+    m_later->setName(word(entryFormWords(), "day.later"));
+    m_keys->setText(word(entryFormWords(), "day.keys"));
+    m_today->setText(word(entryFormWords(), "day.today"));
     m_error->present({});
     show(day);
     open(m_line);
@@ -167,7 +167,7 @@ bool EntryDayPopover::takeKey(const QKeyEvent& key)
     case Qt::Key_Return:
     case Qt::Key_Enter: {
         const auto day = EntryDay::typed(m_line->text(), m_shown, m_bounds, locale);
-        const auto refusal = day ? EntryDay::whyNot(*day, m_bounds, locale) : entryWord("day.unreadable", locale);
+        const auto refusal = day ? EntryDay::whyNot(*day, m_bounds, locale) : word(entryFormWords(), "day.unreadable");
         m_error->present(refusal);
         if (refusal.isEmpty())
             choose(*day);

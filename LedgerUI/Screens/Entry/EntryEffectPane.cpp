@@ -4,6 +4,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -62,8 +63,8 @@ void EntryEffectPane::present(const EntryFormContent& content)
 {
     const bool showsRate = !content.rates.empty();
     setVisible(showsRate || !content.effects.empty());
-    m_title->setText(entryWord(showsRate ? "rateTitle" : "afterSavingShort", InterfaceLanguage::tag()));
-    m_hint->setText(showsRate ? entryWord("enteredRateHint", InterfaceLanguage::tag()) : content.purpose);
+    m_title->setText(showsRate ? word(entryFormWords(), "rateTitle") : word(EntryWords::words(), "afterSavingShort"));
+    m_hint->setText(showsRate ? word(EntryWords::words(), "enteredRateHint") : content.purpose);
     m_hint->setVisible(!m_hint->text().isEmpty());
     std::vector<QWidget*> cards;
     cards.reserve(content.effects.size());
@@ -86,22 +87,21 @@ QWidget* EntryEffectPane::effectCard(const EntryEffect& effect)
     if (!effect.isSeen) {
         auto* unseen = new TextLabel(TypeStep::small, Token::text2, frame);
         unseen->setWordWrap(true);
-        unseen->setText(entryWord("effect.unseen", InterfaceLanguage::tag()));
+        unseen->setText(word(entryFormWords(), "effect.unseen"));
         layout->addWidget(unseen);
         layout->addStretch(1);
         return frame;
     }
     const auto orNone = [](const QString& text) { return text.isEmpty() ? QStringLiteral("–") : text; };
-    addLine(*layout, entryWord("effect.before", InterfaceLanguage::tag()), effect.before);
+    addLine(*layout, word(entryFormWords(), "effect.before"), effect.before);
     addLine(*layout, effect.changeLabel, orNone(effect.change));
     layout->addWidget(new Line(Qt::Horizontal, frame));
-    addLine(*layout, entryWord("effect.after", InterfaceLanguage::tag()), orNone(effect.after), true, effect.afterMark);
+    addLine(*layout, word(entryFormWords(), "effect.after"), orNone(effect.after), true, effect.afterMark);
     if (effect.afterMark != EntryBalanceMark::none) {
         auto* warning = new TextLabel(TypeStep::small, balanceTone(effect.afterMark), frame);
         warning->setWordWrap(true);
-        warning->setText(
-            entryWord(effect.afterMark == EntryBalanceMark::negative ? "afterSaving.negative" : "balanceLimit",
-                      InterfaceLanguage::tag()));
+        warning->setText(effect.afterMark == EntryBalanceMark::negative ? word(entryFormWords(), "afterSaving.negative")
+                                                                        : word(EntryWords::words(), "balanceLimit"));
         layout->addWidget(warning);
     }
     layout->addStretch(1); // the card beside it may be higher

@@ -3,6 +3,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
 #include "LedgerUI/Components/Fields/AccountPicker.h"
@@ -132,7 +133,7 @@ void EntryFormBody::present(const EntryFormContent& content, const std::optional
     m_category->present(content.categoryID, content.categoryPath, m_category->error().message());
     m_original->setVisible(content.showsOriginal);
     m_original->present(originalID, content.reference);
-    m_noteField->setLabel(entryWord("optionalNote", InterfaceLanguage::tag()));
+    m_noteField->setLabel(word(EntryWords::words(), "optionalNote"));
     if (m_note->text() != content.note)
         m_note->setText(content.note);
 }
@@ -142,7 +143,7 @@ void EntryFormBody::presentKinds(const EntryFormContent& content)
     m_kinds->setVisible(!content.kinds.empty());
     m_kindHint->setText(content.kindHint);
     m_kindHint->setVisible(!content.kindHint.isEmpty());
-    m_kinds->setName(entryWord("kinds", InterfaceLanguage::tag()));
+    m_kinds->setName(word(entryFormWords(), "kinds"));
     if (content.kinds != m_kindRows && !content.kinds.empty()) {
         const bool isFirst = m_kindRows.size() != content.kinds.size();
         m_kindRows = content.kinds;

@@ -68,7 +68,7 @@ void OriginalField::offer(std::vector<EntryRefundableRow> rows)
     retranslate();
     m_rows = std::move(rows);
     m_incomes->clear();
-    m_incomes->addItem(entryWord("noOriginal", InterfaceLanguage::tag()));
+    m_incomes->addItem(word(entryFormWords(), "noOriginal"));
     for (const auto& row : m_rows)
         m_incomes->addItem(row.text, qString(row.id));
 }
@@ -91,8 +91,8 @@ QWidget* OriginalField::focusTarget() const
 
 void OriginalField::retranslate()
 {
-    m_label->setText(entryWord("original", InterfaceLanguage::tag()));
-    nameComboBox(*m_incomes, entryWord("original", InterfaceLanguage::tag()));
-    m_incomes->lineEdit()->setPlaceholderText(entryWord("chooseOriginal", InterfaceLanguage::tag()));
-    m_referenceField->setLabel(entryWord("reference", InterfaceLanguage::tag()));
+    m_label->setText(word(entryFormWords(), "original"));
+    nameComboBox(*m_incomes, word(entryFormWords(), "original"));
+    m_incomes->lineEdit()->setPlaceholderText(word(entryFormWords(), "chooseOriginal"));
+    m_referenceField->setLabel(word(entryFormWords(), "reference"));
 }

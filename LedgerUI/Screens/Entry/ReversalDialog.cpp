@@ -13,6 +13,7 @@
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
@@ -78,12 +79,12 @@ void ReversalDialog::present()
     m_explanation->setText(content.explanation);
     m_rows->present(content.rows, entryKindColor(m_original.kind, *snapshot()),
                     entryKindColor(EntryKind::reversal, *snapshot()));
-    m_reasonField->setLabel(entryWord("reason", locale()));
+    m_reasonField->setLabel(word(entryFormWords(), "reason"));
     if (m_reason->text() != content.reason)
         m_reason->setText(content.reason);
     m_reasonField->error().present(content.reasonMessage);
     setConfirmVisible(!m_submission.isDone() || mayCorrect());
-    const Note posted{Banner::Kind::success, entryWord("reverse.done", locale())};
+    const Note posted{Banner::Kind::success, word(entryFormWords(), "reverse.done")};
     presentStanding({.stage = m_submission.stage(),
                      .refusal = m_submission.refusal(),
                      .note = m_submission.isDone() ? posted : Note{Banner::Kind::info, content.hint},
