@@ -142,6 +142,14 @@ void askForTheDraft(WindowUnderTest& under)
     under.screen.waitFor("questionDialog");
 }
 
+void openExport(WindowUnderTest& under)
+{
+    under.openDemonstration(books().permissions({"viewCompany", "exportData"}));
+    under.screen.waitFor("ledgerTable");
+    under.screen.keys("Ctrl+E");
+    under.screen.waitForFocus("ledgerExportDialog");
+}
+
 const std::array shown{
     Shown{"SignIn",
           [](auto& under) {
@@ -191,6 +199,16 @@ const std::array shown{
               openEntry(under, "expense");
               under.screen.press("entryAllCategories");
               under.screen.waitForFocus("entryCategoryPopover");
+          }},
+    Shown{"Export",
+          [](auto& under) {
+              openExport(under);
+              under.screen.fill("exportFirstDay", "x");
+          }},
+    Shown{"ExportAccounts",
+          [](auto& under) {
+              openExport(under);
+              under.screen.press("exportAccounts");
           }},
     Shown{"NothingFound",
           [](auto& under) {

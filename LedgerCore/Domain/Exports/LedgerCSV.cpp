@@ -169,6 +169,11 @@ std::string LedgerCSV::render(const LedgerSnapshot& snapshot, std::string_view l
     return document.take();
 }
 
+std::size_t LedgerCSV::columnCount(LedgerCSVOptions options)
+{
+    return options.includesReceiptIndex ? columns.size() : plainColumns;
+}
+
 std::string LedgerCSV::fileName(std::string_view startDate, std::string_view endDate)
 {
     std::string name{"quillet-ledger-"};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,9 @@ std::string escaped(std::string_view value);
 
 /// The snapshot's entries with category names in the language of `locale`; all else is the same in every language.
 std::string render(const LedgerSnapshot& snapshot, std::string_view locale, LedgerCSVOptions options);
+
+/// How many columns the document has.
+std::size_t columnCount(LedgerCSVOptions options);
 
 /// "quillet-ledger-2026-01-01_2026-03-31.csv", or with the one day when both are the same.
 std::string fileName(std::string_view startDate, std::string_view endDate);

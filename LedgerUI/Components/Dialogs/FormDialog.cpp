@@ -261,9 +261,20 @@ void FormDialog::fitWindow(Fit fit)
     m_isSizedByHand = fit == Fit::following && (m_isSizedByHand || this->height() != m_fittedHeight);
     m_fittedHeight = m_isSizedByHand ? std::max(height, std::min(this->height(), room.height() - frame)) : height;
     resize(width, m_fittedHeight);
+    if (m_fittedHeight >= height)
+        settleScrolling();
     if (fit == Fit::following)
         moveInto(room);
     revealFocus();
+}
+
+/// A scroll bar that was needed before takes the width in which texts need the height that keeps it: it is let go until
+/// they have their places.
+void FormDialog::settleScrolling()
+{
+    m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QMetaObject::invokeMethod(
+        this, [this] { m_scroll->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded); }, Qt::QueuedConnection);
 }
 
 /// A hint that wraps in the foot makes it higher.

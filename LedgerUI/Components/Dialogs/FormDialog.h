@@ -72,6 +72,7 @@ private:
     [[nodiscard]] QRect roomFor(Fit fit) const;
     [[nodiscard]] int footHeight(int width) const;
     void moveInto(const QRect& room);
+    void settleScrolling();
     void revealFocus();
     void retranslate();
 

@@ -30,6 +30,7 @@ constexpr std::array bindings{
     KeyBinding{Command::turnSort, KeyScope::ledger, "Shift+F8", "turnSort"},
     KeyBinding{Command::openRow, KeyScope::ledger, "Return", "openRow"},
     KeyBinding{Command::copyRows, KeyScope::ledger, "Ctrl+C", "copyRows"},
+    KeyBinding{Command::exportRows, KeyScope::ledger, "Ctrl+E", "exportRows"},
     KeyBinding{Command::confirmForm, KeyScope::form, "Ctrl+Return Ctrl+Enter", "confirmForm"},
 };
 

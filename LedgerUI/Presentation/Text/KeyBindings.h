@@ -29,6 +29,7 @@ enum class Command {
     turnSort,
     openRow,
     copyRows,
+    exportRows,
     confirmForm,
 };
 

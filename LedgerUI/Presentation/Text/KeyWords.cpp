@@ -37,6 +37,7 @@ const WordTable& keyWords()
          "Open the detail of the chosen entry"},
         {"copyRows", "复制所选记录", "Salin catatan terpilih", "Sao chép các bút toán đang chọn",
          "Copy the chosen entries"},
+        {"exportRows", "导出账本", "Ekspor buku besar", "Xuất sổ cái", "Export the ledger"},
         {"confirmForm", "提交表单", "Kirim formulir", "Xác nhận biểu mẫu", "Confirm the form"},
     };
     return words;

@@ -13,6 +13,7 @@
 #include "LedgerCore/Client/Errors/StoreMessages.h"
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
@@ -32,15 +33,25 @@ namespace {
 const std::map<std::string, const WordTable*>& tables()
 {
     static const std::map<std::string, const WordTable*> all{
-        {"dialogWords", &dialogWords()},       {"commandWords", &commandWords()},
-        {"entryFormWords", &entryFormWords()}, {"keyWords", &keyWords()},
-        {"ledgerWords", &ledgerWords()},       {"periodWords", &periodWords()},
-        {"reportWords", &reportWords()},       {"roleWords", &roleWords()},
-        {"signInWords", &signInWords()},       {"spokenMoney", &spokenMoney()},
-        {"workspaceWords", &workspaceWords()}, {"serviceMessages", &serviceMessages()},
-        {"storeMessages", &storeMessages()},   {"patterns", DayText::tables()[0]},
-        {"ranges", DayText::tables()[1]},      {"longMonths", DayText::tables()[2]},
-        {"shortMonths", DayText::tables()[3]}, {"weekdays", DayText::tables()[4]},
+        {"dialogWords", &dialogWords()},
+        {"commandWords", &commandWords()},
+        {"exportWords", &exportWords()},
+        {"entryFormWords", &entryFormWords()},
+        {"keyWords", &keyWords()},
+        {"ledgerWords", &ledgerWords()},
+        {"periodWords", &periodWords()},
+        {"reportWords", &reportWords()},
+        {"roleWords", &roleWords()},
+        {"signInWords", &signInWords()},
+        {"spokenMoney", &spokenMoney()},
+        {"workspaceWords", &workspaceWords()},
+        {"serviceMessages", &serviceMessages()},
+        {"storeMessages", &storeMessages()},
+        {"patterns", DayText::tables()[0]},
+        {"ranges", DayText::tables()[1]},
+        {"longMonths", DayText::tables()[2]},
+        {"shortMonths", DayText::tables()[3]},
+        {"weekdays", DayText::tables()[4]},
     };
     return all;
 }

@@ -27,7 +27,7 @@ std::chrono::year_month_day calendarDay(const std::string& day)
 
 }
 
-EntryDayPopover::EntryDayPopover(QWidget* anchor) : Popover{anchor, Edge::above}
+EntryDayPopover::EntryDayPopover(QWidget* anchor, Edge edge) : Popover{anchor, edge}
 {
     setObjectName(QStringLiteral("entryDayPopover"));
     setFixedWidth(popoverWidth);

@@ -17,7 +17,7 @@ class TextLabel;
 class EntryDayPopover final : public Popover {
     Q_OBJECT
 public:
-    explicit EntryDayPopover(QWidget* anchor);
+    explicit EntryDayPopover(QWidget* anchor, Edge edge = Edge::above);
 
     void openOn(const std::string& day, const EntryDayBounds& bounds);
 

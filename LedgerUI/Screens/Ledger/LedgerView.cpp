@@ -19,11 +19,13 @@
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
+#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Exports/LedgerExportDialog.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 #include "LedgerUI/Screens/Ledger/LedgerFilterRow.h"
@@ -87,6 +89,7 @@ void LedgerView::buildLayout()
     m_actions->fill(*kinds, LedgerActions::recordingMenu());
     m_newEntry->setMenu(kinds);
     m_header->setMiddle(m_period);
+    m_header->addSecondary((*m_actions)[QStringLiteral("exportLedger")]);
     m_header->setPrimary(m_newEntry);
 
     m_filters = new LedgerFilterRow(this);
@@ -266,7 +269,15 @@ std::vector<Action> LedgerView::pageActions()
         return Action{
             .id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
     };
-    return {keyed("search", Command::search, [this] { m_filters->focusSearch(); }),
+    const auto busy = m_store.isBusy() ? text("newEntry.busy") : QString{};
+    return {{.id = QStringLiteral("exportLedger"),
+             .text = word(exportWords(), "action"),
+             .glyph = QStringLiteral("box-arrow-up"),
+             .keys = KeyBindings::keys(Command::exportRows),
+             .whyNot = busy,
+             .isOffered = m_store.canExport(),
+             .run = [this] { exportLedger(); }},
+            keyed("search", Command::search, [this] { m_filters->focusSearch(); }),
             keyed("previousPeriod", Command::previousPeriod, [this] { m_period->goBack(); }),
             keyed("nextPeriod", Command::nextPeriod, [this] { m_period->goForward(); }),
             keyed("openPeriod", Command::openPeriod,
@@ -360,6 +371,14 @@ void LedgerView::openForm(TransactionForm* form)
         Q_EMIT done(text("done.recorded"));
     });
     form->open();
+}
+
+void LedgerView::exportLedger()
+{
+    auto* dialog = new LedgerExportDialog(m_store, m_browser->filter(), window());
+    connect(dialog, &LedgerExportDialog::saved, this,
+            [this](const QString& fileName) { Q_EMIT done(word(exportWords(), "done", {fileName.toStdString()})); });
+    dialog->open();
 }
 
 /// The same entry once more, on the day of today.

@@ -57,6 +57,7 @@ private:
     void openForm(const EntryForm::Opening& opening);
     void openForm(class TransactionForm* form);
     void offerKeptEntry();
+    void exportLedger();
     void duplicate(const std::string& id);
     void reverse(const std::string& id);
 

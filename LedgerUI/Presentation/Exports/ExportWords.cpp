@@ -1,0 +1,89 @@
+#include "LedgerUI/Presentation/Exports/ExportWords.h"
+
+#include "LedgerCore/Domain/Text/WordTable.h"
+
+const WordTable& exportWords()
+{
+    static const WordTable words{{
+        {"action", "导出…", "Ekspor…", "Xuất…", "Export…"},
+        {"title", "导出账本", "Ekspor buku besar", "Xuất sổ cái", "Export ledger"},
+        {"save", "保存 CSV…", "Simpan CSV…", "Lưu CSV…", "Save CSV…"},
+        {"saveDialog", "保存导出文件", "Simpan berkas ekspor", "Lưu tệp xuất", "Save the export file"},
+        {"csvFiles", "CSV 文件", "Berkas CSV", "Tệp CSV", "CSV files"},
+
+        // what the file is to hold
+        {"days", "日期", "Tanggal", "Ngày", "Dates"},
+        {"firstDay", "第一天", "Hari pertama", "Ngày đầu tiên", "First day"},
+        {"lastDay", "最后一天", "Hari terakhir", "Ngày cuối cùng", "Last day"},
+        {"to", "至", "s.d.", "đến", "to"},
+        {"openCalendar", "打开日历", "Buka kalender", "Mở lịch", "Open the calendar"},
+        {"accounts", "账户", "Rekening", "Tài khoản", "Accounts"},
+        {"accounts.all", "所有可见账户（%1）", "Semua rekening yang terlihat (%1)", "Mọi tài khoản xem được (%1)",
+         "All visible accounts (%1)"},
+        {"accounts.allHint", "日后变为可见的账户也会包含在内，无需逐一列出。",
+         "Rekening yang kelak terlihat ikut disertakan tanpa perlu dicantumkan.",
+         "Tài khoản xem được về sau cũng được gồm vào mà không cần liệt kê.",
+         "Accounts that become visible later are included without being listed."},
+        {"currencies", "币种", "Mata uang", "Tiền tệ", "Currencies"},
+        {"currencies.all", "所有币种（%1）", "Semua mata uang (%1)", "Mọi loại tiền (%1)", "All currencies (%1)"},
+        {"all", "全部", "Semua", "Tất cả", "All"},
+        {"search", "在列表中搜索", "Cari dalam daftar", "Tìm trong danh sách", "Search the list"},
+        {"noMatch", "没有匹配的选项。", "Tidak ada pilihan yang cocok.", "Không có lựa chọn phù hợp.",
+         "Nothing in the list matches."},
+        {"kinds", "记录类型", "Jenis catatan", "Loại bút toán", "Types of entry"},
+        {"receiptIndex", "包含票据索引", "Sertakan indeks bukti", "Gồm danh mục chứng từ", "Include receipt index"},
+        {"receiptIndexHint", "加入票据数量和文件名；不导出图片文件。",
+         "Menambahkan jumlah dan nama berkas bukti; berkas gambar tidak diekspor.",
+         "Thêm số lượng và tên tệp chứng từ; không xuất tệp hình ảnh.",
+         "Adds receipt counts and filenames; image files are not exported."},
+        {"narrowed", "搜索、类别和票据筛选不会缩小文件范围。",
+         "Pencarian serta filter kategori dan bukti tidak mempersempit berkas.",
+         "Tìm kiếm và bộ lọc hạng mục, chứng từ không thu hẹp tệp.",
+         "The search and the filters by category and receipts do not narrow the file."},
+
+        // what it will hold
+        {"preview", "预览", "Pratinjau", "Xem trước", "Preview"},
+        {"preview.transactions", "交易", "Transaksi", "Giao dịch", "Transactions"},
+        {"preview.entries", "分录，每条一行", "Baris rekening, satu per baris", "Dòng tài khoản, mỗi dòng một hàng",
+         "Entries, one row each"},
+        {"preview.accounts", "账户", "Rekening", "Tài khoản", "Accounts"},
+        {"preview.receipts", "票据", "Bukti", "Chứng từ", "Receipts"},
+        {"rows", "每条账户分录一行，保留原币种、最小货币单位、操作人、类别、备注、冲销和参考号。",
+         "Satu baris untuk setiap entri rekening, dengan mata uang asli, satuan terkecil, operator, kategori, "
+         "keterangan, pembatalan, dan referensi.",
+         "Mỗi bút toán tài khoản một hàng, giữ nguyên loại tiền gốc, đơn vị nhỏ nhất, người ghi, hạng mục, ghi chú, "
+         "đảo bút toán và tham chiếu.",
+         "One row per account entry, preserving original currency, minor units, operator, category, notes, reversals, "
+         "and references."},
+        {"fileName", "文件名", "Nama berkas", "Tên tệp", "File name"},
+        {"recheck", "写入文件前会再次核对记录。若此范围内有任何变化，则不写入文件，并刷新预览。",
+         "Catatan diperiksa lagi sebelum berkas ditulis. Bila ada yang berubah dalam cakupan ini, tidak ada yang "
+         "ditulis dan pratinjau diperbarui.",
+         "Bản ghi được kiểm tra lại trước khi ghi tệp. Nếu có gì thay đổi trong phạm vi này, không tệp nào được ghi "
+         "và bản xem trước được làm mới.",
+         "The records are checked again before the file is written. If anything in this scope has changed, nothing is "
+         "written and the preview is renewed."},
+        {"format", "%1 列，UTF-8", "%1 kolom, UTF-8", "%1 cột, UTF-8", "%1 columns, UTF-8"},
+        {"renewed", "记录已变化，预览已更新。", "Catatan telah berubah; pratinjau diperbarui.",
+         "Bản ghi đã thay đổi; bản xem trước đã được cập nhật.",
+         "The records have changed; the preview is up to date."},
+
+        // what keeps it from being made
+        {"day.unreadable", "请输入日期，例如 %1。", "Isi tanggal, misalnya %1.", "Nhập ngày, ví dụ %1.",
+         "Enter a day, such as %1."},
+        {"days.order", "最后一天早于第一天。", "Hari terakhir mendahului hari pertama.",
+         "Ngày cuối cùng trước ngày đầu tiên.", "The last day is before the first."},
+        {"kinds.none", "请至少选择一种记录类型。", "Pilih sedikitnya satu jenis catatan.",
+         "Chọn ít nhất một loại bút toán.", "Choose at least one type of entry."},
+        {"failed", "无法创建导出文件。请重试。", "Berkas ekspor tidak dapat dibuat. Coba lagi.",
+         "Không tạo được tệp xuất. Hãy thử lại.", "The export file could not be created. Try again."},
+        {"failed.folderMissing", "该文件夹已不存在。", "Foldernya sudah tidak ada.", "Thư mục đó không còn nữa.",
+         "The folder is no longer there."},
+        {"failed.notAllowed", "您无权在该处写入。请选择其他文件夹。",
+         "Anda tidak boleh menulis di sana. Pilih folder lain.", "Bạn không được ghi ở đó. Hãy chọn thư mục khác.",
+         "You may not write there. Choose another folder."},
+        {"failed.diskFull", "磁盘已满。", "Disk penuh.", "Đĩa đã đầy.", "The disk is full."},
+        {"done", "已保存 %1", "%1 tersimpan", "Đã lưu %1", "Saved %1"},
+    }};
+    return words;
+}

@@ -1,0 +1,211 @@
+#include "LedgerUI/Screens/Exports/LedgerExportDialog.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/WindowUnderTest.h"
+
+namespace {
+
+PageRegistry ledgerPage()
+{
+    PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    return pages;
+}
+
+/// Two legs in October, four in November of which one is in dollars.
+SnapshotBuilder books()
+{
+    SnapshotBuilder builder;
+    builder.account("Operating bank", {"IDR", "USD"}).account("Savings", {"IDR"}).grantAll();
+    builder.category("power", "expense", "Electricity").category("sales", "income", "Sales");
+    builder.expense("e1", "2026-10-05", "Operating bank", "IDR", 438'520'000, "power").note("October");
+    builder.income("i0", "2026-10-07", "Savings", "IDR", 500, "sales");
+    builder.expense("e2", "2026-11-05", "Operating bank", "IDR", 400'000'000, "power").note("=HYPERLINK(1)");
+    builder.income("i1", "2026-11-18", "Operating bank", "USD", 1'200'000, "sales");
+    return builder.transfer("t1", "2026-11-17", "Operating bank", "Savings", "IDR", 50'000'000);
+}
+
+struct ExportUnderTest : WindowUnderTest {
+    explicit ExportUnderTest(const SnapshotBuilder& shown = books()) : WindowUnderTest{ledgerPage()}
+    {
+        openDemonstration(shown);
+        screen.waitFor("ledgerTable");
+    }
+    void open()
+    {
+        screen.keys("Ctrl+E");
+        screen.waitForFocus("ledgerExportDialog");
+    }
+    /// Presses the button and chooses the file as a person does in the file dialog.
+    void save(const std::string& name = "books.csv")
+    {
+        screen.press("exportSave");
+        screen.waitForFocus("exportFileDialog");
+        screen.fill("fileNameEdit", (std::filesystem::path{folder.path().toStdString()} / name).string());
+        screen.keys("Return");
+    }
+    [[nodiscard]] std::string saved(const std::string& name = "books.csv") const
+    {
+        std::ostringstream text;
+        text << std::ifstream{std::filesystem::path{folder.path().toStdString()} / name, std::ios::binary}.rdbuf();
+        return text.str();
+    }
+    void waitForCounts(const std::string& transactions, const std::string& entries)
+    {
+        screen.waitUntil("the preview counts " + transactions + " and " + entries, [&] {
+            return screen.read("preview.transactions") == transactions && screen.read("preview.entries") == entries;
+        });
+    }
+
+    QTemporaryDir folder;
+};
+
+std::size_t records(const std::string& document)
+{
+    std::size_t count = 0;
+    for (auto at = document.find("\r\n"); at != std::string::npos; at = document.find("\r\n", at + 2))
+        ++count;
+    return count;
+}
+
+}
+
+TEST(LedgerExportDialog, SavesWhatThePageIsNarrowedToAndWhatThePreviewCounts)
+{
+    ExportUnderTest under;
+    under.open();
+    under.waitForCounts("3", "4");
+    EXPECT_EQ(under.screen.read("exportFileName"), "quillet-ledger-2026-11-01_2026-11-30.csv");
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    const auto file = under.saved();
+    EXPECT_EQ(records(file), 5U) << "a head and four legs";
+    EXPECT_TRUE(file.starts_with("\xEF\xBB\xBF\"transaction_id\""));
+    EXPECT_NE(file.find("\"'=HYPERLINK(1)\""), std::string::npos);
+    EXPECT_EQ(file.find("October"), std::string::npos);
+    under.screen.waitForText("Saved books.csv");
+}
+
+TEST(LedgerExportDialog, FollowsEveryChoice)
+{
+    ExportUnderTest under;
+    under.open();
+    under.screen.fill("exportFirstDay", "1/10/2026");
+    under.waitForCounts("5", "6");
+    under.screen.fill("exportFirstDay", "1/10/2026");
+    under.screen.keys("Up Tab"); // the next day
+    EXPECT_EQ(under.screen.read("exportFileName"), "quillet-ledger-2026-10-02_2026-11-30.csv");
+    under.screen.press("exportAccounts");
+    under.screen.pressRow("choices", "Savings");
+    under.waitForCounts("2", "2");
+    under.screen.keys("Esc");
+    EXPECT_TRUE(under.screen.shows("ledgerExportDialog")) << "Esc closed the list alone";
+    under.screen.press("exportKind.income");
+    under.waitForCounts("1", "1");
+    EXPECT_TRUE(under.screen.says("20 columns"));
+    under.screen.press("exportReceiptIndex");
+    under.screen.waitForText("22 columns");
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    EXPECT_EQ(records(under.saved()), 2U);
+    EXPECT_NE(under.saved().find("\"receipt_names\""), std::string::npos);
+}
+
+TEST(LedgerExportDialog, SaysWhatIsWrongAndKeepsWhatWasTyped)
+{
+    ExportUnderTest under;
+    under.open();
+    under.waitForCounts("3", "4");
+    under.screen.fill("exportLastDay", "31/2/2026");
+    under.screen.waitForText("Enter a day, such as 20/11/2026.");
+    EXPECT_EQ(under.screen.read("exportLastDay"), "31/2/2026");
+    EXPECT_FALSE(under.screen.offers("exportSave"));
+    under.screen.fill("exportLastDay", "1/1/2026");
+    under.screen.waitForText("The last day is before the first.");
+    EXPECT_FALSE(under.screen.offers("exportSave"));
+    under.screen.fill("exportLastDay", "30/11/2026");
+    under.screen.waitUntil("it can be saved", [&] { return under.screen.offers("exportSave"); });
+    for (const auto kind : EntryKind::all)
+        under.screen.press("exportKind." + std::string{kind});
+    under.screen.waitForText("Choose at least one type of entry.");
+    EXPECT_FALSE(under.screen.offers("exportSave"));
+}
+
+TEST(LedgerExportDialog, WritesNothingFromBooksThatHaveChanged)
+{
+    ExportUnderTest under;
+    under.open();
+    under.waitForCounts("3", "4");
+    auto changed = books();
+    changed.expense("e9", "2026-11-19", "Operating bank", "IDR", 1, "power");
+    under.server.replace("GET v1/snapshot", ServerReply::json(changed.json()));
+    under.save();
+    under.screen.waitForText("changed");
+    under.waitForCounts("4", "5");
+    EXPECT_EQ(under.saved(), "") << "nothing was written";
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    EXPECT_EQ(records(under.saved()), 6U);
+}
+
+TEST(LedgerExportDialog, StaysOpenWhereTheFileCannotBeWritten)
+{
+    ExportUnderTest under;
+    under.open();
+    under.waitForCounts("3", "4");
+    auto& dialog = under.screen.find<LedgerExportDialog>("ledgerExportDialog");
+    dialog.saveTo(std::filesystem::path{under.folder.path().toStdString()} / "gone" / "books.csv");
+    under.screen.waitForText("The folder is no longer there.");
+    EXPECT_TRUE(under.screen.says("The export file could not be created. Try again."));
+    EXPECT_FALSE(under.screen.shows("alertDialog"));
+    under.server.replace("GET v1/snapshot", ServerReply::dropped());
+    dialog.saveTo(std::filesystem::path{under.folder.path().toStdString()} / "books.csv");
+    under.screen.waitUntil("it can be saved again", [&] { return under.screen.offers("exportSave"); });
+    EXPECT_EQ(under.saved(), "");
+    EXPECT_FALSE(under.screen.shows("alertDialog"));
+    under.server.replace("GET v1/snapshot", ServerReply::json(books().json()));
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    EXPECT_EQ(records(under.saved()), 5U);
+}
+
+TEST(LedgerExportDialog, EndsWithTheSession)
+{
+    ExportUnderTest under;
+    under.open();
+    under.waitForCounts("3", "4");
+    under.server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    EXPECT_EQ(under.saved(), "");
+}
+
+TEST(LedgerExportDialog, IsNotOfferedWithoutTheRight)
+{
+    ExportUnderTest under{books().permissions({"viewCompany"})};
+    EXPECT_FALSE(under.screen.shows("exportLedgerButton"));
+    under.screen.keys("Ctrl+E");
+    EXPECT_FALSE(under.screen.shows("ledgerExportDialog"));
+}
+
+TEST(LedgerExportDialog, StandsWholeInEveryLanguage)
+{
+    for (const auto* language : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {
+        ExportUnderTest under;
+        under.speak(language);
+        under.open();
+        under.waitForCounts("3", "4");
+        settle();
+        const auto& form = under.screen.find<QScrollArea>("formScroll");
+        EXPECT_FALSE(form.verticalScrollBar()->isVisible()) << language;
+    }
+}
