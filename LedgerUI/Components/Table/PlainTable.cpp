@@ -1,0 +1,146 @@
+#include "LedgerUI/Components/Table/PlainTable.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+#include "LedgerUI/Components/Table/CellPainter.h"
+#include "LedgerUI/Components/Table/RowHeads.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int stretchedMinimum = 140;
+constexpr int rowsMeasured = 500;
+constexpr int columnGap = 12; // beyond the paddings of the cells
+
+int textWidth(TypeStep step, const QString& text)
+{
+    return static_cast<int>(std::ceil(QFontMetricsF{TypeScale::font(step)}.horizontalAdvance(text)));
+}
+
+CellText textOf(const PlainCell& cell)
+{
+    CellText text{.text = cell.text};
+    if (cell.look == PlainCell::Look::quiet)
+        text.ink = Token::text2;
+    else if (cell.look == PlainCell::Look::warning)
+        text.ink = Token::warn;
+    else if (cell.look == PlainCell::Look::link)
+        text.ink = Token::accent;
+    return text;
+}
+
+Cell paintedCell(const PlainTableModel& model, const QModelIndex& index)
+{
+    const auto& cell = model.cell(index);
+    Cell painted{.glyph = cell.glyph};
+    const bool isAtRight = model.columns()[static_cast<std::size_t>(index.column())].align == PlainColumn::Align::right;
+    if (cell.look == PlainCell::Look::chip) {
+        painted.lines.push_back({});
+        painted.marks.push_back({.word = cell.text});
+    } else if (isAtRight) {
+        painted.amounts.push_back({.code = {}, .figure = textOf(cell)});
+    } else {
+        painted.lines.push_back(textOf(cell));
+    }
+    return painted;
+}
+
+}
+
+PlainTable::PlainTable(int stretched, QWidget* parent) : PlainTable{new PlainTableModel, stretched, parent} {}
+
+PlainTable::PlainTable(PlainTableModel* model, int stretched, QWidget* parent)
+    : RowTable{*model, [model](const QModelIndex& index, RowDelegate::Density) { return paintedCell(*model, index); },
+               parent},
+      m_model{model}, m_stretched{stretched}
+{
+    m_model->setParent(this);
+    setSelectionMode(SingleSelection);
+    heads().setSortIndicatorShown(false);
+    heads().setSectionsClickable(false);
+    heads().setSortIndicator(-1, Qt::AscendingOrder);
+    connect(this, &RowTable::selectionMoved, this, [this] { Q_EMIT chosen(qString(chosenID())); });
+}
+
+void PlainTable::present(std::vector<PlainColumn> columns, std::vector<PlainRow> rows)
+{
+    m_model->present(std::move(columns), std::move(rows));
+    layOut();
+}
+
+int PlainTable::wholeHeight() const
+{
+    return horizontalHeader()->height() + m_model->rowCount() * verticalHeader()->defaultSectionSize() + 1;
+}
+
+std::string PlainTable::chosenID() const
+{
+    const auto ids = selectedIDs();
+    return ids.empty() ? std::string{} : ids.front();
+}
+
+int PlainTable::contentWidth(int column) const
+{
+    int widest = 0;
+    const int rows = std::min(m_model->rowCount(), rowsMeasured);
+    for (int row = 0; row < rows; ++row) {
+        const auto& cell = m_model->cell(m_model->index(row, column));
+        const bool isChip = cell.look == PlainCell::Look::chip;
+        int width = textWidth(isChip ? TypeStep::micro : TypeStep::body, cell.text);
+        width += (isChip ? 2 * Space::step2 : 0) + (cell.glyph.isEmpty() ? 0 : CellPainter::glyphIndent);
+        widest = std::max(widest, width);
+    }
+    const bool isLast = column == m_model->columnCount() - 1;
+    const int paddings = (column == 0 ? Space::cellPaddingOuter : Space::cellPadding) +
+                         (isLast ? Space::cellPaddingOuter : Space::cellPadding);
+    return std::max(horizontalHeader()->sectionSizeHint(column), widest + paddings + (isLast ? 0 : columnGap));
+}
+
+void PlainTable::layOut()
+{
+    setDensity(RowDelegate::Density::oneLine);
+    const int columns = m_model->columnCount();
+    if (columns == 0)
+        return;
+    std::vector<int> widths;
+    int taken = 0;
+    for (int column = 0; column < columns; ++column) {
+        setColumnHidden(column, false);
+        widths.push_back(contentWidth(column));
+        taken += column == m_stretched ? 0 : widths.back();
+    }
+    const int room = viewport()->width();
+    for (int column = columns - 1; column >= 0 && room - taken < stretchedMinimum; --column) {
+        if (!m_model->columns()[static_cast<std::size_t>(column)].isPart)
+            continue;
+        setColumnHidden(column, true);
+        taken -= widths[static_cast<std::size_t>(column)];
+    }
+    widths[static_cast<std::size_t>(m_stretched)] = std::max(stretchedMinimum, room - taken);
+    for (int column = 0; column < columns; ++column)
+        setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
+}
+
+void PlainTable::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy) && currentIndex().isValid()) {
+        QGuiApplication::clipboard()->setText(m_model->copyText(currentIndex().row()));
+        return;
+    }
+    RowTable::keyPressEvent(event);
+}
+
+void PlainTable::mouseReleaseEvent(QMouseEvent* event)
+{
+    RowTable::mouseReleaseEvent(event);
+    const auto index = indexAt(event->position().toPoint());
+    if (event->button() == Qt::LeftButton && index.isValid() && m_model->cell(index).look == PlainCell::Look::link)
+        Q_EMIT linkPressed(qString(m_model->idAt(index.row())));
+}
