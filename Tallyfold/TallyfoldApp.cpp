@@ -11,6 +11,7 @@
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Session/LanguageDefaults.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerUI/Screens/Company/CompanyView.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Root/RootView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
@@ -29,6 +30,7 @@ PageRegistry builtPages()
 {
     PageRegistry pages;
     pages.add<LedgerView>(WorkspacePage::ledger);
+    pages.add<CompanyView>(WorkspacePage::company);
     return pages;
 }
 

@@ -6,7 +6,9 @@
 #include <QAccessible>
 #include <gtest/gtest.h>
 
+#include "LedgerUI/Screens/Company/CompanyView.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/CompanyBooks.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
@@ -21,6 +23,7 @@ PageRegistry builtPages()
 {
     PageRegistry pages;
     pages.add<LedgerView>(WorkspacePage::ledger);
+    pages.add<CompanyView>(WorkspacePage::company);
     return pages;
 }
 
@@ -150,6 +153,46 @@ void openExport(WindowUnderTest& under)
     under.screen.waitForFocus("ledgerExportDialog");
 }
 
+/// The company page at one of its tabs.
+void openCompany(WindowUnderTest& under, const char* tab)
+{
+    under.server.replace("GET v1/invites", ServerReply::json(companyInvitations()));
+    under.openDemonstration(companyBooks());
+    under.screen.waitFor("ledgerNotice");
+    under.screen.keys("Ctrl+2");
+    for (int steps = 0; steps < 8 && !under.screen.shows(tab); ++steps)
+        under.screen.keys("Ctrl+Tab");
+    under.screen.waitFor(tab);
+}
+
+void openInvite(WindowUnderTest& under)
+{
+    openCompany(under, "membersTab");
+    under.screen.press("companyPrimary");
+    under.screen.waitForFocus("inviteDialog");
+    under.screen.keys("Ctrl+Return"); // with every message
+}
+
+void invite(WindowUnderTest& under)
+{
+    openInvite(under);
+    under.screen.fill("inviteName", "Rini");
+    under.screen.fill("inviteEmail", "rini@example.com");
+    under.server.replace("POST v1/invites", ServerReply::json(R"({"code":"K7QF-2M9D-XR4T"})"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitFor("invitationCodeDialog");
+}
+
+void openCompanyAsEmployee(WindowUnderTest& under)
+{
+    auto person = SnapshotBuilder::person("m1", "Rizky Pratama");
+    person.permissions.emplace();
+    under.openDemonstration(SnapshotBuilder{}.currentMember(person).account("Petty cash", {"IDR"}).grantAll());
+    under.screen.waitFor("ledgerNotice");
+    under.screen.keys("Ctrl+2 Ctrl+Tab");
+    under.screen.waitFor("accessTab");
+}
+
 const std::array shown{
     Shown{"SignIn",
           [](auto& under) {
@@ -216,6 +259,17 @@ const std::array shown{
               under.screen.fill("ledgerSearch", "zzz");
               under.screen.waitFor("noticeChangeFilter");
           }},
+    Shown{"Members",
+          [](auto& under) {
+              openCompany(under, "membersTab");
+              under.screen.pressRow("memberTable", "Hương");
+              under.screen.press("permission.viewDividends");
+          }},
+    Shown{"Invitations", [](auto& under) { openCompany(under, "invitationsTab"); }},
+    Shown{"Invite", openInvite},
+    Shown{"InvitationCode", invite},
+    Shown{"CompanyProfile", [](auto& under) { openCompany(under, "profileTab"); }},
+    Shown{"OwnAccess", openCompanyAsEmployee},
     Shown{"NothingRecorded",
           [](auto& under) {
               auto fresh = SnapshotBuilder{}.account("Operating bank", {"IDR"}).grantAll();

@@ -12,6 +12,8 @@
 #include "LedgerCore/Client/Errors/ServiceMessages.h"
 #include "LedgerCore/Client/Errors/StoreMessages.h"
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
+#include "LedgerUI/Presentation/Company/AccessWords.h"
+#include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
@@ -33,25 +35,29 @@ namespace {
 const std::map<std::string, const WordTable*>& tables()
 {
     static const std::map<std::string, const WordTable*> all{
-        {"dialogWords", &dialogWords()},
+        // clang-format off: one on each line, so that new ones never meet
+        {"accessWords", &accessWords()},
         {"commandWords", &commandWords()},
-        {"exportWords", &exportWords()},
+        {"companyWords", &companyWords()},
+        {"dialogWords", &dialogWords()},
         {"entryFormWords", &entryFormWords()},
+        {"exportWords", &exportWords()},
         {"keyWords", &keyWords()},
         {"ledgerWords", &ledgerWords()},
         {"periodWords", &periodWords()},
         {"reportWords", &reportWords()},
         {"roleWords", &roleWords()},
+        {"serviceMessages", &serviceMessages()},
         {"signInWords", &signInWords()},
         {"spokenMoney", &spokenMoney()},
-        {"workspaceWords", &workspaceWords()},
-        {"serviceMessages", &serviceMessages()},
         {"storeMessages", &storeMessages()},
+        {"workspaceWords", &workspaceWords()},
         {"patterns", DayText::tables()[0]},
         {"ranges", DayText::tables()[1]},
         {"longMonths", DayText::tables()[2]},
         {"shortMonths", DayText::tables()[3]},
         {"weekdays", DayText::tables()[4]},
+        // clang-format on
     };
     return all;
 }

@@ -1,0 +1,210 @@
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QClipboard>
+#include <QComboBox>
+#include <QGuiApplication>
+#include <QTableView>
+
+#include "LedgerUI/Screens/Company/CompanyView.h"
+#include "LedgerUI/Screens/Company/GrantMatrixView.h"
+#include "LedgerUI/testing/CompanyBooks.h"
+#include "LedgerUI/testing/WindowUnderTest.h"
+
+namespace {
+
+PageRegistry onlyCompany()
+{
+    PageRegistry pages;
+    pages.add<CompanyView>(WorkspacePage::company);
+    return pages;
+}
+
+/// The company page as the owner has it open.
+struct CompanyUnderTest : WindowUnderTest {
+    CompanyUnderTest() : WindowUnderTest{onlyCompany()}
+    {
+        server.replace("GET v1/invites", ServerReply::json(companyInvitations()));
+        openDemonstration(companyBooks());
+        screen.waitFor("memberTable");
+        screen.waitUntil("the invitations are loaded", [this] { return !server.requests("GET v1/invites").empty(); });
+        waitUntil([this] { return !store.isBusy(); });
+    }
+    void answerWith(const char* route, const SnapshotBuilder& books)
+    {
+        server.replace(route, ServerReply::json(books.json()));
+        server.replace("GET v1/snapshot", ServerReply::json(books.json()));
+    }
+    GrantMatrixView& matrix() { return screen.find<GrantMatrixView>("grantMatrix"); }
+    bool isGranted(int row, int column)
+    {
+        return matrix().model()->index(row, column).data(Qt::CheckStateRole) == Qt::Checked;
+    }
+    void chooseManager() { screen.pressRow("memberTable", "Hương"); }
+};
+
+}
+
+TEST(CompanyMembers, GiveRightsByKeyboardAndSayHowManyChangesWait)
+{
+    CompanyUnderTest under;
+    under.chooseManager();
+    under.screen.keys("Return");
+    EXPECT_EQ(under.screen.focus(), "grantMatrix");
+    under.screen.keys("Down Right Space"); // income on the second account
+    EXPECT_TRUE(under.isGranted(1, 1));
+    EXPECT_EQ(under.screen.read("statusContext"), "1 unsaved change");
+    under.screen.keys("Down Shift+Space"); // every right on the third
+    EXPECT_TRUE(under.isGranted(2, 0) && under.isGranted(2, 10));
+    EXPECT_EQ(under.screen.read("statusContext"), "12 unsaved changes");
+    under.screen.keys("Left Space"); // without its sight nothing is left of it
+    EXPECT_FALSE(under.isGranted(2, 5));
+    under.screen.keys("Ctrl+Space"); // the sight of all of them
+    EXPECT_TRUE(under.isGranted(2, 0) && under.isGranted(3, 0));
+    under.screen.press("memberRevert");
+    EXPECT_EQ(under.screen.read("statusContext"), "");
+    EXPECT_TRUE(under.server.requests("PATCH v1/members/m3").empty());
+}
+
+TEST(CompanyMembers, SendTheChangesOnTopOfWhatTheServiceHasNow)
+{
+    CompanyUnderTest under;
+    under.chooseManager();
+    under.screen.press("permission.viewDividends");
+    auto newer = companyBooks().build();
+    newer.members[2].permissions = {{"exportData", "viewCapital", "viewCompany"}};
+    under.server.replace("GET v1/snapshot", ServerReply::json(Json::encode(newer)));
+    under.server.replace("PATCH v1/members/m3", ServerReply::json(Json::encode(newer)));
+    under.screen.press("memberSave");
+    under.screen.waitUntil("it is said",
+                           [&] { return under.screen.read("statusSaid") == "Access of Nguyễn Thị Thanh Hương saved"; });
+    EXPECT_EQ(under.server.requests("PATCH v1/members/m3").front().body,
+              R"({"permissions":["viewCompany","exportData","viewCapital","viewDividends"]})");
+}
+
+TEST(CompanyMembers, AskBeforeChangesAreLeft)
+{
+    CompanyUnderTest under;
+    under.chooseManager();
+    under.screen.press("permission.viewDividends");
+    under.screen.pressRow("memberTable", "Rizky");
+    under.screen.waitFor("questionDialog");
+    under.screen.press("questionCancel");
+    under.screen.waitUntilGone("questionDialog");
+    EXPECT_EQ(under.screen.read("memberName"), "Nguyễn Thị Thanh Hương");
+    EXPECT_EQ(under.screen.read("statusContext"), "1 unsaved change");
+    under.activate();
+    under.screen.pressRow("memberTable", "Rizky");
+    under.screen.waitFor("questionDialog");
+    under.screen.press("questionConfirm");
+    under.screen.waitUntil("the other one is shown",
+                           [&] { return under.screen.read("memberName") == "Rizky Pratama"; });
+    EXPECT_EQ(under.screen.read("statusContext"), "");
+}
+
+TEST(CompanyMembers, KeepTheDraftWhenTheServiceRefusesOrIsLost)
+{
+    CompanyUnderTest under;
+    under.chooseManager();
+    under.screen.press("permission.viewDividends");
+    for (const auto& reply : {ServerReply::error(403, "forbidden"), ServerReply::dropped()}) {
+        under.server.replace("PATCH v1/members/m3", reply);
+        under.screen.press("memberSave");
+        under.screen.waitFor("alertDialog");
+        under.screen.keys("Return");
+        under.screen.waitUntilGone("alertDialog");
+        EXPECT_EQ(under.screen.read("statusContext"), "1 unsaved change");
+        under.activate();
+    }
+}
+
+TEST(CompanyMembers, ProtectTheLastOwnerAndSayWhy)
+{
+    CompanyUnderTest under;
+    under.screen.pressRow("memberTable", "Budi");
+    EXPECT_FALSE(under.screen.offers("memberActive"));
+    EXPECT_EQ(under.screen.find("memberActive").toolTip(),
+              QStringLiteral("At least one owner has to keep this right."));
+    under.screen.keys("Return Space");
+    EXPECT_TRUE(under.isGranted(0, 0));
+    EXPECT_EQ(under.screen.read("grantHint"), "At least one owner has to keep this right.");
+}
+
+TEST(CompanyMembers, AreDeactivatedAfterAQuestion)
+{
+    CompanyUnderTest under;
+    under.screen.pressRow("memberTable", "Rizky");
+    auto after = companyBooks().build();
+    after.members[3].active = false;
+    under.server.replace("PATCH v1/members/m4", ServerReply::json(Json::encode(after)));
+    under.screen.press("memberActive");
+    under.screen.waitFor("questionDialog");
+    under.screen.press("questionConfirm");
+    under.screen.waitUntil("it can be undone", [&] { return under.screen.read("memberActive") == "Reactivate"; });
+    EXPECT_EQ(under.server.requests("PATCH v1/members/m4").front().body, R"({"active":false})");
+}
+
+TEST(CompanyInvitations, ShowTheCodeOnceAndCopyIt)
+{
+    CompanyUnderTest under;
+    under.screen.press("companyPrimary");
+    under.screen.waitForFocus("inviteName");
+    under.screen.keys("Ctrl+Return");
+    EXPECT_TRUE(under.screen.says("Enter a name."));
+    under.screen.fill("inviteName", "Rini");
+    under.screen.fill("inviteEmail", "rini@example.com");
+    under.screen.press("permission.exportData");
+    under.server.replace("POST v1/invites", ServerReply::dropped());
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitUntil("nobody knows the outcome", [&] { return under.screen.says("Retry original request"); });
+    under.server.replace("POST v1/invites", ServerReply::json(R"({"code":"K7QF-2M9D-XR4T"})"));
+    under.screen.press("inviteConfirm");
+    under.screen.waitFor("invitationCodeDialog");
+    EXPECT_EQ(under.screen.read("invitationCode"), "K7QF-2M9D-XR4T");
+    under.screen.press("invitationCopy");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("K7QF-2M9D-XR4T"));
+    under.screen.press("invitationDone");
+    under.screen.waitUntilGone("invitationCodeDialog");
+    const auto sent = under.server.requests("POST v1/invites");
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[0].body, sent[1].body);
+    EXPECT_EQ(sent[0].body, R"({"name":"Rini","email":"rini@example.com","role":"employee","accountIDs":[],)"
+                            R"("permissions":["exportData"],"accountGrants":[]})");
+}
+
+TEST(CompanyInvitations, AreRevokedFromTheList)
+{
+    CompanyUnderTest under;
+    under.screen.press("memberTable");
+    under.screen.keys("Ctrl+Tab");
+    under.screen.waitFor("invitationTable");
+    under.server.replace("POST v1/invites/i2/revoke", ServerReply::json(R"({"invitations":[]})"));
+    under.screen.pressRow("invitationTable", "Andi");
+    under.screen.keys("Return");
+    under.screen.waitFor("questionDialog");
+    under.screen.press("questionConfirm");
+    under.screen.waitForText("No pending invitations");
+    EXPECT_EQ(under.screen.read("statusSaid"), "Invitation to Andi Wijaya revoked");
+}
+
+TEST(CompanyProfileTab, KeepsWhatIsTypedThroughARefreshAndARefusal)
+{
+    CompanyUnderTest under;
+    under.screen.press("memberTable");
+    under.screen.keys("Ctrl+Shift+Backtab");
+    under.screen.fill("companyName", "PT Baru");
+    auto newer = companyBooks().build();
+    newer.company.countries = {"ID", "VN"};
+    under.server.replace("GET v1/snapshot", ServerReply::json(Json::encode(newer)));
+    under.screen.keys("F5");
+    under.screen.waitUntil("the other change is there",
+                           [&] { return under.screen.read("companyCountries") == "ID, VN"; });
+    EXPECT_EQ(under.screen.read("companyName"), "PT Baru");
+    under.server.replace("PATCH v1/settings", ServerReply::error(403, "forbidden"));
+    under.screen.press("profileSave");
+    under.screen.waitFor("alertDialog");
+    under.screen.keys("Return");
+    under.screen.waitUntilGone("alertDialog");
+    EXPECT_EQ(under.screen.read("companyName"), "PT Baru");
+    EXPECT_EQ(under.server.requests("PATCH v1/settings").front().body, R"({"name":"PT Baru"})");
+}
