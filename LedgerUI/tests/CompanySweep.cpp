@@ -1,0 +1,74 @@
+#include <array>
+
+#include "LedgerUI/Screens/Company/CompanyView.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/CompanyBooks.h"
+#include "LedgerUI/testing/Sweep.h"
+
+namespace {
+
+PageRegistry builtPages()
+{
+    PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    pages.add<CompanyView>(WorkspacePage::company);
+    return pages;
+}
+
+/// The company page at one of its tabs.
+void openCompany(WindowUnderTest& under, const char* tab)
+{
+    under.server.replace("GET v1/invites", ServerReply::json(companyInvitations()));
+    under.openDemonstration(companyBooks());
+    under.screen.waitFor("ledgerNotice");
+    under.screen.keys("Ctrl+2");
+    for (int steps = 0; steps < 8 && !under.screen.shows(tab); ++steps)
+        under.screen.keys("Ctrl+Tab");
+    under.screen.waitFor(tab);
+}
+
+void openInvite(WindowUnderTest& under)
+{
+    openCompany(under, "membersTab");
+    under.screen.press("companyPrimary");
+    under.screen.waitForFocus("inviteDialog");
+    under.screen.keys("Ctrl+Return"); // with every message
+}
+
+void invite(WindowUnderTest& under)
+{
+    openInvite(under);
+    under.screen.fill("inviteName", "Rini");
+    under.screen.fill("inviteEmail", "rini@example.com");
+    under.server.replace("POST v1/invites", ServerReply::json(R"({"code":"K7QF-2M9D-XR4T"})"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitFor("invitationCodeDialog");
+}
+
+void openCompanyAsEmployee(WindowUnderTest& under)
+{
+    auto person = SnapshotBuilder::person("m1", "Rizky Pratama");
+    person.permissions.emplace();
+    under.openDemonstration(SnapshotBuilder{}.currentMember(person).account("Petty cash", {"IDR"}).grantAll());
+    under.screen.waitFor("ledgerNotice");
+    under.screen.keys("Ctrl+2 Ctrl+Tab");
+    under.screen.waitFor("accessTab");
+}
+
+const std::array shown{
+    SweptScreen{"Members", builtPages,
+                [](auto& under) {
+                    openCompany(under, "membersTab");
+                    under.screen.pressRow("memberTable", "Hương");
+                    under.screen.press("permission.viewDividends");
+                }},
+    SweptScreen{"Invitations", builtPages, [](auto& under) { openCompany(under, "invitationsTab"); }},
+    SweptScreen{"Invite", builtPages, openInvite},
+    SweptScreen{"InvitationCode", builtPages, invite},
+    SweptScreen{"CompanyProfile", builtPages, [](auto& under) { openCompany(under, "profileTab"); }},
+    SweptScreen{"OwnAccess", builtPages, openCompanyAsEmployee},
+};
+
+}
+
+SWEEP(Company, shown);

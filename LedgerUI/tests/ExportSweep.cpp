@@ -1,0 +1,46 @@
+#include <array>
+
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/Sweep.h"
+
+namespace {
+
+PageRegistry ledgerPage()
+{
+    PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    return pages;
+}
+
+SnapshotBuilder books()
+{
+    SnapshotBuilder builder;
+    builder.account("Operating bank", {"IDR", "USD"}).account("Singapore", {"USD", "SGD"}).grantAll();
+    builder.category("power", "expense", "Electricity");
+    return builder.expense("e1", "2026-11-19", "Operating bank", "IDR", 438'520'000, "power").note("November");
+}
+
+void openExport(WindowUnderTest& under)
+{
+    under.openDemonstration(books());
+    under.screen.waitFor("ledgerTable");
+    under.screen.keys("Ctrl+E");
+    under.screen.waitForFocus("ledgerExportDialog");
+}
+
+const std::array shown{
+    SweptScreen{"Export", ledgerPage,
+                [](auto& under) {
+                    openExport(under);
+                    under.screen.fill("exportFirstDay", "x");
+                }},
+    SweptScreen{"ExportAccounts", ledgerPage,
+                [](auto& under) {
+                    openExport(under);
+                    under.screen.press("exportAccounts");
+                }},
+};
+
+}
+
+SWEEP(Exports, shown);
