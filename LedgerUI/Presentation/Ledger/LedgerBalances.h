@@ -32,6 +32,9 @@ struct LedgerBalances {
     bool operator==(const LedgerBalances&) const = default;
 };
 
+/// The currencies that an account holds, then any others that still have money on it.
+std::vector<std::string> currenciesOf(const Account& account);
+
 /// The day at whose end a look at `period` sees the balances: its last, but none after today and the last entry.
 std::chrono::year_month_day balanceDay(const LedgerBook& book, const Period& period, std::chrono::year_month_day today);
 
