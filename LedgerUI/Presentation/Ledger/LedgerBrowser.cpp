@@ -21,7 +21,8 @@ struct LedgerBrowser::Question {
     std::string locale;
     LedgerQuery query;
     LedgerListingPointer before;
-    LedgerBookPointer latest; // the newest book at hand, of these books or of earlier ones
+    LedgerBookPointer latest;   // the newest book at hand, of these books or of earlier ones
+    bool choosesPeriod = false; // nobody has asked for one yet
 };
 
 struct LedgerBrowser::Answer {
@@ -45,6 +46,7 @@ void LedgerBrowser::setFilter(LedgerFilter filter)
     if (filter == m_query.filter)
         return;
     m_query.filter = std::move(filter);
+    m_hasFilter = true;
     ask();
 }
 
@@ -92,7 +94,7 @@ LedgerBrowser::Answer LedgerBrowser::answer(const Question& question)
     if (!book || book->snapshotPointer() != question.snapshot || book->locale() != question.locale)
         book = releasedByWorker<LedgerBook>(question.snapshot, question.locale, book.get());
     auto query = question.query;
-    if (!before)
+    if (question.choosesPeriod)
         query.filter.period = openingPeriod(book->counts(), query.today);
     auto listing = releasedByWorker<LedgerListing>(listingOf(std::move(book), std::move(query)));
     auto change = changeBetween(before, *listing);
@@ -108,7 +110,7 @@ QCoro::Task<LedgerBrowser::Answer> LedgerBrowser::answerOnWorker(Question questi
 
 LedgerBrowser::Question LedgerBrowser::question() const
 {
-    return {m_snapshot, m_locale, m_query, m_listing, m_latest};
+    return {m_snapshot, m_locale, m_query, m_listing, m_latest, !m_listing && !m_hasFilter};
 }
 
 void LedgerBrowser::ask()
@@ -116,6 +118,7 @@ void LedgerBrowser::ask()
     if (!m_snapshot) {
         m_listing.reset();
         m_latest.reset();
+        m_hasFilter = false;
         m_change = {};
         Q_EMIT changed();
         return;

@@ -59,6 +59,7 @@ private:
     LedgerListingPointer m_listing;
     LedgerBookPointer m_latest;
     RowChange m_change;
+    bool m_hasFilter = false; // asked for, rather than the one that the page opens with
     bool m_isWorking = false;
     bool m_hasChanged = false; // since the question that is being worked on was asked
 };

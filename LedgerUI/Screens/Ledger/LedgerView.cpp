@@ -174,6 +174,19 @@ PageView::StatusContext LedgerView::statusContext() const
             figures.join(QStringLiteral("   "))};
 }
 
+void LedgerView::follow(const PageLink& link)
+{
+    if (link.action == PageAction::newEntry) {
+        (*m_actions)[QStringLiteral("newEntry")]->trigger();
+    } else if (link.action == PageAction::showAccount) {
+        // All that is on the account, whatever was looked for here before.
+        LedgerFilter filter{.period = Period::allTime()};
+        filter.accountIDs = {link.subject};
+        m_browser->setFilter(std::move(filter));
+        m_page->focusContent();
+    }
+}
+
 void LedgerView::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange) {

@@ -3,6 +3,8 @@
 #include <QList>
 #include <QWidget>
 
+#include "LedgerUI/Presentation/Workspace/PageLink.h"
+
 /// One page of the workspace. It observes the store by itself; the workspace asks it what to say in the status bar and
 /// where F6 may go.
 class PageView : public QWidget {
@@ -20,7 +22,12 @@ public:
     };
     [[nodiscard]] virtual StatusContext statusContext() const { return {}; }
 
+    /// Does what a link to this page asks for. The page is shown by then.
+    virtual void follow(const PageLink& /*link*/) {}
+
 Q_SIGNALS:
+    /// A link to another page was pressed.
+    void linkPressed(const PageLink& link);
     void statusContextChanged();
     /// Something that a person asked for is done: said in the status bar and to readers, until the next of its kind.
     void done(const QString& sentence);

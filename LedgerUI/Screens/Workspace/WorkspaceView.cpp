@@ -51,6 +51,7 @@ void WorkspaceView::open(WorkspacePage page)
         m_stack->addWidget(view);
         connect(view, &PageView::statusContextChanged, this, &WorkspaceView::presentContext);
         connect(view, &PageView::done, m_status, &StatusBar::say);
+        connect(view, &PageView::linkPressed, this, &WorkspaceView::follow);
     }
     m_stack->setCurrentWidget(view);
     // Page, status bar, and round to the side bar: whatever was made last stands at the end otherwise.
@@ -58,6 +59,14 @@ void WorkspaceView::open(WorkspacePage page)
     m_sideBar->comeAfter(m_status->tabStop());
     m_sideBar->choose(page);
     presentContext();
+}
+
+void WorkspaceView::follow(const PageLink& link)
+{
+    if (std::ranges::find(m_pages, link.page) == m_pages.end())
+        return;
+    open(link.page);
+    m_views.at(link.page)->follow(link);
 }
 
 void WorkspaceView::refreshOnReturn()

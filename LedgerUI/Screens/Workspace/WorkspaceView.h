@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
+#include "LedgerUI/Presentation/Workspace/PageLink.h"
 
 class BusyBar;
 class LedgerStore;
@@ -24,6 +24,8 @@ public:
     /// The visible pages in the order of the side bar: those that the rule allows and that are built.
     [[nodiscard]] const std::vector<WorkspacePage>& pages() const { return m_pages; }
     void open(WorkspacePage page);
+    /// Opens the page of a link and has it do what the link asks for.
+    void follow(const PageLink& link);
     /// Brings in what changed elsewhere while the person was away; does nothing while something runs.
     void refreshOnReturn();
 
