@@ -11,6 +11,7 @@
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Session/LanguageDefaults.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerUI/Screens/Accounts/AccountsView.h"
 #include "LedgerUI/Screens/Company/CompanyView.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Root/RootView.h"
@@ -31,6 +32,7 @@ PageRegistry builtPages()
     PageRegistry pages;
     pages.add<LedgerView>(WorkspacePage::ledger);
     pages.add<CompanyView>(WorkspacePage::company);
+    pages.add<AccountsView>(WorkspacePage::accounts);
     return pages;
 }
 

@@ -12,6 +12,7 @@ std::span<const Story> stories()
     static constexpr std::array all{
         Story{"sign-in", "Signing in", tellOfSigningIn},
         Story{"ledger", "Reading the ledger", tellOfTheLedger},
+        Story{"accounts", "Reading the accounts", tellOfAccounts},
         Story{"recording", "Recording an expense", tellOfRecording},
         Story{"reversing", "Undoing an entry", tellOfReversing},
         Story{"languages", "Four languages, large and small, light and dark", tellOfLanguagesAndSizes},

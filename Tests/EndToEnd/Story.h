@@ -43,6 +43,7 @@ std::span<const Story> stories();
 
 void tellOfSigningIn(Stage& stage);
 void tellOfTheLedger(Stage& stage);
+void tellOfAccounts(Stage& stage);
 void tellOfRecording(Stage& stage);
 void tellOfReversing(Stage& stage);
 void tellOfLanguagesAndSizes(Stage& stage);

@@ -43,8 +43,10 @@ ListDetailPage::ListDetailPage(const ListDetailParts& parts, QWidget* parent) : 
     m_splitter->setSizes({theRest, Space::detailPane});
 
     auto* rows = rowsOf(this);
-    for (auto* part : {m_parts.header, m_parts.filters, m_parts.message})
-        rows->addWidget(part);
+    for (auto* part : {m_parts.header, m_parts.filters, m_parts.message}) {
+        if (part)
+            rows->addWidget(part);
+    }
     rows->addWidget(m_splitter, 1);
 }
 
@@ -64,7 +66,8 @@ void ListDetailPage::show(Content content)
 void ListDetailPage::setHasContents(bool hasContents)
 {
     m_hasContents = hasContents;
-    m_parts.filters->setVisible(hasContents);
+    if (m_parts.filters)
+        m_parts.filters->setVisible(hasContents);
     m_parts.detail->setVisible(hasContents && isDetailShown());
 }
 
@@ -99,7 +102,8 @@ void ListDetailPage::focusContent()
 {
     auto* content = m_stack->currentWidget();
     const bool isStop = content->focusProxy() || content->focusPolicy() != Qt::NoFocus;
-    (isStop ? content : m_parts.filters)->setFocus(Qt::OtherFocusReason);
+    auto* const above = m_parts.filters ? m_parts.filters : m_parts.header;
+    (isStop ? content : above)->setFocus(Qt::OtherFocusReason);
 }
 
 bool ListDetailPage::isNarrow() const
@@ -109,9 +113,11 @@ bool ListDetailPage::isNarrow() const
 
 QList<QWidget*> ListDetailPage::panes() const
 {
-    QList<QWidget*> all{m_stack->currentWidget(), m_parts.header, m_parts.filters};
+    QList<QWidget*> all{m_stack->currentWidget(), m_parts.header};
+    if (m_parts.filters)
+        all.append(m_parts.filters);
     for (auto* each : {m_parts.message, m_parts.detail}) {
-        if (each->isVisibleTo(this))
+        if (each && each->isVisibleTo(this))
             all.append(each);
     }
     return all;

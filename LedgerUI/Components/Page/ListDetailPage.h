@@ -8,9 +8,9 @@ class QStackedWidget;
 
 /// What a page that lists things is put together from. All of them become its children.
 struct ListDetailParts {
-    QWidget* header = nullptr;
-    QWidget* filters = nullptr; // passes the focus on to its first control
-    QWidget* message = nullptr; // between filters and list; hidden while there is none
+    QWidget* header = nullptr;  // without filters, passes the focus on to its first control
+    QWidget* filters = nullptr; // passes the focus on to its first control; a page may have none
+    QWidget* message = nullptr; // between filters and list; hidden while there is none; a page may have none
     QWidget* table = nullptr;
     QWidget* notice = nullptr; // in the table's place while it has nothing to show
     QWidget* strip = nullptr;  // below the table

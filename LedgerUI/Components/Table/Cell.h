@@ -15,6 +15,7 @@ struct CellText {
     ThemeColor ink = Token::text;
     QString glyph = {};
     bool isStruck = false;
+    bool isBold = false;
 };
 
 /// A code at the left end of a line and a figure at its right end.
@@ -37,5 +38,7 @@ struct Cell {
     std::optional<CellText> beside = {};
     std::vector<CellMark> marks = {};
     std::vector<CellAmount> amounts = {};
-    bool wraps = false; // the only line may go on in a second one
+    bool wraps = false;      // the only line may go on in a second one
+    bool isHead = false;     // of a group of rows: the texts stand at the bottom
+    bool joinsBelow = false; // no line parts it from the cell below
 };

@@ -23,7 +23,7 @@ QRect centred(const QRect& line, int left, int extent)
 
 QFont fontOf(const CellText& text)
 {
-    auto font = TypeScale::font(text.step);
+    auto font = text.isBold ? TypeScale::bold(text.step) : TypeScale::font(text.step);
     font.setStrikeOut(text.isStruck);
     return font;
 }

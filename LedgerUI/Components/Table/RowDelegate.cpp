@@ -17,6 +17,11 @@ namespace {
 constexpr int selectedBar = 3;
 constexpr int ringWidth = 2;
 
+int headTextHeight()
+{
+    return QFontMetrics{TypeScale::font(TypeStep::small)}.height() + Space::step1;
+}
+
 }
 
 RowDelegate::RowDelegate(CellAt cellAt, QObject* parent) : QStyledItemDelegate{parent}, m_cellAt{std::move(cellAt)} {}
@@ -39,21 +44,31 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
 {
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing);
-    paintGround(*painter, option, index);
+    const auto cell = m_cellAt(index, m_density);
+    paintGround(*painter, option, index, cell);
     painter->setClipRect(option.rect);
-    const auto area = contentsOf(option.rect, index.column(), index.model()->columnCount());
-    CellPainter{*painter}.paint(m_cellAt(index, m_density), area);
+    auto area = contentsOf(option.rect, index.column(), index.model()->columnCount());
+    if (cell.isHead)
+        area.setTop(area.bottom() - headTextHeight());
+    CellPainter{*painter}.paint(cell, area);
     painter->restore();
 }
 
-void RowDelegate::paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const
+void RowDelegate::paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
+                              const Cell& cell) const
 {
     const auto color = [](Token token) { return Theme::current().color(token); };
     const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-    const auto ground = isSelected ? Token::accentSoft : index.row() == m_hovered ? Token::surfaceAlt : Token::surface;
+    const auto ground = isSelected                                 ? Token::accentSoft
+                        : index.row() == m_hovered && !cell.isHead ? Token::surfaceAlt
+                                                                   : Token::surface;
     const auto& rect = option.rect;
     painter.fillRect(rect, color(ground));
-    painter.fillRect(QRect{rect.left(), rect.bottom(), rect.width(), 1}, color(Token::hairline));
+    if (!cell.joinsBelow)
+        painter.fillRect(QRect{rect.left(), rect.bottom(), rect.width(), 1},
+                         color(cell.isHead ? Token::divider : Token::hairline));
+    if (cell.isHead)
+        return;
     const bool isFirst = index.column() == 0;
     if (isSelected && isFirst)
         painter.fillRect(QRect{rect.left(), rect.top(), selectedBar, rect.height()}, color(Token::accent));

@@ -29,7 +29,8 @@ public:
                    const QModelIndex& index) override;
 
 private:
-    void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index) const;
+    void paintGround(QPainter& painter, const QStyleOptionViewItem& option, const QModelIndex& index,
+                     const Cell& cell) const;
 
     CellAt m_cellAt;
     Density m_density = Density::twoLines;

@@ -86,10 +86,24 @@ bool RowTable::choose(std::string_view id)
 void RowTable::enter()
 {
     setFocus(Qt::OtherFocusReason);
-    if (m_model->rowCount() == 0 || selectionModel()->hasSelection())
-        return;
-    selectionModel()->setCurrentIndex(m_model->index(0, 0),
-                                      QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (!selectionModel()->hasSelection())
+        chooseFirst();
+}
+
+void RowTable::chooseFirst()
+{
+    if (const int first = firstChoosable(); first >= 0)
+        selectionModel()->setCurrentIndex(m_model->index(first, 0),
+                                          QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+}
+
+/// The uppermost row that is no head; -1 when there is none.
+int RowTable::firstChoosable() const
+{
+    int row = 0;
+    while (row < m_model->rowCount() && m_model->isHeadAt(row))
+        ++row;
+    return row < m_model->rowCount() ? row : -1;
 }
 
 void RowTable::setDensity(RowDelegate::Density density)
@@ -105,7 +119,7 @@ QModelIndex RowTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modi
 {
     const int rows = m_model->rowCount();
     if (rows > 0 && (action == MoveHome || action == MoveEnd))
-        return m_model->index(action == MoveHome ? 0 : rows - 1, std::max(0, currentIndex().column()));
+        return m_model->index(action == MoveHome ? firstChoosable() : rows - 1, std::max(0, currentIndex().column()));
     return QTableView::moveCursor(action, modifiers);
 }
 

@@ -22,6 +22,8 @@ public:
     [[nodiscard]] std::vector<std::string> selectedIDs() const;
     /// Chooses the row of this identity and brings it into sight; false when it is not shown.
     bool choose(std::string_view id);
+    /// Chooses the uppermost row, if there is any.
+    void chooseFirst();
     /// Takes the focus, with a row chosen if there is any.
     void enter();
 
@@ -60,6 +62,7 @@ private:
     void restore(const RowChange& change);
     void selectRows(const std::vector<int>& rows);
     void hover(int row);
+    [[nodiscard]] int firstChoosable() const;
     [[nodiscard]] QPoint menuPlace() const;
 
     RowModel* m_model;

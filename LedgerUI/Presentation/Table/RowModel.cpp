@@ -2,6 +2,11 @@
 
 #include <ranges>
 
+Qt::ItemFlags RowModel::flags(const QModelIndex& index) const
+{
+    return index.isValid() && isHeadAt(index.row()) ? Qt::ItemNeverHasChildren : QAbstractTableModel::flags(index);
+}
+
 void RowModel::follow(const RowChange& change)
 {
     Q_EMIT aboutToChange();

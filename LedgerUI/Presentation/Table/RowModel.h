@@ -17,6 +17,9 @@ public:
     [[nodiscard]] virtual std::string_view idAt(int row) const = 0;
     /// The row of this identity, or -1.
     [[nodiscard]] virtual int rowOf(std::string_view id) const = 0;
+    /// Whether the row is the head of those below it: read, but never chosen.
+    [[nodiscard]] virtual bool isHeadAt(int /*row*/) const { return false; }
+    [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 Q_SIGNALS:
     void aboutToChange();

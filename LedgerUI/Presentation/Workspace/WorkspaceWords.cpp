@@ -8,7 +8,7 @@ const WordTable& workspaceWords()
         {"summary", "概览", "Ringkasan", "Tổng quan", "Summary"},
         {"ledger", "账本", "Buku besar", "Sổ cái", "Ledger"},
         {"reports", "报表", "Laporan", "Báo cáo", "Reports"},
-        {"accounts", "资金账户", "Rekening", "Tài khoản", "Accounts"},
+        {"accounts", "资金账户", "Rekening", "Tài khoản quỹ", "Accounts"},
         {"dividends", "资本与分红", "Modal & dividen", "Vốn & cổ tức", "Capital & dividends"},
         {"company", "公司", "Perusahaan", "Công ty", "Company"},
         {"pages", "页面", "Halaman", "Trang", "Pages"},

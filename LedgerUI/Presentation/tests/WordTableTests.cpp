@@ -12,6 +12,7 @@
 #include "LedgerCore/Client/Errors/ServiceMessages.h"
 #include "LedgerCore/Client/Errors/StoreMessages.h"
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
+#include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Company/AccessWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
@@ -37,6 +38,7 @@ const std::map<std::string, const WordTable*>& tables()
     static const std::map<std::string, const WordTable*> all{
         // clang-format off: one on each line, so that new ones never meet
         {"accessWords", &accessWords()},
+        {"accountWords", &accountWords()},
         {"commandWords", &commandWords()},
         {"companyWords", &companyWords()},
         {"dialogWords", &dialogWords()},

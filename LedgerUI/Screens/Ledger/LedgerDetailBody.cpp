@@ -212,6 +212,12 @@ void LedgerDetailBody::addTotals(const std::vector<MoneyText>& amounts, const QS
     m_rows->addLayout(grid);
 }
 
+void LedgerDetailBody::addPart(QWidget* part)
+{
+    part->setParent(this);
+    m_rows->addWidget(part);
+}
+
 void LedgerDetailBody::addGap(int height)
 {
     m_rows->addSpacing(height);

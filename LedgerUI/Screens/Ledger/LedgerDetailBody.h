@@ -30,6 +30,8 @@ public:
     /// A name with its amounts at the right edge, one below the other.
     void addAccount(const QString& name, const std::vector<MoneyText>& amounts, const Action& action);
     void addTotals(const std::vector<MoneyText>& amounts, const QString& label);
+    /// A part of the page's own.
+    void addPart(QWidget* part);
     void addGap(int height);
     void addLine();
     void finish();

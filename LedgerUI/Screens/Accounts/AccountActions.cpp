@@ -1,0 +1,73 @@
+#include "LedgerUI/Screens/Accounts/AccountActions.h"
+
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Accounts/AccountWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+
+namespace {
+
+QString text(std::string_view key)
+{
+    return word(accountWords(), key);
+}
+
+QString sortID(const std::string& currency)
+{
+    return QStringLiteral("sort.balance.") + qString(currency);
+}
+
+}
+
+std::vector<Action> AccountActions::onAccount(const Chosen& chosen)
+{
+    const auto& detail = chosen.detail;
+    const auto busy = chosen.isBusy ? text("busy") : QString{};
+    return {{.id = QStringLiteral("openAccount"),
+             .text = text("showDetail"),
+             .isOffered = detail.has_value(),
+             .run = chosen.open},
+            {.id = QStringLiteral("openingBalance"),
+             .text = text("openingBalance"),
+             .whyNot = busy,
+             .isOffered = detail && detail->offersOpening,
+             .run = chosen.recordOpening},
+            {.id = QStringLiteral("showInLedger"),
+             .text = text("inLedger"),
+             .glyph = QStringLiteral("journal-text"),
+             .isOffered = detail.has_value(),
+             .run = chosen.showInLedger}};
+}
+
+QList<QString> AccountActions::accountMenu()
+{
+    return {QStringLiteral("openAccount"), QStringLiteral("showInLedger"), {}, QStringLiteral("openingBalance")};
+}
+
+std::vector<Action> AccountActions::sorting(const AccountListing& listing,
+                                            const std::function<void(const AccountSort&)>& sortBy)
+{
+    using Key = AccountSort::Key;
+    const auto now = listing.query.sort;
+    std::vector<Action> actions{{.id = QStringLiteral("sort.name"),
+                                 .text = text("sort.name"),
+                                 .isOn = now.key == Key::name,
+                                 .run = [sortBy, now] { sortBy(now.by(Key::name)); }}};
+    for (const auto& currency : listing.currencies)
+        actions.push_back({.id = sortID(currency),
+                           .text = word(accountWords(), "sort.balance", {currency}),
+                           .isOn = now.key == Key::balance && now.currency == currency,
+                           .run = [sortBy, now, currency] { sortBy(now.by(Key::balance, currency)); }});
+    actions.push_back({.id = QStringLiteral("turnSort"),
+                       .text = text("sort.turn"),
+                       .keys = KeyBindings::keys(Command::turnSort),
+                       .run = [sortBy, now] { sortBy(now.turned()); }});
+    return actions;
+}
+
+QList<QString> AccountActions::sortingMenu(const AccountListing& listing)
+{
+    QList<QString> ids{QStringLiteral("sort.name")};
+    for (const auto& currency : listing.currencies)
+        ids << sortID(currency);
+    return ids << QString{} << QStringLiteral("turnSort");
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "LedgerUI/Components/Page/Action.h"
+#include "LedgerUI/Presentation/Accounts/AccountDetail.h"
+#include "LedgerUI/Presentation/Accounts/AccountListing.h"
+
+/// What can be done on the page of accounts.
+namespace AccountActions {
+
+/// The chosen account and what the page does with it.
+struct Chosen {
+    std::optional<AccountDetail> detail; // nothing while none is chosen
+    bool isBusy = false;
+    std::function<void()> open;
+    std::function<void()> showInLedger;
+    std::function<void()> recordOpening;
+};
+std::vector<Action> onAccount(const Chosen& chosen);
+/// In the order of the menu; an empty id stands for a line.
+QList<QString> accountMenu();
+
+/// The orders of the accounts: by name, and by the balance in each currency that is held.
+std::vector<Action> sorting(const AccountListing& listing, const std::function<void(const AccountSort&)>& sortBy);
+QList<QString> sortingMenu(const AccountListing& listing);
+
+}

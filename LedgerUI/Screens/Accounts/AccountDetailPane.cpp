@@ -1,0 +1,232 @@
+#include "LedgerUI/Screens/Accounts/AccountDetailPane.h"
+
+#include <QAction>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Chart/SparklineView.h"
+#include "LedgerUI/Components/Dialogs/FocusChain.h"
+#include "LedgerUI/Components/Page/Action.h"
+#include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Page/WrapLayout.h"
+#include "LedgerUI/Components/Text/ElidedLabel.h"
+#include "LedgerUI/Components/Text/EntryKindColor.h"
+#include "LedgerUI/Components/Text/GlyphLabel.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Accounts/AccountWords.h"
+#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
+#include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int headHeight = 38;
+constexpr int dayColumn = 48;
+
+QString text(std::string_view key)
+{
+    return word(accountWords(), key);
+}
+
+}
+
+AccountDetailPane::AccountDetailPane(ActionSet& actions, QWidget* parent) : QFrame{parent}, m_actions{actions}
+{
+    setObjectName(QStringLiteral("accountDetail"));
+    setMinimumWidth(Space::detailPaneMinimum);
+    setMaximumWidth(Space::detailPaneMaximum);
+    setAutoFillBackground(true);
+    m_glyph = new GlyphLabel(QStringLiteral("bank"), Token::text2, Space::icon, this);
+    m_headline = new TextLabel(TypeStep::body, Token::text, this);
+    m_headline->setObjectName(QStringLiteral("accountName"));
+    m_headline->setTextFormat(Qt::PlainText);
+    m_headline->setBold(true);
+    m_headline->setWordWrap(true);
+    m_headline->setMinimumHeight(headHeight - Space::step1);
+    m_close = new IconButton(QStringLiteral("x-lg"), IconButton::Frame::none, this);
+    m_close->setObjectName(QStringLiteral("accountDetailClose"));
+    m_scroll = new QScrollArea(this);
+    m_scroll->setObjectName(QStringLiteral("accountDetailScroll"));
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    buildFoot();
+    auto* head = new QHBoxLayout;
+    head->setContentsMargins(Space::pageMargin, Space::step1, Space::step1, 0);
+    head->setSpacing(Space::step2);
+    head->addWidget(m_glyph);
+    head->addWidget(m_headline, 1);
+    head->addWidget(m_close, 0, Qt::AlignTop);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(1, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addLayout(head);
+    rows->addWidget(m_scroll, 1);
+    rows->addWidget(m_foot);
+    connect(m_close, &QToolButton::clicked, this, &AccountDetailPane::closeWanted);
+    retranslate();
+}
+
+void AccountDetailPane::buildFoot()
+{
+    m_foot = new QFrame(this);
+    m_foot->setObjectName(QStringLiteral("accountFoot"));
+    auto* buttons = new WrapLayout(m_foot, Space::step2);
+    buttons->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
+    buttons->addWidget(footButton(m_actions[QStringLiteral("openingBalance")], QStringLiteral("accountOpening")));
+    m_more = new IconButton(QStringLiteral("three-dots"), IconButton::Frame::outlined, m_foot);
+    m_more->setObjectName(QStringLiteral("accountMore"));
+    connect(m_more, &QToolButton::clicked, this,
+            [this] { Q_EMIT menuWanted(m_more->mapToGlobal(QPoint{0, m_more->height()})); });
+    buttons->addWidget(m_more);
+}
+
+QPushButton* AccountDetailPane::footButton(QAction* action, const QString& name)
+{
+    auto* button = new QPushButton(m_foot);
+    button->setObjectName(name);
+    const auto follow = [this, button, action] {
+        button->setText(action->text());
+        button->setEnabled(action->isEnabled());
+        button->setToolTip(action->toolTip());
+        button->setVisible(action->isVisible());
+        presentFoot();
+    };
+    connect(action, &QAction::changed, button, follow);
+    connect(button, &QPushButton::clicked, action, &QAction::trigger);
+    button->setText(action->text());
+    button->setVisible(action->isVisible());
+    return button;
+}
+
+void AccountDetailPane::presentFoot()
+{
+    m_foot->setVisible(m_shown.has_value());
+    m_foot->updateGeometry();
+}
+
+void AccountDetailPane::present(const AccountDetail& detail, const LedgerSnapshot& snapshot)
+{
+    if (m_shown == detail)
+        return;
+    m_shown = detail;
+    m_glyph->setGlyph(detail.glyph, Token::text2);
+    m_headline->setText(detail.name);
+    auto* body = new LedgerDetailBody;
+    body->addText(detail.balanceLabel, Token::text2);
+    body->addAmount(detail.balance, detail.balance.sign == MoneyText::Sign::minus ? Token::danger : Token::text, false);
+    if (detail.trend) {
+        auto* trend = new SparklineView;
+        trend->setObjectName(QStringLiteral("accountTrend"));
+        trend->present({detail.trend->values.begin(), detail.trend->values.end()}, detail.trend->spoken);
+        body->addPart(trend);
+    }
+    body->addLines(detail.properties);
+    body->addSection(text("latest"));
+    if (detail.latest.empty())
+        body->addText(text("latest.none"), Token::text2);
+    for (const auto& movement : detail.latest) {
+        body->addPart(movementRow(movement, snapshot));
+        body->addLine();
+    }
+    if (!detail.latest.empty())
+        body->addPart(ledgerLink());
+    showBody(body);
+    presentFoot();
+}
+
+void AccountDetailPane::presentNothing()
+{
+    m_shown.reset();
+    m_glyph->setGlyph(QStringLiteral("bank"), Token::text3);
+    m_headline->setText({});
+    auto* body = new LedgerDetailBody;
+    body->addText(text("detail.none"), Token::text2);
+    showBody(body);
+    presentFoot();
+}
+
+QWidget* AccountDetailPane::ledgerLink() const
+{
+    auto* row = new QWidget;
+    auto* link = new QPushButton(Icon::of(QStringLiteral("journal-text"), Token::accent), text("inLedger"), row);
+    link->setObjectName(QStringLiteral("accountInLedger"));
+    link->setProperty("kind", QStringLiteral("link"));
+    link->setCursor(Qt::PointingHandCursor);
+    link->setIconSize({Space::iconBeforeText, Space::icon});
+    connect(link, &QPushButton::clicked, m_actions[QStringLiteral("showInLedger")], &QAction::trigger);
+    auto* layout = new QHBoxLayout(row);
+    layout->setContentsMargins(0, Space::step2, 0, 0);
+    layout->addWidget(link);
+    layout->addStretch(1);
+    return row;
+}
+
+QWidget* AccountDetailPane::movementRow(const AccountDetail::Movement& movement, const LedgerSnapshot& snapshot) const
+{
+    auto* box = new QWidget;
+    box->setAccessibleName(movement.spoken);
+    box->setToolTip(movement.spoken);
+    auto* row = new QHBoxLayout(box);
+    row->setContentsMargins(0, Space::step1 + 1, 0, Space::step1 + 1);
+    row->setSpacing(Space::step2);
+    const auto ink = entryKindColor(movement.kind, snapshot);
+    auto* day = new TextLabel(TypeStep::small, Token::text2, box);
+    day->setText(movement.day);
+    day->setMinimumWidth(dayColumn);
+    auto* title =
+        new ElidedLabel(TypeStep::small, movement.isReversed ? Token::text2 : Token::text, Qt::ElideRight, box);
+    title->setText(movement.title);
+    auto* amount = new TextLabel(TypeStep::small, Token::text, box);
+    amount->setText(movement.amount.figure());
+    if (movement.amount.sign == MoneyText::Sign::plus)
+        amount->setInk(ink);
+    for (auto* label : {static_cast<QWidget*>(title), static_cast<QWidget*>(amount)}) {
+        auto font = label->font();
+        font.setStrikeOut(movement.isReversed);
+        label->setFont(font);
+    }
+    row->addWidget(day);
+    row->addWidget(new GlyphLabel(entryKindGlyph(movement.kind), ink, Space::icon, box));
+    row->addWidget(title, 1);
+    row->addWidget(amount);
+    return box;
+}
+
+void AccountDetailPane::retranslate()
+{
+    m_shown.reset();
+    setAccessibleName(text("detail"));
+    m_close->setName(text("detail.close"));
+    m_more->setName(text("more"));
+}
+
+QWidget* AccountDetailPane::firstStop() const
+{
+    return m_close;
+}
+
+void AccountDetailPane::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        Q_EMIT left();
+    else
+        QFrame::keyPressEvent(event);
+}
+
+void AccountDetailPane::showBody(LedgerDetailBody* body)
+{
+    body->finish();
+    // The old body may be where the click came from: it goes once that is over.
+    if (auto* old = m_scroll->takeWidget())
+        old->deleteLater();
+    m_scroll->setWidget(body);
+    FocusChain::insert(m_close, body);
+}

@@ -1,0 +1,329 @@
+#include "LedgerUI/Screens/Accounts/AccountsView.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QAction>
+#include <QCheckBox>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerUI/Components/Fields/SearchField.h"
+#include "LedgerUI/Components/Page/ListDetailPage.h"
+#include "LedgerUI/Components/Page/PageHeader.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Accounts/AccountBrowser.h"
+#include "LedgerUI/Presentation/Accounts/AccountWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
+#include "LedgerUI/Screens/Accounts/AccountActions.h"
+#include "LedgerUI/Screens/Accounts/AccountDetailPane.h"
+#include "LedgerUI/Screens/Accounts/AccountNoticeView.h"
+#include "LedgerUI/Screens/Accounts/AccountTable.h"
+#include "LedgerUI/Screens/Accounts/AccountTotalsStrip.h"
+#include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int searchNarrow = 190;
+constexpr int searchWide = 290;
+
+QString text(std::string_view key)
+{
+    return word(accountWords(), key);
+}
+
+}
+
+AccountsView::AccountsView(LedgerStore& store, QWidget* parent) : PageView{parent}, m_store{store}
+{
+    setObjectName(QStringLiteral("accountsView"));
+    m_browser = new AccountBrowser(this);
+    m_actions = new ActionSet(this);
+    presentActions();
+    buildLayout();
+    bindParts();
+    retranslate();
+    adoptSnapshot();
+}
+
+void AccountsView::buildHeader()
+{
+    m_header = new PageHeader(this);
+    m_search = new SearchField(m_header);
+    m_search->setObjectName(QStringLiteral("accountSearch"));
+    m_search->setFixedWidth(searchWide);
+    m_search->installEventFilter(this);
+    m_header->setMiddle(m_search);
+    m_header->setFocusProxy(m_search);
+    m_showArchived = new QCheckBox(m_header);
+    m_showArchived->setObjectName(QStringLiteral("showArchived"));
+    m_header->setPrimary(m_showArchived);
+}
+
+void AccountsView::buildLayout()
+{
+    buildHeader();
+    m_table = new AccountTable(this);
+    m_notice = new AccountNoticeView(this);
+    m_totals = new AccountTotalsStrip(this);
+    m_detail = new AccountDetailPane(*m_actions, this);
+    m_page = new ListDetailPage({.header = m_header,
+                                 .table = m_table,
+                                 .notice = m_notice,
+                                 .strip = m_totals,
+                                 .detail = m_detail,
+                                 .detailStop = m_detail->firstStop()},
+                                this);
+    auto* whole = new QVBoxLayout(this);
+    whole->setContentsMargins(0, 0, 0, 0);
+    whole->addWidget(m_page);
+}
+
+void AccountsView::bindParts()
+{
+    connect(&m_store, &LedgerStore::snapshotChanged, this, &AccountsView::adoptSnapshot);
+    connect(&m_store, &LedgerStore::isBusyChanged, this, &AccountsView::presentActions);
+    connect(m_browser, &AccountBrowser::changed, this, &AccountsView::present);
+    connect(m_search, &QLineEdit::textChanged, this, [this](const QString& typed) {
+        auto query = m_browser->query();
+        query.search = typed;
+        ask(std::move(query));
+    });
+    connect(m_showArchived, &QCheckBox::toggled, this, [this](bool isOn) {
+        auto query = m_browser->query();
+        query.showsArchived = isOn;
+        ask(std::move(query));
+    });
+    connect(m_notice, &AccountNoticeView::remedyWanted, this, [this](AccountNotice::Remedy remedy) {
+        if (remedy == AccountNotice::Remedy::clearSearch)
+            m_search->clear();
+        else
+            m_showArchived->setChecked(true);
+        m_page->focusContent();
+    });
+    connect(m_table, &RowTable::selectionMoved, this, &AccountsView::presentSelection);
+    connect(m_table, &RowTable::opened, m_page, &ListDetailPage::openDetail);
+    connect(m_table, &RowTable::menuWanted, this, &AccountsView::openMenu);
+    connect(m_table, &AccountTable::nameHeadPressed, this,
+            [this] { (*m_actions)[QStringLiteral("sort.name")]->trigger(); });
+    connect(m_table, &AccountTable::balanceHeadPressed, this, &AccountsView::openSortMenu);
+    connect(m_page, &ListDetailPage::arranged, this, &AccountsView::presentSearch);
+    connect(m_detail, &AccountDetailPane::closeWanted, m_page, &ListDetailPage::closeDetail);
+    connect(m_detail, &AccountDetailPane::left, m_page, &ListDetailPage::leaveDetail);
+    connect(m_detail, &AccountDetailPane::menuWanted, this, &AccountsView::openMenu);
+}
+
+QList<QWidget*> AccountsView::panes() const
+{
+    return m_page->panes();
+}
+
+PageView::StatusContext AccountsView::statusContext() const
+{
+    const auto& listing = m_browser->listing();
+    if (!listing || listing->notice)
+        return {};
+    return {countedIn(InterfaceLanguage::tag(), accountWords(), "count", listing->accounts), {}};
+}
+
+void AccountsView::follow(const PageLink& link)
+{
+    if (link.action == PageAction::showAccount)
+        showAccount(link.subject);
+    else if (link.action == PageAction::openingBalance)
+        (*m_actions)[QStringLiteral("openingBalance")]->trigger();
+}
+
+void AccountsView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange) {
+        retranslate();
+        adoptSnapshot();
+    }
+    PageView::changeEvent(event);
+}
+
+/// Down goes on from the search to what it found, Esc gives it up.
+bool AccountsView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_search && event->type() == QEvent::KeyPress) {
+        const auto key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Down && !m_browser->listing()->notice) {
+            m_table->enter();
+            return true;
+        }
+        if (key == Qt::Key_Escape) {
+            m_page->leaveDetail();
+            return true;
+        }
+    }
+    return PageView::eventFilter(watched, event);
+}
+
+void AccountsView::adoptSnapshot()
+{
+    const auto today = LedgerDay::parse(m_store.today());
+    m_browser->open(m_store.snapshot(), InterfaceLanguage::tag(),
+                    today.value_or(std::chrono::year{1970} / std::chrono::January / 1));
+}
+
+void AccountsView::present()
+{
+    if (const auto& listing = m_browser->listing()) {
+        m_table->present(listing);
+        if (!m_table->chosen() && !m_page->isNarrow())
+            m_table->chooseFirst(); // so that the pane beside the table has something to say
+        m_totals->present(listing->totals);
+        if (listing->notice)
+            m_notice->present(*listing->notice);
+        const bool hasAccounts = !listing->book->snapshot().accounts.empty();
+        m_search->setVisible(hasAccounts);
+        m_showArchived->setVisible(std::ranges::any_of(listing->book->snapshot().accounts, &Account::archived));
+        m_page->setHasContents(hasAccounts);
+        m_page->show(listing->notice ? ListDetailPage::Content::notice : ListDetailPage::Content::table);
+    } else if (m_browser->isPreparing()) {
+        m_notice->presentWaiting(text("preparing"));
+        m_page->show(ListDetailPage::Content::notice);
+    }
+    presentSelection();
+    if (!m_awaited.empty() && m_browser->listing() && !m_browser->isPreparing())
+        showAccount(std::exchange(m_awaited, {}));
+    Q_EMIT statusContextChanged();
+}
+
+void AccountsView::presentSelection()
+{
+    const auto* line = m_browser->listing() ? m_table->chosen() : nullptr;
+    if (line) {
+        const auto& book = *m_browser->listing()->book;
+        m_chosen = accountDetail(book, *line, InterfaceLanguage::tag());
+        presentActions();
+        m_detail->present(*m_chosen, book.snapshot());
+    } else {
+        m_chosen.reset();
+        presentActions();
+        m_detail->presentNothing();
+    }
+}
+
+void AccountsView::presentActions()
+{
+    m_actions->present(pageActions());
+    m_actions->present(AccountActions::onAccount(
+        {.detail = m_chosen,
+         .isBusy = m_store.isBusy(),
+         .open = [this] { m_page->openDetail(); },
+         .showInLedger = [this] { showInLedger(); },
+         .recordOpening = [this] { recordOpening(m_chosen->accountID, m_chosen->currency); }}));
+    if (const auto& listing = m_browser->listing())
+        m_actions->present(AccountActions::sorting(*listing, [this](const AccountSort& sort) {
+            auto query = m_browser->query();
+            query.sort = sort;
+            ask(std::move(query));
+        }));
+}
+
+std::vector<Action> AccountsView::pageActions()
+{
+    const auto keyed = [](const char* id, Command command, std::function<void()> run) {
+        return Action{
+            .id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
+    };
+    return {keyed("search", Command::search,
+                  [this] {
+                      m_search->setFocus(Qt::ShortcutFocusReason);
+                      m_search->selectAll();
+                  }),
+            keyed("toggleDetail", Command::toggleDetail, [this] { m_page->toggleDetail(); })};
+}
+
+void AccountsView::openMenu(QPoint place)
+{
+    if (!m_browser->listing())
+        return;
+    auto* menu = new QMenu(m_table);
+    menu->setObjectName(QStringLiteral("accountMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setToolTipsVisible(true);
+    m_actions->fill(*menu, AccountActions::accountMenu());
+    menu->addSeparator();
+    m_actions->fill(*menu, AccountActions::sortingMenu(*m_browser->listing()));
+    menu->popup(place);
+}
+
+void AccountsView::openSortMenu(QPoint place)
+{
+    auto* menu = new QMenu(m_table);
+    menu->setObjectName(QStringLiteral("accountSortMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    m_actions->fill(*menu, AccountActions::sortingMenu(*m_browser->listing()));
+    menu->popup(place);
+}
+
+void AccountsView::retranslate()
+{
+    m_header->setTitle(word(workspaceWords(), "accounts"));
+    presentSearch();
+    m_showArchived->setText(text("showArchived"));
+    m_table->retranslate();
+    m_totals->retranslate();
+    m_detail->retranslate();
+}
+
+/// In a small window the prompt says less than readers hear.
+void AccountsView::presentSearch()
+{
+    const bool isNarrow = m_page->isNarrow();
+    m_search->setFixedWidth(isNarrow ? searchNarrow : searchWide);
+    m_search->setPrompt(text("search"));
+    if (isNarrow)
+        m_search->setPlaceholderText(text("search.short"));
+}
+
+void AccountsView::ask(AccountQuery query)
+{
+    m_browser->setQuery(std::move(query));
+}
+
+/// Large books are made ready after their snapshot came: the account is gone to as soon as it is there.
+void AccountsView::showAccount(const std::string& accountID)
+{
+    const auto& listing = m_browser->listing();
+    if (!listing || m_browser->isPreparing()) {
+        m_awaited = accountID;
+        return;
+    }
+    const auto* account = listing->book->snapshot().account(accountID);
+    if (!account)
+        return;
+    m_search->clear();
+    if (account->archived)
+        m_showArchived->setChecked(true);
+    if (m_table->choose(accountRowID(accountID, account->currencies.front())))
+        m_table->setFocus(Qt::OtherFocusReason);
+}
+
+void AccountsView::recordOpening(const std::string& accountID, const std::string& currency)
+{
+    TransactionDraft draft;
+    draft.kind = EntryKind::opening;
+    draft.target = accountID;
+    draft.currency = currency;
+    auto* form =
+        new TransactionForm(m_store, {.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)}, window());
+    connect(form, &TransactionForm::recorded, this, [this] { Q_EMIT done(text("done.opening")); });
+    form->open();
+}
+
+void AccountsView::showInLedger()
+{
+    if (m_chosen)
+        Q_EMIT linkPressed(
+            {.page = WorkspacePage::ledger, .action = PageAction::showAccount, .subject = m_chosen->accountID});
+}

@@ -1,0 +1,105 @@
+#include <QAction>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Presentation/tests/LedgerSample.h"
+#include "LedgerUI/Screens/Accounts/AccountsView.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/WindowUnderTest.h"
+
+namespace {
+
+PageRegistry builtPages()
+{
+    PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    pages.add<AccountsView>(WorkspacePage::accounts);
+    return pages;
+}
+
+/// The page of accounts of the sample books.
+struct OpenedAccounts : WindowUnderTest {
+    explicit OpenedAccounts(const SnapshotBuilder& books = sampleLedger(), QSize size = {1160, 760})
+        : WindowUnderTest{builtPages(), size}
+    {
+        openDemonstration(books);
+        screen.press("page-accounts");
+        screen.waitFor("accountsView");
+    }
+
+    /// Brings in other books, as a refresh does.
+    void refresh(const SnapshotBuilder& books)
+    {
+        server.replace("GET v1/snapshot", ServerReply::json(books.json()));
+        require(resultOf(store.refresh(true)).has_value(), "the scripted refresh succeeds");
+        settle();
+    }
+};
+
+}
+
+TEST(AccountsView, GoesByKeysFromTheSearchToAnAccountAndItsEntries)
+{
+    OpenedAccounts under;
+    under.screen.keys("Ctrl+F");
+    under.screen.type("rizky");
+    under.screen.keys("Down");
+    EXPECT_EQ(under.screen.focus(), "accountTable");
+    EXPECT_EQ(under.screen.read("accountName"), "Rizky float");
+    under.screen.keys("Return");
+    EXPECT_EQ(under.screen.focus(), "accountDetailClose");
+    under.screen.press("accountInLedger");
+    under.screen.waitFor("ledgerTable");
+    EXPECT_TRUE(under.screen.says("Funding")) << "the only entry of the account";
+    EXPECT_FALSE(under.screen.says("INV-048"));
+}
+
+/// What is chosen is an account, not a place; heads are passed over.
+TEST(AccountsView, KeepsTheChosenAccountThroughSortingAndRefreshes)
+{
+    OpenedAccounts under;
+    under.screen.find("accountTable").setFocus();
+    under.screen.keys("End");
+    EXPECT_EQ(under.screen.read("accountName"), "Rizky float");
+    under.screen.keys("Up");
+    EXPECT_EQ(under.screen.read("accountName"), "Singapore") << "over the head between them";
+    auto more = sampleLedger();
+    more.account("Agency", {"USD"}).grantAll();
+    under.refresh(more);
+    EXPECT_EQ(under.screen.read("accountName"), "Singapore");
+    under.screen.keys("Home");
+    EXPECT_EQ(under.screen.read("accountName"), "Agency");
+    auto without = sampleLedger();
+    without.permissions({}).grantAll();
+    under.refresh(without);
+    EXPECT_NE(under.screen.read("accountName"), "Agency") << "an account that is gone is shown no longer";
+}
+
+TEST(AccountsView, OpensTheDetailOverTheListInASmallWindow)
+{
+    OpenedAccounts under{sampleLedger(), {900, 640}};
+    EXPECT_FALSE(under.screen.shows("accountDetail"));
+    under.screen.find("accountTable").setFocus();
+    under.screen.keys("Home Return");
+    EXPECT_TRUE(under.screen.shows("accountDetail"));
+    under.screen.keys("Esc");
+    EXPECT_FALSE(under.screen.shows("accountDetail"));
+    EXPECT_EQ(under.screen.focus(), "accountTable");
+}
+
+TEST(AccountsView, RecordsAnOpeningBalanceWhereThePolicyLetsIt)
+{
+    OpenedAccounts under;
+    under.screen.pressRow("accountTable", "Operating bank");
+    EXPECT_FALSE(under.screen.shows("accountOpening")) << "there is one in this currency";
+    under.screen.pressRow("accountTable", "Singapore");
+    under.screen.press("accountOpening");
+    under.screen.waitForFocus("entryAmount");
+    under.screen.type("12");
+    under.server.answer("POST v1/transactions", ServerReply::json(R"({"id":"o9"})"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitUntilGone("transactionForm");
+    const auto sent = under.server.requests("POST v1/transactions");
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_NE(sent.front().body.find(R"("kind":"opening")"), std::string::npos);
+    EXPECT_NE(sent.front().body.find(R"("Singapore")"), std::string::npos);
+}
