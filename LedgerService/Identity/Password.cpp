@@ -5,15 +5,14 @@
 
 #include <sodium.h>
 
-#include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerCore/Domain/Text/PasswordRule.h"
 #include "LedgerService/Random.h"
 
 namespace LedgerService {
 
 bool Password::isAcceptable(std::string_view password)
 {
-    return password.size() <= maximumBytes && TextFold::isValidUtf8(password) &&
-           TextFold::length(password) >= minimumLength;
+    return !PasswordRule::whyNot(password);
 }
 
 std::string Password::hash(std::string_view password)
@@ -28,7 +27,7 @@ std::string Password::hash(std::string_view password)
 
 bool Password::matches(std::string_view password, const std::string& hash)
 {
-    return password.size() <= maximumBytes &&
+    return password.size() <= PasswordRule::maximumBytes &&
            crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
 }
 

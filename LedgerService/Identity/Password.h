@@ -8,10 +8,6 @@ namespace LedgerService {
 /// Passwords as Argon2id hashes. Both functions take tens of milliseconds and 64 MiB on purpose.
 namespace Password {
 
-/// The fewest code points of a password that someone chooses, and the most bytes that are hashed.
-inline constexpr std::size_t minimumLength = 8;
-inline constexpr std::size_t maximumBytes = 1024;
-
 /// Whether a person may choose it.
 bool isAcceptable(std::string_view password);
 

@@ -12,6 +12,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
+#include "LedgerCore/Domain/Text/PasswordRule.h"
 #include "LedgerService/Commands/NewCompany.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Random.h"
@@ -84,7 +85,7 @@ std::expected<std::string, std::string> CreateCompany::carryOut(Connection& conn
     if (!AppLanguage::isSupported(order.locale))
         return std::unexpected(fmt::format("the languages are {}", fmt::join(AppLanguage::supportedLocales, ", ")));
     if (!Password::isAcceptable(order.password))
-        return std::unexpected(fmt::format("a password has at least {} characters", Password::minimumLength));
+        return std::unexpected(fmt::format("a password has at least {} characters", PasswordRule::minimumLength));
     auto founding = foundingOf(order);
     founding.origin = AuditOrigin::operating;
     Transaction transaction{connection, Transaction::Mode::writing};

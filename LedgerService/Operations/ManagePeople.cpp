@@ -6,6 +6,7 @@
 #include <fmt/ranges.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Text/PasswordRule.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Mail/MailTexts.h"
 #include "LedgerService/Mail/Outbox.h"
@@ -120,7 +121,7 @@ ManagePeople::Refused ManagePeople::reset(Connection& connection, const std::str
                                           const std::optional<std::string>& newPassword)
 {
     if (newPassword && !Password::isAcceptable(*newPassword))
-        return fmt::format("a password has at least {} characters", Password::minimumLength);
+        return fmt::format("a password has at least {} characters", PasswordRule::minimumLength);
     const auto hash = newPassword ? std::optional{Password::hash(*newPassword)} : std::nullopt;
     return change(connection, email, [&](const User& person) {
         if (hash)
