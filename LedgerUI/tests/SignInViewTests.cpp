@@ -74,10 +74,12 @@ TEST_F(SignIn, SaysThatNoServiceAnswersAndKeepsWhatWasTyped)
 
 TEST_F(SignIn, SaysWhereItConnectsAndStopsWhenAsked)
 {
-    for (const auto* stopping : {"Return", "Esc"}) {
+    for (const auto* stopping : {"Tab Return", "Esc"}) {
         submitIntoSilence();
         EXPECT_EQ(screen.read("signInProgress"), "Connecting to " + under.store.serverURL() + "…");
-        EXPECT_EQ(screen.focus(), "signInStop");
+        EXPECT_EQ(screen.focus(), "signInWaiting");
+        screen.keys("Return"); // as of somebody who pressed it twice
+        EXPECT_TRUE(under.store.isBusy());
         for (const auto* name : {"email", "password", "signIn", "demonstration", "addressFold"})
             EXPECT_FALSE(screen.offers(name)) << name;
         EXPECT_TRUE(screen.offers("languageChoice"));
@@ -182,7 +184,8 @@ TEST_F(SignIn, IsReachedByTabInReadingOrder)
     screen.keys("Tab");
     EXPECT_EQ(tabOrder(screen.find("languageChoice")),
               (std::vector<std::string>{"languageChoice", "mode-login", "email", "password", "passwordEye", "signIn",
-                                        "addressFold", "serviceAddress", "defaultAddress", "demonstration"}));
+                                        "forgotPassword", "addressFold", "serviceAddress", "defaultAddress",
+                                        "demonstration"}));
 }
 
 TEST_F(SignIn, CutsNoTextInAnyLanguageAtTheSmallestSize)

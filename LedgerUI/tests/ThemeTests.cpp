@@ -16,7 +16,7 @@
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Screens/SignIn/SignInMode.h"
+#include "LedgerUI/Presentation/SignIn/SignInMode.h"
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {

@@ -2,32 +2,39 @@
 
 #include <vector>
 
-#include <QToolButton>
+#include <QComboBox>
 
 #include "LedgerUI/Components/Table/ChoiceList.h"
 
 class Popover;
 
-/// A field that says which of several things are chosen and opens the list of them. It stays open while they are
-/// ticked.
-class ChoiceField final : public QToolButton {
+/// A box that shows what is ticked in a list, which drops down inside the window and stays there while it is ticked.
+class ChoiceField final : public QComboBox {
     Q_OBJECT
 public:
     explicit ChoiceField(QWidget* parent = nullptr);
 
-    /// `summary` is what the field says while it is closed.
-    void present(const QString& summary, ChoiceList::Words words, std::vector<ChoiceList::Choice> choices,
-                 ChoiceList::Chosen chosen);
+    /// `summary` is what the closed box says; the names of what is ticked where it is empty.
+    void present(const ChoiceList::Words& words, const std::vector<ChoiceList::Choice>& choices,
+                 const ChoiceList::Chosen& chosen, const QString& summary = {});
+    [[nodiscard]] const ChoiceList::Chosen& chosen() const { return m_chosen; }
+
+    void showPopup() override;
+    void hidePopup() override;
 
 Q_SIGNALS:
-    void chosenChanged(const ChoiceList::Chosen& chosen);
+    void chosenChanged();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
 
 private:
-    void openList();
+    void presentText();
 
     ChoiceList::Words m_words;
     std::vector<ChoiceList::Choice> m_choices;
     ChoiceList::Chosen m_chosen;
-    Popover* m_popover = nullptr;
+    QString m_summary;
+    Popover* m_popover = nullptr; // made when it first drops down
     ChoiceList* m_list = nullptr;
 };

@@ -73,7 +73,8 @@ void ChoiceList::present(const Words& words, const std::vector<Choice>& choices,
         item->setToolTip(text.trimmed());
         return item;
     };
-    add(words.all);
+    if (!words.all.isEmpty())
+        add(words.all);
     for (const auto& choice : choices)
         add((choice.isIndented ? QString::fromLatin1(indent) : QString{}) + choice.text)
             ->setData(identity, QString::fromStdString(choice.id));

@@ -11,7 +11,7 @@ class QListWidgetItem;
 class SearchField;
 class TextLabel;
 
-/// A bounded, scrolling list of things to tick, with one row on top for "all of them" and, where it is long, a search.
+/// A bounded, scrolling list of things to tick, with a row on top for "all of them" and, where it is long, a search.
 /// A click or Space ticks a row; in the search Down goes to the rows and Return ticks the first that matches.
 class ChoiceList final : public QWidget {
     Q_OBJECT
@@ -21,10 +21,12 @@ public:
         std::string id;
         QString text;
         bool isIndented = false; // belongs to the last one that is not
+
+        bool operator==(const Choice&) const = default;
     };
     struct Words {
         QString name;
-        QString all;
+        QString all; // empty where there is no such row
         QString search;
         QString noMatch;
     };

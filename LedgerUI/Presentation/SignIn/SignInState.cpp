@@ -8,20 +8,16 @@ SignInState signInState(SignInWait wait, std::string_view address, std::string_v
     const auto& words = signInWords();
     switch (wait) {
     case SignInWait::session:
-        return {.takesInput = true,
-                .maySubmit = false,
-                .submit = "login",
-                .progress = wordIn(locale, words, "openingSession")};
+        return {.takesInput = true, .maySubmit = false, .progress = wordIn(locale, words, "openingSession")};
     case SignInWait::answer:
         return {.takesInput = false,
                 .maySubmit = false,
-                .submit = "signingIn",
+                .isSending = true,
                 .progress = wordIn(locale, words, "connecting", {address})};
     case SignInWait::signOut:
-        return {
-            .takesInput = true, .maySubmit = false, .submit = "login", .progress = wordIn(locale, words, "signingOut")};
+        return {.takesInput = true, .maySubmit = false, .progress = wordIn(locale, words, "signingOut")};
     case SignInWait::nothing:
         break;
     }
-    return {.takesInput = true, .maySubmit = true, .submit = "login", .progress = {}};
+    return {};
 }

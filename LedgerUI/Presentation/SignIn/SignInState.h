@@ -17,10 +17,10 @@ struct SignInStart {
 
 /// What the sign-in screen shows while it waits.
 struct SignInState {
-    bool takesInput = true;  // whether fields can be changed
-    bool maySubmit = true;   // whether something can be sent
-    std::string_view submit; // the key of signInWords() on the main button
-    QString progress;        // what is going on; empty when nothing is
+    bool takesInput = true; // whether fields can be changed
+    bool maySubmit = true;  // whether something can be sent
+    bool isSending = false; // whether what was filled in is on its way
+    QString progress = {};  // what is going on; empty when nothing is
 };
 
 SignInState signInState(SignInWait wait, std::string_view address, std::string_view locale);

@@ -76,9 +76,8 @@ void presentField(ChoiceField& field, std::string_view name, std::string_view al
     rows.reserve(choices.size());
     for (const auto& choice : choices)
         rows.push_back({.id = choice.id, .text = choice.text});
-    field.present(summary(choices, chosen, allKey),
-                  {.name = text(name), .all = text("all"), .search = text("search"), .noMatch = text("noMatch")},
-                  std::move(rows), chosen);
+    field.present({.name = text(name), .all = text("all"), .search = text("search"), .noMatch = text("noMatch")}, rows,
+                  chosen, summary(choices, chosen, allKey));
 }
 
 std::string_view problemKey(SavingProblem problem)
@@ -228,8 +227,12 @@ void LedgerExportDialog::bindParts()
     };
     connect(m_firstDay, &DayEdit::dayChanged, this, changes(&LedgerExportForm::firstDay));
     connect(m_lastDay, &DayEdit::dayChanged, this, changes(&LedgerExportForm::lastDay));
-    connect(m_accounts, &ChoiceField::chosenChanged, this, changes(&LedgerExportForm::accountIDs));
-    connect(m_currencies, &ChoiceField::chosenChanged, this, changes(&LedgerExportForm::currencies));
+    const auto follow = [this, changes](const ChoiceField* field, auto member) {
+        connect(field, &ChoiceField::chosenChanged, this,
+                [field, change = changes(member)] { change(field->chosen()); });
+    };
+    follow(m_accounts, &LedgerExportForm::accountIDs);
+    follow(m_currencies, &LedgerExportForm::currencies);
     connect(m_receiptIndex, &QCheckBox::clicked, this, changes(&LedgerExportForm::includesReceiptIndex));
     for (const auto& each : m_kinds) {
         connect(each.box, &QCheckBox::clicked, this, [this, kind = each.kind](bool isOn) {

@@ -1,17 +1,10 @@
 #include "LedgerUI/Screens/SignIn/SignInAside.h"
 
-#include <QAction>
-#include <QActionGroup>
 #include <QButtonGroup>
-#include <QCoro/QCoroTask>
 #include <QEvent>
 #include <QHBoxLayout>
-#include <QMenu>
-#include <QPushButton>
 #include <QVBoxLayout>
 
-#include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerUI/Components/Buttons/CardButton.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -19,9 +12,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/SignIn/SignInState.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
-#include "LedgerUI/Presentation/Workspace/RoleText.h"
-#include "LedgerUI/Screens/SignIn/SignInMode.h"
-#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Screens/SignIn/DemoIdentitySelection.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -32,12 +23,11 @@ constexpr int markExtent = 36;
 
 }
 
-SignInAside::SignInAside(LedgerStore& store, QWidget* parent) : QFrame{parent}, m_store{store}
+SignInAside::SignInAside(LedgerStore& store, QWidget* parent) : QFrame{parent}
 {
     setObjectName(QStringLiteral("signInAside"));
     setFixedWidth(asideWidth);
-    buildLayout();
-    buildDemonstrationMenu();
+    buildLayout(store);
     retranslate();
 }
 
@@ -53,9 +43,9 @@ QList<QWidget*> SignInAside::modeButtons() const
     return {m_modes.begin(), m_modes.end()};
 }
 
-QWidget* SignInAside::demonstrationButton() const
+void SignInAside::choose(SignInMode mode)
 {
-    return m_demonstration;
+    m_modes[static_cast<std::size_t>(mode)]->setChecked(true);
 }
 
 void SignInAside::changeEvent(QEvent* event)
@@ -65,7 +55,7 @@ void SignInAside::changeEvent(QEvent* event)
     QFrame::changeEvent(event);
 }
 
-void SignInAside::buildLayout()
+void SignInAside::buildLayout(LedgerStore& store)
 {
     auto* name = new TextLabel(TypeStep::title, Token::text, this);
     name->setText(QStringLiteral("Tallyfold"));
@@ -96,13 +86,10 @@ void SignInAside::buildLayout()
         m_modes.push_back(row);
         layout->addWidget(row);
     }
-    connect(group, &QButtonGroup::idClicked, this, &SignInAside::modeChosen);
+    connect(group, &QButtonGroup::idClicked, this,
+            [this](int at) { Q_EMIT modeChosen(signInModes[static_cast<std::size_t>(at)].mode); });
 
-    m_demonstration = new QPushButton(this);
-    m_demonstration->setObjectName(QStringLiteral("demonstration"));
-    m_demonstration->setIcon(Icon::of(QStringLiteral("easel"), Token::text));
-    m_demonstration->setIconSize({Space::iconBeforeText, Space::icon});
-    m_demonstration->setAutoDefault(false);
+    m_demonstration = new DemoIdentitySelection(store, this);
     m_demonstrationHint = new TextLabel(TypeStep::small, Token::text2, this);
     m_demonstrationHint->setAlignment(Qt::AlignHCenter);
     m_demonstrationHint->setWordWrap(true);
@@ -112,34 +99,6 @@ void SignInAside::buildLayout()
     layout->addWidget(m_demonstration);
     layout->addSpacing(Space::step1);
     layout->addWidget(m_demonstrationHint);
-}
-
-void SignInAside::buildDemonstrationMenu()
-{
-    auto* menu = new QMenu(m_demonstration);
-    menu->setObjectName(QStringLiteral("demonstrationMenu"));
-    m_profiles = new QActionGroup(this);
-    for (const auto profile : DemoIdentity::profiles) {
-        auto* action = menu->addAction(QString{});
-        action->setObjectName(QStringLiteral("profile-") + qString(profile));
-        action->setData(qString(profile));
-        m_profiles->addAction(action);
-        connect(action, &QAction::triggered, this, [this, profile] { startDemonstration(std::string{profile}); });
-    }
-    connect(menu, &QMenu::aboutToShow, this, [this, menu] { menu->setMinimumWidth(m_demonstration->width()); });
-    m_demonstration->setMenu(menu);
-}
-
-void SignInAside::startDemonstration(const std::string& profile)
-{
-    Q_EMIT submitting();
-    QCoro::connect(m_store.startDemo(m_store.locale(), profile), this, [this](const Result<void>& done) {
-        const auto* error = done ? nullptr : std::get_if<APIError>(&done.error());
-        if (error && error->code == ClientCode::invalidServerURL)
-            Q_EMIT addressRefused(qString(m_store.friendly(done.error())));
-        else if (error)
-            m_demonstration->setFocus();
-    });
 }
 
 void SignInAside::retranslate()
@@ -152,8 +111,5 @@ void SignInAside::retranslate()
         m_modes[index]->setAccessibleName(word(words, signInModes[index].title));
         m_modes[index]->setAccessibleDescription(word(words, signInModes[index].hint));
     }
-    m_demonstration->setText(word(words, "demo"));
     m_demonstrationHint->setText(word(words, "demoHint"));
-    for (auto* action : m_profiles->actions())
-        action->setText(roleText(action->data().toString().toStdString(), InterfaceLanguage::tag()));
 }

@@ -4,10 +4,11 @@
 
 #include <QFrame>
 
+#include "LedgerUI/Presentation/SignIn/SignInMode.h"
+
 class CardButton;
+class DemoIdentitySelection;
 class LedgerStore;
-class QActionGroup;
-class QPushButton;
 class TextLabel;
 struct SignInState;
 
@@ -19,28 +20,22 @@ public:
 
     void present(const SignInState& state);
     [[nodiscard]] QList<QWidget*> modeButtons() const;
-    [[nodiscard]] QWidget* demonstrationButton() const;
+    [[nodiscard]] DemoIdentitySelection& demonstration() const { return *m_demonstration; }
+    /// Marks the way that is gone, however it was chosen.
+    void choose(SignInMode mode);
 
 Q_SIGNALS:
-    /// An index into signInModes.
-    void modeChosen(int index);
-    /// Emitted before the request, as by the forms.
-    void submitting();
-    void addressRefused(const QString& message);
+    void modeChosen(SignInMode mode);
 
 protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void buildLayout();
-    void buildDemonstrationMenu();
-    void startDemonstration(const std::string& profile);
+    void buildLayout(LedgerStore& store);
     void retranslate();
 
-    LedgerStore& m_store;
     TextLabel* m_tagline = nullptr;
     std::vector<CardButton*> m_modes;
-    QPushButton* m_demonstration = nullptr;
+    DemoIdentitySelection* m_demonstration = nullptr;
     TextLabel* m_demonstrationHint = nullptr;
-    QActionGroup* m_profiles = nullptr;
 };

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QPainter>
 #include <QPushButton>
 
 #include "LedgerUI/Components/Text/ElidedLabel.h"
@@ -10,6 +11,13 @@
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
+
+namespace {
+
+constexpr int ringRoom = 4; // between the text and the ring of the focus
+
+}
 
 SignInProgress::SignInProgress(QWidget* parent) : QWidget{parent}
 {
@@ -21,8 +29,10 @@ SignInProgress::SignInProgress(QWidget* parent) : QWidget{parent}
     m_stop->setAutoDefault(false);
     m_stop->setToolTip(KeyBindings::shown(Command::leave));
     connect(m_stop, &QPushButton::clicked, this, &SignInProgress::stopped);
+    setFocusPolicy(Qt::ClickFocus);
+    setObjectName(QStringLiteral("signInWaiting"));
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
+    row->setContentsMargins(ringRoom, 0, 0, 0);
     row->setSpacing(Space::step3);
     row->addWidget(m_text);
     row->addWidget(m_stop);
@@ -55,6 +65,17 @@ void SignInProgress::changeEvent(QEvent* event)
     if (event->type() == QEvent::LanguageChange)
         retranslate();
     QWidget::changeEvent(event);
+}
+
+void SignInProgress::paintEvent(QPaintEvent* /*event*/)
+{
+    if (!hasFocus() || m_text->text().isEmpty())
+        return;
+    QPainter painter{this};
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen({Theme::current().color(Token::focus), 2.0});
+    const auto around = m_text->geometry().adjusted(-ringRoom, 1, ringRoom, -1);
+    painter.drawRoundedRect(QRectF{around}.adjusted(1, 1, -1, -1), Space::radiusSmall, Space::radiusSmall);
 }
 
 void SignInProgress::retranslate()

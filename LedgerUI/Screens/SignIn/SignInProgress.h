@@ -5,7 +5,8 @@
 class ElidedLabel;
 class QPushButton;
 
-/// What the sign-in screen waits for, and the way to stop it. It keeps its room when there is nothing to wait for.
+/// What the sign-in screen waits for, and the way to stop it. It keeps its room when there is nothing to wait
+/// for. It takes the focus while everything else is locked: a second Return then stops nothing.
 class SignInProgress final : public QWidget {
     Q_OBJECT
 public:
@@ -20,6 +21,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     void retranslate();

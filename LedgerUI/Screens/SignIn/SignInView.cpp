@@ -1,24 +1,30 @@
 #include "LedgerUI/Screens/SignIn/SignInView.h"
 
+#include <algorithm>
+
 #include <QComboBox>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QScrollArea>
 #include <QShortcut>
-#include <QStackedWidget>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
+#include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Page/BusyBar.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/SignIn/AccessFlowView.h"
 #include "LedgerUI/Screens/SignIn/AddressFold.h"
-#include "LedgerUI/Screens/SignIn/LoginForm.h"
+#include "LedgerUI/Screens/SignIn/AuthEntryView.h"
+#include "LedgerUI/Screens/SignIn/DemoIdentitySelection.h"
 #include "LedgerUI/Screens/SignIn/SignInAside.h"
+#include "LedgerUI/Screens/SignIn/SignInForm.h"
 #include "LedgerUI/Screens/SignIn/SignInProgress.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -29,6 +35,8 @@ constexpr int languageWidth = 180;
 constexpr int panelWidth = 820;
 constexpr int panelHeight = 472;
 constexpr int formPadding = 32;
+constexpr int aroundPanel = 4;  // its border and the margin inside it, at both ends
+constexpr int leastMargin = 20; // below the panel in a low window
 
 }
 
@@ -45,7 +53,7 @@ SignInView::SignInView(LedgerStore& store, const SignInStart& start, QWidget* pa
     column->addStretch(1);
     column->addWidget(buildPanel(start), 0, Qt::AlignHCenter);
     column->addStretch(1);
-    column->addSpacing(stripHeight);
+    column->addSpacing(leastMargin);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(ground);
@@ -53,6 +61,7 @@ SignInView::SignInView(LedgerStore& store, const SignInStart& start, QWidget* pa
     m_busy->overlay(this, stripHeight);
     bind();
     setTabOrders();
+    presentMode();
     retranslate();
 }
 
@@ -63,10 +72,24 @@ void SignInView::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
 }
 
+bool SignInView::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_page && event->type() == QEvent::LayoutRequest)
+        fitPanel();
+    return QWidget::eventFilter(watched, event);
+}
+
+void SignInView::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    fitPanel();
+}
+
 void SignInView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
-    m_login->focusStart();
+    fitPanel();
+    way().form().focusStart();
 }
 
 QWidget* SignInView::buildStrip()
@@ -91,64 +114,112 @@ QWidget* SignInView::buildStrip()
 QWidget* SignInView::buildPanel(const SignInStart& start)
 {
     m_aside = new SignInAside(m_store, this);
-    m_login = new LoginForm(m_store, this);
+    m_title = new TextLabel(TypeStep::title, Token::text, this);
+    m_title->setObjectName(QStringLiteral("signInTitle"));
+    m_banner = new Banner(Banner::Kind::info, this);
+    m_banner->setObjectName(QStringLiteral("signInBanner"));
     m_address = new AddressFold(m_store, start.defaultAddress, this);
-    m_forms = new QStackedWidget(this);
-    m_forms->addWidget(m_login);
-    m_login->setEmail(qString(start.email));
     m_progress = new SignInProgress(this);
+    buildWays(start);
 
-    auto* page = new QWidget(this);
-    auto* form = new QVBoxLayout(page);
+    m_page = new QWidget(this);
+    auto* form = new QVBoxLayout(m_page);
     form->setContentsMargins(formPadding, formPadding - Space::step1, formPadding, Space::step6);
-    form->setSpacing(Space::step4);
-    form->addWidget(m_forms);
+    form->setSpacing(Space::step3);
+    form->addWidget(m_title);
+    form->addWidget(m_banner);
+    for (auto* each : m_ways)
+        form->addWidget(each);
     form->addWidget(m_progress);
     form->addStretch(1);
     form->addWidget(m_address);
+    m_page->installEventFilter(this);
     auto* scroll = new QScrollArea(this);
     scroll->setWidgetResizable(true);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(page);
+    scroll->setWidget(m_page);
     // The panel's round corners show through.
     scroll->viewport()->setAutoFillBackground(false);
-    page->setAutoFillBackground(false);
+    m_page->setAutoFillBackground(false);
 
-    auto* panel = new QFrame(this);
-    panel->setObjectName(QStringLiteral("signInPanel"));
-    panel->setFixedSize(panelWidth, panelHeight);
-    auto* layout = new QHBoxLayout(panel);
+    m_panel = new QFrame(this);
+    m_panel->setObjectName(QStringLiteral("signInPanel"));
+    m_panel->setFixedSize(panelWidth, panelHeight);
+    auto* layout = new QHBoxLayout(m_panel);
     layout->setContentsMargins(1, 1, 1, 1);
     layout->setSpacing(0);
     layout->addWidget(m_aside);
     layout->addWidget(scroll, 1);
-    return panel;
+    return m_panel;
+}
+
+void SignInView::buildWays(const SignInStart& start)
+{
+    m_ways = {new AuthEntryView(SignInPage::login, m_store, this),
+              new AuthEntryView(SignInPage::registration, m_store, this),
+              new AccessFlowView(AccessFlow::Purpose::join, m_store, this),
+              new AccessFlowView(AccessFlow::Purpose::reset, m_store, this)};
+    for (auto* each : m_ways)
+        each->setEmail(qString(start.email));
 }
 
 void SignInView::bind()
 {
     connect(m_language, &QComboBox::activated, this,
             [this](int index) { m_store.setAppLanguage(m_language->itemData(index).toString().toStdString()); });
-    connect(m_aside, &SignInAside::modeChosen, m_forms, &QStackedWidget::setCurrentIndex);
-    connect(m_aside, &SignInAside::submitting, m_address, &AddressFold::commit);
-    connect(m_aside, &SignInAside::addressRefused, m_address, &AddressFold::complain);
-    connect(m_login, &LoginForm::submitting, m_address, &AddressFold::commit);
-    connect(m_login, &LoginForm::addressRefused, m_address, &AddressFold::complain);
-    connect(m_address, &AddressFold::submitted, m_login, &LoginForm::submit);
+    connect(m_aside, &SignInAside::modeChosen, this, &SignInView::choose);
+    const auto* demonstration = &m_aside->demonstration();
+    connect(demonstration, &DemoIdentitySelection::submitting, m_address, &AddressFold::commit);
+    connect(demonstration, &DemoIdentitySelection::addressRefused, m_address, &AddressFold::complain);
+    for (auto* each : m_ways)
+        bindWay(*each);
+    connect(m_address, &AddressFold::submitted, this, [this] { way().submit(); });
     // In this order: the address is handed over before the screen says where it connects to.
-    connect(m_aside, &SignInAside::submitting, this, &SignInView::expectAnswer);
-    connect(m_login, &LoginForm::submitting, this, &SignInView::expectAnswer);
+    connect(demonstration, &DemoIdentitySelection::submitting, this, &SignInView::expectAnswer);
     connect(m_progress, &SignInProgress::stopped, &m_store, &LedgerStore::cancel);
-    for (const auto& keys : KeyBindings::keys(Command::leave))
-        connect(new QShortcut(keys, this), &QShortcut::activated, &m_store, &LedgerStore::cancel);
+    for (const auto& keys : KeyBindings::keys(Command::leave)) {
+        m_stopKeys.push_back(new QShortcut(keys, this));
+        connect(m_stopKeys.back(), &QShortcut::activated, &m_store, &LedgerStore::cancel);
+    }
     connect(&m_store, &LedgerStore::isBusyChanged, this, &SignInView::followStore);
+    connect(&m_store, &LedgerStore::pendingCompanyRegistrationChanged, this, &SignInView::presentBanner);
+}
+
+void SignInView::bindWay(SignInWay& way)
+{
+    connect(&way, &SignInWay::submitting, m_address, &AddressFold::commit);
+    connect(&way, &SignInWay::submitting, this, &SignInView::expectAnswer);
+    connect(&way, &SignInWay::addressRefused, m_address, &AddressFold::complain);
+    connect(&way, &SignInWay::modeWanted, this, &SignInView::choose);
+    connect(&way, &SignInWay::warned, this, [this](const SignInProblem& problem) {
+        m_warning = problem;
+        presentBanner();
+    });
+}
+
+/// The e-mail goes along; what is secret stays behind.
+void SignInView::choose(SignInMode mode)
+{
+    if (mode != m_mode) {
+        const auto email = way().email();
+        way().leave();
+        m_mode = mode;
+        if (!email.isEmpty())
+            way().setEmail(email);
+        m_warning.reset();
+        presentMode();
+    }
+    way().form().focusStart();
 }
 
 void SignInView::expectAnswer()
 {
-    if (!m_store.isBusy())
-        m_wait = SignInWait::answer;
+    if (m_store.isBusy())
+        return;
+    m_wait = SignInWait::answer;
+    m_warning.reset();
+    presentBanner();
 }
 
 void SignInView::followStore()
@@ -165,26 +236,64 @@ void SignInView::present()
     const QPointer<QWidget> focus = window()->focusWidget();
     const auto state = signInState(m_wait, m_store.serverURL(), InterfaceLanguage::tag());
     m_progress->present(state.progress);
-    m_login->present(state);
+    for (auto* each : m_ways)
+        each->present(state);
+    for (auto* each : m_stopKeys)
+        each->setEnabled(m_wait != SignInWait::nothing);
     m_aside->present(state);
     m_address->setEnabled(state.maySubmit);
     m_busy->setBusy(m_wait != SignInWait::nothing);
     // What is locked or taken away hands the focus to whatever comes next in the order of Tab.
-    const bool isLost = !focus || (isAncestorOf(focus) && !(focus->isEnabled() && focus->isVisibleTo(this)));
+    const bool hasWaited = focus == m_progress && m_wait == SignInWait::nothing;
+    const bool isLost =
+        !focus || hasWaited || (isAncestorOf(focus) && !(focus->isEnabled() && focus->isVisibleTo(this)));
     if (isLost && isVisible())
         placeFocus(focus);
 }
 
-/// On Stop while nothing else can be done; afterwards where it was.
+void SignInView::presentMode()
+{
+    m_aside->choose(m_mode);
+    m_title->setText(word(signInWords(), signInModeRow(m_mode).title));
+    for (auto* each : m_ways)
+        each->setVisible(each == &way());
+    presentBanner();
+}
+
+void SignInView::presentBanner()
+{
+    const auto pending = m_store.pendingCompanyRegistration();
+    if (m_warning)
+        m_banner->present(Banner::Kind::warn, m_warning->text(InterfaceLanguage::tag()));
+    else if (pending)
+        m_banner->present(Banner::Kind::warn,
+                          word(signInWords(), "pendingNotice", {pending->companyName, pending->email}));
+    else if (m_mode == SignInMode::registration)
+        m_banner->present(Banner::Kind::info, word(signInWords(), "reviewNotice"));
+    else
+        m_banner->present(Banner::Kind::info, {});
+}
+
+void SignInView::fitPanel()
+{
+    if (!m_panel)
+        return;
+    const int formWidth = panelWidth - m_aside->width() - aroundPanel;
+    const int wanted = m_page->layout()->heightForWidth(formWidth) + aroundPanel;
+    const int room = std::max(panelHeight, height() - stripHeight - leastMargin);
+    m_panel->setFixedHeight(std::clamp(wanted, panelHeight, room));
+}
+
+/// Where the progress is said while nothing else can be done; afterwards where it was.
 void SignInView::placeFocus(QWidget* lost)
 {
     if (m_wait == SignInWait::answer) {
         m_focusBefore = lost;
-        m_progress->stopButton()->setFocus();
+        m_progress->setFocus();
     } else if (m_focusBefore && m_focusBefore->isEnabled()) {
         m_focusBefore->setFocus();
     } else {
-        m_login->focusStart();
+        way().form().focusStart();
     }
 }
 
@@ -192,6 +301,8 @@ void SignInView::retranslate()
 {
     nameComboBox(*m_language, word(signInWords(), "language"));
     m_language->setCurrentIndex(m_language->findData(qString(InterfaceLanguage::tag())));
+    m_title->setText(word(signInWords(), signInModeRow(m_mode).title));
+    presentBanner();
     present();
 }
 
@@ -199,10 +310,12 @@ void SignInView::setTabOrders()
 {
     QList<QWidget*> stops{m_language};
     stops += m_aside->modeButtons();
-    stops += m_login->tabStops();
+    for (const auto* each : m_ways)
+        stops += each->tabStops();
+    stops += m_progress;
     stops += m_progress->stopButton();
     stops += m_address->tabStops();
-    stops += m_aside->demonstrationButton();
+    stops += &m_aside->demonstration();
     for (qsizetype index = 1; index < stops.size(); ++index)
         setTabOrder(stops[index - 1], stops[index]);
 }

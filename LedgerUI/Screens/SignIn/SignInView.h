@@ -1,18 +1,26 @@
 #pragma once
 
+#include <array>
+#include <optional>
+#include <vector>
+
 #include <QPointer>
 #include <QWidget>
 
+#include "LedgerUI/Presentation/SignIn/SignInMode.h"
+#include "LedgerUI/Presentation/SignIn/SignInProblem.h"
 #include "LedgerUI/Presentation/SignIn/SignInState.h"
 
 class AddressFold;
+class Banner;
 class BusyBar;
 class LedgerStore;
-class LoginForm;
 class QComboBox;
-class QStackedWidget;
+class QShortcut;
 class SignInAside;
 class SignInProgress;
+class SignInWay;
+class TextLabel;
 
 /// What a signed-out person sees: language, ways to sign in, the demonstration and the service's address.
 class SignInView final : public QWidget {
@@ -22,16 +30,26 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
     QWidget* buildStrip();
     QWidget* buildPanel(const SignInStart& start);
+    void buildWays(const SignInStart& start);
     void bind();
+    void bindWay(SignInWay& way);
+    void choose(SignInMode mode);
+    [[nodiscard]] SignInWay& way() const { return *m_ways[static_cast<std::size_t>(m_mode)]; }
     /// Something is about to be sent, and its answer waited for.
     void expectAnswer();
     void followStore();
     void present();
+    void presentMode();
+    void presentBanner();
+    /// As high as the page needs, within the window; the page scrolls where that is not enough.
+    void fitPanel();
     void placeFocus(QWidget* lost);
     void retranslate();
     void setTabOrders();
@@ -39,11 +57,17 @@ private:
     LedgerStore& m_store;
     QComboBox* m_language = nullptr;
     SignInAside* m_aside = nullptr;
-    QStackedWidget* m_forms = nullptr;
-    LoginForm* m_login = nullptr;
+    QWidget* m_panel = nullptr;
+    QWidget* m_page = nullptr;
+    TextLabel* m_title = nullptr;
+    Banner* m_banner = nullptr;
+    std::array<SignInWay*, signInModes.size()> m_ways{}; // in the order of signInModes
+    SignInMode m_mode = SignInMode::login;
+    std::optional<SignInProblem> m_warning; // what concerns the page as a whole
     AddressFold* m_address = nullptr;
     SignInProgress* m_progress = nullptr;
     BusyBar* m_busy = nullptr;
+    std::vector<QShortcut*> m_stopKeys; // in force only while there is something to stop
     SignInWait m_wait;
     QPointer<QWidget> m_focusBefore; // a field that is locked gives the focus away until the answer is there
 };
