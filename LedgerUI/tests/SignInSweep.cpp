@@ -55,44 +55,44 @@ void handInTheCode(WindowUnderTest& under, bool isKnown)
 
 const std::array shown{
     SweptScreen{"Register", noPages,
-          [](auto& under) {
-              under.screen.press("mode-register");
-              under.screen.press("register"); // with every message
-          }},
+                [](auto& under) {
+                    under.screen.press("mode-register");
+                    under.screen.press("register"); // with every message
+                }},
     SweptScreen{"RegisterPending", noPages, applyForACompany},
     SweptScreen{"Countries", noPages,
-          [](auto& under) {
-              under.screen.press("mode-register");
-              under.screen.find("countries").setFocus();
-              under.screen.keys("Space");
-              under.screen.waitForFocus("countriesPopover");
-          }},
+                [](auto& under) {
+                    under.screen.press("mode-register");
+                    under.screen.find("countries").setFocus();
+                    under.screen.keys("Space");
+                    under.screen.waitForFocus("countriesPopover");
+                }},
     SweptScreen{"Join", noPages,
-          [](auto& under) {
-              under.screen.press("mode-join");
-              under.screen.press("sendCode");
-          }},
+                [](auto& under) {
+                    under.screen.press("mode-join");
+                    under.screen.press("sendCode");
+                }},
     SweptScreen{"JoinWithPassword", noPages,
-          [](auto& under) {
-              under.screen.press("mode-join");
-              under.screen.press("hasPassword");
-          }},
+                [](auto& under) {
+                    under.screen.press("mode-join");
+                    under.screen.press("hasPassword");
+                }},
     SweptScreen{"JoinCode", noPages, [](auto& under) { verifyByMail(under, "mode-join"); }},
     SweptScreen{"JoinConfirm", noPages,
-          [](auto& under) {
-              verifyByMail(under, "mode-join");
-              handInTheCode(under, false);
-          }},
+                [](auto& under) {
+                    verifyByMail(under, "mode-join");
+                    handInTheCode(under, false);
+                }},
     SweptScreen{"JoinExisting", noPages,
-          [](auto& under) {
-              verifyByMail(under, "mode-join");
-              handInTheCode(under, true);
-          }},
+                [](auto& under) {
+                    verifyByMail(under, "mode-join");
+                    handInTheCode(under, true);
+                }},
     SweptScreen{"ResetNewPassword", noPages,
-          [](auto& under) {
-              verifyByMail(under, "mode-reset");
-              handInTheCode(under, true);
-          }},
+                [](auto& under) {
+                    verifyByMail(under, "mode-reset");
+                    handInTheCode(under, true);
+                }},
 };
 
 }

@@ -1,8 +1,11 @@
 #include "Tests/EndToEnd/ServiceChild.h"
 
+#include <tuple>
 #include <utility>
 
 #include <QRegularExpression>
+
+#include "Tests/EndToEnd/StoryTeller.h"
 
 namespace {
 
@@ -50,4 +53,25 @@ bool ServiceChild::stop()
     m_process.kill();
     m_process.waitForFinished(stopMilliseconds);
     return false;
+}
+
+QString ServiceChild::ask(const QStringList& command, const QStringList& options, const QString& input) const
+{
+    QProcess process;
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(m_program, command + QStringList{QStringLiteral("--database"), m_database} + options);
+    process.write(input.toUtf8());
+    process.closeWriteChannel();
+    expect(process.waitForFinished(startMilliseconds) && process.exitCode() == 0,
+           QStringLiteral("the operator's command succeeds: ") + command.join(QLatin1Char(' ')));
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+void ServiceChild::foundCompany(const QString& name, const QString& email, const QString& password) const
+{
+    std::ignore = ask({QStringLiteral("create-company")},
+                      {QStringLiteral("--name"), name, QStringLiteral("--country"), QStringLiteral("ID"),
+                       QStringLiteral("--owner-name"), email.section(QLatin1Char('@'), 0, 0),
+                       QStringLiteral("--owner-email"), email},
+                      password + QLatin1Char('\n'));
 }

@@ -14,6 +14,12 @@ public:
     /// Asks it to finish what is under way and waits until it has ended; false when it had to be killed.
     bool stop();
 
+    /// What the operator's command prints, on the same books; `options` follow behind the database.
+    [[nodiscard]] QString ask(const QStringList& command, const QStringList& options = {},
+                              const QString& input = {}) const;
+    /// Founds an approved company with its owner.
+    void foundCompany(const QString& name, const QString& email, const QString& password) const;
+
     /// "http://127.0.0.1:PORT", known once started.
     [[nodiscard]] QString address() const { return m_address; }
 

@@ -11,6 +11,8 @@ std::span<const Story> stories()
 {
     static constexpr std::array all{
         Story{"sign-in", "Signing in", tellOfSigningIn},
+        Story{"applying", "Applying for a company", tellOfApplying},
+        Story{"joining", "Invited, and a forgotten password", tellOfJoining},
         Story{"ledger", "Reading the ledger", tellOfTheLedger},
         Story{"accounts", "Reading the accounts", tellOfAccounts},
         Story{"recording", "Recording an expense", tellOfRecording},

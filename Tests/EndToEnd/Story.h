@@ -6,6 +6,7 @@
 
 #include "LedgerUI/testing/ScreenDriver.h"
 #include "Tests/EndToEnd/BooksOnDisk.h"
+#include "Tests/EndToEnd/Mailbox.h"
 #include "Tests/EndToEnd/ServiceChild.h"
 #include "Tests/EndToEnd/StoryTeller.h"
 
@@ -17,6 +18,7 @@ struct Stage {
     ScreenDriver& screen;
     ServiceChild& service;
     BooksOnDisk books;
+    Mailbox mail;
     MainWindow& window;
 
     /// Points the sign-in screen at the service.
@@ -42,6 +44,8 @@ struct Story {
 std::span<const Story> stories();
 
 void tellOfSigningIn(Stage& stage);
+void tellOfApplying(Stage& stage);
+void tellOfJoining(Stage& stage);
 void tellOfTheLedger(Stage& stage);
 void tellOfAccounts(Stage& stage);
 void tellOfRecording(Stage& stage);

@@ -55,6 +55,7 @@ void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const 
                 .screen = screen,
                 .service = service,
                 .books = BooksOnDisk{database},
+                .mail = Mailbox{database + QStringLiteral(".mail")},
                 .window = tallyfold.window()};
     try {
         story.tell(stage);
