@@ -55,6 +55,30 @@ void openCompanyAsEmployee(WindowUnderTest& under)
     under.screen.waitFor("accessTab");
 }
 
+void openBookkeeping(WindowUnderTest& under)
+{
+    openCompany(under, "bookkeepingTab");
+    under.screen.press("dividendsSwitch");
+}
+
+void openSetup(WindowUnderTest& under)
+{
+    openBookkeeping(under);
+    under.screen.press("setUpBooks");
+    under.screen.waitForFocus("bookkeepingSetup");
+    under.screen.fill("setupDay", "x");
+    under.screen.keys("Ctrl+Return"); // with every message
+}
+
+void meetARevisionConflict(WindowUnderTest& under)
+{
+    openBookkeeping(under);
+    under.server.replace("POST v1/financial-settings/commands",
+                         ServerReply::error(409, "financial_settings_revision_conflict"));
+    under.screen.press("settingsSave");
+    under.screen.waitFor("settingsReload");
+}
+
 const std::array shown{
     SweptScreen{"Members", builtPages,
                 [](auto& under) {
@@ -66,6 +90,15 @@ const std::array shown{
     SweptScreen{"Invite", builtPages, openInvite},
     SweptScreen{"InvitationCode", builtPages, invite},
     SweptScreen{"CompanyProfile", builtPages, [](auto& under) { openCompany(under, "profileTab"); }},
+    SweptScreen{"Bookkeeping", builtPages, openBookkeeping},
+    SweptScreen{"BookkeepingConflict", builtPages, meetARevisionConflict},
+    SweptScreen{"BookkeepingSetup", builtPages, openSetup},
+    SweptScreen{"Colors", builtPages,
+                [](auto& under) {
+                    openBookkeeping(under);
+                    under.screen.press("changeColors");
+                    under.screen.waitForFocus("colorsDialog");
+                }},
     SweptScreen{"OwnAccess", builtPages, openCompanyAsEmployee},
 };
 

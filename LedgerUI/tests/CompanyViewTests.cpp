@@ -6,35 +6,12 @@
 #include <QGuiApplication>
 #include <QTableView>
 
-#include "LedgerUI/Screens/Company/CompanyView.h"
 #include "LedgerUI/Screens/Company/GrantMatrixView.h"
-#include "LedgerUI/testing/CompanyBooks.h"
-#include "LedgerUI/testing/WindowUnderTest.h"
+#include "LedgerUI/testing/CompanyUnderTest.h"
 
 namespace {
 
-PageRegistry onlyCompany()
-{
-    PageRegistry pages;
-    pages.add<CompanyView>(WorkspacePage::company);
-    return pages;
-}
-
-/// The company page as the owner has it open.
-struct CompanyUnderTest : WindowUnderTest {
-    CompanyUnderTest() : WindowUnderTest{onlyCompany()}
-    {
-        server.replace("GET v1/invites", ServerReply::json(companyInvitations()));
-        openDemonstration(companyBooks());
-        screen.waitFor("memberTable");
-        screen.waitUntil("the invitations are loaded", [this] { return !server.requests("GET v1/invites").empty(); });
-        waitUntil([this] { return !store.isBusy(); });
-    }
-    void answerWith(const char* route, const SnapshotBuilder& books)
-    {
-        server.replace(route, ServerReply::json(books.json()));
-        server.replace("GET v1/snapshot", ServerReply::json(books.json()));
-    }
+struct MembersUnderTest : CompanyUnderTest {
     GrantMatrixView& matrix() { return screen.find<GrantMatrixView>("grantMatrix"); }
     bool isGranted(int row, int column)
     {
@@ -47,7 +24,7 @@ struct CompanyUnderTest : WindowUnderTest {
 
 TEST(CompanyMembers, GiveRightsByKeyboardAndSayHowManyChangesWait)
 {
-    CompanyUnderTest under;
+    MembersUnderTest under;
     under.chooseManager();
     under.screen.keys("Return");
     EXPECT_EQ(under.screen.focus(), "grantMatrix");
@@ -68,7 +45,7 @@ TEST(CompanyMembers, GiveRightsByKeyboardAndSayHowManyChangesWait)
 
 TEST(CompanyMembers, SendTheChangesOnTopOfWhatTheServiceHasNow)
 {
-    CompanyUnderTest under;
+    MembersUnderTest under;
     under.chooseManager();
     under.screen.press("permission.viewDividends");
     auto newer = companyBooks().build();
@@ -84,7 +61,7 @@ TEST(CompanyMembers, SendTheChangesOnTopOfWhatTheServiceHasNow)
 
 TEST(CompanyMembers, AskBeforeChangesAreLeft)
 {
-    CompanyUnderTest under;
+    MembersUnderTest under;
     under.chooseManager();
     under.screen.press("permission.viewDividends");
     under.screen.pressRow("memberTable", "Rizky");
@@ -104,23 +81,20 @@ TEST(CompanyMembers, AskBeforeChangesAreLeft)
 
 TEST(CompanyMembers, KeepTheDraftWhenTheServiceRefusesOrIsLost)
 {
-    CompanyUnderTest under;
+    MembersUnderTest under;
     under.chooseManager();
     under.screen.press("permission.viewDividends");
     for (const auto& reply : {ServerReply::error(403, "forbidden"), ServerReply::dropped()}) {
         under.server.replace("PATCH v1/members/m3", reply);
         under.screen.press("memberSave");
-        under.screen.waitFor("alertDialog");
-        under.screen.keys("Return");
-        under.screen.waitUntilGone("alertDialog");
+        under.leaveAlert();
         EXPECT_EQ(under.screen.read("statusContext"), "1 unsaved change");
-        under.activate();
     }
 }
 
 TEST(CompanyMembers, ProtectTheLastOwnerAndSayWhy)
 {
-    CompanyUnderTest under;
+    MembersUnderTest under;
     under.screen.pressRow("memberTable", "Budi");
     EXPECT_FALSE(under.screen.offers("memberActive"));
     EXPECT_EQ(under.screen.find("memberActive").toolTip(),
@@ -132,7 +106,7 @@ TEST(CompanyMembers, ProtectTheLastOwnerAndSayWhy)
 
 TEST(CompanyMembers, AreDeactivatedAfterAQuestion)
 {
-    CompanyUnderTest under;
+    MembersUnderTest under;
     under.screen.pressRow("memberTable", "Rizky");
     auto after = companyBooks().build();
     after.members[3].active = false;
@@ -175,9 +149,7 @@ TEST(CompanyInvitations, ShowTheCodeOnceAndCopyIt)
 TEST(CompanyInvitations, AreRevokedFromTheList)
 {
     CompanyUnderTest under;
-    under.screen.press("memberTable");
-    under.screen.keys("Ctrl+Tab");
-    under.screen.waitFor("invitationTable");
+    under.openTab("invitationsTab");
     under.server.replace("POST v1/invites/i2/revoke", ServerReply::json(R"({"invitations":[]})"));
     under.screen.pressRow("invitationTable", "Andi");
     under.screen.keys("Return");
@@ -190,8 +162,7 @@ TEST(CompanyInvitations, AreRevokedFromTheList)
 TEST(CompanyProfileTab, KeepsWhatIsTypedThroughARefreshAndARefusal)
 {
     CompanyUnderTest under;
-    under.screen.press("memberTable");
-    under.screen.keys("Ctrl+Shift+Backtab");
+    under.openTab("profileTab");
     under.screen.fill("companyName", "PT Baru");
     auto newer = companyBooks().build();
     newer.company.countries = {"ID", "VN"};
@@ -202,9 +173,7 @@ TEST(CompanyProfileTab, KeepsWhatIsTypedThroughARefreshAndARefusal)
     EXPECT_EQ(under.screen.read("companyName"), "PT Baru");
     under.server.replace("PATCH v1/settings", ServerReply::error(403, "forbidden"));
     under.screen.press("profileSave");
-    under.screen.waitFor("alertDialog");
-    under.screen.keys("Return");
-    under.screen.waitUntilGone("alertDialog");
+    under.leaveAlert();
     EXPECT_EQ(under.screen.read("companyName"), "PT Baru");
     EXPECT_EQ(under.server.requests("PATCH v1/settings").front().body, R"({"name":"PT Baru"})");
 }

@@ -15,6 +15,10 @@ QRgb parsed(std::string_view hex)
 
 ThemeColor entryKindColor(std::string_view kind, const LedgerSnapshot& snapshot)
 {
-    const auto& option = TransactionColorOptions::of(kind, snapshot);
+    return paletteColor(TransactionColorOptions::of(kind, snapshot));
+}
+
+ThemeColor paletteColor(const TransactionColorOption& option)
+{
     return {parsed(option.lightHex), parsed(option.darkHex)};
 }

@@ -14,6 +14,7 @@
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Company/AccessWords.h"
+#include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
@@ -39,6 +40,7 @@ const std::map<std::string, const WordTable*>& tables()
         // clang-format off: one on each line, so that new ones never meet
         {"accessWords", &accessWords()},
         {"accountWords", &accountWords()},
+        {"bookkeepingWords", &bookkeepingWords()},
         {"commandWords", &commandWords()},
         {"companyWords", &companyWords()},
         {"dialogWords", &dialogWords()},

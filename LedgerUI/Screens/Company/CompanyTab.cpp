@@ -19,14 +19,14 @@ void CompanyTab::changeEvent(QEvent* event)
 
 void CompanyTab::showEvent(QShowEvent* event)
 {
-    presentIfSignedIn();
     QWidget::showEvent(event);
+    presentIfSignedIn();
 }
 
 void CompanyTab::presentIfSignedIn()
 {
-    if (!m_store.snapshot())
-        return;
+    if (!m_store.snapshot() || !isVisible())
+        return; // it is presented when it is shown
     present();
     Q_EMIT standingChanged();
 }
