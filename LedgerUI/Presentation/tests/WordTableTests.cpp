@@ -19,6 +19,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
+#include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
@@ -46,6 +47,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"dialogWords", &dialogWords()},
         {"entryFormWords", &entryFormWords()},
         {"exportWords", &exportWords()},
+        {"importWords", &importWords()},
         {"keyWords", &keyWords()},
         {"ledgerWords", &ledgerWords()},
         {"periodWords", &periodWords()},

@@ -20,12 +20,14 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
+#include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Exports/LedgerExportDialog.h"
+#include "LedgerUI/Screens/Imports/ImportDialog.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 #include "LedgerUI/Screens/Ledger/LedgerFilterRow.h"
@@ -89,6 +91,7 @@ void LedgerView::buildLayout()
     m_actions->fill(*kinds, LedgerActions::recordingMenu());
     m_newEntry->setMenu(kinds);
     m_header->setMiddle(m_period);
+    m_header->addSecondary((*m_actions)[QStringLiteral("importLedger")]);
     m_header->addSecondary((*m_actions)[QStringLiteral("exportLedger")]);
     m_header->setPrimary(m_newEntry);
 
@@ -283,7 +286,13 @@ std::vector<Action> LedgerView::pageActions()
             .id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
     };
     const auto busy = m_store.isBusy() ? text("newEntry.busy") : QString{};
-    return {{.id = QStringLiteral("exportLedger"),
+    return {{.id = QStringLiteral("importLedger"),
+             .text = word(importWords(), "action"),
+             .glyph = QStringLiteral("box-arrow-in-down"),
+             .whyNot = busy,
+             .isOffered = m_store.canViewCompany() && m_store.canRecord(),
+             .run = [this] { importLedger(); }},
+            {.id = QStringLiteral("exportLedger"),
              .text = word(exportWords(), "action"),
              .glyph = QStringLiteral("box-arrow-up"),
              .keys = KeyBindings::keys(Command::exportRows),
@@ -391,6 +400,17 @@ void LedgerView::exportLedger()
     auto* dialog = new LedgerExportDialog(m_store, m_browser->filter(), window());
     connect(dialog, &LedgerExportDialog::saved, this,
             [this](const QString& fileName) { Q_EMIT done(word(exportWords(), "done", {fileName.toStdString()})); });
+    dialog->open();
+}
+
+void LedgerView::importLedger()
+{
+    auto* dialog = new ImportDialog(m_store, window());
+    connect(dialog, &ImportDialog::imported, this,
+            [this](const QString& /*firstID*/, const QString& lastID, std::size_t count) {
+                showEntry(lastID.toStdString(), Shows::whereItStands);
+                Q_EMIT done(countedIn(InterfaceLanguage::tag(), importWords(), "done", count));
+            });
     dialog->open();
 }
 

@@ -59,6 +59,7 @@ private:
     void openForm(class TransactionForm* form);
     void offerKeptEntry();
     void exportLedger();
+    void importLedger();
     void duplicate(const std::string& id);
     void reverse(const std::string& id);
 

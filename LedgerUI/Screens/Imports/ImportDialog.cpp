@@ -1,0 +1,424 @@
+#include "LedgerUI/Screens/Imports/ImportDialog.h"
+
+#include <array>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCoro/QCoroTask>
+#include <QDragEnterEvent>
+#include <QFileDialog>
+#include <QMimeData>
+#include <QPointer>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QStandardPaths>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/Files/FileSaving.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Components/Table/PlainTable.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Exports/ExportWords.h"
+#include "LedgerUI/Presentation/Imports/ImportWords.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Screens/Imports/ImportFileCard.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int bodyWidth = 720;
+constexpr int entriesHeight = 230;
+constexpr int effectsHeight = 130;
+constexpr int issueColumn = 2;
+constexpr int barHeight = 8;
+constexpr std::array guideKeys{"guide.entry", "guide.transfer", "guide.exchange", "guide.opening", "guide.start"};
+
+QString text(std::string_view key)
+{
+    return word(importWords(), key);
+}
+
+QString counted(std::string_view key, std::size_t count)
+{
+    return countedIn(InterfaceLanguage::tag(), importWords(), key, count);
+}
+
+QPushButton* link(const char* name, const char* glyph, QWidget* parent)
+{
+    auto* button = new QPushButton(parent);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setProperty("kind", QStringLiteral("link"));
+    button->setIcon(Icon::of(QString::fromLatin1(glyph), Token::accent));
+    button->setAutoDefault(false);
+    return button;
+}
+
+std::optional<std::filesystem::path> fileIn(const QMimeData& data)
+{
+    const auto urls = data.urls();
+    if (urls.size() != 1 || !urls.first().isLocalFile())
+        return std::nullopt;
+    return std::filesystem::path{urls.first().toLocalFile().toStdString()};
+}
+
+void presentTable(PlainTable& table, const QString& name, LedgerImport::Table content)
+{
+    table.setAccessibleName(name);
+    table.present(std::move(content.columns), std::move(content.rows));
+}
+
+}
+
+ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{store, parent}
+{
+    setObjectName(QStringLiteral("importDialog"));
+    confirmButton().setObjectName(QStringLiteral("importStart"));
+    cancelButton().setObjectName(QStringLiteral("importClose"));
+    setAcceptDrops(true);
+    buildBody();
+    connect(&m_file->button(), &QPushButton::clicked, this, &ImportDialog::askForFile);
+    connect(m_copyIssues, &QPushButton::clicked, this, [this] {
+        QApplication::clipboard()->setText(LedgerImport::issuesText(*m_reading, locale()));
+    });
+    connect(m_saveIssues, &QPushButton::clicked, this, [this] {
+        const auto name = qString(m_reading->path.stem().string()) + QStringLiteral("-issues.csv");
+        saveText(name, LedgerImport::issuesFile(*m_reading, locale()));
+    });
+    connect(m_template, &QPushButton::clicked, this, [this] {
+        saveText(qString(LedgerImportCSV::templateName) + QStringLiteral(".csv"), LedgerImportCSV::templateText());
+    });
+    connect(this, &FormDialog::confirmed, this, &ImportDialog::confirm);
+    present();
+}
+
+void ImportDialog::buildBody()
+{
+    auto* body = new QWidget;
+    m_file = new ImportFileCard(body);
+    m_tableTitle = new TextLabel(TypeStep::small, Token::text2, body);
+    m_table = new PlainTable(issueColumn, body);
+    m_table->setObjectName(QStringLiteral("importTable"));
+    m_effectsTitle = new TextLabel(TypeStep::small, Token::text2, body);
+    m_effects = new PlainTable(0, body);
+    m_effects->setObjectName(QStringLiteral("importEffects"));
+    auto* rows = new QVBoxLayout(body);
+    rows->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::step4);
+    rows->setSpacing(Space::step2);
+    rows->addWidget(m_file);
+    rows->addWidget(m_tableTitle);
+    rows->addWidget(m_table);
+    rows->addWidget(m_effectsTitle);
+    rows->addWidget(m_effects);
+    rows->addWidget(buildProgress(body));
+    rows->addWidget(buildGuide(body));
+    rows->addStretch(1);
+    setBody(body, bodyWidth);
+    m_limits = new TextLabel(TypeStep::small, Token::text2, this);
+    setFootPart(m_limits);
+}
+
+QWidget* ImportDialog::buildGuide(QWidget* parent)
+{
+    m_guide = new QWidget(parent);
+    m_guideTitle = new TextLabel(TypeStep::body, Token::text, m_guide);
+    m_guideTitle->setBold(true);
+    m_copyIssues = link("importCopyIssues", "copy", m_guide);
+    m_saveIssues = link("importSaveIssues", "download", m_guide);
+    m_template = link("importTemplate", "download", m_guide);
+    auto* head = new QHBoxLayout;
+    head->setSpacing(Space::step2);
+    head->addWidget(m_guideTitle);
+    head->addStretch(1);
+    for (auto* each : {m_copyIssues, m_saveIssues, m_template})
+        head->addWidget(each);
+    auto* rows = new QVBoxLayout(m_guide);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(Space::step1);
+    rows->addLayout(head);
+    for (std::size_t at = 0; at < guideKeys.size(); ++at) {
+        auto* line = new TextLabel(TypeStep::small, Token::text2, m_guide);
+        line->setWordWrap(true);
+        m_guideLines.push_back(line);
+        rows->addWidget(line);
+    }
+    return m_guide;
+}
+
+QWidget* ImportDialog::buildProgress(QWidget* parent)
+{
+    m_progress = new QWidget(parent);
+    m_progressText = new TextLabel(TypeStep::body, Token::text, m_progress);
+    m_progressText->setObjectName(QStringLiteral("importProgress"));
+    m_progressShare = new TextLabel(TypeStep::body, Token::text2, m_progress);
+    m_bar = new QProgressBar(m_progress);
+    m_bar->setTextVisible(false);
+    m_bar->setFixedHeight(barHeight);
+    m_progressHint = new TextLabel(TypeStep::small, Token::text2, m_progress);
+    m_progressHint->setWordWrap(true);
+    auto* head = new QHBoxLayout;
+    head->addWidget(m_progressText, 1);
+    head->addWidget(m_progressShare);
+    auto* rows = new QVBoxLayout(m_progress);
+    rows->setContentsMargins(0, Space::step2, 0, 0);
+    rows->setSpacing(Space::step2);
+    rows->addLayout(head);
+    rows->addWidget(m_bar);
+    rows->addWidget(m_progressHint);
+    return m_progress;
+}
+
+void ImportDialog::present()
+{
+    setWindowTitle(text("title"));
+    const bool isReady = isPlanned() && m_reading->isReady();
+    presentStanding({.stage = SubmissionStage::editing,
+                     .refusal = {},
+                     .note = note(),
+                     .confirm = isReady ? counted("start", m_reading->plan.inputs.size()) : text("start.many")});
+    setConfirmVisible(isReady);
+    const bool isImporting = m_stage == Stage::importing;
+    cancelButton().setText(isImporting ? text(m_isStopping ? "stopping" : "stop") : word(dialogWords(), "close"));
+    cancelButton().setEnabled(!m_isStopping);
+    presentFile();
+    presentFindings();
+    presentProgress();
+    m_guide->setVisible(!isImporting);
+    m_guideTitle->setText(text("guide"));
+    for (std::size_t at = 0; at < guideKeys.size(); ++at)
+        m_guideLines[at]->setText(text(guideKeys[at]));
+    m_template->setText(text("template"));
+    m_limits->setText(text("limits"));
+}
+
+CommandForm::Note ImportDialog::note() const
+{
+    if (m_stage == Stage::done)
+        return {Banner::Kind::success, counted("done", m_confirmed)};
+    if (m_stage == Stage::stopped) {
+        const auto stopped = counted("stopped", m_confirmed);
+        return {Banner::Kind::warn, m_failure.isEmpty() ? stopped : m_failure + QLatin1Char('\n') + stopped};
+    }
+    if (!m_failure.isEmpty())
+        return {Banner::Kind::error, m_failure};
+    if (!isPlanned())
+        return {};
+    if (const auto problem = LedgerImport::problem(*m_reading, locale()); !problem.isEmpty())
+        return {Banner::Kind::error, problem};
+    const auto ready = counted("ready", m_reading->plan.inputs.size());
+    const auto before = m_reading->recordedBefore;
+    return {Banner::Kind::info, before == 0 ? ready : ready + QLatin1Char('\n') + counted("recorded", before)};
+}
+
+void ImportDialog::presentFile()
+{
+    const bool hasFile = m_reading.has_value();
+    const auto facts = hasFile && !m_reading->isUnreadable ? LedgerImport::sizeText(*m_reading, locale()) : QString{};
+    m_file->present(hasFile ? qString(m_reading->path.filename().string()) : QString{},
+                    m_stage == Stage::reading ? text("reading") : (hasFile ? facts : text("drop")),
+                    text(hasFile ? "chooseAnother" : "choose"));
+    m_file->button().setVisible(m_stage != Stage::importing);
+    m_file->button().setEnabled(m_stage != Stage::reading);
+}
+
+void ImportDialog::presentFindings()
+{
+    const bool hasIssues = isPlanned() && m_reading->issueCount() > 0;
+    const bool isReady = isPlanned() && m_reading->isReady();
+    m_table->setVisible(hasIssues || isReady);
+    m_tableTitle->setVisible(isReady);
+    m_tableTitle->setText(text("entryList"));
+    m_effects->setVisible(isReady && !m_reading->effects.empty());
+    m_effectsTitle->setVisible(isReady && !m_reading->effects.empty());
+    m_effectsTitle->setText(text("effectList"));
+    m_copyIssues->setVisible(hasIssues);
+    m_copyIssues->setText(text("copyIssues"));
+    m_saveIssues->setVisible(hasIssues);
+    m_saveIssues->setText(text("saveIssues"));
+    for (auto* line : m_guideLines)
+        line->setVisible(!isReady && m_stage != Stage::done);
+    m_guideTitle->setVisible(!isReady && m_stage != Stage::done);
+    if (hasIssues) {
+        presentTable(*m_table, text("issueList"), LedgerImport::issues(*m_reading, locale()));
+        m_table->setFixedHeight(m_table->wholeHeight());
+    } else if (isReady) {
+        presentTable(*m_table, text("entryList"), LedgerImport::entries(*m_reading, locale()));
+        m_table->setFixedHeight(std::min(m_table->wholeHeight(), entriesHeight));
+        presentTable(*m_effects, text("effectList"), LedgerImport::effects(*m_reading, locale()));
+        m_effects->setFixedHeight(std::min(m_effects->wholeHeight(), effectsHeight));
+    }
+}
+
+void ImportDialog::presentProgress()
+{
+    m_progress->setVisible(m_stage == Stage::importing);
+    if (m_stage != Stage::importing)
+        return;
+    const auto all = m_reading->plan.inputs.size();
+    m_progressText->setText(
+        word(importWords(), "progress", {groupedNumber(m_confirmed, locale()), groupedNumber(all, locale())}));
+    m_progressShare->setText(QStringLiteral("%1 %").arg(m_confirmed * 100 / all));
+    m_bar->setRange(0, static_cast<int>(all));
+    m_bar->setValue(static_cast<int>(m_confirmed));
+    m_bar->setAccessibleName(m_progressText->text());
+    m_progressHint->setText(text("progressHint"));
+}
+
+QWidget& ImportDialog::firstField() const
+{
+    if (m_stage == Stage::importing || m_stage == Stage::done)
+        return cancelButton();
+    return isPlanned() && m_reading->isReady() ? static_cast<QWidget&>(confirmButton()) : m_file->button();
+}
+
+/// What a file would do is worked out from the books in force.
+void ImportDialog::adoptSnapshot()
+{
+    takeSnapshot();
+    if (isPlanned())
+        read(m_reading->path);
+}
+
+void ImportDialog::adoptLanguage(const std::string& /*before*/)
+{
+    if (m_stage != Stage::stopped)
+        m_failure.clear();
+    present();
+}
+
+void ImportDialog::askForFile()
+{
+    const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    auto* dialog = new QFileDialog(this, text("chooseDialog"), folder, text("csvFiles") + QStringLiteral(" (*.csv)"));
+    dialog->setObjectName(QStringLiteral("importFileDialog"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this](const QString& file) { chooseFile(std::filesystem::path{file.toStdString()}); });
+    dialog->open();
+}
+
+void ImportDialog::chooseFile(const std::filesystem::path& path)
+{
+    if (m_stage == Stage::importing)
+        return;
+    m_reading.reset();
+    m_confirmed = 0;
+    read(path);
+}
+
+void ImportDialog::read(const std::filesystem::path& path)
+{
+    m_stage = Stage::reading;
+    m_failure.clear();
+    present();
+    const int run = ++m_readings;
+    QCoro::connect(LedgerImport::read(path, snapshot(), store().today()), this, [this, run](ImportReading reading) {
+        if (run != m_readings)
+            return;
+        m_reading = std::move(reading);
+        m_stage = Stage::planned;
+        present();
+        firstField().setFocus(Qt::OtherFocusReason);
+    });
+}
+
+void ImportDialog::saveText(const QString& suggestion, std::string content)
+{
+    const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    auto* dialog = new QFileDialog(this, text("saveDialog"), folder, text("csvFiles") + QStringLiteral(" (*.csv)"));
+    dialog->setObjectName(QStringLiteral("importSaveDialog"));
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(QFileDialog::AcceptSave);
+    dialog->setDefaultSuffix(QStringLiteral("csv"));
+    dialog->selectFile(suggestion);
+    connect(dialog, &QFileDialog::fileSelected, this, [this, content = std::move(content)](const QString& file) {
+        // A few kilobytes at most.
+        m_failure = FileSaving::write(std::filesystem::path{file.toStdString()}, content)
+                        ? word(exportWords(), "failed")
+                        : QString{};
+        present();
+    });
+    dialog->open();
+}
+
+void ImportDialog::confirm()
+{
+    if (!isPlanned() || !m_reading->isReady())
+        return;
+    MessageDialog::ask({.title = text("confirm"),
+                        .text = text("confirmText"),
+                        .confirm = counted("start", m_reading->plan.inputs.size()),
+                        .cancel = text("notYet")},
+                       this, [this] { import(); });
+}
+
+void ImportDialog::import()
+{
+    if (!isPlanned() || !m_reading->isReady() || store().isBusy())
+        return;
+    m_stage = Stage::importing;
+    m_confirmed = 0;
+    m_isStopping = false;
+    m_failure.clear();
+    present();
+    cancelButton().setFocus(Qt::OtherFocusReason);
+    const auto progress = [self = QPointer<ImportDialog>{this}](std::size_t confirmed) {
+        if (!self)
+            return;
+        self->m_confirmed = confirmed;
+        self->presentProgress();
+    };
+    QCoro::connect(store().importTransactions(m_reading->plan.inputs, progress), this,
+                   [this](const Result<void>& outcome) { finish(outcome); });
+}
+
+void ImportDialog::finish(const Result<void>& outcome)
+{
+    if (!store().snapshot())
+        return; // with the session the dialog closes, and what ended it is told elsewhere
+    m_isStopping = false;
+    m_stage = outcome ? Stage::done : Stage::stopped;
+    if (!outcome) {
+        if (!std::holds_alternative<Cancelled>(outcome.error()))
+            m_failure = qString(store().friendly(outcome.error(), locale()));
+        store().dismissMessages(); // the banner says it
+    }
+    present();
+    firstField().setFocus(Qt::OtherFocusReason);
+    const auto& inputs = m_reading->plan.inputs;
+    if (m_confirmed > 0)
+        Q_EMIT imported(qString(inputs.front().idempotencyKey), qString(inputs[m_confirmed - 1].idempotencyKey),
+                        m_confirmed);
+}
+
+/// While entries are being recorded, leaving is stopping: the dialog stays to say how far it came.
+void ImportDialog::reject()
+{
+    if (m_stage != Stage::importing) {
+        CommandForm::reject();
+        return;
+    }
+    if (m_isStopping)
+        return;
+    m_isStopping = true;
+    present();
+    store().cancel();
+}
+
+void ImportDialog::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (m_stage != Stage::importing && fileIn(*event->mimeData()))
+        event->acceptProposedAction();
+}
+
+void ImportDialog::dropEvent(QDropEvent* event)
+{
+    if (const auto file = fileIn(*event->mimeData()))
+        chooseFile(*file);
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
+#include "LedgerUI/Presentation/Imports/LedgerImport.h"
+
+class ImportFileCard;
+class PlainTable;
+class TextLabel;
+class QProgressBar;
+class QPushButton;
+
+/// Brings older entries in from a file: choose it, see what it would record or what is wrong with it, confirm, and
+/// follow the entries being recorded one by one. Deletes itself when it closes; open it with `open()`.
+class ImportDialog final : public CommandForm {
+    Q_OBJECT
+public:
+    ImportDialog(LedgerStore& store, QWidget* parent);
+
+    /// Looks at a file as if the person had chosen it; not while entries are being recorded.
+    void chooseFile(const std::filesystem::path& path);
+    void reject() override;
+
+Q_SIGNALS:
+    /// Entries were recorded; the first and the last of them.
+    void imported(const QString& firstID, const QString& lastID, std::size_t count);
+
+protected:
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    enum class Stage { choosing, reading, planned, importing, done, stopped };
+
+    void present() override;
+    void adoptSnapshot() override;
+    void adoptLanguage(const std::string& before) override;
+    [[nodiscard]] QWidget& firstField() const override;
+
+    void buildBody();
+    QWidget* buildGuide(QWidget* parent);
+    QWidget* buildProgress(QWidget* parent);
+    void presentFile();
+    void presentFindings();
+    void presentProgress();
+    [[nodiscard]] Note note() const;
+    void askForFile();
+    void read(const std::filesystem::path& path);
+    void saveText(const QString& suggestion, std::string content);
+    void confirm();
+    void import();
+    void finish(const Result<void>& outcome);
+    [[nodiscard]] bool isPlanned() const { return m_stage == Stage::planned && m_reading; }
+
+    Stage m_stage = Stage::choosing;
+    std::optional<ImportReading> m_reading;
+    int m_readings = 0; // the run whose answer counts
+    std::size_t m_confirmed = 0;
+    bool m_isStopping = false;
+    QString m_failure; // why it stopped, or why a file could not be saved
+
+    ImportFileCard* m_file = nullptr;
+    PlainTable* m_table = nullptr;   // issues or entries
+    PlainTable* m_effects = nullptr; // on balances
+    TextLabel* m_tableTitle = nullptr;
+    TextLabel* m_effectsTitle = nullptr;
+    QWidget* m_progress = nullptr;
+    TextLabel* m_progressText = nullptr;
+    TextLabel* m_progressShare = nullptr;
+    QProgressBar* m_bar = nullptr;
+    TextLabel* m_progressHint = nullptr;
+    QWidget* m_guide = nullptr;
+    TextLabel* m_guideTitle = nullptr;
+    std::vector<TextLabel*> m_guideLines;
+    QPushButton* m_copyIssues = nullptr;
+    QPushButton* m_saveIssues = nullptr;
+    QPushButton* m_template = nullptr;
+    TextLabel* m_limits = nullptr;
+};
