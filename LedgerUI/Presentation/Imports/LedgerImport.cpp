@@ -160,10 +160,10 @@ LedgerImport::Table LedgerImport::issues(const ImportReading& reading, std::stri
                 .rows = {}};
     const auto all = findings(reading, locale);
     for (std::size_t at = 0; at < std::min(all.size(), issuesShown); ++at)
-        table.rows.push_back({.id = std::to_string(at),
-                              .cells = {plain(QString::number(all[at].line)),
-                                        plain(qString(all[at].value), PlainCell::Look::quiet),
-                                        plain(qString(all[at].text))}});
+        table.rows.push_back(
+            {.id = std::to_string(at),
+             .cells = {plain(QString::number(all[at].line)), plain(qString(all[at].value), PlainCell::Look::quiet),
+                       plain(qString(all[at].text))}});
     addRest(table, "issuesMore", issuesShown, all.size(), 1, locale);
     return table;
 }
@@ -187,11 +187,11 @@ LedgerImport::Table LedgerImport::entries(const ImportReading& reading, std::str
             kind = plain(head("already"), PlainCell::Look::chip);
         else
             kind.glyph = entryKindGlyph(input.kind);
-        table.rows.push_back({.id = input.idempotencyKey,
-                              .cells = {plain(QString::number(reading.plan.lines[at])),
-                                        plain(DayText::shortDate(input.date, locale)), std::move(kind),
-                                        plain(accountsOf(input, names)),
-                                        money(input.amountMinor, input.currency, locale)}});
+        table.rows.push_back(
+            {.id = input.idempotencyKey,
+             .cells = {plain(QString::number(reading.plan.lines[at])), plain(DayText::shortDate(input.date, locale)),
+                       std::move(kind), plain(accountsOf(input, names)),
+                       money(input.amountMinor, input.currency, locale)}});
     }
     addRest(table, "entriesMore", entriesShown, inputs.size(), 3, locale);
     return table;
@@ -206,10 +206,10 @@ LedgerImport::Table LedgerImport::effects(const ImportReading& reading, std::str
                 .rows = {}};
     const LedgerNames names{*reading.books, std::string{locale}};
     for (const auto& effect : reading.effects)
-        table.rows.push_back({.id = effect.accountID + " " + effect.currency,
-                              .cells = {plain(qString(names.account(effect.accountID))),
-                                        money(effect.before, effect.currency, locale),
-                                        money(effect.after, effect.currency, locale)}});
+        table.rows.push_back(
+            {.id = effect.accountID + " " + effect.currency,
+             .cells = {plain(qString(names.account(effect.accountID))), money(effect.before, effect.currency, locale),
+                       money(effect.after, effect.currency, locale)}});
     return table;
 }
 

@@ -83,9 +83,8 @@ ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{st
     setAcceptDrops(true);
     buildBody();
     connect(&m_file->button(), &QPushButton::clicked, this, &ImportDialog::askForFile);
-    connect(m_copyIssues, &QPushButton::clicked, this, [this] {
-        QApplication::clipboard()->setText(LedgerImport::issuesText(*m_reading, locale()));
-    });
+    connect(m_copyIssues, &QPushButton::clicked, this,
+            [this] { QApplication::clipboard()->setText(LedgerImport::issuesText(*m_reading, locale())); });
     connect(m_saveIssues, &QPushButton::clicked, this, [this] {
         const auto name = qString(m_reading->path.stem().string()) + QStringLiteral("-issues.csv");
         saveText(name, LedgerImport::issuesFile(*m_reading, locale()));

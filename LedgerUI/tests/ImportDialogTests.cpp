@@ -1,0 +1,196 @@
+#include "LedgerUI/Screens/Imports/ImportDialog.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/WindowUnderTest.h"
+
+namespace {
+
+PageRegistry ledgerPage()
+{
+    PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    return pages;
+}
+
+SnapshotBuilder books()
+{
+    SnapshotBuilder builder;
+    builder.account("Bank", {"IDR", "USD"}).account("Savings", {"IDR"}).grantAll();
+    builder.permissions({"viewCompany", "manageCompany"});
+    builder.category("power", "expense", "Electricity").category("sales", "income", "Sales");
+    return builder.balance("Bank", "IDR", 1'000'000'00);
+}
+
+const std::string goodRows = "2026-01-02,Income,Bank,IDR,250000,Sales,January,,,\r\n"
+                             "2026-01-03,Expense,Bank,IDR,50000,Electricity,,,,\r\n"
+                             "2026-01-04,Transfer,Bank,IDR,100000,,,Savings,,\r\n";
+
+struct ImportUnderTest : WindowUnderTest {
+    explicit ImportUnderTest(const SnapshotBuilder& shown = books()) : WindowUnderTest{ledgerPage()}
+    {
+        openDemonstration(shown);
+        screen.waitFor("importLedgerButton");
+    }
+    void open(const std::string& rows)
+    {
+        screen.press("importLedgerButton");
+        screen.waitForFocus("importDialog");
+        choose(rows);
+    }
+    void choose(const std::string& rows)
+    {
+        std::ofstream{file(), std::ios::binary} << LedgerImportCSV::templateText() << rows;
+        screen.find<ImportDialog>("importDialog").chooseFile(file());
+        screen.waitFor("importFileName");
+    }
+    [[nodiscard]] std::filesystem::path file() const
+    {
+        return std::filesystem::path{folder.path().toStdString()} / "old books.csv";
+    }
+    void start()
+    {
+        screen.press("importStart");
+        screen.waitFor("questionDialog");
+        screen.keys("Return");
+    }
+    [[nodiscard]] std::vector<std::string> keysSent() const
+    {
+        std::vector<std::string> keys;
+        for (const auto& request : server.requests("POST v1/transactions"))
+            keys.push_back(Json::decode<TransactionInput>(request.body)->idempotencyKey);
+        return keys;
+    }
+
+    QTemporaryDir folder;
+};
+
+}
+
+TEST(ImportDialog, ShowsWhatAFileWouldRecordAndRecordsItInOrder)
+{
+    ImportUnderTest under;
+    under.open(goodRows);
+    under.screen.waitForText("3 records are ready to import");
+    EXPECT_TRUE(under.screen.says("3 data rows"));
+    const auto entries = under.screen.read("importTable");
+    EXPECT_NE(entries.find("2 Jan 2026"), std::string::npos) << entries;
+    EXPECT_NE(entries.find("Bank → Savings"), std::string::npos) << entries;
+    const auto effects = under.screen.read("importEffects");
+    EXPECT_NE(effects.find("1,000,000 | IDR 1,100,000"), std::string::npos) << effects;
+    EXPECT_NE(effects.find("0 | IDR 100,000"), std::string::npos) << effects;
+    EXPECT_TRUE(under.keysSent().empty()) << "nothing is sent before it is confirmed";
+
+    under.server.replace("POST v1/transactions", ServerReply::json(R"({"id":"t"})"));
+    under.start();
+    under.screen.waitForText("3 records imported successfully.");
+    EXPECT_EQ(under.keysSent().size(), 3U);
+    under.screen.keys("Esc");
+    under.screen.waitUntilGone("importDialog");
+    under.screen.waitForText("3 records imported successfully.");
+}
+
+TEST(ImportDialog, NamesEveryIssueAndSendsNothing)
+{
+    ImportUnderTest under;
+    std::string rows;
+    for (int row = 0; row < 10; ++row)
+        rows += "2026-02-30,Income,Bank,IDR,1,Sales,,,,\r\n";
+    under.open(rows + "2026-03-01,Expense,Bank,IDR,1.250.000,Electricity,,,,\r\n");
+    under.screen.waitForText("11 issues found; no data has been written");
+    EXPECT_FALSE(under.screen.shows("importStart"));
+    EXPECT_TRUE(under.screen.says("and 3 more issues"));
+    EXPECT_NE(under.screen.read("importTable").find("2 | 2026-02-30 | Invalid date; use YYYY-MM-DD."),
+              std::string::npos);
+    under.screen.press("importCopyIssues");
+    const auto copied = QApplication::clipboard()->text();
+    EXPECT_EQ(copied.count(QLatin1Char{'\n'}), 11);
+    EXPECT_TRUE(copied.contains(QStringLiteral("12\t1.250.000\tAmount must be a valid number greater than zero.")));
+    under.screen.press("importSaveIssues");
+    under.screen.waitForFocus("importSaveDialog");
+    const auto saved = std::filesystem::path{under.folder.path().toStdString()} / "issues.csv";
+    under.screen.fill("fileNameEdit", saved.string());
+    under.screen.keys("Return");
+    under.screen.waitUntil("the file is there", [&] { return std::filesystem::exists(saved); });
+    std::ostringstream file;
+    file << std::ifstream{saved, std::ios::binary}.rdbuf();
+    EXPECT_NE(file.str().find("\"12\",\"1.250.000\",\"Amount must be"), std::string::npos) << file.str();
+
+    under.choose("2027-01-01,Income,Bank,IDR,1,Sales,,,,\r\n"); // well written, and refused by the books
+    under.screen.waitForText("1 issue found; no data has been written");
+    EXPECT_FALSE(under.screen.shows("importStart"));
+    under.choose("");
+    under.screen.waitForText("The file has no data rows.");
+    std::filesystem::remove(under.file());
+    under.screen.find<ImportDialog>("importDialog").chooseFile(under.file());
+    under.screen.waitForText("The file could not be read.");
+    std::ofstream{under.file()} << std::string(LedgerImportCSV::maximumFileSize + 1, 'x');
+    under.screen.find<ImportDialog>("importDialog").chooseFile(under.file());
+    under.screen.waitForText("The file cannot exceed 5 MB.");
+    EXPECT_TRUE(under.keysSent().empty());
+}
+
+TEST(ImportDialog, GoesOnWithTheSameKeysAfterAReplyWasLost)
+{
+    ImportUnderTest under;
+    under.server.answer("POST v1/transactions", ServerReply::json(R"({"id":"t"})"));
+    under.server.answer("POST v1/transactions", ServerReply::dropped());
+    under.open(goodRows);
+    under.screen.waitFor("importStart");
+    under.start();
+    under.screen.waitForText("Import stopped after 1 confirmed record.");
+    EXPECT_FALSE(under.screen.shows("alertDialog")) << "the form says it";
+    const auto before = under.keysSent();
+
+    under.server.replace("POST v1/transactions", ServerReply::json(R"({"id":"t"})"));
+    under.choose(goodRows);
+    under.screen.waitForText("3 records are ready to import");
+    under.start();
+    under.screen.waitForText("3 records imported successfully.");
+    const auto all = under.keysSent();
+    ASSERT_GE(before.size(), 2U);
+    EXPECT_EQ(std::vector(all.end() - 3, all.begin() + static_cast<std::ptrdiff_t>(all.size()))[0], before[0]);
+    EXPECT_EQ(all[all.size() - 2], before[1]);
+}
+
+TEST(ImportDialog, MarksWhatIsRecordedAlready)
+{
+    const auto plan = LedgerImportCSV::plan(LedgerImportCSV::templateText() + goodRows, books().build());
+    ASSERT_EQ(plan.inputs.size(), 3U);
+    auto after = books();
+    after.income(plan.inputs[0].idempotencyKey, "2026-01-02", "Bank", "IDR", 25'000'000, "sales");
+    ImportUnderTest under{after};
+    under.open(goodRows);
+    under.screen.waitForText("1 of them is recorded already and will not be duplicated.");
+    EXPECT_NE(under.screen.read("importTable").find("Recorded already"), std::string::npos);
+}
+
+TEST(ImportDialog, StopsWhenAskedAndEndsWithTheSession)
+{
+    ImportUnderTest under;
+    under.server.answer("POST v1/transactions", ServerReply::json(R"({"id":"t"})"));
+    under.server.answer("POST v1/transactions", ServerReply::parked());
+    under.open(goodRows);
+    under.screen.waitFor("importStart");
+    under.start();
+    under.screen.waitForText("1 / 3 records confirmed");
+    under.screen.keys("Esc");
+    under.screen.waitForText("Import stopped after 1 confirmed record.");
+    EXPECT_TRUE(under.screen.shows("importDialog"));
+
+    under.server.replace("POST v1/transactions", ServerReply::error(401, "unauthorized"));
+    under.choose(goodRows);
+    under.screen.waitFor("importStart");
+    under.start();
+    under.screen.waitUntilGone("importDialog");
+    under.screen.waitFor("alertDialog");
+}
