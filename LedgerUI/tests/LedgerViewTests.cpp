@@ -26,6 +26,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Ledger/LedgerBalancesBody.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Theme/Space.h"
@@ -377,21 +378,33 @@ TEST(LedgerView, KeepsTheSameEntriesSelectedWhateverMovesOrHidesTheOthers)
     EXPECT_EQ(table->selectedIDs().size(), static_cast<std::size_t>(table->model()->rowCount()));
 }
 
-/// Whoever reads down the balances keeps the place while the ledger beside them is filtered and refreshed.
-TEST(LedgerView, BuildsTheBalancesAnewOnlyWhenTheyOrTheLanguageChange)
+/// Whoever reads down the balances keeps the place while the ledger beside them is filtered, refreshed and added to.
+TEST(LedgerView, BuildsTheBalancesAnewOnlyForOtherAccountsOrAnotherLanguage)
 {
     OpenedLedger page;
-    const auto body = [&] { return page.view->findChild<QScrollArea*>(QStringLiteral("detailScroll"))->widget(); };
+    const auto body = [&] { return page.view->findChild<LedgerBalancesBody*>(); };
+    const auto says = [&](const QString& text) {
+        return std::ranges::any_of(body()->findChildren<QLabel*>(),
+                                   [&](const QLabel* each) { return each->text() == text; });
+    };
+    const auto serve = [&](const SnapshotBuilder& books) {
+        page.under.server.replace("GET v1/snapshot", ServerReply::json(books.json()));
+        ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
+        settle();
+    };
     const QPointer<QWidget> first = body();
+    ASSERT_TRUE(first);
     page.view->findChild<LedgerBrowser*>()->setFilter({.text = "dien"});
-    ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
-    EXPECT_EQ(body(), first);
     auto fresh = sampleLedger();
     fresh.balance("Operating bank", "USD", 77'700);
-    page.under.server.replace("GET v1/snapshot", ServerReply::json(fresh.json()));
-    ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
-    const QPointer<QWidget> second = body();
-    EXPECT_NE(second, first);
+    EXPECT_FALSE(says(QStringLiteral("777.00")));
+    serve(fresh);
+    EXPECT_EQ(body(), first);
+    EXPECT_TRUE(says(QStringLiteral("777.00")));
+    fresh.account("Reserve", {"USD"}).grantAll().balance("Reserve", "USD", 12'300);
+    serve(fresh);
+    EXPECT_FALSE(first);
+    EXPECT_TRUE(says(QStringLiteral("123.00")));
     InterfaceLanguage::change("id-ID");
     settle();
     EXPECT_EQ(page.textOf("detailHeadline"), "Saldo rekening");

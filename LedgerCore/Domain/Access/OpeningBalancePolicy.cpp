@@ -1,9 +1,9 @@
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 
 #include <algorithm>
-#include <map>
-#include <unordered_map>
 #include <utility>
+
+#include <boost/unordered/unordered_flat_map.hpp>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
@@ -11,8 +11,7 @@
 
 namespace {
 
-using EntryIndex = std::unordered_map<std::string_view, const LedgerTransaction*>;
-using Place = std::pair<std::string_view, std::string_view>; // account and currency
+using EntryIndex = boost::unordered_flat_map<std::string_view, const LedgerTransaction*>;
 
 struct Candidate {
     OpeningBalanceEligibility eligibility;
@@ -74,19 +73,32 @@ bool isExamined(const LedgerSnapshot& snapshot, const Account* account, std::str
     return account && account->holds(currency) && snapshot.currentMember.can(AccountAction::view, account->id);
 }
 
+/// The entries that a link between an opening or any other original and its reversal can end at.
+EntryIndex linkEnds(const EntryList& entries)
+{
+    EntryIndex ends;
+    for (const auto& entry : entries) {
+        if (entry.reversedBy || entry.kind == EntryKind::reversal)
+            ends.emplace(entry.id, &entry);
+    }
+    return ends;
+}
+
 void walk(const LedgerSnapshot& snapshot, std::vector<Candidate>& candidates)
 {
-    std::map<Place, Candidate*> byPlace;
+    boost::unordered_flat_map<std::string_view, std::vector<Candidate*>> byAccount;
     for (auto& candidate : candidates)
-        byPlace.emplace(Place{candidate.eligibility.accountID, candidate.eligibility.currency}, &candidate);
-    EntryIndex entries;
-    entries.reserve(snapshot.transactions.size());
-    for (const auto& entry : snapshot.transactions)
-        entries.emplace(entry.id, &entry);
+        byAccount[candidate.eligibility.accountID].push_back(&candidate);
+    const auto ends = linkEnds(snapshot.transactions);
     for (const auto& entry : snapshot.transactions) {
         for (const auto& leg : entry.legs) {
-            if (const auto found = byPlace.find({leg.accountID, leg.currency}); found != byPlace.end())
-                touch(*found->second, entry, leg, entries);
+            const auto ofAccount = byAccount.find(leg.accountID);
+            if (ofAccount == byAccount.end())
+                continue;
+            for (auto* candidate : ofAccount->second) {
+                if (candidate->eligibility.currency == leg.currency)
+                    touch(*candidate, entry, leg, ends);
+            }
         }
     }
     for (auto& candidate : candidates) {
@@ -105,8 +117,9 @@ std::optional<std::string> OpeningBalancePolicy::recordingDate(const LedgerSnaps
     return LedgerDay::isValid(start) ? std::optional<std::string>{start} : std::nullopt;
 }
 
-std::optional<OpeningBalancePolicy::RecordingDay> OpeningBalancePolicy::recordingDay(const LedgerSnapshot& snapshot,
-                                                                                     std::string_view today)
+std::optional<OpeningBalancePolicy::RecordingDay>
+OpeningBalancePolicy::recordingDay(const LedgerSnapshot& snapshot, std::string_view today,
+                                   const std::optional<std::string>& earliestVisible)
 {
     auto day = recordingDate(snapshot, today);
     if (!day)
@@ -115,8 +128,8 @@ std::optional<OpeningBalancePolicy::RecordingDay> OpeningBalancePolicy::recordin
     const bool isConfirmed = settings && settings->bookkeepingStartDate;
     RecordingDay recording{.day = *std::move(day),
                            .basis = isConfirmed ? RecordingDay::Basis::startDate : RecordingDay::Basis::today};
-    if (auto earliest = earliestVisibleTransactionDay(snapshot); earliest && *earliest < recording.day)
-        recording.historySince = std::move(earliest);
+    if (earliestVisible && *earliestVisible < recording.day)
+        recording.historySince = earliestVisible;
     return recording;
 }
 

@@ -39,7 +39,9 @@ struct RecordingDay {
 };
 
 /// `recordingDate` with what is to be said about it; nothing when the start of the books names no day.
-std::optional<RecordingDay> recordingDay(const LedgerSnapshot& snapshot, std::string_view today);
+/// `earliestVisible` is `earliestVisibleTransactionDay`, which takes a walk through all entries.
+std::optional<RecordingDay> recordingDay(const LedgerSnapshot& snapshot, std::string_view today,
+                                         const std::optional<std::string>& earliestVisible);
 
 /// The history is complete when every opening and reversal of the account and currency is linked both ways and, as
 /// far as there are entries at all, their legs add up to the account's balance.

@@ -18,6 +18,9 @@ namespace {
 template <class Row>
 using ByID = boost::unordered_flat_map<std::string_view, const Row*>;
 
+// A form asks for few entries, for which an index of all takes longer than looking through them.
+constexpr std::size_t foundByLooking = 4;
+
 using Place = std::pair<std::string, std::string>; // account and currency
 
 using PlaceView = std::pair<std::string_view, std::string_view>;
@@ -117,7 +120,8 @@ struct VisibleBooks::Gathered {
     std::vector<Account> unseen; // destinations
     ByID<Account> unseenByID;
     // Each from a pass over all entries, made when it is first needed.
-    std::optional<ByID<LedgerTransaction>> entries;
+    std::optional<ByID<LedgerTransaction>> entries;                          // for more than a few
+    std::map<std::string, const LedgerTransaction*, std::less<>> fewEntries; // null for what is not there
     std::optional<Refunds> refunds;
     std::optional<std::set<PlaceView>> opened;
     std::map<Place, OpeningBalanceEligibility> openings;
@@ -156,9 +160,17 @@ const Category* VisibleBooks::category(std::string_view id) const
 
 const LedgerTransaction* VisibleBooks::entry(std::string_view id) const
 {
-    if (!m_gathered->entries)
-        m_gathered->entries = indexed(m_gathered->snapshot.transactions);
-    return find(*m_gathered->entries, id);
+    auto& few = m_gathered->fewEntries;
+    auto& all = m_gathered->entries;
+    const auto& transactions = m_gathered->snapshot.transactions;
+    if (const auto known = few.find(id); known != few.end())
+        return known->second;
+    if (!all && few.size() == foundByLooking)
+        all = indexed(transactions);
+    if (all)
+        return find(*all, id);
+    const auto found = std::ranges::find(transactions, id, &LedgerTransaction::id);
+    return few.emplace(id, found == transactions.end() ? nullptr : &*found).first->second;
 }
 
 std::int64_t VisibleBooks::refundedMinor(std::string_view incomeID, std::string_view currency) const

@@ -172,15 +172,19 @@ TEST(OpeningBalancePolicy, SaysWhichDayAndWhetherHistoryStandsBeforeIt)
 {
     using OpeningBalancePolicy::RecordingDay;
     auto books = opened(); // its one entry is of 2024-01-01
-    EXPECT_EQ(OpeningBalancePolicy::recordingDay(books, "2024-01-01"),
+    const auto recordingDay = [](const LedgerSnapshot& snapshot, std::string_view today) {
+        return OpeningBalancePolicy::recordingDay(snapshot, today,
+                                                  OpeningBalancePolicy::earliestVisibleTransactionDay(snapshot));
+    };
+    EXPECT_EQ(recordingDay(books, "2024-01-01"),
               (RecordingDay{.day = "2024-01-01", .basis = RecordingDay::Basis::today}));
-    EXPECT_EQ(OpeningBalancePolicy::recordingDay(books, "2026-11-20"),
+    EXPECT_EQ(recordingDay(books, "2026-11-20"),
               (RecordingDay{.day = "2026-11-20", .basis = RecordingDay::Basis::today, .historySince = "2024-01-01"}));
     books.financialSettings.emplace().bookkeepingStartDate = "2024-01-01";
-    EXPECT_EQ(OpeningBalancePolicy::recordingDay(books, "2026-11-20"),
+    EXPECT_EQ(recordingDay(books, "2026-11-20"),
               (RecordingDay{.day = "2024-01-01", .basis = RecordingDay::Basis::startDate}));
     books.financialSettings->bookkeepingStartDate = "soon";
-    EXPECT_EQ(OpeningBalancePolicy::recordingDay(books, "2026-11-20"), std::nullopt);
+    EXPECT_EQ(recordingDay(books, "2026-11-20"), std::nullopt);
 }
 
 /// "bank" can still take VND, "float" USD and EUR; "closed" is archived and "other" not granted.

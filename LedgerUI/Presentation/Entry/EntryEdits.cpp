@@ -35,12 +35,14 @@ void forget(EntryEditing& editing, EntryField field)
     editing.refusedPastes.erase(field);
 }
 
-/// Where openings can be recorded is looked up once: it takes a walk through all entries.
+/// Where openings can be recorded and what stands before them is looked up once: it takes walks through all entries.
 void findOpenings(EntryEditing& editing, const LedgerSnapshot& snapshot)
 {
     editing.openings.clear();
+    editing.earliestDay.reset();
     if (editing.draft.kind != EntryKind::opening)
         return;
+    editing.earliestDay = OpeningBalancePolicy::earliestVisibleTransactionDay(snapshot);
     for (const auto& each : OpeningBalancePolicy::eligible(snapshot)) {
         for (const auto& currency : each.currencies)
             editing.openings.push_back({each.account->id, currency});
@@ -335,9 +337,13 @@ EntrySubmission EntryEdits::restored(const KeptEntry& kept, const LedgerSnapshot
     draft.refundReference = input.externalReference.value_or(std::string{});
     draft.attachments = input.attachmentIDs;
     draft.idempotencyKey = input.idempotencyKey;
-    if (kept.outcomeUnknown)
-        return EntrySubmission::uncertain(std::move(editing), input);
-    return EntrySubmission::refused(refreshed(std::move(editing), snapshot), input);
+    if (!kept.outcomeUnknown)
+        return EntrySubmission::refused(refreshed(std::move(editing), snapshot), input);
+    findOpenings(editing, snapshot);
+    // What may have been recorded already is shown as it was sent, also where it could not be recorded again.
+    if (draft.kind == EntryKind::opening && draft.target)
+        editing.openings.push_back({*draft.target, draft.currency});
+    return EntrySubmission::uncertain(std::move(editing), input);
 }
 
 TransactionDraft EntryEdits::correctionOf(const LedgerTransaction& original, std::string_view locale)

@@ -111,7 +111,7 @@ void Description::describeHead()
 /// An opening balance that would stand after existing entries adds to them.
 void Description::readRecordingDay()
 {
-    m_recording = OpeningBalancePolicy::recordingDay(m_snapshot, m_today);
+    m_recording = OpeningBalancePolicy::recordingDay(m_snapshot, m_today, m_editing.earliestDay);
     if (m_recording && m_recording->historySince)
         m_content.direction +=
             QLatin1Char{'\n'} + wordIn(m_locale, entryFormWords(), "openingAfterHistory",

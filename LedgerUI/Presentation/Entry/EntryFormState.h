@@ -31,6 +31,7 @@ struct EntryEditing {
     std::vector<EntryProblem> problems{};
     std::map<EntryField, PasteRefusal> refusedPastes{}; // amounts into which something was pasted that is not one
     std::vector<EntryOpeningPlace> openings{};          // for an opening balance only
+    std::optional<std::string> earliestDay{};           // of the visible entries, for an opening balance only
 };
 
 using EntrySubmission = Submission<EntryEditing, TransactionInput>;

@@ -338,3 +338,25 @@ TEST(EntryFormWords, SpeakFourLanguages)
         }
     }
 }
+
+/// The account can take no second opening, so that it is on no list any more.
+TEST(EntryForm, ShowsAnUnconfirmedOpeningAsItWasSentAlsoWhereItWasRecorded)
+{
+    const auto held = books()
+                          .entry("o1", EntryKind::opening, "2026-01-01", {{"vault", "SGD", 500}})
+                          .balance("vault", "SGD", 500)
+                          .build();
+    KeptEntry kept;
+    kept.outcomeUnknown = true;
+    auto& sent = kept.input;
+    sent.kind = EntryKind::opening;
+    sent.date = "2026-01-02";
+    sent.targetAccountID = "vault";
+    sent.currency = "SGD";
+    sent.amountMinor = 500;
+    const auto submission = EntryEdits::restored(kept, held, "en-US");
+    const auto content = EntryForm::content(submission, held, "2026-11-20", "en-US");
+    EXPECT_EQ(std::ranges::count(content.sent.accounts, "vault", &AccountChoice::id), 1);
+    EXPECT_EQ(std::ranges::count(content.sent.currencies, "SGD", &CurrencyChoice::code), 1);
+    EXPECT_EQ(content.sent.amount.toStdString(), "5.00");
+}

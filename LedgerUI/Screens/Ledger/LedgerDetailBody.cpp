@@ -73,9 +73,11 @@ void LedgerDetailBody::addAmount(const MoneyText& amount, const ThemeColor& ink,
     m_rows->addLayout(row);
 }
 
-void LedgerDetailBody::addText(const QString& text, Token tone)
+SelectableText* LedgerDetailBody::addText(const QString& text, Token tone)
 {
-    m_rows->addWidget(new SelectableText(text, TypeStep::body, tone, this));
+    auto* added = new SelectableText(text, TypeStep::body, tone, this);
+    m_rows->addWidget(added);
+    return added;
 }
 
 void LedgerDetailBody::addLines(const std::vector<LedgerEntryDetail::Line>& lines)
@@ -170,7 +172,8 @@ void LedgerDetailBody::addGroup(const QString& title)
     addLine();
 }
 
-void LedgerDetailBody::addAccount(const QString& name, const std::vector<MoneyText>& amounts, const Action& action)
+std::vector<TextLabel*> LedgerDetailBody::addAccount(const QString& name, const std::vector<MoneyText>& amounts,
+                                                     const Action& action)
 {
     auto* grid = new QGridLayout;
     grid->setContentsMargins(0, Space::step2 - 2, 0, Space::step2 - 2);
@@ -182,17 +185,17 @@ void LedgerDetailBody::addAccount(const QString& name, const std::vector<MoneyTe
     auto* button = linkButton(name, action, this);
     button->setObjectName(QStringLiteral("balanceAccount"));
     grid->addWidget(button, 0, 0, 1, 3, Qt::AlignLeft);
-    int row = 1;
+    std::vector<TextLabel*> figures;
     for (const auto& amount : amounts) {
-        auto* digits = addAmountRow(grid, row++, amount, this);
-        if (amount.sign == MoneyText::Sign::minus) // an account that owes
-            digits->setTone(Token::danger);
+        figures.push_back(addAmountRow(grid, static_cast<int>(figures.size()) + 1, amount, this));
+        presentFigure(*figures.back(), amount);
     }
     m_rows->addLayout(grid);
     addLine();
+    return figures;
 }
 
-void LedgerDetailBody::addTotals(const std::vector<MoneyText>& amounts, const QString& name)
+std::vector<TextLabel*> LedgerDetailBody::addTotals(const std::vector<MoneyText>& amounts, const QString& name)
 {
     m_rows->addSpacing(Space::sectionGap);
     auto* grid = new QGridLayout;
@@ -206,10 +209,19 @@ void LedgerDetailBody::addTotals(const std::vector<MoneyText>& amounts, const QS
         head->setBold(true);
         grid->addWidget(head, 0, 0);
     }
-    int row = 0;
-    for (const auto& amount : amounts)
-        addAmountRow(grid, row++, amount, this)->setBold(true);
+    std::vector<TextLabel*> figures;
+    for (const auto& amount : amounts) {
+        figures.push_back(addAmountRow(grid, static_cast<int>(figures.size()), amount, this));
+        figures.back()->setBold(true);
+    }
     m_rows->addLayout(grid);
+    return figures;
+}
+
+void LedgerDetailBody::presentFigure(TextLabel& label, const MoneyText& amount)
+{
+    label.setText(amount.figure());
+    label.setTone(amount.sign == MoneyText::Sign::minus ? Token::danger : Token::text);
 }
 
 void LedgerDetailBody::addPart(QWidget* part)

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/IconButton.h"
@@ -15,7 +16,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
+#include "LedgerUI/Screens/Ledger/LedgerBalancesBody.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -48,6 +49,10 @@ LedgerDetailPane::LedgerDetailPane(QWidget* parent) : QFrame{parent}
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setFocusPolicy(Qt::NoFocus);
     m_scroll->viewport()->setAutoFillBackground(false);
+    auto* place = new QWidget;
+    m_bodyRow = new QVBoxLayout(place);
+    m_bodyRow->setContentsMargins(0, 0, 0, 0);
+    m_scroll->setWidget(place);
     m_foot = new QFrame(this);
     m_foot->setObjectName(QStringLiteral("detailFoot"));
     m_footRow = new QHBoxLayout(m_foot);
@@ -74,7 +79,8 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
 {
     if (!adopt(Entry{.detail = detail, .kindColor = kindColor, .isBusy = isBusy}))
         return;
-    auto* body = startBody(entryKindGlyph(detail.kind), detail.kindTitle, kindColor, kindColor);
+    setHead(entryKindGlyph(detail.kind), detail.kindTitle, kindColor, kindColor);
+    auto* body = new LedgerDetailBody;
     for (const auto& amount : detail.amounts) {
         const bool isIncoming = amount.sign == MoneyText::Sign::plus && !detail.isReversed;
         body->addAmount(amount, isIncoming ? kindColor : ThemeColor{Token::text}, detail.isReversed);
@@ -120,7 +126,8 @@ void LedgerDetailPane::presentSelection(const QString& headline, const std::vect
 {
     if (!adopt(Selection{.headline = headline, .sums = sums}))
         return;
-    auto* body = startBody(QStringLiteral("check2-square"), headline, Token::text2, Token::text);
+    setHead(QStringLiteral("check2-square"), headline, Token::text2, Token::text);
+    auto* body = new LedgerDetailBody;
     if (!sums.empty())
         body->addTotals(sums, text("totals.net"));
     body->addGap(Space::step3);
@@ -130,30 +137,15 @@ void LedgerDetailPane::presentSelection(const QString& headline, const std::vect
 
 void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
 {
+    const bool isShown = std::holds_alternative<LedgerBalances>(m_shown);
     if (!adopt(balances))
         return;
-    auto* body = startBody(QStringLiteral("wallet2"), text("balances"), Token::text2, Token::text);
-    body->addText(balances.day, Token::text2);
-    body->addGap(Space::step3);
-    if (balances.groups.empty())
-        body->addText(text("balances.none"), Token::text2);
-    bool isFirst = true;
-    for (const auto& group : balances.groups) {
-        if (!isFirst)
-            body->addGap(Space::step2);
-        isFirst = false;
-        body->addGroup(group.title);
-        for (const auto& account : group.accounts) {
-            const auto id = QString::fromStdString(account.accountID);
-            body->addAccount(account.name, account.amounts, [this, id] { Q_EMIT accountWanted(id); });
-        }
-    }
-    if (!balances.totals.empty())
-        body->addTotals(balances.totals, text("balances.total"));
-    if (!balances.hint.isEmpty()) {
-        body->addGap(Space::step3);
-        body->addText(balances.hint, Token::text2);
-    }
+    auto* shown = isShown ? qobject_cast<LedgerBalancesBody*>(m_body) : nullptr;
+    if (shown && shown->renew(balances))
+        return;
+    setHead(QStringLiteral("wallet2"), text("balances"), Token::text2, Token::text);
+    auto* body = new LedgerBalancesBody(balances);
+    connect(body, &LedgerBalancesBody::accountWanted, this, &LedgerDetailPane::accountWanted);
     showBody(body);
 }
 
@@ -185,23 +177,27 @@ bool LedgerDetailPane::adopt(Shown wanted)
     return true;
 }
 
-LedgerDetailBody* LedgerDetailPane::startBody(const QString& glyph, const QString& headline,
-                                              const ThemeColor& glyphColor, const ThemeColor& headlineColor)
+void LedgerDetailPane::setHead(const QString& glyph, const QString& headline, const ThemeColor& glyphColor,
+                               const ThemeColor& headlineColor)
 {
     m_glyph->setGlyph(glyph, glyphColor);
     m_headline->setText(headline);
     m_headline->setInk(headlineColor);
     setFoot(nullptr);
-    return new LedgerDetailBody;
 }
 
 void LedgerDetailPane::showBody(LedgerDetailBody* body)
 {
     body->finish();
-    // The old body may be where the click came from: it goes once that is over.
-    if (auto* old = m_scroll->takeWidget())
-        old->deleteLater();
-    m_scroll->setWidget(body);
+    if (m_body) {
+        // It may be where the click came from, so it goes once that is over; taken out at once it would be styled anew.
+        m_bodyRow->removeWidget(m_body);
+        m_body->hide();
+        m_body->deleteLater();
+    }
+    m_body = body;
+    m_bodyRow->addWidget(body);
+    m_scroll->verticalScrollBar()->setValue(0);
     m_lastStop = FocusChain::insert(m_close, body);
 }
 

@@ -13,6 +13,7 @@ class IconButton;
 class LedgerDetailBody;
 class QHBoxLayout;
 class QScrollArea;
+class QVBoxLayout;
 class TextLabel;
 
 /// The pane beside the table: one entry, the sums of several, or with none selected what is on every account.
@@ -58,9 +59,8 @@ private:
 
     /// Whether the pane has to be built anew, which a step through the ledger seldom asks for.
     bool adopt(Shown wanted);
-    /// Changes the head and gives a body to fill.
-    LedgerDetailBody* startBody(const QString& glyph, const QString& headline, const ThemeColor& glyphColor,
-                                const ThemeColor& headlineColor);
+    void setHead(const QString& glyph, const QString& headline, const ThemeColor& glyphColor,
+                 const ThemeColor& headlineColor);
     /// Puts the filled body in the place of the one before.
     void showBody(LedgerDetailBody* body);
     void setFoot(QWidget* action);
@@ -70,6 +70,8 @@ private:
     TextLabel* m_headline = nullptr;
     IconButton* m_close = nullptr;
     QScrollArea* m_scroll = nullptr;
+    QVBoxLayout* m_bodyRow = nullptr;
+    LedgerDetailBody* m_body = nullptr;
     QFrame* m_foot = nullptr;
     QHBoxLayout* m_footRow = nullptr;
     QWidget* m_lastStop = nullptr; // of the body, after which Tab goes to the foot

@@ -11,18 +11,15 @@
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Dialogs/Popover.h"
-#include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Ledger/LedgerRow.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Screens/Ledger/LedgerTotalBlock.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
 
-constexpr std::size_t shownAtMost = 4;
 constexpr std::size_t worthTheWidth = 3; // fewer with in and out say less than more with their net alone
-constexpr int betweenBlocks = 2 * Space::step2 + 1;
 
 TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent)
 {
@@ -35,36 +32,9 @@ TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent
 TextLabel* figure(const LedgerTotal& total, const std::optional<std::int64_t>& minor, TypeStep step, Token tone,
                   QWidget* parent)
 {
-    const auto amount = minor.value_or(0);
-    if (amount == 0)
-        return label(QStringLiteral("–"), step, Token::text3, parent);
-    const auto money = movementText(amount, total.currency, InterfaceLanguage::tag());
-    auto* made = label(money.figure(), step, tone, parent);
-    made->setAccessibleName(money.spoken);
+    auto* made = new TextLabel(step, tone, parent);
+    presentTotalFigure(*made, total.currency, minor, tone);
     return made;
-}
-
-/// One currency: its code and its net, and before the net what came and went where there is room for it.
-QWidget* block(const LedgerTotal& total, bool isWide, QWidget* parent)
-{
-    auto* box = new QWidget(parent);
-    auto* row = new QHBoxLayout(box);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(Space::step1);
-    row->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, box));
-    const auto add = [&](const char* key, const std::optional<std::int64_t>& minor, Token tone) {
-        row->addSpacing(Space::step1);
-        row->addWidget(label(word(ledgerWords(), key), TypeStep::micro, Token::text2, box));
-        auto* made = figure(total, minor, TypeStep::small, tone, box);
-        row->addWidget(made);
-        return made;
-    };
-    if (isWide) {
-        add("totals.in", total.incoming, Token::ok);
-        add("totals.out", total.outgoing, Token::text);
-    }
-    add("totals.net", total.net, Token::text)->setBold(true);
-    return box;
 }
 
 }
@@ -78,6 +48,16 @@ LedgerTotalsStrip::LedgerTotalsStrip(QWidget* parent) : QFrame{parent}
     m_count->setBold(true);
     m_figures = new QWidget(this);
     m_figures->setObjectName(QStringLiteral("totals"));
+    auto* figures = new QHBoxLayout(m_figures);
+    figures->setContentsMargins(0, 0, 0, 0);
+    figures->setSpacing(Space::step2);
+    for (auto*& block : m_blocks) {
+        block = new LedgerTotalBlock(&block == &m_blocks.front() ? LedgerTotalBlock::Place::first
+                                                                 : LedgerTotalBlock::Place::behindAnother,
+                                     m_figures);
+        block->hide();
+        figures->addWidget(block);
+    }
     m_more = new IconButton(QStringLiteral("chevron-up"), IconButton::Frame::none, this);
     m_more->setObjectName(QStringLiteral("totalsMore"));
     m_more->setFixedSize(Space::controlSmall, Space::controlSmall);
@@ -119,43 +99,31 @@ void LedgerTotalsStrip::resizeEvent(QResizeEvent* event)
 
 void LedgerTotalsStrip::presentFigures()
 {
-    for (auto* child : m_figures->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
-        delete child;
-    delete m_figures->layout();
-    auto* row = new QHBoxLayout(m_figures);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(Space::step2);
     m_more->setVisible(!m_totals.empty());
-    auto blocks = blocksThatFit(Detail::inOutAndNet);
-    if (blocks.size() < std::min(m_totals.size(), worthTheWidth)) {
-        qDeleteAll(blocks);
-        blocks = blocksThatFit(Detail::netAlone);
-    }
-    for (auto* box : blocks) {
-        if (box != blocks.front()) {
-            auto* line = new Line(Qt::Vertical, m_figures);
-            line->setFixedHeight(Space::icon);
-            row->addWidget(line);
-        }
-        row->addWidget(box);
-    }
+    auto shown = presentBlocks(Detail::inOutAndNet);
+    if (shown < std::min(m_totals.size(), worthTheWidth))
+        shown = presentBlocks(Detail::netAlone);
+    for (std::size_t at = 0; at < m_blocks.size(); ++at)
+        m_blocks[at]->setVisible(at < shown);
 }
 
-std::vector<QWidget*> LedgerTotalsStrip::blocksThatFit(Detail detail)
+/// The blocks stand ready: a step to another month only changes what they say.
+std::size_t LedgerTotalsStrip::presentBlocks(Detail detail)
 {
     int room = width() - m_count->sizeHint().width() - m_more->width() - Space::pageMargin - 4 * Space::step2;
-    std::vector<QWidget*> blocks;
+    std::size_t shown = 0;
     for (const auto& total : m_totals) {
-        auto* box = block(total, detail == Detail::inOutAndNet, m_figures);
-        const int needed = box->sizeHint().width() + (blocks.empty() ? 0 : betweenBlocks);
-        if (blocks.size() == shownAtMost || (needed > room && !blocks.empty())) {
-            delete box;
+        if (shown == m_blocks.size())
             break;
-        }
-        blocks.push_back(box);
+        auto* block = m_blocks[shown];
+        block->present(total, detail);
+        const int needed = block->sizeHint().width() + (shown == 0 ? 0 : Space::step2);
+        if (needed > room && shown > 0)
+            break;
+        ++shown;
         room -= needed;
     }
-    return blocks;
+    return shown;
 }
 
 void LedgerTotalsStrip::openAll()

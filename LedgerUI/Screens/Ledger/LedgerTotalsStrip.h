@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <vector>
 
 #include <QFrame>
@@ -7,6 +8,7 @@
 
 #include "LedgerUI/Components/Dialogs/Popover.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
+#include "LedgerUI/Screens/Ledger/LedgerTotalBlock.h"
 
 class IconButton;
 class TextLabel;
@@ -26,11 +28,11 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    enum class Detail { inOutAndNet, netAlone };
+    using Detail = LedgerTotalBlock::Detail;
 
     void presentFigures();
-    /// At least one, in the order of the totals.
-    std::vector<QWidget*> blocksThatFit(Detail detail);
+    /// How many of the totals have room, in their order: at least one where there is any.
+    std::size_t presentBlocks(Detail detail);
     void openAll();
     [[nodiscard]] QWidget* table() const;
 
@@ -39,6 +41,7 @@ private:
     std::vector<LedgerTotal> m_totals;
     TextLabel* m_count = nullptr;
     QWidget* m_figures = nullptr;
+    std::array<LedgerTotalBlock*, 4> m_blocks{};
     IconButton* m_more = nullptr;
     QPointer<Popover> m_panel;
 };

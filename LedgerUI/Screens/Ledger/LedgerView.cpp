@@ -53,6 +53,12 @@ std::vector<MoneyText> netAmounts(const std::vector<LedgerTotal>& totals)
     return amounts;
 }
 
+/// The sums of all rows are known already.
+std::vector<LedgerTotal> selectedTotals(const LedgerListing& listing, const std::vector<std::uint32_t>& selected)
+{
+    return selected.size() == listing.rows.size() ? listing.totals : totals(*listing.book, selected);
+}
+
 /// The account that the ledger is narrowed to, where it is a single one.
 std::optional<std::string> onlyAccount(const LedgerFilter& filter)
 {
@@ -233,7 +239,7 @@ void LedgerView::presentSelection()
 {
     const auto book = m_browser->book();
     m_selected = m_table->selectedEntries();
-    m_sums = book ? totals(*book, m_selected) : std::vector<LedgerTotal>{};
+    m_sums = book ? selectedTotals(*m_browser->listing(), m_selected) : std::vector<LedgerTotal>{};
     m_chosen = book && m_selected.size() == 1 ? std::optional{detailOf(*book, m_selected.front())} : std::nullopt;
     presentRowActions();
     presentDetail();
