@@ -198,10 +198,10 @@ private:
             ->check(CLI::IsMember(entryKinds))
             ->option_text(CLI::detail::join(entryKinds, "|"));
         ledger->add_flag("--receipt-index", m_scope.includesReceiptIndex, "Add receipt counts and filenames");
-        addOut(*command(*exports, "capital", "One record a capital record", [this](const LedgerSnapshot& books) {
+        addOut(*command(*exports, "capital", "One record per capital record", [this](const LedgerSnapshot& books) {
             return ExportCommand::capital(books, m_target, m_style.locale);
         }));
-        addOut(*command(*exports, "dividends", "One record a dividend record", [this](const LedgerSnapshot& books) {
+        addOut(*command(*exports, "dividends", "One record per dividend record", [this](const LedgerSnapshot& books) {
             return ExportCommand::dividends(books, m_target, m_style.locale);
         }));
     }

@@ -17,7 +17,7 @@ struct SavedSession {
 };
 BOOST_DESCRIBE_STRUCT(SavedSession, (), (token, isDemo))
 
-/// Keeps one session a service address. Every failure is an `APIError` "KEYCHAIN_UNAVAILABLE".
+/// Keeps one session per service address. Every failure is an `APIError` "KEYCHAIN_UNAVAILABLE".
 class SessionCredentialStore {
 public:
     virtual ~SessionCredentialStore() = default;

@@ -33,6 +33,8 @@ void EntryStream::take(std::string_view bytes)
 /// Passes one byte that tells something, with the plain ones before it.
 std::size_t EntryStream::pass(std::string_view bytes, std::size_t at)
 {
+    if (m_place == Place::within && m_depth > m_listDepth)
+        return passEntry(bytes, at);
     const bool mayBePlain = m_place == Place::outside || m_place == Place::within;
     auto end = at;
     while (mayBePlain && end < bytes.size() && !m_isEscaped && !tells[static_cast<unsigned char>(bytes[end])])
@@ -49,6 +51,35 @@ std::size_t EntryStream::pass(std::string_view bytes, std::size_t at)
     else
         passStructure(bytes[at]);
     return at + 1;
+}
+
+/// Passes the bytes of one entry, up to its end where they hold it. Nearly all of a reply goes by here, and of an entry
+/// only its end is of interest.
+std::size_t EntryStream::passEntry(std::string_view bytes, std::size_t at)
+{
+    auto end = at;
+    auto depth = m_depth;
+    for (; end < bytes.size() && depth > m_listDepth; ++end) {
+        const char byte = bytes[end];
+        if (!tells[static_cast<unsigned char>(byte)] && !m_isEscaped)
+            continue;
+        if (m_isInString) {
+            if (byte == '"' && !m_isEscaped)
+                m_isInString = false;
+            m_isEscaped = byte == '\\' && !m_isEscaped;
+        } else if (byte == '"') {
+            m_isInString = true;
+        } else if (byte == '{' || byte == '[') {
+            ++depth;
+        } else if (byte == '}' || byte == ']') {
+            --depth;
+        }
+    }
+    m_depth = depth;
+    keep(bytes.substr(at, end - at));
+    if (depth == m_listDepth && bytes[end - 1] == '}')
+        endOfEntry();
+    return end;
 }
 
 void EntryStream::passString(char byte)
@@ -160,7 +191,8 @@ void EntryStream::decodeBlock()
 {
     m_block += ']';
     m_entriesInBlock = 0;
-    auto entries = Json::consume<std::vector<LedgerTransaction>>(std::exchange(m_block, {}));
+    auto entries = Json::view<std::vector<LedgerTransaction>>(m_block);
+    m_block.clear(); // its memory is for the next block
     if (entries)
         m_reply.entries.append(std::move(*entries));
     else

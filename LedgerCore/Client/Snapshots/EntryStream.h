@@ -47,6 +47,7 @@ private:
     static constexpr std::size_t deepestKey = 2; // of the member "transactions"
 
     std::size_t pass(std::string_view bytes, std::size_t at);
+    std::size_t passEntry(std::string_view bytes, std::size_t at);
     void passString(char byte);
     void passStructure(char byte);
     void open(char byte);

@@ -101,7 +101,7 @@ public:
     /// Reloads without `isBusy` or a message, except that of a session that ended. Does nothing while an operation runs
     /// and gives way to one that begins.
     QCoro::Task<Result<void>> refreshQuietly();
-    /// Signs in with the kept session, once a process.
+    /// Signs in with the kept session, once per process.
     QCoro::Task<Result<void>> restoreSession();
     /// Signs out at once and succeeds even when the service cannot be told.
     QCoro::Task<Result<void>> logout();

@@ -5,7 +5,7 @@
 #include <QTemporaryDir>
 
 /// A session bus of the test's own with a Secret Service behind it, which the program finds in its environment. Made
-/// once a process, before anything asks for the session bus, and there until the process ends.
+/// once per process, before anything asks for the session bus, and there until the process ends.
 class PrivateKeyring : public QDBusVirtualObject {
 public:
     static PrivateKeyring& shared();

@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <cstring>
+#include <memory>
 
 #include <simdjson.h>
 
@@ -59,6 +60,40 @@ DecodeError refusalOf(ondemand::value& value, simdjson::error_code code)
 constexpr std::size_t maximumDepth = 64;
 /// What the parser keeps track of: a value that is passed over may itself lie inside records of this depth.
 constexpr std::size_t trackedDepth = 2 * maximumDepth;
+
+constexpr std::size_t keptDocument = 256 * 1024;
+
+/// A parser for a document of this many bytes: the one that the thread keeps, so that the many documents of a stream do
+/// not each take and give back memory, and its own for a long document or one that is read within another.
+class BorrowedParser {
+public:
+    explicit BorrowedParser(std::size_t bytes) : m_isKept{bytes <= keptDocument}
+    {
+        if (m_isKept)
+            m_parser = std::move(ofThread());
+        if (!m_parser)
+            m_parser = std::make_unique<ondemand::parser>();
+    }
+    BorrowedParser(const BorrowedParser&) = delete;
+    BorrowedParser& operator=(const BorrowedParser&) = delete;
+    ~BorrowedParser()
+    {
+        if (m_isKept)
+            ofThread() = std::move(m_parser);
+    }
+
+    [[nodiscard]] ondemand::parser& parser() { return *m_parser; }
+
+private:
+    static std::unique_ptr<ondemand::parser>& ofThread()
+    {
+        static thread_local std::unique_ptr<ondemand::parser> kept;
+        return kept;
+    }
+
+    bool m_isKept;
+    std::unique_ptr<ondemand::parser> m_parser;
+};
 
 /// Reads a value of no interest with all that is in it, so that a malformed one is found out.
 class Passage {
@@ -240,8 +275,9 @@ Outcome Reader::eachElement(void* context, ElementVisitor visit, SizeHint expect
 Outcome readDocument(std::string& text, void* context, Reader::ElementVisitor visit)
 {
     static_assert(padding >= simdjson::SIMDJSON_PADDING);
-    ondemand::parser parser;
-    if (parser.allocate(text.size(), trackedDepth))
+    BorrowedParser borrowed{text.size()};
+    auto& parser = borrowed.parser();
+    if (parser.capacity() < text.size() && parser.allocate(text.size(), trackedDepth))
         return DecodeError::malformed;
     const auto size = text.size();
     text.append(padding, ' ');

@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBook.h"
 
 #include <algorithm>
-#include <numeric>
+#include <functional>
 #include <ranges>
 #include <tuple>
 #include <utility>
@@ -145,13 +145,35 @@ void LedgerBook::finish(std::uint32_t first)
     m_counts = PeriodCounts{std::move(days)};
 }
 
+/// Sorted by their days as numbers first: entries of a day mostly stand in the order of their recording already, and
+/// only then are their times looked at.
+std::vector<std::uint32_t> LedgerBook::inOrderFrom(std::uint32_t first) const
+{
+    std::vector<std::uint64_t> keys;
+    keys.reserve(size() - first);
+    for (auto at = first; at < size(); ++at)
+        keys.push_back(std::uint64_t{m_facts.entries[at].day} << 32 | at);
+    std::ranges::sort(keys, std::greater{});
+    std::vector<std::uint32_t> order;
+    order.reserve(keys.size());
+    for (const auto key : keys)
+        order.push_back(static_cast<std::uint32_t>(key));
+    const auto comesFirst = [this](auto left, auto right) { return comesBefore(left, right); };
+    for (auto day = order.begin(); day != order.end();) {
+        const auto end = std::find_if(day, order.end(),
+                                      [&](auto at) { return m_facts.entries[at].day != m_facts.entries[*day].day; });
+        if (!std::is_sorted(day, end, comesFirst))
+            std::sort(day, end, comesFirst);
+        day = end;
+    }
+    return order;
+}
+
 /// Puts the entries from `first` on among those that stand in their order.
 void LedgerBook::putInOrder(std::uint32_t first)
 {
     const auto comesFirst = [this](auto left, auto right) { return comesBefore(left, right); };
-    std::vector<std::uint32_t> fresh(size() - first);
-    std::iota(fresh.begin(), fresh.end(), first);
-    std::ranges::sort(fresh, comesFirst);
+    auto fresh = inOrderFrom(first);
     const auto standing = std::exchange(m_facts.order, {});
     m_facts.order.reserve(size());
     auto next = standing.begin();
@@ -169,10 +191,9 @@ void LedgerBook::add(const LedgerTransaction& transaction)
     Entry entry;
     entry.day = dayNumberOf(transaction.date);
     entry.kind = m_facts.kinds.number(displayKind(transaction), [] { return LedgerKeys::Names{}; });
-    const auto title = m_names.title(transaction);
-    entry.title = m_facts.titles.number(title, [&] { return LedgerKeys::named(title); });
     if (transaction.categoryID)
         entry.category = categoryNumber(*transaction.categoryID);
+    entry.title = titleNumber(transaction, entry);
     entry.member = m_facts.members.number(transaction.memberID,
                                           [&] { return LedgerKeys::named(m_names.member(transaction.memberID)); });
     entry.isReversal = transaction.reversalOf.has_value();
@@ -229,6 +250,22 @@ void LedgerBook::addText(const LedgerTransaction& transaction, Entry& entry)
     for (const auto& leg : transaction.legs)
         appendAmount(m_facts.text, leg, locale());
     entry.textEnd = static_cast<std::uint32_t>(m_facts.text.size());
+}
+
+/// Most entries are called after their category, whose name is put together once.
+std::uint32_t LedgerBook::titleNumber(const LedgerTransaction& transaction, const Entry& entry)
+{
+    const auto numbered = [&] {
+        const auto title = m_names.title(transaction);
+        return m_facts.titles.number(title, [&] { return LedgerKeys::named(title); });
+    };
+    if (entry.category == none || transaction.kind == EntryKind::reversal)
+        return numbered();
+    auto& known = m_facts.titlesOfCategories;
+    known.resize(m_facts.categories.size(), none);
+    if (known[entry.category] == none)
+        known[entry.category] = numbered();
+    return known[entry.category];
 }
 
 /// A category is found by its names in every language, and by those of its parent.

@@ -102,6 +102,7 @@ private:
         std::vector<std::uint32_t> unlinked; // reversals and refunds whose original is not in sight
         LedgerKeys kinds;
         LedgerKeys titles;
+        std::vector<std::uint32_t> titlesOfCategories; // by the category's number; `none` where not yet needed
         LedgerKeys categories;
         LedgerKeys accounts;
         LedgerKeys members;
@@ -118,9 +119,11 @@ private:
     void addLegs(const LedgerTransaction& transaction, Entry& entry);
     void addText(const LedgerTransaction& transaction, Entry& entry);
     std::uint32_t categoryNumber(const std::string& id);
+    std::uint32_t titleNumber(const LedgerTransaction& transaction, const Entry& entry);
     void link(std::uint32_t at);
     [[nodiscard]] bool movesInside(std::uint32_t at) const;
     [[nodiscard]] bool comesBefore(std::uint32_t left, std::uint32_t right) const;
+    [[nodiscard]] std::vector<std::uint32_t> inOrderFrom(std::uint32_t first) const;
     void putInOrder(std::uint32_t first);
     void finish(std::uint32_t first);
 

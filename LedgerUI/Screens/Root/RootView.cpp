@@ -52,7 +52,7 @@ RootView::RootView(LedgerStore& store, const PageRegistry& registry, QWidget* pa
 void RootView::showEvent(QShowEvent* event)
 {
     QStackedWidget::showEvent(event);
-    // The store does this once a process; what fails reaches the person through the alert.
+    // The store does this once per process; what fails reaches the person through the alert.
     QCoro::connect(m_store.restoreSession(), this, [](const Result<void>&) {});
 }
 
