@@ -81,6 +81,7 @@ void CompanyFounding::write(Connection& connection) const
         DividendRepository::append(connection, company.id, change);
     AuditRecord record;
     record.at = company.createdAt;
+    record.memberID = founder;
     record.origin = origin;
     record.kind = AuditKind::companyFounded;
     record.record = company.id;

@@ -18,7 +18,8 @@ struct CompanyFounding {
     Books books;                                            // receipts that no entry names are left out
     std::optional<std::string> timeZone;                    // by its IANA name; nothing: that of the machine
     std::string passwordHash;                               // of people who are new
-    std::string origin{AuditOrigin::service};               // who founds it, for the audit trail
+    std::string origin{AuditOrigin::service};               // whence it is founded, for the audit trail
+    std::optional<std::string> founder;                     // the member who does; nothing: service or operator
     std::map<std::string, std::string> demoProfileByMember; // in demonstration companies only
 
     /// Writes it all; expects a writing transaction. Throws when an address or id is taken.

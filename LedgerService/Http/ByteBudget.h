@@ -30,6 +30,9 @@ public:
             return true;
         }
 
+        /// Whether twice as much would leave half of the budget to others.
+        [[nodiscard]] bool fitsTwice() const { return m_budget.m_held + m_counted <= m_budget.m_most / 2; }
+
         void release()
         {
             m_budget.m_held -= m_counted;

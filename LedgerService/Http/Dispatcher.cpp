@@ -80,7 +80,8 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
     if (!caller)
         return std::unexpected(caller.error());
     CommandNote note;
-    const MemberCall call{.service = m_service,
+    const auto service = servicing(request);
+    const MemberCall call{.service = service,
                           .request = request,
                           .parameters = match.parameters,
                           .connection = connection,
@@ -98,6 +99,12 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
     return made;
 }
 
+std::string Dispatcher::personOf(const Request& request) const
+{
+    const auto holder = Authentication::known(request.token, m_known);
+    return holder ? "person " + holder->member->userID : "address " + request.remote;
+}
+
 Reply Dispatcher::answer(const RouteMatch& match, Request& request) const
 {
     const auto made = guarded(match, [&] { return begin(match, request); });
@@ -106,9 +113,14 @@ Reply Dispatcher::answer(const RouteMatch& match, Request& request) const
 
 OpenCall Dispatcher::opened(Request& request) const
 {
-    OpenCall call{.service = m_service, .request = request, .now = LedgerDay::stamp(m_service.clock())};
-    call.service.origin = request.remote;
-    return call;
+    return {.service = servicing(request), .request = request, .now = LedgerDay::stamp(m_service.clock())};
+}
+
+Service Dispatcher::servicing(const Request& request) const
+{
+    auto service = m_service;
+    service.origin = request.remote;
+    return service;
 }
 
 /// Everything that needs no turn to write.
@@ -131,7 +143,7 @@ Outcome Dispatcher::begin(const RouteMatch& match, Request& request) const
 
 bool Dispatcher::preparesAtOnce(const Command& command) const
 {
-    return command.match.route->lane != Lane::files && Authentication::isKnown(command.request.token, m_known);
+    return command.match.route->lane != Lane::files && Authentication::known(command.request.token, m_known) != nullptr;
 }
 
 std::optional<Reply> Dispatcher::prepare(Command& command) const

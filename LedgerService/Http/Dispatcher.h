@@ -27,6 +27,9 @@ class Dispatcher {
 public:
     explicit Dispatcher(Service service) : m_service(std::move(service)) {}
 
+    /// Who asks, as far as it is known before the token is looked at: requests of one person wait for each other.
+    [[nodiscard]] std::string personOf(const Request& request) const;
+
     /// The reply to anything but a command.
     [[nodiscard]] Reply answer(const RouteMatch& match, Request& request) const;
 
@@ -47,6 +50,7 @@ public:
     [[nodiscard]] Reply replyTo(const Command& command) const;
 
 private:
+    [[nodiscard]] Service servicing(const Request& request) const;
     [[nodiscard]] OpenCall opened(Request& request) const;
     [[nodiscard]] Outcome begin(const RouteMatch& match, Request& request) const;
     [[nodiscard]] std::optional<Refusal> whyNotCaller(const Command& command) const;

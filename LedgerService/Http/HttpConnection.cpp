@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <functional>
 
-#include <boost/asio/bind_executor.hpp>
+#include <boost/asio/co_spawn.hpp>
 #include <boost/asio/post.hpp>
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
@@ -276,6 +276,7 @@ WorkLane* HttpConnection::laneOf(const RouteMatch& match) const
 asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request request)
 {
     enter(Phase::working);
+    m_person = m_shared.dispatcher.personOf(request);
     if (match.route && match.route->isCommand()) {
         auto command = std::make_shared<Command>(Command{std::move(match), std::move(request)});
         co_return co_await answerCommand(std::move(command));
@@ -291,7 +292,7 @@ asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request reques
                                       std::chrono::seconds{2}));
     }
     ++lane->waiting;
-    co_await asio::post(asio::bind_executor(lane->pool, asio::use_awaitable)); // goes on in a thread of the lane
+    co_await lane->enter(m_person);
     auto reply = take(whole, match, request, queue);
     co_await asio::post(asio::use_awaitable); // and back, past what still queues for the lane
     --lane->waiting;
@@ -308,14 +309,14 @@ asio::awaitable<Reply> HttpConnection::answerCommand(std::shared_ptr<Command> co
     const bool quick = request.body.size() <= quickBodyBytes && dispatcher.preparesAtOnce(*command);
     auto& first = match.route->lane == Lane::files ? m_shared.lanes.files : m_shared.lanes.readers;
     if (!quick)
-        co_await asio::post(asio::bind_executor(first.pool, asio::use_awaitable));
+        co_await first.enter(m_person);
     auto reply = take(beginning, match, request, m_shared.limits.queue);
     bool away = !quick;
     if (!reply) {
         co_await m_shared.commands.carryOut(command);
         away = dispatcher.repliesWithSnapshot(*command);
         if (away)
-            co_await asio::post(asio::bind_executor(m_shared.lanes.readers.pool, asio::use_awaitable));
+            co_await m_shared.lanes.readers.enter(m_person);
         reply = take(ending, match, request, Steady::duration::max());
     }
     if (away)
@@ -331,7 +332,6 @@ asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)
         written = co_await writeBlocks(std::move(reply), keepAlive);
     else
         written = co_await writeWhole(std::move(reply), keepAlive);
-    m_more = nullptr;
     m_replyShare.release();
     const bool goesOn = written && keepAlive;
     co_return goesOn;
@@ -361,18 +361,19 @@ asio::awaitable<bool> HttpConnection::writeBlocks(Reply reply, bool keepAlive)
         ReplyHeader::text(reply, {.chunked = chunked, .keepAlive = keepAlive && chunked, .version10 = !chunked});
     if (m_headAsked)
         co_return co_await send({asio::buffer(before)});
-    m_more = std::move(reply.more);
+    const auto source = std::make_shared<BodyBlocks>(std::move(reply.more));
     std::optional block = std::move(reply.body);
     while (block && !block->empty()) {
         if (!holdReply(block->size()))
             co_return false;
+        auto ahead = m_replyShare.fitsTwice() ? makeAhead(source) : nullptr;
         if (chunked)
             before += fmt::format("{:x}\r\n", block->size());
         const auto after = chunked ? emptyLine : std::string_view{};
         if (!co_await send({asio::buffer(before), asio::buffer(*block), asio::buffer(after)}))
             co_return false;
         before.clear();
-        block = co_await nextBlock();
+        block = co_await nextBlock(ahead ? std::move(ahead) : makeAhead(source));
     }
     if (!block)
         co_return false; // the client sees that the body has no end
@@ -381,14 +382,36 @@ asio::awaitable<bool> HttpConnection::writeBlocks(Reply reply, bool keepAlive)
     co_return co_await send({asio::buffer(before)}) && chunked;
 }
 
-asio::awaitable<std::optional<std::string>> HttpConnection::nextBlock()
+/// Begins to make the next block of a reply in a thread that reads.
+std::shared_ptr<HttpConnection::Ahead> HttpConnection::makeAhead(std::shared_ptr<BodyBlocks> source)
+{
+    auto ahead = std::make_shared<Ahead>(m_stream.get_executor());
+    asio::co_spawn(m_stream.get_executor(), make(m_shared.lanes.readers, m_person, std::move(source), ahead),
+                   [ahead](const std::exception_ptr&) { // whatever came of it: nobody waits for ever
+                       ahead->isMade = true;
+                       ahead->made.cancel();
+                   });
+    return ahead;
+}
+
+asio::awaitable<void> HttpConnection::make(WorkLane& lane, std::string person, std::shared_ptr<BodyBlocks> source,
+                                           std::shared_ptr<Ahead> ahead)
+{
+    co_await lane.enter(std::move(person));
+    auto block = blockOf(*source);
+    co_await asio::post(asio::use_awaitable);
+    ahead->block = std::move(block);
+}
+
+asio::awaitable<std::optional<std::string>> HttpConnection::nextBlock(std::shared_ptr<Ahead> ahead)
 {
     enter(Phase::working);
-    co_await asio::post(asio::bind_executor(m_shared.lanes.readers.pool, asio::use_awaitable));
-    auto block = blockOf(m_more);
-    co_await asio::post(asio::use_awaitable);
+    beast::error_code woken;
+    auto token = asio::redirect_error(asio::use_awaitable, woken);
+    if (!ahead->isMade)
+        co_await ahead->made.async_wait(token);
     enter(Phase::replying);
-    co_return block;
+    co_return std::move(ahead->block);
 }
 
 bool HttpConnection::speaks10() const

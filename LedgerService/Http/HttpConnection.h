@@ -9,6 +9,7 @@
 #include <boost/asio/awaitable.hpp>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ip/address.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/buffer_body.hpp>
@@ -64,6 +65,17 @@ public:
 private:
     using Parser = boost::beast::http::request_parser<boost::beast::http::buffer_body>;
     using Parts = std::array<boost::asio::const_buffer, 3>;
+    /// The next block of a reply, made while the one before it is sent.
+    struct Ahead {
+        explicit Ahead(const boost::asio::any_io_executor& executor)
+            : made(executor, boost::asio::steady_timer::time_point::max())
+        {
+        }
+
+        boost::asio::steady_timer made; // ends when it is made
+        bool isMade = false;
+        std::optional<std::string> block; // nothing when it could not be made
+    };
     enum class Phase { idle, readingHeader, readingBody, working, replying, leaving, gone };
 
     boost::asio::awaitable<bool> awaitRequest();
@@ -76,7 +88,10 @@ private:
     boost::asio::awaitable<bool> write(Reply reply, bool keepAlive);
     boost::asio::awaitable<bool> writeWhole(Reply reply, bool keepAlive);
     boost::asio::awaitable<bool> writeBlocks(Reply reply, bool keepAlive);
-    boost::asio::awaitable<std::optional<std::string>> nextBlock();
+    std::shared_ptr<Ahead> makeAhead(std::shared_ptr<BodyBlocks> source);
+    static boost::asio::awaitable<void> make(WorkLane& lane, std::string person, std::shared_ptr<BodyBlocks> source,
+                                             std::shared_ptr<Ahead> ahead);
+    boost::asio::awaitable<std::optional<std::string>> nextBlock(std::shared_ptr<Ahead> ahead);
     boost::asio::awaitable<bool> send(Parts parts);
     boost::asio::awaitable<void> linger();
     void enter(Phase phase);
@@ -93,7 +108,7 @@ private:
     boost::beast::flat_buffer m_buffer;
     std::optional<Parser> m_parser; // of the request under way
     std::string m_body;
-    BodyBlocks m_more; // of the reply under way
+    std::string m_person; // in whose queue the request under way waits
     ByteBudget::Share m_bodyShare;
     ByteBudget::Share m_replyShare;
     Phase m_phase = Phase::idle;

@@ -247,8 +247,7 @@ void Server::stop()
     m_state->thread.join();
     auto& lanes = m_state->lanes;
     for (auto* lane : {&lanes.readers, &lanes.writers, &lanes.files, &lanes.signIns, &lanes.mails}) {
-        lane->pool.stop(); // nobody is left to hear the answers of what still queues
-        lane->pool.join();
+        lane->stop(); // nobody is left to hear the answers of what still queues
     }
     m_state->commands.stop();
     m_state->connections.clear();

@@ -43,9 +43,9 @@ std::expected<TokenHolder, Refusal> Authentication::signedInMember(Connection& c
     return *std::move(holder);
 }
 
-bool Authentication::isKnown(std::string_view token, const KnownTokens& known)
+std::shared_ptr<const TokenHolder> Authentication::known(std::string_view token, const KnownTokens& known)
 {
-    return !token.empty() && known.find(Token::hash(token));
+    return token.empty() ? nullptr : known.find(Token::hash(token));
 }
 
 IssuedSession Authentication::issue(Connection& connection, const SessionOwner& owner, const Service& service)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <expected>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -26,8 +27,8 @@ namespace Authentication {
 std::expected<TokenHolder, Refusal> signedInMember(Connection& connection, std::string_view token, std::string_view now,
                                                    const ServicePolicy& policy, KnownTokens& known);
 
-/// Whether the token was in force when it was last looked at.
-bool isKnown(std::string_view token, const KnownTokens& known);
+/// Whom the token spoke for when it was last looked at; nothing when it was not in force or not seen lately.
+std::shared_ptr<const TokenHolder> known(std::string_view token, const KnownTokens& known);
 
 /// Makes and stores a token for the member; expects a writing transaction.
 IssuedSession issue(Connection& connection, const SessionOwner& owner, const Service& service);

@@ -105,19 +105,26 @@ std::optional<Refusal> join(Connection& connection, const Registration& registra
     return joined ? std::nullopt : std::optional{joined.error()};
 }
 
-Company found(Connection& connection, const Registration& registration, const User& person, RegistrationMode mode)
+bool isOpen(const Service& service)
+{
+    return service.policy.registration == RegistrationMode::open;
+}
+
+Company found(Connection& connection, const Service& service, const Registration& registration, const User& person)
 {
     const NewCompany order{.name = registration.companyName,
                            .countries = registration.countries,
                            .timeZone = std::nullopt,
                            .approvalStatus =
-                               mode == RegistrationMode::open ? ApprovalStatus::approved : ApprovalStatus::pending,
+                               isOpen(service) ? ApprovalStatus::approved : ApprovalStatus::pending,
                            .createdAt = person.createdAt};
-    const auto founding = order.foundedBy({.userID = person.id,
+    auto founding = order.foundedBy({.userID = person.id,
                                            .name = person.name,
                                            .email = person.email,
                                            .locale = person.locale,
                                            .passwordHash = person.passwordHash.value_or("")});
+    founding.founder = founding.books.members.front().id;
+    founding.origin = service.origin;
     founding.write(connection);
     return founding.company;
 }
@@ -133,9 +140,8 @@ std::expected<Registered, Refusal> write(Connection& connection, const Service& 
             return std::unexpected(*std::move(refusal));
         return SignIn::enter(connection, service, person, remote);
     }
-    const auto mode = service.policy.registration;
-    const auto company = found(connection, registration, person, mode);
-    if (mode == RegistrationMode::open)
+    const auto company = found(connection, service, registration, person);
+    if (isOpen(service))
         return SignIn::enter(connection, service, person, remote);
     Outbox::put(connection, MailTexts::applicationReceived({person.email, person.locale}), service.clock());
     return PendingCompanyRegistration{

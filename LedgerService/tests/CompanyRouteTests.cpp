@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/AccessCommands.h"
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/Staff.h"
@@ -156,6 +157,80 @@ TEST(TransactionColors, AreChosenForTheWholeCompany)
     EXPECT_EQ(choose("mira", R"({"kind":"gift","colorID":"teal"})").code(), "validation_error");
     EXPECT_EQ(choose("mira", R"({"kind":"income","colorID":"pink"})").code(), "validation_error");
     EXPECT_EQ(it.service.problems(), "");
+}
+
+namespace {
+
+struct Applying {
+    TestService service;
+    std::string token = service.tokenOf("rudi");
+
+    explicit Applying(RegistrationMode mode)
+        : service{[mode](ServerOptions& options) { options.policy.registration = mode; }}
+    {
+    }
+
+    HttpAnswer apply(const std::string& name, const std::string& requestID)
+    {
+        return service.client().send("POST", "/v1/me/companies", token,
+                                     Json::encode(CompanyApplication{.companyName = name, .requestID = requestID}));
+    }
+
+    PendingCompanyRegistration applied(const std::string& name, const std::string& requestID)
+    {
+        const auto answer = apply(name, requestID);
+        EXPECT_EQ(answer.status, 200) << answer.body;
+        return Json::decode<PendingCompanyRegistration>(answer.body).value_or(PendingCompanyRegistration{});
+    }
+
+    CompanyChoices choices()
+    {
+        const auto answer = service.client().send("GET", "/v1/me/companies", token);
+        return Json::decode<CompanyChoices>(answer.body).value_or(CompanyChoices{});
+    }
+};
+
+}
+
+TEST(CompanyApplications, WaitForTheOperatorAndAreMadeOnce)
+{
+    Applying it{RegistrationMode::review};
+    const auto pending = it.applied(" Toko Kedua ", "form-1");
+    EXPECT_EQ(pending.status, "pending");
+    EXPECT_EQ(pending.companyName, "Toko Kedua");
+    EXPECT_EQ(pending.email, "rudi@sample.example");
+    EXPECT_EQ(it.applied("Toko Kedua", "form-1"), pending) << "sent again";
+    EXPECT_EQ(it.apply("Toko Ketiga", "form-1").code(), "idempotency_conflict");
+    EXPECT_NE(it.applied("Toko Kedua", "form-2").applicationID, pending.applicationID);
+    EXPECT_EQ(it.choices().companies.size(), 1u);
+    const auto entered = it.service.client().send("POST", "/v1/me/companies/switch", it.token,
+                                                  R"({"companyID":")" + pending.applicationID + R"("})");
+    EXPECT_EQ(entered.code(), "company_pending");
+    EXPECT_EQ(it.apply(" ", "form-3").code(), "validation_error");
+    EXPECT_EQ(it.apply("Toko", "").code(), "validation_error");
+    for (const auto* id : {"form-4", "form-5", "form-6"})
+        it.applied("Toko", id);
+    EXPECT_EQ(it.apply("Toko", "form-7").code(), "rate_limited");
+    EXPECT_EQ(it.applied("Toko Kedua", "form-1"), pending) << "what was made stays known";
+    EXPECT_EQ(it.service.problems(), "");
+}
+
+TEST(CompanyApplications, OpenAtOnceOrNotAtAllAsTheServiceSays)
+{
+    Applying open{RegistrationMode::open};
+    const auto company = open.applied("Toko Kedua", "form-1");
+    EXPECT_EQ(company.status, "approved");
+    EXPECT_EQ(open.choices(), (CompanyChoices{{{"sample", "Sample sample"}, {company.applicationID, "Toko Kedua"}}, 1}));
+    const auto entered = open.service.client().send("POST", "/v1/me/companies/switch", open.token,
+                                                    R"({"companyID":")" + company.applicationID + R"("})");
+    const auto opened = Json::decode<AuthResponse>(entered.body);
+    ASSERT_TRUE(opened.has_value()) << entered.body;
+    EXPECT_EQ(opened->snapshot.currentMember.role, "owner");
+    EXPECT_EQ(opened->snapshot.currentMember.permissions->size(), Permission::all.size());
+    EXPECT_EQ(open.service.problems(), "");
+
+    Applying closed{RegistrationMode::closed};
+    EXPECT_EQ(closed.apply("Toko Kedua", "form-1").code(), "forbidden");
 }
 
 }

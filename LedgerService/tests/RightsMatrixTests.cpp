@@ -170,6 +170,8 @@ std::vector<Row> rows()
         {"PATCH", "/v1/company/transaction-colors", "/v1/company/transaction-colors",
          R"({"kind":"income","colorID":"teal"})", managers},
         {"GET", "/v1/me/companies", "/v1/me/companies", "", always<200>},
+        {"POST", "/v1/me/companies", "/v1/me/companies", R"({"companyName":"Second","requestID":"always"})",
+         always<200>},
         {"POST", "/v1/me/companies/switch", "/v1/me/companies/switch", R"({"companyID":"none"})", always<404>},
         {"POST", "/v1/auth/logout", "/v1/auth/logout", "", always<200>},
     };

@@ -4,6 +4,7 @@
 #include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Identity/CompanyApplications.h"
 #include "LedgerService/Identity/CompanyProfile.h"
 #include "LedgerService/Identity/OwnCompanies.h"
 
@@ -31,10 +32,21 @@ std::expected<IssuedSession, Refusal> enter(const MemberCall& call, const Compan
     return OwnCompanies::enter({actOf(call), call.service, call.request.token}, body.companyID);
 }
 
+std::expected<PendingCompanyRegistration, Refusal> apply(const MemberCall& call, const CompanyApplication& body)
+{
+    return CompanyApplications::apply(actOf(call), call.service, body);
+}
+
+std::optional<Refusal> whyNotKey(const CompanyApplication& body)
+{
+    return CommandOnce::whyNot(body.requestID);
+}
+
 constexpr std::array routes{
     Route{"PATCH", "/v1/settings", writing<&change>},
     Route{"PATCH", "/v1/company/transaction-colors", writing<&chooseColor>},
     Route{"GET", "/v1/me/companies", reading<&choices>},
+    Route{"POST", "/v1/me/companies", writing<&apply, &whyNotKey>},
     Route{"POST", "/v1/me/companies/switch", writing<&enter>},
 };
 

@@ -4,6 +4,7 @@
 
 #include "LedgerService/Storage/Schema/AuditStep.h"
 #include "LedgerService/Storage/Schema/CapitalSchema.h"
+#include "LedgerService/Storage/Schema/CompanyRequestSchema.h"
 #include "LedgerService/Storage/Schema/InvitationSchema.h"
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
 #include "LedgerService/Storage/Schema/ReceiptFileStep.h"
@@ -291,6 +292,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{auditStep},
         Step{PeopleSchema::correspondence()},
         Step{CapitalSchema::tables()},
+        Step{CompanyRequestSchema::statements},
     };
     return steps;
 }
