@@ -28,6 +28,11 @@ public:
     }
     void add(std::chrono::duration<double, std::milli> took) { m_milliseconds.push_back(took.count()); }
 
+    void add(const Samples& others)
+    {
+        m_milliseconds.insert(m_milliseconds.end(), others.m_milliseconds.begin(), others.m_milliseconds.end());
+    }
+
     /// The value that this share of the samples does not exceed, in milliseconds; 0.5 is the median.
     [[nodiscard]] double quantile(double share) const;
     [[nodiscard]] std::size_t count() const { return m_milliseconds.size(); }

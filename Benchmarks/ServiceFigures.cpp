@@ -1,8 +1,7 @@
 #include <algorithm>
-#include <atomic>
+#include <array>
 #include <filesystem>
 #include <iostream>
-#include <numeric>
 #include <optional>
 #include <stdexcept>
 #include <thread>
@@ -15,6 +14,7 @@
 #include "Benchmarks/BareTransfer.h"
 #include "Benchmarks/Samples.h"
 #include "Benchmarks/ServedBooks.h"
+#include "Benchmarks/WholeReply.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
@@ -29,7 +29,7 @@ using namespace LedgerService;
 
 namespace {
 
-constexpr int severalClients = 4;
+constexpr std::array<std::size_t, 4> crowds{1, 4, 8, 64};
 
 struct Options {
     std::string program;
@@ -92,19 +92,22 @@ Samples postUntil(std::chrono::steady_clock::time_point end, std::uint16_t port,
     return samples;
 }
 
-/// How many entries these clients post together in the time of a turn.
-std::size_t post(const Options& options, std::uint16_t port, const SignedIn& signedIn, int clients)
+/// What these clients post together in the time of a turn, and how long each entry took.
+Samples post(const Options& options, std::uint16_t port, const SignedIn& signedIn, std::size_t clients)
 {
     const auto input = incomeFor(signedIn.snapshot);
     const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{options.seconds};
-    std::atomic<std::size_t> posted = 0;
+    std::vector<Samples> posted(clients);
     {
         std::vector<std::jthread> threads;
-        threads.reserve(static_cast<std::size_t>(clients));
-        for (int each = 0; each < clients; ++each)
-            threads.emplace_back([&] { posted += postUntil(end, port, signedIn.token, input).count(); });
+        threads.reserve(clients);
+        for (auto& each : posted)
+            threads.emplace_back([&] { each = postUntil(end, port, signedIn.token, input); });
     }
-    return posted;
+    Samples all;
+    for (const auto& each : posted)
+        all.add(each);
+    return all;
 }
 
 void printRates(std::string_view name, std::vector<std::size_t> counts, int seconds)
@@ -131,23 +134,33 @@ void measurePosting(const Options& options, const std::string& bareFile, const S
     const auto port = service.port();
     std::chrono::nanoseconds computing{};
     std::vector<std::size_t> bare;
-    std::vector<std::size_t> one;
-    std::vector<std::size_t> several;
-    auto expected = options.entries + 1 + post(options, port, signedIn, 1); // until the log has its size
+    std::array<std::vector<std::size_t>, crowds.size()> counts;
+    std::size_t alone = 0;
+    Samples crowded;
+    auto expected = options.entries + 1 + post(options, port, signedIn, 1).count(); // until the log has its size
     for (int each = 0; each < options.repetitions; ++each) {
         bare.push_back(bareCommits(bareFile, std::chrono::seconds{options.seconds}).count());
-        const auto before = service.processorTime();
-        one.push_back(post(options, port, signedIn, 1));
-        computing += service.processorTime() - before;
-        several.push_back(post(options, port, signedIn, severalClients));
-        expected += one.back() + several.back();
+        for (std::size_t at = 0; at < crowds.size(); ++at) {
+            const auto before = service.processorTime();
+            const auto posted = post(options, port, signedIn, crowds[at]);
+            counts[at].push_back(posted.count());
+            expected += posted.count();
+            if (crowds[at] == 1) {
+                computing += service.processorTime() - before;
+                alone += posted.count();
+            }
+            if (crowds[at] == crowds.back())
+                crowded.add(posted);
+        }
     }
     checkKept(port, expected);
-    const auto alone = std::reduce(one.begin(), one.end());
     fmt::print("on a ledger of {} entries:\n", options.entries);
     printRates("bare durable commits", std::move(bare), options.seconds);
-    printRates("entries posted by one client", std::move(one), options.seconds);
-    printRates("entries posted by four clients", std::move(several), options.seconds);
+    for (std::size_t at = 0; at < crowds.size(); ++at)
+        printRates(fmt::format("entries posted, clients at once: {}", crowds[at]), std::move(counts[at]),
+                   options.seconds);
+    fmt::print("{:<44} {:>7.1f} ms  99 of 100 within {:.1f} ms\n", "  an entry among the most clients",
+               crowded.quantile(0.5), crowded.quantile(0.99));
     fmt::print("{:<44} {:>7.0f} microseconds\n", "processor time of the service for an entry",
                std::chrono::duration<double, std::micro>{computing}.count() / static_cast<double>(alone));
 }
@@ -179,12 +192,31 @@ HttpAnswer ask(std::string_view name, int repetitions, HttpClient& client, const
     return answer;
 }
 
-void measureSnapshot(const Options& options, const std::string& databaseFile, std::uint16_t port,
+Samples takeWhole(std::uint16_t port, const std::string& token, int repetitions, std::string_view expected)
+{
+    WholeReply reply{port};
+    Samples samples;
+    for (int each = 0; each < repetitions; ++each) {
+        std::string_view body;
+        samples.time([&] { body = reply.get("/v1/snapshot", token); });
+        if (body != expected)
+            throw std::runtime_error("two snapshots of the same books differ");
+    }
+    return samples;
+}
+
+void measureSnapshot(const Options& options, const std::string& databaseFile, const ServiceProcess& service,
                      const SignedIn& signedIn)
 {
+    const auto port = service.port();
     HttpClient client{port};
     fmt::print("snapshot of {} entries:\n", options.entries);
-    const auto whole = ask("snapshot over HTTP, whole", options.repetitions, client, signedIn.token, "");
+    const auto whole = client.send("GET", "/v1/snapshot", signedIn.token);
+    const auto before = service.processorTime();
+    takeWhole(port, signedIn.token, options.repetitions, whole.body).print("snapshot over HTTP, whole");
+    fmt::print("{:<44} {:>7.2f} ms\n", "  processor time of the service for it",
+               std::chrono::duration<double, std::milli>{service.processorTime() - before}.count() /
+                   options.repetitions);
     const auto database = Database::open(databaseFile);
     if (!database)
         throw std::runtime_error(database.error());
@@ -212,7 +244,7 @@ void measure(const Options& options)
     ServedBooks::write(file, options.entries);
     const ServiceProcess service{options.program, file};
     const auto signedIn = signIn(service.port());
-    measureSnapshot(options, file, service.port(), signedIn);
+    measureSnapshot(options, file, service, signedIn);
     measurePosting(options, (folder / "bare.sqlite").string(), service, signedIn);
 }
 

@@ -75,11 +75,12 @@ void Log::warning(std::string_view words)
         to->warn("{}", words);
 }
 
-void Log::request(std::string_view method, std::string_view pattern, int status, std::chrono::microseconds took)
+void Log::request(std::string_view id, std::string_view method, std::string_view pattern, int status,
+                  std::chrono::microseconds took)
 {
     Metrics::request(pattern, status, took);
     if (const auto& to = logger())
-        to->info("{} {} {} {} us", method, pattern, status, took.count());
+        to->info("{} {} {} {} us {}", method, pattern, status, took.count(), id);
 }
 
 void Log::failure(std::string_view pattern, std::string_view words)

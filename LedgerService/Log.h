@@ -19,7 +19,8 @@ void finish();
 
 void note(std::string_view words);
 void warning(std::string_view words);
-void request(std::string_view method, std::string_view pattern, int status, std::chrono::microseconds took);
+void request(std::string_view id, std::string_view method, std::string_view pattern, int status,
+             std::chrono::microseconds took);
 void failure(std::string_view pattern, std::string_view words);
 
 }

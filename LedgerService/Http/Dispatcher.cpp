@@ -4,6 +4,8 @@
 #include <utility>
 #include <vector>
 
+#include <fmt/core.h>
+
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
@@ -37,9 +39,10 @@ Refusal fromWebPage()
     return Refusal::of(ServiceCode::forbidden, "Web pages are not served.");
 }
 
-Refusal refusalOf(const std::exception& failure, const RouteMatch& match)
+Refusal refusalOf(const std::exception& failure, const RouteMatch& match, std::string_view requestID)
 {
-    Log::failure(match.route ? match.route->pattern : "", DatabaseFailure::words(failure));
+    const std::string_view pattern = match.route ? match.route->pattern : "";
+    Log::failure(fmt::format("{} {}", pattern, requestID), DatabaseFailure::words(failure));
     if (DatabaseFailure::isBusy(failure))
         return Refusal::of(ServiceCode::serviceUnavailable, "Another program holds the database; try again.");
     return Refusal::of(ServiceCode::internalError, "The service could not do its work.");
@@ -47,12 +50,12 @@ Refusal refusalOf(const std::exception& failure, const RouteMatch& match)
 
 /// What `make` gives, or the refusal that a failure becomes.
 template <class Make>
-auto guarded(const RouteMatch& match, Make make) -> decltype(make())
+auto guarded(const RouteMatch& match, std::string_view requestID, Make make) -> decltype(make())
 {
     try {
         return make();
     } catch (const std::exception& failure) {
-        return std::unexpected(refusalOf(failure, match));
+        return std::unexpected(refusalOf(failure, match, requestID));
     }
 }
 
@@ -107,8 +110,8 @@ std::string Dispatcher::personOf(const Request& request) const
 
 Reply Dispatcher::answer(const RouteMatch& match, Request& request) const
 {
-    const auto made = guarded(match, [&] { return begin(match, request); });
-    return made ? replyTo(match, *made) : replyOf(made.error());
+    const auto made = guarded(match, request.id, [&] { return begin(match, request); });
+    return made ? replyTo(match, request.id, *made) : replyOf(made.error());
 }
 
 OpenCall Dispatcher::opened(Request& request) const
@@ -148,7 +151,7 @@ bool Dispatcher::preparesAtOnce(const Command& command) const
 
 std::optional<Reply> Dispatcher::prepare(Command& command) const
 {
-    auto prepared = guarded(command.match, [&]() -> Prepared {
+    auto prepared = guarded(command.match, command.request.id, [&]() -> Prepared {
         if (command.request.fromWebPage)
             return std::unexpected(fromWebPage());
         if (auto refusal = whyNotCaller(command)) // whoever has no valid token waits for no writer
@@ -189,7 +192,7 @@ void Dispatcher::carryOut(Connection& connection, Command& first, const std::fun
         if (accepted)
             transaction.commit();
     } catch (const std::exception& failure) {
-        const auto refusal = refusalOf(failure, first.match);
+        const auto refusal = refusalOf(failure, first.match, first.request.id);
         for (auto* command : group)
             command->outcome = std::unexpected(refusal);
     }
@@ -199,8 +202,8 @@ void Dispatcher::carryOut(Connection& connection, Command& first, const std::fun
 Outcome Dispatcher::carryOut(Connection& connection, const Command& command) const
 {
     Savepoint savepoint{connection};
-    auto outcome =
-        guarded(command.match, [&] { return inTransaction(connection, command.match, command.request, command.work); });
+    auto outcome = guarded(command.match, command.request.id,
+                           [&] { return inTransaction(connection, command.match, command.request, command.work); });
     if (outcome)
         savepoint.keep();
     else
@@ -219,18 +222,20 @@ Reply Dispatcher::replyTo(const Command& command) const
     if (!command.outcome)
         return replyOf(command.outcome.error());
     if (repliesWithSnapshot(command) || std::holds_alternative<Reply>(*command.outcome))
-        return replyTo(command.match, *command.outcome);
+        return replyTo(command.match, command.request.id, *command.outcome);
     auto reply = okReply();
     reply.headers.emplace_back("Preference-Applied", "return=minimal");
     return reply;
 }
 
-Reply Dispatcher::replyTo(const RouteMatch& match, const std::variant<Reply, SnapshotReply>& made) const
+Reply Dispatcher::replyTo(const RouteMatch& match, std::string_view requestID,
+                          const std::variant<Reply, SnapshotReply>& made) const
 {
     if (const auto* reply = std::get_if<Reply>(&made))
         return *reply;
-    auto reply =
-        guarded(match, [&]() -> std::expected<Reply, Refusal> { return withSnapshot(std::get<SnapshotReply>(made)); });
+    auto reply = guarded(match, requestID, [&]() -> std::expected<Reply, Refusal> {
+        return withSnapshot(std::get<SnapshotReply>(made));
+    });
     return reply ? *std::move(reply) : replyOf(reply.error());
 }
 

@@ -2,6 +2,8 @@
 
 #include <functional>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <variant>
 
 #include "LedgerService/Http/Reply.h"
@@ -57,7 +59,8 @@ private:
     [[nodiscard]] Outcome carryOut(Connection& connection, const Command& command) const;
     [[nodiscard]] Outcome inTransaction(Connection& connection, const RouteMatch& match, const Request& request,
                                         const MemberWork& work) const;
-    [[nodiscard]] Reply replyTo(const RouteMatch& match, const std::variant<Reply, SnapshotReply>& made) const;
+    [[nodiscard]] Reply replyTo(const RouteMatch& match, std::string_view requestID,
+                                const std::variant<Reply, SnapshotReply>& made) const;
     [[nodiscard]] Reply withSnapshot(const SnapshotReply& reply) const;
 
     Service m_service;

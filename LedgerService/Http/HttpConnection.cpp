@@ -16,6 +16,7 @@
 #include "LedgerService/Http/ReplyHeader.h"
 #include "LedgerService/Http/RequestHead.h"
 #include "LedgerService/Log.h"
+#include "LedgerService/Random.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 
 namespace LedgerService {
@@ -29,6 +30,7 @@ using Steady = std::chrono::steady_clock;
 
 constexpr std::size_t readChunkBytes = 4096;
 constexpr std::size_t bodyBlockBytes = 16 * 1024;
+constexpr std::size_t requestIDBytes = 9;
 constexpr std::size_t replyBlockBytes = 256 * 1024;
 /// A body up to this size is understood on the network thread.
 constexpr std::size_t quickBodyBytes = 16 * 1024;
@@ -71,7 +73,7 @@ std::optional<Reply> take(const Step& step, const RouteMatch& match, const Reque
                                                 std::chrono::seconds{1}))
                           : step();
         if (reply)
-            Log::request(request.method, patternOf(match), reply->status,
+            Log::request(request.id, request.method, patternOf(match), reply->status,
                          std::chrono::duration_cast<std::chrono::microseconds>(Steady::now() - request.arrived));
         return reply;
     } catch (...) {
@@ -80,12 +82,12 @@ std::optional<Reply> take(const Step& step, const RouteMatch& match, const Reque
 }
 
 /// The next block, or nothing when it could not be made: what was sent is not the whole then.
-std::optional<std::string> blockOf(const BodyBlocks& blocks)
+std::optional<std::string> blockOf(const BodyBlocks& blocks, std::string_view requestID)
 {
     try {
         return blocks();
     } catch (const std::exception& failure) {
-        Log::failure("(reply under way)", DatabaseFailure::words(failure));
+        Log::failure(fmt::format("(reply under way) {}", requestID), DatabaseFailure::words(failure));
         return std::nullopt;
     }
 }
@@ -164,6 +166,7 @@ bool HttpConnection::hasRequest()
 
 asio::awaitable<bool> HttpConnection::answerOne()
 {
+    m_requestID = Random::text(requestIDBytes);
     auto failure = co_await readHeader();
     if (failure)
         co_return co_await turnAway(refusalOf(failure, false));
@@ -178,6 +181,7 @@ asio::awaitable<bool> HttpConnection::answerOne()
     failure = co_await readBody(match.route ? match.route->maximumBody : ordinaryBodyBytes);
     if (failure)
         co_return co_await turnAway(refusalOf(failure, true));
+    request->id = m_requestID;
     request->body = std::exchange(m_body, {});
     request->arrived = Steady::now();
     auto reply = co_await answerTo(std::move(match), *std::move(request));
@@ -254,7 +258,7 @@ asio::awaitable<bool> HttpConnection::turnAway(std::optional<Refusal> refusal)
 {
     if (!refusal)
         co_return false;
-    Log::request("-", "(unread)", refusal->status, {});
+    Log::request(m_requestID, "-", "(unread)", refusal->status, {});
     auto reply = replyOf(*refusal);
     const bool written = co_await write(std::move(reply), false);
     static_cast<void>(written);
@@ -287,7 +291,7 @@ asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request reques
     if (!lane)
         co_return take(whole, match, request, queue).value_or(Reply{});
     if (lane->waiting >= lane->mostWaiting) {
-        Log::request(request.method, patternOf(match), 429, {});
+        Log::request(request.id, request.method, patternOf(match), 429, {});
         co_return replyOf(Refusal::of(ServiceCode::rateLimited, "Too many sign in at this moment; try again.",
                                       std::chrono::seconds{2}));
     }
@@ -327,6 +331,7 @@ asio::awaitable<Reply> HttpConnection::answerCommand(std::shared_ptr<Command> co
 asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)
 {
     enter(Phase::replying);
+    reply.headers.emplace_back("X-Request-ID", m_requestID);
     bool written = false;
     if (reply.more)
         written = co_await writeBlocks(std::move(reply), keepAlive);
@@ -386,7 +391,7 @@ asio::awaitable<bool> HttpConnection::writeBlocks(Reply reply, bool keepAlive)
 std::shared_ptr<HttpConnection::Ahead> HttpConnection::makeAhead(std::shared_ptr<BodyBlocks> source)
 {
     auto ahead = std::make_shared<Ahead>(m_stream.get_executor());
-    asio::co_spawn(m_stream.get_executor(), make(m_shared.lanes.readers, m_person, std::move(source), ahead),
+    asio::co_spawn(m_stream.get_executor(), make(shared_from_this(), std::move(source), ahead),
                    [ahead](const std::exception_ptr&) { // whatever came of it: nobody waits for ever
                        ahead->isMade = true;
                        ahead->made.cancel();
@@ -394,11 +399,12 @@ std::shared_ptr<HttpConnection::Ahead> HttpConnection::makeAhead(std::shared_ptr
     return ahead;
 }
 
-asio::awaitable<void> HttpConnection::make(WorkLane& lane, std::string person, std::shared_ptr<BodyBlocks> source,
+asio::awaitable<void> HttpConnection::make(std::shared_ptr<HttpConnection> self, std::shared_ptr<BodyBlocks> source,
                                            std::shared_ptr<Ahead> ahead)
 {
-    co_await lane.enter(std::move(person));
-    auto block = blockOf(*source);
+    const auto requestID = self->m_requestID;
+    co_await self->m_shared.lanes.readers.enter(self->m_person);
+    auto block = blockOf(*source, requestID);
     co_await asio::post(asio::use_awaitable);
     ahead->block = std::move(block);
 }

@@ -89,7 +89,7 @@ private:
     boost::asio::awaitable<bool> writeWhole(Reply reply, bool keepAlive);
     boost::asio::awaitable<bool> writeBlocks(Reply reply, bool keepAlive);
     std::shared_ptr<Ahead> makeAhead(std::shared_ptr<BodyBlocks> source);
-    static boost::asio::awaitable<void> make(WorkLane& lane, std::string person, std::shared_ptr<BodyBlocks> source,
+    static boost::asio::awaitable<void> make(std::shared_ptr<HttpConnection> self, std::shared_ptr<BodyBlocks> source,
                                              std::shared_ptr<Ahead> ahead);
     boost::asio::awaitable<std::optional<std::string>> nextBlock(std::shared_ptr<Ahead> ahead);
     boost::asio::awaitable<bool> send(Parts parts);
@@ -108,7 +108,8 @@ private:
     boost::beast::flat_buffer m_buffer;
     std::optional<Parser> m_parser; // of the request under way
     std::string m_body;
-    std::string m_person; // in whose queue the request under way waits
+    std::string m_requestID; // of the request under way
+    std::string m_person;    // in whose queue the request under way waits
     ByteBudget::Share m_bodyShare;
     ByteBudget::Share m_replyShare;
     Phase m_phase = Phase::idle;

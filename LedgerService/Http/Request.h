@@ -7,6 +7,7 @@ namespace LedgerService {
 
 /// One request as the routes see it: whole, within its limits, not yet trusted.
 struct Request {
+    std::string id;     // its own: in the log and in the reply
     std::string method; // "(unknown)" when HTTP does not know it
     std::string path;   // "/v1/snapshot", without a query
     std::string query;  // what follows the path's question mark, as it was sent

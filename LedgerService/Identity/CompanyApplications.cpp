@@ -50,10 +50,10 @@ Company found(const CommandAct& act, const Service& service, std::string_view na
                            .approvalStatus = open ? ApprovalStatus::approved : ApprovalStatus::pending,
                            .createdAt = act.now};
     auto founding = order.foundedBy({.userID = act.member.userID,
-                                           .name = act.member.name,
-                                           .email = act.member.email,
-                                           .locale = act.member.locale,
-                                           .passwordHash = {}});
+                                     .name = act.member.name,
+                                     .email = act.member.email,
+                                     .locale = act.member.locale,
+                                     .passwordHash = {}});
     founding.founder = founding.books.members.front().id;
     founding.origin = service.origin;
     founding.write(act.connection);
@@ -79,8 +79,7 @@ CompanyApplications::apply(const CommandAct& act, const Service& service, const 
     if (!Naming::isName(application.companyName))
         return std::unexpected(Refusal::of(ServiceCode::validationError, "The company's name is none."));
     const auto name = TextFold::trimmed(application.companyName);
-    if (const auto earlier =
-            CompanyRequestRepository::find(act.connection, act.member.userID, application.requestID)) {
+    if (const auto earlier = CompanyRequestRepository::find(act.connection, act.member.userID, application.requestID)) {
         if (earlier->companyName != name)
             return std::unexpected(
                 Refusal::of(ServiceCode::idempotencyConflict, "The request belongs to another company."));

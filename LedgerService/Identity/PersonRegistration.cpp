@@ -115,14 +115,13 @@ Company found(Connection& connection, const Service& service, const Registration
     const NewCompany order{.name = registration.companyName,
                            .countries = registration.countries,
                            .timeZone = std::nullopt,
-                           .approvalStatus =
-                               isOpen(service) ? ApprovalStatus::approved : ApprovalStatus::pending,
+                           .approvalStatus = isOpen(service) ? ApprovalStatus::approved : ApprovalStatus::pending,
                            .createdAt = person.createdAt};
     auto founding = order.foundedBy({.userID = person.id,
-                                           .name = person.name,
-                                           .email = person.email,
-                                           .locale = person.locale,
-                                           .passwordHash = person.passwordHash.value_or("")});
+                                     .name = person.name,
+                                     .email = person.email,
+                                     .locale = person.locale,
+                                     .passwordHash = person.passwordHash.value_or("")});
     founding.founder = founding.books.members.front().id;
     founding.origin = service.origin;
     founding.write(connection);

@@ -220,7 +220,8 @@ TEST(CompanyApplications, OpenAtOnceOrNotAtAllAsTheServiceSays)
     Applying open{RegistrationMode::open};
     const auto company = open.applied("Toko Kedua", "form-1");
     EXPECT_EQ(company.status, "approved");
-    EXPECT_EQ(open.choices(), (CompanyChoices{{{"sample", "Sample sample"}, {company.applicationID, "Toko Kedua"}}, 1}));
+    EXPECT_EQ(open.choices(),
+              (CompanyChoices{{{"sample", "Sample sample"}, {company.applicationID, "Toko Kedua"}}, 1}));
     const auto entered = open.service.client().send("POST", "/v1/me/companies/switch", open.token,
                                                     R"({"companyID":")" + company.applicationID + R"("})");
     const auto opened = Json::decode<AuthResponse>(entered.body);

@@ -1,4 +1,5 @@
 #include <deque>
+#include <set>
 #include <thread>
 #include <utility>
 
@@ -7,6 +8,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Http/FairQueue.h"
 #include "LedgerService/Http/RouteTable.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
@@ -211,6 +213,41 @@ TEST(Http, KeepsTheAnswersOfRequestsUnderWayWhenItStops)
     service.stop();
     EXPECT_EQ(client.sendRaw("").status, 200);
     EXPECT_TRUE(other.isClosedByService());
+}
+
+TEST(RequestIDs, StandInEveryReplyAndNeverTwice)
+{
+    TestService service;
+    const auto token = service.tokenOf("mira");
+    auto client = service.client();
+    const std::set<std::string> ids{client.send("GET", "/health/live").header("x-request-id"),
+                                    client.send("GET", "/v1/snapshot", token).header("x-request-id"),
+                                    client.send("POST", "/v1/transactions", token, "{}").header("x-request-id"),
+                                    client.send("GET", "/v1/nothing").header("x-request-id"),
+                                    client.sendRaw("hello there\r\n\r\n").header("x-request-id")};
+    EXPECT_EQ(ids.size(), 5U);
+    EXPECT_FALSE(ids.contains(""));
+}
+
+TEST(FairQueue, GivesEachClientATurn)
+{
+    FairQueue<int> queue;
+    for (const int each : {1, 2, 3})
+        queue.add("much", each);
+    queue.add("little", 10);
+    const auto taken = [&] {
+        std::vector<int> items;
+        while (const auto item = queue.take())
+            items.push_back(*item);
+        return items;
+    };
+    EXPECT_EQ(taken(), (std::vector{1, 10, 2, 3}));
+    queue.add("little", 11);
+    queue.add("much", 4);
+    queue.add("little", 12);
+    EXPECT_EQ(queue.take(), 11);
+    queue.add("late", 20);
+    EXPECT_EQ(taken(), (std::vector{4, 12, 20}));
 }
 
 }

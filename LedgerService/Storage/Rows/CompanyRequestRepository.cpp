@@ -11,8 +11,7 @@ constexpr Columns columns{column("user_id", &CompanyRequest::userID), column("re
                           column("company_name", &CompanyRequest::companyName),
                           column("created_at", &CompanyRequest::createdAt)};
 
-const auto selectRequest =
-    columns.select("FROM company_requests WHERE user_id = :user AND request_id = :request");
+const auto selectRequest = columns.select("FROM company_requests WHERE user_id = :user AND request_id = :request");
 const auto insertRequest = columns.insert("company_requests", {});
 
 constexpr auto countRecent = R"sql(
