@@ -42,12 +42,15 @@ void write(const CommandAct& act, const std::vector<Member>& before, const std::
 std::expected<Account, Refusal> AccountCommands::create(const CommandAct& act, const AccountCreate& command)
 {
     const Rows rows{act};
-    if (const auto* const existing = AccountRules::alreadyCreated(command, rows.ground(act)))
+    if (const auto* const existing = AccountRules::alreadyCreated(command, rows.ground(act))) {
+        act.note.isRepetition = true;
         return *existing;
+    }
     if (const auto refused = AccountRules::whyNotCreate(command, rows.ground(act)))
         return std::unexpected(SetupRefusal::of(*refused));
     auto account = AccountRules::created(command, Random::identifier());
     AccountRepository::insert(act.connection, act.companyID, account);
+    act.note.record = account.id;
     write(act, rows.members, AccountRules::membersAfter(command, account, rows.members));
     return account;
 }
@@ -64,6 +67,7 @@ std::expected<Account, Refusal> AccountCommands::update(const CommandAct& act, s
     auto after = AccountRules::updated(before, command);
     if (after != before)
         AccountRepository::update(act.connection, act.companyID, after);
+    act.tell(before, after);
     write(act, rows.members, AccountRules::membersAfter(command, before, after, rows.members));
     return after;
 }

@@ -14,12 +14,15 @@ std::expected<std::string, Refusal> CategoryCommands::create(const CommandAct& a
 {
     const auto categories = CategoryRepository::all(act.connection, act.companyID);
     if (const auto* const existing = CategoryRules::alreadyCreated(command, categories);
-        existing && MemberRights::canManage(act.member))
+        existing && MemberRights::canManage(act.member)) {
+        act.note.isRepetition = true;
         return existing->id;
+    }
     if (const auto refused = CategoryRules::whyNotCreate(command, act.member, categories))
         return std::unexpected(SetupRefusal::of(*refused));
     auto category = CategoryRules::created(command, Random::identifier(), categories);
     CategoryRepository::insert(act.connection, act.companyID, category);
+    act.note.record = category.id;
     return std::move(category.id);
 }
 
@@ -30,7 +33,9 @@ std::expected<void, Refusal> CategoryCommands::update(const CommandAct& act, std
     if (const auto refused = CategoryRules::whyNotUpdate(categoryID, command, act.member, categories))
         return std::unexpected(SetupRefusal::of(*refused));
     const auto& before = *std::ranges::find(categories, categoryID, &Category::id);
-    CategoryRepository::update(act.connection, act.companyID, CategoryRules::updated(before, command, categories));
+    const auto after = CategoryRules::updated(before, command, categories);
+    CategoryRepository::update(act.connection, act.companyID, after);
+    act.tell(before, after);
     return {};
 }
 

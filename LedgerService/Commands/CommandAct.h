@@ -2,7 +2,9 @@
 
 #include <string>
 
+#include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/Member.h"
+#include "LedgerService/Commands/CommandNote.h"
 
 namespace LedgerService {
 
@@ -16,6 +18,15 @@ struct CommandAct {
     const Member& member;
     const std::string& today; // the company's day
     const std::string& now;   // stamp
+    CommandNote& note;        // what the command tells of itself
+
+    /// Tells how a record stood and how it stands now.
+    template <class Record>
+    void tell(const Record& before, const Record& after) const
+    {
+        note.before = Json::encode(before);
+        note.after = Json::encode(after);
+    }
 };
 
 }

@@ -93,8 +93,10 @@ std::expected<LedgerTransaction, Refusal> EntryCommands::post(const Act& act, co
     auto rows = rowsOf(act, input);
     if (ImportRowIdentity::isIdentifier(input.idempotencyKey)) {
         auto recorded = EntryRepository::find(act.connection, act.companyID, input.idempotencyKey);
-        if (recorded && isRecordOf(*recorded, input, rows))
+        if (recorded && isRecordOf(*recorded, input, rows)) {
+            act.note.isRepetition = true;
             return *std::move(recorded);
+        }
         if (!recorded)
             rows.entryID = input.idempotencyKey;
     }

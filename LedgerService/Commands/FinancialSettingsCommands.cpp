@@ -10,19 +10,16 @@ namespace LedgerService {
 std::expected<FinancialSettings, Refusal> FinancialSettingsCommands::carryOut(const CommandAct& act,
                                                                               const FinancialSettingsCommand& command)
 {
-    FinancialSettingsRules::Ground ground{.member = act.member,
-                                          .settings = CompanyRepository::settings(act.connection, act.companyID),
-                                          .earliestEntryDay = std::nullopt,
-                                          .latestEntryDay = EntryDays::latest(act.today)};
-    auto refused = FinancialSettingsRules::whyNot(command, ground);
-    if (!refused && command.bookkeepingStartDate) { // only now are all entries looked at
-        ground.earliestEntryDay = EntryRepository::earliestDay(act.connection, act.companyID);
-        refused = FinancialSettingsRules::whyNot(command, ground);
-    }
-    if (refused)
+    const FinancialSettingsRules::Ground ground{.member = act.member,
+                                                .settings = CompanyRepository::settings(act.connection, act.companyID),
+                                                .earliestEntryDay =
+                                                    EntryRepository::earliestDay(act.connection, act.companyID),
+                                                .latestEntryDay = EntryDays::latest(act.today)};
+    if (const auto refused = FinancialSettingsRules::whyNot(command, ground))
         return std::unexpected(SetupRefusal::of(*refused));
     auto after = FinancialSettingsRules::changed(ground.settings, command, act.now);
     CompanyRepository::writeSettings(act.connection, act.companyID, after);
+    act.tell(ground.settings.value_or(FinancialSettings{}), after);
     return after;
 }
 

@@ -5,6 +5,7 @@
 
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerService/Access/ReceiptAccess.h"
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/AccountRepository.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
@@ -66,7 +67,8 @@ SectionRows NamedRows::sectionRows(const CommandAct& act, const std::optional<st
 
 void NamedRows::write(const CommandAct& act, const EntryChange& change)
 {
-    EntryRepository::append(act.connection, act.companyID, change.entry);
+    const auto text = EntryRepository::append(act.connection, act.companyID, change.entry);
+    act.note.entries.push_back({change.entry.id, AuditTrail::digestOf(text)});
     for (const auto& each : change.balances)
         AccountRepository::writeBalance(act.connection, act.companyID, each.accountID, each.currency,
                                         each.balanceMinor);

@@ -1,13 +1,8 @@
 #include "LedgerService/Http/CommandAudit.h"
 
-#include <vector>
-
 #include <fmt/core.h>
 
 #include "LedgerService/Audit/AuditTrail.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
-#include "LedgerService/Storage/Rows/FragmentRepository.h"
 
 namespace LedgerService {
 
@@ -30,25 +25,23 @@ std::optional<std::string> namedByPath(const MemberCall& call)
 
 }
 
-void CommandAudit::keep(const MemberCall& call, const Route& route, std::int64_t change)
+void CommandAudit::keep(const MemberCall& call, const Route& route)
 {
-    if (call.note.isRepetition)
+    const auto& note = call.note;
+    if (note.isRepetition)
         return;
     const auto record = recordOf(call, route);
-    const auto state = CompanyHistory::state(call.connection, call.companyID).value_or(CompanyState{});
-    const auto entries = EntryRepository::idsBetween(call.connection, call.companyID, change, state.lastChange);
-    if (entries.empty() || call.note.before || call.note.after) {
+    if (note.entries.empty() || note.before || note.after) {
         auto told = record;
-        told.record = call.note.record ? call.note.record : namedByPath(call);
-        told.before = call.note.before;
-        told.after = call.note.after;
+        told.record = note.record ? note.record : namedByPath(call);
+        told.before = note.before;
+        told.after = note.after;
         AuditTrail::append(call.connection, call.companyID, std::move(told));
     }
-    for (const auto& [sequence, id] : entries) {
+    for (const auto& each : note.entries) {
         auto told = record;
-        told.record = id;
-        if (const auto fragment = FragmentRepository::find(call.connection, state, sequence))
-            told.digest = AuditTrail::digestOf(fragment->text);
+        told.record = each.id;
+        told.digest = each.digest;
         AuditTrail::append(call.connection, call.companyID, std::move(told));
     }
 }

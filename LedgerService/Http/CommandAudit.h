@@ -1,16 +1,14 @@
 #pragma once
 
-#include <cstdint>
-
 #include "LedgerService/Http/Route.h"
 
 namespace LedgerService {
 
 namespace CommandAudit {
 
-/// Leaves the record of a command that was carried out, and one for each entry that it recorded after `change`; expects
-/// the command's own transaction.
-void keep(const MemberCall& call, const Route& route, std::int64_t change);
+/// Leaves the record of a command that was carried out, and one for each entry that it recorded; expects the command's
+/// own transaction.
+void keep(const MemberCall& call, const Route& route);
 
 }
 

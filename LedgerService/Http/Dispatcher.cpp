@@ -95,10 +95,10 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
                           .note = note};
     const auto changed = connection.rowsChanged();
     auto made = work(call);
-    if (made && connection.rowsChanged() != changed)
+    if (made && note.entries.empty() && connection.rowsChanged() != changed)
         CompanyHistory::ensureAdvanced(connection, caller->companyID, caller->lastChange);
     if (made && match.route->isCommand())
-        CommandAudit::keep(call, *match.route, caller->lastChange);
+        CommandAudit::keep(call, *match.route);
     return made;
 }
 

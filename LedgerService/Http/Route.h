@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Records/Member.h"
-#include "LedgerService/Http/CommandNote.h"
+#include "LedgerService/Commands/CommandNote.h"
 #include "LedgerService/Http/Reply.h"
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Service.h"

@@ -5,9 +5,11 @@
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Audit/AuditRecord.h"
 #include "LedgerService/Identity/AccessChallenges.h"
 #include "LedgerService/Identity/Invitations.h"
 #include "LedgerService/Identity/Password.h"
+#include "LedgerService/Identity/PersonAudit.h"
 #include "LedgerService/Identity/PersonLimits.h"
 #include "LedgerService/Identity/SignIn.h"
 #include "LedgerService/Mail/MailTexts.h"
@@ -92,6 +94,7 @@ User settled(Connection& connection, const Completing& completing, const std::st
     if (completing.newPasswordHash) {
         UserRepository::writePassword(connection, person.id, *completing.newPasswordHash, now);
         SessionRepository::revokeAllOfPerson(connection, person.id, now);
+        PersonAudit::tell(connection, person.id, AuditKind::passwordReset, completing.service.origin, now);
         person.passwordHash = completing.newPasswordHash;
     }
     return person;

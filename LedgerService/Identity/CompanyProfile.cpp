@@ -30,6 +30,11 @@ Refusal refusalOf(CompanySettings::Refusal refusal)
     return Refusal::of(ServiceCode::internalError, "The refusal has no words.");
 }
 
+SettingsUpdate settingsOf(const Company& company, const std::string& locale)
+{
+    return {.name = company.name, .countries = company.countries, .locale = locale};
+}
+
 Company companyOf(const CommandAct& act)
 {
     auto company = CompanyRepository::find(act.connection, act.companyID);
@@ -43,11 +48,13 @@ std::optional<Refusal> CompanyProfile::change(const CommandAct& act, const Setti
 {
     if (const auto refused = CompanySettings::whyNot(update, act.member))
         return refusalOf(*refused);
-    auto company = companyOf(act);
+    const auto before = companyOf(act);
+    auto company = before;
     if (update.name)
         company.name = TextFold::trimmed(*update.name);
     company.countries = update.countries.value_or(company.countries);
     CompanyRepository::write(act.connection, company);
+    act.tell(settingsOf(before, act.member.locale), settingsOf(company, update.locale.value_or(act.member.locale)));
     if (update.locale) {
         auto member = act.member;
         member.locale = *update.locale;
@@ -66,7 +73,9 @@ std::optional<Refusal> CompanyProfile::chooseColor(const CommandAct& act, const 
     auto company = companyOf(act);
     if (!company.transactionColors)
         company.transactionColors.emplace();
-    company.transactionColors->insert_or_assign(selection.kind, selection.colorID);
+    auto& color = (*company.transactionColors)[selection.kind];
+    act.tell(TransactionColorSelection{.kind = selection.kind, .colorID = color}, selection);
+    color = selection.colorID;
     CompanyRepository::write(act.connection, company);
     return std::nullopt;
 }

@@ -31,6 +31,7 @@ std::optional<Refusal> Members::change(const CommandAct& act, std::string_view m
         return MembershipRefusal::of(*refused);
     const auto changed = MembershipRules::changed(*found, update, act.member);
     MemberRepository::write(act.connection, act.companyID, changed);
+    act.tell(*found, changed);
     if (!changed.active)
         SessionRepository::revokeAll(act.connection, {act.companyID, changed.id}, act.now);
     return std::nullopt;
@@ -42,6 +43,7 @@ std::optional<Refusal> Members::rename(const CommandAct& act, const ProfileUpdat
         return Refusal::of(ServiceCode::validationError, "A name is one line that says something.");
     const std::string name{TextFold::trimmed(update.name)};
     UserRepository::writeName(act.connection, act.member.userID, name);
+    act.tell(ProfileUpdate{act.member.name}, ProfileUpdate{name});
     for (const auto& each : MemberRepository::memberships(act.connection, act.member.userID)) {
         auto member = MemberRepository::find(act.connection, each.companyID, each.memberID);
         if (!member || member->name == name)

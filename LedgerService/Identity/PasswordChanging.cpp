@@ -3,8 +3,10 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerService/Audit/AuditRecord.h"
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Identity/Password.h"
+#include "LedgerService/Identity/PersonAudit.h"
 #include "LedgerService/Identity/PersonLimits.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Mail/MailTexts.h"
@@ -64,6 +66,7 @@ std::optional<Refusal> PasswordChanging::change(const Service& service, std::str
         return Authentication::unauthorized(); // changed while it was looked at
     UserRepository::writePassword(*loan, person->id, hash, now);
     SessionRepository::revokeAllOfPerson(*loan, person->id, now, tokenHash);
+    PersonAudit::tell(*loan, person->id, AuditKind::passwordChanged, service.origin, now);
     PersonLimits{person->email, remote}.settle(*loan, service, *person);
     Outbox::put(*loan, MailTexts::passwordChanged({person->email, person->locale}), instant);
     transaction.commit();

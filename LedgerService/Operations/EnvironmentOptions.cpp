@@ -27,6 +27,24 @@ bool isGiven(const CLI::Option& option, const std::vector<std::string>& argument
     });
 }
 
+const auto everyCommand = [](const CLI::App*) { return true; };
+
+/// The command among the arguments from `at` on that stands under `app`, and the place after it; null when there is
+/// none.
+const CLI::App* commandIn(const CLI::App& app, const std::vector<std::string>& arguments, std::size_t& at)
+{
+    const auto commands = app.get_subcommands(everyCommand);
+    for (; at < arguments.size(); ++at) {
+        for (const auto* command : commands) {
+            if (command->get_name() == arguments[at]) {
+                ++at;
+                return command;
+            }
+        }
+    }
+    return nullptr;
+}
+
 bool isSetting(const CLI::Option& option)
 {
     return !option.get_lnames().empty() && option.get_lnames().front() != "help";
@@ -41,22 +59,20 @@ void EnvironmentOptions::declare(CLI::App& app)
             if (isSetting(*option))
                 option->envname(variableOf(*option));
         }
+        declare(*command);
     }
 }
 
 std::vector<std::string> EnvironmentOptions::completed(const CLI::App& app, std::vector<std::string> arguments)
 {
-    const auto commands = app.get_subcommands([](const CLI::App*) { return true; });
-    const auto found = std::ranges::find_if(commands, [&](const CLI::App* command) {
-        return std::ranges::find(arguments, command->get_name()) != arguments.end();
-    });
-    if (found == commands.end())
-        return arguments;
     std::vector<std::string> added;
-    for (const auto* option : (*found)->get_options()) {
-        const char* const value = isSetting(*option) ? std::getenv(variableOf(*option).c_str()) : nullptr;
-        if (value != nullptr && *value != '\0' && !isGiven(*option, arguments))
-            added.push_back("--" + option->get_lnames().front() + "=" + value);
+    std::size_t at = 0;
+    for (const auto* command = commandIn(app, arguments, at); command; command = commandIn(*command, arguments, at)) {
+        for (const auto* option : command->get_options()) {
+            const char* const value = isSetting(*option) ? std::getenv(variableOf(*option).c_str()) : nullptr;
+            if (value != nullptr && *value != '\0' && !isGiven(*option, arguments))
+                added.push_back("--" + option->get_lnames().front() + "=" + value);
+        }
     }
     arguments.insert(arguments.end(), added.begin(), added.end());
     return arguments;

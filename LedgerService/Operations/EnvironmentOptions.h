@@ -12,7 +12,7 @@ namespace LedgerService {
 /// Options that the environment gives: --trusted-proxy of any command is TALLYFOLD_TRUSTED_PROXY.
 namespace EnvironmentOptions {
 
-/// Tells each option of each command its name in the environment, for the help.
+/// Tells each option of each command, nested ones included, its name in the environment, for the help.
 void declare(CLI::App& app);
 
 /// The arguments with what the environment adds to the command among them. What stands among them already is kept: it

@@ -7,7 +7,9 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Text/PasswordRule.h"
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Password.h"
+#include "LedgerService/Identity/PersonAudit.h"
 #include "LedgerService/Mail/MailTexts.h"
 #include "LedgerService/Mail/Outbox.h"
 #include "LedgerService/Storage/Rows/AccessChallengeRepository.h"
@@ -44,6 +46,12 @@ ManagePeople::Refused decide(Connection& connection, const std::string& companyI
     if (company->approvalStatus.value_or(std::string{ApprovalStatus::approved}) == status)
         return fmt::format("the company is {} already", status);
     CompanyRepository::writeApproval(connection, companyID, status);
+    AuditRecord record;
+    record.at = now();
+    record.origin = AuditOrigin::operating;
+    record.kind = status == ApprovalStatus::approved ? AuditKind::companyApproved : AuditKind::companyRejected;
+    record.record = companyID;
+    AuditTrail::append(connection, companyID, std::move(record));
     for (const auto& owner : ownersOf(connection, companyID)) {
         const MailTexts::Reader reader{owner.email, owner.locale};
         Outbox::put(connection,
@@ -64,13 +72,15 @@ std::string_view stateOf(const User& person)
 
 /// Does something to the person with this address, and ends all tokens and codes of that person.
 template <class Change>
-ManagePeople::Refused change(Connection& connection, const std::string& email, const Change& change)
+ManagePeople::Refused change(Connection& connection, const std::string& email, std::string_view kind,
+                             const Change& change)
 {
     Transaction transaction{connection, Transaction::Mode::writing};
     const auto person = UserRepository::findByEmail(connection, email);
     if (!person)
         return "nobody is registered with this e-mail address; 'users list' shows everyone";
     change(*person);
+    PersonAudit::tell(connection, person->id, kind, AuditOrigin::operating, now());
     SessionRepository::revokeAllOfPerson(connection, person->id, now());
     AccessChallengeRepository::removeFor(connection, person->email);
     transaction.commit();
@@ -123,7 +133,7 @@ ManagePeople::Refused ManagePeople::reset(Connection& connection, const std::str
     if (newPassword && !Password::isAcceptable(*newPassword))
         return fmt::format("a password has at least {} characters", PasswordRule::minimumLength);
     const auto hash = newPassword ? std::optional{Password::hash(*newPassword)} : std::nullopt;
-    return change(connection, email, [&](const User& person) {
+    return change(connection, email, AuditKind::passwordReset, [&](const User& person) {
         if (hash)
             UserRepository::writePassword(connection, person.id, *hash, now());
         else
@@ -133,13 +143,13 @@ ManagePeople::Refused ManagePeople::reset(Connection& connection, const std::str
 
 ManagePeople::Refused ManagePeople::deactivate(Connection& connection, const std::string& email)
 {
-    return change(connection, email,
+    return change(connection, email, AuditKind::personDeactivated,
                   [&](const User& person) { UserRepository::writeDeactivated(connection, person.id, now()); });
 }
 
 ManagePeople::Refused ManagePeople::reactivate(Connection& connection, const std::string& email)
 {
-    return change(connection, email,
+    return change(connection, email, AuditKind::personReactivated,
                   [&](const User& person) { UserRepository::writeDeactivated(connection, person.id, std::nullopt); });
 }
 

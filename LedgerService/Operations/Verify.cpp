@@ -94,6 +94,9 @@ constexpr std::array rowChecks{
     R"sql(
     SELECT 'company ' || company_id || ': account ' || account_id || ': holds ' || quote(amount_minor) FROM balances
     WHERE typeof(amount_minor) <> 'integer')sql",
+    R"sql(
+    SELECT 'company ' || c.id || ': its earliest day is not that of an entry' FROM companies c
+    WHERE c.earliest_day IS NOT (SELECT MIN(date) FROM entries e WHERE e.company_id = c.id))sql",
     // A command that recorded an entry was carried out with it, by the member who recorded it.
     R"sql(
     SELECT 'company ' || c.company_id || ': command ' || c.idempotency_key || ': its outcome is not what it recorded'

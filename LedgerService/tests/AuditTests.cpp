@@ -8,6 +8,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Audit/AuditSeals.h"
 #include "LedgerService/Audit/AuditTrail.h"
+#include "LedgerService/Operations/ManagePeople.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/testing/SampleBooks.h"
@@ -150,6 +151,57 @@ TEST_F(Audited, ReversalsReceiptsAndSignInsLeaveTheirs)
     const auto body = service.as("mira", "GET", "/v1/audit?limit=3").body;
     EXPECT_NE(body.find(R"("after":{"attachmentIDs":[)"), std::string::npos) << body;
     EXPECT_EQ(body.find(TestService::password), std::string::npos);
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST_F(Audited, ChangesTellHowARecordStoodBefore)
+{
+    struct Case {
+        std::string method;
+        std::string path;
+        std::string body;
+        std::string before;
+        std::string after;
+    };
+    const std::array cases{
+        Case{"PATCH", "/v1/members/rudi", R"({"role":"finance"})", R"("role":"employee")", R"("role":"finance")"},
+        Case{"PATCH", "/v1/accounts/bank", R"({"name":"Bank Dua"})", R"("name":"bank")", R"("name":"Bank Dua")"},
+        Case{"PATCH", "/v1/categories/rent", R"({"archived":true})", R"("archived":false)", R"("archived":true)"},
+        Case{"PATCH", "/v1/settings", R"({"name":"Toko Baru"})", R"("name":"Sample sample")", R"("name":"Toko Baru")"},
+        Case{"PATCH", "/v1/company/transaction-colors", R"({"kind":"income","colorID":"teal"})", R"("colorID":"")",
+             R"("colorID":"teal")"},
+        Case{"PATCH", "/v1/me/profile", R"({"name":"Mira Baru"})", R"("name":"mira")", R"("name":"Mira Baru")"},
+    };
+    for (const auto& each : cases) {
+        ASSERT_EQ(service.as("mira", each.method, each.path, each.body).status, 200) << each.path;
+        const auto told = service.as("mira", "GET", "/v1/audit?limit=1").body;
+        const auto after = told.find(R"("after":)");
+        ASSERT_NE(after, std::string::npos) << told;
+        EXPECT_LT(told.find(each.before, told.find(R"("before":)")), after) << told;
+        EXPECT_NE(told.find(each.after, after), std::string::npos) << told;
+    }
+}
+
+TEST_F(Audited, PasswordsAndTheOperatorsDecisionsLeaveTheirs)
+{
+    const auto change = fmt::format(R"({{"currentPassword":"{}","newPassword":"another one"}})", TestService::password);
+    ASSERT_EQ(service.as("rudi", "POST", "/v1/me/password", change).status, 200);
+    Connection connection{service.databaseFile()};
+    EXPECT_EQ(ManagePeople::deactivate(connection, "rudi@sample.example"), std::nullopt);
+    EXPECT_EQ(ManagePeople::reactivate(connection, "rudi@sample.example"), std::nullopt);
+    EXPECT_EQ(ManagePeople::reset(connection, "rudi@sample.example", std::nullopt), std::nullopt);
+    EXPECT_EQ(ManagePeople::reject(connection, "sample"), std::nullopt);
+    EXPECT_EQ(ManagePeople::approve(connection, "sample"), std::nullopt);
+    std::string told;
+    for (const auto& each : page().records)
+        told += fmt::format("{} {} {} {}\n", each.kind, each.origin, each.memberID.value_or("-"), *each.record);
+    EXPECT_EQ(told, "company-approved operator - sample\n"
+                    "company-rejected operator - sample\n"
+                    "password-reset operator - rudi\n"
+                    "person-reactivated operator - rudi\n"
+                    "person-deactivated operator - rudi\n"
+                    "password-changed 127.0.0.1 rudi rudi\n"
+                    "company-founded service - sample\n");
     EXPECT_EQ(service.problems(), "");
 }
 

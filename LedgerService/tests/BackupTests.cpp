@@ -145,6 +145,9 @@ TEST_F(Archived, TheProgramTakesOptionsFromArgumentsTheEnvironmentAndAFile)
         EXPECT_NE(shown.find(each), std::string::npos) << each << shown;
     EXPECT_TRUE(run("TALLYFOLD_DATABASE=" + service.databaseFile() + " " + program + " verify").starts_with("0 "));
     EXPECT_FALSE(run(program + " --config " + folder.file("missing.toml") + " config").starts_with("0 "));
+    const auto nested = run("TALLYFOLD_DATABASE=" + service.databaseFile() + " " + program + " companies list");
+    EXPECT_TRUE(nested.starts_with("0 ") && nested.find("sample") != std::string::npos) << nested;
+    EXPECT_NE(run(program + " users list --help").find("TALLYFOLD_DATABASE"), std::string::npos);
     const auto audited = run(program + " audit --kind company-founded --database " + service.databaseFile());
     EXPECT_NE(audited.find(R"("kind":"company-founded")"), std::string::npos) << audited;
     EXPECT_EQ(audited.find("POST"), std::string::npos);

@@ -12,7 +12,8 @@ inline CommandAct actOf(const MemberCall& call)
             .companyID = call.companyID,
             .member = call.member,
             .today = call.today,
-            .now = call.now};
+            .now = call.now,
+            .note = call.note};
 }
 
 }

@@ -24,6 +24,9 @@ std::optional<CompanyState> state(Connection& connection, std::string_view compa
 /// Takes the next number; expects a writing transaction and a company that exists.
 CompanyState advance(Connection& connection, std::string_view companyID);
 
+/// The same for an entry of this day, which counts for the company's earliest day.
+CompanyState advanceByEntry(Connection& connection, std::string_view companyID, std::string_view day);
+
 /// Takes the next number unless the company has gone on since it stood at `lastChange`.
 void ensureAdvanced(Connection& connection, std::string_view companyID, std::int64_t lastChange);
 

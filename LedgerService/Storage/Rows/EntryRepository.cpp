@@ -72,10 +72,6 @@ constexpr auto selectSequence = R"sql(
     SELECT sequence FROM entries WHERE company_id = :company AND id = :entry
 )sql";
 
-constexpr auto selectIDsBetween = R"sql(
-    SELECT sequence, id FROM entries WHERE company_id = :company AND sequence > :after AND sequence <= :last
-)sql";
-
 constexpr auto selectLastUpTo = R"sql(
     SELECT id FROM entries WHERE company_id = :company AND sequence <= :change ORDER BY sequence DESC LIMIT 1
 )sql";
@@ -104,7 +100,7 @@ constexpr auto selectTouching = R"sql(
 )sql";
 
 constexpr auto selectEarliestDay = R"sql(
-    SELECT MIN(date) FROM entries WHERE company_id = :company
+    SELECT earliest_day FROM companies WHERE id = :company
 )sql";
 
 constexpr auto selectActiveOpenings = R"sql(
@@ -226,19 +222,6 @@ std::vector<RecordedEntry> EntryRepository::between(Connection& connection, std:
     return entries;
 }
 
-std::map<std::int64_t, std::string> EntryRepository::idsBetween(Connection& connection, std::string_view companyID,
-                                                                std::int64_t sequence, std::int64_t last)
-{
-    std::map<std::int64_t, std::string> ids;
-    std::int64_t at = 0;
-    std::string id;
-    Query query{connection, selectIDsBetween};
-    query.bind("company", companyID).bind("after", sequence).bind("last", last).into(at).into(id);
-    while (query.next())
-        ids.emplace(at, id);
-    return ids;
-}
-
 std::string EntryRepository::lastIDUpTo(Connection& connection, std::string_view companyID, std::int64_t change)
 {
     std::string id;
@@ -260,16 +243,17 @@ std::string EntryRepository::textAsRecorded(Connection& connection, std::string_
     return std::move(first == earlier.end() ? fragment->text : first->second);
 }
 
-void EntryRepository::append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry)
+std::string EntryRepository::append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry)
 {
-    const auto state = CompanyHistory::advance(connection, companyID);
+    const auto state = CompanyHistory::advanceByEntry(connection, companyID, entry.date);
     insertRows(connection, companyID, state.lastChange, entry);
     const auto set = AccountSetRepository::idOf(connection, companyID, entry);
     AccountSetRepository::count(connection, companyID, set, 1, entry.attachmentIDs.size());
-    FragmentRepository::insert(connection, state, set, state.lastChange, entry);
+    auto text = FragmentRepository::insert(connection, state, set, state.lastChange, entry);
     AttachmentRepository::link(connection, companyID, entry.id, set, state.lastChange, entry.attachmentIDs);
     if (entry.reversalOf)
         renewFragment(connection, companyID, state, *entry.reversalOf);
+    return text;
 }
 
 void EntryRepository::linkReceipts(Connection& connection, std::string_view companyID, std::string_view entryID,

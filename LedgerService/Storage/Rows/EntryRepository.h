@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -34,18 +33,15 @@ std::vector<LedgerTransaction> all(Connection& connection, std::string_view comp
 std::vector<RecordedEntry> between(Connection& connection, std::string_view companyID, std::int64_t sequence,
                                    std::int64_t last);
 
-/// The ids of those recorded after `sequence` and up to `last`, by their sequence.
-std::map<std::int64_t, std::string> idsBetween(Connection& connection, std::string_view companyID,
-                                               std::int64_t sequence, std::int64_t last);
-
 /// The id of the last entry recorded up to this change; empty when there is none.
 std::string lastIDUpTo(Connection& connection, std::string_view companyID, std::int64_t change);
 
 /// The entry's JSON as it was when it was recorded, whatever became of it since. Throws when there is no such entry.
 std::string textAsRecorded(Connection& connection, std::string_view companyID, std::string_view entryID);
 
-/// Writes the entry and its legs after all others of the company and links its receipts to it, as the next change.
-void append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry);
+/// Writes the entry and its legs after all others of the company and links its receipts to it, as the next change. The
+/// entry's JSON as it is kept.
+std::string append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry);
 
 /// Links further receipts to a recorded entry, as the next change.
 void linkReceipts(Connection& connection, std::string_view companyID, std::string_view entryID,
@@ -67,7 +63,7 @@ std::vector<std::string> activeOpeningIDs(Connection& connection, std::string_vi
 /// Whether any entry moves money on the account.
 bool touches(Connection& connection, std::string_view companyID, std::string_view accountID);
 
-/// The day of the company's earliest entry, whenever it was recorded; takes time in proportion to the entries.
+/// The day of the company's earliest entry, whenever it was recorded.
 std::optional<std::string> earliestDay(Connection& connection, std::string_view companyID);
 
 }

@@ -71,14 +71,16 @@ std::string FragmentRepository::shape()
     return Random::digest(names);
 }
 
-void FragmentRepository::insert(Connection& connection, const CompanyState& state, int accountSet,
-                                std::int64_t sequence, const LedgerTransaction& entry)
+std::string FragmentRepository::insert(Connection& connection, const CompanyState& state, int accountSet,
+                                       std::int64_t sequence, const LedgerTransaction& entry)
 {
+    auto text = Json::encode(entry);
     Query{connection, insertFragment}
         .bind("key", keyOf(state, sequence))
         .bind("set", accountSet)
-        .bind("text", Json::encode(entry))
+        .bind("text", text)
         .run();
+    return text;
 }
 
 void FragmentRepository::renew(Connection& connection, std::string_view companyID, const CompanyState& state,

@@ -29,8 +29,8 @@ namespace FragmentRepository {
 /// What fragments are made of: differs as soon as an entry is encoded in another way.
 std::string shape();
 
-void insert(Connection& connection, const CompanyState& state, int accountSet, std::int64_t sequence,
-            const LedgerTransaction& entry);
+std::string insert(Connection& connection, const CompanyState& state, int accountSet, std::int64_t sequence,
+                   const LedgerTransaction& entry);
 
 /// Encodes the entry anew, as it stands from `state.lastChange` on.
 void renew(Connection& connection, std::string_view companyID, const CompanyState& state, std::int64_t sequence,

@@ -268,6 +268,14 @@ constexpr std::array strictness{
 };
 
 // References of refunds are compared without regard to case.
+/// Beside the company's counter, so that asking for it looks at no entries.
+constexpr std::array earliestDays{
+    R"sql(
+    ALTER TABLE companies ADD COLUMN earliest_day TEXT)sql",
+    R"sql(
+    UPDATE companies SET earliest_day = (SELECT MIN(date) FROM entries WHERE company_id = companies.id))sql",
+};
+
 constexpr std::array foldedReferences{
     R"sql(
     DROP INDEX refunds_by_reference)sql",
@@ -293,6 +301,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{PeopleSchema::correspondence()},
         Step{CapitalSchema::tables()},
         Step{CompanyRequestSchema::statements},
+        Step{earliestDays},
     };
     return steps;
 }
