@@ -55,8 +55,7 @@ const std::array shown{
                     under.server.answer("POST v1/transactions", ServerReply::parked());
                     choose(under, good);
                     under.screen.press("importStart");
-                    under.screen.waitFor("questionDialog");
-                    under.screen.keys("Return");
+                    under.screen.press("questionConfirm");
                     under.screen.waitFor("importProgress");
                 }},
 };
