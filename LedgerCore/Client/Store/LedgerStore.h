@@ -117,10 +117,13 @@ public:
     /// Repeats the kept request of an earlier attempt on the same entry as it stood.
     QCoro::Task<Result<void>> reverseTransaction(std::string id, std::string reason);
 
-    QCoro::Task<Result<Attachment>> uploadAttachment(std::string name, std::string mime, std::string data);
-    QCoro::Task<Result<void>> attach(std::string entryID, std::vector<std::string> attachmentIDs);
+    // Where `publishError` is false, the screen itself says what failed.
+    QCoro::Task<Result<Attachment>> uploadAttachment(std::string name, std::string mime, std::string data,
+                                                     bool publishError = true);
+    QCoro::Task<Result<void>> attach(std::string entryID, std::vector<std::string> attachmentIDs,
+                                     bool publishError = true);
     /// Gives the private file that holds the receipt; sends nothing for one that was downloaded before.
-    QCoro::Task<Result<std::filesystem::path>> downloadAttachment(std::string id);
+    QCoro::Task<Result<std::filesystem::path>> downloadAttachment(std::string id, bool publishError = true);
     /// What is known of a receipt of the books or one uploaded in this session; null for others.
     [[nodiscard]] const Attachment* attachment(const std::string& id) const;
     void refreshAttachmentCacheSize();

@@ -23,10 +23,13 @@ std::string uploadBody(std::string name, std::string mime, const std::string& da
 
 }
 
-QCoro::Task<Result<Attachment>> LedgerStore::uploadAttachment(std::string name, std::string mime, std::string data)
+QCoro::Task<Result<Attachment>> LedgerStore::uploadAttachment(std::string name, std::string mime, std::string data,
+                                                              bool publishError)
 {
-    return operation<Attachment>(Publishing::on, [this, name = std::move(name), mime = std::move(mime),
-                                                  data = std::move(data)] { return upload(name, mime, data); });
+    return operation<Attachment>(publishing(publishError),
+                                 [this, name = std::move(name), mime = std::move(mime), data = std::move(data)] {
+                                     return upload(name, mime, data);
+                                 });
 }
 
 QCoro::Task<Result<Attachment>> LedgerStore::upload(std::string name, std::string mime, std::string data)
@@ -55,11 +58,12 @@ QCoro::Task<Result<Attachment>> LedgerStore::upload(std::string name, std::strin
     co_return std::move(*uploaded);
 }
 
-QCoro::Task<Result<void>> LedgerStore::attach(std::string entryID, std::vector<std::string> attachmentIDs)
+QCoro::Task<Result<void>> LedgerStore::attach(std::string entryID, std::vector<std::string> attachmentIDs,
+                                              bool publishError)
 {
     const AttachmentLink link{.attachmentIDs = std::move(attachmentIDs)};
     return change({.method = "POST", .path = "v1/transactions/" + entryID + "/attachments", .body = Json::encode(link)},
-                  Publishing::on);
+                  publishing(publishError));
 }
 
 const Attachment* LedgerStore::attachment(const std::string& id) const
@@ -74,9 +78,10 @@ const Attachment* LedgerStore::attachment(const std::string& id) const
     return uploaded == m_uploadedAttachmentMetadata.end() ? nullptr : &uploaded->second;
 }
 
-QCoro::Task<Result<std::filesystem::path>> LedgerStore::downloadAttachment(std::string id)
+QCoro::Task<Result<std::filesystem::path>> LedgerStore::downloadAttachment(std::string id, bool publishError)
 {
-    return operation<std::filesystem::path>(Publishing::on, [this, id = std::move(id)] { return download(id); });
+    return operation<std::filesystem::path>(publishing(publishError),
+                                            [this, id = std::move(id)] { return download(id); });
 }
 
 QCoro::Task<Result<std::filesystem::path>> LedgerStore::download(std::string id)
