@@ -5,9 +5,12 @@
 #include <QStringList>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
+#include "LedgerCore/Domain/Entries/ReceiptRules.h"
 #include "LedgerCore/Domain/Entries/ReversalRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -91,7 +94,7 @@ std::vector<Detail::Receipt> receiptsOf(const LedgerBook& book, const LedgerTran
     for (const auto& id : transaction.attachmentIDs) {
         const auto found = std::ranges::find(attachments, id, &Attachment::id);
         if (found != attachments.end())
-            receipts.push_back({QString::fromStdString(found->name), byteText(found->byteCount, book.locale()),
+            receipts.push_back({id, QString::fromStdString(found->name), byteText(found->byteCount, book.locale()),
                                 found->mime.starts_with("image/")});
     }
     return receipts;
@@ -145,6 +148,8 @@ LedgerEntryDetail detailOf(const LedgerBook& book, std::uint32_t at)
     detail.legs = legsOf(book, at);
     detail.links = linksOf(book, transaction);
     detail.receipts = receiptsOf(book, transaction);
+    detail.takesReceipts = transaction.attachmentIDs.size() < EntryLimits::receipts &&
+                           ReceiptRules::mayLink(transaction, book.snapshot().currentMember);
     addCorrection(detail, book, transaction);
     return detail;
 }
@@ -169,15 +174,4 @@ std::optional<std::int64_t> balanceAfter(const LedgerBook& book, std::uint32_t a
     }
     const bool isComplete = all == account->balance(book.currencies().id(leg.currency));
     return isComplete ? until : std::nullopt;
-}
-
-QString byteText(std::int64_t bytes, std::string_view locale)
-{
-    constexpr std::int64_t kilo = 1000;
-    constexpr std::int64_t mega = kilo * kilo;
-    if (bytes < mega)
-        return QStringLiteral("%1 KB").arg((std::max<std::int64_t>(bytes, 1) + kilo - 1) / kilo);
-    const auto tenths = (bytes + mega / 20) / (mega / 10);
-    const auto point = QLatin1Char(Money::separators(locale).decimal);
-    return QStringLiteral("%1%2%3 MB").arg(tenths / 10).arg(point).arg(tenths % 10);
 }

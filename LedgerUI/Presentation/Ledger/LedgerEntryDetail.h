@@ -29,6 +29,7 @@ struct LedgerEntryDetail {
         bool operator==(const Link&) const = default;
     };
     struct Receipt {
+        std::string id;
         QString name;
         QString size;
         bool isImage = false;
@@ -46,6 +47,7 @@ struct LedgerEntryDetail {
     std::vector<Leg> legs;
     std::vector<Link> links;
     std::vector<Receipt> receipts;
+    bool takesReceipts = false; // the member may add some, and there is room
     bool offersReversal = false;
     QString correction; // where or why not to undo the entry, in words; empty when nothing is to be said
 
@@ -57,6 +59,3 @@ LedgerEntryDetail detailOf(const LedgerBook& book, std::uint32_t at);
 /// What was on the account right after the entry, in accounting order; nothing unless the entries that the member sees
 /// explain the whole balance of today.
 std::optional<std::int64_t> balanceAfter(const LedgerBook& book, std::uint32_t at, const LedgerBook::Leg& leg);
-
-/// "412 KB", "1.1 MB".
-QString byteText(std::int64_t bytes, std::string_view locale);

@@ -10,6 +10,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {

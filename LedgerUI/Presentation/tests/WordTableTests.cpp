@@ -22,6 +22,7 @@
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -51,6 +52,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"keyWords", &keyWords()},
         {"ledgerWords", &ledgerWords()},
         {"periodWords", &periodWords()},
+        {"receiptWords", &receiptWords()},
         {"reportWords", &reportWords()},
         {"roleWords", &roleWords()},
         {"serviceMessages", &serviceMessages()},
