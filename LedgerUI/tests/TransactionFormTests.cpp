@@ -64,8 +64,8 @@ TEST(TransactionForm, IsTabbedThroughInReadingOrder)
     FormUnderTest under;
     EXPECT_EQ(tabOrder(under.control("segment0")),
               (std::vector<std::string>{"segment0", "entryAccount", "entryCurrency", "entryAmount", "entryCategory0",
-                                        "entryCategory1", "entryAllCategories", "entryNote", "entryDay", "entryCancel",
-                                        "entrySave"}));
+                                        "entryCategory1", "entryAllCategories", "entryNote", "receiptPhotos",
+                                        "receiptFiles", "entryDay", "entryCancel", "entrySave"}));
 }
 
 TEST(TransactionForm, SendsNothingOnASecondClick)

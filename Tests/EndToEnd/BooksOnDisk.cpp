@@ -10,6 +10,14 @@ namespace {
 
 constexpr auto countNoted = "SELECT COUNT(*) FROM entries WHERE note = ?1";
 
+constexpr auto countReceipts = R"sql(
+    SELECT COUNT(*) FROM attachments AS receipt JOIN entries AS entry
+        ON entry.company_id = receipt.company_id AND entry.id = receipt.transaction_id
+    WHERE entry.note = ?1
+)sql";
+
+constexpr auto countLoose = "SELECT COUNT(*) FROM attachments WHERE linked_change = 0";
+
 constexpr auto countBroken = R"sql(
     SELECT COUNT(*) FROM balances AS held WHERE amount_minor <> (
         SELECT COALESCE(SUM(amount_minor), 0) FROM legs
@@ -22,6 +30,16 @@ constexpr auto countBroken = R"sql(
 int BooksOnDisk::entriesNoted(const QString& note) const
 {
     return static_cast<int>(number(countNoted, note));
+}
+
+int BooksOnDisk::receiptsOn(const QString& note) const
+{
+    return static_cast<int>(number(countReceipts, note));
+}
+
+int BooksOnDisk::looseReceipts() const
+{
+    return static_cast<int>(number(countLoose, {}));
 }
 
 int BooksOnDisk::brokenBalances() const

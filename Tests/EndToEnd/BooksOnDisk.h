@@ -12,6 +12,10 @@ public:
 
     /// How many entries carry this note, in all companies.
     [[nodiscard]] int entriesNoted(const QString& note) const;
+    /// How many receipts the entries with this note carry.
+    [[nodiscard]] int receiptsOn(const QString& note) const;
+    /// How many receipts were uploaded and belong to no entry.
+    [[nodiscard]] int looseReceipts() const;
     /// How many balances differ from the sum of their legs.
     [[nodiscard]] int brokenBalances() const;
 

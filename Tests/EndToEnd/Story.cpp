@@ -16,6 +16,7 @@ std::span<const Story> stories()
         Story{"ledger", "Reading the ledger", tellOfTheLedger},
         Story{"accounts", "Reading the accounts", tellOfAccounts},
         Story{"recording", "Recording an expense", tellOfRecording},
+        Story{"receipts", "Receipts of an entry", tellOfReceipts},
         Story{"reversing", "Undoing an entry", tellOfReversing},
         Story{"languages", "Four languages, large and small, light and dark", tellOfLanguagesAndSizes},
         Story{"coming-back", "Leaving and coming back", tellOfComingBack},

@@ -49,6 +49,7 @@ void tellOfJoining(Stage& stage);
 void tellOfTheLedger(Stage& stage);
 void tellOfAccounts(Stage& stage);
 void tellOfRecording(Stage& stage);
+void tellOfReceipts(Stage& stage);
 void tellOfReversing(Stage& stage);
 void tellOfLanguagesAndSizes(Stage& stage);
 void tellOfComingBack(Stage& stage);

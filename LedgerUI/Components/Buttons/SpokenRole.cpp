@@ -3,11 +3,12 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QVariant>
 
 namespace {
 
 constexpr auto mark = "spokenAsRadioButton";
-constexpr auto groupMark = "spokenAsGroup";
+constexpr auto roleMark = "spokenAs"; // of a plain widget
 
 class RadioInterface final : public QAccessibleWidget {
 public:
@@ -42,8 +43,9 @@ QAccessibleInterface* interfaceFor(const QString& /*className*/, QObject* object
 {
     if (auto* const button = qobject_cast<QAbstractButton*>(object); button && button->property(mark).toBool())
         return new RadioInterface{button};
-    auto* const panel = qobject_cast<QWidget*>(object);
-    return panel && panel->property(groupMark).toBool() ? new QAccessibleWidget{panel, QAccessible::Grouping} : nullptr;
+    auto* const plain = qobject_cast<QWidget*>(object);
+    const auto role = plain ? plain->property(roleMark) : QVariant{};
+    return role.isValid() ? new QAccessibleWidget{plain, static_cast<QAccessible::Role>(role.toInt())} : nullptr;
 }
 
 void installOnce()
@@ -71,5 +73,11 @@ void speakAsRadioButton(QAbstractButton& button)
 void speakAsGroup(QWidget& panel)
 {
     installOnce();
-    panel.setProperty(groupMark, true);
+    panel.setProperty(roleMark, static_cast<int>(QAccessible::Grouping));
+}
+
+void speakAsPicture(QWidget& picture)
+{
+    installOnce();
+    picture.setProperty(roleMark, static_cast<int>(QAccessible::Graphic));
 }

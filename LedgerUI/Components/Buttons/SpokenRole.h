@@ -9,3 +9,6 @@ void speakAsRadioButton(QAbstractButton& button);
 
 /// Has readers speak of a panel that holds the keyboard as a group. To be called when the panel is made.
 void speakAsGroup(QWidget& panel);
+
+/// Has readers speak of a widget that paints a picture as such. To be called when the widget is made.
+void speakAsPicture(QWidget& picture);

@@ -12,13 +12,17 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Screens/Entry/EntryDayField.h"
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
+#include "LedgerUI/Screens/Receipts/ReceiptInput.h"
+#include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
 
 namespace {
 
-constexpr int formWidth = 560;
+constexpr int formWidth = 528;
+constexpr int receiptsWidth = 332;
 
 }
 
@@ -43,6 +47,7 @@ TransactionForm::TransactionForm(LedgerStore& store, EntrySubmission submission,
     m_body = new EntryFormBody;
     m_day = new EntryDayField;
     setBody(m_body, formWidth);
+    bindReceipts();
     setFootPart(m_day);
     confirmButton().setObjectName(QStringLiteral("entrySave"));
     cancelButton().setObjectName(QStringLiteral("entryCancel"));
@@ -56,6 +61,31 @@ bool TransactionForm::supports(std::string_view kind)
     static constexpr std::array kinds{EntryKind::expense,  EntryKind::income, EntryKind::transfer,
                                       EntryKind::exchange, EntryKind::refund, EntryKind::opening};
     return std::ranges::find(kinds, kind) != kinds.end();
+}
+
+void TransactionForm::bindReceipts()
+{
+    m_uploads = new ReceiptUploads(store(), 0, this);
+    m_uploads->adopt(m_submission.form().draft.attachments);
+    m_receipts = new ReceiptsPane(*m_uploads);
+    setAside(m_receipts, receiptsWidth);
+    auto* input = new ReceiptInput(*this);
+    connect(input, &ReceiptInput::given, m_receipts, &ReceiptsPane::addFiles);
+    connect(m_uploads, &ReceiptUploads::changed, this, &TransactionForm::adoptReceipts);
+    connect(m_uploads, &ReceiptUploads::rested, this, [this] {
+        if (std::exchange(m_savesOnceUploaded, false))
+            submit();
+    });
+}
+
+/// The draft takes the receipts that are uploaded.
+void TransactionForm::adoptReceipts()
+{
+    edit([this](EntryEditing now) {
+        now.draft.attachments = m_uploads->attachmentIDs();
+        std::erase_if(now.problems, [](const EntryProblem& each) { return each.field == EntryField::receipts; });
+        return now;
+    });
 }
 
 void TransactionForm::edit(auto change)
@@ -74,6 +104,7 @@ template <class... Values>
 void TransactionForm::connectEdit(void (EntryFormBody::*edited)(Values...), auto change)
 {
     connect(m_body, edited, this, [this, change](Values... values) {
+        m_savesOnceUploaded = false; // who goes on writing is not done yet
         edit([&](const EntryEditing& now) { return change(now, values...); });
     });
 }
@@ -125,15 +156,19 @@ void TransactionForm::present()
 {
     const auto shown = content();
     const auto& draft = m_submission.form().draft;
+    const bool isWaiting = m_savesOnceUploaded && m_submission.isEditing();
+    m_receipts->setLocked(!m_submission.isEditing());
     setWindowTitle(shown.title);
     m_body->present(shown, draft.originalIncomeID);
     m_day->present(shown.day);
-    presentStanding({.stage = shown.stage,
-                     .refusal = m_submission.refusal(),
-                     .note = {.kind = Banner::Kind::error, .text = shown.receiptsMessage},
-                     .confirm = shown.confirm,
-                     .draftWords = &EntryWords::words(),
-                     .hasChanges = EntryForm::hasDraft(draft, m_initial)});
+    presentStanding(
+        {.stage = shown.stage,
+         .refusal = m_submission.refusal(),
+         .note = isWaiting ? Note{.text = word(receiptWords(), "wait")}
+                           : Note{.kind = Banner::Kind::error, .text = shown.receiptsMessage},
+         .confirm = shown.confirm,
+         .draftWords = &EntryWords::words(),
+         .hasChanges = EntryForm::hasDraft(draft, m_initial) || m_uploads->all().size() > draft.attachments.size()});
 }
 
 void TransactionForm::submit()
@@ -152,7 +187,10 @@ void TransactionForm::submit()
     present();
     const auto shown = content();
     auto* const wrong = shown.day.message.isEmpty() ? m_body->firstWrong(shown) : m_day->control();
-    if (!wrong && input) {
+    if (!wrong && input && m_uploads->isBusy()) {
+        m_savesOnceUploaded = true;
+        present();
+    } else if (!wrong && input) {
         m_submission.send(std::move(*input));
         send();
     } else if (wrong) {
@@ -177,6 +215,8 @@ void TransactionForm::finish(const Result<std::string>& reply)
         m_submission.succeed();
         Q_EMIT recorded(qString(*reply));
         leave();
+        if (const auto failed = m_uploads->failed(); !failed.empty() && !reply->empty())
+            Q_EMIT receiptsLeft(qString(*reply), m_submission.command()->attachmentIDs.size(), failed);
         return;
     }
     m_submission.fail(reply.error());

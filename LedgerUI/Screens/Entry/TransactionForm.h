@@ -5,9 +5,11 @@
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Entry/EntryFormContent.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptUploads.h"
 
 class EntryDayField;
 class EntryFormBody;
+class ReceiptsPane;
 
 /// Records one entry. Deletes itself when it closes; open it with `open()` over its window.
 class TransactionForm final : public CommandForm {
@@ -24,6 +26,8 @@ Q_SIGNALS:
     /// The entry is recorded and the form about to close. `entryID` is its id in the store's snapshot, empty when the
     /// ledger could not be reloaded.
     void recorded(const QString& entryID);
+    /// Receipts that could not be uploaded, of an entry that is recorded now.
+    void receiptsLeft(const QString& entryID, std::size_t uploaded, const std::vector<ReceiptUpload>& failed);
 
 private:
     void present() override;
@@ -33,6 +37,8 @@ private:
 
     TransactionForm(LedgerStore& store, EntrySubmission submission, QWidget* parent);
     void bind();
+    void bindReceipts();
+    void adoptReceipts();
     void offer();
     [[nodiscard]] EntryFormContent content() const;
     void submit();
@@ -49,4 +55,7 @@ private:
     TransactionDraft m_initial;
     EntryFormBody* m_body = nullptr;
     EntryDayField* m_day = nullptr;
+    ReceiptUploads* m_uploads = nullptr;
+    ReceiptsPane* m_receipts = nullptr;
+    bool m_savesOnceUploaded = false; // the person has pressed Save while receipts were on their way
 };

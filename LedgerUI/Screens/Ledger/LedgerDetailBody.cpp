@@ -4,13 +4,15 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Page/Line.h"
-#include "LedgerUI/Components/Text/ElidedLabel.h"
-#include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/SelectableText.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Screens/Receipts/ReceiptButton.h"
+#include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -131,20 +133,37 @@ void LedgerDetailBody::addLeg(const LedgerEntryDetail::Leg& leg, const QString& 
     addLine();
 }
 
-void LedgerDetailBody::addReceipt(const LedgerEntryDetail::Receipt& receipt)
+void LedgerDetailBody::addReceipt(const LedgerEntryDetail::Receipt& receipt, const Action& open)
 {
     auto* row = new QHBoxLayout;
-    row->setContentsMargins(0, Space::step1 + 2, 0, Space::step1 + 2);
-    row->setSpacing(Space::step2);
-    row->addWidget(
-        new GlyphLabel(receipt.isImage ? QStringLiteral("file-earmark-image") : QStringLiteral("file-earmark-pdf"),
-                       Token::text2, Space::icon, this));
-    auto* name = new ElidedLabel(TypeStep::body, Token::text, Qt::ElideMiddle, this);
-    name->setText(receipt.name);
+    row->setContentsMargins(0, 1, 0, 1);
+    row->setSpacing(Space::step1);
+    auto* name = new ReceiptButton(this);
+    name->setObjectName(QStringLiteral("detailReceipt"));
+    name->present(receipt.name, !receipt.isImage);
+    name->setAccessibleName(listed({receipt.name, receipt.size}, InterfaceLanguage::tag()));
+    connect(name, &QAbstractButton::clicked, this, open);
+    auto* look = new IconButton(QStringLiteral("eye"), IconButton::Frame::none, this);
+    look->setObjectName(QStringLiteral("detailReceiptLook"));
+    look->setName(word(receiptWords(), "preview", {receipt.name.toStdString()}));
+    connect(look, &QAbstractButton::clicked, this, open);
     row->addWidget(name, 1);
     row->addWidget(label(receipt.size, TypeStep::micro, Token::text2, this));
+    row->addWidget(look);
     m_rows->addLayout(row);
     addLine();
+}
+
+void LedgerDetailBody::addButton(const QString& objectName, const QString& glyph, const QString& text,
+                                 const Action& action)
+{
+    auto* button = new QPushButton(Icon::of(glyph, Token::accent), text, this);
+    button->setObjectName(objectName);
+    button->setProperty("kind", QStringLiteral("flat"));
+    button->setIconSize({Space::iconBeforeText, Space::icon});
+    connect(button, &QPushButton::clicked, this, action);
+    m_rows->addSpacing(Space::step1);
+    m_rows->addWidget(button, 0, Qt::AlignLeft);
 }
 
 void LedgerDetailBody::addLink(const QString& name, const QString& text, const Action& action)

@@ -25,7 +25,9 @@ public:
     void addLines(const std::vector<LedgerEntryDetail::Line>& lines);
     void addSection(const QString& title, const QString& count = {});
     void addLeg(const LedgerEntryDetail::Leg& leg, const QString& afterLabel);
-    void addReceipt(const LedgerEntryDetail::Receipt& receipt);
+    /// A receipt that opens where its row is pressed.
+    void addReceipt(const LedgerEntryDetail::Receipt& receipt, const Action& open);
+    void addButton(const QString& objectName, const QString& glyph, const QString& text, const Action& action);
     /// A label and a text that leads somewhere; without an action the text only stands there.
     void addLink(const QString& label, const QString& text, const Action& action);
     void addGroup(const QString& title);

@@ -17,6 +17,9 @@
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Screens/Ledger/LedgerBalancesBody.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
+#include "LedgerUI/Screens/Receipts/ReceiptInput.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -72,6 +75,7 @@ LedgerDetailPane::LedgerDetailPane(QWidget* parent) : QFrame{parent}
     rows->addWidget(m_foot);
     m_headline->setMinimumHeight(headHeight - Space::step1);
     connect(m_close, &QToolButton::clicked, this, &LedgerDetailPane::closeWanted);
+    connect(new ReceiptInput(*this), &ReceiptInput::given, this, &LedgerDetailPane::takeFiles);
     retranslate();
 }
 
@@ -100,11 +104,7 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
                 target.isEmpty() ? LedgerDetailBody::Action{} : [this, target] { Q_EMIT entryWanted(target); });
         }
     }
-    if (!detail.receipts.empty()) {
-        body->addSection(text("detail.receipts"), QString::number(detail.receipts.size()));
-        for (const auto& receipt : detail.receipts)
-            body->addReceipt(receipt);
-    }
+    addReceipts(*body, detail);
     if (!detail.correction.isEmpty()) {
         body->addGap(Space::sectionGap);
         body->addText(detail.correction, Token::text2);
@@ -119,7 +119,27 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
     reverse->setToolTip(isBusy ? text("newEntry.busy") : QString{});
     const auto id = QString::fromStdString(detail.id);
     connect(reverse, &QPushButton::clicked, this, [this, id] { Q_EMIT reversalWanted(id); });
-    setFoot(reverse);
+    setFoot({reverse});
+}
+
+void LedgerDetailPane::addReceipts(LedgerDetailBody& body, const LedgerEntryDetail& detail)
+{
+    if (detail.receipts.empty() && !detail.takesReceipts)
+        return;
+    const auto id = qString(detail.id);
+    body.addSection(text("detail.receipts"), QString::number(detail.receipts.size()));
+    for (std::size_t at = 0; at < detail.receipts.size(); ++at)
+        body.addReceipt(detail.receipts[at], [this, id, at] { Q_EMIT receiptWanted(id, at); });
+    if (detail.takesReceipts)
+        body.addButton(QStringLiteral("addReceiptsButton"), QStringLiteral("plus-lg"), word(receiptWords(), "add"),
+                       [this, id] { Q_EMIT receiptsOffered(id, {}); });
+}
+
+void LedgerDetailPane::takeFiles(const std::vector<ReceiptSource>& sources)
+{
+    const auto* shown = std::get_if<Entry>(&m_shown);
+    if (shown && shown->detail.takesReceipts)
+        Q_EMIT receiptsOffered(qString(shown->detail.id), sources);
 }
 
 void LedgerDetailPane::presentSelection(const QString& headline, const std::vector<MoneyText>& sums)
@@ -183,7 +203,7 @@ void LedgerDetailPane::setHead(const QString& glyph, const QString& headline, co
     m_glyph->setGlyph(glyph, glyphColor);
     m_headline->setText(headline);
     m_headline->setInk(headlineColor);
-    setFoot(nullptr);
+    setFoot({});
 }
 
 void LedgerDetailPane::showBody(LedgerDetailBody* body)
@@ -201,7 +221,7 @@ void LedgerDetailPane::showBody(LedgerDetailBody* body)
     m_lastStop = FocusChain::insert(m_close, body);
 }
 
-void LedgerDetailPane::setFoot(QWidget* action)
+void LedgerDetailPane::setFoot(const std::vector<QWidget*>& actions)
 {
     while (auto* item = m_footRow->takeAt(0)) {
         if (item->widget()) {
@@ -210,10 +230,12 @@ void LedgerDetailPane::setFoot(QWidget* action)
         }
         delete item;
     }
-    m_foot->setVisible(action != nullptr);
-    if (!action)
-        return;
-    m_footRow->addWidget(action);
+    m_foot->setVisible(!actions.empty());
+    auto* before = m_lastStop;
+    for (auto* action : actions) {
+        m_footRow->addWidget(action);
+        setTabOrder(before, action);
+        before = action;
+    }
     m_footRow->addStretch(1);
-    setTabOrder(m_lastStop, action);
 }

@@ -6,6 +6,7 @@
 
 #include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptSource.h"
 #include "LedgerUI/Theme/ThemeColor.h"
 
 class GlyphLabel;
@@ -37,6 +38,9 @@ Q_SIGNALS:
     void reversalWanted(const QString& entryID);
     void entryWanted(const QString& entryID);
     void accountWanted(const QString& accountID);
+    void receiptWanted(const QString& entryID, std::size_t at);
+    /// With the files that were dropped, or none.
+    void receiptsOffered(const QString& entryID, const std::vector<ReceiptSource>& sources);
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -63,7 +67,9 @@ private:
                  const ThemeColor& headlineColor);
     /// Puts the filled body in the place of the one before.
     void showBody(LedgerDetailBody* body);
-    void setFoot(QWidget* action);
+    void setFoot(const std::vector<QWidget*>& actions);
+    void addReceipts(LedgerDetailBody& body, const LedgerEntryDetail& detail);
+    void takeFiles(const std::vector<ReceiptSource>& sources);
 
     Shown m_shown; // nothing yet, or not in this language
     GlyphLabel* m_glyph = nullptr;

@@ -1,5 +1,6 @@
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QAction>
@@ -22,7 +23,10 @@
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/LedgerNames.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
@@ -35,6 +39,7 @@
 #include "LedgerUI/Screens/Ledger/LedgerNoticeView.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerTotalsStrip.h"
+#include "LedgerUI/Screens/Receipts/ReceiptPreviewDialog.h"
 
 namespace {
 
@@ -57,6 +62,15 @@ std::vector<MoneyText> netAmounts(const std::vector<LedgerTotal>& totals)
 std::vector<LedgerTotal> selectedTotals(const LedgerListing& listing, const std::vector<std::uint32_t>& selected)
 {
     return selected.size() == listing.rows.size() ? listing.totals : totals(*listing.book, selected);
+}
+
+/// Looked up in the snapshot itself: a large ledger that has just come is not ready to be searched yet.
+const LedgerTransaction* entryOf(const SnapshotPointer& snapshot, const std::string& id)
+{
+    if (!snapshot)
+        return nullptr;
+    const auto found = std::ranges::find(snapshot->transactions, id, &LedgerTransaction::id);
+    return found == snapshot->transactions.end() ? nullptr : &*found;
 }
 
 /// The account that the ledger is narrowed to, where it is a single one.
@@ -158,6 +172,12 @@ void LedgerView::bindParts()
     connect(m_detail, &LedgerDetailPane::reversalWanted, this,
             [this](const QString& id) { reverse(id.toStdString()); });
     connect(m_detail, &LedgerDetailPane::entryWanted, this, entryWanted);
+    connect(m_detail, &LedgerDetailPane::receiptWanted, this,
+            [this](const QString& id, std::size_t at) { showReceipt(id.toStdString(), at); });
+    connect(m_detail, &LedgerDetailPane::receiptsOffered, this,
+            [this](const QString& id, const std::vector<ReceiptSource>& sources) {
+                addReceipts({.entryID = id.toStdString(), .sources = sources});
+            });
     connect(m_detail, &LedgerDetailPane::accountWanted, this,
             [this](const QString& id) { showOnlyAccount(id.toStdString()); });
 }
@@ -398,6 +418,10 @@ void LedgerView::openForm(TransactionForm* form)
         showEntry(id.toStdString(), Shows::whereItStands);
         Q_EMIT done(text("done.recorded"));
     });
+    connect(form, &TransactionForm::receiptsLeft, this,
+            [this](const QString& id, std::size_t uploaded, const std::vector<ReceiptUpload>& failed) {
+                addReceipts({.entryID = id.toStdString(), .failed = failed, .uploaded = uploaded});
+            });
     form->open();
 }
 
@@ -446,5 +470,38 @@ void LedgerView::reverse(const std::string& id)
         showEntry(original.toStdString(), Shows::always);
         Q_EMIT done(text("done.reversed"));
     });
+    dialog->open();
+}
+
+void LedgerView::showReceipt(const std::string& entryID, std::size_t at)
+{
+    const auto snapshot = m_store.snapshot();
+    const auto* entry = entryOf(snapshot, entryID);
+    if (!entry)
+        return;
+    std::vector<Attachment> receipts;
+    for (const auto& id : entry->attachmentIDs) {
+        if (const auto* known = m_store.attachment(id))
+            receipts.push_back(*known);
+    }
+    if (at < receipts.size())
+        (new ReceiptPreviewDialog(m_store, std::move(receipts), at, window()))->open();
+}
+
+void LedgerView::addReceipts(AddReceiptsDialog::Opening opening)
+{
+    const auto snapshot = m_store.snapshot();
+    const auto* entry = entryOf(snapshot, opening.entryID);
+    if (!entry)
+        return;
+    const LedgerNames names{*snapshot, InterfaceLanguage::tag()};
+    QStringList parts{DayText::shortDate(entry->date, InterfaceLanguage::tag()), qString(names.kind(*entry))};
+    if (!entry->legs.empty()) {
+        const auto& leg = entry->legs.front();
+        parts << movementText(leg.amountMinor, leg.currency, InterfaceLanguage::tag()).text();
+    }
+    opening.entryText = parts.join(QStringLiteral(" · "));
+    auto* dialog = new AddReceiptsDialog(m_store, std::move(opening), window());
+    connect(dialog, &AddReceiptsDialog::added, this, [this] { Q_EMIT done(word(receiptWords(), "add.done")); });
     dialog->open();
 }

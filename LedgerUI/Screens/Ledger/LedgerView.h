@@ -6,6 +6,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+#include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
 class ActionSet;
@@ -62,6 +63,8 @@ private:
     void importLedger();
     void duplicate(const std::string& id);
     void reverse(const std::string& id);
+    void showReceipt(const std::string& entryID, std::size_t at);
+    void addReceipts(AddReceiptsDialog::Opening opening);
 
     LedgerStore& m_store;
     LedgerBrowser* m_browser = nullptr;

@@ -1,0 +1,165 @@
+#include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QCoro/QCoroTask>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Dialogs/FocusChain.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Screens/Receipts/ReceiptInput.h"
+#include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int dialogWidth = 480;
+constexpr int paneHeight = 400;
+
+std::size_t receiptsOn(const LedgerSnapshot& snapshot, const std::string& entryID)
+{
+    const auto found = std::ranges::find(snapshot.transactions, entryID, &LedgerTransaction::id);
+    return found == snapshot.transactions.end() ? 0 : found->attachmentIDs.size();
+}
+
+}
+
+AddReceiptsDialog::AddReceiptsDialog(LedgerStore& store, Opening opening, QWidget* parent)
+    : CommandForm{store, parent}, m_entryID{std::move(opening.entryID)}, m_entryText{std::move(opening.entryText)},
+      m_uploaded{opening.uploaded}
+{
+    setObjectName(QStringLiteral("addReceipts"));
+    confirmButton().setObjectName(QStringLiteral("addReceiptsConfirm"));
+    cancelButton().setObjectName(QStringLiteral("addReceiptsCancel"));
+    m_uploads = new ReceiptUploads(store, receiptsOn(*snapshot(), m_entryID), this);
+    auto* body = new QWidget;
+    m_head = new TextLabel(TypeStep::body, Token::text, body);
+    m_head->setTextFormat(Qt::PlainText);
+    m_head->setWordWrap(true);
+    m_head->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, 0);
+    m_pane = new ReceiptsPane(*m_uploads, body);
+    m_pane->setMinimumHeight(paneHeight);
+    auto* column = new QVBoxLayout(body);
+    column->setContentsMargins(Space::step1, 0, Space::step1, 0);
+    column->addWidget(m_head);
+    column->addWidget(m_pane, 1);
+    setBody(body, dialogWidth);
+
+    auto* input = new ReceiptInput(*this);
+    connect(input, &ReceiptInput::given, m_pane, &ReceiptsPane::addFiles);
+    connect(m_uploads, &ReceiptUploads::changed, this, &AddReceiptsDialog::present);
+    connect(m_uploads, &ReceiptUploads::rested, this, [this] {
+        if (std::exchange(m_linksOnceUploaded, false))
+            submit();
+    });
+    connect(this, &FormDialog::confirmed, this, &AddReceiptsDialog::submit);
+    m_uploads->adopt(std::move(opening.failed));
+    m_pane->addFiles(opening.sources);
+    present();
+}
+
+void AddReceiptsDialog::present()
+{
+    setWindowTitle(word(receiptWords(), "add.title"));
+    m_head->setText(word(receiptWords(), "add.entry") + QLatin1Char{' '} + m_entryText);
+    m_hasNone = m_hasNone && m_uploads->all().empty();
+    m_pane->setLocked(!m_linking.isEditing());
+    presentStanding({.stage = m_linking.stage(),
+                     .refusal = m_linking.refusal(),
+                     .note = note(),
+                     .confirm = word(receiptWords(), "add.title"),
+                     .draftWords = &EntryWords::words(),
+                     .hasChanges = !m_uploads->all().empty()});
+}
+
+CommandForm::Note AddReceiptsDialog::note() const
+{
+    if (m_linksOnceUploaded)
+        return {.text = word(receiptWords(), "wait")};
+    if (m_hasNone)
+        return {.kind = Banner::Kind::error, .text = word(receiptWords(), "add.none")};
+    const auto said = outcome();
+    return {.kind = said.isEmpty() ? Banner::Kind::info : Banner::Kind::warn, .text = said};
+}
+
+/// How many of them made it and how many did not, once they have come to rest.
+QString AddReceiptsDialog::outcome() const
+{
+    const auto failed = m_uploads->failed().size();
+    if (failed == 0 || m_uploads->isBusy())
+        return {};
+    const auto uploaded = m_uploaded + m_uploads->attachmentIDs().size();
+    return word(receiptWords(), "outcome", {std::to_string(uploaded), std::to_string(failed)});
+}
+
+QWidget& AddReceiptsDialog::firstField() const
+{
+    if (m_linking.isUncertain())
+        return confirmButton();
+    auto* first = FocusChain::firstStop(m_pane);
+    return first ? *first : cancelButton();
+}
+
+void AddReceiptsDialog::adoptSnapshot()
+{
+    if (!m_linking.isSaving())
+        takeSnapshot();
+    present();
+}
+
+void AddReceiptsDialog::submit()
+{
+    if (m_linking.isUncertain()) {
+        m_linking.sendAgain();
+        send();
+        return;
+    }
+    if (!m_linking.isEditing())
+        return;
+    const auto ids = m_uploads->attachmentIDs();
+    m_linksOnceUploaded = m_uploads->isBusy();
+    m_hasNone = ids.empty() && m_uploads->all().empty();
+    if (m_linksOnceUploaded || ids.empty()) {
+        present();
+        return;
+    }
+    m_linking.send(ids);
+    send();
+}
+
+void AddReceiptsDialog::send()
+{
+    const auto ids = *m_linking.command();
+    present();
+    QCoro::connect(store().attach(m_entryID, ids, false), this, [this](const Result<void>& reply) { finish(reply); });
+}
+
+void AddReceiptsDialog::finish(const Result<void>& reply)
+{
+    if (!m_linking.isSaving() || !store().snapshot())
+        return;
+    if (!reply) {
+        m_linking.fail(reply.error());
+        present();
+        confirmButton().setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    m_linking.succeed();
+    m_uploaded += m_linking.command()->size();
+    Q_EMIT added(qString(m_entryID));
+    if (m_uploads->failed().empty()) {
+        leave();
+        return;
+    }
+    // Those that failed can be tried again here: none that is on the entry is sent once more.
+    m_linking = Linking{Form{}};
+    m_uploads->markLinked();
+    present();
+}

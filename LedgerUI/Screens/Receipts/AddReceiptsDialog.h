@@ -1,0 +1,54 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptUploads.h"
+
+class ReceiptsPane;
+class TextLabel;
+
+/// Gives receipts to an entry that is recorded already. Deletes itself when it closes.
+class AddReceiptsDialog final : public CommandForm {
+    Q_OBJECT
+public:
+    /// What the dialog opens with.
+    struct Opening {
+        std::string entryID;
+        QString entryText{};                  // the entry as its reader knows it
+        std::vector<ReceiptSource> sources{}; // to be uploaded at once
+        std::vector<ReceiptUpload> failed{};  // of the form that recorded the entry
+        std::size_t uploaded = 0;             // by that form
+    };
+
+    AddReceiptsDialog(LedgerStore& store, Opening opening, QWidget* parent);
+
+Q_SIGNALS:
+    /// The entry carries more receipts now.
+    void added(const QString& entryID);
+
+private:
+    struct Form {};
+    using Linking = Submission<Form, std::vector<std::string>>; // of the uploaded receipts, by their ids
+
+    void present() override;
+    void adoptSnapshot() override;
+    [[nodiscard]] QWidget& firstField() const override;
+
+    void submit();
+    void send();
+    void finish(const Result<void>& reply);
+    [[nodiscard]] QString outcome() const;
+    [[nodiscard]] Note note() const;
+
+    std::string m_entryID;
+    QString m_entryText;
+    std::size_t m_uploaded = 0; // receipts that are on the entry by now
+    Linking m_linking{Form{}};
+    ReceiptUploads* m_uploads = nullptr;
+    ReceiptsPane* m_pane = nullptr;
+    TextLabel* m_head = nullptr;
+    bool m_hasNone = false; // the person wanted to add no receipts
+    bool m_linksOnceUploaded = false;
+};
