@@ -119,10 +119,14 @@ struct Server::State {
 void Server::State::listen()
 {
     const tcp::endpoint endpoint{asio::ip::make_address(options.address), options.port};
-    acceptor.open(endpoint.protocol());
-    acceptor.set_option(tcp::acceptor::reuse_address{true});
-    acceptor.bind(endpoint);
-    acceptor.listen();
+    if (options.listeningSocket >= 0) {
+        acceptor.assign(endpoint.protocol(), options.listeningSocket);
+    } else {
+        acceptor.open(endpoint.protocol());
+        acceptor.set_option(tcp::acceptor::reuse_address{true});
+        acceptor.bind(endpoint);
+        acceptor.listen();
+    }
     port = acceptor.local_endpoint().port();
     spawnAccepting();
 }

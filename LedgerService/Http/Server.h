@@ -17,7 +17,8 @@ namespace LedgerService {
 
 struct ServerOptions {
     std::string address = "127.0.0.1";
-    std::uint16_t port = 0; // 0 picks a free one
+    std::uint16_t port = 0;   // 0 picks a free one
+    int listeningSocket = -1; // one that listens already, of a loopback address, instead of address and port
     std::string databaseFile;
     bool behindProxy = false;                // X-Forwarded-For names the client
     std::vector<std::string> trustedProxies; // addresses and networks; empty: whoever connects is the proxy

@@ -6,9 +6,11 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/address.hpp>
+#include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/signal_set.hpp>
 #include <csignal>
 #include <fmt/core.h>
+#include <sys/socket.h>
 
 #include "LedgerService/Http/Routes/AllRoutes.h"
 #include "LedgerService/Http/Server.h"
@@ -35,6 +37,19 @@ std::optional<std::uint16_t> portOf(std::string_view text)
     const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), port);
     const bool whole = failure == std::errc{} && end == text.data() + text.size();
     return whole ? std::optional{port} : std::nullopt;
+}
+
+ServerOptions serverOptionsOf(const Serve::Options& options, const Serve::Endpoint& endpoint)
+{
+    ServerOptions serverOptions;
+    serverOptions.address = endpoint.address;
+    serverOptions.port = endpoint.port;
+    serverOptions.databaseFile = options.databaseFile;
+    serverOptions.behindProxy = options.behindTlsProxy;
+    serverOptions.trustedProxies = options.trustedProxies;
+    serverOptions.policy.registration = options.registration;
+    serverOptions.routes = allRoutes();
+    return serverOptions;
 }
 
 /// The signals that end the service. They are caught from the making of this on, so that one that comes during the
@@ -106,11 +121,36 @@ std::expected<MailSettings, std::string> Serve::mailSettings(const Options& opti
     return settings;
 }
 
+std::optional<Serve::Endpoint> Serve::endpointOf(int listeningSocket)
+{
+    int listens = 0;
+    socklen_t size = sizeof(listens);
+    if (getsockopt(listeningSocket, SOL_SOCKET, SO_ACCEPTCONN, &listens, &size) != 0 || listens == 0)
+        return std::nullopt;
+    boost::asio::ip::tcp::endpoint place;
+    size = static_cast<socklen_t>(place.capacity());
+    if (getsockname(listeningSocket, place.data(), &size) != 0)
+        return std::nullopt;
+    const bool isTcp = place.data()->sa_family == AF_INET || place.data()->sa_family == AF_INET6;
+    return isTcp ? std::optional{Endpoint{place.address().to_string(), place.port()}} : std::nullopt;
+}
+
+std::expected<Serve::Endpoint, std::string> Serve::place(const Options& options, std::optional<int> handedOver)
+{
+    const auto found = handedOver ? endpointOf(*handedOver) : parseEndpoint(options.listen);
+    if (found)
+        return *found;
+    return std::unexpected(handedOver
+                               ? "what the service manager hands over is no socket that listens for TCP connections"
+                               : "--listen takes a numeric address and a port, such as 127.0.0.1:48731 or [::1]:48731");
+}
+
 int Serve::run(const Options& options)
 {
-    auto endpoint = parseEndpoint(options.listen);
+    const auto handedOver = ServiceManager::takeSocket();
+    auto endpoint = place(options, handedOver);
     if (!endpoint)
-        return fail("--listen takes a numeric address and a port, such as 127.0.0.1:48731 or [::1]:48731");
+        return fail(endpoint.error());
     if (!endpoint->isLoopback() && !options.behindTlsProxy)
         return fail("passwords and tokens would cross the network unprotected: put a proxy that speaks TLS in front "
                     "and say so with --behind-tls-proxy, or listen on a loopback address");
@@ -125,16 +165,10 @@ int Serve::run(const Options& options)
     auto mail = mailSettings(options, local);
     if (!mail)
         return fail(mail.error());
-    ServerOptions serverOptions;
-    serverOptions.address = endpoint->address;
-    serverOptions.port = endpoint->port;
-    serverOptions.databaseFile = options.databaseFile;
-    serverOptions.behindProxy = options.behindTlsProxy;
-    serverOptions.trustedProxies = options.trustedProxies;
+    auto serverOptions = serverOptionsOf(options, *endpoint);
+    serverOptions.listeningSocket = handedOver.value_or(-1);
     serverOptions.policy.demonstration = options.demonstration.value_or(local);
-    serverOptions.policy.registration = options.registration;
     serverOptions.mail = *std::move(mail);
-    serverOptions.routes = allRoutes();
     EndSignals endSignals;
     const auto server = Server::start(std::move(serverOptions));
     if (!server)

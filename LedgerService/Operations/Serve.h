@@ -44,6 +44,12 @@ struct Endpoint {
 /// Reads "127.0.0.1:48731" or "[::1]:48731"; nothing for other texts.
 std::optional<Endpoint> parseEndpoint(const std::string& text);
 
+/// Where a socket listens; nothing when it is none that takes connections over TCP.
+std::optional<Endpoint> endpointOf(int listeningSocket);
+
+/// Where the service listens: on the socket that it was handed over, else as the options say; or what is wrong there.
+std::expected<Endpoint, std::string> place(const Options& options, std::optional<int> handedOver);
+
 /// How mail leaves the service with these options, or in words what is wrong with them. `local` tells that the service
 /// is reached from this machine alone.
 std::expected<MailSettings, std::string> mailSettings(const Options& options, bool local);

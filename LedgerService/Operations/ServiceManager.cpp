@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -29,6 +30,21 @@ void ServiceManager::tell(const std::string& state)
                              reinterpret_cast<const sockaddr*>(&address),
                              static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + length)));
     close(opened);
+}
+
+std::optional<int> ServiceManager::takeSocket()
+{
+    constexpr int firstHandedOver = 3;
+    const char* const process = std::getenv("LISTEN_PID");
+    const char* const count = std::getenv("LISTEN_FDS");
+    const bool isForUs =
+        process != nullptr && count != nullptr && std::to_string(getpid()) == process && std::strcmp(count, "0") != 0;
+    unsetenv("LISTEN_PID");
+    unsetenv("LISTEN_FDS");
+    if (!isForUs)
+        return std::nullopt;
+    fcntl(firstHandedOver, F_SETFD, FD_CLOEXEC);
+    return firstHandedOver;
 }
 
 }
