@@ -2,6 +2,7 @@
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <optional>
 #include <thread>
 #include <vector>
@@ -10,10 +11,13 @@
 #include <fcntl.h>
 #include <fmt/core.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Operations/Serve.h"
 #include "LedgerService/Operations/Verify.h"
@@ -73,6 +77,41 @@ protected:
     std::string file = folder.file("books.sqlite");
 };
 
+/// A socket that a service manager opens, and the way in which it starts a program with it.
+class ManagerSocket {
+public:
+    explicit ManagerSocket(in_addr_t address) : m_socket{socket(AF_INET, SOCK_STREAM, 0)}
+    {
+        sockaddr_in place{};
+        place.sin_family = AF_INET;
+        place.sin_addr.s_addr = htonl(address);
+        socklen_t size = sizeof(place);
+        auto* const any = reinterpret_cast<sockaddr*>(&place);
+        const bool listens =
+            bind(m_socket, any, size) == 0 && listen(m_socket, 8) == 0 && getsockname(m_socket, any, &size) == 0;
+        require(listens, "a socket listens on a free port");
+        m_port = ntohs(place.sin_port);
+    }
+    ~ManagerSocket() { close(m_socket); }
+    ManagerSocket(const ManagerSocket&) = delete;
+    ManagerSocket& operator=(const ManagerSocket&) = delete;
+
+    [[nodiscard]] std::uint16_t port() const { return m_port; }
+    /// A program that starts the service as its manager does.
+    [[nodiscard]] std::string starter(const TemporaryFolder& folder) const
+    {
+        auto path = folder.file("start.sh");
+        std::ofstream{path} << fmt::format("#!/bin/bash\nexec 3<&{}\nLISTEN_PID=$$ LISTEN_FDS=1 exec {} \"$@\"\n",
+                                           m_socket, TALLYFOLD_SERVICE_PROGRAM);
+        std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+        return path;
+    }
+
+private:
+    int m_socket;
+    std::uint16_t m_port = 0;
+};
+
 std::string expenseToday(const std::string& key)
 {
     auto input = SampleBooks::expense(10);
@@ -128,6 +167,25 @@ TEST_F(ServedByAProcess, KeepsWhatItConfirmedAndNothingHalfDoneWhenKilledInTheMi
         << "sent again, each is there once";
     EXPECT_EQ(restarted.stop(), 0);
     EXPECT_EQ(run("verify --database " + file), 0);
+}
+
+TEST_F(ServedByAProcess, AnswersOnTheSocketThatItWasHandedOverWithWhatCameBeforeItsStart)
+{
+    const ManagerSocket manager{INADDR_LOOPBACK};
+    HttpClient early{manager.port()};
+    early.write("GET /health/ready HTTP/1.1\r\nHost: l\r\n\r\n");
+    ServiceProcess process{manager.starter(folder), file, {"--listen", "127.0.0.1:1"}};
+    EXPECT_EQ(process.port(), manager.port());
+    EXPECT_EQ(early.sendRaw("").status, 200);
+    EXPECT_FALSE(signIn(process).token.empty());
+    EXPECT_EQ(process.stop(), 0);
+}
+
+TEST_F(ServedByAProcess, RefusesAHandedOverSocketThatOtherMachinesReach)
+{
+    const ManagerSocket everywhere{INADDR_ANY};
+    const ServiceProcess process{everywhere.starter(folder), file};
+    EXPECT_EQ(process.port(), 0) << "without a proxy that speaks TLS";
 }
 
 TEST_F(ServedByAProcess, MakesItsDatabaseUnreadableToOthers)

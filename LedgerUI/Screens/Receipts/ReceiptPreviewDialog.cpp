@@ -11,11 +11,11 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
 #include <QtConcurrent/QtConcurrentRun>
 
+#include "LedgerCore/Client/Files/FileSaving.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerUI/Components/Buttons/IconButton.h"
@@ -265,10 +265,7 @@ void ReceiptPreviewDialog::writeCopy(const QString& target)
     });
     watcher->setFuture(QtConcurrent::run([path = m_file, target] {
         const auto content = contentOf(path);
-        // A copy appears whole or not at all.
-        QSaveFile file{target};
-        return !content.empty() && file.open(QIODevice::WriteOnly) &&
-               file.write(content.data(), std::ssize(content)) == std::ssize(content) && file.commit();
+        return !content.empty() && !FileSaving::write(target.toStdString(), content);
     }));
 }
 
