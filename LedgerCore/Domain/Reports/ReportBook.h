@@ -10,6 +10,7 @@
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Reports/Report.h"
+#include "LedgerCore/Domain/Reports/ReportFigure.h"
 #include "LedgerCore/Domain/Reports/ReportSource.h"
 
 /// The movements of a snapshot laid out for reports: built once in one pass over the entries, after which each report
@@ -34,6 +35,9 @@ public:
 
     [[nodiscard]] std::expected<ReportDailyBalances, ReportError> dailyBalances(const ReportScope& scope,
                                                                                 ReportRange range) const;
+
+    /// The legs in `range` that the figure is the sum of, in snapshot order.
+    [[nodiscard]] std::vector<ReportFigureLeg> legs(const ReportFigure& figure, ReportRange range) const;
 
     /// One leg on an account of the snapshot. The category is that of the entry, for a refund that of the income
     /// refunded; a reversal bears the movement and category of what it undoes.
@@ -62,6 +66,7 @@ private:
 
     [[nodiscard]] const std::vector<Row>& rows(std::string_view currency) const;
     [[nodiscard]] std::vector<bool> accountsInScope(const ReportScope& scope) const;
+    [[nodiscard]] std::vector<bool> categoriesOf(const ReportFigure& figure) const;
     class CategorySums;
 
     const std::vector<Account>* m_accounts;

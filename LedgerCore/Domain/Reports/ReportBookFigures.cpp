@@ -257,3 +257,28 @@ std::expected<ReportDailyBalances, ReportError> ReportBook::dailyBalances(const 
         day = held += day;
     return balances;
 }
+
+std::vector<bool> ReportBook::categoriesOf(const ReportFigure& figure) const
+{
+    using enum ReportFigure::Lines;
+    std::vector<bool> chosen;
+    for (const auto& slot : m_categories)
+        chosen.push_back(figure.lines == all || slot.id == figure.categoryID ||
+                         (figure.lines == categoryWithChildren && m_categories[slot.top].id == figure.categoryID));
+    return chosen;
+}
+
+std::vector<ReportFigureLeg> ReportBook::legs(const ReportFigure& figure, ReportRange range) const
+{
+    const auto inScope = accountsInScope(figure.scope);
+    const auto ofCategory = categoriesOf(figure);
+    const auto first = dayNumber(range.first);
+    const auto last = dayNumber(range.last);
+    std::vector<ReportFigureLeg> found;
+    for (const auto& row : rows(figure.scope.currency)) {
+        const bool isMeant = figure.movements.empty() || figure.movements.contains(row.movement);
+        if (isMeant && row.day >= first && row.day <= last && inScope[row.account] && ofCategory[row.category])
+            found.push_back({.entry = row.entry, .amountMinor = row.amountMinor, .reverses = row.reverses});
+    }
+    return found;
+}

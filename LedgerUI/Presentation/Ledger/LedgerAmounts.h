@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "LedgerCore/Domain/Reports/ReportFigure.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBook.h"
 
 /// The leg that an entry is shown by: where the money leaves, else the first. Null for an entry without legs.
@@ -27,3 +28,8 @@ struct LedgerTotal {
 
 /// One total for each currency that counts, in the order of the currency pickers.
 std::vector<LedgerTotal> totals(const LedgerBook& book, std::span<const std::uint32_t> rows);
+
+/// The total of a report's figure, of those of its legs whose entries are among `rows`: transfers count, and of an
+/// exchange only the legs that the figure is about.
+LedgerTotal figureTotal(std::string currency, std::span<const ReportFigureLeg> legs,
+                        std::span<const std::uint32_t> rows);

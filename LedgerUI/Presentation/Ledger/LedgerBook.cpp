@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <functional>
+#include <mutex>
+#include <numeric>
 #include <ranges>
 #include <tuple>
 #include <utility>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Reports/ReportBook.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Presentation/Period/PeriodCounts.h"
 
@@ -58,11 +61,26 @@ bool balancesToZero(std::span<const LedgerBook::Leg> legs)
 
 }
 
+/// Several workers may ask for it at once.
+struct LedgerBook::Reports {
+    std::once_flag once;
+    std::optional<ReportBook> book;
+};
+
 LedgerBook::LedgerBook(SnapshotPointer snapshot, std::string locale, const LedgerBook* before)
-    : m_snapshot(std::move(snapshot)), m_names(*m_snapshot, std::move(locale))
+    : m_snapshot(std::move(snapshot)), m_names(*m_snapshot, std::move(locale)), m_reports(std::make_shared<Reports>())
 {
     if (!before || !callsAllAs(*before) || !continueFrom(*before))
         build();
+}
+
+const ReportBook* LedgerBook::reports() const
+{
+    std::call_once(m_reports->once, [this] {
+        if (auto made = ReportBook::create(*m_snapshot))
+            m_reports->book.emplace(std::move(*made));
+    });
+    return m_reports->book ? &*m_reports->book : nullptr;
 }
 
 bool LedgerBook::callsAllAs(const LedgerBook& before) const

@@ -14,12 +14,16 @@
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
 #include "LedgerUI/Presentation/Period/PeriodCounts.h"
 
+class ReportBook;
+
 /// One snapshot made ready for browsing in one language: names looked up, search text folded, entries in order and
 /// everything that filters ask turned into small numbers. Immutable, so that workers and screens may share it.
 ///
 /// The next snapshot mostly has an entry or two more: a book made after an earlier one then goes on from what that one
 /// knows, and says all the same what one made from the snapshot alone says.
 class LedgerBook {
+    struct Reports;
+
 public:
     static constexpr std::uint32_t none = 0xFFFFFFFF;
 
@@ -71,6 +75,9 @@ public:
     {
         return m_facts.origin == earlier.m_facts.origin;
     }
+
+    /// The same books laid out for reports, when first asked for; null when no report can be made of them.
+    [[nodiscard]] const ReportBook* reports() const;
 
     /// How many entries each period holds.
     [[nodiscard]] const PeriodCounts& counts() const { return m_counts; }
@@ -131,6 +138,7 @@ private:
     LedgerNames m_names;
     Facts m_facts;
     PeriodCounts m_counts;
+    std::shared_ptr<Reports> m_reports;
 };
 
 using LedgerBookPointer = std::shared_ptr<const LedgerBook>;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "LedgerCore/Domain/Reports/ReportBook.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Presentation/Ledger/LedgerSearch.h"
 #include "LedgerUI/Presentation/Period/PeriodCounts.h"
@@ -54,14 +55,19 @@ public:
           m_currencies(book.currencies(), filter.currencies), m_receipts(filter.receipts),
           m_first(filter.period.isAllTime() ? 0 : dayNumber(filter.period.firstDay())),
           m_last(filter.period.isAllTime() ? std::numeric_limits<std::uint32_t>::max()
-                                           : dayNumber(filter.period.lastDay()))
+                                           : dayNumber(filter.period.lastDay())),
+          m_isFigure(filter.figure.has_value())
     {
+        if (m_isFigure)
+            m_ofFigure.resize(book.size());
+        for (const auto& leg : figureLegs(book, filter))
+            m_ofFigure[leg.entry] = true;
     }
 
     [[nodiscard]] bool accepts(std::uint32_t at) const
     {
         const auto& entry = m_book.entry(at);
-        return entry.day >= m_first && entry.day <= m_last && m_kinds.accepts(entry.kind) &&
+        return entry.day >= m_first && entry.day <= m_last && (!m_isFigure || m_ofFigure[at]) && m_kinds.accepts(entry.kind) &&
                m_categories.accepts(entry.category) && acceptsReceipts(entry.hasReceipts) && acceptsLegs(at) &&
                (m_search.isEmpty() || m_search.accepts(at));
     }
@@ -90,6 +96,8 @@ private:
     Receipts m_receipts;
     std::uint32_t m_first;
     std::uint32_t m_last;
+    bool m_isFigure;
+    std::vector<bool> m_ofFigure;
 };
 
 }
@@ -111,6 +119,8 @@ bool LedgerFilter::isSet(Part part) const
         return !currencies.empty();
     case Part::receipts:
         return receipts != Receipts::any;
+    case Part::figure:
+        return figure.has_value();
     }
     return false;
 }
@@ -140,13 +150,24 @@ LedgerFilter LedgerFilter::without(Part part) const
     case Part::receipts:
         wider.receipts = Receipts::any;
         break;
+    case Part::figure:
+        wider.figure.reset();
+        break;
     }
     return wider;
 }
 
 bool LedgerFilter::narrows() const
 {
-    return isSet(Part::text) || std::ranges::any_of(chosenParts, [&](Part part) { return isSet(part); });
+    return isSet(Part::text) || isSet(Part::figure) || std::ranges::any_of(chosenParts, [&](Part part) { return isSet(part); });
+}
+
+std::vector<ReportFigureLeg> figureLegs(const LedgerBook& book, const LedgerFilter& filter)
+{
+    if (!filter.figure)
+        return {};
+    const auto* reports = book.reports();
+    return reports ? reports->legs(*filter.figure, ReportRanges::of(filter.period)) : std::vector<ReportFigureLeg>{};
 }
 
 std::vector<std::uint32_t> matching(const LedgerBook& book, const LedgerFilter& filter)
@@ -171,6 +192,7 @@ std::optional<LedgerBlockingPart> blockingPart(const LedgerBook& book, const Led
             worst = LedgerBlockingPart{part, entries};
     };
     consider(Part::text);
+    consider(Part::figure);
     std::ranges::for_each(LedgerFilter::chosenParts, consider);
     return worst;
 }

@@ -8,12 +8,13 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Calendar/Period.h"
+#include "LedgerCore/Domain/Reports/ReportFigure.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBook.h"
 
 /// Which entries the ledger shows. The parts narrow each other; inside one part any choice will do, and a part
 /// without a choice lets everything through.
 struct LedgerFilter {
-    enum class Part { period, text, kinds, accounts, categories, currencies, receipts };
+    enum class Part { period, text, kinds, accounts, categories, currencies, receipts, figure };
     enum class Receipts { any, attached, missing };
     using Choices = std::set<std::string, std::less<>>;
 
@@ -24,6 +25,7 @@ struct LedgerFilter {
     Choices categoryIDs = {}; // a parent stands for its children too
     Choices currencies = {};
     Receipts receipts = Receipts::any;
+    std::optional<ReportFigure> figure = {}; // only what this figure of a report is the sum of
 
     bool operator==(const LedgerFilter&) const = default;
 
@@ -39,6 +41,9 @@ struct LedgerFilter {
 
 /// The entries that pass, in the book's own order.
 std::vector<std::uint32_t> matching(const LedgerBook& book, const LedgerFilter& filter);
+
+/// The legs that the filter's figure is the sum of, entries as the book counts them; none without a figure.
+std::vector<ReportFigureLeg> figureLegs(const LedgerBook& book, const LedgerFilter& filter);
 
 /// Which part, once dropped, brings back the most entries.
 struct LedgerBlockingPart {

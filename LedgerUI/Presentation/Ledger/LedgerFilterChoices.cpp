@@ -8,7 +8,9 @@
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
-#include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Reports/ReportFigureText.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
 
 namespace {
 
@@ -105,6 +107,22 @@ QString choiceName(const LedgerBook& book, Part part, const std::string& id)
     return part == Part::kinds ? kindName(id, book.locale()) : QString::fromStdString(id);
 }
 
+/// What a figure of a report is called on a chip: "Figure: Expense in IDR, Payroll".
+QString figureText(const LedgerBook& book, const ReportFigure& figure)
+{
+    const auto& locale = book.locale();
+    QStringList parts{reportFigureText(figure, locale)};
+    if (figure.lines != ReportFigure::Lines::all)
+        parts << (figure.categoryID.empty() ? wordIn(locale, reportWords(), "noCategory")
+                                            : QString::fromStdString(book.names().category(figure.categoryID)));
+    if (figure.scope.accountIDs && figure.scope.accountIDs->size() == 1)
+        parts << QString::fromStdString(book.names().account(*figure.scope.accountIDs->begin()));
+    else if (figure.scope.accountIDs)
+        parts << countedIn(locale, reportWords(), "accounts", figure.scope.accountIDs->size());
+    return wordIn(locale, ledgerWords(), "chip",
+                  {partName(Part::figure, locale).toStdString(), listed(parts, locale).toStdString()});
+}
+
 }
 
 std::vector<LedgerFilterChoice> filterChoices(const LedgerBook& book, Part part)
@@ -123,6 +141,7 @@ std::vector<LedgerFilterChoice> filterChoices(const LedgerBook& book, Part part)
                 {std::string{missing}, wordIn(book.locale(), ledgerWords(), "filter.missing")}};
     case Part::period:
     case Part::text:
+    case Part::figure:
         break;
     }
     return {};
@@ -145,6 +164,7 @@ LedgerFilter::Choices chosenIn(const LedgerFilter& filter, Part part)
         break;
     case Part::period:
     case Part::text:
+    case Part::figure:
         break;
     }
     return {};
@@ -173,6 +193,7 @@ LedgerFilter withChosen(LedgerFilter filter, Part part, LedgerFilter::Choices ch
         break;
     case Part::period:
     case Part::text:
+    case Part::figure:
         break;
     }
     return filter;
@@ -182,7 +203,7 @@ QString partName(Part part, std::string_view locale)
 {
     static constexpr std::string_view keys[] = {"filter.period",   "filter.text",       "filter.kinds",
                                                 "filter.accounts", "filter.categories", "filter.currencies",
-                                                "filter.receipts"};
+                                                "filter.receipts", "filter.figure"};
     return wordIn(locale, ledgerWords(), keys[static_cast<std::size_t>(part)]);
 }
 
@@ -196,6 +217,8 @@ QString partText(const LedgerBook& book, const LedgerFilter& filter, Part part)
         return named(periodLabel(filter.period, locale).toStdString());
     if (part == Part::text)
         return named(filter.text);
+    if (part == Part::figure)
+        return filter.figure ? figureText(book, *filter.figure) : QString{};
     if (part == Part::receipts)
         return wordIn(locale, ledgerWords(),
                       filter.receipts == Receipts::attached ? "filter.attached" : "filter.missing");

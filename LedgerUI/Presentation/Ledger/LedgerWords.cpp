@@ -47,6 +47,7 @@ const WordTable& ledgerWords()
         {"filter.categories", "类别", "Kategori", "Hạng mục", "Category"},
         {"filter.currencies", "币种", "Mata uang", "Tiền tệ", "Currency"},
         {"filter.receipts", "票据", "Bukti", "Chứng từ", "Receipts"},
+        {"filter.figure", "报表数字", "Angka laporan", "Số liệu báo cáo", "Figure"},
         {"filter.text", "搜索", "Pencarian", "Tìm kiếm", "Search"},
         {"filter.period", "期间", "Periode", "Kỳ", "Period"},
         {"filter.counted", "%1 %2", "%1 %2", "%1 %2", "%1 %2"},

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
 #include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
 
 /// Where a link on one page leads: another page, and what it is to do there.
@@ -9,6 +11,7 @@ struct PageLink {
     WorkspacePage page = WorkspacePage::ledger;
     std::string action = {};  // an id that the page knows, one of `PageAction`; empty only to open the page
     std::string subject = {}; // the id of what the action is about; empty where it is about nothing
+    std::optional<LedgerFilter> entries = {}; // which ones are to be shown
 
     bool operator==(const PageLink&) const = default;
 };
@@ -16,6 +19,7 @@ struct PageLink {
 /// What pages can be asked to do by a link.
 namespace PageAction {
 inline constexpr const char* showAccount = "showAccount";       // ledger: the entries of one account; accounts: itself
+inline constexpr const char* showEntries = "showEntries";       // ledger: the entries that pass a filter
 inline constexpr const char* newAccount = "newAccount";         // accounts: opens the form of a new one
 inline constexpr const char* openingBalance = "openingBalance"; // accounts: the next opening balance to be recorded
 inline constexpr const char* setStartDate = "setStartDate";     // company: the day on which the books start

@@ -5,6 +5,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
+#include "LedgerUI/Presentation/Ledger/LedgerListing.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
 #include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
@@ -176,6 +177,64 @@ TEST(LedgerNotice, TellsAnEmptyLedgerFromOneThatMayNotBeSeen)
 
     const auto blind = bookOf(snapshot());
     EXPECT_EQ(noticeFor(blind, {}, blind.counts(), sampleToday).reason, LedgerNotice::Reason::noAccess);
+}
+
+/// The total under the ledger when a figure of a report is opened: the figure itself, in minor units.
+std::int64_t totalOf(const LedgerBookPointer& book, ReportFigure figure, const Period& period)
+{
+    const auto listing = listingOf(book, {.filter = {.period = period, .figure = std::move(figure)}, .sort = {}, .today = sampleToday});
+    EXPECT_EQ(listing.totals.size(), 1U);
+    return listing.totals.front().net.value_or(-1);
+}
+
+TEST(LedgerFilter, OfAFigureShowsTheEntriesThatItIsTheSumOf)
+{
+    const auto book = std::make_shared<const LedgerBook>(sampleLedger().share(), "en-US");
+    const auto november = month("2026-11-01");
+    const ReportScope dollars{.currency = "USD"};
+    const auto idsBehind = [&](const ReportFigure& figure) {
+        return idsOf(*book, matching(*book, {.period = november, .figure = figure}));
+    };
+    // A refund stands against income; a reversed expense and its reversal are both behind the figure.
+    const ReportFigure income{.scope = dollars, .movements = ReportFigure::incomeMovements()};
+    EXPECT_EQ(idsBehind(income), "r1");
+    EXPECT_EQ(totalOf(book, income, november), -20000);
+    const ReportFigure expense{.scope = dollars, .movements = ReportFigure::expenseMovements()};
+    EXPECT_EQ(idsBehind(expense), "v1 e3 e1");
+    EXPECT_EQ(totalOf(book, expense, november), -43850);
+    // Between all accounts a transfer moves nothing, on one of them it does; of an exchange only the dollars count.
+    const ReportFigure other{.scope = dollars, .movements = ReportFigure::otherMovements()};
+    EXPECT_EQ(totalOf(book, other, november), -1200000);
+    auto ofFloat = other;
+    ofFloat.scope.accountIDs = {{"Rizky float"}};
+    EXPECT_EQ(idsBehind(ofFloat), "t1");
+    EXPECT_EQ(totalOf(book, ofFloat, november), 5000);
+    // A parent category stands for its children, unless it is asked for alone.
+    auto utilities = expense;
+    utilities.lines = ReportFigure::Lines::categoryWithChildren;
+    utilities.categoryID = "utilities";
+    EXPECT_EQ(totalOf(book, utilities, november), -43850);
+    utilities.lines = ReportFigure::Lines::categoryAlone;
+    EXPECT_EQ(idsBehind(utilities), "");
+    // The refund bears the category of the income that it takes back.
+    auto sales = income;
+    sales.lines = ReportFigure::Lines::categoryAlone;
+    sales.categoryID = "sales";
+    EXPECT_EQ(totalOf(book, sales, november), -20000);
+}
+
+TEST(LedgerFilter, OfAFigureIsNamedAndDroppedLikeAnyOther)
+{
+    const auto book = bookOf(sampleLedger());
+    LedgerFilter filter{.period = month("2026-11-01"),
+                        .figure = ReportFigure{.scope = {.currency = "USD", .accountIDs = {{"Singapore"}}},
+                                               .movements = ReportFigure::expenseMovements(),
+                                               .lines = ReportFigure::Lines::categoryWithChildren,
+                                               .categoryID = "utilities"}};
+    EXPECT_EQ(partText(book, filter, Part::figure).toStdString(), "Figure: Expense, USD, Utilities, Singapore");
+    EXPECT_TRUE(filter.narrows());
+    EXPECT_EQ(blockingPart(book, filter), (LedgerBlockingPart{Part::figure, 8}));
+    EXPECT_FALSE(filter.without(Part::figure).narrows());
 }
 
 }

@@ -99,7 +99,7 @@ std::string_view problemKey(SavingProblem problem)
 
 LedgerExportDialog::LedgerExportDialog(LedgerStore& store, const LedgerFilter& filter, QWidget* parent)
     : CommandForm{store, parent}, m_form{LedgerExport::opened(filter, *snapshot(), store.today())},
-      m_isNarrowedElsewhere{!filter.text.empty() || !filter.categoryIDs.empty() ||
+      m_isNarrowedElsewhere{!filter.text.empty() || !filter.categoryIDs.empty() || filter.figure ||
                             filter.receipts != LedgerFilter::Receipts::any}
 {
     setObjectName(QStringLiteral("ledgerExportDialog"));

@@ -265,8 +265,12 @@ void LedgerFilterRow::presentChips()
     const auto book = m_browser ? m_browser->book() : nullptr;
     const auto& locale = InterfaceLanguage::tag();
     bool any = false;
-    for (const auto part : parts) {
-        if (!m_isFolded || !book || !m_filter.isSet(part))
+    std::vector<Part> chips; // what no button shows
+    if (m_isFolded)
+        chips.assign(parts.begin(), parts.end());
+    chips.push_back(Part::figure);
+    for (const auto part : chips) {
+        if (!book || !m_filter.isSet(part))
             continue;
         any = true;
         const auto text = partText(*book, m_filter, part);

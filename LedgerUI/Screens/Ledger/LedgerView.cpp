@@ -207,6 +207,9 @@ void LedgerView::follow(const PageLink& link)
 {
     if (link.action == PageAction::newEntry) {
         (*m_actions)[QStringLiteral("newEntry")]->trigger();
+    } else if (link.action == PageAction::showEntries && link.entries) {
+        m_browser->setFilter(*link.entries);
+        m_page->focusContent();
     } else if (link.action == PageAction::showAccount) {
         // All that is on the account, whatever was looked for here before.
         LedgerFilter filter{.period = Period::allTime()};

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+
+#include <QCoro/QCoroTask>
+#include <QObject>
+
+#include "LedgerUI/Presentation/Reports/ReportSheet.h"
+
+/// Where a person stands in the reports. Lives as long as the page, through refreshes and changes of language. Large
+/// books are looked at on a worker; what is shown stays until the answer to the last question is there.
+class ReportBrowser final : public QObject {
+    Q_OBJECT
+public:
+    using QObject::QObject;
+
+    /// Goes on with another snapshot or language. The first one decides the period to begin with. Null forgets all.
+    void open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today);
+    void ask(ReportQuery query);
+
+    /// What is asked for; what is shown may still answer the question before.
+    [[nodiscard]] const ReportQuery& query() const { return m_query; }
+    [[nodiscard]] const ReportSheetPointer& sheet() const { return m_sheet; } // null until there is one
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    struct Question;
+    static ReportSheetPointer answer(const Question& question);
+    static QCoro::Task<ReportSheetPointer> answerOnWorker(Question question);
+    [[nodiscard]] Question question() const;
+    void ask();
+    void adopt(ReportSheetPointer sheet);
+
+    SnapshotPointer m_snapshot;
+    std::string m_locale;
+    ReportQuery m_query;
+    ReportSheetPointer m_sheet;
+    bool m_isPeriodOpen = true; // the first books decide which one is shown
+    bool m_isWorking = false;
+    bool m_hasChanged = false; // since the question that is being worked on was asked
+};

@@ -1,0 +1,28 @@
+#include "LedgerUI/Presentation/Reports/ReportFigureText.h"
+
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
+
+QString movementsText(const std::set<Movement>& movements, std::string_view locale)
+{
+    const auto text = [&](std::string_view key) { return wordIn(locale, reportWords(), key); };
+    if (movements.empty())
+        return text("movement.all");
+    if (movements == ReportFigure::incomeMovements())
+        return text("income");
+    if (movements == ReportFigure::expenseMovements())
+        return text("expense");
+    if (movements == ReportFigure::netMovements())
+        return text("net");
+    if (movements == ReportFigure::otherMovements())
+        return text("other");
+    QStringList names;
+    for (const auto movement : movements)
+        names << text("movement." + std::string{rawValue(movement)});
+    return listed(names, locale);
+}
+
+QString reportFigureText(const ReportFigure& figure, std::string_view locale)
+{
+    return listed({movementsText(figure.movements, locale), QString::fromStdString(figure.scope.currency)}, locale);
+}

@@ -1,0 +1,75 @@
+#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+
+#include <utility>
+
+#include <QStringList>
+
+#include "LedgerCore/Domain/Csv/CsvDocument.h"
+
+namespace {
+
+QString copied(const ReportGridCell& cell)
+{
+    const auto& text = cell.copied.isEmpty() ? cell.text : cell.copied;
+    return cell.beside.isEmpty() ? text : QStringLiteral("%1 %2").arg(text, cell.beside);
+}
+
+/// What a row says in columns that have words.
+QStringList textsOf(const ReportGrid& grid, const ReportGridRow& row)
+{
+    QStringList texts;
+    for (std::size_t column = 0; column < grid.columns.size(); ++column) {
+        if (grid.columns[column].kind != ReportGridColumn::Kind::line)
+            texts << copied(row.cells[column]);
+    }
+    return texts;
+}
+
+QStringList headsOf(const ReportGrid& grid)
+{
+    QStringList heads;
+    for (const auto& column : grid.columns) {
+        if (column.kind != ReportGridColumn::Kind::line)
+            heads << column.head;
+    }
+    return heads;
+}
+
+}
+
+ReportGridCell ReportGrids::moneyCell(const MoneyText& money, ReportGridCell::Tone tone,
+                                      std::optional<ReportBacking> backing)
+{
+    return {.text = money.figure(),
+            .spoken = money.spoken,
+            .copied = money.plain(),
+            .tone = tone,
+            .backing = std::move(backing)};
+}
+
+QString ReportGrids::spreadsheetText(const ReportGrid& grid, const std::vector<int>& rows)
+{
+    QStringList lines{headsOf(grid).join(QLatin1Char('\t'))};
+    for (const int row : rows)
+        lines << textsOf(grid, grid.rows[static_cast<std::size_t>(row)]).join(QLatin1Char('\t'));
+    for (const auto& row : grid.rows) {
+        if (rows.empty())
+            lines << textsOf(grid, row).join(QLatin1Char('\t'));
+    }
+    return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
+}
+
+std::string ReportGrids::csvText(const ReportGrid& grid)
+{
+    std::vector<std::string> heads;
+    for (const auto& head : headsOf(grid))
+        heads.push_back(head.toStdString());
+    const std::vector<std::string_view> header{heads.begin(), heads.end()};
+    CsvDocument document{header};
+    for (const auto& row : grid.rows) {
+        for (const auto& text : textsOf(grid, row))
+            document.field(text.toStdString());
+        document.endRecord();
+    }
+    return document.take();
+}

@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <QString>
+
+#include "LedgerCore/Domain/Calendar/Period.h"
+#include "LedgerCore/Domain/Reports/ReportFigure.h"
+#include "LedgerUI/Presentation/Charts/ChartLayout.h"
+#include "LedgerUI/Presentation/Text/MoneyText.h"
+
+/// The entries behind a figure: those of the period that it is the sum of.
+struct ReportBacking {
+    Period period;
+    ReportFigure figure;
+
+    bool operator==(const ReportBacking&) const = default;
+};
+
+/// A bar in a cell, as long as its part of the longest one.
+struct ReportBar {
+    double fraction = 0;
+    ChartRole role = ChartRole::net;
+
+    bool operator==(const ReportBar&) const = default;
+};
+
+/// One cell of a report's table.
+struct ReportGridCell {
+    enum class Tone { plain, quiet, strong, incoming };
+
+    QString text;
+    QString beside = {}; // after the text, or under it where the grid's rows have two lines
+    QString spoken = {}; // where it is read aloud in other words
+    QString copied = {}; // where a spreadsheet wants it written otherwise
+    Tone tone = Tone::plain;
+    std::optional<ReportBar> bar = {};
+    std::vector<std::int64_t> line = {}; // values from left to right, drawn as a line without a scale
+    std::optional<ReportBacking> backing = {};
+
+    bool operator==(const ReportGridCell&) const = default;
+};
+
+struct ReportGridColumn {
+    enum class Kind { name, figure, line };
+
+    QString head;
+    Kind kind = Kind::figure;
+    bool isSpare = false; // gives way in a narrow window
+
+    bool operator==(const ReportGridColumn&) const = default;
+};
+
+struct ReportGridRow {
+    enum class Level { plain, parent, child, total };
+
+    std::string id;
+    std::vector<ReportGridCell> cells; // one for each column
+    Level level = Level::plain;
+
+    bool operator==(const ReportGridRow&) const = default;
+};
+
+/// A table of a report, ready to be shown, copied and written to a file.
+struct ReportGrid {
+    QString name;
+    std::vector<ReportGridColumn> columns;
+    std::vector<ReportGridRow> rows;
+
+    bool operator==(const ReportGrid&) const = default;
+};
+
+namespace ReportGrids {
+
+/// An amount as a cell; zero is quiet, what came in has the colour of income.
+ReportGridCell moneyCell(const MoneyText& money, ReportGridCell::Tone tone, std::optional<ReportBacking> backing);
+
+/// Heads and these rows as tab-separated text; all rows when none are named. Drawings have no column.
+QString spreadsheetText(const ReportGrid& grid, const std::vector<int>& rows = {});
+
+/// The same as a CSV document.
+std::string csvText(const ReportGrid& grid);
+
+}

@@ -1,0 +1,86 @@
+#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <utility>
+
+void ReportGridModel::present(ReportGrid grid)
+{
+    if (grid == m_grid)
+        return;
+    m_next = std::move(grid);
+    std::unordered_map<std::string_view, int> places;
+    for (const auto& row : m_next.rows)
+        places.emplace(row.id, static_cast<int>(places.size()));
+    RowChange change{.kind = RowChange::Kind::replacement, .moved = {}};
+    for (const auto& row : m_grid.rows) {
+        const auto found = places.find(row.id);
+        change.moved.push_back(found == places.end() ? -1 : found->second);
+    }
+    // Heads and figures change together with the rows, and reports are short: all is told as one change.
+    follow(change);
+    m_next = {};
+}
+
+void ReportGridModel::drop(const RowChange::Range& rows)
+{
+    m_grid.rows.erase(m_grid.rows.begin() + rows.first, m_grid.rows.begin() + rows.last + 1);
+}
+
+void ReportGridModel::adopt(const RowChange& /*change*/)
+{
+    m_grid = std::move(m_next);
+}
+
+void ReportGridModel::insert(const RowChange::Range& /*rows*/)
+{
+    // `adopt` has taken all of them.
+}
+
+const ReportGridCell* ReportGridModel::cell(const QModelIndex& index) const
+{
+    if (!index.isValid() || index.row() >= rowCount() || index.column() >= columnCount())
+        return nullptr;
+    return &row(index.row()).cells[static_cast<std::size_t>(index.column())];
+}
+
+int ReportGridModel::rowOf(std::string_view id) const
+{
+    const auto found = std::ranges::find(m_grid.rows, id, &ReportGridRow::id);
+    return found == m_grid.rows.end() ? -1 : static_cast<int>(found - m_grid.rows.begin());
+}
+
+int ReportGridModel::rowCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_grid.rows.size());
+}
+
+int ReportGridModel::columnCount(const QModelIndex& parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_grid.columns.size());
+}
+
+QVariant ReportGridModel::data(const QModelIndex& index, int role) const
+{
+    const auto* shown = cell(index);
+    if (!shown)
+        return {};
+    if (role == Qt::DisplayRole)
+        return shown->text;
+    if (role == Qt::AccessibleTextRole) {
+        const auto& said = shown->spoken.isEmpty() ? shown->text : shown->spoken;
+        return shown->beside.isEmpty() ? said : QStringLiteral("%1, %2").arg(said, shown->beside);
+    }
+    return {};
+}
+
+QVariant ReportGridModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Vertical || section < 0 || section >= columnCount())
+        return {};
+    const auto& column = m_grid.columns[static_cast<std::size_t>(section)];
+    if (role == Qt::TextAlignmentRole)
+        return QVariant::fromValue(Qt::Alignment{
+            Qt::AlignVCenter | (column.kind == ReportGridColumn::Kind::figure ? Qt::AlignRight : Qt::AlignLeft)});
+    return role == Qt::DisplayRole ? QVariant{column.head} : QVariant{};
+}
