@@ -14,6 +14,7 @@
 #include "LedgerUI/Screens/Accounts/AccountsView.h"
 #include "LedgerUI/Screens/Company/CompanyView.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/Screens/Reports/ReportsView.h"
 #include "LedgerUI/Screens/Root/RootView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "Tallyfold/MainWindow.h"
@@ -31,6 +32,7 @@ PageRegistry builtPages()
 {
     PageRegistry pages;
     pages.add<LedgerView>(WorkspacePage::ledger);
+    pages.add<ReportsView>(WorkspacePage::reports);
     pages.add<CompanyView>(WorkspacePage::company);
     pages.add<AccountsView>(WorkspacePage::accounts);
     return pages;

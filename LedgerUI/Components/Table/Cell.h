@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -30,6 +31,12 @@ struct CellMark {
     QString glyph = {};
 };
 
+/// A bar as long as its part of the room: before the only line, or under the first of two.
+struct CellBar {
+    double fraction = 0;
+    ThemeColor ink = Token::text2;
+};
+
 /// What one cell of a table shows. Lines stand one above the other; `beside` takes what the only line leaves.
 struct Cell {
     QString glyph = {}; // at the left end, in the middle of the height
@@ -38,6 +45,8 @@ struct Cell {
     std::optional<CellText> beside = {};
     std::vector<CellMark> marks = {};
     std::vector<CellAmount> amounts = {};
+    std::optional<CellBar> bar = {};
+    std::vector<std::int64_t> values = {}; // drawn as a line through the whole cell, without a scale
     bool wraps = false;      // the only line may go on in a second one
     bool isHead = false;     // of a group of rows: the texts stand at the bottom
     bool joinsBelow = false; // no line parts it from the cell below

@@ -4,6 +4,7 @@
 
 #include <QPainter>
 
+#include "LedgerUI/Components/Table/CellDrawing.h"
 #include "LedgerUI/Components/Text/TextLines.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -37,8 +38,12 @@ void CellPainter::paint(const Cell& cell, const QRect& area) const
         paintGlyph(cell.glyph, cell.glyphInk, centred(area, area.left(), Space::icon));
         rest.setLeft(area.left() + glyphIndent);
     }
-    if (!cell.amounts.empty())
+    if (!cell.values.empty())
+        CellDrawing::paintValues(m_painter, cell.values, rest);
+    else if (!cell.amounts.empty())
         paintAmounts(cell.amounts, rest);
+    else if (cell.bar)
+        paintWithBar(cell, rest);
     else if (cell.lines.size() == 1)
         paintOnlyLine(cell, rest);
     else
@@ -118,6 +123,26 @@ void CellPainter::paintOnlyLine(const Cell& cell, QRect line) const
     line.setLeft(line.left() + width + Space::step2);
     if (cell.beside && line.width() > Space::step8)
         paintText(*cell.beside, line);
+}
+
+/// In a high cell the bar lies under the text; in a low one it stands before it.
+void CellPainter::paintWithBar(const Cell& cell, const QRect& area) const
+{
+    constexpr int thickness = 4;
+    const auto text = cell.lines.empty() ? CellText{} : cell.lines.front();
+    const int height = heightOf(text.step);
+    if (area.height() >= height + thickness + 2 * Space::step2) {
+        const int top = area.top() + (area.height() - height - thickness - Space::step1) / 2;
+        paintText(text, {area.left(), top, area.width(), height});
+        CellDrawing::paintBar(m_painter, *cell.bar,
+                              {area.left(), top + height + Space::step1, area.width(), thickness});
+        return;
+    }
+    const int words = QFontMetrics{fontOf(text)}.horizontalAdvance(text.text);
+    const QRect before{area.left(), area.top() + (area.height() - thickness) / 2,
+                       area.width() - words - Space::step2, thickness};
+    CellDrawing::paintBar(m_painter, *cell.bar, before);
+    paintText(text, area, Qt::AlignRight);
 }
 
 void CellPainter::paintLines(const Cell& cell, const QRect& area) const

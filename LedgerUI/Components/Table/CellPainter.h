@@ -23,6 +23,7 @@ private:
     /// Answers where the marks begin.
     int paintMarks(const std::vector<CellMark>& marks, const QRect& line) const;
     int paintChip(const QString& word, const QRect& line, int right) const;
+    void paintWithBar(const Cell& cell, const QRect& area) const;
     void paintLines(const Cell& cell, const QRect& area) const;
     void paintOnlyLine(const Cell& cell, QRect line) const;
     void paintAmounts(const std::vector<CellAmount>& amounts, const QRect& area) const;

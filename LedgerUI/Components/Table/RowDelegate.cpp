@@ -76,12 +76,15 @@ void RowDelegate::paintGround(QPainter& painter, const QStyleOptionViewItem& opt
     const auto* view = qobject_cast<const QAbstractItemView*>(option.widget);
     if (!view || !view->hasFocus() || view->currentIndex().row() != index.row())
         return;
+    const bool isCell = m_ring == Ring::cell;
+    if (isCell && view->currentIndex().column() != index.column())
+        return;
     const auto ring = color(Token::focus);
     painter.fillRect(QRect{rect.left(), rect.top(), rect.width(), ringWidth}, ring);
     painter.fillRect(QRect{rect.left(), rect.bottom() - 1, rect.width(), ringWidth}, ring);
-    if (isFirst)
+    if (isFirst || isCell)
         painter.fillRect(QRect{rect.left(), rect.top(), ringWidth, rect.height()}, ring);
-    if (index.column() == index.model()->columnCount() - 1)
+    if (isCell || index.column() == index.model()->columnCount() - 1)
         painter.fillRect(QRect{rect.right() - 1, rect.top(), ringWidth, rect.height()}, ring);
 }
 

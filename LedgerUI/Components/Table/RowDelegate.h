@@ -11,6 +11,7 @@ class RowDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 public:
     enum class Density { oneLine, twoLines };
+    enum class Ring { row, cell }; // what the keys are on
     using CellAt = std::function<Cell(const QModelIndex& index, Density density)>;
 
     explicit RowDelegate(CellAt cellAt, QObject* parent = nullptr);
@@ -20,6 +21,7 @@ public:
 
     void setDensity(Density density) { m_density = density; }
     [[nodiscard]] Density density() const { return m_density; }
+    void setRing(Ring ring) { m_ring = ring; }
     [[nodiscard]] int rowHeight() const;
     /// The row under the pointer; -1 for none.
     void setHoveredRow(int row) { m_hovered = row; }
@@ -34,5 +36,6 @@ private:
 
     CellAt m_cellAt;
     Density m_density = Density::twoLines;
+    Ring m_ring = Ring::row;
     int m_hovered = -1;
 };

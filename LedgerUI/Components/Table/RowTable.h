@@ -39,6 +39,8 @@ protected:
     virtual void layOut() = 0;
     [[nodiscard]] RowHeads& heads() const { return *m_heads; }
     void setDensity(RowDelegate::Density density);
+    /// Frames the current cell rather than its row, where cells can be opened.
+    void frameCells() { m_delegate->setRing(RowDelegate::Ring::cell); }
 
     [[nodiscard]] QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void resizeEvent(QResizeEvent* event) override;

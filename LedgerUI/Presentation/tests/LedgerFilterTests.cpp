@@ -233,7 +233,7 @@ TEST(LedgerFilter, OfAFigureIsNamedAndDroppedLikeAnyOther)
                                                .categoryID = "utilities"}};
     EXPECT_EQ(partText(book, filter, Part::figure).toStdString(), "Figure: Expense, USD, Utilities, Singapore");
     EXPECT_TRUE(filter.narrows());
-    EXPECT_EQ(blockingPart(book, filter), (LedgerBlockingPart{Part::figure, 8}));
+    EXPECT_EQ(blockingPart(book, filter), (LedgerBlockingPart{Part::figure, 7}));
     EXPECT_FALSE(filter.without(Part::figure).narrows());
 }
 

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <chrono>
+#include <expected>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "LedgerCore/Domain/Reports/ReportBook.h"
+#include "LedgerUI/Presentation/Period/PeriodCounts.h"
+
+/// One snapshot laid out for reports. Immutable, so that workers and screens may share it.
+struct ReportBooks {
+    explicit ReportBooks(SnapshotPointer held);
+
+    SnapshotPointer snapshot;
+    std::expected<ReportBook, ReportError> book; // points into the snapshot
+    PeriodCounts counts;
+    std::chrono::year_month_day firstDay; // of the earliest entry; the first of 1970 where there is none
+};
+
+using ReportBooksPointer = std::shared_ptr<const ReportBooks>;
+
+/// What a person asks of the reports page.
+struct ReportQuery {
+    Period period = Period::allTime();
+    std::string currency = {};                                         // that charts and lists are about
+    std::optional<std::set<std::string, std::less<>>> accountIDs = {}; // unset: all that the member sees
+    std::chrono::year_month_day today{};
+
+    bool operator==(const ReportQuery&) const = default;
+};

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QList>
+#include <QWidget>
+
+#include "LedgerUI/Components/Chart/ChartPainter.h"
+#include "LedgerUI/Presentation/Reports/ReportSheet.h"
+
+/// One tab of the reports page. It shows what the sheet says and asks for another one.
+class ReportTab : public QWidget {
+    Q_OBJECT
+public:
+    using QWidget::QWidget;
+
+    virtual void present(const ReportSheet& sheet, const ChartColors& colors) = 0;
+    /// Where the focus goes, pane by pane, in reading order.
+    [[nodiscard]] virtual QList<QWidget*> panes() const = 0;
+
+Q_SIGNALS:
+    void queryWanted(const ReportQuery& query);
+    void backingWanted(const ReportBacking& backing);
+    void attentionWanted(const AttentionItem& item);
+    void tabWanted(const QString& id);
+    void copied();
+};

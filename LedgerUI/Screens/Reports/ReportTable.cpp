@@ -1,0 +1,235 @@
+#include "LedgerUI/Screens/Reports/ReportTable.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMenu>
+
+#include "LedgerUI/Components/Table/RowHeads.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+using Density = RowDelegate::Density;
+using Kind = ReportGridColumn::Kind;
+using Level = ReportGridRow::Level;
+using Tone = ReportGridCell::Tone;
+
+constexpr int nameMinimum = 132;
+constexpr int drawingWidth = 76;
+constexpr int columnGap = 12; // beyond the paddings of the cells
+constexpr int shareBar = 44;
+
+int textWidth(TypeStep step, bool isBold, const QString& text)
+{
+    const auto font = isBold ? TypeScale::bold(step) : TypeScale::font(step);
+    return static_cast<int>(std::ceil(QFontMetricsF{font}.horizontalAdvance(text)));
+}
+
+bool isBold(const ReportGridRow& row, const ReportGridCell& cell)
+{
+    return cell.tone == Tone::strong || row.level == Level::total || row.level == Level::parent;
+}
+
+}
+
+struct ReportTable::Look {
+    ChartColors colors{.income = Token::ok, .expense = Token::danger};
+};
+
+namespace {
+
+ThemeColor barInk(ChartRole role, const ChartColors& colors)
+{
+    if (role == ChartRole::income)
+        return colors.income;
+    if (role == ChartRole::expense)
+        return colors.expense;
+    return Token::chartOther;
+}
+
+Cell painted(const ReportGridModel& model, const QModelIndex& index, Density density, const ChartColors& colors)
+{
+    const auto& row = model.row(index.row());
+    const auto& cell = row.cells[static_cast<std::size_t>(index.column())];
+    CellText text{.text = cell.text, .isBold = isBold(row, cell)};
+    if (cell.tone == Tone::quiet)
+        text.ink = Token::text2;
+    else if (cell.tone == Tone::incoming)
+        text.ink = colors.income;
+    const CellText second{.text = cell.beside, .step = TypeStep::small, .ink = Token::text2};
+    Cell shown;
+    shown.values = cell.line;
+    if (cell.bar)
+        shown.bar = CellBar{cell.bar->fraction, barInk(cell.bar->role, colors)};
+    const auto kind = model.grid().columns[static_cast<std::size_t>(index.column())].kind;
+    if (kind == Kind::figure && !cell.bar) {
+        shown.amounts.push_back({.code = {}, .figure = std::move(text)});
+        if (!cell.beside.isEmpty() && density == Density::twoLines)
+            shown.amounts.push_back({.code = {}, .figure = second});
+    } else {
+        shown.lines.push_back(std::move(text));
+        if (!cell.beside.isEmpty())
+            shown.beside = second;
+    }
+    return shown;
+}
+
+}
+
+ReportTable::ReportTable(const QString& name, Density density, QWidget* parent)
+    : ReportTable{new ReportGridModel, std::make_shared<Look>(), name, density, parent}
+{
+}
+
+ReportTable::ReportTable(ReportGridModel* model, std::shared_ptr<Look> look, const QString& name, Density density,
+                         QWidget* parent)
+    : RowTable{*model,
+               [model, look](const QModelIndex& index, Density shown) {
+                   return painted(*model, index, shown, look->colors);
+               },
+               parent},
+      m_model{model}, m_look{std::move(look)}, m_density{density}
+{
+    setObjectName(name);
+    m_model->setParent(this);
+    setSelectionMode(SingleSelection);
+    frameCells();
+    heads().setSortIndicatorShown(false);
+    heads().setSectionsClickable(false);
+    heads().setSortIndicator(-1, Qt::AscendingOrder);
+    connect(this, &RowTable::opened, this, &ReportTable::openCurrent);
+    connect(this, &RowTable::menuWanted, this, &ReportTable::openMenu);
+    connect(this, &RowTable::selectionMoved, this, [this] {
+        const auto ids = selectedIDs();
+        if (!ids.empty())
+            Q_EMIT rowChosen(qString(ids.front()));
+    });
+}
+
+void ReportTable::present(ReportGrid grid, const ChartColors& colors)
+{
+    m_look->colors = colors;
+    setAccessibleName(grid.name);
+    m_model->present(std::move(grid));
+    layOut();
+    viewport()->update();
+}
+
+int ReportTable::heightOf(int most) const
+{
+    const int rows = std::min(m_model->rowCount(), most);
+    const int bar = horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff ? 0 : horizontalHeader()->height();
+    return horizontalHeader()->height() + rows * verticalHeader()->defaultSectionSize() + bar;
+}
+
+int ReportTable::contentWidth(int column) const
+{
+    const auto at = static_cast<std::size_t>(column);
+    const auto kind = m_model->grid().columns[at].kind;
+    int widest = kind == Kind::line ? drawingWidth : 0;
+    for (const auto& row : m_model->grid().rows) {
+        const auto& cell = row.cells[at];
+        int width = textWidth(TypeStep::body, isBold(row, cell), cell.text);
+        if (kind == Kind::name && !cell.beside.isEmpty())
+            width += Space::step2 + textWidth(TypeStep::small, false, cell.beside);
+        if (kind == Kind::figure && cell.bar)
+            width += Space::step2 + shareBar;
+        widest = std::max(widest, width);
+    }
+    const int left = column == 0 ? Space::cellPaddingOuter : Space::cellPadding;
+    const int right = column == m_model->columnCount() - 1 ? Space::cellPaddingOuter : Space::cellPadding;
+    const int gap = kind == Kind::figure ? 0 : columnGap;
+    return std::max(horizontalHeader()->sectionSizeHint(column), left + widest + right + gap);
+}
+
+/// Names take what figures leave. Where that is too little, spare columns give way, and then the table scrolls.
+void ReportTable::layOut()
+{
+    setDensity(m_density);
+    const int columns = m_model->columnCount();
+    if (columns == 0)
+        return;
+    std::vector<int> widths;
+    int taken = 0;
+    int names = 0;
+    for (int column = 0; column < columns; ++column) {
+        setColumnHidden(column, false);
+        widths.push_back(contentWidth(column));
+        const bool isName = m_model->grid().columns[static_cast<std::size_t>(column)].kind == Kind::name;
+        taken += isName ? nameMinimum : widths.back();
+        names += isName ? 1 : 0;
+    }
+    const int room = viewport()->width();
+    for (int column = columns - 1; column >= 0 && taken > room; --column) {
+        if (!m_model->grid().columns[static_cast<std::size_t>(column)].isSpare)
+            continue;
+        setColumnHidden(column, true);
+        taken -= widths[static_cast<std::size_t>(column)];
+    }
+    const int share = names > 0 ? std::max(0, room - taken) / names : 0;
+    for (int column = 0; column < columns; ++column) {
+        const bool isName = m_model->grid().columns[static_cast<std::size_t>(column)].kind == Kind::name;
+        setColumnWidth(column, isName ? nameMinimum + share : widths[static_cast<std::size_t>(column)]);
+    }
+    setHorizontalScrollBarPolicy(taken > room ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+}
+
+void ReportTable::keyPressEvent(QKeyEvent* event)
+{
+    if (event->matches(QKeySequence::Copy) && currentIndex().isValid())
+        return copyCurrent();
+    RowTable::keyPressEvent(event);
+}
+
+void ReportTable::openCurrent()
+{
+    const auto index = currentIndex();
+    const auto* cell = m_model->cell(index);
+    if (!cell)
+        return;
+    if (cell->backing)
+        Q_EMIT backingWanted(*cell->backing);
+    else
+        Q_EMIT rowOpened(qString(m_model->idAt(index.row())));
+}
+
+void ReportTable::openMenu(QPoint place)
+{
+    const auto* cell = m_model->cell(currentIndex());
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("figureMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto add = [&](std::string_view key, auto run) {
+        auto* action = menu->addAction(word(reportWords(), key));
+        action->setObjectName(qString(key));
+        connect(action, &QAction::triggered, this, run);
+    };
+    if (cell && cell->backing)
+        add("menu.showEntries", [this] { openCurrent(); });
+    if (cell) {
+        add("menu.copyFigure", [this] { copyCurrent(); });
+        add("menu.copyRow", [this] { copyTable({currentIndex().row()}); });
+    }
+    add("menu.copyTable", [this] { copyTable({}); });
+    menu->popup(place);
+}
+
+void ReportTable::copyCurrent()
+{
+    const auto* cell = m_model->cell(currentIndex());
+    QGuiApplication::clipboard()->setText(cell->copied.isEmpty() ? cell->text : cell->copied);
+    Q_EMIT copied();
+}
+
+void ReportTable::copyTable(const std::vector<int>& rows)
+{
+    QGuiApplication::clipboard()->setText(ReportGrids::spreadsheetText(m_model->grid(), rows));
+    Q_EMIT copied();
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "LedgerUI/Components/Chart/ChartPainter.h"
+#include "LedgerUI/Components/Table/RowTable.h"
+#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+
+class ReportGridModel;
+
+/// A table of a report. Keys move from figure to figure; Return or two presses open the entries behind one.
+class ReportTable final : public RowTable {
+    Q_OBJECT
+public:
+    using Density = RowDelegate::Density;
+
+    explicit ReportTable(const QString& name, Density density = Density::oneLine, QWidget* parent = nullptr);
+
+    void present(ReportGrid grid, const ChartColors& colors);
+    /// The height at which every row is in sight, or the first `most` of them.
+    [[nodiscard]] int heightOf(int most) const;
+    [[nodiscard]] const ReportGridModel& grid() const { return *m_model; }
+
+Q_SIGNALS:
+    void backingWanted(const ReportBacking& backing);
+    /// A row was opened where no figure stands.
+    void rowOpened(const QString& id);
+    /// Another row was chosen.
+    void rowChosen(const QString& id);
+    void copied();
+
+protected:
+    void layOut() override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    struct Look;
+    ReportTable(ReportGridModel* model, std::shared_ptr<Look> look, const QString& name, Density density,
+                QWidget* parent);
+    void openCurrent();
+    void openMenu(QPoint place);
+    void copyCurrent();
+    void copyTable(const std::vector<int>& rows);
+    [[nodiscard]] int contentWidth(int column) const;
+
+    ReportGridModel* m_model;
+    std::shared_ptr<Look> m_look;
+    Density m_density;
+};
