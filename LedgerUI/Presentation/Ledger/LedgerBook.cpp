@@ -1,9 +1,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBook.h"
 
 #include <algorithm>
-#include <functional>
 #include <mutex>
-#include <numeric>
 #include <ranges>
 #include <tuple>
 #include <utility>
