@@ -12,6 +12,7 @@
 #include "LedgerCore/Client/Session/LanguageDefaults.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Screens/Accounts/AccountsView.h"
+#include "LedgerUI/Screens/Capital/CapitalView.h"
 #include "LedgerUI/Screens/Company/CompanyView.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportsView.h"
@@ -35,6 +36,7 @@ PageRegistry builtPages()
     pages.add<ReportsView>(WorkspacePage::reports);
     pages.add<CompanyView>(WorkspacePage::company);
     pages.add<AccountsView>(WorkspacePage::accounts);
+    pages.add<CapitalView>(WorkspacePage::dividends);
     return pages;
 }
 

@@ -1,5 +1,7 @@
 #include "LedgerUI/Components/Table/RowHeads.h"
 
+#include <algorithm>
+
 #include <QPainter>
 
 #include "LedgerUI/Components/Table/CellPainter.h"
@@ -13,6 +15,8 @@ namespace {
 constexpr int headHeight = 28;
 constexpr int arrowExtent = 8;
 constexpr int textToArrow = 4;
+constexpr int mostLines = 3;
+constexpr int aroundLines = 8; // above and below the lines of a head that wraps
 
 }
 
@@ -29,7 +33,7 @@ RowHeads::RowHeads(QWidget* parent) : QHeaderView{Qt::Horizontal, parent}
 void RowHeads::paintSection(QPainter* painter, const QRect& rect, int section) const
 {
     const auto& theme = Theme::current();
-    const bool isSorted = sortIndicatorSection() == section;
+    const bool isSorted = isSortIndicatorShown() && sortIndicatorSection() == section;
     const bool isHovered = rect.contains(viewport()->mapFromGlobal(QCursor::pos())) && viewport()->underMouse();
     painter->fillRect(rect, theme.color(isHovered ? Token::sunken : Token::surfaceAlt));
     painter->fillRect(QRect{rect.left(), rect.bottom(), rect.width(), 1}, theme.color(Token::divider));
@@ -43,6 +47,10 @@ void RowHeads::paintSection(QPainter* painter, const QRect& rect, int section) c
     const int left = isAtRight ? line.right() + 1 - width : line.left();
     painter->setFont(font);
     painter->setPen(theme.color(isSorted ? Token::text : Token::text2));
+    if (m_wraps) {
+        painter->drawText(line, static_cast<int>(Qt::TextWordWrap | Qt::AlignVCenter | alignment), text);
+        return;
+    }
     painter->drawText(QRect{left, line.top(), width, line.height()}, Qt::AlignVCenter | Qt::AlignLeft, text);
     if (!isSorted)
         return;
@@ -61,6 +69,45 @@ QSize RowHeads::sectionSizeFromContents(int section) const
     const int padding = wide.width() - contentsOf(wide, section).width();
     const int text = QFontMetrics{TypeScale::bold(TypeStep::small)}.horizontalAdvance(textOf(section));
     return {padding + text + textToArrow + arrowExtent, headHeight};
+}
+
+void RowHeads::setWrapping()
+{
+    m_wraps = true;
+    setSectionsClickable(false);
+    setSortIndicatorShown(false);
+}
+
+int RowHeads::wrappedWidth(int section) const
+{
+    const QRect wide{0, 0, 1000, headHeight};
+    const int padding = wide.width() - contentsOf(wide, section).width();
+    const QFontMetrics metrics{TypeScale::font(TypeStep::small)};
+    const auto text = textOf(section);
+    int width = 0;
+    for (const auto& word : text.split(QLatin1Char{' '}))
+        width = std::max(width, metrics.horizontalAdvance(word) + 1);
+    const auto lines = [&](int room) {
+        return metrics.boundingRect(QRect{0, 0, room, 1000}, Qt::TextWordWrap, text).height() / metrics.height();
+    };
+    while (lines(width) > mostLines)
+        width += Space::step1;
+    return padding + width;
+}
+
+void RowHeads::fitHeight()
+{
+    const QFontMetrics metrics{TypeScale::font(TypeStep::small)};
+    int height = headHeight;
+    for (int section = 0; section < count(); ++section) {
+        if (isSectionHidden(section))
+            continue;
+        const auto room = contentsOf({0, 0, sectionSize(section), headHeight}, section);
+        const auto lines = metrics.boundingRect(QRect{0, 0, room.width(), 1000}, Qt::TextWordWrap, textOf(section));
+        height = std::max(height, lines.height() + aroundLines);
+    }
+    if (height != this->height())
+        setFixedHeight(height);
 }
 
 QString RowHeads::textOf(int section) const

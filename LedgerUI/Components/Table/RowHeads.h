@@ -11,6 +11,12 @@ public:
 
     /// The column whose cells begin with a glyph: its head stands over their texts.
     void setGlyphColumn(int section) { m_glyphColumn = section; }
+    /// Nothing is sorted by these heads, and long ones go on in up to three lines.
+    void setWrapping();
+    /// The width that the head of a wrapping column needs, its paddings included.
+    [[nodiscard]] int wrappedWidth(int section) const;
+    /// Makes the heads as high as the longest needs at the widths that the columns have.
+    void fitHeight();
 
 protected:
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
@@ -21,4 +27,5 @@ private:
     [[nodiscard]] QRect contentsOf(const QRect& rect, int section) const;
 
     int m_glyphColumn = -1;
+    bool m_wraps = false;
 };

@@ -1,0 +1,288 @@
+#include "LedgerUI/Presentation/Capital/CapitalOverview.h"
+
+#include <algorithm>
+#include <map>
+
+#include <QStringList>
+
+#include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Capital/CapitalSummary.h"
+#include "LedgerCore/Domain/Dividends/DividendSummary.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Capital/CapitalWords.h"
+#include "LedgerUI/Presentation/Capital/LatestFirst.h"
+#include "LedgerUI/Presentation/Capital/LatestRecords.h"
+#include "LedgerUI/Presentation/Capital/RecordText.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+namespace {
+
+/// An owner, the participant of dividends who is the same person, or one of both.
+struct Person {
+    QString name;
+    std::optional<std::size_t> owner;
+    std::optional<std::size_t> participant;
+};
+
+/// The sums of one currency, as far as the member sees them.
+struct Figures {
+    const CapitalState* capital = nullptr;
+    const DividendState* dividends = nullptr;
+    std::optional<CapitalSummary> contributed;
+    std::optional<DividendSummary> distributed;
+};
+
+/// The same person by the member whom both stand for, else by the name.
+bool isSame(const CapitalParticipant& owner, const DividendParticipant& participant)
+{
+    if (owner.memberID || participant.memberID)
+        return owner.memberID == participant.memberID;
+    return owner.name == participant.name;
+}
+
+bool hasFigures(const DividendParticipantSummary& row)
+{
+    return row.paidMinor != 0 || row.returnedMinor != 0 || row.unpaidMinor != 0 || row.advanceMinor != 0 ||
+           row.settledMinor != 0;
+}
+
+bool hasFigures(const CapitalParticipantSummary& row)
+{
+    return row.recordedMinor != 0 || row.ownershipBps.value_or(0) != 0;
+}
+
+std::vector<Person> peopleOf(const Figures& figures)
+{
+    std::vector<Person> people;
+    std::vector<bool> isTaken(figures.dividends ? figures.dividends->participants.size() : 0);
+    for (std::size_t at = 0; figures.contributed && at < figures.capital->participants.size(); ++at) {
+        const auto& owner = figures.capital->participants[at];
+        Person person{.name = qString(owner.name), .owner = at, .participant = {}};
+        for (std::size_t other = 0; other < isTaken.size() && !person.participant; ++other) {
+            if (!isTaken[other] && isSame(owner, figures.dividends->participants[other]))
+                person.participant = other;
+        }
+        if (person.participant)
+            isTaken[*person.participant] = true;
+        const bool isShown = !owner.archived || hasFigures(figures.contributed->participants[at]) ||
+                             (person.participant && figures.distributed &&
+                              hasFigures(figures.distributed->participants[*person.participant]));
+        if (isShown)
+            people.push_back(person);
+    }
+    for (std::size_t at = 0; figures.distributed && at < isTaken.size(); ++at) {
+        const auto& participant = figures.dividends->participants[at];
+        if (!isTaken[at] && (!participant.archived || hasFigures(figures.distributed->participants[at])))
+            people.push_back({.name = qString(participant.name), .owner = {}, .participant = at});
+    }
+    return people;
+}
+
+/// A column of figures: what stands in it for a person, and how its sum is written.
+struct FigureColumn {
+    std::string_view word;
+    ColumnRoom room = ColumnRoom::stays;
+    enum class Manner { balance, movement, due } manner = Manner::balance;
+    std::int64_t CapitalParticipantSummary::* capital = nullptr;
+    std::optional<std::int64_t> CapitalParticipantSummary::* optional = nullptr;
+    std::int64_t DividendParticipantSummary::* dividend = nullptr;
+
+    [[nodiscard]] std::optional<std::int64_t> of(const Person& person, const Figures& figures) const
+    {
+        if (dividend)
+            return person.participant ? std::optional{figures.distributed->participants[*person.participant].*dividend}
+                                      : std::nullopt;
+        if (!person.owner)
+            return std::nullopt;
+        const auto& row = figures.contributed->participants[*person.owner];
+        return optional ? row.*optional : std::optional{row.*capital};
+    }
+};
+
+std::vector<FigureColumn> columnsOf(const Figures& figures)
+{
+    using Manner = FigureColumn::Manner;
+    using Capital = CapitalParticipantSummary;
+    using Dividend = DividendParticipantSummary;
+    std::vector<FigureColumn> columns;
+    if (figures.contributed) {
+        columns.push_back({.word = "column.recorded", .capital = &Capital::recordedMinor});
+        if (figures.contributed->historyKnown)
+            columns.push_back({.word = "column.total", .room = ColumnRoom::mayGo, .optional = &Capital::totalMinor});
+        columns.push_back({.word = "column.period", .manner = Manner::movement, .optional = &Capital::periodMinor});
+    }
+    if (figures.distributed) {
+        columns.push_back({.word = "column.netPaid", .dividend = &Dividend::netPaidMinor});
+        columns.push_back({.word = "column.returned", .room = ColumnRoom::mayGo, .dividend = &Dividend::returnedMinor});
+        columns.push_back({.word = "column.settled", .dividend = &Dividend::settledMinor});
+        columns.push_back({.word = "column.unpaid", .manner = Manner::due, .dividend = &Dividend::unpaidMinor});
+        columns.push_back({.word = "column.advances", .dividend = &Dividend::advanceMinor});
+    }
+    return columns;
+}
+
+RecordCell written(const FigureColumn& column, std::int64_t minor, std::string_view currency, std::string_view locale)
+{
+    using Manner = FigureColumn::Manner;
+    auto cell = column.manner == Manner::movement ? RecordText::movement(minor, currency, locale)
+                                                  : RecordText::amount(minor, currency, locale);
+    if (column.manner == Manner::due && minor != 0) {
+        cell.tone = RecordTone::due;
+        cell.isBold = true;
+    }
+    return cell;
+}
+
+QString word(std::string_view key, std::string_view locale)
+{
+    return wordIn(locale, capitalWords(), key);
+}
+
+/// The sum of a column; a dash where it does not fit, which the limits of the sections rule out.
+RecordCell sumOf(const FigureColumn& column, const std::vector<Person>& people, const Figures& figures,
+                 std::string_view currency, std::string_view locale)
+{
+    std::optional<std::int64_t> sum = 0;
+    for (const auto& person : people)
+        sum = sum ? Money::add(*sum, column.of(person, figures).value_or(0)) : sum;
+    return sum ? RecordText::bold(written(column, *sum, currency, locale)) : RecordText::dash();
+}
+
+RecordRow rowOf(const Person& person, const std::vector<FigureColumn>& columns, const Figures& figures,
+                std::string_view currency, std::string_view locale)
+{
+    RecordRow row{.id = person.owner ? "owner:" + figures.capital->participants[*person.owner].id
+                                     : "participant:" + figures.dividends->participants[*person.participant].id,
+                  .cells = {}};
+    row.cells.push_back({.text = person.name, .swatch = person.owner});
+    if (figures.contributed) {
+        const auto share =
+            person.owner ? figures.contributed->participants[*person.owner].ownershipBps : std::optional<int>{};
+        row.cells.push_back(share ? RecordText::percentCell(*share, locale) : RecordText::dash());
+    }
+    for (const auto& column : columns) {
+        const auto minor = column.of(person, figures);
+        row.cells.push_back(minor ? written(column, *minor, currency, locale) : RecordText::dash());
+    }
+    return row;
+}
+
+RecordRows ownersOf(const Figures& figures, std::string_view currency, std::string_view locale)
+{
+    RecordRows table;
+    const auto people = peopleOf(figures);
+    const auto columns = columnsOf(figures);
+    table.columns.push_back({.head = word(figures.contributed ? "column.owner" : "column.participant", locale),
+                             .room = ColumnRoom::stretches});
+    if (figures.contributed)
+        table.columns.push_back({.head = word("column.ownership", locale), .isAtRight = true});
+    for (const auto& column : columns)
+        table.columns.push_back({.head = word(column.word, locale), .room = column.room, .isAtRight = true});
+    for (const auto& person : people)
+        table.rows.push_back(rowOf(person, columns, figures, currency, locale));
+
+    RecordRow total{.id = "total", .cells = {RecordText::bold({.text = word("total", locale)})}};
+    if (figures.contributed) {
+        int shares = 0;
+        for (const auto& row : figures.contributed->participants)
+            shares += row.ownershipBps.value_or(0);
+        total.cells.push_back(shares > 0 ? RecordText::bold(RecordText::percentCell(shares, locale))
+                                         : RecordText::dash());
+    }
+    for (const auto& column : columns)
+        total.cells.push_back(sumOf(column, people, figures, currency, locale));
+    table.total = std::move(total);
+    return table;
+}
+
+std::expected<Figures, CapitalOverviews::Unavailable> figuresOf(const LedgerSnapshot& snapshot,
+                                                                const CapitalQuestion& question)
+{
+    const auto from = question.fromDay();
+    const auto through = question.throughDay();
+    Figures figures;
+    if (snapshot.capital && MemberRights::canOpenContributions(snapshot.currentMember)) {
+        auto summary = CapitalSummary::create(*snapshot.capital, question.currency, from, through);
+        if (!summary)
+            return std::unexpected(CapitalOverviews::Unavailable::capital);
+        figures.capital = &*snapshot.capital;
+        figures.contributed = *std::move(summary);
+    }
+    if (snapshot.dividends && MemberRights::canOpenDividends(snapshot.currentMember)) {
+        auto summary = DividendSummary::create(*snapshot.dividends, question.currency, from, through);
+        if (!summary)
+            return std::unexpected(CapitalOverviews::Unavailable::dividends);
+        figures.dividends = &*snapshot.dividends;
+        figures.distributed = *std::move(summary);
+    }
+    return figures;
+}
+
+}
+
+std::vector<OwnershipBar> CapitalOverviews::ownership(const CapitalState& state, const CapitalQuestion& question,
+                                                      std::string_view locale)
+{
+    const auto through = question.throughDay();
+    const auto* inForce = CapitalMath::ownershipInForce(state, through);
+    std::map<std::string_view, std::size_t> places;
+    for (const auto& owner : state.participants)
+        places.emplace(owner.id, places.size());
+
+    std::vector<const CapitalOwnershipVersion*> versions;
+    for (const auto& version : state.ownershipVersions)
+        versions.push_back(&version);
+    sortLatestFirst(versions);
+    std::vector<OwnershipBar> bars;
+    for (const auto* version : versions) {
+        OwnershipBar bar;
+        bar.id = version->id;
+        bar.day = DayText::shortDate(version->date, locale);
+        bar.isInForce = version == inForce;
+        if (bar.isInForce)
+            bar.state = word("ownership.inForce", locale);
+        else if (through && version->date > *through)
+            bar.state = word("ownership.later", locale);
+        QStringList shares;
+        for (const auto& line : version->entries) {
+            if (line.ownershipBps == 0)
+                continue;
+            const auto place = places.find(line.participantID);
+            bar.shares.push_back({.name = qString(line.participantName),
+                                  .percent = RecordText::percent(line.ownershipBps, locale),
+                                  .basisPoints = line.ownershipBps,
+                                  .swatch = place == places.end() ? places.size() : place->second});
+            shares << bar.shares.back().name + QLatin1Char{' '} + bar.shares.back().percent;
+        }
+        bar.spoken =
+            (QStringList{DayText::longDay(version->date, locale), bar.state} + shares).join(QStringLiteral(", "));
+        bars.push_back(std::move(bar));
+    }
+    return bars;
+}
+
+std::expected<CapitalOverview, CapitalOverviews::Unavailable>
+CapitalOverviews::overview(const LedgerSnapshot& snapshot, const CapitalQuestion& question, std::string_view today,
+                           std::string_view locale)
+{
+    const auto figures = figuresOf(snapshot, question);
+    if (!figures)
+        return std::unexpected(figures.error());
+    CapitalOverview overview;
+    overview.owners = ownersOf(*figures, question.currency, locale);
+    overview.latest = LatestRecords::rows(snapshot, question, today, locale);
+    if (figures->contributed) {
+        if (const auto& version = figures->contributed->ownershipVersion)
+            overview.since = wordIn(locale, capitalWords(), "ownership.since",
+                                    {DayText::longDay(version->date, locale).toStdString()});
+        overview.ownership = ownership(*figures->capital, question, locale);
+        if (!figures->contributed->historyKnown)
+            overview.warning = word("history.unknown", locale);
+        overview.notes.push_back(word("note.recorded", locale));
+        overview.notes.push_back(word("note.apart", locale));
+    }
+    if (figures->distributed)
+        overview.notes.push_back(word("note.unpaid", locale));
+    return overview;
+}

@@ -1,0 +1,115 @@
+#include "LedgerUI/Presentation/Capital/LatestRecords.h"
+
+#include <algorithm>
+#include <functional>
+#include <tuple>
+
+#include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerUI/Presentation/Capital/CapitalWords.h"
+#include "LedgerUI/Presentation/Capital/MovementText.h"
+#include "LedgerUI/Presentation/Capital/RecordText.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+namespace {
+
+constexpr std::size_t shownAtMost = 8;
+
+/// A record before it is written: only the last ones are.
+struct Record {
+    std::string_view date;
+    std::string_view createdAt;
+    std::string_view id;
+    std::function<RecordRow()> row;
+};
+
+QString dayOf(std::string_view day, std::string_view today, std::string_view locale)
+{
+    return day.substr(0, 4) == today.substr(0, 4) ? DayText::shortDay(day, locale) : DayText::shortDate(day, locale);
+}
+
+RecordRow rowOf(std::string id, const QString& day, RecordCell what, RecordCell amount)
+{
+    return {.id = std::move(id),
+            .cells = {{.text = day, .tone = RecordTone::quiet}, std::move(what), std::move(amount)}};
+}
+
+RecordRow rowOf(const CapitalContribution& contribution, std::string_view today, std::string_view locale)
+{
+    const bool isReversal = contribution.reversalOf.has_value();
+    RecordCell what{.text = wordIn(locale, capitalWords(), isReversal ? "record.reversed" : "record.contribution"),
+                    .second = qString(contribution.participantName),
+                    .glyph = isReversal ? QStringLiteral("arrow-counterclockwise") : QStringLiteral("people"),
+                    .glyphTone = isReversal ? RecordTone::quiet : RecordTone::capital};
+    auto amount = RecordText::movement(contribution.amountMinor, contribution.currency, locale);
+    if (!isReversal)
+        amount.tone = RecordTone::capital;
+    if (contribution.reversedBy) {
+        what = RecordText::struck(std::move(what));
+        amount = RecordText::struck(std::move(amount));
+    }
+    return rowOf(contribution.transactionID, dayOf(contribution.date, today, locale), std::move(what),
+                 std::move(amount));
+}
+
+RecordRow rowOf(const DividendBatch& batch, std::string_view today, std::string_view locale)
+{
+    RecordCell what{.text = wordIn(locale, capitalWords(), "record.allocation", {batch.period}),
+                    .second = countedIn(locale, capitalWords(), "participants", batch.lines.size()),
+                    .glyph = QStringLiteral("pie-chart"),
+                    .glyphTone = RecordTone::dividend};
+    auto amount = RecordText::amount(batch.amountMinor, batch.currency, locale);
+    amount.tone = RecordTone::quiet; // no money moved
+    if (batch.cancelled) {
+        what = RecordText::struck(std::move(what));
+        amount = RecordText::struck(std::move(amount));
+    }
+    return rowOf("-" + batch.id, dayOf(batch.date, today, locale), std::move(what), std::move(amount));
+}
+
+RecordRow rowOf(const DividendMovement& movement, const DividendState& state, std::string_view today,
+                std::string_view locale)
+{
+    auto what = MovementText::title(movement, state, locale);
+    const auto person = std::ranges::find(state.participants, movement.participantID, &DividendParticipant::id);
+    what.second = person == state.participants.end() ? QString{} : qString(person->name);
+    auto amount = MovementText::amount(movement, state, locale);
+    return rowOf(movement.transactionID.value_or("-" + movement.id), dayOf(movement.date, today, locale),
+                 std::move(what), std::move(amount));
+}
+
+}
+
+RecordRows LatestRecords::rows(const LedgerSnapshot& snapshot, const CapitalQuestion& question, std::string_view today,
+                               std::string_view locale)
+{
+    std::vector<Record> records;
+    const auto add = [&](const auto& record, auto make) {
+        if (record.currency == question.currency && question.period.contains(record.date))
+            records.push_back({record.date, record.createdAt, record.id, std::move(make)});
+    };
+    if (snapshot.capital && MemberRights::canOpenContributions(snapshot.currentMember)) {
+        for (const auto& each : snapshot.capital->contributions)
+            add(each, [&each, today, locale] { return rowOf(each, today, locale); });
+    }
+    if (snapshot.dividends && MemberRights::canOpenDividends(snapshot.currentMember)) {
+        const auto& state = *snapshot.dividends;
+        for (const auto& each : state.batches)
+            add(each, [&each, today, locale] { return rowOf(each, today, locale); });
+        for (const auto& each : state.movements)
+            add(each, [&each, &state, today, locale] { return rowOf(each, state, today, locale); });
+    }
+    std::ranges::sort(records, std::ranges::greater{},
+                      [](const Record& each) { return std::tuple{each.date, each.createdAt, each.id}; });
+    RecordRows table{
+        .columns = {{.head = wordIn(locale, capitalWords(), "column.day")},
+                    {.head = wordIn(locale, capitalWords(), "column.record"), .room = ColumnRoom::stretches},
+                    {.head = wordIn(locale, capitalWords(), "column.amount"), .isAtRight = true}},
+        .rows = {}};
+    for (const auto& record : records) {
+        if (table.rows.size() == shownAtMost)
+            break;
+        table.rows.push_back(record.row());
+    }
+    return table;
+}

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
+#include "LedgerUI/Presentation/Capital/CapitalQuestion.h"
+#include "LedgerUI/Presentation/Capital/DividendBoard.h"
+#include "LedgerUI/Screens/Workspace/PageView.h"
+
+class CapitalOverviewTab;
+class ContributionsTab;
+class DividendsTab;
+class EmptyState;
+class LedgerStore;
+class PageHeader;
+class PeriodNavigator;
+class QStackedWidget;
+class QTabBar;
+class SegmentedControl;
+
+/// The page of owners' capital and dividends, one currency at a time.
+class CapitalView final : public PageView {
+    Q_OBJECT
+public:
+    explicit CapitalView(LedgerStore& store, QWidget* parent = nullptr);
+
+    [[nodiscard]] QList<QWidget*> panes() const override;
+    [[nodiscard]] StatusContext statusContext() const override;
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    void buildLayout();
+    void bind();
+    void adoptSnapshot();
+    void presentTabs();
+    void presentCurrencies();
+    void present();
+    void presentOverview();
+    void presentContributions();
+    void presentContribution();
+    void presentDividends();
+    void showUnavailable(const QString& why);
+    void choosePeriod(const Period& period);
+    void stepTab(int by);
+    [[nodiscard]] CapitalModuleTab tab() const;
+
+    LedgerStore& m_store;
+    CapitalQuestion m_question;
+    DividendChoice m_choice;
+    std::vector<CapitalModuleTab> m_tabs;
+    std::vector<std::string> m_currencies;
+    bool m_isOpened = false; // the period was set once
+    PageHeader* m_header = nullptr;
+    PeriodNavigator* m_period = nullptr;
+    SegmentedControl* m_currency = nullptr;
+    QTabBar* m_tabBar = nullptr;
+    QStackedWidget* m_stack = nullptr;
+    CapitalOverviewTab* m_overview = nullptr;
+    ContributionsTab* m_contributions = nullptr;
+    DividendsTab* m_dividends = nullptr;
+    EmptyState* m_unavailable = nullptr;
+};

@@ -1,0 +1,164 @@
+#include "LedgerUI/Screens/Capital/ContributionPane.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/SelectableText.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Capital/CapitalWords.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Screens/Capital/RecordHead.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int labelColumn = 96;
+
+TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent)
+{
+    auto* made = new TextLabel(step, tone, parent);
+    made->setTextFormat(Qt::PlainText);
+    made->setText(text);
+    return made;
+}
+
+}
+
+ContributionPane::ContributionPane(QWidget* parent) : QFrame{parent}
+{
+    setObjectName(QStringLiteral("detailPane"));
+    setMinimumWidth(Space::detailPaneMinimum);
+    setMaximumWidth(Space::detailPaneMaximum);
+    setAutoFillBackground(true);
+    m_headline = new TextLabel(TypeStep::section, Token::text, this);
+    m_headline->setObjectName(QStringLiteral("contributionOwner"));
+    m_headline->setTextFormat(Qt::PlainText);
+    m_headline->setWordWrap(true);
+    m_close = new IconButton(QStringLiteral("x-lg"), IconButton::Frame::none, this);
+    m_close->setObjectName(QStringLiteral("contributionClose"));
+    m_scroll = new QScrollArea(this);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->viewport()->setAutoFillBackground(false);
+    m_foot = new QWidget(this);
+    auto* footRow = new QHBoxLayout(m_foot);
+    footRow->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
+    auto* head = new QHBoxLayout;
+    head->setContentsMargins(Space::pageMargin, Space::step2, Space::step1, Space::step1);
+    head->addWidget(m_headline, 1);
+    head->addWidget(m_close, 0, Qt::AlignTop);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(1, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addLayout(head);
+    rows->addWidget(m_scroll, 1);
+    rows->addWidget(m_foot);
+    m_foot->hide();
+    connect(m_close, &QToolButton::clicked, this, &ContributionPane::closeWanted);
+}
+
+void ContributionPane::setReverseAction(QAction* action)
+{
+    m_reverse = new QPushButton(m_foot);
+    followAction(*m_reverse, *action);
+    m_reverse->setIcon(Icon::of(QStringLiteral("arrow-counterclockwise"), Token::text));
+    m_reverse->setIconSize({Space::iconBeforeText, Space::icon});
+    auto* row = static_cast<QHBoxLayout*>(m_foot->layout());
+    row->addWidget(m_reverse);
+    row->addStretch(1);
+}
+
+QWidget* ContributionPane::firstStop() const
+{
+    return m_close;
+}
+
+void ContributionPane::present(const std::optional<ContributionDetail>& detail, const ThemeColor& ink)
+{
+    m_close->setName(word(dialogWords(), "close"));
+    m_foot->setVisible(m_reverse && detail && !detail->isReversal && !detail->isReversed);
+    if (detail == m_shown && m_scroll->widget())
+        return;
+    m_shown = detail;
+    m_ink = ink;
+    m_headline->setText(detail ? detail->owner : QString{});
+    auto* body = new QWidget;
+    auto* rows = new QVBoxLayout(body);
+    rows->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, Space::pageMargin);
+    rows->setSpacing(Space::step2);
+    if (detail)
+        fill(*detail, *rows);
+    rows->addStretch(1);
+    m_scroll->setWidget(body);
+}
+
+void ContributionPane::fill(const ContributionDetail& detail, QVBoxLayout& rows)
+{
+    auto* amountRow = new QHBoxLayout;
+    amountRow->setSpacing(Space::step2);
+    auto* digits = label(detail.amount.figure(), TypeStep::display, Token::text, nullptr);
+    digits->setObjectName(QStringLiteral("contributionAmount"));
+    digits->setAccessibleName(detail.amount.spoken);
+    if (!detail.isReversal && !detail.isReversed)
+        digits->setInk(m_ink);
+    auto font = digits->font();
+    font.setStrikeOut(detail.isReversed);
+    digits->setFont(font);
+    amountRow->addWidget(label(detail.amount.currency, TypeStep::body, Token::text3, nullptr), 0, Qt::AlignBottom);
+    amountRow->addWidget(digits, 1);
+    rows.addLayout(amountRow);
+
+    auto* grid = new QGridLayout;
+    grid->setHorizontalSpacing(Space::step2);
+    grid->setVerticalSpacing(Space::step2 - 2);
+    grid->setColumnStretch(1, 1);
+    int at = 0;
+    const auto add = [&](const QString& name, QWidget* value) {
+        auto* title = label(name, TypeStep::small, Token::text2, nullptr);
+        title->setWordWrap(true);
+        title->setFixedWidth(labelColumn);
+        grid->addWidget(title, at, 0, Qt::AlignTop);
+        grid->addWidget(value, at++, 1, Qt::AlignTop);
+    };
+    for (const auto& line : detail.lines)
+        add(line.label, new SelectableText(line.value, TypeStep::body, Token::text));
+    if (!detail.linkID.empty()) {
+        auto* button = link(detail.link, QStringLiteral("linkedContribution"));
+        const auto id = QString::fromStdString(detail.linkID);
+        connect(button, &QPushButton::clicked, this, [this, id] { Q_EMIT contributionWanted(id); });
+        add(word(capitalWords(), "detail.linked"), button);
+    }
+    if (!detail.entryID.empty()) {
+        auto* button = link(word(capitalWords(), "openEntry"), QStringLiteral("contributionEntry"));
+        const auto id = QString::fromStdString(detail.entryID);
+        connect(button, &QPushButton::clicked, this, [this, id] { Q_EMIT entryWanted(id); });
+        add(word(capitalWords(), "detail.entry"), button);
+    }
+    rows.addLayout(grid);
+}
+
+QPushButton* ContributionPane::link(const QString& text, const QString& name)
+{
+    auto* button = new QPushButton(text);
+    button->setObjectName(name);
+    button->setProperty("kind", QStringLiteral("link"));
+    button->setCursor(Qt::PointingHandCursor);
+    return button;
+}
+
+void ContributionPane::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Escape)
+        Q_EMIT left();
+    else
+        QFrame::keyPressEvent(event);
+}

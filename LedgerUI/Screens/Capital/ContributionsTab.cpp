@@ -1,0 +1,221 @@
+#include "LedgerUI/Screens/Capital/ContributionsTab.h"
+
+#include <algorithm>
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "LedgerUI/Components/Page/Banner.h"
+#include "LedgerUI/Components/Page/EmptyState.h"
+#include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Page/ListDetailPage.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Capital/CapitalWords.h"
+#include "LedgerUI/Screens/Capital/ContributionPane.h"
+#include "LedgerUI/Screens/Capital/RecordHead.h"
+#include "LedgerUI/Screens/Capital/RecordInks.h"
+#include "LedgerUI/Screens/Capital/RecordTable.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int baselineHeight = 132;
+
+QVBoxLayout* rowsOf(QWidget* widget)
+{
+    auto* rows = new QVBoxLayout(widget);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    return rows;
+}
+
+QString text(std::string_view key)
+{
+    return word(capitalWords(), key);
+}
+
+}
+
+ContributionsTab::ContributionsTab(QWidget* parent) : QWidget{parent}
+{
+    setObjectName(QStringLiteral("capitalContributions"));
+    buildLayout();
+    connect(m_table, &RecordTable::selectionMoved, this, &ContributionsTab::chosenChanged);
+    connect(m_table, &RecordTable::opened, m_page, &ListDetailPage::openDetail);
+    connect(m_detail, &ContributionPane::closeWanted, m_page, &ListDetailPage::closeDetail);
+    connect(m_detail, &ContributionPane::left, m_page, &ListDetailPage::leaveDetail);
+    connect(m_detail, &ContributionPane::entryWanted, this, &ContributionsTab::entryWanted);
+    connect(m_detail, &ContributionPane::contributionWanted, this,
+            [this](const QString& id) { choose(id.toStdString()); });
+    retranslate();
+}
+
+void ContributionsTab::buildLayout()
+{
+    auto* message = new QWidget(this);
+    m_banner = new Banner(Banner::Kind::warn, message);
+    m_banner->setObjectName(QStringLiteral("baselineBanner"));
+    auto* messageRow = rowsOf(message);
+    messageRow->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, Space::step2);
+    messageRow->addWidget(m_banner);
+
+    auto* list = new QWidget(this);
+    m_table = new RecordTable(RecordTable::Lines::two, list);
+    m_table->setObjectName(QStringLiteral("contributionsTable"));
+    list->setFocusProxy(m_table);
+    auto* listRows = rowsOf(list);
+    listRows->addWidget(m_table, 1);
+    listRows->addWidget(m_table->total());
+    m_notice = new EmptyState(QStringLiteral("people"), this);
+
+    auto* below = new QWidget(this);
+    m_hint = new TextLabel(TypeStep::small, Token::text2, below);
+    m_hint->setWordWrap(true);
+    m_hint->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, Space::step2);
+    m_baselineHead = new RecordHead(below);
+    auto* scroll = new QScrollArea(below);
+    scroll->setObjectName(QStringLiteral("baselineScroll"));
+    scroll->setWidgetResizable(true);
+    scroll->setFocusPolicy(Qt::StrongFocus);
+    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    auto* content = new QWidget;
+    content->setObjectName(QStringLiteral("baselines"));
+    m_baselines = new QVBoxLayout(content);
+    m_baselines->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, Space::step2);
+    m_baselines->setSpacing(Space::step2);
+    scroll->setWidget(content);
+    scroll->viewport()->setAutoFillBackground(false);
+    m_baselineBox = scroll;
+    auto* belowRows = rowsOf(below);
+    belowRows->addWidget(m_hint);
+    belowRows->addWidget(new Line(Qt::Horizontal, below));
+    belowRows->addWidget(m_baselineHead);
+    belowRows->addWidget(scroll);
+
+    m_detail = new ContributionPane(this);
+    auto* top = new QWidget(this);
+    auto* filters = new QWidget(this);
+    for (auto* empty : {top, filters})
+        empty->setFixedHeight(0);
+    m_page = new ListDetailPage({.header = top,
+                                 .filters = filters,
+                                 .message = message,
+                                 .table = list,
+                                 .notice = m_notice,
+                                 .strip = below,
+                                 .detail = m_detail,
+                                 .detailStop = m_detail->firstStop()},
+                                this);
+    rowsOf(this)->addWidget(m_page);
+}
+
+void ContributionsTab::present(const ContributionList& list, const RecordInks& inks)
+{
+    m_banner->present(Banner::Kind::warn, list.warning);
+    m_banner->parentWidget()->setVisible(!list.warning.isEmpty());
+    m_table->present(list.rows, inks);
+    m_hint->setText(list.hint);
+    m_page->show(m_table->isEmpty() ? ListDetailPage::Content::notice : ListDetailPage::Content::table);
+    // The baseline stands below, whether or not anything was paid in since.
+    m_hint->parentWidget()->show();
+    presentBaselines(list.baselines);
+    if (m_table->chosen().empty() && !m_table->isEmpty())
+        m_table->follow(list.rows.rows.front().id);
+    m_notice->setTexts(text("contribution.none"), list.hint);
+}
+
+void ContributionsTab::presentDetail(const std::optional<ContributionDetail>& detail, const RecordInks& inks)
+{
+    m_detail->present(detail, inks.capital);
+    m_page->setHasContents(!m_table->isEmpty());
+}
+
+void ContributionsTab::presentBaselines(const std::vector<BaselineSection>& sections)
+{
+    m_baselineBox->setVisible(!sections.empty());
+    if (sections == m_shownBaselines)
+        return;
+    m_shownBaselines = sections;
+    while (auto* item = m_baselines->takeAt(0)) {
+        delete item->widget();
+        delete item;
+    }
+    const auto label = [](const QString& shown, Token tone, QWidget* parent) {
+        auto* made = new TextLabel(TypeStep::small, tone, parent);
+        made->setTextFormat(Qt::PlainText);
+        made->setText(shown);
+        return made;
+    };
+    for (const auto& section : sections) {
+        auto* box = new QWidget;
+        auto* grid = new QGridLayout(box);
+        grid->setContentsMargins(0, 0, 0, 0);
+        grid->setHorizontalSpacing(Space::step4);
+        grid->setVerticalSpacing(2);
+        grid->setColumnStretch(0, 1);
+        const auto tone = section.isInForce ? Token::text : Token::text2;
+        auto* title = label(section.title, tone, box);
+        title->setBold(section.isInForce);
+        grid->addWidget(title, 0, 0);
+        grid->addWidget(label(section.second, Token::text2, box), 0, 1, Qt::AlignRight);
+        int row = 1;
+        for (const auto& line : section.lines) {
+            grid->addWidget(label(line.label, tone, box), row, 0);
+            grid->addWidget(label(line.value, tone, box), row++, 1, Qt::AlignRight);
+        }
+        m_baselines->addWidget(box);
+    }
+    m_baselines->addStretch(1);
+    const int wanted = m_baselineBox->findChild<QWidget*>(QStringLiteral("baselines"))->sizeHint().height();
+    m_baselineBox->setFixedHeight(std::min(wanted, baselineHeight));
+}
+
+void ContributionsTab::setHistoryAction(QAction* action)
+{
+    auto* button = new QPushButton(m_banner);
+    followAction(*button, *action);
+    m_banner->addAction(button);
+}
+
+void ContributionsTab::setReverseAction(QAction* action)
+{
+    m_detail->setReverseAction(action);
+}
+
+std::string ContributionsTab::chosen() const
+{
+    return m_table->chosen();
+}
+
+bool ContributionsTab::choose(const std::string& id)
+{
+    return m_table->choose(id);
+}
+
+void ContributionsTab::toggleDetail()
+{
+    m_page->toggleDetail();
+}
+
+QList<QWidget*> ContributionsTab::panes() const
+{
+    return m_page->panes();
+}
+
+void ContributionsTab::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        retranslate();
+    QWidget::changeEvent(event);
+}
+
+void ContributionsTab::retranslate()
+{
+    m_table->setAccessibleName(text("tab.contributions"));
+    m_baselineHead->setTexts(text("baseline.title"), {});
+    m_baselineBox->setAccessibleName(text("baseline.title"));
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include "LedgerUI/Presentation/Capital/DividendForm.h"
+#include "LedgerUI/Screens/Capital/RecordActionForm.h"
+
+/// The dividend section of the books, as a form sends to it.
+struct DividendSection {
+    using Route = DividendRoute;
+    using Form = DividendForm;
+    using Command = DividendCommand;
+
+    static Form opened(const Route& route, const LedgerSnapshot& snapshot, const std::string& today,
+                       std::string_view locale);
+    static Form reloaded(Form form, const LedgerSnapshot& snapshot, const std::string& today, std::string_view locale);
+    static Form edited(Form form, const RecordEdit& edit, const LedgerSnapshot& snapshot, std::string_view locale);
+    static Form rewritten(Form form, std::string_view fromLocale, std::string_view toLocale);
+    static bool isCurrent(const Form& form, const LedgerSnapshot& snapshot);
+    static std::expected<Command, std::vector<DividendProblem>>
+    command(const Form& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale);
+    static RecordFormContent content(const DividendSubmission& submission, const Form& initial,
+                                     const LedgerSnapshot& snapshot, const std::string& today, std::string_view locale);
+    static QString whyNot(const Form& form, const LedgerSnapshot& snapshot, std::string_view locale);
+    static bool isConflict(const Failure& failure);
+    static QCoro::Task<Result<void>> submit(LedgerStore& store, Command command);
+    static int width(const Route& route);
+};
+
+/// Changes dividend records: allocations and their cancellation, payments, advances with their returns and set-offs,
+/// reversals and participants.
+class DividendActionForm final : public RecordActionForm<DividendSection> {
+public:
+    DividendActionForm(LedgerStore& store, const DividendRoute& route, QWidget* parent);
+
+private:
+    void present() override;
+    void fillFromOwnership();
+
+    QPushButton* m_useDefaults = nullptr; // of an allocation
+    QPushButton* m_fill = nullptr;
+};

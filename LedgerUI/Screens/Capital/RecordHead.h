@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QWidget>
+
+class ElidedLabel;
+class QAction;
+class QHBoxLayout;
+class TextLabel;
+
+/// The head of a section: its name, a quiet text beside it, and at the right what can be done there.
+class RecordHead final : public QWidget {
+    Q_OBJECT
+public:
+    explicit RecordHead(QWidget* parent = nullptr);
+
+    void setTexts(const QString& title, const QString& beside);
+    /// A button that follows the action: its text, whether it can be pressed, and why not.
+    void addAction(QAction* action, bool isPrimary = false);
+
+private:
+    TextLabel* m_title = nullptr;
+    ElidedLabel* m_beside = nullptr;
+    QHBoxLayout* m_row = nullptr;
+};
+
+/// Has a button say and do what the action says and does.
+void followAction(class QPushButton& button, QAction& action);
