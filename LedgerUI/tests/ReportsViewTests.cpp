@@ -60,7 +60,8 @@ TEST_F(Reports, ShowWhereEachCurrencyStandsInThePeriod)
 {
     open();
     EXPECT_TRUE(screen.says("November 2026"));
-    EXPECT_EQ(row("currencyTable", "USD"), "USD | 197,420.00 | +10,940.00 | 0.00 | +10,940.00 | −12,000.00 | 196,360.00");
+    EXPECT_EQ(row("currencyTable", "USD"),
+              "USD | 197,420.00 | +10,940.00 | 0.00 | +10,940.00 | −12,000.00 | 196,360.00");
     EXPECT_EQ(row("currencyTable", "SGD"), "SGD | 0.00 | 0.00 | 0.00 | 0.00 | +16,074.00 | 16,074.00");
     screen.keys("Alt+Left");
     EXPECT_TRUE(screen.says("October 2026"));
@@ -134,7 +135,8 @@ TEST_F(Reports, CopyAFigureAndATableForSpreadsheets)
     screen.waitFor("figureMenu");
     screen.keys("Up Return");
     const auto table = QApplication::clipboard()->text();
-    EXPECT_TRUE(table.startsWith(QStringLiteral("Currency\tOpening\tIncome\tExpense\tNet\tOther movements\tClosing\n")));
+    EXPECT_TRUE(
+        table.startsWith(QStringLiteral("Currency\tOpening\tIncome\tExpense\tNet\tOther movements\tClosing\n")));
     EXPECT_EQ(table.count(QLatin1Char('\n')), 4);
 }
 

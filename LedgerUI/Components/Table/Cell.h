@@ -47,7 +47,7 @@ struct Cell {
     std::vector<CellAmount> amounts = {};
     std::optional<CellBar> bar = {};
     std::vector<std::int64_t> values = {}; // drawn as a line through the whole cell, without a scale
-    bool wraps = false;      // the only line may go on in a second one
-    bool isHead = false;     // of a group of rows: the texts stand at the bottom
-    bool joinsBelow = false; // no line parts it from the cell below
+    bool wraps = false;                    // the only line may go on in a second one
+    bool isHead = false;                   // of a group of rows: the texts stand at the bottom
+    bool joinsBelow = false;               // no line parts it from the cell below
 };

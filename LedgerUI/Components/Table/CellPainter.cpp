@@ -139,8 +139,8 @@ void CellPainter::paintWithBar(const Cell& cell, const QRect& area) const
         return;
     }
     const int words = QFontMetrics{fontOf(text)}.horizontalAdvance(text.text);
-    const QRect before{area.left(), area.top() + (area.height() - thickness) / 2,
-                       area.width() - words - Space::step2, thickness};
+    const QRect before{area.left(), area.top() + (area.height() - thickness) / 2, area.width() - words - Space::step2,
+                       thickness};
     CellDrawing::paintBar(m_painter, *cell.bar, before);
     paintText(text, area, Qt::AlignRight);
 }

@@ -67,9 +67,9 @@ public:
     [[nodiscard]] bool accepts(std::uint32_t at) const
     {
         const auto& entry = m_book.entry(at);
-        return entry.day >= m_first && entry.day <= m_last && (!m_isFigure || m_ofFigure[at]) && m_kinds.accepts(entry.kind) &&
-               m_categories.accepts(entry.category) && acceptsReceipts(entry.hasReceipts) && acceptsLegs(at) &&
-               (m_search.isEmpty() || m_search.accepts(at));
+        return entry.day >= m_first && entry.day <= m_last && (!m_isFigure || m_ofFigure[at]) &&
+               m_kinds.accepts(entry.kind) && m_categories.accepts(entry.category) &&
+               acceptsReceipts(entry.hasReceipts) && acceptsLegs(at) && (m_search.isEmpty() || m_search.accepts(at));
     }
 
 private:
@@ -159,7 +159,8 @@ LedgerFilter LedgerFilter::without(Part part) const
 
 bool LedgerFilter::narrows() const
 {
-    return isSet(Part::text) || isSet(Part::figure) || std::ranges::any_of(chosenParts, [&](Part part) { return isSet(part); });
+    return isSet(Part::text) || isSet(Part::figure) ||
+           std::ranges::any_of(chosenParts, [&](Part part) { return isSet(part); });
 }
 
 std::vector<ReportFigureLeg> figureLegs(const LedgerBook& book, const LedgerFilter& filter)

@@ -82,9 +82,9 @@ LedgerListing listingOf(LedgerBookPointer book, LedgerQuery query)
     listing.rows = sorted(*book, matching(*book, query.filter), query.sort);
     listing.places = placesOf(*book, listing.rows);
     const auto& figure = query.filter.figure;
-    listing.totals = figure ? std::vector{figureTotal(figure->scope.currency, figureLegs(*book, query.filter),
-                                                      listing.rows)}
-                            : totals(*book, listing.rows);
+    listing.totals =
+        figure ? std::vector{figureTotal(figure->scope.currency, figureLegs(*book, query.filter), listing.rows)}
+               : totals(*book, listing.rows);
     listing.balances = balancesOn(*book, balanceDay(*book, query.filter.period, query.today));
     listing.widest = widestOf(*book, listing.rows);
     const auto year = static_cast<std::uint32_t>(static_cast<int>(query.today.year()));

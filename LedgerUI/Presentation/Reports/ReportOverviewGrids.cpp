@@ -12,8 +12,7 @@ namespace {
 
 class CurrencyRow {
 public:
-    CurrencyRow(const CurrencyOverview& shown, const ReportOverviewGrids::Frame& frame)
-        : m_shown(shown), m_frame(frame)
+    CurrencyRow(const CurrencyOverview& shown, const ReportOverviewGrids::Frame& frame) : m_shown(shown), m_frame(frame)
     {
     }
 
@@ -25,8 +24,7 @@ public:
         return {{.text = QString::fromStdString(m_shown.currency), .beside = m_shown.name, .tone = Tone::strong},
                 balance(m_shown.opening, Tone::plain,
                         isOpenEnded ? std::nullopt : ReportOverviewGrids::daysUntil(m_frame, before)),
-                moved(m_shown.income,
-                      m_shown.income.sign == MoneyText::Sign::plus ? Tone::incoming : Tone::plain,
+                moved(m_shown.income, m_shown.income.sign == MoneyText::Sign::plus ? Tone::incoming : Tone::plain,
                       ReportFigure::incomeMovements()),
                 moved(m_shown.expense, Tone::plain, ReportFigure::expenseMovements()),
                 moved(m_shown.net, Tone::strong, ReportFigure::netMovements()),
@@ -45,8 +43,8 @@ private:
 
     [[nodiscard]] ReportGridCell moved(const MoneyText& money, Tone tone, std::set<Movement> movements) const
     {
-        return ReportGrids::moneyCell(
-            money, tone, ReportBacking{.period = m_frame.period, .figure = figure(std::move(movements))});
+        return ReportGrids::moneyCell(money, tone,
+                                      ReportBacking{.period = m_frame.period, .figure = figure(std::move(movements))});
     }
 
     [[nodiscard]] ReportGridCell balance(const MoneyText& money, Tone tone, const std::optional<Period>& days) const
@@ -68,8 +66,14 @@ std::vector<ReportGridColumn> currencyColumns(std::string_view locale)
     };
     auto other = column("other");
     other.isSpare = true;
-    return {column("currency", Kind::name), column("opening"), column("income"),  column("expense"),
-            column("net"),                  other,             column("closing"), column("twelveMonths", Kind::line)};
+    return {column("currency", Kind::name),
+            column("opening"),
+            column("income"),
+            column("expense"),
+            column("net"),
+            other,
+            column("closing"),
+            column("twelveMonths", Kind::line)};
 }
 
 }
@@ -81,9 +85,8 @@ std::optional<Period> ReportOverviewGrids::daysUntil(const Frame& frame, std::ch
 
 ReportGrid ReportOverviewGrids::currencies(const ReportOverview& overview, const Frame& frame, std::string_view locale)
 {
-    ReportGrid grid{.name = wordIn(locale, reportWords(), "table.currencies"),
-                    .columns = currencyColumns(locale),
-                    .rows = {}};
+    ReportGrid grid{
+        .name = wordIn(locale, reportWords(), "table.currencies"), .columns = currencyColumns(locale), .rows = {}};
     for (const auto& each : overview.currencies)
         grid.rows.push_back({.id = each.currency, .cells = CurrencyRow{each, frame}.cells()});
     return grid;

@@ -182,7 +182,8 @@ TEST(LedgerNotice, TellsAnEmptyLedgerFromOneThatMayNotBeSeen)
 /// The total under the ledger when a figure of a report is opened: the figure itself, in minor units.
 std::int64_t totalOf(const LedgerBookPointer& book, ReportFigure figure, const Period& period)
 {
-    const auto listing = listingOf(book, {.filter = {.period = period, .figure = std::move(figure)}, .sort = {}, .today = sampleToday});
+    const auto listing =
+        listingOf(book, {.filter = {.period = period, .figure = std::move(figure)}, .sort = {}, .today = sampleToday});
     EXPECT_EQ(listing.totals.size(), 1U);
     return listing.totals.front().net.value_or(-1);
 }

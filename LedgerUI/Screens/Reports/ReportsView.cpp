@@ -43,10 +43,10 @@ QString text(std::string_view key)
 LedgerFilter entriesOf(const AttentionItem& item, const Period& period)
 {
     if (item.kind == AttentionItem::Kind::receiptsMissing)
-        return {.period = period,
-                .kinds = {std::string{EntryKind::income}, std::string{EntryKind::expense},
-                          std::string{EntryKind::refund}},
-                .receipts = LedgerFilter::Receipts::missing};
+        return {
+            .period = period,
+            .kinds = {std::string{EntryKind::income}, std::string{EntryKind::expense}, std::string{EntryKind::refund}},
+            .receipts = LedgerFilter::Receipts::missing};
     return {.accountIDs = {item.accountID}, .currencies = {item.currency}};
 }
 
@@ -132,7 +132,8 @@ void ReportsView::bindParts()
         query.period = period;
         m_browser->ask(std::move(query));
     });
-    connect(m_accounts, &ChoiceField::chosenChanged, this, [this](const ChoiceList::Chosen& chosen) {
+    connect(m_accounts, &ChoiceField::chosenChanged, this, [this] {
+        const auto& chosen = m_accounts->chosen();
         auto query = m_browser->query();
         query.accountIDs.reset();
         if (!chosen.empty())
@@ -217,16 +218,15 @@ void ReportsView::presentAccounts()
         if (chosen && chosen->contains(account.id))
             only = choices.back().text;
     }
-    const auto summary = !chosen                ? text("accounts.all")
-                         : chosen->size() == 1U ? only
-                                                : countedIn(InterfaceLanguage::tag(), reportWords(), "accounts",
-                                                            chosen->size());
-    m_accounts->present(summary,
-                        {.name = text("accounts"),
+    const auto summary = !chosen ? text("accounts.all")
+                         : chosen->size() == 1U
+                             ? only
+                             : countedIn(InterfaceLanguage::tag(), reportWords(), "accounts", chosen->size());
+    m_accounts->present({.name = text("accounts"),
                          .all = text("accounts.all"),
                          .search = text("accounts.search"),
                          .noMatch = text("accounts.noMatch")},
-                        std::move(choices), chosen.value_or(ChoiceList::Chosen{}));
+                        choices, chosen.value_or(ChoiceList::Chosen{}), summary);
 }
 
 void ReportsView::presentActions()
