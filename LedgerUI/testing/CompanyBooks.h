@@ -30,6 +30,9 @@ inline SnapshotBuilder companyBooks()
     employee.accountGrants = {{grant("Kas kecil – Rizky Pratama", {"view", "expense"})}};
     auto former = SnapshotBuilder::person("m5", "Made Suryani");
     former.active = false;
+    books.category("utilities", "expense", "Utilities").category("power", "expense", "Electricity", "utilities");
+    books.category("water", "expense", "Water", "utilities").category("rent", "expense", "Rent");
+    books.category("sales", "income", "Sales");
     return books.member(finance).member(manager).member(employee).member(former);
 }
 

@@ -55,6 +55,13 @@ void openCompanyAsEmployee(WindowUnderTest& under)
     under.screen.waitFor("accessTab");
 }
 
+void openCategories(WindowUnderTest& under)
+{
+    openCompany(under, "categoriesTab");
+    under.screen.press("categoryInactive");
+    under.screen.pressRow("categoryTable", "Electricity");
+}
+
 void openBookkeeping(WindowUnderTest& under)
 {
     openCompany(under, "bookkeepingTab");
@@ -90,6 +97,20 @@ const std::array shown{
     SweptScreen{"Invite", builtPages, openInvite},
     SweptScreen{"InvitationCode", builtPages, invite},
     SweptScreen{"CompanyProfile", builtPages, [](auto& under) { openCompany(under, "profileTab"); }},
+    SweptScreen{"Categories", builtPages, openCategories},
+    SweptScreen{"NewCategory", builtPages,
+                [](auto& under) {
+                    openCategories(under);
+                    under.screen.press("companyPrimary");
+                    under.screen.keys("Return"); // with its message
+                    under.screen.type(" x");
+                }},
+    SweptScreen{"Presets", builtPages,
+                [](auto& under) {
+                    openCategories(under);
+                    under.screen.press("categoryCatalogButton");
+                    under.screen.waitForFocus("presetDialog");
+                }},
     SweptScreen{"Bookkeeping", builtPages, openBookkeeping},
     SweptScreen{"BookkeepingConflict", builtPages, meetARevisionConflict},
     SweptScreen{"BookkeepingSetup", builtPages, openSetup},

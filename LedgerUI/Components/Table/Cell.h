@@ -39,6 +39,8 @@ struct CellBar {
 
 /// What one cell of a table shows. Lines stand one above the other; `beside` takes what the only line leaves.
 struct Cell {
+    int indent = 0;     // of everything, with `fold` in the room that it leaves
+    QString fold = {};  // the glyph that unfolds a tree
     QString glyph = {}; // at the left end, in the middle of the height
     ThemeColor glyphInk = Token::text2;
     std::vector<CellText> lines = {};

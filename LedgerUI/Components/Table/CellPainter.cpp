@@ -34,9 +34,12 @@ QFont fontOf(const CellText& text)
 void CellPainter::paint(const Cell& cell, const QRect& area) const
 {
     auto rest = area;
+    if (!cell.fold.isEmpty())
+        paintGlyph(cell.fold, Token::text2, centred(area, area.left(), Space::chevron));
+    rest.setLeft(rest.left() + cell.indent);
     if (!cell.glyph.isEmpty()) {
-        paintGlyph(cell.glyph, cell.glyphInk, centred(area, area.left(), Space::icon));
-        rest.setLeft(area.left() + glyphIndent);
+        paintGlyph(cell.glyph, cell.glyphInk, centred(rest, rest.left(), Space::icon));
+        rest.setLeft(rest.left() + glyphIndent);
     }
     if (!cell.values.empty())
         CellDrawing::paintValues(m_painter, cell.values, rest);

@@ -2,21 +2,27 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
+#include <QStyleHints>
 
 #include "LedgerUI/Components/Table/CellPainter.h"
 #include "LedgerUI/Components/Table/RowHeads.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
 
 namespace {
 
 constexpr int stretchedMinimum = 140;
 constexpr int rowsMeasured = 500;
+constexpr int foldRoom = 20; // at the left of a tree's top level
+constexpr int ringWidth = 2;
 constexpr int columnGap = 12; // beyond the paddings of the cells
 
 int textWidth(TypeStep step, const QString& text)
@@ -33,13 +39,19 @@ CellText textOf(const PlainCell& cell)
         text.ink = Token::warn;
     else if (cell.look == PlainCell::Look::link)
         text.ink = Token::accent;
+    text.isBold = cell.look == PlainCell::Look::bold;
     return text;
+}
+
+int indentOf(const PlainCell& cell)
+{
+    return cell.depth < 0 ? 0 : foldRoom + cell.depth * CellPainter::glyphIndent;
 }
 
 Cell paintedCell(const PlainTableModel& model, const QModelIndex& index)
 {
     const auto& cell = model.cell(index);
-    Cell painted{.glyph = cell.glyph};
+    Cell painted{.indent = indentOf(cell), .fold = cell.fold, .glyph = cell.glyph};
     const bool isAtRight = model.columns()[static_cast<std::size_t>(index.column())].align == PlainColumn::Align::right;
     if (cell.look == PlainCell::Look::chip) {
         painted.lines.push_back({});
@@ -48,6 +60,8 @@ Cell paintedCell(const PlainTableModel& model, const QModelIndex& index)
         painted.amounts.push_back({.code = {}, .figure = textOf(cell)});
     } else {
         painted.lines.push_back(textOf(cell));
+        if (!cell.mark.isEmpty())
+            painted.marks.push_back({.word = {}, .glyph = cell.mark});
     }
     return painted;
 }
@@ -94,7 +108,8 @@ int PlainTable::contentWidth(int column) const
         const auto& cell = m_model->cell(m_model->index(row, column));
         const bool isChip = cell.look == PlainCell::Look::chip;
         int width = textWidth(isChip ? TypeStep::micro : TypeStep::body, cell.text);
-        width += (isChip ? 2 * Space::step2 : 0) + (cell.glyph.isEmpty() ? 0 : CellPainter::glyphIndent);
+        width +=
+            (isChip ? 2 * Space::step2 : 0) + (cell.glyph.isEmpty() ? 0 : CellPainter::glyphIndent) + indentOf(cell);
         widest = std::max(widest, width);
     }
     const bool isLast = column == m_model->columnCount() - 1;
@@ -134,13 +149,89 @@ void PlainTable::keyPressEvent(QKeyEvent* event)
         QGuiApplication::clipboard()->setText(m_model->copyText(currentIndex().row()));
         return;
     }
+    if (currentIndex().isValid() && takeTreeKey(*event))
+        return;
     RowTable::keyPressEvent(event);
+}
+
+bool PlainTable::takeTreeKey(const QKeyEvent& key)
+{
+    const bool isVertical = key.key() == Qt::Key_Up || key.key() == Qt::Key_Down;
+    if (m_isMovable && isVertical && key.modifiers().testFlag(Qt::AltModifier)) {
+        Q_EMIT moveWanted(key.key() == Qt::Key_Up ? -1 : 1);
+        return true;
+    }
+    const auto& cell = m_model->cell(m_model->index(currentIndex().row(), 0));
+    const bool isHorizontal = key.key() == Qt::Key_Left || key.key() == Qt::Key_Right;
+    if (!isHorizontal || cell.fold.isEmpty())
+        return false;
+    Q_EMIT foldWanted(qString(chosenID()), key.key() == Qt::Key_Left);
+    return true;
+}
+
+void PlainTable::mousePressEvent(QMouseEvent* event)
+{
+    RowTable::mousePressEvent(event);
+    m_pressed = event->position().toPoint();
+    m_drawn.clear();
+}
+
+void PlainTable::mouseMoveEvent(QMouseEvent* event)
+{
+    const auto place = event->position().toPoint();
+    const bool isDrawn = m_isMovable && event->buttons().testFlag(Qt::LeftButton) &&
+                         (place - m_pressed).manhattanLength() >= QGuiApplication::styleHints()->startDragDistance();
+    if (!isDrawn) {
+        if (!event->buttons().testFlag(Qt::LeftButton) || !m_isMovable)
+            RowTable::mouseMoveEvent(event);
+        return;
+    }
+    if (m_drawn.empty())
+        m_drawn = chosenID();
+    m_dropRow = rowAt(place.y());
+    setCursor(Qt::ClosedHandCursor);
+    viewport()->update();
 }
 
 void PlainTable::mouseReleaseEvent(QMouseEvent* event)
 {
-    RowTable::mouseReleaseEvent(event);
-    const auto index = indexAt(event->position().toPoint());
-    if (event->button() == Qt::LeftButton && index.isValid() && m_model->cell(index).look == PlainCell::Look::link)
-        Q_EMIT linkPressed(qString(m_model->idAt(index.row())));
+    const auto place = event->position().toPoint();
+    if (m_drawn.empty()) {
+        RowTable::mouseReleaseEvent(event);
+        if (event->button() == Qt::LeftButton)
+            release(indexAt(place), place);
+        return;
+    }
+    const auto drawn = std::exchange(m_drawn, {});
+    const int row = std::exchange(m_dropRow, -1);
+    unsetCursor();
+    viewport()->update();
+    setState(NoState);
+    if (row >= 0 && m_model->idAt(row) != drawn)
+        Q_EMIT dropWanted(qString(drawn), qString(m_model->idAt(row)));
+}
+
+void PlainTable::release(const QModelIndex& index, const QPoint& place)
+{
+    if (!index.isValid())
+        return;
+    const auto& cell = m_model->cell(index);
+    const auto id = qString(m_model->idAt(index.row()));
+    if (cell.look == PlainCell::Look::link)
+        Q_EMIT linkPressed(id);
+    else if (!cell.fold.isEmpty() && place.x() < visualRect(index).left() + Space::cellPaddingOuter + foldRoom)
+        Q_EMIT foldWanted(id, cell.fold == QStringLiteral("chevron-down"));
+}
+
+/// A line where the row that is being drawn would go.
+void PlainTable::paintEvent(QPaintEvent* event)
+{
+    RowTable::paintEvent(event);
+    const int from = m_drawn.empty() ? -1 : m_model->rowOf(m_drawn);
+    if (from < 0 || m_dropRow < 0 || m_dropRow == from)
+        return;
+    const int below = m_dropRow > from ? rowHeight(m_dropRow) : 0;
+    QPainter painter{viewport()};
+    painter.fillRect(QRect{0, rowViewportPosition(m_dropRow) + below - 1, viewport()->width(), ringWidth},
+                     Theme::current().color(Token::focus));
 }

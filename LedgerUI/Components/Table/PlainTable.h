@@ -11,6 +11,8 @@ public:
     /// `stretched` is the column that takes the rest.
     explicit PlainTable(int stretched, QWidget* parent = nullptr);
 
+    /// Lets rows be moved by drawing them and by Alt+Up and Alt+Down.
+    void setMovable(bool isMovable) { m_isMovable = isMovable; }
     /// Presents rows and columns; what was chosen stays chosen while it is there.
     void present(std::vector<PlainColumn> columns, std::vector<PlainRow> rows);
     [[nodiscard]] const PlainTableModel& rows() const { return *m_model; }
@@ -23,16 +25,32 @@ Q_SIGNALS:
     void chosen(const QString& id);
     /// A cell that looks like a link was pressed in this row.
     void linkPressed(const QString& id);
+    /// What is below the row in the tree is to be hidden or shown.
+    void foldWanted(const QString& id, bool folds);
+    /// The chosen row is to go so many rows further. Only where rows can be moved.
+    void moveWanted(int by);
+    /// A row was drawn to the place of another one. Only where rows can be moved.
+    void dropWanted(const QString& id, const QString& place);
 
 protected:
     void layOut() override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
 private:
     explicit PlainTable(PlainTableModel* model, int stretched, QWidget* parent);
     [[nodiscard]] int contentWidth(int column) const;
 
+    [[nodiscard]] bool takeTreeKey(const QKeyEvent& key);
+    void release(const QModelIndex& index, const QPoint& place);
+
     PlainTableModel* m_model;
     int m_stretched;
+    bool m_isMovable = false;
+    QPoint m_pressed;
+    std::string m_drawn; // the row that is being drawn to another place
+    int m_dropRow = -1;  // where it would stand
 };

@@ -6,5 +6,5 @@ std::vector<std::string_view> CompanyTabs::of(const LedgerSnapshot& snapshot)
 {
     if (!MemberRights::canManage(snapshot.currentMember))
         return {profile, access};
-    return {members, invitations, bookkeeping, profile};
+    return {members, invitations, categories, bookkeeping, profile};
 }

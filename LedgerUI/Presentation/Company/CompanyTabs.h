@@ -10,6 +10,7 @@ namespace CompanyTabs {
 
 inline constexpr std::string_view members = "members";
 inline constexpr std::string_view invitations = "invitations";
+inline constexpr std::string_view categories = "categories";
 inline constexpr std::string_view bookkeeping = "bookkeeping";
 inline constexpr std::string_view access = "access"; // one's own rights in words
 inline constexpr std::string_view profile = "profile";

@@ -7,6 +7,7 @@ const WordTable& companyWords()
         {"tabs", "公司设置", "Pengaturan perusahaan", "Thiết lập công ty", "Company settings"},
         {"tab.members", "成员", "Anggota", "Thành viên", "Members"},
         {"tab.invitations", "邀请", "Undangan", "Lời mời", "Invitations"},
+        {"tab.categories", "类别", "Kategori", "Hạng mục", "Categories"},
         {"tab.bookkeeping", "账簿设置", "Pembukuan", "Thiết lập sổ sách", "Bookkeeping"},
         {"tab.profile", "公司资料", "Profil perusahaan", "Hồ sơ công ty", "Company profile"},
         {"tab.access", "我的权限", "Hak saya", "Quyền của tôi", "My access"},

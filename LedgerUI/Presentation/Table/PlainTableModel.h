@@ -20,6 +20,9 @@ struct PlainCell {
     Look look = Look::normal;
     QString glyph = {};  // before the text
     QString spoken = {}; // where it is more than the text
+    int depth = -1;      // in a tree: 0 for the top level; -1 outside of trees
+    QString fold = {};   // in a tree: the glyph that says whether what is below is shown
+    QString mark = {};   // a glyph at the right end
 
     bool operator==(const PlainCell&) const = default;
 };

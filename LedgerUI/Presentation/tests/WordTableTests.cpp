@@ -15,6 +15,7 @@
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Company/AccessWords.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
+#include "LedgerUI/Presentation/Company/CategoryWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
@@ -43,6 +44,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"accessWords", &accessWords()},
         {"accountWords", &accountWords()},
         {"bookkeepingWords", &bookkeepingWords()},
+        {"categoryWords", &categoryWords()},
         {"commandWords", &commandWords()},
         {"companyWords", &companyWords()},
         {"dialogWords", &dialogWords()},

@@ -13,6 +13,7 @@
 #include "LedgerUI/Presentation/Company/CompanyTabs.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Screens/Company/AccessTab.h"
+#include "LedgerUI/Screens/Company/CategoriesTab.h"
 #include "LedgerUI/Screens/Company/FinancialSettingsView.h"
 #include "LedgerUI/Screens/Company/InvitationsTab.h"
 #include "LedgerUI/Screens/Company/MembersTab.h"
@@ -32,11 +33,9 @@ CompanyTab* made(LedgerStore& store, QWidget* parent)
 const std::map<std::string_view, Maker>& makers()
 {
     static const std::map<std::string_view, Maker> all{
-        {CompanyTabs::members, made<MembersTab>},
-        {CompanyTabs::invitations, made<InvitationsTab>},
-        {CompanyTabs::bookkeeping, made<FinancialSettingsView>},
-        {CompanyTabs::profile, made<ProfileTab>},
-        {CompanyTabs::access, made<AccessTab>},
+        {CompanyTabs::members, made<MembersTab>},       {CompanyTabs::invitations, made<InvitationsTab>},
+        {CompanyTabs::categories, made<CategoriesTab>}, {CompanyTabs::bookkeeping, made<FinancialSettingsView>},
+        {CompanyTabs::profile, made<ProfileTab>},       {CompanyTabs::access, made<AccessTab>},
     };
     return all;
 }

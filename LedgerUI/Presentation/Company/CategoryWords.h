@@ -1,0 +1,6 @@
+#pragma once
+
+#include "LedgerCore/Domain/Text/WordTable.h"
+
+/// What the tab of categories says.
+const WordTable& categoryWords();

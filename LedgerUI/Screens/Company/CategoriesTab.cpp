@@ -1,0 +1,378 @@
+#include "LedgerUI/Screens/Company/CategoriesTab.h"
+
+#include <array>
+#include <utility>
+
+#include <QCheckBox>
+#include <QCoro/QCoroTask>
+#include <QHBoxLayout>
+#include <QSplitter>
+#include <QStackedWidget>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerUI/Components/Buttons/SegmentedControl.h"
+#include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Components/Fields/SearchField.h"
+#include "LedgerUI/Components/Page/EmptyState.h"
+#include "LedgerUI/Components/Table/PlainTable.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Company/CategoryWords.h"
+#include "LedgerUI/Presentation/Company/CompanyWords.h"
+#include "LedgerUI/Presentation/Entry/EntryCategories.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Screens/Company/CategoryEditor.h"
+#include "LedgerUI/Screens/Company/PresetDialog.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int nameColumn = 0;
+constexpr int editorWidth = 396;
+constexpr int searchWidth = 220;
+constexpr std::array kinds{EntryKind::expense, EntryKind::income};
+
+}
+
+CategoriesTab::CategoriesTab(LedgerStore& store, QWidget* parent) : CompanyTab{store, parent}
+{
+    m_view.kind = kinds.front();
+    m_saved = m_form = CategoryForm::fresh(m_view.kind);
+    buildLayout();
+    bind();
+}
+
+void CategoriesTab::buildLayout()
+{
+    m_table = new PlainTable(nameColumn, this);
+    m_table->setObjectName(QStringLiteral("categoryTable"));
+    m_table->setMovable(true);
+    m_none = new EmptyState(QStringLiteral("tags"), this);
+    m_stack = new QStackedWidget(this);
+    m_stack->addWidget(m_table);
+    m_stack->addWidget(m_none);
+    m_editor = new CategoryEditor(this);
+    m_editor->setFixedWidth(editorWidth);
+    auto* splitter = new QSplitter(Qt::Horizontal, this);
+    splitter->setChildrenCollapsible(false);
+    splitter->setHandleWidth(1);
+    splitter->addWidget(m_stack);
+    splitter->addWidget(m_editor);
+    splitter->setStretchFactor(0, 1);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(buildFilters());
+    rows->addWidget(splitter, 1);
+}
+
+QWidget* CategoriesTab::buildFilters()
+{
+    auto* filters = new QFrame(this);
+    filters->setObjectName(QStringLiteral("filterRow"));
+    filters->setFixedHeight(Space::filterRow);
+    m_filters = filters;
+    m_kinds = new SegmentedControl(filters);
+    m_kinds->setObjectName(QStringLiteral("categoryKinds"));
+    for (int at = 0; at < static_cast<int>(kinds.size()); ++at)
+        m_kinds->addSegment(at, {});
+    m_search = new SearchField(filters);
+    m_search->setObjectName(QStringLiteral("categorySearch"));
+    m_search->setFixedWidth(searchWidth);
+    m_inactive = new QCheckBox(filters);
+    m_inactive->setObjectName(QStringLiteral("categoryInactive"));
+    auto* row = new QHBoxLayout(filters);
+    row->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, 0);
+    row->setSpacing(Space::step2);
+    row->addWidget(m_kinds);
+    row->addWidget(m_search);
+    row->addStretch(1);
+    row->addWidget(m_inactive);
+    return filters;
+}
+
+void CategoriesTab::bind()
+{
+    connect(m_kinds, &SegmentedControl::chosenByUser, this, [this](int at) {
+        m_kinds->choose(m_view.kind == kinds.front() ? 0 : 1); // until nothing is lost by it
+        leaveThen([this, at] {
+            m_view.kind = kinds.at(static_cast<std::size_t>(at));
+            m_saved = m_form = CategoryForm::fresh(m_view.kind);
+            present();
+            Q_EMIT standingChanged();
+        });
+    });
+    connect(m_search, &QLineEdit::textChanged, this, [this](const QString& text) {
+        m_view.query = text;
+        presentTable();
+    });
+    connect(m_inactive, &QCheckBox::toggled, this, [this](bool isShown) {
+        m_view.showsArchived = isShown;
+        presentTable();
+    });
+    connect(m_table, &PlainTable::chosen, this, [this](const QString& id) { askThenChoose(id.toStdString()); });
+    connect(m_table, &RowTable::opened, this, [this] { m_editor->focusNames(); });
+    connect(m_table, &PlainTable::foldWanted, this,
+            [this](const QString& id, bool folds) { fold(id.toStdString(), folds); });
+    connect(m_table, &PlainTable::moveWanted, this,
+            [this](int by) { send(CategoryTree::moved(*m_directory, m_table->chosenID(), by, m_view.showsArchived)); });
+    connect(m_table, &PlainTable::dropWanted, this, [this](const QString& id, const QString& place) {
+        send(CategoryTree::movedTo(*m_directory, id.toStdString(), place.toStdString(), m_view.showsArchived));
+    });
+    connect(m_editor, &CategoryEditor::changed, this, &CategoriesTab::edit);
+    connect(m_editor, &CategoryEditor::saveWanted, this, &CategoriesTab::save);
+    connect(m_editor, &CategoryEditor::archiveWanted, this, &CategoriesTab::toggleArchived);
+    connect(m_editor, &CategoryEditor::pinWanted, this, &CategoriesTab::pin);
+}
+
+std::vector<Action> CategoriesTab::actions()
+{
+    const auto catalog = [this] {
+        auto* dialog = new PresetDialog(store(), m_view.kind, window());
+        connect(dialog, &PresetDialog::added, this, [this](std::size_t count) {
+            Q_EMIT done(countedIn(InterfaceLanguage::tag(), categoryWords(), "added", count));
+        });
+        dialog->open();
+    };
+    return {{.id = QStringLiteral("categoryCatalog"),
+             .text = word(categoryWords(), "fromCatalog"),
+             .glyph = QStringLiteral("collection"),
+             .run = catalog},
+            {.id = QStringLiteral("categoryNew"),
+             .text = word(categoryWords(), "new"),
+             .glyph = QStringLiteral("plus-lg"),
+             .ink = Token::onAccent,
+             .run = [this] { leaveThen([this] { begin(); }); }}};
+}
+
+PageView::StatusContext CategoriesTab::statusContext() const
+{
+    if (hasChanges())
+        return {.text = countedIn(InterfaceLanguage::tag(), companyWords(), "changes", 1), .figure = {}};
+    return {.text = word(categoryWords(), "orderHint"), .figure = {}};
+}
+
+QList<QWidget*> CategoriesTab::panes() const
+{
+    return {m_filters, m_stack->currentWidget(), m_editor};
+}
+
+const Category* CategoriesTab::chosen() const
+{
+    return m_directory && !m_form.id.empty() ? m_directory->find(m_form.id) : nullptr;
+}
+
+/// The tree as the new snapshot has it, and what is being changed on top of it.
+void CategoriesTab::adopt()
+{
+    const auto snapshot = store().snapshot();
+    if (m_snapshot == snapshot)
+        return;
+    m_directory = std::make_unique<CategoryDirectory>(snapshot->categories);
+    m_snapshot = snapshot;
+    m_uses = CategoryTree::uses(*snapshot, *m_directory, store().today());
+    if (const auto* now = chosen()) {
+        const auto saved = CategoryForm::of(*now);
+        m_form = m_form.rebased(m_saved, saved);
+        m_saved = saved;
+    } else if (!m_form.id.empty()) {
+        m_saved = m_form = CategoryForm::fresh(m_view.kind);
+    }
+}
+
+void CategoriesTab::present()
+{
+    adopt();
+    const auto& words = categoryWords();
+    m_kinds->setName(word(words, "kinds"));
+    for (int at = 0; at < static_cast<int>(kinds.size()); ++at)
+        m_kinds->setSegmentText(at, word(words, "kind." + std::string{kinds.at(static_cast<std::size_t>(at))}));
+    m_kinds->choose(m_view.kind == kinds.front() ? 0 : 1);
+    m_search->setPrompt(word(words, "search"));
+    m_inactive->setText(word(words, "showInactive"));
+    presentTable();
+    presentEditor();
+}
+
+void CategoriesTab::presentTable()
+{
+    const auto& locale = InterfaceLanguage::tag();
+    const auto& words = categoryWords();
+    m_table->setAccessibleName(word(words, "table"));
+    auto rows = CategoryTree::rows(m_view, *m_snapshot, *m_directory, m_uses, locale);
+    const bool isEmpty = rows.empty();
+    m_table->present(CategoryTree::columns(locale), std::move(rows));
+    m_table->choose(m_form.id);
+    m_none->setTexts(word(words, "none"), word(words, "noneText"));
+    m_stack->setCurrentWidget(isEmpty ? static_cast<QWidget*>(m_none) : m_table);
+}
+
+void CategoriesTab::presentEditor()
+{
+    const auto& locale = InterfaceLanguage::tag();
+    const auto refusal = m_isChecked ? m_form.whyNot(m_saved, *m_snapshot) : std::nullopt;
+    const auto* category = chosen();
+    const bool isArchived = category && category->archived;
+    const auto kept = category ? CategoryText::whyNotArchived(*category, !isArchived, *m_snapshot) : std::nullopt;
+    const bool isPinned = store().isCategorySelected(m_form.id);
+    const bool isFull = EntryCategories::pins(*m_snapshot, m_form.kind).size() >= EntryCategories::maximumPins;
+    m_editor->present({.form = m_form,
+                       .saved = m_saved,
+                       .refusal = refusal ? CategoryText::refusal(*refusal, locale) : QString{},
+                       .isArchived = isArchived,
+                       .whyNotArchived = kept ? CategoryText::refusal(*kept, locale) : QString{},
+                       .isPinned = isPinned,
+                       .whyNotPinned = isFull && !isPinned ? word(categoryWords(), "pinsFull",
+                                                                  {std::to_string(EntryCategories::maximumPins)})
+                                                           : QString{},
+                       .isIdle = !store().isBusy()},
+                      *m_snapshot);
+}
+
+void CategoriesTab::edit(CategoryForm form)
+{
+    m_form = std::move(form);
+    m_isChecked = false;
+    presentEditor();
+    Q_EMIT standingChanged();
+}
+
+void CategoriesTab::leaveThen(const std::function<void()>& go)
+{
+    if (!hasChanges()) {
+        go();
+        return;
+    }
+    MessageDialog::ask({.title = word(categoryWords(), "leaveTitle"),
+                        .text = word(dialogWords(), "discardBody"),
+                        .confirm = word(dialogWords(), "discard"),
+                        .cancel = word(dialogWords(), "keepEditing")},
+                       this, [this, go] {
+                           m_form = m_saved;
+                           go();
+                       });
+}
+
+void CategoriesTab::askThenChoose(const std::string& id)
+{
+    if (id.empty() || id == m_form.id)
+        return;
+    if (!hasChanges()) {
+        take(id);
+        return;
+    }
+    // The table is still busy with choosing: it goes back once it is done.
+    QMetaObject::invokeMethod(
+        this,
+        [this, id] {
+            m_table->clearSelection();
+            m_table->choose(m_form.id);
+            leaveThen([this, id] {
+                take(id);
+                m_table->choose(id);
+            });
+        },
+        Qt::QueuedConnection);
+}
+
+void CategoriesTab::take(const std::string& id)
+{
+    const auto* category = m_directory->find(id);
+    if (!category)
+        return;
+    m_saved = CategoryForm::of(*category);
+    edit(m_saved);
+}
+
+void CategoriesTab::begin()
+{
+    const auto* near = chosen();
+    m_saved = CategoryForm::fresh(m_view.kind);
+    // Beside the chosen one, or below it where it is a parent.
+    if (near && !near->archived)
+        m_saved.parentID = near->parentID.value_or(
+            m_directory->children(near->id, ArchivedCategories::leftOut).empty() ? std::string{} : near->id);
+    m_table->clearSelection();
+    m_table->setCurrentIndex({});
+    edit(m_saved);
+    m_editor->focusNames();
+}
+
+void CategoriesTab::save()
+{
+    if (!hasChanges() || store().isBusy())
+        return;
+    m_isChecked = true;
+    if (m_form.whyNot(m_saved, *m_snapshot)) {
+        presentEditor();
+        m_editor->focusNames();
+        return;
+    }
+    if (m_form.id.empty()) {
+        QCoro::connect(store().createCategory(m_form.creation()), this, [this](const Result<std::string>& made) {
+            if (made && store().snapshot())
+                finishSaving(*made);
+        });
+        return;
+    }
+    QCoro::connect(store().updateCategory(m_form.id, m_form.update(m_saved)), this,
+                   [this, id = m_form.id](const Result<void>& sent) {
+                       if (sent && store().snapshot())
+                           finishSaving(id);
+                   });
+}
+
+void CategoriesTab::finishSaving(const std::string& id)
+{
+    m_isChecked = false;
+    adopt();
+    m_view.folded.erase(m_form.parentID);
+    take(id);
+    present();
+    m_table->choose(id);
+    Q_EMIT done(word(categoryWords(), "saved", {m_saved.title(InterfaceLanguage::tag()).toStdString()}));
+}
+
+void CategoriesTab::toggleArchived()
+{
+    const auto* category = chosen();
+    if (!category)
+        return;
+    CategoryUpdate update;
+    update.archived = !category->archived;
+    const auto name = m_saved.title(InterfaceLanguage::tag()).toStdString();
+    const bool archives = *update.archived;
+    QCoro::connect(store().updateCategory(category->id, std::move(update)), this,
+                   [this, name, archives](const Result<void>& sent) {
+                       if (sent)
+                           Q_EMIT done(word(categoryWords(), archives ? "archived" : "restored", {name}));
+                   });
+}
+
+void CategoriesTab::pin(bool isPinned)
+{
+    QCoro::connect(store().setCategorySelected(m_form.id, isPinned), this, [this](const Result<void>&) {
+        if (store().snapshot())
+            presentEditor();
+    });
+}
+
+void CategoriesTab::fold(const std::string& id, bool folds)
+{
+    if (folds)
+        m_view.folded.insert(id);
+    else
+        m_view.folded.erase(id);
+    presentTable();
+}
+
+/// An order that somebody else has changed meanwhile is loaded anew; what is chosen stays chosen.
+void CategoriesTab::send(std::optional<CategoryReorder> order)
+{
+    if (!order || store().isBusy() || !m_view.query.isEmpty())
+        return;
+    QCoro::connect(store().reorderCategories(std::move(*order)), this, [this](const Result<void>& sent) {
+        if (!sent && store().snapshot())
+            QCoro::connect(store().refreshQuietly(), this, [](const Result<void>&) {}); // the refusal stays in sight
+    });
+}

@@ -1,0 +1,223 @@
+#include "LedgerUI/Screens/Company/PresetDialog.h"
+
+#include <utility>
+
+#include <QComboBox>
+#include <QCoro/QCoroTask>
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QListWidget>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Categories/CategoryDirectory.h"
+#include "LedgerUI/Components/Buttons/ComboBoxLists.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Fields/SearchField.h"
+#include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Company/CategoryWords.h"
+#include "LedgerUI/Presentation/Company/PresetChoices.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int dialogWidth = 720;
+constexpr int groupsWidth = 250;
+constexpr int listHeight = 330;
+constexpr int rowHeight = 30;
+constexpr int idRole = Qt::UserRole;
+
+}
+
+PresetDialog::PresetDialog(LedgerStore& store, std::string kind, QWidget* parent)
+    : FormDialog{parent}, m_store{store}, m_kind{std::move(kind)}
+{
+    setObjectName(QStringLiteral("presetDialog"));
+    setAttribute(Qt::WA_DeleteOnClose);
+    confirmButton().setObjectName(QStringLiteral("presetAdd"));
+    buildBody();
+    bind();
+    setHasChanges([this] { return !m_chosen.empty(); });
+    present();
+}
+
+void PresetDialog::buildBody()
+{
+    auto* body = new QWidget;
+    m_search = new SearchField(body);
+    m_search->setObjectName(QStringLiteral("presetSearch"));
+    m_underHead = new TextLabel(TypeStep::small, Token::text2, body);
+    m_under = new QComboBox(body);
+    m_under->setObjectName(QStringLiteral("presetUnder"));
+    m_under->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    dressComboBox(*m_under);
+    m_groups = new QListWidget(body);
+    m_groups->setObjectName(QStringLiteral("presetGroups"));
+    m_groups->setFixedSize(groupsWidth, listHeight);
+    m_presets = new QListWidget(body);
+    m_presets->setObjectName(QStringLiteral("presetList"));
+    m_presets->setFixedHeight(listHeight);
+    for (auto* list : {m_groups, m_presets}) {
+        list->setProperty("choices", true);
+        list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        list->setTabKeyNavigation(false);
+    }
+    auto* top = new QHBoxLayout;
+    top->setSpacing(Space::step2);
+    top->addWidget(m_search, 1);
+    top->addSpacing(Space::step4);
+    top->addWidget(m_underHead);
+    top->addWidget(m_under, 1);
+    auto* lists = new QHBoxLayout;
+    lists->setSpacing(Space::step3);
+    lists->addWidget(m_groups);
+    lists->addWidget(new Line(Qt::Vertical, body));
+    lists->addWidget(m_presets, 1);
+    auto* rows = new QVBoxLayout(body);
+    rows->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::step4);
+    rows->setSpacing(Space::step3);
+    rows->addLayout(top);
+    rows->addLayout(lists, 1);
+    setBody(body, dialogWidth);
+}
+
+void PresetDialog::bind()
+{
+    connect(m_search, &QLineEdit::textChanged, this, &PresetDialog::presentPresets);
+    connect(m_groups, &QListWidget::currentRowChanged, this, [this] {
+        m_search->clear();
+        presentPresets();
+    });
+    connect(m_presets, &QListWidget::itemChanged, this, &PresetDialog::tick);
+    connect(m_presets, &QListWidget::itemActivated, this, [](QListWidgetItem* item) {
+        if (item->flags().testFlag(Qt::ItemIsUserCheckable))
+            item->setCheckState(item->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+    });
+    connect(this, &FormDialog::confirmed, this, [this] {
+        m_waiting = PresetChoices::creations(m_chosen, m_under->currentData().toString().toStdString());
+        m_added = 0;
+        addNext();
+    });
+    connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
+        if (m_store.snapshot())
+            presentPresets();
+        else
+            leave();
+    });
+}
+
+void PresetDialog::present()
+{
+    const auto& words = categoryWords();
+    setWindowTitle(word(words, "catalogTitle"));
+    m_search->setPrompt(word(words, "catalogSearch"));
+    m_underHead->setText(word(words, "catalogUnder"));
+    m_groups->setAccessibleName(word(words, "catalogGroups"));
+    m_presets->setAccessibleName(word(words, "catalogPresets"));
+    presentParents();
+    presentGroups();
+    presentPresets();
+}
+
+void PresetDialog::presentParents()
+{
+    const auto kept = m_under->currentData();
+    const CategoryDirectory directory{m_store.snapshot()->categories};
+    m_under->clear();
+    nameComboBox(*m_under, word(categoryWords(), "catalogUnder"));
+    m_under->addItem(word(categoryWords(), "noParent"), QString{});
+    for (const auto* each : directory.siblings(m_kind, std::nullopt, ArchivedCategories::leftOut))
+        m_under->addItem(qString(directory.pathName(*each, InterfaceLanguage::tag())), qString(each->id));
+    m_under->setCurrentIndex(std::max(0, m_under->findData(kept)));
+}
+
+void PresetDialog::presentGroups()
+{
+    const QSignalBlocker quiet{m_groups};
+    const int row = std::max(0, m_groups->currentRow());
+    m_groups->clear();
+    for (const auto& group : PresetChoices::groups(m_kind, InterfaceLanguage::tag())) {
+        auto* item = new QListWidgetItem(group.name, m_groups);
+        item->setData(idRole, qString(group.id));
+        item->setSizeHint({0, rowHeight});
+        item->setToolTip(group.name);
+    }
+    m_groups->setCurrentRow(row);
+}
+
+void PresetDialog::presentPresets()
+{
+    const QSignalBlocker quiet{m_presets};
+    const auto& locale = InterfaceLanguage::tag();
+    const auto* group = m_groups->currentItem();
+    const auto groupID = group ? group->data(idRole).toString().toStdString() : std::string{};
+    m_presets->clear();
+    for (const auto& choice : PresetChoices::presets(m_kind, groupID, m_search->text(), *m_store.snapshot(), locale)) {
+        const auto present = word(categoryWords(), "present");
+        auto* item = new QListWidgetItem(Icon::of(choice.glyph), choice.name, m_presets);
+        item->setData(idRole, qString(choice.id));
+        item->setSizeHint({0, rowHeight});
+        const bool isTicked = choice.isPresent || m_chosen.contains(choice.id);
+        item->setFlags(choice.isPresent ? Qt::NoItemFlags
+                                        : Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
+        item->setCheckState(isTicked ? Qt::Checked : Qt::Unchecked);
+        item->setToolTip(choice.isPresent ? present : choice.name);
+        item->setData(Qt::AccessibleTextRole, listed({choice.name, choice.isPresent ? present : QString{}}, locale));
+    }
+    presentFoot();
+}
+
+void PresetDialog::presentFoot()
+{
+    const auto count = m_chosen.size();
+    setConfirmText(count == 0 ? word(categoryWords(), "add.none")
+                              : countedIn(InterfaceLanguage::tag(), categoryWords(), "add", count));
+    confirmButton().setEnabled(count > 0 && !isBusy());
+}
+
+void PresetDialog::tick(QListWidgetItem* item)
+{
+    const auto id = item->data(idRole).toString().toStdString();
+    if (item->checkState() == Qt::Checked)
+        m_chosen.insert(id);
+    else
+        m_chosen.erase(id);
+    presentFoot();
+}
+
+void PresetDialog::addNext()
+{
+    if (m_waiting.empty()) {
+        Q_EMIT added(m_added);
+        leave();
+        return;
+    }
+    setBusy(true, Leaving::blocked);
+    auto next = m_waiting.front();
+    m_waiting.erase(m_waiting.begin());
+    const auto id = next.presetID.value_or("");
+    QCoro::connect(m_store.createCategory(std::move(next)), this, [this, id](const Result<std::string>& made) {
+        if (!m_store.snapshot())
+            return;
+        setBusy(false);
+        if (!made) {
+            presentPresets(); // what failed is told by an alert, and stays ticked
+            return;
+        }
+        ++m_added;
+        m_chosen.erase(id);
+        addNext();
+    });
+}
+
+void PresetDialog::changeEvent(QEvent* event)
+{
+    FormDialog::changeEvent(event);
+    if (event->type() == QEvent::LanguageChange && m_store.snapshot())
+        present();
+}

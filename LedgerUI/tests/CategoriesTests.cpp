@@ -1,0 +1,102 @@
+#include <gtest/gtest.h>
+
+#include <QLineEdit>
+
+#include "LedgerUI/testing/CompanyUnderTest.h"
+
+namespace {
+
+constexpr auto reorder = "POST v1/categories/reorder";
+
+struct CategoriesUnderTest : CompanyUnderTest {
+    CategoriesUnderTest() { openTab("categoriesTab"); }
+};
+
+}
+
+TEST(Categories, MoveByKeyboardAndKeepTheChosenOneThroughAConflict)
+{
+    CategoriesUnderTest under;
+    under.screen.pressRow("categoryTable", "Water");
+    under.server.replace(reorder, ServerReply::error(409, "CATEGORY_ORDER_CHANGED"));
+    under.screen.keys("Alt+Up");
+    under.leaveAlert();
+    EXPECT_EQ(
+        under.server.requests(reorder).front().body,
+        R"({"kind":"expense","parentID":"utilities","orderedIDs":["water","power"],"expectedIDs":["power","water"]})");
+    EXPECT_EQ(under.screen.read("categoryTitle"), "Water");
+    waitUntil([&] { return !under.store.isBusy(); });
+    under.server.replace(reorder, ServerReply::json(companyBooks().json()));
+    under.screen.pressRow("categoryTable", "Water");
+    under.screen.keys("Alt+Down"); // it is the last of its group
+    EXPECT_EQ(under.server.requests(reorder).size(), 1U);
+}
+
+TEST(Categories, AreMadeWithTheNamesThatWereTyped)
+{
+    CategoriesUnderTest under;
+    under.screen.pressRow("categoryTable", "Rent");
+    under.screen.press("companyPrimary");
+    EXPECT_EQ(under.screen.focus(), "categoryName.en-US");
+    under.screen.type("Rent");
+    under.screen.keys("Return");
+    EXPECT_TRUE(under.screen.says("Another category of the group has this name."));
+    under.screen.fill("categoryName.en-US", "Parking");
+    auto after = companyBooks();
+    after.category("parking", "expense", "Parking");
+    under.server.replace("POST v1/categories",
+                         ServerReply::json(R"({"createdCategoryID":"parking","snapshot":)" + after.json() + "}"));
+    under.screen.press("categorySave");
+    under.screen.waitUntil("it is said", [&] { return under.screen.read("statusSaid") == "Category “Parking” saved"; });
+    EXPECT_EQ(under.screen.read("categoryTitle"), "Parking");
+    EXPECT_EQ(under.server.requests("POST v1/categories").front().body,
+              R"({"kind":"expense","names":{"en-US":"Parking"},"symbol":"tag"})");
+}
+
+TEST(Categories, AskBeforeWhatWasTypedIsLeftAndKeepItThroughARefusal)
+{
+    CategoriesUnderTest under;
+    under.screen.pressRow("categoryTable", "Rent");
+    under.screen.fill("categoryName.en-US", "Office rent");
+    under.server.replace("PATCH v1/categories/rent", ServerReply::error(403, "forbidden"));
+    under.screen.press("categorySave");
+    under.leaveAlert();
+    EXPECT_EQ(under.screen.read("categoryName.en-US"), "Office rent");
+    under.screen.pressRow("categoryTable", "Water");
+    under.screen.waitFor("questionDialog");
+    under.screen.press("questionCancel");
+    under.screen.waitUntilGone("questionDialog");
+    EXPECT_EQ(under.screen.read("categoryName.en-US"), "Office rent");
+    EXPECT_EQ(under.screen.read("statusContext"), "1 unsaved change");
+}
+
+TEST(Categories, AreArchivedUnlessOthersStandUnderThem)
+{
+    CategoriesUnderTest under;
+    under.screen.pressRow("categoryTable", "Utilities");
+    EXPECT_FALSE(under.screen.offers("categoryArchive"));
+    under.screen.pressRow("categoryTable", "Rent");
+    auto after = companyBooks().build();
+    after.categories[3].archived = true;
+    under.server.replace("PATCH v1/categories/rent", ServerReply::json(Json::encode(after)));
+    under.screen.press("categoryArchive");
+    under.screen.waitUntil("it is said", [&] { return under.screen.read("statusSaid") == "Category “Rent” disabled"; });
+    EXPECT_EQ(under.screen.read("categoryArchive"), "Restore");
+}
+
+TEST(Presets, AreAddedOneAfterTheOtherAndStopAtARefusal)
+{
+    CategoriesUnderTest under;
+    under.screen.press("categoryCatalogButton");
+    under.screen.waitForFocus("presetDialog");
+    EXPECT_FALSE(under.screen.offers("presetAdd"));
+    under.screen.find("presetList").setFocus();
+    under.screen.keys("Home Space Down Space");
+    EXPECT_EQ(under.screen.read("presetAdd"), "Add 2");
+    under.server.answer("POST v1/categories",
+                        ServerReply::json(R"({"createdCategoryID":"p1","snapshot":)" + companyBooks().json() + "}"));
+    under.server.answer("POST v1/categories", ServerReply::error(403, "forbidden"));
+    under.screen.press("presetAdd");
+    under.leaveAlert();
+    EXPECT_EQ(under.screen.read("presetAdd"), "Add 1") << "what could not be added stays ticked";
+}
