@@ -126,6 +126,34 @@ void reconcileContribution(CapitalForm& form, const LedgerSnapshot& snapshot)
         form.participantID.clear();
 }
 
+void choosePerson(CapitalForm& form, const std::string& id)
+{
+    if (form.route.action != Action::contribute) {
+        form.participantID = id;
+        fillOwner(form, form.captured);
+        return;
+    }
+    // The amount belongs to whoever is chosen.
+    auto typed = form.amounts.extract(form.participantID);
+    form.participantID = id;
+    if (typed)
+        form.amounts.insert_or_assign(id, std::move(typed.mapped()));
+}
+
+/// Amounts of another currency mean nothing in this one.
+void chooseCurrency(CapitalForm& form, const std::string& code, const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    form.currency = code;
+    form.amounts.clear();
+    if (form.route.action != Action::setBaseline)
+        return reconcileContribution(form, snapshot);
+    if (const auto* baseline = CapitalMath::currentBaseline(form.captured, code))
+        form.historicalDate = baseline->throughDate;
+    form.capturedPeople = peopleFor(form, form.captured);
+    form.amounts = recordedAmounts(form, form.captured, locale);
+    form.newest.clear();
+}
+
 /// Where the message of a refusal stands.
 std::optional<RecordPart> partOf(CapitalRefusal refusal)
 {
@@ -319,16 +347,7 @@ CapitalForm CapitalForms::edited(CapitalForm form, const RecordEdit& edit, const
     auto& amounts = form.amounts;
     switch (edit.part) {
     case RecordPart::person:
-        if (form.route.action == Action::contribute) {
-            // The amount belongs to whoever is chosen.
-            auto typed = amounts.extract(form.participantID);
-            form.participantID = edit.text;
-            if (typed)
-                amounts.insert_or_assign(form.participantID, std::move(typed.mapped()));
-        } else {
-            form.participantID = edit.text;
-            fillOwner(form, form.captured);
-        }
+        choosePerson(form, edit.text);
         break;
     case RecordPart::name:
         form.name = edit.text;
@@ -340,17 +359,7 @@ CapitalForm CapitalForms::edited(CapitalForm form, const RecordEdit& edit, const
         form.archived = edit.isOn;
         break;
     case RecordPart::currency:
-        form.currency = edit.text;
-        amounts.clear();
-        if (form.route.action == Action::setBaseline) {
-            const auto* baseline = CapitalMath::currentBaseline(form.captured, form.currency);
-            form.historicalDate = baseline ? std::optional{baseline->throughDate} : form.historicalDate;
-            form.capturedPeople = peopleFor(form, form.captured);
-            amounts = recordedAmounts(form, form.captured, locale);
-            form.newest.clear();
-        } else {
-            reconcileContribution(form, snapshot);
-        }
+        chooseCurrency(form, edit.text, snapshot, locale);
         break;
     case RecordPart::account:
         form.accountID = edit.text;

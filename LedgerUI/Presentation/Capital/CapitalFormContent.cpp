@@ -249,8 +249,8 @@ void fill(RecordFormContent& content, const Ground& ground)
         fillOwnership(content, ground);
     else
         fillOwner(content, ground);
-    content.title = ground.word("capital." + action + ".title");
-    content.confirm = ground.word("capital." + action + ".confirm");
+    content.title = ground.word("title.capital." + action);
+    content.confirm = ground.word("confirm.capital." + action);
 }
 
 }

@@ -15,6 +15,28 @@ const WordTable& capitalWords()
         {"unavailable", "无法显示资本与分红数据", "Data modal dan dividen tidak dapat ditampilkan",
          "Không thể hiển thị dữ liệu vốn và cổ tức", "Capital and dividends cannot be shown"},
 
+        {"busy", "请等待当前操作完成。", "Tunggu hingga operasi saat ini selesai.",
+         "Hãy đợi thao tác hiện tại hoàn tất.", "Wait until what is running is done."},
+        {"done", "已保存", "Tersimpan", "Đã lưu", "Saved"},
+
+        // what can be done
+        {"action.contribute", "记录出资…", "Catat setoran…", "Ghi nhận góp vốn…", "Record contribution…"},
+        {"action.owners", "股东…", "Pemilik…", "Cổ đông…", "Owners…"},
+        {"action.ownership", "设置持股比例…", "Atur kepemilikan…", "Thiết lập tỷ lệ sở hữu…", "Set ownership…"},
+        {"action.history", "录入历史出资…", "Masukkan setoran historis…", "Nhập số góp vốn trước đây…",
+         "Enter historical contributions…"},
+        {"action.supersede", "录入或更正…", "Masukkan atau koreksi…", "Nhập hoặc điều chỉnh…", "Enter or correct…"},
+        {"action.reverseContribution", "冲销出资…", "Balikkan setoran…", "Đảo khoản góp vốn…", "Reverse contribution…"},
+        {"action.allocate", "分配分红…", "Alokasikan dividen…", "Phân bổ cổ tức…", "Allocate dividend…"},
+        {"action.payAdvance", "支付预支…", "Bayar uang muka…", "Chi tạm ứng…", "Pay advance…"},
+        {"action.participants", "参与人…", "Peserta…", "Người tham gia…", "Participants…"},
+        {"action.cancelBatch", "取消分配…", "Batalkan alokasi…", "Hủy phân bổ…", "Cancel allocation…"},
+        {"action.pay", "支付…", "Bayar…", "Chi trả…", "Pay…"},
+        {"action.applyAdvance", "抵扣预支…", "Terapkan uang muka…", "Cấn trừ tạm ứng…", "Apply advance…"},
+        {"action.returnAdvance", "记录退回…", "Catat pengembalian…", "Ghi nhận hoàn lại…", "Record return…"},
+        {"action.reverseMovement", "冲销…", "Balikkan…", "Đảo…", "Reverse…"},
+        {"action.openMovement", "在账本中打开", "Buka di buku besar", "Mở trong sổ cái", "Open in the ledger"},
+
         // heads
         {"column.owner", "股东", "Pemilik", "Cổ đông", "Owner"},
         {"column.participant", "参与人", "Peserta", "Người tham gia", "Participant"},

@@ -21,9 +21,9 @@ struct RecordFigure {
 
 /// What is chosen on the tab of dividends.
 struct DividendChoice {
-    std::string batchID; // `DividendBoards::advances` for the advances; empty for the first batch
-    std::string participantID;
-    std::string advanceID;
+    std::string batchID = {}; // `DividendBoards::advances` for the advances; empty for the first batch
+    std::string participantID = {};
+    std::string advanceID = {};
 
     bool operator==(const DividendChoice&) const = default;
 };

@@ -238,7 +238,7 @@ void fillPlain(RecordFormContent& content, const Ground& ground)
 {
     const auto& form = ground.form;
     const auto& route = form.route;
-    content.explanation = ground.word("dividend." + route.action + ".hint");
+    content.explanation = ground.word("hint.dividend." + route.action);
     const auto batch = std::ranges::find(form.captured.batches, route.batchID, &DividendBatch::id);
     const auto movement = std::ranges::find(form.captured.movements, route.movementID, &DividendMovement::id);
     if (batch != form.captured.batches.end())
@@ -267,8 +267,8 @@ void fill(RecordFormContent& content, const Ground& ground)
         fillParticipant(content, ground);
     else
         fillPlain(content, ground);
-    content.title = ground.word("dividend." + action + ".title");
-    content.confirm = ground.word("dividend." + action + ".confirm");
+    content.title = ground.word("title.dividend." + action);
+    content.confirm = ground.word("confirm.dividend." + action);
 }
 
 QString previewOf(const DividendCommand& command, const Ground& ground)

@@ -131,6 +131,19 @@ void addCorrection(Detail& detail, const LedgerBook& book, const LedgerTransacti
         detail.correction = qString(ReversalRules::text(*refusal, book.locale()));
 }
 
+/// Where the contribution or the movement of dividends stands that the entry books.
+std::optional<PageLink> recordOf(const LedgerTransaction& transaction)
+{
+    const auto link = [](const char* action, const std::string& id) {
+        return PageLink{.page = WorkspacePage::dividends, .action = action, .subject = id};
+    };
+    if (transaction.capitalContributionID)
+        return link(PageAction::showContribution, *transaction.capitalContributionID);
+    if (transaction.dividendMovementID)
+        return link(PageAction::showMovement, *transaction.dividendMovementID);
+    return std::nullopt;
+}
+
 }
 
 LedgerEntryDetail detailOf(const LedgerBook& book, std::uint32_t at)
@@ -151,6 +164,7 @@ LedgerEntryDetail detailOf(const LedgerBook& book, std::uint32_t at)
     detail.takesReceipts = transaction.attachmentIDs.size() < EntryLimits::receipts &&
                            ReceiptRules::mayLink(transaction, book.snapshot().currentMember);
     addCorrection(detail, book, transaction);
+    detail.record = recordOf(transaction);
     return detail;
 }
 

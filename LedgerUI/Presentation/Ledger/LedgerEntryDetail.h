@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "LedgerUI/Presentation/Ledger/LedgerRow.h"
+#include "LedgerUI/Presentation/Workspace/RecordLinks.h"
 
 /// One entry with everything that is known of it, as the detail pane shows it.
 struct LedgerEntryDetail {
@@ -49,7 +50,8 @@ struct LedgerEntryDetail {
     std::vector<Receipt> receipts;
     bool takesReceipts = false; // the member may add some, and there is room
     bool offersReversal = false;
-    QString correction; // where or why not to undo the entry, in words; empty when nothing is to be said
+    QString correction;             // where or why not to undo the entry, in words; empty when nothing is to be said
+    std::optional<PageLink> record; // of owners' money: where its own page shows it
 
     bool operator==(const LedgerEntryDetail&) const = default;
 };

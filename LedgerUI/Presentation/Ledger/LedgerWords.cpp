@@ -58,6 +58,8 @@ const WordTable& ledgerWords()
         {"chip.several", "%1：%2 及另外 %3 项", "%1: %2 dan %3 lainnya", "%1: %2 và %3 mục khác", "%1: %2 and %3 more"},
         {"chip.remove", "移除筛选“%1”", "Hapus filter “%1”", "Bỏ bộ lọc “%1”", "Remove filter “%1”"},
         {"quoted", "“%1”", "“%1”", "“%1”", "“%1”"},
+        {"detail.record", "资本与分红", "Modal & dividen", "Vốn & cổ tức", "Capital & dividends"},
+        {"detail.openRecord", "打开该记录", "Buka catatannya", "Mở bản ghi", "Open its record"},
         {"detail.toggle", "显示或隐藏详情", "Tampilkan atau sembunyikan rincian", "Hiện hoặc ẩn chi tiết",
          "Show or hide detail"},
         {"detail.close", "关闭详情", "Tutup rincian", "Đóng chi tiết", "Close detail"},

@@ -13,6 +13,8 @@
 #include "LedgerCore/Client/Errors/StoreMessages.h"
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
+#include "LedgerUI/Presentation/Capital/CapitalFormWords.h"
+#include "LedgerUI/Presentation/Capital/CapitalWords.h"
 #include "LedgerUI/Presentation/Company/AccessWords.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Company/CategoryWords.h"
@@ -44,6 +46,8 @@ const std::map<std::string, const WordTable*>& tables()
         {"accessWords", &accessWords()},
         {"accountWords", &accountWords()},
         {"bookkeepingWords", &bookkeepingWords()},
+        {"capitalFormWords", &capitalFormWords()},
+        {"capitalWords", &capitalWords()},
         {"categoryWords", &categoryWords()},
         {"commandWords", &commandWords()},
         {"companyWords", &companyWords()},

@@ -63,11 +63,6 @@ bool CapitalSection::isConflict(const Failure& failure)
            (error->code == ServiceCode::capitalRevisionConflict || error->code == ServiceCode::capitalBaselineConflict);
 }
 
-QCoro::Task<Result<void>> CapitalSection::submit(LedgerStore& store, Command command)
-{
-    return store.submitCapital(std::move(command), false);
-}
-
 int CapitalSection::width(const Route& route)
 {
     const bool hasTable = route.action == CapitalAction::setBaseline || route.action == CapitalAction::setOwnership;

@@ -21,7 +21,7 @@ struct CapitalSection {
                                      const LedgerSnapshot& snapshot, const std::string& today, std::string_view locale);
     static QString whyNot(const Form& form, const LedgerSnapshot& snapshot, std::string_view locale);
     static bool isConflict(const Failure& failure);
-    static QCoro::Task<Result<void>> submit(LedgerStore& store, Command command);
+    static constexpr auto submit = &LedgerStore::submitCapital;
     static int width(const Route& route);
 };
 

@@ -1,20 +1,28 @@
 #pragma once
 
+#include <functional>
+#include <map>
+
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Presentation/Capital/CapitalQuestion.h"
 #include "LedgerUI/Presentation/Capital/DividendBoard.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
+class ActionSet;
 class CapitalOverviewTab;
 class ContributionsTab;
 class DividendsTab;
 class EmptyState;
 class LedgerStore;
 class PageHeader;
+class PageTabs;
 class PeriodNavigator;
+class QPushButton;
 class QStackedWidget;
-class QTabBar;
 class SegmentedControl;
+struct Action;
+struct CapitalRoute;
+struct DividendRoute;
 
 /// The page of owners' capital and dividends, one currency at a time.
 class CapitalView final : public PageView {
@@ -24,6 +32,7 @@ public:
 
     [[nodiscard]] QList<QWidget*> panes() const override;
     [[nodiscard]] StatusContext statusContext() const override;
+    void follow(const PageLink& link) override;
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -39,9 +48,20 @@ private:
     void presentContributions();
     void presentContribution();
     void presentDividends();
+    void presentActions();
+    [[nodiscard]] std::vector<Action> capitalActions();
+    [[nodiscard]] std::vector<Action> dividendActions();
+    [[nodiscard]] std::vector<Action> chosenActions();
+    [[nodiscard]] Action act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const;
+    void change(const CapitalRoute& route);
+    void change(const DividendRoute& route);
+    void showEntry(const std::string& id);
+    void showContents();
     void showUnavailable(const QString& why);
+    void lookAt(const std::string& currency, const std::string& date);
+    void addPlace(CapitalModuleTab tab, QWidget* contents);
+    void placeActions();
     void choosePeriod(const Period& period);
-    void stepTab(int by);
     [[nodiscard]] CapitalModuleTab tab() const;
 
     LedgerStore& m_store;
@@ -53,10 +73,10 @@ private:
     PageHeader* m_header = nullptr;
     PeriodNavigator* m_period = nullptr;
     SegmentedControl* m_currency = nullptr;
-    QTabBar* m_tabBar = nullptr;
-    QStackedWidget* m_stack = nullptr;
+    PageTabs* m_tabRow = nullptr;
+    ActionSet* m_actions = nullptr;
     CapitalOverviewTab* m_overview = nullptr;
     ContributionsTab* m_contributions = nullptr;
     DividendsTab* m_dividends = nullptr;
-    EmptyState* m_unavailable = nullptr;
+    std::map<CapitalModuleTab, QStackedWidget*> m_places; // of each tab: its contents, or why there are none
 };

@@ -64,11 +64,6 @@ bool DividendSection::isConflict(const Failure& failure)
     return error && error->code == ServiceCode::dividendRevisionConflict;
 }
 
-QCoro::Task<Result<void>> DividendSection::submit(LedgerStore& store, Command command)
-{
-    return store.submitDividend(std::move(command), false);
-}
-
 int DividendSection::width(const Route& route)
 {
     return route.action == DividendAction::allocate ? tableWidth : plainWidth;
@@ -101,7 +96,7 @@ void DividendActionForm::present()
     if (!m_fill)
         return;
     m_useDefaults->setText(word(capitalFormWords(), "useDefaults"));
-    m_fill->setText(word(capitalFormWords(), "dividend.fillFromOwnership.title"));
+    m_fill->setText(word(capitalFormWords(), "title.dividend.fillFromOwnership"));
     const auto whyNot =
         DividendActions::whyNot(DividendAction::fillFromOwnership, {}, *snapshot(), store().today(), locale());
     m_fill->setEnabled(whyNot.isEmpty());

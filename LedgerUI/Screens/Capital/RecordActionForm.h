@@ -182,7 +182,8 @@ private:
     {
         const auto command = *m_submission.command();
         present();
-        QCoro::connect(Section::submit(store(), command), this, [this](const Result<void>& reply) { finish(reply); });
+        QCoro::connect((store().*Section::submit)(command, false), this,
+                       [this](const Result<void>& reply) { finish(reply); });
     }
 
     void finish(const Result<void>& reply)

@@ -109,6 +109,9 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
         body->addGap(Space::sectionGap);
         body->addText(detail.correction, Token::text2);
     }
+    if (detail.record)
+        body->addLink(text("detail.record"), text("detail.openRecord"),
+                      [this, record = *detail.record] { Q_EMIT recordWanted(record); });
     showBody(body);
     if (!detail.offersReversal)
         return;

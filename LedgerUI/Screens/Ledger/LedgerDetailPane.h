@@ -37,6 +37,7 @@ Q_SIGNALS:
     void left();
     void reversalWanted(const QString& entryID);
     void entryWanted(const QString& entryID);
+    void recordWanted(const PageLink& record);
     void accountWanted(const QString& accountID);
     void receiptWanted(const QString& entryID, std::size_t at);
     /// With the files that were dropped, or none.

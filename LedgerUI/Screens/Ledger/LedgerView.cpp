@@ -178,6 +178,7 @@ void LedgerView::bindParts()
             [this](const QString& id, const std::vector<ReceiptSource>& sources) {
                 addReceipts({.entryID = id.toStdString(), .sources = sources});
             });
+    connect(m_detail, &LedgerDetailPane::recordWanted, this, &LedgerView::linkPressed);
     connect(m_detail, &LedgerDetailPane::accountWanted, this,
             [this](const QString& id) { showOnlyAccount(id.toStdString()); });
 }
@@ -210,6 +211,8 @@ void LedgerView::follow(const PageLink& link)
     } else if (link.action == PageAction::showEntries && link.entries) {
         m_browser->setFilter(*link.entries);
         m_page->focusContent();
+    } else if (link.action == PageAction::showEntry) {
+        showEntry(link.subject, Shows::always);
     } else if (link.action == PageAction::showAccount) {
         // All that is on the account, whatever was looked for here before.
         LedgerFilter filter{.period = Period::allTime()};

@@ -1,0 +1,186 @@
+#include <algorithm>
+
+#include <QStringList>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Presentation/Capital/CapitalForm.h"
+#include "LedgerUI/Presentation/tests/CapitalSample.h"
+
+namespace {
+
+constexpr auto today = "2026-11-20";
+constexpr auto english = "en-US";
+
+CapitalForm opened(std::string_view action, const CapitalSample& sample, std::string_view locale = english)
+{
+    return CapitalForms::opened({.action = std::string{action}, .currency = "IDR"}, sample.books(), today, locale);
+}
+
+CapitalForm typed(CapitalForm form, const CapitalSample& sample, RecordPart part, std::string text,
+                  std::string personID = {}, std::string_view locale = english)
+{
+    return CapitalForms::edited(std::move(form),
+                                {.part = part, .text = std::move(text), .personID = std::move(personID)},
+                                sample.books(), locale);
+}
+
+auto command(const CapitalForm& form, const CapitalSample& sample, std::string key = "key-1",
+             std::string_view locale = english)
+{
+    return CapitalForms::command(form, sample.books(), {today, std::move(key)}, locale);
+}
+
+CapitalForm shares(std::vector<std::string> texts, const CapitalSample& sample)
+{
+    auto form = opened(CapitalAction::setOwnership, sample);
+    const char* owners[] = {"c1", "c2", "c3"};
+    for (std::size_t at = 0; at < 3; ++at)
+        form = typed(std::move(form), sample, RecordPart::people, at < texts.size() ? texts[at] : "0", owners[at]);
+    return form;
+}
+
+RecordFormContent contentOf(const CapitalForm& form, const CapitalSample& sample, std::string_view locale = english)
+{
+    return CapitalForms::content(CapitalSubmission{form}, form, sample.books(), today, locale);
+}
+
+}
+
+TEST(CapitalForm, RefusesAContributionOfNothingAndKeepsWhyATextCannotBeRead)
+{
+    const auto sample = capitalSample();
+    auto form = typed(opened(CapitalAction::contribute, sample), sample, RecordPart::person, "c1");
+    form = typed(form, sample, RecordPart::account, "Operating bank");
+    const auto message = [&](const char* amount) {
+        const auto made = command(typed(form, sample, RecordPart::amount, amount), sample);
+        return made ? std::string{} : made.error().front().message(english).toStdString();
+    };
+    EXPECT_EQ(message("0.00"), "Enter an actual contribution amount greater than zero.");
+    EXPECT_EQ(message(""), "Enter an actual contribution amount greater than zero.");
+    const auto made = command(typed(form, sample, RecordPart::amount, "1.005"), sample);
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.error().front().part, RecordPart::amount);
+    EXPECT_EQ(made.error().front().money, MoneyError::excessPrecision);
+    EXPECT_EQ(message("12,500.50"), "");
+}
+
+TEST(CapitalForm, BuildsEachCommandOnTheRevisionSeenWithAKeyOfItsOwn)
+{
+    const auto sample = capitalSample();
+    auto form = typed(opened(CapitalAction::contribute, sample), sample, RecordPart::amount, "250");
+    form = typed(form, sample, RecordPart::account, "Operating bank");
+    form = typed(form, sample, RecordPart::person, "c2"); // the amount goes along
+    const auto first = command(form, sample, "key-1");
+    const auto second = command(form, sample, "key-2");
+    ASSERT_TRUE(first);
+    EXPECT_EQ(first->expectedRevision, sample.books().capital->revision);
+    EXPECT_EQ(first->amountMinor, 25'000);
+    EXPECT_EQ(first->participantID, "c2");
+    EXPECT_EQ(first->date, today);
+    EXPECT_NE(first->idempotencyKey, second->idempotencyKey);
+}
+
+TEST(CapitalForm, AddsPercentagesUpToTheBasisPoint)
+{
+    const auto sample = capitalSample();
+    const auto total = [&](std::vector<std::string> texts) {
+        return CapitalForms::ratioTotal(shares(std::move(texts), sample), english);
+    };
+    EXPECT_EQ(total({"50", "50"}), 10000);
+    EXPECT_EQ(total({"12.5", "87.5"}), 10000);
+    EXPECT_EQ(total({"33.33", "33.33", "33.33"}), 9999);
+    EXPECT_TRUE(command(shares({"50", "50"}, sample), sample));
+    EXPECT_FALSE(command(shares({"33.33", "33.33", "33.33"}, sample), sample));
+    EXPECT_TRUE(contentOf(shares({"50", "50"}, sample), sample).whyNotConfirm.isEmpty());
+    EXPECT_EQ(contentOf(shares({"50", "51"}, sample), sample).lines->message,
+              QStringLiteral("Percentages must total 100 %. Reduce the total by 1.00\u00a0%."));
+    const auto unreadable = command(shares({"12.345", "50"}, sample), sample);
+    ASSERT_FALSE(unreadable);
+    EXPECT_EQ(unreadable.error().front().personID, "c1");
+    EXPECT_EQ(unreadable.error().front().money, MoneyError::excessPrecision);
+}
+
+TEST(CapitalForm, PrefillsInTheSeparatorsOfTheInterface)
+{
+    const auto sample = capitalSample();
+    EXPECT_EQ(opened(CapitalAction::setBaseline, sample).amounts.at("c1"), "1,050,000,000");
+    EXPECT_EQ(opened(CapitalAction::setBaseline, sample, "id-ID").amounts.at("c1"), "1.050.000.000");
+    const auto vietnamese = opened(CapitalAction::setOwnership, sample, "vi-VN");
+    EXPECT_EQ(vietnamese.ratios.at("c2"), "38,33");
+    EXPECT_EQ(CapitalForms::ratioTotal(vietnamese, "vi-VN"), 10000);
+    const auto changed = CapitalForms::rewritten(vietnamese, "vi-VN", english);
+    EXPECT_EQ(changed.ratios.at("c2"), "38.33");
+}
+
+TEST(CapitalForm, SupersedesTheBaselineAndAsksBeforeItRecordsNothing)
+{
+    const auto sample = capitalSample();
+    auto form = opened(CapitalAction::setBaseline, sample);
+    EXPECT_EQ(form.historicalDate, "2025-12-31");
+    const auto made = command(form, sample);
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->replacesID, "c4");
+    EXPECT_FALSE(command(typed(form, sample, RecordPart::people, "-1", "c1"), sample));
+    for (const auto* owner : {"c1", "c2", "c3"})
+        form = typed(form, sample, RecordPart::people, "0", owner);
+    const auto refused = command(form, sample);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().front().message(english),
+              QStringLiteral("If all historical contributions are zero, confirm a zero historical baseline"));
+    form = CapitalForms::edited(form, {.part = RecordPart::zero, .isOn = true}, sample.books(), english);
+    EXPECT_TRUE(command(form, sample));
+}
+
+TEST(CapitalForm, KeepsWhatWasTypedWhenTheRecordsChangeAndTellsWhatIsNew)
+{
+    auto sample = capitalSample();
+    auto form = typed(opened(CapitalAction::setOwnership, sample), sample, RecordPart::people, "40", "c1");
+    EXPECT_TRUE(CapitalForms::isCurrent(form, sample.books()));
+    sample.ownership("2026-11-20", {{"c1", "60"}, {"c2", "30"}, {"c3", "10"}});
+    EXPECT_FALSE(CapitalForms::isCurrent(form, sample.books()));
+    form = CapitalForms::initialize(form, sample.books(), today, english, CapitalForms::PreserveDraft::yes);
+    EXPECT_TRUE(CapitalForms::isCurrent(form, sample.books()));
+    EXPECT_EQ(form.ratios.at("c1"), "40") << "typed";
+    EXPECT_EQ(form.ratios.at("c2"), "30") << "never touched";
+    EXPECT_EQ(form.newest, (std::map<std::string, std::string>{{"c1", "60"}}));
+    EXPECT_EQ(contentOf(form, sample).lines->lines.front().beside, QStringLiteral("Newest: 60"));
+}
+
+TEST(CapitalForm, FreezesThePreviewWithTheCommand)
+{
+    auto sample = capitalSample();
+    auto form = typed(opened(CapitalAction::contribute, sample), sample, RecordPart::person, "c1");
+    form = typed(form, sample, RecordPart::account, "Operating bank");
+    EXPECT_TRUE(contentOf(form, sample).preview.isEmpty()) << "there is nothing yet that could be sent";
+    form = typed(form, sample, RecordPart::amount, "7");
+    CapitalSubmission submission{form};
+    submission.send(*command(form, sample));
+    submission.fail(Failure{APIError{.status = 0, .code = std::string{ClientCode::network}, .message = {}}});
+    ASSERT_TRUE(submission.isUncertain());
+    sample.books().accounts.front().archived = true; // what could be sent now no longer matters
+    const auto shown = CapitalForms::content(submission, form, sample.books(), "2026-11-21", english);
+    EXPECT_EQ(shown.preview, QStringLiteral("Records IDR\u00a07 from Budi Santoso in Operating bank."));
+    EXPECT_EQ(shown.foot, QStringLiteral("Recorded on 20 November 2026"));
+    submission.sendAgain();
+    EXPECT_EQ(submission.command()->idempotencyKey, "key-1");
+}
+
+TEST(CapitalForm, OffersAMemberToOneOwnerOnly)
+{
+    auto sample = capitalSample();
+    sample.owner("Mira", "m1");
+    const auto members = [&](const CapitalForm& form) {
+        const auto content = contentOf(form, sample);
+        const auto field = std::ranges::find(content.fields, RecordPart::member, &RecordField::part);
+        return field->choices.size();
+    };
+    auto form = opened(CapitalAction::setParticipant, sample);
+    EXPECT_EQ(members(form), 1U) << "nobody is left to choose";
+    const auto mira = sample.books().capital->participants.back().id;
+    form = typed(form, sample, RecordPart::person, mira);
+    EXPECT_EQ(form.name, "Mira");
+    EXPECT_EQ(members(form), 2U);
+    const auto made = command(typed(form, sample, RecordPart::name, "  "), sample);
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.error().front().part, RecordPart::name);
+}

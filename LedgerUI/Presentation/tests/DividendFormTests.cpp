@@ -1,0 +1,169 @@
+#include <algorithm>
+
+#include <QStringList>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Presentation/Capital/DividendForm.h"
+#include "LedgerUI/Presentation/tests/CapitalSample.h"
+
+namespace {
+
+constexpr auto today = "2026-11-20";
+constexpr auto english = "en-US";
+
+DividendForm opened(DividendRoute route, const CapitalSample& sample, std::string_view locale = english)
+{
+    route.currency = "IDR";
+    return DividendForms::opened(route, sample.books(), locale);
+}
+
+DividendForm typed(DividendForm form, const CapitalSample& sample, RecordPart part, std::string text,
+                   std::string personID = {})
+{
+    return DividendForms::edited(std::move(form),
+                                 {.part = part, .text = std::move(text), .personID = std::move(personID)},
+                                 sample.books(), english);
+}
+
+auto command(const DividendForm& form, const CapitalSample& sample)
+{
+    return DividendForms::command(form, sample.books(), {today, "key-1"}, english);
+}
+
+RecordFormContent contentOf(const DividendForm& form, const CapitalSample& sample)
+{
+    return DividendForms::content(DividendSubmission{form}, form, sample.books(), today, english);
+}
+
+DividendForm allocation(const CapitalSample& sample, std::vector<std::string> ratios, std::string total)
+{
+    auto form = opened({.action = std::string{DividendAction::allocate}}, sample);
+    const char* people[] = {"d1", "d2", "d3"};
+    for (std::size_t at = 0; at < ratios.size(); ++at)
+        form = typed(std::move(form), sample, RecordPart::people, ratios[at], people[at]);
+    form = typed(std::move(form), sample, RecordPart::period, "2026 Q4");
+    return typed(std::move(form), sample, RecordPart::amount, std::move(total));
+}
+
+}
+
+TEST(DividendForm, PreviewsAnAllocationToTheLastMinorUnit)
+{
+    const auto sample = capitalSample();
+    const auto form = allocation(sample, {"33.33", "33.33", "33.34"}, "1.00");
+    const auto preview = DividendForms::preview(form, sample.books(), english);
+    ASSERT_TRUE(preview);
+    EXPECT_EQ((*preview)[0].amountMinor, 33);
+    EXPECT_EQ((*preview)[2].amountMinor, 34);
+    const auto content = contentOf(form, sample);
+    EXPECT_EQ(content.lines->lines[2].mark, QStringLiteral("+0.01 remainder"));
+    EXPECT_TRUE(content.whyNotConfirm.isEmpty());
+    const auto made = command(form, sample);
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->period, "2026 Q4");
+    EXPECT_EQ(made->amountMinor, 100);
+    EXPECT_EQ(made->shares->size(), 3U);
+}
+
+TEST(DividendForm, HasNoPreviewWithoutWholeRatios)
+{
+    const auto sample = capitalSample();
+    for (const auto& ratios :
+         {std::vector<std::string>{"33.333", "33.33", "33.34"}, {"33.33", "33.33", "33.33"}, {"120", "0", "0"}}) {
+        const auto form = allocation(sample, ratios, "100");
+        EXPECT_FALSE(DividendForms::preview(form, sample.books(), english)) << ratios.front();
+        EXPECT_FALSE(command(form, sample)) << ratios.front();
+        EXPECT_TRUE(contentOf(form, sample)
+                        .whyNotConfirm.startsWith(QStringLiteral(
+                            "Participating ratios must total 100%, with no more than two decimal places.")));
+    }
+    EXPECT_FALSE(DividendForms::shares(allocation(sample, {"33.333"}, "100"), sample.books(), english));
+}
+
+TEST(DividendForm, GivesASingleParticipantTheWholeTotal)
+{
+    const auto sample = capitalSample();
+    auto form = allocation(sample, {"100"}, "5");
+    for (const auto* other : {"d2", "d3"})
+        form = DividendForms::edited(form, {.part = RecordPart::zero, .personID = other, .isOn = false}, sample.books(),
+                                     english);
+    const auto made = command(form, sample);
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->shares->size(), 1U);
+    EXPECT_EQ(DividendForms::preview(form, sample.books(), english)->front().amountMinor, 500);
+}
+
+TEST(DividendForm, BoundsAPaymentByWhatIsUnpaid)
+{
+    const auto sample = capitalSample();
+    auto form = opened({.action = std::string{DividendAction::pay}, .participantID = "d2", .batchID = "d4"}, sample);
+    EXPECT_EQ(DividendForms::limit(form, sample.books()), 1'200'000'000);
+    EXPECT_EQ(form.amount, "12,000,000") << "the whole rest, until something else is typed";
+    EXPECT_EQ(form.accountID, "Operating bank") << "the only one there is";
+    EXPECT_TRUE(command(form, sample));
+    form = typed(form, sample, RecordPart::amount, "12,000,000.01");
+    const auto refused = command(form, sample);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().front().refusal, DividendRefusal::overpayment);
+    const auto content = contentOf(form, sample);
+    const auto field = std::ranges::find(content.fields, RecordPart::amount, &RecordField::part);
+    EXPECT_EQ(field->message, QStringLiteral("At most IDR\u00a012,000,000 is payable."));
+    const auto unread = command(typed(form, sample, RecordPart::amount, "12.000.000"), sample);
+    ASSERT_FALSE(unread);
+    EXPECT_TRUE(unread.error().front().money) << "why it cannot be read";
+}
+
+TEST(DividendForm, BoundsAnOffsetByLineAndAdvance)
+{
+    auto sample = capitalSample();
+    auto form = opened({.action = std::string{DividendAction::apply}, .participantID = "d2", .batchID = "d4"}, sample);
+    EXPECT_EQ(form.advanceID, "d7") << "the only one of which something is left";
+    EXPECT_EQ(DividendForms::limit(form, sample.books()), 800'000'000) << "8 of the advance, 12 of the line";
+    EXPECT_TRUE(command(typed(form, sample, RecordPart::amount, "8,000,000"), sample));
+    EXPECT_FALSE(command(typed(form, sample, RecordPart::amount, "8,000,000.01"), sample));
+    EXPECT_FALSE(command(typed(form, sample, RecordPart::amount, "0"), sample));
+}
+
+TEST(DividendForm, DropsWhatCanNoLongerBeChosen)
+{
+    auto sample = capitalSample();
+    const auto form =
+        opened({.action = std::string{DividendAction::pay}, .participantID = "d2", .batchID = "d4"}, sample);
+    sample.pay("2026-11-20", "d4", "d2", "12,000,000", "Operating bank");
+    EXPECT_FALSE(DividendForms::isCurrent(form, sample.books()));
+    const auto reloaded = DividendForms::reloadLatest(form, sample.books(), english);
+    EXPECT_EQ(reloaded.batchID, "");
+    EXPECT_EQ(reloaded.amount, form.amount) << "what stands in the form is the person's";
+    const auto refused = command(reloaded, sample);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().front().part, RecordPart::batch);
+}
+
+TEST(DividendForm, KeepsTypedRatiosWhenTheDefaultsChange)
+{
+    auto sample = capitalSample();
+    auto form = allocation(sample, {"50"}, "100");
+    sample.apply(DividendCommands::setParticipant(DividendContext::of(sample.books()), {today, "key-2"},
+                                                  {.id = "d1", .name = "Budi Santoso", .percentage = "60"}, english));
+    form = DividendForms::reloadLatest(form, sample.books(), english);
+    EXPECT_EQ(form.ratios.at("d1"), "50");
+    EXPECT_EQ(form.newest.at("d1"), "60");
+    EXPECT_EQ(contentOf(form, sample).lines->lines.front().mark, QStringLiteral("Newest: 60"));
+    form = DividendForms::withDefaultRatios(form, sample.books(), english);
+    EXPECT_EQ(form.ratios.at("d1"), "60");
+    EXPECT_EQ(form.amount, "100");
+}
+
+TEST(DividendForm, OffersAdvancesOfTheParticipantAlone)
+{
+    auto sample = capitalSample();
+    sample.advance("2026-11-01", "d1", "IDR", "5", "Operating bank");
+    const auto form = opened({.action = std::string{DividendAction::returnAdvance}, .advanceID = "d7"}, sample);
+    EXPECT_EQ(form.participantID, "d2");
+    ASSERT_EQ(DividendForms::eligibleAdvances(form, sample.books()).size(), 1U);
+    EXPECT_EQ(DividendForms::limit(form, sample.books()), 800'000'000);
+    const auto made = command(typed(form, sample, RecordPart::amount, "8,000,000"), sample);
+    ASSERT_TRUE(made);
+    EXPECT_EQ(made->accountID, "Operating bank");
+    EXPECT_EQ(made->currency, "IDR");
+}

@@ -1,0 +1,190 @@
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Records/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/DividendCommand.h"
+#include "LedgerUI/tests/CapitalUnderTest.h"
+
+// The page of capital and dividends and its forms, by keys, over a scripted service.
+
+namespace {
+
+struct Page : WindowUnderTest {
+    explicit Page(const CapitalSample& sample = capitalSample()) : WindowUnderTest{capitalPages()}
+    {
+        openBooks(*this, sample);
+    }
+
+    template <class Command>
+    std::vector<Command> sent(const std::string& route)
+    {
+        std::vector<Command> commands;
+        for (const auto& request : server.requests(route)) {
+            const auto command = Json::decode<Command>(request.body);
+            require(command.has_value(), "what the program sends is a command");
+            commands.push_back(*command);
+        }
+        return commands;
+    }
+    std::vector<CapitalCommand> capitalSent() { return sent<CapitalCommand>("POST v1/capital/commands"); }
+    std::vector<DividendCommand> dividendsSent() { return sent<DividendCommand>("POST v1/dividends/commands"); }
+
+    void openContribution()
+    {
+        screen.press("contributeButton");
+        screen.waitForFocus("recordForm");
+        screen.pick("recordPerson", "Budi");
+        screen.fill("recordAmount", "250000");
+    }
+    void openDividends()
+    {
+        screen.keys("Ctrl+Tab Ctrl+Tab");
+        screen.waitFor("batchesTable");
+    }
+};
+
+}
+
+TEST(CapitalView, RecordsAContributionByKeysAndShowsItAfterwards)
+{
+    Page page;
+    page.openContribution();
+    auto after = capitalSample();
+    after.contribute("2026-11-20", "c1", "IDR", "250,000", "Operating bank");
+    serveBooks(page, after);
+    page.server.replace("POST v1/capital/commands", ServerReply::json("{}"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitUntilGone("recordForm");
+    const auto sent = page.capitalSent();
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent[0].action, CapitalAction::contribute);
+    EXPECT_EQ(sent[0].amountMinor, 25'000'000);
+    EXPECT_EQ(sent[0].participantID, "c1");
+    EXPECT_EQ(sent[0].expectedRevision, capitalSample().books().capital->revision);
+    page.screen.waitForText("1,200,250,000");
+}
+
+TEST(CapitalView, SaysWhatIsMissingUnderItsFieldAndSendsNothing)
+{
+    Page page;
+    page.screen.press("contributeButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText("Enter an actual contribution amount greater than zero.");
+    EXPECT_TRUE(page.screen.says("Choose an owner who is not archived."));
+    EXPECT_TRUE(page.capitalSent().empty());
+}
+
+TEST(CapitalView, RetriesAContributionOfUnknownOutcomeWithTheSameKey)
+{
+    Page page;
+    page.openContribution();
+    page.server.replace("POST v1/capital/commands", ServerReply::dropped());
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText("Retry original request");
+    EXPECT_FALSE(page.screen.offers("recordAmount")) << "what was sent is settled";
+    page.server.replace("POST v1/capital/commands", ServerReply::json("{}"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitUntilGone("recordForm");
+    const auto sent = page.capitalSent();
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[0], sent[1]);
+}
+
+TEST(CapitalView, KeepsWhatWasTypedThroughARevisionConflict)
+{
+    Page page;
+    page.screen.press("ownershipButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.fill("recordRow0", "40");
+    page.screen.fill("recordRow1", "43.33");
+    page.server.replace("POST v1/capital/commands", ServerReply::error(409, "capital_revision_conflict"));
+    auto newer = capitalSample();
+    newer.ownership("2026-11-20", {{"c1", "60"}, {"c2", "30"}, {"c3", "10"}});
+    serveBooks(page, newer);
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText("Capital records have changed. Refresh and review them before saving.");
+    EXPECT_FALSE(page.screen.offers("recordConfirm"));
+    page.screen.press("recordReload");
+    page.screen.waitForText("Newest: 60");
+    EXPECT_EQ(page.screen.read("recordRow0"), "40");
+    EXPECT_EQ(page.screen.read("recordRow2"), "10") << "what was never touched follows";
+    page.screen.fill("recordRow1", "50");
+    page.server.replace("POST v1/capital/commands", ServerReply::json("{}"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitUntilGone("recordForm");
+    const auto sent = page.capitalSent();
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[1].expectedRevision, newer.books().capital->revision);
+    EXPECT_NE(sent[1].idempotencyKey, sent[0].idempotencyKey);
+    EXPECT_EQ(sent[1].ownership->at(0).ownershipBps, 4000);
+}
+
+TEST(CapitalView, DoesNotSendWhatWasTypedOnOlderRecords)
+{
+    Page page;
+    page.openContribution();
+    auto newer = capitalSample();
+    newer.owner("A fourth owner");
+    serveBooks(page, newer);
+    std::ignore = resultOf(page.store.refresh(false));
+    page.screen.waitForText("Capital records have changed. Refresh and review them before saving.");
+    page.screen.keys("Ctrl+Return");
+    settle();
+    EXPECT_TRUE(page.capitalSent().empty());
+    EXPECT_EQ(page.screen.read("recordAmount"), "250,000");
+}
+
+TEST(CapitalView, KeepsTheInputsOfARefusedPayment)
+{
+    Page page;
+    page.openDividends();
+    page.screen.press("payButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.fill("recordAmount", "1000");
+    page.server.replace("POST v1/dividends/commands", ServerReply::error(422, "dividend_overpayment"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText("The amount exceeds unpaid dividends or the remaining advance.");
+    EXPECT_EQ(page.screen.read("recordAmount"), "1,000");
+    EXPECT_FALSE(page.screen.shows("alertDialog")) << "the form says it already";
+    const auto sent = page.dividendsSent();
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent[0].batchID, "d10");
+    EXPECT_EQ(sent[0].participantID, "d1");
+}
+
+TEST(CapitalView, DisablesConfirmingWhileRatiosAreNotWhole)
+{
+    Page page;
+    page.openDividends();
+    page.screen.press("allocateButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.fill("recordPeriod", "2026 Q4");
+    page.screen.fill("recordAmount", "100");
+    page.screen.fill("recordRow0", "44");
+    page.screen.waitForText("Increase the total by");
+    EXPECT_FALSE(page.screen.offers("recordConfirm"));
+    page.screen.press("useDefaultRatios");
+    EXPECT_TRUE(page.screen.offers("recordConfirm"));
+    EXPECT_EQ(page.screen.read("recordRow0"), "45");
+    EXPECT_EQ(page.screen.read("recordAmountTotal"), "100");
+}
+
+TEST(CapitalView, GreysAnActionWithItsReason)
+{
+    auto sample = capitalSample();
+    sample.books().financialSettings->contributionsEnabled = false;
+    Page page{sample};
+    EXPECT_FALSE(page.screen.offers("contributeButton"));
+    EXPECT_EQ(page.screen.find("contributeButton").toolTip(), QStringLiteral("Shareholder contributions are disabled"));
+    EXPECT_TRUE(page.screen.offers("ownershipButton")) << "what is there stays correctable";
+    EXPECT_TRUE(page.screen.says("1,200,000,000"));
+}
+
+TEST(CapitalView, ShowsTheUnavailableStateInsteadOfAPartOfTheFigures)
+{
+    auto sample = capitalSample();
+    sample.books().capital->contributions.front().date = "2025-12-31";
+    Page page{sample};
+    page.screen.waitForText("Capital and dividends cannot be shown");
+    EXPECT_FALSE(page.screen.shows("ownersTable"));
+}
