@@ -13,7 +13,8 @@ inline std::vector<std::string> auditWords(const WordTable& table)
     const auto placeholders = [](std::string_view text) {
         std::multiset<char> found;
         for (auto at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 1))
-            found.insert(at + 1 < text.size() ? text[at + 1] : '%');
+            if (at + 1 < text.size() && text[at + 1] >= '1' && text[at + 1] <= '9') // else a percent sign
+                found.insert(text[at + 1]);
         return found;
     };
     std::vector<std::string> flaws;
