@@ -17,6 +17,7 @@
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportsView.h"
 #include "LedgerUI/Screens/Root/RootView.h"
+#include "LedgerUI/Screens/Summary/SummaryView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "Tallyfold/MainWindow.h"
 
@@ -32,6 +33,7 @@ std::unique_ptr<LanguageDefaults> defaultsFor(std::optional<std::string> languag
 PageRegistry builtPages()
 {
     PageRegistry pages;
+    pages.add<SummaryView>(WorkspacePage::summary);
     pages.add<LedgerView>(WorkspacePage::ledger);
     pages.add<ReportsView>(WorkspacePage::reports);
     pages.add<CompanyView>(WorkspacePage::company);

@@ -2,6 +2,7 @@
 
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportsView.h"
+#include "LedgerUI/Screens/Summary/SummaryView.h"
 #include "LedgerUI/testing/ReportSample.h"
 #include "LedgerUI/testing/Sweep.h"
 
@@ -10,9 +11,23 @@ namespace {
 PageRegistry builtPages()
 {
     PageRegistry pages;
+    pages.add<SummaryView>(WorkspacePage::summary);
     pages.add<LedgerView>(WorkspacePage::ledger);
     pages.add<ReportsView>(WorkspacePage::reports);
     return pages;
+}
+
+/// An employee with a float sees a summary in the place of reports.
+void openSummary(WindowUnderTest& under)
+{
+    auto person = SnapshotBuilder::person("m1", "Rizky Pratama");
+    person.permissions.emplace();
+    auto books = SnapshotBuilder{}.currentMember(person).employeeAccount("Kas kecil – Rizky", {"IDR"}, "m1").grantAll();
+    books.category("meals", "expense", "Overtime meals");
+    books.balance("Kas kecil – Rizky", "IDR", 218'750'000);
+    books.expense("e1", "2026-11-18", "Kas kecil – Rizky", "IDR", 41'250'000, "meals").note("Makan lembur tim gudang");
+    under.openDemonstration(books);
+    under.screen.waitFor("ownAccountTable");
 }
 
 /// The reports page at one of its tabs.
@@ -29,6 +44,9 @@ void openReports(WindowUnderTest& under, const char* tab, const SnapshotBuilder&
 
 const std::array shown{
     SweptScreen{"ReportsOverview", builtPages, [](auto& under) { openReports(under, "overviewTab"); }},
+    SweptScreen{"Summary", builtPages, openSummary},
+    SweptScreen{"ReportsIncome", builtPages, [](auto& under) { openReports(under, "incomeTab"); }},
+    SweptScreen{"ReportsMatrix", builtPages, [](auto& under) { openReports(under, "matrixTab"); }},
     SweptScreen{"ReportsWithoutMovement", builtPages,
                 [](auto& under) {
                     openReports(under, "overviewTab", SnapshotBuilder{}.account("Petty cash", {"IDR"}).grantAll());

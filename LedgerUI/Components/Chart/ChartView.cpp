@@ -9,6 +9,7 @@
 #include <QPainter>
 
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
@@ -28,6 +29,7 @@ ChartView::ChartView(QWidget* parent) : QWidget{parent}
     setObjectName(QStringLiteral("chart"));
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
+    speakAsGroup(*this);
     connect(&Theme::current(), &Theme::changed, this, qOverload<>(&QWidget::update));
 }
 

@@ -37,6 +37,7 @@ struct ReportGridCell {
     QString beside = {}; // after the text, or under it where the grid's rows have two lines
     QString spoken = {}; // where it is read aloud in other words
     QString copied = {}; // where a spreadsheet wants it written otherwise
+    QString glyph = {};
     Tone tone = Tone::plain;
     std::optional<ReportBar> bar = {};
     std::vector<std::int64_t> line = {}; // values from left to right, drawn as a line without a scale
@@ -61,6 +62,7 @@ struct ReportGridRow {
     std::string id;
     std::vector<ReportGridCell> cells; // one for each column
     Level level = Level::plain;
+    std::string parentID = {}; // the row that this one can be folded into
 
     bool operator==(const ReportGridRow&) const = default;
 };

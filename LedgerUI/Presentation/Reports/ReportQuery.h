@@ -28,6 +28,10 @@ struct ReportQuery {
     std::string currency = {};                                         // that charts and lists are about
     std::optional<std::set<std::string, std::less<>>> accountIDs = {}; // unset: all that the member sees
     std::chrono::year_month_day today{};
+    std::optional<Period::Span> grain = {}; // of the trend; unset for the one that suits the period
+    std::optional<Period> part = {};        // of the trend, that the categories are of
+    Movement side = Movement::expense;      // of the categories
+    bool hidesStillColumns = true;          // of the account matrix: those in which nothing moved
 
     bool operator==(const ReportQuery&) const = default;
 };

@@ -66,6 +66,16 @@ ReportSheet reportSheet(ReportBooksPointer books, ReportQuery query, std::string
         .period = sheet.query.period, .accountIDs = sheet.query.accountIDs, .firstDay = sheet.books->firstDay};
     sheet.currencies = ReportOverviewGrids::currencies(sheet.overview, frame, sheet.locale);
     sheet.largestExpenses = ReportOverviewGrids::largestExpenses(sheet.overview, frame, sheet.locale);
+    auto trend = ReportTrends::trend(*sheet.books, sheet.query, sheet.locale);
+    auto matrix = ReportMatrixGrids::of(*sheet.books, sheet.query, sheet.locale);
+    auto own = ReportOwnGrids::of(*sheet.books, sheet.query, sheet.locale);
+    if (!trend || !matrix || !own) {
+        sheet.failure = !trend ? trend.error() : !matrix ? matrix.error() : own.error();
+        return sheet;
+    }
+    sheet.own = std::move(*own);
+    sheet.trend = std::move(*trend);
+    sheet.matrix = std::move(*matrix);
     sheet.attention = ReportAttention::items(snapshot, sheet.query.period, sheet.locale);
     return sheet;
 }

@@ -7,8 +7,11 @@
 
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
 #include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/ReportMatrixGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
+#include "LedgerUI/Presentation/Reports/ReportOwnGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportQuery.h"
+#include "LedgerUI/Presentation/Reports/ReportTrend.h"
 
 /// The answer, one for all tabs, so that they cannot disagree. Immutable: made on a worker and shown at once.
 struct ReportSheet {
@@ -20,6 +23,9 @@ struct ReportSheet {
     ReportGrid currencies = {};
     ReportGrid largestExpenses = {};
     std::vector<AttentionItem> attention = {};
+    ReportTrend trend = {};
+    ReportMatrixGrids matrix = {};
+    ReportOwnGrids own = {};
 };
 
 using ReportSheetPointer = std::shared_ptr<const ReportSheet>;

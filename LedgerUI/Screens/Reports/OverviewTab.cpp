@@ -62,6 +62,7 @@ OverviewTab::OverviewTab(QWidget* parent) : ReportTab{parent}
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     auto* body = new QWidget(scroll);
     m_currencies = new ReportTable(QStringLiteral("currencyTable"), RowDelegate::Density::oneLine, body);
+    m_currencies->showWhole(currenciesShown);
     m_attention = new AttentionList(body);
     auto* split = new QHBoxLayout;
     split->setSpacing(0);
@@ -111,6 +112,7 @@ QWidget* OverviewTab::buildExpenses()
     m_expensesCurrency = new TextLabel(TypeStep::small, Token::text2, part);
     m_expenses = new ReportTable(QStringLiteral("expenseTable"), RowDelegate::Density::twoLines, part);
     m_expenses->horizontalHeader()->hide();
+    m_expenses->showWhole(expensesShown);
     m_expensesNone = quietLine("expensesNone", part);
     auto* rows = new QVBoxLayout(part);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -135,9 +137,12 @@ void OverviewTab::bindParts()
         if (query != m_query)
             Q_EMIT queryWanted(query);
     });
+    // A currency opened is looked at in its categories.
+    connect(m_currencies, &ReportTable::rowOpened, this, [this] { Q_EMIT tabWanted(QStringLiteral("income")); });
     connect(m_chart, &ChartView::slotChosen, this, [this](std::size_t slot) {
         auto query = m_query;
         query.period = Period::containing(Period::Span::month, m_months[slot] / 1);
+        query.part.reset();
         if (query != m_query)
             Q_EMIT queryWanted(query);
     });
@@ -150,7 +155,6 @@ void OverviewTab::present(const ReportSheet& sheet, const ChartColors& colors)
     m_query = sheet.query;
     m_months = sheet.overview.months;
     m_currencies->present(sheet.currencies, colors);
-    m_currencies->setFixedHeight(m_currencies->heightOf(currenciesShown));
     if (m_currencies->selectedIDs() != std::vector{sheet.query.currency})
         m_currencies->choose(sheet.query.currency);
     const auto code = QString::fromStdString(sheet.query.currency);
@@ -167,7 +171,6 @@ void OverviewTab::present(const ReportSheet& sheet, const ChartColors& colors)
     m_expensesCurrency->setText(code);
     const bool hasExpenses = !sheet.largestExpenses.rows.empty();
     m_expenses->present(sheet.largestExpenses, colors);
-    m_expenses->setFixedHeight(m_expenses->heightOf(expensesShown) - m_expenses->horizontalHeader()->height());
     m_expenses->setVisible(hasExpenses);
     m_expensesNone->setText(text("expenses.none"));
     m_expensesNone->setVisible(!hasExpenses);

@@ -7,7 +7,9 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QScrollBar>
 
+#include "LedgerUI/Components/Table/CellPainter.h"
 #include "LedgerUI/Components/Table/RowHeads.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Reports/ReportGridModel.h"
@@ -54,6 +56,16 @@ ThemeColor barInk(ChartRole role, const ChartColors& colors)
     return Token::chartOther;
 }
 
+/// Beside parents, which have a glyph before their names, the others stand as far in, and children a step further.
+int indentOf(const ReportGridModel& model, Level level)
+{
+    const auto& rows = model.grid().rows;
+    const bool hasParents = std::ranges::find(rows, Level::parent, &ReportGridRow::level) != rows.end();
+    if (!hasParents || level == Level::total)
+        return 0;
+    return CellPainter::glyphIndent + (level == Level::child ? Space::step3 : 0);
+}
+
 Cell painted(const ReportGridModel& model, const QModelIndex& index, Density density, const ChartColors& colors)
 {
     const auto& row = model.row(index.row());
@@ -64,7 +76,11 @@ Cell painted(const ReportGridModel& model, const QModelIndex& index, Density den
     else if (cell.tone == Tone::incoming)
         text.ink = colors.income;
     const CellText second{.text = cell.beside, .step = TypeStep::small, .ink = Token::text2};
-    Cell shown;
+    Cell shown{.glyph = cell.glyph};
+    if (index.column() == 0 && cell.glyph.isEmpty())
+        shown.indent = indentOf(model, row.level);
+    if (row.level == Level::child && index.column() == 0)
+        text.ink = Token::text2;
     shown.values = cell.line;
     if (cell.bar)
         shown.bar = CellBar{cell.bar->fraction, barInk(cell.bar->role, colors)};
@@ -122,11 +138,23 @@ void ReportTable::present(ReportGrid grid, const ChartColors& colors)
     viewport()->update();
 }
 
-int ReportTable::heightOf(int most) const
+void ReportTable::showWhole(int most)
 {
-    const int rows = std::min(m_model->rowCount(), most);
-    const int bar = horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff ? 0 : horizontalHeader()->height();
-    return horizontalHeader()->height() + rows * verticalHeader()->defaultSectionSize() + bar;
+    m_rowsShown = most;
+    takeHeight();
+}
+
+void ReportTable::takeHeight()
+{
+    if (m_rowsShown == 0)
+        return;
+    const int rows = std::min(m_model->rowCount(), m_rowsShown);
+    const int head = horizontalHeader()->isHidden() ? 0 : horizontalHeader()->height();
+    const bool scrolls = horizontalScrollBarPolicy() != Qt::ScrollBarAlwaysOff;
+    const int bar = scrolls ? horizontalScrollBar()->sizeHint().height() : 0;
+    const int height = head + rows * verticalHeader()->defaultSectionSize() + bar;
+    if (height != maximumHeight())
+        setFixedHeight(height);
 }
 
 int ReportTable::contentWidth(int column) const
@@ -141,6 +169,8 @@ int ReportTable::contentWidth(int column) const
             width += Space::step2 + textWidth(TypeStep::small, false, cell.beside);
         if (kind == Kind::figure && cell.bar)
             width += Space::step2 + shareBar;
+        if (column == 0)
+            width += indentOf(*m_model, row.level);
         widest = std::max(widest, width);
     }
     const int left = column == 0 ? Space::cellPaddingOuter : Space::cellPadding;
@@ -179,6 +209,7 @@ void ReportTable::layOut()
         setColumnWidth(column, isName ? nameMinimum + share : widths[static_cast<std::size_t>(column)]);
     }
     setHorizontalScrollBarPolicy(taken > room ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    takeHeight();
 }
 
 void ReportTable::keyPressEvent(QKeyEvent* event)

@@ -15,8 +15,8 @@ public:
     explicit ReportTable(const QString& name, Density density = Density::oneLine, QWidget* parent = nullptr);
 
     void present(ReportGrid grid, const ChartColors& colors);
-    /// The height at which every row is in sight, or the first `most` of them.
-    [[nodiscard]] int heightOf(int most) const;
+    /// From now on it is as high as its rows, or the first `most` of them.
+    void showWhole(int most);
     [[nodiscard]] const ReportGridModel& grid() const { return *m_model; }
 
 Q_SIGNALS:
@@ -39,9 +39,11 @@ private:
     void openMenu(QPoint place);
     void copyCurrent();
     void copyTable(const std::vector<int>& rows);
+    void takeHeight();
     [[nodiscard]] int contentWidth(int column) const;
 
     ReportGridModel* m_model;
     std::shared_ptr<Look> m_look;
     Density m_density;
+    int m_rowsShown = 0; // as high as these; 0 for as high as the place
 };

@@ -1,0 +1,171 @@
+#include "LedgerUI/Screens/Reports/ReportPage.h"
+
+#include <utility>
+
+#include <QAction>
+#include <QEvent>
+#include <QMenu>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Buttons/SplitButton.h"
+#include "LedgerUI/Components/Page/Action.h"
+#include "LedgerUI/Components/Page/PageHeader.h"
+#include "LedgerUI/Components/Period/PeriodNavigator.h"
+#include "LedgerUI/Components/Text/EntryKindColor.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Reports/ReportBrowser.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Ledger/LedgerActions.h"
+
+namespace {
+
+/// The entries that an attention row is about.
+LedgerFilter entriesOf(const AttentionItem& item, const Period& period)
+{
+    if (item.kind == AttentionItem::Kind::receiptsMissing)
+        return {
+            .period = period,
+            .kinds = {std::string{EntryKind::income}, std::string{EntryKind::expense}, std::string{EntryKind::refund}},
+            .receipts = LedgerFilter::Receipts::missing};
+    return {.accountIDs = {item.accountID}, .currencies = {item.currency}};
+}
+
+}
+
+ReportPage::ReportPage(LedgerStore& store, const QString& name, QWidget* parent) : PageView{parent}, m_store{store}
+{
+    setObjectName(name + QStringLiteral("View"));
+    m_browser = new ReportBrowser(this);
+    m_actions = new ActionSet(this);
+    presentActions();
+    m_header = new PageHeader(this);
+    m_period = new PeriodNavigator(m_header);
+    buildNewEntry(name);
+    connect(&m_store, &LedgerStore::snapshotChanged, this, &ReportPage::adoptSnapshot);
+    connect(&m_store, &LedgerStore::isBusyChanged, this, &ReportPage::presentActions);
+    connect(m_browser, &ReportBrowser::changed, this, &ReportPage::presentSheet);
+    connect(m_period, &PeriodNavigator::periodChosen, this, [this](const Period& period) {
+        auto query = m_browser->query();
+        query.period = period;
+        query.part.reset();
+        m_browser->ask(std::move(query));
+    });
+}
+
+void ReportPage::buildNewEntry(const QString& name)
+{
+    m_newEntry = new SplitButton(this);
+    m_newEntry->setObjectName(name + QStringLiteral("NewEntry"));
+    m_newEntry->mainButton().setObjectName(name + QStringLiteral("NewEntryButton"));
+    m_newEntry->menuButton().setObjectName(name + QStringLiteral("NewEntryKinds"));
+    m_newEntry->setGlyph(QStringLiteral("plus-lg"));
+    m_newEntry->setAction((*m_actions)[QStringLiteral("newEntry")]);
+    auto* kinds = new QMenu(this);
+    m_actions->fill(*kinds, LedgerActions::recordingMenu());
+    m_newEntry->setMenu(kinds);
+    m_header->setPrimary(m_newEntry);
+}
+
+void ReportPage::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        adoptSnapshot();
+    PageView::changeEvent(event);
+}
+
+void ReportPage::adoptSnapshot()
+{
+    const auto today = LedgerDay::parse(m_store.today());
+    presentActions();
+    m_newEntry->setMenuName(word(ledgerWords(), "newEntry.kinds"));
+    m_browser->open(m_store.snapshot(), InterfaceLanguage::tag(),
+                    today.value_or(std::chrono::year{1970} / std::chrono::January / 1));
+    if (!m_browser->sheet())
+        present(nullptr);
+}
+
+void ReportPage::presentSheet()
+{
+    const auto sheet = m_browser->sheet();
+    if (sheet)
+        m_period->present(m_browser->query().period, sheet->books->counts, m_browser->query().today);
+    present(sheet.get());
+}
+
+void ReportPage::presentActions()
+{
+    m_actions->present(LedgerActions::recording(
+        m_store, [this](const std::string& kind) { openForm({.kind = kind, .accountID = {}, .prefilled = {}}); }));
+    const auto keyed = [](const char* id, Command command, std::function<void()> run) {
+        return Action{
+            .id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
+    };
+    m_actions->present({keyed("previousPeriod", Command::previousPeriod, [this] { m_period->goBack(); }),
+                        keyed("nextPeriod", Command::nextPeriod, [this] { m_period->goForward(); }),
+                        keyed("openPeriod", Command::openPeriod, [this] { m_period->openPopover(); })});
+    if (m_newEntry)
+        m_newEntry->setVisible((*m_actions)[QStringLiteral("newEntry")]->isVisible());
+}
+
+ChartColors ReportPage::colorsOf(const ReportSheet& sheet)
+{
+    const auto& snapshot = *sheet.books->snapshot;
+    return {.income = entryKindColor(EntryKind::income, snapshot),
+            .expense = entryKindColor(EntryKind::expense, snapshot)};
+}
+
+void ReportPage::showInLedger(LedgerFilter filter)
+{
+    Q_EMIT linkPressed(
+        {.page = WorkspacePage::ledger, .action = PageAction::showEntries, .entries = std::move(filter)});
+}
+
+void ReportPage::showBacking(const ReportBacking& backing)
+{
+    showInLedger({.period = backing.period, .figure = backing.figure});
+}
+
+void ReportPage::sayCopied()
+{
+    Q_EMIT done(word(reportWords(), "copied"));
+}
+
+void ReportPage::lend(const AttentionItem& item)
+{
+    switch (item.kind) {
+    case AttentionItem::Kind::receiptsMissing:
+    case AttentionItem::Kind::floatBelowZero:
+        showInLedger(entriesOf(item, m_browser->query().period));
+        return;
+    case AttentionItem::Kind::floatEmpty: {
+        TransactionDraft draft;
+        draft.kind = EntryKind::transfer;
+        draft.target = item.accountID;
+        draft.currency = item.currency;
+        openForm({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
+        return;
+    }
+    case AttentionItem::Kind::openingsMissing:
+        openForm({.kind = std::string{EntryKind::opening}, .accountID = item.accountID, .prefilled = {}});
+        return;
+    case AttentionItem::Kind::startUnconfirmed:
+        Q_EMIT linkPressed({.page = WorkspacePage::company, .action = PageAction::setStartDate});
+        return;
+    case AttentionItem::Kind::dividendsUnpaid:
+    case AttentionItem::Kind::advancesUnapplied:
+        Q_EMIT linkPressed({.page = WorkspacePage::dividends});
+        return;
+    }
+}
+
+void ReportPage::openForm(const EntryForm::Opening& opening)
+{
+    auto* form = new TransactionForm(m_store, opening, window());
+    connect(form, &TransactionForm::recorded, this, [this] { Q_EMIT done(word(ledgerWords(), "done.recorded")); });
+    form->open();
+}

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <vector>
+
+#include "LedgerUI/Components/Chart/ChartPainter.h"
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Reports/ReportSheet.h"
+#include "LedgerUI/Screens/Workspace/PageView.h"
+
+class ActionSet;
+class LedgerStore;
+class PageHeader;
+class PeriodNavigator;
+class ReportBrowser;
+class SplitButton;
+
+/// What the pages that look at a period of the books have in common: the period, a new entry, the way to the entries
+/// behind a figure and to where a hand is wanted.
+class ReportPage : public PageView {
+    Q_OBJECT
+protected:
+    /// `name` begins the names of the controls.
+    ReportPage(LedgerStore& store, const QString& name, QWidget* parent);
+
+    /// To be called once the page is built; later when the language has changed.
+    void adoptSnapshot();
+    /// Shows the sheet in force; null while there is none.
+    virtual void present(const ReportSheet* sheet) = 0;
+
+    [[nodiscard]] PageHeader& header() const { return *m_header; }
+    [[nodiscard]] PeriodNavigator& period() const { return *m_period; }
+    [[nodiscard]] ReportBrowser& browser() const { return *m_browser; }
+    [[nodiscard]] static ChartColors colorsOf(const ReportSheet& sheet);
+
+    void showInLedger(LedgerFilter filter);
+    void showBacking(const ReportBacking& backing);
+    void lend(const AttentionItem& item);
+    void sayCopied();
+
+    void changeEvent(QEvent* event) override;
+
+private:
+    void buildNewEntry(const QString& name);
+    void presentSheet();
+    void presentActions();
+    void openForm(const EntryForm::Opening& opening);
+
+    LedgerStore& m_store;
+    ReportBrowser* m_browser = nullptr;
+    ActionSet* m_actions = nullptr;
+    PageHeader* m_header = nullptr;
+    PeriodNavigator* m_period = nullptr;
+    SplitButton* m_newEntry = nullptr;
+};
