@@ -86,6 +86,83 @@ TEST(AccountsView, OpensTheDetailOverTheListInASmallWindow)
     EXPECT_EQ(under.screen.focus(), "accountTable");
 }
 
+TEST(AccountForm, KeepsEverythingTypedUntilTheServiceHasTakenIt)
+{
+    OpenedAccounts under;
+    under.screen.keys("Ctrl+N");
+    under.screen.waitForFocus("accountFormName");
+    under.screen.keys("Ctrl+Return");
+    EXPECT_TRUE(under.screen.says("Enter a name of 1 to 120 characters."));
+    EXPECT_EQ(under.screen.focus(), "accountFormName");
+    under.screen.type("Warehouse float");
+    EXPECT_FALSE(under.screen.says("Enter a name of 1 to 120 characters."));
+    under.screen.press("accountPurpose-employee");
+    under.screen.keys("Ctrl+Return");
+    EXPECT_TRUE(under.screen.says("Choose who answers for this account."));
+    under.screen.pick("accountResponsible", "Nguyễn Thị Hương");
+    under.screen.press("funder-m2");
+    under.server.answer("POST v1/accounts", ServerReply::error(409, "conflict"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitUntil("the refusal is there", [&] { return under.screen.offers("accountFormName"); });
+    EXPECT_EQ(under.screen.read("accountFormName"), "Warehouse float");
+    EXPECT_FALSE(under.screen.shows("alertDialog")) << "the form says it already";
+    auto after = sampleLedger();
+    auto made = after.build().accounts.back();
+    made.id = "made";
+    made.name = "Warehouse float";
+    auto books = after.account(made).grantAll().build();
+    books.members.back().accountGrants = std::vector<AccountGrant>{{"made", {"view", "transferIn"}}};
+    under.server.replace("POST v1/accounts", ServerReply::json(Json::encode(books)));
+    under.screen.press("accountSave");
+    under.screen.waitUntilGone("accountForm");
+    EXPECT_EQ(under.server.requests("POST v1/accounts").back().body,
+              R"({"name":"Warehouse float","currencies":["USD"],"operatorMemberID":"m2","purpose":"employee",)"
+              R"("fundingMemberIDs":["m2"]})");
+    EXPECT_EQ(under.screen.read("accountName"), "Warehouse float");
+    EXPECT_TRUE(under.screen.says("The account is created."));
+}
+
+/// Nobody knows whether the account was made: the form can only send the very same again.
+TEST(AccountForm, LocksOnAnUnknownOutcomeAndSendsTheSameAgain)
+{
+    OpenedAccounts under;
+    under.screen.press("newAccountButton");
+    under.screen.waitForFocus("accountFormName");
+    under.screen.type("Till");
+    under.server.answer("POST v1/accounts", ServerReply::dropped());
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitForText("Retry original request");
+    under.screen.waitUntil("the retry is offered", [&] { return under.screen.offers("accountSave"); });
+    EXPECT_FALSE(under.screen.offers("accountFormName"));
+    auto after = sampleLedger();
+    after.account("Till", {"USD"}).grantAll();
+    under.server.replace("POST v1/accounts", ServerReply::json(after.json()));
+    under.screen.press("accountSave");
+    under.screen.waitUntilGone("accountForm");
+    const auto sent = under.server.requests("POST v1/accounts");
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent.front().body, sent.back().body);
+}
+
+TEST(AccountForm, SendsOnlyChangesAndOnlyWithTheAgreementThatTheyNeed)
+{
+    OpenedAccounts under;
+    under.screen.pressRow("accountTable", "Rizky float");
+    under.screen.press("accountEdit");
+    under.screen.waitForFocus("accountFormName");
+    under.screen.pick("accountResponsible", "Mira Owner");
+    EXPECT_TRUE(under.screen.says("Mira Owner will see everything ever recorded on this account."));
+    under.screen.keys("Ctrl+Return");
+    EXPECT_EQ(under.screen.focus(), "accountHistory");
+    EXPECT_TRUE(under.server.requests("PATCH v1/accounts/Rizky float").empty());
+    under.screen.keys("Space");
+    under.server.answer("PATCH v1/accounts/Rizky%20float", ServerReply::error(401, "unauthorized"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitFor("alertDialog");
+    EXPECT_TRUE(under.screen.says("Sign in"));
+    EXPECT_FALSE(under.screen.shows("accountForm")) << "with the session the form closes";
+}
+
 TEST(AccountsView, RecordsAnOpeningBalanceWhereThePolicyLetsIt)
 {
     OpenedAccounts under;

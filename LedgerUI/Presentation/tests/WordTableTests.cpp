@@ -12,6 +12,7 @@
 #include "LedgerCore/Client/Errors/ServiceMessages.h"
 #include "LedgerCore/Client/Errors/StoreMessages.h"
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
+#include "LedgerUI/Presentation/Accounts/AccountFormWords.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Capital/CapitalFormWords.h"
 #include "LedgerUI/Presentation/Capital/CapitalWords.h"
@@ -44,6 +45,7 @@ const std::map<std::string, const WordTable*>& tables()
     static const std::map<std::string, const WordTable*> all{
         // clang-format off: one on each line, so that new ones never meet
         {"accessWords", &accessWords()},
+        {"accountFormWords", &accountFormWords()},
         {"accountWords", &accountWords()},
         {"bookkeepingWords", &bookkeepingWords()},
         {"capitalFormWords", &capitalFormWords()},

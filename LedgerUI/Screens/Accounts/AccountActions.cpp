@@ -22,6 +22,7 @@ std::vector<Action> AccountActions::onAccount(const Chosen& chosen)
 {
     const auto& detail = chosen.detail;
     const auto busy = chosen.isBusy ? text("busy") : QString{};
+    const bool mayChange = detail && detail->offersChange;
     return {{.id = QStringLiteral("openAccount"),
              .text = text("showDetail"),
              .isOffered = detail.has_value(),
@@ -31,6 +32,23 @@ std::vector<Action> AccountActions::onAccount(const Chosen& chosen)
              .whyNot = busy,
              .isOffered = detail && detail->offersOpening,
              .run = chosen.recordOpening},
+            {.id = QStringLiteral("editAccount"),
+             .text = text("edit"),
+             .glyph = QStringLiteral("pencil"),
+             .whyNot = busy,
+             .isOffered = mayChange && !detail->isArchived,
+             .run = chosen.edit},
+            {.id = QStringLiteral("addCurrency"),
+             .text = text("addCurrency"),
+             .whyNot = busy,
+             .isOffered = mayChange && !detail->isArchived,
+             .run = chosen.addCurrency},
+            {.id = QStringLiteral("changeState"),
+             .text = text(detail && detail->isArchived ? "restore" : "archive"),
+             .glyph = QStringLiteral("archive"),
+             .whyNot = busy,
+             .isOffered = mayChange,
+             .run = chosen.changeState},
             {.id = QStringLiteral("showInLedger"),
              .text = text("inLedger"),
              .glyph = QStringLiteral("journal-text"),
@@ -40,7 +58,27 @@ std::vector<Action> AccountActions::onAccount(const Chosen& chosen)
 
 QList<QString> AccountActions::accountMenu()
 {
-    return {QStringLiteral("openAccount"), QStringLiteral("showInLedger"), {}, QStringLiteral("openingBalance")};
+    return {QStringLiteral("openAccount"),    QStringLiteral("showInLedger"), {},
+            QStringLiteral("openingBalance"), QStringLiteral("editAccount"),  QStringLiteral("addCurrency"),
+            QStringLiteral("changeState")};
+}
+
+std::vector<Action> AccountActions::beginning(const Beginning& beginning)
+{
+    const auto busy = beginning.isBusy ? text("busy") : QString{};
+    return {{.id = QStringLiteral("newAccount"),
+             .text = text("new"),
+             .glyph = QStringLiteral("plus-lg"),
+             .keys = KeyBindings::keys(Command::newEntry),
+             .whyNot = busy,
+             .isOffered = beginning.mayManage,
+             .run = beginning.newAccount},
+            {.id = QStringLiteral("recordOpenings"),
+             .text = countedIn(InterfaceLanguage::tag(), accountWords(), "openings", beginning.openingsDue),
+             .glyph = QStringLiteral("journal-plus"),
+             .whyNot = busy,
+             .isOffered = beginning.openingsDue > 0,
+             .run = beginning.recordOpenings}};
 }
 
 std::vector<Action> AccountActions::sorting(const AccountListing& listing,

@@ -18,10 +18,23 @@ struct Chosen {
     std::function<void()> open;
     std::function<void()> showInLedger;
     std::function<void()> recordOpening;
+    std::function<void()> edit;
+    std::function<void()> addCurrency;
+    std::function<void()> changeState; // archives it, or restores it
 };
 std::vector<Action> onAccount(const Chosen& chosen);
 /// In the order of the menu; an empty id stands for a line.
 QList<QString> accountMenu();
+
+/// What makes an account, and what goes through the opening balances that are still due.
+struct Beginning {
+    bool mayManage = false;
+    bool isBusy = false;
+    std::size_t openingsDue = 0;
+    std::function<void()> newAccount;
+    std::function<void()> recordOpenings;
+};
+std::vector<Action> beginning(const Beginning& beginning);
 
 /// The orders of the accounts: by name, and by the balance in each currency that is held.
 std::vector<Action> sorting(const AccountListing& listing, const std::function<void(const AccountSort&)>& sortBy);

@@ -80,6 +80,10 @@ void AccountDetailPane::buildFoot()
     m_foot->setObjectName(QStringLiteral("accountFoot"));
     auto* buttons = new WrapLayout(m_foot, Space::step2);
     buttons->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
+    auto* edit = footButton(m_actions[QStringLiteral("editAccount")], QStringLiteral("accountEdit"));
+    edit->setIcon(Icon::of(QStringLiteral("pencil"), Token::text));
+    edit->setIconSize({Space::iconBeforeText, Space::icon});
+    buttons->addWidget(edit);
     buttons->addWidget(footButton(m_actions[QStringLiteral("openingBalance")], QStringLiteral("accountOpening")));
     m_more = new IconButton(QStringLiteral("three-dots"), IconButton::Frame::outlined, m_foot);
     m_more->setObjectName(QStringLiteral("accountMore"));

@@ -4,7 +4,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
+#include "LedgerUI/Components/Page/SetupStep.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Accounts/AccountWords.h"
 
 namespace {
 
@@ -34,7 +39,7 @@ AccountNoticeView::AccountNoticeView(QWidget* parent) : QWidget{parent}
     layout->setContentsMargins(0, 0, 0, 0);
 }
 
-void AccountNoticeView::present(const AccountNotice& notice)
+void AccountNoticeView::present(const AccountNotice& notice, const std::optional<SetupChecklist>& setup)
 {
     auto* state = new EmptyState(glyphOf(notice.reason), this);
     state->setTexts(notice.headline, notice.sentence);
@@ -45,7 +50,27 @@ void AccountNoticeView::present(const AccountNotice& notice)
                 [this, remedy = notice.offer->remedy] { Q_EMIT remedyWanted(remedy); });
         state->addButton(button);
     }
+    if (setup && notice.reason == Reason::noAccounts)
+        addSteps(state, *setup);
     replace(state);
+}
+
+/// Steps that are done say so in place of their button; the next one stands out.
+void AccountNoticeView::addSteps(EmptyState* state, const SetupChecklist& setup)
+{
+    int number = 1;
+    for (const auto& step : setup.steps) {
+        const bool isDone = step.state == SetupChecklist::Step::State::done;
+        const bool isNext = &step == setup.next();
+        auto* button = isNext ? new PrimaryButton(state) : new QPushButton(state);
+        button->setObjectName(QStringLiteral("setupStep%1").arg(number));
+        button->setText(isDone ? word(accountWords(), "setup.done") : step.button);
+        button->setEnabled(!isDone && step.whyNot.isEmpty());
+        button->setToolTip(step.whyNot);
+        connect(button, &QPushButton::clicked, this, [this, link = step.link] { Q_EMIT stepWanted(link); });
+        state->addStep(
+            new SetupStep(number++, step.title, step.whyNot.isEmpty() ? step.sentence : step.whyNot, button, state));
+    }
 }
 
 void AccountNoticeView::presentWaiting(const QString& text)
@@ -66,7 +91,7 @@ void AccountNoticeView::replace(EmptyState* state)
     }
     m_state = state;
     layout()->addWidget(state);
-    setFocusProxy(state->findChild<QPushButton*>());
+    setFocusProxy(FocusChain::firstStop(state));
     if (hadFocus)
         setFocus(Qt::OtherFocusReason);
 }

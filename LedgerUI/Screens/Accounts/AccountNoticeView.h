@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "LedgerUI/Presentation/Accounts/AccountListing.h"
+#include "LedgerUI/Presentation/Accounts/SetupChecklist.h"
 
 class EmptyState;
 class QAbstractButton;
@@ -13,14 +14,17 @@ class AccountNoticeView final : public QWidget {
 public:
     explicit AccountNoticeView(QWidget* parent = nullptr);
 
-    void present(const AccountNotice& notice);
+    /// `setup` are the steps that lead to the first account, where there are any.
+    void present(const AccountNotice& notice, const std::optional<SetupChecklist>& setup);
     void presentWaiting(const QString& text);
 
 Q_SIGNALS:
     void remedyWanted(AccountNotice::Remedy remedy);
+    void stepWanted(const PageLink& link);
 
 private:
     void replace(EmptyState* state);
+    void addSteps(EmptyState* state, const SetupChecklist& setup);
 
     EmptyState* m_state = nullptr;
 };

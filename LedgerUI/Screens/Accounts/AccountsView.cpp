@@ -12,6 +12,7 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Fields/SearchField.h"
 #include "LedgerUI/Components/Page/ListDetailPage.h"
 #include "LedgerUI/Components/Page/PageHeader.h"
@@ -22,10 +23,12 @@
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Screens/Accounts/AccountActions.h"
 #include "LedgerUI/Screens/Accounts/AccountDetailPane.h"
+#include "LedgerUI/Screens/Accounts/AccountDialogs.h"
+#include "LedgerUI/Screens/Accounts/AccountMessages.h"
 #include "LedgerUI/Screens/Accounts/AccountNoticeView.h"
 #include "LedgerUI/Screens/Accounts/AccountTable.h"
 #include "LedgerUI/Screens/Accounts/AccountTotalsStrip.h"
-#include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -44,6 +47,7 @@ AccountsView::AccountsView(LedgerStore& store, QWidget* parent) : PageView{paren
 {
     setObjectName(QStringLiteral("accountsView"));
     m_browser = new AccountBrowser(this);
+    m_dialogs = new AccountDialogs(m_store, this);
     m_actions = new ActionSet(this);
     presentActions();
     buildLayout();
@@ -60,10 +64,16 @@ void AccountsView::buildHeader()
     m_search->setFixedWidth(searchWide);
     m_search->installEventFilter(this);
     m_header->setMiddle(m_search);
-    m_header->setFocusProxy(m_search);
     m_showArchived = new QCheckBox(m_header);
     m_showArchived->setObjectName(QStringLiteral("showArchived"));
     m_header->setPrimary(m_showArchived);
+    m_header->addSecondary((*m_actions)[QStringLiteral("recordOpenings")]);
+    m_new = new PrimaryButton(m_header);
+    m_new->setObjectName(QStringLiteral("newAccountButton"));
+    m_new->setIcon(Icon::of(QStringLiteral("plus-lg"), Token::onAccent));
+    m_new->setIconSize({Space::iconBeforeText, Space::icon});
+    m_header->setPrimary(m_new);
+    connect(m_new, &QPushButton::clicked, (*m_actions)[QStringLiteral("newAccount")], &QAction::trigger);
 }
 
 void AccountsView::buildLayout()
@@ -72,8 +82,10 @@ void AccountsView::buildLayout()
     m_table = new AccountTable(this);
     m_notice = new AccountNoticeView(this);
     m_totals = new AccountTotalsStrip(this);
+    m_messages = new AccountMessages(this);
     m_detail = new AccountDetailPane(*m_actions, this);
     m_page = new ListDetailPage({.header = m_header,
+                                 .message = m_messages,
                                  .table = m_table,
                                  .notice = m_notice,
                                  .strip = m_totals,
@@ -107,6 +119,19 @@ void AccountsView::bindParts()
             m_showArchived->setChecked(true);
         m_page->focusContent();
     });
+    connect(m_notice, &AccountNoticeView::stepWanted, this, &AccountsView::press);
+    connect(m_dialogs, &AccountDialogs::changed, this, [this](const QString& accountID, const QString& sentence) {
+        if (!accountID.isEmpty())
+            showAccount(accountID.toStdString());
+        Q_EMIT done(sentence);
+    });
+    connect(m_dialogs, &AccountDialogs::openingRecorded, this, [this] {
+        m_isRecordingOpenings = true;
+        presentMessage();
+        m_messages->enter();
+        Q_EMIT done(text("done.opening"));
+    });
+    connect(m_messages, &AccountMessages::left, m_page, &ListDetailPage::focusContent);
     connect(m_table, &RowTable::selectionMoved, this, &AccountsView::presentSelection);
     connect(m_table, &RowTable::opened, m_page, &ListDetailPage::openDetail);
     connect(m_table, &RowTable::menuWanted, this, &AccountsView::openMenu);
@@ -137,7 +162,9 @@ void AccountsView::follow(const PageLink& link)
     if (link.action == PageAction::showAccount)
         showAccount(link.subject);
     else if (link.action == PageAction::openingBalance)
-        (*m_actions)[QStringLiteral("openingBalance")]->trigger();
+        (*m_actions)[QStringLiteral("recordOpenings")]->trigger();
+    else if (link.action == PageAction::newAccount)
+        (*m_actions)[QStringLiteral("newAccount")]->trigger();
 }
 
 void AccountsView::changeEvent(QEvent* event)
@@ -181,9 +208,10 @@ void AccountsView::present()
             m_table->chooseFirst(); // so that the pane beside the table has something to say
         m_totals->present(listing->totals);
         if (listing->notice)
-            m_notice->present(*listing->notice);
+            m_notice->present(*listing->notice, setupChecklist(*listing->book, InterfaceLanguage::tag()));
         const bool hasAccounts = !listing->book->snapshot().accounts.empty();
         m_search->setVisible(hasAccounts);
+        m_header->setFocusProxy(hasAccounts ? m_search : nullptr); // Tab would end at one that is hidden
         m_showArchived->setVisible(std::ranges::any_of(listing->book->snapshot().accounts, &Account::archived));
         m_page->setHasContents(hasAccounts);
         m_page->show(listing->notice ? ListDetailPage::Content::notice : ListDetailPage::Content::table);
@@ -192,6 +220,7 @@ void AccountsView::present()
         m_page->show(ListDetailPage::Content::notice);
     }
     presentSelection();
+    presentMessage();
     if (!m_awaited.empty() && m_browser->listing() && !m_browser->isPreparing())
         showAccount(std::exchange(m_awaited, {}));
     Q_EMIT statusContextChanged();
@@ -215,18 +244,39 @@ void AccountsView::presentSelection()
 void AccountsView::presentActions()
 {
     m_actions->present(pageActions());
+    const auto chosen = m_chosen.value_or(AccountDetail{});
     m_actions->present(AccountActions::onAccount(
         {.detail = m_chosen,
          .isBusy = m_store.isBusy(),
          .open = [this] { m_page->openDetail(); },
          .showInLedger = [this] { showInLedger(); },
-         .recordOpening = [this] { recordOpening(m_chosen->accountID, m_chosen->currency); }}));
-    if (const auto& listing = m_browser->listing())
+         .recordOpening = [this, chosen] { m_dialogs->recordOpening(chosen.accountID, chosen.currency); },
+         .edit = [this, chosen] { m_dialogs->edit(chosen.accountID); },
+         .addCurrency = [this, chosen] { m_dialogs->edit(chosen.accountID, AccountField::currencies); },
+         .changeState = [this, chosen] { m_dialogs->changeState(chosen.accountID); }}));
+    const auto& listing = m_browser->listing();
+    m_actions->present(AccountActions::beginning({.mayManage = m_store.canManage(),
+                                                  .isBusy = m_store.isBusy(),
+                                                  .openingsDue = listing ? openingsDue(*listing->book).size() : 0,
+                                                  .newAccount = [this] { m_dialogs->create(); },
+                                                  .recordOpenings = [this] { recordNextOpening(); }}));
+    if (listing)
         m_actions->present(AccountActions::sorting(*listing, [this](const AccountSort& sort) {
             auto query = m_browser->query();
             query.sort = sort;
             ask(std::move(query));
         }));
+    if (m_new)
+        presentNewButton();
+}
+
+void AccountsView::presentNewButton()
+{
+    const auto* action = (*m_actions)[QStringLiteral("newAccount")];
+    m_new->setText(action->text());
+    m_new->setToolTip(action->toolTip());
+    m_new->setEnabled(action->isEnabled());
+    m_new->setVisible(action->isVisible());
 }
 
 std::vector<Action> AccountsView::pageActions()
@@ -309,16 +359,46 @@ void AccountsView::showAccount(const std::string& accountID)
         m_table->setFocus(Qt::OtherFocusReason);
 }
 
-void AccountsView::recordOpening(const std::string& accountID, const std::string& currency)
+void AccountsView::recordNextOpening()
 {
-    TransactionDraft draft;
-    draft.kind = EntryKind::opening;
-    draft.target = accountID;
-    draft.currency = currency;
-    auto* form =
-        new TransactionForm(m_store, {.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)}, window());
-    connect(form, &TransactionForm::recorded, this, [this] { Q_EMIT done(text("done.opening")); });
-    form->open();
+    const auto& listing = m_browser->listing();
+    const auto due = listing ? openingsDue(*listing->book) : std::vector<const AccountBook::Line*>{};
+    if (!due.empty())
+        m_dialogs->recordOpening(listing->book->account(*due.front()).id, due.front()->currency);
+}
+
+/// After an opening balance the next one is offered; else a new company is told its next step.
+void AccountsView::presentMessage()
+{
+    const auto& listing = m_browser->listing();
+    if (!listing)
+        return;
+    const auto& book = *listing->book;
+    if (const auto due = openingsDue(book); m_isRecordingOpenings && !due.empty()) {
+        const auto& next = *due.front();
+        m_messages->present(AccountMessages::Offer{
+            word(accountWords(), "openings.next", {book.account(next).name, next.currency, std::to_string(due.size())}),
+            text("openings.go"), [this] { recordNextOpening(); }});
+        return;
+    }
+    m_isRecordingOpenings = false;
+    const auto setup = setupChecklist(book, InterfaceLanguage::tag());
+    if (!setup || (listing->notice && listing->notice->reason == AccountNotice::Reason::noAccounts)) {
+        m_messages->present(std::nullopt);
+        return;
+    }
+    const auto& step = *setup->next();
+    m_messages->present(AccountMessages::Offer{
+        word(accountWords(), "setup.banner", {setup->progress.toStdString(), step.title.toStdString()}), step.button,
+        [this, link = step.link] { press(link); }});
+}
+
+void AccountsView::press(const PageLink& link)
+{
+    if (link.page == WorkspacePage::accounts)
+        follow(link);
+    else
+        Q_EMIT linkPressed(link);
 }
 
 void AccountsView::showInLedger()

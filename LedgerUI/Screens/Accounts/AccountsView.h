@@ -10,6 +10,8 @@
 
 class AccountBrowser;
 class AccountDetailPane;
+class AccountDialogs;
+class AccountMessages;
 class AccountNoticeView;
 class AccountTable;
 class AccountTotalsStrip;
@@ -17,6 +19,7 @@ class ActionSet;
 class ListDetailPage;
 class LedgerStore;
 class PageHeader;
+class PrimaryButton;
 class QCheckBox;
 class SearchField;
 struct Action;
@@ -51,20 +54,27 @@ private:
 
     void ask(AccountQuery query);
     void showAccount(const std::string& accountID);
-    void recordOpening(const std::string& accountID, const std::string& currency);
+    void recordNextOpening();
+    void press(const PageLink& link);
+    void presentNewButton();
+    void presentMessage();
     void showInLedger();
 
     LedgerStore& m_store;
     AccountBrowser* m_browser = nullptr;
+    AccountDialogs* m_dialogs = nullptr;
     ActionSet* m_actions = nullptr;
     PageHeader* m_header = nullptr;
     SearchField* m_search = nullptr;
     QCheckBox* m_showArchived = nullptr;
+    PrimaryButton* m_new = nullptr;
+    AccountMessages* m_messages = nullptr;
     ListDetailPage* m_page = nullptr;
     AccountTable* m_table = nullptr;
     AccountNoticeView* m_notice = nullptr;
     AccountTotalsStrip* m_totals = nullptr;
     AccountDetailPane* m_detail = nullptr;
     std::optional<AccountDetail> m_chosen;
-    std::string m_awaited; // an account to go to once the page is ready
+    bool m_isRecordingOpenings = false; // one was just recorded; the next is offered
+    std::string m_awaited;              // an account to go to once the page is ready
 };
