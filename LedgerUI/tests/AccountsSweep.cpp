@@ -16,7 +16,10 @@ PageRegistry builtPages()
 
 SnapshotBuilder books()
 {
-    auto builder = SnapshotBuilder{}.currentMember(SnapshotBuilder::person("m1", "Dewi Anggraini", "finance"));
+    auto person = SnapshotBuilder::person("m1", "Dewi Anggraini", "finance");
+    person.permissions = {"viewCompany", "manageCompany"};
+    auto builder = SnapshotBuilder{}.currentMember(person);
+    builder.member(SnapshotBuilder::person("m2", "Nguyễn Thanh Hương"));
     builder.account("Operating bank", {"IDR", "USD"}).account("Singapore", {"USD", "SGD"});
     builder.employeeAccount("Petty cash", {"IDR"}, "m1").grantAll();
     builder.category("power", "expense", "Electricity").category("sales", "income", "Sales");
@@ -40,9 +43,51 @@ void chooseAccount(WindowUnderTest& under)
     under.screen.waitForFocus("accountDetail");
 }
 
+/// The form of a float with every message, and with what changing its operator asks for.
+void openAccountForm(WindowUnderTest& under, const char* purpose)
+{
+    openAccounts(under);
+    under.screen.press("newAccountButton");
+    under.screen.waitForFocus("accountForm");
+    under.screen.press(std::string{"accountPurpose-"} + purpose);
+    under.screen.keys("Ctrl+Return");
+}
+
+void changeAccount(WindowUnderTest& under)
+{
+    openAccounts(under);
+    under.screen.pressRow("accountTable", "Petty cash");
+    under.screen.keys("Return");
+    under.screen.press("accountEdit");
+    under.screen.waitForFocus("accountForm");
+    under.screen.pick("accountResponsible", "Nguyễn Thanh Hương");
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitFor("accountHistory");
+}
+
+void changeAccountState(WindowUnderTest& under)
+{
+    openAccounts(under);
+    under.screen.find("accountTable").setFocus();
+    under.screen.keys("Home Return");
+    under.screen.choose("accountMore", "changeState");
+    under.screen.waitForFocus("accountStateDialog");
+}
+
 const std::array shown{
     SweptScreen{"Accounts", builtPages, openAccounts},
     SweptScreen{"AccountDetail", builtPages, chooseAccount},
+    SweptScreen{"NewCompanyAccount", builtPages, [](auto& under) { openAccountForm(under, "company"); }},
+    SweptScreen{"NewFloat", builtPages, [](auto& under) { openAccountForm(under, "employee"); }},
+    SweptScreen{"NewRefundAccount", builtPages, [](auto& under) { openAccountForm(under, "refund"); }},
+    SweptScreen{"ChangedAccount", builtPages, changeAccount},
+    SweptScreen{"ArchivedAccount", builtPages, changeAccountState},
+    SweptScreen{"AccountSetup", builtPages,
+                [](auto& under) {
+                    under.openDemonstration(SnapshotBuilder{});
+                    under.screen.press("page-accounts");
+                    under.screen.waitFor("setupStep1");
+                }},
     SweptScreen{"AccountsNoMatch", builtPages,
                 [](auto& under) {
                     openAccounts(under);
