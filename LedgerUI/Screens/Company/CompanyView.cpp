@@ -89,6 +89,14 @@ PageView::StatusContext CompanyView::statusContext() const
     return tab ? tab->statusContext() : StatusContext{};
 }
 
+void CompanyView::follow(const PageLink& link)
+{
+    if (link.action == PageAction::setStartDate)
+        m_tabs->choose(QStringLiteral("bookkeeping"));
+    else if (link.action == PageAction::showCategories)
+        m_tabs->choose(QStringLiteral("categories"));
+}
+
 void CompanyView::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange)
