@@ -19,6 +19,8 @@ struct AttemptLimits {
     int signInsPerPerson = 10; // from one address
     int signInsPerAddress = 100;
     int demonstrationsPerAddress = 300;
+    int visitsPerAddress = 10; // demonstrations that are a visitor's own
+    int visits = 200;          // at the same time, from all addresses
     int registrationsPerAddress = 10;
     int codesPerPerson = 5; // mailed, from one address
     int codesPerAddress = 30;
@@ -36,12 +38,21 @@ enum class RegistrationMode {
     closed, // nobody; invited people register all the same
 };
 
+/// Whether anyone may enter demonstration companies.
+enum class DemonstrationMode {
+    off,
+    shared,   // one company for each language, for everybody
+    visitors, // a company for each visitor, who has it for a day
+};
+
 /// What an operator decides about a running service.
 struct ServicePolicy {
     RegistrationMode registration = RegistrationMode::review;
-    bool demonstration = false; // whether anyone may enter the demonstration companies
+    DemonstrationMode demonstration = DemonstrationMode::off;
     std::chrono::hours sessionLifetime{30 * 24};
     AttemptLimits limits;
+
+    [[nodiscard]] bool offersDemonstration() const { return demonstration != DemonstrationMode::off; }
 };
 
 /// What every request is answered with. Holds no state of its own: all that matters is in the database.

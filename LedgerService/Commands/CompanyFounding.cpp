@@ -9,6 +9,7 @@
 #include "LedgerService/Storage/Rows/CapitalRepository.h"
 #include "LedgerService/Storage/Rows/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/DemoVisitRepository.h"
 #include "LedgerService/Storage/Rows/DividendRepository.h"
 #include "LedgerService/Storage/Rows/EntryRepository.h"
 #include "LedgerService/Storage/Rows/MemberRepository.h"
@@ -23,15 +24,17 @@ void writePerson(Connection& connection, const CompanyFounding& founding, const 
     if (UserRepository::find(connection, member.userID))
         return;
     const auto& createdAt = founding.company.createdAt;
-    UserRepository::insert(connection, {.id = member.userID,
-                                        .email = member.email,
-                                        .name = member.name,
-                                        .locale = member.locale,
-                                        .passwordHash = founding.passwordHash,
-                                        .createdAt = createdAt,
-                                        .activatedAt = createdAt,
-                                        .deactivatedAt = std::nullopt,
-                                        .currentCompanyID = std::nullopt});
+    UserRepository::insert(
+        connection,
+        {.id = member.userID,
+         .email = member.email,
+         .name = member.name,
+         .locale = member.locale,
+         .passwordHash = founding.passwordHash.empty() ? std::nullopt : std::optional{founding.passwordHash},
+         .createdAt = createdAt,
+         .activatedAt = createdAt,
+         .deactivatedAt = std::nullopt,
+         .currentCompanyID = std::nullopt});
 }
 
 void writeMembers(Connection& connection, const CompanyFounding& founding)
@@ -69,6 +72,8 @@ void CompanyFounding::write(Connection& connection) const
 {
     CompanyRepository::insert(connection, company, books.settings.value_or(FinancialSettings{}));
     CompanyRepository::writeTimeZone(connection, company.id, timeZone);
+    if (demoVisitorAt)
+        DemoVisitRepository::insert(connection, company.id, *demoVisitorAt);
     writeMembers(connection, *this);
     writeAccounts(connection, *this);
     for (const auto& category : books.categories)

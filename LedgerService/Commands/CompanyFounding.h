@@ -17,10 +17,11 @@ struct CompanyFounding {
     Company company;
     Books books;                                            // receipts that no entry names are left out
     std::optional<std::string> timeZone;                    // by its IANA name; nothing: that of the machine
-    std::string passwordHash;                               // of people who are new
+    std::string passwordHash;                               // of people who are new; empty: they have none
     std::string origin{AuditOrigin::service};               // whence it is founded, for the audit trail
     std::optional<std::string> founder;                     // the member who does; nothing: service or operator
     std::map<std::string, std::string> demoProfileByMember; // in demonstration companies only
+    std::optional<std::string> demoVisitorAt;               // in that of one visitor: when the visitor came
 
     /// Writes it all; expects a writing transaction. Throws when an address or id is taken.
     void write(Connection& connection) const;

@@ -16,7 +16,7 @@ namespace {
 
 std::optional<Refusal> whyNotServed(const std::optional<TokenHolder>& holder, const ServicePolicy& policy)
 {
-    if (!holder || (holder->demonstration && !policy.demonstration))
+    if (!holder || (holder->demonstration && !policy.offersDemonstration()))
         return Authentication::unauthorized();
     if (!holder->member->active)
         return Refusal::of(ServiceCode::inactiveMember, "The member is deactivated.");

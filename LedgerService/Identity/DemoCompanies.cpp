@@ -4,12 +4,15 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerService/Books/Demonstration/DemoCompany.h"
 #include "LedgerService/Commands/CompanyFounding.h"
 #include "LedgerService/Identity/Password.h"
+#include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/DemoVisitRepository.h"
 #include "LedgerService/Storage/Rows/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
@@ -18,19 +21,22 @@ namespace LedgerService {
 
 namespace {
 
+constexpr std::size_t visitorLength = 16;
+
 std::optional<std::string> findCompany(const Service& service, std::string_view locale)
 {
     const auto loan = service.database.borrow();
     return CompanyRepository::demoCompanyID(*loan, locale);
 }
 
-CompanyFounding foundingOf(const Service& service, std::string_view locale)
+CompanyFounding foundingOf(const Service& service, std::string_view locale, std::string_view visitor = {})
 {
-    auto demo = DemoCompany::make(locale, LedgerDay::localGregorian().day(service.clock()));
+    auto demo = DemoCompany::make(locale, LedgerDay::localGregorian().day(service.clock()), visitor);
     CompanyFounding founding;
     founding.company = std::move(demo.company);
     founding.books = std::move(demo.books);
-    founding.passwordHash = Password::hash(DemoIdentity::password);
+    if (visitor.empty())
+        founding.passwordHash = Password::hash(DemoIdentity::password);
     for (const auto& member : founding.books.members)
         founding.demoProfileByMember.emplace(member.id, member.role);
     return founding;
@@ -51,6 +57,36 @@ std::string DemoCompanies::ensure(const Service& service, std::string_view local
     founding.write(*loan);
     transaction.commit();
     return founding.company.id;
+}
+
+std::expected<std::string, Refusal> DemoCompanies::foundForVisitor(const Service& service, std::string_view locale)
+{
+    // Lower-case letters and digits, for addresses.
+    const auto visitor = Random::digest(Random::identifier()).substr(0, visitorLength);
+    auto founding = foundingOf(service, locale, visitor);
+    founding.demoVisitorAt = LedgerDay::stamp(service.clock());
+    const auto loan = service.database.borrow();
+    const auto turn = service.database.queueToWrite();
+    Transaction transaction{*loan, Transaction::Mode::writing};
+    if (DemoVisitRepository::count(*loan) >= service.policy.limits.visits)
+        return std::unexpected(Refusal::of(ServiceCode::rateLimited, "The demonstration has too many visitors.",
+                                           std::chrono::minutes{15}));
+    founding.write(*loan);
+    transaction.commit();
+    return founding.company.id;
+}
+
+int DemoCompanies::sweep(Database& database, std::chrono::system_clock::time_point now)
+{
+    const auto loan = database.borrow();
+    const auto over = DemoVisitRepository::before(*loan, LedgerDay::stamp(now - visit));
+    for (const auto& companyID : over) { // a turn for each, so that nobody waits for long
+        const auto turn = database.queueToWrite();
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        DemoVisitRepository::remove(*loan, companyID);
+        transaction.commit();
+    }
+    return static_cast<int>(over.size());
 }
 
 void DemoCompanies::ensureForEmail(const Service& service, std::string_view email)

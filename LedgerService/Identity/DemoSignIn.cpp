@@ -15,16 +15,25 @@ namespace LedgerService {
 
 namespace {
 
+std::expected<std::string, Refusal> companyFor(const Service& service, std::string_view locale)
+{
+    if (service.policy.demonstration == DemonstrationMode::visitors)
+        return DemoCompanies::foundForVisitor(service, locale);
+    return DemoCompanies::ensure(service, locale);
+}
+
 std::optional<Refusal> whyNotEnter(const Service& service, std::string_view profile, std::string_view remote)
 {
-    if (!service.policy.demonstration)
+    if (!service.policy.offersDemonstration())
         return Refusal::of(ServiceCode::forbidden, "This service offers no demonstration.");
     if (!DemoIdentity::isProfile(profile))
         return Refusal::of(ServiceCode::validationError, "There is no such profile.");
+    const auto& limits = service.policy.limits;
+    const bool own = service.policy.demonstration == DemonstrationMode::visitors;
     return AttemptLimit::whyNotNow(
-        service,
-        std::array{AttemptLimit::Scope{"demonstration:" + std::string{remote},
-                                       service.policy.limits.demonstrationsPerAddress, service.policy.limits.window}});
+        service, std::array{AttemptLimit::Scope{"demonstration:" + std::string{remote},
+                                                own ? limits.visitsPerAddress : limits.demonstrationsPerAddress,
+                                                limits.window}});
 }
 
 }
@@ -34,7 +43,10 @@ std::expected<IssuedSession, Refusal> DemoSignIn::as(const Service& service, std
 {
     if (auto refusal = whyNotEnter(service, profile, remote))
         return std::unexpected(*std::move(refusal));
-    const auto companyID = DemoCompanies::ensure(service, locale);
+    const auto company = companyFor(service, locale);
+    if (!company)
+        return std::unexpected(company.error());
+    const auto& companyID = *company;
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
     Transaction transaction{*loan, Transaction::Mode::writing};

@@ -16,7 +16,7 @@ namespace {
 /// Why the person cannot work in the company now.
 std::optional<Refusal> whyNotOpen(const Membership& membership, const ServicePolicy& policy)
 {
-    if (membership.demonstration && !policy.demonstration)
+    if (membership.demonstration && !policy.offersDemonstration())
         return Refusal::of(ServiceCode::notFound, "There is no such company.");
     if (!membership.active)
         return Refusal::of(ServiceCode::inactiveMember, "The member is deactivated.");

@@ -33,7 +33,7 @@ std::expected<SessionOwner, Refusal> choose(const std::vector<Membership>& membe
     std::optional<Refusal> closed;
     std::optional<SessionOwner> chosen;
     for (const auto& each : memberships) {
-        if (!each.active || (each.demonstration && !policy.demonstration))
+        if (!each.active || (each.demonstration && !policy.offersDemonstration()))
             continue;
         if (auto refusal = Authentication::whyNotOpen(each.approvalStatus))
             closed = closed ? closed : refusal;
@@ -44,8 +44,8 @@ std::expected<SessionOwner, Refusal> choose(const std::vector<Membership>& membe
         return *std::move(chosen);
     if (closed)
         return std::unexpected(*std::move(closed));
-    const bool hidden =
-        !policy.demonstration && !memberships.empty() && std::ranges::all_of(memberships, &Membership::demonstration);
+    const bool hidden = !policy.offersDemonstration() && !memberships.empty() &&
+                        std::ranges::all_of(memberships, &Membership::demonstration);
     if (hidden)
         return std::unexpected(Authentication::unauthorized());
     return std::unexpected(Refusal::of(ServiceCode::inactiveMember, "The member is deactivated."));
@@ -59,7 +59,7 @@ std::expected<IssuedSession, Refusal> SignIn::withPassword(const Service& servic
     // Counted before the password is looked at, so that guesses made at the same time count too.
     if (auto refusal = AttemptLimit::whyNotNow(service, PersonLimits{email, remote}.ofSignIn(service)))
         return std::unexpected(*std::move(refusal));
-    if (service.policy.demonstration)
+    if (service.policy.demonstration == DemonstrationMode::shared)
         DemoCompanies::ensureForEmail(service, email);
     const auto person = findUser(service, email);
     if (!person || !person->passwordHash) {

@@ -101,7 +101,6 @@ int createCompany(const std::string& file, CreateCompany::Order order)
 /// What the arguments say, by command.
 struct Arguments {
     Serve::Options serving;
-    bool demonstration = false;
     std::string file;
     std::string to;
     std::string from;
@@ -148,8 +147,16 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
                     "connects counts as the proxy")
         ->type_name("NETWORK")
         ->needs("--behind-tls-proxy");
-    serve.add_flag("--demo,!--no-demo", into.demonstration,
-                   "Offer the demonstration companies; without this, on loopback addresses only");
+    serve
+        .add_option("--demo", serving.demonstration,
+                    "Demonstration companies: 'shared', one for each language, on loopback addresses only and there "
+                    "without this option too; 'private', one for each visitor for a day; 'off'")
+        ->transform(
+            CLI::CheckedTransformer(std::map<std::string, DemonstrationMode>{{"shared", DemonstrationMode::shared},
+                                                                             {"private", DemonstrationMode::visitors},
+                                                                             {"off", DemonstrationMode::off}}))
+        ->type_name("shared|private|off")
+        ->option_text("shared|private|off");
     serve
         .add_option("--metrics", serving.metrics, "Numeric address and port where figures are collected; none without")
         ->type_name("ADDRESS:PORT");
@@ -285,8 +292,6 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
             fmt::print("{}", serve.config_to_str(true, true));
             return 0;
         }
-        if (serve.count("--demo") > 0)
-            given.serving.demonstration = given.demonstration;
         if (const auto done = people.run())
             return *done;
         if (serve.parsed())

@@ -145,29 +145,42 @@ std::expected<Serve::Endpoint, std::string> Serve::place(const Options& options,
                                : "--listen takes a numeric address and a port, such as 127.0.0.1:48731 or [::1]:48731");
 }
 
+namespace {
+
+/// What is wrong with the options or the file. `local` tells that the service is reached from this machine alone.
+std::optional<std::string> whyNotServe(const Serve::Options& options, const Serve::Endpoint& endpoint, bool local)
+{
+    if (!endpoint.isLoopback() && !options.behindTlsProxy)
+        return "passwords and tokens would cross the network unprotected: put a proxy that speaks TLS in front "
+               "and say so with --behind-tls-proxy, or listen on a loopback address";
+    if (!local && options.demonstration == DemonstrationMode::shared)
+        return "the shared demonstration, whose password is public, is for this machine alone: others get a "
+               "company for each visitor with --demo private";
+    if (auto refused = options.create ? DatabaseFile::whyNotName(options.databaseFile)
+                                      : DatabaseFile::whyNotExisting(options.databaseFile))
+        return *refused + (options.create ? "" : " (new books begin with create-company, or with serve --create)");
+    return DatabaseFile::whyNotSafe(options.databaseFile);
+}
+
+}
+
 int Serve::run(const Options& options)
 {
     const auto handedOver = ServiceManager::takeSocket();
     auto endpoint = place(options, handedOver);
     if (!endpoint)
         return fail(endpoint.error());
-    if (!endpoint->isLoopback() && !options.behindTlsProxy)
-        return fail("passwords and tokens would cross the network unprotected: put a proxy that speaks TLS in front "
-                    "and say so with --behind-tls-proxy, or listen on a loopback address");
-    if (auto refused = options.create ? DatabaseFile::whyNotName(options.databaseFile)
-                                      : DatabaseFile::whyNotExisting(options.databaseFile))
-        return fail(*refused +
-                    (options.create ? "" : " (new books begin with create-company, or with serve --create)"));
-    if (auto refused = DatabaseFile::whyNotSafe(options.databaseFile))
+    const bool local = endpoint->isLoopback() && !options.behindTlsProxy;
+    if (const auto refused = whyNotServe(options, *endpoint, local))
         return fail(*refused);
     Log::start(options.quiet ? Log::Level::failures : Log::Level::requests);
-    const bool local = endpoint->isLoopback() && !options.behindTlsProxy;
     auto mail = mailSettings(options, local);
     if (!mail)
         return fail(mail.error());
     auto serverOptions = serverOptionsOf(options, *endpoint);
     serverOptions.listeningSocket = handedOver.value_or(-1);
-    serverOptions.policy.demonstration = options.demonstration.value_or(local);
+    serverOptions.policy.demonstration =
+        options.demonstration.value_or(local ? DemonstrationMode::shared : DemonstrationMode::off);
     serverOptions.mail = *std::move(mail);
     EndSignals endSignals;
     const auto server = Server::start(std::move(serverOptions));

@@ -19,9 +19,9 @@ struct Options {
     std::string databaseFile;
     bool create = false; // makes the file when it is missing
     bool behindTlsProxy = false;
-    std::vector<std::string> trustedProxies; // with behindTlsProxy; empty: whoever connects is the proxy
-    std::optional<bool> demonstration;       // unset: on a loopback address only
-    std::string metrics;                     // address and port; empty: figures are not given
+    std::vector<std::string> trustedProxies;        // with behindTlsProxy; empty: whoever connects is the proxy
+    std::optional<DemonstrationMode> demonstration; // unset: shared on a loopback address, else off
+    std::string metrics;                            // address and port; empty: figures are not given
     RegistrationMode registration = RegistrationMode::review;
     std::string mailFrom;   // address; needed with a mail server
     std::string mailSpool;  // folder; with none and no server, beside the database on loopback

@@ -6,6 +6,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Audit/AuditSeals.h"
+#include "LedgerService/Identity/DemoCompanies.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Receipts/LooseReceipts.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
@@ -34,6 +35,7 @@ void Upkeep::run(const std::stop_token& stopping)
 {
     while (!stopping.stop_requested()) {
         try {
+            sweepDemonstrations();
             sweepReceipts();
             sealAuditTrail();
         } catch (const std::exception& failure) {
@@ -51,6 +53,12 @@ void Upkeep::sealAuditTrail()
     const auto now = LedgerDay::stamp(std::chrono::system_clock::now());
     if (AuditSeals{m_databaseFile}.sealDayBefore(*loan, now))
         Log::note("sealed the audit trail of the day before");
+}
+
+void Upkeep::sweepDemonstrations()
+{
+    if (const auto swept = DemoCompanies::sweep(*m_database, std::chrono::system_clock::now()); swept > 0)
+        Log::note(fmt::format("swept {} demonstrations whose visit is over", swept));
 }
 
 void Upkeep::sweepReceipts()

@@ -21,6 +21,7 @@ public:
 
 private:
     void run(const std::stop_token& stopping);
+    void sweepDemonstrations();
     void sweepReceipts();
     void sealAuditTrail();
 

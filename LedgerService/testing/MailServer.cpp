@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <optional>
+#include <type_traits>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
@@ -18,6 +19,7 @@ namespace asio = boost::asio;
 using asio::ip::tcp;
 
 constexpr std::chrono::seconds patience{10};
+const std::string greeting = "220 mail.example ready";
 
 /// One line without its end; nothing once the client has left.
 template <class Stream>
@@ -51,12 +53,19 @@ std::string readMessage(Stream& stream, std::string& buffer)
 }
 
 struct MailServer::Network {
+    explicit Network(Protocol protocol)
+        : acceptor(context, protocol == Protocol::version6 ? tcp::endpoint{asio::ip::address_v6::loopback(), 0}
+                                                           : tcp::endpoint{asio::ip::address_v4::loopback(), 0})
+    {
+    }
+
     asio::io_context context;
-    tcp::acceptor acceptor{context, tcp::endpoint{asio::ip::address_v4::loopback(), 0}};
+    tcp::acceptor acceptor;
     std::optional<asio::ssl::context> tls;
 };
 
-MailServer::MailServer(const std::string& certificateFile) : m_network(std::make_unique<Network>())
+MailServer::MailServer(const std::string& certificateFile, Tls tls, Protocol protocol)
+    : m_tls(tls), m_network(std::make_unique<Network>(protocol))
 {
     if (!certificateFile.empty()) {
         m_network->tls.emplace(asio::ssl::context::tls_server);
@@ -76,8 +85,10 @@ MailServer::~MailServer()
 
 std::string MailServer::url() const
 {
-    return fmt::format("{}://127.0.0.1:{}", m_network->tls ? "smtps" : "smtp",
-                       m_network->acceptor.local_endpoint().port());
+    const auto place = m_network->acceptor.local_endpoint();
+    const bool secure = m_network->tls && m_tls == Tls::fromTheFirstByte;
+    return fmt::format("{}://{}:{}", secure ? "smtps" : "smtp", place.address().is_v6() ? "[::1]" : "127.0.0.1",
+                       place.port());
 }
 
 std::vector<MailServer::Received> MailServer::received(std::size_t count)
@@ -95,27 +106,44 @@ void MailServer::serve()
         if (failure || m_ending)
             return;
         ++m_connections;
-        if (!m_network->tls) {
-            converse(socket);
-            continue;
-        }
-        asio::ssl::stream<tcp::socket> stream{std::move(socket), *m_network->tls};
-        stream.handshake(asio::ssl::stream_base::server, failure);
-        if (!failure)
-            converse(stream);
+        if (!m_network->tls)
+            converse(socket, false);
+        else if (m_tls == Tls::fromTheFirstByte || converse(socket, true))
+            serveSecurely(std::move(socket), m_tls);
     }
 }
 
+void MailServer::serveSecurely(tcp::socket socket, Tls tls)
+{
+    boost::system::error_code failure;
+    asio::ssl::stream<tcp::socket> stream{std::move(socket), *m_network->tls};
+    stream.handshake(asio::ssl::stream_base::server, failure);
+    if (failure)
+        return;
+    if (tls == Tls::fromTheFirstByte)
+        say(stream, greeting);
+    converse(stream, false);
+}
+
+/// Until the client leaves or asks for TLS; true for the latter.
 template <class Stream>
-void MailServer::converse(Stream& stream)
+bool MailServer::converse(Stream& stream, bool offersTls)
 {
     Received mail;
+    mail.isSecure = !std::is_same_v<Stream, tcp::socket>;
     std::string buffer;
-    say(stream, "220 mail.example ready");
+    if (!mail.isSecure)
+        say(stream, greeting);
     for (auto line = readLine(stream, buffer); line; line = readLine(stream, buffer)) {
         const auto verb = line->substr(0, 4);
+        if (offersTls && *line == "STARTTLS") {
+            say(stream, "220 go on");
+            return true;
+        }
         if (verb == "EHLO") {
             say(stream, "250-mail.example");
+            if (offersTls)
+                say(stream, "250-STARTTLS");
             say(stream, "250 AUTH PLAIN");
         } else if (verb == "AUTH") {
             say(stream, "334 ");
@@ -140,6 +168,7 @@ void MailServer::converse(Stream& stream)
             say(stream, verb == "QUIT" ? "221 bye" : "250 ok");
         }
     }
+    return false;
 }
 
 }

@@ -9,20 +9,28 @@
 #include <thread>
 #include <vector>
 
+#include <boost/asio/ip/tcp.hpp>
+
 namespace LedgerService {
 
-/// A small mail server on 127.0.0.1 that keeps what it is handed.
+/// A small mail server on the loopback address that keeps what it is handed.
 class MailServer {
 public:
     struct Received {
         std::string sender;    // as it stands in MAIL FROM
         std::string recipient; // as it stands in RCPT TO
         std::string message;
-        std::string login; // what AUTH PLAIN carried, in Base64
+        std::string login;     // what AUTH PLAIN carried, in Base64
+        bool isSecure = false; // came over TLS
     };
 
-    /// With a certificate and its key, in one PEM file, the server speaks TLS from the first byte.
-    explicit MailServer(const std::string& certificateFile = "");
+    /// When the server begins to speak TLS.
+    enum class Tls { fromTheFirstByte, whenAsked };
+    enum class Protocol { version4, version6 };
+
+    /// With a certificate and its key, in one PEM file, the server speaks TLS.
+    explicit MailServer(const std::string& certificateFile = "", Tls tls = Tls::fromTheFirstByte,
+                        Protocol protocol = Protocol::version4);
     ~MailServer();
     MailServer(const MailServer&) = delete;
     MailServer& operator=(const MailServer&) = delete;
@@ -41,8 +49,11 @@ public:
 private:
     struct Network;
     void serve();
+    void serveSecurely(boost::asio::ip::tcp::socket socket, Tls tls);
     template <class Stream>
-    void converse(Stream& stream);
+    bool converse(Stream& stream, bool offersTls);
+
+    Tls m_tls;
 
     std::unique_ptr<Network> m_network;
     std::atomic<int> m_recipientReply = 250;

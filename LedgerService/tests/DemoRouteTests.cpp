@@ -7,7 +7,10 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerService/Identity/DemoCompanies.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
@@ -22,7 +25,7 @@ BOOST_DESCRIBE_STRUCT(AuthReply, (), (token, snapshot))
 
 void offer(ServerOptions& options)
 {
-    options.policy.demonstration = true;
+    options.policy.demonstration = DemonstrationMode::shared;
 }
 
 HttpAnswer enter(const TestService& service, const std::string& body)
@@ -117,6 +120,56 @@ TEST(Demonstration, LetsNobodyInWhoWasDeactivated)
     });
     EXPECT_EQ(enter(service, R"({"profile":"partner"})").code(), "inactive_member");
     EXPECT_EQ(enter(service, R"({"profile":"owner"})").status, 200);
+}
+
+TEST(Demonstration, GivesEachVisitorACompanyForADay)
+{
+    TestService service{[](ServerOptions& options) {
+        options.policy.demonstration = DemonstrationMode::visitors;
+        options.policy.limits.visits = 3;
+        options.policy.limits.visitsPerAddress = 4;
+    }};
+    const auto one = entered(service, R"({"locale":"en-US","profile":"owner"})");
+    const auto other = entered(service, R"({"locale":"en-US","profile":"finance"})");
+    EXPECT_NE(one.snapshot.company.id, other.snapshot.company.id);
+    EXPECT_EQ(one.snapshot.company.demo, other.snapshot.company.demo);
+    EXPECT_EQ(one.snapshot.company.name, other.snapshot.company.name);
+    EXPECT_GT(one.snapshot.transactions.size(), 200u);
+    const auto login =
+        fmt::format(R"({{"email":"{}","password":"{}"}})", one.snapshot.currentMember.email, DemoIdentity::password);
+    EXPECT_EQ(service.client().send("POST", "/v1/auth/login", "", login).status, 401) << "nobody else gets in";
+    EXPECT_EQ(service.problems(), "");
+
+    service.moveClock(std::chrono::hours{23});
+    const auto late = entered(service, R"({"profile":"owner"})");
+    EXPECT_EQ(enter(service, R"({"profile":"owner"})").code(), "rate_limited") << "there are three";
+    EXPECT_EQ(enter(service, R"({"profile":"owner"})").status, 429);
+    service.moveClock(std::chrono::minutes{61});
+    const auto database = Database::open(service.databaseFile());
+    ASSERT_TRUE(database.has_value());
+    EXPECT_EQ(DemoCompanies::sweep(**database, service.clock()()), 2);
+    EXPECT_EQ(service.client().send("GET", "/v1/snapshot", one.token).status, 401);
+    EXPECT_EQ(service.client().send("GET", "/v1/snapshot", late.token).status, 200);
+    EXPECT_EQ(service.problems(), "");
+    std::string left;
+    {
+        const auto loan = (*database)->borrow();
+        for (const auto* table :
+             {"entries", "legs", "members", "users", "sessions", "entry_fragments", "audit_records"}) {
+            std::int64_t rows = 0;
+            Query query{*loan, fmt::format("SELECT COUNT(*) FROM {} WHERE {} LIKE '%{}%'", table,
+                                           std::string_view{table} == "users"             ? "id"
+                                           : std::string_view{table} == "entry_fragments" ? "text"
+                                           : std::string_view{table} == "audit_records"   ? "scope"
+                                                                                          : "company_id",
+                                           one.snapshot.company.id)};
+            query.into(rows).next();
+            left += fmt::format("{} ", rows);
+        }
+    }
+    EXPECT_EQ(left, "0 0 0 0 0 0 0 ");
+    entered(service, R"({"profile":"owner"})");
+    EXPECT_EQ(service.problems(), "");
 }
 
 }

@@ -176,6 +176,26 @@ TEST(Postbox, TrustsOnlyServersWhoseCertificateIsVouchedFor)
     EXPECT_EQ(stranger.leftOf(1), 1) << "it waits";
 }
 
+TEST(Postbox, SpeaksTlsWhereTheServerOffersItAndReachesNewerAddresses)
+{
+    const TemporaryFolder folder;
+    const auto certificate = certificateIn(folder);
+    MailServer server{certificate, MailServer::Tls::whenAsked};
+    Posting stranger{{.url = server.url(), .user = {}, .password = {}, .authorities = {}}};
+    EXPECT_FALSE(stranger.postbox().isReady()) << "nobody vouches for the server";
+    Posting trusting{{.url = server.url(), .user = "ledger", .password = "secret", .authorities = certificate}};
+    trusting.put("lan@example.com");
+    const auto received = server.received(1);
+    ASSERT_EQ(received.size(), 1u);
+    EXPECT_TRUE(received[0].isSecure);
+    EXPECT_EQ(received[0].login, "AGxlZGdlcgBzZWNyZXQ=");
+
+    MailServer newer{"", MailServer::Tls::whenAsked, MailServer::Protocol::version6};
+    Posting posting{{.url = newer.url(), .user = {}, .password = {}, .authorities = {}}};
+    posting.put("dewi@example.com");
+    EXPECT_EQ(newer.received(1).size(), 1u);
+}
+
 TEST(Postbox, TriesAgainWhatFailedAndDropsWhatIsRefusedOrTooOld)
 {
     MailServer server;

@@ -233,9 +233,9 @@ TEST_F(ServedByAProcess, OffersTheDemonstrationOnLoopbackUnlessToldOtherwise)
         return HttpClient{process.port()}.send("POST", "/v1/demo", "", R"({"profile":"employee"})").status;
     };
     EXPECT_EQ(statusWith({}), 200);
-    EXPECT_EQ(statusWith({"--no-demo"}), 403);
+    EXPECT_EQ(statusWith({"--demo", "off"}), 403);
     EXPECT_EQ(statusWith({"--behind-tls-proxy"}), 403);
-    EXPECT_EQ(statusWith({"--behind-tls-proxy", "--demo"}), 200);
+    EXPECT_EQ(statusWith({"--behind-tls-proxy", "--demo", "private"}), 200);
 }
 
 TEST_F(ServedByAProcess, FoundsACompanyWhoseOwnerSignsIn)

@@ -2,6 +2,8 @@
 
 #include <array>
 
+#include <fmt/core.h>
+
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerService/Books/Demonstration/DemoCategories.h"
@@ -129,7 +131,7 @@ std::vector<Member> membersOf(const DemoIds& ids, std::string_view locale)
         member.id = ids.member(profile);
         member.userID = ids.user(profile);
         member.name = DemoWords::names().text(profile, locale);
-        member.email = std::string{person} + DemoIdentity::emailEnding(locale);
+        member.email = fmt::format("{}@{}{}", person, ids.place(), DemoIdentity::emailDomain);
         member.role = profile;
         member.locale = locale;
         member.active = true;
@@ -147,10 +149,11 @@ std::vector<Member> membersOf(const DemoIds& ids, std::string_view locale)
 
 }
 
-DemoCompany DemoCompany::make(std::string_view locale, std::string_view lastDay)
+DemoCompany DemoCompany::make(std::string_view locale, std::string_view lastDay, std::string_view visitor)
 {
     const auto language = AppLanguage::locale(locale);
-    const DemoIds ids{"demo-" + std::string{language.substr(0, 2)}};
+    const auto place = language.substr(0, 2);
+    const DemoIds ids{visitor.empty() ? fmt::format("demo-{}", place) : fmt::format("demo-{}-{}", place, visitor)};
     const auto firstDay = DemoHistory::firstDay(lastDay);
     const auto founded = firstDay + "T01:00:00.000Z";
 

@@ -13,8 +13,9 @@ struct DemoCompany {
     Company company;
     Books books;
 
-    /// The company whose books end on `lastDay` ("YYYY-MM-DD"), in the interface language of the locale.
-    static DemoCompany make(std::string_view locale, std::string_view lastDay);
+    /// The company whose books end on `lastDay` ("YYYY-MM-DD"), in the interface language of the locale. `visitor`
+    /// tells companies of one language apart: lower-case letters and digits, or nothing for the one that all share.
+    static DemoCompany make(std::string_view locale, std::string_view lastDay, std::string_view visitor = {});
 };
 
 }

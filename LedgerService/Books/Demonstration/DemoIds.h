@@ -11,6 +11,11 @@ namespace LedgerService {
 struct DemoIds {
     std::string prefix; // "demo-en"
 
+    /// What stands for the company in addresses: "en".
+    [[nodiscard]] std::string_view place() const
+    {
+        return std::string_view{prefix}.substr(std::string_view{"demo-"}.size());
+    }
     [[nodiscard]] std::string user(std::string_view profile) const { return named("user", profile); }
     [[nodiscard]] std::string member(std::string_view profile) const { return named("member", profile); }
     [[nodiscard]] std::string account(std::string_view key) const { return named("account", key); }

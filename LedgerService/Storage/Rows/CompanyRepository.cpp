@@ -38,7 +38,7 @@ const auto insertCompany = companyColumns.insert("companies", {{"demo_version", 
                                                                {"fragments_shape", ":shape"}});
 
 constexpr auto selectDemo = R"sql(
-    SELECT id FROM companies WHERE demo_locale = :locale
+    SELECT id FROM companies WHERE demo_locale = :locale AND demo_visitor_at IS NULL
 )sql";
 
 constexpr auto selectAll = R"sql(

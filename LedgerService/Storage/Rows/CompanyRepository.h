@@ -18,7 +18,7 @@ std::optional<Company> find(Connection& connection, std::string_view companyID);
 
 std::optional<FinancialSettings> settings(Connection& connection, std::string_view companyID);
 
-/// The demonstration company whose data was written in this language.
+/// The demonstration company that visitors share, by the language that its data was written in.
 std::optional<std::string> demoCompanyID(Connection& connection, std::string_view locale);
 
 /// Every company of the service, oldest first.

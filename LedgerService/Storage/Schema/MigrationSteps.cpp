@@ -5,6 +5,7 @@
 #include "LedgerService/Storage/Schema/AuditStep.h"
 #include "LedgerService/Storage/Schema/CapitalSchema.h"
 #include "LedgerService/Storage/Schema/CompanyRequestSchema.h"
+#include "LedgerService/Storage/Schema/DemoVisitSchema.h"
 #include "LedgerService/Storage/Schema/InvitationSchema.h"
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
 #include "LedgerService/Storage/Schema/ReceiptFileStep.h"
@@ -302,6 +303,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{CapitalSchema::tables()},
         Step{CompanyRequestSchema::statements},
         Step{earliestDays},
+        Step{{}, DemoVisitSchema::apply},
     };
     return steps;
 }

@@ -43,20 +43,24 @@ std::string withKnownTypes(std::string columns)
     return columns;
 }
 
-void makeAnew(Connection& connection, const std::string& table, const std::string& statement)
+}
+
+void StrictTables::makeAnew(Connection& connection, const std::string& table, const std::string& statement)
 {
-    Query query{connection, selectIndexes};
-    query.bind("table", table);
-    const auto indexes = statementsOf(query);
-    const auto columns = withKnownTypes(statement.substr(statement.find('(')));
+    std::vector<NamedStatement> indexes;
+    {
+        Query query{connection, selectIndexes};
+        query.bind("table", table);
+        indexes = statementsOf(query);
+    }
+    const auto begin = statement.find('(');
+    const auto columns = withKnownTypes(statement.substr(begin, statement.rfind(')') + 1 - begin));
     connection.execute(fmt::format("CREATE TABLE strict_{} {} STRICT", table, columns));
     connection.execute(fmt::format("INSERT INTO strict_{0} SELECT * FROM {0}", table));
     connection.execute(fmt::format("DROP TABLE {}", table));
     connection.execute(fmt::format("ALTER TABLE strict_{0} RENAME TO {0}", table));
     for (const auto& [name, index] : indexes)
         connection.execute(index);
-}
-
 }
 
 void StrictTables::makeAll(Connection& connection)

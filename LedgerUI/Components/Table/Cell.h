@@ -43,7 +43,6 @@ struct Cell {
     QString fold = {};  // the glyph that unfolds a tree
     QString glyph = {}; // at the left end, in the middle of the height
     ThemeColor glyphInk = Token::text2;
-    int indent = 0; // of everything, from the left
     std::vector<CellText> lines = {};
     std::optional<CellText> beside = {};
     std::vector<CellMark> marks = {};
