@@ -1,7 +1,7 @@
 #include "LedgerService/Access/ReceiptAccess.h"
 
 #include "LedgerService/Access/Visibility.h"
-#include "LedgerService/Storage/Rows/AccountSetRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AccountSetRepository.h"
 
 namespace LedgerService {
 

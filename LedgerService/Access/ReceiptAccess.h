@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "LedgerCore/Domain/Records/Member.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
 
 namespace LedgerService {
 

@@ -7,10 +7,10 @@
 
 #include "LedgerCore/Domain/Records/Account.h"
 #include "LedgerService/Access/EntryDisclosure.h"
-#include "LedgerService/Storage/Rows/AccountSetRepository.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
-#include "LedgerService/Storage/Rows/FragmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AccountSetRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 
 namespace LedgerService {
 

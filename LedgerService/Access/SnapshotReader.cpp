@@ -15,12 +15,12 @@
 #include "LedgerService/Access/SnapshotTag.h"
 #include "LedgerService/Access/Visibility.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/AccountRepository.h"
-#include "LedgerService/Storage/Rows/CapitalRepository.h"
-#include "LedgerService/Storage/Rows/CategoryRepository.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/DividendRepository.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
+#include "LedgerService/Storage/Rows/Sections/DividendRepository.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {

@@ -6,8 +6,8 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
-#include "LedgerService/Storage/Rows/FragmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
+#include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 
 namespace LedgerService {
 

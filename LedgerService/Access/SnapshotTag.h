@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "LedgerCore/Domain/Records/Member.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 
 namespace LedgerService {
 

@@ -8,9 +8,9 @@
 #include <fmt/core.h>
 
 #include "LedgerService/Audit/AuditTrail.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
 namespace LedgerService {

@@ -1,19 +1,13 @@
 #include "LedgerService/Books/BookRefusal.h"
 
-#include <array>
-#include <string>
-#include <string_view>
-
 #include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerService/Books/RefusalTable.h"
 
 namespace LedgerService {
 
 namespace {
 
-struct Answer {
-    std::string_view code;
-    std::string_view words;
-};
+using Answer = RefusalAnswer;
 
 constexpr std::string_view invalid = ServiceCode::validationError;
 
@@ -35,117 +29,98 @@ constexpr Answer drawn{ServiceCode::insufficientFunds, "The employee fund holds 
 constexpr Answer beyondLimit{ServiceCode::balanceLimit, "The balance would leave the supported range."};
 constexpr Answer notCorrected{ServiceCode::forbidden, "The member may not correct the entry."};
 
-template <class Reason>
-struct Row {
-    Reason reason;
-    Answer answer;
-};
-
-constexpr auto postings = [] {
+constexpr auto postings = []() consteval {
     using enum PostingReason;
-    return std::to_array<Row<PostingReason>>({
-        {inactiveMember, inactive},
-        {unknownKind, {invalid, "No entry of this kind can be recorded."}},
-        {foreignField, foreign},
-        {missing, foreign},
-        {currencyMissing, currencies},
-        {invalidDay, noDay},
-        {invalidKey, noKey},
-        {textTooLong, {invalid, "A text is too long."}},
-        {textUnsound, {invalid, "A text is not well-formed."}},
-        {notPositive, amounts},
-        {tooLarge, amounts},
-        {sameCurrency, currencies},
-        {sameAccount, {invalid, "A transfer joins two different accounts."}},
-        {tooManyReceipts, receipts},
-        {sameReceipt, receipts},
-        {originalRequired,
-         {ServiceCode::refundReferenceRequired, "A refund needs an original income or an external reference."}},
-        {notFound, unknown},
-        {accountArchived, archived},
-        {notGranted, {ServiceCode::forbidden, "The member may not record this kind of entry on the account."}},
-        {notResponsible, {ServiceCode::exclusiveOperator, "Only the responsible member uses this account."}},
-        {kindRefused, {ServiceCode::forbidden, "The account does not take this kind of entry."}},
-        {restrictedToRestricted,
-         {ServiceCode::forbidden, "Money of a float or refund account goes back to a company account."}},
-        {wrongPurpose, {invalid, "The transfer's purpose is not the one of its accounts."}},
-        {currencyNotHeld, {invalid, "The account does not hold the currency."}},
-        {wrongCategoryKind, {invalid, "The category is of another kind."}},
-        {categoryArchived, {ServiceCode::categoryArchived, "An archived category takes no new entries."}},
-        {receiptLinked, {ServiceCode::attachmentLinked, "A receipt is already linked to an entry."}},
-        {inFuture, future},
-        {beforeStart, beforeTheBooks},
-        {startUnreadable, noDay},
-        {openingDay, {ServiceCode::financialOpeningDateMismatch, "Openings are booked on the bookkeeping start date."}},
-        {beforeOriginal, {invalid, "The day lies before the income that is refunded."}},
-        {notRefundable, {ServiceCode::invalidRefundOriginal, "A refund names an income in its own currency."}},
-        {originalUnavailable,
-         {ServiceCode::refundOriginalUnavailable, "The original is reversed, or the member may not refund it."}},
-        {duplicateReference, {ServiceCode::duplicateRefund, "A refund with this reference is already recorded."}},
-        {refundLimit, {ServiceCode::refundLimit, "The refunds would exceed the original income."}},
-        {openingExists, opened},
-        {historyIncomplete, opened},
-        {insufficientFunds, drawn},
-        {reserveUnknown, drawn},
-        {balanceLimit, beyondLimit},
-    });
+    return RefusalTable{
+        {
+            {inactiveMember, inactive},
+            {unknownKind, {invalid, "No entry of this kind can be recorded."}},
+            {foreignField, foreign},
+            {missing, foreign},
+            {currencyMissing, currencies},
+            {invalidDay, noDay},
+            {invalidKey, noKey},
+            {textTooLong, {invalid, "A text is too long."}},
+            {textUnsound, {invalid, "A text is not well-formed."}},
+            {notPositive, amounts},
+            {tooLarge, amounts},
+            {sameCurrency, currencies},
+            {sameAccount, {invalid, "A transfer joins two different accounts."}},
+            {tooManyReceipts, receipts},
+            {sameReceipt, receipts},
+            {originalRequired,
+             {ServiceCode::refundReferenceRequired, "A refund needs an original income or an external reference."}},
+            {notFound, unknown},
+            {accountArchived, archived},
+            {notGranted, {ServiceCode::forbidden, "The member may not record this kind of entry on the account."}},
+            {notResponsible, {ServiceCode::exclusiveOperator, "Only the responsible member uses this account."}},
+            {kindRefused, {ServiceCode::forbidden, "The account does not take this kind of entry."}},
+            {restrictedToRestricted,
+             {ServiceCode::forbidden, "Money of a float or refund account goes back to a company account."}},
+            {wrongPurpose, {invalid, "The transfer's purpose is not the one of its accounts."}},
+            {currencyNotHeld, {invalid, "The account does not hold the currency."}},
+            {wrongCategoryKind, {invalid, "The category is of another kind."}},
+            {categoryArchived, {ServiceCode::categoryArchived, "An archived category takes no new entries."}},
+            {receiptLinked, {ServiceCode::attachmentLinked, "A receipt is already linked to an entry."}},
+            {inFuture, future},
+            {beforeStart, beforeTheBooks},
+            {startUnreadable, noDay},
+            {openingDay,
+             {ServiceCode::financialOpeningDateMismatch, "Openings are booked on the bookkeeping start date."}},
+            {beforeOriginal, {invalid, "The day lies before the income that is refunded."}},
+            {notRefundable, {ServiceCode::invalidRefundOriginal, "A refund names an income in its own currency."}},
+            {originalUnavailable,
+             {ServiceCode::refundOriginalUnavailable, "The original is reversed, or the member may not refund it."}},
+            {duplicateReference, {ServiceCode::duplicateRefund, "A refund with this reference is already recorded."}},
+            {refundLimit, {ServiceCode::refundLimit, "The refunds would exceed the original income."}},
+            {openingExists, opened},
+            {historyIncomplete, opened},
+            {insufficientFunds, drawn},
+            {reserveUnknown, drawn},
+            {balanceLimit, beyondLimit},
+        },
+        balanceLimit};
 }();
 
-constexpr auto reversals = [] {
+constexpr auto reversals = []() consteval {
     using enum ReversalRules::Refusal;
-    return std::to_array<Row<ReversalRules::Refusal>>({
-        {inactiveMember, inactive},
-        {invalidDay, noDay},
-        {invalidKey, noKey},
-        {reasonTooLong, {invalid, "The reason is too long."}},
-        {reasonUnsound, {invalid, "The reason is not well-formed."}},
-        {notFound, unknown},
-        {isReversal, {invalid, "A reversal is not reversed; record the entry again."}},
-        {alreadyReversed, {ServiceCode::alreadyReversed, "The entry is already reversed."}},
-        {capitalCorrection,
-         {ServiceCode::capitalCorrectionRequired, "A contribution is corrected among the capital records."}},
-        {dividendCorrection,
-         {ServiceCode::dividendCorrectionRequired, "A dividend is corrected among the dividend records."}},
-        {noLegs, notCorrected},
-        {notPermitted, notCorrected},
-        {refundsExist, {ServiceCode::refundsExist, "Refunds of this income must be reversed first."}},
-        {accountArchived, archived},
-        {inFuture, future},
-        {beforeStart, beforeTheBooks},
-        {beforeOriginal, {invalid, "The day lies before the entry that is reversed."}},
-        {insufficientFunds, drawn},
-        {balanceLimit, beyondLimit},
-    });
+    return RefusalTable{
+        {
+            {inactiveMember, inactive},
+            {invalidDay, noDay},
+            {invalidKey, noKey},
+            {reasonTooLong, {invalid, "The reason is too long."}},
+            {reasonUnsound, {invalid, "The reason is not well-formed."}},
+            {notFound, unknown},
+            {isReversal, {invalid, "A reversal is not reversed; record the entry again."}},
+            {alreadyReversed, {ServiceCode::alreadyReversed, "The entry is already reversed."}},
+            {capitalCorrection,
+             {ServiceCode::capitalCorrectionRequired, "A contribution is corrected among the capital records."}},
+            {dividendCorrection,
+             {ServiceCode::dividendCorrectionRequired, "A dividend is corrected among the dividend records."}},
+            {noLegs, notCorrected},
+            {notPermitted, notCorrected},
+            {refundsExist, {ServiceCode::refundsExist, "Refunds of this income must be reversed first."}},
+            {accountArchived, archived},
+            {inFuture, future},
+            {beforeStart, beforeTheBooks},
+            {beforeOriginal, {invalid, "The day lies before the entry that is reversed."}},
+            {insufficientFunds, drawn},
+            {balanceLimit, beyondLimit},
+        },
+        balanceLimit};
 }();
-
-/// Each reason has its row, in the order of the enumeration.
-template <class Rows>
-constexpr bool areWhole(const Rows& rows, std::size_t count)
-{
-    for (std::size_t at = 0; at < rows.size(); ++at) {
-        if (static_cast<std::size_t>(rows[at].reason) != at)
-            return false;
-    }
-    return rows.size() == count;
-}
-static_assert(areWhole(postings, static_cast<std::size_t>(PostingReason::balanceLimit) + 1));
-static_assert(areWhole(reversals, static_cast<std::size_t>(ReversalRules::Refusal::balanceLimit) + 1));
-
-Refusal refusalOf(const Answer& answer)
-{
-    return Refusal::of(answer.code, std::string{answer.words});
-}
 
 }
 
 Refusal BookRefusal::of(PostingReason reason)
 {
-    return refusalOf(postings.at(static_cast<std::size_t>(reason)).answer);
+    return postings.of(reason);
 }
 
 Refusal BookRefusal::of(ReversalRules::Refusal refusal)
 {
-    return refusalOf(reversals.at(static_cast<std::size_t>(refusal)).answer);
+    return reversals.of(refusal);
 }
 
 }

@@ -9,17 +9,23 @@
 
 namespace LedgerService {
 
-/// One reason of a rule with the code that clients know and words for the operator.
+/// The code that clients know, and words for the operator.
+struct RefusalAnswer {
+    std::string_view code; // a `ServiceCode`
+    std::string_view words;
+};
+
+/// One reason of a rule with its answer.
 template <class Reason>
 struct RefusalRow {
+    constexpr RefusalRow(Reason of, RefusalAnswer said) : reason(of), answer(said) {}
     constexpr RefusalRow(Reason of, std::string_view saidBy, std::string_view saying)
-        : reason(of), code(saidBy), words(saying)
+        : reason(of), answer{saidBy, saying}
     {
     }
 
     Reason reason;
-    std::string_view code; // a `ServiceCode`
-    std::string_view words;
+    RefusalAnswer answer;
 };
 
 /// How the service says the reasons of one rule: a row for each, in the order of the enumeration. A table that leaves
@@ -37,8 +43,8 @@ public:
 
     [[nodiscard]] Refusal of(Reason reason) const
     {
-        const auto& row = m_rows.at(static_cast<std::size_t>(reason));
-        return Refusal::of(row.code, std::string{row.words});
+        const auto& answer = m_rows.at(static_cast<std::size_t>(reason)).answer;
+        return Refusal::of(answer.code, std::string{answer.words});
     }
 
 private:

@@ -5,9 +5,9 @@
 #include "LedgerCore/Domain/Access/AccountRules.h"
 #include "LedgerService/Books/SetupRefusal.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/AccountRepository.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
 
 namespace LedgerService {
 

@@ -5,8 +5,8 @@
 
 #include "LedgerService/Books/CapitalRows.h"
 #include "LedgerService/Commands/NamedRows.h"
-#include "LedgerService/Storage/Rows/CapitalRepository.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
 
 namespace LedgerService {
 

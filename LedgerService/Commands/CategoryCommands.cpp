@@ -6,7 +6,7 @@
 #include "LedgerCore/Domain/Categories/CategoryRules.h"
 #include "LedgerService/Books/SetupRefusal.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/CategoryRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
 
 namespace LedgerService {
 

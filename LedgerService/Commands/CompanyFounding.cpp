@@ -4,16 +4,16 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Audit/AuditTrail.h"
-#include "LedgerService/Storage/Rows/AccountRepository.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
-#include "LedgerService/Storage/Rows/CapitalRepository.h"
-#include "LedgerService/Storage/Rows/CategoryRepository.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/DemoVisitRepository.h"
-#include "LedgerService/Storage/Rows/DividendRepository.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Companies/DemoVisitRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
+#include "LedgerService/Storage/Rows/Sections/DividendRepository.h"
 
 namespace LedgerService {
 

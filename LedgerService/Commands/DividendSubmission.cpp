@@ -5,9 +5,9 @@
 
 #include "LedgerService/Books/DividendRows.h"
 #include "LedgerService/Commands/NamedRows.h"
-#include "LedgerService/Storage/Rows/CapitalRepository.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
-#include "LedgerService/Storage/Rows/DividendRepository.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
+#include "LedgerService/Storage/Rows/Sections/DividendRepository.h"
 
 namespace LedgerService {
 

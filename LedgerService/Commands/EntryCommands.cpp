@@ -8,10 +8,10 @@
 #include "LedgerService/Books/ReversalRows.h"
 #include "LedgerService/Commands/NamedRows.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/AccountRepository.h"
-#include "LedgerService/Storage/Rows/CategoryRepository.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 
 namespace LedgerService {
 

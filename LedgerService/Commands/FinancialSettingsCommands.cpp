@@ -2,8 +2,8 @@
 
 #include "LedgerCore/Domain/Entries/EntryDays.h"
 #include "LedgerService/Books/SetupRefusal.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 
 namespace LedgerService {
 

@@ -7,10 +7,10 @@
 #include "LedgerService/Access/ReceiptAccess.h"
 #include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/AccountRepository.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
 
 namespace LedgerService {
 

@@ -3,7 +3,7 @@
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 
 namespace LedgerService {
 

@@ -9,8 +9,8 @@
 #include "LedgerService/Access/Visibility.h"
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 
 namespace LedgerService {
 

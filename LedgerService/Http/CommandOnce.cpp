@@ -4,7 +4,7 @@
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerService/Storage/Rows/CommandRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CommandRepository.h"
 
 namespace LedgerService {
 

@@ -15,7 +15,7 @@
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Transaction.h"

@@ -10,7 +10,7 @@
 
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Refusal.h"
-#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
 
 namespace LedgerService {
 

@@ -17,8 +17,8 @@
 #include "LedgerService/Mail/Postbox.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/AccessChallengeRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/People/AccessChallengeRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 

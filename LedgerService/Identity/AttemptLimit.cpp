@@ -5,7 +5,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/AttemptRepository.h"
+#include "LedgerService/Storage/Rows/People/AttemptRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 

@@ -8,7 +8,7 @@
 #include "LedgerService/Identity/KnownTokens.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
-#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
 
 namespace LedgerService {
 

@@ -12,8 +12,8 @@
 #include "LedgerService/Identity/PersonRegistration.h"
 #include "LedgerService/Mail/MailTexts.h"
 #include "LedgerService/Mail/Outbox.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/CompanyRequestRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRequestRepository.h"
 
 namespace LedgerService {
 

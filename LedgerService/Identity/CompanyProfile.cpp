@@ -6,9 +6,9 @@
 #include "LedgerCore/Domain/Settings/CompanySettings.h"
 #include "LedgerCore/Domain/Settings/TransactionColorOptions.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 
 namespace LedgerService {
 

@@ -11,9 +11,9 @@
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/DemoVisitRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Companies/DemoVisitRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 

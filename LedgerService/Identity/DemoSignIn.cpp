@@ -7,7 +7,7 @@
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/DemoCompanies.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 

@@ -16,11 +16,11 @@
 #include "LedgerService/Mail/MailTexts.h"
 #include "LedgerService/Mail/Outbox.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/AccountRepository.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 
 namespace LedgerService {
 

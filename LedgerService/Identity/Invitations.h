@@ -10,8 +10,8 @@
 #include "LedgerCore/Domain/Records/MemberCommands.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
-#include "LedgerService/Storage/Rows/InvitationRepository.h"
-#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Rows/People/InvitationRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
 
 namespace LedgerService {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
 
 namespace LedgerService {
 

@@ -9,12 +9,12 @@
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Identity/MembershipRefusal.h"
-#include "LedgerService/Storage/Rows/AccountRepository.h"
-#include "LedgerService/Storage/Rows/CategoryRepository.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
-#include "LedgerService/Storage/Rows/SessionRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 
 namespace LedgerService {
 

@@ -5,9 +5,9 @@
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Identity/Invitations.h"
 #include "LedgerService/Identity/Token.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 
 namespace LedgerService {
 

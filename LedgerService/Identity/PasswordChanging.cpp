@@ -13,8 +13,8 @@
 #include "LedgerService/Mail/Outbox.h"
 #include "LedgerService/Mail/Postbox.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 

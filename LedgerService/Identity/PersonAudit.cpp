@@ -1,7 +1,7 @@
 #include "LedgerService/Identity/PersonAudit.h"
 
 #include "LedgerService/Audit/AuditTrail.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
 
 namespace LedgerService {
 

@@ -5,9 +5,9 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/AttemptRepository.h"
-#include "LedgerService/Storage/Rows/KnownPlaceRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/People/AttemptRepository.h"
+#include "LedgerService/Storage/Rows/People/KnownPlaceRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 
 namespace LedgerService {

@@ -20,8 +20,8 @@
 #include "LedgerService/Mail/Postbox.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 

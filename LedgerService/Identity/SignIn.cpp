@@ -10,8 +10,8 @@
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/PersonLimits.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 

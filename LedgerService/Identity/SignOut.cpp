@@ -4,7 +4,7 @@
 #include "LedgerService/Identity/Authentication.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 

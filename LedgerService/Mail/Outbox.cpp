@@ -2,7 +2,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/MailRepository.h"
+#include "LedgerService/Storage/Rows/People/MailRepository.h"
 
 namespace LedgerService {
 

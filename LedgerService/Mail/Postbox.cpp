@@ -9,7 +9,7 @@
 #include "LedgerService/Log.h"
 #include "LedgerService/Mail/MailMessage.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/MailRepository.h"
+#include "LedgerService/Storage/Rows/People/MailRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Transaction.h"

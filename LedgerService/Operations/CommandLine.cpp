@@ -280,6 +280,8 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
     declareCreateCompany(app, given);
     const PeopleCommands people{app};
     app.add_subcommand("config", "Print which options are in force for serve, which takes the same ones");
+    const auto* const listing =
+        app.add_subcommand("options", "Print every option: flag, environment, commands that take it, help");
     app.set_config("--config", "", "File with options, those of each command after its name: [serve]")
         ->envname("TALLYFOLD_CONFIG");
     EnvironmentOptions::declare(app);
@@ -290,6 +292,10 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
         app.parse(std::move(words));
         if (onlyShown) {
             fmt::print("{}", serve.config_to_str(true, true));
+            return 0;
+        }
+        if (listing->parsed()) {
+            fmt::print("{}", EnvironmentOptions::table(app));
             return 0;
         }
         if (const auto done = people.run())

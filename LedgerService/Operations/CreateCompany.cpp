@@ -16,7 +16,7 @@
 #include "LedgerService/Commands/NewCompany.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/TimeZone.h"
 

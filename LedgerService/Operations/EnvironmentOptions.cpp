@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include <CLI/CLI.hpp>
+#include <fmt/core.h>
 
 namespace LedgerService {
 
@@ -50,6 +51,47 @@ bool isSetting(const CLI::Option& option)
     return !option.get_lnames().empty() && option.get_lnames().front() != "help";
 }
 
+}
+
+namespace {
+
+/// A row of the table of options.
+struct Row {
+    std::string flag;
+    std::string variable;
+    std::string commands;
+    std::string help;
+};
+
+void addRows(const CLI::App& app, const std::string& above, std::vector<Row>& rows)
+{
+    for (const auto* command : app.get_subcommands(everyCommand)) {
+        const auto name = above + command->get_name();
+        for (const auto* option : command->get_options()) {
+            if (!isSetting(*option))
+                continue;
+            const auto type = option->get_items_expected_max() > 0 ? " " + option->get_type_name() : std::string{};
+            const auto flag = "--" + option->get_lnames().front() + type;
+            const auto found = std::ranges::find(rows, flag, &Row::flag);
+            if (found != rows.end())
+                found->commands += ", " + name;
+            else
+                rows.push_back({flag, variableOf(*option), name, option->get_description()});
+        }
+        addRows(*command, name + " ", rows);
+    }
+}
+
+}
+
+std::string EnvironmentOptions::table(const CLI::App& app)
+{
+    std::vector<Row> rows;
+    addRows(app, "", rows);
+    std::string text = "| Option | In the environment | Commands | |\n|---|---|---|---|\n";
+    for (const auto& [flag, variable, commands, help] : rows)
+        text += fmt::format("| `{}` | `{}` | {} | {} |\n", flag, variable, commands, help);
+    return text;
 }
 
 void EnvironmentOptions::declare(CLI::App& app)

@@ -3,7 +3,7 @@
 #include <exception>
 #include <filesystem>
 
-#include "LedgerService/Storage/Rows/FragmentUpkeep.h"
+#include "LedgerService/Storage/Rows/Entries/FragmentUpkeep.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"

@@ -4,8 +4,8 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"
 

@@ -1,7 +1,7 @@
 #include "LedgerService/testing/Staff.h"
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 
 namespace LedgerService {

@@ -18,7 +18,7 @@
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Operations/Verify.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"

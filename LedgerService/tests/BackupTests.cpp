@@ -148,6 +148,11 @@ TEST_F(Archived, TheProgramTakesOptionsFromArgumentsTheEnvironmentAndAFile)
     const auto nested = run("TALLYFOLD_DATABASE=" + service.databaseFile() + " " + program + " companies list");
     EXPECT_TRUE(nested.starts_with("0 ") && nested.find("sample") != std::string::npos) << nested;
     EXPECT_NE(run(program + " users list --help").find("TALLYFOLD_DATABASE"), std::string::npos);
+    std::ifstream operating{fs::path{TALLYFOLD_PROTOCOL}.parent_path() / "operating.md"};
+    const std::string documented{std::istreambuf_iterator<char>{operating}, {}};
+    const auto options = run(program + " options").substr(2);
+    EXPECT_GT(options.size(), 2'000U);
+    EXPECT_NE(documented.find(options), std::string::npos) << "docs/operating.md has another table:\n" << options;
     const auto audited = run(program + " audit --kind company-founded --database " + service.databaseFile());
     EXPECT_NE(audited.find(R"("kind":"company-founded")"), std::string::npos) << audited;
     EXPECT_EQ(audited.find("POST"), std::string::npos);

@@ -7,7 +7,7 @@
 #include "LedgerCore/Domain/Capital/CapitalSummary.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/SampleSections.h"

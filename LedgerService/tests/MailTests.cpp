@@ -15,7 +15,7 @@
 #include "LedgerService/Mail/Outbox.h"
 #include "LedgerService/Mail/Postbox.h"
 #include "LedgerService/Storage/Database.h"
-#include "LedgerService/Storage/Rows/MailRepository.h"
+#include "LedgerService/Storage/Rows/People/MailRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/MailServer.h"

@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/Category.h"
 #include "LedgerCore/Domain/Records/MemberCommands.h"
-#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/Staff.h"
 

@@ -8,8 +8,8 @@
 
 #include "LedgerService/Books/BookInvariants.h"
 #include "LedgerService/Commands/CompanyFounding.h"
-#include "LedgerService/Storage/Rows/CapitalRepository.h"
-#include "LedgerService/Storage/Rows/DividendRepository.h"
+#include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
+#include "LedgerService/Storage/Rows/Sections/DividendRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/RandomSections.h"
 #include "LedgerService/testing/SampleSections.h"

@@ -6,7 +6,7 @@
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Identity/Invitations.h"
 #include "LedgerService/Identity/OwnCompanies.h"
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 
 namespace LedgerService {
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/AccessChallengeRepository.h"
+#include "LedgerService/Storage/Rows/People/AccessChallengeRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
 

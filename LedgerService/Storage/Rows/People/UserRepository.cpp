@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/UserRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Storage/Sql/Columns.h"

@@ -1,6 +1,6 @@
-#include "LedgerService/Storage/Rows/CapitalRepository.h"
+#include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
 
-#include "LedgerService/Storage/Rows/SectionRecords.h"
+#include "LedgerService/Storage/Rows/Sections/SectionRecords.h"
 
 namespace LedgerService {
 

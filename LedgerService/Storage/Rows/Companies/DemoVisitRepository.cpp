@@ -1,10 +1,10 @@
-#include "LedgerService/Storage/Rows/DemoVisitRepository.h"
+#include "LedgerService/Storage/Rows/Companies/DemoVisitRepository.h"
 
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
-#include "LedgerService/Storage/Rows/FragmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
 

@@ -1,6 +1,6 @@
-#include "LedgerService/Storage/Rows/DividendRepository.h"
+#include "LedgerService/Storage/Rows/Sections/DividendRepository.h"
 
-#include "LedgerService/Storage/Rows/SectionRecords.h"
+#include "LedgerService/Storage/Rows/Sections/SectionRecords.h"
 
 namespace LedgerService {
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/AccountSetRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AccountSetRepository.h"
 
 #include <set>
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/KnownPlaceRepository.h"
+#include "LedgerService/Storage/Rows/People/KnownPlaceRepository.h"
 
 #include "LedgerService/Storage/Sql/Query.h"
 

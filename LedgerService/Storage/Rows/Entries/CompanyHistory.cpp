@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Storage/Sql/Query.h"

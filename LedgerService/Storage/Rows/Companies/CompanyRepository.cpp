@@ -1,6 +1,6 @@
-#include "LedgerService/Storage/Rows/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 
-#include "LedgerService/Storage/Rows/FragmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 #include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {

@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/AttemptRepository.h"
+#include "LedgerService/Storage/Rows/People/AttemptRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/InvitationRepository.h"
+#include "LedgerService/Storage/Rows/People/InvitationRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
 

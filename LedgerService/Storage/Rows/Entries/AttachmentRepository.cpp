@@ -1,9 +1,9 @@
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
 
 #include <algorithm>
 #include <tuple>
 
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
-#include "LedgerService/Storage/Rows/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 
 namespace LedgerService {
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/MailRepository.h"
+#include "LedgerService/Storage/Rows/People/MailRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
 

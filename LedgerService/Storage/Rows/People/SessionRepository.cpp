@@ -1,20 +1,19 @@
-#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
 
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
 
 namespace {
 
-constexpr auto insertSession = R"sql(
-    INSERT INTO sessions (token_hash, company_id, member_id, created_at, expires_at)
-    VALUES (:hash, :company, :member, :now, :expires)
-)sql";
+constexpr Columns ownerColumns{column("company_id", &SessionOwner::companyID),
+                               column("member_id", &SessionOwner::memberID)};
 
-constexpr auto selectSession = R"sql(
-    SELECT company_id, member_id FROM sessions
-    WHERE token_hash = :hash AND revoked_at IS NULL AND expires_at > :now
-)sql";
+const auto insertSession =
+    ownerColumns.insert("sessions", {{"token_hash", ":hash"}, {"created_at", ":now"}, {"expires_at", ":expires"}});
+
+const auto selectSession =
+    ownerColumns.select("FROM sessions WHERE token_hash = :hash AND revoked_at IS NULL AND expires_at > :now");
 
 constexpr auto revokeSession = R"sql(
     UPDATE sessions SET revoked_at = :now WHERE token_hash = :hash AND revoked_at IS NULL
@@ -39,22 +38,16 @@ constexpr auto deleteExpired = R"sql(
 void SessionRepository::insert(Connection& connection, std::string_view tokenHash, const SessionOwner& owner,
                                std::string_view now, std::string_view expiresAt)
 {
-    Query{connection, insertSession}
-        .bind("hash", tokenHash)
-        .bind("company", owner.companyID)
-        .bind("member", owner.memberID)
-        .bind("now", now)
-        .bind("expires", expiresAt)
-        .run();
+    Query query{connection, insertSession};
+    ownerColumns.bind(query.bind("hash", tokenHash).bind("now", now).bind("expires", expiresAt), owner);
+    query.run();
 }
 
 std::optional<SessionOwner> SessionRepository::find(Connection& connection, std::string_view tokenHash,
                                                     std::string_view now)
 {
-    SessionOwner owner;
     Query query{connection, selectSession};
-    query.bind("hash", tokenHash).bind("now", now).into(owner.companyID).into(owner.memberID);
-    return query.next() ? std::optional{owner} : std::nullopt;
+    return recordOf<SessionOwner>(query.bind("hash", tokenHash).bind("now", now), ownerColumns);
 }
 
 void SessionRepository::revoke(Connection& connection, std::string_view tokenHash, std::string_view now)

@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
 

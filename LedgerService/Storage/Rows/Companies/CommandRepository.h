@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerService/Storage/Rows/SessionRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
 
 namespace LedgerService {
 

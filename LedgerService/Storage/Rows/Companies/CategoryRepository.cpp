@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/CategoryRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
 

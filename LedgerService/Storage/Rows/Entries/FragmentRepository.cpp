@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/FragmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 
 #include <limits>
 

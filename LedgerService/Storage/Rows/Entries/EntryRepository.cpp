@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/EntryRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 
 #include <algorithm>
 #include <limits>
@@ -8,9 +8,9 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerService/Storage/Rows/AccountSetRepository.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
-#include "LedgerService/Storage/Rows/FragmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AccountSetRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 #include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {

@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/CommandRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CommandRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
 

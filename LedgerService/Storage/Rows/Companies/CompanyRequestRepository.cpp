@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/CompanyRequestRepository.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRequestRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/AccountRepository.h"
+#include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
 
 #include <unordered_map>
 

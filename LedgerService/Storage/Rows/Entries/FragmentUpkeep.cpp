@@ -1,4 +1,4 @@
-#include "LedgerService/Storage/Rows/FragmentUpkeep.h"
+#include "LedgerService/Storage/Rows/Entries/FragmentUpkeep.h"
 
 #include <algorithm>
 #include <functional>
@@ -9,10 +9,10 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerService/Storage/Rows/AccountSetRepository.h"
-#include "LedgerService/Storage/Rows/AttachmentRepository.h"
-#include "LedgerService/Storage/Rows/EntryRepository.h"
-#include "LedgerService/Storage/Rows/FragmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AccountSetRepository.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
+#include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
 namespace LedgerService {
