@@ -4,6 +4,7 @@
 
 #include "LedgerCore/Client/Operations/SessionRunner.h"
 #include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerCore/Domain/Records/OK.h"
 
 using enum OperationRunner::Publishing;
 using enum SessionRunner::Session;
@@ -14,6 +15,14 @@ APIRequest acceptance(std::string code, std::string locale)
 {
     const InvitationAcceptance acceptance{.code = std::move(code), .locale = std::move(locale)};
     return {.method = "POST", .path = "v1/invites/accept", .body = Json::encode(acceptance)};
+}
+
+QCoro::Task<Result<void>> confirmed(QCoro::Task<Result<OK>> asking)
+{
+    const auto reply = co_await asking;
+    if (!reply)
+        co_return std::unexpected(reply.error());
+    co_return reply->ok ? Result<void>{} : std::unexpected(clientError(ClientCode::invalidResponse));
 }
 
 }
@@ -67,6 +76,12 @@ QCoro::Task<Result<void>> AccessOperations::startDemo(std::optional<std::string>
 {
     const DemoRequest demo{.locale = std::move(locale), .profile = std::move(profile)};
     return m_runner.signIn("v1/demo", Json::encode(demo), demonstration);
+}
+
+QCoro::Task<Result<void>> AccessOperations::changePassword(std::string current, std::string chosen)
+{
+    const PasswordChange change{.currentPassword = std::move(current), .newPassword = std::move(chosen)};
+    return confirmed(m_runner.ask<OK>({.method = "POST", .path = "v1/me/password", .body = Json::encode(change)}, on));
 }
 
 QCoro::Task<Result<CompanyChoices>> AccessOperations::listCompanies()

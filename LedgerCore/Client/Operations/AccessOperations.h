@@ -24,6 +24,9 @@ public:
     QCoro::Task<Result<void>> loginAndAcceptInvitation(std::string email, std::string password, std::string code);
     QCoro::Task<Result<void>> startDemo(std::optional<std::string> locale, std::string profile);
 
+    /// Sets another password of the signed-in person, whose sessions elsewhere end.
+    QCoro::Task<Result<void>> changePassword(std::string current, std::string chosen);
+
     QCoro::Task<Result<CompanyChoices>> listCompanies();
     QCoro::Task<Result<void>> switchCompany(std::string id);
     /// `requestID` stays the same however often one form is sent.

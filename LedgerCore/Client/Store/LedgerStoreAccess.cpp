@@ -43,7 +43,7 @@ QCoro::Task<Result<PendingCompanyRegistration>> LedgerStore::apply(APIRequest re
     auto asking = ask<PendingCompanyRegistration>(std::move(request), Publishing::on);
     auto pending = co_await asking;
     if (self && pending)
-        holdApplication(*pending);
+        awaitReview(*pending);
     co_return pending;
 }
 
