@@ -130,7 +130,7 @@ TEST_F(Workspace, IsTabbedThroughFromSideBarToStatusBarEvenAfterItsPagesChanged)
     refreshTo(SnapshotBuilder{});
     EXPECT_EQ(tabOrder(screen.find("page-ledger")),
               (std::vector<std::string>{"page-ledger", "copyDemonstrationEmail", "memberButton", "firstPane",
-                                        "secondPane", "refreshButton"}));
+                                        "secondPane", "refreshButton", "companyButton"}));
 }
 
 TEST_F(Workspace, RefreshesByKeyOnceAndSaysSo)

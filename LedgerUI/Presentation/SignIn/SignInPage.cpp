@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include "LedgerUI/Presentation/Text/CopiedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
@@ -47,23 +48,6 @@ constexpr std::array pages{
     SignInPageRow{SignInPage::newPassword, "confirmAccess", "savePassword", "wait", "", "", "", newPasswordFields},
 };
 
-/// Without what a copied text brings along: blanks around it, and characters that nobody sees anywhere in it.
-std::string visible(const std::string& typed)
-{
-    auto text = qString(typed);
-    text.removeIf(
-        [](QChar each) { return each.category() == QChar::Other_Format || each.category() == QChar::Other_Control; });
-    return text.trimmed().toStdString();
-}
-
-/// Codes hold no blanks, but are often written with them.
-std::string withoutBlanks(const std::string& typed)
-{
-    auto text = qString(visible(typed));
-    text.removeIf([](QChar each) { return each.isSpace(); });
-    return text.toStdString();
-}
-
 }
 
 const SignInPageRow& signInPageRow(SignInPage page)
@@ -75,8 +59,8 @@ SignInDraft cleaned(SignInDraft draft)
 {
     draft.companyName = qString(draft.companyName).trimmed().toStdString();
     draft.name = qString(draft.name).trimmed().toStdString();
-    draft.email = visible(draft.email);
-    draft.invitationCode = withoutBlanks(draft.invitationCode);
-    draft.verificationCode = withoutBlanks(draft.verificationCode);
+    draft.email = CopiedText::visible(qString(draft.email)).toStdString();
+    draft.invitationCode = CopiedText::code(qString(draft.invitationCode)).toStdString();
+    draft.verificationCode = CopiedText::code(qString(draft.verificationCode)).toStdString();
     return draft;
 }

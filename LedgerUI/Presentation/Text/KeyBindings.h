@@ -31,6 +31,8 @@ enum class Command {
     copyRows,
     exportRows,
     confirmForm,
+    companies,
+    settings,
 };
 
 /// Where a key works; the parts of the list of all keys.

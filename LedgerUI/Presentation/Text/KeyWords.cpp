@@ -16,6 +16,8 @@ const WordTable& keyWords()
         {"pages", "打开侧边栏中的第 1 至第 6 页", "Buka halaman ke-1 sampai ke-6 di bilah sisi",
          "Mở trang 1 đến 6 ở thanh bên", "Open page 1 to 6 of the side bar"},
         {"refresh", "刷新", "Segarkan", "Làm mới", "Refresh"},
+        {"companies", "切换公司", "Ganti perusahaan", "Chuyển công ty", "Switch the company"},
+        {"settings", "设置", "Pengaturan", "Cài đặt", "Settings"},
         {"nextPane", "下一个区域", "Panel berikutnya", "Vùng tiếp theo", "Next pane"},
         {"previousPane", "上一个区域", "Panel sebelumnya", "Vùng trước", "Previous pane"},
         {"newEntry", "新建记录", "Catatan baru", "Bút toán mới", "New entry"},

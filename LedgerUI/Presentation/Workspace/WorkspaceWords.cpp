@@ -13,7 +13,7 @@ const WordTable& workspaceWords()
         {"company", "公司", "Perusahaan", "Công ty", "Company"},
         {"pages", "页面", "Halaman", "Trang", "Pages"},
         {"member", "%1，%2。打开菜单", "%1, %2. Buka menu", "%1, %2. Mở trình đơn", "%1, %2. Open the menu"},
-        {"language", "界面语言", "Bahasa antarmuka", "Ngôn ngữ giao diện", "Interface language"},
+        {"settings", "设置…", "Pengaturan…", "Cài đặt…", "Settings…"},
         {"signOut", "退出登录", "Keluar", "Đăng xuất", "Sign out"},
         {"demoTitle", "演示公司", "Perusahaan contoh", "Công ty mẫu", "Demonstration company"},
         {"demoText", "更改不会影响您自己的公司。", "Perubahan tidak memengaruhi perusahaan Anda.",

@@ -28,11 +28,13 @@
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Settings/SettingsWords.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/KeyWords.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 
@@ -52,6 +54,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"capitalWords", &capitalWords()},
         {"categoryWords", &categoryWords()},
         {"commandWords", &commandWords()},
+        {"companyAccessWords", &companyAccessWords()},
         {"companyWords", &companyWords()},
         {"dialogWords", &dialogWords()},
         {"entryFormWords", &entryFormWords()},
@@ -64,6 +67,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"reportWords", &reportWords()},
         {"roleWords", &roleWords()},
         {"serviceMessages", &serviceMessages()},
+        {"settingsWords", &settingsWords()},
         {"signInWords", &signInWords()},
         {"spokenMoney", &spokenMoney()},
         {"storeMessages", &storeMessages()},

@@ -12,6 +12,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Root/KeysDialog.h"
+#include "LedgerUI/Screens/Settings/SettingsDialog.h"
 #include "LedgerUI/Screens/SignIn/SignInView.h"
 #include "LedgerUI/Screens/Workspace/WorkspaceView.h"
 
@@ -72,11 +73,15 @@ void RootView::presentScreen()
 {
     if (const auto snapshot = m_store.snapshot()) {
         m_start.email = snapshot->currentMember.email;
-        if (m_workspace)
+        if (m_workspace && m_company == snapshot->company.id)
             return;
+        // Nothing of one company is seen in another: neither a search nor a place in a list.
+        retire(*this, m_workspace);
         retire(*this, m_signIn);
         m_start.wait = SignInWait::signOut;
+        m_company = snapshot->company.id;
         m_workspace = new WorkspaceView(m_store, m_registry, this);
+        connect(m_workspace, &WorkspaceView::settingsWanted, this, &RootView::showSettings);
         setCurrentIndex(addWidget(m_workspace));
     } else {
         if (m_signIn)
@@ -143,4 +148,12 @@ void RootView::showKeys()
     auto* const above = QApplication::activeModalWidget();
     m_keys = new KeysDialog(above ? above : window());
     m_keys->open();
+}
+
+void RootView::showSettings()
+{
+    if (m_settings || !m_store.snapshot())
+        return;
+    m_settings = new SettingsDialog(m_store, window());
+    m_settings->open();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include <QPointer>
 #include <QStackedWidget>
 
@@ -28,12 +30,14 @@ private:
     void openAlert();
     void alertClosed();
     void showKeys();
+    void showSettings();
 
     LedgerStore& m_store;
     const PageRegistry& m_registry;
     SignInStart m_start;
     SignInView* m_signIn = nullptr;
     WorkspaceView* m_workspace = nullptr;
+    std::string m_company; // whose workspace it is
     /// What the open alert says; it stays until somebody has closed it, whatever the store publishes meanwhile.
     struct Message {
         MessageDialog::Kind kind = MessageDialog::Kind::error;
@@ -42,4 +46,5 @@ private:
     Message m_message;
     QPointer<MessageDialog> m_alert;
     QPointer<QDialog> m_keys;
+    QPointer<QDialog> m_settings;
 };

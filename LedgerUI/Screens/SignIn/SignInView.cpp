@@ -134,13 +134,13 @@ QWidget* SignInView::buildPanel(const SignInStart& start)
     form->addStretch(1);
     form->addWidget(m_address);
     m_page->installEventFilter(this);
-    auto* scroll = new QScrollArea(this);
-    scroll->setWidgetResizable(true);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setWidget(m_page);
+    m_scroll = new QScrollArea(this);
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setWidget(m_page);
     // The panel's round corners show through.
-    scroll->viewport()->setAutoFillBackground(false);
+    m_scroll->viewport()->setAutoFillBackground(false);
     m_page->setAutoFillBackground(false);
 
     m_panel = new QFrame(this);
@@ -150,7 +150,7 @@ QWidget* SignInView::buildPanel(const SignInStart& start)
     layout->setContentsMargins(1, 1, 1, 1);
     layout->setSpacing(0);
     layout->addWidget(m_aside);
-    layout->addWidget(scroll, 1);
+    layout->addWidget(m_scroll, 1);
     return m_panel;
 }
 
@@ -281,6 +281,8 @@ void SignInView::fitPanel()
     const int formWidth = panelWidth - m_aside->width() - aroundPanel;
     const int wanted = m_page->layout()->heightForWidth(formWidth) + aroundPanel;
     const int room = std::max(panelHeight, height() - stripHeight - leastMargin);
+    // A bar that has come once makes the page narrower, and thereby higher: it would stay for ever.
+    m_scroll->setVerticalScrollBarPolicy(wanted > room ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     m_panel->setFixedHeight(std::clamp(wanted, panelHeight, room));
 }
 

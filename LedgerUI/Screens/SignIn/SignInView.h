@@ -16,6 +16,7 @@ class Banner;
 class BusyBar;
 class LedgerStore;
 class QComboBox;
+class QScrollArea;
 class QShortcut;
 class SignInAside;
 class SignInProgress;
@@ -58,6 +59,7 @@ private:
     QComboBox* m_language = nullptr;
     SignInAside* m_aside = nullptr;
     QWidget* m_panel = nullptr;
+    QScrollArea* m_scroll = nullptr;
     QWidget* m_page = nullptr;
     TextLabel* m_title = nullptr;
     Banner* m_banner = nullptr;

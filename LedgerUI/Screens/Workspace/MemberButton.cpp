@@ -1,14 +1,12 @@
 #include "LedgerUI/Screens/Workspace/MemberButton.h"
 
 #include <QAction>
-#include <QActionGroup>
 #include <QCoro/QCoroTask>
 #include <QEvent>
 #include <QMenu>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Components/Buttons/CardButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
@@ -60,18 +58,10 @@ void MemberButton::buildMenu()
 {
     m_menu = new QMenu(this);
     m_menu->setObjectName(QStringLiteral("memberMenu"));
-    m_languageMenu = m_menu->addMenu(QString{});
-    m_languageMenu->setIcon(Icon::of(QStringLiteral("translate")));
-    m_languages = new QActionGroup(this);
-    for (const auto tag : AppLanguage::supportedLocales) {
-        auto* action = m_languageMenu->addAction(InterfaceLanguage::nativeName(tag));
-        action->setObjectName(QStringLiteral("language-") + qString(tag));
-        action->setCheckable(true);
-        action->setData(qString(tag));
-        m_languages->addAction(action);
-    }
-    connect(m_languages, &QActionGroup::triggered, this,
-            [this](const QAction* action) { m_store.setAppLanguage(action->data().toString().toStdString()); });
+    m_settings = m_menu->addAction(QString{});
+    m_settings->setObjectName(QStringLiteral("openSettings"));
+    m_settings->setIcon(Icon::of(QStringLiteral("gear")));
+    connect(m_settings, &QAction::triggered, this, &MemberButton::settingsWanted);
     m_menu->addSeparator();
     m_signOut = m_menu->addAction(QString{});
     m_signOut->setObjectName(QStringLiteral("signOut"));
@@ -82,11 +72,9 @@ void MemberButton::buildMenu()
 void MemberButton::present()
 {
     const auto& words = workspaceWords();
-    m_languageMenu->setTitle(word(words, "language"));
+    m_settings->setText(word(words, "settings"));
     m_signOut->setText(word(words, "signOut"));
     m_signOut->setEnabled(!m_store.isBusy());
-    for (auto* action : m_languages->actions())
-        action->setChecked(action->data().toString() == qString(InterfaceLanguage::tag()));
     const auto snapshot = m_store.snapshot();
     if (!snapshot)
         return;

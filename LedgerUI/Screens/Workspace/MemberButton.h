@@ -5,10 +5,9 @@
 class CardButton;
 class LedgerStore;
 class QAction;
-class QActionGroup;
 class QMenu;
 
-/// Who is signed in, with the menu of what concerns only that person: language and signing out.
+/// Who is signed in, with the menu of what concerns only that person: settings and signing out.
 class MemberButton final : public QWidget {
     Q_OBJECT
 public:
@@ -16,6 +15,9 @@ public:
 
     void setFolded(bool isFolded);
     [[nodiscard]] QWidget* tabStop() const;
+
+Q_SIGNALS:
+    void settingsWanted();
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -28,7 +30,6 @@ private:
     LedgerStore& m_store;
     CardButton* m_button = nullptr;
     QMenu* m_menu = nullptr;
-    QMenu* m_languageMenu = nullptr;
-    QActionGroup* m_languages = nullptr;
+    QAction* m_settings = nullptr;
     QAction* m_signOut = nullptr;
 };

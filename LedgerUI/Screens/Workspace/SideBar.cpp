@@ -10,8 +10,12 @@
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
+#include "LedgerUI/Screens/Workspace/CompanyAccessView.h"
+#include "LedgerUI/Screens/Workspace/CompanyApplicationForm.h"
 #include "LedgerUI/Screens/Workspace/DemonstrationNotice.h"
+#include "LedgerUI/Screens/Workspace/EntryCompanyDirectoryView.h"
 #include "LedgerUI/Screens/Workspace/MemberButton.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -80,8 +84,15 @@ void SideBar::setFolded(bool isFolded)
     }
 }
 
+void SideBar::openCompanyMenu()
+{
+    m_companies->popup(m_company->mapToGlobal(QPoint{0, m_company->height() + 2}));
+}
+
 void SideBar::comeAfter(QWidget* stop)
 {
+    setTabOrder(stop, m_company);
+    stop = m_company;
     for (auto* button : m_buttons) {
         setTabOrder(stop, button);
         stop = button;
@@ -105,11 +116,16 @@ void SideBar::buildLayout()
 {
     m_company = new CardButton(CardButton::Lead::mark, companyHeight, this);
     m_company->setObjectName(QStringLiteral("companyButton"));
-    // There is nothing to switch to yet: it only tells which books are open.
-    m_company->setFocusPolicy(Qt::NoFocus);
-    m_company->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_company->setTrailing(QStringLiteral("chevron-expand"));
+    m_companies = new EntryCompanyDirectoryView(m_store, this);
     m_notice = new DemonstrationNotice(m_store, this);
     m_member = new MemberButton(m_store, this);
+    connect(m_company, &CardButton::clicked, this, &SideBar::openCompanyMenu);
+    connect(m_companies, &EntryCompanyDirectoryView::joinWanted, this,
+            [this] { (new CompanyAccessView(m_store, window()))->open(); });
+    connect(m_companies, &EntryCompanyDirectoryView::applicationWanted, this,
+            [this] { (new CompanyApplicationForm(m_store, window()))->open(); });
+    connect(m_member, &MemberButton::settingsWanted, this, &SideBar::settingsWanted);
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(Space::step2, Space::step2, Space::step2 + 1, Space::step2);
@@ -131,12 +147,13 @@ void SideBar::present()
     if (!snapshot)
         return;
     m_company->setTitle(qString(snapshot->company.name));
-    m_company->setAccessibleName(qString(snapshot->company.name));
+    m_company->setAccessibleName(word(companyAccessWords(), "company", {snapshot->company.name}));
 }
 
 void SideBar::retranslate()
 {
     setAccessibleName(word(workspaceWords(), "pages"));
+    present();
     qsizetype position = 0;
     for (auto* button : m_buttons) {
         const auto page = static_cast<WorkspacePage>(m_group->id(button));

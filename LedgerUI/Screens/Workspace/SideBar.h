@@ -8,6 +8,7 @@
 
 class CardButton;
 class DemonstrationNotice;
+class EntryCompanyDirectoryView;
 class LedgerStore;
 class MemberButton;
 class QButtonGroup;
@@ -23,13 +24,15 @@ public:
     void setPages(const std::vector<WorkspacePage>& pages);
     void choose(WorkspacePage page);
     void setFolded(bool isFolded);
-    /// Has Tab come here after `stop`: pages, notice, member.
+    /// Has Tab come here after `stop`: company, pages, notice, member.
     void comeAfter(QWidget* stop);
     /// Where F6 goes: the chosen page's button.
     [[nodiscard]] QWidget* focusTarget() const;
+    void openCompanyMenu();
 
 Q_SIGNALS:
     void pageChosen(WorkspacePage page);
+    void settingsWanted();
 
 protected:
     void changeEvent(QEvent* event) override;
@@ -41,6 +44,7 @@ private:
 
     LedgerStore& m_store;
     CardButton* m_company = nullptr;
+    EntryCompanyDirectoryView* m_companies = nullptr;
     QVBoxLayout* m_pageRows = nullptr;
     QButtonGroup* m_group = nullptr;
     std::vector<QToolButton*> m_buttons;

@@ -28,6 +28,7 @@ WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, Q
     buildLayout();
     bindKeys();
     connect(m_sideBar, &SideBar::pageChosen, this, &WorkspaceView::open);
+    connect(m_sideBar, &SideBar::settingsWanted, this, &WorkspaceView::settingsWanted);
     connect(m_status, &StatusBar::refreshRequested, this, &WorkspaceView::refresh);
     connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
         presentPages();
@@ -128,6 +129,8 @@ void WorkspaceView::bindKeys()
             connect(new QShortcut(keys, this), &QShortcut::activated, this, action);
     };
     bind(KeyBindings::keys(Command::refresh), [this] { refresh(); });
+    bind(KeyBindings::keys(Command::companies), [this] { m_sideBar->openCompanyMenu(); });
+    bind(KeyBindings::keys(Command::settings), [this] { Q_EMIT settingsWanted(); });
     bind(KeyBindings::keys(Command::nextPane), [this] { movePane(Step::next); });
     bind(KeyBindings::keys(Command::previousPane), [this] { movePane(Step::previous); });
     for (qsizetype position = 0; position < KeyBindings::boundPages; ++position) {

@@ -29,6 +29,9 @@ public:
     /// Brings in what changed elsewhere while the person was away; does nothing while something runs.
     void refreshOnReturn();
 
+Q_SIGNALS:
+    void settingsWanted();
+
 protected:
     void changeEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;

@@ -1,0 +1,6 @@
+#pragma once
+
+class WordTable;
+
+/// The texts of the settings.
+const WordTable& settingsWords();

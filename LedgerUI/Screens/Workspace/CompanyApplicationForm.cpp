@@ -1,0 +1,105 @@
+#include "LedgerUI/Screens/Workspace/CompanyApplicationForm.h"
+
+#include <QCoro/QCoroTask>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Fields/FormField.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
+#include "LedgerUI/Presentation/Workspace/CompanyDirectory.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+constexpr int dialogWidth = 520;
+
+}
+
+CompanyApplicationForm::CompanyApplicationForm(LedgerStore& store, QWidget* parent)
+    : CommandForm{store, parent}, m_requestID{store.newIdentifier()}
+{
+    setObjectName(QStringLiteral("companyApplicationDialog"));
+    buildLayout();
+    connect(this, &FormDialog::confirmed, this, &CompanyApplicationForm::proceed);
+    connect(m_name, &QLineEdit::returnPressed, this, &CompanyApplicationForm::proceed);
+    connect(m_name, &QLineEdit::textEdited, this, [this] {
+        m_refusal.reset();
+        present();
+    });
+    present();
+}
+
+void CompanyApplicationForm::present()
+{
+    const auto& words = companyAccessWords();
+    setWindowTitle(word(words, "applyTitle"));
+    m_lead->setText(word(words, "applyLead"));
+    m_field->setLabel(word(words, "name"));
+    m_field->error().present(m_isChecked ? CompanyAccess::nameProblem(m_name->text(), locale()) : QString{});
+    m_name->setReadOnly(m_isUncertain);
+    const Note unknown{Banner::Kind::warn, m_isUncertain ? word(words, "applyUnknown") : QString{}};
+    presentStanding({.stage = m_isBusy ? SubmissionStage::saving : SubmissionStage::editing,
+                     .refusal = m_isUncertain ? std::nullopt : m_refusal,
+                     .note = unknown,
+                     .confirm = word(words, "applyConfirm"),
+                     .hasChanges = !m_name->text().trimmed().isEmpty()});
+}
+
+QWidget& CompanyApplicationForm::firstField() const
+{
+    return m_isUncertain ? static_cast<QWidget&>(confirmButton()) : *m_name;
+}
+
+void CompanyApplicationForm::buildLayout()
+{
+    auto* body = new QWidget;
+    m_lead = new TextLabel(TypeStep::body, Token::text2, body);
+    m_lead->setWordWrap(true);
+    m_name = new QLineEdit(body);
+    m_name->setObjectName(QStringLiteral("applicationName"));
+    m_field = new FormField(m_name, body);
+    auto* rows = new QVBoxLayout(body);
+    rows->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::dialogMargin);
+    rows->setSpacing(Space::fieldToField);
+    rows->addWidget(m_lead);
+    rows->addWidget(m_field);
+    rows->addStretch(1);
+    setBody(body, dialogWidth);
+}
+
+void CompanyApplicationForm::proceed()
+{
+    if (m_isBusy || store().isBusy())
+        return;
+    m_isChecked = true;
+    m_isBusy = CompanyAccess::nameProblem(m_name->text(), locale()).isEmpty();
+    present();
+    if (!m_isBusy) {
+        m_name->setFocus();
+        return;
+    }
+    QCoro::connect(store().createAnotherCompany(m_name->text().trimmed().toStdString(), m_requestID), this,
+                   [this](const Result<PendingCompanyRegistration>& applied) {
+                       if (applied)
+                           leave(); // the alert says that it awaits review
+                       else
+                           finish(applied.error());
+                   });
+}
+
+void CompanyApplicationForm::finish(const Failure& failure)
+{
+    m_isBusy = false;
+    if (!store().snapshot())
+        return;
+    m_refusal = failure;
+    m_isUncertain = isOutcomeUnknown(failure);
+    store().dismissMessages(); // said here
+    present();
+    firstField().setFocus(Qt::OtherFocusReason);
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
+
+class FormField;
+class QLineEdit;
+class TextLabel;
+
+/// Applying for a further company. One form is one application, however often it is sent: when the reply was lost, the
+/// name stays as it was sent.
+class CompanyApplicationForm final : public CommandForm {
+    Q_OBJECT
+public:
+    CompanyApplicationForm(LedgerStore& store, QWidget* parent);
+
+protected:
+    void present() override;
+    [[nodiscard]] QWidget& firstField() const override;
+
+private:
+    void buildLayout();
+    void proceed();
+    void finish(const Failure& failure);
+
+    std::string m_requestID;
+    TextLabel* m_lead = nullptr;
+    QLineEdit* m_name = nullptr;
+    FormField* m_field = nullptr;
+    std::optional<Failure> m_refusal;
+    bool m_isChecked = false;   // a wrong name is named from the first try on
+    bool m_isUncertain = false; // nobody knows whether the application arrived
+    bool m_isBusy = false;
+};

@@ -1,0 +1,103 @@
+#include "LedgerUI/Screens/Workspace/EntryCompanyDirectoryView.h"
+
+#include <QCoro/QCoroTask>
+#include <QEvent>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
+#include "LedgerUI/Presentation/Workspace/CompanyDirectory.h"
+#include "LedgerUI/Theme/Icon.h"
+
+EntryCompanyDirectoryView::EntryCompanyDirectoryView(LedgerStore& store, QWidget* parent)
+    : QMenu{parent}, m_store{store}
+{
+    setObjectName(QStringLiteral("companyMenu"));
+    connect(this, &QMenu::aboutToShow, this, [this] {
+        present();
+        load();
+    });
+    connect(&m_store, &LedgerStore::isBusyChanged, this, [this] {
+        if (isVisible())
+            present();
+    });
+    present();
+}
+
+void EntryCompanyDirectoryView::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::LanguageChange)
+        present();
+    QMenu::changeEvent(event);
+}
+
+void EntryCompanyDirectoryView::load()
+{
+    if (m_store.isBusy())
+        return;
+    m_isLoading = true;
+    QCoro::connect(m_store.listCompanies(), this, [this](const Result<CompanyChoices>& listed) {
+        m_isLoading = false;
+        if (listed)
+            m_choices = *listed;
+        else
+            hide(); // the alert says why
+        present();
+    });
+    present();
+}
+
+void EntryCompanyDirectoryView::present()
+{
+    if (!m_store.snapshot())
+        return;
+    setAccessibleName(word(companyAccessWords(), "yourCompanies"));
+    clear();
+    auto* head = addAction(word(companyAccessWords(), "yourCompanies"));
+    head->setEnabled(false);
+    addCompanies();
+    addSeparator();
+    addWays();
+}
+
+void EntryCompanyDirectoryView::addCompanies()
+{
+    const auto pending = m_store.pendingCompanyRegistration();
+    const auto directory =
+        CompanyDirectory::of(*m_store.snapshot(), m_choices, pending.get(), InterfaceLanguage::tag());
+    for (const auto& row : directory.rows) {
+        auto* action = addAction(row.name);
+        action->setObjectName(QStringLiteral("company-") + qString(row.id));
+        action->setIcon(Icon::of(row.isOpen ? QStringLiteral("check-lg") : QStringLiteral("building")));
+        action->setEnabled(row.isOpen || !m_store.isBusy());
+        if (!row.isOpen) {
+            connect(action, &QAction::triggered, this, [this, id = row.id] {
+                // The root screen makes a workspace of its own for the company as soon as it is open.
+                QCoro::connect(m_store.switchCompany(id), this, [](const Result<void>&) {});
+            });
+        }
+    }
+    if (m_isLoading) {
+        auto* busy = addAction(word(companyAccessWords(), "loading"));
+        busy->setObjectName(QStringLiteral("companiesLoading"));
+        busy->setIcon(Icon::of(QStringLiteral("hourglass-split")));
+        busy->setEnabled(false);
+    }
+    if (directory.pending.isEmpty())
+        return;
+    auto* waiting = addAction(directory.pending);
+    waiting->setIcon(Icon::of(QStringLiteral("clock")));
+    waiting->setEnabled(false);
+}
+
+void EntryCompanyDirectoryView::addWays()
+{
+    auto* join = addAction(word(companyAccessWords(), "join"));
+    join->setObjectName(QStringLiteral("joinCompany"));
+    join->setIcon(Icon::of(QStringLiteral("envelope-open")));
+    connect(join, &QAction::triggered, this, &EntryCompanyDirectoryView::joinWanted);
+    auto* apply = addAction(word(companyAccessWords(), "apply"));
+    apply->setObjectName(QStringLiteral("applyForCompany"));
+    apply->setIcon(Icon::of(QStringLiteral("building-add")));
+    connect(apply, &QAction::triggered, this, &EntryCompanyDirectoryView::applicationWanted);
+}
