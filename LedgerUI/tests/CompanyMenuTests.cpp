@@ -24,7 +24,9 @@ PageRegistry ledgerPage()
 
 SnapshotBuilder firstBooks()
 {
-    return SnapshotBuilder{}.account("bank", {"USD"}).grantAll();
+    auto books = SnapshotBuilder{}.account("bank", {"USD"}).grantAll().category("rent", "expense", "Rent");
+    books.expense("e1", "2026-11-19", "bank", "USD", 1200, "rent");
+    return books;
 }
 
 /// The sign-in to another company as the service tells of it.
@@ -158,7 +160,7 @@ TEST_F(CompanyMenu, OpensTheSettingsFromTheMembersMenu)
     screen.waitFor("settingsDialog");
     screen.press("interfaceLanguage-id-ID");
     settle();
-    EXPECT_TRUE(screen.says("Pengaturan"));
+    EXPECT_TRUE(screen.says("Bahasa antarmuka"));
     EXPECT_EQ(under.language.chosenLanguage(), "id-ID");
     screen.press("interfaceLanguage-system");
     EXPECT_EQ(under.language.chosenLanguage(), std::nullopt);

@@ -12,6 +12,7 @@ constexpr auto company = "PT Lentera Niaga";
 constexpr auto rizky = "rizky@lentera.example";
 constexpr auto firstPassword = "a secret of Rizky";
 constexpr auto secondPassword = "another of Rizky's";
+constexpr auto thirdPassword = "the third of Rizky";
 
 /// Waits for a letter newer than the `before` that had come, and gives its code.
 std::string mailedCode(Stage& stage, int before)
@@ -106,6 +107,38 @@ void joinASecondCompany(Stage& stage)
     });
 }
 
+/// From one company to the other by the menu, and a change of the password that is used at the next sign-in.
+void goBackAndChangeThePassword(Stage& stage)
+{
+    auto& screen = stage.screen;
+    stage.teller.step(QStringLiteral("The menu of both companies"), [&] {
+        screen.keys("Ctrl+Shift+O");
+        screen.waitForText(company);
+    });
+    stage.teller.step(QStringLiteral("Back in the first company"), [&] {
+        screen.keys("Down Return");
+        screen.waitUntil("the first company is open",
+                         [&] { return screen.read("companyButton").find(company) != std::string::npos; });
+    });
+    stage.teller.step(QStringLiteral("A new password in the settings"), [&] {
+        screen.keys("Ctrl+,");
+        screen.press("settings-profile");
+        screen.fill("currentPassword", secondPassword);
+        screen.fill("newPassword", thirdPassword);
+        screen.keys("Return");
+        screen.waitForText("The password is changed.");
+    });
+    screen.press("settings-session");
+    stage.teller.picture(QStringLiteral("The session"));
+    screen.press("settingsSignOut");
+    screen.waitFor("signInView");
+    stage.teller.step(QStringLiteral("Signed in with the new password"), [&] {
+        screen.fill("password", thirdPassword);
+        screen.keys("Return");
+        screen.waitFor("workspaceView");
+    });
+}
+
 }
 
 void tellOfJoining(Stage& stage)
@@ -119,5 +152,6 @@ void tellOfJoining(Stage& stage)
     forgetThePassword(stage);
     stage.signOut();
     joinASecondCompany(stage);
+    goBackAndChangeThePassword(stage);
     stage.signOut();
 }

@@ -8,8 +8,12 @@ void tellOfLanguagesAndSizes(Stage& stage)
 {
     stage.enterDemonstration("finance");
     for (const auto tag : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {
-        stage.teller.step(QStringLiteral("The ledger in ") + qString(tag),
-                          [&] { stage.screen.choose("memberButton", "language-" + std::string{tag}); });
+        stage.teller.step(QStringLiteral("The ledger in ") + qString(tag), [&] {
+            stage.screen.keys("Ctrl+,");
+            stage.screen.press("interfaceLanguage-" + std::string{tag});
+            stage.screen.keys("Esc");
+            stage.screen.waitUntilGone("settingsDialog");
+        });
     }
     auto& window = stage.window;
     const auto usual = window.size();

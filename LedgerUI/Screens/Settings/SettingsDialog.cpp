@@ -57,7 +57,7 @@ void SettingsDialog::buildLayout()
     auto* body = new QWidget;
     m_list = new QFrame(body);
     m_list->setObjectName(QStringLiteral("settingsSections"));
-    m_list->setFixedWidth(listWidth);
+    m_list->setMinimumWidth(listWidth);
     auto* list = new QVBoxLayout(m_list);
     list->setContentsMargins(Space::step2, Space::step2, Space::step2, Space::step2);
     list->setSpacing(2);
