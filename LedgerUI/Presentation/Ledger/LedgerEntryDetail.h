@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "LedgerUI/Presentation/Ledger/LedgerRow.h"
-#include "LedgerUI/Presentation/Workspace/RecordLinks.h"
+#include "LedgerUI/Presentation/Ledger/RecordLinks.h"
 
 /// One entry with everything that is known of it, as the detail pane shows it.
 struct LedgerEntryDetail {

@@ -10,6 +10,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Settings/SettingsWords.h"
+#include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Theme/Space.h"
 

@@ -3,7 +3,7 @@
 #include <QList>
 #include <QWidget>
 
-#include "LedgerUI/Presentation/Workspace/PageLink.h"
+#include "LedgerUI/Presentation/Ledger/PageLink.h"
 
 /// One page of the workspace. It observes the store by itself; the workspace asks it what to say in the status bar and
 /// where F6 may go.

@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/Workspace/PageLink.h"
+#include "LedgerUI/Presentation/Ledger/PageLink.h"
 
 class BusyBar;
 class LedgerStore;

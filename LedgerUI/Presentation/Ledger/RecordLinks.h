@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LedgerUI/Presentation/Workspace/PageLink.h"
+#include "LedgerUI/Presentation/Ledger/PageLink.h"
 
 /// What pages can be asked to do by links between the ledger and the records of owners' money.
 namespace PageAction {
