@@ -174,7 +174,7 @@ TEST_F(ServedByAProcess, AnswersOnTheSocketThatItWasHandedOverWithWhatCameBefore
     const ManagerSocket manager{INADDR_LOOPBACK};
     HttpClient early{manager.port()};
     early.write("GET /health/ready HTTP/1.1\r\nHost: l\r\n\r\n");
-    ServiceProcess process{manager.starter(folder), file, {"--listen", "127.0.0.1:1"}};
+    ServiceProcess process{manager.starter(folder), file};
     EXPECT_EQ(process.port(), manager.port());
     EXPECT_EQ(early.sendRaw("").status, 200);
     EXPECT_FALSE(signIn(process).token.empty());

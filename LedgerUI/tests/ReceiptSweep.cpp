@@ -42,8 +42,8 @@ void openForm(WindowUnderTest& under)
 void addToAnEntry(WindowUnderTest& under)
 {
     signIn(under);
-    under.screen.find("ledgerTable").setFocus();
-    under.screen.keys("Ctrl+Home Return");
+    under.screen.pressRow("ledgerTable", "Electricity");
+    under.screen.keys("Return");
     under.screen.press("addReceiptsButton");
     under.screen.waitFor("addReceipts");
     under.screen.keys("Ctrl+Return");
