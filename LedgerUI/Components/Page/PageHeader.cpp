@@ -58,12 +58,13 @@ void PageHeader::addSecondary(QAction* action)
     connect(action, &QAction::changed, button, [button, action] { follow(*button, *action); });
     connect(button, &QToolButton::clicked, action, &QAction::trigger);
     m_secondary.push_back(button);
-    m_layout->addWidget(button);
+    m_layout->insertWidget(m_primary ? m_layout->indexOf(m_primary) : m_layout->count(), button);
     resizeEvent(nullptr);
 }
 
 void PageHeader::setPrimary(QWidget* button)
 {
+    m_primary = button;
     m_layout->addWidget(button);
 }
 

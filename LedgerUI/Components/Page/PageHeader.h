@@ -29,4 +29,5 @@ private:
     TextLabel* m_title = nullptr;
     QHBoxLayout* m_layout = nullptr;
     std::vector<QToolButton*> m_secondary;
+    QWidget* m_primary = nullptr; // at the right of all others
 };

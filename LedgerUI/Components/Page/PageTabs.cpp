@@ -31,8 +31,7 @@ PageTabs::PageTabs(const QString& row, QWidget* parent) : QFrame{parent}
     m_stack = new QStackedWidget(this);
     auto* strip = new QHBoxLayout;
     strip->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, 0);
-    strip->addWidget(m_row);
-    strip->addStretch(1);
+    strip->addWidget(m_row, 1); // with room to spare: the chosen tab is wider than it was
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);

@@ -110,14 +110,26 @@ private:
         return entries;
     }
 
+    /// The movement on an account that the member sees; of several the one that leaves.
+    [[nodiscard]] const LedgerLeg& ownLeg(const LedgerTransaction& entry) const
+    {
+        const auto isSeen = [&](const LedgerLeg& leg) {
+            return m_books.snapshot->currentMember.can(AccountAction::view, leg.accountID);
+        };
+        const auto leaves = [&](const LedgerLeg& leg) { return isSeen(leg) && leg.amountMinor < 0; };
+        auto found = std::ranges::find_if(entry.legs, leaves);
+        if (found == entry.legs.end())
+            found = std::ranges::find_if(entry.legs, isSeen);
+        return found == entry.legs.end() ? entry.legs.front() : *found;
+    }
+
     [[nodiscard]] std::vector<ReportGridCell> cells(const LedgerTransaction& entry) const
     {
         const CategoryDirectory directory{m_books.snapshot->categories};
         const auto* category = entry.categoryID ? directory.find(*entry.categoryID) : nullptr;
         const bool isReversal = entry.reversalOf.has_value();
         const auto kind = isReversal ? word("reversal") : movementsText({movementOf(entry.kind)}, m_locale);
-        const auto leaving = std::ranges::find_if(entry.legs, [](const LedgerLeg& leg) { return leg.amountMinor < 0; });
-        const auto& leg = leaving == entry.legs.end() ? entry.legs.front() : *leaving;
+        const auto& leg = ownLeg(entry);
         const auto money = movementText(leg.amountMinor, leg.currency, m_locale);
         return {{.text = DayText::shortDay(entry.date, m_locale)},
                 {.text = category ? qString(directory.fullPathName(*category, m_locale)) : kind,

@@ -27,6 +27,12 @@ class IconDelegate final : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
+    /// What has no text and no size of its own would not be painted.
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& /*option*/, const QModelIndex& /*index*/) const override
+    {
+        return {cellWidth, cellHeight};
+    }
+
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override
     {
         const auto color = [](Token token) { return Theme::current().color(token); };

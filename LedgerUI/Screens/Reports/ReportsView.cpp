@@ -22,6 +22,7 @@
 namespace {
 
 constexpr int accountsWidth = 230;
+constexpr int accountsAtLeast = 190;
 
 QString text(std::string_view key)
 {
@@ -43,6 +44,7 @@ void ReportsView::buildLayout()
     auto* middle = new QWidget(&header());
     m_accounts = new ChoiceField(middle);
     m_accounts->setObjectName(QStringLiteral("reportAccounts"));
+    m_accounts->setMinimumWidth(accountsAtLeast);
     m_accounts->setMaximumWidth(accountsWidth);
     auto* row = new QHBoxLayout(middle);
     row->setContentsMargins(0, 0, 0, 0);

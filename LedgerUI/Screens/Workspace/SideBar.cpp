@@ -159,7 +159,8 @@ void SideBar::retranslate()
         const auto page = static_cast<WorkspacePage>(m_group->id(button));
         const auto name = word(workspaceWords(), WorkspacePages::of(page).name);
         const auto keys = KeyBindings::pageKeys(position++);
-        button->setText(name);
+        // A single one would underline what comes after it.
+        button->setText(QString{name}.replace(QLatin1Char('&'), QStringLiteral("&&")));
         button->setAccessibleName(name);
         button->setToolTip(keys.isEmpty()
                                ? name

@@ -26,6 +26,8 @@ public:
     void open(WorkspacePage page);
     /// Opens the page of a link and has it do what the link asks for.
     void follow(const PageLink& link);
+    /// Pages take the height that there is: a long text on one never makes the whole window scroll.
+    [[nodiscard]] bool hasHeightForWidth() const override { return false; }
     /// Brings in what changed elsewhere while the person was away; does nothing while something runs.
     void refreshOnReturn();
 
