@@ -72,7 +72,10 @@ TEST(Bookkeeping, SendsTheSameCommandAgainWhenNobodyKnowsTheOutcome)
     under.server.replace(commands, ServerReply::json("{}"));
     under.hold(booksWith(1, false, true));
     under.screen.press("settingsSave");
-    under.screen.waitUntil("it is saved", [&] { return under.screen.read("settingsSave") == "Save settings"; });
+    under.screen.waitUntil("it is saved", [&] {
+        return under.server.requests(commands).size() == 2 && !under.store.isBusy() &&
+               under.screen.read("settingsSave") == "Save settings";
+    });
     const auto sent = under.server.requests(commands);
     ASSERT_EQ(sent.size(), 2U);
     EXPECT_EQ(sent[0].body, sent[1].body);
