@@ -28,6 +28,12 @@ DayEdit::DayEdit(QWidget* parent) : QWidget{parent}
     connect(m_open, &QToolButton::clicked, this, &DayEdit::openCalendar);
 }
 
+DayEdit::~DayEdit()
+{
+    // The line finishes editing once more when it loses the focus by going, after this is gone.
+    m_line->disconnect(this);
+}
+
 void DayEdit::present(const std::string& day, const EntryDayBounds& bounds)
 {
     m_bounds = bounds;

@@ -16,6 +16,7 @@ class DayEdit final : public QWidget {
     Q_OBJECT
 public:
     explicit DayEdit(QWidget* parent = nullptr);
+    ~DayEdit() override;
 
     /// Leaves what is being typed alone while it names the same day.
     void present(const std::string& day, const EntryDayBounds& bounds);
