@@ -10,6 +10,7 @@
 #include <QUrl>
 
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
 #include "LedgerUI/Screens/Receipts/ReceiptPreviewDialog.h"
@@ -210,6 +211,7 @@ TEST(ReceiptsInTheForm, AreAskedForBeforeTheFormIsLeft)
 
 TEST(ReceiptPreview, GoesThroughTheReceiptsByKeyAndClosesBySpace)
 {
+    InterfaceLanguage::change("en-US");
     StoreUnderTest service;
     service.signIn(entryBooks());
     service.server.answer("GET v1/attachments/a1", ServerReply::json(png().toStdString()));

@@ -22,37 +22,47 @@ TextLabel* paragraph(TypeStep step, Token tone, QWidget* parent)
 
 }
 
-LedgerExportPreviewPane::LedgerExportPreviewPane(QWidget* parent) : QWidget{parent}
+LedgerExportPreviewPane::LedgerExportPreviewPane(QWidget* parent) : QScrollArea{parent}
 {
-    setAttribute(Qt::WA_StyledBackground); // its own ground, as a pane of the dialog
-    m_title = new TextLabel(TypeStep::body, Token::text, this);
+    setWidgetResizable(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFocusPolicy(Qt::NoFocus);
+    auto* body = new QWidget(this);
+    setWidget(body);
+    m_title = new TextLabel(TypeStep::body, Token::text, body);
     m_title->setBold(true);
-    auto* rows = new QVBoxLayout(this);
+    auto* rows = new QVBoxLayout(body);
     rows->setContentsMargins(Space::dialogMargin, Space::step4, Space::dialogMargin, Space::step4);
     rows->setSpacing(Space::step2);
     rows->addWidget(m_title);
     for (std::size_t at = 0; at < m_figures.size(); ++at) {
-        m_figures[at] = {new TextLabel(TypeStep::body, Token::text, this),
-                         new TextLabel(TypeStep::body, Token::text, this)};
+        m_figures[at] = {new TextLabel(TypeStep::body, Token::text, body),
+                         new TextLabel(TypeStep::body, Token::text, body)};
         m_figures[at].count->setObjectName(QString::fromLatin1(figureKeys[at]));
         m_figures[at].count->setBold(true);
         auto* row = new QHBoxLayout;
         row->addWidget(m_figures[at].name, 1);
         row->addWidget(m_figures[at].count);
         rows->addLayout(row);
-        rows->addWidget(new Line(Qt::Horizontal, this));
+        rows->addWidget(new Line(Qt::Horizontal, body));
     }
-    m_rows = paragraph(TypeStep::small, Token::text2, this);
-    m_fileLabel = new TextLabel(TypeStep::small, Token::text2, this);
-    m_file = paragraph(TypeStep::body, Token::text, this);
+    m_rows = paragraph(TypeStep::small, Token::text2, body);
+    m_fileLabel = new TextLabel(TypeStep::small, Token::text2, body);
+    m_file = paragraph(TypeStep::body, Token::text, body);
     m_file->setObjectName(QStringLiteral("exportFileName"));
     m_file->setBold(true);
-    m_recheck = paragraph(TypeStep::small, Token::text2, this);
+    m_recheck = paragraph(TypeStep::small, Token::text2, body);
     rows->addWidget(m_rows);
     rows->addStretch(1);
     rows->addWidget(m_fileLabel);
     rows->addWidget(m_file);
     rows->addWidget(m_recheck);
+}
+
+QSize LedgerExportPreviewPane::sizeHint() const
+{
+    const int width = this->width();
+    return {width, widget()->layout()->totalHeightForWidth(width)};
 }
 
 void LedgerExportPreviewPane::present(const std::optional<LedgerExportPreview>& counts, bool isCounting,
