@@ -193,3 +193,29 @@ TEST(ImportDialog, StopsWhenAskedAndEndsWithTheSession)
     under.screen.waitUntilGone("importDialog");
     under.screen.waitFor("alertDialog");
 }
+
+TEST(ImportDialog, SavesItsTemplateOrSaysWhyNot)
+{
+    ImportUnderTest under;
+    under.screen.press("importLedgerButton");
+    under.screen.waitForFocus("importDialog");
+    const auto saveAs = [&](const std::filesystem::path& path) {
+        under.screen.press("importTemplate");
+        under.screen.waitForFocus("importSaveDialog");
+        under.screen.fill("fileNameEdit", path.string());
+        under.screen.keys("Return");
+    };
+    const auto folder = std::filesystem::path{under.folder.path().toStdString()};
+    saveAs(folder / "template");
+    under.screen.waitUntil("the template is saved", [&] { return std::filesystem::exists(folder / "template.csv"); });
+    std::ostringstream saved;
+    saved << std::ifstream{folder / "template.csv", std::ios::binary}.rdbuf();
+    EXPECT_EQ(saved.str(), LedgerImportCSV::templateText());
+
+    saveAs(folder / "gone" / "template.csv");
+    under.screen.waitForText("The file could not be saved.");
+    EXPECT_TRUE(under.screen.says("The folder is no longer there."));
+    saveAs(folder / "again.csv");
+    under.screen.waitUntil("the template is saved", [&] { return std::filesystem::exists(folder / "again.csv"); });
+    EXPECT_FALSE(under.screen.says("The file could not be saved."));
+}

@@ -9,7 +9,6 @@ const WordTable& exportWords()
         {"title", "导出账本", "Ekspor buku besar", "Xuất sổ cái", "Export ledger"},
         {"save", "保存 CSV…", "Simpan CSV…", "Lưu CSV…", "Save CSV…"},
         {"saveDialog", "保存导出文件", "Simpan berkas ekspor", "Lưu tệp xuất", "Save the export file"},
-        {"csvFiles", "CSV 文件", "Berkas CSV", "Tệp CSV", "CSV files"},
 
         // what the file is to hold
         {"days", "日期", "Tanggal", "Ngày", "Dates"},
@@ -77,12 +76,6 @@ const WordTable& exportWords()
          "Chọn ít nhất một loại bút toán.", "Choose at least one type of entry."},
         {"failed", "无法创建导出文件。请重试。", "Berkas ekspor tidak dapat dibuat. Coba lagi.",
          "Không tạo được tệp xuất. Hãy thử lại.", "The export file could not be created. Try again."},
-        {"failed.folderMissing", "该文件夹已不存在。", "Foldernya sudah tidak ada.", "Thư mục đó không còn nữa.",
-         "The folder is no longer there."},
-        {"failed.notAllowed", "您无权在该处写入。请选择其他文件夹。",
-         "Anda tidak boleh menulis di sana. Pilih folder lain.", "Bạn không được ghi ở đó. Hãy chọn thư mục khác.",
-         "You may not write there. Choose another folder."},
-        {"failed.diskFull", "磁盘已满。", "Disk penuh.", "Đĩa đã đầy.", "The disk is full."},
         {"done", "已保存 %1", "%1 tersimpan", "Đã lưu %1", "Saved %1"},
     }};
     return words;

@@ -70,8 +70,6 @@ const WordTable& receiptWords()
          "Hình ảnh này quá lớn để hiển thị tại đây. Hãy mở bằng chương trình khác.",
          "This picture is too large to be shown here. Open it outside."},
         {"preview.saved", "副本已保存", "Salinan disimpan", "Đã lưu bản sao", "The copy is saved."},
-        {"preview.notSaved", "无法保存副本，请选择其他位置。", "Salinan tidak dapat disimpan. Pilih tempat lain.",
-         "Không thể lưu bản sao. Hãy chọn nơi khác.", "The copy could not be saved. Choose another place."},
     }};
     return words;
 }

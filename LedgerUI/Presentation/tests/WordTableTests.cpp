@@ -32,6 +32,7 @@
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/FileWords.h"
 #include "LedgerUI/Presentation/Text/KeyWords.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
 #include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
@@ -59,6 +60,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"dialogWords", &dialogWords()},
         {"entryFormWords", &entryFormWords()},
         {"exportWords", &exportWords()},
+        {"fileWords", &fileWords()},
         {"importWords", &importWords()},
         {"keyWords", &keyWords()},
         {"ledgerWords", &ledgerWords()},

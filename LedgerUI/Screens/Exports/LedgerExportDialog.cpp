@@ -5,17 +5,16 @@
 
 #include <QCheckBox>
 #include <QCoro/QCoroTask>
-#include <QFileDialog>
 #include <QGridLayout>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QTimer>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Exports/LedgerCSV.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Table/ChoiceField.h"
@@ -26,6 +25,7 @@
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/SavingText.h"
 #include "LedgerUI/Screens/Entry/DayEdit.h"
 #include "LedgerUI/Screens/Exports/LedgerExportPreviewPane.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -78,21 +78,6 @@ void presentField(ChoiceField& field, std::string_view name, std::string_view al
         rows.push_back({.id = choice.id, .text = choice.text});
     field.present({.name = text(name), .all = text("all"), .search = text("search"), .noMatch = text("noMatch")}, rows,
                   chosen, summary(choices, chosen, allKey));
-}
-
-std::string_view problemKey(SavingProblem problem)
-{
-    switch (problem) {
-    case SavingProblem::folderMissing:
-        return "failed.folderMissing";
-    case SavingProblem::notAllowed:
-        return "failed.notAllowed";
-    case SavingProblem::diskFull:
-        return "failed.diskFull";
-    case SavingProblem::other:
-        return {};
-    }
-    return {};
 }
 
 }
@@ -384,16 +369,9 @@ void LedgerExportDialog::proceed()
 
 void LedgerExportDialog::askForFile()
 {
-    const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    auto* dialog = new QFileDialog(this, text("saveDialog"), folder, text("csvFiles") + QStringLiteral(" (*.csv)"));
-    dialog->setObjectName(QStringLiteral("exportFileDialog"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QStringLiteral("csv"));
-    dialog->selectFile(fileName());
-    connect(dialog, &QFileDialog::fileSelected, this,
-            [this](const QString& file) { saveTo(std::filesystem::path{file.toStdString()}); });
-    dialog->open();
+    FileChoice::save(
+        {.name = QStringLiteral("exportFileDialog"), .title = text("saveDialog"), .filter = FileChoice::csvFiles()},
+        fileName(), this, [this](const std::filesystem::path& path) { saveTo(path); });
 }
 
 void LedgerExportDialog::saveTo(const std::filesystem::path& path)
@@ -421,8 +399,8 @@ void LedgerExportDialog::finish(const LedgerExport::Outcome& outcome, const std:
     if (const auto* failure = std::get_if<Failure>(&outcome)) {
         m_refusal = *failure;
     } else {
-        const auto key = problemKey(std::get<SavingProblem>(outcome));
-        m_note = {Banner::Kind::error, key.empty() ? text("failed") : text("failed") + QLatin1Char('\n') + text(key)};
+        const auto problem = std::get<SavingProblem>(outcome);
+        m_note = {Banner::Kind::error, notSavedText(locale(), text("failed"), problem)};
     }
     present();
     confirmButton().setFocus(Qt::OtherFocusReason);

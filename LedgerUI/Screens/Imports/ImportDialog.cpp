@@ -6,12 +6,10 @@
 #include <QClipboard>
 #include <QCoro/QCoroTask>
 #include <QDragEnterEvent>
-#include <QFileDialog>
 #include <QMimeData>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -19,13 +17,15 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/FileWords.h"
+#include "LedgerUI/Presentation/Text/SavingText.h"
 #include "LedgerUI/Screens/Imports/ImportFileCard.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -292,14 +292,9 @@ void ImportDialog::adoptLanguage(const std::string& /*before*/)
 
 void ImportDialog::askForFile()
 {
-    const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    auto* dialog = new QFileDialog(this, text("chooseDialog"), folder, text("csvFiles") + QStringLiteral(" (*.csv)"));
-    dialog->setObjectName(QStringLiteral("importFileDialog"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setFileMode(QFileDialog::ExistingFile);
-    connect(dialog, &QFileDialog::fileSelected, this,
-            [this](const QString& file) { chooseFile(std::filesystem::path{file.toStdString()}); });
-    dialog->open();
+    FileChoice::open(
+        {.name = QStringLiteral("importFileDialog"), .title = text("chooseDialog"), .filter = FileChoice::csvFiles()},
+        this, [this](const std::filesystem::path& path) { chooseFile(path); });
 }
 
 void ImportDialog::chooseFile(const std::filesystem::path& path)
@@ -329,21 +324,15 @@ void ImportDialog::read(const std::filesystem::path& path)
 
 void ImportDialog::saveText(const QString& suggestion, std::string content)
 {
-    const auto folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    auto* dialog = new QFileDialog(this, text("saveDialog"), folder, text("csvFiles") + QStringLiteral(" (*.csv)"));
-    dialog->setObjectName(QStringLiteral("importSaveDialog"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDefaultSuffix(QStringLiteral("csv"));
-    dialog->selectFile(suggestion);
-    connect(dialog, &QFileDialog::fileSelected, this, [this, content = std::move(content)](const QString& file) {
-        // A few kilobytes at most.
-        m_failure = FileSaving::write(std::filesystem::path{file.toStdString()}, content)
-                        ? word(exportWords(), "failed")
-                        : QString{};
+    const auto write = [this, content = std::move(content)](const std::filesystem::path& path) {
+        const auto problem = FileSaving::write(path, content); // a few kilobytes at most
+        m_failure = problem ? notSavedText(locale(), word(fileWords(), "notSaved"), *problem) : QString{};
         present();
-    });
-    dialog->open();
+    };
+    FileChoice::save({.name = QStringLiteral("importSaveDialog"),
+                      .title = word(fileWords(), "save"),
+                      .filter = FileChoice::csvFiles()},
+                     suggestion, this, write);
 }
 
 void ImportDialog::confirm()

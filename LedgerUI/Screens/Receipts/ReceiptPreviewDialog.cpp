@@ -6,12 +6,10 @@
 #include <QDesktopServices>
 #include <QDir>
 #include <QFile>
-#include <QFileDialog>
 #include <QFutureWatcher>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QUrl>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -19,11 +17,14 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/FileWords.h"
+#include "LedgerUI/Presentation/Text/SavingText.h"
 #include "LedgerUI/Screens/Receipts/ReceiptPictureView.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -241,31 +242,30 @@ void ReceiptPreviewDialog::presentHead()
     m_save->setEnabled(!m_file.empty());
 }
 
-/// The file dialog asks before it replaces a file.
 void ReceiptPreviewDialog::saveCopy()
 {
-    auto* dialog = new QFileDialog(this);
-    dialog->setObjectName(QStringLiteral("copyChooser"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(word(EntryCopy::words(), "saveCopy"));
-    dialog->setAcceptMode(QFileDialog::AcceptSave);
-    dialog->setDirectory(QStandardPaths::writableLocation(QStandardPaths::DownloadLocation));
-    dialog->selectFile(QString::fromStdString(m_file.filename().string()));
-    connect(dialog, &QFileDialog::fileSelected, this, &ReceiptPreviewDialog::writeCopy);
-    dialog->open();
+    FileChoice::save({.name = QStringLiteral("copyChooser"),
+                      .title = word(EntryCopy::words(), "saveCopy"),
+                      .filter = {},
+                      .place = QStandardPaths::DownloadLocation},
+                     QString::fromStdString(m_file.filename().string()), this,
+                     [this](const std::filesystem::path& path) { writeCopy(path); });
 }
 
-void ReceiptPreviewDialog::writeCopy(const QString& target)
+void ReceiptPreviewDialog::writeCopy(const std::filesystem::path& target)
 {
-    auto* watcher = new QFutureWatcher<bool>(this);
+    using Problem = std::optional<SavingProblem>;
+    auto* watcher = new QFutureWatcher<Problem>(this);
     connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher] {
         watcher->deleteLater();
-        m_said->setTone(watcher->result() ? Token::ok : Token::danger);
-        m_said->setText(text(watcher->result() ? "preview.saved" : "preview.notSaved"));
+        const auto problem = watcher->result();
+        m_said->setTone(problem ? Token::danger : Token::ok);
+        m_said->setText(problem ? notSavedText(InterfaceLanguage::tag(), word(fileWords(), "notSaved"), *problem)
+                                : text("preview.saved"));
     });
-    watcher->setFuture(QtConcurrent::run([path = m_file, target] {
+    watcher->setFuture(QtConcurrent::run([path = m_file, target]() -> Problem {
         const auto content = contentOf(path);
-        return !content.empty() && !FileSaving::write(target.toStdString(), content);
+        return content.empty() ? SavingProblem::other : FileSaving::write(target, content);
     }));
 }
 

@@ -40,7 +40,7 @@ private:
     void present(const Seen& seen);
     void presentHead();
     void saveCopy();
-    void writeCopy(const QString& target);
+    void writeCopy(const std::filesystem::path& target);
     void retranslate();
     [[nodiscard]] const Attachment& shown() const { return m_receipts[m_at]; }
 

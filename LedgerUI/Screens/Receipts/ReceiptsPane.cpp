@@ -3,14 +3,13 @@
 #include <algorithm>
 
 #include <QEvent>
-#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
@@ -221,24 +220,21 @@ void ReceiptsPane::presentHint()
 void ReceiptsPane::chooseFiles(Wanted wanted)
 {
     const bool isPictures = wanted == Wanted::pictures;
-    auto* dialog = new QFileDialog(this);
-    dialog->setObjectName(QStringLiteral("receiptChooser"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(text("add.title"));
-    dialog->setFileMode(QFileDialog::ExistingFiles);
     const auto pictures = QStringLiteral("*.jpg *.jpeg *.png *.heic *.heif");
     const auto filter = isPictures ? text("filter.pictures") + QStringLiteral(" (%1)").arg(pictures)
                                    : text("filter.all") + QStringLiteral(" (%1 *.pdf)").arg(pictures);
-    dialog->setNameFilter(filter);
-    const auto folder = isPictures ? QStandardPaths::PicturesLocation : QStandardPaths::DocumentsLocation;
-    dialog->setDirectory(QStandardPaths::writableLocation(folder));
-    connect(dialog, &QFileDialog::filesSelected, this, [this](const QStringList& paths) {
+    const auto add = [this](const std::vector<std::filesystem::path>& paths) {
         std::vector<ReceiptSource> sources;
         for (const auto& path : paths)
-            sources.push_back({.name = QFileInfo{path}.fileName(), .path = path});
+            sources.push_back({.name = qString(path.filename().string()), .path = qString(path.string())});
         addFiles(sources);
-    });
-    dialog->open();
+    };
+    FileChoice::openSeveral(
+        {.name = QStringLiteral("receiptChooser"),
+         .title = text("add.title"),
+         .filter = filter,
+         .place = isPictures ? QStandardPaths::PicturesLocation : QStandardPaths::DocumentsLocation},
+        this, add);
 }
 
 void ReceiptsPane::changeEvent(QEvent* event)
