@@ -18,11 +18,14 @@ SavingProblem problemOf(const QSaveFile& file, const std::filesystem::path& path
 
 }
 
-std::optional<SavingProblem> FileSaving::write(const std::filesystem::path& path, std::string_view content)
+std::optional<SavingProblem> FileSaving::write(const std::filesystem::path& path, std::string_view content,
+                                               Readers readers)
 {
     QSaveFile file{QString::fromStdString(path.string())};
     if (!file.open(QIODevice::WriteOnly))
         return problemOf(file, path);
+    if (readers == Readers::owner)
+        file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
     const auto size = static_cast<qint64>(content.size());
     if (file.write(content.data(), size) != size) {
         const auto problem = problemOf(file, path);

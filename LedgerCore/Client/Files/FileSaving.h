@@ -12,10 +12,14 @@ enum class SavingProblem {
     other
 };
 
-/// Writing files where a person wants them. Blocks: for workers.
+/// Writing files whole or not at all. Blocks: for workers.
 namespace FileSaving {
 
+/// Who may read a file: whom the system lets by default, or nobody but its owner.
+enum class Readers { usual, owner };
+
 /// The file holds exactly `content`, durably, or what stood in its place before is untouched and the reason is given.
-std::optional<SavingProblem> write(const std::filesystem::path& path, std::string_view content);
+std::optional<SavingProblem> write(const std::filesystem::path& path, std::string_view content,
+                                   Readers readers = Readers::usual);
 
 }

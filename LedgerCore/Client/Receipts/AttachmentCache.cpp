@@ -1,7 +1,6 @@
 #include "LedgerCore/Client/Receipts/AttachmentCache.h"
 
 #include <QCryptographicHash>
-#include <QSaveFile>
 #include <QTemporaryDir>
 
 namespace fs = std::filesystem;
@@ -48,14 +47,4 @@ void AttachmentCache::clear()
     std::error_code failure;
     for (const auto& each : fs::directory_iterator{m_folder->path().toStdString(), failure})
         fs::remove_all(each.path(), failure);
-}
-
-bool writePrivateFile(const fs::path& path, const std::string& content)
-{
-    QSaveFile file{QString::fromStdString(path.string())};
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    const auto size = static_cast<qint64>(content.size());
-    return file.write(content.data(), size) == size && file.commit();
 }

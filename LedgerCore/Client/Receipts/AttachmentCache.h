@@ -28,6 +28,3 @@ private:
 
     std::unique_ptr<QTemporaryDir> m_folder;
 };
-
-/// Writes a whole file for this user alone, or leaves none.
-bool writePrivateFile(const std::filesystem::path& path, const std::string& content);

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QPointer>
 
+#include "LedgerCore/Client/Files/FileSaving.h"
 #include "LedgerCore/Client/Receipts/AttachmentCache.h"
 #include "LedgerCore/Client/Receipts/AttachmentFilename.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
@@ -105,7 +106,7 @@ QCoro::Task<Result<std::filesystem::path>> LedgerStore::download(std::string id)
         co_return std::unexpected(clientError(ClientCode::unknown));
     const auto isWritten = std::make_shared<bool>(false);
     auto writing = runForSize(onWorker, [isWritten, path = *place, content = std::move(reply->body)] {
-        *isWritten = writePrivateFile(path, content);
+        *isWritten = !FileSaving::write(path, content, FileSaving::Readers::owner);
     });
     co_await writing;
     if (!self)

@@ -1,11 +1,8 @@
 #include "LedgerUI/Screens/Accounts/AccountNoticeView.h"
 
-#include <QApplication>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
-#include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/SetupStep.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -32,17 +29,11 @@ QString glyphOf(Reason reason)
 
 }
 
-AccountNoticeView::AccountNoticeView(QWidget* parent) : QWidget{parent}
-{
-    setObjectName(QStringLiteral("accountNotice"));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-}
+AccountNoticeView::AccountNoticeView(QWidget* parent) : NoticeView{QStringLiteral("accountNotice"), parent} {}
 
 void AccountNoticeView::present(const AccountNotice& notice, const std::optional<SetupChecklist>& setup)
 {
-    auto* state = new EmptyState(glyphOf(notice.reason), this);
-    state->setTexts(notice.headline, notice.sentence);
+    auto* state = madeState(glyphOf(notice.reason), notice.headline, notice.sentence);
     if (notice.offer) {
         auto* button = new QPushButton(notice.offer->text, state);
         button->setObjectName(QStringLiteral("accountRemedy"));
@@ -52,7 +43,7 @@ void AccountNoticeView::present(const AccountNotice& notice, const std::optional
     }
     if (setup && notice.reason == Reason::noAccounts)
         addSteps(state, *setup);
-    replace(state);
+    replaceBy(state);
 }
 
 /// Steps that are done say so in place of their button; the next one stands out.
@@ -71,27 +62,4 @@ void AccountNoticeView::addSteps(EmptyState* state, const SetupChecklist& setup)
         state->addStep(
             new SetupStep(number++, step.title, step.whyNot.isEmpty() ? step.sentence : step.whyNot, button, state));
     }
-}
-
-void AccountNoticeView::presentWaiting(const QString& text)
-{
-    auto* state = new EmptyState(QStringLiteral("hourglass"), this);
-    state->setTexts(text, {});
-    replace(state);
-}
-
-void AccountNoticeView::replace(EmptyState* state)
-{
-    const bool hadFocus = m_state && m_state->isAncestorOf(QApplication::focusWidget());
-    if (m_state) {
-        m_state->hide();
-        m_state->deleteLater();
-        // Nobody shall find the buttons of a notice that is gone.
-        m_state->setParent(nullptr);
-    }
-    m_state = state;
-    layout()->addWidget(state);
-    setFocusProxy(FocusChain::firstStop(state));
-    if (hadFocus)
-        setFocus(Qt::OtherFocusReason);
 }

@@ -1,8 +1,6 @@
 #include "LedgerUI/Screens/Ledger/LedgerNoticeView.h"
 
-#include <QApplication>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
@@ -43,17 +41,11 @@ QString nameOf(Remedy remedy)
 
 }
 
-LedgerNoticeView::LedgerNoticeView(QWidget* parent) : QWidget{parent}
-{
-    setObjectName(QStringLiteral("ledgerNotice"));
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-}
+LedgerNoticeView::LedgerNoticeView(QWidget* parent) : NoticeView{QStringLiteral("ledgerNotice"), parent} {}
 
 void LedgerNoticeView::present(const LedgerNotice& notice)
 {
-    auto* state = new EmptyState(glyphOf(notice.reason), this);
-    state->setTexts(notice.headline, notice.sentence);
+    auto* state = madeState(glyphOf(notice.reason), notice.headline, notice.sentence);
     for (const auto& offer : notice.offers) {
         const bool records = offer.remedy == Remedy::record;
         state->addButton(buttonFor(offer, records ? new PrimaryButton(state) : new QPushButton(state)));
@@ -63,7 +55,7 @@ void LedgerNoticeView::present(const LedgerNotice& notice)
         auto* button = buttonFor(step.offer, number == 1 ? new PrimaryButton(state) : new QPushButton(state));
         state->addStep(new SetupStep(number++, step.title, step.sentence, button, state));
     }
-    replace(state);
+    replaceBy(state);
 }
 
 QPushButton* LedgerNoticeView::buttonFor(const LedgerNotice::Offer& offer, QPushButton* button)
@@ -84,32 +76,4 @@ QPushButton* LedgerNoticeView::buttonFor(const LedgerNotice::Offer& offer, QPush
         }
     });
     return button;
-}
-
-void LedgerNoticeView::presentWaiting(const QString& text)
-{
-    auto* state = new EmptyState(QStringLiteral("hourglass"), this);
-    state->setTexts(text, {});
-    replace(state);
-}
-
-QWidget* LedgerNoticeView::firstStop() const
-{
-    return m_state ? m_state->findChild<QPushButton*>() : nullptr;
-}
-
-void LedgerNoticeView::replace(EmptyState* state)
-{
-    const bool hadFocus = m_state && m_state->isAncestorOf(QApplication::focusWidget());
-    if (m_state) {
-        m_state->hide();
-        m_state->deleteLater();
-        // Nobody shall find the buttons of a notice that is gone.
-        m_state->setParent(nullptr);
-    }
-    m_state = state;
-    layout()->addWidget(state);
-    setFocusProxy(firstStop());
-    if (hadFocus)
-        setFocus(Qt::OtherFocusReason);
 }

@@ -1,22 +1,17 @@
 #pragma once
 
-#include <QWidget>
-
+#include "LedgerUI/Components/Table/NoticeView.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
 
-class EmptyState;
 class QPushButton;
 
 /// What stands in the table's place while nothing is shown.
-class LedgerNoticeView final : public QWidget {
+class LedgerNoticeView final : public NoticeView {
     Q_OBJECT
 public:
     explicit LedgerNoticeView(QWidget* parent = nullptr);
 
     void present(const LedgerNotice& notice);
-    /// While a large ledger is being made ready.
-    void presentWaiting(const QString& text);
-    [[nodiscard]] QWidget* firstStop() const;
 
 Q_SIGNALS:
     void recordWanted();
@@ -26,7 +21,4 @@ Q_SIGNALS:
 private:
     /// Makes `button` the one that carries out the offer.
     QPushButton* buttonFor(const LedgerNotice::Offer& offer, QPushButton* button);
-    void replace(EmptyState* state);
-
-    EmptyState* m_state = nullptr;
 };
