@@ -128,6 +128,7 @@ const WordTable& capitalWords()
         {"baseline.recorded", "记录于 %1", "Dicatat pada %1", "Ghi nhận ngày %1", "Recorded on %1"},
         {"baseline.superseded", "记录于 %1，已被取代", "Dicatat pada %1, telah digantikan",
          "Ghi nhận ngày %1, đã được thay thế", "Recorded on %1, superseded"},
+        {"detail", "出资详情", "Rincian setoran modal", "Chi tiết khoản góp vốn", "Contribution details"},
         {"detail.date", "日期", "Tanggal", "Ngày", "Date"},
         {"detail.account", "收款账户", "Rekening", "Nhận vào", "Received in"},
         {"detail.note", "备注", "Catatan", "Ghi chú", "Note"},

@@ -2,14 +2,10 @@
 
 #include <QAction>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Chart/SparklineView.h"
-#include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Page/WrapLayout.h"
@@ -26,7 +22,6 @@
 
 namespace {
 
-constexpr int headHeight = 38;
 constexpr int dayColumn = 48;
 
 QString text(std::string_view key)
@@ -36,56 +31,27 @@ QString text(std::string_view key)
 
 }
 
-AccountDetailPane::AccountDetailPane(ActionSet& actions, QWidget* parent) : QFrame{parent}, m_actions{actions}
+AccountDetailPane::AccountDetailPane(ActionSet& actions, QWidget* parent)
+    : DetailPane{{.pane = QStringLiteral("accountDetail"),
+                  .headline = QStringLiteral("accountName"),
+                  .close = QStringLiteral("accountDetailClose")},
+                 parent},
+      m_actions{actions}
 {
-    setObjectName(QStringLiteral("accountDetail"));
-    setMinimumWidth(Space::detailPaneMinimum);
-    setMaximumWidth(Space::detailPaneMaximum);
-    setAutoFillBackground(true);
-    m_glyph = new GlyphLabel(QStringLiteral("bank"), Token::text2, Space::icon, this);
-    m_headline = new TextLabel(TypeStep::body, Token::text, this);
-    m_headline->setObjectName(QStringLiteral("accountName"));
-    m_headline->setTextFormat(Qt::PlainText);
-    m_headline->setBold(true);
-    m_headline->setWordWrap(true);
-    m_headline->setMinimumHeight(headHeight - Space::step1);
-    m_close = new IconButton(QStringLiteral("x-lg"), IconButton::Frame::none, this);
-    m_close->setObjectName(QStringLiteral("accountDetailClose"));
-    m_scroll = new QScrollArea(this);
-    m_scroll->setObjectName(QStringLiteral("accountDetailScroll"));
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
-    m_scroll->viewport()->setAutoFillBackground(false);
     buildFoot();
-    auto* head = new QHBoxLayout;
-    head->setContentsMargins(Space::pageMargin, Space::step1, Space::step1, 0);
-    head->setSpacing(Space::step2);
-    head->addWidget(m_glyph);
-    head->addWidget(m_headline, 1);
-    head->addWidget(m_close, 0, Qt::AlignTop);
-    auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(1, 0, 0, 0);
-    rows->setSpacing(0);
-    rows->addLayout(head);
-    rows->addWidget(m_scroll, 1);
-    rows->addWidget(m_foot);
-    connect(m_close, &QToolButton::clicked, this, &AccountDetailPane::closeWanted);
     retranslate();
 }
 
 void AccountDetailPane::buildFoot()
 {
-    m_foot = new QFrame(this);
-    m_foot->setObjectName(QStringLiteral("accountFoot"));
-    auto* buttons = new WrapLayout(m_foot, Space::step2);
+    auto* buttons = new WrapLayout(&foot(), Space::step2);
     buttons->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
     auto* edit = footButton(m_actions[QStringLiteral("editAccount")], QStringLiteral("accountEdit"));
     edit->setIcon(Icon::of(QStringLiteral("pencil"), Token::text));
     edit->setIconSize({Space::iconBeforeText, Space::icon});
     buttons->addWidget(edit);
     buttons->addWidget(footButton(m_actions[QStringLiteral("openingBalance")], QStringLiteral("accountOpening")));
-    m_more = new IconButton(QStringLiteral("three-dots"), IconButton::Frame::outlined, m_foot);
+    m_more = new IconButton(QStringLiteral("three-dots"), IconButton::Frame::outlined, &foot());
     m_more->setObjectName(QStringLiteral("accountMore"));
     connect(m_more, &QToolButton::clicked, this,
             [this] { Q_EMIT menuWanted(m_more->mapToGlobal(QPoint{0, m_more->height()})); });
@@ -94,7 +60,7 @@ void AccountDetailPane::buildFoot()
 
 QPushButton* AccountDetailPane::footButton(QAction* action, const QString& name)
 {
-    auto* button = new QPushButton(m_foot);
+    auto* button = new QPushButton(&foot());
     button->setObjectName(name);
     const auto follow = [this, button, action] {
         button->setText(action->text());
@@ -112,8 +78,8 @@ QPushButton* AccountDetailPane::footButton(QAction* action, const QString& name)
 
 void AccountDetailPane::presentFoot()
 {
-    m_foot->setVisible(m_shown.has_value());
-    m_foot->updateGeometry();
+    foot().setVisible(m_shown.has_value());
+    foot().updateGeometry();
 }
 
 void AccountDetailPane::present(const AccountDetail& detail, const LedgerSnapshot& snapshot)
@@ -121,8 +87,7 @@ void AccountDetailPane::present(const AccountDetail& detail, const LedgerSnapsho
     if (m_shown == detail)
         return;
     m_shown = detail;
-    m_glyph->setGlyph(detail.glyph, Token::text2);
-    m_headline->setText(detail.name);
+    setHead(detail.glyph, Token::text2, detail.name);
     auto* body = new LedgerDetailBody;
     body->addText(detail.balanceLabel, Token::text2);
     body->addAmount(detail.balance, detail.balance.sign == MoneyText::Sign::minus ? Token::danger : Token::text, false);
@@ -149,8 +114,7 @@ void AccountDetailPane::present(const AccountDetail& detail, const LedgerSnapsho
 void AccountDetailPane::presentNothing()
 {
     m_shown.reset();
-    m_glyph->setGlyph(QStringLiteral("bank"), Token::text3);
-    m_headline->setText({});
+    setHead(QStringLiteral("bank"), Token::text3, {});
     auto* body = new LedgerDetailBody;
     body->addText(text("detail.none"), Token::text2);
     showBody(body);
@@ -207,30 +171,12 @@ QWidget* AccountDetailPane::movementRow(const AccountDetail::Movement& movement,
 void AccountDetailPane::retranslate()
 {
     m_shown.reset();
-    setAccessibleName(text("detail"));
-    m_close->setName(text("detail.close"));
+    setSpoken(text("detail"), text("detail.close"));
     m_more->setName(text("more"));
-}
-
-QWidget* AccountDetailPane::firstStop() const
-{
-    return m_close;
-}
-
-void AccountDetailPane::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        Q_EMIT left();
-    else
-        QFrame::keyPressEvent(event);
 }
 
 void AccountDetailPane::showBody(LedgerDetailBody* body)
 {
     body->finish();
-    // The old body may be where the click came from: it goes once that is over.
-    if (auto* old = m_scroll->takeWidget())
-        old->deleteLater();
-    m_scroll->setWidget(body);
-    FocusChain::insert(m_close, body);
+    setBody(body);
 }

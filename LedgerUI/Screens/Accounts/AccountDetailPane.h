@@ -2,21 +2,17 @@
 
 #include <optional>
 
-#include <QFrame>
-
+#include "LedgerUI/Components/Table/DetailPane.h"
 #include "LedgerUI/Presentation/Accounts/AccountDetail.h"
 
 class ActionSet;
-class GlyphLabel;
 class IconButton;
 class LedgerDetailBody;
 class QAction;
 class QPushButton;
-class QScrollArea;
-class TextLabel;
 
 /// The pane beside the accounts: one of them in one of its currencies, and below it what can be done with it.
-class AccountDetailPane final : public QFrame {
+class AccountDetailPane final : public DetailPane {
     Q_OBJECT
 public:
     /// `actions` has the actions on the chosen account.
@@ -27,16 +23,8 @@ public:
     void presentNothing();
     void retranslate();
 
-    [[nodiscard]] QWidget* firstStop() const;
-
 Q_SIGNALS:
-    void closeWanted();
-    /// Esc: the focus wants to go back to where it came from.
-    void left();
     void menuWanted(QPoint place);
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buildFoot();
@@ -49,10 +37,5 @@ private:
 
     ActionSet& m_actions;
     std::optional<AccountDetail> m_shown; // nothing yet, or not in this language
-    GlyphLabel* m_glyph = nullptr;
-    TextLabel* m_headline = nullptr;
-    IconButton* m_close = nullptr;
-    QScrollArea* m_scroll = nullptr;
-    QFrame* m_foot = nullptr;
     IconButton* m_more = nullptr;
 };

@@ -2,12 +2,9 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
-#include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/SelectableText.h"
@@ -32,73 +29,45 @@ TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent
 
 }
 
-ContributionPane::ContributionPane(QWidget* parent) : QFrame{parent}
+ContributionPane::ContributionPane(QWidget* parent)
+    : DetailPane{{.pane = QStringLiteral("detailPane"),
+                  .headline = QStringLiteral("contributionOwner"),
+                  .close = QStringLiteral("contributionClose")},
+                 parent}
 {
-    setObjectName(QStringLiteral("detailPane"));
-    setMinimumWidth(Space::detailPaneMinimum);
-    setMaximumWidth(Space::detailPaneMaximum);
-    setAutoFillBackground(true);
-    m_headline = new TextLabel(TypeStep::section, Token::text, this);
-    m_headline->setObjectName(QStringLiteral("contributionOwner"));
-    m_headline->setTextFormat(Qt::PlainText);
-    m_headline->setWordWrap(true);
-    m_close = new IconButton(QStringLiteral("x-lg"), IconButton::Frame::none, this);
-    m_close->setObjectName(QStringLiteral("contributionClose"));
-    m_scroll = new QScrollArea(this);
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
-    m_scroll->viewport()->setAutoFillBackground(false);
-    m_foot = new QWidget(this);
-    auto* footRow = new QHBoxLayout(m_foot);
+    auto* footRow = new QHBoxLayout(&foot());
     footRow->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
-    auto* head = new QHBoxLayout;
-    head->setContentsMargins(Space::pageMargin, Space::step2, Space::step1, Space::step1);
-    head->addWidget(m_headline, 1);
-    head->addWidget(m_close, 0, Qt::AlignTop);
-    auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(1, 0, 0, 0);
-    rows->setSpacing(0);
-    rows->addLayout(head);
-    rows->addWidget(m_scroll, 1);
-    rows->addWidget(m_foot);
-    m_foot->hide();
-    connect(m_close, &QToolButton::clicked, this, &ContributionPane::closeWanted);
+    foot().hide();
 }
 
 void ContributionPane::setReverseAction(QAction* action)
 {
-    m_reverse = new QPushButton(m_foot);
+    m_reverse = new QPushButton(&foot());
     followAction(*m_reverse, *action);
     m_reverse->setIcon(Icon::of(QStringLiteral("arrow-counterclockwise"), Token::text));
     m_reverse->setIconSize({Space::iconBeforeText, Space::icon});
-    auto* row = static_cast<QHBoxLayout*>(m_foot->layout());
+    auto* row = static_cast<QHBoxLayout*>(foot().layout());
     row->addWidget(m_reverse);
     row->addStretch(1);
 }
 
-QWidget* ContributionPane::firstStop() const
-{
-    return m_close;
-}
-
 void ContributionPane::present(const std::optional<ContributionDetail>& detail, const ThemeColor& ink)
 {
-    m_close->setName(word(dialogWords(), "close"));
-    m_foot->setVisible(m_reverse && detail && !detail->isReversal && !detail->isReversed);
-    if (detail == m_shown && m_scroll->widget())
+    setSpoken(word(capitalWords(), "detail"), word(dialogWords(), "close"));
+    foot().setVisible(m_reverse && detail && !detail->isReversal && !detail->isReversed);
+    if (detail == m_shown && body())
         return;
     m_shown = detail;
     m_ink = ink;
-    m_headline->setText(detail ? detail->owner : QString{});
-    auto* body = new QWidget;
-    auto* rows = new QVBoxLayout(body);
+    setHead({}, Token::text, detail ? detail->owner : QString{});
+    auto* filled = new QWidget;
+    auto* rows = new QVBoxLayout(filled);
     rows->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, Space::pageMargin);
     rows->setSpacing(Space::step2);
     if (detail)
         fill(*detail, *rows);
     rows->addStretch(1);
-    m_scroll->setWidget(body);
+    setBody(filled);
 }
 
 void ContributionPane::fill(const ContributionDetail& detail, QVBoxLayout& rows)
@@ -153,12 +122,4 @@ QPushButton* ContributionPane::link(const QString& text, const QString& name)
     button->setProperty("kind", QStringLiteral("link"));
     button->setCursor(Qt::PointingHandCursor);
     return button;
-}
-
-void ContributionPane::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        Q_EMIT left();
-    else
-        QFrame::keyPressEvent(event);
 }

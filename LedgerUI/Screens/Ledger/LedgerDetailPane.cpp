@@ -3,17 +3,9 @@
 #include <utility>
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QVBoxLayout>
 
-#include "LedgerUI/Components/Buttons/IconButton.h"
-#include "LedgerUI/Components/Dialogs/FocusChain.h"
-#include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
@@ -25,8 +17,6 @@
 
 namespace {
 
-constexpr int headHeight = 38;
-
 QString text(std::string_view key)
 {
     return word(ledgerWords(), key);
@@ -34,47 +24,14 @@ QString text(std::string_view key)
 
 }
 
-LedgerDetailPane::LedgerDetailPane(QWidget* parent) : QFrame{parent}
+LedgerDetailPane::LedgerDetailPane(QWidget* parent)
+    : DetailPane{{.pane = QStringLiteral("detailPane"),
+                  .headline = QStringLiteral("detailHeadline"),
+                  .close = QStringLiteral("detailClose")},
+                 parent}
 {
-    setObjectName(QStringLiteral("detailPane"));
-    setMinimumWidth(Space::detailPaneMinimum);
-    setMaximumWidth(Space::detailPaneMaximum);
-    setAutoFillBackground(true);
-    m_glyph = new GlyphLabel(QStringLiteral("wallet2"), Token::text2, Space::icon, this);
-    m_headline = new TextLabel(TypeStep::body, Token::text, this);
-    m_headline->setObjectName(QStringLiteral("detailHeadline"));
-    m_headline->setBold(true);
-    m_close = new IconButton(QStringLiteral("x-lg"), IconButton::Frame::none, this);
-    m_close->setObjectName(QStringLiteral("detailClose"));
-    m_scroll = new QScrollArea(this);
-    m_scroll->setObjectName(QStringLiteral("detailScroll"));
-    m_scroll->setWidgetResizable(true);
-    m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
-    m_scroll->viewport()->setAutoFillBackground(false);
-    auto* place = new QWidget;
-    m_bodyRow = new QVBoxLayout(place);
-    m_bodyRow->setContentsMargins(0, 0, 0, 0);
-    m_scroll->setWidget(place);
-    m_foot = new QFrame(this);
-    m_foot->setObjectName(QStringLiteral("detailFoot"));
-    m_footRow = new QHBoxLayout(m_foot);
+    m_footRow = new QHBoxLayout(&foot());
     m_footRow->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
-
-    auto* head = new QHBoxLayout;
-    head->setContentsMargins(Space::pageMargin, Space::step1, Space::step1, 0);
-    head->setSpacing(Space::step2);
-    head->addWidget(m_glyph);
-    head->addWidget(m_headline, 1);
-    head->addWidget(m_close);
-    auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(1, 0, 0, 0);
-    rows->setSpacing(0);
-    rows->addLayout(head);
-    rows->addWidget(m_scroll, 1);
-    rows->addWidget(m_foot);
-    m_headline->setMinimumHeight(headHeight - Space::step1);
-    connect(m_close, &QToolButton::clicked, this, &LedgerDetailPane::closeWanted);
     connect(new ReceiptInput(*this), &ReceiptInput::given, this, &LedgerDetailPane::takeFiles);
     retranslate();
 }
@@ -83,7 +40,8 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
 {
     if (!adopt(Entry{.detail = detail, .kindColor = kindColor, .isBusy = isBusy}))
         return;
-    setHead(entryKindGlyph(detail.kind), detail.kindTitle, kindColor, kindColor);
+    setHead(entryKindGlyph(detail.kind), kindColor, detail.kindTitle, kindColor);
+    setFoot({});
     auto* body = new LedgerDetailBody;
     for (const auto& amount : detail.amounts) {
         const bool isIncoming = amount.sign == MoneyText::Sign::plus && !detail.isReversed;
@@ -149,7 +107,8 @@ void LedgerDetailPane::presentSelection(const QString& headline, const std::vect
 {
     if (!adopt(Selection{.headline = headline, .sums = sums}))
         return;
-    setHead(QStringLiteral("check2-square"), headline, Token::text2, Token::text);
+    setHead(QStringLiteral("check2-square"), Token::text2, headline);
+    setFoot({});
     auto* body = new LedgerDetailBody;
     if (!sums.empty())
         body->addTotals(sums, text("totals.net"));
@@ -163,10 +122,11 @@ void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
     const bool isShown = std::holds_alternative<LedgerBalances>(m_shown);
     if (!adopt(balances))
         return;
-    auto* shown = isShown ? qobject_cast<LedgerBalancesBody*>(m_body) : nullptr;
+    auto* shown = isShown ? qobject_cast<LedgerBalancesBody*>(body()) : nullptr;
     if (shown && shown->renew(balances))
         return;
-    setHead(QStringLiteral("wallet2"), text("balances"), Token::text2, Token::text);
+    setHead(QStringLiteral("wallet2"), Token::text2, text("balances"));
+    setFoot({});
     auto* body = new LedgerBalancesBody(balances);
     connect(body, &LedgerBalancesBody::accountWanted, this, &LedgerDetailPane::accountWanted);
     showBody(body);
@@ -175,21 +135,7 @@ void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
 void LedgerDetailPane::retranslate()
 {
     m_shown = {};
-    setAccessibleName(text("detail"));
-    m_close->setName(text("detail.close"));
-}
-
-QWidget* LedgerDetailPane::firstStop() const
-{
-    return m_close;
-}
-
-void LedgerDetailPane::keyPressEvent(QKeyEvent* event)
-{
-    if (event->key() == Qt::Key_Escape)
-        Q_EMIT left();
-    else
-        QFrame::keyPressEvent(event);
+    setSpoken(text("detail"), text("detail.close"));
 }
 
 bool LedgerDetailPane::adopt(Shown wanted)
@@ -200,28 +146,10 @@ bool LedgerDetailPane::adopt(Shown wanted)
     return true;
 }
 
-void LedgerDetailPane::setHead(const QString& glyph, const QString& headline, const ThemeColor& glyphColor,
-                               const ThemeColor& headlineColor)
-{
-    m_glyph->setGlyph(glyph, glyphColor);
-    m_headline->setText(headline);
-    m_headline->setInk(headlineColor);
-    setFoot({});
-}
-
 void LedgerDetailPane::showBody(LedgerDetailBody* body)
 {
     body->finish();
-    if (m_body) {
-        // It may be where the click came from, so it goes once that is over; taken out at once it would be styled anew.
-        m_bodyRow->removeWidget(m_body);
-        m_body->hide();
-        m_body->deleteLater();
-    }
-    m_body = body;
-    m_bodyRow->addWidget(body);
-    m_scroll->verticalScrollBar()->setValue(0);
-    m_lastStop = FocusChain::insert(m_close, body);
+    setBody(body);
 }
 
 void LedgerDetailPane::setFoot(const std::vector<QWidget*>& actions)
@@ -233,8 +161,8 @@ void LedgerDetailPane::setFoot(const std::vector<QWidget*>& actions)
         }
         delete item;
     }
-    m_foot->setVisible(!actions.empty());
-    auto* before = m_lastStop;
+    foot().setVisible(!actions.empty());
+    auto* before = lastStop();
     for (auto* action : actions) {
         m_footRow->addWidget(action);
         setTabOrder(before, action);
