@@ -2,36 +2,23 @@
 
 #include <utility>
 
-#include <QCoro/QCoroFuture>
-#include <QtConcurrent/QtConcurrentRun>
-
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Period/PeriodGrid.h"
 
-namespace {
-
-constexpr std::size_t answeredAtOnce = 2000; // entries that are looked through within a frame
-
+LedgerBrowser::LedgerBrowser(QObject* parent)
+    : QObject{parent}, m_answers{this,
+                                 {.entriesAtOnce = 2000,
+                                  .question = [this] { return question(); },
+                                  .answer = &LedgerBrowser::answer,
+                                  .take =
+                                      [this](Answer answered, bool isLast) {
+                                          m_latest = answered.listing->book;
+                                          if (isLast)
+                                              adopt(std::move(answered));
+                                      }}}
+{
 }
-
-/// All that an answer depends on, held so that a worker may look at it.
-struct LedgerBrowser::Question {
-    SnapshotPointer snapshot;
-    std::string locale;
-    LedgerQuery query;
-    LedgerListingPointer before;
-    LedgerBookPointer latest;   // the newest book at hand, of these books or of earlier ones
-    bool choosesPeriod = false; // nobody has asked for one yet
-};
-
-struct LedgerBrowser::Answer {
-    SnapshotPointer snapshot; // the books that it is about
-    LedgerListingPointer listing;
-    RowChange change;
-};
-
-LedgerBrowser::LedgerBrowser(QObject* parent) : QObject{parent} {}
 
 void LedgerBrowser::open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today)
 {
@@ -64,7 +51,7 @@ bool LedgerBrowser::reveal(std::string_view id)
     const auto at = shown ? shown->find(id) : LedgerBook::none;
     if (at == LedgerBook::none)
         return false;
-    if (!m_isWorking && m_listing->places[at] >= 0)
+    if (!isPreparing() && m_listing->places[at] >= 0)
         return true;
     LedgerFilter wider{.period = m_query.filter.period};
     const auto& date = shown->transaction(at).date;
@@ -98,14 +85,7 @@ LedgerBrowser::Answer LedgerBrowser::answer(const Question& question)
         query.filter.period = openingPeriod(book->counts(), query.today);
     auto listing = releasedByWorker<LedgerListing>(listingOf(std::move(book), std::move(query)));
     auto change = changeBetween(before, *listing);
-    return {question.snapshot, std::move(listing), std::move(change)};
-}
-
-QCoro::Task<LedgerBrowser::Answer> LedgerBrowser::answerOnWorker(Question question)
-{
-    auto future = QtConcurrent::run([](const Question& asked) { return answer(asked); }, std::move(question));
-    auto answer = co_await future;
-    co_return answer;
+    return {std::move(listing), std::move(change)};
 }
 
 LedgerBrowser::Question LedgerBrowser::question() const
@@ -116,6 +96,7 @@ LedgerBrowser::Question LedgerBrowser::question() const
 void LedgerBrowser::ask()
 {
     if (!m_snapshot) {
+        m_answers.forget();
         m_listing.reset();
         m_latest.reset();
         m_hasFilter = false;
@@ -123,32 +104,15 @@ void LedgerBrowser::ask()
         Q_EMIT changed();
         return;
     }
-    if (m_isWorking) {
-        m_hasChanged = true;
-        return;
-    }
-    if (m_snapshot->transactions.size() <= answeredAtOnce) {
-        adopt(answer(question()));
-        return;
-    }
-    m_isWorking = true;
-    m_hasChanged = false;
-    Q_EMIT changed();
-    QCoro::connect(answerOnWorker(question()), this, [this](Answer answered) {
-        m_isWorking = false;
-        m_latest = answered.listing->book;
-        // An answer about other books, or to a question that has changed, is never shown.
-        if (m_hasChanged)
-            ask();
-        else
-            adopt(std::move(answered));
-    });
+    const bool wasPreparing = isPreparing();
+    m_answers.ask(m_snapshot->transactions.size());
+    if (isPreparing() && !wasPreparing)
+        Q_EMIT changed();
 }
 
 void LedgerBrowser::adopt(Answer answered)
 {
     m_query.filter = answered.listing->query.filter;
-    m_latest = answered.listing->book;
     m_listing = std::move(answered.listing);
     m_change = std::move(answered.change);
     Q_EMIT changed();

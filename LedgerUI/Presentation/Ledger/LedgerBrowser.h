@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include <QCoro/QCoroTask>
 #include <QObject>
 
+#include "LedgerCore/Client/Snapshots/LatestAnswer.h"
 #include "LedgerUI/Presentation/Ledger/LedgerListing.h"
 
 /// Where a person stands in the ledger: the books, what narrows them, their order, and the entries that result. Lives
@@ -37,7 +37,7 @@ public:
     [[nodiscard]] std::chrono::year_month_day today() const { return m_query.today; }
     [[nodiscard]] PeriodCounts counts() const { return m_listing ? m_listing->book->counts() : PeriodCounts{}; }
     /// Whether an answer is still being worked out.
-    [[nodiscard]] bool isPreparing() const { return m_isWorking; }
+    [[nodiscard]] bool isPreparing() const { return m_answers.isWorking(); }
     /// Whether the page opened on another month because this one has no entries, and still shows it.
     [[nodiscard]] bool showsLatestInstead() const;
 
@@ -45,10 +45,20 @@ Q_SIGNALS:
     void changed();
 
 private:
-    struct Question;
-    struct Answer;
+    /// All that an answer depends on, held so that a worker may look at it.
+    struct Question {
+        SnapshotPointer snapshot;
+        std::string locale;
+        LedgerQuery query;
+        LedgerListingPointer before;
+        LedgerBookPointer latest;   // the newest book at hand, of these books or of earlier ones
+        bool choosesPeriod = false; // nobody has asked for one yet
+    };
+    struct Answer {
+        LedgerListingPointer listing;
+        RowChange change;
+    };
     static Answer answer(const Question& question);
-    static QCoro::Task<Answer> answerOnWorker(Question question);
     [[nodiscard]] Question question() const;
     void ask();
     void adopt(Answer answer);
@@ -60,6 +70,5 @@ private:
     LedgerBookPointer m_latest;
     RowChange m_change;
     bool m_hasFilter = false; // asked for, rather than the one that the page opens with
-    bool m_isWorking = false;
-    bool m_hasChanged = false; // since the question that is being worked on was asked
+    LatestAnswer<Question, Answer> m_answers;
 };

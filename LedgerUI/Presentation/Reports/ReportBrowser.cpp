@@ -2,26 +2,21 @@
 
 #include <utility>
 
-#include <QCoro/QCoroFuture>
-#include <QtConcurrent/QtConcurrentRun>
-
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
 #include "LedgerUI/Presentation/Period/PeriodGrid.h"
 
-namespace {
-
-constexpr std::size_t answeredAtOnce = 1000; // entries whose figures take less than a frame
-
+ReportBrowser::ReportBrowser(QObject* parent)
+    : QObject{parent}, m_answers{this,
+                                 {.entriesAtOnce = 1000,
+                                  .question = [this] { return question(); },
+                                  .answer = &ReportBrowser::answer,
+                                  .take =
+                                      [this](ReportSheetPointer sheet, bool isLast) {
+                                          if (isLast)
+                                              adopt(std::move(sheet));
+                                      }}}
+{
 }
-
-/// All that an answer depends on, held so that a worker may look at it.
-struct ReportBrowser::Question {
-    SnapshotPointer snapshot;
-    std::string locale;
-    ReportQuery query;
-    ReportBooksPointer books; // of this or an earlier snapshot
-    bool isPeriodOpen = false;
-};
 
 void ReportBrowser::open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today)
 {
@@ -51,13 +46,6 @@ ReportSheetPointer ReportBrowser::answer(const Question& question)
     return releasedByWorker<ReportSheet>(reportSheet(std::move(books), std::move(query), question.locale));
 }
 
-QCoro::Task<ReportSheetPointer> ReportBrowser::answerOnWorker(Question question)
-{
-    auto future = QtConcurrent::run([](const Question& asked) { return answer(asked); }, std::move(question));
-    auto sheet = co_await future;
-    co_return sheet;
-}
-
 ReportBrowser::Question ReportBrowser::question() const
 {
     return {m_snapshot, m_locale, m_query, m_sheet ? m_sheet->books : nullptr, m_isPeriodOpen};
@@ -65,30 +53,14 @@ ReportBrowser::Question ReportBrowser::question() const
 
 void ReportBrowser::ask()
 {
-    if (!m_snapshot) {
-        m_sheet.reset();
-        m_isPeriodOpen = true;
-        Q_EMIT changed();
+    if (m_snapshot) {
+        m_answers.ask(m_snapshot->transactions.size());
         return;
     }
-    if (m_isWorking) {
-        m_hasChanged = true;
-        return;
-    }
-    if (m_snapshot->transactions.size() <= answeredAtOnce) {
-        adopt(answer(question()));
-        return;
-    }
-    m_isWorking = true;
-    m_hasChanged = false;
-    QCoro::connect(answerOnWorker(question()), this, [this](ReportSheetPointer sheet) {
-        m_isWorking = false;
-        // An answer about other books, or to a question that has changed, is never shown.
-        if (m_hasChanged)
-            ask();
-        else
-            adopt(std::move(sheet));
-    });
+    m_answers.forget();
+    m_sheet.reset();
+    m_isPeriodOpen = true;
+    Q_EMIT changed();
 }
 
 void ReportBrowser::adopt(ReportSheetPointer sheet)

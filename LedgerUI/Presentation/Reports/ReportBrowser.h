@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include <QCoro/QCoroTask>
 #include <QObject>
 
+#include "LedgerCore/Client/Snapshots/LatestAnswer.h"
 #include "LedgerUI/Presentation/Reports/ReportSheet.h"
 
 /// Where a person stands in the reports. Lives as long as the page, through refreshes and changes of language. Large
@@ -12,7 +12,7 @@
 class ReportBrowser final : public QObject {
     Q_OBJECT
 public:
-    using QObject::QObject;
+    explicit ReportBrowser(QObject* parent = nullptr);
 
     /// Goes on with another snapshot or language. The first one decides the period to begin with. Null forgets all.
     void open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today);
@@ -26,9 +26,15 @@ Q_SIGNALS:
     void changed();
 
 private:
-    struct Question;
+    /// All that an answer depends on, held so that a worker may look at it.
+    struct Question {
+        SnapshotPointer snapshot;
+        std::string locale;
+        ReportQuery query;
+        ReportBooksPointer books; // of this or an earlier snapshot
+        bool isPeriodOpen = false;
+    };
     static ReportSheetPointer answer(const Question& question);
-    static QCoro::Task<ReportSheetPointer> answerOnWorker(Question question);
     [[nodiscard]] Question question() const;
     void ask();
     void adopt(ReportSheetPointer sheet);
@@ -38,6 +44,5 @@ private:
     ReportQuery m_query;
     ReportSheetPointer m_sheet;
     bool m_isPeriodOpen = true; // the first books decide which one is shown
-    bool m_isWorking = false;
-    bool m_hasChanged = false; // since the question that is being worked on was asked
+    LatestAnswer<Question, ReportSheetPointer> m_answers;
 };

@@ -1,5 +1,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 
+#include <QCoreApplication>
+#include <QThreadPool>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Client/testing/WaitFor.h"
@@ -57,6 +59,25 @@ TEST(LedgerBrowser, AnswersTheLastQuestionAboutALargeBookAndSaysWhatBecameOfTheR
     EXPECT_EQ(rowsShown.front(), 2501U);
     rowsShown.pop_back();
     EXPECT_EQ(rowsBefore, rowsShown) << "each change tells what became of the rows that were shown until then";
+}
+
+TEST(LedgerBrowser, ForgetsABookThatIsStillBeingMadeReady)
+{
+    LedgerBrowser browser;
+    browser.open(largeBooks("left"), "en-US", sampleToday);
+    browser.open(nullptr, "en-US", sampleToday);
+    EXPECT_FALSE(browser.isPreparing());
+    browser.open(largeBooks("entered"), "en-US", sampleToday);
+    waitUntil([&] { return !browser.isPreparing(); });
+    EXPECT_NE(browser.book()->find("entered"), LedgerBook::none);
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
+    EXPECT_NE(browser.book()->find("entered"), LedgerBook::none);
+    browser.open(largeBooks("left again"), "en-US", sampleToday);
+    browser.open(nullptr, "en-US", sampleToday);
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(browser.listing(), nullptr);
 }
 
 TEST(LedgerBrowser, RevealsAnEntryByWideningOnlyWhatHidesIt)
