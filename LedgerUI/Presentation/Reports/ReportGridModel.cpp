@@ -22,9 +22,9 @@ void ReportGridModel::present(ReportGrid grid)
     m_next = {};
 }
 
-void ReportGridModel::drop(const RowChange::Range& rows)
+void ReportGridModel::drop(const RowChange::Range& /*rows*/)
 {
-    m_grid.rows.erase(m_grid.rows.begin() + rows.first, m_grid.rows.begin() + rows.last + 1);
+    // `adopt` lets go of all of them.
 }
 
 void ReportGridModel::adopt(const RowChange& /*change*/)

@@ -173,6 +173,22 @@ TEST(AccountForm, OffersWhoAndWhatTheAccountCanHave)
     EXPECT_TRUE(held.consequence.isEmpty());
 }
 
+TEST(AccountForm, NamesWhoWouldSeeACurrencyMore)
+{
+    const auto snapshot = books().build();
+    const auto subject = subjectOf(snapshot, "Rizky float");
+    auto draft = subject.before;
+    draft.currencies.push_back("SGD");
+    const auto text = [&] {
+        const auto content = AccountForm::content(subject, AccountSubmission{{.draft = draft}}, snapshot, "en-US");
+        return content.currency ? content.currency->text.toStdString() : std::string{};
+    };
+    EXPECT_EQ(text(), "Everyone who sees this account will see SGD too: Nguyễn Thị Hương, Dewi Anggraini.")
+        << "all but who is asked";
+    draft.currencies.pop_back();
+    EXPECT_EQ(text(), "");
+}
+
 /// A right that was taken away, or an account that is gone, is said while the form is still open.
 TEST(AccountForm, SaysWhatKeepsItFromBeingSentAtAll)
 {

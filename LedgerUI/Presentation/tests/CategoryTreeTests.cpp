@@ -128,9 +128,15 @@ TEST(PresetChoices, KnowWhatIsThereAndMakeTheRest)
     ASSERT_FALSE(groups.empty());
     const auto first = PresetChoices::presets("expense", groups.front().id, {}, snapshot, english);
     ASSERT_FALSE(first.empty());
+    const auto present = [&] {
+        const auto choices = PresetChoices::presets("expense", groups.front().id, {}, snapshot, english);
+        return std::ranges::count(choices, true, &PresetChoice::isPresent);
+    };
+    EXPECT_EQ(present(), 0);
     snapshot.categories[4].presetID = first.front().id;
-    const auto again = PresetChoices::presets("expense", groups.front().id, {}, snapshot, english);
-    EXPECT_TRUE(again.front().isPresent);
+    EXPECT_EQ(present(), 1);
+    snapshot.categories[4].archived = true;
+    EXPECT_EQ(present(), 0) << "an archived one can be made again";
     const auto made = PresetChoices::creations({first.front().id}, "utilities");
     ASSERT_EQ(made.size(), 1U);
     EXPECT_EQ(made.front().names.size(), 4U);

@@ -119,4 +119,17 @@ TEST(LedgerTableModel, CopiesRowsForSpreadsheetsAndReadsCellsAloud)
     EXPECT_FALSE(watched.model.repeatsDay(rowOf("v1")));
 }
 
+TEST(LedgerTableModel, HeadsItsColumnsAndNothingElse)
+{
+    const WatchedModel watched;
+    const auto& model = watched.model;
+    const int last = model.columnCount() - 1;
+    EXPECT_EQ(model.headerData(0, Qt::Horizontal, Qt::DisplayRole), QStringLiteral("Date"));
+    EXPECT_EQ(model.headerData(last, Qt::Horizontal, Qt::TextAlignmentRole).value<Qt::Alignment>(),
+              Qt::AlignRight | Qt::AlignVCenter);
+    EXPECT_FALSE(model.headerData(last + 1, Qt::Horizontal, Qt::DisplayRole).isValid());
+    EXPECT_FALSE(model.headerData(0, Qt::Vertical, Qt::DisplayRole).isValid());
+    EXPECT_FALSE(LedgerTableModel{}.headerData(0, Qt::Horizontal, Qt::DisplayRole).isValid());
+}
+
 }

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
@@ -5,6 +7,7 @@
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/tests/CapitalSample.h"
 
 using namespace std::chrono_literals;
 
@@ -151,6 +154,18 @@ TEST(ReportAttention, NamesWhatWantsAHand)
                                                               "1 account has no opening balance"}));
     EXPECT_EQ(unconfirmed[1].accountID, "bank");
     EXPECT_TRUE(ReportAttention::items(snapshot().build(), month(today), "en-US").empty());
+}
+
+TEST(ReportAttention, NamesWhatIsOwedToOwnersAndWhatTheyHoldAhead)
+{
+    const auto items = textsOf(ReportAttention::items(capitalSample().books(), month(today), "en-US"));
+    const auto isSaid = [&](const char* text) { return std::ranges::find(items, text) != items.end(); };
+    EXPECT_TRUE(isSaid("IDR\u00a0164,000,000 of allocated dividends is unpaid")) << "two allocations less 25,500,000";
+    EXPECT_TRUE(isSaid("IDR\u00a08,000,000 of dividend advances is not yet applied"));
+    auto broken = capitalSample();
+    broken.books().dividends->movements.front().amountMinor += 1;
+    for (const auto& item : ReportAttention::items(broken.books(), month(today), "en-US"))
+        EXPECT_NE(item.kind, AttentionItem::Kind::dividendsUnpaid) << "no figure of a section that breaks a rule";
 }
 
 TEST(ReportAttention, CountsOnlyEntriesThatStandAndNeedAReceipt)

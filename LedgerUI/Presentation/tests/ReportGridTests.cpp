@@ -1,0 +1,204 @@
+#include <QStringList>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/testing/SnapshotBuilder.h"
+#include "LedgerUI/Presentation/Reports/ReportMatrixGrids.h"
+#include "LedgerUI/Presentation/Reports/ReportOwnGrids.h"
+#include "LedgerUI/Presentation/Reports/ReportTrend.h"
+
+using namespace std::chrono_literals;
+using Span = Period::Span;
+using Texts = std::vector<std::string>;
+
+namespace {
+
+constexpr auto today = 2026y / 11 / 20;
+constexpr auto english = "en-US";
+
+Period month(std::chrono::year_month_day day)
+{
+    return Period::containing(Span::month, day);
+}
+
+Period between(std::chrono::year_month_day first, int days)
+{
+    const auto period = Period::between(first, std::chrono::sys_days{first} + std::chrono::days{days - 1});
+    require(period.has_value(), "the days are in order");
+    return *period;
+}
+
+SnapshotBuilder books()
+{
+    return snapshot()
+        .account("bank", {"USD"})
+        .account("cash", {"USD", "IDR"})
+        .category("sales", "income", "Sales")
+        .category("premises", "expense", "Premises")
+        .category("rent", "expense", "Rent", "premises")
+        .category("power", "expense", "Power", "premises")
+        .category("wages", "expense", "Wages")
+        .category("stamps", "expense", "Stamps")
+        .category("fees", "expense", "Fees")
+        .expense("l1", "2025-11-10", "bank", "USD", 10'000, "rent")
+        .income("o1", "2026-10-02", "bank", "USD", 40'000, "sales")
+        .expense("o2", "2026-10-03", "bank", "USD", 20'000, "rent")
+        .expense("o3", "2026-10-04", "bank", "USD", 5'000, "power")
+        .income("n1", "2026-11-02", "bank", "USD", 100'000, "sales")
+        .expense("n2", "2026-11-03", "bank", "USD", 25'000, "rent")
+        .expense("n3", "2026-11-05", "bank", "USD", 60'000, "wages")
+        .expense("n4", "2026-11-06", "cash", "USD", 3'000, "premises")
+        .expense("n5", "2026-11-07", "bank", "USD", 100, "stamps")
+        .expense("n6", "2026-11-08", "bank", "USD", 100, "fees")
+        .transfer("n7", "2026-11-09", "bank", "cash", "USD", 7'000)
+        .income("n8", "2026-11-10", "cash", "IDR", 900'000, "sales");
+}
+
+ReportBooks heldOf(const SnapshotBuilder& builder)
+{
+    return ReportBooks{builder.share()};
+}
+
+/// Each row as a person reads it, cell by cell.
+Texts read(const ReportGrid& grid)
+{
+    Texts rows;
+    for (const auto& row : grid.rows) {
+        QStringList cells;
+        for (const auto& cell : row.cells)
+            cells << (cell.beside.isEmpty() ? cell.text : cell.text + QLatin1Char{' '} + cell.beside);
+        rows.push_back(cells.join(QStringLiteral(" | ")).replace(QChar::Nbsp, QLatin1Char{' '}).toStdString());
+    }
+    return rows;
+}
+
+ReportTrend trendOf(const ReportBooks& held, ReportQuery query)
+{
+    query.currency = "USD";
+    query.today = today;
+    auto trend = ReportTrends::trend(held, query, english);
+    EXPECT_TRUE(trend.has_value());
+    return trend.value_or(ReportTrend{});
+}
+
+}
+
+TEST(ReportTrend, ShowsTwelveMonthsUpToTheChosenOne)
+{
+    const auto held = heldOf(books());
+    const auto trend = trendOf(held, {.period = month(today)});
+    ASSERT_EQ(trend.periods.size(), 12U);
+    EXPECT_EQ(trend.periods.front(), month(2025y / 12 / 1));
+    EXPECT_EQ(trend.chosen, 11U);
+    EXPECT_EQ(trend.chart.series[0].values[10], 40'000);
+    EXPECT_EQ(trend.chart.series[1].values[11], -88'200);
+    EXPECT_EQ(trend.chart.series[2].values[11], 11'800);
+    const auto rows = read(trend.table);
+    ASSERT_EQ(rows.size(), 12U);
+    EXPECT_EQ(rows[0], "November 2026 | +1,000.00 | −882.00 | +118.00 | 168.00");
+    EXPECT_EQ(rows[1], "October 2026 | +400.00 | −250.00 | +150.00 | 50.00");
+    EXPECT_EQ(rows[11], "December 2025 | 0.00 | 0.00 | 0.00 | −100.00");
+    const auto year = trendOf(held, {.period = Period::containing(Span::year, today), .part = month(2026y / 10 / 1)});
+    ASSERT_EQ(year.periods.size(), 12U);
+    EXPECT_EQ(year.periods.back(), month(2026y / 12 / 1));
+    EXPECT_EQ(year.chosen, 9U);
+    EXPECT_EQ(year.of, QStringLiteral("October 2026"));
+}
+
+TEST(ReportTrend, FoldsCategoriesUnderTheirParentsLargestFirst)
+{
+    const auto held = heldOf(books());
+    const auto trend = trendOf(held, {.period = month(today)});
+    EXPECT_EQ(read(trend.categories),
+              (Texts{"Wages | 600.00 | 68.0 % | new | new", "Premises | 280.00 | 31.7 % | +12.0 % | +180.0 %",
+                     "Rent | 250.00 | 28.3 % | +25.0 % | +150.0 %", "Premises | 30.00 | 3.4 % | new | new",
+                     "Power | 0.00 | – | −100.0 % | –", "Fees | 1.00 | 0.1 % | new | new",
+                     "Stamps | 1.00 | 0.1 % | new | new", "Total expense | 882.00 | 100.0 % | +252.8 % | +782.0 %"}));
+    const auto income = trendOf(held, {.period = month(today), .side = Movement::income});
+    EXPECT_EQ(read(income.categories), (Texts{"Sales | 1,000.00 | 100.0 % | +150.0 % | new",
+                                              "Total income | 1,000.00 | 100.0 % | +150.0 % | new"}));
+}
+
+TEST(ReportTrend, OffersNoGrainOfMorePeriodsThanAChartShows)
+{
+    const auto held = heldOf(books());
+    const auto grains = [&](int days) { return trendOf(held, {.period = between(2026y / 1 / 1, days)}).grains; };
+    EXPECT_EQ(grains(120).front(), Span::day);
+    EXPECT_EQ(grains(121).front(), Span::week);
+    EXPECT_EQ(grains(121).size(), 4U);
+    EXPECT_EQ(grains(40'000), std::vector{Span::year}) << "years are always on offer";
+    const auto grainFor = [&](int days) { return ReportTrends::grainFor(between(2020y / 1 / 1, days), held, today); };
+    EXPECT_EQ((std::vector{grainFor(31), grainFor(32), grainFor(120), grainFor(121), grainFor(1100), grainFor(1101),
+                           grainFor(3660), grainFor(3661)}),
+              (std::vector{Span::day, Span::week, Span::week, Span::month, Span::month, Span::quarter, Span::quarter,
+                           Span::year}));
+    EXPECT_EQ(ReportTrends::grainFor(Period::allTime(), held, today), Span::month) << "from the first entry to today";
+    EXPECT_EQ(trendOf(held, {.period = month(today), .grain = Span::week}).grain, Span::week);
+    EXPECT_EQ(trendOf(held, {.period = between(2020y / 1 / 1, 2000), .grain = Span::day}).grain, Span::quarter)
+        << "one that is not on offer gives way";
+}
+
+TEST(ReportTrend, DividesAPeriodIntoWholeParts)
+{
+    const auto held = heldOf(books());
+    const auto parts = [&](const Period& period, Span grain) {
+        return ReportTrends::periodsOf(period, grain, held, today);
+    };
+    EXPECT_EQ(parts(between(2026y / 1 / 15, 65), Span::month),
+              (std::vector{month(2026y / 1 / 1), month(2026y / 2 / 1), month(2026y / 3 / 1)}));
+    const auto quarters = parts(between(2026y / 1 / 15, 65), Span::quarter);
+    ASSERT_EQ(quarters.size(), 12U) << "a single one is shown with those before it";
+    EXPECT_EQ(quarters.back(), Period::containing(Span::quarter, 2026y / 2 / 1));
+    EXPECT_EQ(quarters.front(), Period::containing(Span::quarter, 2023y / 5 / 1));
+    const auto all = parts(Period::allTime(), Span::month);
+    EXPECT_EQ(all.size(), 13U);
+    EXPECT_EQ(all.front(), month(2025y / 11 / 10));
+}
+
+TEST(ReportTrend, ComparesWithTheSameTimeAYearBefore)
+{
+    EXPECT_EQ(ReportTrends::yearBefore(month(2024y / 2 / 1)), month(2023y / 2 / 1));
+    EXPECT_EQ(ReportTrends::yearBefore(Period::containing(Span::day, 2024y / 2 / 29)),
+              Period::containing(Span::day, 2023y / 2 / 28));
+    EXPECT_EQ(ReportTrends::yearBefore(Period::containing(Span::week, today))->firstDay(), 2025y / 11 / 17)
+        << "a Monday as well";
+    EXPECT_EQ(ReportTrends::yearBefore(between(2024y / 2 / 20, 10)), Period::between(2023y / 2 / 20, 2023y / 2 / 28));
+    EXPECT_EQ(ReportTrends::yearBefore(Period::allTime()), std::nullopt);
+    const auto change = [](std::int64_t before, std::int64_t now) {
+        return ReportTrends::changeText(before, now, english).replace(QChar::Nbsp, QLatin1Char{' '}).toStdString();
+    };
+    EXPECT_EQ((Texts{change(0, 0), change(0, 5), change(100, 0), change(200, 199), change(1000, 1000)}),
+              (Texts{"–", "new", "−100.0 %", "−0.5 %", "0.0 %"}));
+    EXPECT_EQ((Texts{change(2000, 2001), change(2001, 2002), change(1, 101), change(-100, 10'000'000)}),
+              (Texts{"+0.1 %", "0.0 %", "≫", "≫"}));
+    EXPECT_EQ(change(1000, 100'998), "+9999.8 %");
+}
+
+TEST(ReportMatrix, TellsWhatMovedEachAccountAndWhatWasThereAtTheEndOfMonths)
+{
+    const auto held = heldOf(books());
+    const auto grids =
+        ReportMatrixGrids::of(held, {.period = month(today), .currency = "USD", .today = today}, english);
+    ASSERT_TRUE(grids.has_value());
+    EXPECT_EQ(read(grids->movements),
+              (Texts{"Company accounts |  |  |  |  | ", "bank | 50.00 | +1,000.00 | −852.00 | −70.00 | 128.00",
+                     "cash | 0.00 | – | −30.00 | +70.00 | 40.00", "Total | 50.00 | +1,000.00 | −882.00 | – | 168.00"}));
+    EXPECT_EQ(read(grids->monthEnds), (Texts{"Company accounts |  |  |  |  |  |  | ",
+                                             "bank | −100.00 | −100.00 | −100.00 | −100.00 | 50.00 | 128.00 | ",
+                                             "cash | 0.00 | 0.00 | 0.00 | 0.00 | 0.00 | 40.00 | ",
+                                             "Total | −100.00 | −100.00 | −100.00 | −100.00 | 50.00 | 168.00 | "}));
+}
+
+TEST(ReportOwn, ShowsEachOwnAccountAndTheLatestEntries)
+{
+    const auto held = heldOf(books());
+    const auto grids = ReportOwnGrids::of(held, {.period = month(today), .currency = "USD", .today = today}, english);
+    ASSERT_TRUE(grids.has_value());
+    EXPECT_EQ(read(grids->accounts), (Texts{"cash | IDR | 0 | 0 | +9,000 | 0 | 0 | 9,000",
+                                            "bank | USD | 50.00 | −70.00 | +1,000.00 | −852.00 | 0.00 | 128.00",
+                                            "cash | USD | 0.00 | +70.00 | 0.00 | −30.00 | 0.00 | 40.00"}));
+    EXPECT_EQ(read(grids->latest),
+              (Texts{"10 Nov | Sales | IDR +9,000", "9 Nov | Transfers | USD −70.00", "8 Nov | Fees | USD −1.00",
+                     "7 Nov | Stamps | USD −1.00", "6 Nov | Premises | USD −30.00", "5 Nov | Wages | USD −600.00",
+                     "3 Nov | Premises › Rent | USD −250.00", "2 Nov | Sales | USD +1,000.00"}));
+}
