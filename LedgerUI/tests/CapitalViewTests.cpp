@@ -1,3 +1,6 @@
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTableView>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Records/CapitalCommand.h"
@@ -187,4 +190,34 @@ TEST(CapitalView, ShowsTheUnavailableStateInsteadOfAPartOfTheFigures)
     Page page{sample};
     page.screen.waitForText("Capital and dividends cannot be shown");
     EXPECT_FALSE(page.screen.shows("ownersTable"));
+}
+
+TEST(CapitalView, ShowsAllFiguresWithoutScrollingInTheSmallestWindow)
+{
+    for (const auto* language : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {
+        WindowUnderTest under{capitalPages(), {900, 640}};
+        openBooks(under, capitalSample());
+        under.speak(language);
+        const auto beyond = [&](const char* table) {
+            return under.screen.find<QTableView>(table).horizontalScrollBar()->maximum();
+        };
+        EXPECT_EQ(beyond("ownersTable"), 0) << language;
+        under.screen.keys("Ctrl+Tab Ctrl+Tab");
+        under.screen.find("batchesTable").setFocus();
+        for (const auto* batch : {"Ctrl+Home", "Down", "Ctrl+End"}) { // two allocations, then the advances
+            under.screen.keys(batch);
+            settle();
+            EXPECT_EQ(beyond("linesTable"), 0) << language << ' ' << batch;
+            EXPECT_EQ(beyond("movementsTable"), 0) << language << ' ' << batch;
+        }
+    }
+}
+
+TEST(CapitalView, ShowsTheWholeBaselineBelowTheContributions)
+{
+    Page page;
+    page.screen.keys("Ctrl+Tab");
+    page.screen.waitForText("1,850,000,000");
+    const auto& box = page.screen.find<QScrollArea>("baselineScroll");
+    EXPECT_EQ(box.verticalScrollBar()->maximum(), 0) << "three owners find room without scrolling";
 }

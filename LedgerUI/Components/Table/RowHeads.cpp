@@ -65,6 +65,8 @@ void RowHeads::paintSection(QPainter* painter, const QRect& rect, int section) c
 
 QSize RowHeads::sectionSizeFromContents(int section) const
 {
+    if (m_wraps)
+        return {wrappedWidth(section), height()};
     const QRect wide{0, 0, 1000, headHeight};
     const int padding = wide.width() - contentsOf(wide, section).width();
     const int text = QFontMetrics{TypeScale::bold(TypeStep::small)}.horizontalAdvance(textOf(section));

@@ -140,7 +140,7 @@ RecordRows linesOf(const DividendBatch& batch, const Ground& ground)
     RecordRows table{.columns = {{.head = ground.word("column.participant"), .room = ColumnRoom::stretches},
                                  {.head = ground.word("column.ratio"), .room = ColumnRoom::mayGo, .isAtRight = true},
                                  {.head = ground.word("figure.entitlement"), .isAtRight = true},
-                                 {.head = ground.word("figure.applied"), .isAtRight = true},
+                                 {.head = ground.word("figure.applied"), .room = ColumnRoom::mayGo, .isAtRight = true},
                                  {.head = ground.word("figure.paid"), .isAtRight = true},
                                  {.head = ground.word("figure.payable"), .isAtRight = true}},
                      .rows = {}};
@@ -325,10 +325,10 @@ void presentAdvances(DividendBoard& board, const Ground& ground)
     board.title = ground.word("advances.title");
     board.hint = ground.word("hint.offset");
     board.lines.columns = {{.head = ground.word("column.participant"), .room = ColumnRoom::stretches},
-                           {.head = ground.word("column.day")},
+                           {.head = ground.word("column.day"), .room = ColumnRoom::mayGo},
                            {.head = ground.word("figure.advance"), .isAtRight = true},
-                           {.head = ground.word("figure.applied"), .isAtRight = true},
-                           {.head = ground.word("figure.returned"), .isAtRight = true},
+                           {.head = ground.word("figure.applied"), .room = ColumnRoom::mayGo, .isAtRight = true},
+                           {.head = ground.word("figure.returned"), .room = ColumnRoom::mayGo, .isAtRight = true},
                            {.head = ground.word("figure.remaining"), .isAtRight = true}};
     for (const auto* each : all)
         board.lines.rows.push_back(advanceRow(*each, ground));

@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -70,6 +71,7 @@ void CapitalOverviewTab::buildLayout()
     scroll->setObjectName(QStringLiteral("ownershipScroll"));
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::StrongFocus); // whose keys scroll
+    speakAsGroup(*scroll);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_ownership = new OwnershipBars;
     m_ownership->setObjectName(QStringLiteral("ownershipBars"));
@@ -80,6 +82,24 @@ void CapitalOverviewTab::buildLayout()
     left->addWidget(new Line(Qt::Horizontal, m_ownershipPane));
     left->addWidget(scroll, 1);
 
+    auto* lower = new QSplitter(Qt::Horizontal, this);
+    lower->setChildrenCollapsible(false);
+    lower->setHandleWidth(1);
+    lower->addWidget(m_ownershipPane);
+    lower->addWidget(buildLatest());
+    lower->setSizes({leftPart, rightPart});
+    auto* rows = rowsOf(this);
+    rows->addWidget(bannerBox);
+    rows->addWidget(m_ownersHead);
+    rows->addWidget(m_owners);
+    rows->addWidget(m_owners->total());
+    rows->addWidget(m_notes);
+    rows->addWidget(new Line(Qt::Horizontal, this));
+    rows->addWidget(lower, 1);
+}
+
+QWidget* CapitalOverviewTab::buildLatest()
+{
     auto* latestPane = new QWidget(this);
     m_latestHead = new RecordHead(latestPane);
     m_latest = new RecordTable(RecordTable::Lines::one, latestPane);
@@ -93,21 +113,8 @@ void CapitalOverviewTab::buildLayout()
     right->addWidget(new Line(Qt::Horizontal, latestPane));
     right->addWidget(m_latestNone);
     right->addWidget(m_latest, 1);
-
-    auto* lower = new QSplitter(Qt::Horizontal, this);
-    lower->setChildrenCollapsible(false);
-    lower->setHandleWidth(1);
-    lower->addWidget(m_ownershipPane);
-    lower->addWidget(latestPane);
-    lower->setSizes({leftPart, rightPart});
-    auto* rows = rowsOf(this);
-    rows->addWidget(bannerBox);
-    rows->addWidget(m_ownersHead);
-    rows->addWidget(m_owners);
-    rows->addWidget(m_owners->total());
-    rows->addWidget(m_notes);
-    rows->addWidget(new Line(Qt::Horizontal, this));
-    rows->addWidget(lower, 1);
+    right->addStretch(0); // keeps the head where it is while there is no table
+    return latestPane;
 }
 
 void CapitalOverviewTab::present(const CapitalOverview& overview, const RecordInks& inks)

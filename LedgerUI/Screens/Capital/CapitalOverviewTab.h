@@ -35,6 +35,7 @@ protected:
 
 private:
     void buildLayout();
+    QWidget* buildLatest();
     void retranslate();
 
     Banner* m_banner = nullptr;

@@ -224,7 +224,9 @@ void CapitalView::bind()
 QList<QWidget*> CapitalView::panes() const
 {
     QList<QWidget*> all;
-    if (tab() == CapitalModuleTab::overview)
+    if (m_places.at(tab())->currentIndex() != 0)
+        all.clear(); // nothing of the contents can be seen
+    else if (tab() == CapitalModuleTab::overview)
         all = m_overview->panes();
     else if (tab() == CapitalModuleTab::contributions)
         all = m_contributions->panes();

@@ -8,6 +8,7 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/Line.h"
@@ -81,13 +82,14 @@ void ContributionsTab::buildLayout()
     scroll->setObjectName(QStringLiteral("baselineScroll"));
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::StrongFocus);
+    speakAsGroup(*scroll);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* content = new QWidget;
-    content->setObjectName(QStringLiteral("baselines"));
-    m_baselines = new QVBoxLayout(content);
+    m_baselineLines = new QWidget;
+    m_baselineLines->installEventFilter(this);
+    m_baselines = new QVBoxLayout(m_baselineLines);
     m_baselines->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, Space::step2);
     m_baselines->setSpacing(Space::step2);
-    scroll->setWidget(content);
+    scroll->setWidget(m_baselineLines);
     scroll->viewport()->setAutoFillBackground(false);
     m_baselineBox = scroll;
     auto* belowRows = rowsOf(below);
@@ -170,8 +172,14 @@ void ContributionsTab::presentBaselines(const std::vector<BaselineSection>& sect
         m_baselines->addWidget(box);
     }
     m_baselines->addStretch(1);
-    const int wanted = m_baselineBox->findChild<QWidget*>(QStringLiteral("baselines"))->sizeHint().height();
-    m_baselineBox->setFixedHeight(std::min(wanted, baselineHeight));
+}
+
+/// As high as the baselines need, up to a limit beyond which they scroll. What they need is known once they are shown.
+bool ContributionsTab::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_baselineLines && event->type() == QEvent::LayoutRequest)
+        m_baselineBox->setFixedHeight(std::min(m_baselineLines->sizeHint().height(), baselineHeight));
+    return QWidget::eventFilter(watched, event);
 }
 
 void ContributionsTab::setHistoryAction(QAction* action)

@@ -40,6 +40,7 @@ Q_SIGNALS:
 
 protected:
     void changeEvent(QEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildLayout();
@@ -52,6 +53,7 @@ private:
     TextLabel* m_hint = nullptr;
     RecordHead* m_baselineHead = nullptr;
     QWidget* m_baselineBox = nullptr;
+    QWidget* m_baselineLines = nullptr;
     QVBoxLayout* m_baselines = nullptr;
     std::vector<BaselineSection> m_shownBaselines;
     ContributionPane* m_detail = nullptr;

@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int figureMinimum = 112;
+constexpr int figureMinimum = 88;
 
 QWidget* block(const RecordFigure& figure, QWidget* parent)
 {

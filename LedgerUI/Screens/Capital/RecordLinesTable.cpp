@@ -74,7 +74,7 @@ void RecordLinesTable::build(const RecordLines& lines)
     m_grid->setVerticalSpacing(Space::step1);
     m_grid->setColumnStretch(nameColumn, 2);
     m_grid->setColumnStretch(besideColumn, 1);
-    m_grid->setColumnStretch(markColumn, 1);
+    m_grid->setColumnStretch(markColumn, lines.amountHead.isEmpty() ? 0 : 1);
     for (const int column : {static_cast<int>(nameColumn), static_cast<int>(besideColumn),
                              static_cast<int>(typedColumn), static_cast<int>(amountColumn)}) {
         auto* head = label(TypeStep::small, Token::text2, m_frame);

@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int stretchMinimum = 132;
+constexpr int stretchMinimum = 112;
 
 double textWidth(const QString& text, TypeStep step, bool isBold)
 {
@@ -121,7 +121,9 @@ void RecordTable::layOut()
     int needed = 0;
     for (int at = 0; at < count; ++at) {
         const bool stretches = columns[static_cast<std::size_t>(at)].room == ColumnRoom::stretches;
-        widths.push_back(stretches ? stretchMinimum : std::max(heads().wrappedWidth(at), contentWidth(at)));
+        widths.push_back(stretches ? stretchMinimum
+                                   : std::max({heads().wrappedWidth(at), contentWidth(at),
+                                               heads().minimumSectionSize()})); // no column gets less than that
         needed += widths.back();
         setColumnHidden(at, false);
     }

@@ -56,6 +56,7 @@ void EntryDayField::present(const EntryDayContent& content)
     const bool isWrong = !content.message.isEmpty();
     m_hint->setText(isWrong ? content.message : content.hint);
     m_hint->setTone(isWrong ? Token::danger : Token::text2);
+    m_hint->setVisible(!m_hint->text().isEmpty()); // else the day stands beside its glyph, not above it
     m_day->setAccessibleDescription(m_hint->text());
 }
 
