@@ -7,15 +7,10 @@
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
 #include "LedgerUI/Presentation/Capital/CapitalRefusalText.h"
 #include "LedgerUI/Presentation/Capital/CapitalWords.h"
+#include "LedgerUI/Presentation/Capital/DividendForm.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
-
-bool isMoving(std::string_view action)
-{
-    return action == DividendAction::advance || action == DividendAction::pay ||
-           action == DividendAction::returnAdvance;
-}
 
 template <class Person>
 bool hasPeople(const std::vector<Person>& people)
@@ -101,7 +96,7 @@ QString DividendActions::whyNot(std::string_view action, const LedgerSnapshot& s
         return refusalText(DividendRefusal::dividendsDisabled, locale);
     if (isNew && !hasPeople(context.state.participants))
         return word("whyNot.noParticipants", locale);
-    if (isMoving(action) && DividendAccess::accounts(snapshot, std::nullopt).empty())
+    if (DividendForms::movesMoney(action) && DividendAccess::accounts(snapshot, std::nullopt).empty())
         return word("whyNot.noPayingAccount", locale);
     return {};
 }
@@ -112,7 +107,7 @@ QString DividendActions::whyNot(std::string_view action, const Target& target, c
     const auto general = whyNot(action, snapshot, locale);
     if (!general.isEmpty())
         return general;
-    if (action == DividendAction::pay || action == DividendAction::apply || action == DividendAction::returnAdvance)
+    if (DividendForms::settlesLine(action) || DividendForms::usesAdvance(action))
         return whyNothingLeft(action, target, DividendContext::of(snapshot), today, locale);
     const auto context =
         target.movementID.empty() ? DividendContext::of(snapshot) : DividendContext::of(snapshot, target.movementID);

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <map>
 
 #include <QStringList>
 
@@ -10,55 +9,21 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Capital/CapitalForm.h"
 #include "LedgerUI/Presentation/Capital/CapitalRefusalText.h"
-#include "LedgerUI/Presentation/Capital/RecordFormParts.h"
+#include "LedgerUI/Presentation/Capital/RecordGround.h"
 #include "LedgerUI/Presentation/Capital/RecordText.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
 namespace Action = CapitalAction;
 namespace Parts = RecordFormParts;
 
-/// What the content is made from.
-struct Ground {
-    const CapitalForm& form;
-    const LedgerSnapshot& snapshot;
-    std::string_view today;
-    std::string_view locale;
+using Ground = RecordGround<CapitalForm>;
 
-    [[nodiscard]] QString word(std::string_view key) const { return Parts::word(key, locale); }
-    [[nodiscard]] QString word(std::string_view key, std::initializer_list<QString> arguments) const
-    {
-        return Parts::word(key, locale, arguments);
-    }
-    [[nodiscard]] QString day(std::string_view day) const { return DayText::longDay(day, locale); }
-    [[nodiscard]] QString money(std::int64_t minor, std::string_view currency) const
-    {
-        return Parts::money(minor, currency, locale);
-    }
-    /// The place among all owners, by which colours are chosen.
-    [[nodiscard]] std::size_t placeOf(std::string_view ownerID) const
-    {
-        const auto& all = form.captured.participants;
-        const auto found = std::ranges::find(all, ownerID, &CapitalParticipant::id);
-        return static_cast<std::size_t>(found - all.begin());
-    }
-    [[nodiscard]] QString nameOf(std::string_view ownerID) const
-    {
-        const auto at = placeOf(ownerID);
-        return at < form.captured.participants.size() ? qString(form.captured.participants[at].name) : QString{};
-    }
-};
-
-std::vector<RecordChoice> owners(const Ground& ground)
+/// The place among all owners, by which colours are chosen.
+std::size_t placeOf(std::string_view ownerID, const Ground& ground)
 {
-    std::vector<RecordChoice> choices;
-    for (const auto& owner : ground.form.captured.participants) {
-        if (!owner.archived)
-            choices.push_back({owner.id, qString(owner.name)});
-    }
-    return choices;
+    const auto& all = ground.form.captured.participants;
+    return static_cast<std::size_t>(std::ranges::find(all, ownerID, &CapitalParticipant::id) - all.begin());
 }
 
 void fillContribution(RecordFormContent& content, const Ground& ground)
@@ -66,16 +31,15 @@ void fillContribution(RecordFormContent& content, const Ground& ground)
     const auto& form = ground.form;
     const auto all = CapitalAccess::accounts(ground.snapshot, std::nullopt);
     const auto offered = CapitalAccess::accounts(ground.snapshot, form.currency);
-    const auto typed = form.amounts.find(form.participantID);
     content.explanation = ground.word("contribute.hint");
     content.fields = {
-        Parts::half(Parts::choice(RecordPart::person, ground.word("owner"), owners(ground), form.participantID,
-                                  ground.word("owner.choose"))),
+        Parts::half(Parts::choice(RecordPart::person, ground.word("owner"), RecordContents::peopleOnOffer(ground),
+                                  form.participantID, ground.word("owner.choose"))),
         Parts::half(Parts::currency(ground.word("currency"), Parts::currenciesOf(all), form.currency, ground.locale)),
         Parts::account(ground.word("account.received"), ground.word("account.choose"), offered, form.currency,
                        form.accountID, ground.locale),
         Parts::half(Parts::amount(ground.word("amount.in", {qString(form.currency)}),
-                                  typed == form.amounts.end() ? std::string{} : typed->second, form.currency)),
+                                  RecordDrafts::typedFor(form.amounts, form.participantID), form.currency)),
         Parts::half(Parts::text(RecordPart::note, ground.word("note.optional"), form.note))};
 }
 
@@ -93,48 +57,25 @@ void fillReversal(RecordFormContent& content, const Ground& ground)
     content.fields.push_back(Parts::text(RecordPart::note, ground.word("reason.optional"), form.note));
 }
 
-void fillOwner(RecordFormContent& content, const Ground& ground)
-{
-    const auto& form = ground.form;
-    std::vector<RecordChoice> choices{{std::string{}, ground.word("owner.new")}};
-    std::vector<std::string> taken;
-    for (const auto& owner : form.captured.participants) {
-        choices.push_back(
-            {owner.id, owner.archived ? ground.word("person.archived", {qString(owner.name)}) : qString(owner.name)});
-        if (owner.memberID && owner.id != form.participantID)
-            taken.push_back(*owner.memberID);
-    }
-    content.explanation = ground.word("owner.hint");
-    content.fields = {
-        Parts::choice(RecordPart::person, ground.word("owner"), std::move(choices), form.participantID, {}),
-        Parts::half(Parts::text(RecordPart::name, ground.word("name"), form.name)),
-        Parts::half(
-            Parts::member(ground.word("member"), ground.word("member.none"), ground.snapshot, taken, form.memberID))};
-    if (!form.participantID.empty())
-        content.fields.push_back(Parts::tick(RecordPart::archived, ground.word("owner.archived"), form.archived));
-}
-
 QString besideOf(const CapitalParticipant& owner, const Ground& ground)
 {
-    const auto newest = ground.form.newest.find(owner.id);
-    if (newest != ground.form.newest.end())
-        return ground.word("newest", {qString(newest->second)});
+    if (const auto newest = ground.newestFor(owner.id); !newest.isEmpty())
+        return newest;
     const auto& members = ground.snapshot.members;
     const auto member =
         std::ranges::find_if(members, [&](const Member& each) { return owner.memberID && each.id == *owner.memberID; });
     return member == members.end() ? ground.word("member.none") : qString(member->name);
 }
 
-RecordLines linesOf(const std::map<std::string, std::string>& texts, const Ground& ground)
+RecordLines linesOf(const TypedTexts& texts, const Ground& ground)
 {
     RecordLines table{.personHead = ground.word("owner"), .besideHead = ground.word("member")};
     for (const auto& owner : ground.form.capturedPeople) {
-        const auto typed = texts.find(owner.id);
         table.lines.push_back({.id = owner.id,
                                .name = qString(owner.name),
                                .beside = besideOf(owner, ground),
-                               .swatch = ground.placeOf(owner.id),
-                               .typed = typed == texts.end() ? QString{} : qString(typed->second)});
+                               .swatch = placeOf(owner.id, ground),
+                               .typed = ground.typedFor(texts, owner.id)});
     }
     return table;
 }
@@ -156,9 +97,7 @@ void fillBaseline(RecordFormContent& content, const Ground& ground)
     lines.typedHead = ground.word("amount.in", {qString(form.currency)});
     std::optional<std::int64_t> sum = 0;
     for (const auto& owner : form.capturedPeople) {
-        const auto typed = form.amounts.find(owner.id);
-        const auto amount =
-            Money::parse(typed == form.amounts.end() ? std::string{} : typed->second, form.currency, ground.locale);
+        const auto amount = Money::parse(RecordDrafts::typedFor(form.amounts, owner.id), form.currency, ground.locale);
         sum = sum && amount ? Money::add(*sum, *amount) : std::nullopt;
     }
     lines.total = sum ? qString(Money::formatDigits(*sum, form.currency, ground.locale)) : QStringLiteral("–");
@@ -220,22 +159,6 @@ QString previewOf(const CapitalCommand& command, const Ground& ground)
     return {};
 }
 
-void addMessages(RecordFormContent& content, const CapitalForm& form, std::string_view locale)
-{
-    for (const auto& problem : form.problems) {
-        const auto message = problem.message(locale);
-        if (problem.part == RecordPart::people && content.lines) {
-            const auto line = std::ranges::find(content.lines->lines, problem.personID, &RecordLine::id);
-            (line == content.lines->lines.end() ? content.lines->message : line->message) = message;
-            continue;
-        }
-        for (auto& field : content.fields) {
-            if (problem.part == field.part)
-                field.message = field.day.message = message;
-        }
-    }
-}
-
 void fill(RecordFormContent& content, const Ground& ground)
 {
     const auto& action = ground.form.route.action;
@@ -248,7 +171,7 @@ void fill(RecordFormContent& content, const Ground& ground)
     else if (action == Action::setOwnership)
         fillOwnership(content, ground);
     else
-        fillOwner(content, ground);
+        RecordContents::fillPerson(content, ground, "owner");
     content.title = ground.word("title.capital." + action);
     content.confirm = ground.word("confirm.capital." + action);
 }
@@ -262,27 +185,15 @@ RecordFormContent CapitalForms::content(const CapitalSubmission& submission, con
     const Ground ground{form, snapshot, today, locale};
     RecordFormContent content;
     fill(content, ground);
-    const auto& sent = submission.command();
-    const bool isSettled = sent && !submission.isEditing();
-    if (isSettled) {
-        content.preview = previewOf(*sent, ground);
-    } else if (const auto ready = command(form, snapshot, {std::string{today}, "unsent"}, locale)) {
-        content.preview = previewOf(*ready, ground);
-    }
-    if (form.route.action != Action::setOwnership && form.route.action != Action::setParticipant)
-        content.foot = ground.word("recordedOn", {ground.day(isSettled ? std::string_view{sent->date} : today)});
-    addMessages(content, form, locale);
-    if (form.needsReload && !isSettled) {
-        content.conflict = refusalText(CapitalRefusal::staleRevision, locale);
-        content.reload = ground.word("reload");
-        content.whyNotConfirm = content.conflict;
-    }
-    auto compared = form;
-    compared.problems = initial.problems;
-    compared.captured = initial.captured;
-    compared.capturedPeople = initial.capturedPeople;
-    compared.needsReload = initial.needsReload;
-    compared.newest = initial.newest;
-    content.hasChanges = compared != initial;
+    auto ready = command(form, snapshot, {std::string{today}, "unsent"}, locale);
+    const auto& action = form.route.action;
+    auto opened = initial;
+    opened.capturedPeople = form.capturedPeople; // newer rows are no change of a person's
+    RecordContents::complete<CapitalForm, CapitalCommand>(
+        content, submission, opened, ground,
+        {.ready = ready ? std::optional{*std::move(ready)} : std::nullopt,
+         .previewOf = previewOf,
+         .keepsDay = action != Action::setOwnership && action != Action::setParticipant,
+         .changed = refusalText(CapitalRefusal::staleRevision, locale)});
     return content;
 }

@@ -3,25 +3,19 @@
 #include <algorithm>
 #include <utility>
 
-#include <QStringList>
-
-#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Dividends/DividendAccess.h"
 #include "LedgerCore/Domain/Dividends/DividendAllocationCalculator.h"
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Capital/CapitalRefusalText.h"
 #include "LedgerUI/Presentation/Capital/RecordFormParts.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
-#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
 namespace Action = DividendAction;
-using DividendForms::PreserveDraft;
-using Texts = std::map<std::string, std::string>;
+using RecordDrafts::find;
 
 const DividendState& stateOf(const LedgerSnapshot& snapshot)
 {
@@ -29,16 +23,9 @@ const DividendState& stateOf(const LedgerSnapshot& snapshot)
     return snapshot.dividends ? *snapshot.dividends : none;
 }
 
-template <class Record>
-const Record* find(const std::vector<Record>& records, std::string_view id)
+TypedTexts defaultRatios(const DividendState& state, std::string_view locale)
 {
-    const auto found = std::ranges::find(records, id, &Record::id);
-    return found == records.end() ? nullptr : &*found;
-}
-
-Texts defaultRatios(const DividendState& state, std::string_view locale)
-{
-    Texts texts;
+    TypedTexts texts;
     for (const auto& each : state.participants) {
         if (!each.archived)
             texts[each.id] = BasisPoints::text(each.ratioBps, locale);
@@ -46,23 +33,10 @@ Texts defaultRatios(const DividendState& state, std::string_view locale)
     return texts;
 }
 
-/// Texts that were typed stay; what newer records say differently is remembered beside them.
 void fillRatios(DividendForm& form, const DividendState& before, std::string_view locale, PreserveDraft preserve)
 {
     const auto recorded = defaultRatios(form.captured, locale);
-    const auto was = defaultRatios(before, locale);
-    form.newest.clear();
-    for (const auto& [id, text] : recorded) {
-        const auto there = form.ratios.find(id);
-        const auto old = was.find(id);
-        const bool isTyped = preserve == PreserveDraft::yes && there != form.ratios.end() && old != was.end() &&
-                             there->second != old->second;
-        if (!isTyped)
-            form.ratios[id] = text;
-        else if (there->second != text)
-            form.newest[id] = text;
-    }
-    std::erase_if(form.ratios, [&](const auto& each) { return !recorded.contains(each.first); });
+    RecordDrafts::fill(form.ratios, form.newest, recorded, defaultRatios(before, locale), preserve);
     std::erase_if(form.leftOut, [&](const auto& id) { return !recorded.contains(id); });
 }
 
@@ -81,25 +55,8 @@ void leaveOutThoseWithoutRatio(DividendForm& form)
 void fillParticipant(DividendForm& form, std::string_view locale)
 {
     const auto* known = find(form.captured.participants, form.participantID);
-    form.name = known ? known->name : std::string{};
-    form.memberID = known ? known->memberID : std::nullopt;
+    RecordDrafts::fillPerson(form, known);
     form.ratio = BasisPoints::text(known ? known->ratioBps : 0, locale);
-    form.archived = known && known->archived;
-}
-
-bool settlesLine(std::string_view action)
-{
-    return action == Action::pay || action == Action::apply;
-}
-
-bool usesAdvance(std::string_view action)
-{
-    return action == Action::apply || action == Action::returnAdvance;
-}
-
-bool movesMoney(std::string_view action)
-{
-    return action == Action::pay || action == Action::advance || action == Action::returnAdvance;
 }
 
 /// The command as far as it says what is settled.
@@ -114,127 +71,21 @@ DividendCommand settlement(const DividendForm& form)
     return command;
 }
 
-std::optional<RecordPart> partOf(DividendRefusal refusal)
-{
-    switch (refusal) {
-    case DividendRefusal::nameRequired:
-        return RecordPart::name;
-    case DividendRefusal::participantUnavailable:
-        return RecordPart::person;
-    case DividendRefusal::memberUnavailable:
-        return RecordPart::member;
-    case DividendRefusal::ratioInvalid:
-        return RecordPart::ratio;
-    case DividendRefusal::periodRequired:
-        return RecordPart::period;
-    case DividendRefusal::currencyUnsupported:
-        return RecordPart::currency;
-    case DividendRefusal::amountNotPositive:
-    case DividendRefusal::amountLimit:
-    case DividendRefusal::overpayment:
-    case DividendRefusal::overapplication:
-        return RecordPart::amount;
-    case DividendRefusal::sharesIncomplete:
-        return RecordPart::people;
-    case DividendRefusal::batchUnavailable:
-        return RecordPart::batch;
-    case DividendRefusal::advanceUnavailable:
-        return RecordPart::advance;
-    default:
-        return std::nullopt;
-    }
 }
 
-using Problems = std::vector<DividendProblem>;
-using Made = std::expected<DividendCommand, Problems>;
-
-Made checked(const DividendCommands::Built& built)
+bool DividendForms::settlesLine(std::string_view action)
 {
-    if (built)
-        return *built;
-    return std::unexpected(Problems{{.part = partOf(built.error()), .refusal = built.error()}});
+    return action == Action::pay || action == Action::apply;
 }
 
-/// What is missing or cannot be read, before the rules are asked.
-Problems missing(const DividendForm& form, const LedgerSnapshot& snapshot, std::string_view locale)
+bool DividendForms::usesAdvance(std::string_view action)
 {
-    Problems problems;
-    const auto& action = form.route.action;
-    const auto need = [&](RecordPart part, const std::string& value, DividendRefusal refusal) {
-        if (value.empty())
-            problems.push_back({.part = part, .refusal = refusal});
-    };
-    if (action == Action::advance)
-        need(RecordPart::person, form.participantID, DividendRefusal::participantUnavailable);
-    if (settlesLine(action))
-        need(RecordPart::batch, form.batchID, DividendRefusal::batchUnavailable);
-    if (usesAdvance(action))
-        need(RecordPart::advance, form.advanceID, DividendRefusal::advanceUnavailable);
-    if (movesMoney(action))
-        need(RecordPart::account, form.accountID, DividendRefusal::noAuthority);
-    const auto amount = Money::parse(form.amount, form.currency, locale);
-    if (!amount)
-        problems.push_back(
-            {.part = RecordPart::amount,
-             .refusal = form.amount.empty() ? std::optional{DividendRefusal::amountNotPositive} : std::nullopt,
-             .money = form.amount.empty() ? std::nullopt : std::optional{amount.error()}});
-    if (action != Action::allocate)
-        return problems;
-    for (const auto* each : DividendForms::people(snapshot)) {
-        const auto typed = form.ratios.find(each->id);
-        const auto ratio = Money::parse(typed == form.ratios.end() ? std::string{} : typed->second, "CNY", locale);
-        if (!ratio && !form.leftOut.contains(each->id))
-            problems.push_back({.part = RecordPart::people, .personID = each->id, .money = ratio.error()});
-    }
-    return problems;
+    return action == Action::apply || action == Action::returnAdvance;
 }
 
-Made allocation(const DividendForm& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale)
+bool DividendForms::movesMoney(std::string_view action)
 {
-    std::vector<DividendCommands::ShareText> texts;
-    for (const auto* each : DividendForms::people(snapshot)) {
-        const auto typed = form.ratios.find(each->id);
-        if (!form.leftOut.contains(each->id) && typed != form.ratios.end())
-            texts.push_back({each->id, typed->second});
-    }
-    return checked(DividendCommands::allocate(DividendContext::of(snapshot), std::move(issue),
-                                              {.period = form.period,
-                                               .currency = form.currency,
-                                               .amount = form.amount,
-                                               .shares = std::move(texts),
-                                               .note = form.note},
-                                              locale));
-}
-
-Made settled(const DividendForm& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale)
-{
-    const auto context = DividendContext::of(snapshot);
-    DividendCommands::Settlement settlement{.batchID = form.batchID,
-                                            .participantID = form.participantID,
-                                            .advanceID = form.advanceID,
-                                            .amount = form.amount,
-                                            .accountID = form.accountID,
-                                            .note = form.note,
-                                            .attachmentIDs = form.receiptIDs};
-    if (form.route.action == Action::pay)
-        return checked(DividendCommands::pay(context, std::move(issue), std::move(settlement), locale));
-    if (form.route.action == Action::apply)
-        return checked(DividendCommands::apply(context, std::move(issue), std::move(settlement), locale));
-    return checked(DividendCommands::returnAdvance(context, std::move(issue), std::move(settlement), locale));
-}
-
-}
-
-QString DividendProblem::message(std::string_view locale) const
-{
-    if (part == RecordPart::account)
-        return RecordFormParts::word("account.choose", locale);
-    QStringList sentences;
-    if (refusal)
-        sentences << refusalText(*refusal, locale);
-    if (money)
-        sentences << qString(friendlyMessage(*money, locale));
-    return sentences.join(QLatin1Char{' '});
+    return action == Action::pay || action == Action::advance || action == Action::returnAdvance;
 }
 
 DividendForm DividendForms::initialize(DividendForm form, const LedgerSnapshot& snapshot, std::string_view locale,
@@ -271,7 +122,9 @@ DividendForm DividendForms::initialize(DividendForm form, const LedgerSnapshot& 
 
 DividendForm DividendForms::opened(const DividendRoute& route, const LedgerSnapshot& snapshot, std::string_view locale)
 {
-    return initialize({.route = route}, snapshot, locale, PreserveDraft::no);
+    DividendForm form;
+    form.route = route;
+    return initialize(std::move(form), snapshot, locale, PreserveDraft::no);
 }
 
 DividendForm DividendForms::reloadLatest(DividendForm form, const LedgerSnapshot& snapshot, std::string_view locale)
@@ -363,16 +216,21 @@ std::optional<std::int64_t> DividendForms::limit(const DividendForm& form, const
     return DividendRules::limit(settlement(form), DividendContext::of(snapshot));
 }
 
-std::optional<std::vector<DividendShare>> DividendForms::shares(const DividendForm& form,
-                                                                const LedgerSnapshot& snapshot, std::string_view locale)
+std::vector<DividendCommands::ShareText> DividendForms::shareTexts(const DividendForm& form,
+                                                                   const LedgerSnapshot& snapshot)
 {
     std::vector<DividendCommands::ShareText> texts;
     for (const auto* each : people(snapshot)) {
-        const auto typed = form.ratios.find(each->id);
         if (!form.leftOut.contains(each->id))
-            texts.push_back({each->id, typed == form.ratios.end() ? std::string{} : typed->second});
+            texts.push_back({each->id, RecordDrafts::typedFor(form.ratios, each->id)});
     }
-    return DividendCommands::shares(texts, locale);
+    return texts;
+}
+
+std::optional<std::vector<DividendShare>> DividendForms::shares(const DividendForm& form,
+                                                                const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    return DividendCommands::shares(shareTexts(form, snapshot), locale);
 }
 
 std::optional<std::vector<DividendLine>> DividendForms::preview(const DividendForm& form,
@@ -388,36 +246,26 @@ std::optional<std::vector<DividendLine>> DividendForms::preview(const DividendFo
 
 int DividendForms::ratioTotal(const DividendForm& form, const LedgerSnapshot& snapshot, std::string_view locale)
 {
-    int total = 0;
-    for (const auto* each : people(snapshot)) {
-        const auto typed = form.ratios.find(each->id);
-        if (!form.leftOut.contains(each->id) && typed != form.ratios.end())
-            total += BasisPoints::parse(typed->second, locale).value_or(0);
-    }
-    return total;
+    TypedTexts ratios;
+    for (const auto& each : shareTexts(form, snapshot))
+        ratios[each.participantID] = each.percentage;
+    return RecordDrafts::ratioTotal(ratios, locale);
 }
 
 DividendForm DividendForms::edited(DividendForm form, const RecordEdit& edit, const LedgerSnapshot& snapshot,
                                    std::string_view locale)
 {
     form.problems.clear();
+    if (RecordDrafts::take(form, edit))
+        return reconcileSelections(std::move(form), snapshot);
     switch (edit.part) {
     case RecordPart::person:
         form.participantID = edit.text;
         if (form.route.action == Action::setParticipant)
             fillParticipant(form, locale);
         break;
-    case RecordPart::name:
-        form.name = edit.text;
-        break;
-    case RecordPart::member:
-        form.memberID = edit.text.empty() ? std::nullopt : std::optional{edit.text};
-        break;
     case RecordPart::ratio:
         form.ratio = edit.text;
-        break;
-    case RecordPart::archived:
-        form.archived = edit.isOn;
         break;
     case RecordPart::period:
         form.period = edit.text;
@@ -432,9 +280,6 @@ DividendForm DividendForms::edited(DividendForm form, const RecordEdit& edit, co
     case RecordPart::advance:
         form.advanceID = edit.text;
         break;
-    case RecordPart::account:
-        form.accountID = edit.text;
-        break;
     case RecordPart::amount:
         form.amount = edit.text;
         break;
@@ -448,9 +293,6 @@ DividendForm DividendForms::edited(DividendForm form, const RecordEdit& edit, co
         else
             form.leftOut.insert(edit.personID);
         break;
-    case RecordPart::note:
-        form.note = edit.text;
-        break;
     default:
         break;
     }
@@ -461,48 +303,7 @@ DividendForm DividendForms::rewritten(DividendForm form, std::string_view fromLo
 {
     for (auto* text : {&form.amount, &form.ratio})
         *text = EntryForm::rewritten(std::move(*text), fromLocale, toLocale);
-    for (auto* texts : {&form.ratios, &form.newest}) {
-        for (auto& [id, text] : *texts)
-            text = EntryForm::rewritten(std::move(text), fromLocale, toLocale);
-    }
+    for (auto* texts : {&form.ratios, &form.newest})
+        RecordDrafts::rewrite(*texts, fromLocale, toLocale);
     return form;
-}
-
-std::expected<DividendCommand, std::vector<DividendProblem>> DividendForms::command(const DividendForm& form,
-                                                                                    const LedgerSnapshot& snapshot,
-                                                                                    CommandIssue issue,
-                                                                                    std::string_view locale)
-{
-    const auto context = DividendContext::of(snapshot);
-    const auto& action = form.route.action;
-    if (action == Action::fillFromOwnership)
-        return checked(DividendCommands::fillFromOwnership(context, std::move(issue)));
-    if (action == Action::cancelBatch)
-        return checked(DividendCommands::cancelBatch(context, std::move(issue), form.route.batchID, form.note));
-    if (action == Action::reverse)
-        return checked(DividendCommands::reverse(DividendContext::of(snapshot, form.route.movementID), std::move(issue),
-                                                 form.route.movementID, form.note));
-    if (action == Action::setParticipant)
-        return checked(DividendCommands::setParticipant(
-            context, std::move(issue),
-            {.id = form.participantID.empty() ? std::nullopt : std::optional{form.participantID},
-             .name = form.name,
-             .memberID = form.memberID,
-             .percentage = form.ratio,
-             .archived = form.archived},
-            locale));
-    if (auto problems = missing(form, snapshot, locale); !problems.empty())
-        return std::unexpected(std::move(problems));
-    if (action == Action::allocate)
-        return allocation(form, snapshot, std::move(issue), locale);
-    if (action == Action::advance)
-        return checked(DividendCommands::advance(context, std::move(issue),
-                                                 {.participantID = form.participantID,
-                                                  .currency = form.currency,
-                                                  .amount = form.amount,
-                                                  .accountID = form.accountID,
-                                                  .note = form.note,
-                                                  .attachmentIDs = form.receiptIDs},
-                                                 locale));
-    return settled(form, snapshot, std::move(issue), locale);
 }

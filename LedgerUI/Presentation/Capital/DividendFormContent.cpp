@@ -8,58 +8,26 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Capital/CapitalRefusalText.h"
 #include "LedgerUI/Presentation/Capital/DividendForm.h"
-#include "LedgerUI/Presentation/Capital/RecordFormParts.h"
+#include "LedgerUI/Presentation/Capital/RecordGround.h"
 #include "LedgerUI/Presentation/Capital/RecordText.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
 namespace Action = DividendAction;
 namespace Parts = RecordFormParts;
 
-/// What the content is made from.
-struct Ground {
-    const DividendForm& form;
-    const LedgerSnapshot& snapshot;
-    std::string_view today;
-    std::string_view locale;
+using Ground = RecordGround<DividendForm>;
 
-    [[nodiscard]] QString word(std::string_view key) const { return Parts::word(key, locale); }
-    [[nodiscard]] QString word(std::string_view key, std::initializer_list<QString> arguments) const
-    {
-        return Parts::word(key, locale, arguments);
-    }
-    [[nodiscard]] QString day(std::string_view day) const { return DayText::longDay(day, locale); }
-    [[nodiscard]] QString money(std::int64_t minor, std::string_view currency) const
-    {
-        return Parts::money(minor, currency, locale);
-    }
-    [[nodiscard]] QString nameOf(std::string_view participantID) const
-    {
-        const auto& all = form.captured.participants;
-        const auto found = std::ranges::find(all, participantID, &DividendParticipant::id);
-        return found == all.end() ? QString{} : qString(found->name);
-    }
-    [[nodiscard]] std::optional<DividendBook> book() const
-    {
-        auto made = DividendBook::create(form.captured, form.currency, std::nullopt);
-        return made ? std::optional{*std::move(made)} : std::nullopt;
-    }
-};
-
-std::vector<RecordChoice> participants(const Ground& ground)
+std::optional<DividendBook> bookOf(const Ground& ground)
 {
-    std::vector<RecordChoice> choices;
-    for (const auto* each : DividendForms::people(ground.snapshot))
-        choices.push_back({each->id, qString(each->name)});
-    return choices;
+    auto made = DividendBook::create(ground.form.captured, ground.form.currency, std::nullopt);
+    return made ? std::optional{*std::move(made)} : std::nullopt;
 }
 
 RecordField batchField(const Ground& ground)
 {
     std::vector<RecordChoice> choices;
-    const auto book = ground.book();
+    const auto book = bookOf(ground);
     for (const auto* batch : DividendForms::eligibleBatches(ground.form, ground.snapshot)) {
         const auto unpaid = book ? book->line(batch->id, ground.form.participantID).unpaidMinor : 0;
         choices.push_back(
@@ -72,7 +40,7 @@ RecordField batchField(const Ground& ground)
 RecordField advanceField(const Ground& ground)
 {
     std::vector<RecordChoice> choices;
-    const auto book = ground.book();
+    const auto book = bookOf(ground);
     for (const auto* each : DividendForms::eligibleAdvances(ground.form, ground.snapshot)) {
         const auto left = book ? book->advanceRemaining(each->id) : 0;
         choices.push_back(
@@ -139,32 +107,10 @@ void fillAdvance(RecordFormContent& content, const Ground& ground)
     const auto all = DividendAccess::accounts(ground.snapshot, std::nullopt);
     content.explanation = ground.word("advance.hint");
     content.fields = {
-        Parts::half(Parts::choice(RecordPart::person, ground.word("participant"), participants(ground),
+        Parts::half(Parts::choice(RecordPart::person, ground.word("participant"), RecordContents::peopleOnOffer(ground),
                                   form.participantID, ground.word("participant.choose"))),
         Parts::half(Parts::currency(ground.word("currency"), Parts::currenciesOf(all), form.currency, ground.locale)),
         accountField("account.payFrom", ground), amountField(ground), noteField(ground)};
-}
-
-void fillParticipant(RecordFormContent& content, const Ground& ground)
-{
-    const auto& form = ground.form;
-    std::vector<RecordChoice> choices{{std::string{}, ground.word("participant.new")}};
-    std::vector<std::string> taken;
-    for (const auto& each : form.captured.participants) {
-        choices.push_back(
-            {each.id, each.archived ? ground.word("person.archived", {qString(each.name)}) : qString(each.name)});
-        if (each.memberID && each.id != form.participantID)
-            taken.push_back(*each.memberID);
-    }
-    content.explanation = ground.word("participant.hint");
-    content.fields = {
-        Parts::choice(RecordPart::person, ground.word("participant"), std::move(choices), form.participantID, {}),
-        Parts::half(Parts::text(RecordPart::name, ground.word("name"), form.name)),
-        Parts::half(
-            Parts::member(ground.word("member"), ground.word("member.none"), ground.snapshot, taken, form.memberID)),
-        Parts::half(Parts::text(RecordPart::ratio, ground.word("ratio.default"), form.ratio))};
-    if (!form.participantID.empty())
-        content.fields.push_back(Parts::tick(RecordPart::archived, ground.word("participant.archived"), form.archived));
 }
 
 /// What the rounding down of a person's part left over, and came to that person.
@@ -187,15 +133,12 @@ RecordLines allocationLines(const Ground& ground)
     const auto preview = DividendForms::preview(form, ground.snapshot, ground.locale);
     const auto total = Money::parse(form.amount, form.currency, ground.locale);
     for (const auto* each : DividendForms::people(ground.snapshot)) {
-        const auto typed = form.ratios.find(each->id);
-        const auto newest = form.newest.find(each->id);
         RecordLine line{.id = each->id,
                         .name = qString(each->name),
                         .isIn = !form.leftOut.contains(each->id),
-                        .typed = typed == form.ratios.end() ? QString{} : qString(typed->second),
+                        .typed = ground.typedFor(form.ratios, each->id),
+                        .mark = ground.newestFor(each->id),
                         .amount = QStringLiteral("–")};
-        if (newest != form.newest.end())
-            line.mark = ground.word("newest", {qString(newest->second)});
         if (preview) {
             const auto made = std::ranges::find(*preview, each->id, &DividendLine::participantID);
             if (made != preview->end()) {
@@ -264,7 +207,9 @@ void fill(RecordFormContent& content, const Ground& ground)
     else if (action == Action::pay || action == Action::apply || action == Action::returnAdvance)
         fillSettlement(content, ground);
     else if (action == Action::setParticipant)
-        fillParticipant(content, ground);
+        RecordContents::fillPerson(
+            content, ground, "participant",
+            {Parts::half(Parts::text(RecordPart::ratio, ground.word("ratio.default"), ground.form.ratio))});
     else
         fillPlain(content, ground);
     content.title = ground.word("title.dividend." + action);
@@ -279,22 +224,6 @@ QString previewOf(const DividendCommand& command, const Ground& ground)
     if (command.action == Action::pay || command.action == Action::advance || command.action == Action::returnAdvance)
         return ground.word("preview." + command.action, {money, name, account ? qString(account->name) : QString{}});
     return command.action == Action::apply ? ground.word("preview.apply", {money, name}) : QString{};
-}
-
-void addMessages(RecordFormContent& content, const DividendForm& form, std::string_view locale)
-{
-    for (const auto& problem : form.problems) {
-        const auto message = problem.message(locale);
-        if (problem.part == RecordPart::people && content.lines) {
-            const auto line = std::ranges::find(content.lines->lines, problem.personID, &RecordLine::id);
-            (line == content.lines->lines.end() ? content.lines->message : line->message) = message;
-            continue;
-        }
-        for (auto& field : content.fields) {
-            if (problem.part == field.part && field.message.isEmpty())
-                field.message = message;
-        }
-    }
 }
 
 bool keepsDay(std::string_view action)
@@ -312,25 +241,12 @@ RecordFormContent DividendForms::content(const DividendSubmission& submission, c
     const Ground ground{form, snapshot, today, locale};
     RecordFormContent content;
     fill(content, ground);
-    const auto& sent = submission.command();
-    const bool isSettled = sent && !submission.isEditing();
-    if (isSettled)
-        content.preview = previewOf(*sent, ground);
-    else if (const auto ready = command(form, snapshot, {std::string{today}, "unsent"}, locale))
-        content.preview = previewOf(*ready, ground);
-    if (keepsDay(form.route.action))
-        content.foot = ground.word("recordedOn", {ground.day(isSettled ? std::string_view{sent->date} : today)});
-    addMessages(content, form, locale);
-    if (form.needsReload && !isSettled) {
-        content.conflict = ground.word("dividend.changed");
-        content.reload = ground.word("reload");
-        content.whyNotConfirm = content.conflict;
-    }
-    auto compared = form;
-    compared.problems = initial.problems;
-    compared.captured = initial.captured;
-    compared.needsReload = initial.needsReload;
-    compared.newest = initial.newest;
-    content.hasChanges = compared != initial;
+    auto ready = command(form, snapshot, {std::string{today}, "unsent"}, locale);
+    RecordContents::complete<DividendForm, DividendCommand>(
+        content, submission, initial, ground,
+        {.ready = ready ? std::optional{*std::move(ready)} : std::nullopt,
+         .previewOf = previewOf,
+         .keepsDay = keepsDay(form.route.action),
+         .changed = ground.word("dividend.changed")});
     return content;
 }

@@ -5,52 +5,16 @@
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
 #include "LedgerUI/Presentation/Capital/CapitalFormWords.h"
 
-namespace {
-
-constexpr int plainWidth = 600;
-constexpr int tableWidth = 640;
-
-}
-
-DividendForm DividendSection::opened(const Route& route, const LedgerSnapshot& snapshot, const std::string& /*today*/,
+DividendForm DividendSection::opened(const Route& route, const LedgerSnapshot& snapshot, std::string_view /*today*/,
                                      std::string_view locale)
 {
     return DividendForms::opened(route, snapshot, locale);
 }
 
-DividendForm DividendSection::reloaded(Form form, const LedgerSnapshot& snapshot, const std::string& /*today*/,
+DividendForm DividendSection::reloaded(Form form, const LedgerSnapshot& snapshot, std::string_view /*today*/,
                                        std::string_view locale)
 {
-    return DividendForms::reloadLatest(std::move(form), snapshot, locale);
-}
-
-DividendForm DividendSection::edited(Form form, const RecordEdit& edit, const LedgerSnapshot& snapshot,
-                                     std::string_view locale)
-{
-    return DividendForms::edited(std::move(form), edit, snapshot, locale);
-}
-
-DividendForm DividendSection::rewritten(Form form, std::string_view fromLocale, std::string_view toLocale)
-{
-    return DividendForms::rewritten(std::move(form), fromLocale, toLocale);
-}
-
-bool DividendSection::isCurrent(const Form& form, const LedgerSnapshot& snapshot)
-{
-    return DividendForms::isCurrent(form, snapshot);
-}
-
-std::expected<DividendCommand, std::vector<DividendProblem>>
-DividendSection::command(const Form& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale)
-{
-    return DividendForms::command(form, snapshot, std::move(issue), locale);
-}
-
-RecordFormContent DividendSection::content(const DividendSubmission& submission, const Form& initial,
-                                           const LedgerSnapshot& snapshot, const std::string& today,
-                                           std::string_view locale)
-{
-    return DividendForms::content(submission, initial, snapshot, today, locale);
+    return reloadLatest(std::move(form), snapshot, locale);
 }
 
 QString DividendSection::whyNot(const Form& form, const LedgerSnapshot& snapshot, std::string_view locale)
@@ -64,9 +28,9 @@ bool DividendSection::isConflict(const Failure& failure)
     return error && error->code == ServiceCode::dividendRevisionConflict;
 }
 
-int DividendSection::width(const Route& route)
+bool DividendSection::hasTable(const Route& route)
 {
-    return route.action == DividendAction::allocate ? tableWidth : plainWidth;
+    return route.action == DividendAction::allocate;
 }
 
 DividendActionForm::DividendActionForm(LedgerStore& store, const DividendRoute& route, QWidget* parent)

@@ -4,25 +4,18 @@
 #include "LedgerUI/Screens/Capital/RecordActionForm.h"
 
 /// The dividend section of the books, as a form sends to it.
-struct DividendSection {
+struct DividendSection : DividendForms {
     using Route = DividendRoute;
     using Form = DividendForm;
     using Command = DividendCommand;
 
-    static Form opened(const Route& route, const LedgerSnapshot& snapshot, const std::string& today,
+    static Form opened(const Route& route, const LedgerSnapshot& snapshot, std::string_view today,
                        std::string_view locale);
-    static Form reloaded(Form form, const LedgerSnapshot& snapshot, const std::string& today, std::string_view locale);
-    static Form edited(Form form, const RecordEdit& edit, const LedgerSnapshot& snapshot, std::string_view locale);
-    static Form rewritten(Form form, std::string_view fromLocale, std::string_view toLocale);
-    static bool isCurrent(const Form& form, const LedgerSnapshot& snapshot);
-    static std::expected<Command, std::vector<DividendProblem>>
-    command(const Form& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale);
-    static RecordFormContent content(const DividendSubmission& submission, const Form& initial,
-                                     const LedgerSnapshot& snapshot, const std::string& today, std::string_view locale);
+    static Form reloaded(Form form, const LedgerSnapshot& snapshot, std::string_view today, std::string_view locale);
     static QString whyNot(const Form& form, const LedgerSnapshot& snapshot, std::string_view locale);
     static bool isConflict(const Failure& failure);
     static constexpr auto submit = &LedgerStore::submitDividend;
-    static int width(const Route& route);
+    static bool hasTable(const Route& route);
 };
 
 /// Changes dividend records: allocations and their cancellation, payments, advances with their returns and set-offs,

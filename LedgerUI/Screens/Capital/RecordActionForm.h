@@ -35,7 +35,7 @@ public:
         m_reload->setObjectName(QStringLiteral("recordReload"));
         banner().addAction(m_reload);
         setFootPart(m_foot);
-        setBody(m_body, Section::width(route));
+        setBody(m_body, Section::hasTable(route) ? tableWidth : plainWidth);
         connect(m_body, &RecordFormBody::edited, this, [this](const RecordEdit& edit) { take(edit); });
         connect(m_reload, &QPushButton::clicked, this, [this] { reload(); });
         connect(this, &FormDialog::confirmed, this, [this] { submit(); });
@@ -99,6 +99,9 @@ protected:
     }
 
 private:
+    static constexpr int plainWidth = 600;
+    static constexpr int tableWidth = 640;
+
     [[nodiscard]] RecordFormContent content() const
     {
         return Section::content(m_submission, m_initial, *snapshot(), store().today(), locale());

@@ -1,0 +1,140 @@
+#include "LedgerCore/Domain/Capital/CapitalCommands.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Capital/CapitalForm.h"
+
+namespace {
+
+namespace Action = CapitalAction;
+
+/// Where the message of a refusal stands.
+std::optional<RecordPart> partOf(CapitalRefusal refusal)
+{
+    switch (refusal) {
+    case CapitalRefusal::participantUnavailable:
+        return RecordPart::person;
+    case CapitalRefusal::nameRequired:
+        return RecordPart::name;
+    case CapitalRefusal::memberUnavailable:
+        return RecordPart::member;
+    case CapitalRefusal::currencyUnsupported:
+        return RecordPart::currency;
+    case CapitalRefusal::accountUnavailable:
+        return RecordPart::account;
+    case CapitalRefusal::amountNotPositive:
+    case CapitalRefusal::amountUnreadable:
+    case CapitalRefusal::amountLimit:
+        return RecordPart::amount;
+    case CapitalRefusal::baselineBoundary:
+    case CapitalRefusal::baselineOverlap:
+        return RecordPart::throughDate;
+    case CapitalRefusal::zeroBaselineUnconfirmed:
+        return RecordPart::zero;
+    case CapitalRefusal::baselineNegative:
+    case CapitalRefusal::baselineCoverage:
+    case CapitalRefusal::sharesIncomplete:
+        return RecordPart::people;
+    default:
+        return std::nullopt;
+    }
+}
+
+/// What cannot be read among the typed amounts or percentages, each with its own reason.
+std::vector<CapitalProblem> unreadable(const TypedTexts& texts, const std::vector<CapitalParticipant>& people,
+                                       std::string_view currency, std::string_view locale)
+{
+    std::vector<CapitalProblem> problems;
+    for (const auto& owner : people) {
+        const auto amount = Money::parse(RecordDrafts::typedFor(texts, owner.id), currency, locale);
+        if (!amount)
+            problems.push_back({.part = RecordPart::people, .personID = owner.id, .money = amount.error()});
+        else if (*amount < 0)
+            problems.push_back(
+                {.part = RecordPart::people, .personID = owner.id, .refusal = CapitalRefusal::baselineNegative});
+    }
+    return problems;
+}
+
+using Made = std::expected<CapitalCommand, std::vector<CapitalProblem>>;
+
+Made checked(CapitalCommands::Built built)
+{
+    return RecordDrafts::checked<CapitalCommand>(std::move(built), partOf);
+}
+
+Made contribution(const CapitalForm& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale)
+{
+    std::vector<CapitalProblem> problems;
+    if (form.participantID.empty())
+        problems.push_back({.part = RecordPart::person, .refusal = CapitalRefusal::participantUnavailable});
+    if (form.accountID.empty())
+        problems.push_back({.part = RecordPart::account, .refusal = CapitalRefusal::accountUnavailable});
+    const auto text = RecordDrafts::typedFor(form.amounts, form.participantID);
+    const auto amount = Money::parse(text, form.currency, locale);
+    if (!amount || *amount < 1)
+        problems.push_back({.part = RecordPart::amount,
+                            .refusal = CapitalRefusal::amountNotPositive,
+                            .money = amount || text.empty() ? std::nullopt : std::optional{amount.error()}});
+    if (!problems.empty())
+        return std::unexpected(std::move(problems));
+    return checked(CapitalCommands::contribute(CapitalContext::of(snapshot), std::move(issue),
+                                               {.participantID = form.participantID,
+                                                .currency = form.currency,
+                                                .amount = text,
+                                                .accountID = form.accountID,
+                                                .note = form.note,
+                                                .attachmentIDs = form.receiptIDs},
+                                               locale));
+}
+
+Made baseline(const CapitalForm& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale)
+{
+    auto problems = unreadable(form.amounts, form.capturedPeople, form.currency, locale);
+    if (!form.historicalDate)
+        problems.push_back({.part = RecordPart::throughDate, .refusal = CapitalRefusal::baselineBoundary});
+    if (!problems.empty())
+        return std::unexpected(std::move(problems));
+    return checked(CapitalCommands::setBaseline(
+        CapitalContext::of(snapshot), std::move(issue),
+        {.currency = form.currency,
+         .throughDate = *form.historicalDate,
+         .amounts = RecordDrafts::textsOf<CapitalCommands::OwnerText>(form.amounts, form.capturedPeople),
+         .zero = form.zeroConfirmed ? CapitalCommands::ZeroBaseline::confirmed
+                                    : CapitalCommands::ZeroBaseline::unconfirmed},
+        locale));
+}
+
+Made ownership(const CapitalForm& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale)
+{
+    auto problems = unreadable(form.ratios, form.capturedPeople, "CNY", locale);
+    if (!problems.empty())
+        return std::unexpected(std::move(problems));
+    issue.date = form.startDate;
+    return checked(CapitalCommands::setOwnership(
+        CapitalContext::of(snapshot), std::move(issue),
+        RecordDrafts::textsOf<CapitalCommands::OwnerText>(form.ratios, form.capturedPeople), locale));
+}
+
+}
+
+std::expected<CapitalCommand, std::vector<CapitalProblem>> CapitalForms::command(const CapitalForm& form,
+                                                                                 const LedgerSnapshot& snapshot,
+                                                                                 CommandIssue issue,
+                                                                                 std::string_view locale)
+{
+    const auto& action = form.route.action;
+    if (action == Action::contribute)
+        return contribution(form, snapshot, std::move(issue), locale);
+    if (action == Action::setBaseline)
+        return baseline(form, snapshot, std::move(issue), locale);
+    if (action == Action::setOwnership)
+        return ownership(form, snapshot, std::move(issue), locale);
+    if (action == Action::reverse)
+        return checked(CapitalCommands::reverse(CapitalContext::of(snapshot, form.route.contributionID),
+                                                std::move(issue), form.route.contributionID, form.note));
+    return checked(CapitalCommands::setParticipant(
+        CapitalContext::of(snapshot), std::move(issue),
+        {.id = form.participantID.empty() ? std::nullopt : std::optional{form.participantID},
+         .name = form.name,
+         .memberID = form.memberID,
+         .archived = form.archived}));
+}
