@@ -12,28 +12,25 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
-#include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/PageHeader.h"
 #include "LedgerUI/Components/Page/PageTabs.h"
 #include "LedgerUI/Components/Period/PeriodNavigator.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Capital/CapitalActions.h"
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
+#include "LedgerUI/Presentation/Capital/CapitalPlace.h"
 #include "LedgerUI/Presentation/Capital/CapitalRefusalText.h"
 #include "LedgerUI/Presentation/Capital/CapitalWords.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
 #include "LedgerUI/Presentation/Ledger/RecordLinks.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
-#include "LedgerUI/Screens/Capital/CapitalActionForm.h"
 #include "LedgerUI/Screens/Capital/CapitalOverviewTab.h"
+#include "LedgerUI/Screens/Capital/CapitalPageActions.h"
 #include "LedgerUI/Screens/Capital/ContributionsTab.h"
-#include "LedgerUI/Screens/Capital/DividendActionForm.h"
 #include "LedgerUI/Screens/Capital/DividendsTab.h"
 #include "LedgerUI/Screens/Capital/RecordHead.h"
 #include "LedgerUI/Screens/Capital/RecordInks.h"
@@ -65,49 +62,12 @@ QString idOf(CapitalModuleTab tab)
     return QString::fromLatin1(wordOf(tab).data());
 }
 
-/// The entry that booked the money of a movement; empty for one that moved none.
-std::string entryOf(const LedgerSnapshot& snapshot, std::string_view movementID)
-{
-    if (!snapshot.dividends)
-        return {};
-    const auto& all = snapshot.dividends->movements;
-    const auto found = std::ranges::find(all, movementID, &DividendMovement::id);
-    return found == all.end() ? std::string{} : found->transactionID.value_or("");
-}
-
-void addDay(std::vector<std::uint32_t>& days, const std::string& day)
-{
-    const auto parsed = LedgerDay::parse(day);
-    days.push_back(parsed ? dayNumber(*parsed) : 0);
-}
-
-/// The days on which something was recorded of capital and dividends, for the grid of periods.
-PeriodCounts countsOf(const LedgerSnapshot& snapshot)
-{
-    std::vector<std::uint32_t> days;
-    if (const auto& capital = snapshot.capital) {
-        for (const auto& each : capital->contributions)
-            addDay(days, each.date);
-    }
-    if (const auto& dividends = snapshot.dividends) {
-        for (const auto& each : dividends->batches)
-            addDay(days, each.date);
-        for (const auto& each : dividends->movements)
-            addDay(days, each.date);
-    }
-    return PeriodCounts{std::move(days)};
-}
-
 }
 
 CapitalView::CapitalView(LedgerStore& store, QWidget* parent) : PageView{parent}, m_store{store}
 {
     setObjectName(QStringLiteral("capitalView"));
-    m_actions = new ActionSet(this);
-    for (const auto* id :
-         {"contribute", "owners", "ownership", "history", "supersede", "reverseContribution", "allocate", "payAdvance",
-          "participants", "cancelBatch", "pay", "applyAdvance", "returnAdvance", "reverseMovement", "openMovement"})
-        m_actions->present({act(id, {}, false, {})});
+    m_actions = new CapitalPageActions(store, *this);
     buildLayout();
     bind();
     adoptSnapshot();
@@ -157,7 +117,7 @@ void CapitalView::addPlace(CapitalModuleTab tab, QWidget* contents)
 /// Each action has its button where it is needed.
 void CapitalView::placeActions()
 {
-    const auto action = [this](const char* id) { return (*m_actions)[QString::fromLatin1(id)]; };
+    const auto action = [this](const char* id) { return (*m_actions)[id]; };
     for (const auto* id : {"payAdvance", "participants"})
         m_header->addSecondary(action(id));
     for (const auto* id : {"contribute", "allocate"}) {
@@ -193,13 +153,13 @@ void CapitalView::bind()
         Q_EMIT statusContextChanged();
     });
     connect(&m_store, &LedgerStore::isBusyChanged, this, &CapitalView::presentActions);
-    const auto entryWanted = [this](const QString& id) { showEntry(id.toStdString()); };
-    connect(m_overview, &CapitalOverviewTab::entryWanted, this, entryWanted);
-    connect(m_contributions, &ContributionsTab::entryWanted, this, entryWanted);
+    connect(m_actions, &CapitalPageActions::done, this, &CapitalView::done);
+    connect(m_actions, &CapitalPageActions::entryWanted, this, &CapitalView::showEntry);
+    connect(m_overview, &CapitalOverviewTab::entryWanted, this, &CapitalView::showEntry);
+    connect(m_contributions, &ContributionsTab::entryWanted, this, &CapitalView::showEntry);
     connect(m_contributions, &ContributionsTab::chosenChanged, this, &CapitalView::presentContribution);
     connect(m_dividends, &DividendsTab::movementChosen, this, &CapitalView::presentActions);
-    connect(m_dividends, &DividendsTab::movementOpened, (*m_actions)[QStringLiteral("openMovement")],
-            &QAction::trigger);
+    connect(m_dividends, &DividendsTab::movementOpened, (*m_actions)["openMovement"], &QAction::trigger);
     connect(m_dividends, &DividendsTab::choiceWanted, this, [this](const DividendChoice& choice) {
         m_choice = choice;
         // The table that asks is in the middle of its own change.
@@ -315,7 +275,8 @@ void CapitalView::present()
     if (!snapshot || m_tabs.empty())
         return;
     const auto today = LedgerDay::parse(m_store.today());
-    m_period->present(m_question.period, countsOf(*snapshot), today.value_or(std::chrono::year_month_day{}));
+    m_period->present(m_question.period, CapitalPlaces::countsOf(*snapshot),
+                      today.value_or(std::chrono::year_month_day{}));
     switch (tab()) {
     case CapitalModuleTab::overview:
         presentOverview();
@@ -396,150 +357,37 @@ CapitalModuleTab CapitalView::tab() const
     return CapitalModuleTab::overview;
 }
 
-Action CapitalView::act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const
-{
-    return {.id = QString::fromLatin1(id),
-            .text = text(std::string{"action."} + id),
-            .whyNot = m_store.isBusy() ? text("busy") : whyNot,
-            .isOffered = isOffered,
-            .run = std::move(run)};
-}
-
 void CapitalView::presentActions()
 {
-    if (!m_store.snapshot())
-        return;
-    m_actions->present(capitalActions());
-    m_actions->present(dividendActions());
-    m_actions->present(chosenActions());
+    m_actions->present({.tab = tab(),
+                        .currency = m_question.currency,
+                        .contributionID = m_contributions->chosen(),
+                        .choice = m_choice,
+                        .movementID = m_dividends->chosenMovement()});
 }
 
-std::vector<Action> CapitalView::capitalActions()
+void CapitalView::showEntry(const QString& id)
 {
-    namespace Wanted = CapitalAction;
-    const auto snapshot = m_store.snapshot();
-    const auto shown = tab();
-    const bool hasCapital = MemberRights::canOpenContributions(snapshot->currentMember);
-    const auto offer = [&](const char* id, std::string_view action, bool isOffered) {
-        return act(
-            id, CapitalActions::whyNot(action, *snapshot, InterfaceLanguage::tag()), hasCapital && isOffered,
-            [this, action] { change(CapitalRoute{.action = std::string{action}, .currency = m_question.currency}); });
-    };
-    const bool isOverview = shown == CapitalModuleTab::overview;
-    const auto contribution = m_contributions->chosen();
-    const auto detail = ContributionLists::detail(*snapshot, contribution, m_store.today(), InterfaceLanguage::tag());
-    return {offer("contribute", Wanted::contribute, shown != CapitalModuleTab::dividends),
-            offer("owners", Wanted::setParticipant, isOverview),
-            offer("ownership", Wanted::setOwnership, isOverview),
-            offer("history", Wanted::setBaseline, true),
-            offer("supersede", Wanted::setBaseline, true),
-            act("reverseContribution", detail ? detail->whyNotReverse : QString{}, detail.has_value(),
-                [this, contribution] {
-                    change(CapitalRoute{.action = std::string{Wanted::reverse}, .contributionID = contribution});
-                })};
-}
-
-std::vector<Action> CapitalView::dividendActions()
-{
-    namespace Wanted = DividendAction;
-    const auto snapshot = m_store.snapshot();
-    const bool isOffered =
-        tab() == CapitalModuleTab::dividends && MemberRights::canOpenDividends(snapshot->currentMember);
-    const auto offer = [&](const char* id, std::string_view action) {
-        return act(id, DividendActions::whyNot(action, *snapshot, InterfaceLanguage::tag()), isOffered, [this, action] {
-            change(DividendRoute{.action = std::string{action}, .currency = m_question.currency});
-        });
-    };
-    auto advance = offer("payAdvance", Wanted::advance);
-    advance.glyph = QStringLiteral("cash-coin");
-    auto participants = offer("participants", Wanted::setParticipant);
-    participants.glyph = QStringLiteral("people");
-    return {offer("allocate", Wanted::allocate), std::move(advance), std::move(participants)};
-}
-
-/// What can be done with the chosen allocation, participant, advance and movement.
-std::vector<Action> CapitalView::chosenActions()
-{
-    namespace Wanted = DividendAction;
-    const auto snapshot = m_store.snapshot();
-    const bool isAdvances = m_choice.batchID == DividendBoards::advances;
-    const bool hasBatch = !isAdvances && !m_choice.batchID.empty();
-    const DividendActions::Target line{.batchID = m_choice.batchID, .participantID = m_choice.participantID};
-    const DividendActions::Target advance{.advanceID = m_choice.advanceID};
-    const DividendActions::Target movement{.movementID = m_dividends->chosenMovement()};
-    const auto offer = [&](const char* id, std::string_view action, const DividendActions::Target& target,
-                           bool isOffered) {
-        return act(id,
-                   isOffered
-                       ? DividendActions::whyNot(action, target, *snapshot, m_store.today(), InterfaceLanguage::tag())
-                       : QString{},
-                   isOffered, [this, action, target] {
-                       change(DividendRoute{.action = std::string{action},
-                                            .participantID = target.participantID,
-                                            .batchID = target.batchID,
-                                            .advanceID = target.advanceID,
-                                            .movementID = target.movementID,
-                                            .currency = m_question.currency});
-                   });
-    };
-    const auto entry = entryOf(*snapshot, movement.movementID);
-    return {offer("cancelBatch", Wanted::cancelBatch, {.batchID = m_choice.batchID}, hasBatch),
-            offer("pay", Wanted::pay, line, hasBatch),
-            offer("applyAdvance", Wanted::apply, line, hasBatch),
-            offer("returnAdvance", Wanted::returnAdvance, advance, isAdvances && !m_choice.advanceID.empty()),
-            offer("reverseMovement", Wanted::reverse, movement, !movement.movementID.empty()),
-            act("openMovement", entry.empty() ? text("remark.noCash") : QString{}, !movement.movementID.empty(),
-                [this, entry] { showEntry(entry); })};
-}
-
-void CapitalView::change(const CapitalRoute& route)
-{
-    auto* form = new CapitalActionForm(m_store, route, window());
-    form->whenDone([this] { Q_EMIT done(text("done")); });
-    form->open();
-}
-
-void CapitalView::change(const DividendRoute& route)
-{
-    auto* form = new DividendActionForm(m_store, route, window());
-    form->whenDone([this] { Q_EMIT done(text("done")); });
-    form->open();
-}
-
-void CapitalView::showEntry(const std::string& id)
-{
-    if (!id.empty())
-        Q_EMIT linkPressed({.page = WorkspacePage::ledger, .action = PageAction::showEntry, .subject = id});
+    if (!id.isEmpty())
+        Q_EMIT linkPressed(
+            {.page = WorkspacePage::ledger, .action = PageAction::showEntry, .subject = id.toStdString()});
 }
 
 void CapitalView::follow(const PageLink& link)
 {
     const auto snapshot = m_store.snapshot();
-    if (!snapshot)
+    const auto place = snapshot ? CapitalPlaces::placeOf(link, *snapshot) : std::nullopt;
+    if (!place)
         return;
-    if (link.action == PageAction::showContribution && snapshot->capital) {
-        const auto& all = snapshot->capital->contributions;
-        const auto found = std::ranges::find(all, link.subject, &CapitalContribution::id);
-        if (found == all.end())
-            return;
-        lookAt(found->currency, found->date);
-        m_tabRow->choose(idOf(CapitalModuleTab::contributions));
-        present();
+    lookAt(place->currency, place->date);
+    if (place->tab == CapitalModuleTab::dividends)
+        m_choice = place->choice;
+    m_tabRow->choose(idOf(place->tab));
+    present();
+    if (place->tab == CapitalModuleTab::contributions)
         m_contributions->choose(link.subject);
-    } else if (link.action == PageAction::showMovement && snapshot->dividends) {
-        const auto& all = snapshot->dividends->movements;
-        const auto found = std::ranges::find(all, link.subject, &DividendMovement::id);
-        if (found == all.end())
-            return;
-        lookAt(found->currency, found->date);
-        const auto advanceID = found->kind == DividendMovementKind::advance ? found->id : found->advanceID.value_or("");
-        m_choice = {.batchID = found->batchID.value_or(std::string{DividendBoards::advances}),
-                    .participantID = found->participantID,
-                    .advanceID = advanceID};
-        m_tabRow->choose(idOf(CapitalModuleTab::dividends));
-        present();
+    else
         m_dividends->chooseMovement(link.subject);
-    }
 }
 
 /// The currency of a record, and a year that holds it.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <map>
 
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
@@ -8,21 +7,16 @@
 #include "LedgerUI/Presentation/Capital/DividendBoard.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
-class ActionSet;
 class CapitalOverviewTab;
+class CapitalPageActions;
 class ContributionsTab;
 class DividendsTab;
-class EmptyState;
 class LedgerStore;
 class PageHeader;
 class PageTabs;
 class PeriodNavigator;
-class QPushButton;
 class QStackedWidget;
 class SegmentedControl;
-struct Action;
-struct CapitalRoute;
-struct DividendRoute;
 
 /// The page of owners' capital and dividends, one currency at a time.
 class CapitalView final : public PageView {
@@ -49,13 +43,7 @@ private:
     void presentContribution();
     void presentDividends();
     void presentActions();
-    [[nodiscard]] std::vector<Action> capitalActions();
-    [[nodiscard]] std::vector<Action> dividendActions();
-    [[nodiscard]] std::vector<Action> chosenActions();
-    [[nodiscard]] Action act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const;
-    void change(const CapitalRoute& route);
-    void change(const DividendRoute& route);
-    void showEntry(const std::string& id);
+    void showEntry(const QString& id);
     void showContents();
     void showUnavailable(const QString& why);
     void lookAt(const std::string& currency, const std::string& date);
@@ -74,7 +62,7 @@ private:
     PeriodNavigator* m_period = nullptr;
     SegmentedControl* m_currency = nullptr;
     PageTabs* m_tabRow = nullptr;
-    ActionSet* m_actions = nullptr;
+    CapitalPageActions* m_actions = nullptr;
     CapitalOverviewTab* m_overview = nullptr;
     ContributionsTab* m_contributions = nullptr;
     DividendsTab* m_dividends = nullptr;

@@ -1,0 +1,61 @@
+#include "LedgerUI/Presentation/Capital/CapitalPlace.h"
+
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerUI/Presentation/Capital/RecordDraft.h"
+#include "LedgerUI/Presentation/Ledger/RecordLinks.h"
+
+namespace {
+
+CapitalPlace placeOf(const DividendMovement& movement)
+{
+    const bool isAdvance = movement.kind == DividendMovementKind::advance;
+    return {.tab = CapitalModuleTab::dividends,
+            .currency = movement.currency,
+            .date = movement.date,
+            .choice = {.batchID = movement.batchID.value_or(std::string{DividendBoards::advances}),
+                       .participantID = movement.participantID,
+                       .advanceID = isAdvance ? movement.id : movement.advanceID.value_or("")}};
+}
+
+template <class Record>
+void addDays(std::vector<std::uint32_t>& days, const std::vector<Record>& records)
+{
+    for (const auto& record : records) {
+        const auto day = LedgerDay::parse(record.date);
+        days.push_back(day ? dayNumber(*day) : 0);
+    }
+}
+
+}
+
+std::optional<CapitalPlace> CapitalPlaces::placeOf(const PageLink& link, const LedgerSnapshot& snapshot)
+{
+    if (link.action == PageAction::showContribution && snapshot.capital) {
+        if (const auto* found = RecordDrafts::find(snapshot.capital->contributions, link.subject))
+            return CapitalPlace{
+                .tab = CapitalModuleTab::contributions, .currency = found->currency, .date = found->date};
+    }
+    if (link.action == PageAction::showMovement && snapshot.dividends) {
+        if (const auto* found = RecordDrafts::find(snapshot.dividends->movements, link.subject))
+            return ::placeOf(*found);
+    }
+    return std::nullopt;
+}
+
+std::string CapitalPlaces::entryOf(std::string_view movementID, const LedgerSnapshot& snapshot)
+{
+    const auto* found = snapshot.dividends ? RecordDrafts::find(snapshot.dividends->movements, movementID) : nullptr;
+    return found ? found->transactionID.value_or("") : std::string{};
+}
+
+PeriodCounts CapitalPlaces::countsOf(const LedgerSnapshot& snapshot)
+{
+    std::vector<std::uint32_t> days;
+    if (snapshot.capital)
+        addDays(days, snapshot.capital->contributions);
+    if (snapshot.dividends) {
+        addDays(days, snapshot.dividends->batches);
+        addDays(days, snapshot.dividends->movements);
+    }
+    return PeriodCounts{std::move(days)};
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
+#include "LedgerUI/Presentation/Capital/DividendBoard.h"
+#include "LedgerUI/Presentation/Ledger/PageLink.h"
+#include "LedgerUI/Presentation/Period/PeriodCounts.h"
+
+/// Where on the page of capital and dividends a record stands.
+struct CapitalPlace {
+    CapitalModuleTab tab = CapitalModuleTab::overview;
+    std::string currency = {};
+    std::string date = {};
+    DividendChoice choice = {}; // of a movement
+};
+
+namespace CapitalPlaces {
+
+/// Where the record that a link leads to stands; nothing while it is not in the books.
+std::optional<CapitalPlace> placeOf(const PageLink& link, const LedgerSnapshot& snapshot);
+
+/// The entry that booked the money of a movement; empty for one that moved none.
+std::string entryOf(std::string_view movementID, const LedgerSnapshot& snapshot);
+
+/// The days on which something was recorded of capital and dividends, for the grid of periods.
+PeriodCounts countsOf(const LedgerSnapshot& snapshot);
+
+}

@@ -1,0 +1,143 @@
+#include "LedgerUI/Screens/Capital/CapitalPageActions.h"
+
+#include <QAction>
+#include <QWidget>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Capital/CapitalActions.h"
+#include "LedgerUI/Presentation/Capital/CapitalPlace.h"
+#include "LedgerUI/Presentation/Capital/CapitalWords.h"
+#include "LedgerUI/Presentation/Capital/ContributionList.h"
+#include "LedgerUI/Screens/Capital/CapitalActionForm.h"
+#include "LedgerUI/Screens/Capital/DividendActionForm.h"
+
+namespace {
+
+QString text(std::string_view key)
+{
+    return word(capitalWords(), key);
+}
+
+}
+
+CapitalPageActions::CapitalPageActions(LedgerStore& store, QWidget& page)
+    : QObject{&page}, m_store{store}, m_page{page}, m_actions{new ActionSet(&page)}
+{
+    for (const auto* id :
+         {"contribute", "owners", "ownership", "history", "supersede", "reverseContribution", "allocate", "payAdvance",
+          "participants", "cancelBatch", "pay", "applyAdvance", "returnAdvance", "reverseMovement", "openMovement"})
+        m_actions->present({act(id, {}, false, {})});
+}
+
+QAction* CapitalPageActions::operator[](const char* id) const
+{
+    return (*m_actions)[QString::fromLatin1(id)];
+}
+
+void CapitalPageActions::present(const CapitalFocus& focus)
+{
+    if (!m_store.snapshot())
+        return;
+    m_actions->present(capitalActions(focus));
+    m_actions->present(dividendActions(focus));
+    m_actions->present(chosenActions(focus));
+}
+
+template <class Form, class Route>
+void CapitalPageActions::open(const Route& route)
+{
+    auto* form = new Form(m_store, route, m_page.window());
+    form->whenDone([this] { Q_EMIT done(text("done")); });
+    form->open();
+}
+
+Action CapitalPageActions::act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const
+{
+    return {.id = QString::fromLatin1(id),
+            .text = text(std::string{"action."} + id),
+            .whyNot = m_store.isBusy() ? text("busy") : whyNot,
+            .isOffered = isOffered,
+            .run = std::move(run)};
+}
+
+std::vector<Action> CapitalPageActions::capitalActions(const CapitalFocus& focus)
+{
+    namespace Wanted = CapitalAction;
+    const auto snapshot = m_store.snapshot();
+    const bool hasCapital = MemberRights::canOpenContributions(snapshot->currentMember);
+    const auto offer = [&](const char* id, std::string_view action, bool isOffered) {
+        return act(id, CapitalActions::whyNot(action, *snapshot, InterfaceLanguage::tag()), hasCapital && isOffered,
+                   [this, action, currency = focus.currency] {
+                       open<CapitalActionForm>(CapitalRoute{.action = std::string{action}, .currency = currency});
+                   });
+    };
+    const bool isOverview = focus.tab == CapitalModuleTab::overview;
+    const auto contribution = focus.contributionID;
+    const auto detail = ContributionLists::detail(*snapshot, contribution, m_store.today(), InterfaceLanguage::tag());
+    return {offer("contribute", Wanted::contribute, focus.tab != CapitalModuleTab::dividends),
+            offer("owners", Wanted::setParticipant, isOverview),
+            offer("ownership", Wanted::setOwnership, isOverview),
+            offer("history", Wanted::setBaseline, true),
+            offer("supersede", Wanted::setBaseline, true),
+            act("reverseContribution", detail ? detail->whyNotReverse : QString{}, detail.has_value(),
+                [this, contribution] {
+                    open<CapitalActionForm>(
+                        CapitalRoute{.action = std::string{Wanted::reverse}, .contributionID = contribution});
+                })};
+}
+
+std::vector<Action> CapitalPageActions::dividendActions(const CapitalFocus& focus)
+{
+    namespace Wanted = DividendAction;
+    const auto snapshot = m_store.snapshot();
+    const bool isOffered =
+        focus.tab == CapitalModuleTab::dividends && MemberRights::canOpenDividends(snapshot->currentMember);
+    const auto offer = [&](const char* id, std::string_view action) {
+        return act(id, DividendActions::whyNot(action, *snapshot, InterfaceLanguage::tag()), isOffered,
+                   [this, action, currency = focus.currency] {
+                       open<DividendActionForm>(DividendRoute{.action = std::string{action}, .currency = currency});
+                   });
+    };
+    auto advance = offer("payAdvance", Wanted::advance);
+    advance.glyph = QStringLiteral("cash-coin");
+    auto participants = offer("participants", Wanted::setParticipant);
+    participants.glyph = QStringLiteral("people");
+    return {offer("allocate", Wanted::allocate), std::move(advance), std::move(participants)};
+}
+
+/// What can be done with the chosen allocation, participant, advance and movement.
+std::vector<Action> CapitalPageActions::chosenActions(const CapitalFocus& focus)
+{
+    namespace Wanted = DividendAction;
+    const auto snapshot = m_store.snapshot();
+    const bool isAdvances = focus.choice.batchID == DividendBoards::advances;
+    const bool hasBatch = !isAdvances && !focus.choice.batchID.empty();
+    const DividendActions::Target line{.batchID = focus.choice.batchID, .participantID = focus.choice.participantID};
+    const DividendActions::Target advance{.advanceID = focus.choice.advanceID};
+    const DividendActions::Target movement{.movementID = focus.movementID};
+    const auto offer = [&](const char* id, std::string_view action, const DividendActions::Target& target,
+                           bool isOffered) {
+        return act(id,
+                   isOffered
+                       ? DividendActions::whyNot(action, target, *snapshot, m_store.today(), InterfaceLanguage::tag())
+                       : QString{},
+                   isOffered, [this, action, target, currency = focus.currency] {
+                       open<DividendActionForm>(DividendRoute{.action = std::string{action},
+                                                              .participantID = target.participantID,
+                                                              .batchID = target.batchID,
+                                                              .advanceID = target.advanceID,
+                                                              .movementID = target.movementID,
+                                                              .currency = currency});
+                   });
+    };
+    const auto entry = CapitalPlaces::entryOf(movement.movementID, *snapshot);
+    return {offer("cancelBatch", Wanted::cancelBatch, {.batchID = focus.choice.batchID}, hasBatch),
+            offer("pay", Wanted::pay, line, hasBatch),
+            offer("applyAdvance", Wanted::apply, line, hasBatch),
+            offer("returnAdvance", Wanted::returnAdvance, advance, isAdvances && !focus.choice.advanceID.empty()),
+            offer("reverseMovement", Wanted::reverse, movement, !movement.movementID.empty()),
+            act("openMovement", entry.empty() ? text("remark.noCash") : QString{}, !movement.movementID.empty(),
+                [this, entry] { Q_EMIT entryWanted(QString::fromStdString(entry)); })};
+}

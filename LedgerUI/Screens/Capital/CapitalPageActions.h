@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+
+#include <QObject>
+
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
+#include "LedgerUI/Components/Page/Action.h"
+#include "LedgerUI/Presentation/Capital/DividendBoard.h"
+
+class LedgerStore;
+struct CapitalRoute;
+struct DividendRoute;
+
+/// What the page looks at, and its actions are about.
+struct CapitalFocus {
+    CapitalModuleTab tab = CapitalModuleTab::overview;
+    std::string currency = {};
+    std::string contributionID = {}; // the chosen one
+    DividendChoice choice = {};
+    std::string movementID = {}; // the chosen one
+};
+
+/// The actions of the page of capital and dividends: which of them are offered, what keeps them from being done, and
+/// the forms that they open.
+class CapitalPageActions final : public QObject {
+    Q_OBJECT
+public:
+    CapitalPageActions(LedgerStore& store, QWidget& page);
+
+    void present(const CapitalFocus& focus);
+    [[nodiscard]] QAction* operator[](const char* id) const;
+
+Q_SIGNALS:
+    void done(const QString& sentence);
+    void entryWanted(const QString& entryID);
+
+private:
+    [[nodiscard]] std::vector<Action> capitalActions(const CapitalFocus& focus);
+    [[nodiscard]] std::vector<Action> dividendActions(const CapitalFocus& focus);
+    [[nodiscard]] std::vector<Action> chosenActions(const CapitalFocus& focus);
+    [[nodiscard]] Action act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const;
+    template <class Form, class Route>
+    void open(const Route& route);
+
+    LedgerStore& m_store;
+    QWidget& m_page;
+    ActionSet* m_actions = nullptr;
+};
