@@ -12,6 +12,7 @@
 #include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
 #include "LedgerUI/Presentation/Entry/EntryDay.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
+#include "LedgerUI/Presentation/Forms/SavedFile.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -64,16 +65,6 @@ QCoro::Task<std::expected<LedgerExportRequest, ExportRefusal>> requestFor(Ledger
     });
     co_await making;
     co_return std::move(*made);
-}
-
-QCoro::Task<std::optional<SavingProblem>> written(std::filesystem::path path, ExportedFile file)
-{
-    const auto problem = std::make_shared<std::optional<SavingProblem>>();
-    auto writing = runForSize(onWorker, [problem, path = std::move(path), file = std::move(file)] {
-        *problem = FileSaving::write(path, file.content);
-    });
-    co_await writing;
-    co_return *problem;
 }
 
 }
@@ -175,7 +166,7 @@ QCoro::Task<LedgerExport::Outcome> LedgerExport::save(LedgerStore* store, Previe
     auto file = co_await checking;
     if (!file)
         co_return file.error();
-    auto writing = written(std::move(path), std::move(*file));
+    auto writing = SavedFile::write(std::move(path), [content = std::move(file->content)] { return content; });
     const auto problem = co_await writing;
     if (problem)
         co_return *problem;

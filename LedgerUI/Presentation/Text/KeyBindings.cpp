@@ -16,6 +16,7 @@ constexpr std::array bindings{
     KeyBinding{Command::refresh, KeyScope::everywhere, "F5 Ctrl+R", "refresh"},
     KeyBinding{Command::companies, KeyScope::everywhere, "Ctrl+Shift+O", "companies"},
     KeyBinding{Command::settings, KeyScope::everywhere, "Ctrl+,", "settings"},
+    KeyBinding{Command::print, KeyScope::everywhere, "Ctrl+P", "print"},
     KeyBinding{Command::nextPane, KeyScope::everywhere, "F6", "nextPane"},
     KeyBinding{Command::previousPane, KeyScope::everywhere, "Shift+F6", "previousPane"},
     KeyBinding{Command::newEntry, KeyScope::ledger, "Ctrl+N", "newEntry"},

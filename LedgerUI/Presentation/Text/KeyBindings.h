@@ -30,6 +30,7 @@ enum class Command {
     openRow,
     copyRows,
     exportRows,
+    print,
     confirmForm,
     companies,
     settings,

@@ -18,6 +18,7 @@ const WordTable& keyWords()
         {"refresh", "刷新", "Segarkan", "Làm mới", "Refresh"},
         {"companies", "切换公司", "Ganti perusahaan", "Chuyển công ty", "Switch the company"},
         {"settings", "设置", "Pengaturan", "Cài đặt", "Settings"},
+        {"print", "打印或存为 PDF", "Cetak atau simpan sebagai PDF", "In hoặc lưu thành PDF", "Print or save as PDF"},
         {"nextPane", "下一个区域", "Panel berikutnya", "Vùng tiếp theo", "Next pane"},
         {"previousPane", "上一个区域", "Panel sebelumnya", "Vùng trước", "Previous pane"},
         {"newEntry", "新建记录", "Catatan baru", "Bút toán mới", "New entry"},

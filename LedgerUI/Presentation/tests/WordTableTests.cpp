@@ -26,6 +26,7 @@
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
+#include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Settings/SettingsWords.h"
@@ -65,6 +66,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"keyWords", &keyWords()},
         {"ledgerWords", &ledgerWords()},
         {"periodWords", &periodWords()},
+        {"printWords", &printWords()},
         {"receiptWords", &receiptWords()},
         {"reportWords", &reportWords()},
         {"roleWords", &roleWords()},

@@ -30,6 +30,8 @@ protected:
     [[nodiscard]] PageHeader& header() const { return *m_header; }
     [[nodiscard]] PeriodNavigator& period() const { return *m_period; }
     [[nodiscard]] ReportBrowser& browser() const { return *m_browser; }
+    [[nodiscard]] LedgerStore& store() const { return m_store; }
+    [[nodiscard]] ActionSet& actions() const { return *m_actions; }
     [[nodiscard]] static ChartColors colorsOf(const ReportSheet& sheet);
 
     void showInLedger(LedgerFilter filter);

@@ -1,19 +1,28 @@
 #include "LedgerUI/Screens/Reports/ReportsView.h"
 
+#include <algorithm>
+
 #include <QHBoxLayout>
 #include <QStackedWidget>
 #include <QTabBar>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
+#include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/PageHeader.h"
 #include "LedgerUI/Components/Page/PageTabs.h"
 #include "LedgerUI/Components/Period/PeriodNavigator.h"
+#include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Components/Table/ChoiceField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
+#include "LedgerUI/Presentation/Reports/ReportExport.h"
+#include "LedgerUI/Presentation/Reports/ReportPrint.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Reports/IncomeTab.h"
 #include "LedgerUI/Screens/Reports/MatrixTab.h"
 #include "LedgerUI/Screens/Reports/OverviewTab.h"
@@ -33,6 +42,7 @@ QString text(std::string_view key)
 
 ReportsView::ReportsView(LedgerStore& store, QWidget* parent) : ReportPage{store, QStringLiteral("reports"), parent}
 {
+    presentExits();
     buildLayout();
     connect(m_tabs, &PageTabs::chosenChanged, this, &ReportsView::presentTab);
     connect(m_accounts, &ChoiceField::chosenChanged, this, [this] { narrowTo(m_accounts->chosen()); });
@@ -52,11 +62,12 @@ void ReportsView::buildLayout()
     row->addWidget(&period());
     row->addWidget(m_accounts);
     header().setMiddle(middle);
+    header().addSecondary(actions()[QStringLiteral("printReport")]);
 
     m_tabs = new PageTabs(QStringLiteral("reportTabs"), this);
-    addTab(QStringLiteral("overview"), new OverviewTab(m_tabs));
-    addTab(QStringLiteral("income"), new IncomeTab(m_tabs));
-    addTab(QStringLiteral("matrix"), new MatrixTab(m_tabs));
+    addTab(ReportPart::overview, new OverviewTab(m_tabs));
+    addTab(ReportPart::income, new IncomeTab(m_tabs));
+    addTab(ReportPart::matrix, new MatrixTab(m_tabs));
     m_notice = new EmptyState(QStringLiteral("bar-chart"), this);
     m_notice->setObjectName(QStringLiteral("reportNotice"));
     m_stack = new QStackedWidget(this);
@@ -69,11 +80,10 @@ void ReportsView::buildLayout()
     rows->addWidget(m_stack, 1);
 }
 
-void ReportsView::addTab(const QString& id, ReportTab* tab)
+void ReportsView::addTab(ReportPart part, ReportTab* tab)
 {
-    m_order.push_back(id);
-    m_made[id] = tab;
-    m_tabs->setContents(id, tab);
+    m_made[part] = tab;
+    m_tabs->setContents(qString(ReportParts::idOf(part)), tab);
     connect(tab, &ReportTab::queryWanted, &browser(), qOverload<ReportQuery>(&ReportBrowser::ask));
     connect(tab, &ReportTab::backingWanted, this, [this](const ReportBacking& backing) { showBacking(backing); });
     connect(tab, &ReportTab::attentionWanted, this, [this](const AttentionItem& item) { lend(item); });
@@ -85,7 +95,7 @@ QList<QWidget*> ReportsView::panes() const
 {
     if (m_stack->currentWidget() != m_tabs)
         return {&header()};
-    auto all = m_made.at(m_tabs->chosen())->panes();
+    auto all = m_made.at(part())->panes();
     all.append(&header());
     all.append(&m_tabs->row());
     return all;
@@ -103,6 +113,7 @@ void ReportsView::narrowTo(const std::set<std::string, std::less<>>& accountIDs)
 void ReportsView::present(const ReportSheet* sheet)
 {
     header().setTitle(text("title"));
+    presentExits();
     if (!sheet) {
         m_notice->setTexts(text("preparing"), {});
         m_stack->setCurrentWidget(m_notice);
@@ -110,8 +121,10 @@ void ReportsView::present(const ReportSheet* sheet)
     }
     presentAccounts(*sheet);
     std::vector<PageTabs::Tab> tabs;
-    for (const auto& id : m_order)
-        tabs.push_back({.id = id, .text = text("tab." + id.toStdString())});
+    for (const auto each : ReportParts::all) {
+        const std::string id{ReportParts::idOf(each)};
+        tabs.push_back({.id = qString(id), .text = text("tab." + id)});
+    }
     m_tabs->setName(text("tabs"));
     m_tabs->present(tabs);
     if (sheet->failure)
@@ -124,11 +137,48 @@ void ReportsView::present(const ReportSheet* sheet)
 void ReportsView::presentTab()
 {
     const auto sheet = browser().sheet();
-    const auto found = m_made.find(m_tabs->chosen());
-    if (!sheet || sheet->failure || found == m_made.end())
+    if (!sheet || sheet->failure)
         return;
-    found->second->present(*sheet, colorsOf(*sheet));
+    m_made.at(part())->present(*sheet, colorsOf(*sheet));
     m_stack->setCurrentWidget(m_tabs);
+}
+
+ReportPart ReportsView::part() const
+{
+    const auto id = m_tabs->chosen().toStdString();
+    const auto found = std::ranges::find(ReportParts::all, id, &ReportParts::idOf);
+    return found == ReportParts::all.end() ? ReportPart::overview : *found;
+}
+
+void ReportsView::presentExits()
+{
+    const auto sheet = browser().sheet();
+    const bool isReady = sheet && !sheet->failure;
+    actions().present({{.id = QStringLiteral("printReport"),
+                        .text = word(printWords(), "action"),
+                        .glyph = QStringLiteral("printer"),
+                        .keys = KeyBindings::keys(Command::print),
+                        .whyNot = isReady ? QString{} : text("preparing"),
+                        .isOffered = store().canExport(),
+                        .run = [this] { print(); }}});
+}
+
+/// What is printed is what the page shows now, whatever becomes of the books while it is looked at.
+void ReportsView::print()
+{
+    const auto sheet = browser().sheet();
+    if (!sheet || sheet->failure)
+        return;
+    const auto shown = part();
+    PrintJob job{
+        .document =
+            [sheet, shown, moment = momentNow(store().today())](const std::string& locale) {
+                return ReportPrint::document(reportSheet(sheet->books, sheet->query, locale), shown, moment);
+            },
+        .permission = [store = &store(), sheet, shown] { return ReportExport::permission(store, sheet, shown); }};
+    auto* dialog = new PrintDialog(store(), std::move(job), window());
+    connect(dialog, &PrintDialog::finished, this, [this](const QString& what) { Q_EMIT done(what); });
+    dialog->open();
 }
 
 void ReportsView::presentFailure(ReportError failure)

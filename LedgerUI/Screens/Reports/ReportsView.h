@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "LedgerUI/Presentation/Reports/ReportPart.h"
 #include "LedgerUI/Screens/Reports/ReportPage.h"
 
 class ChoiceField;
@@ -21,17 +22,19 @@ public:
 
 private:
     void buildLayout();
-    void addTab(const QString& id, ReportTab* tab);
+    void addTab(ReportPart part, ReportTab* tab);
     void present(const ReportSheet* sheet) override;
     void presentTab();
     void presentAccounts(const ReportSheet& sheet);
     void presentFailure(ReportError failure);
+    void presentExits();
+    [[nodiscard]] ReportPart part() const;
+    void print();
     void narrowTo(const std::set<std::string, std::less<>>& accountIDs);
 
     ChoiceField* m_accounts = nullptr;
     QStackedWidget* m_stack = nullptr;
     PageTabs* m_tabs = nullptr;
     EmptyState* m_notice = nullptr;
-    std::vector<QString> m_order; // of the tabs
-    std::map<QString, ReportTab*> m_made;
+    std::map<ReportPart, ReportTab*> m_made;
 };

@@ -1,0 +1,93 @@
+#include "LedgerUI/Components/Print/PagePainter.h"
+
+#include <algorithm>
+#include <map>
+
+#include <QBuffer>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPrinter>
+
+#include "LedgerUI/Theme/Token.h"
+
+namespace {
+
+QColor colorOf(PrintInk ink)
+{
+    switch (ink) {
+    case PrintInk::text:
+        return Qt::black;
+    case PrintInk::quiet:
+        return QColor::fromRgb(tokenColor(Token::text2, ColorScheme::light)); // paper is always light
+    case PrintInk::line:
+        return QColor::fromRgb(tokenColor(Token::divider, ColorScheme::light));
+    }
+    return {};
+}
+
+QPageLayout layoutOf(const PrintedPages& pages)
+{
+    return {pages.paper, pages.orientation, {}, QPageLayout::Point};
+}
+
+}
+
+void PagePainter::paint(QPainter& painter, const PrintedPages& pages, std::size_t page)
+{
+    const auto& shown = pages.pages[page];
+    for (const auto& rule : shown.rules)
+        painter.fillRect(QRectF{rule.left, rule.y - rule.thickness / 2, rule.right - rule.left, rule.thickness},
+                         colorOf(rule.ink));
+    PrintFont inUse;
+    auto ink = PrintInk::line;
+    for (const auto& text : shown.texts) {
+        if (text.font != inUse)
+            painter.setFont(printFont(pages.families, text.font));
+        if (text.ink != ink)
+            painter.setPen(colorOf(text.ink));
+        inUse = text.font;
+        ink = text.ink;
+        painter.drawText(text.place, text.text);
+    }
+}
+
+std::string PagePainter::pdf(const PrintedPages& pages)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    {
+        QPdfWriter writer{&buffer};
+        writer.setTitle(pages.title);
+        writer.setCreator(QStringLiteral("Tallyfold"));
+        writer.setPageLayout(layoutOf(pages));
+        writer.setResolution(printUnitsPerInch);
+        QPainter painter{&writer};
+        for (std::size_t page = 0; page < pages.pages.size(); ++page) {
+            if (page > 0)
+                writer.newPage();
+            paint(painter, pages, page);
+        }
+    }
+    return buffer.data().toStdString();
+}
+
+bool PagePainter::print(QPrinter& printer, const PrintedPages& pages)
+{
+    printer.setDocName(pages.title);
+    printer.setFullPage(true);
+    printer.setPageLayout(layoutOf(pages));
+    QPainter painter;
+    if (!painter.begin(&printer))
+        return false;
+    const double scale = static_cast<double>(printer.resolution()) / printUnitsPerInch;
+    painter.scale(scale, scale);
+    const auto count = static_cast<int>(pages.pages.size());
+    const int first = std::max(1, printer.fromPage());
+    const int last = printer.toPage() > 0 ? std::min(printer.toPage(), count) : count;
+    for (int page = first; page <= last; ++page) {
+        if (page > first && !printer.newPage())
+            return false;
+        paint(painter, pages, static_cast<std::size_t>(page - 1));
+    }
+    return painter.end();
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <array>
+#include <string_view>
+#include <vector>
+
+#include "LedgerUI/Presentation/Reports/ReportSheet.h"
+
+/// The reports of the page, each on a tab of its own.
+enum class ReportPart { overview, income, matrix };
+
+namespace ReportParts {
+
+inline constexpr std::array all{ReportPart::overview, ReportPart::income, ReportPart::matrix};
+
+/// The stable name of a report: of its tab, and in the names of files.
+std::string_view idOf(ReportPart part);
+
+/// The tables of a report, those with rows.
+std::vector<const ReportGrid*> grids(const ReportSheet& sheet, ReportPart part);
+
+/// The currencies that its figures are about.
+std::vector<std::string> currencies(const ReportSheet& sheet, ReportPart part);
+
+}

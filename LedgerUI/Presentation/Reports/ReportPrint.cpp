@@ -1,0 +1,88 @@
+#include "LedgerUI/Presentation/Reports/ReportPrint.h"
+
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+namespace {
+
+using Kind = ReportGridColumn::Kind;
+
+PrintedRow::Level levelOf(ReportGridRow::Level level)
+{
+    switch (level) {
+    case ReportGridRow::Level::plain:
+        return PrintedRow::Level::plain;
+    case ReportGridRow::Level::parent:
+        return PrintedRow::Level::parent;
+    case ReportGridRow::Level::child:
+        return PrintedRow::Level::child;
+    case ReportGridRow::Level::total:
+        return PrintedRow::Level::total;
+    }
+    return PrintedRow::Level::plain;
+}
+
+std::vector<std::string> accountNames(const ReportSheet& sheet)
+{
+    std::vector<std::string> names;
+    for (const auto& account : sheet.books->snapshot->accounts) {
+        if (sheet.query.accountIDs && sheet.query.accountIDs->contains(account.id))
+            names.push_back(account.name);
+    }
+    return names;
+}
+
+}
+
+PrintedTable ReportPrint::table(const ReportGrid& grid, const QString& note)
+{
+    PrintedTable table{.title = grid.name, .columns = {}, .rows = {}, .note = note};
+    for (const auto& column : grid.columns) {
+        if (column.kind == Kind::line)
+            continue;
+        const bool isName = column.kind == Kind::name;
+        table.columns.push_back({.head = column.head,
+                                 .side = isName ? PrintedColumn::Side::start : PrintedColumn::Side::end,
+                                 .width = isName ? PrintedColumn::Width::rest : PrintedColumn::Width::content});
+    }
+    for (const auto& row : grid.rows) {
+        PrintedRow printed{.cells = {}, .level = levelOf(row.level)};
+        for (std::size_t at = 0; at < row.cells.size(); ++at) {
+            if (grid.columns[at].kind != Kind::line)
+                printed.cells.push_back({.text = row.cells[at].text, .second = row.cells[at].beside});
+        }
+        table.rows.push_back(std::move(printed));
+    }
+    return table;
+}
+
+QString ReportPrint::fileName(const ReportSheet& sheet, ReportPart part, const PrintMoment& moment)
+{
+    return QStringLiteral("tallyfold-report-%1-%2")
+        .arg(qString(ReportParts::idOf(part)), PrintHead::days(sheet.query.period, moment));
+}
+
+PrintedDocument ReportPrint::document(const ReportSheet& sheet, ReportPart part, const PrintMoment& moment)
+{
+    const auto& locale = sheet.locale;
+    const auto word = [&](std::string_view key) { return wordIn(locale, reportWords(), key); };
+    PrintedDocument document{.locale = locale,
+                             .company = qString(sheet.books->snapshot->company.name),
+                             .title = word("tab." + std::string{ReportParts::idOf(part)}),
+                             .fileName = fileName(sheet, part, moment)};
+    document.facts = {PrintHead::period(sheet.query.period, locale), PrintHead::accounts(accountNames(sheet), locale)};
+    if (part != ReportPart::overview)
+        document.facts.push_back(PrintHead::currency(sheet.query.currency, locale));
+    document.facts.push_back(PrintHead::asOf(moment, locale));
+    for (const auto* grid : ReportParts::grids(sheet, part)) {
+        auto printed = table(*grid);
+        if (grid == &sheet.largestExpenses) // the overview lists all currencies, this table one of them
+            printed.title += QStringLiteral(" · ") + qString(sheet.query.currency);
+        if (grid == &sheet.trend.categories)
+            printed.title += QStringLiteral(" · ") + sheet.trend.of;
+        document.tables.push_back(std::move(printed));
+    }
+    if (part == ReportPart::income)
+        document.notes.push_back(word("categories.hint"));
+    return document;
+}
