@@ -8,6 +8,7 @@
 #include <QPdfWriter>
 #include <QPrinter>
 
+#include "LedgerUI/Components/Print/PdfText.h"
 #include "LedgerUI/Theme/Token.h"
 
 namespace {
@@ -68,7 +69,7 @@ std::string PagePainter::pdf(const PrintedPages& pages)
             paint(painter, pages, page);
         }
     }
-    return buffer.data().toStdString();
+    return PdfText::corrected(buffer.data().toStdString(), PdfText::readingOf(pages));
 }
 
 bool PagePainter::print(QPrinter& printer, const PrintedPages& pages)

@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QScrollBar>
 
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Print/PagePainter.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
@@ -23,6 +24,7 @@ PagesView::PagesView(QWidget* parent) : QAbstractScrollArea{parent}
 {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
+    speakAsPicture(*this);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn); // pages must not change their width with their number
     connect(&Theme::current(), &Theme::changed, viewport(), qOverload<>(&QWidget::update));

@@ -14,6 +14,7 @@
 
 #include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Exports/ExportRefusal.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
 #include "LedgerUI/Components/Dialogs/FileChoice.h"
@@ -49,6 +50,13 @@ QPageSize usualPaper()
     return QPageSize{isLetter ? QPageSize::Letter : QPageSize::A4};
 }
 
+bool saysChanged(const Failure& failure)
+{
+    const auto* error = std::get_if<APIError>(&failure);
+    return error && (error->code == code(ExportRefusal::reportChanged) ||
+                     error->code == code(ExportRefusal::reportScopeChanged));
+}
+
 QCoro::Task<std::shared_ptr<const PrintedDocument>> made(PrintJob job, std::string locale)
 {
     const auto document = std::make_shared<PrintedDocument>();
@@ -65,8 +73,8 @@ PrintMoment momentNow(std::string today)
     return {.day = std::move(today), .time = QTime::currentTime().toString(QStringLiteral("HH:mm")).toStdString()};
 }
 
-PrintDialog::PrintDialog(LedgerStore& store, PrintJob job, QWidget* parent)
-    : CommandForm{store, parent}, m_job{std::move(job)}, m_paper{.size = usualPaper()}
+PrintDialog::PrintDialog(LedgerStore& store, PrintSource source, QWidget* parent)
+    : CommandForm{store, parent}, m_source{std::move(source)}, m_job{m_source()}, m_paper{.size = usualPaper()}
 {
     setObjectName(QStringLiteral("printDialog"));
     confirmButton().setObjectName(QStringLiteral("printSave"));
@@ -239,7 +247,7 @@ void PrintDialog::saveTo(const std::filesystem::path& path)
         QCoro::connect(SavedFile::write(path, [pages] { return PagePainter::pdf(*pages); }), this,
                        [this, path](std::optional<SavingProblem> problem) {
                            if (problem)
-                               fail(notSavedText(locale(), text("saveFailed"), *problem));
+                               fail({Banner::Kind::error, notSavedText(locale(), text("saveFailed"), *problem)});
                            else
                                finish(word(printWords(), "saved", {path.filename().string()}));
                        });
@@ -282,7 +290,7 @@ void PrintDialog::printOn(std::shared_ptr<QPrinter> printer)
                            if (PagePainter::print(*printer, *pages))
                                finish(text("printed"));
                            else
-                               fail(text("printFailed"));
+                               fail({Banner::Kind::error, text("printFailed")});
                        });
     });
 }
@@ -299,10 +307,22 @@ void PrintDialog::giveOut(std::function<void()> proceed)
         if (!store().snapshot())
             return; // with the session the dialog closes
         if (allowed)
-            return proceed();
-        m_refusal = allowed.error();
-        fail({});
+            proceed();
+        else
+            refuse(allowed.error());
     });
+}
+
+/// Where the books have changed, the person looks again before anything is given out.
+void PrintDialog::refuse(const Failure& failure)
+{
+    if (!saysChanged(failure)) {
+        m_refusal = failure;
+        return fail({});
+    }
+    m_job = m_source();
+    fail({Banner::Kind::info, text("renewed")});
+    makeDocument();
 }
 
 void PrintDialog::finish(const QString& what)
@@ -311,10 +331,10 @@ void PrintDialog::finish(const QString& what)
     leave();
 }
 
-void PrintDialog::fail(const QString& why)
+void PrintDialog::fail(const Note& why)
 {
     m_stage = SubmissionStage::editing;
-    m_note = why.isEmpty() ? Note{} : Note{Banner::Kind::error, why};
+    m_note = why;
     present();
     confirmButton().setFocus(Qt::OtherFocusReason);
 }

@@ -29,12 +29,15 @@ struct PrintJob {
     std::function<QCoro::Task<Result<void>>()> permission = {};
 };
 
+/// Asks for what is to be printed as it stands now: at first, and again once that has changed.
+using PrintSource = std::function<PrintJob()>;
+
 /// Shows a document as it will look on paper, prints it and saves it as PDF. Deletes itself when it closes; open it
 /// with `open()`.
 class PrintDialog final : public CommandForm {
     Q_OBJECT
 public:
-    PrintDialog(LedgerStore& store, PrintJob job, QWidget* parent);
+    PrintDialog(LedgerStore& store, PrintSource source, QWidget* parent);
 
     /// Goes on as if the person had chosen this file.
     void saveTo(const std::filesystem::path& path);
@@ -64,8 +67,10 @@ private:
     /// Goes on with `proceed` once the document may be given out.
     void giveOut(std::function<void()> proceed);
     void finish(const QString& what);
-    void fail(const QString& why);
+    void refuse(const Failure& failure);
+    void fail(const Note& why);
 
+    PrintSource m_source;
     PrintJob m_job;
     PaperChoice m_paper;
     std::shared_ptr<const PrintedDocument> m_document; // null until it is made

@@ -10,14 +10,16 @@ using Level = PrintedRow::Level;
 using Width = PrintedColumn::Width;
 
 constexpr std::array scales{PrintScale{}, PrintScale{.body = 76, .small = 68}, PrintScale{.body = 68, .small = 62}};
+constexpr double headAtMost = 800;   // of a head that is kept on one line
 constexpr double wordsAtLeast = 900; // a column that wraps keeps this much, or its whole text where that is less
 
 struct Wish {
     double least = 0;
+    double comfort = 0; // with its head on one line
     double whole = 0;
 };
 
-/// What each column needs at least, and with nothing wrapped.
+/// What each column needs at least, to be read easily, and with nothing wrapped.
 std::vector<Wish> wishes(PrintMetrics& metrics, const PrintedTable& table, const PrintScale& scale)
 {
     std::vector<Wish> all(table.columns.size());
@@ -38,6 +40,7 @@ std::vector<Wish> wishes(PrintMetrics& metrics, const PrintedTable& table, const
                 wish.whole = std::max(wish.whole, indent + metrics.width(cell.second, small));
         }
         wish.least = column.width == Width::rest ? std::min(wish.whole, wordsAtLeast) : wish.whole;
+        wish.comfort = std::max(wish.least, std::min(metrics.width(column.head, head), headAtMost));
     }
     return all;
 }
@@ -118,6 +121,12 @@ PrintColumnPlan PrintColumns::plan(PrintMetrics& metrics, const PrintedTable& ta
             break;
     }
     const double gap = plan.scale.gap();
+    if (together(all, &Wish::comfort, gap) <= width) {
+        for (auto& wish : all) {
+            wish.least = wish.comfort;
+            wish.whole = std::max(wish.whole, wish.comfort);
+        }
+    }
     for (std::size_t first = std::min<std::size_t>(1, all.size()); !all.empty();) {
         auto set = nextSet(all, first, width, gap);
         first = set.back() + 1;

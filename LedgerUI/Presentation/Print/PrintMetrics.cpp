@@ -23,8 +23,8 @@ QFont printFont(const QStringList& families, PrintFont font)
     made.setPixelSize(font.size);
     made.setBold(font.isBold);
     made.setHintingPreference(QFont::PreferNoHinting);
-    // Letters joined into one sign could not be read back from a file.
-    made.setLetterSpacing(QFont::AbsoluteSpacing, 0.01);
+    // Letters joined into one sign could not be read back from a file: letters that are spaced are not joined.
+    made.setLetterSpacing(QFont::AbsoluteSpacing, 1.0 / 32);
     return made;
 }
 

@@ -21,7 +21,7 @@ const WordTable& printWords()
         {"orientation.automatic", "自动", "Otomatis", "Tự động", "Automatic"},
         {"orientation.portrait", "纵向", "Tegak", "Dọc", "Portrait"},
         {"orientation.landscape", "横向", "Mendatar", "Ngang", "Landscape"},
-        {"pages.one", "共 %1 页", "%1 halaman", "%1 trang", "%1 page"},
+        {"pages.one", "共 1 页", "1 halaman", "1 trang", "1 page"},
         {"pages.many", "共 %1 页", "%1 halaman", "%1 trang", "%1 pages"},
         {"pages", "预览", "Pratinjau", "Bản xem trước", "Preview"},
         {"pages.shown", "第 %1 页，共 %2 页", "Halaman %1 dari %2", "Trang %1 trên %2", "Page %1 of %2"},
@@ -40,6 +40,10 @@ const WordTable& printWords()
         {"saveFailed", "无法保存文件。", "Berkas tidak dapat disimpan.", "Không lưu được tệp.",
          "The file could not be saved."},
         {"saved", "已保存 %1", "%1 tersimpan", "Đã lưu %1", "Saved %1"},
+        {"renewed", "记录已变化，预览已更新。请再看一遍。",
+         "Catatan telah berubah; pratinjau diperbarui. Periksa lagi.",
+         "Bản ghi đã thay đổi; bản xem trước đã được cập nhật. Hãy xem lại.",
+         "The records have changed; the preview is up to date. Look at it again."},
         {"printed", "已发送到打印机", "Dikirim ke pencetak", "Đã gửi đến máy in", "Sent to the printer"},
     };
     return table;

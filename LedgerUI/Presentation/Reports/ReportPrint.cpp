@@ -1,5 +1,7 @@
 #include "LedgerUI/Presentation/Reports/ReportPrint.h"
 
+#include <algorithm>
+
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -20,6 +22,13 @@ PrintedRow::Level levelOf(ReportGridRow::Level level)
         return PrintedRow::Level::total;
     }
     return PrintedRow::Level::plain;
+}
+
+/// A row of which only the name says anything.
+bool isHeading(const ReportGridRow& row)
+{
+    return row.cells.size() > 1 && row.cells.front().tone == ReportGridCell::Tone::strong &&
+           std::all_of(row.cells.begin() + 1, row.cells.end(), [](const auto& cell) { return cell.text.isEmpty(); });
 }
 
 std::vector<std::string> accountNames(const ReportSheet& sheet)
@@ -46,7 +55,7 @@ PrintedTable ReportPrint::table(const ReportGrid& grid, const QString& note)
                                  .width = isName ? PrintedColumn::Width::rest : PrintedColumn::Width::content});
     }
     for (const auto& row : grid.rows) {
-        PrintedRow printed{.cells = {}, .level = levelOf(row.level)};
+        PrintedRow printed{.cells = {}, .level = isHeading(row) ? PrintedRow::Level::group : levelOf(row.level)};
         for (std::size_t at = 0; at < row.cells.size(); ++at) {
             if (grid.columns[at].kind != Kind::line)
                 printed.cells.push_back({.text = row.cells[at].text, .second = row.cells[at].beside});

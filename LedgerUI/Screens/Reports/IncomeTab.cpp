@@ -26,8 +26,8 @@ using Level = ReportGridRow::Level;
 constexpr std::array grains{Period::Span::day, Period::Span::week, Period::Span::month, Period::Span::quarter,
                             Period::Span::year};
 constexpr int chartHeight = 200;
-constexpr int trendWidth = 518;
-constexpr int categoriesWidth = 442;
+constexpr int trendWidth = 570;
+constexpr int categoriesWidth = 390;
 constexpr int categoriesMinimum = 340;
 
 QString text(std::string_view key)

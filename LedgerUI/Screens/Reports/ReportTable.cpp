@@ -24,6 +24,7 @@ using Level = ReportGridRow::Level;
 using Tone = ReportGridCell::Tone;
 
 constexpr int nameMinimum = 132;
+constexpr int nameBeforeSpare = 220; // names as long as this are shown in full rather than a spare column
 constexpr int drawingWidth = 76;
 constexpr int columnGap = 12; // beyond the paddings of the cells
 constexpr int shareBar = 44;
@@ -189,15 +190,17 @@ void ReportTable::layOut()
     std::vector<int> widths;
     int taken = 0;
     int names = 0;
+    int longer = 0; // what names would take beyond the least
     for (int column = 0; column < columns; ++column) {
         setColumnHidden(column, false);
         widths.push_back(contentWidth(column));
         const bool isName = m_model->grid().columns[static_cast<std::size_t>(column)].kind == Kind::name;
         taken += isName ? nameMinimum : widths.back();
         names += isName ? 1 : 0;
+        longer += isName ? std::max(0, std::min(widths.back(), nameBeforeSpare) - nameMinimum) : 0;
     }
     const int room = viewport()->width();
-    for (int column = columns - 1; column >= 0 && taken > room; --column) {
+    for (int column = columns - 1; column >= 0 && taken + longer > room; --column) {
         if (!m_model->grid().columns[static_cast<std::size_t>(column)].isSpare)
             continue;
         setColumnHidden(column, true);

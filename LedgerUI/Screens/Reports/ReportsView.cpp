@@ -164,19 +164,23 @@ void ReportsView::presentExits()
 }
 
 /// What is printed is what the page shows now, whatever becomes of the books while it is looked at.
+PrintJob ReportsView::printJob() const
+{
+    const auto sheet = browser().sheet();
+    const auto shown = part();
+    return {.document =
+                [sheet, shown, moment = momentNow(store().today())](const std::string& locale) {
+                    return ReportPrint::document(reportSheet(sheet->books, sheet->query, locale), shown, moment);
+                },
+            .permission = [store = &store(), sheet, shown] { return ReportExport::permission(store, sheet, shown); }};
+}
+
 void ReportsView::print()
 {
     const auto sheet = browser().sheet();
     if (!sheet || sheet->failure)
         return;
-    const auto shown = part();
-    PrintJob job{
-        .document =
-            [sheet, shown, moment = momentNow(store().today())](const std::string& locale) {
-                return ReportPrint::document(reportSheet(sheet->books, sheet->query, locale), shown, moment);
-            },
-        .permission = [store = &store(), sheet, shown] { return ReportExport::permission(store, sheet, shown); }};
-    auto* dialog = new PrintDialog(store(), std::move(job), window());
+    auto* dialog = new PrintDialog(store(), [this] { return printJob(); }, window());
     connect(dialog, &PrintDialog::finished, this, [this](const QString& what) { Q_EMIT done(what); });
     dialog->open();
 }

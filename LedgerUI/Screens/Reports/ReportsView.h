@@ -10,6 +10,7 @@ class EmptyState;
 class PageTabs;
 class QStackedWidget;
 class ReportTab;
+struct PrintJob;
 
 /// The reports page: one period, all accounts or some, one currency at a time, and a tab for each way of looking at
 /// them. Every figure opens the entries behind it in the ledger.
@@ -29,6 +30,7 @@ private:
     void presentFailure(ReportError failure);
     void presentExits();
     [[nodiscard]] ReportPart part() const;
+    [[nodiscard]] PrintJob printJob() const;
     void print();
     void narrowTo(const std::set<std::string, std::less<>>& accountIDs);
 

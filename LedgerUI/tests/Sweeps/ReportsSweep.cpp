@@ -51,6 +51,13 @@ const std::array shown{
                 [](auto& under) {
                     openReports(under, "overviewTab", SnapshotBuilder{}.account("Petty cash", {"IDR"}).grantAll());
                 }},
+    SweptScreen{"ReportPrint", builtPages,
+                [](auto& under) {
+                    openReports(under, "matrixTab");
+                    under.screen.keys("Ctrl+P");
+                    under.screen.waitForFocus("printDialog");
+                    under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });
+                }},
     SweptScreen{"ReportAccounts", builtPages,
                 [](auto& under) {
                     openReports(under, "overviewTab");

@@ -1,0 +1,178 @@
+#include "LedgerUI/Components/Print/PrintDialog.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <QPrinter>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Screens/Reports/ReportsView.h"
+#include "LedgerUI/testing/ReportSample.h"
+#include "LedgerUI/testing/WindowUnderTest.h"
+
+namespace {
+
+PageRegistry reportsPage()
+{
+    PageRegistry pages;
+    pages.add<ReportsView>(WorkspacePage::reports);
+    return pages;
+}
+
+struct PrintUnderTest : WindowUnderTest {
+    explicit PrintUnderTest(const SnapshotBuilder& books = reportSample()) : WindowUnderTest{reportsPage()}
+    {
+        openDemonstration(books);
+        screen.waitFor("currencyTable");
+    }
+    void open()
+    {
+        screen.keys("Ctrl+P");
+        screen.waitForFocus("printDialog");
+        screen.waitUntil("the pages are there", [this] { return screen.offers("printSave"); });
+    }
+    [[nodiscard]] std::filesystem::path path(const char* name = "report.pdf") const
+    {
+        return std::filesystem::path{folder.path().toStdString()} / name;
+    }
+    [[nodiscard]] std::string text(const char* name = "report.pdf") const
+    {
+        QProcess process;
+        process.start(QStringLiteral("pdftotext"),
+                      {QStringLiteral("-layout"), QString::fromStdString(path(name)), QStringLiteral("-")});
+        process.waitForFinished();
+        return process.readAllStandardOutput().toStdString();
+    }
+    PrintDialog& dialog() { return screen.find<PrintDialog>("printDialog"); }
+
+    QTemporaryDir folder;
+};
+
+}
+
+TEST(PrintDialog, SavesTheReportInSightInEveryLanguage)
+{
+    struct Said {
+        const char* language;
+        std::vector<const char*> words;
+    };
+    const std::array cases{
+        Said{"zh-CN", {"概览", "2026年11月", "截至", "全部账户", "期末", "最大支出"}},
+        Said{"id-ID", {"Ikhtisar", "November 2026", "Semua rekening", "Saldo akhir", "Pengeluaran terbesar"}},
+        Said{"vi-VN", {"Tổng quan", "Tháng 11 năm 2026", "Tất cả tài khoản", "Cuối kỳ", "Khoản chi lớn nhất"}},
+        Said{"en-US", {"Overview", "November 2026", "All accounts", "Closing", "Largest expenses"}}};
+    for (const auto& said : cases) {
+        PrintUnderTest under;
+        under.speak(said.language);
+        under.open();
+        under.dialog().saveTo(under.path());
+        under.screen.waitUntilGone("printDialog");
+        const auto text = under.text();
+        for (const auto* each : said.words)
+            EXPECT_NE(text.find(each), std::string::npos) << each << " in\n" << text;
+        EXPECT_NE(text.find("PT Lentera Niaga Nusantara"), std::string::npos);
+        const bool isEnglishGrouped = std::string{said.language} == "zh-CN" || std::string{said.language} == "en-US";
+        EXPECT_NE(text.find(isEnglishGrouped ? "197,420.00" : "197.420,00"), std::string::npos) << text;
+        under.screen.waitForText("report.pdf");
+    }
+}
+
+TEST(PrintDialog, IsOfferedAFileByItsOwnName)
+{
+    PrintUnderTest under;
+    under.open();
+    under.screen.press("printSave");
+    under.screen.waitForFocus("printFileDialog");
+    EXPECT_EQ(under.screen.read("fileNameEdit"), "tallyfold-report-overview-2026-11-01_2026-11-30.pdf");
+    under.screen.fill("fileNameEdit", under.path("mine").string());
+    under.screen.keys("Return");
+    under.screen.waitUntilGone("printDialog");
+    EXPECT_TRUE(std::filesystem::exists(under.path("mine.pdf")));
+}
+
+TEST(PrintDialog, LaysOutAnewForOtherPaperAndAnotherLanguage)
+{
+    PrintUnderTest under;
+    under.open();
+    EXPECT_EQ(under.screen.read("printPages"), "1 page");
+    under.screen.press("Letter");
+    under.screen.press("Landscape");
+    under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });
+    under.dialog().saveTo(under.path());
+    under.screen.waitUntilGone("printDialog");
+    QProcess process;
+    process.start(QStringLiteral("pdfinfo"), {QString::fromStdString(under.path())});
+    process.waitForFinished();
+    EXPECT_TRUE(process.readAllStandardOutput().contains("792 x 612 pts (letter)"));
+    under.activate();
+    under.open();
+    under.speak("id-ID");
+    under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });
+    under.dialog().saveTo(under.path("second.pdf"));
+    under.screen.waitUntilGone("printDialog");
+    EXPECT_NE(under.text("second.pdf").find("Ikhtisar"), std::string::npos);
+}
+
+TEST(PrintDialog, GivesNothingOutFromBooksThatHaveChangedAndSaysWhy)
+{
+    PrintUnderTest under;
+    under.open();
+    auto changed = reportSample();
+    changed.expense("e9", "2026-11-19", "Operating bank", "IDR", 1, "rent");
+    under.server.replace("GET v1/snapshot", ServerReply::json(changed.json()));
+    under.dialog().saveTo(under.path());
+    under.screen.waitForText("The records have changed");
+    EXPECT_FALSE(std::filesystem::exists(under.path()));
+    under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });
+    under.dialog().saveTo(under.path());
+    under.screen.waitUntilGone("printDialog");
+    EXPECT_NE(under.text().find("54,000,000.01"), std::string::npos) << "as the books stand now: " << under.text();
+}
+
+TEST(PrintDialog, StaysOpenWhereTheFileCannotBeWritten)
+{
+    PrintUnderTest under;
+    under.open();
+    under.dialog().saveTo(under.path("gone/report.pdf"));
+    under.screen.waitForText("The folder is no longer there.");
+    EXPECT_TRUE(under.screen.says("The file could not be saved."));
+    std::ofstream{under.path()} << "what stood there";
+    under.dialog().saveTo("/dev/full/report.pdf");
+    under.screen.waitUntil("it can be saved again", [&] { return under.screen.offers("printSave"); });
+    under.dialog().saveTo(under.path());
+    under.screen.waitUntilGone("printDialog");
+    EXPECT_NE(under.text().find("Overview"), std::string::npos) << "the file was replaced whole";
+}
+
+TEST(PrintDialog, PrintsOnThePaperOfThePrinter)
+{
+    PrintUnderTest under;
+    under.open();
+    const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    printer->setOutputFormat(QPrinter::PdfFormat);
+    printer->setOutputFileName(QString::fromStdString(under.path()));
+    printer->setPageSize(QPageSize{QPageSize::A5});
+    under.dialog().printOn(printer);
+    under.screen.waitUntilGone("printDialog");
+    under.screen.waitForText("Sent to the printer");
+    EXPECT_NE(under.text().find("Largest expenses"), std::string::npos);
+}
+
+TEST(PrintDialog, IsForThoseWhoMayExportAndEndsWithTheSession)
+{
+    {
+        PrintUnderTest under{reportSample().permissions({"viewCompany"})};
+        EXPECT_FALSE(under.screen.shows("printReportButton"));
+        under.screen.keys("Ctrl+P");
+        EXPECT_FALSE(under.screen.shows("printDialog"));
+    }
+    PrintUnderTest under;
+    under.open();
+    under.server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
+    under.dialog().saveTo(under.path());
+    under.screen.waitUntilGone("printDialog");
+    EXPECT_FALSE(std::filesystem::exists(under.path()));
+}
