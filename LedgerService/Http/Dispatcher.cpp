@@ -12,7 +12,7 @@
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Http/CommandAudit.h"
 #include "LedgerService/Http/Conditions.h"
-#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"

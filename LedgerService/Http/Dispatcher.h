@@ -9,7 +9,7 @@
 #include "LedgerService/Http/Reply.h"
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Http/RouteTable.h"
-#include "LedgerService/Identity/KnownTokens.h"
+#include "LedgerService/Identity/Sessions/KnownTokens.h"
 #include "LedgerService/Service.h"
 
 namespace LedgerService {

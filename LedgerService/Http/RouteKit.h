@@ -9,7 +9,7 @@
 #include "LedgerService/Http/CommandOnce.h"
 #include "LedgerService/Http/RequestBody.h"
 #include "LedgerService/Http/Route.h"
-#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/Sessions/Authentication.h"
 
 /// Makes routes of functions that say nothing of HTTP. A row of a route table reads
 ///

@@ -6,7 +6,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Audit/AuditSeals.h"
-#include "LedgerService/Identity/DemoCompanies.h"
+#include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Receipts/LooseReceipts.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"

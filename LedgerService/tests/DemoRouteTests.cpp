@@ -7,7 +7,7 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
-#include "LedgerService/Identity/DemoCompanies.h"
+#include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"

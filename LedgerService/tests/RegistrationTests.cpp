@@ -10,7 +10,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/MemberCommands.h"
-#include "LedgerService/Identity/PersonRegistration.h"
+#include "LedgerService/Identity/AccessFlow/PersonRegistration.h"
 #include "LedgerService/Operations/ManagePeople.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"

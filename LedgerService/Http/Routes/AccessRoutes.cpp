@@ -2,9 +2,9 @@
 
 #include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
-#include "LedgerService/Identity/AccessChallenges.h"
-#include "LedgerService/Identity/AccessCompletions.h"
-#include "LedgerService/Identity/PasswordChanging.h"
+#include "LedgerService/Identity/AccessFlow/AccessChallenges.h"
+#include "LedgerService/Identity/AccessFlow/AccessCompletions.h"
+#include "LedgerService/Identity/AccessFlow/PasswordChanging.h"
 
 namespace LedgerService {
 

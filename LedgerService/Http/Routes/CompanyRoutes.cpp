@@ -4,9 +4,9 @@
 #include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
-#include "LedgerService/Identity/CompanyApplications.h"
-#include "LedgerService/Identity/CompanyProfile.h"
-#include "LedgerService/Identity/OwnCompanies.h"
+#include "LedgerService/Identity/Companies/CompanyApplications.h"
+#include "LedgerService/Identity/Companies/CompanyProfile.h"
+#include "LedgerService/Identity/Companies/OwnCompanies.h"
 
 namespace LedgerService {
 

@@ -4,8 +4,8 @@
 #include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
-#include "LedgerService/Identity/Invitations.h"
-#include "LedgerService/Identity/OwnCompanies.h"
+#include "LedgerService/Identity/Companies/OwnCompanies.h"
+#include "LedgerService/Identity/Members/Invitations.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 
 namespace LedgerService {

@@ -3,7 +3,7 @@
 #include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
-#include "LedgerService/Identity/Members.h"
+#include "LedgerService/Identity/Members/Members.h"
 
 namespace LedgerService {
 

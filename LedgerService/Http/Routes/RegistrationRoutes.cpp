@@ -2,7 +2,7 @@
 
 #include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
-#include "LedgerService/Identity/PersonRegistration.h"
+#include "LedgerService/Identity/AccessFlow/PersonRegistration.h"
 
 namespace LedgerService {
 

@@ -4,9 +4,9 @@
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
-#include "LedgerService/Identity/DemoSignIn.h"
-#include "LedgerService/Identity/SignIn.h"
-#include "LedgerService/Identity/SignOut.h"
+#include "LedgerService/Identity/Sessions/DemoSignIn.h"
+#include "LedgerService/Identity/Sessions/SignIn.h"
+#include "LedgerService/Identity/Sessions/SignOut.h"
 
 namespace LedgerService {
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/Sessions/Authentication.h"
 
 #include <memory>
 #include <optional>

@@ -3,7 +3,7 @@
 #include <expected>
 #include <string_view>
 
-#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/Sessions/Authentication.h"
 
 namespace LedgerService {
 

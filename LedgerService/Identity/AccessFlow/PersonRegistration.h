@@ -5,7 +5,7 @@
 #include <variant>
 
 #include "LedgerCore/Domain/Records/AccessRecords.h"
-#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/Invitations.h"
+#include "LedgerService/Identity/Members/Invitations.h"
 
 #include <algorithm>
 #include <optional>
@@ -10,9 +10,9 @@
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerService/Identity/Authentication.h"
-#include "LedgerService/Identity/InvitationCode.h"
-#include "LedgerService/Identity/MembershipRefusal.h"
+#include "LedgerService/Identity/Members/InvitationCode.h"
+#include "LedgerService/Identity/Members/MembershipRefusal.h"
+#include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Mail/MailTexts.h"
 #include "LedgerService/Mail/Outbox.h"
 #include "LedgerService/Random.h"

@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/KnownTokens.h"
+#include "LedgerService/Identity/Sessions/KnownTokens.h"
 
 #include <cstddef>
 #include <utility>

@@ -5,7 +5,7 @@
 
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerService/Commands/CommandAct.h"
-#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/MembershipRefusal.h"
+#include "LedgerService/Identity/Members/MembershipRefusal.h"
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 

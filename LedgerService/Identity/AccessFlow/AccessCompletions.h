@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "LedgerCore/Domain/Records/AccessCommands.h"
-#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 

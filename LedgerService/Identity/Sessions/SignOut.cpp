@@ -1,7 +1,7 @@
-#include "LedgerService/Identity/SignOut.h"
+#include "LedgerService/Identity/Sessions/SignOut.h"
 
 #include "LedgerService/Audit/AuditTrail.h"
-#include "LedgerService/Identity/Authentication.h"
+#include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"

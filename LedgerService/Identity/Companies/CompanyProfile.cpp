@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/CompanyProfile.h"
+#include "LedgerService/Identity/Companies/CompanyProfile.h"
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Contract.h"

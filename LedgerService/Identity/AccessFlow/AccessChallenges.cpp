@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/AccessChallenges.h"
+#include "LedgerService/Identity/AccessFlow/AccessChallenges.h"
 
 #include <array>
 
@@ -10,7 +10,7 @@
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerService/Identity/Invitations.h"
+#include "LedgerService/Identity/Members/Invitations.h"
 #include "LedgerService/Identity/PersonLimits.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Mail/MailTexts.h"

@@ -1,9 +1,9 @@
-#include "LedgerService/Identity/OwnCompanies.h"
+#include "LedgerService/Identity/Companies/OwnCompanies.h"
 
 #include <algorithm>
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
-#include "LedgerService/Identity/Invitations.h"
+#include "LedgerService/Identity/Members/Invitations.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"

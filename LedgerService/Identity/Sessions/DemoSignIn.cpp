@@ -1,11 +1,11 @@
-#include "LedgerService/Identity/DemoSignIn.h"
+#include "LedgerService/Identity/Sessions/DemoSignIn.h"
 
 #include <array>
 
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Identity/AttemptLimit.h"
-#include "LedgerService/Identity/DemoCompanies.h"
+#include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"

@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/Members.h"
+#include "LedgerService/Identity/Members/Members.h"
 
 #include <algorithm>
 #include <string>
@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerService/Identity/MembershipRefusal.h"
+#include "LedgerService/Identity/Members/MembershipRefusal.h"
 #include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
 #include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"

@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/SignIn.h"
+#include "LedgerService/Identity/Sessions/SignIn.h"
 
 #include <algorithm>
 #include <optional>
@@ -6,9 +6,9 @@
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Identity/AttemptLimit.h"
-#include "LedgerService/Identity/DemoCompanies.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/PersonLimits.h"
+#include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"

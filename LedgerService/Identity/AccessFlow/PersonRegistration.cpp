@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/PersonRegistration.h"
+#include "LedgerService/Identity/AccessFlow/PersonRegistration.h"
 
 #include <algorithm>
 #include <array>
@@ -12,9 +12,9 @@
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Commands/NewCompany.h"
 #include "LedgerService/Identity/AttemptLimit.h"
-#include "LedgerService/Identity/Invitations.h"
+#include "LedgerService/Identity/Members/Invitations.h"
 #include "LedgerService/Identity/Password.h"
-#include "LedgerService/Identity/SignIn.h"
+#include "LedgerService/Identity/Sessions/SignIn.h"
 #include "LedgerService/Mail/MailTexts.h"
 #include "LedgerService/Mail/Outbox.h"
 #include "LedgerService/Mail/Postbox.h"

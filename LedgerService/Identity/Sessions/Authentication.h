@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerService/Identity/KnownTokens.h"
+#include "LedgerService/Identity/Sessions/KnownTokens.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"

@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/CompanyApplications.h"
+#include "LedgerService/Identity/Companies/CompanyApplications.h"
 
 #include <chrono>
 #include <optional>
@@ -9,7 +9,7 @@
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Commands/NewCompany.h"
-#include "LedgerService/Identity/PersonRegistration.h"
+#include "LedgerService/Identity/AccessFlow/PersonRegistration.h"
 #include "LedgerService/Mail/MailTexts.h"
 #include "LedgerService/Mail/Outbox.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"

@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/InvitationCode.h"
+#include "LedgerService/Identity/Members/InvitationCode.h"
 
 #include "LedgerService/Random.h"
 

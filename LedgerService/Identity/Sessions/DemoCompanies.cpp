@@ -1,4 +1,4 @@
-#include "LedgerService/Identity/DemoCompanies.h"
+#include "LedgerService/Identity/Sessions/DemoCompanies.h"
 
 #include <optional>
 
