@@ -12,8 +12,8 @@
 #include <fmt/core.h>
 #include <sys/socket.h>
 
+#include "LedgerService/Http/Connections/Server.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
-#include "LedgerService/Http/Server.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Operations/MetricsListener.h"

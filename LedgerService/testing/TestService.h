@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerService/Http/Server.h"
+#include "LedgerService/Http/Connections/Server.h"
 #include "LedgerService/testing/HttpClient.h"
 
 namespace LedgerService {

@@ -7,7 +7,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerService/Http/Dispatcher.h"
+#include "LedgerService/Http/Dispatch/Dispatcher.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
 #include "LedgerService/Mail/Postbox.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"

@@ -4,7 +4,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerService/Http/CommandFingerprint.h"
+#include "LedgerService/Http/Dispatch/CommandFingerprint.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"

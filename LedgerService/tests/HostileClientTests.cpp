@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerService/Http/ClientAddress.h"
+#include "LedgerService/Http/Connections/ClientAddress.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"

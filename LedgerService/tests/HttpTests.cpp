@@ -8,7 +8,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerService/Http/FairQueue.h"
+#include "LedgerService/Http/Dispatch/FairQueue.h"
 #include "LedgerService/Http/RouteTable.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"

@@ -3,9 +3,9 @@
 #include "LedgerCore/Domain/Access/AccountRules.h"
 #include "LedgerService/Books/SetupRefusal.h"
 #include "LedgerService/Commands/AccountCommands.h"
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 
 namespace LedgerService {
 

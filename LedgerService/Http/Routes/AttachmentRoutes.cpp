@@ -4,9 +4,9 @@
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Access/ReceiptAccess.h"
 #include "LedgerService/Commands/ReceiptCommands.h"
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 #include "LedgerService/Receipts/ReceivedReceipt.h"
 
 namespace LedgerService {

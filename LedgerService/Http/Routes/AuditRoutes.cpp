@@ -5,9 +5,9 @@
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Audit/AuditText.h"
 #include "LedgerService/Audit/AuditTrail.h"
-#include "LedgerService/Http/QueryText.h"
-#include "LedgerService/Http/RouteKit.h"
+#include "LedgerService/Http/Routes/QueryText.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 
 namespace LedgerService {
 

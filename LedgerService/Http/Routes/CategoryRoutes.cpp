@@ -3,9 +3,9 @@
 #include "LedgerCore/Domain/Categories/CategoryRules.h"
 #include "LedgerService/Books/SetupRefusal.h"
 #include "LedgerService/Commands/CategoryCommands.h"
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 
 namespace LedgerService {
 

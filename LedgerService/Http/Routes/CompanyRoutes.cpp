@@ -1,9 +1,9 @@
 #include <array>
 
 #include "LedgerCore/Domain/Records/AccessCommands.h"
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 #include "LedgerService/Identity/Companies/CompanyApplications.h"
 #include "LedgerService/Identity/Companies/CompanyProfile.h"
 #include "LedgerService/Identity/Companies/OwnCompanies.h"

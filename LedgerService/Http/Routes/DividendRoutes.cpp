@@ -2,9 +2,9 @@
 
 #include "LedgerService/Books/DividendRows.h"
 #include "LedgerService/Commands/DividendSubmission.h"
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 
 namespace LedgerService {
 

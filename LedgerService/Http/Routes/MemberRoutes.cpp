@@ -1,8 +1,8 @@
 #include <array>
 
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 #include "LedgerService/Identity/Members/Members.h"
 
 namespace LedgerService {

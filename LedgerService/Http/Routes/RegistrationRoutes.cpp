@@ -1,7 +1,7 @@
 #include <array>
 
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 #include "LedgerService/Identity/AccessFlow/PersonRegistration.h"
 
 namespace LedgerService {

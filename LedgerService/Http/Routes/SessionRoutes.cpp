@@ -2,8 +2,8 @@
 
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 #include "LedgerService/Identity/Sessions/DemoSignIn.h"
 #include "LedgerService/Identity/Sessions/SignIn.h"
 #include "LedgerService/Identity/Sessions/SignOut.h"

@@ -1,8 +1,8 @@
 #include <array>
 
 #include "LedgerService/Http/Conditions.h"
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 
 namespace LedgerService {
 

@@ -5,9 +5,9 @@
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Commands/EntryCommands.h"
-#include "LedgerService/Http/RouteKit.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 
 namespace LedgerService {

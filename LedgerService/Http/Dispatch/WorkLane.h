@@ -8,7 +8,7 @@
 #include <boost/asio/awaitable.hpp>
 #include <boost/asio/thread_pool.hpp>
 
-#include "LedgerService/Http/FairQueue.h"
+#include "LedgerService/Http/Dispatch/FairQueue.h"
 
 namespace LedgerService {
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Http/ClientAddress.h"
+#include "LedgerService/Http/Connections/ClientAddress.h"
 
 #include <algorithm>
 

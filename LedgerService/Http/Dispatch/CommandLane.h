@@ -13,7 +13,7 @@
 
 #include <boost/asio/awaitable.hpp>
 
-#include "LedgerService/Http/Dispatcher.h"
+#include "LedgerService/Http/Dispatch/Dispatcher.h"
 #include "LedgerService/Http/HttpLimits.h"
 
 namespace LedgerService {

@@ -15,13 +15,13 @@
 #include <boost/beast/http/buffer_body.hpp>
 #include <boost/beast/http/parser.hpp>
 
-#include "LedgerService/Http/ByteBudget.h"
-#include "LedgerService/Http/ClientAddress.h"
-#include "LedgerService/Http/CommandLane.h"
-#include "LedgerService/Http/ConnectionTable.h"
-#include "LedgerService/Http/Dispatcher.h"
+#include "LedgerService/Http/Connections/ByteBudget.h"
+#include "LedgerService/Http/Connections/ClientAddress.h"
+#include "LedgerService/Http/Connections/ConnectionTable.h"
+#include "LedgerService/Http/Dispatch/CommandLane.h"
+#include "LedgerService/Http/Dispatch/Dispatcher.h"
+#include "LedgerService/Http/Dispatch/WorkLane.h"
 #include "LedgerService/Http/HttpLimits.h"
-#include "LedgerService/Http/WorkLane.h"
 
 namespace LedgerService {
 

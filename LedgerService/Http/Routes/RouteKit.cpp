@@ -1,4 +1,4 @@
-#include "LedgerService/Http/RouteKit.h"
+#include "LedgerService/Http/Routes/RouteKit.h"
 
 #include "LedgerService/Storage/Sql/JsonColumn.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Http/HttpConnection.h"
+#include "LedgerService/Http/Connections/HttpConnection.h"
 
 #include <algorithm>
 #include <functional>
@@ -13,8 +13,8 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
-#include "LedgerService/Http/ReplyHeader.h"
-#include "LedgerService/Http/RequestHead.h"
+#include "LedgerService/Http/Connections/ReplyHeader.h"
+#include "LedgerService/Http/Connections/RequestHead.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"

@@ -1,4 +1,4 @@
-#include "LedgerService/Http/RequestHead.h"
+#include "LedgerService/Http/Connections/RequestHead.h"
 
 #include <iterator>
 #include <optional>

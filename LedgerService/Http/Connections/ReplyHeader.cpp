@@ -1,4 +1,4 @@
-#include "LedgerService/Http/ReplyHeader.h"
+#include "LedgerService/Http/Connections/ReplyHeader.h"
 
 #include <iterator>
 

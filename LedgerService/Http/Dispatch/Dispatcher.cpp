@@ -1,4 +1,4 @@
-#include "LedgerService/Http/Dispatcher.h"
+#include "LedgerService/Http/Dispatch/Dispatcher.h"
 
 #include <exception>
 #include <utility>
@@ -10,8 +10,8 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Access/SnapshotReader.h"
-#include "LedgerService/Http/CommandAudit.h"
 #include "LedgerService/Http/Conditions.h"
+#include "LedgerService/Http/Dispatch/CommandAudit.h"
 #include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"

@@ -1,4 +1,4 @@
-#include "LedgerService/Http/WorkLane.h"
+#include "LedgerService/Http/Dispatch/WorkLane.h"
 
 #include <memory>
 #include <utility>

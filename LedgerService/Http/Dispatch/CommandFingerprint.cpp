@@ -1,4 +1,4 @@
-#include "LedgerService/Http/CommandFingerprint.h"
+#include "LedgerService/Http/Dispatch/CommandFingerprint.h"
 
 #include <fmt/core.h>
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Http/CommandAudit.h"
+#include "LedgerService/Http/Dispatch/CommandAudit.h"
 
 #include <fmt/core.h>
 

@@ -1,8 +1,8 @@
-#include "LedgerService/Http/ConnectionTable.h"
+#include "LedgerService/Http/Connections/ConnectionTable.h"
 
 #include <algorithm>
 
-#include "LedgerService/Http/HttpConnection.h"
+#include "LedgerService/Http/Connections/HttpConnection.h"
 
 namespace LedgerService {
 

@@ -6,7 +6,7 @@
 #include <boost/beast/http/fields.hpp>
 #include <boost/beast/http/message.hpp>
 
-#include "LedgerService/Http/ClientAddress.h"
+#include "LedgerService/Http/Connections/ClientAddress.h"
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Refusal.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Http/Server.h"
+#include "LedgerService/Http/Connections/Server.h"
 
 #include <algorithm>
 #include <thread>
@@ -12,9 +12,9 @@
 #include <boost/asio/use_awaitable.hpp>
 #include <fmt/core.h>
 
-#include "LedgerService/Http/CommandLane.h"
-#include "LedgerService/Http/ConnectionTable.h"
-#include "LedgerService/Http/HttpConnection.h"
+#include "LedgerService/Http/Connections/ConnectionTable.h"
+#include "LedgerService/Http/Connections/HttpConnection.h"
+#include "LedgerService/Http/Dispatch/CommandLane.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Mail/Postbox.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"

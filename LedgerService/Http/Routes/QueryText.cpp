@@ -1,4 +1,4 @@
-#include "LedgerService/Http/QueryText.h"
+#include "LedgerService/Http/Routes/QueryText.h"
 
 #include <algorithm>
 #include <charconv>

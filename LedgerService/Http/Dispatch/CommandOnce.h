@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerService/Http/CommandFingerprint.h"
+#include "LedgerService/Http/Dispatch/CommandFingerprint.h"
 #include "LedgerService/Http/Route.h"
 
 namespace LedgerService {

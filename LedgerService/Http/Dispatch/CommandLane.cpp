@@ -1,4 +1,4 @@
-#include "LedgerService/Http/CommandLane.h"
+#include "LedgerService/Http/Dispatch/CommandLane.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "LedgerService/Http/CommandOnce.h"
+#include "LedgerService/Http/Dispatch/CommandOnce.h"
 
 #include <utility>
 

@@ -6,9 +6,9 @@
 #include <type_traits>
 #include <utility>
 
-#include "LedgerService/Http/CommandOnce.h"
-#include "LedgerService/Http/RequestBody.h"
+#include "LedgerService/Http/Dispatch/CommandOnce.h"
 #include "LedgerService/Http/Route.h"
+#include "LedgerService/Http/Routes/RequestBody.h"
 #include "LedgerService/Identity/Sessions/Authentication.h"
 
 /// Makes routes of functions that say nothing of HTTP. A row of a route table reads
