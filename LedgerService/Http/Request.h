@@ -14,6 +14,7 @@ struct Request {
     std::string token;  // of the Authorization header; empty when there is none
     std::string remote; // the client's address as limits count it
     std::string body;
+    bool onlyReads = false;   // its method changes nothing, whatever the path
     bool fromWebPage = false; // a browser's script sent it, with an Origin header
     // As they were sent, the values of repeated headers separated by commas:
     std::string ifNoneMatch;

@@ -1,10 +1,7 @@
 #include "LedgerService/Http/Connections/HttpConnection.h"
 
 #include <algorithm>
-#include <functional>
 
-#include <boost/asio/co_spawn.hpp>
-#include <boost/asio/post.hpp>
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/asio/write.hpp>
@@ -13,11 +10,11 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerService/Http/Connections/ReplyBlocks.h"
 #include "LedgerService/Http/Connections/ReplyHeader.h"
 #include "LedgerService/Http/Connections/RequestHead.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Random.h"
-#include "LedgerService/Storage/Sql/DatabaseFailure.h"
 
 namespace LedgerService {
 
@@ -32,8 +29,6 @@ constexpr std::size_t readChunkBytes = 4096;
 constexpr std::size_t bodyBlockBytes = 16 * 1024;
 constexpr std::size_t requestIDBytes = 9;
 constexpr std::size_t replyBlockBytes = 256 * 1024;
-/// A body up to this size is understood on the network thread.
-constexpr std::size_t quickBodyBytes = 16 * 1024;
 /// How long a client that is still sending is listened to after its refusal, so that it gets to read it.
 constexpr std::chrono::seconds lingerTime{5};
 constexpr std::string_view emptyLine = "\r\n";
@@ -53,43 +48,6 @@ std::optional<Refusal> refusalOf(beast::error_code failure, bool headerRead)
         failure.category() != http::make_error_code(http::error::bad_method).category())
         return std::nullopt; // the client has left or was cut off for being slow: nobody reads an answer
     return Refusal::of(ServiceCode::validationError, "This is not an HTTP request.");
-}
-
-std::string_view patternOf(const RouteMatch& match)
-{
-    return match.route ? match.route->pattern : "(no route)";
-}
-
-/// A part of answering a request; nothing when a further part has to follow.
-using Step = std::function<std::optional<Reply>()>;
-
-/// Takes a step, which may block, unless the request has waited for too long. Never throws: the thread that it runs on
-/// belongs to all.
-std::optional<Reply> take(const Step& step, const RouteMatch& match, const Request& request, Steady::duration queue)
-{
-    try {
-        const bool late = Steady::now() - request.arrived > queue;
-        auto reply = late ? replyOf(Refusal::of(ServiceCode::serviceUnavailable, "Too much is waiting; try again.",
-                                                std::chrono::seconds{1}))
-                          : step();
-        if (reply)
-            Log::request(request.id, request.method, patternOf(match), reply->status,
-                         std::chrono::duration_cast<std::chrono::microseconds>(Steady::now() - request.arrived));
-        return reply;
-    } catch (...) {
-        return Reply{.status = 500, .body = {}};
-    }
-}
-
-/// The next block, or nothing when it could not be made: what was sent is not the whole then.
-std::optional<std::string> blockOf(const BodyBlocks& blocks, std::string_view requestID)
-{
-    try {
-        return blocks();
-    } catch (const std::exception& failure) {
-        Log::failure(fmt::format("(reply under way) {}", requestID), DatabaseFailure::words(failure));
-        return std::nullopt;
-    }
 }
 
 }
@@ -172,7 +130,6 @@ asio::awaitable<bool> HttpConnection::answerOne()
         co_return co_await turnAway(refusalOf(failure, false));
     const auto& header = m_parser->get();
     m_headAsked = header.method() == http::verb::head;
-    m_safe = RequestHead::isSafe(header);
     const bool keepAlive = header.keep_alive();
     auto request = RequestHead::read(header, m_peer, m_shared.proxies);
     if (!request)
@@ -184,7 +141,9 @@ asio::awaitable<bool> HttpConnection::answerOne()
     request->id = m_requestID;
     request->body = std::exchange(m_body, {});
     request->arrived = Steady::now();
-    auto reply = co_await answerTo(std::move(match), *std::move(request));
+    enter(Phase::working);
+    m_person = m_shared.dispatcher.personOf(*request);
+    auto reply = co_await m_shared.answering.reply(std::move(match), *std::move(request), m_person);
     m_bodyShare.release(); // only now: bodies also wait for their turn
     co_return co_await write(std::move(reply), keepAlive && !m_shared.stopping);
 }
@@ -266,68 +225,6 @@ asio::awaitable<bool> HttpConnection::turnAway(std::optional<Refusal> refusal)
     co_return false;
 }
 
-WorkLane* HttpConnection::laneOf(const RouteMatch& match) const
-{
-    if (!match.route || match.route->lane == Lane::immediate)
-        return nullptr;
-    if (match.route->lane == Lane::signIn)
-        return &m_shared.lanes.signIns;
-    if (match.route->lane == Lane::mail)
-        return &m_shared.lanes.mails;
-    return m_safe ? &m_shared.lanes.readers : &m_shared.lanes.writers;
-}
-
-asio::awaitable<Reply> HttpConnection::answerTo(RouteMatch match, Request request)
-{
-    enter(Phase::working);
-    m_person = m_shared.dispatcher.personOf(request);
-    if (match.route && match.route->isCommand()) {
-        auto command = std::make_shared<Command>(Command{std::move(match), std::move(request)});
-        co_return co_await answerCommand(std::move(command));
-    }
-    const Step whole = [&] { return m_shared.dispatcher.answer(match, request); };
-    const auto queue = m_shared.limits.queue;
-    auto* const lane = laneOf(match);
-    if (!lane)
-        co_return take(whole, match, request, queue).value_or(Reply{});
-    if (lane->waiting >= lane->mostWaiting) {
-        Log::request(request.id, request.method, patternOf(match), 429, {});
-        co_return replyOf(Refusal::of(ServiceCode::rateLimited, "Too many sign in at this moment; try again.",
-                                      std::chrono::seconds{2}));
-    }
-    ++lane->waiting;
-    co_await lane->enter(m_person);
-    auto reply = take(whole, match, request, queue);
-    co_await asio::post(asio::use_awaitable); // and back, past what still queues for the lane
-    --lane->waiting;
-    co_return *std::move(reply);
-}
-
-/// Commands take turns to write. What needs no turn is done before and after, off the thread that writes.
-asio::awaitable<Reply> HttpConnection::answerCommand(std::shared_ptr<Command> command)
-{
-    const auto& dispatcher = m_shared.dispatcher;
-    const auto& [match, request, work, outcome] = *command;
-    const Step beginning = [&] { return dispatcher.prepare(*command); };
-    const Step ending = [&] { return dispatcher.replyTo(*command); };
-    const bool quick = request.body.size() <= quickBodyBytes && dispatcher.preparesAtOnce(*command);
-    auto& first = match.route->lane == Lane::files ? m_shared.lanes.files : m_shared.lanes.readers;
-    if (!quick)
-        co_await first.enter(m_person);
-    auto reply = take(beginning, match, request, m_shared.limits.queue);
-    bool away = !quick;
-    if (!reply) {
-        co_await m_shared.commands.carryOut(command);
-        away = dispatcher.repliesWithSnapshot(*command);
-        if (away)
-            co_await m_shared.lanes.readers.enter(m_person);
-        reply = take(ending, match, request, Steady::duration::max());
-    }
-    if (away)
-        co_await asio::post(asio::use_awaitable);
-    co_return *std::move(reply);
-}
-
 asio::awaitable<bool> HttpConnection::write(Reply reply, bool keepAlive)
 {
     enter(Phase::replying);
@@ -366,58 +263,29 @@ asio::awaitable<bool> HttpConnection::writeBlocks(Reply reply, bool keepAlive)
         ReplyHeader::text(reply, {.chunked = chunked, .keepAlive = keepAlive && chunked, .version10 = !chunked});
     if (m_headAsked)
         co_return co_await send({asio::buffer(before)});
-    const auto source = std::make_shared<BodyBlocks>(std::move(reply.more));
+    const auto blocks = std::make_shared<ReplyBlocks>(
+        m_stream.get_executor(), m_shared.readers, ReplyBlocks::Reader{m_person, m_requestID}, std::move(reply.more));
     std::optional block = std::move(reply.body);
     while (block && !block->empty()) {
         if (!holdReply(block->size()))
             co_return false;
-        auto ahead = m_replyShare.fitsTwice() ? makeAhead(source) : nullptr;
+        if (m_replyShare.fitsTwice())
+            blocks->begin(); // it is made while this one is sent
         if (chunked)
             before += fmt::format("{:x}\r\n", block->size());
         const auto after = chunked ? emptyLine : std::string_view{};
         if (!co_await send({asio::buffer(before), asio::buffer(*block), asio::buffer(after)}))
             co_return false;
         before.clear();
-        block = co_await nextBlock(ahead ? std::move(ahead) : makeAhead(source));
+        enter(Phase::working);
+        block = co_await ReplyBlocks::next(blocks);
+        enter(Phase::replying);
     }
     if (!block)
         co_return false; // the client sees that the body has no end
     if (chunked)
         before += "0\r\n\r\n";
     co_return co_await send({asio::buffer(before)}) && chunked;
-}
-
-/// Begins to make the next block of a reply in a thread that reads.
-std::shared_ptr<HttpConnection::Ahead> HttpConnection::makeAhead(std::shared_ptr<BodyBlocks> source)
-{
-    auto ahead = std::make_shared<Ahead>(m_stream.get_executor());
-    asio::co_spawn(m_stream.get_executor(), make(shared_from_this(), std::move(source), ahead),
-                   [ahead](const std::exception_ptr&) { // whatever came of it: nobody waits for ever
-                       ahead->isMade = true;
-                       ahead->made.cancel();
-                   });
-    return ahead;
-}
-
-asio::awaitable<void> HttpConnection::make(std::shared_ptr<HttpConnection> self, std::shared_ptr<BodyBlocks> source,
-                                           std::shared_ptr<Ahead> ahead)
-{
-    const auto requestID = self->m_requestID;
-    co_await self->m_shared.lanes.readers.enter(self->m_person);
-    auto block = blockOf(*source, requestID);
-    co_await asio::post(asio::use_awaitable);
-    ahead->block = std::move(block);
-}
-
-asio::awaitable<std::optional<std::string>> HttpConnection::nextBlock(std::shared_ptr<Ahead> ahead)
-{
-    enter(Phase::working);
-    beast::error_code woken;
-    auto token = asio::redirect_error(asio::use_awaitable, woken);
-    if (!ahead->isMade)
-        co_await ahead->made.async_wait(token);
-    enter(Phase::replying);
-    co_return std::move(ahead->block);
 }
 
 bool HttpConnection::speaks10() const

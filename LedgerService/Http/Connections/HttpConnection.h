@@ -9,35 +9,15 @@
 #include <boost/asio/awaitable.hpp>
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ip/address.hpp>
-#include <boost/asio/steady_timer.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/buffer_body.hpp>
 #include <boost/beast/http/parser.hpp>
 
 #include "LedgerService/Http/Connections/ByteBudget.h"
-#include "LedgerService/Http/Connections/ClientAddress.h"
-#include "LedgerService/Http/Connections/ConnectionTable.h"
-#include "LedgerService/Http/Dispatch/CommandLane.h"
-#include "LedgerService/Http/Dispatch/Dispatcher.h"
-#include "LedgerService/Http/Dispatch/WorkLane.h"
-#include "LedgerService/Http/HttpLimits.h"
+#include "LedgerService/Http/Connections/HttpShared.h"
 
 namespace LedgerService {
-
-/// What all connections of a server share. Only the network thread changes it.
-struct HttpShared {
-    const Dispatcher& dispatcher;
-    const RouteTable& routes;
-    const HttpLimits& limits;
-    const TrustedProxies& proxies;
-    WorkLanes& lanes;
-    CommandLane& commands;
-    ConnectionTable& connections;
-    ByteBudget bodies;
-    ByteBudget replies;
-    bool stopping = false;
-};
 
 /// One client's connection: its requests, one after the other. Lives on the network thread.
 class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
@@ -65,17 +45,6 @@ public:
 private:
     using Parser = boost::beast::http::request_parser<boost::beast::http::buffer_body>;
     using Parts = std::array<boost::asio::const_buffer, 3>;
-    /// The next block of a reply, made while the one before it is sent.
-    struct Ahead {
-        explicit Ahead(const boost::asio::any_io_executor& executor)
-            : made(executor, boost::asio::steady_timer::time_point::max())
-        {
-        }
-
-        boost::asio::steady_timer made; // ends when it is made
-        bool isMade = false;
-        std::optional<std::string> block; // nothing when it could not be made
-    };
     enum class Phase { idle, readingHeader, readingBody, working, replying, leaving, gone };
 
     boost::asio::awaitable<bool> awaitRequest();
@@ -83,21 +52,14 @@ private:
     boost::asio::awaitable<boost::beast::error_code> readHeader();
     boost::asio::awaitable<boost::beast::error_code> readBody(std::size_t limit);
     boost::asio::awaitable<bool> turnAway(std::optional<Refusal> refusal);
-    boost::asio::awaitable<Reply> answerTo(RouteMatch match, Request request);
-    boost::asio::awaitable<Reply> answerCommand(std::shared_ptr<Command> command);
     boost::asio::awaitable<bool> write(Reply reply, bool keepAlive);
     boost::asio::awaitable<bool> writeWhole(Reply reply, bool keepAlive);
     boost::asio::awaitable<bool> writeBlocks(Reply reply, bool keepAlive);
-    std::shared_ptr<Ahead> makeAhead(std::shared_ptr<BodyBlocks> source);
-    static boost::asio::awaitable<void> make(std::shared_ptr<HttpConnection> self, std::shared_ptr<BodyBlocks> source,
-                                             std::shared_ptr<Ahead> ahead);
-    boost::asio::awaitable<std::optional<std::string>> nextBlock(std::shared_ptr<Ahead> ahead);
     boost::asio::awaitable<bool> send(Parts parts);
     boost::asio::awaitable<void> linger();
     void enter(Phase phase);
     [[nodiscard]] bool hasRequest();
     [[nodiscard]] bool speaks10() const;
-    [[nodiscard]] WorkLane* laneOf(const RouteMatch& match) const;
     [[nodiscard]] bool holdBody(std::size_t bytes);
     [[nodiscard]] bool holdReply(std::size_t bytes);
 
@@ -115,7 +77,6 @@ private:
     Phase m_phase = Phase::idle;
     std::chrono::steady_clock::time_point m_progress = std::chrono::steady_clock::now();
     bool m_headAsked = false; // the request under way is answered without a body
-    bool m_safe = false;      // it only reads
 };
 
 }

@@ -85,6 +85,7 @@ std::expected<Request, Refusal> RequestHead::read(const Header& header, const bo
         return std::unexpected(*std::move(refusal));
     Request request;
     request.method = header.method() == http::verb::unknown ? "(unknown)" : textOf(header.method_string());
+    request.onlyReads = header.method() == http::verb::get || header.method() == http::verb::head;
     request.path = pathOf(textOf(header.target()));
     request.query = queryOf(textOf(header.target()));
     request.token = bearerOf(textOf(header[http::field::authorization]));
@@ -94,11 +95,6 @@ std::expected<Request, Refusal> RequestHead::read(const Header& header, const bo
     request.prefer = joined(header, "Prefer");
     request.fromWebPage = header.find(http::field::origin) != header.end();
     return request;
-}
-
-bool RequestHead::isSafe(const Header& header)
-{
-    return header.method() == http::verb::get || header.method() == http::verb::head;
 }
 
 }

@@ -23,9 +23,6 @@ using Header = boost::beast::http::request_header<>;
 std::expected<Request, Refusal> read(const Header& header, const boost::asio::ip::address& peer,
                                      const TrustedProxies& proxies);
 
-/// Whether the request only reads, whatever its path.
-bool isSafe(const Header& header);
-
 }
 
 }

@@ -14,6 +14,7 @@
 
 #include "LedgerService/Http/Connections/ConnectionTable.h"
 #include "LedgerService/Http/Connections/HttpConnection.h"
+#include "LedgerService/Http/Dispatch/Answering.h"
 #include "LedgerService/Http/Dispatch/CommandLane.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Mail/Postbox.h"
@@ -77,16 +78,16 @@ struct Server::State {
                 .files = WorkLane{fileWorkers},
                 .signIns = WorkLane{hasherCount(), options.limits.signInsWaiting},
                 .mails = WorkLane{mailThreads, options.limits.signInsWaiting}},
-          commands(dispatcher, *database, options.limits), connections(options.limits),
-          shared{.dispatcher = dispatcher,
-                 .routes = routes,
-                 .limits = options.limits,
-                 .proxies = proxies,
-                 .lanes = lanes,
-                 .commands = commands,
-                 .connections = connections,
-                 .bodies = ByteBudget{options.limits.bodyBytes},
-                 .replies = ByteBudget{options.limits.replyBytes}}
+          commands(dispatcher, *database, options.limits), answering(dispatcher, lanes, commands, options.limits),
+          connections(options.limits), shared{.dispatcher = dispatcher,
+                                              .routes = routes,
+                                              .limits = options.limits,
+                                              .proxies = proxies,
+                                              .answering = answering,
+                                              .readers = lanes.readers,
+                                              .connections = connections,
+                                              .bodies = ByteBudget{options.limits.bodyBytes},
+                                              .replies = ByteBudget{options.limits.replyBytes}}
     {
     }
 
@@ -109,6 +110,7 @@ struct Server::State {
     asio::steady_timer deadline{network};
     WorkLanes lanes; // gone before the network, whose sockets belong to the requests that still queue here
     CommandLane commands;
+    Answering answering;
     ConnectionTable connections;
     HttpShared shared;
     std::size_t open = 0; // connections whose coroutine still runs
