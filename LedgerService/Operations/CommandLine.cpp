@@ -130,6 +130,17 @@ void declareMail(CLI::App& serve, Serve::Options& serving)
         ->needs(server);
 }
 
+void declareTls(CLI::App& serve, Serve::Options& serving)
+{
+    auto* certificate = serve.add_option("--tls-certificate", serving.tlsCertificate,
+                                         "Speak TLS with the certificate in this PEM file, followed there by those "
+                                         "that lead to its authority; SIGHUP has it read again");
+    auto* key =
+        serve.add_option("--tls-key", serving.tlsKey, "PEM file with the certificate's key, without a password");
+    certificate->type_name("FILE")->needs(key);
+    key->type_name("FILE")->needs(certificate);
+}
+
 CLI::App& declareServe(CLI::App& app, Arguments& into)
 {
     auto& serve = *app.add_subcommand("serve", "Answer clients until told to end");
@@ -139,8 +150,10 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
         ->type_name("ADDRESS:PORT");
     addDatabase(serve, serving.databaseFile);
     serve.add_flag("--create", serving.create, "Make the file when it is missing");
-    serve.add_flag("--behind-tls-proxy", serving.behindTlsProxy,
-                   "A proxy in front speaks TLS; needed on any address that is not loopback");
+    serve.add_flag(
+        "--behind-tls-proxy", serving.behindTlsProxy,
+        "A proxy in front speaks TLS; needed on any address that is not loopback, unless the service speaks TLS "
+        "itself");
     serve
         .add_option("--trusted-proxy", serving.trustedProxies,
                     "Address or network of a proxy in front, such as 10.0.0.0/8; may be repeated. Without it whoever "
@@ -171,6 +184,7 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
         ->default_str("review")
         ->type_name("review|open|closed")
         ->option_text("review|open|closed");
+    declareTls(serve, serving);
     declareMail(serve, serving);
     serve.add_flag("--quiet", serving.quiet, "Log failures only");
     return serve;
@@ -221,7 +235,8 @@ CLI::App& declareAudit(CLI::App& app, Arguments& into)
     auditing.add_option("--limit", into.filter.limit, "At most so many of each company")
         ->capture_default_str()
         ->check(CLI::PositiveNumber)
-        ->type_name("NUMBER");
+        ->type_name("NUMBER")
+        ->option_text("NUMBER");
     return auditing;
 }
 

@@ -63,6 +63,18 @@ struct Row {
     std::string help;
 };
 
+/// What is to be written after the flag, as the table writes it.
+std::string valueOf(const CLI::Option& option)
+{
+    if (option.get_items_expected_max() == 0)
+        return {};
+    const auto& own = option.get_option_text();
+    std::string text = " ";
+    for (const char each : own.empty() ? option.get_type_name() : own)
+        text += each == '|' ? std::string{"\\|"} : std::string{each}; // else the table would take it for a border
+    return text;
+}
+
 void addRows(const CLI::App& app, const std::string& above, std::vector<Row>& rows)
 {
     for (const auto* command : app.get_subcommands(everyCommand)) {
@@ -70,8 +82,7 @@ void addRows(const CLI::App& app, const std::string& above, std::vector<Row>& ro
         for (const auto* option : command->get_options()) {
             if (!isSetting(*option))
                 continue;
-            const auto type = option->get_items_expected_max() > 0 ? " " + option->get_type_name() : std::string{};
-            const auto flag = "--" + option->get_lnames().front() + type;
+            const auto flag = "--" + option->get_lnames().front() + valueOf(*option);
             const auto found = std::ranges::find(rows, flag, &Row::flag);
             if (found != rows.end())
                 found->commands += ", " + name;

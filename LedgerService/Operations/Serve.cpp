@@ -2,7 +2,9 @@
 
 #include <charconv>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
+#include <functional>
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/address.hpp>
@@ -46,26 +48,54 @@ ServerOptions serverOptionsOf(const Serve::Options& options, const Serve::Endpoi
     serverOptions.port = endpoint.port;
     serverOptions.databaseFile = options.databaseFile;
     serverOptions.behindProxy = options.behindTlsProxy;
+    if (options.speaksTls())
+        serverOptions.tls = {.certificate = options.tlsCertificate, .key = options.tlsKey};
     serverOptions.trustedProxies = options.trustedProxies;
     serverOptions.policy.registration = options.registration;
     serverOptions.routes = allRoutes();
     return serverOptions;
 }
 
-/// The signals that end the service. They are caught from the making of this on, so that one that comes during the
+/// The signals that the service heeds. They are caught from the making of this on, so that one that comes during the
 /// start ends it cleanly too.
-class EndSignals {
+class Signals {
 public:
-    void wait()
+    /// Calls `reload` for each SIGHUP, if there is anything to reload, until a signal ends the service.
+    void wait(std::function<void()> reload)
     {
-        m_signals.async_wait([](boost::system::error_code, int) {});
+        m_reload = std::move(reload);
+        await();
         m_waiting.run();
     }
 
 private:
+    void await()
+    {
+        m_signals.async_wait([this](boost::system::error_code, int signal) {
+            if (signal != SIGHUP || !m_reload)
+                return;
+            m_reload();
+            await();
+        });
+    }
+
     boost::asio::io_context m_waiting{1};
-    boost::asio::signal_set m_signals{m_waiting, SIGINT, SIGTERM};
+    boost::asio::signal_set m_signals{m_waiting, SIGINT, SIGTERM, SIGHUP};
+    std::function<void()> m_reload;
 };
+
+/// What a service that speaks TLS does at SIGHUP; nothing for others.
+std::function<void()> reloadingOf(const Serve::Options& options, Server& server)
+{
+    if (!options.speaksTls())
+        return {};
+    return [&server] {
+        if (const auto refused = server.reloadCertificate())
+            Log::warning(*refused + "; the certificate stays as it was");
+        else
+            Log::note("the certificate was read again");
+    };
+}
 
 }
 
@@ -76,10 +106,11 @@ bool Serve::Endpoint::isLoopback() const
     return !failure && parsed.is_loopback();
 }
 
-std::string Serve::Endpoint::url() const
+std::string Serve::Endpoint::url(std::string_view scheme) const
 {
     const bool version6 = address.find(':') != std::string::npos;
-    return version6 ? fmt::format("http://[{}]:{}", address, port) : fmt::format("http://{}:{}", address, port);
+    return version6 ? fmt::format("{}://[{}]:{}", scheme, address, port)
+                    : fmt::format("{}://{}:{}", scheme, address, port);
 }
 
 std::optional<Serve::Endpoint> Serve::parseEndpoint(const std::string& text)
@@ -150,9 +181,10 @@ namespace {
 /// What is wrong with the options or the file. `local` tells that the service is reached from this machine alone.
 std::optional<std::string> whyNotServe(const Serve::Options& options, const Serve::Endpoint& endpoint, bool local)
 {
-    if (!endpoint.isLoopback() && !options.behindTlsProxy)
-        return "passwords and tokens would cross the network unprotected: put a proxy that speaks TLS in front "
-               "and say so with --behind-tls-proxy, or listen on a loopback address";
+    if (!endpoint.isLoopback() && !options.behindTlsProxy && !options.speaksTls())
+        return "passwords and tokens would cross the network unprotected: give the service a certificate with "
+               "--tls-certificate and --tls-key, or put a proxy that speaks TLS in front and say so with "
+               "--behind-tls-proxy, or listen on a loopback address";
     if (!local && options.demonstration == DemonstrationMode::shared)
         return "the shared demonstration, whose password is public, is for this machine alone: others get a "
                "company for each visitor with --demo private";
@@ -160,6 +192,17 @@ std::optional<std::string> whyNotServe(const Serve::Options& options, const Serv
                                       : DatabaseFile::whyNotExisting(options.databaseFile))
         return *refused + (options.create ? "" : " (new books begin with create-company, or with serve --create)");
     return DatabaseFile::whyNotSafe(options.databaseFile);
+}
+
+/// Tells of what an operator should know of the files that a service begins with.
+void warn(const Serve::Options& options)
+{
+    for (const auto& each : DatabaseFile::warnings(options.databaseFile))
+        Log::warning(each);
+    std::error_code failure;
+    const auto key = std::filesystem::status(options.tlsKey, failure);
+    if (!failure && (key.permissions() & std::filesystem::perms::others_read) != std::filesystem::perms::none)
+        Log::warning(fmt::format("everyone on this machine may read the key in {} (chmod o-r)", options.tlsKey));
 }
 
 }
@@ -182,12 +225,11 @@ int Serve::run(const Options& options)
     serverOptions.policy.demonstration =
         options.demonstration.value_or(local ? DemonstrationMode::shared : DemonstrationMode::off);
     serverOptions.mail = *std::move(mail);
-    EndSignals endSignals;
+    Signals signals;
     const auto server = Server::start(std::move(serverOptions));
     if (!server)
         return fail(server.error());
-    for (const auto& each : DatabaseFile::warnings(options.databaseFile))
-        Log::warning(each);
+    warn(options);
     auto database = Database::openExisting(options.databaseFile);
     if (!database)
         return fail(database.error());
@@ -205,10 +247,10 @@ int Serve::run(const Options& options)
     std::optional<Upkeep> upkeep;
     upkeep.emplace(options.databaseFile, *std::move(database));
     endpoint->port = (*server)->port();
-    fmt::print("Tallyfold service listening on {}\n", endpoint->url());
+    fmt::print("Tallyfold service listening on {}\n", endpoint->url(options.speaksTls() ? "https" : "http"));
     std::fflush(stdout);
     ServiceManager::tell("READY=1");
-    endSignals.wait();
+    signals.wait(reloadingOf(options, **server));
     Log::note("stopping");
     ServiceManager::tell("STOPPING=1");
     upkeep.reset();

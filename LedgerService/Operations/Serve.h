@@ -4,6 +4,7 @@
 #include <expected>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "LedgerService/Mail/MailTransport.h"
@@ -19,6 +20,8 @@ struct Options {
     std::string databaseFile;
     bool create = false; // makes the file when it is missing
     bool behindTlsProxy = false;
+    std::string tlsCertificate;                     // file; with it and the key the service speaks TLS itself
+    std::string tlsKey;                             // file
     std::vector<std::string> trustedProxies;        // with behindTlsProxy; empty: whoever connects is the proxy
     std::optional<DemonstrationMode> demonstration; // unset: shared on a loopback address, else off
     std::string metrics;                            // address and port; empty: figures are not given
@@ -30,6 +33,8 @@ struct Options {
     std::string smtpPasswordFile; // its first line
     std::string smtpAuthorities;  // file of certificates
     bool quiet = false;           // logs failures only
+
+    [[nodiscard]] bool speaksTls() const { return !tlsCertificate.empty(); }
 };
 
 struct Endpoint {
@@ -37,8 +42,8 @@ struct Endpoint {
     std::uint16_t port = 0;
 
     [[nodiscard]] bool isLoopback() const;
-    /// The address with its port as a client writes it.
-    [[nodiscard]] std::string url() const;
+    /// The address with its port as a client writes it, after the scheme "http" or "https".
+    [[nodiscard]] std::string url(std::string_view scheme = "http") const;
 };
 
 /// Reads "127.0.0.1:48731" or "[::1]:48731"; nothing for other texts.
@@ -54,7 +59,8 @@ std::expected<Endpoint, std::string> place(const Options& options, std::optional
 /// is reached from this machine alone.
 std::expected<MailSettings, std::string> mailSettings(const Options& options, bool local);
 
-/// Serves until SIGTERM or SIGINT, then ends cleanly; the exit code.
+/// Serves until SIGTERM or SIGINT, then ends cleanly; the exit code. SIGHUP has a service that speaks TLS read its
+/// certificate again, and ends any other.
 int run(const Options& options);
 
 }

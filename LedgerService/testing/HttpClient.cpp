@@ -1,11 +1,14 @@
 #include "LedgerService/testing/HttpClient.h"
 
 #include <algorithm>
+#include <array>
 #include <cctype>
 
 #include <boost/asio/connect.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/ssl/context.hpp>
+#include <boost/asio/ssl/stream.hpp>
 #include <boost/asio/write.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/parser.hpp>
@@ -22,6 +25,7 @@ namespace {
 
 namespace asio = boost::asio;
 namespace http = boost::beast::http;
+namespace ssl = boost::asio::ssl;
 
 struct ErrorDetail {
     std::string code;
@@ -51,10 +55,41 @@ std::string HttpAnswer::header(const std::string& name) const
 struct HttpClient::Socket {
     asio::io_context context;
     asio::ip::tcp::socket socket{context};
+    std::optional<ssl::context> rules;
+    std::optional<ssl::stream<asio::ip::tcp::socket&>> secure;
     boost::beast::flat_buffer buffer;
+
+    void speakTls(const Tls& tls);
+
+    /// Calls `work` with the stream to speak on.
+    template <class Work>
+    auto on(Work work)
+    {
+        return secure ? work(*secure) : work(socket);
+    }
 };
 
+void HttpClient::Socket::speakTls(const Tls& tls)
+{
+    rules.emplace(ssl::context::tls_client);
+    rules->set_verify_mode(ssl::verify_peer);
+    rules->load_verify_file(tls.authorityFile);
+    auto* const native = rules->native_handle();
+    SSL_CTX_set_security_level(native, 0); // it is the service that has to insist on what is safe
+    SSL_CTX_set_min_proto_version(native, TLS1_1_VERSION);
+    const std::array versions{TLS1_1_VERSION, TLS1_2_VERSION, TLS1_3_VERSION};
+    SSL_CTX_set_max_proto_version(native, versions.at(static_cast<std::size_t>(tls.newest)));
+    secure.emplace(socket, *rules);
+    boost::system::error_code failure;
+    secure->handshake(ssl::stream_base::client, failure);
+}
+
 HttpClient::HttpClient(std::uint16_t port, std::string from) : m_port(port), m_from(std::move(from))
+{
+    connect();
+}
+
+HttpClient::HttpClient(std::uint16_t port, Tls tls) : m_port(port), m_from("127.0.0.1"), m_tls(std::move(tls))
 {
     connect();
 }
@@ -67,6 +102,8 @@ void HttpClient::connect()
     m_socket->socket.open(asio::ip::tcp::v4());
     m_socket->socket.bind({asio::ip::make_address(m_from), 0});
     m_socket->socket.connect({asio::ip::address_v4::loopback(), m_port});
+    if (m_tls)
+        m_socket->speakTls(*m_tls);
 }
 
 HttpAnswer HttpClient::send(std::string_view method, const std::string& path, const std::string& token,
@@ -96,7 +133,7 @@ void HttpClient::write(std::string_view bytes)
 {
     m_headAsked = bytes.empty() ? m_headAsked : bytes.starts_with("HEAD ");
     boost::system::error_code left;
-    asio::write(m_socket->socket, asio::buffer(bytes.data(), bytes.size()), left);
+    m_socket->on([&](auto& stream) { return asio::write(stream, asio::buffer(bytes.data(), bytes.size()), left); });
 }
 
 HttpAnswer HttpClient::read()
@@ -105,7 +142,7 @@ HttpAnswer HttpClient::read()
     parser.body_limit(boost::none);
     parser.skip(m_headAsked);
     boost::system::error_code failure;
-    http::read(m_socket->socket, m_socket->buffer, parser, failure);
+    m_socket->on([&](auto& stream) { return http::read(stream, m_socket->buffer, parser, failure); });
     if (failure)
         return {};
     const auto& message = parser.get();
@@ -127,7 +164,7 @@ bool HttpClient::isClosedByService()
 {
     char byte = 0;
     boost::system::error_code failure;
-    m_socket->socket.read_some(asio::buffer(&byte, 1), failure);
+    m_socket->on([&](auto& stream) { return stream.read_some(asio::buffer(&byte, 1), failure); });
     return failure == asio::error::eof || failure == asio::error::connection_reset;
 }
 

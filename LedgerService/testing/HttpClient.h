@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,10 +22,20 @@ struct HttpAnswer {
     [[nodiscard]] std::string header(const std::string& name) const;
 };
 
-/// A client on one plain connection, which it opens anew when the service has closed it. Blocks.
+/// A client on one connection, which it opens anew when the service has closed it. Blocks.
 class HttpClient {
 public:
+    enum class TlsVersion { v1_1, v1_2, v1_3 };
+    /// How a client speaks TLS.
+    struct Tls {
+        std::string authorityFile; // whom it trusts alone
+        TlsVersion newest = TlsVersion::v1_3;
+    };
+
+    /// A plain connection.
     explicit HttpClient(std::uint16_t port, std::string from = "127.0.0.1");
+    /// A connection by TLS; when that comes to nothing, every answer has the status 0.
+    HttpClient(std::uint16_t port, Tls tls);
     ~HttpClient();
     HttpClient(const HttpClient&) = delete;
     HttpClient& operator=(const HttpClient&) = delete;
@@ -52,6 +63,7 @@ private:
 
     std::uint16_t m_port;
     std::string m_from;
+    std::optional<Tls> m_tls;
     bool m_headAsked = false; // by what was written last
     std::unique_ptr<Socket> m_socket;
 };

@@ -85,6 +85,11 @@ int ServiceProcess::stop()
     return wait();
 }
 
+void ServiceProcess::hangUp() const
+{
+    ::kill(m_process, SIGHUP);
+}
+
 void ServiceProcess::kill()
 {
     ::kill(m_process, SIGKILL);

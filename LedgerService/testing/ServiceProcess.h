@@ -30,6 +30,9 @@ public:
     /// Asks it to end and gives its exit code, or -1 when it did not exit by itself.
     int stop();
 
+    /// Asks it to read again what it can read while it runs.
+    void hangUp() const;
+
     /// Ends it as a power failure would.
     void kill();
 

@@ -46,6 +46,7 @@ public:
     {
         return HttpClient{m_server->port(), address};
     }
+    [[nodiscard]] HttpClient secureClient(HttpClient::Tls tls) const { return {m_server->port(), std::move(tls)}; }
     [[nodiscard]] std::uint16_t port() const { return m_server->port(); }
     [[nodiscard]] std::string databaseFile() const { return m_folder.file("books.sqlite"); }
 
@@ -73,6 +74,8 @@ public:
 
     void moveClock(std::chrono::seconds by) { *m_offset += by; }
     void stop() { m_server->stop(); }
+    /// Has the certificate read again, as SIGHUP does.
+    std::optional<std::string> reloadCertificate() { return m_server->reloadCertificate(); }
 
 private:
     TemporaryFolder m_folder;

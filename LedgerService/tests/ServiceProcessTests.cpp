@@ -219,7 +219,15 @@ TEST_F(ServedByAProcess, SharesItsDatabaseWithAnotherProcess)
 
 TEST_F(ServedByAProcess, SpeaksPlainHttpBeyondLoopbackOnlyBehindAProxy)
 {
+    const auto said = [&] {
+        std::ifstream output{folder.file("output.txt")};
+        return std::string{std::istreambuf_iterator<char>{output}, {}};
+    };
     EXPECT_NE(run("serve --listen 0.0.0.0:0 --database " + file), 0);
+    EXPECT_NE(said().find("unprotected"), std::string::npos) << said();
+    EXPECT_NE(run("serve --listen 0.0.0.0:0 --tls-certificate no.pem --tls-key no.key --database " + file), 0);
+    EXPECT_NE(said().find("cannot read a certificate from no.pem"), std::string::npos) << said();
+    EXPECT_NE(run("serve --tls-certificate no.pem --database " + file), 0) << "without its key";
     EXPECT_NE(run("serve --listen localhost --database " + file), 0);
     EXPECT_NE(run("verify --database " + folder.file("missing.sqlite")), 0);
     EXPECT_NE(run("serve"), 0);

@@ -32,6 +32,8 @@ constexpr std::size_t replyBlockBytes = 256 * 1024;
 /// How long a client that is still sending is listened to after its refusal, so that it gets to read it.
 constexpr std::chrono::seconds lingerTime{5};
 constexpr std::string_view emptyLine = "\r\n";
+/// What a client that speaks TLS begins with.
+constexpr char handshakeByte = 0x16;
 /// What a body or a reply is refused with when all that may be held is held already.
 const auto noMemory = boost::system::errc::make_error_code(boost::system::errc::not_enough_memory);
 
@@ -57,18 +59,18 @@ HttpConnection::HttpConnection(asio::ip::tcp::socket socket, asio::ip::address p
       m_buffer(shared.limits.headerBytes + readChunkBytes), m_bodyShare(shared.bodies, shared.limits.uncountedBytes),
       m_replyShare(shared.replies, shared.limits.uncountedBytes)
 {
-    beast::error_code ignored;
-    m_stream.socket().set_option(asio::ip::tcp::no_delay{true}, ignored);
 }
 
 asio::awaitable<void> HttpConnection::serve(std::shared_ptr<HttpConnection> self)
 {
-    bool more = true;
+    bool more = co_await self->secure();
     while (more && !self->m_shared.stopping) {
         more = co_await self->awaitRequest();
         if (more)
             more = co_await self->answerOne();
     }
+    if (self->m_stream.isSecure() && self->m_phase != Phase::gone && self->m_phase != Phase::leaving)
+        co_await self->linger(); // so that the client can tell this end from one that somebody else has made
     self->abandon();
 }
 
@@ -81,8 +83,6 @@ void HttpConnection::finish()
 void HttpConnection::abandon()
 {
     enter(Phase::gone);
-    beast::error_code ignored;
-    m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_both, ignored);
     m_stream.close();
     m_bodyShare.release();
     m_replyShare.release();
@@ -95,21 +95,48 @@ void HttpConnection::enter(Phase phase)
     m_progress = Steady::now();
 }
 
+/// Agrees on keys with the client where the service speaks TLS; false when that comes to nothing.
+asio::awaitable<bool> HttpConnection::secure()
+{
+    if (!m_shared.certificate)
+        co_return true;
+    m_stream.expiresAfter(m_shared.limits.idle);
+    if (!co_await readMore())
+        co_return false;
+    m_requestID = Random::text(requestIDBytes);
+    if (*static_cast<const char*>(m_buffer.cdata().data()) != handshakeByte)
+        co_return co_await turnAway(
+            Refusal::of(ServiceCode::validationError, "The service speaks TLS here: its address begins with https."));
+    enter(Phase::readingHeader);
+    m_stream.expiresAfter(m_shared.limits.header);
+    const auto failure = co_await m_stream.secure(m_shared.certificate->current(), m_buffer.cdata());
+    m_buffer.clear();
+    if (failure)
+        co_await linger(); // the client gets to read why
+    co_return !failure;
+}
+
 /// Waits for the first byte of a request; false when none comes.
 asio::awaitable<bool> HttpConnection::awaitRequest()
 {
     enter(Phase::idle);
-    m_stream.expires_after(m_shared.limits.idle);
+    m_stream.expiresAfter(m_shared.limits.idle);
     while (!hasRequest()) {
-        beast::error_code failure;
-        auto token = asio::redirect_error(asio::use_awaitable, failure);
-        const auto space = m_buffer.prepare(readChunkBytes);
-        const auto read = co_await m_stream.async_read_some(space, token);
-        if (failure)
+        if (!co_await readMore())
             co_return false;
-        m_buffer.commit(read);
     }
     co_return m_phase == Phase::idle;
+}
+
+/// Waits for further bytes of the client; false when none come.
+asio::awaitable<bool> HttpConnection::readMore()
+{
+    beast::error_code failure;
+    auto token = asio::redirect_error(asio::use_awaitable, failure);
+    const auto space = m_buffer.prepare(readChunkBytes);
+    const auto read = co_await m_stream.async_read_some(space, token);
+    m_buffer.commit(failure ? 0 : read);
+    co_return !failure;
 }
 
 /// Whether something of a request has arrived. Some clients send an empty line in front of it.
@@ -156,7 +183,7 @@ asio::awaitable<beast::error_code> HttpConnection::readHeader()
     m_parser.emplace();
     m_parser->header_limit(m_shared.limits.headerBytes);
     m_parser->body_limit(boost::none); // set with the route
-    m_stream.expires_after(m_shared.limits.header);
+    m_stream.expiresAfter(m_shared.limits.header);
     auto token = asio::redirect_error(asio::use_awaitable, failure);
     co_await http::async_read_header(m_stream, m_buffer, *m_parser, token);
     co_return failure;
@@ -171,7 +198,7 @@ asio::awaitable<beast::error_code> HttpConnection::readBody(std::size_t limit)
         co_return failure;
     enter(Phase::readingBody);
     m_parser->body_limit(limit);
-    m_stream.expires_after(m_shared.limits.body);
+    m_stream.expiresAfter(m_shared.limits.body);
     if (beast::iequals(m_parser->get()[http::field::expect], "100-continue")) {
         constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
         if (!co_await send({asio::buffer(goOn)}))
@@ -290,14 +317,14 @@ asio::awaitable<bool> HttpConnection::writeBlocks(Reply reply, bool keepAlive)
 
 bool HttpConnection::speaks10() const
 {
-    return m_parser->get().version() < 11;
+    return m_parser && m_parser->get().version() < 11;
 }
 
 /// Sends a block, which the client has to take in time.
 asio::awaitable<bool> HttpConnection::send(Parts parts)
 {
     beast::error_code failure;
-    m_stream.expires_after(m_shared.limits.replyBlock);
+    m_stream.expiresAfter(m_shared.limits.replyBlock);
     auto token = asio::redirect_error(asio::use_awaitable, failure);
     co_await asio::async_write(m_stream, parts, token);
     m_progress = Steady::now();
@@ -306,16 +333,9 @@ asio::awaitable<bool> HttpConnection::send(Parts parts)
 
 asio::awaitable<void> HttpConnection::linger()
 {
-    beast::error_code failure;
     enter(Phase::leaving);
-    m_stream.socket().shutdown(asio::ip::tcp::socket::shutdown_send, failure);
-    m_stream.expires_after(lingerTime);
-    auto token = asio::redirect_error(asio::use_awaitable, failure);
-    while (!failure) {
-        m_buffer.clear();
-        const auto space = m_buffer.prepare(readChunkBytes);
-        co_await m_stream.async_read_some(space, token);
-    }
+    m_stream.expiresAfter(lingerTime);
+    co_await m_stream.leave();
 }
 
 }

@@ -10,11 +10,11 @@
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/ip/address.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
-#include <boost/beast/core/tcp_stream.hpp>
 #include <boost/beast/http/buffer_body.hpp>
 #include <boost/beast/http/parser.hpp>
 
 #include "LedgerService/Http/Connections/ByteBudget.h"
+#include "LedgerService/Http/Connections/ClientStream.h"
 #include "LedgerService/Http/Connections/HttpShared.h"
 
 namespace LedgerService {
@@ -47,7 +47,9 @@ private:
     using Parts = std::array<boost::asio::const_buffer, 3>;
     enum class Phase { idle, readingHeader, readingBody, working, replying, leaving, gone };
 
+    boost::asio::awaitable<bool> secure();
     boost::asio::awaitable<bool> awaitRequest();
+    boost::asio::awaitable<bool> readMore();
     boost::asio::awaitable<bool> answerOne();
     boost::asio::awaitable<boost::beast::error_code> readHeader();
     boost::asio::awaitable<boost::beast::error_code> readBody(std::size_t limit);
@@ -63,7 +65,7 @@ private:
     [[nodiscard]] bool holdBody(std::size_t bytes);
     [[nodiscard]] bool holdReply(std::size_t bytes);
 
-    boost::beast::tcp_stream m_stream;
+    ClientStream m_stream;
     boost::asio::ip::address m_peer;
     std::string m_client; // whom the connection is counted to
     HttpShared& m_shared;

@@ -3,6 +3,7 @@
 #include "LedgerService/Http/Connections/ByteBudget.h"
 #include "LedgerService/Http/Connections/ClientAddress.h"
 #include "LedgerService/Http/Connections/ConnectionTable.h"
+#include "LedgerService/Http/Connections/TlsCertificate.h"
 #include "LedgerService/Http/Dispatch/Answering.h"
 #include "LedgerService/Http/HttpLimits.h"
 #include "LedgerService/Http/RouteTable.h"
@@ -18,6 +19,7 @@ struct HttpShared {
     const Answering& answering;
     WorkLane& readers;
     ConnectionTable& connections;
+    const TlsCertificate* certificate; // null: connections are plain
     ByteBudget bodies;
     ByteBudget replies;
     bool stopping = false;

@@ -61,13 +61,26 @@ std::expected<TrustedProxies, std::string> proxiesOf(const ServerOptions& option
     return TrustedProxies::create(options.trustedProxies);
 }
 
+std::expected<std::unique_ptr<TlsCertificate>, std::string> certificateOf(const ServerOptions& options)
+{
+    return options.tls ? TlsCertificate::create(*options.tls) : nullptr;
+}
+
 }
 
 struct Server::State {
-    State(ServerOptions given, TrustedProxies trusted, std::unique_ptr<Database> opened,
-          std::unique_ptr<MailTransport> transport)
-        : options(std::move(given)), proxies(std::move(trusted)), database(std::move(opened)),
-          postbox(std::make_unique<Postbox>(*database, options.clock, options.mail, std::move(transport))),
+    /// What the options name, found to be in order.
+    struct Parts {
+        TrustedProxies proxies;
+        std::unique_ptr<TlsCertificate> certificate;
+        std::unique_ptr<Database> database;
+        std::unique_ptr<MailTransport> transport;
+    };
+
+    State(ServerOptions given, Parts parts)
+        : options(std::move(given)), proxies(std::move(parts.proxies)), certificate(std::move(parts.certificate)),
+          database(std::move(parts.database)),
+          postbox(std::make_unique<Postbox>(*database, options.clock, options.mail, std::move(parts.transport))),
           routes(options.routes), receipts(options.databaseFile), dispatcher({.database = *database,
                                                                               .receipts = receipts,
                                                                               .postbox = *postbox,
@@ -86,6 +99,7 @@ struct Server::State {
                                               .answering = answering,
                                               .readers = lanes.readers,
                                               .connections = connections,
+                                              .certificate = certificate.get(),
                                               .bodies = ByteBudget{options.limits.bodyBytes},
                                               .replies = ByteBudget{options.limits.replyBytes}}
     {
@@ -100,6 +114,7 @@ struct Server::State {
 
     ServerOptions options;
     TrustedProxies proxies;
+    std::unique_ptr<TlsCertificate> certificate; // none: connections are plain
     std::unique_ptr<Database> database;
     std::unique_ptr<Postbox> postbox;
     RouteTable routes;
@@ -217,8 +232,11 @@ std::expected<std::unique_ptr<Server>, std::string> Server::start(ServerOptions 
     auto transport = options.mail.transport();
     if (!transport)
         return std::unexpected(std::move(transport.error()));
-    auto state =
-        std::make_unique<State>(std::move(options), *std::move(proxies), *std::move(database), *std::move(transport));
+    auto certificate = certificateOf(options);
+    if (!certificate)
+        return std::unexpected(std::move(certificate.error()));
+    auto state = std::make_unique<State>(std::move(options), State::Parts{*std::move(proxies), *std::move(certificate),
+                                                                          *std::move(database), *std::move(transport)});
     try {
         state->listen();
     } catch (const boost::system::system_error& failure) {
@@ -243,6 +261,11 @@ Server::~Server()
 std::uint16_t Server::port() const
 {
     return m_state->port;
+}
+
+std::optional<std::string> Server::reloadCertificate()
+{
+    return m_state->certificate ? m_state->certificate->reload() : std::nullopt;
 }
 
 void Server::stop()

@@ -4,10 +4,12 @@
 #include <cstdint>
 #include <expected>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "LedgerService/Http/Connections/TlsCertificate.h"
 #include "LedgerService/Http/HttpLimits.h"
 #include "LedgerService/Http/Route.h"
 #include "LedgerService/Mail/MailTransport.h"
@@ -20,8 +22,9 @@ struct ServerOptions {
     std::uint16_t port = 0;   // 0 picks a free one
     int listeningSocket = -1; // one that listens already, of a loopback address, instead of address and port
     std::string databaseFile;
-    bool behindProxy = false;                // X-Forwarded-For names the client
-    std::vector<std::string> trustedProxies; // addresses and networks; empty: whoever connects is the proxy
+    std::optional<TlsCertificate::Files> tls; // without it connections are plain
+    bool behindProxy = false;                 // X-Forwarded-For names the client
+    std::vector<std::string> trustedProxies;  // addresses and networks; empty: whoever connects is the proxy
     ServicePolicy policy;
     MailSettings mail;
     HttpLimits limits;
@@ -39,6 +42,9 @@ public:
     Server& operator=(const Server&) = delete;
 
     [[nodiscard]] std::uint16_t port() const;
+
+    /// Reads the certificate and its key anew; in words why the old ones stay.
+    std::optional<std::string> reloadCertificate();
 
     /// Takes no new requests, finishes those under way and closes the database; returns when all is done.
     void stop();
