@@ -60,22 +60,21 @@ std::set<std::string> digestsIn(const fs::path& copy)
 
 /// The seals come first: the trail in the database has at least come as far as they say. Then the database, and then
 /// the receipts that it names, whose files never change.
-void fill(ArchiveWriter& archive, const std::string& file, const fs::path& copy)
+void fill(ArchiveWriter& archive, const Backup::Content& content, const fs::path& copy)
 {
     Backup::Manifest manifest;
     manifest.taken = LedgerDay::stamp(std::chrono::system_clock::now());
     const auto add = [&](const std::string& name, const fs::path& source) {
         manifest.digests.emplace(name, archive.addFile(name, source));
     };
-    const AuditSeals seals{file};
-    for (const auto& name : seals.names())
-        add(std::string{Backup::sealsFolder} + name, seals.path() / name);
-    {
-        Connection connection{file, Connection::Access::readOnly};
-        Query{connection, "VACUUM INTO :to"}.bind("to", copy.string()).run();
+    const AuditSeals seals{content.file};
+    if (content.withSeals) {
+        for (const auto& name : seals.names())
+            add(std::string{Backup::sealsFolder} + name, seals.path() / name);
     }
+    content.makeDatabase(copy);
     add(std::string{Backup::databaseName}, copy);
-    const ReceiptFolder receipts{file};
+    const ReceiptFolder receipts{content.file};
     for (const auto& digest : digestsIn(copy)) {
         const auto name = std::string{Backup::receiptsFolder} + digest;
         add(name, receipts.fileOf(digest));
@@ -90,7 +89,18 @@ void fill(ArchiveWriter& archive, const std::string& file, const fs::path& copy)
 
 std::optional<std::string> Backup::take(const std::string& file, const std::string& to)
 {
-    if (auto refused = DatabaseFile::whyNotExisting(file))
+    return pack({.file = file,
+                 .makeDatabase =
+                     [&](const fs::path& copy) {
+                         Connection connection{file, Connection::Access::readOnly};
+                         Query{connection, "VACUUM INTO :to"}.bind("to", copy.string()).run();
+                     }},
+                to);
+}
+
+std::optional<std::string> Backup::pack(const Content& content, const std::string& to)
+{
+    if (auto refused = DatabaseFile::whyNotExisting(content.file))
         return refused;
     if (auto refused = DatabaseFile::whyNotName(to))
         return refused;
@@ -102,12 +112,12 @@ std::optional<std::string> Backup::take(const std::string& file, const std::stri
         const Passing made{DurableFile::unfinishedIn(folder)};
         const Passing copy{DurableFile::unfinishedIn(folder)};
         ArchiveWriter archive{made.path()};
-        fill(archive, file, copy.path());
+        fill(archive, content, copy.path());
         if (const auto failure = DurableFile::giveNewName(made.path(), to))
             return fmt::format("cannot make {}: {}", to, failure.message());
         return std::nullopt;
     } catch (const std::exception& failure) {
-        return fmt::format("cannot copy {}: {}", file, DatabaseFailure::words(failure));
+        return fmt::format("cannot copy {}: {}", content.file, DatabaseFailure::words(failure));
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -25,8 +27,19 @@ inline constexpr std::string_view databaseName = "books.sqlite";
 inline constexpr std::string_view receiptsFolder = "receipts/";
 inline constexpr std::string_view sealsFolder = "seals/";
 
-/// Copies one consistent state of what is kept under the database `file` to the new archive `to`, safely on the disk
-/// when this returns, or says in words why not. What was there before under that name stays. The service may run.
+/// What an archive is made of: a database with what lies beside `file`.
+struct Content {
+    std::string file;
+    bool withSeals = true;
+    /// Makes the database of this name that goes into the archive. Throws when it cannot.
+    std::function<void(const std::filesystem::path& copy)> makeDatabase;
+};
+
+/// Makes the new archive `to` of a database and the receipts that it names, safely on the disk when this returns, or
+/// says in words why not. What was there before under that name stays.
+std::optional<std::string> pack(const Content& content, const std::string& to);
+
+/// Packs one consistent state of all that is kept under the database `file`. The service may run.
 std::optional<std::string> take(const std::string& file, const std::string& to);
 
 }

@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
 
+#include "LedgerService/Operations/CompanyTransfer.h"
 #include "LedgerService/Operations/CreateCompany.h"
 #include "LedgerService/Operations/ManagePeople.h"
 #include "LedgerService/Storage/Database.h"
@@ -98,8 +99,38 @@ void PeopleCommands::declareCompanies(CLI::App& app)
             given.m_file, [&](Connection& connection) { return ManagePeople::reject(connection, given.m_company); },
             "The company is rejected.");
     });
-    for (auto* const each : {&approve, &reject})
+    auto& exporting = declare(companies, "export", "Pack one company with all that belongs to it into a new archive",
+                              [](const PeopleCommands& given) { return given.exportCompany(); });
+    exporting.add_option("--to", m_archive, "The archive to make")->required()->type_name("FILE");
+    exporting.add_flag("--close", m_closes, "Keep everybody out of the company from then on: it moves elsewhere");
+    auto& importing = declare(companies, "import", "Verify an archive of one company and add the company",
+                              [](const PeopleCommands& given) { return given.importCompany(); });
+    importing.add_option("--from", m_archive, "The archive")->required()->type_name("FILE");
+    for (auto* const each : {&approve, &reject, &exporting})
         each->add_option("--id", m_company, "The company's id")->required()->type_name("ID");
+}
+
+int PeopleCommands::exportCompany() const
+{
+    using CompanyTransfer::Afterwards;
+    if (const auto refused =
+            CompanyTransfer::carryOut({.file = m_file,
+                                       .companyID = m_company,
+                                       .archive = m_archive,
+                                       .afterwards = m_closes ? Afterwards::closed : Afterwards::open}))
+        return fail(*refused);
+    fmt::print("{} holds the company {}{}.\n", m_archive, m_company, m_closes ? ", which is closed here" : "");
+    return 0;
+}
+
+int PeopleCommands::importCompany() const
+{
+    const auto imported = CompanyTransfer::importFrom(m_archive, m_file);
+    if (!imported)
+        return fail(imported.error());
+    fmt::print("{} has the company {}, '{}', with {} entries and {} receipts; nothing is wrong with it.\n", m_file,
+               imported->companyID, imported->name, imported->entries, imported->receipts);
+    return 0;
 }
 
 void PeopleCommands::declareUsers(CLI::App& app)

@@ -25,10 +25,14 @@ private:
     CLI::App& declare(CLI::App& parent, const char* name, const char* description, Work work);
     void declareCompanies(CLI::App& app);
     void declareUsers(CLI::App& app);
+    [[nodiscard]] int exportCompany() const;
+    [[nodiscard]] int importCompany() const;
 
     std::string m_file;
     std::string m_company;
     std::string m_email;
+    std::string m_archive;
+    bool m_closes = false;
     bool m_setsPassword = false;
     std::vector<std::pair<const CLI::App*, Work>> m_commands;
 };

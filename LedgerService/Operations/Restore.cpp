@@ -1,23 +1,13 @@
 #include "LedgerService/Operations/Restore.h"
 
-#include <algorithm>
 #include <array>
 #include <filesystem>
-#include <fstream>
-#include <stdexcept>
 
 #include <fmt/core.h>
-#include <fmt/ranges.h>
 
-#include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/DurableFile.h"
-#include "LedgerService/Operations/Archive.h"
-#include "LedgerService/Operations/Backup.h"
 #include "LedgerService/Operations/DatabaseFile.h"
-#include "LedgerService/Operations/Verify.h"
-#include "LedgerService/Random.h"
-#include "LedgerService/Receipts/ReceiptFolder.h"
+#include "LedgerService/Operations/UnpackedArchive.h"
 
 namespace LedgerService {
 
@@ -25,108 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t digestDigits = 64;
 constexpr std::array endings{"", "-wal", "-shm", "-receipts", "-seals"};
 /// What is put in place, the database last: without it there is nothing to serve.
 constexpr std::array placed{"-receipts", "-seals", ""};
-
-bool isDigest(std::string_view text)
-{
-    return text.size() == digestDigits && text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
-}
-
-/// Where a file of the archive belongs, beside the database; nothing for names that no backup gives.
-std::optional<fs::path> placeOf(std::string_view name, const std::string& database)
-{
-    if (name == Backup::databaseName)
-        return database;
-    if (name.starts_with(Backup::receiptsFolder)) {
-        const auto digest = name.substr(Backup::receiptsFolder.size());
-        return isDigest(digest) ? std::optional{ReceiptFolder{database}.fileOf(digest)} : std::nullopt;
-    }
-    if (!name.starts_with(Backup::sealsFolder) || !name.ends_with(".seal"))
-        return std::nullopt;
-    const auto file = name.substr(Backup::sealsFolder.size());
-    if (!LedgerDay::isValid(file.substr(0, file.size() - std::string_view{".seal"}.size())))
-        return std::nullopt;
-    return fs::path{database + "-seals"} / file;
-}
-
-std::string contentOf(ArchiveReader& archive)
-{
-    std::string content;
-    archive.read([&](std::string_view block) { content += block; });
-    return content;
-}
-
-/// Writes the next file and has the disk keep it.
-void extract(ArchiveReader& archive, const fs::path& place)
-{
-    fs::create_directories(place.parent_path());
-    {
-        std::ofstream out{place, std::ios::binary};
-        archive.read(
-            [&](std::string_view block) { out.write(block.data(), static_cast<std::streamsize>(block.size())); });
-        if (!out.flush())
-            throw std::runtime_error(fmt::format("cannot write {}", place.string()));
-    }
-    if (auto failure = DurableFile::settle(place); failure || (failure = DurableFile::settle(place.parent_path())))
-        throw std::system_error{failure, place.string()};
-}
-
-/// Takes all of the archive apart; gives what its last file says.
-Backup::Manifest extractAll(const std::string& name, const std::string& database)
-{
-    std::optional<Backup::Manifest> manifest;
-    ArchiveReader archive{name};
-    while (const auto member = archive.next()) {
-        if (member->name == Backup::manifestName) {
-            if (auto read = Json::decode<Backup::Manifest>(contentOf(archive)))
-                manifest = *std::move(read);
-            continue;
-        }
-        const auto place = placeOf(member->name, database);
-        if (!place || manifest)
-            throw std::runtime_error("it is no archive of this program");
-        extract(archive, *place);
-    }
-    if (!manifest || manifest->format != Backup::Manifest{}.format)
-        throw std::runtime_error("it is no whole archive of this program");
-    return *std::move(manifest);
-}
-
-/// Every file that the manifest names is there as it was, and so is everything that it is about.
-void check(const Backup::Manifest& manifest, const std::string& database)
-{
-    for (const auto& [name, digest] : manifest.digests) {
-        const auto place = placeOf(name, database);
-        if (!place || DurableFile::digestOf(*place) != digest)
-            throw std::runtime_error(fmt::format("its file {} is damaged", name));
-    }
-    const auto report = Verify::file(database);
-    if (!report)
-        throw std::runtime_error(report.error());
-    if (!report->problems.empty())
-        throw std::runtime_error(fmt::format("what it holds is not sound:\n{}", fmt::join(report->problems, "\n")));
-}
-
-/// A folder that is gone with its object, with all that is still in it.
-class Workplace {
-public:
-    explicit Workplace(fs::path path) : m_path(std::move(path)) {}
-    ~Workplace()
-    {
-        std::error_code ignored;
-        fs::remove_all(m_path, ignored);
-    }
-    Workplace(const Workplace&) = delete;
-    Workplace& operator=(const Workplace&) = delete;
-    [[nodiscard]] std::string database() const { return (m_path / "books.sqlite").string(); }
-    [[nodiscard]] const fs::path& path() const { return m_path; }
-
-private:
-    fs::path m_path;
-};
 
 void putInPlace(const std::string& from, const std::string& to)
 {
@@ -150,12 +41,8 @@ std::optional<std::string> Restore::carryOut(const std::string& archive, const s
             return fmt::format("{}{} is there already: books are restored to an empty place only", file, ending);
     }
     try {
-        const Workplace workplace{DurableFile::unfinishedIn(fs::absolute(file).parent_path())};
-        if (const auto failure = DurableFile::makeFolder(workplace.path()))
-            return fmt::format("cannot make {}: {}", workplace.path().string(), failure.message());
-        const auto manifest = extractAll(archive, workplace.database());
-        check(manifest, workplace.database());
-        putInPlace(workplace.database(), file);
+        const UnpackedArchive unpacked{archive, fs::absolute(file).parent_path()};
+        putInPlace(unpacked.database(), file);
         return std::nullopt;
     } catch (const std::exception& failure) {
         return fmt::format("cannot restore {}: {}", archive, failure.what());

@@ -151,26 +151,29 @@ void checkCompany(Connection& connection, const std::string& companyID, Verify::
     attempt(report.problems, what, [&] { add(AuditCheck::brokenEntries(connection, companyID)); });
 }
 
-void checkReceipts(Connection& connection, const ReceiptFolder& folder, Verify::Report& report)
+void checkReceipts(Connection& connection, const ReceiptFolder& folder, const std::string& companyID,
+                   Verify::Report& report)
 {
-    for (const auto& companyID : CompanyRepository::allIDs(connection)) {
-        for (const auto& each : AttachmentRepository::all(connection, companyID)) {
-            if (!each.contentDigest)
-                continue; // of a time when receipts had no files
-            report.receipts += 1;
-            if (const auto problem = folder.problemOf(*each.contentDigest, each.attachment.byteCount); !problem.empty())
-                report.problems.push_back(
-                    fmt::format("company {}: receipt {}: {}", companyID, each.attachment.id, problem));
-        }
+    for (const auto& each : AttachmentRepository::all(connection, companyID)) {
+        if (!each.contentDigest)
+            continue; // of a time when receipts had no files
+        report.receipts += 1;
+        if (const auto problem = folder.problemOf(*each.contentDigest, each.attachment.byteCount); !problem.empty())
+            report.problems.push_back(
+                fmt::format("company {}: receipt {}: {}", companyID, each.attachment.id, problem));
     }
+}
+
+void checkTrail(Connection& connection, const std::string& scope, Problems& problems)
+{
+    for (const auto& problem : AuditCheck::brokenChain(connection, scope))
+        problems.push_back(fmt::format("company {}: {}", scope, problem));
 }
 
 void checkTrails(Connection& connection, const AuditSeals& seals, Problems& problems)
 {
-    for (const auto& scope : AuditTrail::scopes(connection)) {
-        for (const auto& problem : AuditCheck::brokenChain(connection, scope))
-            problems.push_back(fmt::format("company {}: {}", scope, problem));
-    }
+    for (const auto& scope : AuditTrail::scopes(connection))
+        checkTrail(connection, scope, problems);
     for (auto& problem : seals.broken(connection))
         problems.push_back(std::move(problem));
 }
@@ -229,8 +232,21 @@ Verify::Report Verify::run(Connection& connection, const std::string& name)
             checkCompany(connection, companyID, report);
         }
     });
-    attempt(report.problems, "receipts", [&] { checkReceipts(connection, ReceiptFolder{name}, report); });
+    attempt(report.problems, "receipts", [&] {
+        for (const auto& companyID : CompanyRepository::allIDs(connection))
+            checkReceipts(connection, ReceiptFolder{name}, companyID, report);
+    });
     attempt(report.problems, "audit trail", [&] { checkTrails(connection, AuditSeals{name}, report.problems); });
+    return report;
+}
+
+Verify::Report Verify::company(Connection& connection, const std::string& name, const std::string& companyID)
+{
+    Report report;
+    report.companies = 1;
+    checkCompany(connection, companyID, report);
+    attempt(report.problems, "receipts", [&] { checkReceipts(connection, ReceiptFolder{name}, companyID, report); });
+    attempt(report.problems, "audit trail", [&] { checkTrail(connection, companyID, report.problems); });
     return report;
 }
 

@@ -23,6 +23,9 @@ struct Report {
 /// others from being checked.
 Report run(Connection& connection, const std::string& name);
 
+/// The same for one of the companies, as the connection's transaction has it.
+Report company(Connection& connection, const std::string& name, const std::string& companyID);
+
 /// The same for a file, which is read and never changed; in words when it holds no books of this program.
 std::expected<Report, std::string> file(const std::string& name);
 

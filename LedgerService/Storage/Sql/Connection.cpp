@@ -35,12 +35,15 @@ std::string escaped(const std::string& file)
     return text;
 }
 
+std::string address(const std::string& file, Connection::Access access)
+{
+    return "file://" + escaped(file) + (access == Connection::Access::frozen ? "?immutable=1" : "?mode=ro");
+}
+
 std::string connectString(const std::string& file, Connection::Access access)
 {
     configureLibrary();
-    auto name = file;
-    if (access != Connection::Access::readWrite)
-        name = "file://" + escaped(file) + (access == Connection::Access::frozen ? "?immutable=1" : "?mode=ro");
+    const auto name = access == Connection::Access::readWrite ? file : address(file, access);
     return fmt::format("dbname=\"{}\" timeout={}", name, busySeconds);
 }
 
@@ -98,6 +101,12 @@ Connection::~Connection() = default;
 void Connection::setReadGate(std::shared_ptr<ReadGate> gate)
 {
     m_state->gate = std::move(gate);
+}
+
+void Connection::attach(const std::string& file, std::string_view name)
+{
+    const auto statement = fmt::format("ATTACH DATABASE :file AS {}", name);
+    Query{*this, statement}.bind("file", address(file, Access::readOnly)).run();
 }
 
 std::int64_t Connection::rowsChanged()

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace LedgerService {
 
@@ -24,6 +25,10 @@ public:
 
     /// Runs a statement that has no parameters and gives no rows, such as those of migrations.
     void execute(const std::string& statement);
+
+    /// Has statements of this connection also read the tables of another file, after the name and a point. Nothing
+    /// there can be changed. Not within a transaction.
+    void attach(const std::string& file, std::string_view name);
 
     /// How many rows its statements have added, changed or removed so far, undone ones included.
     [[nodiscard]] std::int64_t rowsChanged();

@@ -3,6 +3,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRows.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
@@ -26,11 +27,6 @@ constexpr auto selectBefore = R"sql(
 
 constexpr auto selectPeople = R"sql(
     SELECT user_id FROM members WHERE company_id = :company
-)sql";
-
-constexpr auto selectTables = R"sql(
-    SELECT t.name FROM sqlite_master t WHERE t.type = 'table'
-        AND EXISTS (SELECT 1 FROM pragma_table_info(t.name) c WHERE c.name = 'company_id')
 )sql";
 
 constexpr auto deleteCompany = R"sql(
@@ -94,12 +90,7 @@ void DemoVisitRepository::remove(Connection& connection, std::string_view compan
     connection.execute("PRAGMA defer_foreign_keys = ON"); // rows of many tables refer to each other; until the commit
     FragmentRepository::removeAll(connection, companyID, *state);
     require(Query{connection, deleteCompany}.bind("company", companyID).run() == 1, "only visits are removed");
-    std::vector<std::string> tables;
-    {
-        Query query{connection, selectTables};
-        tables = textsOf(query);
-    }
-    for (const auto& table : tables) {
+    for (const auto& table : CompanyRows::tables(connection)) {
         const auto statement = fmt::format("DELETE FROM {} WHERE company_id = :company", table);
         Query{connection, statement}.bind("company", companyID).run();
     }

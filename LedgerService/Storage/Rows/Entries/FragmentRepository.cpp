@@ -42,6 +42,12 @@ constexpr auto selectEarlierTexts = R"sql(
     WHERE company_id = :company AND change > :change AND sequence <= :change ORDER BY change
 )sql";
 
+constexpr auto copyFragments = R"sql(
+    INSERT INTO main.entry_fragments (key, account_set, text)
+    SELECT key - :first + :here, account_set, text FROM given.entry_fragments
+    WHERE key BETWEEN :first AND :last ORDER BY key
+)sql";
+
 constexpr auto deleteRenewals = R"sql(
     DELETE FROM entry_renewals WHERE company_id = :company
 )sql";
@@ -69,6 +75,16 @@ std::string FragmentRepository::shape()
     addFieldNames<LedgerTransaction>(names);
     addFieldNames<LedgerLeg>(names);
     return Random::digest(names);
+}
+
+void FragmentRepository::copyGiven(Connection& connection, std::int64_t givenNumber, const CompanyState& here)
+{
+    const CompanyState there{.number = givenNumber};
+    Query{connection, copyFragments}
+        .bind("first", keyOf(there, 0))
+        .bind("last", keyOf(there, lastSequence))
+        .bind("here", keyOf(here, 0))
+        .run();
 }
 
 std::string FragmentRepository::insert(Connection& connection, const CompanyState& state, int accountSet,

@@ -26,6 +26,10 @@ struct EntryFragment {
 /// that somebody is still reading does not change under the reader.
 namespace FragmentRepository {
 
+/// Copies the fragments of the company with this number in the attached database "given" to the company that stands at
+/// `here` in this one.
+void copyGiven(Connection& connection, std::int64_t givenNumber, const CompanyState& here);
+
 /// What fragments are made of: differs as soon as an entry is encoded in another way.
 std::string shape();
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <cstddef>
+#include <expected>
+#include <optional>
+#include <string>
+
+namespace LedgerService {
+
+/// Taking one company with everything that belongs to it from a database to another: its people, books, settings,
+/// capital, dividends, receipts, remembered commands and audit trail.
+namespace CompanyTransfer {
+
+enum class Afterwards {
+    open,  // the company goes on as before
+    closed // nobody gets in any more: from the archive's state on, nothing was written
+};
+
+struct Export {
+    std::string file;
+    std::string companyID;
+    std::string archive;
+    Afterwards afterwards = Afterwards::open;
+};
+
+/// Makes the new archive, which is also a backup of a database with this company alone; or says in words why not. The
+/// service may run.
+std::optional<std::string> carryOut(const Export& order);
+
+struct Imported {
+    std::string companyID;
+    std::string name;
+    std::size_t entries = 0;
+    std::size_t receipts = 0;
+};
+
+/// Puts the one company of an archive into the database `file`, which does not know it, verified before and after; or
+/// says in words why not, and then nothing has changed. The service may run.
+std::expected<Imported, std::string> importFrom(const std::string& archive, const std::string& file);
+
+}
+
+}

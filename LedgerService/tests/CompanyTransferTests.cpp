@@ -1,0 +1,256 @@
+#include <filesystem>
+#include <map>
+
+#include <boost/describe.hpp>
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Operations/CompanyTransfer.h"
+#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRows.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
+#include "LedgerService/testing/RandomCommands.h"
+#include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleReceipts.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace LedgerService {
+
+namespace {
+
+namespace fs = std::filesystem;
+using CompanyTransfer::Afterwards;
+/// The rows of a table as text, by the table's name.
+using Dump = std::map<std::string, std::string>;
+
+std::string textOf(Connection& connection, const std::string& statement)
+{
+    std::string text;
+    Query query{connection, statement};
+    query.into(text).next();
+    return text;
+}
+
+/// All rows of the table that the condition finds, in the order of their texts.
+std::string rowsOf(Connection& connection, const std::string& table, const std::string& where)
+{
+    const auto columns =
+        textOf(connection, fmt::format("SELECT group_concat(name, ', ') FROM pragma_table_info('{}') WHERE name NOT IN "
+                                       "('number', 'current_company_id') OR '{}' <> 'companies' AND '{}' <> 'users'",
+                                       table, table, table));
+    return textOf(connection,
+                  fmt::format("SELECT group_concat(line, char(10)) FROM (SELECT json_array({}) AS line FROM {} WHERE "
+                              "{} ORDER BY line)",
+                              columns, table, where));
+}
+
+/// Everything that is kept of the company, but for what tells of the transfer itself.
+Dump dumpOf(const std::string& file, const std::string& companyID)
+{
+    Connection connection{file, Connection::Access::readOnly};
+    const auto ofCompany = fmt::format("company_id = '{}'", companyID);
+    Dump dump;
+    for (const auto& table : CompanyRows::tables(connection)) {
+        if (!CompanyRows::stays(table))
+            dump[table] = rowsOf(connection, table, ofCompany);
+    }
+    dump["companies"] = rowsOf(connection, "companies", fmt::format("id = '{}'", companyID));
+    dump["users"] = rowsOf(connection, "users", fmt::format("id IN (SELECT user_id FROM members WHERE {})", ofCompany));
+    dump["audit_records"] =
+        rowsOf(connection, "audit_records",
+               fmt::format("scope = '{}' AND kind NOT IN ('company-exported', 'company-imported')", companyID));
+    return dump;
+}
+
+std::string idOfDemo(const std::string& file)
+{
+    Connection connection{file, Connection::Access::readOnly};
+    return textOf(connection, "SELECT id FROM companies WHERE demo_locale = 'en-US'");
+}
+
+class Transfer : public testing::Test {
+protected:
+    [[nodiscard]] std::string exportSample(Afterwards afterwards = Afterwards::open) const
+    {
+        return exported("sample", afterwards);
+    }
+    [[nodiscard]] std::string exported(const std::string& companyID, Afterwards afterwards = Afterwards::open) const
+    {
+        fs::remove(archive);
+        return CompanyTransfer::carryOut({.file = source.databaseFile(),
+                                          .companyID = companyID,
+                                          .archive = archive,
+                                          .afterwards = afterwards})
+            .value_or("");
+    }
+    /// What importing the archive comes to, in words.
+    [[nodiscard]] std::string importInto(const std::string& file) const
+    {
+        const auto imported = CompanyTransfer::importFrom(archive, file);
+        return imported ? "imported " + imported->companyID : imported.error();
+    }
+    /// A database without companies.
+    [[nodiscard]] std::string emptyDatabase() const
+    {
+        auto file = folder.file("other.sqlite");
+        EXPECT_TRUE(Database::open(file).has_value());
+        return file;
+    }
+    /// Whatever happens to a company: entries, reversals, receipts, refused ones too.
+    void live(std::uint32_t seed)
+    {
+        RandomCommands commands{seed};
+        auto client = source.client();
+        std::map<std::string, std::string> tokens;
+        for (const auto* member : {"guest", "mira", "rudi", "gone"})
+            tokens[member] = source.tokenOf(member);
+        for (int number = 0; number < 60; ++number) {
+            auto input = commands.inputFor(SampleBooks::books());
+            input.idempotencyKey = fmt::format("{}-{}", seed, number);
+            const auto& token = tokens[commands.actor()];
+            const auto answer = client.send("POST", "/v1/transactions", token, Json::encode(input));
+            ASSERT_LT(answer.status, 500) << answer.body;
+        }
+        EXPECT_EQ(
+            client.send("POST", "/v1/attachments", tokens["mira"], SampleReceipts::upload(SampleReceipts::pdf(90'000)))
+                .status,
+            200);
+    }
+
+    TestService source{[](ServerOptions& options) { options.policy.demonstration = DemonstrationMode::shared; }};
+    TemporaryFolder folder;
+    std::string archive = folder.file("company.tar");
+};
+
+}
+
+TEST_F(Transfer, BringsEverythingOfACompanyAndNothingElse)
+{
+    for (const std::uint32_t seed : {7U, 8U})
+        ASSERT_NO_FATAL_FAILURE(live(seed));
+    EXPECT_EQ(source.client().send("POST", "/v1/demo", "", R"({"profile":"owner","locale":"en-US"})").status, 200);
+    const auto target = emptyDatabase();
+    Dump compared;
+    for (const auto& id : {std::string{"sample"}, idOfDemo(source.databaseFile())}) {
+        SCOPED_TRACE(id);
+        const auto before = dumpOf(source.databaseFile(), id);
+        ASSERT_EQ(exported(id), "");
+        EXPECT_EQ(importInto(target), "imported " + id);
+        for (const auto& [table, rows] : dumpOf(target, id))
+            EXPECT_EQ(rows, before.at(table)) << table;
+        for (const auto& [table, rows] : before)
+            compared[table] += rows;
+    }
+    for (const auto* table : {"entries", "legs", "balances", "commands", "capital_contributions", "dividend_movements"})
+        EXPECT_FALSE(compared[table].empty()) << table;
+    const auto report = Verify::file(target);
+    ASSERT_TRUE(report.has_value()) << report.error();
+    EXPECT_EQ(report->problems, std::vector<std::string>{});
+    EXPECT_EQ(report->companies, 2U);
+    EXPECT_EQ(report->receipts, 2U);
+    Connection connection{target, Connection::Access::readOnly};
+    EXPECT_EQ(textOf(connection, "SELECT group_concat(kind) FROM (SELECT kind FROM audit_records WHERE scope = "
+                                 "'sample' ORDER BY number DESC LIMIT 1)"),
+              "company-imported");
+    EXPECT_EQ(textOf(connection, "SELECT COUNT(*) FROM sessions"), "0");
+}
+
+TEST_F(Transfer, KnowsWhatBecomesOfEveryTable)
+{
+    // A new table of the schema belongs to a company, is copied by itself, or is named here with the reason.
+    Connection connection{emptyDatabase()};
+    const auto tables = CompanyRows::tables(connection);
+    std::string others;
+    Query query{connection, "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY "
+                            "name"};
+    std::string each;
+    query.into(each);
+    while (query.next()) {
+        if (std::ranges::find(tables, each) == tables.end())
+            others += each + " ";
+    }
+    EXPECT_EQ(others, "attempts "          // of this database's own limits
+                      "audit_records "     // by their scope
+                      "companies "         // by its id
+                      "entry_fragments "   // by the company's number
+                      "known_places "      // of this database's own limits
+                      "mails "             // are sent from where they were written
+                      "schema_migrations " // of the database
+                      "users ");           // who are members
+}
+
+TEST_F(Transfer, LetsPeopleGoOnWhereTheCompanyIsNow)
+{
+    source.write([](Connection& connection) { foundSample(connection, "moving"); });
+    TestService target; // with a company of its own, whose people are others
+    const auto post = [](TestService& service, const std::string& key) {
+        auto input = SampleBooks::income();
+        input.idempotencyKey = key;
+        return service.client().send("POST", "/v1/transactions", service.tokenOf("mira", "moving"),
+                                     Json::encode(input));
+    };
+    const auto balance = [](TestService& service) {
+        const auto seen = service.client().send("GET", "/v1/snapshot", service.tokenOf("mira", "moving"));
+        const auto snapshot = Json::decode<LedgerSnapshot>(seen.body);
+        return snapshot ? snapshot->account("bank")->balance("IDR") : 0;
+    };
+    const auto recorded = post(source, "before the move");
+    const auto before = balance(source);
+    ASSERT_EQ(exported("moving", Afterwards::closed), "");
+    EXPECT_EQ(post(source, "too late").status, 403) << "closed where it was";
+    EXPECT_EQ(importInto(target.databaseFile()), "imported moving");
+    const auto credentials = fmt::format(R"({{"email":"mira@moving.example","password":"{}"}})", TestService::password);
+    EXPECT_EQ(target.client().send("POST", "/v1/auth/login", "", credentials).status, 200);
+    EXPECT_EQ(post(target, "before the move").body, recorded.body) << "a retry finds what it came to";
+    EXPECT_EQ(balance(target), before);
+    EXPECT_EQ(post(target, "after the move").status, 200);
+    EXPECT_NE(balance(target), before);
+    EXPECT_NE(importInto(target.databaseFile()).find("is there already"), std::string::npos);
+}
+
+TEST_F(Transfer, TakesPeopleThatBothKnowAndRefusesThoseWhoOnlySeemSo)
+{
+    ASSERT_EQ(exportSample(), "");
+    const auto target = emptyDatabase();
+    Connection connection{target};
+    const auto register_ = [&](const char* id, const char* email) {
+        connection.execute("DELETE FROM users");
+        connection.execute(fmt::format("INSERT INTO users (id, email, name, locale, created_at) VALUES ('{}', '{}', "
+                                       "'Mira', 'en-US', '')",
+                                       id, email));
+    };
+    register_("somebody-else", "mira@sample.example");
+    EXPECT_NE(importInto(target).find("mira@sample.example is the address of another person"), std::string::npos);
+    register_("mira-of-sample", "new@mira.example");
+    EXPECT_NE(importInto(target).find("mira@sample.example has the id of new@mira.example"), std::string::npos);
+    EXPECT_EQ(textOf(connection, "SELECT COUNT(*) FROM companies"), "0");
+    register_("mira-of-sample", "mira@sample.example");
+    EXPECT_EQ(importInto(target), "imported sample");
+    EXPECT_EQ(textOf(connection, "SELECT password_hash IS NULL FROM users WHERE id = 'mira-of-sample'"), "1")
+        << "her password there is what counts";
+}
+
+TEST_F(Transfer, LeavesEverythingAsItWasWhenItIsRefused)
+{
+    EXPECT_NE(exported("nobody's").find("no company with this id"), std::string::npos);
+    EXPECT_FALSE(fs::exists(archive));
+    ASSERT_EQ(exportSample(), "");
+    const auto target = emptyDatabase();
+    EXPECT_NE(CompanyTransfer::carryOut({source.databaseFile(), "sample", archive, Afterwards::closed}), std::nullopt)
+        << "nothing is written over";
+    EXPECT_EQ(source.as("mira", "GET", "/v1/snapshot").status, 200) << "so the company is not closed either";
+    fs::resize_file(archive, fs::file_size(archive) - 2'000);
+    EXPECT_TRUE(importInto(target).starts_with("cannot import")) << "its end is missing";
+    EXPECT_NE(importInto(folder.file("missing.sqlite")), "imported sample");
+    source.write([](Connection& connection) {
+        connection.execute("UPDATE balances SET amount_minor = amount_minor + 1 WHERE account_id = 'bank'");
+    });
+    EXPECT_NE(exportSample().find("not sound"), std::string::npos) << "unsound books do not travel";
+    EXPECT_FALSE(fs::exists(archive));
+}
+
+}
