@@ -1,17 +1,14 @@
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 
-#include <algorithm>
 #include <utility>
 
 #include <QAction>
-#include <QApplication>
 #include <QEvent>
 #include <QMenu>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Entries/TransactionDraft.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Buttons/SplitButton.h"
 #include "LedgerUI/Components/Page/ListDetailPage.h"
@@ -19,27 +16,19 @@
 #include "LedgerUI/Components/Period/PeriodNavigator.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
-#include "LedgerUI/Presentation/Ledger/LedgerNames.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
-#include "LedgerUI/Screens/Entry/ReversalDialog.h"
-#include "LedgerUI/Screens/Entry/TransactionForm.h"
-#include "LedgerUI/Screens/Exports/LedgerExportDialog.h"
-#include "LedgerUI/Screens/Imports/ImportDialog.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
+#include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
 #include "LedgerUI/Screens/Ledger/LedgerFilterRow.h"
 #include "LedgerUI/Screens/Ledger/LedgerMessages.h"
 #include "LedgerUI/Screens/Ledger/LedgerNoticeView.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerTotalsStrip.h"
-#include "LedgerUI/Screens/Receipts/ReceiptPreviewDialog.h"
 
 namespace {
 
@@ -64,15 +53,6 @@ std::vector<LedgerTotal> selectedTotals(const LedgerListing& listing, const std:
     return selected.size() == listing.rows.size() ? listing.totals : totals(*listing.book, selected);
 }
 
-/// Looked up in the snapshot itself: a large ledger that has just come is not ready to be searched yet.
-const LedgerTransaction* entryOf(const SnapshotPointer& snapshot, const std::string& id)
-{
-    if (!snapshot)
-        return nullptr;
-    const auto found = std::ranges::find(snapshot->transactions, id, &LedgerTransaction::id);
-    return found == snapshot->transactions.end() ? nullptr : &*found;
-}
-
 /// The account that the ledger is narrowed to, where it is a single one.
 std::optional<std::string> onlyAccount(const LedgerFilter& filter)
 {
@@ -86,6 +66,7 @@ LedgerView::LedgerView(LedgerStore& store, QWidget* parent) : PageView{parent}, 
     setObjectName(QStringLiteral("ledgerView"));
     m_browser = new LedgerBrowser(this);
     m_actions = new ActionSet(this);
+    m_dialogs = new LedgerDialogs(store, *this);
     presentActions();
     buildLayout();
     bindParts();
@@ -93,7 +74,7 @@ LedgerView::LedgerView(LedgerStore& store, QWidget* parent) : PageView{parent}, 
     retranslate();
     adoptSnapshot();
     // The window that the form opens over is known once the page stands in it.
-    QMetaObject::invokeMethod(this, &LedgerView::offerKeptEntry, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(m_dialogs, &LedgerDialogs::offerKeptEntry, Qt::QueuedConnection);
 }
 
 void LedgerView::buildLayout()
@@ -170,17 +151,21 @@ void LedgerView::bindParts()
     connect(m_detail, &LedgerDetailPane::closeWanted, m_page, &ListDetailPage::closeDetail);
     connect(m_detail, &LedgerDetailPane::left, m_page, &ListDetailPage::leaveDetail);
     connect(m_detail, &LedgerDetailPane::reversalWanted, this,
-            [this](const QString& id) { reverse(id.toStdString()); });
+            [this](const QString& id) { m_dialogs->reverse(id.toStdString()); });
     connect(m_detail, &LedgerDetailPane::entryWanted, this, entryWanted);
     connect(m_detail, &LedgerDetailPane::receiptWanted, this,
-            [this](const QString& id, std::size_t at) { showReceipt(id.toStdString(), at); });
+            [this](const QString& id, std::size_t at) { m_dialogs->showReceipt(id.toStdString(), at); });
     connect(m_detail, &LedgerDetailPane::receiptsOffered, this,
             [this](const QString& id, const std::vector<ReceiptSource>& sources) {
-                addReceipts({.entryID = id.toStdString(), .sources = sources});
+                m_dialogs->addReceipts({.entryID = id.toStdString(), .sources = sources});
             });
     connect(m_detail, &LedgerDetailPane::recordWanted, this, &LedgerView::linkPressed);
     connect(m_detail, &LedgerDetailPane::accountWanted, this,
             [this](const QString& id) { showOnlyAccount(id.toStdString()); });
+    connect(m_dialogs, &LedgerDialogs::recorded, this,
+            [this](const QString& id) { showEntry(id.toStdString(), Shows::whereItStands); });
+    connect(m_dialogs, &LedgerDialogs::reversed, this, entryWanted);
+    connect(m_dialogs, &LedgerDialogs::done, this, &LedgerView::done);
 }
 
 QList<QWidget*> LedgerView::panes() const
@@ -300,15 +285,16 @@ void LedgerView::presentActions()
 
 void LedgerView::presentRowActions()
 {
-    m_actions->present(LedgerActions::onEntries({.book = m_browser->book(),
-                                                 .entries = m_selected,
-                                                 .detail = m_chosen,
-                                                 .isBusy = m_store.isBusy(),
-                                                 .open = [this] { m_page->openDetail(); },
-                                                 .copy = [this] { m_table->copySelection(); },
-                                                 .reverse = [this](const std::string& id) { reverse(id); },
-                                                 .duplicate = [this](const std::string& id) { duplicate(id); },
-                                                 .showOnly = [this](const std::string& id) { showOnlyAccount(id); }}));
+    m_actions->present(
+        LedgerActions::onEntries({.book = m_browser->book(),
+                                  .entries = m_selected,
+                                  .detail = m_chosen,
+                                  .isBusy = m_store.isBusy(),
+                                  .open = [this] { m_page->openDetail(); },
+                                  .copy = [this] { m_table->copySelection(); },
+                                  .reverse = [this](const std::string& id) { m_dialogs->reverse(id); },
+                                  .duplicate = [this](const std::string& id) { m_dialogs->duplicate(id); },
+                                  .showOnly = [this](const std::string& id) { showOnlyAccount(id); }}));
 }
 
 std::vector<Action> LedgerView::pageActions()
@@ -323,14 +309,14 @@ std::vector<Action> LedgerView::pageActions()
              .glyph = QStringLiteral("box-arrow-in-down"),
              .whyNot = busy,
              .isOffered = m_store.canViewCompany() && m_store.canRecord(),
-             .run = [this] { importLedger(); }},
+             .run = [this] { m_dialogs->importEntries(); }},
             {.id = QStringLiteral("exportLedger"),
              .text = word(exportWords(), "action"),
              .glyph = QStringLiteral("box-arrow-up"),
              .keys = KeyBindings::keys(Command::exportRows),
              .whyNot = busy,
              .isOffered = m_store.canExport(),
-             .run = [this] { exportLedger(); }},
+             .run = [this] { m_dialogs->exportEntries(m_browser->filter()); }},
             keyed("search", Command::search, [this] { m_filters->focusSearch(); }),
             keyed("previousPeriod", Command::previousPeriod, [this] { m_period->goBack(); }),
             keyed("nextPeriod", Command::nextPeriod, [this] { m_period->goForward(); }),
@@ -402,112 +388,5 @@ void LedgerView::settleAwaited()
 
 void LedgerView::record(const std::string& kind)
 {
-    openForm({.kind = kind, .accountID = onlyAccount(m_browser->filter()), .prefilled = {}});
-}
-
-void LedgerView::openForm(const EntryForm::Opening& opening)
-{
-    openForm(new TransactionForm(m_store, opening, window()));
-}
-
-/// An entry that an ended session left without a confirmation comes back before anything else is recorded.
-void LedgerView::offerKeptEntry()
-{
-    const auto kept = m_store.keptEntry();
-    if (kept && !QApplication::activeModalWidget())
-        openForm(new TransactionForm(m_store, *kept, window()));
-}
-
-void LedgerView::openForm(TransactionForm* form)
-{
-    connect(form, &TransactionForm::recorded, this, [this](const QString& id) {
-        showEntry(id.toStdString(), Shows::whereItStands);
-        Q_EMIT done(text("done.recorded"));
-    });
-    connect(form, &TransactionForm::receiptsLeft, this,
-            [this](const QString& id, std::size_t uploaded, const std::vector<ReceiptUpload>& failed) {
-                addReceipts({.entryID = id.toStdString(), .failed = failed, .uploaded = uploaded});
-            });
-    form->open();
-}
-
-void LedgerView::exportLedger()
-{
-    auto* dialog = new LedgerExportDialog(m_store, m_browser->filter(), window());
-    connect(dialog, &LedgerExportDialog::saved, this,
-            [this](const QString& fileName) { Q_EMIT done(word(exportWords(), "done", {fileName.toStdString()})); });
-    dialog->open();
-}
-
-void LedgerView::importLedger()
-{
-    auto* dialog = new ImportDialog(m_store, window());
-    connect(dialog, &ImportDialog::imported, this,
-            [this](const QString& /*firstID*/, const QString& lastID, std::size_t count) {
-                showEntry(lastID.toStdString(), Shows::whereItStands);
-                Q_EMIT done(countedIn(InterfaceLanguage::tag(), importWords(), "done", count));
-            });
-    dialog->open();
-}
-
-/// The same entry once more, on the day of today.
-void LedgerView::duplicate(const std::string& id)
-{
-    const auto book = m_browser->book();
-    const auto at = book ? book->find(id) : LedgerBook::none;
-    if (at == LedgerBook::none)
-        return;
-    auto draft = EntryEdits::correctionOf(book->transaction(at), InterfaceLanguage::tag());
-    draft.date.clear();
-    openForm({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
-}
-
-void LedgerView::reverse(const std::string& id)
-{
-    const auto book = m_browser->book();
-    const auto at = book ? book->find(id) : LedgerBook::none;
-    if (at == LedgerBook::none)
-        return;
-    auto* dialog = new ReversalDialog(m_store, book->transaction(at), window());
-    connect(dialog, &ReversalDialog::correctionRequested, this, [this](const TransactionDraft& draft) {
-        openForm({.kind = draft.kind, .accountID = {}, .prefilled = draft});
-    });
-    connect(dialog, &ReversalDialog::reversed, this, [this](const QString& original) {
-        showEntry(original.toStdString(), Shows::always);
-        Q_EMIT done(text("done.reversed"));
-    });
-    dialog->open();
-}
-
-void LedgerView::showReceipt(const std::string& entryID, std::size_t at)
-{
-    const auto snapshot = m_store.snapshot();
-    const auto* entry = entryOf(snapshot, entryID);
-    if (!entry)
-        return;
-    std::vector<Attachment> receipts;
-    for (const auto& id : entry->attachmentIDs) {
-        if (const auto* known = m_store.attachment(id))
-            receipts.push_back(*known);
-    }
-    if (at < receipts.size())
-        (new ReceiptPreviewDialog(m_store, std::move(receipts), at, window()))->open();
-}
-
-void LedgerView::addReceipts(AddReceiptsDialog::Opening opening)
-{
-    const auto snapshot = m_store.snapshot();
-    const auto* entry = entryOf(snapshot, opening.entryID);
-    if (!entry)
-        return;
-    const LedgerNames names{*snapshot, InterfaceLanguage::tag()};
-    QStringList parts{DayText::shortDate(entry->date, InterfaceLanguage::tag()), qString(names.kind(*entry))};
-    if (!entry->legs.empty()) {
-        const auto& leg = entry->legs.front();
-        parts << movementText(leg.amountMinor, leg.currency, InterfaceLanguage::tag()).text();
-    }
-    opening.entryText = parts.join(QStringLiteral(" · "));
-    auto* dialog = new AddReceiptsDialog(m_store, std::move(opening), window());
-    connect(dialog, &AddReceiptsDialog::added, this, [this] { Q_EMIT done(word(receiptWords(), "add.done")); });
-    dialog->open();
+    m_dialogs->record({.kind = kind, .accountID = onlyAccount(m_browser->filter()), .prefilled = {}});
 }

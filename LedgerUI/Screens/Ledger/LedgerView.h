@@ -3,15 +3,14 @@
 #include <string>
 #include <vector>
 
-#include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
-#include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
 class ActionSet;
 class LedgerBrowser;
 class LedgerDetailPane;
+class LedgerDialogs;
 class LedgerFilterRow;
 class LedgerMessages;
 class LedgerNoticeView;
@@ -56,19 +55,11 @@ private:
     void showEntry(const std::string& id, Shows shows);
     void settleAwaited();
     void record(const std::string& kind);
-    void openForm(const EntryForm::Opening& opening);
-    void openForm(class TransactionForm* form);
-    void offerKeptEntry();
-    void exportLedger();
-    void importLedger();
-    void duplicate(const std::string& id);
-    void reverse(const std::string& id);
-    void showReceipt(const std::string& entryID, std::size_t at);
-    void addReceipts(AddReceiptsDialog::Opening opening);
 
     LedgerStore& m_store;
     LedgerBrowser* m_browser = nullptr;
     ActionSet* m_actions = nullptr;
+    LedgerDialogs* m_dialogs = nullptr;
     PageHeader* m_header = nullptr;
     PeriodNavigator* m_period = nullptr;
     SplitButton* m_newEntry = nullptr;

@@ -1,0 +1,151 @@
+#include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QApplication>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Entries/TransactionDraft.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Entry/EntryEdits.h"
+#include "LedgerUI/Presentation/Exports/ExportWords.h"
+#include "LedgerUI/Presentation/Imports/ImportWords.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/LedgerNames.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Screens/Entry/ReversalDialog.h"
+#include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Exports/LedgerExportDialog.h"
+#include "LedgerUI/Screens/Imports/ImportDialog.h"
+#include "LedgerUI/Screens/Receipts/ReceiptPreviewDialog.h"
+
+namespace {
+
+/// Looked up in the snapshot itself: a large ledger that has just come is not ready to be searched yet.
+const LedgerTransaction* entryOf(const SnapshotPointer& snapshot, const std::string& id)
+{
+    if (!snapshot)
+        return nullptr;
+    const auto found = std::ranges::find(snapshot->transactions, id, &LedgerTransaction::id);
+    return found == snapshot->transactions.end() ? nullptr : &*found;
+}
+
+/// "18 Nov · Expense · IDR −4,385,200"
+QString shortTextOf(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
+{
+    const auto& locale = InterfaceLanguage::tag();
+    const LedgerNames names{snapshot, locale};
+    QStringList parts{DayText::shortDate(entry.date, locale), qString(names.kind(entry))};
+    if (!entry.legs.empty()) {
+        const auto& leg = entry.legs.front();
+        parts << movementText(leg.amountMinor, leg.currency, locale).text();
+    }
+    return parts.join(QStringLiteral(" · "));
+}
+
+}
+
+LedgerDialogs::LedgerDialogs(LedgerStore& store, QWidget& page) : QObject{&page}, m_store{store}, m_page{page} {}
+
+void LedgerDialogs::record(const EntryForm::Opening& opening)
+{
+    open(new TransactionForm(m_store, opening, m_page.window()));
+}
+
+void LedgerDialogs::offerKeptEntry()
+{
+    const auto kept = m_store.keptEntry();
+    if (kept && !QApplication::activeModalWidget())
+        open(new TransactionForm(m_store, *kept, m_page.window()));
+}
+
+void LedgerDialogs::open(TransactionForm* form)
+{
+    connect(form, &TransactionForm::recorded, this, [this](const QString& id) {
+        Q_EMIT recorded(id);
+        Q_EMIT done(word(ledgerWords(), "done.recorded"));
+    });
+    connect(form, &TransactionForm::receiptsLeft, this,
+            [this](const QString& id, std::size_t uploaded, const std::vector<ReceiptUpload>& failed) {
+                addReceipts({.entryID = id.toStdString(), .failed = failed, .uploaded = uploaded});
+            });
+    form->open();
+}
+
+void LedgerDialogs::duplicate(const std::string& entryID)
+{
+    const auto snapshot = m_store.snapshot();
+    const auto* entry = entryOf(snapshot, entryID);
+    if (!entry)
+        return;
+    auto draft = EntryEdits::correctionOf(*entry, InterfaceLanguage::tag());
+    draft.date.clear();
+    record({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
+}
+
+void LedgerDialogs::reverse(const std::string& entryID)
+{
+    const auto snapshot = m_store.snapshot();
+    const auto* entry = entryOf(snapshot, entryID);
+    if (!entry)
+        return;
+    auto* dialog = new ReversalDialog(m_store, *entry, m_page.window());
+    connect(dialog, &ReversalDialog::correctionRequested, this, [this](const TransactionDraft& draft) {
+        record({.kind = draft.kind, .accountID = {}, .prefilled = draft});
+    });
+    connect(dialog, &ReversalDialog::reversed, this, [this](const QString& original) {
+        Q_EMIT reversed(original);
+        Q_EMIT done(word(ledgerWords(), "done.reversed"));
+    });
+    dialog->open();
+}
+
+void LedgerDialogs::exportEntries(const LedgerFilter& filter)
+{
+    auto* dialog = new LedgerExportDialog(m_store, filter, m_page.window());
+    connect(dialog, &LedgerExportDialog::saved, this,
+            [this](const QString& fileName) { Q_EMIT done(word(exportWords(), "done", {fileName.toStdString()})); });
+    dialog->open();
+}
+
+void LedgerDialogs::importEntries()
+{
+    auto* dialog = new ImportDialog(m_store, m_page.window());
+    connect(dialog, &ImportDialog::imported, this,
+            [this](const QString& /*firstID*/, const QString& lastID, std::size_t count) {
+                Q_EMIT recorded(lastID);
+                Q_EMIT done(countedIn(InterfaceLanguage::tag(), importWords(), "done", count));
+            });
+    dialog->open();
+}
+
+void LedgerDialogs::showReceipt(const std::string& entryID, std::size_t at)
+{
+    const auto snapshot = m_store.snapshot();
+    const auto* entry = entryOf(snapshot, entryID);
+    if (!entry)
+        return;
+    std::vector<Attachment> receipts;
+    for (const auto& id : entry->attachmentIDs) {
+        if (const auto* known = m_store.attachment(id))
+            receipts.push_back(*known);
+    }
+    if (at < receipts.size())
+        (new ReceiptPreviewDialog(m_store, std::move(receipts), at, m_page.window()))->open();
+}
+
+void LedgerDialogs::addReceipts(AddReceiptsDialog::Opening opening)
+{
+    const auto snapshot = m_store.snapshot();
+    const auto* entry = entryOf(snapshot, opening.entryID);
+    if (!entry)
+        return;
+    opening.entryText = shortTextOf(*entry, *snapshot);
+    auto* dialog = new AddReceiptsDialog(m_store, std::move(opening), m_page.window());
+    connect(dialog, &AddReceiptsDialog::added, this, [this] { Q_EMIT done(word(receiptWords(), "add.done")); });
+    dialog->open();
+}

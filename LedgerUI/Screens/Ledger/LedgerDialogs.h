@@ -1,0 +1,45 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <QObject>
+
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
+
+class LedgerStore;
+class QWidget;
+class TransactionForm;
+struct LedgerFilter;
+
+/// The dialogs that the ledger page opens over its window. What comes of them is announced; the page shows it.
+class LedgerDialogs final : public QObject {
+    Q_OBJECT
+public:
+    LedgerDialogs(LedgerStore& store, QWidget& page);
+
+    void record(const EntryForm::Opening& opening);
+    /// An entry that an ended session left without a confirmation comes back before anything else is recorded.
+    void offerKeptEntry();
+    /// The same entry once more, on the day of today.
+    void duplicate(const std::string& entryID);
+    void reverse(const std::string& entryID);
+    void exportEntries(const LedgerFilter& filter);
+    void importEntries();
+    void showReceipt(const std::string& entryID, std::size_t at);
+    void addReceipts(AddReceiptsDialog::Opening opening);
+
+Q_SIGNALS:
+    /// Entries that are in the ledger now.
+    void recorded(const QString& entryID);
+    void reversed(const QString& originalID);
+    /// Something was done, said in a sentence.
+    void done(const QString& text);
+
+private:
+    void open(TransactionForm* form);
+
+    LedgerStore& m_store;
+    QWidget& m_page;
+};
