@@ -207,6 +207,34 @@ TEST(LedgerView, RecordsAnEntryOnceMore)
               QStringLiteral("Operating bank"));
 }
 
+TEST(LedgerView, RefundsWhatAnIncomeStillAllows)
+{
+    OpenedLedger page;
+    page.find<LedgerTable>("ledgerTable")->choose("e1");
+    EXPECT_FALSE(page.find<QAction>("refund")->isVisible());
+    page.view->findChild<LedgerBrowser*>()->setFilter({});
+    page.find<LedgerTable>("ledgerTable")->choose("i1");
+    page.find<QAction>("refund")->trigger();
+    auto* form = page.window.findChild<TransactionForm*>();
+    ASSERT_NE(form, nullptr);
+    EXPECT_EQ(form->findChild<QLineEdit*>(QStringLiteral("entryAmount"))->text(), QStringLiteral("2,300.00"));
+    EXPECT_EQ(form->findChild<QComboBox*>(QStringLiteral("entryAccount"))->currentText(),
+              QStringLiteral("Operating bank"));
+    page.under.server.replace("POST v1/transactions", ServerReply::json(R"({"id":"r2"})"));
+    form->findChild<QAbstractButton*>(QStringLiteral("entrySave"))->click();
+    waitUntil([&] { return page.under.server.requests("POST v1/transactions").size() == 1; });
+    const auto sent = page.under.server.requests("POST v1/transactions").front().body;
+    EXPECT_NE(sent.find(R"("originalTransactionID":"i1")"), std::string::npos);
+    EXPECT_NE(sent.find(R"("amountMinor":230000)"), std::string::npos);
+}
+
+TEST(LedgerView, TellsTheRateOfAnExchange)
+{
+    OpenedLedger page;
+    page.find<LedgerTable>("ledgerTable")->choose("x1");
+    EXPECT_TRUE(page.person.says("1 USD = SGD 1.340"));
+}
+
 /// The form hands over what it recorded; the ledger goes there, or says why it is not to be seen.
 TEST(LedgerView, GoesToARecordedEntryAndKeepsWhatNarrowsTheLedger)
 {

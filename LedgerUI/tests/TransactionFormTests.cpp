@@ -65,7 +65,7 @@ TEST(TransactionForm, IsTabbedThroughInReadingOrder)
     EXPECT_EQ(tabOrder(under.control("segment0")),
               (std::vector<std::string>{"segment0", "entryAccount", "entryCurrency", "entryAmount", "entryCategory0",
                                         "entryCategory1", "entryAllCategories", "entryNote", "receiptPhotos",
-                                        "receiptFiles", "entryDay", "entryCancel", "entrySave"}));
+                                        "receiptFiles", "entryDay", "entryCancel", "entrySaveAndNew", "entrySave"}));
 }
 
 TEST(TransactionForm, SendsNothingOnASecondClick)

@@ -120,6 +120,13 @@ void FormDialog::setFootPart(QWidget* part)
     m_footRow->insertWidget(0, part, 1);
 }
 
+void FormDialog::setSecondary(QPushButton* button)
+{
+    m_secondary = button;
+    button->setAutoDefault(false);
+    m_footRow->insertWidget(m_footRow->indexOf(m_confirm), button);
+}
+
 void FormDialog::setConfirmText(const QString& text)
 {
     m_confirmText = text;
@@ -164,6 +171,8 @@ void FormDialog::enableFields()
         if (part)
             part->setEnabled(!m_isBusy && !m_isLocked);
     }
+    if (m_secondary)
+        m_secondary->setEnabled(!m_isBusy && !m_isLocked);
 }
 
 void FormDialog::reject()
@@ -234,7 +243,12 @@ void FormDialog::arrangeFocus()
         last = m_footPart;
     }
     FocusChain::continueWith(last, m_cancel);
-    setTabOrder(m_cancel, m_confirm);
+    QWidget* before = m_cancel;
+    if (m_secondary) {
+        setTabOrder(m_cancel, m_secondary);
+        before = m_secondary;
+    }
+    setTabOrder(before, m_confirm);
     const auto* chosen = focusWidget();
     auto* start = FocusChain::firstStop(body);
     if (start && !(chosen && body->isAncestorOf(chosen)))

@@ -28,6 +28,8 @@ public:
     void setAside(QWidget* aside, int width);
     /// At the left of the foot, in the room that the buttons leave.
     void setFootPart(QWidget* part);
+    /// Another way to go on, before the main button; off while the fields are.
+    void setSecondary(QPushButton* button);
     void setConfirmText(const QString& text);
     void setConfirmVisible(bool isVisible);
     /// Answers whether leaving would lose something.
@@ -92,6 +94,7 @@ private:
     QHBoxLayout* m_footRow = nullptr;
     QWidget* m_footPart = nullptr;
     QPushButton* m_cancel = nullptr;
+    QPushButton* m_secondary = nullptr;
     PrimaryButton* m_confirm = nullptr;
     QString m_confirmText;
     std::function<bool()> m_hasChanges;

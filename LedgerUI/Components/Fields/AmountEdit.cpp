@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QMenu>
 
+#include "LedgerCore/Domain/Money/AmountExpression.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Space.h"
@@ -58,6 +59,10 @@ void AmountEdit::keyPressEvent(QKeyEvent* event)
         return step(m_undone, m_redone);
     if (event->matches(QKeySequence::Redo))
         return step(m_redone, m_undone);
+    const bool isReturn = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    const bool isPlain = (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == Qt::NoModifier;
+    if (event->text() == QLatin1String{"="} || (isReturn && isPlain && AmountExpression::isOne(text().toStdString())))
+        return settle();
     m_amount.caret = cursorPosition();
     const bool isDecimalKey = event->modifiers().testFlag(Qt::KeypadModifier) &&
                               (event->key() == Qt::Key_Period || event->key() == Qt::Key_Comma);
@@ -89,6 +94,13 @@ void AmountEdit::contextMenuEvent(QContextMenuEvent* event)
 void AmountEdit::focusOutEvent(QFocusEvent* event)
 {
     QLineEdit::focusOutEvent(event);
+    settle();
+    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
+        Q_EMIT left();
+}
+
+void AmountEdit::settle()
+{
     const auto settled = EntryAmountText::settled(text(), m_currency, InterfaceLanguage::tag());
     m_amount.separatorsTyped = false;
     if (settled != text()) {
@@ -97,8 +109,6 @@ void AmountEdit::focusOutEvent(QFocusEvent* event)
         Q_EMIT amountEdited(settled);
     }
     m_isInRun = false;
-    if (event->reason() != Qt::ActiveWindowFocusReason && event->reason() != Qt::PopupFocusReason)
-        Q_EMIT left();
 }
 
 void AmountEdit::take(const QString& after)

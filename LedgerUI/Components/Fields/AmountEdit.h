@@ -8,8 +8,9 @@
 #include "LedgerUI/Presentation/Entry/EntryAmountText.h"
 
 /// A large field for an amount in one currency: groups digits as they are typed, takes either language's form when
-/// pasted, and writes the amount out when it is left. The key beside 0 on the number pad is the decimal separator.
-/// Undo and redo go through what stood in it, a run of keys at a time.
+/// pasted, and writes the amount out when it is left. Arithmetic is worked out then too, or at once with Return or "=".
+/// The key beside 0 on the number pad is the decimal separator. Undo and redo go through what stood in it, a run of
+/// keys at a time.
 class AmountEdit final : public QLineEdit {
     Q_OBJECT
 public:
@@ -18,6 +19,8 @@ public:
     void setCurrency(const std::string& currency) { m_currency = currency; }
     /// Shows another text than the one that stands there; the caret goes to its end.
     void setAmount(const QString& text);
+    /// Writes the amount out now, with arithmetic worked out, as leaving the field does.
+    void settle();
 
 Q_SIGNALS:
     void amountEdited(const QString& text);

@@ -1,10 +1,10 @@
-#include "LedgerUI/Presentation/Company/CategoryForm.h"
+#include "LedgerUI/Presentation/Categories/CategoryForm.h"
 
 #include <algorithm>
 
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerUI/Presentation/Company/CategoryWords.h"
+#include "LedgerUI/Presentation/Categories/CategoryWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

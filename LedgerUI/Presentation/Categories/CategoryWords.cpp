@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Company/CategoryWords.h"
+#include "LedgerUI/Presentation/Categories/CategoryWords.h"
 
 const WordTable& categoryWords()
 {
@@ -25,6 +25,9 @@ const WordTable& categoryWords()
         {"noneText", "新建一个类别，或从目录中选择。", "Buat kategori baru, atau pilih dari katalog.",
          "Tạo hạng mục mới hoặc chọn từ danh mục có sẵn.", "Add a category, or choose from the catalog."},
         {"new", "新类别", "Kategori baru", "Hạng mục mới", "New category"},
+        {"newHere", "新类别…", "Kategori baru…", "Hạng mục mới…", "New category…"},
+        {"edit", "编辑类别", "Ubah kategori", "Sửa hạng mục", "Edit category"},
+        {"editHere", "编辑…", "Ubah…", "Sửa…", "Edit…"},
         {"fromCatalog", "从目录选择…", "Dari katalog…", "Từ danh mục có sẵn…", "From catalog…"},
         {"parent", "上级类别", "Kategori induk", "Hạng mục cha", "Parent category"},
         {"noParent", "无（顶级）", "Tanpa induk", "Không có (cấp cao nhất)", "None (top level)"},

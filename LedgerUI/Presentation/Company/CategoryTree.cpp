@@ -5,7 +5,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerUI/Presentation/Company/CategoryWords.h"
+#include "LedgerUI/Presentation/Categories/CategoryWords.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include "LedgerCore/Domain/Money/AmountExpression.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Text/Words.h"
@@ -217,12 +218,22 @@ AmountText EntryAmountText::typed(const AmountText& before, const QString& after
     return {*text, place, false};
 }
 
+std::optional<std::int64_t> EntryAmountText::minor(const QString& text, std::string_view currency,
+                                                   std::string_view locale)
+{
+    const auto typed = text.toStdString();
+    if (AmountExpression::isOne(typed)) {
+        const auto result = AmountExpression::evaluate(typed, currency, locale);
+        return result ? std::optional{*result} : std::nullopt;
+    }
+    const auto amount = Money::parse(typed, currency, locale);
+    return amount ? std::optional{*amount} : std::nullopt;
+}
+
 QString EntryAmountText::settled(const QString& text, std::string_view currency, std::string_view locale)
 {
-    const auto minor = Money::parse(text.toStdString(), currency, locale);
-    if (!minor || *minor < 0)
-        return text;
-    return qString(Money::formatDigits(*minor, currency, locale));
+    const auto amount = minor(text, currency, locale);
+    return amount && *amount >= 0 ? qString(Money::formatDigits(*amount, currency, locale)) : text;
 }
 
 std::expected<QString, PasteRefusal> EntryAmountText::pasted(const QString& clipboard, std::string_view currency,

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <expected>
+#include <optional>
 #include <string_view>
 
 #include <QString>
@@ -30,7 +32,11 @@ namespace EntryAmountText {
 /// After a keystroke turned `before` into `after`: regrouped, the caret between the same two digits.
 AmountText typed(const AmountText& before, const QString& after, int caret, std::string_view locale);
 
-/// When the field is left: written as amounts are displayed if it can be read, else as it stands.
+/// What the text comes to in minor units, arithmetic included; nothing while it is no amount.
+std::optional<std::int64_t> minor(const QString& text, std::string_view currency, std::string_view locale);
+
+/// When the field is left: written as amounts are displayed if it can be read, arithmetic worked out; else as it
+/// stands.
 QString settled(const QString& text, std::string_view currency, std::string_view locale);
 
 /// A pasted amount in the separators of `locale`. Refused when it is not one amount in this currency: several lines or

@@ -6,16 +6,19 @@
 
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerUI/Presentation/Categories/CategoryPins.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
-EntryCategory shown(const Category& category, const CategoryDirectory& directory, std::string_view locale)
+EntryCategory shown(const Category& category, const CategoryDirectory& directory, const LedgerSnapshot& snapshot,
+                    std::string_view locale)
 {
     return {.id = category.id,
             .name = qString(directory.pathName(category, locale)),
             .symbol = qString(category.symbol),
             .hasParent = directory.parent(category) != nullptr,
+            .isPinned = CategoryPins::contains(snapshot, category.id),
             .matchStart = 0,
             .matchLength = 0};
 }
@@ -70,32 +73,21 @@ void appendFirstLeaves(std::vector<const Category*>& chosen, const CategoryDirec
 
 }
 
-std::vector<const Category*> EntryCategories::pins(const LedgerSnapshot& snapshot, std::string_view kind)
-{
-    std::vector<const Category*> pinned;
-    for (const auto& id : snapshot.currentMember.selectedCategoryIDs.value_or(std::vector<std::string>{})) {
-        const auto found = std::ranges::find(snapshot.categories, id, &Category::id);
-        if (found != snapshot.categories.end() && found->kind == kind && !found->archived)
-            pinned.push_back(&*found);
-    }
-    return pinned;
-}
-
 std::vector<EntryCategory> EntryCategories::tiles(const LedgerSnapshot& snapshot, std::string_view kind,
                                                   std::string_view locale)
 {
     const CategoryDirectory directory{snapshot.categories};
-    auto chosen = pins(snapshot, kind);
+    auto chosen = CategoryPins::of(snapshot, kind);
     if (chosen.empty()) {
         const auto selectable = directory.selectable(kind);
         chosen = mostUsed(snapshot, kind, selectable);
         appendFirstLeaves(chosen, directory, selectable);
     }
-    chosen.resize(std::min(chosen.size(), maximumPins));
+    chosen.resize(std::min(chosen.size(), CategoryPins::maximum));
     std::vector<EntryCategory> tiles;
     tiles.reserve(chosen.size());
     for (const auto* each : chosen)
-        tiles.push_back(shown(*each, directory, locale));
+        tiles.push_back(shown(*each, directory, snapshot, locale));
     return tiles;
 }
 
@@ -107,7 +99,7 @@ std::vector<EntryCategory> EntryCategories::matching(const LedgerSnapshot& snaps
     std::vector<EntryCategory> all;
     std::unordered_set<std::string> kept;
     for (const auto* category : directory.selectable(kind)) {
-        auto each = shown(*category, directory, locale);
+        auto each = shown(*category, directory, snapshot, locale);
         const auto* const parent = directory.parent(*category);
         const bool matches = folded.empty() || mark(each, folded);
         const bool parentMatches =

@@ -14,6 +14,7 @@ struct EntryCategory {
     QString name;
     QString symbol;
     bool hasParent = false;
+    bool isPinned = false;
     // Where the searched words stand in `name`; of length 0 when nothing is marked.
     int matchStart = 0;
     int matchLength = 0;
@@ -23,11 +24,6 @@ struct EntryCategory {
 
 /// Which categories the entry form puts where.
 namespace EntryCategories {
-
-inline constexpr std::size_t maximumPins = 8;
-
-/// The member's pins of this kind that may still be used, in the order in which they were pinned.
-std::vector<const Category*> pins(const LedgerSnapshot& snapshot, std::string_view kind);
 
 /// Up to eight for the tiles: the pins; without any, the most used ones, then the first of the directory.
 std::vector<EntryCategory> tiles(const LedgerSnapshot& snapshot, std::string_view kind, std::string_view locale);

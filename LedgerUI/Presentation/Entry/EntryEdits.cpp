@@ -55,6 +55,21 @@ bool isOffered(const EntryEditing& editing, const LedgerSnapshot& snapshot, cons
                                      [&](const Account* each) { return each->id == *id; });
 }
 
+/// The place that comes after the recorded one and can still take an opening balance, beginning anew at the end.
+std::optional<EntryOpeningPlace> nextOpening(const EntryEditing& recorded, const std::vector<EntryOpeningPlace>& left)
+{
+    const EntryOpeningPlace last{recorded.draft.target.value_or(std::string{}), recorded.draft.currency};
+    auto places = recorded.openings;
+    const auto found = std::ranges::find(places, last);
+    if (found != places.end())
+        std::ranges::rotate(places, found);
+    for (const auto& place : places) {
+        if (place != last && std::ranges::find(left, place) != left.end())
+            return place;
+    }
+    return std::nullopt;
+}
+
 /// Clears a destination that is not offered any more.
 void keepOfferedTarget(EntryEditing& editing, const LedgerSnapshot& snapshot)
 {
@@ -317,6 +332,28 @@ EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& s
     return editing;
 }
 
+EntryEditing EntryEdits::following(const EntryEditing& recorded, const LedgerSnapshot& snapshot,
+                                   std::string idempotencyKey)
+{
+    const auto& last = recorded.draft;
+    EntryEditing next;
+    next.draft.kind = last.kind;
+    next.draft.date = last.date;
+    next.draft.categoryID = last.categoryID;
+    next.draft.source = last.source;
+    next.draft.target = last.target;
+    next.draft.currency = last.currency;
+    next.draft.targetCurrency = last.targetCurrency;
+    next.draft.idempotencyKey = std::move(idempotencyKey);
+    if (last.kind != EntryKind::opening)
+        return refreshed(std::move(next), snapshot);
+    findOpenings(next, snapshot);
+    const auto place = nextOpening(recorded, next.openings);
+    next.draft.target = place ? std::optional{place->accountID} : std::nullopt;
+    next.draft.currency = place ? place->currency : std::string{};
+    return next;
+}
+
 EntrySubmission EntryEdits::restored(const KeptEntry& kept, const LedgerSnapshot& snapshot, std::string_view locale)
 {
     const auto& input = kept.input;
@@ -344,6 +381,17 @@ EntrySubmission EntryEdits::restored(const KeptEntry& kept, const LedgerSnapshot
     if (draft.kind == EntryKind::opening && draft.target)
         editing.openings.push_back({*draft.target, draft.currency});
     return EntrySubmission::uncertain(std::move(editing), input);
+}
+
+TransactionDraft EntryEdits::refunding(const LedgerRefund& refund, std::string_view locale)
+{
+    TransactionDraft draft;
+    draft.kind = EntryKind::refund;
+    draft.source = refund.accountID;
+    draft.currency = refund.currency;
+    draft.amount = Money::formatDigits(refund.remainingMinor, refund.currency, locale);
+    draft.originalIncomeID = refund.incomeID;
+    return draft;
 }
 
 TransactionDraft EntryEdits::correctionOf(const LedgerTransaction& original, std::string_view locale)

@@ -6,6 +6,7 @@
 
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Ledger/LedgerRefund.h"
 
 /// What each choice in the entry form does to the draft. Each gives the draft that follows; a message goes away with
 /// the change that answers it.
@@ -46,6 +47,13 @@ EntryEditing refreshed(EntryEditing editing, const LedgerSnapshot& snapshot);
 /// The form on an entry that an earlier one left behind: locked where nobody knows whether it was recorded, else to be
 /// changed or sent, with its key in both.
 EntrySubmission restored(const KeptEntry& kept, const LedgerSnapshot& snapshot, std::string_view locale);
+
+/// The next entry after one that was recorded: its kind, accounts, currencies, category and chosen day, everything else
+/// empty. After an opening balance the next place that can still take one, or none.
+EntryEditing following(const EntryEditing& recorded, const LedgerSnapshot& snapshot, std::string idempotencyKey);
+
+/// A refund of all that an income still allows.
+TransactionDraft refunding(const LedgerRefund& refund, std::string_view locale);
 
 /// The draft of the entry that `original` should have been; nothing of it is posted.
 TransactionDraft correctionOf(const LedgerTransaction& original, std::string_view locale);

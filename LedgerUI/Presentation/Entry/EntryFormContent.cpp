@@ -8,14 +8,18 @@
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerCore/Domain/Money/AmountExpression.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Entry/EntryChoices.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Entry/EntryHistory.h"
 #include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/RateText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
@@ -33,9 +37,9 @@ EntryBalanceMark markOf(std::int64_t minor)
 class Description {
 public:
     Description(const EntrySubmission& submission, const LedgerSnapshot& snapshot, std::string_view today,
-                std::string_view locale)
+                std::string_view locale, const EntryHistory* history)
         : m_submission(submission), m_editing(submission.form()), m_draft(m_editing.draft), m_snapshot(snapshot),
-          m_today(today), m_locale(locale)
+          m_today(today), m_locale(locale), m_history(history)
     {
         m_content.stage = submission.stage();
     }
@@ -51,10 +55,14 @@ private:
     void describeEffects();
     void describeRest();
     void describeDay();
+    void describeResult(EntryMoneyContent& money, const std::string& currency) const;
+    void describeHistory();
+    [[nodiscard]] QString doubleOf(const LedgerTransaction& entry) const;
     void describeBalance(EntryMoneyContent& money, const Account* account, std::int64_t sign) const;
     [[nodiscard]] EntryEffect effectOn(const EntryDestination& destination, std::int64_t sign) const;
     [[nodiscard]] std::optional<std::int64_t> amountOf(const QString& text, const std::string& currency) const;
     [[nodiscard]] QString resetNotice(bool wasReset, const std::string& currency) const;
+    [[nodiscard]] QString another() const;
     [[nodiscard]] QString messageOf(const EntryProblem& problem) const;
     [[nodiscard]] QString limitMessage(std::string_view key, const QString& text, const std::string& currency) const;
 
@@ -64,6 +72,7 @@ private:
     const LedgerSnapshot& m_snapshot;
     std::string_view m_today;
     std::string_view m_locale;
+    const EntryHistory* m_history; // may be null
     std::vector<EntryDestination> m_destinations;
     std::optional<OpeningBalancePolicy::RecordingDay> m_recording; // of an opening balance
     std::string m_purpose;
@@ -82,6 +91,10 @@ EntryFormContent Description::make()
         describeEffects();
     describeRest();
     describeDay();
+    describeResult(m_content.sent, m_draft.currency);
+    describeResult(m_content.received, m_draft.targetCurrency);
+    if (m_history && m_submission.isEditing())
+        describeHistory();
     return std::move(m_content);
 }
 
@@ -94,6 +107,10 @@ void Description::describeHead()
     m_content.direction = EntryLabels::direction(m_draft.kind, m_locale);
     if (m_draft.kind == EntryKind::opening)
         readRecordingDay();
+    if (m_draft.kind == EntryKind::income) {
+        m_content.helpTitle = wordIn(m_locale, EntryCopy::words(), "withdrawalHelp");
+        m_content.help = wordIn(m_locale, EntryCopy::words(), "incomeHint");
+    }
     if (isFixed || m_submission.isUncertain())
         return;
     const auto available = EntryRules::availableKinds(m_snapshot);
@@ -185,8 +202,8 @@ void Description::describeReceived()
     describeBalance(received, account, 1);
     const auto from = amountOf(m_content.sent.amount, m_draft.currency).value_or(0);
     const auto to = amountOf(received.amount, m_draft.targetCurrency).value_or(0);
-    m_content.rates = {EntryForm::impliedRate(from, m_draft.currency, to, m_draft.targetCurrency, m_locale),
-                       EntryForm::impliedRate(to, m_draft.targetCurrency, from, m_draft.currency, m_locale)};
+    m_content.rates = {rateText(from, m_draft.currency, to, m_draft.targetCurrency, m_locale),
+                       rateText(to, m_draft.targetCurrency, from, m_draft.currency, m_locale)};
 }
 
 void Description::describeEffects()
@@ -233,6 +250,8 @@ void Description::describeRest()
     m_content.reference = qString(m_draft.refundReference);
     m_content.confirm = m_submission.isUncertain() ? wordIn(m_locale, EntryWords::words(), "retryOriginal")
                                                    : EntryLabels::confirmation(m_draft.kind, m_purpose, m_locale);
+    if (!m_submission.isUncertain())
+        m_content.another = another();
     if (!m_submission.isEditing())
         return;
     for (const auto& problem : m_editing.problems) {
@@ -248,12 +267,29 @@ void Description::describeRest()
         m_content.messages.emplace(field, EntryLabels::refusedPaste(refusal, m_locale));
 }
 
+/// Openings go from account to account while there are any left.
+QString Description::another() const
+{
+    if (m_draft.kind != EntryKind::opening)
+        return wordIn(m_locale, entryFormWords(), "saveAndNew");
+    const EntryOpeningPlace here{m_draft.target.value_or(std::string{}), m_draft.currency};
+    const auto left =
+        m_editing.openings.size() - static_cast<std::size_t>(std::ranges::count(m_editing.openings, here));
+    return left == 0 ? QString{} : wordIn(m_locale, entryFormWords(), "saveAndNext", {groupedNumber(left, m_locale)});
+}
+
 /// A limit is named wherever it is what stands in the way.
 QString Description::messageOf(const EntryProblem& problem) const
 {
     const auto text = qString(problem.message(m_locale));
     const auto& currency = problem.field == EntryField::targetAmount ? m_draft.targetCurrency : m_draft.currency;
     const auto* const error = std::get_if<MoneyError>(&problem.reason);
+    const auto& typed = problem.field == EntryField::targetAmount ? m_draft.targetAmount : m_draft.amount;
+    if (error && AmountExpression::isOne(typed)) {
+        const auto result = AmountExpression::evaluate(typed, currency, m_locale);
+        return EntryLabels::refusedExpression(result ? AmountExpression::Error::unreadable : result.error(), currency,
+                                              m_locale);
+    }
     if (error && *error == MoneyError::outOfRange)
         return limitMessage("limit.amount", text, currency);
     const auto* const refusal = std::get_if<PostingReason>(&problem.reason);
@@ -318,8 +354,49 @@ void Description::describeBalance(EntryMoneyContent& shown, const Account* accou
 
 std::optional<std::int64_t> Description::amountOf(const QString& text, const std::string& currency) const
 {
-    const auto minor = Money::parse(text.toStdString(), currency, m_locale);
-    return minor && *minor > 0 ? std::optional{*minor} : std::nullopt;
+    const auto minor = EntryAmountText::minor(text, currency, m_locale);
+    return minor && *minor > 0 ? minor : std::nullopt;
+}
+
+/// What arithmetic comes to is seen before it is taken; what is still being typed is left in peace.
+void Description::describeResult(EntryMoneyContent& money, const std::string& currency) const
+{
+    const auto typed = money.amount.toStdString();
+    if (!m_submission.isEditing() || currency.empty() || !AmountExpression::isOne(typed))
+        return;
+    const auto result = AmountExpression::evaluate(typed, currency, m_locale);
+    if (result)
+        money.result = wordIn(m_locale, entryFormWords(), "result", {Money::format(*result, currency, m_locale)});
+    else if (result.error() != AmountExpression::Error::unreadable)
+        money.caution = EntryLabels::refusedExpression(result.error(), currency, m_locale);
+}
+
+void Description::describeHistory()
+{
+    const auto amount = amountOf(m_content.sent.amount, m_draft.currency);
+    if (!amount || !m_draft.primaryAccount())
+        return;
+    const auto moved = m_draft.onlyArrives() ? *amount : -*amount;
+    if (const auto* entry =
+            m_history->likelyDouble(m_content.day.day, *m_draft.primaryAccount(), m_draft.currency, moved))
+        m_content.sent.caution = doubleOf(*entry);
+    if (m_draft.kind != EntryKind::exchange)
+        return;
+    const auto received = amountOf(m_content.received.amount, m_draft.targetCurrency);
+    const auto last = m_history->lastExchange(m_draft.currency, m_draft.targetCurrency);
+    if (received && last && isFarFrom(*last, *amount, *received)) {
+        const auto rate = rateText(last->fromMinor, m_draft.currency, last->toMinor, m_draft.targetCurrency, m_locale);
+        m_content.received.caution = wordIn(m_locale, entryFormWords(), "rateFar",
+                                            {rate.toStdString(), DayText::longDay(last->day, m_locale).toStdString()});
+    }
+}
+
+QString Description::doubleOf(const LedgerTransaction& entry) const
+{
+    QStringList parts{wordIn(m_locale, ledgerWords(), "kind." + entry.transferPurpose.value_or(entry.kind))};
+    parts << EntryCategories::path(m_snapshot, entry.categoryID.value_or(std::string{}), m_locale)
+          << qString(entry.note);
+    return wordIn(m_locale, entryFormWords(), "double", {listed(parts, m_locale).toStdString()});
 }
 
 QString Description::resetNotice(bool wasReset, const std::string& currency) const
@@ -332,7 +409,7 @@ QString Description::resetNotice(bool wasReset, const std::string& currency) con
 }
 
 EntryFormContent EntryForm::content(const EntrySubmission& submission, const LedgerSnapshot& snapshot,
-                                    std::string_view today, std::string_view locale)
+                                    std::string_view today, std::string_view locale, const EntryHistory* history)
 {
-    return Description{submission, snapshot, today, locale}.make();
+    return Description{submission, snapshot, today, locale, history}.make();
 }

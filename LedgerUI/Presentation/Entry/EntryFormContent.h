@@ -12,6 +12,8 @@
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Forms/AccountChoice.h"
 
+class EntryHistory;
+
 /// A segment of the switch of kinds.
 struct EntryKindRow {
     std::string kind;
@@ -37,7 +39,9 @@ struct EntryMoneyContent {
     std::string currency;
     QString amount;
     QString placeholder;
+    QString result;       // of the arithmetic that stands in the field; empty for a plain amount
     QString notice;       // the amount was cleared
+    QString caution;      // what looks wrong and keeps nobody from saving
     QString balanceLabel; // empty while no balance is known
     QString balance;
     EntryBalanceMark balanceMark = EntryBalanceMark::none;
@@ -61,6 +65,8 @@ struct EntryFormContent {
     std::string kind;
     QString kindHint; // why some kinds are off
     QString direction;
+    QString helpTitle; // of a help that opens in the form; empty without one
+    QString help;
     EntryMoneyContent sent;
     EntryMoneyContent received; // transfer: the account only; exchange: whole
     bool showsDestination = false;
@@ -77,18 +83,16 @@ struct EntryFormContent {
     std::map<EntryField, QString> messages;
     QString receiptsMessage; // what is wrong with the receipts, which have no field
     QString confirm;
+    QString another; // the button that saves and goes on with the next entry; empty where there is no next one
     EntryDayContent day;
     SubmissionStage stage = SubmissionStage::editing;
 };
 
 namespace EntryForm {
 
-/// `today` is the day on which an entry is booked for which no other was chosen.
+/// `today` is the day on which an entry is booked for which no other was chosen; `history` is of the same snapshot, and
+/// without it nothing is said about earlier entries.
 EntryFormContent content(const EntrySubmission& submission, const LedgerSnapshot& snapshot, std::string_view today,
-                         std::string_view locale);
-
-/// What one unit of `from` came to, to four digits or more: "SGD 1.340"; "–" where an amount is missing.
-QString impliedRate(std::int64_t fromMinor, const std::string& from, std::int64_t toMinor, const std::string& to,
-                    std::string_view locale);
+                         std::string_view locale, const EntryHistory* history = nullptr);
 
 }

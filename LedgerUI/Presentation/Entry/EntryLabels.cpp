@@ -2,6 +2,7 @@
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
@@ -57,6 +58,27 @@ QString EntryLabels::direction(std::string_view kind, std::string_view locale)
     if (kind == EntryKind::exchange)
         return wordIn(locale, words, "exchangeDirection");
     return kind == EntryKind::opening ? wordIn(locale, words, "openingHint") : QString{};
+}
+
+QString EntryLabels::refusedExpression(AmountExpression::Error error, std::string_view currency,
+                                       std::string_view locale)
+{
+    using enum AmountExpression::Error;
+    switch (error) {
+    case notExact:
+        return wordIn(locale, entryFormWords(), "expression.notExact", {currency});
+    case dividesByZero:
+        return wordIn(locale, entryFormWords(), "expression.dividesByZero");
+    case outOfRange:
+        return wordIn(
+            locale, entryFormWords(), "limit.amount",
+            {friendlyMessage(MoneyError::outOfRange, locale), Money::format(Money::maximumMinor, currency, locale)});
+    case unsupportedCurrency:
+        return qString(friendlyMessage(MoneyError::unsupportedCurrency, locale));
+    case unreadable:
+        break;
+    }
+    return wordIn(locale, entryFormWords(), "expression.unreadable");
 }
 
 QString EntryLabels::refusedPaste(PasteRefusal refusal, std::string_view locale)

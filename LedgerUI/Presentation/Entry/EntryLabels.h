@@ -4,6 +4,7 @@
 
 #include <QString>
 
+#include "LedgerCore/Domain/Money/AmountExpression.h"
 #include "LedgerUI/Presentation/Entry/EntryAmountText.h"
 
 /// What the form calls its parts for a kind of entry.
@@ -17,6 +18,8 @@ QString noAccount(std::string_view kind, std::string_view locale);
 QString confirmation(std::string_view kind, std::string_view purpose, std::string_view locale);
 /// Where money goes in such an entry; empty where that goes without saying.
 QString direction(std::string_view kind, std::string_view locale);
+/// Why arithmetic in an amount gives no amount in the currency.
+QString refusedExpression(AmountExpression::Error error, std::string_view currency, std::string_view locale);
 /// Why nothing was pasted.
 QString refusedPaste(PasteRefusal refusal, std::string_view locale);
 

@@ -12,6 +12,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/RateText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
@@ -29,6 +30,18 @@ QString recordedText(const std::string& stamp, std::string_view locale)
                                        DayText::timeOfDay(calendar.time(*instant), locale));
 }
 
+/// The rate that the two amounts of an exchange imply; empty for every other entry.
+QString rateOf(const LedgerTransaction& transaction, std::string_view locale)
+{
+    if (transaction.kind != EntryKind::exchange || transaction.legs.size() != 2)
+        return {};
+    const bool givesFirst = transaction.legs.front().amountMinor < 0;
+    const auto& given = givesFirst ? transaction.legs.front() : transaction.legs.back();
+    const auto& received = givesFirst ? transaction.legs.back() : transaction.legs.front();
+    const auto rate = rateText(-given.amountMinor, given.currency, received.amountMinor, received.currency, locale);
+    return wordIn(locale, ledgerWords(), "detail.rateOf", {given.currency, rate.toStdString()});
+}
+
 std::vector<Detail::Line> linesOf(const LedgerBook& book, const LedgerTransaction& transaction)
 {
     const auto& locale = book.locale();
@@ -42,6 +55,7 @@ std::vector<Detail::Line> linesOf(const LedgerBook& book, const LedgerTransactio
     add("detail.member", QString::fromStdString(book.names().member(transaction.memberID)));
     add("detail.note", QString::fromStdString(transaction.note));
     add("detail.reference", qString(transaction.externalReference.value_or(std::string{})));
+    add("detail.rate", rateOf(transaction, locale));
     add("detail.participant", qString(transaction.participantName.value_or(std::string{})));
     return lines;
 }

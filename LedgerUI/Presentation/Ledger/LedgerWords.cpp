@@ -97,6 +97,8 @@ const WordTable& ledgerWords()
         {"detail.member", "记录人", "Dicatat oleh", "Người ghi", "Recorded by"},
         {"detail.note", "备注", "Keterangan", "Ghi chú", "Note"},
         {"detail.reference", "参考号", "Referensi", "Tham chiếu", "Reference"},
+        {"detail.rate", "汇率", "Kurs", "Tỷ giá", "Rate"},
+        {"detail.rateOf", "1 %1 = %2", "1 %1 = %2", "1 %1 = %2", "1 %1 = %2"},
         {"detail.participant", "股东", "Pemegang saham", "Cổ đông", "Shareholder"},
         {"detail.movements", "资金变动", "Pergerakan dana", "Biến động tiền", "Movements"},
         {"detail.balanceAfter", "本笔后余额", "Saldo setelah catatan ini", "Số dư sau bút toán này",
@@ -187,6 +189,7 @@ const WordTable& ledgerWords()
         {"action.open", "打开", "Buka", "Mở", "Open"},
         {"action.duplicate", "再记一笔相同的…", "Gandakan…", "Ghi thêm một bút toán giống vậy…",
          "Record the same again…"},
+        {"action.refund", "退款…", "Kembalikan dana…", "Hoàn tiền…", "Refund…"},
         {"action.copy", "复制", "Salin", "Sao chép", "Copy"},
         {"action.onlyAccount", "只看“%1”", "Hanya tampilkan %1", "Chỉ hiện %1", "Show only %1"},
     }};

@@ -147,6 +147,14 @@ void ReceiptUploads::markLinked()
     Q_EMIT changed();
 }
 
+void ReceiptUploads::startOver()
+{
+    m_uploads.clear();
+    m_taken = 0;
+    m_leftOut = 0;
+    Q_EMIT changed();
+}
+
 std::size_t ReceiptUploads::room() const
 {
     const auto taken = m_taken + m_uploads.size();

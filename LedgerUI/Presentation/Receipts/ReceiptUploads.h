@@ -61,6 +61,8 @@ public:
     [[nodiscard]] std::vector<ReceiptRow> rows(std::string_view locale) const;
     /// Those that are uploaded are on the entry now, and leave the draft.
     void markLinked();
+    /// Another draft begins, with no receipts yet. What was on its way is given up.
+    void startOver();
     /// How many can still be added.
     [[nodiscard]] std::size_t room() const;
     /// How many of those that were added last found no room.

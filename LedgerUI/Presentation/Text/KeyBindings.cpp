@@ -35,6 +35,7 @@ constexpr std::array bindings{
     KeyBinding{Command::copyRows, KeyScope::ledger, "Ctrl+C", "copyRows"},
     KeyBinding{Command::exportRows, KeyScope::ledger, "Ctrl+E", "exportRows"},
     KeyBinding{Command::confirmForm, KeyScope::form, "Ctrl+Return Ctrl+Enter", "confirmForm"},
+    KeyBinding{Command::confirmAndNew, KeyScope::form, "Ctrl+Shift+Return Ctrl+Shift+Enter", "confirmAndNew"},
 };
 
 const KeyBinding& binding(Command command)

@@ -32,6 +32,7 @@ enum class Command {
     exportRows,
     print,
     confirmForm,
+    confirmAndNew,
     companies,
     settings,
 };

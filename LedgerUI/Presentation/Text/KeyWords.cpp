@@ -42,6 +42,8 @@ const WordTable& keyWords()
          "Copy the chosen entries"},
         {"exportRows", "导出账本", "Ekspor buku besar", "Xuất sổ cái", "Export the ledger"},
         {"confirmForm", "提交表单", "Kirim formulir", "Xác nhận biểu mẫu", "Confirm the form"},
+        {"confirmAndNew", "保存并新建下一笔", "Simpan dan buat catatan baru", "Lưu và thêm bút toán mới",
+         "Save and begin a new entry"},
     };
     return words;
 }

@@ -1,9 +1,9 @@
+#include "LedgerUI/Presentation/Text/RateText.h"
+
 #include <string>
 
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Entry/EntryFormContent.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
@@ -40,8 +40,8 @@ QString grouped(const std::string& digits, char grouping)
 
 }
 
-QString EntryForm::impliedRate(std::int64_t fromMinor, const std::string& from, std::int64_t toMinor,
-                               const std::string& to, std::string_view locale)
+QString rateText(std::int64_t fromMinor, const std::string& from, std::int64_t toMinor, const std::string& to,
+                 std::string_view locale)
 {
     if (fromMinor <= 0 || toMinor <= 0)
         return QStringLiteral("–");
@@ -58,5 +58,5 @@ QString EntryForm::impliedRate(std::int64_t fromMinor, const std::string& from, 
     auto text = grouped(digits.substr(0, digits.size() - places), marks.grouping);
     if (places > 0)
         text += QLatin1Char{marks.decimal} + QString::fromStdString(digits.substr(digits.size() - places));
-    return wordIn(locale, entryFormWords(), "rateValue", {to, text.toStdString()});
+    return QStringLiteral("%1 %2").arg(qString(to), text);
 }

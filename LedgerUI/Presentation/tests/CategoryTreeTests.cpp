@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
-#include "LedgerUI/Presentation/Company/CategoryForm.h"
+#include "LedgerUI/Presentation/Categories/CategoryForm.h"
 #include "LedgerUI/Presentation/Company/CategoryTree.h"
 #include "LedgerUI/Presentation/Company/PresetChoices.h"
 #include "LedgerUI/Presentation/Text/Words.h"

@@ -9,6 +9,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryRefundables.h"
+#include "LedgerUI/Presentation/Text/RateText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
@@ -214,13 +215,12 @@ TEST(EntryForm, AfterATransferShowsBothAccounts)
 
 TEST(EntryForm, ImpliesARateFromTheTwoAmountsOnly)
 {
-    EXPECT_EQ(EntryForm::impliedRate(1'200'000, "USD", 1'607'400, "SGD", "en").toStdString(), "SGD 1.340");
-    EXPECT_EQ(EntryForm::impliedRate(1'607'400, "SGD", 1'200'000, "USD", "en").toStdString(), "USD 0.7465");
-    EXPECT_EQ(EntryForm::impliedRate(100, "USD", 25'400, "VND", "vi").toStdString(), "VND 25.400");
-    EXPECT_EQ(EntryForm::impliedRate(25'400, "VND", 100, "USD", "en").toStdString(), "USD 0.00003937");
-    EXPECT_EQ(EntryForm::impliedRate(9'000'000'000'000, "VND", 1, "USD", "en").toStdString(),
-              "USD 0.000000000000001111");
-    EXPECT_EQ(EntryForm::impliedRate(0, "USD", 5, "SGD", "en").toStdString(), "–");
+    EXPECT_EQ(rateText(1'200'000, "USD", 1'607'400, "SGD", "en").toStdString(), "SGD 1.340");
+    EXPECT_EQ(rateText(1'607'400, "SGD", 1'200'000, "USD", "en").toStdString(), "USD 0.7465");
+    EXPECT_EQ(rateText(100, "USD", 25'400, "VND", "vi").toStdString(), "VND 25.400");
+    EXPECT_EQ(rateText(25'400, "VND", 100, "USD", "en").toStdString(), "USD 0.00003937");
+    EXPECT_EQ(rateText(9'000'000'000'000, "VND", 1, "USD", "en").toStdString(), "USD 0.000000000000001111");
+    EXPECT_EQ(rateText(0, "USD", 5, "SGD", "en").toStdString(), "–");
 }
 
 TEST(EntryForm, SaysWhyAKindIsOff)

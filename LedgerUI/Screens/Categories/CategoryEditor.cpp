@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/CategoryEditor.h"
+#include "LedgerUI/Screens/Categories/CategoryEditor.h"
 
 #include <array>
 
@@ -17,8 +17,9 @@
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Company/CategoryWords.h"
-#include "LedgerUI/Screens/Company/IconGrid.h"
+#include "LedgerUI/Presentation/Categories/CategoryWords.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Screens/Categories/IconGrid.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -99,12 +100,17 @@ QWidget* CategoryEditor::buildFoot()
     foot->setObjectName(QStringLiteral("detailFoot"));
     m_archive = new QPushButton(foot);
     m_archive->setObjectName(QStringLiteral("categoryArchive"));
+    m_cancel = new QPushButton(foot);
+    m_cancel->setObjectName(QStringLiteral("categoryCancel"));
+    m_cancel->setAutoDefault(false);
+    m_cancel->hide();
     m_save = new PrimaryButton(foot);
     m_save->setObjectName(QStringLiteral("categorySave"));
     auto* row = new QHBoxLayout(foot);
     row->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
     row->addWidget(m_archive);
     row->addStretch(1);
+    row->addWidget(m_cancel);
     row->addWidget(m_save);
     return foot;
 }
@@ -131,6 +137,7 @@ void CategoryEditor::bind()
     });
     connect(m_pin, &QCheckBox::clicked, this, &CategoryEditor::pinWanted);
     connect(m_archive, &QPushButton::clicked, this, &CategoryEditor::archiveWanted);
+    connect(m_cancel, &QPushButton::clicked, this, &CategoryEditor::cancelWanted);
     connect(m_save, &QPushButton::clicked, this, &CategoryEditor::saveWanted);
 }
 
@@ -155,6 +162,7 @@ void CategoryEditor::present(const Content& content, const LedgerSnapshot& snaps
     m_archive->setVisible(!isNew);
     m_archive->setEnabled(content.isIdle && content.whyNotArchived.isEmpty());
     m_archive->setToolTip(content.whyNotArchived);
+    m_cancel->setText(word(dialogWords(), "cancel"));
     m_save->setText(word(words, "save"));
     m_save->setEnabled(content.isIdle && content.form != content.saved);
 }
@@ -191,6 +199,11 @@ void CategoryEditor::presentNames()
         if (field->text() != text)
             field->setText(text);
     }
+}
+
+void CategoryEditor::showCancel()
+{
+    m_cancel->show();
 }
 
 void CategoryEditor::focusNames()

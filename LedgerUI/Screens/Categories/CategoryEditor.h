@@ -5,7 +5,7 @@
 
 #include <QFrame>
 
-#include "LedgerUI/Presentation/Company/CategoryForm.h"
+#include "LedgerUI/Presentation/Categories/CategoryForm.h"
 
 class ElidedLabel;
 class FieldError;
@@ -37,8 +37,11 @@ public:
     };
     void present(const Content& content, const LedgerSnapshot& snapshot);
     void focusNames();
+    /// A button that leaves, for where the editor stands in a dialog of its own.
+    void showCancel();
 
 Q_SIGNALS:
+    void cancelWanted();
     void changed(const CategoryForm& form);
     void saveWanted();
     void archiveWanted();
@@ -63,5 +66,6 @@ private:
     IconGrid* m_icons = nullptr;
     QCheckBox* m_pin = nullptr;
     QPushButton* m_archive = nullptr;
+    QPushButton* m_cancel = nullptr;
     PrimaryButton* m_save = nullptr;
 };

@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/IconGrid.h"
+#include "LedgerUI/Screens/Categories/IconGrid.h"
 
 #include <QEvent>
 #include <QListView>
@@ -11,7 +11,7 @@
 #include "LedgerUI/Components/Fields/SearchField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Company/CategoryWords.h"
+#include "LedgerUI/Presentation/Categories/CategoryWords.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"

@@ -17,11 +17,11 @@
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Company/CategoryWords.h"
+#include "LedgerUI/Presentation/Categories/CategoryWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
-#include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Screens/Company/CategoryEditor.h"
+#include "LedgerUI/Screens/Categories/CategoryEditing.h"
+#include "LedgerUI/Screens/Categories/CategoryEditor.h"
 #include "LedgerUI/Screens/Company/PresetDialog.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -37,8 +37,9 @@ constexpr std::array kinds{EntryKind::expense, EntryKind::income};
 CategoriesTab::CategoriesTab(LedgerStore& store, QWidget* parent) : CompanyTab{store, parent}
 {
     m_view.kind = kinds.front();
-    m_saved = m_form = CategoryForm::fresh(m_view.kind);
     buildLayout();
+    m_editing = new CategoryEditing(store, *m_editor);
+    m_editing->begin(CategoryForm::fresh(m_view.kind));
     bind();
 }
 
@@ -97,9 +98,8 @@ void CategoriesTab::bind()
         m_kinds->choose(m_view.kind == kinds.front() ? 0 : 1); // until nothing is lost by it
         leaveThen([this, at] {
             m_view.kind = kinds.at(static_cast<std::size_t>(at));
-            m_saved = m_form = CategoryForm::fresh(m_view.kind);
+            m_editing->begin(CategoryForm::fresh(m_view.kind));
             present();
-            Q_EMIT standingChanged();
         });
     });
     connect(m_search, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -119,10 +119,9 @@ void CategoriesTab::bind()
     connect(m_table, &PlainTable::dropWanted, this, [this](const QString& id, const QString& place) {
         send(CategoryTree::movedTo(*m_directory, id.toStdString(), place.toStdString(), m_view.showsArchived));
     });
-    connect(m_editor, &CategoryEditor::changed, this, &CategoriesTab::edit);
-    connect(m_editor, &CategoryEditor::saveWanted, this, &CategoriesTab::save);
-    connect(m_editor, &CategoryEditor::archiveWanted, this, &CategoriesTab::toggleArchived);
-    connect(m_editor, &CategoryEditor::pinWanted, this, &CategoriesTab::pin);
+    connect(m_editing, &CategoryEditing::edited, this, &CategoriesTab::standingChanged);
+    connect(m_editing, &CategoryEditing::saved, this, &CategoriesTab::showSaved);
+    connect(m_editing, &CategoryEditing::done, this, &CategoriesTab::done);
 }
 
 std::vector<Action> CategoriesTab::actions()
@@ -147,7 +146,7 @@ std::vector<Action> CategoriesTab::actions()
 
 PageView::StatusContext CategoriesTab::statusContext() const
 {
-    if (hasChanges())
+    if (m_editing->hasChanges())
         return {.text = countedIn(InterfaceLanguage::tag(), companyWords(), "changes", 1), .figure = {}};
     return {.text = word(categoryWords(), "orderHint"), .figure = {}};
 }
@@ -159,7 +158,8 @@ QList<QWidget*> CategoriesTab::panes() const
 
 const Category* CategoriesTab::chosen() const
 {
-    return m_directory && !m_form.id.empty() ? m_directory->find(m_form.id) : nullptr;
+    const auto& id = m_editing->form().id;
+    return m_directory && !id.empty() ? m_directory->find(id) : nullptr;
 }
 
 /// The tree as the new snapshot has it, and what is being changed on top of it.
@@ -171,13 +171,10 @@ void CategoriesTab::adopt()
     m_directory = std::make_unique<CategoryDirectory>(snapshot->categories);
     m_snapshot = snapshot;
     m_uses = CategoryTree::uses(*snapshot, *m_directory, store().today());
-    if (const auto* now = chosen()) {
-        const auto saved = CategoryForm::of(*now);
-        m_form = m_form.rebased(m_saved, saved);
-        m_saved = saved;
-    } else if (!m_form.id.empty()) {
-        m_saved = m_form = CategoryForm::fresh(m_view.kind);
-    }
+    if (const auto* now = chosen())
+        m_editing->rebase(CategoryForm::of(*now));
+    else if (!m_editing->form().id.empty())
+        m_editing->begin(CategoryForm::fresh(m_view.kind));
 }
 
 void CategoriesTab::present()
@@ -191,7 +188,7 @@ void CategoriesTab::present()
     m_search->setPrompt(word(words, "search"));
     m_inactive->setText(word(words, "showInactive"));
     presentTable();
-    presentEditor();
+    m_editing->present();
 }
 
 void CategoriesTab::presentTable()
@@ -202,44 +199,14 @@ void CategoriesTab::presentTable()
     auto rows = CategoryTree::rows(m_view, *m_snapshot, *m_directory, m_uses, locale);
     const bool isEmpty = rows.empty();
     m_table->present(CategoryTree::columns(locale), std::move(rows));
-    m_table->choose(m_form.id);
+    m_table->choose(m_editing->form().id);
     m_none->setTexts(word(words, "none"), word(words, "noneText"));
     m_stack->setCurrentWidget(isEmpty ? static_cast<QWidget*>(m_none) : m_table);
 }
 
-void CategoriesTab::presentEditor()
-{
-    const auto& locale = InterfaceLanguage::tag();
-    const auto refusal = m_isChecked ? m_form.whyNot(m_saved, *m_snapshot) : std::nullopt;
-    const auto* category = chosen();
-    const bool isArchived = category && category->archived;
-    const auto kept = category ? CategoryText::whyNotArchived(*category, !isArchived, *m_snapshot) : std::nullopt;
-    const bool isPinned = store().isCategorySelected(m_form.id);
-    const bool isFull = EntryCategories::pins(*m_snapshot, m_form.kind).size() >= EntryCategories::maximumPins;
-    m_editor->present({.form = m_form,
-                       .saved = m_saved,
-                       .refusal = refusal ? CategoryText::refusal(*refusal, locale) : QString{},
-                       .isArchived = isArchived,
-                       .whyNotArchived = kept ? CategoryText::refusal(*kept, locale) : QString{},
-                       .isPinned = isPinned,
-                       .whyNotPinned = isFull && !isPinned ? word(categoryWords(), "pinsFull",
-                                                                  {std::to_string(EntryCategories::maximumPins)})
-                                                           : QString{},
-                       .isIdle = !store().isBusy()},
-                      *m_snapshot);
-}
-
-void CategoriesTab::edit(CategoryForm form)
-{
-    m_form = std::move(form);
-    m_isChecked = false;
-    presentEditor();
-    Q_EMIT standingChanged();
-}
-
 void CategoriesTab::leaveThen(const std::function<void()>& go)
 {
-    if (!hasChanges()) {
+    if (!m_editing->hasChanges()) {
         go();
         return;
     }
@@ -248,16 +215,16 @@ void CategoriesTab::leaveThen(const std::function<void()>& go)
                         .confirm = word(dialogWords(), "discard"),
                         .cancel = word(dialogWords(), "keepEditing")},
                        this, [this, go] {
-                           m_form = m_saved;
+                           m_editing->dropChanges();
                            go();
                        });
 }
 
 void CategoriesTab::askThenChoose(const std::string& id)
 {
-    if (id.empty() || id == m_form.id)
+    if (id.empty() || id == m_editing->form().id)
         return;
-    if (!hasChanges()) {
+    if (!m_editing->hasChanges()) {
         take(id);
         return;
     }
@@ -266,7 +233,7 @@ void CategoriesTab::askThenChoose(const std::string& id)
         this,
         [this, id] {
             m_table->clearSelection();
-            m_table->choose(m_form.id);
+            m_table->choose(m_editing->form().id);
             leaveThen([this, id] {
                 take(id);
                 m_table->choose(id);
@@ -277,84 +244,31 @@ void CategoriesTab::askThenChoose(const std::string& id)
 
 void CategoriesTab::take(const std::string& id)
 {
-    const auto* category = m_directory->find(id);
-    if (!category)
-        return;
-    m_saved = CategoryForm::of(*category);
-    edit(m_saved);
+    if (const auto* category = m_directory->find(id))
+        m_editing->begin(CategoryForm::of(*category));
 }
 
 void CategoriesTab::begin()
 {
     const auto* near = chosen();
-    m_saved = CategoryForm::fresh(m_view.kind);
+    auto fresh = CategoryForm::fresh(m_view.kind);
     // Beside the chosen one, or below it where it is a parent.
     if (near && !near->archived)
-        m_saved.parentID = near->parentID.value_or(
+        fresh.parentID = near->parentID.value_or(
             m_directory->children(near->id, ArchivedCategories::leftOut).empty() ? std::string{} : near->id);
     m_table->clearSelection();
     m_table->setCurrentIndex({});
-    edit(m_saved);
+    m_editing->begin(fresh);
     m_editor->focusNames();
 }
 
-void CategoriesTab::save()
+void CategoriesTab::showSaved(const std::string& id)
 {
-    if (!hasChanges() || store().isBusy())
-        return;
-    m_isChecked = true;
-    if (m_form.whyNot(m_saved, *m_snapshot)) {
-        presentEditor();
-        m_editor->focusNames();
-        return;
-    }
-    if (m_form.id.empty()) {
-        QCoro::connect(store().createCategory(m_form.creation()), this, [this](const Result<std::string>& made) {
-            if (made && store().snapshot())
-                finishSaving(*made);
-        });
-        return;
-    }
-    QCoro::connect(store().updateCategory(m_form.id, m_form.update(m_saved)), this,
-                   [this, id = m_form.id](const Result<void>& sent) {
-                       if (sent && store().snapshot())
-                           finishSaving(id);
-                   });
-}
-
-void CategoriesTab::finishSaving(const std::string& id)
-{
-    m_isChecked = false;
     adopt();
-    m_view.folded.erase(m_form.parentID);
+    m_view.folded.erase(m_editing->form().parentID);
     take(id);
     present();
     m_table->choose(id);
-    Q_EMIT done(word(categoryWords(), "saved", {m_saved.title(InterfaceLanguage::tag()).toStdString()}));
-}
-
-void CategoriesTab::toggleArchived()
-{
-    const auto* category = chosen();
-    if (!category)
-        return;
-    CategoryUpdate update;
-    update.archived = !category->archived;
-    const auto name = m_saved.title(InterfaceLanguage::tag()).toStdString();
-    const bool archives = *update.archived;
-    QCoro::connect(store().updateCategory(category->id, std::move(update)), this,
-                   [this, name, archives](const Result<void>& sent) {
-                       if (sent)
-                           Q_EMIT done(word(categoryWords(), archives ? "archived" : "restored", {name}));
-                   });
-}
-
-void CategoriesTab::pin(bool isPinned)
-{
-    QCoro::connect(store().setCategorySelected(m_form.id, isPinned), this, [this](const Result<void>&) {
-        if (store().snapshot())
-            presentEditor();
-    });
 }
 
 void CategoriesTab::fold(const std::string& id, bool folds)

@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "LedgerUI/Presentation/Company/CategoryForm.h"
 #include "LedgerUI/Presentation/Company/CategoryTree.h"
 #include "LedgerUI/Screens/Company/CompanyTab.h"
 
+class CategoryEditing;
 class CategoryEditor;
 class EmptyState;
 class PlainTable;
@@ -35,29 +35,20 @@ private:
     void bind();
     void adopt();
     void presentTable();
-    void presentEditor();
-    void edit(CategoryForm form);
     /// Asks first where something would be lost.
     void leaveThen(const std::function<void()>& go);
     void askThenChoose(const std::string& id);
     void take(const std::string& id);
     void begin();
-    void save();
-    void finishSaving(const std::string& id);
-    void toggleArchived();
-    void pin(bool isPinned);
+    void showSaved(const std::string& id);
     void fold(const std::string& id, bool folds);
     void send(std::optional<CategoryReorder> order);
     [[nodiscard]] const Category* chosen() const;
-    [[nodiscard]] bool hasChanges() const { return m_form != m_saved; }
 
     SnapshotPointer m_snapshot; // that `m_directory` and `m_uses` are of
     std::unique_ptr<CategoryDirectory> m_directory;
     CategoryTree::Uses m_uses;
     CategoryTree::View m_view;
-    CategoryForm m_saved; // as the form began
-    CategoryForm m_form;
-    bool m_isChecked = false; // it was tried to save: what is wrong is said
     QWidget* m_filters = nullptr;
     SegmentedControl* m_kinds = nullptr;
     SearchField* m_search = nullptr;
@@ -66,4 +57,5 @@ private:
     PlainTable* m_table = nullptr;
     EmptyState* m_none = nullptr;
     CategoryEditor* m_editor = nullptr;
+    CategoryEditing* m_editing = nullptr;
 };

@@ -12,6 +12,7 @@
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Categories/CategoryPins.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Screens/Entry/CategoryPopover.h"
 #include "LedgerUI/Screens/Entry/CategoryTile.h"
@@ -29,7 +30,7 @@ CategoryField::CategoryField(QWidget* parent) : QWidget{parent}
 {
     m_label = new TextLabel(TypeStep::small, Token::text2, this);
     m_tileArea = new QWidget(this);
-    for (std::size_t at = 0; at < EntryCategories::maximumPins; ++at) {
+    for (std::size_t at = 0; at < CategoryPins::maximum; ++at) {
         auto* tile = new CategoryTile(m_tileArea);
         tile->setObjectName(QStringLiteral("entryCategory%1").arg(at));
         tile->installEventFilter(this);
@@ -89,31 +90,45 @@ void CategoryField::offer(SnapshotPointer snapshot, const std::string& kind)
 {
     m_snapshot = std::move(snapshot);
     m_kind = kind;
-    const auto& locale = InterfaceLanguage::tag();
-    m_offered = EntryCategories::tiles(*m_snapshot, kind, locale);
     m_label->setText(word(entryFormWords(), "category"));
     m_tileArea->setAccessibleName(word(entryFormWords(), "categoryTiles"));
     m_all->setText(word(EntryWords::words(), "allCategories"));
-    const auto pins = EntryCategories::pins(*m_snapshot, kind).size();
+    // Tiles that come and go would move what the open list stands on.
+    if (m_popover && m_popover->isVisible())
+        m_popover->renew(m_snapshot);
+    else
+        offerTiles();
+}
+
+void CategoryField::offerTiles()
+{
+    m_offered = EntryCategories::tiles(*m_snapshot, m_kind, InterfaceLanguage::tag());
+    const auto pins = CategoryPins::of(*m_snapshot, m_kind).size();
     m_pinned->setText(
-        word(EntryCopy::words(), "pinnedCount", {std::to_string(pins), std::to_string(EntryCategories::maximumPins)}));
+        word(EntryCopy::words(), "pinnedCount", {std::to_string(pins), std::to_string(CategoryPins::maximum)}));
     m_pinned->setVisible(pins > 0);
 }
 
 void CategoryField::present(const std::string& chosen, const QString& path, const QString& message)
 {
-    for (std::size_t at = 0; at < m_tiles.size(); ++at) {
-        const bool isUsed = at < m_offered.size();
-        m_tiles[at]->setVisible(isUsed);
-        if (isUsed)
-            m_tiles[at]->present(m_offered[at], m_offered[at].id == chosen);
-    }
+    m_chosen = chosen;
+    presentTiles();
     m_path->setText(path);
     m_path->setVisible(!path.isEmpty());
     // The focus stands on a tile or on the button, never on the area around them.
     for (auto* tile : m_tiles)
         tile->setAccessibleDescription(message);
     m_all->setAccessibleDescription(message);
+}
+
+void CategoryField::presentTiles()
+{
+    for (std::size_t at = 0; at < m_tiles.size(); ++at) {
+        const bool isUsed = at < m_offered.size();
+        m_tiles[at]->setVisible(isUsed);
+        if (isUsed)
+            m_tiles[at]->present(m_offered[at], m_offered[at].id == m_chosen);
+    }
 }
 
 QWidget* CategoryField::focusTarget() const
@@ -163,6 +178,13 @@ void CategoryField::openAll(const QString& text)
             Q_EMIT categoryChosen(id);
             Q_EMIT finished();
         });
+        connect(m_popover, &CategoryPopover::closed, this, [this] {
+            offerTiles();
+            presentTiles();
+        });
+        connect(m_popover, &CategoryPopover::pinWanted, this, &CategoryField::pinWanted);
+        connect(m_popover, &CategoryPopover::editWanted, this, &CategoryField::editWanted);
+        connect(m_popover, &CategoryPopover::creationWanted, this, &CategoryField::creationWanted);
     }
     m_popover->openOn(m_snapshot, m_kind, text);
 }

@@ -33,17 +33,23 @@ Q_SIGNALS:
     void categoryChosen(const std::string& id);
     /// Chosen in the list of all categories, which is closed again: what comes next is beyond this field.
     void finished();
+    void pinWanted(const std::string& id, bool isPinned);
+    void editWanted(const std::string& id);
+    void creationWanted(const QString& name);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void buildLayout();
+    void offerTiles();
+    void presentTiles();
     void openAll(const QString& text);
     void moveFrom(CategoryTile* tile, int step);
 
     SnapshotPointer m_snapshot;
     std::string m_kind;
+    std::string m_chosen;
     std::vector<EntryCategory> m_offered;
     TextLabel* m_label = nullptr;
     QToolButton* m_all = nullptr;

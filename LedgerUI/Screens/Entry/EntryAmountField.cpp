@@ -24,8 +24,14 @@ EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidg
     m_label->setBuddy(m_amount);
     m_error = new FieldError(m_amount, this);
     m_error->setObjectName(name + QStringLiteral("AmountError"));
+    m_result = new TextLabel(TypeStep::body, Token::text, this);
+    m_result->setObjectName(name + QStringLiteral("Result"));
+    m_result->setAlignment(Qt::AlignRight);
     m_notice = new TextLabel(TypeStep::small, Token::warn, this);
     m_notice->setWordWrap(true);
+    m_caution = new TextLabel(TypeStep::small, Token::warn, this);
+    m_caution->setObjectName(name + QStringLiteral("Caution"));
+    m_caution->setWordWrap(true);
     m_balanceLabel = new TextLabel(TypeStep::small, Token::text2, this);
     m_balance = new TextLabel(TypeStep::small, Token::text2, this);
     m_balance->setObjectName(name + QStringLiteral("Balance"));
@@ -46,9 +52,11 @@ EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidg
     m_label->setContentsMargins(0, 0, 0, Space::labelToField);
     layout->addWidget(m_label);
     layout->addLayout(row);
+    layout->addWidget(m_result);
     layout->addWidget(m_error);
     layout->addWidget(m_notice);
     layout->addLayout(below);
+    layout->addWidget(m_caution);
 }
 
 void EntryAmountField::present(const EntryMoneyContent& content, Balance balance)
@@ -65,6 +73,13 @@ void EntryAmountField::present(const EntryMoneyContent& content, Balance balance
     m_amount->setPlaceholderText(content.placeholder);
     m_notice->setText(content.notice);
     m_notice->setVisible(!content.notice.isEmpty() && !hasError);
+    m_result->setText(content.result);
+    m_result->setVisible(!content.result.isEmpty());
+    m_caution->setText(content.caution);
+    m_caution->setVisible(!content.caution.isEmpty() && !hasError);
+    // Who cannot see the figures hears what stands under the field.
+    if (!hasError)
+        m_amount->setAccessibleDescription(listed({content.result, content.caution}, InterfaceLanguage::tag()));
     const bool showsBalance =
         balance == Balance::shown && !content.balance.isEmpty() && !hasError && content.notice.isEmpty();
     m_balanceLabel->setText(content.balanceLabel);

@@ -28,7 +28,9 @@ private:
     CurrencyPicker* m_currency = nullptr;
     AmountEdit* m_amount = nullptr;
     FieldError* m_error = nullptr;
+    TextLabel* m_result = nullptr;
     TextLabel* m_notice = nullptr;
+    TextLabel* m_caution = nullptr;
     TextLabel* m_balanceLabel = nullptr;
     TextLabel* m_balance = nullptr;
 };

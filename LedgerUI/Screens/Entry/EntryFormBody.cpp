@@ -1,5 +1,6 @@
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
@@ -39,6 +40,13 @@ void EntryFormBody::buildFields()
     m_kindHint->setWordWrap(true);
     m_direction = new TextLabel(TypeStep::small, Token::text2, this);
     m_direction->setWordWrap(true);
+    m_helpButton = new QPushButton(this);
+    m_helpButton->setObjectName(QStringLiteral("entryHelp"));
+    m_helpButton->setProperty("kind", QStringLiteral("link"));
+    m_helpButton->setCheckable(true);
+    m_help = new TextLabel(TypeStep::small, Token::text2, this);
+    m_help->setObjectName(QStringLiteral("entryHelpText"));
+    m_help->setWordWrap(true);
     m_account = new AccountPicker;
     m_account->setObjectName(QStringLiteral("entryAccount"));
     m_accountField = new FormField(m_account, this);
@@ -75,6 +83,11 @@ void EntryFormBody::buildLayout()
          std::initializer_list<QWidget*>{m_kinds, m_kindHint, m_direction, m_accountField, m_sent, m_destinationField,
                                          m_received, m_effects, m_category, m_original, m_noteField})
         m_layout->addWidget(each);
+    auto* help = new QVBoxLayout;
+    help->setSpacing(Space::step1);
+    help->addWidget(m_helpButton, 0, Qt::AlignLeft);
+    help->addWidget(m_help);
+    m_layout->insertLayout(m_layout->indexOf(m_accountField), help);
     m_layout->addStretch(1);
 }
 
@@ -91,6 +104,10 @@ void EntryFormBody::bind()
     connect(&m_received->amount(), &AmountEdit::amountEdited, this, &EntryFormBody::targetAmountEdited);
     bindAmount(*m_received, EntryField::targetAmount);
     connect(m_category, &CategoryField::categoryChosen, this, &EntryFormBody::categoryChosen);
+    connect(m_category, &CategoryField::pinWanted, this, &EntryFormBody::categoryPinWanted);
+    connect(m_category, &CategoryField::editWanted, this, &EntryFormBody::categoryEditWanted);
+    connect(m_category, &CategoryField::creationWanted, this, &EntryFormBody::categoryCreationWanted);
+    connect(m_helpButton, &QPushButton::toggled, m_help, &QWidget::setVisible);
     connect(m_category, &CategoryField::finished, this, [this] { m_note->setFocus(Qt::OtherFocusReason); });
     connect(m_original, &OriginalField::originalChosen, this, &EntryFormBody::originalChosen);
     connect(m_original, &OriginalField::referenceEdited, this, &EntryFormBody::referenceEdited);
@@ -119,6 +136,7 @@ void EntryFormBody::present(const EntryFormContent& content, const std::optional
     orderAmount(content.showsDestination && !content.showsReceivedAmount);
     m_direction->setText(content.direction);
     m_direction->setVisible(!content.direction.isEmpty());
+    presentHelp(content);
     m_accountField->setLabel(content.sent.accountLabel);
     m_account->present(content.sent.accounts, content.sent.accountID, content.sent.accountPrompt);
     m_destinationField->setVisible(content.showsDestination);
@@ -159,6 +177,21 @@ void EntryFormBody::presentKinds(const EntryFormContent& content)
         if (m_kindRows[static_cast<std::size_t>(at)].kind == content.kind)
             m_kinds->choose(at);
     }
+}
+
+void EntryFormBody::settleAmounts()
+{
+    m_sent->amount().settle();
+    m_received->amount().settle();
+}
+
+void EntryFormBody::presentHelp(const EntryFormContent& content)
+{
+    const bool hasHelp = !content.help.isEmpty();
+    m_helpButton->setText(content.helpTitle);
+    m_helpButton->setVisible(hasHelp);
+    m_help->setText(content.help);
+    m_help->setVisible(hasHelp && m_helpButton->isChecked());
 }
 
 /// A transfer names both accounts before its one amount; an exchange has an amount with each account.

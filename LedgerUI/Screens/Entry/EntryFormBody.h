@@ -13,6 +13,7 @@ class EntryEffectPane;
 class FormField;
 class LimitedEdit;
 class OriginalField;
+class QPushButton;
 class QVBoxLayout;
 class SegmentedControl;
 class TextLabel;
@@ -27,6 +28,8 @@ public:
     void offer(const SnapshotPointer& snapshot, const TransactionDraft& draft);
     void present(const EntryFormContent& content, const std::optional<std::string>& originalID);
 
+    /// Writes out what stands in the amounts, as leaving them does.
+    void settleAmounts();
     /// The control that a message stands under.
     [[nodiscard]] QWidget* control(EntryField field) const { return m_fields.control(field); }
     /// Where the first message stands, or a text that is too long; null when nothing is wrong.
@@ -45,6 +48,9 @@ Q_SIGNALS:
     void amountLeft(EntryField amount);
     void pasteRefused(EntryField amount, PasteRefusal refusal);
     void categoryChosen(const std::string& id);
+    void categoryPinWanted(const std::string& id, bool isPinned);
+    void categoryEditWanted(const std::string& id);
+    void categoryCreationWanted(const QString& name);
     void originalChosen(const std::optional<std::string>& id);
     void referenceEdited(const QString& text);
     void noteEdited(const QString& text);
@@ -56,6 +62,7 @@ private:
     void bind();
     void bindAmount(EntryAmountField& field, EntryField name);
     void presentKinds(const EntryFormContent& content);
+    void presentHelp(const EntryFormContent& content);
     void orderAmount(bool isBelowDestination);
 
     FieldMap<EntryField> m_fields;
@@ -63,6 +70,8 @@ private:
     SegmentedControl* m_kinds = nullptr;
     TextLabel* m_kindHint = nullptr;
     TextLabel* m_direction = nullptr;
+    QPushButton* m_helpButton = nullptr;
+    TextLabel* m_help = nullptr;
     AccountPicker* m_account = nullptr;
     FormField* m_accountField = nullptr;
     EntryAmountField* m_sent = nullptr;

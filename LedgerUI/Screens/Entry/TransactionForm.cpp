@@ -5,15 +5,19 @@
 
 #include <QCoro/QCoroTask>
 #include <QPushButton>
+#include <QShortcut>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Categories/CategoryForm.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Screens/Categories/CategoryDialog.h"
 #include "LedgerUI/Screens/Entry/EntryDayField.h"
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 #include "LedgerUI/Screens/Receipts/ReceiptInput.h"
@@ -38,7 +42,7 @@ TransactionForm::TransactionForm(LedgerStore& store, const KeptEntry& kept, QWid
 }
 
 TransactionForm::TransactionForm(LedgerStore& store, EntrySubmission submission, QWidget* parent)
-    : CommandForm{store, parent}, m_books{*snapshot()}, m_submission{std::move(submission)}
+    : CommandForm{store, parent}, m_books{*snapshot()}, m_history{snapshot()}, m_submission{std::move(submission)}
 {
     // What was sent once is a draft from the start: leaving it asks.
     if (!m_submission.command())
@@ -49,6 +53,10 @@ TransactionForm::TransactionForm(LedgerStore& store, EntrySubmission submission,
     setBody(m_body, formWidth);
     bindReceipts();
     setFootPart(m_day);
+    m_another = new QPushButton(this);
+    m_another->setObjectName(QStringLiteral("entrySaveAndNew"));
+    m_another->setToolTip(KeyBindings::shown(Command::confirmAndNew));
+    setSecondary(m_another);
     confirmButton().setObjectName(QStringLiteral("entrySave"));
     cancelButton().setObjectName(QStringLiteral("entryCancel"));
     bind();
@@ -138,8 +146,47 @@ void TransactionForm::bind()
     connect(m_day, &EntryDayField::dayChosen, this, [this](const std::string& day) {
         edit([&](const EntryEditing& now) { return withDay(now, day == store().today() ? std::string{} : day); });
     });
-    connect(this, &FormDialog::confirmed, this, &TransactionForm::submit);
+    connect(this, &FormDialog::confirmed, this, [this] {
+        m_goesOn = false;
+        submit();
+    });
+    connect(m_another, &QPushButton::clicked, this, [this] {
+        if (m_another->isHidden())
+            return;
+        m_goesOn = true;
+        submit();
+    });
+    for (const auto& keys : KeyBindings::keys(Command::confirmAndNew))
+        connect(new QShortcut(keys, this), &QShortcut::activated, m_another, &QPushButton::click);
+    connect(m_body, &EntryFormBody::categoryPinWanted, this, &TransactionForm::pin);
+    connect(m_body, &EntryFormBody::categoryEditWanted, this, [this](const std::string& id) {
+        const auto found = std::ranges::find(snapshot()->categories, id, &Category::id);
+        if (found != snapshot()->categories.end())
+            openCategory(CategoryForm::of(*found));
+    });
+    connect(m_body, &EntryFormBody::categoryCreationWanted, this, [this](const QString& name) {
+        auto form = CategoryForm::fresh(m_submission.form().draft.kind);
+        if (!name.isEmpty())
+            form.names[locale()] = name.toStdString();
+        openCategory(form);
+    });
     connect(this, &FormDialog::givenUp, this, &TransactionForm::forget);
+}
+
+void TransactionForm::pin(const std::string& categoryID, bool isPinned)
+{
+    // An operation that runs is over in a moment; a refusal of this one says so itself.
+    if (!store().isBusy())
+        QCoro::connect(store().setCategorySelected(categoryID, isPinned), this, [](const Result<void>&) {});
+}
+
+void TransactionForm::openCategory(const CategoryForm& form)
+{
+    auto* dialog = new CategoryDialog(store(), form, this);
+    connect(dialog, &CategoryDialog::saved, this, [this](const std::string& id) {
+        edit([&](const EntryEditing& now) { return EntryEdits::withCategory(now, id); });
+    });
+    dialog->open();
 }
 
 void TransactionForm::offer()
@@ -149,26 +196,41 @@ void TransactionForm::offer()
 
 EntryFormContent TransactionForm::content() const
 {
-    return EntryForm::content(m_submission, *snapshot(), store().today(), locale());
+    return EntryForm::content(m_submission, *snapshot(), store().today(), locale(), &m_history);
 }
 
 void TransactionForm::present()
 {
     const auto shown = content();
     const auto& draft = m_submission.form().draft;
-    const bool isWaiting = m_savesOnceUploaded && m_submission.isEditing();
+    m_another->setText(shown.another);
+    m_another->setVisible(!shown.another.isEmpty());
     m_receipts->setLocked(!m_submission.isEditing());
     setWindowTitle(shown.title);
     m_body->present(shown, draft.originalIncomeID);
     m_day->present(shown.day);
-    presentStanding(
-        {.stage = shown.stage,
-         .refusal = m_submission.refusal(),
-         .note = isWaiting ? Note{.text = word(receiptWords(), "wait")}
-                           : Note{.kind = Banner::Kind::error, .text = shown.receiptsMessage},
-         .confirm = shown.confirm,
-         .draftWords = &EntryWords::words(),
-         .hasChanges = EntryForm::hasDraft(draft, m_initial) || m_uploads->all().size() > draft.attachments.size()});
+    presentStanding({.stage = shown.stage,
+                     .refusal = m_submission.refusal(),
+                     .note = noteOn(shown),
+                     .confirm = shown.confirm,
+                     .draftWords = &EntryWords::words(),
+                     .hasChanges = hasChanges()});
+}
+
+bool TransactionForm::hasChanges() const
+{
+    const auto& draft = m_submission.form().draft;
+    return EntryForm::hasDraft(draft, m_initial) || m_uploads->all().size() > draft.attachments.size();
+}
+
+/// What the banner says beside what the sending itself has to say.
+CommandForm::Note TransactionForm::noteOn(const EntryFormContent& shown) const
+{
+    if (m_savesOnceUploaded && m_submission.isEditing())
+        return {.text = word(receiptWords(), "wait")};
+    if (shown.receiptsMessage.isEmpty() && m_hasGoneOn && m_submission.isEditing() && !hasChanges())
+        return {.kind = Banner::Kind::success, .text = word(entryFormWords(), "savedNext")};
+    return {.kind = Banner::Kind::error, .text = shown.receiptsMessage};
 }
 
 void TransactionForm::submit()
@@ -180,6 +242,7 @@ void TransactionForm::submit()
     }
     if (!m_submission.isEditing())
         return;
+    m_body->settleAmounts();
     auto input = EntryForm::command(m_submission, m_books, store().today(), locale(), store().newIdentifier());
     auto judged = m_submission.form();
     judged.problems = input ? std::vector<EntryProblem>{} : std::move(input.error());
@@ -214,8 +277,13 @@ void TransactionForm::finish(const Result<std::string>& reply)
     if (reply) {
         m_submission.succeed();
         Q_EMIT recorded(qString(*reply));
+        const auto failed = m_uploads->failed();
+        if (m_goesOn && failed.empty()) {
+            goOn();
+            return;
+        }
         leave();
-        if (const auto failed = m_uploads->failed(); !failed.empty() && !reply->empty())
+        if (!failed.empty() && !reply->empty())
             Q_EMIT receiptsLeft(qString(*reply), m_submission.command()->attachmentIDs.size(), failed);
         return;
     }
@@ -225,6 +293,21 @@ void TransactionForm::finish(const Result<std::string>& reply)
         ->setFocus(Qt::OtherFocusReason);
 }
 
+void TransactionForm::goOn()
+{
+    takeSnapshot();
+    m_books = VisibleBooks{*snapshot()};
+    m_history = EntryHistory{snapshot()};
+    m_submission = EntrySubmission{EntryEdits::following(m_submission.form(), *snapshot(), store().newIdentifier())};
+    m_initial = m_submission.form().draft;
+    m_goesOn = false;
+    m_hasGoneOn = true;
+    m_uploads->startOver();
+    offer();
+    present();
+    firstField().setFocus(Qt::OtherFocusReason);
+}
+
 void TransactionForm::adoptSnapshot()
 {
     // While a reply is awaited the snapshot that comes with it may already hold the entry.
@@ -232,6 +315,7 @@ void TransactionForm::adoptSnapshot()
         return;
     takeSnapshot();
     m_books = VisibleBooks{*snapshot()};
+    m_history = EntryHistory{snapshot()};
     if (m_submission.isEditing())
         m_submission.adopt(EntryEdits::refreshed(m_submission.form(), *snapshot()));
     offer();

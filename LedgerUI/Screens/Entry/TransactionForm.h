@@ -5,8 +5,10 @@
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Entry/EntryFormContent.h"
+#include "LedgerUI/Presentation/Entry/EntryHistory.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptUploads.h"
 
+struct CategoryForm;
 class EntryDayField;
 class EntryFormBody;
 class ReceiptsPane;
@@ -44,18 +46,28 @@ private:
     void submit();
     void send();
     void forget();
+    [[nodiscard]] bool hasChanges() const;
+    [[nodiscard]] Note noteOn(const EntryFormContent& shown) const;
     void finish(const Result<std::string>& reply);
+    /// Another entry like the one that is recorded now.
+    void goOn();
+    void pin(const std::string& categoryID, bool isPinned);
+    void openCategory(const CategoryForm& form);
     /// Has `change` called with what stands in the form, and what follows from it; both are shown.
     template <class... Values>
     void connectEdit(void (EntryFormBody::*edited)(Values...), auto change);
     void edit(auto change);
 
     VisibleBooks m_books; // of the snapshot that the form was last offered
+    EntryHistory m_history;
     EntrySubmission m_submission;
     TransactionDraft m_initial;
     EntryFormBody* m_body = nullptr;
     EntryDayField* m_day = nullptr;
     ReceiptUploads* m_uploads = nullptr;
     ReceiptsPane* m_receipts = nullptr;
+    QPushButton* m_another = nullptr;
+    bool m_goesOn = false;            // what is being saved is followed by another entry
+    bool m_hasGoneOn = false;         // at least once
     bool m_savesOnceUploaded = false; // the person has pressed Save while receipts were on their way
 };

@@ -97,6 +97,7 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
     const auto account = leg ? chosen.book->accounts().id(leg->account) : std::string{};
     const auto id = isOne ? chosen.detail->id : std::string{};
     const auto correction = isOne ? chosen.detail->correction : QString{};
+    const auto refund = isOne ? refundOf(*chosen.book, at) : std::nullopt;
     const auto busy = chosen.isBusy ? word(ledgerWords(), "newEntry.busy") : QString{};
     return {
         {.id = QStringLiteral("open"),
@@ -115,6 +116,12 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
          .whyNot = busy,
          .isOffered = isOne && mayRepeat(chosen.book->transaction(at), chosen.book->snapshot()),
          .run = [duplicate = chosen.duplicate, id] { duplicate(id); }},
+        {.id = QStringLiteral("refund"),
+         .text = word(ledgerWords(), "action.refund"),
+         .glyph = entryKindGlyph(EntryKind::refund),
+         .whyNot = busy,
+         .isOffered = refund.has_value(),
+         .run = [begin = chosen.refund, refund] { begin(*refund); }},
         {.id = QStringLiteral("onlyAccount"),
          .text = leg ? word(ledgerWords(), "action.onlyAccount", {chosen.book->names().account(account)}) : QString{},
          .isOffered = leg != nullptr,
@@ -128,13 +135,10 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
 
 QList<QString> LedgerActions::entryMenu()
 {
-    return {QStringLiteral("open"),
-            QStringLiteral("reverse"),
-            QStringLiteral("duplicate"),
-            QStringLiteral("onlyAccount"),
-            {},
-            QStringLiteral("copy"),
-            {}};
+    return {QStringLiteral("open"),        QStringLiteral("reverse"),
+            QStringLiteral("duplicate"),   QStringLiteral("refund"),
+            QStringLiteral("onlyAccount"), {},
+            QStringLiteral("copy"),        {}};
 }
 
 std::vector<Action> LedgerActions::sorting(LedgerSort now, const std::function<void(LedgerSort::Key key)>& sortBy)

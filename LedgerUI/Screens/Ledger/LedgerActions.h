@@ -8,6 +8,7 @@
 
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+#include "LedgerUI/Presentation/Ledger/LedgerRefund.h"
 #include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 
 class LedgerStore;
@@ -30,6 +31,7 @@ struct Chosen {
     std::function<void()> copy;
     std::function<void(const std::string& entryID)> reverse;
     std::function<void(const std::string& entryID)> duplicate;
+    std::function<void(const LedgerRefund& refund)> refund;
     std::function<void(const std::string& accountID)> showOnly;
 };
 std::vector<Action> onEntries(const Chosen& chosen);

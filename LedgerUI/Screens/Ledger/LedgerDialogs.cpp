@@ -87,6 +87,13 @@ void LedgerDialogs::duplicate(const std::string& entryID)
     record({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
 }
 
+void LedgerDialogs::refund(const LedgerRefund& refund)
+{
+    record({.kind = std::string{EntryKind::refund},
+            .accountID = {},
+            .prefilled = EntryEdits::refunding(refund, InterfaceLanguage::tag())});
+}
+
 void LedgerDialogs::reverse(const std::string& entryID)
 {
     const auto snapshot = m_store.snapshot();

@@ -12,6 +12,7 @@ class LedgerStore;
 class QWidget;
 class TransactionForm;
 struct LedgerFilter;
+struct LedgerRefund;
 
 /// The dialogs that the ledger page opens over its window. What comes of them is announced; the page shows it.
 class LedgerDialogs final : public QObject {
@@ -24,6 +25,7 @@ public:
     void offerKeptEntry();
     /// The same entry once more, on the day of today.
     void duplicate(const std::string& entryID);
+    void refund(const LedgerRefund& refund);
     void reverse(const std::string& entryID);
     void exportEntries(const LedgerFilter& filter);
     void importEntries();

@@ -294,6 +294,7 @@ void LedgerView::presentRowActions()
                                   .copy = [this] { m_table->copySelection(); },
                                   .reverse = [this](const std::string& id) { m_dialogs->reverse(id); },
                                   .duplicate = [this](const std::string& id) { m_dialogs->duplicate(id); },
+                                  .refund = [this](const LedgerRefund& begun) { m_dialogs->refund(begun); },
                                   .showOnly = [this](const std::string& id) { showOnlyAccount(id); }}));
 }
 

@@ -180,6 +180,28 @@ const std::array shown{
                     under.screen.press("entryAllCategories");
                     under.screen.waitForFocus("entryCategoryPopover");
                 }},
+    SweptScreen{"DoubtfulEntry", ledgerPage,
+                [](auto& under) {
+                    openEntry(under, "expense");
+                    under.screen.fill("entryAmount", "100/3");
+                    under.screen.waitFor("entryCaution");
+                }},
+    SweptScreen{"CategoryOfAnEntry", ledgerPage,
+                [](auto& under) {
+                    under.openDemonstration(books().permissions({"viewCompany", "manageCompany"}));
+                    under.screen.choose("newEntryKinds", "newEntry.expense");
+                    under.screen.waitForFocus("transactionForm");
+                    under.screen.press("entryAllCategories");
+                    under.screen.waitForFocus("entryCategoryPopover");
+                    under.screen.type("Parking");
+                    under.screen.press("entryCategoryNew");
+                    under.screen.waitForFocus("categoryDialog");
+                }},
+    SweptScreen{"IncomeHelp", ledgerPage,
+                [](auto& under) {
+                    openEntry(under, "income");
+                    under.screen.press("entryHelp");
+                }},
     SweptScreen{"NothingFound", ledgerPage,
                 [](auto& under) {
                     signIn(under);

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <string>
+
+#include <QObject>
+
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerUI/Presentation/Categories/CategoryForm.h"
+
+class CategoryEditor;
+class LedgerStore;
+
+/// One category while it is edited: what it was when that began, what a person made of it since, and the commands that
+/// save, pin and disable it. It fills an editor and answers to it.
+class CategoryEditing final : public QObject {
+    Q_OBJECT
+public:
+    CategoryEditing(LedgerStore& store, CategoryEditor& editor);
+
+    [[nodiscard]] const CategoryForm& form() const { return m_form; }
+    [[nodiscard]] bool hasChanges() const { return m_form != m_saved; }
+
+    /// Begins with a new category, or with one that there is.
+    void begin(const CategoryForm& form);
+    /// What a person has begun already.
+    void edit(const CategoryForm& form);
+    /// What a newer snapshot says of the category, with the changes made on top of it.
+    void rebase(const CategoryForm& now);
+    void dropChanges() { m_form = m_saved; }
+    void present();
+    void save();
+
+Q_SIGNALS:
+    void edited();
+    /// The service has it, and the store's snapshot shows it.
+    void saved(const std::string& id);
+    void done(const QString& sentence);
+
+private:
+    void finish(const std::string& id);
+    void toggleArchived();
+    void pin(bool isPinned);
+    [[nodiscard]] const Category* category(const LedgerSnapshot& snapshot) const;
+
+    LedgerStore& m_store;
+    CategoryEditor& m_editor;
+    CategoryForm m_saved; // as the form began
+    CategoryForm m_form;
+    bool m_isChecked = false; // it was tried to save: what is wrong is said
+};
