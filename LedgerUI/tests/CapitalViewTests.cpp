@@ -221,3 +221,19 @@ TEST(CapitalView, ShowsTheWholeBaselineBelowTheContributions)
     const auto& box = page.screen.find<QScrollArea>("baselineScroll");
     EXPECT_EQ(box.verticalScrollBar()->maximum(), 0) << "three owners find room without scrolling";
 }
+
+TEST(CapitalView, ReversesTheContributionThatIsChosenNow)
+{
+    Page page{capitalSample().contribute("2026-11-20", "c3", "IDR", "250,000", "Operating bank")};
+    page.screen.keys("Ctrl+Tab");
+    page.screen.pressRow("contributionsTable", "150,000,000");
+    page.screen.press("reverseContributionButton");
+    page.screen.waitForFocus("recordForm");
+    EXPECT_NE(page.screen.read("recordPerson").find("Budi Santoso"), std::string::npos);
+    page.server.replace("POST v1/capital/commands", ServerReply::json("{}"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitUntilGone("recordForm");
+    const auto sent = page.capitalSent();
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent[0].contributionID, "c9");
+}

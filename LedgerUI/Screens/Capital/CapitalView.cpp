@@ -157,7 +157,10 @@ void CapitalView::bind()
     connect(m_actions, &CapitalPageActions::entryWanted, this, &CapitalView::showEntry);
     connect(m_overview, &CapitalOverviewTab::entryWanted, this, &CapitalView::showEntry);
     connect(m_contributions, &ContributionsTab::entryWanted, this, &CapitalView::showEntry);
-    connect(m_contributions, &ContributionsTab::chosenChanged, this, &CapitalView::presentContribution);
+    connect(m_contributions, &ContributionsTab::chosenChanged, this, [this] {
+        presentContribution();
+        presentActions(); // one of them is about the chosen contribution
+    });
     connect(m_dividends, &DividendsTab::movementChosen, this, &CapitalView::presentActions);
     connect(m_dividends, &DividendsTab::movementOpened, (*m_actions)["openMovement"], &QAction::trigger);
     connect(m_dividends, &DividendsTab::choiceWanted, this, [this](const DividendChoice& choice) {
