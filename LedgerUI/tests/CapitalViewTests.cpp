@@ -237,3 +237,16 @@ TEST(CapitalView, ReversesTheContributionThatIsChosenNow)
     ASSERT_EQ(sent.size(), 1U);
     EXPECT_EQ(sent[0].contributionID, "c9");
 }
+
+TEST(CapitalView, ShowsTheFirstAllocationOnceItIsMade)
+{
+    CapitalSample before{capitalGround()};
+    before.participant("Budi Santoso", "100");
+    Page page{before};
+    page.screen.keys("Ctrl+Tab Ctrl+Tab");
+    page.screen.waitForText("No allocations and no advances");
+    serveBooks(page, before.allocate("2026-11-20", "2026 Q4", "IDR", "1,000", {{"d1", "100"}}));
+    std::ignore = resultOf(page.store.refresh(false));
+    page.screen.waitFor("linesTable");
+    EXPECT_TRUE(page.screen.offers("payButton"));
+}

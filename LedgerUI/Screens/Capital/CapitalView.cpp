@@ -145,7 +145,7 @@ void CapitalView::bind()
     connect(m_period, &PeriodNavigator::periodChosen, this, &CapitalView::choosePeriod);
     connect(m_currency, &SegmentedControl::chosenByUser, this, [this](int at) {
         m_question.currency = m_currencies[static_cast<std::size_t>(at)];
-        m_choice = {};
+        m_wanted = {};
         present();
     });
     connect(m_tabRow, &PageTabs::chosenChanged, this, [this] {
@@ -164,7 +164,7 @@ void CapitalView::bind()
     connect(m_dividends, &DividendsTab::movementChosen, this, &CapitalView::presentActions);
     connect(m_dividends, &DividendsTab::movementOpened, (*m_actions)["openMovement"], &QAction::trigger);
     connect(m_dividends, &DividendsTab::choiceWanted, this, [this](const DividendChoice& choice) {
-        m_choice = choice;
+        m_wanted = choice;
         // The table that asks is in the middle of its own change.
         QMetaObject::invokeMethod(this, &CapitalView::present, Qt::QueuedConnection);
     });
@@ -330,7 +330,7 @@ void CapitalView::presentContribution()
 void CapitalView::presentDividends()
 {
     const auto snapshot = m_store.snapshot();
-    const auto shown = DividendBoards::board(*snapshot, m_question, m_choice, InterfaceLanguage::tag());
+    const auto shown = DividendBoards::board(*snapshot, m_question, m_wanted, InterfaceLanguage::tag());
     if (!shown)
         return showUnavailable(refusalText(DividendRefusal::integrity, InterfaceLanguage::tag()));
     m_choice = shown->choice;
@@ -384,7 +384,7 @@ void CapitalView::follow(const PageLink& link)
         return;
     lookAt(place->currency, place->date);
     if (place->tab == CapitalModuleTab::dividends)
-        m_choice = place->choice;
+        m_wanted = place->choice;
     m_tabRow->choose(idOf(place->tab));
     present();
     if (place->tab == CapitalModuleTab::contributions)

@@ -54,7 +54,8 @@ private:
 
     LedgerStore& m_store;
     CapitalQuestion m_question;
-    DividendChoice m_choice;
+    DividendChoice m_wanted; // what the person chose; else the newest allocation is shown
+    DividendChoice m_choice; // what is shown
     std::vector<CapitalModuleTab> m_tabs;
     std::vector<std::string> m_currencies;
     bool m_isOpened = false; // the period was set once
