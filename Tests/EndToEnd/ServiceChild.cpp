@@ -50,9 +50,14 @@ bool ServiceChild::stop()
     m_process.terminate();
     if (m_process.waitForFinished(stopMilliseconds))
         return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() == 0;
+    kill();
+    return false;
+}
+
+void ServiceChild::kill()
+{
     m_process.kill();
     m_process.waitForFinished(stopMilliseconds);
-    return false;
 }
 
 QString ServiceChild::ask(const QStringList& command, const QStringList& options, const QString& input) const

@@ -13,6 +13,8 @@ public:
     bool start();
     /// Asks it to finish what is under way and waits until it has ended; false when it had to be killed.
     bool stop();
+    /// Ends it at once, in the middle of whatever it does.
+    void kill();
 
     /// What the operator's command prints, on the same books; `options` follow behind the database.
     [[nodiscard]] QString ask(const QStringList& command, const QStringList& options = {},

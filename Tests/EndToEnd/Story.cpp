@@ -15,6 +15,7 @@ std::span<const Story> stories()
         Story{"joining", "Invited, and a forgotten password", tellOfJoining},
         Story{"ledger", "Reading the ledger", tellOfTheLedger},
         Story{"accounts", "Reading the accounts", tellOfAccounts},
+        Story{"capital", "Owners' capital and dividends", tellOfCapital},
         Story{"looking-around", "Every page and tab", tellOfLookingAround},
         Story{"recording", "Recording an expense", tellOfRecording},
         Story{"receipts", "Receipts of an entry", tellOfReceipts},

@@ -48,6 +48,7 @@ void tellOfApplying(Stage& stage);
 void tellOfJoining(Stage& stage);
 void tellOfTheLedger(Stage& stage);
 void tellOfAccounts(Stage& stage);
+void tellOfCapital(Stage& stage);
 void tellOfLookingAround(Stage& stage);
 void tellOfRecording(Stage& stage);
 void tellOfReceipts(Stage& stage);

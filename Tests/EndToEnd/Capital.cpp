@@ -1,0 +1,355 @@
+#include <tuple>
+
+#include <QAbstractItemView>
+
+#include "LedgerCore/Domain/Capital/CapitalCommands.h"
+#include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
+#include "LedgerUI/Theme/Theme.h"
+#include "Tallyfold/MainWindow.h"
+#include "Tests/EndToEnd/Colleague.h"
+#include "Tests/EndToEnd/LossyLine.h"
+#include "Tests/EndToEnd/Story.h"
+
+namespace {
+
+constexpr auto owner = "dewi@modal.example";
+constexpr auto password = "a secret of Dewi";
+constexpr auto company = "PT Modal Bersama";
+
+/// What a person does without a mouse.
+struct Keyboard {
+    ScreenDriver& screen;
+
+    void press(const char* button) const
+    {
+        screen.waitUntil(std::string{button} + " can be pressed", [&] { return screen.offers(button); });
+        screen.find(button).setFocus();
+        screen.keys("Space");
+    }
+    void write(const char* field, const char* text) const
+    {
+        screen.find(field).setFocus();
+        screen.keys("Ctrl+A");
+        screen.type(text);
+    }
+    void open(const char* button) const
+    {
+        press(button);
+        screen.waitForFocus("recordForm");
+    }
+    /// Sends the form and waits until it has closed.
+    void confirm() const
+    {
+        screen.keys("Ctrl+Return");
+        screen.waitUntilGone("recordForm");
+    }
+    /// From the first row of a list down to the one that says `text`.
+    void choose(const char* list, const char* text) const
+    {
+        auto& rows = screen.find<QAbstractItemView>(list);
+        rows.setFocus();
+        screen.keys("Ctrl+Home");
+        const auto says = [&] {
+            const auto at = rows.currentIndex();
+            for (int column = 0; at.isValid() && column < rows.model()->columnCount(); ++column) {
+                if (at.siblingAtColumn(column).data().toString().contains(QString::fromUtf8(text)))
+                    return true;
+            }
+            return false;
+        };
+        for (int row = 0; row < rows.model()->rowCount() && !says(); ++row)
+            screen.keys("Down");
+        expect(says(), QStringLiteral("a row says %1").arg(QString::fromUtf8(text)));
+    }
+    void turnTo(const char* contents) const
+    {
+        for (int tab = 0; tab < 3 && !screen.shows(contents); ++tab)
+            screen.keys("Ctrl+Tab");
+        screen.waitFor(contents);
+    }
+};
+
+/// A company with two accounts, whose books begin with this year.
+void prepare(Colleague& dewi)
+{
+    auto& store = dewi.store();
+    dewi.signIn(owner, password);
+    const auto add = [&](std::string name, std::vector<std::string> currencies) {
+        AccountCreate account;
+        account.name = std::move(name);
+        account.currencies = std::move(currencies);
+        dewi.done(store.createAccount(std::move(account)), "an account is opened");
+    };
+    add("Operating bank", {"IDR", "USD"});
+    add("Second bank", {"IDR"});
+    const auto start = store.today().substr(0, 4) + "-01-01";
+    auto books = FinancialSettingsRules::initialize(*store.snapshot(), store.today(), start,
+                                                    std::string{InitializationMode::fromZero}, store.newIdentifier());
+    expect(books.has_value(), QStringLiteral("the books can begin"));
+    dewi.done(store.submitFinancialSettings(*std::move(books), false), "the books begin");
+    auto switched = FinancialSettingsRules::configure(*store.snapshot(), {.contributions = true, .dividends = true},
+                                                      store.newIdentifier());
+    expect(switched.has_value(), QStringLiteral("the features can be switched on"));
+    dewi.done(store.submitFinancialSettings(*std::move(switched), false), "the features are switched on");
+}
+
+void enter(Stage& stage, const LossyLine& line)
+{
+    auto& screen = stage.screen;
+    screen.press("addressFold");
+    screen.fill("serviceAddress", line.address().toStdString());
+    screen.fill("email", owner);
+    screen.fill("password", password);
+    screen.keys("Return");
+    screen.waitFor("page-dividends");
+    Keyboard{screen}.press("page-dividends");
+    screen.waitFor("ownersTable");
+}
+
+void addOwner(const Stage& stage, const char* name)
+{
+    const Keyboard by{stage.screen};
+    by.open("ownersButton");
+    by.write("recordName", name);
+    by.confirm();
+}
+
+void setUpOwners(Stage& stage)
+{
+    const Keyboard by{stage.screen};
+    stage.teller.step(QStringLiteral("Three owners"), [&] {
+        for (const auto* name : {"Budi Santoso", "Chen Siyuan", "Thanh Huong"})
+            addOwner(stage, name);
+        stage.screen.waitForText("Thanh Huong");
+    });
+    stage.teller.step(QStringLiteral("What they had paid in before these books"), [&] {
+        by.open("historyButton");
+        by.write("recordRow0", "1050000000");
+        by.write("recordRow1", "800000000");
+        by.press("entryDay");
+        stage.screen.waitForFocus("entryDayPopover");
+        stage.screen.type("31/12/2025");
+        stage.screen.keys("Return");
+        stage.screen.waitForFocus("recordForm");
+    });
+    by.confirm();
+    stage.screen.waitForText("1,050,000,000");
+}
+
+/// Two owners at once: nothing that either of them set is lost unseen.
+void agreeOnOwnership(Stage& stage, Colleague& dewi)
+{
+    auto& screen = stage.screen;
+    const Keyboard by{screen};
+    by.open("ownershipButton");
+    by.write("recordRow0", "45");
+    by.write("recordRow1", "38.33");
+    by.write("recordRow2", "16.67");
+    auto& store = dewi.store();
+    dewi.done(store.refresh(false), "the colleague looks at the books");
+    const auto context = CapitalContext::of(*store.snapshot());
+    std::vector<CapitalCommands::OwnerText> shares;
+    for (const auto& each : context.state.participants)
+        shares.push_back({each.id, shares.empty() ? "60" : "20"});
+    auto command = CapitalCommands::setOwnership(context, {store.today(), store.newIdentifier()}, shares, "en-US");
+    expect(command.has_value(), QStringLiteral("the colleague may set the shares"));
+    dewi.done(store.submitCapital(*std::move(command), false), "the colleague sets other shares");
+    stage.teller.step(QStringLiteral("Somebody else was faster"), [&] {
+        screen.keys("Ctrl+Return");
+        screen.waitForText("Capital records have changed.");
+        by.press("recordReload");
+        screen.waitForText("Newest: 60");
+        expect(screen.read("recordRow0") == "45", QStringLiteral("what was typed is kept"));
+    });
+    by.confirm();
+    screen.waitForText("38.33");
+}
+
+struct Paid {
+    const char* owner;
+    const char* currency;
+    const char* account;
+    const char* amount;
+    const char* note;
+};
+
+void contribute(Stage& stage, const Paid& paid)
+{
+    const Keyboard by{stage.screen};
+    by.open("contributeButton");
+    stage.screen.pick("recordPerson", paid.owner);
+    stage.screen.pick("recordCurrency", paid.currency);
+    stage.screen.pick("recordAccount", paid.account);
+    by.write("recordAmount", paid.amount);
+    by.write("recordNote", paid.note);
+    by.confirm();
+}
+
+void payIn(Stage& stage)
+{
+    auto& screen = stage.screen;
+    const Keyboard by{screen};
+    by.turnTo("capitalContributions");
+    stage.teller.step(QStringLiteral("Contributions on two accounts, in two currencies"), [&] {
+        contribute(stage, {"Thanh Huong", "USD", "Operating bank", "50000", "First round"});
+        contribute(stage, {"Chen", "IDR", "Second bank", "100000000", "First round"});
+        contribute(stage, {"Budi", "IDR", "Operating bank", "500000000", "Second round"});
+        contribute(stage, {"Budi", "IDR", "Operating bank", "500000000", "Typed twice"});
+    });
+    stage.teller.step(QStringLiteral("One was typed twice"), [&] {
+        by.choose("contributionsTable", "500,000,000");
+        by.open("reverseContributionButton");
+        by.write("recordNote", "It was typed twice");
+        by.confirm();
+        screen.waitForText("Reversed on");
+    });
+}
+
+void addParticipants(Stage& stage)
+{
+    const Keyboard by{stage.screen};
+    by.turnTo("capitalDividends");
+    constexpr std::pair<const char*, const char*> all[] = {
+        {"Budi Santoso", "45"}, {"Chen Siyuan", "38.33"}, {"Thanh Huong", "16.67"}};
+    for (const auto& [name, ratio] : all) {
+        by.open("participantsButton");
+        by.write("recordName", name);
+        by.write("recordRatio", ratio);
+        by.confirm();
+    }
+}
+
+void allocate(Stage& stage, const char* period, const char* currency, const char* amount)
+{
+    const Keyboard by{stage.screen};
+    by.open("allocateButton");
+    by.write("recordPeriod", period);
+    stage.screen.pick("recordCurrency", currency);
+    by.write("recordAmount", amount);
+}
+
+void pay(Stage& stage, const char* person, const char* account, const char* amount)
+{
+    const Keyboard by{stage.screen};
+    by.choose("linesTable", person);
+    by.open("payButton");
+    stage.screen.pick("recordAccount", account);
+    by.write("recordAmount", amount);
+}
+
+void payOut(Stage& stage, LossyLine& line)
+{
+    auto& screen = stage.screen;
+    const Keyboard by{screen};
+    stage.teller.step(QStringLiteral("A quarter's dividend, to the last minor unit"), [&] {
+        allocate(stage, "2026 Q3", "IDR", "100000.01");
+        screen.waitForText("38,330");
+    });
+    by.confirm();
+    pay(stage, "Budi", "Operating bank", "20000");
+    by.confirm();
+    pay(stage, "Chen", "Second bank", "38330");
+    stage.teller.step(QStringLiteral("The reply to a payment is lost"), [&] {
+        line.loseReplyTo("v1/dividends/commands");
+        screen.keys("Ctrl+Return");
+        screen.waitForText("Retry original request");
+        expect(line.hasLost(), QStringLiteral("the service had answered"));
+    });
+    stage.teller.step(QStringLiteral("Sent again, it is paid once"), [&] {
+        by.confirm();
+        screen.waitForText("Dividend payment");
+        expect(screen.find<QAbstractItemView>("movementsTable").model()->rowCount() == 1,
+               QStringLiteral("one payment is recorded"));
+    });
+    stage.teller.step(QStringLiteral("A payment is reversed"), [&] {
+        by.choose("linesTable", "Budi");
+        by.choose("movementsTable", "20,000");
+        by.open("reverseMovementButton");
+        by.confirm();
+        screen.waitForText("Reversed payment");
+    });
+}
+
+void settleAnAdvance(Stage& stage)
+{
+    auto& screen = stage.screen;
+    const Keyboard by{screen};
+    by.press("segment1");
+    by.open("payAdvanceButton");
+    screen.pick("recordPerson", "Chen");
+    screen.pick("recordCurrency", "USD");
+    by.write("recordAmount", "600");
+    stage.teller.step(QStringLiteral("The service is killed before an advance is sent"), [&] {
+        stage.service.kill();
+        screen.keys("Ctrl+Return");
+        screen.waitForText("Retry original request");
+    });
+    expect(stage.service.start(), QStringLiteral("the service is back"));
+    by.confirm();
+    allocate(stage, "2026 Q3 abroad", "USD", "1000");
+    by.confirm();
+    stage.teller.step(QStringLiteral("Part of the advance is set against an allocation"), [&] {
+        by.choose("batchesTable", "2026 Q3 abroad");
+        by.choose("linesTable", "Chen");
+        by.open("applyAdvanceButton");
+        by.write("recordAmount", "383.30");
+    });
+    by.confirm();
+    stage.teller.step(QStringLiteral("The rest is given back"), [&] {
+        by.choose("batchesTable", "Advances");
+        by.open("returnAdvanceButton");
+        by.write("recordAmount", "216.70");
+        by.confirm();
+        screen.waitForText("216.70");
+    });
+    stage.teller.step(QStringLiteral("An allocation that was never paid is cancelled"), [&] {
+        allocate(stage, "2026 Q4", "USD", "70");
+        by.confirm();
+        by.choose("batchesTable", "2026 Q4");
+        by.open("cancelBatchButton");
+        by.confirm();
+        screen.waitForText(", cancelled");
+    });
+}
+
+void followTheLinks(Stage& stage)
+{
+    auto& screen = stage.screen;
+    const Keyboard by{screen};
+    by.choose("batchesTable", "Advances");
+    stage.teller.step(QStringLiteral("The ledger shows the entry that booked it"), [&] {
+        by.choose("movementsTable", "216.70");
+        by.press("openMovementButton");
+        screen.waitFor("ledgerTable");
+        screen.waitFor("entryLink");
+    });
+    stage.teller.step(QStringLiteral("And leads back, in the dark"), [&] {
+        Theme::current().install(ColorScheme::dark);
+        by.press("entryLink");
+        screen.waitFor("movementsTable");
+        screen.waitForText("216.70");
+    });
+    Theme::current().install(ColorScheme::light);
+}
+
+}
+
+void tellOfCapital(Stage& stage)
+{
+    stage.service.foundCompany(QString::fromUtf8(company), QString::fromUtf8(owner), QString::fromUtf8(password));
+    LossyLine line{stage.service.address()};
+    Colleague dewi{stage.service.address().toStdString(), stage.screen};
+    prepare(dewi);
+    enter(stage, line);
+    setUpOwners(stage);
+    agreeOnOwnership(stage, dewi);
+    payIn(stage);
+    addParticipants(stage);
+    payOut(stage, line);
+    settleAnAdvance(stage);
+    followTheLinks(stage);
+    expect(stage.books.entriesNoted(QStringLiteral("It was typed twice")) == 1,
+           QStringLiteral("the reversal is in the books once"));
+    expect(stage.books.brokenBalances() == 0, QStringLiteral("every balance equals its legs"));
+    std::ignore = stage.service.ask({QStringLiteral("verify")}); // stops the story where an invariant is broken
+}

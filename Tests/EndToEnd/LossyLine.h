@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QTcpServer>
+
+/// The line between the program and the service, which can lose one reply: what was asked arrives and is done, and the
+/// program never hears of it.
+class LossyLine {
+public:
+    /// `service` is the address that the line leads to.
+    explicit LossyLine(const QString& service);
+
+    /// "http://127.0.0.1:PORT".
+    [[nodiscard]] QString address() const;
+    /// Loses the reply to the next request of this path.
+    void loseReplyTo(const QByteArray& path);
+    [[nodiscard]] bool hasLost() const { return m_armed.isEmpty(); }
+
+private:
+    void carry();
+
+    quint16 m_service;
+    QTcpServer m_server;
+    QByteArray m_armed;
+};
