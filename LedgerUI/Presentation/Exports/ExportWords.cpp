@@ -76,6 +76,18 @@ const WordTable& exportWords()
          "Chọn ít nhất một loại bút toán.", "Choose at least one type of entry."},
         {"failed", "无法创建导出文件。请重试。", "Berkas ekspor tidak dapat dibuat. Coba lagi.",
          "Không tạo được tệp xuất. Hãy thử lại.", "The export file could not be created. Try again."},
+
+        // on paper
+        {"print.entry", "打印此记录…", "Cetak catatan ini…", "In bút toán này…", "Print this entry…"},
+        {"print.reversed", "%1（已冲销）", "%1 (dibatalkan)", "%1 (đã đảo)", "%1 (reversed)"},
+        {"print.id", "编号", "Nomor", "Mã số", "Number"},
+        {"statement", "账户对账单", "Rekening koran", "Sao kê tài khoản", "Account statement"},
+        {"statement.opening", "期初余额", "Saldo awal", "Số dư đầu kỳ", "Opening balance"},
+        {"statement.closing", "期末余额", "Saldo akhir", "Số dư cuối kỳ", "Closing balance"},
+        {"statement.sum", "合计", "Total", "Tổng", "Total"},
+        {"statement.balance", "余额", "Saldo", "Số dư", "Balance"},
+        {"statement.unknown", "可见记录不足以得出余额。", "Saldo tidak diketahui: tidak semua catatan terlihat.",
+         "Không rõ số dư: bạn không xem được mọi bút toán.", "Balances are not known: not every entry can be seen."},
         {"done", "已保存 %1", "%1 tersimpan", "Đã lưu %1", "Saved %1"},
     }};
     return words;

@@ -21,6 +21,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Exports/LedgerPrinting.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 #include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
@@ -94,6 +95,7 @@ void LedgerView::buildLayout()
     m_header->setMiddle(m_period);
     m_header->addSecondary((*m_actions)[QStringLiteral("importLedger")]);
     m_header->addSecondary((*m_actions)[QStringLiteral("exportLedger")]);
+    m_header->addSecondary((*m_actions)[QStringLiteral("printLedger")]);
     m_header->setPrimary(m_newEntry);
 
     m_filters = new LedgerFilterRow(this);
@@ -276,6 +278,8 @@ void LedgerView::presentActions()
 {
     m_actions->present(LedgerActions::recording(m_store, [this](const std::string& kind) { record(kind); }));
     m_actions->present(pageActions());
+    m_actions->present(
+        {LedgerPrinting::list(m_store, *m_browser, this, [this](const QString& what) { Q_EMIT done(what); })});
     m_actions->present(LedgerActions::sorting(
         m_browser->sort(), [this](LedgerSort::Key key) { m_browser->setSort(m_table->sortedBy(key)); }));
     presentRowActions();
@@ -285,6 +289,9 @@ void LedgerView::presentActions()
 
 void LedgerView::presentRowActions()
 {
+    const auto one = m_chosen ? m_selected.front() : LedgerBook::none;
+    m_actions->present({LedgerPrinting::entry(m_store, m_browser->book(), one, this,
+                                              [this](const QString& what) { Q_EMIT done(what); })});
     m_actions->present(
         LedgerActions::onEntries({.book = m_browser->book(),
                                   .entries = m_selected,
@@ -340,7 +347,7 @@ void LedgerView::openMenu(QPoint place)
     menu->setObjectName(QStringLiteral("entryMenu"));
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->setToolTipsVisible(true);
-    m_actions->fill(*menu, LedgerActions::entryMenu());
+    m_actions->fill(*menu, LedgerActions::entryMenu() << QStringLiteral("printEntry"));
     m_actions->fill(*menu->addMenu(text("action.sort")), LedgerActions::sortingMenu());
     menu->popup(place);
 }

@@ -1,0 +1,187 @@
+#include "LedgerUI/Presentation/Exports/LedgerPrint.h"
+
+#include <algorithm>
+
+#include <QStringList>
+
+#include "LedgerUI/Presentation/Exports/AccountStatement.h"
+#include "LedgerUI/Presentation/Exports/ExportWords.h"
+#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+#include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
+#include "LedgerUI/Presentation/Ledger/LedgerRow.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+namespace {
+
+using Side = PrintedColumn::Side;
+using Width = PrintedColumn::Width;
+
+QString lines(QStringList parts)
+{
+    parts.removeAll(QString{});
+    return parts.join(QLatin1Char('\n'));
+}
+
+QString amountsText(const std::vector<MoneyText>& amounts)
+{
+    QStringList texts;
+    for (const auto& each : amounts)
+        texts << each.text();
+    return lines(texts);
+}
+
+PrintedCell entryCell(const LedgerRow& row, std::string_view locale)
+{
+    QStringList second{row.kindTitle == row.title ? QString{} : row.kindTitle, row.note};
+    second.removeAll(QString{});
+    auto title = row.title;
+    if (row.isReversed)
+        title = wordIn(locale, exportWords(), "print.reversed", {title.toStdString()});
+    return {.text = title, .second = second.join(QStringLiteral(" · "))};
+}
+
+PrintedTable entriesOf(const LedgerListing& listing)
+{
+    const auto& book = *listing.book;
+    const auto word = [&](std::string_view key) { return wordIn(book.locale(), ledgerWords(), key); };
+    PrintedTable table{.columns = {{.head = word("column.date")},
+                                   {.head = word("column.entry"), .width = Width::rest},
+                                   {.head = word("column.account"), .width = Width::rest},
+                                   {.head = word("column.member"), .width = Width::rest},
+                                   {.head = word("column.amount"), .side = Side::end}},
+                       .rows = {}};
+    table.rows.reserve(listing.rows.size());
+    for (const auto at : listing.rows) {
+        const auto row = rowFor(book, at, listing.query.today);
+        const auto account =
+            row.destination.isEmpty() ? row.account : QStringLiteral("%1 → %2").arg(row.account, row.destination);
+        table.rows.push_back({.cells = {{DayText::shortDate(book.transaction(at).date, book.locale())},
+                                        entryCell(row, book.locale()),
+                                        {account},
+                                        {row.member},
+                                        {amountsText(row.amounts)}}});
+    }
+    return table;
+}
+
+PrintedTable totalsOf(const LedgerListing& listing)
+{
+    const auto& locale = listing.book->locale();
+    const auto word = [&](std::string_view key) { return wordIn(locale, ledgerWords(), key); };
+    PrintedTable table{.title = word("totals.all"),
+                       .columns = {{.head = word("filter.currencies"), .width = Width::rest},
+                                   {.head = word("totals.in"), .side = Side::end},
+                                   {.head = word("totals.out"), .side = Side::end},
+                                   {.head = word("totals.net"), .side = Side::end}},
+                       .rows = {},
+                       .note = listing.query.filter.figure ? QString{} : word("totals.hint")};
+    for (const auto& total : listing.totals) {
+        const auto cell = [&](const std::optional<std::int64_t>& minor) {
+            return PrintedCell{
+                (minor ? movementText(*minor, total.currency, locale) : unknownMoney(total.currency)).figure()};
+        };
+        table.rows.push_back(
+            {.cells = {{qString(total.currency)}, cell(total.incoming), cell(total.outgoing), cell(total.net)}});
+    }
+    return table;
+}
+
+/// Everything that is chosen in a part: paper has the room that a chip has not.
+QString chosenText(const LedgerBook& book, const LedgerFilter& filter, LedgerFilter::Part part)
+{
+    using Part = LedgerFilter::Part;
+    if (part == Part::text)
+        return qString(filter.text);
+    if (part == Part::figure || part == Part::receipts)
+        return partText(book, filter, part);
+    QStringList names;
+    const auto chosen = chosenIn(filter, part);
+    for (const auto& choice : filterChoices(book, part)) {
+        if (chosen.contains(choice.id))
+            names << choice.text;
+    }
+    return listed(names, book.locale());
+}
+
+/// What narrows the ledger beside its period, part by part.
+std::vector<PrintedFact> factsOf(const LedgerBook& book, const LedgerFilter& filter)
+{
+    std::vector<PrintedFact> facts{PrintHead::period(filter.period, book.locale())};
+    using Part = LedgerFilter::Part;
+    for (const auto part :
+         {Part::text, Part::kinds, Part::accounts, Part::categories, Part::currencies, Part::receipts, Part::figure}) {
+        if (filter.isSet(part))
+            facts.push_back({partName(part, book.locale()), chosenText(book, filter, part)});
+    }
+    return facts;
+}
+
+}
+
+PrintedDocument LedgerPrint::list(const LedgerListing& listing, const PrintMoment& moment)
+{
+    const auto& book = *listing.book;
+    const auto& filter = listing.query.filter;
+    if (auto statement = AccountStatement::document(book, filter, moment))
+        return *std::move(statement);
+    PrintedDocument document{.locale = book.locale(),
+                             .company = qString(book.snapshot().company.name),
+                             .title = wordIn(book.locale(), ledgerWords(), "title"),
+                             .facts = factsOf(book, filter),
+                             .fileName = QStringLiteral("tallyfold-ledger-") + PrintHead::days(filter.period, moment)};
+    document.facts.push_back(PrintHead::asOf(moment, book.locale()));
+    document.tables.push_back(entriesOf(listing));
+    if (!listing.totals.empty())
+        document.tables.push_back(totalsOf(listing));
+    document.notes.push_back(countedIn(book.locale(), ledgerWords(), "entries", listing.rows.size()));
+    return document;
+}
+
+PrintedDocument LedgerPrint::entry(const LedgerBook& book, std::uint32_t at, const PrintMoment& moment)
+{
+    const auto& locale = book.locale();
+    const auto word = [&](std::string_view key) { return wordIn(locale, ledgerWords(), key); };
+    const auto detail = detailOf(book, at);
+    const auto& transaction = book.transaction(at);
+    PrintedDocument document{.locale = locale,
+                             .company = qString(book.snapshot().company.name),
+                             .title = detail.title.isEmpty() ? detail.kindTitle
+                                                             : detail.kindTitle + QStringLiteral(": ") + detail.title,
+                             .fileName = QStringLiteral("tallyfold-entry-") + qString(transaction.date)};
+    if (detail.isReversed)
+        document.title = wordIn(locale, exportWords(), "print.reversed", {document.title.toStdString()});
+    for (const auto& line : detail.lines)
+        document.facts.push_back({line.label, line.value});
+    document.facts.push_back({wordIn(locale, exportWords(), "print.id"), qString(detail.id)});
+    document.facts.push_back(PrintHead::asOf(moment, locale));
+    const bool hasBalances =
+        std::ranges::any_of(detail.legs, [](const auto& leg) { return leg.balanceAfter.has_value(); });
+    PrintedTable legs{.title = word("detail.movements"),
+                      .columns = {{.head = word("column.account"), .width = Width::rest},
+                                  {.head = word("column.amount"), .side = Side::end}},
+                      .rows = {}};
+    if (hasBalances)
+        legs.columns.push_back({.head = word("detail.balanceAfter"), .side = Side::end});
+    for (const auto& leg : detail.legs) {
+        PrintedRow row{.cells = {{leg.account}, {leg.amount.text()}}};
+        if (hasBalances)
+            row.cells.push_back({leg.balanceAfter ? leg.balanceAfter->text() : QStringLiteral("–")});
+        legs.rows.push_back(std::move(row));
+    }
+    document.tables.push_back(std::move(legs));
+    const std::vector<PrintedColumn> named{{.head = {}}, {.head = {}, .width = Width::rest}};
+    PrintedTable links{.title = word("detail.links"), .columns = named, .rows = {}};
+    for (const auto& link : detail.links)
+        links.rows.push_back({.cells = {{link.label}, {link.text}}});
+    PrintedTable receipts{.title = word("detail.receipts"), .columns = named, .rows = {}};
+    for (const auto& receipt : detail.receipts)
+        receipts.rows.push_back({.cells = {{receipt.size}, {receipt.name}}});
+    for (auto* table : {&links, &receipts}) {
+        if (!table->rows.empty())
+            document.tables.push_back(std::move(*table));
+    }
+    return document;
+}
