@@ -15,10 +15,11 @@
 template <class Question, class Answer>
 class LatestAnswer final {
 public:
+    using Work = Answer (*)(const Question&);
     struct Parts {
-        std::size_t entriesAtOnce = 0;               // how many are looked through within a frame
-        std::function<Question()> question;          // as it stands now
-        Answer (*answer)(const Question&) = nullptr; // on any thread
+        std::size_t entriesAtOnce = 0;      // how many are looked through within a frame
+        std::function<Question()> question; // as it stands now
+        Work answer = nullptr;              // on any thread
         /// An answer that is not the last one's is about other books or another question by now: what was learnt on
         /// the way may be kept, but it is not to be shown.
         std::function<void(Answer, bool isLast)> take;
@@ -48,7 +49,7 @@ public:
     [[nodiscard]] bool isWorking() const { return m_isWorking; }
 
 private:
-    static QCoro::Task<Answer> answered(Answer (*answer)(const Question&), Question question)
+    static QCoro::Task<Answer> answered(Work answer, Question question)
     {
         auto future = QtConcurrent::run([answer](const Question& asked) { return answer(asked); }, std::move(question));
         auto result = co_await future;
