@@ -78,7 +78,7 @@ std::optional<Wide> product(Wide left, Wide right)
 {
     Wide result = 0;
     constexpr auto limit = (Wide{1} << 126);
-    if (__builtin_mul_overflow(left, right, &result) || result > limit || result < -limit)
+    if (__builtin_mul_overflow(left, right, &result) || result >= limit || result <= -limit)
         return std::nullopt;
     return result;
 }
