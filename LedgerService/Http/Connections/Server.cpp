@@ -14,6 +14,7 @@
 
 #include "LedgerService/Http/Connections/ConnectionTable.h"
 #include "LedgerService/Http/Connections/HttpConnection.h"
+#include "LedgerService/Http/Connections/TlsCertificate.h"
 #include "LedgerService/Http/Dispatch/Answering.h"
 #include "LedgerService/Http/Dispatch/CommandLane.h"
 #include "LedgerService/Log.h"

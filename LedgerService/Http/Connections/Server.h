@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "LedgerService/Http/Connections/TlsCertificate.h"
+#include "LedgerService/Http/Connections/TlsFiles.h"
 #include "LedgerService/Http/HttpLimits.h"
 #include "LedgerService/Http/Route.h"
 #include "LedgerService/Mail/MailTransport.h"
@@ -22,9 +22,9 @@ struct ServerOptions {
     std::uint16_t port = 0;   // 0 picks a free one
     int listeningSocket = -1; // one that listens already, of a loopback address, instead of address and port
     std::string databaseFile;
-    std::optional<TlsCertificate::Files> tls; // without it connections are plain
-    bool behindProxy = false;                 // X-Forwarded-For names the client
-    std::vector<std::string> trustedProxies;  // addresses and networks; empty: whoever connects is the proxy
+    std::optional<TlsFiles> tls;             // without it connections are plain
+    bool behindProxy = false;                // X-Forwarded-For names the client
+    std::vector<std::string> trustedProxies; // addresses and networks; empty: whoever connects is the proxy
     ServicePolicy policy;
     MailSettings mail;
     HttpLimits limits;

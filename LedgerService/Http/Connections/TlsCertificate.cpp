@@ -33,7 +33,7 @@ TlsCertificate::Context newContext()
     return context;
 }
 
-std::expected<TlsCertificate::Context, std::string> read(const TlsCertificate::Files& files)
+std::expected<TlsCertificate::Context, std::string> read(const TlsFiles& files)
 {
     auto context = newContext();
     boost::system::error_code failure;
@@ -53,7 +53,7 @@ std::expected<TlsCertificate::Context, std::string> read(const TlsCertificate::F
 
 }
 
-std::expected<std::unique_ptr<TlsCertificate>, std::string> TlsCertificate::create(Files files)
+std::expected<std::unique_ptr<TlsCertificate>, std::string> TlsCertificate::create(TlsFiles files)
 {
     auto context = read(files);
     if (!context)

@@ -8,21 +8,18 @@
 
 #include <boost/asio/ssl/context.hpp>
 
+#include "LedgerService/Http/Connections/TlsFiles.h"
+
 namespace LedgerService {
 
 /// What the service proves to its clients who it is with: a certificate with its key, in force until its files are read
 /// again. Used by several threads.
 class TlsCertificate {
 public:
-    /// Both in PEM. The certificate comes first in its file, then those that lead to a known authority.
-    struct Files {
-        std::string certificate;
-        std::string key;
-    };
     using Context = std::shared_ptr<boost::asio::ssl::context>;
 
     /// Reads the files, or says in words what is wrong with them.
-    static std::expected<std::unique_ptr<TlsCertificate>, std::string> create(Files files);
+    static std::expected<std::unique_ptr<TlsCertificate>, std::string> create(TlsFiles files);
 
     /// Reads the files anew for the connections to come; those that are open keep what they have. When something is
     /// wrong with the files, everything stays as it was, and the words for it come back.
@@ -32,9 +29,9 @@ public:
     [[nodiscard]] Context current() const;
 
 private:
-    TlsCertificate(Files files, Context context) : m_files(std::move(files)), m_current(std::move(context)) {}
+    TlsCertificate(TlsFiles files, Context context) : m_files(std::move(files)), m_current(std::move(context)) {}
 
-    Files m_files;
+    TlsFiles m_files;
     mutable std::mutex m_guard;
     Context m_current;
 };
