@@ -82,3 +82,17 @@ function(tallyfold_tests name)
         PROPERTIES TIMEOUT 300 ENVIRONMENT
             "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
+
+# tallyfold_fuzzer(NAME SEED file LINK libs... [SOURCES product sources to watch]): a libFuzzer program of this folder, with a
+# short bounded run in ctest.
+function(tallyfold_fuzzer name)
+    cmake_parse_arguments(arg "" "SEED" "SOURCES;LINK" ${ARGN})
+    list(TRANSFORM arg_SOURCES PREPEND ${PROJECT_SOURCE_DIR}/)
+    add_executable(${name} ${name}.cpp ${arg_SOURCES})
+    target_compile_options(${name} PRIVATE -fsanitize=fuzzer)
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    target_link_libraries(${name} PRIVATE TallyfoldFlags ${arg_LINK})
+    add_test(NAME ${name} COMMAND ${name} -runs=20000 -seed=1 -max_len=4096 -verbosity=0
+        -seed_inputs=${CMAKE_CURRENT_SOURCE_DIR}/${arg_SEED} -artifact_prefix=${CMAKE_CURRENT_BINARY_DIR}/)
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300 ENVIRONMENT "UBSAN_OPTIONS=print_stacktrace=1")
+endfunction()

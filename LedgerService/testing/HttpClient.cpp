@@ -136,6 +136,12 @@ void HttpClient::write(std::string_view bytes)
     m_socket->on([&](auto& stream) { return asio::write(stream, asio::buffer(bytes.data(), bytes.size()), left); });
 }
 
+void HttpClient::finishSending()
+{
+    boost::system::error_code left;
+    m_socket->socket.shutdown(asio::ip::tcp::socket::shutdown_send, left);
+}
+
 HttpAnswer HttpClient::read()
 {
     http::response_parser<http::string_body> parser;

@@ -50,6 +50,9 @@ public:
     /// Sends bytes without waiting for anything.
     void write(std::string_view bytes);
 
+    /// Tells the service that nothing more comes; answers may be read as before.
+    void finishSending();
+
     /// Whether the service closes this connection before it answers anything; waits for it.
     bool isClosedByService();
 

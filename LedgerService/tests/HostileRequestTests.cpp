@@ -1,0 +1,62 @@
+#include <cstdlib>
+#include <map>
+
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerService/testing/RandomRequests.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace LedgerService {
+
+namespace {
+
+/// TALLYFOLD_HOSTILE_REQUESTS asks for more of them, TALLYFOLD_HOSTILE_SEED for others.
+std::uint32_t numberFrom(const char* variable, std::uint32_t usual)
+{
+    const char* const text = std::getenv(variable);
+    return text ? static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10)) : usual;
+}
+
+bool isFailure(int status)
+{
+    return status >= 500 && status != 501 && status != 503;
+}
+
+}
+
+TEST(HostileRequests, AreAnsweredOrEndedAndLeaveTheServiceWhole)
+{
+    TestService service{[](ServerOptions& options) {
+        options.limits.header = std::chrono::milliseconds{500};
+        options.limits.body = std::chrono::milliseconds{500};
+    }};
+    const auto seed = numberFrom("TALLYFOLD_HOSTILE_SEED", 20'261'122);
+    const auto count = numberFrom("TALLYFOLD_HOSTILE_REQUESTS", 700);
+    RandomRequests requests{seed, {service.tokenOf("mira"), service.tokenOf("guest"), service.tokenOf("gone")}};
+    std::map<int, std::uint32_t> answers;
+    for (std::uint32_t number = 0; number < count; ++number) {
+        const auto bytes = requests.next();
+        auto client = service.client();
+        client.write(bytes);
+        client.finishSending();
+        const auto answer = client.sendRaw("");
+        ++answers[answer.status];
+        ASSERT_FALSE(isFailure(answer.status))
+            << "seed " << seed << ", request " << number << ": " << bytes.substr(0, 400) << "\n"
+            << answer.body;
+        if (answer.status >= 400 && !answer.body.empty())
+            EXPECT_FALSE(answer.code().empty()) << bytes.substr(0, 400) << "\n" << answer.body;
+        if (number % 100 == 0)
+            ASSERT_EQ(service.client().send("GET", "/health/ready").status, 200) << number;
+    }
+    std::string told;
+    for (const auto& [status, times] : answers)
+        told += fmt::format("{}: {}, ", status, times);
+    for (const int status : {0, 200, 400, 401, 403, 404, 405, 431, 501})
+        EXPECT_GT(answers[status], 0U) << "the requests reach less than they should: " << told;
+    EXPECT_EQ(service.problems(), "");
+    EXPECT_EQ(service.as("mira", "GET", "/v1/snapshot").status, 200);
+}
+
+}
