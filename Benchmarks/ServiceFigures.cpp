@@ -2,6 +2,7 @@
 #include <array>
 #include <filesystem>
 #include <iostream>
+#include <list>
 #include <optional>
 #include <stdexcept>
 #include <thread>
@@ -30,6 +31,8 @@ using namespace LedgerService;
 namespace {
 
 constexpr std::array<std::size_t, 4> crowds{1, 4, 8, 64};
+constexpr std::size_t slowReaders = 500; // of the 512 that the service takes
+constexpr std::size_t readersOfAnAddress = 100;
 
 struct Options {
     std::string program;
@@ -237,6 +240,30 @@ void measureSnapshot(const Options& options, const std::string& databaseFile, co
     fmt::print("bytes of the whole {}, of what is new {}\n", whole.body.size(), delta.body.size());
 }
 
+/// What the service holds while almost as many clients as it takes ask for a snapshot and read nothing of it.
+void measureSlowReaders(const ServiceProcess& service, const SignedIn& signedIn)
+{
+    const auto before = service.memory();
+    const auto ask =
+        fmt::format("GET /v1/snapshot HTTP/1.1\r\nHost: l\r\nAuthorization: Bearer {}\r\n\r\n", signedIn.token);
+    std::list<HttpClient> readers;
+    Samples others;
+    for (std::size_t number = 0; number < slowReaders; ++number) {
+        const auto address = fmt::format("127.0.0.{}", 2 + number / readersOfAnAddress);
+        readers.emplace_back(service.port(), address).write(ask);
+        if (number % readersOfAnAddress == 0)
+            others.time([&] { HttpClient{service.port()}.send("GET", "/health/ready"); });
+    }
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds{3};
+    while (std::chrono::steady_clock::now() < end)
+        others.time([&] { HttpClient{service.port()}.send("GET", "/v1/me/companies", signedIn.token); });
+    const auto during = service.memory();
+    fmt::print("{} clients that ask for the snapshot and do not read:\n", slowReaders);
+    fmt::print("{:<44} {:>7} MiB  {} MiB before, {} MiB at most\n", "memory of the service", during.now >> 20U,
+               before.now >> 20U, during.most >> 20U);
+    others.print("  others are answered meanwhile");
+}
+
 void measure(const Options& options)
 {
     const auto folder = std::filesystem::path{options.folder};
@@ -245,6 +272,7 @@ void measure(const Options& options)
     const ServiceProcess service{options.program, file};
     const auto signedIn = signIn(service.port());
     measureSnapshot(options, file, service, signedIn);
+    measureSlowReaders(service, signedIn);
     measurePosting(options, (folder / "bare.sqlite").string(), service, signedIn);
 }
 

@@ -4,6 +4,8 @@
 #include <charconv>
 #include <csignal>
 #include <ctime>
+#include <fstream>
+#include <string>
 #include <string_view>
 
 #include <fcntl.h>
@@ -77,6 +79,20 @@ std::chrono::nanoseconds ServiceProcess::processorTime() const
     timespec time{};
     require(clock_getcpuclockid(m_process, &clock) == 0 && clock_gettime(clock, &time) == 0, "the process is there");
     return std::chrono::seconds{time.tv_sec} + std::chrono::nanoseconds{time.tv_nsec};
+}
+
+ServiceProcess::Memory ServiceProcess::memory() const
+{
+    constexpr std::uint64_t kibibyte = 1024;
+    std::ifstream status{"/proc/" + std::to_string(m_process) + "/status"};
+    Memory memory;
+    for (std::string name; status >> name;) {
+        if (name == "VmRSS:")
+            status >> memory.now;
+        else if (name == "VmHWM:")
+            status >> memory.most;
+    }
+    return {memory.now * kibibyte, memory.most * kibibyte};
 }
 
 int ServiceProcess::stop()

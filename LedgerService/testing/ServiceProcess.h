@@ -27,6 +27,13 @@ public:
     /// What all its threads have computed so far, however long they waited.
     [[nodiscard]] std::chrono::nanoseconds processorTime() const;
 
+    /// The memory that it holds now, and the most that it has held, in bytes.
+    struct Memory {
+        std::uint64_t now = 0;
+        std::uint64_t most = 0;
+    };
+    [[nodiscard]] Memory memory() const;
+
     /// Asks it to end and gives its exit code, or -1 when it did not exit by itself.
     int stop();
 
