@@ -19,8 +19,7 @@
 #include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
-#include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
-#include "LedgerService/Storage/Rows/Sections/DividendRepository.h"
+#include "LedgerService/Storage/Rows/Sections/KnownSections.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
@@ -33,7 +32,7 @@ using Kind = SnapshotAnswer::Kind;
 constexpr std::int64_t mostChangesOfDelta = 2'000;
 
 /// Everything of a snapshot but its entries and receipts.
-LedgerSnapshot smallParts(Connection& connection, std::string_view companyID, Member reader)
+LedgerSnapshot smallParts(Connection& connection, KnownSections& sections, std::string_view companyID, Member reader)
 {
     LedgerSnapshot snapshot;
     auto company = CompanyRepository::find(connection, companyID);
@@ -46,9 +45,9 @@ LedgerSnapshot smallParts(Connection& connection, std::string_view companyID, Me
     snapshot.categories = CategoryRepository::all(connection, companyID);
     snapshot.financialSettings = CompanyRepository::settings(connection, companyID);
     if (MemberRights::canSeeDividends(reader))
-        snapshot.dividends = DividendRepository::state(connection, companyID);
+        snapshot.dividends = *sections.dividends.committed(connection, companyID);
     if (MemberRights::canSeeCapital(reader))
-        snapshot.capital = CapitalRepository::state(connection, companyID);
+        snapshot.capital = *sections.capital.committed(connection, companyID);
     snapshot.currentMember = std::move(reader);
     return snapshot;
 }
@@ -157,7 +156,7 @@ std::optional<SnapshotAnswer> SnapshotReader::answer(Database& database, std::st
     if (std::ranges::find(asked.held, tag) != asked.held.end())
         return SnapshotAnswer{.kind = Kind::unchanged, .tag = std::move(tag), .base = {}, .text = {}, .more = {}};
     const auto base = asked.delta ? baseOf(*loan, companyID, *reader, *state, asked) : std::nullopt;
-    const auto small = smallParts(*loan, companyID, *std::move(reader));
+    const auto small = smallParts(*loan, database.sections(), companyID, *std::move(reader));
     auto scope = scopeOf(*loan, companyID, *state, small);
     Frame frame{small};
     auto answer = base ? deltaOf(*loan, scope, *base, frame) : wholeOf(database, std::move(scope), std::move(frame));

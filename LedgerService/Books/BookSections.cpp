@@ -64,7 +64,7 @@ CapitalRows Books::rowsOf(const CapitalCommand& command, const BookAct& act) con
     const auto* const undone = find(state.contributions, command.contributionID);
     auto rows = sectionRows(act, command.accountID, undone ? std::optional{undone->transactionID} : std::nullopt,
                             command.attachmentIDs);
-    return {.rows = std::move(rows), .state = std::move(state)};
+    return {.rows = std::move(rows), .state = std::make_shared<const CapitalState>(std::move(state))};
 }
 
 DividendRows Books::rowsOf(const DividendCommand& command, const BookAct& act) const
@@ -73,7 +73,9 @@ DividendRows Books::rowsOf(const DividendCommand& command, const BookAct& act) c
     const auto* const undone = find(state.movements, command.movementID);
     auto rows =
         sectionRows(act, command.accountID, undone ? undone->transactionID : std::nullopt, command.attachmentIDs);
-    return {.rows = std::move(rows), .state = std::move(state), .capital = CapitalHistory::stateAfter(capitalChanges)};
+    return {.rows = std::move(rows),
+            .state = std::make_shared<const DividendState>(std::move(state)),
+            .capital = std::make_shared<const CapitalState>(CapitalHistory::stateAfter(capitalChanges))};
 }
 
 std::expected<void, Refusal> Books::submit(const CapitalCommand& command, const BookAct& act)

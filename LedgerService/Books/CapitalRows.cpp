@@ -34,7 +34,7 @@ LedgerTransaction entryOf(const CapitalCommand& command, const CapitalContributi
 
 CapitalContext CapitalRows::context() const
 {
-    return {.state = state,
+    return {.state = *state,
             .member = rows.member,
             .members = rows.members,
             .accounts = rows.accounts,
@@ -59,7 +59,7 @@ std::expected<CapitalDecision, Refusal> decide(const CapitalCommand& command, co
         if (auto refusal = SectionBooking::whyNotOn(command.date, rows.rows))
             return std::unexpected(*std::move(refusal));
     }
-    CapitalDecision decision{.change = CapitalHistory::changeFor(command, rows.state, rows.rows.stamp()),
+    CapitalDecision decision{.change = CapitalHistory::changeFor(command, *rows.state, rows.rows.stamp()),
                              .entry = std::nullopt};
     if (const auto* const contribution = std::get_if<CapitalContribution>(&decision.change.made)) {
         auto entry = SectionBooking::book(entryOf(command, *contribution, rows.rows), rows.rows);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <expected>
+#include <memory>
 #include <optional>
 
 #include "LedgerCore/Domain/Capital/CapitalHistory.h"
@@ -12,7 +13,7 @@ namespace LedgerService {
 /// The rows that a capital command looks at.
 struct CapitalRows {
     SectionRows rows;
-    CapitalState state;
+    std::shared_ptr<const CapitalState> state;
 
     /// As the rules look at them; a view of these rows.
     [[nodiscard]] CapitalContext context() const;

@@ -36,7 +36,7 @@ LedgerTransaction entryOf(const DividendCommand& command, const DividendMovement
         entry.attachmentIDs = command.attachmentIDs.value_or(std::vector<std::string>{});
     }
     entry.distributionKind = movement.kind;
-    entry.participantName = nameOf(movement.participantID, rows.state);
+    entry.participantName = nameOf(movement.participantID, *rows.state);
     entry.dividendMovementID = movement.id;
     return entry;
 }
@@ -45,13 +45,13 @@ LedgerTransaction entryOf(const DividendCommand& command, const DividendMovement
 
 DividendContext DividendRows::context() const
 {
-    return {.state = state,
+    return {.state = *state,
             .member = rows.member,
             .members = rows.members,
             .accounts = rows.accounts,
             .dividendsEnabled = !rows.settings || rows.settings->dividendsEnabled,
             .movementAccountID = rows.originalAccountID(),
-            .capital = capital ? &*capital : nullptr};
+            .capital = capital.get()};
 }
 
 std::optional<Refusal> whyNotShaped(const DividendCommand& command)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <expected>
+#include <memory>
 #include <optional>
 
 #include "LedgerCore/Domain/Dividends/DividendHistory.h"
@@ -12,8 +13,8 @@ namespace LedgerService {
 /// The rows that a dividend command looks at.
 struct DividendRows {
     SectionRows rows;
-    DividendState state;
-    std::optional<CapitalState> capital; // for a "fillFromOwnership"
+    std::shared_ptr<const DividendState> state;
+    std::shared_ptr<const CapitalState> capital; // for a "fillFromOwnership"
 
     /// As the rules look at them; a view of these rows.
     [[nodiscard]] DividendContext context() const;

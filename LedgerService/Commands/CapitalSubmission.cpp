@@ -1,33 +1,68 @@
 #include "LedgerService/Commands/CapitalSubmission.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "LedgerService/Books/CapitalRows.h"
 #include "LedgerService/Commands/NamedRows.h"
+#include "LedgerService/Commands/SectionTelling.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
+#include "LedgerService/Storage/Rows/Sections/KnownSections.h"
 
 namespace LedgerService {
 
 namespace {
 
+using SectionTelling::find;
+
 std::optional<std::string> entryOf(const std::optional<std::string>& contributionID, const CapitalState& state)
 {
-    const auto found = std::ranges::find_if(state.contributions,
-                                            [&](const CapitalContribution& each) { return each.id == contributionID; });
-    return found == state.contributions.end() ? std::nullopt : std::optional{found->transactionID};
+    const auto* const contribution = contributionID ? find(state.contributions, *contributionID) : nullptr;
+    return contribution ? std::optional{contribution->transactionID} : std::nullopt;
 }
+
+/// Tells how what a change is made to stood before, and how it stands now. What is only added is told by the command.
+struct Telling {
+    const CommandAct& act;
+    const CapitalState& before;
+
+    void operator()(const CapitalParticipant& made) const
+    {
+        act.note.record = made.id;
+        if (const auto* const known = find(before.participants, made.id))
+            act.tell(*known, made);
+    }
+    void operator()(const CapitalContribution& made) const
+    {
+        act.note.record = made.reversalOf.value_or(made.id);
+        if (made.reversalOf)
+            SectionTelling::reversed(act, *find(before.contributions, *made.reversalOf), made.id);
+    }
+    void operator()(const CapitalBaseline& made) const
+    {
+        act.note.record = made.id;
+        if (const auto* const replaced = made.replacesID ? find(before.baselines, *made.replacesID) : nullptr)
+            act.tell(*replaced, made);
+    }
+    void operator()(const CapitalOwnershipVersion& made) const
+    {
+        act.note.record = made.id;
+        if (!before.ownershipVersions.empty())
+            act.tell(before.ownershipVersions.back(), made);
+    }
+    void operator()(const SidebarVisibility& made) const
+    {
+        SectionTelling::shown(act, before.showInSidebar, made.shown);
+    }
+};
 
 }
 
 std::expected<void, Refusal> CapitalSubmission::submit(const CommandAct& act, const CapitalCommand& command)
 {
-    auto state = CapitalRepository::state(act.connection, act.companyID);
-    const auto originalEntryID = entryOf(command.contributionID, state);
-    const CapitalRows rows{.rows =
-                               NamedRows::sectionRows(act, command.accountID, originalEntryID, command.attachmentIDs),
-                           .state = std::move(state)};
+    CapitalRows rows{.rows = {}, .state = act.sections.capital.underWay(act.connection, act.companyID)};
+    rows.rows = NamedRows::sectionRows(act, command.accountID, entryOf(command.contributionID, *rows.state),
+                                       command.attachmentIDs);
     auto decision = decide(command, rows);
     if (!decision)
         return std::unexpected(std::move(decision.error()));
@@ -36,6 +71,7 @@ std::expected<void, Refusal> CapitalSubmission::submit(const CommandAct& act, co
     else
         CompanyHistory::advance(act.connection, act.companyID);
     CapitalRepository::append(act.connection, act.companyID, decision->change);
+    std::visit(Telling{act, *rows.state}, decision->change.made);
     return {};
 }
 

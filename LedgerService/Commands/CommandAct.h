@@ -9,6 +9,7 @@
 namespace LedgerService {
 
 class Connection;
+struct KnownSections;
 
 /// Who carries a command out, where and when. Commands expect a writing transaction; with a refusal nothing was
 /// written.
@@ -19,6 +20,7 @@ struct CommandAct {
     const std::string& today; // the company's day
     const std::string& now;   // stamp
     CommandNote& note;        // what the command tells of itself
+    const KnownSections& sections;
 
     /// Tells how a record stood and how it stands now.
     template <class Record>

@@ -58,6 +58,10 @@ std::expected<ReceiptCommands::Linked, Refusal> ReceiptCommands::link(const Act&
     if (const auto refused = ReceiptRules::whyNotLink(*entry, act.member, attachmentIDs, known(act, attachmentIDs)))
         return std::unexpected(BookRefusal::of(*refused));
     EntryRepository::linkReceipts(act.connection, act.companyID, entryID, attachmentIDs);
+    AttachmentLink linked{entry->attachmentIDs};
+    const auto before = linked;
+    linked.attachmentIDs.insert(linked.attachmentIDs.end(), attachmentIDs.begin(), attachmentIDs.end());
+    act.tell(before, linked);
     return Linked::now;
 }
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "LedgerService/Storage/Rows/Entries/FragmentUpkeep.h"
+#include "LedgerService/Storage/Rows/Sections/KnownSections.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
@@ -21,7 +22,9 @@ constexpr std::chrono::milliseconds longestHold{100};
 
 }
 
-Database::Database(std::string file) : m_file(std::move(file)), m_gate(std::make_shared<ReadGate>()), m_longLog(longLog)
+Database::Database(std::string file)
+    : m_file(std::move(file)), m_gate(std::make_shared<ReadGate>()), m_longLog(longLog),
+      m_sections(std::make_unique<KnownSections>())
 {
 }
 

@@ -14,6 +14,7 @@ namespace LedgerService {
 
 class Connection;
 class ReadGate;
+struct KnownSections;
 
 /// The service's database: its connections, one lent to each request at a time. Shared by all threads.
 class Database {
@@ -39,6 +40,9 @@ public:
         std::unique_ptr<Connection> m_connection;
     };
     [[nodiscard]] Loan borrow();
+
+    /// What is known of the sections of companies, by all that this process reads of them.
+    [[nodiscard]] KnownSections& sections() { return *m_sections; }
 
     /// The right to write. When it is given back, the log that the file's changes are written to begins anew if it has
     /// grown long.
@@ -67,6 +71,7 @@ private:
     std::shared_ptr<ReadGate> m_gate;
     std::unique_ptr<Connection> m_keeper; // whoever writes has it; made when it is needed
     std::uintmax_t m_longLog;             // bytes
+    std::unique_ptr<KnownSections> m_sections;
     TurnQueue m_writing;
     std::mutex m_guard;
     std::vector<std::unique_ptr<Connection>> m_idle;

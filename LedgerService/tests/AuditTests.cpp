@@ -13,6 +13,7 @@
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/SampleReceipts.h"
+#include "LedgerService/testing/SampleSections.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
@@ -150,6 +151,7 @@ TEST_F(Audited, ReversalsReceiptsAndSignInsLeaveTheirs)
                                 receipt.id));
     const auto body = service.as("mira", "GET", "/v1/audit?limit=3").body;
     EXPECT_NE(body.find(R"("after":{"attachmentIDs":[)"), std::string::npos) << body;
+    EXPECT_NE(body.find(R"("before":{"attachmentIDs":[]})"), std::string::npos) << body;
     EXPECT_EQ(body.find(TestService::password), std::string::npos);
     EXPECT_EQ(service.problems(), "");
 }
@@ -164,6 +166,8 @@ TEST_F(Audited, ChangesTellHowARecordStoodBefore)
         std::string after;
     };
     const std::array cases{
+        Case{"PATCH", "/v1/me/category-preferences", R"({"categoryID":"rent","selected":true})", R"("selected":false)",
+             R"("selected":true)"},
         Case{"PATCH", "/v1/members/rudi", R"({"role":"finance"})", R"("role":"employee")", R"("role":"finance")"},
         Case{"PATCH", "/v1/accounts/bank", R"({"name":"Bank Dua"})", R"("name":"bank")", R"("name":"Bank Dua")"},
         Case{"PATCH", "/v1/categories/rent", R"({"archived":true})", R"("archived":false)", R"("archived":true)"},
@@ -180,6 +184,47 @@ TEST_F(Audited, ChangesTellHowARecordStoodBefore)
         EXPECT_LT(told.find(each.before, told.find(R"("before":)")), after) << told;
         EXPECT_NE(told.find(each.after, after), std::string::npos) << told;
     }
+}
+
+TEST(AuditOfSections, TellsHowWhatAChangeIsMadeToStoodBefore)
+{
+    using namespace SampleSections;
+    SectionService service;
+    service.write(
+        [](Connection& connection) { connection.execute("UPDATE members SET role = 'owner' WHERE id = 'mira'"); });
+    const auto last = [&] { return service.as("mira", "GET", "/v1/audit?limit=1").body; };
+    const auto told = [&](std::string_view record, std::string_view before, std::string_view after) {
+        const auto text = last();
+        const auto middle = text.find(R"("after":)");
+        const auto start = text.find(R"("before":)");
+        EXPECT_NE(text.find(record), std::string::npos) << text;
+        EXPECT_TRUE(start < middle && middle != std::string::npos) << text;
+        EXPECT_LT(text.find(before, start), middle) << text;
+        EXPECT_NE(text.find(after, middle), std::string::npos) << text;
+    };
+    const auto ann = service.added(participant("Ann", 10'000));
+    EXPECT_EQ(last().find(R"("before":)"), std::string::npos) << "nothing stood there";
+    auto rename = participant("Anna", 10'000);
+    rename.participantID = ann;
+    EXPECT_EQ(service.submit("mira", rename).status, 200);
+    told(ann, R"("name":"Ann")", R"("name":"Anna")");
+    const auto batch = service.added(allocation(1'000, {{ann, 10'000}}));
+    auto cancel = dividend(DividendAction::cancelBatch);
+    cancel.batchID = batch;
+    EXPECT_EQ(service.submit("mira", cancel).status, 200);
+    told(batch, R"("cancelled":false)", R"("cancelled":true)");
+    auto hide = dividend(DividendAction::setVisibility);
+    hide.showInSidebar = false;
+    EXPECT_EQ(service.submit("mira", hide).status, 200);
+    told("", R"("showInSidebar":true)", R"("showInSidebar":false)");
+    const auto dewi = service.added(owner("Dewi"));
+    const auto paid = service.added(contribution(dewi, 5'000));
+    auto undo = capital(CapitalAction::reverse);
+    undo.contributionID = paid;
+    EXPECT_EQ(service.submit("mira", undo).status, 200);
+    const auto page = service.as("mira", "GET", "/v1/audit?limit=2").body;
+    EXPECT_NE(page.find(paid), std::string::npos) << page;
+    EXPECT_NE(page.find(R"("reversedBy":)"), std::string::npos) << page;
 }
 
 TEST_F(Audited, PasswordsAndTheOperatorsDecisionsLeaveTheirs)

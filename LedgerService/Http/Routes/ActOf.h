@@ -2,6 +2,7 @@
 
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Http/Route.h"
+#include "LedgerService/Storage/Database.h"
 
 namespace LedgerService {
 
@@ -13,7 +14,8 @@ inline CommandAct actOf(const MemberCall& call)
             .member = call.member,
             .today = call.today,
             .now = call.now,
-            .note = call.note};
+            .note = call.note,
+            .sections = call.service.database.sections()};
 }
 
 }

@@ -66,10 +66,14 @@ std::optional<Refusal> Members::select(const CommandAct& act, const CategorySele
     auto& selected = member.selectedCategoryIDs;
     if (!selected)
         selected.emplace();
+    const CategorySelection before{selection.categoryID,
+                                   std::ranges::find(*selected, selection.categoryID) != selected->end()};
     std::erase(*selected, selection.categoryID);
     if (selection.selected)
         selected->push_back(selection.categoryID);
     MemberRepository::write(act.connection, act.companyID, member);
+    act.note.record = selection.categoryID;
+    act.tell(before, selection);
     return std::nullopt;
 }
 

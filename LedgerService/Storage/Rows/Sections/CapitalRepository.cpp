@@ -36,12 +36,18 @@ constexpr Columns ownershipColumns{revisionOf<CapitalOwnershipVersion>(), of("id
 
 constexpr Columns visibilityColumns{revisionOf<SidebarVisibility>(), of("shown", &SidebarVisibility::shown)};
 
-const auto selectChanges = changeColumns.select("FROM capital_changes WHERE company_id = :company ORDER BY revision");
-const auto selectParticipants = participantColumns.select("FROM capital_participants WHERE company_id = :company");
-const auto selectContributions = contributionColumns.select("FROM capital_contributions WHERE company_id = :company");
-const auto selectBaselines = baselineColumns.select("FROM capital_baselines WHERE company_id = :company");
-const auto selectOwnership = ownershipColumns.select("FROM capital_ownership_versions WHERE company_id = :company");
-const auto selectVisibility = visibilityColumns.select("FROM capital_visibility WHERE company_id = :company");
+const auto selectChanges = changeColumns.select(
+    "FROM capital_changes WHERE company_id = :company AND revision >= :revision ORDER BY revision");
+const auto selectParticipants =
+    participantColumns.select("FROM capital_participants WHERE company_id = :company AND revision >= :revision");
+const auto selectContributions =
+    contributionColumns.select("FROM capital_contributions WHERE company_id = :company AND revision >= :revision");
+const auto selectBaselines =
+    baselineColumns.select("FROM capital_baselines WHERE company_id = :company AND revision >= :revision");
+const auto selectOwnership =
+    ownershipColumns.select("FROM capital_ownership_versions WHERE company_id = :company AND revision >= :revision");
+const auto selectVisibility =
+    visibilityColumns.select("FROM capital_visibility WHERE company_id = :company AND revision >= :revision");
 
 const auto insertChange = changeColumns.insert("capital_changes", {{"company_id", ":company"}});
 const auto insertParticipant = participantColumns.insert("capital_participants", {{"company_id", ":company"}});
@@ -63,15 +69,25 @@ struct Insertion : SectionRecords::Writer {
 
 std::vector<CapitalChange> CapitalRepository::changes(Connection& connection, std::string_view companyID)
 {
+    return changesFrom(connection, companyID, 0);
+}
+
+std::vector<CapitalChange> CapitalRepository::changesFrom(Connection& connection, std::string_view companyID,
+                                                          int revision)
+{
     Query query{connection, selectChanges};
-    auto changes = recordsOf<CapitalChange>(query.bind("company", companyID), changeColumns);
+    auto changes = recordsOf<CapitalChange>(query.bind("company", companyID).bind("revision", revision), changeColumns);
     if (changes.empty())
         return changes;
-    SectionRecords::read<CapitalParticipant>(connection, companyID, selectParticipants, participantColumns, changes);
-    SectionRecords::read<CapitalContribution>(connection, companyID, selectContributions, contributionColumns, changes);
-    SectionRecords::read<CapitalBaseline>(connection, companyID, selectBaselines, baselineColumns, changes);
-    SectionRecords::read<CapitalOwnershipVersion>(connection, companyID, selectOwnership, ownershipColumns, changes);
-    SectionRecords::read<SidebarVisibility>(connection, companyID, selectVisibility, visibilityColumns, changes);
+    SectionRecords::read<CapitalParticipant>({connection, companyID, revision}, selectParticipants, participantColumns,
+                                             changes);
+    SectionRecords::read<CapitalContribution>({connection, companyID, revision}, selectContributions,
+                                              contributionColumns, changes);
+    SectionRecords::read<CapitalBaseline>({connection, companyID, revision}, selectBaselines, baselineColumns, changes);
+    SectionRecords::read<CapitalOwnershipVersion>({connection, companyID, revision}, selectOwnership, ownershipColumns,
+                                                  changes);
+    SectionRecords::read<SidebarVisibility>({connection, companyID, revision}, selectVisibility, visibilityColumns,
+                                            changes);
     return changes;
 }
 

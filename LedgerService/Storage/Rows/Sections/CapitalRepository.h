@@ -15,6 +15,9 @@ namespace CapitalRepository {
 /// Every change in the order of revisions. Throws when a record belongs to none.
 std::vector<CapitalChange> changes(Connection& connection, std::string_view companyID);
 
+/// The same, from this revision on.
+std::vector<CapitalChange> changesFrom(Connection& connection, std::string_view companyID, int revision);
+
 /// The section as its changes made it.
 CapitalState state(Connection& connection, std::string_view companyID);
 

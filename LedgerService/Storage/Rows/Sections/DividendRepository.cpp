@@ -42,13 +42,18 @@ constexpr Columns movementColumns{revisionOf<DividendMovement>(),
 
 constexpr Columns visibilityColumns{revisionOf<SidebarVisibility>(), of("shown", &SidebarVisibility::shown)};
 
-const auto selectChanges = changeColumns.select("FROM dividend_changes WHERE company_id = :company ORDER BY revision");
-const auto selectParticipants =
-    participantColumns.select("FROM dividend_participants WHERE company_id = :company ORDER BY revision, position");
-const auto selectBatches = batchColumns.select("FROM dividend_batches WHERE company_id = :company");
-const auto selectCancellations = cancellationColumns.select("FROM dividend_cancellations WHERE company_id = :company");
-const auto selectMovements = movementColumns.select("FROM dividend_movements WHERE company_id = :company");
-const auto selectVisibility = visibilityColumns.select("FROM dividend_visibility WHERE company_id = :company");
+const auto selectChanges = changeColumns.select(
+    "FROM dividend_changes WHERE company_id = :company AND revision >= :revision ORDER BY revision");
+const auto selectParticipants = participantColumns.select(
+    "FROM dividend_participants WHERE company_id = :company AND revision >= :revision ORDER BY revision, position");
+const auto selectBatches =
+    batchColumns.select("FROM dividend_batches WHERE company_id = :company AND revision >= :revision");
+const auto selectCancellations =
+    cancellationColumns.select("FROM dividend_cancellations WHERE company_id = :company AND revision >= :revision");
+const auto selectMovements =
+    movementColumns.select("FROM dividend_movements WHERE company_id = :company AND revision >= :revision");
+const auto selectVisibility =
+    visibilityColumns.select("FROM dividend_visibility WHERE company_id = :company AND revision >= :revision");
 
 const auto insertChange = changeColumns.insert("dividend_changes", {{"company_id", ":company"}});
 const auto insertParticipant =
@@ -74,10 +79,10 @@ struct Insertion : SectionRecords::Writer {
     void operator()(const SidebarVisibility& made) const { write(insertVisibility, visibilityColumns, made); }
 };
 
-void readParticipants(Connection& connection, std::string_view companyID, std::vector<DividendChange>& changes)
+void readParticipants(const SectionRecords::Range& range, std::vector<DividendChange>& changes)
 {
-    Query query{connection, selectParticipants};
-    SectionRecords::eachRecord<DividendParticipant>(query.bind("company", companyID), participantColumns, changes,
+    Query query{range.connection, selectParticipants};
+    SectionRecords::eachRecord<DividendParticipant>(range.bind(query), participantColumns, changes,
                                                     [](DividendChange& change, const DividendParticipant& record) {
                                                         if (auto* const made = std::get_if<Participants>(&change.made))
                                                             made->push_back(record);
@@ -88,16 +93,25 @@ void readParticipants(Connection& connection, std::string_view companyID, std::v
 
 std::vector<DividendChange> DividendRepository::changes(Connection& connection, std::string_view companyID)
 {
+    return changesFrom(connection, companyID, 0);
+}
+
+std::vector<DividendChange> DividendRepository::changesFrom(Connection& connection, std::string_view companyID,
+                                                            int revision)
+{
     Query query{connection, selectChanges};
-    auto changes = recordsOf<DividendChange>(query.bind("company", companyID), changeColumns);
+    auto changes =
+        recordsOf<DividendChange>(query.bind("company", companyID).bind("revision", revision), changeColumns);
     if (changes.empty())
         return changes;
-    readParticipants(connection, companyID, changes);
-    SectionRecords::read<DividendBatch>(connection, companyID, selectBatches, batchColumns, changes);
-    SectionRecords::read<DividendCancellation>(connection, companyID, selectCancellations, cancellationColumns,
-                                               changes);
-    SectionRecords::read<DividendMovement>(connection, companyID, selectMovements, movementColumns, changes);
-    SectionRecords::read<SidebarVisibility>(connection, companyID, selectVisibility, visibilityColumns, changes);
+    readParticipants({connection, companyID, revision}, changes);
+    SectionRecords::read<DividendBatch>({connection, companyID, revision}, selectBatches, batchColumns, changes);
+    SectionRecords::read<DividendCancellation>({connection, companyID, revision}, selectCancellations,
+                                               cancellationColumns, changes);
+    SectionRecords::read<DividendMovement>({connection, companyID, revision}, selectMovements, movementColumns,
+                                           changes);
+    SectionRecords::read<SidebarVisibility>({connection, companyID, revision}, selectVisibility, visibilityColumns,
+                                            changes);
     return changes;
 }
 

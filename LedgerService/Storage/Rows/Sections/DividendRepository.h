@@ -15,6 +15,9 @@ namespace DividendRepository {
 /// Every change in the order of revisions. Throws when a record belongs to none.
 std::vector<DividendChange> changes(Connection& connection, std::string_view companyID);
 
+/// The same, from this revision on.
+std::vector<DividendChange> changesFrom(Connection& connection, std::string_view companyID, int revision);
+
 /// The section as its changes made it.
 DividendState state(Connection& connection, std::string_view companyID);
 

@@ -64,13 +64,21 @@ void eachRecord(Query& query, const List& list, std::vector<Change>& changes, co
     }
 }
 
-/// Puts each record that the company has by this statement to its change.
+/// The changes of a company's section from a revision on.
+struct Range {
+    Connection& connection;
+    std::string_view companyID;
+    int revision;
+
+    Query& bind(Query& query) const { return query.bind("company", companyID).bind("revision", revision); }
+};
+
+/// Puts each record that the range has by this statement to its change.
 template <class Record, class List, class Change>
-void read(Connection& connection, std::string_view companyID, const std::string& statement, const List& list,
-          std::vector<Change>& changes)
+void read(const Range& range, const std::string& statement, const List& list, std::vector<Change>& changes)
 {
-    Query query{connection, statement};
-    eachRecord<Record>(query.bind("company", companyID), list, changes,
+    Query query{range.connection, statement};
+    eachRecord<Record>(range.bind(query), list, changes,
                        [](Change& change, const Record& record) { change.made = record; });
 }
 
