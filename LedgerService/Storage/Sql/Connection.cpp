@@ -111,10 +111,8 @@ void Connection::attach(const std::string& file, std::string_view name)
 
 std::int64_t Connection::rowsChanged()
 {
-    std::int64_t count = 0;
-    Query query{*this, "SELECT total_changes()"};
-    query.into(count).next();
-    return count;
+    const auto* const backend = static_cast<soci::sqlite3_session_backend*>(m_state->session.get_backend());
+    return sqlite_api::sqlite3_total_changes64(backend->conn_);
 }
 
 void Connection::execute(const std::string& statement)

@@ -1,6 +1,7 @@
 #include "LedgerService/Storage/Rows/Entries/AccountSetRepository.h"
 
 #include <set>
+#include <stdexcept>
 
 #include "LedgerService/Storage/Sql/Columns.h"
 
@@ -8,18 +9,16 @@ namespace LedgerService {
 
 namespace {
 
-constexpr auto selectSet = R"sql(
-    SELECT id FROM account_sets WHERE company_id = :company AND account_ids = :accounts
+constexpr auto addToSet = R"sql(
+    UPDATE account_sets SET entry_count = entry_count + :entries, receipt_count = receipt_count + :receipts
+    WHERE company_id = :company AND account_ids = :accounts RETURNING id
 )sql";
 
 constexpr auto insertSet = R"sql(
     INSERT INTO account_sets (company_id, id, account_ids, entry_count, receipt_count)
-    VALUES (:company, (SELECT COUNT(*) + 1 FROM account_sets WHERE company_id = :company), :accounts, 0, 0)
-)sql";
-
-constexpr auto addToSet = R"sql(
-    UPDATE account_sets SET entry_count = entry_count + :entries, receipt_count = receipt_count + :receipts
-    WHERE company_id = :company AND id = :id
+    VALUES (:company, (SELECT COUNT(*) + 1 FROM account_sets WHERE company_id = :company), :accounts, :entries,
+        :receipts)
+    RETURNING id
 )sql";
 
 constexpr Columns columns{column("id", &AccountSet::id), column("account_ids", &AccountSet::accountIDs),
@@ -33,37 +32,29 @@ constexpr auto deleteSets = R"sql(
     DELETE FROM account_sets WHERE company_id = :company
 )sql";
 
-int find(Connection& connection, std::string_view companyID, std::string_view accounts)
-{
-    int id = 0;
-    Query query{connection, selectSet};
-    query.bind("company", companyID).bind("accounts", accounts).into(id).next();
-    return id;
-}
-
-}
-
-int AccountSetRepository::idOf(Connection& connection, std::string_view companyID, const LedgerTransaction& entry)
+/// The accounts that the entry touches, as a set is recognised by them.
+std::string accountsOf(const LedgerTransaction& entry)
 {
     std::set<std::string> ids;
     for (const auto& leg : entry.legs)
         ids.insert(leg.accountID);
-    const auto accounts = Json::encode(std::vector<std::string>{ids.begin(), ids.end()});
-    if (const auto known = find(connection, companyID, accounts); known != 0)
-        return known;
-    Query{connection, insertSet}.bind("company", companyID).bind("accounts", accounts).run();
-    return find(connection, companyID, accounts);
+    return Json::encode(std::vector<std::string>{ids.begin(), ids.end()});
 }
 
-void AccountSetRepository::count(Connection& connection, std::string_view companyID, int setID, int entries,
-                                 std::size_t receipts)
+}
+
+int AccountSetRepository::count(Connection& connection, std::string_view companyID, const LedgerTransaction& entry,
+                                Counted counted)
 {
-    Query{connection, addToSet}
-        .bind("company", companyID)
-        .bind("id", setID)
-        .bind("entries", entries)
-        .bind("receipts", static_cast<std::int64_t>(receipts))
-        .run();
+    const auto accounts = accountsOf(entry);
+    for (const auto* const statement : {addToSet, insertSet}) {
+        int id = 0;
+        Query query{connection, statement};
+        query.bind("company", companyID).bind("accounts", accounts).bind("entries", counted.entries);
+        if (query.bind("receipts", static_cast<std::int64_t>(counted.receipts)).into(id).next())
+            return id;
+    }
+    throw std::logic_error("a set of accounts is there or is made");
 }
 
 std::vector<AccountSet> AccountSetRepository::all(Connection& connection, std::string_view companyID)

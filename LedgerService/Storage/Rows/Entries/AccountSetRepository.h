@@ -26,11 +26,15 @@ struct AccountSet {
 
 namespace AccountSetRepository {
 
-/// The id of the set of accounts that the entry touches, made now if it is new.
-int idOf(Connection& connection, std::string_view companyID, const LedgerTransaction& entry);
+/// What is new of an entry.
+struct Counted {
+    int entries = 0;
+    std::size_t receipts = 0;
+};
 
-/// Adds to what the set counts.
-void count(Connection& connection, std::string_view companyID, int setID, int entries, std::size_t receipts);
+/// Counts what is new of an entry in the set of the accounts that it touches, which is made now if it is new, and gives
+/// the set's id.
+int count(Connection& connection, std::string_view companyID, const LedgerTransaction& entry, Counted counted);
 
 std::vector<AccountSet> all(Connection& connection, std::string_view companyID);
 

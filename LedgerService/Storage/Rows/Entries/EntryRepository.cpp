@@ -247,8 +247,8 @@ std::string EntryRepository::append(Connection& connection, std::string_view com
 {
     const auto state = CompanyHistory::advanceByEntry(connection, companyID, entry.date);
     insertRows(connection, companyID, state.lastChange, entry);
-    const auto set = AccountSetRepository::idOf(connection, companyID, entry);
-    AccountSetRepository::count(connection, companyID, set, 1, entry.attachmentIDs.size());
+    const auto set = AccountSetRepository::count(connection, companyID, entry,
+                                                 {.entries = 1, .receipts = entry.attachmentIDs.size()});
     auto text = FragmentRepository::insert(connection, state, set, state.lastChange, entry);
     AttachmentRepository::link(connection, companyID, entry.id, set, state.lastChange, entry.attachmentIDs);
     if (entry.reversalOf)
@@ -262,9 +262,8 @@ void EntryRepository::linkReceipts(Connection& connection, std::string_view comp
     const auto state = CompanyHistory::advance(connection, companyID);
     const auto entry = find(connection, companyID, entryID);
     require(entry.has_value(), "receipts are linked to an entry that is recorded");
-    const auto set = AccountSetRepository::idOf(connection, companyID, *entry);
+    const auto set = AccountSetRepository::count(connection, companyID, *entry, {.receipts = attachmentIDs.size()});
     AttachmentRepository::link(connection, companyID, entryID, set, state.lastChange, attachmentIDs);
-    AccountSetRepository::count(connection, companyID, set, 0, attachmentIDs.size());
     renewFragment(connection, companyID, state, entryID);
 }
 

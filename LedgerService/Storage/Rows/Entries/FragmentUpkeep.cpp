@@ -60,8 +60,8 @@ void rebuild(Connection& connection, const std::string& companyID)
     FragmentRepository::removeAll(connection, companyID, state);
     AccountSetRepository::removeAll(connection, companyID);
     eachEntry(connection, companyID, state.lastChange, [&](const RecordedEntry& each) {
-        const auto set = AccountSetRepository::idOf(connection, companyID, each.entry);
-        AccountSetRepository::count(connection, companyID, set, 1, each.entry.attachmentIDs.size());
+        const auto set = AccountSetRepository::count(connection, companyID, each.entry,
+                                                     {.entries = 1, .receipts = each.entry.attachmentIDs.size()});
         FragmentRepository::insert(connection, state, set, each.sequence, each.entry);
         if (!each.entry.attachmentIDs.empty())
             Query{connection, updateReceiptSets}
