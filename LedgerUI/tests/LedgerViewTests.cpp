@@ -5,9 +5,12 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDialog>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollArea>
@@ -28,6 +31,7 @@
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Ledger/LedgerBalancesBody.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
+#include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/TypeScale.h"
@@ -228,6 +232,115 @@ TEST(LedgerView, RefundsWhatAnIncomeStillAllows)
     EXPECT_NE(sent.find(R"("amountMinor":230000)"), std::string::npos);
 }
 
+TEST(LedgerView, AddsUpWhatIsSelectedByCurrency)
+{
+    OpenedLedger page;
+    auto* table = page.find<LedgerTable>("ledgerTable");
+    ASSERT_TRUE(table->chooseAll({"e1", "e2", "r1"}));
+    EXPECT_EQ(page.textOf("entryCount"), "3 selected");
+    EXPECT_TRUE(page.person.says("−638.50"));
+    EXPECT_TRUE(page.person.says("−4,385,200"));
+    table->choose("e1");
+    EXPECT_NE(page.textOf("entryCount"), "3 selected");
+}
+
+TEST(LedgerView, TellsWhatASingleAccountBeganAndEndedWith)
+{
+    OpenedLedger page;
+    auto* browser = page.view->findChild<LedgerBrowser*>();
+    const auto november = Period::containing(Period::Span::month, sampleToday);
+    browser->setFilter({.period = november, .accountIDs = {"Operating bank"}, .currencies = {"USD"}});
+    for (const auto* said : {"Opening", "12,500.00", "+99.00", "−787.50", "Closing", "11,811.50"})
+        EXPECT_TRUE(page.person.says(said)) << said;
+    EXPECT_FALSE(page.find<QTableView>("ledgerTable")->isColumnHidden(LedgerTableModel::balance));
+    browser->setFilter({.period = november, .kinds = {"expense"}, .accountIDs = {"Operating bank"}});
+    EXPECT_FALSE(page.person.says("Opening")) << "what is filtered out would be missing between the two";
+}
+
+TEST(LedgerView, ReversesSeveralSelectedTogether)
+{
+    OpenedLedger page;
+    page.find<LedgerTable>("ledgerTable")->chooseAll({"e1", "e2", "v1"});
+    auto* reverse = page.find<QAction>("reverseSeveral");
+    ASSERT_TRUE(reverse->isVisible());
+    EXPECT_EQ(reverse->text(), QStringLiteral("Reverse 3 entries…"));
+    reverse->trigger();
+    EXPECT_TRUE(page.person.says("Reverse 2 entries")) << "a reversal itself is left out";
+    page.window.findChild<QDialog*>(QStringLiteral("batchReversalDialog"))->close();
+    page.find<LedgerTable>("ledgerTable")->choose("e1");
+    EXPECT_FALSE(reverse->isVisible());
+}
+
+TEST(LedgerView, KeepsTheColumnsThatWereChosenAndTheirWidths)
+{
+    OpenedLedger page;
+    auto* table = page.find<LedgerTable>("ledgerTable");
+    const int before = table->columnWidth(LedgerTableModel::account);
+    page.find<QAction>("columns.account")->trigger();
+    EXPECT_TRUE(table->isColumnHidden(LedgerTableModel::account));
+    table->horizontalHeader()->resizeSection(LedgerTableModel::date, 160);
+    page.window.resize(page.window.width() + 60, page.window.height());
+    auto books = sampleLedger();
+    page.under.server.replace("GET v1/snapshot",
+                              ServerReply::json(books.expense("n", "2026-11-20", "Singapore", "USD", 5).json()));
+    ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
+    EXPECT_TRUE(table->isColumnHidden(LedgerTableModel::account));
+    EXPECT_EQ(table->columnWidth(LedgerTableModel::date), 160);
+    int whole = 0;
+    for (int column = 0; column < table->model()->columnCount(); ++column)
+        whole += table->isColumnHidden(column) ? 0 : table->columnWidth(column);
+    EXPECT_EQ(whole, table->viewport()->width()) << "the entry takes what the others leave";
+    page.find<QAction>("columns.usual")->trigger();
+    EXPECT_FALSE(table->isColumnHidden(LedgerTableModel::account));
+    EXPECT_GE(table->columnWidth(LedgerTableModel::account), before);
+    EXPECT_NE(table->columnWidth(LedgerTableModel::date), 160);
+}
+
+TEST(LedgerView, GoesToADayInWhicheverMonth)
+{
+    OpenedLedger page;
+    page.press(Qt::Key_G, Qt::ControlModifier);
+    auto* line = qobject_cast<QLineEdit*>(QApplication::focusWidget());
+    ASSERT_NE(line, nullptr);
+    line->selectAll();
+    page.type(QStringLiteral("31/10/2026"));
+    page.press(Qt::Key_Return);
+    EXPECT_EQ(page.find<LedgerTable>("ledgerTable")->selectedIDs(), (std::vector<std::string>{"i1"}));
+    EXPECT_EQ(page.view->findChild<LedgerBrowser*>()->filter().period,
+              Period::containing(Period::Span::month, std::chrono::year{2026} / std::chrono::October / 31));
+}
+
+TEST(LedgerView, SelectsWhatAnImportRecorded)
+{
+    OpenedLedger page;
+    Q_EMIT page.view->findChild<LedgerDialogs*>()->imported({"i1", "e1"});
+    const auto ids = page.find<LedgerTable>("ledgerTable")->selectedIDs();
+    EXPECT_EQ(ids, (std::vector<std::string>{"e1", "i1"}));
+}
+
+TEST(LedgerView, NarrowsByPersonAndAmount)
+{
+    OpenedLedger page;
+    auto* browser = page.view->findChild<LedgerBrowser*>();
+    browser->setFilter({});
+    page.find<QToolButton>("filterAll")->click();
+    EXPECT_EQ(page.find<QToolButton>("filterAll")->text(), QStringLiteral("More"));
+    auto* parts = page.window.findChild<QListWidget*>(QStringLiteral("filterParts"));
+    ASSERT_NE(parts, nullptr);
+    EXPECT_EQ(parts->currentItem()->text(), QStringLiteral("Recorded by"));
+    parts->setCurrentRow(parts->count() - 1);
+    auto* least = page.window.findChild<QLineEdit*>(QStringLiteral("amountLeast"));
+    least->setFocus();
+    QTest::keyClicks(least, QStringLiteral("10,000.01"));
+    EXPECT_EQ(browser->filter().amounts, (LedgerFilter::Amounts{.least = 1'000'001}));
+    EXPECT_EQ(page.find<QToolButton>("filterAll")->text(), QStringLiteral("More 1"));
+    EXPECT_TRUE(page.person.says("Amount range: from 10,000.01"));
+    QTest::keyClicks(least, QStringLiteral("x"));
+    EXPECT_EQ(browser->filter().amounts, (LedgerFilter::Amounts{.least = 1'000'001}))
+        << "what cannot be read changes nothing";
+    EXPECT_TRUE(page.person.says("Enter an amount, such as 1,200.50."));
+}
+
 TEST(LedgerView, TellsTheRateOfAnExchange)
 {
     OpenedLedger page;
@@ -302,8 +415,9 @@ TEST(LedgerView, FindsOpensAndCopiesAnEntryByKeyboardAlone)
     ASSERT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("ledgerTable"));
     EXPECT_EQ(page.textOf("detailHeadline"), "Expense");
     page.press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_TRUE(
-        QGuiApplication::clipboard()->text().startsWith(QStringLiteral("2026-11-02\tUtilities › Electricity\t")));
+    const auto copied = QGuiApplication::clipboard()->text().split(QLatin1Char('\n'));
+    EXPECT_TRUE(copied.at(0).startsWith(QStringLiteral("Date\tEntry\tNote\t")));
+    EXPECT_TRUE(copied.at(1).startsWith(QStringLiteral("2026-11-02\tUtilities › Electricity\t")));
     page.press(Qt::Key_Return);
     EXPECT_EQ(QApplication::focusWidget()->objectName(), QStringLiteral("detailClose"));
     page.press(Qt::Key_Escape);

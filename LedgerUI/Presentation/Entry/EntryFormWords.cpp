@@ -123,6 +123,37 @@ const WordTable& entryFormWords()
          "Lần thử sau sẽ gửi lại lý do này và ghi bút toán đảo vào ngày %1.",
          "The next attempt sends this reason again and books the reversal on %1."},
         {"reverse.done", "冲销已入账", "Pembatalan telah dibukukan", "Đã ghi bút toán đảo", "The reversal is posted"},
+        {"batch.title", "冲销多条记录", "Batalkan beberapa catatan", "Đảo nhiều bút toán", "Reverse several entries"},
+        {"batch.explanation", "每条记录各自冲销，使用同一个原因。原记录保留，另记一笔相反的记录。",
+         "Setiap catatan dibatalkan sendiri-sendiri dengan alasan yang sama. Catatan asal tetap ada dan catatan "
+         "lawannya "
+         "dibukukan.",
+         "Mỗi bút toán được đảo riêng với cùng một lý do. Bút toán gốc vẫn được giữ, bút toán ngược lại được ghi thêm.",
+         "Each entry is reversed on its own, for the same reason. The originals stay, and an opposite entry is added "
+         "for "
+         "each."},
+        {"batch.confirm.one", "冲销 1 条", "Batalkan 1 catatan", "Đảo 1 bút toán", "Reverse 1 entry"},
+        {"batch.confirm.many", "冲销 %1 条", "Batalkan %1 catatan", "Đảo %1 bút toán", "Reverse %1 entries"},
+        {"batch.continue.one", "继续冲销 1 条", "Lanjutkan 1 catatan", "Tiếp tục 1 bút toán", "Go on with 1 entry"},
+        {"batch.continue.many", "继续冲销 %1 条", "Lanjutkan %1 catatan", "Tiếp tục %1 bút toán",
+         "Go on with %1 entries"},
+        {"batch.stop", "停止", "Hentikan", "Dừng", "Stop"},
+        {"batch.state", "状态", "Status", "Trạng thái", "State"},
+        {"batch.waiting", "待冲销", "Menunggu", "Đang chờ", "Waiting"},
+        {"batch.sending", "正在冲销…", "Sedang dibatalkan…", "Đang đảo…", "Being reversed…"},
+        {"batch.done", "已冲销", "Dibatalkan", "Đã đảo", "Reversed"},
+        {"batch.unknown", "结果未确认", "Belum dipastikan", "Chưa xác nhận", "Not confirmed"},
+        {"batch.none", "所选记录都不能冲销。", "Tidak ada catatan terpilih yang dapat dibatalkan.",
+         "Không bút toán nào đã chọn có thể đảo.", "None of the selected entries can be reversed."},
+        {"batch.result.one", "已冲销 1 条记录。", "1 catatan dibatalkan.", "Đã đảo 1 bút toán.", "1 entry reversed."},
+        {"batch.result.many", "已冲销 %1 条记录。", "%1 catatan dibatalkan.", "Đã đảo %1 bút toán.",
+         "%1 entries reversed."},
+        {"batch.stopped", "已停止：已冲销 %1 条，剩余 %2 条。继续时会再次发送未确认的请求，不会重复冲销。",
+         "Dihentikan: %1 dibatalkan, tersisa %2. Saat dilanjutkan, permintaan yang belum dipastikan dikirim ulang "
+         "tanpa "
+         "membatalkan dua kali.",
+         "Đã dừng: đã đảo %1, còn lại %2. Khi tiếp tục, yêu cầu chưa xác nhận được gửi lại và không đảo hai lần.",
+         "Stopped: %1 reversed, %2 left. Going on sends what is not confirmed again, and reverses nothing twice."},
         {"reason", "原因", "Alasan", "Lý do", "Reason"},
         {"reasonRequired", "请填写冲销原因。", "Isi alasan pembatalan.", "Hãy nhập lý do đảo bút toán.",
          "Enter the reason for the reversal."},

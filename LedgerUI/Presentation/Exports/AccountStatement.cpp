@@ -1,7 +1,6 @@
 #include "LedgerUI/Presentation/Exports/AccountStatement.h"
 
 #include <algorithm>
-#include <array>
 
 #include <QStringList>
 
@@ -22,9 +21,7 @@ using Level = PrintedRow::Level;
 const Account* accountOf(const LedgerBook& book, const LedgerFilter& filter)
 {
     using Part = LedgerFilter::Part;
-    const bool isMore =
-        std::ranges::any_of(std::array{Part::text, Part::kinds, Part::categories, Part::receipts, Part::figure},
-                            [&](Part part) { return filter.isSet(part); });
+    const bool isMore = filter.without(Part::accounts).without(Part::currencies).narrows();
     if (isMore || filter.accountIDs.size() != 1)
         return nullptr;
     const auto& accounts = book.snapshot().accounts;

@@ -35,10 +35,10 @@ const WordTable& exportWords()
          "Menambahkan jumlah dan nama berkas bukti; berkas gambar tidak diekspor.",
          "Thêm số lượng và tên tệp chứng từ; không xuất tệp hình ảnh.",
          "Adds receipt counts and filenames; image files are not exported."},
-        {"narrowed", "搜索、类别和票据筛选不会缩小文件范围。",
-         "Pencarian serta filter kategori dan bukti tidak mempersempit berkas.",
-         "Tìm kiếm và bộ lọc hạng mục, chứng từ không thu hẹp tệp.",
-         "The search and the filters by category and receipts do not narrow the file."},
+        {"narrowed", "搜索以及类别、票据、记录人和金额筛选不会缩小文件范围。",
+         "Pencarian serta filter kategori, bukti, pencatat, dan jumlah tidak mempersempit berkas.",
+         "Tìm kiếm và bộ lọc hạng mục, chứng từ, người ghi, số tiền không thu hẹp tệp.",
+         "The search and the filters by category, receipts, person and amount do not narrow the file."},
 
         // what it will hold
         {"preview", "预览", "Pratinjau", "Xem trước", "Preview"},

@@ -95,7 +95,7 @@ QString chosenText(const LedgerBook& book, const LedgerFilter& filter, LedgerFil
     using Part = LedgerFilter::Part;
     if (part == Part::text)
         return qString(filter.text);
-    if (part == Part::figure || part == Part::receipts)
+    if (part == Part::figure || part == Part::receipts || part == Part::amounts)
         return partText(book, filter, part);
     QStringList names;
     const auto chosen = chosenIn(filter, part);
@@ -111,8 +111,8 @@ std::vector<PrintedFact> factsOf(const LedgerBook& book, const LedgerFilter& fil
 {
     std::vector<PrintedFact> facts{PrintHead::period(filter.period, book.locale())};
     using Part = LedgerFilter::Part;
-    for (const auto part :
-         {Part::text, Part::kinds, Part::accounts, Part::categories, Part::currencies, Part::receipts, Part::figure}) {
+    for (const auto part : {Part::text, Part::kinds, Part::accounts, Part::categories, Part::currencies, Part::receipts,
+                            Part::members, Part::amounts, Part::figure}) {
         if (filter.isSet(part))
             facts.push_back({partName(part, book.locale()), chosenText(book, filter, part)});
     }

@@ -15,12 +15,12 @@ void add(std::optional<std::int64_t>& sum, std::int64_t amount)
         sum = Money::add(*sum, amount);
 }
 
+}
+
 std::size_t pickerPlace(std::string_view code)
 {
     const auto supported = CurrencyInfo::supported();
     return static_cast<std::size_t>(std::ranges::find(supported, code, &CurrencyInfo::code) - supported.begin());
-}
-
 }
 
 const LedgerBook::Leg* leadingLeg(const LedgerBook& book, std::uint32_t at)

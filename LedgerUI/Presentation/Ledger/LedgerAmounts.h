@@ -4,6 +4,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "LedgerCore/Domain/Reports/ReportFigure.h"
@@ -14,6 +15,9 @@ const LedgerBook::Leg* leadingLeg(const LedgerBook& book, std::uint32_t at);
 
 /// What the list shows of a leg: signed, except for money that only moves inside the company.
 std::int64_t shownAmount(const LedgerBook& book, std::uint32_t at, const LedgerBook::Leg& leg);
+
+/// Where a currency stands among those of the pickers; unknown ones behind all of them.
+std::size_t pickerPlace(std::string_view code);
 
 /// What a set of entries brought in one currency, in minor units; unset where a sum does not fit.
 /// Transfers do not count, both legs of an exchange do, and a reversal takes back what its original brought.

@@ -1,5 +1,6 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
@@ -60,6 +61,30 @@ bool LedgerBrowser::reveal(std::string_view id)
         wider.period = day ? Period::containing(Period::Span::month, *day) : Period::allTime();
     }
     setFilter(std::move(wider));
+    return true;
+}
+
+bool LedgerBrowser::reveal(std::span<const std::string> ids)
+{
+    const auto shown = book();
+    std::string first;
+    std::string last;
+    bool isHidden = isPreparing();
+    for (const auto& id : ids) {
+        const auto at = shown ? shown->find(id) : LedgerBook::none;
+        if (at == LedgerBook::none)
+            return false;
+        const auto& date = shown->transaction(at).date;
+        first = first.empty() ? date : std::min(first, date);
+        last = std::max(last, date);
+        isHidden = isHidden || m_listing->places[at] < 0;
+    }
+    if (!isHidden)
+        return true;
+    const auto firstDay = LedgerDay::parse(first);
+    const auto lastDay = LedgerDay::parse(last);
+    const auto days = firstDay && lastDay ? Period::between(*firstDay, *lastDay) : std::nullopt;
+    setFilter({.period = days.value_or(Period::allTime())});
     return true;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,8 @@ public:
     /// Makes sure that the entry is among those shown, whatever narrows them now. False when the book has no such
     /// entry.
     bool reveal(std::string_view id);
+    /// The same for several, in the days from the first to the last of them where one is hidden now.
+    bool reveal(std::span<const std::string> ids);
     /// Without search and filters, in the period that the page opens with.
     [[nodiscard]] LedgerFilter clearedFilter() const;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Reports/ReportBook.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Presentation/Ledger/LedgerSearch.h"
@@ -34,6 +35,41 @@ private:
     std::vector<bool> m_accepted;
 };
 
+/// The bounds in the minor units of each of the book's currencies.
+class AmountBounds {
+public:
+    AmountBounds(const LedgerBook& book, const LedgerFilter::Amounts& amounts)
+        : m_asks(amounts != LedgerFilter::Amounts{})
+    {
+        if (!m_asks)
+            return;
+        for (std::uint32_t each = 0; each < book.currencies().size(); ++each) {
+            const Wide minorUnits = CurrencyInfo::scaleOf(book.currencies().id(each)) == 0 ? 100 : 1;
+            m_hundredths.push_back(minorUnits);
+        }
+        m_least = amounts.least.value_or(0);
+        m_most = amounts.most ? Wide{*amounts.most} : std::numeric_limits<Wide>::max();
+    }
+
+    [[nodiscard]] bool asks() const { return m_asks; }
+    [[nodiscard]] bool accepts(const LedgerBook::Leg& leg) const
+    {
+        if (!m_asks)
+            return true;
+        const auto moved = Wide{leg.amountMinor} * m_hundredths[leg.currency];
+        const auto magnitude = moved < 0 ? -moved : moved;
+        return magnitude >= m_least && magnitude <= m_most;
+    }
+
+private:
+    using Wide = __int128;
+
+    bool m_asks;
+    std::vector<Wide> m_hundredths; // in a minor unit of each currency
+    Wide m_least = 0;
+    Wide m_most = 0;
+};
+
 /// The chosen categories and the children of the chosen parents.
 Choices withChildren(const LedgerBook& book, const Choices& chosen)
 {
@@ -52,7 +88,8 @@ public:
         : m_book(book), m_search(book, filter.text), m_kinds(book.kinds(), filter.kinds),
           m_accounts(book.accounts(), filter.accountIDs),
           m_categories(book.categories(), withChildren(book, filter.categoryIDs)),
-          m_currencies(book.currencies(), filter.currencies), m_receipts(filter.receipts),
+          m_currencies(book.currencies(), filter.currencies), m_members(book.members(), filter.memberIDs),
+          m_amounts(book, filter.amounts), m_receipts(filter.receipts),
           m_first(filter.period.isAllTime() ? 0 : dayNumber(filter.period.firstDay())),
           m_last(filter.period.isAllTime() ? std::numeric_limits<std::uint32_t>::max()
                                            : dayNumber(filter.period.lastDay())),
@@ -68,7 +105,7 @@ public:
     {
         const auto& entry = m_book.entry(at);
         return entry.day >= m_first && entry.day <= m_last && (!m_isFigure || m_ofFigure[at]) &&
-               m_kinds.accepts(entry.kind) && m_categories.accepts(entry.category) &&
+               m_kinds.accepts(entry.kind) && m_categories.accepts(entry.category) && m_members.accepts(entry.member) &&
                acceptsReceipts(entry.hasReceipts) && acceptsLegs(at) && (m_search.isEmpty() || m_search.accepts(at));
     }
 
@@ -78,12 +115,13 @@ private:
         return m_receipts == Receipts::any || attached == (m_receipts == Receipts::attached);
     }
 
-    /// One leg must pass both: an account's exchange from another currency is not its movement in this one.
+    /// One leg must pass all: an account's exchange from another currency is not its movement in this one.
     [[nodiscard]] bool acceptsLegs(std::uint32_t at) const
     {
-        return (!m_accounts.asks() && !m_currencies.asks()) ||
+        return (!m_accounts.asks() && !m_currencies.asks() && !m_amounts.asks()) ||
                std::ranges::any_of(m_book.legs(at), [&](const LedgerBook::Leg& leg) {
-                   return m_accounts.accepts(leg.account) && m_currencies.accepts(leg.currency);
+                   return m_accounts.accepts(leg.account) && m_currencies.accepts(leg.currency) &&
+                          m_amounts.accepts(leg);
                });
     }
 
@@ -93,6 +131,8 @@ private:
     Mask m_accounts;
     Mask m_categories;
     Mask m_currencies;
+    Mask m_members;
+    AmountBounds m_amounts;
     Receipts m_receipts;
     std::uint32_t m_first;
     std::uint32_t m_last;
@@ -119,6 +159,10 @@ bool LedgerFilter::isSet(Part part) const
         return !currencies.empty();
     case Part::receipts:
         return receipts != Receipts::any;
+    case Part::members:
+        return !memberIDs.empty();
+    case Part::amounts:
+        return amounts != Amounts{};
     case Part::figure:
         return figure.has_value();
     }
@@ -150,6 +194,12 @@ LedgerFilter LedgerFilter::without(Part part) const
     case Part::receipts:
         wider.receipts = Receipts::any;
         break;
+    case Part::members:
+        wider.memberIDs.clear();
+        break;
+    case Part::amounts:
+        wider.amounts = {};
+        break;
     case Part::figure:
         wider.figure.reset();
         break;
@@ -160,7 +210,7 @@ LedgerFilter LedgerFilter::without(Part part) const
 bool LedgerFilter::narrows() const
 {
     return isSet(Part::text) || isSet(Part::figure) ||
-           std::ranges::any_of(chosenParts, [&](Part part) { return isSet(part); });
+           std::ranges::any_of(listedParts, [&](Part part) { return isSet(part); });
 }
 
 std::vector<ReportFigureLeg> figureLegs(const LedgerBook& book, const LedgerFilter& filter)
@@ -194,6 +244,6 @@ std::optional<LedgerBlockingPart> blockingPart(const LedgerBook& book, const Led
     };
     consider(Part::text);
     consider(Part::figure);
-    std::ranges::for_each(LedgerFilter::chosenParts, consider);
+    std::ranges::for_each(LedgerFilter::listedParts, consider);
     return worst;
 }

@@ -14,8 +14,15 @@
 /// Which entries the ledger shows. The parts narrow each other; inside one part any choice will do, and a part
 /// without a choice lets everything through.
 struct LedgerFilter {
-    enum class Part { period, text, kinds, accounts, categories, currencies, receipts, figure };
+    enum class Part { period, text, kinds, accounts, categories, currencies, receipts, members, amounts, figure };
     enum class Receipts { any, attached, missing };
+    /// What an entry moves, whichever way: hundredths of a unit of each currency, bounds included.
+    struct Amounts {
+        std::optional<std::int64_t> least = {};
+        std::optional<std::int64_t> most = {};
+
+        bool operator==(const Amounts&) const = default;
+    };
     using Choices = std::set<std::string, std::less<>>;
 
     Period period = Period::allTime();
@@ -25,6 +32,8 @@ struct LedgerFilter {
     Choices categoryIDs = {}; // a parent stands for its children too
     Choices currencies = {};
     Receipts receipts = Receipts::any;
+    Choices memberIDs = {}; // who recorded it
+    Amounts amounts = {};
     std::optional<ReportFigure> figure = {}; // only what this figure of a report is the sum of
 
     bool operator==(const LedgerFilter&) const = default;
@@ -34,9 +43,12 @@ struct LedgerFilter {
     /// Whether anything but the period narrows the ledger.
     [[nodiscard]] bool narrows() const;
 
-    /// The parts that are chosen from lists, in the order in which the page shows them.
+    /// The parts that have a button of their own, in the order in which the page shows them.
     static constexpr std::array chosenParts{Part::kinds, Part::accounts, Part::categories, Part::currencies,
                                             Part::receipts};
+    /// All that one list of filters offers, those among them.
+    static constexpr std::array listedParts{Part::kinds,    Part::accounts, Part::categories, Part::currencies,
+                                            Part::receipts, Part::members,  Part::amounts};
 };
 
 /// The entries that pass, in the book's own order.

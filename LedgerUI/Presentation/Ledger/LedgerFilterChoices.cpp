@@ -4,6 +4,8 @@
 
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
+#include "LedgerCore/Domain/Money/DecimalText.h"
+#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/Collation.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
@@ -18,6 +20,14 @@ using Choices = std::vector<LedgerFilterChoice>;
 using Level = LedgerFilterChoice::Level;
 using Part = LedgerFilter::Part;
 using Receipts = LedgerFilter::Receipts;
+
+constexpr std::int64_t largestBound = 900'000'000'000'000; // hundredths: every amount that exists is below
+
+DecimalText::Marks marksOf(std::string_view locale)
+{
+    const auto marks = Money::separators(locale);
+    return {.decimal = marks.decimal, .grouping = marks.grouping};
+}
 
 constexpr std::string_view attached = "attached";
 constexpr std::string_view missing = "missing";
@@ -59,6 +69,18 @@ Choices accountChoices(const LedgerBook& book)
         choices,
         [&](std::string_view left, std::string_view right) { return Collation::isBefore(left, right, book.locale()); },
         [&](const LedgerFilterChoice& choice) { return book.names().account(choice.id); });
+    return choices;
+}
+
+Choices memberChoices(const LedgerBook& book)
+{
+    Choices choices;
+    for (std::uint32_t each = 0; each < book.members().size(); ++each)
+        choices.push_back({book.members().id(each), qString(book.members().shown(each))});
+    std::ranges::sort(
+        choices,
+        [&](std::string_view left, std::string_view right) { return Collation::isBefore(left, right, book.locale()); },
+        [&](const LedgerFilterChoice& choice) { return book.names().member(choice.id); });
     return choices;
 }
 
@@ -104,7 +126,20 @@ QString choiceName(const LedgerBook& book, Part part, const std::string& id)
         return QString::fromStdString(book.names().account(id));
     if (part == Part::categories)
         return QString::fromStdString(book.names().category(id));
+    if (part == Part::members)
+        return QString::fromStdString(book.names().member(id));
     return part == Part::kinds ? kindName(id, book.locale()) : QString::fromStdString(id);
+}
+
+/// "100–500", "from 100", "up to 500".
+QString amountsText(const LedgerFilter::Amounts& amounts, std::string_view locale)
+{
+    const auto least = amountBoundText(amounts.least, locale).toStdString();
+    const auto most = amountBoundText(amounts.most, locale).toStdString();
+    if (most.empty())
+        return wordIn(locale, ledgerWords(), "amounts.from", {least});
+    return least.empty() ? wordIn(locale, ledgerWords(), "amounts.to", {most})
+                         : wordIn(locale, ledgerWords(), "amounts.between", {least, most});
 }
 
 /// What a figure of a report is called on a chip: "Figure: Expense in IDR, Payroll".
@@ -125,6 +160,26 @@ QString figureText(const LedgerBook& book, const ReportFigure& figure)
 
 }
 
+QString amountBoundText(const std::optional<std::int64_t>& hundredths, std::string_view locale)
+{
+    if (!hundredths)
+        return {};
+    const bool isWhole = *hundredths % 100 == 0;
+    return qString(isWhole ? DecimalText::grouped(*hundredths / 100, 0, marksOf(locale))
+                           : DecimalText::grouped(*hundredths, 2, marksOf(locale)));
+}
+
+std::optional<std::optional<std::int64_t>> readAmountBound(const QString& text, std::string_view locale)
+{
+    const auto typed = text.trimmed().toStdString();
+    if (typed.empty())
+        return std::optional<std::int64_t>{};
+    const auto read = DecimalText::read(typed, 2, marksOf(locale), largestBound);
+    if (!read || *read < 0)
+        return std::nullopt;
+    return std::optional<std::int64_t>{*read};
+}
+
 std::vector<LedgerFilterChoice> filterChoices(const LedgerBook& book, Part part)
 {
     switch (part) {
@@ -136,11 +191,14 @@ std::vector<LedgerFilterChoice> filterChoices(const LedgerBook& book, Part part)
         return categoryChoices(book);
     case Part::currencies:
         return currencyChoices(book);
+    case Part::members:
+        return memberChoices(book);
     case Part::receipts:
         return {{std::string{attached}, wordIn(book.locale(), ledgerWords(), "filter.attached")},
                 {std::string{missing}, wordIn(book.locale(), ledgerWords(), "filter.missing")}};
     case Part::period:
     case Part::text:
+    case Part::amounts:
     case Part::figure:
         break;
     }
@@ -162,8 +220,11 @@ LedgerFilter::Choices chosenIn(const LedgerFilter& filter, Part part)
         if (filter.receipts != Receipts::any)
             return {std::string{filter.receipts == Receipts::attached ? attached : missing}};
         break;
+    case Part::members:
+        return filter.memberIDs;
     case Part::period:
     case Part::text:
+    case Part::amounts:
     case Part::figure:
         break;
     }
@@ -191,8 +252,12 @@ LedgerFilter withChosen(LedgerFilter filter, Part part, LedgerFilter::Choices ch
                           : choices.contains(attached) ? Receipts::attached
                                                        : Receipts::missing;
         break;
+    case Part::members:
+        filter.memberIDs = std::move(choices);
+        break;
     case Part::period:
     case Part::text:
+    case Part::amounts:
     case Part::figure:
         break;
     }
@@ -201,9 +266,9 @@ LedgerFilter withChosen(LedgerFilter filter, Part part, LedgerFilter::Choices ch
 
 QString partName(Part part, std::string_view locale)
 {
-    static constexpr std::string_view keys[] = {"filter.period",   "filter.text",       "filter.kinds",
-                                                "filter.accounts", "filter.categories", "filter.currencies",
-                                                "filter.receipts", "filter.figure"};
+    static constexpr std::string_view keys[] = {
+        "filter.period",     "filter.text",     "filter.kinds",   "filter.accounts", "filter.categories",
+        "filter.currencies", "filter.receipts", "filter.members", "filter.amounts",  "filter.figure"};
     return wordIn(locale, ledgerWords(), keys[static_cast<std::size_t>(part)]);
 }
 
@@ -217,6 +282,8 @@ QString partText(const LedgerBook& book, const LedgerFilter& filter, Part part)
         return named(periodLabel(filter.period, locale).toStdString());
     if (part == Part::text)
         return named(filter.text);
+    if (part == Part::amounts)
+        return named(amountsText(filter.amounts, locale).toStdString());
     if (part == Part::figure)
         return filter.figure ? figureText(book, *filter.figure) : QString{};
     if (part == Part::receipts)

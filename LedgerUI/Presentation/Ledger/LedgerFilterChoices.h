@@ -23,6 +23,11 @@ std::vector<LedgerFilterChoice> filterChoices(const LedgerBook& book, LedgerFilt
 LedgerFilter::Choices chosenIn(const LedgerFilter& filter, LedgerFilter::Part part);
 LedgerFilter withChosen(LedgerFilter filter, LedgerFilter::Part part, LedgerFilter::Choices choices);
 
+/// A bound of the amounts as it is typed, in the separators of the language; empty for none.
+QString amountBoundText(const std::optional<std::int64_t>& hundredths, std::string_view locale);
+/// What was typed for a bound: none for an empty text, nothing for one that cannot be read.
+std::optional<std::optional<std::int64_t>> readAmountBound(const QString& text, std::string_view locale);
+
 /// "Account".
 QString partName(LedgerFilter::Part part, std::string_view locale);
 /// What a set part asks for, in words: "Account: Operating bank and 2 more".

@@ -76,6 +76,21 @@ int LedgerListing::rowOf(std::string_view id) const
     return at == LedgerBook::none ? -1 : places[at];
 }
 
+std::optional<std::size_t> placeOfDay(const LedgerListing& listing, std::chrono::year_month_day day)
+{
+    const auto wanted = dayNumber(day);
+    std::optional<std::size_t> before;
+    std::optional<std::size_t> after;
+    const auto dayAt = [&](std::size_t row) { return listing.book->entry(listing.rows[row]).day; };
+    for (std::size_t row = 0; row < listing.rows.size(); ++row) {
+        if (dayAt(row) <= wanted && (!before || dayAt(row) > dayAt(*before)))
+            before = row;
+        if (dayAt(row) > wanted && (!after || dayAt(row) < dayAt(*after)))
+            after = row;
+    }
+    return before ? before : after;
+}
+
 LedgerListing listingOf(LedgerBookPointer book, LedgerQuery query)
 {
     LedgerListing listing;
@@ -86,6 +101,7 @@ LedgerListing listingOf(LedgerBookPointer book, LedgerQuery query)
         figure ? std::vector{figureTotal(figure->scope.currency, figureLegs(*book, query.filter), listing.rows)}
                : totals(*book, listing.rows);
     listing.balances = balancesOn(*book, balanceDay(*book, query.filter.period, query.today));
+    listing.statement = statementOf(*book, query.filter, listing.places, listing.rows.size());
     listing.widest = widestOf(*book, listing.rows);
     const auto year = static_cast<std::uint32_t>(static_cast<int>(query.today.year()));
     listing.isOfThisYear =

@@ -10,6 +10,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
 #include "LedgerUI/Presentation/Ledger/LedgerSort.h"
+#include "LedgerUI/Presentation/Ledger/LedgerStatement.h"
 #include "LedgerUI/Presentation/Table/RowChange.h"
 
 /// What a person asks of a book: which entries, in which order, as seen on which day.
@@ -29,8 +30,9 @@ struct LedgerListing {
     std::vector<std::uint32_t> rows; // entries, in the order shown
     std::vector<int> places;         // for each entry of the book its row, or -1
     std::vector<LedgerTotal> totals;
-    LedgerBalances balances;           // at the end of the period
-    std::vector<std::uint32_t> widest; // for each currency the entry with its largest amount
+    LedgerBalances balances;                  // at the end of the period
+    std::optional<LedgerStatement> statement; // where a single account is chosen
+    std::vector<std::uint32_t> widest;        // for each currency the entry with its largest amount
     bool isOfThisYear = true;
     std::optional<LedgerNotice> notice; // what is said in the place of rows where there are none
 
@@ -39,6 +41,10 @@ struct LedgerListing {
 };
 
 using LedgerListingPointer = std::shared_ptr<const LedgerListing>;
+
+/// The row to go to for a day: the first of that day, else of the nearest day before it, else of the nearest after it;
+/// nothing where no row is shown.
+std::optional<std::size_t> placeOfDay(const LedgerListing& listing, std::chrono::year_month_day day);
 
 LedgerListing listingOf(LedgerBookPointer book, LedgerQuery query);
 

@@ -15,8 +15,8 @@ constexpr std::size_t madeRowsKept = 512;
 
 std::string_view columnKey(int section)
 {
-    static constexpr std::string_view keys[] = {"column.date", "column.entry", "column.account", "column.member",
-                                                "column.amount"};
+    static constexpr std::string_view keys[] = {"column.date",   "column.entry",  "column.account",
+                                                "column.member", "column.amount", "column.balance"};
     return keys[static_cast<std::size_t>(section)];
 }
 
@@ -28,9 +28,37 @@ void LedgerTableModel::present(LedgerListingPointer listing, const RowChange& ch
         return;
     m_next = std::move(listing);
     m_made.clear();
+    presentBalances(m_next->statement.has_value());
     follow(change);
     m_made.clear(); // a view may have asked for rows in the middle of the change
     m_next.reset();
+}
+
+void LedgerTableModel::presentBalances(bool areThere)
+{
+    if (areThere == m_hasBalances)
+        return;
+    if (areThere)
+        beginInsertColumns({}, balance, balance);
+    else
+        beginRemoveColumns({}, balance, balance);
+    m_hasBalances = areThere;
+    if (areThere)
+        endInsertColumns();
+    else
+        endRemoveColumns();
+}
+
+std::vector<MoneyText> LedgerTableModel::balancesAt(int row) const
+{
+    std::vector<MoneyText> balances;
+    const auto* statement = m_listing && m_listing->statement ? &*m_listing->statement : nullptr;
+    const auto at = statement ? m_listing->places[entryAt(row)] : -1;
+    if (at < 0)
+        return {};
+    for (const auto& each : statement->after(static_cast<std::size_t>(at)))
+        balances.push_back(balanceText(each.minor, book()->currencies().id(each.currency), book()->locale()));
+    return balances;
 }
 
 void LedgerTableModel::drop(const RowChange::Range& rows)
@@ -84,7 +112,17 @@ int LedgerTableModel::rowOf(std::string_view id) const
 
 QString LedgerTableModel::copyText(const std::vector<int>& rows) const
 {
-    QString text;
+    const auto head = [&](std::string_view key) { return wordIn(book()->locale(), ledgerWords(), key); };
+    QStringList heads;
+    for (const auto* key :
+         {"column.date", "column.entry", "detail.note", "column.account", "column.destination", "column.member"})
+        heads << head(key);
+    std::size_t amounts = 0;
+    for (const int each : rows)
+        amounts = std::max(amounts, row(each).amounts.size());
+    for (std::size_t each = 0; each < amounts; ++each)
+        heads << head("filter.currencies") << head("column.amount");
+    auto text = heads.join(QLatin1Char('\t')) + QLatin1Char('\n');
     for (const int each : rows) {
         const auto& shown = row(each);
         QStringList cells{QString::fromStdString(book()->transaction(entryAt(each)).date),
@@ -107,7 +145,7 @@ int LedgerTableModel::rowCount(const QModelIndex& parent) const
 
 int LedgerTableModel::columnCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : columnCount_;
+    return parent.isValid() ? 0 : columnCount_ - (m_hasBalances ? 0 : 1);
 }
 
 QVariant LedgerTableModel::data(const QModelIndex& index, int role) const
@@ -123,11 +161,11 @@ QVariant LedgerTableModel::data(const QModelIndex& index, int role) const
 
 QVariant LedgerTableModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    if (orientation == Qt::Vertical || !m_listing || section < 0 || section >= columnCount_)
+    if (orientation == Qt::Vertical || !m_listing || section < 0 || section >= columnCount())
         return {};
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(
-            Qt::Alignment{Qt::AlignVCenter | (section == amount ? Qt::AlignRight : Qt::AlignLeft)});
+            Qt::Alignment{Qt::AlignVCenter | (section >= amount ? Qt::AlignRight : Qt::AlignLeft)});
     if (role == Qt::DisplayRole)
         return wordIn(book()->locale(), ledgerWords(), columnKey(section));
     return {};
@@ -148,6 +186,12 @@ QString LedgerTableModel::text(int row, int column) const
     case amount: {
         QStringList lines;
         for (const auto& each : shown.amounts)
+            lines << each.text();
+        return lines.join(QLatin1Char('\n'));
+    }
+    case balance: {
+        QStringList lines;
+        for (const auto& each : balancesAt(row))
             lines << each.text();
         return lines.join(QLatin1Char('\n'));
     }
@@ -177,6 +221,12 @@ QString LedgerTableModel::spoken(int row, int column) const
     case amount: {
         QStringList amounts;
         for (const auto& each : shown.amounts)
+            amounts << each.spoken;
+        return listed(amounts, locale);
+    }
+    case balance: {
+        QStringList amounts;
+        for (const auto& each : balancesAt(row))
             amounts << each.spoken;
         return listed(amounts, locale);
     }

@@ -12,7 +12,7 @@
 class LedgerTableModel final : public RowModel {
     Q_OBJECT
 public:
-    enum Column { date, entry, account, member, amount, columnCount_ };
+    enum Column { date, entry, account, member, amount, balance, columnCount_ };
 
     using RowModel::RowModel;
 
@@ -27,7 +27,11 @@ public:
     [[nodiscard]] const LedgerRow& row(int row) const;
     /// Whether the row above shows the same day.
     [[nodiscard]] bool repeatsDay(int row) const;
-    /// These rows as tab-separated text: whole days, plain minus signs, one line per entry.
+    /// Whether the last column is there: what was on the one chosen account after each entry.
+    [[nodiscard]] bool hasBalances() const { return m_hasBalances; }
+    [[nodiscard]] std::vector<MoneyText> balancesAt(int row) const;
+    /// These rows as tab-separated text under the names of what stands in them: whole days, plain minus signs, one line
+    /// per entry.
     [[nodiscard]] QString copyText(const std::vector<int>& rows) const;
 
     [[nodiscard]] std::string_view idAt(int row) const override;
@@ -47,6 +51,9 @@ private:
     [[nodiscard]] QString spoken(int row, int column) const;
 
     LedgerListingPointer m_listing;
+    void presentBalances(bool areThere);
+
+    bool m_hasBalances = false;
     LedgerListingPointer m_next; // while a change is announced
     std::vector<std::uint32_t> m_rows;
     mutable std::unordered_map<std::uint32_t, LedgerRow> m_made; // rows that were in view lately

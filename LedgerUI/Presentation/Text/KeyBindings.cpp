@@ -28,6 +28,7 @@ constexpr std::array bindings{
     KeyBinding{Command::previousPeriod, KeyScope::ledger, "Alt+Left", "previousPeriod"},
     KeyBinding{Command::nextPeriod, KeyScope::ledger, "Alt+Right", "nextPeriod"},
     KeyBinding{Command::openPeriod, KeyScope::ledger, "Alt+Down", "openPeriod"},
+    KeyBinding{Command::jumpToDay, KeyScope::ledger, "Ctrl+G", "jumpToDay"},
     KeyBinding{Command::toggleDetail, KeyScope::ledger, "Ctrl+D", "toggleDetail"},
     KeyBinding{Command::sortNext, KeyScope::ledger, "F8", "sortNext"},
     KeyBinding{Command::turnSort, KeyScope::ledger, "Shift+F8", "turnSort"},

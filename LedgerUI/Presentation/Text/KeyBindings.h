@@ -24,6 +24,7 @@ enum class Command {
     previousPeriod,
     nextPeriod,
     openPeriod,
+    jumpToDay,
     toggleDetail,
     sortNext,
     turnSort,

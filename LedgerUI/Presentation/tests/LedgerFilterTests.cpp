@@ -7,6 +7,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
 #include "LedgerUI/Presentation/Ledger/LedgerListing.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
+#include "LedgerUI/Presentation/Ledger/LedgerSearch.h"
 #include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
@@ -62,10 +63,50 @@ INSTANTIATE_TEST_SUITE_P(
         FilterCase{"Currency", {.currencies = {"SGD", "IDR"}}, "x1 e2"},
         FilterCase{"AccountAndCurrencyMeetInOneLeg", {.accountIDs = {"Operating bank"}, .currencies = {"SGD"}}, ""},
         FilterCase{"WithReceipts", {.receipts = Receipts::attached}, "e3"},
+        FilterCase{"Member", {.memberIDs = {"m2"}}, "v1 e3 r1"},
+        FilterCase{"AmountsWhicheverWayWithBothBounds", {.amounts = {.least = 20'000, .most = 250'000}}, "r1 e1 i1"},
+        FilterCase{"AmountsFrom", {.amounts = {.least = 1'000'001}}, "x1 e2"},
+        FilterCase{"AmountsMeetCurrencyInOneLeg",
+                   {.currencies = {"SGD"}, .amounts = {.least = 1'200'000, .most = 1'200'000}},
+                   ""},
+        FilterCase{"Day", {.text = "2026-11-02"}, "e1 e2"}, FilterCase{"DayOfAnyYear", {.text = "2/11"}, "e1 e2"},
+        FilterCase{"DayAsWritten", {.text = "02.11.2026 listrik"}, "e2"},
+        FilterCase{"MonthInTheSearch", {.text = "2026-10"}, "i1"},
+        FilterCase{"OneOfSeveralDaysIsEnough", {.text = "31/10 2/11"}, "e1 e2 i1"},
+        FilterCase{"SeveralDaysAndAWord", {.text = "31/10 9/11 cahaya"}, "i1"},
         FilterCase{"PartsNarrowEachOther",
                    {.period = month("2026-11-01"), .kinds = {"expense"}, .receipts = Receipts::missing},
                    "e1 e2"}),
     [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(LedgerFilter, TakesAmountsInTheUnitsOfEachCurrency)
+{
+    auto books = snapshot().account("bank", {"VND", "USD"}).grantAll();
+    books.income("v", "2026-11-01", "bank", "VND", 150).income("u", "2026-11-01", "bank", "USD", 15'000);
+    books.income("big", "2026-11-01", "bank", "VND", 15'000);
+    const auto book = bookOf(books);
+    EXPECT_EQ(idsOf(book, matching(book, {.amounts = {.least = 10'000, .most = 20'000}})), "v u");
+    const auto texts = [&](LedgerFilter::Amounts amounts) {
+        return partText(book, {.amounts = amounts}, Part::amounts).toStdString();
+    };
+    EXPECT_EQ(texts({.least = 10'000, .most = 20'050}), "Amount range: 100–200.50");
+    EXPECT_EQ(texts({.most = 10'000}), "Amount range: up to 100");
+    EXPECT_EQ(readAmountBound(QStringLiteral(" 1.200,5 "), "id-ID").value(), 120'050);
+    ASSERT_TRUE(readAmountBound({}, "en-US").has_value()) << "an empty bound is none, not a mistake";
+    EXPECT_FALSE(readAmountBound({}, "en-US")->has_value());
+    EXPECT_FALSE(readAmountBound(QStringLiteral("-5"), "en-US").has_value());
+    EXPECT_FALSE(readAmountBound(QStringLiteral("rent"), "en-US").has_value());
+}
+
+TEST(LedgerSearch, TellsDaysFromAmountsAndReferences)
+{
+    for (const auto* word : {"2026-02-29", "31/4", "2026-13", "4.385.200", "438.50", "1/2/3/4", "rf-77", "2026", "1.",
+                             ".5", "2026-1-1-1", "99999-1"})
+        EXPECT_FALSE(dayPattern(word, "en-US").has_value()) << word;
+    EXPECT_EQ(dayPattern("29/2", "vi-VN"), (LedgerDayPattern{.ofEveryYear = 229}));
+    EXPECT_EQ(dayPattern("2/29", "zh-CN"), (LedgerDayPattern{.ofEveryYear = 229}));
+    EXPECT_EQ(dayPattern("2026/1/5", "id-ID"), (LedgerDayPattern{.first = 20260105, .last = 20260105}));
+}
 
 TEST(LedgerFilter, NamesThePartThatHidesTheMost)
 {

@@ -102,11 +102,27 @@ TEST(LedgerTableModel, SurvivesALargeChangeAsOneReset)
     EXPECT_EQ(resets.count(), 1);
 }
 
+TEST(LedgerTableModel, HasBalancesWhileASingleAccountIsShown)
+{
+    WatchedModel watched;
+    const auto book = share(sampleLedger());
+    EXPECT_EQ(watched.model.columnCount(), 5);
+    watched.show(book, {.accountIDs = {"Operating bank"}});
+    ASSERT_EQ(watched.model.columnCount(), 6);
+    const auto last = watched.model.index(watched.model.rowOf("e1"), LedgerTableModel::balance);
+    EXPECT_EQ(last.data(Qt::AccessibleTextRole).toString(), QStringLiteral("12,061.50 US dollar"));
+    EXPECT_EQ(watched.model.headerData(LedgerTableModel::balance, Qt::Horizontal, Qt::DisplayRole).toString(),
+              QStringLiteral("Balance"));
+    watched.show(book);
+    EXPECT_EQ(watched.model.columnCount(), 5);
+}
+
 TEST(LedgerTableModel, CopiesRowsForSpreadsheetsAndReadsCellsAloud)
 {
     WatchedModel watched;
     const auto rowOf = [&](std::string_view id) { return watched.model.rowOf(id); };
     EXPECT_EQ(watched.model.copyText({rowOf("x1"), rowOf("t1")}).toStdString(),
+              "Date\tEntry\tNote\tAccount\tTo account\tRecorded by\tCurrency\tAmount\tCurrency\tAmount\n"
               "2026-11-06\tExchange\t\tSingapore\t\tMira Owner\tUSD\t-12,000.00\tSGD\t16,074.00\n"
               "2026-11-05\tFunding\t\tOperating bank\tRizky float\tMira Owner\tUSD\t50.00\n");
     const auto aloud = [&](std::string_view id, int column) {

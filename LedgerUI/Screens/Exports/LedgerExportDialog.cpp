@@ -33,6 +33,8 @@
 
 namespace {
 
+using Part = LedgerFilter::Part;
+
 constexpr int bodyWidth = 418;
 constexpr int asideWidth = 382;
 constexpr int kindColumns = 2;
@@ -84,8 +86,7 @@ void presentField(ChoiceField& field, std::string_view name, std::string_view al
 
 LedgerExportDialog::LedgerExportDialog(LedgerStore& store, const LedgerFilter& filter, QWidget* parent)
     : CommandForm{store, parent}, m_form{LedgerExport::opened(filter, *snapshot(), store.today())},
-      m_isNarrowedElsewhere{!filter.text.empty() || !filter.categoryIDs.empty() || filter.figure ||
-                            filter.receipts != LedgerFilter::Receipts::any}
+      m_isNarrowedElsewhere{filter.without(Part::kinds).without(Part::accounts).without(Part::currencies).narrows()}
 {
     setObjectName(QStringLiteral("ledgerExportDialog"));
     confirmButton().setObjectName(QStringLiteral("exportSave"));

@@ -1,5 +1,7 @@
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 
+#include <span>
+
 #include <array>
 
 #include <QApplication>
@@ -379,10 +381,12 @@ void ImportDialog::finish(const Result<void>& outcome)
     }
     present();
     firstField().setFocus(Qt::OtherFocusReason);
-    const auto& inputs = m_reading->plan.inputs;
-    if (m_confirmed > 0)
-        Q_EMIT imported(qString(inputs.front().idempotencyKey), qString(inputs[m_confirmed - 1].idempotencyKey),
-                        m_confirmed);
+    // What an import records is called after its key.
+    std::vector<std::string> ids;
+    for (const auto& input : std::span{m_reading->plan.inputs}.first(m_confirmed))
+        ids.push_back(input.idempotencyKey);
+    if (!ids.empty())
+        Q_EMIT imported(ids);
 }
 
 /// While entries are being recorded, leaving is stopping: the dialog stays to say how far it came.

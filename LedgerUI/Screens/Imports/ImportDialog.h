@@ -25,7 +25,7 @@ public:
 
 Q_SIGNALS:
     /// Entries were recorded; the first and the last of them.
-    void imported(const QString& firstID, const QString& lastID, std::size_t count);
+    void imported(const std::vector<std::string>& entryIDs);
 
 protected:
     void dragEnterEvent(QDragEnterEvent* event) override;

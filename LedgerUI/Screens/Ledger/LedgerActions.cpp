@@ -42,6 +42,35 @@ bool mayRepeat(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
     return isRepeatable && !LedgerEntryAccess::accounts(snapshot, entry.kind).empty();
 }
 
+constexpr std::size_t reversedAtOnce = 200;
+
+/// Whether several are chosen of which the member may undo one at least; of very many only the first are looked at.
+bool mayReverseSome(const LedgerActions::Chosen& chosen)
+{
+    const auto looked = chosen.entries.first(std::min(chosen.entries.size(), reversedAtOnce));
+    return chosen.entries.size() > 1 && std::ranges::any_of(looked, [&](std::uint32_t at) {
+               const auto& entry = chosen.book->transaction(at);
+               return !LedgerEntryAccess::whyNotReverse(entry, chosen.book->snapshot().currentMember);
+           });
+}
+
+QString tooMany(std::size_t count)
+{
+    return count <= reversedAtOnce
+               ? QString{}
+               : word(ledgerWords(), "action.tooMany", {groupedNumber(reversedAtOnce, InterfaceLanguage::tag())});
+}
+
+std::vector<std::string> idsOf(const LedgerActions::Chosen& chosen)
+{
+    std::vector<std::string> ids;
+    if (chosen.entries.size() > reversedAtOnce)
+        return ids;
+    for (const auto at : chosen.entries)
+        ids.push_back(chosen.book->transaction(at).id);
+    return ids;
+}
+
 QString idOf(std::string_view kind)
 {
     return QStringLiteral("newEntry.") + qString(kind);
@@ -110,6 +139,13 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
          .whyNot = chosen.isBusy ? busy : correction,
          .isOffered = isOne && (chosen.detail->offersReversal || !correction.isEmpty()),
          .run = [reverse = chosen.reverse, id] { reverse(id); }},
+        {.id = QStringLiteral("reverseSeveral"),
+         .text = word(ledgerWords(), "action.reverseSeveral",
+                      {groupedNumber(chosen.entries.size(), InterfaceLanguage::tag())}),
+         .glyph = QStringLiteral("arrow-counterclockwise"),
+         .whyNot = chosen.isBusy ? busy : tooMany(chosen.entries.size()),
+         .isOffered = mayReverseSome(chosen),
+         .run = [reverse = chosen.reverseSeveral, ids = idsOf(chosen)] { reverse(ids); }},
         {.id = QStringLiteral("duplicate"),
          .text = word(ledgerWords(), "action.duplicate"),
          .glyph = QStringLiteral("copy"),
@@ -135,10 +171,15 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
 
 QList<QString> LedgerActions::entryMenu()
 {
-    return {QStringLiteral("open"),        QStringLiteral("reverse"),
-            QStringLiteral("duplicate"),   QStringLiteral("refund"),
-            QStringLiteral("onlyAccount"), {},
-            QStringLiteral("copy"),        {}};
+    return {QStringLiteral("open"),
+            QStringLiteral("reverse"),
+            QStringLiteral("reverseSeveral"),
+            QStringLiteral("duplicate"),
+            QStringLiteral("refund"),
+            QStringLiteral("onlyAccount"),
+            {},
+            QStringLiteral("copy"),
+            {}};
 }
 
 std::vector<Action> LedgerActions::sorting(LedgerSort now, const std::function<void(LedgerSort::Key key)>& sortBy)
@@ -154,6 +195,15 @@ std::vector<Action> LedgerActions::sorting(LedgerSort now, const std::function<v
                        .keys = KeyBindings::keys(Command::turnSort),
                        .run = [sortBy, now] { sortBy(now.key); }});
     return actions;
+}
+
+QList<QString> LedgerActions::columnsMenu()
+{
+    return {QStringLiteral("columns.account"),
+            QStringLiteral("columns.member"),
+            QStringLiteral("columns.balance"),
+            {},
+            QStringLiteral("columns.usual")};
 }
 
 QList<QString> LedgerActions::sortingMenu()

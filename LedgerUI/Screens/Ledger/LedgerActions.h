@@ -30,12 +30,16 @@ struct Chosen {
     std::function<void()> open;
     std::function<void()> copy;
     std::function<void(const std::string& entryID)> reverse;
+    std::function<void(std::vector<std::string> entryIDs)> reverseSeveral;
     std::function<void(const std::string& entryID)> duplicate;
     std::function<void(const LedgerRefund& refund)> refund;
     std::function<void(const std::string& accountID)> showOnly;
 };
 std::vector<Action> onEntries(const Chosen& chosen);
 QList<QString> entryMenu();
+
+/// Which columns stand in the table.
+QList<QString> columnsMenu();
 
 /// Sorting by each column; by the one in force turns the order around.
 std::vector<Action> sorting(LedgerSort now, const std::function<void(LedgerSort::Key key)>& sortBy);

@@ -82,6 +82,17 @@ Cell amountCell(const LedgerRow& row, const ThemeColor& kindInk, Density density
     return cell;
 }
 
+/// In red where money is owed.
+Cell balanceCell(const LedgerTableModel& model, int row)
+{
+    Cell cell;
+    for (const auto& balance : model.balancesAt(row)) {
+        const auto ink = balance.sign == MoneyText::Sign::minus ? Token::danger : Token::text2;
+        cell.amounts.push_back({.code = balance.currency, .figure = {.text = balance.figure(), .ink = ink}});
+    }
+    return cell;
+}
+
 }
 
 Cell ledgerCell(const LedgerTableModel& model, const QModelIndex& index, Density density)
@@ -99,6 +110,8 @@ Cell ledgerCell(const LedgerTableModel& model, const QModelIndex& index, Density
         return {.lines = {{.text = row.member, .step = TypeStep::small, .ink = Token::text2}}};
     case LedgerTableModel::amount:
         return amountCell(row, kindInk, density);
+    case LedgerTableModel::balance:
+        return balanceCell(model, index.row());
     default:
         return {};
     }

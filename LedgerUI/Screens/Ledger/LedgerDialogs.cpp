@@ -9,6 +9,7 @@
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
+#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
@@ -17,6 +18,7 @@
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Screens/Entry/BatchReversalDialog.h"
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Exports/LedgerExportDialog.h"
@@ -111,6 +113,15 @@ void LedgerDialogs::reverse(const std::string& entryID)
     dialog->open();
 }
 
+void LedgerDialogs::reverse(const std::vector<std::string>& entryIDs)
+{
+    auto* dialog = new BatchReversalDialog(m_store, entryIDs, m_page.window());
+    connect(dialog, &BatchReversalDialog::reversed, this, [this](std::size_t count) {
+        Q_EMIT done(countedIn(InterfaceLanguage::tag(), entryFormWords(), "batch.result", count));
+    });
+    dialog->open();
+}
+
 void LedgerDialogs::exportEntries(const LedgerFilter& filter)
 {
     auto* dialog = new LedgerExportDialog(m_store, filter, m_page.window());
@@ -122,11 +133,10 @@ void LedgerDialogs::exportEntries(const LedgerFilter& filter)
 void LedgerDialogs::importEntries()
 {
     auto* dialog = new ImportDialog(m_store, m_page.window());
-    connect(dialog, &ImportDialog::imported, this,
-            [this](const QString& /*firstID*/, const QString& lastID, std::size_t count) {
-                Q_EMIT recorded(lastID);
-                Q_EMIT done(countedIn(InterfaceLanguage::tag(), importWords(), "done", count));
-            });
+    connect(dialog, &ImportDialog::imported, this, [this](const std::vector<std::string>& ids) {
+        Q_EMIT imported(ids);
+        Q_EMIT done(countedIn(InterfaceLanguage::tag(), importWords(), "done", ids.size()));
+    });
     dialog->open();
 }
 

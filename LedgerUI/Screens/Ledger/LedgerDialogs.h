@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <QObject>
 
@@ -27,6 +28,8 @@ public:
     void duplicate(const std::string& entryID);
     void refund(const LedgerRefund& refund);
     void reverse(const std::string& entryID);
+    /// Several, for one reason.
+    void reverse(const std::vector<std::string>& entryIDs);
     void exportEntries(const LedgerFilter& filter);
     void importEntries();
     void showReceipt(const std::string& entryID, std::size_t at);
@@ -36,6 +39,7 @@ Q_SIGNALS:
     /// Entries that are in the ledger now.
     void recorded(const QString& entryID);
     void reversed(const QString& originalID);
+    void imported(const std::vector<std::string>& entryIDs);
     /// Something was done, said in a sentence.
     void done(const QString& text);
 

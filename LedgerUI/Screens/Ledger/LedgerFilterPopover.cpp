@@ -8,6 +8,7 @@
 #include "LedgerUI/Components/Table/ChoiceList.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Screens/Ledger/AmountRangeFields.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -31,20 +32,29 @@ LedgerFilterPopover::LedgerFilterPopover(QWidget* anchor) : Popover{anchor}, m_b
     m_parts->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_choices = new ChoiceList(this);
     m_choices->setFixedWidth(choicesWidth);
+    m_amounts = new AmountRangeFields(this);
+    m_amounts->setFixedWidth(choicesWidth);
+    m_amounts->hide();
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(Space::step2, Space::step2, Space::step2, Space::step2);
     row->setSpacing(Space::step2);
     row->addWidget(m_parts);
     row->addWidget(m_choices, 1);
+    row->addWidget(m_amounts, 1);
     connect(m_choices, &ChoiceList::chosenChanged, this, [this](const ChoiceList::Chosen& chosen) {
         m_filter = withChosen(m_filter, m_part, chosen);
         Q_EMIT choicesWanted(m_part, chosen);
     });
+    connect(m_amounts, &AmountRangeFields::amountsWanted, this, [this](const LedgerFilter::Amounts& amounts) {
+        m_filter.amounts = amounts;
+        Q_EMIT amountsWanted(amounts);
+    });
     connect(m_parts, &QListWidget::currentRowChanged, this, [this](int at) {
         if (at >= 0)
-            presentPart(LedgerFilter::chosenParts[static_cast<std::size_t>(at)]);
+            presentPart(LedgerFilter::listedParts[static_cast<std::size_t>(at)]);
     });
-    connect(m_parts, &QListWidget::itemActivated, this, [this] { m_choices->firstStop()->setFocus(); });
+    connect(m_parts, &QListWidget::itemActivated, this,
+            [this] { (m_part == Part::amounts ? m_amounts->firstStop() : m_choices->firstStop())->setFocus(); });
 }
 
 void LedgerFilterPopover::openOn(const LedgerBookPointer& book, const LedgerFilter& filter, Part part)
@@ -56,16 +66,17 @@ void LedgerFilterPopover::openOn(const LedgerBookPointer& book, const LedgerFilt
     open(m_choices->firstStop());
 }
 
-void LedgerFilterPopover::openOnAll(const LedgerBookPointer& book, const LedgerFilter& filter)
+void LedgerFilterPopover::openOnAll(const LedgerBookPointer& book, const LedgerFilter& filter, Part first)
 {
     const QSignalBlocker quiet{m_parts};
     m_parts->clear();
     m_parts->setAccessibleName(word(ledgerWords(), "filters"));
-    for (const auto part : LedgerFilter::chosenParts)
+    for (const auto part : LedgerFilter::listedParts)
         (new QListWidgetItem(partName(part, InterfaceLanguage::tag()), m_parts))->setSizeHint({0, partRow});
-    m_parts->setCurrentRow(0);
+    m_parts->setCurrentRow(
+        static_cast<int>(std::ranges::find(LedgerFilter::listedParts, first) - LedgerFilter::listedParts.begin()));
     m_parts->show();
-    start(book, filter, LedgerFilter::chosenParts[0]);
+    start(book, filter, first);
     setFixedHeight(std::min(roomBelow(), highest));
     open(m_parts);
 }
@@ -80,6 +91,13 @@ void LedgerFilterPopover::start(const LedgerBookPointer& book, const LedgerFilte
 void LedgerFilterPopover::presentPart(Part part)
 {
     m_part = part;
+    m_choices->setVisible(part != Part::amounts);
+    m_amounts->setVisible(part == Part::amounts);
+    if (part == Part::amounts) {
+        setAccessibleName(partName(part, InterfaceLanguage::tag()));
+        m_amounts->present(m_filter.amounts);
+        return;
+    }
     std::vector<ChoiceList::Choice> choices;
     for (const auto& choice : filterChoices(*m_book, part))
         choices.push_back({choice.id, choice.text, choice.level == LedgerFilterChoice::Level::child});

@@ -3,6 +3,7 @@
 #include "LedgerUI/Components/Dialogs/Popover.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
 
+class AmountRangeFields;
 class ChoiceList;
 class QListWidget;
 
@@ -15,10 +16,11 @@ public:
 
     /// Opens on one part.
     void openOn(const LedgerBookPointer& book, const LedgerFilter& filter, LedgerFilter::Part part);
-    /// Opens on all parts, named at the left.
-    void openOnAll(const LedgerBookPointer& book, const LedgerFilter& filter);
+    /// Opens on all parts, named at the left, with one of them chosen.
+    void openOnAll(const LedgerBookPointer& book, const LedgerFilter& filter, LedgerFilter::Part first);
 
 Q_SIGNALS:
+    void amountsWanted(const LedgerFilter::Amounts& amounts);
     void choicesWanted(LedgerFilter::Part part, const LedgerFilter::Choices& choices);
 
 private:
@@ -32,4 +34,5 @@ private:
     LedgerFilter::Part m_part = LedgerFilter::Part::kinds;
     QListWidget* m_parts = nullptr;
     ChoiceList* m_choices = nullptr;
+    AmountRangeFields* m_amounts = nullptr;
 };

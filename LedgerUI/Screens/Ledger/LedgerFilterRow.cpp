@@ -79,9 +79,9 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
     row->setSpacing(Space::step1);
     row->addWidget(m_search, 100); // up to its maximum before the stretch takes any
     row->addSpacing(Space::step1);
-    row->addWidget(m_all);
     for (auto* button : m_buttons)
         row->addWidget(button);
+    row->addWidget(m_all);
     row->addWidget(m_clear);
     row->addStretch(1);
     row->addWidget(m_detail);
@@ -120,7 +120,6 @@ void LedgerFilterRow::buildButtons()
     m_all = filterButton("filterAll", "funnel", Qt::LeftToRight, this);
     m_all->setProperty("kind", QStringLiteral("outlined"));
     m_all->setIconSize({Space::iconBeforeText, Space::icon});
-    m_all->hide();
     for (std::size_t at = 0; at < parts.size(); ++at)
         m_buttons[at] = filterButton(buttonNames[at], "chevron-down", Qt::RightToLeft, this);
     for (auto* button : m_buttons)
@@ -161,7 +160,7 @@ void LedgerFilterRow::retranslate()
 void LedgerFilterRow::setFolded(bool isFolded)
 {
     m_isFolded = isFolded;
-    m_all->setVisible(isFolded);
+    presentButtons();
     for (auto* button : m_buttons)
         button->setVisible(!isFolded);
     presentChips();
@@ -209,8 +208,13 @@ void LedgerFilterRow::open(QToolButton* button)
             [this](Part part, const LedgerFilter::Choices& choices) {
                 Q_EMIT filterWanted(withChosen(m_filter, part, choices));
             });
+    connect(popover, &LedgerFilterPopover::amountsWanted, this, [this](const LedgerFilter::Amounts& amounts) {
+        auto filter = m_filter;
+        filter.amounts = amounts;
+        Q_EMIT filterWanted(filter);
+    });
     if (button == m_all) {
-        popover->openOnAll(m_browser->book(), m_filter);
+        popover->openOnAll(m_browser->book(), m_filter, m_isFolded ? parts.front() : Part::members);
         return;
     }
     const auto at = static_cast<std::size_t>(std::ranges::find(m_buttons, button) - m_buttons.begin());
@@ -249,7 +253,12 @@ void LedgerFilterRow::presentButtons()
         m_buttons[at]->setChecked(chosen > 0);
         m_buttons[at]->setAccessibleName(m_buttons[at]->text());
     }
-    m_all->setText(counted(wordIn(locale, ledgerWords(), "filters"), set));
+    // Wide, the button offers the parts that have none of their own.
+    std::size_t more = 0;
+    for (const auto part : {Part::members, Part::amounts})
+        more += m_filter.isSet(part) ? 1 : 0;
+    set = m_isFolded ? set + more : more;
+    m_all->setText(counted(wordIn(locale, ledgerWords(), m_isFolded ? "filters" : "filters.more"), set));
     m_all->setChecked(set > 0);
     m_all->setAccessibleName(m_all->text());
     m_clear->setVisible(m_filter.narrows());
@@ -268,7 +277,8 @@ void LedgerFilterRow::presentChips()
     std::vector<Part> chips; // what no button shows
     if (m_isFolded)
         chips.assign(parts.begin(), parts.end());
-    chips.push_back(Part::figure);
+    for (const auto part : {Part::members, Part::amounts, Part::figure})
+        chips.push_back(part);
     for (const auto part : chips) {
         if (!book || !m_filter.isSet(part))
             continue;

@@ -7,6 +7,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QScopedValueRollback>
 
 #include "LedgerUI/Components/Table/RowHeads.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -21,11 +22,13 @@ namespace {
 
 constexpr int accountWidth = 182;
 constexpr int accountWidthWide = 236;
+constexpr int accountWidthBesideBalances = 124;
 constexpr int memberWidth = 124;
 constexpr int entryOnOneLine = 320;
 constexpr int entryMinimum = 120;
 constexpr int amountMinimum = 150;
 constexpr int codeToDigits = 16;
+constexpr int narrowest = 48; // however a person draws a column
 
 using Key = LedgerSort::Key;
 using Direction = LedgerSort::Direction;
@@ -64,8 +67,30 @@ LedgerTable::LedgerTable(LedgerTableModel* model, QWidget* parent)
     setObjectName(QStringLiteral("ledgerTable"));
     m_model->setParent(this);
     heads().setGlyphColumn(LedgerTableModel::entry);
-    connect(&heads(), &QHeaderView::sectionClicked, this,
-            [this](int column) { Q_EMIT sortWanted(sortedBy(keys[static_cast<std::size_t>(column)])); });
+    connect(&heads(), &QHeaderView::sectionClicked, this, [this](int column) {
+        if (column < static_cast<int>(keys.size()))
+            Q_EMIT sortWanted(sortedBy(keys[static_cast<std::size_t>(column)]));
+    });
+    heads().setSectionResizeMode(QHeaderView::Interactive);
+    heads().setSectionResizeMode(LedgerTableModel::entry, QHeaderView::Fixed); // takes what the others leave
+    connect(&heads(), &QHeaderView::sectionResized, this, [this](int column, int /*before*/, int width) {
+        if (m_isLayingOut || width == 0)
+            return;
+        m_widths[column] = width;
+        layOut();
+    });
+    connect(&heads(), &QHeaderView::sectionHandleDoubleClicked, this, [this](int column) {
+        m_widths.erase(column);
+        layOut();
+    });
+    heads().setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(&heads(), &QWidget::customContextMenuRequested, this,
+            [this](QPoint place) { Q_EMIT columnsWanted(heads().viewport()->mapToGlobal(place)); });
+    // Rows are chosen whole, with a column that has just come.
+    connect(m_model, &QAbstractItemModel::columnsInserted, this, [this] {
+        selectionModel()->select(selectionModel()->selection(),
+                                 QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    });
 }
 
 void LedgerTable::present(const LedgerBrowser& browser)
@@ -95,6 +120,29 @@ void LedgerTable::copySelection() const
     const auto rows = selectedRows();
     if (!rows.empty())
         QGuiApplication::clipboard()->setText(m_model->copyText(rows));
+}
+
+bool LedgerTable::chooseAll(const std::vector<std::string>& ids)
+{
+    std::vector<int> rows;
+    std::ranges::transform(ids, std::back_inserter(rows), [this](const std::string& id) { return m_model->rowOf(id); });
+    std::erase(rows, -1);
+    if (rows.empty())
+        return false;
+    std::ranges::sort(rows);
+    QItemSelection selection; // neighbours as one range: thousands of ranges take their square
+    for (std::size_t first = 0; first < rows.size();) {
+        auto last = first;
+        while (last + 1 < rows.size() && rows[last + 1] <= rows[last] + 1)
+            ++last;
+        selection.append({m_model->index(rows[first], 0), m_model->index(rows[last], 0)});
+        first = last + 1;
+    }
+    const auto top = m_model->index(rows.front(), 0);
+    selectionModel()->setCurrentIndex(top, QItemSelectionModel::NoUpdate);
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    scrollTo(top);
+    return true;
 }
 
 LedgerSort LedgerTable::sortedBy(Key key) const
@@ -141,23 +189,83 @@ int LedgerTable::amountWidth() const
     return std::max(amountMinimum, widest + Space::cellPadding + Space::cellPaddingOuter);
 }
 
+/// Room for the largest balance of each currency.
+int LedgerTable::balanceWidth() const
+{
+    const auto& listing = m_model->listing();
+    if (!m_model->hasBalances() || !listing || !listing->statement)
+        return 0;
+    int widest = horizontalHeader()->sectionSizeHint(LedgerTableModel::balance);
+    for (const auto& each : listing->statement->widest) {
+        const auto money =
+            balanceText(each.minor, listing->book->currencies().id(each.currency), listing->book->locale());
+        widest = std::max(widest, textWidth(TypeStep::micro, money.currency) + codeToDigits +
+                                      textWidth(TypeStep::body, money.figure()) + Space::cellPadding +
+                                      Space::cellPaddingOuter);
+    }
+    return widest;
+}
+
+int LedgerTable::chosenWidth(int column, int usual) const
+{
+    const auto found = m_widths.find(column);
+    return found == m_widths.end() ? usual : std::max(found->second, narrowest);
+}
+
+bool LedgerTable::isColumnWanted(int column) const
+{
+    const auto found = m_wanted.find(column);
+    return found == m_wanted.end() ? !isColumnHidden(column) : found->second;
+}
+
+void LedgerTable::setColumnWanted(int column, bool isWanted)
+{
+    m_wanted[column] = isWanted;
+    layOut();
+}
+
+void LedgerTable::resetColumns()
+{
+    m_wanted.clear();
+    m_widths.clear();
+    layOut();
+}
+
 void LedgerTable::layOut()
 {
+    const QScopedValueRollback quiet{m_isLayingOut, true};
+    const auto isWanted = [this](int column, bool usually) {
+        const auto found = m_wanted.find(column);
+        return found == m_wanted.end() ? usually : found->second;
+    };
     const int room = viewport()->width();
     const auto head = [this](int column) { return horizontalHeader()->sectionSizeHint(column); };
-    const int amounts = amountWidth();
-    const int dates = std::max(head(LedgerTableModel::date), dateWidth());
-    const int members = std::max(head(LedgerTableModel::member), memberWidth);
+    const bool hasBalances = m_model->hasBalances() && isWanted(LedgerTableModel::balance, true);
+    const int balances = hasBalances ? chosenWidth(LedgerTableModel::balance, balanceWidth()) : 0;
+    const int amounts = chosenWidth(LedgerTableModel::amount, amountWidth()) + balances;
+    const int dates = chosenWidth(LedgerTableModel::date, std::max(head(LedgerTableModel::date), dateWidth()));
+    const int members = chosenWidth(LedgerTableModel::member, std::max(head(LedgerTableModel::member), memberWidth));
     const int accountsWide = std::clamp(room / 4, accountWidth, accountWidthWide);
     // One line only where it still leaves room for category and note.
     const bool isWide = room >= Space::oneLineFrom && room - dates - members - accountsWide - amounts >= entryOnOneLine;
     setDensity(isWide ? RowDelegate::Density::oneLine : RowDelegate::Density::twoLines);
-    setColumnHidden(LedgerTableModel::member, !isWide);
-    const int accounts = isWide ? accountsWide : accountWidth;
+    const bool hasMembers = isWanted(LedgerTableModel::member, isWide);
+    const bool hasAccounts = isWanted(LedgerTableModel::account, true);
+    setColumnHidden(LedgerTableModel::member, !hasMembers);
+    setColumnHidden(LedgerTableModel::account, !hasAccounts);
+    if (m_model->hasBalances())
+        setColumnHidden(LedgerTableModel::balance, !hasBalances);
+    // Beside balances every row is of the one account: its name gives way to the entry.
+    const int accountsUsual = isWide ? accountsWide : hasBalances ? accountWidthBesideBalances : accountWidth;
+    const int accounts = hasAccounts ? chosenWidth(LedgerTableModel::account, accountsUsual) : 0;
     setColumnWidth(LedgerTableModel::date, dates);
-    setColumnWidth(LedgerTableModel::account, accounts);
-    setColumnWidth(LedgerTableModel::member, members);
-    setColumnWidth(LedgerTableModel::amount, amounts);
+    if (hasAccounts)
+        setColumnWidth(LedgerTableModel::account, accounts);
+    if (hasMembers)
+        setColumnWidth(LedgerTableModel::member, members);
+    setColumnWidth(LedgerTableModel::amount, amounts - balances);
+    if (hasBalances)
+        setColumnWidth(LedgerTableModel::balance, balances);
     setColumnWidth(LedgerTableModel::entry,
-                   std::max(entryMinimum, room - dates - accounts - (isWide ? members : 0) - amounts));
+                   std::max(entryMinimum, room - dates - accounts - (hasMembers ? members : 0) - amounts));
 }

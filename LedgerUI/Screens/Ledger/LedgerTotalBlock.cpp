@@ -5,18 +5,38 @@
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Ledger/LedgerRow.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/MoneyText.h"
 #include "LedgerUI/Theme/Space.h"
 
-void presentTotalFigure(TextLabel& label, const std::string& currency, const std::optional<std::int64_t>& minor,
-                        Token tone)
+void presentTotalFigure(TextLabel& label, const std::string& currency, const LedgerTotalFigures::Figure& figure)
 {
-    const auto amount = minor.value_or(0);
-    const auto money = amount == 0 ? MoneyText{} : movementText(amount, currency, InterfaceLanguage::tag());
-    label.setText(amount == 0 ? QStringLiteral("–") : money.figure());
-    label.setTone(amount == 0 ? Token::text3 : tone);
-    label.setAccessibleName(amount == 0 ? QString{} : money.spoken);
+    const auto amount = figure.minor.value_or(0);
+    const bool isBalance = figure.kind == LedgerTotalFigures::Figure::Kind::balance;
+    const bool isDash = !figure.minor || (amount == 0 && !isBalance);
+    const auto& locale = InterfaceLanguage::tag();
+    const auto money = isBalance ? balanceText(amount, currency, locale) : movementText(amount, currency, locale);
+    label.setText(isDash ? QStringLiteral("–") : money.figure());
+    label.setTone(isDash ? Token::text3 : figure.tone);
+    label.setAccessibleName(isDash ? QString{} : money.spoken);
+}
+
+LedgerTotalFigures figuresOf(const LedgerTotal& total)
+{
+    return {.currency = total.currency,
+            .figures = {{.name = "totals.in", .minor = total.incoming, .tone = Token::ok},
+                        {.name = "totals.out", .minor = total.outgoing},
+                        {.name = "totals.net", .minor = total.net}}};
+}
+
+LedgerTotalFigures figuresOf(const LedgerStatement::Line& line)
+{
+    using enum LedgerTotalFigures::Figure::Kind;
+    return {.currency = line.currency,
+            .figures = {{.name = "statement.opening", .minor = line.opening, .kind = balance},
+                        {.name = "totals.in", .minor = line.incoming, .tone = Token::ok},
+                        {.name = "totals.out", .minor = line.outgoing},
+                        {.name = "statement.closing", .minor = line.closing, .kind = balance}}};
 }
 
 LedgerTotalBlock::LedgerTotalBlock(Place place, QWidget* parent) : QWidget{parent}
@@ -32,10 +52,8 @@ LedgerTotalBlock::LedgerTotalBlock(Place place, QWidget* parent) : QWidget{paren
     }
     m_code = new TextLabel(TypeStep::micro, Token::text3, this);
     row->addWidget(m_code);
-    m_incoming = addFigure();
-    m_outgoing = addFigure();
-    m_net = addFigure();
-    m_net.amount->setBold(true);
+    for (auto& figure : m_figures)
+        figure = addFigure();
 }
 
 LedgerTotalBlock::Figure LedgerTotalBlock::addFigure()
@@ -48,21 +66,20 @@ LedgerTotalBlock::Figure LedgerTotalBlock::addFigure()
     return figure;
 }
 
-void LedgerTotalBlock::present(const LedgerTotal& total, Detail detail)
+void LedgerTotalBlock::present(const LedgerTotalFigures& total, Detail detail)
 {
     m_code->setText(QString::fromStdString(total.currency));
-    present(m_net, "totals.net", total.currency, total.net, Token::text);
-    for (auto* each : {m_incoming.name, m_incoming.amount, m_outgoing.name, m_outgoing.amount})
-        each->setVisible(detail == Detail::inOutAndNet);
-    if (detail == Detail::netAlone)
-        return;
-    present(m_incoming, "totals.in", total.currency, total.incoming, Token::ok);
-    present(m_outgoing, "totals.out", total.currency, total.outgoing, Token::text);
-}
-
-void LedgerTotalBlock::present(const Figure& figure, const char* name, const std::string& currency,
-                               const std::optional<std::int64_t>& minor, Token tone)
-{
-    figure.name->setText(word(ledgerWords(), name));
-    presentTotalFigure(*figure.amount, currency, minor, tone);
+    const auto count = total.figures.size();
+    for (std::size_t at = 0; at < m_figures.size(); ++at) {
+        const auto& [name, amount] = m_figures[at];
+        const bool isLast = at + 1 == count;
+        const bool isShown = at < count && (isLast || detail == Detail::all);
+        name->setVisible(isShown);
+        amount->setVisible(isShown);
+        if (!isShown)
+            continue;
+        name->setText(word(ledgerWords(), total.figures[at].name));
+        amount->setBold(isLast);
+        presentTotalFigure(*amount, total.currency, total.figures[at]);
+    }
 }

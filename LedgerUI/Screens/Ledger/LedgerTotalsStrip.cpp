@@ -13,6 +13,7 @@
 #include "LedgerUI/Components/Dialogs/Popover.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Ledger/LedgerListing.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Screens/Ledger/LedgerTotalBlock.h"
 #include "LedgerUI/Theme/Space.h"
@@ -28,12 +29,10 @@ TextLabel* label(const QString& text, TypeStep step, Token tone, QWidget* parent
     return made;
 }
 
-/// An amount of a total, or a quiet dash for none.
-TextLabel* figure(const LedgerTotal& total, const std::optional<std::int64_t>& minor, TypeStep step, Token tone,
-                  QWidget* parent)
+TextLabel* figure(const std::string& currency, const LedgerTotalFigures::Figure& shown, TypeStep step, QWidget* parent)
 {
-    auto* made = new TextLabel(step, tone, parent);
-    presentTotalFigure(*made, total.currency, minor, tone);
+    auto* made = new TextLabel(step, shown.tone, parent);
+    presentTotalFigure(*made, currency, shown);
     return made;
 }
 
@@ -73,21 +72,44 @@ LedgerTotalsStrip::LedgerTotalsStrip(QWidget* parent) : QFrame{parent}
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
-void LedgerTotalsStrip::present(std::size_t entries, std::size_t ofAll, std::vector<LedgerTotal> totals)
+LedgerTotalsStrip::Content LedgerTotalsStrip::contentOf(const LedgerListing& listing, std::size_t selected,
+                                                        const std::vector<LedgerTotal>& sums)
 {
-    m_entries = entries;
-    m_all = ofAll;
-    m_totals = std::move(totals);
+    using Part = LedgerFilter::Part;
+    const auto& locale = InterfaceLanguage::tag();
+    const auto rows = listing.rows.size();
+    const auto all = listing.book->size();
+    const auto& filter = listing.query.filter;
+    const auto entries =
+        rows == all ? countedIn(locale, ledgerWords(), "entries", all)
+                    : word(ledgerWords(), "entries.of", {groupedNumber(rows, locale), groupedNumber(all, locale)});
+    Content content{.count = entries, .totals = {}, .hint = word(ledgerWords(), "totals.hint")};
+    const auto add = [&](const auto& each) { content.totals.push_back(figuresOf(each)); };
+    if (selected > 1) {
+        content.count = countedIn(locale, ledgerWords(), "selected", selected);
+        std::ranges::for_each(sums, add);
+    } else if (listing.statement && !filter.without(Part::accounts).without(Part::currencies).narrows()) {
+        content.hint = word(ledgerWords(), "statement.hint");
+        for (const auto& line : listing.statement->lines) {
+            if (filter.currencies.empty() || filter.currencies.contains(line.currency))
+                add(line);
+        }
+    } else {
+        std::ranges::for_each(listing.totals, add);
+    }
+    return content;
+}
+
+void LedgerTotalsStrip::present(Content content)
+{
+    m_content = std::move(content);
     retranslate();
 }
 
 void LedgerTotalsStrip::retranslate()
 {
-    const auto& locale = InterfaceLanguage::tag();
-    m_count->setText(m_entries == m_all ? countedIn(locale, ledgerWords(), "entries", m_entries)
-                                        : word(ledgerWords(), "entries.of",
-                                               {groupedNumber(m_entries, locale), groupedNumber(m_all, locale)}));
-    m_more->setName(wordIn(locale, ledgerWords(), "totals.more"));
+    m_count->setText(m_content.count);
+    m_more->setName(word(ledgerWords(), "totals.more"));
     presentFigures();
 }
 
@@ -99,10 +121,10 @@ void LedgerTotalsStrip::resizeEvent(QResizeEvent* event)
 
 void LedgerTotalsStrip::presentFigures()
 {
-    m_more->setVisible(!m_totals.empty());
-    auto shown = presentBlocks(Detail::inOutAndNet);
-    if (shown < std::min(m_totals.size(), worthTheWidth))
-        shown = presentBlocks(Detail::netAlone);
+    m_more->setVisible(!m_content.totals.empty());
+    auto shown = presentBlocks(Detail::all);
+    if (shown < std::min(m_content.totals.size(), worthTheWidth))
+        shown = presentBlocks(Detail::lastAlone);
     for (std::size_t at = 0; at < m_blocks.size(); ++at)
         m_blocks[at]->setVisible(at < shown);
 }
@@ -112,7 +134,7 @@ std::size_t LedgerTotalsStrip::presentBlocks(Detail detail)
 {
     int room = width() - m_count->sizeHint().width() - m_more->width() - Space::pageMargin - 4 * Space::step2;
     std::size_t shown = 0;
-    for (const auto& total : m_totals) {
+    for (const auto& total : m_content.totals) {
         if (shown == m_blocks.size())
             break;
         auto* block = m_blocks[shown];
@@ -160,19 +182,21 @@ QWidget* LedgerTotalsStrip::table() const
     grid->setContentsMargins(Space::step4, Space::step3, Space::step4, Space::step3);
     grid->setHorizontalSpacing(Space::step6);
     grid->setVerticalSpacing(Space::step1);
-    int column = 1;
-    for (const auto* key : {"totals.in", "totals.out", "totals.net"})
-        grid->addWidget(label(word(ledgerWords(), key), TypeStep::small, Token::text2, content), 0, column++,
-                        Qt::AlignRight);
-    int row = 1;
-    for (const auto& total : m_totals) {
-        grid->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, content), row, 0);
-        grid->addWidget(figure(total, total.incoming, TypeStep::body, Token::ok, content), row, 1, Qt::AlignRight);
-        grid->addWidget(figure(total, total.outgoing, TypeStep::body, Token::text, content), row, 2, Qt::AlignRight);
-        auto* net = figure(total, total.net, TypeStep::body, Token::text, content);
-        net->setBold(true);
-        grid->addWidget(net, row++, 3, Qt::AlignRight);
+    int row = 0;
+    for (const auto& total : m_content.totals) {
+        int column = 1;
+        for (const auto& each : total.figures) {
+            if (row == 0)
+                grid->addWidget(label(word(ledgerWords(), each.name), TypeStep::small, Token::text2, content), 0,
+                                column, Qt::AlignRight);
+            auto* shown = figure(total.currency, each, TypeStep::body, content);
+            shown->setBold(&each == &total.figures.back());
+            grid->addWidget(shown, row + 1, column++, Qt::AlignRight);
+        }
+        grid->addWidget(label(QString::fromStdString(total.currency), TypeStep::micro, Token::text3, content), ++row,
+                        0);
     }
-    grid->addWidget(label(word(ledgerWords(), "totals.hint"), TypeStep::small, Token::text2, content), row, 0, 1, 4);
+    if (!m_content.hint.isEmpty())
+        grid->addWidget(label(m_content.hint, TypeStep::small, Token::text2, content), row + 1, 0, 1, 5);
     return content;
 }

@@ -11,17 +11,26 @@
 #include "LedgerUI/Screens/Ledger/LedgerTotalBlock.h"
 
 class IconButton;
+struct LedgerListing;
 class TextLabel;
 
-/// Under the table: how many entries are shown and what they bring in each currency. As many currencies as fit, at
-/// most four; a panel lists them all.
+/// Under the table: how many entries are shown and what they bring in each currency; of several that are selected what
+/// those bring, and of a single account what it began and ended with. As many currencies as fit, at most four; a panel
+/// lists them all.
 class LedgerTotalsStrip final : public QFrame {
     Q_OBJECT
 public:
     explicit LedgerTotalsStrip(QWidget* parent = nullptr);
 
-    /// `entries` are shown `ofAll` that there are.
-    void present(std::size_t entries, std::size_t ofAll, std::vector<LedgerTotal> totals);
+    struct Content {
+        QString count; // how many entries the figures are about
+        std::vector<LedgerTotalFigures> totals;
+        QString hint = {}; // what they count
+    };
+    /// Of several selected entries what they bring; of a single account, narrowed by nothing but that and the period,
+    /// what it began and ended with; else what the entries shown bring. `sums` are those of the selected ones.
+    static Content contentOf(const LedgerListing& listing, std::size_t selected, const std::vector<LedgerTotal>& sums);
+    void present(Content content);
     void retranslate();
 
 protected:
@@ -36,9 +45,7 @@ private:
     void openAll();
     [[nodiscard]] QWidget* table() const;
 
-    std::size_t m_entries = 0;
-    std::size_t m_all = 0;
-    std::vector<LedgerTotal> m_totals;
+    Content m_content;
     TextLabel* m_count = nullptr;
     QWidget* m_figures = nullptr;
     std::array<LedgerTotalBlock*, 4> m_blocks{};

@@ -1,5 +1,6 @@
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QAction>
@@ -19,13 +20,16 @@
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Entry/EntryDayPopover.h"
 #include "LedgerUI/Screens/Exports/LedgerPrinting.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 #include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
 #include "LedgerUI/Screens/Ledger/LedgerFilterRow.h"
+#include "LedgerUI/Screens/Ledger/LedgerGuide.h"
 #include "LedgerUI/Screens/Ledger/LedgerMessages.h"
 #include "LedgerUI/Screens/Ledger/LedgerNoticeView.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
@@ -71,6 +75,8 @@ LedgerView::LedgerView(LedgerStore& store, QWidget* parent) : PageView{parent}, 
     presentActions();
     buildLayout();
     bindParts();
+    bindDetail();
+    bindDialogs();
     m_filters->setDetailShown(m_page->isDetailShown());
     retranslate();
     adoptSnapshot();
@@ -103,6 +109,7 @@ void LedgerView::buildLayout()
     m_table = new LedgerTable(this);
     m_notice = new LedgerNoticeView(this);
     m_totals = new LedgerTotalsStrip(this);
+    m_guide = new LedgerGuide(*m_browser, *m_table, *m_messages, this);
     m_detail = new LedgerDetailPane(this);
     m_page = new ListDetailPage({.header = m_header,
                                  .filters = m_filters,
@@ -120,7 +127,7 @@ void LedgerView::buildLayout()
 
 void LedgerView::bindParts()
 {
-    const auto entryWanted = [this](const QString& id) { showEntry(id.toStdString(), Shows::always); };
+    const auto entryWanted = [this](const QString& id) { showEntry(id.toStdString()); };
     connect(&m_store, &LedgerStore::snapshotChanged, this, &LedgerView::adoptSnapshot);
     connect(&m_store, &LedgerStore::isBusyChanged, this, [this] {
         presentActions();
@@ -150,11 +157,22 @@ void LedgerView::bindParts()
     connect(m_table, &RowTable::opened, m_page, &ListDetailPage::openDetail);
     connect(m_table, &RowTable::menuWanted, this, &LedgerView::openMenu);
     connect(m_table, &LedgerTable::sortWanted, m_browser, &LedgerBrowser::setSort);
+    connect(m_table, &LedgerTable::columnsWanted, this, [this](QPoint place) {
+        auto* menu = new QMenu(m_table);
+        menu->setObjectName(QStringLiteral("columnsMenu"));
+        menu->setAttribute(Qt::WA_DeleteOnClose);
+        m_actions->fill(*menu, LedgerActions::columnsMenu());
+        menu->popup(place);
+    });
+}
+
+void LedgerView::bindDetail()
+{
     connect(m_detail, &LedgerDetailPane::closeWanted, m_page, &ListDetailPage::closeDetail);
     connect(m_detail, &LedgerDetailPane::left, m_page, &ListDetailPage::leaveDetail);
     connect(m_detail, &LedgerDetailPane::reversalWanted, this,
             [this](const QString& id) { m_dialogs->reverse(id.toStdString()); });
-    connect(m_detail, &LedgerDetailPane::entryWanted, this, entryWanted);
+    connect(m_detail, &LedgerDetailPane::entryWanted, this, [this](const QString& id) { showEntry(id.toStdString()); });
     connect(m_detail, &LedgerDetailPane::receiptWanted, this,
             [this](const QString& id, std::size_t at) { m_dialogs->showReceipt(id.toStdString(), at); });
     connect(m_detail, &LedgerDetailPane::receiptsOffered, this,
@@ -164,9 +182,15 @@ void LedgerView::bindParts()
     connect(m_detail, &LedgerDetailPane::recordWanted, this, &LedgerView::linkPressed);
     connect(m_detail, &LedgerDetailPane::accountWanted, this,
             [this](const QString& id) { showOnlyAccount(id.toStdString()); });
+}
+
+void LedgerView::bindDialogs()
+{
     connect(m_dialogs, &LedgerDialogs::recorded, this,
-            [this](const QString& id) { showEntry(id.toStdString(), Shows::whereItStands); });
-    connect(m_dialogs, &LedgerDialogs::reversed, this, entryWanted);
+            [this](const QString& id) { m_guide->goTo({id.toStdString()}, LedgerGuide::Shows::whereItStands); });
+    connect(m_dialogs, &LedgerDialogs::reversed, this, [this](const QString& id) { showEntry(id.toStdString()); });
+    connect(m_dialogs, &LedgerDialogs::imported, this,
+            [this](const std::vector<std::string>& ids) { m_guide->goTo(ids, LedgerGuide::Shows::always); });
     connect(m_dialogs, &LedgerDialogs::done, this, &LedgerView::done);
 }
 
@@ -199,7 +223,7 @@ void LedgerView::follow(const PageLink& link)
         m_browser->setFilter(*link.entries);
         m_page->focusContent();
     } else if (link.action == PageAction::showEntry) {
-        showEntry(link.subject, Shows::always);
+        showEntry(link.subject);
     } else if (link.action == PageAction::showAccount) {
         // All that is on the account, whatever was looked for here before.
         LedgerFilter filter{.period = Period::allTime()};
@@ -235,7 +259,8 @@ void LedgerView::present()
         m_table->present(*m_browser);
         if (listing->notice)
             m_notice->present(*listing->notice);
-        m_totals->present(listing->rows.size(), book.size(), listing->totals);
+        m_totals->present(LedgerTotalsStrip::contentOf(*m_browser->listing(), m_selected.size(), m_sums));
+        presentColumns();
         m_page->setHasContents(book.size() > 0);
         m_page->show(listing->notice ? ListDetailPage::Content::notice : ListDetailPage::Content::table);
     } else if (m_browser->isPreparing()) {
@@ -244,7 +269,28 @@ void LedgerView::present()
     }
     m_messages->present(*m_browser);
     presentActions();
-    settleAwaited();
+    m_guide->settle();
+}
+
+void LedgerView::presentColumns()
+{
+    const auto column = [this](int at, const char* name, bool isOffered) {
+        return Action{.id = QStringLiteral("columns.") + QString::fromLatin1(name),
+                      .text = text(std::string{"column."} + name),
+                      .isOffered = isOffered,
+                      .isOn = m_table->isColumnWanted(at),
+                      .run = [this, at] {
+                          m_table->setColumnWanted(at, !m_table->isColumnWanted(at));
+                          presentColumns();
+                      }};
+    };
+    m_actions->present({column(LedgerTableModel::account, "account", true),
+                        column(LedgerTableModel::member, "member", true),
+                        column(LedgerTableModel::balance, "balance", m_table->entries().hasBalances()),
+                        {.id = QStringLiteral("columns.usual"), .text = text("columns.usual"), .run = [this] {
+                             m_table->resetColumns();
+                             presentColumns();
+                         }}});
 }
 
 /// Worked out once for each selection: whole ledgers can be selected, and one entry's balances take a pass over all.
@@ -256,6 +302,8 @@ void LedgerView::presentSelection()
     m_chosen = book && m_selected.size() == 1 ? std::optional{detailOf(*book, m_selected.front())} : std::nullopt;
     presentRowActions();
     presentDetail();
+    if (m_browser->listing())
+        m_totals->present(LedgerTotalsStrip::contentOf(*m_browser->listing(), m_selected.size(), m_sums));
     Q_EMIT statusContextChanged();
 }
 
@@ -300,6 +348,7 @@ void LedgerView::presentRowActions()
                                   .open = [this] { m_page->openDetail(); },
                                   .copy = [this] { m_table->copySelection(); },
                                   .reverse = [this](const std::string& id) { m_dialogs->reverse(id); },
+                                  .reverseSeveral = [this](const auto& ids) { m_dialogs->reverse(ids); },
                                   .duplicate = [this](const std::string& id) { m_dialogs->duplicate(id); },
                                   .refund = [this](const LedgerRefund& begun) { m_dialogs->refund(begun); },
                                   .showOnly = [this](const std::string& id) { showOnlyAccount(id); }}));
@@ -333,6 +382,11 @@ std::vector<Action> LedgerView::pageActions()
                       if (!m_filters->openFocused())
                           m_period->openPopover();
                   }),
+            {.id = QStringLiteral("jumpToDay"),
+             .text = text("action.jump"),
+             .glyph = QStringLiteral("calendar-event"),
+             .keys = KeyBindings::keys(Command::jumpToDay),
+             .run = [this] { openDays(); }},
             keyed("toggleDetail", Command::toggleDetail, [this] { m_page->toggleDetail(); }),
             keyed("sortNext", Command::sortNext, [this] { m_browser->setSort(m_table->sortedByNext()); }),
             keyed("clearFilters", Command::clearFilters, [this] {
@@ -349,6 +403,8 @@ void LedgerView::openMenu(QPoint place)
     menu->setToolTipsVisible(true);
     m_actions->fill(*menu, LedgerActions::entryMenu() << QStringLiteral("printEntry"));
     m_actions->fill(*menu->addMenu(text("action.sort")), LedgerActions::sortingMenu());
+    m_actions->fill(*menu->addMenu(text("columns")), LedgerActions::columnsMenu());
+    m_actions->fill(*menu, {QStringLiteral("jumpToDay")});
     menu->popup(place);
 }
 
@@ -369,29 +425,20 @@ void LedgerView::showOnlyAccount(const std::string& accountID)
     m_browser->setFilter(filter);
 }
 
-/// A large ledger is made ready after its snapshot came: the entry is gone to as soon as it is there.
-void LedgerView::showEntry(const std::string& id, Shows shows)
+void LedgerView::openDays()
 {
-    m_awaited = id;
-    m_awaitedShows = shows;
-    settleAwaited();
+    const auto today = LedgerDay::format(m_browser->today());
+    if (!m_days) {
+        m_days = new EntryDayPopover(m_period, Popover::Edge::below);
+        connect(m_days, &EntryDayPopover::dayChosen, m_guide, &LedgerGuide::goToDay);
+    }
+    const auto last = LedgerDay::format(m_browser->counts().horizon(m_browser->today()));
+    m_days->openOn(today, {.earliest = {}, .latest = std::max(today, last), .today = today});
 }
 
-void LedgerView::settleAwaited()
+void LedgerView::showEntry(const std::string& id)
 {
-    if (m_awaited.empty() || m_browser->isPreparing())
-        return;
-    const auto id = std::exchange(m_awaited, {});
-    if (m_awaitedShows == Shows::always && m_browser->reveal(id) && m_browser->isPreparing()) {
-        m_awaited = id;
-        return;
-    }
-    if (m_table->choose(id)) {
-        m_table->setFocus(Qt::OtherFocusReason);
-    } else if (const auto book = m_browser->book(); book && book->find(id) != LedgerBook::none) {
-        m_messages->announce(*m_browser, id);
-        m_messages->enter();
-    }
+    m_guide->goTo({id}, LedgerGuide::Shows::always);
 }
 
 void LedgerView::record(const std::string& kind)

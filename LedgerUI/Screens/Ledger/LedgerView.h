@@ -3,15 +3,19 @@
 #include <string>
 #include <vector>
 
+#include <QPointer>
+
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
 class ActionSet;
+class EntryDayPopover;
 class LedgerBrowser;
 class LedgerDetailPane;
 class LedgerDialogs;
 class LedgerFilterRow;
+class LedgerGuide;
 class LedgerMessages;
 class LedgerNoticeView;
 class LedgerStore;
@@ -37,23 +41,24 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    enum class Shows { always, whereItStands }; // whether what hides an entry gives way to it
-
     void buildLayout();
     void bindParts();
+    void bindDetail();
+    void bindDialogs();
     void adoptSnapshot();
     void present();
     void presentSelection();
     void presentDetail();
     void presentActions();
     void presentRowActions();
+    void presentColumns();
     [[nodiscard]] std::vector<Action> pageActions();
     void openMenu(QPoint place);
     void retranslate();
 
     void showOnlyAccount(const std::string& accountID);
-    void showEntry(const std::string& id, Shows shows);
-    void settleAwaited();
+    void showEntry(const std::string& id);
+    void openDays();
     void record(const std::string& kind);
 
     LedgerStore& m_store;
@@ -70,9 +75,9 @@ private:
     LedgerNoticeView* m_notice = nullptr;
     LedgerTotalsStrip* m_totals = nullptr;
     LedgerDetailPane* m_detail = nullptr;
+    LedgerGuide* m_guide = nullptr;
+    QPointer<EntryDayPopover> m_days;          // made when it is first wanted
     std::vector<std::uint32_t> m_selected;     // entries of the book shown
     std::vector<LedgerTotal> m_sums;           // of those
     std::optional<LedgerEntryDetail> m_chosen; // where it is a single one
-    std::string m_awaited;                     // an entry to go to once the ledger is ready
-    Shows m_awaitedShows = Shows::always;
 };

@@ -3,8 +3,10 @@
 #include <string>
 
 #include <QAccessible>
+#include <QAction>
 #include <gtest/gtest.h>
 
+#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Sweep.h"
@@ -162,6 +164,31 @@ const std::array shown{
                     signIn(under);
                     under.screen.press("filterAll");
                     under.screen.waitForFocus("filterPopover");
+                }},
+    SweptScreen{"AmountFilter", ledgerPage,
+                [](auto& under) {
+                    signIn(under);
+                    under.screen.press("filterAll");
+                    under.screen.waitForFocus("filterPopover");
+                    under.screen.keys("End Return");
+                    under.screen.type("x");
+                }},
+    SweptScreen{"OneAccount", ledgerPage,
+                [](auto& under) {
+                    signIn(under);
+                    LedgerFilter filter;
+                    filter.accountIDs = {"Operating bank"};
+                    under.window.template findChild<LedgerBrowser*>()->setFilter(filter);
+                    under.screen.press("totalsMore");
+                }},
+    SweptScreen{"SeveralReversals", ledgerPage,
+                [](auto& under) {
+                    signIn(under);
+                    under.screen.find("ledgerTable").setFocus();
+                    under.screen.keys("Ctrl+A");
+                    under.window.template findChild<QAction*>(QStringLiteral("reverseSeveral"))->trigger();
+                    under.screen.waitForFocus("batchReversalDialog");
+                    under.screen.keys("Ctrl+Return");
                 }},
     SweptScreen{"Totals", ledgerPage,
                 [](auto& under) {

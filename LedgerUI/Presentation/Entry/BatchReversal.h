@@ -1,0 +1,58 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "LedgerCore/Client/Errors/Failure.h"
+#include "LedgerCore/Domain/Entries/VisibleBooks.h"
+#include "LedgerUI/Presentation/Table/PlainTableModel.h"
+
+/// Several entries that are reversed one after the other, for one reason. Each is a request of its own; what became of
+/// one changes nothing about the others.
+class BatchReversal {
+public:
+    struct Item {
+        enum class Stage {
+            excluded, // cannot be reversed, and is not sent
+            waiting,
+            sending,
+            done,
+            refused, // by the service
+            unknown  // sent, and nobody knows whether it was posted
+        };
+
+        std::string id;
+        Stage stage = Stage::waiting;
+        QString note = {};        // why it is excluded or was refused
+        bool mayBePosted = false; // by an earlier sending
+
+        bool operator==(const Item&) const = default;
+    };
+
+    /// What the member can reverse of these entries, in their order.
+    static BatchReversal of(const std::vector<std::string>& ids, const VisibleBooks& books, std::string_view locale);
+
+    [[nodiscard]] const std::vector<Item>& items() const { return m_items; }
+    [[nodiscard]] std::size_t count(Item::Stage stage) const;
+    /// How many are still to be sent, those of unknown outcome among them.
+    [[nodiscard]] std::size_t left() const;
+
+    /// The entry to be sent next, which is on its way from here on: first one of unknown outcome, whose request the
+    /// store sends again as it stood. Nothing while one is on its way, or once none is left.
+    std::optional<std::string> begin();
+    /// The service has posted the reversal that is on its way.
+    void succeed();
+    /// It has not, or nobody knows. Whether the next one can be sent all the same: only a refusal that judges this one
+    /// entry says nothing about the others.
+    [[nodiscard]] bool fail(const Failure& failure, QString message);
+
+    [[nodiscard]] std::vector<PlainRow> rows(const LedgerSnapshot& snapshot, std::string_view locale) const;
+    static std::vector<PlainColumn> columns(std::string_view locale);
+
+private:
+    [[nodiscard]] Item* sending();
+
+    std::vector<Item> m_items;
+};
