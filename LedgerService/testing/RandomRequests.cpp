@@ -90,7 +90,7 @@ std::string RandomRequests::headers()
     while (once(2))
         text += of(further);
     if (once(30))
-        text += fmt::format("Long: {}\r\n", repeated("y", 1 + below(20'000)));
+        text += fmt::format("Long: {}\r\n", repeated("y", 10'000 + below(20'000)));
     return text;
 }
 

@@ -21,6 +21,8 @@ public:
     using executor_type = boost::beast::tcp_stream::executor_type;
 
     explicit ClientStream(boost::asio::ip::tcp::socket socket);
+    ClientStream(const ClientStream&) = delete; // what secures it refers to it
+    ClientStream& operator=(const ClientStream&) = delete;
 
     executor_type get_executor() { return m_plain.get_executor(); }
 
