@@ -16,6 +16,7 @@
 #include "LedgerService/Random.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/SampleReceipts.h"
 #include "LedgerService/testing/ServiceProcess.h"
@@ -92,6 +93,19 @@ TEST_F(Archived, EverythingIsRestoredWhileTheServiceGoesOn)
     for (const auto& each : fs::directory_iterator{fs::path{archive}.parent_path()})
         left += each.path().filename().string().starts_with(".unfinished") ? 1 : 0;
     EXPECT_EQ(left, 0);
+}
+
+TEST_F(Archived, WhatAnEarlierProgramPackedIsBroughtUpToDate)
+{
+    service.write(
+        [](Connection& connection) { connection.execute("UPDATE companies SET fragments_shape = 'earlier'"); });
+    ASSERT_EQ(Backup::take(service.databaseFile(), archive).value_or(""), "");
+    EXPECT_EQ(restore(), "");
+    Connection connection{restored, Connection::Access::readOnly};
+    std::string shape;
+    Query query{connection, "SELECT fragments_shape FROM companies"};
+    EXPECT_TRUE(query.into(shape).next());
+    EXPECT_NE(shape, "earlier");
 }
 
 TEST_F(Archived, WhatIsDamagedIsNotRestored)
