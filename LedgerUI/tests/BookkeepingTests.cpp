@@ -165,3 +165,27 @@ TEST(TransactionColors, SendEachChoiceOneAfterTheOther)
     EXPECT_EQ(under.screen.read("color.income"), "Rose");
     EXPECT_EQ(under.screen.read("color.expense"), "Ink blue");
 }
+
+TEST(Bookkeeping, TakesASectionOutOfTheSideBarAndBack)
+{
+    BookkeepingUnderTest under;
+    EXPECT_TRUE(under.isOn("listDividends")) << "what nobody has changed is listed";
+    auto books = companyBooks().build();
+    books.dividends.emplace().revision = 1;
+    under.hold(books);
+    under.server.replace("POST v1/dividends/commands", ServerReply::json("{}"));
+    under.screen.press("listDividends");
+    under.screen.waitUntil("it is said", [&] { return under.screen.read("statusSaid") == "Side bar updated"; });
+    EXPECT_FALSE(under.isOn("listDividends"));
+    EXPECT_TRUE(under.isOn("listContributions"));
+    under.server.replace("POST v1/dividends/commands", ServerReply::error(409, "dividend_revision_conflict"));
+    under.screen.press("listDividends");
+    under.screen.waitFor("alertDialog");
+    under.screen.press("messageClose");
+    EXPECT_FALSE(under.isOn("listDividends")) << "a refused change leaves the switch as the books say";
+    const auto sent = under.server.requests("POST v1/dividends/commands");
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_TRUE(sent[0].body.contains(R"("showInSidebar":false)")) << sent[0].body;
+    EXPECT_TRUE(sent[1].body.contains(R"("showInSidebar":true)")) << sent[1].body;
+    EXPECT_TRUE(sent[1].body.contains(R"("expectedRevision":1)")) << sent[1].body;
+}

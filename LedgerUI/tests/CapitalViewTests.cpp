@@ -1,8 +1,15 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QFile>
+#include <QImage>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Exports/CapitalCSV.h"
+#include "LedgerCore/Domain/Exports/DividendCSV.h"
 #include "LedgerCore/Domain/Records/CapitalCommand.h"
 #include "LedgerCore/Domain/Records/DividendCommand.h"
 #include "LedgerUI/tests/CapitalUnderTest.h"
@@ -249,4 +256,67 @@ TEST(CapitalView, ShowsTheFirstAllocationOnceItIsMade)
     std::ignore = resultOf(page.store.refresh(false));
     page.screen.waitFor("linesTable");
     EXPECT_TRUE(page.screen.offers("payButton"));
+}
+
+TEST(CapitalView, SendsAContributionWithItsReceiptOnceThatIsUploaded)
+{
+    Page page;
+    page.openContribution();
+    QImage picture{60, 40, QImage::Format_RGB32};
+    picture.fill(Qt::darkGreen);
+    QApplication::clipboard()->setImage(picture);
+    page.server.replace("POST v1/attachments", ServerReply::parked());
+    page.server.replace("POST v1/capital/commands", ServerReply::json("{}"));
+    page.screen.keys("Ctrl+V Ctrl+Return");
+    page.screen.waitForText("Saved as soon as the receipts are uploaded.");
+    EXPECT_TRUE(page.capitalSent().empty());
+    page.server.release(ServerReply::json(
+        R"({"id":"r1","name":"n.png","mime":"image/png","byteCount":1000,"createdAt":"2026-11-20T10:00:00Z"})"));
+    page.screen.waitUntilGone("recordForm");
+    const auto sent = page.capitalSent();
+    ASSERT_EQ(sent.size(), 1U);
+    EXPECT_EQ(sent[0].attachmentIDs, std::vector<std::string>{"r1"});
+}
+
+TEST(CapitalView, SaysThatAReceiptOfAPaymentWasLeftBehind)
+{
+    Page page;
+    page.openDividends();
+    page.screen.press("payButton");
+    page.screen.waitForFocus("recordForm");
+    QImage picture{60, 40, QImage::Format_RGB32};
+    picture.fill(Qt::darkGreen);
+    QApplication::clipboard()->setImage(picture);
+    page.server.replace("POST v1/attachments", ServerReply::error(413, "attachment_too_large"));
+    page.screen.keys("Ctrl+V");
+    page.screen.waitForText("Failed");
+    page.server.replace("POST v1/dividends/commands", ServerReply::json("{}"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText("0 files uploaded; 1 failed.");
+    ASSERT_EQ(page.dividendsSent().size(), 1U);
+}
+
+TEST(CapitalView, SavesTheSectionOfTheTabAsATable)
+{
+    Page page;
+    QTemporaryDir folder;
+    const auto save = [&](const char* button, const char* name) {
+        page.screen.press(button);
+        page.screen.waitForFocus("exportFileDialog");
+        EXPECT_NE(page.screen.read("fileNameEdit").find(name), std::string::npos);
+        const auto path = folder.filePath(QString::fromUtf8(name));
+        page.screen.fill("fileNameEdit", path.toStdString());
+        page.screen.keys("Return");
+        page.screen.waitUntilGone("exportFileDialog");
+        QFile written{path};
+        return written.open(QIODevice::ReadOnly) ? written.readAll().toStdString() : std::string{};
+    };
+    const auto sample = capitalSample();
+    EXPECT_EQ(save("exportCapitalButton", "tallyfold-capital-2026-11-20.csv"),
+              CapitalCSV::render(*sample.books().capital));
+    EXPECT_FALSE(page.screen.shows("exportDividendsButton"));
+    page.activate();
+    page.openDividends();
+    EXPECT_EQ(save("exportDividendsButton", "tallyfold-dividends-2026-11-20.csv"),
+              DividendCSV::render(*sample.books().dividends, "en-US"));
 }

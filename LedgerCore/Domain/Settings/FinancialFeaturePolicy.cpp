@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Settings/SidebarSections.h"
 
 namespace {
 
@@ -15,12 +16,6 @@ bool hasRecords(const std::optional<CapitalState>& capital)
 bool hasRecords(const std::optional<DividendState>& dividends)
 {
     return dividends && (!dividends->batches.empty() || !dividends->movements.empty());
-}
-
-template <class State>
-bool isListed(const std::optional<State>& section)
-{
-    return !section || section->revision == 0 || section->showInSidebar;
 }
 
 }
@@ -61,7 +56,7 @@ bool FinancialFeaturePolicy::showsCapitalNavigation(const LedgerSnapshot& snapsh
 bool FinancialFeaturePolicy::isListedInSidebar(const LedgerSnapshot& snapshot)
 {
     return std::ranges::any_of(activeTabs(snapshot), [&](CapitalModuleTab tab) {
-        return (tab == CapitalModuleTab::contributions && isListed(snapshot.capital)) ||
-               (tab == CapitalModuleTab::dividends && isListed(snapshot.dividends));
+        return (tab == CapitalModuleTab::contributions && ::isListedInSidebar(snapshot.capital)) ||
+               (tab == CapitalModuleTab::dividends && ::isListedInSidebar(snapshot.dividends));
     });
 }

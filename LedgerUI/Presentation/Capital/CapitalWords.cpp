@@ -35,6 +35,8 @@ const WordTable& capitalWords()
         {"action.applyAdvance", "抵扣预支…", "Terapkan uang muka…", "Cấn trừ tạm ứng…", "Apply advance…"},
         {"action.returnAdvance", "记录退回…", "Catat pengembalian…", "Ghi nhận hoàn lại…", "Record return…"},
         {"action.reverseMovement", "冲销…", "Balikkan…", "Đảo…", "Reverse…"},
+        {"action.exportCapital", "导出…", "Ekspor…", "Xuất…", "Export…"},
+        {"action.exportDividends", "导出…", "Ekspor…", "Xuất…", "Export…"},
         {"action.openMovement", "在账本中打开", "Buka di buku besar", "Mở trong sổ cái", "Open in the ledger"},
 
         // heads

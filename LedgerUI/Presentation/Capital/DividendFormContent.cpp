@@ -83,15 +83,16 @@ void fillSettlement(RecordFormContent& content, const Ground& ground)
 {
     const auto& form = ground.form;
     const auto& action = form.route.action;
+    // Beside the receipts half a row is too narrow for an allocation with what is unpaid of it.
+    const auto share = DividendForms::movesMoney(action) ? +[](RecordField field) { return field; } : Parts::half;
     content.fields.push_back(
-        Parts::half(Parts::fixed(RecordPart::person, ground.word("participant"), ground.nameOf(form.participantID))));
+        share(Parts::fixed(RecordPart::person, ground.word("participant"), ground.nameOf(form.participantID))));
     if (action != Action::returnAdvance) {
         content.equation = DividendBoards::equation(ground.snapshot, form.batchID, form.participantID, ground.locale);
-        content.fields.push_back(Parts::half(batchField(ground)));
+        content.fields.push_back(share(batchField(ground)));
     }
     if (action != Action::pay) {
-        auto field = advanceField(ground);
-        content.fields.push_back(action == Action::returnAdvance ? Parts::half(std::move(field)) : std::move(field));
+        content.fields.push_back(advanceField(ground));
     }
     if (action != Action::apply)
         content.fields.push_back(accountField(action == Action::pay ? "account.payFrom" : "account.returnTo", ground));

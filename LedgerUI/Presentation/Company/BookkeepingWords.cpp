@@ -45,6 +45,17 @@ const WordTable& bookkeepingWords()
          "When off, new allocations and advances are refused. Existing dividends can still be paid, offset, returned "
          "or "
          "corrected."},
+        {"listing.contributions", "侧栏显示出资", "Setoran modal di bilah sisi", "Góp vốn ở thanh bên",
+         "Contributions in the side bar"},
+        {"listing.dividends", "侧栏显示分红", "Dividen di bilah sisi", "Cổ tức ở thanh bên",
+         "Dividends in the side bar"},
+        {"listingText", "两项都关闭时，侧栏不再列出“资本与分红”。权限和记录不变。立即生效。",
+         "Jika keduanya mati, bilah sisi tidak lagi memuat Modal & dividen. Hak dan catatan tetap. Berlaku seketika.",
+         "Khi cả hai đều tắt, thanh bên không còn mục Vốn góp & cổ tức. Quyền và bản ghi giữ nguyên. Có hiệu lực ngay.",
+         "When both are off, the side bar no longer lists Capital & dividends. Rights and records stay. Takes effect "
+         "at "
+         "once."},
+        {"listingDone", "侧栏已更新", "Bilah sisi diperbarui", "Đã cập nhật thanh bên", "Side bar updated"},
         {"on", "开", "Aktif", "Bật", "On"},
         {"off", "关", "Mati", "Tắt", "Off"},
         {"notSaved", "尚未保存", "Belum disimpan", "Chưa lưu", "Not saved yet"},

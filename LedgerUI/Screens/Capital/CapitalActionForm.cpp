@@ -25,3 +25,8 @@ bool CapitalSection::hasTable(const Route& route)
 {
     return route.action == CapitalAction::setBaseline || route.action == CapitalAction::setOwnership;
 }
+
+bool CapitalSection::takesReceipts(const Route& route)
+{
+    return route.action == CapitalAction::contribute;
+}

@@ -14,6 +14,8 @@ struct CapitalSection : CapitalForms {
     static bool isConflict(const Failure& failure);
     static constexpr auto submit = &LedgerStore::submitCapital;
     static bool hasTable(const Route& route);
+    /// Whether the action books an entry that receipts can be on.
+    static bool takesReceipts(const Route& route);
 };
 
 /// Changes capital records: contributions and their reversal, owners, the historical baseline, the ownership

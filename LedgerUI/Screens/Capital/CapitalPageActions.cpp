@@ -12,6 +12,7 @@
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
 #include "LedgerUI/Screens/Capital/CapitalActionForm.h"
 #include "LedgerUI/Screens/Capital/DividendActionForm.h"
+#include "LedgerUI/Screens/Capital/SectionExport.h"
 
 namespace {
 
@@ -23,12 +24,14 @@ QString text(std::string_view key)
 }
 
 CapitalPageActions::CapitalPageActions(LedgerStore& store, QWidget& page)
-    : QObject{&page}, m_store{store}, m_page{page}, m_actions{new ActionSet(&page)}
+    : QObject{&page}, m_store{store}, m_page{page}, m_actions{new ActionSet(&page)},
+      m_export{new SectionExport(store, page)}
 {
-    for (const auto* id :
-         {"contribute", "owners", "ownership", "history", "supersede", "reverseContribution", "allocate", "payAdvance",
-          "participants", "cancelBatch", "pay", "applyAdvance", "returnAdvance", "reverseMovement", "openMovement"})
+    for (const auto* id : {"contribute", "owners", "ownership", "history", "supersede", "reverseContribution",
+                           "allocate", "payAdvance", "participants", "cancelBatch", "pay", "applyAdvance",
+                           "returnAdvance", "reverseMovement", "openMovement", "exportCapital", "exportDividends"})
         m_actions->present({act(id, {}, false, {})});
+    connect(m_export, &SectionExport::done, this, &CapitalPageActions::done);
 }
 
 QAction* CapitalPageActions::operator[](const char* id) const
@@ -43,13 +46,14 @@ void CapitalPageActions::present(const CapitalFocus& focus)
     m_actions->present(capitalActions(focus));
     m_actions->present(dividendActions(focus));
     m_actions->present(chosenActions(focus));
+    m_actions->present(exportActions(focus));
 }
 
 template <class Form, class Route>
 void CapitalPageActions::open(const Route& route)
 {
     auto* form = new Form(m_store, route, m_page.window());
-    form->whenDone([this] { Q_EMIT done(text("done")); });
+    form->whenDone([this](const QString& remark) { Q_EMIT done(remark.isEmpty() ? text("done") : remark); });
     form->open();
 }
 
@@ -140,4 +144,19 @@ std::vector<Action> CapitalPageActions::chosenActions(const CapitalFocus& focus)
             offer("reverseMovement", Wanted::reverse, movement, !movement.movementID.empty()),
             act("openMovement", entry.empty() ? text("remark.noCash") : QString{}, !movement.movementID.empty(),
                 [this, entry] { Q_EMIT entryWanted(QString::fromStdString(entry)); })};
+}
+
+/// Each section from its own tab, and the first of them from the overview.
+std::vector<Action> CapitalPageActions::exportActions(const CapitalFocus& focus)
+{
+    const auto& member = m_store.snapshot()->currentMember;
+    const bool isCapital = focus.tab == CapitalModuleTab::contributions ||
+                           (focus.tab == CapitalModuleTab::overview && MemberRights::canOpenContributions(member));
+    auto capital =
+        act("exportCapital", {}, isCapital && m_store.canExportCapital(), [this] { m_export->saveCapital(); });
+    auto dividends = act("exportDividends", {}, !isCapital && MemberRights::canExportDividends(member),
+                         [this] { m_export->saveDividends(); });
+    for (auto* each : {&capital, &dividends})
+        each->glyph = QStringLiteral("box-arrow-up");
+    return {std::move(capital), std::move(dividends)};
 }

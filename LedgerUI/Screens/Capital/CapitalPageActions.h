@@ -9,6 +9,7 @@
 #include "LedgerUI/Presentation/Capital/DividendBoard.h"
 
 class LedgerStore;
+class SectionExport;
 struct CapitalRoute;
 struct DividendRoute;
 
@@ -39,6 +40,7 @@ private:
     [[nodiscard]] std::vector<Action> capitalActions(const CapitalFocus& focus);
     [[nodiscard]] std::vector<Action> dividendActions(const CapitalFocus& focus);
     [[nodiscard]] std::vector<Action> chosenActions(const CapitalFocus& focus);
+    [[nodiscard]] std::vector<Action> exportActions(const CapitalFocus& focus);
     [[nodiscard]] Action act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const;
     template <class Form, class Route>
     void open(const Route& route);
@@ -46,4 +48,5 @@ private:
     LedgerStore& m_store;
     QWidget& m_page;
     ActionSet* m_actions = nullptr;
+    SectionExport* m_export = nullptr;
 };

@@ -118,7 +118,7 @@ void CapitalView::addPlace(CapitalModuleTab tab, QWidget* contents)
 void CapitalView::placeActions()
 {
     const auto action = [this](const char* id) { return (*m_actions)[id]; };
-    for (const auto* id : {"payAdvance", "participants"})
+    for (const auto* id : {"exportCapital", "exportDividends", "payAdvance", "participants"})
         m_header->addSecondary(action(id));
     for (const auto* id : {"contribute", "allocate"}) {
         auto* button = new PrimaryButton(m_header);

@@ -33,6 +33,11 @@ bool DividendSection::hasTable(const Route& route)
     return route.action == DividendAction::allocate;
 }
 
+bool DividendSection::takesReceipts(const Route& route)
+{
+    return movesMoney(route.action);
+}
+
 DividendActionForm::DividendActionForm(LedgerStore& store, const DividendRoute& route, QWidget* parent)
     : RecordActionForm{store, route, parent}
 {
@@ -71,7 +76,7 @@ void DividendActionForm::present()
 void DividendActionForm::fillFromOwnership()
 {
     auto* form = new DividendActionForm(store(), {.action = std::string{DividendAction::fillFromOwnership}}, this);
-    form->whenDone([this] {
+    form->whenDone([this](const QString& /*remark*/) {
         takeSnapshot();
         adoptForm(DividendForms::withDefaultRatios(this->form(), *snapshot(), locale()));
     });

@@ -16,6 +16,8 @@ struct DividendSection : DividendForms {
     static bool isConflict(const Failure& failure);
     static constexpr auto submit = &LedgerStore::submitDividend;
     static bool hasTable(const Route& route);
+    /// Whether the action books an entry that receipts can be on.
+    static bool takesReceipts(const Route& route);
 };
 
 /// Changes dividend records: allocations and their cancellation, payments, advances with their returns and set-offs,

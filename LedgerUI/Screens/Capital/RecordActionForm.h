@@ -7,10 +7,14 @@
 #include <QPushButton>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Screens/Capital/RecordFormBody.h"
+#include "LedgerUI/Screens/Capital/RecordReceipts.h"
 
 /// A form that sends one command of a section of the books. `Section` says what the form is made of and how it is
 /// sent. What is sent was made from the records as they are: a form that was opened on older ones shows that they have
@@ -35,15 +39,19 @@ public:
         m_reload->setObjectName(QStringLiteral("recordReload"));
         banner().addAction(m_reload);
         setFootPart(m_foot);
-        setBody(m_body, Section::hasTable(route) ? tableWidth : plainWidth);
+        const bool takesReceipts = Section::takesReceipts(route);
+        setBody(m_body, takesReceipts ? besideReceipts : Section::hasTable(route) ? tableWidth : plainWidth);
+        if (takesReceipts)
+            bindReceipts();
         connect(m_body, &RecordFormBody::edited, this, [this](const RecordEdit& edit) { take(edit); });
         connect(m_reload, &QPushButton::clicked, this, [this] { reload(); });
         connect(this, &FormDialog::confirmed, this, [this] { submit(); });
         present();
     }
 
-    /// Called once the command is accepted; the form is about to close.
-    void whenDone(std::function<void()> done) { m_done = std::move(done); }
+    /// Called once the command is accepted, with what a person is to know of it beside that; the form is about to
+    /// close.
+    void whenDone(std::function<void(const QString& remark)> done) { m_done = std::move(done); }
 
 protected:
     [[nodiscard]] RecordFormBody& body() const { return *m_body; }
@@ -63,12 +71,16 @@ protected:
         m_reload->setText(content.reload);
         m_reload->setVisible(!content.reload.isEmpty());
         const bool isEditing = m_submission.isEditing();
-        presentStanding({.stage = m_submission.stage(),
-                         .refusal = content.conflict.isEmpty() ? m_submission.refusal() : std::optional<Failure>{},
-                         .note = noteOf(content),
-                         .confirm = content.confirm,
-                         .hasChanges = content.hasChanges,
-                         .whyNot = isEditing ? Section::whyNot(form(), *snapshot(), locale()) : QString{}});
+        if (m_receipts)
+            m_receipts->setLocked(!isEditing);
+        presentStanding(
+            {.stage = m_submission.stage(),
+             .refusal = content.conflict.isEmpty() ? m_submission.refusal() : std::optional<Failure>{},
+             .note = noteOf(content),
+             .confirm = content.confirm,
+             .draftWords = m_receipts ? &EntryWords::words() : nullptr, // they speak of the receipts
+             .hasChanges = content.hasChanges || (m_receipts && m_receipts->holdsMoreThan(form().receiptIDs)),
+             .whyNot = isEditing ? Section::whyNot(form(), *snapshot(), locale()) : QString{}});
         if (!isEditing || content.whyNotConfirm.isEmpty())
             return;
         confirmButton().setEnabled(false);
@@ -101,15 +113,32 @@ protected:
 private:
     static constexpr int plainWidth = 600;
     static constexpr int tableWidth = 640;
+    static constexpr int besideReceipts = 528;
 
     [[nodiscard]] RecordFormContent content() const
     {
         return Section::content(m_submission, m_initial, *snapshot(), store().today(), locale());
     }
 
-    /// The records have changed, or what is wrong with the form as a whole.
+    void bindReceipts()
+    {
+        m_receipts = new RecordReceipts(store(), *this);
+        setAside(m_receipts->pane(), RecordReceipts::width);
+        connect(m_receipts, &RecordReceipts::changed, this, [this] {
+            auto now = form();
+            now.receiptIDs = m_receipts->attachmentIDs();
+            if (m_submission.isEditing() && now != form())
+                m_submission.edit(std::move(now));
+            present();
+        });
+        connect(m_receipts, &RecordReceipts::rested, this, [this] { submit(); });
+    }
+
+    /// That receipts are waited for, that the records have changed, or what is wrong with the form as a whole.
     [[nodiscard]] Note noteOf(const RecordFormContent& content) const
     {
+        if (m_receipts && m_receipts->isWaited() && m_submission.isEditing())
+            return {Banner::Kind::info, word(receiptWords(), "wait")};
         if (!content.conflict.isEmpty())
             return {Banner::Kind::warn, content.conflict};
         for (const auto& problem : form().problems) {
@@ -123,6 +152,8 @@ private:
     {
         if (!m_submission.isEditing())
             return;
+        if (m_receipts)
+            m_receipts->stopWaiting();
         adoptForm(Section::edited(form(), edit, *snapshot(), locale()));
     }
 
@@ -171,6 +202,10 @@ private:
         if (!made)
             judged.problems = std::move(made.error());
         m_submission.edit(std::move(judged));
+        if (made && m_receipts && m_receipts->holdsBack()) {
+            present();
+            return;
+        }
         if (made) {
             m_submission.send(std::move(*made));
             send();
@@ -197,7 +232,7 @@ private:
         if (reply) {
             m_submission.succeed();
             if (m_done)
-                m_done();
+                m_done(m_receipts ? m_receipts->whatIsMissing() : QString{});
             leave();
             return;
         }
@@ -215,8 +250,9 @@ private:
 
     Form m_initial;
     Submission<Form, Command> m_submission;
-    std::function<void()> m_done;
+    std::function<void(const QString&)> m_done;
     RecordFormBody* m_body = nullptr;
     TextLabel* m_foot = nullptr;
     QPushButton* m_reload = nullptr;
+    RecordReceipts* m_receipts = nullptr; // of an action that books an entry
 };

@@ -22,6 +22,7 @@
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Screens/Company/BookkeepingSetupView.h"
 #include "LedgerUI/Screens/Company/SettingRow.h"
+#include "LedgerUI/Screens/Company/SidebarListing.h"
 #include "LedgerUI/Screens/Company/TransactionColorsDialog.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Theme/Space.h"
@@ -80,6 +81,8 @@ void FinancialSettingsView::buildLayout()
     m_dividends = new ToggleSwitch;
     m_dividends->setObjectName(QStringLiteral("dividendsSwitch"));
     add(m_dividendsRow, {m_dividends});
+    m_listing = new SidebarListing(store(), m_column);
+    rows->addWidget(m_listing);
     m_colors = new ColorStrip;
     m_changeColors = new QPushButton;
     m_changeColors->setObjectName(QStringLiteral("changeColors"));
@@ -131,6 +134,7 @@ void FinancialSettingsView::bind()
             [this] { (new TransactionColorsDialog(store(), window()))->open(); });
     connect(m_reload, &QPushButton::clicked, this, &FinancialSettingsView::reload);
     connect(m_save, &QPushButton::clicked, this, &FinancialSettingsView::save);
+    connect(m_listing, &SidebarListing::done, this, &FinancialSettingsView::done);
     connect(m_revert, &QPushButton::clicked, this, [this] {
         m_submission = SwitchesSubmission{m_saved};
         present();
@@ -165,6 +169,7 @@ void FinancialSettingsView::present()
     presentStart();
     presentOpenings();
     presentSwitches();
+    m_listing->present();
     const auto& words = bookkeepingWords();
     m_colorsRow->present(word(words, "colors"), word(words, "colorsText"));
     m_colors->present(*store().snapshot());

@@ -9,6 +9,7 @@ class ColorStrip;
 class PrimaryButton;
 class QPushButton;
 class SettingRow;
+class SidebarListing;
 class TextLabel;
 class ToggleSwitch;
 
@@ -59,6 +60,7 @@ private:
     ToggleSwitch* m_contributions = nullptr;
     SettingRow* m_dividendsRow = nullptr;
     ToggleSwitch* m_dividends = nullptr;
+    SidebarListing* m_listing = nullptr;
     SettingRow* m_colorsRow = nullptr;
     ColorStrip* m_colors = nullptr;
     QPushButton* m_changeColors = nullptr;

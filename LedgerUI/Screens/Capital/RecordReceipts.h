@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <QObject>
+
+class LedgerStore;
+class ReceiptUploads;
+class ReceiptsPane;
+class QWidget;
+
+/// The receipts of a form over a section: dropped, pasted or chosen, uploaded while the form is filled in, and sent
+/// with its command. A command that is confirmed meanwhile waits for those that are on their way.
+class RecordReceipts final : public QObject {
+    Q_OBJECT
+public:
+    RecordReceipts(LedgerStore& store, QWidget& form);
+
+    static constexpr int width = 332;
+    [[nodiscard]] QWidget* pane() const;
+    [[nodiscard]] std::vector<std::string> attachmentIDs() const;
+    /// Whether a receipt would be lost with the form.
+    [[nodiscard]] bool holdsMoreThan(const std::vector<std::string>& attachmentIDs) const;
+    void setLocked(bool isLocked);
+
+    /// Whether a command has to wait for an upload; it is wanted again by `rested`.
+    [[nodiscard]] bool holdsBack();
+    [[nodiscard]] bool isWaited() const { return m_isWaited; }
+    /// The person goes on filling in the form.
+    void stopWaiting() { m_isWaited = false; }
+
+    /// That some of them could not be uploaded, once the command is accepted; empty where all are with it.
+    [[nodiscard]] QString whatIsMissing() const;
+
+Q_SIGNALS:
+    void changed();
+    void rested();
+
+private:
+    ReceiptUploads* m_uploads;
+    ReceiptsPane* m_pane;
+    bool m_isWaited = false;
+};
