@@ -320,3 +320,17 @@ TEST(CapitalView, SavesTheSectionOfTheTabAsATable)
     EXPECT_EQ(save("exportDividendsButton", "tallyfold-dividends-2026-11-20.csv"),
               DividendCSV::render(*sample.books().dividends, "en-US"));
 }
+
+TEST(CapitalView, LeavesRoomForTheCurrenciesInTheHeader)
+{
+    auto sample = capitalSample();
+    sample.contribute("2026-11-20", "c1", "USD", "250", "Singapore");
+    for (const auto* language : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {
+        Page page{sample};
+        page.openDividends();
+        page.speak(language);
+        auto& currencies = page.screen.find("capitalCurrency");
+        EXPECT_GE(currencies.width(), currencies.sizeHint().width()) << language;
+        EXPECT_TRUE(page.screen.offers("segment1")) << language;
+    }
+}

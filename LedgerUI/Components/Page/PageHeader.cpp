@@ -23,6 +23,13 @@ void follow(QToolButton& button, const QAction& action)
     button.setToolTip(action.toolTip());
 }
 
+/// What a button takes with its text, however it stands now.
+int unfoldedWidth(const QToolButton& button)
+{
+    constexpr int aroundText = 4 * Space::step2; // its paddings, and what parts it from the glyph
+    return Space::iconBeforeText + button.fontMetrics().horizontalAdvance(button.text()) + aroundText;
+}
+
 }
 
 PageHeader::PageHeader(QWidget* parent) : QFrame{parent}
@@ -55,7 +62,10 @@ void PageHeader::addSecondary(QAction* action)
     button->setObjectName(action->objectName() + QStringLiteral("Button"));
     button->setFocusPolicy(Qt::StrongFocus);
     follow(*button, *action);
-    connect(action, &QAction::changed, button, [button, action] { follow(*button, *action); });
+    connect(action, &QAction::changed, button, [this, button, action] {
+        follow(*button, *action);
+        resizeEvent(nullptr); // other texts, or another number of them
+    });
     connect(button, &QToolButton::clicked, action, &QAction::trigger);
     m_secondary.push_back(button);
     m_layout->insertWidget(m_primary ? m_layout->indexOf(m_primary) : m_layout->count(), button);
@@ -70,7 +80,12 @@ void PageHeader::setPrimary(QWidget* button)
 
 void PageHeader::resizeEvent(QResizeEvent* /*event*/)
 {
-    const bool folds = window()->width() < Space::foldBelow;
+    int needed = m_layout->sizeHint().width();
+    for (const auto* button : m_secondary) {
+        if (!button->isHidden())
+            needed += unfoldedWidth(*button) - button->sizeHint().width();
+    }
+    const bool folds = window()->width() < Space::foldBelow || needed > width();
     for (auto* button : m_secondary) {
         const auto kind = folds ? QStringLiteral("outlined") : QStringLiteral("ghost");
         if (button->property("kind").toString() == kind)
