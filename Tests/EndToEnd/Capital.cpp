@@ -1,6 +1,9 @@
 #include <tuple>
 
 #include <QAbstractItemView>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QImage>
 
 #include "LedgerCore/Domain/Capital/CapitalCommands.h"
 #include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
@@ -171,6 +174,7 @@ struct Paid {
     const char* account;
     const char* amount;
     const char* note;
+    bool hasReceipt = false;
 };
 
 void contribute(Stage& stage, const Paid& paid)
@@ -182,6 +186,12 @@ void contribute(Stage& stage, const Paid& paid)
     stage.screen.pick("recordAccount", paid.account);
     by.write("recordAmount", paid.amount);
     by.write("recordNote", paid.note);
+    if (paid.hasReceipt) {
+        QImage receipt{60, 40, QImage::Format_RGB32};
+        receipt.fill(Qt::darkGreen);
+        QGuiApplication::clipboard()->setImage(receipt);
+        stage.screen.keys("Ctrl+V");
+    }
     by.confirm();
 }
 
@@ -193,7 +203,7 @@ void payIn(Stage& stage)
     stage.teller.step(QStringLiteral("Contributions on two accounts, in two currencies"), [&] {
         contribute(stage, {"Thanh Huong", "USD", "Operating bank", "50000", "First round"});
         contribute(stage, {"Chen", "IDR", "Second bank", "100000000", "First round"});
-        contribute(stage, {"Budi", "IDR", "Operating bank", "500000000", "Second round"});
+        contribute(stage, {"Budi", "IDR", "Operating bank", "500000000", "Second round", true});
         contribute(stage, {"Budi", "IDR", "Operating bank", "500000000", "Typed twice"});
     });
     stage.teller.step(QStringLiteral("One was typed twice"), [&] {
@@ -348,6 +358,8 @@ void tellOfCapital(Stage& stage)
     payOut(stage, line);
     settleAnAdvance(stage);
     followTheLinks(stage);
+    expect(stage.books.receiptsOn(QStringLiteral("Second round")) == 1,
+           QStringLiteral("the contribution carries its receipt"));
     expect(stage.books.entriesNoted(QStringLiteral("It was typed twice")) == 1,
            QStringLiteral("the reversal is in the books once"));
     expect(stage.books.brokenBalances() == 0, QStringLiteral("every balance equals its legs"));
