@@ -1,5 +1,6 @@
 #include "Tallyfold/MainWindow.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QScreen>
 #include <QScrollArea>
@@ -8,14 +9,23 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerUI/Components/Dialogs/FormDialog.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Workspace/QuitWarning.h"
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {
 
 constexpr QSize smallest{900, 640};
 constexpr QSize usual{1160, 760};
+
+/// Whether a person has a question before them that wants its answer first.
+bool isAsking()
+{
+    const auto* open = QApplication::activeModalWidget();
+    return open && open->objectName() == QStringLiteral("questionDialog");
+}
 
 }
 
@@ -63,22 +73,50 @@ void MainWindow::showEvent(QShowEvent* event)
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
-    if (m_mayClose || !m_store.hasUnconfirmedEntry()) {
+    if (m_mayClose) {
         QMainWindow::closeEvent(event);
         return;
     }
     event->ignore();
-    if (m_question)
+    if (isAsking() || !closesForms())
         return;
-    const auto text = [](std::string_view key) { return qString(EntryWords::text(key, InterfaceLanguage::tag())); };
-    m_question = MessageDialog::ask({.title = text("uncertainTitle"),
-                                     .text = text("uncertainDiscard"),
-                                     .confirm = text("closeAnyway"),
-                                     .cancel = text("keepOpen")},
-                                    this, [this] {
-                                        m_mayClose = true;
-                                        close();
-                                    });
+    const auto warning =
+        quitWarning({.awaitsChange = m_store.awaitsChange(), .hasUnconfirmedEntry = m_store.hasUnconfirmedEntry()},
+                    InterfaceLanguage::tag());
+    if (!warning) {
+        QMainWindow::closeEvent(event);
+        event->accept();
+        return;
+    }
+    MessageDialog::ask({.title = warning->title,
+                        .text = warning->text,
+                        .confirm = word(EntryWords::words(), "closeAnyway"),
+                        .cancel = word(EntryWords::words(), "keepOpen")},
+                       this, [this] {
+                           m_mayClose = true;
+                           close();
+                       });
+}
+
+bool MainWindow::closesForms()
+{
+    while (auto* form = qobject_cast<FormDialog*>(QApplication::activeModalWidget())) {
+        if (form->isBusy() && m_store.awaitsChange())
+            return true; // it could not say more than the window does
+        form->reject();
+        if (form->isVisible())
+            return false;
+    }
+    return true;
+}
+
+void MainWindow::raiseToFront()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+    QApplication::alert(this);
 }
 
 void MainWindow::fitScreen()

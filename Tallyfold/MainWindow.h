@@ -1,10 +1,8 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QPointer>
 
 class LedgerStore;
-class MessageDialog;
 class QScrollArea;
 
 /// The one window. Every start begins with the same size; nothing about it is stored. It is never smaller than its
@@ -18,6 +16,10 @@ public:
     static QSize smallestFor(QSize available);
     static QSize usualFor(QSize available);
 
+    /// Brings the window before the others, also out of the task bar; where the desktop forbids that, it is marked
+    /// there.
+    void raiseToFront();
+
 Q_SIGNALS:
     /// The first frame is on its way to the screen.
     void firstPainted();
@@ -25,14 +27,15 @@ Q_SIGNALS:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    /// Asks first while an entry may have been recorded without a confirmation: what is known of it goes with the
-    /// program.
+    /// Asks first while a command was sent that is not answered, or an entry may have been recorded without a
+    /// confirmation: what is known of it goes with the program. A form that is open is asked to close before.
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    /// Whether every open form has gone. One with changes asks, and stays until that is answered.
+    [[nodiscard]] bool closesForms();
     void fitScreen();
 
     LedgerStore& m_store;
-    QPointer<MessageDialog> m_question;
     bool m_mayClose = false;
 };

@@ -16,12 +16,14 @@
 #include "Tallyfold/ProcessAge.h"
 #include "Tallyfold/ProcessMemory.h"
 #include "Tallyfold/TallyfoldApp.h"
+#include "Tallyfold/WindowCall.h"
 
 namespace {
 
 struct Options {
     std::string language;
     bool measuresStart = false;
+    bool opensNewWindow = false;
 };
 
 void describe(CLI::App& command, Options& options)
@@ -33,6 +35,9 @@ void describe(CLI::App& command, Options& options)
                                    return AppLanguage::isSupported(tag) ? std::string{} : "no such language: " + tag;
                                },
                                "TAG"});
+    command.add_flag("--new-window", options.opensNewWindow,
+                     "Open a window although one is open; otherwise that one comes to the front, and nothing else "
+                     "is done");
     command.add_flag("--measure-start", options.measuresStart,
                      "Print the milliseconds from the process's start to the first painted frame, and leave");
 }
@@ -63,10 +68,18 @@ int main(int argc, char** argv)
     Theme::current().followDesktop();
     QApplication::setWindowIcon(Icon::mark());
 
+    WindowCall call;
+    const bool isCalled = !options.opensNewWindow && !options.measuresStart;
+    if (isCalled && call.begin() == WindowCall::Standing::second)
+        return 0;
     TallyfoldApp tallyfold{{.language = options.language.empty() ? std::optional<std::string>{} : options.language,
                             .credentials = std::make_unique<SessionKeychain>()}};
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    QObject::connect(&application, &QGuiApplication::lastWindowClosed, [&tallyfold] { tallyfold.leave(); });
+    QObject::connect(&application, &QGuiApplication::lastWindowClosed, [&tallyfold, &call] {
+        call.end();
+        tallyfold.leave();
+    });
+    QObject::connect(&call, &WindowCall::called, &tallyfold.window(), &MainWindow::raiseToFront);
     if (options.measuresStart)
         QObject::connect(&tallyfold.window(), &MainWindow::firstPainted, printStart);
     tallyfold.start();

@@ -68,6 +68,56 @@ TEST_F(Window, ClosesWithoutAQuestionWhenNothingIsUnconfirmed)
     EXPECT_TRUE(window.close());
 }
 
+TEST_F(Window, AsksWhileACommandIsNotAnsweredAndNotForAReading)
+{
+    service.signIn(books());
+    screen.waitFor("newEntry");
+    service.server.replace(post, ServerReply::parked());
+    screen.keys("Ctrl+N");
+    screen.fill("entryAmount", "12.5");
+    screen.keys("Tab Space");
+    screen.keys("Ctrl+Return");
+    waitUntil([this] { return service.server.parkedCount() == 1; });
+    EXPECT_FALSE(window.close());
+    EXPECT_TRUE(screen.says("Still waiting for the service"));
+    screen.keys("Return");
+    service.server.replace("GET v1/snapshot", ServerReply::parked());
+    service.server.release(ServerReply::json(R"({"id":"e1"})"));
+    waitUntil([this] { return service.server.parkedCount() == 1 && service.store.isBusy(); });
+    EXPECT_FALSE(service.store.awaitsChange());
+    service.server.release(ServerReply::json(books().json()));
+    screen.waitUntilGone("transactionForm");
+    screen.keys("F5");
+    waitUntil([this] { return service.server.parkedCount() == 1; });
+    EXPECT_TRUE(window.close());
+}
+
+TEST_F(Window, HasTheOpenFormAskFirst)
+{
+    service.signIn(books());
+    screen.waitFor("newEntry");
+    screen.keys("Ctrl+N");
+    screen.fill("entryAmount", "12.5");
+    EXPECT_FALSE(window.close());
+    screen.waitFor("questionDialog");
+    EXPECT_FALSE(window.close());
+    screen.press("questionCancel");
+    EXPECT_EQ(screen.read("entryAmount"), "12.50");
+    EXPECT_FALSE(window.close());
+    screen.press("questionConfirm");
+    screen.waitUntilGone("transactionForm");
+    EXPECT_TRUE(window.close());
+}
+
+TEST_F(Window, TakesAFormWithoutChangesAlong)
+{
+    service.signIn(books());
+    screen.waitFor("newEntry");
+    screen.keys("Ctrl+N");
+    screen.waitFor("transactionForm");
+    EXPECT_TRUE(window.close());
+}
+
 TEST_F(Window, AsksBeforeItTakesAnUnconfirmedEntryAlong)
 {
     leaveAnEntryUnconfirmed();

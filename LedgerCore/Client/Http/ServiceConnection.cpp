@@ -41,10 +41,13 @@ QCoro::Task<Result<HttpReply>> ServiceConnection::exchange(APIRequest request)
     if (!client)
         co_return std::unexpected(client.error());
     const QPointer<ServiceConnection> self = this;
+    const int changes = request.method == "GET" ? 0 : 1;
+    m_awaitedChanges += changes;
     auto sent = client->send(std::move(request));
     auto reply = co_await sent;
     if (!self)
         co_return std::unexpected(Cancelled{});
+    m_awaitedChanges -= changes;
     co_return reply;
 }
 

@@ -26,6 +26,8 @@ public:
     /// The request with the token of the session, or why there is none.
     [[nodiscard]] std::expected<APIRequest, Failure> authorized(APIRequest request) const;
     QCoro::Task<Result<HttpReply>> exchange(APIRequest request);
+    /// Whether something that changes records was sent and is not answered: nobody knows yet what came of it.
+    [[nodiscard]] bool awaitsChange() const { return m_awaitedChanges > 0; }
     /// Gives up the requests of this errand that are under way, or all.
     void abort(std::optional<Errand> errand = {});
 
@@ -35,5 +37,6 @@ private:
     std::string m_address;
     TransferLimits m_limits;
     std::optional<std::string> m_token;
+    int m_awaitedChanges = 0;
     std::unique_ptr<APIClient> m_client; // to `m_address`, made when it is first needed
 };

@@ -85,6 +85,8 @@ public:
     void setAppLanguage(std::optional<std::string> code);
     /// Heeded only while signed out and idle.
     void setServerURL(std::string address);
+    /// Whether a command of the signed-in member was sent and is not answered.
+    [[nodiscard]] bool awaitsChange() const { return m_snapshot && m_connection.awaitsChange(); }
     /// Clears `errorMessage` and `noticeMessage`.
     void dismissMessages();
     /// Gives up what a person waits for; it ends as `Cancelled`.

@@ -27,6 +27,16 @@ const WordTable& workspaceWords()
          "Not refreshed since %1"},
         {"refreshing", "正在更新账本…", "Memperbarui buku…", "Đang cập nhật sổ sách…", "Updating the books…"},
         {"refreshHint", "刷新（%1）", "Segarkan (%1)", "Làm mới (%1)", "Refresh (%1)"},
+        {"quitTitle", "仍在等待服务答复", "Masih menunggu layanan", "Vẫn đang chờ dịch vụ trả lời",
+         "Still waiting for the service"},
+        {"quitText", "您发送的内容还没有得到答复。现在关闭就无法得知它是否已保存；再次发送之前，请先在账本中查看。",
+         "Yang Anda kirim belum dijawab. Jika ditutup sekarang, Anda tidak akan tahu apakah itu tersimpan; periksa "
+         "dahulu di buku sebelum mengirimnya lagi.",
+         "Nội dung bạn gửi chưa được trả lời. Nếu đóng bây giờ, bạn sẽ không biết nội dung đó đã được lưu hay chưa; "
+         "hãy "
+         "xem lại sổ sách trước khi gửi lần nữa.",
+         "What you sent is not answered yet. If you close now, you will not learn whether it was saved; look in the "
+         "books before you send it again."},
         {"noEntries", "没有记录", "Belum ada catatan", "Chưa có bút toán", "No entries"},
         {"oneEntry", "可见 1 条记录", "1 catatan terlihat", "1 bút toán hiển thị", "1 entry visible"},
         {"entries", "可见 %1 条记录", "%1 catatan terlihat", "%1 bút toán hiển thị", "%1 entries visible"},

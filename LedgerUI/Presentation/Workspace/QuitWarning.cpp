@@ -1,0 +1,16 @@
+#include "LedgerUI/Presentation/Workspace/QuitWarning.h"
+
+#include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
+
+std::optional<QuitWarning> quitWarning(const QuitLosses& losses, std::string_view locale)
+{
+    const auto& words = workspaceWords();
+    if (losses.awaitsChange)
+        return QuitWarning{.title = wordIn(locale, words, "quitTitle"), .text = wordIn(locale, words, "quitText")};
+    if (losses.hasUnconfirmedEntry)
+        return QuitWarning{.title = wordIn(locale, EntryWords::words(), "uncertainTitle"),
+                           .text = wordIn(locale, EntryWords::words(), "uncertainDiscard")};
+    return std::nullopt;
+}

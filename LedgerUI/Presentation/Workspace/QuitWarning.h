@@ -1,0 +1,20 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include <QString>
+
+/// What a person should know before the program ends.
+struct QuitWarning {
+    QString title;
+    QString text;
+};
+
+/// What of the service's answers would go with the program; nothing when it may end at once.
+struct QuitLosses {
+    bool awaitsChange = false;        // a command was sent and is not answered
+    bool hasUnconfirmedEntry = false; // an entry may have been recorded without a confirmation
+};
+
+std::optional<QuitWarning> quitWarning(const QuitLosses& losses, std::string_view locale);
