@@ -28,6 +28,8 @@ std::optional<fs::path> AttachmentCache::place(const std::string& id, const std:
     std::error_code failure;
     auto path = pathOf(id, fileName);
     fs::create_directories(path.parent_path(), failure);
+    if (!failure)
+        fs::permissions(path.parent_path(), fs::perms::owner_all, failure);
     return failure || !m_folder->isValid() ? std::nullopt : std::optional{std::move(path)};
 }
 
