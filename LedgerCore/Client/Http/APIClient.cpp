@@ -54,12 +54,22 @@ bool isAcceptable(std::string_view text)
     return url.scheme() == QStringLiteral("http") && isThisMachine(written);
 }
 
-std::string join(std::string_view base, std::string_view path)
+std::string encoded(const std::string& text)
+{
+    return QUrl::toPercentEncoding(QString::fromStdString(text)).toStdString();
+}
+
+std::string join(std::string_view base, const APIRequest& request)
 {
     QUrl url{QString::fromUtf8(base.data(), static_cast<qsizetype>(base.size())), QUrl::StrictMode};
-    url.setPath(QStringLiteral("/") + QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size())),
-                QUrl::DecodedMode);
-    return url.toEncoded().toStdString();
+    url.setPath(QStringLiteral("/") + QString::fromStdString(request.path), QUrl::DecodedMode);
+    auto text = url.toEncoded().toStdString();
+    char sign = '?';
+    for (const auto& [name, value] : request.query) {
+        text += sign + encoded(name) + '=' + encoded(value);
+        sign = '&';
+    }
+    return text;
 }
 
 Failure failureOf(TransportFailure failure)
@@ -105,7 +115,7 @@ QCoro::Task<Result<HttpReply>> APIClient::send(APIRequest request) const
     const auto base = validatedURL(m_baseURL);
     if (!base)
         co_return std::unexpected(base.error());
-    auto sent = HttpSession::send(m_session, {.url = join(*base, request.path),
+    auto sent = HttpSession::send(m_session, {.url = join(*base, request),
                                               .method = std::move(request.method),
                                               .token = std::move(request.token),
                                               .body = std::move(request.body),

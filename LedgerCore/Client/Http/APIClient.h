@@ -15,10 +15,17 @@
 #include "LedgerCore/Client/Http/HttpSession.h"
 #include "LedgerCore/Domain/Json/Json.h"
 
+/// What a request asks for beside its path, such as "day".
+struct QueryField {
+    std::string name;
+    std::string value;
+};
+
 /// One request to the service.
 struct APIRequest {
     std::string method = "GET";
-    std::string path = {};                 // below the base address, such as "v1/snapshot"
+    std::string path = {}; // below the base address, such as "v1/snapshot"
+    std::vector<QueryField> query = {};
     std::optional<std::string> token = {}; // of the session
     std::optional<std::string> body = {};  // JSON
     std::vector<HttpHeader> headers = {};  // beyond those that every request has

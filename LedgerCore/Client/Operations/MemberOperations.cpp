@@ -14,6 +14,22 @@ QCoro::Task<Result<std::vector<PendingInvitation>>> listed(QCoro::Task<Result<In
     co_return std::move(reply->invitations);
 }
 
+std::vector<QueryField> queryOf(const AuditQuestion& question)
+{
+    std::vector<QueryField> query;
+    const auto ask = [&query](std::string name, const std::string& value) {
+        if (!value.empty())
+            query.push_back({.name = std::move(name), .value = value});
+    };
+    ask("person", question.person);
+    ask("kind", question.kind);
+    ask("record", question.record);
+    ask("day", question.day);
+    if (question.below)
+        ask("below", std::to_string(*question.below));
+    return query;
+}
+
 }
 
 QCoro::Task<Result<InviteResponse>> MemberOperations::invite(Invite invitation, bool publishError)
@@ -52,4 +68,10 @@ QCoro::Task<Result<void>> MemberOperations::updateSettings(SettingsUpdate update
 {
     return m_runner.change({.method = "PATCH", .path = "v1/settings", .body = Json::encode(update)},
                            OperationRunner::Publishing::on);
+}
+
+QCoro::Task<Result<AuditTrailPage>> MemberOperations::loadAudit(AuditQuestion question, bool publishError)
+{
+    return m_runner.ask<AuditTrailPage>({.path = "v1/audit", .query = queryOf(question)},
+                                        OperationRunner::publishing(publishError));
 }

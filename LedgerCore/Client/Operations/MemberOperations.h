@@ -7,6 +7,7 @@
 
 #include "LedgerCore/Client/Errors/Failure.h"
 #include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/AuditTrailPage.h"
 #include "LedgerCore/Domain/Records/MemberCommands.h"
 
 class OperationRunner;
@@ -22,6 +23,8 @@ public:
     QCoro::Task<Result<void>> updateMember(std::string id, MemberUpdate update, bool publishError);
     QCoro::Task<Result<void>> updateProfile(std::string name, bool publishError);
     QCoro::Task<Result<void>> updateSettings(SettingsUpdate update);
+    /// The part of the company's audit trail that the question asks for, the latest first. For owners.
+    QCoro::Task<Result<AuditTrailPage>> loadAudit(AuditQuestion question, bool publishError);
 
 protected:
     explicit MemberOperations(OperationRunner& runner) : m_runner{runner} {}

@@ -13,6 +13,7 @@ inline constexpr std::string_view invitations = "invitations";
 inline constexpr std::string_view categories = "categories";
 inline constexpr std::string_view bookkeeping = "bookkeeping";
 inline constexpr std::string_view access = "access"; // one's own rights in words
+inline constexpr std::string_view audit = "audit";   // for owners
 inline constexpr std::string_view profile = "profile";
 
 /// Those that the current member gets, in order.

@@ -10,6 +10,7 @@ const WordTable& companyWords()
         {"tab.categories", "类别", "Kategori", "Hạng mục", "Categories"},
         {"tab.bookkeeping", "账簿设置", "Pembukuan", "Thiết lập sổ sách", "Bookkeeping"},
         {"tab.profile", "公司资料", "Profil perusahaan", "Hồ sơ công ty", "Company profile"},
+        {"tab.audit", "操作记录", "Jejak audit", "Nhật ký thao tác", "Audit trail"},
         {"tab.access", "我的权限", "Hak saya", "Quyền của tôi", "My access"},
 
         {"member", "成员", "Anggota", "Thành viên", "Member"},

@@ -68,7 +68,11 @@ TEST(MemberRows, SayWhenAnInvitationExpires)
 TEST(CompanyTabs, LeaveOutWhatTheMemberMayNot)
 {
     EXPECT_EQ(CompanyTabs::of(asEmployee()), (std::vector{CompanyTabs::profile, CompanyTabs::access}));
-    EXPECT_EQ(CompanyTabs::of(companyBooks().build()).front(), CompanyTabs::members);
+    auto books = companyBooks().build();
+    EXPECT_EQ(CompanyTabs::of(books).front(), CompanyTabs::members);
+    EXPECT_EQ(CompanyTabs::of(books).back(), CompanyTabs::audit);
+    books.currentMember.role = MemberRole::admin;
+    EXPECT_EQ(CompanyTabs::of(books).back(), CompanyTabs::profile);
 }
 
 TEST(MemberRows, PutOnesOwnRightsIntoWords)

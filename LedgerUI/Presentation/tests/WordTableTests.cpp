@@ -18,6 +18,7 @@
 #include "LedgerUI/Presentation/Capital/CapitalWords.h"
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
 #include "LedgerUI/Presentation/Company/AccessWords.h"
+#include "LedgerUI/Presentation/Company/AuditWords.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
@@ -51,6 +52,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"accessWords", &accessWords()},
         {"accountFormWords", &accountFormWords()},
         {"accountWords", &accountWords()},
+        {"auditWords", &auditWords()},
         {"bookkeepingWords", &bookkeepingWords()},
         {"capitalFormWords", &capitalFormWords()},
         {"capitalWords", &capitalWords()},

@@ -13,6 +13,7 @@
 #include "LedgerUI/Presentation/Company/CompanyTabs.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Screens/Company/AccessTab.h"
+#include "LedgerUI/Screens/Company/AuditTab.h"
 #include "LedgerUI/Screens/Company/CategoriesTab.h"
 #include "LedgerUI/Screens/Company/FinancialSettingsView.h"
 #include "LedgerUI/Screens/Company/InvitationsTab.h"
@@ -36,6 +37,7 @@ const std::map<std::string_view, Maker>& makers()
         {CompanyTabs::members, made<MembersTab>},       {CompanyTabs::invitations, made<InvitationsTab>},
         {CompanyTabs::categories, made<CategoriesTab>}, {CompanyTabs::bookkeeping, made<FinancialSettingsView>},
         {CompanyTabs::profile, made<ProfileTab>},       {CompanyTabs::access, made<AccessTab>},
+        {CompanyTabs::audit, made<AuditTab>},
     };
     return all;
 }

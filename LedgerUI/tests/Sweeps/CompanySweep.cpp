@@ -27,6 +27,23 @@ void openCompany(WindowUnderTest& under, const char* tab)
     under.screen.waitFor(tab);
 }
 
+void openAudit(WindowUnderTest& under)
+{
+    const auto trail =
+        ServerReply::json(R"({"records":[{"number":42,"at":"2026-11-20T02:14:00.000Z","memberID":"m2",)"
+                          R"("origin":"2001:db8::7","kind":"PATCH /v1/members/{id}","record":"m4",)"
+                          R"("before":{"role":"employee","active":true},"after":{"role":"finance","active":false}},)"
+                          R"({"number":41,"at":"2026-11-19T23:50:00.000Z","origin":"operator",)"
+                          R"("kind":"company-approved","record":"c1"}],"next":41})");
+    under.server.replace("GET v1/audit", trail);
+    under.server.replace("GET v1/audit?record=m4", trail);
+    openCompany(under, "auditTab");
+    under.screen.waitFor("auditMore");
+    under.screen.press("auditOnly");
+    under.screen.waitUntilGone("auditOnly");
+    under.screen.waitFor("auditMore");
+}
+
 void openInvite(WindowUnderTest& under)
 {
     openCompany(under, "membersTab");
@@ -96,6 +113,7 @@ const std::array shown{
     SweptScreen{"Invitations", builtPages, [](auto& under) { openCompany(under, "invitationsTab"); }},
     SweptScreen{"Invite", builtPages, openInvite},
     SweptScreen{"InvitationCode", builtPages, invite},
+    SweptScreen{"Audit", builtPages, openAudit},
     SweptScreen{"CompanyProfile", builtPages, [](auto& under) { openCompany(under, "profileTab"); }},
     SweptScreen{"Categories", builtPages, openCategories},
     SweptScreen{"NewCategory", builtPages,

@@ -1,0 +1,191 @@
+#include "LedgerUI/Presentation/Company/AuditRows.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+#include "LedgerUI/Presentation/Company/AuditWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+namespace {
+
+using Look = PlainCell::Look;
+
+constexpr std::array<std::string_view, 28> everyKind{
+    "POST /v1/transactions",
+    "POST /v1/transactions/{id}/reverse",
+    "POST /v1/attachments",
+    "POST /v1/transactions/{id}/attachments",
+    "POST /v1/accounts",
+    "PATCH /v1/accounts/{id}",
+    "POST /v1/categories",
+    "PATCH /v1/categories/{id}",
+    "POST /v1/categories/reorder",
+    "PATCH /v1/settings",
+    "PATCH /v1/company/transaction-colors",
+    "POST /v1/financial-settings/commands",
+    "POST /v1/capital/commands",
+    "POST /v1/dividends/commands",
+    "POST /v1/invites",
+    "POST /v1/invites/{id}/revoke",
+    "PATCH /v1/members/{id}",
+    "PATCH /v1/me/profile",
+    "PATCH /v1/me/category-preferences",
+    "sign-in",
+    "sign-out",
+    "password-changed",
+    "password-reset",
+    "company-founded",
+    "company-approved",
+    "company-rejected",
+    "person-deactivated",
+    "person-reactivated",
+};
+
+QString text(std::string_view key, std::string_view locale)
+{
+    return wordIn(locale, auditWords(), key);
+}
+
+/// The text of a key that the table may not hold, else what stands behind `prefix`.
+QString textOr(std::string_view prefix, std::string_view name, std::string_view locale)
+{
+    const auto key = std::string{prefix} + std::string{name};
+    const auto found = text(key, locale);
+    return found == qString(key) ? qString(name) : found;
+}
+
+/// "20 Nov 2026, 14:32", as the service's clock had it.
+QString moment(std::string_view stamp, std::string_view locale)
+{
+    constexpr std::size_t day = 10;
+    constexpr std::size_t minutes = 16;
+    if (stamp.size() < minutes)
+        return qString(stamp);
+    return DayText::shortDate(stamp.substr(0, day), locale) + QStringLiteral(", ") +
+           DayText::timeOfDay(stamp.substr(day + 1, minutes - day - 1), locale);
+}
+
+template <class Records>
+QString nameOf(const Records& records, std::string_view id)
+{
+    const auto found = std::ranges::find_if(records, [id](const auto& each) { return each.id == id; });
+    return found == std::ranges::end(records) ? QString{} : qString(found->name);
+}
+
+QString personOf(const AuditTrailRecord& record, const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    if (!record.memberID)
+        return textOr("", record.origin, locale);
+    const auto name = nameOf(snapshot.members, *record.memberID);
+    return name.isEmpty() ? text("formerMember", locale) : name;
+}
+
+/// By its name in the books, else by its id.
+QString recordOf(const AuditTrailRecord& record, const LedgerSnapshot& snapshot)
+{
+    if (!record.record)
+        return {};
+    const auto& id = *record.record;
+    for (const auto& name : {nameOf(snapshot.accounts, id), nameOf(snapshot.members, id)}) {
+        if (!name.isEmpty())
+            return name;
+    }
+    return id == snapshot.company.id ? qString(snapshot.company.name) : qString(id);
+}
+
+QString origin(const AuditTrailRecord& record)
+{
+    return record.memberID ? qString(record.origin) : QString{};
+}
+
+const std::string* valueIn(const std::optional<AuditValues>& values, const std::string& name)
+{
+    if (!values)
+        return nullptr;
+    const auto found = values->texts.find(name);
+    return found == values->texts.end() ? nullptr : &found->second;
+}
+
+QString shown(const std::string* value, std::string_view locale)
+{
+    if (!value || value->empty())
+        return text("none", locale);
+    if (*value == "true" || *value == "false")
+        return text(*value == "true" ? "yes" : "no", locale);
+    return qString(*value);
+}
+
+}
+
+std::vector<PlainColumn> AuditRows::columns(std::string_view locale)
+{
+    return {{.head = text("when", locale)},
+            {.head = text("who", locale)},
+            {.head = text("what", locale)},
+            {.head = text("record", locale)},
+            {.head = text("from", locale), .align = PlainColumn::Align::left, .isPart = true}};
+}
+
+std::vector<PlainRow> AuditRows::rows(const std::vector<AuditTrailRecord>& records, const LedgerSnapshot& snapshot,
+                                      std::string_view locale)
+{
+    std::vector<PlainRow> rows;
+    for (const auto& each : records)
+        rows.push_back({.id = std::to_string(each.number),
+                        .cells = {{.text = moment(each.at, locale), .look = Look::quiet},
+                                  {.text = personOf(each, snapshot, locale)},
+                                  {.text = kindText(each.kind, locale)},
+                                  {.text = recordOf(each, snapshot), .look = Look::quiet},
+                                  {.text = origin(each), .look = Look::quiet}}});
+    return rows;
+}
+
+std::vector<PlainColumn> AuditRows::changeColumns(std::string_view locale)
+{
+    return {{.head = text("field", locale)}, {.head = text("before", locale)}, {.head = text("after", locale)}};
+}
+
+std::vector<PlainRow> AuditRows::changes(const AuditTrailRecord& record, std::string_view locale)
+{
+    std::set<std::string> names;
+    for (const auto* values : {&record.before, &record.after}) {
+        for (const auto& [name, value] : values->value_or(AuditValues{}).texts)
+            names.insert(name);
+    }
+    std::vector<PlainRow> rows;
+    const auto add = [&](const std::string& name, const std::string* before, const std::string* after) {
+        rows.push_back({.id = name,
+                        .cells = {{.text = textOr("field.", name, locale), .look = Look::quiet},
+                                  {.text = shown(before, locale)},
+                                  {.text = shown(after, locale)}}});
+    };
+    for (const auto& name : names) {
+        const auto* before = valueIn(record.before, name);
+        const auto* after = valueIn(record.after, name);
+        if (!before || !after || *before != *after)
+            add(name, before, after);
+    }
+    if (record.digest)
+        add("digest", nullptr, &*record.digest);
+    return rows;
+}
+
+QString AuditRows::headline(const AuditTrailRecord& record, const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    QStringList parts{kindText(record.kind, locale), recordOf(record, snapshot), personOf(record, snapshot, locale),
+                      moment(record.at, locale)};
+    parts.removeAll(QString{});
+    return parts.join(QStringLiteral(" · "));
+}
+
+std::span<const std::string_view> AuditRows::kinds()
+{
+    return everyKind;
+}
+
+QString AuditRows::kindText(std::string_view kind, std::string_view locale)
+{
+    return textOr("kind.", kind, locale);
+}
