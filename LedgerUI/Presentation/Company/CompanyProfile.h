@@ -2,8 +2,10 @@
 
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <QString>
 
@@ -13,11 +15,11 @@
 /// The company's name and countries, and the language in which the current member is written to, as they are being
 /// filled in.
 struct CompanyProfile {
-    enum class Field { name, countries };
+    enum class Field { name };
 
     std::string name;
-    std::string countries; // codes with commas, as typed
-    std::string locale;    // of mail to the current member
+    std::vector<std::string> countries; // codes, in the order in which they were chosen
+    std::string locale;                 // of mail to the current member
 
     bool operator==(const CompanyProfile&) const = default;
 
@@ -28,6 +30,6 @@ struct CompanyProfile {
     [[nodiscard]] std::map<Field, QString> messages(std::string_view language) const;
     /// Only what differs from the snapshot; nothing where all of it is as it was.
     [[nodiscard]] std::optional<SettingsUpdate> update(const LedgerSnapshot& snapshot) const;
-    /// The countries by the names that they have themselves: "Indonesia, Việt Nam".
-    [[nodiscard]] QString countryNames(std::string_view language) const;
+    /// With exactly these countries; those that were chosen before keep their order.
+    [[nodiscard]] CompanyProfile withCountries(const std::set<std::string, std::less<>>& chosen) const;
 };

@@ -85,28 +85,24 @@ TEST(MemberRows, PutOnesOwnRightsIntoWords)
     EXPECT_EQ(access.whomToAsk, QStringLiteral("For more rights, ask those who manage the company: Budi Santoso."));
 }
 
-TEST(CompanyProfile, ReadsCountriesAsTheyAreTyped)
+TEST(CompanyProfile, KeepsTheOrderInWhichCountriesWereChosen)
 {
-    const auto snapshot = companyBooks().build();
+    auto snapshot = companyBooks().build();
+    snapshot.company.countries = {"VN", "ID"};
     auto profile = CompanyProfile::of(snapshot);
-    EXPECT_FALSE(profile.update(snapshot));
-    profile.countries = " id ,vn,, ";
-    EXPECT_EQ(profile.update(snapshot)->countries, (std::vector<std::string>{"ID", "VN"}));
-    EXPECT_EQ(profile.countryNames(english), QStringLiteral("Indonesia, Việt Nam"));
-    EXPECT_TRUE(profile.messages(english).empty());
-    for (const auto* wrong : {"ID, IDN", "ID, id"}) {
-        profile.countries = wrong;
-        EXPECT_TRUE(profile.messages(english).contains(CompanyProfile::Field::countries)) << wrong;
-    }
+    EXPECT_FALSE(profile.withCountries({"ID", "VN"}).update(snapshot));
+    profile = profile.withCountries({"CN", "ID", "VN"});
+    EXPECT_EQ(profile.update(snapshot)->countries, (std::vector<std::string>{"VN", "ID", "CN"}));
+    EXPECT_EQ(profile.withCountries({"CN", "ID"}).countries, (std::vector<std::string>{"ID", "CN"}));
     profile.name = " ";
     EXPECT_TRUE(profile.messages(english).contains(CompanyProfile::Field::name));
 }
 
 TEST(CompanyProfile, KeepsWhatIsTypedWhereSomebodyElseChangedAnotherField)
 {
-    const CompanyProfile before{.name = "Kopi", .countries = "ID", .locale = "id-ID"};
-    const CompanyProfile typed{.name = "Kopi Baru", .countries = "ID", .locale = "id-ID"};
-    const CompanyProfile now{.name = "Kopi", .countries = "ID, VN", .locale = "id-ID"};
+    const CompanyProfile before{.name = "Kopi", .countries = {"ID"}, .locale = "id-ID"};
+    const CompanyProfile typed{.name = "Kopi Baru", .countries = {"ID"}, .locale = "id-ID"};
+    const CompanyProfile now{.name = "Kopi", .countries = {"ID", "VN"}, .locale = "id-ID"};
     EXPECT_EQ(typed.rebased(before, now),
-              (CompanyProfile{.name = "Kopi Baru", .countries = "ID, VN", .locale = "id-ID"}));
+              (CompanyProfile{.name = "Kopi Baru", .countries = {"ID", "VN"}, .locale = "id-ID"}));
 }

@@ -11,12 +11,15 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
+#include "LedgerCore/Domain/Text/Country.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
+#include "LedgerUI/Components/Fields/RemovableChips.h"
+#include "LedgerUI/Components/Table/ChoiceField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
@@ -26,7 +29,6 @@
 namespace {
 
 constexpr int formWidth = 560;
-constexpr std::size_t countriesKept = 400; // far more than there are countries in a company
 
 }
 
@@ -63,9 +65,9 @@ QWidget* ProfileTab::buildFields()
     m_name = new LimitedEdit(Naming::maximumName);
     m_name->setObjectName(QStringLiteral("companyName"));
     m_nameField = new FormField(m_name, form);
-    m_countries = new QLineEdit;
+    m_countries = new ChoiceField;
     m_countries->setObjectName(QStringLiteral("companyCountries"));
-    m_countries->setMaxLength(countriesKept);
+    m_chosenCountries = new RemovableChips(QStringLiteral("country-"), form);
     m_countriesField = new FormField(m_countries, form);
     m_countriesHint = new TextLabel(TypeStep::small, Token::text2, form);
     m_countriesHint->setObjectName(QStringLiteral("companyCountryNames"));
@@ -86,7 +88,6 @@ QWidget* ProfileTab::buildFields()
     m_save = new PrimaryButton(form);
     m_save->setObjectName(QStringLiteral("profileSave"));
     m_fields.add(CompanyProfile::Field::name, m_nameField->error());
-    m_fields.add(CompanyProfile::Field::countries, m_countriesField->error());
 
     auto* rows = new QVBoxLayout(form);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -97,7 +98,7 @@ QWidget* ProfileTab::buildFields()
         rows->addSpacing(Space::fieldToField - Space::labelToField);
     };
     add({m_nameField});
-    add({m_countriesField, m_countriesHint});
+    add({m_countriesField, m_chosenCountries, m_countriesHint});
     add({m_languagesHead, m_languages});
     add({m_mailField});
     add({m_readOnly});
@@ -117,10 +118,14 @@ void ProfileTab::bind()
         draft.name = text.toStdString();
         edit(std::move(draft));
     });
-    connect(m_countries, &QLineEdit::textEdited, this, [this](const QString& text) {
-        auto draft = m_draft;
-        draft.countries = text.toStdString();
-        edit(std::move(draft));
+    connect(m_countries, &ChoiceField::chosenChanged, this,
+            [this] { edit(m_draft.withCountries(m_countries->chosen())); });
+    connect(m_chosenCountries, &RemovableChips::removed, this, [this](const std::string& code) {
+        auto left = m_draft;
+        std::erase(left.countries, code);
+        edit(std::move(left));
+        if (m_draft.countries.empty())
+            m_countries->setFocus(Qt::OtherFocusReason);
     });
     connect(m_mail, &QComboBox::activated, this, [this](int at) {
         auto draft = m_draft;
@@ -153,17 +158,12 @@ void ProfileTab::present()
     const auto& locale = InterfaceLanguage::tag();
     const bool manages = store().canManage();
     m_nameField->setLabel(word(words, "companyName"));
-    m_countriesField->setLabel(word(words, "countries"));
     m_languagesHead->setText(word(words, "languages"));
     m_mailField->setLabel(word(words, "mailLanguage"));
     if (m_name->text() != qString(m_draft.name))
         m_name->setText(qString(m_draft.name));
-    if (m_countries->text() != qString(m_draft.countries))
-        m_countries->setText(qString(m_draft.countries));
     m_name->setReadOnly(!manages);
-    m_countries->setReadOnly(!manages);
-    const auto names = m_draft.countryNames(locale);
-    m_countriesHint->setText(names.isEmpty() ? word(words, "countriesHint") : names);
+    presentCountries();
     QStringList languages;
     for (const auto& tag : snapshot->company.enabledLocales)
         languages << InterfaceLanguage::nativeName(tag);
@@ -176,6 +176,35 @@ void ProfileTab::present()
     m_revert->setEnabled(m_draft != m_saved);
     m_save->setText(word(words, "saveProfile"));
     m_save->setEnabled(m_draft != m_saved && !store().isBusy());
+}
+
+/// Who may not change them reads their names.
+void ProfileTab::presentCountries()
+{
+    const auto& words = companyWords();
+    const auto& locale = InterfaceLanguage::tag();
+    const bool manages = store().canManage();
+    std::vector<ChoiceList::Choice> choices;
+    for (const auto& code : Country::all(locale))
+        choices.push_back({.id = code, .text = qString(Country::name(code, locale))});
+    m_countriesField->setLabel(word(words, "countries"));
+    m_countries->setEnabled(manages);
+    m_countries->present({.name = word(words, "countries"),
+                          .all = {},
+                          .search = word(words, "countriesSearch"),
+                          .noMatch = word(words, "countriesNoMatch")},
+                         choices, {m_draft.countries.begin(), m_draft.countries.end()}, word(words, "countriesChoose"));
+    std::vector<RemovableChips::Entry> chips;
+    QStringList names;
+    for (const auto& code : m_draft.countries) {
+        const auto name = Country::name(code, locale);
+        names << qString(name);
+        chips.push_back({.id = code, .text = qString(name), .removeName = word(words, "countryRemove", {name})});
+    }
+    m_chosenCountries->present(manages ? chips : std::vector<RemovableChips::Entry>{});
+    m_chosenCountries->setVisible(manages && !chips.empty());
+    m_countriesHint->setText(names.isEmpty() ? word(words, "countriesNone") : listed(names, locale));
+    m_countriesHint->setVisible(!m_chosenCountries->isVisibleTo(m_form));
 }
 
 void ProfileTab::edit(CompanyProfile draft)

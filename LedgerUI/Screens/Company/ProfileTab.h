@@ -7,11 +7,12 @@
 #include "LedgerUI/Screens/Company/CompanyTab.h"
 
 class FormField;
+class ChoiceField;
 class LimitedEdit;
 class PrimaryButton;
 class QComboBox;
-class QLineEdit;
 class QPushButton;
+class RemovableChips;
 class TextLabel;
 
 /// The company's name, countries and languages. Who does not manage the company reads them, and chooses only the
@@ -31,6 +32,7 @@ private:
     void buildLayout();
     QWidget* buildFields();
     void bind();
+    void presentCountries();
     void edit(CompanyProfile draft);
     void save();
 
@@ -40,7 +42,8 @@ private:
     FieldMap<CompanyProfile::Field> m_fields;
     QWidget* m_form = nullptr;
     LimitedEdit* m_name = nullptr;
-    QLineEdit* m_countries = nullptr;
+    ChoiceField* m_countries = nullptr;
+    RemovableChips* m_chosenCountries = nullptr;
     QComboBox* m_mail = nullptr;
     FormField* m_nameField = nullptr;
     FormField* m_countriesField = nullptr;
