@@ -100,6 +100,7 @@ QWidget* AuditTab::buildFilters()
     m_day->setFixedWidth(dayWidth);
     m_day->line().setObjectName(QStringLiteral("auditDay"));
     m_dayLabel->setBuddy(&m_day->line());
+    m_dayLabel->setMinimumHeight(Space::control);
     m_clear = new QPushButton(m_filters);
     m_clear->setObjectName(QStringLiteral("auditClear"));
     auto* row = new WrapLayout(m_filters, Space::step2);
