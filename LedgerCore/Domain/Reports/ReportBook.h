@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Reports/FundMovements.h"
 #include "LedgerCore/Domain/Reports/Report.h"
 #include "LedgerCore/Domain/Reports/ReportFigure.h"
 #include "LedgerCore/Domain/Reports/ReportSource.h"
@@ -36,6 +37,9 @@ public:
     [[nodiscard]] std::expected<ReportDailyBalances, ReportError> dailyBalances(const ReportScope& scope,
                                                                                 ReportRange range) const;
 
+    /// What moved in `range` without being income or expense, and what was taken back of these.
+    [[nodiscard]] FundMovements fundMovements(ReportScope scope, ReportRange range) const;
+
     /// The legs in `range` that the figure is the sum of, in snapshot order.
     [[nodiscard]] std::vector<ReportFigureLeg> legs(const ReportFigure& figure, ReportRange range) const;
 
@@ -49,6 +53,12 @@ public:
         std::uint32_t category = 0; // position in `m_categories`
         Movement movement = Movement::other;
         bool reverses = false;
+
+        /// Whether it is income or expense as it was booked, rather than a movement of funds.
+        [[nodiscard]] bool isEarnedOrSpent() const
+        {
+            return !reverses && (movement == Movement::income || movement == Movement::expense);
+        }
     };
 
 private:

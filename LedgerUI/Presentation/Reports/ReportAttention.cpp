@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -148,4 +149,13 @@ std::vector<AttentionItem> ReportAttention::items(const LedgerSnapshot& snapshot
     collection.addDividends();
     collection.addReceipts(period);
     return std::move(collection).items();
+}
+
+AttentionItem ReportAttention::unconfirmed(const KeptEntry& kept, std::string_view locale)
+{
+    const auto& input = kept.input;
+    const auto sum = balanceText(input.amountMinor, input.currency, locale).text().toStdString();
+    const auto day = DayText::shortDate(input.date, locale).toStdString();
+    return {.kind = AttentionItem::Kind::entryUnconfirmed,
+            .text = wordIn(locale, reportWords(), kept.outcomeUnknown ? "unconfirmed" : "unsent", {day, sum})};
 }

@@ -9,12 +9,14 @@
 
 #include <QString>
 
+#include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Calendar/Period.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// Something that wants a hand, with what one would open to lend it.
 struct AttentionItem {
     enum class Kind {
+        entryUnconfirmed,  // opens the form of the entry that is kept
         receiptsMissing,   // opens the ledger, filtered
         floatEmpty,        // opens a transfer to `accountID`
         floatBelowZero,    // opens the entries of `accountID`
@@ -37,6 +39,9 @@ namespace ReportAttention {
 /// What in these books wants a hand, the most pressing first. Only what the member may see and mend: nothing about
 /// openings without the right to record one.
 std::vector<AttentionItem> items(const LedgerSnapshot& snapshot, const Period& period, std::string_view locale);
+
+/// A row for the entry whose recording was not confirmed, or not tried because a session had ended.
+AttentionItem unconfirmed(const KeptEntry& kept, std::string_view locale);
 
 /// The entries of the period that should have a receipt and have none: income, expenses and refunds that stand.
 std::size_t entriesWithoutReceipt(const LedgerSnapshot& snapshot, const Period& period);

@@ -9,6 +9,8 @@
 #include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Exports/ReportExportAuthorization.h"
+#include "LedgerUI/Presentation/Forms/SavedFile.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -27,6 +29,19 @@ std::optional<ReportExportAuthorization::AccountIDs> accountsOf(const ReportShee
             ids.insert(account.id);
     }
     return ids;
+}
+
+/// All movements of funds are in the file, however many of them the page shows.
+std::string contentOf(const ReportSheet& sheet, ReportPart part, std::string_view tableID)
+{
+    if (tableID == ReportParts::fundMovements)
+        return ReportGrids::csvText(
+            FundMovementGrids::of(*sheet.books, sheet.query, sheet.locale, FundMovementGrids::all).list);
+    for (const auto& table : ReportParts::tables(sheet, part)) {
+        if (table.id == tableID)
+            return ReportGrids::csvText(*table.grid);
+    }
+    return {};
 }
 
 Prepared prepared(const ReportSheet& sheet, ReportPart part)
@@ -62,4 +77,57 @@ QCoro::Task<Result<void>> ReportExport::permission(LedgerStore* store, ReportShe
             co_return checked;
     }
     co_return Result<void>{};
+}
+
+bool ReportExport::saysChanged(const Failure& failure)
+{
+    const auto* error = std::get_if<APIError>(&failure);
+    return error && (error->code == code(ExportRefusal::reportChanged) ||
+                     error->code == code(ExportRefusal::reportScopeChanged));
+}
+
+std::vector<ReportExport::Choice> ReportExport::choices(const ReportSheet& sheet, ReportPart part,
+                                                        const PrintMoment& moment)
+{
+    std::vector<Choice> all;
+    const auto days = PrintHead::days(sheet.query.period, moment);
+    for (const auto& table : ReportParts::tables(sheet, part)) {
+        const bool isFunds = table.id == ReportParts::fundMovements;
+        const auto stem = isFunds ? QStringLiteral("Brightbook-fundMovements-")
+                                  : QStringLiteral("tallyfold-report-%1-").arg(qString(table.id));
+        all.push_back({.tableID = std::string{table.id},
+                       .name = table.grid->name,
+                       .rows = isFunds ? sheet.funds.count : table.grid->rows.size(),
+                       .fileName = stem + days + QStringLiteral(".csv")});
+    }
+    return all;
+}
+
+std::vector<PrintedFact> ReportExport::scope(const ReportSheet& sheet, ReportPart part)
+{
+    std::vector<std::string> names;
+    for (const auto& account : sheet.books->snapshot->accounts) {
+        if (sheet.query.accountIDs && sheet.query.accountIDs->contains(account.id))
+            names.push_back(account.name);
+    }
+    std::vector<PrintedFact> facts{PrintHead::period(sheet.query.period, sheet.locale),
+                                   PrintHead::accounts(names, sheet.locale)};
+    if (part != ReportPart::overview)
+        facts.push_back(PrintHead::currency(sheet.query.currency, sheet.locale));
+    return facts;
+}
+
+QCoro::Task<ReportExport::Outcome> ReportExport::save(LedgerStore* store, ReportSheetPointer sheet, ReportPart part,
+                                                      std::string tableID, std::filesystem::path path)
+{
+    auto asking = permission(store, sheet, part);
+    const auto allowed = co_await asking;
+    if (!allowed)
+        co_return allowed.error();
+    auto writing = SavedFile::write(
+        std::move(path), [sheet, part, tableID = std::move(tableID)] { return contentOf(*sheet, part, tableID); });
+    const auto problem = co_await writing;
+    if (problem)
+        co_return *problem;
+    co_return Saved{};
 }

@@ -1,8 +1,17 @@
 #pragma once
 
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
 #include <QCoro/QCoroTask>
+#include <QString>
 
 #include "LedgerCore/Client/Errors/Failure.h"
+#include "LedgerCore/Client/Files/FileSaving.h"
+#include "LedgerUI/Presentation/Print/PrintHead.h"
 #include "LedgerUI/Presentation/Reports/ReportPart.h"
 
 class LedgerStore;
@@ -13,5 +22,26 @@ namespace ReportExport {
 /// Whether the books still say what the report was worked out from, for the person who sees it: asked of the service
 /// for each currency of the report.
 QCoro::Task<Result<void>> permission(LedgerStore* store, ReportSheetPointer sheet, ReportPart part);
+
+/// Whether a failure says that the books have changed since.
+bool saysChanged(const Failure& failure);
+
+/// One table of a report that can be saved.
+struct Choice {
+    std::string tableID;
+    QString name;
+    std::size_t rows = 0; // without its head
+    QString fileName;
+};
+std::vector<Choice> choices(const ReportSheet& sheet, ReportPart part, const PrintMoment& moment);
+
+/// What the report is about, said beside its file: period, accounts and currency.
+std::vector<PrintedFact> scope(const ReportSheet& sheet, ReportPart part);
+
+struct Saved {};
+using Outcome = std::variant<Saved, Failure, SavingProblem>;
+/// Writes a table as a CSV file if the books still say the same. Nothing is written otherwise.
+QCoro::Task<Outcome> save(LedgerStore* store, ReportSheetPointer sheet, ReportPart part, std::string tableID,
+                          std::filesystem::path path);
 
 }

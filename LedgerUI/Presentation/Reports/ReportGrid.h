@@ -47,7 +47,12 @@ struct ReportGridCell {
 };
 
 struct ReportGridColumn {
-    enum class Kind { name, figure, line };
+    enum class Kind {
+        name,
+        label, // words that are not cut
+        figure,
+        line
+    };
 
     QString head;
     Kind kind = Kind::figure;

@@ -2,15 +2,17 @@
 
 namespace {
 
-std::vector<const ReportGrid*> allGrids(const ReportSheet& sheet, ReportPart part)
+std::vector<ReportParts::Table> allTables(const ReportSheet& sheet, ReportPart part)
 {
     switch (part) {
     case ReportPart::overview:
-        return {&sheet.currencies, &sheet.largestExpenses};
+        return {{"currencies", &sheet.currencies}, {"expenses", &sheet.largestExpenses}};
     case ReportPart::income:
-        return {&sheet.trend.table, &sheet.trend.categories};
+        return {{"periods", &sheet.trend.table}, {"categories", &sheet.trend.categories}};
     case ReportPart::matrix:
-        return {&sheet.matrix.movements, &sheet.matrix.monthEnds};
+        return {{"accounts", &sheet.matrix.movements}, {"monthEnds", &sheet.matrix.monthEnds}};
+    case ReportPart::movements:
+        return {{"fundSums", &sheet.funds.sums}, {ReportParts::fundMovements, &sheet.funds.list}};
     }
     return {};
 }
@@ -26,15 +28,17 @@ std::string_view ReportParts::idOf(ReportPart part)
         return "income";
     case ReportPart::matrix:
         return "matrix";
+    case ReportPart::movements:
+        return "movements";
     }
     return {};
 }
 
-std::vector<const ReportGrid*> ReportParts::grids(const ReportSheet& sheet, ReportPart part)
+std::vector<ReportParts::Table> ReportParts::tables(const ReportSheet& sheet, ReportPart part)
 {
-    auto grids = allGrids(sheet, part);
-    std::erase_if(grids, [](const ReportGrid* grid) { return grid->rows.empty(); });
-    return grids;
+    auto tables = allTables(sheet, part);
+    std::erase_if(tables, [](const Table& table) { return table.grid->rows.empty(); });
+    return tables;
 }
 
 std::vector<std::string> ReportParts::currencies(const ReportSheet& sheet, ReportPart part)

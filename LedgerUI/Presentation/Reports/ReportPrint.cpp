@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "LedgerUI/Presentation/Reports/ReportExport.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -31,16 +32,6 @@ bool isHeading(const ReportGridRow& row)
            std::all_of(row.cells.begin() + 1, row.cells.end(), [](const auto& cell) { return cell.text.isEmpty(); });
 }
 
-std::vector<std::string> accountNames(const ReportSheet& sheet)
-{
-    std::vector<std::string> names;
-    for (const auto& account : sheet.books->snapshot->accounts) {
-        if (sheet.query.accountIDs && sheet.query.accountIDs->contains(account.id))
-            names.push_back(account.name);
-    }
-    return names;
-}
-
 }
 
 PrintedTable ReportPrint::table(const ReportGrid& grid, const QString& note)
@@ -49,10 +40,11 @@ PrintedTable ReportPrint::table(const ReportGrid& grid, const QString& note)
     for (const auto& column : grid.columns) {
         if (column.kind == Kind::line)
             continue;
-        const bool isName = column.kind == Kind::name;
+        const bool isFigure = column.kind == Kind::figure;
+        const bool wraps = column.kind == Kind::name;
         table.columns.push_back({.head = column.head,
-                                 .side = isName ? PrintedColumn::Side::start : PrintedColumn::Side::end,
-                                 .width = isName ? PrintedColumn::Width::rest : PrintedColumn::Width::content});
+                                 .side = isFigure ? PrintedColumn::Side::end : PrintedColumn::Side::start,
+                                 .width = wraps ? PrintedColumn::Width::rest : PrintedColumn::Width::content});
     }
     for (const auto& row : grid.rows) {
         PrintedRow printed{.cells = {}, .level = isHeading(row) ? PrintedRow::Level::group : levelOf(row.level)};
@@ -79,15 +71,16 @@ PrintedDocument ReportPrint::document(const ReportSheet& sheet, ReportPart part,
                              .company = qString(sheet.books->snapshot->company.name),
                              .title = word("tab." + std::string{ReportParts::idOf(part)}),
                              .fileName = fileName(sheet, part, moment)};
-    document.facts = {PrintHead::period(sheet.query.period, locale), PrintHead::accounts(accountNames(sheet), locale)};
-    if (part != ReportPart::overview)
-        document.facts.push_back(PrintHead::currency(sheet.query.currency, locale));
+    document.facts = ReportExport::scope(sheet, part);
     document.facts.push_back(PrintHead::asOf(moment, locale));
-    for (const auto* grid : ReportParts::grids(sheet, part)) {
-        auto printed = table(*grid);
-        if (grid == &sheet.largestExpenses) // the overview lists all currencies, this table one of them
+    for (const auto& each : ReportParts::tables(sheet, part)) {
+        auto printed =
+            each.id == ReportParts::fundMovements
+                ? table(FundMovementGrids::of(*sheet.books, sheet.query, locale, FundMovementGrids::all).list)
+                : table(*each.grid);
+        if (each.grid == &sheet.largestExpenses) // the overview lists all currencies, this table one of them
             printed.title += QStringLiteral(" · ") + qString(sheet.query.currency);
-        if (grid == &sheet.trend.categories)
+        if (each.grid == &sheet.trend.categories)
             printed.title += QStringLiteral(" · ") + sheet.trend.of;
         document.tables.push_back(std::move(printed));
     }

@@ -76,6 +76,7 @@ ReportSheet reportSheet(ReportBooksPointer books, ReportQuery query, std::string
     sheet.own = std::move(*own);
     sheet.trend = std::move(*trend);
     sheet.matrix = std::move(*matrix);
+    sheet.funds = FundMovementGrids::of(*sheet.books, sheet.query, sheet.locale);
     sheet.attention = ReportAttention::items(snapshot, sheet.query.period, sheet.locale);
     return sheet;
 }

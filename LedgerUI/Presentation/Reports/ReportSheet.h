@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "LedgerUI/Presentation/Reports/FundMovementGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
 #include "LedgerUI/Presentation/Reports/ReportGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportMatrixGrids.h"
@@ -25,6 +26,7 @@ struct ReportSheet {
     std::vector<AttentionItem> attention = {};
     ReportTrend trend = {};
     ReportMatrixGrids matrix = {};
+    FundMovementGrids funds = {};
     ReportOwnGrids own = {};
 };
 

@@ -24,6 +24,8 @@ constexpr int rowHeight = 32;
 QString glyphOf(Kind kind)
 {
     switch (kind) {
+    case Kind::entryUnconfirmed:
+        return QStringLiteral("question-circle");
     case Kind::receiptsMissing:
         return QStringLiteral("paperclip");
     case Kind::floatEmpty:
@@ -43,6 +45,8 @@ QString glyphOf(Kind kind)
 std::string_view actionKey(Kind kind)
 {
     switch (kind) {
+    case Kind::entryUnconfirmed:
+        return "attention.finish";
     case Kind::receiptsMissing:
     case Kind::floatBelowZero:
         return "attention.show";

@@ -1,30 +1,16 @@
 #include "LedgerUI/Screens/Reports/MatrixTab.h"
 
-#include <limits>
-
 #include <QCheckBox>
 #include <QHBoxLayout>
-#include <QScrollArea>
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Screens/Reports/CurrencySegments.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
+#include "LedgerUI/Screens/Reports/TitledTables.h"
 #include "LedgerUI/Theme/Space.h"
-
-namespace {
-
-TextLabel* title(QWidget* parent)
-{
-    auto* label = new TextLabel(TypeStep::section, Token::text, parent);
-    label->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step2);
-    return label;
-}
-
-}
 
 MatrixTab::MatrixTab(QWidget* parent) : ReportTab{parent}
 {
@@ -40,32 +26,15 @@ MatrixTab::MatrixTab(QWidget* parent) : ReportTab{parent}
     stripRow->addStretch(1);
     stripRow->addWidget(m_hides);
 
-    auto* scroll = new QScrollArea(this);
-    scroll->setFrameShape(QFrame::NoFrame);
-    scroll->setWidgetResizable(true);
-    scroll->setFocusPolicy(Qt::NoFocus);
-    scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* body = new QWidget(scroll);
-    m_movementsTitle = title(body);
-    m_movements = new ReportTable(QStringLiteral("movementTable"), RowDelegate::Density::oneLine, body);
-    m_monthEndsTitle = title(body);
-    m_monthEnds = new ReportTable(QStringLiteral("monthEndTable"), RowDelegate::Density::oneLine, body);
-    auto* bodyRows = new QVBoxLayout(body);
-    bodyRows->setContentsMargins(0, 0, 0, 0);
-    bodyRows->setSpacing(0);
-    for (auto* part : {static_cast<QWidget*>(m_movementsTitle), static_cast<QWidget*>(m_movements),
-                       static_cast<QWidget*>(m_monthEndsTitle), static_cast<QWidget*>(m_monthEnds)})
-        bodyRows->addWidget(part);
-    for (auto* table : {m_movements, m_monthEnds})
-        table->showWhole(std::numeric_limits<int>::max());
-    bodyRows->addStretch(1);
-    scroll->setWidget(body);
+    m_tables = new TitledTables(this);
+    m_movements = m_tables->addTable(QStringLiteral("movementTable"));
+    m_monthEnds = m_tables->addTable(QStringLiteral("monthEndTable"));
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     rows->addWidget(strip);
     rows->addWidget(new Line(Qt::Horizontal, this));
-    rows->addWidget(scroll, 1);
+    rows->addWidget(m_tables, 1);
     bindParts();
 }
 
@@ -96,13 +65,16 @@ void MatrixTab::present(const ReportSheet& sheet, const ChartColors& colors)
     m_currency->present(std::move(codes), m_query.currency);
     m_hides->setText(word(reportWords(), "matrix.hides"));
     m_hides->setChecked(m_query.hidesStillColumns);
-    m_movementsTitle->setText(sheet.matrix.movements.name);
-    m_monthEndsTitle->setText(sheet.matrix.monthEnds.name);
-    m_movements->present(sheet.matrix.movements, colors);
-    m_monthEnds->present(sheet.matrix.monthEnds, colors);
+    m_tables->present(*m_movements, sheet.matrix.movements, colors);
+    m_tables->present(*m_monthEnds, sheet.matrix.monthEnds, colors);
 }
 
 QList<QWidget*> MatrixTab::panes() const
 {
-    return {m_currency, m_movements, m_monthEnds};
+    QList<QWidget*> all{m_currency};
+    for (auto* table : {m_movements, m_monthEnds}) {
+        if (!table->isHidden())
+            all.append(table);
+    }
+    return all;
 }

@@ -5,7 +5,7 @@
 class CurrencySegments;
 class QCheckBox;
 class ReportTable;
-class TextLabel;
+class TitledTables;
 
 /// Accounts by kind of movement in the period, and accounts by month.
 class MatrixTab final : public ReportTab {
@@ -22,8 +22,7 @@ private:
     ReportQuery m_query;
     CurrencySegments* m_currency = nullptr;
     QCheckBox* m_hides = nullptr;
-    TextLabel* m_movementsTitle = nullptr;
+    TitledTables* m_tables = nullptr;
     ReportTable* m_movements = nullptr;
-    TextLabel* m_monthEndsTitle = nullptr;
     ReportTable* m_monthEnds = nullptr;
 };

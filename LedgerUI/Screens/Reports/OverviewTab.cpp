@@ -1,6 +1,7 @@
 #include "LedgerUI/Screens/Reports/OverviewTab.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -52,7 +53,7 @@ TextLabel* quietLine(const char* name, QWidget* parent)
 
 }
 
-OverviewTab::OverviewTab(QWidget* parent) : ReportTab{parent}
+OverviewTab::OverviewTab(Beside beside, QWidget* parent) : ReportTab{parent}, m_beside{std::move(beside)}
 {
     setObjectName(QStringLiteral("overviewTab"));
     auto* scroll = new QScrollArea(this);
@@ -174,7 +175,9 @@ void OverviewTab::present(const ReportSheet& sheet, const ChartColors& colors)
     m_expenses->setVisible(hasExpenses);
     m_expensesNone->setText(text("expenses.none"));
     m_expensesNone->setVisible(!hasExpenses);
-    m_attention->present(sheet.attention);
+    auto attention = m_beside();
+    attention.insert(attention.end(), sheet.attention.begin(), sheet.attention.end());
+    m_attention->present(std::move(attention));
 }
 
 QList<QWidget*> OverviewTab::panes() const

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <vector>
+
 #include "LedgerUI/Screens/Reports/ReportTab.h"
 
 class AttentionList;
@@ -12,7 +15,9 @@ class TextLabel;
 class OverviewTab final : public ReportTab {
     Q_OBJECT
 public:
-    explicit OverviewTab(QWidget* parent = nullptr);
+    /// What wants a hand beside what the sheet says, asked each time that the tab is shown.
+    using Beside = std::function<std::vector<AttentionItem>()>;
+    explicit OverviewTab(Beside beside, QWidget* parent = nullptr);
 
     void present(const ReportSheet& sheet, const ChartColors& colors) override;
     [[nodiscard]] QList<QWidget*> panes() const override;
@@ -22,6 +27,7 @@ private:
     QWidget* buildExpenses();
     void bindParts();
 
+    Beside m_beside;
     ReportQuery m_query;
     std::vector<std::chrono::year_month> m_months; // of the chart's slots
     ReportTable* m_currencies = nullptr;

@@ -138,6 +138,10 @@ void ReportPage::sayCopied()
 void ReportPage::lend(const AttentionItem& item)
 {
     switch (item.kind) {
+    case AttentionItem::Kind::entryUnconfirmed:
+        if (const auto kept = m_store.keptEntry())
+            openForm(new TransactionForm(m_store, *kept, window()));
+        return;
     case AttentionItem::Kind::receiptsMissing:
     case AttentionItem::Kind::floatBelowZero:
         showInLedger(entriesOf(item, m_browser->query().period));
@@ -165,7 +169,11 @@ void ReportPage::lend(const AttentionItem& item)
 
 void ReportPage::openForm(const EntryForm::Opening& opening)
 {
-    auto* form = new TransactionForm(m_store, opening, window());
+    openForm(new TransactionForm(m_store, opening, window()));
+}
+
+void ReportPage::openForm(TransactionForm* form)
+{
     connect(form, &TransactionForm::recorded, this, [this] { Q_EMIT done(word(ledgerWords(), "done.recorded")); });
     form->open();
 }

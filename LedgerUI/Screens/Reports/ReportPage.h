@@ -13,6 +13,7 @@ class PageHeader;
 class PeriodNavigator;
 class ReportBrowser;
 class SplitButton;
+class TransactionForm;
 
 /// What the pages that look at a period of the books have in common: the period, a new entry, the way to the entries
 /// behind a figure and to where a hand is wanted.
@@ -46,6 +47,7 @@ private:
     void presentSheet();
     void presentActions();
     void openForm(const EntryForm::Opening& opening);
+    void openForm(TransactionForm* form);
 
     LedgerStore& m_store;
     ReportBrowser* m_browser = nullptr;

@@ -19,6 +19,7 @@ public:
 Q_SIGNALS:
     void queryWanted(const ReportQuery& query);
     void backingWanted(const ReportBacking& backing);
+    void entryWanted(const QString& id);
     void attentionWanted(const AttentionItem& item);
     void tabWanted(const QString& id);
     void copied();

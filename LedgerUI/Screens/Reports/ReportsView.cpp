@@ -17,15 +17,18 @@
 #include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Components/Table/ChoiceField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Ledger/RecordLinks.h"
 #include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
 #include "LedgerUI/Presentation/Reports/ReportExport.h"
 #include "LedgerUI/Presentation/Reports/ReportPrint.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Reports/FundsTab.h"
 #include "LedgerUI/Screens/Reports/IncomeTab.h"
 #include "LedgerUI/Screens/Reports/MatrixTab.h"
 #include "LedgerUI/Screens/Reports/OverviewTab.h"
+#include "LedgerUI/Screens/Reports/ReportExportDialog.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -62,12 +65,14 @@ void ReportsView::buildLayout()
     row->addWidget(&period());
     row->addWidget(m_accounts);
     header().setMiddle(middle);
+    header().addSecondary(actions()[QStringLiteral("exportReport")]);
     header().addSecondary(actions()[QStringLiteral("printReport")]);
 
     m_tabs = new PageTabs(QStringLiteral("reportTabs"), this);
-    addTab(ReportPart::overview, new OverviewTab(m_tabs));
+    addTab(ReportPart::overview, new OverviewTab([this] { return besideBooks(); }, m_tabs));
     addTab(ReportPart::income, new IncomeTab(m_tabs));
     addTab(ReportPart::matrix, new MatrixTab(m_tabs));
+    addTab(ReportPart::movements, new FundsTab(m_tabs));
     m_notice = new EmptyState(QStringLiteral("bar-chart"), this);
     m_notice->setObjectName(QStringLiteral("reportNotice"));
     m_stack = new QStackedWidget(this);
@@ -86,6 +91,10 @@ void ReportsView::addTab(ReportPart part, ReportTab* tab)
     m_tabs->setContents(qString(ReportParts::idOf(part)), tab);
     connect(tab, &ReportTab::queryWanted, &browser(), qOverload<ReportQuery>(&ReportBrowser::ask));
     connect(tab, &ReportTab::backingWanted, this, [this](const ReportBacking& backing) { showBacking(backing); });
+    connect(tab, &ReportTab::entryWanted, this, [this](const QString& entry) {
+        Q_EMIT linkPressed(
+            {.page = WorkspacePage::ledger, .action = PageAction::showEntry, .subject = entry.toStdString()});
+    });
     connect(tab, &ReportTab::attentionWanted, this, [this](const AttentionItem& item) { lend(item); });
     connect(tab, &ReportTab::tabWanted, m_tabs, &PageTabs::choose);
     connect(tab, &ReportTab::copied, this, [this] { sayCopied(); });
@@ -143,6 +152,15 @@ void ReportsView::presentTab()
     m_stack->setCurrentWidget(m_tabs);
 }
 
+/// What wants a hand and is no part of the books.
+std::vector<AttentionItem> ReportsView::besideBooks() const
+{
+    const auto kept = store().keptEntry();
+    if (!kept)
+        return {};
+    return {ReportAttention::unconfirmed(*kept, InterfaceLanguage::tag())};
+}
+
 ReportPart ReportsView::part() const
 {
     const auto id = m_tabs->chosen().toStdString();
@@ -154,7 +172,14 @@ void ReportsView::presentExits()
 {
     const auto sheet = browser().sheet();
     const bool isReady = sheet && !sheet->failure;
-    actions().present({{.id = QStringLiteral("printReport"),
+    actions().present({{.id = QStringLiteral("exportReport"),
+                        .text = text("export"),
+                        .glyph = QStringLiteral("box-arrow-up"),
+                        .keys = KeyBindings::keys(Command::exportRows),
+                        .whyNot = isReady ? QString{} : text("preparing"),
+                        .isOffered = store().canExport(),
+                        .run = [this] { exportReport(); }},
+                       {.id = QStringLiteral("printReport"),
                         .text = word(printWords(), "action"),
                         .glyph = QStringLiteral("printer"),
                         .keys = KeyBindings::keys(Command::print),
@@ -182,6 +207,15 @@ void ReportsView::print()
         return;
     auto* dialog = new PrintDialog(store(), [this] { return printJob(); }, window());
     connect(dialog, &PrintDialog::finished, this, [this](const QString& what) { Q_EMIT done(what); });
+    dialog->open();
+}
+
+void ReportsView::exportReport()
+{
+    auto* dialog = new ReportExportDialog(store(), [this] { return browser().sheet(); }, part(), window());
+    connect(dialog, &ReportExportDialog::saved, this, [this](const QString& fileName) {
+        Q_EMIT done(word(reportWords(), "export.done", {fileName.toStdString()}));
+    });
     dialog->open();
 }
 

@@ -29,9 +29,11 @@ private:
     void presentAccounts(const ReportSheet& sheet);
     void presentFailure(ReportError failure);
     void presentExits();
+    [[nodiscard]] std::vector<AttentionItem> besideBooks() const;
     [[nodiscard]] ReportPart part() const;
     [[nodiscard]] PrintJob printJob() const;
     void print();
+    void exportReport();
     void narrowTo(const std::set<std::string, std::less<>>& accountIDs);
 
     ChoiceField* m_accounts = nullptr;

@@ -51,6 +51,13 @@ const std::array shown{
                 [](auto& under) {
                     openReports(under, "overviewTab", SnapshotBuilder{}.account("Petty cash", {"IDR"}).grantAll());
                 }},
+    SweptScreen{"ReportsFunds", builtPages, [](auto& under) { openReports(under, "movementsTab"); }},
+    SweptScreen{"ReportExport", builtPages,
+                [](auto& under) {
+                    openReports(under, "incomeTab");
+                    under.screen.keys("Ctrl+E");
+                    under.screen.waitForFocus("reportExportDialog");
+                }},
     SweptScreen{"ReportPrint", builtPages,
                 [](auto& under) {
                     openReports(under, "matrixTab");

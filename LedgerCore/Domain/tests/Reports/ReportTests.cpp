@@ -75,6 +75,48 @@ LedgerSnapshot company()
 const std::vector<ReportRange> januaryAndFebruary{{day("2026-01-01"), day("2026-01-31")},
                                                   {day("2026-02-01"), day("2026-02-28")}};
 
+TEST(FundMovements, HoldWhatWasNeitherEarnedNorSpentAndWhatWasTakenBack)
+{
+    const auto books = company();
+    const auto book = ReportBook::create(books);
+    ASSERT_TRUE(book);
+    const auto february = book->fundMovements({.currency = "USD"}, januaryAndFebruary[1]);
+    std::string legs;
+    for (const auto& leg : february.legs)
+        legs += books.transactions[leg.entry].id + "@" + books.accounts[leg.account].id + " " +
+                std::to_string(leg.amountMinor) + "\n";
+    EXPECT_EQ(legs, "f1@bank -10000\nf2@bank -600\nr1@bank 3000\nx1@bank -14000\nc1@bank 90000\nd1@bank -25000\n"
+                    "r2@bank 600\n");
+    EXPECT_EQ(february.sums, (std::vector<FundMovementSum>{{Movement::refund, 600, -10600, 3},
+                                                           {Movement::exchange, 0, -14000, 1},
+                                                           {Movement::capital, 90000, 0, 1},
+                                                           {Movement::dividend, 0, -25000, 1}}));
+    EXPECT_EQ(february.reversals.netMinor(), 3000) << "paper that was taken back";
+    EXPECT_EQ(february.total, (FundMovementSum{Movement::other, 93600, -49600, 7}));
+    const auto january = book->fundMovements({.currency = "USD", .accountIDs = {{"float"}}}, januaryAndFebruary[0]);
+    ASSERT_EQ(january.legs.size(), 1U);
+    EXPECT_EQ(january.sums.front(), (FundMovementSum{Movement::transfer, 20000, 0, 1}));
+}
+
+/// Each sum opens its entries by a figure, whose legs must be the same money.
+TEST(FundMovements, AreWhatTheirFiguresFind)
+{
+    const auto books = company();
+    const auto book = ReportBook::create(books);
+    ASSERT_TRUE(book);
+    const ReportRange all{day("2026-01-01"), day("2026-12-31")};
+    const ReportScope scope{.currency = "USD"};
+    const auto found = book->fundMovements(scope, all);
+    const auto sumOf = [&](const ReportFigure& figure) {
+        std::int64_t sum = 0;
+        for (const auto& leg : book->legs(figure, all))
+            sum += leg.amountMinor;
+        return sum;
+    };
+    for (const auto& each : found.sums)
+        EXPECT_EQ(sumOf({.scope = scope, .movements = {each.movement}}), each.netMinor()) << rawValue(each.movement);
+}
+
 TEST(Report, AddsEachCategoryToTheUppermostAboveItHoweverTheyAreListed)
 {
     LedgerSnapshot books;

@@ -1,0 +1,259 @@
+#include "LedgerUI/Presentation/Reports/FundMovementGrids.h"
+
+#include <algorithm>
+#include <tuple>
+#include <unordered_map>
+#include <utility>
+
+#include <QStringList>
+
+#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/RateText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+namespace {
+
+using Kind = ReportGridColumn::Kind;
+using Level = ReportGridRow::Level;
+using Tone = ReportGridCell::Tone;
+
+constexpr char rowMark = '#'; // between an entry and the number of its movement
+
+class Funds {
+public:
+    Funds(const ReportBooks& books, const ReportQuery& query, std::string_view locale)
+        : m_snapshot(*books.snapshot), m_book(*books.book), m_query(query), m_locale(locale),
+          m_funds(m_book.fundMovements(scope(), ReportRanges::of(query.period)))
+    {
+        for (const auto& entry : m_snapshot.transactions)
+            m_entries.emplace(entry.id, &entry);
+        for (const auto& each : EntryRules::refundableIncomes(m_snapshot, query.currency))
+            m_refundable.emplace(each.entry->id, each.remainingMinor);
+    }
+
+    FundMovementGrids made(std::size_t most)
+    {
+        FundMovementGrids grids{.sums = sums(), .list = {}, .count = m_funds.legs.size()};
+        workOutBalances();
+        sortLatestFirst();
+        grids.list = list(std::min(most, m_funds.legs.size()));
+        return grids;
+    }
+
+private:
+    [[nodiscard]] ReportScope scope() const { return {.currency = m_query.currency, .accountIDs = m_query.accountIDs}; }
+    [[nodiscard]] QString word(std::string_view key) const { return wordIn(m_locale, reportWords(), key); }
+    [[nodiscard]] const LedgerTransaction& entry(const FundMovementLeg& leg) const
+    {
+        return m_snapshot.transactions[leg.entry];
+    }
+    [[nodiscard]] const LedgerTransaction* find(const std::optional<std::string>& id) const
+    {
+        const auto found = id ? m_entries.find(*id) : m_entries.end();
+        return found == m_entries.end() ? nullptr : found->second;
+    }
+
+    [[nodiscard]] ReportGrid sums() const
+    {
+        ReportGrid grid{.name = word("table.fundSums"),
+                        .columns = {{.head = word("fund.kind"), .kind = Kind::name},
+                                    {.head = word("fund.in")},
+                                    {.head = word("fund.out")},
+                                    {.head = word("fund.net")}},
+                        .rows = {}};
+        const auto add = [&](std::string id, const QString& name, const FundMovementSum& sum,
+                             std::set<Movement> movements, Level level) {
+            std::optional<ReportBacking> backing;
+            if (!movements.empty())
+                backing = ReportBacking{m_query.period, {.scope = scope(), .movements = std::move(movements)}};
+            const auto cell = [&](std::int64_t minor, Tone tone) {
+                return ReportGrids::moneyCell(movementText(minor, m_query.currency, m_locale), tone, backing);
+            };
+            grid.rows.push_back({.id = std::move(id),
+                                 .cells = {{.text = name},
+                                           cell(sum.arrivedMinor, Tone::plain),
+                                           cell(sum.leftMinor, Tone::plain),
+                                           cell(sum.netMinor(), Tone::strong)},
+                                 .level = level});
+        };
+        std::set<Movement> together;
+        for (const auto& sum : m_funds.sums) {
+            const std::string name{rawValue(sum.movement)};
+            add(name, word("movement." + name), sum, {sum.movement}, Level::plain);
+            together.insert(sum.movement);
+        }
+        // No figure of a report is made of these alone: they are found in the list below.
+        if (m_funds.reversals.legCount > 0)
+            add("reversals", word("fund.reversals"), m_funds.reversals, {}, Level::plain);
+        if (m_funds.reversals.legCount > 0)
+            together.clear();
+        if (m_funds.total.legCount > 0)
+            add("total", word("total"), m_funds.total, std::move(together), Level::total);
+        return grid;
+    }
+
+    /// What is on the account after each of its movements, where a single one is looked at whose entries explain what
+    /// it holds.
+    void workOutBalances()
+    {
+        if (!m_query.accountIDs || m_query.accountIDs->size() != 1)
+            return;
+        const auto account = std::ranges::find(m_snapshot.accounts, *m_query.accountIDs->begin(), &Account::id);
+        if (account == m_snapshot.accounts.end())
+            return;
+        auto legs = m_book.legs({.scope = scope()}, ReportRanges::of(Period::allTime()));
+        std::ranges::sort(legs, [this](const auto& left, const auto& right) {
+            return comesBefore(left.entry, left.amountMinor, right.entry, right.amountMinor);
+        });
+        std::int64_t balance = 0;
+        for (const auto& leg : legs) {
+            balance += leg.amountMinor; // no sum of a book's amounts overflows
+            m_balances[leg.entry] = balance;
+        }
+        if (balance != account->balance(m_query.currency))
+            m_balances.clear();
+    }
+
+    [[nodiscard]] bool comesBefore(std::uint32_t left, std::int64_t leftMinor, std::uint32_t right,
+                                   std::int64_t rightMinor) const
+    {
+        const auto& first = m_snapshot.transactions[left];
+        const auto& second = m_snapshot.transactions[right];
+        return std::tie(first.date, first.createdAt, left, leftMinor) <
+               std::tie(second.date, second.createdAt, right, rightMinor);
+    }
+
+    void sortLatestFirst()
+    {
+        std::ranges::sort(m_funds.legs, [this](const auto& left, const auto& right) {
+            return comesBefore(right.entry, right.amountMinor, left.entry, left.amountMinor);
+        });
+    }
+
+    [[nodiscard]] ReportGrid list(std::size_t count) const
+    {
+        ReportGrid grid{.name = word("table.funds"),
+                        .columns = {{.head = word("day"), .kind = Kind::label},
+                                    {.head = word("fund.movement"), .kind = Kind::name},
+                                    {.head = word("account"), .kind = Kind::label},
+                                    {.head = word("fund.in")},
+                                    {.head = word("fund.out")}},
+                        .rows = {}};
+        if (!m_balances.empty())
+            grid.columns.push_back({.head = word("fund.balance")});
+        for (std::size_t at = 0; at < count; ++at)
+            grid.rows.push_back(row(m_funds.legs[at], at));
+        return grid;
+    }
+
+    [[nodiscard]] ReportGridRow row(const FundMovementLeg& leg, std::size_t at) const
+    {
+        const auto& moved = entry(leg);
+        const auto amount = ReportGrids::moneyCell(movementText(leg.amountMinor, m_query.currency, m_locale),
+                                                   leg.amountMinor < 0 ? Tone::plain : Tone::incoming, std::nullopt);
+        const bool leaves = leg.amountMinor < 0;
+        ReportGridRow row{.id = moved.id + rowMark + std::to_string(at),
+                          .cells = {{.text = DayText::shortDate(moved.date, m_locale), .copied = qString(moved.date)},
+                                    {.text = title(leg), .beside = remarks(leg)},
+                                    {.text = qString(m_snapshot.accounts[leg.account].name)},
+                                    leaves ? ReportGridCell{} : amount,
+                                    leaves ? amount : ReportGridCell{}}};
+        if (const auto balance = m_balances.find(leg.entry); balance != m_balances.end())
+            row.cells.push_back(ReportGrids::moneyCell(balanceText(balance->second, m_query.currency, m_locale),
+                                                       Tone::quiet, std::nullopt));
+        return row;
+    }
+
+    [[nodiscard]] QString title(const FundMovementLeg& leg) const
+    {
+        return leg.reverses ? word("reversal") : word("fund." + std::string{rawValue(leg.movement)});
+    }
+
+    /// What is to be known of a movement beside its kind: the other end, the rate, what may still be refunded.
+    [[nodiscard]] QString remarks(const FundMovementLeg& leg) const
+    {
+        const auto& moved = entry(leg);
+        QStringList parts;
+        if (leg.reverses)
+            parts << undone(leg, moved);
+        else if (leg.movement == Movement::transfer)
+            parts << otherEnd(leg, moved);
+        else if (leg.movement == Movement::exchange)
+            parts << rate(moved);
+        else if (leg.movement == Movement::refund)
+            parts << refunded(moved);
+        else
+            parts << qString(moved.participantName.value_or(std::string{}));
+        parts << qString(moved.note);
+        parts.removeAll(QString{});
+        return parts.join(QStringLiteral(" · "));
+    }
+
+    [[nodiscard]] QString undone(const FundMovementLeg& leg, const LedgerTransaction& moved) const
+    {
+        const auto* original = find(moved.reversalOf);
+        const auto kind = word("fund." + std::string{rawValue(leg.movement)});
+        return original ? wordIn(m_locale, reportWords(), "fund.of",
+                                 {kind.toStdString(), DayText::shortDate(original->date, m_locale).toStdString()})
+                        : QString{};
+    }
+
+    [[nodiscard]] QString otherEnd(const FundMovementLeg& leg, const LedgerTransaction& moved) const
+    {
+        const auto& own = m_snapshot.accounts[leg.account].id;
+        for (const auto& each : moved.legs) {
+            const auto account = std::ranges::find(m_snapshot.accounts, each.accountID, &Account::id);
+            if (each.accountID != own && account != m_snapshot.accounts.end())
+                return (leg.amountMinor < 0 ? QStringLiteral("→ %1") : QStringLiteral("← %1"))
+                    .arg(qString(account->name));
+        }
+        return {};
+    }
+
+    [[nodiscard]] QString rate(const LedgerTransaction& moved) const
+    {
+        const auto given = std::ranges::find_if(moved.legs, [](const auto& leg) { return leg.amountMinor < 0; });
+        const auto taken = std::ranges::find_if(moved.legs, [](const auto& leg) { return leg.amountMinor > 0; });
+        if (given == moved.legs.end() || taken == moved.legs.end())
+            return {};
+        const auto text = rateText(-given->amountMinor, given->currency, taken->amountMinor, taken->currency, m_locale);
+        return wordIn(m_locale, reportWords(), "fund.rate", {given->currency, text.toStdString()});
+    }
+
+    [[nodiscard]] QString refunded(const LedgerTransaction& moved) const
+    {
+        const auto* income = find(moved.originalTransactionID);
+        if (!income)
+            return qString(moved.externalReference.value_or(std::string{}));
+        const auto left = m_refundable.find(income->id);
+        const auto day = DayText::shortDate(income->date, m_locale).toStdString();
+        if (left == m_refundable.end())
+            return wordIn(m_locale, reportWords(), "fund.refunded", {day});
+        const auto sum = balanceText(left->second, m_query.currency, m_locale).text().toStdString();
+        return wordIn(m_locale, reportWords(), "fund.refundable", {day, sum});
+    }
+
+    const LedgerSnapshot& m_snapshot;
+    const ReportBook& m_book;
+    const ReportQuery& m_query;
+    std::string_view m_locale;
+    FundMovements m_funds;
+    std::unordered_map<std::string_view, const LedgerTransaction*> m_entries;
+    std::unordered_map<std::string_view, std::int64_t> m_refundable; // what is left of each income
+    std::unordered_map<std::uint32_t, std::int64_t> m_balances;      // after each entry
+};
+
+}
+
+FundMovementGrids FundMovementGrids::of(const ReportBooks& books, const ReportQuery& query, std::string_view locale,
+                                        std::size_t most)
+{
+    return Funds{books, query, locale}.made(most);
+}
+
+std::string_view FundMovementGrids::entryOf(std::string_view rowID)
+{
+    return rowID.substr(0, rowID.rfind(rowMark));
+}

@@ -1,0 +1,207 @@
+#include "LedgerUI/Screens/Reports/ReportExportDialog.h"
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/Screens/Reports/ReportTable.h"
+#include "LedgerUI/Screens/Reports/ReportsView.h"
+#include "LedgerUI/testing/ReportSample.h"
+#include "LedgerUI/testing/WindowUnderTest.h"
+
+namespace {
+
+PageRegistry builtPages()
+{
+    PageRegistry pages;
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    pages.add<ReportsView>(WorkspacePage::reports);
+    return pages;
+}
+
+struct ReportsUnderTest : WindowUnderTest {
+    explicit ReportsUnderTest(const SnapshotBuilder& books = reportSample()) : WindowUnderTest{builtPages()}
+    {
+        openDemonstration(books);
+        screen.waitFor("ledgerView");
+        screen.keys("Ctrl+2");
+        screen.waitFor("currencyTable");
+    }
+    void openTab(const char* tab)
+    {
+        for (int steps = 0; steps < 6 && !screen.shows(tab); ++steps)
+            screen.keys("Ctrl+Tab");
+        screen.waitFor(tab);
+    }
+    void openExport()
+    {
+        screen.keys("Ctrl+E");
+        screen.waitForFocus("reportExportDialog");
+    }
+    /// Chooses a file for what the dialog shows.
+    void save(const std::filesystem::path& path) { screen.find<ReportExportDialog>("reportExportDialog").saveTo(path); }
+    [[nodiscard]] std::filesystem::path path(const char* name = "report.csv") const
+    {
+        return std::filesystem::path{folder.path().toStdString()} / name;
+    }
+    [[nodiscard]] std::string saved() const
+    {
+        std::ostringstream text;
+        text << std::ifstream{path(), std::ios::binary}.rdbuf();
+        return text.str();
+    }
+    /// The texts of a table's rows, without drawings.
+    std::vector<std::string> rows(const char* name)
+    {
+        std::vector<std::string> all;
+        for (const auto& row : screen.find<ReportTable>(name).grid().grid().rows) {
+            std::string texts;
+            for (const auto& cell : row.cells) {
+                texts += (&cell == row.cells.data() ? "" : " | ") + cell.text.toStdString();
+                if (!cell.beside.isEmpty())
+                    texts += " / " + QString{cell.beside}.replace(QChar::Nbsp, QLatin1Char(' ')).toStdString();
+            }
+            all.push_back(texts);
+        }
+        return all;
+    }
+
+    QTemporaryDir folder;
+};
+
+}
+
+TEST(FundsTab, TellsWhatMovedWithTheRateAndWhatMayStillBeRefunded)
+{
+    ReportsUnderTest under;
+    under.openTab("movementsTab");
+    under.screen.press("USD");
+    EXPECT_EQ(under.rows("fundSumTable"), (std::vector<std::string>{"Refunds | 0.00 | −1,500.00 | −1,500.00",
+                                                                    "Exchanges | 0.00 | −12,000.00 | −12,000.00",
+                                                                    "Total | 0.00 | −13,500.00 | −13,500.00"}));
+    EXPECT_EQ(
+        under.rows("fundTable"),
+        (std::vector<std::string>{"13 Nov 2026 | Refund / of income on 9 Oct 2026, USD 10,570.00 still refundable | "
+                                  "Singapore account |  | −1,500.00",
+                                  "5 Nov 2026 | Exchange / 1 USD = SGD 1.340 | Singapore account |  | −12,000.00"}));
+    under.screen.press("IDR");
+    EXPECT_EQ(under.rows("fundTable").back(),
+              "4 Nov 2026 | Transfer / → Kas kecil – Rizky | Operating bank |  | −5,000,000");
+}
+
+TEST(FundsTab, OpensTheEntriesBehindASumAndTheEntryOfARow)
+{
+    ReportsUnderTest under;
+    under.openTab("movementsTab");
+    under.screen.press("USD");
+    auto& sums = under.screen.find<ReportTable>("fundSumTable");
+    sums.setFocus();
+    sums.setCurrentIndex(sums.model()->index(sums.grid().rowOf("total"), 3));
+    under.screen.keys("Return");
+    under.screen.waitFor("totalsStrip");
+    EXPECT_NE(under.screen.read("totals").find("−13,500.00"), std::string::npos) << under.screen.read("totals");
+    EXPECT_TRUE(under.screen.says("2 of"));
+    under.screen.keys("Ctrl+2");
+    under.screen.waitFor("fundTable");
+    auto& list = under.screen.find<ReportTable>("fundTable");
+    list.setFocus();
+    list.setCurrentIndex(list.model()->index(1, 1));
+    under.screen.keys("Return");
+    under.screen.waitFor("ledgerTable");
+    under.screen.waitForText("1 selected");
+    EXPECT_TRUE(under.screen.says("USD −12,000.00") || under.screen.says("−12,000.00"));
+}
+
+TEST(FundsTab, HasARunningBalanceForOneAccountWhoseEntriesExplainIt)
+{
+    auto books = reportSample();
+    ReportsUnderTest under{books};
+    under.openTab("movementsTab");
+    EXPECT_EQ(under.screen.find<ReportTable>("fundTable").grid().columnCount(), 5);
+    under.screen.press("reportAccounts");
+    under.screen.pressRow("choices", "Kas kecil");
+    under.screen.keys("Esc");
+    under.screen.waitUntil("the balance is there",
+                           [&] { return under.screen.find<ReportTable>("fundTable").grid().columnCount() == 6; });
+    EXPECT_EQ(under.rows("fundTable"),
+              std::vector<std::string>{
+                  "4 Nov 2026 | Transfer / ← Operating bank | Kas kecil – Rizky | +5,000,000 |  | 5,000,000"});
+}
+
+TEST(ReportExport, SavesTheTableInSight)
+{
+    ReportsUnderTest under;
+    under.openTab("movementsTab");
+    under.screen.press("USD");
+    under.openExport();
+    EXPECT_EQ(under.screen.read("reportExportFile"), "Brightbook-fundMovements-2026-11-01_2026-11-30.csv");
+    EXPECT_NE(under.screen.read("reportExportScope").find("November 2026"), std::string::npos);
+    under.save(under.path());
+    under.screen.waitUntilGone("reportExportDialog");
+    under.screen.waitForText("Saved report.csv");
+    const auto file = under.saved();
+    EXPECT_TRUE(file.starts_with("\xEF\xBB\xBF\"Date\",\"Movement\",\"Account\",\"In\",\"Out\"\r\n")) << file;
+    EXPECT_NE(file.find("\"2026-11-05\",\"Exchange 1 USD = SGD"), std::string::npos) << file;
+    EXPECT_NE(file.find("\"'-12,000.00\"\r\n"), std::string::npos) << file;
+    under.activate();
+    under.openTab("incomeTab");
+    under.screen.press("IDR");
+    under.openExport();
+    under.screen.press("Income and expense by period");
+    EXPECT_EQ(under.screen.read("reportExportFile"), "tallyfold-report-periods-2026-11-01_2026-11-30.csv");
+    EXPECT_TRUE(under.screen.says("12 rows and the heads"));
+}
+
+TEST(ReportExport, WritesNothingFromBooksThatHaveChangedAndShowsThemAnew)
+{
+    ReportsUnderTest under;
+    under.openTab("incomeTab");
+    under.openExport();
+    auto changed = reportSample();
+    changed.expense("e9", "2026-11-19", "Operating bank", "IDR", 7'700, "rent");
+    under.server.replace("GET v1/snapshot", ServerReply::json(changed.json()));
+    under.save(under.path());
+    under.screen.waitForText("The records have changed");
+    EXPECT_EQ(under.saved(), "");
+    under.screen.waitUntil("it can be saved", [&] { return under.screen.offers("reportExportSave"); });
+    under.save(under.path());
+    under.screen.waitUntilGone("reportExportDialog");
+    EXPECT_NE(under.saved().find("54,000,077"), std::string::npos) << under.saved();
+}
+
+TEST(ReportExport, StaysOpenWhereTheFileCannotBeWritten)
+{
+    ReportsUnderTest under;
+    under.openExport();
+    under.save(under.path("gone/report.csv"));
+    under.screen.waitForText("The folder is no longer there.");
+    under.server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
+    under.save(under.path());
+    under.screen.waitUntilGone("reportExportDialog");
+    EXPECT_EQ(under.saved(), "");
+}
+
+TEST(Attention, LeadsBackToAnEntryThatWasNotConfirmed)
+{
+    ReportsUnderTest under;
+    const auto attention = [&] { return under.screen.read("attention"); };
+    EXPECT_EQ(attention().find("was saved"), std::string::npos);
+    TransactionInput input;
+    input.kind = EntryKind::expense;
+    input.date = "2026-11-12";
+    input.sourceAccountID = "Operating bank";
+    input.currency = "IDR";
+    input.amountMinor = 438'520'00;
+    input.categoryID = "rent";
+    input.idempotencyKey = "key-1";
+    under.store.keepEntry(input, true);
+    under.screen.keys("Alt+Left Alt+Right"); // the page shows itself anew
+    EXPECT_NE(attention().find("It is not known whether the entry of IDR"), std::string::npos) << attention();
+    under.screen.press("attention0");
+    under.screen.waitForText("Retry original request");
+}
