@@ -23,15 +23,15 @@ void lookAt(Stage& stage, const char* page, int tabs)
 void tellOfLookingAround(Stage& stage)
 {
     stage.enterDemonstration("owner");
-    lookAt(stage, "reports", 3);
+    lookAt(stage, "reports", 4);
     lookAt(stage, "dividends", 3);
-    lookAt(stage, "company", 5);
+    lookAt(stage, "company", 6);
     const auto usual = stage.window.size();
     stage.window.resize(900, 640);
     Theme::current().install(ColorScheme::dark);
-    lookAt(stage, "reports", 3);
+    lookAt(stage, "reports", 4);
     lookAt(stage, "dividends", 3);
-    lookAt(stage, "company", 5);
+    lookAt(stage, "company", 6);
     Theme::current().install(ColorScheme::light);
     stage.window.resize(usual);
     stage.signOut();
