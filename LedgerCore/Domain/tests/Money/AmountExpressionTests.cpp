@@ -116,6 +116,7 @@ TEST(AmountExpression, NeverLeavesTheRangeWhateverIsTyped)
     EXPECT_TRUE(rc::check([] {
         const auto keys = rc::gen::elementOf(std::string{"0123456789.,+-*/() x:"});
         const auto result = AmountExpression::evaluate(*rc::gen::container<std::string>(keys), "IDR", "id-ID");
-        RC_ASSERT(!result || Money::isWithinLimit(*result));
+        const bool isWithin = Money::isWithinLimit(result.value_or(0)); // the macro would read both sides of an "or"
+        RC_ASSERT(isWithin);
     }));
 }
