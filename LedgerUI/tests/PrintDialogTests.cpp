@@ -4,11 +4,15 @@
 #include <fstream>
 #include <sstream>
 
+#include <QCoreApplication>
 #include <QPrinter>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Buttons/SegmentedControl.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Reports/ReportsView.h"
 #include "LedgerUI/testing/ReportSample.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
@@ -114,6 +118,24 @@ TEST(PrintDialog, LaysOutAnewForOtherPaperAndAnotherLanguage)
     under.dialog().saveTo(under.path("second.pdf"));
     under.screen.waitUntilGone("printDialog");
     EXPECT_NE(under.text("second.pdf").find("Ikhtisar"), std::string::npos);
+}
+
+TEST(PrintDialog, LaysNothingOutOfADocumentThatIsBeingMadeAnew)
+{
+    PrintUnderTest under;
+    under.open();
+    auto& dialog = under.dialog();
+    auto& paper = under.screen.find<SegmentedControl>("printPaper");
+    InterfaceLanguage::change("id-ID");
+    QEvent changed{QEvent::LanguageChange};
+    QCoreApplication::sendEvent(&dialog, &changed);
+    EXPECT_FALSE(dialog.confirmButton().isEnabled());
+    Q_EMIT paper.chosenByUser(QPageSize::Letter); // before the document is there
+    under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });
+    under.dialog().saveTo(under.path());
+    under.screen.waitUntilGone("printDialog");
+    EXPECT_NE(under.text().find("Ikhtisar"), std::string::npos) << under.text();
+    under.speak("en-US");
 }
 
 TEST(PrintDialog, GivesNothingOutFromBooksThatHaveChangedAndSaysWhy)

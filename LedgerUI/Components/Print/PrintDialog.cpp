@@ -81,7 +81,6 @@ PrintDialog::PrintDialog(LedgerStore& store, PrintSource source, QWidget* parent
     cancelButton().setObjectName(QStringLiteral("printCancel"));
     buildBody();
     bindParts();
-    present();
     makeDocument();
 }
 
@@ -192,7 +191,9 @@ void PrintDialog::adoptLanguage(const std::string& /*before*/)
 void PrintDialog::makeDocument()
 {
     const int run = ++m_run;
+    m_document.reset();
     m_pages.reset();
+    present();
     QCoro::connect(made(m_job, locale()), this, [this, run](std::shared_ptr<const PrintedDocument> document) {
         if (run != m_run)
             return;
@@ -211,7 +212,8 @@ QCoro::Task<PrintDialog::Pages> PrintDialog::laidOut(std::shared_ptr<const Print
     co_return pages;
 }
 
-/// The pages of before stay in sight until the next ones are there.
+/// The pages of before stay in sight until the next ones are there. A document that is being made is laid out once it
+/// is there, on the paper chosen by then.
 void PrintDialog::layOut()
 {
     if (!m_document)
