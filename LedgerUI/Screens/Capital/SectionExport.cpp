@@ -1,14 +1,17 @@
 #include "LedgerUI/Screens/Capital/SectionExport.h"
 
+#include <utility>
+
 #include <QCoro/QCoroTask>
+#include <QPointer>
 #include <QWidget>
 
-#include "LedgerCore/Client/Files/FileSaving.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
+#include "LedgerUI/Presentation/Forms/SavedFile.h"
 #include "LedgerUI/Presentation/Text/SavingText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -32,14 +35,23 @@ void SectionExport::ask(const Result<ExportedFile>& file)
     const FileChoice::Question question{.name = QStringLiteral("exportFileDialog"),
                                         .title = word(exportWords(), "saveDialog"),
                                         .filter = FileChoice::csvFiles()};
-    FileChoice::save(question, qString(file->name), m_page.window(),
-                     [this, content = file->content](const std::filesystem::path& path) {
-                         const auto problem = FileSaving::write(path, content); // some hundred kilobytes at most
-                         if (!problem)
-                             Q_EMIT done(word(exportWords(), "done", {path.filename().string()}));
-                         else
-                             sayWhyNot(*problem);
-                     });
+    FileChoice::save(
+        question, qString(file->name), m_page.window(),
+        [self = QPointer<SectionExport>{this}, content = file->content](const std::filesystem::path& path) {
+            if (self)
+                self->write(path, content);
+        });
+}
+
+void SectionExport::write(const std::filesystem::path& path, std::string content)
+{
+    QCoro::connect(SavedFile::write(path, [content = std::move(content)] { return content; }), this,
+                   [this, path](std::optional<SavingProblem> problem) {
+                       if (problem)
+                           sayWhyNot(*problem);
+                       else
+                           Q_EMIT done(word(exportWords(), "done", {path.filename().string()}));
+                   });
 }
 
 void SectionExport::sayWhyNot(SavingProblem problem)

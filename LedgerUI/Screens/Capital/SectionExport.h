@@ -1,5 +1,8 @@
 #pragma once
 
+#include <filesystem>
+#include <string>
+
 #include <QObject>
 
 #include "LedgerCore/Client/Errors/Failure.h"
@@ -24,6 +27,7 @@ Q_SIGNALS:
 
 private:
     void ask(const Result<ExportedFile>& file);
+    void write(const std::filesystem::path& path, std::string content);
     void sayWhyNot(SavingProblem problem);
 
     LedgerStore& m_store;
