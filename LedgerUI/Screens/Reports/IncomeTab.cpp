@@ -135,15 +135,9 @@ QWidget* IncomeTab::buildCategories()
 
 void IncomeTab::bindParts()
 {
-    for (auto* table : {m_table, m_categories}) {
-        connect(table, &ReportTable::backingWanted, this, &ReportTab::backingWanted);
-        connect(table, &ReportTable::copied, this, &ReportTab::copied);
-    }
-    connect(m_currency, &CurrencySegments::currencyChosen, this, [this](const QString& code) {
-        auto query = m_query;
-        query.currency = code.toStdString();
-        Q_EMIT queryWanted(query);
-    });
+    for (const auto* table : {m_table, m_categories})
+        follow(*table);
+    follow(*m_currency);
     connect(m_grain, &SegmentedControl::chosenByUser, this, [this](int id) {
         auto query = m_query;
         query.grain = static_cast<Period::Span>(id);
@@ -201,10 +195,7 @@ void IncomeTab::present(const ReportSheet& sheet, const ChartColors& colors)
 
 void IncomeTab::presentSegments(const ReportSheet& sheet)
 {
-    std::vector<std::string> codes;
-    for (const auto& each : sheet.overview.currencies)
-        codes.push_back(each.currency);
-    m_currency->present(std::move(codes), m_query.currency);
+    presentCurrencies(*m_currency, sheet);
     m_grain->setName(text("grain"));
     for (const auto span : grains) {
         const bool isOffered = std::ranges::find(m_trend.grains, span) != m_trend.grains.end();

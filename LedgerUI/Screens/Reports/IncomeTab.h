@@ -30,7 +30,6 @@ private:
     void choosePart(std::size_t at);
     void toggle(const std::string& rowID);
 
-    ReportQuery m_query;
     ReportTrend m_trend;
     ChartColors m_colors{.income = Token::ok, .expense = Token::danger};
     std::set<std::string, std::less<>> m_unfolded; // parents among the categories

@@ -128,10 +128,8 @@ QWidget* OverviewTab::buildExpenses()
 
 void OverviewTab::bindParts()
 {
-    for (auto* table : {m_currencies, m_expenses}) {
-        connect(table, &ReportTable::backingWanted, this, &ReportTab::backingWanted);
-        connect(table, &ReportTable::copied, this, &ReportTab::copied);
-    }
+    for (const auto* table : {m_currencies, m_expenses})
+        follow(*table);
     connect(m_currencies, &ReportTable::rowChosen, this, [this](const QString& code) {
         auto query = m_query;
         query.currency = code.toStdString();

@@ -28,7 +28,6 @@ private:
     void bindParts();
 
     Beside m_beside;
-    ReportQuery m_query;
     std::vector<std::chrono::year_month> m_months; // of the chart's slots
     ReportTable* m_currencies = nullptr;
     TextLabel* m_chartTitle = nullptr;

@@ -6,6 +6,9 @@
 #include "LedgerUI/Components/Chart/ChartPainter.h"
 #include "LedgerUI/Presentation/Reports/ReportSheet.h"
 
+class CurrencySegments;
+class ReportTable;
+
 /// One tab of the reports page. It shows what the sheet says and asks for another one.
 class ReportTab : public QWidget {
     Q_OBJECT
@@ -23,4 +26,13 @@ Q_SIGNALS:
     void attentionWanted(const AttentionItem& item);
     void tabWanted(const QString& id);
     void copied();
+
+protected:
+    /// Hands on what the table asks for.
+    void follow(const ReportTable& table);
+    /// Asks for the currency that is chosen there.
+    void follow(const CurrencySegments& currency);
+    static void presentCurrencies(CurrencySegments& currency, const ReportSheet& sheet);
+
+    ReportQuery m_query; // of the sheet in sight
 };

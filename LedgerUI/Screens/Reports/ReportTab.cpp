@@ -1,0 +1,27 @@
+#include "LedgerUI/Screens/Reports/ReportTab.h"
+
+#include "LedgerUI/Screens/Reports/CurrencySegments.h"
+#include "LedgerUI/Screens/Reports/ReportTable.h"
+
+void ReportTab::follow(const ReportTable& table)
+{
+    connect(&table, &ReportTable::backingWanted, this, &ReportTab::backingWanted);
+    connect(&table, &ReportTable::copied, this, &ReportTab::copied);
+}
+
+void ReportTab::follow(const CurrencySegments& currency)
+{
+    connect(&currency, &CurrencySegments::currencyChosen, this, [this](const QString& code) {
+        auto query = m_query;
+        query.currency = code.toStdString();
+        Q_EMIT queryWanted(query);
+    });
+}
+
+void ReportTab::presentCurrencies(CurrencySegments& currency, const ReportSheet& sheet)
+{
+    std::vector<std::string> codes;
+    for (const auto& each : sheet.overview.currencies)
+        codes.push_back(each.currency);
+    currency.present(std::move(codes), sheet.query.currency);
+}
