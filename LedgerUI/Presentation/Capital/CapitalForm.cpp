@@ -7,7 +7,7 @@
 #include "LedgerCore/Domain/Capital/CapitalMath.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Capital/RecordFormParts.h"
+#include "LedgerUI/Presentation/Records/RecordFormParts.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 
 #include "LedgerCore/Domain/Capital/CapitalCommands.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerUI/Presentation/Capital/RecordDraft.h"
+#include "LedgerUI/Presentation/Records/RecordDraft.h"
 
 /// Which action of capital the form serves, and what it is about.
 struct CapitalRoute {

@@ -8,9 +8,9 @@
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Capital/CapitalForm.h"
-#include "LedgerUI/Presentation/Capital/CapitalRefusalText.h"
-#include "LedgerUI/Presentation/Capital/RecordGround.h"
-#include "LedgerUI/Presentation/Capital/RecordText.h"
+#include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
+#include "LedgerUI/Presentation/Records/RecordGround.h"
+#include "LedgerUI/Presentation/Records/RecordText.h"
 
 namespace {
 

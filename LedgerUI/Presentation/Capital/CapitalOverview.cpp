@@ -9,10 +9,10 @@
 #include "LedgerCore/Domain/Capital/CapitalSummary.h"
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Capital/CapitalWords.h"
-#include "LedgerUI/Presentation/Capital/LatestFirst.h"
 #include "LedgerUI/Presentation/Capital/LatestRecords.h"
-#include "LedgerUI/Presentation/Capital/RecordText.h"
+#include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Records/LatestFirst.h"
+#include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerUI/Presentation/Capital/CapitalQuestion.h"
-#include "LedgerUI/Presentation/Capital/RecordRow.h"
+#include "LedgerUI/Presentation/Records/CapitalQuestion.h"
+#include "LedgerUI/Presentation/Records/RecordRow.h"
 
 /// The owners' shares from a day on, as a bar of a hundred percent.
 struct OwnershipBar {

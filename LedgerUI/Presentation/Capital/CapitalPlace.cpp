@@ -1,8 +1,8 @@
 #include "LedgerUI/Presentation/Capital/CapitalPlace.h"
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerUI/Presentation/Capital/RecordDraft.h"
 #include "LedgerUI/Presentation/Ledger/RecordLinks.h"
+#include "LedgerUI/Presentation/Records/RecordDraft.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
-#include "LedgerUI/Presentation/Capital/DividendBoard.h"
+#include "LedgerUI/Presentation/Dividends/DividendBoard.h"
 #include "LedgerUI/Presentation/Ledger/PageLink.h"
 #include "LedgerUI/Presentation/Period/PeriodCounts.h"
 

@@ -4,11 +4,11 @@
 
 #include "LedgerCore/Domain/Capital/CapitalCommands.h"
 #include "LedgerCore/Domain/Capital/CapitalSummary.h"
-#include "LedgerUI/Presentation/Capital/CapitalRefusalText.h"
-#include "LedgerUI/Presentation/Capital/CapitalWords.h"
-#include "LedgerUI/Presentation/Capital/LatestFirst.h"
-#include "LedgerUI/Presentation/Capital/LinkedEntries.h"
-#include "LedgerUI/Presentation/Capital/RecordText.h"
+#include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
+#include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Records/LatestFirst.h"
+#include "LedgerUI/Presentation/Records/LinkedEntries.h"
+#include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

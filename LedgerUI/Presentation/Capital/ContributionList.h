@@ -4,8 +4,8 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerUI/Presentation/Capital/CapitalQuestion.h"
-#include "LedgerUI/Presentation/Capital/RecordRow.h"
+#include "LedgerUI/Presentation/Records/CapitalQuestion.h"
+#include "LedgerUI/Presentation/Records/RecordRow.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
 
 /// One contribution with everything that is known of it.

@@ -5,9 +5,9 @@
 #include <tuple>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
-#include "LedgerUI/Presentation/Capital/CapitalWords.h"
-#include "LedgerUI/Presentation/Capital/MovementText.h"
-#include "LedgerUI/Presentation/Capital/RecordText.h"
+#include "LedgerUI/Presentation/Dividends/MovementText.h"
+#include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

@@ -2,8 +2,8 @@
 
 #include <string_view>
 
-#include "LedgerUI/Presentation/Capital/CapitalQuestion.h"
-#include "LedgerUI/Presentation/Capital/RecordRow.h"
+#include "LedgerUI/Presentation/Records/CapitalQuestion.h"
+#include "LedgerUI/Presentation/Records/RecordRow.h"
 
 /// What was recorded of capital and dividends lately.
 namespace LatestRecords {

@@ -9,9 +9,10 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
-#include "LedgerUI/Presentation/Capital/CapitalWords.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
-#include "LedgerUI/Presentation/Capital/RecordText.h"
+#include "LedgerUI/Presentation/Dividends/DividendActions.h"
+#include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Presentation/tests/CapitalSample.h"
 

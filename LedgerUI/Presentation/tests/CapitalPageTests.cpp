@@ -6,7 +6,8 @@
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
-#include "LedgerUI/Presentation/Capital/DividendBoard.h"
+#include "LedgerUI/Presentation/Dividends/DividendActions.h"
+#include "LedgerUI/Presentation/Dividends/DividendBoard.h"
 #include "LedgerUI/Presentation/tests/CapitalSample.h"
 
 namespace {

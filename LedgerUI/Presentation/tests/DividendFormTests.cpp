@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Presentation/Capital/DividendForm.h"
+#include "LedgerUI/Presentation/Dividends/DividendForm.h"
 #include "LedgerUI/Presentation/tests/CapitalSample.h"
 
 namespace {

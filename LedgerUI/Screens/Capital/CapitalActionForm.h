@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LedgerUI/Presentation/Capital/CapitalForm.h"
-#include "LedgerUI/Screens/Capital/RecordActionForm.h"
+#include "LedgerUI/Screens/Records/RecordActionForm.h"
 
 /// The capital section of the books, as a form sends to it.
 struct CapitalSection : CapitalForms {

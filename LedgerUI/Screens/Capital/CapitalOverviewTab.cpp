@@ -13,11 +13,11 @@
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Capital/CapitalWords.h"
+#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Screens/Capital/OwnershipBars.h"
-#include "LedgerUI/Screens/Capital/RecordHead.h"
-#include "LedgerUI/Screens/Capital/RecordInks.h"
-#include "LedgerUI/Screens/Capital/RecordTable.h"
+#include "LedgerUI/Screens/Records/RecordHead.h"
+#include "LedgerUI/Screens/Records/RecordInks.h"
+#include "LedgerUI/Screens/Records/RecordTable.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -8,11 +8,12 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
 #include "LedgerUI/Presentation/Capital/CapitalPlace.h"
-#include "LedgerUI/Presentation/Capital/CapitalWords.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
+#include "LedgerUI/Presentation/Dividends/DividendActions.h"
+#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Screens/Capital/CapitalActionForm.h"
-#include "LedgerUI/Screens/Capital/DividendActionForm.h"
 #include "LedgerUI/Screens/Capital/SectionExport.h"
+#include "LedgerUI/Screens/Dividends/DividendActionForm.h"
 
 namespace {
 

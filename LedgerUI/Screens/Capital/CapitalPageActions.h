@@ -6,7 +6,7 @@
 
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Components/Page/Action.h"
-#include "LedgerUI/Presentation/Capital/DividendBoard.h"
+#include "LedgerUI/Presentation/Dividends/DividendBoard.h"
 
 class LedgerStore;
 class SectionExport;

@@ -3,8 +3,8 @@
 #include <map>
 
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
-#include "LedgerUI/Presentation/Capital/CapitalQuestion.h"
-#include "LedgerUI/Presentation/Capital/DividendBoard.h"
+#include "LedgerUI/Presentation/Dividends/DividendBoard.h"
+#include "LedgerUI/Presentation/Records/CapitalQuestion.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
 class CapitalOverviewTab;

@@ -15,11 +15,11 @@
 #include "LedgerUI/Components/Page/ListDetailPage.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Capital/CapitalWords.h"
+#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Screens/Capital/ContributionPane.h"
-#include "LedgerUI/Screens/Capital/RecordHead.h"
-#include "LedgerUI/Screens/Capital/RecordInks.h"
-#include "LedgerUI/Screens/Capital/RecordTable.h"
+#include "LedgerUI/Screens/Records/RecordHead.h"
+#include "LedgerUI/Screens/Records/RecordInks.h"
+#include "LedgerUI/Screens/Records/RecordTable.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

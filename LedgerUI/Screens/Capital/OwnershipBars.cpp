@@ -9,7 +9,7 @@
 #include "LedgerUI/Components/Text/Chip.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Screens/Capital/RecordInks.h"
+#include "LedgerUI/Screens/Records/RecordInks.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 

@@ -1,0 +1,309 @@
+#include "LedgerUI/Presentation/Dividends/DividendForm.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "LedgerCore/Domain/Dividends/DividendAccess.h"
+#include "LedgerCore/Domain/Dividends/DividendAllocationCalculator.h"
+#include "LedgerCore/Domain/Dividends/DividendBook.h"
+#include "LedgerCore/Domain/Money/BasisPoints.h"
+#include "LedgerCore/Domain/Money/CurrencyInfo.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Records/RecordFormParts.h"
+
+namespace {
+
+namespace Action = DividendAction;
+using RecordDrafts::find;
+
+const DividendState& stateOf(const LedgerSnapshot& snapshot)
+{
+    static const DividendState none;
+    return snapshot.dividends ? *snapshot.dividends : none;
+}
+
+TypedTexts defaultRatios(const DividendState& state, std::string_view locale)
+{
+    TypedTexts texts;
+    for (const auto& each : state.participants) {
+        if (!each.archived)
+            texts[each.id] = BasisPoints::text(each.ratioBps, locale);
+    }
+    return texts;
+}
+
+void fillRatios(DividendForm& form, const DividendState& before, std::string_view locale, PreserveDraft preserve)
+{
+    const auto recorded = defaultRatios(form.captured, locale);
+    RecordDrafts::fill(form.ratios, form.newest, recorded, defaultRatios(before, locale), preserve);
+    std::erase_if(form.leftOut, [&](const auto& id) { return !recorded.contains(id); });
+}
+
+/// Who has no ratio of their own takes no part until somebody says so.
+void leaveOutThoseWithoutRatio(DividendForm& form)
+{
+    form.leftOut.clear();
+    for (const auto& each : form.captured.participants) {
+        if (!each.archived && each.ratioBps == 0)
+            form.leftOut.insert(each.id);
+    }
+    if (form.leftOut.size() == form.ratios.size())
+        form.leftOut.clear();
+}
+
+void fillParticipant(DividendForm& form, std::string_view locale)
+{
+    const auto* known = find(form.captured.participants, form.participantID);
+    RecordDrafts::fillPerson(form, known);
+    form.ratio = BasisPoints::text(known ? known->ratioBps : 0, locale);
+}
+
+/// The command as far as it says what is settled.
+DividendCommand settlement(const DividendForm& form)
+{
+    const auto unlessEmpty = [](const std::string& id) { return id.empty() ? std::nullopt : std::optional{id}; };
+    DividendCommand command;
+    command.action = form.route.action;
+    command.batchID = unlessEmpty(form.batchID);
+    command.advanceID = unlessEmpty(form.advanceID);
+    command.participantID = unlessEmpty(form.participantID);
+    return command;
+}
+
+}
+
+bool DividendForms::settlesLine(std::string_view action)
+{
+    return action == Action::pay || action == Action::apply;
+}
+
+bool DividendForms::usesAdvance(std::string_view action)
+{
+    return action == Action::apply || action == Action::returnAdvance;
+}
+
+bool DividendForms::movesMoney(std::string_view action)
+{
+    return action == Action::pay || action == Action::advance || action == Action::returnAdvance;
+}
+
+DividendForm DividendForms::initialize(DividendForm form, const LedgerSnapshot& snapshot, std::string_view locale,
+                                       PreserveDraft preserveDraft)
+{
+    const auto before = std::exchange(form.captured, stateOf(snapshot));
+    const bool isFirst = !form.initialized;
+    if (isFirst) {
+        form.participantID = form.route.participantID;
+        form.batchID = form.route.batchID;
+        form.advanceID = form.route.advanceID;
+        form.currency = form.route.currency;
+        if (const auto* advance = find(form.captured.movements, form.advanceID))
+            form.participantID = advance->participantID;
+    }
+    const bool keeps = preserveDraft == PreserveDraft::yes;
+    if (form.route.action == Action::setParticipant && (isFirst || !keeps))
+        fillParticipant(form, locale);
+    if (form.route.action == Action::allocate) {
+        fillRatios(form, before, locale, preserveDraft);
+        if (isFirst || !keeps)
+            leaveOutThoseWithoutRatio(form);
+    }
+    form = reconcileSelections(std::move(form), snapshot);
+    if (isFirst && settlesLine(form.route.action) && form.amount.empty()) {
+        if (const auto most = limit(form, snapshot); most && *most > 0)
+            form.amount = Money::formatDigits(*most, form.currency, locale);
+    }
+    form.initialized = true;
+    form.needsReload = false;
+    form.problems.clear();
+    return form;
+}
+
+DividendForm DividendForms::opened(const DividendRoute& route, const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    DividendForm form;
+    form.route = route;
+    return initialize(std::move(form), snapshot, locale, PreserveDraft::no);
+}
+
+DividendForm DividendForms::reloadLatest(DividendForm form, const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    return initialize(std::move(form), snapshot, locale, PreserveDraft::yes);
+}
+
+DividendForm DividendForms::reconcileSelections(DividendForm form, const LedgerSnapshot& snapshot)
+{
+    const auto& action = form.route.action;
+    if (settlesLine(action)) {
+        const auto batches = eligibleBatches(form, snapshot);
+        if (std::ranges::find(batches, form.batchID, [](const auto* each) { return each->id; }) == batches.end())
+            form.batchID.clear();
+    }
+    if (usesAdvance(action)) {
+        const auto advances = eligibleAdvances(form, snapshot);
+        const auto chosen = std::ranges::find(advances, form.advanceID, [](const auto* each) { return each->id; });
+        if (chosen == advances.end())
+            form.advanceID = advances.size() == 1 ? advances.front()->id : std::string{};
+    }
+    if (action == Action::advance) {
+        const auto* participant = find(stateOf(snapshot).participants, form.participantID);
+        if (!participant || participant->archived)
+            form.participantID.clear();
+    }
+    if (movesMoney(action))
+        form.accountID = RecordFormParts::keptOrOnly(DividendAccess::accounts(snapshot, form.currency), form.accountID);
+    return form;
+}
+
+DividendForm DividendForms::withDefaultRatios(DividendForm form, const LedgerSnapshot& snapshot,
+                                              std::string_view locale)
+{
+    form.captured = stateOf(snapshot);
+    form.ratios = defaultRatios(form.captured, locale);
+    form.newest.clear();
+    form.problems.clear();
+    form.needsReload = false;
+    leaveOutThoseWithoutRatio(form);
+    return form;
+}
+
+bool DividendForms::isCurrent(const DividendForm& form, const LedgerSnapshot& snapshot)
+{
+    return form.captured == stateOf(snapshot);
+}
+
+std::vector<const DividendParticipant*> DividendForms::people(const LedgerSnapshot& snapshot)
+{
+    std::vector<const DividendParticipant*> offered;
+    for (const auto& each : stateOf(snapshot).participants) {
+        if (!each.archived)
+            offered.push_back(&each);
+    }
+    return offered;
+}
+
+std::vector<const DividendBatch*> DividendForms::eligibleBatches(const DividendForm& form,
+                                                                 const LedgerSnapshot& snapshot)
+{
+    std::vector<const DividendBatch*> eligible;
+    const auto& state = stateOf(snapshot);
+    const auto book = DividendBook::create(state, form.currency, std::nullopt);
+    for (const auto& batch : state.batches) {
+        if (book && batch.currency == form.currency && !batch.cancelled &&
+            book->line(batch.id, form.participantID).unpaidMinor > 0)
+            eligible.push_back(&batch);
+    }
+    return eligible;
+}
+
+std::vector<const DividendMovement*> DividendForms::eligibleAdvances(const DividendForm& form,
+                                                                     const LedgerSnapshot& snapshot)
+{
+    std::vector<const DividendMovement*> eligible;
+    const auto& state = stateOf(snapshot);
+    const auto book = DividendBook::create(state, form.currency, std::nullopt);
+    for (const auto& each : state.movements) {
+        if (book && each.kind == DividendMovementKind::advance && each.currency == form.currency &&
+            each.participantID == form.participantID && book->advanceRemaining(each.id) > 0)
+            eligible.push_back(&each);
+    }
+    return eligible;
+}
+
+std::optional<std::int64_t> DividendForms::limit(const DividendForm& form, const LedgerSnapshot& snapshot)
+{
+    return DividendRules::limit(settlement(form), DividendContext::of(snapshot));
+}
+
+std::vector<DividendCommands::ShareText> DividendForms::shareTexts(const DividendForm& form,
+                                                                   const LedgerSnapshot& snapshot)
+{
+    std::vector<DividendCommands::ShareText> texts;
+    for (const auto* each : people(snapshot)) {
+        if (!form.leftOut.contains(each->id))
+            texts.push_back({each->id, RecordDrafts::typedFor(form.ratios, each->id)});
+    }
+    return texts;
+}
+
+std::optional<std::vector<DividendShare>> DividendForms::shares(const DividendForm& form,
+                                                                const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    return DividendCommands::shares(shareTexts(form, snapshot), locale);
+}
+
+std::optional<std::vector<DividendLine>> DividendForms::preview(const DividendForm& form,
+                                                                const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    const auto total = Money::parse(form.amount, form.currency, locale);
+    const auto ratios = shares(form, snapshot, locale);
+    if (!total || !ratios || !CurrencyInfo::isSupported(form.currency))
+        return std::nullopt;
+    auto lines = DividendAllocationCalculator::allocate(*total, *ratios, stateOf(snapshot).participants);
+    return lines ? std::optional{*std::move(lines)} : std::nullopt;
+}
+
+int DividendForms::ratioTotal(const DividendForm& form, const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    TypedTexts ratios;
+    for (const auto& each : shareTexts(form, snapshot))
+        ratios[each.participantID] = each.percentage;
+    return RecordDrafts::ratioTotal(ratios, locale);
+}
+
+DividendForm DividendForms::edited(DividendForm form, const RecordEdit& edit, const LedgerSnapshot& snapshot,
+                                   std::string_view locale)
+{
+    form.problems.clear();
+    if (RecordDrafts::take(form, edit))
+        return reconcileSelections(std::move(form), snapshot);
+    switch (edit.part) {
+    case RecordPart::person:
+        form.participantID = edit.text;
+        if (form.route.action == Action::setParticipant)
+            fillParticipant(form, locale);
+        break;
+    case RecordPart::ratio:
+        form.ratio = edit.text;
+        break;
+    case RecordPart::period:
+        form.period = edit.text;
+        break;
+    case RecordPart::currency:
+        form.currency = edit.text;
+        form.amount.clear();
+        break;
+    case RecordPart::batch:
+        form.batchID = edit.text;
+        break;
+    case RecordPart::advance:
+        form.advanceID = edit.text;
+        break;
+    case RecordPart::amount:
+        form.amount = edit.text;
+        break;
+    case RecordPart::people:
+        form.ratios[edit.personID] = edit.text;
+        form.newest.erase(edit.personID);
+        break;
+    case RecordPart::zero: // in this form: whether a person takes part
+        if (edit.isOn)
+            form.leftOut.erase(edit.personID);
+        else
+            form.leftOut.insert(edit.personID);
+        break;
+    default:
+        break;
+    }
+    return reconcileSelections(std::move(form), snapshot);
+}
+
+DividendForm DividendForms::rewritten(DividendForm form, std::string_view fromLocale, std::string_view toLocale)
+{
+    for (auto* text : {&form.amount, &form.ratio})
+        *text = EntryForm::rewritten(std::move(*text), fromLocale, toLocale);
+    for (auto* texts : {&form.ratios, &form.newest})
+        RecordDrafts::rewrite(*texts, fromLocale, toLocale);
+    return form;
+}

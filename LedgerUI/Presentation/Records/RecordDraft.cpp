@@ -1,0 +1,62 @@
+#include "LedgerUI/Presentation/Records/RecordDraft.h"
+
+#include <QStringList>
+
+#include "LedgerCore/Domain/Money/BasisPoints.h"
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
+#include "LedgerUI/Presentation/Records/RecordFormParts.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+template <class Refusal>
+QString RecordProblem<Refusal>::message(std::string_view locale) const
+{
+    QStringList sentences;
+    if (refusal)
+        sentences << refusalText(*refusal, locale);
+    if (money)
+        sentences << qString(friendlyMessage(*money, locale));
+    if (sentences.isEmpty() && part == RecordPart::account)
+        sentences << RecordFormParts::word("account.choose", locale);
+    return sentences.join(QLatin1Char{' '});
+}
+
+template struct RecordProblem<CapitalRefusal>;
+template struct RecordProblem<DividendRefusal>;
+
+std::string RecordDrafts::typedFor(const TypedTexts& texts, const std::string& personID)
+{
+    const auto typed = texts.find(personID);
+    return typed == texts.end() ? std::string{} : typed->second;
+}
+
+void RecordDrafts::fill(TypedTexts& typed, TypedTexts& newest, const TypedTexts& recorded, const TypedTexts& before,
+                        PreserveDraft preserve)
+{
+    newest.clear();
+    for (const auto& [id, text] : recorded) {
+        const auto there = typed.find(id);
+        const auto was = before.find(id);
+        const bool isTyped = preserve == PreserveDraft::yes && there != typed.end() && was != before.end() &&
+                             there->second != was->second;
+        if (!isTyped)
+            typed[id] = text;
+        else if (there->second != text)
+            newest[id] = text;
+    }
+    std::erase_if(typed, [&](const auto& each) { return !recorded.contains(each.first); });
+}
+
+int RecordDrafts::ratioTotal(const TypedTexts& texts, std::string_view locale)
+{
+    int total = 0;
+    for (const auto& [id, text] : texts)
+        total += BasisPoints::parse(text, locale).value_or(0);
+    return total;
+}
+
+void RecordDrafts::rewrite(TypedTexts& texts, std::string_view fromLocale, std::string_view toLocale)
+{
+    for (auto& [id, text] : texts)
+        text = EntryForm::rewritten(std::move(text), fromLocale, toLocale);
+}

@@ -1,0 +1,84 @@
+#include "LedgerUI/Screens/Dividends/DividendActionForm.h"
+
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Dividends/DividendActions.h"
+#include "LedgerUI/Presentation/Records/CapitalFormWords.h"
+
+DividendForm DividendSection::opened(const Route& route, const LedgerSnapshot& snapshot, std::string_view /*today*/,
+                                     std::string_view locale)
+{
+    return DividendForms::opened(route, snapshot, locale);
+}
+
+DividendForm DividendSection::reloaded(Form form, const LedgerSnapshot& snapshot, std::string_view /*today*/,
+                                       std::string_view locale)
+{
+    return reloadLatest(std::move(form), snapshot, locale);
+}
+
+QString DividendSection::whyNot(const Form& form, const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    return DividendActions::whyNot(form.route.action, snapshot, locale);
+}
+
+bool DividendSection::isConflict(const Failure& failure)
+{
+    const auto* error = std::get_if<APIError>(&failure);
+    return error && error->code == ServiceCode::dividendRevisionConflict;
+}
+
+bool DividendSection::hasTable(const Route& route)
+{
+    return route.action == DividendAction::allocate;
+}
+
+bool DividendSection::takesReceipts(const Route& route)
+{
+    return movesMoney(route.action);
+}
+
+DividendActionForm::DividendActionForm(LedgerStore& store, const DividendRoute& route, QWidget* parent)
+    : RecordActionForm{store, route, parent}
+{
+    if (route.action != DividendAction::allocate)
+        return;
+    const auto add = [this](const char* name) {
+        auto* button = new QPushButton;
+        button->setObjectName(QString::fromLatin1(name));
+        button->setProperty("kind", QStringLiteral("flat"));
+        button->setAutoDefault(false);
+        body().addTableAction(button);
+        return button;
+    };
+    m_useDefaults = add("useDefaultRatios");
+    m_fill = add("fillFromOwnership");
+    connect(m_useDefaults, &QPushButton::clicked, this,
+            [this] { adoptForm(DividendForms::withDefaultRatios(form(), *snapshot(), locale())); });
+    connect(m_fill, &QPushButton::clicked, this, &DividendActionForm::fillFromOwnership);
+    present();
+}
+
+void DividendActionForm::present()
+{
+    RecordActionForm::present();
+    if (!m_fill)
+        return;
+    m_useDefaults->setText(word(capitalFormWords(), "useDefaults"));
+    m_fill->setText(word(capitalFormWords(), "title.dividend.fillFromOwnership"));
+    const auto whyNot =
+        DividendActions::whyNot(DividendAction::fillFromOwnership, {}, *snapshot(), store().today(), locale());
+    m_fill->setEnabled(whyNot.isEmpty());
+    m_fill->setToolTip(whyNot);
+}
+
+/// A change of its own: it alters the default rule, whose ratios then stand in this form.
+void DividendActionForm::fillFromOwnership()
+{
+    auto* form = new DividendActionForm(store(), {.action = std::string{DividendAction::fillFromOwnership}}, this);
+    form->whenDone([this](const QString& /*remark*/) {
+        takeSnapshot();
+        adoptForm(DividendForms::withDefaultRatios(this->form(), *snapshot(), locale()));
+    });
+    form->open();
+}

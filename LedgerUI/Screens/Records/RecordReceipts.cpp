@@ -1,0 +1,55 @@
+#include "LedgerUI/Screens/Records/RecordReceipts.h"
+
+#include <utility>
+
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptUploads.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Screens/Receipts/ReceiptInput.h"
+#include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
+
+RecordReceipts::RecordReceipts(LedgerStore& store, QWidget& form)
+    : QObject{&form}, m_uploads{new ReceiptUploads(store, 0, this)}, m_pane{new ReceiptsPane(*m_uploads, &form)}
+{
+    auto* input = new ReceiptInput(form);
+    connect(input, &ReceiptInput::given, m_pane, &ReceiptsPane::addFiles);
+    connect(m_uploads, &ReceiptUploads::changed, this, &RecordReceipts::changed);
+    connect(m_uploads, &ReceiptUploads::rested, this, [this] {
+        if (std::exchange(m_isWaited, false))
+            Q_EMIT rested();
+    });
+}
+
+QWidget* RecordReceipts::pane() const
+{
+    return m_pane;
+}
+
+std::vector<std::string> RecordReceipts::attachmentIDs() const
+{
+    return m_uploads->attachmentIDs();
+}
+
+bool RecordReceipts::holdsMoreThan(const std::vector<std::string>& attachmentIDs) const
+{
+    return m_uploads->all().size() > attachmentIDs.size();
+}
+
+void RecordReceipts::setLocked(bool isLocked)
+{
+    m_pane->setLocked(isLocked);
+}
+
+bool RecordReceipts::holdsBack()
+{
+    m_isWaited = m_uploads->isBusy();
+    return m_isWaited;
+}
+
+QString RecordReceipts::whatIsMissing() const
+{
+    const auto failed = m_uploads->failed().size();
+    if (failed == 0)
+        return {};
+    return word(receiptWords(), "outcome", {std::to_string(m_uploads->attachmentIDs().size()), std::to_string(failed)});
+}
