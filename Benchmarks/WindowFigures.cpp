@@ -59,8 +59,13 @@ struct Window {
 
     static void waitFor(const std::function<bool()>& condition)
     {
+        // With a time limit Qt never sleeps, and a window that spins takes a processor from the workers and the
+        // service.
+        QTimer look;
+        look.setTimerType(Qt::PreciseTimer);
+        look.start(std::chrono::milliseconds{1});
         while (!condition())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents, 20);
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 
     /// Lays out and paints at once what the loop would lay out and paint next.
