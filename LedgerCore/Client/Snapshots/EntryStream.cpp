@@ -190,13 +190,14 @@ void EntryStream::keep(std::string_view bytes)
 void EntryStream::decodeBlock()
 {
     m_block += ']';
-    m_entriesInBlock = 0;
-    auto entries = Json::view<std::vector<LedgerTransaction>>(m_block);
+    std::vector<LedgerTransaction> entries;
+    entries.reserve(std::exchange(m_entriesInBlock, 0)); // growing would move every entry twice
+    const auto failed = Json::viewInto(entries, m_block);
     m_block.clear(); // its memory is for the next block
-    if (entries)
-        m_reply.entries.append(std::move(*entries));
-    else
+    if (failed)
         m_isSound = false;
+    else
+        m_reply.entries.append(std::move(entries));
 }
 
 std::optional<SplitReply> EntryStream::finish() &&

@@ -30,6 +30,11 @@ std::expected<Record, DecodeError> consume(std::string text);
 template <class Record>
 std::expected<Record, DecodeError> view(std::string& text);
 
+/// The same into a record that stands: a list keeps the room that was reserved for it. What a failure leaves in the
+/// record means nothing.
+template <class Record>
+Detail::Outcome viewInto(Record& record, std::string& text);
+
 /// How many bytes past a text's end the reader may look at.
 inline constexpr std::size_t padding = 64;
 
@@ -78,12 +83,17 @@ template <class Record>
 std::expected<Record, DecodeError> view(std::string& text)
 {
     Record record{};
-    const auto failed = Detail::readDocument(text, &record, [](void* context, Detail::Reader& root) {
-        return Detail::readValue(root, *static_cast<Record*>(context));
-    });
-    if (failed)
+    if (const auto failed = viewInto(record, text))
         return std::unexpected(*failed);
     return record;
+}
+
+template <class Record>
+Detail::Outcome viewInto(Record& record, std::string& text)
+{
+    return Detail::readDocument(text, &record, [](void* context, Detail::Reader& root) {
+        return Detail::readValue(root, *static_cast<Record*>(context));
+    });
 }
 
 template <class Record>
