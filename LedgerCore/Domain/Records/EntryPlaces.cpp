@@ -21,22 +21,25 @@ void EntryPlaces::extend(const EntryList& entries)
     grow(entries.size());
     for (; m_size < entries.size(); ++m_size) {
         const auto& id = entries[m_size].id;
-        if (find(entries, id) == none)
-            put({.hash = hashOf(id), .place = m_size});
+        const auto hash = hashOf(id);
+        auto& slot = m_slots[slotOf(entries, id, hash)];
+        if (slot.place == none)
+            slot = {.hash = hash, .place = m_size};
     }
 }
 
 std::uint32_t EntryPlaces::find(const EntryList& entries, std::string_view id) const
 {
-    if (m_slots.empty())
-        return none;
-    const auto hash = hashOf(id);
+    return m_slots.empty() ? none : m_slots[slotOf(entries, id, hashOf(id))].place;
+}
+
+std::size_t EntryPlaces::slotOf(const EntryList& entries, std::string_view id, std::uint32_t hash) const
+{
     const auto last = m_slots.size() - 1;
-    for (auto at = hash & last;; at = (at + 1) & last) {
-        const auto& slot = m_slots[at];
-        if (slot.place == none || (slot.hash == hash && entries[slot.place].id == id))
-            return slot.place;
-    }
+    auto at = hash & last;
+    while (m_slots[at].place != none && (m_slots[at].hash != hash || entries[m_slots[at].place].id != id))
+        at = (at + 1) & last;
+    return at;
 }
 
 void EntryPlaces::grow(std::size_t entries)

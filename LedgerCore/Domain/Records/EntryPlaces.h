@@ -24,6 +24,8 @@ private:
         std::uint32_t hash = 0;
         std::uint32_t place = none;
     };
+    /// Where this entry stands among the slots, or the free one where it would. There must be a free one.
+    [[nodiscard]] std::size_t slotOf(const EntryList& entries, std::string_view id, std::uint32_t hash) const;
     void grow(std::size_t entries);
     void put(Slot slot);
 

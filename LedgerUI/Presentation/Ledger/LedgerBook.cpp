@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerBook.h"
 
 #include <algorithm>
+#include <future>
 #include <mutex>
 #include <ranges>
 #include <tuple>
@@ -141,10 +142,17 @@ void LedgerBook::build()
 void LedgerBook::finish(std::uint32_t first)
 {
     const auto& transactions = m_snapshot->transactions;
-    m_facts.places.extend(transactions);
-    m_facts.entries.reserve(transactions.size());
+    m_facts.entries.resize(transactions.size());
+    // What entries are found by and what they are called ask nothing of each other: many are taken in side by side.
+    const auto isWorthAThread = transactions.size() - first > EntryList::blockSize;
+    auto beside = std::async(isWorthAThread ? std::launch::async : std::launch::deferred, [&] {
+        m_facts.places.extend(transactions);
+        for (auto at = first; at < transactions.size(); ++at)
+            addText(transactions[at], m_facts.entries[at]);
+    });
     for (auto at = first; at < transactions.size(); ++at)
-        add(transactions[at]);
+        add(transactions[at], m_facts.entries[at]);
+    beside.get();
     // Originals may have come into sight.
     for (const auto at : std::exchange(m_facts.unlinked, {}))
         link(at);
@@ -202,9 +210,9 @@ void LedgerBook::putInOrder(std::uint32_t first)
     m_facts.order.insert(m_facts.order.end(), next, standing.end());
 }
 
-void LedgerBook::add(const LedgerTransaction& transaction)
+/// All but the text, which another thread may be adding.
+void LedgerBook::add(const LedgerTransaction& transaction, Entry& entry)
 {
-    Entry entry;
     entry.day = dayNumberOf(transaction.date);
     entry.kind = m_facts.kinds.number(displayKind(transaction), [] { return LedgerKeys::Names{}; });
     if (transaction.categoryID)
@@ -215,8 +223,6 @@ void LedgerBook::add(const LedgerTransaction& transaction)
     entry.isReversal = transaction.reversalOf.has_value();
     entry.hasReceipts = !transaction.attachmentIDs.empty();
     addLegs(transaction, entry);
-    addText(transaction, entry);
-    m_facts.entries.push_back(entry);
 }
 
 /// Learns what an entry's original tells about it.

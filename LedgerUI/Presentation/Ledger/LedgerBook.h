@@ -122,7 +122,7 @@ private:
     [[nodiscard]] std::optional<std::vector<std::uint32_t>> relinkedSince(const LedgerBook& before) const;
     bool continueFrom(const LedgerBook& before);
     void build();
-    void add(const LedgerTransaction& transaction);
+    void add(const LedgerTransaction& transaction, Entry& entry);
     void addLegs(const LedgerTransaction& transaction, Entry& entry);
     void addText(const LedgerTransaction& transaction, Entry& entry);
     std::uint32_t categoryNumber(const std::string& id);
