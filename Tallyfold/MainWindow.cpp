@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QScreen>
 #include <QScrollArea>
+#include <QStyle>
 #include <QTimer>
 #include <QWindow>
 
@@ -60,9 +61,19 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event)
     if (event->type() == QEvent::Paint) {
         watched->removeEventFilter(this);
         // Painting is done, and handed over, when control is back in the event loop.
-        QTimer::singleShot(0, this, &MainWindow::firstPainted);
+        QTimer::singleShot(0, this, [this] {
+            Q_EMIT firstPainted();
+            prepareFields();
+        });
     }
     return QMainWindow::eventFilter(watched, event);
+}
+
+/// The first field with a button that clears it makes Qt look through its plugins for pictures. That is done here,
+/// while a person signs in, and not when the workspace opens.
+void MainWindow::prepareFields() const
+{
+    static_cast<void>(style()->standardIcon(QStyle::SP_LineEditClearButton));
 }
 
 void MainWindow::showEvent(QShowEvent* event)

@@ -35,6 +35,7 @@ private:
     /// Whether every open form has gone. One with changes asks, and stays until that is answered.
     [[nodiscard]] bool closesForms();
     void fitScreen();
+    void prepareFields() const;
 
     LedgerStore& m_store;
     bool m_mayClose = false;
