@@ -85,10 +85,10 @@ struct Window {
             require(outcome.has_value(), "the service does what it is asked");
             isDone = true;
         });
-        waitFor([&] { return isDone; });
+        waitFor([&] { return isDone && window.findChild<LedgerTable*>(); });
         browser = window.findChild<LedgerBrowser*>();
         table = window.findChild<LedgerTable*>();
-        require(browser && table, "the ledger is open");
+        require(browser, "the ledger is open");
         waitFor([&] { return browser->book() && !browser->isPreparing(); });
         paint();
     }

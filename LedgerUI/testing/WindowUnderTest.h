@@ -10,6 +10,7 @@
 #include "LedgerUI/Screens/Root/RootView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "LedgerUI/testing/ScreenDriver.h"
+#include "LedgerUI/testing/Settling.h"
 
 /// The whole window over a store with a scripted service, in English until told otherwise.
 struct WindowUnderTest : StoreUnderTest {
@@ -21,6 +22,13 @@ struct WindowUnderTest : StoreUnderTest {
         window.show();
         activate();
         waitUntil([this] { return !store.isBusy(); });
+    }
+
+    /// Signs in and waits until the first page stands.
+    void signIn(const SnapshotBuilder& books)
+    {
+        StoreUnderTest::signIn(books);
+        settle();
     }
 
     /// Gives the window back the activation that a closed dialog leaves with nobody.
@@ -42,6 +50,7 @@ struct WindowUnderTest : StoreUnderTest {
         server.replace("POST v1/demo", ServerReply::json(books.signInJson()));
         server.replace("GET v1/snapshot", ServerReply::json(books.json()));
         require(resultOf(store.startDemo("en-US", "owner")).has_value(), "the scripted demonstration opens");
+        settle();
     }
 
     PageRegistry pages;

@@ -37,6 +37,8 @@ WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, Q
     connect(&m_store, &LedgerStore::isBusyChanged, this, &WorkspaceView::presentStatus);
     connect(&m_store, &LedgerStore::lastRefreshChanged, this, &WorkspaceView::presentStatus);
     connect(&m_store, &LedgerStore::isStaleChanged, this, &WorkspaceView::presentStatus);
+    m_firstPage.setSingleShot(true);
+    connect(&m_firstPage, &QTimer::timeout, this, &WorkspaceView::openFirstPage);
     presentPages();
     presentStatus();
 }
@@ -95,6 +97,11 @@ void WorkspaceView::resizeEvent(QResizeEvent* event)
 void WorkspaceView::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
+    focusStart();
+}
+
+void WorkspaceView::focusStart()
+{
     const auto* page = currentPage();
     const auto targets = page ? page->panes() : QList<QWidget*>{};
     auto* start = targets.isEmpty() ? m_sideBar->focusTarget() : FocusChain::firstStop(targets.first());
@@ -155,8 +162,24 @@ void WorkspaceView::presentPages()
     m_pages = std::move(pages);
     m_sideBar->setPages(m_pages);
     const bool isKept = chosen && std::ranges::find(m_pages, *chosen) != m_pages.end();
-    if (!m_pages.empty())
-        open(isKept ? *chosen : m_pages.front());
+    if (isKept)
+        open(*chosen);
+    else if (m_views.empty())
+        m_firstPage.start(0);
+    else if (!m_pages.empty())
+        open(m_pages.front());
+}
+
+/// In a turn of its own: making the frame around it and the page in one would keep the window from answering for longer
+/// than it takes to paint a picture.
+void WorkspaceView::openFirstPage()
+{
+    if (currentPage() || m_pages.empty())
+        return;
+    const bool isUntouched = !focusWidget() || focusWidget() == m_sideBar->focusTarget();
+    open(m_pages.front());
+    if (isVisible() && isUntouched)
+        focusStart();
 }
 
 void WorkspaceView::presentStatus()

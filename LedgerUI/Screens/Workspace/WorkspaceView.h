@@ -3,6 +3,7 @@
 #include <map>
 #include <vector>
 
+#include <QTimer>
 #include <QWidget>
 
 #include "LedgerUI/Presentation/Ledger/PageLink.h"
@@ -45,6 +46,8 @@ private:
     void buildLayout();
     void bindKeys();
     void presentPages();
+    void openFirstPage();
+    void focusStart();
     void presentStatus();
     void presentContext();
     void refresh();
@@ -58,6 +61,7 @@ private:
     QStackedWidget* m_stack = nullptr;
     StatusBar* m_status = nullptr;
     BusyBar* m_busy = nullptr;
+    QTimer m_firstPage;
     std::vector<WorkspacePage> m_pages;
     std::map<WorkspacePage, PageView*> m_views; // made when first opened; what they show is kept while they are away
 };
