@@ -120,13 +120,25 @@ TEST(EntryFormKeys, ChooseADayByTypingItAndByMovingIt)
     press(Qt::Key_Return);
     EXPECT_EQ(day.text(), QStringLiteral("5 November 2026"));
     EXPECT_EQ(focus(), "entryDay");
+    day.click();
+    under.control<QLineEdit>("entryDayLine").selectAll();
+    type("4/11");
+    press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_EQ(day.text(), QStringLiteral("4 November 2026"));
+    EXPECT_TRUE(under.posted().empty()) << "the day is chosen first, then the entry is saved";
+    day.click();
+    under.control("entryDayToday").setFocus();
+    press(Qt::Key_Return, Qt::ControlModifier);
+    EXPECT_FALSE(under.control("entryDayPopover").isVisible());
+    EXPECT_TRUE(under.posted().empty());
+    EXPECT_EQ(day.text(), QStringLiteral("4 November 2026"));
 
     under.answer(ServerReply::dropped());
     under.saveAndWait();
-    EXPECT_EQ(under.control<QLabel>("entryFixedDay").text(), QStringLiteral("5 November 2026"));
+    EXPECT_EQ(under.control<QLabel>("entryFixedDay").text(), QStringLiteral("4 November 2026"));
     EXPECT_EQ(under.control<QLabel>("entryDayHint").text(),
               QStringLiteral("Retries keep the original bookkeeping date"));
-    EXPECT_EQ(under.posted().front().date, "2026-11-05");
+    EXPECT_EQ(under.posted().front().date, "2026-11-04");
 }
 
 TEST(EntryFormKeys, RefuseWhatIsNoAmountWhenItIsPastedAndWhenTheFieldIsLeft)

@@ -12,6 +12,12 @@ namespace {
 
 constexpr int gap = 5; // between the anchor and the panel
 
+bool isReturn(const QEvent* event)
+{
+    const int key = static_cast<const QKeyEvent*>(event)->key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 }
 
 Popover::Popover(QWidget* anchor, Edge edge) : QFrame{anchor->window()}, m_anchor{anchor}, m_edge{edge}
@@ -41,7 +47,14 @@ void Popover::open(QWidget* first)
 
 bool Popover::eventFilter(QObject* watched, QEvent* event)
 {
-    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::FocusIn) {
+    if (event->type() == QEvent::ShortcutOverride && isReturn(event)) {
+        // While the panel is open, the keys that confirm the form below belong to what is chosen here.
+        const auto* widget = qobject_cast<QWidget*>(watched);
+        if (widget && (widget == this || isAncestorOf(widget))) {
+            event->accept();
+            return true;
+        }
+    } else if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::FocusIn) {
         const auto* widget = qobject_cast<QWidget*>(watched);
         // Menus and calendars that the panel opens are windows of their own.
         const bool isInside = widget && (widget == this || isAncestorOf(widget) || widget->window() != window());
@@ -56,9 +69,9 @@ bool Popover::eventFilter(QObject* watched, QEvent* event)
 
 void Popover::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Escape)
+    if (event->key() == Qt::Key_Escape || (isReturn(event) && event->modifiers().testFlag(Qt::ControlModifier)))
         hide();
-    else
+    else if (!isReturn(event)) // a dialog would press its default button
         QFrame::keyPressEvent(event);
 }
 

@@ -37,11 +37,6 @@ constexpr int popoverHeight = 312;
 constexpr int pinExtent = Space::control; // of the square at the end of a row that pins it
 constexpr int indent = 22;
 
-bool isReturn(int key)
-{
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
 /// Paints a category with the searched words in the accent colour and its pin at the end; parents are bold.
 class CategoryDelegate final : public QStyledItemDelegate {
 public:
@@ -253,15 +248,8 @@ bool CategoryPopover::eventFilter(QObject* watched, QEvent* event)
             return true;
         }
     }
-    if (watched == m_search) {
-        // While the list is open, the keys that confirm the form belong to it.
-        if (event->type() == QEvent::ShortcutOverride && isReturn(static_cast<QKeyEvent*>(event)->key())) {
-            event->accept();
-            return true;
-        }
-        if (event->type() == QEvent::KeyPress && takeKey(*static_cast<QKeyEvent*>(event)))
-            return true;
-    }
+    if (watched == m_search && event->type() == QEvent::KeyPress && takeKey(*static_cast<QKeyEvent*>(event)))
+        return true;
     return Popover::eventFilter(watched, event);
 }
 
