@@ -4,6 +4,7 @@
 
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/Screens/Reports/ReportsView.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 #include "LedgerUI/tests/FormUnderTest.h"
 
@@ -12,9 +13,11 @@ namespace {
 /// The window with a person who records an expense and whose session ends meanwhile.
 class SessionThatEnds : public testing::Test {
 protected:
-    SessionThatEnds()
+    explicit SessionThatEnds(const PageRegistry& pages = ledger()) : under{pages}
     {
         signIn();
+        if (!under.screen.offers("newEntryButton"))
+            under.screen.keys("Ctrl+2");
         under.screen.press("newEntryButton");
         under.screen.waitFor("transactionForm");
         under.screen.pick("entryAccount", "vault");
@@ -43,7 +46,20 @@ protected:
         return pages;
     }
 
-    WindowUnderTest under{ledger()};
+    WindowUnderTest under;
+};
+
+/// The same where another page than the ledger is the first.
+class SessionThatBeginsElsewhere : public SessionThatEnds {
+protected:
+    SessionThatBeginsElsewhere() : SessionThatEnds{reportsFirst()} {}
+
+    static PageRegistry reportsFirst()
+    {
+        auto pages = ledger();
+        pages.add<ReportsView>(WorkspacePage::reports);
+        return pages;
+    }
 };
 
 }
@@ -101,4 +117,19 @@ TEST_F(SessionThatEnds, OffersAnEntryThatWasGivenUpNoMore)
     under.screen.press("questionConfirm");
     under.screen.waitUntilGone("transactionForm");
     EXPECT_FALSE(under.store.keptEntry().has_value());
+}
+
+TEST_F(SessionThatBeginsElsewhere, BringsTheEntryBackBeforeItCanBeTypedAgain)
+{
+    answer(ServerReply::dropped());
+    under.screen.press("entrySave");
+    under.screen.waitForText("Retry original request");
+    answer(ServerReply::error(401, "unauthorized"));
+    under.screen.press("entrySave");
+    closeAlert();
+    under.screen.waitFor("signInView");
+
+    signIn();
+    under.screen.waitFor("transactionForm");
+    EXPECT_TRUE(under.screen.says("Retry original request"));
 }

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <QApplication>
+#include <QDialog>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
@@ -60,8 +61,11 @@ void LedgerDialogs::record(const EntryForm::Opening& opening)
 
 void LedgerDialogs::offerKeptEntry()
 {
-    const auto kept = m_store.keptEntry();
-    if (kept && !QApplication::activeModalWidget())
+    if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        connect(modal, &QDialog::finished, this, &LedgerDialogs::offerKeptEntry, Qt::QueuedConnection);
+        return;
+    }
+    if (const auto kept = m_store.keptEntry())
         open(new TransactionForm(m_store, *kept, m_page.window()));
 }
 

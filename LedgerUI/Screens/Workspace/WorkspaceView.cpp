@@ -177,7 +177,9 @@ void WorkspaceView::openFirstPage()
     if (currentPage() || m_pages.empty())
         return;
     const bool isUntouched = !focusWidget() || focusWidget() == m_sideBar->focusTarget();
-    open(m_pages.front());
+    // An entry whose outcome is open comes back on the ledger's page, before it can be typed a second time.
+    const bool isInLedger = m_store.keptEntry() && std::ranges::find(m_pages, WorkspacePage::ledger) != m_pages.end();
+    open(isInLedger ? WorkspacePage::ledger : m_pages.front());
     if (isVisible() && isUntouched)
         focusStart();
 }
