@@ -9,10 +9,10 @@
 #include <QWindow>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Dialogs/FormDialog.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Workspace/QuitWarning.h"
 #include "LedgerUI/Theme/Icon.h"
 
@@ -101,8 +101,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
     }
     MessageDialog::ask({.title = warning->title,
                         .text = warning->text,
-                        .confirm = word(EntryWords::words(), "closeAnyway"),
-                        .cancel = word(EntryWords::words(), "keepOpen")},
+                        .confirm = word(commandWords(), "closeAnyway"),
+                        .cancel = word(commandWords(), "keepOpen")},
                        this, [this] {
                            m_mayClose = true;
                            close();

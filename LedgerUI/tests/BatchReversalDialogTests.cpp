@@ -43,6 +43,12 @@ struct BatchUnderTest {
             service.server.replace(path(id), ServerReply::json(books().json()));
         window.resize(900, 640);
         window.show();
+        open();
+    }
+
+    void open()
+    {
+        delete dialog;
         dialog = new BatchReversalDialog(service.store, {"e1", "e2", "e3"}, &window);
         dialog->open();
         settle();
@@ -110,6 +116,20 @@ TEST(BatchReversalDialog, SendsOneRequestForEachWithAKeyOfItsOwn)
     EXPECT_FALSE(under.service.store.errorMessage().has_value()) << "the row says it";
     ASSERT_EQ(reversed.count(), 1);
     EXPECT_FALSE(under.control("batchConfirm").isVisible());
+}
+
+TEST(BatchReversalDialog, LeavesOutAnEntryWhoseEarlierReasonWouldBeSent)
+{
+    BatchUnderTest under;
+    under.service.server.replace(path("e2"), ServerReply::error(409, "refunds_exist"));
+    ASSERT_FALSE(resultOf(under.service.store.reverseTransaction("e2", "Charged twice")).has_value());
+    under.open();
+    EXPECT_EQ(under.states(),
+              "Waiting | An earlier request to reverse this entry is kept. Open its own reversal. | Waiting");
+    under.begin();
+    under.rest();
+    EXPECT_EQ(under.service.server.requests(path("e2")).size(), 1U);
+    EXPECT_EQ(under.banner(), "2 entries reversed.");
 }
 
 TEST(BatchReversalDialog, StopsBetweenTwoAndGoesOnThere)

@@ -171,6 +171,19 @@ TEST(ReversalDialog, OffersNothingThatTheSnapshotForbidsAlready)
     EXPECT_FALSE(under.dialog->banner().isHidden());
 }
 
+TEST(ReversalDialog, OffersNoRetryOnceTheSnapshotForbidsIt)
+{
+    DialogUnderTest under;
+    QTest::keyClicks(&under.control<QLineEdit>("reversalReason"), QStringLiteral("Billed twice"));
+    under.service.server.replace(reverse, ServerReply::error(409, "already_reversed"));
+    under.confirmAndWait();
+    auto held = books().build();
+    held.transactions.front().reversedBy = "r1";
+    under.service.server.replace("GET v1/snapshot", ServerReply::json(Json::encode(held)));
+    ASSERT_TRUE(resultOf(under.service.store.refresh(false)).has_value());
+    EXPECT_FALSE(under.confirm().isEnabled());
+}
+
 TEST(ReversalDialog, LetsTheReasonBeChangedWhileNothingWasSent)
 {
     DialogUnderTest under;

@@ -126,7 +126,10 @@ TEST_F(Window, AsksBeforeItTakesAnUnconfirmedEntryAlong)
     EXPECT_FALSE(window.close());
     EXPECT_EQ(screen.read("messageText"), "The entry may already have been saved. Close and refresh the ledger to "
                                           "check before entering the same transaction again.");
+    EXPECT_TRUE(screen.says("Close before the result is known?"));
     EXPECT_EQ(screen.focus(), "questionCancel");
+    EXPECT_EQ(screen.read("questionCancel"), "Keep open");
+    EXPECT_EQ(screen.read("questionConfirm"), "Close");
     screen.keys("Return");
     EXPECT_TRUE(window.isVisible());
     EXPECT_FALSE(window.close());

@@ -154,7 +154,7 @@ const WordTable& serviceMessages()
          "Tài khoản này đã có bản ghi. Hãy xác nhận quyền xem lịch sử của người phụ trách mới trước khi bàn giao.",
          "This account has existing records. Confirm the new operator's access to its history before handing it "
          "over."},
-        {"refundOriginal", "请选择同一币种、未冲销的收入记录，或填写外部退款凭证号。",
+        {"refundOriginal", "请选择同一币种、未冲销的收入记录，或填写外部退款参考号。",
          "Pilih catatan pemasukan yang belum dibalik dalam mata uang yang sama, atau masukkan referensi pengembalian "
          "dana eksternal.",
          "Hãy chọn một khoản thu chưa bị đảo trong cùng loại tiền tệ, hoặc nhập mã tham chiếu hoàn tiền bên ngoài.",
@@ -163,7 +163,7 @@ const WordTable& serviceMessages()
          "Total pengembalian dana melebihi jumlah pemasukan asal yang dapat dikembalikan. Periksa jumlahnya.",
          "Tổng số tiền hoàn vượt quá số tiền có thể hoàn của khoản thu gốc. Hãy kiểm tra số tiền.",
          "Total refunds exceed the original income's refundable amount. Check the amounts."},
-        {"refundDuplicate", "此退款凭证号已有记录。请核对原记录，避免重复录入。",
+        {"refundDuplicate", "此退款参考号已有记录。请核对原记录，避免重复录入。",
          "Referensi pengembalian dana ini sudah tercatat. Periksa catatan aslinya agar tidak terjadi entri ganda.",
          "Mã tham chiếu hoàn tiền này đã được ghi. Hãy kiểm tra bản ghi gốc để tránh ghi trùng.",
          "This refund reference is already recorded. Check the original record to avoid a duplicate entry."},

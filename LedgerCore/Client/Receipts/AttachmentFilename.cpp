@@ -25,7 +25,7 @@ constexpr std::array<Ending, 5> endings{{{"application/pdf", {"pdf", "pdf"}},
 
 const WordTable& words()
 {
-    static const WordTable table{{"receipt", "凭证", "Bukti", "Chứng từ", "Receipt"}};
+    static const WordTable table{{"receipt", "票据", "Bukti", "Chứng từ", "Receipt"}};
     return table;
 }
 

@@ -37,7 +37,7 @@ TEST(AttachmentFilename, KeepsWhatAPersonWroteAndNothingThatHarms)
 TEST(AttachmentFilename, CallsAFileWithoutANameAReceipt)
 {
     EXPECT_EQ(AttachmentFilename::safe("...", "image/png", "en-US"), "Receipt.png");
-    EXPECT_EQ(AttachmentFilename::safe("", "application/pdf", "zh-CN"), "凭证.pdf");
+    EXPECT_EQ(AttachmentFilename::safe("", "application/pdf", "zh-CN"), "票据.pdf");
     EXPECT_EQ(AttachmentFilename::safe(".jpg", "image/jpeg", "id-ID"), "jpg.jpg");
     EXPECT_EQ(AttachmentFilename::safe("\u202E", "image/jpeg", "vi-VN"), "Chứng từ.jpg");
 }

@@ -3,15 +3,15 @@
 const WordTable& EntryCopy::words()
 {
     static const WordTable table{
-        {"digitalReceipt", "电子凭证", "Bukti digital", "Biên nhận điện tử", "Digital receipt"},
-        {"shareReceipt", "分享凭证", "Bagikan bukti", "Chia sẻ biên nhận", "Share receipt"},
-        {"receiptReady", "凭证已生成，可以分享。", "Bukti siap dibagikan.", "Biên nhận đã sẵn sàng để chia sẻ.",
+        {"digitalReceipt", "电子票据", "Bukti digital", "Biên nhận điện tử", "Digital receipt"},
+        {"shareReceipt", "分享票据", "Bagikan bukti", "Chia sẻ biên nhận", "Share receipt"},
+        {"receiptReady", "票据已生成，可以分享。", "Bukti siap dibagikan.", "Biên nhận đã sẵn sàng để chia sẻ.",
          "The receipt is ready to share."},
-        {"receiptShareHint", "分享前请核对内容；凭证不含账户余额。",
+        {"receiptShareHint", "分享前请核对内容；票据不含账户余额。",
          "Periksa isinya sebelum dibagikan. Bukti tidak memuat saldo rekening.",
          "Hãy kiểm tra nội dung trước khi chia sẻ. Biên nhận không có số dư tài khoản.",
          "Check the content before sharing. The receipt does not show account balances."},
-        {"receiptShareFailed", "无法生成凭证，请重试。", "Bukti tidak dapat dibuat. Coba lagi.",
+        {"receiptShareFailed", "无法生成票据，请重试。", "Bukti tidak dapat dibuat. Coba lagi.",
          "Không thể tạo biên nhận. Hãy thử lại.", "The receipt could not be created. Try again."},
         {"paymentAccount", "付款账户", "Rekening pembayaran", "Tài khoản chi", "Payment account"},
         {"receivingAccount", "收款账户", "Rekening penerimaan", "Tài khoản thu", "Receiving account"},

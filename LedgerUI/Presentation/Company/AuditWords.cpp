@@ -47,8 +47,8 @@ const WordTable& auditWords()
         {"kind.POST /v1/transactions", "记账", "Mencatat transaksi", "Ghi bút toán", "Recorded an entry"},
         {"kind.POST /v1/transactions/{id}/reverse", "冲销记录", "Membalik catatan", "Đảo bút toán",
          "Reversed an entry"},
-        {"kind.POST /v1/attachments", "上传凭证", "Mengunggah bukti", "Tải chứng từ lên", "Uploaded a receipt"},
-        {"kind.POST /v1/transactions/{id}/attachments", "添加凭证", "Melampirkan bukti", "Đính kèm chứng từ",
+        {"kind.POST /v1/attachments", "上传票据", "Mengunggah bukti", "Tải chứng từ lên", "Uploaded a receipt"},
+        {"kind.POST /v1/transactions/{id}/attachments", "添加票据", "Melampirkan bukti", "Đính kèm chứng từ",
          "Attached receipts"},
         {"kind.POST /v1/accounts", "新建账户", "Membuat rekening", "Tạo tài khoản quỹ", "Created an account"},
         {"kind.PATCH /v1/accounts/{id}", "更改账户", "Mengubah rekening", "Sửa tài khoản quỹ", "Changed an account"},
@@ -102,7 +102,7 @@ const WordTable& auditWords()
         {"field.languages", "语言", "Bahasa", "Ngôn ngữ", "Languages"},
         {"field.icon", "图标", "Ikon", "Biểu tượng", "Icon"},
         {"field.action", "命令", "Perintah", "Lệnh", "Command"},
-        {"field.attachmentIDs", "凭证", "Bukti", "Chứng từ", "Receipts"},
+        {"field.attachmentIDs", "票据", "Bukti", "Chứng từ", "Receipts"},
         {"field.digest", "记录摘要", "Sidik catatan", "Mã băm bút toán", "Digest of the entry"},
     };
     return words;

@@ -47,7 +47,8 @@ QString titleOf(const LedgerTransaction& entry, const LedgerSnapshot& snapshot, 
 
 }
 
-BatchReversal BatchReversal::of(const std::vector<std::string>& ids, const VisibleBooks& books, std::string_view locale)
+BatchReversal BatchReversal::of(const std::vector<std::string>& ids, const VisibleBooks& books,
+                                const std::function<bool(const std::string& id)>& isKept, std::string_view locale)
 {
     BatchReversal batch;
     for (const auto& id : ids) {
@@ -56,6 +57,8 @@ BatchReversal BatchReversal::of(const std::vector<std::string>& ids, const Visib
         Item item{.id = id};
         if (refusal)
             item = {.id = id, .stage = Stage::excluded, .note = qString(ReversalRules::text(*refusal, locale))};
+        else if (isKept(id))
+            item = {.id = id, .stage = Stage::excluded, .note = wordIn(locale, entryFormWords(), "batch.earlier")};
         batch.m_items.push_back(std::move(item));
     }
     return batch;

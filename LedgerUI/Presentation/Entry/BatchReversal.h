@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -31,8 +32,10 @@ public:
         bool operator==(const Item&) const = default;
     };
 
-    /// What the member can reverse of these entries, in their order.
-    static BatchReversal of(const std::vector<std::string>& ids, const VisibleBooks& books, std::string_view locale);
+    /// What the member can reverse of these entries, in their order. One whose earlier request is kept is left out: the
+    /// store would send that one's reason and day.
+    static BatchReversal of(const std::vector<std::string>& ids, const VisibleBooks& books,
+                            const std::function<bool(const std::string& id)>& isKept, std::string_view locale);
 
     [[nodiscard]] const std::vector<Item>& items() const { return m_items; }
     [[nodiscard]] std::size_t count(Item::Stage stage) const;

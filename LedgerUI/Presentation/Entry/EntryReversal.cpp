@@ -111,7 +111,7 @@ ReversalSubmission EntryReversal::afterFailure(ReversalSubmission submission, co
 QString EntryReversal::whyNot(const ReversalSubmission& submission, const std::string& originalID,
                               const VisibleBooks& books, std::string_view locale)
 {
-    if (!submission.isEditing() || submission.command())
+    if (!submission.isEditing())
         return {};
     const auto* const original = books.entry(originalID);
     const auto refusal = original ? ReversalRules::whyNot(*original, books) : ReversalRules::Refusal::notFound;

@@ -32,10 +32,10 @@ const WordTable& printWords()
          "Wide tables are turned on their side. Column heads are repeated on each page."},
         {"savePdf", "存为 PDF", "Simpan sebagai PDF", "Lưu thành PDF", "Save as PDF"},
         {"pdfFiles", "PDF 文件", "Berkas PDF", "Tệp PDF", "PDF files"},
-        {"noPrinter", "此电脑没有打印机。可以存为 PDF。", "Komputer ini tidak memiliki pencetak. Simpan sebagai PDF.",
+        {"noPrinter", "此电脑没有打印机。可以存为 PDF。", "Komputer ini tidak memiliki printer. Simpan sebagai PDF.",
          "Máy tính này không có máy in. Bạn có thể lưu thành PDF.",
          "This computer has no printer. You can save a PDF instead."},
-        {"printFailed", "打印机未接受文档。", "Pencetak tidak menerima dokumen.", "Máy in không nhận tài liệu.",
+        {"printFailed", "打印机未接受文档。", "Printer tidak menerima dokumen.", "Máy in không nhận tài liệu.",
          "The printer did not take the document."},
         {"saveFailed", "无法保存文件。", "Berkas tidak dapat disimpan.", "Không lưu được tệp.",
          "The file could not be saved."},
@@ -44,7 +44,7 @@ const WordTable& printWords()
          "Catatan telah berubah; pratinjau diperbarui. Periksa lagi.",
          "Bản ghi đã thay đổi; bản xem trước đã được cập nhật. Hãy xem lại.",
          "The records have changed; the preview is up to date. Look at it again."},
-        {"printed", "已发送到打印机", "Dikirim ke pencetak", "Đã gửi đến máy in", "Sent to the printer"},
+        {"printed", "已发送到打印机", "Dikirim ke printer", "Đã gửi đến máy in", "Sent to the printer"},
     };
     return table;
 }

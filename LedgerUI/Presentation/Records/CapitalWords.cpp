@@ -134,7 +134,7 @@ const WordTable& capitalWords()
         {"detail.date", "日期", "Tanggal", "Ngày", "Date"},
         {"detail.account", "收款账户", "Rekening", "Nhận vào", "Received in"},
         {"detail.note", "备注", "Catatan", "Ghi chú", "Note"},
-        {"detail.receipts", "凭证", "Bukti", "Chứng từ", "Receipts"},
+        {"detail.receipts", "票据", "Bukti", "Chứng từ", "Receipts"},
         {"detail.member", "记录人", "Dicatat oleh", "Người ghi", "Recorded by"},
         {"detail.ownership", "持股比例", "Kepemilikan", "Tỷ lệ sở hữu", "Ownership"},
         {"detail.linked", "关联记录", "Catatan terkait", "Bản ghi liên quan", "Linked record"},

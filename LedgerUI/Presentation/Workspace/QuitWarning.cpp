@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Workspace/QuitWarning.h"
 
 #include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 
@@ -10,7 +11,7 @@ std::optional<QuitWarning> quitWarning(const QuitLosses& losses, std::string_vie
     if (losses.awaitsChange)
         return QuitWarning{.title = wordIn(locale, words, "quitTitle"), .text = wordIn(locale, words, "quitText")};
     if (losses.hasUnconfirmedEntry)
-        return QuitWarning{.title = wordIn(locale, EntryWords::words(), "uncertainTitle"),
+        return QuitWarning{.title = wordIn(locale, commandWords(), "uncertainTitle"),
                            .text = wordIn(locale, EntryWords::words(), "uncertainDiscard")};
     return std::nullopt;
 }

@@ -13,7 +13,8 @@ const Failure lost = APIError{.status = 0, .code = std::string{ClientCode::netwo
 
 struct Batch {
     explicit Batch(const std::vector<std::string>& ids)
-        : held{sampleLedger().share()}, batch{BatchReversal::of(ids, VisibleBooks{*held}, "en-US")}
+        : held{sampleLedger().share()},
+          batch{BatchReversal::of(ids, VisibleBooks{*held}, [](const std::string& /*id*/) { return false; }, "en-US")}
     {
     }
     std::string states() const

@@ -11,6 +11,11 @@
 
 #include "LedgerCore/Client/Errors/ServiceMessages.h"
 #include "LedgerCore/Client/Errors/StoreMessages.h"
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerCore/Domain/Entries/EntryProblem.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerCore/Domain/Entries/ReversalWords.h"
+#include "LedgerCore/Domain/Imports/LedgerImportWords.h"
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
 #include "LedgerUI/Presentation/Accounts/AccountFormWords.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
@@ -88,12 +93,27 @@ const std::map<std::string, const WordTable*>& tables()
     return all;
 }
 
-/// The sources of the interface and of the client under it by their paths, without tests.
+/// The same with those of the domain, which the window asks as well.
+const std::map<std::string, const WordTable*>& askedTables()
+{
+    static const auto all = [] {
+        auto asked = tables();
+        asked.insert({{"EntryCopy::words", &EntryCopy::words()},
+                      {"EntryProblem::words", &EntryProblem::words()},
+                      {"EntryWords::words", &EntryWords::words()},
+                      {"LedgerImportWords::table", &LedgerImportWords::table()},
+                      {"ReversalWords::words", &ReversalWords::words()}});
+        return asked;
+    }();
+    return all;
+}
+
+/// The sources of the program, of its interface and of the client under it by their paths, without tests.
 const std::map<std::string, std::string>& sources()
 {
     static const auto all = [] {
         std::map<std::string, std::string> read;
-        for (const auto* root : {TALLYFOLD_UI_SOURCES, TALLYFOLD_CLIENT_SOURCES}) {
+        for (const auto* root : {TALLYFOLD_APP_SOURCES, TALLYFOLD_UI_SOURCES, TALLYFOLD_CLIENT_SOURCES}) {
             for (const auto& each : std::filesystem::recursive_directory_iterator{root}) {
                 const auto path = each.path().string();
                 const bool isSource = path.ends_with(".cpp") || path.ends_with(".h");
@@ -159,9 +179,9 @@ TEST(WordTables, SpeakFourLanguagesWithTheSamePlaceholders)
 
 TEST(WordTables, HoldEveryKeyThatIsAskedFor)
 {
-    static const std::regex alias{R"(const auto& (\w+) = (\w+)\(\);)"};
+    static const std::regex alias{R"(const auto& (\w+) = ((?:\w+::)?\w+)\(\);)"};
     static const std::regex question{
-        R"re(\b(word|wordIn|countedIn)\(\s*(?:[\w:.>-]+(?:\(\))?,\s*)?(\w+)(?:\(\))?,\s*(?:[^"{};]*\?\s*"(\w[\w.]*)"\s*:\s*)?"(\w[\w.]*)")re"};
+        R"re(\b(word|wordIn|countedIn)\(\s*(?:[\w:.>-]+(?:\(\))?,\s*)?((?:\w+::)?\w+)(?:\(\))?,\s*(?:[^"{};]*\?\s*"(\w[\w.]*)"\s*:\s*)?"(\w[\w.]*)")re"};
     std::size_t asked = 0;
     for (const auto& [path, text] : sources()) {
         const auto aliases = matches(text, alias);
@@ -171,7 +191,8 @@ TEST(WordTables, HoldEveryKeyThatIsAskedFor)
                 if (other.position() < each.position() && other[1] == each[2].str())
                     table = other[2];
             }
-            if (!tables().contains(table))
+            const auto known = askedTables().find(table);
+            if (known == askedTables().end())
                 continue;
             for (const auto& key : {each[3].str(), each[4].str()}) {
                 // A key that ends with a point goes on with something that only the running program knows.
@@ -179,7 +200,7 @@ TEST(WordTables, HoldEveryKeyThatIsAskedFor)
                     continue;
                 ++asked;
                 const auto counted = each[1] == "countedIn" ? key + ".many" : key;
-                EXPECT_TRUE(tables().at(table)->contains(counted)) << path << ": " << table << " has no " << counted;
+                EXPECT_TRUE(known->second->contains(counted)) << path << ": " << table << " has no " << counted;
             }
         }
     }
@@ -194,5 +215,17 @@ TEST(WordTables, HoldNothingThatNobodyAsksFor)
             continue;
         for (const auto& row : table->rows())
             EXPECT_TRUE(isAskedFor(std::string{row.key})) << name << ": nobody asks for " << row.key;
+    }
+}
+
+TEST(WordTables, CallOneThingByOneName)
+{
+    for (const auto& [name, table] : askedTables()) {
+        for (const auto& row : table->rows()) {
+            for (const auto* other : {"转账", "兑换", "启用日期", "账套", "股利", "凭证"})
+                EXPECT_EQ(row.chinese.find(other), std::string_view::npos) << name << ": " << row.chinese;
+            for (const auto* other : {"encetak", "eladen", "erute"})
+                EXPECT_EQ(row.indonesian.find(other), std::string_view::npos) << name << ": " << row.indonesian;
+        }
     }
 }

@@ -34,7 +34,10 @@ using ItemStage = BatchReversal::Item::Stage;
 }
 
 BatchReversalDialog::BatchReversalDialog(LedgerStore& store, const std::vector<std::string>& ids, QWidget* parent)
-    : CommandForm{store, parent}, m_batch{BatchReversal::of(ids, VisibleBooks{*snapshot()}, locale())}
+    : CommandForm{store, parent},
+      m_batch{BatchReversal::of(
+          ids, VisibleBooks{*snapshot()},
+          [&store](const std::string& id) { return store.keptReversal(id).has_value(); }, locale())}
 {
     setObjectName(QStringLiteral("batchReversalDialog"));
     confirmButton().setObjectName(QStringLiteral("batchConfirm"));
