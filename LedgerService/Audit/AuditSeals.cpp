@@ -51,7 +51,7 @@ std::string contentOf(const fs::path& file)
 
 }
 
-AuditSeals::AuditSeals(const std::string& databaseFile) : m_path(databaseFile + "-seals") {}
+AuditSeals::AuditSeals(const std::string& beside) : m_path(beside + "-seals") {}
 
 std::vector<std::string> AuditSeals::names() const
 {

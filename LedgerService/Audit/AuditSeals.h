@@ -32,7 +32,7 @@ struct AuditSeal {
 /// The folder of seals beside the database.
 class AuditSeals {
 public:
-    explicit AuditSeals(const std::string& databaseFile);
+    explicit AuditSeals(const std::string& beside);
 
     /// Writes the seal of the day before this stamp, unless it is there. Whether it was written now; throws when it
     /// cannot be.

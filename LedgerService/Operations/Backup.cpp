@@ -67,14 +67,14 @@ void fill(ArchiveWriter& archive, const Backup::Content& content, const fs::path
     const auto add = [&](const std::string& name, const fs::path& source) {
         manifest.digests.emplace(name, archive.addFile(name, source));
     };
-    const AuditSeals seals{content.file};
+    const AuditSeals seals{content.files};
     if (content.withSeals) {
         for (const auto& name : seals.names())
             add(std::string{Backup::sealsFolder} + name, seals.path() / name);
     }
     content.makeDatabase(copy);
     add(std::string{Backup::databaseName}, copy);
-    const ReceiptFolder receipts{content.file};
+    const ReceiptFolder receipts{content.files};
     for (const auto& digest : digestsIn(copy)) {
         const auto name = std::string{Backup::receiptsFolder} + digest;
         add(name, receipts.fileOf(digest));
@@ -89,7 +89,11 @@ void fill(ArchiveWriter& archive, const Backup::Content& content, const fs::path
 
 std::optional<std::string> Backup::take(const std::string& file, const std::string& to)
 {
-    return pack({.file = file,
+    if (auto refused = DatabaseFile::whyNotFile(file))
+        return refused;
+    if (auto refused = DatabaseFile::whyNotExisting(file))
+        return refused;
+    return pack({.files = file,
                  .makeDatabase =
                      [&](const fs::path& copy) {
                          Connection connection{file, Connection::Access::readOnly};
@@ -100,8 +104,6 @@ std::optional<std::string> Backup::take(const std::string& file, const std::stri
 
 std::optional<std::string> Backup::pack(const Content& content, const std::string& to)
 {
-    if (auto refused = DatabaseFile::whyNotExisting(content.file))
-        return refused;
     if (auto refused = DatabaseFile::whyNotName(to))
         return refused;
     std::error_code ignored;
@@ -117,7 +119,7 @@ std::optional<std::string> Backup::pack(const Content& content, const std::strin
             return fmt::format("cannot make {}: {}", to, failure.message());
         return std::nullopt;
     } catch (const std::exception& failure) {
-        return fmt::format("cannot copy {}: {}", content.file, DatabaseFailure::words(failure));
+        return fmt::format("cannot make {}: {}", to, DatabaseFailure::words(failure));
     }
 }
 

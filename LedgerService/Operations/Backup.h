@@ -27,9 +27,9 @@ inline constexpr std::string_view databaseName = "books.sqlite";
 inline constexpr std::string_view receiptsFolder = "receipts/";
 inline constexpr std::string_view sealsFolder = "seals/";
 
-/// What an archive is made of: a database with what lies beside `file`.
+/// What an archive is made of: a database with the receipts and seals that lie beside `files`.
 struct Content {
-    std::string file;
+    std::string files;
     bool withSeals = true;
     /// Makes the database of this name that goes into the archive. Throws when it cannot.
     std::function<void(const std::filesystem::path& copy)> makeDatabase;

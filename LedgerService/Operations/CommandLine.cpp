@@ -12,6 +12,7 @@
 #include "LedgerService/Operations/Backup.h"
 #include "LedgerService/Operations/CreateCompany.h"
 #include "LedgerService/Operations/DatabaseFile.h"
+#include "LedgerService/Operations/DatabaseOption.h"
 #include "LedgerService/Operations/EnvironmentOptions.h"
 #include "LedgerService/Operations/PeopleCommands.h"
 #include "LedgerService/Operations/Restore.h"
@@ -20,6 +21,7 @@
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
 
 namespace LedgerService {
 
@@ -31,14 +33,9 @@ int fail(std::string_view words)
     return 1;
 }
 
-void addDatabase(CLI::App& command, std::string& file)
+int verify(const std::string& name, const std::string& files)
 {
-    command.add_option("--database", file, "The SQLite file")->required()->type_name("FILE");
-}
-
-int verify(const std::string& file)
-{
-    const auto checked = Verify::file(file);
+    const auto checked = Verify::database(name, files);
     if (!checked)
         return fail(checked.error());
     const auto& report = *checked;
@@ -50,12 +47,13 @@ int verify(const std::string& file)
     return report.problems.empty() ? 0 : 1;
 }
 
+/// A database that a server keeps may be empty before: its name is not mistyped, for it is there.
 int migrate(const std::string& file)
 {
-    const auto database = Database::openExisting(file);
+    const auto database = DatabaseName::isAddress(file) ? Database::open(file) : Database::openExisting(file);
     if (!database)
         return fail(database.error());
-    fmt::print("{} has schema {}.\n", file, Migrations::newest());
+    fmt::print("{} has schema {}.\n", DatabaseName::shown(file), Migrations::newest());
     return 0;
 }
 
@@ -93,7 +91,7 @@ int createCompany(const std::string& file, CreateCompany::Order order)
     if (!id)
         return fail(id.error());
     if (!found)
-        fmt::print("{} is new: it keeps the books of this company alone.\n", file);
+        fmt::print("{} is new: it keeps the books of this company alone.\n", DatabaseName::shown(file));
     fmt::print("Company {} is ready; its owner signs in as {}.\n", *id, order.ownerEmail);
     return 0;
 }
@@ -101,7 +99,8 @@ int createCompany(const std::string& file, CreateCompany::Order order)
 /// What the arguments say, by command.
 struct Arguments {
     Serve::Options serving;
-    std::string file;
+    std::string file; // or the address of a database
+    std::string files;
     std::string to;
     std::string from;
     std::string companyID;
@@ -148,8 +147,10 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
     serve.add_option("--listen", serving.listen, "Numeric address and port; port 0 picks a free one")
         ->capture_default_str()
         ->type_name("ADDRESS:PORT");
-    addDatabase(serve, serving.databaseFile);
-    serve.add_flag("--create", serving.create, "Make the file when it is missing");
+    DatabaseOption::addTo(serve, serving.databaseFile, DatabaseOption::Takes::anyDatabase);
+    DatabaseOption::addFiles(serve, serving.files);
+    serve.add_flag("--create", serving.create,
+                   "Begin new books when the file is missing or the server's database empty");
     serve.add_flag(
         "--behind-tls-proxy", serving.behindTlsProxy,
         "A proxy in front speaks TLS; needed on any address that is not loopback, unless the service speaks TLS "
@@ -192,16 +193,17 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
 
 CLI::App& declareVerify(CLI::App& app, Arguments& into)
 {
-    auto& verifying = *app.add_subcommand("verify", "Check the file, its schema and all books; changes nothing");
-    addDatabase(verifying, into.file);
+    auto& verifying = *app.add_subcommand("verify", "Check the database, its schema and all books; changes nothing");
+    DatabaseOption::addTo(verifying, into.file, DatabaseOption::Takes::anyDatabase);
+    DatabaseOption::addFiles(verifying, into.files);
     return verifying;
 }
 
 CLI::App& declareMigrate(CLI::App& app, Arguments& into)
 {
     auto& migrating =
-        *app.add_subcommand("migrate", "Bring the schema of the file up to date, as serve does at its start");
-    addDatabase(migrating, into.file);
+        *app.add_subcommand("migrate", "Bring the schema of the database up to date, as serve does at its start");
+    DatabaseOption::addTo(migrating, into.file, DatabaseOption::Takes::anyDatabase);
     return migrating;
 }
 
@@ -209,7 +211,7 @@ CLI::App& declareBackup(CLI::App& app, Arguments& into)
 {
     auto& copying = *app.add_subcommand("backup", "Copy one consistent state of the database, the receipts and the "
                                                   "seals to a new archive; the service may run meanwhile");
-    addDatabase(copying, into.file);
+    DatabaseOption::addTo(copying, into.file, DatabaseOption::Takes::onlyFile);
     copying.add_option("--to", into.to, "The archive to make")->required()->type_name("FILE");
     return copying;
 }
@@ -217,7 +219,7 @@ CLI::App& declareBackup(CLI::App& app, Arguments& into)
 CLI::App& declareRestore(CLI::App& app, Arguments& into)
 {
     auto& restoring = *app.add_subcommand("restore", "Verify an archive and put what it holds in an empty place");
-    addDatabase(restoring, into.file);
+    DatabaseOption::addTo(restoring, into.file, DatabaseOption::Takes::onlyFile);
     restoring.add_option("--from", into.from, "The archive")->required()->type_name("FILE");
     return restoring;
 }
@@ -225,7 +227,7 @@ CLI::App& declareRestore(CLI::App& app, Arguments& into)
 CLI::App& declareAudit(CLI::App& app, Arguments& into)
 {
     auto& auditing = *app.add_subcommand("audit", "Print the audit trail, a record a line as JSON, the latest first");
-    addDatabase(auditing, into.file);
+    DatabaseOption::addTo(auditing, into.file, DatabaseOption::Takes::anyDatabase);
     auditing.add_option("--company", into.companyID, "Only of this company")->type_name("ID");
     auditing.add_option("--person", into.filter.memberID, "Only what this member did")->type_name("ID");
     auditing.add_option("--kind", into.filter.kind, "Only this, such as sign-in or 'POST /v1/accounts'")
@@ -259,7 +261,7 @@ void declareCreateCompany(CLI::App& app, Arguments& into)
     auto& creating = *app.add_subcommand("create-company", "Found a company with its owner; asks for the password, or "
                                                            "reads it as one line from standard input");
     auto& order = into.order;
-    addDatabase(creating, into.file);
+    DatabaseOption::addTo(creating, into.file, DatabaseOption::Takes::anyDatabase);
     creating.add_option("--name", order.companyName, "Name of the company")->required()->type_name("TEXT");
     creating.add_option("--country", order.countries, "Countries, such as ID or VN")->type_name("CODE");
     creating
@@ -325,7 +327,7 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
             return AuditCommand::run(given.file, given.companyID, given.filter);
         if (copying.parsed())
             return backup(given.file, given.to);
-        return verifying.parsed() ? verify(given.file) : createCompany(given.file, std::move(given.order));
+        return verifying.parsed() ? verify(given.file, given.files) : createCompany(given.file, std::move(given.order));
     } catch (const CLI::ParseError& problem) {
         return app.exit(problem);
     } catch (const std::exception& failure) {

@@ -21,6 +21,7 @@
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
@@ -35,20 +36,19 @@ void requireSound(const Verify::Report& report)
         throw std::runtime_error(fmt::format("it is not sound:\n{}", fmt::join(report.problems, "\n")));
 }
 
-/// Makes a database of this one company.
-void single(const CompanyTransfer::Export& order, const fs::path& copy)
+/// Makes a database of this one company, as the transaction of `from` has it.
+void single(Connection& from, const std::string& files, const std::string& companyID, const fs::path& copy)
 {
     Connection connection{copy.string()};
     if (const auto refused = Migrations::apply(connection))
         throw std::runtime_error(*refused);
-    connection.attach(order.file, CompanyRows::given);
     {
         Transaction transaction{connection, Transaction::Mode::writing};
-        CompanyRows::copyGiven(connection, order.companyID);
-        requireSound(Verify::company(connection, order.file, order.companyID));
+        CompanyRows::copy(from, connection, companyID);
+        requireSound(Verify::company(connection, files, companyID));
         transaction.commit();
     }
-    connection.execute("PRAGMA main.journal_mode = DELETE"); // one file, and nothing beside it
+    connection.execute("PRAGMA journal_mode = DELETE"); // one file, and nothing beside it
 }
 
 void tell(Connection& connection, const std::string& companyID, std::string_view kind)
@@ -61,33 +61,30 @@ void tell(Connection& connection, const std::string& companyID, std::string_view
     AuditTrail::append(connection, companyID, std::move(record));
 }
 
-/// The id of the one company that the given database holds.
-std::string onlyGiven(Connection& connection)
+/// The id of the one company that the database holds.
+std::string onlyCompany(Connection& connection)
 {
-    auto ids = CompanyRows::givenIDs(connection);
+    auto ids = CompanyRepository::allIDs(connection);
     if (ids.size() != 1)
         throw std::runtime_error(
             fmt::format("it holds {} companies: an archive of one is made by 'companies export'", ids.size()));
     return std::move(ids.front());
 }
 
-void requireRoom(Connection& connection, const std::string& companyID)
+void requireRoom(Connection& from, Connection& to, const std::string& companyID)
 {
-    if (CompanyRepository::find(connection, companyID))
+    if (CompanyRepository::find(to, companyID))
         throw std::runtime_error(fmt::format("the company {} is there already", companyID));
-    const auto collisions = CompanyRows::collisions(connection, companyID);
+    const auto collisions = CompanyRows::collisions(from, to, companyID);
     if (!collisions.empty())
         throw std::runtime_error(
             fmt::format("people of the company collide with others:\n{}", fmt::join(collisions, "\n")));
 }
 
-/// Keeps the receipts of the company beside the database, before any row names them.
-void keepReceipts(const std::string& from, const std::string& companyID, const std::string& file)
+/// Keeps the receipts of the company where the database's are, before any row names them.
+void keepReceipts(Connection& from, const ReceiptFolder& there, const std::string& companyID, const ReceiptFolder& here)
 {
-    const ReceiptFolder there{from};
-    const ReceiptFolder here{file};
-    Connection connection{from, Connection::Access::readOnly};
-    for (const auto& each : AttachmentRepository::all(connection, companyID)) {
+    for (const auto& each : AttachmentRepository::all(from, companyID)) {
         if (!each.contentDigest)
             continue;
         std::string content;
@@ -99,19 +96,20 @@ void keepReceipts(const std::string& from, const std::string& companyID, const s
     }
 }
 
-CompanyTransfer::Imported import(const UnpackedArchive& archive, const std::string& file)
+CompanyTransfer::Imported import(const UnpackedArchive& archive, const std::string& database, const std::string& files)
 {
-    Connection connection{file};
-    connection.attach(archive.database(), CompanyRows::given);
-    CompanyTransfer::Imported imported{.companyID = onlyGiven(connection), .name = {}};
+    Connection from{archive.database(), Connection::Access::readOnly};
+    Connection connection{database};
+    const Transaction reading{from, Transaction::Mode::reading};
+    CompanyTransfer::Imported imported{.companyID = onlyCompany(from), .name = {}};
     const auto& id = imported.companyID;
-    requireRoom(connection, id); // before work is done for nothing
-    keepReceipts(archive.database(), id, file);
+    requireRoom(from, connection, id); // before work is done for nothing
+    keepReceipts(from, ReceiptFolder{archive.database()}, id, ReceiptFolder{files});
     Transaction transaction{connection, Transaction::Mode::writing};
-    requireRoom(connection, id);
-    CompanyRows::copyGiven(connection, id);
+    requireRoom(from, connection, id);
+    CompanyRows::copy(from, connection, id);
     tell(connection, id, AuditKind::companyImported);
-    const auto report = Verify::company(connection, file, id);
+    const auto report = Verify::company(connection, files, id);
     requireSound(report);
     imported.name = CompanyRepository::find(connection, id)->name;
     imported.entries = report.entries;
@@ -120,50 +118,82 @@ CompanyTransfer::Imported import(const UnpackedArchive& archive, const std::stri
     return imported;
 }
 
+/// Packs the company as the transaction of the connection has it.
+std::optional<std::string> packed(Connection& connection, const CompanyTransfer::Export& order,
+                                  const std::string& files)
+{
+    if (!CompanyRepository::find(connection, order.companyID))
+        return "there is no company with this id; 'companies list' shows them";
+    return Backup::pack(
+        {.files = files,
+         .withSeals = false, // they tell of other companies
+         .makeDatabase = [&](const fs::path& copy) { single(connection, files, order.companyID, copy); }},
+        order.archive);
+}
+
+/// Nobody else writes between the state of the archive and the closing.
+std::optional<std::string> packAndClose(Connection& connection, const CompanyTransfer::Export& order,
+                                        const std::string& files)
+{
+    Transaction writing{connection, Transaction::Mode::writing};
+    if (auto refused = packed(connection, order, files))
+        return refused;
+    CompanyRepository::writeApproval(connection, order.companyID, ApprovalStatus::rejected);
+    tell(connection, order.companyID, AuditKind::companyExported);
+    writing.commit();
+    return std::nullopt;
+}
+
+std::optional<std::string> packAndTell(Connection& connection, const CompanyTransfer::Export& order,
+                                       const std::string& files)
+{
+    {
+        const Transaction reading{connection, Transaction::Mode::reading};
+        if (auto refused = packed(connection, order, files))
+            return refused;
+    }
+    Transaction writing{connection, Transaction::Mode::writing};
+    tell(connection, order.companyID, AuditKind::companyExported);
+    writing.commit();
+    return std::nullopt;
+}
+
 }
 
 std::optional<std::string> CompanyTransfer::carryOut(const Export& order)
 {
-    const auto database = Database::openExisting(order.file);
+    const auto files = DatabaseFile::filesBeside(order.database, order.files);
+    if (!files)
+        return files.error();
+    const auto database = Database::openExisting(order.database);
     if (!database)
         return database.error();
-    const auto loan = (*database)->borrow();
-    bool made = false;
+    std::error_code ignored;
+    const bool wasThere = fs::exists(order.archive, ignored);
     try {
-        std::optional<Transaction> writing;
-        if (order.afterwards == Afterwards::closed)
-            writing.emplace(*loan, Transaction::Mode::writing); // nobody else writes until the company is closed
-        if (!CompanyRepository::find(*loan, order.companyID))
-            return "there is no company with this id; 'companies list' shows them";
-        if (auto refused = Backup::pack({.file = order.file,
-                                         .withSeals = false, // they tell of other companies
-                                         .makeDatabase = [&](const fs::path& copy) { single(order, copy); }},
-                                        order.archive))
-            return refused;
-        made = true;
-        if (!writing)
-            writing.emplace(*loan, Transaction::Mode::writing);
-        else
-            CompanyRepository::writeApproval(*loan, order.companyID, ApprovalStatus::rejected);
-        tell(*loan, order.companyID, AuditKind::companyExported);
-        writing->commit();
-        return std::nullopt;
+        const auto loan = (*database)->borrow();
+        if (!(*loan).dialect().isFile()) // packing receipts may take long, and the transaction is idle meanwhile
+            (*loan).execute("SET idle_in_transaction_session_timeout = 0");
+        const auto pack = order.afterwards == Afterwards::closed ? packAndClose : packAndTell;
+        return pack(*loan, order, *files);
     } catch (const std::exception& failure) {
-        std::error_code ignored;
-        if (made)
+        if (!wasThere)
             fs::remove(order.archive, ignored); // else it would be taken for one of a company that is closed
         return fmt::format("cannot export the company: {}", DatabaseFailure::words(failure));
     }
 }
 
-std::expected<CompanyTransfer::Imported, std::string> CompanyTransfer::importFrom(const std::string& archive,
-                                                                                  const std::string& file)
+std::expected<CompanyTransfer::Imported, std::string>
+CompanyTransfer::importFrom(const std::string& archive, const std::string& database, const std::string& files)
 {
-    if (const auto database = Database::openExisting(file); !database)
-        return std::unexpected(database.error());
+    const auto beside = DatabaseFile::filesBeside(database, files);
+    if (!beside)
+        return std::unexpected(beside.error());
+    if (const auto opened = Database::openExisting(database); !opened)
+        return std::unexpected(opened.error());
     try {
-        const UnpackedArchive unpacked{archive, fs::absolute(file).parent_path()};
-        return import(unpacked, file);
+        const UnpackedArchive unpacked{archive, fs::absolute(*beside).parent_path()};
+        return import(unpacked, database, *beside);
     } catch (const std::exception& failure) {
         return std::unexpected(fmt::format("cannot import {}: {}", archive, DatabaseFailure::words(failure)));
     }

@@ -17,7 +17,8 @@ enum class Afterwards {
 };
 
 struct Export {
-    std::string file;
+    std::string database;
+    std::string files = {}; // what receipts are kept beside, named for a database that a server keeps
     std::string companyID;
     std::string archive;
     Afterwards afterwards = Afterwards::open;
@@ -34,9 +35,10 @@ struct Imported {
     std::size_t receipts = 0;
 };
 
-/// Puts the one company of an archive into the database `file`, which does not know it, verified before and after; or
-/// says in words why not, and then nothing has changed. The service may run.
-std::expected<Imported, std::string> importFrom(const std::string& archive, const std::string& file);
+/// Puts the one company of an archive into the database, which does not know it, verified before and after; or says in
+/// words why not, and then nothing has changed. `files` as for an export. The service may run.
+std::expected<Imported, std::string> importFrom(const std::string& archive, const std::string& database,
+                                                const std::string& files = {});
 
 }
 

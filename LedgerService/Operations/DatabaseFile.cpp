@@ -5,6 +5,9 @@
 
 #include <fmt/core.h>
 
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
+
 namespace LedgerService {
 
 namespace {
@@ -31,8 +34,26 @@ bool any(fs::perms permissions, fs::perms of)
 
 }
 
+std::optional<std::string> DatabaseFile::whyNotFile(const std::string& name)
+{
+    if (DatabaseName::isAddress(name))
+        return fmt::format("{} is kept by a server: this command works on files", DatabaseName::shown(name));
+    return std::nullopt;
+}
+
+std::expected<std::string, std::string> DatabaseFile::filesBeside(const std::string& name, const std::string& named)
+{
+    if (!named.empty())
+        return named;
+    if (DatabaseName::isAddress(name))
+        return std::unexpected("a server keeps the database: name with --files where receipts and seals are kept");
+    return name;
+}
+
 std::optional<std::string> DatabaseFile::whyNotName(const std::string& name)
 {
+    if (DatabaseName::isAddress(name))
+        return std::nullopt;
     if (name.empty() || name.find('"') != std::string::npos)
         return "the name of the database file is empty or holds a quotation mark";
     if (name.starts_with(':') || name.starts_with("file:"))
@@ -44,11 +65,7 @@ std::optional<std::string> DatabaseFile::whyNotExisting(const std::string& name)
 {
     if (auto refused = whyNotName(name))
         return refused;
-    std::error_code failure;
-    const auto size = fs::file_size(name, failure);
-    if (failure)
-        return fmt::format("cannot open {}: {}", name, failure.message());
-    return size == 0 ? std::optional{name + " is empty"} : std::nullopt;
+    return Database::whyNotExisting(name);
 }
 
 std::optional<std::string> DatabaseFile::whyNotSafe(const std::string& name)

@@ -5,8 +5,10 @@
 
 #include "LedgerService/Operations/CompanyTransfer.h"
 #include "LedgerService/Operations/CreateCompany.h"
+#include "LedgerService/Operations/DatabaseOption.h"
 #include "LedgerService/Operations/ManagePeople.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
 
 namespace LedgerService {
 
@@ -78,7 +80,7 @@ std::optional<int> PeopleCommands::run() const
 CLI::App& PeopleCommands::declare(CLI::App& parent, const char* name, const char* description, Work work)
 {
     auto& command = *parent.add_subcommand(name, description);
-    command.add_option("--database", m_file, "The SQLite file")->required()->type_name("FILE");
+    DatabaseOption::addTo(command, m_file, DatabaseOption::Takes::anyDatabase);
     m_commands.emplace_back(&command, std::move(work));
     return command;
 }
@@ -105,6 +107,8 @@ void PeopleCommands::declareCompanies(CLI::App& app)
     exporting.add_flag("--close", m_closes, "Keep everybody out of the company from then on: it moves elsewhere");
     auto& importing = declare(companies, "import", "Verify an archive of one company and add the company",
                               [](const PeopleCommands& given) { return given.importCompany(); });
+    for (auto* const each : {&exporting, &importing})
+        DatabaseOption::addFiles(*each, m_files);
     importing.add_option("--from", m_archive, "The archive")->required()->type_name("FILE");
     for (auto* const each : {&approve, &reject, &exporting})
         each->add_option("--id", m_company, "The company's id")->required()->type_name("ID");
@@ -114,7 +118,8 @@ int PeopleCommands::exportCompany() const
 {
     using CompanyTransfer::Afterwards;
     if (const auto refused =
-            CompanyTransfer::carryOut({.file = m_file,
+            CompanyTransfer::carryOut({.database = m_file,
+                                       .files = m_files,
                                        .companyID = m_company,
                                        .archive = m_archive,
                                        .afterwards = m_closes ? Afterwards::closed : Afterwards::open}))
@@ -125,11 +130,11 @@ int PeopleCommands::exportCompany() const
 
 int PeopleCommands::importCompany() const
 {
-    const auto imported = CompanyTransfer::importFrom(m_archive, m_file);
+    const auto imported = CompanyTransfer::importFrom(m_archive, m_file, m_files);
     if (!imported)
         return fail(imported.error());
-    fmt::print("{} has the company {}, '{}', with {} entries and {} receipts; nothing is wrong with it.\n", m_file,
-               imported->companyID, imported->name, imported->entries, imported->receipts);
+    fmt::print("{} has the company {}, '{}', with {} entries and {} receipts; nothing is wrong with it.\n",
+               DatabaseName::shown(m_file), imported->companyID, imported->name, imported->entries, imported->receipts);
     return 0;
 }
 

@@ -28,7 +28,8 @@ private:
     [[nodiscard]] int exportCompany() const;
     [[nodiscard]] int importCompany() const;
 
-    std::string m_file;
+    std::string m_file; // or the address of a database
+    std::string m_files;
     std::string m_company;
     std::string m_email;
     std::string m_archive;

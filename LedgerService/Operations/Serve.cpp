@@ -47,6 +47,7 @@ ServerOptions serverOptionsOf(const Serve::Options& options, const Serve::Endpoi
     serverOptions.address = endpoint.address;
     serverOptions.port = endpoint.port;
     serverOptions.databaseFile = options.databaseFile;
+    serverOptions.files = options.files;
     serverOptions.behindProxy = options.behindTlsProxy;
     if (options.speaksTls())
         serverOptions.tls = {.certificate = options.tlsCertificate, .key = options.tlsKey};
@@ -137,7 +138,7 @@ std::expected<MailSettings, std::string> Serve::mailSettings(const Options& opti
     settings.spoolFolder = options.mailSpool;
     if (options.smtpServer.empty()) {
         if (settings.spoolFolder.empty() && local)
-            settings.spoolFolder = options.databaseFile + ".mail";
+            settings.spoolFolder = (options.files.empty() ? options.databaseFile : options.files) + ".mail";
         return settings;
     }
     if (options.mailFrom.empty())
@@ -191,6 +192,8 @@ std::optional<std::string> whyNotServe(const Serve::Options& options, const Serv
     if (auto refused = options.create ? DatabaseFile::whyNotName(options.databaseFile)
                                       : DatabaseFile::whyNotExisting(options.databaseFile))
         return *refused + (options.create ? "" : " (new books begin with create-company, or with serve --create)");
+    if (const auto beside = DatabaseFile::filesBeside(options.databaseFile, options.files); !beside)
+        return beside.error();
     return DatabaseFile::whyNotSafe(options.databaseFile);
 }
 
@@ -245,7 +248,7 @@ int Serve::run(const Options& options)
         Log::note(fmt::format("figures are on port {}", metrics->port()));
     }
     std::optional<Upkeep> upkeep;
-    upkeep.emplace(options.databaseFile, *std::move(database));
+    upkeep.emplace(options.files.empty() ? options.databaseFile : options.files, *std::move(database));
     endpoint->port = (*server)->port();
     fmt::print("Tallyfold service listening on {}\n", endpoint->url(options.speaksTls() ? "https" : "http"));
     std::fflush(stdout);

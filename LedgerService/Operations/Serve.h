@@ -17,8 +17,9 @@ namespace Serve {
 
 struct Options {
     std::string listen = "127.0.0.1:48731";
-    std::string databaseFile;
-    bool create = false; // makes the file when it is missing
+    std::string databaseFile; // or its address
+    std::string files;        // what receipts and seals are kept beside; empty: beside the database's file
+    bool create = false;      // begins new books where there are none
     bool behindTlsProxy = false;
     std::string tlsCertificate;                     // file; with it and the key the service speaks TLS itself
     std::string tlsKey;                             // file

@@ -100,7 +100,7 @@ void check(const Backup::Manifest& manifest, const std::string& database)
     // An archive of an earlier program is brought up to date first: a service would do the same at its start.
     if (const auto opened = Database::openExisting(database); !opened)
         throw std::runtime_error(opened.error());
-    const auto report = Verify::file(database);
+    const auto report = Verify::database(database);
     if (!report)
         throw std::runtime_error(report.error());
     if (!report->problems.empty())

@@ -23,8 +23,8 @@ constexpr std::chrono::minutes pause{10};
 
 }
 
-Upkeep::Upkeep(std::string databaseFile, std::unique_ptr<Database> database)
-    : m_databaseFile(std::move(databaseFile)), m_database(std::move(database)),
+Upkeep::Upkeep(std::string files, std::unique_ptr<Database> database)
+    : m_files(std::move(files)), m_database(std::move(database)),
       m_thread([this](const std::stop_token& stopping) { run(stopping); })
 {
 }
@@ -51,7 +51,7 @@ void Upkeep::sealAuditTrail()
     const auto loan = m_database->borrow();
     const Transaction transaction{*loan, Transaction::Mode::reading};
     const auto now = LedgerDay::stamp(std::chrono::system_clock::now());
-    if (AuditSeals{m_databaseFile}.sealDayBefore(*loan, now))
+    if (AuditSeals{m_files}.sealDayBefore(*loan, now))
         Log::note("sealed the audit trail of the day before");
 }
 
@@ -63,8 +63,7 @@ void Upkeep::sweepDemonstrations()
 
 void Upkeep::sweepReceipts()
 {
-    const auto swept =
-        LooseReceipts::sweep(*m_database, ReceiptFolder{m_databaseFile}, std::chrono::system_clock::now());
+    const auto swept = LooseReceipts::sweep(*m_database, ReceiptFolder{m_files}, std::chrono::system_clock::now());
     if (swept.receipts + swept.files > 0)
         Log::note(fmt::format("swept {} loose receipts and {} files", swept.receipts, swept.files));
 }

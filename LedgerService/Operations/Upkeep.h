@@ -14,7 +14,8 @@ class Database;
 /// start and every few minutes. What fails is told in the log and tried again.
 class Upkeep {
 public:
-    Upkeep(std::string databaseFile, std::unique_ptr<Database> database);
+    /// `files`: what receipts and seals are kept beside.
+    Upkeep(std::string files, std::unique_ptr<Database> database);
     ~Upkeep();
     Upkeep(const Upkeep&) = delete;
     Upkeep& operator=(const Upkeep&) = delete;
@@ -25,7 +26,7 @@ private:
     void sweepReceipts();
     void sealAuditTrail();
 
-    std::string m_databaseFile;
+    std::string m_files;
     std::unique_ptr<Database> m_database;
     std::mutex m_guard;
     std::condition_variable_any m_changed;

@@ -4,6 +4,8 @@
 #include <array>
 #include <filesystem>
 #include <functional>
+#include <optional>
+#include <span>
 #include <unordered_map>
 
 #include <fmt/core.h>
@@ -27,6 +29,7 @@
 #include "LedgerService/Storage/Schema/SchemaComparison.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -64,23 +67,55 @@ Books read(Connection& connection, std::string_view companyID)
 
 using Problems = std::vector<std::string>;
 
+/// Where a check's failure would spoil the transaction that the others are made in, it is undone by itself.
+class Separate {
+public:
+    explicit Separate(Connection& connection)
+    {
+        if (!connection.dialect().isFile())
+            m_part.emplace(connection);
+    }
+    void end(bool failed)
+    {
+        if (m_part && failed)
+            m_part->undo();
+        else if (m_part)
+            m_part->keep();
+    }
+
+private:
+    std::optional<Savepoint> m_part;
+};
+
 /// Runs a check to its end, or says that it could not come to one.
-void attempt(Problems& problems, std::string_view what, const std::function<void()>& check)
+void attempt(Connection& connection, Problems& problems, std::string_view what, const std::function<void()>& check)
 {
+    Separate separate{connection};
     try {
         check();
+        separate.end(false);
     } catch (const std::exception& failure) {
         problems.push_back(fmt::format("{}: cannot be checked: {}", what, DatabaseFailure::words(failure)));
+        separate.end(true);
     }
 }
 
-/// Each statement gives a problem in words per row.
-constexpr std::array rowChecks{
+/// Each statement gives a problem in words per row. These look at what only a file can have.
+constexpr std::array fileChecks{
     R"sql(
     SELECT 'file: ' || integrity_check FROM pragma_integrity_check WHERE integrity_check <> 'ok')sql",
     R"sql(
     SELECT 'table ' || "table" || ': row ' || COALESCE(rowid, '') || ' refers to a missing row of ' || parent
     FROM pragma_foreign_key_check)sql",
+    R"sql(
+    SELECT 'company ' || company_id || ': change ' || sequence || ': moves ' || quote(amount_minor) FROM legs
+    WHERE typeof(amount_minor) <> 'integer')sql",
+    R"sql(
+    SELECT 'company ' || company_id || ': account ' || account_id || ': holds ' || quote(amount_minor) FROM balances
+    WHERE typeof(amount_minor) <> 'integer')sql",
+};
+
+constexpr std::array rowChecks{
     R"sql(
     SELECT 'company ' || e.company_id || ': entry ' || e.id || ': moves nothing' FROM entries e
     WHERE NOT EXISTS (SELECT 1 FROM legs l WHERE l.company_id = e.company_id AND l.sequence = e.sequence))sql",
@@ -89,14 +124,8 @@ constexpr std::array rowChecks{
     WHERE NOT EXISTS (SELECT 1 FROM entries e WHERE l.company_id = e.company_id AND l.sequence = e.sequence)
     GROUP BY l.company_id, l.sequence)sql",
     R"sql(
-    SELECT 'company ' || company_id || ': change ' || sequence || ': moves ' || quote(amount_minor) FROM legs
-    WHERE typeof(amount_minor) <> 'integer')sql",
-    R"sql(
-    SELECT 'company ' || company_id || ': account ' || account_id || ': holds ' || quote(amount_minor) FROM balances
-    WHERE typeof(amount_minor) <> 'integer')sql",
-    R"sql(
     SELECT 'company ' || c.id || ': its earliest day is not that of an entry' FROM companies c
-    WHERE c.earliest_day IS NOT (SELECT MIN(date) FROM entries e WHERE e.company_id = c.id))sql",
+    WHERE c.earliest_day IS DISTINCT FROM (SELECT MIN(date) FROM entries e WHERE e.company_id = c.id))sql",
     // A command that recorded an entry was carried out with it, by the member who recorded it.
     R"sql(
     SELECT 'company ' || c.company_id || ': command ' || c.idempotency_key || ': its outcome is not what it recorded'
@@ -126,6 +155,11 @@ constexpr std::array jsonColumns{
     JsonPlace{"dividend_batches", "lines"},
 };
 
+constexpr auto brokenJson = "SELECT 'table {0}: row ' || rowid || ': {1} is no JSON' FROM {0} "
+                            "WHERE {1} IS NOT NULL AND NOT json_valid({1})";
+/// Fails where there is such a text.
+constexpr auto castJson = "SELECT '{0}' FROM {0} WHERE ({1}::json) IS NULL AND {1} IS NOT NULL";
+
 void addRows(Connection& connection, Problems& problems, const std::string& statement)
 {
     std::string words;
@@ -142,13 +176,13 @@ void checkCompany(Connection& connection, const std::string& companyID, Verify::
             report.problems.push_back(fmt::format("company {}: {}", companyID, problem));
     };
     const auto what = fmt::format("company {}", companyID);
-    attempt(report.problems, what, [&] {
+    attempt(connection, report.problems, what, [&] {
         const auto books = read(connection, companyID);
         report.entries += books.entries.size();
         add(BookInvariants::broken(books));
     });
-    attempt(report.problems, what, [&] { add(FragmentUpkeep::broken(connection, companyID)); });
-    attempt(report.problems, what, [&] { add(AuditCheck::brokenEntries(connection, companyID)); });
+    attempt(connection, report.problems, what, [&] { add(FragmentUpkeep::broken(connection, companyID)); });
+    attempt(connection, report.problems, what, [&] { add(AuditCheck::brokenEntries(connection, companyID)); });
 }
 
 void checkReceipts(Connection& connection, const ReceiptFolder& folder, const std::string& companyID,
@@ -182,7 +216,7 @@ std::optional<std::string> whyNotChecked(Connection& connection, const std::stri
 {
     const auto version = Migrations::version(connection);
     if (!version)
-        return fmt::format("{}: {}", name, version.error());
+        return fmt::format("{}: {}", DatabaseName::shown(name), version.error());
     if (*version > Migrations::newest())
         return fmt::format("{} has schema {}, this program knows schemas up to {}: use a newer program", name, *version,
                            Migrations::newest());
@@ -193,12 +227,13 @@ std::optional<std::string> whyNotChecked(Connection& connection, const std::stri
     return std::nullopt;
 }
 
-std::expected<Verify::Report, std::string> check(const std::string& name, Connection::Access access)
+std::expected<Verify::Report, std::string> check(const std::string& name, const std::string& files,
+                                                 Connection::Access access)
 {
     Connection connection{name, access};
     if (auto refused = whyNotChecked(connection, name))
         return std::unexpected(*std::move(refused));
-    return Verify::run(connection, name);
+    return Verify::run(connection, files);
 }
 
 bool hasLog(const std::string& name)
@@ -209,61 +244,70 @@ bool hasLog(const std::string& name)
 
 }
 
-Verify::Report Verify::run(Connection& connection, const std::string& name)
+Verify::Report Verify::run(Connection& connection, const std::string& files)
 {
     const Transaction transaction{connection, Transaction::Mode::reading};
     Report report;
+    const bool isFile = connection.dialect().isFile();
+    for (const auto* statement : isFile ? std::span<const char* const>{fileChecks} : std::span<const char* const>{})
+        attempt(connection, report.problems, "rows", [&] { addRows(connection, report.problems, statement); });
     for (const auto* statement : rowChecks)
-        attempt(report.problems, "rows", [&] { addRows(connection, report.problems, statement); });
-    attempt(report.problems, "schema", [&] {
+        attempt(connection, report.problems, "rows", [&] { addRows(connection, report.problems, statement); });
+    attempt(connection, report.problems, "schema", [&] {
         for (auto& each : SchemaComparison::differences(connection))
             report.problems.push_back(std::move(each));
     });
     for (const auto& [table, column] : jsonColumns)
-        attempt(report.problems, table, [&] {
+        attempt(connection, report.problems, fmt::format("table {}: {}", table, column), [&] {
             addRows(connection, report.problems,
-                    fmt::format("SELECT 'table {0}: row ' || rowid || ': {1} is no JSON' FROM {0} "
-                                "WHERE {1} IS NOT NULL AND NOT json_valid({1})",
-                                table, column));
+                    fmt::format(fmt::runtime(isFile ? brokenJson : castJson), table, column));
         });
-    attempt(report.problems, "companies", [&] {
+    attempt(connection, report.problems, "companies", [&] {
         for (const auto& companyID : CompanyRepository::allIDs(connection)) {
             report.companies += 1;
             checkCompany(connection, companyID, report);
         }
     });
-    attempt(report.problems, "receipts", [&] {
+    attempt(connection, report.problems, "receipts", [&] {
         for (const auto& companyID : CompanyRepository::allIDs(connection))
-            checkReceipts(connection, ReceiptFolder{name}, companyID, report);
+            checkReceipts(connection, ReceiptFolder{files}, companyID, report);
     });
-    attempt(report.problems, "audit trail", [&] { checkTrails(connection, AuditSeals{name}, report.problems); });
+    attempt(connection, report.problems, "audit trail",
+            [&] { checkTrails(connection, AuditSeals{files}, report.problems); });
     return report;
 }
 
-Verify::Report Verify::company(Connection& connection, const std::string& name, const std::string& companyID)
+Verify::Report Verify::company(Connection& connection, const std::string& files, const std::string& companyID)
 {
     Report report;
     report.companies = 1;
     checkCompany(connection, companyID, report);
-    attempt(report.problems, "receipts", [&] { checkReceipts(connection, ReceiptFolder{name}, companyID, report); });
-    attempt(report.problems, "audit trail", [&] { checkTrail(connection, companyID, report.problems); });
+    attempt(connection, report.problems, "receipts",
+            [&] { checkReceipts(connection, ReceiptFolder{files}, companyID, report); });
+    attempt(connection, report.problems, "audit trail", [&] { checkTrail(connection, companyID, report.problems); });
     return report;
 }
 
-std::expected<Verify::Report, std::string> Verify::file(const std::string& name)
+std::expected<Verify::Report, std::string> Verify::database(const std::string& name, const std::string& files)
 {
     if (auto refused = DatabaseFile::whyNotExisting(name))
         return std::unexpected(*std::move(refused));
+    const auto beside = DatabaseFile::filesBeside(name, files);
+    if (!beside)
+        return std::unexpected(beside.error());
     try {
+        if (DatabaseName::isAddress(name))
+            return check(name, *beside, Connection::Access::readOnly);
         // Without a log beside it nobody has it open, and nothing needs to be made beside it to read it.
         if (!hasLog(name)) {
-            auto report = check(name, Connection::Access::frozen);
+            auto report = check(name, *beside, Connection::Access::frozen);
             if (!hasLog(name))
                 return report; // still nobody
         }
-        return check(name, Connection::Access::readOnly);
+        return check(name, *beside, Connection::Access::readOnly);
     } catch (const std::exception& failure) {
-        return std::unexpected(fmt::format("cannot read {}: {}", name, DatabaseFailure::words(failure)));
+        return std::unexpected(
+            fmt::format("cannot read {}: {}", DatabaseName::shown(name), DatabaseFailure::words(failure)));
     }
 }
 

@@ -88,7 +88,7 @@ Refusal refusalOf(const std::error_code& failure)
 
 }
 
-ReceiptFolder::ReceiptFolder(const std::string& databaseFile) : m_path(databaseFile + "-receipts") {}
+ReceiptFolder::ReceiptFolder(const std::string& beside) : m_path(beside + "-receipts") {}
 
 fs::path ReceiptFolder::fileOf(std::string_view digest) const
 {

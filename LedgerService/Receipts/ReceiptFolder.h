@@ -19,7 +19,8 @@ using ReceiptBlocks = std::function<std::string()>;
 /// threads and processes use it at once: a file never changes, and is there as a whole or not at all.
 class ReceiptFolder {
 public:
-    explicit ReceiptFolder(const std::string& databaseFile);
+    /// `beside`: the database's file, or what stands for it where a server keeps the database.
+    explicit ReceiptFolder(const std::string& beside);
 
     /// Keeps the content, safely on the disk when this returns, and gives its digest. Content that is there already
     /// counts as new.

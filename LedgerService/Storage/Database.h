@@ -5,6 +5,7 @@
 #include <expected>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,12 +20,16 @@ struct KnownSections;
 /// The service's database: its connections, one lent to each request at a time. Shared by all threads.
 class Database {
 public:
-    /// Opens the file, makes it if it is missing and brings its schema up to date, or says in words why not.
-    static std::expected<std::unique_ptr<Database>, std::string> open(const std::string& file);
+    /// Opens the database of this name, the path of a file or the address of a server's, makes what is missing of it
+    /// and brings its schema up to date, or says in words why not.
+    static std::expected<std::unique_ptr<Database>, std::string> open(const std::string& name);
 
-    /// The same for a file that must hold books already: a missing or empty one is refused and left as it is.
-    static std::expected<std::unique_ptr<Database>, std::string> openExisting(const std::string& file);
+    /// The same for one that must hold books already: a missing or empty one is refused and left as it is.
+    static std::expected<std::unique_ptr<Database>, std::string> openExisting(const std::string& name);
     ~Database();
+
+    /// Why there are no books to open: the database is missing, out of reach, empty or of another program.
+    static std::optional<std::string> whyNotExisting(const std::string& name);
 
     /// A connection on loan; it goes back when this is gone.
     class Loan {
@@ -59,15 +64,17 @@ public:
     using Instant = std::chrono::steady_clock::time_point;
     /// As long as a writer waits for others.
     static constexpr std::chrono::seconds patience{10};
-    /// Held while writing: the threads of one process queue here, first come, first served, instead of polling the
-    /// file's lock. Throws `DatabaseBusy` when the turn does not come in time.
+    /// Held while writing: the threads of one process queue here, first come, first served, instead of at the lock that
+    /// all processes share. Throws `DatabaseBusy` when the turn does not come in time.
     [[nodiscard]] Turn queueToWrite(Instant until = std::chrono::steady_clock::now() + patience);
 
 private:
-    explicit Database(std::string file);
+    explicit Database(std::string name);
     void shortenLog();
+    std::unique_ptr<Connection> takeIdle();
+    void giveBack(std::unique_ptr<Connection> connection);
 
-    std::string m_file;
+    std::string m_name;
     std::shared_ptr<ReadGate> m_gate;
     std::unique_ptr<Connection> m_keeper; // whoever writes has it; made when it is needed
     std::uintmax_t m_longLog;             // bytes

@@ -1,13 +1,12 @@
 #include "LedgerService/testing/TestService.h"
 
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
 #include <thread>
 
 #include <fmt/core.h>
-#include <unistd.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Contract.h"
@@ -32,19 +31,6 @@ const auto sampleInstant = *LedgerDay::parseStamp("2026-03-10T09:30:00.000Z");
 
 }
 
-TemporaryFolder::TemporaryFolder()
-{
-    auto pattern = (std::filesystem::temp_directory_path() / "tallyfold-XXXXXX").string();
-    require(mkdtemp(pattern.data()) != nullptr, "a temporary folder can be made");
-    m_path = pattern;
-}
-
-TemporaryFolder::~TemporaryFolder()
-{
-    std::error_code ignored;
-    std::filesystem::remove_all(m_path, ignored);
-}
-
 void foundSample(Connection& connection, const std::string& companyID)
 {
     static const auto passwordHash = Password::hash(TestService::password);
@@ -67,6 +53,7 @@ TestService::TestService(const std::function<void(ServerOptions&)>& adjust)
 {
     ServerOptions options;
     options.databaseFile = databaseFile();
+    options.files = files();
     options.routes = allRoutes();
     options.clock = clock();
     options.mail.spoolFolder = m_folder.file("mail");
@@ -143,7 +130,7 @@ std::string TestService::problems() const
     require(database.has_value(), "the test's database opens");
     const auto loan = (*database)->borrow();
     std::string lines;
-    for (const auto& problem : Verify::run(*loan, databaseFile()).problems)
+    for (const auto& problem : Verify::run(*loan, files()).problems)
         lines += problem + "\n";
     return lines;
 }

@@ -2,7 +2,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,26 +11,13 @@
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerService/Http/Connections/Server.h"
 #include "LedgerService/testing/HttpClient.h"
+#include "LedgerService/testing/TestDatabase.h"
 
 namespace LedgerService {
 
 class Connection;
 
-/// A folder that is gone with its object.
-class TemporaryFolder {
-public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-
-    [[nodiscard]] std::string file(std::string_view name) const { return (m_path / name).string(); }
-
-private:
-    std::filesystem::path m_path;
-};
-
-/// The real service on a real database file, in this process. It holds the company "sample" of `SampleBooks`, whose
+/// The real service on a real database, in this process. It holds the company "sample" of `SampleBooks`, whose
 /// members sign in as "<id>@sample.example", and its clock stands still unless moved.
 class TestService {
 public:
@@ -48,7 +34,9 @@ public:
     }
     [[nodiscard]] HttpClient secureClient(HttpClient::Tls tls) const { return {m_server->port(), std::move(tls)}; }
     [[nodiscard]] std::uint16_t port() const { return m_server->port(); }
-    [[nodiscard]] std::string databaseFile() const { return m_folder.file("books.sqlite"); }
+    [[nodiscard]] const std::string& databaseFile() const { return m_database.name(); }
+    /// What receipts and seals are kept beside.
+    [[nodiscard]] const std::string& files() const { return m_database.files(); }
 
     /// A token of the member, made without a password.
     [[nodiscard]] std::string tokenOf(const std::string& memberID, const std::string& companyID = "sample");
@@ -79,6 +67,7 @@ public:
 
 private:
     TemporaryFolder m_folder;
+    TestDatabase m_database{m_folder};
     std::shared_ptr<std::chrono::seconds> m_offset;
     std::unique_ptr<Server> m_server;
 };

@@ -82,7 +82,7 @@ TEST_F(Archived, EverythingIsRestoredWhileTheServiceGoesOn)
     EXPECT_EQ(fs::status(archive).permissions(), fs::perms::owner_read | fs::perms::owner_write);
     EXPECT_NE(Backup::take(service.databaseFile(), archive), std::nullopt) << "nothing is written over";
     EXPECT_EQ(restore(), "");
-    const auto report = Verify::file(restored);
+    const auto report = Verify::database(restored);
     ASSERT_TRUE(report.has_value()) << report.error();
     EXPECT_EQ(report->problems, std::vector<std::string>{});
     EXPECT_GE(report->entries, 5U);

@@ -51,9 +51,8 @@ protected:
 
     void carryOut()
     {
-        const auto loan = database->borrow();
         auto next = commands.begin();
-        dispatcher.carryOut(*loan, *next, [&] { return ++next == commands.end() ? nullptr : &*next; });
+        dispatcher.carryOut(*next, [&] { return ++next == commands.end() ? nullptr : &*next; });
     }
 
     static int statusOf(const Command& command)

@@ -54,7 +54,7 @@ Dump dumpOf(const std::string& file, const std::string& companyID)
     Connection connection{file, Connection::Access::readOnly};
     const auto ofCompany = fmt::format("company_id = '{}'", companyID);
     Dump dump;
-    for (const auto& table : CompanyRows::tables(connection)) {
+    for (const auto& table : CompanyRows::tables()) {
         if (!CompanyRows::stays(table))
             dump[table] = rowsOf(connection, table, ofCompany);
     }
@@ -81,16 +81,17 @@ protected:
     [[nodiscard]] std::string exported(const std::string& companyID, Afterwards afterwards = Afterwards::open) const
     {
         fs::remove(archive);
-        return CompanyTransfer::carryOut({.file = source.databaseFile(),
+        return CompanyTransfer::carryOut({.database = source.databaseFile(),
+                                          .files = source.files(),
                                           .companyID = companyID,
                                           .archive = archive,
                                           .afterwards = afterwards})
             .value_or("");
     }
     /// What importing the archive comes to, in words.
-    [[nodiscard]] std::string importInto(const std::string& file) const
+    [[nodiscard]] std::string importInto(const std::string& database, const std::string& files = {}) const
     {
-        const auto imported = CompanyTransfer::importFrom(archive, file);
+        const auto imported = CompanyTransfer::importFrom(archive, database, files);
         return imported ? "imported " + imported->companyID : imported.error();
     }
     /// A database without companies.
@@ -147,7 +148,7 @@ TEST_F(Transfer, BringsEverythingOfACompanyAndNothingElse)
     }
     for (const auto* table : {"entries", "legs", "balances", "commands", "capital_contributions", "dividend_movements"})
         EXPECT_FALSE(compared[table].empty()) << table;
-    const auto report = Verify::file(target);
+    const auto report = Verify::database(target);
     ASSERT_TRUE(report.has_value()) << report.error();
     EXPECT_EQ(report->problems, std::vector<std::string>{});
     EXPECT_EQ(report->companies, 2U);
@@ -163,7 +164,7 @@ TEST_F(Transfer, KnowsWhatBecomesOfEveryTable)
 {
     // A new table of the schema belongs to a company, is copied by itself, or is named here with the reason.
     Connection connection{emptyDatabase()};
-    const auto tables = CompanyRows::tables(connection);
+    const auto tables = CompanyRows::tables();
     std::string others;
     Query query{connection, "SELECT name FROM sqlite_master WHERE type = 'table' AND name NOT LIKE 'sqlite_%' ORDER BY "
                             "name"};
@@ -202,14 +203,14 @@ TEST_F(Transfer, LetsPeopleGoOnWhereTheCompanyIsNow)
     const auto before = balance(source);
     ASSERT_EQ(exported("moving", Afterwards::closed), "");
     EXPECT_EQ(post(source, "too late").status, 403) << "closed where it was";
-    EXPECT_EQ(importInto(target.databaseFile()), "imported moving");
+    EXPECT_EQ(importInto(target.databaseFile(), target.files()), "imported moving");
     const auto credentials = fmt::format(R"({{"email":"mira@moving.example","password":"{}"}})", TestService::password);
     EXPECT_EQ(target.client().send("POST", "/v1/auth/login", "", credentials).status, 200);
     EXPECT_EQ(post(target, "before the move").body, recorded.body) << "a retry finds what it came to";
     EXPECT_EQ(balance(target), before);
     EXPECT_EQ(post(target, "after the move").status, 200);
     EXPECT_NE(balance(target), before);
-    EXPECT_NE(importInto(target.databaseFile()).find("is there already"), std::string::npos);
+    EXPECT_NE(importInto(target.databaseFile(), target.files()).find("is there already"), std::string::npos);
 }
 
 TEST_F(Transfer, TakesPeopleThatBothKnowAndRefusesThoseWhoOnlySeemSo)
@@ -240,7 +241,8 @@ TEST_F(Transfer, LeavesEverythingAsItWasWhenItIsRefused)
     EXPECT_FALSE(fs::exists(archive));
     ASSERT_EQ(exportSample(), "");
     const auto target = emptyDatabase();
-    EXPECT_NE(CompanyTransfer::carryOut({source.databaseFile(), "sample", archive, Afterwards::closed}), std::nullopt)
+    EXPECT_NE(CompanyTransfer::carryOut({source.databaseFile(), source.files(), "sample", archive, Afterwards::closed}),
+              std::nullopt)
         << "nothing is written over";
     EXPECT_EQ(source.as("mira", "GET", "/v1/snapshot").status, 200) << "so the company is not closed either";
     fs::resize_file(archive, fs::file_size(archive) - 2'000);

@@ -356,7 +356,7 @@ TEST_F(ServedByAProcess, RefusesAndGoesOnWhenItsFileMayGrowNoMore)
     EXPECT_EQ(status, 500);
     EXPECT_EQ(client.send("GET", "/health/live").status, 200);
     process.reset();
-    const auto checked = Verify::file(file);
+    const auto checked = Verify::database(file);
     ASSERT_TRUE(checked.has_value()) << checked.error();
     EXPECT_EQ(checked->problems, std::vector<std::string>{});
     EXPECT_EQ(checked->entries, 4U + static_cast<unsigned>(recorded) - 1);

@@ -44,7 +44,7 @@ public:
     /// Everything that is wrong, in lines.
     [[nodiscard]] std::string problems() const
     {
-        const auto report = Verify::file(name());
+        const auto report = Verify::database(name());
         if (!report)
             return report.error();
         std::string lines;
@@ -132,7 +132,7 @@ TEST(Verify, DoesNotUpgradeWhatItChecks)
         for (const auto* statement : MigrationSteps::all().front().statements)
             connection.execute(statement);
     }
-    const auto report = Verify::file(name);
+    const auto report = Verify::database(name);
     ASSERT_FALSE(report.has_value());
     EXPECT_NE(report.error().find("schema 1"), std::string::npos) << report.error();
     Connection connection{name};

@@ -19,11 +19,12 @@ namespace LedgerService {
 
 struct ServerOptions {
     std::string address = "127.0.0.1";
-    std::uint16_t port = 0;   // 0 picks a free one
-    int listeningSocket = -1; // one that listens already, of a loopback address, instead of address and port
-    std::string databaseFile;
-    std::optional<TlsFiles> tls;             // without it connections are plain
-    bool behindProxy = false;                // X-Forwarded-For names the client
+    std::uint16_t port = 0;      // 0 picks a free one
+    int listeningSocket = -1;    // one that listens already, of a loopback address, instead of address and port
+    std::string databaseFile;    // or its address
+    std::string files;           // what receipts are kept beside; empty: beside the database's file
+    std::optional<TlsFiles> tls; // without it connections are plain
+    bool behindProxy = false;    // X-Forwarded-For names the client
     std::vector<std::string> trustedProxies; // addresses and networks; empty: whoever connects is the proxy
     ServicePolicy policy;
     MailSettings mail;

@@ -9,7 +9,6 @@
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Log.h"
-#include "LedgerService/Storage/Database.h"
 
 namespace LedgerService {
 
@@ -28,8 +27,8 @@ Refusal tooMuchWaits()
 
 }
 
-CommandLane::CommandLane(const Dispatcher& dispatcher, Database& database, const HttpLimits& limits)
-    : m_dispatcher(dispatcher), m_database(database), m_limits(limits), m_thread([this] { run(); })
+CommandLane::CommandLane(const Dispatcher& dispatcher, const HttpLimits& limits)
+    : m_dispatcher(dispatcher), m_limits(limits), m_thread([this] { run(); })
 {
 }
 
@@ -100,9 +99,8 @@ void CommandLane::carryOutGroup()
     Group group;
     group.reserve(mostTogether);
     if (auto* first = takeInto(group)) {
-        const auto loan = m_database.borrow();
         std::optional<Steady::time_point> end;
-        m_dispatcher.carryOut(*loan, *first, [&]() -> Command* {
+        m_dispatcher.carryOut(*first, [&]() -> Command* {
             const auto now = Steady::now();
             end = end.value_or(now + longestWork);
             return now < *end && group.size() < mostTogether ? takeInto(group) : nullptr;

@@ -18,13 +18,11 @@
 
 namespace LedgerService {
 
-class Database;
-
 /// The one thread that carries out commands, in the order of their arrival. Those that wait are carried out together:
 /// one transaction, one durable commit, then the answers to all.
 class CommandLane {
 public:
-    CommandLane(const Dispatcher& dispatcher, Database& database, const HttpLimits& limits);
+    CommandLane(const Dispatcher& dispatcher, const HttpLimits& limits);
     ~CommandLane();
     CommandLane(const CommandLane&) = delete;
     CommandLane& operator=(const CommandLane&) = delete;
@@ -51,7 +49,6 @@ private:
     Command* takeInto(Group& group);
 
     const Dispatcher& m_dispatcher;
-    Database& m_database;
     const HttpLimits& m_limits;
     std::mutex m_guard;
     std::condition_variable m_changed;

@@ -45,16 +45,27 @@ Refusal refusalOf(const std::exception& failure, const RouteMatch& match, std::s
     Log::failure(fmt::format("{} {}", pattern, requestID), DatabaseFailure::words(failure));
     if (DatabaseFailure::isBusy(failure))
         return Refusal::of(ServiceCode::serviceUnavailable, "Another program holds the database; try again.");
+    if (DatabaseFailure::isOutOfReach(failure))
+        return Refusal::of(ServiceCode::serviceUnavailable, "The database cannot be reached; try again.");
     return Refusal::of(ServiceCode::internalError, "The service could not do its work.");
 }
 
+/// How often a group of commands is carried out anew when the database gives it up in favour of others.
+constexpr int mostTries = 8;
+
+/// What becomes of a transaction that the database has given up in favour of another.
+enum class Conflicts { refused, thrown };
+
 /// What `make` gives, or the refusal that a failure becomes.
 template <class Make>
-auto guarded(const RouteMatch& match, std::string_view requestID, Make make) -> decltype(make())
+auto guarded(const RouteMatch& match, std::string_view requestID, Make make, Conflicts conflicts = Conflicts::refused)
+    -> decltype(make())
 {
     try {
         return make();
     } catch (const std::exception& failure) {
+        if (conflicts == Conflicts::thrown && DatabaseFailure::isConflict(failure))
+            throw;
         return std::unexpected(refusalOf(failure, match, requestID));
     }
 }
@@ -176,21 +187,14 @@ std::optional<Refusal> Dispatcher::whyNotCaller(const Command& command) const
     return caller ? std::nullopt : std::optional{caller.error()};
 }
 
-void Dispatcher::carryOut(Connection& connection, Command& first, const std::function<Command*()>& next) const
+void Dispatcher::carryOut(Command& first, const std::function<Command*()>& next) const
 {
     std::vector<Command*> group{&first};
     try {
+        const auto loan = m_service.database.borrow();
         const auto turn = m_service.database.queueToWrite(first.request.arrived + Database::patience);
-        Transaction transaction{connection, Transaction::Mode::writing};
-        bool accepted = false;
-        for (auto* command = &first; command; command = next()) {
-            if (command != &first)
-                group.push_back(command);
-            command->outcome = carryOut(connection, *command);
-            accepted = accepted || command->outcome.has_value();
-        }
-        if (accepted)
-            transaction.commit();
+        for (int tries = 1; !carryOutTogether(*loan, group, next, tries == mostTries); ++tries)
+            continue;
     } catch (const std::exception& failure) {
         const auto refusal = refusalOf(failure, first.match, first.request.id);
         for (auto* command : group)
@@ -198,12 +202,39 @@ void Dispatcher::carryOut(Connection& connection, Command& first, const std::fun
     }
 }
 
+/// Carries out the group and what `next` adds to it, in one transaction. False when the database gave it up in favour
+/// of others, unless this is the last try.
+bool Dispatcher::carryOutTogether(Connection& connection, std::vector<Command*>& group,
+                                  const std::function<Command*()>& next, bool last) const
+{
+    try {
+        Transaction transaction{connection, Transaction::Mode::writing};
+        bool accepted = false;
+        for (std::size_t at = 0; at < group.size(); ++at) {
+            group[at]->outcome = carryOut(connection, *group[at]);
+            accepted = accepted || group[at]->outcome.has_value();
+            if (at + 1 < group.size())
+                continue;
+            if (auto* const further = next())
+                group.push_back(further);
+        }
+        if (accepted)
+            transaction.commit();
+        return true;
+    } catch (const std::exception& failure) {
+        if (last || !DatabaseFailure::isConflict(failure))
+            throw;
+        return false;
+    }
+}
+
 /// One command of a group. Throws when the group's transaction cannot go on.
 Outcome Dispatcher::carryOut(Connection& connection, const Command& command) const
 {
     Savepoint savepoint{connection};
-    auto outcome = guarded(command.match, command.request.id,
-                           [&] { return inTransaction(connection, command.match, command.request, command.work); });
+    auto outcome = guarded(
+        command.match, command.request.id,
+        [&] { return inTransaction(connection, command.match, command.request, command.work); }, Conflicts::thrown);
     if (outcome)
         savepoint.keep();
     else

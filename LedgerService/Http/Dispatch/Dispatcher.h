@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include "LedgerService/Http/Reply.h"
 #include "LedgerService/Http/Request.h"
@@ -43,7 +44,7 @@ public:
 
     /// Carries out a group of commands: `first` and those that `next` gives until it gives none. Each is done or undone
     /// by itself, all are kept together. When this returns each has its outcome, and what was accepted is durable.
-    void carryOut(Connection& connection, Command& first, const std::function<Command*()>& next) const;
+    void carryOut(Command& first, const std::function<Command*()>& next) const;
 
     /// Whether the reply to the command is made from a snapshot, which takes a while.
     [[nodiscard]] static bool repliesWithSnapshot(const Command& command);
@@ -56,6 +57,8 @@ private:
     [[nodiscard]] OpenCall opened(Request& request) const;
     [[nodiscard]] Outcome begin(const RouteMatch& match, Request& request) const;
     [[nodiscard]] std::optional<Refusal> whyNotCaller(const Command& command) const;
+    bool carryOutTogether(Connection& connection, std::vector<Command*>& group, const std::function<Command*()>& next,
+                          bool last) const;
     [[nodiscard]] Outcome carryOut(Connection& connection, const Command& command) const;
     [[nodiscard]] Outcome inTransaction(Connection& connection, const RouteMatch& match, const Request& request,
                                         const MemberWork& work) const;

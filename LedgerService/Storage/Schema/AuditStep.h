@@ -36,4 +36,27 @@ inline constexpr std::array auditStep{
     UPDATE companies SET audited_from = last_sequence)sql",
 };
 
+/// What keeps the trail where the engine's triggers call functions.
+struct AuditGuard {
+    const char* kind;
+    const char* name;
+    const char* statement;
+};
+inline constexpr std::array auditGuards{
+    AuditGuard{"function", "audit_records_kept", R"sql(
+    CREATE FUNCTION audit_records_kept() RETURNS trigger LANGUAGE plpgsql AS $body$
+    BEGIN
+        IF TG_OP = 'DELETE' AND OLD.scope <> '' AND NOT EXISTS (SELECT 1 FROM companies WHERE id = OLD.scope) THEN
+            RETURN OLD;
+        END IF;
+        RAISE EXCEPTION 'the audit trail is only added to';
+    END $body$)sql"},
+    AuditGuard{"trigger", "audit_records_stay", R"sql(
+    CREATE TRIGGER audit_records_stay BEFORE UPDATE ON audit_records
+    FOR EACH ROW EXECUTE FUNCTION audit_records_kept())sql"},
+    AuditGuard{"trigger", "audit_records_last", R"sql(
+    CREATE TRIGGER audit_records_last BEFORE DELETE ON audit_records
+    FOR EACH ROW EXECUTE FUNCTION audit_records_kept())sql"},
+};
+
 }

@@ -10,7 +10,9 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Schema/MigrationSteps.h"
+#include "LedgerService/Storage/Schema/NewestSchema.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -20,6 +22,11 @@ namespace {
 
 constexpr auto countTables = R"sql(
     SELECT COUNT(*), COUNT(CASE WHEN name = 'schema_migrations' THEN 1 END) FROM sqlite_master WHERE type = 'table'
+)sql";
+
+constexpr auto countServedTables = R"sql(
+    SELECT COUNT(*), COUNT(CASE WHEN table_name = 'schema_migrations' THEN 1 END) FROM information_schema.tables
+    WHERE table_schema = current_schema()
 )sql";
 
 constexpr auto createHistory = R"sql(
@@ -34,14 +41,16 @@ constexpr auto insertVersion = R"sql(
     INSERT INTO schema_migrations (version, applied_at) VALUES (:version, :now)
 )sql";
 
-/// 0 in a file without any tables yet.
+/// 0 where there are no tables yet.
 std::expected<int, std::string> currentVersion(Connection& connection)
 {
     int tables = 0;
     int histories = 0;
-    Query{connection, countTables}.into(tables).into(histories).next();
+    const auto* const count = connection.dialect().isFile() ? countTables : countServedTables;
+    Query{connection, count}.into(tables).into(histories).next();
     if (histories == 0 && tables > 0)
-        return std::unexpected("the file belongs to another program");
+        return std::unexpected(connection.dialect().isFile() ? "the file belongs to another program"
+                                                             : "the schema holds tables of another program");
     int version = 0;
     if (histories == 0)
         return version;
@@ -52,16 +61,21 @@ std::expected<int, std::string> currentVersion(Connection& connection)
     return version;
 }
 
-void take(Connection& connection, int version, const MigrationSteps::Step& step)
+void keepVersion(Connection& connection, int version)
 {
-    for (const auto* statement : step.statements)
-        connection.execute(statement);
-    if (step.then)
-        step.then(connection);
     Query{connection, insertVersion}
         .bind("version", version)
         .bind("now", LedgerDay::stamp(std::chrono::system_clock::now()))
         .run();
+}
+
+void take(Connection& connection, int version, const MigrationSteps::Step& step)
+{
+    for (const auto* statement : step.statements)
+        connection.execute(connection.dialect().making(statement));
+    if (step.then)
+        step.then(connection);
+    keepVersion(connection, version);
 }
 
 /// While it lives, rows may refer to tables that are being made anew.
@@ -86,6 +100,55 @@ private:
     Connection& m_connection;
 };
 
+std::string newer(int version)
+{
+    return fmt::format("the database has schema {}, this program knows schemas up to {}: use a newer program", version,
+                       Migrations::newest());
+}
+
+/// Databases that a server keeps began with this schema at the earliest.
+constexpr int firstServed = 13;
+
+void makeServed(Connection& connection)
+{
+    for (const auto& part : NewestSchema::parts(connection.dialect()))
+        connection.execute(part.statement);
+    connection.execute("INSERT INTO writing_turn (taken) VALUES (0)");
+    keepVersion(connection, Migrations::newest());
+}
+
+std::optional<std::string> bringServedUpToDate(Connection& connection)
+{
+    const auto current = currentVersion(connection);
+    if (!current)
+        return current.error();
+    if (*current > Migrations::newest())
+        return newer(*current);
+    if (*current != 0 && *current < firstServed)
+        return fmt::format("{} is no version of the schema there", *current);
+    if (*current == Migrations::newest())
+        return std::nullopt;
+    Transaction transaction{connection, *current == 0 ? Transaction::Mode::making : Transaction::Mode::writing};
+    if (*current == 0)
+        makeServed(connection);
+    for (auto version = *current + 1; *current != 0 && version <= Migrations::newest(); ++version)
+        take(connection, version, MigrationSteps::all()[static_cast<std::size_t>(version) - 1]);
+    transaction.commit();
+    return std::nullopt;
+}
+
+/// Of several processes that begin at the same time one makes the schema.
+std::optional<std::string> applyServed(Connection& connection)
+{
+    try {
+        return bringServedUpToDate(connection);
+    } catch (const std::exception&) {
+        if (currentVersion(connection) != Migrations::newest())
+            throw;
+        return std::nullopt;
+    }
+}
+
 }
 
 int Migrations::newest()
@@ -100,6 +163,8 @@ std::expected<int, std::string> Migrations::version(Connection& connection)
 
 std::optional<std::string> Migrations::apply(Connection& connection)
 {
+    if (!connection.dialect().isFile())
+        return applyServed(connection);
     const auto known = currentVersion(connection);
     if (known == newest())
         return std::nullopt;                    // without waiting for writers
@@ -110,8 +175,7 @@ std::optional<std::string> Migrations::apply(Connection& connection)
     if (!current)
         return current.error();
     if (*current > newest())
-        return fmt::format("the database has schema {}, this program knows schemas up to {}: use a newer program",
-                           *current, newest());
+        return newer(*current);
     connection.execute(createHistory);
     for (auto version = *current + 1; version <= newest(); ++version)
         take(connection, version, steps[static_cast<std::size_t>(version) - 1]);

@@ -6,7 +6,9 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
+#include "LedgerService/Storage/Schema/ServedSchema.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
 namespace LedgerService {
@@ -22,6 +24,8 @@ using Objects = std::map<std::string, std::string>;
 
 Objects objectsOf(Connection& connection)
 {
+    if (!connection.dialect().isFile())
+        return ServedSchema::found(connection);
     Objects objects;
     std::string name;
     std::string statement;
@@ -34,14 +38,21 @@ Objects objectsOf(Connection& connection)
     return objects;
 }
 
+Objects expectedOf(Connection& connection)
+{
+    if (!connection.dialect().isFile())
+        return ServedSchema::expected(connection);
+    Connection fresh{":memory:"};
+    const auto refused = Migrations::apply(fresh);
+    require(!refused, "the schema can be made");
+    return objectsOf(fresh);
+}
+
 }
 
 std::vector<std::string> SchemaComparison::differences(Connection& connection)
 {
-    Connection fresh{":memory:"};
-    const auto refused = Migrations::apply(fresh);
-    require(!refused, "the schema can be made");
-    const auto expected = objectsOf(fresh);
+    const auto expected = expectedOf(connection);
     const auto found = objectsOf(connection);
     std::vector<std::string> words;
     for (const auto& [name, statement] : expected) {

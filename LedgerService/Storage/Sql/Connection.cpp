@@ -3,10 +3,13 @@
 #include <filesystem>
 
 #include <fmt/core.h>
+#include <soci/postgresql/soci-postgresql.h>
 #include <soci/sqlite3/soci-sqlite3.h>
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Storage/Sql/ConnectionState.h"
+#include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
 namespace LedgerService {
@@ -47,23 +50,50 @@ std::string connectString(const std::string& file, Connection::Access access)
     return fmt::format("dbname=\"{}\" timeout={}", name, busySeconds);
 }
 
+bool reads(std::string_view sql)
+{
+    const auto begin = sql.find_first_not_of(" \n");
+    return begin != std::string_view::npos && sql.substr(begin).starts_with("SELECT");
 }
 
-PreparedStatement::PreparedStatement(soci::session& session, std::string_view sql) : statement(session)
+void open(soci::session& session, const std::string& database, Connection::Access access)
 {
-    statement.alloc();
-    statement.prepare(std::string{sql});
-}
-
-Connection::State::State(const std::string& file, Access access) : session(soci::sqlite3, connectString(file, access))
-{
-    if (access != Access::readWrite)
+    if (!DatabaseName::isAddress(database)) {
+        session.open(soci::sqlite3, connectString(database, access));
         return;
+    }
+    try {
+        session.open(soci::postgresql, PostgresqlSession::address(database, access));
+    } catch (const soci::soci_error& failure) {
+        throw DatabaseUnreachable{DatabaseFailure::words(failure)};
+    }
+}
+
+void setUpFile(soci::session& session)
+{
     session << "PRAGMA journal_mode = WAL";
     session << "PRAGMA synchronous = FULL";
     session << "PRAGMA foreign_keys = ON";
     session << "PRAGMA temp_store = MEMORY";
     session << "PRAGMA journal_size_limit = 16777216"; // what the log keeps of its size when it begins anew
+}
+
+}
+
+PreparedStatement::PreparedStatement(soci::session& session, std::string_view sql)
+    : statement(session), onlyReads(reads(sql))
+{
+    statement.alloc();
+    statement.prepare(std::string{sql});
+}
+
+Connection::State::State(const std::string& database, Access access) : dialect(Dialect::of(database))
+{
+    open(session, database, access);
+    if (!dialect.isFile())
+        postgresql.emplace(session, access);
+    else if (access == Access::readWrite)
+        setUpFile(session);
 }
 
 PreparedStatement& Connection::State::prepared(std::string_view sql)
@@ -80,8 +110,28 @@ PreparedStatement& Connection::State::prepared(std::string_view sql)
     return *found->second;
 }
 
+void Connection::State::begin(std::string_view sql)
+{
+    if (postgresql)
+        postgresql->begin(std::string{sql});
+    else
+        control(sql);
+}
+
+void Connection::State::commit()
+{
+    if (postgresql)
+        postgresql->commit();
+    else
+        control("COMMIT");
+}
+
 void Connection::State::control(std::string_view sql)
 {
+    if (postgresql) {
+        postgresql->control(std::string{sql});
+        return;
+    }
     auto& lent = prepared(sql);
     try {
         lent.statement.define_and_bind();
@@ -94,31 +144,42 @@ void Connection::State::control(std::string_view sql)
     }
 }
 
-Connection::Connection(const std::string& file, Access access) : m_state(std::make_unique<State>(file, access)) {}
+Connection::Connection(const std::string& database, Access access) : m_state(std::make_unique<State>(database, access))
+{
+}
 
 Connection::~Connection() = default;
+
+const Dialect& Connection::dialect() const
+{
+    return m_state->dialect;
+}
+
+bool Connection::isLost() const
+{
+    return m_state->postgresql && m_state->postgresql->isLost();
+}
 
 void Connection::setReadGate(std::shared_ptr<ReadGate> gate)
 {
     m_state->gate = std::move(gate);
 }
 
-void Connection::attach(const std::string& file, std::string_view name)
-{
-    const auto statement = fmt::format("ATTACH DATABASE :file AS {}", name);
-    Query{*this, statement}.bind("file", address(file, Access::readOnly)).run();
-}
-
 /// The library shows the type of its backend, but not the type's description that a check of the cast would ask for.
 [[clang::no_sanitize("vptr")]] std::int64_t Connection::rowsChanged()
 {
+    if (m_state->postgresql)
+        return m_state->rowsChanged;
     const auto* const backend = static_cast<soci::sqlite3_session_backend*>(m_state->session.get_backend());
     return sqlite_api::sqlite3_total_changes64(backend->conn_);
 }
 
 void Connection::execute(const std::string& statement)
 {
-    m_state->session << statement;
+    if (m_state->postgresql)
+        m_state->postgresql->control(statement);
+    else
+        m_state->session << statement;
 }
 
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -9,6 +11,7 @@
 #include <soci/soci.h>
 
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/PostgresqlSession.h"
 
 namespace LedgerService {
 
@@ -18,20 +21,26 @@ struct PreparedStatement {
 
     soci::statement statement;
     std::string_view key; // its text, as the connection keeps it
+    bool onlyReads;
     bool inUse = false;
 };
 
 /// What a connection holds; only the sources that speak to the database library see it.
 struct Connection::State {
-    State(const std::string& file, Access access);
+    State(const std::string& database, Access access);
 
     /// Lends the prepared statement of this text, made at its first use, to one query.
     PreparedStatement& prepared(std::string_view sql);
 
-    /// Runs a statement that begins or ends a transaction or a part of one.
+    void begin(std::string_view sql);
+    void commit();
+    /// Runs a statement that undoes a transaction, or begins or ends a part of one.
     void control(std::string_view sql);
 
+    const Dialect& dialect;
     soci::session session;
+    std::optional<PostgresqlSession> postgresql; // of a database that a server keeps
+    std::int64_t rowsChanged = 0;                // there; a file's library counts itself
     std::shared_ptr<ReadGate> gate;
     std::unordered_map<std::string_view, std::unique_ptr<PreparedStatement>> statements; // keyed by `texts`
     std::deque<std::string> texts;

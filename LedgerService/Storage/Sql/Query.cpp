@@ -1,6 +1,7 @@
 #include "LedgerService/Storage/Sql/Query.h"
 
 #include <deque>
+#include <stdexcept>
 #include <type_traits>
 #include <variant>
 
@@ -110,7 +111,10 @@ bool Query::Parts::step()
     if (!started) {
         started = true;
         prepared.statement.define_and_bind();
+        exhausted = connection.postgresql.has_value(); // a run that fails there leaves nothing to be taken
         found = prepared.statement.execute(true);
+        if (connection.postgresql && !prepared.onlyReads)
+            connection.rowsChanged += prepared.statement.get_affected_rows();
     } else {
         found = prepared.statement.fetch();
     }
@@ -144,15 +148,17 @@ Query::~Query()
 
 Query& Query::bind(std::string_view name, std::string_view value)
 {
+    if (m_parts->connection.postgresql && value.contains('\0'))
+        throw std::invalid_argument("a text would be cut off at a zero byte");
     m_parts->parameter(name, true).text = value;
     return *this;
 }
 
 Query& Query::bind(std::string_view name, const std::optional<std::string>& value)
 {
-    auto& slot = m_parts->parameter(name, true);
-    slot.text = value.value_or("");
-    slot.indicator = value ? soci::i_ok : soci::i_null;
+    if (value)
+        return bind(name, std::string_view{*value});
+    m_parts->parameter(name, true).indicator = soci::i_null;
     return *this;
 }
 

@@ -3,9 +3,27 @@
 #include <exception>
 
 #include "LedgerService/Storage/Sql/ConnectionState.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/ReadGate.h"
 
 namespace LedgerService {
+
+namespace {
+
+std::string_view beginning(const Dialect& dialect, Transaction::Mode mode)
+{
+    switch (mode) {
+    case Transaction::Mode::reading:
+        return dialect.beginReading;
+    case Transaction::Mode::writing:
+        return dialect.beginWriting;
+    case Transaction::Mode::making:
+        return dialect.beginMaking;
+    }
+    return {};
+}
+
+}
 
 Transaction::Passage::Passage(ReadGate* gate) : m_gate(gate)
 {
@@ -22,7 +40,8 @@ Transaction::Passage::~Passage()
 Transaction::Transaction(Connection& connection, Mode mode)
     : m_connection(connection), m_passage(mode == Mode::reading ? connection.state().gate.get() : nullptr)
 {
-    m_connection.state().control(mode == Mode::writing ? "BEGIN IMMEDIATE" : "BEGIN");
+    auto& state = m_connection.state();
+    state.begin(beginning(state.dialect, mode));
 }
 
 Transaction::~Transaction()
@@ -38,7 +57,7 @@ Transaction::~Transaction()
 
 void Transaction::commit()
 {
-    m_connection.state().control("COMMIT");
+    m_connection.state().commit();
     m_open = false;
 }
 

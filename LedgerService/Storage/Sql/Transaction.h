@@ -9,7 +9,8 @@ class ReadGate;
 /// a writer starts as the only one, so what it reads stays true until it commits.
 class Transaction {
 public:
-    enum class Mode { reading, writing };
+    /// `making`: the schema is made, of which nothing may be there yet.
+    enum class Mode { reading, writing, making };
 
     Transaction(Connection& connection, Mode mode);
     ~Transaction();

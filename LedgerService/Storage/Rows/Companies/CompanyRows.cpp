@@ -3,93 +3,211 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <utility>
 
 #include <fmt/core.h>
+#include <fmt/ranges.h>
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
-#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Schema/NewestSchema.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
 namespace LedgerService {
 
 namespace {
 
-constexpr auto selectTables = R"sql(
-    SELECT t.name FROM sqlite_master t WHERE t.type = 'table'
-        AND EXISTS (SELECT 1 FROM pragma_table_info(t.name) c WHERE c.name = 'company_id')
-    ORDER BY t.name
+using NewestSchema::Table;
+
+constexpr auto selectPeople = R"sql(
+    SELECT id, email FROM users WHERE id IN (SELECT user_id FROM members WHERE company_id = :company) ORDER BY email
 )sql";
 
-constexpr auto selectColumns = R"sql(
-    SELECT group_concat(name, ', ') FROM pragma_table_info(:table) WHERE name <> :without
-)sql";
-
-constexpr auto selectOtherIDs = R"sql(
-    SELECT g.email FROM given.users g JOIN main.users m ON m.email = g.email AND m.id <> g.id
-    WHERE g.id IN (SELECT user_id FROM given.members WHERE company_id = :company) ORDER BY g.email
-)sql";
-
-constexpr auto selectOtherEmails = R"sql(
-    SELECT g.email || ' has the id of ' || m.email FROM given.users g
-    JOIN main.users m ON m.id = g.id AND m.email <> g.email
-    WHERE g.id IN (SELECT user_id FROM given.members WHERE company_id = :company) ORDER BY g.email
-)sql";
-
-constexpr auto selectGiven = R"sql(
-    SELECT id FROM given.companies ORDER BY id
-)sql";
-
-constexpr auto selectNumber = R"sql(
-    SELECT number FROM given.companies WHERE id = :company
+constexpr auto selectNextNumber = R"sql(
+    SELECT COALESCE(MAX(number), 0) + 1 FROM companies
 )sql";
 
 constexpr auto staying = std::to_array<std::string_view>({"sessions", "access_challenges"});
 
-std::vector<std::string> textsOf(Query& query)
-{
-    std::vector<std::string> texts;
-    std::string text;
-    query.into(text);
-    while (query.next())
-        texts.push_back(text);
-    return texts;
-}
+constexpr std::size_t rowsAtOnce = 2'000; // in memory
+constexpr std::size_t rowsTogether = 50;  // in one statement
 
-std::string columnsOf(Connection& connection, std::string_view table, std::string_view without = "")
-{
-    std::string columns;
-    Query query{connection, selectColumns};
-    query.bind("table", table).bind("without", without).into(columns).next();
-    return columns;
-}
+using Row = std::vector<std::optional<std::string>>;
 
-/// Copies the rows of the table that the condition finds. `renamed`: a column with what its value is to be here.
-struct Renamed {
-    std::string_view column;
-    std::string_view value;
+/// The rows of a table that belong to a company, and what becomes of each on the way.
+struct Part {
+    const Table& table;
+    std::string where; // of its parameters; the first is the company where there is but one
+    std::vector<std::pair<std::string, std::string>> values;
+    std::function<bool(Row&)> change = nullptr; // false leaves the row out
 };
-void copy(Connection& connection, const std::string& companyID, std::string_view table, std::string_view where,
-          const Renamed& renamed = {})
+
+const Table& tableOf(std::string_view name)
 {
-    auto columns = columnsOf(connection, table, renamed.column);
-    auto values = columns;
-    if (!renamed.column.empty()) {
-        columns += fmt::format(", {}", renamed.column);
-        values += fmt::format(", {}", renamed.value);
+    const auto found = std::ranges::find(NewestSchema::tables(), name, &Table::name);
+    require(found != NewestSchema::tables().end(), "the schema has the table");
+    return *found;
+}
+
+std::size_t indexOf(const Table& table, std::string_view column)
+{
+    const auto found = std::ranges::find(table.columns, column);
+    require(found != table.columns.end(), "the table has the column");
+    return static_cast<std::size_t>(found - table.columns.begin());
+}
+
+bool isOfCompany(const Table& table)
+{
+    return std::ranges::find(table.columns, "company_id") != table.columns.end();
+}
+
+/// ":v0, :v1, :v2" from `first` on.
+std::string parameters(std::size_t first, std::size_t count)
+{
+    std::vector<std::string> names;
+    for (std::size_t at = first; at < first + count; ++at)
+        names.push_back(fmt::format(":v{}", at));
+    return fmt::format("{}", fmt::join(names, ", "));
+}
+
+/// The next rows after the one with this key; the first ones when it is empty.
+std::vector<Row> page(Connection& from, const Part& part, const Row& after)
+{
+    const auto& [name, columns, key] = part.table;
+    const auto keys = fmt::format("{}", fmt::join(key, ", "));
+    const auto rest = after.empty() ? "" : fmt::format(" AND ({}) > ({})", keys, parameters(0, key.size()));
+    const auto statement = fmt::format("SELECT {} FROM {} WHERE {}{} ORDER BY {} LIMIT {}", fmt::join(columns, ", "),
+                                       name, part.where, rest, keys, rowsAtOnce);
+    Query query{from, statement};
+    for (const auto& [parameter, value] : part.values)
+        query.bind(parameter, value);
+    for (std::size_t at = 0; at < after.size(); ++at)
+        query.bind(fmt::format("v{}", at), after[at]);
+    Row row(columns.size());
+    for (auto& each : row)
+        query.into(each);
+    std::vector<Row> rows;
+    while (query.next())
+        rows.push_back(row);
+    return rows;
+}
+
+void insert(Connection& to, const Table& table, std::span<const Row> rows)
+{
+    std::vector<std::string> lines;
+    for (std::size_t at = 0; at < rows.size(); ++at)
+        lines.push_back(fmt::format("({})", parameters(at * table.columns.size(), table.columns.size())));
+    const auto statement = fmt::format("INSERT INTO {} ({}) VALUES {}", table.name, fmt::join(table.columns, ", "),
+                                       fmt::join(lines, ", "));
+    Query query{to, statement};
+    std::size_t at = 0;
+    for (const auto& row : rows) {
+        for (const auto& value : row)
+            query.bind(fmt::format("v{}", at++), value);
     }
-    const auto statement =
-        fmt::format("INSERT INTO main.{0} ({1}) SELECT {2} FROM given.{0} WHERE {3}", table, columns, values, where);
-    Query{connection, statement}.bind("company", companyID).run();
+    query.run();
 }
 
-}
-
-std::vector<std::string> CompanyRows::tables(Connection& connection)
+void insertAll(Connection& to, const Table& table, std::span<const Row> rows)
 {
-    Query query{connection, selectTables};
-    return textsOf(query);
+    for (; rows.size() >= rowsTogether; rows = rows.subspan(rowsTogether))
+        insert(to, table, rows.first(rowsTogether));
+    for (; !rows.empty(); rows = rows.subspan(1))
+        insert(to, table, rows.first(1));
+}
+
+/// Rows go over in the order of their key, in which none refers to a later one of its table.
+void copyRows(Connection& from, Connection& to, const Part& part)
+{
+    Row after;
+    for (auto rows = page(from, part, after); !rows.empty(); rows = page(from, part, after)) {
+        after.clear();
+        for (const auto& column : part.table.key)
+            after.push_back(rows.back()[indexOf(part.table, column)]);
+        if (part.change)
+            std::erase_if(rows, [&](Row& row) { return !part.change(row); });
+        insertAll(to, part.table, rows);
+    }
+}
+
+std::function<bool(Row&)> renumbered(Connection& to, const Table& companies)
+{
+    std::int64_t number = 0;
+    Query{to, selectNextNumber}.into(number).next();
+    return [column = indexOf(companies, "number"), number](Row& row) {
+        row[column] = std::to_string(number);
+        return true;
+    };
+}
+
+/// People whom the other database does not know yet; they find themselves in this company or in none.
+std::function<bool(Row&)> newPeople(Connection& to, const Table& users, const std::string& companyID)
+{
+    return [&to, companyID, id = indexOf(users, "id"), current = indexOf(users, "current_company_id")](Row& row) {
+        if (row[current] != companyID)
+            row[current].reset();
+        return !UserRepository::find(to, *row[id]).has_value();
+    };
+}
+
+/// Of people who have left the company, too.
+std::function<bool(Row&)> ofKnownPeople(Connection& to, const Table& table)
+{
+    return
+        [&to, user = indexOf(table, "user_id")](Row& row) { return UserRepository::find(to, *row[user]).has_value(); };
+}
+
+/// What is to be copied of a table at its turn; nothing when there is nothing, or not yet.
+std::optional<Part> partOf(Connection& to, const Table& table, const std::string& companyID)
+{
+    Part part{.table = table, .where = "company_id = :company", .values = {{"company", companyID}}};
+    if (table.name == "companies") {
+        part.where = "id = :company";
+        part.change = renumbered(to, table);
+    } else if (table.name == "users") {
+        part.where = "id IN (SELECT user_id FROM members WHERE company_id = :company)";
+        part.change = newPeople(to, table, companyID);
+    } else if (!isOfCompany(table) || CompanyRows::stays(table.name)) {
+        return std::nullopt;
+    } else if (table.name == "company_requests") {
+        part.change = ofKnownPeople(to, table);
+    }
+    return part;
+}
+
+void copyFragments(Connection& from, Connection& to, const std::string& companyID)
+{
+    const auto there = CompanyHistory::state(from, companyID);
+    const auto here = CompanyHistory::state(to, companyID);
+    require(there && here, "the company was copied");
+    const auto keys = FragmentRepository::keysOf(there->number);
+    const auto moved = FragmentRepository::keysOf(here->number).first - keys.first;
+    const auto& table = tableOf("entry_fragments");
+    copyRows(from, to,
+             {.table = table,
+              .where = "key BETWEEN :first AND :last",
+              .values = {{"first", std::to_string(keys.first)}, {"last", std::to_string(keys.last)}},
+              .change = [moved, key = indexOf(table, "key")](Row& row) {
+                  row[key] = std::to_string(std::stoll(*row[key]) + moved);
+                  return true;
+              }});
+}
+
+}
+
+std::vector<std::string> CompanyRows::tables()
+{
+    std::vector<std::string> names;
+    for (const auto& each : NewestSchema::tables()) {
+        if (isOfCompany(each))
+            names.push_back(each.name);
+    }
+    return names;
 }
 
 bool CompanyRows::stays(std::string_view table)
@@ -97,47 +215,31 @@ bool CompanyRows::stays(std::string_view table)
     return std::ranges::find(staying, table) != staying.end();
 }
 
-std::vector<std::string> CompanyRows::givenIDs(Connection& connection)
-{
-    Query query{connection, selectGiven};
-    return textsOf(query);
-}
-
-std::vector<std::string> CompanyRows::collisions(Connection& connection, const std::string& companyID)
+std::vector<std::string> CompanyRows::collisions(Connection& from, Connection& to, const std::string& companyID)
 {
     std::vector<std::string> words;
-    {
-        Query query{connection, selectOtherIDs};
-        for (const auto& email : textsOf(query.bind("company", companyID)))
+    std::string id;
+    std::string email;
+    Query query{from, selectPeople};
+    query.bind("company", companyID).into(id).into(email);
+    while (query.next()) {
+        if (const auto same = UserRepository::findByEmail(to, email); same && same->id != id)
             words.push_back(fmt::format("{} is the address of another person there", email));
+        if (const auto same = UserRepository::find(to, id); same && same->email != email)
+            words.push_back(fmt::format("{} has the id of {} there", email, same->email));
     }
-    Query query{connection, selectOtherEmails};
-    for (const auto& each : textsOf(query.bind("company", companyID)))
-        words.push_back(fmt::format("{} there", each));
     return words;
 }
 
-void CompanyRows::copyGiven(Connection& connection, const std::string& companyID)
+void CompanyRows::copy(Connection& from, Connection& to, const std::string& companyID)
 {
-    connection.execute("PRAGMA defer_foreign_keys = ON"); // rows of many tables refer to each other; until the commit
-    copy(connection, companyID, "users",
-         "id IN (SELECT user_id FROM given.members WHERE company_id = :company) AND id NOT IN (SELECT id FROM "
-         "main.users)",
-         {"current_company_id", "CASE current_company_id WHEN :company THEN current_company_id END"});
-    copy(connection, companyID, "companies", "id = :company",
-         {"number", "(SELECT COALESCE(MAX(number), 0) + 1 FROM main.companies)"});
-    for (const auto& table : tables(connection)) {
-        if (table == "company_requests") // of people who have left the company, too
-            copy(connection, companyID, table, "company_id = :company AND user_id IN (SELECT id FROM main.users)");
-        else if (!stays(table))
-            copy(connection, companyID, table, "company_id = :company");
+    for (const auto& table : NewestSchema::tables()) {
+        if (const auto part = partOf(to, table, companyID))
+            copyRows(from, to, *part);
     }
-    copy(connection, companyID, "audit_records", "scope = :company");
-    std::int64_t number = 0;
-    Query{connection, selectNumber}.bind("company", companyID).into(number).next();
-    const auto here = CompanyHistory::state(connection, companyID);
-    require(here.has_value(), "the company was copied");
-    FragmentRepository::copyGiven(connection, number, *here);
+    copyRows(from, to,
+             {.table = tableOf("audit_records"), .where = "scope = :company", .values = {{"company", companyID}}});
+    copyFragments(from, to, companyID);
 }
 
 }

@@ -1,5 +1,7 @@
 #include "LedgerService/Storage/Rows/Companies/DemoVisitRepository.h"
 
+#include <ranges>
+
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Contract.h"
@@ -87,18 +89,17 @@ void DemoVisitRepository::remove(Connection& connection, std::string_view compan
     const auto people = ofCompany(connection, selectPeople, companyID);
     const auto state = CompanyHistory::state(connection, companyID);
     require(state.has_value(), "only a company that is there is removed");
-    connection.execute("PRAGMA defer_foreign_keys = ON"); // rows of many tables refer to each other; until the commit
     FragmentRepository::removeAll(connection, companyID, *state);
-    require(Query{connection, deleteCompany}.bind("company", companyID).run() == 1, "only visits are removed");
-    for (const auto& table : CompanyRows::tables(connection)) {
+    for (const auto& table : CompanyRows::tables() | std::views::reverse) { // rows before those that they refer to
         const auto statement = fmt::format("DELETE FROM {} WHERE company_id = :company", table);
         Query{connection, statement}.bind("company", companyID).run();
     }
-    Query{connection, deleteTrail}.bind("company", companyID).run();
     for (const auto& person : people) {
         Query{connection, deletePlaces}.bind("person", person).run();
         Query{connection, deletePerson}.bind("person", person).run();
     }
+    require(Query{connection, deleteCompany}.bind("company", companyID).run() == 1, "only visits are removed");
+    Query{connection, deleteTrail}.bind("company", companyID).run();
 }
 
 }

@@ -12,6 +12,7 @@
 #include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 #include "LedgerService/Storage/Sql/Columns.h"
+#include "LedgerService/Storage/Sql/LetterCase.h"
 
 namespace LedgerService {
 
@@ -90,7 +91,7 @@ constexpr auto selectRefunded = R"sql(
 
 constexpr auto selectReferenceUse = R"sql(
     SELECT l.account_id FROM entries e JOIN legs l ON l.company_id = e.company_id AND l.sequence = e.sequence
-    WHERE e.company_id = :company AND lower(e.external_reference) = lower(:reference)
+    WHERE e.company_id = :company AND lower(e.external_reference) = :folded
         AND e.kind = 'refund' AND e.external_reference IS NOT NULL
         AND NOT EXISTS (SELECT 1 FROM entries r WHERE r.company_id = e.company_id AND r.reversal_of = e.id)
 )sql";
@@ -290,7 +291,7 @@ std::vector<std::string> EntryRepository::accountsWithReference(Connection& conn
                                                                 std::string_view reference)
 {
     Query query{connection, selectReferenceUse};
-    query.bind("company", companyID).bind("reference", reference);
+    query.bind("company", companyID).bind("folded", LetterCase::lower(reference));
     return idsOf(query);
 }
 

@@ -42,12 +42,6 @@ constexpr auto selectEarlierTexts = R"sql(
     WHERE company_id = :company AND change > :change AND sequence <= :change ORDER BY change
 )sql";
 
-constexpr auto copyFragments = R"sql(
-    INSERT INTO main.entry_fragments (key, account_set, text)
-    SELECT key - :first + :here, account_set, text FROM given.entry_fragments
-    WHERE key BETWEEN :first AND :last ORDER BY key
-)sql";
-
 constexpr auto deleteRenewals = R"sql(
     DELETE FROM entry_renewals WHERE company_id = :company
 )sql";
@@ -77,14 +71,10 @@ std::string FragmentRepository::shape()
     return Random::digest(names);
 }
 
-void FragmentRepository::copyGiven(Connection& connection, std::int64_t givenNumber, const CompanyState& here)
+FragmentRepository::KeyRange FragmentRepository::keysOf(std::int64_t companyNumber)
 {
-    const CompanyState there{.number = givenNumber};
-    Query{connection, copyFragments}
-        .bind("first", keyOf(there, 0))
-        .bind("last", keyOf(there, lastSequence))
-        .bind("here", keyOf(here, 0))
-        .run();
+    const CompanyState company{.number = companyNumber};
+    return {.first = keyOf(company, 0), .last = keyOf(company, lastSequence)};
 }
 
 std::string FragmentRepository::insert(Connection& connection, const CompanyState& state, int accountSet,

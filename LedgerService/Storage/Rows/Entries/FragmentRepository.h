@@ -26,9 +26,12 @@ struct EntryFragment {
 /// that somebody is still reading does not change under the reader.
 namespace FragmentRepository {
 
-/// Copies the fragments of the company with this number in the attached database "given" to the company that stands at
-/// `here` in this one.
-void copyGiven(Connection& connection, std::int64_t givenNumber, const CompanyState& here);
+/// The keys that the fragments of the company lie between, the last one included.
+struct KeyRange {
+    std::int64_t first = 0;
+    std::int64_t last = 0;
+};
+KeyRange keysOf(std::int64_t companyNumber);
 
 /// What fragments are made of: differs as soon as an entry is encoded in another way.
 std::string shape();

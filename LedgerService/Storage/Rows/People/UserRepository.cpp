@@ -2,6 +2,7 @@
 
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Storage/Sql/Columns.h"
+#include "LedgerService/Storage/Sql/LetterCase.h"
 
 namespace LedgerService {
 
@@ -50,12 +51,7 @@ constexpr auto updateDeactivated = R"sql(
 
 std::string UserRepository::normalized(std::string_view email)
 {
-    std::string address{TextFold::trimmed(email)};
-    for (auto& each : address) {
-        if (each >= 'A' && each <= 'Z')
-            each = static_cast<char>(each - 'A' + 'a');
-    }
-    return address;
+    return LetterCase::lower(TextFold::trimmed(email));
 }
 
 std::optional<User> UserRepository::find(Connection& connection, std::string_view userID)

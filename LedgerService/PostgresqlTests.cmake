@@ -1,0 +1,32 @@
+# The tests of what the database decides, once more on a PostgreSQL of their own, which the first of them starts and the
+# last one removes. -DTALLYFOLD_POSTGRESQL_TESTS=OFF is for machines that are to have none.
+option(TALLYFOLD_POSTGRESQL_TESTS "Run the tests of the service on PostgreSQL as well" ON)
+if(NOT TALLYFOLD_POSTGRESQL_TESTS)
+    return()
+endif()
+
+file(GLOB sources CONFIGURE_DEPENDS postgresql/tests/*.cpp)
+add_executable(LedgerServicePostgresqlTests ${sources})
+target_link_libraries(LedgerServicePostgresqlTests PRIVATE TallyfoldFlags LedgerService LedgerServiceTesting
+    GTest::gtest GTest::gtest_main)
+add_dependencies(LedgerServicePostgresqlTests tallyfold-service)
+set(script ${PROJECT_SOURCE_DIR}/scripts/postgresql)
+target_compile_definitions(LedgerServicePostgresqlTests PRIVATE TALLYFOLD_POSTGRESQL_SCRIPT="${script}"
+    TALLYFOLD_SERVICE_PROGRAM="$<TARGET_FILE:tallyfold-service>")
+
+# Not below the sources: the server's own user has to get there.
+string(SHA1 place ${CMAKE_BINARY_DIR})
+string(SUBSTRING ${place} 0 8 place)
+set(server /tmp/tallyfold-postgresql-${place})
+add_test(NAME PostgreSQL.start COMMAND ${script} start ${server} --quick)
+add_test(NAME PostgreSQL.remove COMMAND ${script} remove ${server})
+set_tests_properties(PostgreSQL.start PROPERTIES FIXTURES_SETUP PostgreSQL)
+set_tests_properties(PostgreSQL.remove PROPERTIES FIXTURES_CLEANUP PostgreSQL)
+set(leaks LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0)
+set(properties TIMEOUT 300 FIXTURES_REQUIRED PostgreSQL
+    ENVIRONMENT "TALLYFOLD_TEST_SERVER=${server};${leaks};UBSAN_OPTIONS=print_stacktrace=1")
+
+gtest_discover_tests(LedgerServicePostgresqlTests TEST_PREFIX PostgreSQL. DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES PROPERTIES ${properties})
+gtest_discover_tests(LedgerServiceTests TEST_PREFIX PostgreSQL. TEST_LIST on_postgresql DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES TEST_FILTER "SharedDatabase.*" PROPERTIES ${properties})

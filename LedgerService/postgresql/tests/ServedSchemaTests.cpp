@@ -1,0 +1,98 @@
+#include <thread>
+
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Schema/Migrations.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace LedgerService {
+
+TEST(ServedSchema, IsMadeOnceByProcessesThatBeginAtTheSameTime)
+{
+    const TemporaryFolder folder;
+    const TestDatabase database{folder};
+    EXPECT_FALSE(Database::openExisting(database.name()).has_value()) << "an empty one holds no books";
+    {
+        std::vector<std::jthread> processes;
+        for (int each = 0; each < 4; ++each)
+            processes.emplace_back([&] {
+                const auto opened = Database::open(database.name());
+                EXPECT_TRUE(opened.has_value()) << opened.error();
+            });
+    }
+    Connection connection{database.name()};
+    EXPECT_EQ(Migrations::version(connection), Migrations::newest());
+    Connection{database.name()}.execute(
+        fmt::format("INSERT INTO schema_migrations VALUES ({}, '')", Migrations::newest() + 1));
+    const auto refused = Database::open(database.name());
+    ASSERT_FALSE(refused.has_value());
+    EXPECT_NE(refused.error().find("newer program"), std::string::npos) << refused.error();
+}
+
+TEST(ServedSchema, IsNotMadeAmongTablesOfOthers)
+{
+    const TemporaryFolder folder;
+    const TestDatabase database{folder};
+    Connection{database.name()}.execute("CREATE TABLE letters (body TEXT)");
+    const auto refused = Database::open(database.name());
+    ASSERT_FALSE(refused.has_value());
+    EXPECT_NE(refused.error().find("another program"), std::string::npos) << refused.error();
+}
+
+TEST(ServedSchema, KeepsTheAuditTrail)
+{
+    TestService service;
+    service.as("mira", "POST", "/v1/transactions", "{}");
+    service.write([](Connection& connection) {
+        connection.execute("INSERT INTO audit_records (scope, number, at, origin, kind, chain) VALUES "
+                           "('sample', 900, '', '', '', '')");
+    });
+    for (const auto* const statement : {"UPDATE audit_records SET kind = 'nothing'", "DELETE FROM audit_records"})
+        EXPECT_ANY_THROW(service.write([&](Connection& connection) { connection.execute(statement); })) << statement;
+}
+
+struct Change {
+    const char* statement;
+    const char* word; // of what is said about it
+};
+
+TEST(ServedSchema, IsComparedWithWhatThisProgramMakes)
+{
+    const Change changes[] = {
+        {"DROP INDEX legs_by_account", "index legs_by_account is missing"},
+        {"CREATE INDEX others ON legs (currency)", "index others is none"},
+        {"ALTER TABLE legs ALTER COLUMN amount_minor TYPE NUMERIC", "table legs is not"},
+        {"ALTER TABLE legs ALTER COLUMN currency DROP NOT NULL", "table legs is not"},
+        {"ALTER TABLE entries DROP CONSTRAINT entries_company_id_reversal_of_key", "table entries is not"},
+        {"ALTER TABLE audit_records DISABLE TRIGGER audit_records_stay", "trigger audit_records_stay is not"},
+        {"CREATE OR REPLACE FUNCTION audit_records_kept() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN RETURN NEW; "
+         "END $$",
+         "function audit_records_kept is not"},
+        {"DROP TABLE mails", "table mails is missing"},
+    };
+    for (const auto& change : changes) {
+        TestService service;
+        ASSERT_EQ(service.problems(), "");
+        service.write([&](Connection& connection) { connection.execute(change.statement); });
+        EXPECT_NE(service.problems().find(change.word), std::string::npos)
+            << change.statement << ": " << service.problems();
+    }
+}
+
+TEST(Verify, FindsBrokenJsonAndGoesOn)
+{
+    TestService service;
+    service.write([](Connection& connection) {
+        connection.execute("UPDATE account_sets SET account_ids = '[' WHERE id = 1");
+        connection.execute("UPDATE balances SET amount_minor = 1 WHERE account_id = 'bank'");
+    });
+    const auto problems = service.problems();
+    EXPECT_NE(problems.find("table account_sets: account_ids"), std::string::npos) << problems;
+    EXPECT_NE(problems.find("bank"), std::string::npos) << "what follows is checked: " << problems;
+}
+
+}

@@ -1,0 +1,136 @@
+#include <array>
+#include <map>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+#include <fmt/core.h>
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Identity/Token.h"
+#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
+#include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/ServiceProcess.h"
+#include "LedgerService/testing/TestService.h"
+
+namespace LedgerService {
+
+namespace {
+
+/// The sample company in a database that several processes serve; its books have no start date, so that entries of the
+/// real today fit.
+class SharedBooks {
+public:
+    explicit SharedBooks(TestDatabase::Isolation isolation) : database(folder, isolation)
+    {
+        const auto opened = Database::open(database.name());
+        require(opened.has_value(), "the test's database opens");
+        const auto loan = (*opened)->borrow();
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        foundSample(*loan, "sample");
+        Query{*loan, "UPDATE companies SET bookkeeping_start_date = NULL"}.run();
+        const auto now = std::chrono::system_clock::now();
+        SessionRepository::insert(*loan, Token::hash(token), {"sample", "mira"}, LedgerDay::stamp(now),
+                                  LedgerDay::stamp(now + std::chrono::hours{1}));
+        transaction.commit();
+    }
+
+    [[nodiscard]] std::unique_ptr<ServiceProcess> serve() const
+    {
+        return std::make_unique<ServiceProcess>(TALLYFOLD_SERVICE_PROGRAM, database.name(),
+                                                std::vector<std::string>{"--files", database.files(), "--demo", "off"});
+    }
+
+    [[nodiscard]] HttpAnswer refund(HttpClient& client, const std::string& key, std::int64_t amountMinor) const
+    {
+        auto input = SampleBooks::refund(amountMinor);
+        input.date = LedgerDay::localGregorian().day(std::chrono::system_clock::now());
+        input.idempotencyKey = key;
+        return client.send("POST", "/v1/transactions", token, Json::encode(input), "Prefer: return=minimal\r\n");
+    }
+
+    TemporaryFolder folder;
+    TestDatabase database;
+    std::string token = Token::issue();
+};
+
+/// How many answers of each kind came, by their status and code.
+class Answers {
+public:
+    void add(const HttpAnswer& answer)
+    {
+        const std::lock_guard guard{m_guard};
+        ++m_counts[fmt::format("{} {}", answer.status, answer.code())];
+    }
+    [[nodiscard]] const std::map<std::string, int>& counts() const { return m_counts; }
+
+private:
+    std::mutex m_guard;
+    std::map<std::string, int> m_counts;
+};
+
+}
+
+namespace {
+
+constexpr std::int64_t held = 50'000; // on the account that refunds are paid from
+constexpr std::int64_t each = 75;     // 666 of them fit
+constexpr int writers = 20;
+constexpr int posts = 50; // of each writer
+
+/// Has all writers post at once, at both processes in turn; some posts are sent again, to the other one.
+void postAll(const SharedBooks& books, const std::array<std::uint16_t, 2>& ports, Answers& answers)
+{
+    std::vector<std::jthread> threads;
+    for (std::size_t writer = 0; writer < writers; ++writer)
+        threads.emplace_back([&, writer] {
+            HttpClient client{ports.at(writer % 2)};
+            HttpClient other{ports.at((writer + 1) % 2)};
+            for (int at = 0; at < posts; ++at) {
+                const auto key = fmt::format("{}-{}", writer, at);
+                const auto answer = books.refund(client, key, each);
+                answers.add(answer);
+                if (at % 10 == 0)
+                    EXPECT_EQ(books.refund(other, key, each).status, answer.status) << "of the other process";
+            }
+        });
+}
+
+void postAThousand(TestDatabase::Isolation isolation)
+{
+    const SharedBooks books{isolation};
+    const std::array processes{books.serve(), books.serve()};
+    Answers answers;
+    postAll(books, {processes[0]->port(), processes[1]->port()}, answers);
+    EXPECT_EQ(answers.counts(), (std::map<std::string, int>{{"200 ", 666}, {"409 insufficient_funds", 334}}));
+    const auto opened = Database::openExisting(books.database.name());
+    ASSERT_TRUE(opened.has_value()) << opened.error();
+    const auto loan = (*opened)->borrow();
+    EXPECT_EQ(EntryRepository::all(*loan, "sample").size(), 666U + 4U) << "four came with the sample";
+    EXPECT_EQ(AccountRepository::find(*loan, "sample", "refunds")->balance("IDR"), held - 666 * each);
+    EXPECT_EQ(Verify::run(*loan, books.database.files()).problems, std::vector<std::string>{});
+}
+
+}
+
+TEST(SharedDatabase, TakesAThousandPostsAtOnceFromTwoProcessesAndNoneTwiceOrOverTheLimit)
+{
+    postAThousand(TestDatabase::Isolation::asItIs);
+}
+
+TEST(SharedDatabase, TakesThemInTheStrictestIsolationToo)
+{
+    postAThousand(TestDatabase::Isolation::strictest);
+}
+
+}
