@@ -28,5 +28,16 @@ set(properties TIMEOUT 300 FIXTURES_REQUIRED PostgreSQL
 
 gtest_discover_tests(LedgerServicePostgresqlTests TEST_PREFIX PostgreSQL. DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES PROPERTIES ${properties})
+# The promises that hold wherever books are kept. Others are about files alone, or about no database at all.
+set(everywhere
+    AccessFlow.* PasswordChange.* AccountRoutes.* FoundedCompany.* Audited.Every* CapitalRoutes.* CategoryRoutes.*
+    CommandGroup.* CommandLane.* CommandOnce.* OwnCompanies.* CompanySettings.* CompanyApplications.*
+    Transfer.LetsPeople* Demonstration.* DividendRoutes.* EntryRoutes.* FinancialSettingsRoute.* Invitations.*
+    Members.* Profile.* CategoryPreferences.* Receipts.* Registration.* Operators.* SharedDatabase.* SignIn.*
+    SnapshotDelta.* SnapshotBlocks.* SnapshotRoute.* Storage.Keeps* Storage.Rolls* Storage.Says* Verify.*)
+set(files_alone CommandGroup.ConfirmsNothing* Receipts.AreRefusedWithoutATrace*)
+list(JOIN everywhere : everywhere)
+list(JOIN files_alone : files_alone)
+string(APPEND everywhere "-${files_alone}")
 gtest_discover_tests(LedgerServiceTests TEST_PREFIX PostgreSQL. TEST_LIST on_postgresql DISCOVERY_MODE PRE_TEST
-    DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES TEST_FILTER "SharedDatabase.*" PROPERTIES ${properties})
+    DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES TEST_FILTER "${everywhere}" PROPERTIES ${properties})

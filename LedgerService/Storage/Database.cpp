@@ -157,6 +157,8 @@ Database::Loan Database::borrow()
         return {*this, std::move(connection)};
     auto connection = std::make_unique<Connection>(m_name);
     connection->setReadGate(m_gate);
+    if (!connection->dialect().isFile()) // a writer who is gone without a word keeps the others waiting no longer
+        connection->execute("SET idle_in_transaction_session_timeout = '60s'");
     return {*this, std::move(connection)};
 }
 

@@ -36,7 +36,8 @@ std::optional<std::string> TestDatabase::server()
     return address;
 }
 
-TestDatabase::TestDatabase(const TemporaryFolder& folder, Isolation isolation) : m_files(folder.file("books.sqlite")), m_name(m_files)
+TestDatabase::TestDatabase(const TemporaryFolder& folder, Isolation isolation)
+    : m_files(folder.file("books.sqlite")), m_name(m_files)
 {
     const auto address = server();
     if (!address)

@@ -126,11 +126,9 @@ std::vector<std::string> TestService::mails(std::size_t count) const
 
 std::string TestService::problems() const
 {
-    const auto database = Database::open(databaseFile());
-    require(database.has_value(), "the test's database opens");
-    const auto loan = (*database)->borrow();
+    Connection connection{databaseFile()};
     std::string lines;
-    for (const auto& problem : Verify::run(*loan, files()).problems)
+    for (const auto& problem : Verify::run(connection, files()).problems)
         lines += problem + "\n";
     return lines;
 }

@@ -87,8 +87,7 @@ protected:
     /// The seal of a day after the sample's.
     void seal(const std::string& stamp)
     {
-        service.write(
-            [&](Connection& connection) { AuditSeals{service.databaseFile()}.sealDayBefore(connection, stamp); });
+        service.write([&](Connection& connection) { AuditSeals{service.files()}.sealDayBefore(connection, stamp); });
     }
 
     TestService service;
@@ -325,7 +324,7 @@ TEST_F(Audited, ASealTellsTrailsThatWereMadeAnew)
     later.idempotencyKey = "later";
     post(later);
     seal("2026-03-12T00:05:00.000Z");
-    const AuditSeals seals{service.databaseFile()};
+    const AuditSeals seals{service.files()};
     EXPECT_EQ(seals.names(), (std::vector<std::string>{"2026-03-10.seal", "2026-03-11.seal"}));
     EXPECT_EQ(service.problems(), "");
     tamper("UPDATE audit_records SET origin = '10.0.0.1' WHERE number = 2");

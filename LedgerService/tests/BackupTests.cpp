@@ -36,7 +36,7 @@ protected:
         post("first");
         EXPECT_EQ(service.as("mira", "POST", "/v1/attachments", SampleReceipts::upload(receipt)).status, 200);
         service.write([&](Connection& connection) {
-            AuditSeals{service.databaseFile()}.sealDayBefore(connection, "2026-03-11T00:05:00.000Z");
+            AuditSeals{service.files()}.sealDayBefore(connection, "2026-03-11T00:05:00.000Z");
         });
     }
 
@@ -136,7 +136,7 @@ TEST_F(Archived, WhatIsDamagedIsNotRestored)
 
 TEST_F(Archived, ABackupWithoutAReceiptIsNone)
 {
-    fs::remove(ReceiptFolder{service.databaseFile()}.fileOf(Random::digest(receipt)));
+    fs::remove(ReceiptFolder{service.files()}.fileOf(Random::digest(receipt)));
     EXPECT_NE(Backup::take(service.databaseFile(), archive), std::nullopt);
     EXPECT_TRUE(fs::is_empty(fs::path{archive}.parent_path()));
 }

@@ -89,7 +89,7 @@ protected:
     TestService service;
     std::string mira = service.tokenOf("mira");
     std::unique_ptr<Database> database = *Database::open(service.databaseFile());
-    ReceiptFolder receipts{service.databaseFile()};
+    ReceiptFolder receipts{service.files()};
     Postbox postbox{*database, service.clock(), {}, nullptr}; // sends nothing
     Dispatcher dispatcher{
         {.database = *database, .receipts = receipts, .postbox = postbox, .clock = service.clock(), .policy = {}}};

@@ -63,7 +63,7 @@ protected:
     }
 
     TestService service;
-    ReceiptFolder folder{service.databaseFile()};
+    ReceiptFolder folder{service.files()};
 };
 
 struct ContentCase {

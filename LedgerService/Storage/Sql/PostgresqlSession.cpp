@@ -33,11 +33,9 @@ constexpr std::array liveliness{
     Parameter{"tcp_user_timeout", "20000"}, Parameter{"application_name", "tallyfold"},
 };
 
-/// A writer who is gone without a word keeps the others waiting no longer than the end of its idle transaction.
 /// A commit is answered when it is durable, whatever the role or the database says otherwise.
 constexpr auto beginning = R"sql(
     SET lock_timeout = '10s';
-    SET idle_in_transaction_session_timeout = '60s';
     SELECT set_config('synchronous_commit', 'on', false) WHERE current_setting('synchronous_commit') IN ('off', 'local')
 )sql";
 
