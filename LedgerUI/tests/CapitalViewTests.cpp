@@ -278,7 +278,7 @@ TEST(CapitalView, SendsAContributionWithItsReceiptOnceThatIsUploaded)
     EXPECT_EQ(sent[0].attachmentIDs, std::vector<std::string>{"r1"});
 }
 
-TEST(CapitalView, SaysThatAReceiptOfAPaymentWasLeftBehind)
+TEST(CapitalView, KeepsAReceiptThatFailedForTheEntryOfThePayment)
 {
     Page page;
     page.openDividends();
@@ -287,13 +287,30 @@ TEST(CapitalView, SaysThatAReceiptOfAPaymentWasLeftBehind)
     QImage picture{60, 40, QImage::Format_RGB32};
     picture.fill(Qt::darkGreen);
     QApplication::clipboard()->setImage(picture);
-    page.server.replace("POST v1/attachments", ServerReply::error(413, "attachment_too_large"));
+    page.screen.fill("recordAmount", "1000");
+    page.server.replace("POST v1/attachments", ServerReply::error(507, "insufficient_storage"));
     page.screen.keys("Ctrl+V");
     page.screen.waitForText("Failed");
+    auto after = capitalSample();
+    serveBooks(page, after.pay("2026-11-20", "d10", "d1", "1,000", "Operating bank"));
     page.server.replace("POST v1/dividends/commands", ServerReply::json("{}"));
     page.screen.keys("Ctrl+Return");
-    page.screen.waitForText("0 files uploaded; 1 failed.");
-    ASSERT_EQ(page.dividendsSent().size(), 1U);
+    page.screen.waitForFocus("addReceipts");
+    EXPECT_TRUE(page.screen.says("0 files uploaded; 1 failed."));
+    EXPECT_TRUE(page.screen.says("Dividend · IDR")) << "the entry is named";
+    page.server.replace(
+        "POST v1/attachments",
+        ServerReply::json(
+            R"({"id":"r1","name":"n.png","mime":"image/png","byteCount":1000,"createdAt":"2026-11-20T10:00:00Z"})"));
+    page.screen.press("receiptRetry");
+    page.screen.waitUntil("it is uploaded", [&] { return !page.screen.shows("receiptRetry"); });
+    page.server.replace("POST v1/transactions/entry-d11/attachments", ServerReply::json(after.json()));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitUntilGone("addReceipts");
+    const auto links = page.server.requests("POST v1/transactions/entry-d11/attachments");
+    ASSERT_EQ(links.size(), 1U);
+    EXPECT_EQ(links[0].body, R"({"attachmentIDs":["r1"]})");
+    EXPECT_EQ(page.dividendsSent().size(), 1U) << "the payment itself is not sent again";
 }
 
 TEST(CapitalView, SavesTheSectionOfTheTabAsATable)

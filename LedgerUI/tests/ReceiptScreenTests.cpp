@@ -152,8 +152,8 @@ TEST(ReceiptsInTheForm, ThatFailedAreHandedOnOnceTheEntryIsRecorded)
     EXPECT_EQ(made, 1U);
 
     // Tried again there, only the one that is missing goes to the service.
-    auto* dialog = new AddReceiptsDialog(
-        under.service.store, {.entryID = "e9", .entryText = {}, .failed = left, .uploaded = made}, &under.window);
+    auto* dialog =
+        new AddReceiptsDialog(under.service.store, {.entryID = "e9", .failed = left, .uploaded = made}, &under.window);
     dialog->open();
     EXPECT_EQ(dialog->banner().text(),
               QStringLiteral("1 files uploaded; 1 failed. Select the failed files again to retry."));

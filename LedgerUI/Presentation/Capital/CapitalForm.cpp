@@ -168,6 +168,12 @@ bool CapitalForms::isCurrent(const CapitalForm& form, const LedgerSnapshot& snap
     return form.captured == stateOf(snapshot);
 }
 
+std::string CapitalForms::bookedEntry(const CapitalForm& form, const LedgerSnapshot& snapshot)
+{
+    const auto* made = RecordDrafts::firstSince(form.captured.contributions, stateOf(snapshot).contributions);
+    return made ? made->transactionID : std::string{};
+}
+
 int CapitalForms::ratioTotal(const CapitalForm& form, std::string_view locale)
 {
     return RecordDrafts::ratioTotal(form.ratios, locale);

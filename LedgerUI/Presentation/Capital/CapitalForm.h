@@ -53,6 +53,10 @@ struct CapitalForms {
     /// The basis points of all that can be read.
     static int ratioTotal(const CapitalForm& form, std::string_view locale);
 
+    /// The entry booked by the first contribution that came after the form's records: by the command that was made from
+    /// them, once it is accepted. Empty where that booked none.
+    static std::string bookedEntry(const CapitalForm& form, const LedgerSnapshot& snapshot);
+
     static CapitalForm edited(CapitalForm form, const RecordEdit& edit, const LedgerSnapshot& snapshot,
                               std::string_view locale);
 

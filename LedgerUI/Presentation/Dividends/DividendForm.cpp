@@ -173,6 +173,12 @@ bool DividendForms::isCurrent(const DividendForm& form, const LedgerSnapshot& sn
     return form.captured == stateOf(snapshot);
 }
 
+std::string DividendForms::bookedEntry(const DividendForm& form, const LedgerSnapshot& snapshot)
+{
+    const auto* made = RecordDrafts::firstSince(form.captured.movements, stateOf(snapshot).movements);
+    return made ? made->transactionID.value_or("") : std::string{};
+}
+
 std::vector<const DividendParticipant*> DividendForms::people(const LedgerSnapshot& snapshot)
 {
     std::vector<const DividendParticipant*> offered;

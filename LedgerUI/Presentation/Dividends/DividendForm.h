@@ -85,6 +85,10 @@ struct DividendForms {
     /// The basis points of all that take part and can be read.
     static int ratioTotal(const DividendForm& form, const LedgerSnapshot& snapshot, std::string_view locale);
 
+    /// The entry booked by the first movement that came after the form's records: by the command that was made from
+    /// them, once it is accepted. Empty where that moved no money.
+    static std::string bookedEntry(const DividendForm& form, const LedgerSnapshot& snapshot);
+
     static DividendForm edited(DividendForm form, const RecordEdit& edit, const LedgerSnapshot& snapshot,
                                std::string_view locale);
 

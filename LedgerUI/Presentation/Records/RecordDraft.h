@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -60,6 +61,17 @@ const Record* find(const std::vector<Record>& records, std::string_view id)
 {
     const auto found = std::ranges::find(records, id, &Record::id);
     return found == records.end() ? nullptr : &*found;
+}
+
+/// The first of these records that was not there before; null where there is none. Records are only ever added.
+template <class Record>
+const Record* firstSince(const std::vector<Record>& before, const std::vector<Record>& now)
+{
+    std::unordered_set<std::string_view> known;
+    for (const auto& each : before)
+        known.insert(each.id);
+    const auto first = std::ranges::find_if(now, [&](const Record& each) { return !known.contains(each.id); });
+    return first == now.end() ? nullptr : &*first;
 }
 
 /// Whether there is anybody who is not archived.

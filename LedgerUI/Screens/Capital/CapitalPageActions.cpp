@@ -10,10 +10,13 @@
 #include "LedgerUI/Presentation/Capital/CapitalPlace.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Capital/CapitalActionForm.h"
 #include "LedgerUI/Screens/Capital/SectionExport.h"
 #include "LedgerUI/Screens/Dividends/DividendActionForm.h"
+#include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
 
 namespace {
 
@@ -54,8 +57,25 @@ template <class Form, class Route>
 void CapitalPageActions::open(const Route& route)
 {
     auto* form = new Form(m_store, route, m_page.window());
-    form->whenDone([this](const QString& remark) { Q_EMIT done(remark.isEmpty() ? text("done") : remark); });
+    form->whenDone([this](const RecordOutcome& outcome) { finish(outcome); });
     form->open();
+}
+
+/// What is recorded stays; receipts that failed are kept, to be tried again for the entry that was booked.
+void CapitalPageActions::finish(const RecordOutcome& outcome)
+{
+    Q_EMIT done(text("done"));
+    if (outcome.failed.empty())
+        return;
+    if (outcome.entryID.empty()) {
+        Q_EMIT done(
+            word(receiptWords(), "outcome", {std::to_string(outcome.uploaded), std::to_string(outcome.failed.size())}));
+        return;
+    }
+    auto* dialog = new AddReceiptsDialog(
+        m_store, {.entryID = outcome.entryID, .failed = outcome.failed, .uploaded = outcome.uploaded}, m_page.window());
+    connect(dialog, &AddReceiptsDialog::added, this, [this] { Q_EMIT done(word(receiptWords(), "add.done")); });
+    dialog->open();
 }
 
 Action CapitalPageActions::act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const
@@ -157,7 +177,10 @@ std::vector<Action> CapitalPageActions::exportActions(const CapitalFocus& focus)
         act("exportCapital", {}, isCapital && m_store.canExportCapital(), [this] { m_export->saveCapital(); });
     auto dividends = act("exportDividends", {}, !isCapital && MemberRights::canExportDividends(member),
                          [this] { m_export->saveDividends(); });
-    for (auto* each : {&capital, &dividends})
+    for (auto* each : {&capital, &dividends}) {
         each->glyph = QStringLiteral("box-arrow-up");
+        if (each->isOffered) // two actions must not share their keys
+            each->keys = KeyBindings::keys(Command::exportRows);
+    }
     return {std::move(capital), std::move(dividends)};
 }

@@ -12,6 +12,7 @@ class LedgerStore;
 class SectionExport;
 struct CapitalRoute;
 struct DividendRoute;
+struct RecordOutcome;
 
 /// What the page looks at, and its actions are about.
 struct CapitalFocus {
@@ -44,6 +45,7 @@ private:
     [[nodiscard]] Action act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const;
     template <class Form, class Route>
     void open(const Route& route);
+    void finish(const RecordOutcome& outcome);
 
     LedgerStore& m_store;
     QWidget& m_page;

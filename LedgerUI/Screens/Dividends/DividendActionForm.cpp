@@ -76,7 +76,7 @@ void DividendActionForm::present()
 void DividendActionForm::fillFromOwnership()
 {
     auto* form = new DividendActionForm(store(), {.action = std::string{DividendAction::fillFromOwnership}}, this);
-    form->whenDone([this](const QString& /*remark*/) {
+    form->whenDone([this](const RecordOutcome& /*outcome*/) {
         takeSnapshot();
         adoptForm(DividendForms::withDefaultRatios(this->form(), *snapshot(), locale()));
     });

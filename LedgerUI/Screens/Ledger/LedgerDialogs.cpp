@@ -37,19 +37,6 @@ const LedgerTransaction* entryOf(const SnapshotPointer& snapshot, const std::str
     return found == snapshot->transactions.end() ? nullptr : &*found;
 }
 
-/// "18 Nov · Expense · IDR −4,385,200"
-QString shortTextOf(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
-{
-    const auto& locale = InterfaceLanguage::tag();
-    const LedgerNames names{snapshot, locale};
-    QStringList parts{DayText::shortDate(entry.date, locale), qString(names.kind(entry))};
-    if (!entry.legs.empty()) {
-        const auto& leg = entry.legs.front();
-        parts << movementText(leg.amountMinor, leg.currency, locale).text();
-    }
-    return parts.join(QStringLiteral(" · "));
-}
-
 }
 
 LedgerDialogs::LedgerDialogs(LedgerStore& store, QWidget& page) : QObject{&page}, m_store{store}, m_page{page} {}
@@ -161,11 +148,8 @@ void LedgerDialogs::showReceipt(const std::string& entryID, std::size_t at)
 
 void LedgerDialogs::addReceipts(AddReceiptsDialog::Opening opening)
 {
-    const auto snapshot = m_store.snapshot();
-    const auto* entry = entryOf(snapshot, opening.entryID);
-    if (!entry)
+    if (!entryOf(m_store.snapshot(), opening.entryID))
         return;
-    opening.entryText = shortTextOf(*entry, *snapshot);
     auto* dialog = new AddReceiptsDialog(m_store, std::move(opening), m_page.window());
     connect(dialog, &AddReceiptsDialog::added, this, [this] { Q_EMIT done(word(receiptWords(), "add.done")); });
     dialog->open();

@@ -13,6 +13,7 @@
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Ledger/EntryText.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Screens/Receipts/ReceiptInput.h"
 #include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
@@ -32,8 +33,7 @@ std::size_t receiptsOn(const LedgerSnapshot& snapshot, const std::string& entryI
 }
 
 AddReceiptsDialog::AddReceiptsDialog(LedgerStore& store, Opening opening, QWidget* parent)
-    : CommandForm{store, parent}, m_entryID{std::move(opening.entryID)}, m_entryText{std::move(opening.entryText)},
-      m_uploaded{opening.uploaded}
+    : CommandForm{store, parent}, m_entryID{std::move(opening.entryID)}, m_uploaded{opening.uploaded}
 {
     setObjectName(QStringLiteral("addReceipts"));
     confirmButton().setObjectName(QStringLiteral("addReceiptsConfirm"));
@@ -68,7 +68,8 @@ AddReceiptsDialog::AddReceiptsDialog(LedgerStore& store, Opening opening, QWidge
 void AddReceiptsDialog::present()
 {
     setWindowTitle(word(receiptWords(), "add.title"));
-    m_head->setText(word(receiptWords(), "add.entry") + QLatin1Char{' '} + m_entryText);
+    m_head->setText(word(receiptWords(), "add.entry") + QLatin1Char{' '} +
+                    EntryText::brief(m_entryID, *snapshot(), locale()));
     m_hasNone = m_hasNone && m_uploads->all().empty();
     m_pane->setLocked(!m_linking.isEditing());
     presentStanding({.stage = m_linking.stage(),

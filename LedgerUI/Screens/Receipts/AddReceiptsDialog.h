@@ -16,7 +16,6 @@ public:
     /// What the dialog opens with.
     struct Opening {
         std::string entryID;
-        QString entryText{};                  // the entry as its reader knows it
         std::vector<ReceiptSource> sources{}; // to be uploaded at once
         std::vector<ReceiptUpload> failed{};  // of the form that recorded the entry
         std::size_t uploaded = 0;             // by that form
@@ -43,7 +42,6 @@ private:
     [[nodiscard]] Note note() const;
 
     std::string m_entryID;
-    QString m_entryText;
     std::size_t m_uploaded = 0; // receipts that are on the entry by now
     Linking m_linking{Form{}};
     ReceiptUploads* m_uploads = nullptr;

@@ -12,9 +12,17 @@
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Receipts/ReceiptUploads.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Screens/Records/RecordFormBody.h"
 #include "LedgerUI/Screens/Records/RecordReceipts.h"
+
+/// What is to be known of a command that was accepted.
+struct RecordOutcome {
+    std::string entryID = {};               // the entry that it booked; empty for none, or where it is not known
+    std::size_t uploaded = 0;               // receipts that are on it
+    std::vector<ReceiptUpload> failed = {}; // and those that are not
+};
 
 /// A form that sends one command of a section of the books. `Section` says what the form is made of and how it is
 /// sent. What is sent was made from the records as they are: a form that was opened on older ones shows that they have
@@ -49,9 +57,8 @@ public:
         present();
     }
 
-    /// Called once the command is accepted, with what a person is to know of it beside that; the form is about to
-    /// close.
-    void whenDone(std::function<void(const QString& remark)> done) { m_done = std::move(done); }
+    /// Called once the command is accepted and the form has closed.
+    void whenDone(std::function<void(const RecordOutcome& outcome)> done) { m_done = std::move(done); }
 
 protected:
     [[nodiscard]] RecordFormBody& body() const { return *m_body; }
@@ -231,9 +238,9 @@ private:
             return;
         if (reply) {
             m_submission.succeed();
-            if (m_done)
-                m_done(m_receipts ? m_receipts->whatIsMissing() : QString{});
             leave();
+            if (m_done)
+                m_done(outcome());
             return;
         }
         m_submission.fail(reply.error());
@@ -248,9 +255,18 @@ private:
             .setFocus(Qt::OtherFocusReason);
     }
 
+    [[nodiscard]] RecordOutcome outcome() const
+    {
+        if (!m_receipts)
+            return {};
+        return {.entryID = Section::bookedEntry(form(), *store().snapshot()),
+                .uploaded = m_receipts->attachmentIDs().size(),
+                .failed = m_receipts->failed()};
+    }
+
     Form m_initial;
     Submission<Form, Command> m_submission;
-    std::function<void(const QString&)> m_done;
+    std::function<void(const RecordOutcome&)> m_done;
     RecordFormBody* m_body = nullptr;
     TextLabel* m_foot = nullptr;
     QPushButton* m_reload = nullptr;

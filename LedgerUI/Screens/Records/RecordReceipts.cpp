@@ -2,9 +2,7 @@
 
 #include <utility>
 
-#include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptUploads.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Screens/Receipts/ReceiptInput.h"
 #include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
 
@@ -46,10 +44,7 @@ bool RecordReceipts::holdsBack()
     return m_isWaited;
 }
 
-QString RecordReceipts::whatIsMissing() const
+std::vector<ReceiptUpload> RecordReceipts::failed() const
 {
-    const auto failed = m_uploads->failed().size();
-    if (failed == 0)
-        return {};
-    return word(receiptWords(), "outcome", {std::to_string(m_uploads->attachmentIDs().size()), std::to_string(failed)});
+    return m_uploads->failed();
 }

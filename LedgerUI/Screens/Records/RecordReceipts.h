@@ -7,6 +7,7 @@
 
 class LedgerStore;
 class ReceiptUploads;
+struct ReceiptUpload;
 class ReceiptsPane;
 class QWidget;
 
@@ -30,8 +31,8 @@ public:
     /// The person goes on filling in the form.
     void stopWaiting() { m_isWaited = false; }
 
-    /// That some of them could not be uploaded, once the command is accepted; empty where all are with it.
-    [[nodiscard]] QString whatIsMissing() const;
+    /// Those that could not be uploaded.
+    [[nodiscard]] std::vector<ReceiptUpload> failed() const;
 
 Q_SIGNALS:
     void changed();

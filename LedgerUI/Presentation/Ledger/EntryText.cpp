@@ -1,0 +1,24 @@
+#include "LedgerUI/Presentation/Ledger/EntryText.h"
+
+#include <algorithm>
+
+#include <QStringList>
+
+#include "LedgerUI/Presentation/Ledger/LedgerNames.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+QString EntryText::brief(std::string_view entryID, const LedgerSnapshot& snapshot, std::string_view locale)
+{
+    const auto entry = std::ranges::find(snapshot.transactions, entryID, &LedgerTransaction::id);
+    if (entry == snapshot.transactions.end())
+        return {};
+    const LedgerNames names{snapshot, std::string{locale}};
+    QStringList parts{DayText::shortDate(entry->date, locale), qString(names.kind(*entry))};
+    if (!entry->legs.empty()) {
+        const auto& leg = entry->legs.front();
+        parts << movementText(leg.amountMinor, leg.currency, locale).text();
+    }
+    return parts.join(QStringLiteral(" · "));
+}
