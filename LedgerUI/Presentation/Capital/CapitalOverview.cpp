@@ -168,10 +168,10 @@ RecordRow rowOf(const Person& person, const std::vector<FigureColumn>& columns, 
     return row;
 }
 
-RecordRows ownersOf(const Figures& figures, std::string_view currency, std::string_view locale)
+RecordRows ownersOf(const std::vector<Person>& people, const Figures& figures, std::string_view currency,
+                    std::string_view locale)
 {
     RecordRows table;
-    const auto people = peopleOf(figures);
     const auto columns = columnsOf(figures);
     table.columns.push_back({.head = word(figures.contributed ? "column.owner" : "column.participant", locale),
                              .room = ColumnRoom::stretches});
@@ -270,7 +270,11 @@ CapitalOverviews::overview(const LedgerSnapshot& snapshot, const CapitalQuestion
     if (!figures)
         return std::unexpected(figures.error());
     CapitalOverview overview;
-    overview.owners = ownersOf(*figures, question.currency, locale);
+    const auto people = peopleOf(*figures);
+    overview.owners = ownersOf(people, *figures, question.currency, locale);
+    for (const auto& person : people)
+        overview.participants.push_back(person.participant ? figures->dividends->participants[*person.participant].id
+                                                           : std::string{});
     overview.latest = LatestRecords::rows(snapshot, question, today, locale);
     if (figures->contributed) {
         if (const auto& version = figures->contributed->ownershipVersion)

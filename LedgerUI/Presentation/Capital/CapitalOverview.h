@@ -33,6 +33,7 @@ struct CapitalOverview {
     QString since = {};   // from when the shares in force hold
     QString warning = {}; // the history is not complete
     RecordRows owners = {};
+    std::vector<std::string> participants = {}; // of each of these rows; empty for who has no part in dividends
     std::vector<QString> notes = {};
     std::vector<OwnershipBar> ownership = {}; // the latest first
     RecordRows latest = {};                   // the identifiers of rows are those of the entries in the ledger

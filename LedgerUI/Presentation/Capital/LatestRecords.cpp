@@ -28,6 +28,12 @@ QString dayOf(std::string_view day, std::string_view today, std::string_view loc
     return day.substr(0, 4) == today.substr(0, 4) ? DayText::shortDay(day, locale) : DayText::shortDate(day, locale);
 }
 
+/// What is struck through also says why: not everybody sees the line, and no reader speaks it.
+QString besides(const QString& text, std::string_view remark, std::string_view locale)
+{
+    return remark.empty() ? text : text + QStringLiteral(" · ") + wordIn(locale, capitalWords(), remark);
+}
+
 RecordRow rowOf(std::string id, const QString& day, RecordCell what, RecordCell amount)
 {
     return {.id = std::move(id),
@@ -38,7 +44,8 @@ RecordRow rowOf(const CapitalContribution& contribution, std::string_view today,
 {
     const bool isReversal = contribution.reversalOf.has_value();
     RecordCell what{.text = wordIn(locale, capitalWords(), isReversal ? "record.reversed" : "record.contribution"),
-                    .second = qString(contribution.participantName),
+                    .second = besides(qString(contribution.participantName),
+                                      contribution.reversedBy ? "remark.reversed" : "", locale),
                     .glyph = isReversal ? QStringLiteral("arrow-counterclockwise") : QStringLiteral("people"),
                     .glyphTone = isReversal ? RecordTone::quiet : RecordTone::capital};
     auto amount = RecordText::movement(contribution.amountMinor, contribution.currency, locale);
@@ -55,7 +62,8 @@ RecordRow rowOf(const CapitalContribution& contribution, std::string_view today,
 RecordRow rowOf(const DividendBatch& batch, std::string_view today, std::string_view locale)
 {
     RecordCell what{.text = wordIn(locale, capitalWords(), "record.allocation", {batch.period}),
-                    .second = countedIn(locale, capitalWords(), "participants", batch.lines.size()),
+                    .second = besides(countedIn(locale, capitalWords(), "participants", batch.lines.size()),
+                                      batch.cancelled ? "remark.cancelled" : "", locale),
                     .glyph = QStringLiteral("pie-chart"),
                     .glyphTone = RecordTone::dividend};
     auto amount = RecordText::amount(batch.amountMinor, batch.currency, locale);
@@ -70,10 +78,12 @@ RecordRow rowOf(const DividendBatch& batch, std::string_view today, std::string_
 RecordRow rowOf(const DividendMovement& movement, const DividendState& state, std::string_view today,
                 std::string_view locale)
 {
-    auto what = MovementText::title(movement, state, locale);
+    const auto* original = MovementText::undone(movement, state);
+    auto what = MovementText::title(movement, original, locale);
     const auto person = std::ranges::find(state.participants, movement.participantID, &DividendParticipant::id);
-    what.second = person == state.participants.end() ? QString{} : qString(person->name);
-    auto amount = MovementText::amount(movement, state, locale);
+    what.second = besides(person == state.participants.end() ? QString{} : qString(person->name),
+                          movement.reversedBy ? "remark.reversed" : "", locale);
+    auto amount = MovementText::amount(movement, original, locale);
     return rowOf(movement.transactionID.value_or("-" + movement.id), dayOf(movement.date, today, locale),
                  std::move(what), std::move(amount));
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "LedgerUI/Presentation/Dividends/DividendTables.h"
 #include "LedgerUI/Presentation/Records/CapitalQuestion.h"
 #include "LedgerUI/Presentation/Records/RecordFigure.h"
 #include "LedgerUI/Presentation/Records/RecordRow.h"
@@ -37,6 +38,13 @@ struct DividendBoard {
 };
 
 namespace DividendBoards {
+
+/// The allocations of the period and all that are not settled, the latest first; so also the advances.
+std::vector<const DividendBatch*> batches(const DividendTables& tables, const Period& period);
+DividendTables::Movements advancesOf(const DividendTables& tables, const Period& period);
+
+/// "IDR 125,000,000, booked on 31 July 2026".
+QString headOf(const DividendBatch& batch, std::string_view locale);
 
 /// The row that stands for all advances.
 inline constexpr std::string_view advances = "advances";

@@ -26,9 +26,9 @@ const DividendMovement* MovementText::undone(const DividendMovement& movement, c
     return found == state.movements.end() ? nullptr : &*found;
 }
 
-RecordCell MovementText::title(const DividendMovement& movement, const DividendState& state, std::string_view locale)
+RecordCell MovementText::title(const DividendMovement& movement, const DividendMovement* original,
+                               std::string_view locale)
 {
-    const auto* original = undone(movement, state);
     const auto& kind = original ? original->kind : movement.kind;
     RecordCell cell;
     if (movement.kind == Kind::reversal) {
@@ -42,9 +42,9 @@ RecordCell MovementText::title(const DividendMovement& movement, const DividendS
     return movement.reversedBy ? RecordText::struck(std::move(cell)) : cell;
 }
 
-RecordCell MovementText::amount(const DividendMovement& movement, const DividendState& state, std::string_view locale)
+RecordCell MovementText::amount(const DividendMovement& movement, const DividendMovement* original,
+                                std::string_view locale)
 {
-    const auto* original = undone(movement, state);
     const auto& kind = original ? original->kind : movement.kind;
     const auto sign = original ? -signOf(kind) : signOf(kind);
     auto cell = RecordText::movement(sign * movement.amountMinor, movement.currency, locale);

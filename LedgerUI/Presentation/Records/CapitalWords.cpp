@@ -37,6 +37,8 @@ const WordTable& capitalWords()
         {"action.reverseMovement", "冲销…", "Balikkan…", "Đảo…", "Reverse…"},
         {"action.exportCapital", "导出…", "Ekspor…", "Xuất…", "Export…"},
         {"action.exportDividends", "导出…", "Ekspor…", "Xuất…", "Export…"},
+        {"action.printStatement", "打印结算单…", "Cetak laporan pelunasan…", "In bảng kê thanh toán…",
+         "Print the settlement statement…"},
         {"action.openMovement", "在账本中打开", "Buka di buku besar", "Mở trong sổ cái", "Open in the ledger"},
 
         // heads
@@ -175,6 +177,7 @@ const WordTable& capitalWords()
          "This offset was later reversed and no longer reduces the dividend payable or unapplied advance. Its history "
          "remains and no cash flow was created."},
         {"remark.noCash", "无现金流", "Tanpa arus kas", "Không có dòng tiền", "No cash flow"},
+        {"remark.cancelled", "已取消", "dibatalkan", "đã hủy", "cancelled"},
         {"remark.reversed", "已冲销", "dibalik", "đã đảo", "reversed"},
         {"hint.cancel", "只有没有有效支付且未抵扣预支的分配才能取消。其历史予以保留。",
          "Hanya alokasi tanpa pembayaran yang berlaku atau uang muka yang diterapkan yang dapat dibatalkan. Riwayatnya "
@@ -189,6 +192,11 @@ const WordTable& capitalWords()
          "Anda dapat memakai satu peserta saja dengan alokasi 100%. Ia tidak memerlukan akun masuk.",
          "Có thể chỉ dùng một người tham gia với mức phân bổ 100%. Họ không cần tài khoản đăng nhập.",
          "You can use just one participant with a 100% allocation. They do not need a login account."},
+        {"allocations.title", "分配", "Alokasi", "Phân bổ", "Allocations"},
+        {"statement", "分红结算单", "Laporan pelunasan dividen", "Bảng kê thanh toán cổ tức",
+         "Dividend settlement statement"},
+        {"statement.note", "截止日为所选期间的最后一天。", "Tanggal batas adalah hari terakhir periode ini.",
+         "Ngày chốt là ngày cuối cùng của kỳ này.", "The cutoff is the last day of the period."},
         {"movements.title", "结算记录", "Riwayat pelunasan", "Lịch sử thanh toán", "Settlement"},
         {"dividends.none", "没有分配，也没有预支", "Belum ada alokasi atau uang muka", "Chưa có phân bổ hay tạm ứng",
          "No allocations and no advances"},

@@ -1,143 +1,18 @@
-#include <array>
-#include <map>
-#include <random>
-
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Dividends/DividendBook.h"
-#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
-#include "LedgerUI/Presentation/Capital/ContributionList.h"
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
-#include "LedgerUI/Presentation/tests/CapitalSample.h"
+#include "LedgerUI/Presentation/tests/CapitalWalk.h"
 
 // The figures of capital and dividends against the entries of the ledger, over random histories; and who may do what.
 
 namespace {
 
 constexpr auto english = "en-US";
-constexpr std::array people{"Budi", "Chen", "Huong"};
-constexpr std::array currencies{"IDR", "USD"};
-
-/// A year of capital and dividends in which everything happens that a person can do, in any order.
-class RandomYear {
-public:
-    explicit RandomYear(unsigned seed) : m_random{seed}
-    {
-        constexpr std::array ratios{"45", "30", "25"};
-        for (const auto* name : people)
-            m_sample.owner(name);
-        for (std::size_t at = 0; at < people.size(); ++at)
-            m_sample.participant(people[at], ratios[at]);
-        for (int step = 0; step < 300; ++step)
-            live(step);
-    }
-
-    [[nodiscard]] const LedgerSnapshot& books() const { return m_sample.books(); }
-    [[nodiscard]] int timesDone(int action) const { return m_done.contains(action) ? m_done.at(action) : 0; }
-    static constexpr int actions = 9;
-
-private:
-    std::size_t under(std::size_t count) { return std::uniform_int_distribution<std::size_t>{0, count - 1}(m_random); }
-    std::string amount(const std::string& currency, std::int64_t most)
-    {
-        const auto minor = std::uniform_int_distribution<std::int64_t>{1, std::max<std::int64_t>(1, most)}(m_random);
-        return Money::formatDigits(minor, currency, english);
-    }
-    template <class Record>
-    std::string anyOf(const std::vector<Record>& records)
-    {
-        return records.empty() ? "none" : records[under(records.size())].id;
-    }
-    template <class Built>
-    void take(int action, const Built& built)
-    {
-        if (!built)
-            return; // what the rules refuse does not happen
-        m_sample.apply(built);
-        ++m_done[action];
-    }
-
-    void live(int step)
-    {
-        using namespace std::chrono;
-        const auto day = LedgerDay::format(sys_days{year{2026} / January / 2} + days{step});
-        const CommandIssue issue{day, "walk"};
-        const auto action = static_cast<int>(under(actions));
-        if (action < 2)
-            takeCapital(action, issue);
-        else if (action < 5)
-            takeNew(action, issue);
-        else
-            takeSettlement(action, issue);
-    }
-    void takeCapital(int action, const CommandIssue& issue)
-    {
-        const auto& books = m_sample.books();
-        const std::string currency = currencies[under(2)];
-        if (action == 0)
-            return take(0, CapitalCommands::contribute(CapitalContext::of(books), issue,
-                                                       {.participantID = anyOf(books.capital->participants),
-                                                        .currency = currency,
-                                                        .amount = amount(currency, 900'000),
-                                                        .accountID = "Operating bank"},
-                                                       english));
-        const auto id = anyOf(books.capital->contributions);
-        take(1, CapitalCommands::reverse(CapitalContext::of(books, id), issue, id, {}));
-    }
-    void takeNew(int action, const CommandIssue& issue)
-    {
-        const auto context = DividendContext::of(m_sample.books());
-        const std::string currency = currencies[under(2)];
-        if (action == 2) {
-            std::vector<DividendCommands::ShareText> shares;
-            for (const auto& each : context.state.participants)
-                shares.push_back({each.id, std::to_string(each.ratioBps / 100)});
-            return take(
-                2,
-                DividendCommands::allocate(
-                    context, issue,
-                    {.period = issue.date, .currency = currency, .amount = amount(currency, 700'000), .shares = shares},
-                    english));
-        }
-        if (action == 3)
-            return take(3, DividendCommands::advance(context, issue,
-                                                     {.participantID = anyOf(context.state.participants),
-                                                      .currency = currency,
-                                                      .amount = amount(currency, 200'000),
-                                                      .accountID = "Operating bank"},
-                                                     english));
-        take(4, DividendCommands::cancelBatch(context, issue, anyOf(context.state.batches), {}));
-    }
-    void takeSettlement(int action, const CommandIssue& issue)
-    {
-        const auto& books = m_sample.books();
-        const auto context = DividendContext::of(books);
-        const auto movement = anyOf(books.dividends->movements);
-        const std::string currency = currencies[under(2)];
-        const DividendCommands::Settlement settled{.batchID = anyOf(books.dividends->batches),
-                                                   .participantID = anyOf(books.dividends->participants),
-                                                   .advanceID = movement,
-                                                   .amount = amount(currency, 150'000),
-                                                   .accountID = "Operating bank"};
-        if (action == 5)
-            return take(5, DividendCommands::pay(context, issue, settled, english));
-        if (action == 6)
-            return take(6, DividendCommands::apply(context, issue, settled, english));
-        if (action == 7)
-            return take(7, DividendCommands::returnAdvance(context, issue, settled, english));
-        take(8, DividendCommands::reverse(DividendContext::of(books, movement), issue, movement, {}));
-    }
-
-    CapitalSample m_sample{capitalGround()};
-    std::mt19937 m_random;
-    std::map<int, int> m_done;
-};
 
 /// What an entry of the ledger moved.
 std::int64_t moved(const LedgerSnapshot& books, const std::string& entryID)
@@ -184,6 +59,12 @@ LedgerFigures ledgerFigures(const LedgerSnapshot& books, const std::string& name
         if (each.participantID == owner && each.currency == currency)
             figures.contributed += moved(books, each.transactionID);
     }
+    std::int64_t before = 0; // by the baseline that was recorded last
+    for (const auto& each : books.capital->baselines) {
+        if (each.currency == currency)
+            before = std::ranges::find(each.entries, owner, &CapitalAmountLine::participantID)->amountMinor;
+    }
+    figures.contributed += before;
     const auto participant = idOf(books.dividends->participants, name);
     for (const auto& batch : books.dividends->batches) {
         for (const auto& line : batch.lines) {
@@ -213,12 +94,12 @@ TEST_P(CapitalFigures, EqualTheEntriesOfTheLedgerToTheMinorUnit)
     const RandomYear walked{GetParam()};
     const auto& books = walked.books();
     const auto year = Period::containing(Period::Span::year, std::chrono::year{2026} / std::chrono::January / 1);
-    for (const std::string currency : currencies) {
+    for (const std::string currency : walkedCurrencies) {
         const auto overview =
             CapitalOverviews::overview(books, {.period = year, .currency = currency}, "2026-12-31", english);
         ASSERT_TRUE(overview);
         const auto digits = [&](std::int64_t minor) { return RecordText::amount(minor, currency, english).text; };
-        for (const std::string name : people) {
+        for (const std::string name : walkedPeople) {
             const auto expected = ledgerFigures(books, name, currency);
             EXPECT_EQ(shown(*overview, name, "column.recorded"), digits(expected.contributed)) << name << currency;
             EXPECT_EQ(shown(*overview, name, "column.netPaid"), digits(expected.paidOut)) << name << currency;

@@ -149,7 +149,7 @@ TEST(CapitalOverview, TellsTheLatestRecordsWithTheirEntries)
     EXPECT_EQ(rows[0], "13 Nov | Contribution / Budi Santoso | +150,000,000");
     EXPECT_EQ(rows[1], "31 Oct | Allocation 2026 Q3 / 3 participants | 64,500,000");
     EXPECT_EQ(rows[5], "2 Sep | Reversed payment / 陈思远 | +13,500,000");
-    EXPECT_EQ(rows[6], "1 Sep | [Dividend payment / 陈思远] | [−13,500,000]");
+    EXPECT_EQ(rows[6], "1 Sep | [Dividend payment / 陈思远 · reversed] | [−13,500,000]");
     EXPECT_EQ(shown->latest.rows[0].id, "entry-c9") << "by which the ledger finds it";
     EXPECT_TRUE(shown->latest.rows[1].id.starts_with('-')) << "an allocation moves no money";
 }

@@ -45,6 +45,11 @@ CapitalOverviewTab::CapitalOverviewTab(QWidget* parent) : QWidget{parent}
         if (!id.empty() && !id.starts_with('-'))
             Q_EMIT entryWanted(QString::fromStdString(id));
     });
+    connect(m_owners, &RecordTable::opened, this, [this] {
+        const auto at = m_owners->currentIndex().row();
+        if (at >= 0 && static_cast<std::size_t>(at) < m_participants.size())
+            Q_EMIT settlementWanted(QString::fromStdString(m_participants[static_cast<std::size_t>(at)]));
+    });
     retranslate();
 }
 
@@ -123,6 +128,7 @@ void CapitalOverviewTab::present(const CapitalOverview& overview, const RecordIn
     m_banner->present(Banner::Kind::warn, overview.warning);
     m_banner->parentWidget()->setVisible(!overview.warning.isEmpty());
     m_owners->present(overview.owners, inks);
+    m_participants = overview.participants;
     QStringList notes;
     for (const auto& note : overview.notes)
         notes << note;

@@ -28,6 +28,8 @@ public:
     [[nodiscard]] QList<QWidget*> panes() const;
 
 Q_SIGNALS:
+    /// The settlement of a participant of dividends is wanted: the breakdown of their row.
+    void settlementWanted(const QString& participantID);
     void entryWanted(const QString& entryID);
 
 protected:
@@ -48,5 +50,6 @@ private:
     RecordHead* m_latestHead = nullptr;
     RecordTable* m_latest = nullptr;
     TextLabel* m_latestNone = nullptr;
+    std::vector<std::string> m_participants; // of the owners' rows
     QString m_since;
 };

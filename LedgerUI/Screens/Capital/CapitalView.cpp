@@ -15,6 +15,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
+#include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/PageHeader.h"
 #include "LedgerUI/Components/Page/PageTabs.h"
@@ -30,6 +31,7 @@
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Screens/Capital/CapitalOverviewTab.h"
 #include "LedgerUI/Screens/Capital/CapitalPageActions.h"
+#include "LedgerUI/Screens/Capital/CapitalPrinting.h"
 #include "LedgerUI/Screens/Capital/ContributionsTab.h"
 #include "LedgerUI/Screens/Dividends/DividendsTab.h"
 #include "LedgerUI/Screens/Records/RecordHead.h"
@@ -68,6 +70,8 @@ CapitalView::CapitalView(LedgerStore& store, QWidget* parent) : PageView{parent}
 {
     setObjectName(QStringLiteral("capitalView"));
     m_actions = new CapitalPageActions(store, *this);
+    m_printing = new ActionSet(this);
+    m_printing->present(CapitalPrinting::actions(store, {}, *this, {}));
     buildLayout();
     bind();
     adoptSnapshot();
@@ -118,8 +122,9 @@ void CapitalView::addPlace(CapitalModuleTab tab, QWidget* contents)
 void CapitalView::placeActions()
 {
     const auto action = [this](const char* id) { return (*m_actions)[id]; };
-    for (const auto* id : {"exportCapital", "exportDividends", "payAdvance", "participants"})
-        m_header->addSecondary(action(id));
+    for (auto* each : {action("exportCapital"), action("exportDividends"),
+                       (*m_printing)[QStringLiteral("printCapital")], action("payAdvance"), action("participants")})
+        m_header->addSecondary(each);
     for (const auto* id : {"contribute", "allocate"}) {
         auto* button = new PrimaryButton(m_header);
         followAction(*button, *action(id));
@@ -132,6 +137,7 @@ void CapitalView::placeActions()
     m_contributions->baselineHead().addAction(action("supersede"));
     m_contributions->setReverseAction(action("reverseContribution"));
     m_dividends->batchHead().addAction(action("cancelBatch"));
+    m_dividends->personHead().addGlyph((*m_printing)[QStringLiteral("printStatement")]);
     m_dividends->personHead().addAction(action("applyAdvance"));
     m_dividends->personHead().addAction(action("returnAdvance"));
     m_dividends->personHead().addAction(action("pay"), true);
@@ -156,6 +162,7 @@ void CapitalView::bind()
     connect(m_actions, &CapitalPageActions::done, this, &CapitalView::done);
     connect(m_actions, &CapitalPageActions::entryWanted, this, &CapitalView::showEntry);
     connect(m_overview, &CapitalOverviewTab::entryWanted, this, &CapitalView::showEntry);
+    connect(m_overview, &CapitalOverviewTab::settlementWanted, this, &CapitalView::showSettlement);
     connect(m_contributions, &ContributionsTab::entryWanted, this, &CapitalView::showEntry);
     connect(m_contributions, &ContributionsTab::chosenChanged, this, [this] {
         presentContribution();
@@ -367,6 +374,26 @@ void CapitalView::presentActions()
                         .contributionID = m_contributions->chosen(),
                         .choice = m_choice,
                         .movementID = m_dividends->chosenMovement()});
+    presentPrinting();
+}
+
+void CapitalView::presentPrinting()
+{
+    const bool isWhole = m_places.at(tab())->currentIndex() == 0;
+    const auto participant = tab() == CapitalModuleTab::dividends ? m_choice.participantID : std::string{};
+    m_printing->present(CapitalPrinting::actions(
+        m_store, {.tab = tab(), .question = m_question, .isWhole = isWhole, .participantID = participant}, *this,
+        [this](const QString& what) { Q_EMIT done(what); }));
+}
+
+/// The newest allocation that the participant has a part in, and how they stand in it.
+void CapitalView::showSettlement(const QString& participantID)
+{
+    if (participantID.isEmpty() || std::ranges::find(m_tabs, CapitalModuleTab::dividends) == m_tabs.end())
+        return;
+    m_wanted = {.participantID = participantID.toStdString()};
+    m_tabRow->choose(idOf(CapitalModuleTab::dividends));
+    present();
 }
 
 void CapitalView::showEntry(const QString& id)

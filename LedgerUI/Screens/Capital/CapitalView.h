@@ -7,6 +7,7 @@
 #include "LedgerUI/Presentation/Records/CapitalQuestion.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
+class ActionSet;
 class CapitalOverviewTab;
 class CapitalPageActions;
 class ContributionsTab;
@@ -43,6 +44,8 @@ private:
     void presentContribution();
     void presentDividends();
     void presentActions();
+    void presentPrinting();
+    void showSettlement(const QString& participantID);
     void showEntry(const QString& id);
     void showContents();
     void showUnavailable(const QString& why);
@@ -64,6 +67,7 @@ private:
     SegmentedControl* m_currency = nullptr;
     PageTabs* m_tabRow = nullptr;
     CapitalPageActions* m_actions = nullptr;
+    ActionSet* m_printing = nullptr;
     CapitalOverviewTab* m_overview = nullptr;
     ContributionsTab* m_contributions = nullptr;
     DividendsTab* m_dividends = nullptr;

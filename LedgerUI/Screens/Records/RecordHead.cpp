@@ -3,13 +3,15 @@
 #include <QAction>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QToolButton>
 
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/StyleProperty.h"
 
-void followAction(QPushButton& button, QAction& action)
+void followAction(QAbstractButton& button, QAction& action)
 {
     button.setObjectName(action.objectName() + QStringLiteral("Button"));
     const auto follow = [&button, &action] {
@@ -21,7 +23,7 @@ void followAction(QPushButton& button, QAction& action)
     };
     follow();
     QObject::connect(&action, &QAction::changed, &button, follow);
-    QObject::connect(&button, &QPushButton::clicked, &action, &QAction::trigger);
+    QObject::connect(&button, &QAbstractButton::clicked, &action, &QAction::trigger);
 }
 
 RecordHead::RecordHead(QWidget* parent) : QWidget{parent}
@@ -46,6 +48,23 @@ void RecordHead::setTexts(const QString& title, const QString& beside)
 void RecordHead::addAction(QAction* action, bool isPrimary)
 {
     auto* button = isPrimary ? static_cast<QPushButton*>(new PrimaryButton(this)) : new QPushButton(this);
+    followAction(*button, *action);
+    m_row->addWidget(button);
+}
+
+void RecordHead::addGlyph(QAction* action)
+{
+    auto* button = new QToolButton(this);
+    button->setFocusPolicy(Qt::StrongFocus);
+    button->setToolButtonStyle(Qt::ToolButtonIconOnly);
+    button->setMinimumSize(Space::control, Space::control);
+    setStyleProperty(button, "kind", QStringLiteral("outlined"));
+    const auto draw = [button, action] {
+        button->setIcon(action->icon());
+        button->setAccessibleName(action->text());
+    };
+    draw();
+    connect(action, &QAction::changed, button, draw);
     followAction(*button, *action);
     m_row->addWidget(button);
 }

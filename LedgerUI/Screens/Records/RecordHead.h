@@ -16,6 +16,8 @@ public:
     void setTexts(const QString& title, const QString& beside);
     /// A button that follows the action: its text, whether it can be pressed, and why not.
     void addAction(QAction* action, bool isPrimary = false);
+    /// Only the glyph of an action, which says its name as a tool tip.
+    void addGlyph(QAction* action);
 
 private:
     TextLabel* m_title = nullptr;
@@ -24,4 +26,4 @@ private:
 };
 
 /// Has a button say and do what the action says and does.
-void followAction(class QPushButton& button, QAction& action);
+void followAction(class QAbstractButton& button, QAction& action);

@@ -1,0 +1,242 @@
+#include <map>
+#include <numeric>
+#include <sstream>
+
+#include <gtest/gtest.h>
+
+#include "LedgerCore/Domain/Exports/CapitalCSV.h"
+#include "LedgerUI/Presentation/Capital/CapitalOverview.h"
+#include "LedgerUI/Presentation/Capital/ContributionList.h"
+#include "LedgerUI/Presentation/Dividends/DividendBoard.h"
+#include "LedgerUI/Presentation/Dividends/DividendPrint.h"
+#include "LedgerUI/Presentation/Records/RecordText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/tests/CapitalWalk.h"
+
+// What the lists, the settlement and its statement say, added up anew from the entries of the ledger and the records
+// alone, over random histories.
+
+namespace {
+
+constexpr auto english = "en-US";
+using Kind = std::string_view;
+
+CapitalQuestion all(std::string currency)
+{
+    return {.period = Period::allTime(), .currency = std::move(currency)};
+}
+
+Period quarter(int month)
+{
+    return Period::containing(Period::Span::quarter,
+                              std::chrono::year{2026} / std::chrono::month{static_cast<unsigned>(month)} / 1);
+}
+
+QString digits(std::int64_t minor, const std::string& currency)
+{
+    return RecordText::amount(minor, currency, english).text;
+}
+
+/// What each entry moved, by its id.
+std::map<std::string, std::int64_t> movedBy(const LedgerSnapshot& books)
+{
+    std::map<std::string, std::int64_t> moved;
+    for (const auto& entry : books.transactions)
+        moved[entry.id] = entry.legs.front().amountMinor;
+    return moved;
+}
+
+/// How a line or an advance stands at the end of a day by its movements and their reversals.
+struct Standing {
+    std::int64_t applied = 0;
+    std::int64_t cash = 0; // what entries moved: money out is below zero
+
+    [[nodiscard]] std::int64_t paid() const { return -cash; }
+};
+
+Standing standingOf(const LedgerSnapshot& books, const std::string& day, const auto& isAbout)
+{
+    const auto moved = movedBy(books);
+    std::map<std::string, const DividendMovement*> known;
+    for (const auto& each : books.dividends->movements)
+        known[each.id] = &each;
+    Standing standing;
+    for (const auto& each : books.dividends->movements) {
+        const auto& original = each.reversalOf ? *known.at(*each.reversalOf) : each;
+        if (each.date > day || !isAbout(original))
+            continue;
+        if (each.transactionID)
+            standing.cash += moved.at(*each.transactionID);
+        else
+            standing.applied += each.reversalOf ? -each.amountMinor : each.amountMinor;
+    }
+    return standing;
+}
+
+const PrintedTable* titled(const PrintedDocument& document, const QString& title)
+{
+    for (const auto& table : document.tables) {
+        if (table.title == title)
+            return &table;
+    }
+    return nullptr;
+}
+
+class CapitalProof : public testing::TestWithParam<unsigned> {
+protected:
+    RandomYear m_year{GetParam()};
+    const LedgerSnapshot& m_books = m_year.books();
+};
+
+}
+
+TEST_P(CapitalProof, ListsContributionsAsTheLedgerBookedThem)
+{
+    const auto moved = movedBy(m_books);
+    for (const std::string currency : walkedCurrencies) {
+        for (const int month : {1, 4, 7, 10}) {
+            const CapitalQuestion question{.period = quarter(month), .currency = currency};
+            const auto list = ContributionLists::list(m_books, question, english);
+            ASSERT_TRUE(list);
+            std::int64_t sum = 0;
+            std::size_t rows = 0;
+            for (const auto& each : m_books.capital->contributions) {
+                if (each.currency != currency || !question.period.contains(each.date))
+                    continue;
+                const auto row = std::ranges::find(list->rows.rows, each.id, &RecordRow::id);
+                ASSERT_NE(row, list->rows.rows.end());
+                EXPECT_EQ(row->cells.back().text,
+                          RecordText::movement(moved.at(each.transactionID), currency, english).text);
+                sum += moved.at(each.transactionID);
+                ++rows;
+            }
+            EXPECT_EQ(list->rows.rows.size(), rows);
+            EXPECT_EQ(list->rows.total->cells.back().text, digits(sum, currency)) << month;
+        }
+    }
+}
+
+TEST_P(CapitalProof, CountsTheBaselineInForceOnceHoweverOftenItIsCorrected)
+{
+    for (const std::string currency : walkedCurrencies) {
+        std::map<std::string, std::int64_t> recorded; // by owner: the last baseline and all entries
+        std::size_t corrected = 0;
+        const CapitalBaseline* last = nullptr;
+        for (const auto& each : m_books.capital->baselines) {
+            if (each.currency == currency) {
+                last = &each;
+                ++corrected;
+            }
+        }
+        const auto list = ContributionLists::list(m_books, all(currency), english);
+        EXPECT_EQ(list->baselines.size(), corrected) << "every correction stays to be seen";
+        for (std::size_t at = 0; last && at < last->entries.size(); ++at) {
+            recorded[last->entries[at].participantID] = last->entries[at].amountMinor;
+            EXPECT_EQ(list->baselines.front().lines[at].value,
+                      balanceText(last->entries[at].amountMinor, currency, english).text());
+        }
+        const auto moved = movedBy(m_books);
+        for (const auto& each : m_books.capital->contributions) {
+            if (each.currency == currency)
+                recorded[each.participantID] += moved.at(each.transactionID);
+        }
+        const auto overview = CapitalOverviews::overview(m_books, all(currency), "2026-12-31", english);
+        for (std::size_t at = 0; at < m_books.capital->participants.size(); ++at)
+            EXPECT_EQ(overview->owners.rows[at].cells[2].text,
+                      digits(recorded[m_books.capital->participants[at].id], currency));
+    }
+}
+
+TEST_P(CapitalProof, SettlesEveryLineByWhatTheEntriesMoved)
+{
+    for (const auto& batch : m_books.dividends->batches) {
+        for (const auto& line : batch.lines) {
+            const auto board = DividendBoards::board(
+                m_books, all(batch.currency), {.batchID = batch.id, .participantID = line.participantID}, english);
+            ASSERT_TRUE(board);
+            if (batch.cancelled) {
+                EXPECT_TRUE(board->equation.empty());
+                continue;
+            }
+            const auto standing = standingOf(m_books, "2027-12-31", [&](const DividendMovement& each) {
+                return each.batchID == batch.id && each.participantID == line.participantID;
+            });
+            const auto payable = line.amountMinor - standing.applied - standing.paid();
+            ASSERT_EQ(board->equation.size(), 4U);
+            const auto& figures = board->equation;
+            const auto text = [&](std::int64_t minor) { return balanceText(minor, batch.currency, english).figure(); };
+            EXPECT_EQ(figures[0].amount, text(line.amountMinor));
+            EXPECT_EQ(figures[1].amount, text(standing.applied));
+            EXPECT_EQ(figures[2].amount, text(standing.paid()));
+            EXPECT_EQ(figures[3].amount, text(payable));
+            const auto row = std::ranges::find(board->lines.rows, line.participantID, &RecordRow::id);
+            EXPECT_EQ(row->cells[3].text, digits(standing.applied, batch.currency));
+            EXPECT_EQ(row->cells[4].text, digits(standing.paid(), batch.currency));
+        }
+    }
+}
+
+TEST_P(CapitalProof, LeavesOfAnAdvanceWhatWasNeitherAppliedNorReturned)
+{
+    for (const auto& advance : m_books.dividends->movements) {
+        if (advance.kind != DividendMovementKind::advance || advance.reversedBy)
+            continue;
+        const auto board =
+            DividendBoards::board(m_books, all(advance.currency),
+                                  {.batchID = std::string{DividendBoards::advances}, .advanceID = advance.id}, english);
+        const auto uses = standingOf(m_books, "2027-12-31",
+                                     [&](const DividendMovement& each) { return each.advanceID == advance.id; });
+        ASSERT_EQ(board->equation.size(), 4U);
+        const auto text = [&](std::int64_t minor) { return balanceText(minor, advance.currency, english).figure(); };
+        EXPECT_EQ(board->equation[1].amount, text(uses.applied));
+        EXPECT_EQ(board->equation[2].amount, text(uses.cash));
+        EXPECT_EQ(board->equation[3].amount, text(advance.amountMinor - uses.applied - uses.cash));
+    }
+}
+
+TEST_P(CapitalProof, StatesAParticipantAsTheyStoodAtTheEndOfAnyQuarter)
+{
+    for (const std::string currency : walkedCurrencies) {
+        for (const int month : {1, 4, 7, 10}) {
+            const CapitalQuestion question{.period = quarter(month), .currency = currency};
+            const auto day = *question.throughDay();
+            for (const auto& person : m_books.dividends->participants) {
+                std::int64_t entitled = 0;
+                for (const auto& batch : m_books.dividends->batches) {
+                    const bool counts = batch.currency == currency && batch.date <= day &&
+                                        !(batch.cancelled && batch.cancelledDate.value_or("") <= day);
+                    const auto line = std::ranges::find(batch.lines, person.id, &DividendLine::participantID);
+                    entitled += counts && line != batch.lines.end() ? line->amountMinor : 0;
+                }
+                const auto about = [&](bool isSettlement) {
+                    return standingOf(m_books, day, [&](const DividendMovement& each) {
+                        return each.currency == currency && each.participantID == person.id &&
+                               each.batchID.has_value() == isSettlement;
+                    });
+                };
+                const auto settled = about(true);
+                const auto advances = about(false);
+                const auto document = DividendPrint::statement({.snapshot = m_books,
+                                                                .question = question,
+                                                                .locale = english,
+                                                                .moment = {.day = "2026-12-31", .time = "10:00"}},
+                                                               person.id);
+                ASSERT_TRUE(document);
+                const auto& sums = document->tables.front().rows;
+                const auto text = [&](std::int64_t minor) { return balanceText(minor, currency, english).text(); };
+                EXPECT_EQ(sums[2].cells[1].text, text(settled.applied + settled.paid())) << "settled at cutoff";
+                EXPECT_EQ(sums[3].cells[1].text, text(entitled - settled.applied - settled.paid())) << "unpaid";
+                EXPECT_EQ(sums[4].cells[1].text, text(advances.paid() - settled.applied)) << "left of advances";
+                if (const auto* lines = titled(*document, QStringLiteral("Allocations"))) {
+                    const auto& total = lines->rows.back().cells;
+                    EXPECT_EQ(total[2].text, digits(entitled, currency));
+                    EXPECT_EQ(total[3].text, digits(settled.applied, currency));
+                    EXPECT_EQ(total[4].text, digits(settled.paid(), currency));
+                    EXPECT_EQ(total[5].text, digits(entitled - settled.applied - settled.paid(), currency));
+                }
+            }
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, CapitalProof, testing::Range(1U, 9U));
