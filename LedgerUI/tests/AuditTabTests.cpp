@@ -32,6 +32,12 @@ struct AuditUnderTest : CompanyUnderTest {
         server.replace(trail, ServerReply::json(latest()));
         server.replace(std::string{trail} + "?below=41", ServerReply::json(earliest()));
     }
+    /// The table comes with the reply, the tab at once.
+    void openTrail()
+    {
+        openTab("auditTab");
+        screen.waitFor("auditTable");
+    }
     [[nodiscard]] bool asked(const std::string& query) const { return !server.requests(trail + query).empty(); }
 };
 
@@ -40,7 +46,7 @@ struct AuditUnderTest : CompanyUnderTest {
 TEST(CompanyAudit, TellsWhoDidWhatAndHowItStoodBefore)
 {
     AuditUnderTest under;
-    under.openTab("auditTable");
+    under.openTrail();
     under.screen.waitForText("Dewi Anggraini");
     EXPECT_EQ(under.screen.read("auditHeadline"),
               "Changed a member · Rizky Pratama · Dewi Anggraini · 20 Nov 2026, 02:14");
@@ -55,7 +61,7 @@ TEST(CompanyAudit, TellsWhoDidWhatAndHowItStoodBefore)
 TEST(CompanyAudit, GoesOnToTheFirstRecord)
 {
     AuditUnderTest under;
-    under.openTab("auditTable");
+    under.openTrail();
     under.screen.press("auditMore");
     under.screen.waitForText("POST /v2/unheard-of");
     EXPECT_TRUE(under.screen.says("A former member"));
@@ -70,7 +76,7 @@ TEST(CompanyAudit, IsNarrowedByTheService)
     under.server.replace(std::string{trail} + "?person=m2", ServerReply::json(latest("")));
     under.server.replace(std::string{trail} + "?person=m2&kind=sign-in", ServerReply::json(R"({"records":[]})"));
     under.server.replace(std::string{trail} + "?record=m4", ServerReply::json(latest("")));
-    under.openTab("auditTable");
+    under.openTrail();
     under.screen.pick("auditPerson", "Dewi");
     under.screen.waitUntil("it is asked for", [&] { return under.asked("?person=m2"); });
     under.screen.pick("auditKind", "Signed in");
