@@ -1,6 +1,7 @@
 #include "LedgerUI/Components/Page/PageTabs.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QHBoxLayout>
 #include <QShortcut>
@@ -11,6 +12,7 @@
 
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/Chip.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -39,10 +41,10 @@ PageTabs::PageTabs(const QString& row, QWidget* parent) : QFrame{parent}
     rows->addWidget(new Line(Qt::Horizontal, this));
     rows->addWidget(m_stack, 1);
     connect(m_row, &QTabBar::currentChanged, this, &PageTabs::follow);
-    connect(new QShortcut(QKeySequence{Qt::CTRL | Qt::Key_Tab}, this), &QShortcut::activated, this,
-            [this] { step(1); });
-    connect(new QShortcut(QKeySequence{Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab}, this), &QShortcut::activated, this,
-            [this] { step(-1); });
+    for (const auto& [command, by] : {std::pair{Command::nextTab, 1}, std::pair{Command::previousTab, -1}}) {
+        for (const auto& keys : KeyBindings::keys(command))
+            connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, steps = by] { step(steps); });
+    }
 }
 
 void PageTabs::setContents(const QString& id, QWidget* contents)

@@ -232,8 +232,12 @@ std::optional<std::int64_t> EntryAmountText::minor(const QString& text, std::str
 
 QString EntryAmountText::settled(const QString& text, std::string_view currency, std::string_view locale)
 {
-    const auto amount = minor(text, currency, locale);
-    return amount && *amount >= 0 ? qString(Money::formatDigits(*amount, currency, locale)) : text;
+    if (const auto amount = minor(text, currency, locale))
+        return *amount >= 0 ? qString(Money::formatDigits(*amount, currency, locale)) : text;
+    // A mark of the currency is taken off, as from an amount that is pasted.
+    const bool hasMark = std::ranges::any_of(
+        text, [](QChar each) { return each.isLetter() || each.category() == QChar::Symbol_Currency; });
+    return hasMark ? pasted(text, currency, locale).value_or(text) : text;
 }
 
 std::expected<QString, PasteRefusal> EntryAmountText::pasted(const QString& clipboard, std::string_view currency,

@@ -35,8 +35,8 @@ AmountText typed(const AmountText& before, const QString& after, int caret, std:
 /// What the text comes to in minor units, arithmetic included; nothing while it is no amount.
 std::optional<std::int64_t> minor(const QString& text, std::string_view currency, std::string_view locale);
 
-/// When the field is left: written as amounts are displayed if it can be read, arithmetic worked out; else as it
-/// stands.
+/// When the field is left: written as amounts are displayed if it can be read, arithmetic worked out and marks of the
+/// currency taken off; else as it stands.
 QString settled(const QString& text, std::string_view currency, std::string_view locale);
 
 /// A pasted amount in the separators of `locale`. Refused when it is not one amount in this currency: several lines or

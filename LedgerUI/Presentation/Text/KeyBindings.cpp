@@ -19,6 +19,9 @@ constexpr std::array bindings{
     KeyBinding{Command::print, KeyScope::everywhere, "Ctrl+P", "print"},
     KeyBinding{Command::nextPane, KeyScope::everywhere, "F6", "nextPane"},
     KeyBinding{Command::previousPane, KeyScope::everywhere, "Shift+F6", "previousPane"},
+    KeyBinding{Command::nextTab, KeyScope::everywhere, "Ctrl+Tab", "nextTab"},
+    KeyBinding{Command::previousTab, KeyScope::everywhere, "Ctrl+Shift+Tab", "previousTab"},
+    KeyBinding{Command::contextMenu, KeyScope::everywhere, "Shift+F10", "contextMenu"},
     KeyBinding{Command::newEntry, KeyScope::ledger, "Ctrl+N", "newEntry"},
     KeyBinding{Command::newIncome, KeyScope::ledger, "Ctrl+Shift+I", "newIncome"},
     KeyBinding{Command::newTransfer, KeyScope::ledger, "Ctrl+Shift+T", "newTransfer"},
@@ -37,6 +40,9 @@ constexpr std::array bindings{
     KeyBinding{Command::exportRows, KeyScope::ledger, "Ctrl+E", "exportRows"},
     KeyBinding{Command::confirmForm, KeyScope::form, "Ctrl+Return Ctrl+Enter", "confirmForm"},
     KeyBinding{Command::confirmAndNew, KeyScope::form, "Ctrl+Shift+Return Ctrl+Shift+Enter", "confirmAndNew"},
+    KeyBinding{Command::laterDay, KeyScope::form, "+ Up", "laterDay"},
+    KeyBinding{Command::earlierDay, KeyScope::form, "- Down", "earlierDay"},
+    KeyBinding{Command::pasteReceipts, KeyScope::form, "Ctrl+V", "pasteReceipts"},
 };
 
 const KeyBinding& binding(Command command)

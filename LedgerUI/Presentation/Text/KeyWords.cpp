@@ -21,6 +21,10 @@ const WordTable& keyWords()
         {"print", "打印或存为 PDF", "Cetak atau simpan sebagai PDF", "In hoặc lưu thành PDF", "Print or save as PDF"},
         {"nextPane", "下一个区域", "Panel berikutnya", "Vùng tiếp theo", "Next pane"},
         {"previousPane", "上一个区域", "Panel sebelumnya", "Vùng trước", "Previous pane"},
+        {"nextTab", "下一个标签页", "Tab berikutnya", "Thẻ kế tiếp", "Next tab"},
+        {"previousTab", "上一个标签页", "Tab sebelumnya", "Thẻ trước", "Previous tab"},
+        {"contextMenu", "打开所选项的菜单", "Buka menu pilihan", "Mở trình đơn của mục đang chọn",
+         "Open the menu of what is chosen"},
         {"newEntry", "新建记录", "Catatan baru", "Bút toán mới", "New entry"},
         {"newIncome", "新建收入", "Pemasukan baru", "Khoản thu mới", "New income"},
         {"newTransfer", "新建内部划拨", "Transfer baru", "Chuyển nội bộ mới", "New transfer"},
@@ -46,6 +50,10 @@ const WordTable& keyWords()
         {"confirmForm", "提交表单", "Kirim formulir", "Xác nhận biểu mẫu", "Confirm the form"},
         {"confirmAndNew", "保存并新建下一笔", "Simpan dan buat catatan baru", "Lưu và thêm bút toán mới",
          "Save and begin a new entry"},
+        {"laterDay", "日期加一天", "Satu hari lebih lambat", "Muộn hơn một ngày", "One day later"},
+        {"earlierDay", "日期减一天", "Satu hari lebih awal", "Sớm hơn một ngày", "One day earlier"},
+        {"pasteReceipts", "粘贴票据图片或文件", "Tempel gambar atau berkas bukti", "Dán ảnh hoặc tệp chứng từ",
+         "Paste a receipt's picture or file"},
     };
     return words;
 }

@@ -166,6 +166,18 @@ INSTANTIATE_TEST_SUITE_P(
         PasteCase{"Dash", "1250000,-", "IDR", "id", "1250000"}),
     nameOf);
 
+TEST(EntryAmountText, TakesATypedMarkOffWhereItIsTheCurrencys)
+{
+    const auto left = [](const char* text, const char* currency) {
+        return EntryAmountText::settled(QString::fromUtf8(text), currency, "id-ID").toStdString();
+    };
+    EXPECT_EQ(left("Rp 1.250.000", "IDR"), "1.250.000");
+    EXPECT_EQ(left("$12,50", "USD"), "12,50");
+    EXPECT_EQ(left("Rp 1.250.000", "USD"), "Rp 1.250.000") << "another currency";
+    EXPECT_EQ(left("12.50", "USD"), "12.50") << "typed without a mark it may mean either";
+    EXPECT_EQ(left("a dozen", "USD"), "a dozen");
+}
+
 TEST(EntryAmountText, TellsWhyAPasteIsRefused)
 {
     const auto why = [](const char* clipboard) {

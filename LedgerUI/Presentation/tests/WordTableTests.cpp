@@ -229,3 +229,13 @@ TEST(WordTables, CallOneThingByOneName)
         }
     }
 }
+
+TEST(KeyBindings, HoldEveryShortcutOfTheWindow)
+{
+    // Whatever a source spells by itself is missing in the list of all keys.
+    static const std::regex spelled{R"((QShortcut\(|QKeySequence[({])\s*(QKeySequence[({]|Qt::|QStringLiteral))"};
+    for (const auto& [path, text] : sources()) {
+        if (!path.ends_with("KeyBindings.cpp"))
+            EXPECT_FALSE(std::regex_search(text, spelled)) << path;
+    }
+}
