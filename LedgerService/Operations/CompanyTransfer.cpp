@@ -115,6 +115,8 @@ CompanyTransfer::Imported import(const UnpackedArchive& archive, const std::stri
     imported.entries = report.entries;
     imported.receipts = report.receipts;
     transaction.commit();
+    if (!connection.dialect().isFile())
+        connection.execute("ANALYZE"); // so many rows at once change how they are best read
     return imported;
 }
 

@@ -27,8 +27,10 @@ namespace LedgerService {
 
 namespace {
 
+constexpr std::int64_t funds = 80'000;
+
 /// The sample company in a database that several processes serve; its books have no start date, so that entries of the
-/// real today fit.
+/// real today fit. Rudi's float has some funds and takes no expense beyond them.
 class SharedBooks {
 public:
     explicit SharedBooks(TestDatabase::Isolation isolation) : database(folder, isolation)
@@ -40,8 +42,9 @@ public:
         foundSample(*loan, "sample");
         Query{*loan, "UPDATE companies SET bookkeeping_start_date = NULL"}.run();
         const auto now = std::chrono::system_clock::now();
-        SessionRepository::insert(*loan, Token::hash(token), {"sample", "mira"}, LedgerDay::stamp(now),
-                                  LedgerDay::stamp(now + std::chrono::hours{1}));
+        for (const auto& [member, token] : {std::pair{"mira", mira}, {"rudi", rudi}})
+            SessionRepository::insert(*loan, Token::hash(token), {"sample", member}, LedgerDay::stamp(now),
+                                      LedgerDay::stamp(now + std::chrono::hours{1}));
         transaction.commit();
     }
 
@@ -51,17 +54,30 @@ public:
                                                 std::vector<std::string>{"--files", database.files(), "--demo", "off"});
     }
 
-    [[nodiscard]] HttpAnswer refund(HttpClient& client, const std::string& key, std::int64_t amountMinor) const
+    [[nodiscard]] HttpAnswer fund(HttpClient& client) const
     {
-        auto input = SampleBooks::refund(amountMinor);
-        input.date = LedgerDay::localGregorian().day(std::chrono::system_clock::now());
-        input.idempotencyKey = key;
-        return client.send("POST", "/v1/transactions", token, Json::encode(input), "Prefer: return=minimal\r\n");
+        return post(client, mira, "funding", SampleBooks::funding(funds));
+    }
+
+    [[nodiscard]] HttpAnswer spend(HttpClient& client, const std::string& key, std::int64_t amountMinor) const
+    {
+        auto input = SampleBooks::expense(amountMinor);
+        input.sourceAccountID = "float";
+        return post(client, rudi, key, std::move(input));
     }
 
     TemporaryFolder folder;
     TestDatabase database;
-    std::string token = Token::issue();
+    std::string mira = Token::issue();
+    std::string rudi = Token::issue();
+
+private:
+    static HttpAnswer post(HttpClient& client, const std::string& token, const std::string& key, TransactionInput input)
+    {
+        input.date = LedgerDay::localGregorian().day(std::chrono::system_clock::now());
+        input.idempotencyKey = key;
+        return client.send("POST", "/v1/transactions", token, Json::encode(input), "Prefer: return=minimal\r\n");
+    }
 };
 
 /// How many answers of each kind came, by their status and code.
@@ -87,8 +103,8 @@ constexpr int writers = 20;
 
 struct Load {
     int posts;           // of each writer
-    std::int64_t amount; // of each refund
-    int fitting;         // how many of all stay within the 80,000 that may be refunded
+    std::int64_t amount; // of each expense
+    int fitting;         // how many of all the funds are enough for
 };
 
 /// Has all writers post at once, at both processes in turn; some posts are sent again, to the other one.
@@ -101,10 +117,10 @@ void postAll(const SharedBooks& books, const std::array<std::uint16_t, 2>& ports
             HttpClient other{ports.at((writer + 1) % 2)};
             for (int at = 0; at < load.posts; ++at) {
                 const auto key = fmt::format("{}-{}", writer, at);
-                const auto answer = books.refund(client, key, load.amount);
+                const auto answer = books.spend(client, key, load.amount);
                 answers.add(answer);
                 if (at % 10 == 0)
-                    EXPECT_EQ(books.refund(other, key, load.amount).status, answer.status) << "of the other process";
+                    EXPECT_EQ(books.spend(other, key, load.amount).status, answer.status) << "of the other process";
             }
         });
 }
@@ -113,16 +129,18 @@ void postAtOnce(TestDatabase::Isolation isolation, const Load& load)
 {
     const SharedBooks books{isolation};
     const std::array processes{books.serve(), books.serve()};
+    HttpClient first{processes[0]->port()};
+    ASSERT_EQ(books.fund(first).status, 200);
     Answers answers;
     postAll(books, {processes[0]->port(), processes[1]->port()}, load, answers);
     EXPECT_EQ(answers.counts(),
               (std::map<std::string, int>{{"200 ", load.fitting},
-                                          {"409 refund_limit", writers * load.posts - load.fitting}}));
+                                          {"409 insufficient_funds", writers * load.posts - load.fitting}}));
     const auto opened = Database::openExisting(books.database.name());
     ASSERT_TRUE(opened.has_value()) << opened.error();
     const auto loan = (*opened)->borrow();
-    EXPECT_EQ(EntryRepository::all(*loan, "sample").size(), 4U + static_cast<unsigned>(load.fitting));
-    EXPECT_EQ(AccountRepository::find(*loan, "sample", "refunds")->balance("IDR"), 50'000 - load.fitting * load.amount);
+    EXPECT_EQ(EntryRepository::all(*loan, "sample").size(), 5U + static_cast<unsigned>(load.fitting));
+    EXPECT_EQ(AccountRepository::find(*loan, "sample", "float")->balance("IDR"), funds - load.fitting * load.amount);
     EXPECT_EQ(Verify::run(*loan, books.database.files()).problems, std::vector<std::string>{});
 }
 
