@@ -41,7 +41,7 @@ CompanyFounding foundingOf(std::size_t entryCount)
 
 void ServedBooks::write(const std::string& databaseFile, std::size_t entryCount)
 {
-    for (const auto* each : {"", "-wal", "-shm"})
+    for (const auto* each : {"", "-wal", "-shm"}) // of a file
         std::filesystem::remove(databaseFile + each);
     const auto founding = foundingOf(entryCount);
     const auto database = Database::open(databaseFile);

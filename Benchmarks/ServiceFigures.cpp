@@ -12,6 +12,7 @@
 #include <fmt/core.h>
 
 #include "Benchmarks/BareCommits.h"
+#include "Benchmarks/BareServedCommits.h"
 #include "Benchmarks/BareTransfer.h"
 #include "Benchmarks/Samples.h"
 #include "Benchmarks/ServedBooks.h"
@@ -23,6 +24,7 @@
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/HttpClient.h"
 #include "LedgerService/testing/ServiceProcess.h"
 
@@ -37,6 +39,7 @@ constexpr std::size_t readersOfAnAddress = 100;
 struct Options {
     std::string program;
     std::string folder;
+    std::string server; // address; empty: the database is a file
     std::size_t entries = 100'000;
     int seconds = 2;
     int repetitions = 5;
@@ -131,9 +134,9 @@ void checkKept(std::uint16_t port, std::size_t expected)
 
 /// The disk's pace changes from minute to minute, so that what is compared takes turns, and what the service computes
 /// for an entry is told apart from its waiting.
-void measurePosting(const Options& options, const std::string& bareFile, const ServiceProcess& service,
-                    const SignedIn& signedIn)
+void measurePosting(const Options& options, const ServiceProcess& service, const SignedIn& signedIn)
 {
+    const auto bareFile = (std::filesystem::path{options.folder} / "bare.sqlite").string();
     const auto port = service.port();
     std::chrono::nanoseconds computing{};
     std::vector<std::size_t> bare;
@@ -142,7 +145,10 @@ void measurePosting(const Options& options, const std::string& bareFile, const S
     Samples crowded;
     auto expected = options.entries + 1 + post(options, port, signedIn, 1).count(); // until the log has its size
     for (int each = 0; each < options.repetitions; ++each) {
-        bare.push_back(bareCommits(bareFile, std::chrono::seconds{options.seconds}).count());
+        const std::chrono::seconds turn{options.seconds};
+        const auto commits =
+            options.server.empty() ? bareCommits(bareFile, turn) : bareServedCommits(options.server, turn);
+        bare.push_back(commits.count());
         for (std::size_t at = 0; at < crowds.size(); ++at) {
             const auto before = service.processorTime();
             const auto posted = post(options, port, signedIn, crowds[at]);
@@ -264,16 +270,25 @@ void measureSlowReaders(const ServiceProcess& service, const SignedIn& signedIn)
     others.print("  others are answered meanwhile");
 }
 
+/// The address of a schema of its own on the server, without what an earlier run left there.
+std::string emptySchema(const std::string& address)
+{
+    Connection connection{address};
+    connection.execute("DROP SCHEMA IF EXISTS figures CASCADE");
+    connection.execute("CREATE SCHEMA figures");
+    return address + "?options=-c%20search_path%3Dfigures";
+}
+
 void measure(const Options& options)
 {
-    const auto folder = std::filesystem::path{options.folder};
-    const auto file = (folder / "served.sqlite").string();
-    ServedBooks::write(file, options.entries);
-    const ServiceProcess service{options.program, file};
+    const auto file = (std::filesystem::path{options.folder} / "served.sqlite").string();
+    const auto database = options.server.empty() ? file : emptySchema(options.server);
+    ServedBooks::write(database, options.entries);
+    const ServiceProcess service{options.program, database, {"--files", file}};
     const auto signedIn = signIn(service.port());
-    measureSnapshot(options, file, service, signedIn);
+    measureSnapshot(options, database, service, signedIn);
     measureSlowReaders(service, signedIn);
-    measurePosting(options, (folder / "bare.sqlite").string(), service, signedIn);
+    measurePosting(options, service, signedIn);
 }
 
 }
@@ -285,6 +300,8 @@ int main(int argc, char** argv)
     CLI::App app{"Measures the ledger service beside what its disk and network do alone."};
     app.add_option("--program", options.program, "The service's program")->required();
     app.add_option("--folder", options.folder, "Where the database is made; its disk is what is measured")->required();
+    app.add_option("--server", options.server,
+                   "Address of a PostgreSQL that the database is made on instead of a file");
     app.add_option("--entries", options.entries, "Entries that the ledger holds before")->capture_default_str();
     app.add_option("--seconds", options.seconds, "How long each turn of posting lasts")->capture_default_str();
     app.add_option("--repetitions", options.repetitions, "How many turns each takes")->capture_default_str();

@@ -44,15 +44,16 @@ class ServedByAProcess : public testing::Test {
 protected:
     void SetUp() override
     {
-        const auto database = Database::open(file);
-        ASSERT_TRUE(database.has_value());
-        const auto loan = (*database)->borrow();
+        const auto opened = Database::open(file);
+        ASSERT_TRUE(opened.has_value()) << opened.error();
+        const auto loan = (*opened)->borrow();
         Transaction transaction{*loan, Transaction::Mode::writing};
         foundSample(*loan, "sample");
         (*loan).execute("UPDATE companies SET bookkeeping_start_date = NULL");
         transaction.commit();
         using std::filesystem::perms;
-        std::filesystem::permissions(file, perms::owner_read | perms::owner_write);
+        if (!TestDatabase::server())
+            std::filesystem::permissions(file, perms::owner_read | perms::owner_write);
     }
 
     static AuthReply signIn(const ServiceProcess& process)
@@ -74,7 +75,9 @@ protected:
     }
 
     TemporaryFolder folder;
-    std::string file = folder.file("books.sqlite");
+    TestDatabase database{folder};
+    const std::string& file = database.name(); // or its address, in those tests that take one
+    std::vector<std::string> withFiles{"--files", database.files()};
 };
 
 /// A socket that a service manager opens, and the way in which it starts a program with it.
@@ -124,7 +127,7 @@ std::string expenseToday(const std::string& key)
 
 TEST_F(ServedByAProcess, KeepsWhatItConfirmedAndNothingHalfDoneWhenKilledInTheMiddleOfWrites)
 {
-    ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file};
+    ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file, withFiles};
     ASSERT_NE(process.port(), 0);
     const auto token = signIn(process).token;
     std::atomic<std::int64_t> confirmed = 0;
@@ -150,7 +153,7 @@ TEST_F(ServedByAProcess, KeepsWhatItConfirmedAndNothingHalfDoneWhenKilledInTheMi
     process.kill();
     writers.clear();
 
-    ServiceProcess restarted{TALLYFOLD_SERVICE_PROGRAM, file};
+    ServiceProcess restarted{TALLYFOLD_SERVICE_PROGRAM, file, withFiles};
     const auto snapshot = signIn(restarted).snapshot;
     const auto recorded = static_cast<std::int64_t>(snapshot.transactions.size()) - 4; // four came with the sample
     EXPECT_GE(recorded, confirmed.load());
@@ -166,7 +169,7 @@ TEST_F(ServedByAProcess, KeepsWhatItConfirmedAndNothingHalfDoneWhenKilledInTheMi
     EXPECT_EQ(signIn(restarted).snapshot.account("bank")->balance("IDR"), 1'000'000 - 10 * (confirmed + writerCount))
         << "sent again, each is there once";
     EXPECT_EQ(restarted.stop(), 0);
-    EXPECT_EQ(run("verify --database " + file), 0);
+    EXPECT_EQ(run(fmt::format("verify --database '{}' --files {}", file, database.files())), 0);
 }
 
 TEST_F(ServedByAProcess, AnswersOnTheSocketThatItWasHandedOverWithWhatCameBeforeItsStart)
@@ -249,7 +252,7 @@ TEST_F(ServedByAProcess, OffersTheDemonstrationOnLoopbackUnlessToldOtherwise)
 TEST_F(ServedByAProcess, FoundsACompanyWhoseOwnerSignsIn)
 {
     const auto create = [&](const std::string& password, const std::string& email, const std::string& more = "") {
-        const auto command = fmt::format("printf '{}\\n' | {} create-company --database {} --name 'Toko Baru' "
+        const auto command = fmt::format("printf '{}\\n' | {} create-company --database '{}' --name 'Toko Baru' "
                                          "--owner-name Dewi --owner-email {} {} > /dev/null 2>&1",
                                          password, TALLYFOLD_SERVICE_PROGRAM, file, email, more);
         return WEXITSTATUS(std::system(command.c_str()));
@@ -261,7 +264,7 @@ TEST_F(ServedByAProcess, FoundsACompanyWhoseOwnerSignsIn)
     EXPECT_EQ(create("long enough\\r", "Dewi@toko.example", "--country ID --locale id-ID"), 0);
     EXPECT_NE(create("long enough", "dewi@toko.example"), 0) << "the address is taken";
 
-    const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file};
+    const ServiceProcess process{TALLYFOLD_SERVICE_PROGRAM, file, withFiles};
     HttpClient client{process.port()};
     const auto answer =
         client.send("POST", "/v1/auth/login", "", R"({"email":"dewi@toko.example","password":"long enough"})");
