@@ -12,7 +12,7 @@ _tallyfold_service()
     fi
     case $before in
     --registration) mapfile -t COMPREPLY < <(compgen -W "review open closed" -- "$word") && return ;;
-    --database | --config | --to | --from | --smtp-password-file | --smtp-ca | --tls-certificate | --tls-key | --mail-spool)
+    --database | --files | --config | --to | --from | --smtp-password-file | --smtp-ca | --tls-certificate | --tls-key | --mail-spool)
         compopt -o filenames
         mapfile -t COMPREPLY < <(compgen -f -- "$word")
         return
