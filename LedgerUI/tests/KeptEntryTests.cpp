@@ -1,6 +1,6 @@
-#include <gtest/gtest.h>
-
+#include <QAction>
 #include <QLineEdit>
+#include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
@@ -104,6 +104,48 @@ TEST_F(SessionThatEnds, BringsAnEntryThatWasNeverJudgedBackToBeChangedOrSent)
     under.screen.waitUntilGone("transactionForm");
     ASSERT_EQ(posted().size(), 2U);
     EXPECT_EQ(posted()[1], posted()[0]);
+}
+
+TEST_F(SessionThatEnds, TakesUpWhatWasTypedAndNeverSent)
+{
+    const auto isOffered = [&] {
+        return under.window.findChild<QAction*>(QStringLiteral("newEntry.draft"))->isVisible();
+    };
+    EXPECT_EQ(resultOf(under.store.logout()), Result<void>{});
+    under.screen.waitFor("signInView");
+    signIn();
+    under.screen.waitFor("ledgerView");
+    EXPECT_FALSE(under.screen.shows("transactionForm")) << "it comes when it is asked for";
+    ASSERT_TRUE(isOffered());
+    under.screen.choose("newEntryKinds", "newEntry.draft");
+    under.screen.waitFor("transactionForm");
+    EXPECT_EQ(under.screen.read("entryAmount"), "12.50");
+    under.screen.fill("entryAmount", "13.5");
+    under.screen.press("entryCancel");
+    under.screen.press("questionConfirm");
+    under.screen.waitUntilGone("transactionForm");
+    ASSERT_TRUE(isOffered()) << "after Cancel as well";
+    under.screen.choose("newEntryKinds", "newEntry.draft");
+    under.screen.waitFor("transactionForm");
+    EXPECT_EQ(under.screen.read("entryAmount"), "13.50");
+    answer(ServerReply::json(R"({"id":"e9"})"));
+    under.screen.press("entrySave");
+    under.screen.waitUntilGone("transactionForm");
+    EXPECT_EQ(posted().size(), 1U);
+    EXPECT_FALSE(isOffered());
+}
+
+TEST_F(SessionThatEnds, NeverOffersWhatWasSentAsADraft)
+{
+    answer(ServerReply::dropped());
+    under.screen.press("entrySave");
+    under.screen.waitForText("Retry original request");
+    EXPECT_FALSE(under.window.findChild<QAction*>(QStringLiteral("newEntry.draft"))->isVisible())
+        << "it may be recorded already";
+    answer(ServerReply::error(422, "invalid_entry"));
+    under.screen.press("entrySave");
+    under.screen.waitUntil("it can be changed", [&] { return under.screen.offers("entryAmount"); });
+    EXPECT_TRUE(under.window.findChild<QAction*>(QStringLiteral("newEntry.draft"))->isVisible());
 }
 
 TEST_F(SessionThatEnds, OffersAnEntryThatWasGivenUpNoMore)

@@ -29,13 +29,15 @@ SnapshotBuilder books()
     return builder;
 }
 
-LedgerListing listing(const SnapshotBuilder& shown, LedgerFilter filter, std::string_view locale = english)
+LedgerListing listing(const SnapshotBuilder& shown, LedgerFilter filter, std::string_view locale = english,
+                      LedgerGrouping grouping = LedgerGrouping::none)
 {
     auto book =
         std::make_shared<const LedgerBook>(std::make_shared<const LedgerSnapshot>(shown.build()), std::string{locale});
-    return listingOf(
-        std::move(book),
-        {.filter = std::move(filter), .sort = {}, .today = std::chrono::year{2026} / std::chrono::November / 20});
+    return listingOf(std::move(book), {.filter = std::move(filter),
+                                       .sort = {},
+                                       .today = std::chrono::year{2026} / std::chrono::November / 20,
+                                       .grouping = grouping});
 }
 
 Period november()
@@ -94,6 +96,16 @@ TEST(LedgerPrint, ShowsTheEntriesInTheirOrderWithTheirTotals)
     EXPECT_EQ(document.fileName.toStdString(), "tallyfold-ledger-2026-11-01_2026-11-30");
 }
 
+TEST(LedgerPrint, HeadsEachDayWhereThePageDoes)
+{
+    const auto document = LedgerPrint::list(
+        listing(books(), {.period = november(), .kinds = {"expense", "income"}}, english, LedgerGrouping::byDay),
+        moment);
+    EXPECT_EQ(said(document.tables[0]).front(), "Wed 18 November 2026 · 1 entry · USD +12.00 |  |  |  | ");
+    EXPECT_EQ(document.tables[0].rows.front().level, PrintedRow::Level::group);
+    EXPECT_EQ(document.tables[0].rows.size(), 6U);
+}
+
 TEST(LedgerPrint, StatesAnAccountFromItsOpeningToItsClosing)
 {
     const auto document = LedgerPrint::list(listing(books(), {.period = november(), .accountIDs = {"Bank"}}), moment);
@@ -136,11 +148,16 @@ TEST(LedgerPrint, ShowsAnEntryWithItsMovements)
     EXPECT_NE(factsOf(document).find("Number: t1"), std::string::npos) << factsOf(document);
 }
 
-TEST(LedgerPrinting, SavesWhatThePageShows)
+PageRegistry ledgerPage()
 {
     PageRegistry pages;
     pages.add<LedgerView>(WorkspacePage::ledger);
-    WindowUnderTest under{pages};
+    return pages;
+}
+
+TEST(LedgerPrinting, SavesWhatThePageShows)
+{
+    WindowUnderTest under{ledgerPage()};
     const QTemporaryDir folder;
     const auto saved = [&](const char* name) {
         under.screen.waitForFocus("printDialog");
@@ -167,4 +184,37 @@ TEST(LedgerPrinting, SavesWhatThePageShows)
     const auto entry = saved("entry.pdf");
     EXPECT_NE(entry.find("Income: Sales"), std::string::npos) << entry;
     EXPECT_EQ(entry.find("Electricity"), std::string::npos);
+}
+
+TEST(LedgerPrinting, GivesNothingOutFromBooksThatHaveChangedInWhatItShows)
+{
+    const QTemporaryDir folder;
+    WindowUnderTest under{ledgerPage()};
+    under.openDemonstration(books());
+    under.screen.waitFor("ledgerTable");
+    const auto path = std::filesystem::path{folder.filePath(QStringLiteral("list.pdf")).toStdString()};
+    const auto save = [&] {
+        under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });
+        under.window.findChild<PrintDialog*>()->saveTo(path);
+    };
+    under.screen.keys("Ctrl+P");
+    under.server.replace(
+        "GET v1/snapshot",
+        ServerReply::json(books().expense("late", "2026-11-19", "Bank", "IDR", 770'000, "power").json()));
+    save();
+    under.screen.waitForText("The records have changed");
+    EXPECT_FALSE(std::filesystem::exists(path));
+    // What no page of it shows may change.
+    under.server.replace("GET v1/snapshot",
+                         ServerReply::json(books()
+                                               .expense("late", "2026-11-19", "Bank", "IDR", 770'000, "power")
+                                               .expense("early", "2026-10-19", "Bank", "IDR", 1, "power")
+                                               .json()));
+    save();
+    under.screen.waitUntilGone("printDialog");
+    QProcess process;
+    process.start(QStringLiteral("pdftotext"),
+                  {QStringLiteral("-layout"), QString::fromStdString(path.string()), QStringLiteral("-")});
+    process.waitForFinished();
+    EXPECT_NE(process.readAllStandardOutput().toStdString().find("19 Nov 2026"), std::string::npos);
 }

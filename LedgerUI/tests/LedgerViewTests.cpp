@@ -244,6 +244,82 @@ TEST(LedgerView, AddsUpWhatIsSelectedByCurrency)
     EXPECT_NE(page.textOf("entryCount"), "3 selected");
 }
 
+TEST(LedgerView, AddsUpOnlyWhatAFigureIsTheSumOf)
+{
+    auto books = sampleLedger().income("i9", "2026-10-31", "Operating bank", "USD", 4'000, "sales");
+    OpenedLedger page{books};
+    auto* table = page.find<LedgerTable>("ledgerTable");
+    page.view->findChild<LedgerBrowser*>()->setFilter({.figure = ReportFigure{.scope = {.currency = "USD"}}});
+    ASSERT_TRUE(table->chooseAll({"i1", "x1"}));
+    EXPECT_TRUE(page.person.says("−9,500.00"));
+    EXPECT_EQ(page.person.read("totals").find("SGD"), std::string::npos)
+        << "the other currency of the exchange is no part of the figure";
+}
+
+TEST(LedgerView, GroupsByDayAndNeverChoosesAHead)
+{
+    OpenedLedger page;
+    auto* table = page.find<LedgerTable>("ledgerTable");
+    page.person.press("byDayToggle");
+    ASSERT_TRUE(page.find<QToolButton>("byDayToggle")->isChecked());
+    ASSERT_TRUE(table->entries().isHeadAt(0));
+    const auto chosen = [&] {
+        std::string all;
+        for (const auto& id : table->selectedIDs())
+            all += (all.empty() ? "" : " ") + id;
+        return all;
+    };
+    table->setFocus();
+    page.person.keys("Home");
+    EXPECT_EQ(chosen(), "v1");
+    page.person.keys("Up");
+    EXPECT_EQ(chosen(), "v1") << "nothing is above the first head";
+    page.person.keys("Down Down");
+    EXPECT_EQ(chosen(), "r1") << "over the head between two days";
+    page.person.keys("Up");
+    EXPECT_EQ(chosen(), "e3");
+    page.person.keys("PgDown");
+    EXPECT_EQ(chosen(), "e2");
+    page.person.keys("PgUp");
+    EXPECT_EQ(chosen(), "v1");
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(table->model()->index(0, 1)).center());
+    EXPECT_EQ(chosen(), "v1");
+    page.person.keys("Shift+Down Shift+Down");
+    EXPECT_EQ(chosen(), "v1 e3 r1");
+    page.person.keys("Ctrl+A");
+    EXPECT_EQ(chosen(), "v1 e3 r1 x1 t1 e1 e2");
+    page.person.keys("Ctrl+Shift+G");
+    EXPECT_FALSE(table->entries().isHeadAt(0));
+    EXPECT_EQ(chosen(), "v1 e3 r1 x1 t1 e1 e2");
+    ASSERT_TRUE(table->chooseAll({"e1", "v1", "e3", "r1"}));
+    page.person.keys("Ctrl+Shift+G");
+    EXPECT_EQ(chosen(), "v1 e3 r1 e1");
+}
+
+/// A year of days in a window that holds a fraction of them.
+TEST(LedgerView, PagesThroughGroupedDaysAndKeepsTheHeadInSight)
+{
+    auto books = snapshot().account("bank", {"USD"}).grantAll();
+    for (int day = 1; day <= 28; ++day) {
+        for (int each = 0; each < 3; ++each)
+            books.income(fmt::format("i{}.{}", day, each), fmt::format("2026-11-{:02}", day), "bank", "USD", 100);
+    }
+    OpenedLedger page{books};
+    auto* table = page.find<LedgerTable>("ledgerTable");
+    page.view->findChild<LedgerBrowser*>()->setGrouping(LedgerGrouping::byDay);
+    table->setFocus();
+    page.person.keys("Home");
+    int before = -1;
+    for (int pages = 0; pages < 20 && table->currentIndex().row() != before; ++pages) {
+        before = table->currentIndex().row();
+        page.person.keys("PgDown");
+    }
+    EXPECT_EQ(table->selectedIDs(), (std::vector<std::string>{"i1.2"}));
+    ASSERT_TRUE(table->choose("i14.0"));
+    const auto head = table->visualRect(table->model()->index(table->currentIndex().row() - 1, 0));
+    EXPECT_TRUE(table->viewport()->rect().contains(head.center()));
+}
+
 TEST(LedgerView, TellsWhatASingleAccountBeganAndEndedWith)
 {
     OpenedLedger page;

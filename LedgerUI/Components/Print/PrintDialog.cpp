@@ -1,5 +1,7 @@
 #include "LedgerUI/Components/Print/PrintDialog.h"
 
+#include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
@@ -52,9 +54,11 @@ QPageSize usualPaper()
 
 bool saysChanged(const Failure& failure)
 {
+    using enum ExportRefusal;
     const auto* error = std::get_if<APIError>(&failure);
-    return error && (error->code == code(ExportRefusal::reportChanged) ||
-                     error->code == code(ExportRefusal::reportScopeChanged));
+    return error &&
+           std::ranges::any_of(std::array{ledgerScopeChanged, ledgerChanged, reportScopeChanged, reportChanged},
+                               [&](ExportRefusal refusal) { return error->code == code(refusal); });
 }
 
 QCoro::Task<std::shared_ptr<const PrintedDocument>> made(PrintJob job, std::string locale)

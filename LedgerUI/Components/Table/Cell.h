@@ -47,9 +47,11 @@ struct Cell {
     std::optional<CellText> beside = {};
     std::vector<CellMark> marks = {};
     std::vector<CellAmount> amounts = {};
+    std::vector<CellAmount> sums = {}; // one beside the other at the right end of the only line, as many as find room
     std::optional<CellBar> bar = {};
     std::vector<std::int64_t> values = {}; // drawn as a line through the whole cell, without a scale
     bool wraps = false;                    // the only line may go on in a second one
     bool isHead = false;                   // of a group of rows: the texts stand at the bottom
+    bool spansRow = false;                 // the same in every column of its row, painted once through all of them
     bool joinsBelow = false;               // no line parts it from the cell below
 };

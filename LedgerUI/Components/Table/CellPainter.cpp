@@ -1,6 +1,8 @@
 #include "LedgerUI/Components/Table/CellPainter.h"
 
 #include <algorithm>
+#include <cmath>
+#include <span>
 
 #include <QPainter>
 
@@ -27,6 +29,12 @@ QFont fontOf(const CellText& text)
     auto font = text.isBold ? TypeScale::bold(text.step) : TypeScale::font(text.step);
     font.setStrikeOut(text.isStruck);
     return font;
+}
+
+/// In whole pixels, as a text that is one short loses its end.
+int widthOfText(const CellText& text)
+{
+    return static_cast<int>(std::ceil(QFontMetricsF{fontOf(text)}.horizontalAdvance(text.text)));
 }
 
 }
@@ -94,6 +102,42 @@ int CellPainter::paintMarks(const std::vector<CellMark>& marks, const QRect& lin
     return left;
 }
 
+/// Paints the first ones that fit into the room, and how many follow; answers where they begin.
+int CellPainter::paintSums(const std::vector<CellAmount>& sums, const QRect& line, int room) const
+{
+    const auto codeOf = [](const CellAmount& sum) {
+        return CellText{.text = sum.code, .step = TypeStep::micro, .ink = Token::text3};
+    };
+    const auto more = [&](std::size_t shown) {
+        const auto left = sums.size() - shown;
+        return CellText{.text = left > 0 ? QStringLiteral("+%1").arg(left) : QString{},
+                        .step = TypeStep::small,
+                        .ink = Token::text2};
+    };
+    const auto widthOf = [&](std::size_t shown) {
+        int width = shown < sums.size() ? widthOfText(more(shown)) : -Space::step4;
+        for (const auto& sum : std::span{sums}.first(shown))
+            width += widthOfText(codeOf(sum)) + Space::step1 + widthOfText(sum.figure) + Space::step4;
+        return width;
+    };
+    std::size_t shown = sums.size();
+    while (shown > 0 && widthOf(shown) > room)
+        --shown;
+    const int left = line.right() + 1 - widthOf(shown);
+    int at = left;
+    const auto write = [&](const CellText& text, int gap) {
+        const int width = widthOfText(text);
+        paintText(text, {at, line.top(), width, line.height()});
+        at += width + gap;
+    };
+    for (const auto& sum : std::span{sums}.first(shown)) {
+        write(codeOf(sum), Space::step1);
+        write(sum.figure, Space::step4);
+    }
+    write(more(shown), 0);
+    return left;
+}
+
 int CellPainter::paintChip(const QString& word, const QRect& line, int right) const
 {
     const auto font = TypeScale::font(TypeStep::micro);
@@ -116,6 +160,8 @@ void CellPainter::paintOnlyLine(const Cell& cell, QRect line) const
     if (!cell.marks.empty())
         line.setRight(paintMarks(cell.marks, line));
     const int width = QFontMetrics{fontOf(text)}.horizontalAdvance(text.text);
+    if (!cell.sums.empty())
+        line.setRight(paintSums(cell.sums, line, line.width() - width - Space::step4) - Space::step4);
     if (cell.wraps && width > line.width()) {
         m_painter.setFont(fontOf(text));
         m_painter.setPen(Theme::current().color(text.ink));

@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <utility>
 
-#include <QAbstractItemView>
+#include <QHeaderView>
 #include <QHelpEvent>
 #include <QPainter>
+#include <QTableView>
 #include <QToolTip>
 
 #include "LedgerUI/Components/Table/CellPainter.h"
@@ -16,6 +17,16 @@ namespace {
 
 constexpr int selectedBar = 3;
 constexpr int ringWidth = 2;
+
+/// The whole row that this cell is a part of.
+QRect rowOf(const QStyleOptionViewItem& option)
+{
+    const auto* view = qobject_cast<const QTableView*>(option.widget);
+    if (!view)
+        return option.rect;
+    const auto* heads = view->horizontalHeader();
+    return {-heads->offset(), option.rect.top(), heads->length(), option.rect.height()};
+}
 
 int headTextHeight()
 {
@@ -47,7 +58,8 @@ void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, c
     const auto cell = m_cellAt(index, m_density);
     paintGround(*painter, option, index, cell);
     painter->setClipRect(option.rect);
-    auto area = contentsOf(option.rect, index.column(), index.model()->columnCount());
+    auto area = cell.spansRow ? contentsOf(rowOf(option), 0, 1)
+                              : contentsOf(option.rect, index.column(), index.model()->columnCount());
     if (cell.isHead)
         area.setTop(area.bottom() - headTextHeight());
     CellPainter{*painter}.paint(cell, area);

@@ -30,6 +30,17 @@ RowHeads::RowHeads(QWidget* parent) : QHeaderView{Qt::Horizontal, parent}
     viewport()->setAttribute(Qt::WA_Hover);
 }
 
+void RowHeads::paintEvent(QPaintEvent* event)
+{
+    QHeaderView::paintEvent(event);
+    if (!m_freezesFirst || offset() == 0 || count() == 0)
+        return;
+    QPainter painter{viewport()};
+    const QRect first{0, 0, sectionSize(0), height()};
+    paintSection(&painter, first, 0);
+    painter.fillRect(QRect{first.right(), first.top(), 1, first.height()}, Theme::current().color(Token::divider));
+}
+
 void RowHeads::paintSection(QPainter* painter, const QRect& rect, int section) const
 {
     const auto& theme = Theme::current();

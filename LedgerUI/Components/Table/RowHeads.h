@@ -13,12 +13,15 @@ public:
     void setGlyphColumn(int section) { m_glyphColumn = section; }
     /// Nothing is sorted by these heads, and long ones go on in up to three lines.
     void setWrapping();
+    /// The first head stays at its place while the others scroll sideways.
+    void freezeFirst() { m_freezesFirst = true; }
     /// The width that the head of a wrapping column needs, its paddings included.
     [[nodiscard]] int wrappedWidth(int section) const;
     /// Makes the heads as high as the longest needs at the widths that the columns have.
     void fitHeight();
 
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void paintSection(QPainter* painter, const QRect& rect, int section) const override;
     [[nodiscard]] QSize sectionSizeFromContents(int section) const override;
 
@@ -28,4 +31,5 @@ private:
 
     int m_glyphColumn = -1;
     bool m_wraps = false;
+    bool m_freezesFirst = false;
 };

@@ -6,6 +6,7 @@
 #include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 
@@ -54,8 +55,10 @@ std::vector<int> RowTable::selectedRows() const
 {
     std::vector<int> rows;
     for (const auto& range : selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row)
-            rows.push_back(row);
+        for (int row = range.top(); row <= range.bottom(); ++row) {
+            if (!m_model->isHeadAt(row))
+                rows.push_back(row);
+        }
     }
     if (!std::ranges::is_sorted(rows))
         std::ranges::sort(rows);
@@ -100,10 +103,69 @@ void RowTable::chooseFirst()
 /// The uppermost row that is no head; -1 when there is none.
 int RowTable::firstChoosable() const
 {
-    int row = 0;
-    while (row < m_model->rowCount() && m_model->isHeadAt(row))
-        ++row;
-    return row < m_model->rowCount() ? row : -1;
+    return choosableFrom(0, 1);
+}
+
+/// The next row from this one on, in steps of 1 or -1, that is no head; -1 when there is none.
+int RowTable::choosableFrom(int row, int step) const
+{
+    const int rows = m_model->rowCount();
+    while (row >= 0 && row < rows && m_model->isHeadAt(row))
+        row += step;
+    return row >= 0 && row < rows ? row : -1;
+}
+
+void RowTable::scrollTo(const QModelIndex& index, ScrollHint hint)
+{
+    if (hint == EnsureVisible && index.row() > 0 && m_model->isHeadAt(index.row() - 1))
+        QTableView::scrollTo(index.siblingAtRow(index.row() - 1), hint);
+    QTableView::scrollTo(index, hint);
+    const int hidden = index.column() > 0 ? frozenWidth() - columnViewportPosition(index.column()) : 0;
+    if (hidden > 0)
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - hidden);
+}
+
+void RowTable::freezeFirstColumn()
+{
+    m_isFrozen = true;
+    m_heads->freezeFirst();
+    setHorizontalScrollMode(ScrollPerPixel);
+    // Qt moves what is painted already, the frozen column with it.
+    connect(horizontalScrollBar(), &QScrollBar::valueChanged, this, [this] {
+        viewport()->update();
+        m_heads->viewport()->update();
+    });
+}
+
+/// How much of the left edge the first column takes while it stands over others.
+int RowTable::frozenWidth() const
+{
+    return m_isFrozen && horizontalHeader()->offset() > 0 ? columnWidth(0) : 0;
+}
+
+QModelIndex RowTable::indexAt(const QPoint& place) const
+{
+    const int row = rowAt(place.y());
+    return place.x() < frozenWidth() && row >= 0 ? m_model->index(row, 0) : QTableView::indexAt(place);
+}
+
+void RowTable::paintFrozen(const QRect& area)
+{
+    const int width = frozenWidth();
+    const int first = rowAt(area.top());
+    if (width == 0 || first < 0)
+        return;
+    QPainter painter{viewport()};
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    for (int row = first; row < m_model->rowCount() && rowViewportPosition(row) <= area.bottom(); ++row) {
+        const auto index = m_model->index(row, 0);
+        option.rect = {0, rowViewportPosition(row), width, rowHeight(row)};
+        option.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));
+        itemDelegate()->paint(&painter, option, index);
+        painter.fillRect(QRect{width - 1, option.rect.top(), 1, option.rect.height()},
+                         Theme::current().color(Token::divider));
+    }
 }
 
 void RowTable::setDensity(RowDelegate::Density density)
@@ -114,13 +176,20 @@ void RowTable::setDensity(RowDelegate::Density density)
         verticalHeader()->setDefaultSectionSize(height);
 }
 
-/// Home and End go to the first and the last row: within one there is nowhere to go.
+/// Home and End go to the first and the last row: within one there is nowhere to go. A way that ends on a head goes on
+/// to the next row, or back from the end of the table.
 QModelIndex RowTable::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers)
 {
     const int rows = m_model->rowCount();
     if (rows > 0 && (action == MoveHome || action == MoveEnd))
         return m_model->index(action == MoveHome ? firstChoosable() : rows - 1, std::max(0, currentIndex().column()));
-    return QTableView::moveCursor(action, modifiers);
+    const auto reached = QTableView::moveCursor(action, modifiers);
+    if (!reached.isValid() || !m_model->isHeadAt(reached.row()))
+        return reached;
+    const int step = reached.row() < currentIndex().row() ? -1 : 1;
+    const int beyond = choosableFrom(reached.row(), step);
+    const int row = beyond >= 0 ? beyond : choosableFrom(reached.row(), -step);
+    return row >= 0 ? reached.siblingAtRow(row) : QModelIndex{};
 }
 
 void RowTable::keep()
@@ -166,13 +235,14 @@ void RowTable::restore(const RowChange& change)
     Q_EMIT selectionMoved();
 }
 
-/// Selects ascending rows, neighbours as one range.
+/// Neighbours are selected as one range, as thousands of ranges take their square; a head between two of them belongs
+/// to the range without being selected.
 void RowTable::selectRows(const std::vector<int>& rows)
 {
     QItemSelection selection;
     for (std::size_t first = 0; first < rows.size();) {
         auto last = first;
-        while (last + 1 < rows.size() && rows[last + 1] == rows[last] + 1)
+        while (last + 1 < rows.size() && rows[last + 1] == choosableFrom(rows[last] + 1, 1))
             ++last;
         selection.append({m_model->index(rows[first], 0), m_model->index(rows[last], 0)});
         first = last + 1;
@@ -210,6 +280,7 @@ void RowTable::changeEvent(QEvent* event)
 void RowTable::paintEvent(QPaintEvent* event)
 {
     QTableView::paintEvent(event);
+    paintFrozen(event->rect());
     if (!hasFocus() || currentIndex().isValid())
         return;
     QPainter painter{viewport()};
@@ -244,6 +315,16 @@ void RowTable::contextMenuEvent(QContextMenuEvent* event)
 {
     Q_EMIT menuWanted(event->reason() == QContextMenuEvent::Mouse ? event->globalPos() : menuPlace());
     event->accept();
+}
+
+/// A head takes no press: Qt would begin the next range of keys there and then refuse it.
+void RowTable::mousePressEvent(QMouseEvent* event)
+{
+    const int row = rowAt(event->position().toPoint().y());
+    if (row >= 0 && m_model->isHeadAt(row))
+        event->accept();
+    else
+        QTableView::mousePressEvent(event);
 }
 
 void RowTable::mouseMoveEvent(QMouseEvent* event)

@@ -26,6 +26,9 @@ public:
     void chooseFirst();
     /// Takes the focus, with a row chosen if there is any.
     void enter();
+    /// Brings the row into sight, with its head where it is the first below one.
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+    [[nodiscard]] QModelIndex indexAt(const QPoint& place) const override;
 
 Q_SIGNALS:
     /// A row was pressed twice, or Return pressed on it.
@@ -39,6 +42,10 @@ protected:
     virtual void layOut() = 0;
     [[nodiscard]] RowHeads& heads() const { return *m_heads; }
     void setDensity(RowDelegate::Density density);
+    /// Selects these rows, in ascending order, and nothing else.
+    void selectRows(const std::vector<int>& rows);
+    /// The first column stays at its place while the others scroll sideways.
+    void freezeFirstColumn();
     /// Frames the current cell rather than its row, where cells can be opened.
     void frameCells() { m_delegate->setRing(RowDelegate::Ring::cell); }
 
@@ -49,6 +56,7 @@ protected:
     void focusInEvent(QFocusEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
@@ -62,9 +70,11 @@ private:
     };
     void keep();
     void restore(const RowChange& change);
-    void selectRows(const std::vector<int>& rows);
     void hover(int row);
     [[nodiscard]] int firstChoosable() const;
+    [[nodiscard]] int choosableFrom(int row, int step) const;
+    [[nodiscard]] int frozenWidth() const;
+    void paintFrozen(const QRect& area);
     [[nodiscard]] QPoint menuPlace() const;
 
     RowModel* m_model;
@@ -72,4 +82,5 @@ private:
     RowHeads* m_heads = nullptr;
     Kept m_kept;
     bool m_isChanging = false;
+    bool m_isFrozen = false;
 };

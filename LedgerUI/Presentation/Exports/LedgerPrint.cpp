@@ -1,11 +1,19 @@
 #include "LedgerUI/Presentation/Exports/LedgerPrint.h"
 
 #include <algorithm>
+#include <limits>
+#include <utility>
 
+#include <QPointer>
 #include <QStringList>
 
+#include "LedgerCore/Client/Http/APIClient.h"
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Exports/ExportRefusal.h"
 #include "LedgerUI/Presentation/Exports/AccountStatement.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
+#include "LedgerUI/Presentation/Ledger/LedgerDayRow.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
 #include "LedgerUI/Presentation/Ledger/LedgerRow.h"
@@ -18,6 +26,14 @@ namespace {
 
 using Side = PrintedColumn::Side;
 using Width = PrintedColumn::Width;
+
+constexpr auto onWorker = std::numeric_limits<std::size_t>::max();
+
+std::unexpected<Failure> refused(ExportRefusal refusal)
+{
+    return std::unexpected(
+        Failure{APIError{.status = status(refusal), .code = std::string{code(refusal)}, .message = {}}});
+}
 
 QString lines(QStringList parts)
 {
@@ -43,6 +59,16 @@ PrintedCell entryCell(const LedgerRow& row, std::string_view locale)
     return {.text = title, .second = second.join(QStringLiteral(" · "))};
 }
 
+/// A day, and what it brought.
+PrintedRow headRow(const LedgerListing& listing, std::uint32_t day)
+{
+    const auto row = dayRowFor(listing, *listing.head(day));
+    QStringList parts{row.day, row.entries};
+    for (const auto& net : row.nets)
+        parts << net.text();
+    return {.cells = {{parts.join(QStringLiteral(" · "))}, {}, {}, {}, {}}, .level = PrintedRow::Level::group};
+}
+
 PrintedTable entriesOf(const LedgerListing& listing)
 {
     const auto& book = *listing.book;
@@ -53,8 +79,13 @@ PrintedTable entriesOf(const LedgerListing& listing)
                                    {.head = word("column.member"), .width = Width::rest},
                                    {.head = word("column.amount"), .side = Side::end}},
                        .rows = {}};
-    table.rows.reserve(listing.rows.size());
-    for (const auto at : listing.rows) {
+    table.rows.reserve(listing.lines.size());
+    for (const auto line : listing.lines) {
+        if (line.isHead()) {
+            table.rows.push_back(headRow(listing, line.day()));
+            continue;
+        }
+        const auto at = line.entry();
         const auto row = rowFor(book, at, listing.query.today);
         const auto account =
             row.destination.isEmpty() ? row.account : QStringLiteral("%1 → %2").arg(row.account, row.destination);
@@ -138,6 +169,38 @@ PrintedDocument LedgerPrint::list(const LedgerListing& listing, const PrintMomen
         document.tables.push_back(totalsOf(listing));
     document.notes.push_back(countedIn(book.locale(), ledgerWords(), "entries", listing.rows.size()));
     return document;
+}
+
+PrintedDocument LedgerPrint::list(const Asked& asked, const std::string& locale)
+{
+    const auto& shown = *asked.shown;
+    if (shown.book->snapshotPointer() == asked.snapshot && shown.book->locale() == locale)
+        return list(shown, asked.moment);
+    auto book = std::make_shared<const LedgerBook>(asked.snapshot, locale, shown.book.get());
+    return list(listingOf(std::move(book), shown.query), asked.moment);
+}
+
+QCoro::Task<Result<void>> LedgerPrint::permission(LedgerStore* store, Asked asked)
+{
+    const QPointer<LedgerStore> guard{store};
+    auto loading = store->refresh(false);
+    const auto loaded = co_await loading;
+    if (!loaded)
+        co_return loaded;
+    const auto now = guard ? guard->snapshot() : nullptr;
+    if (!now)
+        co_return std::unexpected(Failure{Cancelled{}});
+    if (!MemberRights::canExport(now->currentMember))
+        co_return refused(ExportRefusal::forbidden);
+    if (now == asked.snapshot)
+        co_return Result<void>{};
+    const auto isSame = std::make_shared<bool>(false);
+    auto comparing = runForSize(onWorker, [isSame, now, asked] {
+        const auto& locale = asked.shown->book->locale();
+        *isSame = list(asked, locale) == list({now, asked.shown, asked.moment}, locale);
+    });
+    co_await comparing;
+    co_return *isSame ? Result<void>{} : refused(ExportRefusal::ledgerChanged);
 }
 
 PrintedDocument LedgerPrint::entry(const LedgerBook& book, std::uint32_t at, const PrintMoment& moment)

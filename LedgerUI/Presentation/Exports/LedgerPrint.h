@@ -1,14 +1,31 @@
 #pragma once
 
+#include <QCoro/QCoroTask>
+
+#include "LedgerCore/Client/Errors/Failure.h"
 #include "LedgerUI/Presentation/Ledger/LedgerListing.h"
 #include "LedgerUI/Presentation/Print/PrintHead.h"
+
+class LedgerStore;
 
 /// The ledger as it goes to paper.
 namespace LedgerPrint {
 
+/// What is asked for on paper, and when: the question that the page answers, of the newest books.
+struct Asked {
+    SnapshotPointer snapshot;
+    LedgerListingPointer shown; // the page's answer, of these books or of earlier ones
+    PrintMoment moment;
+};
+
 /// The entries that are shown, in their order, with the totals below them. Narrowed to one account, and beside it at
 /// most by currencies and the period, it is that account's statement.
 PrintedDocument list(const LedgerListing& listing, const PrintMoment& moment);
+PrintedDocument list(const Asked& asked, const std::string& locale);
+
+/// Whether the books, loaded anew, still give the same list to the person who asked for it. A list is like an export:
+/// it leaves the program only as it was looked at.
+QCoro::Task<Result<void>> permission(LedgerStore* store, Asked asked);
 
 /// One entry with everything that is known of it.
 PrintedDocument entry(const LedgerBook& book, std::uint32_t at, const PrintMoment& moment);

@@ -13,11 +13,11 @@
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerCore/Domain/Imports/LedgerImportWords.h"
-#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

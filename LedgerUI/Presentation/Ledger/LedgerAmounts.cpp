@@ -68,14 +68,12 @@ std::vector<LedgerTotal> totals(const LedgerBook& book, std::span<const std::uin
 LedgerTotal figureTotal(std::string currency, std::span<const ReportFigureLeg> legs,
                         std::span<const std::uint32_t> rows)
 {
-    std::vector<std::uint32_t> shown{rows.begin(), rows.end()};
-    std::ranges::sort(shown);
     LedgerTotal total{.currency = std::move(currency)};
-    for (const auto& leg : legs) {
-        if (!std::ranges::binary_search(shown, leg.entry))
-            continue;
-        add((leg.amountMinor > 0) != leg.reverses ? total.incoming : total.outgoing, leg.amountMinor);
-        add(total.net, leg.amountMinor);
+    for (const auto at : rows) {
+        for (const auto& leg : std::ranges::equal_range(legs, at, {}, &ReportFigureLeg::entry)) {
+            add((leg.amountMinor > 0) != leg.reverses ? total.incoming : total.outgoing, leg.amountMinor);
+            add(total.net, leg.amountMinor);
+        }
     }
     return total;
 }

@@ -34,6 +34,6 @@ struct LedgerTotal {
 std::vector<LedgerTotal> totals(const LedgerBook& book, std::span<const std::uint32_t> rows);
 
 /// The total of a report's figure, of those of its legs whose entries are among `rows`: transfers count, and of an
-/// exchange only the legs that the figure is about.
+/// exchange only the legs that the figure is about. The legs stand in the order of their entries.
 LedgerTotal figureTotal(std::string currency, std::span<const ReportFigureLeg> legs,
                         std::span<const std::uint32_t> rows);

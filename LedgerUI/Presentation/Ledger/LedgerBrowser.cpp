@@ -46,6 +46,18 @@ void LedgerBrowser::setSort(LedgerSort sort)
     ask();
 }
 
+void LedgerBrowser::setGrouping(LedgerGrouping grouping)
+{
+    auto query = m_query;
+    query.grouping = grouping;
+    if (grouping == LedgerGrouping::byDay && !query.isByDay())
+        query.sort = {};
+    if (query == m_query)
+        return;
+    m_query = std::move(query);
+    ask();
+}
+
 bool LedgerBrowser::reveal(std::string_view id)
 {
     const auto shown = book();

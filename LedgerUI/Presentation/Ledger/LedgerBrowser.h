@@ -22,6 +22,8 @@ public:
     void open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today);
     void setFilter(LedgerFilter filter);
     void setSort(LedgerSort sort);
+    /// By day brings the entries into the order of their days, where they stand in another one.
+    void setGrouping(LedgerGrouping grouping);
     /// Makes sure that the entry is among those shown, whatever narrows them now. False when the book has no such
     /// entry.
     bool reveal(std::string_view id);
@@ -37,6 +39,8 @@ public:
     /// What is asked for; what is shown may still answer the question before.
     [[nodiscard]] const LedgerFilter& filter() const { return m_query.filter; }
     [[nodiscard]] LedgerSort sort() const { return m_query.sort; }
+    /// Whether each day is to have a head.
+    [[nodiscard]] bool isByDay() const { return m_query.isByDay(); }
     [[nodiscard]] std::chrono::year_month_day today() const { return m_query.today; }
     [[nodiscard]] PeriodCounts counts() const { return m_listing ? m_listing->book->counts() : PeriodCounts{}; }
     /// Whether an answer is still being worked out.

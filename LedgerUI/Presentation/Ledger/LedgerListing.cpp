@@ -5,13 +5,25 @@
 
 namespace {
 
-std::vector<int> placesOf(const LedgerBook& book, const std::vector<std::uint32_t>& rows)
+/// Puts the rows into lines, each day below its head where they are grouped.
+void layOutLines(LedgerListing& listing)
 {
-    std::vector<int> places(book.size(), -1);
-    int row = 0;
-    for (const auto at : rows)
-        places[at] = row++;
-    return places;
+    const auto& book = *listing.book;
+    const bool isByDay = listing.query.isByDay();
+    listing.places.assign(book.size(), -1);
+    listing.lines.reserve(listing.rows.size());
+    for (std::size_t row = 0; row < listing.rows.size(); ++row) {
+        const auto at = listing.rows[row];
+        const auto day = book.entry(at).day;
+        if (isByDay && (listing.days.empty() || listing.days.back().day != day)) {
+            listing.days.push_back({.day = day, .line = static_cast<int>(listing.lines.size()), .first = row});
+            listing.lines.push_back(LedgerLine::headOf(day));
+        }
+        if (isByDay)
+            ++listing.days.back().count;
+        listing.places[at] = static_cast<int>(listing.lines.size());
+        listing.lines.push_back(LedgerLine::ofEntry(at));
+    }
 }
 
 std::vector<std::uint32_t> widestOf(const LedgerBook& book, const std::vector<std::uint32_t>& rows)
@@ -38,7 +50,7 @@ std::vector<std::uint32_t> widestOf(const LedgerBook& book, const std::vector<st
     return result;
 }
 
-/// Where each row of before stands in the book of now. Where that is not known, entries have come and gone at few
+/// Where each entry of before stands in the book of now. Where that is not known, entries have come and gone at few
 /// places, so most stand as far from their old place as the one before.
 class CarriedOver {
 public:
@@ -70,10 +82,20 @@ private:
 
 }
 
-int LedgerListing::rowOf(std::string_view id) const
+int LedgerListing::lineOf(std::string_view id) const
 {
     const auto at = book->find(id);
     return at == LedgerBook::none ? -1 : places[at];
+}
+
+const LedgerDayHead* LedgerListing::head(std::uint32_t day) const
+{
+    const bool isAscending = query.sort.direction == LedgerSort::Direction::ascending;
+    const auto comesFirst = [&](std::uint32_t left, std::uint32_t right) {
+        return isAscending ? left < right : left > right;
+    };
+    const auto found = std::ranges::lower_bound(days, day, comesFirst, &LedgerDayHead::day);
+    return found == days.end() || found->day != day ? nullptr : &*found;
 }
 
 std::optional<std::size_t> placeOfDay(const LedgerListing& listing, std::chrono::year_month_day day)
@@ -91,25 +113,33 @@ std::optional<std::size_t> placeOfDay(const LedgerListing& listing, std::chrono:
     return before ? before : after;
 }
 
+std::vector<LedgerTotal> totalsOf(const LedgerListing& listing, std::span<const std::uint32_t> rows)
+{
+    const auto& figure = listing.query.filter.figure;
+    return figure ? std::vector{figureTotal(figure->scope.currency, listing.figureLegs, rows)}
+                  : totals(*listing.book, rows);
+}
+
 LedgerListing listingOf(LedgerBookPointer book, LedgerQuery query)
 {
     LedgerListing listing;
-    listing.rows = sorted(*book, matching(*book, query.filter), query.sort);
-    listing.places = placesOf(*book, listing.rows);
-    const auto& figure = query.filter.figure;
-    listing.totals =
-        figure ? std::vector{figureTotal(figure->scope.currency, figureLegs(*book, query.filter), listing.rows)}
-               : totals(*book, listing.rows);
-    listing.balances = balancesOn(*book, balanceDay(*book, query.filter.period, query.today));
-    listing.statement = statementOf(*book, query.filter, listing.places, listing.rows.size());
-    listing.widest = widestOf(*book, listing.rows);
-    const auto year = static_cast<std::uint32_t>(static_cast<int>(query.today.year()));
-    listing.isOfThisYear =
-        std::ranges::all_of(listing.rows, [&](std::uint32_t at) { return book->entry(at).day / 10000 == year; });
-    if (listing.rows.empty())
-        listing.notice = noticeFor(*book, query.filter, book->counts(), query.today);
     listing.book = std::move(book);
     listing.query = std::move(query);
+    const auto& shown = *listing.book;
+    const auto& [filter, sort, today, grouping] = listing.query;
+    listing.rows = sorted(shown, matching(shown, filter), sort);
+    layOutLines(listing);
+    listing.figureLegs = figureLegs(shown, filter);
+    std::ranges::sort(listing.figureLegs, {}, &ReportFigureLeg::entry);
+    listing.totals = totalsOf(listing, listing.rows);
+    listing.balances = balancesOn(shown, balanceDay(shown, filter.period, today));
+    listing.statement = statementOf(shown, filter, listing.places, listing.lines.size());
+    listing.widest = widestOf(shown, listing.rows);
+    const auto year = static_cast<std::uint32_t>(static_cast<int>(today.year()));
+    listing.isOfThisYear =
+        std::ranges::all_of(listing.rows, [&](std::uint32_t at) { return shown.entry(at).day / 10000 == year; });
+    if (listing.rows.empty())
+        listing.notice = noticeFor(shown, filter, shown.counts(), today);
     return listing;
 }
 
@@ -118,11 +148,16 @@ RowChange changeBetween(const LedgerListing* before, const LedgerListing& now)
     std::vector<int> moved;
     if (before) {
         CarriedOver carriedOver{*before->book, *now.book};
-        moved.reserve(before->rows.size());
-        for (const auto at : before->rows) {
-            const auto carried = carriedOver(at);
+        moved.reserve(before->lines.size());
+        for (const auto line : before->lines) {
+            if (line.isHead()) {
+                const auto* head = now.head(line.day());
+                moved.push_back(head ? head->line : -1);
+                continue;
+            }
+            const auto carried = carriedOver(line.entry());
             moved.push_back(carried == LedgerBook::none ? -1 : now.places[carried]);
         }
     }
-    return rowChange(std::move(moved), static_cast<int>(now.rows.size()));
+    return rowChange(std::move(moved), static_cast<int>(now.lines.size()));
 }

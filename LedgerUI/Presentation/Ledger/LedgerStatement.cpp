@@ -136,7 +136,7 @@ std::vector<LedgerStatement::Balance> widestOf(const std::vector<LedgerStatement
 }
 
 std::optional<LedgerStatement> statementOf(const LedgerBook& book, const LedgerFilter& filter,
-                                           const std::vector<int>& places, std::size_t rows)
+                                           const std::vector<int>& places, std::size_t lines)
 {
     if (filter.accountIDs.size() != 1)
         return std::nullopt;
@@ -149,7 +149,7 @@ std::optional<LedgerStatement> statementOf(const LedgerBook& book, const LedgerF
     if (!walk.run(*account, places))
         return std::nullopt;
     LedgerStatement statement{.accountID = id, .lines = walk.lines(), .firstOf = {}, .balances = {}, .widest = {}};
-    statement.firstOf.resize(rows + 1);
+    statement.firstOf.resize(lines + 1);
     for (const auto& each : walk.reached())
         ++statement.firstOf[each.row + 1];
     std::partial_sum(statement.firstOf.begin(), statement.firstOf.end(), statement.firstOf.begin());

@@ -30,17 +30,17 @@ struct LedgerStatement {
 
     std::string accountID;
     std::vector<Line> lines;            // in the order of the currency pickers
-    std::vector<std::uint32_t> firstOf; // for each row its first balance, and behind them the end
-    std::vector<Balance> balances;      // of the rows, one behind the other
+    std::vector<std::uint32_t> firstOf; // for each line its first balance, and behind them the end
+    std::vector<Balance> balances;      // of the lines, one behind the other
     std::vector<Balance> widest;        // the largest of each currency among them
 
-    [[nodiscard]] std::span<const Balance> after(std::size_t row) const
+    [[nodiscard]] std::span<const Balance> after(std::size_t line) const
     {
-        return std::span{balances}.subspan(firstOf[row], firstOf[row + 1] - firstOf[row]);
+        return std::span{balances}.subspan(firstOf[line], firstOf[line + 1] - firstOf[line]);
     }
 };
 
 /// Nothing unless a single account is chosen and the visible entries explain its balances in every currency. `places`
-/// gives each entry of the book its row, or -1; there are `rows` of them.
+/// gives each entry of the book its line, or -1; there are `lines` of them.
 std::optional<LedgerStatement> statementOf(const LedgerBook& book, const LedgerFilter& filter,
-                                           const std::vector<int>& places, std::size_t rows);
+                                           const std::vector<int>& places, std::size_t lines);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -27,11 +28,17 @@ void LedgerTableModel::present(LedgerListingPointer listing, const RowChange& ch
     if (listing == m_listing)
         return;
     m_next = std::move(listing);
-    m_made.clear();
+    forgetMade();
     presentBalances(m_next->statement.has_value());
     follow(change);
-    m_made.clear(); // a view may have asked for rows in the middle of the change
+    forgetMade(); // a view may have asked for rows in the middle of the change
     m_next.reset();
+}
+
+void LedgerTableModel::forgetMade()
+{
+    m_made.clear();
+    m_madeDays.clear();
 }
 
 void LedgerTableModel::presentBalances(bool areThere)
@@ -52,6 +59,8 @@ void LedgerTableModel::presentBalances(bool areThere)
 std::vector<MoneyText> LedgerTableModel::balancesAt(int row) const
 {
     std::vector<MoneyText> balances;
+    if (isHeadAt(row))
+        return balances;
     const auto* statement = m_listing && m_listing->statement ? &*m_listing->statement : nullptr;
     const auto at = statement ? m_listing->places[entryAt(row)] : -1;
     if (at < 0)
@@ -63,26 +72,27 @@ std::vector<MoneyText> LedgerTableModel::balancesAt(int row) const
 
 void LedgerTableModel::drop(const RowChange::Range& rows)
 {
-    m_rows.erase(m_rows.begin() + rows.first, m_rows.begin() + rows.last + 1);
+    m_lines.erase(m_lines.begin() + rows.first, m_lines.begin() + rows.last + 1);
 }
 
 void LedgerTableModel::adopt(const RowChange& change)
 {
-    m_rows.clear();
+    const auto& now = m_next->lines;
+    m_lines.clear();
     int row = 0;
     for (const auto& fresh : change.fresh) { // they follow one by one
-        m_rows.insert(m_rows.end(), m_next->rows.begin() + row, m_next->rows.begin() + fresh.first);
+        m_lines.insert(m_lines.end(), now.begin() + row, now.begin() + fresh.first);
         row = fresh.last + 1;
     }
-    m_rows.insert(m_rows.end(), m_next->rows.begin() + row, m_next->rows.end());
+    m_lines.insert(m_lines.end(), now.begin() + row, now.end());
     m_listing = m_next;
-    m_made.clear();
+    forgetMade();
 }
 
 void LedgerTableModel::insert(const RowChange::Range& rows)
 {
-    const auto& now = m_listing->rows;
-    m_rows.insert(m_rows.begin() + rows.first, now.begin() + rows.first, now.begin() + rows.last + 1);
+    const auto& now = m_listing->lines;
+    m_lines.insert(m_lines.begin() + rows.first, now.begin() + rows.first, now.begin() + rows.last + 1);
 }
 
 const LedgerRow& LedgerTableModel::row(int row) const
@@ -95,19 +105,40 @@ const LedgerRow& LedgerTableModel::row(int row) const
     return m_made.emplace(at, rowFor(*book(), at, m_listing->query.today)).first->second;
 }
 
-bool LedgerTableModel::repeatsDay(int row) const
+const LedgerDayRow& LedgerTableModel::dayRow(int row) const
 {
-    return row > 0 && book()->entry(entryAt(row)).day == book()->entry(entryAt(row - 1)).day;
+    const auto day = lineAt(row).day();
+    if (const auto found = m_madeDays.find(day); found != m_madeDays.end())
+        return found->second;
+    if (m_madeDays.size() >= madeRowsKept)
+        m_madeDays.clear();
+    const auto* head = m_listing->head(day);
+    require(head != nullptr, "the line of a head belongs to a day of the listing");
+    return m_madeDays.emplace(day, dayRowFor(*m_listing, *head)).first->second;
 }
 
+std::uint32_t LedgerTableModel::dayAt(int row) const
+{
+    const auto line = lineAt(row);
+    return line.isHead() ? line.day() : book()->entry(line.entry()).day;
+}
+
+bool LedgerTableModel::repeatsDay(int row) const
+{
+    return row > 0 && dayAt(row) == dayAt(row - 1);
+}
+
+/// A head has no identity of its own: it is never chosen.
 std::string_view LedgerTableModel::idAt(int row) const
 {
+    if (isHeadAt(row))
+        return {};
     return book()->transaction(entryAt(row)).id;
 }
 
 int LedgerTableModel::rowOf(std::string_view id) const
 {
-    return m_listing ? m_listing->rowOf(id) : -1;
+    return m_listing ? m_listing->lineOf(id) : -1;
 }
 
 QString LedgerTableModel::copyText(const std::vector<int>& rows) const
@@ -140,7 +171,7 @@ QString LedgerTableModel::copyText(const std::vector<int>& rows) const
 
 int LedgerTableModel::rowCount(const QModelIndex& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_lines.size());
 }
 
 int LedgerTableModel::columnCount(const QModelIndex& parent) const
@@ -173,6 +204,8 @@ QVariant LedgerTableModel::headerData(int section, Qt::Orientation orientation, 
 
 QString LedgerTableModel::text(int row, int column) const
 {
+    if (isHeadAt(row))
+        return column == date ? dayRow(row).day : QString{};
     const auto& shown = this->row(row);
     switch (column) {
     case date:
@@ -202,6 +235,8 @@ QString LedgerTableModel::text(int row, int column) const
 
 QString LedgerTableModel::spoken(int row, int column) const
 {
+    if (isHeadAt(row))
+        return dayRow(row).spoken;
     const auto& shown = this->row(row);
     const auto& locale = book()->locale();
     switch (column) {

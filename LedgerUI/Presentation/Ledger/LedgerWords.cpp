@@ -33,6 +33,8 @@ const WordTable& ledgerWords()
          "Hãy đợi thao tác hiện tại hoàn tất.", "Wait until the current operation ends."},
         {"newEntry.none", "没有可用于此类型记录的账户。", "Tidak ada rekening yang dapat dipakai untuk jenis ini.",
          "Không có tài khoản nào dùng được cho loại này.", "No account is available to you for this kind."},
+        {"newEntry.draft", "继续上次未保存的记录…", "Lanjutkan catatan yang belum disimpan…",
+         "Tiếp tục bút toán chưa lưu…", "Continue the entry not saved…"},
         {"search", "搜索备注、类别、参考号", "Cari keterangan, kategori, referensi",
          "Tìm ghi chú, hạng mục, tham chiếu", "Search notes, categories, references"},
         {"filters", "筛选", "Filter", "Bộ lọc", "Filters"},
@@ -91,6 +93,8 @@ const WordTable& ledgerWords()
         {"to", "至 %1", "ke %1", "đến %1", "to %1"},
         {"receipts.one", "1 张票据", "1 bukti", "1 chứng từ", "1 receipt"},
         {"receipts.many", "%1 张票据", "%1 bukti", "%1 chứng từ", "%1 receipts"},
+        {"group.byDay", "按日分组", "Kelompokkan per hari", "Nhóm theo ngày", "Group by day"},
+        {"day.total", "%1，%2，净额 %3", "%1, %2, neto %3", "%1, %2, ròng %3", "%1, %2, net %3"},
         {"table", "账本记录", "Catatan buku besar", "Các bút toán", "Ledger entries"},
 
         // totals and selection

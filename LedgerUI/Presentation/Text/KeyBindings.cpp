@@ -32,6 +32,7 @@ constexpr std::array bindings{
     KeyBinding{Command::nextPeriod, KeyScope::ledger, "Alt+Right", "nextPeriod"},
     KeyBinding{Command::openPeriod, KeyScope::ledger, "Alt+Down", "openPeriod"},
     KeyBinding{Command::jumpToDay, KeyScope::ledger, "Ctrl+G", "jumpToDay"},
+    KeyBinding{Command::groupByDay, KeyScope::ledger, "Ctrl+Shift+G", "groupByDay"},
     KeyBinding{Command::toggleDetail, KeyScope::ledger, "Ctrl+D", "toggleDetail"},
     KeyBinding{Command::sortNext, KeyScope::ledger, "F8", "sortNext"},
     KeyBinding{Command::turnSort, KeyScope::ledger, "Shift+F8", "turnSort"},

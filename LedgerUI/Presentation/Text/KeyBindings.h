@@ -28,6 +28,7 @@ enum class Command {
     nextPeriod,
     openPeriod,
     jumpToDay,
+    groupByDay,
     toggleDetail,
     sortNext,
     turnSort,

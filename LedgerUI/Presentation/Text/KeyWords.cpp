@@ -34,6 +34,7 @@ const WordTable& keyWords()
         {"nextPeriod", "下一期间", "Periode berikutnya", "Kỳ sau", "Next period"},
         {"openPeriod", "选择期间", "Pilih periode", "Chọn kỳ", "Choose the period"},
         {"jumpToDay", "转到某一天", "Buka suatu tanggal", "Đến một ngày", "Go to a day"},
+        {"groupByDay", "按日分组", "Kelompokkan per hari", "Nhóm theo ngày", "Group the entries by day"},
         {"toggleDetail", "显示或隐藏详情", "Tampilkan atau sembunyikan rincian", "Hiện hoặc ẩn chi tiết",
          "Show or hide the detail"},
         {"clearFilters", "清除搜索、筛选和期间", "Hapus pencarian, filter, dan periode", "Xóa tìm kiếm, bộ lọc và kỳ",

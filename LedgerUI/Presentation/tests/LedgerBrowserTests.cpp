@@ -54,7 +54,7 @@ TEST(LedgerBrowser, AnswersTheLastQuestionAboutALargeBookAndSaysWhatBecameOfTheR
     EXPECT_EQ(browser.listing()->rows.size(), 0U);
     browser.setFilter(browser.clearedFilter());
     waitUntil([&] { return !browser.isPreparing(); });
-    EXPECT_EQ(browser.listing()->rowOf("last"), 0);
+    EXPECT_EQ(browser.listing()->lineOf("last"), 0);
     EXPECT_EQ(browser.change().fresh, (std::vector<RowChange::Range>{{0, 2500}}));
     EXPECT_EQ(rowsShown.front(), 2501U);
     rowsShown.pop_back();
@@ -94,6 +94,29 @@ TEST(LedgerBrowser, RevealsAnEntryByWideningOnlyWhatHidesIt)
     EXPECT_TRUE(browser.reveal("i1"));
     EXPECT_EQ(idsOf(*browser.book(), browser.listing()->rows), "i1");
     EXPECT_FALSE(browser.reveal("nothing"));
+}
+
+TEST(LedgerBrowser, GroupsByDayAloneAndKeepsThatThroughEveryQuestion)
+{
+    LedgerBrowser browser;
+    browser.open(sampleLedger().share(), "en-US", sampleToday);
+    browser.setSort({LedgerSort::Key::amount, LedgerSort::Direction::descending});
+    browser.setGrouping(LedgerGrouping::byDay);
+    EXPECT_TRUE(browser.isByDay());
+    EXPECT_EQ(browser.sort(), LedgerSort{}) << "days have heads only where entries stand by their days";
+    EXPECT_EQ(browser.listing()->days.size(), 5U);
+
+    browser.setFilter({.kinds = {"expense"}});
+    EXPECT_EQ(browser.listing()->days.size(), 2U);
+    browser.setSort({LedgerSort::Key::member, LedgerSort::Direction::ascending});
+    EXPECT_FALSE(browser.isByDay());
+    EXPECT_TRUE(browser.listing()->days.empty());
+    browser.setSort({});
+    EXPECT_TRUE(browser.isByDay());
+    browser.open(sampleLedger().share(), "vi-VN", sampleToday);
+    EXPECT_EQ(browser.listing()->days.size(), 2U);
+    browser.setGrouping(LedgerGrouping::none);
+    EXPECT_EQ(browser.listing()->lines.size(), browser.listing()->rows.size());
 }
 
 TEST(LedgerBrowser, KeepsFilterAndOrderThroughARefreshAndAnotherLanguage)

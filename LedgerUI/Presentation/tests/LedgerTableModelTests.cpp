@@ -20,9 +20,10 @@ LedgerBookPointer share(const SnapshotBuilder& books)
 struct WatchedModel {
     WatchedModel() { show(share(sampleLedger())); }
 
-    void show(const LedgerBookPointer& book, const LedgerFilter& filter = {}, LedgerSort sort = {})
+    void show(const LedgerBookPointer& book, const LedgerFilter& filter = {}, LedgerSort sort = {},
+              LedgerGrouping grouping = LedgerGrouping::none)
     {
-        auto next = std::make_shared<const LedgerListing>(listingOf(book, {filter, sort, sampleToday}));
+        auto next = std::make_shared<const LedgerListing>(listingOf(book, {filter, sort, sampleToday, grouping}));
         const auto change = changeBetween(model.listing().get(), *next);
         model.present(std::move(next), change);
     }
@@ -30,6 +31,17 @@ struct WatchedModel {
     {
         selection.setCurrentIndex(model.index(model.rowOf(id), 0),
                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+    void showByDay(const LedgerBookPointer& book, LedgerSort sort = {}) { show(book, {}, sort, LedgerGrouping::byDay); }
+    /// The entries from the top, each day's after its number where it has a head.
+    std::string shown() const
+    {
+        std::string all;
+        for (int row = 0; row < model.rowCount(); ++row)
+            all += (all.empty() ? "" : " ") +
+                   (model.isHeadAt(row) ? std::to_string(model.lines()[static_cast<std::size_t>(row)].day()) + ":"
+                                        : std::string{model.idAt(row)});
+        return all;
     }
     std::string selected() const
     {
@@ -59,7 +71,7 @@ TEST(LedgerTableModel, KeepsTheSelectionWhenARefreshBringsAndTakesEntries)
     const auto fresh = std::make_shared<const LedgerBook>(std::make_shared<const LedgerSnapshot>(whole), "en-US");
     watched.show(fresh);
 
-    EXPECT_EQ(idsOf(*fresh, watched.model.rows()), "new v1 e3 r1 t1 e2 i1 o1 old");
+    EXPECT_EQ(watched.shown(), "new v1 e3 r1 t1 e2 i1 o1 old");
     EXPECT_EQ(watched.selected(), "t1 ");
     EXPECT_EQ(resets.count(), 0);
 }
@@ -115,6 +127,65 @@ TEST(LedgerTableModel, HasBalancesWhileASingleAccountIsShown)
               QStringLiteral("Balance"));
     watched.show(book);
     EXPECT_EQ(watched.model.columnCount(), 5);
+}
+
+TEST(LedgerTableModel, HeadsEachDayThroughRefreshesAndOtherOrders)
+{
+    WatchedModel watched;
+    watched.select("t1");
+    watched.showByDay(share(sampleLedger()));
+    EXPECT_EQ(watched.shown(), "20261109: v1 e3 20261107: r1 20261106: x1 20261105: t1 20261102: e1 e2 20261031: i1 "
+                               "20260901: o1");
+    EXPECT_EQ(watched.selected(), "t1 ");
+    EXPECT_TRUE(watched.model.repeatsDay(watched.model.rowOf("v1"))) << "the head says it";
+    EXPECT_FALSE(watched.model.flags(watched.model.index(0, 0)).testFlag(Qt::ItemIsSelectable));
+
+    QSignalSpy resets(&watched.model, &QAbstractItemModel::modelReset);
+    auto books = sampleLedger();
+    books.expense("new", "2026-11-20", "Singapore", "USD", 100).expense("old", "2026-11-05", "Singapore", "USD", 5);
+    auto whole = books.build();
+    auto entries = whole.transactions.toVector();
+    std::erase_if(entries, [](const auto& each) { return each.id == "x1" || each.id == "e1"; });
+    whole.transactions = entries;
+    watched.showByDay(
+        std::make_shared<const LedgerBook>(std::make_shared<const LedgerSnapshot>(std::move(whole)), "en-US"));
+    EXPECT_EQ(watched.shown(), "20261120: new 20261109: v1 e3 20261107: r1 20261105: t1 old 20261102: e2 20261031: i1 "
+                               "20260901: o1");
+    EXPECT_EQ(watched.selected(), "t1 ");
+    EXPECT_EQ(resets.count(), 0);
+
+    watched.showByDay(watched.model.listing()->book, {LedgerSort::Key::date, LedgerSort::Direction::ascending});
+    EXPECT_TRUE(watched.shown().starts_with("20260901: o1 20261031: i1 20261102: e2 20261105: old t1"))
+        << watched.shown();
+    watched.show(watched.model.listing()->book);
+    EXPECT_EQ(watched.shown(), "new v1 e3 r1 t1 old e2 i1 o1");
+}
+
+TEST(LedgerTableModel, TellsWhatEachDayBrought)
+{
+    WatchedModel watched;
+    const auto book = share(sampleLedger().income("i2", "2026-11-02", "Operating bank", "USD", 100'000, "sales"));
+    const auto head = [&](std::string_view entry) {
+        int row = watched.model.rowOf(entry);
+        while (!watched.model.isHeadAt(row))
+            --row;
+        return row;
+    };
+    const auto aloud = [&](int row) {
+        return watched.model.index(row, 4).data(Qt::AccessibleTextRole).toString().toStdString();
+    };
+    watched.showByDay(book);
+    EXPECT_EQ(
+        aloud(head("i2")),
+        "Mon 2 November 2026, 3 entries, minus 4,385,200 Indonesian rupiah, plus 1,000.00 US dollar, minus 438.50 "
+        "US dollar, net 561.50 US dollar");
+    EXPECT_EQ(aloud(head("t1")), "Thu 5 November 2026, 1 entry") << "a transfer brings nothing";
+    EXPECT_EQ(watched.model.index(head("t1"), 0).data().toString(), QStringLiteral("Thu 5 November 2026"));
+    EXPECT_EQ(watched.model.index(head("t1"), 1).data().toString(), QString{});
+
+    watched.show(book, {.accountIDs = {"Operating bank"}}, {}, LedgerGrouping::byDay);
+    const auto balance = watched.model.index(watched.model.rowOf("e1"), LedgerTableModel::balance);
+    EXPECT_EQ(balance.data(Qt::AccessibleTextRole).toString(), QStringLiteral("13,061.50 US dollar"));
 }
 
 TEST(LedgerTableModel, CopiesRowsForSpreadsheetsAndReadsCellsAloud)

@@ -19,6 +19,7 @@
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Screens/Categories/CategoryDialog.h"
 #include "LedgerUI/Screens/Entry/EntryDayField.h"
+#include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 #include "LedgerUI/Screens/Receipts/ReceiptInput.h"
 #include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
@@ -105,7 +106,15 @@ void TransactionForm::edit(auto change)
     const auto& after = m_submission.form().draft;
     if (after.kind != before.kind || after.currency != before.currency)
         offer();
+    keepDraft();
     present();
+}
+
+/// As it is typed: neither Cancel nor the end of a session may take more away than what was never entered.
+void TransactionForm::keepDraft()
+{
+    if (m_submission.isEditing() && EntryForm::hasDraft(m_submission.form().draft, m_initial))
+        EntryDrafts::of(store()).keep(m_submission.form().draft, locale());
 }
 
 template <class... Values>
@@ -264,6 +273,8 @@ void TransactionForm::submit()
 void TransactionForm::send()
 {
     const auto input = *m_submission.command();
+    // What may be recorded by now must not be begun again as a draft: the store keeps the command itself.
+    EntryDrafts::of(store()).forget();
     present();
     QCoro::connect(store().postTransaction(input, false), this,
                    [this](const Result<std::string>& reply) { finish(reply); });
@@ -288,6 +299,7 @@ void TransactionForm::finish(const Result<std::string>& reply)
         return;
     }
     m_submission.fail(reply.error());
+    keepDraft();
     present();
     (m_submission.isUncertain() ? &confirmButton() : m_body->control(EntryField::amount))
         ->setFocus(Qt::OtherFocusReason);

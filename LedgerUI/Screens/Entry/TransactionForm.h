@@ -45,6 +45,7 @@ private:
     [[nodiscard]] EntryFormContent content() const;
     void submit();
     void send();
+    void keepDraft();
     void forget();
     [[nodiscard]] bool hasChanges() const;
     [[nodiscard]] Note noteOn(const EntryFormContent& shown) const;

@@ -33,10 +33,9 @@ Action LedgerPrinting::list(LedgerStore& store, LedgerBrowser& browser, QWidget*
 {
     const bool isReady = browser.listing() != nullptr;
     const auto source = [&store, listing = browser.listing()] {
-        return PrintJob{.document = [listing, moment = momentNow(store.today())](const std::string& locale) {
-            const auto book = inLanguage(listing->book, locale);
-            return LedgerPrint::list(book == listing->book ? *listing : listingOf(book, listing->query), moment);
-        }};
+        const LedgerPrint::Asked asked{store.snapshot(), listing, momentNow(store.today())};
+        return PrintJob{.document = [asked](const std::string& locale) { return LedgerPrint::list(asked, locale); },
+                        .permission = [store = &store, asked] { return LedgerPrint::permission(store, asked); }};
     };
     return {.id = QStringLiteral("printLedger"),
             .text = word(printWords(), "action"),

@@ -8,11 +8,14 @@
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
+#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Ledger/LedgerTable.h"
 
 namespace {
 
@@ -30,9 +33,10 @@ struct Column {
     const char* name;
     LedgerSort::Key key;
 };
-constexpr std::array columns{Column{"date", LedgerSort::Key::date}, Column{"entry", LedgerSort::Key::entry},
-                             Column{"account", LedgerSort::Key::account}, Column{"member", LedgerSort::Key::member},
-                             Column{"amount", LedgerSort::Key::amount}};
+constexpr std::array sortedColumns{Column{"date", LedgerSort::Key::date}, Column{"entry", LedgerSort::Key::entry},
+                                   Column{"account", LedgerSort::Key::account},
+                                   Column{"member", LedgerSort::Key::member},
+                                   Column{"amount", LedgerSort::Key::amount}};
 
 /// Whether another entry like this one can be recorded. Openings are made once, and a refund pays one income back.
 bool mayRepeat(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
@@ -78,8 +82,8 @@ QString idOf(std::string_view kind)
 
 }
 
-std::vector<Action> LedgerActions::recording(const LedgerStore& store,
-                                             const std::function<void(const std::string& kind)>& record)
+std::vector<Action> LedgerActions::recording(LedgerStore& store,
+                                             const std::function<void(const EntryForm::Opening& opening)>& record)
 {
     const auto snapshot = store.snapshot();
     const bool mayRecord = snapshot && snapshot->currentMember.canRecord();
@@ -91,7 +95,7 @@ std::vector<Action> LedgerActions::recording(const LedgerStore& store,
                                  .isOffered = false}};
     for (const auto& [kind, command] : kinds) {
         const bool isPossible = mayRecord && !LedgerEntryAccess::accounts(*snapshot, kind).empty();
-        const auto begin = [record, kind] { record(std::string{kind}); };
+        const auto begin = [record, kind] { record({.kind = std::string{kind}, .accountID = {}, .prefilled = {}}); };
         if (isPossible && !actions.front().isOffered) {
             actions.front().isOffered = true;
             actions.front().run = begin;
@@ -104,6 +108,17 @@ std::vector<Action> LedgerActions::recording(const LedgerStore& store,
                            .whyNot = isPossible ? busy : word(ledgerWords(), "newEntry.none"),
                            .run = begin});
     }
+    const auto draft = EntryDrafts::of(store).kept(InterfaceLanguage::tag());
+    actions.push_back({.id = idOf("draft"),
+                       .text = word(ledgerWords(), "newEntry.draft"),
+                       .glyph = QStringLiteral("pencil"),
+                       .whyNot = busy,
+                       .isOffered = mayRecord && draft.has_value(),
+                       .run = [&store, record] {
+                           // As it stands when it is asked for.
+                           if (auto begun = EntryDrafts::of(store).kept(InterfaceLanguage::tag()))
+                               record({.kind = begun->kind, .accountID = {}, .prefilled = std::move(begun)});
+                       }});
     return actions;
 }
 
@@ -115,7 +130,7 @@ QList<QString> LedgerActions::recordingMenu()
             ids << QString{};
         ids << idOf(each.kind);
     }
-    return ids;
+    return ids << QString{} << idOf("draft");
 }
 
 std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
@@ -182,19 +197,46 @@ QList<QString> LedgerActions::entryMenu()
             {}};
 }
 
-std::vector<Action> LedgerActions::sorting(LedgerSort now, const std::function<void(LedgerSort::Key key)>& sortBy)
+std::vector<Action> LedgerActions::sorting(const Order& now)
 {
     std::vector<Action> actions;
-    for (const auto& [column, key] : columns)
+    for (const auto& [column, key] : sortedColumns)
         actions.push_back({.id = QStringLiteral("sort.") + QString::fromLatin1(column),
                            .text = word(ledgerWords(), std::string{"column."} + column),
-                           .isOn = now.key == key,
-                           .run = [sortBy, sorted = key] { sortBy(sorted); }});
+                           .isOn = now.sort.key == key,
+                           .run = [sortBy = now.sortBy, sorted = key] { sortBy(sorted); }});
     actions.push_back({.id = QStringLiteral("turnSort"),
                        .text = word(ledgerWords(), "action.turnSort"),
                        .keys = KeyBindings::keys(Command::turnSort),
-                       .run = [sortBy, now] { sortBy(now.key); }});
+                       .run = [sortBy = now.sortBy, key = now.sort.key] { sortBy(key); }});
+    actions.push_back({.id = QStringLiteral("groupByDay"),
+                       .text = word(ledgerWords(), "group.byDay"),
+                       .keys = KeyBindings::keys(Command::groupByDay),
+                       .isOn = now.isByDay,
+                       .run = now.turnGrouping});
     return actions;
+}
+
+std::vector<Action> LedgerActions::columns(LedgerTable& table, const std::function<void()>& changed)
+{
+    const auto column = [&](int at, const char* name, bool isOffered) {
+        return Action{.id = QStringLiteral("columns.") + QString::fromLatin1(name),
+                      .text = word(ledgerWords(), std::string{"column."} + name),
+                      .isOffered = isOffered,
+                      .isOn = table.isColumnWanted(at),
+                      .run = [&table, at, changed] {
+                          table.setColumnWanted(at, !table.isColumnWanted(at));
+                          changed();
+                      }};
+    };
+    return {
+        column(LedgerTableModel::account, "account", true),
+        column(LedgerTableModel::member, "member", true),
+        column(LedgerTableModel::balance, "balance", table.entries().hasBalances()),
+        {.id = QStringLiteral("columns.usual"), .text = word(ledgerWords(), "columns.usual"), .run = [&table, changed] {
+             table.resetColumns();
+             changed();
+         }}};
 }
 
 QList<QString> LedgerActions::columnsMenu()
@@ -209,7 +251,7 @@ QList<QString> LedgerActions::columnsMenu()
 QList<QString> LedgerActions::sortingMenu()
 {
     QList<QString> ids;
-    for (const auto& [column, key] : columns)
+    for (const auto& [column, key] : sortedColumns)
         ids << QStringLiteral("sort.") + QString::fromLatin1(column);
-    return ids << QString{} << QStringLiteral("turnSort");
+    return ids << QString{} << QStringLiteral("turnSort") << QStringLiteral("groupByDay");
 }

@@ -7,18 +7,21 @@
 #include <vector>
 
 #include "LedgerUI/Components/Page/Action.h"
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Ledger/LedgerRefund.h"
 #include "LedgerUI/Presentation/Ledger/LedgerSort.h"
 
 class LedgerStore;
+class LedgerTable;
 
 /// What can be done on the ledger page, and in which order its menus list it.
 namespace LedgerActions {
 
 /// "newEntry", which records the first kind that the member may record, and one action for each kind:
-/// "newEntry.expense" and so on. Not offered to members who may not record at all.
-std::vector<Action> recording(const LedgerStore& store, const std::function<void(const std::string& kind)>& record);
+/// "newEntry.expense" and so on; and "newEntry.draft", which opens the form on the entry that was begun last, while
+/// there is one. Not offered to members who may not record at all.
+std::vector<Action> recording(LedgerStore& store, const std::function<void(const EntryForm::Opening& opening)>& record);
 QList<QString> recordingMenu();
 
 /// The entries that are chosen, and what does the things that can be done with them.
@@ -38,11 +41,18 @@ struct Chosen {
 std::vector<Action> onEntries(const Chosen& chosen);
 QList<QString> entryMenu();
 
-/// Which columns stand in the table.
+/// Which columns stand in the table; `changed` after each change.
+std::vector<Action> columns(LedgerTable& table, const std::function<void()>& changed);
 QList<QString> columnsMenu();
 
-/// Sorting by each column; by the one in force turns the order around.
-std::vector<Action> sorting(LedgerSort now, const std::function<void(LedgerSort::Key key)>& sortBy);
+/// Sorting by each column; by the one in force turns the order around. And whether each day has a head.
+struct Order {
+    LedgerSort sort;
+    bool isByDay = false;
+    std::function<void(LedgerSort::Key key)> sortBy;
+    std::function<void()> turnGrouping;
+};
+std::vector<Action> sorting(const Order& now);
 QList<QString> sortingMenu();
 
 }

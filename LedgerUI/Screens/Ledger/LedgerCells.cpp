@@ -2,9 +2,9 @@
 
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 
 namespace {
 
@@ -82,6 +82,22 @@ Cell amountCell(const LedgerRow& row, const ThemeColor& kindInk, Density density
     return cell;
 }
 
+/// The day and how much was recorded on it, and at the other end what it brought.
+Cell dayCell(const LedgerDayRow& row)
+{
+    Cell cell{.lines = {{.text = row.day, .step = TypeStep::small, .isBold = true}},
+              .beside = CellText{.text = row.entries, .step = TypeStep::small, .ink = Token::text2},
+              .isHead = true,
+              .spansRow = true};
+    for (const auto& net : row.nets)
+        cell.sums.push_back({.code = net.currency,
+                             .figure = {.text = net.figure(),
+                                        .step = TypeStep::small,
+                                        .ink = net.sign == MoneyText::Sign::plus ? Token::ok : Token::text2,
+                                        .isBold = true}});
+    return cell;
+}
+
 /// In red where money is owed.
 Cell balanceCell(const LedgerTableModel& model, int row)
 {
@@ -97,6 +113,8 @@ Cell balanceCell(const LedgerTableModel& model, int row)
 
 Cell ledgerCell(const LedgerTableModel& model, const QModelIndex& index, Density density)
 {
+    if (model.isHeadAt(index.row()))
+        return dayCell(model.dayRow(index.row()));
     const auto& row = model.row(index.row());
     const auto kindInk = entryKindColor(row.kind, model.book()->snapshot());
     switch (index.column()) {

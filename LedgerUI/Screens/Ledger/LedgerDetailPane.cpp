@@ -6,9 +6,9 @@
 #include <QPushButton>
 
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Screens/Ledger/LedgerBalancesBody.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
 #include "LedgerUI/Screens/Receipts/ReceiptInput.h"

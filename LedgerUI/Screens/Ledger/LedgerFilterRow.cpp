@@ -31,7 +31,7 @@ constexpr std::array buttonNames{"filterKinds", "filterAccounts", "filterCategor
 static_assert(buttonNames.size() == parts.size());
 
 constexpr int searchWidth = 310;
-constexpr int searchMinimum = 180;
+constexpr int searchMinimum = 120;
 constexpr int chipText = 320; // at most; the whole text is in the tool tip
 constexpr auto typingPause = std::chrono::milliseconds{150};
 
@@ -50,6 +50,22 @@ QToolButton* filterButton(const char* name, const char* glyph, Qt::LayoutDirecti
     return button;
 }
 
+/// A button that turns a part of the view on and off.
+IconButton* viewButton(const char* name, const char* glyph, QWidget* parent)
+{
+    auto* button = new IconButton(QString::fromLatin1(glyph), IconButton::Frame::outlined, parent);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setCheckable(true);
+    return button;
+}
+
+/// Its tool tip tells the key beside the name.
+void setKeyedName(IconButton& button, const QString& name, Command command)
+{
+    button.setName(name);
+    button.setToolTip(namedWithKeys(name, KeyBindings::keys(command)));
+}
+
 QString counted(const QString& name, std::size_t count)
 {
     if (count == 0)
@@ -64,9 +80,9 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
     setObjectName(QStringLiteral("filterRow"));
     buildSearch();
     buildButtons();
-    m_detail = new IconButton(QStringLiteral("layout-sidebar-inset-reverse"), IconButton::Frame::outlined, this);
-    m_detail->setObjectName(QStringLiteral("detailToggle"));
-    m_detail->setCheckable(true);
+    m_byDay = viewButton("byDayToggle", "calendar-week", this);
+    connect(m_byDay, &QToolButton::clicked, this, &LedgerFilterRow::byDayToggled);
+    m_detail = viewButton("detailToggle", "layout-sidebar-inset-reverse", this);
     connect(m_detail, &QToolButton::clicked, this, &LedgerFilterRow::detailToggled);
     m_chips = new QWidget(this);
     m_chips->setObjectName(QStringLiteral("filterChips"));
@@ -84,6 +100,7 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
     row->addWidget(m_all);
     row->addWidget(m_clear);
     row->addStretch(1);
+    row->addWidget(m_byDay);
     row->addWidget(m_detail);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, 0);
@@ -138,6 +155,7 @@ void LedgerFilterRow::present(const LedgerBrowser& browser)
 {
     m_browser = &browser;
     m_filter = browser.filter();
+    m_byDay->setChecked(browser.isByDay());
     if (!m_typing.isActive() && m_search->text().toStdString() != m_filter.text)
         m_search->setText(QString::fromStdString(m_filter.text));
     presentButtons();
@@ -148,8 +166,8 @@ void LedgerFilterRow::retranslate()
 {
     const auto& locale = InterfaceLanguage::tag();
     m_search->setPrompt(wordIn(locale, ledgerWords(), "search"));
-    m_detail->setName(wordIn(locale, ledgerWords(), "detail.toggle"));
-    m_detail->setToolTip(namedWithKeys(m_detail->accessibleName(), KeyBindings::keys(Command::toggleDetail)));
+    setKeyedName(*m_byDay, wordIn(locale, ledgerWords(), "group.byDay"), Command::groupByDay);
+    setKeyedName(*m_detail, wordIn(locale, ledgerWords(), "detail.toggle"), Command::toggleDetail);
     m_clear->setText(wordIn(locale, ledgerWords(), "filters.clear"));
     m_clear->setAccessibleName(wordIn(locale, ledgerWords(), "filters.clearHint"));
     m_clear->setToolTip(m_clear->accessibleName());

@@ -34,6 +34,7 @@ Q_SIGNALS:
     void filterWanted(const LedgerFilter& filter);
     void clearWanted();
     void detailToggled();
+    void byDayToggled();
     void leftDownwards();
     /// Esc in a search that is empty.
     void leftByEscape();
@@ -59,6 +60,7 @@ private:
     std::array<QToolButton*, LedgerFilter::chosenParts.size()> m_buttons{};
     QToolButton* m_all = nullptr;
     QToolButton* m_clear = nullptr;
+    IconButton* m_byDay = nullptr;
     IconButton* m_detail = nullptr;
     QWidget* m_chips = nullptr;
     QPointer<LedgerFilterPopover> m_popover;

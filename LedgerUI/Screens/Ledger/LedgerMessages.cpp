@@ -57,7 +57,7 @@ void LedgerMessages::present(const LedgerBrowser& browser)
     m_hint->setVisible(browser.showsLatestInstead());
     if (m_announced.empty())
         return;
-    if (browser.listing() && browser.listing()->rowOf(m_announced) < 0)
+    if (browser.listing() && browser.listing()->lineOf(m_announced) < 0)
         presentAnnounced(browser);
     else
         withdraw();

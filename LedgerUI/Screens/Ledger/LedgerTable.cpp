@@ -130,17 +130,11 @@ bool LedgerTable::chooseAll(const std::vector<std::string>& ids)
     if (rows.empty())
         return false;
     std::ranges::sort(rows);
-    QItemSelection selection; // neighbours as one range: thousands of ranges take their square
-    for (std::size_t first = 0; first < rows.size();) {
-        auto last = first;
-        while (last + 1 < rows.size() && rows[last + 1] <= rows[last] + 1)
-            ++last;
-        selection.append({m_model->index(rows[first], 0), m_model->index(rows[last], 0)});
-        first = last + 1;
-    }
+    const auto repeated = std::ranges::unique(rows);
+    rows.erase(repeated.begin(), repeated.end());
     const auto top = m_model->index(rows.front(), 0);
     selectionModel()->setCurrentIndex(top, QItemSelectionModel::NoUpdate);
-    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    selectRows(rows);
     scrollTo(top);
     return true;
 }

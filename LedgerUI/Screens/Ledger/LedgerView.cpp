@@ -24,6 +24,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/EntryDayPopover.h"
+#include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Exports/LedgerPrinting.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
@@ -55,7 +56,17 @@ std::vector<MoneyText> netAmounts(const std::vector<LedgerTotal>& totals)
 /// The sums of all rows are known already.
 std::vector<LedgerTotal> selectedTotals(const LedgerListing& listing, const std::vector<std::uint32_t>& selected)
 {
-    return selected.size() == listing.rows.size() ? listing.totals : totals(*listing.book, selected);
+    return selected.size() == listing.rows.size() ? listing.totals : totalsOf(listing, selected);
+}
+
+/// A menu that goes when it is left.
+QMenu* menuNamed(const char* name, QWidget* parent)
+{
+    auto* menu = new QMenu(parent);
+    menu->setObjectName(QString::fromLatin1(name));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setToolTipsVisible(true);
+    return menu;
 }
 
 /// The account that the ledger is narrowed to, where it is a single one.
@@ -133,6 +144,7 @@ void LedgerView::bindParts()
         presentActions();
         presentDetail();
     });
+    connect(&EntryDrafts::of(m_store), &EntryDrafts::changed, this, &LedgerView::presentActions);
     connect(m_browser, &LedgerBrowser::changed, this, &LedgerView::present);
     connect(m_period, &PeriodNavigator::periodChosen, this, [this](const Period& period) {
         auto filter = m_browser->filter();
@@ -145,6 +157,7 @@ void LedgerView::bindParts()
     });
     connect(m_filters, &LedgerFilterRow::filterWanted, m_browser, &LedgerBrowser::setFilter);
     connect(m_filters, &LedgerFilterRow::clearWanted, (*m_actions)[QStringLiteral("clearFilters")], &QAction::trigger);
+    connect(m_filters, &LedgerFilterRow::byDayToggled, (*m_actions)[QStringLiteral("groupByDay")], &QAction::trigger);
     connect(m_filters, &LedgerFilterRow::detailToggled, m_page, &ListDetailPage::toggleDetail);
     connect(m_filters, &LedgerFilterRow::leftDownwards, m_table, &RowTable::enter);
     connect(m_filters, &LedgerFilterRow::leftByEscape, m_page, &ListDetailPage::leaveDetail);
@@ -152,16 +165,15 @@ void LedgerView::bindParts()
     connect(m_messages, &LedgerMessages::left, m_page, &ListDetailPage::focusContent);
     connect(m_notice, &LedgerNoticeView::filterWanted, m_browser, &LedgerBrowser::setFilter);
     connect(m_notice, &LedgerNoticeView::recordWanted, (*m_actions)[QStringLiteral("newEntry")], &QAction::trigger);
-    connect(m_notice, &LedgerNoticeView::openingWanted, this, [this] { record(std::string{EntryKind::opening}); });
+    connect(m_notice, &LedgerNoticeView::openingWanted, this,
+            [this] { record({.kind = std::string{EntryKind::opening}, .accountID = {}, .prefilled = {}}); });
     connect(m_table, &RowTable::selectionMoved, this, &LedgerView::presentSelection);
     connect(m_table, &RowTable::opened, m_page, &ListDetailPage::openDetail);
     connect(m_table, &RowTable::menuWanted, this, &LedgerView::openMenu);
     connect(m_table, &LedgerTable::sortWanted, m_browser, &LedgerBrowser::setSort);
     connect(m_table, &LedgerTable::columnsWanted, this, [this](QPoint place) {
-        auto* menu = new QMenu(m_table);
-        menu->setObjectName(QStringLiteral("columnsMenu"));
-        menu->setAttribute(Qt::WA_DeleteOnClose);
-        m_actions->fill(*menu, LedgerActions::columnsMenu());
+        auto* menu = menuNamed("columnsMenu", m_table);
+        m_actions->fill(*menu, LedgerActions::columnsMenu() << QString{} << QStringLiteral("groupByDay"));
         menu->popup(place);
     });
 }
@@ -274,23 +286,7 @@ void LedgerView::present()
 
 void LedgerView::presentColumns()
 {
-    const auto column = [this](int at, const char* name, bool isOffered) {
-        return Action{.id = QStringLiteral("columns.") + QString::fromLatin1(name),
-                      .text = text(std::string{"column."} + name),
-                      .isOffered = isOffered,
-                      .isOn = m_table->isColumnWanted(at),
-                      .run = [this, at] {
-                          m_table->setColumnWanted(at, !m_table->isColumnWanted(at));
-                          presentColumns();
-                      }};
-    };
-    m_actions->present({column(LedgerTableModel::account, "account", true),
-                        column(LedgerTableModel::member, "member", true),
-                        column(LedgerTableModel::balance, "balance", m_table->entries().hasBalances()),
-                        {.id = QStringLiteral("columns.usual"), .text = text("columns.usual"), .run = [this] {
-                             m_table->resetColumns();
-                             presentColumns();
-                         }}});
+    m_actions->present(LedgerActions::columns(*m_table, [this] { presentColumns(); }));
 }
 
 /// Worked out once for each selection: whole ledgers can be selected, and one entry's balances take a pass over all.
@@ -324,12 +320,17 @@ void LedgerView::presentDetail()
 
 void LedgerView::presentActions()
 {
-    m_actions->present(LedgerActions::recording(m_store, [this](const std::string& kind) { record(kind); }));
+    m_actions->present(
+        LedgerActions::recording(m_store, [this](const EntryForm::Opening& opening) { record(opening); }));
     m_actions->present(pageActions());
     m_actions->present(
         {LedgerPrinting::list(m_store, *m_browser, this, [this](const QString& what) { Q_EMIT done(what); })});
     m_actions->present(LedgerActions::sorting(
-        m_browser->sort(), [this](LedgerSort::Key key) { m_browser->setSort(m_table->sortedBy(key)); }));
+        {.sort = m_browser->sort(),
+         .isByDay = m_browser->isByDay(),
+         .sortBy = [this](LedgerSort::Key key) { m_browser->setSort(m_table->sortedBy(key)); },
+         .turnGrouping =
+             [this] { m_browser->setGrouping(m_browser->isByDay() ? LedgerGrouping::none : LedgerGrouping::byDay); }}));
     presentRowActions();
     if (m_newEntry)
         m_newEntry->setVisible((*m_actions)[QStringLiteral("newEntry")]->isVisible());
@@ -397,10 +398,7 @@ std::vector<Action> LedgerView::pageActions()
 
 void LedgerView::openMenu(QPoint place)
 {
-    auto* menu = new QMenu(m_table);
-    menu->setObjectName(QStringLiteral("entryMenu"));
-    menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->setToolTipsVisible(true);
+    auto* menu = menuNamed("entryMenu", m_table);
     m_actions->fill(*menu, LedgerActions::entryMenu() << QStringLiteral("printEntry"));
     m_actions->fill(*menu->addMenu(text("action.sort")), LedgerActions::sortingMenu());
     m_actions->fill(*menu->addMenu(text("columns")), LedgerActions::columnsMenu());
@@ -441,7 +439,9 @@ void LedgerView::showEntry(const std::string& id)
     m_guide->goTo({id}, LedgerGuide::Shows::always);
 }
 
-void LedgerView::record(const std::string& kind)
+void LedgerView::record(EntryForm::Opening opening)
 {
-    m_dialogs->record({.kind = kind, .accountID = onlyAccount(m_browser->filter()), .prefilled = {}});
+    if (!opening.prefilled)
+        opening.accountID = onlyAccount(m_browser->filter());
+    m_dialogs->record(opening);
 }

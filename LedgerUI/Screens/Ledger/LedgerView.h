@@ -5,6 +5,7 @@
 
 #include <QPointer>
 
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
@@ -59,7 +60,7 @@ private:
     void showOnlyAccount(const std::string& accountID);
     void showEntry(const std::string& id);
     void openDays();
-    void record(const std::string& kind);
+    void record(EntryForm::Opening opening);
 
     LedgerStore& m_store;
     LedgerBrowser* m_browser = nullptr;

@@ -19,6 +19,7 @@
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
 
@@ -48,6 +49,7 @@ ReportPage::ReportPage(LedgerStore& store, const QString& name, QWidget* parent)
     buildNewEntry(name);
     connect(&m_store, &LedgerStore::snapshotChanged, this, &ReportPage::adoptSnapshot);
     connect(&m_store, &LedgerStore::isBusyChanged, this, &ReportPage::presentActions);
+    connect(&EntryDrafts::of(m_store), &EntryDrafts::changed, this, &ReportPage::presentActions);
     connect(m_browser, &ReportBrowser::changed, this, &ReportPage::presentSheet);
     connect(m_period, &PeriodNavigator::periodChosen, this, [this](const Period& period) {
         auto query = m_browser->query();
@@ -99,8 +101,8 @@ void ReportPage::presentSheet()
 
 void ReportPage::presentActions()
 {
-    m_actions->present(LedgerActions::recording(
-        m_store, [this](const std::string& kind) { openForm({.kind = kind, .accountID = {}, .prefilled = {}}); }));
+    m_actions->present(
+        LedgerActions::recording(m_store, [this](const EntryForm::Opening& opening) { openForm(opening); }));
     const auto keyed = [](const char* id, Command command, std::function<void()> run) {
         return Action{
             .id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};

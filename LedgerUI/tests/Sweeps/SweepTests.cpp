@@ -142,6 +142,11 @@ const std::array shown{
     SweptScreen{"Alert", ledgerPage, complain},
     SweptScreen{"Keys", ledgerPage, [](auto& under) { under.screen.keys("F1"); }},
     SweptScreen{"Ledger", ledgerPage, signIn},
+    SweptScreen{"LedgerByDay", ledgerPage,
+                [](auto& under) {
+                    signIn(under);
+                    under.screen.press("byDayToggle");
+                }},
     SweptScreen{"LedgerDetail", ledgerPage, chooseEntry},
     SweptScreen{"Expense", ledgerPage, [](auto& under) { openEntry(under, "expense"); }},
     SweptScreen{"Transfer", ledgerPage, [](auto& under) { openEntry(under, "transfer"); }},

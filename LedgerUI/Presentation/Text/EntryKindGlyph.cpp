@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 
 #include <algorithm>
 #include <array>
