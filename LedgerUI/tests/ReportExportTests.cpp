@@ -117,6 +117,44 @@ TEST(FundsTab, OpensTheEntriesBehindASumAndTheEntryOfARow)
     EXPECT_TRUE(under.screen.says("USD −12,000.00") || under.screen.says("−12,000.00"));
 }
 
+TEST(FundsTab, OpensExactlyTheEntriesThatASumIsMadeOf)
+{
+    auto books = reportSample();
+    LedgerTransaction wrong;
+    wrong.id = "wrong";
+    wrong.kind = EntryKind::expense;
+    wrong.date = "2026-11-11";
+    wrong.createdAt = "2026-11-11T03:00:00Z";
+    wrong.memberID = "m1";
+    wrong.categoryID = "rent";
+    wrong.legs = {{"Operating bank", "IDR", -990'000}};
+    wrong.reversedBy = "undo";
+    auto undo = wrong;
+    undo.id = "undo";
+    undo.kind = EntryKind::reversal;
+    undo.reversedBy.reset();
+    undo.reversalOf = "wrong";
+    undo.legs = {{"Operating bank", "IDR", 990'000}};
+    books.entry(wrong).entry(undo);
+    ReportsUnderTest under{books};
+    const auto opened = [&](const char* row, int column) {
+        under.openTab("movementsTab");
+        auto& sums = under.screen.find<ReportTable>("fundSumTable");
+        sums.setFocus();
+        sums.setCurrentIndex(sums.model()->index(sums.grid().rowOf(row), column));
+        const auto figure = sums.currentIndex().data().toString().toStdString();
+        under.screen.keys("Return");
+        under.screen.waitFor("totalsStrip");
+        const auto totals = under.screen.read("totals");
+        EXPECT_NE(totals.find(figure), std::string::npos) << row << ": " << figure << " in " << totals;
+        under.screen.keys("Ctrl+2");
+        under.screen.waitFor("fundSumTable");
+    };
+    opened("reversals", 3);
+    opened("transfer", 3);
+    opened("total", 3);
+}
+
 TEST(FundsTab, HasARunningBalanceForOneAccountWhoseEntriesExplainIt)
 {
     auto books = reportSample();

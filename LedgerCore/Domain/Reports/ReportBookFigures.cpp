@@ -276,7 +276,8 @@ std::vector<ReportFigureLeg> ReportBook::legs(const ReportFigure& figure, Report
     const auto last = dayNumber(range.last);
     std::vector<ReportFigureLeg> found;
     for (const auto& row : rows(figure.scope.currency)) {
-        const bool isMeant = figure.movements.empty() || figure.movements.contains(row.movement);
+        const bool isMeant = (figure.movements.empty() || figure.movements.contains(row.movement)) &&
+                             (figure.legs == ReportFigure::Legs::all || !row.isEarnedOrSpent());
         if (isMeant && row.day >= first && row.day <= last && inScope[row.account] && ofCategory[row.category])
             found.push_back({.entry = row.entry, .amountMinor = row.amountMinor, .reverses = row.reverses});
     }

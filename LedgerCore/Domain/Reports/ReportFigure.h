@@ -11,11 +11,14 @@
 /// What one figure of a report is the sum of: the legs of its scope that bear one of the movements.
 struct ReportFigure {
     enum class Lines { all, categoryAlone, categoryWithChildren };
+    /// Of funds: what moved without being earned or spent, with income and expense that were taken back.
+    enum class Legs { all, funds };
 
     ReportScope scope;
     std::set<Movement> movements = {}; // empty: all of them
     Lines lines = Lines::all;
     std::string categoryID = {}; // where `lines` asks for one; empty for the money of no category
+    Legs legs = Legs::all;
 
     bool operator==(const ReportFigure&) const = default;
 

@@ -65,9 +65,9 @@ private:
                         .rows = {}};
         const auto add = [&](std::string id, const QString& name, const FundMovementSum& sum,
                              std::set<Movement> movements, Level level) {
-            std::optional<ReportBacking> backing;
-            if (!movements.empty())
-                backing = ReportBacking{m_query.period, {.scope = scope(), .movements = std::move(movements)}};
+            const ReportBacking backing{
+                m_query.period,
+                {.scope = scope(), .movements = std::move(movements), .legs = ReportFigure::Legs::funds}};
             const auto cell = [&](std::int64_t minor, Tone tone) {
                 return ReportGrids::moneyCell(movementText(minor, m_query.currency, m_locale), tone, backing);
             };
@@ -78,19 +78,15 @@ private:
                                            cell(sum.netMinor(), Tone::strong)},
                                  .level = level});
         };
-        std::set<Movement> together;
         for (const auto& sum : m_funds.sums) {
             const std::string name{rawValue(sum.movement)};
             add(name, word("movement." + name), sum, {sum.movement}, Level::plain);
-            together.insert(sum.movement);
         }
-        // No figure of a report is made of these alone: they are found in the list below.
         if (m_funds.reversals.legCount > 0)
-            add("reversals", word("fund.reversals"), m_funds.reversals, {}, Level::plain);
-        if (m_funds.reversals.legCount > 0)
-            together.clear();
+            add("reversals", word("fund.reversals"), m_funds.reversals, {Movement::income, Movement::expense},
+                Level::plain);
         if (m_funds.total.legCount > 0)
-            add("total", word("total"), m_funds.total, std::move(together), Level::total);
+            add("total", word("total"), m_funds.total, {}, Level::total);
         return grid;
     }
 

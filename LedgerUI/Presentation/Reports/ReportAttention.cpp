@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
@@ -149,6 +150,25 @@ std::vector<AttentionItem> ReportAttention::items(const LedgerSnapshot& snapshot
     collection.addDividends();
     collection.addReceipts(period);
     return std::move(collection).items();
+}
+
+std::vector<AttentionItem> ReportAttention::reversedByOthers(const LedgerSnapshot& snapshot, const Period& period,
+                                                             std::string_view locale)
+{
+    const auto& own = snapshot.currentMember.id;
+    std::unordered_set<std::string_view> recorded;
+    for (const auto& entry : snapshot.transactions) {
+        if (entry.reversedBy && entry.memberID == own)
+            recorded.insert(entry.id);
+    }
+    const auto count = std::ranges::count_if(snapshot.transactions, [&](const auto& entry) {
+        return entry.reversalOf && entry.memberID != own && recorded.contains(*entry.reversalOf) &&
+               period.contains(entry.date);
+    });
+    if (count == 0)
+        return {};
+    return {{.kind = AttentionItem::Kind::entriesReversed,
+             .text = countedIn(locale, reportWords(), "reversed", static_cast<std::size_t>(count))}};
 }
 
 AttentionItem ReportAttention::unconfirmed(const KeptEntry& kept, std::string_view locale)

@@ -22,6 +22,7 @@ struct AttentionItem {
         floatBelowZero,    // opens the entries of `accountID`
         startUnconfirmed,  // opens the bookkeeping setup
         openingsMissing,   // opens an opening balance on `accountID`
+        entriesReversed,   // opens the reversals of the period
         dividendsUnpaid,   // opens the dividends
         advancesUnapplied, // opens the dividends
     };
@@ -39,6 +40,10 @@ namespace ReportAttention {
 /// What in these books wants a hand, the most pressing first. Only what the member may see and mend: nothing about
 /// openings without the right to record one.
 std::vector<AttentionItem> items(const LedgerSnapshot& snapshot, const Period& period, std::string_view locale);
+
+/// A row for what somebody else reversed in the period of what the signed-in member had recorded, if there is any.
+std::vector<AttentionItem> reversedByOthers(const LedgerSnapshot& snapshot, const Period& period,
+                                            std::string_view locale);
 
 /// A row for the entry whose recording was not confirmed, or not tried because a session had ended.
 AttentionItem unconfirmed(const KeptEntry& kept, std::string_view locale);

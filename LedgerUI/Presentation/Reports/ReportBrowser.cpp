@@ -5,16 +5,16 @@
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
 #include "LedgerUI/Presentation/Period/PeriodGrid.h"
 
-ReportBrowser::ReportBrowser(QObject* parent)
-    : QObject{parent}, m_answers{this,
-                                 {.entriesAtOnce = 1000,
-                                  .question = [this] { return question(); },
-                                  .answer = &ReportBrowser::answer,
-                                  .take =
-                                      [this](ReportSheetPointer sheet, bool isLast) {
-                                          if (isLast)
-                                              adopt(std::move(sheet));
-                                      }}}
+ReportBrowser::ReportBrowser(ReportPart report, QObject* parent)
+    : QObject{parent}, m_query{.report = report}, m_answers{this,
+                                                            {.entriesAtOnce = 1000,
+                                                             .question = [this] { return question(); },
+                                                             .answer = &ReportBrowser::answer,
+                                                             .take =
+                                                                 [this](ReportSheetPointer sheet, bool isLast) {
+                                                                     if (isLast)
+                                                                         adopt(std::move(sheet));
+                                                                 }}}
 {
 }
 

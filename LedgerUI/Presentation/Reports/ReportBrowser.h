@@ -12,7 +12,8 @@
 class ReportBrowser final : public QObject {
     Q_OBJECT
 public:
-    explicit ReportBrowser(QObject* parent = nullptr);
+    /// Begins with this report.
+    explicit ReportBrowser(ReportPart report, QObject* parent = nullptr);
 
     /// Goes on with another snapshot or language. The first one decides the period to begin with. Null forgets all.
     void open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today);

@@ -24,5 +24,11 @@ QString movementsText(const std::set<Movement>& movements, std::string_view loca
 
 QString reportFigureText(const ReportFigure& figure, std::string_view locale)
 {
-    return listed({movementsText(figure.movements, locale), QString::fromStdString(figure.scope.currency)}, locale);
+    const auto text = [&](std::string_view key) { return wordIn(locale, reportWords(), key); };
+    auto movements = movementsText(figure.movements, locale);
+    if (figure.legs == ReportFigure::Legs::funds && figure.movements.empty())
+        movements = text("table.funds");
+    else if (figure.legs == ReportFigure::Legs::funds && figure.movements.contains(Movement::income))
+        movements = text("fund.reversals");
+    return listed({movements, QString::fromStdString(figure.scope.currency)}, locale);
 }

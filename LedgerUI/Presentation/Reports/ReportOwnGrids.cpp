@@ -7,6 +7,7 @@
 #include "LedgerUI/Presentation/Reports/ReportFigureText.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 using std::chrono::sys_days;
@@ -52,6 +53,7 @@ public:
         ReportGrid grid{.name = word("table.latest"),
                         .columns = {{.head = word("day"), .kind = Kind::line},
                                     {.head = word("entry"), .kind = Kind::name},
+                                    {.head = word("currency"), .kind = Kind::label},
                                     {.head = word("amount")}},
                         .rows = {}};
         for (const auto* entry : latestEntries())
@@ -133,8 +135,10 @@ private:
         const auto money = movementText(leg.amountMinor, leg.currency, m_locale);
         return {{.text = DayText::shortDay(entry.date, m_locale)},
                 {.text = category ? qString(directory.fullPathName(*category, m_locale)) : kind,
-                 .beside = QString::fromStdString(entry.note)},
-                {.text = money.text(), .spoken = money.spoken, .copied = money.plain()}};
+                 .beside = QString::fromStdString(entry.note),
+                 .glyph = entryKindGlyph(entry.kind)},
+                {.text = money.currency, .tone = Tone::quiet},
+                ReportGrids::moneyCell(money, leg.amountMinor > 0 ? Tone::incoming : Tone::plain, std::nullopt)};
     }
 
     const ReportBooks& m_books;

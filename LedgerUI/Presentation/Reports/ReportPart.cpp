@@ -13,6 +13,8 @@ std::vector<ReportParts::Table> allTables(const ReportSheet& sheet, ReportPart p
         return {{"accounts", &sheet.matrix.movements}, {"monthEnds", &sheet.matrix.monthEnds}};
     case ReportPart::movements:
         return {{"fundSums", &sheet.funds.sums}, {ReportParts::fundMovements, &sheet.funds.list}};
+    case ReportPart::summary:
+        return {}; // it is only looked at
     }
     return {};
 }
@@ -30,6 +32,8 @@ std::string_view ReportParts::idOf(ReportPart part)
         return "matrix";
     case ReportPart::movements:
         return "movements";
+    case ReportPart::summary:
+        return "summary";
     }
     return {};
 }

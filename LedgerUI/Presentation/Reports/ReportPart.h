@@ -6,11 +6,9 @@
 
 #include "LedgerUI/Presentation/Reports/ReportSheet.h"
 
-/// The reports of the page, each on a tab of its own.
-enum class ReportPart { overview, income, matrix, movements };
-
 namespace ReportParts {
 
+/// Those of the page, in their order.
 inline constexpr std::array all{ReportPart::overview, ReportPart::income, ReportPart::matrix, ReportPart::movements};
 
 /// One of a report's tables.

@@ -22,8 +22,12 @@ struct ReportBooks {
 
 using ReportBooksPointer = std::shared_ptr<const ReportBooks>;
 
+/// The reports: each on a tab of its own, and the summary of a member who does not see the company's.
+enum class ReportPart { overview, income, matrix, movements, summary };
+
 /// What a person asks of the reports page.
 struct ReportQuery {
+    ReportPart report = ReportPart::overview; // the one in sight
     Period period = Period::allTime();
     std::string currency = {};                                         // that charts and lists are about
     std::optional<std::set<std::string, std::less<>>> accountIDs = {}; // unset: all that the member sees

@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Reports/ReportSheet.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
@@ -32,6 +33,45 @@ Days daysOf(const LedgerSnapshot& snapshot)
     return days;
 }
 
+/// The parts of the report in sight; says what keeps it from being made.
+std::optional<ReportError> fill(ReportSheet& sheet)
+{
+    const auto& books = sheet.books;
+    const auto& query = sheet.query;
+    const auto& locale = sheet.locale;
+    const ReportOverviewGrids::Frame frame{
+        .period = query.period, .accountIDs = query.accountIDs, .firstDay = books->firstDay};
+    const auto take = [](auto made, auto& part) -> std::optional<ReportError> {
+        if (!made)
+            return made.error();
+        part = *std::move(made);
+        return std::nullopt;
+    };
+    const auto lookAround = [&] {
+        sheet.largestExpenses = ReportOverviewGrids::largestExpenses(sheet.overview, frame, locale);
+        sheet.attention = ReportAttention::items(*books->snapshot, query.period, locale);
+    };
+    switch (query.report) {
+    case ReportPart::overview:
+        sheet.currencies = ReportOverviewGrids::currencies(sheet.overview, frame, locale);
+        lookAround();
+        break;
+    case ReportPart::income:
+        return take(ReportTrends::trend(*books, query, locale), sheet.trend);
+    case ReportPart::matrix:
+        return take(ReportMatrixGrids::of(*books, query, locale), sheet.matrix);
+    case ReportPart::movements:
+        sheet.funds = FundMovementGrids::of(*books, query, locale);
+        break;
+    case ReportPart::summary:
+        lookAround();
+        std::ranges::move(ReportAttention::reversedByOthers(*books->snapshot, query.period, locale),
+                          std::back_inserter(sheet.attention));
+        return take(ReportOwnGrids::of(*books, query, locale), sheet.own);
+    }
+    return std::nullopt;
+}
+
 }
 
 ReportBooks::ReportBooks(SnapshotPointer held) : snapshot(std::move(held)), book(ReportBook::create(*snapshot))
@@ -49,8 +89,7 @@ ReportSheet reportSheet(ReportBooksPointer books, ReportQuery query, std::string
         sheet.failure = book.error();
         return sheet;
     }
-    const auto& snapshot = *sheet.books->snapshot;
-    auto overview = ReportOverviews::overview(*book, snapshot,
+    auto overview = ReportOverviews::overview(*book, *sheet.books->snapshot,
                                               {.period = sheet.query.period,
                                                .currency = sheet.query.currency,
                                                .accountIDs = sheet.query.accountIDs,
@@ -62,21 +101,7 @@ ReportSheet reportSheet(ReportBooksPointer books, ReportQuery query, std::string
     }
     sheet.overview = std::move(*overview);
     sheet.query.currency = sheet.overview.currency;
-    const ReportOverviewGrids::Frame frame{
-        .period = sheet.query.period, .accountIDs = sheet.query.accountIDs, .firstDay = sheet.books->firstDay};
-    sheet.currencies = ReportOverviewGrids::currencies(sheet.overview, frame, sheet.locale);
-    sheet.largestExpenses = ReportOverviewGrids::largestExpenses(sheet.overview, frame, sheet.locale);
-    auto trend = ReportTrends::trend(*sheet.books, sheet.query, sheet.locale);
-    auto matrix = ReportMatrixGrids::of(*sheet.books, sheet.query, sheet.locale);
-    auto own = ReportOwnGrids::of(*sheet.books, sheet.query, sheet.locale);
-    if (!trend || !matrix || !own) {
-        sheet.failure = !trend ? trend.error() : !matrix ? matrix.error() : own.error();
-        return sheet;
-    }
-    sheet.own = std::move(*own);
-    sheet.trend = std::move(*trend);
-    sheet.matrix = std::move(*matrix);
-    sheet.funds = FundMovementGrids::of(*sheet.books, sheet.query, sheet.locale);
-    sheet.attention = ReportAttention::items(snapshot, sheet.query.period, sheet.locale);
+    if (const auto failure = fill(sheet))
+        sheet.failure = *failure;
     return sheet;
 }

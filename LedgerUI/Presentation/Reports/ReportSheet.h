@@ -14,7 +14,9 @@
 #include "LedgerUI/Presentation/Reports/ReportQuery.h"
 #include "LedgerUI/Presentation/Reports/ReportTrend.h"
 
-/// The answer, one for all tabs, so that they cannot disagree. Immutable: made on a worker and shown at once.
+/// The answer for the report in sight: its own parts and the overview, which knows the currencies; the others are
+/// empty. Two reports of the same books cannot disagree, as both come from them alone. Immutable: made on a worker and
+/// shown at once.
 struct ReportSheet {
     ReportBooksPointer books;
     ReportQuery query; // with a currency that the books know
@@ -32,5 +34,5 @@ struct ReportSheet {
 
 using ReportSheetPointer = std::shared_ptr<const ReportSheet>;
 
-/// Everything that the page shows, in one look at the books.
+/// Everything that the report asked for shows, in one look at the books.
 ReportSheet reportSheet(ReportBooksPointer books, ReportQuery query, std::string locale);

@@ -155,7 +155,7 @@ private:
                          .columns = {{.head = word("period"), .kind = Kind::name},
                                      {.head = word("income")},
                                      {.head = word("expense")},
-                                     {.head = word("net")},
+                                     {.head = word("net"), .isSpare = true},
                                      {.head = word("closing")}},
                          .rows = {}};
         for (auto at = report.periods.size(); at-- > 0;) {

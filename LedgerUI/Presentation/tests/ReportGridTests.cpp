@@ -5,6 +5,7 @@
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 #include "LedgerUI/Presentation/Reports/ReportMatrixGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportOwnGrids.h"
+#include "LedgerUI/Presentation/Reports/ReportPart.h"
 #include "LedgerUI/Presentation/Reports/ReportTrend.h"
 
 using namespace std::chrono_literals;
@@ -198,7 +199,24 @@ TEST(ReportOwn, ShowsEachOwnAccountAndTheLatestEntries)
                                             "bank | USD | 50.00 | −70.00 | +1,000.00 | −852.00 | 0.00 | 128.00",
                                             "cash | USD | 0.00 | +70.00 | 0.00 | −30.00 | 0.00 | 40.00"}));
     EXPECT_EQ(read(grids->latest),
-              (Texts{"10 Nov | Sales | IDR +9,000", "9 Nov | Transfers | USD −70.00", "8 Nov | Fees | USD −1.00",
-                     "7 Nov | Stamps | USD −1.00", "6 Nov | Premises | USD −30.00", "5 Nov | Wages | USD −600.00",
-                     "3 Nov | Premises › Rent | USD −250.00", "2 Nov | Sales | USD +1,000.00"}));
+              (Texts{"10 Nov | Sales | IDR | +9,000", "9 Nov | Transfers | USD | −70.00", "8 Nov | Fees | USD | −1.00",
+                     "7 Nov | Stamps | USD | −1.00", "6 Nov | Premises | USD | −30.00", "5 Nov | Wages | USD | −600.00",
+                     "3 Nov | Premises › Rent | USD | −250.00", "2 Nov | Sales | USD | +1,000.00"}));
+}
+
+TEST(ReportSheet, WorksOutTheReportThatIsAskedForAndNoOther)
+{
+    const auto held = std::make_shared<const ReportBooks>(books().share());
+    for (const auto asked : ReportParts::all) {
+        const auto sheet =
+            reportSheet(held, {.report = asked, .period = month(today), .currency = "USD", .today = today}, english);
+        ASSERT_FALSE(sheet.failure.has_value());
+        for (const auto part : ReportParts::all)
+            EXPECT_EQ(ReportParts::tables(sheet, part).empty(), part != asked)
+                << ReportParts::idOf(part) << " of " << ReportParts::idOf(asked);
+    }
+    const auto own = reportSheet(
+        held, {.report = ReportPart::summary, .period = month(today), .currency = "USD", .today = today}, english);
+    EXPECT_FALSE(own.own.accounts.rows.empty());
+    EXPECT_FALSE(own.largestExpenses.rows.empty());
 }

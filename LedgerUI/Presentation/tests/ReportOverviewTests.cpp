@@ -168,6 +168,30 @@ TEST(ReportAttention, NamesWhatIsOwedToOwnersAndWhatTheyHoldAhead)
         EXPECT_NE(item.kind, AttentionItem::Kind::dividendsUnpaid) << "no figure of a section that breaks a rule";
 }
 
+TEST(ReportAttention, TellsWhoseEntriesOthersReversedInThePeriod)
+{
+    auto held = books().build();
+    const auto undo = [&](std::size_t at, const char* by, const char* day) {
+        held.transactions[at].reversedBy = "undo" + std::to_string(at);
+        auto reversal = held.transactions[at];
+        reversal.id = *held.transactions[at].reversedBy;
+        reversal.kind = EntryKind::reversal;
+        reversal.date = day;
+        reversal.memberID = by;
+        reversal.reversedBy.reset();
+        reversal.reversalOf = held.transactions[at].id;
+        auto all = held.transactions.toVector();
+        all.push_back(reversal);
+        held.transactions = all;
+    };
+    const auto told = [&] { return textsOf(ReportAttention::reversedByOthers(held, month(today), "en-US")); };
+    undo(0, "m1", "2026-11-19");
+    undo(1, "m2", "2026-10-19");
+    EXPECT_EQ(told(), std::vector<std::string>{}) << "one's own reversal, and one of another month";
+    undo(2, "m2", "2026-11-19");
+    EXPECT_EQ(told(), std::vector<std::string>{"1 entry of yours was reversed; check it and record it again"});
+}
+
 TEST(ReportAttention, CountsOnlyEntriesThatStandAndNeedAReceipt)
 {
     auto held = books().build();

@@ -35,6 +35,8 @@ QString glyphOf(Kind kind)
         return QStringLiteral("calendar3");
     case Kind::openingsMissing:
         return QStringLiteral("flag");
+    case Kind::entriesReversed:
+        return QStringLiteral("arrow-counterclockwise");
     case Kind::dividendsUnpaid:
     case Kind::advancesUnapplied:
         return QStringLiteral("pie-chart");
@@ -49,6 +51,7 @@ std::string_view actionKey(Kind kind)
         return "attention.finish";
     case Kind::receiptsMissing:
     case Kind::floatBelowZero:
+    case Kind::entriesReversed:
         return "attention.show";
     case Kind::floatEmpty:
         return "attention.fund";

@@ -33,15 +33,18 @@ LedgerFilter entriesOf(const AttentionItem& item, const Period& period)
             .period = period,
             .kinds = {std::string{EntryKind::income}, std::string{EntryKind::expense}, std::string{EntryKind::refund}},
             .receipts = LedgerFilter::Receipts::missing};
+    if (item.kind == AttentionItem::Kind::entriesReversed)
+        return {.period = period, .kinds = {std::string{EntryKind::reversal}}};
     return {.accountIDs = {item.accountID}, .currencies = {item.currency}};
 }
 
 }
 
-ReportPage::ReportPage(LedgerStore& store, const QString& name, QWidget* parent) : PageView{parent}, m_store{store}
+ReportPage::ReportPage(LedgerStore& store, ReportPart report, const QString& name, QWidget* parent)
+    : PageView{parent}, m_store{store}
 {
     setObjectName(name + QStringLiteral("View"));
-    m_browser = new ReportBrowser(this);
+    m_browser = new ReportBrowser(report, this);
     m_actions = new ActionSet(this);
     presentActions();
     m_header = new PageHeader(this);
@@ -146,6 +149,7 @@ void ReportPage::lend(const AttentionItem& item)
         return;
     case AttentionItem::Kind::receiptsMissing:
     case AttentionItem::Kind::floatBelowZero:
+    case AttentionItem::Kind::entriesReversed:
         showInLedger(entriesOf(item, m_browser->query().period));
         return;
     case AttentionItem::Kind::floatEmpty: {

@@ -20,8 +20,8 @@ class TransactionForm;
 class ReportPage : public PageView {
     Q_OBJECT
 protected:
-    /// `name` begins the names of the controls.
-    ReportPage(LedgerStore& store, const QString& name, QWidget* parent);
+    /// Begins with this report; `name` begins the names of the controls.
+    ReportPage(LedgerStore& store, ReportPart report, const QString& name, QWidget* parent);
 
     /// To be called once the page is built; later when the language has changed.
     void adoptSnapshot();

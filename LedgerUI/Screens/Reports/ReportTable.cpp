@@ -118,6 +118,7 @@ ReportTable::ReportTable(ReportGridModel* model, std::shared_ptr<Look> look, con
     m_model->setParent(this);
     setSelectionMode(SingleSelection);
     frameCells();
+    freezeFirstColumn();
     heads().setSortIndicatorShown(false);
     heads().setSectionsClickable(false);
     heads().setSortIndicator(-1, Qt::AscendingOrder);

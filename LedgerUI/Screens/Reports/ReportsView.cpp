@@ -43,7 +43,8 @@ QString text(std::string_view key)
 
 }
 
-ReportsView::ReportsView(LedgerStore& store, QWidget* parent) : ReportPage{store, QStringLiteral("reports"), parent}
+ReportsView::ReportsView(LedgerStore& store, QWidget* parent)
+    : ReportPage{store, ReportPart::overview, QStringLiteral("reports"), parent}
 {
     presentExits();
     buildLayout();
@@ -142,12 +143,21 @@ void ReportsView::present(const ReportSheet* sheet)
         presentTab();
 }
 
-/// Only the tab in sight follows; the others do when they come into it.
+/// Only the tab in sight is worked out. Until its figures are there it does not show those that it had before.
 void ReportsView::presentTab()
 {
     const auto sheet = browser().sheet();
     if (!sheet || sheet->failure)
         return;
+    const bool isThere = sheet->query.report == part();
+    m_made.at(part())->setUpdatesEnabled(isThere);
+    presentExits();
+    if (!isThere) {
+        auto query = browser().query();
+        query.report = part();
+        browser().ask(std::move(query));
+        return;
+    }
     m_made.at(part())->present(*sheet, colorsOf(*sheet));
     m_stack->setCurrentWidget(m_tabs);
 }
@@ -163,6 +173,8 @@ std::vector<AttentionItem> ReportsView::besideBooks() const
 
 ReportPart ReportsView::part() const
 {
+    if (!m_tabs)
+        return ReportPart::overview;
     const auto id = m_tabs->chosen().toStdString();
     const auto found = std::ranges::find(ReportParts::all, id, &ReportParts::idOf);
     return found == ReportParts::all.end() ? ReportPart::overview : *found;
@@ -171,7 +183,7 @@ ReportPart ReportsView::part() const
 void ReportsView::presentExits()
 {
     const auto sheet = browser().sheet();
-    const bool isReady = sheet && !sheet->failure;
+    const bool isReady = sheet && !sheet->failure && sheet->query.report == part();
     actions().present({{.id = QStringLiteral("exportReport"),
                         .text = text("export"),
                         .glyph = QStringLiteral("box-arrow-up"),

@@ -54,7 +54,8 @@ QVBoxLayout* column(QWidget* part)
 
 }
 
-SummaryView::SummaryView(LedgerStore& store, QWidget* parent) : ReportPage{store, QStringLiteral("summary"), parent}
+SummaryView::SummaryView(LedgerStore& store, QWidget* parent)
+    : ReportPage{store, ReportPart::summary, QStringLiteral("summary"), parent}
 {
     header().setMiddle(&period());
     auto* scroll = new QScrollArea(this);
