@@ -130,6 +130,34 @@ struct SavedPdf {
 
 }
 
+TEST(PrintedPages, DrawAChartWithItsWordsAboveTheTables)
+{
+    auto shown = document(3);
+    const auto books = std::make_shared<const LedgerSnapshot>();
+    ChartData data{.currency = "USD", .places = {}, .series = {}, .chosen = 1};
+    for (const auto* month : {"Oct", "Nov"})
+        data.places.push_back({QString::fromLatin1(month), QString::fromLatin1(month)});
+    data.series = {{QStringLiteral("Income"), ChartMark::bar, ChartRole::income, {120'000, 90'000}},
+                   {QStringLiteral("Net"), ChartMark::line, ChartRole::net, {20'000, -40'000}}};
+    shown.charts.push_back({.title = QStringLiteral("Months · USD"), .data = data, .books = books});
+    const auto pages = pagesOf(shown);
+    ASSERT_EQ(pages.pages.size(), 1U);
+    const auto& page = pages.pages.front();
+    ASSERT_EQ(page.drawings.size(), 1U);
+    const auto& drawing = page.drawings.front();
+    EXPECT_EQ(drawing.layout.bars.size(), 2U);
+    EXPECT_EQ(drawing.samples.size(), 2U);
+    EXPECT_FALSE(drawing.layout.band) << "what is chosen on the page is nothing on paper";
+    for (const auto* word : {"Months · USD", "Income", "Net", "Oct", "Nov"})
+        EXPECT_EQ(count(page, QString::fromUtf8(word)), 1U) << word;
+    EXPECT_TRUE(std::ranges::all_of(drawing.layout.ticks, [](const auto& tick) { return tick.text.isEmpty(); }));
+    const auto firstRow = std::ranges::find(page.texts, QStringLiteral("2026-11-01"), &PrintedText::text);
+    EXPECT_GT(firstRow->place.y(), drawing.top + drawing.scale * drawing.layout.plot.bottom());
+    EXPECT_EQ(misplaced(pages), std::vector<std::string>{});
+    const auto read = SavedPdf{pages}.page(1);
+    EXPECT_TRUE(read.contains(QStringLiteral("Nov"))) << read.toStdString();
+}
+
 TEST(PrintedPages, RepeatTheHeadsAndNumberEveryPage)
 {
     const auto pages = pagesOf(document(200));

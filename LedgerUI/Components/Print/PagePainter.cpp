@@ -8,7 +8,10 @@
 #include <QPdfWriter>
 #include <QPrinter>
 
+#include "LedgerCore/Domain/Records/LedgerTransaction.h"
+#include "LedgerUI/Components/Chart/ChartPainter.h"
 #include "LedgerUI/Components/Print/PdfText.h"
+#include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Theme/Token.h"
 
 namespace {
@@ -26,6 +29,20 @@ QColor colorOf(PrintInk ink)
     return {};
 }
 
+/// By the painter of the screen, in its pixels.
+void paintDrawing(QPainter& painter, const PrintedDrawing& drawing)
+{
+    const ChartColors colors{.income = entryKindColor(EntryKind::income, *drawing.books),
+                             .expense = entryKindColor(EntryKind::expense, *drawing.books)};
+    painter.save();
+    painter.translate(drawing.left, drawing.top);
+    painter.scale(drawing.scale, drawing.scale);
+    ChartPainter::paint(painter, drawing.layout, colors, painter.font());
+    for (const auto& sample : drawing.samples)
+        ChartPainter::paintSample(painter, sample.rect, sample.series, colors);
+    painter.restore();
+}
+
 QPageLayout layoutOf(const PrintedPages& pages)
 {
     return {pages.paper, pages.orientation, {}, QPageLayout::Point};
@@ -39,6 +56,8 @@ void PagePainter::paint(QPainter& painter, const PrintedPages& pages, std::size_
     for (const auto& rule : shown.rules)
         painter.fillRect(QRectF{rule.left, rule.y - rule.thickness / 2, rule.right - rule.left, rule.thickness},
                          colorOf(rule.ink));
+    for (const auto& drawing : shown.drawings)
+        paintDrawing(painter, drawing);
     PrintFont inUse;
     auto ink = PrintInk::line;
     for (const auto& text : shown.texts) {

@@ -198,6 +198,13 @@ private:
 
 }
 
+bool ChartLayouts::hasMovement(const ChartData& data)
+{
+    return std::ranges::any_of(data.series, [](const ChartSeries& series) {
+        return std::ranges::any_of(series.values, [](std::int64_t value) { return value != 0; });
+    });
+}
+
 ChartLayout ChartLayouts::layout(const ChartData& data, const Room& room, std::string_view locale)
 {
     for (const auto& series : data.series)

@@ -77,6 +77,9 @@ struct ChartLayout {
 
 namespace ChartLayouts {
 
+/// Whether anything would be drawn.
+bool hasMovement(const ChartData& data);
+
 /// The room of a chart and how wide a text is in it.
 struct Room {
     QRectF rect;

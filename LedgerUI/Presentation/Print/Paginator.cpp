@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "LedgerUI/Presentation/Print/PrintChart.h"
 #include "LedgerUI/Presentation/Print/PrintColumns.h"
 #include "LedgerUI/Presentation/Print/PrintPen.h"
 
@@ -185,6 +186,10 @@ public:
     PrintedPages made()
     {
         addHead();
+        for (const auto& chart : m_document.charts) {
+            m_pen.skip(beforeTable);
+            PrintChart::write(chart, m_document.locale, m_metrics, m_pen);
+        }
         for (const auto& table : m_document.tables)
             addTable(table);
         if (!m_document.notes.empty())

@@ -90,6 +90,12 @@ void PrintPen::write(const std::vector<PrintedBlock>& blocks, double lineHeight,
     }
 }
 
+void PrintPen::draw(PrintedDrawing drawing, double height)
+{
+    m_made.pages.back().drawings.push_back(std::move(drawing));
+    m_y += height;
+}
+
 void PrintPen::writeLine(const PrintedBlock& block, const PrintedLine& line, double lineHeight)
 {
     if (line.text.isEmpty())

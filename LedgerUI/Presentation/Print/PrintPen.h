@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "LedgerUI/Presentation/Print/PrintMetrics.h"
@@ -44,6 +45,13 @@ public:
     /// Writes blocks side by side. Where the page ends before they do, `onNextPage` begins the next one.
     void write(const std::vector<PrintedBlock>& blocks, double lineHeight,
                const std::function<void()>& onNextPage = {});
+
+    /// Where a drawing goes.
+    [[nodiscard]] QPointF beginDrawing() const { return {m_left, m_y}; }
+    /// Draws there and goes on below it.
+    void draw(PrintedDrawing drawing, double height);
+    /// A text at its own place on the page.
+    void put(PrintedText text) { m_made.pages.back().texts.push_back(std::move(text)); }
 
     /// The pages with their feet: whose document it is, and "2 / 7".
     PrintedPages finished();

@@ -5,6 +5,8 @@
 
 #include <QString>
 
+#include "LedgerUI/Presentation/Print/PrintedChart.h"
+
 /// A cell of a printed table; line ends in its texts are kept.
 struct PrintedCell {
     QString text;
@@ -66,6 +68,7 @@ struct PrintedDocument {
     QString company;
     QString title;
     std::vector<PrintedFact> facts = {};
+    std::vector<PrintedChart> charts = {}; // above the tables
     std::vector<PrintedTable> tables = {};
     std::vector<QString> notes = {};
     QString fileName = {}; // that a saved document is offered under, without an ending

@@ -10,6 +10,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "LedgerUI/Presentation/Print/PrintedChart.h"
+
 /// Everything on a page is measured in tenths of a point, on whatever it is painted.
 inline constexpr int printUnitsPerInch = 720;
 
@@ -47,6 +49,7 @@ struct PrintedRule {
 struct PrintedPage {
     std::vector<PrintedText> texts;
     std::vector<PrintedRule> rules;
+    std::vector<PrintedDrawing> drawings;
 };
 
 /// The paper that a person chose.

@@ -73,6 +73,13 @@ PrintedDocument ReportPrint::document(const ReportSheet& sheet, ReportPart part,
                              .fileName = fileName(sheet, part, moment)};
     document.facts = ReportExport::scope(sheet, part);
     document.facts.push_back(PrintHead::asOf(moment, locale));
+    const auto& chart = part == ReportPart::income ? sheet.trend.chart : sheet.overview.chart;
+    const bool hasChart = part == ReportPart::income || part == ReportPart::overview;
+    if (hasChart && ChartLayouts::hasMovement(chart))
+        document.charts.push_back({.title = word(part == ReportPart::income ? "trend.title" : "chart") +
+                                            QStringLiteral(" · ") + qString(chart.currency),
+                                   .data = chart,
+                                   .books = sheet.books->snapshot});
     for (const auto& each : ReportParts::tables(sheet, part)) {
         auto printed =
             each.id == ReportParts::fundMovements

@@ -35,13 +35,6 @@ QHBoxLayout* heading(TextLabel* title, TextLabel* currency)
     return row;
 }
 
-bool hasMovement(const ChartData& chart)
-{
-    return std::ranges::any_of(chart.series, [](const auto& series) {
-        return std::ranges::any_of(series.values, [](std::int64_t value) { return value != 0; });
-    });
-}
-
 TextLabel* quietLine(const char* name, QWidget* parent)
 {
     auto* label = new TextLabel(TypeStep::body, Token::text2, parent);
@@ -159,7 +152,7 @@ void OverviewTab::present(const ReportSheet& sheet, const ChartColors& colors)
     const auto code = QString::fromStdString(sheet.query.currency);
     m_chartTitle->setText(text("chart"));
     m_chartCurrency->setText(code);
-    const bool hasChart = hasMovement(sheet.overview.chart);
+    const bool hasChart = ChartLayouts::hasMovement(sheet.overview.chart);
     m_chart->setVisible(hasChart);
     m_chart->setAccessibleName(QStringLiteral("%1, %2").arg(text("chart"), code));
     if (hasChart)
