@@ -1,8 +1,11 @@
 #include "LedgerService/DurableFile.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <fstream>
+#include <vector>
 
 #include <fcntl.h>
 #include <sodium.h>
@@ -67,6 +70,16 @@ std::error_code giveName(const fs::path& made, const fs::path& name, DurableFile
     return rename(made.c_str(), name.c_str()) == 0 ? std::error_code{} : lastError();
 }
 
+/// When anything in it was written last; now for what cannot be looked at.
+fs::file_time_type lastWrite(const fs::path& path)
+{
+    std::error_code failure;
+    auto last = fs::last_write_time(path, failure);
+    for (fs::recursive_directory_iterator each{path, failure}, end; !failure && each != end; each.increment(failure))
+        last = std::max(last, each->last_write_time(failure));
+    return failure && failure != std::errc::not_a_directory ? fs::file_time_type::clock::now() : last;
+}
+
 }
 
 std::error_code DurableFile::settle(const fs::path& path)
@@ -118,6 +131,19 @@ std::string DurableFile::digestOf(const fs::path& file)
     std::array<unsigned char, crypto_generichash_BYTES> hash{};
     crypto_generichash_final(&state, hash.data(), hash.size());
     return in.eof() ? Random::hexadecimal(hash) : std::string{};
+}
+
+void DurableFile::sweepUnfinished(const fs::path& folder)
+{
+    const auto before = fs::file_time_type::clock::now() - std::chrono::hours{24};
+    std::vector<fs::path> left;
+    std::error_code failure;
+    for (fs::directory_iterator each{folder, failure}, end; !failure && each != end; each.increment(failure)) {
+        if (isUnfinished(each->path()) && lastWrite(each->path()) < before)
+            left.push_back(each->path());
+    }
+    for (const auto& each : left)
+        fs::remove_all(each, failure);
 }
 
 bool DurableFile::isUnfinished(const fs::path& name)

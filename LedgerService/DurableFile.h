@@ -32,6 +32,9 @@ std::error_code giveNewName(const std::filesystem::path& made, const std::filesy
 /// The digest of a file's content; empty when it cannot be read.
 std::string digestOf(const std::filesystem::path& file);
 
+/// Removes what processes that were ended while writing have left here, once it has been left alone for a day.
+void sweepUnfinished(const std::filesystem::path& folder);
+
 /// Whether it is what a process that was ended while writing has left.
 bool isUnfinished(const std::filesystem::path& name);
 

@@ -61,8 +61,9 @@ void Metrics::request(std::string_view pattern, int status, std::chrono::microse
 
 std::string Metrics::text()
 {
-    std::string text = "# HELP tallyfold_request_seconds How long requests were worked on, without waiting.\n"
-                       "# TYPE tallyfold_request_seconds histogram\n";
+    std::string text =
+        "# HELP tallyfold_request_seconds From the arrival of a request to its reply, with the time that it waited.\n"
+        "# TYPE tallyfold_request_seconds histogram\n";
     auto& all = figures();
     {
         const std::lock_guard guard{all.guard};

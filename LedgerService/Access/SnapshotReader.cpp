@@ -115,9 +115,9 @@ void addReceiptsSince(Connection& connection, const SnapshotScope& scope, std::i
 SnapshotAnswer deltaOf(Connection& connection, const SnapshotScope& scope, const SnapshotTag& base, const Frame& frame)
 {
     auto text = frame.head;
-    addEntriesSince(connection, scope, base.change, text);
+    addEntriesSince(connection, scope, base.change(), text);
     text += R"(],"attachments":[)";
-    addReceiptsSince(connection, scope, base.change, text);
+    addReceiptsSince(connection, scope, base.change(), text);
     text += frame.tail;
     text.pop_back(); // its closing brace
     const auto loose = AttachmentRepository::looseCount(connection, scope.companyID, scope.memberID);
@@ -132,10 +132,8 @@ std::optional<SnapshotTag> baseOf(Connection& connection, std::string_view compa
 {
     std::optional<SnapshotTag> base;
     for (const auto& text : asked.held) {
-        const auto tag = SnapshotTag::parse(text);
-        if (!tag || (base && tag->change <= base->change) || state.lastChange - tag->change > mostChangesOfDelta)
-            continue;
-        if (tag->isEarlierStateOf(connection, companyID, reader, state))
+        const auto tag = SnapshotTag::earlier(connection, companyID, reader, state, text);
+        if (tag && state.lastChange - tag->change() <= mostChangesOfDelta && (!base || tag->change() > base->change()))
             base = tag;
     }
     return base;

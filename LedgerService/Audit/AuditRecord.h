@@ -35,11 +35,14 @@ namespace AuditKind {
 
 inline constexpr std::string_view signIn = "sign-in";
 inline constexpr std::string_view signOut = "sign-out";
+inline constexpr std::string_view memberJoined = "member-joined"; // by an invitation
 inline constexpr std::string_view companyFounded = "company-founded";
 inline constexpr std::string_view companyApproved = "company-approved"; // by the operator, like what follows
 inline constexpr std::string_view companyRejected = "company-rejected";
+inline constexpr std::string_view companyZoneChanged = "company-zone-changed";
 inline constexpr std::string_view companyExported = "company-exported";
 inline constexpr std::string_view companyImported = "company-imported";
+inline constexpr std::string_view booksRestored = "books-restored"; // from an archive
 inline constexpr std::string_view personDeactivated = "person-deactivated";
 inline constexpr std::string_view personReactivated = "person-reactivated";
 inline constexpr std::string_view passwordReset = "password-reset"; // also by the person, with a code by mail

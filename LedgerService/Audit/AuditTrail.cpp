@@ -51,6 +51,14 @@ constexpr auto beginAudit = R"sql(
 /// Records that one page looks at.
 constexpr std::int64_t mostLookedAt = 50'000;
 
+/// So much of what stood before and after ends a page: it is held in memory until it is sent.
+constexpr std::size_t fullPage = std::size_t{1} << 20;
+
+std::size_t sizeOf(const AuditRecord& record)
+{
+    return record.before.value_or("").size() + record.after.value_or("").size();
+}
+
 /// A field with its length, so that no two records read alike.
 void add(std::string& text, std::string_view field)
 {
@@ -118,8 +126,13 @@ AuditPage AuditTrail::page(Connection& connection, std::string_view scope, const
     query.bind("scope", scope).bind("below", below).bind("lowest", lowest).bind("limit", filter.limit);
     query.bind("member", filter.memberID).bind("kind", filter.kind).bind("record", filter.record);
     query.bind("day", filter.day);
-    page.records = recordsOf<AuditRecord>(query, columns);
-    const bool full = static_cast<int>(page.records.size()) == filter.limit;
+    RowReader<AuditRecord, decltype(columns)> reader{query, columns};
+    std::size_t size = 0;
+    while (size < fullPage && query.next()) {
+        page.records.push_back(std::move(reader.record()));
+        size += sizeOf(page.records.back());
+    }
+    const bool full = size >= fullPage || static_cast<int>(page.records.size()) == filter.limit;
     page.next = full ? page.records.back().number : lowest;
     if (page.next <= 1)
         page.next = 0;

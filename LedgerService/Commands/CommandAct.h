@@ -17,9 +17,10 @@ struct CommandAct {
     Connection& connection;
     const std::string& companyID;
     const Member& member;
-    const std::string& today; // the company's day
-    const std::string& now;   // stamp
-    CommandNote& note;        // what the command tells of itself
+    const std::string& today;  // the company's day
+    const std::string& now;    // stamp
+    const std::string& origin; // the address from which it was given
+    CommandNote& note;         // what the command tells of itself
     const KnownSections& sections;
 
     /// Tells how a record stood and how it stands now.

@@ -1,6 +1,7 @@
 #include "LedgerService/Commands/NamedRows.h"
 
 #include <algorithm>
+#include <ranges>
 #include <utility>
 
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
@@ -29,9 +30,7 @@ std::vector<Account> NamedRows::accountsOf(const CommandAct& act, const LedgerTr
 std::vector<Attachment> NamedRows::attachmentsOf(const CommandAct& act, const std::vector<std::string>& ids)
 {
     std::vector<Attachment> attachments;
-    for (const auto& id : ids) {
-        if (attachments.size() == EntryLimits::receipts)
-            break;
+    for (const auto& id : ids | std::views::take(EntryLimits::receipts)) {
         if (auto receipt = ReceiptAccess::find(act.connection, act.companyID, act.member, id))
             attachments.push_back(std::move(receipt->attachment));
     }

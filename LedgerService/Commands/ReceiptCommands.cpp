@@ -1,16 +1,16 @@
 #include "LedgerService/Commands/ReceiptCommands.h"
 
-#include <algorithm>
+#include <chrono>
 
-#include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Entries/ReceiptRules.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
-#include "LedgerService/Access/ReceiptAccess.h"
 #include "LedgerService/Access/Visibility.h"
 #include "LedgerService/Books/BookRefusal.h"
+#include "LedgerService/Commands/NamedRows.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
+#include "LedgerService/Storage/Rows/Entries/ReceiptSpace.h"
 
 namespace LedgerService {
 
@@ -19,28 +19,28 @@ namespace {
 /// What one member may have lying about: nobody fills the disk.
 constexpr std::int64_t mostLoose = 500;
 
-std::vector<Attachment> known(const EntryCommands::Act& act, const std::vector<std::string>& ids)
-{
-    std::vector<Attachment> found;
-    for (const auto& id : ids) {
-        if (found.size() == EntryLimits::receipts) // more are refused whatever they are
-            break;
-        if (auto receipt = ReceiptAccess::find(act.connection, act.companyID, act.member, id))
-            found.push_back(std::move(receipt->attachment));
-    }
-    return found;
 }
 
+std::optional<Refusal> ReceiptCommands::whyNotTake(Connection& connection, const SessionOwner& owner,
+                                                   const ReceiptRoom& room, std::int64_t bytes)
+{
+    if (AttachmentRepository::looseCount(connection, owner.companyID, owner.memberID) >= mostLoose)
+        return Refusal::of(ServiceCode::rateLimited,
+                           "Too many receipts are linked to nothing; link some of them first.", std::chrono::hours{1});
+    const auto use = ReceiptSpace::of(connection, owner.companyID);
+    if (use.bytes + bytes > (use.demonstration ? room.demonstration : room.company))
+        return Refusal::of(ServiceCode::insufficientStorage, "The company's room for receipts is used up.");
+    return std::nullopt;
 }
 
 std::expected<Attachment, Refusal> ReceiptCommands::add(const Act& act, const ReceiptFolder& folder, Attachment receipt,
                                                         const std::string& contentDigest)
 {
-    if (AttachmentRepository::looseCount(act.connection, act.companyID, act.member.id) >= mostLoose)
-        return std::unexpected(
-            Refusal::of(ServiceCode::rateLimited, "Too many receipts are linked to nothing; link some of them first."));
+    if (auto refusal = whyNotTake(act.connection, {act.companyID, act.member.id}, folder.room(), receipt.byteCount))
+        return std::unexpected(*std::move(refusal));
     if (!folder.has(contentDigest)) // whoever removes files nobody names holds the database meanwhile, as this does
-        return std::unexpected(Refusal::of(ServiceCode::serviceUnavailable, "The file was removed; send it again."));
+        return std::unexpected(Refusal::of(ServiceCode::serviceUnavailable, "The file was removed; send it again.",
+                                           std::chrono::seconds{1}));
     receipt.id = Random::identifier();
     receipt.createdAt = act.now;
     AttachmentRepository::insert(act.connection, act.companyID, receipt, act.member.id, contentDigest);
@@ -55,7 +55,8 @@ std::expected<ReceiptCommands::Linked, Refusal> ReceiptCommands::link(const Act&
         return std::unexpected(BookRefusal::of(PostingReason::notFound));
     if (ReceiptRules::mayLink(*entry, act.member) && ReceiptRules::isLinked(*entry, attachmentIDs))
         return Linked::before;
-    if (const auto refused = ReceiptRules::whyNotLink(*entry, act.member, attachmentIDs, known(act, attachmentIDs)))
+    if (const auto refused =
+            ReceiptRules::whyNotLink(*entry, act.member, attachmentIDs, NamedRows::attachmentsOf(act, attachmentIDs)))
         return std::unexpected(BookRefusal::of(*refused));
     EntryRepository::linkReceipts(act.connection, act.companyID, entryID, attachmentIDs);
     AttachmentLink linked{entry->attachmentIDs};

@@ -111,6 +111,7 @@ std::optional<std::string> Backup::pack(const Content& content, const std::strin
         return fmt::format("cannot make {}: there is such a file already", to);
     try {
         const auto folder = fs::absolute(to).parent_path();
+        DurableFile::sweepUnfinished(folder);
         const Passing made{DurableFile::unfinishedIn(folder)};
         const Passing copy{DurableFile::unfinishedIn(folder)};
         ArchiveWriter archive{made.path()};

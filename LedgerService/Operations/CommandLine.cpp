@@ -129,6 +129,23 @@ void declareMail(CLI::App& serve, Serve::Options& serving)
         ->needs(server);
 }
 
+void declareReceipts(CLI::App& serve, Serve::Options& serving)
+{
+    const CLI::Range mebibytes{std::int64_t{1}, std::int64_t{1} << 40};
+    serve.add_option("--receipt-space", serving.receiptSpace, "MiB of receipts that one company may keep")
+        ->check(mebibytes)
+        ->capture_default_str()
+        ->type_name("MIB")
+        ->option_text("MIB");
+    serve
+        .add_option("--demo-receipt-space", serving.demoReceiptSpace,
+                    "MiB of receipts that one demonstration company may keep")
+        ->check(mebibytes)
+        ->capture_default_str()
+        ->type_name("MIB")
+        ->option_text("MIB");
+}
+
 void declareTls(CLI::App& serve, Serve::Options& serving)
 {
     auto* certificate = serve.add_option("--tls-certificate", serving.tlsCertificate,
@@ -157,9 +174,11 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
         "itself");
     serve
         .add_option("--trusted-proxy", serving.trustedProxies,
-                    "Address or network of a proxy in front, such as 10.0.0.0/8; may be repeated. Without it whoever "
+                    "Address or network of a proxy in front, such as 10.0.0.0/8; several with commas between them, or "
+                    "repeated. Without it whoever "
                     "connects counts as the proxy")
         ->type_name("NETWORK")
+        ->delimiter(',')
         ->needs("--behind-tls-proxy");
     serve
         .add_option("--demo", serving.demonstration,
@@ -185,6 +204,7 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
         ->default_str("review")
         ->type_name("review|open|closed")
         ->option_text("review|open|closed");
+    declareReceipts(serve, serving);
     declareTls(serve, serving);
     declareMail(serve, serving);
     serve.add_flag("--quiet", serving.quiet, "Log failures only");

@@ -93,6 +93,21 @@ void addRows(const CLI::App& app, const std::string& above, std::vector<Row>& ro
     }
 }
 
+/// What a text of the environment gives: to an option that may be repeated, a value between every two commas or blanks.
+std::vector<std::string> valuesOf(const CLI::Option& option, std::string_view text)
+{
+    constexpr std::string_view between = ", \t";
+    const bool several = option.get_items_expected_max() > 1;
+    std::vector<std::string> values;
+    while (!text.empty()) {
+        const auto end = several ? text.find_first_of(between) : std::string_view::npos;
+        if (const auto value = text.substr(0, end); !value.empty())
+            values.emplace_back(value);
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return values;
+}
+
 }
 
 std::string EnvironmentOptions::table(const CLI::App& app)
@@ -123,8 +138,10 @@ std::vector<std::string> EnvironmentOptions::completed(const CLI::App& app, std:
     for (const auto* command = commandIn(app, arguments, at); command; command = commandIn(*command, arguments, at)) {
         for (const auto* option : command->get_options()) {
             const char* const value = isSetting(*option) ? std::getenv(variableOf(*option).c_str()) : nullptr;
-            if (value != nullptr && *value != '\0' && !isGiven(*option, arguments))
-                added.push_back("--" + option->get_lnames().front() + "=" + value);
+            if (value == nullptr || isGiven(*option, arguments))
+                continue;
+            for (const auto& each : valuesOf(*option, value))
+                added.push_back("--" + option->get_lnames().front() + "=" + each);
         }
     }
     arguments.insert(arguments.end(), added.begin(), added.end());

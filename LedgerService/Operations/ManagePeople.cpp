@@ -2,10 +2,12 @@
 
 #include <chrono>
 
+#include <boost/describe.hpp>
 #include <fmt/core.h>
 #include <fmt/ranges.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Text/PasswordRule.h"
 #include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Password.h"
@@ -18,6 +20,7 @@
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+#include "LedgerService/TimeZone.h"
 
 namespace LedgerService {
 
@@ -70,6 +73,12 @@ std::string_view stateOf(const User& person)
     return person.passwordHash ? "active" : "no password";
 }
 
+/// A company's time zone as the audit trail tells it.
+struct ZoneTold {
+    std::optional<std::string> timeZone; // unset: the machine's
+};
+BOOST_DESCRIBE_STRUCT(ZoneTold, (), (timeZone))
+
 /// Does something to the person with this address, and ends all tokens and codes of that person.
 template <class Change>
 ManagePeople::Refused change(Connection& connection, const std::string& email, std::string_view kind,
@@ -115,6 +124,29 @@ ManagePeople::Refused ManagePeople::approve(Connection& connection, const std::s
 ManagePeople::Refused ManagePeople::reject(Connection& connection, const std::string& companyID)
 {
     return decide(connection, companyID, ApprovalStatus::rejected);
+}
+
+ManagePeople::Refused ManagePeople::setTimeZone(Connection& connection, const std::string& companyID,
+                                                const std::string& zone)
+{
+    if (!TimeZone::isKnown(zone))
+        return fmt::format("{} is no time zone, such as Asia/Jakarta", zone);
+    Transaction transaction{connection, Transaction::Mode::writing};
+    const auto company = CompanyRepository::find(connection, companyID);
+    if (!company || company->demo)
+        return "there is no company with this id; 'companies list' shows them";
+    const ZoneTold before{CompanyRepository::timeZone(connection, companyID)};
+    CompanyRepository::writeTimeZone(connection, companyID, zone);
+    AuditRecord record;
+    record.at = now();
+    record.origin = AuditOrigin::operating;
+    record.kind = AuditKind::companyZoneChanged;
+    record.record = companyID;
+    record.before = Json::encode(before);
+    record.after = Json::encode(ZoneTold{zone});
+    AuditTrail::append(connection, companyID, std::move(record));
+    transaction.commit();
+    return std::nullopt;
 }
 
 std::vector<std::string> ManagePeople::users(Connection& connection)

@@ -22,6 +22,9 @@ std::vector<std::string> companies(Connection& connection);
 Refused approve(Connection& connection, const std::string& companyID);
 Refused reject(Connection& connection, const std::string& companyID);
 
+/// Has the company keep its books by the days of this zone from now on.
+Refused setTimeZone(Connection& connection, const std::string& companyID, const std::string& zone);
+
 /// A line for each person: address, state, day of registration, name.
 std::vector<std::string> users(Connection& connection);
 

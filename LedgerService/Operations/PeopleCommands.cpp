@@ -110,7 +110,19 @@ void PeopleCommands::declareCompanies(CLI::App& app)
     for (auto* const each : {&exporting, &importing})
         DatabaseOption::addFiles(*each, m_files);
     importing.add_option("--from", m_archive, "The archive")->required()->type_name("FILE");
-    for (auto* const each : {&approve, &reject, &exporting})
+    auto& zone = declare(companies, "time-zone", "Have a company keep its books by the days of a time zone",
+                         [](const PeopleCommands& given) {
+                             return changed(
+                                 given.m_file,
+                                 [&](Connection& connection) {
+                                     return ManagePeople::setTimeZone(connection, given.m_company, given.m_timeZone);
+                                 },
+                                 "The company keeps its books by the days of this zone.");
+                         });
+    zone.add_option("--time-zone", m_timeZone, "Time zone whose days the books are kept by, such as Asia/Jakarta")
+        ->required()
+        ->type_name("NAME");
+    for (auto* const each : {&approve, &reject, &exporting, &zone})
         each->add_option("--id", m_company, "The company's id")->required()->type_name("ID");
 }
 

@@ -30,6 +30,7 @@ private:
 
     std::string m_file; // or the address of a database
     std::string m_files;
+    std::string m_timeZone;
     std::string m_company;
     std::string m_email;
     std::string m_archive;

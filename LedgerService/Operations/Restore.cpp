@@ -1,13 +1,24 @@
 #include "LedgerService/Operations/Restore.h"
 
 #include <array>
+#include <chrono>
 #include <filesystem>
 
 #include <fmt/core.h>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/DurableFile.h"
 #include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Operations/UnpackedArchive.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Entries/SnapshotKeys.h"
+#include "LedgerService/Storage/Rows/People/AccessChallengeRepository.h"
+#include "LedgerService/Storage/Rows/People/MailRepository.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
 
@@ -29,6 +40,27 @@ void putInPlace(const std::string& from, const std::string& to)
         throw std::system_error{failure, to};
 }
 
+/// What was in force when the archive was made may have ended since, by a sign-out, a new password or a code that was
+/// used; and a client that knows the books as they went on must not take these for the same.
+void beginAnew(const std::string& file)
+{
+    Connection connection{file};
+    Transaction transaction{connection, Transaction::Mode::writing};
+    SessionRepository::removeAll(connection);
+    AccessChallengeRepository::removeAll(connection);
+    MailRepository::removeAll(connection);
+    AuditRecord record;
+    record.at = LedgerDay::stamp(std::chrono::system_clock::now());
+    record.origin = AuditOrigin::operating;
+    record.kind = AuditKind::booksRestored;
+    for (const auto& companyID : CompanyRepository::allIDs(connection)) {
+        SnapshotKeys::draw(connection, companyID);
+        record.record = companyID;
+        AuditTrail::append(connection, companyID, record);
+    }
+    transaction.commit();
+}
+
 }
 
 std::optional<std::string> Restore::carryOut(const std::string& archive, const std::string& file)
@@ -42,10 +74,11 @@ std::optional<std::string> Restore::carryOut(const std::string& archive, const s
     }
     try {
         const UnpackedArchive unpacked{archive, fs::absolute(file).parent_path()};
+        beginAnew(unpacked.database());
         putInPlace(unpacked.database(), file);
         return std::nullopt;
     } catch (const std::exception& failure) {
-        return fmt::format("cannot restore {}: {}", archive, failure.what());
+        return fmt::format("cannot restore {}: {}", archive, DatabaseFailure::words(failure));
     }
 }
 

@@ -13,6 +13,7 @@
 #include <csignal>
 #include <fmt/core.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
 #include "LedgerService/Http/Connections/Server.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
@@ -53,6 +54,8 @@ ServerOptions serverOptionsOf(const Serve::Options& options, const Serve::Endpoi
         serverOptions.tls = {.certificate = options.tlsCertificate, .key = options.tlsKey};
     serverOptions.trustedProxies = options.trustedProxies;
     serverOptions.policy.registration = options.registration;
+    serverOptions.receiptRoom = {.company = options.receiptSpace << 20,
+                                 .demonstration = options.demoReceiptSpace << 20};
     serverOptions.routes = allRoutes();
     return serverOptions;
 }
@@ -85,11 +88,13 @@ private:
     std::function<void()> m_reload;
 };
 
-/// What a service that speaks TLS does at SIGHUP; nothing for others.
+/// What the service does at SIGHUP; nothing for one that it ends.
 std::function<void()> reloadingOf(const Serve::Options& options, Server& server)
 {
+    if (!options.speaksTls() && isatty(STDIN_FILENO) == 1)
+        return {}; // the terminal is closed
     if (!options.speaksTls())
-        return {};
+        return [] { Log::note("there is no certificate to read again"); };
     return [&server] {
         if (const auto refused = server.reloadCertificate())
             Log::warning(*refused + "; the certificate stays as it was");

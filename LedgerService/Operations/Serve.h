@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "LedgerService/Mail/MailTransport.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Service.h"
 
 namespace LedgerService {
@@ -27,7 +28,9 @@ struct Options {
     std::optional<DemonstrationMode> demonstration; // unset: shared on a loopback address, else off
     std::string metrics;                            // address and port; empty: figures are not given
     RegistrationMode registration = RegistrationMode::review;
-    std::string mailFrom;   // address; needed with a mail server
+    std::int64_t receiptSpace = ReceiptRoom{}.company >> 20;           // MiB
+    std::int64_t demoReceiptSpace = ReceiptRoom{}.demonstration >> 20; // MiB
+    std::string mailFrom;                                              // address; needed with a mail server
     std::string mailSpool;  // folder; with none and no server, beside the database on loopback
     std::string smtpServer; // smtps://host or smtp://host:port
     std::string smtpUser;
@@ -61,7 +64,7 @@ std::expected<Endpoint, std::string> place(const Options& options, std::optional
 std::expected<MailSettings, std::string> mailSettings(const Options& options, bool local);
 
 /// Serves until SIGTERM or SIGINT, then ends cleanly; the exit code. SIGHUP has a service that speaks TLS read its
-/// certificate again, and ends any other.
+/// certificate again. Any other it ends when it runs at a terminal; else there is nothing to read again.
 int run(const Options& options);
 
 }

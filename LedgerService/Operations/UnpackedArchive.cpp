@@ -112,6 +112,7 @@ void check(const Backup::Manifest& manifest, const std::string& database)
 UnpackedArchive::UnpackedArchive(const std::string& archive, const fs::path& beside)
     : m_path(DurableFile::unfinishedIn(beside))
 {
+    DurableFile::sweepUnfinished(beside);
     if (const auto failure = DurableFile::makeFolder(m_path))
         throw std::system_error{failure, "cannot make " + m_path.string()};
     try {

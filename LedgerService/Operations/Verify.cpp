@@ -22,6 +22,7 @@
 #include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 #include "LedgerService/Storage/Rows/Entries/FragmentUpkeep.h"
+#include "LedgerService/Storage/Rows/Entries/ReceiptSpace.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
 #include "LedgerService/Storage/Rows/Sections/DividendRepository.h"
@@ -188,6 +189,9 @@ void checkCompany(Connection& connection, const std::string& companyID, Verify::
 void checkReceipts(Connection& connection, const ReceiptFolder& folder, const std::string& companyID,
                    Verify::Report& report)
 {
+    if (!ReceiptSpace::isRight(connection, companyID))
+        report.problems.push_back(
+            fmt::format("company {}: its receipts have other bytes than were counted", companyID));
     for (const auto& each : AttachmentRepository::all(connection, companyID)) {
         if (!each.contentDigest)
             continue; // of a time when receipts had no files

@@ -14,14 +14,19 @@ namespace LedgerService {
 
 namespace {
 
-std::size_t removeRows(Database& database, std::string_view before)
+/// The files of the rows stay for a while: a backup that runs may have copied the rows already.
+std::size_t removeRows(Database& database, const ReceiptFolder& folder, std::string_view before)
 {
     const auto loan = database.borrow();
     const auto turn = database.queueToWrite();
     Transaction transaction{*loan, Transaction::Mode::writing};
     const auto removed = AttachmentRepository::removeLoose(*loan, before);
+    for (const auto& digest : removed) {
+        if (!digest.empty())
+            folder.touch(digest);
+    }
     transaction.commit();
-    return removed;
+    return removed.size();
 }
 
 std::vector<std::string> unnamed(Database& database, const ReceiptFolder& folder)
@@ -55,7 +60,7 @@ LooseReceipts::Swept LooseReceipts::sweep(Database& database, const ReceiptFolde
     Swept swept;
     const auto before = LedgerDay::stamp(now - lifetime);
     for (std::size_t removed = 1; removed > 0; swept.receipts += removed)
-        removed = removeRows(database, before);
+        removed = removeRows(database, folder, before);
     for (const auto& digest : unnamed(database, folder))
         swept.files += removeFile(database, folder, digest) ? 1 : 0;
     return swept;

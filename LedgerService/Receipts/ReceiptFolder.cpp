@@ -88,7 +88,9 @@ Refusal refusalOf(const std::error_code& failure)
 
 }
 
-ReceiptFolder::ReceiptFolder(const std::string& beside) : m_path(beside + "-receipts") {}
+ReceiptFolder::ReceiptFolder(const std::string& beside, ReceiptRoom room) : m_path(beside + "-receipts"), m_room(room)
+{
+}
 
 fs::path ReceiptFolder::fileOf(std::string_view digest) const
 {
@@ -144,6 +146,12 @@ void ReceiptFolder::remove(std::string_view digest) const
 {
     std::error_code ignored;
     fs::remove(fileOf(digest), ignored);
+}
+
+void ReceiptFolder::touch(std::string_view digest) const
+{
+    std::error_code ignored;
+    fs::last_write_time(fileOf(digest), fs::file_time_type::clock::now(), ignored);
 }
 
 void ReceiptFolder::eachOlderThan(std::chrono::hours age,

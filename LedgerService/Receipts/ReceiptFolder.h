@@ -15,12 +15,20 @@ namespace LedgerService {
 /// when the content is not what was stored.
 using ReceiptBlocks = std::function<std::string()>;
 
+/// How many bytes of receipts a company may keep.
+struct ReceiptRoom {
+    std::int64_t company = std::int64_t{20} << 30;
+    std::int64_t demonstration = std::int64_t{32} << 20; // anybody enters one
+};
+
 /// The folder beside the database that keeps the receipts' files, each under the digest of its content. Any number of
 /// threads and processes use it at once: a file never changes, and is there as a whole or not at all.
 class ReceiptFolder {
 public:
     /// `beside`: the database's file, or what stands for it where a server keeps the database.
-    explicit ReceiptFolder(const std::string& beside);
+    explicit ReceiptFolder(const std::string& beside, ReceiptRoom room = {});
+
+    [[nodiscard]] const ReceiptRoom& room() const { return m_room; }
 
     /// Keeps the content, safely on the disk when this returns, and gives its digest. Content that is there already
     /// counts as new.
@@ -36,6 +44,9 @@ public:
 
     void remove(std::string_view digest) const;
 
+    /// Counts the file as used now, if it is there.
+    void touch(std::string_view digest) const;
+
     /// Shows the digest of each file that has been there unused for so long, and removes what was left half written.
     void eachOlderThan(std::chrono::hours age, const std::function<void(const std::string& digest)>& show) const;
 
@@ -45,6 +56,7 @@ public:
 
 private:
     std::filesystem::path m_path;
+    ReceiptRoom m_room;
 };
 
 }

@@ -1,19 +1,24 @@
 #include <filesystem>
 #include <fstream>
+#include <ranges>
 
 #include <boost/describe.hpp>
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerCore/Domain/Records/MemberCommands.h"
 #include "LedgerService/Audit/AuditSeals.h"
 #include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Operations/ManagePeople.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/SampleReceipts.h"
 #include "LedgerService/testing/SampleSections.h"
+#include "LedgerService/testing/Staff.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
@@ -75,6 +80,22 @@ protected:
         const auto answer = service.as("mira", "GET", "/v1/audit" + query);
         EXPECT_EQ(answer.status, 200) << answer.body;
         return Json::decode<ShownPage>(answer.body).value_or(ShownPage{});
+    }
+
+    /// The company's records, the last first: kind, member, subject of a founding, and what stands now.
+    std::string told(const std::string& companyID)
+    {
+        std::string lines;
+        service.write([&](Connection& connection) {
+            auto records = AuditTrail::after(connection, companyID, 0, 100);
+            for (const auto& each : std::views::reverse(records)) {
+                const bool founded = each.kind == AuditKind::companyFounded;
+                lines +=
+                    fmt::format("{} {} {} {}\n", each.kind, each.memberID.value_or("-"),
+                                founded ? each.record.value_or("-") : "-", founded ? "-" : each.after.value_or("-"));
+            }
+        });
+        return lines;
     }
 
     LedgerTransaction post(const TransactionInput& input)
@@ -236,10 +257,14 @@ TEST_F(Audited, PasswordsAndTheOperatorsDecisionsLeaveTheirs)
     EXPECT_EQ(ManagePeople::reset(connection, "rudi@sample.example", std::nullopt), std::nullopt);
     EXPECT_EQ(ManagePeople::reject(connection, "sample"), std::nullopt);
     EXPECT_EQ(ManagePeople::approve(connection, "sample"), std::nullopt);
+    EXPECT_NE(ManagePeople::setTimeZone(connection, "sample", "Asia/Nowhere"), std::nullopt);
+    EXPECT_EQ(ManagePeople::setTimeZone(connection, "sample", "Pacific/Kiritimati"), std::nullopt);
+    EXPECT_EQ(CompanyRepository::timeZone(connection, "sample"), "Pacific/Kiritimati");
     std::string told;
     for (const auto& each : page().records)
         told += fmt::format("{} {} {} {}\n", each.kind, each.origin, each.memberID.value_or("-"), *each.record);
-    EXPECT_EQ(told, "company-approved operator - sample\n"
+    EXPECT_EQ(told, "company-zone-changed operator - sample\n"
+                    "company-approved operator - sample\n"
                     "company-rejected operator - sample\n"
                     "password-reset operator - rudi\n"
                     "person-reactivated operator - rudi\n"
@@ -272,6 +297,101 @@ TEST_F(Audited, TheTrailIsForOwnersPagedAndFiltered)
     EXPECT_EQ(page("?day=2026-01-01").records.size(), 1U);
     for (const auto* query : {"?limit=0", "?limit=501", "?below=x", "?day=yesterday", "?kind=%zz", "?day=&day="})
         EXPECT_EQ(service.as("mira", "GET", std::string{"/v1/audit"} + query).status, 400) << query;
+}
+
+TEST_F(Audited, APageEndsBeforeItFillsTheMemory)
+{
+    constexpr int count = 40;
+    service.write([](Connection& connection) {
+        AuditRecord record;
+        record.at = "2026-03-10T09:30:00.000Z";
+        record.origin = AuditOrigin::service;
+        record.kind = "POST /v1/accounts";
+        record.memberID = "rudi";
+        record.after = Json::encode(std::vector<std::string>(25'000, "id"));
+        for (int each = 0; each < count; ++each)
+            AuditTrail::append(connection, "sample", record);
+    });
+    int shown = 0;
+    std::string query = "?limit=500&person=rudi";
+    while (!query.empty()) {
+        const auto answer = service.as("mira", "GET", "/v1/audit" + query);
+        ASSERT_EQ(answer.status, 200) << answer.body;
+        EXPECT_LT(answer.body.size(), 2'000'000U);
+        const auto part = Json::decode<ShownPage>(answer.body).value_or(ShownPage{});
+        shown += static_cast<int>(part.records.size());
+        query = part.next ? fmt::format("?limit=500&person=rudi&below={}", *part.next) : "";
+    }
+    EXPECT_EQ(shown, count) << "the pages lead to all of them";
+}
+
+TEST_F(Audited, WhatAPersonDoesInOneCompanyIsToldThereAlone)
+{
+    service.write([](Connection& connection) {
+        foundSample(connection, "other");
+        connection.execute("UPDATE members SET role = 'owner' WHERE id = 'mira'");
+    });
+    Staff::joinTo(service, "rudi", "other", "employee");
+    const auto rudi = service.tokenOf("rudi");
+    auto client = service.client();
+    EXPECT_EQ(client.send("POST", "/v1/me/companies", rudi, R"({"companyName":"Rudis secret","requestID":"1"})").status,
+              200);
+    EXPECT_EQ(client.send("POST", "/v1/me/companies/switch", rudi, R"({"companyID":"other"})").status, 200);
+    EXPECT_EQ(told("sample"), "sign-out rudi - -\n"
+                              "company-founded - sample -\n");
+    EXPECT_EQ(told("other"), "sign-in rudi-too - -\n"
+                             "company-founded - other -\n");
+}
+
+TEST_F(Audited, WhoJoinsAndWithWhichRightsIsToldInTheCompanyJoined)
+{
+    service.write([](Connection& connection) { foundSample(connection, "other"); });
+    Staff::appoint(service);
+    const auto invited = service.as("mira", "POST", "/v1/invites",
+                                    R"({"name":"Rudi","email":"rudi@other.example","role":"finance","accountIDs":[],
+                                        "permissions":[],"accountGrants":[{"accountID":"bank","actions":["view"]}]})");
+    const auto code = Json::decode<InviteResponse>(invited.body).value_or(InviteResponse{}).code;
+    const auto accepted = service.client().send("POST", "/v1/invites/accept", service.tokenOf("rudi", "other"),
+                                                Json::encode(InvitationAcceptance{.code = code, .locale = "id"}));
+    ASSERT_EQ(accepted.status, 200) << accepted.body;
+    const auto joined = page("?kind=member-joined").records;
+    ASSERT_EQ(joined.size(), 1U);
+    EXPECT_EQ(joined[0].memberID, joined[0].record) << "the person did it, to the membership";
+    EXPECT_EQ(joined[0].origin, "127.0.0.1");
+    const auto shown = service.as("mira", "GET", "/v1/audit?kind=member-joined").body;
+    EXPECT_NE(shown.find(R"("accountGrants":[{"accountID":"bank","actions":["view"]}])"), std::string::npos) << shown;
+    EXPECT_EQ(told("other"), "sign-out rudi - -\n"
+                             "company-founded - other -\n");
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST_F(Audited, ANewNameIsToldInEveryCompanyThatShowsIt)
+{
+    service.write([](Connection& connection) { foundSample(connection, "other"); });
+    Staff::joinTo(service, "rudi", "other", "employee");
+    ASSERT_EQ(service.as("rudi", "PATCH", "/v1/me/profile", R"({"name":"Rudolf"})").status, 200);
+    EXPECT_EQ(told("sample"), R"(PATCH /v1/me/profile rudi - {"name":"Rudolf"})"
+                              "\ncompany-founded - sample -\n");
+    EXPECT_EQ(told("other"), R"(PATCH /v1/me/profile rudi-too - {"name":"Rudolf"})"
+                             "\ncompany-founded - other -\n");
+}
+
+TEST_F(Audited, OwnersReadNothingOfWhatTheyDoNotSee)
+{
+    run({"UPDATE members SET role = 'owner' WHERE id = 'guest'"}); // sees everything, "hidden" alone among others
+    Staff::set(service, "rudi", "owner", {"manageCompany"}, {{"bank", {"view"}}});
+    Staff::set(service, "guest", "owner", {"manageCompany", "viewCompany"}, {});
+    const auto rename = [&](const std::string& accountID, const std::string& name) {
+        const auto answer = service.as("guest", "PATCH", "/v1/accounts/" + accountID, R"({"name":")" + name + R"("})");
+        EXPECT_EQ(answer.status, 200) << answer.body;
+    };
+    rename("hidden", "Secret payroll");
+    rename("bank", "Shown bank");
+    const auto trailOf = [&](const std::string& memberID) { return service.as(memberID, "GET", "/v1/audit").body; };
+    EXPECT_TRUE(trailOf("guest").contains("Secret payroll"));
+    EXPECT_FALSE(trailOf("rudi").contains("Secret payroll"));
+    EXPECT_TRUE(trailOf("rudi").contains("Shown bank"));
+    EXPECT_TRUE(trailOf("rudi").contains(R"("record":"hidden")")) << "that something was done stays told";
 }
 
 TEST_F(Audited, NothingInTheTrailCanBeChangedOrRemoved)

@@ -8,15 +8,22 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Audit/AuditSeals.h"
+#include "LedgerService/Identity/Token.h"
 #include "LedgerService/Operations/Backup.h"
 #include "LedgerService/Operations/MetricsListener.h"
 #include "LedgerService/Operations/Restore.h"
 #include "LedgerService/Operations/Verify.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/SampleReceipts.h"
 #include "LedgerService/testing/ServiceProcess.h"
@@ -95,6 +102,58 @@ TEST_F(Archived, EverythingIsRestoredWhileTheServiceGoesOn)
     EXPECT_EQ(left, 0);
 }
 
+TEST_F(Archived, RestoredBooksAreToldFromThoseThatWentOnAndNobodyIsSignedIn)
+{
+    const auto token = service.tokenOf("mira");
+    const auto start = fmt::format(R"({{"email":"mira@sample.example","invitationCode":"","purpose":"reset",)"
+                                   R"("locale":"en"}})");
+    ASSERT_EQ(service.client().send("POST", "/v1/auth/access/start", "", start).status, 200);
+    ASSERT_EQ(Backup::take(service.databaseFile(), archive).value_or(""), "");
+    ASSERT_EQ(restore(), "");
+    const auto tagAfterRenaming = [](const std::string& file, const std::string& name) {
+        const auto database = Database::openExisting(file);
+        {
+            const auto loan = (*database)->borrow();
+            Transaction transaction{*loan, Transaction::Mode::writing};
+            auto company = *CompanyRepository::find(*loan, "sample");
+            company.name = name;
+            CompanyRepository::write(*loan, company);
+            CompanyHistory::advance(*loan, "sample");
+            transaction.commit();
+        }
+        return SnapshotReader::answer(**database, "sample", "mira", {})->tag;
+    };
+    EXPECT_NE(tagAfterRenaming(service.databaseFile(), "One way"), tagAfterRenaming(restored, "Another way"));
+
+    Connection connection{restored};
+    EXPECT_FALSE(SessionRepository::find(connection, Token::hash(token), "2026-03-10T10:00:00.000Z").has_value());
+    for (const auto* table : {"access_challenges", "mails"}) {
+        int count = -1;
+        Query query{connection, fmt::format("SELECT COUNT(*) FROM {}", table)};
+        EXPECT_TRUE(query.into(count).next());
+        EXPECT_EQ(count, 0) << table;
+    }
+}
+
+TEST_F(Archived, WhatAProcessThatWasKilledHasLeftIsRemovedByTheNext)
+{
+    const auto put = [&](const std::string& name, std::chrono::hours age) {
+        std::ofstream{folder.file(name)} << "half a book";
+        fs::last_write_time(folder.file(name), fs::file_time_type::clock::now() - age);
+    };
+    put(".unfinished-old", std::chrono::hours{72});
+    put(".unfinished-old-journal", std::chrono::hours{72});
+    put(".unfinished-new", std::chrono::hours{0});
+    fs::create_directory(folder.file(".unfinished-folder"));
+    put(".unfinished-folder/books.sqlite", std::chrono::hours{72});
+    fs::last_write_time(folder.file(".unfinished-folder"), fs::file_time_type::clock::now() - std::chrono::hours{72});
+    ASSERT_EQ(Backup::take(service.databaseFile(), archive).value_or(""), "");
+    EXPECT_FALSE(fs::exists(folder.file(".unfinished-old")));
+    EXPECT_FALSE(fs::exists(folder.file(".unfinished-old-journal")));
+    EXPECT_FALSE(fs::exists(folder.file(".unfinished-folder")));
+    EXPECT_TRUE(fs::exists(folder.file(".unfinished-new"))) << "another one may be at work";
+}
+
 TEST_F(Archived, WhatAnEarlierProgramPackedIsBroughtUpToDate)
 {
     service.write(
@@ -157,6 +216,10 @@ TEST_F(Archived, TheProgramTakesOptionsFromArgumentsTheEnvironmentAndAFile)
     EXPECT_TRUE(shown.starts_with("0 ")) << shown;
     for (const auto* each : {"127.0.0.1:1003", "of-the-environment.sqlite", "quiet=true"})
         EXPECT_NE(shown.find(each), std::string::npos) << each << shown;
+    const auto several = run("TALLYFOLD_TRUSTED_PROXY='10.0.0.0/8, 192.0.2.7' " + program +
+                             " config --behind-tls-proxy --database x.sqlite");
+    for (const auto* each : {R"("10.0.0.0/8")", R"("192.0.2.7")"})
+        EXPECT_NE(several.find(each), std::string::npos) << several;
     EXPECT_TRUE(run("TALLYFOLD_DATABASE=" + service.databaseFile() + " " + program + " verify").starts_with("0 "));
     EXPECT_FALSE(run(program + " --config " + folder.file("missing.toml") + " config").starts_with("0 "));
     const auto nested = run("TALLYFOLD_DATABASE=" + service.databaseFile() + " " + program + " companies list");

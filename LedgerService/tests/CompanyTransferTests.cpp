@@ -38,10 +38,11 @@ std::string textOf(Connection& connection, const std::string& statement)
 /// All rows of the table that the condition finds, in the order of their texts.
 std::string rowsOf(Connection& connection, const std::string& table, const std::string& where)
 {
-    const auto columns =
-        textOf(connection, fmt::format("SELECT group_concat(name, ', ') FROM pragma_table_info('{}') WHERE name NOT IN "
-                                       "('number', 'current_company_id') OR '{}' <> 'companies' AND '{}' <> 'users'",
-                                       table, table, table));
+    const auto columns = textOf(
+        connection,
+        fmt::format("SELECT group_concat(name, ', ') FROM pragma_table_info('{}') WHERE name NOT IN "
+                    "('number', 'current_company_id', 'snapshot_key') OR '{}' <> 'companies' AND '{}' <> 'users'",
+                    table, table, table));
     return textOf(connection,
                   fmt::format("SELECT group_concat(line, char(10)) FROM (SELECT json_array({}) AS line FROM {} WHERE "
                               "{} ORDER BY line)",

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerService/testing/RandomRequests.h"
+#include "LedgerService/testing/Staff.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
@@ -57,6 +58,44 @@ TEST(HostileRequests, AreAnsweredOrEndedAndLeaveTheServiceWhole)
         EXPECT_GT(answers[status], 0U) << "the requests reach less than they should: " << told;
     EXPECT_EQ(service.problems(), "");
     EXPECT_EQ(service.as("mira", "GET", "/v1/snapshot").status, 200);
+}
+
+TEST(HostileRequests, WithListsThatNoCommandNeedsAreRefusedWhoeverSendsThem)
+{
+    struct Row {
+        const char* name;
+        const char* by; // "rudi" may do none of this
+        const char* method;
+        const char* path;
+        const char* body; // "{ids}" stands for the list
+    };
+    constexpr Row rows[] = {
+        {"Invitation", "rudi", "POST", "/v1/invites",
+         R"({"name":"A","email":"a@b.example","role":"employee","accountIDs":[{ids}],"permissions":[],
+             "accountGrants":[]})"},
+        {"Member", "mira", "PATCH", "/v1/members/rudi", R"({"accountIDs":[{ids}]})"},
+        {"ActionsOfAGrant", "rudi", "PATCH", "/v1/members/rudi",
+         R"({"accountGrants":[{"accountID":"bank","actions":[{ids}]}]})"},
+        {"Funders", "mira", "POST", "/v1/accounts",
+         R"({"name":"Box","currencies":["IDR"],"operatorMemberID":"rudi","purpose":"employee","returnAccountID":"bank",
+             "fundingMemberIDs":[{ids}]})"},
+        {"Receipts", "rudi", "POST", "/v1/transactions/sale/attachments", R"({"attachmentIDs":[{ids}]})"},
+        {"Categories", "rudi", "POST", "/v1/categories/reorder",
+         R"({"kind":"income","orderedIDs":[{ids}],"expectedIDs":[]})"},
+    };
+    TestService service;
+    Staff::appoint(service);
+    for (const auto& row : rows) {
+        for (const bool differ : {true, false}) {
+            std::string ids;
+            for (int each = 0; each < 3'000; ++each)
+                ids += fmt::format("{}\"{}\"", ids.empty() ? "" : ",", differ ? fmt::format("id-{}", each) : "mira");
+            std::string body = row.body;
+            body.replace(body.find("{ids}"), 5, ids);
+            const auto answer = service.as(row.by, row.method, row.path, body);
+            EXPECT_EQ(answer.code(), "validation_error") << row.name << " " << answer.body.substr(0, 200);
+        }
+    }
 }
 
 }

@@ -17,6 +17,7 @@
 #include "LedgerService/Receipts/ReceiptContent.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/SampleReceipts.h"
@@ -196,6 +197,18 @@ TEST_F(Receipts, AreAtMostTenOnAnEntry)
     EXPECT_EQ(service.problems(), "");
 }
 
+TEST_F(Receipts, AreNamedOnceAndByTheirIDsWhoeverLinksThem)
+{
+    const auto receipt = mustUpload(pdf(400));
+    for (const auto* member : {"mira", "guest"}) { // guest sees the entry and may not add to it
+        EXPECT_EQ(link("sale", {}, member).code(), ServiceCode::validationError) << member;
+        EXPECT_EQ(link("sale", {receipt.id, ""}, member).code(), ServiceCode::validationError) << member;
+        EXPECT_EQ(link("sale", {receipt.id, receipt.id}, member).code(), ServiceCode::validationError) << member;
+    }
+    EXPECT_EQ(link("sale", {receipt.id}, "guest").code(), ServiceCode::forbidden);
+    EXPECT_EQ(link("sale", {receipt.id}).status, 200);
+}
+
 TEST_F(Receipts, AreSeenByThoseWhoSeeTheEntryAndLooseOnesByTheUploader)
 {
     const auto receipt = mustUpload(pdf());
@@ -234,11 +247,58 @@ TEST_F(Receipts, ThatAreNeverLinkedAreSweptWithoutTheFilesOfOthers)
     EXPECT_EQ(sweep(29).receipts, 0U);
     const auto swept = sweep(31);
     EXPECT_EQ(swept.receipts, 2U);
-    EXPECT_EQ(swept.files, 1U);
+    EXPECT_EQ(swept.files, 0U) << "a backup that runs may have copied the rows";
+    EXPECT_TRUE(fs::exists(fileOf(pdf(600))));
+    EXPECT_EQ(sweep(32).files, 1U);
     EXPECT_TRUE(download(kept.id).body == shared);
     EXPECT_FALSE(fs::exists(fileOf(pdf(600))));
     EXPECT_EQ(service.snapshotOf("mira").attachments.size(), 2U);
     EXPECT_EQ(service.problems(), "");
+}
+
+TEST(ReceiptRoom, IsGivenToEachCompanyAndNothingIsWrittenPastIt)
+{
+    TestService service{[](ServerOptions& options) {
+        options.receiptRoom = {.company = 1'000'000, .demonstration = 100};
+        options.policy.demonstration = DemonstrationMode::shared;
+    }};
+    const ReceiptFolder folder{service.databaseFile()};
+    const auto send = [&](const std::string& content) {
+        return service.as("mira", "POST", "/v1/attachments", upload(content));
+    };
+    const auto first = send(pdf(600'000));
+    EXPECT_EQ(first.status, 200) << first.body;
+    EXPECT_EQ(send(pdf(500'000)).code(), ServiceCode::insufficientStorage);
+    EXPECT_FALSE(folder.has(Random::digest(pdf(500'000))));
+    const auto id = Json::decode<Attachment>(first.body).value_or(Attachment{}).id;
+    EXPECT_EQ(
+        service.as("mira", "POST", "/v1/transactions/sale/attachments", Json::encode(AttachmentLink{{id}})).status,
+        200);
+    EXPECT_EQ(send(pdf(500'000)).code(), ServiceCode::insufficientStorage) << "linked ones count too";
+    EXPECT_EQ(send(pdf(300'000)).status, 200);
+    EXPECT_EQ(service.problems(), "");
+    service.write([](Connection& connection) {
+        connection.execute("UPDATE companies SET demo_version = 1, demo_locale = 'en-US', receipt_bytes = 0");
+    });
+    EXPECT_NE(service.problems(), "") << "what was counted is checked";
+    EXPECT_EQ(send(pdf(400)).code(), ServiceCode::insufficientStorage) << "a demonstration has a room of its own";
+}
+
+TEST_F(Receipts, ThatLieAboutAreCountedAndTheClientIsToldWhenToComeAgain)
+{
+    service.write([](Connection& connection) {
+        Attachment receipt;
+        receipt.byteCount = 10;
+        receipt.createdAt = "2026-03-10";
+        for (int each = 0; each < 500; ++each) {
+            receipt.id = "loose-" + std::to_string(each);
+            AttachmentRepository::insert(connection, "sample", receipt, "mira");
+        }
+    });
+    const auto answer = service.as("mira", "POST", "/v1/attachments", upload(pdf(900)));
+    EXPECT_EQ(answer.code(), ServiceCode::rateLimited);
+    EXPECT_EQ(answer.header("retry-after"), "3600");
+    EXPECT_FALSE(fs::exists(fileOf(pdf(900)))) << "what is refused is not written";
 }
 
 TEST_F(Receipts, AreRefusedWithoutATraceWhenTheDiskIsFull)

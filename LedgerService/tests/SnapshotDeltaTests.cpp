@@ -1,7 +1,10 @@
 #include <algorithm>
 #include <map>
 #include <random>
+#include <set>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include <fmt/core.h>
 #include <gtest/gtest.h>
@@ -191,21 +194,41 @@ TEST_P(SnapshotQuestion, IsAnsweredByWhatTheClientHolds)
 
 INSTANTIATE_TEST_SUITE_P(
     Headers, SnapshotQuestion,
-    testing::Values(
-        Question{"Delta", "If-None-Match: {tag}\r\nA-IM: entries\r\n", 226},
-        Question{"AmongOthers", "If-None-Match: \"a,b\", {tag}\r\nA-IM: vcdiff, Entries;q=0.5\r\n", 226},
-        Question{"InSeveralLines", "If-None-Match: \"x\"\r\nIf-None-Match: W/{tag}\r\nA-IM: entries\r\n", 226},
-        Question{"NoDeltaAsked", "If-None-Match: {tag}\r\n", 200},
-        Question{"DeltaDeclined", "If-None-Match: {tag}\r\nA-IM: entries;q=0\r\n", 200},
-        Question{"OtherManipulation", "If-None-Match: {tag}\r\nA-IM: vcdiff\r\n", 200},
-        Question{"NothingHeld", "A-IM: entries\r\n", 200},
-        Question{"ForeignTag", "If-None-Match: \"0815\"\r\nA-IM: entries\r\n", 200},
-        Question{"FutureTag", "If-None-Match: \"99999.1.0123456789abcdef0123456789abcdef\"\r\nA-IM: entries\r\n", 200},
-        Question{"HugeTag",
-                 "If-None-Match: \"99999999999999999999.1.0123456789abcdef0123456789abcdef\"\r\n"
-                 "A-IM: entries\r\n",
-                 200}),
+    testing::Values(Question{"Delta", "If-None-Match: {tag}\r\nA-IM: entries\r\n", 226},
+                    Question{"AmongOthers", "If-None-Match: \"a,b\", {tag}\r\nA-IM: vcdiff, Entries;q=0.5\r\n", 226},
+                    Question{"InSeveralLines", "If-None-Match: \"x\"\r\nIf-None-Match: W/{tag}\r\nA-IM: entries\r\n",
+                             226},
+                    Question{"NoDeltaAsked", "If-None-Match: {tag}\r\n", 200},
+                    Question{"DeltaDeclined", "If-None-Match: {tag}\r\nA-IM: entries;q=0\r\n", 200},
+                    Question{"OtherManipulation", "If-None-Match: {tag}\r\nA-IM: vcdiff\r\n", 200},
+                    Question{"NothingHeld", "A-IM: entries\r\n", 200},
+                    Question{"ForeignTag", "If-None-Match: \"0815\"\r\nA-IM: entries\r\n", 200},
+                    Question{"FutureTag",
+                             "If-None-Match: \"000000000001869f000000010123456789abcdef0123456789abcdef\"\r\n"
+                             "A-IM: entries\r\n",
+                             200},
+                    Question{"HugeTag",
+                             "If-None-Match: \"ffffffffffffffffffffffff0123456789abcdef0123456789abcdef\"\r\n"
+                             "A-IM: entries\r\n",
+                             200}),
     [](const auto& each) { return each.param.name; });
+
+TEST(SnapshotTags, DoNotTellHowOftenSomethingChanges)
+{
+    TestService service;
+    const auto token = service.tokenOf("rudi");
+    auto client = service.client();
+    std::vector<std::pair<std::size_t, std::string>> tags; // in the order of the numbers that they begin with, if any
+    for (int each = 0; each < 12; ++each) {
+        const auto tag = client.send("GET", path, token).header("etag");
+        tags.emplace_back(tag.find('.'), tag);
+        auto input = SampleBooks::income();
+        input.idempotencyKey = std::to_string(each);
+        ASSERT_EQ(service.as("mira", "POST", "/v1/transactions", Json::encode(input)).status, 200);
+    }
+    EXPECT_FALSE(std::ranges::is_sorted(tags));
+    EXPECT_EQ((std::set<std::pair<std::size_t, std::string>>{tags.begin(), tags.end()}.size()), 12U);
+}
 
 TEST(SnapshotBlocks, ShowOneStateWhateverIsRecordedWhileTheyAreTaken)
 {

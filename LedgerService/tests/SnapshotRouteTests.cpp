@@ -100,6 +100,7 @@ TEST(SnapshotRoute, NamesReceiptsOnTheirEntryAndUnlinkedOnesToTheirUploaderOnly)
         connection.execute("INSERT INTO attachments (company_id, id, member_id, transaction_id, position, name, mime, "
                            "byte_count, created_at) VALUES ('sample', 'loose', 'mira', NULL, 0, 'a.pdf', "
                            "'application/pdf', 1, '2026-03-10T09:00:00.000Z')");
+        connection.execute("UPDATE companies SET receipt_bytes = receipt_bytes + 1 WHERE id = 'sample'");
     });
     EXPECT_EQ(idsOf(service.snapshotOf("mira").attachments), (Names{"linked", "loose"}));
     const auto seen = service.snapshotOf("guest");

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <functional>
+#include <map>
+#include <set>
 #include <string>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
@@ -53,13 +55,15 @@ bool knows(const Member& member, std::string_view accountID)
 Grants tidied(const Grants& grants)
 {
     Grants tidy;
+    std::map<std::string_view, std::size_t> places;
+    std::set<std::pair<std::string_view, std::string_view>> granted;
     for (const auto& each : grants) {
-        auto found = std::ranges::find(tidy, each.accountID, &AccountGrant::accountID);
-        if (found == tidy.end())
-            found = tidy.insert(tidy.end(), {each.accountID, {}});
+        const auto place = places.try_emplace(each.accountID, tidy.size());
+        if (place.second)
+            tidy.push_back({each.accountID, {}});
         for (const auto& action : each.actions) {
-            if (!contains(found->actions, action))
-                found->actions.push_back(action);
+            if (granted.emplace(each.accountID, action).second)
+                tidy[place.first->second].actions.push_back(action);
         }
     }
     std::erase_if(tidy, [](const AccountGrant& grant) { return grant.actions.empty(); });
@@ -68,11 +72,10 @@ Grants tidied(const Grants& grants)
 
 Texts tidied(const Texts& texts)
 {
+    std::set<std::string_view> seen;
     Texts tidy;
-    for (const auto& each : texts) {
-        if (!contains(tidy, each))
-            tidy.push_back(each);
-    }
+    std::ranges::copy_if(texts, std::back_inserter(tidy),
+                         [&](const std::string& each) { return seen.insert(each).second; });
     return tidy;
 }
 
@@ -179,7 +182,8 @@ std::optional<Refusal> whyNotGive(const Member& before, const Member& after, con
     return std::nullopt;
 }
 
-std::optional<Refusal> whyNot(const Member& before, const MemberUpdate& update, const Member& after,
+/// `makeAfter` gives the membership after the update; it is asked only once the update has been found to make sense.
+std::optional<Refusal> whyNot(const Member& before, const MemberUpdate& update, const auto& makeAfter,
                               const Member& giver, const Team& team)
 {
     if (!MemberRights::canManage(giver))
@@ -188,7 +192,7 @@ std::optional<Refusal> whyNot(const Member& before, const MemberUpdate& update, 
         return refusal;
     if (auto refusal = whyNotAccounts(before, update, giver, team))
         return refusal;
-    return whyNotGive(before, after, giver, team);
+    return whyNotGive(before, makeAfter(), giver, team);
 }
 
 MemberUpdate updateOf(const Invite& invitation)
@@ -242,11 +246,11 @@ Member MembershipRules::changed(const Member& member, const MemberUpdate& update
 std::optional<MembershipRules::Refusal> MembershipRules::whyNotInvite(const Invite& invitation, const Member& giver,
                                                                       const Team& team)
 {
-    return whyNot({}, updateOf(invitation), invited(invitation), giver, team);
+    return whyNot({}, updateOf(invitation), [&] { return invited(invitation); }, giver, team);
 }
 
 std::optional<MembershipRules::Refusal> MembershipRules::whyNotChange(const Member& member, const MemberUpdate& update,
                                                                       const Member& giver, const Team& team)
 {
-    return whyNot(member, update, changed(member, update, giver), giver, team);
+    return whyNot(member, update, [&] { return changed(member, update, giver); }, giver, team);
 }

@@ -27,6 +27,17 @@ bool ReceiptRules::mayLink(const LedgerTransaction& entry, const Member& member)
     return member.active && (entry.memberID == member.id || LedgerEntryAccess::canCorrect(entry, member));
 }
 
+std::optional<PostingReason> ReceiptRules::whyNotShaped(std::span<const std::string> ids)
+{
+    using enum PostingReason;
+    if (ids.empty() || std::ranges::any_of(ids, &std::string::empty))
+        return missing;
+    if (ids.size() > EntryLimits::receipts)
+        return tooManyReceipts;
+    return std::set<std::string_view>{ids.begin(), ids.end()}.size() != ids.size() ? std::optional{sameReceipt}
+                                                                                   : std::nullopt;
+}
+
 std::optional<PostingReason> ReceiptRules::whyNotLink(const LedgerTransaction& entry, const Member& member,
                                                       std::span<const std::string> ids,
                                                       std::span<const Attachment> found)
@@ -34,12 +45,10 @@ std::optional<PostingReason> ReceiptRules::whyNotLink(const LedgerTransaction& e
     using enum PostingReason;
     if (!mayLink(entry, member))
         return notGranted;
-    if (ids.empty())
-        return missing;
+    if (auto refused = whyNotShaped(ids))
+        return refused;
     if (entry.attachmentIDs.size() + ids.size() > EntryLimits::receipts)
         return tooManyReceipts;
-    if (std::set<std::string_view>{ids.begin(), ids.end()}.size() != ids.size())
-        return sameReceipt;
     if (found.size() != ids.size())
         return notFound;
     const auto isTaken = [](const Attachment& each) { return each.transactionID && !each.transactionID->empty(); };

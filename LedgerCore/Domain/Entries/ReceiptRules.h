@@ -27,6 +27,9 @@ bool isName(std::string_view name);
 /// Whether the member may add to the entry: those who recorded it and those who may correct it.
 bool mayLink(const LedgerTransaction& entry, const Member& member);
 
+/// What is wrong with giving these to an entry, whichever they are and whoever does it, or nothing.
+std::optional<PostingReason> whyNotShaped(std::span<const std::string> ids);
+
 /// What keeps the member from giving these receipts to the entry, or nothing. `found` are those of `ids` that the
 /// member may know of.
 std::optional<PostingReason> whyNotLink(const LedgerTransaction& entry, const Member& member,

@@ -35,6 +35,19 @@ bool isReadable(std::string_view text)
     return true;
 }
 
+/// Whether anything of it is seen: neither space nor a sign without a form of its own.
+bool isVisible(std::string_view text)
+{
+    const auto length = static_cast<std::int32_t>(text.size());
+    for (std::int32_t at = 0; at < length;) {
+        UChar32 each = 0;
+        U8_NEXT(text.data(), at, length, each);
+        if (!u_isUWhiteSpace(each) && !u_hasBinaryProperty(each, UCHAR_DEFAULT_IGNORABLE_CODE_POINT))
+            return true;
+    }
+    return false;
+}
+
 /// Signs that would end an address in the header of a mail.
 bool endsAddress(char byte)
 {
@@ -46,7 +59,7 @@ bool endsAddress(char byte)
 bool Naming::isName(std::string_view text)
 {
     const auto trimmed = TextFold::trimmed(text);
-    return !trimmed.empty() && isReadable(trimmed) && TextFold::length(trimmed) <= maximumName;
+    return isReadable(trimmed) && isVisible(trimmed) && TextFold::length(trimmed) <= maximumName;
 }
 
 bool Naming::isCountry(std::string_view code)

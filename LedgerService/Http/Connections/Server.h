@@ -13,6 +13,7 @@
 #include "LedgerService/Http/HttpLimits.h"
 #include "LedgerService/Http/Route.h"
 #include "LedgerService/Mail/MailTransport.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Service.h"
 
 namespace LedgerService {
@@ -27,6 +28,7 @@ struct ServerOptions {
     bool behindProxy = false;    // X-Forwarded-For names the client
     std::vector<std::string> trustedProxies; // addresses and networks; empty: whoever connects is the proxy
     ServicePolicy policy;
+    ReceiptRoom receiptRoom;
     MailSettings mail;
     HttpLimits limits;
     std::span<const Route> routes; // all that can be asked

@@ -1,5 +1,6 @@
 #include "LedgerService/Http/Dispatch/Dispatcher.h"
 
+#include <chrono>
 #include <exception>
 #include <utility>
 #include <vector>
@@ -44,9 +45,11 @@ Refusal refusalOf(const std::exception& failure, const RouteMatch& match, std::s
     const std::string_view pattern = match.route ? match.route->pattern : "";
     Log::failure(fmt::format("{} {}", pattern, requestID), DatabaseFailure::words(failure));
     if (DatabaseFailure::isBusy(failure))
-        return Refusal::of(ServiceCode::serviceUnavailable, "Another program holds the database; try again.");
+        return Refusal::of(ServiceCode::serviceUnavailable, "Another program holds the database; try again.",
+                           std::chrono::seconds{2});
     if (DatabaseFailure::isOutOfReach(failure))
-        return Refusal::of(ServiceCode::serviceUnavailable, "The database cannot be reached; try again.");
+        return Refusal::of(ServiceCode::serviceUnavailable, "The database cannot be reached; try again.",
+                           std::chrono::seconds{2});
     return Refusal::of(ServiceCode::internalError, "The service could not do its work.");
 }
 

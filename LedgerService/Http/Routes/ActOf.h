@@ -14,6 +14,7 @@ inline CommandAct actOf(const MemberCall& call)
             .member = call.member,
             .today = call.today,
             .now = call.now,
+            .origin = call.request.remote,
             .note = call.note,
             .sections = call.service.database.sections()};
 }

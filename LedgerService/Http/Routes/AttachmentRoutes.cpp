@@ -1,17 +1,34 @@
 #include <array>
 #include <stdexcept>
 
+#include "LedgerCore/Domain/Entries/ReceiptRules.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Access/ReceiptAccess.h"
+#include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Commands/ReceiptCommands.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Http/Routes/RouteKit.h"
+#include "LedgerService/Identity/Token.h"
 #include "LedgerService/Receipts/ReceivedReceipt.h"
+#include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/People/SessionRepository.h"
+#include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
 
 namespace {
+
+/// What is known before the file is written.
+std::optional<Refusal> whyNotTake(const OpenCall& opened, std::size_t bytes)
+{
+    const auto loan = opened.service.database.borrow();
+    const Transaction transaction{*loan, Transaction::Mode::reading};
+    const auto owner = SessionRepository::find(*loan, Token::hash(opened.request.token), opened.now);
+    return owner ? ReceiptCommands::whyNotTake(*loan, *owner, opened.service.receipts.room(),
+                                               static_cast<std::int64_t>(bytes))
+                 : std::optional{Authentication::unauthorized()};
+}
 
 /// The file is on the disk before anybody waits for the database: a row never names a file that is not there.
 Prepared upload(const OpenCall& opened)
@@ -19,6 +36,8 @@ Prepared upload(const OpenCall& opened)
     const auto received = ReceivedReceipt::from(std::exchange(opened.request.body, {}));
     if (!received)
         return std::unexpected(received.error());
+    if (auto refusal = whyNotTake(opened, received->content().size()))
+        return std::unexpected(*std::move(refusal));
     auto digest = opened.service.receipts.keep(received->content());
     if (!digest)
         return std::unexpected(std::move(digest.error()));
@@ -34,6 +53,12 @@ Prepared upload(const OpenCall& opened)
         call.note.after = Json::encode(*added);
         return Reply{.body = Json::encode(*added)};
     };
+}
+
+std::optional<Refusal> whyNotShaped(const AttachmentLink& body)
+{
+    const auto refused = ReceiptRules::whyNotShaped(body.attachmentIDs);
+    return refused ? std::optional{BookRefusal::of(*refused)} : std::nullopt;
 }
 
 std::expected<NewSnapshot, Refusal> link(const MemberCall& call, const AttachmentLink& body)
@@ -68,7 +93,7 @@ Prepared download(const OpenCall&)
 constexpr std::array routes{
     Route{"POST", "/v1/attachments", Writing{upload}, Lane::files, ReceivedReceipt::maximumBody},
     Route{"GET", "/v1/attachments/{id}", Reading{download}},
-    Route{"POST", "/v1/transactions/{id}/attachments", writing<&link>},
+    Route{"POST", "/v1/transactions/{id}/attachments", writing<&link, &whyNotShaped>},
 };
 
 }

@@ -1,8 +1,10 @@
 #include <array>
 #include <charconv>
+#include <utility>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerService/Access/AuditDisclosure.h"
 #include "LedgerService/Audit/AuditText.h"
 #include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Http/Routes/QueryText.h"
@@ -58,7 +60,11 @@ Outcome audit(const MemberCall& call)
     const auto filter = filterOf(call.request.query);
     if (!filter)
         return std::unexpected(Refusal::of(ServiceCode::validationError, "The query is not one of this path."));
-    return Reply{.body = AuditText::of(AuditTrail::page(call.connection, call.companyID, *filter))};
+    auto page = AuditTrail::page(call.connection, call.companyID, *filter);
+    const AuditDisclosure disclosure{call.connection, call.companyID, call.member};
+    for (auto& each : page.records)
+        each = disclosure.of(std::move(each));
+    return Reply{.body = AuditText::of(page)};
 }
 
 Prepared prepareAudit(const OpenCall&)

@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Http/Request.h"
+#include "LedgerService/Http/Routes/BodyLists.h"
 #include "LedgerService/Refusal.h"
 
 namespace LedgerService {
@@ -20,6 +21,9 @@ std::expected<Record, Refusal> decode(Request& request)
     if (!record)
         return std::unexpected(
             Refusal::of(ServiceCode::validationError, "The body is not the record that is expected here."));
+    if (!BodyLists::areShort(*record))
+        return std::unexpected(
+            Refusal::of(ServiceCode::validationError, "A list of the body is longer than any command needs."));
     return *std::move(record);
 }
 

@@ -111,7 +111,7 @@ std::optional<Refusal> join(Connection& connection, const Completing& completing
                                           {.userID = person.id,
                                            .name = person.name,
                                            .locale = std::string{AppLanguage::locale(completing.completion.locale)}},
-                                          now);
+                                          {now, completing.service.origin});
     if (!joined)
         return joined.error();
     person.currentCompanyID = joined->companyID;

@@ -95,13 +95,13 @@ User personOf(const Registration& registration, std::string passwordHash, const 
 
 /// Makes the person a member of the company that invited.
 std::optional<Refusal> join(Connection& connection, const Registration& registration, const User& person,
-                            std::string_view now)
+                            const Invitations::Moment& moment)
 {
-    const auto invitation = Invitations::find(connection, *registration.invitationCode, person.email, now);
+    const auto invitation = Invitations::find(connection, *registration.invitationCode, person.email, moment.now);
     if (!invitation)
         return invitation.error();
     const auto joined = Invitations::join(connection, *invitation,
-                                          {.userID = person.id, .name = person.name, .locale = person.locale}, now);
+                                          {.userID = person.id, .name = person.name, .locale = person.locale}, moment);
     return joined ? std::nullopt : std::optional{joined.error()};
 }
 
@@ -135,7 +135,7 @@ std::expected<Registered, Refusal> write(Connection& connection, const Service& 
         return std::unexpected(*std::move(refusal));
     UserRepository::insert(connection, person);
     if (isInvited(registration)) {
-        if (auto refusal = join(connection, registration, person, person.createdAt))
+        if (auto refusal = join(connection, registration, person, {person.createdAt, remote}))
             return std::unexpected(*std::move(refusal));
         return SignIn::enter(connection, service, person, remote);
     }

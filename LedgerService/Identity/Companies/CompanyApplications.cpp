@@ -78,6 +78,7 @@ CompanyApplications::apply(const CommandAct& act, const Service& service, const 
 {
     if (!Naming::isName(application.companyName))
         return std::unexpected(Refusal::of(ServiceCode::validationError, "The company's name is none."));
+    act.note.isToldElsewhere = true; // in the company that is founded, by its founding
     const auto name = TextFold::trimmed(application.companyName);
     if (const auto earlier = CompanyRequestRepository::find(act.connection, act.member.userID, application.requestID)) {
         if (earlier->companyName != name)

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Members/Invitations.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
@@ -23,11 +24,20 @@ std::optional<Refusal> whyNotOpen(const Membership& membership, const ServicePol
     return Authentication::whyNotOpen(membership.approvalStatus);
 }
 
+/// Leaves the one company and enters the other: each company's trail tells what was done there alone.
 IssuedSession open(const OwnCompanies::Visit& visit, const SessionOwner& owner)
 {
-    auto& connection = visit.act.connection;
-    SessionRepository::revoke(connection, Token::hash(visit.token), visit.act.now);
-    UserRepository::writeCurrentCompany(connection, visit.act.member.userID, owner.companyID);
+    const auto& act = visit.act;
+    auto& connection = act.connection;
+    SessionRepository::revoke(connection, Token::hash(visit.token), act.now);
+    AuditRecord record;
+    record.at = act.now;
+    record.memberID = act.member.id;
+    record.origin = act.origin;
+    record.kind = AuditKind::signOut;
+    AuditTrail::append(connection, act.companyID, std::move(record));
+    act.note.isToldElsewhere = true;
+    UserRepository::writeCurrentCompany(connection, act.member.userID, owner.companyID);
     return Authentication::issue(connection, owner, visit.service);
 }
 
@@ -69,7 +79,7 @@ std::expected<IssuedSession, Refusal> OwnCompanies::join(const Visit& visit, std
         return std::unexpected(invitation.error());
     const Invitations::Person person{
         .userID = act.member.userID, .name = act.member.name, .locale = std::string{locale}};
-    const auto owner = Invitations::join(act.connection, *invitation, person, act.now);
+    const auto owner = Invitations::join(act.connection, *invitation, person, {act.now, act.origin});
     if (!owner)
         return std::unexpected(owner.error());
     return open(visit, *owner);

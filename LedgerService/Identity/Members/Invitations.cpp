@@ -6,10 +6,12 @@
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Access/MembershipRules.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Members/InvitationCode.h"
 #include "LedgerService/Identity/Members/MembershipRefusal.h"
 #include "LedgerService/Identity/Sessions/Authentication.h"
@@ -103,8 +105,8 @@ std::expected<Invitation, Refusal> usable(Connection& connection, std::optional<
     return *std::move(invitation);
 }
 
-/// Tells the invited person, in the person's language where it is known; the code comes from the inviter.
-void tell(const CommandAct& act, const Invite& terms)
+/// Writes to the invited person, in the person's language where it is known; the code comes from the inviter.
+void inform(const CommandAct& act, const Invite& terms)
 {
     const auto person = UserRepository::findByEmail(act.connection, terms.email);
     const auto company = CompanyRepository::find(act.connection, act.companyID).value_or(Company{});
@@ -115,10 +117,25 @@ void tell(const CommandAct& act, const Invite& terms)
                 LedgerDay::parseStamp(act.now).value_or(Outbox::Instant{}));
 }
 
+void tellJoined(Connection& connection, const Invitation& invitation, const Member& member,
+                const Invitations::Moment& moment)
+{
+    AuditRecord record;
+    record.at = moment.now;
+    record.memberID = member.id;
+    record.origin = moment.origin;
+    record.kind = AuditKind::memberJoined;
+    record.record = member.id;
+    record.after = Json::encode(member);
+    AuditTrail::append(connection, invitation.companyID, std::move(record));
+}
+
 }
 
 std::expected<Invitations::Made, Refusal> Invitations::invite(const CommandAct& act, const Invite& invite)
 {
+    if (!MemberRights::canManage(act.member)) // before anything that grows with the command
+        return std::unexpected(MembershipRefusal::of(MembershipRules::Refusal::notManager));
     auto terms = tidied(invite);
     if (auto refusal = whyNotInvite(act, terms))
         return std::unexpected(*std::move(refusal));
@@ -133,7 +150,7 @@ std::expected<Invitations::Made, Refusal> Invitations::invite(const CommandAct& 
                              .acceptedAt = {},
                              .revokedAt = {}}};
     InvitationRepository::insert(act.connection, made.invitation, InvitationCode::hash(made.code));
-    tell(act, made.invitation.terms);
+    inform(act, made.invitation.terms);
     return made;
 }
 
@@ -175,7 +192,7 @@ std::expected<Invitation, Refusal> Invitations::findAgain(Connection& connection
 }
 
 std::expected<SessionOwner, Refusal> Invitations::join(Connection& connection, const Invitation& invitation,
-                                                       const Person& person, std::string_view now)
+                                                       const Person& person, const Moment& moment)
 {
     const auto memberships = MemberRepository::memberships(connection, person.userID);
     if (std::ranges::find(memberships, invitation.companyID, &Membership::companyID) != memberships.end())
@@ -185,8 +202,9 @@ std::expected<SessionOwner, Refusal> Invitations::join(Connection& connection, c
     member.userID = person.userID;
     member.name = person.name;
     member.locale = AppLanguage::locale(person.locale);
-    MemberRepository::insert(connection, invitation.companyID, member, std::nullopt, now);
-    InvitationRepository::writeAccepted(connection, invitation, now);
+    MemberRepository::insert(connection, invitation.companyID, member, std::nullopt, moment.now);
+    InvitationRepository::writeAccepted(connection, invitation, moment.now);
+    tellJoined(connection, invitation, member, moment);
     CompanyHistory::advance(connection, invitation.companyID);
     return SessionOwner{invitation.companyID, member.id};
 }

@@ -54,9 +54,15 @@ struct Person {
     std::string locale;
 };
 
-/// Makes the person a member with the rights that `find` found.
+/// When somebody joins, and from which address.
+struct Moment {
+    std::string_view now; // stamp
+    std::string_view origin;
+};
+
+/// Makes the person a member with the rights that `find` found. The company's trail tells of it.
 std::expected<SessionOwner, Refusal> join(Connection& connection, const Invitation& invitation, const Person& person,
-                                          std::string_view now);
+                                          const Moment& moment);
 
 }
 

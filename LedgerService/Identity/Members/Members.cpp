@@ -8,6 +8,7 @@
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Members/MembershipRefusal.h"
 #include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
 #include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
@@ -44,6 +45,12 @@ std::optional<Refusal> Members::rename(const CommandAct& act, const ProfileUpdat
     const std::string name{TextFold::trimmed(update.name)};
     UserRepository::writeName(act.connection, act.member.userID, name);
     act.tell(ProfileUpdate{act.member.name}, ProfileUpdate{name});
+    AuditRecord record;
+    record.at = act.now;
+    record.origin = act.origin;
+    record.kind = "PATCH /v1/me/profile"; // as in the company from which it was given
+    record.before = act.note.before;
+    record.after = act.note.after;
     for (const auto& each : MemberRepository::memberships(act.connection, act.member.userID)) {
         auto member = MemberRepository::find(act.connection, each.companyID, each.memberID);
         if (!member || member->name == name)
@@ -51,6 +58,10 @@ std::optional<Refusal> Members::rename(const CommandAct& act, const ProfileUpdat
         member->name = name;
         MemberRepository::write(act.connection, each.companyID, *member);
         CompanyHistory::advance(act.connection, each.companyID); // its members see the new name
+        if (each.companyID == act.companyID)
+            continue;
+        record.memberID = each.memberID;
+        AuditTrail::append(act.connection, each.companyID, record);
     }
     return std::nullopt;
 }

@@ -4,6 +4,7 @@
 
 #include "LedgerService/Storage/Schema/AuditStep.h"
 #include "LedgerService/Storage/Schema/CapitalSchema.h"
+#include "LedgerService/Storage/Schema/CompanyKeyStep.h"
 #include "LedgerService/Storage/Schema/CompanyRequestSchema.h"
 #include "LedgerService/Storage/Schema/DemoVisitSchema.h"
 #include "LedgerService/Storage/Schema/InvitationSchema.h"
@@ -304,6 +305,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{CompanyRequestSchema::statements},
         Step{earliestDays},
         Step{{}, DemoVisitSchema::apply},
+        Step{CompanyKeyStep::statements, CompanyKeyStep::drawKeys},
     };
     return steps;
 }

@@ -36,9 +36,12 @@ constexpr std::array<std::string_view, 28> everyKind{
     "sign-out",
     "password-changed",
     "password-reset",
+    "member-joined",
     "company-founded",
     "company-approved",
     "company-rejected",
+    "company-zone-changed",
+    "books-restored",
     "person-deactivated",
     "person-reactivated",
 };

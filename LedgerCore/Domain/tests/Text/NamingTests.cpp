@@ -8,6 +8,8 @@ TEST(Naming, TakesOneLineThatSaysSomething)
 {
     EXPECT_TRUE(Naming::isName("  Nguyễn Thị Hương "));
     EXPECT_TRUE(Naming::isName("شركة\u200F 1")) << "a mark turns nothing";
+    for (const auto* each : {"\u200B", "\u200B\u00AD", " \u2060 \uFEFF", "\u3164", "\u3000"})
+        EXPECT_FALSE(Naming::isName(each)) << "nothing of it is seen: " << each;
     EXPECT_TRUE(Naming::isName(std::string(119, 'a') + "林")) << "code points count, not bytes";
     for (const std::string& each :
          {std::string{}, std::string{" \t"}, std::string{"two\nlines"}, std::string{"bell\a"}, std::string{"nul\0", 4},

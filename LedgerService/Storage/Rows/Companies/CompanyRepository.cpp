@@ -1,6 +1,7 @@
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 
 #include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/SnapshotKeys.h"
 #include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
@@ -136,6 +137,7 @@ void CompanyRepository::insert(Connection& connection, const Company& company, c
     query.bind("demo_version", company.demo ? std::optional{company.demo->version} : std::nullopt);
     query.bind("demo_locale", company.demo ? std::optional{company.demo->locale} : std::nullopt);
     query.bind("shape", FragmentRepository::shape()).run();
+    SnapshotKeys::draw(connection, company.id);
     writeSettings(connection, company.id, settings);
 }
 

@@ -14,6 +14,7 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
+#include "LedgerService/Storage/Rows/Entries/SnapshotKeys.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Schema/NewestSchema.h"
 #include "LedgerService/Storage/Sql/Query.h"
@@ -240,6 +241,7 @@ void CompanyRows::copy(Connection& from, Connection& to, const std::string& comp
     copyRows(from, to,
              {.table = tableOf("audit_records"), .where = "scope = :company", .values = {{"company", companyID}}});
     copyFragments(from, to, companyID);
+    SnapshotKeys::draw(to, companyID); // from here on the books may go another way than there
 }
 
 }

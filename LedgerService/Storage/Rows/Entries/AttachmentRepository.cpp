@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Rows/Entries/ReceiptSpace.h"
 #include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
@@ -42,7 +43,8 @@ const auto insertAttachment = columns.insert("attachments", {{"company_id", ":co
 
 /// So many rows at a time that writers hardly notice.
 constexpr auto selectOutdatedLoose = R"sql(
-    SELECT company_id, id FROM attachments WHERE linked_change = 0 AND created_at < :before LIMIT 200
+    SELECT company_id, id, byte_count, COALESCE(content_digest, '') FROM attachments
+    WHERE linked_change = 0 AND created_at < :before LIMIT 200
 )sql";
 
 constexpr auto deleteLoose = R"sql(
@@ -158,23 +160,33 @@ void AttachmentRepository::insert(Connection& connection, std::string_view compa
     Query query{connection, insertAttachment};
     columns.bind(query.bind("company", companyID), row);
     query.run();
+    ReceiptSpace::add(connection, companyID, attachment.byteCount);
 }
 
-std::size_t AttachmentRepository::removeLoose(Connection& connection, std::string_view before)
+std::vector<std::string> AttachmentRepository::removeLoose(Connection& connection, std::string_view before)
 {
-    std::vector<std::pair<std::string, std::string>> outdated;
+    struct Loose {
+        std::string companyID;
+        std::string id;
+        std::int64_t bytes = 0;
+        std::string digest;
+    };
+    std::vector<Loose> outdated;
     {
-        std::pair<std::string, std::string> each;
+        Loose each;
         Query query{connection, selectOutdatedLoose};
-        query.bind("before", before).into(each.first).into(each.second);
+        query.bind("before", before).into(each.companyID).into(each.id).into(each.bytes).into(each.digest);
         while (query.next())
             outdated.push_back(each);
     }
-    for (const auto& [companyID, id] : outdated) {
-        Query{connection, deleteLoose}.bind("company", companyID).bind("attachment", id).run();
-        CompanyHistory::advance(connection, companyID);
+    std::vector<std::string> digests;
+    for (const auto& each : outdated) {
+        Query{connection, deleteLoose}.bind("company", each.companyID).bind("attachment", each.id).run();
+        ReceiptSpace::add(connection, each.companyID, -each.bytes);
+        CompanyHistory::advance(connection, each.companyID);
+        digests.push_back(each.digest);
     }
-    return outdated.size();
+    return digests;
 }
 
 bool AttachmentRepository::isNamed(Connection& connection, std::string_view contentDigest)

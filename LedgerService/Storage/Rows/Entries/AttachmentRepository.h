@@ -57,8 +57,8 @@ void insert(Connection& connection, std::string_view companyID, const Attachment
             std::optional<std::string> contentDigest = std::nullopt);
 
 /// Removes some of the receipts that were uploaded before this stamp and never linked, as the next change of their
-/// companies; how many.
-std::size_t removeLoose(Connection& connection, std::string_view before);
+/// companies; the digests of their files.
+std::vector<std::string> removeLoose(Connection& connection, std::string_view before);
 
 /// Whether any receipt of any company has this file.
 bool isNamed(Connection& connection, std::string_view contentDigest);

@@ -239,9 +239,8 @@ std::string EntryRepository::textAsRecorded(Connection& connection, std::string_
     auto fragment = state ? FragmentRepository::find(connection, *state, sequence) : std::nullopt;
     if (!fragment)
         throw std::runtime_error("a command that was carried out names an entry that is not there");
-    auto earlier = FragmentRepository::textsBefore(connection, companyID, sequence);
-    const auto first = earlier.find(sequence);
-    return std::move(first == earlier.end() ? fragment->text : first->second);
+    auto first = FragmentRepository::textAtFirst(connection, companyID, sequence);
+    return std::move(first ? *first : fragment->text);
 }
 
 std::string EntryRepository::append(Connection& connection, std::string_view companyID, const LedgerTransaction& entry)

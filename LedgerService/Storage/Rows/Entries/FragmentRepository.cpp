@@ -42,6 +42,11 @@ constexpr auto selectEarlierTexts = R"sql(
     WHERE company_id = :company AND change > :change AND sequence <= :change ORDER BY change
 )sql";
 
+constexpr auto selectFirstText = R"sql(
+    SELECT text_before FROM entry_renewals
+    WHERE company_id = :company AND sequence = :sequence ORDER BY change LIMIT 1
+)sql";
+
 constexpr auto deleteRenewals = R"sql(
     DELETE FROM entry_renewals WHERE company_id = :company
 )sql";
@@ -149,6 +154,15 @@ FragmentRepository::textsBefore(Connection& connection, std::string_view company
     while (query.next())
         texts.emplace(sequence, text); // the first renewal since then tells it
     return texts;
+}
+
+std::optional<std::string> FragmentRepository::textAtFirst(Connection& connection, std::string_view companyID,
+                                                           std::int64_t sequence)
+{
+    std::string text;
+    Query query{connection, selectFirstText};
+    const bool found = query.bind("company", companyID).bind("sequence", sequence).into(text).next();
+    return found ? std::optional{std::move(text)} : std::nullopt;
 }
 
 void FragmentRepository::removeAll(Connection& connection, std::string_view companyID, const CompanyState& state)

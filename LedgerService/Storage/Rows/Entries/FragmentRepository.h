@@ -57,6 +57,9 @@ std::vector<std::int64_t> renewedSince(Connection& connection, std::string_view 
 std::unordered_map<std::int64_t, std::string> textsBefore(Connection& connection, std::string_view companyID,
                                                           std::int64_t change);
 
+/// What the entry said when it was recorded; nothing when it has not been renewed since.
+std::optional<std::string> textAtFirst(Connection& connection, std::string_view companyID, std::int64_t sequence);
+
 void removeAll(Connection& connection, std::string_view companyID, const CompanyState& state);
 
 }

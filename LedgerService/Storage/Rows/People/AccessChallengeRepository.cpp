@@ -1,6 +1,7 @@
 #include "LedgerService/Storage/Rows/People/AccessChallengeRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 
 namespace LedgerService {
 
@@ -72,6 +73,11 @@ void AccessChallengeRepository::removeFor(Connection& connection, std::string_vi
 void AccessChallengeRepository::removeExpired(Connection& connection, std::string_view now)
 {
     Query{connection, deleteExpired}.bind("now", now).run();
+}
+
+void AccessChallengeRepository::removeAll(Connection& connection)
+{
+    connection.execute("DELETE FROM access_challenges");
 }
 
 }

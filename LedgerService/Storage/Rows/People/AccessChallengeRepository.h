@@ -42,6 +42,8 @@ void removeFor(Connection& connection, std::string_view email);
 
 void removeExpired(Connection& connection, std::string_view now);
 
+void removeAll(Connection& connection);
+
 }
 
 }

@@ -1,6 +1,7 @@
 #include "LedgerService/Storage/Rows/People/MailRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 
 namespace LedgerService {
 
@@ -81,6 +82,11 @@ void MailRepository::remove(Connection& connection, std::string_view id)
 void MailRepository::removeExpired(Connection& connection, std::string_view now)
 {
     Query{connection, deleteExpired}.bind("now", now).run();
+}
+
+void MailRepository::removeAll(Connection& connection)
+{
+    connection.execute("DELETE FROM mails");
 }
 
 }

@@ -39,6 +39,8 @@ void remove(Connection& connection, std::string_view id);
 
 void removeExpired(Connection& connection, std::string_view now);
 
+void removeAll(Connection& connection);
+
 }
 
 }

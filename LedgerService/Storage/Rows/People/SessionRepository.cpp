@@ -1,6 +1,7 @@
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 
 #include "LedgerService/Storage/Sql/Columns.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 
 namespace LedgerService {
 
@@ -70,6 +71,11 @@ void SessionRepository::revokeAllOfPerson(Connection& connection, std::string_vi
 void SessionRepository::removeExpired(Connection& connection, std::string_view now)
 {
     Query{connection, deleteExpired}.bind("now", now).run();
+}
+
+void SessionRepository::removeAll(Connection& connection)
+{
+    connection.execute("DELETE FROM sessions");
 }
 
 }

@@ -34,6 +34,9 @@ void revokeAllOfPerson(Connection& connection, std::string_view userID, std::str
 
 void removeExpired(Connection& connection, std::string_view now);
 
+/// Ends every token of everybody.
+void removeAll(Connection& connection);
+
 }
 
 }

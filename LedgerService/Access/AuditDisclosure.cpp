@@ -1,0 +1,44 @@
+#include "LedgerService/Access/AuditDisclosure.h"
+
+#include <utility>
+
+#include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerService/Access/ReceiptAccess.h"
+
+namespace LedgerService {
+
+namespace {
+
+bool isOf(const AuditRecord& record, std::string_view path)
+{
+    const auto at = record.kind.find(' ');
+    return at != std::string::npos && std::string_view{record.kind}.substr(at + 1).starts_with(path);
+}
+
+}
+
+AuditRecord AuditDisclosure::of(AuditRecord record) const
+{
+    if ((record.before || record.after) && !shows(record)) {
+        record.before.reset();
+        record.after.reset();
+    }
+    return record;
+}
+
+bool AuditDisclosure::shows(const AuditRecord& record) const
+{
+    if (isOf(record, "/v1/accounts"))
+        return record.record && m_reader.can(AccountAction::view, *record.record);
+    if (isOf(record, "/v1/attachments"))
+        return record.record && ReceiptAccess::find(m_connection, m_companyID, m_reader, *record.record);
+    if (isOf(record, "/v1/capital"))
+        return MemberRights::canSeeCapital(m_reader);
+    if (isOf(record, "/v1/dividends"))
+        return MemberRights::canSeeDividends(m_reader);
+    if (isOf(record, "/v1/members") || isOf(record, "/v1/invites") || record.kind == AuditKind::memberJoined)
+        return MemberRights::canManage(m_reader);
+    return true;
+}
+
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+
+#include "LedgerCore/Domain/Records/Member.h"
+#include "LedgerService/Audit/AuditRecord.h"
+
+namespace LedgerService {
+
+class Connection;
+
+/// What an owner reads of the audit trail: that something was done, by whom and to what, always; how it stood before
+/// and after only of what the owner gets to see of the company otherwise.
+class AuditDisclosure {
+public:
+    AuditDisclosure(Connection& connection, const std::string& companyID, const Member& reader)
+        : m_connection(connection), m_companyID(companyID), m_reader(reader)
+    {
+    }
+
+    [[nodiscard]] AuditRecord of(AuditRecord record) const;
+
+private:
+    [[nodiscard]] bool shows(const AuditRecord& record) const;
+
+    Connection& m_connection;
+    const std::string& m_companyID;
+    const Member& m_reader;
+};
+
+}

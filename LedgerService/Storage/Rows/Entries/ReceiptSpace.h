@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace LedgerService {
+
+class Connection;
+
+/// How many bytes the receipts of a company have together: counted as they come and go, for it is asked with each one.
+namespace ReceiptSpace {
+
+struct Use {
+    std::int64_t bytes = 0;
+    bool demonstration = false; // of the company
+};
+
+Use of(Connection& connection, std::string_view companyID);
+
+/// Counts bytes that come, or with less than zero, that go.
+void add(Connection& connection, std::string_view companyID, std::int64_t bytes);
+
+/// Whether what was counted is what the receipts have.
+bool isRight(Connection& connection, std::string_view companyID);
+
+}
+
+}
