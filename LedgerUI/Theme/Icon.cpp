@@ -12,6 +12,8 @@
 
 namespace {
 
+constexpr auto markPath = ":/tallyfold/mark.svg";
+
 struct Tint {
     ThemeColor color;
     ThemeColor checked;
@@ -24,16 +26,12 @@ QString pathOf(const QString& name)
 
 QPixmap render(const QString& name, const QColor& color, QSize devicePixels)
 {
-    QFile file{pathOf(name)};
     QPixmap pixmap{devicePixels};
     pixmap.fill(Qt::transparent);
-    if (!file.open(QIODevice::ReadOnly))
-        return pixmap;
-    QSvgRenderer renderer{file.readAll().replace("currentColor", color.name(QColor::HexRgb).toLatin1())};
     QPainter painter{&pixmap};
     // Where there is more width than the glyph needs, it stands at the left: the rest is the gap to a text.
     const int extent = std::min(devicePixels.width(), devicePixels.height());
-    renderer.render(&painter, QRectF(0, (devicePixels.height() - extent) / 2.0, extent, extent));
+    Icon::paint(painter, name, color, QRectF(0, (devicePixels.height() - extent) / 2.0, extent, extent));
     return pixmap;
 }
 
@@ -109,9 +107,24 @@ QPixmap Icon::pixmap(const QString& name, const QColor& color, int extent, qreal
     return glyph;
 }
 
+void Icon::paint(QPainter& painter, const QString& name, const QColor& color, const QRectF& place)
+{
+    QFile file{pathOf(name)};
+    if (!file.open(QIODevice::ReadOnly))
+        return;
+    QSvgRenderer renderer{file.readAll().replace("currentColor", color.name(QColor::HexRgb).toLatin1())};
+    renderer.render(&painter, place);
+}
+
 QIcon Icon::mark()
 {
-    return QIcon{QStringLiteral(":/tallyfold/mark.svg")};
+    return QIcon{QString::fromLatin1(markPath)};
+}
+
+void Icon::paintMark(QPainter& painter, const QRectF& place)
+{
+    QSvgRenderer renderer{QString::fromLatin1(markPath)};
+    renderer.render(&painter, place);
 }
 
 bool Icon::exists(const QString& name)

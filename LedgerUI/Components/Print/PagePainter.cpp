@@ -12,11 +12,12 @@
 #include "LedgerUI/Components/Chart/ChartPainter.h"
 #include "LedgerUI/Components/Print/PdfText.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
+#include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Token.h"
 
 namespace {
 
-QColor colorOf(PrintInk ink)
+QColor colorOf(PrintInk ink, const PrintedPages& pages)
 {
     switch (ink) {
     case PrintInk::text:
@@ -25,6 +26,8 @@ QColor colorOf(PrintInk ink)
         return QColor::fromRgb(tokenColor(Token::text2, ColorScheme::light)); // paper is always light
     case PrintInk::line:
         return QColor::fromRgb(tokenColor(Token::divider, ColorScheme::light));
+    case PrintInk::accent:
+        return QColor::fromRgb(pages.accent);
     }
     return {};
 }
@@ -55,7 +58,13 @@ void PagePainter::paint(QPainter& painter, const PrintedPages& pages, std::size_
     const auto& shown = pages.pages[page];
     for (const auto& rule : shown.rules)
         painter.fillRect(QRectF{rule.left, rule.y - rule.thickness / 2, rule.right - rule.left, rule.thickness},
-                         colorOf(rule.ink));
+                         colorOf(rule.ink, pages));
+    for (const auto& glyph : shown.glyphs) {
+        if (glyph.name.isEmpty())
+            Icon::paintMark(painter, glyph.place);
+        else
+            Icon::paint(painter, glyph.name, colorOf(glyph.ink, pages), glyph.place);
+    }
     for (const auto& drawing : shown.drawings)
         paintDrawing(painter, drawing);
     PrintFont inUse;
@@ -64,7 +73,7 @@ void PagePainter::paint(QPainter& painter, const PrintedPages& pages, std::size_
         if (text.font != inUse)
             painter.setFont(printFont(pages.families, text.font));
         if (text.ink != ink)
-            painter.setPen(colorOf(text.ink));
+            painter.setPen(colorOf(text.ink, pages));
         inUse = text.font;
         ink = text.ink;
         painter.drawText(text.place, text.text);
@@ -89,6 +98,29 @@ std::string PagePainter::pdf(const PrintedPages& pages)
         }
     }
     return PdfText::corrected(buffer.data().toStdString(), PdfText::readingOf(pages));
+}
+
+QImage PagePainter::image(const PrintedPages& pages, std::size_t page, double scale)
+{
+    constexpr double metresPerInch = 0.0254;
+    QImage image{(pages.size * scale).toSize(), QImage::Format_RGB32};
+    image.fill(Qt::white);
+    const auto dots = qRound(printUnitsPerInch * scale / metresPerInch);
+    image.setDotsPerMeterX(dots);
+    image.setDotsPerMeterY(dots);
+    QPainter painter{&image};
+    painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
+    painter.scale(scale, scale);
+    paint(painter, pages, page);
+    return image;
+}
+
+std::string PagePainter::png(const PrintedPages& pages, std::size_t page, double scale)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    image(pages, page, scale).save(&buffer, "PNG");
+    return buffer.data().toStdString();
 }
 
 bool PagePainter::print(QPrinter& printer, const PrintedPages& pages)

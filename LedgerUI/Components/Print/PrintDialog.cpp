@@ -7,9 +7,7 @@
 
 #include <QHBoxLayout>
 #include <QLocale>
-#include <QPrintDialog>
 #include <QPrinter>
-#include <QPrinterInfo>
 #include <QPushButton>
 #include <QTime>
 #include <QVBoxLayout>
@@ -23,6 +21,7 @@
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Print/PagePainter.h"
 #include "LedgerUI/Components/Print/PagesView.h"
+#include "LedgerUI/Components/Print/PrinterChoice.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
@@ -264,23 +263,13 @@ void PrintDialog::askForPrinter()
 {
     if (!m_pages || m_stage != SubmissionStage::editing)
         return;
-    if (QPrinterInfo::availablePrinterNames().isEmpty()) {
+    if (!PrinterChoice::isOffered()) {
         m_note = {Banner::Kind::info, text("noPrinter")};
         present();
         return;
     }
-    const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-    printer->setPageSize(m_pages->paper);
-    printer->setPageOrientation(m_pages->orientation);
-    auto* dialog = new QPrintDialog(printer.get(), this);
-    dialog->setObjectName(QStringLiteral("printerDialog"));
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setOption(QAbstractPrintDialog::PrintPageRange);
-    dialog->setMinMax(1, static_cast<int>(m_pages->pages.size()));
-    // The dialog writes into the printer until it is gone.
-    connect(dialog, &QObject::destroyed, this, [printer] {});
-    connect(dialog, qOverload<QPrinter*>(&QPrintDialog::accepted), this, [this, printer] { printOn(printer); });
-    dialog->open();
+    PrinterChoice::open(m_pages->paper, m_pages->orientation, static_cast<int>(m_pages->pages.size()), this,
+                        [this](std::shared_ptr<QPrinter> printer) { printOn(std::move(printer)); });
 }
 
 void PrintDialog::printOn(std::shared_ptr<QPrinter> printer)

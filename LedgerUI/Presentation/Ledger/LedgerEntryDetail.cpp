@@ -4,7 +4,6 @@
 
 #include <QStringList>
 
-#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Entries/ReceiptRules.h"
 #include "LedgerCore/Domain/Entries/ReversalRules.h"
@@ -19,16 +18,6 @@ namespace {
 
 using ReversalRules::Refusal;
 using Detail = LedgerEntryDetail;
-
-QString recordedText(const std::string& stamp, std::string_view locale)
-{
-    const auto instant = LedgerDay::parseStamp(stamp);
-    if (!instant)
-        return qString(stamp);
-    const auto calendar = LedgerDay::localGregorian();
-    return QStringLiteral("%1 %2").arg(qString(calendar.day(*instant)),
-                                       DayText::timeOfDay(calendar.time(*instant), locale));
-}
 
 /// The rate that the two amounts of an exchange imply; empty for every other entry.
 QString rateOf(const LedgerTransaction& transaction, std::string_view locale)
@@ -51,7 +40,7 @@ std::vector<Detail::Line> linesOf(const LedgerBook& book, const LedgerTransactio
             lines.push_back({wordIn(locale, ledgerWords(), key), value});
     };
     add("detail.date", DayText::weekdayAndDay(transaction.date, locale));
-    add("detail.recorded", recordedText(transaction.createdAt, locale));
+    add("detail.recorded", DayText::moment(transaction.createdAt, locale));
     add("detail.member", QString::fromStdString(book.names().member(transaction.memberID)));
     add("detail.note", QString::fromStdString(transaction.note));
     add("detail.reference", qString(transaction.externalReference.value_or(std::string{})));

@@ -6,6 +6,8 @@
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPointF>
+#include <QRectF>
+#include <QRgb>
 #include <QSizeF>
 #include <QString>
 #include <QStringList>
@@ -15,7 +17,12 @@
 /// Everything on a page is measured in tenths of a point, on whatever it is painted.
 inline constexpr int printUnitsPerInch = 720;
 
-enum class PrintInk { text, quiet, line };
+enum class PrintInk {
+    text,
+    quiet,
+    line,
+    accent // the colour of what the document is about
+};
 
 struct PrintFont {
     int size = 0; // of an em
@@ -46,10 +53,18 @@ struct PrintedRule {
     bool operator==(const PrintedRule&) const = default;
 };
 
+/// A glyph of the icon set by its name, or the program's mark, which keeps its own colours.
+struct PrintedGlyph {
+    QRectF place;
+    QString name; // empty for the mark
+    PrintInk ink = PrintInk::text;
+};
+
 struct PrintedPage {
     std::vector<PrintedText> texts;
     std::vector<PrintedRule> rules;
-    std::vector<PrintedDrawing> drawings;
+    std::vector<PrintedDrawing> drawings = {};
+    std::vector<PrintedGlyph> glyphs = {};
 };
 
 /// The paper that a person chose.
@@ -74,6 +89,7 @@ struct PrintedPages {
     QPageSize paper{QPageSize::A4};
     QPageLayout::Orientation orientation = QPageLayout::Portrait;
     QSizeF size; // of a page, as it is read
+    QRgb accent = 0xff000000;
     std::vector<PrintedPage> pages;
 };
 

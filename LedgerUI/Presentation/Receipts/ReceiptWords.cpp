@@ -70,6 +70,21 @@ const WordTable& receiptWords()
          "Hình ảnh này quá lớn để hiển thị tại đây. Hãy mở bằng chương trình khác.",
          "This picture is too large to be shown here. Open it outside."},
         {"preview.saved", "副本已保存", "Salinan disimpan", "Đã lưu bản sao", "The copy is saved."},
+
+        // showing an entry to others
+        {"share.account", "显示账户名称", "Tampilkan nama rekening", "Hiện tên tài khoản", "Show account name"},
+        {"share.note", "显示备注", "Tampilkan keterangan", "Hiện ghi chú", "Show note"},
+        {"share.recorder", "显示记录人", "Tampilkan pencatat", "Hiện người ghi", "Show who recorded it"},
+        {"share.language", "凭证语言", "Bahasa bukti", "Ngôn ngữ biên nhận", "Language of the receipt"},
+        {"share.format", "文件格式", "Format berkas", "Định dạng tệp", "File format"},
+        {"share.pictures", "PNG 图片", "Gambar PNG", "Hình PNG", "PNG images"},
+        {"share.copy", "复制图片", "Salin gambar", "Sao chép hình", "Copy image"},
+        {"share.save", "保存…", "Simpan…", "Lưu…", "Save…"},
+        {"share.copied", "图片已复制。", "Gambar disalin.", "Đã sao chép hình.", "The image is copied."},
+        {"share.foot", "根据公司账本于 %1 生成。并非税务发票。",
+         "Dibuat dari buku besar perusahaan pada %1. Bukan faktur pajak.",
+         "Lập từ sổ cái của công ty ngày %1. Không phải hóa đơn thuế.",
+         "Made from the company ledger on %1. Not a tax invoice."},
     }};
     return words;
 }

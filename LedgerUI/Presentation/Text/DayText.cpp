@@ -181,6 +181,15 @@ QString DayText::timeOfDay(std::string_view time, std::string_view locale)
     return qString(patterns().filled("timeOfDay", locale, {time.substr(0, 2), time.substr(3)}));
 }
 
+QString DayText::moment(const std::string& stamp, std::string_view locale)
+{
+    const auto instant = LedgerDay::parseStamp(stamp);
+    if (!instant)
+        return qString(stamp);
+    const auto calendar = LedgerDay::localGregorian();
+    return QStringLiteral("%1 %2").arg(qString(calendar.day(*instant)), timeOfDay(calendar.time(*instant), locale));
+}
+
 std::array<const WordTable*, 5> DayText::tables()
 {
     return {&patterns(), &ranges(), &longMonths(), &shortMonths(), &weekdays()};

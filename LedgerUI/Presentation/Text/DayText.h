@@ -2,6 +2,7 @@
 
 #include <array>
 #include <chrono>
+#include <string>
 #include <string_view>
 
 #include <QString>
@@ -41,6 +42,9 @@ QString shortWeekday(std::chrono::weekday weekday, std::string_view locale);
 
 /// A time of day from "HH:MM": "14:32", in Indonesian "14.32".
 QString timeOfDay(std::string_view time, std::string_view locale);
+
+/// The day and time here of a stamp of the service: "2026-11-19 16:42", in Indonesian "2026-11-19 16.42".
+QString moment(const std::string& stamp, std::string_view locale);
 
 /// The tables that days are written from: patterns, ranges, months, short months and weekdays.
 std::array<const WordTable*, 5> tables();

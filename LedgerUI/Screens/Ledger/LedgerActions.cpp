@@ -6,6 +6,7 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
@@ -173,6 +174,11 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
          .whyNot = busy,
          .isOffered = refund.has_value(),
          .run = [begin = chosen.refund, refund] { begin(*refund); }},
+        {.id = QStringLiteral("share"),
+         .text = word(EntryCopy::words(), "shareReceipt"),
+         .glyph = QStringLiteral("share"),
+         .isOffered = isOne,
+         .run = [share = chosen.share, id] { share(id); }},
         {.id = QStringLiteral("onlyAccount"),
          .text = leg ? word(ledgerWords(), "action.onlyAccount", {chosen.book->names().account(account)}) : QString{},
          .isOffered = leg != nullptr,
@@ -186,15 +192,11 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
 
 QList<QString> LedgerActions::entryMenu()
 {
-    return {QStringLiteral("open"),
-            QStringLiteral("reverse"),
-            QStringLiteral("reverseSeveral"),
-            QStringLiteral("duplicate"),
-            QStringLiteral("refund"),
-            QStringLiteral("onlyAccount"),
-            {},
-            QStringLiteral("copy"),
-            {}};
+    return {QStringLiteral("open"),           QStringLiteral("reverse"),
+            QStringLiteral("reverseSeveral"), QStringLiteral("duplicate"),
+            QStringLiteral("refund"),         QStringLiteral("share"),
+            QStringLiteral("onlyAccount"),    {},
+            QStringLiteral("copy"),           {}};
 }
 
 std::vector<Action> LedgerActions::sorting(const Order& now)

@@ -36,6 +36,7 @@ struct Chosen {
     std::function<void(std::vector<std::string> entryIDs)> reverseSeveral;
     std::function<void(const std::string& entryID)> duplicate;
     std::function<void(const LedgerRefund& refund)> refund;
+    std::function<void(const std::string& entryID)> share;
     std::function<void(const std::string& accountID)> showOnly;
 };
 std::vector<Action> onEntries(const Chosen& chosen);

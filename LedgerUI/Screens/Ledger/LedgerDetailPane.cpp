@@ -5,6 +5,8 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
+#include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
@@ -71,16 +73,29 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
         body->addLink(text("detail.record"), text("detail.openRecord"),
                       [this, record = *detail.record] { Q_EMIT recordWanted(record); });
     showBody(body);
-    if (!detail.offersReversal)
-        return;
-    auto* reverse = new QPushButton(Icon::of(QStringLiteral("arrow-counterclockwise"), Token::text), text("reverse"));
-    reverse->setIconSize({Space::iconBeforeText, Space::icon});
-    reverse->setObjectName(QStringLiteral("reverseButton"));
-    reverse->setEnabled(!isBusy);
-    reverse->setToolTip(isBusy ? text("newEntry.busy") : QString{});
-    const auto id = QString::fromStdString(detail.id);
-    connect(reverse, &QPushButton::clicked, this, [this, id] { Q_EMIT reversalWanted(id); });
-    setFoot({reverse});
+    presentFoot(detail, isBusy);
+}
+
+void LedgerDetailPane::presentFoot(const LedgerEntryDetail& detail, bool isBusy)
+{
+    const auto id = qString(detail.id);
+    std::vector<QWidget*> actions;
+    if (detail.offersReversal) {
+        auto* reverse =
+            new QPushButton(Icon::of(QStringLiteral("arrow-counterclockwise"), Token::text), text("reverse"));
+        reverse->setIconSize({Space::iconBeforeText, Space::icon});
+        reverse->setObjectName(QStringLiteral("reverseButton"));
+        reverse->setEnabled(!isBusy);
+        reverse->setToolTip(isBusy ? text("newEntry.busy") : QString{});
+        connect(reverse, &QPushButton::clicked, this, [this, id] { Q_EMIT reversalWanted(id); });
+        actions.push_back(reverse);
+    }
+    auto* share = new IconButton(QStringLiteral("share"), IconButton::Frame::outlined);
+    share->setObjectName(QStringLiteral("shareButton"));
+    share->setName(word(EntryCopy::words(), "shareReceipt"));
+    connect(share, &QAbstractButton::clicked, this, [this, id] { Q_EMIT sharingWanted(id); });
+    actions.push_back(share);
+    setFoot(actions);
 }
 
 void LedgerDetailPane::addReceipts(LedgerDetailBody& body, const LedgerEntryDetail& detail)

@@ -25,6 +25,7 @@ public:
 
 Q_SIGNALS:
     void reversalWanted(const QString& entryID);
+    void sharingWanted(const QString& entryID);
     void entryWanted(const QString& entryID);
     void recordWanted(const PageLink& record);
     void accountWanted(const QString& accountID);
@@ -52,6 +53,7 @@ private:
     bool adopt(Shown wanted);
     void showBody(LedgerDetailBody* body);
     void setFoot(const std::vector<QWidget*>& actions);
+    void presentFoot(const LedgerEntryDetail& detail, bool isBusy);
     void addReceipts(LedgerDetailBody& body, const LedgerEntryDetail& detail);
     void takeFiles(const std::vector<ReceiptSource>& sources);
 

@@ -23,6 +23,7 @@
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Exports/LedgerExportDialog.h"
+#include "LedgerUI/Screens/Exports/ReceiptShareDialog.h"
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 #include "LedgerUI/Screens/Receipts/ReceiptPreviewDialog.h"
 
@@ -153,4 +154,11 @@ void LedgerDialogs::addReceipts(AddReceiptsDialog::Opening opening)
     auto* dialog = new AddReceiptsDialog(m_store, std::move(opening), m_page.window());
     connect(dialog, &AddReceiptsDialog::added, this, [this] { Q_EMIT done(word(receiptWords(), "add.done")); });
     dialog->open();
+}
+
+void LedgerDialogs::share(const std::string& entryID)
+{
+    const auto snapshot = m_store.snapshot();
+    if (entryOf(snapshot, entryID))
+        (new ReceiptShareDialog(m_store, entryID, m_page.window()))->open();
 }

@@ -34,6 +34,8 @@ public:
     void importEntries();
     void showReceipt(const std::string& entryID, std::size_t at);
     void addReceipts(AddReceiptsDialog::Opening opening);
+    /// The digital receipt of an entry, to be given to others.
+    void share(const std::string& entryID);
 
 Q_SIGNALS:
     /// Entries that are in the ledger now.

@@ -184,6 +184,8 @@ void LedgerView::bindDetail()
     connect(m_detail, &LedgerDetailPane::left, m_page, &ListDetailPage::leaveDetail);
     connect(m_detail, &LedgerDetailPane::reversalWanted, this,
             [this](const QString& id) { m_dialogs->reverse(id.toStdString()); });
+    connect(m_detail, &LedgerDetailPane::sharingWanted, this,
+            [this](const QString& id) { m_dialogs->share(id.toStdString()); });
     connect(m_detail, &LedgerDetailPane::entryWanted, this, [this](const QString& id) { showEntry(id.toStdString()); });
     connect(m_detail, &LedgerDetailPane::receiptWanted, this,
             [this](const QString& id, std::size_t at) { m_dialogs->showReceipt(id.toStdString(), at); });
@@ -352,6 +354,7 @@ void LedgerView::presentRowActions()
                                   .reverseSeveral = [this](const auto& ids) { m_dialogs->reverse(ids); },
                                   .duplicate = [this](const std::string& id) { m_dialogs->duplicate(id); },
                                   .refund = [this](const LedgerRefund& begun) { m_dialogs->refund(begun); },
+                                  .share = [this](const std::string& id) { m_dialogs->share(id); },
                                   .showOnly = [this](const std::string& id) { showOnlyAccount(id); }}));
 }
 

@@ -63,9 +63,19 @@ void lookAtOne(WindowUnderTest& under)
     under.screen.waitUntil("the receipt is here", [&] { return under.screen.offers("previewSave"); });
 }
 
-const std::array shown{SweptScreen{"ReceiptsInForm", ledgerPage, openForm},
-                       SweptScreen{"AddReceipts", ledgerPage, addToAnEntry},
-                       SweptScreen{"ReceiptPreview", ledgerPage, lookAtOne}};
+void share(WindowUnderTest& under)
+{
+    signIn(under);
+    under.screen.pressRow("ledgerTable", "Electricity");
+    under.screen.keys("Return");
+    under.screen.press("shareButton");
+    under.screen.waitForFocus("shareAccount");
+    under.screen.press("shareCopy"); // with what is said then
+}
+
+const std::array shown{
+    SweptScreen{"ReceiptsInForm", ledgerPage, openForm}, SweptScreen{"AddReceipts", ledgerPage, addToAnEntry},
+    SweptScreen{"ReceiptPreview", ledgerPage, lookAtOne}, SweptScreen{"ReceiptShare", ledgerPage, share}};
 
 }
 
