@@ -53,6 +53,31 @@ TEST(Categories, AreMadeWithTheNamesThatWereTyped)
               R"({"kind":"expense","names":{"en-US":"Parking"},"symbol":"tag"})");
 }
 
+/// Nobody knows whether the category was made: the form can only send the very same again.
+TEST(Categories, LockOnAnUnknownOutcomeAndAreSentAgainAsTheyWere)
+{
+    CategoriesUnderTest under;
+    under.screen.pressRow("categoryTable", "Rent");
+    under.screen.press("companyPrimary");
+    under.screen.type("Parking");
+    under.server.answer("POST v1/categories", ServerReply::dropped());
+    under.screen.keys("Return");
+    under.screen.waitForText("Retry original request");
+    under.screen.waitUntil("the retry is offered", [&] { return under.screen.offers("categorySave"); });
+    EXPECT_FALSE(under.screen.offers("categoryName.en-US"));
+    EXPECT_FALSE(under.screen.shows("alertDialog")) << "the form says it already";
+    auto after = companyBooks();
+    after.category("parking", "expense", "Parking");
+    under.server.replace("POST v1/categories",
+                         ServerReply::json(R"({"createdCategoryID":"parking","snapshot":)" + after.json() + "}"));
+    under.screen.press("categorySave");
+    under.screen.waitUntil("it is said", [&] { return under.screen.read("statusSaid") == "Category “Parking” saved"; });
+    const auto sent = under.server.requests("POST v1/categories");
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent.front().body, sent.back().body);
+    EXPECT_TRUE(under.screen.offers("categoryName.en-US"));
+}
+
 TEST(Categories, AskBeforeWhatWasTypedIsLeftAndKeepItThroughARefusal)
 {
     CategoriesUnderTest under;

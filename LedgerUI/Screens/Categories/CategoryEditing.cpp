@@ -5,6 +5,7 @@
 #include <QCoro/QCoroTask>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryPins.h"
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
@@ -27,6 +28,8 @@ const Category* CategoryEditing::category(const LedgerSnapshot& snapshot) const
 
 void CategoryEditing::begin(const CategoryForm& form)
 {
+    m_creation.reset();
+    m_isUncertain = false;
     m_saved = form;
     edit(form);
 }
@@ -60,7 +63,11 @@ void CategoryEditing::present()
     const auto pinsFull = word(categoryWords(), "pinsFull", {std::to_string(CategoryPins::maximum)});
     m_editor.present({.form = m_form,
                       .saved = m_saved,
-                      .refusal = refusal ? CategoryText::refusal(*refusal, locale) : QString{},
+                      .refusal = m_isUncertain ? word(EntryWords::words(), "uncertain")
+                                 : refusal     ? CategoryText::refusal(*refusal, locale)
+                                               : QString{},
+                      .isSent = m_creation.has_value(),
+                      .isUncertain = m_isUncertain,
                       .isArchived = isArchived,
                       .whyNotArchived = kept ? CategoryText::refusal(*kept, locale) : QString{},
                       .isPinned = isPinned,
@@ -74,6 +81,10 @@ void CategoryEditing::save()
     const auto snapshot = m_store.snapshot();
     if (!snapshot || !hasChanges() || m_store.isBusy())
         return;
+    if (m_creation) {
+        create();
+        return;
+    }
     m_isChecked = true;
     if (m_form.whyNot(m_saved, *snapshot)) {
         present();
@@ -81,10 +92,8 @@ void CategoryEditing::save()
         return;
     }
     if (m_form.id.empty()) {
-        QCoro::connect(m_store.createCategory(m_form.creation()), this, [this](const Result<std::string>& made) {
-            if (made)
-                finish(*made);
-        });
+        m_creation = m_form.creation();
+        create();
         return;
     }
     QCoro::connect(m_store.updateCategory(m_form.id, m_form.update(m_saved)), this,
@@ -92,6 +101,23 @@ void CategoryEditing::save()
                        if (sent)
                            finish(id);
                    });
+}
+
+/// When nobody knows whether the category was made, only the very same can be sent again.
+void CategoryEditing::create()
+{
+    QCoro::connect(m_store.createCategory(*m_creation), this, [this](const Result<std::string>& made) {
+        m_isUncertain = !made && isOutcomeUnknown(made.error());
+        if (!m_isUncertain)
+            m_creation.reset();
+        else
+            m_store.dismissMessages(); // said in the form
+        if (made)
+            finish(*made);
+        else
+            present();
+    });
+    present();
 }
 
 void CategoryEditing::finish(const std::string& id)

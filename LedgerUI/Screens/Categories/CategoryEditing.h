@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include <QObject>
@@ -26,7 +27,7 @@ public:
     void edit(const CategoryForm& form);
     /// What a newer snapshot says of the category, with the changes made on top of it.
     void rebase(const CategoryForm& now);
-    void dropChanges() { m_form = m_saved; }
+    void dropChanges() { begin(m_saved); }
     void present();
     void save();
 
@@ -37,6 +38,7 @@ Q_SIGNALS:
     void done(const QString& sentence);
 
 private:
+    void create();
     void finish(const std::string& id);
     void toggleArchived();
     void pin(bool isPinned);
@@ -46,5 +48,7 @@ private:
     CategoryEditor& m_editor;
     CategoryForm m_saved; // as the form began
     CategoryForm m_form;
-    bool m_isChecked = false; // it was tried to save: what is wrong is said
+    bool m_isChecked = false;                 // it was tried to save: what is wrong is said
+    std::optional<CategoryCreate> m_creation; // was sent, and is not answered
+    bool m_isUncertain = false;               // nor will it be
 };

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
@@ -162,8 +163,12 @@ void CategoryEditor::present(const Content& content, const LedgerSnapshot& snaps
     m_archive->setVisible(!isNew);
     m_archive->setEnabled(content.isIdle && content.whyNotArchived.isEmpty());
     m_archive->setToolTip(content.whyNotArchived);
+    for (auto* field : std::initializer_list<QWidget*>{m_parent, m_icons})
+        field->setEnabled(!content.isSent);
+    for (const auto& [tag, field] : m_names)
+        field->setEnabled(!content.isSent);
     m_cancel->setText(word(dialogWords(), "cancel"));
-    m_save->setText(word(words, "save"));
+    m_save->setText(content.isUncertain ? word(EntryWords::words(), "retryOriginal") : word(words, "save"));
     m_save->setEnabled(content.isIdle && content.form != content.saved);
 }
 
