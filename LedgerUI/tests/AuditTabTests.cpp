@@ -52,8 +52,8 @@ TEST(CompanyAudit, TellsWhoDidWhatAndHowItStoodBefore)
               "Changed a member · Rizky Pratama · Dewi Anggraini · 20 Nov 2026, 02:14");
     const auto& changes = *under.screen.find<QTableView>("auditChanges").model();
     ASSERT_EQ(changes.rowCount(), 1) << "what stayed as it was is not shown";
-    EXPECT_EQ(changes.index(0, 1).data().toString(), QStringLiteral("employee"));
-    EXPECT_EQ(changes.index(0, 2).data().toString(), QStringLiteral("finance"));
+    EXPECT_EQ(changes.index(0, 1).data().toString(), QStringLiteral("Employee"));
+    EXPECT_EQ(changes.index(0, 2).data().toString(), QStringLiteral("Finance"));
     under.screen.pressRow("auditTable", "Operator of the service");
     EXPECT_TRUE(under.screen.says("There is nothing to it but the action itself."));
 }

@@ -21,8 +21,8 @@
 #include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Company/AuditRows.h"
-#include "LedgerUI/Presentation/Company/AuditWords.h"
+#include "LedgerUI/Presentation/Audit/AuditRows.h"
+#include "LedgerUI/Presentation/Audit/AuditWords.h"
 #include "LedgerUI/Screens/Entry/DayEdit.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -345,7 +345,7 @@ void AuditTab::presentDetail()
     m_only->setText(text("onlyRecord"));
     m_only->setVisible(record->record && m_question.record != *record->record);
     m_changes->setAccessibleName(text("changes"));
-    auto rows = AuditRows::changes(*record, locale);
+    auto rows = AuditRows::changes(*record, *store().snapshot(), locale);
     m_noChanges->setText(text("noDetail"));
     m_changesOrNot->setCurrentWidget(rows.empty() ? static_cast<QWidget*>(m_noChanges) : m_changes);
     m_changes->present(AuditRows::changeColumns(locale), std::move(rows));

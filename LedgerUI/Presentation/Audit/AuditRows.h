@@ -21,7 +21,7 @@ std::vector<PlainRow> rows(const std::vector<AuditTrailRecord>& records, const L
 
 std::vector<PlainColumn> changeColumns(std::string_view locale);
 /// What was changed by it, or what was said with it where nothing stood before.
-std::vector<PlainRow> changes(const AuditTrailRecord& record, std::string_view locale);
+std::vector<PlainRow> changes(const AuditTrailRecord& record, const LedgerSnapshot& snapshot, std::string_view locale);
 
 /// One line about the record: what was done, to what, by whom and when.
 QString headline(const AuditTrailRecord& record, const LedgerSnapshot& snapshot, std::string_view locale);

@@ -1,10 +1,12 @@
-#include "LedgerUI/Presentation/Company/AuditRows.h"
+#include "LedgerUI/Presentation/Audit/AuditRows.h"
 
 #include <algorithm>
 #include <array>
 #include <set>
 
-#include "LedgerUI/Presentation/Company/AuditWords.h"
+#include "LedgerCore/Domain/Categories/CategoryDirectory.h"
+#include "LedgerUI/Presentation/Audit/AuditValueText.h"
+#include "LedgerUI/Presentation/Audit/AuditWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -12,7 +14,7 @@ namespace {
 
 using Look = PlainCell::Look;
 
-constexpr std::array<std::string_view, 28> everyKind{
+constexpr std::array<std::string_view, 30> everyKind{
     "POST /v1/transactions",
     "POST /v1/transactions/{id}/reverse",
     "POST /v1/attachments",
@@ -42,6 +44,8 @@ constexpr std::array<std::string_view, 28> everyKind{
     "company-rejected",
     "company-zone-changed",
     "books-restored",
+    "company-exported",
+    "company-imported",
     "person-deactivated",
     "person-reactivated",
 };
@@ -85,8 +89,16 @@ QString personOf(const AuditTrailRecord& record, const LedgerSnapshot& snapshot,
     return name.isEmpty() ? text("formerMember", locale) : name;
 }
 
+QString categoryOf(const LedgerSnapshot& snapshot, std::string_view id, std::string_view locale)
+{
+    const auto found = std::ranges::find(snapshot.categories, id, &Category::id);
+    if (found == snapshot.categories.end())
+        return {};
+    return qString(CategoryDirectory{snapshot.categories}.fullPathName(*found, locale));
+}
+
 /// By its name in the books, else by its id.
-QString recordOf(const AuditTrailRecord& record, const LedgerSnapshot& snapshot)
+QString recordOf(const AuditTrailRecord& record, const LedgerSnapshot& snapshot, std::string_view locale)
 {
     if (!record.record)
         return {};
@@ -95,29 +107,14 @@ QString recordOf(const AuditTrailRecord& record, const LedgerSnapshot& snapshot)
         if (!name.isEmpty())
             return name;
     }
+    if (const auto category = categoryOf(snapshot, id, locale); !category.isEmpty())
+        return category;
     return id == snapshot.company.id ? qString(snapshot.company.name) : qString(id);
 }
 
 QString origin(const AuditTrailRecord& record)
 {
     return record.memberID ? qString(record.origin) : QString{};
-}
-
-const std::string* valueIn(const std::optional<AuditValues>& values, const std::string& name)
-{
-    if (!values)
-        return nullptr;
-    const auto found = values->texts.find(name);
-    return found == values->texts.end() ? nullptr : &found->second;
-}
-
-QString shown(const std::string* value, std::string_view locale)
-{
-    if (!value || value->empty())
-        return text("none", locale);
-    if (*value == "true" || *value == "false")
-        return text(*value == "true" ? "yes" : "no", locale);
-    return qString(*value);
 }
 
 }
@@ -140,7 +137,7 @@ std::vector<PlainRow> AuditRows::rows(const std::vector<AuditTrailRecord>& recor
                         .cells = {{.text = moment(each.at, locale), .look = Look::quiet},
                                   {.text = personOf(each, snapshot, locale)},
                                   {.text = kindText(each.kind, locale)},
-                                  {.text = recordOf(each, snapshot), .look = Look::quiet},
+                                  {.text = recordOf(each, snapshot, locale), .look = Look::quiet},
                                   {.text = origin(each), .look = Look::quiet}}});
     return rows;
 }
@@ -150,35 +147,43 @@ std::vector<PlainColumn> AuditRows::changeColumns(std::string_view locale)
     return {{.head = text("field", locale)}, {.head = text("before", locale)}, {.head = text("after", locale)}};
 }
 
-std::vector<PlainRow> AuditRows::changes(const AuditTrailRecord& record, std::string_view locale)
+std::vector<PlainRow> AuditRows::changes(const AuditTrailRecord& record, const LedgerSnapshot& snapshot,
+                                         std::string_view locale)
 {
-    std::set<std::string> names;
-    for (const auto* values : {&record.before, &record.after}) {
-        for (const auto& [name, value] : values->value_or(AuditValues{}).texts)
-            names.insert(name);
+    const AuditValueText words{snapshot, record.kind, std::string{locale}};
+    const auto before = AuditValueText::comparable(record.before.value_or(AuditValues{}));
+    const auto after = AuditValueText::comparable(record.after.value_or(AuditValues{}));
+    std::set<std::string> fields;
+    for (const auto* values : {&before, &after}) {
+        for (const auto& [field, value] : *values)
+            fields.insert(field);
     }
     std::vector<PlainRow> rows;
-    const auto add = [&](const std::string& name, const std::string* before, const std::string* after) {
-        rows.push_back({.id = name,
-                        .cells = {{.text = textOr("field.", name, locale), .look = Look::quiet},
-                                  {.text = shown(before, locale)},
-                                  {.text = shown(after, locale)}}});
+    const auto add = [&](const std::string& field, const QString& stood, const QString& stands) {
+        const auto label = field == "digest" ? text("field.digest", locale) : words.label(field);
+        rows.push_back(
+            {.id = field, .cells = {{.text = label, .look = Look::quiet}, {.text = stood}, {.text = stands}}});
     };
-    for (const auto& name : names) {
-        const auto* before = valueIn(record.before, name);
-        const auto* after = valueIn(record.after, name);
-        if (!before || !after || *before != *after)
-            add(name, before, after);
+    const auto shown = [&](const std::string& field, const auto& values) {
+        const auto found = values.find(field);
+        return found == values.end() || found->second.empty() ? text("none", locale)
+                                                              : words.value(field, found->second, values);
+    };
+    for (const auto& field : fields) {
+        const auto was = before.find(field);
+        const auto is = after.find(field);
+        if (was == before.end() || is == after.end() || was->second != is->second)
+            add(field, shown(field, before), shown(field, after));
     }
     if (record.digest)
-        add("digest", nullptr, &*record.digest);
+        add("digest", text("none", locale), qString(*record.digest));
     return rows;
 }
 
 QString AuditRows::headline(const AuditTrailRecord& record, const LedgerSnapshot& snapshot, std::string_view locale)
 {
-    QStringList parts{kindText(record.kind, locale), recordOf(record, snapshot), personOf(record, snapshot, locale),
-                      moment(record.at, locale)};
+    QStringList parts{kindText(record.kind, locale), recordOf(record, snapshot, locale),
+                      personOf(record, snapshot, locale), moment(record.at, locale)};
     parts.removeAll(QString{});
     return parts.join(QStringLiteral(" · "));
 }
