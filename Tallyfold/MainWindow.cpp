@@ -14,6 +14,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Workspace/QuitWarning.h"
+#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {
@@ -91,9 +92,10 @@ void MainWindow::closeEvent(QCloseEvent* event)
     event->ignore();
     if (isAsking() || !closesForms())
         return;
-    const auto warning =
-        quitWarning({.awaitsChange = m_store.awaitsChange(), .hasUnconfirmedEntry = m_store.hasUnconfirmedEntry()},
-                    InterfaceLanguage::tag());
+    const auto warning = quitWarning({.awaitsChange = m_store.awaitsChange(),
+                                      .hasUnconfirmedEntry = m_store.hasUnconfirmedEntry(),
+                                      .hasUnsavedChanges = UnsavedChanges::count(*this) > 0},
+                                     InterfaceLanguage::tag());
     if (!warning) {
         QMainWindow::closeEvent(event);
         event->accept();

@@ -27,8 +27,9 @@ Q_SIGNALS:
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
-    /// Asks first while a command was sent that is not answered, or an entry may have been recorded without a
-    /// confirmation: what is known of it goes with the program. A form that is open is asked to close before.
+    /// Asks first while a command was sent that is not answered, an entry may have been recorded without a
+    /// confirmation, or changes are not saved: what is known of it goes with the program. A form that is open is asked
+    /// to close before.
     void closeEvent(QCloseEvent* event) override;
 
 private:

@@ -189,3 +189,17 @@ TEST(Bookkeeping, TakesASectionOutOfTheSideBarAndBack)
     EXPECT_TRUE(sent[1].body.contains(R"("showInSidebar":true)")) << sent[1].body;
     EXPECT_TRUE(sent[1].body.contains(R"("expectedRevision":1)")) << sent[1].body;
 }
+
+TEST(Bookkeeping, LeadsToTheImportOfOlderRecords)
+{
+    BookkeepingUnderTest under;
+    under.screen.press("importHistory");
+    under.screen.waitFor("importDialog");
+    under.screen.keys("Esc");
+    under.screen.waitUntilGone("importDialog");
+    auto books = companyBooks().build();
+    books.members.front().permissions = books.currentMember.permissions = {{"manageCompany"}};
+    under.hold(books);
+    require(resultOf(under.store.refresh(true)).has_value(), "the books are loaded");
+    EXPECT_FALSE(under.screen.shows("importHistory")) << "who does not see the company imports nothing";
+}

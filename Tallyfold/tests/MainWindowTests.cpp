@@ -5,6 +5,7 @@
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Screens/Company/CompanyView.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Root/RootView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
@@ -19,10 +20,11 @@ SnapshotBuilder books()
     return snapshot().account("bank", {"USD"}).grantAll().category("rent", "expense", "Rent");
 }
 
-PageRegistry ledgerAlone()
+PageRegistry twoPages()
 {
     PageRegistry pages;
     pages.add<LedgerView>(WorkspacePage::ledger);
+    pages.add<CompanyView>(WorkspacePage::company);
     return pages;
 }
 
@@ -56,7 +58,7 @@ protected:
     }
 
     StoreUnderTest service;
-    PageRegistry pages = ledgerAlone();
+    PageRegistry pages = twoPages();
     MainWindow window{service.store, new RootView{service.store, pages}};
     ScreenDriver screen;
 };
@@ -90,6 +92,21 @@ TEST_F(Window, AsksWhileACommandIsNotAnsweredAndNotForAReading)
     screen.keys("F5");
     waitUntil([this] { return service.server.parkedCount() == 1; });
     EXPECT_TRUE(window.close());
+}
+
+TEST_F(Window, AsksBeforeItTakesUnsavedChangesAlong)
+{
+    service.signIn(books());
+    screen.press("page-company");
+    while (!screen.shows("contributionsSwitch"))
+        screen.keys("Ctrl+Tab");
+    screen.press("contributionsSwitch");
+    EXPECT_FALSE(window.close());
+    screen.waitForText("What you entered will not be saved.");
+    screen.press("questionCancel");
+    EXPECT_TRUE(window.isVisible());
+    screen.press("settingsRevert");
+    EXPECT_TRUE(window.close()) << "nothing is unsaved any more";
 }
 
 TEST_F(Window, HasTheOpenFormAskFirst)

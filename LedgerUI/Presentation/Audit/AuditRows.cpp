@@ -14,7 +14,7 @@ namespace {
 
 using Look = PlainCell::Look;
 
-constexpr std::array<std::string_view, 30> everyKind{
+constexpr std::array<std::string_view, 33> everyKind{
     "POST /v1/transactions",
     "POST /v1/transactions/{id}/reverse",
     "POST /v1/attachments",

@@ -2,6 +2,7 @@
 
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 
@@ -13,5 +14,8 @@ std::optional<QuitWarning> quitWarning(const QuitLosses& losses, std::string_vie
     if (losses.hasUnconfirmedEntry)
         return QuitWarning{.title = wordIn(locale, commandWords(), "uncertainTitle"),
                            .text = wordIn(locale, EntryWords::words(), "uncertainDiscard")};
+    if (losses.hasUnsavedChanges)
+        return QuitWarning{.title = wordIn(locale, dialogWords(), "discardTitle"),
+                           .text = wordIn(locale, dialogWords(), "discardBody")};
     return std::nullopt;
 }

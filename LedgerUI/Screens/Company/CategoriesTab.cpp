@@ -162,6 +162,16 @@ const Category* CategoriesTab::chosen() const
     return m_directory && !id.empty() ? m_directory->find(id) : nullptr;
 }
 
+std::size_t CategoriesTab::unsavedChanges() const
+{
+    return m_editing->hasChanges() ? 1 : 0;
+}
+
+void CategoriesTab::discardChanges()
+{
+    m_editing->dropChanges();
+}
+
 /// The tree as the new snapshot has it, and what is being changed on top of it.
 void CategoriesTab::adopt()
 {

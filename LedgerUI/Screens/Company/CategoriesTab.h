@@ -25,6 +25,8 @@ public:
     [[nodiscard]] std::vector<Action> actions() override;
     [[nodiscard]] PageView::StatusContext statusContext() const override;
     [[nodiscard]] QList<QWidget*> panes() const override;
+    [[nodiscard]] std::size_t unsavedChanges() const override;
+    void discardChanges() override;
 
 protected:
     void present() override;

@@ -21,6 +21,10 @@ public:
     /// Where the focus goes, pane by pane.
     [[nodiscard]] virtual QList<QWidget*> panes() const = 0;
 
+    /// How much a person changed here that is not saved, and giving it up.
+    [[nodiscard]] virtual std::size_t unsavedChanges() const { return 0; }
+    virtual void discardChanges() {}
+
 Q_SIGNALS:
     /// Actions, status or count are others.
     void standingChanged();

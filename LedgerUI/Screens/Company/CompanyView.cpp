@@ -99,6 +99,20 @@ void CompanyView::follow(const PageLink& link)
         m_tabs->choose(QStringLiteral("categories"));
 }
 
+std::size_t CompanyView::unsavedChanges() const
+{
+    std::size_t all = 0;
+    for (const auto& [id, tab] : m_made)
+        all += tab->unsavedChanges();
+    return all;
+}
+
+void CompanyView::discardChanges()
+{
+    for (const auto& [id, tab] : m_made)
+        tab->discardChanges();
+}
+
 void CompanyView::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::LanguageChange)

@@ -21,6 +21,8 @@ public:
     [[nodiscard]] QList<QWidget*> panes() const override;
     [[nodiscard]] StatusContext statusContext() const override;
     void follow(const PageLink& link) override;
+    [[nodiscard]] std::size_t unsavedChanges() const override;
+    void discardChanges() override;
 
 protected:
     void changeEvent(QEvent* event) override;

@@ -19,12 +19,15 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
+#include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Screens/Company/BookkeepingSetupView.h"
 #include "LedgerUI/Screens/Company/SettingRow.h"
 #include "LedgerUI/Screens/Company/SidebarListing.h"
 #include "LedgerUI/Screens/Company/TransactionColorsDialog.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Imports/ImportDialog.h"
+#include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -87,6 +90,11 @@ void FinancialSettingsView::buildLayout()
     m_changeColors = new QPushButton;
     m_changeColors->setObjectName(QStringLiteral("changeColors"));
     add(m_colorsRow, {m_colors, m_changeColors});
+    m_import = new QPushButton;
+    m_import->setObjectName(QStringLiteral("importHistory"));
+    m_import->setIcon(Icon::of(QStringLiteral("box-arrow-in-down"), Token::text));
+    m_import->setIconSize({Space::iconBeforeText, Space::icon});
+    add(m_importRow, {m_import});
     rows->addWidget(buildFoot());
     rows->addStretch(1);
 
@@ -135,16 +143,27 @@ void FinancialSettingsView::bind()
     connect(m_reload, &QPushButton::clicked, this, &FinancialSettingsView::reload);
     connect(m_save, &QPushButton::clicked, this, &FinancialSettingsView::save);
     connect(m_listing, &SidebarListing::done, this, &FinancialSettingsView::done);
-    connect(m_revert, &QPushButton::clicked, this, [this] {
-        m_submission = SwitchesSubmission{m_saved};
-        present();
-        Q_EMIT standingChanged();
-    });
+    connect(m_import, &QPushButton::clicked, this, &FinancialSettingsView::importEntries);
+    connect(m_revert, &QPushButton::clicked, this, &FinancialSettingsView::discardChanges);
+}
+
+std::size_t FinancialSettingsView::unsavedChanges() const
+{
+    return m_submission.isSaving() ? 0 : m_submission.form().changes(m_saved); // what is sent is not lost
+}
+
+void FinancialSettingsView::discardChanges()
+{
+    if (m_submission.isSaving())
+        return;
+    m_submission = SwitchesSubmission{m_saved};
+    present();
+    Q_EMIT standingChanged();
 }
 
 PageView::StatusContext FinancialSettingsView::statusContext() const
 {
-    const auto count = m_submission.form().changes(m_saved);
+    const auto count = unsavedChanges();
     return {.text = count == 0 ? QString{} : countedIn(InterfaceLanguage::tag(), companyWords(), "changes", count),
             .figure = {}};
 }
@@ -175,6 +194,10 @@ void FinancialSettingsView::present()
     m_colors->present(*store().snapshot());
     m_changeColors->setText(word(words, "change"));
     m_changeColors->setAccessibleName(word(words, "colors"));
+    m_importRow->present(word(words, "import"), word(words, "importText"));
+    m_import->setText(word(importWords(), "action"));
+    m_import->setEnabled(!store().isBusy());
+    m_importRow->setVisible(store().canViewCompany() && store().canRecord());
     const auto& settings = store().snapshot()->financialSettings;
     m_revision->setText(word(words, "revision", {std::to_string(settings ? settings->revision : 0)}));
     presentBanner();
@@ -283,6 +306,15 @@ void FinancialSettingsView::recordOpening()
         QMetaObject::invokeMethod(this, &FinancialSettingsView::recordOpening, Qt::QueuedConnection);
     });
     form->open();
+}
+
+void FinancialSettingsView::importEntries()
+{
+    auto* dialog = new ImportDialog(store(), window());
+    connect(dialog, &ImportDialog::imported, this, [this](const std::vector<std::string>& ids) {
+        Q_EMIT done(countedIn(InterfaceLanguage::tag(), importWords(), "done", ids.size()));
+    });
+    dialog->open();
 }
 
 void FinancialSettingsView::save()

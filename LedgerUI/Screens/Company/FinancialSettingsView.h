@@ -21,6 +21,8 @@ public:
     explicit FinancialSettingsView(LedgerStore& store, QWidget* parent = nullptr);
 
     [[nodiscard]] PageView::StatusContext statusContext() const override;
+    [[nodiscard]] std::size_t unsavedChanges() const override;
+    void discardChanges() override;
     [[nodiscard]] QList<QWidget*> panes() const override { return {m_column}; }
 
 protected:
@@ -38,6 +40,7 @@ private:
     void edit();
     void setUp();
     void recordOpening();
+    void importEntries();
     void save();
     void send();
     void finish(const Result<void>& reply);
@@ -62,6 +65,8 @@ private:
     ToggleSwitch* m_dividends = nullptr;
     SidebarListing* m_listing = nullptr;
     SettingRow* m_colorsRow = nullptr;
+    SettingRow* m_importRow = nullptr;
+    QPushButton* m_import = nullptr;
     ColorStrip* m_colors = nullptr;
     QPushButton* m_changeColors = nullptr;
     TextLabel* m_revision = nullptr;

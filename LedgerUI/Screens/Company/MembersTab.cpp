@@ -134,7 +134,7 @@ std::vector<Action> MembersTab::actions()
 
 PageView::StatusContext MembersTab::statusContext() const
 {
-    const auto count = changes();
+    const auto count = unsavedChanges();
     return {.text = count == 0 ? QString{} : countedIn(InterfaceLanguage::tag(), companyWords(), "changes", count),
             .figure = {}};
 }
@@ -144,7 +144,7 @@ QList<QWidget*> MembersTab::panes() const
     return {m_table, m_editor};
 }
 
-std::size_t MembersTab::changes() const
+std::size_t MembersTab::unsavedChanges() const
 {
     return m_saved.id.empty() ? 0 : MemberAccess::changes(m_saved, m_draft);
 }
@@ -222,7 +222,7 @@ void MembersTab::presentButtons()
     m_more->setName(word(words, "more"));
     m_revert->setText(word(words, "revert"));
     m_save->setText(word(words, "saveAccess"));
-    const bool hasChanges = changes() > 0;
+    const bool hasChanges = unsavedChanges() > 0;
     m_revert->setEnabled(hasChanges);
     m_save->setEnabled(hasChanges && isIdle);
     m_role->setEnabled(isIdle);
@@ -260,7 +260,7 @@ void MembersTab::askThenChoose(const std::string& memberID)
 {
     if (memberID.empty() || memberID == m_saved.id)
         return;
-    if (changes() == 0) {
+    if (unsavedChanges() == 0) {
         take(memberID);
         return;
     }

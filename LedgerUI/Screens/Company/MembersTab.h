@@ -17,8 +17,8 @@ class QMenu;
 class QPushButton;
 class QSplitter;
 
-/// The members, and below them the rights of the chosen one. What is changed stays until it is saved or reverted, on
-/// whatever page the person is meanwhile; before another member is chosen, the person is asked.
+/// The members, and below them the rights of the chosen one. What is changed stays until it is saved or reverted;
+/// before another member is chosen, the person is asked.
 class MembersTab final : public CompanyTab {
     Q_OBJECT
 public:
@@ -27,6 +27,8 @@ public:
     [[nodiscard]] std::vector<Action> actions() override;
     [[nodiscard]] PageView::StatusContext statusContext() const override;
     [[nodiscard]] QList<QWidget*> panes() const override;
+    [[nodiscard]] std::size_t unsavedChanges() const override;
+    void discardChanges() override { revert(); }
 
 protected:
     void present() override;
@@ -49,7 +51,6 @@ private:
     void sendAccess();
     void toggleActive();
     void sendActive(bool isActive);
-    [[nodiscard]] std::size_t changes() const;
 
     Member m_saved; // as the draft began; without an identifier until there is one
     AccessDraft m_draft;

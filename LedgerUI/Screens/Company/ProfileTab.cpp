@@ -132,18 +132,25 @@ void ProfileTab::bind()
         draft.locale = m_mail->itemData(at).toString().toStdString();
         edit(std::move(draft));
     });
-    connect(m_revert, &QPushButton::clicked, this, [this] {
-        m_isChecked = false;
-        edit(m_saved);
-    });
+    connect(m_revert, &QPushButton::clicked, this, &ProfileTab::discardChanges);
     connect(m_save, &QPushButton::clicked, this, &ProfileTab::save);
+}
+
+std::size_t ProfileTab::unsavedChanges() const
+{
+    return (m_draft.name != m_saved.name ? 1U : 0U) + (m_draft.countries != m_saved.countries ? 1U : 0U) +
+           (m_draft.locale != m_saved.locale ? 1U : 0U);
+}
+
+void ProfileTab::discardChanges()
+{
+    m_isChecked = false;
+    edit(m_saved);
 }
 
 PageView::StatusContext ProfileTab::statusContext() const
 {
-    const std::size_t count = (m_draft.name != m_saved.name ? 1U : 0U) +
-                              (m_draft.countries != m_saved.countries ? 1U : 0U) +
-                              (m_draft.locale != m_saved.locale ? 1U : 0U);
+    const auto count = unsavedChanges();
     return {.text = count == 0 ? QString{} : countedIn(InterfaceLanguage::tag(), companyWords(), "changes", count),
             .figure = {}};
 }

@@ -24,6 +24,8 @@ public:
 
     [[nodiscard]] PageView::StatusContext statusContext() const override;
     [[nodiscard]] QList<QWidget*> panes() const override { return {m_form}; }
+    [[nodiscard]] std::size_t unsavedChanges() const override;
+    void discardChanges() override;
 
 protected:
     void present() override;

@@ -10,6 +10,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Settings/SettingsWords.h"
+#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -41,8 +42,10 @@ SessionSection::SessionSection(LedgerStore& store, QWidget* parent) : SettingsSe
     rows->addWidget(m_signOut, 0, Qt::AlignLeft);
     rows->addStretch(1);
     // The settings close with the session.
-    connect(m_signOut, &QPushButton::clicked, this,
-            [this] { QCoro::connect(this->store().logout(), this, [](const Result<void>&) {}); });
+    connect(m_signOut, &QPushButton::clicked, this, [this] {
+        UnsavedChanges::leave(*this,
+                              [this] { QCoro::connect(this->store().logout(), this, [](const Result<void>&) {}); });
+    });
     connect(&this->store(), &LedgerStore::isBusyChanged, this, &SessionSection::present);
     present();
 }

@@ -7,6 +7,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
 #include "LedgerUI/Presentation/Workspace/CompanyDirectory.h"
+#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Icon.h"
 
 EntryCompanyDirectoryView::EntryCompanyDirectoryView(LedgerStore& store, QWidget* parent)
@@ -73,7 +74,9 @@ void EntryCompanyDirectoryView::addCompanies()
         if (!row.isOpen) {
             connect(action, &QAction::triggered, this, [this, id = row.id] {
                 // The root screen makes a workspace of its own for the company as soon as it is open.
-                QCoro::connect(m_store.switchCompany(id), this, [](const Result<void>&) {});
+                UnsavedChanges::leave(*parentWidget(), [this, id] {
+                    QCoro::connect(m_store.switchCompany(id), this, [](const Result<void>&) {});
+                });
             });
         }
     }

@@ -11,6 +11,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
+#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {
@@ -88,5 +89,5 @@ void MemberButton::present()
 void MemberButton::signOut()
 {
     // The root screen leaves the workspace as soon as the snapshot is gone; there is nothing left to do here.
-    QCoro::connect(m_store.logout(), this, [](const Result<void>&) {});
+    UnsavedChanges::leave(*this, [this] { QCoro::connect(m_store.logout(), this, [](const Result<void>&) {}); });
 }

@@ -25,6 +25,10 @@ public:
     /// Does what a link to this page asks for. The page is shown by then.
     virtual void follow(const PageLink& /*link*/) {}
 
+    /// How much a person changed here that is not saved, and giving it up.
+    [[nodiscard]] virtual std::size_t unsavedChanges() const { return 0; }
+    virtual void discardChanges() {}
+
 Q_SIGNALS:
     /// A link to another page was pressed.
     void linkPressed(const PageLink& link);

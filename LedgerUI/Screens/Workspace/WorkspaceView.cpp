@@ -19,6 +19,7 @@
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 #include "LedgerUI/Screens/Workspace/SideBar.h"
+#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Space.h"
 
 WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, QWidget* parent)
@@ -27,7 +28,7 @@ WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, Q
     setObjectName(QStringLiteral("workspaceView"));
     buildLayout();
     bindKeys();
-    connect(m_sideBar, &SideBar::pageChosen, this, &WorkspaceView::open);
+    connect(m_sideBar, &SideBar::pageChosen, this, &WorkspaceView::turnTo);
     connect(m_sideBar, &SideBar::settingsWanted, this, &WorkspaceView::settingsWanted);
     connect(m_status, &StatusBar::refreshRequested, this, &WorkspaceView::refresh);
     connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
@@ -68,8 +69,26 @@ void WorkspaceView::follow(const PageLink& link)
 {
     if (std::ranges::find(m_pages, link.page) == m_pages.end())
         return;
-    open(link.page);
-    m_views.at(link.page)->follow(link);
+    leaveFor(link.page, [this, link] {
+        open(link.page);
+        m_views.at(link.page)->follow(link);
+    });
+}
+
+void WorkspaceView::turnTo(WorkspacePage page)
+{
+    leaveFor(page, [this, page] { open(page); });
+}
+
+void WorkspaceView::leaveFor(WorkspacePage page, std::function<void()> proceed)
+{
+    const auto shown = shownPage();
+    if (shown == page)
+        return proceed();
+    UnsavedChanges::leave(*this, std::move(proceed), [this] {
+        if (const auto stays = shownPage())
+            m_sideBar->choose(*stays); // which has marked the other page already
+    });
 }
 
 void WorkspaceView::refreshOnReturn()
@@ -143,7 +162,7 @@ void WorkspaceView::bindKeys()
     for (qsizetype position = 0; position < KeyBindings::boundPages; ++position) {
         bind(KeyBindings::pageKeys(position), [this, position] {
             if (position < static_cast<qsizetype>(m_pages.size()))
-                open(m_pages[static_cast<std::size_t>(position)]);
+                turnTo(m_pages[static_cast<std::size_t>(position)]);
         });
     }
 }
@@ -157,8 +176,7 @@ void WorkspaceView::presentPages()
     std::erase_if(pages, [this](WorkspacePage page) { return !m_registry.contains(page); });
     if (pages == m_pages)
         return;
-    const auto shown = std::ranges::find_if(m_views, [this](const auto& each) { return each.second == currentPage(); });
-    const auto chosen = shown == m_views.end() ? std::optional<WorkspacePage>{} : shown->first;
+    const auto chosen = shownPage();
     m_pages = std::move(pages);
     m_sideBar->setPages(m_pages);
     const bool isKept = chosen && std::ranges::find(m_pages, *chosen) != m_pages.end();
@@ -234,6 +252,12 @@ void WorkspaceView::movePane(Step step)
 PageView* WorkspaceView::currentPage() const
 {
     return qobject_cast<PageView*>(m_stack->currentWidget());
+}
+
+std::optional<WorkspacePage> WorkspaceView::shownPage() const
+{
+    const auto shown = std::ranges::find_if(m_views, [this](const auto& each) { return each.second == currentPage(); });
+    return shown == m_views.end() ? std::nullopt : std::optional{shown->first};
 }
 
 QList<QWidget*> WorkspaceView::panes() const

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <map>
+#include <optional>
 #include <vector>
 
 #include <QTimer>
@@ -25,6 +27,8 @@ public:
     /// The visible pages in the order of the side bar: those that the rule allows and that are built.
     [[nodiscard]] const std::vector<WorkspacePage>& pages() const { return m_pages; }
     void open(WorkspacePage page);
+    /// Opens a page as a person asks for it: what is unsaved on the one before is asked about.
+    void turnTo(WorkspacePage page);
     /// Opens the page of a link and has it do what the link asks for.
     void follow(const PageLink& link);
     /// Pages take the height that there is: a long text on one never makes the whole window scroll.
@@ -53,6 +57,9 @@ private:
     void refresh();
     void movePane(Step step);
     [[nodiscard]] PageView* currentPage() const;
+    [[nodiscard]] std::optional<WorkspacePage> shownPage() const;
+    /// Goes on with `proceed` once the page shown may be left for `page`.
+    void leaveFor(WorkspacePage page, std::function<void()> proceed);
     [[nodiscard]] QList<QWidget*> panes() const;
 
     LedgerStore& m_store;

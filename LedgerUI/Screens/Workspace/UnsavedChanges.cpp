@@ -1,0 +1,45 @@
+#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
+
+#include <utility>
+
+#include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Screens/Workspace/PageView.h"
+
+namespace {
+
+QList<PageView*> pagesAround(const QWidget& part)
+{
+    const auto* root = &part;
+    while (root->parentWidget())
+        root = root->parentWidget();
+    return root->findChildren<PageView*>();
+}
+
+}
+
+std::size_t UnsavedChanges::count(const QWidget& part)
+{
+    std::size_t all = 0;
+    for (const auto* page : pagesAround(part))
+        all += page->unsavedChanges();
+    return all;
+}
+
+void UnsavedChanges::leave(QWidget& part, std::function<void()> proceed, const std::function<void()>& stayed)
+{
+    if (count(part) == 0)
+        return proceed();
+    auto* question = MessageDialog::ask({.title = word(dialogWords(), "discardTitle"),
+                                         .text = word(dialogWords(), "discardBody"),
+                                         .confirm = word(dialogWords(), "discard"),
+                                         .cancel = word(dialogWords(), "keepEditing")},
+                                        part.window(), [&part, proceed = std::move(proceed)] {
+                                            for (auto* page : pagesAround(part))
+                                                page->discardChanges();
+                                            proceed();
+                                        });
+    if (stayed)
+        QObject::connect(question, &QDialog::rejected, &part, stayed);
+}
