@@ -649,14 +649,14 @@ TEST(LedgerView, IsTabbedThroughInReadingOrderWhateverTheDetailShows)
     auto* table = page.find<QTableView>("ledgerTable");
     const auto upToDetail = [&] {
         auto stops = tabOrder(*table);
-        stops.resize(5);
+        stops.resize(6);
         return stops;
     };
     EXPECT_EQ(upToDetail()[3], "balanceAccount");
     table->selectRow(0);
     settle();
     EXPECT_EQ(upToDetail(), (std::vector<std::string>{"ledgerTable", "totalsMore", "detailClose", "addReceiptsButton",
-                                                      "reverseButton"}));
+                                                      "reverseButton", "shareButton"}));
 }
 
 TEST(LedgerView, OpensTheDetailOverTheTableWithItsTextsInPlace)

@@ -82,6 +82,21 @@ void addAnother(Stage& stage, const QString& note)
     expect(stage.books.brokenBalances() == 0, QStringLiteral("every balance equals its legs"));
 }
 
+void share(Stage& stage)
+{
+    auto& screen = stage.screen;
+    stage.teller.step(QStringLiteral("The entry as a digital receipt"), [&] {
+        screen.press("shareButton");
+        screen.waitForFocus("shareAccount");
+        screen.press("shareCopy");
+        screen.waitForText("The receipt is ready to share.");
+        expect(QApplication::clipboard()->image().width() == 3 * 388,
+               QStringLiteral("the picture is on the clipboard"));
+    });
+    screen.keys("Esc");
+    screen.waitUntilGone("receiptShare");
+}
+
 void giveOneUp(Stage& stage)
 {
     auto& screen = stage.screen;
@@ -108,5 +123,6 @@ void tellOfReceipts(Stage& stage)
     recordWithReceipts(stage, note);
     lookAtIt(stage);
     addAnother(stage, note);
+    share(stage);
     giveOneUp(stage);
 }
