@@ -8,12 +8,12 @@
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Settings/TransactionColorOptions.h"
-#include "LedgerUI/Presentation/Entry/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerRow.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
