@@ -8,10 +8,12 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/Store/UnconfirmedCommands.h"
 #include "LedgerCore/Domain/Exports/CapitalCSV.h"
 #include "LedgerCore/Domain/Exports/DividendCSV.h"
 #include "LedgerCore/Domain/Records/CapitalCommand.h"
 #include "LedgerCore/Domain/Records/DividendCommand.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/tests/CapitalUnderTest.h"
 
 // The page of capital and dividends and its forms, by keys, over a scripted service.
@@ -311,6 +313,65 @@ TEST(CapitalView, KeepsAReceiptThatFailedForTheEntryOfThePayment)
     ASSERT_EQ(links.size(), 1U);
     EXPECT_EQ(links[0].body, R"({"attachmentIDs":["r1"]})");
     EXPECT_EQ(page.dividendsSent().size(), 1U) << "the payment itself is not sent again";
+}
+
+TEST(CapitalView, SaysWhyAPasteIsRefusedAndWhatIsWrongWithAnAmountThatIsLeft)
+{
+    Page page;
+    page.openContribution();
+    page.screen.find("recordAmount").setFocus();
+    QApplication::clipboard()->setText(QStringLiteral("12 apples"));
+    page.screen.keys("Ctrl+A Ctrl+V");
+    EXPECT_EQ(page.screen.read("recordAmount"), "250,000") << "what stands there stays";
+    EXPECT_NE(page.screen.read("recordAmountError"), "") << "and the reason is said";
+    page.screen.fill("recordAmount", "1.2.3");
+    page.screen.find("recordNote").setFocus();
+    page.screen.waitForText("Enter an actual contribution amount greater than zero.");
+    page.screen.fill("recordAmount", "10");
+    EXPECT_FALSE(page.screen.shows("recordAmountError"));
+}
+
+TEST(CapitalView, BringsAnUnconfirmedPaymentBackLockedAfterTheSessionHasEnded)
+{
+    auto pages = capitalPages();
+    pages.add<LedgerView>(WorkspacePage::ledger); // which comes first
+    WindowUnderTest under{pages};
+    const auto enter = [&] {
+        under.server.replace("POST v1/auth/login",
+                             ServerReply::json(R"({"token":"token-1","snapshot":)" + capitalSample().json() + "}"));
+        serveBooks(under, capitalSample());
+        require(resultOf(under.store.login("m1@example.com", "secret")).has_value(), "the member signs in");
+        settle();
+    };
+    enter();
+    under.screen.keys("Ctrl+2");
+    under.screen.keys("Ctrl+Tab Ctrl+Tab");
+    under.screen.waitFor("batchesTable");
+    under.screen.press("payButton");
+    under.screen.waitForFocus("recordForm");
+    under.screen.fill("recordAmount", "1000");
+    under.server.replace("POST v1/dividends/commands", ServerReply::dropped());
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitForText("Retry original request");
+    under.server.replace("POST v1/dividends/commands", ServerReply::error(401, "unauthorized"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitFor("alertDialog");
+    under.screen.press("messageClose");
+    under.screen.waitFor("signInView");
+
+    enter();
+    under.screen.waitForFocus("recordForm");
+    EXPECT_EQ(under.screen.read("recordAmount"), "1,000");
+    EXPECT_FALSE(under.screen.offers("recordAmount")) << "what was sent is settled";
+    EXPECT_TRUE(UnconfirmedCommands::of(under.store).hasAny()) << "quitting warns of it";
+    under.server.replace("POST v1/dividends/commands", ServerReply::json("{}"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitUntilGone("recordForm");
+    const auto sent = under.server.requests("POST v1/dividends/commands");
+    ASSERT_EQ(sent.size(), 3U);
+    EXPECT_EQ(sent[1].body, sent[0].body);
+    EXPECT_EQ(sent[2].body, sent[0].body);
+    EXPECT_FALSE(UnconfirmedCommands::of(under.store).kept().has_value());
 }
 
 TEST(CapitalView, SavesTheSectionOfTheTabAsATable)

@@ -60,6 +60,13 @@ struct CapitalForms {
     static CapitalForm edited(CapitalForm form, const RecordEdit& edit, const LedgerSnapshot& snapshot,
                               std::string_view locale);
 
+    /// The keys left the amount as it stands: what keeps it from being used is said now.
+    static CapitalForm leftAmount(CapitalForm form, std::string_view locale);
+    /// What was to be pasted is not one amount; what stands there stays.
+    static CapitalForm refusedPaste(CapitalForm form, PasteRefusal refusal);
+    /// The form that sent a command of which nobody knows whether it was carried out.
+    static CapitalForm restored(const CapitalCommand& command, const LedgerSnapshot& snapshot, std::string_view locale);
+
     /// The same with typed amounts and percentages in the separators of another language.
     static CapitalForm rewritten(CapitalForm form, std::string_view fromLocale, std::string_view toLocale);
 

@@ -1,4 +1,5 @@
 #include "LedgerCore/Domain/Capital/CapitalCommands.h"
+#include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Capital/CapitalForm.h"
 
@@ -61,6 +62,18 @@ Made checked(CapitalCommands::Built built)
     return RecordDrafts::checked<CapitalCommand>(std::move(built), partOf);
 }
 
+/// What keeps the amount of a contribution from being used; a text that cannot be read keeps its own reason.
+std::optional<CapitalProblem> amountProblem(const CapitalForm& form, std::string_view locale)
+{
+    const auto text = RecordDrafts::typedFor(form.amounts, form.participantID);
+    const auto amount = Money::parse(text, form.currency, locale);
+    if (amount && *amount > 0)
+        return std::nullopt;
+    return CapitalProblem{.part = RecordPart::amount,
+                          .refusal = CapitalRefusal::amountNotPositive,
+                          .money = amount || text.empty() ? std::nullopt : std::optional{amount.error()}};
+}
+
 Made contribution(const CapitalForm& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale)
 {
     std::vector<CapitalProblem> problems;
@@ -68,18 +81,14 @@ Made contribution(const CapitalForm& form, const LedgerSnapshot& snapshot, Comma
         problems.push_back({.part = RecordPart::person, .refusal = CapitalRefusal::participantUnavailable});
     if (form.accountID.empty())
         problems.push_back({.part = RecordPart::account, .refusal = CapitalRefusal::accountUnavailable});
-    const auto text = RecordDrafts::typedFor(form.amounts, form.participantID);
-    const auto amount = Money::parse(text, form.currency, locale);
-    if (!amount || *amount < 1)
-        problems.push_back({.part = RecordPart::amount,
-                            .refusal = CapitalRefusal::amountNotPositive,
-                            .money = amount || text.empty() ? std::nullopt : std::optional{amount.error()}});
+    if (auto problem = amountProblem(form, locale))
+        problems.push_back(*std::move(problem));
     if (!problems.empty())
         return std::unexpected(std::move(problems));
     return checked(CapitalCommands::contribute(CapitalContext::of(snapshot), std::move(issue),
                                                {.participantID = form.participantID,
                                                 .currency = form.currency,
-                                                .amount = text,
+                                                .amount = RecordDrafts::typedFor(form.amounts, form.participantID),
                                                 .accountID = form.accountID,
                                                 .note = form.note,
                                                 .attachmentIDs = form.receiptIDs},
@@ -137,4 +146,46 @@ std::expected<CapitalCommand, std::vector<CapitalProblem>> CapitalForms::command
          .name = form.name,
          .memberID = form.memberID,
          .archived = form.archived}));
+}
+
+CapitalForm CapitalForms::leftAmount(CapitalForm form, std::string_view locale)
+{
+    const auto problem = amountProblem(form, locale);
+    if (!problem || RecordDrafts::typedFor(form.amounts, form.participantID).empty())
+        return form;
+    return RecordDrafts::judgedAmount(std::move(form), *problem);
+}
+
+CapitalForm CapitalForms::refusedPaste(CapitalForm form, PasteRefusal refusal)
+{
+    return RecordDrafts::judgedAmount(std::move(form), CapitalProblem{.paste = refusal});
+}
+
+CapitalForm CapitalForms::restored(const CapitalCommand& command, const LedgerSnapshot& snapshot,
+                                   std::string_view locale)
+{
+    auto form = opened({.action = command.action,
+                        .participantID = command.participantID.value_or(""),
+                        .contributionID = command.contributionID.value_or(""),
+                        .currency = command.currency.value_or("")},
+                       snapshot, command.date, locale);
+    form.participantID = command.participantID.value_or("");
+    form.currency = command.currency.value_or("");
+    form.accountID = command.accountID.value_or("");
+    form.note = command.note.value_or("");
+    form.receiptIDs = command.attachmentIDs.value_or(std::vector<std::string>{});
+    if (command.action == Action::setParticipant) {
+        form.name = command.name.value_or("");
+        form.memberID = command.memberID;
+        form.archived = command.archived.value_or(false);
+    }
+    if (command.amountMinor)
+        form.amounts[form.participantID] = Money::formatDigits(*command.amountMinor, form.currency, locale);
+    form.historicalDate = command.throughDate;
+    for (const auto& line : command.entries.value_or(std::vector<CapitalAmountLine>{}))
+        form.amounts[line.participantID] = Money::formatDigits(line.amountMinor, form.currency, locale);
+    for (const auto& line : command.ownership.value_or(std::vector<CapitalOwnershipLine>{}))
+        form.ratios[line.participantID] = BasisPoints::text(line.ownershipBps, locale);
+    form.startDate = command.date;
+    return form;
 }

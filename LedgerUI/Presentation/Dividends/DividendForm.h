@@ -92,6 +92,14 @@ struct DividendForms {
     static DividendForm edited(DividendForm form, const RecordEdit& edit, const LedgerSnapshot& snapshot,
                                std::string_view locale);
 
+    /// The keys left the amount as it stands: what keeps it from being used is said now.
+    static DividendForm leftAmount(DividendForm form, std::string_view locale);
+    /// What was to be pasted is not one amount; what stands there stays.
+    static DividendForm refusedPaste(DividendForm form, PasteRefusal refusal);
+    /// The form that sent a command of which nobody knows whether it was carried out.
+    static DividendForm restored(const DividendCommand& command, const LedgerSnapshot& snapshot,
+                                 std::string_view locale);
+
     /// The same with typed amounts and percentages in the separators of another language.
     static DividendForm rewritten(DividendForm form, std::string_view fromLocale, std::string_view toLocale);
 

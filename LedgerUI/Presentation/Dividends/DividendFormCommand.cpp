@@ -1,4 +1,5 @@
 #include "LedgerCore/Domain/Dividends/DividendCommands.h"
+#include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Dividends/DividendForm.h"
 
@@ -145,4 +146,65 @@ std::expected<DividendCommand, std::vector<DividendProblem>> DividendForms::comm
                                                   .attachmentIDs = form.receiptIDs},
                                                  locale));
     return settled(form, snapshot, std::move(issue), locale);
+}
+
+DividendForm DividendForms::leftAmount(DividendForm form, std::string_view locale)
+{
+    const auto amount = Money::parse(form.amount, form.currency, locale);
+    if (form.amount.empty() || (amount && *amount > 0))
+        return form;
+    return RecordDrafts::judgedAmount(std::move(form),
+                                      amount ? DividendProblem{.refusal = DividendRefusal::amountNotPositive}
+                                             : DividendProblem{.money = amount.error()});
+}
+
+DividendForm DividendForms::refusedPaste(DividendForm form, PasteRefusal refusal)
+{
+    return RecordDrafts::judgedAmount(std::move(form), DividendProblem{.paste = refusal});
+}
+
+DividendForm DividendForms::restored(const DividendCommand& command, const LedgerSnapshot& snapshot,
+                                     std::string_view locale)
+{
+    const auto text = [](const std::optional<std::string>& value) { return value.value_or(""); };
+    auto currency = text(command.currency);
+    static const DividendState none;
+    const auto& state = snapshot.dividends ? *snapshot.dividends : none;
+    if (const auto* batch = RecordDrafts::find(state.batches, text(command.batchID)); batch && currency.empty())
+        currency = batch->currency;
+    if (const auto* advance = RecordDrafts::find(state.movements, text(command.advanceID)); advance && currency.empty())
+        currency = advance->currency;
+    auto form = opened({.action = command.action,
+                        .participantID = text(command.participantID),
+                        .batchID = text(command.batchID),
+                        .advanceID = text(command.advanceID),
+                        .movementID = text(command.movementID),
+                        .currency = currency},
+                       snapshot, locale);
+    // What may have been carried out already is shown as it was sent, also where it could not be sent anew.
+    if (command.participantID)
+        form.participantID = *command.participantID;
+    form.batchID = text(command.batchID);
+    form.advanceID = text(command.advanceID);
+    form.accountID = text(command.accountID);
+    form.note = text(command.note);
+    form.period = text(command.period);
+    form.receiptIDs = command.attachmentIDs.value_or(std::vector<std::string>{});
+    form.amount = command.amountMinor ? Money::formatDigits(*command.amountMinor, currency, locale) : std::string{};
+    if (command.action == Action::setParticipant) {
+        form.name = text(command.name);
+        form.memberID = command.memberID;
+        form.archived = command.archived.value_or(false);
+        form.ratio = BasisPoints::text(command.ratioBps.value_or(0), locale);
+    }
+    if (!command.shares)
+        return form;
+    form.leftOut.clear();
+    for (const auto& person : form.captured.participants)
+        form.leftOut.insert(person.id);
+    for (const auto& share : *command.shares) {
+        form.ratios[share.participantID] = BasisPoints::text(share.ratioBps, locale);
+        form.leftOut.erase(share.participantID);
+    }
+    return form;
 }

@@ -34,6 +34,10 @@ RecordField batchField(const Ground& ground)
         choices.push_back(
             {batch->id, ground.word("batch.choice", {qString(batch->period), ground.money(unpaid, batch->currency)})});
     }
+    // A command that was sent may have settled what it names.
+    const auto* chosen = RecordDrafts::find(ground.form.captured.batches, ground.form.batchID);
+    if (chosen && !RecordDrafts::find(choices, chosen->id))
+        choices.push_back({chosen->id, qString(chosen->period)});
     return Parts::choice(RecordPart::batch, ground.word("batch"), std::move(choices), ground.form.batchID,
                          ground.word("batch.choose"));
 }
@@ -47,6 +51,9 @@ RecordField advanceField(const Ground& ground)
         choices.push_back(
             {each->id, ground.word("advance.choice", {ground.day(each->date), ground.money(left, each->currency)})});
     }
+    const auto* chosen = RecordDrafts::find(ground.form.captured.movements, ground.form.advanceID);
+    if (chosen && !RecordDrafts::find(choices, chosen->id))
+        choices.push_back({chosen->id, ground.day(chosen->date)});
     return Parts::choice(RecordPart::advance, ground.word("advance"), std::move(choices), ground.form.advanceID,
                          ground.word("advance.choose"));
 }

@@ -4,6 +4,7 @@
 
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Entry/EntryLabels.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
 #include "LedgerUI/Presentation/Records/RecordFormParts.h"
 #include "LedgerUI/Presentation/Text/Words.h"
@@ -16,6 +17,8 @@ QString RecordProblem<Refusal>::message(std::string_view locale) const
         sentences << refusalText(*refusal, locale);
     if (money)
         sentences << qString(friendlyMessage(*money, locale));
+    if (paste)
+        sentences << EntryLabels::refusedPaste(*paste, locale);
     if (sentences.isEmpty() && part == RecordPart::account)
         sentences << RecordFormParts::word("account.choose", locale);
     return sentences.join(QLatin1Char{' '});

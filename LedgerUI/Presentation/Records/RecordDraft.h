@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Money/MoneyError.h"
+#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
 #include "LedgerUI/Presentation/Records/RecordForm.h"
 
 /// What a person typed for each of several people, by the person.
@@ -26,6 +27,7 @@ struct RecordProblem {
     std::string personID = {};
     std::optional<Refusal> refusal = {};
     std::optional<MoneyError> money = {};
+    std::optional<PasteRefusal> paste = {}; // what was to be pasted is not an amount
 
     bool operator==(const RecordProblem&) const = default;
     [[nodiscard]] QString message(std::string_view locale) const;
@@ -137,6 +139,16 @@ bool take(Form& form, const RecordEdit& edit)
     default:
         return false;
     }
+}
+
+/// What is wrong with the amount is said instead of what was said of it before.
+template <class Form, class Problem>
+Form judgedAmount(Form form, Problem problem)
+{
+    std::erase_if(form.problems, [](const auto& each) { return each.part == RecordPart::amount; });
+    problem.part = RecordPart::amount;
+    form.problems.push_back(std::move(problem));
+    return form;
 }
 
 /// Whether a person changed anything; that newer records came is no change of theirs.

@@ -1,9 +1,12 @@
 #include "LedgerUI/Screens/Capital/CapitalPageActions.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QDialog>
 #include <QWidget>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Client/Store/UnconfirmedCommands.h"
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
@@ -53,10 +56,25 @@ void CapitalPageActions::present(const CapitalFocus& focus)
     m_actions->present(exportActions(focus));
 }
 
-template <class Form, class Route>
-void CapitalPageActions::open(const Route& route)
+void CapitalPageActions::offerUnconfirmed()
 {
-    auto* form = new Form(m_store, route, m_page.window());
+    if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        connect(modal, &QDialog::finished, this, &CapitalPageActions::offerUnconfirmed, Qt::QueuedConnection);
+        return;
+    }
+    const auto kept = UnconfirmedCommands::of(m_store).kept();
+    if (!kept)
+        return;
+    if (const auto* capital = std::get_if<CapitalCommand>(&*kept))
+        open<CapitalActionForm>(*capital);
+    else
+        open<DividendActionForm>(std::get<DividendCommand>(*kept));
+}
+
+template <class Form, class Opening>
+void CapitalPageActions::open(const Opening& opening)
+{
+    auto* form = new Form(m_store, opening, m_page.window());
     form->whenDone([this](const RecordOutcome& outcome) { finish(outcome); });
     form->open();
 }

@@ -31,6 +31,8 @@ public:
     CapitalPageActions(LedgerStore& store, QWidget& page);
 
     void present(const CapitalFocus& focus);
+    /// Brings a command back whose outcome is unknown, locked, before it can be typed a second time.
+    void offerUnconfirmed();
     [[nodiscard]] QAction* operator[](const char* id) const;
 
 Q_SIGNALS:
@@ -43,8 +45,8 @@ private:
     [[nodiscard]] std::vector<Action> chosenActions(const CapitalFocus& focus);
     [[nodiscard]] std::vector<Action> exportActions(const CapitalFocus& focus);
     [[nodiscard]] Action act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const;
-    template <class Form, class Route>
-    void open(const Route& route);
+    template <class Form, class Opening>
+    void open(const Opening& opening);
     void finish(const RecordOutcome& outcome);
 
     LedgerStore& m_store;

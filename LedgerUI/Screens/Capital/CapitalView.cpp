@@ -75,6 +75,7 @@ CapitalView::CapitalView(LedgerStore& store, QWidget* parent) : PageView{parent}
     buildLayout();
     bind();
     adoptSnapshot();
+    QMetaObject::invokeMethod(m_actions, &CapitalPageActions::offerUnconfirmed, Qt::QueuedConnection);
 }
 
 void CapitalView::buildLayout()

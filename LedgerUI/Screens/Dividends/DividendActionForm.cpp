@@ -41,7 +41,18 @@ bool DividendSection::takesReceipts(const Route& route)
 DividendActionForm::DividendActionForm(LedgerStore& store, const DividendRoute& route, QWidget* parent)
     : RecordActionForm{store, route, parent}
 {
-    if (route.action != DividendAction::allocate)
+    addRatioActions();
+}
+
+DividendActionForm::DividendActionForm(LedgerStore& store, const DividendCommand& unconfirmed, QWidget* parent)
+    : RecordActionForm{store, unconfirmed, parent}
+{
+    addRatioActions();
+}
+
+void DividendActionForm::addRatioActions()
+{
+    if (form().route.action != DividendAction::allocate)
         return;
     const auto add = [this](const char* name) {
         auto* button = new QPushButton;
@@ -75,7 +86,8 @@ void DividendActionForm::present()
 /// A change of its own: it alters the default rule, whose ratios then stand in this form.
 void DividendActionForm::fillFromOwnership()
 {
-    auto* form = new DividendActionForm(store(), {.action = std::string{DividendAction::fillFromOwnership}}, this);
+    auto* form =
+        new DividendActionForm(store(), DividendRoute{.action = std::string{DividendAction::fillFromOwnership}}, this);
     form->whenDone([this](const RecordOutcome& /*outcome*/) {
         takeSnapshot();
         adoptForm(DividendForms::withDefaultRatios(this->form(), *snapshot(), locale()));

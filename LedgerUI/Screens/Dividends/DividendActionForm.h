@@ -25,8 +25,10 @@ struct DividendSection : DividendForms {
 class DividendActionForm final : public RecordActionForm<DividendSection> {
 public:
     DividendActionForm(LedgerStore& store, const DividendRoute& route, QWidget* parent);
+    DividendActionForm(LedgerStore& store, const DividendCommand& unconfirmed, QWidget* parent);
 
 private:
+    void addRatioActions();
     void present() override;
     void fillFromOwnership();
 

@@ -7,6 +7,7 @@
 #include <QPushButton>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Client/Store/UnconfirmedCommands.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
@@ -34,9 +35,29 @@ public:
     using Command = typename Section::Command;
 
     RecordActionForm(LedgerStore& store, const typename Section::Route& route, QWidget* parent)
-        : CommandForm{store, parent}, m_initial{Section::opened(route, *snapshot(), store.today(), locale())},
-          m_submission{m_initial}
+        : RecordActionForm{store,
+                           Sending{Section::opened(route, *store.snapshot(), store.today(), InterfaceLanguage::tag())},
+                           parent}
     {
+    }
+
+    /// For a command of an earlier form of which nobody knows whether it was carried out: locked, to be sent again.
+    RecordActionForm(LedgerStore& store, const Command& unconfirmed, QWidget* parent)
+        : RecordActionForm{
+              store,
+              Sending::uncertain(Section::restored(unconfirmed, *store.snapshot(), InterfaceLanguage::tag()),
+                                 unconfirmed),
+              parent}
+    {
+    }
+
+private:
+    using Sending = Submission<Form, Command>;
+
+    RecordActionForm(LedgerStore& store, Sending submission, QWidget* parent)
+        : CommandForm{store, parent}, m_initial{submission.form()}, m_submission{std::move(submission)}
+    {
+        const auto& route = m_initial.route;
         setObjectName(QStringLiteral("recordForm"));
         confirmButton().setObjectName(QStringLiteral("recordConfirm"));
         cancelButton().setObjectName(QStringLiteral("recordCancel"));
@@ -53,10 +74,18 @@ public:
             bindReceipts();
         connect(m_body, &RecordFormBody::edited, this, [this](const RecordEdit& edit) { take(edit); });
         connect(m_reload, &QPushButton::clicked, this, [this] { reload(); });
+        connect(m_body, &RecordFormBody::amountLeft, this, [this] { judge(Section::leftAmount(form(), locale())); });
+        connect(m_body, &RecordFormBody::pasteRefused, this,
+                [this](PasteRefusal refusal) { judge(Section::refusedPaste(form(), refusal)); });
         connect(this, &FormDialog::confirmed, this, [this] { submit(); });
+        connect(this, &FormDialog::givenUp, this, [this] {
+            if (m_submission.isUncertain())
+                UnconfirmedCommands::of(this->store()).forget();
+        });
         present();
     }
 
+public:
     /// Called once the command is accepted and the form has closed.
     void whenDone(std::function<void(const RecordOutcome& outcome)> done) { m_done = std::move(done); }
 
@@ -129,7 +158,7 @@ private:
 
     void bindReceipts()
     {
-        m_receipts = new RecordReceipts(store(), *this);
+        m_receipts = new RecordReceipts(store(), *this, form().receiptIDs);
         setAside(m_receipts->pane(), RecordReceipts::width);
         connect(m_receipts, &RecordReceipts::changed, this, [this] {
             auto now = form();
@@ -162,6 +191,15 @@ private:
         if (m_receipts)
             m_receipts->stopWaiting();
         adoptForm(Section::edited(form(), edit, *snapshot(), locale()));
+    }
+
+    /// Says of the amount what is wrong with it, beside whatever else stands in the form.
+    void judge(Form judged)
+    {
+        if (!m_submission.isEditing() || judged == form())
+            return;
+        m_submission.adopt(std::move(judged));
+        present();
     }
 
     void noteChanges()
@@ -236,7 +274,9 @@ private:
         // With the session the form closes, and what ended it is told elsewhere.
         if (!m_submission.isSaving() || !store().snapshot())
             return;
+        auto& unconfirmed = UnconfirmedCommands::of(store());
         if (reply) {
+            unconfirmed.forget();
             m_submission.succeed();
             leave();
             if (m_done)
@@ -244,6 +284,10 @@ private:
             return;
         }
         m_submission.fail(reply.error());
+        if (m_submission.isUncertain())
+            unconfirmed.keep(*m_submission.command());
+        else
+            unconfirmed.forget();
         takeSnapshot();
         if (Section::isConflict(reply.error()) && m_submission.isEditing()) {
             auto changed = form();
@@ -265,7 +309,7 @@ private:
     }
 
     Form m_initial;
-    Submission<Form, Command> m_submission;
+    Sending m_submission;
     std::function<void(const RecordOutcome&)> m_done;
     RecordFormBody* m_body = nullptr;
     TextLabel* m_foot = nullptr;

@@ -154,6 +154,8 @@ RecordFormBody::Place RecordFormBody::make(const RecordField& field)
         setStyleProperty(edit, "extent", QString{});
         edit->setFont(TypeScale::font(TypeStep::body));
         connect(edit, &AmountEdit::amountEdited, this, say);
+        connect(edit, &AmountEdit::left, this, &RecordFormBody::amountLeft);
+        connect(edit, &AmountEdit::pasteRefused, this, &RecordFormBody::pasteRefused);
         control = edit;
     } else if (field.kind == Kind::choice) {
         auto* box = new QComboBox;

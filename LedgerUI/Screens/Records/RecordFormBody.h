@@ -5,6 +5,7 @@
 
 #include <QWidget>
 
+#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
 #include "LedgerUI/Presentation/Records/RecordForm.h"
 
 class FormField;
@@ -34,6 +35,10 @@ public:
 
 Q_SIGNALS:
     void edited(const RecordEdit& edit);
+    /// The keys left the amount.
+    void amountLeft();
+    /// What was to be pasted into the amount is not one.
+    void pasteRefused(PasteRefusal refusal);
 
 private:
     struct Place {

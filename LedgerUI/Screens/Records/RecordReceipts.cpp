@@ -6,9 +6,10 @@
 #include "LedgerUI/Screens/Receipts/ReceiptInput.h"
 #include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
 
-RecordReceipts::RecordReceipts(LedgerStore& store, QWidget& form)
+RecordReceipts::RecordReceipts(LedgerStore& store, QWidget& form, const std::vector<std::string>& uploaded)
     : QObject{&form}, m_uploads{new ReceiptUploads(store, 0, this)}, m_pane{new ReceiptsPane(*m_uploads, &form)}
 {
+    m_uploads->adopt(uploaded);
     auto* input = new ReceiptInput(form);
     connect(input, &ReceiptInput::given, m_pane, &ReceiptsPane::addFiles);
     connect(m_uploads, &ReceiptUploads::changed, this, &RecordReceipts::changed);

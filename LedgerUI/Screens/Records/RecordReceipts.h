@@ -16,7 +16,8 @@ class QWidget;
 class RecordReceipts final : public QObject {
     Q_OBJECT
 public:
-    RecordReceipts(LedgerStore& store, QWidget& form);
+    /// `uploaded` are those of an earlier form.
+    RecordReceipts(LedgerStore& store, QWidget& form, const std::vector<std::string>& uploaded);
 
     static constexpr int width = 332;
     [[nodiscard]] QWidget* pane() const;

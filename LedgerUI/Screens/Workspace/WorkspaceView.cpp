@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Client/Store/UnconfirmedCommands.h"
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/BusyBar.h"
 #include "LedgerUI/Components/Page/StatusBar.h"
@@ -195,9 +196,11 @@ void WorkspaceView::openFirstPage()
     if (currentPage() || m_pages.empty())
         return;
     const bool isUntouched = !focusWidget() || focusWidget() == m_sideBar->focusTarget();
-    // An entry whose outcome is open comes back on the ledger's page, before it can be typed a second time.
-    const bool isInLedger = m_store.keptEntry() && std::ranges::find(m_pages, WorkspacePage::ledger) != m_pages.end();
-    open(isInLedger ? WorkspacePage::ledger : m_pages.front());
+    // What is not known to be recorded comes back on its page, before it can be typed a second time.
+    const auto has = [this](WorkspacePage page) { return std::ranges::find(m_pages, page) != m_pages.end(); };
+    const bool isInLedger = m_store.keptEntry() && has(WorkspacePage::ledger);
+    const bool isInCapital = UnconfirmedCommands::of(m_store).kept() && has(WorkspacePage::dividends);
+    open(isInLedger ? WorkspacePage::ledger : isInCapital ? WorkspacePage::dividends : m_pages.front());
     if (isVisible() && isUntouched)
         focusStart();
 }
