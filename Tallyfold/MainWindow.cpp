@@ -93,11 +93,11 @@ void MainWindow::closeEvent(QCloseEvent* event)
     event->ignore();
     if (isAsking() || !closesForms())
         return;
-    const auto warning = quitWarning(
-        {.awaitsChange = m_store.awaitsChange(),
-         .hasUnconfirmedEntry = m_store.hasUnconfirmedEntry() || UnconfirmedCommands::of(m_store).hasAny(),
-         .hasUnsavedChanges = UnsavedChanges::count(*this) > 0},
-        InterfaceLanguage::tag());
+    const auto warning =
+        quitWarning({.awaitsChange = m_store.awaitsChange(),
+                     .hasUnconfirmedEntry = m_store.hasUnconfirmedEntry() || UnconfirmedCommands::of(m_store).hasAny(),
+                     .hasUnsavedChanges = UnsavedChanges::count(*this) > 0},
+                    InterfaceLanguage::tag());
     if (!warning) {
         QMainWindow::closeEvent(event);
         event->accept();

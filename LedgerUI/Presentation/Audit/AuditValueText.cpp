@@ -12,7 +12,7 @@
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Audit/AuditWords.h"
-#include "LedgerUI/Presentation/Capital/RecordText.h"
+#include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Company/AccessWords.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
