@@ -144,7 +144,7 @@ TEST(ReceiptShare, SavesADocumentThatReadsTheSameInEveryLanguage)
         const char* language;
         std::array<const char*, 4> words;
     };
-    const std::array cases{Said{"简体中文", {"电子凭证", "支出", "付款账户", "并非税务发票"}},
+    const std::array cases{Said{"简体中文", {"电子票据", "支出", "付款账户", "并非税务发票"}},
                            Said{"Bahasa Indonesia", {"Bukti digital", "Pengeluaran", "Rekening", "Bukan faktur pajak"}},
                            Said{"Tiếng Việt", {"Biên nhận điện tử", "Chi", "Tài khoản chi", "Không phải hóa"}},
                            Said{"English", {"Digital receipt", "Expense", "Payment account", "Not a tax"}}};

@@ -75,7 +75,7 @@ const WordTable& receiptWords()
         {"share.account", "显示账户名称", "Tampilkan nama rekening", "Hiện tên tài khoản", "Show account name"},
         {"share.note", "显示备注", "Tampilkan keterangan", "Hiện ghi chú", "Show note"},
         {"share.recorder", "显示记录人", "Tampilkan pencatat", "Hiện người ghi", "Show who recorded it"},
-        {"share.language", "凭证语言", "Bahasa bukti", "Ngôn ngữ biên nhận", "Language of the receipt"},
+        {"share.language", "票据语言", "Bahasa bukti", "Ngôn ngữ biên nhận", "Language of the receipt"},
         {"share.format", "文件格式", "Format berkas", "Định dạng tệp", "File format"},
         {"share.pictures", "PNG 图片", "Gambar PNG", "Hình PNG", "PNG images"},
         {"share.copy", "复制图片", "Salin gambar", "Sao chép hình", "Copy image"},

@@ -49,7 +49,7 @@ TEST(DigitalReceipt, SaysWhatTheEntryIsInEveryLanguage)
         const char* foot;
     };
     const std::array cases{
-        Said{"zh-CN", "电子凭证", "支出", "IDR −4,385,200",
+        Said{"zh-CN", "电子票据", "支出", "IDR −4,385,200",
              "记账日期=2026年11月2日 | 付款账户=Operating bank | 备注=Listrik kantor | 记录人=Mira Owner",
              "根据公司账本于 2026年11月20日 生成。并非税务发票。"},
         Said{"id-ID", "Bukti digital", "Pengeluaran", "IDR −4.385.200",
