@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QDirIterator>
+#include <QFile>
 #include <QImage>
 #include <QPalette>
 #include <QRegularExpression>
@@ -165,9 +167,24 @@ TEST(Theme, AnnouncesAChangeWhenTheApplicationIsDressedAnew)
     QObject::disconnect(counting);
 }
 
-TEST(Icons, ExistForEveryWayToSignIn)
+TEST(Icons, ExistByEveryNameThatIsAskedFor)
 {
     for (const auto& mode : signInModes)
         EXPECT_TRUE(Icon::exists(qString(mode.glyph))) << mode.glyph;
     EXPECT_FALSE(Icon::exists(QStringLiteral("no-such-glyph")));
+    static const QRegularExpression asked{QString::fromLatin1(
+        R"re((?:setGlyph\(|\.glyph = |Icon::of\(|IconButton\()\s*QStringLiteral\("([a-z0-9-]+)"\))re")};
+    QDirIterator sources{
+        QStringLiteral(TALLYFOLD_UI_SOURCES), {QStringLiteral("*.cpp")}, QDir::Files, QDirIterator::Subdirectories};
+    int names = 0;
+    while (sources.hasNext()) {
+        QFile source{sources.next()};
+        ASSERT_TRUE(source.open(QIODevice::ReadOnly));
+        const auto text = QString::fromUtf8(source.readAll());
+        for (auto each = asked.globalMatch(text); each.hasNext(); ++names) {
+            const auto name = each.next().captured(1);
+            EXPECT_TRUE(Icon::exists(name)) << name.toStdString() << " in " << source.fileName().toStdString();
+        }
+    }
+    EXPECT_GT(names, 50) << "the calls are no longer recognised";
 }

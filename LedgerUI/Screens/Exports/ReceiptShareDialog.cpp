@@ -133,7 +133,7 @@ void ReceiptShareDialog::buildFoot()
     setFootPart(foot);
     m_copy = new QPushButton(this);
     m_copy->setObjectName(QStringLiteral("shareCopy"));
-    m_copy->setIcon(Icon::of(QStringLiteral("copy"), Token::text));
+    m_copy->setIcon(Icon::of(QStringLiteral("files"), Token::text));
     m_copy->setIconSize({Space::iconBeforeText, Space::icon});
     setSecondary(m_copy);
 }

@@ -164,7 +164,7 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
          .run = [reverse = chosen.reverseSeveral, ids = idsOf(chosen)] { reverse(ids); }},
         {.id = QStringLiteral("duplicate"),
          .text = word(ledgerWords(), "action.duplicate"),
-         .glyph = QStringLiteral("copy"),
+         .glyph = QStringLiteral("files"),
          .whyNot = busy,
          .isOffered = isOne && mayRepeat(chosen.book->transaction(at), chosen.book->snapshot()),
          .run = [duplicate = chosen.duplicate, id] { duplicate(id); }},
