@@ -104,6 +104,25 @@ SnapshotBuilder ledgerOfManyCategories()
     return books;
 }
 
+TEST(LedgerView, CutsNoAmountBesideTheDetailHoweverWideTheWindow)
+{
+    OpenedLedger page;
+    page.under.store.setAppLanguage("vi-VN");
+    page.view->findChild<LedgerBrowser*>()->setFilter({});
+    settle();
+    auto* table = page.find<LedgerTable>("ledgerTable");
+    for (const int width : {1004, 1040, 1100, 1160, 1300}) {
+        page.window.resize(width, 640);
+        settle();
+        table->chooseAll({"e1"});
+        settle();
+        const auto column = LedgerTableModel::amount;
+        EXPECT_LE(table->columnViewportPosition(column) + table->columnWidth(column), table->viewport()->width())
+            << width;
+        EXPECT_EQ(auditLabels(*page.find<QWidget>("totalsStrip")), std::vector<std::string>{}) << width;
+    }
+}
+
 TEST(LedgerView, ListsTheChoicesOfAFilterInsideTheWindowAndChoosesNoneByOpeningThem)
 {
     OpenedLedger page{ledgerOfManyCategories(), smallest};

@@ -23,6 +23,7 @@ namespace {
 constexpr int accountWidth = 182;
 constexpr int accountWidthWide = 236;
 constexpr int accountWidthBesideBalances = 124;
+constexpr int accountWidthAtLeast = 84;
 constexpr int memberWidth = 124;
 constexpr int entryOnOneLine = 320;
 constexpr int entryMinimum = 120;
@@ -244,14 +245,17 @@ void LedgerTable::layOut()
     const bool isWide = room >= Space::oneLineFrom && room - dates - members - accountsWide - amounts >= entryOnOneLine;
     setDensity(isWide ? RowDelegate::Density::oneLine : RowDelegate::Density::twoLines);
     const bool hasMembers = isWanted(LedgerTableModel::member, isWide);
-    const bool hasAccounts = isWanted(LedgerTableModel::account, true);
     setColumnHidden(LedgerTableModel::member, !hasMembers);
-    setColumnHidden(LedgerTableModel::account, !hasAccounts);
     if (m_model->hasBalances())
         setColumnHidden(LedgerTableModel::balance, !hasBalances);
     // Beside balances every row is of the one account: its name gives way to the entry.
     const int accountsUsual = isWide ? accountsWide : hasBalances ? accountWidthBesideBalances : accountWidth;
-    const int accounts = hasAccounts ? chosenWidth(LedgerTableModel::account, accountsUsual) : 0;
+    // And names give way to amounts, of which nothing may be cut.
+    const int rest = room - dates - (hasMembers ? members : 0) - amounts - entryMinimum;
+    const bool hasAccounts = isWanted(LedgerTableModel::account, rest >= accountWidthAtLeast);
+    const int accountsNow = std::clamp(rest, accountWidthAtLeast, accountsUsual);
+    const int accounts = hasAccounts ? chosenWidth(LedgerTableModel::account, accountsNow) : 0;
+    setColumnHidden(LedgerTableModel::account, !hasAccounts);
     setColumnWidth(LedgerTableModel::date, dates);
     if (hasAccounts)
         setColumnWidth(LedgerTableModel::account, accounts);
