@@ -395,6 +395,9 @@ TEST(CapitalView, SavesTheSectionOfTheTabAsATable)
     EXPECT_FALSE(page.screen.shows("exportDividendsButton"));
     page.activate();
     page.openDividends();
+    EXPECT_EQ(page.screen.find("exportDividendsButton").toolTip().section(QLatin1Char{'\n'}, 1),
+              QStringLiteral("Export the dividend ledger in each original currency, excluding private documents and "
+                             "account details."));
     EXPECT_EQ(save("exportDividendsButton", "tallyfold-dividends-2026-11-20.csv"),
               DividendCSV::render(*sample.books().dividends, "en-US"));
 }

@@ -23,7 +23,9 @@ void ActionSet::present(std::vector<Action> actions)
         auto& shown = *known.shown;
         known.run = std::move(each.run);
         shown.setText(each.text);
-        shown.setToolTip(each.whyNot.isEmpty() ? namedWithKeys(each.text, each.keys) : each.whyNot);
+        const auto named = namedWithKeys(each.text, each.keys);
+        const auto told = each.hint.isEmpty() ? named : named + QLatin1Char{'\n'} + each.hint;
+        shown.setToolTip(each.whyNot.isEmpty() ? told : each.whyNot);
         if (!each.glyph.isEmpty())
             shown.setIcon(Icon::of(each.glyph, each.ink));
         if (shown.shortcuts() != each.keys)

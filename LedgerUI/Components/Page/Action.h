@@ -23,6 +23,7 @@ struct Action {
     QString glyph = {};
     ThemeColor ink = Token::text2;
     QList<QKeySequence> keys = {};
+    QString hint = {};             // what the name does not say; stands below it in the tool tip
     QString whyNot = {};           // in words, while it cannot be done; empty when it can
     bool isOffered = true;         // else it is nowhere to be seen
     std::optional<bool> isOn = {}; // for one of several that exclude each other, or for a switch

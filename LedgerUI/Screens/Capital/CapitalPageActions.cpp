@@ -195,6 +195,7 @@ std::vector<Action> CapitalPageActions::exportActions(const CapitalFocus& focus)
         act("exportCapital", {}, isCapital && m_store.canExportCapital(), [this] { m_export->saveCapital(); });
     auto dividends = act("exportDividends", {}, !isCapital && MemberRights::canExportDividends(member),
                          [this] { m_export->saveDividends(); });
+    dividends.hint = word(capitalWords(), "action.exportDividends.hint");
     for (auto* each : {&capital, &dividends}) {
         each->glyph = QStringLiteral("box-arrow-up");
         if (each->isOffered) // two actions must not share their keys
