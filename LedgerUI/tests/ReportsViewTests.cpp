@@ -8,6 +8,7 @@
 #include "LedgerUI/Presentation/Reports/ReportGridModel.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
+#include "LedgerUI/Screens/Summary/SummaryView.h"
 #include "LedgerUI/testing/ReportSample.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
@@ -216,4 +217,14 @@ TEST_F(Reports, LendAHandWhereItIsWanted)
     EXPECT_TRUE(screen.says("Kas kecil – Rizky"));
     screen.keys("Esc");
     screen.waitUntilGone("transactionForm");
+}
+
+TEST(SummaryPage, NamesNoCurrencyBeforeThereIsAnAccount)
+{
+    PageRegistry pages;
+    pages.add<SummaryView>(WorkspacePage::summary);
+    WindowUnderTest under{pages};
+    under.signIn(SnapshotBuilder{}.currentMember(SnapshotBuilder::person("m1", "Rizky Pratama")));
+    under.screen.waitForText("Expense by category");
+    EXPECT_FALSE(under.screen.says("Expense by category,"));
 }

@@ -165,7 +165,9 @@ void SummaryView::present(const ReportSheet* sheet)
 
 void SummaryView::presentNotes(const ReportSheet& sheet)
 {
-    m_expensesTitle->setText(word(reportWords(), "summary.expenses", {sheet.query.currency}));
+    const auto& currency = sheet.query.currency; // none before there is an account
+    m_expensesTitle->setText(currency.empty() ? text("table.expenseCategories")
+                                              : word(reportWords(), "summary.expenses", {currency}));
     m_expenses->setAccessibleName(m_expensesTitle->text());
     m_latestNone->setText(text("latest.none"));
     m_latestNone->setVisible(sheet.own.latest.rows.empty());
