@@ -218,8 +218,8 @@ CapitalContext CapitalContext::of(const LedgerSnapshot& snapshot, std::string_vi
     const auto contribution = std::ranges::find(context.state.contributions, contributionID, &CapitalContribution::id);
     if (contribution == context.state.contributions.end())
         return context;
-    const auto entry = std::ranges::find(snapshot.transactions, contribution->transactionID, &LedgerTransaction::id);
-    if (entry != snapshot.transactions.end() && !entry->legs.empty())
+    const auto* entry = snapshot.entry(contribution->transactionID);
+    if (entry && !entry->legs.empty())
         context.contributionAccountID = entry->legs.front().accountID;
     return context;
 }

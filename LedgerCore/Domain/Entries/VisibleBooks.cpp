@@ -162,15 +162,13 @@ const LedgerTransaction* VisibleBooks::entry(std::string_view id) const
 {
     auto& few = m_gathered->fewEntries;
     auto& all = m_gathered->entries;
-    const auto& transactions = m_gathered->snapshot.transactions;
     if (const auto known = few.find(id); known != few.end())
         return known->second;
     if (!all && few.size() == foundByLooking)
-        all = indexed(transactions);
+        all = indexed(m_gathered->snapshot.transactions);
     if (all)
         return find(*all, id);
-    const auto found = std::ranges::find(transactions, id, &LedgerTransaction::id);
-    return few.emplace(id, found == transactions.end() ? nullptr : &*found).first->second;
+    return few.emplace(id, m_gathered->snapshot.entry(id)).first->second;
 }
 
 std::int64_t VisibleBooks::refundedMinor(std::string_view incomeID, std::string_view currency) const

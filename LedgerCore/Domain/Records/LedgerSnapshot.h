@@ -52,6 +52,8 @@ struct LedgerSnapshot {
 
     /// The account of this id, or null.
     [[nodiscard]] const Account* account(std::string_view id) const;
+    /// The entry of this id, or null. Looks through all of them: whoever asks for many makes an index.
+    [[nodiscard]] const LedgerTransaction* entry(std::string_view id) const;
 };
 BOOST_DESCRIBE_STRUCT(LedgerSnapshot, (),
                       (company, currentMember, members, accounts, categories, transactions, attachments,

@@ -11,8 +11,8 @@
 
 QString EntryText::brief(std::string_view entryID, const LedgerSnapshot& snapshot, std::string_view locale)
 {
-    const auto entry = std::ranges::find(snapshot.transactions, entryID, &LedgerTransaction::id);
-    if (entry == snapshot.transactions.end())
+    const auto* entry = snapshot.entry(entryID);
+    if (!entry)
         return {};
     const LedgerNames names{snapshot, std::string{locale}};
     QStringList parts{DayText::shortDate(entry->date, locale), qString(names.kind(*entry))};

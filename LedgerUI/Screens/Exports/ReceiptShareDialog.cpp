@@ -1,7 +1,5 @@
 #include "LedgerUI/Screens/Exports/ReceiptShareDialog.h"
 
-#include <algorithm>
-
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
@@ -53,16 +51,10 @@ QStringList families()
     return TypeScale::font(TypeStep::body).families();
 }
 
-const LedgerTransaction* entryIn(const SnapshotPointer& snapshot, const std::string& id)
-{
-    const auto found = std::ranges::find(snapshot->transactions, id, &LedgerTransaction::id);
-    return found == snapshot->transactions.end() ? nullptr : &*found;
-}
-
 }
 
 ReceiptShareDialog::ReceiptShareDialog(LedgerStore& store, const std::string& entryID, QWidget* parent)
-    : CommandForm{store, parent}, m_entry{*entryIn(snapshot(), entryID)}, m_choice{.locale = locale()}
+    : CommandForm{store, parent}, m_entry{*snapshot()->entry(entryID)}, m_choice{.locale = locale()}
 {
     setObjectName(QStringLiteral("receiptShare"));
     confirmButton().setObjectName(QStringLiteral("shareSave"));
@@ -195,7 +187,7 @@ void ReceiptShareDialog::presentReceipt()
 void ReceiptShareDialog::adoptSnapshot()
 {
     takeSnapshot();
-    const auto* entry = entryIn(snapshot(), m_entry.id);
+    const auto* entry = snapshot()->entry(m_entry.id);
     if (!entry)
         return leave();
     m_entry = *entry;

@@ -32,10 +32,7 @@ namespace {
 /// Looked up in the snapshot itself: a large ledger that has just come is not ready to be searched yet.
 const LedgerTransaction* entryOf(const SnapshotPointer& snapshot, const std::string& id)
 {
-    if (!snapshot)
-        return nullptr;
-    const auto found = std::ranges::find(snapshot->transactions, id, &LedgerTransaction::id);
-    return found == snapshot->transactions.end() ? nullptr : &*found;
+    return snapshot ? snapshot->entry(id) : nullptr;
 }
 
 }

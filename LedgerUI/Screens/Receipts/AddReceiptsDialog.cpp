@@ -26,8 +26,8 @@ constexpr int paneHeight = 400;
 
 std::size_t receiptsOn(const LedgerSnapshot& snapshot, const std::string& entryID)
 {
-    const auto found = std::ranges::find(snapshot.transactions, entryID, &LedgerTransaction::id);
-    return found == snapshot.transactions.end() ? 0 : found->attachmentIDs.size();
+    const auto* entry = snapshot.entry(entryID);
+    return entry ? entry->attachmentIDs.size() : 0;
 }
 
 }
