@@ -54,12 +54,14 @@ BatchReversal BatchReversal::of(const std::vector<std::string>& ids, const Visib
     for (const auto& id : ids) {
         const auto* entry = books.entry(id);
         const auto refusal = entry ? ReversalRules::whyNot(*entry, books) : ReversalRules::Refusal::notFound;
-        Item item{.id = id};
-        if (refusal)
-            item = {.id = id, .stage = Stage::excluded, .note = qString(ReversalRules::text(*refusal, locale))};
-        else if (isKept(id))
-            item = {.id = id, .stage = Stage::excluded, .note = wordIn(locale, entryFormWords(), "batch.earlier")};
-        batch.m_items.push_back(std::move(item));
+        auto& item = batch.m_items.emplace_back(Item{.id = id});
+        if (entry)
+            item.entry = *entry;
+        if (!refusal && !isKept(id))
+            continue;
+        item.stage = Stage::excluded;
+        item.note = refusal ? qString(ReversalRules::text(*refusal, locale))
+                            : wordIn(locale, entryFormWords(), "batch.earlier");
     }
     return batch;
 }
@@ -133,14 +135,13 @@ std::vector<PlainRow> BatchReversal::rows(const LedgerSnapshot& snapshot, std::s
 {
     std::vector<PlainRow> rows;
     for (const auto& item : m_items) {
-        const auto found = std::ranges::find(snapshot.transactions, item.id, &LedgerTransaction::id);
         PlainRow row{.id = item.id, .cells = {{.text = qString(item.id)}, {}, stateCell(item, locale)}};
-        if (found != snapshot.transactions.end()) {
-            row.cells[0].text = titleOf(*found, snapshot, locale);
-            if (!found->legs.empty()) {
-                const auto money = movementText(found->legs.front().amountMinor, found->legs.front().currency, locale);
-                row.cells[1] = {.text = money.text(), .spoken = money.spoken};
-            }
+        if (item.entry)
+            row.cells[0].text = titleOf(*item.entry, snapshot, locale);
+        if (item.entry && !item.entry->legs.empty()) {
+            const auto& leg = item.entry->legs.front();
+            const auto money = movementText(leg.amountMinor, leg.currency, locale);
+            row.cells[1] = {.text = money.text(), .spoken = money.spoken};
         }
         rows.push_back(std::move(row));
     }

@@ -25,6 +25,7 @@ public:
         };
 
         std::string id;
+        std::optional<LedgerTransaction> entry = {}; // as it stood; unset when it is not the member's to see
         Stage stage = Stage::waiting;
         QString note = {};        // why it is excluded or was refused
         bool mayBePosted = false; // by an earlier sending
