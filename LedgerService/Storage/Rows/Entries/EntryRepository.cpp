@@ -8,11 +8,11 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Entries/EntryReference.h"
 #include "LedgerService/Storage/Rows/Entries/AccountSetRepository.h"
 #include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 #include "LedgerService/Storage/Sql/Columns.h"
-#include "LedgerService/Storage/Sql/LetterCase.h"
 
 namespace LedgerService {
 
@@ -290,7 +290,7 @@ std::vector<std::string> EntryRepository::accountsWithReference(Connection& conn
                                                                 std::string_view reference)
 {
     Query query{connection, selectReferenceUse};
-    query.bind("company", companyID).bind("folded", LetterCase::lower(reference));
+    query.bind("company", companyID).bind("folded", EntryReference::folded(reference));
     return idsOf(query);
 }
 
