@@ -9,7 +9,6 @@
 #include <QWindow>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Client/Store/UnconfirmedCommands.h"
 #include "LedgerUI/Components/Dialogs/FormDialog.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -93,11 +92,10 @@ void MainWindow::closeEvent(QCloseEvent* event)
     event->ignore();
     if (isAsking() || !closesForms())
         return;
-    const auto warning =
-        quitWarning({.awaitsChange = m_store.awaitsChange(),
-                     .hasUnconfirmedEntry = m_store.hasUnconfirmedEntry() || UnconfirmedCommands::of(m_store).hasAny(),
-                     .hasUnsavedChanges = UnsavedChanges::count(*this) > 0},
-                    InterfaceLanguage::tag());
+    const auto warning = quitWarning({.awaitsChange = m_store.awaitsChange(),
+                                      .hasUnconfirmed = m_store.hasUnconfirmed(),
+                                      .hasUnsavedChanges = UnsavedChanges::count(*this) > 0},
+                                     InterfaceLanguage::tag());
     if (!warning) {
         QMainWindow::closeEvent(event);
         event->accept();

@@ -8,7 +8,6 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Client/Store/UnconfirmedCommands.h"
 #include "LedgerCore/Domain/Exports/CapitalCSV.h"
 #include "LedgerCore/Domain/Exports/DividendCSV.h"
 #include "LedgerCore/Domain/Records/CapitalCommand.h"
@@ -331,47 +330,96 @@ TEST(CapitalView, SaysWhyAPasteIsRefusedAndWhatIsWrongWithAnAmountThatIsLeft)
     EXPECT_FALSE(page.screen.shows("recordAmountError"));
 }
 
+namespace {
+
+/// The window with a member who pays a dividend while the session ends.
+struct PaymentUnderTest : WindowUnderTest {
+    PaymentUnderTest() : WindowUnderTest{capitalAndLedger()} { enter(); }
+
+    static PageRegistry capitalAndLedger()
+    {
+        auto registry = capitalPages();
+        registry.add<LedgerView>(WorkspacePage::ledger); // which comes first
+        return registry;
+    }
+    void enter()
+    {
+        server.replace("POST v1/auth/login",
+                       ServerReply::json(R"({"token":"token-1","snapshot":)" + capitalSample().json() + "}"));
+        serveBooks(*this, capitalSample());
+        require(resultOf(store.login("m1@example.com", "secret")).has_value(), "the member signs in");
+        settle();
+    }
+    void fillPayment()
+    {
+        screen.keys("Ctrl+2");
+        screen.keys("Ctrl+Tab Ctrl+Tab");
+        screen.waitFor("batchesTable");
+        screen.press("payButton");
+        screen.waitForFocus("recordForm");
+        screen.fill("recordAmount", "1000");
+    }
+    void loseTheSession()
+    {
+        server.replace(path, ServerReply::error(401, "unauthorized"));
+        screen.keys("Ctrl+Return");
+        screen.waitFor("alertDialog");
+        screen.press("messageClose");
+        screen.waitFor("signInView");
+    }
+    std::vector<std::string> sent()
+    {
+        std::vector<std::string> bodies;
+        for (const auto& each : server.requests(path))
+            bodies.push_back(each.body);
+        return bodies;
+    }
+
+    static constexpr auto path = "POST v1/dividends/commands";
+};
+
+}
+
 TEST(CapitalView, BringsAnUnconfirmedPaymentBackLockedAfterTheSessionHasEnded)
 {
-    auto pages = capitalPages();
-    pages.add<LedgerView>(WorkspacePage::ledger); // which comes first
-    WindowUnderTest under{pages};
-    const auto enter = [&] {
-        under.server.replace("POST v1/auth/login",
-                             ServerReply::json(R"({"token":"token-1","snapshot":)" + capitalSample().json() + "}"));
-        serveBooks(under, capitalSample());
-        require(resultOf(under.store.login("m1@example.com", "secret")).has_value(), "the member signs in");
-        settle();
-    };
-    enter();
-    under.screen.keys("Ctrl+2");
-    under.screen.keys("Ctrl+Tab Ctrl+Tab");
-    under.screen.waitFor("batchesTable");
-    under.screen.press("payButton");
-    under.screen.waitForFocus("recordForm");
-    under.screen.fill("recordAmount", "1000");
-    under.server.replace("POST v1/dividends/commands", ServerReply::dropped());
+    PaymentUnderTest under;
+    under.fillPayment();
+    under.server.replace(PaymentUnderTest::path, ServerReply::dropped());
     under.screen.keys("Ctrl+Return");
     under.screen.waitForText("Retry original request");
-    under.server.replace("POST v1/dividends/commands", ServerReply::error(401, "unauthorized"));
-    under.screen.keys("Ctrl+Return");
-    under.screen.waitFor("alertDialog");
-    under.screen.press("messageClose");
-    under.screen.waitFor("signInView");
+    under.loseTheSession();
 
-    enter();
+    under.enter();
     under.screen.waitForFocus("recordForm");
     EXPECT_EQ(under.screen.read("recordAmount"), "1,000");
     EXPECT_FALSE(under.screen.offers("recordAmount")) << "what was sent is settled";
-    EXPECT_TRUE(UnconfirmedCommands::of(under.store).hasAny()) << "quitting warns of it";
-    under.server.replace("POST v1/dividends/commands", ServerReply::json("{}"));
+    EXPECT_TRUE(under.store.hasUnconfirmed()) << "quitting warns of it";
+    under.server.replace(PaymentUnderTest::path, ServerReply::json("{}"));
     under.screen.keys("Ctrl+Return");
     under.screen.waitUntilGone("recordForm");
-    const auto sent = under.server.requests("POST v1/dividends/commands");
+    const auto sent = under.sent();
     ASSERT_EQ(sent.size(), 3U);
-    EXPECT_EQ(sent[1].body, sent[0].body);
-    EXPECT_EQ(sent[2].body, sent[0].body);
-    EXPECT_FALSE(UnconfirmedCommands::of(under.store).kept().has_value());
+    EXPECT_EQ(sent[1], sent[0]);
+    EXPECT_EQ(sent[2], sent[0]);
+    EXPECT_FALSE(under.store.keptSectionCommand().has_value());
+}
+
+TEST(CapitalView, BringsAPaymentThatWasNeverJudgedBackToBeChangedOrGivenUp)
+{
+    PaymentUnderTest under;
+    under.fillPayment();
+    under.loseTheSession();
+
+    under.enter();
+    under.screen.waitForFocus("recordForm");
+    EXPECT_EQ(under.screen.read("recordAmount"), "1,000");
+    EXPECT_TRUE(under.screen.offers("recordAmount"));
+    EXPECT_FALSE(under.store.hasUnconfirmed()) << "nothing of it is recorded";
+    under.screen.press("recordCancel");
+    under.screen.press("questionConfirm");
+    under.screen.waitUntilGone("recordForm");
+    EXPECT_FALSE(under.store.keptSectionCommand().has_value());
+    EXPECT_EQ(under.sent().size(), 1U);
 }
 
 TEST(CapitalView, SavesTheSectionOfTheTabAsATable)

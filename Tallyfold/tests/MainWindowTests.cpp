@@ -46,7 +46,7 @@ protected:
         screen.fill("entryAmount", "12.5");
         screen.keys("Tab Space");
         screen.keys("Ctrl+Return");
-        waitUntil([this] { return service.store.hasUnconfirmedEntry(); });
+        waitUntil([this] { return service.store.hasUnconfirmed(); });
     }
     /// Another device ends the session while the entry is sent again.
     void endTheSession()

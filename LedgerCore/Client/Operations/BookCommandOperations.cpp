@@ -1,20 +1,18 @@
 #include "LedgerCore/Client/Operations/BookCommandOperations.h"
 
+#include <utility>
+
 #include "LedgerCore/Client/Operations/OperationRunner.h"
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
-#include "LedgerCore/Domain/Records/DividendCommand.h"
 #include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
 
 QCoro::Task<Result<void>> BookCommandOperations::submitCapital(CapitalCommand command, bool publishError)
 {
-    return m_runner.submit({.method = "POST", .path = "v1/capital/commands", .body = Json::encode(command)},
-                           OperationRunner::publishing(publishError));
+    return m_runner.submitSection(std::move(command), OperationRunner::publishing(publishError));
 }
 
 QCoro::Task<Result<void>> BookCommandOperations::submitDividend(DividendCommand command, bool publishError)
 {
-    return m_runner.submit({.method = "POST", .path = "v1/dividends/commands", .body = Json::encode(command)},
-                           OperationRunner::publishing(publishError));
+    return m_runner.submitSection(std::move(command), OperationRunner::publishing(publishError));
 }
 
 QCoro::Task<Result<void>> BookCommandOperations::submitFinancialSettings(FinancialSettingsCommand command,

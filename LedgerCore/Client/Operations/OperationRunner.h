@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "LedgerCore/Client/Http/APIClient.h"
+#include "LedgerCore/Client/Session/KeptCommands.h"
 
 struct LedgerSnapshot;
 
@@ -28,6 +29,8 @@ public:
     virtual QCoro::Task<Result<std::string>> create(APIRequest request, Publishing publishing) = 0;
     /// The reply says no more than that the command is carried out; the snapshot is loaded anew.
     virtual QCoro::Task<Result<void>> submit(APIRequest request, Publishing publishing) = 0;
+    /// The same for a command that is kept beyond the session while its outcome is open.
+    virtual QCoro::Task<Result<void>> submitSection(SectionCommand command, Publishing publishing) = 0;
     /// The reply is a record, and the books stay as they are.
     template <class Record>
     QCoro::Task<Result<Record>> ask(APIRequest request, Publishing publishing);

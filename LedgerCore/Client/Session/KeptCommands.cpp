@@ -26,9 +26,10 @@ const KeptEntry* KeptCommands::entry(const MemberIdentity& member, const std::st
     return found == m_entries.end() ? nullptr : &*found;
 }
 
-bool KeptCommands::hasUnconfirmedEntry() const
+bool KeptCommands::hasUnconfirmed() const
 {
-    return std::ranges::any_of(m_entries, &KeptEntry::outcomeUnknown);
+    return std::ranges::any_of(m_entries, &KeptEntry::outcomeUnknown) ||
+           std::ranges::any_of(m_sections, [](const auto& each) { return each.second.outcomeUnknown; });
 }
 
 void KeptCommands::keepEntry(const MemberIdentity& member, TransactionInput input, bool outcomeUnknown)
@@ -92,6 +93,27 @@ void KeptCommands::settleReversal(const MemberIdentity& member, const std::strin
     kept.outcomeUnknown = fate == CommandFate::unknown;
     const auto* refusal = std::get_if<APIError>(failure);
     kept.refusal = kept.outcomeUnknown || !refusal ? std::nullopt : std::optional{*refusal};
+}
+
+const KeptSectionCommand* KeptCommands::section(const MemberIdentity& member) const
+{
+    const auto found = m_sections.find(member);
+    return found == m_sections.end() ? nullptr : &found->second;
+}
+
+void KeptCommands::forgetSection(const MemberIdentity& member)
+{
+    m_sections.erase(member);
+}
+
+void KeptCommands::settleSection(const MemberIdentity& member, const SectionCommand& command, const Failure* failure)
+{
+    if (!failure || fateOf(*failure) == CommandFate::refused)
+        forgetSection(member);
+    else if (fateOf(*failure) == CommandFate::unknown)
+        m_sections.insert_or_assign(member, KeptSectionCommand{.command = command, .outcomeUnknown = true});
+    else if (endsSession(*failure))
+        m_sections.try_emplace(member, KeptSectionCommand{.command = command});
 }
 
 void KeptCommands::endSession()

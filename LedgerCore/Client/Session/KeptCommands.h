@@ -3,9 +3,12 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "LedgerCore/Client/Errors/Failure.h"
+#include "LedgerCore/Domain/Records/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/DividendCommand.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 
 /// An entry whose recording was not confirmed, or not tried because the session had ended. It belongs to one member of
@@ -29,6 +32,17 @@ struct KeptReversal {
     bool operator==(const KeptReversal&) const = default;
 };
 
+/// A command on capital or dividends.
+using SectionCommand = std::variant<CapitalCommand, DividendCommand>;
+
+/// Such a command that was not confirmed, or not tried because the session had ended.
+struct KeptSectionCommand {
+    SectionCommand command;
+    bool outcomeUnknown = false; // it may have been carried out: only the same may be sent again
+
+    bool operator==(const KeptSectionCommand&) const = default;
+};
+
 /// One member of one company at one service.
 struct MemberIdentity {
     std::string endpoint;
@@ -44,7 +58,9 @@ public:
     /// The member's oldest one, or null.
     [[nodiscard]] const KeptEntry* entry(const MemberIdentity& member) const;
     [[nodiscard]] const KeptEntry* entry(const MemberIdentity& member, const std::string& idempotencyKey) const;
-    [[nodiscard]] bool hasUnconfirmedEntry() const;
+    /// Whether anything of anybody may have been recorded or carried out without a confirmation; reversals do not
+    /// count.
+    [[nodiscard]] bool hasUnconfirmed() const;
 
     /// Takes the place of one with the same key.
     void keepEntry(const MemberIdentity& member, TransactionInput input, bool outcomeUnknown);
@@ -58,10 +74,17 @@ public:
     /// Notes what became of a sent reversal.
     void settleReversal(const MemberIdentity& member, const std::string& entryID, const Failure* failure);
 
+    /// The member's last one, or null.
+    [[nodiscard]] const KeptSectionCommand* section(const MemberIdentity& member) const;
+    void forgetSection(const MemberIdentity& member);
+    /// Keeps or forgets such a command after an attempt that met `failure`, or succeeded.
+    void settleSection(const MemberIdentity& member, const SectionCommand& command, const Failure* failure);
+
     /// Forgets what outlives no session: reversals that were certainly not posted.
     void endSession();
 
 private:
     std::vector<KeptEntry> m_entries; // oldest first
     std::map<MemberIdentity, std::map<std::string, KeptReversal>> m_reversals;
+    std::map<MemberIdentity, KeptSectionCommand> m_sections;
 };

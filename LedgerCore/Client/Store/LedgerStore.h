@@ -75,8 +75,14 @@ public:
     void keepEntry(TransactionInput input, bool outcomeUnknown);
     /// The person gave `keptEntry` up.
     void forgetEntry();
-    /// Whether anybody's entry may have been recorded without a confirmation.
-    [[nodiscard]] bool hasUnconfirmedEntry() const { return m_kept.hasUnconfirmedEntry(); }
+    /// The same for the last command on capital or dividends; `submitCapital` and `submitDividend` keep and forget it.
+    [[nodiscard]] std::optional<KeptSectionCommand> keptSectionCommand() const;
+    /// The person gave `keptSectionCommand` up.
+    void forgetSectionCommand();
+    /// Whether anything of anybody may have been recorded without a confirmation.
+    [[nodiscard]] bool hasUnconfirmed() const { return m_kept.hasUnconfirmed(); }
+    /// Who is signed in, and where; nobody without a snapshot.
+    [[nodiscard]] std::optional<MemberIdentity> signedIn() const;
 
     /// The request that the next reversal of this entry will send again, from an earlier attempt that did not succeed.
     [[nodiscard]] std::optional<KeptReversal> keptReversal(const std::string& entryID) const;
@@ -142,6 +148,7 @@ private:
     QCoro::Task<Result<void>> change(APIRequest request, Publishing publishing) override;
     QCoro::Task<Result<std::string>> create(APIRequest request, Publishing publishing) override;
     QCoro::Task<Result<void>> submit(APIRequest request, Publishing publishing) override;
+    QCoro::Task<Result<void>> submitSection(SectionCommand command, Publishing publishing) override;
     QCoro::Task<Result<void>> askAndRead(APIRequest request, Publishing publishing, Reader read) override;
     QCoro::Task<Result<void>> checkFreshBooks(Publishing publishing, FromBooks<void> check) override;
 
@@ -159,6 +166,7 @@ private:
     QCoro::Task<Result<void>> mutate(APIRequest request);
     QCoro::Task<Result<void>> reload();
     QCoro::Task<Result<void>> sendCommand(APIRequest request);
+    QCoro::Task<Result<void>> sendSection(SectionCommand command);
     QCoro::Task<Result<std::string>> sendCreation(APIRequest request);
     QCoro::Task<Result<void>> fetchRecord(APIRequest request, Reader read);
     QCoro::Task<Result<SignInReply>> askToSignIn(std::string path, std::string body);
@@ -182,7 +190,6 @@ private:
     void holdApplication(PendingCompanyRegistration pending);
     void clearMemory();
     void publish(const Failure& failure);
-    [[nodiscard]] std::optional<MemberIdentity> signedIn() const;
     void noteStale(bool isStale) { assign(m_isStale, isStale, &LedgerStore::isStaleChanged); }
     Result<void> adopt(Result<LoadedSnapshot> loaded);
     [[nodiscard]] HeldBooks heldBooks() const;

@@ -26,11 +26,6 @@ Result<std::string> recordedID(const std::string& reply)
     return std::move(entry->id).value_or("");
 }
 
-const Failure* failureIn(const auto& outcome)
-{
-    return outcome ? nullptr : &outcome.error();
-}
-
 }
 
 std::optional<MemberIdentity> LedgerStore::signedIn() const

@@ -6,6 +6,12 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 
+/// What a kept command is settled with: why its attempt failed, or null.
+const Failure* failureIn(const auto& outcome)
+{
+    return outcome ? nullptr : &outcome.error();
+}
+
 template <class Value>
 QCoro::Task<Result<Value>> LedgerStore::operation(Publishing publishing,
                                                   std::function<QCoro::Task<Result<Value>>()> work)

@@ -127,7 +127,7 @@ TEST_P(KeptAfter, OnlyWhatMayHaveBeenRecordedOrWasNeverTried)
         if (!test.store.snapshot())
             test.signIn(books);
         EXPECT_EQ(leftBehind(test.store), isRetry ? GetParam().afterRetry : GetParam().afterFirst);
-        EXPECT_EQ(test.store.hasUnconfirmedEntry(), leftBehind(test.store) == "unconfirmed");
+        EXPECT_EQ(test.store.hasUnconfirmed(), leftBehind(test.store) == "unconfirmed");
         EXPECT_GE(changes.count(), 1);
     }
 }
@@ -167,7 +167,7 @@ TEST(LedgerStoreEntries, ShowsAKeptEntryOnlyToItsMemberInItsCompanyAtItsService)
     test.store.keepEntry(expense("key-2"), false);
     EXPECT_TRUE(resultOf(test.store.logout()));
     EXPECT_FALSE(test.store.keptEntry());
-    EXPECT_TRUE(test.store.hasUnconfirmedEntry());
+    EXPECT_TRUE(test.store.hasUnconfirmed());
     test.store.keepEntry(expense("key-3"), true);
 
     auto colleague = books;
@@ -183,7 +183,7 @@ TEST(LedgerStoreEntries, ShowsAKeptEntryOnlyToItsMemberInItsCompanyAtItsService)
     EXPECT_EQ(test.store.keptEntry()->input, expense()) << "the older of the two";
     test.store.forgetEntry();
     EXPECT_EQ(test.store.keptEntry()->input, expense("key-2"));
-    EXPECT_FALSE(test.store.hasUnconfirmedEntry());
+    EXPECT_FALSE(test.store.hasUnconfirmed());
 }
 
 TEST(LedgerStoreEntries, TellsARefusedReversalFromOneOfUnknownOutcome)

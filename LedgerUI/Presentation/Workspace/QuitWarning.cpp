@@ -11,7 +11,7 @@ std::optional<QuitWarning> quitWarning(const QuitLosses& losses, std::string_vie
     const auto& words = workspaceWords();
     if (losses.awaitsChange)
         return QuitWarning{.title = wordIn(locale, words, "quitTitle"), .text = wordIn(locale, words, "quitText")};
-    if (losses.hasUnconfirmedEntry)
+    if (losses.hasUnconfirmed)
         return QuitWarning{.title = wordIn(locale, commandWords(), "uncertainTitle"),
                            .text = wordIn(locale, EntryWords::words(), "uncertainDiscard")};
     if (losses.hasUnsavedChanges)

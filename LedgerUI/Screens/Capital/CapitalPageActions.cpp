@@ -6,7 +6,6 @@
 #include <QWidget>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Client/Store/UnconfirmedCommands.h"
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
@@ -62,19 +61,19 @@ void CapitalPageActions::offerUnconfirmed()
         connect(modal, &QDialog::finished, this, &CapitalPageActions::offerUnconfirmed, Qt::QueuedConnection);
         return;
     }
-    const auto kept = UnconfirmedCommands::of(m_store).kept();
+    const auto kept = m_store.keptSectionCommand();
     if (!kept)
         return;
-    if (const auto* capital = std::get_if<CapitalCommand>(&*kept))
-        open<CapitalActionForm>(*capital);
+    if (const auto* capital = std::get_if<CapitalCommand>(&kept->command))
+        open<CapitalActionForm>(*capital, kept->outcomeUnknown);
     else
-        open<DividendActionForm>(std::get<DividendCommand>(*kept));
+        open<DividendActionForm>(std::get<DividendCommand>(kept->command), kept->outcomeUnknown);
 }
 
-template <class Form, class Opening>
-void CapitalPageActions::open(const Opening& opening)
+template <class Form, class... Opening>
+void CapitalPageActions::open(const Opening&... opening)
 {
-    auto* form = new Form(m_store, opening, m_page.window());
+    auto* form = new Form(m_store, opening..., m_page.window());
     form->whenDone([this](const RecordOutcome& outcome) { finish(outcome); });
     form->open();
 }

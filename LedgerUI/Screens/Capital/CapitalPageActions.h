@@ -45,8 +45,8 @@ private:
     [[nodiscard]] std::vector<Action> chosenActions(const CapitalFocus& focus);
     [[nodiscard]] std::vector<Action> exportActions(const CapitalFocus& focus);
     [[nodiscard]] Action act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const;
-    template <class Form, class Opening>
-    void open(const Opening& opening);
+    template <class Form, class... Opening>
+    void open(const Opening&... opening);
     void finish(const RecordOutcome& outcome);
 
     LedgerStore& m_store;

@@ -44,8 +44,9 @@ DividendActionForm::DividendActionForm(LedgerStore& store, const DividendRoute& 
     addRatioActions();
 }
 
-DividendActionForm::DividendActionForm(LedgerStore& store, const DividendCommand& unconfirmed, QWidget* parent)
-    : RecordActionForm{store, unconfirmed, parent}
+DividendActionForm::DividendActionForm(LedgerStore& store, const DividendCommand& kept, bool outcomeUnknown,
+                                       QWidget* parent)
+    : RecordActionForm{store, kept, outcomeUnknown, parent}
 {
     addRatioActions();
 }

@@ -25,7 +25,7 @@ struct DividendSection : DividendForms {
 class DividendActionForm final : public RecordActionForm<DividendSection> {
 public:
     DividendActionForm(LedgerStore& store, const DividendRoute& route, QWidget* parent);
-    DividendActionForm(LedgerStore& store, const DividendCommand& unconfirmed, QWidget* parent);
+    DividendActionForm(LedgerStore& store, const DividendCommand& kept, bool outcomeUnknown, QWidget* parent);
 
 private:
     void addRatioActions();

@@ -11,15 +11,9 @@ EntryDrafts& EntryDrafts::of(LedgerStore& store)
     return known ? *known : *new EntryDrafts{store};
 }
 
-std::optional<EntryDrafts::Owner> EntryDrafts::owner() const
-{
-    const auto snapshot = m_store.snapshot();
-    return snapshot ? std::optional{Owner{snapshot->company.id, snapshot->currentMember.id}} : std::nullopt;
-}
-
 void EntryDrafts::keep(TransactionDraft draft, std::string locale)
 {
-    const auto whose = owner();
+    const auto whose = m_store.signedIn();
     if (!whose)
         return;
     const bool isFirst = m_kept.insert_or_assign(*whose, Kept{std::move(draft), std::move(locale)}).second;
@@ -29,14 +23,14 @@ void EntryDrafts::keep(TransactionDraft draft, std::string locale)
 
 void EntryDrafts::forget()
 {
-    const auto whose = owner();
+    const auto whose = m_store.signedIn();
     if (whose && m_kept.erase(*whose) > 0)
         Q_EMIT changed();
 }
 
 std::optional<TransactionDraft> EntryDrafts::kept(const std::string& locale) const
 {
-    const auto whose = owner();
+    const auto whose = m_store.signedIn();
     const auto found = whose ? m_kept.find(*whose) : m_kept.end();
     if (found == m_kept.end())
         return std::nullopt;

@@ -3,10 +3,10 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <utility>
 
 #include <QObject>
 
+#include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
 
 class LedgerStore;
@@ -31,8 +31,6 @@ Q_SIGNALS:
 
 private:
     explicit EntryDrafts(LedgerStore& store);
-    using Owner = std::pair<std::string, std::string>; // company and member
-    [[nodiscard]] std::optional<Owner> owner() const;
 
     struct Kept {
         TransactionDraft draft;
@@ -40,5 +38,5 @@ private:
     };
 
     LedgerStore& m_store;
-    std::map<Owner, Kept> m_kept;
+    std::map<MemberIdentity, Kept> m_kept;
 };

@@ -7,7 +7,6 @@
 #include <QPushButton>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Client/Store/UnconfirmedCommands.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
@@ -41,18 +40,25 @@ public:
     {
     }
 
-    /// For a command of an earlier form of which nobody knows whether it was carried out: locked, to be sent again.
-    RecordActionForm(LedgerStore& store, const Command& unconfirmed, QWidget* parent)
-        : RecordActionForm{
-              store,
-              Sending::uncertain(Section::restored(unconfirmed, *store.snapshot(), InterfaceLanguage::tag()),
-                                 unconfirmed),
-              parent}
+    /// For a command of an earlier form that was kept: locked, to be sent again, where nobody knows whether it was
+    /// carried out; else as it was before it was sent.
+    RecordActionForm(LedgerStore& store, const Command& kept, bool outcomeUnknown, QWidget* parent)
+        : RecordActionForm{store, restored(store, kept, outcomeUnknown), parent}
     {
+        if (outcomeUnknown)
+            return;
+        m_initial = Section::opened(form().route, *store.snapshot(), store.today(), locale());
+        present();
     }
 
 private:
     using Sending = Submission<Form, Command>;
+
+    static Sending restored(LedgerStore& store, const Command& kept, bool outcomeUnknown)
+    {
+        auto form = Section::restored(kept, *store.snapshot(), InterfaceLanguage::tag());
+        return outcomeUnknown ? Sending::uncertain(std::move(form), kept) : Sending{std::move(form)};
+    }
 
     RecordActionForm(LedgerStore& store, Sending submission, QWidget* parent)
         : CommandForm{store, parent}, m_initial{submission.form()}, m_submission{std::move(submission)}
@@ -78,10 +84,7 @@ private:
         connect(m_body, &RecordFormBody::pasteRefused, this,
                 [this](PasteRefusal refusal) { judge(Section::refusedPaste(form(), refusal)); });
         connect(this, &FormDialog::confirmed, this, [this] { submit(); });
-        connect(this, &FormDialog::givenUp, this, [this] {
-            if (m_submission.isUncertain())
-                UnconfirmedCommands::of(this->store()).forget();
-        });
+        connect(this, &FormDialog::givenUp, this, [this] { this->store().forgetSectionCommand(); });
         present();
     }
 
@@ -274,9 +277,7 @@ private:
         // With the session the form closes, and what ended it is told elsewhere.
         if (!m_submission.isSaving() || !store().snapshot())
             return;
-        auto& unconfirmed = UnconfirmedCommands::of(store());
         if (reply) {
-            unconfirmed.forget();
             m_submission.succeed();
             leave();
             if (m_done)
@@ -284,10 +285,6 @@ private:
             return;
         }
         m_submission.fail(reply.error());
-        if (m_submission.isUncertain())
-            unconfirmed.keep(*m_submission.command());
-        else
-            unconfirmed.forget();
         takeSnapshot();
         if (Section::isConflict(reply.error()) && m_submission.isEditing()) {
             auto changed = form();

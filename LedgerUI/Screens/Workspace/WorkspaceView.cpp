@@ -10,7 +10,6 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Client/Store/UnconfirmedCommands.h"
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/BusyBar.h"
 #include "LedgerUI/Components/Page/StatusBar.h"
@@ -199,7 +198,7 @@ void WorkspaceView::openFirstPage()
     // What is not known to be recorded comes back on its page, before it can be typed a second time.
     const auto has = [this](WorkspacePage page) { return std::ranges::find(m_pages, page) != m_pages.end(); };
     const bool isInLedger = m_store.keptEntry() && has(WorkspacePage::ledger);
-    const bool isInCapital = UnconfirmedCommands::of(m_store).kept() && has(WorkspacePage::dividends);
+    const bool isInCapital = m_store.keptSectionCommand() && has(WorkspacePage::dividends);
     open(isInLedger ? WorkspacePage::ledger : isInCapital ? WorkspacePage::dividends : m_pages.front());
     if (isVisible() && isUntouched)
         focusStart();
