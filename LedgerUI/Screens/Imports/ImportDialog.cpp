@@ -157,6 +157,8 @@ QWidget* ImportDialog::buildProgress(QWidget* parent)
     m_progressText = new TextLabel(TypeStep::body, Token::text, m_progress);
     m_progressText->setObjectName(QStringLiteral("importProgress"));
     m_progressShare = new TextLabel(TypeStep::body, Token::text2, m_progress);
+    m_progressShare->setMinimumWidth(m_progressShare->fontMetrics().horizontalAdvance(QStringLiteral("100 %")) + 1);
+    m_progressShare->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     m_bar = new QProgressBar(m_progress);
     m_bar->setTextVisible(false);
     m_bar->setFixedHeight(barHeight);
