@@ -9,6 +9,7 @@ file(GLOB sources CONFIGURE_DEPENDS postgresql/tests/*.cpp)
 add_executable(LedgerServicePostgresqlTests ${sources})
 target_link_libraries(LedgerServicePostgresqlTests PRIVATE TallyfoldFlags LedgerService LedgerServiceTesting
     GTest::gtest GTest::gtest_main)
+tallyfold_compile_fast(LedgerServicePostgresqlTests)
 add_dependencies(LedgerServicePostgresqlTests tallyfold-service)
 set(script ${PROJECT_SOURCE_DIR}/scripts/postgresql)
 target_compile_definitions(LedgerServicePostgresqlTests PRIVATE TALLYFOLD_POSTGRESQL_SCRIPT="${script}"

@@ -55,6 +55,13 @@ function(tallyfold_library name)
     target_link_libraries(${name} PUBLIC TallyfoldFlags ${arg_LINK} PRIVATE ${arg_PRIVATE_LINK})
 endfunction()
 
+# tallyfold_compile_fast(NAME): what runs once, as tests do, costs the sanitized build more to optimise than it saves.
+function(tallyfold_compile_fast name)
+    if(TALLYFOLD_SANITIZERS)
+        target_compile_options(${name} PRIVATE -O0)
+    endif()
+endfunction()
+
 # tallyfold_tests(NAME [QT] [FOLDER dir] LINK libs...): one GoogleTest program of this folder's tests/, each test known to ctest.
 function(tallyfold_tests name)
     if(NOT TALLYFOLD_TESTS)
@@ -71,6 +78,7 @@ function(tallyfold_tests name)
     endif()
     add_executable(${name} ${sources})
     target_link_libraries(${name} PRIVATE TallyfoldFlags ${arg_LINK} GTest::gtest)
+    tallyfold_compile_fast(${name})
     if(arg_QT)
         set_target_properties(${name} PROPERTIES AUTOMOC ON)
         target_link_libraries(${name} PRIVATE Qt6::Test)
