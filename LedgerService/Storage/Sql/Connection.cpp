@@ -10,7 +10,8 @@
 #include "LedgerService/Storage/Sql/ConnectionState.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Dialect.h"
-#include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/Storage/Sql/FileStatement.h"
+#include "LedgerService/Storage/Sql/ServedStatement.h"
 
 namespace LedgerService {
 
@@ -69,6 +70,19 @@ void open(soci::session& session, const std::string& database, Connection::Acces
     }
 }
 
+/// The library shows the type of its backend, but not the type's description that a check of the cast would ask for.
+[[clang::no_sanitize("vptr")]] sqlite_api::sqlite3* fileOf(soci::session& session)
+{
+    return static_cast<soci::sqlite3_session_backend*>(session.get_backend())->conn_;
+}
+
+std::unique_ptr<PreparedStatement> makeStatement(Connection::State& state, std::string_view sql)
+{
+    if (state.postgresql)
+        return std::make_unique<ServedStatement>(state.session, sql);
+    return std::make_unique<FileStatement>(fileOf(state.session), sql);
+}
+
 void setUpFile(soci::session& session)
 {
     session << "PRAGMA journal_mode = WAL";
@@ -78,13 +92,6 @@ void setUpFile(soci::session& session)
     session << "PRAGMA journal_size_limit = 16777216"; // what the log keeps of its size when it begins anew
 }
 
-}
-
-PreparedStatement::PreparedStatement(soci::session& session, std::string_view sql)
-    : statement(session), onlyReads(reads(sql))
-{
-    statement.alloc();
-    statement.prepare(std::string{sql});
 }
 
 Connection::State::State(const std::string& database, Access access) : dialect(Dialect::of(database))
@@ -100,7 +107,8 @@ PreparedStatement& Connection::State::prepared(std::string_view sql)
 {
     auto found = statements.find(sql);
     if (found == statements.end()) {
-        auto made = std::make_unique<PreparedStatement>(session, sql);
+        auto made = makeStatement(*this, sql);
+        made->onlyReads = reads(sql);
         made->key = texts.emplace_back(sql);
         const auto key = made->key;
         found = statements.emplace(key, std::move(made)).first;
@@ -108,6 +116,15 @@ PreparedStatement& Connection::State::prepared(std::string_view sql)
     require(!found->second->inUse, "a statement is not run inside itself");
     found->second->inUse = true;
     return *found->second;
+}
+
+void Connection::State::giveBack(PreparedStatement& lent) noexcept
+{
+    lent.inUse = false;
+    if (lent.finish())
+        return;
+    const auto key = lent.key;
+    statements.erase(key);
 }
 
 void Connection::State::begin(std::string_view sql)
@@ -134,14 +151,12 @@ void Connection::State::control(std::string_view sql)
     }
     auto& lent = prepared(sql);
     try {
-        lent.statement.define_and_bind();
-        lent.statement.execute(true);
-        lent.statement.bind_clean_up();
-        lent.inUse = false;
+        lent.step();
     } catch (...) {
-        statements.erase(lent.key);
+        giveBack(lent);
         throw;
     }
+    giveBack(lent);
 }
 
 Connection::Connection(const std::string& database, Access access) : m_state(std::make_unique<State>(database, access))
@@ -165,13 +180,11 @@ void Connection::setReadGate(std::shared_ptr<ReadGate> gate)
     m_state->gate = std::move(gate);
 }
 
-/// The library shows the type of its backend, but not the type's description that a check of the cast would ask for.
-[[clang::no_sanitize("vptr")]] std::int64_t Connection::rowsChanged()
+std::int64_t Connection::rowsChanged()
 {
     if (m_state->postgresql)
         return m_state->rowsChanged;
-    const auto* const backend = static_cast<soci::sqlite3_session_backend*>(m_state->session.get_backend());
-    return sqlite_api::sqlite3_total_changes64(backend->conn_);
+    return sqlite_api::sqlite3_total_changes64(fileOf(m_state->session));
 }
 
 void Connection::execute(const std::string& statement)

@@ -12,18 +12,9 @@
 
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/PostgresqlSession.h"
+#include "LedgerService/Storage/Sql/PreparedStatement.h"
 
 namespace LedgerService {
-
-/// A statement kept for reuse.
-struct PreparedStatement {
-    PreparedStatement(soci::session& session, std::string_view sql);
-
-    soci::statement statement;
-    std::string_view key; // its text, as the connection keeps it
-    bool onlyReads;
-    bool inUse = false;
-};
 
 /// What a connection holds; only the sources that speak to the database library see it.
 struct Connection::State {
@@ -31,6 +22,8 @@ struct Connection::State {
 
     /// Lends the prepared statement of this text, made at its first use, to one query.
     PreparedStatement& prepared(std::string_view sql);
+    /// Ends the run of a statement that was lent.
+    void giveBack(PreparedStatement& lent) noexcept;
 
     void begin(std::string_view sql);
     void commit();
