@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <tuple>
 
+#include <fmt/core.h>
+
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Rows/Entries/ReceiptSpace.h"
 #include "LedgerService/Storage/Sql/Columns.h"
@@ -11,10 +13,18 @@ namespace LedgerService {
 
 namespace {
 
-/// A receipt's row as a member's view sorts it.
 struct AttachmentRow {
     StoredAttachment stored;
     int position = 0; // on its entry
+};
+
+/// What a member's view takes of a receipt's row.
+struct SeenAttachment {
+    Attachment attachment;
+    std::int64_t seenSince = 0; // the change
+    std::int64_t linkedChange = 0;
+    int accountSet = 0;
+    int position = 0;
 };
 
 constexpr Columns columns{
@@ -35,11 +45,30 @@ constexpr Columns columns{
 const auto selectAttachment = columns.select("FROM attachments WHERE company_id = :company AND id = :attachment");
 const auto selectAttachments =
     columns.select("FROM attachments WHERE company_id = :company ORDER BY transaction_id, position");
-const auto selectUploaded = columns.select("FROM attachments WHERE company_id = :company AND member_id = :member AND "
-                                           "uploaded_change > :after AND uploaded_change <= :last");
-const auto selectLinked = columns.select("FROM attachments WHERE company_id = :company AND linked_change > 0 AND "
-                                         "linked_change > :after AND linked_change <= :last");
 const auto insertAttachment = columns.insert("attachments", {{"company_id", ":company"}});
+
+constexpr std::string_view seenColumns = "a.id, a.transaction_id, a.name, a.mime, a.byte_count, a.created_at, "
+                                         "a.linked_change, a.account_set, a.position";
+
+const auto selectUploaded = fmt::format(R"sql(
+    SELECT {}, a.uploaded_change FROM attachments a
+    WHERE a.company_id = :company AND a.member_id = :member AND a.uploaded_change > :after AND a.uploaded_change <= :last
+)sql",
+                                        seenColumns);
+
+const auto selectLinkedByOthers = fmt::format(R"sql(
+    SELECT {}, a.linked_change FROM attachments a
+    WHERE a.company_id = :company AND a.linked_change > 0 AND a.linked_change > :after AND a.linked_change <= :last
+        AND a.member_id <> :member
+)sql",
+                                              seenColumns);
+
+const auto selectOwnLinked = fmt::format(R"sql(
+    SELECT {}, a.uploaded_change FROM attachments a
+    WHERE a.company_id = :company AND a.linked_change > 0 AND a.linked_change > :after AND a.linked_change <= :last
+        AND a.member_id = :member AND a.uploaded_change <= :after
+)sql",
+                                         seenColumns);
 
 /// So many rows at a time that writers hardly notice.
 constexpr auto selectOutdatedLoose = R"sql(
@@ -66,38 +95,37 @@ constexpr auto linkAttachment = R"sql(
     WHERE company_id = :company AND id = :attachment AND transaction_id IS NULL
 )sql";
 
-std::vector<AttachmentRow> uploadedIn(Connection& connection, const AttachmentView& view)
+/// Adds those that the member sees of the rows that the statement finds in the view.
+void addVisible(Connection& connection, std::string_view statement, const AttachmentView& view,
+                std::vector<SeenAttachment>& found)
 {
-    Query query{connection, selectUploaded};
+    SeenAttachment row;
+    auto& receipt = row.attachment;
+    Query query{connection, statement};
     query.bind("company", view.companyID).bind("member", view.memberID);
     query.bind("after", view.after).bind("last", view.last);
-    return recordsOf<AttachmentRow>(query, columns);
-}
-
-std::vector<AttachmentRow> allLinkedIn(Connection& connection, const AttachmentView& view)
-{
-    Query query{connection, selectLinked};
-    query.bind("company", view.companyID).bind("after", view.after).bind("last", view.last);
-    return recordsOf<AttachmentRow>(query, columns);
-}
-
-/// Those of the rows that the member sees, in the order in which the member got to see them.
-std::vector<Attachment> visible(std::vector<AttachmentRow> rows, const AttachmentView& view)
-{
-    const auto key = [&](const AttachmentRow& row) {
-        const bool own = row.stored.memberID == view.memberID;
-        return std::tuple{own ? row.stored.uploadedChange : row.stored.linkedChange, row.position,
-                          std::string_view{row.stored.attachment.id}};
-    };
-    std::ranges::sort(rows, {}, key);
-    std::vector<Attachment> attachments;
-    for (auto& row : rows) {
-        const bool loose = row.stored.linkedChange == 0 || row.stored.linkedChange > view.asOf;
+    query.into(receipt.id).into(receipt.transactionID).into(receipt.name).into(receipt.mime).into(receipt.byteCount);
+    query.into(receipt.createdAt).into(row.linkedChange).into(row.accountSet).into(row.position).into(row.seenSince);
+    while (query.next()) {
+        const bool loose = row.linkedChange == 0 || row.linkedChange > view.asOf;
         if (loose)
-            row.stored.attachment.transactionID.reset();
-        if (loose || view.seesEntriesOn(row.stored.accountSet))
-            attachments.push_back(std::move(row.stored.attachment));
+            receipt.transactionID.reset();
+        if (loose || view.seesEntriesOn(row.accountSet))
+            found.push_back(row);
     }
+}
+
+/// The receipts in the order in which the member got to see them.
+std::vector<Attachment> inOrder(std::vector<SeenAttachment> found)
+{
+    const auto key = [](const SeenAttachment& each) {
+        return std::tuple{each.seenSince, each.position, std::string_view{each.attachment.id}};
+    };
+    std::ranges::sort(found, {}, key);
+    std::vector<Attachment> attachments;
+    attachments.reserve(found.size());
+    for (auto& each : found)
+        attachments.push_back(std::move(each.attachment));
     return attachments;
 }
 
@@ -124,19 +152,17 @@ std::vector<StoredAttachment> AttachmentRepository::all(Connection& connection, 
 
 std::vector<Attachment> AttachmentRepository::seenIn(Connection& connection, const AttachmentView& view)
 {
-    auto rows = allLinkedIn(connection, view);
-    std::erase_if(rows, [&](const AttachmentRow& row) { return row.stored.memberID == view.memberID; });
-    std::ranges::move(uploadedIn(connection, view), std::back_inserter(rows));
-    return visible(std::move(rows), view);
+    std::vector<SeenAttachment> found;
+    addVisible(connection, selectLinkedByOthers, view, found);
+    addVisible(connection, selectUploaded, view, found);
+    return inOrder(std::move(found));
 }
 
 std::vector<Attachment> AttachmentRepository::linkedIn(Connection& connection, const AttachmentView& view)
 {
-    auto rows = allLinkedIn(connection, view);
-    std::erase_if(rows, [&](const AttachmentRow& row) {
-        return row.stored.memberID != view.memberID || row.stored.uploadedChange > view.after;
-    });
-    return visible(std::move(rows), view);
+    std::vector<SeenAttachment> found;
+    addVisible(connection, selectOwnLinked, view, found);
+    return inOrder(std::move(found));
 }
 
 std::int64_t AttachmentRepository::looseCount(Connection& connection, std::string_view companyID,
