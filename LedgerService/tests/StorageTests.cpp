@@ -1,7 +1,11 @@
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <thread>
 
+#include <fmt/core.h>
+#include <fmt/ranges.h>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
@@ -12,6 +16,7 @@
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Schema/MigrationSteps.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
+#include "LedgerService/Storage/Schema/NewestSchema.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Query.h"
@@ -259,6 +264,70 @@ TEST(Migrations, MakeTheFragmentsOfEntriesThatAnEarlierProgramRecorded)
     EXPECT_EQ(snapshot->transactions[0].attachmentIDs, std::vector<std::string>{"linked"});
     EXPECT_EQ(snapshot->transactions[1].reversalOf, "sale");
     EXPECT_EQ(snapshot->attachments.size(), 2u);
+}
+
+namespace {
+
+/// Brings a file that holds nothing but an earlier program's rows to this version, as the programs between did.
+void takeSteps(Connection& connection, int from, int to)
+{
+    connection.execute("PRAGMA foreign_keys = OFF");
+    for (int version = from; version <= to; ++version) {
+        const auto& step = MigrationSteps::all()[static_cast<std::size_t>(version) - 1];
+        for (const auto* statement : step.statements)
+            connection.execute(statement);
+        if (step.then)
+            step.then(connection);
+        connection.execute(fmt::format("INSERT INTO schema_migrations VALUES ({}, '')", version));
+    }
+}
+
+/// All rows of a table, in the order of these columns.
+std::vector<std::string> rowsOf(Connection& connection, std::string_view table, std::string_view order)
+{
+    const auto found = std::ranges::find(NewestSchema::tables(), table, &NewestSchema::Table::name);
+    std::vector<std::string> rows;
+    std::string row;
+    Query query{connection, fmt::format("SELECT json_array({}) FROM {} ORDER BY {}", fmt::join(found->columns, ", "),
+                                        table, order)};
+    query.into(row);
+    while (query.next())
+        rows.push_back(row);
+    return rows;
+}
+
+}
+
+TEST(Migrations, KeepEveryRowOfTheTablesThatAreLaidOutByTheirKeys)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.file("earlier.sqlite");
+    writeAnEarlierProgramsBooks(file);
+    std::map<std::string, std::vector<std::string>> before;
+    const std::pair<const char*, const char*> tables[] = {
+        {"entries", "sequence"}, {"legs", "sequence, position"}, {"commands", "idempotency_key"}};
+    {
+        Connection connection{file};
+        takeSteps(connection, 2, 14);
+        for (const auto* key : {"k9", "k1", "k5"}) // in no order
+            connection.execute(
+                fmt::format("INSERT INTO commands VALUES ('c', 'm', '{0}', 'old {0}', '', '2026')", key));
+        for (const auto& [table, order] : tables)
+            before[table] = rowsOf(connection, table, order);
+        ASSERT_EQ(before["commands"].size(), 3u);
+    }
+    const auto database = Database::openExisting(file);
+    ASSERT_TRUE(database.has_value()) << database.error();
+    const auto loan = (*database)->borrow();
+    for (const auto& [table, order] : tables)
+        EXPECT_EQ(rowsOf(*loan, table, order), before[table]) << table;
+    EXPECT_EQ(Verify::run(*loan, file).problems, std::vector<std::string>{});
+    EXPECT_ANY_THROW((*loan).execute("INSERT INTO entries SELECT company_id, 3, 'again', kind, date, note, created_at, "
+                                     "member_id, category_id, reversal_of, NULL, NULL, NULL, NULL, NULL, NULL, NULL "
+                                     "FROM entries WHERE id = 'undone'"))
+        << "an entry is undone once";
+    EXPECT_TRUE(EntryRepository::touches(*loan, "c", "bank"));
+    EXPECT_FALSE(EntryRepository::touches(*loan, "c", "ban"));
 }
 
 struct Damage {

@@ -8,6 +8,7 @@
 #include "LedgerService/Storage/Schema/CompanyRequestSchema.h"
 #include "LedgerService/Storage/Schema/DemoVisitSchema.h"
 #include "LedgerService/Storage/Schema/InvitationSchema.h"
+#include "LedgerService/Storage/Schema/KeyedTablesStep.h"
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
 #include "LedgerService/Storage/Schema/ReceiptFileStep.h"
 #include "LedgerService/Storage/Schema/StrictTables.h"
@@ -306,6 +307,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{earliestDays},
         Step{{}, DemoVisitSchema::apply},
         Step{CompanyKeyStep::statements, CompanyKeyStep::drawKeys},
+        Step{{}, KeyedTablesStep::apply},
     };
     return steps;
 }

@@ -1,11 +1,14 @@
 #include "LedgerService/Storage/Schema/StrictTables.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include <fmt/core.h>
+#include <fmt/ranges.h>
 
+#include "LedgerService/Storage/Schema/TableText.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
@@ -43,24 +46,42 @@ std::string withKnownTypes(std::string columns)
     return columns;
 }
 
+std::vector<NamedStatement> indexesOf(Connection& connection, const std::string& table)
+{
+    Query query{connection, selectIndexes};
+    query.bind("table", table);
+    return statementsOf(query);
 }
 
-void StrictTables::makeAnew(Connection& connection, const std::string& table, const std::string& statement)
+struct Layout {
+    std::string_view options; // behind the columns
+    std::string order;        // in which rows are put in
+};
+
+void replace(Connection& connection, const std::string& table, const std::string& statement, const Layout& layout)
 {
-    std::vector<NamedStatement> indexes;
-    {
-        Query query{connection, selectIndexes};
-        query.bind("table", table);
-        indexes = statementsOf(query);
-    }
+    const auto indexes = indexesOf(connection, table);
     const auto begin = statement.find('(');
     const auto columns = withKnownTypes(statement.substr(begin, statement.rfind(')') + 1 - begin));
-    connection.execute(fmt::format("CREATE TABLE strict_{} {} STRICT", table, columns));
-    connection.execute(fmt::format("INSERT INTO strict_{0} SELECT * FROM {0}", table));
+    connection.execute(fmt::format("CREATE TABLE strict_{} {} {}", table, columns, layout.options));
+    connection.execute(fmt::format("INSERT INTO strict_{0} SELECT * FROM {0} {1}", table, layout.order));
     connection.execute(fmt::format("DROP TABLE {}", table));
     connection.execute(fmt::format("ALTER TABLE strict_{0} RENAME TO {0}", table));
     for (const auto& [name, index] : indexes)
         connection.execute(index);
+}
+
+}
+
+void StrictTables::makeAnew(Connection& connection, const std::string& table, const std::string& statement)
+{
+    replace(connection, table, statement, {.options = "STRICT", .order = ""});
+}
+
+void StrictTables::makeByKey(Connection& connection, const std::string& table, const std::string& statement)
+{
+    const auto order = fmt::format("ORDER BY {}", fmt::join(TableText::key(statement), ", "));
+    replace(connection, table, statement, {.options = "STRICT, WITHOUT ROWID", .order = order});
 }
 
 void StrictTables::makeAll(Connection& connection)

@@ -16,6 +16,9 @@ void makeAll(Connection& connection);
 /// not looked at meanwhile.
 void makeAnew(Connection& connection, const std::string& table, const std::string& statement);
 
+/// The same for a table that is laid out by its primary key from then on, without numbers of rows.
+void makeByKey(Connection& connection, const std::string& table, const std::string& statement);
+
 }
 
 }

@@ -63,11 +63,11 @@ struct Change {
 TEST(ServedSchema, IsComparedWithWhatThisProgramMakes)
 {
     const Change changes[] = {
-        {"DROP INDEX legs_by_account", "index legs_by_account is missing"},
+        {"DROP INDEX entries_by_reversal", "index entries_by_reversal is missing"},
         {"CREATE INDEX others ON legs (currency)", "index others is none"},
         {"ALTER TABLE legs ALTER COLUMN amount_minor TYPE NUMERIC", "table legs is not"},
         {"ALTER TABLE legs ALTER COLUMN currency DROP NOT NULL", "table legs is not"},
-        {"ALTER TABLE entries DROP CONSTRAINT entries_company_id_reversal_of_key", "table entries is not"},
+        {"ALTER TABLE entries DROP CONSTRAINT entries_company_id_member_id_fkey", "table entries is not"},
         {"ALTER TABLE audit_records DISABLE TRIGGER audit_records_stay", "trigger audit_records_stay is not"},
         {"CREATE OR REPLACE FUNCTION audit_records_kept() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN RETURN NEW; "
          "END $$",

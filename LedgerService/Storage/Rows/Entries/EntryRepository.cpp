@@ -96,10 +96,6 @@ constexpr auto selectReferenceUse = R"sql(
         AND NOT EXISTS (SELECT 1 FROM entries r WHERE r.company_id = e.company_id AND r.reversal_of = e.id)
 )sql";
 
-constexpr auto selectTouching = R"sql(
-    SELECT sequence FROM legs WHERE company_id = :company AND account_id = :account LIMIT 1
-)sql";
-
 constexpr auto selectEarliestDay = R"sql(
     SELECT earliest_day FROM companies WHERE id = :company
 )sql";
@@ -304,9 +300,10 @@ std::vector<std::string> EntryRepository::activeOpeningIDs(Connection& connectio
 
 bool EntryRepository::touches(Connection& connection, std::string_view companyID, std::string_view accountID)
 {
-    std::int64_t sequence = 0;
-    Query query{connection, selectTouching};
-    return query.bind("company", companyID).bind("account", accountID).into(sequence).next();
+    const auto sets = AccountSetRepository::all(connection, companyID);
+    return std::ranges::any_of(sets, [&](const AccountSet& set) {
+        return set.entryCount > 0 && std::ranges::find(set.accountIDs, accountID) != set.accountIDs.end();
+    });
 }
 
 std::optional<std::string> EntryRepository::earliestDay(Connection& connection, std::string_view companyID)
