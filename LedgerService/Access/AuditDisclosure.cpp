@@ -3,7 +3,9 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Templates/TemplateRules.h"
 #include "LedgerService/Access/ReceiptAccess.h"
+#include "LedgerService/Storage/Rows/Companies/TemplateRepository.h"
 
 namespace LedgerService {
 
@@ -32,6 +34,11 @@ bool AuditDisclosure::shows(const AuditRecord& record) const
         return record.record && m_reader.can(AccountAction::view, *record.record);
     if (isOf(record, "/v1/attachments"))
         return record.record && ReceiptAccess::find(m_connection, m_companyID, m_reader, *record.record);
+    if (isOf(record, "/v1/templates")) {
+        const auto stored =
+            record.record ? TemplateRepository::find(m_connection, m_companyID, *record.record) : std::nullopt;
+        return stored && TemplateRules::maySee(stored->kept, m_reader);
+    }
     if (isOf(record, "/v1/capital"))
         return MemberRights::canSeeCapital(m_reader);
     if (isOf(record, "/v1/dividends"))

@@ -88,6 +88,23 @@ constexpr RefusalTable settings{
     },
     FinancialSettingsRules::Refusal::switchesRequired};
 
+constexpr RefusalTable templates{
+    {
+        {TemplateRules::Refusal::nameUnsound, invalid, "A name is one line of 1 to 120 characters."},
+        {TemplateRules::Refusal::kindRefused, invalid,
+         "A template is one of 'income', 'expense', 'transfer' or 'exchange'."},
+        {TemplateRules::Refusal::recurrenceUnsound, invalid,
+         "A recurrence has a unit, a distance of 1 to 366 and real days in their order."},
+        {TemplateRules::Refusal::tooMany, ServiceCode::rateLimited, "A member keeps at most 200 templates."},
+        {TemplateRules::Refusal::unknown, unknown, "There is no such template."},
+        {TemplateRules::Refusal::notAuthor, forbidden,
+         "Only its author and those who manage the company change a template."},
+        {TemplateRules::Refusal::changed, conflict, "The template has changed since it was read."},
+        {TemplateRules::Refusal::notDue, invalid, "The template is not due on this day."},
+        {TemplateRules::Refusal::recorded, conflict, "An entry is recorded for this day."},
+    },
+    TemplateRules::Refusal::recorded};
+
 }
 
 Refusal SetupRefusal::of(AccountRules::Refusal reason)
@@ -103,6 +120,11 @@ Refusal SetupRefusal::of(CategoryRules::Refusal reason)
 Refusal SetupRefusal::of(FinancialSettingsRules::Refusal reason)
 {
     return settings.of(reason);
+}
+
+Refusal SetupRefusal::of(TemplateRules::Refusal reason)
+{
+    return templates.of(reason);
 }
 
 }

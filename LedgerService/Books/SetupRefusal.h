@@ -3,6 +3,7 @@
 #include "LedgerCore/Domain/Access/AccountRules.h"
 #include "LedgerCore/Domain/Categories/CategoryRules.h"
 #include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
+#include "LedgerCore/Domain/Templates/TemplateRules.h"
 #include "LedgerService/Refusal.h"
 
 namespace LedgerService {
@@ -13,6 +14,7 @@ namespace SetupRefusal {
 Refusal of(AccountRules::Refusal reason);
 Refusal of(CategoryRules::Refusal reason);
 Refusal of(FinancialSettingsRules::Refusal reason);
+Refusal of(TemplateRules::Refusal reason);
 
 }
 

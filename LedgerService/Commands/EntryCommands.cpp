@@ -4,9 +4,11 @@
 
 #include "LedgerCore/Domain/Entries/EntryReference.h"
 #include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Books/PostingRows.h"
 #include "LedgerService/Books/ReversalRows.h"
 #include "LedgerService/Commands/NamedRows.h"
+#include "LedgerService/Commands/TemplateCommands.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
 #include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
@@ -86,6 +88,18 @@ std::expected<LedgerTransaction, Refusal> apply(const Act& act, std::expected<En
     return std::move(change->entry);
 }
 
+/// What the entry of a due day answers to a command that would record one for the day again.
+std::expected<LedgerTransaction, Refusal> recordedBefore(const Act& act, std::string_view entryID,
+                                                         const TransactionInput& input, const PostingRows& rows)
+{
+    auto recorded = EntryRepository::find(act.connection, act.companyID, entryID);
+    if (!recorded || !isRecordOf(*recorded, input, rows))
+        return std::unexpected(
+            Refusal::of(ServiceCode::idempotencyConflict, "Another entry is recorded for this due day."));
+    act.note.isRepetition = true;
+    return *std::move(recorded);
+}
+
 }
 
 std::expected<LedgerTransaction, Refusal> EntryCommands::post(const Act& act, const TransactionInput& input)
@@ -100,7 +114,13 @@ std::expected<LedgerTransaction, Refusal> EntryCommands::post(const Act& act, co
         if (!recorded)
             rows.entryID = input.idempotencyKey;
     }
-    return apply(act, decide(input, rows));
+    const auto due = TemplateCommands::dueDay(act, input.idempotencyKey);
+    if (due && due->settled && due->settled->entryID)
+        return recordedBefore(act, *due->settled->entryID, input, rows);
+    auto posted = apply(act, decide(input, rows));
+    if (posted && due)
+        TemplateCommands::keepRecorded(act, due->occurrence, *posted);
+    return posted;
 }
 
 std::expected<LedgerTransaction, Refusal> EntryCommands::reverse(const Act& act, std::string_view originalID,

@@ -137,6 +137,15 @@ constexpr std::array rowChecks{
     R"sql(
     SELECT 'company ' || company_id || ': ' || COUNT(*) || ' commands have the outcome ' || outcome FROM commands
     WHERE outcome LIKE 'entry:%' GROUP BY company_id, outcome HAVING COUNT(*) > 1)sql",
+    // A person records an entry for one due day of a template.
+    R"sql(
+    SELECT 'company ' || company_id || ': entry ' || entry_id || ': stands for ' || COUNT(*) || ' due days'
+    FROM template_days WHERE entry_id IS NOT NULL GROUP BY company_id, entry_id HAVING COUNT(*) > 1)sql",
+    R"sql(
+    SELECT 'company ' || d.company_id || ': template ' || d.template_id || ': ' || d.day || ' is settled by an entry '
+        || 'that somebody else recorded'
+    FROM template_days d JOIN entries e ON e.company_id = d.company_id AND e.id = d.entry_id
+    WHERE e.member_id <> d.member_id)sql",
 };
 
 struct JsonPlace {
@@ -153,7 +162,8 @@ constexpr std::array jsonColumns{
     JsonPlace{"account_sets", "account_ids"},      JsonPlace{"invitations", "account_ids"},
     JsonPlace{"invitations", "permissions"},       JsonPlace{"invitations", "account_grants"},
     JsonPlace{"capital_baselines", "entries"},     JsonPlace{"capital_ownership_versions", "entries"},
-    JsonPlace{"dividend_batches", "lines"},
+    JsonPlace{"dividend_batches", "lines"},        JsonPlace{"entry_templates", "entry"},
+    JsonPlace{"entry_templates", "recurrence"},
 };
 
 constexpr auto brokenJson = "SELECT 'table {0}: row ' || rowid || ': {1} is no JSON' FROM {0} "

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <iterator>
 #include <set>
 
 #include <fmt/core.h>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
 #include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
@@ -66,6 +68,11 @@ std::vector<Profile> profiles()
     return all;
 }
 
+constexpr auto hiddenName = "Tresor Zwei";
+constexpr auto hiddenNote = "geheime Notiz";
+constexpr std::int64_t hiddenAmount = 7'771'237;
+constexpr auto otherEmail = "mira@sample.example";
+
 // What the answers are expected to be.
 constexpr int beyond = 0; // allowed; what comes of it is another test's matter
 
@@ -97,6 +104,13 @@ int managersOfBank(const Profile& profile)
         return 403;
     return profile.seesBank() ? 200 : 404;
 }
+/// Who may change the template of somebody else that is shared with all who see "bank".
+int changersOfTemplate(const Profile& profile)
+{
+    if (!profile.seesBank())
+        return 404;
+    return profile.manages() ? 200 : 403;
+}
 /// Who may give a receipt to an entry of somebody else; the receipt is not there.
 int correctors(const Profile& profile)
 {
@@ -127,13 +141,52 @@ std::string income(const std::string& accountID, std::int64_t amountMinor, const
     return Json::encode(input);
 }
 
+constexpr auto skippedDay = R"({"day":"2026-03-01","skipped":true})";
+constexpr auto changedTemplate =
+    R"({"name":"Other","shared":true,"expectedRevision":1,)"
+    R"("entry":{"kind":"income","note":"","targetAccountID":"bank","currency":"IDR","amountMinor":1000}})";
+
+/// A template of an income, due every month.
+std::string recurring(const std::string& accountID, std::string_view name = "Interest",
+                      std::int64_t amountMinor = 1'000)
+{
+    TemplateCreate command;
+    command.name = name;
+    command.shared = true;
+    command.entry = {.kind = "income",
+                     .note = "",
+                     .categoryID = {},
+                     .sourceAccountID = {},
+                     .targetAccountID = accountID,
+                     .currency = "IDR",
+                     .targetCurrency = {},
+                     .amountMinor = amountMinor,
+                     .targetAmountMinor = {}};
+    command.recurrence = {.unit = "month", .every = 1, .firstDay = "2026-03-01", .lastDay = {}};
+    command.idempotencyKey = "{key}";
+    return Json::encode(command);
+}
+
+std::vector<Row> furtherRows()
+{
+    return {
+        {"GET", "/v1/snapshot", "/v1/snapshot", "", always<200>},
+        {"POST", "/v1/demo", "/v1/demo", R"({"profile":"owner"})", always<403>},
+        {"GET", "/v1/templates", "/v1/templates", "", always<200>},
+        {"POST", "/v1/templates", "/v1/templates", recurring("bank"), onBank},
+        {"PATCH", "/v1/templates/{id}", "/v1/templates/{template}", changedTemplate, changersOfTemplate},
+        {"POST", "/v1/templates/{id}/remove", "/v1/templates/{template}/remove", "", changersOfTemplate},
+        {"POST", "/v1/templates/{id}/days", "/v1/templates/{template}/days", skippedDay, onBank},
+    };
+}
+
 /// Every route of the service has a row.
 std::vector<Row> rows()
 {
     const std::string reversal = R"({"reason":"typo","idempotencyKey":"{key}","date":"2026-03-10"})";
     const std::string visibility = R"({"action":"setVisibility","expectedRevision":{revision},"date":"2026-03-10",)"
                                    R"("idempotencyKey":"{key}","showInSidebar":true})";
-    return {
+    std::vector<Row> all{
         {"GET", "/health/live", "/health/live", "", always<200>},
         {"GET", "/health/ready", "/health/ready", "", always<200>},
         {"POST", "/v1/auth/login", "/v1/auth/login", R"({"email":"nobody@x.id","password":"wrong"})", always<beyond>},
@@ -150,8 +203,6 @@ std::vector<Row> rows()
          fmt::format(R"({{"currentPassword":"{0}","newPassword":"{0}"}})", TestService::password), always<200>},
         {"POST", "/v1/capital/commands", "/v1/capital/commands", visibility, managers},
         {"POST", "/v1/dividends/commands", "/v1/dividends/commands", visibility, dividendManagers},
-        {"POST", "/v1/demo", "/v1/demo", R"({"profile":"owner"})", always<403>},
-        {"GET", "/v1/snapshot", "/v1/snapshot", "", always<200>},
         {"POST", "/v1/transactions", "/v1/transactions", income("bank", 1'000), onBank},
         {"POST", "/v1/transactions/{id}/reverse", "/v1/transactions/{entry}/reverse", reversal, onBank},
         {"POST", "/v1/transactions/{id}/attachments", "/v1/transactions/{entry}/attachments",
@@ -189,12 +240,9 @@ std::vector<Row> rows()
         {"POST", "/v1/me/companies/switch", "/v1/me/companies/switch", R"({"companyID":"none"})", always<404>},
         {"POST", "/v1/auth/logout", "/v1/auth/logout", "", always<200>},
     };
+    std::ranges::move(furtherRows(), std::inserter(all, all.begin())); // the last one signs out
+    return all;
 }
-
-constexpr auto hiddenName = "Tresor Zwei";
-constexpr auto hiddenNote = "geheime Notiz";
-constexpr std::int64_t hiddenAmount = 7'771'237;
-constexpr auto otherEmail = "mira@sample.example";
 
 /// The sample with something to hide on "vault", where "mira" owns it and "rudi" is whoever the profile says.
 struct Matrix {
@@ -204,6 +252,7 @@ struct Matrix {
     std::string token;
     std::string hiddenEntry;
     std::string hiddenReceipt;
+    std::string hiddenTemplate;
     int keys = 0;
 
     Matrix()
@@ -221,6 +270,7 @@ struct Matrix {
         input.note = hiddenNote;
         input.attachmentIDs = {hiddenReceipt};
         hiddenEntry = recorded(Json::encode(input));
+        hiddenTemplate = madeTemplate(recurring("vault", hiddenName, hiddenAmount));
     }
 
     void become(const Profile& profile)
@@ -271,8 +321,17 @@ private:
         return Json::decode<LedgerTransaction>(answer.body).value_or(LedgerTransaction{}).id;
     }
 
+    std::string madeTemplate(const std::string& body)
+    {
+        const auto answer = send(mira, "POST", "/v1/templates", body);
+        EXPECT_EQ(answer.status, 200) << answer.body;
+        return Json::decode<EntryTemplateList>(answer.body).value_or(EntryTemplateList{}).templates.back().id;
+    }
+
     void fill(std::string& text)
     {
+        if (const auto at = text.find("{template}"); at != std::string::npos)
+            text.replace(at, 10, madeTemplate(recurring("bank")));
         if (const auto at = text.find("{key}"); at != std::string::npos)
             text.replace(at, 5, fmt::format("key-{}", ++keys));
         if (const auto at = text.find("{entry}"); at != std::string::npos)
@@ -288,7 +347,7 @@ std::vector<std::string> told(const Matrix& matrix, const Profile& profile, std:
     if (!profile.seesVault())
         secrets = {hiddenName, hiddenNote, std::to_string(hiddenAmount)};
     if (!profile.seesVault() && pattern != "/v1/audit")
-        secrets.insert(secrets.end(), {matrix.hiddenEntry, matrix.hiddenReceipt});
+        secrets.insert(secrets.end(), {matrix.hiddenEntry, matrix.hiddenReceipt, matrix.hiddenTemplate});
     if (!profile.manages())
         secrets.emplace_back(otherEmail);
     std::erase_if(secrets, [&](const std::string& each) { return body.find(each) == std::string::npos; });
@@ -335,6 +394,10 @@ std::vector<Reference> references(const Matrix& matrix)
         {"POST", "/v1/accounts",
          R"({"name":"Float","currencies":["IDR"],"purpose":"employee","operatorMemberID":"rudi","returnAccountID":"{id}"})",
          "vault"},
+        {"POST", "/v1/templates", recurring("{id}"), "vault"},
+        {"PATCH", "/v1/templates/{id}", changedTemplate, matrix.hiddenTemplate},
+        {"POST", "/v1/templates/{id}/remove", "", matrix.hiddenTemplate},
+        {"POST", "/v1/templates/{id}/days", skippedDay, matrix.hiddenTemplate},
         {"POST", "/v1/me/companies/switch", R"({"companyID":"{id}"})", "other"},
     };
 }

@@ -19,6 +19,7 @@ std::span<const Route> session();
 std::span<const Route> registration();
 std::span<const Route> access();
 std::span<const Route> snapshot();
+std::span<const Route> templates();
 std::span<const Route> transactions();
 std::span<const Route> invitations();
 std::span<const Route> members();

@@ -175,7 +175,8 @@ Outcome answerOnce(const MemberCall& call, const Body& body)
     const auto result = invoke<carryOut>(call, body);
     if (!result)
         return std::unexpected(result.error());
-    once.keep(Made::kept(*result));
+    if (!call.note.isRepetition) // else somebody else's command is kept as the one that did it
+        once.keep(Made::kept(*result));
     tell(call, body);
     return Made::reply(call, *result);
 }

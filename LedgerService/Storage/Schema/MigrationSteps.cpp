@@ -12,6 +12,7 @@
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
 #include "LedgerService/Storage/Schema/ReceiptFileStep.h"
 #include "LedgerService/Storage/Schema/StrictTables.h"
+#include "LedgerService/Storage/Schema/TemplateSchema.h"
 
 namespace LedgerService {
 
@@ -308,6 +309,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{{}, DemoVisitSchema::apply},
         Step{CompanyKeyStep::statements, CompanyKeyStep::drawKeys},
         Step{{}, KeyedTablesStep::apply},
+        Step{TemplateSchema::statements},
     };
     return steps;
 }

@@ -14,7 +14,7 @@ namespace {
 
 using Look = PlainCell::Look;
 
-constexpr std::array<std::string_view, 33> everyKind{
+constexpr std::array<std::string_view, 37> everyKind{
     "POST /v1/transactions",
     "POST /v1/transactions/{id}/reverse",
     "POST /v1/attachments",
@@ -24,6 +24,10 @@ constexpr std::array<std::string_view, 33> everyKind{
     "POST /v1/categories",
     "PATCH /v1/categories/{id}",
     "POST /v1/categories/reorder",
+    "POST /v1/templates",
+    "PATCH /v1/templates/{id}",
+    "POST /v1/templates/{id}/remove",
+    "POST /v1/templates/{id}/days",
     "PATCH /v1/settings",
     "PATCH /v1/company/transaction-colors",
     "POST /v1/financial-settings/commands",

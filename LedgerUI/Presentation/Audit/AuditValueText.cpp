@@ -46,7 +46,8 @@ std::string_view pathOf(std::string_view field)
 /// What makes a request safe to repeat tells a reader nothing.
 bool isOfTheProtocol(std::string_view field)
 {
-    static constexpr std::array hidden{"idempotencyKey", "requestID", "expectedRevision", "userID", "expectedIDs"};
+    static constexpr std::array hidden{"idempotencyKey", "requestID", "expectedRevision",
+                                       "revision",       "userID",    "expectedIDs"};
     return std::ranges::find(hidden, leafOf(field)) != hidden.end();
 }
 
@@ -124,6 +125,8 @@ AuditValueText::Meaning AuditValueText::meaningOf(std::string_view leaf)
         std::pair{"accountID", &Text::account},
         std::pair{"accountIDs", &Text::account},
         std::pair{"returnAccountID", &Text::account},
+        std::pair{"sourceAccountID", &Text::account},
+        std::pair{"targetAccountID", &Text::account},
         std::pair{"memberID", &Text::member},
         std::pair{"ownerMemberID", &Text::member},
         std::pair{"operatorMemberID", &Text::member},
@@ -146,6 +149,10 @@ AuditValueText::Meaning AuditValueText::meaningOf(std::string_view leaf)
         std::pair{"approvalStatus", &Text::status},
         std::pair{"date", &Text::day},
         std::pair{"throughDate", &Text::day},
+        std::pair{"firstDay", &Text::day},
+        std::pair{"lastDay", &Text::day},
+        std::pair{"day", &Text::day},
+        std::pair{"unit", &Text::unit},
         std::pair{"bookkeepingStartDate", &Text::day},
         std::pair{"createdAt", &Text::moment},
         std::pair{"ratioBps", &Text::share},
@@ -169,8 +176,9 @@ QString AuditValueText::value(std::string_view field, const std::string& value, 
     const auto minor = number(value);
     if (field.starts_with(balances) && minor)
         return balanceText(*minor, leaf, locale).text();
-    if (leaf.ends_with("amountMinor") && minor) {
-        auto currency = all.find(std::string{pathOf(field)} + "currency");
+    if ((leaf.ends_with("amountMinor") || leaf == "targetAmountMinor") && minor) {
+        const auto* const beside = leaf == "targetAmountMinor" ? "targetCurrency" : "currency";
+        auto currency = all.find(std::string{pathOf(field)} + beside);
         if (currency == all.end())
             currency = all.find("currency");
         return currency == all.end() ? qString(value) : balanceText(*minor, currency->second, locale).text();
@@ -275,6 +283,11 @@ QString AuditValueText::mode(const std::string& mode) const
 QString AuditValueText::status(const std::string& status) const
 {
     return textOr(auditWords(), "status.", status, m_names.locale());
+}
+
+QString AuditValueText::unit(const std::string& unit) const
+{
+    return textOr(auditWords(), "unit.", unit, m_names.locale());
 }
 
 QString AuditValueText::day(const std::string& day) const

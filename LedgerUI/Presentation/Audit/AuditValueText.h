@@ -47,6 +47,7 @@ private:
     [[nodiscard]] QString language(const std::string& tag) const;
     [[nodiscard]] QString mode(const std::string& mode) const;
     [[nodiscard]] QString status(const std::string& status) const;
+    [[nodiscard]] QString unit(const std::string& unit) const;
     [[nodiscard]] QString day(const std::string& day) const;
     [[nodiscard]] QString moment(const std::string& stamp) const;
     [[nodiscard]] QString share(const std::string& basisPoints) const;
