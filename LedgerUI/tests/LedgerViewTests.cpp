@@ -123,6 +123,18 @@ TEST(LedgerView, CutsNoAmountBesideTheDetailHoweverWideTheWindow)
     }
 }
 
+TEST(LedgerView, ForgetsTheChosenEntryWithTheSession)
+{
+    OpenedLedger page;
+    page.under.server.answer("POST v1/auth/logout", ServerReply::json("{}"));
+    page.person.waitFor("ledgerTable");
+    page.find<LedgerTable>("ledgerTable")->chooseAll({"e1"});
+    settle();
+    ASSERT_FALSE(page.view->statusContext().text.isEmpty());
+    std::ignore = resultOf(page.under.store.logout());
+    EXPECT_TRUE(page.view->statusContext().text.isEmpty());
+}
+
 TEST(LedgerView, ListsTheChoicesOfAFilterInsideTheWindowAndChoosesNoneByOpeningThem)
 {
     OpenedLedger page{ledgerOfManyCategories(), smallest};

@@ -266,6 +266,11 @@ void LedgerView::adoptSnapshot()
 
 void LedgerView::present()
 {
+    if (!m_browser->book()) { // signed out: what was chosen is no place in any book
+        m_selected.clear();
+        m_sums.clear();
+        m_chosen.reset();
+    }
     m_period->present(m_browser->filter().period, m_browser->counts(), m_browser->today());
     m_filters->present(*m_browser);
     if (const auto& listing = m_browser->listing()) {
