@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QLineEdit>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -36,6 +37,27 @@ public:
 
 private:
     std::array<QLineEdit*, 2> m_panes{};
+};
+
+/// A page whose first pane only tells something; where it has a second, that can be acted on.
+template <bool offersSomething>
+class TellingPage final : public PageView {
+public:
+    TellingPage(LedgerStore& /*store*/, QWidget* parent) : PageView{parent}
+    {
+        auto* layout = new QVBoxLayout(this);
+        layout->addWidget(m_told);
+        if (offersSomething)
+            layout->addWidget(m_offered);
+        m_offered->setObjectName(QStringLiteral("offered"));
+        m_offered->setVisible(offersSomething);
+    }
+
+    [[nodiscard]] QList<QWidget*> panes() const override { return {m_told, m_offered}; }
+
+private:
+    QLabel* m_told = new QLabel(QStringLiteral("Nothing is here yet."), this);
+    QToolButton* m_offered = new QToolButton(this);
 };
 
 PageRegistry threePages()
@@ -122,6 +144,24 @@ TEST_F(Workspace, IsWalkedByKeyboard)
     EXPECT_EQ(forward, (std::vector<std::string>{"secondPane", "refreshButton", "page-company", "firstPane"}));
     screen.keys("Shift+F6");
     EXPECT_EQ(screen.focus(), "page-company");
+}
+
+TEST(WorkspaceFocus, IsOnWhatAPersonActsOnNextWhereTheFirstPaneOnlyTells)
+{
+    PageRegistry pages;
+    pages.add<TellingPage<true>>(WorkspacePage::ledger);
+    WindowUnderTest under{pages};
+    under.signIn(SnapshotBuilder{});
+    EXPECT_EQ(under.screen.focus(), "offered");
+}
+
+TEST(WorkspaceFocus, IsOnThePageInTheSideBarWhereNothingCanBeDone)
+{
+    PageRegistry pages;
+    pages.add<TellingPage<false>>(WorkspacePage::ledger);
+    WindowUnderTest under{pages};
+    under.signIn(SnapshotBuilder{});
+    EXPECT_EQ(under.screen.focus(), "page-ledger");
 }
 
 TEST_F(Workspace, IsTabbedThroughFromSideBarToStatusBarEvenAfterItsPagesChanged)

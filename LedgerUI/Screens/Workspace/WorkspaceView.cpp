@@ -122,10 +122,15 @@ void WorkspaceView::showEvent(QShowEvent* event)
 void WorkspaceView::focusStart()
 {
     const auto* page = currentPage();
-    const auto targets = page ? page->panes() : QList<QWidget*>{};
-    auto* start = targets.isEmpty() ? m_sideBar->focusTarget() : FocusChain::firstStop(targets.first());
-    if (start)
-        start->setFocus();
+    for (auto* pane : page ? page->panes() : QList<QWidget*>{}) {
+        if (auto* stop = FocusChain::firstStop(pane)) {
+            stop->setFocus();
+            return;
+        }
+    }
+    // Keys must go somewhere that can be seen, also from a page on which nothing can be done yet.
+    if (auto* chosen = m_sideBar->focusTarget())
+        chosen->setFocus();
 }
 
 void WorkspaceView::buildLayout()
