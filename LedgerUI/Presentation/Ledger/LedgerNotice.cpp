@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
@@ -16,6 +17,12 @@ LedgerNotice nothingRecorded(const LedgerBook& book)
 {
     const auto& locale = book.locale();
     const auto text = [&](std::string_view key) { return wordIn(locale, ledgerWords(), key); };
+    if (book.snapshot().accounts.empty() && MemberRights::canManage(book.snapshot().currentMember))
+        return {Reason::noAccounts,
+                text("empty.title"),
+                text("empty.noAccountsBody"),
+                {{Remedy::setUp, text("empty.setUp"), {}}},
+                {}};
     if (book.snapshot().accounts.empty())
         return {Reason::noAccess, text("empty.noAccess"), text("empty.noAccessBody"), {}, {}};
     if (!book.snapshot().currentMember.canRecord())

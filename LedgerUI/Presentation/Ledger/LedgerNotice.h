@@ -9,8 +9,8 @@
 
 /// What the ledger says in place of an empty table, and what it offers to do about it.
 struct LedgerNotice {
-    enum class Reason { nothingRecorded, noAccess, nothingInPeriod, nothingMatches };
-    enum class Remedy { record, recordOpening, changeFilter };
+    enum class Reason { nothingRecorded, noAccounts, noAccess, nothingInPeriod, nothingMatches };
+    enum class Remedy { record, recordOpening, setUp, changeFilter };
     struct Offer {
         Remedy remedy = Remedy::changeFilter;
         QString text;

@@ -217,8 +217,14 @@ TEST(LedgerNotice, TellsAnEmptyLedgerFromOneThatMayNotBeSeen)
     const auto readOnly = bookOf(snapshot().account("bank", {"USD"}).grant("bank", {"view"}));
     EXPECT_TRUE(noticeFor(readOnly, {}, readOnly.counts(), sampleToday).offers.empty());
 
-    const auto blind = bookOf(snapshot());
+    const auto blind = bookOf(snapshot().currentMember(SnapshotBuilder::person("m1", "Rizky")));
     EXPECT_EQ(noticeFor(blind, {}, blind.counts(), sampleToday).reason, LedgerNotice::Reason::noAccess);
+
+    const auto founded = bookOf(snapshot().currentMember(SnapshotBuilder::person("m1", "Dewi", "owner")));
+    const auto leading = noticeFor(founded, {}, founded.counts(), sampleToday);
+    EXPECT_EQ(leading.sentence, QStringLiteral("Set up the company's books first. Then entries can be recorded."));
+    ASSERT_EQ(leading.offers.size(), 1U);
+    EXPECT_EQ(leading.offers[0].remedy, LedgerNotice::Remedy::setUp);
 }
 
 /// The total under the ledger when a figure of a report is opened: the figure itself, in minor units.

@@ -16,6 +16,8 @@ QString glyphOf(Reason reason)
     switch (reason) {
     case Reason::nothingRecorded:
         return QStringLiteral("journal-text");
+    case Reason::noAccounts:
+        return QStringLiteral("bank");
     case Reason::noAccess:
         return QStringLiteral("eye-slash");
     case Reason::nothingInPeriod:
@@ -33,6 +35,8 @@ QString nameOf(Remedy remedy)
         return QStringLiteral("noticeRecord");
     case Remedy::recordOpening:
         return QStringLiteral("noticeOpening");
+    case Remedy::setUp:
+        return QStringLiteral("noticeSetUp");
     case Remedy::changeFilter:
         return QStringLiteral("noticeChangeFilter");
     }
@@ -47,8 +51,8 @@ void LedgerNoticeView::present(const LedgerNotice& notice)
 {
     auto* state = madeState(glyphOf(notice.reason), notice.headline, notice.sentence);
     for (const auto& offer : notice.offers) {
-        const bool records = offer.remedy == Remedy::record;
-        state->addButton(buttonFor(offer, records ? new PrimaryButton(state) : new QPushButton(state)));
+        const bool begins = offer.remedy == Remedy::record || offer.remedy == Remedy::setUp;
+        state->addButton(buttonFor(offer, begins ? new PrimaryButton(state) : new QPushButton(state)));
     }
     int number = 1;
     for (const auto& step : notice.steps) {
@@ -69,6 +73,9 @@ QPushButton* LedgerNoticeView::buttonFor(const LedgerNotice::Offer& offer, QPush
             return;
         case Remedy::recordOpening:
             Q_EMIT openingWanted();
+            return;
+        case Remedy::setUp:
+            Q_EMIT setUpWanted();
             return;
         case Remedy::changeFilter:
             Q_EMIT filterWanted(filter);

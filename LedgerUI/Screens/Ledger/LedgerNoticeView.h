@@ -16,6 +16,7 @@ public:
 Q_SIGNALS:
     void recordWanted();
     void openingWanted();
+    void setUpWanted();
     void filterWanted(const LedgerFilter& filter);
 
 private:

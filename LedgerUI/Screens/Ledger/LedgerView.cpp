@@ -167,6 +167,8 @@ void LedgerView::bindParts()
     connect(m_notice, &LedgerNoticeView::recordWanted, (*m_actions)[QStringLiteral("newEntry")], &QAction::trigger);
     connect(m_notice, &LedgerNoticeView::openingWanted, this,
             [this] { record({.kind = std::string{EntryKind::opening}, .accountID = {}, .prefilled = {}}); });
+    connect(m_notice, &LedgerNoticeView::setUpWanted, this,
+            [this] { Q_EMIT linkPressed({.page = WorkspacePage::accounts}); });
     connect(m_table, &RowTable::selectionMoved, this, &LedgerView::presentSelection);
     connect(m_table, &RowTable::opened, m_page, &ListDetailPage::openDetail);
     connect(m_table, &RowTable::menuWanted, this, &LedgerView::openMenu);
