@@ -125,3 +125,13 @@ TEST(Presets, AreAddedOneAfterTheOtherAndStopAtARefusal)
     under.leaveAlert();
     EXPECT_EQ(under.screen.read("presetAdd"), "Add 1") << "what could not be added stays ticked";
 }
+
+TEST(Categories, TellACompanyThatHasNoneFromASearchThatFindsNone)
+{
+    CompanyUnderTest under{SnapshotBuilder{}.currentMember(SnapshotBuilder::person("m1", "Dewi", "owner"))};
+    under.openTab("categoriesTab");
+    EXPECT_TRUE(under.screen.says("No categories yet"));
+    EXPECT_FALSE(under.screen.says("Drag to sort")) << "there is nothing to sort";
+    under.screen.fill("categorySearch", "rent");
+    EXPECT_TRUE(under.screen.says("No category matches"));
+}

@@ -22,6 +22,7 @@ const WordTable& categoryWords()
         {"orderHint", "拖动排序，或用 Alt+↑ 和 Alt+↓", "Seret untuk mengurutkan, atau Alt+↑ dan Alt+↓",
          "Kéo để sắp xếp, hoặc Alt+↑ và Alt+↓", "Drag to sort, or Alt+↑ and Alt+↓"},
         {"none", "没有符合的类别", "Tidak ada kategori yang cocok", "Không có hạng mục phù hợp", "No category matches"},
+        {"noneYet", "还没有类别", "Belum ada kategori", "Chưa có hạng mục nào", "No categories yet"},
         {"noneText", "新建一个类别，或从目录中选择。", "Buat kategori baru, atau pilih dari katalog.",
          "Tạo hạng mục mới hoặc chọn từ danh mục có sẵn.", "Add a category, or choose from the catalog."},
         {"new", "新类别", "Kategori baru", "Hạng mục mới", "New category"},

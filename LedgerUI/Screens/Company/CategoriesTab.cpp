@@ -148,7 +148,7 @@ PageView::StatusContext CategoriesTab::statusContext() const
 {
     if (m_editing->hasChanges())
         return {.text = countedIn(InterfaceLanguage::tag(), companyWords(), "changes", 1), .figure = {}};
-    return {.text = word(categoryWords(), "orderHint"), .figure = {}};
+    return {.text = m_stack->currentWidget() == m_table ? word(categoryWords(), "orderHint") : QString{}, .figure = {}};
 }
 
 QList<QWidget*> CategoriesTab::panes() const
@@ -210,8 +210,12 @@ void CategoriesTab::presentTable()
     const bool isEmpty = rows.empty();
     m_table->present(CategoryTree::columns(locale), std::move(rows));
     m_table->choose(m_editing->form().id);
-    m_none->setTexts(word(words, "none"), word(words, "noneText"));
-    m_stack->setCurrentWidget(isEmpty ? static_cast<QWidget*>(m_none) : m_table);
+    m_none->setTexts(word(words, m_view.query.isEmpty() ? "noneYet" : "none"), word(words, "noneText"));
+    auto* const shown = isEmpty ? static_cast<QWidget*>(m_none) : m_table;
+    if (m_stack->currentWidget() == shown)
+        return;
+    m_stack->setCurrentWidget(shown);
+    Q_EMIT standingChanged(); // an empty list has nothing to sort
 }
 
 void CategoriesTab::leaveThen(const std::function<void()>& go)
