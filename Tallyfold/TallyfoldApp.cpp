@@ -48,7 +48,7 @@ struct TallyfoldApp::Parts {
     explicit Parts(Setup setup)
         : credentials{std::move(setup.credentials)}, defaults{defaultsFor(std::move(setup.language))},
           store{
-              ServiceAddress::atStart(),
+              setup.service.value_or(ServiceAddress::atStart()),
               {.credentials = *credentials, .languageDefaults = *defaults, .clock = clock, .identifiers = identifiers}},
           pages{builtPages()}, window{store, new RootView(store, pages)}
     {

@@ -15,6 +15,7 @@ public:
     struct Setup {
         std::optional<std::string> language; // used instead of the kept one, and not kept
         std::unique_ptr<SessionCredentialStore> credentials;
+        std::optional<std::string> service = {}; // the address to begin with, instead of the one that was built in
     };
 
     explicit TallyfoldApp(Setup setup);

@@ -22,6 +22,9 @@ std::span<const Story> stories()
         Story{"reversing", "Undoing an entry", tellOfReversing},
         Story{"languages", "Four languages, large and small, light and dark", tellOfLanguagesAndSizes},
         Story{"coming-back", "Leaving and coming back", tellOfComingBack},
+        Story{"petty-cash", "Petty cash at two clients, and a right taken away", tellOfPettyCash},
+        Story{"second-company", "A second company, and staying signed in", tellOfASecondCompany},
+        Story{"lost-replies", "Replies that are lost on the way", tellOfLostReplies},
     };
     return all;
 }

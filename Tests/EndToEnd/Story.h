@@ -55,3 +55,6 @@ void tellOfReceipts(Stage& stage);
 void tellOfReversing(Stage& stage);
 void tellOfLanguagesAndSizes(Stage& stage);
 void tellOfComingBack(Stage& stage);
+void tellOfPettyCash(Stage& stage);
+void tellOfASecondCompany(Stage& stage);
+void tellOfLostReplies(Stage& stage);

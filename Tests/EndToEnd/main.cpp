@@ -60,7 +60,8 @@ void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const 
     try {
         story.tell(stage);
     } catch (const ScreenFailure&) {
-        teller.picture(QStringLiteral("failure"));
+        if (!visibleWindows().isEmpty()) // a story's own windows are gone by now
+            teller.picture(QStringLiteral("failure"));
         throw;
     }
 }
@@ -98,6 +99,7 @@ int main(int argc, char** argv)
 
     QApplication application{argc, argv};
     QApplication::setApplicationName(QStringLiteral("Tallyfold"));
+    QApplication::setQuitOnLastWindowClosed(false); // people close their windows and open them again
     Theme::current().followDesktop();
     return tellAll(options);
 }
