@@ -98,7 +98,7 @@ LedgerSnapshot TestService::snapshotOf(const std::string& memberID)
 void TestService::write(const std::function<void(Connection&)>& work)
 {
     const auto database = Database::open(databaseFile());
-    require(database.has_value(), "the test's database opens");
+    require(database.has_value(), database ? "" : database.error());
     const auto loan = (*database)->borrow();
     Transaction transaction{*loan, Transaction::Mode::writing};
     work(*loan);

@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/testing/BusyWorkers.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -126,11 +127,13 @@ TEST(PrintDialog, LaysNothingOutOfADocumentThatIsBeingMadeAnew)
     under.open();
     auto& dialog = under.dialog();
     auto& paper = under.screen.find<SegmentedControl>("printPaper");
+    auto workers = std::make_unique<BusyWorkers>();
     InterfaceLanguage::change("id-ID");
     QEvent changed{QEvent::LanguageChange};
     QCoreApplication::sendEvent(&dialog, &changed);
     EXPECT_FALSE(dialog.confirmButton().isEnabled());
     Q_EMIT paper.chosenByUser(QPageSize::Letter); // before the document is there
+    workers.reset();
     under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });
     under.dialog().saveTo(under.path());
     under.screen.waitUntilGone("printDialog");
