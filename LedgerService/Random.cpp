@@ -1,6 +1,8 @@
 #include "LedgerService/Random.h"
 
 #include <array>
+#include <chrono>
+#include <cstdint>
 #include <vector>
 
 #include <sodium.h>
@@ -12,7 +14,10 @@ namespace LedgerService {
 namespace {
 
 /// 128 bits never meet by chance.
-constexpr std::size_t identifierBytes = 16;
+constexpr std::size_t randomBytes = 16;
+/// Milliseconds of some thousand years.
+constexpr std::size_t timeBytes = 6;
+constexpr unsigned bitsOfByte = 8;
 
 const unsigned char* bytesOf(std::string_view text)
 {
@@ -53,9 +58,17 @@ std::string Random::text(std::size_t bytes)
     return encoded(random);
 }
 
+/// What is made at the same time begins alike and so stands together in indexes: a database writes fewer pages.
 std::string Random::identifier()
 {
-    return text(identifierBytes);
+    prepareLibrary();
+    std::array<unsigned char, timeBytes + randomBytes> bytes{};
+    const auto now = std::chrono::system_clock::now().time_since_epoch();
+    auto time = static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+    for (auto at = timeBytes; at-- > 0; time >>= bitsOfByte)
+        bytes[at] = static_cast<unsigned char>(time);
+    randombytes_buf(&bytes[timeBytes], randomBytes);
+    return encoded(bytes);
 }
 
 std::string Random::digits(std::size_t count)

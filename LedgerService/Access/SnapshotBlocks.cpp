@@ -12,12 +12,23 @@ namespace LedgerService {
 
 namespace {
 
-/// A block ends when it has reached this size.
-constexpr std::size_t blockBytes = 256 * 1024;
-/// Fragments taken by one query.
-constexpr int fragmentsAtOnce = 512;
-/// Changes whose receipts one query takes.
-constexpr std::int64_t changesAtOnce = 4096;
+/// How much is made at a time.
+struct Pace {
+    std::size_t blockBytes;     // a block ends when it has reached this size
+    int fragmentsAtOnce;        // taken by one query
+    std::int64_t changesAtOnce; // whose receipts one query takes
+};
+
+/// A client that asks and does not read holds a block or two. So the first ones, which mostly go to the buffers of the
+/// system, are small; a client that has taken this much is seen to read.
+constexpr Pace first{.blockBytes = 64 * 1024, .fragmentsAtOnce = 128, .changesAtOnce = 1024};
+constexpr Pace further{.blockBytes = 256 * 1024, .fragmentsAtOnce = 512, .changesAtOnce = 4096};
+constexpr std::size_t seenToRead = 4 * 1024 * 1024;
+
+const Pace& paceAfter(std::size_t bytes)
+{
+    return bytes < seenToRead ? first : further;
+}
 
 }
 
@@ -76,6 +87,7 @@ std::string SnapshotBlocks::next()
     std::string block;
     if (m_stage == Stage::done)
         return block;
+    const auto blockBytes = paceAfter(m_bytes).blockBytes;
     block.reserve(blockBytes + blockBytes / 2);
     const auto loan = m_database.borrow();
     const Transaction transaction{*loan, Transaction::Mode::reading};
@@ -83,12 +95,14 @@ std::string SnapshotBlocks::next()
         addEntries(*loan, block);
     while (m_stage == Stage::receipts && block.size() < blockBytes)
         addReceipts(*loan, block);
+    m_bytes += block.size();
     return block;
 }
 
 void SnapshotBlocks::addEntries(Connection& connection, std::string& block)
 {
     const auto& state = m_scope.state;
+    const auto fragmentsAtOnce = paceAfter(m_bytes).fragmentsAtOnce;
     const auto renewed = FragmentRepository::textsBefore(connection, m_scope.companyID, state.lastChange);
     JsonElements elements{block, m_any};
     const auto taken = FragmentRepository::visit(
@@ -109,7 +123,7 @@ void SnapshotBlocks::addEntries(Connection& connection, std::string& block)
 
 void SnapshotBlocks::addReceipts(Connection& connection, std::string& block)
 {
-    const auto last = std::min(m_at + changesAtOnce, m_scope.state.lastChange);
+    const auto last = std::min(m_at + paceAfter(m_bytes).changesAtOnce, m_scope.state.lastChange);
     JsonElements elements{block, m_any};
     for (const auto& each : AttachmentRepository::seenIn(connection, m_scope.receiptsAfter(m_at, last)))
         elements.add(Json::encode(each));

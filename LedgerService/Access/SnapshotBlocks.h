@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -80,8 +81,9 @@ private:
     SnapshotScope m_scope;
     std::string m_tail;
     Stage m_stage = Stage::entries;
-    std::int64_t m_at = 0; // the change up to which all is sent, in this stage
-    bool m_any = false;    // whether the list has an element already
+    std::int64_t m_at = 0;   // the change up to which all is sent, in this stage
+    std::size_t m_bytes = 0; // of the blocks so far
+    bool m_any = false;      // whether the list has an element already
 };
 
 }

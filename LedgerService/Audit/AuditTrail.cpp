@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <limits>
 
-#include <fmt/core.h>
-
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Sql/Columns.h"
@@ -62,7 +60,10 @@ std::size_t sizeOf(const AuditRecord& record)
 /// A field with its length, so that no two records read alike.
 void add(std::string& text, std::string_view field)
 {
-    text += fmt::format("{}:{},", field.size(), field);
+    text += std::to_string(field.size());
+    text += ':';
+    text += field;
+    text += ',';
 }
 
 void add(std::string& text, const std::optional<std::string>& field)
@@ -92,7 +93,7 @@ std::string AuditTrail::chained(std::string_view previous, std::string_view scop
     std::string text;
     add(text, previous);
     add(text, scope);
-    text += fmt::format("{},", record.number);
+    text += std::to_string(record.number) + ',';
     add(text, std::string_view{record.at});
     add(text, record.memberID);
     add(text, std::string_view{record.origin});

@@ -116,6 +116,24 @@ TEST_F(CommandGroup, UndoesTheOneThatFailsAndKeepsTheOthers)
     EXPECT_EQ(service.problems(), "");
 }
 
+TEST_F(CommandGroup, LeavesNothingOfThoseThatFailBeforeTheFirstThatIsKept)
+{
+    for (int each = 0; each < 2; ++each)
+        doing([](Connection& connection) {
+            connection.execute("UPDATE balances SET amount_minor = 7");
+            connection.execute("UPDATE nothing SET amount_minor = 7"); // a server goes on with nothing after this
+        });
+    expense(mira, "kept");
+    doing([](Connection& connection) {
+        connection.execute("UPDATE balances SET amount_minor = 8");
+        throw std::runtime_error("poisoned");
+    });
+    carryOut();
+    EXPECT_EQ(statuses(), (std::vector{500, 500, 200, 500}));
+    EXPECT_EQ(spent(), 10);
+    EXPECT_EQ(service.problems(), "");
+}
+
 TEST_F(CommandGroup, ConfirmsNothingWhenItCannotBeMadeDurable)
 {
     expense(mira, "before");

@@ -16,7 +16,7 @@ std::string CommandFingerprint::enclosed(const std::map<std::string_view, std::s
 {
     std::string text = "{";
     for (const auto& [name, value] : fields)
-        text += fmt::format("\"{}\":{},", name, value);
+        text.append(1, '"').append(name).append("\":").append(value).append(1, ',');
     return text + "}";
 }
 

@@ -211,18 +211,22 @@ bool Dispatcher::carryOutTogether(Connection& connection, std::vector<Command*>&
                                   const std::function<Command*()>& next, bool last) const
 {
     try {
-        Transaction transaction{connection, Transaction::Mode::writing};
+        std::optional<Transaction> transaction;
         bool accepted = false;
         for (std::size_t at = 0; at < group.size(); ++at) {
-            group[at]->outcome = carryOut(connection, *group[at]);
+            if (!transaction)
+                transaction.emplace(connection, Transaction::Mode::writing);
+            group[at]->outcome = accepted ? carryOutAsPart(connection, *group[at]) : carryOut(connection, *group[at]);
             accepted = accepted || group[at]->outcome.has_value();
+            if (!accepted)
+                transaction.reset(); // undoes what the refused command has left
             if (at + 1 < group.size())
                 continue;
             if (auto* const further = next())
                 group.push_back(further);
         }
         if (accepted)
-            transaction.commit();
+            transaction->commit();
         return true;
     } catch (const std::exception& failure) {
         if (last || !DatabaseFailure::isConflict(failure))
@@ -234,10 +238,16 @@ bool Dispatcher::carryOutTogether(Connection& connection, std::vector<Command*>&
 /// One command of a group. Throws when the group's transaction cannot go on.
 Outcome Dispatcher::carryOut(Connection& connection, const Command& command) const
 {
-    Savepoint savepoint{connection};
-    auto outcome = guarded(
+    return guarded(
         command.match, command.request.id,
         [&] { return inTransaction(connection, command.match, command.request, command.work); }, Conflicts::thrown);
+}
+
+/// The same after others that were accepted, which stay when this one is refused.
+Outcome Dispatcher::carryOutAsPart(Connection& connection, const Command& command) const
+{
+    Savepoint savepoint{connection};
+    auto outcome = carryOut(connection, command);
     if (outcome)
         savepoint.keep();
     else

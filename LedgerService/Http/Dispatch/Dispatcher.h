@@ -60,6 +60,7 @@ private:
     bool carryOutTogether(Connection& connection, std::vector<Command*>& group, const std::function<Command*()>& next,
                           bool last) const;
     [[nodiscard]] Outcome carryOut(Connection& connection, const Command& command) const;
+    [[nodiscard]] Outcome carryOutAsPart(Connection& connection, const Command& command) const;
     [[nodiscard]] Outcome inTransaction(Connection& connection, const RouteMatch& match, const Request& request,
                                         const MemberWork& work) const;
     [[nodiscard]] Reply replyTo(const RouteMatch& match, std::string_view requestID,

@@ -1,5 +1,6 @@
 #include "LedgerService/Storage/Sql/FileStatement.h"
 
+#include <fmt/core.h>
 #include <soci/sqlite3/soci-sqlite3.h>
 
 #include "LedgerCore/Domain/Contract.h"
@@ -9,6 +10,9 @@ namespace LedgerService {
 namespace {
 
 using namespace sqlite_api;
+
+/// Longer texts are rare, and statements stay for long.
+constexpr std::size_t mostRoomKept = 4096;
 
 [[noreturn]] void fail(sqlite3* database, int result)
 {
@@ -24,6 +28,7 @@ FileStatement::FileStatement(sqlite3* database, std::string_view sql) : m_databa
     if (result != SQLITE_OK)
         fail(database, result);
     require(m_statement != nullptr, "a statement says something");
+    m_texts.resize(static_cast<std::size_t>(sqlite3_bind_parameter_count(m_statement)));
 }
 
 FileStatement::~FileStatement()
@@ -31,12 +36,17 @@ FileStatement::~FileStatement()
     sqlite3_finalize(m_statement);
 }
 
+/// Runs bind their parameters in the same order, mostly: then none has to be looked for.
 int FileStatement::place(std::string_view name)
 {
-    m_name = ':';
-    m_name += name;
-    const int found = sqlite3_bind_parameter_index(m_statement, m_name.c_str());
+    const auto at = m_bound++;
+    if (at < m_places.size() && m_places[at].name == name)
+        return m_places[at].index;
+    const auto named = fmt::format(":{}", name);
+    const int found = sqlite3_bind_parameter_index(m_statement, named.c_str());
     require(found != 0, "a value is bound to a parameter that the statement has");
+    m_places.resize(at);
+    m_places.emplace_back(std::string{name}, found);
     return found;
 }
 
@@ -46,12 +56,13 @@ void FileStatement::check(int result)
         fail(m_database, result);
 }
 
-/// The engine takes a copy: the value may be gone before the statement runs.
+/// The value may be gone before the statement runs, so it is copied to where an earlier one has left room.
 void FileStatement::bindText(std::string_view name, std::string_view value)
 {
-    static const auto copied = reinterpret_cast<sqlite3_destructor_type>(-1); // the engine's own sign for it
-    const char* const begin = value.empty() ? "" : value.data();              // nothing at all would be null
-    check(sqlite3_bind_text64(m_statement, place(name), begin, value.size(), copied, SQLITE_UTF8));
+    const int at = place(name);
+    auto& text = m_texts[static_cast<std::size_t>(at) - 1];
+    text = value;
+    check(sqlite3_bind_text64(m_statement, at, text.data(), text.size(), nullptr, SQLITE_UTF8));
 }
 
 void FileStatement::bindNumber(std::string_view name, std::int64_t value)
@@ -107,6 +118,11 @@ bool FileStatement::finish() noexcept
     sqlite3_reset(m_statement); // tells again of a failure that `step` has thrown
     sqlite3_clear_bindings(m_statement);
     m_columns = 0;
+    m_bound = 0;
+    for (auto& text : m_texts) {
+        if (text.capacity() > mostRoomKept)
+            std::string{}.swap(text);
+    }
     return true;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "LedgerService/Storage/Sql/PreparedStatement.h"
 
 namespace sqlite_api {
@@ -29,13 +31,20 @@ public:
     bool finish() noexcept override;
 
 private:
+    struct Place {
+        std::string name;
+        int index = 0;
+    };
+
     [[nodiscard]] int place(std::string_view name);
     void check(int result);
 
     sqlite_api::sqlite3* m_database;
     sqlite_api::sqlite3_stmt* m_statement = nullptr;
     int m_columns = 0;
-    std::string m_name; // of the parameter looked for
+    std::vector<std::string> m_texts; // that are bound, by their parameters: the engine reads them where they are
+    std::vector<Place> m_places;      // in the order in which they were bound the last time
+    std::size_t m_bound = 0;          // of them in this run
 };
 
 }

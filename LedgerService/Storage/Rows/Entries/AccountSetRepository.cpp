@@ -1,7 +1,6 @@
 #include "LedgerService/Storage/Rows/Entries/AccountSetRepository.h"
 
 #include <set>
-#include <stdexcept>
 
 #include "LedgerService/Storage/Sql/Columns.h"
 
@@ -9,9 +8,13 @@ namespace LedgerService {
 
 namespace {
 
+constexpr auto selectSet = R"sql(
+    SELECT id FROM account_sets WHERE company_id = :company AND account_ids = :accounts
+)sql";
+
 constexpr auto addToSet = R"sql(
     UPDATE account_sets SET entry_count = entry_count + :entries, receipt_count = receipt_count + :receipts
-    WHERE company_id = :company AND account_ids = :accounts RETURNING id
+    WHERE company_id = :company AND id = :id
 )sql";
 
 constexpr auto insertSet = R"sql(
@@ -47,14 +50,17 @@ int AccountSetRepository::count(Connection& connection, std::string_view company
                                 Counted counted)
 {
     const auto accounts = accountsOf(entry);
-    for (const auto* const statement : {addToSet, insertSet}) {
-        int id = 0;
-        Query query{connection, statement};
-        query.bind("company", companyID).bind("accounts", accounts).bind("entries", counted.entries);
-        if (query.bind("receipts", static_cast<std::int64_t>(counted.receipts)).into(id).next())
-            return id;
-    }
-    throw std::logic_error("a set of accounts is there or is made");
+    const auto receipts = static_cast<std::int64_t>(counted.receipts);
+    int id = 0;
+    const bool known =
+        Query{connection, selectSet}.bind("company", companyID).bind("accounts", accounts).into(id).next();
+    Query query{connection, known ? addToSet : insertSet};
+    query.bind("company", companyID).bind("entries", counted.entries).bind("receipts", receipts);
+    if (known)
+        query.bind("id", id).run();
+    else
+        query.bind("accounts", accounts).into(id).next();
+    return id;
 }
 
 std::vector<AccountSet> AccountSetRepository::all(Connection& connection, std::string_view companyID)

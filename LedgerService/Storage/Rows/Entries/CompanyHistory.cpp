@@ -1,6 +1,12 @@
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 
+#include <functional>
+
+#include <fmt/core.h>
+
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
 namespace LedgerService {
@@ -11,25 +17,42 @@ constexpr auto selectState = R"sql(
     SELECT number, last_sequence, settings_revision FROM companies WHERE id = :company
 )sql";
 
-constexpr auto advanceChange = R"sql(
+constexpr std::string_view advanceChange = R"sql(
     UPDATE companies SET last_sequence = last_sequence + 1 WHERE id = :company
-    RETURNING number, last_sequence, settings_revision
 )sql";
 
-constexpr auto advanceForEntry = R"sql(
+constexpr std::string_view advanceForEntry = R"sql(
     UPDATE companies SET last_sequence = last_sequence + 1,
         earliest_day = CASE WHEN earliest_day <= :day THEN earliest_day ELSE :day END
     WHERE id = :company
-    RETURNING number, last_sequence, settings_revision
 )sql";
+
+constexpr std::string_view returnState = "RETURNING number, last_sequence, settings_revision";
+const auto advanceChangeReturning = fmt::format("{}{}", advanceChange, returnState);
+const auto advanceForEntryReturning = fmt::format("{}{}", advanceForEntry, returnState);
 
 constexpr auto advanceFrom = R"sql(
     UPDATE companies SET last_sequence = last_sequence + 1 WHERE id = :company AND last_sequence = :last
 )sql";
 
-CompanyState advanced(Query& query)
+/// Runs the statement that advances the company and tells where the company stands then. A server is asked once; a file
+/// is quicker asked again than told to gather what it changes.
+CompanyState advanced(Connection& connection, std::string_view companyID, std::string_view statement,
+                      std::string_view returning, const std::function<void(Query&)>& bind)
 {
     CompanyState state;
+    if (connection.dialect().isFile()) {
+        {
+            Query query{connection, statement};
+            bind(query);
+            query.run();
+        }
+        const auto found = CompanyHistory::state(connection, companyID);
+        require(found.has_value(), "only a company that exists changes");
+        return *found;
+    }
+    Query query{connection, returning};
+    bind(query);
     query.into(state.number).into(state.lastChange).into(state.settingsRevision);
     require(query.next(), "only a company that exists changes");
     return state;
@@ -47,14 +70,14 @@ std::optional<CompanyState> CompanyHistory::state(Connection& connection, std::s
 
 CompanyState CompanyHistory::advance(Connection& connection, std::string_view companyID)
 {
-    Query query{connection, advanceChange};
-    return advanced(query.bind("company", companyID));
+    return advanced(connection, companyID, advanceChange, advanceChangeReturning,
+                    [&](Query& query) { query.bind("company", companyID); });
 }
 
 CompanyState CompanyHistory::advanceByEntry(Connection& connection, std::string_view companyID, std::string_view day)
 {
-    Query query{connection, advanceForEntry};
-    return advanced(query.bind("company", companyID).bind("day", day));
+    return advanced(connection, companyID, advanceForEntry, advanceForEntryReturning,
+                    [&](Query& query) { query.bind("company", companyID).bind("day", day); });
 }
 
 void CompanyHistory::ensureAdvanced(Connection& connection, std::string_view companyID, std::int64_t lastChange)
