@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/AttemptRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -40,18 +41,20 @@ std::optional<Refusal> AttemptLimit::whyNotNow(const Service& service, std::span
 {
     const auto instant = service.clock();
     const auto loan = service.database.borrow();
-    if (auto refusal = whyUsedUp(*loan, scopes, instant))
+    if (auto refusal = Anew::onConflict([&] { return whyUsedUp(*loan, scopes, instant); }))
         return refusal;
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    if (auto refusal = whyUsedUp(*loan, scopes, instant)) // by others, meanwhile
-        return refusal;
-    const auto now = LedgerDay::stamp(instant);
-    AttemptRepository::removeSomeEnded(*loan, now);
-    for (const auto& scope : scopes)
-        AttemptRepository::count(*loan, scope.name, now, LedgerDay::stamp(instant + scope.window));
-    transaction.commit();
-    return std::nullopt;
+    return Anew::onConflict([&]() -> std::optional<Refusal> {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        if (auto refusal = whyUsedUp(*loan, scopes, instant)) // by others, meanwhile
+            return refusal;
+        const auto now = LedgerDay::stamp(instant);
+        AttemptRepository::removeSomeEnded(*loan, now);
+        for (const auto& scope : scopes)
+            AttemptRepository::count(*loan, scope.name, now, LedgerDay::stamp(instant + scope.window));
+        transaction.commit();
+        return std::nullopt;
+    });
 }
 
 }

@@ -10,6 +10,7 @@
 #include "LedgerService/Mail/MailMessage.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/MailRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
@@ -105,26 +106,31 @@ bool Postbox::sendNext()
     const auto instant = m_clock();
     const auto now = LedgerDay::stamp(instant);
     const auto loan = m_database.borrow();
-    const auto due = MailRepository::due(*loan, now);
+    const auto due = Anew::onConflict([&] { return MailRepository::due(*loan, now); });
     if (!due)
         return false;
     {
         const auto turn = m_database.queueToWrite();
-        Transaction transaction{*loan, Transaction::Mode::writing};
-        MailRepository::removeExpired(*loan, now);
-        const bool mine = MailRepository::take(*loan, *due, LedgerDay::stamp(instant + lease));
-        transaction.commit();
+        const bool mine = Anew::onConflict([&] {
+            Transaction transaction{*loan, Transaction::Mode::writing};
+            MailRepository::removeExpired(*loan, now);
+            const bool taken = MailRepository::take(*loan, *due, LedgerDay::stamp(instant + lease));
+            transaction.commit();
+            return taken;
+        });
         if (!mine)
             return true; // another process sends it, or its time is over
     }
     const bool done = send(*due);
     const auto turn = m_database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    if (done)
-        MailRepository::remove(*loan, due->id);
-    else
-        MailRepository::writeNextTry(*loan, due->id, LedgerDay::stamp(instant + pauseAfter(due->tries)));
-    transaction.commit();
+    Anew::onConflict([&] {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        if (done)
+            MailRepository::remove(*loan, due->id);
+        else
+            MailRepository::writeNextTry(*loan, due->id, LedgerDay::stamp(instant + pauseAfter(due->tries)));
+        transaction.commit();
+    });
     return true;
 }
 

@@ -7,6 +7,7 @@
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -19,14 +20,16 @@ std::size_t removeRows(Database& database, const ReceiptFolder& folder, std::str
 {
     const auto loan = database.borrow();
     const auto turn = database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    const auto removed = AttachmentRepository::removeLoose(*loan, before);
-    for (const auto& digest : removed) {
-        if (!digest.empty())
-            folder.touch(digest);
-    }
-    transaction.commit();
-    return removed.size();
+    return Anew::onConflict([&] {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        const auto removed = AttachmentRepository::removeLoose(*loan, before);
+        for (const auto& digest : removed) {
+            if (!digest.empty())
+                folder.touch(digest);
+        }
+        transaction.commit();
+        return removed.size();
+    });
 }
 
 std::vector<std::string> unnamed(Database& database, const ReceiptFolder& folder)
@@ -34,7 +37,7 @@ std::vector<std::string> unnamed(Database& database, const ReceiptFolder& folder
     std::vector<std::string> digests;
     const auto loan = database.borrow();
     folder.eachOlderThan(LooseReceipts::graceOfFiles, [&](const std::string& digest) {
-        if (!AttachmentRepository::isNamed(*loan, digest))
+        if (!Anew::onConflict([&] { return AttachmentRepository::isNamed(*loan, digest); }))
             digests.push_back(digest);
     });
     return digests;
@@ -45,11 +48,13 @@ bool removeFile(Database& database, const ReceiptFolder& folder, const std::stri
 {
     const auto loan = database.borrow();
     const auto turn = database.queueToWrite();
-    const Transaction transaction{*loan, Transaction::Mode::writing};
-    if (AttachmentRepository::isNamed(*loan, digest))
-        return false;
-    folder.remove(digest);
-    return true;
+    return Anew::onConflict([&] {
+        const Transaction transaction{*loan, Transaction::Mode::writing};
+        if (AttachmentRepository::isNamed(*loan, digest))
+            return false;
+        folder.remove(digest);
+        return true;
+    });
 }
 
 }

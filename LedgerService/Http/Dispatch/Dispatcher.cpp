@@ -17,6 +17,7 @@
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
@@ -52,9 +53,6 @@ Refusal refusalOf(const std::exception& failure, const RouteMatch& match, std::s
                            std::chrono::seconds{2});
     return Refusal::of(ServiceCode::internalError, "The service could not do its work.");
 }
-
-/// How often a group of commands is carried out anew when the database gives it up in favour of others.
-constexpr int mostTries = 8;
 
 /// What becomes of a transaction that the database has given up in favour of another.
 enum class Conflicts { refused, thrown };
@@ -151,10 +149,12 @@ Outcome Dispatcher::begin(const RouteMatch& match, Request& request) const
         return (*open)(opened(request));
     const auto& reading = std::get<Reading>(match.route->answer);
     const auto loan = m_service.database.borrow();
-    const Transaction transaction{*loan, Transaction::Mode::reading};
-    return inTransaction(*loan, match, request, [&](const MemberCall& call) -> Outcome {
-        const auto work = reading.prepare(opened(request));
-        return work ? (*work)(call) : Outcome{std::unexpected(work.error())};
+    return Anew::onConflict([&] {
+        const Transaction transaction{*loan, Transaction::Mode::reading};
+        return inTransaction(*loan, match, request, [&](const MemberCall& call) -> Outcome {
+            const auto work = reading.prepare(opened(request));
+            return work ? (*work)(call) : Outcome{std::unexpected(work.error())};
+        });
     });
 }
 
@@ -184,10 +184,13 @@ std::optional<Refusal> Dispatcher::whyNotCaller(const Command& command) const
     if (preparesAtOnce(command))
         return std::nullopt;
     const auto loan = m_service.database.borrow();
-    const Transaction transaction{*loan, Transaction::Mode::reading};
-    const auto now = LedgerDay::stamp(m_service.clock());
-    const auto caller = Authentication::signedInMember(*loan, command.request.token, now, m_service.policy, m_known);
-    return caller ? std::nullopt : std::optional{caller.error()};
+    return Anew::onConflict([&] {
+        const Transaction transaction{*loan, Transaction::Mode::reading};
+        const auto now = LedgerDay::stamp(m_service.clock());
+        const auto caller =
+            Authentication::signedInMember(*loan, command.request.token, now, m_service.policy, m_known);
+        return caller ? std::nullopt : std::optional{caller.error()};
+    });
 }
 
 void Dispatcher::carryOut(Command& first, const std::function<Command*()>& next) const
@@ -196,7 +199,7 @@ void Dispatcher::carryOut(Command& first, const std::function<Command*()>& next)
     try {
         const auto loan = m_service.database.borrow();
         const auto turn = m_service.database.queueToWrite(first.request.arrived + Database::patience);
-        for (int tries = 1; !carryOutTogether(*loan, group, next, tries == mostTries); ++tries)
+        for (int tries = 1; !carryOutTogether(*loan, group, next, tries == Anew::mostTries); ++tries)
             continue;
     } catch (const std::exception& failure) {
         const auto refusal = refusalOf(failure, first.match, first.request.id);
@@ -285,8 +288,9 @@ Reply Dispatcher::replyTo(const RouteMatch& match, std::string_view requestID,
 
 Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const
 {
-    auto answer =
-        SnapshotReader::answer(m_service.database, reply.reader.companyID, reply.reader.memberID, reply.asked);
+    auto answer = Anew::onConflict([&] {
+        return SnapshotReader::answer(m_service.database, reply.reader.companyID, reply.reader.memberID, reply.asked);
+    });
     if (!answer)
         return replyOf(Refusal::of(ServiceCode::notFound, "The company is gone."));
     using enum SnapshotAnswer::Kind;

@@ -21,6 +21,7 @@
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/People/AccessChallengeRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -127,21 +128,24 @@ std::expected<AccessChallenge, Refusal> AccessChallenges::start(const Service& s
     const auto now = LedgerDay::stamp(instant);
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    AccessChallengeRepository::removeExpired(*loan, now);
-    if (Outbox::isFull(*loan))
-        return std::unexpected(mailUnavailable());
-    auto challenge = challengeFor(*loan, start, now);
-    if (!challenge)
-        return std::unexpected(std::move(challenge.error()));
-    const auto code = Random::digits(6);
-    challenge->codeHash = codeHash(challenge->id, code);
-    challenge->expiresAt = LedgerDay::stamp(instant + lifetime);
-    AccessChallengeRepository::insert(*loan, *challenge);
-    Outbox::put(*loan, letterOf(*loan, *challenge, code), instant, lifetime);
-    transaction.commit();
+    auto started = Anew::onConflict([&]() -> std::expected<AccessChallenge, Refusal> {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        AccessChallengeRepository::removeExpired(*loan, now);
+        if (Outbox::isFull(*loan))
+            return std::unexpected(mailUnavailable());
+        auto challenge = challengeFor(*loan, start, now);
+        if (!challenge)
+            return std::unexpected(std::move(challenge.error()));
+        const auto code = Random::digits(6);
+        challenge->codeHash = codeHash(challenge->id, code);
+        challenge->expiresAt = LedgerDay::stamp(instant + lifetime);
+        AccessChallengeRepository::insert(*loan, *challenge);
+        Outbox::put(*loan, letterOf(*loan, *challenge, code), instant, lifetime);
+        transaction.commit();
+        return AccessChallenge{challenge->id};
+    });
     service.postbox.wake();
-    return AccessChallenge{challenge->id};
+    return started;
 }
 
 std::expected<AccessVerification, Refusal> AccessChallenges::verify(const Service& service, const AccessCode& code,
@@ -152,21 +156,23 @@ std::expected<AccessVerification, Refusal> AccessChallenges::verify(const Servic
     const auto instant = service.clock();
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    const auto challenge = AccessChallengeRepository::find(*loan, code.challengeID, LedgerDay::stamp(instant));
-    if (!challenge || challenge->ticketHash || challenge->tries >= mostTries)
-        return std::unexpected(invalid());
-    AccessChallengeRepository::countTry(*loan, challenge->id);
-    if (codeHash(challenge->id, code.code) != challenge->codeHash || !challenge->leadsSomewhere()) {
+    return Anew::onConflict([&]() -> std::expected<AccessVerification, Refusal> {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        const auto challenge = AccessChallengeRepository::find(*loan, code.challengeID, LedgerDay::stamp(instant));
+        if (!challenge || challenge->ticketHash || challenge->tries >= mostTries)
+            return std::unexpected(invalid());
+        AccessChallengeRepository::countTry(*loan, challenge->id);
+        if (codeHash(challenge->id, code.code) != challenge->codeHash || !challenge->leadsSomewhere()) {
+            transaction.commit();
+            return std::unexpected(invalid());
+        }
+        auto ticket = Token::issue();
+        AccessChallengeRepository::writeTicket(*loan, challenge->id, Token::hash(ticket),
+                                               LedgerDay::stamp(instant + lifetime));
+        auto verification = verified(*loan, *challenge, std::move(ticket));
         transaction.commit();
-        return std::unexpected(invalid());
-    }
-    auto ticket = Token::issue();
-    AccessChallengeRepository::writeTicket(*loan, challenge->id, Token::hash(ticket),
-                                           LedgerDay::stamp(instant + lifetime));
-    auto verification = verified(*loan, *challenge, std::move(ticket));
-    transaction.commit();
-    return verification;
+        return verification;
+    });
 }
 
 bool AccessChallenges::isTicket(std::string_view ticket, std::string_view hash)

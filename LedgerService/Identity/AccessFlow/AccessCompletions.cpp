@@ -19,6 +19,7 @@
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/AccessChallengeRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -149,7 +150,7 @@ std::expected<IssuedSession, Refusal>
 AccessCompletions::complete(const Service& service, const AccessCompletion& completion, std::string_view remote)
 {
     const auto loan = service.database.borrow();
-    auto challenge = ticketed(*loan, completion, LedgerDay::stamp(service.clock()));
+    auto challenge = Anew::onConflict([&] { return ticketed(*loan, completion, LedgerDay::stamp(service.clock())); });
     if (!challenge)
         return std::unexpected(AccessChallenges::invalid());
     Completing completing{.service = service,
@@ -158,11 +159,12 @@ AccessCompletions::complete(const Service& service, const AccessCompletion& comp
                           .challenge = *std::move(challenge),
                           .person = {},
                           .newPasswordHash = {}};
-    completing.person = UserRepository::findByEmail(*loan, completing.challenge.email);
+    completing.person =
+        Anew::onConflict([&] { return UserRepository::findByEmail(*loan, completing.challenge.email); });
     if (auto refusal = whyNotPassword(completing))
         return std::unexpected(*std::move(refusal));
     const auto turn = service.database.queueToWrite();
-    auto session = write(*loan, completing);
+    auto session = Anew::onConflict([&] { return write(*loan, completing); });
     service.postbox.wake();
     return session;
 }

@@ -15,6 +15,7 @@
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -53,25 +54,28 @@ std::optional<Refusal> PasswordChanging::change(const Service& service, std::str
     const auto now = LedgerDay::stamp(instant);
     const auto tokenHash = Token::hash(token);
     const auto loan = service.database.borrow();
-    const auto person = personBehind(*loan, tokenHash, now);
+    const auto person = Anew::onConflict([&] { return personBehind(*loan, tokenHash, now); });
     if (!person)
         return Authentication::unauthorized();
     if (auto refusal = whyNotChange(service, *person, change, remote))
         return refusal;
     const auto hash = Password::hash(change.newPassword);
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    const auto still = personBehind(*loan, tokenHash, now);
-    if (!still || still->passwordHash != person->passwordHash)
-        return Authentication::unauthorized(); // changed while it was looked at
-    UserRepository::writePassword(*loan, person->id, hash, now);
-    SessionRepository::revokeAllOfPerson(*loan, person->id, now, tokenHash);
-    PersonAudit::tell(*loan, person->id, AuditKind::passwordChanged, service.origin, now);
-    PersonLimits{person->email, remote}.settle(*loan, service, *person);
-    Outbox::put(*loan, MailTexts::passwordChanged({person->email, person->locale}), instant);
-    transaction.commit();
+    auto refused = Anew::onConflict([&]() -> std::optional<Refusal> {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        const auto still = personBehind(*loan, tokenHash, now);
+        if (!still || still->passwordHash != person->passwordHash)
+            return Authentication::unauthorized(); // changed while it was looked at
+        UserRepository::writePassword(*loan, person->id, hash, now);
+        SessionRepository::revokeAllOfPerson(*loan, person->id, now, tokenHash);
+        PersonAudit::tell(*loan, person->id, AuditKind::passwordChanged, service.origin, now);
+        PersonLimits{person->email, remote}.settle(*loan, service, *person);
+        Outbox::put(*loan, MailTexts::passwordChanged({person->email, person->locale}), instant);
+        transaction.commit();
+        return std::nullopt;
+    });
     service.postbox.wake();
-    return std::nullopt;
+    return refused;
 }
 
 }

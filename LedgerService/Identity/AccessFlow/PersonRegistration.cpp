@@ -22,6 +22,7 @@
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -156,16 +157,20 @@ PersonRegistration::carryOut(const Service& service, const Registration& registr
         return std::unexpected(*std::move(refusal));
     const auto loan = service.database.borrow();
     const auto now = LedgerDay::stamp(service.clock());
-    if (auto refusal = whyNotNew(*loan, registration, now)) // before a password is hashed for nothing
+    if (auto refusal = Anew::onConflict(
+            [&] { return whyNotNew(*loan, registration, now); })) // before a password is hashed for nothing
         return std::unexpected(*std::move(refusal));
     const auto person = personOf(registration, Password::hash(registration.password), now);
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    auto registered = write(*loan, service, registration, person, remote);
-    if (registered) {
-        transaction.commit();
+    auto registered = Anew::onConflict([&] {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        auto written = write(*loan, service, registration, person, remote);
+        if (written)
+            transaction.commit();
+        return written;
+    });
+    if (registered)
         service.postbox.wake();
-    }
     return registered;
 }
 

@@ -14,6 +14,7 @@
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/Companies/DemoVisitRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -26,7 +27,7 @@ constexpr std::size_t visitorLength = 16;
 std::optional<std::string> findCompany(const Service& service, std::string_view locale)
 {
     const auto loan = service.database.borrow();
-    return CompanyRepository::demoCompanyID(*loan, locale);
+    return Anew::onConflict([&] { return CompanyRepository::demoCompanyID(*loan, locale); });
 }
 
 CompanyFounding foundingOf(const Service& service, std::string_view locale, std::string_view visitor = {})
@@ -51,12 +52,14 @@ std::string DemoCompanies::ensure(const Service& service, std::string_view local
     const auto founding = foundingOf(service, locale); // takes a while: others may write meanwhile
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    if (auto id = CompanyRepository::demoCompanyID(*loan, locale))
-        return *std::move(id);
-    founding.write(*loan);
-    transaction.commit();
-    return founding.company.id;
+    return Anew::onConflict([&] {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        if (auto id = CompanyRepository::demoCompanyID(*loan, locale))
+            return *std::move(id);
+        founding.write(*loan);
+        transaction.commit();
+        return founding.company.id;
+    });
 }
 
 std::expected<std::string, Refusal> DemoCompanies::foundForVisitor(const Service& service, std::string_view locale)
@@ -67,13 +70,15 @@ std::expected<std::string, Refusal> DemoCompanies::foundForVisitor(const Service
     founding.demoVisitorAt = LedgerDay::stamp(service.clock());
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    if (DemoVisitRepository::count(*loan) >= service.policy.limits.visits)
-        return std::unexpected(Refusal::of(ServiceCode::rateLimited, "The demonstration has too many visitors.",
-                                           std::chrono::minutes{15}));
-    founding.write(*loan);
-    transaction.commit();
-    return founding.company.id;
+    return Anew::onConflict([&]() -> std::expected<std::string, Refusal> {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        if (DemoVisitRepository::count(*loan) >= service.policy.limits.visits)
+            return std::unexpected(Refusal::of(ServiceCode::rateLimited, "The demonstration has too many visitors.",
+                                               std::chrono::minutes{15}));
+        founding.write(*loan);
+        transaction.commit();
+        return founding.company.id;
+    });
 }
 
 int DemoCompanies::sweep(Database& database, std::chrono::system_clock::time_point now)
@@ -82,9 +87,11 @@ int DemoCompanies::sweep(Database& database, std::chrono::system_clock::time_poi
     const auto over = DemoVisitRepository::before(*loan, LedgerDay::stamp(now - visit));
     for (const auto& companyID : over) { // a turn for each, so that nobody waits for long
         const auto turn = database.queueToWrite();
-        Transaction transaction{*loan, Transaction::Mode::writing};
-        DemoVisitRepository::remove(*loan, companyID);
-        transaction.commit();
+        Anew::onConflict([&] {
+            Transaction transaction{*loan, Transaction::Mode::writing};
+            DemoVisitRepository::remove(*loan, companyID);
+            transaction.commit();
+        });
     }
     return static_cast<int>(over.size());
 }

@@ -8,6 +8,7 @@
 #include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -49,15 +50,17 @@ std::expected<IssuedSession, Refusal> DemoSignIn::as(const Service& service, std
     const auto& companyID = *company;
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    const auto memberID = MemberRepository::demoMemberID(*loan, companyID, profile);
-    if (!memberID)
-        return std::unexpected(Refusal::of(ServiceCode::notFound, "Nobody plays this profile."));
-    if (const auto member = MemberRepository::find(*loan, companyID, *memberID); !member || !member->active)
-        return std::unexpected(Refusal::of(ServiceCode::inactiveMember, "The member is deactivated."));
-    auto session = Authentication::issue(*loan, {companyID, *memberID}, service);
-    transaction.commit();
-    return session;
+    return Anew::onConflict([&]() -> std::expected<IssuedSession, Refusal> {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        const auto memberID = MemberRepository::demoMemberID(*loan, companyID, profile);
+        if (!memberID)
+            return std::unexpected(Refusal::of(ServiceCode::notFound, "Nobody plays this profile."));
+        if (const auto member = MemberRepository::find(*loan, companyID, *memberID); !member || !member->active)
+            return std::unexpected(Refusal::of(ServiceCode::inactiveMember, "The member is deactivated."));
+        auto session = Authentication::issue(*loan, {companyID, *memberID}, service);
+        transaction.commit();
+        return session;
+    });
 }
 
 }

@@ -12,6 +12,7 @@
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -22,7 +23,7 @@ namespace {
 std::optional<User> findUser(const Service& service, std::string_view email)
 {
     const auto loan = service.database.borrow();
-    return UserRepository::findByEmail(*loan, email);
+    return Anew::onConflict([&] { return UserRepository::findByEmail(*loan, email); });
 }
 
 /// The company to open, or why none is open to the person.
@@ -71,14 +72,16 @@ std::expected<IssuedSession, Refusal> SignIn::withPassword(const Service& servic
 
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    const auto now = UserRepository::find(*loan, person->id);
-    if (!now || now->email != person->email || now->passwordHash != person->passwordHash)
-        return std::unexpected(Authentication::unauthorized()); // changed while it was looked at
-    auto session = enter(*loan, service, *now, remote);
-    if (session)
-        transaction.commit();
-    return session;
+    return Anew::onConflict([&]() -> std::expected<IssuedSession, Refusal> {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        const auto now = UserRepository::find(*loan, person->id);
+        if (!now || now->email != person->email || now->passwordHash != person->passwordHash)
+            return std::unexpected(Authentication::unauthorized()); // changed while it was looked at
+        auto session = enter(*loan, service, *now, remote);
+        if (session)
+            transaction.commit();
+        return session;
+    });
 }
 
 std::expected<IssuedSession, Refusal> SignIn::enter(Connection& connection, const Service& service, const User& person,

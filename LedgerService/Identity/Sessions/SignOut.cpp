@@ -5,6 +5,7 @@
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -14,19 +15,21 @@ std::optional<Refusal> SignOut::end(const Service& service, std::string_view tok
 {
     const auto hash = Token::hash(token);
     const auto loan = service.database.borrow();
-    const auto owner = SessionRepository::find(*loan, hash, now);
+    const auto owner = Anew::onConflict([&] { return SessionRepository::find(*loan, hash, now); });
     if (!owner)
         return Authentication::unauthorized();
     const auto turn = service.database.queueToWrite();
-    Transaction transaction{*loan, Transaction::Mode::writing};
-    SessionRepository::revoke(*loan, hash, now);
     AuditRecord record;
     record.at = now;
     record.memberID = owner->memberID;
     record.origin = service.origin;
     record.kind = AuditKind::signOut;
-    AuditTrail::append(*loan, owner->companyID, std::move(record));
-    transaction.commit();
+    Anew::onConflict([&] {
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        SessionRepository::revoke(*loan, hash, now);
+        AuditTrail::append(*loan, owner->companyID, record);
+        transaction.commit();
+    });
     return std::nullopt;
 }
 

@@ -2,30 +2,59 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Receipts/LooseReceipts.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleReceipts.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
 
 namespace {
 
-/// Has the server give up a transaction in favour of another as often as `times` says, each time an entry is written.
-void injectConflicts(TestService& service, int times, std::string_view state = "40001")
+/// Has the server give up a transaction in favour of another as often as `times` says, each time that is done to a row.
+void injectConflicts(TestService& service, int times, std::string_view state = "40001",
+                     std::string_view what = "INSERT ON entries")
 {
     service.write([&](Connection& connection) {
         connection.execute("CREATE SEQUENCE tries"); // counts what is undone, too
         connection.execute(fmt::format("CREATE FUNCTION give_up() RETURNS trigger LANGUAGE plpgsql AS $$ BEGIN "
                                        "IF nextval('tries') <= {} THEN RAISE EXCEPTION 'given up' USING ERRCODE = "
-                                       "'{}'; END IF; RETURN NEW; END $$",
+                                       "'{}'; END IF; RETURN COALESCE(NEW, OLD); END $$",
                                        times, state));
-        connection.execute("CREATE TRIGGER give_up BEFORE INSERT ON entries FOR EACH ROW EXECUTE FUNCTION give_up()");
+        connection.execute(
+            fmt::format("CREATE TRIGGER give_up BEFORE {} FOR EACH ROW EXECUTE FUNCTION give_up()", what));
     });
+}
+
+/// The same for those who read the categories, so often on each connection: a reading transaction can count by nothing
+/// but locks that outlast it.
+void injectReadingConflicts(TestService& service, int times)
+{
+    service.write([&](Connection& connection) {
+        connection.execute(fmt::format(
+            "CREATE FUNCTION may_read() RETURNS boolean LANGUAGE plpgsql AS $$ DECLARE seen integer; BEGIN "
+            "SELECT COUNT(*) INTO seen FROM pg_locks WHERE locktype = 'advisory' AND pid = pg_backend_pid(); "
+            "IF seen < {} THEN PERFORM pg_advisory_lock(pg_backend_pid(), seen); "
+            "RAISE EXCEPTION 'given up' USING ERRCODE = '40001'; END IF; RETURN true; END $$",
+            times));
+        connection.execute("ALTER TABLE categories RENAME TO kept_categories");
+        connection.execute("CREATE VIEW categories AS SELECT * FROM kept_categories WHERE may_read()");
+    });
+}
+
+HttpAnswer signIn(TestService& service)
+{
+    return service.client().send(
+        "POST", "/v1/auth/login", "",
+        fmt::format(R"({{"email":"mira@sample.example","password":"{}"}})", TestService::password));
 }
 
 HttpAnswer post(TestService& service, const std::string& key)
@@ -61,6 +90,49 @@ TEST(Conflicts, EndInARefusalThatLeavesNothing)
     EXPECT_EQ(bank(service), 1'000'000);
     EXPECT_EQ(post(service, "late").status, 200) << "the ninth try of all";
     EXPECT_EQ(bank(service), 1'000'000 - 10);
+}
+
+TEST(Conflicts, HaveReadersReadAnew)
+{
+    TestService service;
+    injectReadingConflicts(service, 3);
+    EXPECT_EQ(service.snapshotOf("mira").categories.size(), SampleBooks::books().categories.size());
+    TestService other;
+    injectReadingConflicts(other, Anew::mostTries);
+    EXPECT_EQ(other.as("mira", "GET", "/v1/snapshot").status, 503);
+}
+
+TEST(Conflicts, HaveASignInWrittenAnewAndCountedOnce)
+{
+    TestService service;
+    injectConflicts(service, 3, "40001", "INSERT ON sessions");
+    EXPECT_EQ(signIn(service).status, 200);
+    service.write([](Connection& connection) {
+        std::int64_t sessions = 0;
+        std::int64_t told = 0;
+        Query{connection, "SELECT (SELECT COUNT(*) FROM sessions), (SELECT COUNT(*) FROM audit_records WHERE kind = "
+                          "'sign-in')"}
+            .into(sessions)
+            .into(told)
+            .next();
+        EXPECT_EQ(sessions, 1);
+        EXPECT_EQ(told, 1);
+    });
+    TestService counted;
+    injectConflicts(counted, 3, "40P01", "INSERT ON attempts");
+    EXPECT_EQ(signIn(counted).status, 200);
+    EXPECT_EQ(signIn(counted).status, 200);
+}
+
+TEST(Conflicts, HaveSweepsSweepAnew)
+{
+    TestService service;
+    ASSERT_EQ(service.as("mira", "POST", "/v1/attachments", SampleReceipts::upload(SampleReceipts::pdf(90'000))).status,
+              200);
+    injectConflicts(service, 3, "40001", "DELETE ON attachments");
+    const auto database = *Database::open(service.databaseFile());
+    const auto later = service.clock()() + LooseReceipts::lifetime + std::chrono::hours{1};
+    EXPECT_EQ(LooseReceipts::sweep(*database, ReceiptFolder{service.files()}, later).receipts, 1U);
 }
 
 TEST(Server, IsFoundAgainAfterItHasEndedAllConnections)
