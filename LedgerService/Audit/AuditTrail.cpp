@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <limits>
 
+#include <boost/describe.hpp>
+#include <fmt/core.h>
+
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Sql/Columns.h"
@@ -57,6 +60,20 @@ std::size_t sizeOf(const AuditRecord& record)
     return record.before.value_or("").size() + record.after.value_or("").size();
 }
 
+/// Stands for what is too long to be kept: how long it was, and a digest that it can be compared by.
+struct LeftOut {
+    std::int64_t omittedBytes = 0;
+    std::string digest;
+};
+BOOST_DESCRIBE_STRUCT(LeftOut, (), (omittedBytes, digest))
+
+void shorten(std::optional<std::string>& told)
+{
+    if (told && told->size() > AuditTrail::mostTold)
+        told = Json::encode(
+            LeftOut{static_cast<std::int64_t>(told->size()), AuditTrail::digestOf(std::string_view{*told})});
+}
+
 /// A field with its length, so that no two records read alike.
 void add(std::string& text, std::string_view field)
 {
@@ -82,6 +99,8 @@ void AuditTrail::append(Connection& connection, std::string_view scope, AuditRec
     record.number = 0;
     Query{connection, selectLast}.bind("scope", scope).into(record.number).into(previous).next();
     record.number += 1;
+    for (auto* const told : {&record.before, &record.after})
+        shorten(*told);
     record.chain = chained(previous, scope, record);
     Query query{connection, insertRecord};
     columns.bind(query.bind("scope", scope), record);

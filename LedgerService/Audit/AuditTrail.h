@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -33,6 +34,9 @@ struct AuditPage {
 /// covers all records before it: none can be changed, left out or put in afterwards without all later ones being made
 /// anew.
 namespace AuditTrail {
+
+/// Bytes that are kept of what stood before, and of what stands after; of what is longer, its size and a digest.
+inline constexpr std::size_t mostTold = std::size_t{16} << 10;
 
 /// Adds the record as the scope's next; expects the writing transaction of what it tells. Number and chain are set
 /// here.

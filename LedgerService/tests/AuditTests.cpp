@@ -301,14 +301,14 @@ TEST_F(Audited, TheTrailIsForOwnersPagedAndFiltered)
 
 TEST_F(Audited, APageEndsBeforeItFillsTheMemory)
 {
-    constexpr int count = 40;
+    constexpr int count = 200;
     service.write([](Connection& connection) {
         AuditRecord record;
         record.at = "2026-03-10T09:30:00.000Z";
         record.origin = AuditOrigin::service;
         record.kind = "POST /v1/accounts";
         record.memberID = "rudi";
-        record.after = Json::encode(std::vector<std::string>(25'000, "id"));
+        record.after = Json::encode(std::vector<std::string>(3'000, "id")); // 15 kB, which are kept
         for (int each = 0; each < count; ++each)
             AuditTrail::append(connection, "sample", record);
     });
@@ -323,6 +323,33 @@ TEST_F(Audited, APageEndsBeforeItFillsTheMemory)
         query = part.next ? fmt::format("?limit=500&person=rudi&below={}", *part.next) : "";
     }
     EXPECT_EQ(shown, count) << "the pages lead to all of them";
+}
+
+TEST_F(Audited, KeepsTheSizeAndADigestOfWhatIsTooLongToBeKept)
+{
+    AuditFilter filter;
+    filter.limit = 1;
+    const auto keep = [&](std::size_t bytes) {
+        service.write([&](Connection& connection) {
+            AuditRecord record;
+            record.at = "2026-03-10T09:30:00.000Z";
+            record.origin = AuditOrigin::service;
+            record.kind = "POST /v1/accounts";
+            record.before = Json::encode(std::string(bytes, 'x'));
+            record.after = "7";
+            AuditTrail::append(connection, "sample", record);
+        });
+        Connection connection{service.databaseFile(), Connection::Access::readOnly};
+        return AuditTrail::page(connection, "sample", filter).records.front();
+    };
+    const auto whole = keep(AuditTrail::mostTold - 2);
+    EXPECT_EQ(whole.before->size(), AuditTrail::mostTold);
+    const auto one = keep(AuditTrail::mostTold - 1);
+    EXPECT_TRUE(one.before->starts_with(R"({"omittedBytes":16385,"digest":")")) << *one.before;
+    EXPECT_LT(one.before->size(), 120U);
+    EXPECT_EQ(one.after, "7");
+    EXPECT_NE(keep(AuditTrail::mostTold).before, one.before) << "another text has another digest";
+    EXPECT_EQ(service.problems(), "");
 }
 
 TEST_F(Audited, WhatAPersonDoesInOneCompanyIsToldThereAlone)
