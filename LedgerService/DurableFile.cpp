@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "LedgerService/Interruption.h"
 #include "LedgerService/Random.h"
 
 namespace LedgerService {
@@ -125,9 +126,11 @@ std::string DurableFile::digestOf(const fs::path& file)
     crypto_generichash_state state{};
     crypto_generichash_init(&state, nullptr, 0, crypto_generichash_BYTES);
     std::string piece(std::size_t{1} << 20, '\0');
-    while (in.read(piece.data(), static_cast<std::streamsize>(piece.size())) || in.gcount() > 0)
+    while (in.read(piece.data(), static_cast<std::streamsize>(piece.size())) || in.gcount() > 0) {
+        Interruption::heed();
         crypto_generichash_update(&state, reinterpret_cast<const unsigned char*>(piece.data()),
                                   static_cast<std::size_t>(in.gcount()));
+    }
     std::array<unsigned char, crypto_generichash_BYTES> hash{};
     crypto_generichash_final(&state, hash.data(), hash.size());
     return in.eof() ? Random::hexadecimal(hash) : std::string{};

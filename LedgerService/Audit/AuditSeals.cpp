@@ -32,15 +32,15 @@ constexpr auto selectChain = R"sql(
     SELECT chain FROM audit_records WHERE scope = :scope AND number = :number
 )sql";
 
-/// Demonstrations come and go, and with them what is told of them.
-constexpr auto selectDemonstration = R"sql(
-    SELECT 1 FROM companies WHERE id = :company AND demo_version IS NOT NULL
+/// Demonstrations come and go, and with them what is told of them; what is still arriving may never be whole.
+constexpr auto selectPassing = R"sql(
+    SELECT 1 FROM companies WHERE id = :company AND (demo_version IS NOT NULL OR approval_status LIKE 'arriving %')
 )sql";
 
-bool isDemonstration(Connection& connection, const std::string& companyID)
+bool isPassing(Connection& connection, const std::string& companyID)
 {
     int one = 0;
-    return Query{connection, selectDemonstration}.bind("company", companyID).into(one).next();
+    return Query{connection, selectPassing}.bind("company", companyID).into(one).next();
 }
 
 std::string contentOf(const fs::path& file)
@@ -80,8 +80,7 @@ bool AuditSeals::sealDayBefore(Connection& connection, const std::string& stamp)
     if (!sealed.empty())
         seal.previous = Random::shortDigest(contentOf(m_path / sealed.back()));
     for (const auto& scope : AuditTrail::scopes(connection)) {
-        if (const auto last = AuditTrail::lastUpTo(connection, scope, today);
-            last && !isDemonstration(connection, scope))
+        if (const auto last = AuditTrail::lastUpTo(connection, scope, today); last && !isPassing(connection, scope))
             seal.trails.push_back({scope, last->number, last->chain});
     }
     auto failure = DurableFile::makeFolder(m_path);

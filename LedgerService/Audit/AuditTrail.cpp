@@ -4,7 +4,6 @@
 #include <limits>
 
 #include <boost/describe.hpp>
-#include <fmt/core.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Random.h"

@@ -12,6 +12,7 @@
 #include <sodium.h>
 #include <unistd.h>
 
+#include "LedgerService/Interruption.h"
 #include "LedgerService/Random.h"
 
 namespace LedgerService {
@@ -141,6 +142,7 @@ std::string ArchiveWriter::addFile(std::string_view name, const std::filesystem:
     crypto_generichash_init(&state, nullptr, 0, crypto_generichash_BYTES);
     std::string piece(pieceBytes, '\0');
     for (auto left = size; left > 0;) {
+        Interruption::heed();
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, piece.size()));
         if (std::fread(piece.data(), 1, wanted, in.get()) != wanted)
             throw std::runtime_error(fmt::format("{} cannot be read to its end", source.string()));
@@ -194,6 +196,7 @@ void ArchiveReader::read(const std::function<void(std::string_view block)>& take
 {
     m_taken = true;
     for (auto left = m_size; left > 0;) {
+        Interruption::heed();
         const auto piece = block(static_cast<std::size_t>(std::min<std::uint64_t>(left, pieceBytes)));
         take(piece);
         left -= piece.size();

@@ -11,6 +11,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Audit/AuditSeals.h"
 #include "LedgerService/DurableFile.h"
+#include "LedgerService/Interruption.h"
 #include "LedgerService/Operations/Archive.h"
 #include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Random.h"
@@ -36,7 +37,8 @@ public:
     ~Passing()
     {
         std::error_code ignored;
-        fs::remove(m_path, ignored);
+        for (const auto* ending : {"", "-journal", "-wal", "-shm"}) // what a database that was being made had beside it
+            fs::remove(m_path.string() + ending, ignored);
     }
     Passing(const Passing&) = delete;
     Passing& operator=(const Passing&) = delete;
@@ -116,6 +118,7 @@ std::optional<std::string> Backup::pack(const Content& content, const std::strin
         const Passing copy{DurableFile::unfinishedIn(folder)};
         ArchiveWriter archive{made.path()};
         fill(archive, content, copy.path());
+        Interruption::heed();
         if (const auto failure = DurableFile::giveNewName(made.path(), to))
             return fmt::format("cannot make {}: {}", to, failure.message());
         return std::nullopt;

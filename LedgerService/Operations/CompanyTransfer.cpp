@@ -8,7 +8,10 @@
 #include <fmt/ranges.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerService/ArrivingCompany.h"
 #include "LedgerService/Audit/AuditTrail.h"
+#include "LedgerService/Interruption.h"
+#include "LedgerService/Log.h"
 #include "LedgerService/Operations/Backup.h"
 #include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Operations/UnpackedArchive.h"
@@ -37,14 +40,16 @@ void requireSound(const Verify::Report& report)
 }
 
 /// Makes a database of this one company, as the transaction of `from` has it.
-void single(Connection& from, const std::string& files, const std::string& companyID, const fs::path& copy)
+void single(Connection& from, const std::string& files, const fs::path& copy, const std::string& companyID,
+            const std::optional<std::string>& approvalStatus)
 {
     Connection connection{copy.string()};
     if (const auto refused = Migrations::apply(connection))
         throw std::runtime_error(*refused);
     {
         Transaction transaction{connection, Transaction::Mode::writing};
-        CompanyRows::copy(from, connection, companyID);
+        CompanyRows::copy(from, connection, companyID, {.between = Interruption::heed});
+        CompanyRepository::writeApproval(connection, companyID, approvalStatus);
         requireSound(Verify::company(connection, files, companyID));
         transaction.commit();
     }
@@ -71,6 +76,14 @@ std::string onlyCompany(Connection& connection)
     return std::move(ids.front());
 }
 
+std::optional<std::string> whyNotThere(Connection& connection, const std::string& companyID)
+{
+    const auto company = CompanyRepository::find(connection, companyID);
+    if (!company)
+        return "there is no company with this id; 'companies list' shows them";
+    return ArrivingCompany::is(company->approvalStatus) ? std::optional{"the company is being imported"} : std::nullopt;
+}
+
 void requireRoom(Connection& from, Connection& to, const std::string& companyID)
 {
     if (CompanyRepository::find(to, companyID))
@@ -87,6 +100,7 @@ void keepReceipts(Connection& from, const ReceiptFolder& there, const std::strin
     for (const auto& each : AttachmentRepository::all(from, companyID)) {
         if (!each.contentDigest)
             continue;
+        Interruption::heed();
         std::string content;
         const auto read = there.read(*each.contentDigest, each.attachment.byteCount);
         for (auto block = read(); !block.empty(); block = read())
@@ -96,53 +110,102 @@ void keepReceipts(Connection& from, const ReceiptFolder& there, const std::strin
     }
 }
 
-CompanyTransfer::Imported import(const UnpackedArchive& archive, const std::string& database, const std::string& files)
+/// The company as it is now, found sound without holding anybody up.
+Verify::Report verified(Database& database, const std::string& files, const std::string& companyID)
 {
-    Connection from{archive.database(), Connection::Access::readOnly};
-    Connection connection{database};
-    const Transaction reading{from, Transaction::Mode::reading};
-    CompanyTransfer::Imported imported{.companyID = onlyCompany(from), .name = {}};
-    const auto& id = imported.companyID;
-    requireRoom(from, connection, id); // before work is done for nothing
-    keepReceipts(from, ReceiptFolder{archive.database()}, id, ReceiptFolder{files});
-    Transaction transaction{connection, Transaction::Mode::writing};
-    requireRoom(from, connection, id);
-    CompanyRows::copy(from, connection, id);
-    tell(connection, id, AuditKind::companyImported);
-    const auto report = Verify::company(connection, files, id);
+    const auto loan = database.borrow();
+    const Transaction reading{*loan, Transaction::Mode::reading};
+    auto report = Verify::company(*loan, files, companyID);
     requireSound(report);
-    imported.name = CompanyRepository::find(connection, id)->name;
-    imported.entries = report.entries;
-    imported.receipts = report.receipts;
-    transaction.commit();
-    if (!connection.dialect().isFile())
-        connection.execute("ANALYZE"); // so many rows at once change how they are best read
-    return imported;
+    return report;
 }
 
-/// Packs the company as the transaction of the connection has it.
-std::optional<std::string> packed(Connection& connection, const CompanyTransfer::Export& order,
-                                  const std::string& files)
+CompanyTransfer::Imported import(const UnpackedArchive& archive, Database& database, const std::string& files,
+                                 const CompanyArrival::Pace& pace)
 {
-    if (!CompanyRepository::find(connection, order.companyID))
-        return "there is no company with this id; 'companies list' shows them";
+    Connection from{archive.database(), Connection::Access::readOnly};
+    const Transaction reading{from, Transaction::Mode::reading};
+    const auto id = onlyCompany(from);
+    const auto company = CompanyRepository::find(from, id).value_or(Company{});
+    const auto mayCome = [&](Connection& connection) { requireRoom(from, connection, id); };
+    CompanyArrival arrival{database, id, pace};
+    const auto loan = database.borrow();
+    mayCome(*loan); // before work is done for nothing
+    keepReceipts(from, ReceiptFolder{archive.database()}, id, ReceiptFolder{files});
+    arrival.copy(from, mayCome);
+    const auto report = verified(database, files, id);
+    arrival.open(company.approvalStatus,
+                 [&](Connection& connection) { tell(connection, id, AuditKind::companyImported); });
+    if (!(*loan).dialect().isFile())
+        (*loan).execute("ANALYZE"); // so many rows at once change how they are best read
+    return {.companyID = id, .name = company.name, .entries = report.entries, .receipts = report.receipts};
+}
+
+/// Packs the company as the transaction of the connection has it, with this status.
+std::optional<std::string> packed(Connection& connection, const CompanyTransfer::Export& order,
+                                  const std::string& files, const std::optional<std::string>& approvalStatus)
+{
     return Backup::pack(
         {.files = files,
          .withSeals = false, // they tell of other companies
-         .makeDatabase = [&](const fs::path& copy) { single(connection, files, order.companyID, copy); }},
+         .makeDatabase =
+             [&](const fs::path& copy) { single(connection, files, copy, order.companyID, approvalStatus); }},
         order.archive);
 }
 
-/// Nobody else writes between the state of the archive and the closing.
+/// A company that nobody gets into, unless this ends before it is to stay closed.
+class Closing {
+public:
+    Closing(Connection& connection, const std::string& companyID) : m_connection(connection), m_companyID(companyID)
+    {
+        Transaction writing{connection, Transaction::Mode::writing};
+        const auto company = CompanyRepository::find(connection, companyID);
+        m_status = company ? company->approvalStatus : std::nullopt;
+        CompanyRepository::writeApproval(connection, companyID, std::string{ApprovalStatus::rejected});
+        writing.commit();
+    }
+    ~Closing()
+    {
+        if (m_stays)
+            return;
+        try {
+            const Interruption::Shield tidying;
+            Transaction writing{m_connection, Transaction::Mode::writing};
+            CompanyRepository::writeApproval(m_connection, m_companyID, m_status);
+            writing.commit();
+        } catch (const std::exception& failure) {
+            Log::failure("(export)", fmt::format("the company stays closed: {}", DatabaseFailure::words(failure)));
+        }
+    }
+    Closing(const Closing&) = delete;
+    Closing& operator=(const Closing&) = delete;
+
+    /// What the company's state was before.
+    [[nodiscard]] const std::optional<std::string>& status() const { return m_status; }
+    void stay() { m_stays = true; }
+
+private:
+    Connection& m_connection;
+    std::string m_companyID;
+    std::optional<std::string> m_status;
+    bool m_stays = false;
+};
+
+/// Nobody writes to the company from its closing on, so that it is read like any other.
 std::optional<std::string> packAndClose(Connection& connection, const CompanyTransfer::Export& order,
                                         const std::string& files)
 {
+    Closing closing{connection, order.companyID};
+    {
+        const Transaction reading{connection, Transaction::Mode::reading};
+        if (auto refused = packed(connection, order, files, closing.status()))
+            return refused;
+    }
+    const Interruption::Shield last; // the archive is there
     Transaction writing{connection, Transaction::Mode::writing};
-    if (auto refused = packed(connection, order, files))
-        return refused;
-    CompanyRepository::writeApproval(connection, order.companyID, ApprovalStatus::rejected);
     tell(connection, order.companyID, AuditKind::companyExported);
     writing.commit();
+    closing.stay();
     return std::nullopt;
 }
 
@@ -151,9 +214,11 @@ std::optional<std::string> packAndTell(Connection& connection, const CompanyTran
 {
     {
         const Transaction reading{connection, Transaction::Mode::reading};
-        if (auto refused = packed(connection, order, files))
+        const auto company = CompanyRepository::find(connection, order.companyID).value_or(Company{});
+        if (auto refused = packed(connection, order, files, company.approvalStatus))
             return refused;
     }
+    const Interruption::Shield last; // the archive is there
     Transaction writing{connection, Transaction::Mode::writing};
     tell(connection, order.companyID, AuditKind::companyExported);
     writing.commit();
@@ -176,6 +241,8 @@ std::optional<std::string> CompanyTransfer::carryOut(const Export& order)
         const auto loan = (*database)->borrow();
         if (!(*loan).dialect().isFile()) // packing receipts may take long, and the transaction is idle meanwhile
             (*loan).execute("SET idle_in_transaction_session_timeout = 0");
+        if (auto refused = whyNotThere(*loan, order.companyID))
+            return refused;
         const auto pack = order.afterwards == Afterwards::closed ? packAndClose : packAndTell;
         return pack(*loan, order, *files);
     } catch (const std::exception& failure) {
@@ -185,17 +252,20 @@ std::optional<std::string> CompanyTransfer::carryOut(const Export& order)
     }
 }
 
-std::expected<CompanyTransfer::Imported, std::string>
-CompanyTransfer::importFrom(const std::string& archive, const std::string& database, const std::string& files)
+std::expected<CompanyTransfer::Imported, std::string> CompanyTransfer::importFrom(const std::string& archive,
+                                                                                  const std::string& database,
+                                                                                  const std::string& files,
+                                                                                  const CompanyArrival::Pace& pace)
 {
     const auto beside = DatabaseFile::filesBeside(database, files);
     if (!beside)
         return std::unexpected(beside.error());
-    if (const auto opened = Database::openExisting(database); !opened)
+    const auto opened = Database::openExisting(database);
+    if (!opened)
         return std::unexpected(opened.error());
     try {
         const UnpackedArchive unpacked{archive, fs::absolute(*beside).parent_path()};
-        return import(unpacked, database, *beside);
+        return import(unpacked, **opened, *beside, pace);
     } catch (const std::exception& failure) {
         return std::unexpected(fmt::format("cannot import {}: {}", archive, DatabaseFailure::words(failure)));
     }

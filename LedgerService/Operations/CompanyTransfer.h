@@ -5,6 +5,8 @@
 #include <optional>
 #include <string>
 
+#include "LedgerService/Operations/CompanyArrival.h"
+
 namespace LedgerService {
 
 /// Taking one company with everything that belongs to it from a database to another: its people, books, settings,
@@ -36,9 +38,10 @@ struct Imported {
 };
 
 /// Puts the one company of an archive into the database, which does not know it, verified before and after; or says in
-/// words why not, and then nothing has changed. `files` as for an export. The service may run.
+/// words why not, and then nothing has changed. `files` as for an export. The service may run, and others write between
+/// any two turns of the import; nobody finds the company before it is whole.
 std::expected<Imported, std::string> importFrom(const std::string& archive, const std::string& database,
-                                                const std::string& files = {});
+                                                const std::string& files = {}, const CompanyArrival::Pace& pace = {});
 
 }
 

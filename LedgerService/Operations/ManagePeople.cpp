@@ -9,6 +9,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Text/PasswordRule.h"
+#include "LedgerService/ArrivingCompany.h"
 #include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/PersonAudit.h"
@@ -46,9 +47,11 @@ ManagePeople::Refused decide(Connection& connection, const std::string& companyI
     const auto company = CompanyRepository::find(connection, companyID);
     if (!company || company->demo)
         return "there is no company with this id; 'companies list' shows them";
+    if (ArrivingCompany::is(company->approvalStatus))
+        return "the company is being imported";
     if (company->approvalStatus.value_or(std::string{ApprovalStatus::approved}) == status)
         return fmt::format("the company is {} already", status);
-    CompanyRepository::writeApproval(connection, companyID, status);
+    CompanyRepository::writeApproval(connection, companyID, std::string{status});
     AuditRecord record;
     record.at = now();
     record.origin = AuditOrigin::operating;
@@ -66,8 +69,17 @@ ManagePeople::Refused decide(Connection& connection, const std::string& companyI
     return std::nullopt;
 }
 
+std::string stateOf(const Company& company)
+{
+    if (ArrivingCompany::is(company.approvalStatus))
+        return std::string{ArrivingCompany::state};
+    return company.approvalStatus.value_or(std::string{ApprovalStatus::approved});
+}
+
 std::string_view stateOf(const User& person)
 {
+    if (ArrivingCompany::is(person.deactivatedAt))
+        return ArrivingCompany::state;
     if (person.deactivatedAt)
         return "deactivated";
     return person.passwordHash ? "active" : "no password";
@@ -86,7 +98,7 @@ ManagePeople::Refused change(Connection& connection, const std::string& email, s
 {
     Transaction transaction{connection, Transaction::Mode::writing};
     const auto person = UserRepository::findByEmail(connection, email);
-    if (!person)
+    if (!person || ArrivingCompany::is(person->deactivatedAt))
         return "nobody is registered with this e-mail address; 'users list' shows everyone";
     change(*person);
     PersonAudit::tell(connection, person->id, kind, AuditOrigin::operating, now());
@@ -109,8 +121,7 @@ std::vector<std::string> ManagePeople::companies(Connection& connection)
         std::vector<std::string> owners;
         for (const auto& each : ownersOf(connection, id))
             owners.push_back(each.email);
-        lines.push_back(fmt::format("{}\t{}\t{}\t{}\t{}", id,
-                                    company->approvalStatus.value_or(std::string{ApprovalStatus::approved}),
+        lines.push_back(fmt::format("{}\t{}\t{}\t{}\t{}", id, stateOf(*company),
                                     company->createdAt.substr(0, dayLength), company->name, fmt::join(owners, ", ")));
     }
     return lines;
@@ -135,6 +146,8 @@ ManagePeople::Refused ManagePeople::setTimeZone(Connection& connection, const st
     const auto company = CompanyRepository::find(connection, companyID);
     if (!company || company->demo)
         return "there is no company with this id; 'companies list' shows them";
+    if (ArrivingCompany::is(company->approvalStatus))
+        return "the company is being imported";
     const ZoneTold before{CompanyRepository::timeZone(connection, companyID)};
     CompanyRepository::writeTimeZone(connection, companyID, zone);
     AuditRecord record;

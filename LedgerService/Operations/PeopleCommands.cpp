@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
 
+#include "LedgerService/Interruption.h"
 #include "LedgerService/Operations/CompanyTransfer.h"
 #include "LedgerService/Operations/CreateCompany.h"
 #include "LedgerService/Operations/DatabaseOption.h"
@@ -129,6 +130,7 @@ void PeopleCommands::declareCompanies(CLI::App& app)
 int PeopleCommands::exportCompany() const
 {
     using CompanyTransfer::Afterwards;
+    Interruption::watch();
     if (const auto refused =
             CompanyTransfer::carryOut({.database = m_file,
                                        .files = m_files,
@@ -142,6 +144,7 @@ int PeopleCommands::exportCompany() const
 
 int PeopleCommands::importCompany() const
 {
+    Interruption::watch();
     const auto imported = CompanyTransfer::importFrom(m_archive, m_file, m_files);
     if (!imported)
         return fail(imported.error());

@@ -3,14 +3,18 @@
 #include <array>
 #include <chrono>
 #include <filesystem>
+#include <stdexcept>
 
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/DurableFile.h"
+#include "LedgerService/Interruption.h"
+#include "LedgerService/Operations/CompanyArrival.h"
 #include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Operations/UnpackedArchive.h"
+#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/Entries/SnapshotKeys.h"
 #include "LedgerService/Storage/Rows/People/AccessChallengeRepository.h"
@@ -32,6 +36,7 @@ constexpr std::array placed{"-receipts", "-seals", ""};
 
 void putInPlace(const std::string& from, const std::string& to)
 {
+    const Interruption::Shield whole;
     for (const auto* ending : placed) {
         if (fs::exists(from + ending))
             fs::rename(from + ending, to + ending);
@@ -61,6 +66,15 @@ void beginAnew(const std::string& file)
     transaction.commit();
 }
 
+/// Whoever was importing a company when the archive was made does so elsewhere.
+void sweepArrivals(const std::string& file)
+{
+    const auto database = Database::openExisting(file);
+    if (!database)
+        throw std::runtime_error(database.error());
+    CompanyArrival::sweepAll(**database);
+}
+
 }
 
 std::optional<std::string> Restore::carryOut(const std::string& archive, const std::string& file)
@@ -74,7 +88,9 @@ std::optional<std::string> Restore::carryOut(const std::string& archive, const s
     }
     try {
         const UnpackedArchive unpacked{archive, fs::absolute(file).parent_path()};
+        sweepArrivals(unpacked.database());
         beginAnew(unpacked.database());
+        Interruption::heed();
         putInPlace(unpacked.database(), file);
         return std::nullopt;
     } catch (const std::exception& failure) {

@@ -8,6 +8,7 @@
 #include "LedgerService/Audit/AuditSeals.h"
 #include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Log.h"
+#include "LedgerService/Operations/CompanyArrival.h"
 #include "LedgerService/Receipts/LooseReceipts.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
@@ -34,13 +35,9 @@ Upkeep::~Upkeep() = default;
 void Upkeep::run(const std::stop_token& stopping)
 {
     while (!stopping.stop_requested()) {
-        try {
-            sweepDemonstrations();
-            sweepReceipts();
-            sealAuditTrail();
-        } catch (const std::exception& failure) {
-            Log::failure("(upkeep)", DatabaseFailure::words(failure));
-        }
+        for (const auto work :
+             {&Upkeep::sealAuditTrail, &Upkeep::sweepArrivals, &Upkeep::sweepDemonstrations, &Upkeep::sweepReceipts})
+            attempt(work);
         std::unique_lock guard{m_guard};
         m_changed.wait_for(guard, stopping, pause, [] { return false; });
     }
@@ -53,6 +50,22 @@ void Upkeep::sealAuditTrail()
     const auto now = LedgerDay::stamp(std::chrono::system_clock::now());
     if (AuditSeals{m_files}.sealDayBefore(*loan, now))
         Log::note("sealed the audit trail of the day before");
+}
+
+/// What keeps the one from being done does not keep the others.
+void Upkeep::attempt(void (Upkeep::*work)())
+{
+    try {
+        (this->*work)();
+    } catch (const std::exception& failure) {
+        Log::failure("(upkeep)", DatabaseFailure::words(failure));
+    }
+}
+
+void Upkeep::sweepArrivals()
+{
+    if (const auto swept = CompanyArrival::sweepAbandoned(*m_database); swept > 0)
+        Log::note(fmt::format("swept {} companies whose import has ended in the middle", swept));
 }
 
 void Upkeep::sweepDemonstrations()

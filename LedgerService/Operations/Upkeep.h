@@ -22,6 +22,8 @@ public:
 
 private:
     void run(const std::stop_token& stopping);
+    void attempt(void (Upkeep::*work)());
+    void sweepArrivals();
     void sweepDemonstrations();
     void sweepReceipts();
     void sealAuditTrail();

@@ -90,9 +90,10 @@ protected:
             .value_or("");
     }
     /// What importing the archive comes to, in words.
-    [[nodiscard]] std::string importInto(const std::string& database, const std::string& files = {}) const
+    [[nodiscard]] std::string importInto(const std::string& database, const std::string& files = {},
+                                         const CompanyArrival::Pace& pace = {}) const
     {
-        const auto imported = CompanyTransfer::importFrom(archive, database, files);
+        const auto imported = CompanyTransfer::importFrom(archive, database, files, pace);
         return imported ? "imported " + imported->companyID : imported.error();
     }
     /// A database without companies.
@@ -254,6 +255,114 @@ TEST_F(Transfer, LeavesEverythingAsItWasWhenItIsRefused)
     });
     EXPECT_NE(exportSample().find("not sound"), std::string::npos) << "unsound books do not travel";
     EXPECT_FALSE(fs::exists(archive));
+}
+
+TEST_F(Transfer, LetsOthersWriteBetweenItsTurnsAndShowsTheCompanyToNobodyBeforeItIsWhole)
+{
+    source.write([](Connection& connection) { foundSample(connection, "moving"); });
+    ASSERT_EQ(exported("moving"), "");
+    TestService target;
+    const auto token = target.tokenOf("mira");
+    const auto signIn = [&] {
+        const auto body = fmt::format(R"({{"email":"mira@moving.example","password":"{}"}})", TestService::password);
+        return target.client().send("POST", "/v1/auth/login", "", body).status;
+    };
+    constexpr std::size_t rows = 3;
+    int turns = 0;
+    int posted = 0;
+    std::int64_t most = 0;
+    std::int64_t before = 0;
+    Connection watching{target.databaseFile()};
+    const auto count = [&] { // of what has arrived
+        std::int64_t all = 0;
+        for (const auto& table : CompanyRows::tables())
+            all +=
+                std::stoll(textOf(watching, fmt::format("SELECT COUNT(*) FROM {} WHERE company_id = 'moving'", table)));
+        return all;
+    };
+    const auto meanwhile = [&] {
+        turns += 1;
+        const auto now = count();
+        most = std::max(most, now - before);
+        before = now;
+        auto input = SampleBooks::expense(10);
+        input.idempotencyKey = std::to_string(turns);
+        posted += target.client().send("POST", "/v1/transactions", token, Json::encode(input)).status == 200 ? 1 : 0;
+        if (turns % 10 == 0)
+            EXPECT_EQ(signIn(), 403) << "she is not let in";
+        if (turns % 10 == 5)
+            EXPECT_EQ(target.problems(), "") << "what is arriving is not checked";
+    };
+    EXPECT_EQ(importInto(target.databaseFile(), target.files(), {.rows = rows, .between = meanwhile}),
+              "imported moving");
+    EXPECT_GE(turns, 10);
+    EXPECT_EQ(posted, turns) << "whoever comes between two turns has one";
+    EXPECT_LE(most, static_cast<std::int64_t>(rows));
+    EXPECT_EQ(signIn(), 200);
+    EXPECT_EQ(target.problems(), "");
+}
+
+TEST_F(Transfer, RemovesWhatHasArrivedWhenItFailsInTheMiddle)
+{
+    ASSERT_EQ(exportSample(), "");
+    const auto target = emptyDatabase();
+    for (const int last : {1, 2, 7, 15}) {
+        int turns = 0;
+        const auto fail = [&] {
+            if (++turns == last)
+                throw std::runtime_error("the disk is full");
+        };
+        EXPECT_NE(importInto(target, {}, {.rows = 3, .between = fail}).find("the disk is full"), std::string::npos);
+        EXPECT_GE(turns, last);
+        Connection connection{target, Connection::Access::readOnly};
+        for (const auto* table : {"companies", "users", "members", "entries", "audit_records", "entry_fragments"})
+            EXPECT_EQ(textOf(connection, fmt::format("SELECT COUNT(*) FROM {}", table)), "0") << table;
+    }
+    EXPECT_EQ(importInto(target), "imported sample");
+}
+
+TEST_F(Transfer, MakesWayForTheNextOnceItIsGone)
+{
+    ASSERT_EQ(exportSample(), "");
+    const auto target = emptyDatabase();
+    const auto killed = [&] { // as the first import is left by a process that was killed
+        int turns = 0;
+        const auto end = [&] {
+            if (++turns == 12)
+                fs::copy_file(target, folder.file("left.sqlite"));
+        };
+        Connection keeper{target}; // the log is not brought in when the import ends
+        EXPECT_EQ(importInto(target, {},
+                             {.rows = 3,
+                              .between =
+                                  [&] {
+                                      if (turns + 1 == 12)
+                                          keeper.execute("PRAGMA wal_checkpoint(TRUNCATE)");
+                                      end();
+                                  }}),
+                  "imported sample");
+        return folder.file("left.sqlite");
+    }();
+    EXPECT_NE(importInto(killed).find("is being imported by another process"), std::string::npos);
+    const auto checked = Verify::database(killed);
+    ASSERT_TRUE(checked.has_value());
+    EXPECT_EQ(checked->problems, std::vector<std::string>{});
+    EXPECT_EQ(checked->companies, 0U);
+    {
+        Connection connection{killed};
+        connection.execute("UPDATE companies SET approval_status = 'arriving somebody 2026-01-01T00:00:00.000Z'");
+    }
+    EXPECT_EQ(importInto(killed), "imported sample");
+    EXPECT_EQ(dumpOf(killed, "sample"), dumpOf(source.databaseFile(), "sample"));
+}
+
+TEST_F(Transfer, OpensAClosedCompanyAgainWhenItCannotBePacked)
+{
+    source.write([](Connection& connection) {
+        connection.execute("UPDATE balances SET amount_minor = amount_minor + 1 WHERE account_id = 'bank'");
+    });
+    EXPECT_NE(exportSample(Afterwards::closed).find("not sound"), std::string::npos);
+    EXPECT_EQ(source.as("mira", "GET", "/v1/snapshot").status, 200);
 }
 
 }

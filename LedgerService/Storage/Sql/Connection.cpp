@@ -7,6 +7,7 @@
 #include <soci/sqlite3/soci-sqlite3.h>
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerService/Interruption.h"
 #include "LedgerService/Storage/Sql/ConnectionState.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Dialect.h"
@@ -85,6 +86,14 @@ std::unique_ptr<PreparedStatement> makeStatement(Connection::State& state, std::
     return std::make_unique<FileStatement>(fileOf(state.session), sql);
 }
 
+/// Has long statements end when the program is told to.
+void heedInterruption(soci::session& session)
+{
+    constexpr int stepsBetweenLooks = 10'000; // of the library's own machine: a millisecond or so
+    sqlite_api::sqlite3_progress_handler(
+        fileOf(session), stepsBetweenLooks, [](void*) { return Interruption::isDue() ? 1 : 0; }, nullptr);
+}
+
 void setUpFile(soci::session& session)
 {
     session << "PRAGMA journal_mode = WAL";
@@ -101,6 +110,8 @@ void setUpFile(soci::session& session)
 Connection::State::State(const std::string& database, Access access) : dialect(Dialect::of(database))
 {
     open(session, database, access);
+    if (dialect.isFile() && Interruption::isWatched())
+        heedInterruption(session);
     if (!dialect.isFile())
         postgresql.emplace(session, access);
     else if (access == Access::readWrite)

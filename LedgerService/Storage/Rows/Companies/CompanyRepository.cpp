@@ -100,7 +100,7 @@ int CompanyRepository::pendingCount(Connection& connection)
 }
 
 void CompanyRepository::writeApproval(Connection& connection, std::string_view companyID,
-                                      std::string_view approvalStatus)
+                                      const std::optional<std::string>& approvalStatus)
 {
     Query{connection, updateApproval}.bind("status", approvalStatus).bind("company", companyID).run();
 }

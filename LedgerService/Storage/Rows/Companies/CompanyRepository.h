@@ -27,7 +27,8 @@ std::vector<std::string> allIDs(Connection& connection);
 /// How many wait for the operator's review.
 int pendingCount(Connection& connection);
 
-void writeApproval(Connection& connection, std::string_view companyID, std::string_view approvalStatus);
+void writeApproval(Connection& connection, std::string_view companyID,
+                   const std::optional<std::string>& approvalStatus);
 
 /// The time zone whose days the company keeps its books by; nothing for that of the machine.
 std::optional<std::string> timeZone(Connection& connection, std::string_view companyID);

@@ -12,6 +12,7 @@
 #include <fmt/ranges.h>
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerService/Storage/Rows/Companies/ArrivalRepository.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
 #include "LedgerService/Storage/Rows/Entries/SnapshotKeys.h"
@@ -35,8 +36,7 @@ constexpr auto selectNextNumber = R"sql(
 
 constexpr auto staying = std::to_array<std::string_view>({"sessions", "access_challenges"});
 
-constexpr std::size_t rowsAtOnce = 2'000; // in memory
-constexpr std::size_t rowsTogether = 50;  // in one statement
+constexpr std::size_t rowsTogether = 50; // in one statement
 
 using Row = std::vector<std::optional<std::string>>;
 
@@ -77,7 +77,7 @@ std::string parameters(std::size_t first, std::size_t count)
 }
 
 /// The next rows after the one with this key; the first ones when it is empty.
-std::vector<Row> page(Connection& from, const Part& part, const Row& after)
+std::vector<Row> page(Connection& from, const Part& part, const Row& after, std::size_t rowsAtOnce)
 {
     const auto& [name, columns, key] = part.table;
     const auto keys = fmt::format("{}", fmt::join(key, ", "));
@@ -123,35 +123,44 @@ void insertAll(Connection& to, const Table& table, std::span<const Row> rows)
 }
 
 /// Rows go over in the order of their key, in which none refers to a later one of its table.
-void copyRows(Connection& from, Connection& to, const Part& part)
+void copyRows(Connection& from, Connection& to, const Part& part, const CompanyRows::Copying& how)
 {
     Row after;
-    for (auto rows = page(from, part, after); !rows.empty(); rows = page(from, part, after)) {
+    const auto next = [&] { return page(from, part, after, how.rowsAtOnce); };
+    for (auto rows = next(); !rows.empty(); rows = next()) {
         after.clear();
         for (const auto& column : part.table.key)
             after.push_back(rows.back()[indexOf(part.table, column)]);
         if (part.change)
             std::erase_if(rows, [&](Row& row) { return !part.change(row); });
         insertAll(to, part.table, rows);
+        how.between();
     }
 }
 
-std::function<bool(Row&)> renumbered(Connection& to, const Table& companies)
+std::function<bool(Row&)> renumbered(Connection& to, const Table& companies, const Arrival* arrival)
 {
     std::int64_t number = 0;
     Query{to, selectNextNumber}.into(number).next();
-    return [column = indexOf(companies, "number"), number](Row& row) {
+    return [column = indexOf(companies, "number"), status = indexOf(companies, "approval_status"), number,
+            arrival](Row& row) {
         row[column] = std::to_string(number);
+        if (arrival)
+            row[status] = arrival->status();
         return true;
     };
 }
 
 /// People whom the other database does not know yet; they find themselves in this company or in none.
-std::function<bool(Row&)> newPeople(Connection& to, const Table& users, const std::string& companyID)
+std::function<bool(Row&)> newPeople(Connection& to, const Table& users, const std::string& companyID,
+                                    const Arrival* arrival)
 {
-    return [&to, companyID, id = indexOf(users, "id"), current = indexOf(users, "current_company_id")](Row& row) {
+    return [&to, companyID, arrival, id = indexOf(users, "id"), current = indexOf(users, "current_company_id"),
+            deactivated = indexOf(users, "deactivated_at")](Row& row) {
         if (row[current] != companyID)
             row[current].reset();
+        if (arrival)
+            row[deactivated] = arrival->markOfPeople() + row[deactivated].value_or("");
         return !UserRepository::find(to, *row[id]).has_value();
     };
 }
@@ -164,15 +173,15 @@ std::function<bool(Row&)> ofKnownPeople(Connection& to, const Table& table)
 }
 
 /// What is to be copied of a table at its turn; nothing when there is nothing, or not yet.
-std::optional<Part> partOf(Connection& to, const Table& table, const std::string& companyID)
+std::optional<Part> partOf(Connection& to, const Table& table, const std::string& companyID, const Arrival* arrival)
 {
     Part part{.table = table, .where = "company_id = :company", .values = {{"company", companyID}}};
     if (table.name == "companies") {
         part.where = "id = :company";
-        part.change = renumbered(to, table);
+        part.change = renumbered(to, table, arrival);
     } else if (table.name == "users") {
         part.where = "id IN (SELECT user_id FROM members WHERE company_id = :company)";
-        part.change = newPeople(to, table, companyID);
+        part.change = newPeople(to, table, companyID, arrival);
     } else if (!isOfCompany(table) || CompanyRows::stays(table.name)) {
         return std::nullopt;
     } else if (table.name == "company_requests") {
@@ -181,7 +190,7 @@ std::optional<Part> partOf(Connection& to, const Table& table, const std::string
     return part;
 }
 
-void copyFragments(Connection& from, Connection& to, const std::string& companyID)
+void copyFragments(Connection& from, Connection& to, const std::string& companyID, const CompanyRows::Copying& how)
 {
     const auto there = CompanyHistory::state(from, companyID);
     const auto here = CompanyHistory::state(to, companyID);
@@ -193,10 +202,12 @@ void copyFragments(Connection& from, Connection& to, const std::string& companyI
              {.table = table,
               .where = "key BETWEEN :first AND :last",
               .values = {{"first", std::to_string(keys.first)}, {"last", std::to_string(keys.last)}},
-              .change = [moved, key = indexOf(table, "key")](Row& row) {
-                  row[key] = std::to_string(std::stoll(*row[key]) + moved);
-                  return true;
-              }});
+              .change =
+                  [moved, key = indexOf(table, "key")](Row& row) {
+                      row[key] = std::to_string(std::stoll(*row[key]) + moved);
+                      return true;
+                  }},
+             how);
 }
 
 }
@@ -232,15 +243,17 @@ std::vector<std::string> CompanyRows::collisions(Connection& from, Connection& t
     return words;
 }
 
-void CompanyRows::copy(Connection& from, Connection& to, const std::string& companyID)
+void CompanyRows::copy(Connection& from, Connection& to, const std::string& companyID, const Copying& how)
 {
+    const auto& company = tableOf("companies"); // it comes first: it tells whose rows the others are
+    copyRows(from, to, *partOf(to, company, companyID, how.arrival), how);
     for (const auto& table : NewestSchema::tables()) {
-        if (const auto part = partOf(to, table, companyID))
-            copyRows(from, to, *part);
+        if (const auto part = partOf(to, table, companyID, how.arrival); part && &table != &company)
+            copyRows(from, to, *part, how);
     }
     copyRows(from, to,
-             {.table = tableOf("audit_records"), .where = "scope = :company", .values = {{"company", companyID}}});
-    copyFragments(from, to, companyID);
+             {.table = tableOf("audit_records"), .where = "scope = :company", .values = {{"company", companyID}}}, how);
+    copyFragments(from, to, companyID, how);
     SnapshotKeys::draw(to, companyID); // from here on the books may go another way than there
 }
 

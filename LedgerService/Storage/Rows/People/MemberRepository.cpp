@@ -1,5 +1,6 @@
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 
+#include "LedgerService/ArrivingCompany.h"
 #include "LedgerService/Storage/Sql/Columns.h"
 
 namespace LedgerService {
@@ -96,8 +97,10 @@ std::vector<Membership> MemberRepository::memberships(Connection& connection, st
     Query query{connection, selectMemberships};
     query.bind("user", userID).into(each.companyID).into(each.memberID).into(each.active);
     query.into(each.approvalStatus).into(each.demonstration);
-    while (query.next())
-        all.push_back(each);
+    while (query.next()) {
+        if (!ArrivingCompany::is(each.approvalStatus))
+            all.push_back(each);
+    }
     return all;
 }
 
