@@ -11,6 +11,8 @@ _tallyfold_service()
         before=${COMP_WORDS[COMP_CWORD - 2]}
     fi
     case $before in
+    --demo) mapfile -t COMPREPLY < <(compgen -W "shared private off" -- "$word") && return ;;
+    --locale) mapfile -t COMPREPLY < <(compgen -W "zh-CN en-US id-ID vi-VN" -- "$word") && return ;;
     --registration) mapfile -t COMPREPLY < <(compgen -W "review open closed" -- "$word") && return ;;
     --database | --files | --config | --to | --from | --smtp-password-file | --smtp-ca | --tls-certificate | --tls-key | --mail-spool)
         compopt -o filenames

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <exception>
 
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
 #include <sys/stat.h>
 
+#include "LedgerService/Interruption.h"
+#include "LedgerService/Metrics.h"
 #include "LedgerService/Operations/AuditCommand.h"
 #include "LedgerService/Operations/Backup.h"
 #include "LedgerService/Operations/CreateCompany.h"
@@ -60,6 +63,7 @@ int migrate(const std::string& file)
 /// One consistent state of everything that is kept as a new archive, which nobody else may read.
 int backup(const std::string& file, const std::string& to)
 {
+    Interruption::watch();
     if (const auto refused = Backup::take(file, to))
         return fail(*refused);
     fmt::print("{} is a copy of {}.\n", to, file);
@@ -68,6 +72,7 @@ int backup(const std::string& file, const std::string& to)
 
 int restore(const std::string& archive, const std::string& file)
 {
+    Interruption::watch();
     if (const auto refused = Restore::carryOut(archive, file))
         return fail(*refused);
     fmt::print("{} holds what {} held; nothing is wrong with it.\n", file, archive);
@@ -296,9 +301,7 @@ void declareCreateCompany(CLI::App& app, Arguments& into)
         ->type_name("TAG");
 }
 
-}
-
-int CommandLine::run(int argumentCount, const char* const* arguments)
+int carryOut(int argumentCount, const char* const* arguments)
 {
     // What goes wrong when a reader of the log leaves, or a file may grow no more, is told by the call that fails.
     std::signal(SIGPIPE, SIG_IGN);
@@ -319,6 +322,8 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
     app.add_subcommand("config", "Print which options are in force for serve, which takes the same ones");
     const auto* const listing =
         app.add_subcommand("options", "Print every option: flag, environment, commands that take it, help");
+    const auto* const figures =
+        app.add_subcommand("figures", "Print every figure that serve tells with --metrics: kind, labels, help");
     app.set_config("--config", "", "File with options, those of each command after its name: [serve]")
         ->envname("TALLYFOLD_CONFIG");
     EnvironmentOptions::declare(app);
@@ -333,6 +338,10 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
         }
         if (listing->parsed()) {
             fmt::print("{}", EnvironmentOptions::table(app));
+            return 0;
+        }
+        if (figures->parsed()) {
+            fmt::print("{}", Metrics::table());
             return 0;
         }
         if (const auto done = people.run())
@@ -353,6 +362,18 @@ int CommandLine::run(int argumentCount, const char* const* arguments)
     } catch (const std::exception& failure) {
         return fail(DatabaseFailure::words(failure));
     }
+}
+
+}
+
+int CommandLine::run(int argumentCount, const char* const* arguments)
+{
+    const int code = carryOut(argumentCount, arguments);
+    if (code != 0 && Interruption::signal() != 0) { // whoever sent it is to see that it was heeded
+        std::fflush(nullptr);
+        std::raise(Interruption::signal());
+    }
+    return code;
 }
 
 }

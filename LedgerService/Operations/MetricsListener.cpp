@@ -18,8 +18,6 @@
 #include <boost/beast/http/write.hpp>
 #include <fmt/core.h>
 
-#include "LedgerService/Metrics.h"
-
 namespace LedgerService {
 
 namespace {
@@ -32,7 +30,8 @@ using asio::ip::tcp;
 constexpr std::chrono::seconds patience{1};
 constexpr std::size_t mostHeader = 8192;
 
-http::response<http::string_body> answerTo(const http::request<http::empty_body>& request)
+http::response<http::string_body> answerTo(const http::request<http::empty_body>& request,
+                                           const MetricsListener::Gauges& gauges)
 {
     http::response<http::string_body> answer;
     const bool known = request.method() == http::verb::get && request.target() == "/metrics";
@@ -40,12 +39,12 @@ http::response<http::string_body> answerTo(const http::request<http::empty_body>
     answer.set(http::field::content_type, "text/plain; version=0.0.4");
     answer.keep_alive(false);
     if (known)
-        answer.body() = Metrics::text();
+        answer.body() = Metrics::text(gauges());
     answer.prepare_payload();
     return answer;
 }
 
-asio::awaitable<void> serve(tcp::socket socket)
+asio::awaitable<void> serve(tcp::socket socket, const MetricsListener::Gauges* gauges)
 {
     beast::error_code failure;
     auto token = asio::redirect_error(asio::use_awaitable, failure);
@@ -56,24 +55,25 @@ asio::awaitable<void> serve(tcp::socket socket)
     co_await http::async_read(stream, buffer, request, token);
     if (failure)
         co_return;
-    const auto answer = answerTo(request);
+    const auto answer = answerTo(request, *gauges);
     co_await http::async_write(stream, answer, token);
 }
 
-asio::awaitable<void> accept(tcp::acceptor* acceptor)
+asio::awaitable<void> accept(tcp::acceptor* acceptor, const MetricsListener::Gauges* gauges)
 {
     beast::error_code failure;
     auto token = asio::redirect_error(asio::use_awaitable, failure);
     while (acceptor->is_open()) {
         auto socket = co_await acceptor->async_accept(token);
         if (!failure)
-            co_await serve(std::move(socket));
+            co_await serve(std::move(socket), gauges);
     }
 }
 
 }
 
 struct MetricsListener::State {
+    Gauges gauges;
     asio::io_context network{1};
     tcp::acceptor acceptor{network};
     std::uint16_t port = 0;
@@ -81,9 +81,10 @@ struct MetricsListener::State {
 };
 
 std::expected<std::unique_ptr<MetricsListener>, std::string> MetricsListener::start(const std::string& address,
-                                                                                    std::uint16_t port)
+                                                                                    std::uint16_t port, Gauges gauges)
 {
     auto state = std::make_unique<State>();
+    state->gauges = std::move(gauges);
     try {
         const tcp::endpoint endpoint{asio::ip::make_address(address), port};
         state->acceptor.open(endpoint.protocol());
@@ -94,7 +95,7 @@ std::expected<std::unique_ptr<MetricsListener>, std::string> MetricsListener::st
     } catch (const boost::system::system_error& failure) {
         return std::unexpected(fmt::format("cannot listen on {} port {}: {}", address, port, failure.code().message()));
     }
-    asio::co_spawn(state->network, accept(&state->acceptor), asio::detached);
+    asio::co_spawn(state->network, accept(&state->acceptor, &state->gauges), asio::detached);
     state->thread = std::thread{[running = state.get()] { running->network.run(); }};
     return std::unique_ptr<MetricsListener>{new MetricsListener(std::move(state))};
 }

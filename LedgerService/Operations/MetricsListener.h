@@ -2,8 +2,12 @@
 
 #include <cstdint>
 #include <expected>
+#include <functional>
 #include <memory>
 #include <string>
+#include <vector>
+
+#include "LedgerService/Metrics.h"
 
 namespace LedgerService {
 
@@ -11,8 +15,10 @@ namespace LedgerService {
 /// within a second. Ends with its object.
 class MetricsListener {
 public:
+    /// `gauges` tells how the service stands each time that somebody asks.
+    using Gauges = std::function<std::vector<Metrics::Gauge>()>;
     static std::expected<std::unique_ptr<MetricsListener>, std::string> start(const std::string& address,
-                                                                              std::uint16_t port);
+                                                                              std::uint16_t port, Gauges gauges);
     ~MetricsListener();
     MetricsListener(const MetricsListener&) = delete;
     MetricsListener& operator=(const MetricsListener&) = delete;

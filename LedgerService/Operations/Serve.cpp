@@ -1,6 +1,8 @@
 #include "LedgerService/Operations/Serve.h"
 
+#include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -20,6 +22,7 @@
 #include "LedgerService/Log.h"
 #include "LedgerService/Operations/DatabaseFile.h"
 #include "LedgerService/Operations/MetricsListener.h"
+#include "LedgerService/Operations/ServiceGauges.h"
 #include "LedgerService/Operations/ServiceManager.h"
 #include "LedgerService/Operations/Upkeep.h"
 #include "LedgerService/Storage/Database.h"
@@ -88,6 +91,19 @@ private:
     std::function<void()> m_reload;
 };
 
+/// Nobody is told on the day itself: clients then refuse the service without a word to it.
+void warnOfExpiry(Server& server)
+{
+    constexpr std::chrono::hours day{24};
+    constexpr int soon = 14;
+    const auto load = server.load();
+    if (!load || !load->certificateEnds)
+        return;
+    const auto left = *load->certificateEnds - std::chrono::system_clock::now();
+    if (left < soon * day)
+        Log::warning(fmt::format("the certificate expires in {} days", std::max<std::int64_t>(left / day, 0)));
+}
+
 /// What the service does at SIGHUP; nothing for one that it ends.
 std::function<void()> reloadingOf(const Serve::Options& options, Server& server)
 {
@@ -100,6 +116,7 @@ std::function<void()> reloadingOf(const Serve::Options& options, Server& server)
             Log::warning(*refused + "; the certificate stays as it was");
         else
             Log::note("the certificate was read again");
+        warnOfExpiry(server);
     };
 }
 
@@ -238,15 +255,20 @@ int Serve::run(const Options& options)
     if (!server)
         return fail(server.error());
     warn(options);
+    warnOfExpiry(**server);
     auto database = Database::openExisting(options.databaseFile);
     if (!database)
         return fail(database.error());
+    auto watched = Database::openExisting(options.databaseFile);
+    if (!watched)
+        return fail(watched.error());
     std::unique_ptr<MetricsListener> metrics;
     if (!options.metrics.empty()) {
         const auto place = parseEndpoint(options.metrics);
         if (!place)
             return fail("--metrics takes a numeric address and a port, such as 127.0.0.1:9464");
-        auto listener = MetricsListener::start(place->address, place->port);
+        const ServiceGauges gauges{**server, **watched, options.databaseFile};
+        auto listener = MetricsListener::start(place->address, place->port, [gauges] { return gauges.now(); });
         if (!listener)
             return fail(listener.error());
         metrics = *std::move(listener);
@@ -261,6 +283,7 @@ int Serve::run(const Options& options)
     signals.wait(reloadingOf(options, **server));
     Log::note("stopping");
     ServiceManager::tell("STOPPING=1");
+    metrics.reset();
     upkeep.reset();
     (*server)->stop();
     Log::finish();

@@ -230,6 +230,9 @@ TEST_F(Archived, TheProgramTakesOptionsFromArgumentsTheEnvironmentAndAFile)
     const auto options = run(program + " options").substr(2);
     EXPECT_GT(options.size(), 2'000U);
     EXPECT_NE(documented.find(options), std::string::npos) << "docs/operating.md has another table:\n" << options;
+    const auto figures = run(program + " figures").substr(2);
+    EXPECT_GT(figures.size(), 1'000U);
+    EXPECT_NE(documented.find(figures), std::string::npos) << "docs/operating.md has another table:\n" << figures;
     const auto audited = run(program + " audit --kind company-founded --database " + service.databaseFile());
     EXPECT_NE(audited.find(R"("kind":"company-founded")"), std::string::npos) << audited;
     EXPECT_EQ(audited.find("POST"), std::string::npos);
@@ -243,11 +246,18 @@ TEST_F(Archived, ReadinessAndFiguresAreToldToThoseWhoWatch)
     });
     EXPECT_EQ(service.client().send("GET", "/health/ready").status, 503);
     EXPECT_EQ(service.client().send("GET", "/health/live").status, 200);
-    const auto figures = MetricsListener::start("127.0.0.1", 0);
+    const auto figures = MetricsListener::start("127.0.0.1", 0, [] {
+        return std::vector<Metrics::Gauge>{{Metrics::connections, 2, "idle"}, {Metrics::commandsWaiting, 7}};
+    });
     ASSERT_TRUE(figures.has_value()) << figures.error();
     HttpClient collector{(*figures)->port()};
     const auto text = collector.send("GET", "/metrics").body;
-    EXPECT_NE(text.find(R"(tallyfold_request_seconds_count{route="/health/ready",status="503"})"), std::string::npos);
+    EXPECT_NE(text.find(R"(tallyfold_request_duration_seconds_count{route="/health/ready",status="503"})"),
+              std::string::npos);
+    EXPECT_NE(text.find("# TYPE tallyfold_connections gauge\ntallyfold_connections{state=\"idle\"} 2\n"),
+              std::string::npos)
+        << text;
+    EXPECT_NE(text.find("\ntallyfold_commands_waiting 7\n"), std::string::npos) << text;
     EXPECT_EQ(collector.send("GET", "/v1/snapshot").status, 404);
     EXPECT_EQ(collector.send("GET", "/metrics").status, 200) << "one after the other";
 }

@@ -10,6 +10,8 @@ class ByteBudget {
 public:
     explicit ByteBudget(std::size_t most) : m_most(most) {}
 
+    [[nodiscard]] std::size_t held() const { return m_held; }
+
     /// One holder's part of the budget; given back with its object.
     class Share {
     public:

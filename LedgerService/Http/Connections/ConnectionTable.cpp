@@ -52,6 +52,15 @@ bool ConnectionTable::dropSlowestReader(const HttpConnection& asking)
     return dropLongestWaiting([&](const auto& each) { return &each != &asking && each.holdsReply(); });
 }
 
+void ConnectionTable::count(ServerLoad& load) const
+{
+    for (const auto& each : m_connections) {
+        const auto connection = each.lock();
+        if (connection && !connection->isGone())
+            load.connections.at(static_cast<std::size_t>(connection->about())) += 1;
+    }
+}
+
 void ConnectionTable::finish()
 {
     for (const auto& each : m_connections) {

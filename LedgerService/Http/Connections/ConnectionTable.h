@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "LedgerService/Http/Connections/ServerLoad.h"
 #include "LedgerService/Http/HttpLimits.h"
 
 namespace LedgerService {
@@ -26,6 +27,9 @@ public:
     /// none beside `asking`.
     bool dropSlowestBody(const HttpConnection& asking);
     bool dropSlowestReader(const HttpConnection& asking);
+
+    /// Counts them by what they are about.
+    void count(ServerLoad& load) const;
 
     /// Tells all to end.
     void finish();

@@ -88,6 +88,24 @@ void HttpConnection::abandon()
     m_replyShare.release();
 }
 
+ServerLoad::Phase HttpConnection::about() const
+{
+    switch (m_phase) {
+    case Phase::readingHeader:
+    case Phase::readingBody:
+        return ServerLoad::Phase::receiving;
+    case Phase::working:
+        return ServerLoad::Phase::working;
+    case Phase::replying:
+        return ServerLoad::Phase::replying;
+    case Phase::idle:
+    case Phase::leaving:
+    case Phase::gone:
+        break;
+    }
+    return ServerLoad::Phase::idle;
+}
+
 void HttpConnection::enter(Phase phase)
 {
     if (m_phase != Phase::gone) // nothing comes after the end

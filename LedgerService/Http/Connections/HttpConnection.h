@@ -16,6 +16,7 @@
 #include "LedgerService/Http/Connections/ByteBudget.h"
 #include "LedgerService/Http/Connections/ClientStream.h"
 #include "LedgerService/Http/Connections/HttpShared.h"
+#include "LedgerService/Http/Connections/ServerLoad.h"
 
 namespace LedgerService {
 
@@ -36,6 +37,8 @@ public:
     /// Whether it is the client's turn to send or to read.
     [[nodiscard]] bool isWaiting() const { return m_phase != Phase::working && m_phase != Phase::gone; }
     [[nodiscard]] bool isGone() const { return m_phase == Phase::gone; }
+    /// What it is about, for those who watch the service.
+    [[nodiscard]] ServerLoad::Phase about() const;
     /// When the client last did what is its turn to do.
     [[nodiscard]] std::chrono::steady_clock::time_point lastProgress() const { return m_progress; }
     [[nodiscard]] const std::string& client() const { return m_client; }

@@ -1,6 +1,7 @@
 #include "LedgerService/Http/Connections/Server.h"
 
 #include <algorithm>
+#include <future>
 #include <thread>
 
 #include <boost/asio/co_spawn.hpp>
@@ -114,6 +115,7 @@ struct Server::State {
     static asio::awaitable<void> accept(State& state);
     void admit(tcp::socket socket);
     void beginStop();
+    [[nodiscard]] ServerLoad load();
 
     ServerOptions options;
     TrustedProxies proxies;
@@ -209,6 +211,19 @@ void Server::State::admit(tcp::socket socket)
     }
 }
 
+ServerLoad Server::State::load()
+{
+    const auto [waiting, longest] = commands.queue();
+    ServerLoad load{.commandsWaiting = waiting,
+                    .longest = longest,
+                    .signInsWaiting = lanes.signIns.waiting,
+                    .bodyBytes = shared.bodies.held(),
+                    .replyBytes = shared.replies.held(),
+                    .certificateEnds = certificate ? std::optional{certificate->end()} : std::nullopt};
+    connections.count(load);
+    return load;
+}
+
 void Server::State::beginStop()
 {
     shared.stopping = true;
@@ -264,6 +279,15 @@ Server::~Server()
 std::uint16_t Server::port() const
 {
     return m_state->port;
+}
+
+std::optional<ServerLoad> Server::load()
+{
+    constexpr std::chrono::seconds patience{1};
+    auto told = std::make_shared<std::promise<ServerLoad>>(); // whoever asks may not wait for it
+    auto answer = told->get_future();
+    asio::post(m_state->network, [state = m_state.get(), told] { told->set_value(state->load()); });
+    return answer.wait_for(patience) == std::future_status::ready ? std::optional{answer.get()} : std::nullopt;
 }
 
 std::optional<std::string> Server::reloadCertificate()

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "LedgerService/Http/Connections/ServerLoad.h"
 #include "LedgerService/Http/Connections/TlsFiles.h"
 #include "LedgerService/Http/HttpLimits.h"
 #include "LedgerService/Http/Route.h"
@@ -45,6 +46,9 @@ public:
     Server& operator=(const Server&) = delete;
 
     [[nodiscard]] std::uint16_t port() const;
+
+    /// How much there is to do; nothing when the server is too busy to say so within a second, or has stopped.
+    [[nodiscard]] std::optional<ServerLoad> load();
 
     /// Reads the certificate and its key anew; in words why the old ones stay.
     std::optional<std::string> reloadCertificate();

@@ -71,6 +71,18 @@ std::optional<std::string> TlsCertificate::reload()
     return std::nullopt;
 }
 
+std::chrono::system_clock::time_point TlsCertificate::end() const
+{
+    constexpr std::chrono::hours day{24};
+    const auto context = current();
+    const auto* const last = X509_get0_notAfter(SSL_CTX_get0_certificate(context->native_handle()));
+    int days = 0;
+    int seconds = 0;
+    const auto now = std::chrono::system_clock::now();
+    const bool known = ASN1_TIME_diff(&days, &seconds, nullptr, last) == 1; // from now on
+    return known ? now + days * day + std::chrono::seconds{seconds} : now;
+}
+
 TlsCertificate::Context TlsCertificate::current() const
 {
     const std::scoped_lock lock{m_guard};

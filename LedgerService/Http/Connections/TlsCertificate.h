@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <expected>
 #include <memory>
 #include <mutex>
@@ -27,6 +28,9 @@ public:
 
     /// What a new connection is to use. It lives as long as anyone holds it.
     [[nodiscard]] Context current() const;
+
+    /// From then on clients take it no longer.
+    [[nodiscard]] std::chrono::system_clock::time_point end() const;
 
 private:
     TlsCertificate(TlsFiles files, Context context) : m_files(std::move(files)), m_current(std::move(context)) {}

@@ -64,6 +64,14 @@ void CommandLane::add(Waiting waiting)
     waiting.resume();
 }
 
+CommandLane::Queue CommandLane::queue()
+{
+    const std::lock_guard guard{m_guard};
+    if (m_waiting.empty())
+        return {};
+    return {.waiting = m_waiting.size(), .longest = Steady::now() - m_waiting.front().command->request.arrived};
+}
+
 void CommandLane::stop()
 {
     {

@@ -30,6 +30,13 @@ public:
     /// Returns on the coroutine's own executor when the command has its outcome. Refused when too much waits.
     boost::asio::awaitable<void> carryOut(std::shared_ptr<Command> command);
 
+    /// How many wait, and for how long the first of them has.
+    struct Queue {
+        std::size_t waiting = 0;
+        std::chrono::steady_clock::duration longest{};
+    };
+    [[nodiscard]] Queue queue();
+
     /// Ends once the group under way is done. Commands that still wait are given up: their coroutines end.
     void stop();
 

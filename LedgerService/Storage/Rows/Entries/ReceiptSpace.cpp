@@ -10,6 +10,10 @@ constexpr auto selectUse = R"sql(
     SELECT receipt_bytes, CASE WHEN demo_locale IS NULL THEN 0 ELSE 1 END FROM companies WHERE id = :company
 )sql";
 
+constexpr auto selectAll = R"sql(
+    SELECT CAST(COALESCE(SUM(receipt_bytes), 0) AS BIGINT) FROM companies
+)sql";
+
 constexpr auto addBytes = R"sql(
     UPDATE companies SET receipt_bytes = receipt_bytes + :bytes WHERE id = :company
 )sql";
@@ -27,6 +31,13 @@ ReceiptSpace::Use ReceiptSpace::of(Connection& connection, std::string_view comp
     Query{connection, selectUse}.bind("company", companyID).into(use.bytes).into(demonstration).next();
     use.demonstration = demonstration != 0;
     return use;
+}
+
+std::int64_t ReceiptSpace::ofAll(Connection& connection)
+{
+    std::int64_t bytes = 0;
+    Query{connection, selectAll}.into(bytes).next();
+    return bytes;
 }
 
 void ReceiptSpace::add(Connection& connection, std::string_view companyID, std::int64_t bytes)

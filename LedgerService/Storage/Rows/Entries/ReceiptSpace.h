@@ -17,6 +17,9 @@ struct Use {
 
 Use of(Connection& connection, std::string_view companyID);
 
+/// Bytes of the receipts of all companies.
+std::int64_t ofAll(Connection& connection);
+
 /// Counts bytes that come, or with less than zero, that go.
 void add(Connection& connection, std::string_view companyID, std::int64_t bytes);
 
