@@ -17,6 +17,7 @@
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/RandomDays.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SnapshotFollower.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
@@ -24,29 +25,6 @@ namespace LedgerService {
 namespace {
 
 constexpr auto path = "/v1/snapshot";
-
-struct Totals {
-    std::int64_t entryCount = 0;
-    std::int64_t attachmentCount = 0;
-};
-BOOST_DESCRIBE_STRUCT(Totals, (), (entryCount, attachmentCount))
-
-std::string conditions(const std::string& tag, std::string_view manipulations = "entries")
-{
-    return fmt::format("If-None-Match: {}\r\nA-IM: {}\r\n", tag, manipulations);
-}
-
-template <class Row>
-void merge(SharedList<Row>& held, const SharedList<Row>& news)
-{
-    for (const auto& each : news) {
-        const auto known = std::ranges::find(held, each.id, &Row::id);
-        if (known == held.end())
-            held.push_back(each);
-        else
-            held[static_cast<std::size_t>(known - held.begin())] = each;
-    }
-}
 
 Attachment receipt(std::string id)
 {
@@ -56,51 +34,6 @@ Attachment receipt(std::string id)
     each.mime = "application/pdf";
     return each;
 }
-
-/// A member who keeps a snapshot and asks for what is new.
-class Follower {
-public:
-    Follower(TestService& service, const std::string& memberID) : m_client(service.client())
-    {
-        m_token = service.tokenOf(memberID);
-    }
-
-    [[nodiscard]] const LedgerSnapshot& held() const { return m_held; }
-
-    /// The status of the reply.
-    int refresh()
-    {
-        const auto answer = m_client.send("GET", path, m_token, "", m_tag.empty() ? "" : conditions(m_tag));
-        if (answer.status == 226)
-            take(answer);
-        if (answer.status == 200)
-            m_held = Json::decode<LedgerSnapshot>(answer.body).value();
-        m_tag = answer.header("etag");
-        return answer.status;
-    }
-
-    LedgerSnapshot whole() { return Json::decode<LedgerSnapshot>(m_client.send("GET", path, m_token).body).value(); }
-
-private:
-    void take(const HttpAnswer& answer)
-    {
-        EXPECT_EQ(answer.header("delta-base"), m_tag);
-        auto news = Json::decode<LedgerSnapshot>(answer.body).value();
-        merge(m_held.transactions, news.transactions);
-        merge(m_held.attachments, news.attachments);
-        news.transactions = std::move(m_held.transactions);
-        news.attachments = std::move(m_held.attachments);
-        m_held = std::move(news);
-        const auto totals = Json::decode<Totals>(answer.body).value();
-        EXPECT_EQ(totals.entryCount, static_cast<std::int64_t>(m_held.transactions.size()));
-        EXPECT_EQ(totals.attachmentCount, static_cast<std::int64_t>(m_held.attachments.size()));
-    }
-
-    HttpClient m_client;
-    std::string m_token;
-    std::string m_tag;
-    LedgerSnapshot m_held;
-};
 
 std::string drained(SnapshotAnswer& answer)
 {
@@ -116,7 +49,7 @@ TEST(SnapshotDelta, LeadsEveryReaderToTheWholeWhateverHappens)
 {
     TestService service;
     RandomDays days{service, 20'261'121};
-    std::map<std::string, Follower> followers;
+    std::map<std::string, SnapshotFollower> followers;
     for (const auto* member : {"guest", "mira", "rudi"})
         followers.try_emplace(member, service, member).first->second.refresh();
     std::mt19937 engine{7};
@@ -144,7 +77,7 @@ TEST(SnapshotDelta, HoldsJustWhatIsNewOrChanged)
     auto client = service.client();
     const auto whole = client.send("GET", path, token);
     const auto tag = whole.header("etag");
-    const auto unchanged = client.send("GET", path, token, "", conditions(tag));
+    const auto unchanged = client.send("GET", path, token, "", SnapshotFollower::conditions(tag));
     EXPECT_EQ(unchanged.status, 304);
     EXPECT_EQ(unchanged.body, "");
     EXPECT_EQ(unchanged.header("etag"), tag);
@@ -154,7 +87,7 @@ TEST(SnapshotDelta, HoldsJustWhatIsNewOrChanged)
         client.send("POST", "/v1/transactions/sale/reverse", token, command, "Prefer: return=minimal\r\n");
     EXPECT_EQ(minimal.body, R"({"ok":true})");
     EXPECT_EQ(minimal.header("preference-applied"), "return=minimal");
-    const auto delta = client.send("GET", path, token, "", conditions(tag));
+    const auto delta = client.send("GET", path, token, "", SnapshotFollower::conditions(tag));
     ASSERT_EQ(delta.status, 226);
     EXPECT_EQ(delta.header("im"), "entries");
     EXPECT_EQ(delta.header("delta-base"), tag);
@@ -187,8 +120,8 @@ TEST_P(SnapshotQuestion, IsAnsweredByWhatTheClientHolds)
     EXPECT_EQ(client.send("GET", path, token, "", headers).status, GetParam().status);
     const auto now = client.send("GET", path, token).header("etag");
     EXPECT_NE(now, tag);
-    EXPECT_EQ(client.send("GET", path, token, "", conditions(now)).status, 304);
-    EXPECT_EQ(client.send("GET", path, service.tokenOf("guest"), "", conditions(now)).status, 200)
+    EXPECT_EQ(client.send("GET", path, token, "", SnapshotFollower::conditions(now)).status, 304);
+    EXPECT_EQ(client.send("GET", path, service.tokenOf("guest"), "", SnapshotFollower::conditions(now)).status, 200)
         << "what one member holds says nothing to another";
 }
 
