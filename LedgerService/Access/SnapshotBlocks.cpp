@@ -15,15 +15,17 @@ namespace {
 /// How much is made at a time.
 struct Pace {
     std::size_t blockBytes;     // a block ends when it has reached this size
-    int fragmentsAtOnce;        // taken by one query
     std::int64_t changesAtOnce; // whose receipts one query takes
 };
 
 /// A client that asks and does not read holds a block or two. So the first ones, which mostly go to the buffers of the
 /// system, are small; a client that has taken this much is seen to read.
-constexpr Pace first{.blockBytes = 64 * 1024, .fragmentsAtOnce = 128, .changesAtOnce = 1024};
-constexpr Pace further{.blockBytes = 256 * 1024, .fragmentsAtOnce = 512, .changesAtOnce = 4096};
+constexpr Pace first{.blockBytes = 64 * 1024, .changesAtOnce = 1024};
+constexpr Pace further{.blockBytes = 256 * 1024, .changesAtOnce = 4096};
 constexpr std::size_t seenToRead = 4 * 1024 * 1024;
+
+/// Fragments taken by one query.
+constexpr int fragmentsAtOnce = 1024;
 
 const Pace& paceAfter(std::size_t bytes)
 {
@@ -102,18 +104,19 @@ std::string SnapshotBlocks::next()
 void SnapshotBlocks::addEntries(Connection& connection, std::string& block)
 {
     const auto& state = m_scope.state;
-    const auto fragmentsAtOnce = paceAfter(m_bytes).fragmentsAtOnce;
+    const auto blockBytes = paceAfter(m_bytes).blockBytes;
     const auto renewed = FragmentRepository::textsBefore(connection, m_scope.companyID, state.lastChange);
     JsonElements elements{block, m_any};
-    const auto taken = FragmentRepository::visit(
+    const bool more = FragmentRepository::visit(
         connection, state, m_at, state.lastChange, fragmentsAtOnce, [&](const EntryFragment& fragment) {
             m_at = fragment.sequence;
             if (!m_scope.sets.contains(fragment.accountSet))
-                return;
+                return true;
             const auto earlier = renewed.find(fragment.sequence);
             elements.add(earlier == renewed.end() ? fragment.text : earlier->second, m_scope.disclosure);
+            return block.size() < blockBytes;
         });
-    if (taken == fragmentsAtOnce)
+    if (more)
         return;
     block += R"(],"attachments":[)";
     m_stage = Stage::receipts;

@@ -94,6 +94,7 @@ void addEntriesSince(Connection& connection, const SnapshotScope& scope, std::in
     const auto add = [&](const EntryFragment& fragment) {
         if (scope.sets.contains(fragment.accountSet))
             elements.add(fragment.text, scope.disclosure);
+        return true;
     };
     for (const auto sequence : FragmentRepository::renewedSince(connection, scope.companyID, change))
         FragmentRepository::visit(connection, scope.state, sequence - 1, sequence, 1, add);

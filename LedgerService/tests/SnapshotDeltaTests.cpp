@@ -182,6 +182,40 @@ TEST(SnapshotBlocks, ShowOneStateWhateverIsRecordedWhileTheyAreTaken)
     EXPECT_EQ(Json::decode<LedgerSnapshot>(drained(*answer)).value(), expected);
 }
 
+TEST(SnapshotBlocks, AreSmallUntilTheClientIsSeenToRead)
+{
+    constexpr int entries = 3'000;
+    TestService service;
+    service.write([](Connection& connection) {
+        auto entry = EntryRepository::find(connection, "sample", "sale").value();
+        entry.reversedBy.reset();
+        entry.attachmentIDs.clear();
+        entry.note = std::string(2'000, 'n');
+        for (int each = 0; each < entries; ++each) {
+            entry.id = fmt::format("long{}", each);
+            EntryRepository::append(connection, "sample", entry);
+        }
+    });
+    const auto database = Database::open(service.databaseFile());
+    ASSERT_TRUE(database.has_value());
+    auto answer = SnapshotReader::answer(**database, "sample", "mira", {});
+    ASSERT_TRUE(answer.has_value());
+    auto text = answer->text;
+    std::size_t largest = 0;
+    std::size_t largestEarly = 0;
+    for (auto block = answer->more(); !block.empty(); block = answer->more()) {
+        auto& most = text.size() < 4'000'000 ? largestEarly : largest;
+        most = std::max(most, block.size());
+        text += block;
+    }
+    EXPECT_LE(largestEarly, 68'000u) << "of clients that may never read it";
+    EXPECT_GE(largest, 256'000u) << "large blocks are quicker";
+    EXPECT_LE(largest, 290'000u);
+    const auto snapshot = Json::decode<LedgerSnapshot>(text);
+    ASSERT_TRUE(snapshot.has_value());
+    EXPECT_GE(snapshot->transactions.size(), static_cast<std::size_t>(entries));
+}
+
 TEST(SnapshotBlocks, ReachOlderClientsUntilTheConnectionEnds)
 {
     TestService service;

@@ -111,12 +111,15 @@ std::optional<EntryFragment> FragmentRepository::find(Connection& connection, co
                                                       std::int64_t sequence)
 {
     std::optional<EntryFragment> found;
-    visit(connection, state, sequence - 1, sequence, 1, [&](const EntryFragment& fragment) { found = fragment; });
+    visit(connection, state, sequence - 1, sequence, 1, [&](const EntryFragment& fragment) {
+        found = fragment;
+        return true;
+    });
     return found;
 }
 
-int FragmentRepository::visit(Connection& connection, const CompanyState& state, std::int64_t sequence,
-                              std::int64_t last, int limit, const Visitor& visitor)
+bool FragmentRepository::visit(Connection& connection, const CompanyState& state, std::int64_t sequence,
+                               std::int64_t last, int limit, const Visitor& visitor)
 {
     EntryFragment fragment;
     std::int64_t key = 0;
@@ -126,9 +129,10 @@ int FragmentRepository::visit(Connection& connection, const CompanyState& state,
     int count = 0;
     for (; query.next(); ++count) {
         fragment.sequence = key & lastSequence;
-        visitor(fragment);
+        if (!visitor(fragment))
+            return true;
     }
-    return count;
+    return count == limit;
 }
 
 std::vector<std::int64_t> FragmentRepository::renewedSince(Connection& connection, std::string_view companyID,

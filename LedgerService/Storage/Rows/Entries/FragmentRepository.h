@@ -45,10 +45,11 @@ void renew(Connection& connection, std::string_view companyID, const CompanyStat
 
 std::optional<EntryFragment> find(Connection& connection, const CompanyState& state, std::int64_t sequence);
 
-using Visitor = std::function<void(const EntryFragment&)>;
-/// Shows up to `limit` fragments after `sequence`, none after `last`; how many there were.
-int visit(Connection& connection, const CompanyState& state, std::int64_t sequence, std::int64_t last, int limit,
-          const Visitor& visitor);
+/// False: no more are to be shown.
+using Visitor = std::function<bool(const EntryFragment&)>;
+/// Shows up to `limit` fragments after `sequence`, none after `last`; whether there may be more.
+bool visit(Connection& connection, const CompanyState& state, std::int64_t sequence, std::int64_t last, int limit,
+           const Visitor& visitor);
 
 /// The entries up to `change` whose fragments were renewed since, in order.
 std::vector<std::int64_t> renewedSince(Connection& connection, std::string_view companyID, std::int64_t change);

@@ -118,7 +118,10 @@ private:
     {
         std::map<std::int64_t, EntryFragment> fragments;
         FragmentRepository::visit(m_connection, m_state, after, last, static_cast<int>(stride),
-                                  [&](const EntryFragment& each) { fragments.emplace(each.sequence, each); });
+                                  [&](const EntryFragment& each) {
+                                      fragments.emplace(each.sequence, each);
+                                      return true;
+                                  });
         for (const auto& each : EntryRepository::between(m_connection, m_companyID, after, last)) {
             compare(each.entry, fragments[each.sequence]);
             fragments.erase(each.sequence);
