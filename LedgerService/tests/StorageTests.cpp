@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <set>
 #include <thread>
 
 #include <fmt/core.h>
@@ -11,6 +12,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
@@ -50,6 +52,17 @@ constexpr const char* rowsOfAnEarlierProgram[] = {
     "INSERT INTO attachments VALUES ('c', 'loose', 'm', NULL, 0, 'b.pdf', 'application/pdf', 1, '')",
 };
 
+}
+
+TEST(Identifiers, OfOneTimeStandTogetherAndNeverMeet)
+{
+    constexpr std::size_t count = 1'000;
+    std::set<std::string> all;
+    for (std::size_t each = 0; each < count; ++each)
+        all.insert(Random::identifier());
+    EXPECT_EQ(all.size(), count);
+    constexpr std::size_t ofSomeHours = 4; // characters
+    EXPECT_EQ(all.begin()->substr(0, ofSomeHours), all.rbegin()->substr(0, ofSomeHours));
 }
 
 TEST(Migrations, RefuseADatabaseThatANewerProgramHasWritten)
