@@ -3,6 +3,7 @@
 #include <QToolButton>
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/Icon.h"
 
@@ -14,7 +15,11 @@ constexpr int glyphOverlap = -6; // the style leaves more room behind the glass 
 
 SearchField::SearchField(QWidget* parent) : QLineEdit{parent}
 {
-    addAction(Icon::of(QStringLiteral("search"), Token::text2), QLineEdit::LeadingPosition);
+    const auto* const glass = addAction(Icon::of(QStringLiteral("search"), Token::text2), QLineEdit::LeadingPosition);
+    for (auto* button : findChildren<QToolButton*>()) {
+        if (button->defaultAction() == glass)
+            speakAsPicture(*button); // it looks like a button to readers, and does nothing
+    }
     setClearButtonEnabled(true);
     setTextMargins(glyphOverlap, 0, 0, 0);
 }

@@ -37,8 +37,8 @@ void ProfileSection::present()
     m_chosenField->setLabel(word(words, "newPassword"));
     m_passwordHint->setText(word(words, "passwordHint"));
     m_savePassword->setText(word(words, "savePassword"));
-    for (auto* field : {m_current, m_chosen})
-        field->setEyeNames(word(words, "showPassword"), word(words, "hidePassword"));
+    m_current->setEyeNames(word(words, "showCurrent"), word(words, "hideCurrent"));
+    m_chosen->setEyeNames(word(words, "showNew"), word(words, "hideNew"));
     const auto snapshot = store().snapshot();
     if (snapshot && !std::exchange(m_isNamePresented, true))
         m_name->setText(qString(snapshot->currentMember.name));

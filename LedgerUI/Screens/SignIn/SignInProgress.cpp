@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QPushButton>
 
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
@@ -29,7 +30,7 @@ SignInProgress::SignInProgress(QWidget* parent) : QWidget{parent}
     m_stop->setAutoDefault(false);
     m_stop->setToolTip(KeyBindings::shown(Command::leave));
     connect(m_stop, &QPushButton::clicked, this, &SignInProgress::stopped);
-    setFocusPolicy(Qt::ClickFocus);
+    speakAsGroup(*this);
     setObjectName(QStringLiteral("signInWaiting"));
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(ringRoom, 0, 0, 0);
@@ -48,9 +49,12 @@ void SignInProgress::present(const QString& text)
     m_text->setText(text);
     m_text->setVisible(!text.isEmpty());
     m_stop->setVisible(!text.isEmpty());
-    if (!isNew || text.isEmpty())
+    if (!isNew)
         return;
-    setAccessibleName(text);
+    setFocusPolicy(text.isEmpty() ? Qt::NoFocus : Qt::ClickFocus);
+    setAccessibleName(text); // none while nothing is awaited: the last one would be found long after
+    if (text.isEmpty())
+        return;
     QAccessibleEvent changed{this, QAccessible::NameChanged};
     QAccessible::updateAccessibility(&changed);
 }
