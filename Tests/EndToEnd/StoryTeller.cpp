@@ -29,6 +29,13 @@ StoryTeller::StoryTeller(QDir screens) : m_screens(std::move(screens))
         m_screens.remove(old);
 }
 
+void StoryTeller::readBy(const QString& reader)
+{
+    m_reader.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    m_reader.start(reader, QStringList{});
+    expect(m_reader.waitForStarted(), QStringLiteral("the reader %1 starts").arg(reader));
+}
+
 void StoryTeller::begin(const QString& story)
 {
     say(story);
@@ -42,6 +49,19 @@ void StoryTeller::step(const QString& title, const std::function<void()>& act)
 }
 
 void StoryTeller::picture(const QString& title)
+{
+    keep(title);
+    if (!m_reader.program().isEmpty())
+        listen(title);
+}
+
+void StoryTeller::pictureOfFailure()
+{
+    if (!visibleWindows().isEmpty()) // a story's own windows are gone by then
+        keep(QStringLiteral("failure"));
+}
+
+void StoryTeller::keep(const QString& title)
 {
     ++m_steps;
     QTest::qWait(settleMilliseconds);
@@ -61,6 +81,24 @@ void StoryTeller::picture(const QString& title)
                           .arg(m_steps, 2, 10, QLatin1Char('0'))
                           .arg(title.toLower().replace(notForNames, QStringLiteral("-")));
     expect(picture.save(m_screens.filePath(name)), QStringLiteral("the picture %1 can be written").arg(name));
+}
+
+/// The reader writes a line for each thing that is wrong, and a dot when it has gone through all windows.
+void StoryTeller::listen(const QString& title)
+{
+    constexpr int patience = 180'000; // each thing is a call over the bus
+    m_reader.write("look\n");
+    QByteArray heard;
+    const bool isDone = QTest::qWaitFor(
+        [&] {
+            heard += m_reader.readAllStandardOutput();
+            return heard.endsWith(".\n");
+        },
+        patience);
+    expect(isDone, QStringLiteral("the reader has gone through all windows"));
+    heard.chop(2);
+    expect(heard.isEmpty(),
+           QStringLiteral("“%1” can be read without seeing it:\n%2").arg(title, QString::fromUtf8(heard)));
 }
 
 void expect(bool holds, const QString& promise)

@@ -25,6 +25,7 @@ struct Options {
     std::string database;
     std::string listen = "127.0.0.1:0";
     std::string screens;
+    std::string reader;
     std::vector<std::string> chosen;
 };
 
@@ -38,6 +39,8 @@ void describe(CLI::App& command, Options& options)
     command.add_option("--listen", options.listen, "Where the service listens; port 0 picks a free one")
         ->capture_default_str();
     command.add_option("--screens", options.screens, "Folder for the pictures")->required();
+    command.add_option("--reader", options.reader,
+                       "A program that says at each picture what is wrong with it for somebody who cannot see it");
     command.add_option("stories", options.chosen, "Which stories to tell; all by default")->check(CLI::IsMember(names));
 }
 
@@ -60,8 +63,7 @@ void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const 
     try {
         story.tell(stage);
     } catch (const ScreenFailure&) {
-        if (!visibleWindows().isEmpty()) // a story's own windows are gone by now
-            teller.picture(QStringLiteral("failure"));
+        teller.pictureOfFailure();
         throw;
     }
 }
@@ -74,6 +76,8 @@ int tellAll(const Options& options)
     ServiceChild service{QString::fromStdString(options.service), file, QString::fromStdString(options.listen)};
     StoryTeller teller{QDir{QString::fromStdString(options.screens)}};
     try {
+        if (!options.reader.empty())
+            teller.readBy(QString::fromStdString(options.reader));
         expect(service.start(), QStringLiteral("the ledger service starts"));
         for (const auto& story : stories()) {
             if (options.chosen.empty() || std::ranges::find(options.chosen, story.name) != options.chosen.end())
