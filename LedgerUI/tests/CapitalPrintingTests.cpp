@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Components/Print/PrintDialog.h"
+#include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/tests/CapitalUnderTest.h"
 
 // Capital and dividends on paper, from the page by keys to the text that a reader of the PDF finds.
@@ -90,6 +92,38 @@ TEST(CapitalPrinting, SavesTheStatementOfTheChosenParticipantInEachLanguage)
         const auto text = desk.saved();
         expectAll(text, {title, unpaid, "陈思远", "2026 Q2"});
         EXPECT_EQ(text.find("Budi"), std::string::npos) << "nobody else's figures are on it";
+    }
+}
+
+TEST(CapitalPrinting, SavesEachTabInTheWordsAndFiguresOfEachLanguage)
+{
+    struct Sheet {
+        const char* contents;
+        std::vector<std::string_view> words; // of the heads, notes and remarks on it
+        std::vector<std::string> figures;    // in English
+    };
+    const Sheet sheets[] = {
+        {"ownersTable", {"owners", "ownership.title", "latest.title", "ownership.inForce"}, {"1,200,000,000", "38.33"}},
+        {"contributionsTable", {"tab.contributions", "baseline.title"}, {"+150,000,000", "1,850,000,000"}},
+        {"batchesTable", {"advances.title", "movements.title", "remark.noCash"}, {"64,500,000", "25.00"}}};
+    Desk desk;
+    for (const std::string language : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {
+        desk.speak(language);
+        const bool usesCommas = language == "id-ID" || language == "vi-VN";
+        for (const auto& sheet : sheets) {
+            desk.turnTo(sheet.contents);
+            desk.screen.keys("Ctrl+P");
+            const auto text = desk.saved();
+            for (const auto word : sheet.words)
+                EXPECT_NE(text.find(wordIn(language, capitalWords(), word).toStdString()), std::string::npos)
+                    << language << ' ' << word << " is missing from\n"
+                    << text;
+            for (auto figure : sheet.figures) {
+                for (auto& sign : figure)
+                    sign = !usesCommas ? sign : sign == ',' ? '.' : sign == '.' ? ',' : sign;
+                EXPECT_NE(text.find(figure), std::string::npos) << language << ' ' << figure << '\n' << text;
+            }
+        }
     }
 }
 

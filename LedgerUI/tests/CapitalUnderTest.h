@@ -26,3 +26,22 @@ inline void openBooks(WindowUnderTest& under, const CapitalSample& sample)
     require(resultOf(under.store.startDemo("en-US", "owner")).has_value(), "the scripted demonstration opens");
     under.screen.waitFor("capitalTabs");
 }
+
+/// Everything is called as long as the service allows.
+inline CapitalSample withLongNames()
+{
+    const auto named = [](std::string name) {
+        while (name.size() < 110)
+            name += " mmmmmmmmm";
+        return name;
+    };
+    CapitalSample sample{capitalGround()};
+    sample.owner(named("B")).owner(named("C"));
+    sample.baseline("2026-01-02", "IDR", "2025-12-31", {{"c1", "90,000,000"}, {"c2", "0"}});
+    sample.ownership("2026-01-01", {{"c1", "60"}, {"c2", "40"}});
+    sample.contribute("2026-11-13", "c1", "IDR", "150,000,000", "Operating bank");
+    sample.participant(named("B"), "60").participant(named("C"), "40");
+    sample.allocate("2026-10-31", named("P"), "IDR", "64,500,000", {{"d1", "60"}, {"d2", "40"}});
+    sample.pay("2026-11-01", "d3", "d1", "5,000,000", "Operating bank");
+    return sample;
+}

@@ -93,6 +93,9 @@ TEST(CapitalView, RetriesAContributionOfUnknownOutcomeWithTheSameKey)
     page.screen.keys("Ctrl+Return");
     page.screen.waitForText("Retry original request");
     EXPECT_FALSE(page.screen.offers("recordAmount")) << "what was sent is settled";
+    page.speak("id-ID");
+    EXPECT_TRUE(page.screen.says("Tutup…")) << "it can be left, not taken back";
+    page.speak("en-US");
     page.server.replace("POST v1/capital/commands", ServerReply::json("{}"));
     page.screen.keys("Ctrl+Return");
     page.screen.waitUntilGone("recordForm");
@@ -189,6 +192,77 @@ TEST(CapitalView, GreysAnActionWithItsReason)
     EXPECT_EQ(page.screen.find("contributeButton").toolTip(), QStringLiteral("Shareholder contributions are disabled"));
     EXPECT_TRUE(page.screen.offers("ownershipButton")) << "what is there stays correctable";
     EXPECT_TRUE(page.screen.says("1,200,000,000"));
+}
+
+TEST(CapitalView, ShowsWhatWasRecordedInAnotherCurrency)
+{
+    Page page;
+    page.openDividends();
+    page.screen.press("allocateButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.fill("recordPeriod", "Abroad");
+    page.screen.pick("recordCurrency", "USD");
+    page.screen.fill("recordAmount", "100");
+    page.server.replace("POST v1/dividends/commands", ServerReply::json("{}"));
+    serveBooks(page, capitalSample().allocate("2026-11-20", "Abroad", "USD", "100", {{"d1", "50"}, {"d2", "50"}}));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText("Abroad");
+    page.screen.waitForText("USD\u00a0100.00");
+}
+
+TEST(CapitalView, KeepsFiguresInSightHoweverLongNamesAre)
+{
+    Page page{withLongNames()};
+    const auto fits = [&](QScrollArea& scroll) {
+        return scroll.widget()->minimumSizeHint().width() <= scroll.viewport()->width();
+    };
+    EXPECT_TRUE(fits(page.screen.find<QScrollArea>("ownershipScroll")));
+    page.screen.keys("Ctrl+Tab");
+    page.screen.waitFor("contributionsTable");
+    EXPECT_TRUE(fits(page.screen.find<QScrollArea>("baselineScroll")));
+    page.screen.keys("Ctrl+Tab");
+    for (const auto* button : {"payButton", "allocateButton"}) {
+        page.screen.press(button);
+        page.screen.waitForFocus("recordForm");
+        auto* scroll = page.screen.find("recordForm").findChild<QScrollArea*>();
+        ASSERT_TRUE(scroll);
+        EXPECT_TRUE(fits(*scroll)) << button;
+        page.screen.keys("Esc");
+        page.screen.waitUntilGone("recordForm");
+    }
+}
+
+TEST(CapitalView, ShowsAPartnerWithViewRightsExactlyWhatTheyMay)
+{
+    const auto open = [](std::vector<std::string> permissions) {
+        auto sample = capitalSample();
+        sample.books().currentMember.role = "partner";
+        sample.books().currentMember.permissions = std::move(permissions);
+        return sample;
+    };
+    Page both{open({"viewCapital", "viewDividends"})};
+    const auto noneWorks = [&](std::initializer_list<const char*> buttons) {
+        for (const auto* button : buttons)
+            EXPECT_FALSE(both.screen.offers(button)) << button;
+        EXPECT_FALSE(both.screen.shows("exportCapitalButton"));
+        EXPECT_FALSE(both.screen.shows("exportDividendsButton"));
+    };
+    EXPECT_TRUE(both.screen.says("1,200,000,000"));
+    noneWorks({"contributeButton", "ownersButton", "ownershipButton"});
+    both.screen.keys("Ctrl+Tab");
+    both.screen.waitFor("contributionsTable");
+    noneWorks({"contributeButton", "supersedeButton", "reverseContributionButton"});
+    both.screen.keys("Ctrl+Tab");
+    both.screen.pressRow("batchesTable", "2026 Q2");
+    both.screen.pressRow("linesTable", "陈思远");
+    both.screen.pressRow("movementsTable", "13,500,000");
+    noneWorks({"allocateButton", "payAdvanceButton", "participantsButton", "cancelBatchButton", "payButton",
+               "applyAdvanceButton", "reverseMovementButton"});
+    Page dividends{open({"viewDividends"})};
+    EXPECT_TRUE(dividends.screen.says("31,350,000"));
+    EXPECT_FALSE(dividends.screen.says("Ownership versions")) << "not even that there are none";
+    dividends.screen.keys("Ctrl+Tab");
+    EXPECT_TRUE(dividends.screen.shows("batchesTable")) << "the tab of contributions is not there";
 }
 
 TEST(CapitalView, ShowsTheUnavailableStateInsteadOfAPartOfTheFigures)
@@ -328,6 +402,41 @@ TEST(CapitalView, SaysWhyAPasteIsRefusedAndWhatIsWrongWithAnAmountThatIsLeft)
     page.screen.waitForText("Enter an actual contribution amount greater than zero.");
     page.screen.fill("recordAmount", "10");
     EXPECT_FALSE(page.screen.shows("recordAmountError"));
+}
+
+TEST(CapitalView, TypesAmountsInATableAsEverywhereAndGoesDownItsColumn)
+{
+    Page page;
+    page.screen.keys("Ctrl+Tab");
+    page.screen.press("supersedeButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.find("recordRow0").setFocus();
+    page.screen.keys("Ctrl+A");
+    page.screen.type("1060000000");
+    EXPECT_EQ(page.screen.read("recordRow0"), "1,060,000,000");
+    page.screen.keys("Return");
+    EXPECT_EQ(page.screen.focus(), "recordRow1");
+    QApplication::clipboard()->setText(QStringLiteral("12 apples"));
+    page.screen.keys("Ctrl+A Ctrl+V");
+    EXPECT_EQ(page.screen.read("recordRow1"), "800,000,000") << "what stands there stays";
+    page.screen.waitForText("The clipboard does not hold one amount in this currency.");
+    page.server.replace("POST v1/capital/commands", ServerReply::json("{}"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitUntilGone("recordForm");
+    ASSERT_EQ(page.capitalSent().size(), 1U);
+    EXPECT_EQ(page.capitalSent().front().entries->front().amountMinor, 106'000'000'000);
+}
+
+TEST(CapitalView, SaysOverTheFormWhatIsAboutNoneOfItsFields)
+{
+    CapitalSample sample{capitalGround()};
+    sample.owner("Budi Santoso").baseline("2026-11-20", "IDR", "2026-11-20", {{"c1", "7"}});
+    Page page{sample};
+    page.openContribution();
+    page.screen.pick("recordAccount", "Operating bank");
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText("The historical contribution range overlaps recorded contributions");
+    EXPECT_TRUE(page.capitalSent().empty());
 }
 
 namespace {

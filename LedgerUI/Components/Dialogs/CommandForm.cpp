@@ -100,8 +100,11 @@ void CommandForm::adoptLanguage(const std::string& /*before*/)
 void CommandForm::changeEvent(QEvent* event)
 {
     FormDialog::changeEvent(event);
-    if (event->type() != QEvent::LanguageChange || m_locale == InterfaceLanguage::tag() || !m_snapshot)
+    if (event->type() != QEvent::LanguageChange || !m_snapshot)
         return;
+    // A change comes by more than once, and the dialog has each time put its own words on the buttons.
+    if (m_locale == InterfaceLanguage::tag())
+        return present();
     const auto before = std::exchange(m_locale, InterfaceLanguage::tag());
     adoptLanguage(before);
 }

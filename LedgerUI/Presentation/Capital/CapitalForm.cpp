@@ -7,7 +7,9 @@
 #include "LedgerCore/Domain/Capital/CapitalMath.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Records/CapitalQuestion.h"
 #include "LedgerUI/Presentation/Records/RecordFormParts.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
 
 namespace {
 
@@ -72,37 +74,64 @@ void fillOwner(CapitalForm& form, const CapitalState& state)
     RecordDrafts::fillPerson(form, RecordDrafts::find(state.participants, form.participantID));
 }
 
+/// An owner read anew, without what a person has changed since `before`.
+void followOwner(CapitalForm& form, const CapitalState& before, const LedgerSnapshot& snapshot)
+{
+    const auto* was = RecordDrafts::find(before.participants, form.participantID);
+    const auto* is = RecordDrafts::find(form.captured.participants, form.participantID);
+    if (was && is)
+        RecordDrafts::followPerson(form, *was, *is, snapshot.members);
+}
+
+std::optional<std::string> throughDateOf(const CapitalForm& form, const CapitalState& state)
+{
+    const auto* baseline = CapitalMath::currentBaseline(state, form.currency);
+    return baseline ? std::optional{baseline->throughDate} : std::nullopt;
+}
+
+void followThroughDate(CapitalForm& form, const CapitalState& before, std::string_view locale)
+{
+    const auto now = throughDateOf(form, form.captured);
+    RecordDrafts::follow(form, RecordPart::throughDate, form.historicalDate, throughDateOf(form, before), now,
+                         now ? DayText::longDay(*now, locale).toStdString() : std::string{});
+}
+
 /// The currencies in which contributions can be booked.
 std::vector<std::string> bookable(const LedgerSnapshot& snapshot)
 {
     return RecordFormParts::currenciesOf(CapitalAccess::accounts(snapshot, std::nullopt));
 }
 
-/// What is no longer on offer is no longer chosen.
+/// The amount belongs to whoever is chosen, and waits while nobody is.
+void giveAmountTo(CapitalForm& form, const std::string& ownerID)
+{
+    auto typed = form.amounts.extract(form.participantID);
+    form.participantID = ownerID;
+    if (typed)
+        form.amounts.insert_or_assign(ownerID, std::move(typed.mapped()));
+}
+
+/// What is no longer on offer is no longer chosen, and nothing is put in its place: the amount was meant in that
+/// currency.
 void reconcileContribution(CapitalForm& form, const LedgerSnapshot& snapshot)
 {
     const auto currencies = bookable(snapshot);
     if (std::ranges::find(currencies, form.currency) == currencies.end())
-        form.currency = currencies.empty() ? std::string{} : currencies.front();
+        form.currency.clear();
     const auto accounts = CapitalAccess::accounts(snapshot, form.currency);
     form.accountID = RecordFormParts::keptOrOnly(accounts, form.accountID);
     const auto* owner = RecordDrafts::find(stateOf(snapshot).participants, form.participantID);
     if (!owner || owner->archived)
-        form.participantID.clear();
+        giveAmountTo(form, {});
 }
 
 void choosePerson(CapitalForm& form, const std::string& id)
 {
-    if (form.route.action != Action::contribute) {
-        form.participantID = id;
-        fillOwner(form, form.captured);
-        return;
-    }
-    // The amount belongs to whoever is chosen.
-    auto typed = form.amounts.extract(form.participantID);
+    if (form.route.action == Action::contribute)
+        return giveAmountTo(form, id);
     form.participantID = id;
-    if (typed)
-        form.amounts.insert_or_assign(id, std::move(typed.mapped()));
+    form.newestParts.clear();
+    fillOwner(form, form.captured);
 }
 
 /// Amounts of another currency mean nothing in this one.
@@ -110,6 +139,8 @@ void chooseCurrency(CapitalForm& form, const std::string& code, const LedgerSnap
 {
     form.currency = code;
     form.amounts.clear();
+    form.zeroConfirmed = false;
+    form.newestParts.clear();
     if (form.route.action != Action::setBaseline)
         return reconcileContribution(form, snapshot);
     if (const auto* baseline = CapitalMath::currentBaseline(form.captured, code))
@@ -133,16 +164,23 @@ CapitalForm CapitalForms::initialize(CapitalForm form, const LedgerSnapshot& sna
         form.currency = form.route.currency;
         form.startDate = today;
     }
+    const bool isAnew = isFirst || !keeps;
     const auto& action = form.route.action;
-    if (action == Action::setParticipant && (isFirst || !keeps))
+    if (action == Action::setParticipant && isAnew)
         fillOwner(form, state);
-    if (action == Action::contribute)
+    else if (action == Action::setParticipant)
+        followOwner(form, before, snapshot);
+    if (action == Action::contribute) {
+        if (isAnew)
+            form.currency = CapitalCurrencies::chosen(bookable(snapshot), form.currency);
         reconcileContribution(form, snapshot);
+    }
     form.capturedPeople = peopleFor(form, state);
     if (action == Action::setBaseline) {
-        const auto* baseline = CapitalMath::currentBaseline(state, form.currency);
-        if (baseline && (isFirst || !keeps))
-            form.historicalDate = baseline->throughDate;
+        if (isAnew)
+            form.historicalDate = throughDateOf(form, state);
+        else
+            followThroughDate(form, before, locale);
         RecordDrafts::fill(form.amounts, form.newest, recordedAmounts(form, state, locale),
                            recordedAmounts(form, before, locale), preserveDraft);
     }

@@ -63,7 +63,8 @@ struct CapitalForms {
     /// The keys left the amount as it stands: what keeps it from being used is said now.
     static CapitalForm leftAmount(CapitalForm form, std::string_view locale);
     /// What was to be pasted is not one amount; what stands there stays.
-    static CapitalForm refusedPaste(CapitalForm form, PasteRefusal refusal);
+    /// `personID` is whose amount it was to be; empty for the one amount of the form.
+    static CapitalForm refusedPaste(CapitalForm form, PasteRefusal refusal, std::string personID);
     /// The form that sent a command of which nobody knows whether it was carried out.
     static CapitalForm restored(const CapitalCommand& command, const LedgerSnapshot& snapshot, std::string_view locale);
 

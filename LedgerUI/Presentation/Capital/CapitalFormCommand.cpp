@@ -67,7 +67,8 @@ std::optional<CapitalProblem> amountProblem(const CapitalForm& form, std::string
 {
     const auto text = RecordDrafts::typedFor(form.amounts, form.participantID);
     const auto amount = Money::parse(text, form.currency, locale);
-    if (amount && *amount > 0)
+    const bool isUnknown = form.currency.empty() && !text.empty(); // its currency is to be chosen first
+    if (isUnknown || (amount && *amount > 0))
         return std::nullopt;
     return CapitalProblem{.part = RecordPart::amount,
                           .refusal = CapitalRefusal::amountNotPositive,
@@ -79,6 +80,8 @@ Made contribution(const CapitalForm& form, const LedgerSnapshot& snapshot, Comma
     std::vector<CapitalProblem> problems;
     if (form.participantID.empty())
         problems.push_back({.part = RecordPart::person, .refusal = CapitalRefusal::participantUnavailable});
+    if (form.currency.empty())
+        problems.push_back({.part = RecordPart::currency, .refusal = CapitalRefusal::currencyUnsupported});
     if (form.accountID.empty())
         problems.push_back({.part = RecordPart::account, .refusal = CapitalRefusal::accountUnavailable});
     if (auto problem = amountProblem(form, locale))
@@ -156,9 +159,10 @@ CapitalForm CapitalForms::leftAmount(CapitalForm form, std::string_view locale)
     return RecordDrafts::judgedAmount(std::move(form), *problem);
 }
 
-CapitalForm CapitalForms::refusedPaste(CapitalForm form, PasteRefusal refusal)
+CapitalForm CapitalForms::refusedPaste(CapitalForm form, PasteRefusal refusal, std::string personID)
 {
-    return RecordDrafts::judgedAmount(std::move(form), CapitalProblem{.paste = refusal});
+    return RecordDrafts::judgedAmount(std::move(form),
+                                      CapitalProblem{.personID = std::move(personID), .paste = refusal});
 }
 
 CapitalForm CapitalForms::restored(const CapitalCommand& command, const LedgerSnapshot& snapshot,

@@ -270,6 +270,8 @@ CapitalOverviews::overview(const LedgerSnapshot& snapshot, const CapitalQuestion
     if (!figures)
         return std::unexpected(figures.error());
     CapitalOverview overview;
+    overview.title = word(figures->contributed ? "owners" : "participants", locale);
+    overview.showsOwnership = figures->contributed.has_value();
     const auto people = peopleOf(*figures);
     overview.owners = ownersOf(people, *figures, question.currency, locale);
     for (const auto& person : people)

@@ -30,8 +30,10 @@ struct OwnershipBar {
 
 /// What the first tab of capital and dividends shows, of one currency and period.
 struct CapitalOverview {
-    QString since = {};   // from when the shares in force hold
-    QString warning = {}; // the history is not complete
+    QString title = {};          // whose figures they are
+    QString since = {};          // from when the shares in force hold
+    QString warning = {};        // the history is not complete
+    bool showsOwnership = false; // else the member may not see shares, not even that there are none
     RecordRows owners = {};
     std::vector<std::string> participants = {}; // of each of these rows; empty for who has no part in dividends
     std::vector<QString> notes = {};

@@ -59,7 +59,7 @@ std::optional<PrintedDocument> CapitalPrint::overview(const Ground& ground)
     if (!shown)
         return std::nullopt;
     auto document = RecordPrint::document(ground, wordIn(ground.locale, workspaceWords(), "dividends"), "capital");
-    RecordPrint::add(document, RecordPrint::table(shown->owners, text(ground, "owners"),
+    RecordPrint::add(document, RecordPrint::table(shown->owners, shown->title,
                                                   joined({shown->since, shown->warning}, QStringLiteral("\n"))));
     RecordPrint::add(document, ownershipOf(shown->ownership, ground));
     RecordPrint::add(document, RecordPrint::table(shown->latest, text(ground, "latest.title")));

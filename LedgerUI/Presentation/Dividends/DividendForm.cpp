@@ -10,6 +10,7 @@
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Records/CapitalQuestion.h"
 #include "LedgerUI/Presentation/Records/RecordFormParts.h"
 
 namespace {
@@ -38,6 +39,11 @@ void fillRatios(DividendForm& form, const DividendState& before, std::string_vie
     const auto recorded = defaultRatios(form.captured, locale);
     RecordDrafts::fill(form.ratios, form.newest, recorded, defaultRatios(before, locale), preserve);
     std::erase_if(form.leftOut, [&](const auto& id) { return !recorded.contains(id); });
+    for (const auto& each : form.captured.participants) {
+        const bool isNew = !find(before.participants, each.id);
+        if (preserve == PreserveDraft::yes && isNew && !each.archived && each.ratioBps == 0)
+            form.leftOut.insert(each.id);
+    }
 }
 
 /// Who has no ratio of their own takes no part until somebody says so.
@@ -59,6 +65,19 @@ void fillParticipant(DividendForm& form, std::string_view locale)
     form.ratio = BasisPoints::text(known ? known->ratioBps : 0, locale);
 }
 
+/// A participant read anew, without what a person has changed since `before`.
+void followParticipant(DividendForm& form, const DividendState& before, const LedgerSnapshot& snapshot,
+                       std::string_view locale)
+{
+    const auto* was = find(before.participants, form.participantID);
+    const auto* is = find(form.captured.participants, form.participantID);
+    if (!was || !is)
+        return;
+    RecordDrafts::followPerson(form, *was, *is, snapshot.members);
+    const auto now = BasisPoints::text(is->ratioBps, locale);
+    RecordDrafts::follow(form, RecordPart::ratio, form.ratio, BasisPoints::text(was->ratioBps, locale), now, now);
+}
+
 /// The command as far as it says what is settled.
 DividendCommand settlement(const DividendForm& form)
 {
@@ -69,6 +88,27 @@ DividendCommand settlement(const DividendForm& form)
     command.advanceID = unlessEmpty(form.advanceID);
     command.participantID = unlessEmpty(form.participantID);
     return command;
+}
+
+/// While a person lets the whole rest stand, it is the rest of now.
+void followRest(DividendForm& form, const DividendState& before, const LedgerSnapshot& snapshot,
+                std::string_view locale)
+{
+    const auto now = DividendContext::of(snapshot);
+    const DividendContext then{.state = before, .member = now.member, .members = now.members, .accounts = now.accounts};
+    const auto was = DividendRules::limit(settlement(form), then);
+    const auto rest = DividendRules::limit(settlement(form), now);
+    const bool stands = was && form.amount == Money::formatDigits(*was, form.currency, locale);
+    if (stands && rest.value_or(0) > 0)
+        form.amount = Money::formatDigits(*rest, form.currency, locale);
+}
+
+/// The one that was wanted while it can be paid in, else the first that can.
+void chooseCurrency(DividendForm& form, const LedgerSnapshot& snapshot)
+{
+    const auto offered = RecordFormParts::currenciesOf(DividendAccess::accounts(snapshot, std::nullopt));
+    if (!offered.empty())
+        form.currency = CapitalCurrencies::chosen(offered, form.currency);
 }
 
 }
@@ -100,10 +140,14 @@ DividendForm DividendForms::initialize(DividendForm form, const LedgerSnapshot& 
         form.currency = form.route.currency;
         if (const auto* advance = find(form.captured.movements, form.advanceID))
             form.participantID = advance->participantID;
+        if (form.route.action == Action::advance)
+            chooseCurrency(form, snapshot);
     }
     const bool keeps = preserveDraft == PreserveDraft::yes;
     if (form.route.action == Action::setParticipant && (isFirst || !keeps))
         fillParticipant(form, locale);
+    else if (form.route.action == Action::setParticipant)
+        followParticipant(form, before, snapshot, locale);
     if (form.route.action == Action::allocate) {
         fillRatios(form, before, locale, preserveDraft);
         if (isFirst || !keeps)
@@ -113,6 +157,8 @@ DividendForm DividendForms::initialize(DividendForm form, const LedgerSnapshot& 
     if (isFirst && settlesLine(form.route.action) && form.amount.empty()) {
         if (const auto most = limit(form, snapshot); most && *most > 0)
             form.amount = Money::formatDigits(*most, form.currency, locale);
+    } else if (settlesLine(form.route.action)) {
+        followRest(form, before, snapshot, locale);
     }
     form.initialized = true;
     form.needsReload = false;
@@ -179,10 +225,10 @@ std::string DividendForms::bookedEntry(const DividendForm& form, const LedgerSna
     return made ? made->transactionID.value_or("") : std::string{};
 }
 
-std::vector<const DividendParticipant*> DividendForms::people(const LedgerSnapshot& snapshot)
+std::vector<const DividendParticipant*> DividendForms::people(const DividendForm& form)
 {
     std::vector<const DividendParticipant*> offered;
-    for (const auto& each : stateOf(snapshot).participants) {
+    for (const auto& each : form.captured.participants) {
         if (!each.archived)
             offered.push_back(&each);
     }
@@ -222,38 +268,35 @@ std::optional<std::int64_t> DividendForms::limit(const DividendForm& form, const
     return DividendRules::limit(settlement(form), DividendContext::of(snapshot));
 }
 
-std::vector<DividendCommands::ShareText> DividendForms::shareTexts(const DividendForm& form,
-                                                                   const LedgerSnapshot& snapshot)
+std::vector<DividendCommands::ShareText> DividendForms::shareTexts(const DividendForm& form)
 {
     std::vector<DividendCommands::ShareText> texts;
-    for (const auto* each : people(snapshot)) {
+    for (const auto* each : people(form)) {
         if (!form.leftOut.contains(each->id))
             texts.push_back({each->id, RecordDrafts::typedFor(form.ratios, each->id)});
     }
     return texts;
 }
 
-std::optional<std::vector<DividendShare>> DividendForms::shares(const DividendForm& form,
-                                                                const LedgerSnapshot& snapshot, std::string_view locale)
+std::optional<std::vector<DividendShare>> DividendForms::shares(const DividendForm& form, std::string_view locale)
 {
-    return DividendCommands::shares(shareTexts(form, snapshot), locale);
+    return DividendCommands::shares(shareTexts(form), locale);
 }
 
-std::optional<std::vector<DividendLine>> DividendForms::preview(const DividendForm& form,
-                                                                const LedgerSnapshot& snapshot, std::string_view locale)
+std::optional<std::vector<DividendLine>> DividendForms::preview(const DividendForm& form, std::string_view locale)
 {
     const auto total = Money::parse(form.amount, form.currency, locale);
-    const auto ratios = shares(form, snapshot, locale);
+    const auto ratios = shares(form, locale);
     if (!total || !ratios || !CurrencyInfo::isSupported(form.currency))
         return std::nullopt;
-    auto lines = DividendAllocationCalculator::allocate(*total, *ratios, stateOf(snapshot).participants);
+    auto lines = DividendAllocationCalculator::allocate(*total, *ratios, form.captured.participants);
     return lines ? std::optional{*std::move(lines)} : std::nullopt;
 }
 
-int DividendForms::ratioTotal(const DividendForm& form, const LedgerSnapshot& snapshot, std::string_view locale)
+int DividendForms::ratioTotal(const DividendForm& form, std::string_view locale)
 {
     TypedTexts ratios;
-    for (const auto& each : shareTexts(form, snapshot))
+    for (const auto& each : shareTexts(form))
         ratios[each.participantID] = each.percentage;
     return RecordDrafts::ratioTotal(ratios, locale);
 }
@@ -267,6 +310,7 @@ DividendForm DividendForms::edited(DividendForm form, const RecordEdit& edit, co
     switch (edit.part) {
     case RecordPart::person:
         form.participantID = edit.text;
+        form.newestParts.clear();
         if (form.route.action == Action::setParticipant)
             fillParticipant(form, locale);
         break;

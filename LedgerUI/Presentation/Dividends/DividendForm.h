@@ -64,8 +64,8 @@ struct DividendForms {
     /// Whether the records still are those that the form was opened on.
     static bool isCurrent(const DividendForm& form, const LedgerSnapshot& snapshot);
 
-    /// The participants on offer. Pointers point into the snapshot.
-    static std::vector<const DividendParticipant*> people(const LedgerSnapshot& snapshot);
+    /// The participants on offer, as the form was opened on them. Pointers point into the form.
+    static std::vector<const DividendParticipant*> people(const DividendForm& form);
     /// The allocations of the chosen currency in which something of the chosen participant is unpaid.
     static std::vector<const DividendBatch*> eligibleBatches(const DividendForm& form, const LedgerSnapshot& snapshot);
     /// The advances of the chosen participant and currency of which something is left.
@@ -74,16 +74,13 @@ struct DividendForms {
     /// The largest amount that the action may carry; nothing while nothing is chosen.
     static std::optional<std::int64_t> limit(const DividendForm& form, const LedgerSnapshot& snapshot);
     /// What was typed for each who takes part.
-    static std::vector<DividendCommands::ShareText> shareTexts(const DividendForm& form,
-                                                               const LedgerSnapshot& snapshot);
+    static std::vector<DividendCommands::ShareText> shareTexts(const DividendForm& form);
     /// One for each who takes part; nothing while a text is no percentage.
-    static std::optional<std::vector<DividendShare>> shares(const DividendForm& form, const LedgerSnapshot& snapshot,
-                                                            std::string_view locale);
+    static std::optional<std::vector<DividendShare>> shares(const DividendForm& form, std::string_view locale);
     /// The allocation of the typed total; nothing while it cannot be made.
-    static std::optional<std::vector<DividendLine>> preview(const DividendForm& form, const LedgerSnapshot& snapshot,
-                                                            std::string_view locale);
+    static std::optional<std::vector<DividendLine>> preview(const DividendForm& form, std::string_view locale);
     /// The basis points of all that take part and can be read.
-    static int ratioTotal(const DividendForm& form, const LedgerSnapshot& snapshot, std::string_view locale);
+    static int ratioTotal(const DividendForm& form, std::string_view locale);
 
     /// The entry booked by the first movement that came after the form's records: by the command that was made from
     /// them, once it is accepted. Empty where that moved no money.
@@ -95,7 +92,8 @@ struct DividendForms {
     /// The keys left the amount as it stands: what keeps it from being used is said now.
     static DividendForm leftAmount(DividendForm form, std::string_view locale);
     /// What was to be pasted is not one amount; what stands there stays.
-    static DividendForm refusedPaste(DividendForm form, PasteRefusal refusal);
+    /// `personID` is whose amount it was to be; empty for the one amount of the form.
+    static DividendForm refusedPaste(DividendForm form, PasteRefusal refusal, std::string personID);
     /// The form that sent a command of which nobody knows whether it was carried out.
     static DividendForm restored(const DividendCommand& command, const LedgerSnapshot& snapshot,
                                  std::string_view locale);

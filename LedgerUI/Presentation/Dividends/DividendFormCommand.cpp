@@ -47,7 +47,7 @@ Made checked(DividendCommands::Built built)
 }
 
 /// What is missing or cannot be read, before the rules are asked.
-Problems missing(const DividendForm& form, const LedgerSnapshot& snapshot, std::string_view locale)
+Problems missing(const DividendForm& form, std::string_view locale)
 {
     Problems problems;
     const auto& action = form.route.action;
@@ -71,7 +71,7 @@ Problems missing(const DividendForm& form, const LedgerSnapshot& snapshot, std::
              .money = form.amount.empty() ? std::nullopt : std::optional{amount.error()}});
     if (action != Action::allocate)
         return problems;
-    for (const auto* each : DividendForms::people(snapshot)) {
+    for (const auto* each : DividendForms::people(form)) {
         const auto ratio = Money::parse(RecordDrafts::typedFor(form.ratios, each->id), "CNY", locale);
         if (!ratio && !form.leftOut.contains(each->id))
             problems.push_back({.part = RecordPart::people, .personID = each->id, .money = ratio.error()});
@@ -85,7 +85,7 @@ Made allocation(const DividendForm& form, const LedgerSnapshot& snapshot, Comman
                                               {.period = form.period,
                                                .currency = form.currency,
                                                .amount = form.amount,
-                                               .shares = DividendForms::shareTexts(form, snapshot),
+                                               .shares = DividendForms::shareTexts(form),
                                                .note = form.note},
                                               locale));
 }
@@ -132,7 +132,7 @@ std::expected<DividendCommand, std::vector<DividendProblem>> DividendForms::comm
              .percentage = form.ratio,
              .archived = form.archived},
             locale));
-    if (auto problems = missing(form, snapshot, locale); !problems.empty())
+    if (auto problems = missing(form, locale); !problems.empty())
         return std::unexpected(std::move(problems));
     if (action == Action::allocate)
         return allocation(form, snapshot, std::move(issue), locale);
@@ -158,9 +158,10 @@ DividendForm DividendForms::leftAmount(DividendForm form, std::string_view local
                                              : DividendProblem{.money = amount.error()});
 }
 
-DividendForm DividendForms::refusedPaste(DividendForm form, PasteRefusal refusal)
+DividendForm DividendForms::refusedPaste(DividendForm form, PasteRefusal refusal, std::string personID)
 {
-    return RecordDrafts::judgedAmount(std::move(form), DividendProblem{.paste = refusal});
+    return RecordDrafts::judgedAmount(std::move(form),
+                                      DividendProblem{.personID = std::move(personID), .paste = refusal});
 }
 
 DividendForm DividendForms::restored(const DividendCommand& command, const LedgerSnapshot& snapshot,

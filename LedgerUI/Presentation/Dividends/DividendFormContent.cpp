@@ -91,17 +91,15 @@ void fillSettlement(RecordFormContent& content, const Ground& ground)
 {
     const auto& form = ground.form;
     const auto& action = form.route.action;
-    // Beside the receipts half a row is too narrow for an allocation with what is unpaid of it.
-    const auto share = DividendForms::movesMoney(action) ? +[](RecordField field) { return field; } : Parts::half;
+    // Half a row is too narrow for an allocation with what is unpaid of it.
     content.fields.push_back(
-        share(Parts::fixed(RecordPart::person, ground.word("participant"), ground.nameOf(form.participantID))));
+        Parts::fixed(RecordPart::person, ground.word("participant"), ground.nameOf(form.participantID)));
     if (action != Action::returnAdvance) {
         content.equation = DividendBoards::equation(ground.snapshot, form.batchID, form.participantID, ground.locale);
-        content.fields.push_back(share(batchField(ground)));
+        content.fields.push_back(batchField(ground));
     }
-    if (action != Action::pay) {
+    if (action != Action::pay)
         content.fields.push_back(advanceField(ground));
-    }
     if (action != Action::apply)
         content.fields.push_back(accountField(action == Action::pay ? "account.payFrom" : "account.returnTo", ground));
     content.fields.push_back(amountField(ground));
@@ -139,9 +137,9 @@ RecordLines allocationLines(const Ground& ground)
     RecordLines table{.personHead = ground.word("participant"),
                       .typedHead = ground.word("ratio.percent"),
                       .amountHead = ground.word("amount.in", {qString(form.currency)})};
-    const auto preview = DividendForms::preview(form, ground.snapshot, ground.locale);
+    const auto preview = DividendForms::preview(form, ground.locale);
     const auto total = Money::parse(form.amount, form.currency, ground.locale);
-    for (const auto* each : DividendForms::people(ground.snapshot)) {
+    for (const auto* each : DividendForms::people(form)) {
         RecordLine line{.id = each->id,
                         .name = qString(each->name),
                         .isIn = !form.leftOut.contains(each->id),
@@ -157,7 +155,7 @@ RecordLines allocationLines(const Ground& ground)
         }
         table.lines.push_back(std::move(line));
     }
-    const int ratios = DividendForms::ratioTotal(form, ground.snapshot, ground.locale);
+    const int ratios = DividendForms::ratioTotal(form, ground.locale);
     table.total = RecordText::percent(ratios, ground.locale);
     table.isWhole = ratios == BasisPoints::whole;
     table.amountTotal =

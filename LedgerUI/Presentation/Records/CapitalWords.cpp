@@ -71,6 +71,7 @@ const WordTable& capitalWords()
 
         // overview
         {"owners", "股东", "Pemilik", "Cổ đông", "Owners"},
+        {"participants", "参与人", "Peserta", "Người tham gia", "Participants"},
         {"ownership.title", "持股比例版本", "Versi kepemilikan", "Các phiên bản sở hữu", "Ownership versions"},
         {"ownership.since", "自 %1 起生效的持股比例", "Kepemilikan berlaku sejak %1", "Tỷ lệ sở hữu có hiệu lực từ %1",
          "Ownership in force since %1"},

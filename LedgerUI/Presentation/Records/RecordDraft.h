@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Money/MoneyError.h"
+#include "LedgerCore/Domain/Records/Member.h"
 #include "LedgerUI/Presentation/Entry/EntryAmountText.h"
 #include "LedgerUI/Presentation/Records/RecordForm.h"
 
@@ -48,8 +49,9 @@ struct RecordDraft {
     std::vector<std::string> receiptIDs = {};
     State captured = {};
     bool initialized = false;
-    bool needsReload = false; // the records have changed since
-    TypedTexts newest = {};   // what newer records say where a person typed something else
+    bool needsReload = false;                           // the records have changed since
+    TypedTexts newest = {};                             // what newer records say where a person typed something else
+    std::map<RecordPart, std::string> newestParts = {}; // so of the fields that stand once
     std::vector<RecordProblem<Refusal>> problems = {};
 
     bool operator==(const RecordDraft&) const = default;
@@ -116,10 +118,34 @@ void fillPerson(Form& form, const Person* known)
     form.archived = known && known->archived;
 }
 
+/// What stands in a field follows newer records unless a person changed it; then what they say differently is
+/// remembered beside it, as a person reads it.
+template <class Form, class Value>
+void follow(Form& form, RecordPart part, Value& value, const Value& before, const Value& now, std::string shown)
+{
+    form.newestParts.erase(part);
+    if (value == before)
+        value = now;
+    else if (value != now && now != before)
+        form.newestParts.insert_or_assign(part, std::move(shown));
+}
+
+/// The same for everything that the record of a person says.
+template <class Form, class Person>
+void followPerson(Form& form, const Person& before, const Person& now, const std::vector<Member>& members)
+{
+    follow(form, RecordPart::name, form.name, before.name, now.name, now.name);
+    const auto* member = now.memberID ? find(members, *now.memberID) : nullptr;
+    follow(form, RecordPart::member, form.memberID, before.memberID, now.memberID,
+           member ? member->name : std::string{"–"});
+    follow(form, RecordPart::archived, form.archived, before.archived, now.archived, {});
+}
+
 /// Takes what was changed in a part that every form keeps alike; says whether it was one.
 template <class Form>
 bool take(Form& form, const RecordEdit& edit)
 {
+    form.newestParts.erase(edit.part);
     switch (edit.part) {
     case RecordPart::name:
         form.name = edit.text;
@@ -141,12 +167,13 @@ bool take(Form& form, const RecordEdit& edit)
     }
 }
 
-/// What is wrong with the amount is said instead of what was said of it before.
+/// What is wrong with the amount, or with that of a person, is said instead of what was said of it before.
 template <class Form, class Problem>
 Form judgedAmount(Form form, Problem problem)
 {
-    std::erase_if(form.problems, [](const auto& each) { return each.part == RecordPart::amount; });
-    problem.part = RecordPart::amount;
+    problem.part = problem.personID.empty() ? RecordPart::amount : RecordPart::people;
+    std::erase_if(form.problems,
+                  [&](const auto& each) { return each.part == problem.part && each.personID == problem.personID; });
     form.problems.push_back(std::move(problem));
     return form;
 }
@@ -159,6 +186,7 @@ bool isEdited(Form form, const Form& initial)
     form.captured = initial.captured;
     form.needsReload = initial.needsReload;
     form.newest = initial.newest;
+    form.newestParts = initial.newestParts;
     return form != initial;
 }
 

@@ -106,6 +106,7 @@ struct RecordFormContent {
     QString confirm = {};
     QString foot = {};
     QString whyNotConfirm = {}; // said by the button
+    QString problem = {};       // what is wrong with the form as a whole
     QString conflict = {};      // the records have changed; offers to load the newest
     QString reload = {};        // what the button for it says
     bool hasChanges = false;

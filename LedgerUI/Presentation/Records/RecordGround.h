@@ -86,21 +86,44 @@ void fillPerson(RecordFormContent& content, const RecordGround<Form>& ground, co
         content.fields.push_back(Parts::tick(RecordPart::archived, ground.word(who + ".archived"), form.archived));
 }
 
-/// Each message where it belongs: in the row of a person, or under its field.
+/// Where the message of a problem stands; null where the form has no such part.
+template <class Problem>
+QString* messageFor(RecordFormContent& content, const Problem& problem)
+{
+    if (problem.part == RecordPart::people && content.lines) {
+        const auto line = std::ranges::find(content.lines->lines, problem.personID, &RecordLine::id);
+        return line == content.lines->lines.end() ? &content.lines->message : &line->message;
+    }
+    const auto field =
+        std::ranges::find_if(content.fields, [&](const RecordField& each) { return problem.part == each.part; });
+    return field == content.fields.end() ? nullptr : &field->message;
+}
+
+/// Each message where it belongs: in the row of a person, under its field, or over the whole form.
 template <class Problem>
 void addMessages(RecordFormContent& content, const std::vector<Problem>& problems, std::string_view locale)
 {
     for (const auto& problem : problems) {
-        const auto message = problem.message(locale);
-        if (problem.part == RecordPart::people && content.lines) {
-            const auto line = std::ranges::find(content.lines->lines, problem.personID, &RecordLine::id);
-            (line == content.lines->lines.end() ? content.lines->message : line->message) = message;
-            continue;
-        }
-        for (auto& field : content.fields) {
-            if (problem.part == field.part && field.message.isEmpty())
-                field.message = field.day.message = message;
-        }
+        auto* place = messageFor(content, problem);
+        if (!place)
+            place = &content.problem;
+        if (place->isEmpty() || problem.part == RecordPart::people)
+            *place = problem.message(locale);
+    }
+    for (auto& field : content.fields) {
+        if (field.kind == RecordField::Kind::day)
+            field.day.message = field.message;
+    }
+}
+
+/// What newer records say of a field in which a person changed something, beside its name.
+template <class Form>
+void addNewest(RecordFormContent& content, const RecordGround<Form>& ground)
+{
+    for (auto& field : content.fields) {
+        const auto newest = ground.form.newestParts.find(field.part);
+        if (newest != ground.form.newestParts.end())
+            field.label += QStringLiteral(" · ") + ground.word("newest", {qString(newest->second)});
     }
 }
 
@@ -127,6 +150,7 @@ void complete(RecordFormContent& content, const Submission<Form, Command>& submi
     if (sentences.keepsDay)
         content.foot = ground.word("recordedOn", {ground.day(isSettled ? std::string_view{sent->date} : ground.today)});
     addMessages(content, form.problems, ground.locale);
+    addNewest(content, ground);
     if (form.needsReload && !isSettled) {
         content.conflict = sentences.changed;
         content.reload = ground.word("reload");

@@ -186,5 +186,8 @@ INSTANTIATE_TEST_SUITE_P(
         Standing{"PartnerThatLooks", "partner", Rights{"viewCapital", "viewDividends"}, "..... ........"},
         Standing{"PostsWithoutSeeing", "employee", Rights{"postCapital", "correctCapital", "postDividends"},
                  "..... ........"},
+        Standing{"OwnerWithoutList", "owner", std::nullopt, "..obs a.t.y.k."},
+        Standing{"AdminWithoutList", "admin", std::nullopt, "..... ........"},
+        Standing{"FinanceWithoutList", "finance", std::nullopt, "..... ........"},
         Standing{"Employee", "employee", Rights{}, "..... ........"}),
     [](const auto& each) { return std::string{each.param.name}; });

@@ -146,6 +146,76 @@ TEST(CapitalForm, KeepsWhatWasTypedWhenTheRecordsChangeAndTellsWhatIsNew)
     EXPECT_EQ(contentOf(form, sample).lines->lines.front().beside, QStringLiteral("Newest: 60"));
 }
 
+TEST(CapitalForm, NeverUndoesWhatAnotherOwnerChangedMeanwhile)
+{
+    auto sample = capitalSample();
+    auto owner = typed(opened(CapitalAction::setParticipant, sample), sample, RecordPart::person, "c2");
+    owner = typed(owner, sample, RecordPart::name, "Chen");
+    auto history = typed(opened(CapitalAction::setBaseline, sample), sample, RecordPart::people, "7", "c1");
+    auto dated = typed(history, sample, RecordPart::throughDate, "2025-10-31");
+    sample.archiveOwner("c2", "Chen Siyuan");
+    sample.baseline("2026-11-20", "IDR", "2025-11-30", {{"c1", "1"}, {"c3", "2"}, {"c2", "800,000,000"}});
+    const auto reloaded = [&](const CapitalForm& form) {
+        return CapitalForms::initialize(form, sample.books(), today, english, CapitalForms::PreserveDraft::yes);
+    };
+    owner = reloaded(owner);
+    EXPECT_EQ(owner.name, "Chen") << "typed";
+    EXPECT_TRUE(owner.archived) << "never touched";
+    const auto content = contentOf(owner, sample);
+    EXPECT_EQ(content.fields[1].label, QStringLiteral("Name · Newest: Chen Siyuan"));
+    EXPECT_EQ(reloaded(history).historicalDate, "2025-11-30");
+    EXPECT_EQ(reloaded(dated).historicalDate, "2025-10-31");
+    EXPECT_EQ(contentOf(reloaded(dated), sample).fields[1].label, QStringLiteral("Through · Newest: 30 November 2025"));
+}
+
+TEST(CapitalForm, SaysEveryRefusalSomewhere)
+{
+    CapitalSample sample{capitalGround()};
+    sample.owner("Budi").owner("Chen");
+    sample.baseline("2026-11-20", "IDR", "2026-11-20", {{"c1", "7"}, {"c2", "0"}});
+    const auto refused = [&](CapitalForm form) {
+        auto made = command(form, sample);
+        form.problems = made ? std::vector<CapitalProblem>{} : std::move(made.error());
+        return contentOf(form, sample);
+    };
+    auto form = typed(opened(CapitalAction::contribute, sample), sample, RecordPart::person, "c1");
+    form = typed(typed(form, sample, RecordPart::account, "Operating bank"), sample, RecordPart::amount, "5");
+    EXPECT_TRUE(refused(form).problem.startsWith(QStringLiteral("The historical contribution range overlaps")))
+        << "a day that the baseline covers takes no contribution";
+    form = typed(opened(CapitalAction::setBaseline, sample), sample, RecordPart::people, "90,000,000,000.00", "c1");
+    EXPECT_TRUE(refused(form).problem.isEmpty());
+    form = typed(form, sample, RecordPart::people, "0.01", "c2");
+    EXPECT_FALSE(refused(form).problem.isEmpty()) << "a minor unit past the limit of the sum";
+}
+
+TEST(CapitalForm, KeepsAnAmountInTheCurrencyThatItWasMeantIn)
+{
+    auto sample = capitalSample();
+    auto form = typed(opened(CapitalAction::contribute, sample), sample, RecordPart::person, "c3");
+    form = typed(form, sample, RecordPart::currency, "USD");
+    form = typed(form, sample, RecordPart::amount, "1,000");
+    for (auto& account : sample.books().accounts)
+        std::erase(account.currencies, "USD");
+    sample.archiveOwner("c3", "Nguyễn Thị Thanh Hương");
+    form = CapitalForms::initialize(form, sample.books(), today, english, CapitalForms::PreserveDraft::yes);
+    EXPECT_EQ(form.currency, "") << "never replaced by another one";
+    EXPECT_EQ(form.amounts.at(""), "1,000") << "waits for another owner";
+    const auto made = command(form, sample);
+    ASSERT_FALSE(made);
+    EXPECT_EQ(made.error()[1].message(english), QStringLiteral("Choose a currency."));
+}
+
+TEST(CapitalForm, ConfirmsAZeroBaselineForOneCurrency)
+{
+    const auto sample = capitalSample();
+    auto form = CapitalForms::opened({.action = std::string{CapitalAction::setBaseline}, .currency = "USD"},
+                                     sample.books(), today, english);
+    form = typed(form, sample, RecordPart::throughDate, "2025-12-31");
+    form = CapitalForms::edited(form, {.part = RecordPart::zero, .isOn = true}, sample.books(), english);
+    EXPECT_TRUE(command(form, sample));
+    EXPECT_FALSE(command(typed(form, sample, RecordPart::currency, "CNY"), sample));
+}
+
 TEST(CapitalForm, FreezesThePreviewWithTheCommand)
 {
     auto sample = capitalSample();

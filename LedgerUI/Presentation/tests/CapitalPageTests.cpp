@@ -107,7 +107,8 @@ TEST(CapitalOverview, ShowsNothingOfASectionThatTheMemberMayNotSee)
     const auto shown = CapitalOverviews::overview(sample.books(), year2026(), today, english);
     EXPECT_EQ(cellOf(shown->owners, "Ownership", "Budi Santoso"), QStringLiteral("nowhere"))
         << "not a zero, but no column at all";
-    EXPECT_TRUE(shown->ownership.empty());
+    EXPECT_FALSE(shown->showsOwnership) << "nor that there are no shares";
+    EXPECT_EQ(shown->title, QStringLiteral("Participants"));
     for (const auto& row : shown->latest.rows)
         EXPECT_NE(row.cells[1].text, QStringLiteral("Contribution"));
 }

@@ -4,7 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Capital/CapitalMath.h"
+#include "LedgerCore/Domain/Capital/CapitalSummary.h"
+#include "LedgerCore/Domain/Csv/CsvReader.h"
+#include "LedgerCore/Domain/Dividends/DividendSummary.h"
 #include "LedgerCore/Domain/Exports/CapitalCSV.h"
+#include "LedgerCore/Domain/Exports/DividendCSV.h"
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
 #include "LedgerUI/Presentation/Dividends/DividendBoard.h"
@@ -80,6 +85,43 @@ const PrintedTable* titled(const PrintedDocument& document, const QString& title
             return &table;
     }
     return nullptr;
+}
+
+using ExportedRow = std::map<std::string, std::string>;
+
+/// The records of an exported table, each field by the name of its column.
+std::vector<ExportedRow> rowsOf(const std::string& file)
+{
+    CsvReader reader{file};
+    reader.next();
+    const std::vector<std::string> heads{reader.fields().begin(), reader.fields().end()};
+    std::vector<ExportedRow> rows;
+    while (reader.next() == CsvReader::Outcome::record) {
+        auto& row = rows.emplace_back();
+        for (std::size_t at = 0; at < heads.size(); ++at)
+            row.emplace(heads[at], reader.fields()[at]);
+    }
+    return rows;
+}
+
+/// Without the apostrophe that keeps a spreadsheet from reading a formula.
+std::string plain(std::string text)
+{
+    return text.starts_with('\'') ? text.substr(1) : text;
+}
+
+std::int64_t minorOf(const ExportedRow& row)
+{
+    return std::stoll(plain(row.at("amount_minor")));
+}
+
+/// Both currencies of the walk have two decimals: the amount is the minor units with a point before the last two.
+void expectSameAmounts(const ExportedRow& row)
+{
+    auto digits = plain(row.at("amount"));
+    std::erase(digits, '.');
+    if (row.at("kind") != "ownership")
+        EXPECT_EQ(std::stoll(digits), minorOf(row)) << row.at("amount");
 }
 
 class CapitalProof : public testing::TestWithParam<unsigned> {
@@ -235,6 +277,69 @@ TEST_P(CapitalProof, StatesAParticipantAsTheyStoodAtTheEndOfAnyQuarter)
                     EXPECT_EQ(total[5].text, digits(entitled - settled.applied - settled.paid(), currency));
                 }
             }
+        }
+    }
+}
+
+TEST_P(CapitalProof, ExportsCapitalAsTheLedgerBookedIt)
+{
+    const auto moved = movedBy(m_books);
+    std::map<std::string, std::int64_t> baselines; // by record, owner
+    std::map<std::string, int> shares;             // by version
+    std::int64_t contributed = 0;
+    for (const auto& row : rowsOf(CapitalCSV::render(*m_books.capital))) {
+        expectSameAmounts(row);
+        if (row.at("kind") == "ownership") {
+            shares[row.at("record_id")] += std::stoi(row.at("ownership_bps"));
+        } else if (row.at("kind") == "baseline") {
+            baselines[row.at("record_id") + row.at("participant_id")] = minorOf(row);
+        } else {
+            const auto booked = moved.at("entry-" + row.at("record_id"));
+            EXPECT_EQ(minorOf(row), booked);
+            EXPECT_EQ(row.at("kind"), booked < 0 ? "correction" : "contribution");
+            contributed += booked;
+        }
+    }
+    for (const auto& [version, sum] : shares)
+        EXPECT_EQ(sum, 10000) << version;
+    EXPECT_EQ(shares.size(), m_books.capital->ownershipVersions.size());
+    std::int64_t recorded = 0;
+    for (const std::string currency : walkedCurrencies) {
+        const auto summary = CapitalSummary::create(*m_books.capital, currency, {}, {});
+        recorded += summary->recordedMinor;
+        if (const auto* current = CapitalMath::currentBaseline(*m_books.capital, currency)) {
+            for (const auto& line : current->entries)
+                contributed += baselines.at(current->id + line.participantID);
+        }
+    }
+    EXPECT_EQ(contributed, recorded) << "the rows of the file add up to the summaries";
+}
+
+TEST_P(CapitalProof, ExportsDividendsAsTheLedgerBookedThem)
+{
+    const auto moved = movedBy(m_books);
+    std::map<std::string, std::int64_t> unpaid; // by currency and participant
+    std::map<std::string, std::int64_t> paid;
+    for (const auto& row : rowsOf(DividendCSV::render(*m_books.dividends, english))) {
+        expectSameAmounts(row);
+        const auto whose = row.at("currency") + row.at("participant_id");
+        const bool counts = row.at("reversed_by").empty() && row.at("cancelled") == "false";
+        const auto& kind = row.at("kind");
+        if (const auto entry = moved.find("entry-" + row.at("record_id")); entry != moved.end())
+            EXPECT_EQ(minorOf(row), std::abs(entry->second)) << kind;
+        else
+            EXPECT_TRUE(kind == "entitlement" || kind == "application" || !row.at("reversal_of").empty()) << kind;
+        if (!counts)
+            continue;
+        unpaid[whose] += kind == "entitlement" ? minorOf(row) : 0;
+        unpaid[whose] -= kind == "payment" || kind == "application" ? minorOf(row) : 0;
+        paid[whose] += kind == "payment" || kind == "advance" ? minorOf(row) : 0;
+    }
+    for (const std::string currency : walkedCurrencies) {
+        const auto summary = DividendSummary::create(*m_books.dividends, currency, {}, {});
+        for (const auto& each : summary->participants) {
+            EXPECT_EQ(unpaid[currency + each.participantID], each.unpaidMinor) << each.name << currency;
+            EXPECT_EQ(paid[currency + each.participantID], each.paidMinor) << each.name << currency;
         }
     }
 }

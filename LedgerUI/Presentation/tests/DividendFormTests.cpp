@@ -51,7 +51,7 @@ TEST(DividendForm, PreviewsAnAllocationToTheLastMinorUnit)
 {
     const auto sample = capitalSample();
     const auto form = allocation(sample, {"33.33", "33.33", "33.34"}, "1.00");
-    const auto preview = DividendForms::preview(form, sample.books(), english);
+    const auto preview = DividendForms::preview(form, english);
     ASSERT_TRUE(preview);
     EXPECT_EQ((*preview)[0].amountMinor, 33);
     EXPECT_EQ((*preview)[2].amountMinor, 34);
@@ -65,19 +65,50 @@ TEST(DividendForm, PreviewsAnAllocationToTheLastMinorUnit)
     EXPECT_EQ(made->shares->size(), 3U);
 }
 
+TEST(DividendForm, SharesACurrencyWithoutMinorUnitsInWholeOnes)
+{
+    const auto sample = capitalSample();
+    auto form = typed(allocation(sample, {"33.33", "33.33", "33.34"}, ""), sample, RecordPart::currency, "JPY");
+    form = typed(form, sample, RecordPart::amount, "100");
+    const auto content = contentOf(form, sample);
+    EXPECT_EQ(content.lines->lines[0].amount, QStringLiteral("33"));
+    EXPECT_EQ(content.lines->lines[2].amount, QStringLiteral("34"));
+    EXPECT_EQ(content.lines->lines[2].mark, QStringLiteral("+1 remainder"));
+    const auto refused = command(typed(form, sample, RecordPart::amount, "100.5"), sample);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().front().money, MoneyError::excessPrecision);
+}
+
+TEST(DividendForm, FreezesTheSharesWithTheCommand)
+{
+    auto sample = capitalSample();
+    auto form = allocation(sample, {}, "100");
+    DividendSubmission submission{form};
+    submission.send(*command(form, sample));
+    submission.fail(Failure{APIError{.status = 0, .code = std::string{ClientCode::network}, .message = {}}});
+    ASSERT_TRUE(submission.isUncertain());
+    sample.apply(DividendCommands::setParticipant(DividendContext::of(sample.books()), {today, "key-2"},
+                                                  {.id = "d3", .name = "Hương", .percentage = "0", .archived = true},
+                                                  english));
+    const auto shown = DividendForms::content(submission, form, sample.books(), today, english);
+    ASSERT_EQ(shown.lines->lines.size(), 3U);
+    EXPECT_EQ(shown.lines->lines[2].amount, QStringLiteral("25"));
+    EXPECT_EQ(shown.lines->amountTotal, QStringLiteral("100"));
+}
+
 TEST(DividendForm, HasNoPreviewWithoutWholeRatios)
 {
     const auto sample = capitalSample();
     for (const auto& ratios :
          {std::vector<std::string>{"33.333", "33.33", "33.34"}, {"33.33", "33.33", "33.33"}, {"120", "0", "0"}}) {
         const auto form = allocation(sample, ratios, "100");
-        EXPECT_FALSE(DividendForms::preview(form, sample.books(), english)) << ratios.front();
+        EXPECT_FALSE(DividendForms::preview(form, english)) << ratios.front();
         EXPECT_FALSE(command(form, sample)) << ratios.front();
         EXPECT_TRUE(contentOf(form, sample)
                         .whyNotConfirm.startsWith(QStringLiteral(
                             "Participating ratios must total 100%, with no more than two decimal places.")));
     }
-    EXPECT_FALSE(DividendForms::shares(allocation(sample, {"33.333"}, "100"), sample.books(), english));
+    EXPECT_FALSE(DividendForms::shares(allocation(sample, {"33.333"}, "100"), english));
 }
 
 TEST(DividendForm, GivesASingleParticipantTheWholeTotal)
@@ -90,7 +121,7 @@ TEST(DividendForm, GivesASingleParticipantTheWholeTotal)
     const auto made = command(form, sample);
     ASSERT_TRUE(made);
     EXPECT_EQ(made->shares->size(), 1U);
-    EXPECT_EQ(DividendForms::preview(form, sample.books(), english)->front().amountMinor, 500);
+    EXPECT_EQ(DividendForms::preview(form, english)->front().amountMinor, 500);
 }
 
 TEST(DividendForm, BoundsAPaymentByWhatIsUnpaid)
@@ -152,6 +183,40 @@ TEST(DividendForm, KeepsTypedRatiosWhenTheDefaultsChange)
     form = DividendForms::withDefaultRatios(form, sample.books(), english);
     EXPECT_EQ(form.ratios.at("d1"), "60");
     EXPECT_EQ(form.amount, "100");
+}
+
+TEST(DividendForm, NeverUndoesWhatAnotherOwnerChangedMeanwhile)
+{
+    auto sample = capitalSample();
+    auto person = opened({.action = std::string{DividendAction::setParticipant}, .participantID = "d1"}, sample);
+    person = typed(person, sample, RecordPart::name, "Budi S.");
+    auto whole = opened({.action = std::string{DividendAction::pay}, .participantID = "d2", .batchID = "d4"}, sample);
+    auto part = typed(whole, sample, RecordPart::amount, "11,000,000");
+    auto shared = allocation(sample, {}, "100");
+    sample.apply(DividendCommands::setParticipant(
+        DividendContext::of(sample.books()), {today, "key-2"},
+        {.id = "d1", .name = "Budi Santoso", .percentage = "60", .archived = true}, english));
+    sample.pay("2026-11-20", "d4", "d2", "2,000,000", "Operating bank").participant("A fourth", "0");
+    person = DividendForms::reloadLatest(person, sample.books(), english);
+    EXPECT_EQ(person.name, "Budi S.") << "typed";
+    EXPECT_EQ(person.ratio, "60") << "never touched";
+    EXPECT_TRUE(person.archived);
+    EXPECT_EQ(DividendForms::reloadLatest(whole, sample.books(), english).amount, "10,000,000")
+        << "the whole rest is another one now";
+    EXPECT_EQ(DividendForms::reloadLatest(part, sample.books(), english).amount, "11,000,000");
+    shared = DividendForms::reloadLatest(shared, sample.books(), english);
+    EXPECT_EQ(shared.leftOut, (std::set<std::string>{sample.books().dividends->participants.back().id}));
+}
+
+TEST(DividendForm, PaysAnAdvanceInACurrencyThatAnAccountHolds)
+{
+    const auto sample = capitalSample();
+    const auto open = [&](const char* currency) {
+        return DividendForms::opened({.action = std::string{DividendAction::advance}, .currency = currency},
+                                     sample.books(), english);
+    };
+    EXPECT_EQ(open("CNY").currency, "IDR");
+    EXPECT_EQ(open("USD").currency, "USD");
 }
 
 TEST(DividendForm, OffersAdvancesOfTheParticipantAlone)

@@ -124,7 +124,9 @@ QWidget* CapitalOverviewTab::buildLatest()
 
 void CapitalOverviewTab::present(const CapitalOverview& overview, const RecordInks& inks)
 {
+    m_title = overview.title;
     m_since = overview.since;
+    m_ownershipPane->setVisible(overview.showsOwnership);
     m_banner->present(Banner::Kind::warn, overview.warning);
     m_banner->parentWidget()->setVisible(!overview.warning.isEmpty());
     m_owners->present(overview.owners, inks);
@@ -165,8 +167,8 @@ void CapitalOverviewTab::changeEvent(QEvent* event)
 
 void CapitalOverviewTab::retranslate()
 {
-    m_ownersHead->setTexts(word(capitalWords(), "owners"), m_since);
-    m_owners->setAccessibleName(word(capitalWords(), "owners"));
+    m_ownersHead->setTexts(m_title, m_since);
+    m_owners->setAccessibleName(m_title);
     m_ownershipHead->setTexts(word(capitalWords(), "ownership.title"), {});
     auto* scroll = m_ownershipPane->findChild<QScrollArea*>();
     scroll->setAccessibleName(word(capitalWords(), "ownership.title"));

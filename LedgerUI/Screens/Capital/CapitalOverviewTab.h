@@ -51,5 +51,6 @@ private:
     RecordTable* m_latest = nullptr;
     TextLabel* m_latestNone = nullptr;
     std::vector<std::string> m_participants; // of the owners' rows
+    QString m_title;
     QString m_since;
 };

@@ -82,6 +82,8 @@ void CapitalPageActions::open(const Opening&... opening)
 void CapitalPageActions::finish(const RecordOutcome& outcome)
 {
     Q_EMIT done(text("done"));
+    if (!outcome.currency.empty())
+        Q_EMIT recordedIn(QString::fromStdString(outcome.currency));
     if (outcome.failed.empty())
         return;
     if (outcome.entryID.empty()) {

@@ -36,6 +36,8 @@ public:
     [[nodiscard]] QAction* operator[](const char* id) const;
 
 Q_SIGNALS:
+    /// Something was recorded in this currency.
+    void recordedIn(const QString& currency);
     void done(const QString& sentence);
     void entryWanted(const QString& entryID);
 

@@ -150,17 +150,18 @@ void CapitalView::bind()
 {
     connect(&m_store, &LedgerStore::snapshotChanged, this, &CapitalView::adoptSnapshot);
     connect(m_period, &PeriodNavigator::periodChosen, this, &CapitalView::choosePeriod);
-    connect(m_currency, &SegmentedControl::chosenByUser, this, [this](int at) {
-        m_question.currency = m_currencies[static_cast<std::size_t>(at)];
-        m_wanted = {};
-        present();
-    });
+    connect(m_currency, &SegmentedControl::chosenByUser, this,
+            [this](int at) { chooseCurrency(m_currencies[static_cast<std::size_t>(at)]); });
     connect(m_tabRow, &PageTabs::chosenChanged, this, [this] {
         present();
         Q_EMIT statusContextChanged();
     });
     connect(&m_store, &LedgerStore::isBusyChanged, this, &CapitalView::presentActions);
     connect(m_actions, &CapitalPageActions::done, this, &CapitalView::done);
+    connect(m_actions, &CapitalPageActions::recordedIn, this, [this](const QString& currency) {
+        chooseCurrency(currency.toStdString());
+        presentCurrencies();
+    });
     connect(m_actions, &CapitalPageActions::entryWanted, this, &CapitalView::showEntry);
     connect(m_overview, &CapitalOverviewTab::entryWanted, this, &CapitalView::showEntry);
     connect(m_overview, &CapitalOverviewTab::settlementWanted, this, &CapitalView::showSettlement);
@@ -272,6 +273,15 @@ void CapitalView::presentCurrencies()
     if (at != m_currencies.end())
         m_currency->choose(static_cast<int>(at - m_currencies.begin()));
     m_currency->setVisible(m_currencies.size() > 1);
+}
+
+void CapitalView::chooseCurrency(const std::string& currency)
+{
+    if (currency == m_question.currency)
+        return;
+    m_question.currency = currency;
+    m_wanted = {};
+    present();
 }
 
 void CapitalView::choosePeriod(const Period& period)

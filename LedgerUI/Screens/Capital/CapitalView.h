@@ -52,6 +52,7 @@ private:
     void lookAt(const std::string& currency, const std::string& date);
     void addPlace(CapitalModuleTab tab, QWidget* contents);
     void placeActions();
+    void chooseCurrency(const std::string& currency);
     void choosePeriod(const Period& period);
     [[nodiscard]] CapitalModuleTab tab() const;
 

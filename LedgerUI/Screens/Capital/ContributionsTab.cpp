@@ -13,6 +13,7 @@
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Page/ListDetailPage.h"
+#include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
@@ -166,7 +167,10 @@ void ContributionsTab::presentBaselines(const std::vector<BaselineSection>& sect
         grid->addWidget(label(section.second, Token::text2, box), 0, 1, Qt::AlignRight);
         int row = 1;
         for (const auto& line : section.lines) {
-            grid->addWidget(label(line.label, tone, box), row, 0);
+            auto* name = new ElidedLabel(TypeStep::small, tone, Qt::ElideRight, box);
+            name->setTextFormat(Qt::PlainText);
+            name->setText(line.label);
+            grid->addWidget(name, row, 0);
             grid->addWidget(label(line.value, tone, box), row++, 1, Qt::AlignRight);
         }
         m_baselines->addWidget(box);

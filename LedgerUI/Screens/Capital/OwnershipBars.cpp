@@ -7,6 +7,7 @@
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Page/WrapLayout.h"
 #include "LedgerUI/Components/Text/Chip.h"
+#include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Screens/Records/RecordInks.h"
@@ -62,7 +63,10 @@ QWidget* shareLabel(const OwnershipBar::Share& share, QWidget* parent)
     row->setSpacing(Space::step1);
     row->addWidget(
         new GlyphLabel(QStringLiteral("square-fill"), RecordInks::ofPerson(share.swatch), Space::chevron - 2, box));
-    row->addWidget(label(share.name, TypeStep::small, Token::text2, box));
+    auto* name = new ElidedLabel(TypeStep::small, Token::text2, Qt::ElideRight, box);
+    name->setTextFormat(Qt::PlainText);
+    name->setText(share.name);
+    row->addWidget(name);
     row->addWidget(label(share.percent, TypeStep::small, Token::text, box));
     return box;
 }

@@ -88,6 +88,7 @@ QWidget* DividendsTab::buildSettlement()
 {
     auto* box = new QWidget(this);
     m_personHead = new RecordHead(box);
+    m_personHead->stackTexts();
     m_equation = new RecordEquation(box);
     m_equation->setObjectName(QStringLiteral("settlementEquation"));
     m_movementHead = new RecordHead(box);

@@ -19,6 +19,7 @@
 
 /// What is to be known of a command that was accepted.
 struct RecordOutcome {
+    std::string currency = {};              // in which something was recorded
     std::string entryID = {};               // the entry that it booked; empty for none, or where it is not known
     std::size_t uploaded = 0;               // receipts that are on it
     std::vector<ReceiptUpload> failed = {}; // and those that are not
@@ -81,8 +82,9 @@ private:
         connect(m_body, &RecordFormBody::edited, this, [this](const RecordEdit& edit) { take(edit); });
         connect(m_reload, &QPushButton::clicked, this, [this] { reload(); });
         connect(m_body, &RecordFormBody::amountLeft, this, [this] { judge(Section::leftAmount(form(), locale())); });
-        connect(m_body, &RecordFormBody::pasteRefused, this,
-                [this](PasteRefusal refusal) { judge(Section::refusedPaste(form(), refusal)); });
+        connect(m_body, &RecordFormBody::pasteRefused, this, [this](PasteRefusal refusal, const std::string& personID) {
+            judge(Section::refusedPaste(form(), refusal, personID));
+        });
         connect(this, &FormDialog::confirmed, this, [this] { submit(); });
         connect(this, &FormDialog::givenUp, this, [this] { this->store().forgetSectionCommand(); });
         present();
@@ -180,11 +182,7 @@ private:
             return {Banner::Kind::info, word(receiptWords(), "wait")};
         if (!content.conflict.isEmpty())
             return {Banner::Kind::warn, content.conflict};
-        for (const auto& problem : form().problems) {
-            if (!problem.part)
-                return {Banner::Kind::error, problem.message(locale())};
-        }
-        return {};
+        return {Banner::Kind::error, content.problem};
     }
 
     void take(const RecordEdit& edit)
@@ -299,8 +297,9 @@ private:
     [[nodiscard]] RecordOutcome outcome() const
     {
         if (!m_receipts)
-            return {};
-        return {.entryID = Section::bookedEntry(form(), *store().snapshot()),
+            return {.currency = form().currency};
+        return {.currency = form().currency,
+                .entryID = Section::bookedEntry(form(), *store().snapshot()),
                 .uploaded = m_receipts->attachmentIDs().size(),
                 .failed = m_receipts->failed()};
     }

@@ -105,6 +105,7 @@ RecordFormBody::RecordFormBody(QWidget* parent) : QWidget{parent}
     rows->addWidget(m_hint);
     rows->addStretch(1);
     connect(m_lines, &RecordLinesTable::edited, this, &RecordFormBody::edited);
+    connect(m_lines, &RecordLinesTable::pasteRefused, this, &RecordFormBody::pasteRefused);
 }
 
 void RecordFormBody::addTableAction(QPushButton* button)
@@ -155,11 +156,13 @@ RecordFormBody::Place RecordFormBody::make(const RecordField& field)
         edit->setFont(TypeScale::font(TypeStep::body));
         connect(edit, &AmountEdit::amountEdited, this, say);
         connect(edit, &AmountEdit::left, this, &RecordFormBody::amountLeft);
-        connect(edit, &AmountEdit::pasteRefused, this, &RecordFormBody::pasteRefused);
+        connect(edit, &AmountEdit::pasteRefused, this,
+                [this](PasteRefusal refusal) { Q_EMIT pasteRefused(refusal, {}); });
         control = edit;
     } else if (field.kind == Kind::choice) {
         auto* box = new QComboBox;
         dressComboBox(*box);
+        box->setMinimumWidth(1); // names give way, not the form
         connect(box, &QComboBox::activated, this, [say, box](int at) { say(box->itemData(at).toString()); });
         control = box;
     } else if (field.kind == Kind::account) {

@@ -37,8 +37,8 @@ Q_SIGNALS:
     void edited(const RecordEdit& edit);
     /// The keys left the amount.
     void amountLeft();
-    /// What was to be pasted into the amount is not one.
-    void pasteRefused(PasteRefusal refusal);
+    /// What was to be pasted into the amount, or into that of a person in the table, is not one.
+    void pasteRefused(PasteRefusal refusal, const std::string& personID);
 
 private:
     struct Place {

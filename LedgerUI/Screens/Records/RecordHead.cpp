@@ -1,5 +1,7 @@
 #include "LedgerUI/Screens/Records/RecordHead.h"
 
+#include <algorithm>
+
 #include <QAction>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -7,9 +9,14 @@
 
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
-#include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
+
+namespace {
+
+constexpr int titleRoom = 200;
+
+}
 
 void followAction(QAbstractButton& button, QAction& action)
 {
@@ -28,21 +35,33 @@ void followAction(QAbstractButton& button, QAction& action)
 
 RecordHead::RecordHead(QWidget* parent) : QWidget{parent}
 {
-    m_title = new TextLabel(TypeStep::section, Token::text, this);
+    m_title = new ElidedLabel(TypeStep::section, Token::text, Qt::ElideRight, this);
     m_title->setTextFormat(Qt::PlainText);
     m_beside = new ElidedLabel(TypeStep::small, Token::text2, Qt::ElideRight, this);
     m_row = new QHBoxLayout(this);
     m_row->setContentsMargins(Space::pageMargin, Space::step1, Space::pageMargin, Space::step1);
     m_row->setSpacing(Space::step2);
-    m_row->addWidget(m_title);
-    m_row->addWidget(m_beside, 1);
+    m_texts = new QBoxLayout(QBoxLayout::LeftToRight);
+    m_texts->setSpacing(Space::step2);
+    m_texts->addWidget(m_title);
+    m_texts->addWidget(m_beside, 1);
+    m_texts->addStretch(0);
+    m_row->addLayout(m_texts, 1);
     setMinimumHeight(Space::tabRow);
+}
+
+void RecordHead::stackTexts()
+{
+    m_texts->setDirection(QBoxLayout::TopToBottom);
+    m_texts->setSpacing(0);
 }
 
 void RecordHead::setTexts(const QString& title, const QString& beside)
 {
     m_title->setText(title);
+    m_title->setMinimumWidth(std::min(m_title->sizeHint().width(), titleRoom)); // before the text beside it
     m_beside->setText(beside);
+    m_beside->setVisible(!beside.isEmpty());
 }
 
 void RecordHead::addAction(QAction* action, bool isPrimary)

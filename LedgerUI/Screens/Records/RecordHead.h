@@ -4,8 +4,8 @@
 
 class ElidedLabel;
 class QAction;
+class QBoxLayout;
 class QHBoxLayout;
-class TextLabel;
 
 /// The head of a section: its name, a quiet text beside it, and at the right what can be done there.
 class RecordHead final : public QWidget {
@@ -14,14 +14,17 @@ public:
     explicit RecordHead(QWidget* parent = nullptr);
 
     void setTexts(const QString& title, const QString& beside);
+    /// Puts the quiet text below the name, where what can be done leaves little room beside it.
+    void stackTexts();
     /// A button that follows the action: its text, whether it can be pressed, and why not.
     void addAction(QAction* action, bool isPrimary = false);
     /// Only the glyph of an action, which says its name as a tool tip.
     void addGlyph(QAction* action);
 
 private:
-    TextLabel* m_title = nullptr;
+    ElidedLabel* m_title = nullptr; // may be what a person called something
     ElidedLabel* m_beside = nullptr;
+    QBoxLayout* m_texts = nullptr;
     QHBoxLayout* m_row = nullptr;
 };
 

@@ -7,7 +7,9 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/Fields/AmountEdit.h"
 #include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
@@ -15,6 +17,7 @@
 #include "LedgerUI/Screens/Records/RecordInks.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
+#include "LedgerUI/Theme/TypeScale.h"
 
 namespace {
 
@@ -85,7 +88,7 @@ void RecordLinesTable::build(const RecordLines& lines)
     int at = 1;
     for (const auto& line : lines.lines) {
         m_grid->addWidget(new Line(Qt::Horizontal, m_frame), at++, 0, 1, columnCount);
-        m_rows.push_back(makeRow(line, at));
+        m_rows.push_back(makeRow(line, at, !lines.currency.empty()));
         at += 2;
     }
     m_grid->addWidget(new Line(Qt::Horizontal, m_frame), at++, 0, 1, columnCount);
@@ -103,7 +106,38 @@ void RecordLinesTable::build(const RecordLines& lines)
     m_frame->show();
 }
 
-RecordLinesTable::Row RecordLinesTable::makeRow(const RecordLine& line, int at)
+/// Amounts are typed as everywhere: grouped, in either language's form, with arithmetic.
+QLineEdit* RecordLinesTable::makeEdit(const std::string& personID, bool takesAmounts)
+{
+    const auto say = [this, personID](const QString& text) {
+        Q_EMIT edited({.part = RecordPart::people, .text = text.toStdString(), .personID = personID});
+    };
+    if (!takesAmounts) {
+        auto* edit = new QLineEdit(m_frame);
+        connect(edit, &QLineEdit::textEdited, this, say);
+        return edit;
+    }
+    auto* edit = new AmountEdit(m_frame);
+    setStyleProperty(edit, "extent", QString{});
+    edit->setFont(TypeScale::font(TypeStep::body));
+    connect(edit, &AmountEdit::amountEdited, this, say);
+    connect(edit, &AmountEdit::pasteRefused, this,
+            [this, personID](PasteRefusal refusal) { Q_EMIT pasteRefused(refusal, personID); });
+    return edit;
+}
+
+/// To the next row that can be typed in, and below the last one to what follows the table.
+void RecordLinesTable::goBelow(const QLineEdit* edit)
+{
+    auto at = std::ranges::find(m_rows, edit, &Row::typed);
+    for (++at; at != m_rows.end(); ++at) {
+        if (at->typed->isEnabled())
+            return at->typed->setFocus(Qt::TabFocusReason);
+    }
+    focusNextChild();
+}
+
+RecordLinesTable::Row RecordLinesTable::makeRow(const RecordLine& line, int at, bool takesAmounts)
 {
     const auto number = QString::number(m_rows.size());
     Row row{.id = line.id};
@@ -119,9 +153,11 @@ RecordLinesTable::Row RecordLinesTable::makeRow(const RecordLine& line, int at)
             new GlyphLabel(QStringLiteral("square-fill"), RecordInks::ofPerson(*line.swatch), Space::chevron, m_frame),
             at, glyphColumn);
     }
-    row.name = label(TypeStep::body, Token::text, m_frame);
-    row.beside = label(TypeStep::small, Token::text2, m_frame);
-    row.typed = new QLineEdit(m_frame);
+    row.name = new ElidedLabel(TypeStep::body, Token::text, Qt::ElideRight, m_frame);
+    row.beside = new ElidedLabel(TypeStep::small, Token::text2, Qt::ElideRight, m_frame);
+    for (auto* each : {row.name, row.beside})
+        each->setTextFormat(Qt::PlainText);
+    row.typed = makeEdit(line.id, takesAmounts);
     row.typed->setObjectName(QStringLiteral("recordRow") + number);
     row.typed->setAlignment(Qt::AlignRight);
     row.mark = label(TypeStep::micro, Token::text2, m_frame);
@@ -134,10 +170,7 @@ RecordLinesTable::Row RecordLinesTable::makeRow(const RecordLine& line, int at)
     m_grid->addWidget(row.mark, at, markColumn);
     m_grid->addWidget(row.amount, at, amountColumn, Qt::AlignRight);
     m_grid->addWidget(row.message, at + 1, nameColumn, 1, columnCount - 1);
-    connect(row.typed, &QLineEdit::textEdited, this, [this, id = line.id](const QString& text) {
-        Q_EMIT edited({.part = RecordPart::people, .text = text.toStdString(), .personID = id});
-    });
-    connect(row.typed, &QLineEdit::returnPressed, this, [this] { focusNextChild(); });
+    connect(row.typed, &QLineEdit::returnPressed, this, [this, edit = row.typed] { goBelow(edit); });
     return row;
 }
 
@@ -151,8 +184,12 @@ void RecordLinesTable::presentRow(const Row& row, const RecordLine& line, const 
     }
     row.typed->setFixedWidth(lines.currency.empty() ? percentWidth : amountWidth);
     row.typed->setEnabled(line.isIn.value_or(true));
-    if (row.typed->text() != line.typed)
+    if (auto* edit = qobject_cast<AmountEdit*>(row.typed)) {
+        edit->setCurrency(lines.currency);
+        edit->setAmount(line.typed);
+    } else if (row.typed->text() != line.typed) {
         row.typed->setText(line.typed);
+    }
     row.typed->setAccessibleName(line.name + QStringLiteral(", ") + lines.typedHead);
     row.typed->setAccessibleDescription(line.message);
     setStyleProperty(row.typed, "invalid", !line.message.isEmpty());

@@ -4,6 +4,7 @@
 
 #include <QFrame>
 
+#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
 #include "LedgerUI/Presentation/Records/RecordForm.h"
 
 class QCheckBox;
@@ -11,8 +12,8 @@ class QGridLayout;
 class QLineEdit;
 class TextLabel;
 
-/// A row per person with a percentage or an amount to type, and what follows from all of them. Tab and Return go down
-/// the column.
+/// A row per person with a percentage or an amount to type, and what follows from all of them. Return goes down the
+/// column that is typed in.
 class RecordLinesTable final : public QWidget {
     Q_OBJECT
 public:
@@ -27,6 +28,8 @@ public:
 
 Q_SIGNALS:
     void edited(const RecordEdit& edit);
+    /// What was to be pasted as the amount of a person is not one.
+    void pasteRefused(PasteRefusal refusal, const std::string& personID);
 
 private:
     struct Row {
@@ -41,7 +44,9 @@ private:
     };
 
     void build(const RecordLines& lines);
-    Row makeRow(const RecordLine& line, int at);
+    Row makeRow(const RecordLine& line, int at, bool takesAmounts);
+    QLineEdit* makeEdit(const std::string& personID, bool takesAmounts);
+    void goBelow(const QLineEdit* edit);
     void presentRow(const Row& row, const RecordLine& line, const RecordLines& lines);
 
     QFrame* m_frame = nullptr;

@@ -15,6 +15,7 @@
 namespace {
 
 constexpr int stretchMinimum = 112;
+constexpr int stretchWish = 208; // most names in full; columns that may go make room for them
 
 double textWidth(const QString& text, TypeStep step, bool isBold)
 {
@@ -121,7 +122,7 @@ void RecordTable::layOut()
     int needed = 0;
     for (int at = 0; at < count; ++at) {
         const bool stretches = columns[static_cast<std::size_t>(at)].room == ColumnRoom::stretches;
-        widths.push_back(stretches ? stretchMinimum
+        widths.push_back(stretches ? std::clamp(contentWidth(at), stretchMinimum, stretchWish)
                                    : std::max({heads().wrappedWidth(at), contentWidth(at),
                                                heads().minimumSectionSize()})); // no column gets less than that
         needed += widths.back();
@@ -136,7 +137,8 @@ void RecordTable::layOut()
     }
     for (int at = 0; at < count; ++at) {
         const bool stretches = columns[static_cast<std::size_t>(at)].room == ColumnRoom::stretches;
-        setColumnWidth(at, widths[static_cast<std::size_t>(at)] + (stretches ? std::max(0, room - needed) : 0));
+        const int width = widths[static_cast<std::size_t>(at)];
+        setColumnWidth(at, stretches ? std::max(stretchMinimum, width + room - needed) : width);
     }
     heads().fitHeight();
     fitHeight();

@@ -112,10 +112,24 @@ CapitalSample withoutHistory()
 }
 
 const std::array pages{
+    SweptScreen{"OverviewOfLongNames", capitalPages, [](auto& under) { openBooks(under, withLongNames()); }},
+    SweptScreen{"ContributionsOfLongNames", capitalPages,
+                [](auto& under) {
+                    openBooks(under, withLongNames());
+                    under.screen.keys("Ctrl+Tab");
+                    under.screen.waitFor("contributionsTable");
+                }},
+    SweptScreen{"DividendsOfLongNames", capitalPages, [](auto& under) { openDividends(under, withLongNames()); }},
     SweptScreen{"CapitalOverview", capitalPages, openOverview},
     SweptScreen{"CapitalOverviewFresh", capitalPages, openFreshBooks},
     SweptScreen{"CapitalOverviewHistoryUnknown", capitalPages, [](auto& under) { openBooks(under, withoutHistory()); }},
     SweptScreen{"CapitalUnavailable", capitalPages, openBrokenBooks},
+    SweptScreen{"OverviewOfDividendsAlone", capitalPages,
+                [](auto& under) {
+                    auto sample = capitalSample();
+                    sample.books().currentMember.permissions = {{"viewDividends"}};
+                    openBooks(under, sample);
+                }},
     SweptScreen{"Contributions", capitalPages, openContributions},
     SweptScreen{"ContributionsHistoryUnknown", capitalPages,
                 [](auto& under) {
@@ -147,10 +161,38 @@ const std::array pages{
 };
 
 const std::array forms{
+    SweptScreen{"BaselineOfLongNames", capitalPages,
+                [](auto& under) {
+                    openBooks(under, withLongNames());
+                    under.screen.keys("Ctrl+Tab");
+                    openForm(under, "supersedeButton");
+                }},
+    SweptScreen{"AllocationOfLongNames", capitalPages,
+                [](auto& under) {
+                    openDividends(under, withLongNames());
+                    openForm(under, "allocateButton");
+                    under.screen.fill("recordAmount", "1000000.01");
+                }},
+    SweptScreen{"PaymentOfLongNames", capitalPages,
+                [](auto& under) {
+                    openDividends(under, withLongNames());
+                    openForm(under, "payButton");
+                }},
     SweptScreen{"Contribution", capitalPages,
                 [](auto& under) {
                     openOverview(under);
                     openInVain(under, "contributeButton");
+                }},
+    SweptScreen{"ContributionInCoveredTime", capitalPages,
+                [](auto& under) {
+                    CapitalSample sample{capitalGround()};
+                    sample.owner("Budi Santoso").baseline("2026-11-20", "IDR", "2026-11-20", {{"c1", "7"}});
+                    openBooks(under, sample);
+                    openForm(under, "contributeButton");
+                    under.screen.pick("recordPerson", "Budi");
+                    under.screen.pick("recordAccount", "Operating bank");
+                    under.screen.fill("recordAmount", "5");
+                    under.screen.keys("Ctrl+Return");
                 }},
     SweptScreen{"Owner", capitalPages,
                 [](auto& under) {
