@@ -175,13 +175,57 @@ void LedgerFilterRow::retranslate()
     presentChips();
 }
 
-void LedgerFilterRow::setFolded(bool isFolded)
+void LedgerFilterRow::setNarrow(bool isNarrow)
 {
-    m_isFolded = isFolded;
-    presentButtons();
+    m_isNarrow = isNarrow;
+    arrange();
+}
+
+void LedgerFilterRow::resizeEvent(QResizeEvent* event)
+{
+    QFrame::resizeEvent(event);
+    arrange();
+}
+
+void LedgerFilterRow::arrange()
+{
+    const bool folds = m_isNarrow || unfoldedWidth() > width();
+    if (folds == m_isFolded)
+        return;
+    m_isFolded = folds;
     for (auto* button : m_buttons)
-        button->setVisible(!isFolded);
+        button->setVisible(!folds);
+    presentButtons();
     presentChips();
+}
+
+/// What the row needs with a button for each part, however it stands now.
+int LedgerFilterRow::unfoldedWidth() const
+{
+    int width = 2 * Space::pageMargin + searchMinimum + Space::step1;
+    const auto add = [&](const QWidget& widget) { width += Space::step1 + widget.sizeHint().width(); };
+    for (const auto* button : m_buttons)
+        add(*button);
+    add(*m_all);
+    const auto metrics = m_all->fontMetrics();
+    width += metrics.horizontalAdvance(allText(false)) - metrics.horizontalAdvance(m_all->text());
+    if (m_filter.narrows())
+        add(*m_clear);
+    width += Space::step1; // before the stretch
+    add(*m_byDay);
+    add(*m_detail);
+    return width;
+}
+
+/// Wide, the button offers the parts that have none of their own.
+QString LedgerFilterRow::allText(bool isFolded) const
+{
+    std::size_t set = 0;
+    for (const auto part : {Part::members, Part::amounts})
+        set += m_filter.isSet(part) ? 1 : 0;
+    for (const auto part : parts)
+        set += isFolded && !chosenIn(m_filter, part).empty() ? 1 : 0;
+    return counted(word(ledgerWords(), isFolded ? "filters" : "filters.more"), set);
 }
 
 void LedgerFilterRow::setDetailShown(bool isShown)
@@ -263,23 +307,17 @@ bool LedgerFilterRow::eventFilter(QObject* watched, QEvent* event)
 void LedgerFilterRow::presentButtons()
 {
     const auto& locale = InterfaceLanguage::tag();
-    std::size_t set = 0;
     for (std::size_t at = 0; at < parts.size(); ++at) {
         const auto chosen = chosenIn(m_filter, parts[at]).size();
-        set += chosen > 0 ? 1 : 0;
         m_buttons[at]->setText(counted(partName(parts[at], locale), chosen));
         m_buttons[at]->setChecked(chosen > 0);
         m_buttons[at]->setAccessibleName(m_buttons[at]->text());
     }
-    // Wide, the button offers the parts that have none of their own.
-    std::size_t more = 0;
-    for (const auto part : {Part::members, Part::amounts})
-        more += m_filter.isSet(part) ? 1 : 0;
-    set = m_isFolded ? set + more : more;
-    m_all->setText(counted(wordIn(locale, ledgerWords(), m_isFolded ? "filters" : "filters.more"), set));
-    m_all->setChecked(set > 0);
+    m_all->setText(allText(m_isFolded));
+    m_all->setChecked(m_all->text() != word(ledgerWords(), m_isFolded ? "filters" : "filters.more"));
     m_all->setAccessibleName(m_all->text());
     m_clear->setVisible(m_filter.narrows());
+    arrange();
 }
 
 void LedgerFilterRow::presentChips()

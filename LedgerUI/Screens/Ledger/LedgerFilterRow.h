@@ -23,7 +23,8 @@ public:
 
     void present(const LedgerBrowser& browser);
     void retranslate();
-    void setFolded(bool isFolded);
+    /// In a narrow window the menus fold into one; so they do where they would not fit.
+    void setNarrow(bool isNarrow);
     void setDetailShown(bool isShown);
 
     void focusSearch();
@@ -41,12 +42,16 @@ Q_SIGNALS:
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     using Part = LedgerFilter::Part;
 
     void buildSearch();
     void buildButtons();
+    void arrange();
+    [[nodiscard]] int unfoldedWidth() const;
+    [[nodiscard]] QString allText(bool isFolded) const;
     void presentButtons();
     void presentChips();
     void open(QToolButton* button);
@@ -54,6 +59,7 @@ private:
 
     const LedgerBrowser* m_browser = nullptr;
     LedgerFilter m_filter;
+    bool m_isNarrow = false;
     bool m_isFolded = false;
     QTimer m_typing;
     SearchField* m_search = nullptr;

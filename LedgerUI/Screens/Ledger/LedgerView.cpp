@@ -152,7 +152,7 @@ void LedgerView::bindParts()
         m_browser->setFilter(filter);
     });
     connect(m_page, &ListDetailPage::arranged, this, [this] {
-        m_filters->setFolded(m_page->isNarrow());
+        m_filters->setNarrow(m_page->isNarrow());
         m_filters->setDetailShown(m_page->isDetailShown());
     });
     connect(m_filters, &LedgerFilterRow::filterWanted, m_browser, &LedgerBrowser::setFilter);
