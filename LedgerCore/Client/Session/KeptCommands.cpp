@@ -1,6 +1,7 @@
 #include "LedgerCore/Client/Session/KeptCommands.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -29,23 +30,47 @@ const KeptEntry* KeptCommands::entry(const MemberIdentity& member, const std::st
 bool KeptCommands::hasUnconfirmed() const
 {
     return std::ranges::any_of(m_entries, &KeptEntry::outcomeUnknown) ||
-           std::ranges::any_of(m_sections, [](const auto& each) { return each.second.outcomeUnknown; });
+           std::ranges::any_of(m_sections, [](const auto& each) {
+               return std::ranges::any_of(each.second, &KeptSectionCommand::outcomeUnknown);
+           });
 }
 
-void KeptCommands::keepEntry(const MemberIdentity& member, TransactionInput input, bool outcomeUnknown)
+KeptRequests KeptCommands::requests(const MemberIdentity& member) const
+{
+    KeptRequests requests;
+    std::ranges::copy_if(m_entries, std::back_inserter(requests.entries),
+                         [&](const KeptEntry& each) { return belongsTo(each, member); });
+    if (const auto reversals = m_reversals.find(member); reversals != m_reversals.end()) {
+        for (const auto& [entryID, kept] : reversals->second) {
+            if (kept.outcomeUnknown)
+                requests.reversals.push_back({entryID, kept});
+        }
+        std::ranges::sort(requests.reversals, {},
+                          [](const auto& each) { return std::pair{each.kept.since, each.entryID}; });
+    }
+    if (const auto sections = m_sections.find(member); sections != m_sections.end())
+        requests.sections = sections->second;
+    return requests;
+}
+
+void KeptCommands::keepEntry(const MemberIdentity& member, TransactionInput input, bool outcomeUnknown,
+                             const std::string& now)
 {
     KeptEntry kept{.endpoint = member.endpoint,
                    .companyID = member.companyID,
                    .memberID = member.memberID,
                    .input = std::move(input),
-                   .outcomeUnknown = outcomeUnknown};
+                   .outcomeUnknown = outcomeUnknown,
+                   .since = now};
     const auto same = std::ranges::find_if(m_entries, [&](const KeptEntry& each) {
         return belongsTo(each, member) && each.input.idempotencyKey == kept.input.idempotencyKey;
     });
-    if (same == m_entries.end())
+    if (same == m_entries.end()) {
         m_entries.push_back(std::move(kept));
-    else
-        *same = std::move(kept);
+        return;
+    }
+    kept.since = same->since;
+    *same = std::move(kept);
 }
 
 void KeptCommands::forgetEntry(const MemberIdentity& member, const std::string& idempotencyKey)
@@ -55,14 +80,15 @@ void KeptCommands::forgetEntry(const MemberIdentity& member, const std::string& 
     });
 }
 
-void KeptCommands::settleEntry(const MemberIdentity& member, const TransactionInput& input, const Failure* failure)
+void KeptCommands::settleEntry(const MemberIdentity& member, const TransactionInput& input, const Failure* failure,
+                               const std::string& now)
 {
     if (!failure || fateOf(*failure) == CommandFate::refused)
         forgetEntry(member, input.idempotencyKey);
     else if (fateOf(*failure) == CommandFate::unknown)
-        keepEntry(member, input, true);
+        keepEntry(member, input, true, now);
     else if (endsSession(*failure) && !entry(member, input.idempotencyKey))
-        keepEntry(member, input, false);
+        keepEntry(member, input, false, now);
 }
 
 const KeptReversal* KeptCommands::reversal(const MemberIdentity& member, const std::string& entryID) const
@@ -74,9 +100,10 @@ const KeptReversal* KeptCommands::reversal(const MemberIdentity& member, const s
     return found == reversals->second.end() ? nullptr : &found->second;
 }
 
-void KeptCommands::keepReversal(const MemberIdentity& member, const std::string& entryID, Reversal reversal)
+void KeptCommands::keepReversal(const MemberIdentity& member, const std::string& entryID, Reversal reversal,
+                                const std::string& now)
 {
-    m_reversals[member].try_emplace(entryID, KeptReversal{.reversal = std::move(reversal)});
+    m_reversals[member].try_emplace(entryID, KeptReversal{.reversal = std::move(reversal), .since = now});
 }
 
 void KeptCommands::settleReversal(const MemberIdentity& member, const std::string& entryID, const Failure* failure)
@@ -98,22 +125,41 @@ void KeptCommands::settleReversal(const MemberIdentity& member, const std::strin
 const KeptSectionCommand* KeptCommands::section(const MemberIdentity& member) const
 {
     const auto found = m_sections.find(member);
-    return found == m_sections.end() ? nullptr : &found->second;
+    return found == m_sections.end() || found->second.empty() ? nullptr : &found->second.front();
 }
 
-void KeptCommands::forgetSection(const MemberIdentity& member)
+void KeptCommands::keepSection(const MemberIdentity& member, KeptSectionCommand kept)
 {
-    m_sections.erase(member);
+    auto& all = m_sections[member];
+    const auto same = std::ranges::find(all, kept.idempotencyKey(), &KeptSectionCommand::idempotencyKey);
+    if (same == all.end()) {
+        all.push_back(std::move(kept));
+        return;
+    }
+    kept.since = same->since;
+    *same = std::move(kept);
 }
 
-void KeptCommands::settleSection(const MemberIdentity& member, const SectionCommand& command, const Failure* failure)
+void KeptCommands::forgetSection(const MemberIdentity& member, const std::string& idempotencyKey)
 {
-    if (!failure || fateOf(*failure) == CommandFate::refused)
-        forgetSection(member);
-    else if (fateOf(*failure) == CommandFate::unknown)
-        m_sections.insert_or_assign(member, KeptSectionCommand{.command = command, .outcomeUnknown = true});
-    else if (endsSession(*failure))
-        m_sections.try_emplace(member, KeptSectionCommand{.command = command});
+    if (const auto found = m_sections.find(member); found != m_sections.end())
+        std::erase_if(found->second, [&](const auto& each) { return each.idempotencyKey() == idempotencyKey; });
+}
+
+void KeptCommands::settleSection(const MemberIdentity& member, const SectionCommand& command, const Failure* failure,
+                                 const std::string& now)
+{
+    KeptSectionCommand kept{.command = command, .since = now};
+    if (!failure || fateOf(*failure) == CommandFate::refused) {
+        forgetSection(member, kept.idempotencyKey());
+    } else if (fateOf(*failure) == CommandFate::unknown) {
+        kept.outcomeUnknown = true;
+        keepSection(member, std::move(kept));
+    } else if (endsSession(*failure)) {
+        const auto& all = m_sections[member];
+        if (std::ranges::find(all, kept.idempotencyKey(), &KeptSectionCommand::idempotencyKey) == all.end())
+            keepSection(member, std::move(kept));
+    }
 }
 
 void KeptCommands::endSession()

@@ -73,12 +73,17 @@ public:
     [[nodiscard]] std::optional<KeptEntry> keptEntry() const;
     /// Keeps an entry of the signed-in member.
     void keepEntry(TransactionInput input, bool outcomeUnknown);
-    /// The person gave `keptEntry` up.
-    void forgetEntry();
-    /// The same for the last command on capital or dividends; `submitCapital` and `submitDividend` keep and forget it.
+    /// The person gave a kept entry up.
+    void forgetEntry(const std::string& idempotencyKey);
+    /// The same for the oldest command on capital or dividends; `submitCapital` and `submitDividend` keep and forget
+    /// it.
     [[nodiscard]] std::optional<KeptSectionCommand> keptSectionCommand() const;
-    /// The person gave `keptSectionCommand` up.
-    void forgetSectionCommand();
+    /// Keeps a command of the signed-in member that was certainly not carried out.
+    void keepSectionCommand(SectionCommand command);
+    /// The person gave a kept command up.
+    void forgetSectionCommand(const std::string& idempotencyKey);
+    /// All that is kept of the signed-in member in the open company.
+    [[nodiscard]] KeptRequests keptRequests() const;
     /// Whether anything of anybody may have been recorded without a confirmation.
     [[nodiscard]] bool hasUnconfirmed() const { return m_kept.hasUnconfirmed(); }
     /// Who is signed in, and where; nobody without a snapshot.
@@ -193,6 +198,7 @@ private:
     void noteStale(bool isStale) { assign(m_isStale, isStale, &LedgerStore::isStaleChanged); }
     Result<void> adopt(Result<LoadedSnapshot> loaded);
     [[nodiscard]] HeldBooks heldBooks() const;
+    [[nodiscard]] std::string nowStamp() const;
     void replaceSnapshot(LoadedSnapshot loaded);
     void setSnapshot(SnapshotPointer snapshot, std::string tag = {});
 

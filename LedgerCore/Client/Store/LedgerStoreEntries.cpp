@@ -2,9 +2,11 @@
 
 #include <QPointer>
 
+#include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
 namespace {
 
@@ -49,18 +51,28 @@ void LedgerStore::keepEntry(TransactionInput input, bool outcomeUnknown)
     const auto member = signedIn();
     if (!member)
         return;
-    m_kept.keepEntry(*member, std::move(input), outcomeUnknown);
-    Q_EMIT keptEntryChanged();
+    m_kept.keepEntry(*member, std::move(input), outcomeUnknown, nowStamp());
+    Q_EMIT keptChanged();
 }
 
-void LedgerStore::forgetEntry()
+void LedgerStore::forgetEntry(const std::string& idempotencyKey)
 {
     const auto member = signedIn();
-    const auto kept = keptEntry();
-    if (!member || !kept)
+    if (!member)
         return;
-    m_kept.forgetEntry(*member, kept->input.idempotencyKey);
-    Q_EMIT keptEntryChanged();
+    m_kept.forgetEntry(*member, idempotencyKey);
+    Q_EMIT keptChanged();
+}
+
+KeptRequests LedgerStore::keptRequests() const
+{
+    const auto member = signedIn();
+    return member ? m_kept.requests(*member) : KeptRequests{};
+}
+
+std::string LedgerStore::nowStamp() const
+{
+    return LedgerDay::stamp(m_environment.clock.now());
 }
 
 QCoro::Task<Result<std::string>> LedgerStore::postTransaction(TransactionInput input, bool publishError)
@@ -80,8 +92,8 @@ QCoro::Task<Result<std::string>> LedgerStore::record(TransactionInput input)
     if (!self)
         co_return std::unexpected(Cancelled{});
     auto recorded = reply ? recordedID(reply->body) : std::unexpected(reply.error());
-    m_kept.settleEntry(*member, input, failureIn(recorded));
-    Q_EMIT keptEntryChanged();
+    m_kept.settleEntry(*member, input, failureIn(recorded), nowStamp());
+    Q_EMIT keptChanged();
     if (!recorded)
         co_return recorded;
     auto reloading = reload();
@@ -149,12 +161,14 @@ QCoro::Task<Result<void>> LedgerStore::sendReversal(std::string id, std::string 
     const auto reversal =
         kept ? kept->reversal
              : Reversal{.reason = std::move(reason), .idempotencyKey = newIdentifier(), .date = today()};
-    m_kept.keepReversal(*member, id, reversal);
+    m_kept.keepReversal(*member, id, reversal, nowStamp());
     const QPointer<LedgerStore> self = this;
     auto running =
         mutate({.method = "POST", .path = "v1/transactions/" + id + "/reverse", .body = Json::encode(reversal)});
     auto reversed = co_await running;
-    if (self)
-        m_kept.settleReversal(*member, id, failureIn(reversed));
+    if (!self)
+        co_return reversed;
+    m_kept.settleReversal(*member, id, failureIn(reversed));
+    Q_EMIT keptChanged();
     co_return reversed;
 }

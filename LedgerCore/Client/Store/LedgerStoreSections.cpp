@@ -34,10 +34,22 @@ std::optional<KeptSectionCommand> LedgerStore::keptSectionCommand() const
     return kept ? std::optional{*kept} : std::nullopt;
 }
 
-void LedgerStore::forgetSectionCommand()
+void LedgerStore::keepSectionCommand(SectionCommand command)
 {
-    if (const auto member = signedIn())
-        m_kept.forgetSection(*member);
+    const auto member = signedIn();
+    if (!member)
+        return;
+    m_kept.keepSection(*member, {.command = std::move(command), .since = nowStamp()});
+    Q_EMIT keptChanged();
+}
+
+void LedgerStore::forgetSectionCommand(const std::string& idempotencyKey)
+{
+    const auto member = signedIn();
+    if (!member)
+        return;
+    m_kept.forgetSection(*member, idempotencyKey);
+    Q_EMIT keptChanged();
 }
 
 QCoro::Task<Result<void>> LedgerStore::submitSection(SectionCommand command, Publishing publishing)
@@ -53,7 +65,9 @@ QCoro::Task<Result<void>> LedgerStore::sendSection(SectionCommand command)
     const QPointer<LedgerStore> self = this;
     auto sending = sendCommand(requestOf(command));
     auto outcome = co_await sending;
-    if (self)
-        m_kept.settleSection(*member, command, failureIn(outcome));
+    if (!self)
+        co_return outcome;
+    m_kept.settleSection(*member, command, failureIn(outcome), nowStamp());
+    Q_EMIT keptChanged();
     co_return outcome;
 }

@@ -98,5 +98,5 @@ void LedgerStore::setSnapshot(SnapshotPointer snapshot, std::string tag)
     m_snapshotTag = std::move(tag);
     Q_EMIT snapshotChanged();
     if (signedIn() != member)
-        Q_EMIT keptEntryChanged();
+        Q_EMIT keptChanged();
 }

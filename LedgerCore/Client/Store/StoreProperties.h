@@ -41,7 +41,7 @@ Q_SIGNALS:
     void endpointChanged();
     void lastRefreshChanged();
     void isStaleChanged();
-    void keptEntryChanged();
+    void keptChanged();
     void attachmentCacheBytesChanged();
 
 protected:

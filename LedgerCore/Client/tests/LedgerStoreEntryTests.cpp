@@ -119,9 +119,10 @@ TEST_P(KeptAfter, OnlyWhatMayHaveBeenRecordedOrWasNeverTried)
         if (isRetry) {
             test.server.replace("POST v1/transactions", ServerReply::dropped());
             EXPECT_FALSE(resultOf(test.store.postTransaction(expense(), false)));
-            EXPECT_EQ(test.store.keptEntry(), (KeptEntry{test.server.url(), "c1", "m1", expense(), true}));
+            EXPECT_EQ(test.store.keptEntry(),
+                      (KeptEntry{test.server.url(), "c1", "m1", expense(), true, "2026-11-20T12:00:00.000Z"}));
         }
-        const SignalCount changes{test.store, &LedgerStore::keptEntryChanged};
+        const SignalCount changes{test.store, &LedgerStore::keptChanged};
         test.server.replace("POST v1/transactions", GetParam().reply);
         static_cast<void>(resultOf(test.store.postTransaction(expense(), false)));
         if (!test.store.snapshot())
@@ -155,7 +156,9 @@ TEST(LedgerStoreEntries, KeepsAnEntryThatWasGivenUpAfterItWasSent)
     test.store.cancel();
     EXPECT_EQ(resultOf(std::move(posting)), failed(Cancelled{}));
     EXPECT_EQ(leftBehind(test.store), "unconfirmed");
-    test.store.forgetEntry();
+    test.store.forgetEntry("another");
+    EXPECT_EQ(leftBehind(test.store), "unconfirmed");
+    test.store.forgetEntry(expense().idempotencyKey);
     EXPECT_EQ(leftBehind(test.store), "nothing");
 }
 
@@ -181,7 +184,7 @@ TEST(LedgerStoreEntries, ShowsAKeptEntryOnlyToItsMemberInItsCompanyAtItsService)
     test.store.setServerURL(test.server.url());
     test.signIn(books);
     EXPECT_EQ(test.store.keptEntry()->input, expense()) << "the older of the two";
-    test.store.forgetEntry();
+    test.store.forgetEntry(expense().idempotencyKey);
     EXPECT_EQ(test.store.keptEntry()->input, expense("key-2"));
     EXPECT_FALSE(test.store.hasUnconfirmed());
 }
@@ -194,15 +197,19 @@ TEST(LedgerStoreEntries, TellsARefusedReversalFromOneOfUnknownOutcome)
     test.server.answer("POST v1/transactions/t1/reverse", ServerReply::dropped());
     test.server.answer("POST v1/transactions/t1/reverse", ServerReply::error(401, "expired"));
     const Reversal sent{"typo", "id-1", "2026-11-20"};
+    constexpr auto since = "2026-11-20T12:00:00.000Z";
     EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "typo")));
     EXPECT_EQ(test.store.keptReversal("t1"),
-              (KeptReversal{sent, false, APIError{409, "refunds_exist", "not for people"}}));
+              (KeptReversal{sent, false, APIError{409, "refunds_exist", "not for people"}, since}));
+    EXPECT_EQ(test.store.keptRequests().count(), 0U) << "it is certain that nothing was posted";
+    test.clock.advance(std::chrono::hours{1});
     EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "typo")));
-    EXPECT_EQ(test.store.keptReversal("t1"), (KeptReversal{sent, true}));
+    EXPECT_EQ(test.store.keptRequests().reversals.size(), 1U);
+    EXPECT_EQ(test.store.keptReversal("t1"), (KeptReversal{sent, true, std::nullopt, since}));
     EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "typo")));
     EXPECT_FALSE(test.store.snapshot());
     test.signIn(books);
-    EXPECT_EQ(test.store.keptReversal("t1"), (KeptReversal{sent, true})) << "outlives the session";
+    EXPECT_EQ(test.store.keptReversal("t1"), (KeptReversal{sent, true, std::nullopt, since})) << "outlives the session";
     test.server.replace("POST v1/transactions/t1/reverse", ServerReply::error(409, "already_reversed"));
     EXPECT_FALSE(resultOf(test.store.reverseTransaction("t1", "typo")));
     EXPECT_EQ(test.store.keptReversal("t1")->refusal, (APIError{409, "already_reversed", "not for people"}));

@@ -63,6 +63,23 @@ TEST(LedgerStoreSections, KeepACommandBeyondTheSessionForItsMember)
     test.submit(ServerReply::error(401, "unauthorized"));
     test.signIn(SnapshotBuilder{});
     EXPECT_EQ(test.left(), "key-1 unknown") << "it may have been carried out by the attempt before";
-    test.store.forgetSectionCommand();
+    test.store.forgetSectionCommand("key-1");
     EXPECT_EQ(test.left(), "nothing");
+}
+
+TEST(LedgerStoreSections, KeepEveryCommandUntilItIsSettledItself)
+{
+    Sections test;
+    test.submit(ServerReply::dropped(), "key-1");
+    test.clock.advance(std::chrono::hours{1});
+    test.submit(ServerReply::dropped(), "key-2");
+    test.clock.advance(std::chrono::hours{1});
+    test.submit(ServerReply::dropped(), "key-1");
+    const auto kept = test.store.keptRequests().sections;
+    ASSERT_EQ(kept.size(), 2U) << "the second does not take the place of the first";
+    EXPECT_EQ(kept[0].idempotencyKey() + " " + kept[0].since, "key-1 2026-11-20T12:00:00.000Z");
+    EXPECT_EQ(kept[1].idempotencyKey() + " " + kept[1].since, "key-2 2026-11-20T13:00:00.000Z");
+    test.submit(ServerReply::json("{}"), "key-2");
+    EXPECT_EQ(test.left(), "key-1 unknown");
+    EXPECT_TRUE(test.store.hasUnconfirmed());
 }

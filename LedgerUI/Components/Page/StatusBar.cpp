@@ -32,6 +32,15 @@ StatusBar::StatusBar(QWidget* parent) : QFrame{parent}
     m_refresh->setFocusPolicy(Qt::TabFocus);
     m_count = new TextLabel(TypeStep::micro, Token::text2, this);
     m_count->setObjectName(QStringLiteral("entryCount"));
+    m_unconfirmed = new QToolButton(this);
+    m_unconfirmed->setObjectName(QStringLiteral("unconfirmedButton"));
+    m_unconfirmed->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    m_unconfirmed->setIcon(Icon::of(QStringLiteral("question-circle"), Token::warn));
+    m_unconfirmed->setIconSize({Space::icon, Space::chevron});
+    m_unconfirmed->setFixedHeight(buttonHeight);
+    m_unconfirmed->setFocusPolicy(Qt::TabFocus);
+    setStyleProperty(m_unconfirmed, "tone", QStringLiteral("warn"));
+    m_unconfirmed->hide();
     m_said = new TextLabel(TypeStep::micro, Token::ok, this);
     m_said->setObjectName(QStringLiteral("statusSaid"));
     m_said->hide();
@@ -49,12 +58,14 @@ StatusBar::StatusBar(QWidget* parent) : QFrame{parent}
     layout->addWidget(m_refresh);
     layout->addWidget(line);
     layout->addWidget(m_count);
+    layout->addWidget(m_unconfirmed);
     layout->addSpacing(Space::step2);
     layout->addWidget(m_said);
     layout->addStretch(1);
     layout->addWidget(m_context);
     layout->addWidget(m_figure);
     connect(m_refresh, &QToolButton::clicked, this, &StatusBar::refreshRequested);
+    connect(m_unconfirmed, &QToolButton::clicked, this, &StatusBar::unconfirmedRequested);
 }
 
 void StatusBar::setRefreshText(const QString& text, Freshness freshness)
@@ -80,6 +91,14 @@ void StatusBar::setRefreshEnabled(bool isEnabled)
 void StatusBar::setCount(const QString& text)
 {
     m_count->setText(text);
+}
+
+void StatusBar::setUnconfirmed(const QString& text)
+{
+    m_unconfirmed->setText(text);
+    m_unconfirmed->setAccessibleName(text);
+    m_unconfirmed->setVisible(!text.isEmpty());
+    announce();
 }
 
 void StatusBar::setContext(const QString& text, const QString& figure)
@@ -109,7 +128,7 @@ QWidget* StatusBar::tabStop() const
 
 void StatusBar::announce()
 {
-    const auto parts = {m_said->text(), m_refresh->text(), m_context->text(), m_figure->text()};
+    const auto parts = {m_said->text(), m_refresh->text(), m_unconfirmed->text(), m_context->text(), m_figure->text()};
     setAccessibleName(listed(parts, InterfaceLanguage::tag()));
     QAccessibleEvent changed{this, QAccessible::NameChanged};
     QAccessible::updateAccessibility(&changed);

@@ -18,6 +18,8 @@ public:
     void setRefreshHint(const QString& hint);
     void setRefreshEnabled(bool isEnabled);
     void setCount(const QString& text);
+    /// A button with this text, for as long as it is not empty.
+    void setUnconfirmed(const QString& text);
     /// `figure` follows in bold.
     void setContext(const QString& text, const QString& figure);
     /// Says what has just been done, aloud too; an empty sentence takes it back.
@@ -26,12 +28,14 @@ public:
 
 Q_SIGNALS:
     void refreshRequested();
+    void unconfirmedRequested();
 
 private:
     void announce();
 
     QToolButton* m_refresh = nullptr;
     TextLabel* m_count = nullptr;
+    QToolButton* m_unconfirmed = nullptr;
     TextLabel* m_said = nullptr;
     TextLabel* m_context = nullptr;
     TextLabel* m_figure = nullptr;

@@ -1,21 +1,19 @@
 #include "LedgerUI/Presentation/Company/MemberRows.h"
 
 #include <algorithm>
-#include <chrono>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
-#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Company/AccessWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Workspace/InvitationExpiry.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 
 namespace {
 
 constexpr std::string_view dayShape = "YYYY-MM-DD";
-constexpr std::string_view pendingStatus = "pending";
 
 using Look = PlainCell::Look;
 
@@ -47,29 +45,18 @@ PlainRow memberRow(const Member& member, const LedgerSnapshot& snapshot, std::st
                        .look = member.active ? Look::normal : Look::chip}}};
 }
 
-/// How many days from one day to another; both begin like "2026-11-20".
-int daysBetween(std::string_view from, std::string_view to)
-{
-    const auto first = LedgerDay::parse(from.substr(0, dayShape.size()));
-    const auto last = LedgerDay::parse(to.substr(0, dayShape.size()));
-    if (!first || !last)
-        return 0;
-    return static_cast<int>((std::chrono::sys_days{*last} - std::chrono::sys_days{*first}).count());
-}
-
 PlainCell expiry(const PendingInvitation& invitation, std::string_view today, std::string_view locale)
 {
-    constexpr int soon = 3; // days
     const auto day = DayText::shortDay(std::string_view{invitation.expiresAt}.substr(0, dayShape.size()), locale);
     const auto& words = companyWords();
-    if (invitation.status != pendingStatus)
+    const auto expiry = InvitationExpiry::of(invitation, today);
+    if (expiry.isOver)
         return {.text = wordIn(locale, words, "expired", {day.toStdString()}), .look = Look::warning};
-    const int days = daysBetween(today, invitation.expiresAt);
-    if (days <= 0)
+    if (expiry.days == 0)
         return {.text = wordIn(locale, words, "expiresToday", {day.toStdString()}), .look = Look::warning};
-    const auto text = wordIn(locale, words, days == 1 ? "expiresIn.one" : "expiresIn.many",
-                             {day.toStdString(), groupedNumber(static_cast<std::size_t>(days), locale)});
-    return {.text = text, .look = days <= soon ? Look::warning : Look::normal};
+    const auto text = wordIn(locale, words, expiry.days == 1 ? "expiresIn.one" : "expiresIn.many",
+                             {day.toStdString(), groupedNumber(static_cast<std::size_t>(expiry.days), locale)});
+    return {.text = text, .look = expiry.isSoon() ? Look::warning : Look::normal};
 }
 
 QString actionList(const Member& member, const Account& account, std::string_view locale)

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
@@ -10,8 +11,15 @@
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Workspace/InvitationExpiry.h"
 
 namespace {
+
+/// The day of a service stamp.
+std::string_view dayOf(std::string_view stamp)
+{
+    return stamp.substr(0, std::string_view{"YYYY-MM-DD"}.size());
+}
 
 bool wantsReceipt(const LedgerTransaction& entry)
 {
@@ -171,11 +179,43 @@ std::vector<AttentionItem> ReportAttention::reversedByOthers(const LedgerSnapsho
              .text = countedIn(locale, reportWords(), "reversed", static_cast<std::size_t>(count))}};
 }
 
-AttentionItem ReportAttention::unconfirmed(const KeptEntry& kept, std::string_view locale)
+std::vector<AttentionItem> ReportAttention::unconfirmed(const KeptRequests& kept, std::string_view locale)
 {
-    const auto& input = kept.input;
+    const auto count = kept.count();
+    if (count == 0)
+        return {};
+    if (count > 1 || kept.entries.empty())
+        return {{.kind = AttentionItem::Kind::requestsUnconfirmed,
+                 .text = countedIn(locale, reportWords(), "requests", count)}};
+    const auto& entry = kept.entries.front();
+    const auto& input = entry.input;
     const auto sum = balanceText(input.amountMinor, input.currency, locale).text().toStdString();
     const auto day = DayText::shortDate(input.date, locale).toStdString();
-    return {.kind = AttentionItem::Kind::entryUnconfirmed,
-            .text = wordIn(locale, reportWords(), kept.outcomeUnknown ? "unconfirmed" : "unsent", {day, sum})};
+    return {{.kind = AttentionItem::Kind::entryUnconfirmed,
+             .text = wordIn(locale, reportWords(), entry.outcomeUnknown ? "unconfirmed" : "unsent", {day, sum})}};
+}
+
+std::vector<AttentionItem> ReportAttention::expiring(const std::vector<PendingInvitation>& invitations,
+                                                     std::string_view today, std::string_view locale)
+{
+    std::size_t over = 0;
+    std::vector<const PendingInvitation*> ending;
+    for (const auto& each : invitations) {
+        const auto expiry = InvitationExpiry::of(each, today);
+        over += expiry.isOver ? 1 : 0;
+        if (!expiry.isOver && expiry.isSoon())
+            ending.push_back(&each);
+    }
+    std::vector<AttentionItem> items;
+    const auto add = [&](QString text) {
+        items.push_back({.kind = AttentionItem::Kind::invitationsExpiring, .text = std::move(text)});
+    };
+    if (ending.size() == 1)
+        add(wordIn(locale, reportWords(), "invitation.ends",
+                   {ending.front()->name, DayText::shortDate(dayOf(ending.front()->expiresAt), locale).toStdString()}));
+    else if (!ending.empty())
+        add(countedIn(locale, reportWords(), "invitations.end", ending.size()));
+    if (over > 0)
+        add(countedIn(locale, reportWords(), "invitations.over", over));
+    return items;
 }

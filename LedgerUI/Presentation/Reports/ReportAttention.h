@@ -11,20 +11,23 @@
 
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Calendar/Period.h"
+#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// Something that wants a hand, with what one would open to lend it.
 struct AttentionItem {
     enum class Kind {
-        entryUnconfirmed,  // opens the form of the entry that is kept
-        receiptsMissing,   // opens the ledger, filtered
-        floatEmpty,        // opens a transfer to `accountID`
-        floatBelowZero,    // opens the entries of `accountID`
-        startUnconfirmed,  // opens the bookkeeping setup
-        openingsMissing,   // opens an opening balance on `accountID`
-        entriesReversed,   // opens the reversals of the period
-        dividendsUnpaid,   // opens the dividends
-        advancesUnapplied, // opens the dividends
+        entryUnconfirmed,    // opens the form of the entry that is kept
+        requestsUnconfirmed, // opens the list of all requests that are kept
+        receiptsMissing,     // opens the ledger, filtered
+        floatEmpty,          // opens a transfer to `accountID`
+        floatBelowZero,      // opens the entries of `accountID`
+        startUnconfirmed,    // opens the bookkeeping setup
+        openingsMissing,     // opens an opening balance on `accountID`
+        entriesReversed,     // opens the reversals of the period
+        dividendsUnpaid,     // opens the dividends
+        advancesUnapplied,   // opens the dividends
+        invitationsExpiring, // opens the invitations
     };
 
     Kind kind;
@@ -45,8 +48,13 @@ std::vector<AttentionItem> items(const LedgerSnapshot& snapshot, const Period& p
 std::vector<AttentionItem> reversedByOthers(const LedgerSnapshot& snapshot, const Period& period,
                                             std::string_view locale);
 
-/// A row for the entry whose recording was not confirmed, or not tried because a session had ended.
-AttentionItem unconfirmed(const KeptEntry& kept, std::string_view locale);
+/// A row for what was not confirmed, or not tried because a session had ended: an entry where it is the only one, else
+/// how many there are.
+std::vector<AttentionItem> unconfirmed(const KeptRequests& kept, std::string_view locale);
+
+/// A row for the invitations that cannot be accepted much longer, or no more.
+std::vector<AttentionItem> expiring(const std::vector<PendingInvitation>& invitations, std::string_view today,
+                                    std::string_view locale);
 
 /// The entries of the period that should have a receipt and have none: income, expenses and refunds that stand.
 std::size_t entriesWithoutReceipt(const LedgerSnapshot& snapshot, const Period& period);

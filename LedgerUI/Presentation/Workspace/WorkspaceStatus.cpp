@@ -38,5 +38,8 @@ WorkspaceStatus workspaceStatus(const WorkspaceFreshness& freshness, std::string
     return {.refresh = refreshText(freshness, locale),
             .refreshHint = wordIn(locale, workspaceWords(), "refreshHint", {keys.toStdString()}),
             .count = countText(freshness.entries, locale),
+            .unconfirmed = freshness.unconfirmed == 0
+                               ? QString{}
+                               : countedIn(locale, workspaceWords(), "unconfirmed", freshness.unconfirmed),
             .isWarning = freshness.isStale && !freshness.isBusy};
 }

@@ -12,6 +12,7 @@ struct WorkspaceStatus {
     QString refresh;
     QString refreshHint;
     QString count;
+    QString unconfirmed; // how many requests were not confirmed; empty for none
     bool isWarning = false;
 };
 
@@ -21,6 +22,7 @@ struct WorkspaceFreshness {
     bool isBusy = false;
     bool isStale = false;
     std::size_t entries = 0;
+    std::size_t unconfirmed = 0; // requests that the service has not confirmed
 };
 
 WorkspaceStatus workspaceStatus(const WorkspaceFreshness& freshness, std::string_view locale);

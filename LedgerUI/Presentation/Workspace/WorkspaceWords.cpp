@@ -39,6 +39,10 @@ const WordTable& workspaceWords()
          "books before you send it again."},
         {"noEntries", "没有记录", "Belum ada catatan", "Chưa có bút toán", "No entries"},
         {"oneEntry", "可见 1 条记录", "1 catatan terlihat", "1 bút toán hiển thị", "1 entry visible"},
+        {"unconfirmed.one", "1 个未确认的请求", "1 permintaan belum dipastikan", "1 yêu cầu chưa xác nhận",
+         "1 unconfirmed request"},
+        {"unconfirmed.many", "%1 个未确认的请求", "%1 permintaan belum dipastikan", "%1 yêu cầu chưa xác nhận",
+         "%1 unconfirmed requests"},
         {"entries", "可见 %1 条记录", "%1 catatan terlihat", "%1 bút toán hiển thị", "%1 entries visible"},
     };
     return words;

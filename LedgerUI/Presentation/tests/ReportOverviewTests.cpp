@@ -192,6 +192,45 @@ TEST(ReportAttention, TellsWhoseEntriesOthersReversedInThePeriod)
     EXPECT_EQ(told(), std::vector<std::string>{"1 entry of yours was reversed; check it and record it again"});
 }
 
+TEST(ReportAttention, NamesOneUnconfirmedEntryAndCountsSeveralRequests)
+{
+    const auto told = [](const KeptRequests& kept) { return textsOf(ReportAttention::unconfirmed(kept, "en-US")); };
+    KeptRequests kept;
+    EXPECT_EQ(told(kept), std::vector<std::string>{});
+    TransactionInput input;
+    input.date = "2026-11-12";
+    input.currency = "USD";
+    input.amountMinor = 4'50;
+    kept.entries = {{"service", "c1", "m1", input, true}};
+    EXPECT_EQ(told(kept),
+              std::vector<std::string>{"It is not known whether the entry of USD\u00a04.50 on 12 Nov 2026 was saved"});
+    kept.reversals = {{.entryID = "e1", .kept = {}}};
+    EXPECT_EQ(told(kept), std::vector<std::string>{"2 requests are not confirmed"});
+    kept.entries.clear();
+    EXPECT_EQ(told(kept), std::vector<std::string>{"1 request is not confirmed"});
+}
+
+TEST(ReportAttention, NamesInvitationsThatEndSoonOrHaveEnded)
+{
+    const auto invitation = [](std::string name, std::string expires, std::string status = "pending") {
+        PendingInvitation made;
+        made.name = std::move(name);
+        made.expiresAt = std::move(expires);
+        made.status = std::move(status);
+        return made;
+    };
+    const auto told = [](const std::vector<PendingInvitation>& invitations) {
+        return textsOf(ReportAttention::expiring(invitations, "2026-11-20", "en-US"));
+    };
+    const auto soon = invitation("Dewi", "2026-11-23T02:00:00.000Z");
+    const auto later = invitation("Andi", "2026-11-24T02:00:00.000Z");
+    const auto over = invitation("Rini", "2026-11-19T02:00:00.000Z", "expired");
+    EXPECT_EQ(told({later}), std::vector<std::string>{});
+    EXPECT_EQ(told({later, soon, over}),
+              (std::vector<std::string>{"The invitation of Dewi expires on 23 Nov 2026", "1 invitation has expired"}));
+    EXPECT_EQ(told({soon, soon}), std::vector<std::string>{"2 invitations expire soon"});
+}
+
 TEST(ReportAttention, CountsOnlyEntriesThatStandAndNeedAReceipt)
 {
     auto held = books().build();

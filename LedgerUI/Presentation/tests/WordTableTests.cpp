@@ -35,6 +35,7 @@
 #include "LedgerUI/Presentation/Records/CapitalFormWords.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Requests/RequestWords.h"
 #include "LedgerUI/Presentation/Settings/SettingsWords.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -76,6 +77,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"printWords", &printWords()},
         {"receiptWords", &receiptWords()},
         {"reportWords", &reportWords()},
+        {"requestWords", &requestWords()},
         {"roleWords", &roleWords()},
         {"serviceMessages", &serviceMessages()},
         {"settingsWords", &settingsWords()},

@@ -1,5 +1,7 @@
 #include "LedgerUI/Screens/Capital/CapitalPageActions.h"
 
+#include <algorithm>
+
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
@@ -14,6 +16,7 @@
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Records/CommandForms.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Capital/CapitalActionForm.h"
 #include "LedgerUI/Screens/Capital/SectionExport.h"
@@ -61,8 +64,9 @@ void CapitalPageActions::offerUnconfirmed()
         connect(modal, &QDialog::finished, this, &CapitalPageActions::offerUnconfirmed, Qt::QueuedConnection);
         return;
     }
-    const auto kept = m_store.keptSectionCommand();
-    if (!kept)
+    const auto all = m_store.keptRequests().sections;
+    const auto kept = std::ranges::find_if(all, [](const auto& each) { return hasForm(each.command); });
+    if (kept == all.end())
         return;
     if (const auto* capital = std::get_if<CapitalCommand>(&kept->command))
         open<CapitalActionForm>(*capital, kept->outcomeUnknown);

@@ -97,6 +97,8 @@ void CompanyView::follow(const PageLink& link)
         m_tabs->choose(QStringLiteral("bookkeeping"));
     else if (link.action == PageAction::showCategories)
         m_tabs->choose(QStringLiteral("categories"));
+    else if (link.action == PageAction::showInvitations)
+        m_tabs->choose(qString(CompanyTabs::invitations));
 }
 
 std::size_t CompanyView::unsavedChanges() const

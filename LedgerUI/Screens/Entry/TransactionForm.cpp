@@ -344,9 +344,8 @@ QWidget& TransactionForm::firstField() const
 /// A person who was warned gives an entry up; it is not offered again.
 void TransactionForm::forget()
 {
-    const auto kept = store().keptEntry();
-    if (kept && m_submission.command() && kept->input.idempotencyKey == m_submission.command()->idempotencyKey)
-        store().forgetEntry();
+    if (m_submission.command())
+        store().forgetEntry(m_submission.command()->idempotencyKey);
 }
 
 void TransactionForm::adoptLanguage(const std::string& before)

@@ -46,6 +46,7 @@ public:
     RecordActionForm(LedgerStore& store, const Command& kept, bool outcomeUnknown, QWidget* parent)
         : RecordActionForm{store, restored(store, kept, outcomeUnknown), parent}
     {
+        m_keptKey = kept.idempotencyKey;
         if (outcomeUnknown)
             return;
         m_initial = Section::opened(form().route, *store.snapshot(), store.today(), locale());
@@ -86,7 +87,7 @@ private:
             judge(Section::refusedPaste(form(), refusal, personID));
         });
         connect(this, &FormDialog::confirmed, this, [this] { submit(); });
-        connect(this, &FormDialog::givenUp, this, [this] { this->store().forgetSectionCommand(); });
+        connect(this, &FormDialog::givenUp, this, [this] { this->store().forgetSectionCommand(m_keptKey); });
         present();
     }
 
@@ -265,6 +266,9 @@ private:
     void send()
     {
         const auto command = *m_submission.command();
+        if (m_keptKey != command.idempotencyKey)
+            store().forgetSectionCommand(m_keptKey); // this one takes its place
+        m_keptKey = command.idempotencyKey;
         present();
         QCoro::connect((store().*Section::submit)(command, false), this,
                        [this](const Result<void>& reply) { finish(reply); });
@@ -306,6 +310,7 @@ private:
 
     Form m_initial;
     Sending m_submission;
+    std::string m_keptKey; // of what was sent last, or of the kept command that the form was opened on
     std::function<void(const RecordOutcome&)> m_done;
     RecordFormBody* m_body = nullptr;
     TextLabel* m_foot = nullptr;

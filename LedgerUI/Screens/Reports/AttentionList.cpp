@@ -25,7 +25,10 @@ QString glyphOf(Kind kind)
 {
     switch (kind) {
     case Kind::entryUnconfirmed:
+    case Kind::requestsUnconfirmed:
         return QStringLiteral("question-circle");
+    case Kind::invitationsExpiring:
+        return QStringLiteral("envelope");
     case Kind::receiptsMissing:
         return QStringLiteral("paperclip");
     case Kind::floatEmpty:
@@ -52,6 +55,8 @@ std::string_view actionKey(Kind kind)
     case Kind::receiptsMissing:
     case Kind::floatBelowZero:
     case Kind::entriesReversed:
+    case Kind::requestsUnconfirmed:
+    case Kind::invitationsExpiring:
         return "attention.show";
     case Kind::floatEmpty:
         return "attention.fund";

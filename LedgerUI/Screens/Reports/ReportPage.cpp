@@ -1,8 +1,11 @@
 #include "LedgerUI/Screens/Reports/ReportPage.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include <QAction>
+#include <QCoro/QCoroTask>
 #include <QEvent>
 #include <QMenu>
 
@@ -52,6 +55,8 @@ ReportPage::ReportPage(LedgerStore& store, ReportPart report, const QString& nam
     buildNewEntry(name);
     connect(&m_store, &LedgerStore::snapshotChanged, this, &ReportPage::adoptSnapshot);
     connect(&m_store, &LedgerStore::isBusyChanged, this, &ReportPage::presentActions);
+    connect(&m_store, &LedgerStore::isBusyChanged, this, &ReportPage::loadInvitations, Qt::QueuedConnection);
+    connect(&m_store, &LedgerStore::keptChanged, this, &ReportPage::presentSheet);
     connect(&EntryDrafts::of(m_store), &EntryDrafts::changed, this, &ReportPage::presentActions);
     connect(m_browser, &ReportBrowser::changed, this, &ReportPage::presentSheet);
     connect(m_period, &PeriodNavigator::periodChosen, this, [this](const Period& period) {
@@ -81,6 +86,35 @@ void ReportPage::changeEvent(QEvent* event)
     if (event->type() == QEvent::LanguageChange)
         adoptSnapshot();
     PageView::changeEvent(event);
+}
+
+void ReportPage::showEvent(QShowEvent* event)
+{
+    PageView::showEvent(event);
+    m_wantsInvitations = m_store.canManage();
+    // Whatever is asked for as the page opens goes first.
+    QMetaObject::invokeMethod(this, &ReportPage::loadInvitations, Qt::QueuedConnection);
+}
+
+void ReportPage::loadInvitations()
+{
+    if (!m_wantsInvitations || m_store.isBusy() || !m_store.snapshot())
+        return;
+    m_wantsInvitations = false;
+    QCoro::connect(m_store.loadInvitations(false), this, [this](const Result<std::vector<PendingInvitation>>& loaded) {
+        if (!loaded || *loaded == m_invitations || !m_store.snapshot())
+            return;
+        m_invitations = *loaded;
+        presentSheet();
+    });
+}
+
+std::vector<AttentionItem> ReportPage::besideBooks() const
+{
+    const auto& locale = InterfaceLanguage::tag();
+    auto items = ReportAttention::unconfirmed(m_store.keptRequests(), locale);
+    std::ranges::move(ReportAttention::expiring(m_invitations, m_store.today(), locale), std::back_inserter(items));
+    return items;
 }
 
 void ReportPage::adoptSnapshot()
@@ -146,6 +180,12 @@ void ReportPage::lend(const AttentionItem& item)
     case AttentionItem::Kind::entryUnconfirmed:
         if (const auto kept = m_store.keptEntry())
             openForm(new TransactionForm(m_store, *kept, window()));
+        return;
+    case AttentionItem::Kind::requestsUnconfirmed:
+        Q_EMIT unconfirmedWanted();
+        return;
+    case AttentionItem::Kind::invitationsExpiring:
+        Q_EMIT linkPressed({.page = WorkspacePage::company, .action = PageAction::showInvitations});
         return;
     case AttentionItem::Kind::receiptsMissing:
     case AttentionItem::Kind::floatBelowZero:

@@ -38,11 +38,15 @@ protected:
     void showInLedger(LedgerFilter filter);
     void showBacking(const ReportBacking& backing);
     void lend(const AttentionItem& item);
+    /// What wants a hand and is no part of the books.
+    [[nodiscard]] std::vector<AttentionItem> besideBooks() const;
     void sayCopied();
 
     void changeEvent(QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
+    void loadInvitations();
     void buildNewEntry(const QString& name);
     void presentSheet();
     void presentActions();
@@ -55,4 +59,6 @@ private:
     PageHeader* m_header = nullptr;
     PeriodNavigator* m_period = nullptr;
     SplitButton* m_newEntry = nullptr;
+    std::vector<PendingInvitation> m_invitations; // as they were when the page was shown last
+    bool m_wantsInvitations = false;
 };

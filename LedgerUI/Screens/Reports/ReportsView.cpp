@@ -162,15 +162,6 @@ void ReportsView::presentTab()
     m_stack->setCurrentWidget(m_tabs);
 }
 
-/// What wants a hand and is no part of the books.
-std::vector<AttentionItem> ReportsView::besideBooks() const
-{
-    const auto kept = store().keptEntry();
-    if (!kept)
-        return {};
-    return {ReportAttention::unconfirmed(*kept, InterfaceLanguage::tag())};
-}
-
 ReportPart ReportsView::part() const
 {
     if (!m_tabs)

@@ -29,7 +29,6 @@ private:
     void presentAccounts(const ReportSheet& sheet);
     void presentFailure(ReportError failure);
     void presentExits();
-    [[nodiscard]] std::vector<AttentionItem> besideBooks() const;
     [[nodiscard]] ReportPart part() const;
     [[nodiscard]] PrintJob printJob() const;
     void print();

@@ -11,6 +11,7 @@
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Requests/UnconfirmedDialog.h"
 #include "LedgerUI/Screens/Root/KeysDialog.h"
 #include "LedgerUI/Screens/Settings/SettingsDialog.h"
 #include "LedgerUI/Screens/SignIn/SignInView.h"
@@ -82,6 +83,7 @@ void RootView::presentScreen()
         m_company = snapshot->company.id;
         m_workspace = new WorkspaceView(m_store, m_registry, this);
         connect(m_workspace, &WorkspaceView::settingsWanted, this, &RootView::showSettings);
+        connect(m_workspace, &WorkspaceView::unconfirmedWanted, this, &RootView::showUnconfirmed);
         setCurrentIndex(addWidget(m_workspace));
     } else {
         if (m_signIn)
@@ -156,4 +158,12 @@ void RootView::showSettings()
         return;
     m_settings = new SettingsDialog(m_store, window());
     m_settings->open();
+}
+
+void RootView::showUnconfirmed()
+{
+    if (m_unconfirmed || !m_store.snapshot())
+        return;
+    m_unconfirmed = new UnconfirmedDialog(m_store, window());
+    m_unconfirmed->open();
 }

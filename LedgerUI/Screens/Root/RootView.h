@@ -31,6 +31,7 @@ private:
     void alertClosed();
     void showKeys();
     void showSettings();
+    void showUnconfirmed();
 
     LedgerStore& m_store;
     const PageRegistry& m_registry;
@@ -47,4 +48,5 @@ private:
     QPointer<MessageDialog> m_alert;
     QPointer<QDialog> m_keys;
     QPointer<QDialog> m_settings;
+    QPointer<QDialog> m_unconfirmed;
 };

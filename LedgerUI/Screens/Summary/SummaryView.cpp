@@ -159,7 +159,9 @@ void SummaryView::present(const ReportSheet* sheet)
     m_accounts->present(sheet->own.accounts, colors);
     m_latest->present(sheet->own.latest, colors);
     m_expenses->present(sheet->largestExpenses, colors);
-    m_attention->present(sheet->attention);
+    auto attention = besideBooks();
+    attention.insert(attention.end(), sheet->attention.begin(), sheet->attention.end());
+    m_attention->present(std::move(attention));
     presentNotes(*sheet);
 }
 

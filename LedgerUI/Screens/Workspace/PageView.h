@@ -32,6 +32,8 @@ public:
 Q_SIGNALS:
     /// A link to another page was pressed.
     void linkPressed(const PageLink& link);
+    /// The list of the requests that were not confirmed was asked for.
+    void unconfirmedWanted();
     void statusContextChanged();
     /// Something that a person asked for is done: said in the status bar and to readers, until the next of its kind.
     void done(const QString& sentence);

@@ -31,6 +31,8 @@ WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, Q
     connect(m_sideBar, &SideBar::pageChosen, this, &WorkspaceView::turnTo);
     connect(m_sideBar, &SideBar::settingsWanted, this, &WorkspaceView::settingsWanted);
     connect(m_status, &StatusBar::refreshRequested, this, &WorkspaceView::refresh);
+    connect(m_status, &StatusBar::unconfirmedRequested, this, &WorkspaceView::unconfirmedWanted);
+    connect(&m_store, &LedgerStore::keptChanged, this, &WorkspaceView::presentStatus);
     connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
         presentPages();
         presentStatus();
@@ -56,6 +58,7 @@ void WorkspaceView::open(WorkspacePage page)
         connect(view, &PageView::statusContextChanged, this, &WorkspaceView::presentContext);
         connect(view, &PageView::done, m_status, &StatusBar::say);
         connect(view, &PageView::linkPressed, this, &WorkspaceView::follow);
+        connect(view, &PageView::unconfirmedWanted, this, &WorkspaceView::unconfirmedWanted);
     }
     m_stack->setCurrentWidget(view);
     // Page, status bar, and round to the side bar: whatever was made last stands at the end otherwise.
@@ -217,13 +220,15 @@ void WorkspaceView::presentStatus()
     const auto status = workspaceStatus({.lastRefresh = m_store.lastRefresh(),
                                          .isBusy = m_store.isBusy(),
                                          .isStale = m_store.isStale(),
-                                         .entries = snapshot->transactions.size()},
+                                         .entries = snapshot->transactions.size(),
+                                         .unconfirmed = m_store.keptRequests().count()},
                                         InterfaceLanguage::tag());
     m_status->setRefreshText(status.refresh,
                              status.isWarning ? StatusBar::Freshness::stale : StatusBar::Freshness::fresh);
     m_status->setRefreshHint(status.refreshHint);
     m_status->setRefreshEnabled(!m_store.isBusy());
     m_status->setCount(status.count);
+    m_status->setUnconfirmed(status.unconfirmed);
     m_busy->setBusy(m_store.isBusy());
 }
 

@@ -38,6 +38,8 @@ public:
 
 Q_SIGNALS:
     void settingsWanted();
+    /// The list of the requests that were not confirmed.
+    void unconfirmedWanted();
 
 protected:
     void changeEvent(QEvent* event) override;

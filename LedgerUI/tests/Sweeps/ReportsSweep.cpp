@@ -42,7 +42,34 @@ void openReports(WindowUnderTest& under, const char* tab, const SnapshotBuilder&
     under.screen.waitFor(tab);
 }
 
+/// The list of requests that were not confirmed: entries, and a command that has no form.
+void openUnconfirmed(WindowUnderTest& under)
+{
+    under.openDemonstration(reportSample());
+    under.screen.waitFor("ledgerView");
+    TransactionInput input;
+    input.kind = EntryKind::expense;
+    input.date = "2026-11-12";
+    input.sourceAccountID = "Operating bank";
+    input.currency = "IDR";
+    input.amountMinor = 438'520'000;
+    input.categoryID = "rent";
+    input.note = "Sewa gudang November, dibayar lewat transfer antarbank";
+    input.idempotencyKey = "first";
+    under.store.keepEntry(input, true);
+    input.idempotencyKey = "second";
+    under.store.keepEntry(input, false);
+    DividendCommand command;
+    command.action = DividendAction::setVisibility;
+    command.date = "2026-11-12";
+    command.idempotencyKey = "visible";
+    under.store.keepSectionCommand(command);
+    under.screen.press("unconfirmedButton");
+    under.screen.waitForFocus("unconfirmedDialog");
+}
+
 const std::array shown{
+    SweptScreen{"UnconfirmedRequests", builtPages, openUnconfirmed},
     SweptScreen{"ReportsOverview", builtPages, [](auto& under) { openReports(under, "overviewTab"); }},
     SweptScreen{"Summary", builtPages, openSummary},
     SweptScreen{"ReportsIncome", builtPages, [](auto& under) { openReports(under, "incomeTab"); }},
