@@ -9,11 +9,25 @@
 
 #include "LedgerCore/Domain/Contract.h"
 
-std::chrono::nanoseconds threadTime()
+namespace {
+
+std::chrono::nanoseconds timeBy(clockid_t clock)
 {
     timespec used{};
-    require(clock_gettime(CLOCK_THREAD_CPUTIME_ID, &used) == 0, "the system tells a thread's processor time");
+    require(clock_gettime(clock, &used) == 0, "the system tells processor time");
     return std::chrono::seconds{used.tv_sec} + std::chrono::nanoseconds{used.tv_nsec};
+}
+
+}
+
+std::chrono::nanoseconds threadTime()
+{
+    return timeBy(CLOCK_THREAD_CPUTIME_ID);
+}
+
+std::chrono::nanoseconds processTime()
+{
+    return timeBy(CLOCK_PROCESS_CPUTIME_ID);
 }
 
 double Samples::quantile(double share) const

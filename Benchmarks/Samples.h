@@ -6,6 +6,8 @@
 
 /// How long this thread has had a processor.
 std::chrono::nanoseconds threadTime();
+/// How long all threads of this program have had a processor.
+std::chrono::nanoseconds processTime();
 
 /// Repeated measurements of one thing.
 class Samples {

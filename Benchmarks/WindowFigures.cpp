@@ -9,9 +9,12 @@
 #include <QKeyEvent>
 #include <fmt/core.h>
 
+#include "Benchmarks/FileFigures.h"
 #include "Benchmarks/LoopHold.h"
+#include "Benchmarks/ReportPageFigures.h"
 #include "Benchmarks/Samples.h"
 #include "Benchmarks/ServedBooks.h"
+#include "Benchmarks/StepFigures.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Session/LanguageDefaults.h"
@@ -55,17 +58,6 @@ struct Window {
     {
         window.show();
         waitFor([this] { return !store.isBusy(); });
-    }
-
-    static void waitFor(const std::function<bool()>& condition)
-    {
-        // With a time limit Qt never sleeps, and a window that spins takes a processor from the workers and the
-        // service.
-        QTimer look;
-        look.setTimerType(Qt::PreciseTimer);
-        look.start(std::chrono::milliseconds{1});
-        while (!condition())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
     }
 
     /// Lays out and paints at once what the loop would lay out and paint next.
@@ -155,6 +147,9 @@ public:
         filter("fill the table with all entries", all);
         m_home = all;
         filter("month, from all entries", month);
+        LedgerFilter figure{.period = month.period};
+        figure.figure = ReportFigure{.scope = {.currency = "USD"}, .movements = ReportFigure::netMovements()};
+        filter("the entries behind a figure", figure);
         auto typed = all;
         typed.text = "harbour 12";
         filter("search, two words", typed);
@@ -180,17 +175,36 @@ public:
         sort("oldest first", {LedgerSort::Key::date, LedgerSort::Direction::ascending});
     }
 
-    void scrolling()
+    /// The same steps with a head for each day.
+    void grouping()
+    {
+        const auto group = [this](LedgerGrouping wanted) {
+            m_window.ask([this, wanted] { m_window.browser->setGrouping(wanted); });
+        };
+        m_window.ask([&] { m_window.browser->setFilter({}); });
+        printStep(
+            "group all entries by day", m_repetitions, [&] { group(LedgerGrouping::none); },
+            [&] { group(LedgerGrouping::byDay); });
+        const auto before = std::exchange(m_home, {});
+        filter("one kind by day", {.kinds = {"expense"}});
+        filter("search by day, one digit", {.text = "5"});
+        sort("oldest day first", {LedgerSort::Key::date, LedgerSort::Direction::ascending});
+        scrolling("page down by day");
+        m_home = before;
+        group(LedgerGrouping::none);
+    }
+
+    void scrolling(std::string_view name = "page down")
     {
         Samples pages;
-        m_window.table->selectRow(0);
+        m_window.table->chooseFirst();
         for (int each = 0; each < m_repetitions; ++each) {
             pages.timeThread([&] {
                 press(Qt::Key_PageDown);
                 m_window.paint();
             });
         }
-        pages.print("page down");
+        pages.print(name);
     }
 
     void selecting()
@@ -325,14 +339,21 @@ void measure(const Options& options)
     figures.filtering();
     figures.sorting();
     figures.scrolling();
+    figures.grouping();
     figures.selecting();
     figures.bare();
     printMemory("after looking at it in every way");
+    printReportPageFigures(window.store, options.repetitions);
+    printMemory("after the reports");
+    printExportFigures(window.store, options.repetitions);
+    printMemory("after paper and files");
     constexpr int reloads = 20;
     printHold("refresh, nothing new", reloads, [&] { window.carryOut(window.store.refresh(true)); });
     printHold("record an entry, until it is shown", reloads,
               [&] { window.carryOut(window.store.postTransaction(incomeFor(window.store), true)); });
     printMemory(fmt::format("after {} entries recorded", reloads));
+    printImportFigures(window.store, service.port());
+    printMemory("after the imports");
 }
 
 }
