@@ -1,5 +1,7 @@
 #include "LedgerService/Access/AuditDisclosure.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
@@ -15,6 +17,17 @@ bool isOf(const AuditRecord& record, std::string_view path)
 {
     const auto at = record.kind.find(' ');
     return at != std::string::npos && std::string_view{record.kind}.substr(at + 1).starts_with(path);
+}
+
+/// Whether every owner sees of the company what the record tells of. A kind that is not named here or below stays
+/// closed: what it tells may be what a reader must not see.
+bool isOpenToOwners(const AuditRecord& record)
+{
+    static constexpr std::array<std::string_view, 6> paths{
+        "/v1/transactions", "/v1/categories", "/v1/settings", "/v1/company/", "/v1/financial-settings/", "/v1/me/"};
+    static constexpr std::array kinds{AuditKind::companyFounded, AuditKind::companyZoneChanged};
+    return std::ranges::any_of(paths, [&](std::string_view path) { return isOf(record, path); }) ||
+           std::ranges::find(kinds, record.kind) != kinds.end();
 }
 
 }
@@ -45,7 +58,7 @@ bool AuditDisclosure::shows(const AuditRecord& record) const
         return MemberRights::canSeeDividends(m_reader);
     if (isOf(record, "/v1/members") || isOf(record, "/v1/invites") || record.kind == AuditKind::memberJoined)
         return MemberRights::canManage(m_reader);
-    return true;
+    return isOpenToOwners(record);
 }
 
 }
