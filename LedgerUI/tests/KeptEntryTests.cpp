@@ -33,10 +33,19 @@ protected:
             inputs.push_back(Json::decode<TransactionInput>(request.body).value());
         return inputs;
     }
-    void closeAlert()
+    void saveWithoutAReply()
     {
+        answer(ServerReply::dropped());
+        under.screen.press("entrySave");
+        under.screen.waitForText("Retry original request");
+    }
+    void loseTheSession()
+    {
+        answer(ServerReply::error(401, "unauthorized"));
+        under.screen.press("entrySave");
         under.screen.waitFor("alertDialog");
         under.screen.press("messageClose");
+        under.screen.waitFor("signInView");
     }
 
     static PageRegistry ledger()
@@ -66,14 +75,8 @@ protected:
 
 TEST_F(SessionThatEnds, BringsAnUnconfirmedEntryBackLockedWithItsKey)
 {
-    answer(ServerReply::dropped());
-    under.screen.press("entrySave");
-    under.screen.waitForText("Retry original request");
-    answer(ServerReply::error(401, "unauthorized"));
-    under.screen.press("entrySave");
-    closeAlert();
-    under.screen.waitFor("signInView");
-
+    saveWithoutAReply();
+    loseTheSession();
     signIn();
     under.screen.waitFor("transactionForm");
     EXPECT_EQ(under.screen.read("entryAmount"), "12.50");
@@ -91,11 +94,7 @@ TEST_F(SessionThatEnds, BringsAnUnconfirmedEntryBackLockedWithItsKey)
 
 TEST_F(SessionThatEnds, BringsAnEntryThatWasNeverJudgedBackToBeChangedOrSent)
 {
-    answer(ServerReply::error(401, "unauthorized"));
-    under.screen.press("entrySave");
-    closeAlert();
-    under.screen.waitFor("signInView");
-
+    loseTheSession();
     signIn();
     under.screen.waitFor("transactionForm");
     EXPECT_TRUE(under.screen.offers("entryAmount"));
@@ -137,9 +136,7 @@ TEST_F(SessionThatEnds, TakesUpWhatWasTypedAndNeverSent)
 
 TEST_F(SessionThatEnds, NeverOffersWhatWasSentAsADraft)
 {
-    answer(ServerReply::dropped());
-    under.screen.press("entrySave");
-    under.screen.waitForText("Retry original request");
+    saveWithoutAReply();
     EXPECT_FALSE(under.window.findChild<QAction*>(QStringLiteral("newEntry.draft"))->isVisible())
         << "it may be recorded already";
     answer(ServerReply::error(422, "invalid_entry"));
@@ -150,10 +147,7 @@ TEST_F(SessionThatEnds, NeverOffersWhatWasSentAsADraft)
 
 TEST_F(SessionThatEnds, OffersAnEntryThatWasGivenUpNoMore)
 {
-    answer(ServerReply::error(401, "unauthorized"));
-    under.screen.press("entrySave");
-    closeAlert();
-    under.screen.waitFor("signInView");
+    loseTheSession();
     signIn();
     under.screen.press("entryCancel");
     under.screen.press("questionConfirm");
@@ -163,14 +157,8 @@ TEST_F(SessionThatEnds, OffersAnEntryThatWasGivenUpNoMore)
 
 TEST_F(SessionThatBeginsElsewhere, BringsTheEntryBackBeforeItCanBeTypedAgain)
 {
-    answer(ServerReply::dropped());
-    under.screen.press("entrySave");
-    under.screen.waitForText("Retry original request");
-    answer(ServerReply::error(401, "unauthorized"));
-    under.screen.press("entrySave");
-    closeAlert();
-    under.screen.waitFor("signInView");
-
+    saveWithoutAReply();
+    loseTheSession();
     signIn();
     under.screen.waitFor("transactionForm");
     EXPECT_TRUE(under.screen.says("Retry original request"));
