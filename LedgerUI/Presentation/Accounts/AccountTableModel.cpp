@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
+#include "LedgerUI/Presentation/Table/RowPatch.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -22,25 +23,18 @@ void AccountTableModel::present(AccountListingPointer listing)
 
 void AccountTableModel::drop(const RowChange::Range& rows)
 {
-    m_rows.erase(m_rows.begin() + rows.first, m_rows.begin() + rows.last + 1);
+    RowPatch::drop(rows, m_rows);
 }
 
 void AccountTableModel::adopt(const RowChange& change)
 {
-    m_rows.clear();
-    int row = 0;
-    for (const auto& fresh : change.fresh) {
-        m_rows.insert(m_rows.end(), m_next->rows.begin() + row, m_next->rows.begin() + fresh.first);
-        row = fresh.last + 1;
-    }
-    m_rows.insert(m_rows.end(), m_next->rows.begin() + row, m_next->rows.end());
+    m_rows = RowPatch::known(change, m_next->rows);
     m_listing = m_next;
 }
 
 void AccountTableModel::insert(const RowChange::Range& rows)
 {
-    const auto& now = m_listing->rows;
-    m_rows.insert(m_rows.begin() + rows.first, now.begin() + rows.first, now.begin() + rows.last + 1);
+    RowPatch::insert(rows, m_rows, m_listing->rows);
 }
 
 int AccountTableModel::rowCount(const QModelIndex& parent) const

@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Table/RowPatch.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
@@ -72,27 +73,19 @@ std::vector<MoneyText> LedgerTableModel::balancesAt(int row) const
 
 void LedgerTableModel::drop(const RowChange::Range& rows)
 {
-    m_lines.erase(m_lines.begin() + rows.first, m_lines.begin() + rows.last + 1);
+    RowPatch::drop(rows, m_lines);
 }
 
 void LedgerTableModel::adopt(const RowChange& change)
 {
-    const auto& now = m_next->lines;
-    m_lines.clear();
-    int row = 0;
-    for (const auto& fresh : change.fresh) { // they follow one by one
-        m_lines.insert(m_lines.end(), now.begin() + row, now.begin() + fresh.first);
-        row = fresh.last + 1;
-    }
-    m_lines.insert(m_lines.end(), now.begin() + row, now.end());
+    m_lines = RowPatch::known(change, m_next->lines);
     m_listing = m_next;
     forgetMade();
 }
 
 void LedgerTableModel::insert(const RowChange::Range& rows)
 {
-    const auto& now = m_listing->lines;
-    m_lines.insert(m_lines.begin() + rows.first, now.begin() + rows.first, now.begin() + rows.last + 1);
+    RowPatch::insert(rows, m_lines, m_listing->lines);
 }
 
 const LedgerRow& LedgerTableModel::row(int row) const

@@ -1,7 +1,8 @@
 #include "LedgerUI/Presentation/Records/RecordModel.h"
 
-#include <algorithm>
 #include <utility>
+
+#include "LedgerUI/Presentation/Table/RowPatch.h"
 
 void RecordModel::present(RecordRows rows)
 {
@@ -15,12 +16,7 @@ void RecordModel::present(RecordRows rows)
         m_shown.columns = std::move(rows.columns);
         endResetModel();
     }
-    std::vector<int> moved;
-    for (const auto& before : m_shown.rows) {
-        const auto now = std::ranges::find(m_next, before.id, &RecordRow::id);
-        moved.push_back(now == m_next.end() ? -1 : static_cast<int>(now - m_next.begin()));
-    }
-    follow(rowChange(std::move(moved), static_cast<int>(m_next.size())));
+    follow(rowChange(RowPatch::moved(m_shown.rows, m_next), static_cast<int>(m_next.size())));
     m_next.clear();
     if (!m_shown.rows.empty() && !m_shown.columns.empty())
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
@@ -28,24 +24,17 @@ void RecordModel::present(RecordRows rows)
 
 void RecordModel::drop(const RowChange::Range& rows)
 {
-    m_shown.rows.erase(m_shown.rows.begin() + rows.first, m_shown.rows.begin() + rows.last + 1);
+    RowPatch::drop(rows, m_shown.rows);
 }
 
 void RecordModel::adopt(const RowChange& change)
 {
-    std::vector<RecordRow> kept;
-    int row = 0;
-    for (const auto& fresh : change.fresh) { // they follow one by one
-        kept.insert(kept.end(), m_next.begin() + row, m_next.begin() + fresh.first);
-        row = fresh.last + 1;
-    }
-    kept.insert(kept.end(), m_next.begin() + row, m_next.end());
-    m_shown.rows = std::move(kept);
+    m_shown.rows = RowPatch::known(change, m_next);
 }
 
 void RecordModel::insert(const RowChange::Range& rows)
 {
-    m_shown.rows.insert(m_shown.rows.begin() + rows.first, m_next.begin() + rows.first, m_next.begin() + rows.last + 1);
+    RowPatch::insert(rows, m_shown.rows, m_next);
 }
 
 const RecordCell& RecordModel::cell(int row, int column) const
@@ -62,8 +51,7 @@ std::string_view RecordModel::idAt(int row) const
 
 int RecordModel::rowOf(std::string_view id) const
 {
-    const auto found = std::ranges::find(m_shown.rows, id, &RecordRow::id);
-    return found == m_shown.rows.end() ? -1 : static_cast<int>(found - m_shown.rows.begin());
+    return RowPatch::placeOf(id, m_shown.rows);
 }
 
 int RecordModel::rowCount(const QModelIndex& parent) const

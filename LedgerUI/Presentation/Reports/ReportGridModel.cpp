@@ -1,24 +1,16 @@
 #include "LedgerUI/Presentation/Reports/ReportGridModel.h"
 
-#include <algorithm>
-#include <unordered_map>
 #include <utility>
+
+#include "LedgerUI/Presentation/Table/RowPatch.h"
 
 void ReportGridModel::present(ReportGrid grid)
 {
     if (grid == m_grid)
         return;
     m_next = std::move(grid);
-    std::unordered_map<std::string_view, int> places;
-    for (const auto& row : m_next.rows)
-        places.emplace(row.id, static_cast<int>(places.size()));
-    RowChange change{.kind = RowChange::Kind::replacement, .moved = {}};
-    for (const auto& row : m_grid.rows) {
-        const auto found = places.find(row.id);
-        change.moved.push_back(found == places.end() ? -1 : found->second);
-    }
     // Heads and figures change together with the rows, and reports are short: all is told as one change.
-    follow(change);
+    follow({.kind = RowChange::Kind::replacement, .moved = RowPatch::moved(m_grid.rows, m_next.rows)});
     m_next = {};
 }
 
@@ -46,8 +38,7 @@ const ReportGridCell* ReportGridModel::cell(const QModelIndex& index) const
 
 int ReportGridModel::rowOf(std::string_view id) const
 {
-    const auto found = std::ranges::find(m_grid.rows, id, &ReportGridRow::id);
-    return found == m_grid.rows.end() ? -1 : static_cast<int>(found - m_grid.rows.begin());
+    return RowPatch::placeOf(id, m_grid.rows);
 }
 
 int ReportGridModel::rowCount(const QModelIndex& parent) const

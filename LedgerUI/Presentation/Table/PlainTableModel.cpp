@@ -1,13 +1,12 @@
 #include "LedgerUI/Presentation/Table/PlainTableModel.h"
 
 #include <algorithm>
-#include <iterator>
-#include <unordered_map>
 #include <utility>
 
 #include <QStringList>
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerUI/Presentation/Table/RowPatch.h"
 
 void PlainTableModel::present(std::vector<PlainColumn> columns, std::vector<PlainRow> rows)
 {
@@ -24,17 +23,8 @@ void PlainTableModel::present(std::vector<PlainColumn> columns, std::vector<Plai
     }
     if (rows == m_rows)
         return;
-    std::unordered_map<std::string_view, int> places;
-    for (const auto& row : rows)
-        places.emplace(row.id, static_cast<int>(places.size()));
-    std::vector<int> moved;
-    std::ranges::transform(m_rows, std::back_inserter(moved), [&](const PlainRow& row) {
-        const auto found = places.find(row.id);
-        return found == places.end() ? -1 : found->second;
-    });
-    const auto change = rowChange(std::move(moved), static_cast<int>(rows.size()));
     m_next = std::move(rows);
-    follow(change);
+    follow(rowChange(RowPatch::moved(m_rows, m_next), static_cast<int>(m_next.size())));
     m_next.clear();
 }
 
@@ -58,8 +48,7 @@ std::string_view PlainTableModel::idAt(int row) const
 
 int PlainTableModel::rowOf(std::string_view id) const
 {
-    const auto found = std::ranges::find(m_rows, id, &PlainRow::id);
-    return found == m_rows.end() ? -1 : static_cast<int>(found - m_rows.begin());
+    return RowPatch::placeOf(id, m_rows);
 }
 
 int PlainTableModel::rowCount(const QModelIndex& parent) const
@@ -99,21 +88,15 @@ QVariant PlainTableModel::headerData(int section, Qt::Orientation orientation, i
 
 void PlainTableModel::drop(const RowChange::Range& rows)
 {
-    m_rows.erase(m_rows.begin() + rows.first, m_rows.begin() + rows.last + 1);
+    RowPatch::drop(rows, m_rows);
 }
 
 void PlainTableModel::adopt(const RowChange& change)
 {
-    m_rows.clear();
-    int row = 0;
-    for (const auto& fresh : change.fresh) { // they follow one by one
-        m_rows.insert(m_rows.end(), m_next.begin() + row, m_next.begin() + fresh.first);
-        row = fresh.last + 1;
-    }
-    m_rows.insert(m_rows.end(), m_next.begin() + row, m_next.end());
+    m_rows = RowPatch::known(change, m_next);
 }
 
 void PlainTableModel::insert(const RowChange::Range& rows)
 {
-    m_rows.insert(m_rows.begin() + rows.first, m_next.begin() + rows.first, m_next.begin() + rows.last + 1);
+    RowPatch::insert(rows, m_rows, m_next);
 }
