@@ -22,6 +22,8 @@ const WordTable& EntryProblem::words()
         {"refundLimit", "超过原收入尚可退款的金额：%1",
          "Melebihi jumlah yang masih dapat dikembalikan dari pemasukan ini: %1",
          "Vượt quá số tiền còn hoàn được của khoản thu này: %1", "More than this income can still refund: %1"},
+        {"limit.amount", "%1上限为 %2。", "%1 Batasnya %2.", "%1 Giới hạn là %2.", "%1 The limit is %2."},
+        {"limit.balance", "%1，上限为 %2。", "%1. Batasnya %2.", "%1. Giới hạn là %2.", "%1. The limit is %2."},
         {"openingExists", "该账户在此币种下已有生效的期初余额，请先查看原记录。",
          "Rekening ini sudah memiliki saldo awal aktif dalam mata uang ini. Periksa catatan aslinya.",
          "Tài khoản này đã có số dư đầu kỳ còn hiệu lực bằng loại tiền tệ này. Hãy xem bút toán gốc.",
@@ -134,8 +136,7 @@ std::string_view textAt(EntryField field, PostingReason reason, std::string_view
                                                      : EntryWords::text("targetReselect", locale);
     case EntryField::amount:
     case EntryField::targetAmount:
-        return reason == PostingReason::balanceLimit ? EntryWords::text("balanceLimit", locale)
-                                                     : words.text("unrecordable", locale);
+        return words.text("unrecordable", locale);
     case EntryField::category:
         return EntryCopy::words().text("categoryUnavailable", locale);
     case EntryField::original:
@@ -162,8 +163,25 @@ struct Message {
         return EntryProblem::words().filled("refundLimit", locale,
                                             {Money::format(limit.remaining, limit.currency, locale)});
     }
+    std::string operator()(const RangeLimit& limit) const { return limit.message(locale); }
 };
 
+}
+
+std::string RangeLimit::message(std::string_view locale) const
+{
+    const auto limit = Money::format(Money::maximumMinor, currency, locale);
+    return of == Of::amount ? EntryProblem::words().filled("limit.amount", locale,
+                                                           {friendlyMessage(MoneyError::outOfRange, locale), limit})
+                            : EntryProblem::words().filled("limit.balance", locale,
+                                                           {EntryWords::text("balanceLimit", locale), limit});
+}
+
+EntryProblem EntryProblem::unread(EntryField field, MoneyError error, const std::string& currency)
+{
+    if (error == MoneyError::outOfRange)
+        return {field, RangeLimit{RangeLimit::Of::amount, currency}};
+    return {field, error};
 }
 
 std::string EntryProblem::message(std::string_view locale) const

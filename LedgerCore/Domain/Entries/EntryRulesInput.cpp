@@ -47,12 +47,12 @@ void add(Problems& problems, EntryProblem problem)
 }
 
 /// An amount that cannot be read has its own problem; one without a currency cannot be judged yet.
-void addUnread(Problems& problems, EntryField field, std::string_view text, std::string_view currency,
+void addUnread(Problems& problems, EntryField field, std::string_view text, const std::string& currency,
                std::string_view locale)
 {
     const auto minor = amountOf(text, currency, locale);
     if (!minor)
-        problems.push_back({field, minor.error()});
+        problems.push_back(EntryProblem::unread(field, minor.error(), currency));
 }
 
 bool awaitsCurrency(const EntryProblem& problem, const TransactionDraft& draft)
@@ -132,6 +132,8 @@ EntryProblem EntryRules::problem(const PostingRefusal& refusal, const Transactio
     using Error = EntryValidationError;
     const auto field = refusal.field;
     const bool isExchange = input.kind == EntryKind::exchange;
+    const auto currency =
+        field == EntryField::targetAmount ? input.targetCurrency.value_or(input.currency) : input.currency;
     switch (refusal.reason) {
     case PostingReason::missing:
         if (field == EntryField::account)
@@ -147,7 +149,9 @@ EntryProblem EntryRules::problem(const PostingRefusal& refusal, const Transactio
     case PostingReason::notPositive:
         return {field, Error{Error::PositiveAmount{}}};
     case PostingReason::tooLarge:
-        return {field, MoneyError::outOfRange};
+        return {field, RangeLimit{RangeLimit::Of::amount, currency}};
+    case PostingReason::balanceLimit:
+        return {field, RangeLimit{RangeLimit::Of::balance, currency}};
     case PostingReason::insufficientFunds:
         return {field, Error{Error::ReserveInsufficient{context.source->balance(input.currency), input.currency}}};
     case PostingReason::reserveUnknown:

@@ -267,7 +267,7 @@ EntryEditing EntryEdits::leftAmount(EntryEditing editing, EntryField amount, std
     if (minor)
         editing.problems.push_back({amount, EntryValidationError{EntryValidationError::PositiveAmount{}}});
     else
-        editing.problems.push_back({amount, minor.error()});
+        editing.problems.push_back(EntryProblem::unread(amount, minor.error(), currency));
     return editing;
 }
 

@@ -64,7 +64,7 @@ private:
     [[nodiscard]] QString resetNotice(bool wasReset, const std::string& currency) const;
     [[nodiscard]] QString another() const;
     [[nodiscard]] QString messageOf(const EntryProblem& problem) const;
-    [[nodiscard]] QString limitMessage(std::string_view key, const QString& text, const std::string& currency) const;
+    [[nodiscard]] QString warningOf(EntryBalanceMark mark, const std::string& currency) const;
 
     const EntrySubmission& m_submission;
     const EntryEditing& m_editing;
@@ -225,6 +225,7 @@ EntryEffect Description::effectOn(const EntryDestination& destination, std::int6
                        .change = {},
                        .after = {},
                        .afterMark = {},
+                       .warning = {},
                        .isSeen = destination.seen != nullptr};
     const auto amount = amountOf(m_content.sent.amount, m_draft.currency);
     if (amount)
@@ -236,6 +237,7 @@ EntryEffect Description::effectOn(const EntryDestination& destination, std::int6
     if (const auto after = amount ? Money::add(before, sign * *amount) : std::nullopt) {
         effect.after = EntryChoices::money(*after, m_draft.currency, m_locale);
         effect.afterMark = markOf(*after);
+        effect.warning = warningOf(effect.afterMark, m_draft.currency);
     }
     return effect;
 }
@@ -278,10 +280,8 @@ QString Description::another() const
     return left == 0 ? QString{} : wordIn(m_locale, entryFormWords(), "saveAndNext", {groupedNumber(left, m_locale)});
 }
 
-/// A limit is named wherever it is what stands in the way.
 QString Description::messageOf(const EntryProblem& problem) const
 {
-    const auto text = qString(problem.message(m_locale));
     const auto& currency = problem.field == EntryField::targetAmount ? m_draft.targetCurrency : m_draft.currency;
     const auto* const error = std::get_if<MoneyError>(&problem.reason);
     const auto& typed = problem.field == EntryField::targetAmount ? m_draft.targetAmount : m_draft.amount;
@@ -290,18 +290,7 @@ QString Description::messageOf(const EntryProblem& problem) const
         return EntryLabels::refusedExpression(result ? AmountExpression::Error::unreadable : result.error(), currency,
                                               m_locale);
     }
-    if (error && *error == MoneyError::outOfRange)
-        return limitMessage("limit.amount", text, currency);
-    const auto* const refusal = std::get_if<PostingReason>(&problem.reason);
-    if (refusal && *refusal == PostingReason::balanceLimit)
-        return limitMessage("limit.balance", text, currency);
-    return text;
-}
-
-QString Description::limitMessage(std::string_view key, const QString& text, const std::string& currency) const
-{
-    return wordIn(m_locale, entryFormWords(), key,
-                  {text.toStdString(), Money::format(Money::maximumMinor, currency, m_locale)});
+    return qString(problem.message(m_locale));
 }
 
 void Description::describeDay()
@@ -345,11 +334,22 @@ void Description::describeBalance(EntryMoneyContent& shown, const Account* accou
     if (!after)
         return;
     shown.balanceMark = markOf(*after);
-    if (shown.balanceMark == EntryBalanceMark::negative)
-        shown.balanceLabel = wordIn(m_locale, entryFormWords(), "afterSaving.negative");
-    else if (shown.balanceMark == EntryBalanceMark::beyondLimit)
-        shown.balanceLabel =
-            limitMessage("limit.balance", wordIn(m_locale, EntryWords::words(), "balanceLimit"), shown.currency);
+    if (shown.balanceMark != EntryBalanceMark::none)
+        shown.balanceLabel = warningOf(shown.balanceMark, shown.currency);
+}
+
+/// What is said of a balance that cannot or should not be.
+QString Description::warningOf(EntryBalanceMark mark, const std::string& currency) const
+{
+    switch (mark) {
+    case EntryBalanceMark::none:
+        return {};
+    case EntryBalanceMark::negative:
+        return wordIn(m_locale, entryFormWords(), "afterSaving.negative");
+    case EntryBalanceMark::beyondLimit:
+        break;
+    }
+    return qString(RangeLimit{RangeLimit::Of::balance, currency}.message(m_locale));
 }
 
 std::optional<std::int64_t> Description::amountOf(const QString& text, const std::string& currency) const

@@ -55,6 +55,7 @@ struct EntryEffect {
     QString change; // empty while no amount can be read
     QString after;
     EntryBalanceMark afterMark = EntryBalanceMark::none;
+    QString warning; // what that means, in words
     bool isSeen = true;
 };
 

@@ -66,8 +66,6 @@ const WordTable& entryFormWords()
         {"day.later", "下个月", "Bulan berikutnya", "Tháng sau", "Next month"},
         {"afterSaving.negative", "保存后余额为负", "Saldo menjadi negatif setelah disimpan", "Số dư sau khi lưu sẽ âm",
          "Balance after saving is negative"},
-        {"limit.amount", "%1上限为 %2。", "%1 Batasnya %2.", "%1 Giới hạn là %2.", "%1 The limit is %2."},
-        {"limit.balance", "%1，上限为 %2。", "%1. Batasnya %2.", "%1. Giới hạn là %2.", "%1. The limit is %2."},
         {"paste.negative", "剪贴板中的金额是负数，未粘贴。请输入大于零的金额，收支方向由记录类型决定。",
          "Jumlah di papan klip negatif, jadi tidak ditempel. Masukkan jumlah di atas nol; jenis catatan menentukan "
          "arahnya.",

@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerCore/Domain/Entries/EntryProblem.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
@@ -70,9 +71,7 @@ QString EntryLabels::refusedExpression(AmountExpression::Error error, std::strin
     case dividesByZero:
         return wordIn(locale, entryFormWords(), "expression.dividesByZero");
     case outOfRange:
-        return wordIn(
-            locale, entryFormWords(), "limit.amount",
-            {friendlyMessage(MoneyError::outOfRange, locale), Money::format(Money::maximumMinor, currency, locale)});
+        return qString(RangeLimit{RangeLimit::Of::amount, std::string{currency}}.message(locale));
     case unsupportedCurrency:
         return qString(friendlyMessage(MoneyError::unsupportedCurrency, locale));
     case unreadable:

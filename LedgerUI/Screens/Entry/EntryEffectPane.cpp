@@ -97,11 +97,10 @@ QWidget* EntryEffectPane::effectCard(const EntryEffect& effect)
     addLine(*layout, effect.changeLabel, orNone(effect.change));
     layout->addWidget(new Line(Qt::Horizontal, frame));
     addLine(*layout, word(entryFormWords(), "effect.after"), orNone(effect.after), true, effect.afterMark);
-    if (effect.afterMark != EntryBalanceMark::none) {
+    if (!effect.warning.isEmpty()) {
         auto* warning = new TextLabel(TypeStep::small, balanceTone(effect.afterMark), frame);
         warning->setWordWrap(true);
-        warning->setText(effect.afterMark == EntryBalanceMark::negative ? word(entryFormWords(), "afterSaving.negative")
-                                                                        : word(EntryWords::words(), "balanceLimit"));
+        warning->setText(effect.warning);
         layout->addWidget(warning);
     }
     layout->addStretch(1); // the card beside it may be higher

@@ -132,7 +132,7 @@ constexpr auto needsAccount = "Select a fund account and currency.";
 constexpr auto needsCategory = "Select a purpose category";
 constexpr auto needsTarget =
     "Select a valid destination account again. Another account will not be selected automatically.";
-constexpr auto overLimit = "The balance would exceed the supported range";
+constexpr auto overLimit = "The balance would exceed the supported range. The limit is USD 90,000,000,000.00.";
 
 }
 
@@ -167,9 +167,10 @@ INSTANTIATE_TEST_SUITE_P(
         ProblemCase{"TooPrecise",
                     amount(expense(), "1.234"),
                     {{EntryField::amount, "The amount has more decimal places than this currency supports."}}},
-        ProblemCase{"PastTheLargestAmount",
-                    amount(expense(), "90,000,000,000.01"),
-                    {{EntryField::amount, "The amount exceeds the supported range."}}},
+        ProblemCase{
+            "PastTheLargestAmount",
+            amount(expense(), "90,000,000,000.01"),
+            {{EntryField::amount, "The amount exceeds the supported range. The limit is USD 90,000,000,000.00."}}},
         ProblemCase{"BalancePastTheLimit", amount(income(), "90,000,000,000"), {{EntryField::amount, overLimit}}},
         ProblemCase{"CurrencyNotHeld",
                     with(expense(), [](auto& each) { each.currency = "EUR"; }),

@@ -68,11 +68,12 @@ TEST(ImportDryRun, CarriesTheBalancesFromRowToRow)
                       "2026-01-07,Expense,float,USD,1,Rent,,,,\n"),
               (Lines{"3 insufficientFunds: Insufficient petty cash. Available balance in this currency: USD 0.00",
                      "6 insufficientFunds: Insufficient petty cash. Available balance in this currency: USD 0.00"}));
-    EXPECT_EQ(refused("2026-01-05,Income,bank,JPY,9000000000000,Sales,,,,\n"
-                      "2026-01-05,Exchange,bank,USD,1,,,bank,JPY,1\n"
-                      "2026-01-05,Expense,bank,JPY,1,Rent,,,,\n"
-                      "2026-01-05,Exchange,bank,USD,1,,,bank,JPY,1\n"),
-              (Lines{"3 balanceLimit: The balance would exceed the supported range"}));
+    EXPECT_EQ(
+        refused("2026-01-05,Income,bank,JPY,9000000000000,Sales,,,,\n"
+                "2026-01-05,Exchange,bank,USD,1,,,bank,JPY,1\n"
+                "2026-01-05,Expense,bank,JPY,1,Rent,,,,\n"
+                "2026-01-05,Exchange,bank,USD,1,,,bank,JPY,1\n"),
+        (Lines{"3 balanceLimit: The balance would exceed the supported range. The limit is JPY 9,000,000,000,000."}));
 }
 
 TEST(ImportDryRun, CountsWhatARowMovesOnceItIsMended)
