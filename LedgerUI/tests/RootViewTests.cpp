@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include <QCoro/QCoroTask>
 #include <QLineEdit>
 #include <gtest/gtest.h>
 
@@ -103,6 +104,22 @@ TEST_F(Root, KeepsAMessageThatAClosingFormWouldTakeAway)
     waitUntil([this] { return openAlerts() == 1; });
     screen.press("messageClose");
     EXPECT_FALSE(under.store.errorMessage());
+}
+
+/// What waits for the store goes on as soon as it is free, before an alert can open.
+TEST_F(Root, ShowsAMessageThatTheNextOperationClearsBeforeAnybodyCouldReadIt)
+{
+    under.signIn(SnapshotBuilder{});
+    QObject::connect(&under.store, &LedgerStore::errorMessageChanged, &under.window, [this] {
+        if (!under.store.errorMessage())
+            return;
+        under.server.replace("GET v1/snapshot", ServerReply::parked());
+        QCoro::connect(under.store.refresh(true), &under.window, [](const Result<void>&) {});
+    });
+    failToRefresh();
+    EXPECT_FALSE(under.store.errorMessage());
+    ASSERT_EQ(openAlerts(), 1U);
+    EXPECT_NE(screen.read("messageText"), "");
 }
 
 TEST_F(Root, RefreshesOnReturnOnlyWhileSignedInAndIdle)

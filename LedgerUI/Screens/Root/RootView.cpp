@@ -98,26 +98,24 @@ void RootView::presentMessage()
 {
     const auto& error = m_store.errorMessage();
     const auto& message = error ? error : m_store.noticeMessage();
-    if (!message)
+    if (!message) {
+        // A form that says by itself what failed dismisses the message as soon as it hears of it. An operation that
+        // begins clears it as well, but nobody has read it then.
+        if (!m_alert && !m_store.isBusy())
+            m_message.text.clear();
         return;
+    }
     m_message = {.kind = error ? MessageDialog::Kind::error : MessageDialog::Kind::info, .text = qString(*message)};
     if (m_alert) {
         m_alert->setText(m_message.kind, m_message.text);
         return;
     }
-    // A form that says by itself what failed withdraws the message as soon as it hears of it.
-    QMetaObject::invokeMethod(
-        this,
-        [this] {
-            if (m_store.errorMessage() || m_store.noticeMessage())
-                openAlert();
-        },
-        Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, &RootView::openAlert, Qt::QueuedConnection);
 }
 
 void RootView::openAlert()
 {
-    if (m_alert)
+    if (m_alert || m_message.text.isEmpty())
         return;
     auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     m_alert = new MessageDialog(m_message.kind, m_message.text, modal ? modal : window());
@@ -140,6 +138,7 @@ void RootView::alertClosed()
 {
     m_alert->deleteLater();
     m_alert = nullptr;
+    m_message.text.clear();
     m_store.dismissMessages();
 }
 
