@@ -34,6 +34,9 @@ public:
     /// The reply is a record, and the books stay as they are.
     template <class Record>
     QCoro::Task<Result<Record>> ask(APIRequest request, Publishing publishing);
+    /// The same beside the operations, as a quiet reload goes: it gives way to one that runs or begins.
+    template <class Record>
+    QCoro::Task<Result<Record>> askQuietly(APIRequest request);
 
     /// What is made, on a worker, of the books as the service has them now.
     template <class Value>
@@ -50,6 +53,7 @@ protected:
     template <class Record>
     static Reader readerOf(std::shared_ptr<Record> record);
     virtual QCoro::Task<Result<void>> askAndRead(APIRequest request, Publishing publishing, Reader read) = 0;
+    virtual QCoro::Task<Result<void>> askAndReadQuietly(APIRequest request, Reader read) = 0;
 };
 
 template <class Record>
@@ -68,6 +72,17 @@ QCoro::Task<Result<Record>> OperationRunner::ask(APIRequest request, Publishing 
 {
     const auto record = std::make_shared<Record>();
     auto asking = askAndRead(std::move(request), publishing, readerOf(record));
+    const auto asked = co_await asking;
+    if (!asked)
+        co_return std::unexpected(asked.error());
+    co_return std::move(*record);
+}
+
+template <class Record>
+QCoro::Task<Result<Record>> OperationRunner::askQuietly(APIRequest request)
+{
+    const auto record = std::make_shared<Record>();
+    auto asking = askAndReadQuietly(std::move(request), readerOf(record));
     const auto asked = co_await asking;
     if (!asked)
         co_return std::unexpected(asked.error());

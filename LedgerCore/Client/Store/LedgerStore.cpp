@@ -24,8 +24,8 @@ LedgerStore::LedgerStore(std::string baseURL, Environment environment, QObject* 
       AccessOperations(static_cast<SessionRunner&>(*this)), AccountOperations(static_cast<OperationRunner&>(*this)),
       BookCommandOperations(static_cast<OperationRunner&>(*this)),
       CategoryOperations(static_cast<OperationRunner&>(*this)), ExportOperations(static_cast<OperationRunner&>(*this)),
-      MemberOperations(static_cast<OperationRunner&>(*this)), m_environment(environment),
-      m_connection(std::move(baseURL), environment.limits)
+      MemberOperations(static_cast<OperationRunner&>(*this)), TemplateOperations(static_cast<OperationRunner&>(*this)),
+      m_environment(environment), m_connection(std::move(baseURL), environment.limits)
 {
 }
 

@@ -19,6 +19,7 @@
 #include "LedgerCore/Client/Operations/ExportOperations.h"
 #include "LedgerCore/Client/Operations/MemberOperations.h"
 #include "LedgerCore/Client/Operations/SessionRunner.h"
+#include "LedgerCore/Client/Operations/TemplateOperations.h"
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Client/Session/SignedInRights.h"
 #include "LedgerCore/Client/Store/StoreProperties.h"
@@ -44,7 +45,8 @@ class LedgerStore final : public StoreProperties,
                           public BookCommandOperations,
                           public CategoryOperations,
                           public ExportOperations,
-                          public MemberOperations {
+                          public MemberOperations,
+                          public TemplateOperations {
     Q_OBJECT
 public:
     /// What the store reaches outside the process through. Shared with tests' fakes; must outlive the store.
@@ -98,6 +100,8 @@ public:
     void setServerURL(std::string address);
     /// Whether a command of the signed-in member was sent and is not answered.
     [[nodiscard]] bool awaitsChange() const { return m_snapshot && m_connection.awaitsChange(); }
+    /// Whether the service of the open company keeps templates of entries: one of our own kind, which tags snapshots.
+    [[nodiscard]] bool offersTemplates() const { return m_snapshot && !m_snapshotTag.empty(); }
     /// Clears `errorMessage` and `noticeMessage`.
     void dismissMessages();
     /// Gives up what a person waits for; it ends as `Cancelled`.
@@ -155,6 +159,7 @@ private:
     QCoro::Task<Result<void>> submit(APIRequest request, Publishing publishing) override;
     QCoro::Task<Result<void>> submitSection(SectionCommand command, Publishing publishing) override;
     QCoro::Task<Result<void>> askAndRead(APIRequest request, Publishing publishing, Reader read) override;
+    QCoro::Task<Result<void>> askAndReadQuietly(APIRequest request, Reader read) override;
     QCoro::Task<Result<void>> checkFreshBooks(Publishing publishing, FromBooks<void> check) override;
 
     // One at a time, with `isBusy`, the end of expired sessions and the message of a failure.

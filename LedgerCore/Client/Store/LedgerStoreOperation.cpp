@@ -99,6 +99,29 @@ QCoro::Task<Result<void>> LedgerStore::askAndRead(APIRequest request, Publishing
     });
 }
 
+QCoro::Task<Result<void>> LedgerStore::askAndReadQuietly(APIRequest request, Reader read)
+{
+    requireMainThread();
+    if (m_isBusy)
+        co_return std::unexpected(Cancelled{});
+    auto prepared = m_connection.authorized(std::move(request));
+    if (!prepared)
+        co_return std::unexpected(prepared.error());
+    prepared->errand = Errand::background;
+    const QPointer<LedgerStore> self = this;
+    auto fetching = fetchRecord(std::move(*prepared), std::move(read));
+    const auto fetched = co_await fetching;
+    if (!self)
+        co_return std::unexpected(Cancelled{});
+    if (fetched || !m_connection.token() || !endsSession(fetched.error()))
+        co_return fetched;
+    auto clearing = clearExpiredSession(fetched.error());
+    co_await clearing;
+    if (self)
+        publish(fetched.error());
+    co_return fetched;
+}
+
 QCoro::Task<Result<void>> LedgerStore::postAndRead(APIRequest request, Reader read)
 {
     return operation(Publishing::on, [this, request = std::move(request), read = std::move(read)] { //

@@ -88,6 +88,24 @@ const std::string invitations =
     R"("accountGrants":[],"createdAt":"2026-11-20T00:00:00.000Z","expiresAt":"2026-11-27T00:00:00.000Z",)"
     R"("status":"pending"}]})";
 
+TemplateCreate rent()
+{
+    TemplateCreate created;
+    created.name = "Rent";
+    created.shared = true;
+    created.entry.kind = "expense";
+    created.entry.sourceAccountID = "bank";
+    created.entry.currency = "USD";
+    created.entry.amountMinor = 900;
+    created.recurrence = {.unit = "month", .every = 1, .firstDay = "2026-11-30", .lastDay = {}};
+    created.idempotencyKey = "k4";
+    return created;
+}
+
+const std::string templates =
+    R"({"templates":[{"id":"t1","memberID":"m1","name":"Rent","shared":false,"entry":{"kind":"expense","note":"",)"
+    R"("sourceAccountID":"bank","currency":"USD"},"revision":1,"settled":[]}]})";
+
 const std::vector<Operation> operations{
     {"CreateAccount",
      [](Store& store) {
@@ -201,6 +219,25 @@ const std::vector<Operation> operations{
      "GET v1/audit?person=m2&kind=POST%20%2Fv1%2Ftransactions&below=41", "", R"({"records":[]})", Ending::record},
     {"RevokeInvitation", [](Store& store) { return outcomeOf(store.revokeInvitation("i1", true)); },
      "POST v1/invites/i1/revoke", "", invitations, Ending::record},
+    {"CreateTemplate", [](Store& store) { return outcomeOf(store.createTemplate(rent(), true)); }, "POST v1/templates",
+     R"({"name":"Rent","shared":true,"entry":{"kind":"expense","note":"","sourceAccountID":"bank","currency":"USD",)"
+     R"("amountMinor":900},"recurrence":{"unit":"month","every":1,"firstDay":"2026-11-30"},"idempotencyKey":"k4"})",
+     templates, Ending::record},
+    {"UpdateTemplate",
+     [](Store& store) {
+         const TemplateUpdate update{
+             .name = "Rent", .shared = false, .entry = rent().entry, .recurrence = {}, .expectedRevision = 2};
+         return outcomeOf(store.updateTemplate("t1", update, true));
+     },
+     "PATCH v1/templates/t1",
+     R"({"name":"Rent","shared":false,"entry":{"kind":"expense","note":"","sourceAccountID":"bank","currency":"USD",)"
+     R"("amountMinor":900},"expectedRevision":2})",
+     templates, Ending::record},
+    {"RemoveTemplate", [](Store& store) { return outcomeOf(store.removeTemplate("t1", true)); },
+     "POST v1/templates/t1/remove", "", templates, Ending::record},
+    {"SetTemplateDay",
+     [](Store& store) { return outcomeOf(store.setTemplateDay("t1", {.day = "2026-11-30", .skipped = true}, true)); },
+     "POST v1/templates/t1/days", R"({"day":"2026-11-30","skipped":true})", templates, Ending::record},
     {"UploadAttachment",
      [](Store& store) { return outcomeOf(store.uploadAttachment("a.pdf", "application/pdf", "%PDF")); },
      "POST v1/attachments", R"({"name":"a.pdf","mime":"application/pdf","dataBase64":"JVBERg=="})",
@@ -309,6 +346,51 @@ TEST(LedgerStoreCatalogue, GivesWhatTheServiceAnswered)
     EXPECT_EQ(pending->front().email, "r@x.id");
     EXPECT_TRUE(resultOf(test.store.createAnotherCompany("Teh", "q1")));
     EXPECT_EQ(test.store.pendingCompanyRegistration()->applicationID, "a1");
+}
+
+/// Signs in at a service that tags its snapshots, which those of our own kind do.
+void signInTagged(StoreUnderTest& test)
+{
+    test.server.replace("POST v1/auth/login", {.body = books.signInJson(), .headers = {"ETag: \"1\""}});
+    ASSERT_TRUE(resultOf(test.store.login("m1@example.com", "secret")));
+}
+
+TEST(LedgerStoreTemplates, AreOfferedByServicesThatTagTheirSnapshots)
+{
+    StoreUnderTest test;
+    EXPECT_FALSE(test.store.offersTemplates());
+    test.signIn(books);
+    EXPECT_FALSE(test.store.offersTemplates());
+    EXPECT_TRUE(resultOf(test.store.logout()));
+    signInTagged(test);
+    EXPECT_TRUE(test.store.offersTemplates());
+    EXPECT_TRUE(resultOf(test.store.logout()));
+    EXPECT_FALSE(test.store.offersTemplates());
+}
+
+TEST(LedgerStoreTemplates, AreLoadedBesideWhatAPersonDoes)
+{
+    StoreUnderTest test;
+    signInTagged(test);
+    test.server.replace("GET v1/templates", ServerReply::parked());
+    auto loading = test.store.loadTemplatesQuietly();
+    waitUntil([&] { return test.server.parkedCount() == 1; });
+    EXPECT_FALSE(test.store.isBusy());
+    test.server.replace("GET v1/me/companies", ServerReply::json(R"({"companies":[],"ownedCompanyCount":0})"));
+    EXPECT_TRUE(resultOf(test.store.listCompanies())) << "not refused as busy";
+    EXPECT_EQ(resultOf(std::move(loading)), failed(Cancelled{})) << "it gives way";
+
+    test.server.replace("GET v1/templates", ServerReply::json(templates));
+    const auto loaded = resultOf(test.store.loadTemplatesQuietly());
+    ASSERT_TRUE(loaded);
+    EXPECT_EQ(loaded->templates.front().name, "Rent");
+    test.server.replace("GET v1/templates", ServerReply::error(500, "internal_error"));
+    EXPECT_FALSE(resultOf(test.store.loadTemplatesQuietly()));
+    EXPECT_FALSE(test.store.errorMessage()) << "nobody has asked";
+    test.server.replace("GET v1/templates", ServerReply::error(401, "unauthorized"));
+    EXPECT_FALSE(resultOf(test.store.loadTemplatesQuietly()));
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_TRUE(test.store.errorMessage());
 }
 
 TEST(LedgerStoreCompanies, GoOnWithTheTokenOfTheCompanyThatWasEntered)
