@@ -18,6 +18,7 @@ std::span<const Story> stories()
         Story{"capital", "Owners' capital and dividends", tellOfCapital},
         Story{"looking-around", "Every page and tab", tellOfLookingAround},
         Story{"recording", "Recording an expense", tellOfRecording},
+        Story{"templates", "An entry that comes back", tellOfTemplates},
         Story{"receipts", "Receipts of an entry", tellOfReceipts},
         Story{"reversing", "Undoing an entry", tellOfReversing},
         Story{"languages", "Four languages, large and small, light and dark", tellOfLanguagesAndSizes},

@@ -51,6 +51,7 @@ void tellOfAccounts(Stage& stage);
 void tellOfCapital(Stage& stage);
 void tellOfLookingAround(Stage& stage);
 void tellOfRecording(Stage& stage);
+void tellOfTemplates(Stage& stage);
 void tellOfReceipts(Stage& stage);
 void tellOfReversing(Stage& stage);
 void tellOfLanguagesAndSizes(Stage& stage);

@@ -2,9 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <utility>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
@@ -16,6 +14,7 @@ using std::chrono::sys_days;
 using std::chrono::year_month_day;
 
 constexpr int lastYear = 9999;
+constexpr std::string_view lastOfCalendar = "9999-12-31";
 
 year_month_day dayOf(std::string_view text)
 {
@@ -74,23 +73,6 @@ bool isOver(const Recurrence& recurrence, std::string_view day)
     return recurrence.lastDay && day > *recurrence.lastDay;
 }
 
-/// At most so many days from `first` on; up to `last` when that is a day.
-std::vector<std::string> upTo(const Recurrence& recurrence, std::string_view first, std::string_view last,
-                              std::size_t most)
-{
-    const auto begin = dayOf(recurrence.firstDay);
-    const auto step = stepOf(recurrence);
-    std::vector<std::string> days;
-    for (auto count = stepsBefore(begin, step, dayOf(first)); days.size() < most; ++count) {
-        auto day = after(begin, step, count);
-        if (!day || isOver(recurrence, *day) || (!last.empty() && *day > last))
-            break;
-        if (*day >= first)
-            days.push_back(*std::move(day));
-    }
-    return days;
-}
-
 }
 
 bool RecurrenceDays::isSound(const Recurrence& recurrence)
@@ -110,12 +92,22 @@ bool RecurrenceDays::occursOn(const Recurrence& recurrence, std::string_view day
 
 std::optional<std::string> RecurrenceDays::onOrAfter(const Recurrence& recurrence, std::string_view day)
 {
-    auto days = upTo(recurrence, day, {}, 1);
+    auto days = between(recurrence, day, lastOfCalendar, 1);
     return days.empty() ? std::nullopt : std::optional{std::move(days.front())};
 }
 
 std::vector<std::string> RecurrenceDays::between(const Recurrence& recurrence, std::string_view first,
-                                                 std::string_view last)
+                                                 std::string_view last, std::size_t most)
 {
-    return upTo(recurrence, first, last, std::numeric_limits<std::size_t>::max());
+    const auto begin = dayOf(recurrence.firstDay);
+    const auto step = stepOf(recurrence);
+    std::vector<std::string> days;
+    for (auto count = stepsBefore(begin, step, dayOf(first)); days.size() < most; ++count) {
+        auto day = after(begin, step, count);
+        if (!day || isOver(recurrence, *day) || *day > last)
+            break;
+        if (*day >= first)
+            days.push_back(*std::move(day));
+    }
+    return days;
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -33,7 +35,8 @@ bool occursOn(const Recurrence& recurrence, std::string_view day);
 /// The first of its days that is not before `day`; nothing when there is none any more.
 std::optional<std::string> onOrAfter(const Recurrence& recurrence, std::string_view day);
 
-/// Its days from `first` to `last`, both included.
-std::vector<std::string> between(const Recurrence& recurrence, std::string_view first, std::string_view last);
+/// Its days from `first` to `last`, both included, and of many only the first ones.
+std::vector<std::string> between(const Recurrence& recurrence, std::string_view first, std::string_view last,
+                                 std::size_t most = std::numeric_limits<std::size_t>::max());
 
 }

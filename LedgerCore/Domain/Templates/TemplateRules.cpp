@@ -42,12 +42,17 @@ bool sees(const Member& member, const std::optional<std::string>& id)
 
 }
 
+bool TemplateRules::takesKind(std::string_view kind)
+{
+    return std::ranges::find(kinds, kind) != kinds.end();
+}
+
 std::optional<TemplateRules::Refusal> TemplateRules::whyNotShaped(std::string_view name, const TemplateEntry& entry,
                                                                   const std::optional<Recurrence>& recurrence)
 {
     if (!Naming::isName(name))
         return Refusal::nameUnsound;
-    if (std::ranges::find(kinds, entry.kind) == kinds.end())
+    if (!takesKind(entry.kind))
         return Refusal::kindRefused;
     if (recurrence && !RecurrenceDays::isSound(*recurrence))
         return Refusal::recurrenceUnsound;

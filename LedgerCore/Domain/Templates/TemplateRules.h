@@ -26,6 +26,9 @@ enum class Refusal {
 
 inline constexpr std::size_t mostOfMember = 200;
 
+/// Whether entries of this kind recur.
+bool takesKind(std::string_view kind);
+
 /// What is wrong with the template itself, whoever keeps it, or nothing.
 std::optional<Refusal> whyNotShaped(std::string_view name, const TemplateEntry& entry,
                                     const std::optional<Recurrence>& recurrence);

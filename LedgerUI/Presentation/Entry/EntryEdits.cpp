@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
@@ -164,7 +165,8 @@ EntryEditing EntryEdits::opened(const EntryForm::Opening& opening, const LedgerS
     if (opening.prefilled)
         editing.draft = *opening.prefilled;
     editing.draft.kind = opening.kind;
-    editing.draft.idempotencyKey = std::move(idempotencyKey);
+    if (!TemplateOccurrence::ofKey(editing.draft.idempotencyKey))
+        editing.draft.idempotencyKey = std::move(idempotencyKey);
     if (opening.prefilled)
         return refreshed(std::move(editing), snapshot);
     findOpenings(editing, snapshot);

@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 
 namespace {
 
@@ -55,7 +56,9 @@ EntryForm::command(const EntrySubmission& submission, const VisibleBooks& books,
     if (draft.date.empty())
         draft.date = today;
     auto input = EntryRules::input(draft, books, today, locale);
-    if (input && submission.command() && *input != *submission.command())
+    // The key of a due day stays with it whatever changes: it is what keeps the day from a second entry.
+    const bool isOfDueDay = TemplateOccurrence::ofKey(draft.idempotencyKey).has_value();
+    if (input && !isOfDueDay && submission.command() && *input != *submission.command())
         input->idempotencyKey = freshKey;
     return input;
 }

@@ -219,3 +219,18 @@ std::vector<AttentionItem> ReportAttention::expiring(const std::vector<PendingIn
         add(countedIn(locale, reportWords(), "invitations.over", over));
     return items;
 }
+
+std::vector<AttentionItem> ReportAttention::due(const std::vector<TemplateProposal>& proposals, std::string_view locale)
+{
+    constexpr std::size_t few = 2;
+    if (proposals.size() > few)
+        return {{.kind = AttentionItem::Kind::entriesDue,
+                 .text = countedIn(locale, reportWords(), "due", proposals.size())}};
+    std::vector<AttentionItem> items;
+    for (const auto& [occurrence, name] : proposals)
+        items.push_back({.kind = AttentionItem::Kind::entryDue,
+                         .text = wordIn(locale, reportWords(), "dueItem",
+                                        {name, DayText::shortDate(occurrence.day, locale).toStdString()}),
+                         .occurrence = occurrence});
+    return items;
+}

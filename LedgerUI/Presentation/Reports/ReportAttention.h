@@ -13,10 +13,13 @@
 #include "LedgerCore/Domain/Calendar/Period.h"
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Templates/TemplateProposals.h"
 
 /// Something that wants a hand, with what one would open to lend it.
 struct AttentionItem {
     enum class Kind {
+        entryDue,            // opens the form of the template's due day
+        entriesDue,          // opens the templates
         entryUnconfirmed,    // opens the form of the entry that is kept
         requestsUnconfirmed, // opens the list of all requests that are kept
         receiptsMissing,     // opens the ledger, filtered
@@ -34,6 +37,7 @@ struct AttentionItem {
     QString text;
     std::string accountID = {}; // where the kind is about one
     std::string currency = {};
+    TemplateOccurrence occurrence = {}; // where the kind is about one
 
     bool operator==(const AttentionItem&) const = default;
 };
@@ -55,6 +59,9 @@ std::vector<AttentionItem> unconfirmed(const KeptRequests& kept, std::string_vie
 /// A row for the invitations that cannot be accepted much longer, or no more.
 std::vector<AttentionItem> expiring(const std::vector<PendingInvitation>& invitations, std::string_view today,
                                     std::string_view locale);
+
+/// Rows for the recurring entries that wait: one each while they are few, else one that counts them.
+std::vector<AttentionItem> due(const std::vector<TemplateProposal>& proposals, std::string_view locale);
 
 /// The entries of the period that should have a receipt and have none: income, expenses and refunds that stand.
 std::size_t entriesWithoutReceipt(const LedgerSnapshot& snapshot, const Period& period);

@@ -38,6 +38,7 @@
 #include "LedgerUI/Presentation/Requests/RequestWords.h"
 #include "LedgerUI/Presentation/Settings/SettingsWords.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/FileWords.h"
@@ -81,6 +82,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"roleWords", &roleWords()},
         {"serviceMessages", &serviceMessages()},
         {"settingsWords", &settingsWords()},
+        {"templateWords", &templateWords()},
         {"signInWords", &signInWords()},
         {"spokenMoney", &spokenMoney()},
         {"storeMessages", &storeMessages()},

@@ -4,17 +4,23 @@
 #include <array>
 
 #include <QCoro/QCoroTask>
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QShortcut>
+#include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryForm.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Templates/TemplateDrafts.h"
+#include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Screens/Categories/CategoryDialog.h"
@@ -23,6 +29,7 @@
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 #include "LedgerUI/Screens/Receipts/ReceiptInput.h"
 #include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
+#include "LedgerUI/Theme/Space.h"
 
 namespace {
 
@@ -51,7 +58,7 @@ TransactionForm::TransactionForm(LedgerStore& store, EntrySubmission submission,
     setObjectName(QStringLiteral("transactionForm"));
     m_body = new EntryFormBody;
     m_day = new EntryDayField;
-    setBody(m_body, formWidth);
+    buildBody();
     bindReceipts();
     setFootPart(m_day);
     m_another = new QPushButton(this);
@@ -62,6 +69,37 @@ TransactionForm::TransactionForm(LedgerStore& store, EntrySubmission submission,
     cancelButton().setObjectName(QStringLiteral("entryCancel"));
     bind();
     offer();
+    present();
+}
+
+void TransactionForm::buildBody()
+{
+    auto* whole = new QWidget;
+    m_templateRow = new QWidget(whole);
+    m_template = new QPushButton(m_templateRow);
+    m_template->setObjectName(QStringLiteral("entryKeepTemplate"));
+    m_template->setProperty("kind", QStringLiteral("link"));
+    m_template->setAutoDefault(false);
+    auto* foot = new QHBoxLayout(m_templateRow);
+    foot->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::step2);
+    foot->addWidget(m_template);
+    foot->addStretch(1);
+    m_templateRow->hide();
+    auto* rows = new QVBoxLayout(whole);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(m_body, 1);
+    rows->addWidget(m_templateRow);
+    setBody(whole, formWidth);
+}
+
+void TransactionForm::offerTemplate()
+{
+    m_offersTemplate = true;
+    connect(m_template, &QPushButton::clicked, this, [this] {
+        m_body->settleAmounts();
+        Q_EMIT templateWanted(m_submission.form().draft);
+    });
     present();
 }
 
@@ -214,6 +252,9 @@ void TransactionForm::present()
     const auto& draft = m_submission.form().draft;
     m_another->setText(shown.another);
     m_another->setVisible(!shown.another.isEmpty());
+    m_template->setText(word(templateWords(), "keep"));
+    m_templateRow->setVisible(m_offersTemplate && TemplateDrafts::recurs(draft.kind));
+    m_template->setEnabled(m_submission.isEditing() && TemplateDrafts::entryOf(draft, locale()).has_value());
     m_receipts->setLocked(!m_submission.isEditing());
     setWindowTitle(shown.title);
     m_body->present(shown, draft.originalIncomeID);
@@ -235,6 +276,10 @@ bool TransactionForm::hasChanges() const
 /// What the banner says beside what the sending itself has to say.
 CommandForm::Note TransactionForm::noteOn(const EntryFormContent& shown) const
 {
+    const auto* const refused = m_submission.refusal() ? std::get_if<APIError>(&*m_submission.refusal()) : nullptr;
+    if (refused && refused->code == ServiceCode::idempotencyConflict &&
+        TemplateOccurrence::ofKey(m_submission.command()->idempotencyKey))
+        return {.text = word(templateWords(), "recorded")};
     if (m_savesOnceUploaded && m_submission.isEditing())
         return {.text = word(receiptWords(), "wait")};
     if (shown.receiptsMessage.isEmpty() && m_hasGoneOn && m_submission.isEditing() && !hasChanges())

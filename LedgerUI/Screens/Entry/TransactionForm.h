@@ -23,11 +23,15 @@ public:
 
     /// Whether entries of this kind can be recorded here; reversals, capital and dividends have their own places.
     static bool supports(std::string_view kind);
+    /// Offers to keep what stands in the form as a template; whoever opens the form answers `templateWanted`.
+    void offerTemplate();
 
 Q_SIGNALS:
     /// The entry is recorded and the form about to close. `entryID` is its id in the store's snapshot, empty when the
     /// ledger could not be reloaded.
     void recorded(const QString& entryID);
+    /// What stands in the form is to be kept as a template.
+    void templateWanted(const TransactionDraft& draft);
     /// Receipts that could not be uploaded, of an entry that is recorded now.
     void receiptsLeft(const QString& entryID, std::size_t uploaded, const std::vector<ReceiptUpload>& failed);
 
@@ -38,6 +42,7 @@ private:
     [[nodiscard]] QWidget& firstField() const override;
 
     TransactionForm(LedgerStore& store, EntrySubmission submission, QWidget* parent);
+    void buildBody();
     void bind();
     void bindReceipts();
     void adoptReceipts();
@@ -68,6 +73,9 @@ private:
     ReceiptUploads* m_uploads = nullptr;
     ReceiptsPane* m_receipts = nullptr;
     QPushButton* m_another = nullptr;
+    QPushButton* m_template = nullptr;
+    QWidget* m_templateRow = nullptr;
+    bool m_offersTemplate = false;
     bool m_goesOn = false;            // what is being saved is followed by another entry
     bool m_hasGoneOn = false;         // at least once
     bool m_savesOnceUploaded = false; // the person has pressed Save while receipts were on their way

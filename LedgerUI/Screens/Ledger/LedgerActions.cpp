@@ -12,11 +12,13 @@
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
+#include "LedgerUI/Screens/Templates/EntryTemplates.h"
 
 namespace {
 
@@ -84,7 +86,8 @@ QString idOf(std::string_view kind)
 }
 
 std::vector<Action> LedgerActions::recording(LedgerStore& store,
-                                             const std::function<void(const EntryForm::Opening& opening)>& record)
+                                             const std::function<void(const EntryForm::Opening& opening)>& record,
+                                             const std::function<void()>& showTemplates)
 {
     const auto snapshot = store.snapshot();
     const bool mayRecord = snapshot && snapshot->currentMember.canRecord();
@@ -120,6 +123,11 @@ std::vector<Action> LedgerActions::recording(LedgerStore& store,
                            if (auto begun = EntryDrafts::of(store).kept(InterfaceLanguage::tag()))
                                record({.kind = begun->kind, .accountID = {}, .prefilled = std::move(begun)});
                        }});
+    actions.push_back({.id = idOf("templates"),
+                       .text = word(templateWords(), "menu"),
+                       .glyph = QStringLiteral("arrow-repeat"),
+                       .isOffered = mayRecord && EntryTemplates::of(store).areOffered(),
+                       .run = showTemplates});
     return actions;
 }
 
@@ -131,7 +139,7 @@ QList<QString> LedgerActions::recordingMenu()
             ids << QString{};
         ids << idOf(each.kind);
     }
-    return ids << QString{} << idOf("draft");
+    return ids << QString{} << idOf("draft") << idOf("templates");
 }
 
 std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
@@ -168,6 +176,12 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
          .whyNot = busy,
          .isOffered = isOne && mayRepeat(chosen.book->transaction(at), chosen.book->snapshot()),
          .run = [duplicate = chosen.duplicate, id] { duplicate(id); }},
+        {.id = QStringLiteral("keepTemplate"),
+         .text = word(templateWords(), "keep"),
+         .glyph = QStringLiteral("arrow-repeat"),
+         .whyNot = busy,
+         .isOffered = isOne && chosen.keepTemplate && mayRepeat(chosen.book->transaction(at), chosen.book->snapshot()),
+         .run = [keep = chosen.keepTemplate, id] { keep(id); }},
         {.id = QStringLiteral("refund"),
          .text = word(ledgerWords(), "action.refund"),
          .glyph = entryKindGlyph(EntryKind::refund),
@@ -192,11 +206,17 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
 
 QList<QString> LedgerActions::entryMenu()
 {
-    return {QStringLiteral("open"),           QStringLiteral("reverse"),
-            QStringLiteral("reverseSeveral"), QStringLiteral("duplicate"),
-            QStringLiteral("refund"),         QStringLiteral("share"),
-            QStringLiteral("onlyAccount"),    {},
-            QStringLiteral("copy"),           {}};
+    return {QStringLiteral("open"),
+            QStringLiteral("reverse"),
+            QStringLiteral("reverseSeveral"),
+            QStringLiteral("duplicate"),
+            QStringLiteral("keepTemplate"),
+            QStringLiteral("refund"),
+            QStringLiteral("share"),
+            QStringLiteral("onlyAccount"),
+            {},
+            QStringLiteral("copy"),
+            {}};
 }
 
 std::vector<Action> LedgerActions::sorting(const Order& now)

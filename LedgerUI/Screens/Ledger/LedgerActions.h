@@ -21,7 +21,9 @@ namespace LedgerActions {
 /// "newEntry", which records the first kind that the member may record, and one action for each kind:
 /// "newEntry.expense" and so on; and "newEntry.draft", which opens the form on the entry that was begun last, while
 /// there is one. Not offered to members who may not record at all.
-std::vector<Action> recording(LedgerStore& store, const std::function<void(const EntryForm::Opening& opening)>& record);
+/// "newEntry.templates" opens the templates by `showTemplates`, where the service keeps them.
+std::vector<Action> recording(LedgerStore& store, const std::function<void(const EntryForm::Opening& opening)>& record,
+                              const std::function<void()>& showTemplates);
 QList<QString> recordingMenu();
 
 /// The entries that are chosen, and what does the things that can be done with them.
@@ -35,6 +37,7 @@ struct Chosen {
     std::function<void(const std::string& entryID)> reverse;
     std::function<void(std::vector<std::string> entryIDs)> reverseSeveral;
     std::function<void(const std::string& entryID)> duplicate;
+    std::function<void(const std::string& entryID)> keepTemplate; // empty where the service keeps none
     std::function<void(const LedgerRefund& refund)> refund;
     std::function<void(const std::string& entryID)> share;
     std::function<void(const std::string& accountID)> showOnly;

@@ -17,6 +17,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Templates/TemplateDrafts.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
 #include "LedgerUI/Screens/Entry/BatchReversalDialog.h"
@@ -26,6 +27,8 @@
 #include "LedgerUI/Screens/Exports/ReceiptShareDialog.h"
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 #include "LedgerUI/Screens/Receipts/ReceiptPreviewDialog.h"
+#include "LedgerUI/Screens/Templates/TemplateFormDialog.h"
+#include "LedgerUI/Screens/Templates/TemplatesDialog.h"
 
 namespace {
 
@@ -56,6 +59,7 @@ void LedgerDialogs::offerKeptEntry()
 
 void LedgerDialogs::open(TransactionForm* form)
 {
+    TemplateFormDialog::offerIn(*form, m_store);
     connect(form, &TransactionForm::recorded, this, [this](const QString& id) {
         Q_EMIT recorded(id);
         Q_EMIT done(word(ledgerWords(), "done.recorded"));
@@ -76,6 +80,24 @@ void LedgerDialogs::duplicate(const std::string& entryID)
     auto draft = EntryEdits::correctionOf(*entry, InterfaceLanguage::tag());
     draft.date.clear();
     record({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
+}
+
+void LedgerDialogs::keepTemplate(const std::string& entryID)
+{
+    const auto snapshot = m_store.snapshot();
+    const auto* entry = entryOf(snapshot, entryID);
+    if (!entry)
+        return;
+    const auto& locale = InterfaceLanguage::tag();
+    if (const auto kept = TemplateDrafts::entryOf(EntryEdits::correctionOf(*entry, locale), locale))
+        TemplateFormDialog::openOn(m_store, *kept, entry->date, m_page.window());
+}
+
+void LedgerDialogs::showTemplates()
+{
+    (new TemplatesDialog(
+         m_store, [this](const EntryForm::Opening& opening) { record(opening); }, m_page.window()))
+        ->open();
 }
 
 void LedgerDialogs::refund(const LedgerRefund& refund)

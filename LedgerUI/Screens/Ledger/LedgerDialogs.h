@@ -26,6 +26,10 @@ public:
     void offerKeptEntry();
     /// The same entry once more, on the day of today.
     void duplicate(const std::string& entryID);
+    /// Keeps the entry as a template.
+    void keepTemplate(const std::string& entryID);
+    /// The templates, with what is due by them.
+    void showTemplates();
     void refund(const LedgerRefund& refund);
     void reverse(const std::string& entryID);
     /// Several, for one reason.

@@ -1,14 +1,17 @@
 #include "LedgerUI/Screens/Ledger/LedgerMessages.h"
 
+#include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Page/Banner.h"
+#include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
+#include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -19,6 +22,7 @@ LedgerMessages::LedgerMessages(QWidget* parent) : QWidget{parent}
     m_hint->setContentsMargins(Space::pageMargin, Space::step1, Space::pageMargin, Space::step1);
     m_hint->setWordWrap(true);
     m_hint->hide();
+    buildDue();
     m_box = new QWidget(this);
     m_banner = new Banner(Banner::Kind::info, m_box);
     m_banner->setObjectName(QStringLiteral("recordedElsewhere"));
@@ -38,6 +42,7 @@ LedgerMessages::LedgerMessages(QWidget* parent) : QWidget{parent}
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     rows->addWidget(m_hint);
+    rows->addWidget(m_dueRow);
     rows->addWidget(m_box);
     connect(m_show, &QPushButton::clicked, this, [this] {
         const auto id = QString::fromStdString(m_announced);
@@ -48,6 +53,33 @@ LedgerMessages::LedgerMessages(QWidget* parent) : QWidget{parent}
         withdraw();
         Q_EMIT left();
     });
+}
+
+void LedgerMessages::buildDue()
+{
+    m_dueRow = new QWidget(this);
+    m_due = new TextLabel(TypeStep::small, Token::text2, m_dueRow);
+    m_due->setObjectName(QStringLiteral("templatesDue"));
+    m_dueShow = new QPushButton(m_dueRow);
+    m_dueShow->setObjectName(QStringLiteral("templatesDueShow"));
+    m_dueShow->setProperty("kind", QStringLiteral("link"));
+    auto* row = new QHBoxLayout(m_dueRow);
+    row->setContentsMargins(Space::pageMargin, Space::step1, Space::pageMargin, Space::step1);
+    row->setSpacing(Space::step2);
+    row->addWidget(new GlyphLabel(QStringLiteral("arrow-repeat"), Token::text2, Space::icon, m_dueRow));
+    row->addWidget(m_due);
+    row->addWidget(m_dueShow);
+    row->addStretch(1);
+    m_dueRow->hide();
+    connect(m_dueShow, &QPushButton::clicked, this, &LedgerMessages::dueWanted);
+}
+
+void LedgerMessages::presentDue(std::size_t count)
+{
+    m_due->setText(countedIn(InterfaceLanguage::tag(), templateWords(), "dueCount", count));
+    m_dueShow->setText(word(templateWords(), "show"));
+    m_dueShow->setAccessibleName(QStringLiteral("%1, %2").arg(m_dueShow->text(), m_due->text()));
+    m_dueRow->setVisible(count > 0);
 }
 
 void LedgerMessages::present(const LedgerBrowser& browser)

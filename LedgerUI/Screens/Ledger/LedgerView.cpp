@@ -35,6 +35,7 @@
 #include "LedgerUI/Screens/Ledger/LedgerNoticeView.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerTotalsStrip.h"
+#include "LedgerUI/Screens/Templates/EntryTemplates.h"
 
 namespace {
 
@@ -145,6 +146,8 @@ void LedgerView::bindParts()
         presentDetail();
     });
     connect(&EntryDrafts::of(m_store), &EntryDrafts::changed, this, &LedgerView::presentActions);
+    connect(&EntryTemplates::of(m_store), &EntryTemplates::changed, this, &LedgerView::presentTemplates);
+    connect(m_messages, &LedgerMessages::dueWanted, m_dialogs, &LedgerDialogs::showTemplates);
     connect(m_browser, &LedgerBrowser::changed, this, &LedgerView::present);
     connect(m_period, &PeriodNavigator::periodChosen, this, [this](const Period& period) {
         auto filter = m_browser->filter();
@@ -261,7 +264,7 @@ void LedgerView::changeEvent(QEvent* event)
 void LedgerView::adoptSnapshot()
 {
     const auto today = LedgerDay::parse(m_store.today());
-    presentActions();
+    presentTemplates();
     m_browser->open(m_store.snapshot(), InterfaceLanguage::tag(),
                     today.value_or(std::chrono::year{1970} / std::chrono::January / 1));
 }
@@ -329,8 +332,9 @@ void LedgerView::presentDetail()
 
 void LedgerView::presentActions()
 {
-    m_actions->present(
-        LedgerActions::recording(m_store, [this](const EntryForm::Opening& opening) { record(opening); }));
+    m_actions->present(LedgerActions::recording(
+        m_store, [this](const EntryForm::Opening& opening) { record(opening); },
+        [this] { m_dialogs->showTemplates(); }));
     m_actions->present(pageActions());
     m_actions->present(
         {LedgerPrinting::list(m_store, *m_browser, this, [this](const QString& what) { Q_EMIT done(what); })});
@@ -360,9 +364,24 @@ void LedgerView::presentRowActions()
                                   .reverse = [this](const std::string& id) { m_dialogs->reverse(id); },
                                   .reverseSeveral = [this](const auto& ids) { m_dialogs->reverse(ids); },
                                   .duplicate = [this](const std::string& id) { m_dialogs->duplicate(id); },
+                                  .keepTemplate = templateKeeper(),
                                   .refund = [this](const LedgerRefund& begun) { m_dialogs->refund(begun); },
                                   .share = [this](const std::string& id) { m_dialogs->share(id); },
                                   .showOnly = [this](const std::string& id) { showOnlyAccount(id); }}));
+}
+
+std::function<void(const std::string& entryID)> LedgerView::templateKeeper()
+{
+    if (!EntryTemplates::of(m_store).areOffered())
+        return {};
+    return [this](const std::string& id) { m_dialogs->keepTemplate(id); };
+}
+
+void LedgerView::presentTemplates()
+{
+    presentActions();
+    if (m_messages)
+        m_messages->presentDue(EntryTemplates::of(m_store).proposals().size());
 }
 
 std::vector<Action> LedgerView::pageActions()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,8 @@ private:
     void presentSelection();
     void presentDetail();
     void presentActions();
+    void presentTemplates();
+    [[nodiscard]] std::function<void(const std::string& entryID)> templateKeeper();
     void presentRowActions();
     void presentColumns();
     [[nodiscard]] std::vector<Action> pageActions();

@@ -24,6 +24,9 @@ constexpr int rowHeight = 32;
 QString glyphOf(Kind kind)
 {
     switch (kind) {
+    case Kind::entryDue:
+    case Kind::entriesDue:
+        return QStringLiteral("arrow-repeat");
     case Kind::entryUnconfirmed:
     case Kind::requestsUnconfirmed:
         return QStringLiteral("question-circle");
@@ -50,8 +53,11 @@ QString glyphOf(Kind kind)
 std::string_view actionKey(Kind kind)
 {
     switch (kind) {
+    case Kind::entryDue:
+        return "attention.record";
     case Kind::entryUnconfirmed:
         return "attention.finish";
+    case Kind::entriesDue:
     case Kind::receiptsMissing:
     case Kind::floatBelowZero:
     case Kind::entriesReversed:

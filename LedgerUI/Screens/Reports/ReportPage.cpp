@@ -25,6 +25,9 @@
 #include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
+#include "LedgerUI/Screens/Templates/EntryTemplates.h"
+#include "LedgerUI/Screens/Templates/TemplateFormDialog.h"
+#include "LedgerUI/Screens/Templates/TemplatesDialog.h"
 
 namespace {
 
@@ -58,6 +61,10 @@ ReportPage::ReportPage(LedgerStore& store, ReportPart report, const QString& nam
     connect(&m_store, &LedgerStore::isBusyChanged, this, &ReportPage::loadInvitations, Qt::QueuedConnection);
     connect(&m_store, &LedgerStore::keptChanged, this, &ReportPage::presentSheet);
     connect(&EntryDrafts::of(m_store), &EntryDrafts::changed, this, &ReportPage::presentActions);
+    connect(&EntryTemplates::of(m_store), &EntryTemplates::changed, this, [this] {
+        presentActions();
+        presentSheet();
+    });
     connect(m_browser, &ReportBrowser::changed, this, &ReportPage::presentSheet);
     connect(m_period, &PeriodNavigator::periodChosen, this, [this](const Period& period) {
         auto query = m_browser->query();
@@ -113,6 +120,7 @@ std::vector<AttentionItem> ReportPage::besideBooks() const
 {
     const auto& locale = InterfaceLanguage::tag();
     auto items = ReportAttention::unconfirmed(m_store.keptRequests(), locale);
+    std::ranges::move(ReportAttention::due(EntryTemplates::of(m_store).proposals(), locale), std::back_inserter(items));
     std::ranges::move(ReportAttention::expiring(m_invitations, m_store.today(), locale), std::back_inserter(items));
     return items;
 }
@@ -138,8 +146,8 @@ void ReportPage::presentSheet()
 
 void ReportPage::presentActions()
 {
-    m_actions->present(
-        LedgerActions::recording(m_store, [this](const EntryForm::Opening& opening) { openForm(opening); }));
+    m_actions->present(LedgerActions::recording(
+        m_store, [this](const EntryForm::Opening& opening) { openForm(opening); }, [this] { showTemplates(); }));
     const auto keyed = [](const char* id, Command command, std::function<void()> run) {
         return Action{
             .id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
@@ -177,6 +185,13 @@ void ReportPage::sayCopied()
 void ReportPage::lend(const AttentionItem& item)
 {
     switch (item.kind) {
+    case AttentionItem::Kind::entryDue:
+        if (const auto* kept = EntryTemplates::of(m_store).find(item.occurrence.templateID))
+            openForm(TemplatesDialog::openingOf(*kept, item.occurrence.day));
+        return;
+    case AttentionItem::Kind::entriesDue:
+        showTemplates();
+        return;
     case AttentionItem::Kind::entryUnconfirmed:
         if (const auto kept = m_store.keptEntry())
             openForm(new TransactionForm(m_store, *kept, window()));
@@ -218,8 +233,14 @@ void ReportPage::openForm(const EntryForm::Opening& opening)
     openForm(new TransactionForm(m_store, opening, window()));
 }
 
+void ReportPage::showTemplates()
+{
+    (new TemplatesDialog(m_store, [this](const EntryForm::Opening& opening) { openForm(opening); }, window()))->open();
+}
+
 void ReportPage::openForm(TransactionForm* form)
 {
+    TemplateFormDialog::offerIn(*form, m_store);
     connect(form, &TransactionForm::recorded, this, [this] { Q_EMIT done(word(ledgerWords(), "done.recorded")); });
     form->open();
 }

@@ -50,6 +50,7 @@ private:
     void buildNewEntry(const QString& name);
     void presentSheet();
     void presentActions();
+    void showTemplates();
     void openForm(const EntryForm::Opening& opening);
     void openForm(TransactionForm* form);
 

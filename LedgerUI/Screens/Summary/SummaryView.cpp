@@ -1,6 +1,7 @@
 #include "LedgerUI/Screens/Summary/SummaryView.h"
 
 #include <limits>
+#include <utility>
 
 #include <QHBoxLayout>
 #include <QHeaderView>

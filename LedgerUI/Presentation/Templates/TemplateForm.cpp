@@ -1,0 +1,129 @@
+#include "LedgerUI/Presentation/Templates/TemplateForm.h"
+
+#include <charconv>
+
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Entries/EntryText.h"
+#include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Templates/RecurrenceDays.h"
+#include "LedgerCore/Domain/Text/Naming.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
+#include "LedgerUI/Presentation/Templates/TemplateWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+namespace {
+
+/// 0 for texts that are no number.
+int numberOf(std::string_view text)
+{
+    const auto plain = TextFold::trimmed(text);
+    int number = 0;
+    const auto [end, failure] = std::from_chars(plain.data(), plain.data() + plain.size(), number);
+    return failure == std::errc{} && end == plain.data() + plain.size() ? number : 0;
+}
+
+}
+
+TemplateForm TemplateForm::fresh(TemplateEntry entry, std::string name, std::string entryDay, std::string_view locale)
+{
+    TemplateForm form;
+    form.name = std::move(name);
+    form.entry = std::move(entry);
+    form.firstDay = entryDay;
+    form.entryDay = std::move(entryDay);
+    if (form.entry.amountMinor)
+        form.amount = Money::formatDigits(*form.entry.amountMinor, form.entry.currency, locale);
+    return form;
+}
+
+TemplateForm TemplateForm::of(const EntryTemplate& kept, std::string_view today, std::string_view locale)
+{
+    auto form = fresh(kept.entry, kept.name, std::string{today}, locale);
+    form.id = kept.id;
+    form.revision = kept.revision;
+    form.shared = kept.shared;
+    if (kept.recurrence) {
+        form.unit = kept.recurrence->unit;
+        form.every = std::to_string(kept.recurrence->every);
+        form.firstDay = kept.recurrence->firstDay;
+        form.lastDay = kept.recurrence->lastDay.value_or(std::string{});
+    }
+    return form;
+}
+
+TemplateForm TemplateForm::withUnit(std::string chosen) const
+{
+    auto form = *this;
+    form.unit = std::move(chosen);
+    if (!id.empty() || form.unit.empty() || !LedgerDay::isValid(entryDay))
+        return form;
+    const Recurrence rhythm{.unit = form.unit, .every = 1, .firstDay = entryDay, .lastDay = {}};
+    const auto next = RecurrenceDays::between(rhythm, entryDay, "9999-12-31", 2).back();
+    const bool isCountedInMonths = form.unit == RecurrenceUnit::month || form.unit == RecurrenceUnit::year;
+    const bool keepsItsDay = !isCountedInMonths || next.substr(8) == entryDay.substr(8);
+    form.firstDay = keepsItsDay ? next : entryDay;
+    return form;
+}
+
+std::map<TemplateForm::Field, QString> TemplateForm::messages(std::string_view locale) const
+{
+    std::map<Field, QString> all;
+    const auto say = [&](Field field, std::string_view key) {
+        all.emplace(field, wordIn(locale, templateWords(), key));
+    };
+    if (!Naming::isName(name))
+        say(Field::name, "wrong.name");
+    if (!TextFold::trimmed(amount).empty() && !typedEntry(locale).amountMinor)
+        say(Field::amount, "wrong.amount");
+    if (!EntryText::fitsNote(entry.note))
+        say(Field::note, "wrong.note");
+    if (unit.empty())
+        return all;
+    const auto number = numberOf(every);
+    if (number < 1 || number > RecurrenceDays::mostUnits)
+        say(Field::every, "wrong.every");
+    if (!LedgerDay::isValid(firstDay))
+        say(Field::firstDay, "wrong.first");
+    if (!lastDay.empty() && (!LedgerDay::isValid(lastDay) || lastDay < firstDay))
+        say(Field::lastDay, "wrong.last");
+    return all;
+}
+
+TemplateEntry TemplateForm::typedEntry(std::string_view locale) const
+{
+    auto typed = entry;
+    const auto minor = EntryAmountText::minor(qString(amount), entry.currency, locale);
+    typed.amountMinor = minor && *minor > 0 && Money::isWithinLimit(*minor) ? minor : std::nullopt;
+    if (typed.amountMinor != entry.amountMinor)
+        typed.targetAmountMinor.reset(); // it belonged to the other amount
+    return typed;
+}
+
+std::optional<Recurrence> TemplateForm::recurrence() const
+{
+    if (unit.empty())
+        return std::nullopt;
+    return Recurrence{.unit = unit,
+                      .every = numberOf(every),
+                      .firstDay = firstDay,
+                      .lastDay = lastDay.empty() ? std::nullopt : std::optional{lastDay}};
+}
+
+TemplateCreate TemplateForm::creation(std::string key, std::string_view locale) const
+{
+    return {.name = name,
+            .shared = shared,
+            .entry = typedEntry(locale),
+            .recurrence = recurrence(),
+            .idempotencyKey = std::move(key)};
+}
+
+TemplateUpdate TemplateForm::update(std::string_view locale) const
+{
+    return {.name = name,
+            .shared = shared,
+            .entry = typedEntry(locale),
+            .recurrence = recurrence(),
+            .expectedRevision = revision};
+}

@@ -1,0 +1,303 @@
+#include "LedgerUI/Screens/Templates/TemplateFormDialog.h"
+
+#include <utility>
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCoro/QCoroTask>
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
+#include "LedgerCore/Domain/Templates/RecurrenceDays.h"
+#include "LedgerCore/Domain/Text/Naming.h"
+#include "LedgerUI/Components/Buttons/ComboBoxLists.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Fields/AmountEdit.h"
+#include "LedgerUI/Components/Fields/FormField.h"
+#include "LedgerUI/Components/Fields/LimitedEdit.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Templates/TemplateDrafts.h"
+#include "LedgerUI/Presentation/Templates/TemplateText.h"
+#include "LedgerUI/Presentation/Templates/TemplateWords.h"
+#include "LedgerUI/Screens/Entry/DayEdit.h"
+#include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Templates/EntryTemplates.h"
+#include "LedgerUI/Theme/Space.h"
+
+namespace {
+
+using Field = TemplateForm::Field;
+
+constexpr int dialogWidth = 520;
+constexpr int everyWidth = 64;
+constexpr std::size_t everyLength = 3;
+
+EntryDayBounds anyDay(const std::string& today)
+{
+    return {.earliest = std::string{"0001-01-01"}, .latest = "9999-12-31", .today = today};
+}
+
+}
+
+TemplateFormDialog::TemplateFormDialog(LedgerStore& store, TemplateForm form, QWidget* parent)
+    : CommandForm{store, parent}, m_submission{form}, m_initial{std::move(form)}, m_key{store.newIdentifier()}
+{
+    setObjectName(QStringLiteral("templateForm"));
+    confirmButton().setObjectName(QStringLiteral("templateSave"));
+    cancelButton().setObjectName(QStringLiteral("templateCancel"));
+    buildBody();
+    bind();
+    present();
+}
+
+void TemplateFormDialog::openOn(LedgerStore& store, const TemplateEntry& entry, const std::string& entryDay,
+                                QWidget* parent)
+{
+    const auto snapshot = store.snapshot();
+    if (!snapshot)
+        return;
+    const auto& locale = InterfaceLanguage::tag();
+    auto form = TemplateForm::fresh(entry, TemplateDrafts::suggestedName(entry, *snapshot, locale), entryDay, locale);
+    (new TemplateFormDialog(store, std::move(form), parent))->open();
+}
+
+void TemplateFormDialog::offerIn(TransactionForm& form, LedgerStore& store)
+{
+    if (!EntryTemplates::of(store).areOffered())
+        return;
+    form.offerTemplate();
+    // Where somebody else has recorded the same meanwhile, it is proposed no more.
+    connect(&form, &QDialog::finished, &EntryTemplates::of(store), &EntryTemplates::reload);
+    connect(&form, &TransactionForm::templateWanted, &form, [&form, &store](const TransactionDraft& draft) {
+        if (const auto entry = TemplateDrafts::entryOf(draft, InterfaceLanguage::tag()))
+            openOn(store, *entry, draft.date.empty() ? store.today() : draft.date, &form);
+    });
+}
+
+void TemplateFormDialog::buildBody()
+{
+    auto* body = new QWidget;
+    m_entry = new TextLabel(TypeStep::body, Token::text2, body);
+    m_entry->setObjectName(QStringLiteral("templateEntry"));
+    m_entry->setTextFormat(Qt::PlainText);
+    m_entry->setWordWrap(true);
+    m_name = new LimitedEdit(Naming::maximumName);
+    m_name->setObjectName(QStringLiteral("templateName"));
+    m_nameField = new FormField(m_name, body);
+    m_amount = new AmountEdit;
+    m_amount->setObjectName(QStringLiteral("templateAmount"));
+    m_amountField = new FormField(m_amount, body);
+    m_note = new LimitedEdit(EntryLimits::noteLength);
+    m_note->setObjectName(QStringLiteral("templateNote"));
+    m_noteField = new FormField(m_note, body);
+    auto* rhythm = buildRhythm(body);
+    m_shared = new QCheckBox(body);
+    m_shared->setObjectName(QStringLiteral("templateShared"));
+    m_fields.add(Field::name, m_nameField->error());
+    m_fields.add(Field::amount, m_amountField->error());
+    m_fields.add(Field::note, m_noteField->error());
+    m_fields.add(Field::every, m_everyField->error());
+    m_fields.add(Field::firstDay, m_firstField->error(), [this] { return &m_first->line(); });
+    m_fields.add(Field::lastDay, m_lastField->error(), [this] { return &m_last->line(); });
+    auto* rows = new QVBoxLayout(body);
+    rows->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::dialogMargin);
+    rows->setSpacing(Space::fieldToField);
+    for (auto* each : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_nameField),
+                       static_cast<QWidget*>(m_amountField), static_cast<QWidget*>(m_noteField)})
+        rows->addWidget(each);
+    rows->addLayout(rhythm);
+    auto* days = new QHBoxLayout;
+    days->setSpacing(Space::step3);
+    days->addWidget(m_firstField, 1, Qt::AlignTop);
+    days->addWidget(m_lastField, 1, Qt::AlignTop);
+    rows->addLayout(days);
+    rows->addWidget(m_shared);
+    rows->addStretch(1);
+    setBody(body, dialogWidth);
+}
+
+QHBoxLayout* TemplateFormDialog::buildRhythm(QWidget* body)
+{
+    m_unit = new QComboBox;
+    m_unit->setObjectName(QStringLiteral("templateUnit"));
+    dressComboBox(*m_unit);
+    m_unitField = new FormField(m_unit, body);
+    m_every = new LimitedEdit(everyLength);
+    m_every->setObjectName(QStringLiteral("templateEvery"));
+    m_every->setMinimumWidth(everyWidth);
+    m_everyField = new FormField(m_every, body);
+    m_first = new DayEdit;
+    m_first->line().setObjectName(QStringLiteral("templateFirstDay"));
+    m_firstField = new FormField(m_first, body);
+    m_last = new DayEdit;
+    m_last->line().setObjectName(QStringLiteral("templateLastDay"));
+    m_lastField = new FormField(m_last, body);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(Space::step3);
+    row->addWidget(m_unitField, 1, Qt::AlignTop);
+    row->addWidget(m_everyField, 1, Qt::AlignTop);
+    return row;
+}
+
+void TemplateFormDialog::edit(auto change)
+{
+    auto form = m_submission.form();
+    change(form);
+    m_submission.edit(std::move(form));
+    present();
+}
+
+void TemplateFormDialog::bind()
+{
+    const auto connectText = [this](QLineEdit* line, std::string TemplateForm::* field) {
+        connect(line, &QLineEdit::textEdited, this, [this, field](const QString& text) {
+            edit([&](TemplateForm& form) { form.*field = text.toStdString(); });
+        });
+    };
+    connectText(m_name, &TemplateForm::name);
+    connectText(m_every, &TemplateForm::every);
+    connect(m_amount, &AmountEdit::amountEdited, this,
+            [this](const QString& text) { edit([&](TemplateForm& form) { form.amount = text.toStdString(); }); });
+    connect(m_note, &QLineEdit::textEdited, this,
+            [this](const QString& text) { edit([&](TemplateForm& form) { form.entry.note = text.toStdString(); }); });
+    connect(m_unit, &QComboBox::activated, this, [this](int at) {
+        edit([&](TemplateForm& form) { form = form.withUnit(m_unit->itemData(at).toString().toStdString()); });
+    });
+    connect(m_first, &DayEdit::dayChanged, this,
+            [this](const std::string& day) { edit([&](TemplateForm& form) { form.firstDay = day; }); });
+    connect(m_last, &DayEdit::dayChanged, this,
+            [this](const std::string& day) { edit([&](TemplateForm& form) { form.lastDay = day; }); });
+    connect(m_shared, &QCheckBox::toggled, this,
+            [this](bool isOn) { edit([&](TemplateForm& form) { form.shared = isOn; }); });
+    connect(this, &FormDialog::confirmed, this, &TemplateFormDialog::submit);
+}
+
+void TemplateFormDialog::present()
+{
+    const auto& form = m_submission.form();
+    const auto text = [this](std::string_view key) { return wordIn(locale(), templateWords(), key); };
+    const auto show = [](QLineEdit& line, const std::string& value) {
+        if (line.text().toStdString() != value)
+            line.setText(qString(value));
+    };
+    setWindowTitle(text(form.id.empty() ? "form.new" : "form.change"));
+    m_entry->setText(TemplateText::entry(form.entry, LedgerNames{*snapshot(), locale()}));
+    m_nameField->setLabel(text("form.name"));
+    m_amountField->setLabel(wordIn(locale(), templateWords(), "form.amount", {form.entry.currency}));
+    m_noteField->setLabel(text("form.note"));
+    show(*m_name, form.name);
+    m_amount->setCurrency(form.entry.currency);
+    if (m_amount->text().toStdString() != form.amount)
+        m_amount->setAmount(qString(form.amount));
+    show(*m_note, form.entry.note);
+    show(*m_every, form.every);
+    presentRhythm();
+    m_shared->setText(text("form.shared"));
+    m_shared->setChecked(form.shared);
+    m_fields.present(m_isChecked ? form.messages(locale()) : std::map<Field, QString>{});
+    presentStanding({.stage = m_submission.stage(),
+                     .refusal = m_submission.refusal(),
+                     .confirm = text("form.save"),
+                     .hasChanges = form != m_initial});
+}
+
+void TemplateFormDialog::presentRhythm()
+{
+    const auto& form = m_submission.form();
+    const auto text = [this](std::string_view key) { return wordIn(locale(), templateWords(), key); };
+    m_unitField->setLabel(text("form.repeats"));
+    m_everyField->setLabel(text("form.every"));
+    m_firstField->setLabel(text("form.first"));
+    m_lastField->setLabel(text("form.last"));
+    nameComboBox(*m_unit, text("form.repeats"));
+    m_unit->clear();
+    m_unit->addItem(text("unit.never"), QString{});
+    for (const auto unit : RecurrenceUnit::all)
+        m_unit->addItem(text(std::string{"unit."} + std::string{unit}), qString(unit));
+    m_unit->setCurrentIndex(m_unit->findData(qString(form.unit)));
+    m_first->setNames(text("form.first"), text("form.calendar"));
+    m_last->setNames(text("form.last"), text("form.calendar"));
+    const auto bounds = anyDay(store().today());
+    m_first->present(form.firstDay, bounds);
+    m_last->present(form.lastDay, bounds);
+    for (auto* each : {m_everyField, m_firstField, m_lastField})
+        each->setVisible(!form.unit.empty());
+}
+
+void TemplateFormDialog::adoptSnapshot()
+{
+    if (m_submission.isSaving())
+        return;
+    takeSnapshot();
+    present();
+}
+
+void TemplateFormDialog::adoptLanguage(const std::string& before)
+{
+    auto form = m_submission.form();
+    form.amount = EntryForm::rewritten(form.amount, before, locale());
+    m_submission.adopt(std::move(form));
+    present();
+}
+
+QWidget& TemplateFormDialog::firstField() const
+{
+    return m_submission.isEditing() ? static_cast<QWidget&>(*m_name) : confirmButton();
+}
+
+void TemplateFormDialog::submit()
+{
+    if (m_submission.isUncertain()) {
+        m_submission.sendAgain();
+        send();
+        return;
+    }
+    if (!m_submission.isEditing())
+        return;
+    m_amount->settle();
+    m_isChecked = true;
+    const auto& form = m_submission.form();
+    if (auto* wrong = m_fields.firstOf(form.messages(locale()))) {
+        present();
+        wrong->setFocus(Qt::OtherFocusReason);
+        return;
+    }
+    TemplateCommand command{.id = form.id, .body = form.creation(m_key, locale())};
+    if (!form.id.empty())
+        command.body = form.update(locale());
+    m_submission.send(std::move(command));
+    send();
+}
+
+void TemplateFormDialog::send()
+{
+    present();
+    const auto& command = *m_submission.command();
+    const auto done = [this](const Result<EntryTemplateList>& reply) { finish(reply); };
+    if (const auto* created = std::get_if<TemplateCreate>(&command.body))
+        QCoro::connect(store().createTemplate(*created, false), this, done);
+    else
+        QCoro::connect(store().updateTemplate(command.id, std::get<TemplateUpdate>(command.body), false), this, done);
+}
+
+void TemplateFormDialog::finish(const Result<EntryTemplateList>& reply)
+{
+    if (!m_submission.isSaving() || !store().snapshot())
+        return;
+    if (reply) {
+        m_submission.succeed();
+        EntryTemplates::of(store()).adopt(*reply);
+        Q_EMIT saved();
+        leave();
+        return;
+    }
+    m_submission.fail(reply.error());
+    EntryTemplates::of(store()).reload();
+    present();
+    firstField().setFocus(Qt::OtherFocusReason);
+}
