@@ -241,8 +241,7 @@ TEST(TransactionForm, GoesWithItsWindowWhileAnAmountIsBeingTyped)
     amount->setFocus();
     QTest::keyClicks(amount, QStringLiteral("438"));
     bool isFormTold = false;
-    QObject::connect(form->findChild<EntryFormBody*>(), &EntryFormBody::amountEdited, amount,
-                     [&] { isFormTold = true; });
+    QObject::connect(form->findChild<EntryFormBody*>(), &EntryFormBody::edited, amount, [&] { isFormTold = true; });
     window.reset();
     EXPECT_TRUE(form.isNull());
     EXPECT_FALSE(isFormTold) << "there is no form any more to be told";

@@ -120,10 +120,18 @@ void FormDialog::setFootPart(QWidget* part)
     m_footRow->insertWidget(0, part, 1);
 }
 
-void FormDialog::setSecondary(QPushButton* button)
+void FormDialog::setSecondary(QPushButton* button, std::optional<Command> keys)
 {
     m_secondary = button;
     button->setAutoDefault(false);
+    if (keys) {
+        button->setToolTip(KeyBindings::shown(*keys));
+        for (const auto& each : KeyBindings::keys(*keys))
+            connect(new QShortcut(each, this), &QShortcut::activated, button, [button] {
+                if (!button->isHidden())
+                    button->click();
+            });
+    }
     m_footRow->insertWidget(m_footRow->indexOf(m_confirm), button);
 }
 

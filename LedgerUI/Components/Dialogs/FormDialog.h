@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include <QDialog>
 
@@ -9,6 +10,7 @@ class PrimaryButton;
 class QHBoxLayout;
 class QPushButton;
 class QScrollArea;
+enum class Command;
 
 /// The frame of every form: a body that scrolls when it must, a banner above it, and a foot with Cancel and the one
 /// action. Ctrl+Return confirms, Return presses the button in focus; Esc, Cancel and the close button ask first when
@@ -28,8 +30,8 @@ public:
     void setAside(QWidget* aside, int width);
     /// At the left of the foot, in the room that the buttons leave.
     void setFootPart(QWidget* part);
-    /// Another way to go on, before the main button; off while the fields are.
-    void setSecondary(QPushButton* button);
+    /// Another way to go on, before the main button, and on its own keys where it has any; off while the fields are.
+    void setSecondary(QPushButton* button, std::optional<Command> keys = {});
     void setConfirmText(const QString& text);
     void setConfirmVisible(bool isVisible);
     /// Answers whether leaving would lose something.

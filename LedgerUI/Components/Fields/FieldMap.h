@@ -32,7 +32,16 @@ public:
 
     [[nodiscard]] QWidget* control(Field field) const { return m_places.at(field).control(); }
 
-    /// Where the first message stands; null when there is none.
+    /// The first that shows a message; null when there is none.
+    [[nodiscard]] QWidget* firstWrong() const
+    {
+        for (const auto& [field, place] : m_places) {
+            if (place.error->isShown())
+                return place.control();
+        }
+        return nullptr;
+    }
+    /// Where the first of these messages stands; null when there is none.
     [[nodiscard]] QWidget* firstOf(const std::map<Field, QString>& messages) const
     {
         return messages.empty() ? nullptr : control(messages.begin()->first);

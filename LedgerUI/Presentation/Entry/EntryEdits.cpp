@@ -313,6 +313,13 @@ EntryEditing EntryEdits::withReference(EntryEditing editing, std::string referen
     return editing;
 }
 
+EntryEditing EntryEdits::withReceipts(EntryEditing editing, std::vector<std::string> attachmentIDs)
+{
+    forget(editing, EntryField::receipts);
+    editing.draft.attachments = std::move(attachmentIDs);
+    return editing;
+}
+
 EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& snapshot)
 {
     auto& draft = editing.draft;

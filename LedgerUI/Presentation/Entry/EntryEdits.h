@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
@@ -41,6 +42,7 @@ EntryEditing withCategory(EntryEditing editing, const std::string& categoryID);
 EntryEditing withNote(EntryEditing editing, std::string note);
 EntryEditing withOriginal(EntryEditing editing, const std::optional<std::string>& incomeID);
 EntryEditing withReference(EntryEditing editing, std::string reference);
+EntryEditing withReceipts(EntryEditing editing, std::vector<std::string> attachmentIDs);
 
 /// After a refresh: what is no longer on offer is cleared and says so.
 EntryEditing refreshed(EntryEditing editing, const LedgerSnapshot& snapshot);

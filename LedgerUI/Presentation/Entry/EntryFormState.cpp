@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 
 #include <algorithm>
+#include <array>
 #include <tuple>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
@@ -18,6 +19,13 @@ auto entered(const TransactionDraft& draft)
         draft.refundReference, draft.date,         draft.attachments, draft.primaryAccount(), destination};
 }
 
+}
+
+bool EntryForm::supports(std::string_view kind)
+{
+    static constexpr std::array kinds{EntryKind::expense,  EntryKind::income, EntryKind::transfer,
+                                      EntryKind::exchange, EntryKind::refund, EntryKind::opening};
+    return std::ranges::find(kinds, kind) != kinds.end();
 }
 
 std::vector<const Account*> EntryForm::accounts(const EntryEditing& editing, const LedgerSnapshot& snapshot)

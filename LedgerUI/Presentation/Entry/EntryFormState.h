@@ -1,6 +1,7 @@
 #pragma once
 
 #include <expected>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -34,6 +35,9 @@ struct EntryEditing {
     std::optional<std::string> earliestDay{};           // of the visible entries, for an opening balance only
 };
 
+/// What a person did to the form: what follows of what stands in it.
+using EntryChange = std::function<EntryEditing(const EntryEditing& now, const LedgerSnapshot& snapshot)>;
+
 using EntrySubmission = Submission<EntryEditing, TransactionInput>;
 
 namespace EntryForm {
@@ -44,6 +48,9 @@ struct Opening {
     std::optional<std::string> accountID;      // asked for explicitly
     std::optional<TransactionDraft> prefilled; // the correct entry after a reversal
 };
+
+/// Whether entries of this kind can be recorded in the form; reversals, capital and dividends have their own places.
+bool supports(std::string_view kind);
 
 /// The accounts that the form offers for the draft's kind, in snapshot order; for an opening balance only those that
 /// can still take one.

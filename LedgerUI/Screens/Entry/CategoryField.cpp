@@ -136,11 +136,6 @@ QWidget* CategoryField::focusTarget() const
     return m_offered.empty() ? static_cast<QWidget*>(m_all) : m_tiles.front();
 }
 
-QWidget* CategoryField::lastControl() const
-{
-    return m_all;
-}
-
 bool CategoryField::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress)

@@ -26,7 +26,6 @@ public:
     void present(const std::string& chosen, const QString& path, const QString& message);
     /// Where focus goes when a category is wanted.
     [[nodiscard]] QWidget* focusTarget() const;
-    [[nodiscard]] QWidget* lastControl() const;
     [[nodiscard]] FieldError& error() const { return *m_error; }
 
 Q_SIGNALS:

@@ -18,6 +18,8 @@ public:
 
     void present(const EntryDayContent& content);
     [[nodiscard]] QWidget* control() const;
+    /// Whether it says what is wrong with the day.
+    [[nodiscard]] bool isWrong() const { return !m_content.message.isEmpty(); }
 
 Q_SIGNALS:
     void dayChosen(const std::string& day);

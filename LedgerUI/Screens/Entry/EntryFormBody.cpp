@@ -1,5 +1,7 @@
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 
+#include <type_traits>
+
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -15,6 +17,7 @@
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Screens/Entry/CategoryField.h"
 #include "LedgerUI/Screens/Entry/EntryAmountField.h"
@@ -91,34 +94,56 @@ void EntryFormBody::buildLayout()
     m_layout->addStretch(1);
 }
 
+template <class Field, class... Values>
+void EntryFormBody::connectEdit(const Field& field, void (Field::*signal)(Values...), auto change)
+{
+    connect(&field, signal, this, [this, change](Values... values) {
+        Q_EMIT edited([&](const EntryEditing& now, const LedgerSnapshot& snapshot) {
+            if constexpr (std::is_invocable_v<decltype(change), EntryEditing, Values..., const LedgerSnapshot&>)
+                return change(now, values..., snapshot);
+            else
+                return change(now, values...);
+        });
+    });
+}
+
 void EntryFormBody::bind()
 {
-    connect(m_kinds, &SegmentedControl::chosenByUser, this,
-            [this](int at) { Q_EMIT kindChosen(m_kindRows[static_cast<std::size_t>(at)].kind); });
-    connect(m_account, &AccountPicker::accountChosen, this, &EntryFormBody::accountChosen);
-    connect(m_destination, &AccountPicker::accountChosen, this, &EntryFormBody::destinationChosen);
-    connect(&m_sent->currency(), &CurrencyPicker::currencyChosen, this, &EntryFormBody::currencyChosen);
-    connect(&m_sent->amount(), &AmountEdit::amountEdited, this, &EntryFormBody::amountEdited);
+    using namespace EntryEdits;
+    const auto typed = [](auto change) {
+        return [change](const EntryEditing& now, const QString& text) { return change(now, text.toStdString()); };
+    };
+    connectEdit(*m_kinds, &SegmentedControl::chosenByUser,
+                [this](const EntryEditing& now, int at, const LedgerSnapshot& snapshot) {
+                    return withKind(now, m_kindRows[static_cast<std::size_t>(at)].kind, snapshot);
+                });
+    connectEdit(*m_account, &AccountPicker::accountChosen, &withAccount);
+    connectEdit(*m_destination, &AccountPicker::accountChosen, &withDestination);
+    connectEdit(m_sent->currency(), &CurrencyPicker::currencyChosen, &withCurrency);
+    connectEdit(m_sent->amount(), &AmountEdit::amountEdited, typed(&withAmount));
     bindAmount(*m_sent, EntryField::amount);
-    connect(&m_received->currency(), &CurrencyPicker::currencyChosen, this, &EntryFormBody::targetCurrencyChosen);
-    connect(&m_received->amount(), &AmountEdit::amountEdited, this, &EntryFormBody::targetAmountEdited);
+    connectEdit(m_received->currency(), &CurrencyPicker::currencyChosen, &withTargetCurrency);
+    connectEdit(m_received->amount(), &AmountEdit::amountEdited, typed(&withTargetAmount));
     bindAmount(*m_received, EntryField::targetAmount);
-    connect(m_category, &CategoryField::categoryChosen, this, &EntryFormBody::categoryChosen);
+    connectEdit(*m_category, &CategoryField::categoryChosen, &withCategory);
+    connectEdit(*m_original, &OriginalField::originalChosen, &withOriginal);
+    connectEdit(*m_original, &OriginalField::referenceEdited, typed(&withReference));
+    connectEdit<QLineEdit>(*m_note, &QLineEdit::textEdited, typed(&withNote));
     connect(m_category, &CategoryField::pinWanted, this, &EntryFormBody::categoryPinWanted);
     connect(m_category, &CategoryField::editWanted, this, &EntryFormBody::categoryEditWanted);
     connect(m_category, &CategoryField::creationWanted, this, &EntryFormBody::categoryCreationWanted);
-    connect(m_helpButton, &QPushButton::toggled, m_help, &QWidget::setVisible);
     connect(m_category, &CategoryField::finished, this, [this] { m_note->setFocus(Qt::OtherFocusReason); });
-    connect(m_original, &OriginalField::originalChosen, this, &EntryFormBody::originalChosen);
-    connect(m_original, &OriginalField::referenceEdited, this, &EntryFormBody::referenceEdited);
-    connect(m_note, &QLineEdit::textEdited, this, &EntryFormBody::noteEdited);
+    connect(m_helpButton, &QPushButton::toggled, m_help, &QWidget::setVisible);
 }
 
 void EntryFormBody::bindAmount(EntryAmountField& field, EntryField name)
 {
-    connect(&field.amount(), &AmountEdit::left, this, [this, name] { Q_EMIT amountLeft(name); });
-    connect(&field.amount(), &AmountEdit::pasteRefused, this,
-            [this, name](PasteRefusal refusal) { Q_EMIT pasteRefused(name, refusal); });
+    connectEdit(field.amount(), &AmountEdit::left, [name](const EntryEditing& now) {
+        return EntryEdits::leftAmount(now, name, InterfaceLanguage::tag());
+    });
+    connectEdit(field.amount(), &AmountEdit::pasteRefused, [name](const EntryEditing& now, PasteRefusal refusal) {
+        return EntryEdits::refusedPaste(now, name, refusal);
+    });
 }
 
 void EntryFormBody::offer(const SnapshotPointer& snapshot, const TransactionDraft& draft)
@@ -211,16 +236,11 @@ void EntryFormBody::orderAmount(bool isBelowDestination)
         setTabOrder(*at, *(at + 1));
 }
 
-QWidget* EntryFormBody::firstWrong(const EntryFormContent& content) const
+QWidget* EntryFormBody::firstWrong() const
 {
-    if (auto* wrong = m_fields.firstOf(content.messages))
+    if (auto* wrong = m_fields.firstWrong())
         return wrong;
-    if (content.showsOriginal && !m_original->reference().isWithinLimit())
+    if (!m_original->isHidden() && !m_original->reference().isWithinLimit())
         return &m_original->reference();
     return m_note->isWithinLimit() ? nullptr : m_note;
-}
-
-QWidget* EntryFormBody::lastControl() const
-{
-    return m_note;
 }

@@ -18,7 +18,7 @@ class QVBoxLayout;
 class SegmentedControl;
 class TextLabel;
 
-/// The fields of the entry form, top down. It shows a content and tells what a person chose; it decides nothing.
+/// The fields of the entry form, top down. It shows a content and tells what a person changes; it decides nothing.
 class EntryFormBody final : public QWidget {
     Q_OBJECT
 public:
@@ -33,27 +33,13 @@ public:
     /// The control that a message stands under.
     [[nodiscard]] QWidget* control(EntryField field) const { return m_fields.control(field); }
     /// Where the first message stands, or a text that is too long; null when nothing is wrong.
-    [[nodiscard]] QWidget* firstWrong(const EntryFormContent& content) const;
-    /// The last of the fields in the order of the keyboard.
-    [[nodiscard]] QWidget* lastControl() const;
+    [[nodiscard]] QWidget* firstWrong() const;
 
 Q_SIGNALS:
-    void kindChosen(const std::string& kind);
-    void accountChosen(const std::string& id);
-    void destinationChosen(const std::string& id);
-    void currencyChosen(const std::string& code);
-    void targetCurrencyChosen(const std::string& code);
-    void amountEdited(const QString& text);
-    void targetAmountEdited(const QString& text);
-    void amountLeft(EntryField amount);
-    void pasteRefused(EntryField amount, PasteRefusal refusal);
-    void categoryChosen(const std::string& id);
+    void edited(const EntryChange& change);
     void categoryPinWanted(const std::string& id, bool isPinned);
     void categoryEditWanted(const std::string& id);
     void categoryCreationWanted(const QString& name);
-    void originalChosen(const std::optional<std::string>& id);
-    void referenceEdited(const QString& text);
-    void noteEdited(const QString& text);
 
 private:
     void buildFields();
@@ -61,6 +47,8 @@ private:
     void mapFields();
     void bind();
     void bindAmount(EntryAmountField& field, EntryField name);
+    template <class Field, class... Values>
+    void connectEdit(const Field& field, void (Field::*signal)(Values...), auto change);
     void presentKinds(const EntryFormContent& content);
     void presentHelp(const EntryFormContent& content);
     void orderAmount(bool isBelowDestination);

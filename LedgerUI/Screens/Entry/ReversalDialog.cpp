@@ -19,7 +19,6 @@
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Screens/Entry/ReversalRows.h"
-#include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -163,6 +162,5 @@ void ReversalDialog::offerCorrection()
 bool ReversalDialog::mayCorrect() const
 {
     const auto now = store().snapshot();
-    return now && TransactionForm::supports(m_original.kind) &&
-           !LedgerEntryAccess::accounts(*now, m_original.kind).empty();
+    return now && EntryForm::supports(m_original.kind) && !LedgerEntryAccess::accounts(*now, m_original.kind).empty();
 }

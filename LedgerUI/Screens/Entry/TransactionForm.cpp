@@ -1,12 +1,8 @@
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 
-#include <algorithm>
-#include <array>
-
 #include <QCoro/QCoroTask>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
@@ -15,19 +11,17 @@
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Categories/CategoryForm.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Templates/TemplateDrafts.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
-#include "LedgerUI/Presentation/Text/Words.h"
-#include "LedgerUI/Screens/Categories/CategoryDialog.h"
+#include "LedgerUI/Screens/Entry/CategoryCommands.h"
 #include "LedgerUI/Screens/Entry/EntryDayField.h"
 #include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
-#include "LedgerUI/Screens/Receipts/ReceiptInput.h"
+#include "LedgerUI/Screens/Receipts/DraftReceipts.h"
 #include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -50,24 +44,12 @@ TransactionForm::TransactionForm(LedgerStore& store, const KeptEntry& kept, QWid
 }
 
 TransactionForm::TransactionForm(LedgerStore& store, EntrySubmission submission, QWidget* parent)
-    : CommandForm{store, parent}, m_books{*snapshot()}, m_history{snapshot()}, m_submission{std::move(submission)}
+    : CommandForm{store, parent}, m_entry{snapshot(), std::move(submission)}
 {
-    // What was sent once is a draft from the start: leaving it asks.
-    if (!m_submission.command())
-        m_initial = m_submission.form().draft;
     setObjectName(QStringLiteral("transactionForm"));
-    m_body = new EntryFormBody;
-    m_day = new EntryDayField;
-    buildBody();
-    bindReceipts();
-    setFootPart(m_day);
-    m_another = new QPushButton(this);
-    m_another->setObjectName(QStringLiteral("entrySaveAndNew"));
-    m_another->setToolTip(KeyBindings::shown(Command::confirmAndNew));
-    setSecondary(m_another);
-    confirmButton().setObjectName(QStringLiteral("entrySave"));
-    cancelButton().setObjectName(QStringLiteral("entryCancel"));
+    build();
     bind();
+    bindDraft();
     offer();
     present();
 }
@@ -98,51 +80,33 @@ void TransactionForm::offerTemplate()
     m_offersTemplate = true;
     connect(m_template, &QPushButton::clicked, this, [this] {
         m_body->settleAmounts();
-        Q_EMIT templateWanted(m_submission.form().draft);
+        Q_EMIT templateWanted(m_entry.draft());
     });
     present();
 }
 
-bool TransactionForm::supports(std::string_view kind)
+void TransactionForm::build()
 {
-    static constexpr std::array kinds{EntryKind::expense,  EntryKind::income, EntryKind::transfer,
-                                      EntryKind::exchange, EntryKind::refund, EntryKind::opening};
-    return std::ranges::find(kinds, kind) != kinds.end();
+    m_body = new EntryFormBody;
+    m_day = new EntryDayField;
+    buildBody();
+    m_categories = new CategoryCommands(store(), *m_body, *this);
+    m_receipts = new DraftReceipts(store(), 0, *this);
+    m_receipts->uploads().adopt(m_entry.draft().attachments);
+    setAside(&m_receipts->pane(), receiptsWidth);
+    setFootPart(m_day);
+    m_another = new QPushButton(this);
+    m_another->setObjectName(QStringLiteral("entrySaveAndNew"));
+    setSecondary(m_another, Command::confirmAndNew);
+    confirmButton().setObjectName(QStringLiteral("entrySave"));
+    cancelButton().setObjectName(QStringLiteral("entryCancel"));
 }
 
-void TransactionForm::bindReceipts()
+void TransactionForm::edit(const EntryChange& change)
 {
-    m_uploads = new ReceiptUploads(store(), 0, this);
-    m_uploads->adopt(m_submission.form().draft.attachments);
-    m_receipts = new ReceiptsPane(*m_uploads);
-    setAside(m_receipts, receiptsWidth);
-    auto* input = new ReceiptInput(*this);
-    connect(input, &ReceiptInput::given, m_receipts, &ReceiptsPane::addFiles);
-    connect(m_uploads, &ReceiptUploads::changed, this, &TransactionForm::adoptReceipts);
-    connect(m_uploads, &ReceiptUploads::rested, this, [this] {
-        if (std::exchange(m_savesOnceUploaded, false))
-            submit();
-    });
-}
-
-/// The draft takes the receipts that are uploaded.
-void TransactionForm::adoptReceipts()
-{
-    edit([this](EntryEditing now) {
-        now.draft.attachments = m_uploads->attachmentIDs();
-        std::erase_if(now.problems, [](const EntryProblem& each) { return each.field == EntryField::receipts; });
-        return now;
-    });
-}
-
-void TransactionForm::edit(auto change)
-{
-    if (!m_submission.isEditing())
+    if (!m_entry.submission().isEditing())
         return;
-    const auto before = m_submission.form().draft;
-    m_submission.edit(change(m_submission.form()));
-    const auto& after = m_submission.form().draft;
-    if (after.kind != before.kind || after.currency != before.currency)
+    if (m_entry.edit(change(m_entry.submission().form(), *snapshot())))
         offer();
     keepDraft();
     present();
@@ -151,116 +115,68 @@ void TransactionForm::edit(auto change)
 /// As it is typed: neither Cancel nor the end of a session may take more away than what was never entered.
 void TransactionForm::keepDraft()
 {
-    if (m_submission.isEditing() && EntryForm::hasDraft(m_submission.form().draft, m_initial))
-        EntryDrafts::of(store()).keep(m_submission.form().draft, locale());
-}
-
-template <class... Values>
-void TransactionForm::connectEdit(void (EntryFormBody::*edited)(Values...), auto change)
-{
-    connect(m_body, edited, this, [this, change](Values... values) {
-        m_savesOnceUploaded = false; // who goes on writing is not done yet
-        edit([&](const EntryEditing& now) { return change(now, values...); });
-    });
+    if (m_entry.submission().isEditing() && m_entry.hasDraft())
+        EntryDrafts::of(store()).keep(m_entry.draft(), locale());
 }
 
 void TransactionForm::bind()
 {
-    using namespace EntryEdits;
-    using Body = EntryFormBody;
-    const auto withSnapshot = [this](auto change) {
-        return [this, change](const EntryEditing& now, const std::string& value) {
-            return change(now, value, *snapshot());
+    const auto submits = [this](bool goesOn) {
+        return [this, goesOn] {
+            m_goesOn = goesOn;
+            submit();
         };
     };
-    const auto withText = [](auto change) {
-        return [change](const EntryEditing& now, const QString& text) { return change(now, text.toStdString()); };
-    };
-    connectEdit(&Body::kindChosen, withSnapshot(&withKind));
-    connectEdit(&Body::accountChosen, withSnapshot(&withAccount));
-    connectEdit(&Body::currencyChosen, withSnapshot(&withCurrency));
-    connectEdit(&Body::destinationChosen, withSnapshot(&withDestination));
-    connectEdit(&Body::targetCurrencyChosen, &withTargetCurrency);
-    connectEdit(&Body::amountEdited, withText(&withAmount));
-    connectEdit(&Body::targetAmountEdited, withText(&withTargetAmount));
-    connectEdit(&Body::amountLeft,
-                [this](const EntryEditing& now, EntryField amount) { return leftAmount(now, amount, locale()); });
-    connectEdit(&Body::pasteRefused, &refusedPaste);
-    connectEdit(&Body::categoryChosen, &withCategory);
-    connectEdit(&Body::originalChosen, &withOriginal);
-    connectEdit(&Body::referenceEdited, withText(&withReference));
-    connectEdit(&Body::noteEdited, withText(&withNote));
-    connect(m_day, &EntryDayField::dayChosen, this, [this](const std::string& day) {
-        edit([&](const EntryEditing& now) { return withDay(now, day == store().today() ? std::string{} : day); });
-    });
-    connect(this, &FormDialog::confirmed, this, [this] {
-        m_goesOn = false;
-        submit();
-    });
-    connect(m_another, &QPushButton::clicked, this, [this] {
-        if (m_another->isHidden())
-            return;
-        m_goesOn = true;
-        submit();
-    });
-    for (const auto& keys : KeyBindings::keys(Command::confirmAndNew))
-        connect(new QShortcut(keys, this), &QShortcut::activated, m_another, &QPushButton::click);
-    connect(m_body, &EntryFormBody::categoryPinWanted, this, &TransactionForm::pin);
-    connect(m_body, &EntryFormBody::categoryEditWanted, this, [this](const std::string& id) {
-        const auto found = std::ranges::find(snapshot()->categories, id, &Category::id);
-        if (found != snapshot()->categories.end())
-            openCategory(CategoryForm::of(*found));
-    });
-    connect(m_body, &EntryFormBody::categoryCreationWanted, this, [this](const QString& name) {
-        auto form = CategoryForm::fresh(m_submission.form().draft.kind);
-        if (!name.isEmpty())
-            form.names[locale()] = name.toStdString();
-        openCategory(form);
-    });
+    connect(this, &FormDialog::confirmed, this, submits(false));
+    connect(m_another, &QPushButton::clicked, this, submits(true));
     connect(this, &FormDialog::givenUp, this, &TransactionForm::forget);
+    connect(m_receipts, &DraftReceipts::arrived, this, &TransactionForm::submit);
 }
 
-void TransactionForm::pin(const std::string& categoryID, bool isPinned)
+/// What changes the draft, and how.
+void TransactionForm::bindDraft()
 {
-    // An operation that runs is over in a moment; a refusal of this one says so itself.
-    if (!store().isBusy())
-        QCoro::connect(store().setCategorySelected(categoryID, isPinned), this, [](const Result<void>&) {});
-}
-
-void TransactionForm::openCategory(const CategoryForm& form)
-{
-    auto* dialog = new CategoryDialog(store(), form, this);
-    connect(dialog, &CategoryDialog::saved, this, [this](const std::string& id) {
-        edit([&](const EntryEditing& now) { return EntryEdits::withCategory(now, id); });
+    connect(m_body, &EntryFormBody::edited, this, [this](const EntryChange& change) {
+        m_receipts->callOff();
+        edit(change);
     });
-    dialog->open();
+    connect(m_day, &EntryDayField::dayChosen, this, [this](const std::string& day) {
+        edit([&](const auto& now, const auto&) {
+            return EntryEdits::withDay(now, day == store().today() ? std::string{} : day);
+        });
+    });
+    connect(m_categories, &CategoryCommands::saved, this, [this](const std::string& id) {
+        edit([&](const auto& now, const auto&) { return EntryEdits::withCategory(now, id); });
+    });
+    connect(m_receipts, &DraftReceipts::changed, this, [this] {
+        edit([this](const auto& now, const auto&) {
+            return EntryEdits::withReceipts(now, m_receipts->uploads().attachmentIDs());
+        });
+    });
 }
 
 void TransactionForm::offer()
 {
-    m_body->offer(snapshot(), m_submission.form().draft);
-}
-
-EntryFormContent TransactionForm::content() const
-{
-    return EntryForm::content(m_submission, *snapshot(), store().today(), locale(), &m_history);
+    m_categories->setKind(m_entry.draft().kind);
+    m_body->offer(snapshot(), m_entry.draft());
 }
 
 void TransactionForm::present()
 {
-    const auto shown = content();
-    const auto& draft = m_submission.form().draft;
+    const auto shown = m_entry.content(store().today(), locale());
+    setWindowTitle(shown.title);
     m_another->setText(shown.another);
     m_another->setVisible(!shown.another.isEmpty());
+    const auto& draft = m_entry.draft();
+    const bool isEditing = shown.stage == SubmissionStage::editing;
     m_template->setText(word(templateWords(), "keep"));
     m_templateRow->setVisible(m_offersTemplate && TemplateDrafts::recurs(draft.kind));
-    m_template->setEnabled(m_submission.isEditing() && TemplateDrafts::entryOf(draft, locale()).has_value());
-    m_receipts->setLocked(!m_submission.isEditing());
-    setWindowTitle(shown.title);
+    m_template->setEnabled(isEditing && TemplateDrafts::entryOf(draft, locale()).has_value());
+    m_receipts->pane().setLocked(!isEditing);
     m_body->present(shown, draft.originalIncomeID);
     m_day->present(shown.day);
     presentStanding({.stage = shown.stage,
-                     .refusal = m_submission.refusal(),
+                     .refusal = m_entry.submission().refusal(),
                      .note = noteOn(shown),
                      .confirm = shown.confirm,
                      .draftWords = &EntryWords::words(),
@@ -269,55 +185,51 @@ void TransactionForm::present()
 
 bool TransactionForm::hasChanges() const
 {
-    const auto& draft = m_submission.form().draft;
-    return EntryForm::hasDraft(draft, m_initial) || m_uploads->all().size() > draft.attachments.size();
+    return m_entry.hasDraft() || m_receipts->uploads().all().size() > m_entry.draft().attachments.size();
 }
 
 /// What the banner says beside what the sending itself has to say.
 CommandForm::Note TransactionForm::noteOn(const EntryFormContent& shown) const
 {
-    const auto* const refused = m_submission.refusal() ? std::get_if<APIError>(&*m_submission.refusal()) : nullptr;
+    const auto& submission = m_entry.submission();
+    const auto* const refused = submission.refusal() ? std::get_if<APIError>(&*submission.refusal()) : nullptr;
     if (refused && refused->code == ServiceCode::idempotencyConflict &&
-        TemplateOccurrence::ofKey(m_submission.command()->idempotencyKey))
+        TemplateOccurrence::ofKey(submission.command()->idempotencyKey))
         return {.text = word(templateWords(), "recorded")};
-    if (m_savesOnceUploaded && m_submission.isEditing())
+    const bool isEditing = submission.isEditing();
+    if (m_receipts->isAwaited() && isEditing)
         return {.text = word(receiptWords(), "wait")};
-    if (shown.receiptsMessage.isEmpty() && m_hasGoneOn && m_submission.isEditing() && !hasChanges())
+    if (shown.receiptsMessage.isEmpty() && m_hasGoneOn && isEditing && !hasChanges())
         return {.kind = Banner::Kind::success, .text = word(entryFormWords(), "savedNext")};
     return {.kind = Banner::Kind::error, .text = shown.receiptsMessage};
 }
 
 void TransactionForm::submit()
 {
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
+    auto& submission = m_entry.submission();
+    if (submission.isUncertain()) {
+        submission.sendAgain();
         send();
         return;
     }
-    if (!m_submission.isEditing())
+    if (!submission.isEditing())
         return;
     m_body->settleAmounts();
-    auto input = EntryForm::command(m_submission, m_books, store().today(), locale(), store().newIdentifier());
-    auto judged = m_submission.form();
-    judged.problems = input ? std::vector<EntryProblem>{} : std::move(input.error());
-    m_submission.edit(std::move(judged));
+    auto input = m_entry.checked(store().today(), locale(), store().newIdentifier());
     present();
-    const auto shown = content();
-    auto* const wrong = shown.day.message.isEmpty() ? m_body->firstWrong(shown) : m_day->control();
-    if (!wrong && input && m_uploads->isBusy()) {
-        m_savesOnceUploaded = true;
-        present();
-    } else if (!wrong && input) {
-        m_submission.send(std::move(*input));
-        send();
-    } else if (wrong) {
+    if (auto* wrong = m_day->isWrong() ? m_day->control() : m_body->firstWrong()) {
         wrong->setFocus(Qt::OtherFocusReason);
+    } else if (input && m_receipts->await()) {
+        present();
+    } else if (input) {
+        submission.send(std::move(*input));
+        send();
     }
 }
 
 void TransactionForm::send()
 {
-    const auto input = *m_submission.command();
+    const auto input = *m_entry.submission().command();
     // What may be recorded by now must not be begun again as a draft: the store keeps the command itself.
     EntryDrafts::of(store()).forget();
     present();
@@ -327,39 +239,37 @@ void TransactionForm::send()
 
 void TransactionForm::finish(const Result<std::string>& reply)
 {
+    auto& submission = m_entry.submission();
     // With the session the form closes; the store keeps what it had sent.
-    if (!m_submission.isSaving() || !store().snapshot())
+    if (!submission.isSaving() || !store().snapshot())
         return;
-    if (reply) {
-        m_submission.succeed();
-        Q_EMIT recorded(qString(*reply));
-        const auto failed = m_uploads->failed();
-        if (m_goesOn && failed.empty()) {
-            goOn();
-            return;
-        }
-        leave();
-        if (!failed.empty() && !reply->empty())
-            Q_EMIT receiptsLeft(qString(*reply), m_submission.command()->attachmentIDs.size(), failed);
-        return;
-    }
-    m_submission.fail(reply.error());
+    if (!reply)
+        return refuse(reply.error());
+    submission.succeed();
+    Q_EMIT recorded(qString(*reply));
+    const auto failed = m_receipts->uploads().failed();
+    if (m_goesOn && failed.empty())
+        return goOn();
+    leave();
+    if (!failed.empty() && !reply->empty())
+        Q_EMIT receiptsLeft(qString(*reply), submission.command()->attachmentIDs.size(), failed);
+}
+
+void TransactionForm::refuse(const Failure& failure)
+{
+    m_entry.submission().fail(failure);
     keepDraft();
     present();
-    (m_submission.isUncertain() ? &confirmButton() : m_body->control(EntryField::amount))
+    (m_entry.submission().isUncertain() ? &confirmButton() : m_body->control(EntryField::amount))
         ->setFocus(Qt::OtherFocusReason);
 }
 
 void TransactionForm::goOn()
 {
     takeSnapshot();
-    m_books = VisibleBooks{*snapshot()};
-    m_history = EntryHistory{snapshot()};
-    m_submission = EntrySubmission{EntryEdits::following(m_submission.form(), *snapshot(), store().newIdentifier())};
-    m_initial = m_submission.form().draft;
-    m_goesOn = false;
+    m_entry.goOn(snapshot(), store().newIdentifier());
     m_hasGoneOn = true;
-    m_uploads->startOver();
+    m_receipts->uploads().startOver();
     offer();
     present();
     firstField().setFocus(Qt::OtherFocusReason);
@@ -368,37 +278,31 @@ void TransactionForm::goOn()
 void TransactionForm::adoptSnapshot()
 {
     // While a reply is awaited the snapshot that comes with it may already hold the entry.
-    if (m_submission.isSaving())
+    if (m_entry.submission().isSaving())
         return;
     takeSnapshot();
-    m_books = VisibleBooks{*snapshot()};
-    m_history = EntryHistory{snapshot()};
-    if (m_submission.isEditing())
-        m_submission.adopt(EntryEdits::refreshed(m_submission.form(), *snapshot()));
+    m_entry.adopt(snapshot());
     offer();
     present();
 }
 
 QWidget& TransactionForm::firstField() const
 {
-    if (m_submission.isUncertain())
+    if (m_entry.submission().isUncertain())
         return confirmButton();
-    return *m_body->control(EntryForm::nextField(m_submission.form().draft));
+    return *m_body->control(EntryForm::nextField(m_entry.draft()));
 }
 
 /// A person who was warned gives an entry up; it is not offered again.
 void TransactionForm::forget()
 {
-    if (m_submission.command())
-        store().forgetEntry(m_submission.command()->idempotencyKey);
+    if (const auto& sent = m_entry.submission().command())
+        store().forgetEntry(sent->idempotencyKey);
 }
 
 void TransactionForm::adoptLanguage(const std::string& before)
 {
-    auto rewritten = m_submission.form();
-    for (auto* amount : {&rewritten.draft.amount, &rewritten.draft.targetAmount})
-        *amount = EntryForm::rewritten(*amount, before, locale());
-    m_submission.adopt(std::move(rewritten));
+    m_entry.adoptLanguage(before, locale());
     offer();
     present();
 }

@@ -1,17 +1,14 @@
 #pragma once
 
-#include <string_view>
-
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
-#include "LedgerUI/Presentation/Entry/EntryFormContent.h"
-#include "LedgerUI/Presentation/Entry/EntryHistory.h"
+#include "LedgerUI/Presentation/Entry/EntryComposition.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptUploads.h"
 
-struct CategoryForm;
+class CategoryCommands;
+class DraftReceipts;
 class EntryDayField;
 class EntryFormBody;
-class ReceiptsPane;
 
 /// Records one entry. Deletes itself when it closes; open it with `open()` over its window.
 class TransactionForm final : public CommandForm {
@@ -21,8 +18,6 @@ public:
     /// On an entry that an earlier form left behind.
     TransactionForm(LedgerStore& store, const KeptEntry& kept, QWidget* parent);
 
-    /// Whether entries of this kind can be recorded here; reversals, capital and dividends have their own places.
-    static bool supports(std::string_view kind);
     /// Offers to keep what stands in the form as a template; whoever opens the form answers `templateWanted`.
     void offerTemplate();
 
@@ -42,12 +37,11 @@ private:
     [[nodiscard]] QWidget& firstField() const override;
 
     TransactionForm(LedgerStore& store, EntrySubmission submission, QWidget* parent);
+    void build();
     void buildBody();
     void bind();
-    void bindReceipts();
-    void adoptReceipts();
+    void bindDraft();
     void offer();
-    [[nodiscard]] EntryFormContent content() const;
     void submit();
     void send();
     void keepDraft();
@@ -55,28 +49,20 @@ private:
     [[nodiscard]] bool hasChanges() const;
     [[nodiscard]] Note noteOn(const EntryFormContent& shown) const;
     void finish(const Result<std::string>& reply);
+    void refuse(const Failure& failure);
     /// Another entry like the one that is recorded now.
     void goOn();
-    void pin(const std::string& categoryID, bool isPinned);
-    void openCategory(const CategoryForm& form);
-    /// Has `change` called with what stands in the form, and what follows from it; both are shown.
-    template <class... Values>
-    void connectEdit(void (EntryFormBody::*edited)(Values...), auto change);
-    void edit(auto change);
+    void edit(const EntryChange& change);
 
-    VisibleBooks m_books; // of the snapshot that the form was last offered
-    EntryHistory m_history;
-    EntrySubmission m_submission;
-    TransactionDraft m_initial;
+    EntryComposition m_entry;
     EntryFormBody* m_body = nullptr;
     EntryDayField* m_day = nullptr;
-    ReceiptUploads* m_uploads = nullptr;
-    ReceiptsPane* m_receipts = nullptr;
+    CategoryCommands* m_categories = nullptr;
+    DraftReceipts* m_receipts = nullptr;
     QPushButton* m_another = nullptr;
     QPushButton* m_template = nullptr;
     QWidget* m_templateRow = nullptr;
     bool m_offersTemplate = false;
-    bool m_goesOn = false;            // what is being saved is followed by another entry
-    bool m_hasGoneOn = false;         // at least once
-    bool m_savesOnceUploaded = false; // the person has pressed Save while receipts were on their way
+    bool m_goesOn = false;    // what is being saved is followed by another entry
+    bool m_hasGoneOn = false; // at least once
 };

@@ -16,7 +16,6 @@
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/EntryDrafts.h"
-#include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Templates/EntryTemplates.h"
 
@@ -45,7 +44,7 @@ constexpr std::array sortedColumns{Column{"date", LedgerSort::Key::date}, Column
 bool mayRepeat(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
 {
     const bool isRepeatable = entry.kind != EntryKind::opening && entry.kind != EntryKind::refund &&
-                              displayKind(entry) == entry.kind && TransactionForm::supports(entry.kind);
+                              displayKind(entry) == entry.kind && EntryForm::supports(entry.kind);
     return isRepeatable && !LedgerEntryAccess::accounts(snapshot, entry.kind).empty();
 }
 

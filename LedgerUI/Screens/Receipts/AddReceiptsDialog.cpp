@@ -15,7 +15,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Ledger/EntryText.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
-#include "LedgerUI/Screens/Receipts/ReceiptInput.h"
+#include "LedgerUI/Screens/Receipts/DraftReceipts.h"
 #include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -38,30 +38,24 @@ AddReceiptsDialog::AddReceiptsDialog(LedgerStore& store, Opening opening, QWidge
     setObjectName(QStringLiteral("addReceipts"));
     confirmButton().setObjectName(QStringLiteral("addReceiptsConfirm"));
     cancelButton().setObjectName(QStringLiteral("addReceiptsCancel"));
-    m_uploads = new ReceiptUploads(store, receiptsOn(*snapshot(), m_entryID), this);
+    m_receipts = new DraftReceipts(store, receiptsOn(*snapshot(), m_entryID), *this);
     auto* body = new QWidget;
     m_head = new TextLabel(TypeStep::body, Token::text, body);
     m_head->setTextFormat(Qt::PlainText);
     m_head->setWordWrap(true);
     m_head->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, 0);
-    m_pane = new ReceiptsPane(*m_uploads, body);
-    m_pane->setMinimumHeight(paneHeight);
+    m_receipts->pane().setMinimumHeight(paneHeight);
     auto* column = new QVBoxLayout(body);
     column->setContentsMargins(Space::step1, 0, Space::step1, 0);
     column->addWidget(m_head);
-    column->addWidget(m_pane, 1);
+    column->addWidget(&m_receipts->pane(), 1);
     setBody(body, dialogWidth);
 
-    auto* input = new ReceiptInput(*this);
-    connect(input, &ReceiptInput::given, m_pane, &ReceiptsPane::addFiles);
-    connect(m_uploads, &ReceiptUploads::changed, this, &AddReceiptsDialog::present);
-    connect(m_uploads, &ReceiptUploads::rested, this, [this] {
-        if (std::exchange(m_linksOnceUploaded, false))
-            submit();
-    });
+    connect(m_receipts, &DraftReceipts::changed, this, &AddReceiptsDialog::present);
+    connect(m_receipts, &DraftReceipts::arrived, this, &AddReceiptsDialog::submit);
     connect(this, &FormDialog::confirmed, this, &AddReceiptsDialog::submit);
-    m_uploads->adopt(std::move(opening.failed));
-    m_pane->addFiles(opening.sources);
+    m_receipts->uploads().adopt(std::move(opening.failed));
+    m_receipts->pane().addFiles(opening.sources);
     present();
 }
 
@@ -70,19 +64,19 @@ void AddReceiptsDialog::present()
     setWindowTitle(word(receiptWords(), "add.title"));
     m_head->setText(word(receiptWords(), "add.entry") + QLatin1Char{' '} +
                     EntryText::brief(m_entryID, *snapshot(), locale()));
-    m_hasNone = m_hasNone && m_uploads->all().empty();
-    m_pane->setLocked(!m_linking.isEditing());
+    m_hasNone = m_hasNone && m_receipts->uploads().all().empty();
+    m_receipts->pane().setLocked(!m_linking.isEditing());
     presentStanding({.stage = m_linking.stage(),
                      .refusal = m_linking.refusal(),
                      .note = note(),
                      .confirm = word(receiptWords(), "add.title"),
                      .draftWords = &EntryWords::words(),
-                     .hasChanges = !m_uploads->all().empty()});
+                     .hasChanges = !m_receipts->uploads().all().empty()});
 }
 
 CommandForm::Note AddReceiptsDialog::note() const
 {
-    if (m_linksOnceUploaded)
+    if (m_receipts->isAwaited())
         return {.text = word(receiptWords(), "wait")};
     if (m_hasNone)
         return {.kind = Banner::Kind::error, .text = word(receiptWords(), "add.none")};
@@ -93,10 +87,10 @@ CommandForm::Note AddReceiptsDialog::note() const
 /// How many of them made it and how many did not, once they have come to rest.
 QString AddReceiptsDialog::outcome() const
 {
-    const auto failed = m_uploads->failed().size();
-    if (failed == 0 || m_uploads->isBusy())
+    const auto failed = m_receipts->uploads().failed().size();
+    if (failed == 0 || m_receipts->uploads().isBusy())
         return {};
-    const auto uploaded = m_uploaded + m_uploads->attachmentIDs().size();
+    const auto uploaded = m_uploaded + m_receipts->uploads().attachmentIDs().size();
     return word(receiptWords(), "outcome", {std::to_string(uploaded), std::to_string(failed)});
 }
 
@@ -104,7 +98,7 @@ QWidget& AddReceiptsDialog::firstField() const
 {
     if (m_linking.isUncertain())
         return confirmButton();
-    auto* first = FocusChain::firstStop(m_pane);
+    auto* first = FocusChain::firstStop(&m_receipts->pane());
     return first ? *first : cancelButton();
 }
 
@@ -124,10 +118,10 @@ void AddReceiptsDialog::submit()
     }
     if (!m_linking.isEditing())
         return;
-    const auto ids = m_uploads->attachmentIDs();
-    m_linksOnceUploaded = m_uploads->isBusy();
-    m_hasNone = ids.empty() && m_uploads->all().empty();
-    if (m_linksOnceUploaded || ids.empty()) {
+    const auto ids = m_receipts->uploads().attachmentIDs();
+    const bool isAwaited = m_receipts->await();
+    m_hasNone = ids.empty() && m_receipts->uploads().all().empty();
+    if (isAwaited || ids.empty()) {
         present();
         return;
     }
@@ -155,12 +149,12 @@ void AddReceiptsDialog::finish(const Result<void>& reply)
     m_linking.succeed();
     m_uploaded += m_linking.command()->size();
     Q_EMIT added(qString(m_entryID));
-    if (m_uploads->failed().empty()) {
+    if (m_receipts->uploads().failed().empty()) {
         leave();
         return;
     }
     // Those that failed can be tried again here: none that is on the entry is sent once more.
     m_linking = Linking{Form{}};
-    m_uploads->markLinked();
+    m_receipts->uploads().markLinked();
     present();
 }

@@ -6,7 +6,7 @@
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptUploads.h"
 
-class ReceiptsPane;
+class DraftReceipts;
 class TextLabel;
 
 /// Gives receipts to an entry that is recorded already. Deletes itself when it closes.
@@ -44,9 +44,7 @@ private:
     std::string m_entryID;
     std::size_t m_uploaded = 0; // receipts that are on the entry by now
     Linking m_linking{Form{}};
-    ReceiptUploads* m_uploads = nullptr;
-    ReceiptsPane* m_pane = nullptr;
+    DraftReceipts* m_receipts = nullptr;
     TextLabel* m_head = nullptr;
     bool m_hasNone = false; // the person wanted to add no receipts
-    bool m_linksOnceUploaded = false;
 };
