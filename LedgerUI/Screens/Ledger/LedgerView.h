@@ -1,21 +1,13 @@
 #pragma once
 
-#include <functional>
 #include <string>
-#include <vector>
 
-#include <QPointer>
-
-#include "LedgerUI/Presentation/Entry/EntryFormState.h"
-#include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
-#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+#include "LedgerUI/Presentation/Ledger/LedgerSelection.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
-class ActionSet;
-class EntryDayPopover;
 class LedgerBrowser;
+class LedgerCommands;
 class LedgerDetailPane;
-class LedgerDialogs;
 class LedgerFilterRow;
 class LedgerGuide;
 class LedgerMessages;
@@ -27,7 +19,6 @@ class ListDetailPage;
 class PageHeader;
 class PeriodNavigator;
 class SplitButton;
-struct Action;
 
 /// The ledger page: find entries, look at one closely, record new ones and undo wrong ones.
 class LedgerView final : public PageView {
@@ -43,6 +34,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void buildHeader();
     void buildLayout();
     void bindParts();
     void bindDetail();
@@ -51,24 +43,15 @@ private:
     void present();
     void presentSelection();
     void presentDetail();
-    void presentActions();
+    void presentTotals();
+    void presentCommands();
     void presentTemplates();
-    [[nodiscard]] std::function<void(const std::string& entryID)> templateKeeper();
-    void presentRowActions();
-    void presentColumns();
-    [[nodiscard]] std::vector<Action> pageActions();
-    void openMenu(QPoint place);
     void retranslate();
-
-    void showOnlyAccount(const std::string& accountID);
     void showEntry(const std::string& id);
-    void openDays();
-    void record(EntryForm::Opening opening);
 
     LedgerStore& m_store;
     LedgerBrowser* m_browser = nullptr;
-    ActionSet* m_actions = nullptr;
-    LedgerDialogs* m_dialogs = nullptr;
+    LedgerCommands* m_commands = nullptr;
     PageHeader* m_header = nullptr;
     PeriodNavigator* m_period = nullptr;
     SplitButton* m_newEntry = nullptr;
@@ -80,8 +63,5 @@ private:
     LedgerTotalsStrip* m_totals = nullptr;
     LedgerDetailPane* m_detail = nullptr;
     LedgerGuide* m_guide = nullptr;
-    QPointer<EntryDayPopover> m_days;          // made when it is first wanted
-    std::vector<std::uint32_t> m_selected;     // entries of the book shown
-    std::vector<LedgerTotal> m_sums;           // of those
-    std::optional<LedgerEntryDetail> m_chosen; // where it is a single one
+    LedgerSelection m_selection;
 };

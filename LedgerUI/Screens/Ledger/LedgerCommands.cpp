@@ -1,0 +1,204 @@
+#include "LedgerUI/Screens/Ledger/LedgerCommands.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QMenu>
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerUI/Components/Page/ListDetailPage.h"
+#include "LedgerUI/Components/Period/PeriodNavigator.h"
+#include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Exports/ExportWords.h"
+#include "LedgerUI/Presentation/Imports/ImportWords.h"
+#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/LedgerSelection.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Screens/Entry/EntryDayPopover.h"
+#include "LedgerUI/Screens/Exports/LedgerPrinting.h"
+#include "LedgerUI/Screens/Ledger/LedgerActions.h"
+#include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
+#include "LedgerUI/Screens/Ledger/LedgerFilterRow.h"
+#include "LedgerUI/Screens/Ledger/LedgerGuide.h"
+#include "LedgerUI/Screens/Ledger/LedgerTable.h"
+#include "LedgerUI/Screens/Templates/EntryTemplates.h"
+
+namespace {
+
+QString text(std::string_view key)
+{
+    return word(ledgerWords(), key);
+}
+
+/// A menu that goes when it is left.
+QMenu* menuNamed(const char* name, QWidget* parent)
+{
+    auto* menu = new QMenu(parent);
+    menu->setObjectName(QString::fromLatin1(name));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->setToolTipsVisible(true);
+    return menu;
+}
+
+/// The account that the ledger is narrowed to, where it is a single one.
+std::optional<std::string> onlyAccount(const LedgerFilter& filter)
+{
+    return filter.accountIDs.size() == 1 ? std::optional{*filter.accountIDs.begin()} : std::nullopt;
+}
+
+/// What is on no menu, and has keys only.
+Action keyed(const char* id, Command command, std::function<void()> run)
+{
+    return {.id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
+}
+
+}
+
+LedgerCommands::LedgerCommands(LedgerStore& store, LedgerBrowser& browser, QWidget& page)
+    : QObject{&page}, m_store{store}, m_browser{browser}, m_page{page}, m_actions{new ActionSet(&page)},
+      m_dialogs{new LedgerDialogs(store, page)}
+{
+}
+
+void LedgerCommands::present(const LedgerSelection& selection)
+{
+    m_actions->present(LedgerActions::recording(
+        m_store, [this](const EntryForm::Opening& opening) { record(opening); },
+        [this] { m_dialogs->showTemplates(); }));
+    m_actions->present(exchanging());
+    m_actions->present(moving());
+    m_actions->present(LedgerActions::sorting(
+        {.sort = m_browser.sort(),
+         .isByDay = m_browser.isByDay(),
+         .sortBy = [this](LedgerSort::Key key) { m_browser.setSort(m_parts.table->sortedBy(key)); },
+         .turnGrouping =
+             [this] { m_browser.setGrouping(m_browser.isByDay() ? LedgerGrouping::none : LedgerGrouping::byDay); }}));
+    presentSelection(selection);
+}
+
+void LedgerCommands::presentSelection(const LedgerSelection& selection)
+{
+    const auto one = selection.one ? selection.entries.front() : LedgerBook::none;
+    m_actions->present({LedgerPrinting::entry(m_store, selection.book, one, &m_page,
+                                              [this](const QString& what) { Q_EMIT done(what); })});
+    m_actions->present(
+        LedgerActions::onEntries({.book = selection.book,
+                                  .entries = selection.entries,
+                                  .detail = selection.one,
+                                  .isBusy = m_store.isBusy(),
+                                  .open = [this] { m_parts.page->openDetail(); },
+                                  .copy = [this] { m_parts.table->copySelection(); },
+                                  .reverse = [this](const std::string& id) { m_dialogs->reverse(id); },
+                                  .reverseSeveral = [this](const auto& ids) { m_dialogs->reverse(ids); },
+                                  .duplicate = [this](const std::string& id) { m_dialogs->duplicate(id); },
+                                  .keepTemplate = templateKeeper(),
+                                  .refund = [this](const LedgerRefund& begun) { m_dialogs->refund(begun); },
+                                  .share = [this](const std::string& id) { m_dialogs->share(id); },
+                                  .showOnly = [this](const std::string& id) { showOnlyAccount(id); }}));
+}
+
+/// Nothing while no templates are kept here.
+std::function<void(const std::string& entryID)> LedgerCommands::templateKeeper()
+{
+    if (!EntryTemplates::of(m_store).areOffered())
+        return {};
+    return [this](const std::string& id) { m_dialogs->keepTemplate(id); };
+}
+
+void LedgerCommands::presentColumns()
+{
+    m_actions->present(LedgerActions::columns(*m_parts.table, [this] { presentColumns(); }));
+}
+
+/// What brings entries in and takes them out.
+std::vector<Action> LedgerCommands::exchanging()
+{
+    const auto busy = m_store.isBusy() ? text("newEntry.busy") : QString{};
+    return {{.id = QStringLiteral("importLedger"),
+             .text = word(importWords(), "action"),
+             .glyph = QStringLiteral("box-arrow-in-down"),
+             .whyNot = busy,
+             .isOffered = m_store.canViewCompany() && m_store.canRecord(),
+             .run = [this] { m_dialogs->importEntries(); }},
+            {.id = QStringLiteral("exportLedger"),
+             .text = word(exportWords(), "action"),
+             .glyph = QStringLiteral("box-arrow-up"),
+             .keys = KeyBindings::keys(Command::exportRows),
+             .whyNot = busy,
+             .isOffered = m_store.canExport(),
+             .run = [this] { m_dialogs->exportEntries(m_browser.filter()); }},
+            LedgerPrinting::list(m_store, m_browser, &m_page, [this](const QString& what) { Q_EMIT done(what); })};
+}
+
+/// What leads about the page and changes nothing but what is shown.
+std::vector<Action> LedgerCommands::moving()
+{
+    return {keyed("search", Command::search, [this] { m_parts.filters->focusSearch(); }),
+            keyed("previousPeriod", Command::previousPeriod, [this] { m_parts.period->goBack(); }),
+            keyed("nextPeriod", Command::nextPeriod, [this] { m_parts.period->goForward(); }),
+            keyed("openPeriod", Command::openPeriod,
+                  [this] {
+                      if (!m_parts.filters->openFocused())
+                          m_parts.period->openPopover();
+                  }),
+            {.id = QStringLiteral("jumpToDay"),
+             .text = text("action.jump"),
+             .glyph = QStringLiteral("calendar-event"),
+             .keys = KeyBindings::keys(Command::jumpToDay),
+             .run = [this] { openDays(); }},
+            keyed("toggleDetail", Command::toggleDetail, [this] { m_parts.page->toggleDetail(); }),
+            keyed("sortNext", Command::sortNext, [this] { m_browser.setSort(m_parts.table->sortedByNext()); }),
+            keyed("clearFilters", Command::clearFilters, [this] {
+                m_browser.setFilter(m_browser.clearedFilter());
+                m_parts.page->focusContent();
+            })};
+}
+
+void LedgerCommands::fillRecordingMenu(QMenu& menu) const
+{
+    m_actions->fill(menu, LedgerActions::recordingMenu());
+}
+
+void LedgerCommands::openEntryMenu(QPoint place)
+{
+    auto* menu = menuNamed("entryMenu", m_parts.table);
+    m_actions->fill(*menu, LedgerActions::entryMenu() << QStringLiteral("printEntry"));
+    m_actions->fill(*menu->addMenu(text("action.sort")), LedgerActions::sortingMenu());
+    m_actions->fill(*menu->addMenu(text("columns")), LedgerActions::columnsMenu());
+    m_actions->fill(*menu, {QStringLiteral("jumpToDay")});
+    menu->popup(place);
+}
+
+void LedgerCommands::openColumnsMenu(QPoint place)
+{
+    auto* menu = menuNamed("columnsMenu", m_parts.table);
+    m_actions->fill(*menu, LedgerActions::columnsMenu() << QString{} << QStringLiteral("groupByDay"));
+    menu->popup(place);
+}
+
+void LedgerCommands::record(EntryForm::Opening opening)
+{
+    if (!opening.prefilled)
+        opening.accountID = onlyAccount(m_browser.filter());
+    m_dialogs->record(opening);
+}
+
+void LedgerCommands::showOnlyAccount(const std::string& id)
+{
+    auto filter = m_browser.filter();
+    filter.accountIDs = {id};
+    m_browser.setFilter(filter);
+}
+
+void LedgerCommands::openDays()
+{
+    const auto today = LedgerDay::format(m_browser.today());
+    if (!m_days) {
+        m_days = new EntryDayPopover(m_parts.period, Popover::Edge::below);
+        connect(m_days, &EntryDayPopover::dayChosen, m_parts.guide, &LedgerGuide::goToDay);
+    }
+    const auto last = LedgerDay::format(m_browser.counts().horizon(m_browser.today()));
+    m_days->openOn(today, {.earliest = {}, .latest = std::max(today, last), .today = today});
+}
