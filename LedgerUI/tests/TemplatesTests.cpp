@@ -152,7 +152,7 @@ TEST_F(Templates, ChangeAndGoByTheirAuthorAlone)
 
 TEST_F(Templates, StandAmongWhatWantsAHand)
 {
-    under.screen.keys("Ctrl+1");
+    under.screen.keys("Ctrl+2");
     under.screen.waitForText("“Office rent” is due on 31 Oct 2026");
     under.screen.press("attention0");
     under.screen.waitForFocus("transactionForm");
