@@ -131,11 +131,14 @@ TEST(UnconfirmedDialog, KeepsWhatIsRefusedToBeChangedInItsForm)
 TEST(Attention, LeadsToTheListOfRequestsAndToInvitationsThatEnd)
 {
     RequestsUnderTest under;
-    under.server.replace("GET v1/invites", ServerReply::json(companyInvitations()));
+    under.server.replace("GET v1/invites", ServerReply::parked());
     under.store.keepEntry(RequestsUnderTest::expense("first"), true);
     under.store.keepEntry(RequestsUnderTest::expense("second"), false);
     under.screen.keys("Ctrl+2");
     under.screen.waitFor("currencyTable");
+    waitUntil([&] { return under.server.requests("GET v1/invites").size() == 1; });
+    EXPECT_FALSE(under.store.isBusy()) << "whatever a person does goes first";
+    under.server.release(ServerReply::json(companyInvitations()));
     under.screen.waitForText("invitation");
     EXPECT_TRUE(under.screen.says("2 requests are not confirmed"));
     under.screen.press("attention0");

@@ -44,6 +44,11 @@ QCoro::Task<Result<std::vector<PendingInvitation>>> MemberOperations::loadInvita
         m_runner.ask<InvitationListResponse>({.path = "v1/invites"}, OperationRunner::publishing(publishError)));
 }
 
+QCoro::Task<Result<std::vector<PendingInvitation>>> MemberOperations::loadInvitationsQuietly()
+{
+    return listed(m_runner.askQuietly<InvitationListResponse>({.path = "v1/invites"}));
+}
+
 QCoro::Task<Result<std::vector<PendingInvitation>>> MemberOperations::revokeInvitation(std::string id,
                                                                                        bool publishError)
 {

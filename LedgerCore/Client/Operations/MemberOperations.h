@@ -17,6 +17,8 @@ class MemberOperations {
 public:
     QCoro::Task<Result<InviteResponse>> invite(Invite invitation, bool publishError);
     QCoro::Task<Result<std::vector<PendingInvitation>>> loadInvitations(bool publishError);
+    /// Beside whatever a person does, and given up for it.
+    QCoro::Task<Result<std::vector<PendingInvitation>>> loadInvitationsQuietly();
     /// Gives the invitations that are left.
     QCoro::Task<Result<std::vector<PendingInvitation>>> revokeInvitation(std::string id, bool publishError);
     /// Only the fields that are set change.

@@ -108,12 +108,14 @@ void ReportPage::loadInvitations()
     if (!m_wantsInvitations || m_store.isBusy() || !m_store.snapshot())
         return;
     m_wantsInvitations = false;
-    QCoro::connect(m_store.loadInvitations(false), this, [this](const Result<std::vector<PendingInvitation>>& loaded) {
-        if (!loaded || *loaded == m_invitations || !m_store.snapshot())
-            return;
-        m_invitations = *loaded;
-        presentSheet();
-    });
+    QCoro::connect(m_store.loadInvitationsQuietly(), this,
+                   [this](const Result<std::vector<PendingInvitation>>& loaded) {
+                       m_wantsInvitations = !loaded && std::holds_alternative<Cancelled>(loaded.error());
+                       if (!loaded || *loaded == m_invitations || !m_store.snapshot())
+                           return;
+                       m_invitations = *loaded;
+                       presentSheet();
+                   });
 }
 
 std::vector<AttentionItem> ReportPage::besideBooks() const
