@@ -27,8 +27,13 @@ set(leaks LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp:print
 set(properties TIMEOUT 300 FIXTURES_REQUIRED PostgreSQL
     ENVIRONMENT "TALLYFOLD_TEST_SERVER=${server};${leaks};UBSAN_OPTIONS=print_stacktrace=1")
 
+# One test ends the connections of everybody on the server, and so runs alone.
+set(alone Server.IsFoundAgainAfterItHasEndedAllConnections)
 gtest_discover_tests(LedgerServicePostgresqlTests TEST_PREFIX PostgreSQL. DISCOVERY_MODE PRE_TEST
-    DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES PROPERTIES ${properties})
+    DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES TEST_FILTER "-${alone}" PROPERTIES ${properties})
+gtest_discover_tests(LedgerServicePostgresqlTests TEST_PREFIX PostgreSQL. TEST_LIST alone_on_postgresql
+    DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES TEST_FILTER ${alone}
+    PROPERTIES ${properties} RUN_SERIAL TRUE)
 # The promises that hold wherever books are kept. Others are about files alone, or about no database at all.
 set(everywhere
     AccessFlow.* PasswordChange.* AccountRoutes.* FoundedCompany.* Audited.Every* CapitalRoutes.* CategoryRoutes.*

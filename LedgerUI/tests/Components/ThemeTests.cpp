@@ -37,7 +37,7 @@ double luminance(QRgb color)
 /// WCAG 2 contrast of two colours, 1 to 21.
 double contrast(QRgb one, QRgb other)
 {
-    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
     return (lighter + 0.05) / (darker + 0.05);
 }
 

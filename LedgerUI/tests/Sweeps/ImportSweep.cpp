@@ -2,6 +2,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include <QTemporaryDir>
+
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
@@ -29,11 +31,11 @@ void openImport(WindowUnderTest& under)
 void choose(WindowUnderTest& under, const std::string& rows)
 {
     openImport(under);
-    const auto path = std::filesystem::temp_directory_path() / "tallyfold-import-sweep.csv";
+    const QTemporaryDir folder; // several sweeps may run at once
+    const auto path = std::filesystem::path{folder.path().toStdString()} / "import-sweep.csv";
     std::ofstream{path, std::ios::binary} << LedgerImportCSV::templateText() << rows;
     under.screen.find<ImportDialog>("importDialog").chooseFile(path);
     under.screen.waitFor("importTable");
-    std::filesystem::remove(path);
 }
 
 constexpr auto good = "2026-01-02,Income,Bank operasional Jakarta,IDR,250000,Sales,January,,,\r\n"

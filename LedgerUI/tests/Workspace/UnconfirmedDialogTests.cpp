@@ -138,6 +138,7 @@ TEST(Attention, LeadsToTheListOfRequestsAndToInvitationsThatEnd)
     under.screen.waitFor("currencyTable");
     waitUntil([&] { return under.server.requests("GET v1/invites").size() == 1; });
     EXPECT_FALSE(under.store.isBusy()) << "whatever a person does goes first";
+    under.server.replace("GET v1/invites", ServerReply::json(companyInvitations()));
     under.server.release(ServerReply::json(companyInvitations()));
     under.screen.waitForText("invitation");
     EXPECT_TRUE(under.screen.says("2 requests are not confirmed"));
