@@ -118,7 +118,7 @@ std::expected<LedgerTransaction, Refusal> EntryCommands::post(const Act& act, co
     if (due && due->settled && due->settled->entryID)
         return recordedBefore(act, *due->settled->entryID, input, rows);
     auto posted = apply(act, decide(input, rows));
-    if (posted && due)
+    if (posted && due && due->maySettle)
         TemplateCommands::keepRecorded(act, due->occurrence, *posted);
     return posted;
 }

@@ -182,10 +182,13 @@ std::optional<TemplateCommands::DueDay> TemplateCommands::dueDay(const CommandAc
     if (!occurrence)
         return std::nullopt;
     const auto stored = TemplateRepository::find(act.connection, act.companyID, occurrence->templateID);
-    if (!stored || !TemplateRules::maySee(stored->kept, act.member))
+    if (!stored)
         return std::nullopt;
     auto settled = TemplateRepository::day(act.connection, act.companyID, occurrence->templateID, occurrence->day);
-    return DueDay{.occurrence = *std::move(occurrence), .settled = std::move(settled)};
+    const auto account = accountOf(act, std::string{TemplateRules::accountID(stored->kept.entry)});
+    const bool maySettle = TemplateRules::maySee(stored->kept, act.member) && account &&
+                           TemplateRules::mayRecord(stored->kept.entry, *account, act.member);
+    return DueDay{.occurrence = *std::move(occurrence), .settled = std::move(settled), .maySettle = maySettle};
 }
 
 void TemplateCommands::keepRecorded(const CommandAct& act, const TemplateOccurrence& occurrence,

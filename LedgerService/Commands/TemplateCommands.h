@@ -28,10 +28,12 @@ std::expected<void, Refusal> remove(const CommandAct& act, std::string_view temp
 std::expected<void, Refusal> setDay(const CommandAct& act, std::string_view templateID, const TemplateDay& command);
 
 /// What is known of the due day for which an entry is to be recorded: its template, taken away or not, and what became
-/// of the day. It need not be one of its days any more. Nothing where the member sees no such template.
+/// of the day. It need not be one of its days any more. What is recorded stays so for a member from whom the template
+/// was taken meanwhile, too.
 struct DueDay {
     TemplateOccurrence occurrence;
     std::optional<SettledDay> settled;
+    bool maySettle = false; // the member sees the template and may record on its account
 };
 std::optional<DueDay> dueDay(const CommandAct& act, std::string_view key);
 

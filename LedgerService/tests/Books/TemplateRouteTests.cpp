@@ -209,6 +209,38 @@ TEST_F(TemplateRoutes, GiveADueDayOneEntryWhoeverRecordsIt)
     EXPECT_EQ(entries(), before + 1);
 }
 
+TEST_F(TemplateRoutes, GiveADueDayNoSecondEntryWhereTheTemplateIsSharedNoMore)
+{
+    auto command = rent();
+    command.shared = true;
+    const auto id = make(command);
+    const auto before = entries();
+    ASSERT_EQ(post("mira", posting(id, "2026-02-28")).status, 200);
+    ASSERT_EQ(post("guest", posting(id, "2026-02-28")).status, 200) << "the reply is lost";
+    const auto kept = list("mira").front();
+    const TemplateUpdate update{.name = kept.name,
+                                .shared = false,
+                                .entry = kept.entry,
+                                .recurrence = kept.recurrence,
+                                .expectedRevision = kept.revision};
+    ASSERT_EQ(send("mira", "PATCH", "/" + id, update).status, 200);
+    EXPECT_EQ(post("guest", posting(id, "2026-02-28")).status, 200);
+    EXPECT_EQ(entries(), before + 1);
+}
+
+TEST_F(TemplateRoutes, AreSettledByThoseAloneWhoMayRecordTheEntry)
+{
+    auto command = rent();
+    command.shared = true;
+    const auto id = make(command);
+    Staff::set(m_service, "guest", "employee", {"viewCompany"}, {{"bank", {"view"}}, Staff::every("branch")});
+    auto other = posting(id, "2026-02-28");
+    other.sourceAccountID = "branch";
+    other.amountMinor = 1;
+    EXPECT_EQ(post("guest", other).status, 200) << "an entry like any other";
+    EXPECT_EQ(list("mira").front().settled, std::vector<SettledDay>{});
+}
+
 TEST_F(TemplateRoutes, SkipADueDayAndProposeItAgain)
 {
     const auto id = make(rent());
