@@ -14,7 +14,6 @@ using std::chrono::sys_days;
 using std::chrono::year_month_day;
 
 constexpr int lastYear = 9999;
-constexpr std::string_view lastOfCalendar = "9999-12-31";
 
 year_month_day dayOf(std::string_view text)
 {

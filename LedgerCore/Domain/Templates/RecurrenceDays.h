@@ -25,6 +25,7 @@ inline constexpr std::array all{day, week, month, year};
 namespace RecurrenceDays {
 
 inline constexpr int mostUnits = 366; // between two days
+inline constexpr std::string_view lastOfCalendar = "9999-12-31";
 
 /// Whether it names a unit, a distance of 1 to `mostUnits` and real days in their order.
 bool isSound(const Recurrence& recurrence);

@@ -20,6 +20,11 @@ std::string moved(std::string_view day, int days)
     return LedgerDay::format(std::chrono::sys_days{*parsed} + std::chrono::days{days});
 }
 
+std::optional<std::string> firstAfter(const Recurrence& recurrence, std::string_view day)
+{
+    return day < RecurrenceDays::lastOfCalendar ? RecurrenceDays::onOrAfter(recurrence, moved(day, 1)) : std::nullopt;
+}
+
 }
 
 std::string TemplateOccurrence::key() const
@@ -65,8 +70,8 @@ std::optional<std::string> TemplateSchedule::nextDay(const EntryTemplate& kept, 
         return std::move(open.front());
     if (!kept.recurrence || !RecurrenceDays::isSound(*kept.recurrence))
         return std::nullopt;
-    auto day = RecurrenceDays::onOrAfter(*kept.recurrence, moved(today, 1));
+    auto day = firstAfter(*kept.recurrence, today);
     while (day && settled(kept, *day))
-        day = RecurrenceDays::onOrAfter(*kept.recurrence, moved(*day, 1));
+        day = firstAfter(*kept.recurrence, *day);
     return day;
 }

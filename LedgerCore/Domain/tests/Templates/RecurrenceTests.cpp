@@ -100,6 +100,8 @@ TEST(TemplateSchedule, LooksPastDaysThatWereSettledBeforeTheyCame)
 {
     const auto ahead = monthly("2026-11-30", {{"2026-11-30", std::nullopt}, {"2026-12-30", "entry"}});
     EXPECT_EQ(TemplateSchedule::nextDay(ahead, "2026-11-20"), "2027-01-30");
+    const auto last = monthly("9999-12-31", {{"9999-12-31", std::nullopt}});
+    EXPECT_EQ(TemplateSchedule::nextDay(last, "2026-11-20"), std::nullopt) << "the calendar ends with it";
     EntryTemplate once;
     EXPECT_EQ(TemplateSchedule::nextDay(once, "2026-11-20"), std::nullopt) << "a template without a recurrence";
 }
