@@ -114,6 +114,8 @@ void keepReceipts(Connection& from, const ReceiptFolder& there, const std::strin
 Verify::Report verified(Database& database, const std::string& files, const std::string& companyID)
 {
     const auto loan = database.borrow();
+    if (!(*loan).dialect().isFile())
+        (*loan).execute("SET idle_in_transaction_session_timeout = 0"); // the receipts are read without a question
     const Transaction reading{*loan, Transaction::Mode::reading};
     auto report = Verify::company(*loan, files, companyID);
     requireSound(report);

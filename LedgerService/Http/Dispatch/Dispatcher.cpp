@@ -149,11 +149,13 @@ Outcome Dispatcher::begin(const RouteMatch& match, Request& request) const
         return (*open)(opened(request));
     const auto& reading = std::get<Reading>(match.route->answer);
     const auto loan = m_service.database.borrow();
+    std::optional<decltype(reading.prepare(opened(request)))> work; // made once: it uses the body up
     return Anew::onConflict([&] {
         const Transaction transaction{*loan, Transaction::Mode::reading};
         return inTransaction(*loan, match, request, [&](const MemberCall& call) -> Outcome {
-            const auto work = reading.prepare(opened(request));
-            return work ? (*work)(call) : Outcome{std::unexpected(work.error())};
+            if (!work)
+                work = reading.prepare(opened(request));
+            return *work ? (**work)(call) : Outcome{std::unexpected(work->error())};
         });
     });
 }
