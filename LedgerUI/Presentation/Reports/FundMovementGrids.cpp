@@ -7,7 +7,8 @@
 
 #include <QStringList>
 
-#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Entries/PostingRules.h"
+#include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/RateText.h"
@@ -24,13 +25,11 @@ constexpr char rowMark = '#'; // between an entry and the number of its movement
 class Funds {
 public:
     Funds(const ReportBooks& books, const ReportQuery& query, std::string_view locale)
-        : m_snapshot(*books.snapshot), m_book(*books.book), m_query(query), m_locale(locale),
+        : m_snapshot(*books.snapshot), m_books(m_snapshot), m_book(*books.book), m_query(query), m_locale(locale),
           m_funds(m_book.fundMovements(scope(), ReportRanges::of(query.period)))
     {
         for (const auto& entry : m_snapshot.transactions)
             m_entries.emplace(entry.id, &entry);
-        for (const auto& each : EntryRules::refundableIncomes(m_snapshot, query.currency))
-            m_refundable.emplace(each.entry->id, each.remainingMinor);
     }
 
     FundMovementGrids made(std::size_t most)
@@ -223,22 +222,24 @@ private:
         const auto* income = find(moved.originalTransactionID);
         if (!income)
             return qString(moved.externalReference.value_or(std::string{}));
-        const auto left = m_refundable.find(income->id);
+        // Of what is left a person may read who may not refund it.
+        const auto left = PostingRules::receivedMinor(*income, m_query.currency) -
+                          m_books.refundedMinor(income->id, m_query.currency);
         const auto day = DayText::shortDate(income->date, m_locale).toStdString();
-        if (left == m_refundable.end())
+        if (left <= 0)
             return wordIn(m_locale, reportWords(), "fund.refunded", {day});
-        const auto sum = balanceText(left->second, m_query.currency, m_locale).text().toStdString();
+        const auto sum = balanceText(left, m_query.currency, m_locale).text().toStdString();
         return wordIn(m_locale, reportWords(), "fund.refundable", {day, sum});
     }
 
     const LedgerSnapshot& m_snapshot;
+    const VisibleBooks m_books;
     const ReportBook& m_book;
     const ReportQuery& m_query;
     std::string_view m_locale;
     FundMovements m_funds;
     std::unordered_map<std::string_view, const LedgerTransaction*> m_entries;
-    std::unordered_map<std::string_view, std::int64_t> m_refundable; // what is left of each income
-    std::unordered_map<std::uint32_t, std::int64_t> m_balances;      // after each entry
+    std::unordered_map<std::uint32_t, std::int64_t> m_balances; // after each entry
 };
 
 }

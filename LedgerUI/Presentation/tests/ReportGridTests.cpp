@@ -3,6 +3,7 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
+#include "LedgerUI/Presentation/Reports/FundMovementGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportMatrixGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportOwnGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportPart.h"
@@ -219,4 +220,22 @@ TEST(ReportSheet, WorksOutTheReportThatIsAskedForAndNoOther)
         held, {.report = ReportPart::summary, .period = month(today), .currency = "USD", .today = today}, english);
     EXPECT_FALSE(own.own.accounts.rows.empty());
     EXPECT_FALSE(own.largestExpenses.rows.empty());
+}
+
+TEST(FundMovementGrids, TellWhatIsLeftOfAnIncomeToWhoMayNotRefundIt)
+{
+    LedgerTransaction refund;
+    refund.id = "r1";
+    refund.kind = EntryKind::refund;
+    refund.date = "2026-11-12";
+    refund.createdAt = "2026-11-12T03:00:00Z";
+    refund.memberID = "m1";
+    refund.originalTransactionID = "n1";
+    refund.legs = {{"bank", "USD", -30'000}};
+    const auto held = heldOf(books().permissions({"viewCompany"}).entry(refund));
+    const ReportQuery query{.period = month(today), .currency = "USD", .today = today};
+    const auto list = read(FundMovementGrids::of(held, query, english, FundMovementGrids::all).list);
+    EXPECT_TRUE(std::ranges::any_of(list, [](const std::string& row) {
+        return row.contains("of income on 2 Nov 2026, USD 700.00 still refundable");
+    })) << testing::PrintToString(list);
 }
