@@ -57,7 +57,7 @@ constexpr std::array everyFigure{
            "From the arrival of a request to its reply, with the time that it waited"},
     Figure{Metrics::connections, "gauge", "state",
            "Open connections: idle, sending a request, waiting for its reply, or reading one"},
-    Figure{Metrics::commandsWaiting, "gauge", "", "Commands that wait for their turn to be written"},
+    Figure{Metrics::commandsWaiting, "gauge", "", "Commands that wait to be written, with those being written"},
     Figure{Metrics::oldestCommand, "gauge", "", "How long the first of them has waited; they are refused at 10"},
     Figure{Metrics::signInsWaiting, "gauge", "",
            "Sign-ins and new passwords under way; further ones are refused at 32"},

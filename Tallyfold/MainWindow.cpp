@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QWindow>
 
+#include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Dialogs/FormDialog.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
@@ -92,10 +93,11 @@ void MainWindow::closeEvent(QCloseEvent* event)
     event->ignore();
     if (isAsking() || !closesForms())
         return;
-    const auto warning = quitWarning({.awaitsChange = m_store.awaitsChange(),
-                                      .hasUnconfirmed = m_store.hasUnconfirmed(),
-                                      .hasUnsavedChanges = UnsavedChanges::count(*this) > 0},
-                                     InterfaceLanguage::tag());
+    const auto warning =
+        quitWarning({.awaitsChange = m_store.awaitsChange(),
+                     .hasUnconfirmed = m_store.hasUnconfirmed(),
+                     .hasUnsavedChanges = UnsavedChanges::count(*this) > 0 || m_store.drafts().wouldLose()},
+                    InterfaceLanguage::tag());
     if (!warning) {
         QMainWindow::closeEvent(event);
         event->accept();

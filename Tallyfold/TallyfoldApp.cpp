@@ -4,9 +4,11 @@
 #include <utility>
 
 #include <QCoreApplication>
+#include <QThreadPool>
 #include <QTimer>
 
 #include "LedgerCore/Client/Http/ServiceAddress.h"
+#include "LedgerCore/Client/Receipts/AttachmentCache.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Session/LanguageDefaults.h"
@@ -70,6 +72,7 @@ TallyfoldApp::~TallyfoldApp() = default;
 void TallyfoldApp::start()
 {
     m_parts->window.show();
+    QThreadPool::globalInstance()->start(&AttachmentCache::removeAbandoned);
 }
 
 void TallyfoldApp::leave()

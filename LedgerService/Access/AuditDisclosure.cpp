@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Templates/TemplateRules.h"
 #include "LedgerService/Access/ReceiptAccess.h"
 #include "LedgerService/Storage/Rows/Companies/TemplateRepository.h"
@@ -30,6 +32,23 @@ bool isOpenToOwners(const AuditRecord& record)
            std::ranges::find(kinds, record.kind) != kinds.end();
 }
 
+/// The template that a text of the record tells, whole or as the command that made it; nothing for other texts.
+std::optional<EntryTemplate> toldTemplate(const AuditRecord& record, const std::optional<std::string>& text)
+{
+    if (!text)
+        return std::nullopt;
+    if (auto kept = Json::decode<EntryTemplate>(*text))
+        return *std::move(kept);
+    const auto command = Json::decode<TemplateCreate>(*text);
+    if (!command || !record.memberID)
+        return std::nullopt;
+    EntryTemplate made;
+    made.memberID = *record.memberID;
+    made.shared = command->shared;
+    made.entry = command->entry;
+    return made;
+}
+
 }
 
 AuditRecord AuditDisclosure::of(AuditRecord record) const
@@ -41,17 +60,27 @@ AuditRecord AuditDisclosure::of(AuditRecord record) const
     return record;
 }
 
+/// A template may have been its author's alone, or of other accounts, when the record was made: what it tells of the
+/// template decides. A record that tells of a due day only is judged by the template as it is.
+bool AuditDisclosure::showsTemplate(const AuditRecord& record) const
+{
+    const std::array told{toldTemplate(record, record.before), toldTemplate(record, record.after)};
+    if (told.front() || told.back())
+        return std::ranges::all_of(told,
+                                   [&](const auto& each) { return !each || TemplateRules::maySee(*each, m_reader); });
+    const auto stored =
+        record.record ? TemplateRepository::find(m_connection, m_companyID, *record.record) : std::nullopt;
+    return stored && TemplateRules::maySee(stored->kept, m_reader);
+}
+
 bool AuditDisclosure::shows(const AuditRecord& record) const
 {
     if (isOf(record, "/v1/accounts"))
         return record.record && m_reader.can(AccountAction::view, *record.record);
     if (isOf(record, "/v1/attachments"))
         return record.record && ReceiptAccess::find(m_connection, m_companyID, m_reader, *record.record);
-    if (isOf(record, "/v1/templates")) {
-        const auto stored =
-            record.record ? TemplateRepository::find(m_connection, m_companyID, *record.record) : std::nullopt;
-        return stored && TemplateRules::maySee(stored->kept, m_reader);
-    }
+    if (isOf(record, "/v1/templates"))
+        return showsTemplate(record);
     if (isOf(record, "/v1/capital"))
         return MemberRights::canSeeCapital(m_reader);
     if (isOf(record, "/v1/dividends"))

@@ -22,6 +22,7 @@ public:
 
 private:
     [[nodiscard]] bool shows(const AuditRecord& record) const;
+    [[nodiscard]] bool showsTemplate(const AuditRecord& record) const;
 
     Connection& m_connection;
     const std::string& m_companyID;

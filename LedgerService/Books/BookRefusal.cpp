@@ -19,7 +19,7 @@ constexpr Answer noDay{invalid, "The date is no calendar day."};
 constexpr Answer future{invalid, "The day lies in the future."};
 constexpr Answer beforeTheBooks{ServiceCode::financialBeforeStartDate,
                                 "The day lies before the bookkeeping start date."};
-constexpr Answer noKey{invalid, "The idempotency key is empty or too long."};
+constexpr Answer noKey{invalid, "An idempotency key has 1 to 200 bytes."};
 constexpr Answer foreign{invalid, "The fields given are not those of the kind."};
 constexpr Answer currencies{invalid, "An entry has a currency, an exchange two different ones."};
 constexpr Answer amounts{invalid, "An amount is above zero and within the supported range."};
@@ -40,7 +40,7 @@ constexpr auto postings = []() consteval {
             {currencyMissing, currencies},
             {invalidDay, noDay},
             {invalidKey, noKey},
-            {textTooLong, {invalid, "A text is too long."}},
+            {textTooLong, {invalid, "A note has at most 2,000 characters, a reference 200."}},
             {textUnsound, {invalid, "A text is not well-formed."}},
             {notPositive, amounts},
             {tooLarge, amounts},
@@ -89,7 +89,7 @@ constexpr auto reversals = []() consteval {
             {inactiveMember, inactive},
             {invalidDay, noDay},
             {invalidKey, noKey},
-            {reasonTooLong, {invalid, "The reason is too long."}},
+            {reasonTooLong, {invalid, "A reason has at most 2,000 characters."}},
             {reasonUnsound, {invalid, "The reason is not well-formed."}},
             {notFound, unknown},
             {isReversal, {invalid, "A reversal is not reversed; record the entry again."}},

@@ -29,7 +29,7 @@ std::optional<Refusal> whyNotName(std::string_view name)
 {
     if (TextFold::trimmed(name).empty() || Naming::isName(name))
         return std::nullopt;
-    return Refusal::of(ServiceCode::validationError, "A name or period is too long or not one line of text.");
+    return Refusal::of(ServiceCode::validationError, "A name or period is one line of 1 to 120 characters.");
 }
 
 std::optional<Refusal> whyNotReceipts(const std::vector<std::string>& ids, bool takesReceipts)

@@ -100,7 +100,8 @@ constexpr RefusalTable templates{
         {TemplateRules::Refusal::notAuthor, forbidden,
          "Only its author and those who manage the company change a template."},
         {TemplateRules::Refusal::changed, conflict, "The template has changed since it was read."},
-        {TemplateRules::Refusal::notDue, invalid, "The template is not due on this day."},
+        {TemplateRules::Refusal::notDue, invalid,
+         "The template is not due on this day, or the day is more than 366 days away."},
         {TemplateRules::Refusal::recorded, conflict, "An entry is recorded for this day."},
     },
     TemplateRules::Refusal::recorded};

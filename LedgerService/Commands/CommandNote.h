@@ -18,6 +18,7 @@ struct CommandNote {
     std::optional<std::string> before = {}; // how that stood, as JSON
     std::optional<std::string> after = {};  // how it stands now, as JSON; unset: the command as it was given
     bool isRepetition = false;              // nothing was done: it was carried out before
+    bool isPrivate = false;                 // the member's own, no part of the books: nobody else is told of it
     bool isToldElsewhere = false;           // it concerned other companies, whose trails tell of it
 };
 

@@ -13,6 +13,7 @@
 #include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
 #include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
+#include "LedgerService/Storage/Rows/Companies/DraftRepository.h"
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 
 namespace LedgerService {
@@ -115,9 +116,15 @@ std::expected<LedgerTransaction, Refusal> EntryCommands::post(const Act& act, co
             rows.entryID = input.idempotencyKey;
     }
     const auto due = TemplateCommands::dueDay(act, input.idempotencyKey);
-    if (due && due->settled && due->settled->entryID)
-        return recordedBefore(act, *due->settled->entryID, input, rows);
+    if (due && due->settled && due->settled->entryID) {
+        auto recorded = recordedBefore(act, *due->settled->entryID, input, rows);
+        if (recorded)
+            DraftRepository::remove(act.connection, {act.companyID, act.member.id}, input.idempotencyKey);
+        return recorded;
+    }
     auto posted = apply(act, decide(input, rows));
+    if (posted)
+        DraftRepository::remove(act.connection, {act.companyID, act.member.id}, input.idempotencyKey);
     if (posted && due && due->maySettle)
         TemplateCommands::keepRecorded(act, due->occurrence, *posted);
     return posted;

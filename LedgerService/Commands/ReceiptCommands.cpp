@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include <fmt/core.h>
+
 #include "LedgerCore/Domain/Entries/ReceiptRules.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Access/Visibility.h"
@@ -18,6 +20,7 @@ namespace {
 
 /// What one member may have lying about: nobody fills the disk.
 constexpr std::int64_t mostLoose = 500;
+constexpr unsigned bitsOfMebi = 20;
 
 }
 
@@ -26,10 +29,13 @@ std::optional<Refusal> ReceiptCommands::whyNotTake(Connection& connection, const
 {
     if (AttachmentRepository::looseCount(connection, owner.companyID, owner.memberID) >= mostLoose)
         return Refusal::of(ServiceCode::rateLimited,
-                           "Too many receipts are linked to nothing; link some of them first.", std::chrono::hours{1});
+                           fmt::format("A member has at most {} receipts that are linked to nothing.", mostLoose),
+                           std::chrono::hours{1});
     const auto use = ReceiptSpace::of(connection, owner.companyID);
-    if (use.bytes + bytes > (use.demonstration ? room.demonstration : room.company))
-        return Refusal::of(ServiceCode::insufficientStorage, "The company's room for receipts is used up.");
+    const auto most = use.demonstration ? room.demonstration : room.company;
+    if (use.bytes + bytes > most)
+        return Refusal::of(ServiceCode::insufficientStorage,
+                           fmt::format("The company has room for {} MiB of receipts.", most >> bitsOfMebi));
     return std::nullopt;
 }
 

@@ -156,7 +156,8 @@ std::expected<void, Refusal> TemplateCommands::setDay(const CommandAct& act, std
     if (!account || !TemplateRules::mayRecord(kept.entry, *account, act.member))
         return std::unexpected(BookRefusal::of(PostingReason::notGranted));
     if (!LedgerDay::isValid(command.day) || !kept.recurrence ||
-        !RecurrenceDays::occursOn(*kept.recurrence, command.day))
+        !RecurrenceDays::occursOn(*kept.recurrence, command.day) ||
+        !TemplateSchedule::takesActionOn(command.day, act.today))
         return refused(Reason::notDue);
     const auto settled = TemplateRepository::day(act.connection, act.companyID, templateID, command.day);
     if (settled && settled->entryID)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <expected>
 #include <functional>
 #include <optional>
@@ -25,6 +26,7 @@ struct Reply {
     std::string body = "{}";                                       // the first block of it when there are more
     std::vector<std::pair<std::string, std::string>> headers = {}; // beside those that every reply carries
     BodyBlocks more = {};
+    std::size_t heldBytes = 0; // the memory that `more` holds until the last block is made, if that is not little
     std::string contentType = "application/json";
 };
 

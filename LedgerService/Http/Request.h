@@ -3,6 +3,8 @@
 #include <chrono>
 #include <string>
 
+#include "LedgerService/Http/ContentCoding.h"
+
 namespace LedgerService {
 
 /// One request as the routes see it: whole, within its limits, not yet trusted.
@@ -14,8 +16,9 @@ struct Request {
     std::string token;  // of the Authorization header; empty when there is none
     std::string remote; // the client's address as limits count it
     std::string body;
-    bool onlyReads = false;   // its method changes nothing, whatever the path
-    bool fromWebPage = false; // a browser's script sent it, with an Origin header
+    bool onlyReads = false;                         // its method changes nothing, whatever the path
+    bool fromWebPage = false;                       // a browser's script sent it, with an Origin header
+    ContentCoding coding = ContentCoding::identity; // of long replies to it
     // As they were sent, the values of repeated headers separated by commas:
     std::string ifNoneMatch;
     std::string instanceManipulations; // A-IM

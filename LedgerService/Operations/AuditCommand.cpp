@@ -3,7 +3,7 @@
 #include <fmt/core.h>
 
 #include "LedgerService/Audit/AuditText.h"
-#include "LedgerService/Operations/DatabaseFile.h"
+#include "LedgerService/Operations/Databases/DatabaseFile.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 

@@ -11,16 +11,16 @@
 
 #include "LedgerService/Interruption.h"
 #include "LedgerService/Metrics.h"
+#include "LedgerService/Operations/Archives/Backup.h"
+#include "LedgerService/Operations/Archives/Restore.h"
 #include "LedgerService/Operations/AuditCommand.h"
-#include "LedgerService/Operations/Backup.h"
-#include "LedgerService/Operations/CreateCompany.h"
-#include "LedgerService/Operations/DatabaseFile.h"
-#include "LedgerService/Operations/DatabaseOption.h"
+#include "LedgerService/Operations/Databases/DatabaseFile.h"
+#include "LedgerService/Operations/Databases/DatabaseOption.h"
+#include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Operations/EnvironmentOptions.h"
-#include "LedgerService/Operations/PeopleCommands.h"
-#include "LedgerService/Operations/Restore.h"
-#include "LedgerService/Operations/Serve.h"
-#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Operations/People/CreateCompany.h"
+#include "LedgerService/Operations/People/PeopleCommands.h"
+#include "LedgerService/Operations/Serving/Serve.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
@@ -209,6 +209,10 @@ CLI::App& declareServe(CLI::App& app, Arguments& into)
         ->default_str("review")
         ->type_name("review|open|closed")
         ->option_text("review|open|closed");
+    serve
+        .add_flag("--this-user-only", serving.thisUserOnly,
+                  "Answer only programs of the user that the service runs as, on this computer")
+        ->excludes("--behind-tls-proxy");
     declareReceipts(serve, serving);
     declareTls(serve, serving);
     declareMail(serve, serving);
@@ -251,7 +255,8 @@ CLI::App& declareRestore(CLI::App& app, Arguments& into)
 
 CLI::App& declareAudit(CLI::App& app, Arguments& into)
 {
-    auto& auditing = *app.add_subcommand("audit", "Print the audit trail, a record a line as JSON, the latest first");
+    auto& auditing =
+        *app.add_subcommand("audit", "Print the audit trail, one record per line as JSON, the latest first");
     DatabaseOption::addTo(auditing, into.file, DatabaseOption::Takes::anyDatabase);
     auditing.add_option("--company", into.companyID, "Only of this company")->type_name("ID");
     auditing.add_option("--person", into.filter.memberID, "Only what this member did")->type_name("ID");

@@ -117,6 +117,12 @@ std::expected<std::string, Refusal> ReceiptFolder::keep(std::string_view content
     return digest;
 }
 
+bool ReceiptFolder::isThere() const
+{
+    std::error_code ignored;
+    return fs::is_directory(m_path, ignored);
+}
+
 bool ReceiptFolder::has(std::string_view digest) const
 {
     std::error_code ignored;

@@ -28,6 +28,8 @@ public:
     /// `beside`: the database's file, or what stands for it where a server keeps the database.
     explicit ReceiptFolder(const std::string& beside, ReceiptRoom room = {});
 
+    /// It is made with the first receipt.
+    [[nodiscard]] bool isThere() const;
     [[nodiscard]] const ReceiptRoom& room() const { return m_room; }
 
     /// Keeps the content, safely on the disk when this returns, and gives its digest. Content that is there already

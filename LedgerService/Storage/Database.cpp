@@ -7,6 +7,7 @@
 
 #include <fmt/core.h>
 
+#include "LedgerService/Storage/LogKeeper.h"
 #include "LedgerService/Storage/Rows/Entries/FragmentUpkeep.h"
 #include "LedgerService/Storage/Rows/Sections/KnownSections.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
@@ -20,7 +21,7 @@ namespace LedgerService {
 
 namespace {
 
-/// The log begins anew by itself when there is a moment without readers; at this size the moment is made.
+/// The log begins anew when there is a moment without readers; at this size the moment is made.
 constexpr std::uintmax_t longLog = std::uintmax_t{16} << 20;
 /// How long new readers are kept waiting for those inside.
 constexpr std::chrono::milliseconds longestHold{100};
@@ -57,7 +58,8 @@ std::optional<std::string> whyNotServed(const std::string& name)
 
 Database::Database(std::string name)
     : m_name(std::move(name)), m_gate(std::make_shared<ReadGate>()), m_longLog(longLog),
-      m_sections(std::make_unique<KnownSections>())
+      m_sections(std::make_unique<KnownSections>()),
+      m_logKeeper(DatabaseName::isAddress(m_name) ? nullptr : std::make_unique<LogKeeper>(m_name, m_writing))
 {
 }
 
@@ -109,9 +111,11 @@ Database::Turn::Turn(Database& database, Instant until) : m_database(database)
 Database::Turn::~Turn()
 {
     try {
+        if (m_database.m_logKeeper)
+            m_database.m_logKeeper->heed();
         m_database.shortenLog();
     } catch (const std::exception&) { // what was to be written is written; the next turn tries again
-        m_database.m_keeper.reset();
+        m_database.m_shortener.reset();
     }
     m_database.m_writing.leave();
 }
@@ -125,15 +129,15 @@ void Database::shortenLog()
     const auto size = std::filesystem::file_size(m_name + "-wal", missing);
     if (missing || size < m_longLog)
         return;
-    if (!m_keeper) {
-        m_keeper = std::make_unique<Connection>(m_name);
-        m_keeper->execute("PRAGMA busy_timeout = 0"); // other processes' readers are not waited for
+    if (!m_shortener) {
+        m_shortener = std::make_unique<Connection>(m_name);
+        m_shortener->execute("PRAGMA busy_timeout = 0"); // other processes' readers are not waited for
     }
     m_longLog = size + longLog;
     if (!m_gate->close(longestHold))
         return;
     const ReadGate::Opening opening{*m_gate};
-    m_keeper->execute("PRAGMA wal_checkpoint(TRUNCATE)");
+    m_shortener->execute("PRAGMA wal_checkpoint(TRUNCATE)");
     if (std::filesystem::file_size(m_name + "-wal", missing) < longLog)
         m_longLog = longLog;
 }
@@ -157,6 +161,8 @@ Database::Loan Database::borrow()
         return {*this, std::move(connection)};
     auto connection = std::make_unique<Connection>(m_name);
     connection->setReadGate(m_gate);
+    if (m_logKeeper)
+        m_logKeeper->watch(*connection);
     if (!connection->dialect().isFile()) // a writer who is gone without a word keeps the others waiting no longer
         connection->execute("SET idle_in_transaction_session_timeout = '60s'");
     return {*this, std::move(connection)};

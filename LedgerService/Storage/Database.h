@@ -14,6 +14,7 @@
 namespace LedgerService {
 
 class Connection;
+class LogKeeper;
 class ReadGate;
 struct KnownSections;
 
@@ -76,12 +77,13 @@ private:
 
     std::string m_name;
     std::shared_ptr<ReadGate> m_gate;
-    std::unique_ptr<Connection> m_keeper; // whoever writes has it; made when it is needed
-    std::uintmax_t m_longLog;             // bytes
+    std::unique_ptr<Connection> m_shortener; // whoever writes has it; made when it is needed
+    std::uintmax_t m_longLog;                // bytes
     std::unique_ptr<KnownSections> m_sections;
     TurnQueue m_writing;
     std::mutex m_guard;
     std::vector<std::unique_ptr<Connection>> m_idle;
+    std::unique_ptr<LogKeeper> m_logKeeper; // of a file
 };
 
 }

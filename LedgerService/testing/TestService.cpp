@@ -15,7 +15,7 @@
 #include "LedgerService/Http/Routes/AllRoutes.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/Token.h"
-#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LedgerCore/Domain/Records/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/DividendCommand.h"
 #include "LedgerUI/Presentation/tests/CapitalSample.h"
 #include "LedgerUI/Screens/Capital/CapitalView.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
@@ -27,12 +29,47 @@ inline void openBooks(WindowUnderTest& under, const CapitalSample& sample)
     under.screen.waitFor("capitalTabs");
 }
 
-/// Everything is called as long as the service allows.
-inline CapitalSample withLongNames()
+/// The page of capital and dividends over a scripted service, with what was sent to it.
+struct CapitalPageUnderTest : WindowUnderTest {
+    explicit CapitalPageUnderTest(const CapitalSample& sample = capitalSample()) : WindowUnderTest{capitalPages()}
+    {
+        openBooks(*this, sample);
+    }
+
+    template <class Command>
+    std::vector<Command> sent(const std::string& route)
+    {
+        std::vector<Command> commands;
+        for (const auto& request : server.requests(route)) {
+            const auto command = Json::decode<Command>(request.body);
+            require(command.has_value(), "what the program sends is a command");
+            commands.push_back(*command);
+        }
+        return commands;
+    }
+    std::vector<CapitalCommand> capitalSent() { return sent<CapitalCommand>("POST v1/capital/commands"); }
+    std::vector<DividendCommand> dividendsSent() { return sent<DividendCommand>("POST v1/dividends/commands"); }
+
+    void openContribution()
+    {
+        screen.press("contributeButton");
+        screen.waitForFocus("recordForm");
+        screen.pick("recordPerson", "Budi");
+        screen.fill("recordAmount", "250000");
+    }
+    void openDividends()
+    {
+        screen.keys("Ctrl+Tab Ctrl+Tab");
+        screen.waitFor("batchesTable");
+    }
+};
+
+/// Everything is called as long as the service allows, in words of nine letters or in one.
+inline CapitalSample withLongNames(const char* between = " ")
 {
-    const auto named = [](std::string name) {
+    const auto named = [between](std::string name) {
         while (name.size() < 110)
-            name += " mmmmmmmmm";
+            name += between + std::string(9, 'm');
         return name;
     };
     CapitalSample sample{capitalGround()};

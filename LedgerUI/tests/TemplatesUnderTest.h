@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "LedgerCore/Client/Store/EntryTemplates.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportsView.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
@@ -42,6 +43,6 @@ inline void openBooksWithTemplates(WindowUnderTest& under, const std::string& te
     under.server.replace("GET v1/snapshot", tagged(builder.json()));
     require(resultOf(under.store.startDemo("en-US", "owner")).has_value(), "the scripted demonstration opens");
     settle();
-    waitUntil([&] { return under.server.requests("GET v1/templates").size() == 1; });
+    waitUntil([&] { return under.store.templates().areOffered(); });
     settle();
 }

@@ -109,6 +109,26 @@ TEST_F(Window, AsksBeforeItTakesUnsavedChangesAlong)
     EXPECT_TRUE(window.close()) << "nothing is unsaved any more";
 }
 
+TEST_F(Window, AsksBeforeAnEntryGoesThatWasTurnedAwayWithTheSession)
+{
+    const auto tagged = [](std::string body) {
+        return ServerReply{.body = std::move(body), .headers = {"ETag: \"1\""}};
+    };
+    service.server.replace("GET v1/me/drafts", ServerReply::json(R"({"drafts":[]})"));
+    service.server.replace("POST v1/auth/login", tagged(books().signInJson()));
+    service.server.replace("GET v1/snapshot", tagged(books().json()));
+    ASSERT_TRUE(resultOf(service.store.login("m1@example.com", "secret")).has_value());
+    screen.waitFor("newEntry");
+    screen.keys("Ctrl+N");
+    screen.fill("entryAmount", "12.5");
+    screen.keys("Tab Space");
+    endTheSession();
+    EXPECT_FALSE(window.close());
+    screen.waitForText("What you entered will not be saved.");
+    screen.press("questionConfirm");
+    EXPECT_FALSE(window.isVisible());
+}
+
 TEST_F(Window, HasTheOpenFormAskFirst)
 {
     service.signIn(books());

@@ -1,5 +1,4 @@
 #include <QLineEdit>
-#include <QRegularExpression>
 
 #include "Tests/EndToEnd/Story.h"
 
@@ -36,22 +35,6 @@ void signInAsTheApplicant(Stage& stage)
     stage.screen.keys("Return");
 }
 
-QString applicationID(Stage& stage)
-{
-    const auto listed = stage.service.ask({QStringLiteral("companies"), QStringLiteral("list")});
-    for (const auto& line : listed.split(QLatin1Char('\n'))) {
-        if (line.contains(QString::fromUtf8(company)))
-            return line.section(QLatin1Char('\t'), 0, 0);
-    }
-    return {};
-}
-
-void decide(Stage& stage, const char* decision)
-{
-    std::ignore = stage.service.ask({QStringLiteral("companies"), QString::fromLatin1(decision)},
-                                    {QStringLiteral("--id"), applicationID(stage)});
-}
-
 }
 
 void tellOfApplying(Stage& stage)
@@ -73,10 +56,10 @@ void tellOfApplying(Stage& stage)
     screen.press("mode-login");
     signInAsTheApplicant(stage);
     stage.readAlert(QStringLiteral("Too early to sign in"), pending);
-    decide(stage, "reject");
+    stage.service.decideOn(QString::fromUtf8(company), QStringLiteral("reject"));
     screen.keys("Return");
     stage.readAlert(QStringLiteral("Rejected"), rejected);
-    decide(stage, "approve");
+    stage.service.decideOn(QString::fromUtf8(company), QStringLiteral("approve"));
     stage.teller.step(QStringLiteral("Approved by the operator, and signed in"), [&] {
         signInAsTheApplicant(stage);
         screen.waitFor("workspaceView");

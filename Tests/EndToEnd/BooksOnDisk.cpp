@@ -18,6 +18,10 @@ constexpr auto countReceipts = R"sql(
 
 constexpr auto countLoose = "SELECT COUNT(*) FROM attachments WHERE linked_change = 0";
 
+constexpr auto countDrafts = "SELECT COUNT(*) FROM entry_drafts WHERE json_extract(entry, '$.note') = ?1";
+
+constexpr auto countSent = "SELECT COUNT(*) FROM entry_drafts WHERE json_extract(sent, '$.note') = ?1";
+
 constexpr auto countBroken = R"sql(
     SELECT COUNT(*) FROM balances AS held WHERE amount_minor <> (
         SELECT COALESCE(SUM(amount_minor), 0) FROM legs
@@ -40,6 +44,16 @@ int BooksOnDisk::receiptsOn(const QString& note) const
 int BooksOnDisk::looseReceipts() const
 {
     return static_cast<int>(number(countLoose, {}));
+}
+
+int BooksOnDisk::draftsNoted(const QString& note) const
+{
+    return static_cast<int>(number(countDrafts, note));
+}
+
+int BooksOnDisk::draftsSent(const QString& note) const
+{
+    return static_cast<int>(number(countSent, note));
 }
 
 int BooksOnDisk::brokenBalances() const

@@ -16,6 +16,9 @@ public:
     [[nodiscard]] int receiptsOn(const QString& note) const;
     /// How many receipts were uploaded and belong to no entry.
     [[nodiscard]] int looseReceipts() const;
+    /// How many drafts with this note the service keeps, and how many of them as sent.
+    [[nodiscard]] int draftsNoted(const QString& note) const;
+    [[nodiscard]] int draftsSent(const QString& note) const;
     /// How many balances differ from the sum of their legs.
     [[nodiscard]] int brokenBalances() const;
 

@@ -6,10 +6,8 @@
 #include <QImage>
 
 #include "LedgerCore/Domain/Capital/CapitalCommands.h"
-#include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
 #include "LedgerUI/Theme/Theme.h"
-#include "Tallyfold/MainWindow.h"
-#include "Tests/EndToEnd/CapitalInLanguages.h"
+#include "Tests/EndToEnd/CapitalCompany.h"
 #include "Tests/EndToEnd/Colleague.h"
 #include "Tests/EndToEnd/Keyboard.h"
 #include "Tests/EndToEnd/LossyLine.h"
@@ -17,46 +15,7 @@
 
 namespace {
 
-constexpr auto owner = "dewi@modal.example";
-constexpr auto password = "a secret of Dewi";
-constexpr auto company = "PT Modal Bersama";
-
-/// A company with two accounts, whose books begin with this year.
-void prepare(Colleague& dewi)
-{
-    auto& store = dewi.store();
-    dewi.signIn(owner, password);
-    const auto add = [&](std::string name, std::vector<std::string> currencies) {
-        AccountCreate account;
-        account.name = std::move(name);
-        account.currencies = std::move(currencies);
-        dewi.done(store.createAccount(std::move(account)), "an account is opened");
-    };
-    add("Operating bank", {"IDR", "USD"});
-    add("Second bank", {"IDR"});
-    const auto start = store.today().substr(0, 4) + "-01-01";
-    auto books = FinancialSettingsRules::initialize(*store.snapshot(), store.today(), start,
-                                                    std::string{InitializationMode::fromZero}, store.newIdentifier());
-    expect(books.has_value(), QStringLiteral("the books can begin"));
-    dewi.done(store.submitFinancialSettings(*std::move(books), false), "the books begin");
-    auto switched = FinancialSettingsRules::configure(*store.snapshot(), {.contributions = true, .dividends = true},
-                                                      store.newIdentifier());
-    expect(switched.has_value(), QStringLiteral("the features can be switched on"));
-    dewi.done(store.submitFinancialSettings(*std::move(switched), false), "the features are switched on");
-}
-
-void enter(Stage& stage, const LossyLine& line)
-{
-    auto& screen = stage.screen;
-    screen.press("addressFold");
-    screen.fill("serviceAddress", line.address().toStdString());
-    screen.fill("email", owner);
-    screen.fill("password", password);
-    screen.keys("Return");
-    screen.waitFor("page-dividends");
-    Keyboard{screen}.press("page-dividends");
-    screen.waitFor("ownersTable");
-}
+constexpr CapitalCompany company{"PT Modal Bersama", "dewi@modal.example", "a secret of Dewi"};
 
 void addOwner(const Stage& stage, const char* name)
 {
@@ -79,7 +38,7 @@ void setUpOwners(Stage& stage)
         by.write("recordRow0", "1050000000");
         by.write("recordRow1", "800000000");
         by.press("entryDay");
-        stage.screen.waitForFocus("entryDayPopover");
+        stage.screen.waitForFocus("dayPopover");
         stage.screen.type("31/12/2025");
         stage.screen.keys("Return");
         stage.screen.waitForFocus("recordForm");
@@ -295,11 +254,10 @@ void followTheLinks(Stage& stage)
 
 void tellOfCapital(Stage& stage)
 {
-    stage.service.foundCompany(QString::fromUtf8(company), QString::fromUtf8(owner), QString::fromUtf8(password));
     LossyLine line{stage.service.address()};
     Colleague dewi{stage.service.address().toStdString(), stage.screen};
-    prepare(dewi);
-    enter(stage, line);
+    company.found(stage, dewi);
+    company.enter(stage, line.address());
     setUpOwners(stage);
     agreeOnOwnership(stage, dewi);
     payIn(stage);
@@ -307,8 +265,6 @@ void tellOfCapital(Stage& stage)
     payOut(stage, line);
     settleAnAdvance(stage);
     followTheLinks(stage);
-    for (const auto* language : {"zh-CN", "id-ID", "vi-VN"})
-        liveACapitalYearIn(stage, language);
     expect(stage.books.receiptsOn(QStringLiteral("Second round")) == 1,
            QStringLiteral("the contribution carries its receipt"));
     expect(stage.books.entriesNoted(QStringLiteral("It was typed twice")) == 1,

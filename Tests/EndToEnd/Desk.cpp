@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QTest>
 
+#include "LedgerCore/Client/Session/SessionKeychain.h"
 #include "Tallyfold/MainWindow.h"
 #include "Tallyfold/TallyfoldApp.h"
 #include "Tests/EndToEnd/StoryTeller.h"
@@ -35,14 +36,22 @@ private:
 
 }
 
-Desk::Desk(std::string service, const ScreenDriver& screen) : m_service{std::move(service)}, m_screen{screen} {}
+Desk::Desk(std::string service, const ScreenDriver& screen) : Desk{std::move(service), screen, Equipment{}} {}
+
+Desk::Desk(std::string service, const ScreenDriver& screen, Equipment equipment)
+    : m_service{std::move(service)}, m_equipment{std::move(equipment)}, m_screen{screen}
+{
+}
 
 Desk::~Desk() = default;
 
 void Desk::open()
 {
+    std::unique_ptr<SessionCredentialStore> keychain = std::make_unique<LentKeychain>(m_keychain);
+    if (m_equipment.hasKeyring)
+        keychain = std::make_unique<SessionKeychain>();
     m_program = std::make_unique<TallyfoldApp>(TallyfoldApp::Setup{
-        .language = "en-US", .credentials = std::make_unique<LentKeychain>(m_keychain), .service = m_service});
+        .language = m_equipment.language, .credentials = std::move(keychain), .service = m_service});
     m_program->start();
     window().resize(1160, 760);
     window().activateWindow();
@@ -59,6 +68,19 @@ void Desk::close()
 MainWindow& Desk::window()
 {
     return m_program->window();
+}
+
+void Desk::rest()
+{
+    window().hide();
+}
+
+void Desk::goOn()
+{
+    window().show();
+    window().activateWindow();
+    expect(QTest::qWaitForWindowActive(&window()), QStringLiteral("the window is active"));
+    comeBack();
 }
 
 void comeBack()

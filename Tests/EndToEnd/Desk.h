@@ -13,8 +13,16 @@ class TallyfoldApp;
 /// is closed.
 class Desk {
 public:
+    /// What a computer has: the language of its desktop, and whether sessions go into the keychain of the desktop,
+    /// which tells computers apart by the address of the service only.
+    struct Equipment {
+        std::string language = "en-US";
+        bool hasKeyring = false;
+    };
+
     /// `service` is the address that the program begins with.
     Desk(std::string service, const ScreenDriver& screen);
+    Desk(std::string service, const ScreenDriver& screen, Equipment equipment);
     ~Desk();
 
     /// Starts the program and waits for its window.
@@ -22,9 +30,14 @@ public:
     /// Closes the window as a person does, and ends the program.
     void close();
     [[nodiscard]] MainWindow& window();
+    /// The person at this computer looks up and another one goes on; what is open stays open.
+    void rest();
+    /// The person turns to the program again.
+    void goOn();
 
 private:
     std::string m_service;
+    Equipment m_equipment;
     const ScreenDriver& m_screen;
     SessionMemory m_keychain;
     std::unique_ptr<TallyfoldApp> m_program;

@@ -23,6 +23,11 @@ void LossyLine::loseReplyTo(const QByteArray& path)
     m_armed = "POST /" + path;
 }
 
+void LossyLine::loseRequestTo(const QByteArray& path)
+{
+    m_swallowed = "POST /" + path;
+}
+
 void LossyLine::carry()
 {
     auto* const program = m_server.nextPendingConnection();
@@ -31,6 +36,11 @@ void LossyLine::carry()
     service->connectToHost(QHostAddress{QHostAddress::LocalHost}, m_service);
     QObject::connect(program, &QTcpSocket::readyRead, service, [this, program, service, loses] {
         const auto asked = program->readAll();
+        if (!m_swallowed.isEmpty() && asked.startsWith(m_swallowed)) {
+            m_swallowed.clear();
+            QObject::disconnect(program, &QTcpSocket::readyRead, service, nullptr);
+            return;
+        }
         if (!m_armed.isEmpty() && asked.startsWith(m_armed))
             *loses = true;
         service->write(asked);

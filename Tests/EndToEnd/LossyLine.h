@@ -4,8 +4,8 @@
 #include <QString>
 #include <QTcpServer>
 
-/// The line between the program and the service, which can lose one reply: what was asked arrives and is done, and the
-/// program never hears of it.
+/// The line between the program and the service. It can lose one reply: what was asked arrives and is done, and the
+/// program never hears of it. And it can lose one request, for whose reply the program waits in vain.
 class LossyLine {
 public:
     /// `service` is the address that the line leads to.
@@ -15,7 +15,8 @@ public:
     [[nodiscard]] QString address() const;
     /// Loses the reply to the next request of this path.
     void loseReplyTo(const QByteArray& path);
-    [[nodiscard]] bool hasLost() const { return m_armed.isEmpty(); }
+    void loseRequestTo(const QByteArray& path);
+    [[nodiscard]] bool hasLost() const { return m_armed.isEmpty() && m_swallowed.isEmpty(); }
 
 private:
     void carry();
@@ -23,4 +24,5 @@ private:
     quint16 m_service;
     QTcpServer m_server;
     QByteArray m_armed;
+    QByteArray m_swallowed;
 };

@@ -23,7 +23,10 @@ constexpr auto founded = "Hùng Phát Trading";
 constexpr auto till = "Till at the harbour";
 constexpr auto category = "Harbour fees";
 constexpr auto note = "Mooring for one night";
+constexpr auto safe = "Safe in the office";
+constexpr auto moved = "Into the safe for the night";
 constexpr auto further = "CV Jalur Baru";
+constexpr auto inviting = "CV Samudra Kopi";
 
 int countOf(Stage& stage, const char* name)
 {
@@ -97,6 +100,60 @@ void applyForAnother(Stage& stage, LossyLine& line)
     stage.readAlert(QStringLiteral("Applied for once"), "Your company application is awaiting platform review.");
     screen.waitUntilGone("companyApplicationDialog");
     expect(countOf(stage, further) == 1, QStringLiteral("one application waits"));
+}
+
+void waitForCompany(const ScreenDriver& screen, const char* name)
+{
+    screen.waitUntil(std::string{name} + " is open",
+                     [&] { return screen.read("companyButton").find(name) != std::string::npos; });
+}
+
+/// Whoever loses the reply stays signed in where they were, and the code opens the company all the same.
+void joinAnother(Stage& stage, LossyLine& line)
+{
+    auto& screen = stage.screen;
+    stage.service.foundCompany(QString::fromUtf8(inviting), QStringLiteral("bima@samudra.example"),
+                               QStringLiteral("a secret of Bima"));
+    Colleague bima{stage.service.address().toStdString(), screen};
+    bima.signIn("bima@samudra.example", "a secret of Bima");
+    const auto code = bima.invite("Tari", owner, "finance");
+    openCompanies(screen);
+    screen.keys("Up Up Return");
+    screen.waitForFocus("joinCode");
+    screen.type(code);
+    screen.keys("Return");
+    screen.waitFor("joinPreview");
+    stage.teller.step(QStringLiteral("The reply is lost: joining a company"), [&] {
+        line.loseReplyTo("v1/invites/accept");
+        screen.keys("Ctrl+Return");
+        screen.waitUntilGone("joinPreview");
+        expect(line.hasLost(), QStringLiteral("the service had answered"));
+    });
+    stage.teller.step(QStringLiteral("The same code opens it"), [&] {
+        screen.keys("Ctrl+Return");
+        screen.waitFor("joinPreview");
+        screen.keys("Ctrl+Return");
+        screen.waitUntilGone("joinCompanyDialog");
+        waitForCompany(screen, inviting);
+    });
+}
+
+void switchBack(Stage& stage, LossyLine& line)
+{
+    auto& screen = stage.screen;
+    openCompanies(screen);
+    line.loseReplyTo("v1/me/companies/switch");
+    screen.keys("Down Return");
+    screen.waitFor("alertDialog");
+    stage.teller.step(QStringLiteral("The reply is lost: going over to a company"), [&] {
+        expect(line.hasLost(), QStringLiteral("the service had answered"));
+        screen.press("messageClose");
+        screen.waitUntilGone("alertDialog");
+        waitForCompany(screen, inviting);
+    });
+    openCompanies(screen);
+    screen.keys("Down Return");
+    waitForCompany(screen, company);
 }
 
 void openAnAccount(Stage& stage, LossyLine& line)
@@ -188,6 +245,79 @@ void recordWithAReceipt(Stage& stage, LossyLine& line)
     expect(stage.books.receiptsOn(QString::fromUtf8(note)) == 1, QStringLiteral("it carries its receipt once"));
 }
 
+/// A receipt that comes later: it is uploaded, and then put on the entry.
+void addAReceipt(Stage& stage, LossyLine& line)
+{
+    auto& screen = stage.screen;
+    screen.pressRow("ledgerTable", category);
+    screen.press("addReceiptsButton");
+    screen.waitFor("addReceipts");
+    QImage photo{600, 800, QImage::Format_RGB32};
+    photo.fill(Qt::darkGray);
+    QGuiApplication::clipboard()->setImage(photo);
+    screen.keys("Ctrl+V");
+    screen.waitForText(" KB");
+    stage.teller.step(QStringLiteral("The reply is lost: a receipt for an entry that stands"), [&] {
+        line.loseReplyTo("v1/transactions/");
+        screen.keys("Ctrl+Return");
+        screen.waitForText("Retry original request");
+        expect(line.hasLost(), QStringLiteral("the service had answered"));
+    });
+    screen.keys("Ctrl+Return");
+    screen.waitUntilGone("addReceipts");
+    expect(stage.books.receiptsOn(QString::fromUtf8(note)) == 2, QStringLiteral("it carries both receipts once"));
+}
+
+void keepATemplate(Stage& stage, LossyLine& line)
+{
+    auto& screen = stage.screen;
+    screen.keys("Ctrl+N");
+    screen.waitForFocus("transactionForm");
+    screen.fill("entryAmount", "7000");
+    screen.press("entryCategory0");
+    screen.press("entryKeepTemplate");
+    screen.waitForFocus("templateForm");
+    screen.fill("templateName", "Mooring");
+    loseOn(stage, line, "v1/templates", "templateName", QStringLiteral("a template"));
+    screen.keys("Ctrl+Return");
+    screen.waitUntilGone("templateForm");
+    screen.press("entryCancel");
+    screen.press("questionConfirm");
+    screen.waitUntilGone("transactionForm");
+    stage.teller.step(QStringLiteral("Sent again, there is one template"), [&] {
+        screen.choose("newEntryKinds", "newEntry.templates");
+        screen.waitFor("templatesDialog");
+        screen.waitUntil("one template is listed",
+                         [&] { return screen.find<QAbstractItemView>("templateTable").model()->rowCount() == 1; });
+    });
+    screen.keys("Esc");
+    screen.waitUntilGone("templatesDialog");
+}
+
+/// Between two accounts of the company.
+void moveMoney(Stage& stage, LossyLine& line)
+{
+    auto& screen = stage.screen;
+    screen.press("page-accounts");
+    screen.press("newAccountButton");
+    screen.waitForFocus("accountFormName");
+    screen.type(safe);
+    screen.keys("Ctrl+Return");
+    screen.waitUntilGone("accountForm");
+    screen.press("page-ledger");
+    screen.keys("Ctrl+Shift+T");
+    screen.waitForFocus("transactionForm");
+    screen.pick("entryAccount", till);
+    screen.pick("entryDestination", safe);
+    screen.fill("entryAmount", "1000");
+    screen.fill("entryNote", moved);
+    loseOn(stage, line, "v1/transactions", "entryAmount", QStringLiteral("a transfer"));
+    screen.keys("Ctrl+Return");
+    screen.waitUntilGone("transactionForm");
+    screen.waitForText(moved);
+    expect(stage.books.entriesNoted(QString::fromUtf8(moved)) == 1, QStringLiteral("the transfer is recorded once"));
+}
+
 void undoIt(Stage& stage, LossyLine& line)
 {
     auto& screen = stage.screen;
@@ -245,13 +375,18 @@ void tellOfLostReplies(Stage& stage)
     inviteSomebody(stage, line);
     recordAnOpening(stage, line);
     recordWithAReceipt(stage, line);
+    addAReceipt(stage, line);
     undoIt(stage, line);
+    keepATemplate(stage, line);
+    moveMoney(stage, line);
     applyForAnother(stage, line);
+    joinAnother(stage, line);
+    switchBack(stage, line);
     stage.signOut();
     Colleague tari{stage.service.address().toStdString(), screen};
     tari.signIn(owner, password);
     const auto& books = *tari.store().snapshot();
-    expect(books.accounts.size() == 1, QStringLiteral("one account was opened"));
+    expect(books.accounts.size() == 2, QStringLiteral("each account was opened once"));
     const auto made = std::ranges::count_if(books.categories, [](const Category& each) {
         const auto name = each.names.find("en-US");
         return name != each.names.end() && name->second == category;

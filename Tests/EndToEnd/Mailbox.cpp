@@ -12,8 +12,9 @@ int Mailbox::lettersTo(const std::string& address) const
 std::string Mailbox::latestCode(const std::string& address) const
 {
     static const QRegularExpression code{QStringLiteral("^Subject: .*?(\\d{6})"), QRegularExpression::MultilineOption};
+    static const QRegularExpression fold{QStringLiteral("\\?=\\r?\\n =\\?utf-8\\?Q\\?")}; // of a long encoded subject
     const auto all = letters(address);
-    return all.isEmpty() ? std::string{} : code.match(all.last()).captured(1).toStdString();
+    return all.isEmpty() ? std::string{} : code.match(QString{all.last()}.remove(fold)).captured(1).toStdString();
 }
 
 /// The oldest first: their names begin with the time.

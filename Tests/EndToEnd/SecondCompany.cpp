@@ -1,5 +1,3 @@
-#include <tuple>
-
 #include "Tallyfold/MainWindow.h"
 #include "Tests/EndToEnd/Desk.h"
 #include "Tests/EndToEnd/Story.h"
@@ -12,17 +10,6 @@ constexpr auto first = "PT Lentera Timur";
 constexpr auto second = "CV Teh Melati";
 constexpr auto owner = "sari@lentera-timur.example";
 constexpr auto password = "a secret of Sari";
-
-QString idOf(Stage& stage, const char* company)
-{
-    const auto listed = stage.service.ask({QStringLiteral("companies"), QStringLiteral("list")});
-    for (const auto& line : listed.split(QLatin1Char('\n'))) {
-        if (line.contains(QString::fromUtf8(company)))
-            return line.section(QLatin1Char('\t'), 0, 0);
-    }
-    expect(false, QStringLiteral("the company is listed"));
-    return {};
-}
 
 void waitForCompany(const ScreenDriver& screen, const char* company)
 {
@@ -90,8 +77,7 @@ void tellOfASecondCompany(Stage& stage)
         screen.waitForText("Confirm the day on which the books start");
     });
     apply(stage);
-    std::ignore = stage.service.ask({QStringLiteral("companies"), QStringLiteral("approve")},
-                                    {QStringLiteral("--id"), idOf(stage, second)});
+    stage.service.decideOn(QString::fromUtf8(second), QStringLiteral("approve"));
     switchTo(stage, second, "Down Down Return");
     openAgain(stage, desk, second);
     switchTo(stage, first, "Down Return");

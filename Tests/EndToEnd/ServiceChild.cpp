@@ -1,5 +1,6 @@
 #include "Tests/EndToEnd/ServiceChild.h"
 
+#include <algorithm>
 #include <tuple>
 #include <utility>
 
@@ -79,4 +80,13 @@ void ServiceChild::foundCompany(const QString& name, const QString& email, const
                        QStringLiteral("--owner-name"), email.section(QLatin1Char('@'), 0, 0),
                        QStringLiteral("--owner-email"), email},
                       password + QLatin1Char('\n'));
+}
+
+void ServiceChild::decideOn(const QString& company, const QString& decision) const
+{
+    const auto listed = ask({QStringLiteral("companies"), QStringLiteral("list")}).split(QLatin1Char('\n'));
+    const auto found = std::ranges::find_if(listed, [&](const QString& line) { return line.contains(company); });
+    expect(found != listed.end(), QStringLiteral("the company is listed"));
+    std::ignore =
+        ask({QStringLiteral("companies"), decision}, {QStringLiteral("--id"), found->section(QLatin1Char('\t'), 0, 0)});
 }

@@ -21,6 +21,8 @@ public:
                               const QString& input = {}) const;
     /// Founds an approved company with its owner.
     void foundCompany(const QString& name, const QString& email, const QString& password) const;
+    /// The operator's word on an application: "approve" or "reject".
+    void decideOn(const QString& company, const QString& decision) const;
 
     /// "http://127.0.0.1:PORT", known once started.
     [[nodiscard]] QString address() const { return m_address; }

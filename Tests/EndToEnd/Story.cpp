@@ -16,6 +16,8 @@ std::span<const Story> stories()
         Story{"ledger", "Reading the ledger", tellOfTheLedger},
         Story{"accounts", "Reading the accounts", tellOfAccounts},
         Story{"capital", "Owners' capital and dividends", tellOfCapital},
+        Story{"capital-languages", "Capital and dividends in four languages", tellOfCapitalInLanguages},
+        Story{"lost-capital-replies", "Replies about capital and dividends that are lost", tellOfLostCapitalReplies},
         Story{"looking-around", "Every page and tab", tellOfLookingAround},
         Story{"recording", "Recording an expense", tellOfRecording},
         Story{"templates", "An entry that comes back", tellOfTemplates},
@@ -23,9 +25,17 @@ std::span<const Story> stories()
         Story{"reversing", "Undoing an entry", tellOfReversing},
         Story{"languages", "Four languages, large and small, light and dark", tellOfLanguagesAndSizes},
         Story{"coming-back", "Leaving and coming back", tellOfComingBack},
-        Story{"petty-cash", "Petty cash at two clients, and a right taken away", tellOfPettyCash},
+        Story{"first-day-zh-CN", "A company from nothing in Chinese, by mouse",
+              [](Stage& stage) { tellOfTheFirstDay(stage, "zh-CN", Hand::mouse); }},
+        Story{"first-day-id-ID", "A company from nothing in Indonesian, by mouse",
+              [](Stage& stage) { tellOfTheFirstDay(stage, "id-ID", Hand::mouse); }},
+        Story{"first-day-vi-VN", "A company from nothing in Vietnamese, by mouse",
+              [](Stage& stage) { tellOfTheFirstDay(stage, "vi-VN", Hand::mouse); }},
+        Story{"first-day-en-US", "A company from nothing in English, by mouse",
+              [](Stage& stage) { tellOfTheFirstDay(stage, "en-US", Hand::mouse); }},
         Story{"second-company", "A second company, and staying signed in", tellOfASecondCompany},
         Story{"lost-replies", "Replies that are lost on the way", tellOfLostReplies},
+        Story{"sudden-death", "A program that dies in the middle of an entry", tellOfSuddenDeath},
     };
     return all;
 }

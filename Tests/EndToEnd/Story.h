@@ -6,6 +6,7 @@
 
 #include "LedgerUI/testing/ScreenDriver.h"
 #include "Tests/EndToEnd/BooksOnDisk.h"
+#include "Tests/EndToEnd/Hands.h"
 #include "Tests/EndToEnd/Mailbox.h"
 #include "Tests/EndToEnd/ServiceChild.h"
 #include "Tests/EndToEnd/StoryTeller.h"
@@ -20,6 +21,7 @@ struct Stage {
     BooksOnDisk books;
     Mailbox mail;
     MainWindow& window;
+    bool hasKeyring = false; // the desktop has one that is open
 
     /// Points the sign-in screen at the service.
     void findTheService();
@@ -49,6 +51,8 @@ void tellOfJoining(Stage& stage);
 void tellOfTheLedger(Stage& stage);
 void tellOfAccounts(Stage& stage);
 void tellOfCapital(Stage& stage);
+void tellOfCapitalInLanguages(Stage& stage);
+void tellOfLostCapitalReplies(Stage& stage);
 void tellOfLookingAround(Stage& stage);
 void tellOfRecording(Stage& stage);
 void tellOfTemplates(Stage& stage);
@@ -56,6 +60,8 @@ void tellOfReceipts(Stage& stage);
 void tellOfReversing(Stage& stage);
 void tellOfLanguagesAndSizes(Stage& stage);
 void tellOfComingBack(Stage& stage);
-void tellOfPettyCash(Stage& stage);
+/// In a language, with a hand.
+void tellOfTheFirstDay(Stage& stage, const std::string& language, Hand hand);
 void tellOfASecondCompany(Stage& stage);
 void tellOfLostReplies(Stage& stage);
+void tellOfSuddenDeath(Stage& stage);

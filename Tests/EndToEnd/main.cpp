@@ -17,6 +17,7 @@
 #include "Tallyfold/MainWindow.h"
 #include "Tallyfold/TallyfoldApp.h"
 #include "Tests/EndToEnd/Story.h"
+#include "Tests/EndToEnd/Typist.h"
 
 namespace {
 
@@ -26,6 +27,9 @@ struct Options {
     std::string listen = "127.0.0.1:0";
     std::string screens;
     std::string reader;
+    std::string typist;
+    Typist::Order typed;
+    bool hasKeyring = false;
     std::vector<std::string> chosen;
 };
 
@@ -41,10 +45,15 @@ void describe(CLI::App& command, Options& options)
     command.add_option("--screens", options.screens, "Folder for the pictures")->required();
     command.add_option("--reader", options.reader,
                        "A program that says at each picture what is wrong with it for somebody who cannot see it");
+    command.add_option("--typist", options.typist,
+                       "Type an entry at the service of this address and wait for the end; for the stories themselves");
+    command.add_option("--typed-note", options.typed.note, "The note of that entry");
+    command.add_flag("--typed-and-sent", options.typed.isSent, "Send it, too");
+    command.add_flag("--keyring", options.hasKeyring, "Sessions are kept in the keyring of the desktop, which is open");
     command.add_option("stories", options.chosen, "Which stories to tell; all by default")->check(CLI::IsMember(names));
 }
 
-void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const QString& database)
+void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const QString& database, bool hasKeyring)
 {
     constexpr std::chrono::seconds patience{30};
     teller.begin(qString(story.title));
@@ -59,7 +68,8 @@ void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const 
                 .service = service,
                 .books = BooksOnDisk{database},
                 .mail = Mailbox{database + QStringLiteral(".mail")},
-                .window = tallyfold.window()};
+                .window = tallyfold.window(),
+                .hasKeyring = hasKeyring};
     try {
         story.tell(stage);
     } catch (const ScreenFailure&) {
@@ -81,7 +91,7 @@ int tellAll(const Options& options)
         expect(service.start(), QStringLiteral("the ledger service starts"));
         for (const auto& story : stories()) {
             if (options.chosen.empty() || std::ranges::find(options.chosen, story.name) != options.chosen.end())
-                tell(story, teller, service, file);
+                tell(story, teller, service, file, options.hasKeyring);
         }
         expect(service.stop(), QStringLiteral("the ledger service ends cleanly when asked to"));
     } catch (const ScreenFailure& failure) {
@@ -105,5 +115,5 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Tallyfold"));
     QApplication::setQuitOnLastWindowClosed(false); // people close their windows and open them again
     Theme::current().followDesktop();
-    return tellAll(options);
+    return options.typist.empty() ? tellAll(options) : Typist::work(options.typist, options.typed);
 }

@@ -155,7 +155,8 @@ const WordTable& serviceMessages()
          "This account has existing records. Confirm the new operator's access to its history before handing it "
          "over."},
         {"refundOriginal", "请选择同一币种、未冲销的收入记录，或填写外部退款参考号。",
-         "Pilih catatan pemasukan yang belum dibalik dalam mata uang yang sama, atau masukkan referensi pengembalian "
+         "Pilih catatan pemasukan yang belum dibatalkan dalam mata uang yang sama, atau masukkan referensi "
+         "pengembalian "
          "dana eksternal.",
          "Hãy chọn một khoản thu chưa bị đảo trong cùng loại tiền tệ, hoặc nhập mã tham chiếu hoàn tiền bên ngoài.",
          "Select an unreversed income record in the same currency, or enter an external refund reference."},
@@ -201,7 +202,7 @@ const WordTable& serviceMessages()
         {"email", "此邮箱已注册，请直接登录。", "Email ini sudah terdaftar. Silakan masuk.",
          "Email này đã được đăng ký. Vui lòng đăng nhập.", "This email is already registered. Please sign in."},
         {"reversed", "此记录已被冲销。请刷新以查看原记录和冲销记录。",
-         "Catatan ini sudah dibalik. Muat ulang untuk melihat catatan asli dan catatan pembaliknya.",
+         "Catatan ini sudah dibatalkan. Muat ulang untuk melihat catatan asli dan catatan pembatalannya.",
          "Bản ghi này đã được đảo. Hãy làm mới để xem bản ghi gốc và bản ghi đảo.",
          "This record has already been reversed. Refresh to view the original and reversal records."},
         {"type", "附件格式不受支持，或与文件内容不符。请选择 JPG、PNG、HEIC 或 PDF 文件。",

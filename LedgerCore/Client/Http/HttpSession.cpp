@@ -19,6 +19,8 @@
 
 namespace {
 
+constexpr qint64 unpackedUnchecked = 256LL << 20;
+
 QNetworkRequest networkRequest(const HttpRequest& request)
 {
     QNetworkRequest prepared{QUrl{QString::fromStdString(request.url), QUrl::StrictMode}};
@@ -27,6 +29,9 @@ QNetworkRequest networkRequest(const HttpRequest& request)
     prepared.setAttribute(QNetworkRequest::CookieSaveControlAttribute, QNetworkRequest::Manual);
     prepared.setAttribute(QNetworkRequest::AuthenticationReuseAttribute, QNetworkRequest::Manual);
     prepared.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
+    // The transport says itself which codings it unpacks. Beyond this size it takes what unpacks to a multiple of
+    // itself for an attack; long notes that repeat make small books look like one.
+    prepared.setDecompressedSafetyCheckThreshold(unpackedUnchecked);
     prepared.setRawHeader("Accept", "application/json");
     // The transport insists on these two; it would name the machine's language and pose as a browser.
     prepared.setRawHeader("Accept-Language", "*");
@@ -96,30 +101,54 @@ bool isSuccess(const QNetworkReply& reply)
 }
 
 /// What arrives of a body, and where it goes.
-struct Arrival {
-    std::string body;
-    std::shared_ptr<BodySink> sink;
+class Arrival {
+public:
+    Arrival(std::shared_ptr<BodySink> sink, std::int64_t mostBytes) : m_sink(std::move(sink)), m_room(mostBytes) {}
 
-    void takeFrom(QNetworkReply& reply)
+    /// False when more has arrived than there may be.
+    [[nodiscard]] bool takeFrom(QNetworkReply& reply)
     {
-        if (!sink || !isSuccess(reply)) {
-            if (body.empty())
-                body.reserve(announcedSize(reply));
-            takeArrived(reply, body);
-            return;
+        if (reply.bytesAvailable() > m_room)
+            m_room = -1; // nothing is unpacked that would not be kept
+        else
+            m_room -= static_cast<std::int64_t>(take(reply));
+        return m_room >= 0;
+    }
+
+    [[nodiscard]] std::string body() { return std::move(m_body); }
+
+private:
+    std::size_t take(QNetworkReply& reply)
+    {
+        if (!m_sink || !isSuccess(reply)) {
+            if (m_body.empty())
+                m_body.reserve(announcedSize(reply));
+            const auto before = m_body.size();
+            takeArrived(reply, m_body);
+            return m_body.size() - before;
         }
         std::string piece;
         takeArrived(reply, piece);
-        if (!piece.empty())
-            sink->take(std::move(piece));
+        const auto taken = piece.size();
+        if (taken > 0)
+            m_sink->take(std::move(piece));
+        return taken;
     }
+
+    std::string m_body;
+    std::shared_ptr<BodySink> m_sink;
+    std::int64_t m_room; // for what is still to come
 };
 
 /// Takes the body as it arrives, a little at a time: a large one taken in the end would hold the interface up.
-std::shared_ptr<Arrival> takeAsItArrives(QNetworkReply& reply, std::shared_ptr<BodySink> sink)
+std::shared_ptr<Arrival> takeAsItArrives(QNetworkReply& reply, TransferWatch& watch, std::shared_ptr<BodySink> sink,
+                                         std::int64_t mostBytes)
 {
-    auto arrival = std::make_shared<Arrival>(Arrival{.body = {}, .sink = std::move(sink)});
-    QObject::connect(&reply, &QIODevice::readyRead, &reply, [&reply, arrival] { arrival->takeFrom(reply); });
+    auto arrival = std::make_shared<Arrival>(std::move(sink), mostBytes);
+    QObject::connect(&reply, &QIODevice::readyRead, &watch, [&reply, &watch, arrival] {
+        if (watch.ending() == TransferWatch::Ending::natural && !arrival->takeFrom(reply))
+            watch.stop(TransferWatch::Ending::tooLarge);
+    });
     return arrival;
 }
 
@@ -128,6 +157,8 @@ std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, Transf
 {
     if (ending == TransferWatch::Ending::cancelled)
         return std::unexpected(TransportFailure::cancelled);
+    if (ending == TransferWatch::Ending::tooLarge)
+        return std::unexpected(TransportFailure::unreadable);
     const auto status = reply.attribute(QNetworkRequest::HttpStatusCodeAttribute).toInt();
     if (ending == TransferWatch::Ending::timedOut || !isAboutAnswer(reply.error()) ||
         reply.error() == QNetworkReply::ContentReSendError)
@@ -136,8 +167,9 @@ std::expected<HttpReply, TransportFailure> conclude(QNetworkReply& reply, Transf
     constexpr int firstRefusal = 400;
     if (status == 0 || (status < firstRefusal && reply.error() != QNetworkReply::NoError))
         return std::unexpected(TransportFailure::unreadable);
-    arrival.takeFrom(reply);
-    HttpReply concluded{.status = status, .body = std::move(arrival.body)};
+    if (!arrival.takeFrom(reply))
+        return std::unexpected(TransportFailure::unreadable);
+    HttpReply concluded{.status = status, .body = arrival.body()};
     for (const auto& [name, value] : reply.rawHeaderPairs())
         concluded.headers.push_back({name.toLower().toStdString(), value.toStdString()});
     return concluded;
@@ -166,7 +198,7 @@ QCoro::Task<std::expected<HttpReply, TransportFailure>> HttpSession::send(std::s
     auto* const reply = session->start(request);
     const QPointer<TransferWatch> watch = new TransferWatch(*reply, session->m_limits);
     session->m_transfers.push_back({.watch = watch, .errand = request.errand});
-    const auto arrival = takeAsItArrives(*reply, std::move(request.sink));
+    const auto arrival = takeAsItArrives(*reply, *watch, std::move(request.sink), session->m_limits.bodyBytes);
     co_await reply;
     auto outcome = conclude(*reply, watch->ending(), *arrival);
     std::erase_if(session->m_transfers, [&](const Transfer& each) { return each.watch == watch; });

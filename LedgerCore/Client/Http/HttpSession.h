@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <expected>
 #include <memory>
 #include <optional>
@@ -17,18 +18,20 @@ class QNetworkAccessManager;
 class QNetworkReply;
 class TransferWatch;
 
-/// How long a request may take before it is given up, and a connection lie idle before it is no longer used.
+/// What a request may take before it is given up, and how long a connection lies idle before it is no longer used.
 struct TransferLimits {
     std::chrono::milliseconds idle{30'000};   // without a byte in either direction
     std::chrono::milliseconds answer{60'000}; // until the head of the reply is there
     std::chrono::milliseconds whole{90'000};  // until its last byte is there
     std::chrono::milliseconds reuse{10'000};  // a connection is kept so long, well below what services allow
+    std::int64_t bodyBytes = 1LL << 30;       // of a reply, unpacked: more than two million entries
 };
 
 /// On whose behalf a request is sent, and so who gives it up.
 enum class Errand {
     person,     // somebody waits for it
     background, // nobody does; it gives way to what a person asks for
+    keeping,    // nobody does; it keeps what a person has typed, and goes on beside what they ask for
     farewell,   // the last word of a session, which is sent whatever follows
 };
 

@@ -4,8 +4,17 @@
 
 #include <QPointer>
 
+namespace {
+
+QCoro::Task<void> nothing()
+{
+    co_return;
+}
+
+}
+
 ServiceConnection::ServiceConnection(std::string address, TransferLimits limits)
-    : m_address(std::move(address)), m_limits(limits)
+    : m_address(std::move(address)), m_limits(limits), m_farewells(nothing())
 {
 }
 
@@ -41,7 +50,8 @@ QCoro::Task<Result<HttpReply>> ServiceConnection::exchange(APIRequest request)
     if (!client)
         co_return std::unexpected(client.error());
     const QPointer<ServiceConnection> self = this;
-    const int changes = request.method == "GET" ? 0 : 1;
+    const bool isAside = request.errand == Errand::farewell || request.errand == Errand::keeping;
+    const int changes = request.method == "GET" || isAside ? 0 : 1;
     m_awaitedChanges += changes;
     auto sent = client->send(std::move(request));
     auto reply = co_await sent;
@@ -49,6 +59,24 @@ QCoro::Task<Result<HttpReply>> ServiceConnection::exchange(APIRequest request)
         co_return std::unexpected(Cancelled{});
     m_awaitedChanges -= changes;
     co_return reply;
+}
+
+void ServiceConnection::endSession(std::string token)
+{
+    m_farewells = sendFarewell(std::move(token), std::exchange(m_farewells, nothing()));
+}
+
+QCoro::Task<void> ServiceConnection::sessionsEnded()
+{
+    return std::exchange(m_farewells, nothing());
+}
+
+QCoro::Task<void> ServiceConnection::sendFarewell(std::string token, QCoro::Task<void> earlier)
+{
+    auto sending =
+        exchange({.method = "POST", .path = "v1/auth/logout", .token = std::move(token), .errand = Errand::farewell});
+    co_await sending;
+    co_await earlier;
 }
 
 void ServiceConnection::abort(std::optional<Errand> errand)

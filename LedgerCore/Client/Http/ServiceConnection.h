@@ -26,6 +26,10 @@ public:
     /// The request with the token of the session, or why there is none.
     [[nodiscard]] std::expected<APIRequest, Failure> authorized(APIRequest request) const;
     QCoro::Task<Result<HttpReply>> exchange(APIRequest request);
+    /// Hands the token back to the service, which ends its session. Nobody waits for the service to take notice.
+    void endSession(std::string token);
+    /// Is over once no session that was ended so far is waiting for the service's answer.
+    QCoro::Task<void> sessionsEnded();
     /// Whether something that changes records was sent and is not answered: nobody knows yet what came of it.
     [[nodiscard]] bool awaitsChange() const { return m_awaitedChanges > 0; }
     /// Gives up the requests of this errand that are under way, or all.
@@ -33,10 +37,12 @@ public:
 
 private:
     std::expected<APIClient, Failure> client();
+    QCoro::Task<void> sendFarewell(std::string token, QCoro::Task<void> earlier);
 
     std::string m_address;
     TransferLimits m_limits;
     std::optional<std::string> m_token;
     int m_awaitedChanges = 0;
+    QCoro::Task<void> m_farewells;       // all that were sent
     std::unique_ptr<APIClient> m_client; // to `m_address`, made when it is first needed
 };

@@ -8,7 +8,7 @@
 /// Ends one transfer that keeps still or lasts too long, and remembers that it was not the network's doing.
 class TransferWatch final : public QObject {
 public:
-    enum class Ending { natural, timedOut, cancelled };
+    enum class Ending { natural, timedOut, cancelled, tooLarge };
 
     TransferWatch(QNetworkReply& reply, const TransferLimits& limits);
 

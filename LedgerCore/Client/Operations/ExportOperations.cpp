@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "LedgerCore/Client/Operations/OperationRunner.h"
+#include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Exports/CapitalCSV.h"
 #include "LedgerCore/Domain/Exports/DividendCSV.h"
@@ -33,19 +34,20 @@ QCoro::Task<Result<void>> ExportOperations::validateReportExport(ReportExportAut
                                                                  bool publishError)
 {
     return m_runner.checkFreshBooks(OperationRunner::publishing(publishError),
-                                    [authorization = std::move(authorization)](const LedgerSnapshot& books) {
-                                        return validated(authorization, books);
-                                    });
+                                    [held = releasedByWorker<ReportExportAuthorization>(std::move(authorization))](
+                                        const LedgerSnapshot& books) { return validated(*held, books); });
 }
 
 QCoro::Task<Result<ExportedFile>> ExportOperations::exportCSVAsync(LedgerExportRequest request, bool publishError)
 {
+    // It holds a copy of every entry of the file, which must be taken apart where nobody waits for it.
     return m_runner.fromFreshBooks<ExportedFile>(
         OperationRunner::publishing(publishError),
-        [request = std::move(request)](const LedgerSnapshot& books) -> Result<ExportedFile> {
-            if (const auto valid = validated(request.authorization, books); !valid)
+        [held = releasedByWorker<LedgerExportRequest>(std::move(request))](
+            const LedgerSnapshot& books) -> Result<ExportedFile> {
+            if (const auto valid = validated(held->authorization, books); !valid)
                 return std::unexpected(valid.error());
-            return ExportedFile{.name = request.filename, .content = request.content};
+            return ExportedFile{.name = held->filename, .content = held->content};
         });
 }
 

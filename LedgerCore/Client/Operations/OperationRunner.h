@@ -37,6 +37,9 @@ public:
     /// The same beside the operations, as a quiet reload goes: it gives way to one that runs or begins.
     template <class Record>
     QCoro::Task<Result<Record>> askQuietly(APIRequest request);
+    /// Beside whatever runs or begins, and without a word: also the end of a session is left to the next operation.
+    template <class Record>
+    QCoro::Task<Result<Record>> askBeside(APIRequest request);
 
     /// What is made, on a worker, of the books as the service has them now.
     template <class Value>
@@ -54,6 +57,7 @@ protected:
     static Reader readerOf(std::shared_ptr<Record> record);
     virtual QCoro::Task<Result<void>> askAndRead(APIRequest request, Publishing publishing, Reader read) = 0;
     virtual QCoro::Task<Result<void>> askAndReadQuietly(APIRequest request, Reader read) = 0;
+    virtual QCoro::Task<Result<void>> askAndReadBeside(APIRequest request, Reader read) = 0;
 };
 
 template <class Record>
@@ -83,6 +87,17 @@ QCoro::Task<Result<Record>> OperationRunner::askQuietly(APIRequest request)
 {
     const auto record = std::make_shared<Record>();
     auto asking = askAndReadQuietly(std::move(request), readerOf(record));
+    const auto asked = co_await asking;
+    if (!asked)
+        co_return std::unexpected(asked.error());
+    co_return std::move(*record);
+}
+
+template <class Record>
+QCoro::Task<Result<Record>> OperationRunner::askBeside(APIRequest request)
+{
+    const auto record = std::make_shared<Record>();
+    auto asking = askAndReadBeside(std::move(request), readerOf(record));
     const auto asked = co_await asking;
     if (!asked)
         co_return std::unexpected(asked.error());

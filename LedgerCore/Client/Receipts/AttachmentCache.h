@@ -6,8 +6,6 @@
 #include <optional>
 #include <string>
 
-class QTemporaryDir;
-
 /// Downloaded receipts of the session, in a folder that only this user can read. It goes with the object.
 class AttachmentCache {
 public:
@@ -23,8 +21,13 @@ public:
     [[nodiscard]] std::int64_t byteCount() const;
     void clear();
 
+    /// Removes the folders of this user that a program has left which was killed.
+    static void removeAbandoned();
+
 private:
+    class Folder;
+
     [[nodiscard]] std::filesystem::path pathOf(const std::string& id, const std::string& fileName) const;
 
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<Folder> m_folder;
 };

@@ -38,6 +38,8 @@ inline constexpr std::int64_t keptBytes = 512'000;
 inline constexpr std::int64_t aimedBytes = 1'228'800;
 /// A picture of more pixels than any camera takes is a trap for memory: 250 million pixels need 1 GB.
 inline constexpr std::int64_t maximumPixels = 250'000'000;
+/// HEIC and HEIF pictures are only read whole, and beside what they were coded in: 64 million pixels need 450 MB.
+inline constexpr std::int64_t maximumHeifPixels = 64'000'000;
 
 /// The media type that the first bytes show, or nothing when it is none that is accepted.
 std::string_view mimeOf(std::string_view data);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <memory>
 #include <mutex>
+#include <optional>
+#include <utility>
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -18,9 +20,16 @@ namespace {
 constexpr qint64 bytesPerPixel = 4;
 constexpr qint64 bytesPerMegabyte = 1 << 20;
 
-bool isTooLarge(qint64 width, qint64 height)
+using Read = std::expected<QImage, ReceiptImage::Unread>;
+
+constexpr std::unexpected damaged{ReceiptImage::Unread::damaged};
+
+/// What a picture of this size is not read for.
+std::optional<ReceiptImage::Unread> whyNot(qint64 width, qint64 height, qint64 mostPixels)
 {
-    return width <= 0 || height <= 0 || width > ReceiptCompressor::maximumPixels / height;
+    if (width <= 0 || height <= 0)
+        return ReceiptImage::Unread::damaged;
+    return width > mostPixels / height ? std::optional{ReceiptImage::Unread::tooLarge} : std::nullopt;
 }
 
 /// The smallest size of the same shape whose longest side is at least `longestSide`, where half as large would be less.
@@ -33,7 +42,7 @@ QSize halvedDownTo(QSize size, int longestSide)
 }
 
 /// JPEG and PNG, with Qt's own readers.
-std::optional<QImage> readPlain(std::string_view data, int longestSide)
+Read readPlain(std::string_view data, int longestSide)
 {
     static std::once_flag limited;
     std::call_once(limited, [] {
@@ -47,12 +56,12 @@ std::optional<QImage> readPlain(std::string_view data, int longestSide)
     reader.setAutoTransform(true);
     reader.setDecideFormatFromContent(true);
     const auto size = reader.size();
-    if (isTooLarge(size.width(), size.height()))
-        return std::nullopt;
+    if (const auto refusal = whyNot(size.width(), size.height(), ReceiptCompressor::maximumPixels))
+        return std::unexpected(*refusal);
     if (reader.format() == "jpeg")
         reader.setScaledSize(halvedDownTo(size, longestSide));
     auto image = reader.read();
-    return image.isNull() ? std::nullopt : std::optional{std::move(image)};
+    return image.isNull() ? Read{damaged} : std::move(image);
 }
 
 struct FreeHeif {
@@ -73,40 +82,50 @@ QColorSpace colorSpaceOf(const heif_image_handle* handle)
     return failed.code == heif_error_Ok ? QColorSpace::fromIccProfile(profile) : QColorSpace{};
 }
 
+/// The decoded pixels themselves, which go with the picture.
+QImage imageOf(Heif<heif_image> pixels)
+{
+    int stride = 0;
+    const auto* plane = heif_image_get_plane_readonly(pixels.get(), heif_channel_interleaved, &stride);
+    const int width = heif_image_get_width(pixels.get(), heif_channel_interleaved);
+    const int height = heif_image_get_height(pixels.get(), heif_channel_interleaved);
+    if (plane == nullptr || width <= 0 || height <= 0)
+        return {};
+    const auto release = [](void* image) { heif_image_release(static_cast<heif_image*>(image)); };
+    return {plane, width, height, stride, QImage::Format_RGBA8888, release, pixels.release()};
+}
+
 /// HEIC and HEIF. The library turns and mirrors as the file asks.
-std::optional<QImage> readHeif(std::string_view data)
+Read readHeif(std::string_view data)
 {
     const Heif<heif_context> context{heif_context_alloc()};
     if (!context)
-        return std::nullopt;
+        return damaged;
     if (heif_context_read_from_memory_without_copy(context.get(), data.data(), data.size(), nullptr).code !=
         heif_error_Ok)
-        return std::nullopt;
+        return damaged;
     heif_image_handle* found = nullptr;
     if (heif_context_get_primary_image_handle(context.get(), &found).code != heif_error_Ok)
-        return std::nullopt;
+        return damaged;
     const Heif<heif_image_handle> handle{found};
-    if (isTooLarge(heif_image_handle_get_width(handle.get()), heif_image_handle_get_height(handle.get())))
-        return std::nullopt;
+    if (const auto refusal = whyNot(heif_image_handle_get_width(found), heif_image_handle_get_height(found),
+                                    ReceiptCompressor::maximumHeifPixels))
+        return std::unexpected(*refusal);
     heif_image* decoded = nullptr;
-    if (heif_decode_image(handle.get(), &decoded, heif_colorspace_RGB, heif_chroma_interleaved_RGBA, nullptr).code !=
+    if (heif_decode_image(found, &decoded, heif_colorspace_RGB, heif_chroma_interleaved_RGBA, nullptr).code !=
         heif_error_Ok)
-        return std::nullopt;
-    const Heif<heif_image> pixels{decoded};
-    int stride = 0;
-    const auto* plane = heif_image_get_plane_readonly(pixels.get(), heif_channel_interleaved, &stride);
-    if (plane == nullptr)
-        return std::nullopt;
-    const QImage view{plane, heif_image_get_width(pixels.get(), heif_channel_interleaved),
-                      heif_image_get_height(pixels.get(), heif_channel_interleaved), stride, QImage::Format_RGBA8888};
-    auto image = view.copy(); // the view ends with `pixels`
-    image.setColorSpace(colorSpaceOf(handle.get()));
-    return image.isNull() ? std::nullopt : std::optional{std::move(image)};
+        return damaged;
+    auto image = imageOf(Heif<heif_image>{decoded});
+    if (image.isNull())
+        return damaged;
+    image.setColorSpace(colorSpaceOf(found));
+    return image;
 }
 
 }
 
-std::optional<QImage> ReceiptImage::read(std::string_view data, std::string_view mime, int longestSide)
+std::expected<QImage, ReceiptImage::Unread> ReceiptImage::read(std::string_view data, std::string_view mime,
+                                                               int longestSide)
 {
     return mime == "image/heic" || mime == "image/heif" ? readHeif(data) : readPlain(data, longestSide);
 }

@@ -15,9 +15,16 @@ LoadedSnapshot compared(LedgerSnapshot next, SnapshotPointer held, std::string t
     return {.fresh = std::move(fresh), .held = std::move(held), .isSame = isSame, .tag = std::move(tag)};
 }
 
+/// The state that a tag names, whichever bytes it came in: of a reply that was packed on its way the tag is weak.
+std::string_view stateOf(std::string_view tag)
+{
+    constexpr std::string_view weak = "W/";
+    return tag.starts_with(weak) ? tag.substr(weak.size()) : tag;
+}
+
 QCoro::Task<Result<LoadedSnapshot>> readDelta(BooksReply reply, HeldBooks held)
 {
-    if (reply.head.header("im") != "entries" || reply.head.header("delta-base") != held.tag)
+    if (reply.head.header("im") != "entries" || stateOf(reply.head.header("delta-base")) != stateOf(held.tag))
         co_return std::unexpected(invalidResponse());
     auto tag = reply.tag();
     auto reading = BooksReply::read<LoadedSnapshot>(

@@ -7,6 +7,8 @@
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Session/LanguageDefaults.h"
+#include "LedgerCore/Client/Store/EntryDrafts.h"
+#include "LedgerCore/Client/Store/EntryTemplates.h"
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 
@@ -23,9 +25,10 @@ LedgerStore::LedgerStore(std::string baseURL, Environment environment, QObject* 
     : StoreProperties(supported(environment.languageDefaults.chosenLanguage()), parent), SignedInRights(m_snapshot),
       AccessOperations(static_cast<SessionRunner&>(*this)), AccountOperations(static_cast<OperationRunner&>(*this)),
       BookCommandOperations(static_cast<OperationRunner&>(*this)),
-      CategoryOperations(static_cast<OperationRunner&>(*this)), ExportOperations(static_cast<OperationRunner&>(*this)),
-      MemberOperations(static_cast<OperationRunner&>(*this)), TemplateOperations(static_cast<OperationRunner&>(*this)),
-      m_environment(environment), m_connection(std::move(baseURL), environment.limits)
+      CategoryOperations(static_cast<OperationRunner&>(*this)), DraftOperations(static_cast<OperationRunner&>(*this)),
+      ExportOperations(static_cast<OperationRunner&>(*this)), MemberOperations(static_cast<OperationRunner&>(*this)),
+      TemplateOperations(static_cast<OperationRunner&>(*this)), m_environment(environment),
+      m_connection(std::move(baseURL), environment.limits)
 {
 }
 
@@ -33,6 +36,20 @@ LedgerStore::~LedgerStore()
 {
     blockSignals(true);
     m_connection.abort();
+}
+
+EntryTemplates& LedgerStore::templates()
+{
+    if (!m_templates)
+        m_templates = std::make_unique<EntryTemplates>(*this);
+    return *m_templates;
+}
+
+EntryDrafts& LedgerStore::drafts()
+{
+    if (!m_drafts)
+        m_drafts = std::make_unique<EntryDrafts>(*this);
+    return *m_drafts;
 }
 
 std::string LedgerStore::locale() const

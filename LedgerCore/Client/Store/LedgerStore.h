@@ -16,6 +16,7 @@
 #include "LedgerCore/Client/Operations/AccountOperations.h"
 #include "LedgerCore/Client/Operations/BookCommandOperations.h"
 #include "LedgerCore/Client/Operations/CategoryOperations.h"
+#include "LedgerCore/Client/Operations/DraftOperations.h"
 #include "LedgerCore/Client/Operations/ExportOperations.h"
 #include "LedgerCore/Client/Operations/MemberOperations.h"
 #include "LedgerCore/Client/Operations/SessionRunner.h"
@@ -27,6 +28,8 @@
 
 class AttachmentCache;
 class Clock;
+class EntryDrafts;
+class EntryTemplates;
 class IdentifierSource;
 class LanguageDefaults;
 class SessionCredentialStore;
@@ -44,6 +47,7 @@ class LedgerStore final : public StoreProperties,
                           public AccountOperations,
                           public BookCommandOperations,
                           public CategoryOperations,
+                          public DraftOperations,
                           public ExportOperations,
                           public MemberOperations,
                           public TemplateOperations {
@@ -73,15 +77,15 @@ public:
     /// The entry of the signed-in member in the open company whose recording was not confirmed, or was not tried
     /// because a session had ended. `postTransaction` keeps and forgets it by itself; it outlives sessions.
     [[nodiscard]] std::optional<KeptEntry> keptEntry() const;
-    /// Keeps an entry of the signed-in member.
-    void keepEntry(TransactionInput input, bool outcomeUnknown);
+    /// Keeps an entry of the signed-in member. `since` is the stamp of when it was kept first; an empty one is now.
+    void keepEntry(TransactionInput input, bool outcomeUnknown, const std::string& since = {});
     /// The person gave a kept entry up.
     void forgetEntry(const std::string& idempotencyKey);
     /// The same for the oldest command on capital or dividends; `submitCapital` and `submitDividend` keep and forget
     /// it.
     [[nodiscard]] std::optional<KeptSectionCommand> keptSectionCommand() const;
-    /// Keeps a command of the signed-in member that was certainly not carried out.
-    void keepSectionCommand(SectionCommand command);
+    /// Keeps a command of the signed-in member that was certainly not carried out; `since` as above.
+    void keepSectionCommand(SectionCommand command, std::string since = {});
     /// The person gave a kept command up.
     void forgetSectionCommand(const std::string& idempotencyKey);
     /// All that is kept of the signed-in member in the open company.
@@ -100,8 +104,11 @@ public:
     void setServerURL(std::string address);
     /// Whether a command of the signed-in member was sent and is not answered.
     [[nodiscard]] bool awaitsChange() const { return m_snapshot && m_connection.awaitsChange(); }
-    /// Whether the service of the open company keeps templates of entries: one of our own kind, which tags snapshots.
-    [[nodiscard]] bool offersTemplates() const { return m_snapshot && !m_snapshotTag.empty(); }
+    /// Whether the service of the open company keeps more than the books: one of our own kind, which tags snapshots.
+    [[nodiscard]] bool keepsMoreThanBooks() const { return m_snapshot && !m_snapshotTag.empty(); }
+    /// What is kept there beside the books. Each begins to be looked after when it is first asked for.
+    [[nodiscard]] EntryTemplates& templates();
+    [[nodiscard]] EntryDrafts& drafts();
     /// Clears `errorMessage` and `noticeMessage`.
     void dismissMessages();
     /// Gives up what a person waits for; it ends as `Cancelled`.
@@ -115,15 +122,16 @@ public:
     QCoro::Task<Result<void>> refresh(bool publishError);
     /// Does nothing while another operation runs.
     QCoro::Task<Result<void>> refreshFromUser();
-    /// Reloads without `isBusy` or a message, except that of a session that ended. Does nothing while an operation runs
-    /// and gives way to one that begins.
-    QCoro::Task<Result<void>> refreshQuietly();
+    /// Reloads without `isBusy`; without a message too where `publishError` is false, except that of a session that
+    /// ended. Does nothing while an operation runs and gives way to one that begins.
+    QCoro::Task<Result<void>> refreshQuietly(bool publishError = false);
     /// Signs in with the kept session, once per process.
     QCoro::Task<Result<void>> restoreSession();
     /// Signs out at once and succeeds even when the service cannot be told.
     QCoro::Task<Result<void>> logout();
-    /// The last call before the program ends: a session that could not be kept for the next start is ended at the
-    /// service, so that it does not lie about there.
+    /// The last call before the program ends: a draft that was typed last is kept, and a session that is not kept for
+    /// the next start is ended at the service, so that it does not lie about there. Waits for the service to learn of
+    /// it, and of every session ended before.
     QCoro::Task<void> leave();
     /// Gives the identifier of the recorded entry, or an empty one where the service does not tell it. That the entry
     /// could not be reloaded is published.
@@ -160,6 +168,7 @@ private:
     QCoro::Task<Result<void>> submitSection(SectionCommand command, Publishing publishing) override;
     QCoro::Task<Result<void>> askAndRead(APIRequest request, Publishing publishing, Reader read) override;
     QCoro::Task<Result<void>> askAndReadQuietly(APIRequest request, Reader read) override;
+    QCoro::Task<Result<void>> askAndReadBeside(APIRequest request, Reader read) override;
     QCoro::Task<Result<void>> checkFreshBooks(Publishing publishing, FromBooks<void> check) override;
 
     // One at a time, with `isBusy`, the end of expired sessions and the message of a failure.
@@ -195,6 +204,7 @@ private:
     QCoro::Task<Result<void>> sendReversal(std::string id, std::string reason);
     QCoro::Task<Result<void>> clearExpiredSession(Failure failure);
     QCoro::Task<Result<void>> keepSession(SavedSession session);
+    QCoro::Task<Result<std::optional<SavedSession>>> savedSession();
 
     void awaitReview(PendingCompanyRegistration pending);
     void holdApplication(PendingCompanyRegistration pending);
@@ -211,11 +221,13 @@ private:
     Environment m_environment;
 
     ServiceConnection m_connection;
-    bool m_isSessionKept = false; // where the next start finds it
+    bool m_isSessionKept = false; // it was put where the next start finds it
     bool m_restored = false;
     int m_quietRun = 0; // the running quiet reload; 0 without one
     int m_lastQuietRun = 0;
     KeptCommands m_kept;
     std::map<std::string, Attachment> m_uploadedAttachmentMetadata; // by id, of this session
     std::unique_ptr<AttachmentCache> m_attachmentCache;             // made when it is first needed
+    std::unique_ptr<EntryTemplates> m_templates;                    // likewise, as the next
+    std::unique_ptr<EntryDrafts> m_drafts;
 };

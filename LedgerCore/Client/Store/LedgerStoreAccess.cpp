@@ -10,6 +10,7 @@
 #include "LedgerCore/Client/Snapshots/SnapshotLoading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
+#include "LedgerCore/Domain/Records/Company.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 
 /// What a way of signing in was answered with.
@@ -42,7 +43,12 @@ QCoro::Task<Result<PendingCompanyRegistration>> LedgerStore::apply(APIRequest re
     const QPointer<LedgerStore> self = this;
     auto asking = ask<PendingCompanyRegistration>(std::move(request), Publishing::on);
     auto pending = co_await asking;
-    if (self && pending)
+    if (!self || !pending)
+        co_return pending;
+    // A service that reviews nothing has opened the company already.
+    if (pending->status == ApprovalStatus::approved)
+        holdApplication(*pending);
+    else
         awaitReview(*pending);
     co_return pending;
 }
@@ -115,7 +121,7 @@ QCoro::Task<Result<void>> LedgerStore::enterCompany(APIRequest request)
     auto prepared = m_connection.authorized(std::move(request));
     if (!prepared)
         co_return std::unexpected(prepared.error());
-    const SavedSession session{.token = *m_connection.token(), .isDemo = m_isDemo};
+    const SavedSession session{.token = m_connection.token().value_or(std::string{}), .isDemo = m_isDemo};
     auto sent = BooksReply::asked(&m_connection, std::move(*prepared), m_snapshot);
     auto reply = co_await sent;
     if (!reply)
@@ -133,8 +139,13 @@ QCoro::Task<Result<void>> LedgerStore::openCompany(BooksReply reply, SavedSessio
     auto opened = co_await reading;
     if (!opened)
         co_return std::unexpected(opened.error());
+    const QPointer<LedgerStore> self = this;
+    const bool hasOwnToken = opened->token != session.token;
     auto opening = open(std::move(*opened), session.isDemo, std::move(tag));
-    co_return co_await opening;
+    auto outcome = co_await opening;
+    if (self && outcome && hasOwnToken)
+        m_connection.endSession(session.token);
+    co_return outcome;
 }
 
 QCoro::Task<Result<void>> LedgerStore::authenticateAndEnter(std::string login, APIRequest entering)
@@ -164,7 +175,6 @@ QCoro::Task<Result<void>> LedgerStore::authenticateAndEnter(std::string login, A
     }
     // Nobody is left signed in to a company that was not asked for.
     if (self && !outcome)
-        std::ignore = m_connection.exchange(
-            {.method = "POST", .path = "v1/auth/logout", .token = session.token, .errand = Errand::farewell});
+        m_connection.endSession(session.token);
     co_return outcome;
 }

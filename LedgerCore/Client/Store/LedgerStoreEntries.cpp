@@ -46,12 +46,12 @@ std::optional<KeptEntry> LedgerStore::keptEntry() const
     return kept ? std::optional{*kept} : std::nullopt;
 }
 
-void LedgerStore::keepEntry(TransactionInput input, bool outcomeUnknown)
+void LedgerStore::keepEntry(TransactionInput input, bool outcomeUnknown, const std::string& since)
 {
     const auto member = signedIn();
     if (!member)
         return;
-    m_kept.keepEntry(*member, std::move(input), outcomeUnknown, nowStamp());
+    m_kept.keepEntry(*member, std::move(input), outcomeUnknown, since.empty() ? nowStamp() : since);
     Q_EMIT keptChanged();
 }
 

@@ -122,6 +122,17 @@ QCoro::Task<Result<void>> LedgerStore::askAndReadQuietly(APIRequest request, Rea
     co_return fetched;
 }
 
+QCoro::Task<Result<void>> LedgerStore::askAndReadBeside(APIRequest request, Reader read)
+{
+    requireMainThread();
+    auto prepared = m_connection.authorized(std::move(request));
+    if (!prepared)
+        co_return std::unexpected(prepared.error());
+    prepared->errand = Errand::keeping;
+    auto fetching = fetchRecord(std::move(*prepared), std::move(read));
+    co_return co_await fetching;
+}
+
 QCoro::Task<Result<void>> LedgerStore::postAndRead(APIRequest request, Reader read)
 {
     return operation(Publishing::on, [this, request = std::move(request), read = std::move(read)] { //

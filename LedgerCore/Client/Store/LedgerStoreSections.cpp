@@ -34,12 +34,13 @@ std::optional<KeptSectionCommand> LedgerStore::keptSectionCommand() const
     return kept ? std::optional{*kept} : std::nullopt;
 }
 
-void LedgerStore::keepSectionCommand(SectionCommand command)
+void LedgerStore::keepSectionCommand(SectionCommand command, std::string since)
 {
     const auto member = signedIn();
     if (!member)
         return;
-    m_kept.keepSection(*member, {.command = std::move(command), .since = nowStamp()});
+    m_kept.keepSection(*member,
+                       {.command = std::move(command), .since = since.empty() ? nowStamp() : std::move(since)});
     Q_EMIT keptChanged();
 }
 

@@ -1,4 +1,3 @@
-#include <tuple>
 #include <utility>
 
 #include <QPointer>
@@ -6,8 +5,19 @@
 #include "LedgerCore/Client/Receipts/AttachmentCache.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/SessionCredentialStore.h"
+#include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
+
+namespace {
+
+/// Whether what is kept is no longer this token: another window keeps its session in the same place, or has signed out.
+bool holdsAnother(const std::optional<SavedSession>& saved, const std::string& token)
+{
+    return !saved || saved->token != token;
+}
+
+}
 
 QCoro::Task<Result<void>> LedgerStore::restoreSession()
 {
@@ -69,10 +79,8 @@ QCoro::Task<Result<void>> LedgerStore::restore()
 QCoro::Task<Result<void>> LedgerStore::endSession()
 {
     const QPointer<LedgerStore> self = this;
-    // Nobody waits for the service to take notice.
-    if (auto request =
-            m_connection.authorized({.method = "POST", .path = "v1/auth/logout", .errand = Errand::farewell}))
-        std::ignore = m_connection.exchange(std::move(*request));
+    if (const auto token = m_connection.token())
+        m_connection.endSession(*token);
     clearMemory();
     auto deleting = m_environment.credentials.deleteSession(m_connection.address());
     const auto deleted = co_await deleting;
@@ -87,18 +95,41 @@ QCoro::Task<Result<void>> LedgerStore::endSession()
 
 QCoro::Task<void> LedgerStore::leave()
 {
-    auto request = m_connection.authorized({.method = "POST", .path = "v1/auth/logout", .errand = Errand::farewell});
-    if (m_isSessionKept || !request)
-        co_return;
-    auto telling = m_connection.exchange(std::move(*request));
-    co_await telling;
+    const QPointer<LedgerStore> self = this;
+    if (m_drafts) {
+        auto keeping = m_drafts->flush();
+        co_await keeping;
+        if (!self)
+            co_return;
+    }
+    if (const auto token = m_connection.token()) {
+        auto looking = savedSession();
+        const auto saved = co_await looking;
+        if (!self)
+            co_return;
+        if (!m_isSessionKept || (saved && holdsAnother(*saved, *token)))
+            m_connection.endSession(*token);
+    }
+    auto ending = m_connection.sessionsEnded();
+    co_await ending;
+}
+
+QCoro::Task<Result<std::optional<SavedSession>>> LedgerStore::savedSession()
+{
+    return m_environment.credentials.readSession(m_connection.address());
 }
 
 QCoro::Task<Result<void>> LedgerStore::clearExpiredSession(Failure failure)
 {
-    if (!m_connection.token() || !endsSession(failure))
+    const auto expired = m_connection.token();
+    if (!expired || !endsSession(failure))
         co_return Result<void>{};
     clearMemory();
+    const QPointer<LedgerStore> self = this;
+    auto looking = savedSession();
+    const auto saved = co_await looking;
+    if (!self || (saved && holdsAnother(*saved, *expired)))
+        co_return Result<void>{};
     auto deleting = m_environment.credentials.deleteSession(m_connection.address());
     co_await deleting;
     co_return Result<void>{};

@@ -25,7 +25,7 @@ QCoro::Task<Result<void>> LedgerStore::refreshFromUser()
     co_return outcome;
 }
 
-QCoro::Task<Result<void>> LedgerStore::refreshQuietly()
+QCoro::Task<Result<void>> LedgerStore::refreshQuietly(bool publishError)
 {
     requireMainThread();
     if (m_isBusy || m_quietRun != 0)
@@ -40,11 +40,14 @@ QCoro::Task<Result<void>> LedgerStore::refreshQuietly()
         co_return std::unexpected(Cancelled{});
     m_quietRun = 0;
     const auto adopted = adopt(std::move(loaded));
-    if (adopted || !m_connection.token() || !endsSession(adopted.error()))
+    if (adopted)
         co_return adopted;
-    auto clearing = clearExpiredSession(adopted.error());
-    co_await clearing;
-    if (self)
+    const bool isExpired = m_connection.token() && endsSession(adopted.error());
+    if (isExpired) {
+        auto clearing = clearExpiredSession(adopted.error());
+        co_await clearing;
+    }
+    if (self && (publishError || isExpired))
         publish(adopted.error());
     co_return adopted;
 }

@@ -358,14 +358,14 @@ void signInTagged(StoreUnderTest& test)
 TEST(LedgerStoreTemplates, AreOfferedByServicesThatTagTheirSnapshots)
 {
     StoreUnderTest test;
-    EXPECT_FALSE(test.store.offersTemplates());
+    EXPECT_FALSE(test.store.keepsMoreThanBooks());
     test.signIn(books);
-    EXPECT_FALSE(test.store.offersTemplates());
+    EXPECT_FALSE(test.store.keepsMoreThanBooks());
     EXPECT_TRUE(resultOf(test.store.logout()));
     signInTagged(test);
-    EXPECT_TRUE(test.store.offersTemplates());
+    EXPECT_TRUE(test.store.keepsMoreThanBooks());
     EXPECT_TRUE(resultOf(test.store.logout()));
-    EXPECT_FALSE(test.store.offersTemplates());
+    EXPECT_FALSE(test.store.keepsMoreThanBooks());
 }
 
 TEST(LedgerStoreTemplates, AreLoadedBesideWhatAPersonDoes)
@@ -402,6 +402,10 @@ TEST(LedgerStoreCompanies, GoOnWithTheTokenOfTheCompanyThatWasEntered)
                        ServerReply::json(SnapshotBuilder{books}.approvalStatus("rejected").signInJson("token-3")));
     EXPECT_TRUE(resultOf(test.store.switchCompany("c2")));
     EXPECT_EQ(test.credentials.sessions.at(test.server.url()).token, "token-2");
+    waitUntil([&] { return test.server.requests("POST v1/auth/logout").size() == 1; });
+    EXPECT_EQ(test.server.requests("POST v1/auth/logout").front().header("authorization"), "Bearer token-1")
+        << "handed back, now that its place is taken";
+    EXPECT_FALSE(test.store.awaitsChange()) << "nothing to ask about before the window closes";
     EXPECT_FALSE(resultOf(test.store.switchCompany("c3")));
     EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
     EXPECT_TRUE(resultOf(test.store.refresh(true)));

@@ -265,6 +265,41 @@ TEST(LedgerStoreSession, EndsAtTheServiceWithTheProgramUnlessItIsKept)
     EXPECT_TRUE(logouts(restored).empty());
 }
 
+TEST(LedgerStoreSession, WaitsAtTheEndForTheServiceToLearnOfASignOut)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer("POST v1/auth/logout", ServerReply::parked());
+    EXPECT_TRUE(resultOf(test.store.logout()));
+    const auto leaving = test.store.leave();
+    waitUntil([&] { return test.server.parkedCount() == 1; });
+    EXPECT_FALSE(leaving.isReady());
+    test.server.release(ServerReply::json(R"({"ok":true})"));
+    waitUntil([&] { return leaving.isReady(); });
+    EXPECT_EQ(test.server.requests("POST v1/auth/logout").size(), 1U);
+}
+
+TEST(LedgerStoreSession, LeavesWhatAnotherWindowHasKept)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    auto& inKeychain = test.credentials.sessions.at(test.server.url());
+    inKeychain = {"of-the-other-window", false};
+    test.server.replace("GET v1/snapshot", ServerReply::error(401, "expired"));
+    EXPECT_FALSE(resultOf(test.store.refresh(true)));
+    EXPECT_FALSE(test.store.snapshot()) << "this window shows no books that nobody opened in it";
+    EXPECT_EQ(test.store.errorMessage(), message(401, "expired"));
+    EXPECT_EQ(inKeychain.token, "of-the-other-window");
+
+    test.signIn(books);
+    inKeychain = {"of-the-other-window", false};
+    const auto leaving = test.store.leave();
+    waitUntil([&] { return leaving.isReady(); });
+    const auto farewells = test.server.requests("POST v1/auth/logout");
+    ASSERT_EQ(farewells.size(), 1U) << "the next start will not find this session";
+    EXPECT_EQ(farewells.front().header("authorization"), "Bearer token-1");
+}
+
 TEST(LedgerStoreSession, BelongsToOneServiceAddress)
 {
     StoreUnderTest test;

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <optional>
 #include <random>
 
 #include <QBuffer>
@@ -11,6 +12,7 @@
 #include <libheif/heif.h>
 
 #include "LedgerCore/Client/Receipts/ReceiptCompressor.h"
+#include "LedgerCore/Client/Receipts/ReceiptImage.h"
 
 namespace {
 
@@ -62,7 +64,8 @@ QImage decoded(const std::string& data)
     return QImage::fromData(QByteArray::fromStdString(data));
 }
 
-std::string heic(const QImage& image)
+/// As a phone would write it, turned as the camera was held.
+std::string heic(const QImage& image, heif_orientation turned = heif_orientation_normal)
 {
     std::unique_ptr<heif_context, void (*)(heif_context*)> context{heif_context_alloc(), heif_context_free};
     heif_image* pixels = nullptr;
@@ -73,10 +76,15 @@ std::string heic(const QImage& image)
     const auto rgb = image.convertToFormat(QImage::Format_RGB888);
     for (int y = 0; y < rgb.height(); ++y)
         std::copy_n(rgb.constScanLine(y), 3 * rgb.width(), plane + std::ptrdiff_t{y} * stride);
+    if (const auto profile = image.colorSpace().iccProfile(); !profile.isEmpty())
+        heif_image_set_raw_color_profile(pixels, "prof", profile.data(), static_cast<std::size_t>(profile.size()));
     heif_encoder* encoder = nullptr;
     EXPECT_EQ(heif_context_get_encoder_for_format(context.get(), heif_compression_HEVC, &encoder).code, heif_error_Ok);
     heif_encoder_set_lossy_quality(encoder, 90);
-    EXPECT_EQ(heif_context_encode_image(context.get(), pixels, encoder, nullptr, nullptr).code, heif_error_Ok);
+    auto* options = heif_encoding_options_alloc();
+    options->image_orientation = turned;
+    EXPECT_EQ(heif_context_encode_image(context.get(), pixels, encoder, options, nullptr).code, heif_error_Ok);
+    heif_encoding_options_free(options);
     heif_encoder_release(encoder);
     heif_image_release(pixels);
     std::string written;
@@ -199,6 +207,43 @@ TEST(ReceiptCompressor, ReadsThePicturesOfPhones)
     EXPECT_EQ(seen.size(), QSize(2600, 1733));
     EXPECT_TRUE(looksLike(seen.pixelColor(300, 800), Qt::red));
     EXPECT_TRUE(looksLike(seen.pixelColor(2300, 800), Qt::blue));
+}
+
+TEST(ReceiptCompressor, ShowsThePicturesOfPhonesUprightAndInTheirColours)
+{
+    const auto photo = halves(1200, 600);
+    const auto turned =
+        ReceiptCompressor::prepare(padded(heic(photo, heif_orientation_rotate_90_cw), 600'000), "a.heic", "image/heic");
+    ASSERT_TRUE(turned.has_value());
+    const auto seen = decoded(turned->data);
+    EXPECT_EQ(seen.size(), QSize(600, 1200));
+    EXPECT_TRUE(looksLike(seen.pixelColor(300, 100), Qt::red));
+    EXPECT_TRUE(looksLike(seen.pixelColor(300, 1100), Qt::blue));
+
+    QImage wide{400, 400, QImage::Format_RGB32};
+    wide.fill(QColor{100, 200, 100});
+    wide.setColorSpace(QColorSpace::AdobeRgb);
+    const auto plain = ReceiptCompressor::prepare(padded(heic(wide), 600'000), "a.heic", "image/heic");
+    ASSERT_TRUE(plain.has_value());
+    EXPECT_LT(decoded(plain->data).pixelColor(200, 200).red(), 60);
+}
+
+TEST(ReceiptCompressor, BelievesNoHeadThatPromisesMorePixelsThanMemoryHas)
+{
+    const auto read = [](int width, int height) {
+        auto trap = heic(halves(64, 64));
+        const auto extent = trap.find("ispe");
+        EXPECT_NE(extent, std::string::npos);
+        for (int byte = 0; byte < 4; ++byte) { // after the version, big-endian
+            trap[extent + 8 + static_cast<std::size_t>(byte)] = static_cast<char>(width >> (8 * (3 - byte)));
+            trap[extent + 12 + static_cast<std::size_t>(byte)] = static_cast<char>(height >> (8 * (3 - byte)));
+        }
+        const auto image = ReceiptImage::read(trap, "image/heic", 100);
+        return image ? std::nullopt : std::optional{image.error()};
+    };
+    EXPECT_EQ(read(30'000, 30'000), ReceiptImage::Unread::tooLarge);
+    EXPECT_EQ(read(8'001, 8'000), ReceiptImage::Unread::tooLarge);
+    EXPECT_NE(read(8'000, 8'000), ReceiptImage::Unread::tooLarge) << "as large as may be";
 }
 
 TEST(ReceiptCompressor, KnowsATypeByItsFirstBytes)

@@ -167,6 +167,12 @@ OpeningBalancePolicy::whyNot(const LedgerSnapshot& snapshot, std::string_view ac
     return whyNot(snapshot, evaluate(snapshot, accountID, currency));
 }
 
+bool OpeningBalancePolicy::areWanted(const LedgerSnapshot& snapshot)
+{
+    const auto& settings = snapshot.financialSettings;
+    return !settings || settings->initializationMode != InitializationMode::fromZero;
+}
+
 std::optional<OpeningBalancePolicy::Refusal> OpeningBalancePolicy::whyNot(const LedgerSnapshot& snapshot,
                                                                           const OpeningBalanceEligibility& eligibility)
 {

@@ -51,6 +51,10 @@ OpeningBalanceEligibility evaluate(const LedgerSnapshot& snapshot, std::string_v
 /// `evaluate` for each account and each of its currencies, in snapshot order, in one pass over the entries.
 std::vector<OpeningBalanceEligibility> evaluateAll(const LedgerSnapshot& snapshot);
 
+/// Whether accounts are to open with balances: not in books that were begun from zero, where none is missing. Whoever
+/// may can record one there all the same.
+bool areWanted(const LedgerSnapshot& snapshot);
+
 enum class Refusal {
     noAuthority, // unknown, unseen or without the currency, or the member holds no "opening" on it
     archived,

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include <boost/describe.hpp>
+
 /// What a person has entered of one entry so far. Amounts are texts as typed; `idempotencyKey` is made with the draft.
 struct TransactionDraft {
     std::string kind; // an `EntryKind`
@@ -33,3 +35,6 @@ struct TransactionDraft {
     [[nodiscard]] const std::optional<std::string>& primaryAccount() const { return onlyArrives() ? target : source; }
     [[nodiscard]] std::optional<std::string>& primaryAccount() { return onlyArrives() ? target : source; }
 };
+BOOST_DESCRIBE_STRUCT(TransactionDraft, (),
+                      (kind, date, note, categoryID, source, target, currency, targetCurrency, amount, targetAmount,
+                       originalIncomeID, refundReference, attachments, idempotencyKey))

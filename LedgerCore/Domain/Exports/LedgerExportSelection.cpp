@@ -13,6 +13,7 @@ using IDs = std::unordered_set<std::string_view>;
 struct ScopeFilter {
     const LedgerExportScope& scope;
     IDs accounts; // the visible ones of the scope
+    IDs entries;  // where the scope names them
 
     [[nodiscard]] bool takes(const LedgerLeg& leg) const
     {
@@ -22,7 +23,8 @@ struct ScopeFilter {
 
     [[nodiscard]] bool takes(const LedgerTransaction& entry) const
     {
-        return entry.date >= scope.startDate && entry.date <= scope.endDate && scope.kinds.contains(entry.kind) &&
+        return (!scope.entryIDs || entries.contains(entry.id)) && entry.date >= scope.startDate &&
+               entry.date <= scope.endDate && scope.kinds.contains(entry.kind) &&
                std::ranges::any_of(entry.legs, [this](const LedgerLeg& leg) { return takes(leg); });
     }
 };
@@ -30,7 +32,9 @@ struct ScopeFilter {
 /// The scope's accounts, or nothing when the member no longer sees one of them or one of the currencies.
 std::optional<ScopeFilter> filterFor(const LedgerSnapshot& snapshot, const LedgerExportScope& scope)
 {
-    ScopeFilter filter{scope, {}};
+    ScopeFilter filter{scope, {}, {}};
+    if (scope.entryIDs)
+        filter.entries.insert(scope.entryIDs->begin(), scope.entryIDs->end());
     IDs currencies;
     for (const auto& account : snapshot.accounts) {
         if (!snapshot.currentMember.can(AccountAction::view, account.id))

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <expected>
+#include <optional>
 #include <set>
 #include <string>
 
@@ -18,6 +19,8 @@ struct LedgerExportScope {
     bool includesAllVisibleAccounts = false;
     bool includesAllVisibleCurrencies = false;
     bool includesReceiptIndex = false;
+    /// Where it is set, of all these only the entries with these identifiers.
+    std::optional<SharedList<std::string>> entryIDs = {};
 
     bool operator==(const LedgerExportScope&) const = default;
 };

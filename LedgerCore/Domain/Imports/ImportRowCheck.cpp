@@ -136,8 +136,10 @@ const Category* ImportRowCheck::uniqueCategory(std::string_view entryKind, std::
 void ImportRowCheck::refuse(std::string_view issue, std::optional<Column> column)
 {
     m_plan.issues.push_back({.line = m_line, .message = std::string{issue}});
-    if (column)
-        m_plan.issues.back().value = std::string{m_cells[*column]};
+    if (!column)
+        return;
+    m_plan.issues.back().value = std::string{m_cells[*column]};
+    m_plan.issues.back().column = *column;
 }
 
 void ImportRowCheck::check(int line, Cells cells, std::string identifier)

@@ -1,6 +1,7 @@
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 
 #include <algorithm>
+#include <optional>
 #include <ranges>
 
 #include "LedgerCore/Domain/Csv/CsvDocument.h"
@@ -76,6 +77,42 @@ bool matches(const std::vector<std::string_view>& cells, std::span<const std::st
     return std::ranges::equal(cells, header, std::ranges::equal_to{}, cleanedHeader);
 }
 
+/// Which columns a file has around those of the template.
+struct Layout {
+    std::size_t before = 0; // the file's own numbers
+    bool hasIssues = false;
+
+    [[nodiscard]] std::size_t columns() const { return before + LedgerImportCSV::headers.size(); }
+
+    /// Takes the issue out of a row.
+    void strip(std::vector<std::string_view>& cells) const
+    {
+        if (hasIssues && cells.size() == columns() + 1)
+            cells.pop_back();
+    }
+};
+
+std::optional<Layout> layoutOf(std::vector<std::string_view> header)
+{
+    const bool hasIssues = !header.empty() && cleanedHeader(header.back()) == LedgerImportCSV::issueHeader;
+    if (hasIssues)
+        header.pop_back();
+    if (matches(header, LedgerImportCSV::headers))
+        return Layout{.before = 0, .hasIssues = hasIssues};
+    if (matches(header, LedgerImportCSV::legacyHeaders))
+        return Layout{.before = 1, .hasIssues = hasIssues};
+    return std::nullopt;
+}
+
+/// A cell as it stands: what a person wrote is not turned into another text, as it is in an export.
+void appendQuoted(std::string& text, std::string_view cell)
+{
+    text += '"';
+    for (const char each : cell)
+        text.append(each == '"' ? 2 : 1, each);
+    text += '"';
+}
+
 }
 
 std::string LedgerImportCSV::templateText()
@@ -91,12 +128,10 @@ LedgerImportPlan LedgerImportCSV::plan(std::string_view data, const LedgerSnapsh
     auto outcome = reader.next();
     if (outcome == CsvReader::Outcome::fault)
         return unread("csv", data);
-    const bool legacy = matches(reader.fields(), legacyHeaders);
-    if (!legacy && !matches(reader.fields(), headers))
+    const auto layout = layoutOf(reader.fields());
+    if (!layout)
         return otherHeader(reader, data);
 
-    const std::size_t ownColumns = legacy ? 1 : 0;
-    const auto columns = headers.size() + ownColumns;
     const auto expected = rowsExpected(data);
     LedgerImportPlan plan;
     plan.inputs.reserve(expected);
@@ -107,12 +142,41 @@ LedgerImportPlan LedgerImportCSV::plan(std::string_view data, const LedgerSnapsh
     for (int line = 2; (outcome = reader.next()) == CsvReader::Outcome::record; ++line) {
         cells.clear();
         std::ranges::transform(reader.fields(), std::back_inserter(cells), TextFold::trimmed);
+        layout->strip(cells);
         if (std::ranges::all_of(cells, &std::string_view::empty))
             continue; // spreadsheets leave such rows behind; there is nothing in them to record
-        if (cells.size() == columns)
-            rows.check(line, std::span{cells}.subspan(ownColumns).first<headers.size()>(), identity.next(cells));
+        if (cells.size() == layout->columns())
+            rows.check(line, std::span{cells}.subspan(layout->before).first<headers.size()>(), identity.next(cells));
         else
             plan.issues.push_back({.line = line, .message = "columns"});
     }
     return outcome == CsvReader::Outcome::fault ? malformed("csv") : plan;
+}
+
+std::string LedgerImportCSV::withIssues(std::string_view data, const std::map<int, std::string>& issues)
+{
+    CsvReader reader{data};
+    std::string text{CsvDocument::byteOrderMark};
+    text.reserve(data.size() * 2);
+    std::optional<Layout> layout;
+    for (int line = 1; reader.next() == CsvReader::Outcome::record; ++line) {
+        auto cells = reader.fields();
+        if (line == 1) {
+            layout = layoutOf(cells);
+            if (!layout)
+                return {};
+        }
+        layout->strip(cells);
+        // A short row is filled up, or its issue would stand in another column.
+        while (cells.size() < layout->columns())
+            cells.emplace_back();
+        for (const auto cell : cells) {
+            appendQuoted(text, cell);
+            text += ',';
+        }
+        const auto found = issues.find(line);
+        appendQuoted(text, line == 1 ? issueHeader : found == issues.end() ? std::string_view{} : found->second);
+        text += "\r\n";
+    }
+    return text;
 }

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -28,6 +29,9 @@ inline constexpr std::array<std::string_view, 11> legacyHeaders{
     "导入编号 Import ID", headers[0], headers[1], headers[2], headers[3], headers[4],
     headers[5],           headers[6], headers[7], headers[8], headers[9]};
 
+/// A last column that says what is wrong with a row. Nothing is made of it when a file is read.
+inline constexpr std::string_view issueHeader = "问题 Issue";
+
 inline constexpr std::string_view templateName = "Brightbook-ledger-import-template-中英";
 
 /// Larger files are not even read, in bytes.
@@ -39,5 +43,9 @@ std::string templateText();
 /// Checks every row against the books and says what it would record, or everything that is wrong with it. The same
 /// file and company always give the same idempotency keys. Writes nothing.
 LedgerImportPlan plan(std::string_view data, const LedgerSnapshot& snapshot);
+
+/// The same file with a last column of issues, by the lines of the plan, to be mended and read again. Its cells stay
+/// as they are, so that its rows keep their keys. Only of a file that is not malformed.
+std::string withIssues(std::string_view data, const std::map<int, std::string>& issues);
 
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -10,9 +11,10 @@
 
 /// Something in an import file that keeps it from being imported.
 struct LedgerImportIssue {
-    int line = 1;                          // record of the file, the header being 1
-    std::string message;                   // a key of `LedgerImportWords`
-    std::optional<std::string> value = {}; // the cell found fault with
+    int line = 1;                           // record of the file, the header being 1
+    std::string message;                    // a key of `LedgerImportWords`
+    std::optional<std::string> value = {};  // the cell found fault with
+    std::optional<std::size_t> column = {}; // and its place among the template's columns
 
     bool operator==(const LedgerImportIssue&) const = default;
 };

@@ -66,6 +66,22 @@ void carry(std::int64_t openingMinor, std::vector<Cell>& cells)
     }
 }
 
+bool isChosen(const ReportFigure& figure, std::string_view category, std::string_view top)
+{
+    using enum ReportFigure::Lines;
+    switch (figure.lines) {
+    case all:
+        return true;
+    case categoryAlone:
+        return category == figure.categoryID;
+    case categoryWithChildren:
+        return category == figure.categoryID || top == figure.categoryID;
+    case severalCategories:
+        return figure.categoryIDs.contains(category);
+    }
+    return false;
+}
+
 void add(ReportCell& total, const ReportCell& cell)
 {
     total.openingMinor += cell.openingMinor;
@@ -260,11 +276,9 @@ std::expected<ReportDailyBalances, ReportError> ReportBook::dailyBalances(const 
 
 std::vector<bool> ReportBook::categoriesOf(const ReportFigure& figure) const
 {
-    using enum ReportFigure::Lines;
     std::vector<bool> chosen;
     for (const auto& slot : m_categories)
-        chosen.push_back(figure.lines == all || slot.id == figure.categoryID ||
-                         (figure.lines == categoryWithChildren && m_categories[slot.top].id == figure.categoryID));
+        chosen.push_back(isChosen(figure, slot.id, m_categories[slot.top].id));
     return chosen;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <set>
 #include <string>
@@ -10,7 +11,7 @@
 
 /// What one figure of a report is the sum of: the legs of its scope that bear one of the movements.
 struct ReportFigure {
-    enum class Lines { all, categoryAlone, categoryWithChildren };
+    enum class Lines { all, categoryAlone, categoryWithChildren, severalCategories };
     /// Of funds: what moved without being earned or spent, with income and expense that were taken back.
     enum class Legs { all, funds };
 
@@ -18,6 +19,7 @@ struct ReportFigure {
     std::set<Movement> movements = {}; // empty: all of them
     Lines lines = Lines::all;
     std::string categoryID = {}; // where `lines` asks for one; empty for the money of no category
+    std::set<std::string, std::less<>> categoryIDs = {}; // where `lines` asks for several, each alone
     Legs legs = Legs::all;
 
     bool operator==(const ReportFigure&) const = default;

@@ -20,7 +20,7 @@ enum class Refusal {
     unknown,   // or not seen
     notAuthor, // only the author and who manages the company change it
     changed,   // it is no longer what was seen
-    notDue,    // the day is none of its days
+    notDue,    // the day is none of its days, or too far away
     recorded,  // an entry is recorded for the day
 };
 

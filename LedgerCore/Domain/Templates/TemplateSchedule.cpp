@@ -49,6 +49,11 @@ std::string TemplateSchedule::firstProposed(std::string_view today)
     return moved(today, -daysRemembered);
 }
 
+bool TemplateSchedule::takesActionOn(std::string_view day, std::string_view today)
+{
+    return firstProposed(today) <= day && day <= moved(today, daysRemembered);
+}
+
 const SettledDay* TemplateSchedule::settled(const EntryTemplate& kept, std::string_view day)
 {
     const auto found = std::ranges::find(kept.settled, day, &SettledDay::day);

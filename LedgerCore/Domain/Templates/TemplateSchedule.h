@@ -28,6 +28,10 @@ inline constexpr int daysRemembered = 366; // what was due longer ago is not pro
 /// The first day that is still proposed today, and of which the service tells what became of it.
 std::string firstProposed(std::string_view today);
 
+/// Whether a person may skip the day, or have it proposed again: one that is still proposed, or due within as many days
+/// to come. So what is remembered of a template stays small.
+bool takesActionOn(std::string_view day, std::string_view today);
+
 /// What became of a due day; null while nobody has acted on it.
 const SettledDay* settled(const EntryTemplate& kept, std::string_view day);
 

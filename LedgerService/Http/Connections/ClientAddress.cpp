@@ -84,6 +84,11 @@ std::string ClientAddress::counted(const ip::address& address)
     return ip::network_v6{household, householdBits}.canonical().to_string();
 }
 
+bool ClientAddress::isOfThisMachine(const ip::address& client, const ip::address& local)
+{
+    return plain(client).is_loopback() || plain(client) == plain(local);
+}
+
 TrustedProxies TrustedProxies::anyPeer()
 {
     TrustedProxies proxies;

@@ -22,6 +22,9 @@ std::optional<boost::asio::ip::address> parse(std::string_view text);
 /// What limits count by: an IPv4 address as it is, of an IPv6 address the /64 that one household or host is given.
 std::string counted(const boost::asio::ip::address& address);
 
+/// Whether the client is on the machine whose address `local` is, so that what is sent to it crosses no network.
+bool isOfThisMachine(const boost::asio::ip::address& client, const boost::asio::ip::address& local);
+
 }
 
 /// The proxies that stand between clients and the service.

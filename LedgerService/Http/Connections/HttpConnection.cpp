@@ -12,7 +12,6 @@
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Http/Connections/ReplyBlocks.h"
 #include "LedgerService/Http/Connections/ReplyHeader.h"
-#include "LedgerService/Http/Connections/RequestHead.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Random.h"
 
@@ -45,7 +44,7 @@ std::optional<Refusal> refusalOf(beast::error_code failure, bool headerRead)
         return Refusal::of(ServiceCode::serviceUnavailable, "Too many bodies are under way; try again.",
                            std::chrono::seconds{1});
     if (!headerRead && (failure == http::error::header_limit || failure == http::error::buffer_overflow))
-        return Refusal::of(ServiceCode::headerTooLarge, "The header is too large.");
+        return Refusal::of(ServiceCode::headerTooLarge, "The header is larger than the service takes.");
     if (failure == http::error::end_of_stream || failure == http::error::partial_message ||
         failure.category() != http::make_error_code(http::error::bad_method).category())
         return std::nullopt; // the client has left or was cut off for being slow: nobody reads an answer
@@ -54,9 +53,10 @@ std::optional<Refusal> refusalOf(beast::error_code failure, bool headerRead)
 
 }
 
-HttpConnection::HttpConnection(asio::ip::tcp::socket socket, asio::ip::address peer, HttpShared& shared)
-    : m_stream(std::move(socket)), m_peer(std::move(peer)), m_client(ClientAddress::counted(m_peer)), m_shared(shared),
-      m_buffer(shared.limits.headerBytes + readChunkBytes), m_bodyShare(shared.bodies, shared.limits.uncountedBytes),
+HttpConnection::HttpConnection(asio::ip::tcp::socket socket, RequestHead::Ends ends, HttpShared& shared)
+    : m_stream(std::move(socket)), m_ends(std::move(ends)), m_client(ClientAddress::counted(m_ends.peer)),
+      m_shared(shared), m_buffer(shared.limits.headerBytes + readChunkBytes),
+      m_bodyShare(shared.bodies, shared.limits.uncountedBytes),
       m_replyShare(shared.replies, shared.limits.uncountedBytes)
 {
 }
@@ -176,7 +176,7 @@ asio::awaitable<bool> HttpConnection::answerOne()
     const auto& header = m_parser->get();
     m_headAsked = header.method() == http::verb::head;
     const bool keepAlive = header.keep_alive();
-    auto request = RequestHead::read(header, m_peer, m_shared.proxies);
+    auto request = RequestHead::read(header, m_ends, m_shared.proxies);
     if (!request)
         co_return co_await turnAway(std::move(request.error()));
     auto match = m_shared.routes.match(request->method, request->path);
@@ -312,7 +312,7 @@ asio::awaitable<bool> HttpConnection::writeBlocks(Reply reply, bool keepAlive)
         m_stream.get_executor(), m_shared.readers, ReplyBlocks::Reader{m_person, m_requestID}, std::move(reply.more));
     std::optional block = std::move(reply.body);
     while (block && !block->empty()) {
-        if (!holdReply(block->size()))
+        if (!holdReply(block->size() + reply.heldBytes))
             co_return false;
         if (m_replyShare.fitsTwice())
             blocks->begin(); // it is made while this one is sent

@@ -8,7 +8,6 @@
 
 #include <boost/asio/awaitable.hpp>
 #include <boost/asio/buffer.hpp>
-#include <boost/asio/ip/address.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/http/buffer_body.hpp>
 #include <boost/beast/http/parser.hpp>
@@ -16,6 +15,7 @@
 #include "LedgerService/Http/Connections/ByteBudget.h"
 #include "LedgerService/Http/Connections/ClientStream.h"
 #include "LedgerService/Http/Connections/HttpShared.h"
+#include "LedgerService/Http/Connections/RequestHead.h"
 #include "LedgerService/Http/Connections/ServerLoad.h"
 
 namespace LedgerService {
@@ -23,7 +23,7 @@ namespace LedgerService {
 /// One client's connection: its requests, one after the other. Lives on the network thread.
 class HttpConnection : public std::enable_shared_from_this<HttpConnection> {
 public:
-    HttpConnection(boost::asio::ip::tcp::socket socket, boost::asio::ip::address peer, HttpShared& shared);
+    HttpConnection(boost::asio::ip::tcp::socket socket, RequestHead::Ends ends, HttpShared& shared);
 
     /// Serves until the client leaves, breaks a limit or the server stops.
     static boost::asio::awaitable<void> serve(std::shared_ptr<HttpConnection> self);
@@ -69,7 +69,7 @@ private:
     [[nodiscard]] bool holdReply(std::size_t bytes);
 
     ClientStream m_stream;
-    boost::asio::ip::address m_peer;
+    RequestHead::Ends m_ends;
     std::string m_client; // whom the connection is counted to
     HttpShared& m_shared;
     boost::beast::flat_buffer m_buffer;

@@ -78,8 +78,7 @@ std::optional<Refusal> whyNotServed(const RequestHead::Header& header)
 
 }
 
-std::expected<Request, Refusal> RequestHead::read(const Header& header, const boost::asio::ip::address& peer,
-                                                  const TrustedProxies& proxies)
+std::expected<Request, Refusal> RequestHead::read(const Header& header, const Ends& ends, const TrustedProxies& proxies)
 {
     if (auto refusal = whyNotServed(header))
         return std::unexpected(*std::move(refusal));
@@ -89,7 +88,10 @@ std::expected<Request, Refusal> RequestHead::read(const Header& header, const bo
     request.path = pathOf(textOf(header.target()));
     request.query = queryOf(textOf(header.target()));
     request.token = bearerOf(textOf(header[http::field::authorization]));
-    request.remote = ClientAddress::counted(proxies.clientOf(peer, joined(header, "X-Forwarded-For")));
+    const auto client = proxies.clientOf(ends.peer, joined(header, "X-Forwarded-For"));
+    request.remote = ClientAddress::counted(client);
+    if (!ClientAddress::isOfThisMachine(client, ends.local)) // there it would only cost time
+        request.coding = ContentCodings::preferred(joined(header, "Accept-Encoding"));
     request.ifNoneMatch = joined(header, "If-None-Match");
     request.instanceManipulations = joined(header, "A-IM");
     request.prefer = joined(header, "Prefer");

@@ -18,10 +18,15 @@ namespace RequestHead {
 
 using Header = boost::beast::http::request_header<>;
 
+/// Between which addresses the connection runs.
+struct Ends {
+    boost::asio::ip::address peer;
+    boost::asio::ip::address local;
+};
+
 /// The request without its body, or why a header like this is not served: its host is missing or ambiguous, or it
 /// encodes the body in a way that the service does not know and so could not find the end of.
-std::expected<Request, Refusal> read(const Header& header, const boost::asio::ip::address& peer,
-                                     const TrustedProxies& proxies);
+std::expected<Request, Refusal> read(const Header& header, const Ends& ends, const TrustedProxies& proxies);
 
 }
 

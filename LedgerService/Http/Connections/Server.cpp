@@ -12,9 +12,11 @@
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <fmt/core.h>
+#include <unistd.h>
 
 #include "LedgerService/Http/Connections/ConnectionTable.h"
 #include "LedgerService/Http/Connections/HttpConnection.h"
+#include "LedgerService/Http/Connections/PeerOwner.h"
 #include "LedgerService/Http/Connections/TlsCertificate.h"
 #include "LedgerService/Http/Dispatch/Answering.h"
 #include "LedgerService/Http/Dispatch/CommandLane.h"
@@ -114,6 +116,8 @@ struct Server::State {
     void spawnAccepting();
     static asio::awaitable<void> accept(State& state);
     void admit(tcp::socket socket);
+    [[nodiscard]] bool mayServe(const tcp::socket& socket) const;
+    void sayOthersAreTurnedAway();
     void beginStop();
     [[nodiscard]] ServerLoad load();
 
@@ -133,7 +137,8 @@ struct Server::State {
     Answering answering;
     ConnectionTable connections;
     HttpShared shared;
-    std::size_t open = 0; // connections whose coroutine still runs
+    std::size_t open = 0;                                            // connections whose coroutine still runs
+    std::optional<std::chrono::steady_clock::time_point> othersTold; // when it was said last that they are turned away
     std::uint16_t port = 0;
     std::thread thread;
 };
@@ -190,6 +195,28 @@ asio::awaitable<void> Server::State::accept(State& state)
     }
 }
 
+bool Server::State::mayServe(const tcp::socket& socket) const
+{
+    if (!options.thisUserOnly)
+        return true;
+    // The kernel's table is read in pieces while sockets come and go: one that is not found may have been passed over.
+    const auto look = [&] { return PeerOwner::of(socket.remote_endpoint(), socket.local_endpoint()); };
+    auto owner = look();
+    if (!owner)
+        owner = look();
+    return owner == ::geteuid();
+}
+
+/// In the log, and not for every knock of a program that does not give up.
+void Server::State::sayOthersAreTurnedAway()
+{
+    const auto now = std::chrono::steady_clock::now();
+    if (othersTold && now - *othersTold < std::chrono::minutes{1})
+        return;
+    othersTold = now;
+    Log::failure("(connection)", "a program of another user of this computer was turned away");
+}
+
 /// Serves the client, or closes its socket when there is no room: those that are served come first.
 void Server::State::admit(tcp::socket socket)
 {
@@ -198,7 +225,12 @@ void Server::State::admit(tcp::socket socket)
         const auto peer = socket.remote_endpoint(left).address();
         if (left || !connections.makeRoom(ClientAddress::counted(peer), proxies.isProxy(peer)))
             return;
-        auto connection = std::make_shared<HttpConnection>(std::move(socket), peer, shared);
+        if (!mayServe(socket)) {
+            sayOthersAreTurnedAway();
+            return;
+        }
+        const RequestHead::Ends ends{.peer = peer, .local = socket.local_endpoint(left).address()};
+        auto connection = std::make_shared<HttpConnection>(std::move(socket), ends, shared);
         connections.add(connection);
         asio::co_spawn(network, HttpConnection::serve(std::move(connection)), [this](const std::exception_ptr&) {
             --open;

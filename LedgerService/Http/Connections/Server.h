@@ -27,6 +27,7 @@ struct ServerOptions {
     std::string files;           // what receipts are kept beside; empty: beside the database's file
     std::optional<TlsFiles> tls; // without it connections are plain
     bool behindProxy = false;    // X-Forwarded-For names the client
+    bool thisUserOnly = false;   // serves only programs of the user that it runs as, on this computer
     std::vector<std::string> trustedProxies; // addresses and networks; empty: whoever connects is the proxy
     ServicePolicy policy;
     ReceiptRoom receiptRoom;

@@ -4,6 +4,7 @@
 #include <boost/asio/use_awaitable.hpp>
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerService/Http/ReplyPacking.h"
 #include "LedgerService/Log.h"
 
 namespace LedgerService {
@@ -20,6 +21,13 @@ constexpr int tooManyRequests = 429;
 std::string_view patternOf(const RouteMatch& match)
 {
     return match.route ? match.route->pattern : "(no route)";
+}
+
+/// Whether the reply to what was carried out is made from a snapshot, or packed.
+bool takesAWhileToReply(const Command& command)
+{
+    const auto* const made = command.outcome ? std::get_if<Reply>(&*command.outcome) : nullptr;
+    return Dispatcher::repliesWithSnapshot(command) || (made && ReplyPacking::packs(*made, command.request.coding));
 }
 
 }
@@ -60,7 +68,7 @@ asio::awaitable<Reply> Answering::reply(RouteMatch match, Request request, std::
         auto command = std::make_shared<Command>(Command{std::move(match), std::move(request)});
         co_return co_await replyToCommand(std::move(command), std::move(person));
     }
-    const Step whole = [&] { return m_dispatcher.answer(match, request); };
+    const Step whole = [&] { return ReplyPacking::packed(m_dispatcher.answer(match, request), request.coding); };
     const auto queue = m_limits.queue;
     auto* const lane = laneOf(match, request);
     if (!lane)
@@ -83,7 +91,7 @@ asio::awaitable<Reply> Answering::replyToCommand(std::shared_ptr<Command> comman
 {
     const auto& [match, request, work, outcome] = *command;
     const Step beginning = [&] { return m_dispatcher.prepare(*command); };
-    const Step ending = [&] { return m_dispatcher.replyTo(*command); };
+    const Step ending = [&] { return ReplyPacking::packed(m_dispatcher.replyTo(*command), request.coding); };
     const bool quick = request.body.size() <= quickBodyBytes && m_dispatcher.preparesAtOnce(*command);
     auto& first = match.route->lane == Lane::files ? m_lanes.files : m_lanes.readers;
     if (!quick)
@@ -92,7 +100,7 @@ asio::awaitable<Reply> Answering::replyToCommand(std::shared_ptr<Command> comman
     bool away = !quick;
     if (!reply) {
         co_await m_commands.carryOut(command);
-        away = m_dispatcher.repliesWithSnapshot(*command);
+        away = takesAWhileToReply(*command);
         if (away)
             co_await m_lanes.readers.enter(person);
         reply = take(ending, match, request, Steady::duration::max());

@@ -28,7 +28,7 @@ std::optional<std::string> namedByPath(const MemberCall& call)
 void CommandAudit::keep(const MemberCall& call, const Route& route)
 {
     const auto& note = call.note;
-    if (note.isRepetition || note.isToldElsewhere)
+    if (note.isRepetition || note.isPrivate || note.isToldElsewhere)
         return;
     const auto record = recordOf(call, route);
     if (note.entries.empty() || note.before || note.after) {

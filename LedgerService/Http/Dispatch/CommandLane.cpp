@@ -67,9 +67,11 @@ void CommandLane::add(Waiting waiting)
 CommandLane::Queue CommandLane::queue()
 {
     const std::lock_guard guard{m_guard};
-    if (m_waiting.empty())
+    const auto waiting = m_waiting.size() + m_underWay;
+    if (waiting == 0)
         return {};
-    return {.waiting = m_waiting.size(), .longest = Steady::now() - m_waiting.front().command->request.arrived};
+    const auto first = m_underWay > 0 ? m_groupArrived : m_waiting.front().command->request.arrived;
+    return {.waiting = waiting, .longest = Steady::now() - first};
 }
 
 void CommandLane::stop()
@@ -91,6 +93,7 @@ void CommandLane::run()
             carryOutGroup();
         } catch (const std::exception& failure) {
             Log::failure("(commands)", failure.what());
+            finish();
         }
     }
 }
@@ -114,8 +117,22 @@ void CommandLane::carryOutGroup()
             return now < *end && group.size() < mostTogether ? takeInto(group) : nullptr;
         });
     }
+    finish();
     for (auto& each : group)
         each.resume();
+}
+
+void CommandLane::begin(const Command& command)
+{
+    const std::lock_guard guard{m_guard};
+    if (m_underWay++ == 0)
+        m_groupArrived = command.request.arrived;
+}
+
+void CommandLane::finish()
+{
+    const std::lock_guard guard{m_guard};
+    m_underWay = 0;
 }
 
 std::optional<CommandLane::Waiting> CommandLane::take()
@@ -135,6 +152,7 @@ Command* CommandLane::takeInto(Group& group)
         auto& command = *waiting->command;
         const bool late = Steady::now() - command.request.arrived > m_limits.queue;
         if (!late) {
+            begin(command);
             group.push_back(*std::move(waiting));
             return &command;
         }

@@ -30,7 +30,8 @@ public:
     /// Returns on the coroutine's own executor when the command has its outcome. Refused when too much waits.
     boost::asio::awaitable<void> carryOut(std::shared_ptr<Command> command);
 
-    /// How many wait, and for how long the first of them has.
+    /// How many wait for their outcome, and for how long the first of them has. A command that waits for the database
+    /// is one of them.
     struct Queue {
         std::size_t waiting = 0;
         std::chrono::steady_clock::duration longest{};
@@ -54,12 +55,16 @@ private:
     void carryOutGroup();
     std::optional<Waiting> take();
     Command* takeInto(Group& group);
+    void begin(const Command& command);
+    void finish();
 
     const Dispatcher& m_dispatcher;
     const HttpLimits& m_limits;
     std::mutex m_guard;
     std::condition_variable m_changed;
     std::deque<Waiting> m_waiting;
+    std::size_t m_underWay = 0;          // commands of the group
+    Steady::time_point m_groupArrived{}; // the first of them
     bool m_stopping = false;
     std::thread m_thread;
 };

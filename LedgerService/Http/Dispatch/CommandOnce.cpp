@@ -2,22 +2,20 @@
 
 #include <utility>
 
+#include <fmt/core.h>
+
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Storage/Rows/Companies/CommandRepository.h"
 
 namespace LedgerService {
 
-namespace {
-
-constexpr std::size_t maximumKeyBytes = 200;
-
-}
-
 std::optional<Refusal> CommandOnce::whyNot(std::string_view key)
 {
-    if (TextFold::trimmed(key).empty() || key.size() > maximumKeyBytes)
-        return Refusal::of(ServiceCode::validationError, "The idempotency key is empty or too long.");
+    if (TextFold::trimmed(key).empty() || key.size() > EntryLimits::keyBytes)
+        return Refusal::of(ServiceCode::validationError,
+                           fmt::format("An idempotency key has 1 to {} bytes.", EntryLimits::keyBytes));
     return std::nullopt;
 }
 

@@ -51,6 +51,8 @@ Refusal refusalOf(const std::exception& failure, const RouteMatch& match, std::s
     if (DatabaseFailure::isOutOfReach(failure))
         return Refusal::of(ServiceCode::serviceUnavailable, "The database cannot be reached; try again.",
                            std::chrono::seconds{2});
+    if (DatabaseFailure::isFull(failure))
+        return Refusal::of(ServiceCode::insufficientStorage, "The disk of the service is full.");
     return Refusal::of(ServiceCode::internalError, "The service could not do its work.");
 }
 
@@ -107,7 +109,7 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
                           .note = note};
     const auto changed = connection.rowsChanged();
     auto made = work(call);
-    if (made && note.entries.empty() && connection.rowsChanged() != changed)
+    if (made && !note.isPrivate && note.entries.empty() && connection.rowsChanged() != changed)
         CompanyHistory::ensureAdvanced(connection, caller->companyID, caller->lastChange);
     if (made && match.route->isCommand())
         CommandAudit::keep(call, *match.route);

@@ -18,7 +18,7 @@ constexpr std::array families{
     RouteFamilies::invitations,  RouteFamilies::members,
     RouteFamilies::company,      RouteFamilies::audit,
     RouteFamilies::capital,      RouteFamilies::dividends,
-    RouteFamilies::templates,
+    RouteFamilies::templates,    RouteFamilies::drafts,
 };
 
 }

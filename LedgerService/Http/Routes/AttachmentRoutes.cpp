@@ -1,5 +1,8 @@
 #include <array>
+#include <chrono>
 #include <stdexcept>
+
+#include <fmt/core.h>
 
 #include "LedgerCore/Domain/Entries/ReceiptRules.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
@@ -10,8 +13,10 @@
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Http/Routes/RouteKit.h"
 #include "LedgerService/Identity/Token.h"
+#include "LedgerService/Log.h"
 #include "LedgerService/Receipts/ReceivedReceipt.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/Entries/ReceiptSpace.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
@@ -19,12 +24,25 @@ namespace LedgerService {
 
 namespace {
 
+/// A folder that is gone while receipts are in it was on a disk that is gone. It is not made anew: what came into that
+/// one would be missing once the disk is back.
+std::optional<Refusal> whyNoFolder(Connection& connection, const ReceiptFolder& folder)
+{
+    if (folder.isThere() || !ReceiptSpace::isUsed(connection))
+        return std::nullopt;
+    Log::failure("(receipts)", fmt::format("the folder {} is missing", folder.path().string()));
+    return Refusal::of(ServiceCode::serviceUnavailable, "The place where receipts are kept is missing; try again.",
+                       std::chrono::minutes{1});
+}
+
 /// What is known before the file is written.
 std::optional<Refusal> whyNotTake(const OpenCall& opened, std::size_t bytes)
 {
     const auto loan = opened.service.database.borrow();
     const Transaction transaction{*loan, Transaction::Mode::reading};
     const auto owner = SessionRepository::find(*loan, Token::hash(opened.request.token), opened.now);
+    if (auto refusal = owner ? whyNoFolder(*loan, opened.service.receipts) : std::nullopt)
+        return refusal;
     return owner ? ReceiptCommands::whyNotTake(*loan, *owner, opened.service.receipts.room(),
                                                static_cast<std::int64_t>(bytes))
                  : std::optional{Authentication::unauthorized()};

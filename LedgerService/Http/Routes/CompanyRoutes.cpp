@@ -29,7 +29,7 @@ std::expected<CompanyChoices, Refusal> choices(const MemberCall& call)
 
 std::expected<IssuedSession, Refusal> enter(const MemberCall& call, const CompanySwitch& body)
 {
-    return OwnCompanies::enter({actOf(call), call.service, call.request.token}, body.companyID);
+    return OwnCompanies::enter({actOf(call), call.service}, body.companyID);
 }
 
 std::expected<PendingCompanyRegistration, Refusal> apply(const MemberCall& call, const CompanyApplication& body)

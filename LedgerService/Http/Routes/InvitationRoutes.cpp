@@ -32,16 +32,20 @@ std::expected<InvitationListResponse, Refusal> revoke(const MemberCall& call)
 
 std::expected<InvitationPreview, Refusal> preview(const MemberCall& call, const InvitationLookup& body)
 {
-    const auto invitation = Invitations::find(call.connection, body.code, call.member.email, call.now);
-    if (!invitation)
-        return std::unexpected(invitation.error());
+    auto invitation = Invitations::find(call.connection, body.code, call.member.email, call.now);
+    if (!invitation) {
+        auto joined = Invitations::joined(call.connection, body.code, call.member);
+        if (!joined)
+            return std::unexpected(std::move(invitation.error()));
+        invitation = *std::move(joined);
+    }
     const auto company = CompanyRepository::find(call.connection, invitation->companyID);
     return InvitationPreview{company.value_or(Company{}).name, invitation->terms.email};
 }
 
 std::expected<IssuedSession, Refusal> accept(const MemberCall& call, const InvitationAcceptance& body)
 {
-    return OwnCompanies::join({actOf(call), call.service, call.request.token}, body.code, body.locale);
+    return OwnCompanies::join({actOf(call), call.service}, body.code, body.locale);
 }
 
 constexpr std::array routes{

@@ -13,6 +13,7 @@ std::span<const Route> accounts();
 std::span<const Route> attachments();
 std::span<const Route> audit();
 std::span<const Route> categories();
+std::span<const Route> drafts();
 std::span<const Route> financialSettings();
 std::span<const Route> health();
 std::span<const Route> session();

@@ -63,7 +63,8 @@ std::optional<Refusal> whyNotPassword(Completing& completing)
         return std::nullopt;
     }
     if (!Password::isAcceptable(password))
-        return Refusal::of(ServiceCode::validationError, "The password is too short or too long.");
+        return Refusal::of(ServiceCode::validationError,
+                           "A password has 8 characters or more, and at most 1,024 bytes.");
     if (!completing.person && !Naming::isName(completing.completion.name))
         return Refusal::of(ServiceCode::validationError, "The name is not one.");
     completing.newPasswordHash = Password::hash(password);

@@ -37,7 +37,8 @@ std::optional<Refusal> whyNotChange(const Service& service, const User& person, 
     if (person.email.ends_with(DemoIdentity::emailDomain))
         return Refusal::of(ServiceCode::forbidden, "The passwords of the demonstration stay.");
     if (!Password::isAcceptable(change.newPassword))
-        return Refusal::of(ServiceCode::validationError, "The password is too short or too long.");
+        return Refusal::of(ServiceCode::validationError,
+                           "A password has 8 characters or more, and at most 1,024 bytes.");
     if (auto refusal = AttemptLimit::whyNotNow(service, PersonLimits{person.email, remote}.ofSignIn(service)))
         return refusal;
     if (!person.passwordHash || !Password::matches(change.currentPassword, *person.passwordHash))

@@ -50,7 +50,8 @@ std::optional<Refusal> whyNotShaped(const Registration& registration)
     if (!Naming::isName(registration.name) || !Naming::isEmail(UserRepository::normalized(registration.email)))
         return Refusal::of(ServiceCode::validationError, "The name or the e-mail address is not one.");
     if (!Password::isAcceptable(registration.password))
-        return Refusal::of(ServiceCode::validationError, "The password is too short or too long.");
+        return Refusal::of(ServiceCode::validationError,
+                           "A password has 8 characters or more, and at most 1,024 bytes.");
     if (!isInvited(registration) && !describesCompany(registration))
         return Refusal::of(ServiceCode::validationError, "The company's name or its countries are none.");
     return std::nullopt;

@@ -3,9 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
-#include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Identity/Members/Invitations.h"
-#include "LedgerService/Identity/Token.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
@@ -24,21 +22,14 @@ std::optional<Refusal> whyNotOpen(const Membership& membership, const ServicePol
     return Authentication::whyNotOpen(membership.approvalStatus);
 }
 
-/// Leaves the one company and enters the other: each company's trail tells what was done there alone.
+/// The company that is entered tells of it in its trail. The one that the person comes from has nothing to tell before
+/// the token for it is handed back.
 IssuedSession open(const OwnCompanies::Visit& visit, const SessionOwner& owner)
 {
     const auto& act = visit.act;
-    auto& connection = act.connection;
-    SessionRepository::revoke(connection, Token::hash(visit.token), act.now);
-    AuditRecord record;
-    record.at = act.now;
-    record.memberID = act.member.id;
-    record.origin = act.origin;
-    record.kind = AuditKind::signOut;
-    AuditTrail::append(connection, act.companyID, std::move(record));
     act.note.isToldElsewhere = true;
-    UserRepository::writeCurrentCompany(connection, act.member.userID, owner.companyID);
-    return Authentication::issue(connection, owner, visit.service);
+    UserRepository::writeCurrentCompany(act.connection, act.member.userID, owner.companyID);
+    return Authentication::issue(act.connection, owner, visit.service);
 }
 
 }
@@ -75,8 +66,11 @@ std::expected<IssuedSession, Refusal> OwnCompanies::join(const Visit& visit, std
 {
     const auto& act = visit.act;
     const auto invitation = Invitations::find(act.connection, code, act.member.email, act.now);
-    if (!invitation)
+    if (!invitation) {
+        if (const auto joined = Invitations::joined(act.connection, code, act.member))
+            return enter(visit, joined->companyID);
         return std::unexpected(invitation.error());
+    }
     const Invitations::Person person{
         .userID = act.member.userID, .name = act.member.name, .locale = std::string{locale}};
     const auto owner = Invitations::join(act.connection, *invitation, person, {act.now, act.origin});

@@ -17,18 +17,18 @@ namespace OwnCompanies {
 /// Those that are open to the person, in the order in which the person joined them.
 CompanyChoices choices(const CommandAct& act, const ServicePolicy& policy);
 
-/// A person who is signed in, with the token that it goes by.
+/// A person who is signed in.
 struct Visit {
     CommandAct act;
     const Service& service;
-    std::string_view token;
 };
 
-/// Opens another company of the person and ends the token that was used. Expects a writing transaction.
+/// Opens another company of the person. The token that was used stays in force: the reply may be lost, and its holder
+/// would have none. Expects a writing transaction.
 std::expected<IssuedSession, Refusal> enter(const Visit& visit, std::string_view companyID);
 
-/// Joins the company that the code invites to, opens it and ends the token that was used. Expects a writing
-/// transaction.
+/// Joins the company that the code invites to and opens it as `enter` does. The same code opens it once more to the
+/// person who joined by it. Expects a writing transaction.
 std::expected<IssuedSession, Refusal> join(const Visit& visit, std::string_view code, std::string_view locale);
 
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include <fmt/core.h>
+
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Access/MembershipRules.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
@@ -71,7 +73,8 @@ std::optional<Refusal> whyNotInvite(const CommandAct& act, const Invite& terms)
     if (MemberRepository::findByEmail(act.connection, act.companyID, terms.email))
         return Refusal::of(ServiceCode::emailExists, "The person is a member of the company.");
     if (InvitationRepository::countSince(act.connection, act.companyID, later(act.now, -day)) >= Invitations::mostADay)
-        return Refusal::of(ServiceCode::rateLimited, "The company has invited too many people today.", day);
+        return Refusal::of(ServiceCode::rateLimited,
+                           fmt::format("A company invites at most {} people in a day.", Invitations::mostADay), day);
     return std::nullopt;
 }
 
@@ -115,6 +118,12 @@ void inform(const CommandAct& act, const Invite& terms)
     const MailTexts::Reader reader{terms.email, person ? person->locale : act.member.locale};
     Outbox::put(act.connection, MailTexts::invitation(reader, company.name, act.member.name),
                 LedgerDay::parseStamp(act.now).value_or(Outbox::Instant{}));
+}
+
+bool isMember(Connection& connection, std::string_view userID, std::string_view companyID)
+{
+    const auto memberships = MemberRepository::memberships(connection, userID);
+    return std::ranges::find(memberships, companyID, &Membership::companyID) != memberships.end();
 }
 
 void tellJoined(Connection& connection, const Invitation& invitation, const Member& member,
@@ -191,11 +200,19 @@ std::expected<Invitation, Refusal> Invitations::findAgain(Connection& connection
     return usable(connection, InvitationRepository::find(connection, companyID, id), email, now);
 }
 
+std::optional<Invitation> Invitations::joined(Connection& connection, std::string_view code, const Member& person)
+{
+    auto invitation = InvitationRepository::findByCode(connection, InvitationCode::hash(code));
+    if (!invitation || !invitation->acceptedAt || invitation->terms.email != UserRepository::normalized(person.email) ||
+        !isMember(connection, person.userID, invitation->companyID))
+        return std::nullopt;
+    return invitation;
+}
+
 std::expected<SessionOwner, Refusal> Invitations::join(Connection& connection, const Invitation& invitation,
                                                        const Person& person, const Moment& moment)
 {
-    const auto memberships = MemberRepository::memberships(connection, person.userID);
-    if (std::ranges::find(memberships, invitation.companyID, &Membership::companyID) != memberships.end())
+    if (isMember(connection, person.userID, invitation.companyID))
         return std::unexpected(Refusal::of(ServiceCode::emailExists, "The person is a member of the company."));
     auto member = MembershipRules::invited(invitation.terms);
     member.id = Random::identifier();

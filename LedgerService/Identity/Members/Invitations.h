@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <expected>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,7 +16,7 @@
 
 namespace LedgerService {
 
-/// Inviting people to a company, and their joining it. All but `find` and `pending` expect a writing transaction.
+/// Inviting people to a company, and their joining it. What changes anything expects a writing transaction.
 namespace Invitations {
 
 inline constexpr std::chrono::hours lifetime{14 * 24};
@@ -46,6 +47,10 @@ std::expected<Invitation, Refusal> find(Connection& connection, std::string_view
 /// The same for an invitation that this code has opened before.
 std::expected<Invitation, Refusal> findAgain(Connection& connection, std::string_view companyID, std::string_view id,
                                              std::string_view email, std::string_view now);
+
+/// The invitation by which the person has joined with this code, as a member of any company: whoever lost the reply
+/// asks again. Nothing for a code that did not make this person a member.
+std::optional<Invitation> joined(Connection& connection, std::string_view code, const Member& person);
 
 /// Who joins.
 struct Person {

@@ -7,6 +7,7 @@
 #include "LedgerService/Storage/Schema/CompanyKeyStep.h"
 #include "LedgerService/Storage/Schema/CompanyRequestSchema.h"
 #include "LedgerService/Storage/Schema/DemoVisitSchema.h"
+#include "LedgerService/Storage/Schema/DraftSchema.h"
 #include "LedgerService/Storage/Schema/InvitationSchema.h"
 #include "LedgerService/Storage/Schema/KeyedTablesStep.h"
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
@@ -310,6 +311,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{CompanyKeyStep::statements, CompanyKeyStep::drawKeys},
         Step{{}, KeyedTablesStep::apply},
         Step{TemplateSchema::statements},
+        Step{DraftSchema::statements},
     };
     return steps;
 }

@@ -1,6 +1,8 @@
 #include "LedgerService/Storage/Sql/Connection.h"
 
+#include <atomic>
 #include <filesystem>
+#include <utility>
 
 #include <fmt/core.h>
 #include <soci/postgresql/soci-postgresql.h>
@@ -12,6 +14,7 @@
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/FileStatement.h"
+#include "LedgerService/Storage/Sql/LogPages.h"
 #include "LedgerService/Storage/Sql/ServedStatement.h"
 
 namespace LedgerService {
@@ -105,6 +108,16 @@ void setUpFile(soci::session& session)
     session << "PRAGMA cache_size = -8192";            // KiB: the pages of a large group of commands
 }
 
+/// Told after each commit how many pages the log holds.
+int keepCount(void* pages, sqlite_api::sqlite3* file, const char* schema, int count)
+{
+    constexpr int mostPages = 12'000; // some 48 MiB
+    *static_cast<std::atomic<int>*>(pages) = count;
+    if (count >= mostPages)
+        sqlite_api::sqlite3_wal_checkpoint_v2(file, schema, SQLITE_CHECKPOINT_PASSIVE, nullptr, nullptr);
+    return SQLITE_OK;
+}
+
 }
 
 Connection::State::State(const std::string& database, Access access) : dialect(Dialect::of(database))
@@ -193,6 +206,13 @@ bool Connection::isLost() const
 void Connection::setReadGate(std::shared_ptr<ReadGate> gate)
 {
     m_state->gate = std::move(gate);
+}
+
+void LogPages::count(Connection& connection, std::shared_ptr<std::atomic<int>> pages)
+{
+    auto& state = connection.state();
+    state.logPages = std::move(pages);
+    sqlite_api::sqlite3_wal_hook(fileOf(state.session), keepCount, state.logPages.get());
 }
 
 std::int64_t Connection::rowsChanged()

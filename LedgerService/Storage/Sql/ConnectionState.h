@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -35,6 +36,7 @@ struct Connection::State {
     std::optional<PostgresqlSession> postgresql; // of a database that a server keeps
     std::int64_t rowsChanged = 0;                // there; a file's library counts itself
     std::shared_ptr<ReadGate> gate;
+    std::shared_ptr<std::atomic<int>> logPages; // of a file whose log others keep
     std::unordered_map<std::string_view, std::unique_ptr<PreparedStatement>> statements; // keyed by `texts`
     std::deque<std::string> texts;
 };

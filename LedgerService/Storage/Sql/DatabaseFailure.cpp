@@ -14,6 +14,8 @@ namespace {
 
 /// States of PostgreSQL by their code.
 constexpr auto conflicts = std::to_array<std::string_view>({"40001", "40P01"});
+constexpr int resultMask = 0xFF; // of an extended result of SQLite
+constexpr std::string_view diskFull = "53100";
 constexpr std::string_view lockNotAvailable = "55P03";
 /// Told by a server that ends, is still starting, takes no more connections or has become a standby.
 constexpr auto absences = std::to_array<std::string_view>({"57P01", "57P02", "57P03", "53300", "25006", "     "});
@@ -55,12 +57,17 @@ std::string DatabaseFailure::words(const std::exception& failure)
 
 bool DatabaseFailure::isBusy(const std::exception& failure)
 {
-    constexpr int resultMask = 0xFF; // of an extended result
     const auto* ofFile = dynamic_cast<const soci::sqlite3_soci_error*>(&failure);
     if (ofFile)
         return (ofFile->result() & resultMask) == SQLITE_BUSY;
     return dynamic_cast<const DatabaseBusy*>(&failure) != nullptr || stateOf(failure) == lockNotAvailable ||
            isConflict(failure);
+}
+
+bool DatabaseFailure::isFull(const std::exception& failure)
+{
+    const auto* ofFile = dynamic_cast<const soci::sqlite3_soci_error*>(&failure);
+    return ofFile ? (ofFile->result() & resultMask) == SQLITE_FULL : stateOf(failure) == diskFull;
 }
 
 bool DatabaseFailure::isOutOfReach(const std::exception& failure)

@@ -29,6 +29,9 @@ std::string words(const std::exception& failure);
 /// Whether the database was only held by others.
 bool isBusy(const std::exception& failure);
 
+/// Whether the disk has no room for what was to be written. Nothing was.
+bool isFull(const std::exception& failure);
+
 /// Whether the server that keeps the database was not there, or no longer. What was not committed is not written.
 bool isOutOfReach(const std::exception& failure);
 

@@ -13,7 +13,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Identity/Token.h"
-#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"

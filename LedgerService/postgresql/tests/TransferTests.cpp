@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerService/Operations/CompanyTransfer.h"
-#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Operations/Archives/CompanyTransfer.h"
+#include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/SampleReceipts.h"

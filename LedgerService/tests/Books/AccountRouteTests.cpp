@@ -6,7 +6,7 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/AccessRecords.h"
-#include "LedgerService/Operations/CreateCompany.h"
+#include "LedgerService/Operations/People/CreateCompany.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"

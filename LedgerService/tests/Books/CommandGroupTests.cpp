@@ -15,6 +15,7 @@
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/Storage/TurnQueue.h"
+#include "LedgerService/testing/Eventually.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -169,6 +170,18 @@ TEST_F(CommandGroup, EndsWhenTheDatabaseGivesTheTransactionUp)
     EXPECT_EQ(service.problems(), "");
 }
 
+TEST_F(CommandGroup, SaysThatTheDiskIsFull)
+{
+    expense(mira, "before");
+    doing([](Connection& connection) {
+        connection.execute("PRAGMA max_page_count = 1"); // no more than it has
+        connection.execute("UPDATE companies SET name = hex(zeroblob(1000000))");
+    });
+    carryOut();
+    EXPECT_EQ(statusOf(commands.back()), 507);
+    EXPECT_EQ(service.problems(), "");
+}
+
 TEST_F(CommandGroup, HeedsRightsThatEndInItsMiddle)
 {
     const auto rudi = service.tokenOf("rudi");
@@ -256,8 +269,7 @@ TEST(TurnQueue, GivesTheTurnToWhoeverHasWaitedLongest)
             order.push_back(each);
             queue.leave();
         });
-        while (queue.waiting() == static_cast<std::size_t>(each))
-            std::this_thread::yield();
+        ASSERT_TRUE(eventually([&] { return queue.waiting() > static_cast<std::size_t>(each); }));
     }
     queue.leave();
     waiting.clear();

@@ -14,8 +14,11 @@
 #include "LedgerCore/Domain/Records/AccessCommands.h"
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/Attachment.h"
+#include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Records/MemberCommands.h"
 #include "LedgerCore/Domain/Records/Permission.h"
+#include "LedgerCore/Domain/Templates/TemplateRules.h"
+#include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/RandomCommands.h"
@@ -92,11 +95,12 @@ public:
     void step()
     {
         using Act = void (CompanyWalk::*)(Person&);
-        static constexpr std::array<Act, 16> acts{
+        static constexpr std::array<Act, 17> acts{
             &CompanyWalk::record, &CompanyWalk::record, &CompanyWalk::record,       &CompanyWalk::record,
             &CompanyWalk::upload, &CompanyWalk::link,   &CompanyWalk::setUp,        &CompanyWalk::setUp,
             &CompanyWalk::setUp,  &CompanyWalk::change, &CompanyWalk::changeMember, &CompanyWalk::invite,
-            &CompanyWalk::join,   &CompanyWalk::submit, &CompanyWalk::submit,       &CompanyWalk::submit};
+            &CompanyWalk::recur,  &CompanyWalk::join,   &CompanyWalk::submit,       &CompanyWalk::submit,
+            &CompanyWalk::submit};
         m_number += 1;
         auto& person = *std::next(m_people.begin(), static_cast<std::ptrdiff_t>(below(m_people.size())));
         person.follower.refresh();
@@ -315,6 +319,56 @@ private:
         m_people.emplace_back(m_service, id);
     }
 
+    /// Keeps a template, or does something to one that the person sees.
+    void recur(Person& person)
+    {
+        const auto listed =
+            Json::decode<EntryTemplateList>(m_client.send("GET", "/v1/templates", person.follower.token()).body);
+        if (!listed || listed->templates.empty() || once(3)) {
+            TemplateCreate command{.name = fmt::format("Template {}", m_number),
+                                   .shared = !once(3),
+                                   .entry = templateEntry(),
+                                   .recurrence =
+                                       Recurrence{.unit = "month", .every = 1, .firstDay = "2026-01-31", .lastDay = {}},
+                                   .idempotencyKey = key()};
+            send(person, {"POST", "/v1/templates", Json::encode(command)});
+            return;
+        }
+        const auto& kept = of(listed->templates);
+        const auto where = "/v1/templates/" + kept.id;
+        const std::string day = of(std::array{"2026-01-31", "2026-02-28", "2026-02-27"});
+        auto input = TemplateRules::inputOf(kept.entry, "2026-03-10");
+        input.amountMinor = std::max<std::int64_t>(input.amountMinor, 1);
+        input.idempotencyKey = TemplateOccurrence{kept.id, day}.key();
+        const TemplateUpdate update{.name = "Changed",
+                                    .shared = once(2),
+                                    .entry = once(2) ? kept.entry : templateEntry(),
+                                    .recurrence = kept.recurrence,
+                                    .expectedRevision = kept.revision - (once(6) ? 1 : 0)};
+        const std::array<Sent, 6> all{
+            Sent{"POST", "/v1/transactions", Json::encode(input)},
+            Sent{"POST", "/v1/transactions", Json::encode(input)},
+            Sent{"PATCH", where, Json::encode(update)},
+            Sent{"POST", where + "/remove", ""},
+            Sent{"POST", where + "/days", Json::encode(TemplateDay{.day = day, .skipped = true})},
+            Sent{"POST", where + "/days", Json::encode(TemplateDay{.day = day, .skipped = false})}};
+        send(person, of(all));
+    }
+
+    TemplateEntry templateEntry()
+    {
+        const auto input = m_entries.inputFor(SampleBooks::books());
+        return {.kind = input.kind,
+                .note = input.note,
+                .categoryID = input.categoryID,
+                .sourceAccountID = input.sourceAccountID,
+                .targetAccountID = input.targetAccountID,
+                .currency = input.currency,
+                .targetCurrency = input.targetCurrency,
+                .amountMinor = once(3) ? std::nullopt : std::optional{input.amountMinor},
+                .targetAmountMinor = input.targetAmountMinor};
+    }
+
     void submit(Person& anybody)
     {
         auto& person = once(4) ? anybody : m_people.front(); // few others may
@@ -357,8 +411,8 @@ int stated(const char* variable, int otherwise)
 TEST(CompanyWalk, KeepsTheBooksWholeWhateverMembersDo)
 {
     constexpr int stretch = 40;
-    const int steps = stated("TALLYFOLD_WALK_STEPS", 400);
-    const int seed = stated("TALLYFOLD_WALK_SEED", 11);
+    const int steps = stated("TALLYFOLD_WALK_STEPS", 480);
+    const int seed = stated("TALLYFOLD_WALK_SEED", 12);
     SCOPED_TRACE(fmt::format("seed {}", seed));
     CompanyWalk walk{static_cast<std::uint32_t>(seed)};
     for (int number = 1; number <= steps; ++number) {
@@ -368,8 +422,9 @@ TEST(CompanyWalk, KeepsTheBooksWholeWhateverMembersDo)
         if (number % stretch == 0)
             ASSERT_NO_FATAL_FAILURE(walk.check());
     }
-    for (const auto* family : {"/v1/transactions", "/v1/attachments", "/v1/accounts", "/v1/categories", "/v1/settings",
-                               "/v1/members", "/v1/invites", "/v1/me", "/v1/company", "/v1/capital", "/v1/dividends"}) {
+    for (const auto* family :
+         {"/v1/transactions", "/v1/attachments", "/v1/accounts", "/v1/categories", "/v1/settings", "/v1/members",
+          "/v1/invites", "/v1/me", "/v1/company", "/v1/capital", "/v1/dividends", "/v1/templates"}) {
         const auto found = walk.accepted().find(family);
         EXPECT_GE(found == walk.accepted().end() ? 0 : found->second, 2) << family;
     }

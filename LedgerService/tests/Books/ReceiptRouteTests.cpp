@@ -322,6 +322,22 @@ TEST_F(Receipts, AreRefusedWithoutATraceWhenTheDiskIsFull)
     EXPECT_EQ(service.problems(), "");
 }
 
+TEST_F(Receipts, AreNotKeptInPlaceOfADiskThatIsGone)
+{
+    const auto kept = mustUpload(pdf(500));
+    const auto away = folder.path().string() + "-away";
+    fs::rename(folder.path(), away);
+    const auto answer = service.as("mira", "POST", "/v1/attachments", upload(pdf(600)));
+    EXPECT_EQ(answer.code(), ServiceCode::serviceUnavailable);
+    EXPECT_EQ(answer.header("retry-after"), "60");
+    EXPECT_FALSE(fs::exists(folder.path()));
+    EXPECT_NE(download(kept.id).status, 200);
+    fs::rename(away, folder.path());
+    EXPECT_EQ(download(kept.id).status, 200);
+    mustUpload(pdf(600));
+    EXPECT_EQ(service.problems(), "");
+}
+
 TEST_F(Receipts, WhoseRowWasNeverWrittenLeaveNoFileForLong)
 {
     mustUpload(pdf(500));

@@ -4,6 +4,7 @@
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Entries/EntryDraft.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
@@ -196,7 +197,14 @@ TEST_F(TemplateRoutes, GiveADueDayOneEntryWhoeverRecordsIt)
             .id;
     };
     EXPECT_EQ(repeated("mira"), recorded) << "the reply was lost";
+    DraftKeep kept{
+        .entry = {}, .locale = "en-US", .sent = posting(id, "2026-02-28"), .writer = "window", .takenFrom = {}};
+    kept.entry.idempotencyKey = kept.sent->idempotencyKey;
+    const auto draft = "/v1/me/drafts/" + kept.entry.idempotencyKey;
+    ASSERT_EQ(m_service.as("guest", "PUT", draft, Json::encode(kept)).status, 200);
     EXPECT_EQ(repeated("guest"), recorded) << "a colleague records the very same at the same time";
+    const auto drafts = m_service.as("guest", "GET", "/v1/me/drafts").body;
+    EXPECT_TRUE(Json::decode<EntryDraftList>(drafts).value().drafts.empty()) << "it is not to be sent again";
     auto other = posting(id, "2026-02-28");
     other.amountMinor = 26'000;
     EXPECT_EQ(post("guest", other).code(), "idempotency_conflict");
@@ -254,8 +262,9 @@ TEST_F(TemplateRoutes, SkipADueDayAndProposeItAgain)
     EXPECT_EQ(post("mira", posting(id, "2026-02-28")).status, 200) << "recorded after all";
     EXPECT_EQ(setDay("mira", id, "2026-02-28", false).code(), "conflict");
     EXPECT_EQ(setDay("mira", id, "2026-02-28", true).code(), "conflict");
-    for (const auto* day : {"2026-02-27", "2025-12-31", "soon"})
+    for (const auto* day : {"2026-02-27", "2025-12-31", "2027-03-31", "9000-01-31", "soon"})
         EXPECT_EQ(setDay("mira", id, day, true).code(), "validation_error") << day;
+    EXPECT_EQ(setDay("mira", id, "2027-02-28", true).status, 200) << "within a year";
 }
 
 TEST_F(TemplateRoutes, LetAKeyOfAHiddenTemplateSettleNothing)

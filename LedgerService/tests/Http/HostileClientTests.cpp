@@ -7,6 +7,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Http/Connections/ClientAddress.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/testing/Eventually.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -97,8 +98,7 @@ TEST(Connections, WithTheSlowestReaderEndWhenUnreadRepliesTakeTooMuch)
                                  service.tokenOf("mira"));
     auto slow = service.client();
     slow.write(ask);
-    while (slow.unreadBytes() == 0) // until its reply is under way
-        std::this_thread::yield();
+    ASSERT_TRUE(eventually([&] { return slow.unreadBytes() > 0; })) << "its reply is under way";
     const auto read = service.client().sendRaw(ask);
     EXPECT_EQ(read.status, 200);
     EXPECT_GT(read.body.size(), replyBytes);

@@ -8,10 +8,11 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Records/MemberCommands.h"
 #include "LedgerService/Audit/AuditSeals.h"
 #include "LedgerService/Audit/AuditTrail.h"
-#include "LedgerService/Operations/ManagePeople.h"
+#include "LedgerService/Operations/People/ManagePeople.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
@@ -364,6 +365,8 @@ TEST_F(Audited, WhatAPersonDoesInOneCompanyIsToldThereAlone)
     EXPECT_EQ(client.send("POST", "/v1/me/companies", rudi, R"({"companyName":"Rudis secret","requestID":"1"})").status,
               200);
     EXPECT_EQ(client.send("POST", "/v1/me/companies/switch", rudi, R"({"companyID":"other"})").status, 200);
+    EXPECT_EQ(told("sample"), "company-founded - sample -\n") << "the token is still there";
+    EXPECT_EQ(client.send("POST", "/v1/auth/logout", rudi).status, 200);
     EXPECT_EQ(told("sample"), "sign-out rudi - -\n"
                               "company-founded - sample -\n");
     EXPECT_EQ(told("other"), "sign-in rudi-too - -\n"
@@ -387,8 +390,7 @@ TEST_F(Audited, WhoJoinsAndWithWhichRightsIsToldInTheCompanyJoined)
     EXPECT_EQ(joined[0].origin, "127.0.0.1");
     const auto shown = service.as("mira", "GET", "/v1/audit?kind=member-joined").body;
     EXPECT_NE(shown.find(R"("accountGrants":[{"accountID":"bank","actions":["view"]}])"), std::string::npos) << shown;
-    EXPECT_EQ(told("other"), "sign-out rudi - -\n"
-                             "company-founded - other -\n");
+    EXPECT_EQ(told("other"), "company-founded - other -\n");
     EXPECT_EQ(service.problems(), "");
 }
 
@@ -419,6 +421,54 @@ TEST_F(Audited, OwnersReadNothingOfWhatTheyDoNotSee)
     EXPECT_FALSE(trailOf("rudi").contains("Secret payroll"));
     EXPECT_TRUE(trailOf("rudi").contains("Shown bank"));
     EXPECT_TRUE(trailOf("rudi").contains(R"("record":"hidden")")) << "that something was done stays told";
+}
+
+TEST_F(Audited, OwnersReadOfATemplateWhatTheySawOfItThen)
+{
+    Staff::set(service, "rudi", "owner", {"manageCompany"}, {{"bank", {"view"}}});
+    TemplateCreate command;
+    command.name = "Rent";
+    command.entry = {.kind = "expense",
+                     .note = "still secret",
+                     .categoryID = "rent",
+                     .sourceAccountID = "bank",
+                     .targetAccountID = {},
+                     .currency = "IDR",
+                     .targetCurrency = {},
+                     .amountMinor = 25'000,
+                     .targetAmountMinor = {}};
+    command.idempotencyKey = "rent";
+    const auto made = service.as("mira", "POST", "/v1/templates", Json::encode(command));
+    ASSERT_EQ(made.status, 200) << made.body;
+    const auto id = Json::decode<EntryTemplateList>(made.body).value().templates.front().id;
+    auto entry = command.entry;
+    const auto change = [&](const std::string& note, bool shared, int revision) {
+        entry.note = note;
+        const TemplateUpdate update{
+            .name = "Rent", .shared = shared, .entry = entry, .recurrence = {}, .expectedRevision = revision};
+        EXPECT_EQ(service.as("mira", "PATCH", "/v1/templates/" + id, Json::encode(update)).status, 200);
+    };
+    change("for all", true, 1);
+    change("for all to see", true, 2);
+    const auto trail = service.as("rudi", "GET", "/v1/audit").body;
+    EXPECT_FALSE(trail.contains("still secret")) << trail;
+    EXPECT_TRUE(trail.contains("for all to see")) << trail;
+    EXPECT_EQ(service.as("mira", "POST", "/v1/templates/" + id + "/remove").status, 200);
+    EXPECT_TRUE(service.as("rudi", "GET", "/v1/audit?limit=1").body.contains("for all to see")) << "it was shared";
+}
+
+TEST_F(Audited, BooksStaySoundWhenTheClockIsPutBack)
+{
+    post(SampleBooks::income());
+    seal("2026-03-12T00:05:00.000Z");
+    service.moveClock(-std::chrono::hours{20});
+    auto later = SampleBooks::income();
+    later.idempotencyKey = "put back";
+    post(later);
+    seal("2026-03-11T00:05:00.000Z");
+    seal("2026-03-13T00:05:00.000Z");
+    EXPECT_LT(page().records[0].at, page().records[1].at);
+    EXPECT_EQ(service.problems(), "");
 }
 
 /// A later release may write kinds that this one cannot place: of those no more is told than that something was done.

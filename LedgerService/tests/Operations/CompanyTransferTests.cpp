@@ -6,8 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerService/Operations/CompanyTransfer.h"
-#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Operations/Archives/CompanyArrival.h"
+#include "LedgerService/Operations/Archives/CompanyTransfer.h"
+#include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRows.h"
 #include "LedgerService/Storage/Sql/Connection.h"
@@ -118,6 +119,13 @@ protected:
             const auto answer = client.send("POST", "/v1/transactions", token, Json::encode(input));
             ASSERT_LT(answer.status, 500) << answer.body;
         }
+        EXPECT_EQ(client
+                      .send("PUT", "/v1/me/drafts/begun", tokens["rudi"],
+                            R"({"entry":{"kind":"expense","date":"","note":"Half","currency":"IDR",)"
+                            R"("targetCurrency":"","amount":"1","targetAmount":"","refundReference":"",)"
+                            R"("attachments":[],"idempotencyKey":"begun"},"locale":"en-US","writer":"window"})")
+                      .status,
+                  200);
         EXPECT_EQ(
             client.send("POST", "/v1/attachments", tokens["mira"], SampleReceipts::upload(SampleReceipts::pdf(90'000)))
                 .status,
@@ -363,6 +371,77 @@ TEST_F(Transfer, OpensAClosedCompanyAgainWhenItCannotBePacked)
     });
     EXPECT_NE(exportSample(Afterwards::closed).find("not sound"), std::string::npos);
     EXPECT_EQ(source.as("mira", "GET", "/v1/snapshot").status, 200);
+}
+
+TEST_F(Transfer, OpensAClosedCompanyAgainWhenItsExportCannotBeTold)
+{
+    source.write([](Connection& connection) { // as on a disk that fills up once the archive is made
+        connection.execute("CREATE TRIGGER full BEFORE INSERT ON audit_records WHEN NEW.kind = 'company-exported' "
+                           "BEGIN SELECT RAISE(ABORT, 'the disk is full'); END");
+    });
+    for (const auto afterwards : {Afterwards::closed, Afterwards::open}) {
+        EXPECT_NE(exportSample(afterwards).find("the disk is full"), std::string::npos);
+        EXPECT_FALSE(fs::exists(archive)) << "or it would be taken for one of a company that is closed";
+        EXPECT_EQ(source.as("mira", "GET", "/v1/snapshot").status, 200);
+    }
+    source.write([](Connection& connection) { connection.execute("DROP TRIGGER full"); });
+    EXPECT_EQ(exportSample(Afterwards::closed), "");
+    EXPECT_EQ(source.as("mira", "GET", "/v1/snapshot").status, 403);
+}
+
+TEST_F(Transfer, TakesOneOfTwoImportsThatBeginTogether)
+{
+    source.write([](Connection& connection) { foundSample(connection, "moving"); });
+    const auto archiveOf = [&](const std::string& companyID) {
+        EXPECT_EQ(exported(companyID), "");
+        auto path = folder.file(companyID + ".tar");
+        fs::rename(archive, path);
+        return path;
+    };
+    const auto first = archiveOf("sample");
+    for (const auto& second : {first, archiveOf("moving")}) {
+        const auto target = folder.file(fs::path{second}.stem().string() + ".sqlite");
+        ASSERT_TRUE(Database::open(target).has_value());
+        const auto database = Database::open(target);
+        // Both are past the look at what is arriving before either writes.
+        std::optional<CompanyArrival> late{std::in_place, **database, fs::path{second}.stem().string(),
+                                           CompanyArrival::Pace{}};
+        std::string refused;
+        const auto meanwhile = [&] {
+            if (!late)
+                return;
+            Connection from{source.databaseFile(), Connection::Access::readOnly};
+            const Transaction reading{from, Transaction::Mode::reading};
+            try {
+                late->copy(from, [](Connection&) {});
+            } catch (const std::exception& failure) {
+                refused = failure.what();
+            }
+            late.reset();
+        };
+        const auto imported = CompanyTransfer::importFrom(first, target, {}, {.rows = 3, .between = meanwhile});
+        EXPECT_EQ(imported ? imported->companyID : imported.error(), "sample");
+        EXPECT_NE(refused.find("is being imported by another process"), std::string::npos) << refused;
+        EXPECT_EQ(dumpOf(target, "sample"), dumpOf(source.databaseFile(), "sample"));
+    }
+}
+
+TEST_F(Transfer, KeepsTheTrailOfACompanyThatComesWhileAnotherImportOfItBegins)
+{
+    ASSERT_EQ(exportSample(), "");
+    const auto target = emptyDatabase();
+    const auto database = Database::open(target);
+    Connection{target}.execute( // what a removal that was cut off has left: several turns of it
+        "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) INSERT INTO audit_records "
+        "(scope, number, at, origin, kind, chain) SELECT 'sample', i, '', '', 'sign-in', '' FROM n");
+    std::string told;
+    const auto meanwhile = [&] {
+        if (std::exchange(told, "begun").empty())
+            told = importInto(target);
+    };
+    const CompanyArrival late{**database, "sample", {.between = meanwhile}};
+    EXPECT_EQ(told, "imported sample");
+    EXPECT_EQ(dumpOf(target, "sample"), dumpOf(source.databaseFile(), "sample"));
 }
 
 }

@@ -1,6 +1,5 @@
 #include <list>
 #include <string>
-#include <thread>
 
 #include <fmt/core.h>
 #include <gtest/gtest.h>
@@ -13,6 +12,7 @@
 #include "LedgerService/Metrics.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
+#include "LedgerService/testing/Eventually.h"
 #include "LedgerService/testing/OtherWriter.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/SelfMadeCertificate.h"
@@ -104,8 +104,7 @@ TEST_F(Figures, TellsHowManyCommandsWait)
                                    "Content-Length: {}\r\n\r\n{}",
                                    token, body.size(), body));
         }
-        while (told("tallyfold_commands_waiting") != 3) // the first one is at the lock
-            std::this_thread::yield();
+        EXPECT_TRUE(eventually([&] { return told("tallyfold_commands_waiting") == 4; })) << "the one at the lock, too";
         EXPECT_GT(told("tallyfold_oldest_command_wait_seconds"), 0);
     }
     for (auto& each : clients)

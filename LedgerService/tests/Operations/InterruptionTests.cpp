@@ -2,7 +2,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <string>
-#include <thread>
 #include <utility>
 #include <vector>
 
@@ -14,6 +13,7 @@
 
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Query.h"
+#include "LedgerService/testing/Eventually.h"
 #include "LedgerService/testing/OtherWriter.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -124,8 +124,7 @@ protected:
     }
     void awaitArrival() const
     {
-        while (countIn(target, "companies") == 0)
-            std::this_thread::yield();
+        ASSERT_TRUE(eventually([&] { return countIn(target, "companies") > 0; }));
     }
     [[nodiscard]] int unfinished() const
     {
@@ -145,7 +144,7 @@ TEST_F(Importing, LeavesNothingWhenItIsToldToEnd)
 {
     for (const int signal : {SIGTERM, SIGINT}) {
         RunningCommand command{words(), folder.file("output.txt")};
-        awaitArrival();
+        ASSERT_NO_FATAL_FAILURE(awaitArrival());
         {
             const OtherWriter other{target}; // the import waits for its turn, or is in one
             command.tell(signal);
@@ -163,7 +162,7 @@ TEST_F(Importing, MakesWayForTheNextWhenItWasKilled)
 {
     {
         RunningCommand command{words(), folder.file("output.txt")};
-        awaitArrival();
+        ASSERT_NO_FATAL_FAILURE(awaitArrival());
         const OtherWriter other{target};
         EXPECT_EQ(command.end(SIGKILL), 128 + SIGKILL);
     }
@@ -190,8 +189,7 @@ TEST_F(ToldToEnd, LeavesNothingOfABackupOrARestoreThatIsToldToEnd)
     }
     const auto endsEarly = [&](const std::vector<std::string>& arguments) {
         RunningCommand command{arguments, folder.file("output.txt")};
-        while (left() == 0)
-            std::this_thread::yield();
+        EXPECT_TRUE(eventually([&] { return left() > 0; }));
         return command.end(SIGTERM);
     };
     EXPECT_EQ(endsEarly({"backup", "--database", file, "--to", place + "/books.tar"}), 128 + SIGTERM);

@@ -1,9 +1,11 @@
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <string_view>
 #include <thread>
 #include <vector>
 
@@ -14,13 +16,14 @@
 #include <netinet/in.h>
 #include <sys/resource.h>
 #include <sys/socket.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerService/Operations/Serve.h"
-#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Operations/Databases/Verify.h"
+#include "LedgerService/Operations/Serving/Serve.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
@@ -247,6 +250,44 @@ TEST_F(ServedByAProcess, OffersTheDemonstrationOnLoopbackUnlessToldOtherwise)
     EXPECT_EQ(statusWith({"--demo", "off"}), 403);
     EXPECT_EQ(statusWith({"--behind-tls-proxy"}), 403);
     EXPECT_EQ(statusWith({"--behind-tls-proxy", "--demo", "private"}), 200);
+}
+
+/// How many bytes a program of another user is answered with.
+long bytesForSomebodyElse(std::uint16_t port)
+{
+    constexpr uid_t nobody = 65534;
+    const auto child = fork();
+    if (child == 0) {
+        const bool isSomebodyElse = setuid(nobody) == 0; // from here on: a socket belongs to whoever makes it
+        const int connection = socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in place{};
+        place.sin_family = AF_INET;
+        place.sin_port = htons(port);
+        place.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        constexpr std::string_view request = "GET /v1/snapshot HTTP/1.1\r\nHost: a\r\nConnection: close\r\n\r\n";
+        char reply[64];
+        const bool isSent = isSomebodyElse &&
+                            connect(connection, reinterpret_cast<sockaddr*>(&place), sizeof place) == 0 &&
+                            write(connection, request.data(), request.size()) > 0;
+        _exit(isSent ? static_cast<int>(std::max(read(connection, reply, sizeof reply), ssize_t{0})) : 255);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WEXITSTATUS(status);
+}
+
+TEST_F(ServedByAProcess, AnswersOnlyProgramsOfItsOwnUserWhereItIsToldTo)
+{
+    const auto statusOfOwn = [](const ServiceProcess& process) {
+        return HttpClient{process.port()}.send("GET", "/v1/snapshot", "").status;
+    };
+    const ServiceProcess alone{TALLYFOLD_SERVICE_PROGRAM, file, {"--this-user-only"}};
+    EXPECT_EQ(statusOfOwn(alone), 401) << "answered";
+    if (geteuid() != 0)
+        GTEST_SKIP() << "only the system's administrator can act for another user";
+    EXPECT_EQ(bytesForSomebodyElse(alone.port()), 0);
+    const ServiceProcess usual{TALLYFOLD_SERVICE_PROGRAM, file};
+    EXPECT_GT(bytesForSomebodyElse(usual.port()), 0);
 }
 
 TEST_F(ServedByAProcess, FoundsACompanyWhoseOwnerSignsIn)

@@ -11,7 +11,7 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Access/SnapshotReader.h"
-#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
@@ -125,6 +125,31 @@ TEST(Database, OpensWhileAnotherWritesAndTellsThatItIsHeld)
             EXPECT_TRUE(DatabaseFailure::isBusy(failure)) << failure.what();
         }
     });
+}
+
+TEST(Database, BeginsItsLogAnewWhileWritersTakeTurnsWithoutEnd)
+{
+    const TemporaryFolder folder;
+    const auto file = folder.file("books.sqlite");
+    const auto database = Database::open(file);
+    ASSERT_TRUE(database.has_value()) << database.error();
+    const auto loan = (*database)->borrow();
+    (*loan).execute("CREATE TABLE texts (id INTEGER PRIMARY KEY, text TEXT NOT NULL)");
+    std::uintmax_t longest = 0;
+    for (int each = 0; each < 400; ++each) { // some 33 MiB
+        const auto turn = (*database)->queueToWrite();
+        Transaction transaction{*loan, Transaction::Mode::writing};
+        Query{*loan, "INSERT OR REPLACE INTO texts VALUES (:id, :text)"}
+            .bind("id", each % 10)
+            .bind("text", std::string(80'000, static_cast<char>('a' + each % 26)))
+            .run();
+        transaction.commit();
+        longest = std::max(longest, std::filesystem::file_size(file + "-wal"));
+    }
+    EXPECT_LT(longest, std::uintmax_t{16} << 20) << "where writers are held up for it";
+    int count = 0;
+    Query{*loan, "SELECT COUNT(*) FROM texts WHERE length(text) = 80000"}.into(count).next();
+    EXPECT_EQ(count, 10);
 }
 
 TEST(Database, KeepsItsLogShortWhileReadersOverlapWithoutEnd)

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerService/Operations/Verify.h"
+#include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Schema/MigrationSteps.h"
 #include "LedgerService/Storage/Sql/Connection.h"

@@ -68,6 +68,9 @@ TEST(OwnCompanies, AreEnteredWithATokenOfTheirOwn)
     EXPECT_EQ(opened->snapshot.company.id, "other");
     EXPECT_EQ(opened->snapshot.currentMember.id, "rudi-too");
     auto client = it.service.client();
+    EXPECT_EQ(Json::decode<LedgerSnapshot>(client.send("GET", "/v1/snapshot", token).body)->company.id, "sample")
+        << "the reply may have been lost";
+    EXPECT_EQ(client.send("POST", "/v1/auth/logout", token).status, 200);
     EXPECT_EQ(client.send("GET", "/v1/snapshot", token).status, 401);
     EXPECT_EQ(Json::decode<LedgerSnapshot>(client.send("GET", "/v1/snapshot", opened->token).body)->company.id,
               "other");

@@ -99,7 +99,7 @@ TEST(Invitations, OpenTheCompanyToThePersonTheyWereMadeFor)
     EXPECT_EQ(opened->snapshot.accounts.size(), 1u);
 
     auto client = it.service.client();
-    EXPECT_EQ(client.send("GET", "/v1/snapshot", it.invited).status, 401) << "the token of the company before";
+    EXPECT_EQ(client.send("GET", "/v1/snapshot", it.invited).status, 200) << "the reply may have been lost";
     EXPECT_EQ(client.send("GET", "/v1/snapshot", opened->token).status, 200);
     EXPECT_TRUE(it.pending().empty());
     EXPECT_EQ(it.service.snapshotOf("mira").members.size(), 5u);
@@ -172,9 +172,29 @@ TEST(Invitations, AreNotRevokedOnceUsed)
     const auto refused = it.revoke(id);
     EXPECT_EQ(refused.status, 409);
     EXPECT_EQ(refused.code(), "invitation_used");
-    EXPECT_EQ(it.accept(code, opened->token).code(), "invalid_invitation") << "used";
+    EXPECT_EQ(it.accept(code, it.service.tokenOf("guest", "other")).code(), "invalid_invitation") << "used";
     EXPECT_EQ(it.revoke("unknown").status, 404);
     EXPECT_EQ(it.invite("mira", Inviting::rudi()).code(), "email_exists");
+}
+
+TEST(Invitations, OpenTheCompanyOnceMoreToWhoJoinedByThem)
+{
+    Inviting it;
+    const auto code = it.code();
+    ASSERT_EQ(it.accept(code, it.invited).status, 200);
+    const auto shown = it.preview(code, it.invited);
+    EXPECT_EQ(Json::decode<InvitationPreview>(shown.body).value_or(InvitationPreview{}).companyName, "Sample sample")
+        << shown.body;
+    const auto again = Json::decode<AuthResponse>(it.accept(code, it.invited).body);
+    ASSERT_TRUE(again.has_value());
+    EXPECT_EQ(again->snapshot.company.id, "sample");
+    EXPECT_EQ(it.service.snapshotOf("mira").members.size(), 5u) << "nobody joins twice";
+
+    it.service.write([](Connection& connection) {
+        connection.execute("UPDATE members SET active = 0 WHERE user_id = 'rudi-of-other' AND company_id = 'sample'");
+    });
+    EXPECT_EQ(it.accept(code, it.invited).code(), "inactive_member");
+    EXPECT_EQ(it.service.problems(), "");
 }
 
 TEST(Invitations, StayWithinTheirCompany)

@@ -18,6 +18,7 @@
 #include "LedgerService/Storage/Rows/People/MailRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
+#include "LedgerService/testing/Eventually.h"
 #include "LedgerService/testing/MailServer.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -203,8 +204,7 @@ TEST(Postbox, TriesAgainWhatFailedAndDropsWhatIsRefusedOrTooOld)
     Posting posting{{.url = server.url(), .user = {}, .password = {}, .authorities = {}}};
     posting.put("later@example.com");
     posting.put("never@example.com", 10s);
-    while (server.connections() < 4) // two letters, and a question after each
-        std::this_thread::yield();
+    ASSERT_TRUE(eventually([&] { return server.connections() >= 4; })) << "two letters, and a question after each";
     EXPECT_TRUE(server.received(0).empty());
     server.answerRecipients(250);
     posting.moveClock(31s);

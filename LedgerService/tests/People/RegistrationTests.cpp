@@ -11,7 +11,7 @@
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/MemberCommands.h"
 #include "LedgerService/Identity/AccessFlow/PersonRegistration.h"
-#include "LedgerService/Operations/ManagePeople.h"
+#include "LedgerService/Operations/People/ManagePeople.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/Staff.h"

@@ -141,6 +141,10 @@ std::string income(const std::string& accountID, std::int64_t amountMinor, const
     return Json::encode(input);
 }
 
+constexpr auto begunEntry =
+    R"({"entry":{"kind":"expense","date":"","note":"","currency":"IDR","targetCurrency":"","amount":"1",)"
+    R"("targetAmount":"","refundReference":"","attachments":[],"idempotencyKey":"begun"},)"
+    R"("locale":"en-US","writer":"window"})";
 constexpr auto skippedDay = R"({"day":"2026-03-01","skipped":true})";
 constexpr auto changedTemplate =
     R"({"name":"Other","shared":true,"expectedRevision":1,)"
@@ -172,6 +176,9 @@ std::vector<Row> furtherRows()
     return {
         {"GET", "/v1/snapshot", "/v1/snapshot", "", always<200>},
         {"POST", "/v1/demo", "/v1/demo", R"({"profile":"owner"})", always<403>},
+        {"GET", "/v1/me/drafts", "/v1/me/drafts", "", always<200>},
+        {"PUT", "/v1/me/drafts/{key}", "/v1/me/drafts/begun", begunEntry, always<200>},
+        {"DELETE", "/v1/me/drafts/{key}", "/v1/me/drafts/begun", "", always<200>},
         {"GET", "/v1/templates", "/v1/templates", "", always<200>},
         {"POST", "/v1/templates", "/v1/templates", recurring("bank"), onBank},
         {"PATCH", "/v1/templates/{id}", "/v1/templates/{template}", changedTemplate, changersOfTemplate},

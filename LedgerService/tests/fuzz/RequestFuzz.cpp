@@ -83,7 +83,8 @@ void checkRoute(const Request& request)
 void check(const RequestHead::Header& header)
 {
     const auto peer = boost::asio::ip::make_address("192.0.2.77");
-    const auto request = RequestHead::read(header, peer, TrustedProxies{});
+    const auto request =
+        RequestHead::read(header, {.peer = peer, .local = boost::asio::ip::address_v4::any()}, TrustedProxies{});
     if (!request) {
         require(request.error().status == 400 || request.error().status == 501, "a head is refused in plain words");
         return;

@@ -2,12 +2,15 @@
 
 #include <algorithm>
 
-#include <QAbstractItemView>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QListView>
 #include <QStandardItemModel>
 #include <QStyleOptionComboBox>
 #include <QStylePainter>
 #include <QStyledItemDelegate>
 
+#include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Theme/Icon.h"
@@ -23,6 +26,7 @@ constexpr int glyphRole = Qt::UserRole + 2;
 constexpr int arrowWidth = 32;
 constexpr int headHeight = 26;
 constexpr int popupRows = 9;
+constexpr qint64 typingPause = 1000; // milliseconds
 
 /// One account as it stands in the list and in the closed box.
 struct AccountText {
@@ -82,10 +86,101 @@ public:
     }
 };
 
+/// The accounts of the list. What is typed leaves those in sight whose name holds it, wherever and without its
+/// diacritics: "ngan" finds "Ngân hàng". The closed box finds the first of them.
+class AccountList final : public QListView {
+public:
+    using QListView::QListView;
+
+    void keyboardSearch(const QString& typed) override
+    {
+        if (!isVisible() && m_pause.hasExpired(typingPause))
+            m_typed.clear();
+        m_pause.start();
+        search(typed.isEmpty() ? QString{} : m_typed + typed);
+    }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override
+    {
+        if (event->key() == Qt::Key_Backspace && !m_typed.isEmpty())
+            search(m_typed.chopped(1));
+        else
+            QListView::keyPressEvent(event);
+    }
+
+    void showEvent(QShowEvent* event) override
+    {
+        search({}); // what was typed into the closed box is done with
+        QListView::showEvent(event);
+    }
+
+    void hideEvent(QHideEvent* event) override
+    {
+        QListView::hideEvent(event);
+        search({});
+    }
+
+    /// What is looked for stands at the foot of the list.
+    void paintEvent(QPaintEvent* event) override
+    {
+        QListView::paintEvent(event);
+        if (m_typed.isEmpty())
+            return;
+        QPainter painter{viewport()};
+        const auto strip = viewport()->rect().adjusted(0, viewport()->height() - headHeight, 0, 0);
+        painter.fillRect(strip, Theme::current().color(Token::sunken));
+        painter.setFont(TypeScale::font(TypeStep::small));
+        painter.setPen(Theme::current().color(Token::text2));
+        painter.drawText(strip.adjusted(Space::step2, 0, -Space::step2, 0), Qt::AlignVCenter | Qt::AlignLeft, m_typed);
+    }
+
+private:
+    /// A letter that would leave nothing is not taken.
+    void search(const QString& typed)
+    {
+        const auto wanted = TextFold::folded(TextFold::trimmed(typed.toStdString()));
+        std::vector<bool> matches;
+        for (int row = 0; row < model()->rowCount(); ++row) {
+            const auto index = model()->index(row, 0);
+            const auto name = TextFold::folded(index.data().toString().toStdString());
+            matches.push_back(!index.data(idRole).isNull() && name.find(wanted) != std::string::npos);
+        }
+        const auto first = std::ranges::find(matches, true);
+        if (first == matches.end())
+            return;
+        m_typed = typed;
+        if (isVisible() || wanted.empty())
+            narrow(matches, wanted.empty());
+        if (!wanted.empty())
+            setCurrentIndex(model()->index(static_cast<int>(first - matches.begin()), 0));
+        viewport()->update();
+    }
+
+    /// The head of a group stays with its accounts.
+    void narrow(const std::vector<bool>& matches, bool showsAll)
+    {
+        int head = -1;
+        for (int row = 0; row < model()->rowCount(); ++row) {
+            const bool isHead = model()->index(row, 0).data(idRole).isNull();
+            const bool matched = matches[static_cast<std::size_t>(row)];
+            setRowHidden(row, !showsAll && !matched);
+            if (isHead)
+                head = row;
+            else if (matched && head >= 0)
+                setRowHidden(head, false);
+        }
+    }
+
+    QString m_typed;
+    QElapsedTimer m_pause;
+};
+
 }
 
 AccountPicker::AccountPicker(QWidget* parent) : QComboBox{parent}
 {
+    setView(new AccountList(this));
     setProperty("extent", QStringLiteral("large"));
     setMaxVisibleItems(popupRows);
     setItemDelegate(new AccountDelegate(this));

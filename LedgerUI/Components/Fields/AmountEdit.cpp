@@ -101,7 +101,7 @@ void AmountEdit::focusOutEvent(QFocusEvent* event)
 
 void AmountEdit::settle()
 {
-    const auto settled = EntryAmountText::settled(text(), m_currency, InterfaceLanguage::tag());
+    const auto settled = AmountTyping::settled(text(), m_currency, InterfaceLanguage::tag());
     m_amount.separatorsTyped = false;
     if (settled != text()) {
         remember(false);
@@ -117,8 +117,8 @@ void AmountEdit::take(const QString& after)
     const auto inserted = insertedCount(m_amount.text, after);
     if (inserted <= 1) {
         remember(inserted == 1 && after.size() == m_amount.text.size() + 1);
-        display(EntryAmountText::typed(m_amount, after, cursorPosition(), locale));
-    } else if (const auto pasted = EntryAmountText::pasted(after, m_currency, locale)) {
+        display(AmountTyping::typed(m_amount, after, cursorPosition(), locale));
+    } else if (const auto pasted = AmountTyping::pasted(after, m_currency, locale)) {
         remember(false);
         display({*pasted, static_cast<int>(pasted->size()), pasted == after});
     } else {

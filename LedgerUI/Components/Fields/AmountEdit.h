@@ -5,7 +5,7 @@
 
 #include <QLineEdit>
 
-#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
+#include "LedgerUI/Presentation/Forms/AmountTyping.h"
 
 /// A large field for an amount in one currency: groups digits as they are typed, takes either language's form when
 /// pasted, and writes the amount out when it is left. Arithmetic is worked out then too, or at once with Return or "=".

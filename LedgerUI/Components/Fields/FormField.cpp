@@ -25,6 +25,11 @@ FormField::FormField(QWidget* field, QWidget* parent) : QWidget{parent}, m_field
         layout->addWidget(limited->counter());
 }
 
+void FormField::wrapLabel()
+{
+    m_label->setWordWrap(true);
+}
+
 void FormField::setLabel(const QString& label)
 {
     m_label->setText(label);

@@ -12,6 +12,8 @@ public:
     explicit FormField(QWidget* field, QWidget* parent = nullptr);
 
     void setLabel(const QString& label);
+    /// A label that is longer than the field goes on in a second line.
+    void wrapLabel();
     [[nodiscard]] FieldError& error() const { return *m_error; }
 
 private:

@@ -3,20 +3,12 @@
 #include <QResizeEvent>
 #include <QSplitter>
 #include <QStackedWidget>
-#include <QVBoxLayout>
 
+#include "LedgerUI/Components/Page/PlainRows.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
 
 namespace {
-
-QVBoxLayout* rowsOf(QWidget* widget)
-{
-    auto* rows = new QVBoxLayout(widget);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
-    return rows;
-}
 
 constexpr int theRest = 10000; // of a splitter's width, for the part that takes what the others leave
 
@@ -29,7 +21,7 @@ ListDetailPage::ListDetailPage(const ListDetailParts& parts, QWidget* parent) : 
     m_stack->addWidget(m_parts.table);
     m_stack->addWidget(m_parts.notice);
     m_stack->installEventFilter(this);
-    auto* column = rowsOf(list);
+    auto* column = plainRows(list);
     column->addWidget(m_stack, 1);
     column->addWidget(m_parts.strip);
 
@@ -42,7 +34,7 @@ ListDetailPage::ListDetailPage(const ListDetailParts& parts, QWidget* parent) : 
     m_splitter->setStretchFactor(1, 0);
     m_splitter->setSizes({theRest, Space::detailPane});
 
-    auto* rows = rowsOf(this);
+    auto* rows = plainRows(this);
     for (auto* part : {m_parts.header, m_parts.filters, m_parts.message}) {
         if (part)
             rows->addWidget(part);

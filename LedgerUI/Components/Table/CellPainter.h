@@ -21,9 +21,9 @@ private:
     void paintText(const CellText& text, QRect line, Qt::Alignment alignment = Qt::AlignLeft) const;
     void paintGlyph(const QString& name, const ThemeColor& ink, const QRect& box) const;
     /// Answers where the marks begin.
-    int paintSums(const std::vector<CellAmount>& sums, const QRect& line, int room) const;
-    int paintMarks(const std::vector<CellMark>& marks, const QRect& line) const;
-    int paintChip(const QString& word, const QRect& line, int right) const;
+    [[nodiscard]] int paintSums(const std::vector<CellAmount>& sums, const QRect& line, int room) const;
+    [[nodiscard]] int paintMarks(const std::vector<CellMark>& marks, const QRect& line) const;
+    [[nodiscard]] int paintChip(const QString& word, const QRect& line, int right) const;
     void paintWithBar(const Cell& cell, const QRect& area) const;
     void paintLines(const Cell& cell, const QRect& area) const;
     void paintOnlyLine(const Cell& cell, QRect line) const;

@@ -97,8 +97,10 @@ bool ChoiceList::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
-    const auto key = static_cast<QKeyEvent*>(event)->key();
-    const bool isReturn = key == Qt::Key_Return || key == Qt::Key_Enter;
+    const auto& pressed = static_cast<QKeyEvent&>(*event);
+    const auto key = pressed.key();
+    // With Ctrl it is for whatever holds the list: a popover closes, a form is sent.
+    const bool isReturn = (key == Qt::Key_Return || key == Qt::Key_Enter) && pressed.modifiers() != Qt::ControlModifier;
     if (watched == m_search && key == Qt::Key_Down) {
         m_list->setFocus(Qt::OtherFocusReason);
         return true;

@@ -15,6 +15,8 @@ public:
     void setMovable(bool isMovable) { m_isMovable = isMovable; }
     /// Presents rows and columns; what was chosen stays chosen while it is there.
     void present(std::vector<PlainColumn> columns, std::vector<PlainRow> rows);
+    /// Presents one row anew and leaves the columns as wide as they are.
+    void amend(PlainRow row) { m_model->amend(std::move(row)); }
     [[nodiscard]] const PlainTableModel& rows() const { return *m_model; }
     /// The height at which every row is in sight.
     [[nodiscard]] int wholeHeight() const;

@@ -106,6 +106,7 @@ bool RowDelegate::helpEvent(QHelpEvent* event, QAbstractItemView* view, const QS
     if (event->type() != QEvent::ToolTip || !index.isValid())
         return QStyledItemDelegate::helpEvent(event, view, option, index);
     // What a reader would hear is also what a cut text says in whole.
-    QToolTip::showText(event->globalPos(), index.data(Qt::AccessibleTextRole).toString(), view);
+    const auto told = index.data(Qt::ToolTipRole).toString();
+    QToolTip::showText(event->globalPos(), told.isEmpty() ? index.data(Qt::AccessibleTextRole).toString() : told, view);
     return true;
 }

@@ -106,24 +106,25 @@ private:
         }
     }
 
+    /// The row for nobody is chosen like any other, or the arrow keys would not get past it.
+    static std::string orNobody(const std::string& id) { return id.empty() ? AccountForm::nobody : id; }
+
     void addPeople()
     {
         if (!m_content.isRestricted)
             m_content.people.push_back(
                 {AccountForm::nobody, text("responsible.none", m_locale), {}, {}, QStringLiteral("dash")});
-        m_content.responsiblePrompt =
-            text(m_content.isRestricted ? "responsible.prompt" : "responsible.none", m_locale);
+        m_content.responsiblePrompt = text("responsible.prompt", m_locale);
         for (const auto& member : m_snapshot.members) {
             if (member.active || member.id == m_draft.responsibleID)
                 m_content.people.push_back(
                     {member.id, qString(member.name), roleText(member.role, m_locale), {}, QStringLiteral("person")});
         }
-        m_content.responsibleID = m_draft.responsibleID;
+        m_content.responsibleID = m_content.isRestricted ? m_draft.responsibleID : orNobody(m_draft.responsibleID);
     }
 
     void addReturns()
     {
-        m_content.returnPrompt = text("returnAccount.none", m_locale);
         m_content.returns.push_back(
             {AccountForm::nobody, text("returnAccount.none", m_locale), {}, {}, QStringLiteral("dash")});
         for (const auto& account : m_snapshot.accounts) {
@@ -135,7 +136,7 @@ private:
                                              {},
                                              accountGroupGlyph(accountGroupInUse(account))});
         }
-        m_content.returnID = m_draft.returnAccountID;
+        m_content.returnID = orNobody(m_draft.returnAccountID);
     }
 
     void addCurrencies()

@@ -46,8 +46,7 @@ struct AccountFormContent {
     std::string responsibleID;
     bool isRestricted = false; // whether it returns money and is filled by funders
     std::vector<AccountChoice> returns;
-    QString returnPrompt;
-    std::string returnID;
+    std::string returnID; // the row for no account until one is chosen
     std::vector<Currency> currencies;
     std::vector<CurrencyChoice> addable;
     std::vector<Funder> funders;

@@ -82,6 +82,7 @@ const WordTable& accountWords()
         {"right.capitalContribution", "出资", "Setoran modal", "Góp vốn", "Capital contribution"},
         {"latest", "最近变动", "Pergerakan terbaru", "Biến động gần đây", "Latest movements"},
         {"latest.none", "还没有记录。", "Belum ada catatan.", "Chưa có bút toán nào.", "No entries yet."},
+        {"statement", "%1对账单…", "Rekening koran %1…", "Sao kê %1…", "Statement of %1…"},
         {"inLedger", "在账本中查看", "Lihat di buku besar", "Xem trong sổ cái", "Show in ledger"},
         {"openingBalance", "期初余额…", "Saldo awal…", "Số dư đầu kỳ…", "Opening balance…"},
         {"more", "更多操作", "Tindakan lain", "Thao tác khác", "More actions"},

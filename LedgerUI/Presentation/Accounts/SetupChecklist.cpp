@@ -10,12 +10,6 @@ namespace {
 
 using Step = SetupChecklist::Step;
 
-bool beganFromZero(const LedgerSnapshot& snapshot)
-{
-    const auto& settings = snapshot.financialSettings;
-    return settings && settings->initializationMode == InitializationMode::fromZero;
-}
-
 Step step(const std::string& name, PageLink link, bool isDone, std::string_view locale)
 {
     const auto text = [&](const char* part) { return wordIn(locale, accountWords(), name + part); };
@@ -63,7 +57,7 @@ std::optional<SetupChecklist> setupChecklist(const AccountBook& book, std::strin
 std::vector<const AccountBook::Line*> openingsDue(const AccountBook& book)
 {
     std::vector<const AccountBook::Line*> due;
-    if (beganFromZero(book.snapshot()))
+    if (!OpeningBalancePolicy::areWanted(book.snapshot()))
         return due;
     for (const auto& line : book.lines()) {
         if (!OpeningBalancePolicy::whyNot(book.snapshot(), line.eligibility))

@@ -1,10 +1,11 @@
 #include "LedgerUI/Presentation/Audit/AuditRows.h"
 
 #include <algorithm>
-#include <array>
 #include <set>
+#include <vector>
 
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
+#include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Audit/AuditValueText.h"
 #include "LedgerUI/Presentation/Audit/AuditWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -14,45 +15,19 @@ namespace {
 
 using Look = PlainCell::Look;
 
-constexpr std::array<std::string_view, 37> everyKind{
-    "POST /v1/transactions",
-    "POST /v1/transactions/{id}/reverse",
-    "POST /v1/attachments",
-    "POST /v1/transactions/{id}/attachments",
-    "POST /v1/accounts",
-    "PATCH /v1/accounts/{id}",
-    "POST /v1/categories",
-    "PATCH /v1/categories/{id}",
-    "POST /v1/categories/reorder",
-    "POST /v1/templates",
-    "PATCH /v1/templates/{id}",
-    "POST /v1/templates/{id}/remove",
-    "POST /v1/templates/{id}/days",
-    "PATCH /v1/settings",
-    "PATCH /v1/company/transaction-colors",
-    "POST /v1/financial-settings/commands",
-    "POST /v1/capital/commands",
-    "POST /v1/dividends/commands",
-    "POST /v1/invites",
-    "POST /v1/invites/{id}/revoke",
-    "PATCH /v1/members/{id}",
-    "PATCH /v1/me/profile",
-    "PATCH /v1/me/category-preferences",
-    "sign-in",
-    "sign-out",
-    "password-changed",
-    "password-reset",
-    "member-joined",
-    "company-founded",
-    "company-approved",
-    "company-rejected",
-    "company-zone-changed",
-    "books-restored",
-    "company-exported",
-    "company-imported",
-    "person-deactivated",
-    "person-reactivated",
-};
+constexpr std::string_view kindKeys = "kind."; // how the keys of the words for kinds begin
+
+/// Every kind that there is a word for, in the order of the words.
+std::vector<std::string_view> kindsWithWords()
+{
+    std::vector<std::string_view> kinds;
+    for (const auto& row : auditWords().rows()) {
+        const std::string_view key{row.key};
+        if (key.starts_with(kindKeys))
+            kinds.push_back(key.substr(kindKeys.size()));
+    }
+    return kinds;
+}
 
 QString text(std::string_view key, std::string_view locale)
 {
@@ -194,10 +169,11 @@ QString AuditRows::headline(const AuditTrailRecord& record, const LedgerSnapshot
 
 std::span<const std::string_view> AuditRows::kinds()
 {
-    return everyKind;
+    static const auto all = kindsWithWords();
+    return all;
 }
 
 QString AuditRows::kindText(std::string_view kind, std::string_view locale)
 {
-    return textOr("kind.", kind, locale);
+    return textOr(kindKeys, kind, locale);
 }

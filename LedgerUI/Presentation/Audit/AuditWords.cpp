@@ -28,6 +28,7 @@ const WordTable& auditWords()
         {"anything", "所有操作", "Semua tindakan", "Mọi thao tác", "All actions"},
         {"day", "日期 (UTC)", "Tanggal (UTC)", "Ngày (UTC)", "Day (UTC)"},
         {"calendar", "打开日历", "Buka kalender", "Mở lịch", "Open the calendar"},
+        {"inLedger", "在账本中查看", "Lihat di buku besar", "Xem trong sổ cái", "Show in ledger"},
         {"onlyRecord", "仅看此对象", "Hanya objek ini", "Chỉ đối tượng này", "Only this record"},
         {"clear", "清除筛选", "Hapus saringan", "Bỏ lọc", "Clear filters"},
         {"older", "更早的记录", "Catatan lebih lama", "Bản ghi cũ hơn", "Earlier records"},

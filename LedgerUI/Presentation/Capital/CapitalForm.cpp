@@ -134,14 +134,26 @@ void choosePerson(CapitalForm& form, const std::string& id)
     fillOwner(form, form.captured);
 }
 
+/// Whether any of these amounts is not what the records say.
+bool hasTyped(const TypedTexts& amounts, const TypedTexts& recorded)
+{
+    return std::ranges::any_of(
+        amounts, [&](const auto& each) { return each.second != RecordDrafts::typedFor(recorded, each.first); });
+}
+
 /// Amounts of another currency mean nothing in this one.
 void chooseCurrency(CapitalForm& form, const std::string& code, const LedgerSnapshot& snapshot, std::string_view locale)
 {
+    if (form.currency == code)
+        return;
+    const bool isBaseline = form.route.action == Action::setBaseline;
+    const auto before = isBaseline ? recordedAmounts(form, form.captured, locale) : TypedTexts{};
+    form.amountDropped = form.amountDropped || hasTyped(form.amounts, before);
     form.currency = code;
     form.amounts.clear();
     form.zeroConfirmed = false;
     form.newestParts.clear();
-    if (form.route.action != Action::setBaseline)
+    if (!isBaseline)
         return reconcileContribution(form, snapshot);
     if (const auto* baseline = CapitalMath::currentBaseline(form.captured, code))
         form.historicalDate = baseline->throughDate;
@@ -232,6 +244,7 @@ CapitalForm CapitalForms::edited(CapitalForm form, const RecordEdit& edit, const
         break;
     case RecordPart::amount:
         form.amounts[form.participantID] = edit.text;
+        form.amountDropped = false;
         break;
     case RecordPart::throughDate:
         form.historicalDate = edit.text;
@@ -242,6 +255,7 @@ CapitalForm CapitalForms::edited(CapitalForm form, const RecordEdit& edit, const
     case RecordPart::people:
         (form.route.action == Action::setOwnership ? form.ratios : form.amounts)[edit.personID] = edit.text;
         form.newest.erase(edit.personID);
+        form.amountDropped = false;
         break;
     case RecordPart::zero:
         form.zeroConfirmed = edit.isOn;

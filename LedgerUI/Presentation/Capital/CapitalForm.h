@@ -60,8 +60,9 @@ struct CapitalForms {
     static CapitalForm edited(CapitalForm form, const RecordEdit& edit, const LedgerSnapshot& snapshot,
                               std::string_view locale);
 
-    /// The keys left the amount as it stands: what keeps it from being used is said now.
-    static CapitalForm leftAmount(CapitalForm form, std::string_view locale);
+    /// The keys left the amount as it stands, or what is typed for a person in the table: what keeps it from being used
+    /// is said now.
+    static CapitalForm leftAmount(CapitalForm form, const std::string& personID, std::string_view locale);
     /// What was to be pasted is not one amount; what stands there stays.
     /// `personID` is whose amount it was to be; empty for the one amount of the form.
     static CapitalForm refusedPaste(CapitalForm form, PasteRefusal refusal, std::string personID);

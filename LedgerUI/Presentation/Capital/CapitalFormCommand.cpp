@@ -39,18 +39,27 @@ std::optional<RecordPart> partOf(CapitalRefusal refusal)
     }
 }
 
-/// What cannot be read among the typed amounts or percentages, each with its own reason.
-std::vector<CapitalProblem> unreadable(const TypedTexts& texts, const std::vector<CapitalParticipant>& people,
-                                       std::string_view currency, std::string_view locale)
+/// What keeps the amount or the percentage that is typed for a person from being used, each with its own reason.
+std::optional<CapitalProblem> rowProblem(const CapitalForm& form, const std::string& ownerID, std::string_view locale)
+{
+    const bool isShare = form.route.action == Action::setOwnership;
+    const auto text = RecordDrafts::typedFor(isShare ? form.ratios : form.amounts, ownerID);
+    const auto amount = Money::parse(text, isShare ? "CNY" : form.currency, locale); // a share has two decimals too
+    if (!amount)
+        return CapitalProblem{.part = RecordPart::people, .personID = ownerID, .money = amount.error()};
+    if (*amount < 0)
+        return CapitalProblem{.part = RecordPart::people,
+                              .personID = ownerID,
+                              .refusal = isShare ? CapitalRefusal::sharesIncomplete : CapitalRefusal::baselineNegative};
+    return std::nullopt;
+}
+
+std::vector<CapitalProblem> unreadable(const CapitalForm& form, std::string_view locale)
 {
     std::vector<CapitalProblem> problems;
-    for (const auto& owner : people) {
-        const auto amount = Money::parse(RecordDrafts::typedFor(texts, owner.id), currency, locale);
-        if (!amount)
-            problems.push_back({.part = RecordPart::people, .personID = owner.id, .money = amount.error()});
-        else if (*amount < 0)
-            problems.push_back(
-                {.part = RecordPart::people, .personID = owner.id, .refusal = CapitalRefusal::baselineNegative});
+    for (const auto& owner : form.capturedPeople) {
+        if (auto problem = rowProblem(form, owner.id, locale))
+            problems.push_back(*std::move(problem));
     }
     return problems;
 }
@@ -100,7 +109,7 @@ Made contribution(const CapitalForm& form, const LedgerSnapshot& snapshot, Comma
 
 Made baseline(const CapitalForm& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale)
 {
-    auto problems = unreadable(form.amounts, form.capturedPeople, form.currency, locale);
+    auto problems = unreadable(form, locale);
     if (!form.historicalDate)
         problems.push_back({.part = RecordPart::throughDate, .refusal = CapitalRefusal::baselineBoundary});
     if (!problems.empty())
@@ -108,7 +117,7 @@ Made baseline(const CapitalForm& form, const LedgerSnapshot& snapshot, CommandIs
     return checked(CapitalCommands::setBaseline(
         CapitalContext::of(snapshot), std::move(issue),
         {.currency = form.currency,
-         .throughDate = *form.historicalDate,
+         .throughDate = form.historicalDate.value_or(""),
          .amounts = RecordDrafts::textsOf<CapitalCommands::OwnerText>(form.amounts, form.capturedPeople),
          .zero = form.zeroConfirmed ? CapitalCommands::ZeroBaseline::confirmed
                                     : CapitalCommands::ZeroBaseline::unconfirmed},
@@ -117,7 +126,7 @@ Made baseline(const CapitalForm& form, const LedgerSnapshot& snapshot, CommandIs
 
 Made ownership(const CapitalForm& form, const LedgerSnapshot& snapshot, CommandIssue issue, std::string_view locale)
 {
-    auto problems = unreadable(form.ratios, form.capturedPeople, "CNY", locale);
+    auto problems = unreadable(form, locale);
     if (!problems.empty())
         return std::unexpected(std::move(problems));
     issue.date = form.startDate;
@@ -151,10 +160,11 @@ std::expected<CapitalCommand, std::vector<CapitalProblem>> CapitalForms::command
          .archived = form.archived}));
 }
 
-CapitalForm CapitalForms::leftAmount(CapitalForm form, std::string_view locale)
+CapitalForm CapitalForms::leftAmount(CapitalForm form, const std::string& personID, std::string_view locale)
 {
-    const auto problem = amountProblem(form, locale);
-    if (!problem || RecordDrafts::typedFor(form.amounts, form.participantID).empty())
+    const auto& texts = form.route.action == Action::setOwnership ? form.ratios : form.amounts;
+    const auto problem = personID.empty() ? amountProblem(form, locale) : rowProblem(form, personID, locale);
+    if (!problem || RecordDrafts::typedFor(texts, personID.empty() ? form.participantID : personID).empty())
         return form;
     return RecordDrafts::judgedAmount(std::move(form), *problem);
 }

@@ -25,12 +25,12 @@ struct Person {
     std::optional<std::size_t> participant;
 };
 
-/// The sums of one currency, as far as the member sees them.
+/// The sums of one currency. A section that the member does not see is null, and its sums are empty.
 struct Figures {
     const CapitalState* capital = nullptr;
     const DividendState* dividends = nullptr;
-    std::optional<CapitalSummary> contributed;
-    std::optional<DividendSummary> distributed;
+    CapitalSummary contributed;
+    DividendSummary distributed;
 };
 
 /// The same person by the member whom both stand for, else by the name.
@@ -56,7 +56,7 @@ std::vector<Person> peopleOf(const Figures& figures)
 {
     std::vector<Person> people;
     std::vector<bool> isTaken(figures.dividends ? figures.dividends->participants.size() : 0);
-    for (std::size_t at = 0; figures.contributed && at < figures.capital->participants.size(); ++at) {
+    for (std::size_t at = 0; figures.capital && at < figures.capital->participants.size(); ++at) {
         const auto& owner = figures.capital->participants[at];
         Person person{.name = qString(owner.name), .owner = at, .participant = {}};
         for (std::size_t other = 0; other < isTaken.size() && !person.participant; ++other) {
@@ -65,15 +65,14 @@ std::vector<Person> peopleOf(const Figures& figures)
         }
         if (person.participant)
             isTaken[*person.participant] = true;
-        const bool isShown = !owner.archived || hasFigures(figures.contributed->participants[at]) ||
-                             (person.participant && figures.distributed &&
-                              hasFigures(figures.distributed->participants[*person.participant]));
+        const bool isShown = !owner.archived || hasFigures(figures.contributed.participants[at]) ||
+                             (person.participant && hasFigures(figures.distributed.participants[*person.participant]));
         if (isShown)
             people.push_back(person);
     }
-    for (std::size_t at = 0; figures.distributed && at < isTaken.size(); ++at) {
+    for (std::size_t at = 0; figures.dividends && at < isTaken.size(); ++at) {
         const auto& participant = figures.dividends->participants[at];
-        if (!isTaken[at] && (!participant.archived || hasFigures(figures.distributed->participants[at])))
+        if (!isTaken[at] && (!participant.archived || hasFigures(figures.distributed.participants[at])))
             people.push_back({.name = qString(participant.name), .owner = {}, .participant = at});
     }
     return people;
@@ -87,15 +86,19 @@ struct FigureColumn {
     std::int64_t CapitalParticipantSummary::* capital = nullptr;
     std::optional<std::int64_t> CapitalParticipantSummary::* optional = nullptr;
     std::int64_t DividendParticipantSummary::* dividend = nullptr;
+    std::int64_t DividendParticipantSummary::* added = nullptr; // to the dividend
 
     [[nodiscard]] std::optional<std::int64_t> of(const Person& person, const Figures& figures) const
     {
-        if (dividend)
-            return person.participant ? std::optional{figures.distributed->participants[*person.participant].*dividend}
-                                      : std::nullopt;
+        if (dividend) {
+            if (!person.participant)
+                return std::nullopt;
+            const auto& row = figures.distributed.participants[*person.participant];
+            return added ? Money::add(row.*dividend, row.*added) : std::optional{row.*dividend};
+        }
         if (!person.owner)
             return std::nullopt;
-        const auto& row = figures.contributed->participants[*person.owner];
+        const auto& row = figures.contributed.participants[*person.owner];
         return optional ? row.*optional : std::optional{row.*capital};
     }
 };
@@ -106,15 +109,19 @@ std::vector<FigureColumn> columnsOf(const Figures& figures)
     using Capital = CapitalParticipantSummary;
     using Dividend = DividendParticipantSummary;
     std::vector<FigureColumn> columns;
-    if (figures.contributed) {
+    if (figures.capital) {
         columns.push_back({.word = "column.recorded", .capital = &Capital::recordedMinor});
-        if (figures.contributed->historyKnown)
+        if (figures.contributed.historyKnown)
             columns.push_back({.word = "column.total", .room = ColumnRoom::mayGo, .optional = &Capital::totalMinor});
         columns.push_back({.word = "column.period", .manner = Manner::movement, .optional = &Capital::periodMinor});
     }
-    if (figures.distributed) {
+    if (figures.dividends) {
         columns.push_back({.word = "column.netPaid", .dividend = &Dividend::netPaidMinor});
         columns.push_back({.word = "column.returned", .room = ColumnRoom::mayGo, .dividend = &Dividend::returnedMinor});
+        columns.push_back({.word = "column.entitlement",
+                           .room = ColumnRoom::mayGo,
+                           .dividend = &Dividend::settledMinor,
+                           .added = &Dividend::unpaidMinor});
         columns.push_back({.word = "column.settled", .dividend = &Dividend::settledMinor});
         columns.push_back({.word = "column.unpaid", .manner = Manner::due, .dividend = &Dividend::unpaidMinor});
         columns.push_back({.word = "column.advances", .dividend = &Dividend::advanceMinor});
@@ -152,13 +159,15 @@ RecordCell sumOf(const FigureColumn& column, const std::vector<Person>& people, 
 RecordRow rowOf(const Person& person, const std::vector<FigureColumn>& columns, const Figures& figures,
                 std::string_view currency, std::string_view locale)
 {
-    RecordRow row{.id = person.owner ? "owner:" + figures.capital->participants[*person.owner].id
-                                     : "participant:" + figures.dividends->participants[*person.participant].id,
-                  .cells = {}};
+    RecordRow row;
+    if (person.owner)
+        row.id = "owner:" + figures.capital->participants[*person.owner].id;
+    else if (person.participant)
+        row.id = "participant:" + figures.dividends->participants[*person.participant].id;
     row.cells.push_back({.text = person.name, .swatch = person.owner});
-    if (figures.contributed) {
+    if (figures.capital) {
         const auto share =
-            person.owner ? figures.contributed->participants[*person.owner].ownershipBps : std::optional<int>{};
+            person.owner ? figures.contributed.participants[*person.owner].ownershipBps : std::optional<int>{};
         row.cells.push_back(share ? RecordText::percentCell(*share, locale) : RecordText::dash());
     }
     for (const auto& column : columns) {
@@ -173,9 +182,9 @@ RecordRows ownersOf(const std::vector<Person>& people, const Figures& figures, s
 {
     RecordRows table;
     const auto columns = columnsOf(figures);
-    table.columns.push_back({.head = word(figures.contributed ? "column.owner" : "column.participant", locale),
-                             .room = ColumnRoom::stretches});
-    if (figures.contributed)
+    table.columns.push_back(
+        {.head = word(figures.capital ? "column.owner" : "column.participant", locale), .room = ColumnRoom::stretches});
+    if (figures.capital)
         table.columns.push_back({.head = word("column.ownership", locale), .isAtRight = true});
     for (const auto& column : columns)
         table.columns.push_back({.head = word(column.word, locale), .room = column.room, .isAtRight = true});
@@ -183,9 +192,9 @@ RecordRows ownersOf(const std::vector<Person>& people, const Figures& figures, s
         table.rows.push_back(rowOf(person, columns, figures, currency, locale));
 
     RecordRow total{.id = "total", .cells = {RecordText::bold({.text = word("total", locale)})}};
-    if (figures.contributed) {
+    if (figures.capital) {
         int shares = 0;
-        for (const auto& row : figures.contributed->participants)
+        for (const auto& row : figures.contributed.participants)
             shares += row.ownershipBps.value_or(0);
         total.cells.push_back(shares > 0 ? RecordText::bold(RecordText::percentCell(shares, locale))
                                          : RecordText::dash());
@@ -231,6 +240,7 @@ std::vector<OwnershipBar> CapitalOverviews::ownership(const CapitalState& state,
         places.emplace(owner.id, places.size());
 
     std::vector<const CapitalOwnershipVersion*> versions;
+    versions.reserve(state.ownershipVersions.size());
     for (const auto& version : state.ownershipVersions)
         versions.push_back(&version);
     sortLatestFirst(versions);
@@ -266,29 +276,33 @@ std::expected<CapitalOverview, CapitalOverviews::Unavailable>
 CapitalOverviews::overview(const LedgerSnapshot& snapshot, const CapitalQuestion& question, std::string_view today,
                            std::string_view locale)
 {
-    const auto figures = figuresOf(snapshot, question);
-    if (!figures)
-        return std::unexpected(figures.error());
+    const auto made = figuresOf(snapshot, question);
+    if (!made)
+        return std::unexpected(made.error());
+    const auto& figures = *made;
     CapitalOverview overview;
-    overview.title = word(figures->contributed ? "owners" : "participants", locale);
-    overview.showsOwnership = figures->contributed.has_value();
-    const auto people = peopleOf(*figures);
-    overview.owners = ownersOf(people, *figures, question.currency, locale);
+    overview.title = word(figures.capital ? "owners" : "participants", locale);
+    overview.showsOwnership = figures.capital != nullptr;
+    const auto people = peopleOf(figures);
+    overview.owners = ownersOf(people, figures, question.currency, locale);
     for (const auto& person : people)
-        overview.participants.push_back(person.participant ? figures->dividends->participants[*person.participant].id
+        overview.participants.push_back(person.participant ? figures.dividends->participants[*person.participant].id
                                                            : std::string{});
     overview.latest = LatestRecords::rows(snapshot, question, today, locale);
-    if (figures->contributed) {
-        if (const auto& version = figures->contributed->ownershipVersion)
+    if (figures.capital) {
+        if (const auto& version = figures.contributed.ownershipVersion)
             overview.since = wordIn(locale, capitalWords(), "ownership.since",
                                     {DayText::longDay(version->date, locale).toStdString()});
-        overview.ownership = ownership(*figures->capital, question, locale);
-        if (!figures->contributed->historyKnown)
+        overview.ownership = ownership(*figures.capital, question, locale);
+        if (!figures.contributed.historyKnown)
             overview.warning = word("history.unknown", locale);
         overview.notes.push_back(word("note.recorded", locale));
         overview.notes.push_back(word("note.apart", locale));
     }
-    if (figures->distributed)
+    overview.printedNotes = overview.notes;
+    if (figures.dividends) {
         overview.notes.push_back(word("note.unpaid", locale));
+        overview.printedNotes.push_back(word("note.unpaidOnPaper", locale));
+    }
     return overview;
 }

@@ -37,6 +37,7 @@ struct CapitalOverview {
     RecordRows owners = {};
     std::vector<std::string> participants = {}; // of each of these rows; empty for who has no part in dividends
     std::vector<QString> notes = {};
+    std::vector<QString> printedNotes = {};   // without what can only be done on the screen
     std::vector<OwnershipBar> ownership = {}; // the latest first
     RecordRows latest = {};                   // the identifiers of rows are those of the entries in the ledger
 

@@ -42,6 +42,7 @@ PrintedTable ownershipOf(const std::vector<OwnershipBar>& versions, const Ground
 PrintedTable baselineOf(const BaselineSection& baseline, const Ground& ground)
 {
     std::vector<std::pair<QString, QString>> lines;
+    lines.reserve(baseline.lines.size());
     for (const auto& line : baseline.lines)
         lines.emplace_back(line.label, line.value);
     auto table = RecordPrint::list(lines, QStringLiteral("%1: %2").arg(text(ground, "baseline.title"), baseline.title),
@@ -63,7 +64,7 @@ std::optional<PrintedDocument> CapitalPrint::overview(const Ground& ground)
                                                   joined({shown->since, shown->warning}, QStringLiteral("\n"))));
     RecordPrint::add(document, ownershipOf(shown->ownership, ground));
     RecordPrint::add(document, RecordPrint::table(shown->latest, text(ground, "latest.title")));
-    for (const auto& note : shown->notes)
+    for (const auto& note : shown->printedNotes)
         RecordPrint::addNote(document, note);
     return document;
 }

@@ -26,6 +26,10 @@ const WordTable& bookkeepingWords()
          "Ghi số tiền ban đầu; đây không phải doanh thu. %1 trên %2 loại tiền của tài khoản đã có số dư đầu kỳ.",
          "Record starting funds. This is not operating income. %1 of %2 account currencies have an active opening "
          "balance."},
+        {"openingsFromZero", "账簿从零开始，不需要期初余额。",
+         "Pembukuan dimulai dari nol, jadi tidak perlu saldo awal.",
+         "Sổ sách bắt đầu từ con số không nên không cần số dư đầu kỳ.",
+         "The books began from zero, so no opening balances are needed."},
         {"openingsButton", "录入期初余额…", "Isi saldo awal…", "Nhập số dư đầu kỳ…", "Opening balances…"},
         {"openingsAll", "所有可录入的期初余额都已录入。", "Semua saldo awal yang dapat Anda catat sudah tercatat.",
          "Mọi số dư đầu kỳ bạn có thể nhập đều đã nhập.", "Every opening balance that you can record is recorded."},

@@ -34,9 +34,9 @@ SetupForm SetupForm::fresh(const LedgerSnapshot& snapshot, std::string_view toda
     return form;
 }
 
-EntryDayBounds FinancialSettingsText::startBounds(const LedgerSnapshot& snapshot, std::string_view today)
+DayBounds FinancialSettingsText::startBounds(const LedgerSnapshot& snapshot, std::string_view today)
 {
-    auto bounds = EntryDay::bounds(snapshot, today);
+    auto bounds = DayTyping::bounds(snapshot, today);
     bounds.earliest.reset();
     if (const auto earliest = OpeningBalancePolicy::earliestVisibleTransactionDay(snapshot))
         bounds.latest = std::min(bounds.latest, *earliest);
@@ -88,6 +88,9 @@ FinancialSettingsText::Openings FinancialSettingsText::openings(const LedgerSnap
         if (!each.activeOpeningIDs.empty())
             ++result.active;
     }
+    result.areWanted = OpeningBalancePolicy::areWanted(snapshot);
+    if (!result.areWanted)
+        return result;
     for (const auto& each : OpeningBalancePolicy::eligible(snapshot)) {
         if (result.nextAccount.empty())
             result.nextAccount = each.account->id;

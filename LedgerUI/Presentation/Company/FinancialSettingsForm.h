@@ -6,8 +6,8 @@
 #include <QString>
 
 #include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
-#include "LedgerUI/Presentation/Entry/EntryDay.h"
 #include "LedgerUI/Presentation/Forms/Submission.h"
+#include "LedgerUI/Presentation/Period/DayTyping.h"
 
 /// The two switches as they are being set.
 struct SwitchesForm {
@@ -43,7 +43,7 @@ using SetupSubmission = Submission<SetupForm, FinancialSettingsCommand>;
 namespace FinancialSettingsText {
 
 /// The days on offer for the start: not after the earliest visible entry and not after the last day for entries.
-EntryDayBounds startBounds(const LedgerSnapshot& snapshot, std::string_view today);
+DayBounds startBounds(const LedgerSnapshot& snapshot, std::string_view today);
 
 QString refusal(FinancialSettingsRules::Refusal refused, std::string_view locale);
 
@@ -55,7 +55,8 @@ struct Openings {
     std::size_t active = 0;   // account currencies that have one
     std::size_t possible = 0; // that could have one, those with one included
     std::string nextAccount;  // that takes one now; empty when none does
-    std::size_t left = 0;     // that can be recorded now
+    std::size_t left = 0;     // that are wanted and can be recorded now
+    bool areWanted = true;    // not in books that began from zero
 };
 Openings openings(const LedgerSnapshot& snapshot);
 

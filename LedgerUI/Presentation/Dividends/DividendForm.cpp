@@ -99,7 +99,7 @@ void followRest(DividendForm& form, const DividendState& before, const LedgerSna
     const auto was = DividendRules::limit(settlement(form), then);
     const auto rest = DividendRules::limit(settlement(form), now);
     const bool stands = was && form.amount == Money::formatDigits(*was, form.currency, locale);
-    if (stands && rest.value_or(0) > 0)
+    if (stands && rest && *rest > 0)
         form.amount = Money::formatDigits(*rest, form.currency, locale);
 }
 
@@ -321,7 +321,10 @@ DividendForm DividendForms::edited(DividendForm form, const RecordEdit& edit, co
         form.period = edit.text;
         break;
     case RecordPart::currency:
+        if (form.currency == edit.text)
+            break;
         form.currency = edit.text;
+        form.amountDropped = form.amountDropped || !form.amount.empty();
         form.amount.clear();
         break;
     case RecordPart::batch:
@@ -332,6 +335,7 @@ DividendForm DividendForms::edited(DividendForm form, const RecordEdit& edit, co
         break;
     case RecordPart::amount:
         form.amount = edit.text;
+        form.amountDropped = false;
         break;
     case RecordPart::people:
         form.ratios[edit.personID] = edit.text;

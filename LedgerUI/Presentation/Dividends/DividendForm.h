@@ -89,8 +89,9 @@ struct DividendForms {
     static DividendForm edited(DividendForm form, const RecordEdit& edit, const LedgerSnapshot& snapshot,
                                std::string_view locale);
 
-    /// The keys left the amount as it stands: what keeps it from being used is said now.
-    static DividendForm leftAmount(DividendForm form, std::string_view locale);
+    /// The keys left the amount as it stands, or the ratio of a person in the table: what keeps it from being used is
+    /// said now.
+    static DividendForm leftAmount(DividendForm form, const std::string& personID, std::string_view locale);
     /// What was to be pasted is not one amount; what stands there stays.
     /// `personID` is whose amount it was to be; empty for the one amount of the form.
     static DividendForm refusedPaste(DividendForm form, PasteRefusal refusal, std::string personID);

@@ -148,8 +148,15 @@ std::expected<DividendCommand, std::vector<DividendProblem>> DividendForms::comm
     return settled(form, snapshot, std::move(issue), locale);
 }
 
-DividendForm DividendForms::leftAmount(DividendForm form, std::string_view locale)
+DividendForm DividendForms::leftAmount(DividendForm form, const std::string& personID, std::string_view locale)
 {
+    if (!personID.empty()) {
+        const auto typed = RecordDrafts::typedFor(form.ratios, personID);
+        if (typed.empty() || BasisPoints::parse(typed, locale))
+            return form;
+        return RecordDrafts::judgedAmount(
+            std::move(form), DividendProblem{.personID = personID, .refusal = DividendRefusal::ratioInvalid});
+    }
     const auto amount = Money::parse(form.amount, form.currency, locale);
     if (form.amount.empty() || (amount && *amount > 0))
         return form;

@@ -78,8 +78,14 @@ std::size_t BatchReversal::left() const
 
 BatchReversal::Item* BatchReversal::sending()
 {
+    const auto at = sendingAt();
+    return at ? &m_items[*at] : nullptr;
+}
+
+std::optional<std::size_t> BatchReversal::sendingAt() const
+{
     const auto found = std::ranges::find(m_items, Stage::sending, &Item::stage);
-    return found == m_items.end() ? nullptr : &*found;
+    return found == m_items.end() ? std::nullopt : std::optional{static_cast<std::size_t>(found - m_items.begin())};
 }
 
 std::optional<std::string> BatchReversal::begin()
@@ -131,19 +137,25 @@ std::vector<PlainColumn> BatchReversal::columns(std::string_view locale)
             {.head = wordIn(locale, entryFormWords(), "batch.state")}};
 }
 
+PlainRow BatchReversal::row(std::size_t at, const LedgerSnapshot& snapshot, std::string_view locale) const
+{
+    const auto& item = m_items[at];
+    PlainRow row{.id = item.id, .cells = {{.text = qString(item.id)}, {}, stateCell(item, locale)}};
+    if (item.entry)
+        row.cells[0].text = titleOf(*item.entry, snapshot, locale);
+    if (item.entry && !item.entry->legs.empty()) {
+        const auto& leg = item.entry->legs.front();
+        const auto money = movementText(leg.amountMinor, leg.currency, locale);
+        row.cells[1] = {.text = money.text(), .spoken = money.spoken};
+    }
+    return row;
+}
+
 std::vector<PlainRow> BatchReversal::rows(const LedgerSnapshot& snapshot, std::string_view locale) const
 {
     std::vector<PlainRow> rows;
-    for (const auto& item : m_items) {
-        PlainRow row{.id = item.id, .cells = {{.text = qString(item.id)}, {}, stateCell(item, locale)}};
-        if (item.entry)
-            row.cells[0].text = titleOf(*item.entry, snapshot, locale);
-        if (item.entry && !item.entry->legs.empty()) {
-            const auto& leg = item.entry->legs.front();
-            const auto money = movementText(leg.amountMinor, leg.currency, locale);
-            row.cells[1] = {.text = money.text(), .spoken = money.spoken};
-        }
-        rows.push_back(std::move(row));
-    }
+    rows.reserve(m_items.size());
+    for (std::size_t at = 0; at < m_items.size(); ++at)
+        rows.push_back(row(at, snapshot, locale));
     return rows;
 }

@@ -39,6 +39,10 @@ public:
                             const std::function<bool(const std::string& id)>& isKept, std::string_view locale);
 
     [[nodiscard]] const std::vector<Item>& items() const { return m_items; }
+    /// The place of the item that is on its way.
+    [[nodiscard]] std::optional<std::size_t> sendingAt() const;
+    /// How many the service has judged, of all that are sent.
+    [[nodiscard]] std::size_t judged() const { return count(Item::Stage::done) + count(Item::Stage::refused); }
     [[nodiscard]] std::size_t count(Item::Stage stage) const;
     /// How many are still to be sent, those of unknown outcome among them.
     [[nodiscard]] std::size_t left() const;
@@ -52,6 +56,8 @@ public:
     /// entry says nothing about the others.
     [[nodiscard]] bool fail(const Failure& failure, QString message);
 
+    /// The row of one item, for the change of a single one among thousands.
+    [[nodiscard]] PlainRow row(std::size_t at, const LedgerSnapshot& snapshot, std::string_view locale) const;
     [[nodiscard]] std::vector<PlainRow> rows(const LedgerSnapshot& snapshot, std::string_view locale) const;
     static std::vector<PlainColumn> columns(std::string_view locale);
 

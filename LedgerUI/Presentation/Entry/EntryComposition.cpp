@@ -46,6 +46,13 @@ void EntryComposition::adoptLanguage(std::string_view before, std::string_view l
     m_submission.adopt(std::move(rewritten));
 }
 
+void EntryComposition::rekey(std::string key)
+{
+    auto rekeyed = m_submission.form();
+    rekeyed.draft.idempotencyKey = std::move(key);
+    m_submission.adopt(std::move(rekeyed));
+}
+
 void EntryComposition::goOn(const SnapshotPointer& snapshot, std::string freshKey)
 {
     take(snapshot);

@@ -29,6 +29,8 @@ public:
     void adopt(const SnapshotPointer& snapshot);
     /// Another language: amounts in its separators.
     void adoptLanguage(std::string_view before, std::string_view locale);
+    /// The draft goes on under this key: the one that it was sent with, or another where somebody else goes on with it.
+    void rekey(std::string key);
     /// The next entry like the one that is recorded now.
     void goOn(const SnapshotPointer& snapshot, std::string freshKey);
 

@@ -6,7 +6,6 @@
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {
@@ -165,7 +164,7 @@ EntryEditing EntryEdits::opened(const EntryForm::Opening& opening, const LedgerS
     if (opening.prefilled)
         editing.draft = *opening.prefilled;
     editing.draft.kind = opening.kind;
-    if (!TemplateOccurrence::ofKey(editing.draft.idempotencyKey))
+    if (editing.draft.idempotencyKey.empty())
         editing.draft.idempotencyKey = std::move(idempotencyKey);
     if (opening.prefilled)
         return refreshed(std::move(editing), snapshot);

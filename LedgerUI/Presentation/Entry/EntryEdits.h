@@ -15,7 +15,7 @@ namespace EntryEdits {
 
 /// The draft that the form opens with: its account by `EntryRules::initialAccountID`, preferring the account and
 /// currency on which the member last recorded this kind. Its day is today's, or that of the entry that it corrects.
-/// A prefilled draft of a template's due day keeps the key of the day.
+/// A prefilled draft that has a key keeps it: that of a template's due day, or of an entry begun before.
 EntryEditing opened(const EntryForm::Opening& opening, const LedgerSnapshot& snapshot, std::string idempotencyKey);
 
 /// Another kind: account and currency stay where the kind allows them, typed amounts and note always; what the kind

@@ -299,7 +299,7 @@ void Description::describeDay()
     auto& shown = m_content.day;
     const bool isOpening = m_draft.kind == EntryKind::opening;
     const auto& sent = m_submission.command();
-    shown.bounds = EntryDay::bounds(m_snapshot, m_today);
+    shown.bounds = DayTyping::bounds(m_snapshot, m_today);
     shown.day = m_draft.date.empty() ? std::string{m_today} : m_draft.date;
     if (isOpening && m_recording)
         shown.day = m_recording->day;
@@ -316,7 +316,7 @@ void Description::describeDay()
         shown.hint = m_draft.date.empty() ? wordIn(m_locale, EntryCopy::words(), "automaticEntryDate")
                                           : wordIn(m_locale, entryFormWords(), "chosenDay");
     if (shown.mayChange)
-        shown.message = EntryDay::whyNot(shown.day, shown.bounds, m_locale);
+        shown.message = DayTyping::whyNot(shown.day, shown.bounds, m_locale);
     const auto found = std::ranges::find(m_editing.problems, EntryField::date, &EntryProblem::field);
     if (m_submission.isEditing() && shown.message.isEmpty() && found != m_editing.problems.end())
         shown.message = messageOf(*found);
@@ -354,7 +354,7 @@ QString Description::warningOf(EntryBalanceMark mark, const std::string& currenc
 
 std::optional<std::int64_t> Description::amountOf(const QString& text, const std::string& currency) const
 {
-    const auto minor = EntryAmountText::minor(text, currency, m_locale);
+    const auto minor = AmountTyping::minor(text, currency, m_locale);
     return minor && *minor > 0 ? minor : std::nullopt;
 }
 

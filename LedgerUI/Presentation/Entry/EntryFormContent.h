@@ -8,9 +8,9 @@
 
 #include "LedgerCore/Domain/Entries/EntryProblem.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerUI/Presentation/Entry/EntryDay.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Forms/AccountChoice.h"
+#include "LedgerUI/Presentation/Period/DayTyping.h"
 
 class EntryHistory;
 
@@ -85,7 +85,7 @@ struct EntryFormContent {
     QString receiptsMessage; // what is wrong with the receipts, which have no field
     QString confirm;
     QString another; // the button that saves and goes on with the next entry; empty where there is no next one
-    EntryDayContent day;
+    DayContent day;
     SubmissionStage stage = SubmissionStage::editing;
 };
 

@@ -12,7 +12,7 @@
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
-#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
+#include "LedgerUI/Presentation/Forms/AmountTyping.h"
 #include "LedgerUI/Presentation/Forms/Submission.h"
 
 /// Where an opening balance may still be recorded.

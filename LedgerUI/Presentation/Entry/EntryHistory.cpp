@@ -3,29 +3,7 @@
 #include <algorithm>
 #include <tuple>
 
-namespace {
-
-bool isInForce(const LedgerTransaction& entry)
-{
-    return !entry.reversedBy && entry.kind != EntryKind::reversal;
-}
-
-/// The two sides of an exchange between two currencies; nothing where it has other legs.
-std::optional<EntryHistory::Exchange> sidesOf(const LedgerTransaction& entry, std::string_view from,
-                                              std::string_view to)
-{
-    EntryHistory::Exchange sides{.day = entry.date};
-    for (const auto& leg : entry.legs) {
-        const auto magnitude = leg.amountMinor < 0 ? -leg.amountMinor : leg.amountMinor;
-        if (leg.currency == from)
-            sides.fromMinor = magnitude;
-        else if (leg.currency == to)
-            sides.toMinor = magnitude;
-    }
-    return entry.legs.size() == 2 && sides.fromMinor > 0 && sides.toMinor > 0 ? std::optional{sides} : std::nullopt;
-}
-
-}
+#include "LedgerCore/Domain/Entries/EntryStanding.h"
 
 const LedgerTransaction* EntryHistory::likelyDouble(std::string_view day, std::string_view accountID,
                                                     std::string_view currency, std::int64_t minor) const
@@ -34,7 +12,7 @@ const LedgerTransaction* EntryHistory::likelyDouble(std::string_view day, std::s
         m_day = day;
         m_ofDay.clear();
         for (const auto& entry : m_snapshot->transactions) {
-            if (entry.date == day && isInForce(entry))
+            if (entry.date == day && EntryStanding::isInForce(entry))
                 m_ofDay.push_back(&entry);
         }
     }
@@ -47,12 +25,12 @@ const LedgerTransaction* EntryHistory::likelyDouble(std::string_view day, std::s
     return found == m_ofDay.end() ? nullptr : *found;
 }
 
-std::optional<EntryHistory::Exchange> EntryHistory::lastExchange(std::string_view from, std::string_view to) const
+std::optional<ExchangeSides> EntryHistory::lastExchange(std::string_view from, std::string_view to) const
 {
     if (!m_exchanges) {
         m_exchanges.emplace();
         for (const auto& entry : m_snapshot->transactions) {
-            if (entry.kind == EntryKind::exchange && isInForce(entry))
+            if (entry.kind == EntryKind::exchange && EntryStanding::isInForce(entry))
                 m_exchanges->push_back(&entry);
         }
         std::ranges::sort(*m_exchanges, std::ranges::greater{}, [](const LedgerTransaction* each) {
@@ -60,17 +38,8 @@ std::optional<EntryHistory::Exchange> EntryHistory::lastExchange(std::string_vie
         });
     }
     for (const auto* entry : *m_exchanges) {
-        if (auto sides = sidesOf(*entry, from, to))
+        if (auto sides = ExchangeSides::of(*entry, from, to))
             return sides;
     }
     return std::nullopt;
-}
-
-bool isFarFrom(const EntryHistory::Exchange& earlier, std::int64_t fromMinor, std::int64_t toMinor)
-{
-    // Both rates brought over one denominator; amounts have at most 13 digits.
-    using Wide = __int128;
-    const auto now = Wide{toMinor} * earlier.fromMinor;
-    const auto then = Wide{earlier.toMinor} * fromMinor;
-    return (now > then ? now - then : then - now) * 10 > then;
 }

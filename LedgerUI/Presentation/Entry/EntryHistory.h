@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "LedgerCore/Domain/Entries/ExchangeSides.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// What earlier entries say about one that is being recorded. Made for a snapshot and kept as long: what takes a pass
@@ -20,12 +21,7 @@ public:
                                                         std::string_view currency, std::int64_t minor) const;
 
     /// What was last given and received for the pair, whichever of the two was given.
-    struct Exchange {
-        std::string day;
-        std::int64_t fromMinor = 0;
-        std::int64_t toMinor = 0;
-    };
-    [[nodiscard]] std::optional<Exchange> lastExchange(std::string_view from, std::string_view to) const;
+    [[nodiscard]] std::optional<ExchangeSides> lastExchange(std::string_view from, std::string_view to) const;
 
 private:
     SnapshotPointer m_snapshot;
@@ -33,6 +29,3 @@ private:
     mutable std::vector<const LedgerTransaction*> m_ofDay;
     mutable std::optional<std::vector<const LedgerTransaction*>> m_exchanges; // the latest first
 };
-
-/// Whether the two amounts imply a rate that is more than a tenth away from that of an earlier exchange.
-bool isFarFrom(const EntryHistory::Exchange& earlier, std::int64_t fromMinor, std::int64_t toMinor);

@@ -5,7 +5,7 @@
 #include <QString>
 
 #include "LedgerCore/Domain/Money/AmountExpression.h"
-#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
+#include "LedgerUI/Presentation/Forms/AmountTyping.h"
 
 /// What the form calls its parts for a kind of entry.
 namespace EntryLabels {

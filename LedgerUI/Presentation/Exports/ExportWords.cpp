@@ -35,10 +35,17 @@ const WordTable& exportWords()
          "Menambahkan jumlah dan nama berkas bukti; berkas gambar tidak diekspor.",
          "Thêm số lượng và tên tệp chứng từ; không xuất tệp hình ảnh.",
          "Adds receipt counts and filenames; image files are not exported."},
-        {"narrowed", "搜索以及类别、票据、记录人和金额筛选不会缩小文件范围。",
-         "Pencarian serta filter kategori, bukti, pencatat, dan jumlah tidak mempersempit berkas.",
-         "Tìm kiếm và bộ lọc hạng mục, chứng từ, người ghi, số tiền không thu hẹp tệp.",
-         "The search and the filters by category, receipts, person and amount do not narrow the file."},
+        {"source", "导出哪些记录", "Catatan yang diekspor", "Bút toán được xuất", "Entries to export"},
+        {"source.selected", "所选记录（%1）", "Terpilih (%1)", "Đã chọn (%1)", "Selected (%1)"},
+        {"source.shown", "页面所示", "Seperti di halaman", "Như trên trang", "As on the page"},
+        {"source.chosen", "自行选择", "Pilih sendiri", "Tự chọn", "Choose here"},
+        {"narrowed", "页面上的搜索以及类别、票据、记录人、金额、状态和报表数字筛选不会缩小此文件的范围。",
+         "Pencarian serta filter kategori, bukti, pencatat, jumlah, status, dan angka laporan di halaman tidak "
+         "mempersempit berkas ini.",
+         "Tìm kiếm và bộ lọc hạng mục, chứng từ, người ghi, số tiền, trạng thái, số liệu báo cáo trên trang không thu "
+         "hẹp tệp này.",
+         "The search and the page's filters by category, receipts, person, amount, standing and report figure do not "
+         "narrow this file."},
 
         // what it will hold
         {"preview", "预览", "Pratinjau", "Xem trước", "Preview"},
@@ -63,9 +70,9 @@ const WordTable& exportWords()
          "The records are checked again before the file is written. If anything in this scope has changed, nothing is "
          "written and the preview is renewed."},
         {"format", "%1 列，UTF-8", "%1 kolom, UTF-8", "%1 cột, UTF-8", "%1 columns, UTF-8"},
-        {"renewed", "记录已变化，预览已更新。", "Catatan telah berubah; pratinjau diperbarui.",
-         "Bản ghi đã thay đổi; bản xem trước đã được cập nhật.",
-         "The records have changed; the preview is up to date."},
+        {"renewed", "记录已变化，预览已更新：%1。", "Catatan telah berubah dan pratinjau diperbarui: %1.",
+         "Bản ghi đã thay đổi và bản xem trước đã được cập nhật: %1.",
+         "The records have changed, and the preview is up to date: %1."},
 
         // what keeps it from being made
         {"day.unreadable", "请输入日期，例如 %1。", "Isi tanggal, misalnya %1.", "Nhập ngày, ví dụ %1.",
@@ -78,6 +85,8 @@ const WordTable& exportWords()
          "Không tạo được tệp xuất. Hãy thử lại.", "The export file could not be created. Try again."},
 
         // on paper
+        {"selected.export", "导出这 %1 条…", "Ekspor %1 catatan ini…", "Xuất %1 bút toán này…", "Export these %1…"},
+        {"selected.print", "打印这 %1 条…", "Cetak %1 catatan ini…", "In %1 bút toán này…", "Print these %1…"},
         {"print.entry", "打印此记录…", "Cetak catatan ini…", "In bút toán này…", "Print this entry…"},
         {"print.reversed", "%1（已冲销）", "%1 (dibatalkan)", "%1 (đã đảo)", "%1 (reversed)"},
         {"print.id", "编号", "Nomor", "Mã số", "Number"},

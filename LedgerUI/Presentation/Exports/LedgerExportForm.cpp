@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Exports/LedgerExportForm.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <memory>
 
@@ -10,13 +11,16 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
-#include "LedgerUI/Presentation/Entry/EntryDay.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
+#include "LedgerUI/Presentation/Exports/LedgerPrint.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Period/DayTyping.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
+
+using Part = LedgerFilter::Part;
+using Source = LedgerExportForm::Source;
 
 constexpr auto onWorker = std::numeric_limits<std::size_t>::max();
 
@@ -35,15 +39,131 @@ LedgerExportForm::Choices kindsBehind(const LedgerFilter::Choices& displayed)
     return kinds;
 }
 
-std::pair<std::string, std::string> daysOfAll(const LedgerSnapshot& snapshot, std::string_view today)
-{
-    std::string first{today};
-    std::string last{today};
-    for (const auto& entry : snapshot.transactions) {
-        first = std::min(first, entry.date);
-        last = std::max(last, entry.date);
+struct Days {
+    std::string first;
+    std::string last;
+
+    void take(const std::string& day)
+    {
+        first = std::min(first, day);
+        last = std::max(last, day);
     }
-    return {first, last};
+};
+
+Days daysOfAll(const LedgerSnapshot& snapshot, const std::string& today)
+{
+    Days days{today, today};
+    for (const auto& entry : snapshot.transactions)
+        days.take(entry.date);
+    return days;
+}
+
+/// What the form asks for by itself.
+LedgerExportScope chosenScope(const LedgerExportForm& form)
+{
+    return {.startDate = form.firstDay,
+            .endDate = form.lastDay,
+            .accountIDs = form.accountIDs,
+            .currencies = form.currencies,
+            .kinds = form.kinds,
+            .includesAllVisibleAccounts = form.accountIDs.empty(),
+            .includesAllVisibleCurrencies = form.currencies.empty(),
+            .includesReceiptIndex = form.includesReceiptIndex};
+}
+
+/// The accounts of a figure, and those that the page is narrowed to beside it.
+LedgerExportForm::Choices accountsOf(const LedgerFilter& filter)
+{
+    if (!filter.figure || !filter.figure->scope.accountIDs)
+        return filter.accountIDs;
+    const auto& ofFigure = *filter.figure->scope.accountIDs;
+    if (filter.accountIDs.empty())
+        return ofFigure;
+    LedgerExportForm::Choices both;
+    std::ranges::set_intersection(ofFigure, filter.accountIDs, std::inserter(both, both.end()));
+    return both;
+}
+
+LedgerFilter filterOf(const LedgerExport::Page& page, Source source)
+{
+    auto filter = page.filter;
+    if (source == Source::selected)
+        filter.entryIDs = page.selectedIDs;
+    return filter;
+}
+
+/// The entries of the page, with those of their legs that the page is about.
+LedgerExportScope pageScope(const LedgerBook& book, const LedgerFilter& filter, const std::string& today)
+{
+    LedgerExportScope scope{.startDate = {},
+                            .endDate = {},
+                            .accountIDs = accountsOf(filter),
+                            .currencies = filter.currencies,
+                            .kinds = {EntryKind::all.begin(), EntryKind::all.end()}};
+    if (filter.figure)
+        scope.currencies = {filter.figure->scope.currency};
+    scope.includesAllVisibleAccounts = filter.accountIDs.empty() && scope.accountIDs.empty();
+    scope.includesAllVisibleCurrencies = scope.currencies.empty();
+    scope.entryIDs.emplace();
+    std::optional<Days> days;
+    for (const auto at : matching(book, filter)) {
+        const auto& entry = book.transaction(at);
+        scope.entryIDs->push_back(entry.id);
+        if (days)
+            days->take(entry.date);
+        else
+            days = Days{entry.date, entry.date};
+    }
+    if (!filter.period.isAllTime())
+        days = Days{LedgerDay::format(filter.period.firstDay()), LedgerDay::format(filter.period.lastDay())};
+    scope.startDate = days ? days->first : today;
+    scope.endDate = days ? days->last : today;
+    return scope;
+}
+
+LedgerBookPointer bookOf(const LedgerBookPointer& shown, const SnapshotPointer& books, const std::string& locale)
+{
+    if (shown && shown->snapshotPointer() == books && shown->locale() == locale)
+        return shown;
+    return std::make_shared<const LedgerBook>(books, locale, shown.get());
+}
+
+LedgerExportScope scopeOf(const LedgerExportForm& form, const LedgerExport::Page& page, const LedgerBook& book)
+{
+    auto scope = pageScope(book, filterOf(page, form.source), page.today);
+    scope.includesReceiptIndex = form.includesReceiptIndex;
+    return scope;
+}
+
+/// What is different from the preview before.
+ExportChanges changesSince(const LedgerExport::Preview& before, const LedgerExportSelection& now)
+{
+    auto earlier = LedgerExportSelection::create(*before.books, before.scope);
+    using Evidence = LedgerExportAuthorization::Evidence;
+    return earlier ? ExportChanges::between(Evidence::of(*std::move(earlier)), Evidence::of(now)) : ExportChanges{};
+}
+
+LedgerExport::Preview previewOf(const LedgerExport::Question& question)
+{
+    const auto& [books, form, page, locale, before] = question;
+    LedgerExport::Preview made{
+        .books = books, .form = form, .scope = {}, .counts = LedgerExportPreview{}, .facts = {}, .changes = {}};
+    if (form.source == Source::chosen) {
+        made.scope = chosenScope(form);
+    } else {
+        const auto book = bookOf(page->book, books, locale);
+        made.scope = scopeOf(form, *page, *book);
+        made.facts = LedgerPrint::facts(*book, filterOf(*page, form.source));
+    }
+    const auto selection = LedgerExportSelection::create(*books, made.scope);
+    if (!selection) {
+        made.counts = std::unexpected(selection.error());
+        return made;
+    }
+    made.counts = selection->preview();
+    if (before && before->form == form && before->books != books)
+        made.changes = changesSince(*before, *selection);
+    return made;
 }
 
 template <class Each>
@@ -67,34 +187,49 @@ QCoro::Task<std::expected<LedgerExportRequest, ExportRefusal>> requestFor(Ledger
     co_return std::move(*made);
 }
 
+/// Whether the page would show the same entries of newer books: one that has come is in no comparison of those that
+/// were previewed.
+QCoro::Task<bool> hasSameAnswer(SnapshotPointer now, LedgerExport::PagePointer page, LedgerExport::Preview previewed,
+                                std::string locale)
+{
+    if (previewed.form.source == Source::chosen || now == previewed.books)
+        co_return true;
+    const auto isSame = std::make_shared<bool>(false);
+    auto asking = runForSize(onWorker, [isSame, now = std::move(now), page = std::move(page),
+                                        previewed = std::move(previewed), locale = std::move(locale)] {
+        *isSame = scopeOf(previewed.form, *page, *bookOf(page->book, now, locale)) == previewed.scope;
+    });
+    co_await asking;
+    co_return *isSame;
 }
 
-LedgerExportForm LedgerExport::opened(const LedgerFilter& filter, const LedgerSnapshot& snapshot,
-                                      std::string_view today)
+}
+
+LedgerExportForm LedgerExport::opened(const Page& page, const LedgerSnapshot& snapshot)
 {
+    const auto& filter = page.filter;
     LedgerExportForm form;
+    form.source = sources(page).front();
     form.accountIDs = filter.accountIDs;
     form.currencies = filter.currencies;
     form.kinds = kindsBehind(filter.kinds);
-    if (filter.period.isAllTime()) {
-        std::tie(form.firstDay, form.lastDay) = daysOfAll(snapshot, today);
-    } else {
-        form.firstDay = LedgerDay::format(filter.period.firstDay());
-        form.lastDay = LedgerDay::format(filter.period.lastDay());
-    }
+    auto days = filter.period.isAllTime()
+                    ? daysOfAll(snapshot, page.today)
+                    : Days{LedgerDay::format(filter.period.firstDay()), LedgerDay::format(filter.period.lastDay())};
+    form.firstDay = std::move(days.first);
+    form.lastDay = std::move(days.last);
     return form;
 }
 
-LedgerExportScope LedgerExport::scopeOf(const LedgerExportForm& form)
+std::vector<LedgerExportForm::Source> LedgerExport::sources(const Page& page)
 {
-    return {.startDate = form.firstDay,
-            .endDate = form.lastDay,
-            .accountIDs = form.accountIDs,
-            .currencies = form.currencies,
-            .kinds = form.kinds,
-            .includesAllVisibleAccounts = form.accountIDs.empty(),
-            .includesAllVisibleCurrencies = form.currencies.empty(),
-            .includesReceiptIndex = form.includesReceiptIndex};
+    std::vector<Source> sources;
+    if (!page.selectedIDs.empty())
+        sources.push_back(Source::selected);
+    if (page.filter.without(Part::kinds).without(Part::accounts).without(Part::currencies).narrows())
+        sources.push_back(Source::shown);
+    sources.push_back(Source::chosen);
+    return sources;
 }
 
 std::vector<LedgerExport::Choice> LedgerExport::accounts(const LedgerSnapshot& snapshot)
@@ -120,9 +255,11 @@ std::vector<LedgerExport::Choice> LedgerExport::currencies(const LedgerSnapshot&
 LedgerExport::Problems LedgerExport::problems(const LedgerExportForm& form, std::string_view today,
                                               std::string_view locale)
 {
+    if (form.source != Source::chosen)
+        return {};
     const auto unreadable = [&](const std::string& day) {
         return day.empty()
-                   ? wordIn(locale, exportWords(), "day.unreadable", {EntryDay::written(today, locale).toStdString()})
+                   ? wordIn(locale, exportWords(), "day.unreadable", {DayTyping::written(today, locale).toStdString()})
                    : QString{};
     };
     Problems problems{.firstDay = unreadable(form.firstDay), .lastDay = unreadable(form.lastDay), .kinds = {}};
@@ -138,25 +275,19 @@ Failure LedgerExport::failureOf(ExportRefusal refusal)
     return APIError{.status = status(refusal), .code = std::string{code(refusal)}, .message = {}};
 }
 
-QCoro::Task<LedgerExport::Preview> LedgerExport::preview(SnapshotPointer books, LedgerExportScope scope)
+QCoro::Task<LedgerExport::Preview> LedgerExport::preview(Question question)
 {
-    const auto made = std::make_shared<Preview>(Preview{books, std::move(scope), LedgerExportPreview{}});
-    auto counting = runForSize(onWorker, [made] {
-        const auto selection = LedgerExportSelection::create(*made->books, made->scope);
-        if (selection)
-            made->counts = selection->preview();
-        else
-            made->counts = std::unexpected(selection.error());
-    });
+    const auto made = std::make_shared<std::optional<Preview>>();
+    auto counting = runForSize(onWorker, [made, question = std::move(question)] { *made = previewOf(question); });
     co_await counting;
-    co_return std::move(*made);
+    co_return std::move(**made);
 }
 
-QCoro::Task<LedgerExport::Outcome> LedgerExport::save(LedgerStore* store, Preview previewed, std::filesystem::path path,
-                                                      std::string locale)
+QCoro::Task<LedgerExport::Outcome> LedgerExport::save(LedgerStore* store, PagePointer page, Preview previewed,
+                                                      std::filesystem::path path, std::string locale)
 {
     const QPointer<LedgerStore> guard{store};
-    auto making = requestFor(std::move(previewed), std::move(locale));
+    auto making = requestFor(previewed, locale);
     auto request = co_await making;
     if (!request)
         co_return failureOf(request.error());
@@ -166,9 +297,22 @@ QCoro::Task<LedgerExport::Outcome> LedgerExport::save(LedgerStore* store, Previe
     auto file = co_await checking;
     if (!file)
         co_return file.error();
+    const auto now = guard ? guard->snapshot() : nullptr;
+    if (!now)
+        co_return Failure{Cancelled{}};
+    auto asking = hasSameAnswer(now, std::move(page), std::move(previewed), std::move(locale));
+    const bool isSame = co_await asking;
+    if (!isSame)
+        co_return failureOf(ExportRefusal::ledgerChanged);
     auto writing = SavedFile::write(std::move(path), [content = std::move(file->content)] { return content; });
     const auto problem = co_await writing;
     if (problem)
         co_return *problem;
     co_return Saved{};
+}
+
+bool LedgerExport::saysChanged(const Failure& failure)
+{
+    const auto* error = std::get_if<APIError>(&failure);
+    return error && error->code == code(ExportRefusal::ledgerChanged);
 }

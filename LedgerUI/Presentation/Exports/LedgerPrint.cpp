@@ -1,7 +1,9 @@
 #include "LedgerUI/Presentation/Exports/LedgerPrint.h"
 
 #include <algorithm>
+#include <functional>
 #include <limits>
+#include <memory>
 #include <utility>
 
 #include <QPointer>
@@ -10,6 +12,7 @@
 #include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Exports/ExportRefusal.h"
 #include "LedgerUI/Presentation/Exports/AccountStatement.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
@@ -120,34 +123,46 @@ PrintedTable totalsOf(const LedgerListing& listing)
     return table;
 }
 
-/// Everything that is chosen in a part: paper has the room that a chip has not.
-QString chosenText(const LedgerBook& book, const LedgerFilter& filter, LedgerFilter::Part part)
-{
-    using Part = LedgerFilter::Part;
-    if (part == Part::text)
-        return qString(filter.text);
-    if (part == Part::figure || part == Part::receipts || part == Part::amounts)
-        return partText(book, filter, part);
-    QStringList names;
-    const auto chosen = chosenIn(filter, part);
-    for (const auto& choice : filterChoices(book, part)) {
-        if (chosen.contains(choice.id))
-            names << choice.text;
-    }
-    return listed(names, book.locale());
 }
 
-/// What narrows the ledger beside its period, part by part.
-std::vector<PrintedFact> factsOf(const LedgerBook& book, const LedgerFilter& filter)
+std::vector<PrintedFact> LedgerPrint::facts(const LedgerBook& book, const LedgerFilter& filter)
 {
-    std::vector<PrintedFact> facts{PrintHead::period(filter.period, book.locale())};
     using Part = LedgerFilter::Part;
+    std::vector<PrintedFact> facts{PrintHead::period(filter.period, book.locale())};
     for (const auto part : {Part::text, Part::kinds, Part::accounts, Part::categories, Part::currencies, Part::receipts,
-                            Part::members, Part::amounts, Part::figure}) {
+                            Part::members, Part::amounts, Part::standings, Part::figure, Part::selection}) {
         if (filter.isSet(part))
-            facts.push_back({partName(part, book.locale()), chosenText(book, filter, part)});
+            facts.push_back({partName(part, book.locale()), partValue(book, filter, part)});
+        else if (part == Part::accounts && !(filter.figure && filter.figure->scope.accountIDs))
+            facts.push_back(PrintHead::accounts({}, book.locale()));
     }
     return facts;
+}
+
+namespace {
+
+using MadeOf = std::function<PrintedDocument(const SnapshotPointer&)>;
+
+/// Whether what is made of the books that were asked about is also made of those that the service has now.
+QCoro::Task<Result<void>> sameOfNewBooks(LedgerStore* store, SnapshotPointer asked, MadeOf made)
+{
+    const QPointer<LedgerStore> guard{store};
+    auto loading = store->refresh(false);
+    const auto loaded = co_await loading;
+    if (!loaded)
+        co_return loaded;
+    const auto now = guard ? guard->snapshot() : nullptr;
+    if (!now)
+        co_return std::unexpected(Failure{Cancelled{}});
+    if (!MemberRights::canExport(now->currentMember))
+        co_return refused(ExportRefusal::forbidden);
+    if (now == asked)
+        co_return Result<void>{};
+    const auto isSame = std::make_shared<bool>(false);
+    auto comparing =
+        runForSize(onWorker, [isSame, now, asked, made = std::move(made)] { *isSame = made(asked) == made(now); });
+    co_await comparing;
+    co_return *isSame ? Result<void>{} : refused(ExportRefusal::ledgerChanged);
 }
 
 }
@@ -161,7 +176,7 @@ PrintedDocument LedgerPrint::list(const LedgerListing& listing, const PrintMomen
     PrintedDocument document{.locale = book.locale(),
                              .company = qString(book.snapshot().company.name),
                              .title = wordIn(book.locale(), ledgerWords(), "title"),
-                             .facts = factsOf(book, filter),
+                             .facts = facts(book, filter),
                              .fileName = QStringLiteral("tallyfold-ledger-") + PrintHead::days(filter.period, moment)};
     document.facts.push_back(PrintHead::asOf(moment, book.locale()));
     document.tables.push_back(entriesOf(listing));
@@ -174,33 +189,40 @@ PrintedDocument LedgerPrint::list(const LedgerListing& listing, const PrintMomen
 PrintedDocument LedgerPrint::list(const Asked& asked, const std::string& locale)
 {
     const auto& shown = *asked.shown;
-    if (shown.book->snapshotPointer() == asked.snapshot && shown.book->locale() == locale)
+    auto query = shown.query;
+    if (!asked.selectedIDs.empty())
+        query.filter.entryIDs = asked.selectedIDs;
+    const bool isOfThisBook = shown.book->snapshotPointer() == asked.snapshot && shown.book->locale() == locale;
+    if (isOfThisBook && query == shown.query)
         return list(shown, asked.moment);
-    auto book = std::make_shared<const LedgerBook>(asked.snapshot, locale, shown.book.get());
-    return list(listingOf(std::move(book), shown.query), asked.moment);
+    auto book =
+        isOfThisBook ? shown.book : std::make_shared<const LedgerBook>(asked.snapshot, locale, shown.book.get());
+    return list(listingOf(std::move(book), std::move(query)), asked.moment);
 }
 
 QCoro::Task<Result<void>> LedgerPrint::permission(LedgerStore* store, Asked asked)
 {
-    const QPointer<LedgerStore> guard{store};
-    auto loading = store->refresh(false);
-    const auto loaded = co_await loading;
-    if (!loaded)
-        co_return loaded;
-    const auto now = guard ? guard->snapshot() : nullptr;
-    if (!now)
-        co_return std::unexpected(Failure{Cancelled{}});
-    if (!MemberRights::canExport(now->currentMember))
-        co_return refused(ExportRefusal::forbidden);
-    if (now == asked.snapshot)
-        co_return Result<void>{};
-    const auto isSame = std::make_shared<bool>(false);
-    auto comparing = runForSize(onWorker, [isSame, now, asked] {
-        const auto& locale = asked.shown->book->locale();
-        *isSame = list(asked, locale) == list({now, asked.shown, asked.moment}, locale);
-    });
-    co_await comparing;
-    co_return *isSame ? Result<void>{} : refused(ExportRefusal::ledgerChanged);
+    const auto made = [asked](const SnapshotPointer& books) {
+        return list({books, asked.shown, asked.moment, asked.selectedIDs}, asked.shown->book->locale());
+    };
+    return sameOfNewBooks(store, asked.snapshot, made);
+}
+
+PrintedDocument LedgerPrint::statement(const AskedStatement& asked, const std::string& locale)
+{
+    const auto today = LedgerDay::parse(asked.moment.day).value_or(asked.period.lastDay());
+    return list(
+        listingOf(std::make_shared<const LedgerBook>(asked.snapshot, locale),
+                  {.filter = {.period = asked.period, .accountIDs = {asked.accountID}}, .sort = {}, .today = today}),
+        asked.moment);
+}
+
+QCoro::Task<Result<void>> LedgerPrint::permission(LedgerStore* store, AskedStatement asked, std::string locale)
+{
+    const auto made = [asked, locale = std::move(locale)](const SnapshotPointer& books) {
+        return statement({books, asked.accountID, asked.period, asked.moment}, locale);
+    };
+    return sameOfNewBooks(store, asked.snapshot, made);
 }
 
 PrintedDocument LedgerPrint::entry(const LedgerBook& book, std::uint32_t at, const PrintMoment& moment)

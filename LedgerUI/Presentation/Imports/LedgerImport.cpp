@@ -1,14 +1,18 @@
 #include "LedgerUI/Presentation/Imports/LedgerImport.h"
 
 #include <algorithm>
-#include <array>
+#include <charconv>
 #include <fstream>
 #include <iterator>
 #include <limits>
+#include <map>
 #include <memory>
 #include <set>
 
+#include <QStringList>
+
 #include "LedgerCore/Client/Http/APIClient.h"
+#include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
 #include "LedgerCore/Domain/Csv/CsvDocument.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
@@ -29,20 +33,48 @@ constexpr std::size_t bytesPerKilobyte = 1024;
 /// One thing that keeps the file from being imported, whoever found it.
 struct Finding {
     int line = 1;
-    std::string value;
-    std::string text;
+    QString column; // its name, where a single cell is at fault
+    QString value;
+    QString text;
+    QString remedy;
 };
 
-std::vector<Finding> findings(const ImportReading& reading, std::string_view locale)
+/// The part of a bilingual head that the language reads: "日期 Date".
+QString columnName(std::size_t column, std::string_view locale)
 {
-    std::vector<Finding> all;
-    all.reserve(reading.issueCount());
-    for (const auto& each : reading.plan.issues)
-        all.push_back(
-            {each.line, std::string{orEmpty(each.value)}, std::string{LedgerImportWords::text(each, locale)}});
-    for (const auto& each : reading.refusals)
-        all.push_back({each.line, {}, each.problem.message(locale)});
-    return all;
+    const auto head = LedgerImportCSV::headers[column];
+    const auto blank = head.find(' ');
+    return qString(locale.starts_with("zh") ? head.substr(0, blank) : head.substr(blank + 1));
+}
+
+/// The finding in this place, issues of the plan before refusals of the books.
+Finding findingAt(const ImportReading& reading, std::size_t at, std::string_view locale)
+{
+    const auto& issues = reading.plan.issues;
+    if (at >= issues.size()) {
+        const auto& refusal = reading.refusals[at - issues.size()];
+        return {.line = refusal.line,
+                .column = {},
+                .value = {},
+                .text = qString(refusal.problem.message(locale)),
+                .remedy = wordIn(locale, importWords(), "do.refused")};
+    }
+    const auto& issue = issues[at];
+    const auto isSeparator = issue.line == 1 && issue.value;
+    return {.line = issue.line,
+            .column = issue.column ? columnName(*issue.column, locale) : QString{},
+            .value = qString(orEmpty(issue.value)),
+            .text = qString(LedgerImportWords::text(issue, locale)),
+            .remedy = wordIn(locale, importWords(), "do." + (isSeparator ? std::string{"separator"} : issue.message))};
+}
+
+/// "Amount: Amount must be a valid number greater than zero. Write digits with …"
+QString inFull(const Finding& finding, std::string_view locale)
+{
+    const auto issue = finding.column.isEmpty() ? finding.text
+                                                : wordIn(locale, ledgerWords(), "chip",
+                                                         {finding.column.toStdString(), finding.text.toStdString()});
+    return issue + QLatin1Char(' ') + finding.remedy;
 }
 
 void readFile(ImportReading& reading)
@@ -60,9 +92,9 @@ void readFile(ImportReading& reading)
         reading.plan.malformed = true;
         return;
     }
-    const std::string content{std::istreambuf_iterator<char>{file}, {}};
-    reading.bytes = content.size();
-    reading.plan = LedgerImportCSV::plan(content, *reading.books);
+    reading.text.assign(std::istreambuf_iterator<char>{file}, {});
+    reading.bytes = reading.text.size();
+    reading.plan = LedgerImportCSV::plan(reading.text, *reading.books);
 }
 
 void tryOut(ImportReading& reading, std::string_view today)
@@ -85,17 +117,6 @@ PlainCell money(std::int64_t minor, const std::string& currency, std::string_vie
     return {.text = amount.text(), .spoken = amount.spoken};
 }
 
-/// "and 3 more issues" under the rows that are shown.
-void addRest(LedgerImport::Table& table, std::string_view key, std::size_t shown, std::size_t all, std::size_t column,
-             std::string_view locale)
-{
-    if (all <= shown)
-        return;
-    PlainRow row{.id = "rest", .cells = std::vector<PlainCell>(table.columns.size())};
-    row.cells[column] = plain(countedIn(locale, importWords(), key, all - shown), PlainCell::Look::quiet);
-    table.rows.push_back(std::move(row));
-}
-
 QString accountsOf(const TransactionInput& input, const LedgerNames& names)
 {
     std::string text;
@@ -104,6 +125,33 @@ QString accountsOf(const TransactionInput& input, const LedgerNames& names)
             text += (text.empty() ? "" : " → ") + names.account(*id);
     }
     return qString(text);
+}
+
+/// What an entry is: its category or else its kind, and what is noted beside it.
+PlainCell entryCell(const TransactionInput& input, const LedgerNames& names, bool isRecorded)
+{
+    const auto& locale = names.locale();
+    QStringList parts{input.categoryID ? qString(names.category(*input.categoryID))
+                                       : wordIn(locale, ledgerWords(), "kind." + input.kind),
+                      qString(input.note)};
+    parts.removeAll(QString{});
+    if (isRecorded)
+        parts.prepend(wordIn(locale, importWords(), "already"));
+    return {.text = parts.join(QStringLiteral(" · ")).simplified(),
+            .look = isRecorded ? PlainCell::Look::quiet : PlainCell::Look::normal,
+            .glyph = entryKindGlyph(input.kind)};
+}
+
+/// What is moved, and what an exchange brings in its place.
+PlainCell moved(const TransactionInput& input, std::string_view locale)
+{
+    auto cell = money(input.amountMinor, input.currency, locale);
+    if (!input.targetAmountMinor || !input.targetCurrency)
+        return cell;
+    const auto received = money(*input.targetAmountMinor, *input.targetCurrency, locale);
+    cell.text += QStringLiteral(" → ") + received.text;
+    cell.spoken += QStringLiteral(" → ") + received.spoken;
+    return cell;
 }
 
 }
@@ -121,18 +169,23 @@ bool ImportReading::isReady() const
     return !isUnreadable && issueCount() == 0 && !plan.inputs.empty();
 }
 
-QCoro::Task<ImportReading> LedgerImport::read(std::filesystem::path path, SnapshotPointer books, std::string today)
+QCoro::Task<LedgerImport::Answer> LedgerImport::read(std::filesystem::path path, SnapshotPointer books,
+                                                     std::string today, std::string locale)
 {
-    const auto reading = std::make_shared<ImportReading>();
-    reading->path = std::move(path);
-    reading->books = std::move(books);
-    auto working = runForSize(onWorker, [reading, today = std::move(today)] {
-        readFile(*reading);
-        if (!reading->isUnreadable && reading->plan.issues.empty())
-            tryOut(*reading, today);
+    const auto answer = std::make_shared<Answer>();
+    auto working = runForSize(onWorker, [answer, path = std::move(path), books = std::move(books),
+                                         today = std::move(today), locale = std::move(locale)] {
+        ImportReading reading;
+        reading.path = path;
+        reading.books = books;
+        readFile(reading);
+        if (!reading.isUnreadable && reading.plan.issues.empty())
+            tryOut(reading, today);
+        answer->table = found(reading, locale);
+        answer->reading = releasedByWorker<ImportReading>(std::move(reading));
     });
     co_await working;
-    co_return std::move(*reading);
+    co_return std::move(*answer);
 }
 
 QString LedgerImport::sizeText(const ImportReading& reading, std::string_view locale)
@@ -151,49 +204,59 @@ QString LedgerImport::problem(const ImportReading& reading, std::string_view loc
     return reading.plan.inputs.empty() ? qString(LedgerImportWords::text("noRows", locale)) : QString{};
 }
 
+LedgerImport::Table LedgerImport::found(const ImportReading& reading, std::string_view locale)
+{
+    if (reading.issueCount() > 0)
+        return issues(reading, locale);
+    return reading.isReady() ? entries(reading, locale) : Table{};
+}
+
 LedgerImport::Table LedgerImport::issues(const ImportReading& reading, std::string_view locale)
 {
     const auto head = [&](std::string_view key) { return wordIn(locale, importWords(), key); };
     Table table{.columns = {{.head = head("line"), .align = PlainColumn::Align::right},
+                            {.head = head("column")},
                             {.head = head("value")},
                             {.head = head("issue")}},
                 .rows = {}};
-    const auto all = findings(reading, locale);
-    for (std::size_t at = 0; at < std::min(all.size(), issuesShown); ++at)
+    const auto all = reading.issueCount();
+    for (std::size_t at = 0; at < std::min(all, issuesShown); ++at) {
+        const auto finding = findingAt(reading, at, locale);
         table.rows.push_back(
             {.id = std::to_string(at),
-             .cells = {plain(QString::number(all[at].line)), plain(qString(all[at].value), PlainCell::Look::quiet),
-                       plain(qString(all[at].text))}});
-    addRest(table, "issuesMore", issuesShown, all.size(), 1, locale);
+             .cells = {plain(QString::number(finding.line)), plain(finding.column),
+                       plain(finding.value.simplified(), PlainCell::Look::quiet), plain(finding.text)}});
+    }
+    if (all > issuesShown) {
+        PlainRow rest{.id = "rest", .cells = std::vector<PlainCell>(table.columns.size())};
+        rest.cells.back() =
+            plain(countedIn(locale, importWords(), "issuesMore", all - issuesShown), PlainCell::Look::quiet);
+        table.rows.push_back(std::move(rest));
+    }
     return table;
 }
 
 LedgerImport::Table LedgerImport::entries(const ImportReading& reading, std::string_view locale)
 {
     const auto head = [&](std::string_view key) { return wordIn(locale, importWords(), key); };
-    Table table{.columns = {{.head = head("line"), .align = PlainColumn::Align::right},
+    Table table{.columns = {{.head = head("line"), .align = PlainColumn::Align::right, .isPart = true},
                             {.head = head("date")},
-                            {.head = head("kind")},
                             {.head = head("account")},
+                            {.head = head("entry")},
                             {.head = head("amount"), .align = PlainColumn::Align::right}},
                 .rows = {}};
     const LedgerNames names{*reading.books, std::string{locale}};
     const VisibleBooks books{*reading.books};
     const auto& inputs = reading.plan.inputs;
-    for (std::size_t at = 0; at < std::min(inputs.size(), entriesShown); ++at) {
+    table.rows.reserve(inputs.size());
+    for (std::size_t at = 0; at < inputs.size(); ++at) {
         const auto& input = inputs[at];
-        auto kind = plain(wordIn(locale, ledgerWords(), "kind." + input.kind));
-        if (books.entry(input.idempotencyKey))
-            kind = plain(head("already"), PlainCell::Look::chip);
-        else
-            kind.glyph = entryKindGlyph(input.kind);
+        const bool isRecorded = books.entry(input.idempotencyKey) != nullptr;
         table.rows.push_back(
             {.id = input.idempotencyKey,
              .cells = {plain(QString::number(reading.plan.lines[at])), plain(DayText::shortDate(input.date, locale)),
-                       std::move(kind), plain(accountsOf(input, names)),
-                       money(input.amountMinor, input.currency, locale)}});
+                       plain(accountsOf(input, names)), entryCell(input, names, isRecorded), moved(input, locale)}});
     }
-    addRest(table, "entriesMore", entriesShown, inputs.size(), 3, locale);
     return table;
 }
 
@@ -213,20 +276,40 @@ LedgerImport::Table LedgerImport::effects(const ImportReading& reading, std::str
     return table;
 }
 
+QString LedgerImport::issueText(const ImportReading& reading, std::string_view rowID, std::string_view locale)
+{
+    std::size_t at = 0;
+    const auto* end = rowID.data() + rowID.size();
+    const auto [rest, failed] = std::from_chars(rowID.data(), end, at);
+    if (failed != std::errc{} || rest != end || at >= reading.issueCount())
+        return {};
+    return inFull(findingAt(reading, at, locale), locale);
+}
+
 QString LedgerImport::issuesText(const ImportReading& reading, std::string_view locale)
 {
     QStringList lines;
-    for (const auto& each : findings(reading, locale))
-        lines << QStringList{QString::number(each.line), qString(each.value).simplified(), qString(each.text)}.join(
-            QLatin1Char{'\t'});
+    for (std::size_t at = 0; at < reading.issueCount(); ++at) {
+        const auto finding = findingAt(reading, at, locale);
+        lines << QStringList{QString::number(finding.line), finding.column, finding.value.simplified(), finding.text,
+                             finding.remedy}
+                     .join(QLatin1Char{'\t'});
+    }
     return lines.join(QLatin1Char{'\n'}) + QLatin1Char{'\n'};
+}
+
+bool LedgerImport::hasRows(const ImportReading& reading)
+{
+    return !reading.isUnreadable && !reading.plan.malformed;
 }
 
 std::string LedgerImport::issuesFile(const ImportReading& reading, std::string_view locale)
 {
-    constexpr std::array<std::string_view, 3> columns{"line", "value", "issue"};
-    CsvDocument document{columns};
-    for (const auto& each : findings(reading, locale))
-        document.record({std::to_string(each.line), each.value, each.text});
-    return document.take();
+    std::map<int, std::string> byLine;
+    for (std::size_t at = 0; at < reading.issueCount(); ++at) {
+        const auto finding = findingAt(reading, at, locale);
+        auto& text = byLine[finding.line];
+        text += (text.empty() ? "" : " ") + inFull(finding, locale).toStdString();
+    }
+    return LedgerImportCSV::withIssues(reading.text, byLine);
 }

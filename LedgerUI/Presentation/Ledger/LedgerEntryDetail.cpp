@@ -5,6 +5,8 @@
 #include <QStringList>
 
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
+#include "LedgerCore/Domain/Entries/EntryStanding.h"
+#include "LedgerCore/Domain/Entries/ExchangeSides.h"
 #include "LedgerCore/Domain/Entries/ReceiptRules.h"
 #include "LedgerCore/Domain/Entries/ReversalRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
@@ -29,6 +31,39 @@ QString rateOf(const LedgerTransaction& transaction, std::string_view locale)
     const auto& received = givesFirst ? transaction.legs.back() : transaction.legs.front();
     const auto rate = rateText(-given.amountMinor, given.currency, received.amountMinor, received.currency, locale);
     return wordIn(locale, ledgerWords(), "detail.rateOf", {given.currency, rate.toStdString()});
+}
+
+/// The exchange of these two currencies that stood last when this one was recorded.
+std::optional<ExchangeSides> exchangeBefore(const LedgerBook& book, std::uint32_t at, std::string_view from,
+                                            std::string_view to)
+{
+    bool isEarlier = false; // the book's order begins with the newest entry
+    for (const auto each : book.order()) {
+        const auto& entry = book.transaction(each);
+        if (isEarlier && entry.kind == EntryKind::exchange && EntryStanding::isInForce(entry)) {
+            if (auto sides = ExchangeSides::of(entry, from, to))
+                return sides;
+        }
+        isEarlier = isEarlier || each == at;
+    }
+    return std::nullopt;
+}
+
+/// Says when the amounts of an exchange imply a rate far from that of the one before.
+QString cautionOf(const LedgerBook& book, std::uint32_t at)
+{
+    const auto& entry = book.transaction(at);
+    if (entry.kind != EntryKind::exchange || !EntryStanding::isInForce(entry) || entry.legs.size() != 2)
+        return {};
+    const auto& given = entry.legs.front().amountMinor < 0 ? entry.legs.front() : entry.legs.back();
+    const auto& received = &given == &entry.legs.front() ? entry.legs.back() : entry.legs.front();
+    const auto before = exchangeBefore(book, at, given.currency, received.currency);
+    if (!before || !isFarFrom(*before, -given.amountMinor, received.amountMinor))
+        return {};
+    const auto& locale = book.locale();
+    const auto rate = rateText(before->fromMinor, given.currency, before->toMinor, received.currency, locale);
+    return wordIn(locale, ledgerWords(), "detail.rateFar",
+                  {rate.toStdString(), DayText::longDay(before->day, locale).toStdString()});
 }
 
 std::vector<Detail::Line> linesOf(const LedgerBook& book, const LedgerTransaction& transaction)
@@ -161,6 +196,7 @@ LedgerEntryDetail detailOf(const LedgerBook& book, std::uint32_t at)
     detail.isReversed = transaction.reversedBy.has_value();
     detail.amounts = amountsOf(book, at);
     detail.lines = linesOf(book, transaction);
+    detail.caution = cautionOf(book, at);
     detail.legs = legsOf(book, at);
     detail.links = linksOf(book, transaction);
     detail.receipts = receiptsOf(book, transaction);

@@ -45,6 +45,7 @@ struct LedgerEntryDetail {
     bool isReversed = false;
     std::vector<MoneyText> amounts;
     std::vector<Line> lines;
+    QString caution; // what looks wrong in them; empty for nothing
     std::vector<Leg> legs;
     std::vector<Link> links;
     std::vector<Receipt> receipts;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "LedgerCore/Domain/Entries/EntryStanding.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Reports/ReportBook.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
@@ -70,6 +71,43 @@ private:
     Wide m_most = 0;
 };
 
+/// The chosen standings, asked of an entry at a time.
+class Standings {
+public:
+    Standings(const LedgerBook& book, const Choices& chosen)
+        : m_book(book), m_asks(!chosen.empty()), m_inForce(chosen.contains(LedgerStandings::inForce)),
+          m_reversed(chosen.contains(LedgerStandings::reversed)),
+          m_reversals(chosen.contains(LedgerStandings::reversals)),
+          m_ownByOthers(chosen.contains(LedgerStandings::ownByOthers))
+    {
+    }
+
+    [[nodiscard]] bool accepts(std::uint32_t at) const
+    {
+        if (!m_asks)
+            return true;
+        const auto& entry = m_book.transaction(at);
+        const bool isReversal = entry.kind == EntryKind::reversal;
+        return (m_inForce && EntryStanding::isInForce(entry)) || (m_reversed && entry.reversedBy) ||
+               (m_reversals && isReversal) || (m_ownByOthers && isReversal && undoesOwn(entry));
+    }
+
+private:
+    [[nodiscard]] bool undoesOwn(const LedgerTransaction& reversal) const
+    {
+        const auto original = reversal.reversalOf ? m_book.find(*reversal.reversalOf) : LedgerBook::none;
+        return original != LedgerBook::none && EntryStanding::isUndoneByOthers(m_book.transaction(original), reversal,
+                                                                               m_book.snapshot().currentMember.id);
+    }
+
+    const LedgerBook& m_book;
+    bool m_asks;
+    bool m_inForce;
+    bool m_reversed;
+    bool m_reversals;
+    bool m_ownByOthers;
+};
+
 /// The chosen categories and the children of the chosen parents.
 Choices withChildren(const LedgerBook& book, const Choices& chosen)
 {
@@ -89,27 +127,40 @@ public:
           m_accounts(book.accounts(), filter.accountIDs),
           m_categories(book.categories(), withChildren(book, filter.categoryIDs)),
           m_currencies(book.currencies(), filter.currencies), m_members(book.members(), filter.memberIDs),
-          m_amounts(book, filter.amounts), m_receipts(filter.receipts),
+          m_amounts(book, filter.amounts), m_standings(book, filter.standings), m_receipts(filter.receipts),
           m_first(filter.period.isAllTime() ? 0 : dayNumber(filter.period.firstDay())),
           m_last(filter.period.isAllTime() ? std::numeric_limits<std::uint32_t>::max()
                                            : dayNumber(filter.period.lastDay())),
-          m_isFigure(filter.figure.has_value())
+          m_isFigure(filter.figure.has_value()), m_isSelection(filter.entryIDs.has_value())
     {
         if (m_isFigure)
             m_ofFigure.resize(book.size());
         for (const auto& leg : figureLegs(book, filter))
             m_ofFigure[leg.entry] = true;
+        if (m_isSelection)
+            select(*filter.entryIDs);
     }
 
     [[nodiscard]] bool accepts(std::uint32_t at) const
     {
         const auto& entry = m_book.entry(at);
         return entry.day >= m_first && entry.day <= m_last && (!m_isFigure || m_ofFigure[at]) &&
-               m_kinds.accepts(entry.kind) && m_categories.accepts(entry.category) && m_members.accepts(entry.member) &&
-               acceptsReceipts(entry.hasReceipts) && acceptsLegs(at) && (m_search.isEmpty() || m_search.accepts(at));
+               (!m_isSelection || m_selected[at]) && m_kinds.accepts(entry.kind) &&
+               m_categories.accepts(entry.category) && m_members.accepts(entry.member) &&
+               acceptsReceipts(entry.hasReceipts) && acceptsLegs(at) && m_standings.accepts(at) &&
+               (m_search.isEmpty() || m_search.accepts(at));
     }
 
 private:
+    void select(const SharedList<std::string>& ids)
+    {
+        m_selected.resize(m_book.size());
+        for (const auto& id : ids) {
+            if (const auto at = m_book.find(id); at != LedgerBook::none)
+                m_selected[at] = true;
+        }
+    }
+
     [[nodiscard]] bool acceptsReceipts(bool attached) const
     {
         return m_receipts == Receipts::any || attached == (m_receipts == Receipts::attached);
@@ -133,11 +184,14 @@ private:
     Mask m_currencies;
     Mask m_members;
     AmountBounds m_amounts;
+    Standings m_standings;
     Receipts m_receipts;
     std::uint32_t m_first;
     std::uint32_t m_last;
     bool m_isFigure;
     std::vector<bool> m_ofFigure;
+    bool m_isSelection;
+    std::vector<bool> m_selected;
 };
 
 }
@@ -163,8 +217,12 @@ bool LedgerFilter::isSet(Part part) const
         return !memberIDs.empty();
     case Part::amounts:
         return amounts != Amounts{};
+    case Part::standings:
+        return !standings.empty();
     case Part::figure:
         return figure.has_value();
+    case Part::selection:
+        return entryIDs.has_value();
     }
     return false;
 }
@@ -200,8 +258,14 @@ LedgerFilter LedgerFilter::without(Part part) const
     case Part::amounts:
         wider.amounts = {};
         break;
+    case Part::standings:
+        wider.standings.clear();
+        break;
     case Part::figure:
         wider.figure.reset();
+        break;
+    case Part::selection:
+        wider.entryIDs.reset();
         break;
     }
     return wider;
@@ -209,7 +273,7 @@ LedgerFilter LedgerFilter::without(Part part) const
 
 bool LedgerFilter::narrows() const
 {
-    return isSet(Part::text) || isSet(Part::figure) ||
+    return isSet(Part::text) || isSet(Part::figure) || isSet(Part::selection) ||
            std::ranges::any_of(listedParts, [&](Part part) { return isSet(part); });
 }
 
@@ -244,6 +308,7 @@ std::optional<LedgerBlockingPart> blockingPart(const LedgerBook& book, const Led
     };
     consider(Part::text);
     consider(Part::figure);
+    consider(Part::selection);
     std::ranges::for_each(LedgerFilter::listedParts, consider);
     return worst;
 }

@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "LedgerCore/Domain/Calendar/Period.h"
@@ -14,7 +15,20 @@
 /// Which entries the ledger shows. The parts narrow each other; inside one part any choice will do, and a part
 /// without a choice lets everything through.
 struct LedgerFilter {
-    enum class Part { period, text, kinds, accounts, categories, currencies, receipts, members, amounts, figure };
+    enum class Part {
+        period,
+        text,
+        kinds,
+        accounts,
+        categories,
+        currencies,
+        receipts,
+        members,
+        amounts,
+        standings,
+        figure,
+        selection
+    };
     enum class Receipts { any, attached, missing };
     /// What an entry moves, whichever way: hundredths of a unit of each currency, bounds included.
     struct Amounts {
@@ -34,7 +48,9 @@ struct LedgerFilter {
     Receipts receipts = Receipts::any;
     Choices memberIDs = {}; // who recorded it
     Amounts amounts = {};
-    std::optional<ReportFigure> figure = {}; // only what this figure of a report is the sum of
+    Choices standings = {};                               // of `LedgerStandings`
+    std::optional<ReportFigure> figure = {};              // only what this figure of a report is the sum of
+    std::optional<SharedList<std::string>> entryIDs = {}; // only those that a person has selected
 
     bool operator==(const LedgerFilter&) const = default;
 
@@ -48,8 +64,19 @@ struct LedgerFilter {
                                             Part::receipts};
     /// All that one list of filters offers, those among them.
     static constexpr std::array listedParts{Part::kinds,    Part::accounts, Part::categories, Part::currencies,
-                                            Part::receipts, Part::members,  Part::amounts};
+                                            Part::receipts, Part::members,  Part::amounts,    Part::standings};
+    /// Those of them that have no button.
+    static constexpr std::array furtherParts{Part::members, Part::amounts, Part::standings};
 };
+
+/// What can be asked about how entries stand; of several, one is enough.
+namespace LedgerStandings {
+inline constexpr std::string_view inForce = "inForce";         // neither reversed nor a reversal
+inline constexpr std::string_view reversed = "reversed";       // what was taken back
+inline constexpr std::string_view reversals = "reversals";     // what takes something back
+inline constexpr std::string_view ownByOthers = "ownByOthers"; // reversals by others of what the member had recorded
+inline constexpr std::array all{inForce, reversed, reversals, ownByOthers};
+}
 
 /// The entries that pass, in the book's own order.
 std::vector<std::uint32_t> matching(const LedgerBook& book, const LedgerFilter& filter);

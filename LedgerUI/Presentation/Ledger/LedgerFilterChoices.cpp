@@ -119,6 +119,19 @@ Choices currencyChoices(const LedgerBook& book)
     return choices;
 }
 
+QString standingName(std::string_view standing, std::string_view locale)
+{
+    return wordIn(locale, ledgerWords(), "standing." + std::string{standing});
+}
+
+Choices standingChoices(std::string_view locale)
+{
+    Choices choices;
+    for (const auto standing : LedgerStandings::all)
+        choices.push_back({std::string{standing}, standingName(standing, locale)});
+    return choices;
+}
+
 /// What one chosen id is called on a chip.
 QString choiceName(const LedgerBook& book, Part part, const std::string& id)
 {
@@ -128,6 +141,8 @@ QString choiceName(const LedgerBook& book, Part part, const std::string& id)
         return QString::fromStdString(book.names().category(id));
     if (part == Part::members)
         return QString::fromStdString(book.names().member(id));
+    if (part == Part::standings)
+        return standingName(id, book.locale());
     return part == Part::kinds ? kindName(id, book.locale()) : QString::fromStdString(id);
 }
 
@@ -142,20 +157,21 @@ QString amountsText(const LedgerFilter::Amounts& amounts, std::string_view local
                          : wordIn(locale, ledgerWords(), "amounts.between", {least, most});
 }
 
-/// What a figure of a report is called on a chip: "Figure: Expense in IDR, Payroll".
+/// What a figure of a report is called: "Expense in IDR, Payroll".
 QString figureText(const LedgerBook& book, const ReportFigure& figure)
 {
     const auto& locale = book.locale();
     QStringList parts{reportFigureText(figure, locale)};
-    if (figure.lines != ReportFigure::Lines::all)
+    if (figure.lines == ReportFigure::Lines::severalCategories)
+        parts << countedIn(locale, reportWords(), "categoryCount", figure.categoryIDs.size());
+    else if (figure.lines != ReportFigure::Lines::all)
         parts << (figure.categoryID.empty() ? wordIn(locale, reportWords(), "noCategory")
                                             : QString::fromStdString(book.names().category(figure.categoryID)));
     if (figure.scope.accountIDs && figure.scope.accountIDs->size() == 1)
         parts << QString::fromStdString(book.names().account(*figure.scope.accountIDs->begin()));
     else if (figure.scope.accountIDs)
         parts << countedIn(locale, reportWords(), "accounts", figure.scope.accountIDs->size());
-    return wordIn(locale, ledgerWords(), "chip",
-                  {partName(Part::figure, locale).toStdString(), listed(parts, locale).toStdString()});
+    return listed(parts, locale);
 }
 
 }
@@ -196,10 +212,13 @@ std::vector<LedgerFilterChoice> filterChoices(const LedgerBook& book, Part part)
     case Part::receipts:
         return {{std::string{attached}, wordIn(book.locale(), ledgerWords(), "filter.attached")},
                 {std::string{missing}, wordIn(book.locale(), ledgerWords(), "filter.missing")}};
+    case Part::standings:
+        return standingChoices(book.locale());
     case Part::period:
     case Part::text:
     case Part::amounts:
     case Part::figure:
+    case Part::selection:
         break;
     }
     return {};
@@ -222,10 +241,13 @@ LedgerFilter::Choices chosenIn(const LedgerFilter& filter, Part part)
         break;
     case Part::members:
         return filter.memberIDs;
+    case Part::standings:
+        return filter.standings;
     case Part::period:
     case Part::text:
     case Part::amounts:
     case Part::figure:
+    case Part::selection:
         break;
     }
     return {};
@@ -255,10 +277,14 @@ LedgerFilter withChosen(LedgerFilter filter, Part part, LedgerFilter::Choices ch
     case Part::members:
         filter.memberIDs = std::move(choices);
         break;
+    case Part::standings:
+        filter.standings = std::move(choices);
+        break;
     case Part::period:
     case Part::text:
     case Part::amounts:
     case Part::figure:
+    case Part::selection:
         break;
     }
     return filter;
@@ -266,9 +292,10 @@ LedgerFilter withChosen(LedgerFilter filter, Part part, LedgerFilter::Choices ch
 
 QString partName(Part part, std::string_view locale)
 {
-    static constexpr std::string_view keys[] = {
-        "filter.period",     "filter.text",     "filter.kinds",   "filter.accounts", "filter.categories",
-        "filter.currencies", "filter.receipts", "filter.members", "filter.amounts",  "filter.figure"};
+    static constexpr std::string_view keys[] = {"filter.period",    "filter.text",       "filter.kinds",
+                                                "filter.accounts",  "filter.categories", "filter.currencies",
+                                                "filter.receipts",  "filter.members",    "filter.amounts",
+                                                "filter.standings", "filter.figure",     "filter.selection"};
     return wordIn(locale, ledgerWords(), keys[static_cast<std::size_t>(part)]);
 }
 
@@ -280,15 +307,10 @@ QString partText(const LedgerBook& book, const LedgerFilter& filter, Part part)
     };
     if (part == Part::period)
         return named(periodLabel(filter.period, locale).toStdString());
-    if (part == Part::text)
-        return named(filter.text);
-    if (part == Part::amounts)
-        return named(amountsText(filter.amounts, locale).toStdString());
-    if (part == Part::figure)
-        return filter.figure ? figureText(book, *filter.figure) : QString{};
+    if (part == Part::text || part == Part::amounts || part == Part::figure || part == Part::selection)
+        return filter.isSet(part) ? named(partValue(book, filter, part).toStdString()) : QString{};
     if (part == Part::receipts)
-        return wordIn(locale, ledgerWords(),
-                      filter.receipts == Receipts::attached ? "filter.attached" : "filter.missing");
+        return partValue(book, filter, part);
     const auto chosen = chosenIn(filter, part);
     if (chosen.empty())
         return partName(part, locale);
@@ -297,4 +319,38 @@ QString partText(const LedgerBook& book, const LedgerFilter& filter, Part part)
         return named(first);
     return wordIn(locale, ledgerWords(), "chip.several",
                   {partName(part, locale).toStdString(), first, groupedNumber(chosen.size() - 1, locale)});
+}
+
+QString partValue(const LedgerBook& book, const LedgerFilter& filter, Part part)
+{
+    const auto& locale = book.locale();
+    switch (part) {
+    case Part::period:
+        return periodLabel(filter.period, locale);
+    case Part::text:
+        return qString(filter.text);
+    case Part::amounts:
+        return amountsText(filter.amounts, locale);
+    case Part::figure:
+        return filter.figure ? figureText(book, *filter.figure) : QString{};
+    case Part::selection:
+        return filter.entryIDs ? countedIn(locale, ledgerWords(), "entries", filter.entryIDs->size()) : QString{};
+    case Part::receipts:
+        return wordIn(locale, ledgerWords(),
+                      filter.receipts == Receipts::attached ? "filter.attached" : "filter.missing");
+    case Part::kinds:
+    case Part::accounts:
+    case Part::categories:
+    case Part::currencies:
+    case Part::members:
+    case Part::standings:
+        break;
+    }
+    QStringList names;
+    const auto chosen = chosenIn(filter, part);
+    for (const auto& choice : filterChoices(book, part)) {
+        if (chosen.contains(choice.id))
+            names << choice.text;
+    }
+    return listed(names, locale);
 }

@@ -32,3 +32,5 @@ std::optional<std::optional<std::int64_t>> readAmountBound(const QString& text, 
 QString partName(LedgerFilter::Part part, std::string_view locale);
 /// What a set part asks for, in words: "Account: Operating bank and 2 more".
 QString partText(const LedgerBook& book, const LedgerFilter& filter, LedgerFilter::Part part);
+/// Everything that a set part asks for, without its name: "Operating bank, Singapore, Petty cash".
+QString partValue(const LedgerBook& book, const LedgerFilter& filter, LedgerFilter::Part part);

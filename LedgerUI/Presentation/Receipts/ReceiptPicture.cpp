@@ -66,7 +66,8 @@ Seen ReceiptPictures::read(std::string_view data, std::string_view mime, QSize r
         return std::unexpected(ReceiptUnseen::tooLarge);
     auto image = ReceiptImage::read(data, mime, std::max(room.width(), room.height()));
     if (!image)
-        return std::unexpected(ReceiptUnseen::damaged);
+        return std::unexpected(image.error() == ReceiptImage::Unread::tooLarge ? ReceiptUnseen::tooLarge
+                                                                               : ReceiptUnseen::damaged);
     const bool fits = image->width() <= room.width() && image->height() <= room.height();
     return ReceiptPicture{ReceiptImage::opaque(
         fits ? *std::move(image) : image->scaled(room, Qt::KeepAspectRatio, Qt::SmoothTransformation))};

@@ -32,7 +32,7 @@ struct ReadyReceipt {
 namespace ReceiptSources {
 
 /// A picture past this size is not even read: it could not be a photo of a receipt.
-inline constexpr std::int64_t readBytes = 100 * 1024 * 1024;
+inline constexpr std::int64_t readBytes = std::int64_t{100} * 1024 * 1024;
 
 /// Reads, checks by its content and compresses. Blocks: call it on a worker. `locale` is that of names that the
 /// receipt is given.

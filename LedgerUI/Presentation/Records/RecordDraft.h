@@ -12,7 +12,7 @@
 
 #include "LedgerCore/Domain/Money/MoneyError.h"
 #include "LedgerCore/Domain/Records/Member.h"
-#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
+#include "LedgerUI/Presentation/Forms/AmountTyping.h"
 #include "LedgerUI/Presentation/Records/RecordForm.h"
 
 /// What a person typed for each of several people, by the person.
@@ -50,6 +50,7 @@ struct RecordDraft {
     State captured = {};
     bool initialized = false;
     bool needsReload = false;                           // the records have changed since
+    bool amountDropped = false;                         // what was typed, when another currency was chosen
     TypedTexts newest = {};                             // what newer records say where a person typed something else
     std::map<RecordPart, std::string> newestParts = {}; // so of the fields that stand once
     std::vector<RecordProblem<Refusal>> problems = {};
@@ -104,6 +105,7 @@ template <class Text, class People>
 std::vector<Text> textsOf(const TypedTexts& texts, const People& people)
 {
     std::vector<Text> typed;
+    typed.reserve(people.size());
     for (const auto& person : people)
         typed.push_back({person.id, typedFor(texts, person.id)});
     return typed;
@@ -185,6 +187,7 @@ bool isEdited(Form form, const Form& initial)
     form.problems = initial.problems;
     form.captured = initial.captured;
     form.needsReload = initial.needsReload;
+    form.amountDropped = initial.amountDropped;
     form.newest = initial.newest;
     form.newestParts = initial.newestParts;
     return form != initial;

@@ -7,9 +7,9 @@
 
 #include <QString>
 
-#include "LedgerUI/Presentation/Entry/EntryDay.h"
 #include "LedgerUI/Presentation/Forms/AccountChoice.h"
 #include "LedgerUI/Presentation/Forms/Submission.h"
+#include "LedgerUI/Presentation/Period/DayTyping.h"
 #include "LedgerUI/Presentation/Records/RecordFigure.h"
 
 /// The parts of the forms for capital and dividends, in the order in which they stand.
@@ -62,7 +62,7 @@ struct RecordField {
     QString prompt = {};       // while nothing is chosen
     QString hint = {};
     QString message = {}; // what is wrong
-    EntryDayContent day = {};
+    DayContent day = {};
     bool isOn = false;     // of a tick
     bool isHalf = false;   // two halves share a row
     std::size_t limit = 0; // the most characters of a text
@@ -107,6 +107,7 @@ struct RecordFormContent {
     QString foot = {};
     QString whyNotConfirm = {}; // said by the button
     QString problem = {};       // what is wrong with the form as a whole
+    QString notice = {};        // what the form has done by itself
     QString conflict = {};      // the records have changed; offers to load the newest
     QString reload = {};        // what the button for it says
     bool hasChanges = false;

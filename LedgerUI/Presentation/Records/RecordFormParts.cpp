@@ -76,6 +76,7 @@ RecordField RecordFormParts::currency(const QString& label, const std::vector<st
                                       std::string_view chosen, std::string_view locale)
 {
     std::vector<RecordChoice> choices;
+    choices.reserve(codes.size());
     for (const auto& code : codes)
         choices.push_back({code, qString(code) + QStringLiteral("  ") + qString(EntryWords::currency(code, locale))});
     return choice(RecordPart::currency, label, std::move(choices), chosen, {});
@@ -99,7 +100,7 @@ RecordField RecordFormParts::account(const QString& label, const QString& prompt
     return field;
 }
 
-RecordField RecordFormParts::day(RecordPart part, const QString& label, std::string_view day, EntryDayBounds bounds,
+RecordField RecordFormParts::day(RecordPart part, const QString& label, std::string_view day, DayBounds bounds,
                                  const QString& prompt, std::string_view locale)
 {
     RecordField field{.part = part, .kind = RecordField::Kind::day, .label = label, .chosen = std::string{day}};

@@ -27,8 +27,8 @@ RecordField currency(const QString& label, const std::vector<std::string>& codes
 /// With what is on each of the accounts in this currency.
 RecordField account(const QString& label, const QString& prompt, const std::vector<const Account*>& accounts,
                     std::string_view currency, std::string_view chosen, std::string_view locale);
-RecordField day(RecordPart part, const QString& label, std::string_view day, EntryDayBounds bounds,
-                const QString& prompt, std::string_view locale);
+RecordField day(RecordPart part, const QString& label, std::string_view day, DayBounds bounds, const QString& prompt,
+                std::string_view locale);
 /// The members who stand for nobody else, with a row for nobody.
 RecordField member(const QString& label, const QString& nobody, const LedgerSnapshot& snapshot,
                    const std::vector<std::string>& taken, const std::optional<std::string>& chosen);

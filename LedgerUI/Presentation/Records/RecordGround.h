@@ -150,6 +150,8 @@ void complete(RecordFormContent& content, const Submission<Form, Command>& submi
     if (sentences.keepsDay)
         content.foot = ground.word("recordedOn", {ground.day(isSettled ? std::string_view{sent->date} : ground.today)});
     addMessages(content, form.problems, ground.locale);
+    if (form.amountDropped && !isSettled)
+        content.notice = ground.word("amountDropped");
     addNewest(content, ground);
     if (form.needsReload && !isSettled) {
         content.conflict = sentences.changed;

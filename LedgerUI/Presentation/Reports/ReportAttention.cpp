@@ -1,12 +1,14 @@
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <unordered_map>
 #include <utility>
 
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
+#include "LedgerCore/Domain/Entries/EntryStanding.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Reports/FloatSpending.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
@@ -25,7 +27,7 @@ bool wantsReceipt(const LedgerTransaction& entry)
 {
     const bool hasOne =
         entry.kind == EntryKind::income || entry.kind == EntryKind::expense || entry.kind == EntryKind::refund;
-    return hasOne && !entry.reversedBy && entry.attachmentIDs.empty();
+    return hasOne && EntryStanding::isInForce(entry) && entry.attachmentIDs.empty();
 }
 
 class Collection {
@@ -39,16 +41,16 @@ public:
             m_items.push_back({.kind = AttentionItem::Kind::startUnconfirmed, .text = word("startDate")});
     }
 
-    /// Accounts that held a float and hold nothing, or less, in a currency that they were funded in.
-    void addFloats()
+    /// Accounts that held a float and hold less than a month's spending, nothing or less than that, in a currency that
+    /// they were funded in.
+    void addFloats(std::chrono::year_month_day today)
     {
+        const FloatSpending spending{m_snapshot, today};
         for (const auto& account : m_snapshot.accounts) {
-            const bool isRestricted =
-                account.purpose == AccountPurpose::employee || account.purpose == AccountPurpose::refund;
-            if (!isRestricted || account.archived)
+            if (!account.isRestricted() || account.archived)
                 continue;
             for (const auto& currency : account.currencies)
-                addFloat(account, currency);
+                addFloat(account, currency, spending.inAMonth(account.id, currency));
         }
     }
 
@@ -61,6 +63,8 @@ public:
 
     void addOpenings()
     {
+        if (!OpeningBalancePolicy::areWanted(m_snapshot))
+            return;
         std::size_t count = 0;
         std::string account;
         std::string currency;
@@ -98,17 +102,25 @@ public:
     std::vector<AttentionItem> items() && { return std::move(m_items); }
 
 private:
-    void addFloat(const Account& account, const std::string& currency)
+    void addFloat(const Account& account, const std::string& currency, std::int64_t spentInAMonth)
     {
         const auto balance = account.balance(currency);
-        if (balance > 0 || (balance == 0 && !account.balances.contains(currency)))
-            return;
-        const auto sum = balanceText(balance, currency, m_locale).text().toStdString();
-        m_items.push_back({.kind = balance < 0 ? AttentionItem::Kind::floatBelowZero : AttentionItem::Kind::floatEmpty,
-                           .text = wordIn(m_locale, reportWords(), balance < 0 ? "float.negative" : "float.empty",
-                                          {account.name, balance < 0 ? sum : currency}),
-                           .accountID = account.id,
-                           .currency = currency});
+        const auto sum = [&](std::int64_t minor) {
+            return balanceText(minor, currency, m_locale).text().toStdString();
+        };
+        const auto add = [&](AttentionItem::Kind kind, std::string_view key,
+                             std::initializer_list<std::string_view> values) {
+            m_items.push_back({.kind = kind,
+                               .text = wordIn(m_locale, reportWords(), key, values),
+                               .accountID = account.id,
+                               .currency = currency});
+        };
+        if (balance < 0)
+            add(AttentionItem::Kind::floatBelowZero, "float.negative", {account.name, sum(balance)});
+        else if (balance == 0 && account.balances.contains(currency))
+            add(AttentionItem::Kind::floatEmpty, "float.empty", {account.name, currency});
+        else if (balance > 0 && balance < spentInAMonth)
+            add(AttentionItem::Kind::floatLow, "float.low", {account.name, sum(balance), sum(spentInAMonth)});
     }
 
     void addSum(AttentionItem::Kind kind, std::string_view key, std::int64_t minor, const std::string& currency)
@@ -149,11 +161,11 @@ std::size_t ReportAttention::entriesWithoutReceipt(const LedgerSnapshot& snapsho
 }
 
 std::vector<AttentionItem> ReportAttention::items(const LedgerSnapshot& snapshot, const Period& period,
-                                                  std::string_view locale)
+                                                  std::chrono::year_month_day today, std::string_view locale)
 {
     Collection collection{snapshot, locale};
     collection.addStart();
-    collection.addFloats();
+    collection.addFloats(today);
     collection.addOpenings();
     collection.addDividends();
     collection.addReceipts(period);
@@ -164,13 +176,14 @@ std::vector<AttentionItem> ReportAttention::reversedByOthers(const LedgerSnapsho
                                                              std::string_view locale)
 {
     const auto& own = snapshot.currentMember.id;
-    std::unordered_set<std::string_view> recorded;
+    std::unordered_map<std::string_view, const LedgerTransaction*> reversed;
     for (const auto& entry : snapshot.transactions) {
         if (entry.reversedBy && entry.memberID == own)
-            recorded.insert(entry.id);
+            reversed.emplace(entry.id, &entry);
     }
     const auto count = std::ranges::count_if(snapshot.transactions, [&](const auto& entry) {
-        return entry.reversalOf && entry.memberID != own && recorded.contains(*entry.reversalOf) &&
+        const auto found = entry.reversalOf ? reversed.find(*entry.reversalOf) : reversed.end();
+        return found != reversed.end() && EntryStanding::isUndoneByOthers(*found->second, entry, own) &&
                period.contains(entry.date);
     });
     if (count == 0)

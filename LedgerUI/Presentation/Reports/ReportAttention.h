@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -24,6 +25,7 @@ struct AttentionItem {
         requestsUnconfirmed, // opens the list of all requests that are kept
         receiptsMissing,     // opens the ledger, filtered
         floatEmpty,          // opens a transfer to `accountID`
+        floatLow,            // likewise
         floatBelowZero,      // opens the entries of `accountID`
         startUnconfirmed,    // opens the bookkeeping setup
         openingsMissing,     // opens an opening balance on `accountID`
@@ -44,9 +46,11 @@ struct AttentionItem {
 
 namespace ReportAttention {
 
-/// What in these books wants a hand, the most pressing first. Only what the member may see and mend: nothing about
+/// What in these books wants a hand, the most pressing first. A float runs low when it holds less than it spends in a
+/// month. Only what the member may see and mend: nothing about
 /// openings without the right to record one.
-std::vector<AttentionItem> items(const LedgerSnapshot& snapshot, const Period& period, std::string_view locale);
+std::vector<AttentionItem> items(const LedgerSnapshot& snapshot, const Period& period,
+                                 std::chrono::year_month_day today, std::string_view locale);
 
 /// A row for what somebody else reversed in the period of what the signed-in member had recorded, if there is any.
 std::vector<AttentionItem> reversedByOthers(const LedgerSnapshot& snapshot, const Period& period,

@@ -1,15 +1,19 @@
 #include "LedgerUI/Presentation/Reports/ReportExport.h"
 
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <utility>
 
 #include <QPointer>
+#include <QStringList>
 
 #include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Exports/ReportExportAuthorization.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/ExportChangesText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
@@ -44,6 +48,26 @@ std::string contentOf(const ReportSheet& sheet, ReportPart part, std::string_vie
     return {};
 }
 
+std::unexpected<Failure> refused(ExportRefusal refusal)
+{
+    return std::unexpected(
+        Failure{APIError{.status = status(refusal), .code = std::string{code(refusal)}, .message = {}}});
+}
+
+/// Takes them apart as well, where nobody waits for it.
+Result<void> compared(std::vector<ReportExportAuthorization>& all, const LedgerSnapshot& books)
+{
+    Result<void> outcome;
+    for (const auto& each : all) {
+        if (const auto valid = each.validate(books); !valid) {
+            outcome = refused(valid.error());
+            break;
+        }
+    }
+    all.clear();
+    return outcome;
+}
+
 Prepared prepared(const ReportSheet& sheet, ReportPart part)
 {
     std::vector<ReportExportAuthorization> all;
@@ -66,17 +90,47 @@ QCoro::Task<Result<void>> ReportExport::permission(LedgerStore* store, ReportShe
     auto preparing = runForSize(onWorker, [all, sheet, part] { *all = prepared(*sheet, part); });
     co_await preparing;
     if (!*all)
-        co_return std::unexpected(
-            Failure{APIError{.status = status(all->error()), .code = std::string{code(all->error())}, .message = {}}});
-    for (auto& each : **all) {
-        if (!guard)
-            co_return std::unexpected(Failure{Cancelled{}});
-        auto checking = guard->validateReportExport(std::move(each), false);
-        auto checked = co_await checking;
-        if (!checked)
-            co_return checked;
-    }
-    co_return Result<void>{};
+        co_return refused(all->error());
+    if (!guard)
+        co_return std::unexpected(Failure{Cancelled{}});
+    if ((*all)->empty())
+        co_return Result<void>{};
+    auto checking = guard->validateReportExport(std::move((*all)->back()), false);
+    (*all)->pop_back();
+    auto checked = co_await checking;
+    if (!checked)
+        co_return checked;
+    const auto books = guard ? guard->snapshot() : nullptr;
+    if (!books)
+        co_return std::unexpected(Failure{Cancelled{}});
+    // The other currencies are compared with the books that were loaded for the first.
+    const auto outcome = std::make_shared<Result<void>>();
+    auto comparing = runForSize(onWorker, [all, books, outcome] { *outcome = compared(**all, *books); });
+    co_await comparing;
+    co_return *outcome;
+}
+
+QCoro::Task<QString> ReportExport::changes(ReportSheetPointer before, ReportSheetPointer now, ReportPart part)
+{
+    const auto text = std::make_shared<QString>();
+    auto comparing = runForSize(onWorker, [text, before, now, part] {
+        const auto earlier = prepared(*before, part);
+        const auto later = prepared(*now, part);
+        if (!earlier || !later)
+            return;
+        QStringList parts;
+        for (const auto& each : *earlier) {
+            const auto same = std::ranges::find(*later, each.currency, &ReportExportAuthorization::currency);
+            if (same == later->end())
+                continue;
+            const auto what = exportChangesText(ExportChanges::between(each.evidence, same->evidence), now->locale);
+            if (!what.isEmpty())
+                parts << wordIn(now->locale, reportWords(), "export.changedIn", {each.currency, what.toStdString()});
+        }
+        *text = parts.join(QLatin1Char('\n'));
+    });
+    co_await comparing;
+    co_return *text;
 }
 
 bool ReportExport::saysChanged(const Failure& failure)

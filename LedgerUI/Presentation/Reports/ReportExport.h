@@ -23,6 +23,10 @@ namespace ReportExport {
 /// for each currency of the report.
 QCoro::Task<Result<void>> permission(LedgerStore* store, ReportSheetPointer sheet, ReportPart part);
 
+/// What is different between two states of a report, a line for each currency: "USD: 2 entries added". Empty where
+/// nothing of it can be named.
+QCoro::Task<QString> changes(ReportSheetPointer before, ReportSheetPointer now, ReportPart part);
+
 /// Whether a failure says that the books have changed since.
 bool saysChanged(const Failure& failure);
 

@@ -1,5 +1,6 @@
 #include "LedgerUI/Presentation/Reports/ReportGrid.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QStringList>
@@ -14,6 +15,13 @@ QString copied(const ReportGridCell& cell)
     return cell.beside.isEmpty() ? text : QStringLiteral("%1 %2").arg(text, cell.beside);
 }
 
+/// The name of the row that this one is counted in; empty for one that stands alone.
+QString parentOf(const ReportGrid& grid, const ReportGridRow& row)
+{
+    const auto found = std::ranges::find(grid.rows, row.parentID, &ReportGridRow::id);
+    return row.parentID.empty() || found == grid.rows.end() ? QString{} : found->cells.front().text;
+}
+
 /// What a row says in columns that have words.
 QStringList textsOf(const ReportGrid& grid, const ReportGridRow& row)
 {
@@ -22,6 +30,8 @@ QStringList textsOf(const ReportGrid& grid, const ReportGridRow& row)
         if (grid.columns[column].kind != ReportGridColumn::Kind::line)
             texts << copied(row.cells[column]);
     }
+    if (!grid.partOf.isEmpty())
+        texts.insert(1, parentOf(grid, row));
     return texts;
 }
 
@@ -32,6 +42,8 @@ QStringList headsOf(const ReportGrid& grid)
         if (column.kind != ReportGridColumn::Kind::line)
             heads << column.head;
     }
+    if (!grid.partOf.isEmpty())
+        heads.insert(1, grid.partOf);
     return heads;
 }
 

@@ -68,6 +68,7 @@ struct ReportGridRow {
     std::vector<ReportGridCell> cells; // one for each column
     Level level = Level::plain;
     std::string parentID = {}; // the row that this one can be folded into
+    std::string currency = {}; // of its figures, where the rows have several
 
     bool operator==(const ReportGridRow&) const = default;
 };
@@ -77,6 +78,7 @@ struct ReportGrid {
     QString name;
     std::vector<ReportGridColumn> columns;
     std::vector<ReportGridRow> rows;
+    QString partOf = {}; // where rows are parts of others: the head of the column that says so in copies and files
 
     bool operator==(const ReportGrid&) const = default;
 };

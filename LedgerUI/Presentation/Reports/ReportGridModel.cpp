@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include <QStringList>
+
 #include "LedgerUI/Presentation/Table/RowPatch.h"
 
 void ReportGridModel::present(ReportGrid grid)
@@ -51,6 +53,20 @@ int ReportGridModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : static_cast<int>(m_grid.columns.size());
 }
 
+/// The cell with whatever its row has in columns that a narrow table leaves out.
+QString ReportGridModel::told(const QModelIndex& index) const
+{
+    QStringList lines{data(index, Qt::AccessibleTextRole).toString()};
+    for (int column = 0; column < columnCount(); ++column) {
+        const auto place = index.siblingAtColumn(column);
+        const auto& head = m_grid.columns[static_cast<std::size_t>(column)];
+        const auto text = data(place, Qt::AccessibleTextRole).toString();
+        if (head.isSpare && column != index.column() && !text.isEmpty())
+            lines << QStringLiteral("%1: %2").arg(head.head, text);
+    }
+    return lines.join(QLatin1Char('\n'));
+}
+
 QVariant ReportGridModel::data(const QModelIndex& index, int role) const
 {
     const auto* shown = cell(index);
@@ -58,6 +74,8 @@ QVariant ReportGridModel::data(const QModelIndex& index, int role) const
         return {};
     if (role == Qt::DisplayRole)
         return shown->text;
+    if (role == Qt::ToolTipRole)
+        return told(index);
     if (role == Qt::AccessibleTextRole) {
         const auto& said = shown->spoken.isEmpty() ? shown->text : shown->spoken;
         return shown->beside.isEmpty() ? said : QStringLiteral("%1, %2").arg(said, shown->beside);

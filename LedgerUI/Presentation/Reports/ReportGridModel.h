@@ -29,6 +29,8 @@ protected:
     void insert(const RowChange::Range& rows) override;
 
 private:
+    [[nodiscard]] QString told(const QModelIndex& index) const;
+
     ReportGrid m_grid;
     ReportGrid m_next; // while a change is announced
 };

@@ -77,7 +77,9 @@ private:
             row.monthEnds.push_back(month.closingMinor);
         if (code == m_overview.currency) {
             m_overview.chart = chartOf(*monthly);
-            m_overview.largestExpenses = largestOf(period, code);
+            m_overview.monthly = *monthly;
+            m_overview.largestExpenses = largestOf(period, Movement::expense, code);
+            m_overview.largestIncome = largestOf(period, Movement::income, code);
         }
         return std::nullopt;
     }
@@ -118,27 +120,34 @@ private:
         return chart;
     }
 
-    /// What was spent on, most first. Categories in which more was reversed than spent are no part of the whole.
-    [[nodiscard]] std::vector<ShareRow> largestOf(const ReportPeriod& period, const std::string& code) const
+    /// What was spent on or earned by, most first. Categories in which more was taken back than booked are no part of
+    /// the whole.
+    [[nodiscard]] std::vector<ShareRow> largestOf(const ReportPeriod& period, Movement side,
+                                                  const std::string& code) const
     {
-        std::vector<ReportCategoryLine> spent;
+        const std::int64_t sign = side == Movement::expense ? -1 : 1;
+        std::vector<std::pair<std::int64_t, std::string>> sums;
         std::int64_t whole = 0;
         for (const auto& line : period.categories) {
-            if (line.side != Movement::expense || line.netMinor() >= 0)
+            const auto sum = sign * line.netMinor(); // within what the book has found to fit
+            if (line.side != side || sum <= 0)
                 continue;
-            spent.push_back(line);
-            whole += line.netMinor(); // within what the book has found to fit
+            sums.emplace_back(sum, line.categoryID);
+            whole += sum;
         }
-        std::ranges::sort(spent, {}, [](const auto& line) { return std::pair{line.netMinor(), line.categoryID}; });
+        std::ranges::sort(sums, {}, [](const auto& each) { return std::pair{-each.first, each.second}; });
         const CategoryDirectory directory{m_snapshot.categories};
         std::vector<ShareRow> rows;
         std::int64_t named = 0;
-        for (const auto& line : spent | std::views::take(categoriesShown)) {
-            named += line.netMinor();
-            rows.push_back(shareRow(line.categoryID, nameOf(directory, line.categoryID), line.netMinor(), whole, code));
+        for (const auto& [sum, id] : sums | std::views::take(categoriesShown)) {
+            named += sum;
+            rows.push_back(shareRow(id, nameOf(directory, id), sum, whole, code));
         }
-        if (spent.size() > categoriesShown)
+        if (sums.size() > categoriesShown) {
             rows.push_back(shareRow(std::nullopt, word("otherCategories"), whole - named, whole, code));
+            for (const auto& [sum, id] : sums | std::views::drop(categoriesShown))
+                rows.back().rest.insert(id);
+        }
         double most = 0;
         for (const auto& row : rows)
             most = std::max(most, row.fraction);
@@ -147,14 +156,14 @@ private:
         return rows;
     }
 
-    [[nodiscard]] ShareRow shareRow(std::optional<std::string> id, QString name, std::int64_t minor, std::int64_t whole,
+    [[nodiscard]] ShareRow shareRow(std::optional<std::string> id, QString name, std::int64_t sum, std::int64_t whole,
                                     const std::string& code) const
     {
         return {.categoryID = std::move(id),
                 .name = std::move(name),
-                .amount = balanceText(-minor, code, m_locale),
-                .share = ReportOverviews::shareText(minor, whole, m_locale),
-                .fraction = static_cast<double>(minor) / static_cast<double>(whole)};
+                .amount = balanceText(sum, code, m_locale),
+                .share = ReportOverviews::shareText(sum, whole, m_locale),
+                .fraction = static_cast<double>(sum) / static_cast<double>(whole)};
     }
 
     [[nodiscard]] QString nameOf(const CategoryDirectory& directory, const std::string& id) const

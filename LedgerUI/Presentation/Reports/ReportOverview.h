@@ -30,9 +30,10 @@ struct CurrencyOverview {
     bool operator==(const CurrencyOverview&) const = default;
 };
 
-/// A part of a whole, as a row with a bar: a category with its share of all expenses.
+/// A part of a whole, as a row with a bar: a category with its share of all expenses, or of all income.
 struct ShareRow {
-    std::optional<std::string> categoryID; // unset for the rest; empty for the money of no category
+    std::optional<std::string> categoryID;        // unset for the rest; empty for the money of no category
+    std::set<std::string, std::less<>> rest = {}; // the categories that the rest is made of
     QString name;
     MoneyText amount;
     QString share;       // "39.3 %"
@@ -46,7 +47,9 @@ struct ReportOverview {
     std::string currency; // that chart and list are about; empty when there is none
     ChartData chart;      // income, expense and net of twelve months; the chosen month when the period is one
     std::vector<std::chrono::year_month> months; // of the chart's slots
+    Report monthly = {};                         // the same months in figures
     std::vector<ShareRow> largestExpenses;
+    std::vector<ShareRow> largestIncome;
 
     bool operator==(const ReportOverview&) const = default;
 };

@@ -1,7 +1,9 @@
 #include "LedgerUI/Presentation/Reports/ReportOverviewGrids.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -12,7 +14,8 @@ namespace {
 
 class CurrencyRow {
 public:
-    CurrencyRow(const CurrencyOverview& shown, const ReportOverviewGrids::Frame& frame) : m_shown(shown), m_frame(frame)
+    CurrencyRow(const CurrencyOverview& shown, const ReportOverviewGrids::Frame& frame, std::string_view locale)
+        : m_shown(shown), m_frame(frame), m_locale(locale)
     {
     }
 
@@ -31,7 +34,7 @@ public:
                 moved(m_shown.other, Tone::quiet, ReportFigure::otherMovements()),
                 balance(m_shown.closing, Tone::strong,
                         isOpenEnded ? m_frame.period : ReportOverviewGrids::daysUntil(m_frame, last)),
-                {.text = {}, .line = m_shown.monthEnds}};
+                {.text = {}, .spoken = spokenLine(), .line = m_shown.monthEnds}};
     }
 
 private:
@@ -55,8 +58,23 @@ private:
         return ReportGrids::moneyCell(money, tone, std::move(backing));
     }
 
+    /// What the drawing of the month ends tells, in words.
+    [[nodiscard]] QString spokenLine() const
+    {
+        const auto& ends = m_shown.monthEnds;
+        if (ends.empty())
+            return {};
+        const auto said = [&](std::int64_t minor) {
+            return balanceText(minor, m_shown.currency, m_locale).spoken.toStdString();
+        };
+        const auto [least, most] = std::ranges::minmax(ends);
+        return wordIn(m_locale, reportWords(), "twelveMonths.spoken",
+                      {said(ends.front()), said(ends.back()), said(least), said(most)});
+    }
+
     const CurrencyOverview& m_shown;
     const ReportOverviewGrids::Frame& m_frame;
+    std::string_view m_locale;
 };
 
 std::vector<ReportGridColumn> currencyColumns(std::string_view locale)
@@ -76,6 +94,36 @@ std::vector<ReportGridColumn> currencyColumns(std::string_view locale)
             column("twelveMonths", Kind::line)};
 }
 
+struct Largest {
+    std::string_view name; // a key of the words
+    const std::vector<ShareRow>& rows;
+    ChartRole role;
+    ReportFigure figure; // of all of them
+};
+
+ReportGrid largest(const Largest& asked, const Period& period, std::string_view locale)
+{
+    ReportGrid grid{.name = wordIn(locale, reportWords(), asked.name),
+                    .columns = {{.head = wordIn(locale, reportWords(), "category"), .kind = Kind::name},
+                                {.head = wordIn(locale, reportWords(), "amount")}},
+                    .rows = {}};
+    for (const auto& each : asked.rows) {
+        ReportBacking backing{.period = period, .figure = asked.figure};
+        backing.figure.lines =
+            each.categoryID ? ReportFigure::Lines::categoryAlone : ReportFigure::Lines::severalCategories;
+        backing.figure.categoryID = each.categoryID.value_or(std::string{});
+        backing.figure.categoryIDs = each.rest;
+        auto amount = ReportGrids::moneyCell(each.amount, Tone::plain, backing);
+        amount.beside = each.share;
+        const auto role = each.categoryID ? asked.role : ChartRole::other;
+        grid.rows.push_back(
+            {.id = each.categoryID ? "category " + *each.categoryID : "rest",
+             .cells = {{.text = each.name, .bar = ReportBar{each.fraction, role}, .backing = std::move(backing)},
+                       std::move(amount)}});
+    }
+    return grid;
+}
+
 }
 
 std::optional<Period> ReportOverviewGrids::daysUntil(const Frame& frame, std::chrono::sys_days last)
@@ -88,31 +136,38 @@ ReportGrid ReportOverviewGrids::currencies(const ReportOverview& overview, const
     ReportGrid grid{
         .name = wordIn(locale, reportWords(), "table.currencies"), .columns = currencyColumns(locale), .rows = {}};
     for (const auto& each : overview.currencies)
-        grid.rows.push_back({.id = each.currency, .cells = CurrencyRow{each, frame}.cells()});
+        grid.rows.push_back({.id = each.currency, .cells = CurrencyRow{each, frame, locale}.cells()});
+    return grid;
+}
+
+ReportGrid ReportOverviewGrids::months(const ReportOverview& overview, const Frame& frame, std::string_view locale)
+{
+    std::vector<Period> months;
+    for (const auto month : overview.months)
+        months.push_back(Period::containing(Period::Span::month, month / 1));
+    auto grid = ReportPeriodGrids::table(overview.monthly, months, frame.firstDay, locale);
+    grid.name = wordIn(locale, reportWords(), "table.months");
     return grid;
 }
 
 ReportGrid ReportOverviewGrids::largestExpenses(const ReportOverview& overview, const Frame& frame,
                                                 std::string_view locale)
 {
-    ReportGrid grid{.name = wordIn(locale, reportWords(), "table.expenses"),
-                    .columns = {{.head = wordIn(locale, reportWords(), "category"), .kind = Kind::name},
-                                {.head = wordIn(locale, reportWords(), "amount")}},
-                    .rows = {}};
-    for (const auto& each : overview.largestExpenses) {
-        std::optional<ReportBacking> backing;
-        if (each.categoryID)
-            backing = ReportBacking{.period = frame.period,
-                                    .figure = {.scope = {.currency = overview.currency, .accountIDs = frame.accountIDs},
-                                               .movements = ReportFigure::expenseMovements(),
-                                               .lines = ReportFigure::Lines::categoryAlone,
-                                               .categoryID = *each.categoryID}};
-        auto amount = ReportGrids::moneyCell(each.amount, Tone::plain, backing);
-        amount.beside = each.share;
-        const auto role = each.categoryID ? ChartRole::expense : ChartRole::other;
-        grid.rows.push_back({.id = each.categoryID ? "category " + *each.categoryID : "rest",
-                             .cells = {{.text = each.name, .bar = ReportBar{each.fraction, role}, .backing = backing},
-                                       std::move(amount)}});
-    }
-    return grid;
+    return largest({.name = "table.expenses",
+                    .rows = overview.largestExpenses,
+                    .role = ChartRole::expense,
+                    .figure = {.scope = {.currency = overview.currency, .accountIDs = frame.accountIDs},
+                               .movements = ReportFigure::expenseMovements()}},
+                   frame.period, locale);
+}
+
+ReportGrid ReportOverviewGrids::largestIncome(const ReportOverview& overview, const Frame& frame,
+                                              std::string_view locale)
+{
+    return largest({.name = "table.largestIncome",
+                    .rows = overview.largestIncome,
+                    .role = ChartRole::income,
+                    .figure = {.scope = {.currency = overview.currency, .accountIDs = frame.accountIDs},
+                               .movements = ReportFigure::incomeMovements()}},
+                   frame.period, locale);
 }

@@ -16,8 +16,12 @@ struct Frame {
 /// A row for each currency: opening, income, expense, net, other movements, closing and twelve month ends.
 ReportGrid currencies(const ReportOverview& overview, const Frame& frame, std::string_view locale);
 
-/// What was spent on, most first, in rows of two lines.
+/// The months of the chart in figures, the newest first.
+ReportGrid months(const ReportOverview& overview, const Frame& frame, std::string_view locale);
+
+/// What was spent on or earned by, most first, in rows of two lines.
 ReportGrid largestExpenses(const ReportOverview& overview, const Frame& frame, std::string_view locale);
+ReportGrid largestIncome(const ReportOverview& overview, const Frame& frame, std::string_view locale);
 
 /// The days that a balance at the end of `last` is the sum of; nothing before the first entry.
 std::optional<Period> daysUntil(const Frame& frame, std::chrono::sys_days last);

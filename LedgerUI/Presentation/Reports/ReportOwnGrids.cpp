@@ -43,7 +43,7 @@ public:
             if (!matrix)
                 return std::unexpected(matrix.error());
             for (const auto& row : matrix->rows)
-                grid.rows.push_back({.id = row.accountID + ' ' + code, .cells = cells(row, code)});
+                grid.rows.push_back({.id = row.accountID + ' ' + code, .cells = cells(row, code), .currency = code});
         }
         return grid;
     }

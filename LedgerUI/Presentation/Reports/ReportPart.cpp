@@ -6,7 +6,10 @@ std::vector<ReportParts::Table> allTables(const ReportSheet& sheet, ReportPart p
 {
     switch (part) {
     case ReportPart::overview:
-        return {{"currencies", &sheet.currencies}, {"expenses", &sheet.largestExpenses}};
+        return {{"currencies", &sheet.currencies},
+                {"months", &sheet.months},
+                {"expenses", &sheet.largestExpenses},
+                {"income", &sheet.largestIncome}};
     case ReportPart::income:
         return {{"periods", &sheet.trend.table}, {"categories", &sheet.trend.categories}};
     case ReportPart::matrix:

@@ -85,7 +85,7 @@ PrintedDocument ReportPrint::document(const ReportSheet& sheet, ReportPart part,
             each.id == ReportParts::fundMovements
                 ? table(FundMovementGrids::of(*sheet.books, sheet.query, locale, FundMovementGrids::all).list)
                 : table(*each.grid);
-        if (each.grid == &sheet.largestExpenses) // the overview lists all currencies, this table one of them
+        if (part == ReportPart::overview && each.grid != &sheet.currencies) // of one of the currencies that this lists
             printed.title += QStringLiteral(" · ") + qString(sheet.query.currency);
         if (each.grid == &sheet.trend.categories)
             printed.title += QStringLiteral(" · ") + sheet.trend.of;

@@ -49,11 +49,13 @@ std::optional<ReportError> fill(ReportSheet& sheet)
     };
     const auto lookAround = [&] {
         sheet.largestExpenses = ReportOverviewGrids::largestExpenses(sheet.overview, frame, locale);
-        sheet.attention = ReportAttention::items(*books->snapshot, query.period, locale);
+        sheet.attention = ReportAttention::items(*books->snapshot, query.period, query.today, locale);
     };
     switch (query.report) {
     case ReportPart::overview:
         sheet.currencies = ReportOverviewGrids::currencies(sheet.overview, frame, locale);
+        sheet.months = ReportOverviewGrids::months(sheet.overview, frame, locale);
+        sheet.largestIncome = ReportOverviewGrids::largestIncome(sheet.overview, frame, locale);
         lookAround();
         break;
     case ReportPart::income:

@@ -24,7 +24,9 @@ struct ReportSheet {
     std::optional<ReportError> failure = {}; // then there is nothing else
     ReportOverview overview = {};
     ReportGrid currencies = {};
+    ReportGrid months = {};
     ReportGrid largestExpenses = {};
+    ReportGrid largestIncome = {};
     std::vector<AttentionItem> attention = {};
     ReportTrend trend = {};
     ReportMatrixGrids matrix = {};

@@ -7,7 +7,7 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Reports/ReportCategoryGrid.h"
-#include "LedgerUI/Presentation/Reports/ReportOverviewGrids.h"
+#include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
@@ -15,9 +15,7 @@
 using std::chrono::days;
 using std::chrono::sys_days;
 using std::chrono::year_month_day;
-using Kind = ReportGridColumn::Kind;
 using Span = Period::Span;
-using Tone = ReportGridCell::Tone;
 
 namespace {
 
@@ -61,16 +59,21 @@ std::int64_t usualDays(Span grain)
     return 1;
 }
 
-/// Under the axis, as short as it goes.
-QString shortLabel(const Period& period, std::string_view locale)
+/// Under the axis, as short as it goes: without the year where there are no two periods of one name.
+QString shortLabel(const Period& period, std::string_view locale, bool namesYear)
 {
     const auto first = period.firstDay();
+    const auto year = static_cast<int>(first.year());
+    if (period.span() == Span::month && namesYear)
+        return QStringLiteral("%1/%2").arg(static_cast<unsigned>(first.month())).arg(year);
     if (period.span() == Span::month)
         return DayText::shortMonth(first.month(), locale);
     if (period.span() == Span::year)
         return DayText::year(first.year(), locale);
-    if (period.span() == Span::quarter)
-        return QStringLiteral("Q%1").arg((static_cast<unsigned>(first.month()) - 1) / 3 + 1);
+    if (period.span() == Span::quarter) {
+        const auto quarter = QStringLiteral("Q%1").arg((static_cast<unsigned>(first.month()) - 1) / 3 + 1);
+        return namesYear ? QStringLiteral("%1 %2").arg(quarter).arg(year) : quarter;
+    }
     return QStringLiteral("%1/%2").arg(static_cast<unsigned>(first.day())).arg(static_cast<unsigned>(first.month()));
 }
 
@@ -98,7 +101,7 @@ public:
         if (!report)
             return std::unexpected(report.error());
         chart(*report);
-        table(*report);
+        m_trend.table = ReportPeriodGrids::table(*report, m_trend.periods, m_books.firstDay, m_locale);
         const auto of = m_trend.chosen ? m_trend.periods[*m_trend.chosen] : whole();
         m_trend.of = periodLabel(of, m_locale);
         auto categories = ReportCategoryGrids::categories(m_books, m_query, of, m_locale);
@@ -131,6 +134,13 @@ private:
         return grains;
     }
 
+    /// Whether more periods are shown than one year has, so that their names alone would come twice.
+    [[nodiscard]] bool coversYears() const
+    {
+        const std::size_t inAYear = m_trend.grain == Span::quarter ? 4 : 12;
+        return m_trend.periods.size() > inAYear;
+    }
+
     void chart(const Report& report)
     {
         auto& chart = m_trend.chart;
@@ -141,49 +151,12 @@ private:
         for (std::size_t at = 0; at < report.periods.size(); ++at) {
             const auto& moved = report.periods[at].movements;
             chart.places.push_back(
-                {shortLabel(m_trend.periods[at], m_locale), periodLabel(m_trend.periods[at], m_locale)});
+                {shortLabel(m_trend.periods[at], m_locale, coversYears()), periodLabel(m_trend.periods[at], m_locale)});
             income.values.push_back(moved.incomeMinor());
             expense.values.push_back(moved.expenseMinor());
             net.values.push_back(moved.incomeMinor() + moved.expenseMinor());
         }
         chart.series = {std::move(income), std::move(expense), std::move(net)};
-    }
-
-    void table(const Report& report)
-    {
-        m_trend.table = {.name = word("table.periods"),
-                         .columns = {{.head = word("period"), .kind = Kind::name},
-                                     {.head = word("income")},
-                                     {.head = word("expense")},
-                                     {.head = word("net"), .isSpare = true},
-                                     {.head = word("closing")}},
-                         .rows = {}};
-        for (auto at = report.periods.size(); at-- > 0;) {
-            const auto& figures = report.periods[at];
-            const auto& moved = figures.movements;
-            const auto& period = m_trend.periods[at];
-            const auto incoming = moved.incomeMinor() > 0 ? Tone::incoming : Tone::plain;
-            std::optional<ReportBacking> all;
-            if (const auto days = Period::between(m_books.firstDay, period.lastDay()))
-                all = ReportBacking{.period = *days, .figure = {.scope = scope()}};
-            m_trend.table.rows.push_back(
-                {.id = std::to_string(sys_days{period.firstDay()}.time_since_epoch().count()),
-                 .cells = {{.text = periodLabel(period, m_locale)},
-                           figure(moved.incomeMinor(), incoming, period, ReportFigure::incomeMovements()),
-                           figure(moved.expenseMinor(), Tone::plain, period, ReportFigure::expenseMovements()),
-                           figure(moved.incomeMinor() + moved.expenseMinor(), Tone::strong, period,
-                                  ReportFigure::netMovements()),
-                           ReportGrids::moneyCell(balanceText(figures.closingMinor, m_query.currency, m_locale),
-                                                  Tone::plain, all)}});
-        }
-    }
-
-    [[nodiscard]] ReportGridCell figure(std::int64_t minor, Tone tone, const Period& period,
-                                        std::set<Movement> movements) const
-    {
-        return ReportGrids::moneyCell(
-            movementText(minor, m_query.currency, m_locale), tone,
-            ReportBacking{.period = period, .figure = {.scope = scope(), .movements = std::move(movements)}});
     }
 
     [[nodiscard]] QString word(std::string_view key) const { return wordIn(m_locale, reportWords(), key); }

@@ -28,6 +28,16 @@ void PlainTableModel::present(std::vector<PlainColumn> columns, std::vector<Plai
     m_next.clear();
 }
 
+void PlainTableModel::amend(PlainRow row)
+{
+    require(row.cells.size() == m_columns.size(), "a row has a cell for each column");
+    const int at = rowOf(row.id);
+    if (at < 0 || m_rows[static_cast<std::size_t>(at)] == row)
+        return;
+    m_rows[static_cast<std::size_t>(at)] = std::move(row);
+    Q_EMIT dataChanged(index(at, 0), index(at, columnCount() - 1));
+}
+
 const PlainCell& PlainTableModel::cell(const QModelIndex& index) const
 {
     return m_rows[static_cast<std::size_t>(index.row())].cells[static_cast<std::size_t>(index.column())];

@@ -55,6 +55,9 @@ public:
 
     void present(std::vector<PlainColumn> columns, std::vector<PlainRow> rows);
 
+    /// Puts a row in the place of the one of the same identity, where there is one; the others are not looked at.
+    void amend(PlainRow row);
+
     [[nodiscard]] const std::vector<PlainColumn>& columns() const { return m_columns; }
     [[nodiscard]] const PlainCell& cell(const QModelIndex& index) const;
     /// The row's cells as tab-separated text.

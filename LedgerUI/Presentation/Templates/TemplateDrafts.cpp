@@ -7,7 +7,7 @@
 #include "LedgerCore/Domain/Templates/TemplateRules.h"
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerCore/Domain/Text/Naming.h"
-#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
+#include "LedgerUI/Presentation/Forms/AmountTyping.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
@@ -19,7 +19,7 @@ std::string typed(const std::optional<std::int64_t>& minor, std::string_view cur
 
 std::optional<std::int64_t> minorOf(const std::string& amount, std::string_view currency, std::string_view locale)
 {
-    const auto minor = EntryAmountText::minor(qString(amount), currency, locale);
+    const auto minor = AmountTyping::minor(qString(amount), currency, locale);
     return minor && *minor > 0 ? minor : std::nullopt;
 }
 

@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Templates/RecurrenceDays.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
+#include "LedgerUI/Presentation/Forms/AmountTyping.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -59,7 +59,7 @@ TemplateForm TemplateForm::withUnit(std::string chosen) const
     if (!id.empty() || form.unit.empty() || !LedgerDay::isValid(entryDay))
         return form;
     const Recurrence rhythm{.unit = form.unit, .every = 1, .firstDay = entryDay, .lastDay = {}};
-    const auto next = RecurrenceDays::between(rhythm, entryDay, "9999-12-31", 2).back();
+    const auto next = RecurrenceDays::between(rhythm, entryDay, RecurrenceDays::lastOfCalendar, 2).back();
     const bool isCountedInMonths = form.unit == RecurrenceUnit::month || form.unit == RecurrenceUnit::year;
     const bool keepsItsDay = !isCountedInMonths || next.substr(8) == entryDay.substr(8);
     form.firstDay = keepsItsDay ? next : entryDay;
@@ -93,7 +93,7 @@ std::map<TemplateForm::Field, QString> TemplateForm::messages(std::string_view l
 TemplateEntry TemplateForm::typedEntry(std::string_view locale) const
 {
     auto typed = entry;
-    const auto minor = EntryAmountText::minor(qString(amount), entry.currency, locale);
+    const auto minor = AmountTyping::minor(qString(amount), entry.currency, locale);
     typed.amountMinor = minor && *minor > 0 && Money::isWithinLimit(*minor) ? minor : std::nullopt;
     if (typed.amountMinor != entry.amountMinor)
         typed.targetAmountMinor.reset(); // it belonged to the other amount

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "LedgerCore/Domain/Records/Company.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerUI/Presentation/Text/CopiedText.h"
@@ -17,7 +18,7 @@ CompanyDirectory CompanyDirectory::of(const LedgerSnapshot& snapshot, const std:
         directory.rows.push_back({.id = each.id, .name = qString(each.name), .isOpen = each.id == open.id});
     if (std::ranges::none_of(directory.rows, &Row::isOpen))
         directory.rows.insert(directory.rows.begin(), {.id = open.id, .name = qString(open.name), .isOpen = true});
-    if (pending)
+    if (pending && pending->status != ApprovalStatus::approved)
         directory.pending = wordIn(locale, companyAccessWords(), "awaitsReview", {pending->companyName});
     return directory;
 }

@@ -4,6 +4,7 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 #include "LedgerUI/Presentation/Reports/FundMovementGrids.h"
+#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
 #include "LedgerUI/Presentation/Reports/ReportMatrixGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportOwnGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportPart.h"
@@ -119,6 +120,59 @@ TEST(ReportTrend, FoldsCategoriesUnderTheirParentsLargestFirst)
     const auto income = trendOf(held, {.period = month(today), .side = Movement::income});
     EXPECT_EQ(read(income.categories), (Texts{"Sales | 1,000.00 | 100.0 % | +150.0 % | new",
                                               "Total income | 1,000.00 | 100.0 % | +150.0 % | new"}));
+}
+
+/// A share opens what it is a part by, a change what it is compared with: figures that nothing else in the row shows.
+TEST(ReportTrend, OpensWhatSharesAndChangesAreMadeOf)
+{
+    const auto held = heldOf(books());
+    const auto grid = trendOf(held, {.period = month(today)}).categories;
+    const auto behind = [&](std::size_t row, std::size_t column) {
+        const auto& backing = grid.rows[row].cells[column].backing;
+        std::int64_t sum = 0;
+        if (!backing)
+            return std::string{"nothing"};
+        for (const auto& leg : held.book->legs(backing->figure, ReportRanges::of(backing->period)))
+            sum += leg.amountMinor;
+        return std::to_string(sum);
+    };
+    const auto opened = [&](std::size_t row) { return Texts{behind(row, 2), behind(row, 3), behind(row, 4)}; };
+    EXPECT_EQ(opened(0), (Texts{"-60000", "-60000", "-60000"})) << "wages are new: they are all there is to see";
+    EXPECT_EQ(opened(1), (Texts{"-28000", "-25000", "-10000"})) << "premises with its children";
+    EXPECT_EQ(opened(4), (Texts{"0", "-5000", "0"}));
+    EXPECT_EQ(opened(7), (Texts{"-88200", "-25000", "-10000"})) << "the total";
+    EXPECT_EQ(grid.rows[1].cells[3].spoken.toStdString(), "+12.0 %, against 250.00 US dollar in October 2026");
+    const auto all = trendOf(held, {.period = Period::allTime()}).categories;
+    EXPECT_EQ(all.rows.front().cells[3].backing, std::nullopt) << "all time is compared with nothing";
+}
+
+/// In a file the rows without a parent add up to the total, and those with one to their parent.
+TEST(ReportTrend, TellsPartsFromWholesInFilesAndWhatANarrowTableLeavesOut)
+{
+    const auto held = heldOf(books());
+    const auto grid = trendOf(held, {.period = month(today)}).categories;
+    const auto lines = QString::fromStdString(ReportGrids::csvText(grid)).split(QStringLiteral("\r\n"));
+    EXPECT_TRUE(lines[0].contains(QStringLiteral("\"Category\",\"Part of\",\"Amount\""))) << lines[0].toStdString();
+    EXPECT_TRUE(lines[2].contains(QStringLiteral("\"Premises\",\"\",\"280.00\""))) << lines[2].toStdString();
+    EXPECT_TRUE(lines[3].contains(QStringLiteral("\"Rent\",\"Premises\",\"250.00\""))) << lines[3].toStdString();
+    EXPECT_TRUE(ReportGrids::spreadsheetText(grid, {2}).contains(QStringLiteral("Rent\tPremises\t250.00\t")));
+    ReportGridModel model;
+    model.present(grid);
+    EXPECT_EQ(model.index(1, 0).data(Qt::ToolTipRole).toString().toStdString(),
+              "Premises\nvs. previous: +12.0 %, against 250.00 US dollar in October 2026\n"
+              "vs. last year: +180.0 %, against 100.00 US dollar in November 2025");
+}
+
+TEST(ReportTrend, NamesTheYearUnderTheAxisWhereMonthsComeTwice)
+{
+    const auto held = heldOf(books());
+    const auto labels = [&](ReportQuery query) {
+        const auto& places = trendOf(held, std::move(query)).chart.places;
+        return Texts{places.front().label.toStdString(), places.back().label.toStdString()};
+    };
+    EXPECT_EQ(labels({.period = month(today)}), (Texts{"Dec", "Nov"}));
+    EXPECT_EQ(labels({.period = Period::allTime(), .grain = Span::month}), (Texts{"11/2025", "11/2026"}));
+    EXPECT_EQ(labels({.period = month(today), .grain = Span::quarter}), (Texts{"Q1 2024", "Q4 2026"}));
 }
 
 TEST(ReportTrend, OffersNoGrainOfMorePeriodsThanAChartShows)

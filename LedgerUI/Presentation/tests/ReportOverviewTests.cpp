@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/testing/WordTableAudit.h"
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
+#include "LedgerUI/Presentation/Reports/ReportOverviewGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/tests/CapitalSample.h"
 
@@ -125,6 +126,20 @@ TEST(ReportOverview, RanksExpensesAndFoldsTheRest)
     EXPECT_EQ(rows[6].amount.figure().toStdString(), "6.00");
     EXPECT_EQ(rows[6].categoryID, std::nullopt);
     EXPECT_EQ(rows[6].share.toStdString(), "1.4 %");
+    EXPECT_EQ(rows[6].rest, (std::set<std::string, std::less<>>{"c1", "c2", "c3"}));
+
+    // The rest opens its entries as any other row does.
+    const auto held = builder.build();
+    const auto book = ReportBook::create(held);
+    const auto overview = overviewOf(held, {month(today), "USD", std::nullopt, today});
+    const ReportOverviewGrids::Frame frame{
+        .period = month(today), .accountIDs = std::nullopt, .firstDay = 2026y / 10 / 5};
+    const auto rest = ReportOverviewGrids::largestExpenses(overview, frame, "en-US").rows.back().cells[1].backing;
+    ASSERT_TRUE(rest.has_value());
+    std::vector<std::string> behind;
+    for (const auto& leg : book->legs(rest->figure, ReportRanges::of(rest->period)))
+        behind.push_back(held.transactions[leg.entry].id);
+    EXPECT_EQ(behind, (std::vector<std::string>{"s1", "s2", "s3"}));
 
     EXPECT_TRUE(overviewOf(snapshot().build(), {month(today), "USD", std::nullopt, today}).currencies.empty());
     EXPECT_EQ(ReportOverviews::shareText(-1, -2000, "id-ID").toStdString(), "0,1 %"); // a half goes up
@@ -134,12 +149,81 @@ TEST(ReportOverview, RanksExpensesAndFoldsTheRest)
               "100.0%");
 }
 
+TEST(ReportOverview, RanksIncomeLessWhatWasTakenBack)
+{
+    auto builder = books();
+    builder.category("service", "income", "Service").category("gone", "income", "Gone");
+    builder.income("i4", "2026-11-06", "bank", "USD", 150'000, "service");
+    builder.income("i5", "2026-10-07", "bank", "USD", 5'000, "gone");
+    LedgerTransaction undo;
+    undo.id = "undo";
+    undo.kind = EntryKind::reversal;
+    undo.date = "2026-11-08";
+    undo.memberID = "m1";
+    undo.reversalOf = "i5";
+    undo.legs = {{"bank", "USD", -5'000}};
+    builder.entry(undo);
+    const auto rows = overviewOf(builder.build(), {month(today), "USD", std::nullopt, today}).largestIncome;
+    ASSERT_EQ(rows.size(), 2U) << "what was only taken back is no part of the whole";
+    EXPECT_EQ(rows[0].name.toStdString(), "Service");
+    EXPECT_EQ(rows[0].share.toStdString(), "75.0 %");
+    EXPECT_EQ(rows[1].amount.figure().toStdString(), "500.00");
+    EXPECT_DOUBLE_EQ(rows[1].fraction, 1.0 / 3);
+}
+
+/// A chart is read as a table by whoever does not see it.
+TEST(ReportOverview, TellsItsDrawingsInFiguresAndWords)
+{
+    const auto held = books().build();
+    const auto overview = overviewOf(held, {month(today), "USD", std::nullopt, today});
+    const ReportOverviewGrids::Frame frame{
+        .period = month(today), .accountIDs = std::nullopt, .firstDay = 2026y / 10 / 5};
+    const auto months = ReportOverviewGrids::months(overview, frame, "en-US");
+    ASSERT_EQ(months.rows.size(), overview.chart.places.size());
+    for (std::size_t at = 0; at < months.rows.size(); ++at) {
+        const auto& cells = months.rows[months.rows.size() - 1 - at].cells;
+        EXPECT_EQ(cells[0].text, overview.chart.places[at].name);
+        for (std::size_t series = 0; series < overview.chart.series.size(); ++series)
+            EXPECT_EQ(cells[series + 1].copied,
+                      movementText(overview.chart.series[series].values[at], "USD", "en-US").plain());
+    }
+    EXPECT_EQ(months.rows.front().cells[4].text.toStdString(), "699.95");
+    EXPECT_EQ(months.rows.back().cells[4].backing, std::nullopt) << "nothing was held before the first entry";
+    const auto currencies = ReportOverviewGrids::currencies(overview, frame, "en-US");
+    EXPECT_EQ(
+        currencies.rows.back().cells.back().spoken.toStdString(),
+        "Last 12 months: from 0.00 US dollar to 699.95 US dollar, lowest 0.00 US dollar, highest 699.95 US dollar");
+}
+
+TEST(ReportAttention, NamesFloatsThatHoldLessThanTheySpendInAMonth)
+{
+    const auto told = [](std::int64_t balance, const char* changedTo = nullptr) {
+        auto builder = snapshot().employeeAccount("float", {"USD"}, "m1").account("bank", {"USD"});
+        builder.transfer("t", "2026-08-01", "bank", "float", "USD", 50'000);
+        builder.expense("before", "2026-08-22", "float", "USD", 90'000); // the ninety days begin a day later
+        builder.expense("first", "2026-08-23", "float", "USD", 10'000);
+        builder.expense("last", "2026-11-20", "float", "USD", 20'000);
+        builder.transfer("back", "2026-11-19", "float", "bank", "USD", 70'000);
+        auto held = builder.balance("float", "USD", balance).build();
+        if (changedTo)
+            held.transactions[3].reversedBy = changedTo;
+        return textsOf(
+            ReportAttention::items(held, Period::containing(Period::Span::year, 2020y / 1 / 1), today, "en-US"));
+    };
+    EXPECT_EQ(told(10'000), std::vector<std::string>{}) << "as much as a month takes";
+    EXPECT_EQ(told(9'999),
+              std::vector<std::string>{
+                  "float runs low: USD\u00a099.99 left, and it usually spends USD\u00a0100.00 in a month"});
+    EXPECT_EQ(told(9'999, "undo"), std::vector<std::string>{}) << "what was taken back was not spent";
+    EXPECT_EQ(told(0), std::vector<std::string>{"float has no USD balance left"});
+}
+
 TEST(ReportAttention, NamesWhatWantsAHand)
 {
     EXPECT_EQ(auditWords(reportWords()), std::vector<std::string>{});
     auto builder = books();
     builder.employeeAccount("Petty cash", {"USD", "IDR"}, "m1").balance("Petty cash", "IDR", -250'000);
-    const auto items = ReportAttention::items(builder.build(), month(today), "en-US");
+    const auto items = ReportAttention::items(builder.build(), month(today), today, "en-US");
     EXPECT_EQ(textsOf(items), (std::vector<std::string>{"Petty cash has no USD balance left",
                                                         "Petty cash is below zero: IDR\u00a0−2,500",
                                                         "4 entries in this period have no receipt"}))
@@ -149,22 +233,22 @@ TEST(ReportAttention, NamesWhatWantsAHand)
     FinancialSettings settings{};
     const auto unconfirmed = ReportAttention::items(
         snapshot().settings(settings).account("bank", {"USD"}).grant("bank", {"view", "opening"}).build(), month(today),
-        "en-US");
+        today, "en-US");
     EXPECT_EQ(textsOf(unconfirmed), (std::vector<std::string>{"The bookkeeping start date is not confirmed",
                                                               "1 account has no opening balance"}));
     EXPECT_EQ(unconfirmed[1].accountID, "bank");
-    EXPECT_TRUE(ReportAttention::items(snapshot().build(), month(today), "en-US").empty());
+    EXPECT_TRUE(ReportAttention::items(snapshot().build(), month(today), today, "en-US").empty());
 }
 
 TEST(ReportAttention, NamesWhatIsOwedToOwnersAndWhatTheyHoldAhead)
 {
-    const auto items = textsOf(ReportAttention::items(capitalSample().books(), month(today), "en-US"));
+    const auto items = textsOf(ReportAttention::items(capitalSample().books(), month(today), today, "en-US"));
     const auto isSaid = [&](const char* text) { return std::ranges::find(items, text) != items.end(); };
     EXPECT_TRUE(isSaid("IDR\u00a0164,000,000 of allocated dividends is unpaid")) << "two allocations less 25,500,000";
     EXPECT_TRUE(isSaid("IDR\u00a08,000,000 of dividend advances is not yet applied"));
     auto broken = capitalSample();
     broken.books().dividends->movements.front().amountMinor += 1;
-    for (const auto& item : ReportAttention::items(broken.books(), month(today), "en-US"))
+    for (const auto& item : ReportAttention::items(broken.books(), month(today), today, "en-US"))
         EXPECT_NE(item.kind, AttentionItem::Kind::dividendsUnpaid) << "no figure of a section that breaks a rule";
 }
 

@@ -29,6 +29,7 @@
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Period/DayWords.h"
 #include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
@@ -74,6 +75,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"importWords", &importWords()},
         {"keyWords", &keyWords()},
         {"ledgerWords", &ledgerWords()},
+        {"dayWords", &dayWords()},
         {"periodWords", &periodWords()},
         {"printWords", &printWords()},
         {"receiptWords", &receiptWords()},
@@ -196,8 +198,10 @@ TEST(WordTables, HoldEveryKeyThatIsAskedFor)
                     table = other[2];
             }
             const auto known = askedTables().find(table);
-            if (known == askedTables().end())
+            if (known == askedTables().end()) {
+                ADD_FAILURE() << path << " asks " << table;
                 continue;
+            }
             for (const auto& key : {each[3].str(), each[4].str()}) {
                 // A key that ends with a point goes on with something that only the running program knows.
                 if (key.empty() || key.ends_with('.'))

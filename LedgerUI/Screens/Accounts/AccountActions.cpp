@@ -1,7 +1,12 @@
 #include "LedgerUI/Screens/Accounts/AccountActions.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
+
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
+#include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 
 namespace {
@@ -16,6 +21,30 @@ QString sortID(const std::string& currency)
     return QStringLiteral("sort.balance.") + qString(currency);
 }
 
+constexpr std::array statements{"statement.month", "statement.previous", "statement.year"};
+
+/// The periods that statements are asked for most, in the order of their names.
+std::array<Period, statements.size()> statementPeriods(std::chrono::year_month_day today)
+{
+    const auto month = Period::containing(Period::Span::month, today);
+    return {month, month.previous().value_or(month), Period::containing(Period::Span::year, today)};
+}
+
+std::vector<Action> statementActions(const AccountActions::Chosen& chosen)
+{
+    std::vector<Action> actions;
+    const auto periods = statementPeriods(chosen.today);
+    for (std::size_t at = 0; at < statements.size(); ++at) {
+        const auto period = periodLabel(periods[at], InterfaceLanguage::tag()).toStdString();
+        actions.push_back({.id = QString::fromLatin1(statements[at]),
+                           .text = word(accountWords(), "statement", {period}),
+                           .glyph = at == 0 ? QStringLiteral("printer") : QString{},
+                           .isOffered = chosen.detail && chosen.offersStatements,
+                           .run = [print = chosen.printStatement, period = periods[at]] { print(period); }});
+    }
+    return actions;
+}
+
 }
 
 std::vector<Action> AccountActions::onAccount(const Chosen& chosen)
@@ -23,44 +52,54 @@ std::vector<Action> AccountActions::onAccount(const Chosen& chosen)
     const auto& detail = chosen.detail;
     const auto busy = chosen.isBusy ? text("busy") : QString{};
     const bool mayChange = detail && detail->offersChange;
-    return {{.id = QStringLiteral("openAccount"),
-             .text = text("showDetail"),
-             .isOffered = detail.has_value(),
-             .run = chosen.open},
-            {.id = QStringLiteral("openingBalance"),
-             .text = text("openingBalance"),
-             .whyNot = busy,
-             .isOffered = detail && detail->offersOpening,
-             .run = chosen.recordOpening},
-            {.id = QStringLiteral("editAccount"),
-             .text = text("edit"),
-             .glyph = QStringLiteral("pencil"),
-             .whyNot = busy,
-             .isOffered = mayChange && !detail->isArchived,
-             .run = chosen.edit},
-            {.id = QStringLiteral("addCurrency"),
-             .text = text("addCurrency"),
-             .whyNot = busy,
-             .isOffered = mayChange && !detail->isArchived,
-             .run = chosen.addCurrency},
-            {.id = QStringLiteral("changeState"),
-             .text = text(detail && detail->isArchived ? "restore" : "archive"),
-             .glyph = QStringLiteral("archive"),
-             .whyNot = busy,
-             .isOffered = mayChange,
-             .run = chosen.changeState},
-            {.id = QStringLiteral("showInLedger"),
-             .text = text("inLedger"),
-             .glyph = QStringLiteral("journal-text"),
-             .isOffered = detail.has_value(),
-             .run = chosen.showInLedger}};
+    std::vector<Action> actions{{.id = QStringLiteral("openAccount"),
+                                 .text = text("showDetail"),
+                                 .isOffered = detail.has_value(),
+                                 .run = chosen.open},
+                                {.id = QStringLiteral("openingBalance"),
+                                 .text = text("openingBalance"),
+                                 .whyNot = busy,
+                                 .isOffered = detail && detail->offersOpening,
+                                 .run = chosen.recordOpening},
+                                {.id = QStringLiteral("editAccount"),
+                                 .text = text("edit"),
+                                 .glyph = QStringLiteral("pencil"),
+                                 .whyNot = busy,
+                                 .isOffered = mayChange && !detail->isArchived,
+                                 .run = chosen.edit},
+                                {.id = QStringLiteral("addCurrency"),
+                                 .text = text("addCurrency"),
+                                 .whyNot = busy,
+                                 .isOffered = mayChange && !detail->isArchived,
+                                 .run = chosen.addCurrency},
+                                {.id = QStringLiteral("changeState"),
+                                 .text = text(detail && detail->isArchived ? "restore" : "archive"),
+                                 .glyph = QStringLiteral("archive"),
+                                 .whyNot = busy,
+                                 .isOffered = mayChange,
+                                 .run = chosen.changeState},
+                                {.id = QStringLiteral("showInLedger"),
+                                 .text = text("inLedger"),
+                                 .glyph = QStringLiteral("journal-text"),
+                                 .isOffered = detail.has_value(),
+                                 .run = chosen.showInLedger}};
+    std::ranges::move(statementActions(chosen), std::back_inserter(actions));
+    return actions;
 }
 
 QList<QString> AccountActions::accountMenu()
 {
-    return {QStringLiteral("openAccount"),    QStringLiteral("showInLedger"), {},
-            QStringLiteral("openingBalance"), QStringLiteral("editAccount"),  QStringLiteral("addCurrency"),
-            QStringLiteral("changeState")};
+    return {QStringLiteral("openAccount"),
+            QStringLiteral("showInLedger"),
+            {},
+            QStringLiteral("openingBalance"),
+            QStringLiteral("editAccount"),
+            QStringLiteral("addCurrency"),
+            QStringLiteral("changeState"),
+            {},
+            QString::fromLatin1(statements[0]),
+            QString::fromLatin1(statements[1]),
+            QString::fromLatin1(statements[2])};
 }
 
 std::vector<Action> AccountActions::beginning(const Beginning& beginning)

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <vector>
 
+#include "LedgerCore/Domain/Calendar/Period.h"
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Presentation/Accounts/AccountDetail.h"
 #include "LedgerUI/Presentation/Accounts/AccountListing.h"
@@ -21,6 +23,9 @@ struct Chosen {
     std::function<void()> edit;
     std::function<void()> addCurrency;
     std::function<void()> changeState; // archives it, or restores it
+    bool offersStatements = false;     // to who may take figures out of the books
+    std::chrono::year_month_day today{};
+    std::function<void(const Period&)> printStatement;
 };
 std::vector<Action> onAccount(const Chosen& chosen);
 /// In the order of the menu; an empty id stands for a line.

@@ -5,6 +5,7 @@
 #include <QPushButton>
 
 #include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Buttons/RowButton.h"
 #include "LedgerUI/Components/Chart/SparklineView.h"
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/Line.h"
@@ -137,14 +138,16 @@ QWidget* AccountDetailPane::ledgerLink() const
     return row;
 }
 
-QWidget* AccountDetailPane::movementRow(const AccountDetail::Movement& movement, const LedgerSnapshot& snapshot) const
+QWidget* AccountDetailPane::movementRow(const AccountDetail::Movement& movement, const LedgerSnapshot& snapshot)
 {
-    auto* box = new QWidget;
+    auto* box = new RowButton;
+    box->setObjectName(QStringLiteral("accountMovement"));
     box->setAccessibleName(movement.spoken);
     box->setToolTip(movement.spoken);
     auto* row = new QHBoxLayout(box);
-    row->setContentsMargins(0, Space::step1 + 1, 0, Space::step1 + 1);
+    row->setContentsMargins(Space::step1, Space::step1 + 1, Space::step1, Space::step1 + 1);
     row->setSpacing(Space::step2);
+    connect(box, &QAbstractButton::clicked, this, [this, id = qString(movement.entryID)] { Q_EMIT entryWanted(id); });
     const auto ink = entryKindColor(movement.kind, snapshot);
     auto* day = new TextLabel(TypeStep::small, Token::text2, box);
     day->setText(movement.day);
@@ -165,6 +168,8 @@ QWidget* AccountDetailPane::movementRow(const AccountDetail::Movement& movement,
     row->addWidget(new GlyphLabel(entryKindGlyph(movement.kind), ink, Space::icon, box));
     row->addWidget(title, 1);
     row->addWidget(amount);
+    for (auto* each : box->findChildren<QWidget*>())
+        each->setAttribute(Qt::WA_TransparentForMouseEvents);
     return box;
 }
 

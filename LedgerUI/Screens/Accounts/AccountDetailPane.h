@@ -25,6 +25,8 @@ public:
 
 Q_SIGNALS:
     void menuWanted(QPoint place);
+    /// One of the latest movements was pressed.
+    void entryWanted(const QString& id);
 
 private:
     void buildFoot();
@@ -33,7 +35,7 @@ private:
     void presentFoot();
     void showBody(LedgerDetailBody* body);
     [[nodiscard]] QWidget* ledgerLink() const;
-    QWidget* movementRow(const AccountDetail::Movement& movement, const LedgerSnapshot& snapshot) const;
+    QWidget* movementRow(const AccountDetail::Movement& movement, const LedgerSnapshot& snapshot);
 
     ActionSet& m_actions;
     std::optional<AccountDetail> m_shown; // nothing yet, or not in this language

@@ -204,7 +204,7 @@ void AccountFormBody::present(const AccountFormContent& content)
     m_responsible->present(content.people, content.responsibleID, content.responsiblePrompt);
     m_returnField->setVisible(content.isRestricted);
     m_returnField->setLabel(text("returnAccount"));
-    m_return->present(content.returns, content.returnID, content.returnPrompt);
+    m_return->present(content.returns, content.returnID, {});
     m_currenciesLabel->setText(text("currencies"));
     m_currencies->present(content);
     m_fundersGroup->setVisible(content.isRestricted);

@@ -19,6 +19,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Accounts/AccountBrowser.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
+#include "LedgerUI/Presentation/Ledger/RecordLinks.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Screens/Accounts/AccountActions.h"
@@ -28,6 +29,7 @@
 #include "LedgerUI/Screens/Accounts/AccountNoticeView.h"
 #include "LedgerUI/Screens/Accounts/AccountTable.h"
 #include "LedgerUI/Screens/Accounts/AccountTotalsStrip.h"
+#include "LedgerUI/Screens/Exports/LedgerPrinting.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -142,6 +144,10 @@ void AccountsView::bindParts()
     connect(m_detail, &AccountDetailPane::closeWanted, m_page, &ListDetailPage::closeDetail);
     connect(m_detail, &AccountDetailPane::left, m_page, &ListDetailPage::leaveDetail);
     connect(m_detail, &AccountDetailPane::menuWanted, this, &AccountsView::openMenu);
+    connect(m_detail, &AccountDetailPane::entryWanted, this, [this](const QString& entry) {
+        Q_EMIT linkPressed(
+            {.page = WorkspacePage::ledger, .action = PageAction::showEntry, .subject = entry.toStdString()});
+    });
 }
 
 QList<QWidget*> AccountsView::panes() const
@@ -253,7 +259,10 @@ void AccountsView::presentActions()
          .recordOpening = [this, chosen] { m_dialogs->recordOpening(chosen.accountID, chosen.currency); },
          .edit = [this, chosen] { m_dialogs->edit(chosen.accountID); },
          .addCurrency = [this, chosen] { m_dialogs->edit(chosen.accountID, AccountField::currencies); },
-         .changeState = [this, chosen] { m_dialogs->changeState(chosen.accountID); }}));
+         .changeState = [this, chosen] { m_dialogs->changeState(chosen.accountID); },
+         .offersStatements = m_store.canExport(),
+         .today = LedgerDay::parse(m_store.today()).value_or(std::chrono::year{1970} / std::chrono::January / 1),
+         .printStatement = [this, chosen](const Period& period) { printStatement(chosen.accountID, period); }}));
     const auto& listing = m_browser->listing();
     m_actions->present(AccountActions::beginning({.mayManage = m_store.canManage(),
                                                   .isBusy = m_store.isBusy(),
@@ -399,6 +408,11 @@ void AccountsView::press(const PageLink& link)
         follow(link);
     else
         Q_EMIT linkPressed(link);
+}
+
+void AccountsView::printStatement(const std::string& accountID, const Period& period)
+{
+    LedgerPrinting::statement(m_store, accountID, period, this, [this](const QString& what) { Q_EMIT done(what); });
 }
 
 void AccountsView::showInLedger()

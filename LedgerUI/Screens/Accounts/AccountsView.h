@@ -59,6 +59,7 @@ private:
     void presentNewButton();
     void presentMessage();
     void showInLedger();
+    void printStatement(const std::string& accountID, const Period& period);
 
     LedgerStore& m_store;
     AccountBrowser* m_browser = nullptr;

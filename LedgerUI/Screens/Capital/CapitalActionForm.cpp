@@ -2,6 +2,10 @@
 
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
+#include "LedgerUI/Screens/Records/RecordActionFormSending.h"
+#include "LedgerUI/Screens/Records/RecordActionFormShowing.h"
+
+template class RecordActionForm<CapitalSection>;
 
 CapitalForm CapitalSection::reloaded(Form form, const LedgerSnapshot& snapshot, std::string_view today,
                                      std::string_view locale)

@@ -18,6 +18,8 @@ struct CapitalSection : CapitalForms {
     static bool takesReceipts(const Route& route);
 };
 
+extern template class RecordActionForm<CapitalSection>;
+
 /// Changes capital records: contributions and their reversal, owners, the historical baseline, the ownership
 /// percentages.
 class CapitalActionForm final : public RecordActionForm<CapitalSection> {

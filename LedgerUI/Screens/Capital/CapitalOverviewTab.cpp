@@ -6,11 +6,11 @@
 #include <QScrollArea>
 #include <QSplitter>
 #include <QStringList>
-#include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Page/PlainRows.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
@@ -25,14 +25,6 @@ namespace {
 constexpr int ownersShown = 6;
 constexpr int leftPart = 440;
 constexpr int rightPart = 520;
-
-QVBoxLayout* rowsOf(QWidget* widget)
-{
-    auto* rows = new QVBoxLayout(widget);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
-    return rows;
-}
 
 }
 
@@ -58,7 +50,7 @@ void CapitalOverviewTab::buildLayout()
     m_banner = new Banner(Banner::Kind::warn, this);
     m_banner->setObjectName(QStringLiteral("historyBanner"));
     auto* bannerBox = new QWidget(this);
-    auto* bannerRow = rowsOf(bannerBox);
+    auto* bannerRow = plainRows(bannerBox);
     bannerRow->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, 0);
     bannerRow->addWidget(m_banner);
     m_ownersHead = new RecordHead(this);
@@ -82,7 +74,7 @@ void CapitalOverviewTab::buildLayout()
     m_ownership->setObjectName(QStringLiteral("ownershipBars"));
     scroll->setWidget(m_ownership);
     scroll->viewport()->setAutoFillBackground(false);
-    auto* left = rowsOf(m_ownershipPane);
+    auto* left = plainRows(m_ownershipPane);
     left->addWidget(m_ownershipHead);
     left->addWidget(new Line(Qt::Horizontal, m_ownershipPane));
     left->addWidget(scroll, 1);
@@ -93,7 +85,7 @@ void CapitalOverviewTab::buildLayout()
     lower->addWidget(m_ownershipPane);
     lower->addWidget(buildLatest());
     lower->setSizes({leftPart, rightPart});
-    auto* rows = rowsOf(this);
+    auto* rows = plainRows(this);
     rows->addWidget(bannerBox);
     rows->addWidget(m_ownersHead);
     rows->addWidget(m_owners);
@@ -113,7 +105,7 @@ QWidget* CapitalOverviewTab::buildLatest()
     m_latestNone = new TextLabel(TypeStep::body, Token::text2, latestPane);
     m_latestNone->setWordWrap(true);
     m_latestNone->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, 0);
-    auto* right = rowsOf(latestPane);
+    auto* right = plainRows(latestPane);
     right->addWidget(m_latestHead);
     right->addWidget(new Line(Qt::Horizontal, latestPane));
     right->addWidget(m_latestNone);

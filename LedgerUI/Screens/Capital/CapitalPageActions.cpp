@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QPointer>
 #include <QWidget>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
@@ -78,7 +79,10 @@ template <class Form, class... Opening>
 void CapitalPageActions::open(const Opening&... opening)
 {
     auto* form = new Form(m_store, opening..., m_page.window());
-    form->whenDone([this](const RecordOutcome& outcome) { finish(outcome); });
+    form->whenDone([page = QPointer{this}](const RecordOutcome& outcome) {
+        if (page) // which goes when another company is opened
+            page->finish(outcome);
+    });
     form->open();
 }
 

@@ -218,10 +218,12 @@ PageView::StatusContext CapitalView::statusContext() const
         parts << word(capitalWords(), key, {std::to_string(revision)});
     };
     const auto shown = tab();
-    if (snapshot->capital && shown != CapitalModuleTab::dividends)
-        add("revision.capital", snapshot->capital->revision);
-    if (snapshot->dividends && shown != CapitalModuleTab::contributions)
-        add("revision.dividends", snapshot->dividends->revision);
+    const auto& capital = snapshot->capital;
+    if (capital && shown != CapitalModuleTab::dividends)
+        add("revision.capital", capital->revision);
+    const auto& dividends = snapshot->dividends;
+    if (dividends && shown != CapitalModuleTab::contributions)
+        add("revision.dividends", dividends->revision);
     return {.text = parts.join(QStringLiteral("  ·  ")), .figure = {}};
 }
 
@@ -252,6 +254,7 @@ void CapitalView::presentTabs()
 {
     m_tabs = FinancialFeaturePolicy::activeTabs(*m_store.snapshot());
     std::vector<PageTabs::Tab> shown;
+    shown.reserve(m_tabs.size());
     for (const auto each : m_tabs)
         shown.push_back({.id = idOf(each), .text = text(wordOf(each))});
     m_tabRow->present(shown);

@@ -6,13 +6,13 @@
 #include <QGridLayout>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Page/ListDetailPage.h"
+#include "LedgerUI/Components/Page/PlainRows.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
@@ -26,14 +26,6 @@
 namespace {
 
 constexpr int baselineHeight = 132;
-
-QVBoxLayout* rowsOf(QWidget* widget)
-{
-    auto* rows = new QVBoxLayout(widget);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
-    return rows;
-}
 
 QString text(std::string_view key)
 {
@@ -61,7 +53,7 @@ void ContributionsTab::buildLayout()
     auto* message = new QWidget(this);
     m_banner = new Banner(Banner::Kind::warn, message);
     m_banner->setObjectName(QStringLiteral("baselineBanner"));
-    auto* messageRow = rowsOf(message);
+    auto* messageRow = plainRows(message);
     messageRow->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, Space::step2);
     messageRow->addWidget(m_banner);
 
@@ -69,7 +61,7 @@ void ContributionsTab::buildLayout()
     m_table = new RecordTable(RecordTable::Lines::two, list);
     m_table->setObjectName(QStringLiteral("contributionsTable"));
     list->setFocusProxy(m_table);
-    auto* listRows = rowsOf(list);
+    auto* listRows = plainRows(list);
     listRows->addWidget(m_table, 1);
     listRows->addWidget(m_table->total());
     m_notice = new EmptyState(QStringLiteral("people"), this);
@@ -93,7 +85,7 @@ void ContributionsTab::buildLayout()
     scroll->setWidget(m_baselineLines);
     scroll->viewport()->setAutoFillBackground(false);
     m_baselineBox = scroll;
-    auto* belowRows = rowsOf(below);
+    auto* belowRows = plainRows(below);
     belowRows->addWidget(m_hint);
     belowRows->addWidget(new Line(Qt::Horizontal, below));
     belowRows->addWidget(m_baselineHead);
@@ -113,7 +105,7 @@ void ContributionsTab::buildLayout()
                                  .detail = m_detail,
                                  .detailStop = m_detail->firstStop()},
                                 this);
-    rowsOf(this)->addWidget(m_page);
+    plainRows(this)->addWidget(m_page);
 }
 
 void ContributionsTab::present(const ContributionList& list, const RecordInks& inks)

@@ -18,12 +18,13 @@
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/WrapLayout.h"
+#include "LedgerUI/Components/Period/DayEdit.h"
 #include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Audit/AuditRows.h"
 #include "LedgerUI/Presentation/Audit/AuditWords.h"
-#include "LedgerUI/Screens/Entry/DayEdit.h"
+#include "LedgerUI/Presentation/Ledger/RecordLinks.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -37,6 +38,12 @@ constexpr int leastTable = 120;
 QString text(std::string_view key)
 {
     return word(auditWords(), key);
+}
+
+/// Whether the record is an entry that the member sees.
+bool isEntry(const LedgerSnapshot& snapshot, const std::string& id)
+{
+    return std::ranges::any_of(snapshot.transactions, [&id](const auto& entry) { return entry.id == id; });
 }
 
 /// Offers the choices behind one for all of them; what was chosen stays chosen.
@@ -140,9 +147,12 @@ QWidget* AuditTab::buildDetail()
     m_headline->setWordWrap(true);
     m_only = new QPushButton(m_detail);
     m_only->setObjectName(QStringLiteral("auditOnly"));
+    m_inLedger = new QPushButton(m_detail);
+    m_inLedger->setObjectName(QStringLiteral("auditInLedger"));
     auto* head = new QHBoxLayout;
     head->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, Space::step2);
     head->addWidget(m_headline, 1);
+    head->addWidget(m_inLedger, 0, Qt::AlignTop);
     head->addWidget(m_only, 0, Qt::AlignTop);
     m_changes = new PlainTable(afterColumn, m_detail);
     m_changes->setObjectName(QStringLiteral("auditChanges"));
@@ -187,6 +197,12 @@ void AuditTab::bind()
         if (const auto* record = chosen())
             question.record = record->record.value_or(std::string{});
         ask(std::move(question));
+    });
+    connect(m_inLedger, &QPushButton::clicked, this, [this] {
+        if (const auto* record = chosen())
+            Q_EMIT linkPressed({.page = WorkspacePage::ledger,
+                                .action = PageAction::showEntry,
+                                .subject = record->record.value_or(std::string{})});
     });
     connect(m_table, &PlainTable::chosen, this, &AuditTab::presentDetail);
     connect(m_more, &QPushButton::clicked, this, &AuditTab::wantMore);
@@ -306,7 +322,7 @@ void AuditTab::presentFilters()
     m_day->setNames(text("day"), text("calendar"));
     const auto today = store().today();
     m_day->present(m_question.day,
-                   {.earliest = {}, .latest = EntryDay::bounds(*snapshot, today).latest, .today = today});
+                   {.earliest = {}, .latest = DayTyping::bounds(*snapshot, today).latest, .today = today});
     m_clear->setText(text("clear"));
     m_clear->setVisible(isFiltered());
 }
@@ -342,6 +358,8 @@ void AuditTab::presentDetail()
         return;
     const auto& locale = InterfaceLanguage::tag();
     m_headline->setText(AuditRows::headline(*record, *store().snapshot(), locale));
+    m_inLedger->setText(text("inLedger"));
+    m_inLedger->setVisible(record->record && isEntry(*store().snapshot(), *record->record));
     m_only->setText(text("onlyRecord"));
     m_only->setVisible(record->record && m_question.record != *record->record);
     m_changes->setAccessibleName(text("changes"));

@@ -63,6 +63,7 @@ private:
     QPushButton* m_more = nullptr;
     QWidget* m_detail = nullptr;
     TextLabel* m_headline = nullptr;
+    QPushButton* m_inLedger = nullptr; // shows the chosen record where it is an entry that the member sees
     QPushButton* m_only = nullptr;
     QStackedWidget* m_changesOrNot = nullptr;
     PlainTable* m_changes = nullptr;

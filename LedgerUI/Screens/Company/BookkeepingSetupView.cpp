@@ -14,11 +14,11 @@
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
+#include "LedgerUI/Components/Period/DayEdit.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
-#include "LedgerUI/Screens/Entry/DayEdit.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -140,7 +140,7 @@ QString BookkeepingSetupView::dayMessage() const
 
 std::string BookkeepingSetupView::latestDay() const
 {
-    return EntryDay::bounds(*snapshot(), store().today()).latest;
+    return DayTyping::bounds(*snapshot(), store().today()).latest;
 }
 
 void BookkeepingSetupView::present()

@@ -29,6 +29,7 @@ Q_SIGNALS:
     /// Actions, status or count are others.
     void standingChanged();
     void done(const QString& sentence);
+    void linkPressed(const PageLink& link);
 
 protected:
     /// Shows everything as it is now; only called while somebody is signed in.

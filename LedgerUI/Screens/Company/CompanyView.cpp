@@ -101,6 +101,12 @@ void CompanyView::follow(const PageLink& link)
         m_tabs->choose(qString(CompanyTabs::invitations));
 }
 
+void CompanyView::adoptInvitations(const std::vector<PendingInvitation>& invitations)
+{
+    if (auto* tab = findChild<InvitationsTab*>())
+        tab->adopt(invitations);
+}
+
 std::size_t CompanyView::unsavedChanges() const
 {
     std::size_t all = 0;
@@ -147,6 +153,7 @@ CompanyTab* CompanyView::make(const QString& id)
     tab->setObjectName(id + QStringLiteral("Tab"));
     m_tabs->setContents(id, tab);
     connect(tab, &CompanyTab::done, this, &PageView::done);
+    connect(tab, &CompanyTab::linkPressed, this, &PageView::linkPressed);
     connect(tab, &CompanyTab::standingChanged, this, [this] {
         if (m_made.size() > 1)
             presentTabs();

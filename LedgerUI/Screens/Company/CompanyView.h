@@ -21,6 +21,7 @@ public:
     [[nodiscard]] QList<QWidget*> panes() const override;
     [[nodiscard]] StatusContext statusContext() const override;
     void follow(const PageLink& link) override;
+    void adoptInvitations(const std::vector<PendingInvitation>& invitations) override;
     [[nodiscard]] std::size_t unsavedChanges() const override;
     void discardChanges() override;
 

@@ -227,9 +227,12 @@ void FinancialSettingsView::presentOpenings()
 {
     const auto& words = bookkeepingWords();
     const auto& locale = InterfaceLanguage::tag();
-    m_openingsRow->present(word(words, "openings"), word(words, "openingsCount",
-                                                         {groupedNumber(m_openings.active, locale),
-                                                          groupedNumber(m_openings.possible, locale)}));
+    m_openingsRow->present(word(words, "openings"), m_openings.areWanted
+                                                        ? word(words, "openingsCount",
+                                                               {groupedNumber(m_openings.active, locale),
+                                                                groupedNumber(m_openings.possible, locale)})
+                                                        : word(words, "openingsFromZero"));
+    m_recordOpening->setVisible(m_openings.areWanted);
     m_recordOpening->setText(word(words, "openingsButton"));
     m_recordOpening->setEnabled(m_openings.left > 0 && !store().isBusy());
     m_recordOpening->setToolTip(m_openings.left > 0 ? QString{} : word(words, "openingsAll"));

@@ -31,6 +31,8 @@ InvitationCodeDialog::InvitationCodeDialog(Invitation invitation, QWidget* paren
     confirmButton().setObjectName(QStringLiteral("invitationDone"));
     cancelButton().hide();
     buildBody();
+    // "Done" is said by whoever has written the code down; Esc is pressed by accident.
+    setHasChanges([this] { return !m_isCopied; });
     connect(this, &FormDialog::confirmed, this, &InvitationCodeDialog::leave);
     present();
 }
@@ -76,6 +78,8 @@ void InvitationCodeDialog::present()
     m_copy->setIcon(Icon::of(m_isCopied ? QStringLiteral("check-lg") : QStringLiteral("clipboard")));
     m_hint->setText(word(words, "createdHint"));
     setConfirmText(word(words, "done"));
+    setLeaveQuestion(word(words, "uncopiedTitle"), word(words, "createdHint"), word(words, "uncopiedLeave"),
+                     word(words, "uncopiedStay"));
 }
 
 void InvitationCodeDialog::copy()

@@ -1,6 +1,7 @@
 #include "LedgerUI/Screens/Company/InvitationsTab.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QCoro/QCoroTask>
 #include <QPushButton>
@@ -142,14 +143,22 @@ void InvitationsTab::load()
         return;
     m_isWanted = false;
     QCoro::connect(store().loadInvitations(false), this, [this](const Result<std::vector<PendingInvitation>>& loaded) {
-        m_isUnread = !loaded;
-        if (loaded)
-            m_pending = *loaded;
         if (!store().snapshot())
             return;
-        present();
-        Q_EMIT standingChanged();
+        m_isUnread = !loaded;
+        if (loaded)
+            adopt(*loaded);
+        else
+            present();
     });
+}
+
+void InvitationsTab::adopt(std::vector<PendingInvitation> invitations)
+{
+    m_pending = std::move(invitations);
+    m_isUnread = false;
+    present();
+    Q_EMIT standingChanged();
 }
 
 void InvitationsTab::askToRevoke(const std::string& id)
@@ -172,9 +181,7 @@ void InvitationsTab::revoke(const PendingInvitation& invitation)
                            reload(); // it may have been accepted meanwhile
                            return;
                        }
-                       m_pending = *left;
-                       present();
-                       Q_EMIT standingChanged();
+                       adopt(*left);
                        Q_EMIT done(word(companyWords(), "revoked", {name}));
                    });
 }

@@ -19,6 +19,8 @@ class InvitationsTab final : public CompanyTab {
 public:
     explicit InvitationsTab(LedgerStore& store, QWidget* parent = nullptr);
 
+    void adopt(std::vector<PendingInvitation> invitations);
+
     [[nodiscard]] std::vector<Action> actions() override;
     [[nodiscard]] PageView::StatusContext statusContext() const override;
     [[nodiscard]] int count() const override { return static_cast<int>(m_pending.size()); }

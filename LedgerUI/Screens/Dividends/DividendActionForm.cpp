@@ -1,9 +1,15 @@
 #include "LedgerUI/Screens/Dividends/DividendActionForm.h"
 
+#include <QPushButton>
+
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
 #include "LedgerUI/Presentation/Records/CapitalFormWords.h"
+#include "LedgerUI/Screens/Records/RecordActionFormSending.h"
+#include "LedgerUI/Screens/Records/RecordActionFormShowing.h"
+
+template class RecordActionForm<DividendSection>;
 
 DividendForm DividendSection::opened(const Route& route, const LedgerSnapshot& snapshot, std::string_view /*today*/,
                                      std::string_view locale)

@@ -20,6 +20,8 @@ struct DividendSection : DividendForms {
     static bool takesReceipts(const Route& route);
 };
 
+extern template class RecordActionForm<DividendSection>;
+
 /// Changes dividend records: allocations and their cancellation, payments, advances with their returns and set-offs,
 /// reversals and participants.
 class DividendActionForm final : public RecordActionForm<DividendSection> {

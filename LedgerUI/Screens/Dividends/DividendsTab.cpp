@@ -3,10 +3,10 @@
 #include <QEvent>
 #include <QHeaderView>
 #include <QSplitter>
-#include <QVBoxLayout>
 
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/Line.h"
+#include "LedgerUI/Components/Page/PlainRows.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
@@ -22,14 +22,6 @@ constexpr int batchesWidth = 300;
 constexpr int batchesMinimum = 240;
 constexpr int theRest = 10000;
 constexpr int linesShown = 5;
-
-QVBoxLayout* rowsOf(QWidget* widget)
-{
-    auto* rows = new QVBoxLayout(widget);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
-    return rows;
-}
 
 QString text(std::string_view key)
 {
@@ -55,19 +47,20 @@ void DividendsTab::buildLayout()
     m_hint = new TextLabel(TypeStep::small, Token::text2, left);
     m_hint->setWordWrap(true);
     m_hint->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, Space::step3);
-    auto* leftRows = rowsOf(left);
+    auto* leftRows = plainRows(left);
     leftRows->addWidget(m_batches, 1);
     leftRows->addWidget(new Line(Qt::Horizontal, left));
     leftRows->addWidget(m_hint);
 
     auto* right = new QWidget(this);
     m_batchHead = new RecordHead(right);
+    m_batchHead->stackTexts(); // a long period leaves the amount its line
     m_lines = new RecordTable(RecordTable::Lines::one, right);
     m_lines->setObjectName(QStringLiteral("linesTable"));
     m_lines->fitRows(linesShown);
     m_none = new EmptyState(QStringLiteral("pie-chart"), right);
     m_settlement = buildSettlement();
-    auto* rightRows = rowsOf(right);
+    auto* rightRows = plainRows(right);
     rightRows->addWidget(m_batchHead);
     rightRows->addWidget(m_lines);
     rightRows->addWidget(m_lines->total());
@@ -81,7 +74,7 @@ void DividendsTab::buildLayout()
     splitter->addWidget(right);
     splitter->setStretchFactor(1, 1);
     splitter->setSizes({batchesWidth, theRest});
-    rowsOf(this)->addWidget(splitter);
+    plainRows(this)->addWidget(splitter);
 }
 
 QWidget* DividendsTab::buildSettlement()
@@ -95,11 +88,15 @@ QWidget* DividendsTab::buildSettlement()
     m_movements = new RecordTable(RecordTable::Lines::two, box);
     m_movements->setObjectName(QStringLiteral("movementsTable"));
     m_movements->horizontalHeader()->hide();
+    m_noMovements = new TextLabel(TypeStep::body, Token::text2, box);
+    m_noMovements->setObjectName(QStringLiteral("settlementNone"));
+    m_noMovements->setWordWrap(true);
+    m_noMovements->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, 0);
     m_notes = new TextLabel(TypeStep::small, Token::text2, box);
     m_notes->setObjectName(QStringLiteral("settlementNotes"));
     m_notes->setWordWrap(true);
     m_notes->setContentsMargins(Space::pageMargin, Space::step1, Space::pageMargin, Space::step2);
-    auto* rows = rowsOf(box);
+    auto* rows = plainRows(box);
     rows->addWidget(m_personHead);
     auto* framed = new QVBoxLayout;
     framed->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, 0);
@@ -107,8 +104,10 @@ QWidget* DividendsTab::buildSettlement()
     rows->addLayout(framed);
     rows->addWidget(m_movementHead);
     rows->addWidget(new Line(Qt::Horizontal, box));
+    rows->addWidget(m_noMovements);
     rows->addWidget(m_movements, 1);
     rows->addWidget(m_notes);
+    rows->addStretch(0); // keeps the heads where they are while there is no table
     return box;
 }
 
@@ -151,6 +150,8 @@ void DividendsTab::present(const DividendBoard& board, const RecordInks& inks)
     m_personHead->setTexts(board.person, board.standing);
     m_equation->present(board.equation);
     m_movements->present(board.movements, inks);
+    m_movements->setVisible(!m_movements->isEmpty());
+    m_noMovements->setVisible(m_movements->isEmpty());
     m_notes->setText(board.notes);
     m_notes->setVisible(!board.notes.isEmpty());
     m_isPresenting = false;
@@ -171,7 +172,9 @@ QList<QWidget*> DividendsTab::panes() const
 {
     QList<QWidget*> all{m_batches};
     if (!m_lines->isHidden())
-        all << m_lines << m_movements;
+        all << m_lines;
+    if (!m_lines->isHidden() && !m_movements->isHidden())
+        all << m_movements;
     return all;
 }
 
@@ -188,5 +191,6 @@ void DividendsTab::retranslate()
     m_lines->setAccessibleName(text("column.participant"));
     m_movementHead->setTexts(text("movements.title"), {});
     m_movements->setAccessibleName(text("movements.title"));
+    m_noMovements->setText(text("movements.none"));
     m_none->setTexts(text("dividends.none"), text("hint.single"));
 }

@@ -53,6 +53,7 @@ private:
     RecordEquation* m_equation = nullptr;
     RecordHead* m_movementHead = nullptr;
     RecordTable* m_movements = nullptr;
+    TextLabel* m_noMovements = nullptr;
     TextLabel* m_notes = nullptr;
     EmptyState* m_none = nullptr;
 };

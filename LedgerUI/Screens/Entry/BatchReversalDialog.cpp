@@ -45,7 +45,7 @@ BatchReversalDialog::BatchReversalDialog(LedgerStore& store, const std::vector<s
     buildBody();
     connect(m_reason, &QLineEdit::textEdited, this, [this] {
         m_isReasonMissing = false;
-        present();
+        presentStage(); // not the table: it may have thousands of rows
     });
     connect(this, &FormDialog::confirmed, this, &BatchReversalDialog::proceed);
     present();
@@ -74,10 +74,30 @@ void BatchReversalDialog::buildBody()
 void BatchReversalDialog::adoptSnapshot()
 {
     takeSnapshot();
-    present();
+    if (!isRunning()) // each reply brings one, and the rows stay as they were when they were chosen
+        present();
 }
 
 void BatchReversalDialog::present()
+{
+    presentTable();
+    presentStage();
+}
+
+void BatchReversalDialog::presentTable()
+{
+    m_table->setAccessibleName(word(entryFormWords(), "batch.title"));
+    m_table->present(BatchReversal::columns(locale()), m_batch.rows(*snapshot(), locale()));
+    m_table->setFixedHeight(std::clamp(m_table->wholeHeight(), lowestTable, tableHeight));
+}
+
+void BatchReversalDialog::presentRow(std::optional<std::size_t> at)
+{
+    if (at)
+        m_table->amend(m_batch.row(*at, *snapshot(), locale()));
+}
+
+void BatchReversalDialog::presentStage()
 {
     const auto left = m_batch.left();
     setWindowTitle(word(entryFormWords(), "batch.title"));
@@ -85,9 +105,6 @@ void BatchReversalDialog::present()
     m_reasonField->setLabel(word(entryFormWords(), "reason"));
     m_reasonField->error().present(m_isReasonMissing ? word(entryFormWords(), "reasonRequired") : QString{});
     m_reason->setReadOnly(m_stage != Stage::asking);
-    m_table->setAccessibleName(word(entryFormWords(), "batch.title"));
-    m_table->present(BatchReversal::columns(locale()), m_batch.rows(*snapshot(), locale()));
-    m_table->setFixedHeight(std::clamp(m_table->wholeHeight(), lowestTable, tableHeight));
     setConfirmVisible(m_stage != Stage::done);
     const auto* key = m_stage == Stage::asking ? "batch.confirm" : "batch.continue";
     presentStanding(
@@ -111,6 +128,11 @@ CommandForm::Note BatchReversalDialog::note() const
     if (m_stage == Stage::done)
         return {.kind = refused > 0 ? Banner::Kind::warn : Banner::Kind::success,
                 .text = countedIn(locale(), entryFormWords(), "batch.result", done)};
+    if (isRunning())
+        return {.kind = Banner::Kind::info,
+                .text = word(entryFormWords(), "batch.progress",
+                             {groupedNumber(m_batch.judged(), locale()),
+                              groupedNumber(m_batch.judged() + m_batch.left(), locale())})};
     if (m_stage != Stage::stopped)
         return {};
     QStringList lines{m_failure, word(entryFormWords(), "batch.stopped",
@@ -141,7 +163,8 @@ void BatchReversalDialog::sendNext()
         rest();
         return;
     }
-    present();
+    presentRow(m_batch.sendingAt());
+    presentStage();
     QCoro::connect(store().reverseTransaction(*next, std::string{TextFold::trimmed(m_reason->text().toStdString())}),
                    this, [this](const Result<void>& reply) { take(reply); });
 }
@@ -151,8 +174,10 @@ void BatchReversalDialog::take(const Result<void>& reply)
     // With the session the dialog closes, and what ended it is told elsewhere.
     if (!store().snapshot())
         return;
+    const auto at = m_batch.sendingAt();
     if (reply) {
         m_batch.succeed();
+        presentRow(at);
         sendNext();
         return;
     }
@@ -160,6 +185,7 @@ void BatchReversalDialog::take(const Result<void>& reply)
     store().dismissMessages();
     const auto message = qString(store().friendly(reply.error(), locale()));
     if (m_batch.fail(reply.error(), message)) {
+        presentRow(at);
         sendNext();
         return;
     }

@@ -30,6 +30,10 @@ private:
     [[nodiscard]] QWidget& firstField() const override;
 
     void buildBody();
+    /// All but the table, which may hold thousands of rows.
+    void presentStage();
+    void presentTable();
+    void presentRow(std::optional<std::size_t> at);
     void proceed();
     void sendNext();
     void take(const Result<void>& reply);

@@ -6,12 +6,12 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerUI/Components/Period/DayPopover.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
-#include "LedgerUI/Screens/Entry/EntryDayPopover.h"
 #include "LedgerUI/Theme/Space.h"
 
 EntryDayField::EntryDayField(QWidget* parent) : QWidget{parent}
@@ -42,7 +42,7 @@ EntryDayField::EntryDayField(QWidget* parent) : QWidget{parent}
     connect(m_day, &QPushButton::clicked, this, &EntryDayField::openCalendar);
 }
 
-void EntryDayField::present(const EntryDayContent& content)
+void EntryDayField::present(const DayContent& content)
 {
     m_content = content;
     const auto& locale = InterfaceLanguage::tag();
@@ -78,15 +78,15 @@ bool EntryDayField::eventFilter(QObject* watched, QEvent* event)
     const bool isEarlier = key.key() == Qt::Key_Down || key.key() == Qt::Key_Minus;
     if (!isLater && !isEarlier)
         return QWidget::eventFilter(watched, event);
-    Q_EMIT dayChosen(EntryDay::moved(m_content.day, isLater ? 1 : -1, m_content.bounds));
+    Q_EMIT dayChosen(DayTyping::moved(m_content.day, isLater ? 1 : -1, m_content.bounds));
     return true;
 }
 
 void EntryDayField::openCalendar()
 {
     if (!m_popover) {
-        m_popover = new EntryDayPopover(m_day);
-        connect(m_popover, &EntryDayPopover::dayChosen, this, &EntryDayField::dayChosen);
+        m_popover = new DayPopover(m_day);
+        connect(m_popover, &DayPopover::dayChosen, this, &EntryDayField::dayChosen);
     }
     m_popover->openOn(m_content.day, m_content.bounds);
 }

@@ -2,9 +2,9 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/Entry/EntryDay.h"
+#include "LedgerUI/Presentation/Period/DayTyping.h"
 
-class EntryDayPopover;
+class DayPopover;
 class GlyphLabel;
 class QPushButton;
 class TextLabel;
@@ -16,7 +16,7 @@ class EntryDayField final : public QWidget {
 public:
     explicit EntryDayField(QWidget* parent = nullptr);
 
-    void present(const EntryDayContent& content);
+    void present(const DayContent& content);
     [[nodiscard]] QWidget* control() const;
     /// Whether it says what is wrong with the day.
     [[nodiscard]] bool isWrong() const { return !m_content.message.isEmpty(); }
@@ -30,10 +30,10 @@ protected:
 private:
     void openCalendar();
 
-    EntryDayContent m_content;
+    DayContent m_content;
     GlyphLabel* m_glyph = nullptr;
     QPushButton* m_day = nullptr;
     TextLabel* m_fixed = nullptr; // a day that cannot be changed
     TextLabel* m_hint = nullptr;
-    EntryDayPopover* m_popover = nullptr;
+    DayPopover* m_popover = nullptr;
 };

@@ -5,12 +5,16 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Entry/BegunEntry.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
@@ -19,8 +23,8 @@
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/CategoryCommands.h"
 #include "LedgerUI/Screens/Entry/EntryDayField.h"
-#include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
+#include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
 #include "LedgerUI/Screens/Receipts/DraftReceipts.h"
 #include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
 #include "LedgerUI/Theme/Space.h"
@@ -36,6 +40,9 @@ TransactionForm::TransactionForm(LedgerStore& store, const EntryForm::Opening& o
     : TransactionForm{store, EntrySubmission{EntryEdits::opened(opening, *store.snapshot(), store.newIdentifier())},
                       parent}
 {
+    if (opening.prefilled)
+        store.drafts().takeOver(opening.prefilled->idempotencyKey);
+    m_isFresh = !opening.prefilled;
 }
 
 TransactionForm::TransactionForm(LedgerStore& store, const KeptEntry& kept, QWidget* parent)
@@ -66,13 +73,90 @@ void TransactionForm::buildBody()
     foot->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::step2);
     foot->addWidget(m_template);
     foot->addStretch(1);
+    m_behind = new TextLabel(TypeStep::small, Token::text2, m_templateRow);
+    m_behind->setObjectName(QStringLiteral("entryDraftBehind"));
+    foot->addWidget(m_behind);
     m_templateRow->hide();
     auto* rows = new QVBoxLayout(whole);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
+    rows->addWidget(buildBegun(whole));
     rows->addWidget(m_body, 1);
     rows->addWidget(m_templateRow);
     setBody(whole, formWidth);
+}
+
+QWidget* TransactionForm::buildBegun(QWidget* parent)
+{
+    m_begun = new QWidget(parent);
+    m_begunText = new Banner(Banner::Kind::info, m_begun);
+    m_begunText->setObjectName(QStringLiteral("entryBegun"));
+    const auto button = [this](const char* name) {
+        auto* made = new QPushButton(m_begunText);
+        made->setObjectName(QString::fromLatin1(name));
+        made->setProperty("extent", QStringLiteral("small"));
+        made->setAutoDefault(false);
+        m_begunText->addAction(made);
+        return made;
+    };
+    m_begunContinue = button("entryBegunContinue");
+    m_begunDiscard = button("entryBegunDiscard");
+    auto* margins = new QVBoxLayout(m_begun);
+    margins->setContentsMargins(Space::dialogMargin, Space::step3, Space::dialogMargin, Space::step3);
+    margins->addWidget(m_begunText);
+    m_begun->hide();
+    return m_begun;
+}
+
+/// What another start of the program has left is offered before it is typed a second time.
+void TransactionForm::offerBegun()
+{
+    if (!m_isFresh)
+        return;
+    m_offersBegun = true;
+    connect(m_begunContinue, &QPushButton::clicked, this, &TransactionForm::continueBegun);
+    connect(m_begunDiscard, &QPushButton::clicked, this, &TransactionForm::askToDiscardBegun);
+    connect(&store().drafts(), &EntryDrafts::changed, this, &TransactionForm::presentBegun);
+    presentBegun();
+}
+
+void TransactionForm::presentBegun()
+{
+    const auto begun = store().drafts().left();
+    const bool isOffered =
+        m_offersBegun && begun && snapshot() && m_entry.submission().isEditing() && !m_hasGoneOn && !hasChanges();
+    m_begunContinue->setText(word(entryFormWords(), "begun.continue"));
+    m_begunDiscard->setText(word(entryFormWords(), "begun.discard"));
+    if (isOffered)
+        m_begunText->present(Banner::Kind::info, BegunEntry::offer(*begun, *snapshot(), locale()));
+    m_begun->setVisible(isOffered);
+}
+
+void TransactionForm::askToDiscardBegun()
+{
+    const auto begun = store().drafts().left();
+    if (!begun)
+        return;
+    const auto text = [](std::string_view key) { return word(EntryWords::words(), key); };
+    MessageDialog::ask({.title = text("discardTitle"),
+                        .text = text("discardMessage"),
+                        .confirm = text("discard"),
+                        .cancel = text("keepEditing")},
+                       this, [this, key = begun->entry.idempotencyKey] {
+                           store().drafts().discard(key);
+                           if (m_begun->isHidden())
+                               firstField().setFocus(Qt::OtherFocusReason);
+                       });
+}
+
+void TransactionForm::continueBegun()
+{
+    const auto begun = store().drafts().left();
+    if (!begun)
+        return;
+    auto draft = BegunEntry::continued(*begun, locale());
+    leave();
+    Q_EMIT continueWanted({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
 }
 
 void TransactionForm::offerTemplate()
@@ -116,11 +200,22 @@ void TransactionForm::edit(const EntryChange& change)
 void TransactionForm::keepDraft()
 {
     if (m_entry.submission().isEditing() && m_entry.hasDraft())
-        EntryDrafts::of(store()).keep(m_entry.draft(), locale());
+        store().drafts().keep(m_entry.draft(), locale());
+}
+
+/// Another window goes on under the key, which only what was sent must keep.
+void TransactionForm::takeAnotherKey(const std::string& key)
+{
+    if (!m_entry.submission().isEditing() || m_entry.draft().idempotencyKey != key || TemplateOccurrence::ofKey(key))
+        return;
+    m_entry.rekey(store().newIdentifier());
+    keepDraft();
 }
 
 void TransactionForm::bind()
 {
+    connect(&store().drafts(), &EntryDrafts::takenOver, this, &TransactionForm::takeAnotherKey);
+    connect(&store().drafts(), &EntryDrafts::isBehindChanged, this, &TransactionForm::present);
     const auto submits = [this](bool goesOn) {
         return [this, goesOn] {
             m_goesOn = goesOn;
@@ -170,7 +265,12 @@ void TransactionForm::present()
     const auto& draft = m_entry.draft();
     const bool isEditing = shown.stage == SubmissionStage::editing;
     m_template->setText(word(templateWords(), "keep"));
-    m_templateRow->setVisible(m_offersTemplate && TemplateDrafts::recurs(draft.kind));
+    const bool offersTemplate = m_offersTemplate && TemplateDrafts::recurs(draft.kind);
+    m_behind->setText(word(entryFormWords(), "begun.behind"));
+    m_behind->setVisible(store().drafts().isBehind());
+    m_template->setVisible(offersTemplate);
+    m_templateRow->setVisible(offersTemplate || store().drafts().isBehind());
+    presentBegun();
     m_template->setEnabled(isEditing && TemplateDrafts::entryOf(draft, locale()).has_value());
     m_receipts->pane().setLocked(!isEditing);
     m_body->present(shown, draft.originalIncomeID);
@@ -192,9 +292,11 @@ bool TransactionForm::hasChanges() const
 CommandForm::Note TransactionForm::noteOn(const EntryFormContent& shown) const
 {
     const auto& submission = m_entry.submission();
-    const auto* const refused = submission.refusal() ? std::get_if<APIError>(&*submission.refusal()) : nullptr;
-    if (refused && refused->code == ServiceCode::idempotencyConflict &&
-        TemplateOccurrence::ofKey(submission.command()->idempotencyKey))
+    const auto& refusal = submission.refusal();
+    const auto* const refused = refusal ? std::get_if<APIError>(&*refusal) : nullptr;
+    const auto& sent = submission.command();
+    if (refused && sent && refused->code == ServiceCode::idempotencyConflict &&
+        TemplateOccurrence::ofKey(sent->idempotencyKey))
         return {.text = word(templateWords(), "recorded")};
     const bool isEditing = submission.isEditing();
     if (m_receipts->isAwaited() && isEditing)
@@ -229,9 +331,13 @@ void TransactionForm::submit()
 
 void TransactionForm::send()
 {
-    const auto input = *m_entry.submission().command();
-    // What may be recorded by now must not be begun again as a draft: the store keeps the command itself.
-    EntryDrafts::of(store()).forget();
+    const auto sent = m_entry.submission().command();
+    if (!sent)
+        return;
+    const auto& input = *sent;
+    // What may be recorded by now must not be begun again as a draft: it is kept as what was sent.
+    store().drafts().keepSending(m_entry.draft(), locale(), input);
+    m_entry.rekey(input.idempotencyKey);
     present();
     QCoro::connect(store().postTransaction(input, false), this,
                    [this](const Result<std::string>& reply) { finish(reply); });
@@ -241,18 +347,27 @@ void TransactionForm::finish(const Result<std::string>& reply)
 {
     auto& submission = m_entry.submission();
     // With the session the form closes; the store keeps what it had sent.
-    if (!submission.isSaving() || !store().snapshot())
+    const auto sent = submission.command();
+    if (!submission.isSaving() || !sent || !store().snapshot())
         return;
     if (!reply)
         return refuse(reply.error());
     submission.succeed();
+    // Of a due day the service may have answered with an entry that somebody else recorded: the draft stands there yet.
+    const auto& key = sent->idempotencyKey;
+    if (TemplateOccurrence::ofKey(key))
+        store().drafts().discard(key);
+    else
+        store().drafts().settle(key);
     Q_EMIT recorded(qString(*reply));
     const auto failed = m_receipts->uploads().failed();
     if (m_goesOn && failed.empty())
         return goOn();
     leave();
     if (!failed.empty() && !reply->empty())
-        Q_EMIT receiptsLeft(qString(*reply), submission.command()->attachmentIDs.size(), failed);
+        (new AddReceiptsDialog(store(), {.entryID = *reply, .failed = failed, .uploaded = sent->attachmentIDs.size()},
+                               parentWidget()))
+            ->open();
 }
 
 void TransactionForm::refuse(const Failure& failure)
@@ -296,8 +411,14 @@ QWidget& TransactionForm::firstField() const
 /// A person who was warned gives an entry up; it is not offered again.
 void TransactionForm::forget()
 {
-    if (const auto& sent = m_entry.submission().command())
-        store().forgetEntry(sent->idempotencyKey);
+    store().drafts().hasten(); // before anything ends the session
+    const auto& sent = m_entry.submission().command();
+    if (!sent)
+        return;
+    store().forgetEntry(sent->idempotencyKey);
+    const auto begun = store().drafts().own(); // refused, and changed since: that is a draft like any other
+    if (!begun || begun->entry.idempotencyKey != sent->idempotencyKey)
+        store().drafts().discard(sent->idempotencyKey);
 }
 
 void TransactionForm::adoptLanguage(const std::string& before)

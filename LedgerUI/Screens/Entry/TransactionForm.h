@@ -3,12 +3,12 @@
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Entry/EntryComposition.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptUploads.h"
 
 class CategoryCommands;
 class DraftReceipts;
 class EntryDayField;
 class EntryFormBody;
+class TextLabel;
 
 /// Records one entry. Deletes itself when it closes; open it with `open()` over its window.
 class TransactionForm final : public CommandForm {
@@ -20,15 +20,18 @@ public:
 
     /// Offers to keep what stands in the form as a template; whoever opens the form answers `templateWanted`.
     void offerTemplate();
+    /// Offers to go on with what an earlier program left, in a form that was opened on nothing; whoever opens the form
+    /// answers `continueWanted`.
+    void offerBegun();
 
 Q_SIGNALS:
     /// The entry is recorded and the form about to close. `entryID` is its id in the store's snapshot, empty when the
     /// ledger could not be reloaded.
     void recorded(const QString& entryID);
+    /// The form has closed for an entry that was begun before, which is to be gone on with.
+    void continueWanted(const EntryForm::Opening& opening);
     /// What stands in the form is to be kept as a template.
     void templateWanted(const TransactionDraft& draft);
-    /// Receipts that could not be uploaded, of an entry that is recorded now.
-    void receiptsLeft(const QString& entryID, std::size_t uploaded, const std::vector<ReceiptUpload>& failed);
 
 private:
     void present() override;
@@ -44,7 +47,12 @@ private:
     void offer();
     void submit();
     void send();
+    QWidget* buildBegun(QWidget* parent);
+    void presentBegun();
+    void askToDiscardBegun();
+    void continueBegun();
     void keepDraft();
+    void takeAnotherKey(const std::string& key);
     void forget();
     [[nodiscard]] bool hasChanges() const;
     [[nodiscard]] Note noteOn(const EntryFormContent& shown) const;
@@ -62,7 +70,14 @@ private:
     QPushButton* m_another = nullptr;
     QPushButton* m_template = nullptr;
     QWidget* m_templateRow = nullptr;
+    TextLabel* m_behind = nullptr;
+    QWidget* m_begun = nullptr; // the offer of an entry that was begun before
+    Banner* m_begunText = nullptr;
+    QPushButton* m_begunContinue = nullptr;
+    QPushButton* m_begunDiscard = nullptr;
     bool m_offersTemplate = false;
+    bool m_isFresh = false; // opened on nothing
+    bool m_offersBegun = false;
     bool m_goesOn = false;    // what is being saved is followed by another entry
     bool m_hasGoneOn = false; // at least once
 };

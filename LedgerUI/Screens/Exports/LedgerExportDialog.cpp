@@ -14,26 +14,27 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Exports/LedgerCSV.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Buttons/SegmentedControl.h"
 #include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
+#include "LedgerUI/Components/Period/DayEdit.h"
 #include "LedgerUI/Components/Table/ChoiceField.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Text/ExportChangesText.h"
 #include "LedgerUI/Presentation/Text/SavingText.h"
-#include "LedgerUI/Screens/Entry/DayEdit.h"
 #include "LedgerUI/Screens/Exports/LedgerExportPreviewPane.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
 
-using Part = LedgerFilter::Part;
+using Source = LedgerExportForm::Source;
 
 constexpr int bodyWidth = 418;
 constexpr int asideWidth = 382;
@@ -45,12 +46,6 @@ constexpr std::size_t namedAtMost = 3;
 QString text(std::string_view key)
 {
     return word(exportWords(), key);
-}
-
-/// The days that the ledger could ever hold.
-EntryDayBounds anyDay(const std::string& today)
-{
-    return {.earliest = std::string{"0001-01-01"}, .latest = "9999-12-31", .today = today};
 }
 
 /// "Operating bank, Petty cash and 2 more" shortened to what a field holds: names up to three, else a count.
@@ -84,9 +79,9 @@ void presentField(ChoiceField& field, std::string_view name, std::string_view al
 
 }
 
-LedgerExportDialog::LedgerExportDialog(LedgerStore& store, const LedgerFilter& filter, QWidget* parent)
-    : CommandForm{store, parent}, m_form{LedgerExport::opened(filter, *snapshot(), store.today())},
-      m_isNarrowedElsewhere{filter.without(Part::kinds).without(Part::accounts).without(Part::currencies).narrows()}
+LedgerExportDialog::LedgerExportDialog(LedgerStore& store, LedgerExport::Page page, QWidget* parent)
+    : CommandForm{store, parent}, m_page{std::make_shared<const LedgerExport::Page>(std::move(page))},
+      m_form{LedgerExport::opened(*m_page, *snapshot())}, m_sources{LedgerExport::sources(*m_page)}
 {
     setObjectName(QStringLiteral("ledgerExportDialog"));
     confirmButton().setObjectName(QStringLiteral("exportSave"));
@@ -103,43 +98,15 @@ LedgerExportDialog::LedgerExportDialog(LedgerStore& store, const LedgerFilter& f
 void LedgerExportDialog::buildBody()
 {
     auto* body = new QWidget;
-    m_accounts = new ChoiceField;
-    m_accounts->setObjectName(QStringLiteral("exportAccounts"));
-    m_accountsField = new FormField(m_accounts, body);
-    m_accountsHint = new TextLabel(TypeStep::small, Token::text2, body);
-    m_accountsHint->setWordWrap(true);
-    auto keepsItsRoom = m_accountsHint->sizePolicy(); // a dialog that changes its height closes the open list
-    keepsItsRoom.setRetainSizeWhenHidden(true);
-    m_accountsHint->setSizePolicy(keepsItsRoom);
-    m_currencies = new ChoiceField;
-    m_currencies->setObjectName(QStringLiteral("exportCurrencies"));
-    m_currenciesField = new FormField(m_currencies, body);
-    m_receiptIndex = new QCheckBox(body);
-    m_receiptIndex->setObjectName(QStringLiteral("exportReceiptIndex"));
-    m_receiptHint = new TextLabel(TypeStep::small, Token::text2, body);
-    m_receiptHint->setWordWrap(true);
-    m_receiptHint->setContentsMargins(underBox, 0, 0, 0);
-    m_narrowed = new TextLabel(TypeStep::small, Token::text2, body);
-    m_narrowed->setObjectName(QStringLiteral("exportNarrowed"));
-    m_narrowed->setWordWrap(true);
-    m_narrowed->setVisible(m_isNarrowedElsewhere);
-
-    auto* accounts = new QVBoxLayout;
-    accounts->setSpacing(Space::labelToField);
-    accounts->addWidget(m_accountsField);
-    accounts->addWidget(m_accountsHint);
-    auto* receipts = new QVBoxLayout;
-    receipts->setSpacing(0);
-    receipts->addWidget(m_receiptIndex, 0, Qt::AlignLeft);
-    receipts->addWidget(m_receiptHint);
     auto* layout = new QVBoxLayout(body);
     layout->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::step4);
     layout->setSpacing(Space::fieldToField);
-    layout->addWidget(buildDays(body));
-    layout->addLayout(accounts);
-    layout->addWidget(m_currenciesField);
-    layout->addWidget(buildKinds(body));
-    layout->addLayout(receipts);
+    layout->addWidget(buildSource(body));
+    layout->addWidget(buildChoice(body));
+    layout->addWidget(buildReceipts(body));
+    m_narrowed = new TextLabel(TypeStep::small, Token::text2, body);
+    m_narrowed->setObjectName(QStringLiteral("exportNarrowed"));
+    m_narrowed->setWordWrap(true);
     layout->addWidget(m_narrowed);
     layout->addStretch(1);
     setBody(body, bodyWidth);
@@ -147,6 +114,71 @@ void LedgerExportDialog::buildBody()
     setAside(m_preview, asideWidth);
     m_format = new TextLabel(TypeStep::small, Token::text2, this);
     setFootPart(m_format);
+}
+
+/// Where the page shows another set of entries than these fields could name, the file may hold those.
+QWidget* LedgerExportDialog::buildSource(QWidget* parent)
+{
+    auto* source = new QWidget(parent);
+    m_source = new SegmentedControl;
+    m_source->setObjectName(QStringLiteral("exportSource"));
+    for (const auto each : m_sources)
+        m_source->addSegment(static_cast<int>(each), {});
+    m_sourceField = new FormField(m_source, source);
+    m_facts = new TextLabel(TypeStep::body, Token::text, source);
+    m_facts->setObjectName(QStringLiteral("exportFacts"));
+    m_facts->setWordWrap(true);
+    auto* rows = new QVBoxLayout(source);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(Space::fieldToField);
+    rows->addWidget(m_sourceField);
+    rows->addWidget(m_facts);
+    source->setVisible(m_sources.size() > 1);
+    return source;
+}
+
+QWidget* LedgerExportDialog::buildChoice(QWidget* parent)
+{
+    m_choice = new QWidget(parent);
+    m_accounts = new ChoiceField;
+    m_accounts->setObjectName(QStringLiteral("exportAccounts"));
+    m_accountsField = new FormField(m_accounts, m_choice);
+    m_accountsHint = new TextLabel(TypeStep::small, Token::text2, m_choice);
+    m_accountsHint->setWordWrap(true);
+    auto keepsItsRoom = m_accountsHint->sizePolicy(); // a dialog that changes its height closes the open list
+    keepsItsRoom.setRetainSizeWhenHidden(true);
+    m_accountsHint->setSizePolicy(keepsItsRoom);
+    m_currencies = new ChoiceField;
+    m_currencies->setObjectName(QStringLiteral("exportCurrencies"));
+    m_currenciesField = new FormField(m_currencies, m_choice);
+    auto* accounts = new QVBoxLayout;
+    accounts->setSpacing(Space::labelToField);
+    accounts->addWidget(m_accountsField);
+    accounts->addWidget(m_accountsHint);
+    auto* layout = new QVBoxLayout(m_choice);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(Space::fieldToField);
+    layout->addWidget(buildDays(m_choice));
+    layout->addLayout(accounts);
+    layout->addWidget(m_currenciesField);
+    layout->addWidget(buildKinds(m_choice));
+    return m_choice;
+}
+
+QWidget* LedgerExportDialog::buildReceipts(QWidget* parent)
+{
+    auto* receipts = new QWidget(parent);
+    m_receiptIndex = new QCheckBox(receipts);
+    m_receiptIndex->setObjectName(QStringLiteral("exportReceiptIndex"));
+    m_receiptHint = new TextLabel(TypeStep::small, Token::text2, receipts);
+    m_receiptHint->setWordWrap(true);
+    m_receiptHint->setContentsMargins(underBox, 0, 0, 0);
+    auto* rows = new QVBoxLayout(receipts);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(m_receiptIndex, 0, Qt::AlignLeft);
+    rows->addWidget(m_receiptHint);
+    return receipts;
 }
 
 QWidget* LedgerExportDialog::buildDays(QWidget* parent)
@@ -219,6 +251,8 @@ void LedgerExportDialog::bindParts()
     };
     follow(m_accounts, &LedgerExportForm::accountIDs);
     follow(m_currencies, &LedgerExportForm::currencies);
+    connect(m_source, &SegmentedControl::chosenByUser, this,
+            [change = changes(&LedgerExportForm::source)](int id) { change(static_cast<Source>(id)); });
     connect(m_receiptIndex, &QCheckBox::clicked, this, changes(&LedgerExportForm::includesReceiptIndex));
     for (const auto& each : m_kinds) {
         connect(each.box, &QCheckBox::clicked, this, [this, kind = each.kind](bool isOn) {
@@ -251,6 +285,12 @@ void LedgerExportDialog::adoptSnapshot()
     count();
 }
 
+void LedgerExportDialog::adoptLanguage(const std::string& /*before*/)
+{
+    present();
+    count(); // what narrows the page is named anew
+}
+
 void LedgerExportDialog::present()
 {
     const auto& today = store().today();
@@ -258,12 +298,13 @@ void LedgerExportDialog::present()
     setWindowTitle(text("title"));
     m_daysLabel->setText(text("days"));
     m_to->setText(text("to"));
-    m_firstDay->present(m_form.firstDay, anyDay(today));
+    m_firstDay->present(m_form.firstDay, DayBounds::ofCalendar(today));
     m_firstDay->setNames(text("firstDay"), text("openCalendar"));
-    m_lastDay->present(m_form.lastDay, anyDay(today));
+    m_lastDay->present(m_form.lastDay, DayBounds::ofCalendar(today));
     m_lastDay->setNames(text("lastDay"), text("openCalendar"));
     m_firstDayError->present(problems.firstDay);
     m_lastDayError->present(problems.lastDay);
+    presentSource();
     presentChoices();
     presentKinds();
     m_kindsError->present(problems.kinds);
@@ -272,6 +313,8 @@ void LedgerExportDialog::present()
     m_receiptHint->setText(text("receiptIndexHint"));
     m_receiptIndex->setAccessibleDescription(m_receiptHint->text());
     m_narrowed->setText(text("narrowed"));
+    const bool isShownOffered = std::ranges::find(m_sources, Source::shown) != m_sources.end();
+    m_narrowed->setVisible(m_form.source == Source::chosen && isShownOffered);
     const auto columns = LedgerCSV::columnCount({.includesReceiptIndex = m_form.includesReceiptIndex});
     m_format->setText(word(exportWords(), "format", {std::to_string(columns)}));
     const auto counts = m_previewed && m_previewed->counts ? std::optional{*m_previewed->counts} : std::nullopt;
@@ -283,6 +326,37 @@ void LedgerExportDialog::present()
                      .glyph = QStringLiteral("box-arrow-up")});
     if (problems.any())
         confirmButton().setEnabled(false);
+}
+
+QString LedgerExportDialog::sourceText(Source source) const
+{
+    switch (source) {
+    case Source::shown:
+        return text("source.shown");
+    case Source::selected:
+        return word(exportWords(), "source.selected", {groupedNumber(m_page->selectedIDs.size(), locale())});
+    case Source::chosen:
+        break;
+    }
+    return text("source.chosen");
+}
+
+void LedgerExportDialog::presentSource()
+{
+    m_sourceField->setLabel(text("source"));
+    m_source->setName(text("source"));
+    for (const auto each : m_sources)
+        m_source->setSegmentText(static_cast<int>(each), sourceText(each));
+    m_source->choose(static_cast<int>(m_form.source));
+    const bool isChosen = m_form.source == Source::chosen;
+    m_choice->setVisible(isChosen);
+    m_facts->setVisible(!isChosen);
+    QStringList lines;
+    if (m_previewed && m_previewed->form.source == m_form.source) {
+        for (const auto& fact : m_previewed->facts)
+            lines << word(ledgerWords(), "chip", {fact.label.toStdString(), fact.value.toStdString()});
+    }
+    m_facts->setText(lines.join(QLatin1Char('\n')));
 }
 
 void LedgerExportDialog::presentChoices()
@@ -309,11 +383,14 @@ void LedgerExportDialog::presentKinds()
 /// Whether what the preview says is about other books or another choice than those in force.
 bool LedgerExportDialog::isCounting() const
 {
-    return !m_previewed || m_previewed->books != snapshot() || m_previewed->scope != LedgerExport::scopeOf(m_form);
+    return !m_previewed || m_previewed->books != snapshot() || m_previewed->form != m_form;
 }
 
 QString LedgerExportDialog::fileName() const
 {
+    if (m_form.source != Source::chosen)
+        return isCounting() ? QStringLiteral("–")
+                            : qString(LedgerCSV::fileName(m_previewed->scope.startDate, m_previewed->scope.endDate));
     if (m_form.firstDay.empty() || m_form.lastDay.empty())
         return QStringLiteral("–");
     return qString(LedgerCSV::fileName(m_form.firstDay, m_form.lastDay));
@@ -321,7 +398,7 @@ QString LedgerExportDialog::fileName() const
 
 QWidget& LedgerExportDialog::firstField() const
 {
-    return m_firstDay->line();
+    return m_sources.size() > 1 ? static_cast<QWidget&>(*m_source) : m_firstDay->line();
 }
 
 void LedgerExportDialog::count()
@@ -330,27 +407,26 @@ void LedgerExportDialog::count()
     if (LedgerExport::problems(m_form, store().today(), locale()).any())
         return;
     const int run = ++m_counting;
-    QCoro::connect(LedgerExport::preview(snapshot(), LedgerExport::scopeOf(m_form)), this,
-                   [this, run](LedgerExport::Preview previewed) {
-                       if (run != m_counting)
-                           return;
-                       adopt(std::move(previewed));
-                       if (std::exchange(m_savesWhenCounted, false))
-                           proceed();
-                   });
+    QCoro::connect(
+        LedgerExport::preview(
+            {.books = snapshot(), .form = m_form, .page = m_page, .locale = locale(), .before = m_previewed}),
+        this, [this, run](LedgerExport::Preview previewed) {
+            if (run != m_counting)
+                return;
+            adopt(std::move(previewed));
+            if (std::exchange(m_savesWhenCounted, false))
+                proceed();
+        });
 }
 
 void LedgerExportDialog::adopt(LedgerExport::Preview previewed)
 {
-    const bool isRenewed = m_previewed && m_previewed->scope == previewed.scope && m_previewed->counts &&
-                           previewed.counts && *m_previewed->counts != *previewed.counts;
+    const auto changes = exportChangesText(previewed.changes, locale());
     m_previewed = std::move(previewed);
-    if (m_stage == SubmissionStage::editing) {
-        if (!m_previewed->counts)
-            m_refusal = LedgerExport::failureOf(m_previewed->counts.error());
-        else if (isRenewed)
-            m_note = {Banner::Kind::info, text("renewed")};
-    }
+    if (!m_previewed->counts && m_stage == SubmissionStage::editing)
+        m_refusal = LedgerExport::failureOf(m_previewed->counts.error());
+    else if (!changes.isEmpty())
+        m_note = {Banner::Kind::info, word(exportWords(), "renewed", {changes.toStdString()})};
     present();
 }
 
@@ -383,7 +459,7 @@ void LedgerExportDialog::saveTo(const std::filesystem::path& path)
     m_refusal.reset();
     m_note = {};
     present();
-    QCoro::connect(LedgerExport::save(&store(), *m_previewed, path, locale()), this,
+    QCoro::connect(LedgerExport::save(&store(), m_page, *m_previewed, path, locale()), this,
                    [this, path](const LedgerExport::Outcome& outcome) { finish(outcome, path); });
 }
 

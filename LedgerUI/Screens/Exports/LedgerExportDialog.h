@@ -15,15 +15,15 @@ class LedgerExportPreviewPane;
 class TextLabel;
 class QCheckBox;
 class QTimer;
-struct LedgerFilter;
+class SegmentedControl;
 
 /// Chooses what of the ledger goes into a file, shows how much that is, and saves it where the person wants. Deletes
 /// itself when it closes; open it with `open()`, and only for a member who may export.
 class LedgerExportDialog final : public CommandForm {
     Q_OBJECT
 public:
-    /// Begins as the ledger page is narrowed.
-    LedgerExportDialog(LedgerStore& store, const LedgerFilter& filter, QWidget* parent);
+    /// Begins as the ledger page is narrowed, or with what is selected on it.
+    LedgerExportDialog(LedgerStore& store, LedgerExport::Page page, QWidget* parent);
 
     /// Goes on as if the person had chosen this file.
     void saveTo(const std::filesystem::path& path);
@@ -35,6 +35,7 @@ Q_SIGNALS:
 private:
     void present() override;
     void adoptSnapshot() override;
+    void adoptLanguage(const std::string& before) override;
     [[nodiscard]] QWidget& firstField() const override;
 
     struct Kind {
@@ -44,8 +45,13 @@ private:
 
     QWidget* buildDays(QWidget* parent);
     QWidget* buildKinds(QWidget* parent);
+    QWidget* buildSource(QWidget* parent);
+    QWidget* buildChoice(QWidget* parent);
+    QWidget* buildReceipts(QWidget* parent);
     void buildBody();
     void bindParts();
+    void presentSource();
+    [[nodiscard]] QString sourceText(LedgerExportForm::Source source) const;
     void presentChoices();
     void presentKinds();
     void edit(LedgerExportForm form);
@@ -57,8 +63,9 @@ private:
     [[nodiscard]] bool isCounting() const;
     [[nodiscard]] QString fileName() const;
 
+    LedgerExport::PagePointer m_page;
     LedgerExportForm m_form;
-    bool m_isNarrowedElsewhere; // by what a file cannot be narrowed by
+    std::vector<LedgerExportForm::Source> m_sources;
     std::optional<LedgerExport::Preview> m_previewed;
     int m_counting = 0; // the run whose answer counts
     bool m_savesWhenCounted = false;
@@ -67,6 +74,10 @@ private:
     Note m_note;
     QTimer* m_pause = nullptr;
 
+    SegmentedControl* m_source = nullptr;
+    FormField* m_sourceField = nullptr;
+    TextLabel* m_facts = nullptr;
+    QWidget* m_choice = nullptr; // the fields of what is chosen here
     TextLabel* m_daysLabel = nullptr;
     DayEdit* m_firstDay = nullptr;
     DayEdit* m_lastDay = nullptr;

@@ -22,6 +22,12 @@ void open(LedgerStore& store, PrintSource source, QWidget* over, const LedgerPri
     dialog->open();
 }
 
+PrintJob jobOf(LedgerStore& store, LedgerPrint::Asked asked)
+{
+    return {.document = [asked](const std::string& locale) { return LedgerPrint::list(asked, locale); },
+            .permission = [store = &store, asked] { return LedgerPrint::permission(store, asked); }};
+}
+
 LedgerBookPointer inLanguage(const LedgerBookPointer& book, const std::string& locale)
 {
     return book->locale() == locale ? book : std::make_shared<const LedgerBook>(book->snapshotPointer(), locale);
@@ -33,9 +39,7 @@ Action LedgerPrinting::list(LedgerStore& store, LedgerBrowser& browser, QWidget*
 {
     const bool isReady = browser.listing() != nullptr;
     const auto source = [&store, listing = browser.listing()] {
-        const LedgerPrint::Asked asked{store.snapshot(), listing, momentNow(store.today())};
-        return PrintJob{.document = [asked](const std::string& locale) { return LedgerPrint::list(asked, locale); },
-                        .permission = [store = &store, asked] { return LedgerPrint::permission(store, asked); }};
+        return jobOf(store, {store.snapshot(), listing, momentNow(store.today())});
     };
     return {.id = QStringLiteral("printLedger"),
             .text = word(printWords(), "action"),
@@ -43,6 +47,38 @@ Action LedgerPrinting::list(LedgerStore& store, LedgerBrowser& browser, QWidget*
             .keys = KeyBindings::keys(Command::print),
             .isOffered = store.canExport() && isReady,
             .run = [&store, source, over, done = std::move(done)] { open(store, source, over, done); }};
+}
+
+Action LedgerPrinting::selection(LedgerStore& store, LedgerBrowser& browser, const Selected& selected, QWidget* over,
+                                 Done done)
+{
+    const auto count = groupedNumber(selected.count, InterfaceLanguage::tag());
+    return {.id = QStringLiteral("printSelected"),
+            .text = word(exportWords(), "selected.print", {count}),
+            .glyph = QStringLiteral("printer"),
+            .isOffered = store.canExport() && selected.count > 1,
+            .run = [&store, &browser, ids = selected.ids, over, done = std::move(done)] {
+                const auto chosen = ids();
+                if (chosen.empty()) // what was selected has gone meanwhile; nothing stands for the whole page
+                    return;
+                const auto source = [&store, listing = browser.listing(), chosen] {
+                    return jobOf(store, {store.snapshot(), listing, momentNow(store.today()), chosen});
+                };
+                open(store, source, over, done);
+            }};
+}
+
+void LedgerPrinting::statement(LedgerStore& store, const std::string& accountID, const Period& period, QWidget* over,
+                               const Done& done)
+{
+    const auto source = [&store, accountID, period] {
+        const LedgerPrint::AskedStatement asked{store.snapshot(), accountID, period, momentNow(store.today())};
+        return PrintJob{
+            .document = [asked](const std::string& locale) { return LedgerPrint::statement(asked, locale); },
+            .permission = [store = &store,
+                           asked] { return LedgerPrint::permission(store, asked, InterfaceLanguage::tag()); }};
+    };
+    open(store, source, over, done);
 }
 
 Action LedgerPrinting::entry(LedgerStore& store, LedgerBookPointer book, std::uint32_t at, QWidget* over, Done done)

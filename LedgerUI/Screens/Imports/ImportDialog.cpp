@@ -15,7 +15,6 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
-#include "LedgerCore/Client/Files/FileSaving.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
@@ -24,7 +23,9 @@
 #include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Forms/SavedFile.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
+#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/FileWords.h"
 #include "LedgerUI/Presentation/Text/SavingText.h"
@@ -34,10 +35,11 @@
 
 namespace {
 
-constexpr int bodyWidth = 720;
+constexpr int bodyWidth = 820;
 constexpr int entriesHeight = 230;
 constexpr int effectsHeight = 130;
-constexpr int issueColumn = 2;
+constexpr int issuesHeight = 220;
+constexpr int stretchedColumn = 3; // of issues and of entries
 constexpr int barHeight = 8;
 constexpr std::array guideKeys{"guide.entry", "guide.transfer", "guide.exchange", "guide.opening", "guide.start"};
 
@@ -69,12 +71,6 @@ std::optional<std::filesystem::path> fileIn(const QMimeData& data)
     return std::filesystem::path{urls.first().toLocalFile().toStdString()};
 }
 
-void presentTable(PlainTable& table, const QString& name, LedgerImport::Table content)
-{
-    table.setAccessibleName(name);
-    table.present(std::move(content.columns), std::move(content.rows));
-}
-
 }
 
 ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{store, parent}
@@ -89,11 +85,12 @@ ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{st
             [this] { QApplication::clipboard()->setText(LedgerImport::issuesText(*m_reading, locale())); });
     connect(m_saveIssues, &QPushButton::clicked, this, [this] {
         const auto name = qString(m_reading->path.stem().string()) + QStringLiteral("-issues.csv");
-        saveText(name, LedgerImport::issuesFile(*m_reading, locale()));
+        saveFile(name, [reading = m_reading, locale = locale()] { return LedgerImport::issuesFile(*reading, locale); });
     });
     connect(m_template, &QPushButton::clicked, this, [this] {
-        saveText(qString(LedgerImportCSV::templateName) + QStringLiteral(".csv"), LedgerImportCSV::templateText());
+        saveFile(qString(LedgerImportCSV::templateName) + QStringLiteral(".csv"), LedgerImportCSV::templateText);
     });
+    connect(m_table, &PlainTable::chosen, this, &ImportDialog::presentIssue);
     connect(this, &FormDialog::confirmed, this, &ImportDialog::confirm);
     present();
 }
@@ -103,8 +100,11 @@ void ImportDialog::buildBody()
     auto* body = new QWidget;
     m_file = new ImportFileCard(body);
     m_tableTitle = new TextLabel(TypeStep::small, Token::text2, body);
-    m_table = new PlainTable(issueColumn, body);
+    m_table = new PlainTable(stretchedColumn, body);
     m_table->setObjectName(QStringLiteral("importTable"));
+    m_issue = new TextLabel(TypeStep::body, Token::text, body);
+    m_issue->setObjectName(QStringLiteral("importIssue"));
+    m_issue->setWordWrap(true);
     m_effectsTitle = new TextLabel(TypeStep::small, Token::text2, body);
     m_effects = new PlainTable(0, body);
     m_effects->setObjectName(QStringLiteral("importEffects"));
@@ -114,6 +114,7 @@ void ImportDialog::buildBody()
     rows->addWidget(m_file);
     rows->addWidget(m_tableTitle);
     rows->addWidget(m_table);
+    rows->addWidget(m_issue);
     rows->addWidget(m_effectsTitle);
     rows->addWidget(m_effects);
     rows->addWidget(buildProgress(body));
@@ -220,7 +221,7 @@ CommandForm::Note ImportDialog::note() const
 
 void ImportDialog::presentFile()
 {
-    const bool hasFile = m_reading.has_value();
+    const bool hasFile = m_reading != nullptr;
     const auto facts = hasFile && !m_reading->isUnreadable ? LedgerImport::sizeText(*m_reading, locale()) : QString{};
     m_file->present(hasFile ? qString(m_reading->path.filename().string()) : QString{},
                     m_stage == Stage::reading ? text("reading") : (hasFile ? facts : text("drop")),
@@ -241,20 +242,27 @@ void ImportDialog::presentFindings()
     m_effectsTitle->setText(text("effectList"));
     m_copyIssues->setVisible(hasIssues);
     m_copyIssues->setText(text("copyIssues"));
-    m_saveIssues->setVisible(hasIssues);
+    m_saveIssues->setVisible(hasIssues && LedgerImport::hasRows(*m_reading));
     m_saveIssues->setText(text("saveIssues"));
     for (auto* line : m_guideLines)
         line->setVisible(!isReady && m_stage != Stage::done);
     m_guideTitle->setVisible(!isReady && m_stage != Stage::done);
-    if (hasIssues) {
-        presentTable(*m_table, text("issueList"), LedgerImport::issues(*m_reading, locale()));
-        m_table->setFixedHeight(m_table->wholeHeight());
-    } else if (isReady) {
-        presentTable(*m_table, text("entryList"), LedgerImport::entries(*m_reading, locale()));
-        m_table->setFixedHeight(std::min(m_table->wholeHeight(), entriesHeight));
-        presentTable(*m_effects, text("effectList"), LedgerImport::effects(*m_reading, locale()));
-        m_effects->setFixedHeight(std::min(m_effects->wholeHeight(), effectsHeight));
-    }
+    m_table->setAccessibleName(text(hasIssues ? "issueList" : "entryList"));
+    m_table->setFixedHeight(std::min(m_table->wholeHeight(), hasIssues ? issuesHeight : entriesHeight));
+    presentIssue();
+    if (!isReady)
+        return;
+    auto effects = LedgerImport::effects(*m_reading, locale());
+    m_effects->setAccessibleName(text("effectList"));
+    m_effects->present(std::move(effects.columns), std::move(effects.rows));
+    m_effects->setFixedHeight(std::min(m_effects->wholeHeight(), effectsHeight));
+}
+
+void ImportDialog::presentIssue()
+{
+    const bool hasIssues = isPlanned() && m_reading->issueCount() > 0;
+    m_issue->setText(hasIssues ? LedgerImport::issueText(*m_reading, m_table->chosenID(), locale()) : QString{});
+    m_issue->setVisible(!m_issue->text().isEmpty());
 }
 
 void ImportDialog::presentProgress()
@@ -291,6 +299,10 @@ void ImportDialog::adoptLanguage(const std::string& /*before*/)
 {
     if (m_stage != Stage::stopped)
         m_failure.clear();
+    if (isPlanned()) {
+        auto table = LedgerImport::found(*m_reading, locale());
+        m_table->present(std::move(table.columns), std::move(table.rows));
+    }
     present();
 }
 
@@ -316,22 +328,34 @@ void ImportDialog::read(const std::filesystem::path& path)
     m_failure.clear();
     present();
     const int run = ++m_readings;
-    QCoro::connect(LedgerImport::read(path, snapshot(), store().today()), this, [this, run](ImportReading reading) {
-        if (run != m_readings)
-            return;
-        m_reading = std::move(reading);
-        m_stage = Stage::planned;
-        present();
-        firstField().setFocus(Qt::OtherFocusReason);
-    });
+    QCoro::connect(LedgerImport::read(path, snapshot(), store().today(), locale()), this,
+                   [this, run](LedgerImport::Answer answer) {
+                       if (run == m_readings)
+                           adopt(std::move(answer));
+                   });
 }
 
-void ImportDialog::saveText(const QString& suggestion, std::string content)
+void ImportDialog::adopt(LedgerImport::Answer answer)
+{
+    // The books may have changed while the file was read: what is shown must be worked out from those of now.
+    if (answer.reading->books != snapshot())
+        return read(answer.reading->path);
+    m_reading = std::move(answer.reading);
+    m_stage = Stage::planned;
+    m_table->present(std::move(answer.table.columns), std::move(answer.table.rows));
+    if (m_reading->issueCount() > 0)
+        m_table->chooseFirst();
+    present();
+    firstField().setFocus(Qt::OtherFocusReason);
+}
+
+void ImportDialog::saveFile(const QString& suggestion, std::function<std::string()> content)
 {
     const auto write = [this, content = std::move(content)](const std::filesystem::path& path) {
-        const auto problem = FileSaving::write(path, content); // a few kilobytes at most
-        m_failure = problem ? notSavedText(locale(), word(fileWords(), "notSaved"), *problem) : QString{};
-        present();
+        QCoro::connect(SavedFile::write(path, content), this, [this](const std::optional<SavingProblem>& problem) {
+            m_failure = problem ? notSavedText(locale(), word(fileWords(), "notSaved"), *problem) : QString{};
+            present();
+        });
     };
     FileChoice::save({.name = QStringLiteral("importSaveDialog"),
                       .title = word(fileWords(), "save"),
@@ -352,8 +376,12 @@ void ImportDialog::confirm()
 
 void ImportDialog::import()
 {
-    if (!isPlanned() || !m_reading->isReady() || store().isBusy())
+    if (!isPlanned() || !m_reading->isReady() || store().isBusy()) {
+        // While the question was open: the books came anew, or something else is being sent.
+        m_failure = store().isBusy() ? word(ledgerWords(), "newEntry.busy") : text("changedMeanwhile");
+        present();
         return;
+    }
     m_stage = Stage::importing;
     m_confirmed = 0;
     m_isStopping = false;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
+#include <functional>
 
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Imports/LedgerImport.h"
@@ -48,14 +48,17 @@ private:
     [[nodiscard]] Note note() const;
     void askForFile();
     void read(const std::filesystem::path& path);
-    void saveText(const QString& suggestion, std::string content);
+    void adopt(LedgerImport::Answer answer);
+    /// `content` is asked for it on a worker.
+    void saveFile(const QString& suggestion, std::function<std::string()> content);
+    void presentIssue();
     void confirm();
     void import();
     void finish(const Result<void>& outcome);
     [[nodiscard]] bool isPlanned() const { return m_stage == Stage::planned && m_reading; }
 
     Stage m_stage = Stage::choosing;
-    std::optional<ImportReading> m_reading;
+    ImportReadingPointer m_reading;
     int m_readings = 0; // the run whose answer counts
     std::size_t m_confirmed = 0;
     bool m_isStopping = false;
@@ -65,6 +68,7 @@ private:
     PlainTable* m_table = nullptr;   // issues or entries
     PlainTable* m_effects = nullptr; // on balances
     TextLabel* m_tableTitle = nullptr;
+    TextLabel* m_issue = nullptr; // the chosen issue in full, with what to do about it
     TextLabel* m_effectsTitle = nullptr;
     QWidget* m_progress = nullptr;
     TextLabel* m_progressText = nullptr;

@@ -4,20 +4,21 @@
 #include <array>
 #include <optional>
 
+#include "LedgerCore/Client/Store/EntryDrafts.h"
+#include "LedgerCore/Client/Store/EntryTemplates.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Entry/BegunEntry.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
-#include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
-#include "LedgerUI/Screens/Templates/EntryTemplates.h"
 
 namespace {
 
@@ -48,9 +49,10 @@ bool mayRepeat(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
     return isRepeatable && !LedgerEntryAccess::accounts(snapshot, entry.kind).empty();
 }
 
-constexpr std::size_t reversedAtOnce = 200;
+/// What was imported by mistake is undone together, and a file may well hold some thousands of rows.
+constexpr std::size_t reversedAtOnce = 10'000;
 
-/// Whether several are chosen of which the member may undo one at least; of very many only the first are looked at.
+/// Whether several are chosen of which the member may undo one at least, among as many as can be undone at once.
 bool mayReverseSome(const LedgerActions::Chosen& chosen)
 {
     const auto looked = chosen.entries.first(std::min(chosen.entries.size(), reversedAtOnce));
@@ -67,19 +69,16 @@ QString tooMany(std::size_t count)
                : word(ledgerWords(), "action.tooMany", {groupedNumber(reversedAtOnce, InterfaceLanguage::tag())});
 }
 
-std::vector<std::string> idsOf(const LedgerActions::Chosen& chosen)
-{
-    std::vector<std::string> ids;
-    if (chosen.entries.size() > reversedAtOnce)
-        return ids;
-    for (const auto at : chosen.entries)
-        ids.push_back(chosen.book->transaction(at).id);
-    return ids;
-}
-
 QString idOf(std::string_view kind)
 {
     return QStringLiteral("newEntry.") + qString(kind);
+}
+
+/// What was begun in this program last, else what an earlier one has left.
+std::optional<EntryDraft> begunIn(LedgerStore& store)
+{
+    auto own = store.drafts().own();
+    return own ? own : store.drafts().left();
 }
 
 }
@@ -111,7 +110,7 @@ std::vector<Action> LedgerActions::recording(LedgerStore& store,
                            .whyNot = isPossible ? busy : word(ledgerWords(), "newEntry.none"),
                            .run = begin});
     }
-    const auto draft = EntryDrafts::of(store).kept(InterfaceLanguage::tag());
+    const auto draft = begunIn(store);
     actions.push_back({.id = idOf("draft"),
                        .text = word(ledgerWords(), "newEntry.draft"),
                        .glyph = QStringLiteral("pencil"),
@@ -119,13 +118,15 @@ std::vector<Action> LedgerActions::recording(LedgerStore& store,
                        .isOffered = mayRecord && draft.has_value(),
                        .run = [&store, record] {
                            // As it stands when it is asked for.
-                           if (auto begun = EntryDrafts::of(store).kept(InterfaceLanguage::tag()))
-                               record({.kind = begun->kind, .accountID = {}, .prefilled = std::move(begun)});
+                           if (const auto begun = begunIn(store)) {
+                               auto entry = BegunEntry::continued(*begun, InterfaceLanguage::tag());
+                               record({.kind = entry.kind, .accountID = {}, .prefilled = std::move(entry)});
+                           }
                        }});
     actions.push_back({.id = idOf("templates"),
                        .text = word(templateWords(), "menu"),
                        .glyph = QStringLiteral("arrow-repeat"),
-                       .isOffered = mayRecord && EntryTemplates::of(store).areOffered(),
+                       .isOffered = mayRecord && store.templates().areOffered(),
                        .run = showTemplates});
     return actions;
 }
@@ -168,7 +169,7 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
          .glyph = QStringLiteral("arrow-counterclockwise"),
          .whyNot = chosen.isBusy ? busy : tooMany(chosen.entries.size()),
          .isOffered = mayReverseSome(chosen),
-         .run = [reverse = chosen.reverseSeveral, ids = idsOf(chosen)] { reverse(ids); }},
+         .run = chosen.reverseSeveral},
         {.id = QStringLiteral("duplicate"),
          .text = word(ledgerWords(), "action.duplicate"),
          .glyph = QStringLiteral("files"),

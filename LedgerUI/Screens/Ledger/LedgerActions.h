@@ -35,7 +35,7 @@ struct Chosen {
     std::function<void()> open;
     std::function<void()> copy;
     std::function<void(const std::string& entryID)> reverse;
-    std::function<void(std::vector<std::string> entryIDs)> reverseSeveral;
+    std::function<void()> reverseSeveral; // all of them
     std::function<void(const std::string& entryID)> duplicate;
     std::function<void(const std::string& entryID)> keepTemplate; // empty where the service keeps none
     std::function<void(const LedgerRefund& refund)> refund;

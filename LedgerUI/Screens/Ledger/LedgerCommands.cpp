@@ -5,9 +5,11 @@
 
 #include <QMenu>
 
+#include "LedgerCore/Client/Store/EntryTemplates.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Components/Page/ListDetailPage.h"
+#include "LedgerUI/Components/Period/DayPopover.h"
 #include "LedgerUI/Components/Period/PeriodNavigator.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
@@ -16,14 +18,12 @@
 #include "LedgerUI/Presentation/Ledger/LedgerSelection.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
-#include "LedgerUI/Screens/Entry/EntryDayPopover.h"
 #include "LedgerUI/Screens/Exports/LedgerPrinting.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
 #include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
 #include "LedgerUI/Screens/Ledger/LedgerFilterRow.h"
 #include "LedgerUI/Screens/Ledger/LedgerGuide.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
-#include "LedgerUI/Screens/Templates/EntryTemplates.h"
 
 namespace {
 
@@ -83,6 +83,7 @@ void LedgerCommands::presentSelection(const LedgerSelection& selection)
     const auto one = selection.one ? selection.entries.front() : LedgerBook::none;
     m_actions->present({LedgerPrinting::entry(m_store, selection.book, one, &m_page,
                                               [this](const QString& what) { Q_EMIT done(what); })});
+    m_actions->present(takingOut(selection.entries.size()));
     m_actions->present(
         LedgerActions::onEntries({.book = selection.book,
                                   .entries = selection.entries,
@@ -91,7 +92,7 @@ void LedgerCommands::presentSelection(const LedgerSelection& selection)
                                   .open = [this] { m_parts.page->openDetail(); },
                                   .copy = [this] { m_parts.table->copySelection(); },
                                   .reverse = [this](const std::string& id) { m_dialogs->reverse(id); },
-                                  .reverseSeveral = [this](const auto& ids) { m_dialogs->reverse(ids); },
+                                  .reverseSeveral = [this] { m_dialogs->reverse(m_parts.table->selectedIDs()); },
                                   .duplicate = [this](const std::string& id) { m_dialogs->duplicate(id); },
                                   .keepTemplate = templateKeeper(),
                                   .refund = [this](const LedgerRefund& begun) { m_dialogs->refund(begun); },
@@ -102,7 +103,7 @@ void LedgerCommands::presentSelection(const LedgerSelection& selection)
 /// Nothing while no templates are kept here.
 std::function<void(const std::string& entryID)> LedgerCommands::templateKeeper()
 {
-    if (!EntryTemplates::of(m_store).areOffered())
+    if (!m_store.templates().areOffered())
         return {};
     return [this](const std::string& id) { m_dialogs->keepTemplate(id); };
 }
@@ -128,8 +129,40 @@ std::vector<Action> LedgerCommands::exchanging()
              .keys = KeyBindings::keys(Command::exportRows),
              .whyNot = busy,
              .isOffered = m_store.canExport(),
-             .run = [this] { m_dialogs->exportEntries(m_browser.filter()); }},
+             .run = [this] { exportEntries({}); }},
             LedgerPrinting::list(m_store, m_browser, &m_page, [this](const QString& what) { Q_EMIT done(what); })};
+}
+
+/// The same for the selected entries alone.
+std::vector<Action> LedgerCommands::takingOut(std::size_t selected)
+{
+    const auto count = groupedNumber(selected, InterfaceLanguage::tag());
+    return {{.id = QStringLiteral("exportSelected"),
+             .text = word(exportWords(), "selected.export", {count}),
+             .glyph = QStringLiteral("box-arrow-up"),
+             .whyNot = m_store.isBusy() ? text("newEntry.busy") : QString{},
+             .isOffered = m_store.canExport() && selected > 1,
+             .run =
+                 [this] {
+                     if (auto ids = selectedIDs(); !ids.empty())
+                         exportEntries(std::move(ids));
+                 }},
+            LedgerPrinting::selection(m_store, m_browser, {.count = selected, .ids = [this] { return selectedIDs(); }},
+                                      &m_page, [this](const QString& what) { Q_EMIT done(what); })};
+}
+
+void LedgerCommands::exportEntries(SharedList<std::string> selectedIDs)
+{
+    m_dialogs->exportEntries({.filter = m_browser.filter(),
+                              .book = m_browser.book(),
+                              .selectedIDs = std::move(selectedIDs),
+                              .today = m_store.today()});
+}
+
+/// Asked for when something is done with them: a whole ledger can be selected.
+SharedList<std::string> LedgerCommands::selectedIDs() const
+{
+    return m_parts.table->selectedIDs();
 }
 
 /// What leads about the page and changes nothing but what is shown.
@@ -164,7 +197,9 @@ void LedgerCommands::fillRecordingMenu(QMenu& menu) const
 void LedgerCommands::openEntryMenu(QPoint place)
 {
     auto* menu = menuNamed("entryMenu", m_parts.table);
-    m_actions->fill(*menu, LedgerActions::entryMenu() << QStringLiteral("printEntry"));
+    m_actions->fill(*menu, LedgerActions::entryMenu()
+                               << QStringLiteral("printEntry") << QStringLiteral("exportSelected")
+                               << QStringLiteral("printSelected"));
     m_actions->fill(*menu->addMenu(text("action.sort")), LedgerActions::sortingMenu());
     m_actions->fill(*menu->addMenu(text("columns")), LedgerActions::columnsMenu());
     m_actions->fill(*menu, {QStringLiteral("jumpToDay")});
@@ -196,8 +231,8 @@ void LedgerCommands::openDays()
 {
     const auto today = LedgerDay::format(m_browser.today());
     if (!m_days) {
-        m_days = new EntryDayPopover(m_parts.period, Popover::Edge::below);
-        connect(m_days, &EntryDayPopover::dayChosen, m_parts.guide, &LedgerGuide::goToDay);
+        m_days = new DayPopover(m_parts.period, Popover::Edge::below);
+        connect(m_days, &DayPopover::dayChosen, m_parts.guide, &LedgerGuide::goToDay);
     }
     const auto last = LedgerDay::format(m_browser.counts().horizon(m_browser.today()));
     m_days->openOn(today, {.earliest = {}, .latest = std::max(today, last), .today = today});

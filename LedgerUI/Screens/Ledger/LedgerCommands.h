@@ -7,10 +7,11 @@
 #include <QObject>
 #include <QPointer>
 
+#include "LedgerCore/Domain/Records/SharedList.h"
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 
-class EntryDayPopover;
+class DayPopover;
 class LedgerBrowser;
 class LedgerDialogs;
 class LedgerFilterRow;
@@ -60,6 +61,9 @@ Q_SIGNALS:
 private:
     [[nodiscard]] std::vector<Action> moving();
     [[nodiscard]] std::vector<Action> exchanging();
+    [[nodiscard]] std::vector<Action> takingOut(std::size_t selected);
+    void exportEntries(SharedList<std::string> selectedIDs);
+    [[nodiscard]] SharedList<std::string> selectedIDs() const;
     [[nodiscard]] std::function<void(const std::string& entryID)> templateKeeper();
     void openDays();
 
@@ -69,5 +73,5 @@ private:
     ActionSet* m_actions = nullptr;
     LedgerDialogs* m_dialogs = nullptr;
     Parts m_parts;
-    QPointer<EntryDayPopover> m_days; // made when it is first wanted
+    QPointer<DayPopover> m_days; // made when it is first wanted
 };

@@ -52,6 +52,10 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
     if (!detail.title.isEmpty())
         body->addText(detail.title, Token::text2);
     body->addLines(detail.lines);
+    if (!detail.caution.isEmpty()) {
+        body->addGap(Space::step2);
+        body->addText(detail.caution, Token::warn);
+    }
     body->addSection(text("detail.movements"));
     for (const auto& leg : detail.legs)
         body->addLeg(leg, text("detail.balanceAfter"));

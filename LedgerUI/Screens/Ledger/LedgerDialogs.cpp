@@ -64,10 +64,8 @@ void LedgerDialogs::open(TransactionForm* form)
         Q_EMIT recorded(id);
         Q_EMIT done(word(ledgerWords(), "done.recorded"));
     });
-    connect(form, &TransactionForm::receiptsLeft, this,
-            [this](const QString& id, std::size_t uploaded, const std::vector<ReceiptUpload>& failed) {
-                addReceipts({.entryID = id.toStdString(), .failed = failed, .uploaded = uploaded});
-            });
+    form->offerBegun();
+    connect(form, &TransactionForm::continueWanted, this, &LedgerDialogs::record);
     form->open();
 }
 
@@ -133,9 +131,9 @@ void LedgerDialogs::reverse(const std::vector<std::string>& entryIDs)
     dialog->open();
 }
 
-void LedgerDialogs::exportEntries(const LedgerFilter& filter)
+void LedgerDialogs::exportEntries(LedgerExport::Page page)
 {
-    auto* dialog = new LedgerExportDialog(m_store, filter, m_page.window());
+    auto* dialog = new LedgerExportDialog(m_store, std::move(page), m_page.window());
     connect(dialog, &LedgerExportDialog::saved, this,
             [this](const QString& fileName) { Q_EMIT done(word(exportWords(), "done", {fileName.toStdString()})); });
     dialog->open();

@@ -7,12 +7,12 @@
 #include <QObject>
 
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Exports/LedgerExportForm.h"
 #include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
 
 class LedgerStore;
 class QWidget;
 class TransactionForm;
-struct LedgerFilter;
 struct LedgerRefund;
 
 /// The dialogs that the ledger page opens over its window. What comes of them is announced; the page shows it.
@@ -34,7 +34,7 @@ public:
     void reverse(const std::string& entryID);
     /// Several, for one reason.
     void reverse(const std::vector<std::string>& entryIDs);
-    void exportEntries(const LedgerFilter& filter);
+    void exportEntries(LedgerExport::Page page);
     void importEntries();
     void showReceipt(const std::string& entryID, std::size_t at);
     void addReceipts(AddReceiptsDialog::Opening opening);

@@ -221,7 +221,7 @@ int LedgerFilterRow::unfoldedWidth() const
 QString LedgerFilterRow::allText(bool isFolded) const
 {
     std::size_t set = 0;
-    for (const auto part : {Part::members, Part::amounts})
+    for (const auto part : LedgerFilter::furtherParts)
         set += m_filter.isSet(part) ? 1 : 0;
     for (const auto part : parts)
         set += isFolded && !chosenIn(m_filter, part).empty() ? 1 : 0;
@@ -333,8 +333,8 @@ void LedgerFilterRow::presentChips()
     std::vector<Part> chips; // what no button shows
     if (m_isFolded)
         chips.assign(parts.begin(), parts.end());
-    for (const auto part : {Part::members, Part::amounts, Part::figure})
-        chips.push_back(part);
+    chips.insert(chips.end(), LedgerFilter::furtherParts.begin(), LedgerFilter::furtherParts.end());
+    chips.push_back(Part::figure);
     for (const auto part : chips) {
         if (!book || !m_filter.isSet(part))
             continue;

@@ -7,6 +7,8 @@
 #include <QMenu>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Client/Store/EntryDrafts.h"
+#include "LedgerCore/Client/Store/EntryTemplates.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
@@ -18,7 +20,6 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Ledger/LedgerCommands.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 #include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
@@ -28,7 +29,6 @@
 #include "LedgerUI/Screens/Ledger/LedgerNoticeView.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerTotalsStrip.h"
-#include "LedgerUI/Screens/Templates/EntryTemplates.h"
 
 namespace {
 
@@ -110,8 +110,9 @@ void LedgerView::bindParts()
         presentCommands();
         presentDetail();
     });
-    connect(&EntryDrafts::of(m_store), &EntryDrafts::changed, this, &LedgerView::presentCommands);
-    connect(&EntryTemplates::of(m_store), &EntryTemplates::changed, this, &LedgerView::presentTemplates);
+    connect(&m_store.drafts(), &EntryDrafts::changed, this, &LedgerView::presentCommands);
+    connect(&m_store.drafts(), &EntryDrafts::arrived, &m_commands->dialogs(), &LedgerDialogs::offerKeptEntry);
+    connect(&m_store.templates(), &EntryTemplates::changed, this, &LedgerView::presentTemplates);
     connect(m_messages, &LedgerMessages::dueWanted, &m_commands->dialogs(), &LedgerDialogs::showTemplates);
     connect(m_browser, &LedgerBrowser::changed, this, &LedgerView::present);
     connect(m_period, &PeriodNavigator::periodChosen, this, [this](const Period& period) {
@@ -292,7 +293,7 @@ void LedgerView::presentTemplates()
 {
     presentCommands();
     if (m_messages)
-        m_messages->presentDue(EntryTemplates::of(m_store).proposals().size());
+        m_messages->presentDue(m_store.templates().proposals().size());
 }
 
 void LedgerView::retranslate()

@@ -16,6 +16,7 @@
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Text/LongWords.h"
 #include "LedgerUI/Screens/Entry/EntryDayField.h"
 #include "LedgerUI/Screens/Records/RecordEquation.h"
 #include "LedgerUI/Screens/Records/RecordLinesTable.h"
@@ -105,6 +106,7 @@ RecordFormBody::RecordFormBody(QWidget* parent) : QWidget{parent}
     rows->addWidget(m_hint);
     rows->addStretch(1);
     connect(m_lines, &RecordLinesTable::edited, this, &RecordFormBody::edited);
+    connect(m_lines, &RecordLinesTable::left, this, &RecordFormBody::amountLeft);
     connect(m_lines, &RecordLinesTable::pasteRefused, this, &RecordFormBody::pasteRefused);
 }
 
@@ -121,7 +123,7 @@ void RecordFormBody::present(const RecordFormContent& content)
         label.setVisible(!text.isEmpty());
     };
     show(*m_explanation, content.explanation);
-    show(*m_preview, content.preview);
+    show(*m_preview, breakingLongWords(content.preview));
     show(*m_hint, content.hint);
     m_equation->present(content.equation);
     for (const auto& field : content.fields)
@@ -155,7 +157,7 @@ RecordFormBody::Place RecordFormBody::make(const RecordField& field)
         setStyleProperty(edit, "extent", QString{});
         edit->setFont(TypeScale::font(TypeStep::body));
         connect(edit, &AmountEdit::amountEdited, this, say);
-        connect(edit, &AmountEdit::left, this, &RecordFormBody::amountLeft);
+        connect(edit, &AmountEdit::left, this, [this] { Q_EMIT amountLeft({}); });
         connect(edit, &AmountEdit::pasteRefused, this,
                 [this](PasteRefusal refusal) { Q_EMIT pasteRefused(refusal, {}); });
         control = edit;
@@ -188,6 +190,7 @@ RecordFormBody::Place RecordFormBody::make(const RecordField& field)
     }
     control->setObjectName(nameOf(part));
     auto* box = new FormField(control, this);
+    box->wrapLabel(); // it may hold a name that somebody else has given
     box->error().setObjectName(nameOf(part) + QStringLiteral("Error"));
     return {.box = box, .control = named ? named : control};
 }
@@ -196,7 +199,7 @@ void RecordFormBody::presentField(Place& place, const RecordField& field)
 {
     auto* control = place.control;
     const bool isTick = field.kind == Kind::tick;
-    place.box->setLabel(isTick ? QString{} : field.label);
+    place.box->setLabel(isTick ? QString{} : breakingLongWords(field.label));
     if (field.kind == Kind::amount) {
         auto& edit = static_cast<AmountEdit&>(*control);
         edit.setCurrency(field.currency);
@@ -225,6 +228,7 @@ void RecordFormBody::presentField(Place& place, const RecordField& field)
 void RecordFormBody::arrange(const RecordFormContent& content)
 {
     std::vector<RecordPart> order;
+    order.reserve(content.fields.size());
     for (const auto& field : content.fields)
         order.push_back(field.part);
     if (order == m_order)

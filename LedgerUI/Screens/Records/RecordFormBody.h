@@ -5,7 +5,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
+#include "LedgerUI/Presentation/Forms/AmountTyping.h"
 #include "LedgerUI/Presentation/Records/RecordForm.h"
 
 class FormField;
@@ -35,8 +35,8 @@ public:
 
 Q_SIGNALS:
     void edited(const RecordEdit& edit);
-    /// The keys left the amount.
-    void amountLeft();
+    /// The keys left the amount, or what is typed for a person in the table.
+    void amountLeft(const std::string& personID);
     /// What was to be pasted into the amount, or into that of a person in the table, is not one.
     void pasteRefused(PasteRefusal refusal, const std::string& personID);
 

@@ -115,12 +115,14 @@ QLineEdit* RecordLinesTable::makeEdit(const std::string& personID, bool takesAmo
     if (!takesAmounts) {
         auto* edit = new QLineEdit(m_frame);
         connect(edit, &QLineEdit::textEdited, this, say);
+        connect(edit, &QLineEdit::editingFinished, this, [this, personID] { Q_EMIT left(personID); });
         return edit;
     }
     auto* edit = new AmountEdit(m_frame);
     setStyleProperty(edit, "extent", QString{});
     edit->setFont(TypeScale::font(TypeStep::body));
     connect(edit, &AmountEdit::amountEdited, this, say);
+    connect(edit, &AmountEdit::left, this, [this, personID] { Q_EMIT left(personID); });
     connect(edit, &AmountEdit::pasteRefused, this,
             [this, personID](PasteRefusal refusal) { Q_EMIT pasteRefused(refusal, personID); });
     return edit;

@@ -4,7 +4,7 @@
 
 #include <QFrame>
 
-#include "LedgerUI/Presentation/Entry/EntryAmountText.h"
+#include "LedgerUI/Presentation/Forms/AmountTyping.h"
 #include "LedgerUI/Presentation/Records/RecordForm.h"
 
 class QCheckBox;
@@ -28,6 +28,8 @@ public:
 
 Q_SIGNALS:
     void edited(const RecordEdit& edit);
+    /// The keys left what is typed for a person.
+    void left(const std::string& personID);
     /// What was to be pasted as the amount of a person is not one.
     void pasteRefused(PasteRefusal refusal, const std::string& personID);
 

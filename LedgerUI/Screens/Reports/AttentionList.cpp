@@ -35,6 +35,7 @@ QString glyphOf(Kind kind)
     case Kind::receiptsMissing:
         return QStringLiteral("paperclip");
     case Kind::floatEmpty:
+    case Kind::floatLow:
     case Kind::floatBelowZero:
         return QStringLiteral("wallet2");
     case Kind::startUnconfirmed:
@@ -65,6 +66,7 @@ std::string_view actionKey(Kind kind)
     case Kind::invitationsExpiring:
         return "attention.show";
     case Kind::floatEmpty:
+    case Kind::floatLow:
         return "attention.fund";
     case Kind::startUnconfirmed:
         return "attention.setUp";

@@ -12,6 +12,7 @@
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Screens/Reports/AttentionList.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
@@ -20,8 +21,9 @@
 namespace {
 
 constexpr int currenciesShown = 7;
-constexpr int expensesShown = 7;
-constexpr int expensesWidth = 359;
+constexpr int categoriesShown = 7;
+constexpr int categoriesWidth = 359;
+constexpr int monthsShown = 12;
 constexpr int chartHeight = 236;
 
 QHBoxLayout* heading(TextLabel* title, TextLabel* currency)
@@ -32,6 +34,16 @@ QHBoxLayout* heading(TextLabel* title, TextLabel* currency)
     row->addWidget(title);
     row->addWidget(currency);
     row->addStretch(1);
+    return row;
+}
+
+QHBoxLayout* sideBySide(QWidget* left, QWidget* right, QWidget* parent)
+{
+    auto* row = new QHBoxLayout;
+    row->setSpacing(0);
+    row->addWidget(left, 1);
+    row->addWidget(new Line(Qt::Vertical, parent));
+    row->addWidget(right);
     return row;
 }
 
@@ -58,18 +70,15 @@ OverviewTab::OverviewTab(Beside beside, QWidget* parent) : ReportTab{parent}, m_
     m_currencies = new ReportTable(QStringLiteral("currencyTable"), RowDelegate::Density::oneLine, body);
     m_currencies->showWhole(currenciesShown);
     m_attention = new AttentionList(body);
-    auto* split = new QHBoxLayout;
-    split->setSpacing(0);
-    split->addWidget(buildChart(), 1);
-    split->addWidget(new Line(Qt::Vertical, body));
-    split->addWidget(buildExpenses());
     auto* rows = new QVBoxLayout(body);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     rows->addWidget(m_currencies);
-    rows->addLayout(split);
+    rows->addLayout(sideBySide(buildChart(), buildCategories(m_expenses, {"expenseTable", "expensesNone"}), body));
     rows->addWidget(new Line(Qt::Horizontal, body));
     rows->addWidget(m_attention);
+    rows->addWidget(new Line(Qt::Horizontal, body));
+    rows->addLayout(sideBySide(buildMonths(), buildCategories(m_income, {"incomeCategoryTable", "incomeNone"}), body));
     rows->addStretch(1);
     scroll->setWidget(body);
     auto* whole = new QVBoxLayout(this);
@@ -98,30 +107,48 @@ QWidget* OverviewTab::buildChart()
     return part;
 }
 
-QWidget* OverviewTab::buildExpenses()
+/// The chart's months in figures.
+QWidget* OverviewTab::buildMonths()
 {
     auto* part = new QWidget(this);
-    part->setFixedWidth(expensesWidth);
-    m_expensesTitle = new TextLabel(TypeStep::section, Token::text, part);
-    m_expensesCurrency = new TextLabel(TypeStep::small, Token::text2, part);
-    m_expenses = new ReportTable(QStringLiteral("expenseTable"), RowDelegate::Density::twoLines, part);
-    m_expenses->horizontalHeader()->hide();
-    m_expenses->showWhole(expensesShown);
-    m_expensesNone = quietLine("expensesNone", part);
+    m_monthsTitle = new TextLabel(TypeStep::section, Token::text, part);
+    m_monthsCurrency = new TextLabel(TypeStep::small, Token::text2, part);
+    m_monthTable = new ReportTable(QStringLiteral("monthTable"), RowDelegate::Density::oneLine, part);
+    m_monthTable->showWhole(monthsShown);
     auto* rows = new QVBoxLayout(part);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
-    rows->addLayout(heading(m_expensesTitle, m_expensesCurrency));
+    rows->addLayout(heading(m_monthsTitle, m_monthsCurrency));
     rows->addSpacing(Space::step1);
-    rows->addWidget(m_expenses);
-    rows->addWidget(m_expensesNone);
+    rows->addWidget(m_monthTable);
+    rows->addStretch(1);
+    return part;
+}
+
+QWidget* OverviewTab::buildCategories(Categories& made, const CategoryNames& names)
+{
+    auto* part = new QWidget(this);
+    part->setFixedWidth(categoriesWidth);
+    made.title = new TextLabel(TypeStep::section, Token::text, part);
+    made.currency = new TextLabel(TypeStep::small, Token::text2, part);
+    made.table = new ReportTable(QString::fromLatin1(names.table), RowDelegate::Density::twoLines, part);
+    made.table->horizontalHeader()->hide();
+    made.table->showWhole(categoriesShown);
+    made.none = quietLine(names.none, part);
+    auto* rows = new QVBoxLayout(part);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addLayout(heading(made.title, made.currency));
+    rows->addSpacing(Space::step1);
+    rows->addWidget(made.table);
+    rows->addWidget(made.none);
     rows->addStretch(1);
     return part;
 }
 
 void OverviewTab::bindParts()
 {
-    for (const auto* table : {m_currencies, m_expenses})
+    for (const auto* table : {m_currencies, m_expenses.table, m_monthTable, m_income.table})
         follow(*table);
     connect(m_currencies, &ReportTable::rowChosen, this, [this](const QString& code) {
         auto query = m_query;
@@ -131,14 +158,22 @@ void OverviewTab::bindParts()
     });
     // A currency opened is looked at in its categories.
     connect(m_currencies, &ReportTable::rowOpened, this, [this] { Q_EMIT tabWanted(QStringLiteral("income")); });
-    connect(m_chart, &ChartView::slotChosen, this, [this](std::size_t slot) {
-        auto query = m_query;
-        query.period = Period::containing(Period::Span::month, m_months[slot] / 1);
-        query.part.reset();
-        if (query != m_query)
-            Q_EMIT queryWanted(query);
+    connect(m_chart, &ChartView::slotChosen, this, &OverviewTab::chooseMonth);
+    // The table begins with the latest month, the chart with the earliest.
+    connect(m_monthTable, &ReportTable::rowOpened, this, [this](const QString& id) {
+        const auto row = static_cast<std::size_t>(m_monthTable->grid().rowOf(id.toStdString()));
+        chooseMonth(m_months.size() - 1 - row);
     });
     connect(m_attention, &AttentionList::wanted, this, &ReportTab::attentionWanted);
+}
+
+void OverviewTab::chooseMonth(std::size_t at)
+{
+    auto query = m_query;
+    query.period = Period::containing(Period::Span::month, m_months[at] / 1);
+    query.part.reset();
+    if (query != m_query)
+        Q_EMIT queryWanted(query);
 }
 
 void OverviewTab::present(const ReportSheet& sheet, const ChartColors& colors)
@@ -159,26 +194,40 @@ void OverviewTab::present(const ReportSheet& sheet, const ChartColors& colors)
         m_chart->present(sheet.overview.chart, colors);
     m_chartNone->setText(text("chart.none"));
     m_chartNone->setVisible(!hasChart);
-    m_expensesTitle->setText(text("table.expenses"));
-    m_expensesCurrency->setText(code);
-    const bool hasExpenses = !sheet.largestExpenses.rows.empty();
-    m_expenses->present(sheet.largestExpenses, colors);
-    m_expenses->setVisible(hasExpenses);
-    m_expensesNone->setText(text("expenses.none"));
-    m_expensesNone->setVisible(!hasExpenses);
+    m_monthsTitle->setText(text("table.months"));
+    m_monthsCurrency->setText(code);
+    m_monthTable->present(sheet.months, colors);
+    m_monthTable->setVisible(!sheet.months.rows.empty());
+    presentCategories(m_expenses, sheet.largestExpenses, "expenses.none", colors);
+    presentCategories(m_income, sheet.largestIncome, "income.none", colors);
     auto attention = m_beside();
     attention.insert(attention.end(), sheet.attention.begin(), sheet.attention.end());
     m_attention->present(std::move(attention));
 }
 
+void OverviewTab::presentCategories(const Categories& shown, const ReportGrid& grid, std::string_view none,
+                                    const ChartColors& colors)
+{
+    shown.title->setText(grid.name);
+    shown.currency->setText(QString::fromStdString(m_query.currency));
+    shown.table->present(grid, colors);
+    shown.table->setVisible(!grid.rows.empty());
+    shown.none->setText(word(reportWords(), none));
+    shown.none->setVisible(grid.rows.empty());
+}
+
 QList<QWidget*> OverviewTab::panes() const
 {
     QList<QWidget*> all{m_currencies};
-    for (auto* pane : {static_cast<QWidget*>(m_chart), static_cast<QWidget*>(m_expenses)}) {
+    const auto add = [&all](QWidget* pane) {
         if (!pane->isHidden())
             all.append(pane);
-    }
+    };
+    add(m_chart);
+    add(m_expenses.table);
     if (m_attention->firstStop())
         all.append(m_attention);
+    add(m_monthTable);
+    add(m_income.table);
     return all;
 }

@@ -10,8 +10,9 @@ class ChartView;
 class ReportTable;
 class TextLabel;
 
-/// Where the company stands: each currency in the period, the months up to it, what was spent on, and what wants a
-/// hand. The chosen currency drives chart and list.
+/// Where the company stands: each currency in the period, the months up to it as a chart, what was spent on, what wants
+/// a hand, and below it the same months in figures and what was earned by. The chosen currency drives all but the first
+/// table.
 class OverviewTab final : public ReportTab {
     Q_OBJECT
 public:
@@ -23,9 +24,25 @@ public:
     [[nodiscard]] QList<QWidget*> panes() const override;
 
 private:
+    /// A list of the largest categories, or a word where there are none.
+    struct Categories {
+        TextLabel* title = nullptr;
+        TextLabel* currency = nullptr;
+        TextLabel* none = nullptr;
+        ReportTable* table = nullptr;
+    };
+
     QWidget* buildChart();
-    QWidget* buildExpenses();
+    QWidget* buildMonths();
+    struct CategoryNames {
+        const char* table;
+        const char* none;
+    };
+    QWidget* buildCategories(Categories& made, const CategoryNames& names);
     void bindParts();
+    void chooseMonth(std::size_t at);
+    void presentCategories(const Categories& shown, const ReportGrid& grid, std::string_view none,
+                           const ChartColors& colors);
 
     Beside m_beside;
     std::vector<std::chrono::year_month> m_months; // of the chart's slots
@@ -34,9 +51,10 @@ private:
     TextLabel* m_chartCurrency = nullptr;
     TextLabel* m_chartNone = nullptr;
     ChartView* m_chart = nullptr;
-    TextLabel* m_expensesTitle = nullptr;
-    TextLabel* m_expensesCurrency = nullptr;
-    TextLabel* m_expensesNone = nullptr;
-    ReportTable* m_expenses = nullptr;
+    Categories m_expenses;
     AttentionList* m_attention = nullptr;
+    TextLabel* m_monthsTitle = nullptr;
+    TextLabel* m_monthsCurrency = nullptr;
+    ReportTable* m_monthTable = nullptr;
+    Categories m_income;
 };

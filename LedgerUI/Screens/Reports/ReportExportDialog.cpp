@@ -1,6 +1,7 @@
 #include "LedgerUI/Screens/Reports/ReportExportDialog.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QVBoxLayout>
 
@@ -96,6 +97,21 @@ void ReportExportDialog::takeSheet()
     for (std::size_t at = 0; at < m_choices.size(); ++at)
         m_table->addSegment(static_cast<int>(at), {});
     present();
+    tellChanges();
+}
+
+/// Once the page shows the report of the newer books.
+void ReportExportDialog::tellChanges()
+{
+    if (!m_outdated || !m_sheet || m_sheet->failure || m_sheet->books->snapshot == m_outdated->books->snapshot)
+        return;
+    QCoro::connect(ReportExport::changes(std::exchange(m_outdated, nullptr), m_sheet, m_part), this,
+                   [this](const QString& what) {
+                       if (what.isEmpty() || m_stage != SubmissionStage::editing || m_refusal)
+                           return;
+                       m_note = {Banner::Kind::info, text("export.renewed") + QLatin1Char('\n') + what};
+                       present();
+                   });
 }
 
 const ReportExport::Choice* ReportExportDialog::chosen() const
@@ -170,10 +186,13 @@ void ReportExportDialog::saveTo(const std::filesystem::path& path)
     m_note = {};
     present();
     QCoro::connect(ReportExport::save(&store(), m_sheet, m_part, m_tableID, path), this,
-                   [this, path](const ReportExport::Outcome& outcome) { finish(outcome, path); });
+                   [this, path, sheet = m_sheet](const ReportExport::Outcome& outcome) {
+                       finish(outcome, path, sheet); // the page may show a newer one by then
+                   });
 }
 
-void ReportExportDialog::finish(const ReportExport::Outcome& outcome, const std::filesystem::path& path)
+void ReportExportDialog::finish(const ReportExport::Outcome& outcome, const std::filesystem::path& path,
+                                const ReportSheetPointer& refused)
 {
     if (!store().snapshot())
         return; // with the session the dialog closes
@@ -185,10 +204,12 @@ void ReportExportDialog::finish(const ReportExport::Outcome& outcome, const std:
     }
     if (const auto* problem = std::get_if<SavingProblem>(&outcome))
         m_note = {Banner::Kind::error, notSavedText(locale(), text("export.failed"), *problem)};
-    else if (const auto& failure = std::get<Failure>(outcome); ReportExport::saysChanged(failure))
+    else if (const auto& failure = std::get<Failure>(outcome); ReportExport::saysChanged(failure)) {
         m_note = {Banner::Kind::info, text("export.renewed")};
-    else
+        m_outdated = refused;
+    } else {
         m_refusal = failure;
+    }
     takeSheet();
     confirmButton().setFocus(Qt::OtherFocusReason);
 }

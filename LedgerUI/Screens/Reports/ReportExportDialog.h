@@ -39,13 +39,16 @@ private:
     void buildBody();
     void takeSheet();
     void presentScope();
+    void tellChanges();
     [[nodiscard]] const ReportExport::Choice* chosen() const;
     void askForFile();
-    void finish(const ReportExport::Outcome& outcome, const std::filesystem::path& path);
+    void finish(const ReportExport::Outcome& outcome, const std::filesystem::path& path,
+                const ReportSheetPointer& refused);
 
     Source m_source;
     ReportPart m_part;
     ReportSheetPointer m_sheet;
+    ReportSheetPointer m_outdated; // what was refused, until it is told what has changed since
     std::vector<ReportExport::Choice> m_choices;
     std::string m_tableID;
     SubmissionStage m_stage = SubmissionStage::editing;

@@ -9,6 +9,8 @@
 #include <QEvent>
 #include <QMenu>
 
+#include "LedgerCore/Client/Store/EntryDrafts.h"
+#include "LedgerCore/Client/Store/EntryTemplates.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
@@ -19,13 +21,12 @@
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Ledger/RecordLinks.h"
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
-#include "LedgerUI/Screens/Entry/EntryDrafts.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
-#include "LedgerUI/Screens/Templates/EntryTemplates.h"
 #include "LedgerUI/Screens/Templates/TemplateFormDialog.h"
 #include "LedgerUI/Screens/Templates/TemplatesDialog.h"
 
@@ -38,9 +39,10 @@ LedgerFilter entriesOf(const AttentionItem& item, const Period& period)
         return {
             .period = period,
             .kinds = {std::string{EntryKind::income}, std::string{EntryKind::expense}, std::string{EntryKind::refund}},
-            .receipts = LedgerFilter::Receipts::missing};
+            .receipts = LedgerFilter::Receipts::missing,
+            .standings = {std::string{LedgerStandings::inForce}}};
     if (item.kind == AttentionItem::Kind::entriesReversed)
-        return {.period = period, .kinds = {std::string{EntryKind::reversal}}};
+        return {.period = period, .standings = {std::string{LedgerStandings::ownByOthers}}};
     return {.accountIDs = {item.accountID}, .currencies = {item.currency}};
 }
 
@@ -60,8 +62,8 @@ ReportPage::ReportPage(LedgerStore& store, ReportPart report, const QString& nam
     connect(&m_store, &LedgerStore::isBusyChanged, this, &ReportPage::presentActions);
     connect(&m_store, &LedgerStore::isBusyChanged, this, &ReportPage::loadInvitations, Qt::QueuedConnection);
     connect(&m_store, &LedgerStore::keptChanged, this, &ReportPage::presentSheet);
-    connect(&EntryDrafts::of(m_store), &EntryDrafts::changed, this, &ReportPage::presentActions);
-    connect(&EntryTemplates::of(m_store), &EntryTemplates::changed, this, [this] {
+    connect(&m_store.drafts(), &EntryDrafts::changed, this, &ReportPage::presentActions);
+    connect(&m_store.templates(), &EntryTemplates::changed, this, [this] {
         presentActions();
         presentSheet();
     });
@@ -111,18 +113,24 @@ void ReportPage::loadInvitations()
     QCoro::connect(m_store.loadInvitationsQuietly(), this,
                    [this](const Result<std::vector<PendingInvitation>>& loaded) {
                        m_wantsInvitations = !loaded && std::holds_alternative<Cancelled>(loaded.error());
-                       if (!loaded || *loaded == m_invitations || !m_store.snapshot())
-                           return;
-                       m_invitations = *loaded;
-                       presentSheet();
+                       if (loaded && m_store.snapshot())
+                           adoptInvitations(*loaded);
                    });
+}
+
+void ReportPage::adoptInvitations(const std::vector<PendingInvitation>& invitations)
+{
+    if (invitations == m_invitations)
+        return;
+    m_invitations = invitations;
+    presentSheet();
 }
 
 std::vector<AttentionItem> ReportPage::besideBooks() const
 {
     const auto& locale = InterfaceLanguage::tag();
     auto items = ReportAttention::unconfirmed(m_store.keptRequests(), locale);
-    std::ranges::move(ReportAttention::due(EntryTemplates::of(m_store).proposals(), locale), std::back_inserter(items));
+    std::ranges::move(ReportAttention::due(m_store.templates().proposals(), locale), std::back_inserter(items));
     std::ranges::move(ReportAttention::expiring(m_invitations, m_store.today(), locale), std::back_inserter(items));
     return items;
 }
@@ -179,6 +187,11 @@ void ReportPage::showBacking(const ReportBacking& backing)
     showInLedger({.period = backing.period, .figure = backing.figure});
 }
 
+void ReportPage::showEntry(const QString& id)
+{
+    Q_EMIT linkPressed({.page = WorkspacePage::ledger, .action = PageAction::showEntry, .subject = id.toStdString()});
+}
+
 void ReportPage::sayCopied()
 {
     Q_EMIT done(word(reportWords(), "copied"));
@@ -188,7 +201,7 @@ void ReportPage::lend(const AttentionItem& item)
 {
     switch (item.kind) {
     case AttentionItem::Kind::entryDue:
-        if (const auto* kept = EntryTemplates::of(m_store).find(item.occurrence.templateID))
+        if (const auto* kept = m_store.templates().find(item.occurrence.templateID))
             openForm(TemplatesDialog::openingOf(*kept, item.occurrence.day));
         return;
     case AttentionItem::Kind::entriesDue:
@@ -209,7 +222,8 @@ void ReportPage::lend(const AttentionItem& item)
     case AttentionItem::Kind::entriesReversed:
         showInLedger(entriesOf(item, m_browser->query().period));
         return;
-    case AttentionItem::Kind::floatEmpty: {
+    case AttentionItem::Kind::floatEmpty:
+    case AttentionItem::Kind::floatLow: {
         TransactionDraft draft;
         draft.kind = EntryKind::transfer;
         draft.target = item.accountID;
@@ -244,5 +258,8 @@ void ReportPage::openForm(TransactionForm* form)
 {
     TemplateFormDialog::offerIn(*form, m_store);
     connect(form, &TransactionForm::recorded, this, [this] { Q_EMIT done(word(ledgerWords(), "done.recorded")); });
+    form->offerBegun();
+    connect(form, &TransactionForm::continueWanted, this,
+            [this](const EntryForm::Opening& opening) { openForm(opening); });
     form->open();
 }

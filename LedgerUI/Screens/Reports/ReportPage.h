@@ -19,6 +19,9 @@ class TransactionForm;
 /// behind a figure and to where a hand is wanted.
 class ReportPage : public PageView {
     Q_OBJECT
+public:
+    void adoptInvitations(const std::vector<PendingInvitation>& invitations) override;
+
 protected:
     /// Begins with this report; `name` begins the names of the controls.
     ReportPage(LedgerStore& store, ReportPart report, const QString& name, QWidget* parent);
@@ -37,6 +40,7 @@ protected:
 
     void showInLedger(LedgerFilter filter);
     void showBacking(const ReportBacking& backing);
+    void showEntry(const QString& id);
     void lend(const AttentionItem& item);
     /// What wants a hand and is no part of the books.
     [[nodiscard]] std::vector<AttentionItem> besideBooks() const;
@@ -60,6 +64,6 @@ private:
     PageHeader* m_header = nullptr;
     PeriodNavigator* m_period = nullptr;
     SplitButton* m_newEntry = nullptr;
-    std::vector<PendingInvitation> m_invitations; // as they were when the page was shown last
+    std::vector<PendingInvitation> m_invitations; // as they were when last read
     bool m_wantsInvitations = false;
 };

@@ -17,7 +17,6 @@
 #include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Components/Table/ChoiceField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Ledger/RecordLinks.h"
 #include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
 #include "LedgerUI/Presentation/Reports/ReportExport.h"
@@ -92,10 +91,7 @@ void ReportsView::addTab(ReportPart part, ReportTab* tab)
     m_tabs->setContents(qString(ReportParts::idOf(part)), tab);
     connect(tab, &ReportTab::queryWanted, &browser(), qOverload<ReportQuery>(&ReportBrowser::ask));
     connect(tab, &ReportTab::backingWanted, this, [this](const ReportBacking& backing) { showBacking(backing); });
-    connect(tab, &ReportTab::entryWanted, this, [this](const QString& entry) {
-        Q_EMIT linkPressed(
-            {.page = WorkspacePage::ledger, .action = PageAction::showEntry, .subject = entry.toStdString()});
-    });
+    connect(tab, &ReportTab::entryWanted, this, [this](const QString& entry) { showEntry(entry); });
     connect(tab, &ReportTab::attentionWanted, this, [this](const AttentionItem& item) { lend(item); });
     connect(tab, &ReportTab::tabWanted, m_tabs, &PageTabs::choose);
     connect(tab, &ReportTab::copied, this, [this] { sayCopied(); });

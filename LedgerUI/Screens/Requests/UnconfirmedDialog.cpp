@@ -210,9 +210,9 @@ void UnconfirmedDialog::finish(const UnconfirmedRequest& request, const KeptRequ
         return;
     }
     if (const auto* entry = entryIn(sent, request.id))
-        m_store.keepEntry(entry->input, false);
+        m_store.keepEntry(entry->input, false, entry->since);
     if (const auto* section = sectionIn(sent, request.id); section && request.hasForm)
-        m_store.keepSectionCommand(section->command);
+        m_store.keepSectionCommand(section->command, section->since);
     banner().present(Banner::Kind::error, word(requestWords(), "refused", {why}));
 }
 

@@ -42,10 +42,7 @@ RootView::RootView(LedgerStore& store, const PageRegistry& registry, QWidget* pa
     connect(&store, &LedgerStore::snapshotChanged, this, &RootView::presentScreen);
     connect(&store, &LedgerStore::errorMessageChanged, this, &RootView::presentMessage);
     connect(&store, &LedgerStore::noticeMessageChanged, this, &RootView::presentMessage);
-    connect(qApp, &QApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-        if (state == Qt::ApplicationActive && m_workspace)
-            m_workspace->refreshOnReturn();
-    });
+    connect(qApp, &QApplication::applicationStateChanged, this, &RootView::followApplication);
     letEnterPressButtons();
     qApp->installEventFilter(this);
     presentScreen();
@@ -56,6 +53,22 @@ void RootView::showEvent(QShowEvent* event)
     QStackedWidget::showEvent(event);
     // The store does this once per process; what fails reaches the person through the alert.
     QCoro::connect(m_store.restoreSession(), this, [](const Result<void>&) {});
+}
+
+void RootView::followApplication(Qt::ApplicationState state)
+{
+    // Some desktops take a window that closes for a moment without any: nobody was away then, and an alert that a
+    // refresh has opened must not bring about the next one by being closed.
+    constexpr qint64 blink = 250; // milliseconds
+    if (state != Qt::ApplicationActive) {
+        if (!m_away.isValid())
+            m_away.start();
+        return;
+    }
+    const bool hasBlinked = m_away.isValid() && m_away.elapsed() < blink;
+    m_away.invalidate();
+    if (m_workspace && !hasBlinked)
+        m_workspace->refreshOnReturn();
 }
 
 bool RootView::eventFilter(QObject* watched, QEvent* event)

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QStackedWidget>
 
@@ -25,6 +26,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void followApplication(Qt::ApplicationState state);
     void presentScreen();
     void presentMessage();
     void openAlert();
@@ -39,6 +41,7 @@ private:
     SignInView* m_signIn = nullptr;
     WorkspaceView* m_workspace = nullptr;
     std::string m_company; // whose workspace it is
+    QElapsedTimer m_away;  // since the program was left for another
     /// What the open alert says; it stays until somebody has closed it, whatever the store publishes meanwhile.
     struct Message {
         MessageDialog::Kind kind = MessageDialog::Kind::error;

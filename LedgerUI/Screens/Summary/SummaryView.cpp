@@ -14,6 +14,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
+#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Screens/Reports/AttentionList.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
@@ -134,13 +135,13 @@ void SummaryView::bindParts()
                 [this](const ReportBacking& backing) { showBacking(backing); });
         connect(table, &ReportTable::copied, this, [this] { sayCopied(); });
     }
-    // The chosen account's currency drives the categories; its row is named "account currency".
+    // The chosen account's currency drives the categories.
     connect(m_accounts, &ReportTable::rowChosen, this, [this](const QString& id) {
         auto query = browser().query();
-        query.currency = id.section(QLatin1Char(' '), -1).toStdString();
+        query.currency = m_accounts->grid().row(m_accounts->grid().rowOf(id.toStdString())).currency;
         browser().ask(std::move(query));
     });
-    connect(m_latest, &ReportTable::rowOpened, this, [this] { showInLedger({.period = browser().query().period}); });
+    connect(m_latest, &ReportTable::rowOpened, this, [this](const QString& entry) { showEntry(entry); });
     connect(m_attention, &AttentionList::wanted, this, [this](const AttentionItem& item) { lend(item); });
 }
 

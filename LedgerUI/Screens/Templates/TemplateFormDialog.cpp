@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Client/Store/EntryTemplates.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Templates/RecurrenceDays.h"
@@ -18,15 +19,14 @@
 #include "LedgerUI/Components/Fields/AmountEdit.h"
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
+#include "LedgerUI/Components/Period/DayEdit.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Templates/TemplateDrafts.h"
 #include "LedgerUI/Presentation/Templates/TemplateText.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
-#include "LedgerUI/Screens/Entry/DayEdit.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
-#include "LedgerUI/Screens/Templates/EntryTemplates.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -36,11 +36,6 @@ using Field = TemplateForm::Field;
 constexpr int dialogWidth = 520;
 constexpr int everyWidth = 64;
 constexpr std::size_t everyLength = 3;
-
-EntryDayBounds anyDay(const std::string& today)
-{
-    return {.earliest = std::string{"0001-01-01"}, .latest = "9999-12-31", .today = today};
-}
 
 }
 
@@ -68,11 +63,11 @@ void TemplateFormDialog::openOn(LedgerStore& store, const TemplateEntry& entry, 
 
 void TemplateFormDialog::offerIn(TransactionForm& form, LedgerStore& store)
 {
-    if (!EntryTemplates::of(store).areOffered())
+    if (!store.templates().areOffered())
         return;
     form.offerTemplate();
     // Where somebody else has recorded the same meanwhile, it is proposed no more.
-    connect(&form, &QDialog::finished, &EntryTemplates::of(store), &EntryTemplates::reload);
+    connect(&form, &QDialog::finished, &store.templates(), &EntryTemplates::reload);
     connect(&form, &TransactionForm::templateWanted, &form, [&form, &store](const TransactionDraft& draft) {
         if (const auto entry = TemplateDrafts::entryOf(draft, InterfaceLanguage::tag()))
             openOn(store, *entry, draft.date.empty() ? store.today() : draft.date, &form);
@@ -222,7 +217,7 @@ void TemplateFormDialog::presentRhythm()
     m_unit->setCurrentIndex(m_unit->findData(qString(form.unit)));
     m_first->setNames(text("form.first"), text("form.calendar"));
     m_last->setNames(text("form.last"), text("form.calendar"));
-    const auto bounds = anyDay(store().today());
+    const auto bounds = DayBounds::ofCalendar(store().today());
     m_first->present(form.firstDay, bounds);
     m_last->present(form.lastDay, bounds);
     for (auto* each : {m_everyField, m_firstField, m_lastField})
@@ -291,13 +286,13 @@ void TemplateFormDialog::finish(const Result<EntryTemplateList>& reply)
         return;
     if (reply) {
         m_submission.succeed();
-        EntryTemplates::of(store()).adopt(*reply);
+        store().templates().adopt(*reply);
         Q_EMIT saved();
         leave();
         return;
     }
     m_submission.fail(reply.error());
-    EntryTemplates::of(store()).reload();
+    store().templates().reload();
     present();
     firstField().setFocus(Qt::OtherFocusReason);
 }

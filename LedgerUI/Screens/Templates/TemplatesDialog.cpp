@@ -11,6 +11,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Client/Store/EntryTemplates.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Templates/TemplateRules.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
@@ -24,7 +25,6 @@
 #include "LedgerUI/Presentation/Templates/TemplateText.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Screens/Templates/EntryTemplates.h"
 #include "LedgerUI/Screens/Templates/TemplateFormDialog.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -75,7 +75,7 @@ TemplatesDialog::TemplatesDialog(LedgerStore& store, Recording record, QWidget* 
     bind();
     present();
     m_table->chooseFirst();
-    EntryTemplates::of(store).reload();
+    store.templates().reload();
 }
 
 void TemplatesDialog::buildLayout()
@@ -137,7 +137,7 @@ QHBoxLayout* TemplatesDialog::buildButtons()
 
 void TemplatesDialog::bind()
 {
-    connect(&EntryTemplates::of(m_store), &EntryTemplates::changed, this, &TemplatesDialog::present);
+    connect(&m_store.templates(), &EntryTemplates::changed, this, &TemplatesDialog::present);
     connect(&m_store, &LedgerStore::isBusyChanged, this, &TemplatesDialog::presentButtons);
     connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
         if (m_store.snapshot())
@@ -173,7 +173,7 @@ void TemplatesDialog::bind()
 
 const EntryTemplate* TemplatesDialog::chosen() const
 {
-    return EntryTemplates::of(m_store).find(m_table->chosenID());
+    return m_store.templates().find(m_table->chosenID());
 }
 
 void TemplatesDialog::present()
@@ -182,7 +182,7 @@ void TemplatesDialog::present()
     if (!snapshot)
         return;
     const auto& locale = InterfaceLanguage::tag();
-    const auto& templates = EntryTemplates::of(m_store);
+    const auto& templates = m_store.templates();
     setWindowTitle(text("title"));
     m_table->setAccessibleName(text("list"));
     m_table->present(TemplateText::columns(locale),
@@ -207,8 +207,10 @@ void TemplatesDialog::presentButtons()
     m_recordButton->setText(text("record"));
     m_recordButton->setEnabled(mayRecord);
     m_recordButton->setToolTip(isFree && !mayRecord ? text("notRecorder") : QString{});
-    presentDayButton(*m_skip, text("skip.none"), "skip",
-                     kept ? TemplateSchedule::nextDay(*kept, m_store.today()) : std::nullopt, mayRecord);
+    auto next = kept ? TemplateSchedule::nextDay(*kept, m_store.today()) : std::nullopt;
+    if (next && !TemplateSchedule::takesActionOn(*next, m_store.today()))
+        next.reset();
+    presentDayButton(*m_skip, text("skip.none"), "skip", next, mayRecord);
     const auto skipped = kept ? skippedDay(*kept) : std::nullopt;
     presentDayButton(*m_undo, {}, "undo", skipped, mayRecord);
     m_undo->setVisible(skipped.has_value());
@@ -273,9 +275,9 @@ void TemplatesDialog::finish(const Result<EntryTemplateList>& reply)
         return;
     m_banner->present(Banner::Kind::error, reply ? QString{} : qString(m_store.friendly(reply.error())));
     if (reply)
-        EntryTemplates::of(m_store).adopt(*reply);
+        m_store.templates().adopt(*reply);
     else
-        EntryTemplates::of(m_store).reload(); // what came of it is seen there
+        m_store.templates().reload(); // what came of it is seen there
     presentButtons();
 }
 

@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Records/Company.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
@@ -85,10 +86,13 @@ void CompanyApplicationForm::proceed()
     }
     QCoro::connect(store().createAnotherCompany(m_name->text().trimmed().toStdString(), m_requestID), this,
                    [this](const Result<PendingCompanyRegistration>& applied) {
-                       if (applied)
-                           leave(); // the alert says that it awaits review
-                       else
+                       if (!applied) {
                            finish(applied.error());
+                           return;
+                       }
+                       if (applied->status == ApprovalStatus::approved) // else the alert says that it awaits review
+                           Q_EMIT founded(word(companyAccessWords(), "founded", {applied->companyName}));
+                       leave();
                    });
 }
 

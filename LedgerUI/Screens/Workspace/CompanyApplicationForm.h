@@ -16,6 +16,10 @@ class CompanyApplicationForm final : public CommandForm {
 public:
     CompanyApplicationForm(LedgerStore& store, QWidget* parent);
 
+Q_SIGNALS:
+    /// The company is open without a review: what there is to say of it.
+    void founded(const QString& sentence);
+
 protected:
     void present() override;
     [[nodiscard]] QWidget& firstField() const override;

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <vector>
+
 #include <QList>
 #include <QWidget>
 
+#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerUI/Presentation/Ledger/PageLink.h"
 
 /// One page of the workspace. It observes the store by itself; the workspace asks it what to say in the status bar and
@@ -24,6 +27,9 @@ public:
 
     /// Does what a link to this page asks for. The page is shown by then.
     virtual void follow(const PageLink& /*link*/) {}
+
+    /// Takes over the open invitations, which were read anew as the person came back.
+    virtual void adoptInvitations(const std::vector<PendingInvitation>& /*invitations*/) {}
 
     /// How much a person changed here that is not saved, and giving it up.
     [[nodiscard]] virtual std::size_t unsavedChanges() const { return 0; }

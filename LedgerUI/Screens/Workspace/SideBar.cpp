@@ -124,8 +124,11 @@ void SideBar::buildLayout()
     connect(m_company, &CardButton::clicked, this, &SideBar::openCompanyMenu);
     connect(m_companies, &EntryCompanyDirectoryView::joinWanted, this,
             [this] { UnsavedChanges::leave(*this, [this] { (new CompanyAccessView(m_store, window()))->open(); }); });
-    connect(m_companies, &EntryCompanyDirectoryView::applicationWanted, this,
-            [this] { (new CompanyApplicationForm(m_store, window()))->open(); });
+    connect(m_companies, &EntryCompanyDirectoryView::applicationWanted, this, [this] {
+        auto* form = new CompanyApplicationForm(m_store, window());
+        connect(form, &CompanyApplicationForm::founded, this, &SideBar::done);
+        form->open();
+    });
     connect(m_member, &MemberButton::settingsWanted, this, &SideBar::settingsWanted);
 
     auto* layout = new QVBoxLayout(this);

@@ -33,6 +33,8 @@ public:
 Q_SIGNALS:
     void pageChosen(WorkspacePage page);
     void settingsWanted();
+    /// Something that a person asked for is done: for the status bar.
+    void done(const QString& sentence);
 
 protected:
     void changeEvent(QEvent* event) override;

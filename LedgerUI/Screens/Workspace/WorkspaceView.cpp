@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QCoro/QCoroTask>
 #include <QEvent>
 #include <QHBoxLayout>
@@ -9,6 +10,7 @@
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/BusyBar.h"
@@ -30,6 +32,7 @@ WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, Q
     bindKeys();
     connect(m_sideBar, &SideBar::pageChosen, this, &WorkspaceView::turnTo);
     connect(m_sideBar, &SideBar::settingsWanted, this, &WorkspaceView::settingsWanted);
+    connect(m_sideBar, &SideBar::done, m_status, &StatusBar::say);
     connect(m_status, &StatusBar::refreshRequested, this, &WorkspaceView::refresh);
     connect(m_status, &StatusBar::unconfirmedRequested, this, &WorkspaceView::unconfirmedWanted);
     connect(&m_store, &LedgerStore::keptChanged, this, &WorkspaceView::presentStatus);
@@ -40,6 +43,7 @@ WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, Q
     connect(&m_store, &LedgerStore::isBusyChanged, this, &WorkspaceView::presentStatus);
     connect(&m_store, &LedgerStore::lastRefreshChanged, this, &WorkspaceView::presentStatus);
     connect(&m_store, &LedgerStore::isStaleChanged, this, &WorkspaceView::presentStatus);
+    connect(&m_store.drafts(), &EntryDrafts::arrived, this, &WorkspaceView::showKeptEntry);
     m_firstPage.setSingleShot(true);
     connect(&m_firstPage, &QTimer::timeout, this, &WorkspaceView::openFirstPage);
     presentPages();
@@ -96,8 +100,24 @@ void WorkspaceView::leaveFor(WorkspacePage page, std::function<void()> proceed)
 
 void WorkspaceView::refreshOnReturn()
 {
-    // What fails is said by the status bar, which offers to try again.
-    QCoro::connect(m_store.refreshQuietly(), this, [](const Result<void>&) {});
+    // The status bar, too, tells a failure, and offers to try again.
+    QCoro::connect(m_store.refreshQuietly(true), this, [this](const Result<void>& refreshed) {
+        if (refreshed)
+            readInvitations();
+    });
+}
+
+void WorkspaceView::readInvitations()
+{
+    if (!m_store.snapshot() || !m_store.canManage())
+        return;
+    QCoro::connect(m_store.loadInvitationsQuietly(), this,
+                   [this](const Result<std::vector<PendingInvitation>>& invitations) {
+                       if (!invitations || !m_store.snapshot())
+                           return;
+                       for (const auto& [page, view] : m_views)
+                           view->adoptInvitations(*invitations);
+                   });
 }
 
 void WorkspaceView::changeEvent(QEvent* event)
@@ -210,6 +230,13 @@ void WorkspaceView::openFirstPage()
     open(isInLedger ? WorkspacePage::ledger : isInCapital ? WorkspacePage::dividends : m_pages.front());
     if (isVisible() && isUntouched)
         focusStart();
+}
+
+/// The same for what another program had sent, which the service has told only now.
+void WorkspaceView::showKeptEntry()
+{
+    if (m_store.keptEntry() && currentPage() && !QApplication::activeModalWidget())
+        turnTo(WorkspacePage::ledger);
 }
 
 void WorkspaceView::presentStatus()

@@ -33,7 +33,8 @@ public:
     void follow(const PageLink& link);
     /// Pages take the height that there is: a long text on one never makes the whole window scroll.
     [[nodiscard]] bool hasHeightForWidth() const override { return false; }
-    /// Brings in what changed elsewhere while the person was away; does nothing while something runs.
+    /// Brings in what changed elsewhere while the person was away, pending invitations included; does nothing while
+    /// something runs.
     void refreshOnReturn();
 
 Q_SIGNALS:
@@ -53,10 +54,12 @@ private:
     void bindKeys();
     void presentPages();
     void openFirstPage();
+    void showKeptEntry();
     void focusStart();
     void presentStatus();
     void presentContext();
     void refresh();
+    void readInvitations();
     void movePane(Step step);
     [[nodiscard]] PageView* currentPage() const;
     [[nodiscard]] std::optional<WorkspacePage> shownPage() const;

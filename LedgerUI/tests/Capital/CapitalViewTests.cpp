@@ -10,8 +10,6 @@
 
 #include "LedgerCore/Domain/Exports/CapitalCSV.h"
 #include "LedgerCore/Domain/Exports/DividendCSV.h"
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
-#include "LedgerCore/Domain/Records/DividendCommand.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/tests/CapitalUnderTest.h"
 
@@ -19,39 +17,7 @@
 
 namespace {
 
-struct Page : WindowUnderTest {
-    explicit Page(const CapitalSample& sample = capitalSample()) : WindowUnderTest{capitalPages()}
-    {
-        openBooks(*this, sample);
-    }
-
-    template <class Command>
-    std::vector<Command> sent(const std::string& route)
-    {
-        std::vector<Command> commands;
-        for (const auto& request : server.requests(route)) {
-            const auto command = Json::decode<Command>(request.body);
-            require(command.has_value(), "what the program sends is a command");
-            commands.push_back(*command);
-        }
-        return commands;
-    }
-    std::vector<CapitalCommand> capitalSent() { return sent<CapitalCommand>("POST v1/capital/commands"); }
-    std::vector<DividendCommand> dividendsSent() { return sent<DividendCommand>("POST v1/dividends/commands"); }
-
-    void openContribution()
-    {
-        screen.press("contributeButton");
-        screen.waitForFocus("recordForm");
-        screen.pick("recordPerson", "Budi");
-        screen.fill("recordAmount", "250000");
-    }
-    void openDividends()
-    {
-        screen.keys("Ctrl+Tab Ctrl+Tab");
-        screen.waitFor("batchesTable");
-    }
-};
+using Page = CapitalPageUnderTest;
 
 }
 
@@ -210,10 +176,12 @@ TEST(CapitalView, ShowsWhatWasRecordedInAnotherCurrency)
     page.screen.waitForText("USD\u00a0100.00");
 }
 
-TEST(CapitalView, KeepsFiguresInSightHoweverLongNamesAre)
+class LongNames : public testing::TestWithParam<const char*> {};
+
+TEST_P(LongNames, LeaveFiguresInSight)
 {
-    Page page{withLongNames()};
-    const auto fits = [&](QScrollArea& scroll) {
+    Page page{withLongNames(GetParam())};
+    const auto fits = [](const QScrollArea& scroll) {
         return scroll.widget()->minimumSizeHint().width() <= scroll.viewport()->width();
     };
     EXPECT_TRUE(fits(page.screen.find<QScrollArea>("ownershipScroll")));
@@ -224,13 +192,23 @@ TEST(CapitalView, KeepsFiguresInSightHoweverLongNamesAre)
     for (const auto* button : {"payButton", "allocateButton"}) {
         page.screen.press(button);
         page.screen.waitForFocus("recordForm");
+        if (button == std::string_view{"payButton"})
+            page.screen.pick("recordAccount", "Operating bank");
+        settle();
         auto* scroll = page.screen.find("recordForm").findChild<QScrollArea*>();
         ASSERT_TRUE(scroll);
         EXPECT_TRUE(fits(*scroll)) << button;
         page.screen.keys("Esc");
-        page.screen.waitUntilGone("recordForm");
+        page.screen.waitUntil("the form is left", [&] {
+            if (page.screen.shows("questionConfirm"))
+                page.screen.press("questionConfirm");
+            return !page.screen.shows("recordForm");
+        });
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(OfManyWordsAndOfOne, LongNames, testing::Values(" ", ""),
+                         [](const auto& each) { return std::string{each.index == 0 ? "ManyWords" : "OneWord"}; });
 
 TEST(CapitalView, ShowsAPartnerWithViewRightsExactlyWhatTheyMay)
 {
@@ -290,7 +268,8 @@ TEST(CapitalView, ShowsAllFiguresWithoutScrollingInTheSmallestWindow)
             under.screen.keys(batch);
             settle();
             EXPECT_EQ(beyond("linesTable"), 0) << language << ' ' << batch;
-            EXPECT_EQ(beyond("movementsTable"), 0) << language << ' ' << batch;
+            if (!under.screen.shows("settlementNone"))
+                EXPECT_EQ(beyond("movementsTable"), 0) << language << ' ' << batch;
         }
     }
 }
@@ -416,6 +395,12 @@ TEST(CapitalView, TypesAmountsInATableAsEverywhereAndGoesDownItsColumn)
     EXPECT_EQ(page.screen.read("recordRow0"), "1,060,000,000");
     page.screen.keys("Return");
     EXPECT_EQ(page.screen.focus(), "recordRow1");
+    page.screen.fill("recordRow2", "1.2.3");
+    page.screen.find("recordRow1").setFocus();
+    page.screen.waitUntil("what is wrong is said in its row",
+                          [&] { return page.screen.spoken("recordRow2").find(": ") != std::string::npos; });
+    page.screen.fill("recordRow2", "0");
+    page.screen.find("recordRow1").setFocus();
     QApplication::clipboard()->setText(QStringLiteral("12 apples"));
     page.screen.keys("Ctrl+A Ctrl+V");
     EXPECT_EQ(page.screen.read("recordRow1"), "800,000,000") << "what stands there stays";

@@ -1,8 +1,13 @@
 #include <QAction>
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 #include "LedgerUI/Screens/Accounts/AccountsView.h"
+#include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
@@ -84,6 +89,56 @@ TEST(AccountsView, OpensTheDetailOverTheListInASmallWindow)
     under.screen.keys("Esc");
     EXPECT_FALSE(under.screen.shows("accountDetail"));
     EXPECT_EQ(under.screen.focus(), "accountTable");
+}
+
+TEST(AccountsView, LeadsFromALatestMovementToItsEntry)
+{
+    OpenedAccounts under;
+    under.screen.pressRow("accountTable", "Rizky float");
+    under.screen.press("accountMovement");
+    under.screen.waitFor("ledgerTable");
+    EXPECT_EQ(under.screen.find<LedgerTable>("ledgerTable").selectedIDs(), std::vector<std::string>{"t1"});
+}
+
+/// It is worked out of the books as they stand when it is asked for, and given out only while they stand so.
+TEST(AccountsView, PrintsTheStatementOfAnAccount)
+{
+    OpenedAccounts under;
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(QStringLiteral("statement.pdf"));
+    const auto ask = [&](const char* statement) {
+        under.screen.pressRow("accountTable", "Operating bank");
+        under.screen.choose("accountMore", statement);
+        under.screen.waitForFocus("printDialog");
+        under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });
+        return &under.screen.find<PrintDialog>("printDialog");
+    };
+    ask("Statement of October 2026…")->saveTo(path.toStdString());
+    under.screen.waitUntilGone("printDialog");
+    QProcess process;
+    process.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
+    process.waitForFinished();
+    const auto text = process.readAllStandardOutput().toStdString();
+    for (const auto* words :
+         {"Account statement", "Operating bank", "October 2026", "INV-048", "2,500.00", "12,500.00"})
+        EXPECT_NE(text.find(words), std::string::npos) << words << " in\n" << text;
+    EXPECT_EQ(text.find("438.50"), std::string::npos) << "that is of November";
+
+    under.activate();
+    auto* dialog = ask("Statement of 2026…");
+    auto changed = sampleLedger();
+    changed.income("late", "2026-11-19", "Operating bank", "USD", 1, "sales");
+    under.server.replace("GET v1/snapshot", ServerReply::json(changed.json()));
+    dialog->saveTo(folder.filePath(QStringLiteral("changed.pdf")).toStdString());
+    under.screen.waitForText("The records have changed");
+    EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("changed.pdf"))));
+}
+
+TEST(AccountsView, OffersStatementsOnlyToWhoMayExport)
+{
+    OpenedAccounts under{sampleLedger().permissions({"viewCompany"})};
+    under.screen.pressRow("accountTable", "Operating bank");
+    EXPECT_THROW(under.screen.choose("accountMore", "Statement of 2026…"), ScreenFailure);
 }
 
 TEST(AccountForm, KeepsEverythingTypedUntilTheServiceHasTakenIt)

@@ -58,6 +58,35 @@ TEST(CompanyAudit, TellsWhoDidWhatAndHowItStoodBefore)
     EXPECT_TRUE(under.screen.says("There is nothing to it but the action itself."));
 }
 
+TEST(CompanyAudit, LeadsFromAnEntryToTheLedger)
+{
+    AuditUnderTest under;
+    auto books = companyBooks().build();
+    LedgerTransaction entry;
+    entry.id = "e7";
+    entry.kind = EntryKind::income;
+    entry.date = "2026-11-19";
+    entry.memberID = "m1";
+    entry.legs = {{books.accounts.front().id, books.accounts.front().currencies.front(), 100}};
+    books.transactions = std::vector{entry};
+    under.hold(books);
+    ASSERT_TRUE(resultOf(under.store.refresh(true)).has_value());
+    under.server.replace(
+        trail, ServerReply::json(R"({"records":[{"number":9,"at":"2026-11-20T02:14:00.000Z","memberID":"m1",)"
+                                 R"("origin":"10.0.0.7","kind":"POST /v1/transactions","record":"e7"},)"
+                                 R"({"number":8,"at":"2026-11-20T02:13:00.000Z","memberID":"m1",)"
+                                 R"("origin":"10.0.0.7","kind":"POST /v1/transactions","record":"hidden"}]})"));
+    under.openTrail();
+    std::vector<PageLink> links;
+    auto& page = under.screen.find<CompanyView>("companyView");
+    QObject::connect(&page, &PageView::linkPressed, &page, [&](const PageLink& link) { links.push_back(link); });
+    under.screen.press("auditInLedger");
+    EXPECT_EQ(links, (std::vector<PageLink>{{.page = WorkspacePage::ledger, .action = "showEntry", .subject = "e7"}}));
+    under.screen.find("auditTable").setFocus();
+    under.screen.keys("Down");
+    EXPECT_FALSE(under.screen.shows("auditInLedger")) << "an entry that the member does not see";
+}
+
 TEST(CompanyAudit, GoesOnToTheFirstRecord)
 {
     AuditUnderTest under;

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <QLineEdit>
+#include <QTableView>
+#include <QTest>
 
 #include "LedgerUI/testing/CompanyUnderTest.h"
 
@@ -10,6 +12,22 @@ constexpr auto reorder = "POST v1/categories/reorder";
 
 struct CategoriesUnderTest : CompanyUnderTest {
     CategoriesUnderTest() { openTab("categoriesTab"); }
+
+    /// Holds the row of the one category and lets go over that of the other.
+    void drag(const char* name, const char* onto)
+    {
+        auto& table = screen.find<QTableView>("categoryTable");
+        const auto middleOf = [&table](const char* text) {
+            const auto& model = *table.model();
+            const auto found = model.match(model.index(0, 0), Qt::DisplayRole, QString::fromUtf8(text));
+            EXPECT_EQ(found.size(), 1) << text;
+            return found.empty() ? QPoint{} : table.visualRect(found.front()).center();
+        };
+        QTest::mousePress(table.viewport(), Qt::LeftButton, {}, middleOf(name));
+        QTest::mouseMove(table.viewport(), (middleOf(name) + middleOf(onto)) / 2);
+        QTest::mouseMove(table.viewport(), middleOf(onto));
+        QTest::mouseRelease(table.viewport(), Qt::LeftButton, {}, middleOf(onto));
+    }
 };
 
 }
@@ -30,6 +48,21 @@ TEST(Categories, MoveByKeyboardAndKeepTheChosenOneThroughAConflict)
     under.screen.pressRow("categoryTable", "Water");
     under.screen.keys("Alt+Down"); // it is the last of its group
     EXPECT_EQ(under.server.requests(reorder).size(), 1U);
+}
+
+TEST(Categories, MoveByTheMouseWithinTheirGroupAlone)
+{
+    CategoriesUnderTest under;
+    under.server.replace(reorder, ServerReply::json(companyBooks().json()));
+    under.drag("Water", "Rent");
+    under.drag("Water", "Water");
+    EXPECT_TRUE(under.server.requests(reorder).empty());
+    EXPECT_EQ(under.screen.read("categoryTitle"), "Water") << "a press chooses";
+    under.drag("Water", "Electricity");
+    waitUntil([&] { return !under.server.requests(reorder).empty(); });
+    EXPECT_EQ(
+        under.server.requests(reorder).front().body,
+        R"({"kind":"expense","parentID":"utilities","orderedIDs":["water","power"],"expectedIDs":["power","water"]})");
 }
 
 TEST(Categories, AreMadeWithTheNamesThatWereTyped)

@@ -1,9 +1,11 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QGuiApplication>
+#include <QLabel>
+#include <QTabBar>
 #include <QTableView>
 
 #include "LedgerUI/Screens/Company/GrantMatrixView.h"
@@ -135,15 +137,36 @@ TEST(CompanyInvitations, ShowTheCodeOnceAndCopyIt)
     under.screen.press("inviteConfirm");
     under.screen.waitFor("invitationCodeDialog");
     EXPECT_EQ(under.screen.read("invitationCode"), "K7QF-2M9D-XR4T");
+    under.screen.keys("Esc");
+    under.screen.waitFor("questionDialog");
+    EXPECT_TRUE(under.screen.says("The code has not been copied"));
+    under.screen.press("questionCancel");
+    under.screen.waitUntilGone("questionDialog");
+    EXPECT_TRUE(under.screen.shows("invitationCodeDialog"));
     under.screen.press("invitationCopy");
     EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("K7QF-2M9D-XR4T"));
-    under.screen.press("invitationDone");
+    under.screen.keys("Esc");
     under.screen.waitUntilGone("invitationCodeDialog");
     const auto sent = under.server.requests("POST v1/invites");
     ASSERT_EQ(sent.size(), 2U);
     EXPECT_EQ(sent[0].body, sent[1].body);
     EXPECT_EQ(sent[0].body, R"({"name":"Rini","email":"rini@example.com","role":"employee","accountIDs":[],)"
                             R"("permissions":["exportData"],"accountGrants":[]})");
+}
+
+TEST(CompanyInvitations, AreReadAnewOnReturnWhateverIsShown)
+{
+    CompanyUnderTest under;
+    const auto shown = [&] {
+        const auto* tabs = under.screen.find<QTabBar>("companyTabs").tabButton(1, QTabBar::RightSide);
+        const auto* count = tabs ? tabs->findChild<QLabel*>() : nullptr;
+        return count ? count->text() : QString{};
+    };
+    EXPECT_NE(shown(), QString{});
+    under.server.replace("GET v1/invites", ServerReply::json(R"({"invitations":[]})"));
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    under.screen.waitUntil("nobody is waited for", [&] { return shown().isEmpty(); });
+    EXPECT_TRUE(under.screen.shows("memberTable")) << "of the tab of members";
 }
 
 TEST(CompanyInvitations, AreRevokedFromTheList)

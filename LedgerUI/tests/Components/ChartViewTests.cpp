@@ -1,4 +1,6 @@
+#include <QCoreApplication>
 #include <QImage>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
@@ -96,6 +98,45 @@ TEST(ChartView, IsWalkedByKeysAndReadAloud)
     view.present({.currency = "USD", .places = {}, .series = {}, .chosen = {}}, colors());
     QTest::keyClick(&view, Qt::Key_Return);
     EXPECT_EQ(chosen.count(), 2);
+}
+
+/// Above the chart stands what is pointed at, in the same words as where the keys are, and nothing of it once the
+/// pointer has left.
+TEST(ChartView, TellsTheMonthThatIsPointedAt)
+{
+    InterfaceLanguage::change("en-US");
+    ChartView view;
+    auto data = threeMonths();
+    data.chosen.reset();
+    view.resize(view.sizeHint());
+    view.present(data, colors());
+    view.show();
+    settle();
+    view.clearFocus(); // with it, the last month is told
+    const auto legend = [&view] { return view.grab({0, 0, view.width(), 24}).toImage(); };
+    const auto point = [&view](int x) {
+        const QPointF place{static_cast<qreal>(x), view.height() / 2.0};
+        QMouseEvent moved{QEvent::MouseMove, place, view.mapToGlobal(place), Qt::NoButton, Qt::NoButton, {}};
+        QCoreApplication::sendEvent(&view, &moved);
+    };
+    ASSERT_TRUE(view.hasMouseTracking()) << "a pointer without a pressed button is told of";
+    const auto idle = legend();
+    point(view.width() - 10);
+    const auto march = legend();
+    EXPECT_NE(march, idle);
+    point(5); // on the labels of the axis
+    EXPECT_EQ(legend(), idle);
+    point(view.width() / 2);
+    const auto february = legend();
+    EXPECT_NE(february, march);
+    QEvent left{QEvent::Leave};
+    QCoreApplication::sendEvent(&view, &left);
+    EXPECT_EQ(legend(), idle);
+    view.setFocus();
+    QTest::keyClick(&view, Qt::Key_End);
+    EXPECT_EQ(legend(), march);
+    QTest::keyClick(&view, Qt::Key_Left);
+    EXPECT_EQ(legend(), february);
 }
 
 TEST(ChartView, TakesAClickOnAMonthOnly)

@@ -1,5 +1,6 @@
 #include <QComboBox>
 #include <QLabel>
+#include <QListView>
 #include <QPushButton>
 #include <QTest>
 #include <QToolButton>
@@ -7,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
+#include "LedgerUI/Components/Fields/AccountPicker.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
@@ -67,6 +69,43 @@ TEST_F(Segments, BecomeAComboWithTheSameChoiceWhereTheyDoNotFit)
     Q_EMIT combo->activated(2);
     EXPECT_EQ(control.chosen(), 9);
     EXPECT_EQ(announced, std::vector{9});
+}
+
+TEST(AccountPicker, FindsAnAccountAsItIsTypedWithoutDiacritics)
+{
+    AccountPicker picker;
+    picker.present(
+        {{.id = "bank", .name = QStringLiteral("Ngân hàng Sài Gòn"), .balances = {}, .group = {}, .glyph = {}},
+         {.id = "cash", .name = QStringLiteral("Tiền mặt"), .balances = {}, .group = {}, .glyph = {}},
+         {.id = "safe", .name = QStringLiteral("Két sắt Sài Gòn"), .balances = {}, .group = {}, .glyph = {}}},
+        {}, {});
+    std::string chosen;
+    QObject::connect(&picker, &AccountPicker::accountChosen, &picker, [&](const std::string& id) { chosen = id; });
+    picker.show();
+    picker.setFocus();
+    QTest::keyClicks(&picker, QStringLiteral("mat"));
+    EXPECT_EQ(chosen, "cash") << "a word in the middle, typed without its marks";
+
+    picker.showPopup();
+    auto* list = qobject_cast<QListView*>(picker.view());
+    ASSERT_NE(list, nullptr);
+    const auto inSight = [&] {
+        std::string rows;
+        for (int row = 0; row < picker.count(); ++row)
+            rows += list->isRowHidden(row) ? "" : picker.itemData(row).toString().toStdString() + " ";
+        return rows;
+    };
+    QTest::keyClicks(list, QStringLiteral("sat x")); // the last letter would leave nothing
+    EXPECT_EQ(inSight(), "safe ");
+    QTest::keyClick(list, Qt::Key_Backspace);
+    QTest::keyClick(list, Qt::Key_Backspace);
+    QTest::keyClick(list, Qt::Key_Backspace);
+    EXPECT_EQ(inSight(), "bank safe ") << "\"sa\" is in both";
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_EQ(chosen, "safe");
+    EXPECT_FALSE(list->isVisible());
+    EXPECT_EQ(inSight(), "bank cash safe ") << "the next time it begins anew";
 }
 
 TEST(FieldError, TakesTheRoomOfItsMessageEachTime)

@@ -85,6 +85,51 @@ TEST(PrintDialog, SavesTheReportInSightInEveryLanguage)
     }
 }
 
+/// The other reports, read back from their files: title, heads and figures as the language writes them.
+TEST(PrintDialog, SavesEveryOtherReportInEveryLanguage)
+{
+    using Words = std::vector<const char*>;
+    struct Said {
+        const char* language;
+        std::array<Words, 3> reports; // in the order of the tabs
+    };
+    const std::array cases{
+        Said{"zh-CN",
+             {{{"收入与支出", "趋势", "各期间的收入与支出", "支出合计", "112,640,000"},
+               {"账户矩阵", "各月末余额", "Kas kecil – Rizky", "3,200,377,600"},
+               {"资金变动", "各类资金变动", "内部划拨", "5,000,000"}}}},
+        Said{"id-ID",
+             {{{"Pemasukan & pengeluaran", "Tren", "Pemasukan dan pengeluaran per periode", "Total pengeluaran",
+                "112.640.000"},
+               {"Matriks rekening", "Saldo akhir bulan", "Kas kecil – Rizky", "3.200.377.600"},
+               {"Pergerakan dana", "Pergerakan menurut jenis", "Transfer", "5.000.000"}}}},
+        Said{"vi-VN",
+             {{{"Thu và chi", "Xu hướng", "Thu và chi theo kỳ", "Tổng chi", "112.640.000"},
+               {"Ma trận tài khoản", "Số dư cuối tháng", "Kas kecil – Rizky", "3.200.377.600"},
+               {"Biến động tiền", "Biến động theo loại", "Chuyển nội bộ", "5.000.000"}}}},
+        Said{"en-US",
+             {{{"Income and expense", "Trend", "Income and expense by period", "Total expense", "112,640,000"},
+               {"Account matrix", "Balances at month ends", "Kas kecil – Rizky", "3,200,377,600"},
+               {"Fund movements", "Movements by kind", "Transfer", "5,000,000"}}}}};
+    for (const auto& said : cases) {
+        PrintUnderTest under;
+        under.speak(said.language);
+        const std::array tabs{"incomeTab", "matrixTab", "movementsTab"};
+        for (std::size_t at = 0; at < tabs.size(); ++at) {
+            under.screen.keys("Ctrl+Tab");
+            under.screen.waitFor(tabs[at]);
+            under.open();
+            const auto file = std::string{tabs[at]} + ".pdf";
+            under.dialog().saveTo(under.path(file.c_str()));
+            under.screen.waitUntilGone("printDialog");
+            under.activate();
+            const auto text = under.text(file.c_str());
+            for (const auto* each : said.reports[at])
+                EXPECT_NE(text.find(each), std::string::npos) << each << " in\n" << text;
+        }
+    }
+}
+
 TEST(PrintDialog, IsOfferedAFileByItsOwnName)
 {
     PrintUnderTest under;
@@ -102,7 +147,7 @@ TEST(PrintDialog, LaysOutAnewForOtherPaperAndAnotherLanguage)
 {
     PrintUnderTest under;
     under.open();
-    EXPECT_EQ(under.screen.read("printPages"), "1 page");
+    EXPECT_EQ(under.screen.read("printPages"), "2 pages");
     under.screen.press("Letter");
     under.screen.press("Landscape");
     under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });

@@ -132,6 +132,24 @@ TEST(BatchReversalDialog, LeavesOutAnEntryWhoseEarlierReasonWouldBeSent)
     EXPECT_EQ(under.banner(), "2 entries reversed.");
 }
 
+TEST(BatchReversalDialog, PresentsOneRowForEachReplyAndHowFarItIs)
+{
+    BatchUnderTest under;
+    auto& table = under.control<PlainTable>("batchTable");
+    QSignalSpy amended{&table.rows(), &QAbstractItemModel::dataChanged};
+    under.service.server.replace(path("e2"), ServerReply::parked());
+    under.begin();
+    waitUntil([&] { return under.service.server.parkedCount() == 1; });
+    EXPECT_EQ(under.banner(), "1 of 3 answered by the service");
+    EXPECT_EQ(under.states(), "Reversed | Being reversed… | Waiting");
+    for (const auto& each : amended)
+        EXPECT_EQ(each[0].toModelIndex().row(), each[1].toModelIndex().row()) << "thousands are not made anew";
+    EXPECT_EQ(amended.count(), 3) << "sent, reversed, and the next one sent";
+    under.service.server.release(ServerReply::json(books().json()));
+    under.rest();
+    EXPECT_EQ(under.states(), "Reversed | Reversed | Reversed");
+}
+
 TEST(BatchReversalDialog, StopsBetweenTwoAndGoesOnThere)
 {
     BatchUnderTest under;

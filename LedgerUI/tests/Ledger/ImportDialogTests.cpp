@@ -6,7 +6,11 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QCoro/QCoroTask>
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QTemporaryDir>
+#include <QUrl>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
@@ -83,6 +87,7 @@ TEST(ImportDialog, ShowsWhatAFileWouldRecordAndRecordsItInOrder)
     EXPECT_TRUE(under.screen.says("3 data rows"));
     const auto entries = under.screen.read("importTable");
     EXPECT_NE(entries.find("2 Jan 2026"), std::string::npos) << entries;
+    EXPECT_NE(entries.find("Sales · January"), std::string::npos) << entries;
     EXPECT_NE(entries.find("Bank → Savings"), std::string::npos) << entries;
     const auto effects = under.screen.read("importEffects");
     EXPECT_NE(effects.find("1,000,000 | IDR\u00A01,100,000"), std::string::npos) << effects;
@@ -102,27 +107,22 @@ TEST(ImportDialog, NamesEveryIssueAndSendsNothing)
 {
     ImportUnderTest under;
     std::string rows;
-    for (int row = 0; row < 10; ++row)
+    for (int row = 0; row < 1'001; ++row)
         rows += "2026-02-30,Income,Bank,IDR,1,Sales,,,,\r\n";
-    under.open(rows + "2026-03-01,Expense,Bank,IDR,1.250.000,Electricity,,,,\r\n");
-    under.screen.waitForText("11 issues found; no data has been written");
+    under.open("2026-02-01,Expense,Bank,IDR,1.250.000,Electricity,,,,\r\n" + rows);
+    under.screen.waitForText("1,002 issues found; no data has been written");
     EXPECT_FALSE(under.screen.shows("importStart"));
-    EXPECT_TRUE(under.screen.says("and 3 more issues"));
-    EXPECT_NE(under.screen.read("importTable").find("2 | 2026-02-30 | Invalid date; use YYYY-MM-DD."),
+    EXPECT_TRUE(under.screen.says("and 2 more issues"));
+    EXPECT_NE(under.screen.read("importTable").find("3 | Date | 2026-02-30 | Invalid date; use YYYY-MM-DD."),
               std::string::npos);
+    EXPECT_EQ(under.screen.read("importIssue"),
+              "Amount: Amount must be a valid number greater than zero. Write it with a decimal point and without "
+              "separators of thousands, such as 1250000.50.");
     under.screen.press("importCopyIssues");
     const auto copied = QApplication::clipboard()->text();
-    EXPECT_EQ(copied.count(QLatin1Char{'\n'}), 11);
-    EXPECT_TRUE(copied.contains(QStringLiteral("12\t1.250.000\tAmount must be a valid number greater than zero.")));
-    under.screen.press("importSaveIssues");
-    under.screen.waitForFocus("importSaveDialog");
-    const auto saved = std::filesystem::path{under.folder.path().toStdString()} / "issues.csv";
-    under.screen.fill("fileNameEdit", saved.string());
-    under.screen.keys("Return");
-    under.screen.waitUntil("the file is there", [&] { return std::filesystem::exists(saved); });
-    std::ostringstream file;
-    file << std::ifstream{saved, std::ios::binary}.rdbuf();
-    EXPECT_NE(file.str().find("\"12\",\"1.250.000\",\"Amount must be"), std::string::npos) << file.str();
+    EXPECT_EQ(copied.count(QLatin1Char{'\n'}), 1'002);
+    EXPECT_TRUE(
+        copied.contains(QStringLiteral("2\tAmount\t1.250.000\tAmount must be a valid number greater than zero.")));
 
     under.choose("2027-01-01,Income,Bank,IDR,1,Sales,,,,\r\n"); // well written, and refused by the books
     under.screen.waitForText("1 issue found; no data has been written");
@@ -136,6 +136,73 @@ TEST(ImportDialog, NamesEveryIssueAndSendsNothing)
     under.screen.find<ImportDialog>("importDialog").chooseFile(under.file());
     under.screen.waitForText("The file cannot exceed 5 MB.");
     EXPECT_TRUE(under.keysSent().empty());
+}
+
+TEST(ImportDialog, GivesTheRowsBackWithTheirIssuesSoThatTheyCanBeMended)
+{
+    ImportUnderTest under;
+    under.open("2026-01-02,Income,Bank,IDR,250000,Sales,=January,,,\r\n"
+               "2026-01-03,Expense,Bank,IDR,50.000.0,Electricity,,,,\r\n");
+    under.screen.waitForText("1 issue found");
+    under.screen.press("importSaveIssues");
+    under.screen.waitForFocus("importSaveDialog");
+    const auto saved = std::filesystem::path{under.folder.path().toStdString()} / "issues.csv";
+    under.screen.fill("fileNameEdit", saved.string());
+    under.screen.keys("Return");
+    under.screen.waitUntil("the file is there", [&] { return std::filesystem::exists(saved); });
+    std::ostringstream file;
+    file << std::ifstream{saved, std::ios::binary}.rdbuf();
+    auto text = file.str();
+    EXPECT_NE(text.find("\"Amount: Amount must be a valid number"), std::string::npos) << text;
+    const auto fault = text.find("50.000.0");
+    ASSERT_NE(fault, std::string::npos) << text;
+    text.replace(fault, 8, "50000");
+    std::ofstream{saved, std::ios::binary | std::ios::trunc} << text;
+    under.screen.find<ImportDialog>("importDialog").chooseFile(saved);
+    under.screen.waitForText("2 records are ready to import");
+    EXPECT_NE(under.screen.read("importTable").find("Sales · =January"), std::string::npos);
+}
+
+TEST(ImportDialog, ReadsAFileThatIsDroppedOnIt)
+{
+    ImportUnderTest under;
+    under.screen.press("importLedgerButton");
+    under.screen.waitForFocus("importDialog");
+    std::ofstream{under.file(), std::ios::binary} << LedgerImportCSV::templateText() << goodRows;
+    auto& dialog = under.screen.find<ImportDialog>("importDialog");
+    const auto drop = [&](const QList<QUrl>& urls) {
+        QMimeData data;
+        data.setUrls(urls);
+        QDragEnterEvent enters{{10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier};
+        QApplication::sendEvent(&dialog, &enters);
+        if (!enters.isAccepted())
+            return false;
+        QDropEvent drops{{10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier};
+        QApplication::sendEvent(&dialog, &drops);
+        return true;
+    };
+    const auto url = QUrl::fromLocalFile(QString::fromStdString(under.file().string()));
+    EXPECT_FALSE(drop({url, url})) << "which of them?";
+    EXPECT_FALSE(drop({QUrl{QStringLiteral("https://books.example/old.csv")}}));
+    EXPECT_TRUE(drop({url}));
+    under.screen.waitForText("3 records are ready to import");
+}
+
+TEST(ImportDialog, SaysWhyItDoesNotStartWhileTheBooksComeAnew)
+{
+    ImportUnderTest under;
+    under.open(goodRows);
+    under.screen.waitFor("importStart");
+    under.screen.press("importStart");
+    under.screen.waitFor("questionConfirm");
+    under.server.replace("GET v1/snapshot", ServerReply::parked());
+    QCoro::connect(under.store.refresh(false), &under.store, [](const Result<void>&) {});
+    under.screen.waitUntil("the books are on their way", [&] { return under.store.isBusy(); });
+    under.screen.press("questionConfirm");
+    under.screen.waitForText("Wait until the current operation ends.");
+    EXPECT_TRUE(under.keysSent().empty());
+    under.server.release(ServerReply::json(books().json()));
+    under.screen.waitUntil("the books are there", [&] { return !under.store.isBusy(); });
 }
 
 TEST(ImportDialog, GoesOnWithTheSameKeysAfterAReplyWasLost)

@@ -4,11 +4,14 @@
 #include <fstream>
 #include <sstream>
 
+#include <QAction>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include "LedgerUI/Components/Buttons/SegmentedControl.h"
+#include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
@@ -66,6 +69,11 @@ struct ExportUnderTest : WindowUnderTest {
         });
     }
 
+    void waitForEntries(const std::string& count)
+    {
+        screen.waitUntil("the page shows " + count, [&] { return screen.read("entryCount").starts_with(count); });
+    }
+
     QTemporaryDir folder;
 };
 
@@ -120,6 +128,21 @@ TEST(LedgerExportDialog, FollowsEveryChoice)
     EXPECT_NE(under.saved().find("\"receipt_names\""), std::string::npos);
 }
 
+TEST(LedgerExportDialog, ClosesAnOpenListByCtrlReturnAndKeepsWhatIsTicked)
+{
+    ExportUnderTest under;
+    under.open();
+    under.screen.fill("exportFirstDay", "1/10/2026");
+    under.screen.press("exportAccounts");
+    under.screen.pressRow("choices", "Savings");
+    under.waitForCounts("2", "2");
+    under.screen.keys("Home Ctrl+Return");
+    EXPECT_FALSE(under.screen.shows("exportAccountsPopover"));
+    EXPECT_TRUE(under.screen.shows("ledgerExportDialog")) << "nothing is exported by it";
+    EXPECT_EQ(under.screen.read("exportAccounts"), "Savings");
+    under.waitForCounts("2", "2");
+}
+
 TEST(LedgerExportDialog, SaysWhatIsWrongAndKeepsWhatWasTyped)
 {
     ExportUnderTest under;
@@ -151,6 +174,7 @@ TEST(LedgerExportDialog, WritesNothingFromBooksThatHaveChanged)
     under.save();
     under.screen.waitForText("changed");
     under.waitForCounts("4", "5");
+    under.screen.waitForText("1 entry added");
     EXPECT_EQ(under.saved(), "") << "nothing was written";
     under.save();
     under.screen.waitUntilGone("ledgerExportDialog");
@@ -208,4 +232,90 @@ TEST(LedgerExportDialog, StandsWholeInEveryLanguage)
         const auto& form = under.screen.find<QScrollArea>("formScroll");
         EXPECT_FALSE(form.verticalScrollBar()->isVisible()) << language;
     }
+}
+
+TEST(LedgerExportDialog, HoldsWhatThePageShowsWhateverNarrowsIt)
+{
+    auto shown = books();
+    shown.expense("e3", "2026-11-12", "Savings", "IDR", 700, "power").note("Generator fuel");
+    ExportUnderTest under{shown};
+    under.screen.fill("ledgerSearch", "electricity generator");
+    under.waitForEntries("1 of ");
+    under.open();
+    under.waitForCounts("1", "1");
+    EXPECT_FALSE(under.screen.shows("exportAccounts")) << "the page has chosen";
+    EXPECT_TRUE(under.screen.says("Search: electricity generator"));
+    EXPECT_TRUE(under.screen.says("Period: November 2026"));
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    EXPECT_EQ(records(under.saved()), 2U);
+    EXPECT_NE(under.saved().find("Generator fuel"), std::string::npos);
+
+    under.open();
+    under.screen.find<SegmentedControl>("exportSource")
+        .chosenByUser(static_cast<int>(LedgerExportForm::Source::chosen));
+    under.waitForCounts("4", "5");
+    EXPECT_TRUE(under.screen.says("do not narrow this file"));
+    EXPECT_TRUE(under.screen.shows("exportAccounts"));
+}
+
+TEST(LedgerExportDialog, AsksThePagesQuestionAgainBeforeTheFileIsWritten)
+{
+    ExportUnderTest under;
+    under.screen.fill("ledgerSearch", "electricity");
+    under.waitForEntries("1 of ");
+    under.open();
+    under.waitForCounts("1", "1");
+    auto changed = books();
+    changed.expense("e9", "2026-11-19", "Operating bank", "IDR", 1, "power");
+    under.server.replace("GET v1/snapshot", ServerReply::json(changed.json()));
+    under.save();
+    under.screen.waitForText("1 entry added");
+    under.waitForCounts("2", "2");
+    EXPECT_EQ(under.saved(), "") << "an entry that has come belongs to it, too";
+    auto elsewhere = changed;
+    elsewhere.income("i9", "2026-11-19", "Operating bank", "IDR", 1, "sales");
+    under.server.replace("GET v1/snapshot", ServerReply::json(elsewhere.json()));
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    EXPECT_EQ(records(under.saved()), 3U) << "one that the page does not show changes nothing";
+}
+
+TEST(LedgerExportDialog, HoldsTheFigureOfAReport)
+{
+    ExportUnderTest under;
+    LedgerFilter filter{.period = Period::allTime()};
+    filter.figure = ReportFigure{.scope = {.currency = "IDR", .accountIDs = {{"Savings"}}}};
+    under.screen.find<LedgerView>("ledgerView")
+        .follow({.page = WorkspacePage::ledger, .action = PageAction::showEntries, .subject = {}, .entries = filter});
+    under.waitForEntries("2 of ");
+    under.open();
+    under.waitForCounts("2", "2");
+    EXPECT_EQ(under.screen.read("exportFileName"), "quillet-ledger-2026-10-07_2026-11-17.csv");
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    const auto file = under.saved();
+    EXPECT_NE(file.find("\"500000.00\""), std::string::npos) << "what arrived on the account";
+    EXPECT_EQ(file.find("-500000.00"), std::string::npos) << "the other leg is not of the figure";
+}
+
+TEST(LedgerExportDialog, HoldsTheSelectedEntriesAlone)
+{
+    ExportUnderTest under;
+    auto& table = under.screen.find<LedgerTable>("ledgerTable");
+    auto* action = under.window.findChild<QAction*>(QStringLiteral("exportSelected"));
+    ASSERT_NE(action, nullptr);
+    ASSERT_TRUE(table.chooseAll({"i1"}));
+    EXPECT_FALSE(action->isVisible());
+    ASSERT_TRUE(table.chooseAll({"i1", "e2"}));
+    EXPECT_EQ(action->text(), QStringLiteral("Export these 2…"));
+    action->trigger();
+    under.screen.waitForFocus("ledgerExportDialog");
+    under.waitForCounts("2", "2");
+    EXPECT_TRUE(under.screen.says("Selected entries: 2 entries"));
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    EXPECT_NE(under.saved().find("\"i1\""), std::string::npos);
+    EXPECT_NE(under.saved().find("\"e2\""), std::string::npos);
+    EXPECT_EQ(under.saved().find("\"t1\""), std::string::npos);
 }

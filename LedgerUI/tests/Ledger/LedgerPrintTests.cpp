@@ -92,8 +92,24 @@ TEST(LedgerPrint, ShowsTheEntriesInTheirOrderWithTheirTotals)
                                   "3 Nov 2026 | Sales / Income | Bank | Mira Owner | IDR +2,500"}));
     EXPECT_EQ(said(document.tables[1]),
               (std::vector<std::string>{"IDR | +2,500 | −9,000 | −6,500", "USD | +12.00 | 0.00 | +12.00"}));
-    EXPECT_EQ(factsOf(document), "Period: November 2026\nKind: Income, Expense\nAs of: 20 Nov 2026, 14:32\n");
+    EXPECT_EQ(factsOf(document),
+              "Period: November 2026\nKind: Income, Expense\nAccounts: All accounts\nAs of: 20 Nov 2026, 14:32\n");
     EXPECT_EQ(document.fileName.toStdString(), "tallyfold-ledger-2026-11-01_2026-11-30");
+}
+
+TEST(LedgerPrint, ShowsTheSelectedEntriesAloneWithTheirTotals)
+{
+    const auto shown = std::make_shared<const LedgerListing>(
+        listing(books(), {.period = november(), .accountIDs = {"Bank"}, .amounts = {.least = 100}}));
+    const LedgerPrint::Asked asked{shown->book->snapshotPointer(), shown, moment, {"e2", "i1"}};
+    const auto document = LedgerPrint::list(asked, std::string{english});
+    EXPECT_EQ(
+        said(document.tables[0]),
+        (std::vector<std::string>{"5 Nov 2026 | Electricity / Expense · November | Bank | Mira Owner | IDR −9,000",
+                                  "3 Nov 2026 | Sales / Income | Bank | Mira Owner | IDR +2,500"}));
+    EXPECT_EQ(said(document.tables[1]), std::vector<std::string>{"IDR | +2,500 | −9,000 | −6,500"});
+    EXPECT_EQ(factsOf(document), "Period: November 2026\nAccount: Bank\nAmount range: from 1\n"
+                                 "Selected entries: 2 entries\nAs of: 20 Nov 2026, 14:32\n");
 }
 
 TEST(LedgerPrint, HeadsEachDayWhereThePageDoes)

@@ -205,11 +205,23 @@ TEST(ReportExport, WritesNothingFromBooksThatHaveChangedAndShowsThemAnew)
     under.server.replace("GET v1/snapshot", ServerReply::json(changed.json()));
     under.save(under.path());
     under.screen.waitForText("The records have changed");
+    under.screen.waitForText("IDR: 1 entry added.");
     EXPECT_EQ(under.saved(), "");
     under.screen.waitUntil("it can be saved", [&] { return under.screen.offers("reportExportSave"); });
     under.save(under.path());
     under.screen.waitUntilGone("reportExportDialog");
     EXPECT_NE(under.saved().find("54,000,077"), std::string::npos) << under.saved();
+}
+
+TEST(ReportExport, LoadsTheBooksOnceForAllItsCurrencies)
+{
+    ReportsUnderTest under;
+    under.openExport(); // of the overview, which shows every currency
+    const auto before = under.server.requests("GET v1/snapshot").size();
+    under.save(under.path());
+    under.screen.waitUntilGone("reportExportDialog");
+    EXPECT_EQ(under.server.requests("GET v1/snapshot").size(), before + 1);
+    EXPECT_NE(under.saved(), "");
 }
 
 TEST(ReportExport, StaysOpenWhereTheFileCannotBeWritten)

@@ -6,6 +6,7 @@
 
 #include "LedgerUI/Components/Chart/ChartView.h"
 #include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
 #include "LedgerUI/Screens/Summary/SummaryView.h"
@@ -19,7 +20,40 @@ PageRegistry builtPages()
     PageRegistry pages;
     pages.add<LedgerView>(WorkspacePage::ledger);
     pages.add<ReportsView>(WorkspacePage::reports);
+    pages.add<SummaryView>(WorkspacePage::summary);
     return pages;
+}
+
+/// An expense of the float in November that `by` has taken back.
+void addReversed(SnapshotBuilder& books, const char* id, const char* by)
+{
+    LedgerTransaction wrong;
+    wrong.id = id;
+    wrong.kind = EntryKind::expense;
+    wrong.date = "2026-11-16";
+    wrong.createdAt = "2026-11-16T03:00:00Z";
+    wrong.memberID = "m1";
+    wrong.categoryID = "packaging";
+    wrong.legs = {{"Kas kecil – Rizky", "IDR", -7'500}};
+    wrong.reversedBy = wrong.id + " undone";
+    books.entry(wrong);
+    auto undo = wrong;
+    undo.id = *wrong.reversedBy;
+    undo.kind = EntryKind::reversal;
+    undo.createdAt = "2026-11-16T04:00:00Z";
+    undo.memberID = by;
+    undo.legs.front().amountMinor = 7'500;
+    undo.reversedBy.reset();
+    undo.reversalOf = wrong.id;
+    books.entry(undo);
+}
+
+/// A figure as a spreadsheet has it, in hundredths.
+qint64 hundredthsOf(const ReportGridCell& cell)
+{
+    auto digits = cell.copied;
+    const bool hasDecimals = digits.contains(QLatin1Char('.'));
+    return digits.remove(QLatin1Char(',')).remove(QLatin1Char('.')).toLongLong() * (hasDecimals ? 1 : 100);
 }
 
 class Reports : public testing::Test {
@@ -70,7 +104,7 @@ protected:
                 EXPECT_NE(screen.read("totals").find(digits.toStdString()), std::string::npos)
                     << name << " " << each.id << " column " << column << ": " << screen.read("totals");
                 ++opened;
-                screen.keys("Ctrl+2");
+                screen.press(page);
                 screen.waitFor(name);
             }
         }
@@ -79,6 +113,19 @@ protected:
 
     WindowUnderTest under{builtPages()};
     ScreenDriver& screen = under.screen;
+    const char* page = "page-reports";
+};
+
+/// The page of who does not see the whole company.
+class Summary : public Reports {
+protected:
+    void openSummary(const SnapshotBuilder& books = reportSample())
+    {
+        auto own = books;
+        page = "page-summary";
+        under.openDemonstration(own.permissions({}));
+        screen.waitFor("ownAccountTable");
+    }
 };
 
 }
@@ -95,6 +142,28 @@ TEST_F(Reports, ShowWhereEachCurrencyStandsInThePeriod)
     EXPECT_EQ(row("currencyTable", "SGD"), "SGD | 0.00 | 0.00 | 0.00 | 0.00 | 0.00 | 0.00");
 }
 
+TEST_F(Reports, CloseWithWhatTheyOpenedWithAndWhatMoved)
+{
+    open();
+    std::vector<std::vector<qint64>> openings;
+    for (const auto* month : {"November 2026", "October 2026", "September 2026"}) {
+        screen.waitForText(month);
+        openings.emplace_back();
+        const auto& rows = table("currencyTable").grid().grid().rows;
+        ASSERT_EQ(rows.size(), 3U);
+        for (std::size_t at = 0; at < rows.size(); ++at) {
+            const auto figure = [&](std::size_t column) { return hundredthsOf(rows[at].cells[column]); };
+            EXPECT_EQ(figure(2) + figure(3), figure(4)) << month << " " << rows[at].id;
+            EXPECT_EQ(figure(1) + figure(4) + figure(5), figure(6)) << month << " " << rows[at].id;
+            if (openings.size() > 1)
+                EXPECT_EQ(figure(6), openings[openings.size() - 2][at]) << month << " closes as the next one opens";
+            openings.back().push_back(figure(1));
+        }
+        screen.keys("Alt+Left");
+    }
+    EXPECT_NE(openings[0], openings[2]) << "the months are not one and the same";
+}
+
 /// The total under the ledger is the figure, whichever one is opened by keys.
 TEST_F(Reports, OpenTheEntriesWhoseTotalIsTheFigure)
 {
@@ -102,6 +171,8 @@ TEST_F(Reports, OpenTheEntriesWhoseTotalIsTheFigure)
     EXPECT_EQ(openEveryFigure("currencyTable"), 12) << "five of rupiah and dollars each, two of Singapore dollars";
     goTo("currencyTable", "IDR", 0);
     EXPECT_EQ(openEveryFigure("expenseTable"), 4);
+    EXPECT_EQ(openEveryFigure("incomeCategoryTable"), 2);
+    EXPECT_EQ(openEveryFigure("monthTable"), 48) << "what the chart shows, and what each month closed with";
     goTo("currencyTable", "IDR", 0);
     screen.keys("Return");
     screen.waitFor("incomeTab");
@@ -217,6 +288,62 @@ TEST_F(Reports, LendAHandWhereItIsWanted)
     EXPECT_TRUE(screen.says("Kas kecil – Rizky"));
     screen.keys("Esc");
     screen.waitUntilGone("transactionForm");
+}
+
+/// What was taken back needs no receipt any more: the row counts what the ledger then lists.
+TEST_F(Reports, CountTheEntriesThatTheLedgerThenShows)
+{
+    auto books = reportSample();
+    addReversed(books, "wrong", "m1");
+    open(books);
+    screen.press("Show, 9 entries in this period have no receipt");
+    screen.waitFor("entryCount");
+    EXPECT_EQ(screen.read("entryCount"), "9 of 92 entries");
+    EXPECT_TRUE(screen.says("Standing: In force"));
+}
+
+TEST_F(Summary, ShowsWhatTheMemberAnswersForAndOpensTheEntriesBehindIt)
+{
+    openSummary();
+    EXPECT_EQ(row("ownAccountTable", "Kas kecil – Rizky IDR"),
+              "Kas kecil – Rizky | IDR | 0 | +5,000,000 | 0 | −5,000,000 | 0 | 0");
+    EXPECT_EQ(row("ownAccountTable", "Singapore account USD"),
+              "Singapore account | USD | 197,420.00 | 0.00 | +10,940.00 | 0.00 | −12,000.00 | 196,360.00");
+    EXPECT_EQ(openEveryFigure("ownAccountTable"), 13);
+    goTo("ownAccountTable", "Operating bank IDR", 0);
+    EXPECT_TRUE(screen.says("Expense by category, IDR"));
+    EXPECT_EQ(row("ownExpenseTable", "category payroll"), "Payroll | 112,640,000");
+    EXPECT_EQ(openEveryFigure("ownExpenseTable"), 4);
+}
+
+TEST_F(Summary, LeadsFromALatestEntryToThatEntry)
+{
+    openSummary();
+    goTo("latestTable", "refund1", 1);
+    screen.keys("Return");
+    screen.waitFor("ledgerTable");
+    EXPECT_EQ(screen.find<LedgerTable>("ledgerTable").selectedIDs(), std::vector<std::string>{"refund1"});
+}
+
+TEST_F(Summary, TellsWhatWantsAHandAndCountsWhatItThenShows)
+{
+    auto books = reportSample();
+    books.member(SnapshotBuilder::person("m2", "Dewi Anggraini"));
+    addReversed(books, "undone by another", "m2");
+    addReversed(books, "undone by oneself", "m1");
+    openSummary(books);
+    screen.press("Show, 1 entry of yours was reversed; check it and record it again");
+    screen.waitFor("entryCount");
+    EXPECT_EQ(screen.read("entryCount"), "1 of 94 entries");
+    screen.press(page);
+    screen.waitFor("ownAccountTable");
+    screen.press("Fund, Kas kecil – Rizky has no IDR balance left");
+    screen.waitForFocus("transactionForm");
+    screen.keys("Esc");
+    screen.waitUntilGone("transactionForm");
+    under.activate();
+    screen.press("summaryNewEntryButton");
+    screen.waitForFocus("transactionForm");
 }
 
 TEST(SummaryPage, NamesNoCurrencyBeforeThereIsAnAccount)

@@ -120,6 +120,14 @@ const std::array pages{
                     under.screen.waitFor("contributionsTable");
                 }},
     SweptScreen{"DividendsOfLongNames", capitalPages, [](auto& under) { openDividends(under, withLongNames()); }},
+    SweptScreen{"OverviewOfLongWords", capitalPages, [](auto& under) { openBooks(under, withLongNames("")); }},
+    SweptScreen{"ContributionsOfLongWords", capitalPages,
+                [](auto& under) {
+                    openBooks(under, withLongNames(""));
+                    under.screen.keys("Ctrl+Tab");
+                    under.screen.waitFor("contributionsTable");
+                }},
+    SweptScreen{"DividendsOfLongWords", capitalPages, [](auto& under) { openDividends(under, withLongNames("")); }},
     SweptScreen{"CapitalOverview", capitalPages, openOverview},
     SweptScreen{"CapitalOverviewFresh", capitalPages, openFreshBooks},
     SweptScreen{"CapitalOverviewHistoryUnknown", capitalPages, [](auto& under) { openBooks(under, withoutHistory()); }},
@@ -155,6 +163,12 @@ const std::array pages{
                     under.screen.pressRow("batchesTable", "2026 Q2");
                     under.screen.pressRow("linesTable", "陈思远");
                 }},
+    SweptScreen{"DividendsUnpaid", capitalPages,
+                [](auto& under) {
+                    openDividends(under);
+                    under.screen.pressRow("batchesTable", "2026 Q3");
+                    under.screen.waitFor("settlementNone");
+                }},
     SweptScreen{"DividendsFresh", capitalPages,
                 [](auto& under) { openDividends(under, CapitalSample{capitalGround()}); }},
     SweptScreen{"Advances", capitalPages, openAdvances},
@@ -177,6 +191,34 @@ const std::array forms{
                 [](auto& under) {
                     openDividends(under, withLongNames());
                     openForm(under, "payButton");
+                }},
+    SweptScreen{"PaymentOfLongWords", capitalPages,
+                [](auto& under) {
+                    openDividends(under, withLongNames(""));
+                    openForm(under, "payButton");
+                    under.screen.pick("recordAccount", "Operating bank");
+                }},
+    SweptScreen{"OwnerRenamedByAnother", capitalPages,
+                [](auto& under) {
+                    openBooks(under, withLongNames(""));
+                    openForm(under, "ownersButton");
+                    under.screen.pick("recordPerson", "Bm");
+                    under.screen.fill("recordName", "Budi");
+                    auto newer = withLongNames("");
+                    newer.books().capital->participants.front().name += "mmmmmmmmm";
+                    newer.books().capital->revision += 1;
+                    serveBooks(under, newer);
+                    under.screen.waitUntil("the books are read anew",
+                                           [&] { return resultOf(under.store.refresh(false)).has_value(); });
+                    under.screen.press("recordReload");
+                    under.screen.waitForText("Newest: ");
+                }},
+    SweptScreen{"ContributionInAnotherCurrency", capitalPages,
+                [](auto& under) {
+                    openOverview(under);
+                    openForm(under, "contributeButton");
+                    under.screen.fill("recordAmount", "250000");
+                    under.screen.pick("recordCurrency", "USD");
                 }},
     SweptScreen{"Contribution", capitalPages,
                 [](auto& under) {

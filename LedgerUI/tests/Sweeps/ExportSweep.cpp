@@ -34,6 +34,15 @@ const std::array shown{
                     openExport(under);
                     under.screen.fill("exportFirstDay", "x");
                 }},
+    SweptScreen{"ExportShown", ledgerPage,
+                [](auto& under) {
+                    under.openDemonstration(books());
+                    under.screen.fill("ledgerSearch", "november");
+                    under.screen.waitForText("Clear all");
+                    under.screen.keys("Ctrl+E");
+                    under.screen.waitForFocus("ledgerExportDialog");
+                    under.screen.waitUntil("it is counted", [&] { return !under.screen.read("exportFacts").empty(); });
+                }},
     SweptScreen{"ExportAccounts", ledgerPage,
                 [](auto& under) {
                     openExport(under);

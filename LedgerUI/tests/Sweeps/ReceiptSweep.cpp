@@ -1,8 +1,12 @@
 #include <array>
 
 #include <QApplication>
+#include <QBuffer>
 #include <QClipboard>
 #include <QImage>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
 
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Receipts/ReceiptPreviewDialog.h"
@@ -63,6 +67,36 @@ void lookAtOne(WindowUnderTest& under)
     under.screen.waitUntil("the receipt is here", [&] { return under.screen.offers("previewSave"); });
 }
 
+/// Two pages, each with a line of text.
+std::string document()
+{
+    QBuffer written;
+    written.open(QIODevice::WriteOnly);
+    QPdfWriter writer{&written};
+    writer.setPageSize(QPageSize{QPageSize::A5});
+    QPainter painter{&writer};
+    painter.drawText(100, 400, QStringLiteral("Invoice 7741"));
+    writer.newPage();
+    painter.drawText(100, 400, QStringLiteral("Terms"));
+    painter.end();
+    return written.data().toStdString();
+}
+
+void turnTheLeaves(WindowUnderTest& under)
+{
+    signIn(under);
+    under.server.replace("GET v1/attachments/a1", ServerReply::json(document()));
+    const Attachment receipt{.id = "a1",
+                             .transactionID = "e1",
+                             .name = "van-don-7741-ban-sao-co-dau-cua-hang-tau-va-chu-ky.pdf",
+                             .mime = "application/pdf",
+                             .byteCount = 412'000,
+                             .createdAt = {}};
+    (new ReceiptPreviewDialog(under.store, {receipt}, 0, &under.window))->open();
+    under.screen.waitFor("pageForward");
+    under.screen.press("pageForward");
+}
+
 void share(WindowUnderTest& under)
 {
     signIn(under);
@@ -75,7 +109,8 @@ void share(WindowUnderTest& under)
 
 const std::array shown{
     SweptScreen{"ReceiptsInForm", ledgerPage, openForm}, SweptScreen{"AddReceipts", ledgerPage, addToAnEntry},
-    SweptScreen{"ReceiptPreview", ledgerPage, lookAtOne}, SweptScreen{"ReceiptShare", ledgerPage, share}};
+    SweptScreen{"ReceiptPreview", ledgerPage, lookAtOne}, SweptScreen{"ReceiptDocument", ledgerPage, turnTheLeaves},
+    SweptScreen{"ReceiptShare", ledgerPage, share}};
 
 }
 

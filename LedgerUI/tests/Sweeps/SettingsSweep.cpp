@@ -27,6 +27,7 @@ void openSettings(WindowUnderTest& under, const char* section)
     under.screen.find(section).setFocus();
 }
 
+/// With two companies, of which one has the longest name that the law of some countries asks for.
 void openFromCompanyMenu(WindowUnderTest& under, const char* keys, const char* field)
 {
     signIn(under);

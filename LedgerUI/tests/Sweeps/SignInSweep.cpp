@@ -88,6 +88,12 @@ const std::array shown{
                     verifyByMail(under, "mode-join");
                     handInTheCode(under, true);
                 }},
+    SweptScreen{"ResetStart", noPages,
+                [](auto& under) {
+                    under.screen.press("forgotPassword");
+                    under.screen.press("sendCode"); // with every message
+                }},
+    SweptScreen{"ResetCode", noPages, [](auto& under) { verifyByMail(under, "mode-reset"); }},
     SweptScreen{"ResetNewPassword", noPages,
                 [](auto& under) {
                     verifyByMail(under, "mode-reset");

@@ -204,7 +204,7 @@ const std::array shown{
                 [](auto& under) {
                     openEntry(under, "expense");
                     under.screen.press("entryDay");
-                    under.screen.waitForFocus("entryDayPopover");
+                    under.screen.waitForFocus("dayPopover");
                 }},
     SweptScreen{"Categories", ledgerPage,
                 [](auto& under) {

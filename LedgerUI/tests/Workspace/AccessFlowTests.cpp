@@ -88,6 +88,17 @@ TEST_F(AccessFlows, SendAnApplicationAndSayThatItAwaitsReview)
     EXPECT_EQ(field("password"), "");
 }
 
+TEST_F(AccessFlows, OpenTheNewCompanyAtOnceWhereNobodyReviewsIt)
+{
+    under.server.answer(registering, ServerReply::json(SnapshotBuilder{}.companyName("Hạ Long Xanh").signInJson()));
+    fillInTheApplication();
+    screen.press("register");
+    screen.waitFor("workspaceView");
+    EXPECT_FALSE(screen.shows("alertDialog")) << "nothing awaits a review";
+    EXPECT_EQ(under.store.snapshot()->company.name, "Hạ Long Xanh");
+    EXPECT_EQ(under.credentials.sessions.begin()->second.token, "token-1");
+}
+
 TEST_F(AccessFlows, SendNoApplicationThatCannotBeRight)
 {
     screen.press("mode-register");

@@ -154,6 +154,23 @@ TEST_F(CompanyMenu, SendsOneApplicationHoweverOftenItIsSent)
     screen.keys("Esc");
 }
 
+TEST_F(CompanyMenu, SaysThatACompanyIsOpenWhereNobodyReviewsIt)
+{
+    under.server.replace(applying, ServerReply::json(R"({"status":"approved","applicationID":"c3",)"
+                                                     R"("companyName":"Teh Melati","email":"m1@example.com"})"));
+    openMenu();
+    screen.keys("Up Return");
+    screen.waitForFocus("applicationName");
+    screen.type("Teh Melati");
+    screen.keys("Ctrl+Return");
+    screen.waitUntilGone("companyApplicationDialog");
+    EXPECT_EQ(screen.read("statusSaid"), "Teh Melati is open. You find it in the menu of companies.");
+    EXPECT_FALSE(screen.shows("alertDialog")) << "nothing awaits a review";
+    openMenu();
+    EXPECT_FALSE(screen.says("Teh Melati (awaits review)"));
+    screen.keys("Esc");
+}
+
 TEST_F(CompanyMenu, OpensTheSettingsFromTheMembersMenu)
 {
     screen.choose("memberButton", "openSettings");

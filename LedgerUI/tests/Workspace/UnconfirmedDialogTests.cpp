@@ -106,6 +106,7 @@ TEST(UnconfirmedDialog, KeepsWhatIsRefusedToBeChangedInItsForm)
     RequestsUnderTest under;
     under.store.keepEntry(RequestsUnderTest::expense("first"), true);
     under.store.keepEntry(RequestsUnderTest::expense("second"), true);
+    under.clock.advance(std::chrono::hours{3});
     under.openList();
     under.server.replace("POST v1/transactions", ServerReply::dropped());
     under.screen.press("retry1");
@@ -116,6 +117,8 @@ TEST(UnconfirmedDialog, KeepsWhatIsRefusedToBeChangedInItsForm)
     under.screen.press("retry1");
     under.screen.waitForText("The service refused it and recorded nothing");
     EXPECT_TRUE(under.screen.says("Not recorded · For 12 Nov 2026"));
+    const auto kept = under.store.keptRequests().entries;
+    EXPECT_EQ(kept.back().since, kept.front().since) << "kept since it was sent first";
     under.screen.press("open1");
     under.screen.waitForFocus("transactionForm");
     EXPECT_TRUE(under.screen.offers("entryAmount"));

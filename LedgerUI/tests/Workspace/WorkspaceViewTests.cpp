@@ -189,7 +189,7 @@ TEST_F(Workspace, RefreshesByKeyOnceAndSaysSo)
     EXPECT_EQ(screen.read("refreshButton"), "Not refreshed since 19:00");
 }
 
-TEST_F(Workspace, RefreshesQuietlyOnReturnAndOnlyMarksWhatIsStale)
+TEST_F(Workspace, RefreshesQuietlyOnReturnAndSaysWhatFails)
 {
     under.signIn(employeeBooks());
     under.server.replace("GET v1/snapshot", ServerReply::parked());
@@ -200,11 +200,14 @@ TEST_F(Workspace, RefreshesQuietlyOnReturnAndOnlyMarksWhatIsStale)
 
     under.server.release(ServerReply::error(500, "internal"));
     waitUntil([this] { return under.store.isStale(); });
-    EXPECT_FALSE(screen.shows("alertDialog"));
-    EXPECT_EQ(screen.read("refreshButton"), "Not refreshed since 19:00");
-    under.server.replace("GET v1/snapshot", ServerReply::error(500, "internal"));
-    screen.press("refreshButton");
     screen.waitFor("alertDialog");
+    screen.keys("Esc");
+    EXPECT_EQ(screen.read("refreshButton"), "Not refreshed since 19:00");
+
+    // Some desktops leave the program for a moment as the alert closes: nobody came back then.
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_EQ(under.server.requests("GET v1/snapshot").size(), 1U);
 }
 
 TEST_F(Workspace, TellsHowManyEntriesAreVisibleAndWhatThePageSays)

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Exports/ExportChanges.h"
 #include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
 #include "LedgerCore/Domain/Exports/ReportExportAuthorization.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
@@ -242,4 +243,58 @@ TEST(ReportExport, KeepsTheCategoryOfAnIncomeRefundedFromAnotherAccount)
     auto hidden = prepared;
     hidden.transactions = {hidden.transactions[1]}; // the refund then stands under no category
     EXPECT_EQ(outcome(report->validate(hidden)), "REPORT_EXPORT_CHANGED");
+}
+
+TEST(LedgerExportScope, NarrowsToTheEntriesThatItNames)
+{
+    auto scope = january();
+    scope.entryIDs = SharedList<std::string>{"move", "early", "till", "gone"};
+    EXPECT_EQ(selectedLegs(books(), scope), "move:bank:USD till:cash:USD ")
+        << "the days still hold, and what is not in the books is passed over";
+    scope.entryIDs->clear();
+    EXPECT_EQ(selectedLegs(books(), scope), "");
+}
+
+TEST(ExportChanges, NamesWhatCameWentAndReadsOtherwise)
+{
+    using Evidence = LedgerExportAuthorization::Evidence;
+    const auto evidence = [](const LedgerSnapshot& shown) {
+        return Evidence::of(*LedgerExportSelection::create(shown, january()));
+    };
+    const auto before = books();
+    EXPECT_FALSE(ExportChanges::between(evidence(before), evidence(before)).any());
+    auto now = books();
+    now.transactions.pop_back(); // "till", and with it the account "cash"
+    add(now, "new", "2026-01-31", {"bank", "USD", 1});
+    add(now, "newer", "2026-01-31", {"bank", "USD", 2});
+    now.transactions[1].note = "x";
+    now.accounts[0].name = "Main bank";
+    now.company.name = "Lentera";
+    now.categories[1].names["en-US"] = "Housing";
+    now.attachments[0].name = "bill.pdf";
+    EXPECT_EQ(ExportChanges::between(evidence(before), evidence(now)),
+              (ExportChanges{.added = 2,
+                             .removed = 1,
+                             .edited = 1,
+                             .renamed = {{before.company.name, "Lentera"}, {before.accounts[0].name, "Main bank"}},
+                             .hasOtherCategories = true,
+                             .hasOtherReceipts = true}));
+    auto forbidden = books();
+    forbidden.currentMember.permissions = {"exportData"};
+    EXPECT_TRUE(ExportChanges::between(evidence(before), evidence(forbidden)).hasOtherReceipts)
+        << "the names of receipts may no longer be listed";
+}
+
+TEST(ExportChanges, TellsOfAReportWhatItsFiguresAreMadeOf)
+{
+    const auto evidence = [](const LedgerSnapshot& shown) {
+        return ReportExportAuthorization::create(shown, "USD", std::nullopt)->evidence;
+    };
+    const auto before = books();
+    auto now = books();
+    add(now, "new", "2026-02-20", {"cash", "USD", 1});
+    now.financialSettings.emplace().bookkeepingStartDate = "2026-01-01";
+    now.accounts[1].balances["USD"] = 10; // shown by no report
+    EXPECT_EQ(ExportChanges::between(evidence(before), evidence(now)),
+              (ExportChanges{.added = 1, .hasOtherSettings = true}));
 }

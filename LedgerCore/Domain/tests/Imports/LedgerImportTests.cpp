@@ -315,6 +315,38 @@ TEST(LedgerImport, NamesTheSeparatorThatIsNoComma)
               "The header does not match the downloaded template.");
 }
 
+TEST(LedgerImport, NamesTheColumnOfTheCellAtFault)
+{
+    const auto plan = planRows("x,Income,Bank,USD,0,Sales,,,,\n2026-01-05,Exchange,Bank,USD,1,,,Bank,USD,\n1,2\n");
+    std::string found;
+    for (const auto& issue : plan.issues)
+        found += issue.message + (issue.column ? "@" + std::to_string(*issue.column) : "") + " ";
+    EXPECT_EQ(found, "date@0 amount@4 targetCurrency@8 targetAmount@9 columns ");
+}
+
+TEST(LedgerImport, GivesAFileBackWithItsIssuesToBeMendedAndReadAgain)
+{
+    const std::string rows = "\"2026-01-05\",Income,Bank,USD,1,Sales,\"=1, \"\"two\"\"\nlines\",,,\n"
+                             ",,,\n"
+                             "2026-01-06,Income,Bank,USD,oops,Sales,,,\n";
+    const auto before = LedgerImportCSV::plan(std::string{header} + rows, books());
+    ASSERT_EQ(before.issues.size(), 1);
+    const auto file = LedgerImportCSV::withIssues(std::string{header} + rows, {{4, "Too \"few\"."}});
+    EXPECT_NE(file.find("\"问题 Issue\"\r\n\"2026-01-05\","), std::string::npos) << file;
+    EXPECT_NE(file.find(R"("=1, ""two"")"), std::string::npos) << "what a person wrote stays as it was";
+    EXPECT_NE(file.find(R"("oops","Sales","","","","","Too ""few"".")"), std::string::npos) << file;
+
+    auto mended = file;
+    mended.replace(mended.find("oops"), 4, "2.50");
+    const auto after = LedgerImportCSV::plan(mended, books());
+    EXPECT_TRUE(after.issues.empty());
+    ASSERT_EQ(after.inputs.size(), 2);
+    EXPECT_EQ(after.inputs[0], before.inputs[0]) << "its key is that of the row in the first file";
+    EXPECT_EQ(after.lines, (std::vector<int>{2, 4}));
+    EXPECT_EQ(LedgerImportCSV::withIssues(mended, {{4, "Too \"few\"."}}).find("oops"), std::string::npos);
+    EXPECT_EQ(LedgerImportCSV::withIssues(file, {{4, "Too \"few\"."}}), file) << "one column, however often";
+}
+
 TEST(LedgerImport, WordsEveryIssueInFourLanguages)
 {
     EXPECT_EQ(auditWords(LedgerImportWords::table()), std::vector<std::string>{});

@@ -106,6 +106,14 @@ TEST(TemplateSchedule, LooksPastDaysThatWereSettledBeforeTheyCame)
     EXPECT_EQ(TemplateSchedule::nextDay(once, "2026-11-20"), std::nullopt) << "a template without a recurrence";
 }
 
+TEST(TemplateSchedule, TakesActionOnTheDaysOfAYearBackAndAhead)
+{
+    for (const auto* day : {"2025-11-19", "2026-11-20", "2027-11-21"})
+        EXPECT_TRUE(TemplateSchedule::takesActionOn(day, "2026-11-20")) << day;
+    for (const auto* day : {"2025-11-18", "2027-11-22", "9999-12-31"})
+        EXPECT_FALSE(TemplateSchedule::takesActionOn(day, "2026-11-20")) << day;
+}
+
 TEST(TemplateOccurrence, IsReadFromItsKeyAndFromNoOther)
 {
     const TemplateOccurrence occurrence{"t-1_a", "2026-11-30"};

@@ -14,6 +14,10 @@ constexpr auto selectAll = R"sql(
     SELECT CAST(COALESCE(SUM(receipt_bytes), 0) AS BIGINT) FROM companies
 )sql";
 
+constexpr auto selectFile = R"sql(
+    SELECT 1 FROM attachments WHERE content_digest IS NOT NULL LIMIT 1
+)sql";
+
 constexpr auto addBytes = R"sql(
     UPDATE companies SET receipt_bytes = receipt_bytes + :bytes WHERE id = :company
 )sql";
@@ -38,6 +42,12 @@ std::int64_t ReceiptSpace::ofAll(Connection& connection)
     std::int64_t bytes = 0;
     Query{connection, selectAll}.into(bytes).next();
     return bytes;
+}
+
+bool ReceiptSpace::isUsed(Connection& connection)
+{
+    int found = 0;
+    return Query{connection, selectFile}.into(found).next();
 }
 
 void ReceiptSpace::add(Connection& connection, std::string_view companyID, std::int64_t bytes)

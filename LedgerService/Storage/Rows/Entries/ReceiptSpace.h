@@ -20,6 +20,9 @@ Use of(Connection& connection, std::string_view companyID);
 /// Bytes of the receipts of all companies.
 std::int64_t ofAll(Connection& connection);
 
+/// Whether any receipt of any company has a file. Those of sample books have none.
+bool isUsed(Connection& connection);
+
 /// Counts bytes that come, or with less than zero, that go.
 void add(Connection& connection, std::string_view companyID, std::int64_t bytes);
 

@@ -254,3 +254,40 @@ TEST(CapitalForm, OffersAMemberToOneOwnerOnly)
     ASSERT_FALSE(made);
     EXPECT_EQ(made.error().front().part, RecordPart::name);
 }
+
+TEST(CapitalForm, SaysThatAnotherCurrencyClearedWhatWasTyped)
+{
+    const auto sample = capitalSample();
+    const QString said = QStringLiteral("The currency has changed: what was typed in the other one was cleared.");
+    auto form = typed(opened(CapitalAction::contribute, sample), sample, RecordPart::person, "c1");
+    const auto notice = [&](const CapitalForm& shown) { return contentOf(shown, sample).notice; };
+    EXPECT_EQ(notice(typed(form, sample, RecordPart::currency, "USD")), QString{}) << "nothing was typed";
+    form = typed(form, sample, RecordPart::amount, "250");
+    EXPECT_EQ(typed(form, sample, RecordPart::currency, "IDR"), form) << "the same one was chosen again";
+    form = typed(form, sample, RecordPart::currency, "USD");
+    EXPECT_EQ(notice(form), said);
+    EXPECT_EQ(notice(typed(form, sample, RecordPart::note, "First round")), said);
+    EXPECT_EQ(notice(typed(form, sample, RecordPart::amount, "2")), QString{});
+
+    auto baseline = opened(CapitalAction::setBaseline, sample);
+    EXPECT_EQ(notice(typed(baseline, sample, RecordPart::currency, "USD")), QString{}) << "the records said it all";
+    baseline = typed(baseline, sample, RecordPart::people, "7", "c3");
+    EXPECT_EQ(notice(typed(baseline, sample, RecordPart::currency, "USD")), said);
+}
+
+TEST(CapitalForm, SaysWhatIsWrongWithARowAsSoonAsItIsLeft)
+{
+    const auto sample = capitalSample();
+    const auto said = [&](std::string_view action, const char* text) {
+        const auto form = typed(opened(action, sample), sample, RecordPart::people, text, "c2");
+        return contentOf(CapitalForms::leftAmount(form, "c2", english), sample).lines->lines[1].message.toStdString();
+    };
+    EXPECT_EQ(said(CapitalAction::setBaseline, "700"), "");
+    EXPECT_EQ(said(CapitalAction::setBaseline, ""), "") << "it may be on its way";
+    EXPECT_EQ(said(CapitalAction::setBaseline, "-7"),
+              "Historical contributions cannot be negative. If all are zero, confirm the zero baseline.");
+    EXPECT_NE(said(CapitalAction::setBaseline, "seven"), "");
+    EXPECT_EQ(said(CapitalAction::setOwnership, "38.33"), "");
+    EXPECT_NE(said(CapitalAction::setOwnership, "12.345"), "");
+    EXPECT_EQ(said(CapitalAction::setOwnership, "-5"), "Percentages must total 100 %.");
+}

@@ -73,14 +73,16 @@ TEST(CapitalOverview, ShowsTheSummariesOfBothSectionsForEachPerson)
     const auto& books = sample.books();
     const auto shown = CapitalOverviews::overview(books, year2026(), today, english);
     ASSERT_TRUE(shown);
-    EXPECT_EQ(
-        read(shown->owners),
-        (std::vector<std::string>{
-            "Budi Santoso | 45.00 % | 1,200,000,000 | 1,200,000,000 | +150,000,000 | – | – | – | 85,275,000 | –",
-            "陈思远 | 38.33 % | 800,000,000 | 800,000,000 | – | 33,500,000 | – | 25,500,000 | 31,350,000 | 8,000,000",
-            "Nguyễn Thị Thanh Hương | 16.67 % | – | – | – | – | – | – | 47,375,000 | –",
-            "Total | 100.00 % | 2,000,000,000 | 2,000,000,000 | +150,000,000 | 33,500,000 | – | 25,500,000 | "
-            "164,000,000 | 8,000,000"}));
+    EXPECT_EQ(read(shown->owners),
+              (std::vector<std::string>{
+                  "Budi Santoso | 45.00 % | 1,200,000,000 | 1,200,000,000 | +150,000,000 | – | – | 85,275,000 | – | "
+                  "85,275,000 | –",
+                  "陈思远 | 38.33 % | 800,000,000 | 800,000,000 | – | 33,500,000 | – | 56,850,000 | 25,500,000 | "
+                  "31,350,000 | 8,000,000",
+                  "Nguyễn Thị Thanh Hương | 16.67 % | – | – | – | – | – | 47,375,000 | – | 47,375,000 | –",
+                  "Total | 100.00 % | 2,000,000,000 | 2,000,000,000 | +150,000,000 | 33,500,000 | – | 189,500,000 | "
+                  "25,500,000 | "
+                  "164,000,000 | 8,000,000"}));
     const auto capital = CapitalSummary::create(*books.capital, "IDR", "2026-01-01", "2026-12-31");
     const auto dividends = DividendSummary::create(*books.dividends, "IDR", "2026-01-01", "2026-12-31");
     EXPECT_EQ(capital->recordedMinor, 200'000'000'000);

@@ -91,8 +91,8 @@ TEST(CapitalPrint, HoldsTheTabsAsTheScreenShowsThem)
     const auto overview = CapitalPrint::overview(ground(sample.books()));
     ASSERT_TRUE(overview);
     ASSERT_EQ(overview->tables.size(), 3U) << "owners, their shares, the latest records";
-    EXPECT_EQ(said(overview->tables[0])[1],
-              "Budi Santoso | 45.00 % | 1,200,000,000 | 1,200,000,000 | +150,000,000 | – | – | – | 85,275,000 | –");
+    EXPECT_EQ(said(overview->tables[0])[1], "Budi Santoso | 45.00 % | 1,200,000,000 | 1,200,000,000 | +150,000,000 | – "
+                                            "| – | 85,275,000 | – | 85,275,000 | –");
     EXPECT_EQ(overview->tables[0].rows.back().level, PrintedRow::Level::total);
     EXPECT_EQ(
         said(overview->tables[1]),
@@ -144,4 +144,13 @@ TEST(CapitalPrint, ShowsOnPaperNothingOfASectionThatTheMemberMayNotSee)
         for (const auto& each : said(table))
             EXPECT_EQ(each.find("1,200,000,000"), std::string::npos) << each;
     }
+}
+
+TEST(CapitalPrint, TellsAReaderOfPaperNothingThatOnlyAScreenCanDo)
+{
+    const auto sample = capitalSample();
+    const auto document = CapitalPrint::overview(ground(sample.books()));
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->notes.back(),
+              QStringLiteral("Unpaid amounts and advances remain separate; subtracting them is not settlement."));
 }

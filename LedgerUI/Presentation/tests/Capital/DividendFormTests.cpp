@@ -232,3 +232,26 @@ TEST(DividendForm, OffersAdvancesOfTheParticipantAlone)
     EXPECT_EQ(made->accountID, "Operating bank");
     EXPECT_EQ(made->currency, "IDR");
 }
+
+TEST(DividendForm, SaysThatAnotherCurrencyClearedTheAmount)
+{
+    const auto sample = capitalSample();
+    auto form = allocation(sample, {"45", "30", "25"}, "100");
+    EXPECT_EQ(typed(form, sample, RecordPart::currency, "IDR"), form) << "the same one was chosen again";
+    form = typed(form, sample, RecordPart::currency, "USD");
+    EXPECT_EQ(contentOf(form, sample).notice,
+              QStringLiteral("The currency has changed: what was typed in the other one was cleared."));
+    EXPECT_EQ(contentOf(typed(form, sample, RecordPart::amount, "9"), sample).notice, QString{});
+}
+
+TEST(DividendForm, SaysWhatIsWrongWithARatioAsSoonAsItIsLeft)
+{
+    const auto sample = capitalSample();
+    const auto said = [&](const char* ratio) {
+        const auto form = allocation(sample, {"45", ratio, "25"}, "100");
+        return contentOf(DividendForms::leftAmount(form, "d2", english), sample).lines->lines[1].message.toStdString();
+    };
+    EXPECT_EQ(said("30"), "");
+    EXPECT_EQ(said("101"), "Enter a ratio between 0 and 100 with at most two decimals.");
+    EXPECT_EQ(said("33.333"), "Enter a ratio between 0 and 100 with at most two decimals.");
+}

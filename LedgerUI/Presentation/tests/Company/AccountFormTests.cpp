@@ -173,6 +173,21 @@ TEST(AccountForm, OffersWhoAndWhatTheAccountCanHave)
     EXPECT_TRUE(held.consequence.isEmpty());
 }
 
+TEST(AccountForm, StandsOnTheRowForNobodyWhereNobodyIsChosen)
+{
+    const auto snapshot = books().build();
+    auto draft = floatDraft();
+    draft.returnAccountID.clear();
+    const auto petty = AccountForm::content({}, AccountSubmission{{.draft = draft}}, snapshot, "en-US");
+    EXPECT_EQ(petty.returnID, petty.returns.front().id) << "from a box without a row the arrow keys lead nowhere";
+    draft.responsibleID.clear();
+    const auto unnamed = AccountForm::content({}, AccountSubmission{{.draft = draft}}, snapshot, "en-US");
+    EXPECT_EQ(unnamed.responsibleID, "") << "somebody has to be named for a float";
+    draft.purpose = AccountGroup::company;
+    const auto bank = AccountForm::content({}, AccountSubmission{{.draft = draft}}, snapshot, "en-US");
+    EXPECT_EQ(bank.responsibleID, bank.people.front().id);
+}
+
 TEST(AccountForm, NamesWhoWouldSeeACurrencyMore)
 {
     const auto snapshot = books().build();

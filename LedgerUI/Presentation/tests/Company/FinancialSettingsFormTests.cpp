@@ -54,6 +54,13 @@ TEST(FinancialSettingsText, CountsOpeningsAndNamesTheNextAccount)
     EXPECT_EQ(openings.nextAccount, "bank") << "in its other currency";
     EXPECT_EQ(FinancialSettingsText::openings(snapshot().account("bank", {"USD"}).build()).possible, 0U)
         << "without the right";
+
+    FinancialSettings fromZero;
+    fromZero.initializationMode = InitializationMode::fromZero;
+    const auto none = FinancialSettingsText::openings(books.settings(fromZero).build());
+    EXPECT_EQ(none.left, 0U) << "books that began from zero want none";
+    EXPECT_FALSE(none.areWanted);
+    EXPECT_EQ(none.active, 1U);
 }
 
 TEST(KindColors, AreTheCompanysEvenWhereTheMemberChoseAnother)

@@ -260,6 +260,38 @@ TEST(LedgerEntryDetail, OffersAReversalOrSaysWhereTheEntryIsCorrected)
     EXPECT_TRUE(detail.correction.isEmpty());
 }
 
+TEST(LedgerEntryDetail, WarnsOfARateFarFromTheOneBefore)
+{
+    const auto books = [](const char* reversedBy) {
+        auto made = sampleLedger();
+        const auto exchange = [&](const char* id, const char* day, const LedgerLeg& given, const LedgerLeg& received) {
+            made.entry(id, EntryKind::exchange, day, {given, received});
+        };
+        exchange("x0", "2026-11-01", {"Singapore", "SGD", -13'400}, {"Singapore", "USD", 10'000});
+        exchange("x3", "2026-11-14", {"Singapore", "USD", -10'000}, {"Singapore", "SGD", 13'500});
+        LedgerTransaction odd;
+        odd.id = "x2";
+        odd.kind = EntryKind::exchange;
+        odd.date = "2026-11-12";
+        odd.memberID = "m1";
+        odd.legs = {{"Singapore", "SGD", 20'000}, {"Singapore", "USD", -10'000}};
+        if (reversedBy)
+            odd.reversedBy = reversedBy;
+        return bookOf(made.entry(odd));
+    };
+    const auto caution = [](const LedgerBook& book, std::string_view id) {
+        return detailOf(book, book.find(id)).caution.toStdString();
+    };
+    const auto standing = books(nullptr);
+    EXPECT_EQ(caution(standing, "x2"), "Far from the rate before, SGD 1.340 on 6 November 2026.");
+    EXPECT_EQ(caution(standing, "x3"), "Far from the rate before, SGD 2.000 on 12 November 2026.");
+    EXPECT_EQ(caution(standing, "x1"), "") << "close to what was exchanged the other way";
+    EXPECT_EQ(caution(standing, "x0"), "") << "there is none before";
+    const auto reversed = books("undo");
+    EXPECT_EQ(caution(reversed, "x2"), "") << "it is taken back already";
+    EXPECT_EQ(caution(reversed, "x3"), "") << "and measures nothing any more";
+}
+
 TEST(LedgerEntryDetail, WritesFileSizesInTheLanguagesDecimals)
 {
     EXPECT_EQ(byteText(0, "en-US"), QStringLiteral("1 KB"));

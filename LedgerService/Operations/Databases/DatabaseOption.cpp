@@ -1,0 +1,36 @@
+#include "LedgerService/Operations/Databases/DatabaseOption.h"
+
+#include <CLI/CLI.hpp>
+
+#include "LedgerService/Operations/Databases/DatabaseFile.h"
+
+namespace LedgerService {
+
+void DatabaseOption::addTo(CLI::App& command, std::string& name, Takes takes)
+{
+    if (takes == Takes::anyDatabase) {
+        command
+            .add_option("--database", name,
+                        "The SQLite file, or a database of PostgreSQL as postgresql://USER@HOST/NAME; several hosts "
+                        "with commas between them")
+            ->required()
+            ->type_name("DATABASE");
+        return;
+    }
+    command.add_option("--database", name, "The SQLite file")
+        ->required()
+        ->type_name("FILE")
+        ->check([](const std::string& given) { return DatabaseFile::whyNotFile(given).value_or(""); }, "");
+}
+
+void DatabaseOption::addFiles(CLI::App& command, std::string& files)
+{
+    command
+        .add_option(
+            "--files", files,
+            "With PostgreSQL: receipts and seals are kept in PATH-receipts and PATH-seals, which all services of "
+            "the database share; with a file they are beside it")
+        ->type_name("PATH");
+}
+
+}

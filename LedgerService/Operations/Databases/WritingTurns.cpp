@@ -1,0 +1,44 @@
+#include "LedgerService/Operations/Databases/WritingTurns.h"
+
+#include <thread>
+#include <utility>
+
+#include "LedgerService/Interruption.h"
+
+namespace LedgerService {
+
+WritingTurns::Turn::Turn(Database& database, Connection& connection)
+    : turn(database, Database::Instant::clock::now() + Database::patience),
+      transaction(connection, Transaction::Mode::writing)
+{
+}
+
+WritingTurns::WritingTurns(Database& database, std::function<void()> between)
+    : m_database(database), m_loan(database.borrow()), m_between(std::move(between))
+{
+}
+
+void WritingTurns::begin()
+{
+    m_turn.emplace(m_database, *m_loan);
+    m_began = Steady::now(); // what was waited for the turn does not count
+}
+
+void WritingTurns::end()
+{
+    m_turn->transaction.commit();
+    m_turn.reset();
+}
+
+void WritingTurns::next()
+{
+    end();
+    Interruption::heed();
+    if (m_between)
+        m_between();
+    else
+        std::this_thread::sleep_for(Steady::now() - m_began);
+    begin();
+}
+
+}

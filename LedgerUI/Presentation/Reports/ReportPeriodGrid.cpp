@@ -1,0 +1,74 @@
+#include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
+
+#include <utility>
+
+#include "LedgerUI/Presentation/Period/PeriodLabel.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+using std::chrono::sys_days;
+using Kind = ReportGridColumn::Kind;
+using Tone = ReportGridCell::Tone;
+
+namespace {
+
+class PeriodRows {
+public:
+    PeriodRows(const ReportScope& scope, std::chrono::year_month_day firstDay, std::string_view locale)
+        : m_scope(scope), m_firstDay(firstDay), m_locale(locale)
+    {
+    }
+
+    [[nodiscard]] ReportGridRow row(const ReportPeriod& figures, const Period& period) const
+    {
+        const auto income = figures.movements.incomeMinor();
+        const auto expense = figures.movements.expenseMinor();
+        return {
+            .id = std::to_string(sys_days{period.firstDay()}.time_since_epoch().count()),
+            .cells = {{.text = periodLabel(period, m_locale)},
+                      moved(income, income > 0 ? Tone::incoming : Tone::plain, period, ReportFigure::incomeMovements()),
+                      moved(expense, Tone::plain, period, ReportFigure::expenseMovements()),
+                      moved(income + expense, Tone::strong, period, ReportFigure::netMovements()),
+                      closing(figures.closingMinor, period)}};
+    }
+
+private:
+    [[nodiscard]] ReportGridCell moved(std::int64_t minor, Tone tone, const Period& period,
+                                       std::set<Movement> movements) const
+    {
+        return ReportGrids::moneyCell(
+            movementText(minor, m_scope.currency, m_locale), tone,
+            ReportBacking{.period = period, .figure = {.scope = m_scope, .movements = std::move(movements)}});
+    }
+
+    [[nodiscard]] ReportGridCell closing(std::int64_t minor, const Period& period) const
+    {
+        std::optional<ReportBacking> all;
+        if (const auto days = Period::between(m_firstDay, period.lastDay()))
+            all = ReportBacking{.period = *days, .figure = {.scope = m_scope}};
+        return ReportGrids::moneyCell(balanceText(minor, m_scope.currency, m_locale), Tone::plain, std::move(all));
+    }
+
+    const ReportScope& m_scope;
+    std::chrono::year_month_day m_firstDay;
+    std::string_view m_locale;
+};
+
+}
+
+ReportGrid ReportPeriodGrids::table(const Report& report, const std::vector<Period>& periods,
+                                    std::chrono::year_month_day firstDay, std::string_view locale)
+{
+    const auto word = [&](std::string_view key) { return wordIn(locale, reportWords(), key); };
+    ReportGrid grid{.name = word("table.periods"),
+                    .columns = {{.head = word("period"), .kind = Kind::name},
+                                {.head = word("income")},
+                                {.head = word("expense")},
+                                {.head = word("net"), .isSpare = true},
+                                {.head = word("closing")}},
+                    .rows = {}};
+    const PeriodRows rows{report.scope, firstDay, locale};
+    for (auto at = report.periods.size(); at-- > 0;)
+        grid.rows.push_back(rows.row(report.periods[at], periods[at]));
+    return grid;
+}

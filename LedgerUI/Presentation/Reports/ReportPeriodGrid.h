@@ -1,0 +1,17 @@
+#pragma once
+
+#include <chrono>
+#include <string_view>
+#include <vector>
+
+#include "LedgerCore/Domain/Reports/Report.h"
+#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+
+namespace ReportPeriodGrids {
+
+/// Income, expense, net and closing balance of each period of a report, the newest first, each figure with the entries
+/// behind it. `periods` are those of the report; balances add up from `firstDay` on.
+ReportGrid table(const Report& report, const std::vector<Period>& periods, std::chrono::year_month_day firstDay,
+                 std::string_view locale);
+
+}
