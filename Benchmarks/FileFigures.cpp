@@ -60,18 +60,20 @@ void printFile(LedgerStore& store, int repetitions)
 {
     const QTemporaryDir folder;
     const std::filesystem::path path{folder.filePath(QStringLiteral("ledger.csv")).toStdString()};
-    const auto scope = LedgerExport::scopeOf(LedgerExport::opened({}, *store.snapshot(), store.today()));
+    const auto page =
+        std::make_shared<const LedgerExport::Page>(LedgerExport::Page{.filter = {}, .today = store.today()});
+    const auto form = LedgerExport::opened(*page, *store.snapshot());
     std::optional<LedgerExport::Preview> previewed;
     const auto preview = [&] {
         previewed.reset();
-        QCoro::connect(LedgerExport::preview(store.snapshot(), scope), &store,
+        QCoro::connect(LedgerExport::preview({store.snapshot(), form, page, "en-US"}), &store,
                        [&](LedgerExport::Preview made) { previewed = std::move(made); });
         waitFor([&] { return previewed.has_value(); });
     };
     printStep("export of all entries counted", repetitions, [] {}, preview);
     const auto save = [&] {
         bool isSaved = false;
-        QCoro::connect(LedgerExport::save(&store, *previewed, path, "en-US"), &store,
+        QCoro::connect(LedgerExport::save(&store, page, *previewed, path, "en-US"), &store,
                        [&](const LedgerExport::Outcome& outcome) {
                            require(std::holds_alternative<LedgerExport::Saved>(outcome), "the file is written");
                            isSaved = true;

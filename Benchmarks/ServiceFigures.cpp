@@ -16,6 +16,7 @@
 #include "Benchmarks/BareTransfer.h"
 #include "Benchmarks/Samples.h"
 #include "Benchmarks/ServedBooks.h"
+#include "Benchmarks/SteadyRequests.h"
 #include "Benchmarks/WholeReply.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
@@ -40,6 +41,8 @@ struct Options {
     std::string program;
     std::string folder;
     std::string server; // address; empty: the database is a file
+    std::string books;  // made before; empty: they are made here
+    bool onlyPosting = false;
     std::size_t entries = 100'000;
     int seconds = 2;
     int repetitions = 5;
@@ -134,7 +137,8 @@ void checkKept(std::uint16_t port, std::size_t expected)
 
 /// The disk's pace changes from minute to minute, so that what is compared takes turns, and what the service computes
 /// for an entry is told apart from its waiting.
-void measurePosting(const Options& options, const ServiceProcess& service, const SignedIn& signedIn)
+void measurePosting(const Options& options, const ServiceProcess& service, const SignedIn& signedIn,
+                    std::size_t entriesBefore)
 {
     const auto bareFile = (std::filesystem::path{options.folder} / "bare.sqlite").string();
     const auto port = service.port();
@@ -143,7 +147,7 @@ void measurePosting(const Options& options, const ServiceProcess& service, const
     std::array<std::vector<std::size_t>, crowds.size()> counts;
     std::size_t alone = 0;
     Samples crowded;
-    auto expected = options.entries + 1 + post(options, port, signedIn, 1).count(); // until the log has its size
+    auto expected = entriesBefore + post(options, port, signedIn, 1).count(); // until the log has its size
     for (int each = 0; each < options.repetitions; ++each) {
         const std::chrono::seconds turn{options.seconds};
         const auto commits =
@@ -163,7 +167,7 @@ void measurePosting(const Options& options, const ServiceProcess& service, const
         }
     }
     checkKept(port, expected);
-    fmt::print("on a ledger of {} entries:\n", options.entries);
+    fmt::print("on a ledger of {} entries:\n", entriesBefore);
     printRates("bare durable commits", std::move(bare), options.seconds);
     for (std::size_t at = 0; at < crowds.size(); ++at)
         printRates(fmt::format("entries posted, clients at once: {}", crowds[at]), std::move(counts[at]),
@@ -219,7 +223,7 @@ void measureSnapshot(const Options& options, const std::string& databaseFile, co
 {
     const auto port = service.port();
     HttpClient client{port};
-    fmt::print("snapshot of {} entries:\n", options.entries);
+    fmt::print("snapshot of {} entries:\n", signedIn.snapshot.transactions.size());
     const auto whole = client.send("GET", "/v1/snapshot", signedIn.token);
     const auto before = service.processorTime();
     takeWhole(port, signedIn.token, options.repetitions, whole.body).print("snapshot over HTTP, whole");
@@ -279,16 +283,31 @@ std::string emptySchema(const std::string& address)
     return address + "?options=-c%20search_path%3Dfigures";
 }
 
+/// The database to measure on.
+std::string booksOf(const Options& options, const std::string& file)
+{
+    if (!options.books.empty())
+        return options.books;
+    auto database = options.server.empty() ? file : emptySchema(options.server);
+    ServedBooks::write(database, options.entries);
+    return database;
+}
+
 void measure(const Options& options)
 {
     const auto file = (std::filesystem::path{options.folder} / "served.sqlite").string();
-    const auto database = options.server.empty() ? file : emptySchema(options.server);
-    ServedBooks::write(database, options.entries);
+    const auto database = booksOf(options, file);
     const ServiceProcess service{options.program, database, {"--files", file}};
     const auto signedIn = signIn(service.port());
-    measureSnapshot(options, database, service, signedIn);
-    measureSlowReaders(service, signedIn);
-    measurePosting(options, service, signedIn);
+    auto before = signedIn.snapshot.transactions.size();
+    if (!options.onlyPosting) {
+        measureSnapshot(options, database, service, signedIn);
+        before += 1;
+        SteadyRequests::measureSnapshots(service.port(), signedIn.token, options.seconds);
+        SteadyRequests::measureMemory(service, signedIn.token);
+        measureSlowReaders(service, signedIn);
+    }
+    measurePosting(options, service, signedIn, before);
 }
 
 }
@@ -302,6 +321,9 @@ int main(int argc, char** argv)
     app.add_option("--folder", options.folder, "Where the database is made; its disk is what is measured")->required();
     app.add_option("--server", options.server,
                    "Address of a PostgreSQL that the database is made on instead of a file");
+    app.add_option("--books", options.books,
+                   "File or address of books that tallyfold-served-books has made; entries are added to them");
+    app.add_flag("--only-posting", options.onlyPosting, "No figures of reading, which take long on large books");
     app.add_option("--entries", options.entries, "Entries that the ledger holds before")->capture_default_str();
     app.add_option("--seconds", options.seconds, "How long each turn of posting lasts")->capture_default_str();
     app.add_option("--repetitions", options.repetitions, "How many turns each takes")->capture_default_str();
