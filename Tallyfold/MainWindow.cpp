@@ -10,6 +10,7 @@
 
 #include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Components/Dialogs/FormDialog.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -96,7 +97,8 @@ void MainWindow::closeEvent(QCloseEvent* event)
     const auto warning =
         quitWarning({.awaitsChange = m_store.awaitsChange(),
                      .hasUnconfirmed = m_store.hasUnconfirmed(),
-                     .hasUnsavedChanges = UnsavedChanges::count(*this) > 0 || m_store.drafts().wouldLose()},
+                     .hasUnsavedChanges = UnsavedChanges::count(*this) > 0 || CommandForm::countWaiting(*this) > 0 ||
+                                          m_store.drafts().wouldLose()},
                     InterfaceLanguage::tag());
     if (!warning) {
         QMainWindow::closeEvent(event);

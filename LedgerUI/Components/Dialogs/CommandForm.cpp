@@ -1,7 +1,9 @@
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 
+#include <algorithm>
 #include <utility>
 
+#include <QApplication>
 #include <QEvent>
 #include <QPushButton>
 #include <QStringList>
@@ -17,6 +19,14 @@
 
 namespace {
 
+/// The main window that `part` belongs to, also through other dialogs; null for none.
+QWidget* windowBehind(QWidget* part)
+{
+    while (part && part->parentWidget())
+        part = part->parentWidget();
+    return part;
+}
+
 QString lines(const QString& first, const QString& second)
 {
     return (second.isEmpty() ? QStringList{first} : QStringList{first, second}).join(QLatin1Char{'\n'});
@@ -25,20 +35,66 @@ QString lines(const QString& first, const QString& second)
 }
 
 CommandForm::CommandForm(LedgerStore& store, QWidget* parent)
-    : FormDialog{parent}, m_store{store}, m_snapshot{store.snapshot()}, m_locale{InterfaceLanguage::tag()}
+    : FormDialog{parent}, m_store{store}, m_snapshot{store.snapshot()}, m_whose{store.signedIn()},
+      m_locale{InterfaceLanguage::tag()}
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
-        if (m_store.snapshot())
-            adoptSnapshot();
-        else
-            leave(); // the session is over: nobody is there to be asked
-    });
+    connect(&m_store, &LedgerStore::snapshotChanged, this, &CommandForm::followSession);
+}
+
+std::size_t CommandForm::countWaiting(QWidget& part)
+{
+    const auto forms = windowBehind(&part)->findChildren<CommandForm*>();
+    return static_cast<std::size_t>(std::ranges::count_if(forms, &CommandForm::m_isAside));
+}
+
+void CommandForm::followSession()
+{
+    if (m_store.snapshot() && !m_isAside)
+        adoptSnapshot();
+    else if (m_store.snapshot())
+        QMetaObject::invokeMethod(this, &CommandForm::comeBack, Qt::QueuedConnection);
+    else if (m_isAside)
+        return;
+    else if (waitsForMember() && wouldLose())
+        goAside();
+    else
+        leave(); // nobody is there to be asked
+}
+
+void CommandForm::goAside()
+{
+    m_isAside = true;
+    // What it was opened from closes with the session, and would take it along.
+    setParent(windowBehind(parentWidget()), windowFlags());
+    hide();
+    Q_EMIT wentAside();
+}
+
+void CommandForm::comeBack()
+{
+    if (!m_isAside || m_store.signedIn() != m_whose)
+        return;
+    if (auto* modal = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        connect(modal, &QDialog::finished, this, &CommandForm::comeBack,
+                static_cast<Qt::ConnectionType>(Qt::QueuedConnection | Qt::UniqueConnection));
+        return;
+    }
+    m_isAside = false;
+    adoptSnapshot();
+    open();
 }
 
 void CommandForm::takeSnapshot()
 {
-    m_snapshot = m_store.snapshot();
+    if (const auto now = m_store.snapshot())
+        m_snapshot = now;
+}
+
+void CommandForm::sayHere()
+{
+    if (!m_isAside)
+        m_store.dismissMessages();
 }
 
 void CommandForm::presentStanding(const Standing& standing)
@@ -68,7 +124,7 @@ void CommandForm::presentBanner(const Standing& standing)
         banner().present(Banner::Kind::warn, lines(word(EntryWords::words(), "uncertain"), standing.note.text));
     else if (!standing.whyNot.isEmpty())
         banner().present(Banner::Kind::error, standing.whyNot);
-    else if (standing.refusal)
+    else if (standing.refusal && !endsSession(*standing.refusal)) // that was said where the member signed in again
         banner().present(Banner::Kind::error,
                          lines(qString(m_store.friendly(*standing.refusal, m_locale)), standing.note.text));
     else

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 
+#include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerUI/Components/Dialogs/FormDialog.h"
 #include "LedgerUI/Components/Page/Banner.h"
@@ -11,10 +14,19 @@ class LedgerStore;
 class WordTable;
 
 /// A form that sends one command of the ledger. It shows how the sending stands (the banner, the busy and the locked
-/// form, what leaving would lose), follows the language and the snapshot, and closes with the session. A form of its
-/// kind fills the body, describes its `Standing`, and sends.
+/// form, what leaving would lose) and follows the language and the snapshot. Where the session ends under it, it closes
+/// if nothing is lost with it; else it waits unseen and comes back as it was once the same member has signed in again
+/// to the same company. A form of its kind fills the body, describes its `Standing`, and sends.
 class CommandForm : public FormDialog {
     Q_OBJECT
+public:
+    /// How many forms wait for their member over the window of `part`.
+    static std::size_t countWaiting(QWidget& part);
+
+Q_SIGNALS:
+    /// It is seen no more until its member is back.
+    void wentAside();
+
 protected:
     CommandForm(LedgerStore& store, QWidget* parent);
 
@@ -43,6 +55,8 @@ protected:
     virtual void adoptSnapshot() { present(); }
     /// Another language than `before` is in force; texts that a person typed may want rewriting.
     virtual void adoptLanguage(const std::string& before);
+    /// Whether what stands in the form has to wait for its member; else something else keeps it.
+    [[nodiscard]] virtual bool waitsForMember() const { return true; }
     /// Where a person begins.
     [[nodiscard]] virtual QWidget& firstField() const = 0;
 
@@ -50,16 +64,24 @@ protected:
     [[nodiscard]] const std::string& locale() const { return m_locale; }
     /// The snapshot that the form was last offered.
     [[nodiscard]] const SnapshotPointer& snapshot() const { return m_snapshot; }
+    /// Adopts the snapshot of now; the last one stays after the end of the session.
     void takeSnapshot();
+    /// The form says what failed: an alert over it would say it twice. Of a form that is not seen the alert stays.
+    void sayHere();
 
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
+    void followSession();
+    void goAside();
+    void comeBack();
     void presentBanner(const Standing& standing);
     void presentLeaving(const Standing& standing);
 
     LedgerStore& m_store;
     SnapshotPointer m_snapshot;
+    std::optional<MemberIdentity> m_whose; // who opened it
     std::string m_locale;
+    bool m_isAside = false;
 };

@@ -191,7 +191,7 @@ void FormDialog::reject()
         Q_EMIT givenUp();
         leave();
     };
-    if (!m_hasChanges || !m_hasChanges()) {
+    if (!wouldLose()) {
         giveUp();
         return;
     }

@@ -49,6 +49,8 @@ public:
     [[nodiscard]] PrimaryButton& confirmButton() const { return *m_confirm; }
     [[nodiscard]] QPushButton& cancelButton() const { return *m_cancel; }
 
+    /// Whether leaving would lose something.
+    [[nodiscard]] bool wouldLose() const { return m_hasChanges && m_hasChanges(); }
     /// Leaves without asking.
     void leave() { QDialog::reject(); }
     void reject() override;

@@ -109,9 +109,10 @@ void AccountFormDialog::send()
 
 void AccountFormDialog::finish(const Result<void>& reply)
 {
-    // With the session the form closes, and what ended it is told elsewhere.
-    if (!m_submission.isSaving() || !store().snapshot())
+    if (!m_submission.isSaving())
         return;
+    if (reply && !store().snapshot())
+        return leave();
     if (reply) {
         m_submission.succeed();
         const auto id = AccountDrafts::resultOf(*m_submission.command(), *store().snapshot());
@@ -120,8 +121,7 @@ void AccountFormDialog::finish(const Result<void>& reply)
         return;
     }
     m_submission.fail(reply.error());
-    // The banner says it here, where the retry is: an alert over it would say it twice.
-    store().dismissMessages();
+    sayHere();
     takeSnapshot();
     present();
     firstField().setFocus(Qt::OtherFocusReason);

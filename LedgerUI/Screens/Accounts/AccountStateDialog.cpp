@@ -118,7 +118,7 @@ void AccountStateDialog::send()
 
 void AccountStateDialog::finish(const Result<void>& reply)
 {
-    if (!m_submission.isSaving() || !store().snapshot())
+    if (!m_submission.isSaving())
         return;
     if (reply) {
         const auto sentence = AccountStates::content(m_submission, *snapshot(), locale()).done;
@@ -128,7 +128,7 @@ void AccountStateDialog::finish(const Result<void>& reply)
         return;
     }
     m_submission.fail(reply.error());
-    store().dismissMessages();
+    sayHere();
     takeSnapshot();
     present();
     firstField().setFocus(Qt::OtherFocusReason);

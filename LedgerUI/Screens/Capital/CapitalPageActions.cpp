@@ -31,6 +31,17 @@ QString text(std::string_view key)
     return word(capitalWords(), key);
 }
 
+/// What is recorded stays; receipts that failed are kept, to be tried again for the entry that was booked.
+AddReceiptsDialog* handOn(LedgerStore& store, const RecordOutcome& outcome, QWidget& window)
+{
+    if (outcome.failed.empty() || outcome.entryID.empty())
+        return nullptr;
+    auto* dialog = new AddReceiptsDialog(
+        store, {.entryID = outcome.entryID, .failed = outcome.failed, .uploaded = outcome.uploaded}, &window);
+    dialog->open();
+    return dialog;
+}
+
 }
 
 CapitalPageActions::CapitalPageActions(LedgerStore& store, QWidget& page)
@@ -79,14 +90,16 @@ template <class Form, class... Opening>
 void CapitalPageActions::open(const Opening&... opening)
 {
     auto* form = new Form(m_store, opening..., m_page.window());
-    form->whenDone([page = QPointer{this}](const RecordOutcome& outcome) {
-        if (page) // which goes when another company is opened
+    // The page goes with the session and with the company; a form that outlives it finds the one of now.
+    form->whenDone([&store = m_store, window = QPointer{m_page.window()}](const RecordOutcome& outcome) {
+        if (auto* const page = window ? window->findChild<CapitalPageActions*>() : nullptr)
             page->finish(outcome);
+        else if (window)
+            handOn(store, outcome, *window);
     });
     form->open();
 }
 
-/// What is recorded stays; receipts that failed are kept, to be tried again for the entry that was booked.
 void CapitalPageActions::finish(const RecordOutcome& outcome)
 {
     Q_EMIT done(text("done"));
@@ -99,10 +112,8 @@ void CapitalPageActions::finish(const RecordOutcome& outcome)
             word(receiptWords(), "outcome", {std::to_string(outcome.uploaded), std::to_string(outcome.failed.size())}));
         return;
     }
-    auto* dialog = new AddReceiptsDialog(
-        m_store, {.entryID = outcome.entryID, .failed = outcome.failed, .uploaded = outcome.uploaded}, m_page.window());
-    connect(dialog, &AddReceiptsDialog::added, this, [this] { Q_EMIT done(word(receiptWords(), "add.done")); });
-    dialog->open();
+    connect(handOn(m_store, outcome, *m_page.window()), &AddReceiptsDialog::added, this,
+            [this] { Q_EMIT done(word(receiptWords(), "add.done")); });
 }
 
 Action CapitalPageActions::act(const char* id, const QString& whyNot, bool isOffered, std::function<void()> run) const

@@ -206,7 +206,7 @@ void BookkeepingSetupView::send(FinancialSettingsCommand command)
 
 void BookkeepingSetupView::finish(const Result<void>& reply)
 {
-    if (!m_submission.isSaving() || !store().snapshot())
+    if (!m_submission.isSaving())
         return;
     if (reply) {
         m_submission.succeed();

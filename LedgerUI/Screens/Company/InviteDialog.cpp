@@ -177,7 +177,7 @@ void InviteDialog::send(Invite invitation)
 
 void InviteDialog::finish(const Result<InviteResponse>& reply)
 {
-    if (!m_submission.isSaving() || !store().snapshot())
+    if (!m_submission.isSaving())
         return;
     if (!reply) {
         m_submission.fail(reply.error());

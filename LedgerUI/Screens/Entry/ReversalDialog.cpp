@@ -130,15 +130,13 @@ void ReversalDialog::send(Reversal request)
 
 void ReversalDialog::finish(const Result<void>& reply)
 {
-    // With the session the dialog closes, and what ended it is told elsewhere.
-    if (!m_submission.isSaving() || !store().snapshot())
+    if (!m_submission.isSaving())
         return;
     if (reply) {
         m_submission.succeed();
     } else {
         m_submission = EntryReversal::afterFailure(m_submission, reply.error(), store().keptReversal(m_original.id));
-        // The banner says it here, where the retry is: an alert over it would say it twice.
-        store().dismissMessages();
+        sayHere();
     }
     present();
     firstField().setFocus(Qt::OtherFocusReason);

@@ -38,6 +38,7 @@ private:
     void adoptSnapshot() override;
     void adoptLanguage(const std::string& before) override;
     [[nodiscard]] QWidget& firstField() const override;
+    [[nodiscard]] bool waitsForMember() const override { return false; } // it is kept as a draft
 
     TransactionForm(LedgerStore& store, EntrySubmission submission, QWidget* parent);
     void build();

@@ -138,7 +138,7 @@ void AddReceiptsDialog::send()
 
 void AddReceiptsDialog::finish(const Result<void>& reply)
 {
-    if (!m_linking.isSaving() || !store().snapshot())
+    if (!m_linking.isSaving())
         return;
     if (!reply) {
         m_linking.fail(reply.error());

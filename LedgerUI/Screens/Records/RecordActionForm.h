@@ -56,6 +56,8 @@ protected:
     void adoptSnapshot() override;
     void adoptLanguage(const std::string& before) override;
     [[nodiscard]] QWidget& firstField() const override;
+    /// What was sent is kept with the unconfirmed requests.
+    [[nodiscard]] bool waitsForMember() const override { return m_submission.isEditing(); }
 
 private:
     static constexpr int plainWidth = 600;

@@ -8,6 +8,7 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Buttons/EnterKey.h"
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
@@ -15,6 +16,7 @@
 #include "LedgerUI/Screens/Root/KeysDialog.h"
 #include "LedgerUI/Screens/Settings/SettingsDialog.h"
 #include "LedgerUI/Screens/SignIn/SignInView.h"
+#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Screens/Workspace/WorkspaceView.h"
 
 namespace {
@@ -94,17 +96,40 @@ void RootView::presentScreen()
         retire(*this, m_signIn);
         m_start.wait = SignInWait::signOut;
         m_company = snapshot->company.id;
-        m_workspace = new WorkspaceView(m_store, m_registry, this);
-        connect(m_workspace, &WorkspaceView::settingsWanted, this, &RootView::showSettings);
-        connect(m_workspace, &WorkspaceView::unconfirmedWanted, this, &RootView::showUnconfirmed);
-        setCurrentIndex(addWidget(m_workspace));
+        openWorkspace();
     } else {
         if (m_signIn)
             return;
-        retire(*this, m_workspace);
+        leaveWorkspace();
         m_signIn = new SignInView(m_store, m_start, this);
         setCurrentIndex(addWidget(m_signIn));
     }
+}
+
+void RootView::openWorkspace()
+{
+    const auto member = m_store.signedIn();
+    if (m_member != member)
+        retire(*this, m_asideWorkspace);
+    m_member = member;
+    m_workspace = std::exchange(m_asideWorkspace, nullptr);
+    if (!m_workspace) {
+        m_workspace = new WorkspaceView(m_store, m_registry, this);
+        connect(m_workspace, &WorkspaceView::settingsWanted, this, &RootView::showSettings);
+        connect(m_workspace, &WorkspaceView::unconfirmedWanted, this, &RootView::showUnconfirmed);
+    }
+    setCurrentIndex(addWidget(m_workspace));
+}
+
+void RootView::leaveWorkspace()
+{
+    if (!m_workspace || UnsavedChanges::count(*m_workspace) == 0) {
+        retire(*this, m_workspace);
+        return;
+    }
+    m_workspace->hide();
+    removeWidget(m_workspace);
+    m_asideWorkspace = std::exchange(m_workspace, nullptr);
 }
 
 void RootView::presentMessage()
@@ -136,13 +161,18 @@ void RootView::openAlert()
     connect(m_alert, &QDialog::finished, this, &RootView::alertClosed);
     // A form that closes would take the alert with it unread: it opens again over what remains.
     if (modal) {
-        connect(modal, &QDialog::finished, m_alert, [this] {
+        const auto reopen = [this, alert = m_alert.data()] {
+            if (m_alert != alert)
+                return; // it has been opened elsewhere already
             m_alert->disconnect(this);
             m_alert->hide();
             m_alert->deleteLater();
             m_alert = nullptr;
             QMetaObject::invokeMethod(this, &RootView::openAlert, Qt::QueuedConnection);
-        });
+        };
+        connect(modal, &QDialog::finished, m_alert, reopen);
+        if (auto* form = qobject_cast<CommandForm*>(modal))
+            connect(form, &CommandForm::wentAside, m_alert, reopen);
     }
     m_alert->open();
 }

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QStackedWidget>
 
+#include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Presentation/SignIn/SignInState.h"
 
@@ -28,6 +30,10 @@ protected:
 private:
     void followApplication(Qt::ApplicationState state);
     void presentScreen();
+    /// That of the member who is signed in: the one with their unsaved changes, where that still is there.
+    void openWorkspace();
+    /// The session is over. Pages with unsaved changes wait for their member, until somebody else signs in.
+    void leaveWorkspace();
     void presentMessage();
     void openAlert();
     void alertClosed();
@@ -40,8 +46,10 @@ private:
     SignInStart m_start;
     SignInView* m_signIn = nullptr;
     WorkspaceView* m_workspace = nullptr;
-    std::string m_company; // whose workspace it is
-    QElapsedTimer m_away;  // since the program was left for another
+    WorkspaceView* m_asideWorkspace = nullptr; // waits for `m_member`
+    std::string m_company;                     // whose workspace it is
+    std::optional<MemberIdentity> m_member;    // who was signed in last
+    QElapsedTimer m_away;                      // since the program was left for another
     /// What the open alert says; it stays until somebody has closed it, whatever the store publishes meanwhile.
     struct Message {
         MessageDialog::Kind kind = MessageDialog::Kind::error;

@@ -9,9 +9,11 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Page/BusyBar.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
@@ -26,6 +28,7 @@
 #include "LedgerUI/Screens/SignIn/SignInAside.h"
 #include "LedgerUI/Screens/SignIn/SignInForm.h"
 #include "LedgerUI/Screens/SignIn/SignInProgress.h"
+#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -41,7 +44,8 @@ constexpr int leastMargin = 20; // below the panel in a low window
 }
 
 SignInView::SignInView(LedgerStore& store, const SignInStart& start, QWidget* parent)
-    : QWidget{parent}, m_store{store}, m_wait{store.isBusy() ? start.wait : SignInWait::nothing}
+    : QWidget{parent}, m_store{store}, m_lastEmail{qString(start.email)},
+      m_wait{store.isBusy() ? start.wait : SignInWait::nothing}
 {
     setObjectName(QStringLiteral("signInView"));
     auto* ground = new QFrame(this);
@@ -63,6 +67,8 @@ SignInView::SignInView(LedgerStore& store, const SignInStart& start, QWidget* pa
     setTabOrders();
     presentMode();
     retranslate();
+    // Forms that wait for their member go aside only after this screen was made.
+    QMetaObject::invokeMethod(this, &SignInView::presentBanner, Qt::QueuedConnection);
 }
 
 void SignInView::changeEvent(QEvent* event)
@@ -260,6 +266,12 @@ void SignInView::presentMode()
     presentBanner();
 }
 
+bool SignInView::isAwaited()
+{
+    return !m_lastEmail.isEmpty() &&
+           (CommandForm::countWaiting(*this) > 0 || UnsavedChanges::count(*this) > 0 || m_store.hasUnconfirmed());
+}
+
 void SignInView::presentBanner()
 {
     const auto pending = m_store.pendingCompanyRegistration();
@@ -268,6 +280,8 @@ void SignInView::presentBanner()
     else if (pending)
         m_banner->present(Banner::Kind::warn,
                           word(signInWords(), "pendingNotice", {pending->companyName, pending->email}));
+    else if (isAwaited() && m_mode == SignInMode::login)
+        m_banner->present(Banner::Kind::info, word(signInWords(), "keptNotice", {m_lastEmail.toStdString()}));
     else if (m_mode == SignInMode::registration)
         m_banner->present(Banner::Kind::info, word(signInWords(), "reviewNotice"));
     else

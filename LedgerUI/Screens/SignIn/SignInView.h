@@ -48,6 +48,8 @@ private:
     void followStore();
     void present();
     void presentMode();
+    /// Whether something in this window waits until the member who was signed in last is back.
+    [[nodiscard]] bool isAwaited();
     void presentBanner();
     /// As high as the page needs, within the window; the page scrolls where that is not enough.
     void fitPanel();
@@ -56,6 +58,7 @@ private:
     void setTabOrders();
 
     LedgerStore& m_store;
+    QString m_lastEmail; // of whoever was signed in last
     QComboBox* m_language = nullptr;
     SignInAside* m_aside = nullptr;
     QWidget* m_panel = nullptr;

@@ -282,7 +282,7 @@ void TemplateFormDialog::send()
 
 void TemplateFormDialog::finish(const Result<EntryTemplateList>& reply)
 {
-    if (!m_submission.isSaving() || !store().snapshot())
+    if (!m_submission.isSaving())
         return;
     if (reply) {
         m_submission.succeed();

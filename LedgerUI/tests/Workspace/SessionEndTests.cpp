@@ -1,0 +1,206 @@
+#include <utility>
+
+#include <QAbstractButton>
+#include <gtest/gtest.h>
+
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
+#include "LedgerUI/Screens/Accounts/AccountsView.h"
+#include "LedgerUI/Screens/Company/CompanyView.h"
+#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/CompanyBooks.h"
+#include "LedgerUI/tests/CapitalUnderTest.h"
+
+// What a person was doing when the session ended under it: it waits in the window, unseen, for that person alone.
+
+namespace {
+
+PageRegistry manyPages()
+{
+    auto pages = capitalPages();
+    pages.add<LedgerView>(WorkspacePage::ledger);
+    pages.add<AccountsView>(WorkspacePage::accounts);
+    pages.add<CompanyView>(WorkspacePage::company);
+    return pages;
+}
+
+class EndOfSession : public WindowUnderTest {
+public:
+    explicit EndOfSession(std::string books = companyBooks().json())
+        : WindowUnderTest{manyPages()}, m_books{std::move(books)}
+    {
+        server.replace("GET v1/invites", ServerReply::json(companyInvitations()));
+        enter(m_books);
+    }
+
+    void enter(const std::string& books)
+    {
+        server.replace("POST v1/auth/login", ServerReply::json(R"({"token":"token","snapshot":)" + books + "}"));
+        server.replace("GET v1/snapshot", ServerReply::json(books));
+        require(resultOf(store.login("m1@example.com", "secret")).has_value(), "the member signs in");
+        screen.waitFor("workspaceView");
+        settle();
+    }
+    void comeBack()
+    {
+        server.replace("POST v1/auth/logout", ServerReply::json(R"({"ok":true})"));
+        if (std::exchange(m_isOtherIn, false))
+            require(resultOf(store.logout()).has_value(), "the other one signs out");
+        enter(m_books);
+    }
+    /// Somebody else signs in at the same window, and out again.
+    void letSomebodyElseIn()
+    {
+        auto other = companyBooks().build();
+        other.currentMember = SnapshotBuilder::person("m2", "Dewi Anggraini", "owner");
+        enter(Json::encode(other));
+        m_isOtherIn = true;
+    }
+    /// The service forgets the session; the books are asked for without the person's doing.
+    void end()
+    {
+        server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
+        require(!resultOf(store.refresh(false)).has_value(), "the session is over");
+        leaveAlert();
+    }
+    void leaveAlert()
+    {
+        screen.waitFor("alertDialog");
+        screen.press("messageClose");
+        screen.waitUntilGone("alertDialog");
+        screen.waitFor("signInView");
+        activate();
+    }
+
+private:
+    std::string m_books;
+    bool m_isOtherIn = false;
+};
+
+struct Begun {
+    const char* name;
+    void (*open)(EndOfSession&);
+    const char* form;
+    const char* field;
+    const char* typed;
+    const char* confirm;
+    const char* route; // where it is sent
+};
+
+const Begun forms[] = {
+    {"Account",
+     [](EndOfSession& under) {
+         under.screen.press("page-accounts");
+         under.screen.press("newAccountButton");
+     },
+     "accountForm", "accountFormName", "Second float", "accountSave", "POST v1/accounts"},
+    {"Invitation",
+     [](EndOfSession& under) {
+         under.screen.press("page-company");
+         under.screen.press("companyPrimary");
+         under.screen.fill("inviteEmail", "rini@example.com");
+     },
+     "inviteDialog", "inviteName", "Rini", "inviteConfirm", "POST v1/invites"},
+};
+
+class FormAtTheEndOfTheSession : public testing::TestWithParam<Begun> {};
+
+}
+
+TEST_P(FormAtTheEndOfTheSession, WaitsForItsMemberAndLosesNothing)
+{
+    const auto& begun = GetParam();
+    EndOfSession under;
+    begun.open(under);
+    under.screen.waitFor(begun.form);
+    under.screen.fill(begun.field, begun.typed);
+    under.end();
+    EXPECT_FALSE(under.screen.shows(begun.form));
+    EXPECT_TRUE(under.screen.says("What was not finished is kept in this window."));
+    under.comeBack();
+    under.screen.waitFor(begun.form);
+    EXPECT_EQ(under.screen.read(begun.field), begun.typed);
+
+    under.server.replace(begun.route, ServerReply::error(401, "unauthorized"));
+    under.screen.press(begun.confirm);
+    under.leaveAlert();
+    under.comeBack();
+    under.screen.waitFor(begun.form);
+    EXPECT_EQ(under.screen.read(begun.field), begun.typed);
+    EXPECT_TRUE(under.screen.offers(begun.field)) << "it was not carried out, so that it can still be changed";
+    EXPECT_TRUE(under.screen.offers(begun.confirm));
+    EXPECT_FALSE(under.screen.says("Sign in again")) << "which was done";
+}
+
+INSTANTIATE_TEST_SUITE_P(Of, FormAtTheEndOfTheSession, testing::ValuesIn(forms),
+                         [](const auto& each) { return std::string{each.param.name}; });
+
+TEST(AtTheEndOfTheSession, ACapitalFormWaitsForNobodyElse)
+{
+    EndOfSession under{capitalSample().json()};
+    under.screen.press("page-dividends");
+    under.screen.waitFor("capitalTabs");
+    under.screen.press("contributeButton");
+    under.screen.waitForFocus("recordForm");
+    under.screen.pick("recordPerson", "Budi");
+    under.screen.pick("recordAccount", "Operating bank");
+    under.screen.fill("recordAmount", "250000");
+    under.screen.fill("recordNote", "Fifth round");
+    under.end();
+    under.letSomebodyElseIn();
+    EXPECT_FALSE(under.screen.shows("recordForm"));
+    EXPECT_EQ(CommandForm::countWaiting(under.window), 1U);
+
+    under.comeBack();
+    under.screen.waitForFocus("recordForm");
+    EXPECT_EQ(CommandForm::countWaiting(under.window), 0U);
+    EXPECT_EQ(under.screen.read("recordNote"), "Fifth round");
+    EXPECT_EQ(under.screen.read("recordAmount"), "250,000");
+    under.server.replace("POST v1/capital/commands", ServerReply::json("{}"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitUntilGone("recordForm");
+    const auto sent = under.server.requests("POST v1/capital/commands");
+    ASSERT_EQ(sent.size(), 1U);
+    const auto command = Json::decode<CapitalCommand>(sent.front().body);
+    ASSERT_TRUE(command.has_value());
+    EXPECT_EQ(command->amountMinor, 25'000'000);
+    EXPECT_EQ(command->note, "Fifth round");
+}
+
+TEST(AtTheEndOfTheSession, ChangesOfAPageWaitUntilSomebodyElseSignsIn)
+{
+    const auto takeARight = [](EndOfSession& under) {
+        under.screen.press("page-company");
+        under.screen.pressRow("memberTable", "Hương");
+        under.screen.press("permission.exportData");
+        under.screen.waitFor("memberSave");
+    };
+    const auto mayExport = [](EndOfSession& under) {
+        under.screen.press("page-company");
+        under.screen.pressRow("memberTable", "Hương");
+        return under.screen.find<QAbstractButton>("permission.exportData").isChecked();
+    };
+    EndOfSession under;
+    takeARight(under);
+    under.end();
+    under.comeBack();
+    EXPECT_FALSE(under.screen.find<QAbstractButton>("permission.exportData").isChecked());
+    EXPECT_TRUE(under.screen.offers("memberSave"));
+
+    under.end();
+    under.letSomebodyElseIn();
+    EXPECT_TRUE(mayExport(under)) << "nobody finds the changes of somebody else";
+}
+
+TEST(AtTheEndOfTheSession, NothingWaitsWhereNothingWasTyped)
+{
+    EndOfSession under;
+    under.screen.press("page-accounts");
+    under.screen.press("newAccountButton");
+    under.screen.waitFor("accountForm");
+    under.end();
+    EXPECT_FALSE(under.screen.says("What was not finished is kept in this window."));
+    EXPECT_EQ(CommandForm::countWaiting(under.window), 0U);
+    under.comeBack();
+    settle();
+    EXPECT_FALSE(under.screen.shows("accountForm"));
+}
