@@ -177,6 +177,34 @@ void fillRatios(Stage& stage, LossyLine& line, Colleague& wati)
     });
 }
 
+/// A switch has no form: what it sent without an answer stands in the list of unconfirmed requests.
+void hideFromTheSideBar(Stage& stage, LossyLine& line, Colleague& wati)
+{
+    const Keyboard by{stage.screen};
+    auto& screen = stage.screen;
+    screen.press("page-company");
+    for (int tab = 0; tab < 8 && !screen.shows("listDividends"); ++tab)
+        screen.keys("Ctrl+Tab");
+    const auto before = changesIn(wati);
+    stage.teller.step(QStringLiteral("The reply is lost: dividends leave the side bar"), [&] {
+        line.loseReplyTo("v1/dividends/commands");
+        by.press("listDividends");
+        screen.waitFor("alertDialog");
+        screen.press("messageClose");
+        screen.waitUntilGone("alertDialog");
+        expect(line.hasLost(), QStringLiteral("the service had answered"));
+        expect(changesIn(wati) == before + 1, QStringLiteral("the service had carried it out"));
+        by.press("unconfirmedButton");
+        screen.waitForFocus("unconfirmedDialog");
+        by.press("retry0");
+        screen.waitForText("No unconfirmed requests");
+        screen.keys("Esc");
+        screen.waitUntilGone("unconfirmedDialog");
+    });
+    expect(changesIn(wati) == before + 1, QStringLiteral("sent again, it changed nothing more"));
+    expect(!screen.find<QAbstractButton>("listDividends").isChecked(), QStringLiteral("the switch says what holds"));
+}
+
 }
 
 void tellOfLostCapitalReplies(Stage& stage)
@@ -196,6 +224,7 @@ void tellOfLostCapitalReplies(Stage& stage)
         });
     }
     fillRatios(stage, line, wati);
+    hideFromTheSideBar(stage, line, wati);
     const auto books = wati.store().snapshot();
     expect(books->capital->contributions.size() == 2, QStringLiteral("one contribution and its reversal"));
     expect(books->dividends->movements.size() == 5, QStringLiteral("each movement of dividends is recorded once"));
