@@ -18,6 +18,6 @@ QString CapitalActions::whyNot(std::string_view action, const LedgerSnapshot& sn
     if (needsOwners && !RecordDrafts::hasPeople(context.state.participants))
         return wordIn(locale, capitalWords(), "whyNot.noOwners");
     if (action == CapitalAction::contribute && CapitalAccess::accounts(snapshot, std::nullopt).empty())
-        return refusalText(CapitalRefusal::accountUnavailable, locale);
+        return wordIn(locale, capitalWords(), "whyNot.noAccount");
     return {};
 }

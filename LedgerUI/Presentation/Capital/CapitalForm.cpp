@@ -118,11 +118,15 @@ void reconcileContribution(CapitalForm& form, const LedgerSnapshot& snapshot)
     const auto currencies = bookable(snapshot);
     if (std::ranges::find(currencies, form.currency) == currencies.end())
         form.currency.clear();
-    const auto accounts = CapitalAccess::accounts(snapshot, form.currency);
-    form.accountID = RecordFormParts::keptOrOnly(accounts, form.accountID);
+    RecordFormParts::dropUnlessOffered(form.accountID, CapitalAccess::accounts(snapshot, form.currency));
     const auto* owner = RecordDrafts::find(stateOf(snapshot).participants, form.participantID);
     if (!owner || owner->archived)
         giveAmountTo(form, {});
+}
+
+void chooseOnlyAccount(CapitalForm& form, const LedgerSnapshot& snapshot)
+{
+    RecordFormParts::chooseOnly(form.accountID, CapitalAccess::accounts(snapshot, form.currency));
 }
 
 void choosePerson(CapitalForm& form, const std::string& id)
@@ -153,8 +157,10 @@ void chooseCurrency(CapitalForm& form, const std::string& code, const LedgerSnap
     form.amounts.clear();
     form.zeroConfirmed = false;
     form.newestParts.clear();
-    if (!isBaseline)
-        return reconcileContribution(form, snapshot);
+    if (!isBaseline) {
+        reconcileContribution(form, snapshot);
+        return chooseOnlyAccount(form, snapshot);
+    }
     if (const auto* baseline = CapitalMath::currentBaseline(form.captured, code))
         form.historicalDate = baseline->throughDate;
     form.capturedPeople = peopleFor(form, form.captured);
@@ -186,6 +192,8 @@ CapitalForm CapitalForms::initialize(CapitalForm form, const LedgerSnapshot& sna
         if (isAnew)
             form.currency = CapitalCurrencies::chosen(bookable(snapshot), form.currency);
         reconcileContribution(form, snapshot);
+        if (isFirst)
+            chooseOnlyAccount(form, snapshot);
     }
     form.capturedPeople = peopleFor(form, state);
     if (action == Action::setBaseline) {
@@ -224,7 +232,7 @@ std::string CapitalForms::bookedEntry(const CapitalForm& form, const LedgerSnaps
     return made ? made->transactionID : std::string{};
 }
 
-int CapitalForms::ratioTotal(const CapitalForm& form, std::string_view locale)
+std::int64_t CapitalForms::ratioTotal(const CapitalForm& form, std::string_view locale)
 {
     return RecordDrafts::ratioTotal(form.ratios, locale);
 }

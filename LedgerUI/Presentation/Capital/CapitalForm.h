@@ -51,7 +51,7 @@ struct CapitalForms {
     static bool isCurrent(const CapitalForm& form, const LedgerSnapshot& snapshot);
 
     /// The basis points of all that can be read.
-    static int ratioTotal(const CapitalForm& form, std::string_view locale);
+    static std::int64_t ratioTotal(const CapitalForm& form, std::string_view locale);
 
     /// The entry booked by the first contribution that came after the form's records: by the command that was made from
     /// them, once it is accepted. Empty where that booked none.

@@ -42,15 +42,17 @@ std::optional<RecordPart> partOf(CapitalRefusal refusal)
 /// What keeps the amount or the percentage that is typed for a person from being used, each with its own reason.
 std::optional<CapitalProblem> rowProblem(const CapitalForm& form, const std::string& ownerID, std::string_view locale)
 {
-    const bool isShare = form.route.action == Action::setOwnership;
-    const auto text = RecordDrafts::typedFor(isShare ? form.ratios : form.amounts, ownerID);
-    const auto amount = Money::parse(text, isShare ? "CNY" : form.currency, locale); // a share has two decimals too
+    if (form.route.action == Action::setOwnership) {
+        if (BasisPoints::parse(RecordDrafts::typedFor(form.ratios, ownerID), locale))
+            return std::nullopt;
+        return CapitalProblem{.part = RecordPart::people, .personID = ownerID, .isNoShare = true};
+    }
+    const auto amount = Money::parse(RecordDrafts::typedFor(form.amounts, ownerID), form.currency, locale);
     if (!amount)
         return CapitalProblem{.part = RecordPart::people, .personID = ownerID, .money = amount.error()};
     if (*amount < 0)
-        return CapitalProblem{.part = RecordPart::people,
-                              .personID = ownerID,
-                              .refusal = isShare ? CapitalRefusal::sharesIncomplete : CapitalRefusal::baselineNegative};
+        return CapitalProblem{
+            .part = RecordPart::people, .personID = ownerID, .refusal = CapitalRefusal::baselineNegative};
     return std::nullopt;
 }
 

@@ -119,8 +119,8 @@ void fillOwnership(RecordFormContent& content, const Ground& ground)
                                  ground.word("day.choose"), ground.locale)};
     auto lines = linesOf(form.ratios, ground);
     lines.typedHead = ground.word("ownership.percent");
-    const int total = CapitalForms::ratioTotal(form, ground.locale);
-    const int off = total - BasisPoints::whole;
+    const auto total = CapitalForms::ratioTotal(form, ground.locale);
+    const auto off = total - BasisPoints::whole;
     lines.total = RecordText::percent(total, ground.locale);
     lines.isWhole = off == 0;
     if (off != 0) {

@@ -197,6 +197,8 @@ std::optional<ContributionDetail> ContributionLists::detail(const LedgerSnapshot
     const auto command = CapitalCommands::reverse(context, {.date = std::string{today}, .idempotencyKey = "unsent"},
                                                   contribution->id, {});
     if (!command)
-        detail.whyNotReverse = refusalText(command.error(), locale);
+        detail.whyNotReverse = command.error() == CapitalRefusal::accountUnavailable
+                                   ? wordIn(locale, capitalWords(), "whyNot.noReturn")
+                                   : refusalText(command.error(), locale);
     return detail;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "LedgerUI/Presentation/Dividends/DividendTables.h"
+#include "LedgerUI/Presentation/Records/CapitalFormWords.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/LatestFirst.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
@@ -68,6 +69,15 @@ std::vector<RecordFigure> equationOf(const DividendLineSummary& line, std::strin
             figure("+", "figure.payable", line.unpaidMinor, currency, locale)};
 }
 
+std::vector<RecordFigure> equationOf(const DividendMovement& advance, const AdvanceStanding& standing,
+                                     std::string_view locale)
+{
+    return {figure("", "figure.advance", advance.amountMinor, advance.currency, locale),
+            figure("=", "figure.applied", standing.applied, advance.currency, locale),
+            figure("+", "figure.returned", standing.returned, advance.currency, locale),
+            figure("+", "figure.remaining", standing.remaining, advance.currency, locale)};
+}
+
 /// The movements that `settles` names, and the reversals of those, the latest first.
 template <class Settles>
 Movements movementsWhere(const DividendTables& tables, const Settles& settles)
@@ -116,6 +126,9 @@ void presentBatch(DividendBoard& board, const DividendBatch& batch, const Divide
         return each.batchID == batch.id && each.participantID == chosen.participantID;
     };
     presentMovements(board, movementsWhere(tables, settlesLine), tables);
+    if (!batch.cancelled)
+        board.notes.prepend(wordIn(locale, capitalFormWords(), "allocate.hint") +
+                            (board.notes.isEmpty() ? QString{} : QStringLiteral("\n")));
 }
 
 void presentAdvances(DividendBoard& board, const Movements& advances, const DividendTables& tables)
@@ -132,16 +145,8 @@ void presentAdvances(DividendBoard& board, const Movements& advances, const Divi
     board.person = tables.nameOf(advance.participantID);
     board.standing = wordIn(tables.locale(), capitalWords(), "advances.paidOn",
                             {DayText::longDay(advance.date, tables.locale()).toStdString()});
-    const auto add = [&](const char* sign, std::string_view key, std::int64_t minor) {
-        board.equation.push_back(figure(sign, key, minor, advance.currency, tables.locale()));
-    };
-    const auto standing = tables.standingOf(advance);
-    if (!advance.reversedBy) {
-        add("", "figure.advance", advance.amountMinor);
-        add("=", "figure.applied", standing.applied);
-        add("+", "figure.returned", standing.returned);
-        add("+", "figure.remaining", standing.remaining);
-    }
+    if (!advance.reversedBy)
+        board.equation = equationOf(advance, tables.standingOf(advance), tables.locale());
     const auto isAboutIt = [&](const DividendMovement& each) {
         return each.id == advance.id || each.advanceID == advance.id;
     };
@@ -218,15 +223,29 @@ std::optional<DividendBoard> DividendBoards::board(const LedgerSnapshot& snapsho
     return board;
 }
 
-std::vector<RecordFigure> DividendBoards::equation(const LedgerSnapshot& snapshot, std::string_view batchID,
+std::vector<RecordFigure> DividendBoards::equation(const DividendState& state, std::string_view batchID,
                                                    std::string_view participantID, std::string_view locale)
 {
-    if (!snapshot.dividends)
+    const auto batch = std::ranges::find(state.batches, batchID, &DividendBatch::id);
+    if (batch == state.batches.end())
         return {};
-    const auto& batches = snapshot.dividends->batches;
-    const auto batch = std::ranges::find(batches, batchID, &DividendBatch::id);
-    if (batch == batches.end())
-        return {};
-    const auto book = DividendBook::create(*snapshot.dividends, batch->currency, std::nullopt);
+    const auto book = DividendBook::create(state, batch->currency, std::nullopt);
     return book ? equationOf(book->line(batchID, participantID), batch->currency, locale) : std::vector<RecordFigure>{};
+}
+
+std::vector<RecordFigure> DividendBoards::equationOfAdvance(const DividendState& state, std::string_view advanceID,
+                                                            std::string_view locale)
+{
+    const auto advance = std::ranges::find(state.movements, advanceID, &DividendMovement::id);
+    if (advance == state.movements.end() || advance->reversedBy)
+        return {};
+    const auto book = DividendBook::create(state, advance->currency, std::nullopt);
+    if (!book)
+        return {};
+    AdvanceStanding standing{.remaining = book->advanceRemaining(advanceID)};
+    for (const auto* each : book->effective()) {
+        if (each->advanceID == advanceID)
+            (each->kind == Kind::application ? standing.applied : standing.returned) += each->amountMinor;
+    }
+    return equationOf(*advance, standing, locale);
 }

@@ -55,7 +55,10 @@ std::optional<DividendBoard> board(const LedgerSnapshot& snapshot, const Capital
                                    const DividendChoice& wanted, std::string_view locale);
 
 /// Entitlement = advances applied + paid + payable, of one line.
-std::vector<RecordFigure> equation(const LedgerSnapshot& snapshot, std::string_view batchID,
-                                   std::string_view participantID, std::string_view locale);
+std::vector<RecordFigure> equation(const DividendState& state, std::string_view batchID, std::string_view participantID,
+                                   std::string_view locale);
+/// Advance = applied + returned + remaining; empty for one that is reversed or not there.
+std::vector<RecordFigure> equationOfAdvance(const DividendState& state, std::string_view advanceID,
+                                            std::string_view locale);
 
 }

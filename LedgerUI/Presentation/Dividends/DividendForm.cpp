@@ -90,14 +90,32 @@ DividendCommand settlement(const DividendForm& form)
     return command;
 }
 
+/// What there is no choice about, as long as nothing is chosen.
+void chooseOnly(DividendForm& form, const LedgerSnapshot& snapshot)
+{
+    if (DividendForms::usesAdvance(form.route.action) && form.advanceID.empty()) {
+        if (const auto advances = DividendForms::eligibleAdvances(form, snapshot); advances.size() == 1)
+            form.advanceID = advances.front()->id;
+    }
+    if (DividendForms::movesMoney(form.route.action))
+        RecordFormParts::chooseOnly(form.accountID, DividendAccess::accounts(snapshot, form.currency));
+}
+
+/// The most that could be settled with these records.
+std::optional<std::int64_t> limitIn(const DividendState& state, const DividendForm& form,
+                                    const LedgerSnapshot& snapshot)
+{
+    const auto now = DividendContext::of(snapshot);
+    return DividendRules::limit(
+        settlement(form), {.state = state, .member = now.member, .members = now.members, .accounts = now.accounts});
+}
+
 /// While a person lets the whole rest stand, it is the rest of now.
 void followRest(DividendForm& form, const DividendState& before, const LedgerSnapshot& snapshot,
                 std::string_view locale)
 {
-    const auto now = DividendContext::of(snapshot);
-    const DividendContext then{.state = before, .member = now.member, .members = now.members, .accounts = now.accounts};
-    const auto was = DividendRules::limit(settlement(form), then);
-    const auto rest = DividendRules::limit(settlement(form), now);
+    const auto was = limitIn(before, form, snapshot);
+    const auto rest = DividendForms::limit(form, snapshot);
     const bool stands = was && form.amount == Money::formatDigits(*was, form.currency, locale);
     if (stands && rest && *rest > 0)
         form.amount = Money::formatDigits(*rest, form.currency, locale);
@@ -154,6 +172,8 @@ DividendForm DividendForms::initialize(DividendForm form, const LedgerSnapshot& 
             leaveOutThoseWithoutRatio(form);
     }
     form = reconcileSelections(std::move(form), snapshot);
+    if (isFirst)
+        chooseOnly(form, snapshot);
     if (isFirst && settlesLine(form.route.action) && form.amount.empty()) {
         if (const auto most = limit(form, snapshot); most && *most > 0)
             form.amount = Money::formatDigits(*most, form.currency, locale);
@@ -188,9 +208,8 @@ DividendForm DividendForms::reconcileSelections(DividendForm form, const LedgerS
     }
     if (usesAdvance(action)) {
         const auto advances = eligibleAdvances(form, snapshot);
-        const auto chosen = std::ranges::find(advances, form.advanceID, [](const auto* each) { return each->id; });
-        if (chosen == advances.end())
-            form.advanceID = advances.size() == 1 ? advances.front()->id : std::string{};
+        if (std::ranges::find(advances, form.advanceID, [](const auto* each) { return each->id; }) == advances.end())
+            form.advanceID.clear();
     }
     if (action == Action::advance) {
         const auto* participant = find(stateOf(snapshot).participants, form.participantID);
@@ -198,7 +217,7 @@ DividendForm DividendForms::reconcileSelections(DividendForm form, const LedgerS
             form.participantID.clear();
     }
     if (movesMoney(action))
-        form.accountID = RecordFormParts::keptOrOnly(DividendAccess::accounts(snapshot, form.currency), form.accountID);
+        RecordFormParts::dropUnlessOffered(form.accountID, DividendAccess::accounts(snapshot, form.currency));
     return form;
 }
 
@@ -268,6 +287,11 @@ std::optional<std::int64_t> DividendForms::limit(const DividendForm& form, const
     return DividendRules::limit(settlement(form), DividendContext::of(snapshot));
 }
 
+std::optional<std::int64_t> DividendForms::capturedLimit(const DividendForm& form, const LedgerSnapshot& snapshot)
+{
+    return limitIn(form.captured, form, snapshot);
+}
+
 std::vector<DividendCommands::ShareText> DividendForms::shareTexts(const DividendForm& form)
 {
     std::vector<DividendCommands::ShareText> texts;
@@ -293,7 +317,7 @@ std::optional<std::vector<DividendLine>> DividendForms::preview(const DividendFo
     return lines ? std::optional{*std::move(lines)} : std::nullopt;
 }
 
-int DividendForms::ratioTotal(const DividendForm& form, std::string_view locale)
+std::int64_t DividendForms::ratioTotal(const DividendForm& form, std::string_view locale)
 {
     TypedTexts ratios;
     for (const auto& each : shareTexts(form))
@@ -326,7 +350,9 @@ DividendForm DividendForms::edited(DividendForm form, const RecordEdit& edit, co
         form.currency = edit.text;
         form.amountDropped = form.amountDropped || !form.amount.empty();
         form.amount.clear();
-        break;
+        form = reconcileSelections(std::move(form), snapshot);
+        chooseOnly(form, snapshot);
+        return form;
     case RecordPart::batch:
         form.batchID = edit.text;
         break;

@@ -73,6 +73,8 @@ struct DividendForms {
                                                                  const LedgerSnapshot& snapshot);
     /// The largest amount that the action may carry; nothing while nothing is chosen.
     static std::optional<std::int64_t> limit(const DividendForm& form, const LedgerSnapshot& snapshot);
+    /// The same in the records that the form was opened on: what was sent may have used it up since.
+    static std::optional<std::int64_t> capturedLimit(const DividendForm& form, const LedgerSnapshot& snapshot);
     /// What was typed for each who takes part.
     static std::vector<DividendCommands::ShareText> shareTexts(const DividendForm& form);
     /// One for each who takes part; nothing while a text is no percentage.
@@ -80,7 +82,7 @@ struct DividendForms {
     /// The allocation of the typed total; nothing while it cannot be made.
     static std::optional<std::vector<DividendLine>> preview(const DividendForm& form, std::string_view locale);
     /// The basis points of all that take part and can be read.
-    static int ratioTotal(const DividendForm& form, std::string_view locale);
+    static std::int64_t ratioTotal(const DividendForm& form, std::string_view locale);
 
     /// The entry booked by the first movement that came after the form's records: by the command that was made from
     /// them, once it is accepted. Empty where that moved no money.

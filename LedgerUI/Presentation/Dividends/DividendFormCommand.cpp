@@ -72,9 +72,9 @@ Problems missing(const DividendForm& form, std::string_view locale)
     if (action != Action::allocate)
         return problems;
     for (const auto* each : DividendForms::people(form)) {
-        const auto ratio = Money::parse(RecordDrafts::typedFor(form.ratios, each->id), "CNY", locale);
-        if (!ratio && !form.leftOut.contains(each->id))
-            problems.push_back({.part = RecordPart::people, .personID = each->id, .money = ratio.error()});
+        if (!form.leftOut.contains(each->id) &&
+            !BasisPoints::parse(RecordDrafts::typedFor(form.ratios, each->id), locale))
+            problems.push_back({.part = RecordPart::people, .personID = each->id, .isNoShare = true});
     }
     return problems;
 }
@@ -154,8 +154,7 @@ DividendForm DividendForms::leftAmount(DividendForm form, const std::string& per
         const auto typed = RecordDrafts::typedFor(form.ratios, personID);
         if (typed.empty() || BasisPoints::parse(typed, locale))
             return form;
-        return RecordDrafts::judgedAmount(
-            std::move(form), DividendProblem{.personID = personID, .refusal = DividendRefusal::ratioInvalid});
+        return RecordDrafts::judgedAmount(std::move(form), DividendProblem{.personID = personID, .isNoShare = true});
     }
     const auto amount = Money::parse(form.amount, form.currency, locale);
     if (form.amount.empty() || (amount && *amount > 0))

@@ -74,7 +74,7 @@ RecordField amountField(const Ground& ground)
     const auto& form = ground.form;
     auto field =
         Parts::half(Parts::amount(ground.word("amount.in", {qString(form.currency)}), form.amount, form.currency));
-    const auto most = DividendForms::limit(form, ground.snapshot);
+    const auto most = DividendForms::capturedLimit(form, ground.snapshot);
     const auto typed = Money::parse(form.amount, form.currency, ground.locale);
     if (most && typed && *typed > *most)
         field.message = ground.word(form.route.action == Action::returnAdvance ? "limit.advance" : "limit.payable",
@@ -95,8 +95,10 @@ void fillSettlement(RecordFormContent& content, const Ground& ground)
     content.fields.push_back(
         Parts::fixed(RecordPart::person, ground.word("participant"), ground.nameOf(form.participantID)));
     if (action != Action::returnAdvance) {
-        content.equation = DividendBoards::equation(ground.snapshot, form.batchID, form.participantID, ground.locale);
+        content.equation = DividendBoards::equation(form.captured, form.batchID, form.participantID, ground.locale);
         content.fields.push_back(batchField(ground));
+    } else {
+        content.equation = DividendBoards::equationOfAdvance(form.captured, form.advanceID, ground.locale);
     }
     if (action != Action::pay)
         content.fields.push_back(advanceField(ground));
@@ -155,7 +157,7 @@ RecordLines allocationLines(const Ground& ground)
         }
         table.lines.push_back(std::move(line));
     }
-    const int ratios = DividendForms::ratioTotal(form, ground.locale);
+    const auto ratios = DividendForms::ratioTotal(form, ground.locale);
     table.total = RecordText::percent(ratios, ground.locale);
     table.isWhole = ratios == BasisPoints::whole;
     table.amountTotal =

@@ -10,6 +10,7 @@
 #include "LedgerCore/Domain/Entries/ReceiptRules.h"
 #include "LedgerCore/Domain/Entries/ReversalRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -169,9 +170,11 @@ void addCorrection(Detail& detail, const LedgerBook& book, const LedgerTransacti
         detail.correction = qString(ReversalRules::text(*refusal, book.locale()));
 }
 
-/// Where the contribution or the movement of dividends stands that the entry books.
-std::optional<PageLink> recordOf(const LedgerTransaction& transaction)
+/// Where the contribution or the movement of dividends stands that the entry books, while its page is shown.
+std::optional<PageLink> recordOf(const LedgerTransaction& transaction, const LedgerSnapshot& snapshot)
 {
+    if (!FinancialFeaturePolicy::isListedInSidebar(snapshot))
+        return std::nullopt;
     const auto link = [](const char* action, const std::string& id) {
         return PageLink{.page = WorkspacePage::dividends, .action = action, .subject = id};
     };
@@ -203,7 +206,7 @@ LedgerEntryDetail detailOf(const LedgerBook& book, std::uint32_t at)
     detail.takesReceipts = transaction.attachmentIDs.size() < EntryLimits::receipts &&
                            ReceiptRules::mayLink(transaction, book.snapshot().currentMember);
     addCorrection(detail, book, transaction);
-    detail.record = recordOf(transaction);
+    detail.record = recordOf(transaction, book.snapshot());
     return detail;
 }
 

@@ -216,6 +216,13 @@ const WordTable& capitalWords()
         // why something cannot be done
         {"whyNot.noOwners", "请先添加股东。", "Tambahkan pemilik terlebih dahulu.", "Hãy thêm cổ đông trước.",
          "Add an owner first."},
+        {"whyNot.noAccount", "没有您有权记录出资的账户。", "Tidak ada rekening tempat Anda boleh mencatat setoran.",
+         "Không có tài khoản nào mà bạn được phép ghi góp vốn.",
+         "There is no account into which you may book contributions."},
+        {"whyNot.noReturn", "收到此出资的账户已归档，或您无权使用。",
+         "Rekening yang menerima setoran ini telah diarsipkan atau tidak boleh Anda gunakan.",
+         "Tài khoản đã nhận khoản góp vốn này đã lưu trữ hoặc bạn không được phép dùng.",
+         "The account that received this contribution is archived, or you may not use it."},
         {"whyNot.noParticipants", "请先添加参与人。", "Tambahkan peserta terlebih dahulu.",
          "Hãy thêm người tham gia trước.", "Add a participant first."},
         {"whyNot.noPayingAccount", "没有已授权的经营资金账户。请先配置分红支付权限。",

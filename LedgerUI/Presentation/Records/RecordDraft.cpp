@@ -2,7 +2,7 @@
 
 #include <QStringList>
 
-#include "LedgerCore/Domain/Money/BasisPoints.h"
+#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
@@ -17,6 +17,8 @@ QString RecordProblem<Refusal>::message(std::string_view locale) const
         sentences << refusalText(*refusal, locale);
     if (money)
         sentences << qString(friendlyMessage(*money, locale));
+    if (isNoShare)
+        sentences << refusalText(DividendRefusal::ratioInvalid, locale);
     if (paste)
         sentences << EntryLabels::refusedPaste(*paste, locale);
     if (sentences.isEmpty() && part == RecordPart::account)
@@ -50,11 +52,12 @@ void RecordDrafts::fill(TypedTexts& typed, TypedTexts& newest, const TypedTexts&
     std::erase_if(typed, [&](const auto& each) { return !recorded.contains(each.first); });
 }
 
-int RecordDrafts::ratioTotal(const TypedTexts& texts, std::string_view locale)
+std::int64_t RecordDrafts::ratioTotal(const TypedTexts& texts, std::string_view locale)
 {
-    int total = 0;
+    // Hundredths of a percent are read as an amount of two decimals.
+    std::int64_t total = 0;
     for (const auto& [id, text] : texts)
-        total += BasisPoints::parse(text, locale).value_or(0);
+        total = Money::add(total, Money::parse(text, "CNY", locale).value_or(0)).value_or(total);
     return total;
 }
 

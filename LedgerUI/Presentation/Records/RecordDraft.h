@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <expected>
 #include <map>
 #include <optional>
@@ -29,6 +30,7 @@ struct RecordProblem {
     std::optional<Refusal> refusal = {};
     std::optional<MoneyError> money = {};
     std::optional<PasteRefusal> paste = {}; // what was to be pasted is not an amount
+    bool isNoShare = false;                 // it is no percentage from 0 to 100 with at most two decimals
 
     bool operator==(const RecordProblem&) const = default;
     [[nodiscard]] QString message(std::string_view locale) const;
@@ -94,8 +96,8 @@ std::string typedFor(const TypedTexts& texts, const std::string& personID);
 void fill(TypedTexts& typed, TypedTexts& newest, const TypedTexts& recorded, const TypedTexts& before,
           PreserveDraft preserve);
 
-/// The basis points of all texts that can be read.
-int ratioTotal(const TypedTexts& texts, std::string_view locale);
+/// The basis points of all texts that can be read, also of those that are no share.
+std::int64_t ratioTotal(const TypedTexts& texts, std::string_view locale);
 
 /// In the separators of another language.
 void rewrite(TypedTexts& texts, std::string_view fromLocale, std::string_view toLocale);

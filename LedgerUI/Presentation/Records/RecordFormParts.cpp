@@ -26,11 +26,16 @@ std::vector<std::string> RecordFormParts::currenciesOf(const std::vector<const A
     return codes;
 }
 
-std::string RecordFormParts::keptOrOnly(const std::vector<const Account*>& accounts, std::string_view chosen)
+void RecordFormParts::dropUnlessOffered(std::string& chosen, const std::vector<const Account*>& accounts)
 {
-    if (std::ranges::any_of(accounts, [&](const Account* account) { return account->id == chosen; }))
-        return std::string{chosen};
-    return accounts.size() == 1 ? accounts.front()->id : std::string{};
+    if (std::ranges::none_of(accounts, [&](const Account* account) { return account->id == chosen; }))
+        chosen.clear();
+}
+
+void RecordFormParts::chooseOnly(std::string& chosen, const std::vector<const Account*>& accounts)
+{
+    if (chosen.empty() && accounts.size() == 1)
+        chosen = accounts.front()->id;
 }
 
 RecordField RecordFormParts::text(RecordPart part, const QString& label, std::string_view value)

@@ -13,8 +13,10 @@ namespace RecordFormParts {
 /// All currencies of these accounts, in the order of the pickers.
 std::vector<std::string> currenciesOf(const std::vector<const Account*>& accounts);
 
-/// The chosen account while it is on offer, else the only one, else none.
-std::string keptOrOnly(const std::vector<const Account*>& accounts, std::string_view chosen);
+/// What is no longer on offer is no longer chosen, and nothing takes its place: the rest of the form was meant for it.
+void dropUnlessOffered(std::string& chosen, const std::vector<const Account*>& accounts);
+/// Where there is nothing to choose from, as long as nothing is chosen.
+void chooseOnly(std::string& chosen, const std::vector<const Account*>& accounts);
 
 RecordField text(RecordPart part, const QString& label, std::string_view value);
 RecordField amount(const QString& label, std::string_view value, std::string_view currency);

@@ -13,7 +13,7 @@ RecordCell moneyCell(const MoneyText& money, RecordTone tone)
 
 }
 
-QString RecordText::percent(int basisPoints, std::string_view locale)
+QString RecordText::percent(std::int64_t basisPoints, std::string_view locale)
 {
     // Hundredths of a percent are written as an amount of two decimals.
     return qString(Money::formatDigits(basisPoints, "CNY", locale)) + QChar::Nbsp + QLatin1Char{'%'};

@@ -12,7 +12,7 @@
 namespace RecordText {
 
 /// "45.00 %", in Indonesian "45,00 %".
-QString percent(int basisPoints, std::string_view locale);
+QString percent(std::int64_t basisPoints, std::string_view locale);
 
 /// Digits alone, a quiet dash for zero. The column or the page says the currency.
 RecordCell amount(std::int64_t minor, std::string_view currency, std::string_view locale);

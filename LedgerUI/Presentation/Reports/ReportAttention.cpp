@@ -8,6 +8,7 @@
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
 #include "LedgerCore/Domain/Entries/EntryStanding.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Presentation/Reports/FloatSpending.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -85,7 +86,8 @@ public:
 
     void addDividends()
     {
-        if (!m_snapshot.dividends)
+        // What is to be done about them is done on their page.
+        if (!m_snapshot.dividends || !FinancialFeaturePolicy::isListedInSidebar(m_snapshot))
             return;
         for (const auto& currency : currenciesOf(*m_snapshot.dividends)) {
             const auto summary = DividendSummary::create(*m_snapshot.dividends, currency, std::nullopt, std::nullopt);

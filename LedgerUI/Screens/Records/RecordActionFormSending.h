@@ -43,7 +43,7 @@ void RecordActionForm<Section>::reload()
 {
     if (!m_submission.isEditing() || isElsewhere())
         return;
-    QCoro::connect(store().refresh(false), this, [this](const Result<void>& reply) {
+    QCoro::connect(store().refresh(true), this, [this](const Result<void>& reply) {
         if (!store().snapshot() || !m_submission.isEditing() || isElsewhere())
             return;
         takeSnapshot();

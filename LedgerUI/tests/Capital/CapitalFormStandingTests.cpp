@@ -43,7 +43,7 @@ const TakenAway takings[] = {
      noRight},
     {"AccountOfTheMoney", false, "contributeButton", "recordAmount", "250,000",
      [](LedgerSnapshot& books) { books.currentMember.accountGrants.emplace(); },
-     "Choose an account into which you may book contributions."},
+     "There is no account into which you may book contributions."},
     {"RightToSettle", true, "payButton", "recordAmount", "1,000",
      [](LedgerSnapshot& books) { books.currentMember.permissions = {{"viewCapital", "viewDividends"}}; }, noRight},
     {"DividendsSwitchedOff", true, "allocateButton", "recordPeriod", "2026 Q4",
@@ -155,6 +155,47 @@ TEST(CapitalFormStanding, SendsACommandOfUnknownOutcomeToNoOtherCompany)
     page.screen.waitUntilGone("recordForm");
     ASSERT_EQ(page.capitalSent().size(), 2U);
     EXPECT_EQ(page.capitalSent()[1], page.capitalSent()[0]);
+}
+
+/// Somebody else has changed the dividends: it is said, what was typed stays, and it goes on with the newest records.
+TEST(CapitalFormStanding, KeepsADividendThroughAConflictAndAReloadThatFails)
+{
+    constexpr auto conflict = "The information has been updated by another action.";
+    CapitalPageUnderTest page;
+    page.openDividends();
+    page.screen.press("allocateButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.fill("recordPeriod", "2026 Q4");
+    page.screen.fill("recordAmount", "1000");
+    page.server.replace("POST v1/dividends/commands", ServerReply::error(409, "dividend_revision_conflict"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText(conflict);
+    EXPECT_FALSE(page.screen.shows("alertDialog")) << "the form says it";
+    EXPECT_FALSE(page.screen.offers("recordConfirm"));
+
+    page.server.replace("GET v1/snapshot", ServerReply::dropped());
+    page.screen.press("recordReload");
+    page.screen.waitFor("alertDialog");
+    page.screen.press("messageClose");
+    page.screen.waitUntilGone("alertDialog");
+    EXPECT_TRUE(page.screen.says(conflict));
+    EXPECT_EQ(page.screen.read("recordAmount"), "1,000");
+
+    auto newer = capitalSample();
+    newer.participant("A fourth", "0");
+    serveBooks(page, newer);
+    page.server.replace("POST v1/dividends/commands", ServerReply::json("{}"));
+    page.screen.press("recordReload");
+    page.screen.waitUntil("the conflict is over", [&] { return !page.screen.says(conflict); });
+    EXPECT_TRUE(page.screen.says("A fourth"));
+    EXPECT_EQ(page.screen.read("recordPeriod"), "2026 Q4");
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitUntilGone("recordForm");
+    const auto sent = page.dividendsSent();
+    ASSERT_EQ(sent.size(), 2U);
+    EXPECT_EQ(sent[1].amountMinor, 100'000);
+    EXPECT_EQ(sent[1].expectedRevision, newer.books().dividends->revision);
+    EXPECT_NE(sent[1].idempotencyKey, sent[0].idempotencyKey);
 }
 
 TEST(CapitalFormStanding, SaysThatTheCurrencyTookTheAmountWithIt)

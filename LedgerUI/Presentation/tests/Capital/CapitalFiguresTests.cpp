@@ -147,10 +147,12 @@ std::string actionsOf(const Standing& standing)
     add('o', CapitalActions::whyNot(CapitalAction::setParticipant, books, english));
     add('b', CapitalActions::whyNot(CapitalAction::setBaseline, books, english));
     add('s', CapitalActions::whyNot(CapitalAction::setOwnership, books, english));
+    add('h', CapitalActions::whyNot(CapitalAction::setVisibility, books, english));
     may += ' ';
     add('a', DividendActions::whyNot(DividendAction::allocate, books, english));
     add('v', DividendActions::whyNot(DividendAction::advance, books, english));
     add('t', DividendActions::whyNot(DividendAction::setParticipant, books, english));
+    add('h', DividendActions::whyNot(DividendAction::setVisibility, books, english));
     add('p', DividendActions::whyNot(DividendAction::pay, {.batchID = "d4", .participantID = "d1"}, books, "2026-11-20",
                                      english));
     add('y', DividendActions::whyNot(DividendAction::apply, {.batchID = "d10", .participantID = "d2"}, books,
@@ -178,16 +180,16 @@ INSTANTIATE_TEST_SUITE_P(
         Standing{
             "Everything", "owner",
             Rights{"manageCompany", "viewCapital", "postCapital", "correctCapital", "viewDividends", "postDividends"},
-            "crobs avtpynku"},
-        Standing{"AdminWithoutMoney", "admin", Rights{"manageCompany"}, "..obs ..t....."},
-        Standing{"FinanceOfCapital", "finance", Rights{"viewCapital", "postCapital"}, "c.... ........"},
-        Standing{"FinanceThatCorrects", "finance", Rights{"viewCapital", "correctCapital"}, ".r... ........"},
-        Standing{"FinanceOfDividends", "finance", Rights{"viewDividends", "postDividends"}, "..... av.pynku"},
-        Standing{"PartnerThatLooks", "partner", Rights{"viewCapital", "viewDividends"}, "..... ........"},
+            "crobsh avthpynku"},
+        Standing{"AdminWithoutMoney", "admin", Rights{"manageCompany"}, "..obsh ..th....."},
+        Standing{"FinanceOfCapital", "finance", Rights{"viewCapital", "postCapital"}, "c..... ........."},
+        Standing{"FinanceThatCorrects", "finance", Rights{"viewCapital", "correctCapital"}, ".r.... ........."},
+        Standing{"FinanceOfDividends", "finance", Rights{"viewDividends", "postDividends"}, "...... av..pynku"},
+        Standing{"PartnerThatLooks", "partner", Rights{"viewCapital", "viewDividends"}, "...... ........."},
         Standing{"PostsWithoutSeeing", "employee", Rights{"postCapital", "correctCapital", "postDividends"},
-                 "..... ........"},
-        Standing{"OwnerWithoutList", "owner", std::nullopt, "..obs a.t.y.k."},
-        Standing{"AdminWithoutList", "admin", std::nullopt, "..... ........"},
-        Standing{"FinanceWithoutList", "finance", std::nullopt, "..... ........"},
-        Standing{"Employee", "employee", Rights{}, "..... ........"}),
+                 "...... ........."},
+        Standing{"OwnerWithoutList", "owner", std::nullopt, "..obsh a.th.y.k."},
+        Standing{"AdminWithoutList", "admin", std::nullopt, "...... ........."},
+        Standing{"FinanceWithoutList", "finance", std::nullopt, "...... ........."},
+        Standing{"Employee", "employee", Rights{}, "...... ........."}),
     [](const auto& each) { return std::string{each.param.name}; });

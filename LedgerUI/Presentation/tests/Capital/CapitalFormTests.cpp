@@ -97,7 +97,11 @@ TEST(CapitalForm, AddsPercentagesUpToTheBasisPoint)
     const auto unreadable = command(shares({"12.345", "50"}, sample), sample);
     ASSERT_FALSE(unreadable);
     EXPECT_EQ(unreadable.error().front().personID, "c1");
-    EXPECT_EQ(unreadable.error().front().money, MoneyError::excessPrecision);
+    EXPECT_EQ(unreadable.error().front().message(english),
+              QStringLiteral("Enter a ratio between 0 and 100 with at most two decimals."));
+    EXPECT_EQ(total({"150", "-20"}), 13000);
+    EXPECT_EQ(contentOf(shares({"150"}, sample), sample).lines->message,
+              QStringLiteral("Percentages must total 100 %. Reduce the total by 50.00\u00a0%."));
 }
 
 TEST(CapitalForm, PrefillsInTheSeparatorsOfTheInterface)
@@ -203,6 +207,12 @@ TEST(CapitalForm, KeepsAnAmountInTheCurrencyThatItWasMeantIn)
     const auto made = command(form, sample);
     ASSERT_FALSE(made);
     EXPECT_EQ(made.error()[1].message(english), QStringLiteral("Choose a currency."));
+
+    auto dollars = typed(opened(CapitalAction::contribute, sample), sample, RecordPart::account, "Operating bank");
+    sample.books().accounts.back().currencies.emplace_back("IDR");
+    sample.books().accounts.front().archived = true;
+    dollars = CapitalForms::initialize(dollars, sample.books(), today, english, CapitalForms::PreserveDraft::yes);
+    EXPECT_EQ(dollars.accountID, "") << "the other account is not put in its place";
 }
 
 TEST(CapitalForm, ConfirmsAZeroBaselineForOneCurrency)
@@ -288,6 +298,7 @@ TEST(CapitalForm, SaysWhatIsWrongWithARowAsSoonAsItIsLeft)
               "Historical contributions cannot be negative. If all are zero, confirm the zero baseline.");
     EXPECT_NE(said(CapitalAction::setBaseline, "seven"), "");
     EXPECT_EQ(said(CapitalAction::setOwnership, "38.33"), "");
-    EXPECT_NE(said(CapitalAction::setOwnership, "12.345"), "");
-    EXPECT_EQ(said(CapitalAction::setOwnership, "-5"), "Percentages must total 100 %.");
+    for (const auto* none : {"12.345", "-5", "150"})
+        EXPECT_EQ(said(CapitalAction::setOwnership, none),
+                  "Enter a ratio between 0 and 100 with at most two decimals.");
 }

@@ -206,7 +206,11 @@ TEST(DividendBoard, SettlesALineFromItsMovements)
                                   "12 Sep 2026 | Advance applied / No cash flow | −12,000,000",
                                   "2 Sep 2026 | Reversed payment / Operating bank · Wrong account | +13,500,000",
                                   "1 Sep 2026 | [Dividend payment / Operating bank · reversed] | [−13,500,000]"}));
-    EXPECT_EQ(board->notes, QStringLiteral("Offsets create no cash flow and do not deduct the account balance again."));
+    EXPECT_EQ(
+        board->notes,
+        QStringLiteral("Entitlement = advances applied + paid + payable. Confirming an allocation does not change "
+                       "account balances.\n"
+                       "Offsets create no cash flow and do not deduct the account balance again."));
 }
 
 TEST(DividendBoard, TellsWhatBecameOfAReversedOffset)
@@ -216,7 +220,7 @@ TEST(DividendBoard, TellsWhatBecameOfAReversedOffset)
     const auto board =
         DividendBoards::board(sample.books(), year2026(), {.batchID = "d4", .participantID = "d2"}, english);
     EXPECT_EQ(figures(board->equation), QStringLiteral("37,500,000 =0 +13,500,000 +24,000,000"));
-    EXPECT_TRUE(board->notes.startsWith(QStringLiteral("This offset was later reversed")));
+    EXPECT_TRUE(board->notes.contains(QStringLiteral("\nThis offset was later reversed")));
 }
 
 TEST(DividendBoard, KeepsWhatIsNotSettledInSightWhateverThePeriod)

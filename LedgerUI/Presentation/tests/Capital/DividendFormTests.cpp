@@ -108,6 +108,8 @@ TEST(DividendForm, HasNoPreviewWithoutWholeRatios)
                         .whyNotConfirm.startsWith(QStringLiteral(
                             "Participating ratios must total 100%, with no more than two decimal places.")));
     }
+    EXPECT_TRUE(contentOf(allocation(sample, {"120", "0", "0"}, "100"), sample)
+                    .whyNotConfirm.endsWith(QStringLiteral("Reduce the total by 20.00\u00a0%.")));
     EXPECT_FALSE(DividendForms::shares(allocation(sample, {"33.333"}, "100"), english));
 }
 
@@ -168,6 +170,52 @@ TEST(DividendForm, DropsWhatCanNoLongerBeChosen)
     const auto refused = command(reloaded, sample);
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error().front().part, RecordPart::batch);
+}
+
+/// The amount was meant for what was chosen: another account or advance is the person's to choose.
+TEST(DividendForm, PutsNothingInThePlaceOfWhatIsGone)
+{
+    auto sample = capitalSample();
+    sample.advance("2026-11-01", "d2", "IDR", "5", "Operating bank");
+    auto form = opened({.action = std::string{DividendAction::returnAdvance}, .advanceID = "d7"}, sample);
+    form = typed(form, sample, RecordPart::amount, "7,000,000");
+    sample.giveBack("2026-11-20", "d7", "8,000,000", "Operating bank");
+    form = DividendForms::reloadLatest(form, sample.books(), english);
+    EXPECT_EQ(form.advanceID, "") << "not the only one that is left";
+    EXPECT_EQ(typed(form, sample, RecordPart::note, "As agreed").advanceID, "");
+
+    form = DividendForms::opened({.action = std::string{DividendAction::advance}, .currency = "USD"}, sample.books(),
+                                 english);
+    form = typed(form, sample, RecordPart::account, "Operating bank");
+    sample.books().accounts.front().archived = true;
+    form = typed(form, sample, RecordPart::note, "As agreed");
+    EXPECT_EQ(form.accountID, "") << "not the other one";
+    EXPECT_EQ(typed(form, sample, RecordPart::note, "As agreed in May").accountID, "");
+}
+
+TEST(DividendForm, ShowsACommandOfUnknownOutcomeAsItWasSent)
+{
+    auto sample = capitalSample();
+    const auto sent = [&](DividendForm form) {
+        DividendSubmission submission{form};
+        submission.send(*command(form, sample));
+        submission.fail(Failure{APIError{.status = 0, .code = std::string{ClientCode::network}, .message = {}}});
+        return submission;
+    };
+    const auto payment =
+        sent(opened({.action = std::string{DividendAction::pay}, .participantID = "d2", .batchID = "d4"}, sample));
+    auto whole = opened({.action = std::string{DividendAction::returnAdvance}, .advanceID = "d7"}, sample);
+    const auto returned = sent(typed(whole, sample, RecordPart::amount, "8,000,000"));
+    // Both were carried out, and the books of now say so.
+    sample.pay("2026-11-20", "d4", "d2", "12,000,000", "Operating bank");
+    sample.giveBack("2026-11-20", "d7", "8,000,000", "Operating bank");
+    for (const auto& submission : {payment, returned}) {
+        const auto shown = DividendForms::content(submission, submission.form(), sample.books(), "2026-11-20", english);
+        const auto amount = std::ranges::find(shown.fields, RecordPart::amount, &RecordField::part);
+        EXPECT_EQ(amount->message, QString{}) << "it was within its limit";
+        ASSERT_EQ(shown.equation.size(), 4U);
+        EXPECT_TRUE(shown.equation.back().amount.endsWith(amount->value)) << "the rest that was to be settled";
+    }
 }
 
 TEST(DividendForm, KeepsTypedRatiosWhenTheDefaultsChange)
