@@ -1,5 +1,7 @@
 #include <tuple>
 
+#include <QAbstractButton>
+
 #include "Tests/EndToEnd/CapitalCompany.h"
 #include "Tests/EndToEnd/Colleague.h"
 #include "Tests/EndToEnd/Keyboard.h"
@@ -120,6 +122,13 @@ const Trial trials[] = {
          by.open("reverseMovementButton");
          by.write("recordNote", "The wrong account");
      }},
+    {"the reversal of an application", "capitalDividends", "recordNote",
+     [](const Keyboard& by) {
+         chooseLine(by);
+         by.choose("movementsTable", "1,000");
+         by.open("reverseMovementButton");
+         by.write("recordNote", "The wrong quarter");
+     }},
     {"an allocation that is cancelled", "capitalDividends", "recordNote",
      [](const Keyboard& by) {
          allocate(by, "2026 Q4");
@@ -178,17 +187,17 @@ void fillRatios(Stage& stage, LossyLine& line, Colleague& wati)
 }
 
 /// A switch has no form: what it sent without an answer stands in the list of unconfirmed requests.
-void hideFromTheSideBar(Stage& stage, LossyLine& line, Colleague& wati)
+void hideFromTheSideBar(Stage& stage, LossyLine& line, Colleague& wati, const char* listing, const char* path)
 {
     const Keyboard by{stage.screen};
     auto& screen = stage.screen;
     screen.press("page-company");
-    for (int tab = 0; tab < 8 && !screen.shows("listDividends"); ++tab)
+    for (int tab = 0; tab < 8 && !screen.shows(listing); ++tab)
         screen.keys("Ctrl+Tab");
     const auto before = changesIn(wati);
-    stage.teller.step(QStringLiteral("The reply is lost: dividends leave the side bar"), [&] {
-        line.loseReplyTo("v1/dividends/commands");
-        by.press("listDividends");
+    stage.teller.step(QStringLiteral("The reply is lost: ") + QString::fromUtf8(listing), [&] {
+        line.loseReplyTo(path);
+        by.press(listing);
         screen.waitFor("alertDialog");
         screen.press("messageClose");
         screen.waitUntilGone("alertDialog");
@@ -202,7 +211,7 @@ void hideFromTheSideBar(Stage& stage, LossyLine& line, Colleague& wati)
         screen.waitUntilGone("unconfirmedDialog");
     });
     expect(changesIn(wati) == before + 1, QStringLiteral("sent again, it changed nothing more"));
-    expect(!screen.find<QAbstractButton>("listDividends").isChecked(), QStringLiteral("the switch says what holds"));
+    expect(!screen.find<QAbstractButton>(listing).isChecked(), QStringLiteral("the switch says what holds"));
 }
 
 }
@@ -224,10 +233,11 @@ void tellOfLostCapitalReplies(Stage& stage)
         });
     }
     fillRatios(stage, line, wati);
-    hideFromTheSideBar(stage, line, wati);
+    hideFromTheSideBar(stage, line, wati, "listDividends", "v1/dividends/commands");
+    hideFromTheSideBar(stage, line, wati, "listContributions", "v1/capital/commands");
     const auto books = wati.store().snapshot();
     expect(books->capital->contributions.size() == 2, QStringLiteral("one contribution and its reversal"));
-    expect(books->dividends->movements.size() == 5, QStringLiteral("each movement of dividends is recorded once"));
+    expect(books->dividends->movements.size() == 6, QStringLiteral("each movement of dividends is recorded once"));
     expect(stage.books.entriesNoted(QStringLiteral("The wrong account")) == 1,
            QStringLiteral("the reversal is in the books once"));
     expect(stage.books.brokenBalances() == 0, QStringLiteral("every balance equals its legs"));
