@@ -9,7 +9,6 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Records/CapitalQuestion.h"
 #include "LedgerUI/Presentation/Records/RecordFormParts.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 
 namespace {
 
@@ -89,11 +88,11 @@ std::optional<std::string> throughDateOf(const CapitalForm& form, const CapitalS
     return baseline ? std::optional{baseline->throughDate} : std::nullopt;
 }
 
-void followThroughDate(CapitalForm& form, const CapitalState& before, std::string_view locale)
+void followThroughDate(CapitalForm& form, const CapitalState& before)
 {
     const auto now = throughDateOf(form, form.captured);
     RecordDrafts::follow(form, RecordPart::throughDate, form.historicalDate, throughDateOf(form, before), now,
-                         now ? DayText::longDay(*now, locale).toStdString() : std::string{});
+                         now.value_or(""));
 }
 
 /// The currencies in which contributions can be booked.
@@ -200,7 +199,7 @@ CapitalForm CapitalForms::initialize(CapitalForm form, const LedgerSnapshot& sna
         if (isAnew)
             form.historicalDate = throughDateOf(form, state);
         else
-            followThroughDate(form, before, locale);
+            followThroughDate(form, before);
         RecordDrafts::fill(form.amounts, form.newest, recordedAmounts(form, state, locale),
                            recordedAmounts(form, before, locale), preserveDraft);
     }

@@ -385,5 +385,7 @@ DividendForm DividendForms::rewritten(DividendForm form, std::string_view fromLo
         *text = EntryForm::rewritten(std::move(*text), fromLocale, toLocale);
     for (auto* texts : {&form.ratios, &form.newest})
         RecordDrafts::rewrite(*texts, fromLocale, toLocale);
+    if (const auto ratio = form.newestParts.find(RecordPart::ratio); ratio != form.newestParts.end())
+        ratio->second = EntryForm::rewritten(std::move(ratio->second), fromLocale, toLocale);
     return form;
 }

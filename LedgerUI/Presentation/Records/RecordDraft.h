@@ -54,7 +54,7 @@ struct RecordDraft {
     bool needsReload = false;                           // the records have changed since
     bool amountDropped = false;                         // what was typed, when another currency was chosen
     TypedTexts newest = {};                             // what newer records say where a person typed something else
-    std::map<RecordPart, std::string> newestParts = {}; // so of the fields that stand once
+    std::map<RecordPart, std::string> newestParts = {}; // so of the fields that stand once, a day as its stamp
     std::vector<RecordProblem<Refusal>> problems = {};
 
     bool operator==(const RecordDraft&) const = default;

@@ -122,8 +122,11 @@ void addNewest(RecordFormContent& content, const RecordGround<Form>& ground)
 {
     for (auto& field : content.fields) {
         const auto newest = ground.form.newestParts.find(field.part);
-        if (newest != ground.form.newestParts.end())
-            field.label += QStringLiteral(" · ") + ground.word("newest", {qString(newest->second)});
+        if (newest == ground.form.newestParts.end())
+            continue;
+        const bool isDay = field.kind == RecordField::Kind::day;
+        const auto value = isDay ? ground.day(newest->second) : qString(newest->second);
+        field.label += QStringLiteral(" · ") + ground.word("newest", {value});
     }
 }
 

@@ -170,6 +170,8 @@ TEST(CapitalForm, NeverUndoesWhatAnotherOwnerChangedMeanwhile)
     EXPECT_EQ(reloaded(history).historicalDate, "2025-11-30");
     EXPECT_EQ(reloaded(dated).historicalDate, "2025-10-31");
     EXPECT_EQ(contentOf(reloaded(dated), sample).fields[1].label, QStringLiteral("Through · Newest: 30 November 2025"));
+    const auto vietnamese = CapitalForms::rewritten(reloaded(dated), english, "vi-VN");
+    EXPECT_TRUE(contentOf(vietnamese, sample, "vi-VN").fields[1].label.contains(QStringLiteral("30 tháng 11")));
 }
 
 TEST(CapitalForm, SaysEveryRefusalSomewhere)
