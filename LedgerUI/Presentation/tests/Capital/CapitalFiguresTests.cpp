@@ -31,24 +31,41 @@ std::string idOf(const std::vector<Person>& all, const std::string& name)
     return std::ranges::find(all, name, &Person::name)->id;
 }
 
-/// What stands in the overview of a person under a head.
+constexpr auto everybody = "Total";
+
+/// What stands in the overview of a person, or of all together, under a head.
 QString shown(const CapitalOverview& overview, const std::string& name, std::string_view head)
 {
     const auto text = wordIn(english, capitalWords(), head);
     const auto& columns = overview.owners.columns;
-    const auto column = std::ranges::find(columns, text, &RecordColumn::head) - columns.begin();
+    const auto column =
+        static_cast<std::size_t>(std::ranges::find(columns, text, &RecordColumn::head) - columns.begin());
+    if (name == everybody && overview.owners.total)
+        return overview.owners.total->cells.at(column).text;
     for (const auto& row : overview.owners.rows) {
         if (row.cells.front().text == qString(name))
-            return row.cells.at(static_cast<std::size_t>(column)).text;
+            return row.cells.at(column).text;
     }
     return QStringLiteral("no such row");
 }
 
-/// What the entries of the ledger say of a person: paid in, taken out, and what is still owed.
+/// What the entries of the ledger say of a person: paid in, taken out and given back, and what is still owed.
 struct LedgerFigures {
     std::int64_t contributed = 0;
     std::int64_t paidOut = 0;
+    std::int64_t entitled = 0;
     std::int64_t unpaid = 0;
+    std::int64_t advances = 0; // of which nothing has become of yet
+
+    LedgerFigures& operator+=(const LedgerFigures& other)
+    {
+        contributed += other.contributed;
+        paidOut += other.paidOut;
+        entitled += other.entitled;
+        unpaid += other.unpaid;
+        advances += other.advances;
+        return *this;
+    }
 };
 
 LedgerFigures ledgerFigures(const LedgerSnapshot& books, const std::string& name, const std::string& currency)
@@ -69,7 +86,7 @@ LedgerFigures ledgerFigures(const LedgerSnapshot& books, const std::string& name
     for (const auto& batch : books.dividends->batches) {
         for (const auto& line : batch.lines) {
             if (line.participantID == participant && batch.currency == currency && !batch.cancelled)
-                figures.unpaid += line.amountMinor;
+                figures.entitled += line.amountMinor;
         }
     }
     for (const auto& each : books.dividends->movements) {
@@ -77,11 +94,17 @@ LedgerFigures ledgerFigures(const LedgerSnapshot& books, const std::string& name
             continue;
         const auto cash = each.transactionID ? moved(books, *each.transactionID) : 0;
         figures.paidOut -= cash;
-        if (each.kind == DividendMovementKind::application && !each.reversedBy)
+        if (each.kind == DividendMovementKind::application && !each.reversedBy) {
             figures.unpaid -= each.amountMinor;
+            figures.advances -= each.amountMinor;
+        }
+        // A payment or what undid one settles a line; all other money is an advance, given or given back.
         if (each.batchID)
-            figures.unpaid += cash; // a payment, or what undid one
+            figures.unpaid += cash;
+        else
+            figures.advances -= cash;
     }
+    figures.unpaid += figures.entitled;
     return figures;
 }
 
@@ -98,13 +121,23 @@ TEST_P(CapitalFigures, EqualTheEntriesOfTheLedgerToTheMinorUnit)
         const auto overview =
             CapitalOverviews::overview(books, {.period = year, .currency = currency}, "2026-12-31", english);
         ASSERT_TRUE(overview);
-        const auto digits = [&](std::int64_t minor) { return RecordText::amount(minor, currency, english).text; };
-        for (const std::string name : walkedPeople) {
-            const auto expected = ledgerFigures(books, name, currency);
+        const auto compare = [&](const std::string& name, const LedgerFigures& expected) {
+            const auto digits = [&](std::int64_t minor) { return RecordText::amount(minor, currency, english).text; };
             EXPECT_EQ(shown(*overview, name, "column.recorded"), digits(expected.contributed)) << name << currency;
             EXPECT_EQ(shown(*overview, name, "column.netPaid"), digits(expected.paidOut)) << name << currency;
+            EXPECT_EQ(shown(*overview, name, "column.entitlement"), digits(expected.entitled)) << name << currency;
+            EXPECT_EQ(shown(*overview, name, "column.settled"), digits(expected.entitled - expected.unpaid))
+                << name << currency;
             EXPECT_EQ(shown(*overview, name, "column.unpaid"), digits(expected.unpaid)) << name << currency;
+            EXPECT_EQ(shown(*overview, name, "column.advances"), digits(expected.advances)) << name << currency;
+        };
+        LedgerFigures together;
+        for (const std::string name : walkedPeople) {
+            const auto expected = ledgerFigures(books, name, currency);
+            compare(name, expected);
+            together += expected;
         }
+        compare(everybody, together);
     }
 }
 
