@@ -23,7 +23,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/testing/ServiceProcess.h"
-#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Root/RootView.h"

@@ -5,11 +5,11 @@
 #include <string_view>
 
 #include "LedgerUI/testing/ScreenDriver.h"
-#include "Tests/EndToEnd/BooksOnDisk.h"
-#include "Tests/EndToEnd/Hands.h"
-#include "Tests/EndToEnd/Mailbox.h"
-#include "Tests/EndToEnd/ServiceChild.h"
-#include "Tests/EndToEnd/StoryTeller.h"
+#include "Tests/EndToEnd/Stage/BooksOnDisk.h"
+#include "Tests/EndToEnd/Stage/Hands.h"
+#include "Tests/EndToEnd/Stage/Mailbox.h"
+#include "Tests/EndToEnd/Stage/ServiceChild.h"
+#include "Tests/EndToEnd/Stage/StoryTeller.h"
 
 class MainWindow;
 

@@ -16,8 +16,8 @@
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
 #include "Tallyfold/TallyfoldApp.h"
+#include "Tests/EndToEnd/Stage/Typist.h"
 #include "Tests/EndToEnd/Story.h"
-#include "Tests/EndToEnd/Typist.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Records/EntryPlaces.h"
-#include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
 
 namespace {
 

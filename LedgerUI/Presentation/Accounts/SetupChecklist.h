@@ -7,7 +7,7 @@
 #include <QString>
 
 #include "LedgerUI/Presentation/Accounts/AccountBook.h"
-#include "LedgerUI/Presentation/Ledger/PageLink.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 
 /// What a new company still needs before its books can be kept, step by step.
 struct SetupChecklist {

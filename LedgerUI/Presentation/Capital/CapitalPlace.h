@@ -7,7 +7,7 @@
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Presentation/Dividends/DividendBoard.h"
-#include "LedgerUI/Presentation/Ledger/PageLink.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Period/PeriodCounts.h"
 
 /// Where on the page of capital and dividends a record stands.

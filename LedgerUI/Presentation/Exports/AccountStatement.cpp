@@ -6,9 +6,9 @@
 
 #include "LedgerCore/Domain/Reports/ReportBook.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
-#include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
-#include "LedgerUI/Presentation/Ledger/LedgerRow.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerRow.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerFilter.h"
 #include "LedgerUI/Presentation/Print/PrintHead.h"
 
 /// What went through one account in a period, as a bank would state it.

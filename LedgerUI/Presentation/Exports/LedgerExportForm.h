@@ -17,7 +17,7 @@
 #include "LedgerCore/Domain/Exports/ExportChanges.h"
 #include "LedgerCore/Domain/Exports/LedgerExportSelection.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerFilter.h"
 #include "LedgerUI/Presentation/Print/PrintedDocument.h"
 
 class LedgerStore;

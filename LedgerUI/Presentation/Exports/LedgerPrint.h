@@ -3,7 +3,7 @@
 #include <QCoro/QCoroTask>
 
 #include "LedgerCore/Client/Errors/Failure.h"
-#include "LedgerUI/Presentation/Ledger/LedgerListing.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerListing.h"
 #include "LedgerUI/Presentation/Print/PrintHead.h"
 
 class LedgerStore;

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerFilter.h"
 
 class FieldError;
 class QLineEdit;

@@ -8,9 +8,9 @@
 
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
-#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Ledger/LedgerRefund.h"
-#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerSort.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
 
 class LedgerStore;
 class LedgerTable;

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
 
 class SelectableText;

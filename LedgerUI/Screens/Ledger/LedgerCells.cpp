@@ -2,8 +2,8 @@
 
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 
 namespace {

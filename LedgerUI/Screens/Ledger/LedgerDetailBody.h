@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
 #include "LedgerUI/Theme/ThemeColor.h"
 
 class QVBoxLayout;

@@ -3,8 +3,8 @@
 #include <variant>
 
 #include "LedgerUI/Components/Table/DetailPane.h"
-#include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
-#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptSource.h"
 #include "LedgerUI/Theme/ThemeColor.h"
 

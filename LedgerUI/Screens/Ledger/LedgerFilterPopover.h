@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LedgerUI/Components/Dialogs/Popover.h"
-#include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerFilterChoices.h"
 
 class AmountRangeFields;
 class ChoiceList;

@@ -6,7 +6,7 @@
 #include <QPointer>
 #include <QTimer>
 
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerFilter.h"
 #include "LedgerUI/Screens/Ledger/LedgerFilterPopover.h"
 
 class IconButton;

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 #include "LedgerUI/Screens/Ledger/LedgerMessages.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 
 class Banner;
 class QPushButton;

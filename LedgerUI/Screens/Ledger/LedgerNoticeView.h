@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LedgerUI/Components/Table/NoticeView.h"
-#include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerNotice.h"
 
 class QPushButton;
 

@@ -11,9 +11,9 @@
 
 #include "LedgerUI/Components/Table/RowHeads.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
-#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Screens/Ledger/LedgerCells.h"
 #include "LedgerUI/Theme/Space.h"

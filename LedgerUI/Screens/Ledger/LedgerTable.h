@@ -3,7 +3,7 @@
 #include <map>
 
 #include "LedgerUI/Components/Table/RowTable.h"
-#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerSort.h"
 
 class LedgerBrowser;
 class LedgerTableModel;

@@ -9,7 +9,7 @@
 #include <QWidget>
 
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
-#include "LedgerUI/Presentation/Ledger/LedgerStatement.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerStatement.h"
 #include "LedgerUI/Theme/Token.h"
 
 class TextLabel;

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "LedgerUI/Presentation/Ledger/LedgerSelection.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerSelection.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
 class LedgerBrowser;

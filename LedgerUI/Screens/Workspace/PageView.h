@@ -6,7 +6,7 @@
 #include <QWidget>
 
 #include "LedgerCore/Domain/Records/AccessRecords.h"
-#include "LedgerUI/Presentation/Ledger/PageLink.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 
 /// One page of the workspace. It observes the store by itself; the workspace asks it what to say in the status bar and
 /// where F6 may go.

@@ -8,7 +8,7 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "LedgerUI/Presentation/Ledger/PageLink.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 
 class BusyBar;
 class LedgerStore;

@@ -6,7 +6,7 @@
 #include <QAction>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/Sweep.h"

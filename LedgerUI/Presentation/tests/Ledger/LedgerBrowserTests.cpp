@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Ledger/LedgerBrowser.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 
 #include <QCoreApplication>
 #include <QThreadPool>

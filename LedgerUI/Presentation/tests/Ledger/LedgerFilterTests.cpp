@@ -1,14 +1,14 @@
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerFilter.h"
 
 #include <QStringList>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerUI/Presentation/Ledger/LedgerFilterChoices.h"
-#include "LedgerUI/Presentation/Ledger/LedgerListing.h"
-#include "LedgerUI/Presentation/Ledger/LedgerNotice.h"
-#include "LedgerUI/Presentation/Ledger/LedgerSearch.h"
-#include "LedgerUI/Presentation/Ledger/LedgerSort.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerFilterChoices.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerListing.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerNotice.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerSearch.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerSort.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {

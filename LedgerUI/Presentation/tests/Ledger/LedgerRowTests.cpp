@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Ledger/LedgerRow.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerRow.h"
 
 #include <limits>
 
@@ -7,9 +7,9 @@
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
-#include "LedgerUI/Presentation/Ledger/LedgerBalances.h"
-#include "LedgerUI/Presentation/Ledger/LedgerEntryDetail.h"
-#include "LedgerUI/Presentation/Ledger/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerFilter.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 

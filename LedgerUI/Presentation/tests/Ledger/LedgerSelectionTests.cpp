@@ -1,8 +1,8 @@
-#include "LedgerUI/Presentation/Ledger/LedgerSelection.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerSelection.h"
 
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Presentation/Ledger/LedgerListing.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerListing.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerUI/Presentation/Ledger/LedgerListing.h"
+#include "LedgerUI/Presentation/Ledger/Listing/LedgerListing.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {

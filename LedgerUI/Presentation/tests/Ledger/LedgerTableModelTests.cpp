@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Ledger/LedgerTableModel.h"
+#include "LedgerUI/Presentation/Ledger/Rows/LedgerTableModel.h"
 
 #include <QAbstractItemModelTester>
 #include <QItemSelectionModel>
