@@ -1,58 +1,14 @@
 #include "LedgerService/Mail/MailTexts.h"
 
+#include "LedgerCore/Domain/Text/WordTable.h"
+
 namespace LedgerService {
 
 namespace {
 
 using MailTexts::Reader;
 
-Mail written(const Reader& reader, const std::string& key, std::initializer_list<std::string_view> arguments)
-{
-    const auto& words = MailTexts::words();
-    return {.to = reader.email,
-            .locale = reader.locale,
-            .subject = words.filled(key + "Subject", reader.locale, arguments),
-            .text = words.filled(key, reader.locale, arguments)};
-}
-
-}
-
-Mail MailTexts::joinCode(const Reader& reader, std::string_view code, std::string_view companyName)
-{
-    return written(reader, "joinCode", {code, companyName});
-}
-
-Mail MailTexts::resetCode(const Reader& reader, std::string_view code)
-{
-    return written(reader, "resetCode", {code});
-}
-
-Mail MailTexts::passwordChanged(const Reader& reader)
-{
-    return written(reader, "passwordChanged", {});
-}
-
-Mail MailTexts::invitation(const Reader& reader, std::string_view companyName, std::string_view inviterName)
-{
-    return written(reader, "invitation", {companyName, inviterName});
-}
-
-Mail MailTexts::applicationReceived(const Reader& reader)
-{
-    return written(reader, "received", {});
-}
-
-Mail MailTexts::applicationApproved(const Reader& reader, std::string_view companyName)
-{
-    return written(reader, "approved", {companyName});
-}
-
-Mail MailTexts::applicationRejected(const Reader& reader, std::string_view companyName)
-{
-    return written(reader, "rejected", {companyName});
-}
-
-const WordTable& MailTexts::words()
+const WordTable& mailTexts()
 {
     static const WordTable table{
         {"joinCodeSubject", "%1 是您的 Tallyfold 验证码", "Kode verifikasi Tallyfold Anda: %1",
@@ -157,6 +113,52 @@ const WordTable& MailTexts::words()
          "platform if you have questions.\n"},
     };
     return table;
+}
+
+Mail written(const Reader& reader, const std::string& key, std::initializer_list<std::string_view> arguments)
+{
+    const auto& words = mailTexts();
+    return {.to = reader.email,
+            .locale = reader.locale,
+            .subject = words.filled(key + "Subject", reader.locale, arguments),
+            .text = words.filled(key, reader.locale, arguments)};
+}
+
+}
+
+Mail MailTexts::joinCode(const Reader& reader, std::string_view code, std::string_view companyName)
+{
+    return written(reader, "joinCode", {code, companyName});
+}
+
+Mail MailTexts::resetCode(const Reader& reader, std::string_view code)
+{
+    return written(reader, "resetCode", {code});
+}
+
+Mail MailTexts::passwordChanged(const Reader& reader)
+{
+    return written(reader, "passwordChanged", {});
+}
+
+Mail MailTexts::invitation(const Reader& reader, std::string_view companyName, std::string_view inviterName)
+{
+    return written(reader, "invitation", {companyName, inviterName});
+}
+
+Mail MailTexts::applicationReceived(const Reader& reader)
+{
+    return written(reader, "received", {});
+}
+
+Mail MailTexts::applicationApproved(const Reader& reader, std::string_view companyName)
+{
+    return written(reader, "approved", {companyName});
+}
+
+Mail MailTexts::applicationRejected(const Reader& reader, std::string_view companyName)
+{
+    return written(reader, "rejected", {companyName});
 }
 
 }

@@ -3,7 +3,6 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerService/Mail/Mail.h"
 
 namespace LedgerService {
@@ -33,9 +32,6 @@ Mail invitation(const Reader& reader, std::string_view companyName, std::string_
 Mail applicationReceived(const Reader& reader);
 Mail applicationApproved(const Reader& reader, std::string_view companyName);
 Mail applicationRejected(const Reader& reader, std::string_view companyName);
-
-/// All of them.
-const WordTable& words();
 
 }
 

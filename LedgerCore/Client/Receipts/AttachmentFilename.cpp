@@ -23,7 +23,7 @@ constexpr std::array<Ending, 5> endings{{{"application/pdf", {"pdf", "pdf"}},
                                          {"image/heic", {"heic", "heif"}},
                                          {"image/heif", {"heif", "heic"}}}};
 
-const WordTable& words()
+const WordTable& filenameWords()
 {
     static const WordTable table{{"receipt", "票据", "Bukti", "Chứng từ", "Receipt"}};
     return table;
@@ -90,7 +90,7 @@ std::string AttachmentFilename::safe(std::string_view name, std::string_view mim
     const auto kept = QString::fromStdString(fits ? ending : std::string{accepted.front()});
     auto stem = stripped(fits || isKnown ? text.left(dot) : text); // "scan.v2" is no ending, "photo.heic" was one
     if (stem.isEmpty())
-        stem = QString::fromStdString(std::string{words().text("receipt", AppLanguage::locale(locale))});
+        stem = QString::fromStdString(std::string{filenameWords().text("receipt", AppLanguage::locale(locale))});
     if (isDevice(stem))
         stem.prepend(QLatin1Char{'_'});
     const auto suffix = kept.isEmpty() ? QString{} : QLatin1Char{'.'} + kept;

@@ -2,7 +2,7 @@
 
 #include "LedgerCore/Domain/Contract.h"
 
-std::string_view WordRow::text(std::string_view locale) const
+std::string_view LanguageTexts::text(std::string_view locale) const
 {
     if (locale.starts_with("id"))
         return indonesian;

@@ -30,17 +30,17 @@ std::int64_t tickCount(std::int64_t lowest, std::int64_t highest, std::int64_t s
 /// A word by which a language shortens large numbers.
 struct ShortUnit {
     int power; // of ten
-    WordRow name;
+    LanguageTexts name;
 };
 
 /// A blank before the name is one that does not break; an empty name means that the language has no such word.
 constexpr std::array<ShortUnit, 6> shortUnits{{
-    {12, {"", "万亿", "\u00a0T", "\u00a0nghìn\u00a0tỷ", "\u00a0T"}},
-    {9, {"", "", "\u00a0M", "\u00a0tỷ", "\u00a0B"}},
-    {8, {"", "亿", "", "", ""}},
-    {6, {"", "", "\u00a0jt", "\u00a0tr", "\u00a0M"}},
-    {4, {"", "万", "", "", ""}},
-    {3, {"", "", "\u00a0rb", "\u00a0N", "\u00a0k"}},
+    {12, {"万亿", "\u00a0T", "\u00a0nghìn\u00a0tỷ", "\u00a0T"}},
+    {9, {"", "\u00a0M", "\u00a0tỷ", "\u00a0B"}},
+    {8, {"亿", "", "", ""}},
+    {6, {"", "\u00a0jt", "\u00a0tr", "\u00a0M"}},
+    {4, {"万", "", "", ""}},
+    {3, {"", "\u00a0rb", "\u00a0N", "\u00a0k"}},
 }};
 
 /// The unit in which values up to `magnitude` (in whole units of the currency) are told.

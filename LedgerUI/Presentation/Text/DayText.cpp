@@ -1,6 +1,5 @@
 #include "LedgerUI/Presentation/Text/DayText.h"
 
-#include <array>
 #include <string>
 
 #include <fmt/format.h>
@@ -188,9 +187,4 @@ QString DayText::moment(const std::string& stamp, std::string_view locale)
         return qString(stamp);
     const auto calendar = LedgerDay::localGregorian();
     return QStringLiteral("%1 %2").arg(qString(calendar.day(*instant)), timeOfDay(calendar.time(*instant), locale));
-}
-
-std::array<const WordTable*, 5> DayText::tables()
-{
-    return {&patterns(), &ranges(), &longMonths(), &shortMonths(), &weekdays()};
 }

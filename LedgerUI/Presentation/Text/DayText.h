@@ -1,13 +1,10 @@
 #pragma once
 
-#include <array>
 #include <chrono>
 #include <string>
 #include <string_view>
 
 #include <QString>
-
-class WordTable;
 
 /// Days, months and times of day as each language writes them. Days are "YYYY-MM-DD"; a text that is no day is shown
 /// as it stands. `locale` is one of AppLanguage::supportedLocales.
@@ -45,8 +42,5 @@ QString timeOfDay(std::string_view time, std::string_view locale);
 
 /// The day and time here of a stamp of the service: "2026-11-19 16:42", in Indonesian "2026-11-19 16.42".
 QString moment(const std::string& stamp, std::string_view locale);
-
-/// The tables that days are written from: patterns, ranges, months, short months and weekdays.
-std::array<const WordTable*, 5> tables();
 
 }
