@@ -5,6 +5,7 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/ErrorReply.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 
 namespace LedgerService {
@@ -90,17 +91,6 @@ constexpr CodeRow statusByCode[] = {
     {ServiceCode::insufficientStorage, 507},
 };
 
-struct ErrorDetail {
-    std::string code;
-    std::string message;
-};
-BOOST_DESCRIBE_STRUCT(ErrorDetail, (), (code, message))
-
-struct ErrorReply {
-    ErrorDetail error;
-};
-BOOST_DESCRIBE_STRUCT(ErrorReply, (), (error))
-
 }
 
 Refusal::Refusal(int givenStatus, std::string_view givenCode, std::string words, std::chrono::seconds later)
@@ -117,7 +107,7 @@ Refusal Refusal::of(std::string_view code, std::string message, std::chrono::sec
 
 std::string errorBody(const Refusal& refusal)
 {
-    return Json::encode(ErrorReply{{std::string{refusal.code}, refusal.message}});
+    return Json::encode(ErrorReply{{.code = std::string{refusal.code}, .message = refusal.message}});
 }
 
 }

@@ -14,10 +14,10 @@
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/read.hpp>
 #include <boost/beast/http/string_body.hpp>
-#include <boost/describe.hpp>
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/ErrorReply.h"
 
 namespace LedgerService {
 
@@ -27,23 +27,12 @@ namespace asio = boost::asio;
 namespace http = boost::beast::http;
 namespace ssl = boost::asio::ssl;
 
-struct ErrorDetail {
-    std::string code;
-    std::string message;
-};
-BOOST_DESCRIBE_STRUCT(ErrorDetail, (), (code, message))
-
-struct ErrorReply {
-    ErrorDetail error;
-};
-BOOST_DESCRIBE_STRUCT(ErrorReply, (), (error))
-
 }
 
 std::string HttpAnswer::code() const
 {
     const auto reply = Json::decode<ErrorReply>(body);
-    return reply ? reply->error.code : std::string{};
+    return reply ? reply->error.code.value_or("") : std::string{};
 }
 
 std::string HttpAnswer::header(const std::string& name) const

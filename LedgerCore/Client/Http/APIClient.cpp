@@ -7,18 +7,10 @@
 #include <QUrl>
 #include <QtConcurrentRun>
 
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/ErrorReply.h"
+
 namespace {
-
-struct ErrorDetail {
-    std::optional<std::string> code;
-    std::optional<std::string> message;
-};
-BOOST_DESCRIBE_STRUCT(ErrorDetail, (), (code, message))
-
-struct ErrorBody {
-    ErrorDetail error;
-};
-BOOST_DESCRIBE_STRUCT(ErrorBody, (), (error))
 
 /// The part between "//" and the path, as it was written.
 std::string_view authority(std::string_view address)
@@ -87,8 +79,8 @@ Failure failureOf(TransportFailure failure)
 
 APIError refusal(const HttpReply& reply)
 {
-    const auto body = Json::decode<ErrorBody>(reply.body);
-    const auto detail = body ? body->error : ErrorDetail{};
+    const auto body = Json::decode<ErrorReply>(reply.body);
+    const auto detail = body ? body->error : ErrorReply::Detail{};
     return {.status = reply.status,
             .code = detail.code.value_or(std::string{ClientCode::httpError}),
             .message = detail.code ? detail.message.value_or("") : ""};
