@@ -30,7 +30,7 @@
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
-#include "Tallyfold/ProcessMemory.h"
+#include "Tallyfold/Process.h"
 
 using namespace LedgerService;
 

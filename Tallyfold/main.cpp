@@ -13,8 +13,7 @@
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
-#include "Tallyfold/ProcessAge.h"
-#include "Tallyfold/ProcessMemory.h"
+#include "Tallyfold/Process.h"
 #include "Tallyfold/TallyfoldApp.h"
 #include "Tallyfold/WindowCall.h"
 

@@ -8,7 +8,6 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Client/Errors/StoreMessages.h"
 #include "LedgerCore/Client/Http/ServiceAddress.h"
 #include "LedgerCore/Client/testing/SignalCount.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"

@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Capital/CapitalPlace.h"
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerUI/Presentation/Ledger/Listing/RecordLinks.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Records/RecordDraft.h"
 
 namespace {

@@ -6,7 +6,6 @@
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
 #include "LedgerUI/Presentation/Reports/ReportOverviewGrids.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/tests/CapitalSample.h"
 
 using namespace std::chrono_literals;

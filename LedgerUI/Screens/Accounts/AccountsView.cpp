@@ -19,7 +19,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Accounts/AccountBrowser.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
-#include "LedgerUI/Presentation/Ledger/Listing/RecordLinks.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Screens/Accounts/AccountActions.h"

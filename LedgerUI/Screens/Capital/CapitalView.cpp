@@ -24,7 +24,7 @@
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
 #include "LedgerUI/Presentation/Capital/CapitalPlace.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
-#include "LedgerUI/Presentation/Ledger/Listing/RecordLinks.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"

@@ -24,7 +24,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Audit/AuditRows.h"
 #include "LedgerUI/Presentation/Audit/AuditWords.h"
-#include "LedgerUI/Presentation/Ledger/Listing/RecordLinks.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -24,6 +24,9 @@ inline constexpr const char* newAccount = "newAccount";         // accounts: ope
 inline constexpr const char* openingBalance = "openingBalance"; // accounts: the next opening balance to be recorded
 inline constexpr const char* setStartDate = "setStartDate";     // company: the day on which the books start
 inline constexpr const char* showCategories = "showCategories"; // company: the categories
-inline constexpr const char* showInvitations = "showInvitations"; // company: the invitations
-inline constexpr const char* newEntry = "newEntry";               // ledger: opens the form of the first kind there is
+inline constexpr const char* showInvitations = "showInvitations";   // company: the invitations
+inline constexpr const char* newEntry = "newEntry";                 // ledger: opens the form of the first kind there is
+inline constexpr const char* showEntry = "showEntry";               // ledger: one entry
+inline constexpr const char* showContribution = "showContribution"; // dividends: one contribution of an owner
+inline constexpr const char* showMovement = "showMovement";         // dividends: what settles an allocation or advance
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "LedgerUI/Presentation/Ledger/Listing/RecordLinks.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerRow.h"
 
 /// One entry with everything that is known of it, as the detail pane shows it.

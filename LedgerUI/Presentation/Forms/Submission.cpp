@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Forms/SubmissionOutcome.h"
+#include "LedgerUI/Presentation/Forms/Submission.h"
 
 bool leavesUncertain(const Failure& failure, SubmissionAttempt attempt)
 {

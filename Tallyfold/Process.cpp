@@ -1,4 +1,6 @@
-#include "Tallyfold/ProcessAge.h"
+#include "Tallyfold/Process.h"
+
+#include <malloc.h>
 
 #ifdef __linux__
 #include <fstream>
@@ -34,4 +36,11 @@ std::optional<std::chrono::milliseconds> processAge()
 #else
     return std::nullopt;
 #endif
+}
+
+void giveBackLargeBlocks()
+{
+    // Set once, it also keeps the allocator from raising the limit by itself after the first large block.
+    constexpr int largeBlock = 1 << 20;
+    mallopt(M_MMAP_THRESHOLD, largeBlock);
 }
