@@ -121,6 +121,11 @@ bool MemberRights::canOpenDividends(const Member& member)
     return holdsEitherOrLeads(member, Permission::manageCompany, Permission::viewDividends);
 }
 
+bool MemberRights::canReadAuditTrail(const Member& member)
+{
+    return isOwner(member);
+}
+
 bool MemberRights::canListReceipts(const Member& member)
 {
     return holdsEitherOrLeads(member, Permission::viewCompany, Permission::manageCompany);

@@ -37,6 +37,9 @@ bool canCopyOwnershipToDividends(const Member& member);
 bool canOpenContributions(const Member& member);
 bool canOpenDividends(const Member& member);
 
+/// Whether the member may read who did what: the owner alone, whatever the permissions.
+bool canReadAuditTrail(const Member& member);
+
 /// Whether the names of receipts may stand in a file.
 bool canListReceipts(const Member& member);
 

@@ -75,7 +75,7 @@ struct ReportCell {
 
 struct ReportAccountRow {
     std::string accountID;
-    std::vector<ReportCell> cells; // one a range
+    std::vector<ReportCell> cells; // one for each range
 
     bool operator==(const ReportAccountRow&) const = default;
 };
@@ -85,7 +85,7 @@ struct ReportAccountMatrix {
     ReportScope scope;
     std::vector<ReportRange> ranges;
     std::vector<ReportAccountRow> rows;
-    std::vector<ReportCell> totals; // of all rows, one a range
+    std::vector<ReportCell> totals; // of all rows, one for each range
 
     bool operator==(const ReportAccountMatrix&) const = default;
 };

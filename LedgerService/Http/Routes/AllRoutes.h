@@ -6,7 +6,7 @@
 
 namespace LedgerService {
 
-/// Everything that the service can be asked, one source file a family.
+/// Everything that the service can be asked, one source file for each family.
 std::span<const Route> allRoutes();
 
 }

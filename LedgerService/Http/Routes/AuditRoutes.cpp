@@ -2,6 +2,7 @@
 #include <charconv>
 #include <utility>
 
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Access/AuditDisclosure.h"
@@ -55,7 +56,7 @@ std::optional<AuditFilter> filterOf(std::string_view query)
 
 Outcome audit(const MemberCall& call)
 {
-    if (call.member.role != MemberRole::owner)
+    if (!MemberRights::canReadAuditTrail(call.member))
         return std::unexpected(Refusal::of(ServiceCode::forbidden, "The audit trail is for owners."));
     const auto filter = filterOf(call.request.query);
     if (!filter)

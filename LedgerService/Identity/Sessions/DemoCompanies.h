@@ -12,7 +12,7 @@ namespace LedgerService {
 
 class Connection;
 
-/// The companies that demonstrate the program: one a language, made at its first use.
+/// The companies that demonstrate the program: one for each language, made at its first use.
 namespace DemoCompanies {
 
 /// The company of this language (a tag of `AppLanguage`), made now if need be, with books that end today. Expects no

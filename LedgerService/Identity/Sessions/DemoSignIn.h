@@ -7,7 +7,7 @@
 
 namespace LedgerService {
 
-/// The demonstration: one company a language, made at its first use, open to everyone.
+/// The demonstration: one company for each language, made at its first use, open to everyone.
 namespace DemoSignIn {
 
 /// Signs in as the demonstration member of this profile (a `DemoIdentity` one). `remote` is for limits only.

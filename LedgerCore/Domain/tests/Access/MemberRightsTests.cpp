@@ -35,6 +35,7 @@ constexpr std::array rights{
     Right{"contributionsTab", MemberRights::canOpenContributions},
     Right{"dividendsTab", MemberRights::canOpenDividends},
     Right{"receipts", MemberRights::canListReceipts},
+    Right{"auditTrail", MemberRights::canReadAuditTrail},
 };
 
 std::string rightsOf(const Member& member)
@@ -72,11 +73,11 @@ INSTANTIATE_TEST_SUITE_P(
                    "owner",
                    {},
                    "manage accounts manageCapital seeCapital seeDividends manageDividends settle correctDividends "
-                   "contributionsTab dividendsTab receipts"},
+                   "contributionsTab dividendsTab receipts auditTrail"},
         RightsCase{"AdministratorOfOld", "admin", {}, "contributionsTab dividendsTab receipts"},
         RightsCase{"EmployeeOfOld", "employee", {}, ""},
         // An owner manages the company whatever is listed, but dividends go by the list.
-        RightsCase{"OwnerWithAnEmptyList", "owner", {{}}, "manage accounts manageCapital seeCapital"},
+        RightsCase{"OwnerWithAnEmptyList", "owner", {{}}, "manage accounts manageCapital seeCapital auditTrail"},
         RightsCase{"AdministratorWithAnEmptyList", "admin", {{}}, ""},
         RightsCase{"FinanceWithAnEmptyList", "finance", {{}}, "accounts"},
         RightsCase{"PartnerWithAnEmptyList", "partner", {{}}, "accounts"},
