@@ -151,11 +151,6 @@ std::vector<PlainRow> CategoryTree::rows(const View& view, const LedgerSnapshot&
     return rows;
 }
 
-bool CategoryTree::canFold(const CategoryDirectory& directory, const View& view, std::string_view id)
-{
-    return !directory.children(id, including(view.showsArchived)).empty();
-}
-
 std::optional<CategoryReorder> CategoryTree::moved(const CategoryDirectory& directory, std::string_view id, int by,
                                                    bool showsArchived)
 {

@@ -36,9 +36,6 @@ std::vector<PlainColumn> columns(std::string_view locale);
 std::vector<PlainRow> rows(const View& view, const LedgerSnapshot& snapshot, const CategoryDirectory& directory,
                            const Uses& counted, std::string_view locale);
 
-/// Whether the category has others under it that could be hidden.
-bool canFold(const CategoryDirectory& directory, const View& view, std::string_view id);
-
 /// The order in which the category stands `by` places further among its siblings; nothing where it stands already or
 /// cannot go. Archived siblings count only where they are shown.
 std::optional<CategoryReorder> moved(const CategoryDirectory& directory, std::string_view id, int by,

@@ -41,7 +41,6 @@ private:
     void buildFoot();
     void bindParts();
     void presentReceipt();
-    void takeReceipt();
     void copyImage();
     void askForFile();
     void askForPrinter();
