@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Entries/ReceiptRules.h"
 
 /// A receipt as it will be uploaded.
@@ -28,9 +27,8 @@ enum class Refusal {
     compressionFailed // a picture that cannot be read, is too large to be decoded safely, or stays past `maximumBytes`
 };
 
-/// What may be uploaded of one receipt, and how many receipts an entry may have.
+/// What may be uploaded of one receipt.
 inline constexpr std::int64_t maximumBytes = ReceiptRules::maximumBytes;
-inline constexpr std::size_t maximumPerEntry = EntryLimits::receipts;
 
 /// A picture up to this size is uploaded as it is.
 inline constexpr std::int64_t keptBytes = 512'000;
