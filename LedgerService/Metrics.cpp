@@ -60,7 +60,7 @@ constexpr std::array everyFigure{
     Figure{Metrics::commandsWaiting, "gauge", "", "Commands that wait to be written, with those being written"},
     Figure{Metrics::oldestCommand, "gauge", "", "How long the first of them has waited; they are refused at 10"},
     Figure{Metrics::signInsWaiting, "gauge", "",
-           "Sign-ins and new passwords under way; further ones are refused at 32"},
+           "Sign-ins and new passwords under way; further ones from one client address are refused at 32"},
     Figure{Metrics::bodyBytes, "gauge", "", "What unfinished requests hold of the memory that they share"},
     Figure{Metrics::replyBytes, "gauge", "", "What unread replies hold of the memory that they share"},
     Figure{Metrics::certificateEnd, "gauge", "", "When the certificate in force expires, in seconds since 1970"},

@@ -21,6 +21,7 @@ struct AttemptLimits {
     int demonstrationsPerAddress = 300;
     int visitsPerAddress = 10; // demonstrations that are a visitor's own
     int visits = 200;          // at the same time, from all addresses
+    int visitChanges = 5'000;  // of such a company from its founding on: anybody makes them
     int registrationsPerAddress = 10;
     int codesPerPerson = 5; // mailed, from one address
     int codesPerAddress = 30;

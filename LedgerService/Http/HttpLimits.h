@@ -19,7 +19,8 @@ struct HttpLimits {
     std::size_t bodyBytes = std::size_t{64} * 1024 * 1024;   // of all unfinished bodies together
     std::size_t replyBytes = std::size_t{256} * 1024 * 1024; // of all replies that are not read yet
     std::size_t uncountedBytes = std::size_t{16} * 1024;     // of a body or a reply: so much everyone may have
-    std::size_t signInsWaiting = 32;                         // for their password to be looked at
+    std::size_t signInsWaiting = 32;                         // of one client, for their password to be looked at
+    std::size_t allSignInsWaiting = 128;                     // and still the first of each client
     std::size_t commandsWaiting = 1024;                      // for their turn to be written
 };
 

@@ -70,6 +70,8 @@ enum class Lane {
 
 /// The largest body of a request that says nothing else.
 inline constexpr std::size_t ordinaryBodyBytes = std::size_t{1} << 20;
+/// The largest body where anybody may ask, so that strangers cannot take the room that all bodies share.
+inline constexpr std::size_t openBodyBytes = std::size_t{64} << 10;
 
 /// One thing that the service can be asked. A segment of the pattern in braces takes any one segment.
 struct Route {
@@ -81,6 +83,9 @@ struct Route {
 
     /// Whether it is answered in a writing transaction of a member.
     [[nodiscard]] bool isCommand() const { return std::holds_alternative<Writing>(answer); }
+    /// Whether it is answered without a token.
+    [[nodiscard]] bool isOpen() const { return std::holds_alternative<OpenHandler>(answer); }
+    [[nodiscard]] std::size_t bodyLimit() const { return isOpen() ? openBodyBytes : maximumBody; }
 };
 
 }

@@ -180,10 +180,22 @@ asio::awaitable<bool> HttpConnection::answerOne()
     if (!request)
         co_return co_await turnAway(std::move(request.error()));
     auto match = m_shared.routes.match(request->method, request->path);
-    failure = co_await readBody(match.route ? match.route->maximumBody : ordinaryBodyBytes);
+    request->id = m_requestID;
+    std::optional<Refusal> stranger;
+    if (asksWhoSends(match)) {
+        enter(Phase::working);
+        stranger = co_await m_shared.answering.whyNotSignedIn(match, *request, m_shared.dispatcher.personOf(*request));
+        if (m_shared.stopping) // half a request is not waited for
+            co_return false;
+    }
+    failure = co_await readBody(match.route ? match.route->bodyLimit() : openBodyBytes,
+                                stranger ? Body::dropped : Body::kept);
     if (failure)
         co_return co_await turnAway(refusalOf(failure, true));
-    request->id = m_requestID;
+    if (stranger) {
+        Log::request(m_requestID, request->method, match.route->pattern, stranger->status, {});
+        co_return co_await write(replyOf(*stranger), keepAlive && !m_shared.stopping);
+    }
     request->body = std::exchange(m_body, {});
     request->arrived = Steady::now();
     enter(Phase::working);
@@ -207,7 +219,16 @@ asio::awaitable<beast::error_code> HttpConnection::readHeader()
     co_return failure;
 }
 
-asio::awaitable<beast::error_code> HttpConnection::readBody(std::size_t limit)
+/// Whether the body is larger than what everyone may send. That of somebody who is not signed in is not kept then; it
+/// is read to its end all the same, for clients listen for the reply only then.
+bool HttpConnection::asksWhoSends(const RouteMatch& match) const
+{
+    const auto length = m_parser->content_length();
+    return match.route && !match.route->isOpen() && !m_parser->is_done() &&
+           (!length || *length > m_shared.limits.uncountedBytes);
+}
+
+asio::awaitable<beast::error_code> HttpConnection::readBody(std::size_t limit, Body body)
 {
     beast::error_code failure;
     if (const auto length = m_parser->content_length(); length && *length > limit)
@@ -231,10 +252,12 @@ asio::awaitable<beast::error_code> HttpConnection::readBody(std::size_t limit)
         const auto arrived = block.size() - m_parser->get().body().size;
         if (failure && failure != http::error::need_buffer)
             co_return failure;
+        m_progress = Steady::now();
+        if (body == Body::dropped)
+            continue;
         if (!holdBody(m_body.size() + arrived))
             co_return noMemory;
         m_body.append(block.data(), arrived);
-        m_progress = Steady::now();
     }
     co_return beast::error_code{};
 }

@@ -55,7 +55,8 @@ private:
     boost::asio::awaitable<bool> readMore();
     boost::asio::awaitable<bool> answerOne();
     boost::asio::awaitable<boost::beast::error_code> readHeader();
-    boost::asio::awaitable<boost::beast::error_code> readBody(std::size_t limit);
+    enum class Body { kept, dropped };
+    boost::asio::awaitable<boost::beast::error_code> readBody(std::size_t limit, Body body);
     boost::asio::awaitable<bool> turnAway(std::optional<Refusal> refusal);
     boost::asio::awaitable<bool> write(Reply reply, bool keepAlive);
     boost::asio::awaitable<bool> writeWhole(Reply reply, bool keepAlive);
@@ -64,6 +65,7 @@ private:
     boost::asio::awaitable<void> linger();
     void enter(Phase phase);
     [[nodiscard]] bool hasRequest();
+    [[nodiscard]] bool asksWhoSends(const RouteMatch& match) const;
     [[nodiscard]] bool speaks10() const;
     [[nodiscard]] bool holdBody(std::size_t bytes);
     [[nodiscard]] bool holdReply(std::size_t bytes);

@@ -95,8 +95,8 @@ struct Server::State {
           lanes{.readers = WorkLane{workerCount()},
                 .writers = WorkLane{workerCount()},
                 .files = WorkLane{fileWorkers},
-                .signIns = WorkLane{hasherCount(), options.limits.signInsWaiting},
-                .mails = WorkLane{mailThreads, options.limits.signInsWaiting}},
+                .signIns = WorkLane{hasherCount(), {options.limits.signInsWaiting, options.limits.allSignInsWaiting}},
+                .mails = WorkLane{mailThreads, {options.limits.signInsWaiting, options.limits.allSignInsWaiting}}},
           commands(dispatcher, options.limits), answering(dispatcher, lanes, commands, options.limits),
           connections(options.limits), shared{.dispatcher = dispatcher,
                                               .routes = routes,
@@ -248,7 +248,7 @@ ServerLoad Server::State::load()
     const auto [waiting, longest] = commands.queue();
     ServerLoad load{.commandsWaiting = waiting,
                     .longest = longest,
-                    .signInsWaiting = lanes.signIns.waiting,
+                    .signInsWaiting = lanes.signIns.waiting(),
                     .bodyBytes = shared.bodies.held(),
                     .replyBytes = shared.replies.held(),
                     .certificateEnds = certificate ? std::optional{certificate->end()} : std::nullopt};

@@ -62,6 +62,17 @@ WorkLane* Answering::laneOf(const RouteMatch& match, const Request& request) con
     return request.onlyReads ? &m_lanes.readers : &m_lanes.writers;
 }
 
+asio::awaitable<std::optional<Refusal>> Answering::whyNotSignedIn(RouteMatch match, Request request,
+                                                                  std::string person) const
+{
+    if (m_dispatcher.knows(request))
+        co_return std::nullopt;
+    co_await m_lanes.readers.enter(std::move(person));
+    auto refusal = m_dispatcher.whyNotSignedIn(match, request);
+    co_await asio::post(asio::use_awaitable);
+    co_return refusal;
+}
+
 asio::awaitable<Reply> Answering::reply(RouteMatch match, Request request, std::string person) const
 {
     if (match.route && match.route->isCommand()) {
@@ -73,16 +84,16 @@ asio::awaitable<Reply> Answering::reply(RouteMatch match, Request request, std::
     auto* const lane = laneOf(match, request);
     if (!lane)
         co_return take(whole, match, request, queue).value_or(Reply{});
-    if (lane->waiting >= lane->mostWaiting) {
+    if (!lane->hasPlaceFor(person)) {
         Log::request(request.id, request.method, patternOf(match), tooManyRequests, {});
-        co_return replyOf(Refusal::of(ServiceCode::rateLimited, "Too many sign in at this moment; try again.",
+        co_return replyOf(Refusal::of(ServiceCode::rateLimited, "Too many sign in from here at this moment; try again.",
                                       std::chrono::seconds{2}));
     }
-    ++lane->waiting;
-    co_await lane->enter(std::move(person));
+    lane->takePlace(person);
+    co_await lane->enter(person);
     auto reply = take(whole, match, request, queue);
     co_await asio::post(asio::use_awaitable); // and back, past what still queues for the lane
-    --lane->waiting;
+    lane->leavePlace(person);
     co_return *std::move(reply);
 }
 

@@ -23,6 +23,11 @@ public:
     {
     }
 
+    /// Why the sender of a request whose body is still to come is nobody to take a large one from. Begins and returns
+    /// on the coroutine's own executor.
+    boost::asio::awaitable<std::optional<Refusal>> whyNotSignedIn(RouteMatch match, Request request,
+                                                                  std::string person) const;
+
     /// The reply to a request that arrived whole. Begins and returns on the coroutine's own executor. `person` is the
     /// one in whose queue it waits.
     boost::asio::awaitable<Reply> reply(RouteMatch match, Request request, std::string person) const;

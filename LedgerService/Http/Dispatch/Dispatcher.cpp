@@ -14,6 +14,7 @@
 #include "LedgerService/Http/Conditions.h"
 #include "LedgerService/Http/Dispatch/CommandAudit.h"
 #include "LedgerService/Identity/Sessions/Authentication.h"
+#include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
@@ -73,6 +74,13 @@ auto guarded(const RouteMatch& match, std::string_view requestID, Make make, Con
     }
 }
 
+/// Whether the company is a visitor's, and as full as strangers may make one.
+bool takesNoMore(const TokenHolder& caller, const ServicePolicy& policy)
+{
+    return caller.demonstration && policy.demonstration == DemonstrationMode::visitors &&
+           caller.lastChange >= policy.limits.visitChanges;
+}
+
 /// {"token":"…","snapshot":{…}}, the snapshot in blocks.
 Reply besideSnapshot(const std::pair<std::string, std::string>& beside, SnapshotAnswer snapshot)
 {
@@ -109,7 +117,11 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
                           .note = note};
     const auto changed = connection.rowsChanged();
     auto made = work(call);
-    if (made && !note.isPrivate && note.entries.empty() && connection.rowsChanged() != changed)
+    const bool isChange = made && !note.isPrivate && connection.rowsChanged() != changed;
+    if (isChange && takesNoMore(*caller, m_service.policy))
+        return std::unexpected(
+            Refusal::of(ServiceCode::rateLimited, "The demonstration takes no more changes.", DemoCompanies::visit));
+    if (isChange && note.entries.empty())
         CompanyHistory::ensureAdvanced(connection, caller->companyID, caller->lastChange);
     if (made && match.route->isCommand())
         CommandAudit::keep(call, *match.route);
@@ -164,7 +176,22 @@ Outcome Dispatcher::begin(const RouteMatch& match, Request& request) const
 
 bool Dispatcher::preparesAtOnce(const Command& command) const
 {
-    return command.match.route->lane != Lane::files && Authentication::known(command.request.token, m_known) != nullptr;
+    return command.match.route->lane != Lane::files && knows(command.request);
+}
+
+bool Dispatcher::knows(const Request& request) const
+{
+    return Authentication::known(request.token, m_known) != nullptr;
+}
+
+std::optional<Refusal> Dispatcher::whyNotSignedIn(const RouteMatch& match, const Request& request) const
+{
+    const auto found = guarded(match, request.id, [&]() -> std::expected<void, Refusal> {
+        if (auto refusal = whyNotCaller(request))
+            return std::unexpected(*std::move(refusal));
+        return {};
+    });
+    return found ? std::nullopt : std::optional{found.error()};
 }
 
 std::optional<Reply> Dispatcher::prepare(Command& command) const
@@ -172,7 +199,9 @@ std::optional<Reply> Dispatcher::prepare(Command& command) const
     auto prepared = guarded(command.match, command.request.id, [&]() -> Prepared {
         if (command.request.fromWebPage)
             return std::unexpected(fromWebPage());
-        if (auto refusal = whyNotCaller(command)) // whoever has no valid token waits for no writer
+        // A known token is looked at again in the transaction that its command writes in; whoever has no valid one
+        // waits for no writer.
+        if (auto refusal = preparesAtOnce(command) ? std::nullopt : whyNotCaller(command.request))
             return std::unexpected(*std::move(refusal));
         return std::get<Writing>(command.match.route->answer).prepare(opened(command.request));
     });
@@ -182,17 +211,13 @@ std::optional<Reply> Dispatcher::prepare(Command& command) const
     return std::nullopt;
 }
 
-/// A known token is looked at again in the transaction that its command writes in.
-std::optional<Refusal> Dispatcher::whyNotCaller(const Command& command) const
+std::optional<Refusal> Dispatcher::whyNotCaller(const Request& request) const
 {
-    if (preparesAtOnce(command))
-        return std::nullopt;
     const auto loan = m_service.database.borrow();
     return Anew::onConflict([&] {
         const Transaction transaction{*loan, Transaction::Mode::reading};
         const auto now = LedgerDay::stamp(m_service.clock());
-        const auto caller =
-            Authentication::signedInMember(*loan, command.request.token, now, m_service.policy, m_known);
+        const auto caller = Authentication::signedInMember(*loan, request.token, now, m_service.policy, m_known);
         return caller ? std::nullopt : std::optional{caller.error()};
     });
 }

@@ -33,6 +33,12 @@ public:
     /// Who asks, as far as it is known before the token is looked at: requests of one person wait for each other.
     [[nodiscard]] std::string personOf(const Request& request) const;
 
+    /// Whether the request's token was in force lately.
+    [[nodiscard]] bool knows(const Request& request) const;
+
+    /// Why the request's token is none to work for. Asks the database.
+    [[nodiscard]] std::optional<Refusal> whyNotSignedIn(const RouteMatch& match, const Request& request) const;
+
     /// The reply to anything but a command.
     [[nodiscard]] Reply answer(const RouteMatch& match, Request& request) const;
 
@@ -56,7 +62,7 @@ private:
     [[nodiscard]] Service servicing(const Request& request) const;
     [[nodiscard]] OpenCall opened(Request& request) const;
     [[nodiscard]] Outcome begin(const RouteMatch& match, Request& request) const;
-    [[nodiscard]] std::optional<Refusal> whyNotCaller(const Command& command) const;
+    [[nodiscard]] std::optional<Refusal> whyNotCaller(const Request& request) const;
     bool carryOutTogether(Connection& connection, std::vector<Command*>& group, const std::function<Command*()>& next,
                           bool last) const;
     [[nodiscard]] Outcome carryOut(Connection& connection, const Command& command) const;

@@ -11,7 +11,27 @@ namespace LedgerService {
 
 namespace asio = boost::asio;
 
-WorkLane::WorkLane(unsigned threads, std::size_t most) : mostWaiting(most), m_pool(threads) {}
+WorkLane::WorkLane(unsigned threads, Places places) : m_places(places), m_pool(threads) {}
+
+bool WorkLane::hasPlaceFor(const std::string& client) const
+{
+    const auto found = m_waitingOf.find(client);
+    return found == m_waitingOf.end() || (found->second < m_places.ofClient && m_waiting < m_places.ofAll);
+}
+
+void WorkLane::takePlace(const std::string& client)
+{
+    ++m_waitingOf[client];
+    ++m_waiting;
+}
+
+void WorkLane::leavePlace(const std::string& client)
+{
+    --m_waiting;
+    const auto found = m_waitingOf.find(client);
+    if (--found->second == 0)
+        m_waitingOf.erase(found);
+}
 
 /// The pool takes one step for each that waits; whose it is turns out when the step is taken.
 asio::awaitable<void> WorkLane::enter(std::string client)

@@ -79,12 +79,35 @@ TEST(Connections, WithTheSlowestUnfinishedBodyEndWhenBodiesTakeTooMuch)
         options.limits.uncountedBytes = 0;
         options.limits.bodyBytes = 64 * 1024;
     }};
-    const auto whole = post("/v1/transactions", "", std::string(50'000, ' '));
+    const auto token = fmt::format("Authorization: Bearer {}\r\n", service.tokenOf("mira"));
+    const auto whole = post("/v1/transactions", token, std::string(50'000, ' '));
     auto slow = service.client();
     slow.write(whole.substr(0, 40'000));
     EXPECT_EQ(service.client().sendRaw(askLive).status, 200);
-    EXPECT_EQ(service.client().sendRaw(whole).status, 401) << "a quick one is read";
+    EXPECT_EQ(service.client().sendRaw(whole).code(), "validation_error") << "a quick one is read";
     EXPECT_TRUE(slow.isClosedByService());
+}
+
+TEST(Connections, OfStrangersTakeNoRoomFromTheBodiesOfMembers)
+{
+    TestService service{[](ServerOptions& options) {
+        options.limits.uncountedBytes = 0;
+        options.limits.bodyBytes = 300 * 1024;
+    }};
+    const auto member = fmt::format("Authorization: Bearer {}\r\n", service.tokenOf("mira"));
+    const std::string body(250'000, ' ');
+    auto slow = service.client();
+    const auto whole = post("/v1/transactions", member, body);
+    slow.write(whole.substr(0, 200'000));
+    const auto upload = [&](const std::string& path, const std::string& fields) {
+        return service.client().sendRaw(post(path, fields, body)).code();
+    };
+    EXPECT_EQ(upload("/v1/attachments", ""), "unauthorized");
+    EXPECT_EQ(upload("/v1/attachments", "Authorization: Bearer none\r\n"), "unauthorized");
+    EXPECT_EQ(upload("/v1/auth/login", ""), "payload_too_large") << "where anybody may ask";
+    EXPECT_EQ(upload("/v1/nothing", ""), "payload_too_large");
+    slow.write(whole.substr(200'000));
+    EXPECT_EQ(slow.sendRaw("").code(), "validation_error") << "it was let come to its end";
 }
 
 TEST(Connections, WithTheSlowestReaderEndWhenUnreadRepliesTakeTooMuch)
@@ -125,11 +148,15 @@ TEST(Connections, ThatHaveSentHalfARequestDoNotHoldUpTheEnd)
 
 TEST(SignInLane, RefusesWhatWouldWaitTooLongAndHoldsUpNobodyElse)
 {
-    TestService service{[](ServerOptions& options) { options.limits.signInsWaiting = 2; }};
+    TestService service{[](ServerOptions& options) {
+        options.limits.signInsWaiting = 2;
+        options.limits.allSignInsWaiting = 2;
+    }};
     const auto ask = post("/v1/auth/login", "", signInAs("mira@sample.example", TestService::password));
     const auto token = service.tokenOf("mira");
     auto first = service.client();
     auto second = service.client();
+    auto elsewhere = service.clientFrom("127.0.0.2");
     service.write([&](Connection&) {
         first.write(ask);
         second.write(ask);
@@ -138,10 +165,14 @@ TEST(SignInLane, RefusesWhatWouldWaitTooLongAndHoldsUpNobodyElse)
         EXPECT_EQ(refused.status, 429);
         EXPECT_EQ(refused.code(), "rate_limited");
         EXPECT_FALSE(refused.header("retry-after").empty());
+        elsewhere.write(ask);
+        EXPECT_EQ(service.client().sendRaw(askLive).status, 200);
+        EXPECT_EQ(service.clientFrom("127.0.0.2").sendRaw(ask).status, 429) << "nor do many take all connections";
         EXPECT_EQ(service.client().send("GET", "/v1/snapshot", token).status, 200);
     });
     EXPECT_EQ(first.sendRaw("").status, 200);
     EXPECT_EQ(second.sendRaw("").status, 200);
+    EXPECT_EQ(elsewhere.sendRaw("").status, 200) << "one address keeps no other out";
     EXPECT_EQ(service.client().sendRaw(ask).status, 200) << "there is room again";
 }
 

@@ -172,4 +172,27 @@ TEST(Demonstration, GivesEachVisitorACompanyForADay)
     EXPECT_EQ(service.problems(), "");
 }
 
+TEST(Demonstration, TakesOnlySoManyChangesFromAVisitor)
+{
+    const auto rename = [](const TestService& service, const std::string& token) {
+        return service.client().send("PATCH", "/v1/me/profile", token, R"({"name":"Dewi"})").code();
+    };
+    const auto visited = [](ServerOptions& options) { options.policy.demonstration = DemonstrationMode::visitors; };
+    TestService usual{visited};
+    EXPECT_EQ(rename(usual, entered(usual, R"({"profile":"owner"})").token), "")
+        << "the books it begins with are not counted out";
+
+    TestService full{[&](ServerOptions& options) {
+        visited(options);
+        options.policy.limits.visitChanges = 0;
+    }};
+    const auto visitor = entered(full, R"({"profile":"owner"})");
+    EXPECT_EQ(rename(full, visitor.token), "rate_limited");
+    const auto seen = full.client().send("GET", "/v1/snapshot", visitor.token);
+    EXPECT_EQ(Json::decode<LedgerSnapshot>(seen.body).value().currentMember.name, visitor.snapshot.currentMember.name);
+    EXPECT_EQ(rename(full, full.tokenOf("mira")), "") << "a company that is no demonstration";
+    EXPECT_EQ(full.client().send("POST", "/v1/auth/logout", visitor.token).status, 200);
+    EXPECT_EQ(full.problems(), "");
+}
+
 }
