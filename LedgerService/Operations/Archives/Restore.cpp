@@ -34,6 +34,13 @@ constexpr std::array endings{"", "-wal", "-shm", "-receipts", "-seals"};
 /// What is put in place, the database last: without it there is nothing to serve.
 constexpr std::array placed{"-receipts", "-seals", ""};
 
+/// What was written last is still beside the file where the disk had no room to bring it in.
+void requireWhole(const std::string& file)
+{
+    if (fs::exists(file + "-wal"))
+        throw std::runtime_error("the database cannot be brought up to date; the disk may be full");
+}
+
 void putInPlace(const std::string& from, const std::string& to)
 {
     const Interruption::Shield whole;
@@ -90,6 +97,7 @@ std::optional<std::string> Restore::carryOut(const std::string& archive, const s
         const UnpackedArchive unpacked{archive, fs::absolute(file).parent_path()};
         sweepArrivals(unpacked.database());
         beginAnew(unpacked.database());
+        requireWhole(unpacked.database());
         Interruption::heed();
         putInPlace(unpacked.database(), file);
         return std::nullopt;

@@ -1,3 +1,4 @@
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -6,6 +7,7 @@
 
 #include <fmt/core.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Access/SnapshotReader.h"
@@ -133,6 +135,33 @@ TEST_F(Archived, RestoredBooksAreToldFromThoseThatWentOnAndNobodyIsSignedIn)
         EXPECT_TRUE(query.into(count).next());
         EXPECT_EQ(count, 0) << table;
     }
+}
+
+TEST_F(Archived, BooksWhoseSignInsCannotBeEndedForAFullDiskAreNotPutInPlace)
+{
+    const auto token = service.tokenOf("mira");
+    service.write([](Connection& connection) { // each adds to the trail when it is restored
+        for (int each = 0; each < 40; ++each)
+            foundSample(connection, fmt::format("c{}", each));
+    });
+    ASSERT_EQ(Backup::take(service.databaseFile(), archive).value_or(""), "");
+    ASSERT_EQ(restore(), "");
+    Connection connection{restored};
+    EXPECT_FALSE(SessionRepository::find(connection, Token::hash(token), "2026-03-10T10:00:00.000Z").has_value());
+    int pages = 0;
+    Query{connection, "SELECT page_count FROM pragma_page_count()"}.into(pages).next();
+
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    auto small = before;
+    small.rlim_cur = static_cast<rlim_t>(pages - 1) * 4096; // the copy in the archive fits
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    const auto refused = Restore::carryOut(archive, folder.file("another.sqlite"));
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &before), 0);
+    EXPECT_NE(refused, std::nullopt);
+    EXPECT_FALSE(fs::exists(folder.file("another.sqlite")));
+    EXPECT_EQ(Restore::carryOut(archive, folder.file("another.sqlite")), std::nullopt) << "with room again";
 }
 
 TEST_F(Archived, WhatAProcessThatWasKilledHasLeftIsRemovedByTheNext)
