@@ -86,7 +86,10 @@ bool isRecordOf(const LedgerTransaction& entry, const TransactionInput& input, c
     const auto asked = entryOf(input, rows);
     const bool seen =
         std::ranges::any_of(entry.legs, [&](const auto& leg) { return rows.member.can("view", leg.accountID); });
-    return seen && entry.kind == asked.kind && entry.date == asked.date && entry.note == asked.note &&
+    const bool hasReceipts = std::ranges::all_of(asked.attachmentIDs, [&](const auto& id) {
+        return std::ranges::find(entry.attachmentIDs, id) != entry.attachmentIDs.end();
+    });
+    return seen && hasReceipts && entry.kind == asked.kind && entry.date == asked.date && entry.note == asked.note &&
            entry.categoryID == asked.categoryID && entry.legs == asked.legs;
 }
 

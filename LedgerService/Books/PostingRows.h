@@ -45,7 +45,8 @@ struct PostingRows {
     [[nodiscard]] PostingContext context(const TransactionInput& input) const;
 };
 
-/// Whether a recorded entry that the member sees says what this command asks for.
+/// Whether a recorded entry that the member sees says what this command asks for, and has all receipts that it names:
+/// they would be lost on who takes the entry for the own one.
 bool isRecordOf(const LedgerTransaction& entry, const TransactionInput& input, const PostingRows& rows);
 
 /// Decides an entry by `PostingRules`: all that must be written, or the first thing that is wrong.

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
+#include "LedgerCore/Domain/Entries/PostingShape.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Commands/EntryCommands.h"
 #include "LedgerService/Storage/Rows/Companies/CommandRepository.h"
 #include "LedgerService/Storage/Rows/Companies/DraftRepository.h"
 
@@ -39,6 +42,15 @@ bool makeRoom(const CommandAct& act, std::string_view key)
     return true;
 }
 
+/// The entry of somebody else that stands for the due day of what was sent.
+std::optional<std::string> standingFor(const CommandAct& act, const std::optional<TransactionInput>& sent)
+{
+    std::vector<PostingRefusal> refusals;
+    if (sent)
+        PostingShape::judge(*sent, refusals);
+    return sent && refusals.empty() ? EntryCommands::standingFor(act, *sent) : std::nullopt;
+}
+
 }
 
 std::optional<Refusal> DraftCommands::whyNotShaped(const DraftKeep& draft)
@@ -68,6 +80,10 @@ std::expected<DraftKept, Refusal> DraftCommands::keep(const CommandAct& act, std
                 Refusal::of(ServiceCode::idempotencyConflict, "The key belongs to another command."));
         DraftRepository::remove(act.connection, owner, key);
         return DraftKept{.recordedEntryID = command->outcome.substr(entryMark.size())};
+    }
+    if (auto entryID = standingFor(act, draft.sent)) {
+        DraftRepository::remove(act.connection, owner, key);
+        return DraftKept{.recordedEntryID = *std::move(entryID)};
     }
     const auto before = DraftRepository::find(act.connection, owner, key);
     if (before && before->writer != draft.writer && before->writer != draft.takenFrom)

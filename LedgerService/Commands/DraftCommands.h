@@ -21,7 +21,8 @@ std::optional<Refusal> whyNotShaped(const DraftKeep& draft);
 
 EntryDraftList list(const CommandAct& act);
 
-/// Nothing is kept under a key whose entry is recorded; the reply names that entry. Where there are too many, the one
+/// Nothing is kept under a key whose entry is recorded, nor of what was sent for a due day for which somebody else has
+/// recorded it; the reply names that entry. Where there are too many, the one
 /// that nobody has changed for the longest time goes, unless it was being sent.
 std::expected<DraftKept, Refusal> keep(const CommandAct& act, std::string_view key, const DraftKeep& draft);
 

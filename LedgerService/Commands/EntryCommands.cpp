@@ -130,6 +130,15 @@ std::expected<LedgerTransaction, Refusal> EntryCommands::post(const Act& act, co
     return posted;
 }
 
+std::optional<std::string> EntryCommands::standingFor(const Act& act, const TransactionInput& input)
+{
+    const auto due = TemplateCommands::dueDay(act, input.idempotencyKey);
+    if (!due || !due->settled || !due->settled->entryID)
+        return std::nullopt;
+    const auto recorded = recordedBefore(act, *due->settled->entryID, input, rowsOf(act, input));
+    return recorded ? due->settled->entryID : std::nullopt;
+}
+
 std::expected<LedgerTransaction, Refusal> EntryCommands::reverse(const Act& act, std::string_view originalID,
                                                                  const Reversal& command)
 {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <expected>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,9 @@ using Act = CommandAct;
 /// a template's due day settles the day, and records nothing when an entry stands for it. The member's
 /// draft under the key goes with the recording.
 std::expected<LedgerTransaction, Refusal> post(const Act& act, const TransactionInput& input);
+
+/// The entry of a due day that the command, well shaped, would be answered with instead of recording one.
+std::optional<std::string> standingFor(const Act& act, const TransactionInput& input);
 
 std::expected<LedgerTransaction, Refusal> reverse(const Act& act, std::string_view originalID, const Reversal& command);
 

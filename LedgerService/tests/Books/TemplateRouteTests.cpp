@@ -9,6 +9,7 @@
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleReceipts.h"
 #include "LedgerService/testing/Staff.h"
 
 namespace LedgerService {
@@ -205,6 +206,16 @@ TEST_F(TemplateRoutes, GiveADueDayOneEntryWhoeverRecordsIt)
     EXPECT_EQ(repeated("guest"), recorded) << "a colleague records the very same at the same time";
     const auto drafts = m_service.as("guest", "GET", "/v1/me/drafts").body;
     EXPECT_TRUE(Json::decode<EntryDraftList>(drafts).value().drafts.empty()) << "it is not to be sent again";
+    const auto keep = [&] { return m_service.as("guest", "PUT", draft, Json::encode(kept)).body; };
+    EXPECT_EQ(Json::decode<DraftKept>(keep()).value().recordedEntryID, recorded) << "kept too late";
+    EXPECT_EQ(m_service.as("guest", "GET", "/v1/me/drafts").body, drafts);
+    kept.sent->amountMinor = 26'000;
+    EXPECT_EQ(keep(), "{}") << "refused when it is sent, it can be mended";
+    const auto receipt =
+        m_service.as("guest", "POST", "/v1/attachments", SampleReceipts::upload(SampleReceipts::pdf(500)));
+    auto withReceipt = posting(id, "2026-02-28");
+    withReceipt.attachmentIDs = {Json::decode<Attachment>(receipt.body).value().id};
+    EXPECT_EQ(post("guest", withReceipt).code(), "idempotency_conflict") << "that entry has not the receipt";
     auto other = posting(id, "2026-02-28");
     other.amountMinor = 26'000;
     EXPECT_EQ(post("guest", other).code(), "idempotency_conflict");

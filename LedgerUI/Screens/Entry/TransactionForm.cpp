@@ -353,12 +353,7 @@ void TransactionForm::finish(const Result<std::string>& reply)
     if (!reply)
         return refuse(reply.error());
     submission.succeed();
-    // Of a due day the service may have answered with an entry that somebody else recorded: the draft stands there yet.
-    const auto& key = sent->idempotencyKey;
-    if (TemplateOccurrence::ofKey(key))
-        store().drafts().discard(key);
-    else
-        store().drafts().settle(key);
+    store().drafts().settle(sent->idempotencyKey);
     Q_EMIT recorded(qString(*reply));
     const auto failed = m_receipts->uploads().failed();
     if (m_goesOn && failed.empty())
