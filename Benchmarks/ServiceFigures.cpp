@@ -23,6 +23,8 @@
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Access/SnapshotReader.h"
+#include "LedgerService/Http/Connections/Server.h"
+#include "LedgerService/Http/Routes/AllRoutes.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
@@ -43,6 +45,7 @@ struct Options {
     std::string server; // address; empty: the database is a file
     std::string books;  // made before; empty: they are made here
     bool onlyPosting = false;
+    bool onlyLogKeeping = false;
     std::size_t entries = 100'000;
     int seconds = 2;
     int repetitions = 5;
@@ -293,8 +296,41 @@ std::string booksOf(const Options& options, const std::string& file)
     return database;
 }
 
+/// How long an entry takes among the most clients, depending on who brings the log into the file. Both take turns, on
+/// books of their own.
+void measureLogKeeping(const Options& options)
+{
+    struct Way {
+        std::string_view name;
+        LogKeeping keeping;
+        Samples posted;
+    };
+    std::array ways{Way{"the log brought in beside writers", LogKeeping::aside, {}},
+                    Way{"the log brought in by writers", LogKeeping::byWriters, {}}};
+    for (int turn = 0; turn < options.repetitions; ++turn) {
+        for (auto& way : ways) {
+            ServerOptions serving;
+            serving.databaseFile = (std::filesystem::path{options.folder} / "log-keeping.sqlite").string();
+            serving.logKeeping = way.keeping;
+            serving.routes = allRoutes();
+            ServedBooks::write(serving.databaseFile, options.entries);
+            const auto server = Server::start(std::move(serving));
+            if (!server)
+                throw std::runtime_error(server.error());
+            way.posted.add(post(options, (*server)->port(), signIn((*server)->port()), crowds.back()));
+        }
+    }
+    fmt::print("an entry among {} clients, on a ledger of {} entries:\n", crowds.back(), options.entries);
+    for (const auto& way : ways)
+        fmt::print("{:<44} {:>7.1f} ms  99 of 100 within {:.1f}, 999 of 1,000 within {:.1f}, all {} within {:.1f}\n",
+                   way.name, way.posted.quantile(0.5), way.posted.quantile(0.99), way.posted.quantile(0.999),
+                   way.posted.count(), way.posted.quantile(1.0));
+}
+
 void measure(const Options& options)
 {
+    if (options.onlyLogKeeping)
+        return measureLogKeeping(options);
     const auto file = (std::filesystem::path{options.folder} / "served.sqlite").string();
     const auto database = booksOf(options, file);
     const ServiceProcess service{options.program, database, {"--files", file}};
@@ -324,6 +360,9 @@ int main(int argc, char** argv)
     app.add_option("--books", options.books,
                    "File or address of books that tallyfold-served-books has made; entries are added to them");
     app.add_flag("--only-posting", options.onlyPosting, "No figures of reading, which take long on large books");
+    app.add_flag(
+        "--only-log-keeping", options.onlyLogKeeping,
+        "How long an entry takes where a thread of its own brings the log into the file, and where writers do");
     app.add_option("--entries", options.entries, "Entries that the ledger holds before")->capture_default_str();
     app.add_option("--seconds", options.seconds, "How long each turn of posting lasts")->capture_default_str();
     app.add_option("--repetitions", options.repetitions, "How many turns each takes")->capture_default_str();

@@ -56,21 +56,23 @@ std::optional<std::string> whyNotServed(const std::string& name)
 
 }
 
-Database::Database(std::string name)
+Database::Database(std::string name, LogKeeping keeping)
     : m_name(std::move(name)), m_gate(std::make_shared<ReadGate>()), m_longLog(longLog),
       m_sections(std::make_unique<KnownSections>()),
-      m_logKeeper(DatabaseName::isAddress(m_name) ? nullptr : std::make_unique<LogKeeper>(m_name, m_writing))
+      m_logKeeper(DatabaseName::isAddress(m_name) || keeping == LogKeeping::byWriters
+                      ? nullptr
+                      : std::make_unique<LogKeeper>(m_name, m_writing))
 {
 }
 
 Database::~Database() = default;
 
-std::expected<std::unique_ptr<Database>, std::string> Database::open(const std::string& name)
+std::expected<std::unique_ptr<Database>, std::string> Database::open(const std::string& name, LogKeeping keeping)
 {
     if (name.empty() || name.find('"') != std::string::npos)
         return std::unexpected("the name of the database file is empty or holds a quotation mark");
     try {
-        std::unique_ptr<Database> database{new Database(name)};
+        std::unique_ptr<Database> database{new Database(name, keeping)};
         const auto connection = database->borrow();
         if (const auto refused = Migrations::apply(*connection))
             return std::unexpected(*refused);

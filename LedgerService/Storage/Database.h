@@ -18,12 +18,19 @@ class LogKeeper;
 class ReadGate;
 struct KnownSections;
 
+/// Who brings what the log of a file holds into the file.
+enum class LogKeeping {
+    aside,     // a thread beside those who write
+    byWriters, // whoever has just committed, before anybody hears of it
+};
+
 /// The service's database: its connections, one lent to each request at a time. Shared by all threads.
 class Database {
 public:
     /// Opens the database of this name, the path of a file or the address of a server's, makes what is missing of it
     /// and brings its schema up to date, or says in words why not.
-    static std::expected<std::unique_ptr<Database>, std::string> open(const std::string& name);
+    static std::expected<std::unique_ptr<Database>, std::string> open(const std::string& name,
+                                                                      LogKeeping keeping = LogKeeping::aside);
 
     /// The same for one that must hold books already: a missing or empty one is refused and left as it is.
     static std::expected<std::unique_ptr<Database>, std::string> openExisting(const std::string& name);
@@ -70,7 +77,7 @@ public:
     [[nodiscard]] Turn queueToWrite(Instant until = std::chrono::steady_clock::now() + patience);
 
 private:
-    explicit Database(std::string name);
+    Database(std::string name, LogKeeping keeping);
     void shortenLog();
     std::unique_ptr<Connection> takeIdle();
     void giveBack(std::unique_ptr<Connection> connection);

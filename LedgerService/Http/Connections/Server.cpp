@@ -276,7 +276,7 @@ std::expected<std::unique_ptr<Server>, std::string> Server::start(ServerOptions 
     auto proxies = proxiesOf(options);
     if (!proxies)
         return std::unexpected(std::move(proxies.error()));
-    auto database = Database::open(options.databaseFile);
+    auto database = Database::open(options.databaseFile, options.logKeeping);
     if (!database)
         return std::unexpected(std::move(database.error()));
     auto transport = options.mail.transport();

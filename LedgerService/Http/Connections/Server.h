@@ -16,6 +16,7 @@
 #include "LedgerService/Mail/MailTransport.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Service.h"
+#include "LedgerService/Storage/Database.h"
 
 namespace LedgerService {
 
@@ -34,6 +35,7 @@ struct ServerOptions {
     MailSettings mail;
     HttpLimits limits;
     std::span<const Route> routes; // all that can be asked
+    LogKeeping logKeeping = LogKeeping::aside;
     Clock clock = [] { return std::chrono::system_clock::now(); };
 };
 
