@@ -14,6 +14,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Icon.h"
 
@@ -27,9 +28,10 @@ QWidget* windowBehind(QWidget* part)
     return part;
 }
 
-QString lines(const QString& first, const QString& second)
+QString lines(QStringList texts)
 {
-    return (second.isEmpty() ? QStringList{first} : QStringList{first, second}).join(QLatin1Char{'\n'});
+    texts.removeAll(QString{});
+    return texts.join(QLatin1Char{'\n'});
 }
 
 }
@@ -121,12 +123,15 @@ void CommandForm::presentStanding(const Standing& standing)
 void CommandForm::presentBanner(const Standing& standing)
 {
     if (standing.stage == SubmissionStage::uncertain)
-        banner().present(Banner::Kind::warn, lines(word(EntryWords::words(), "uncertain"), standing.note.text));
+        banner().present(Banner::Kind::warn,
+                         lines({word(EntryWords::words(), "uncertain"),
+                                standing.refusal ? FailureText::advice(*standing.refusal, m_locale) : QString{},
+                                standing.note.text}));
     else if (!standing.whyNot.isEmpty())
         banner().present(Banner::Kind::error, standing.whyNot);
     else if (standing.refusal && !endsSession(*standing.refusal)) // that was said where the member signed in again
         banner().present(Banner::Kind::error,
-                         lines(qString(m_store.friendly(*standing.refusal, m_locale)), standing.note.text));
+                         lines({qString(m_store.friendly(*standing.refusal, m_locale)), standing.note.text}));
     else
         banner().present(standing.note.kind, standing.note.text);
 }

@@ -60,7 +60,8 @@ public:
     [[nodiscard]] bool isUncertain() const { return m_stage == SubmissionStage::uncertain; }
     [[nodiscard]] bool isDone() const { return m_stage == SubmissionStage::done; }
     [[nodiscard]] const Form& form() const { return m_form; }
-    /// What the service said about the command as it was sent last; gone with the first change.
+    /// What the service said about the command as it was sent last, or why nobody knows what became of it; gone with
+    /// the first change.
     [[nodiscard]] const std::optional<Failure>& refusal() const { return m_refusal; }
     /// The command sent last: on its way, of unknown outcome, or, while editing, refused. Nothing before the first.
     [[nodiscard]] const std::optional<Command>& command() const { return m_command; }
@@ -90,6 +91,7 @@ public:
     {
         require(isUncertain(), "only a command of unknown outcome is sent again");
         m_attempt = SubmissionAttempt::retry;
+        m_refusal.reset();
         m_stage = SubmissionStage::saving;
     }
     /// The service has accepted the command.
@@ -102,11 +104,7 @@ public:
     void fail(const Failure& failure)
     {
         require(isSaving(), "a reply belongs to a command that is on its way");
-        if (leavesUncertain(failure, m_attempt)) {
-            m_stage = SubmissionStage::uncertain;
-            return;
-        }
-        m_stage = SubmissionStage::editing;
+        m_stage = leavesUncertain(failure, m_attempt) ? SubmissionStage::uncertain : SubmissionStage::editing;
         m_refusal = failure;
     }
 

@@ -11,6 +11,7 @@
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/ByteText.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 using Stage = ReceiptUpload::Stage;
@@ -216,7 +217,7 @@ std::vector<ReceiptRow> ReceiptUploads::rows(std::string_view locale) const
              .name = each.ready ? qString(each.ready->prepared.name) : each.source.name,
              .state = textOf(each),
              .message = problem   ? ReceiptSources::text(*problem, locale)
-                        : failure ? qString(m_store.friendly(*failure, std::string{locale}))
+                        : failure ? FailureText::of(m_store, *failure, locale)
                                   : QString{},
              .isDocument = mime.empty() ? each.source.name.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive)
                                         : mime == "application/pdf",

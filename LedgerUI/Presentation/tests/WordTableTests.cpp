@@ -40,6 +40,7 @@
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Presentation/Text/FileWords.h"
 #include "LedgerUI/Presentation/Text/KeyWords.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
@@ -74,6 +75,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"dialogWords", &dialogWords()},
         {"entryFormWords", &entryFormWords()},
         {"exportWords", &exportWords()},
+        {"failureWords", &failureWords()},
         {"fileWords", &fileWords()},
         {"importWords", &importWords()},
         {"keyWords", &keyWords()},

@@ -108,6 +108,25 @@ TEST(TransactionForm, RetriesAnUnconfirmedSaveWithTheSameRequest)
     EXPECT_EQ(sent[2], sent[0]);
 }
 
+TEST(TransactionForm, SaysWhatHelpsWhereTheServiceHasNoRoom)
+{
+    const auto saysSo = [](FormUnderTest& under) { return under.banner().find("no room left") != std::string::npos; };
+    FormUnderTest under;
+    fill(under);
+    under.answer(ServerReply::error(507, "insufficient_storage"));
+    under.saveAndWait();
+    EXPECT_TRUE(under.banner().starts_with("The save result is unconfirmed."));
+    EXPECT_TRUE(saysSo(under)) << under.banner();
+    under.answer(ServerReply::parked());
+    under.click("entrySave");
+    waitUntil([&] { return under.service.server.parkedCount() == 1; });
+    EXPECT_EQ(under.banner(), "") << "there may be room by now";
+    under.service.server.release(ServerReply::error(503, "service_unavailable"));
+    waitUntil([&] { return !under.service.store.isBusy(); });
+    settle();
+    EXPECT_FALSE(saysSo(under)) << under.banner();
+}
+
 TEST(TransactionForm, WarnsBeforeClosingAnUnconfirmedSave)
 {
     FormUnderTest under;

@@ -91,6 +91,10 @@ TEST_F(ReceiptDraft, KeepsWhatFailedWithItsReasonAndSendsOnlyThatAgain)
     EXPECT_FALSE(failed.message.isEmpty());
     EXPECT_FALSE(service.store.errorMessage().has_value()) << "the row says it already";
 
+    service.server.replace("POST v1/attachments", ServerReply::error(507, "insufficient_storage"));
+    uploads.retry(failed.number);
+    rest();
+    EXPECT_TRUE(uploads.rows("en-US")[1].message.contains(QStringLiteral("no room left"))) << "somebody can make some";
     service.server.replace("POST v1/attachments", uploaded("a2"));
     const auto before = sent();
     uploads.retry(failed.number);

@@ -1,0 +1,30 @@
+#include "LedgerUI/Presentation/Text/FailureText.h"
+
+#include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Text/WordTable.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+
+const WordTable& failureWords()
+{
+    static const WordTable table{
+        {"noRoom", "账本服务的存储空间已满。请联系服务的管理者释放空间，然后重试。",
+         "Ruang penyimpanan layanan buku penuh. Minta pengelola layanan menyediakan ruang, lalu coba lagi.",
+         "Dịch vụ sổ sách đã hết dung lượng. Hãy nhờ người quản lý dịch vụ giải phóng dung lượng rồi thử lại.",
+         "The ledger service has no room left. Ask whoever runs it to make room, then try again."},
+    };
+    return table;
+}
+
+QString FailureText::advice(const Failure& failure, std::string_view locale)
+{
+    const auto* error = std::get_if<APIError>(&failure);
+    return error && error->code == ServiceCode::insufficientStorage ? wordIn(locale, failureWords(), "noRoom")
+                                                                    : QString{};
+}
+
+QString FailureText::of(const LedgerStore& store, const Failure& failure, std::string_view locale)
+{
+    const auto advised = advice(failure, locale);
+    return advised.isEmpty() ? qString(store.friendly(failure, std::string{locale})) : advised;
+}

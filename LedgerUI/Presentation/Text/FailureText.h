@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string_view>
+
+#include <QString>
+
+#include "LedgerCore/Client/Errors/Failure.h"
+
+class LedgerStore;
+class WordTable;
+
+const WordTable& failureWords();
+
+/// What a person reads of a failure.
+namespace FailureText {
+
+/// What can be done about it, where the message of all failures of its kind does not tell; empty for most.
+QString advice(const Failure& failure, std::string_view locale);
+
+/// The advice where there is some, else the message of all failures of its kind.
+QString of(const LedgerStore& store, const Failure& failure, std::string_view locale);
+
+}
