@@ -23,6 +23,15 @@ bool isMark(std::string_view text)
     return !TextFold::trimmed(text).empty() && text.size() <= maximumMarkBytes;
 }
 
+/// Whether whoever asks has not seen the draft as it is now.
+std::optional<Refusal> whyNotTheirs(const std::optional<EntryDraft>& before, std::string_view writer,
+                                    const std::optional<std::string>& takenFrom)
+{
+    if (!before || before->writer == writer || before->writer == takenFrom)
+        return std::nullopt;
+    return Refusal::of(ServiceCode::conflict, "Another program goes on with this draft.");
+}
+
 SessionOwner ownerOf(const CommandAct& act)
 {
     return {act.companyID, act.member.id};
@@ -62,6 +71,13 @@ std::optional<Refusal> DraftCommands::whyNotShaped(const DraftKeep& draft)
     return std::nullopt;
 }
 
+std::optional<Refusal> DraftCommands::whyNotShaped(const DraftDiscard& by)
+{
+    if (isMark(by.writer) && (!by.takenFrom || isMark(*by.takenFrom)))
+        return std::nullopt;
+    return Refusal::of(ServiceCode::validationError, "Giving a draft up names the program that does.");
+}
+
 EntryDraftList DraftCommands::list(const CommandAct& act)
 {
     return {DraftRepository::all(act.connection, ownerOf(act))};
@@ -86,8 +102,8 @@ std::expected<DraftKept, Refusal> DraftCommands::keep(const CommandAct& act, std
         return DraftKept{.recordedEntryID = *std::move(entryID)};
     }
     const auto before = DraftRepository::find(act.connection, owner, key);
-    if (before && before->writer != draft.writer && before->writer != draft.takenFrom)
-        return std::unexpected(Refusal::of(ServiceCode::conflict, "Another program goes on with this draft."));
+    if (auto refusal = whyNotTheirs(before, draft.writer, draft.takenFrom))
+        return std::unexpected(*std::move(refusal));
     if (!makeRoom(act, key))
         return std::unexpected(
             Refusal::of(ServiceCode::rateLimited, "The member has too many drafts that were being sent."));
@@ -100,10 +116,14 @@ std::expected<DraftKept, Refusal> DraftCommands::keep(const CommandAct& act, std
     return DraftKept{};
 }
 
-void DraftCommands::discard(const CommandAct& act, std::string_view key)
+std::expected<void, Refusal> DraftCommands::discard(const CommandAct& act, std::string_view key, const DraftDiscard& by)
 {
     act.note.isPrivate = true;
-    DraftRepository::remove(act.connection, ownerOf(act), key);
+    const auto owner = ownerOf(act);
+    if (auto refusal = whyNotTheirs(DraftRepository::find(act.connection, owner, key), by.writer, by.takenFrom))
+        return std::unexpected(*std::move(refusal));
+    DraftRepository::remove(act.connection, owner, key);
+    return {};
 }
 
 }

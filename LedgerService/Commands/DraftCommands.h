@@ -18,6 +18,7 @@ inline constexpr std::size_t mostOfMember = 20;
 
 /// What is wrong with a draft by itself.
 std::optional<Refusal> whyNotShaped(const DraftKeep& draft);
+std::optional<Refusal> whyNotShaped(const DraftDiscard& by);
 
 EntryDraftList list(const CommandAct& act);
 
@@ -26,7 +27,8 @@ EntryDraftList list(const CommandAct& act);
 /// that nobody has changed for the longest time goes, unless it was being sent.
 std::expected<DraftKept, Refusal> keep(const CommandAct& act, std::string_view key, const DraftKeep& draft);
 
-void discard(const CommandAct& act, std::string_view key);
+/// Where another program goes on with the draft, it stays that one's.
+std::expected<void, Refusal> discard(const CommandAct& act, std::string_view key, const DraftDiscard& by);
 
 }
 

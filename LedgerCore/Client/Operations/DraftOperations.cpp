@@ -15,7 +15,10 @@ QCoro::Task<Result<DraftKept>> DraftOperations::keepDraft(DraftKeep draft)
         {.method = "PUT", .path = "v1/me/drafts/" + draft.entry.idempotencyKey, .body = Json::encode(draft)});
 }
 
-QCoro::Task<Result<OK>> DraftOperations::discardDraft(std::string key)
+QCoro::Task<Result<OK>> DraftOperations::discardDraft(std::string key, DraftDiscard by)
 {
-    return m_runner.askBeside<OK>({.method = "DELETE", .path = "v1/me/drafts/" + key});
+    APIRequest request{.method = "DELETE", .path = "v1/me/drafts/" + key, .query = {{"writer", std::move(by.writer)}}};
+    if (by.takenFrom)
+        request.query.push_back({"takenFrom", *std::move(by.takenFrom)});
+    return m_runner.askBeside<OK>(std::move(request));
 }

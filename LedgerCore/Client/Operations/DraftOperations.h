@@ -16,7 +16,7 @@ class DraftOperations {
 public:
     QCoro::Task<Result<EntryDraftList>> loadDrafts();
     QCoro::Task<Result<DraftKept>> keepDraft(DraftKeep draft);
-    QCoro::Task<Result<OK>> discardDraft(std::string key);
+    QCoro::Task<Result<OK>> discardDraft(std::string key, DraftDiscard by);
 
 protected:
     explicit DraftOperations(OperationRunner& runner) : m_runner{runner} {}

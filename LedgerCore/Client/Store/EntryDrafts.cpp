@@ -114,12 +114,18 @@ void EntryDrafts::adopt(const MemberIdentity& whose, const EntryDraftList& loade
 
 DraftKeep EntryDrafts::keeping(const Shelf& shelf, const EntryDraft& draft) const
 {
-    const auto taken = shelf.takenFrom.find(keyOf(draft));
     return {.entry = draft.entry,
             .locale = draft.locale,
             .sent = draft.sent,
             .writer = m_writer,
-            .takenFrom = taken == shelf.takenFrom.end() ? std::nullopt : std::optional{taken->second}};
+            .takenFrom = takenFrom(shelf, keyOf(draft))};
+}
+
+/// The program whose draft is in sight here, until the service has this one as its writer.
+std::optional<std::string> EntryDrafts::takenFrom(const Shelf& shelf, const std::string& key)
+{
+    const auto taken = shelf.takenFrom.find(key);
+    return taken == shelf.takenFrom.end() ? std::nullopt : std::optional{taken->second};
 }
 
 void EntryDrafts::keep(TransactionDraft entry, std::string locale)
@@ -186,9 +192,10 @@ void EntryDrafts::discard(const std::string& key)
     if (!here)
         return;
     const bool wasKnown = here->known.contains(key);
+    const Forgotten forgotten{takenFrom(*here, key)};
     settle(key);
     if (wasKnown)
-        wish(*here, key, Forgotten{}, atOnce);
+        wish(*here, key, forgotten, atOnce);
 }
 
 /// The same without a word.
@@ -196,7 +203,7 @@ void EntryDrafts::forget(Shelf& shelf, const std::string& key)
 {
     shelf.wishes.erase(key);
     if (shelf.known.contains(key))
-        wish(shelf, key, Forgotten{}, m_patience.typing);
+        wish(shelf, key, Forgotten{takenFrom(shelf, key)}, m_patience.typing);
 }
 
 void EntryDrafts::takeOver(const std::string& key)
@@ -256,7 +263,8 @@ void EntryDrafts::tell()
         return;
     }
     here->known.erase(key);
-    QCoro::connect(m_store.discardDraft(key), this, [this, whose, key, wish](const Result<OK>& reply) {
+    const DraftDiscard by{.writer = m_writer, .takenFrom = std::get<Forgotten>(wish).takenFrom};
+    QCoro::connect(m_store.discardDraft(key, by), this, [this, whose, key, wish](const Result<OK>& reply) {
         told(whose, key, wish, reply ? Result<DraftKept>{} : std::unexpected(reply.error()));
     });
 }
@@ -275,6 +283,8 @@ void EntryDrafts::told(const MemberIdentity& whose, const std::string& key, cons
     } else if (refusal && refusal->status == 404 && !here.isServed) {
         here.isRefused = true;
         here.wishes.clear();
+    } else if (refusal && refusal->status == 409 && std::holds_alternative<Forgotten>(wish)) {
+        here.takenFrom.erase(key); // given up here, and gone on with elsewhere
     } else if (refusal && refusal->status == 409) {
         here.known.erase(key);
         here.wishes.erase(key);

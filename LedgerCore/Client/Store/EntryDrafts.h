@@ -72,7 +72,9 @@ Q_SIGNALS:
     void idle();
 
 private:
-    struct Forgotten {};
+    struct Forgotten {
+        std::optional<std::string> takenFrom;
+    };
     using Wish = std::variant<DraftKeep, Forgotten>; // what the service is to be told about a key
 
     /// What is held for one member of one company at one service.
@@ -95,6 +97,7 @@ private:
     void adopt(const MemberIdentity& whose, const EntryDraftList& loaded);
     void wish(Shelf& shelf, const std::string& key, Wish wish, std::chrono::milliseconds delay);
     void forget(Shelf& shelf, const std::string& key);
+    [[nodiscard]] static std::optional<std::string> takenFrom(const Shelf& shelf, const std::string& key);
     [[nodiscard]] DraftKeep keeping(const Shelf& shelf, const EntryDraft& draft) const;
     void tell();
     void told(const MemberIdentity& whose, const std::string& key, const Wish& wish, const Result<DraftKept>& reply);

@@ -19,6 +19,13 @@ std::string routeOf(const ServerRequest& request)
     return request.method + " " + request.path.substr(1);
 }
 
+/// Whether the request goes there; a route without a query is that of every query.
+bool goesTo(const std::string& route, const ServerRequest& request)
+{
+    const auto whole = routeOf(request);
+    return whole == route || whole.substr(0, whole.find('?')) == route;
+}
+
 void readHeader(ServerRequest& request, std::string_view line)
 {
     const auto colon = line.find(':');
@@ -122,7 +129,7 @@ std::vector<ServerRequest> ScriptedServer::requests(const std::string& route) co
 {
     std::vector<ServerRequest> matching;
     std::ranges::copy_if(m_requests, std::back_inserter(matching),
-                         [&](const ServerRequest& request) { return routeOf(request) == route; });
+                         [&](const ServerRequest& request) { return goesTo(route, request); });
     return matching;
 }
 
@@ -135,18 +142,26 @@ void ScriptedServer::receive(QTcpSocket& socket)
         handle(socket, std::move(*request));
 }
 
+std::deque<ServerReply>* ScriptedServer::repliesTo(const ServerRequest& request)
+{
+    const auto exact = m_script.find(routeOf(request));
+    const auto found = exact != m_script.end() ? exact : std::ranges::find_if(m_script, [&](const auto& each) {
+        return goesTo(each.first, request);
+    });
+    return found == m_script.end() ? nullptr : &found->second;
+}
+
 void ScriptedServer::handle(QTcpSocket& socket, ServerRequest request)
 {
-    const auto scripted = m_script.find(routeOf(request));
+    auto* const replies = repliesTo(request);
     m_requests.push_back(std::move(request));
-    if (scripted == m_script.end()) {
+    if (!replies) {
         send(socket, ServerReply::error(404, "unscripted"));
         return;
     }
-    auto& replies = scripted->second;
-    const auto reply = replies.front();
-    if (replies.size() > 1)
-        replies.pop_front();
+    const auto reply = replies->front();
+    if (replies->size() > 1)
+        replies->pop_front();
     send(socket, reply);
 }
 

@@ -21,8 +21,8 @@ public:
     /// The base address to give to a client.
     [[nodiscard]] std::string url() const;
 
-    /// Answers `route`, such as "GET v1/snapshot". Several replies to one route are given in turn, the last one again
-    /// and again.
+    /// Answers `route`, such as "GET v1/snapshot", whatever its query, unless the route names one. Several replies to
+    /// one route are given in turn, the last one again and again.
     void answer(const std::string& route, ServerReply reply);
 
     /// Forgets what was scripted for the route and answers it so.
@@ -37,6 +37,7 @@ public:
     [[nodiscard]] std::size_t parkedCount() const { return m_parked.size(); }
 
 private:
+    [[nodiscard]] std::deque<ServerReply>* repliesTo(const ServerRequest& request);
     void receive(QTcpSocket& socket);
     void handle(QTcpSocket& socket, ServerRequest request);
     void send(QTcpSocket& socket, const ServerReply& reply);

@@ -70,6 +70,13 @@ protected:
             bodies.push_back(Json::decode<DraftKeep>(request.body).value());
         return bodies;
     }
+    std::string discarded(const std::string& key)
+    {
+        const auto route = at("DELETE", key);
+        waitUntil([&] { return under.server.requests(route).size() == 1; });
+        const auto path = under.server.requests(route).front().path;
+        return path.substr(path.find('?') + 1);
+    }
     void waitUntilTold(const std::string& key, std::size_t times)
     {
         waitUntil([&] { return under.server.requests(at("PUT", key)).size() == times; });
@@ -100,7 +107,8 @@ TEST_F(Drafts, ComeBackAfterTheProgramDied)
     EXPECT_EQ(drafts().left()->entry.idempotencyKey, "a");
     under.server.replace(at("DELETE", "a"), ServerReply::json(R"({"ok":true})"));
     drafts().discard("a");
-    waitUntil([&] { return under.server.requests(at("DELETE", "a")).size() == 1; });
+    const auto writer = "writer=" + told("b").front().writer;
+    EXPECT_EQ(discarded("a"), writer + "&takenFrom=a%20program%20that%20died");
     EXPECT_FALSE(drafts().left().has_value());
 }
 
@@ -152,7 +160,7 @@ TEST_F(Drafts, TakeThePlaceOfTheOneThatWasBegunBefore)
     waitUntilTold("k", 1);
     drafts().keep(typed("l", "2"), "en-US");
     waitUntilTold("l", 1);
-    waitUntil([&] { return under.server.requests(at("DELETE", "k")).size() == 1; });
+    EXPECT_EQ(discarded("k"), "writer=" + told("k").front().writer) << "its own";
     drafts().keep(typed("never told", "3"), "en-US");
     drafts().settle("never told");
     EXPECT_FALSE(drafts().own().has_value());
@@ -204,6 +212,28 @@ TEST_F(Drafts, LeaveTheirKeyToTheWindowThatGoesOn)
     waitUntil([&] { return !lost.empty(); });
     EXPECT_EQ(lost, std::vector<std::string>{"k"});
     EXPECT_FALSE(drafts().own().has_value());
+}
+
+TEST_F(Drafts, StayWithTheWindowThatGoesOnWhenTheyAreGivenUpHere)
+{
+    signIn();
+    int lost = 0;
+    QObject::connect(&drafts(), &EntryDrafts::takenOver, &under.store, [&] { ++lost; });
+    int told = 0;
+    QObject::connect(&drafts(), &EntryDrafts::idle, &under.store, [&] { ++told; });
+    answer("k", ServerReply::json("{}"));
+    drafts().keep(typed("k", "1"), "en-US");
+    waitUntil([&] { return told == 1; });
+    under.server.replace(at("DELETE", "k"), ServerReply::error(409, "conflict"));
+    drafts().discard("k");
+    drafts().keep(typed("other", "2"), "en-US");
+    answer("other", ServerReply::json("{}"));
+    waitUntilTold("other", 1);
+    waitUntil([&] { return told >= 2; });
+    EXPECT_EQ(under.server.requests(at("DELETE", "k")).size(), 1U) << "it is not asked for again";
+    EXPECT_EQ(lost, 0) << "nothing here loses its key";
+    EXPECT_EQ(drafts().own()->entry, typed("other", "2"));
+    EXPECT_FALSE(under.store.errorMessage().has_value());
 }
 
 TEST_F(Drafts, GoWhenTheServiceSaysThatTheEntryIsRecorded)

@@ -30,7 +30,7 @@ struct EntryDraftList {
 };
 BOOST_DESCRIBE_STRUCT(EntryDraftList, (), (drafts))
 
-/// Body of keeping a draft. What another program has kept is only overwritten by one that names it.
+/// Body of keeping a draft. What another program has kept is only overwritten, or given up, by one that names it.
 struct DraftKeep {
     TransactionDraft entry;
     std::string locale;
@@ -42,7 +42,15 @@ struct DraftKeep {
 };
 BOOST_DESCRIBE_STRUCT(DraftKeep, (), (entry, locale, sent, writer, takenFrom))
 
-/// Reply to that.
+/// Who gives a draft up.
+struct DraftDiscard {
+    std::string writer;
+    std::optional<std::string> takenFrom; // the writer whose draft was in sight
+
+    bool operator==(const DraftDiscard&) const = default;
+};
+
+/// Reply to keeping one.
 struct DraftKept {
     std::optional<std::string> recordedEntryID; // set: nothing is kept, the entry of this key stands in the books
 

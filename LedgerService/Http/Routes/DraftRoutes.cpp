@@ -1,8 +1,10 @@
 #include <array>
 
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Commands/DraftCommands.h"
 #include "LedgerService/Http/Dispatch/CommandOnce.h"
 #include "LedgerService/Http/Routes/ActOf.h"
+#include "LedgerService/Http/Routes/QueryText.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Http/Routes/RouteKit.h"
 
@@ -29,9 +31,28 @@ std::expected<DraftKept, Refusal> keep(const MemberCall& call, const DraftKeep& 
     return DraftCommands::keep(actOf(call), call.parameters.front(), draft);
 }
 
+/// "writer=x&takenFrom=y".
+std::optional<DraftDiscard> discardOf(std::string_view query)
+{
+    auto fields = QueryText::fieldsOf(query);
+    if (!fields)
+        return std::nullopt;
+    DraftDiscard by{.writer = (*fields)["writer"], .takenFrom = {}};
+    if (const auto taken = fields->find("takenFrom"); taken != fields->end())
+        by.takenFrom = taken->second;
+    return by;
+}
+
 std::expected<Done, Refusal> discard(const MemberCall& call)
 {
-    DraftCommands::discard(actOf(call), call.parameters.front());
+    const auto by = discardOf(call.request.query);
+    if (!by)
+        return std::unexpected(Refusal::of(ServiceCode::validationError, "The query is not one of this path."));
+    if (auto refusal = DraftCommands::whyNotShaped(*by))
+        return std::unexpected(*std::move(refusal));
+    const auto done = DraftCommands::discard(actOf(call), call.parameters.front(), *by);
+    if (!done)
+        return std::unexpected(done.error());
     return Done{};
 }
 

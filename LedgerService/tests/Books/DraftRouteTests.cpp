@@ -52,6 +52,10 @@ protected:
     {
         return m_service.as(by, "PUT", at(draft.entry.idempotencyKey), Json::encode(draft));
     }
+    HttpAnswer discard(const std::string& by, const std::string& key, const std::string& query = "?writer=window")
+    {
+        return m_service.as(by, "DELETE", at(key) + query);
+    }
     std::vector<EntryDraft> list(const std::string& by)
     {
         return Json::decode<EntryDraftList>(m_service.as(by, "GET", "/v1/me/drafts").body).value().drafts;
@@ -86,9 +90,9 @@ TEST_F(DraftRoutes, KeepWhatAMemberHasBegunForThatMemberAlone)
     Staff::set(m_service, "guest", "owner", {"viewCompany", "manageCompany"}, {Staff::every("bank")});
     EXPECT_EQ(keys("guest"), std::vector<std::string>{});
     EXPECT_EQ(keep("guest", typed("a", "1")).status, 200) << "another member's key is another draft";
-    EXPECT_EQ(m_service.as("guest", "DELETE", at("b")).body, R"({"ok":true})") << "there or not";
+    EXPECT_EQ(discard("guest", "b").body, R"({"ok":true})") << "there or not";
     EXPECT_EQ(keys("mira"), (std::vector<std::string>{"b", "a"}));
-    EXPECT_EQ(m_service.as("mira", "DELETE", at("b")).status, 200);
+    EXPECT_EQ(discard("mira", "b").status, 200);
     EXPECT_EQ(keys("mira"), std::vector<std::string>{"a"});
 }
 
@@ -98,7 +102,7 @@ TEST_F(DraftRoutes, AreNoPartOfTheBooks)
     Staff::set(m_service, "guest", "owner", {"viewCompany"}, {Staff::every("bank")});
     const auto audit = m_service.as("guest", "GET", "/v1/audit").body;
     keep("mira", typed("a", "2"));
-    m_service.as("mira", "DELETE", at("a"));
+    discard("mira", "a");
     EXPECT_EQ(m_service.as("mira", "GET", "/v1/snapshot").header("etag"), tag) << "nobody loads anything anew";
     EXPECT_EQ(m_service.as("guest", "GET", "/v1/audit").body, audit);
 }
@@ -134,6 +138,26 @@ TEST_F(DraftRoutes, AreWrittenByOneProgramAtATime)
     EXPECT_EQ(keep("mira", typed("a", "4", "first")).code(), "conflict");
     EXPECT_EQ(keep("mira", taken).status, 200) << "its reply was lost";
     EXPECT_EQ(list("mira").front().entry.amount, "3");
+}
+
+TEST_F(DraftRoutes, AreGivenUpOnlyByWhoSawThemAsTheyAre)
+{
+    keep("mira", typed("a", "2", "first"));
+    auto taken = typed("a", "3", "second");
+    taken.takenFrom = "first";
+    keep("mira", taken);
+    EXPECT_EQ(discard("mira", "a", "?writer=first").code(), "conflict") << "it was taken over";
+    EXPECT_EQ(discard("mira", "a", "?writer=third&takenFrom=first").code(), "conflict");
+    ASSERT_EQ(list("mira").size(), 1U);
+    EXPECT_EQ(list("mira").front().entry.amount, "3");
+    EXPECT_EQ(discard("mira", "a", "?writer=third&takenFrom=second").status, 200);
+    EXPECT_EQ(keys("mira"), std::vector<std::string>{});
+
+    keep("mira", typed("a", "2", "one & two"));
+    for (const auto* query : {"", "?writer=", "?writer=x&writer=y", "?takenFrom=window", "?writer=x&takenFrom="})
+        EXPECT_EQ(discard("mira", "a", query).code(), "validation_error") << query;
+    EXPECT_EQ(discard("mira", "a", "?writer=one%20%26+two").status, 200);
+    EXPECT_EQ(keys("mira"), std::vector<std::string>{});
 }
 
 TEST_F(DraftRoutes, AreBoundedInNumberAndNeverLoseOneThatWasBeingSent)
