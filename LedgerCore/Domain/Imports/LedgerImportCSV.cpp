@@ -104,13 +104,62 @@ std::optional<Layout> layoutOf(std::vector<std::string_view> header)
     return std::nullopt;
 }
 
-/// A cell as it stands: what a person wrote is not turned into another text, as it is in an export.
-void appendQuoted(std::string& text, std::string_view cell)
+/// A cell as it stands: what a person wrote is not turned into another text, as it is in an export, and quoted only
+/// where it must be, so that the file does not grow.
+void appendCell(std::string& text, std::string_view cell)
 {
+    if (cell.find_first_of("\",\r\n") == std::string_view::npos) {
+        text += cell;
+        return;
+    }
     text += '"';
     for (const char each : cell)
         text.append(each == '"' ? 2 : 1, each);
     text += '"';
+}
+
+void appendCells(std::string& text, const std::vector<std::string_view>& cells)
+{
+    for (std::size_t at = 0; at < cells.size(); ++at) {
+        if (at > 0)
+            text += ',';
+        appendCell(text, cells[at]);
+    }
+}
+
+/// The file with those of its issues, from the first on, for which there are `room` bytes.
+std::string written(std::string_view data, const std::map<int, std::string>& issues, std::size_t room)
+{
+    const std::string_view lineEnd = data.find("\r\n") == std::string_view::npos ? "\n" : "\r\n";
+    CsvReader reader{data};
+    std::string text{CsvDocument::byteOrderMark};
+    text.reserve(data.size() + room);
+    std::optional<Layout> layout;
+    for (int line = 1; reader.next() == CsvReader::Outcome::record; ++line) {
+        auto cells = reader.fields();
+        if (line == 1) {
+            layout = layoutOf(cells);
+            if (!layout)
+                return {};
+        }
+        layout->strip(cells);
+        const auto found = issues.find(line);
+        std::string issue;
+        if (line == 1)
+            appendCell(issue, LedgerImportCSV::issueHeader);
+        else if (found != issues.end())
+            appendCell(issue, found->second);
+        // A short row is filled up, or its issue would stand in another column.
+        if (!issue.empty() && cells.size() < layout->columns())
+            cells.resize(layout->columns());
+        appendCells(text, cells);
+        if (line == 1 || (!issue.empty() && issue.size() < room)) {
+            text += ',' + issue;
+            room -= line == 1 ? 0 : issue.size() + 1;
+        }
+        text += lineEnd;
+    }
+    return text;
 }
 
 }
@@ -155,28 +204,6 @@ LedgerImportPlan LedgerImportCSV::plan(std::string_view data, const LedgerSnapsh
 
 std::string LedgerImportCSV::withIssues(std::string_view data, const std::map<int, std::string>& issues)
 {
-    CsvReader reader{data};
-    std::string text{CsvDocument::byteOrderMark};
-    text.reserve(data.size() * 2);
-    std::optional<Layout> layout;
-    for (int line = 1; reader.next() == CsvReader::Outcome::record; ++line) {
-        auto cells = reader.fields();
-        if (line == 1) {
-            layout = layoutOf(cells);
-            if (!layout)
-                return {};
-        }
-        layout->strip(cells);
-        // A short row is filled up, or its issue would stand in another column.
-        while (cells.size() < layout->columns())
-            cells.emplace_back();
-        for (const auto cell : cells) {
-            appendQuoted(text, cell);
-            text += ',';
-        }
-        const auto found = issues.find(line);
-        appendQuoted(text, line == 1 ? issueHeader : found == issues.end() ? std::string_view{} : found->second);
-        text += "\r\n";
-    }
-    return text;
+    const auto withoutIssues = written(data, issues, 0).size();
+    return written(data, issues, maximumFileSize - std::min(withoutIssues, maximumFileSize));
 }

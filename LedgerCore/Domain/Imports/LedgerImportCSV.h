@@ -45,7 +45,8 @@ std::string templateText();
 LedgerImportPlan plan(std::string_view data, const LedgerSnapshot& snapshot);
 
 /// The same file with a last column of issues, by the lines of the plan, to be mended and read again. Its cells stay
-/// as they are, so that its rows keep their keys. Only of a file that is not malformed.
+/// as they are, so that its rows keep their keys. Where all issues would make it too large to be read again, it holds
+/// the first of them. Only of a file that is not malformed.
 std::string withIssues(std::string_view data, const std::map<int, std::string>& issues);
 
 }

@@ -1,6 +1,7 @@
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -331,9 +332,9 @@ TEST(LedgerImport, GivesAFileBackWithItsIssuesToBeMendedAndReadAgain)
     const auto before = LedgerImportCSV::plan(std::string{header} + rows, books());
     ASSERT_EQ(before.issues.size(), 1);
     const auto file = LedgerImportCSV::withIssues(std::string{header} + rows, {{4, "Too \"few\"."}});
-    EXPECT_NE(file.find("\"问题 Issue\"\r\n\"2026-01-05\","), std::string::npos) << file;
+    EXPECT_NE(file.find(",问题 Issue\n2026-01-05,Income,"), std::string::npos) << file;
     EXPECT_NE(file.find(R"("=1, ""two"")"), std::string::npos) << "what a person wrote stays as it was";
-    EXPECT_NE(file.find(R"("oops","Sales","","","","","Too ""few"".")"), std::string::npos) << file;
+    EXPECT_NE(file.find(R"(,oops,Sales,,,,,"Too ""few"".")"), std::string::npos) << file;
 
     auto mended = file;
     mended.replace(mended.find("oops"), 4, "2.50");
@@ -344,6 +345,28 @@ TEST(LedgerImport, GivesAFileBackWithItsIssuesToBeMendedAndReadAgain)
     EXPECT_EQ(after.lines, (std::vector<int>{2, 4}));
     EXPECT_EQ(LedgerImportCSV::withIssues(mended, {{4, "Too \"few\"."}}).find("oops"), std::string::npos);
     EXPECT_EQ(LedgerImportCSV::withIssues(file, {{4, "Too \"few\"."}}), file) << "one column, however often";
+}
+
+TEST(LedgerImport, GivesALargeFileBackSmallEnoughToBeReadAgain)
+{
+    const std::string good = "2026-01-05,Income,Bank,USD,1,Sales,,,,\n";
+    auto data = std::string{header};
+    std::map<int, std::string> issues;
+    int line = 1;
+    for (; data.size() + good.size() + 100 < LedgerImportCSV::maximumFileSize; ++line)
+        data += good;
+    data += "2026-01-06,Income,Bank,USD,oops,Sales,,,,\n";
+    const auto mended = LedgerImportCSV::withIssues(data, {{++line, "Amount"}});
+    EXPECT_LE(mended.size(), LedgerImportCSV::maximumFileSize);
+    EXPECT_NE(mended.find("oops,Sales,,,,,Amount\n"), std::string::npos);
+
+    for (int at = 2; at <= line; ++at)
+        issues.emplace(at, "Every row, one way or another, is wrong in this file");
+    const auto cut = LedgerImportCSV::withIssues(data.substr(0, data.size() / 2), issues);
+    EXPECT_LE(cut.size(), LedgerImportCSV::maximumFileSize);
+    EXPECT_GT(cut.size(), LedgerImportCSV::maximumFileSize - 1'000) << "as many as there is room for";
+    EXPECT_NE(cut.find(good.substr(0, good.size() - 1) + ",\"Every row, one way or another, is wrong in this file\"\n"),
+              std::string::npos);
 }
 
 TEST(LedgerImport, WordsEveryIssueInFourLanguages)
