@@ -136,7 +136,8 @@ public:
     /// Gives the identifier of the recorded entry, or an empty one where the service does not tell it. That the entry
     /// could not be reloaded is published.
     QCoro::Task<Result<std::string>> postTransaction(TransactionInput input, bool publishError);
-    /// Records one entry after the other until one fails; `progress` is told how many are confirmed.
+    /// Records one entry after the other until one fails; `progress` is told how many are confirmed. Where the session
+    /// ends on the way, its message says that as well: nobody else may be left to say it.
     QCoro::Task<Result<void>> importTransactions(std::vector<TransactionInput> inputs,
                                                  std::function<void(std::size_t)> progress);
     /// Repeats the kept request of an earlier attempt on the same entry as it stood.

@@ -1,7 +1,9 @@
+#include <memory>
 #include <utility>
 
 #include <QPointer>
 
+#include "LedgerCore/Client/Errors/ImportStopped.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
@@ -104,9 +106,21 @@ QCoro::Task<Result<std::string>> LedgerStore::record(TransactionInput input)
 QCoro::Task<Result<void>> LedgerStore::importTransactions(std::vector<TransactionInput> inputs,
                                                           std::function<void(std::size_t)> progress)
 {
-    return operation(Publishing::on, [this, inputs = std::move(inputs), progress = std::move(progress)] {
-        return recordEach(inputs, progress);
-    });
+    const QPointer<LedgerStore> self = this;
+    const auto confirmed = std::make_shared<std::size_t>(0);
+    const auto note = [confirmed, progress = std::move(progress)](std::size_t done) {
+        *confirmed = done;
+        if (progress)
+            progress(done);
+    };
+    auto running =
+        operation(Publishing::on, [this, inputs = std::move(inputs), note] { return recordEach(inputs, note); });
+    const auto outcome = co_await running;
+    if (self && *confirmed > 0 && !outcome && endsSession(outcome.error()))
+        assign(m_errorMessage,
+               std::optional{friendly(outcome.error()) + '\n' + importStoppedText(*confirmed, locale())},
+               &LedgerStore::errorMessageChanged);
+    co_return outcome;
 }
 
 QCoro::Task<Result<void>> LedgerStore::recordEach(std::vector<TransactionInput> inputs,
@@ -124,10 +138,8 @@ QCoro::Task<Result<void>> LedgerStore::recordEach(std::vector<TransactionInput> 
         if (!self)
             co_return std::unexpected(Cancelled{});
         const auto recorded = reply ? recordedID(reply->body) : std::unexpected(reply.error());
-        if (recorded && progress)
+        if (recorded)
             progress(++done);
-        else if (recorded)
-            ++done;
         else
             outcome = std::unexpected(recorded.error());
     }

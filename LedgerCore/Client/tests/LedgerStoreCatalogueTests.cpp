@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/Errors/ImportStopped.h"
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
@@ -485,6 +486,25 @@ TEST(LedgerStoreImport, StopsAtTheFirstFailureAndShowsWhatIsRecorded)
     EXPECT_TRUE(resultOf(test.store.importTransactions({income("b"), income("c")}, note)));
     EXPECT_EQ(told, (std::vector<std::size_t>{1, 1, 2}));
     EXPECT_EQ(test.server.requests("GET v1/snapshot").size(), 2U) << "one reload each";
+}
+
+TEST(LedgerStoreImport, SaysHowFarItCameWhereTheSessionEnds)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer("POST v1/transactions", ServerReply::json(R"({"id":"t2"})"));
+    test.server.answer("POST v1/transactions", ServerReply::error(401, "unauthorized"));
+    EXPECT_FALSE(resultOf(test.store.importTransactions({income("a"), income("b")}, {})));
+    EXPECT_FALSE(test.store.snapshot());
+    const auto& said = test.store.errorMessage();
+    ASSERT_TRUE(said.has_value());
+    EXPECT_TRUE(said->starts_with(test.store.friendly(APIError{401, "unauthorized", {}})));
+    EXPECT_TRUE(said->ends_with(importStoppedText(1, test.store.locale()))) << *said;
+
+    test.signIn(books);
+    test.server.replace("POST v1/transactions", ServerReply::error(401, "unauthorized"));
+    EXPECT_FALSE(resultOf(test.store.importTransactions({income("b")}, {})));
+    EXPECT_EQ(test.store.errorMessage(), test.store.friendly(APIError{401, "unauthorized", {}})) << "nothing came in";
 }
 
 TEST(LedgerStoreAttachments, AreDownloadedOnceIntoAPrivateFile)

@@ -15,6 +15,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include "LedgerCore/Client/Errors/ImportStopped.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
@@ -205,7 +206,7 @@ CommandForm::Note ImportDialog::note() const
     if (m_stage == Stage::done)
         return {Banner::Kind::success, counted("done", m_confirmed)};
     if (m_stage == Stage::stopped) {
-        const auto stopped = counted("stopped", m_confirmed);
+        const auto stopped = qString(importStoppedText(m_confirmed, locale()));
         return {Banner::Kind::warn, m_failure.isEmpty() ? stopped : m_failure + QLatin1Char('\n') + stopped};
     }
     if (!m_failure.isEmpty())

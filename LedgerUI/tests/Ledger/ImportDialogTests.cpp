@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
 #include <sstream>
 
 #include <QApplication>
@@ -13,6 +14,7 @@
 #include <QUrl>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/testing/BusyWorkers.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
@@ -240,6 +242,28 @@ TEST(ImportDialog, MarksWhatIsRecordedAlready)
     EXPECT_NE(under.screen.read("importTable").find("Recorded already"), std::string::npos);
 }
 
+TEST(ImportDialog, ReadsAFileAnewWhereTheBooksChangedMeanwhile)
+{
+    const auto plan = LedgerImportCSV::plan(LedgerImportCSV::templateText() + goodRows, books().build());
+    ASSERT_EQ(plan.inputs.size(), 3U);
+    ImportUnderTest under;
+    under.screen.press("importLedgerButton");
+    under.screen.waitForFocus("importDialog");
+    auto workers = std::make_unique<BusyWorkers>();
+    std::ofstream{under.file(), std::ios::binary} << LedgerImportCSV::templateText() << goodRows;
+    under.screen.find<ImportDialog>("importDialog").chooseFile(under.file());
+    auto after = books();
+    after.income(plan.inputs[0].idempotencyKey, "2026-01-02", "Bank", "IDR", 25'000'000, "sales");
+    under.server.replace("GET v1/snapshot", ServerReply::json(after.json()));
+    QCoro::connect(under.store.refresh(false), &under.store, [](const Result<void>&) {});
+    under.screen.waitUntil("the newer books are there",
+                           [&] { return !under.store.isBusy() && under.store.snapshot()->transactions.size() == 1; });
+    EXPECT_FALSE(under.screen.shows("importStart")) << "nothing is known of the file yet";
+    workers.reset();
+    under.screen.waitForText("1 of them is recorded already and will not be duplicated.");
+    EXPECT_TRUE(under.screen.shows("importStart"));
+}
+
 TEST(ImportDialog, StopsWhenAskedAndEndsWithTheSession)
 {
     ImportUnderTest under;
@@ -253,12 +277,14 @@ TEST(ImportDialog, StopsWhenAskedAndEndsWithTheSession)
     under.screen.waitForText("Import stopped after 1 confirmed record.");
     EXPECT_TRUE(under.screen.shows("importDialog"));
 
-    under.server.replace("POST v1/transactions", ServerReply::error(401, "unauthorized"));
+    under.server.replace("POST v1/transactions", ServerReply::json(R"({"id":"t"})"));
+    under.server.answer("POST v1/transactions", ServerReply::error(401, "unauthorized"));
     under.choose(goodRows);
     under.screen.waitFor("importStart");
     under.start();
     under.screen.waitUntilGone("importDialog");
     under.screen.waitFor("alertDialog");
+    EXPECT_TRUE(under.screen.says("Import stopped after 1 confirmed record.")) << under.screen.readAll();
 }
 
 TEST(ImportDialog, SavesItsTemplateOrSaysWhyNot)
