@@ -52,7 +52,9 @@ std::size_t CommandForm::countWaiting(QWidget& part)
 
 void CommandForm::followSession()
 {
-    if (m_store.snapshot() && !m_isAside)
+    if (m_store.snapshot() && !m_isAside && isElsewhere())
+        present();
+    else if (m_store.snapshot() && !m_isAside)
         adoptSnapshot();
     else if (m_store.snapshot())
         QMetaObject::invokeMethod(this, &CommandForm::comeBack, Qt::QueuedConnection);
@@ -99,23 +101,45 @@ void CommandForm::sayHere()
         m_store.dismissMessages();
 }
 
-void CommandForm::presentStanding(const Standing& standing)
+bool CommandForm::isElsewhere() const
 {
+    const auto now = m_store.snapshot();
+    return now && m_snapshot && now->company.id != m_snapshot->company.id;
+}
+
+/// A form whose own command opens the other company is about to close.
+CommandForm::Standing CommandForm::seenFromHere(Standing standing) const
+{
+    const bool isOver = standing.stage == SubmissionStage::saving || standing.stage == SubmissionStage::done;
+    if (isOver || !isElsewhere())
+        return standing;
+    standing.whyNot = word(commandWords(), "otherCompany", {m_snapshot->company.name});
+    standing.note = {Banner::Kind::warn, standing.whyNot};
+    return standing;
+}
+
+void CommandForm::presentStanding(Standing standing)
+{
+    standing = seenFromHere(std::move(standing));
     const bool isUncertain = standing.stage == SubmissionStage::uncertain;
     const bool resends = isUncertain || standing.resends;
     setConfirmText(resends ? word(EntryWords::words(), "retryOriginal") : standing.confirm);
     const auto glyph = resends ? QStringLiteral("arrow-repeat") : standing.glyph;
     confirmButton().setIcon(glyph.isEmpty() ? QIcon{} : Icon::of(glyph, Token::onAccent));
     setBusy(standing.stage == SubmissionStage::saving, Leaving::blocked);
-    setLocked(resends || standing.stage == SubmissionStage::done);
+    setLocked(resends || standing.stage == SubmissionStage::done || isElsewhere());
     const bool isOffered = standing.whyNot.isEmpty();
     confirmButton().setToolTip(isOffered ? KeyBindings::shown(Command::confirmForm) : standing.whyNot);
     if (!isOffered)
         confirmButton().setEnabled(false);
     presentBanner(standing);
     presentLeaving(standing);
+    const bool isGone = isElsewhere();
     if (!isVisible())
         return;
+    // The field that had the focus is locked now, or can be used again.
+    if (std::exchange(m_wasElsewhere, isGone) != isGone)
+        (isGone ? static_cast<QWidget&>(cancelButton()) : firstField()).setFocus(Qt::OtherFocusReason);
     // What was shown just now knows its height once it is polished.
     QMetaObject::invokeMethod(this, [this] { fitWindow(Fit::following); }, Qt::QueuedConnection);
 }

@@ -47,11 +47,11 @@ protected:
         bool hasChanges = false;
         QString whyNot{}; // what keeps the command from being sent at all; empty when it can be
     };
-    void presentStanding(const Standing& standing);
+    void presentStanding(Standing standing);
 
     /// Shows everything as it is now.
     virtual void present() = 0;
-    /// A new snapshot is there.
+    /// A new snapshot of the form's company is there.
     virtual void adoptSnapshot() { present(); }
     /// Another language than `before` is in force; texts that a person typed may want rewriting.
     virtual void adoptLanguage(const std::string& before);
@@ -68,6 +68,9 @@ protected:
     void takeSnapshot();
     /// The form says what failed: an alert over it would say it twice. Of a form that is not seen the alert stays.
     void sayHere();
+    /// Another company has been opened beside the form. It keeps what was typed for its own, locked meanwhile: nothing
+    /// of one company is sent to another.
+    [[nodiscard]] bool isElsewhere() const;
 
     void changeEvent(QEvent* event) override;
     void showEvent(QShowEvent* event) override;
@@ -76,6 +79,7 @@ private:
     void followSession();
     void goAside();
     void comeBack();
+    [[nodiscard]] Standing seenFromHere(Standing standing) const;
     void presentBanner(const Standing& standing);
     void presentLeaving(const Standing& standing);
 
@@ -84,4 +88,5 @@ private:
     std::optional<MemberIdentity> m_whose; // who opened it
     std::string m_locale;
     bool m_isAside = false;
+    bool m_wasElsewhere = false; // when it was presented last
 };

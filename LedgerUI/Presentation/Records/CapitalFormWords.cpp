@@ -179,10 +179,6 @@ const WordTable& capitalFormWords()
          "Mata uang berubah: jumlah yang diketik dalam mata uang sebelumnya dikosongkan.",
          "Loại tiền đã đổi: số tiền nhập bằng loại tiền trước đã được xóa.",
          "The currency has changed: what was typed in the other one was cleared."},
-        {"otherCompany", "此表单属于 %1。请重新打开该公司后继续。",
-         "Formulir ini milik %1. Buka kembali perusahaan itu untuk melanjutkan.",
-         "Biểu mẫu này thuộc về %1. Hãy mở lại công ty đó để tiếp tục.",
-         "This form belongs to %1. Open that company again to go on."},
         {"reload", "载入最新数据", "Muat data terbaru", "Tải dữ liệu mới nhất", "Load the latest"},
         {"useDefaults", "使用默认比例", "Pakai rasio bawaan", "Dùng tỷ lệ mặc định", "Use default ratios"},
 

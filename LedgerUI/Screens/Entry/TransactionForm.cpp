@@ -123,8 +123,8 @@ void TransactionForm::offerBegun()
 void TransactionForm::presentBegun()
 {
     const auto begun = store().drafts().left();
-    const bool isOffered =
-        m_offersBegun && begun && snapshot() && m_entry.submission().isEditing() && !m_hasGoneOn && !hasChanges();
+    const bool isOffered = m_offersBegun && begun && snapshot() && m_entry.submission().isEditing() && !m_hasGoneOn &&
+                           !hasChanges() && !isElsewhere();
     m_begunContinue->setText(word(entryFormWords(), "begun.continue"));
     m_begunDiscard->setText(word(entryFormWords(), "begun.discard"));
     if (isOffered)
@@ -199,7 +199,7 @@ void TransactionForm::edit(const EntryChange& change)
 /// As it is typed: neither Cancel nor the end of a session may take more away than what was never entered.
 void TransactionForm::keepDraft()
 {
-    if (m_entry.submission().isEditing() && m_entry.hasDraft())
+    if (m_entry.submission().isEditing() && m_entry.hasDraft() && !isElsewhere())
         store().drafts().keep(m_entry.draft(), locale());
 }
 
@@ -309,6 +309,8 @@ CommandForm::Note TransactionForm::noteOn(const EntryFormContent& shown) const
 void TransactionForm::submit()
 {
     auto& submission = m_entry.submission();
+    if (isElsewhere())
+        return; // also where receipts have just arrived that it waited for
     if (submission.isUncertain()) {
         submission.sendAgain();
         send();

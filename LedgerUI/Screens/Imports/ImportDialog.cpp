@@ -377,7 +377,7 @@ void ImportDialog::confirm()
 
 void ImportDialog::import()
 {
-    if (!isPlanned() || !m_reading->isReady() || store().isBusy()) {
+    if (!isPlanned() || !m_reading->isReady() || store().isBusy() || isElsewhere()) {
         // While the question was open: the books came anew, or something else is being sent.
         m_failure = store().isBusy() ? word(ledgerWords(), "newEntry.busy") : text("changedMeanwhile");
         present();

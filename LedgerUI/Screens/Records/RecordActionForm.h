@@ -66,15 +66,12 @@ private:
 
     [[nodiscard]] RecordFormContent content() const;
 
-    /// Another company has been opened beside the form, which keeps what was typed for its own.
-    [[nodiscard]] bool isElsewhere() const;
-
     /// What keeps the command from being sent at all; empty when it can be.
     [[nodiscard]] QString whyNot() const;
 
     void bindReceipts();
 
-    /// That the form has to wait for its company or for receipts, that the records have changed, what is wrong with the
+    /// That the form has to wait for receipts, that the records have changed, what is wrong with the
     /// form as a whole, or what it has done by itself.
     [[nodiscard]] Note noteOf(const RecordFormContent& content) const;
 

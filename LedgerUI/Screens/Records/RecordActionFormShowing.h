@@ -8,7 +8,6 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
-#include "LedgerUI/Presentation/Records/CapitalFormWords.h"
 #include "LedgerUI/Screens/Records/RecordActionForm.h"
 #include "LedgerUI/Screens/Records/RecordFormBody.h"
 #include "LedgerUI/Screens/Records/RecordReceipts.h"
@@ -89,7 +88,7 @@ void RecordActionForm<Section>::present()
     m_body->present(content);
     m_foot->setText(content.foot);
     m_reload->setText(content.reload);
-    m_reload->setVisible(!content.reload.isEmpty() && whyNot.isEmpty());
+    m_reload->setVisible(!content.reload.isEmpty() && whyNot.isEmpty() && !isElsewhere());
     const bool isEditing = m_submission.isEditing();
     if (m_receipts)
         m_receipts->setLocked(!isEditing);
@@ -100,7 +99,7 @@ void RecordActionForm<Section>::present()
                      .draftWords = m_receipts ? &EntryWords::words() : nullptr, // they speak of the receipts
                      .hasChanges = content.hasChanges || (m_receipts && m_receipts->holdsMoreThan(form().receiptIDs)),
                      .whyNot = whyNot});
-    if (!isEditing || !whyNot.isEmpty() || content.whyNotConfirm.isEmpty())
+    if (!isEditing || !whyNot.isEmpty() || isElsewhere() || content.whyNotConfirm.isEmpty())
         return;
     confirmButton().setEnabled(false);
     confirmButton().setToolTip(content.whyNotConfirm);
@@ -112,10 +111,8 @@ void RecordActionForm<Section>::adoptSnapshot()
     // While a reply is awaited the snapshot that comes with it may already hold what was sent.
     if (m_submission.isSaving())
         return;
-    if (!isElsewhere()) {
-        takeSnapshot();
-        noteChanges();
-    }
+    takeSnapshot();
+    noteChanges();
     present();
 }
 
@@ -141,17 +138,8 @@ RecordFormContent RecordActionForm<Section>::content() const
 }
 
 template <class Section>
-bool RecordActionForm<Section>::isElsewhere() const
-{
-    const auto now = store().snapshot();
-    return now && now->company.id != snapshot()->company.id;
-}
-
-template <class Section>
 QString RecordActionForm<Section>::whyNot() const
 {
-    if (isElsewhere())
-        return word(capitalFormWords(), "otherCompany", {snapshot()->company.name});
     return m_submission.isEditing() ? Section::whyNot(form(), *snapshot(), locale()) : QString{};
 }
 
@@ -173,8 +161,6 @@ void RecordActionForm<Section>::bindReceipts()
 template <class Section>
 CommandForm::Note RecordActionForm<Section>::noteOf(const RecordFormContent& content) const
 {
-    if (isElsewhere())
-        return {Banner::Kind::warn, whyNot()};
     if (m_receipts && m_receipts->isWaited() && m_submission.isEditing())
         return {Banner::Kind::info, word(receiptWords(), "wait")};
     if (!content.conflict.isEmpty())

@@ -10,6 +10,7 @@
 #include <QTest>
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
+#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Page/Banner.h"
@@ -66,6 +67,34 @@ TEST(TransactionForm, IsTabbedThroughInReadingOrder)
               (std::vector<std::string>{"segment0", "entryAccount", "entryCurrency", "entryAmount", "entryCategory0",
                                         "entryCategory1", "entryAllCategories", "entryNote", "receiptPhotos",
                                         "receiptFiles", "entryDay", "entryCancel", "entrySaveAndNew", "entrySave"}));
+}
+
+TEST(TransactionForm, WaitsForItsCompanyWhileAnotherOneIsOpen)
+{
+    FormUnderTest under;
+    fill(under);
+    const auto open = [&](const std::string& id, const std::string& name) {
+        AuthResponse opened{.token = "token-" + id, .snapshot = entryBooks().companyName(name).build()};
+        opened.snapshot.company.id = id;
+        under.service.server.replace("POST v1/me/companies/switch", ServerReply::json(Json::encode(opened)));
+        ASSERT_TRUE(resultOf(under.service.store.switchCompany(id)).has_value());
+        settle();
+    };
+    open("c2", "Samudra Kopi");
+    EXPECT_TRUE(under.banner().starts_with("This form belongs to Harbour Trading.")) << under.banner();
+    EXPECT_FALSE(under.control<>("entryAmount").isEnabled());
+    EXPECT_FALSE(under.control<>("entrySave").isEnabled());
+    under.click("entrySaveAndNew");
+    QTest::keyClick(under.form, Qt::Key_Return, Qt::ControlModifier);
+    settle();
+    EXPECT_TRUE(under.posted().empty()) << "nothing of one company is sent to another";
+
+    open("c1", "Harbour Trading");
+    EXPECT_EQ(under.banner(), "");
+    under.answer(ServerReply::json(R"({"id":"e9"})"));
+    under.saveAndWait();
+    ASSERT_EQ(under.posted().size(), 1U);
+    EXPECT_EQ(under.posted().front().amountMinor, 438'520'000);
 }
 
 TEST(TransactionForm, SendsNothingOnASecondClick)
