@@ -1,5 +1,6 @@
 #include "LedgerUI/Presentation/Templates/TemplateForm.h"
 
+#include <algorithm>
 #include <charconv>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
@@ -66,6 +67,68 @@ TemplateForm TemplateForm::withUnit(std::string chosen) const
     return form;
 }
 
+TransactionDraft TemplateForm::draftOf(const TemplateEntry& entry)
+{
+    TransactionDraft draft;
+    draft.kind = entry.kind;
+    draft.source = entry.sourceAccountID;
+    draft.target = entry.targetAccountID;
+    draft.currency = entry.currency;
+    return draft;
+}
+
+const std::optional<std::string>& TemplateForm::primaryAccount(const TemplateEntry& entry)
+{
+    return draftOf(entry).onlyArrives() ? entry.targetAccountID : entry.sourceAccountID;
+}
+
+bool TemplateForm::hasDestination(const TemplateEntry& entry)
+{
+    return draftOf(entry).hasDestination();
+}
+
+bool TemplateForm::hasCategory(const TemplateEntry& entry)
+{
+    return draftOf(entry).hasCategory();
+}
+
+std::vector<EntryDestination> TemplateForm::destinations(const TemplateEntry& entry, const LedgerSnapshot& snapshot)
+{
+    auto offered = EntryRules::destinations(snapshot, draftOf(entry));
+    std::erase_if(offered, [&](const EntryDestination& each) {
+        return entry.targetCurrency &&
+               std::ranges::find(each.currencies, *entry.targetCurrency) == each.currencies.end();
+    });
+    return offered;
+}
+
+TemplateForm TemplateForm::withAccount(const std::string& account, const LedgerSnapshot& snapshot) const
+{
+    auto form = *this;
+    auto& changed = form.entry;
+    if (!hasDestination(changed)) {
+        (draftOf(changed).onlyArrives() ? changed.targetAccountID : changed.sourceAccountID) = account;
+        return form;
+    }
+    changed.sourceAccountID = account;
+    changed.targetAccountID = EntryRules::retainedTarget(changed.targetAccountID, destinations(changed, snapshot));
+    return form;
+}
+
+TemplateForm TemplateForm::withTarget(const std::string& account) const
+{
+    auto form = *this;
+    form.entry.targetAccountID = account;
+    return form;
+}
+
+TemplateForm TemplateForm::withCategory(const std::string& category) const
+{
+    auto form = *this;
+    form.entry.categoryID = category.empty() ? std::nullopt : std::optional{category};
+    return form;
+}
+
 std::map<TemplateForm::Field, QString> TemplateForm::messages(std::string_view locale) const
 {
     std::map<Field, QString> all;
@@ -74,6 +137,10 @@ std::map<TemplateForm::Field, QString> TemplateForm::messages(std::string_view l
     };
     if (!Naming::isName(name))
         say(Field::name, "wrong.name");
+    if (!primaryAccount(entry))
+        say(Field::account, "wrong.account");
+    if (hasDestination(entry) && !entry.targetAccountID)
+        say(Field::target, "wrong.account");
     if (!TextFold::trimmed(amount).empty() && !typedEntry(locale).amountMinor)
         say(Field::amount, "wrong.amount");
     if (!EntryText::fitsNote(entry.note))

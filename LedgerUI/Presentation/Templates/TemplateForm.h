@@ -5,14 +5,17 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 #include <QString>
 
+#include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
+#include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
-/// A template as it is being filled in. What the entry is about stands; name, amount, note, rhythm and sharing change.
+/// A template as it is being filled in. Kind and currencies of its entry stand; everything else changes.
 struct TemplateForm {
-    enum class Field { name, amount, note, every, firstDay, lastDay };
+    enum class Field { name, account, target, category, amount, note, every, firstDay, lastDay };
 
     std::string id;   // empty for a new one
     int revision = 0; // the one that is being changed
@@ -36,6 +39,19 @@ struct TemplateForm {
     /// one is recorded, or about to be. Where a shorter month would move the day for good, it begins with the entry's.
     [[nodiscard]] TemplateForm withUnit(std::string chosen) const;
 
+    /// Another account to record on, of those that take it. Where money cannot go from there, no destination is left.
+    [[nodiscard]] TemplateForm withAccount(const std::string& id, const LedgerSnapshot& snapshot) const;
+    [[nodiscard]] TemplateForm withTarget(const std::string& id) const;
+    /// An empty one is chosen each time.
+    [[nodiscard]] TemplateForm withCategory(const std::string& id) const;
+
+    /// The account that the entry is recorded on.
+    static const std::optional<std::string>& primaryAccount(const TemplateEntry& entry);
+    static bool hasDestination(const TemplateEntry& entry);
+    static bool hasCategory(const TemplateEntry& entry);
+    /// Where a transfer or exchange may go, in its currencies.
+    static std::vector<EntryDestination> destinations(const TemplateEntry& entry, const LedgerSnapshot& snapshot);
+
     /// What keeps it from being saved, under the fields.
     [[nodiscard]] std::map<Field, QString> messages(std::string_view locale) const;
     /// What is sent for a form without messages.
@@ -43,6 +59,7 @@ struct TemplateForm {
     [[nodiscard]] TemplateUpdate update(std::string_view locale) const;
 
 private:
+    static TransactionDraft draftOf(const TemplateEntry& entry);
     [[nodiscard]] TemplateEntry typedEntry(std::string_view locale) const;
     [[nodiscard]] std::optional<Recurrence> recurrence() const;
 };

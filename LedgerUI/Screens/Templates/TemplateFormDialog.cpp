@@ -21,12 +21,12 @@
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Period/DayEdit.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Presentation/Entry/EntryLabels.h"
 #include "LedgerUI/Presentation/Templates/TemplateDrafts.h"
-#include "LedgerUI/Presentation/Templates/TemplateText.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
+#include "LedgerUI/Screens/Templates/TemplateEntryFields.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -77,10 +77,7 @@ void TemplateFormDialog::offerIn(TransactionForm& form, LedgerStore& store)
 void TemplateFormDialog::buildBody()
 {
     auto* body = new QWidget;
-    m_entry = new TextLabel(TypeStep::body, Token::text2, body);
-    m_entry->setObjectName(QStringLiteral("templateEntry"));
-    m_entry->setTextFormat(Qt::PlainText);
-    m_entry->setWordWrap(true);
+    m_entry = new TemplateEntryFields(body);
     m_name = new LimitedEdit(Naming::maximumName);
     m_name->setObjectName(QStringLiteral("templateName"));
     m_nameField = new FormField(m_name, body);
@@ -94,6 +91,9 @@ void TemplateFormDialog::buildBody()
     m_shared = new QCheckBox(body);
     m_shared->setObjectName(QStringLiteral("templateShared"));
     m_fields.add(Field::name, m_nameField->error());
+    m_fields.add(Field::account, m_entry->account().error());
+    m_fields.add(Field::target, m_entry->target().error());
+    m_fields.add(Field::category, m_entry->category().error());
     m_fields.add(Field::amount, m_amountField->error());
     m_fields.add(Field::note, m_noteField->error());
     m_fields.add(Field::every, m_everyField->error());
@@ -102,7 +102,7 @@ void TemplateFormDialog::buildBody()
     auto* rows = new QVBoxLayout(body);
     rows->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::dialogMargin);
     rows->setSpacing(Space::fieldToField);
-    for (auto* each : {static_cast<QWidget*>(m_entry), static_cast<QWidget*>(m_nameField),
+    for (auto* each : {static_cast<QWidget*>(m_nameField), static_cast<QWidget*>(m_entry),
                        static_cast<QWidget*>(m_amountField), static_cast<QWidget*>(m_noteField)})
         rows->addWidget(each);
     rows->addLayout(rhythm);
@@ -156,8 +156,8 @@ void TemplateFormDialog::bind()
     };
     connectText(m_name, &TemplateForm::name);
     connectText(m_every, &TemplateForm::every);
-    connect(m_amount, &AmountEdit::amountEdited, this,
-            [this](const QString& text) { edit([&](TemplateForm& form) { form.amount = text.toStdString(); }); });
+    bindAmount();
+    bindEntry();
     connect(m_note, &QLineEdit::textEdited, this,
             [this](const QString& text) { edit([&](TemplateForm& form) { form.entry.note = text.toStdString(); }); });
     connect(m_unit, &QComboBox::activated, this, [this](int at) {
@@ -172,6 +172,45 @@ void TemplateFormDialog::bind()
     connect(this, &FormDialog::confirmed, this, &TemplateFormDialog::submit);
 }
 
+void TemplateFormDialog::bindAmount()
+{
+    connect(m_amount, &AmountEdit::amountEdited, this, [this](const QString& text) {
+        m_isAmountLeft = false;
+        m_refused.reset();
+        edit([&](TemplateForm& form) { form.amount = text.toStdString(); });
+    });
+    connect(m_amount, &AmountEdit::left, this, [this] {
+        m_isAmountLeft = true;
+        m_refused.reset();
+        present();
+    });
+    connect(m_amount, &AmountEdit::pasteRefused, this, [this](PasteRefusal refusal) {
+        m_refused = refusal;
+        present();
+    });
+}
+
+void TemplateFormDialog::bindEntry()
+{
+    connect(m_entry, &TemplateEntryFields::accountChosen, this, [this](const std::string& id) {
+        edit([&](TemplateForm& form) { form = form.withAccount(id, *snapshot()); });
+    });
+    connect(m_entry, &TemplateEntryFields::targetChosen, this,
+            [this](const std::string& id) { edit([&](TemplateForm& form) { form = form.withTarget(id); }); });
+    connect(m_entry, &TemplateEntryFields::categoryChosen, this,
+            [this](const std::string& id) { edit([&](TemplateForm& form) { form = form.withCategory(id); }); });
+}
+
+std::map<Field, QString> TemplateFormDialog::messages() const
+{
+    auto all = m_submission.form().messages(locale());
+    if (!m_isChecked)
+        std::erase_if(all, [this](const auto& each) { return each.first != Field::amount || !m_isAmountLeft; });
+    if (m_refused)
+        all.insert_or_assign(Field::amount, EntryLabels::refusedPaste(*m_refused, locale()));
+    return all;
+}
+
 void TemplateFormDialog::present()
 {
     const auto& form = m_submission.form();
@@ -181,7 +220,7 @@ void TemplateFormDialog::present()
             line.setText(qString(value));
     };
     setWindowTitle(text(form.id.empty() ? "form.new" : "form.change"));
-    m_entry->setText(TemplateText::entry(form.entry, LedgerNames{*snapshot(), locale()}));
+    m_entry->present(form.entry, *snapshot(), locale());
     m_nameField->setLabel(text("form.name"));
     m_amountField->setLabel(wordIn(locale(), templateWords(), "form.amount", {form.entry.currency}));
     m_noteField->setLabel(text("form.note"));
@@ -194,7 +233,7 @@ void TemplateFormDialog::present()
     presentRhythm();
     m_shared->setText(text("form.shared"));
     m_shared->setChecked(form.shared);
-    m_fields.present(m_isChecked ? form.messages(locale()) : std::map<Field, QString>{});
+    m_fields.present(messages());
     presentStanding({.stage = m_submission.stage(),
                      .refusal = m_submission.refusal(),
                      .confirm = text("form.save"),
@@ -256,6 +295,7 @@ void TemplateFormDialog::submit()
         return;
     m_amount->settle();
     m_isChecked = true;
+    m_refused.reset();
     const auto& form = m_submission.form();
     if (auto* wrong = m_fields.firstOf(form.messages(locale()))) {
         present();
@@ -272,12 +312,14 @@ void TemplateFormDialog::submit()
 void TemplateFormDialog::send()
 {
     present();
-    const auto& command = *m_submission.command();
+    const auto command = m_submission.command();
+    if (!command)
+        return;
     const auto done = [this](const Result<EntryTemplateList>& reply) { finish(reply); };
-    if (const auto* created = std::get_if<TemplateCreate>(&command.body))
+    if (const auto* created = std::get_if<TemplateCreate>(&command->body))
         QCoro::connect(store().createTemplate(*created, false), this, done);
     else
-        QCoro::connect(store().updateTemplate(command.id, std::get<TemplateUpdate>(command.body), false), this, done);
+        QCoro::connect(store().updateTemplate(command->id, std::get<TemplateUpdate>(command->body), false), this, done);
 }
 
 void TemplateFormDialog::finish(const Result<EntryTemplateList>& reply)

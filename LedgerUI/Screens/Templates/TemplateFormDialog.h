@@ -1,7 +1,11 @@
 #pragma once
 
+#include <map>
+#include <optional>
+
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Components/Fields/FieldMap.h"
+#include "LedgerUI/Presentation/Forms/AmountTyping.h"
 #include "LedgerUI/Presentation/Templates/TemplateForm.h"
 
 class AmountEdit;
@@ -11,7 +15,7 @@ class LimitedEdit;
 class QCheckBox;
 class QComboBox;
 class QHBoxLayout;
-class TextLabel;
+class TemplateEntryFields;
 class TransactionForm;
 
 /// Saves a template, new or changed. Deletes itself when it closes; open it with `open()`.
@@ -37,7 +41,12 @@ private:
     void buildBody();
     QHBoxLayout* buildRhythm(QWidget* body);
     void bind();
+    void bindAmount();
+    void bindEntry();
     void presentRhythm();
+    /// What stands under the fields: everything that is wrong once it was to be saved, and before that the amount
+    /// alone.
+    [[nodiscard]] std::map<TemplateForm::Field, QString> messages() const;
     void edit(auto change);
     void submit();
     void send();
@@ -47,8 +56,10 @@ private:
     TemplateForm m_initial;
     std::string m_key; // of a new template, for every attempt
     bool m_isChecked = false;
+    bool m_isAmountLeft = false; // and not changed since
+    std::optional<PasteRefusal> m_refused;
     FieldMap<TemplateForm::Field> m_fields;
-    TextLabel* m_entry = nullptr;
+    TemplateEntryFields* m_entry = nullptr;
     LimitedEdit* m_name = nullptr;
     AmountEdit* m_amount = nullptr;
     LimitedEdit* m_note = nullptr;

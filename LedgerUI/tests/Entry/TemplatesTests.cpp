@@ -1,7 +1,11 @@
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerUI/Presentation/Entry/EntryLabels.h"
 #include "LedgerUI/tests/TemplatesUnderTest.h"
 
 namespace {
@@ -148,6 +152,38 @@ TEST_F(Templates, ChangeAndGoByTheirAuthorAlone)
     under.screen.press("questionConfirm");
     under.screen.waitForText("No templates yet");
     EXPECT_FALSE(under.screen.shows("templatesDue"));
+}
+
+TEST_F(Templates, ChangeTheirAccountAndCategoryAndSayWhatIsNoAmount)
+{
+    under.screen.press("templatesDueShow");
+    under.screen.waitFor("templatesDialog");
+    under.screen.press("templateChange");
+    under.screen.waitForFocus("templateForm");
+    EXPECT_FALSE(under.screen.shows("templateTarget"));
+    under.screen.pick("templateAccount", "vault");
+    under.screen.pick("templateCategory", "Chosen each time");
+    auto& amount = under.screen.find<QLineEdit>("templateAmount");
+    amount.setFocus();
+    amount.selectAll();
+    QApplication::clipboard()->setText(QStringLiteral("-5"));
+    under.screen.keys("Ctrl+V");
+    EXPECT_EQ(amount.text(), QStringLiteral("900.00")) << "the field stays as it was";
+    EXPECT_TRUE(under.screen.says(EntryLabels::refusedPaste(PasteRefusal::negative, "en-US").toStdString()));
+    under.screen.fill("templateAmount", "0");
+    under.screen.find<QLineEdit>("templateNote").setFocus();
+    EXPECT_TRUE(under.screen.says("Enter an amount above zero, or leave it blank."));
+    under.screen.fill("templateAmount", "850");
+    EXPECT_FALSE(under.screen.says("Enter an amount above zero, or leave it blank."));
+    under.server.replace("PATCH v1/templates/t1", ServerReply::json(dueTemplates()));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitUntilGone("templateForm");
+    const auto updates = sent<TemplateUpdate>("PATCH v1/templates/t1");
+    ASSERT_EQ(updates.size(), 1U);
+    EXPECT_EQ(updates.front().entry.sourceAccountID, "vault");
+    EXPECT_EQ(updates.front().entry.categoryID, std::nullopt);
+    EXPECT_EQ(updates.front().entry.amountMinor, 85'000);
+    EXPECT_EQ(updates.front().entry.note, "Office");
 }
 
 TEST_F(Templates, StandAmongWhatWantsAHand)

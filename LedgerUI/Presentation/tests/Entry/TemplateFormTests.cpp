@@ -2,6 +2,7 @@
 
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
+#include "LedgerUI/Presentation/Templates/TemplateChoices.h"
 #include "LedgerUI/Presentation/Templates/TemplateDrafts.h"
 #include "LedgerUI/Presentation/Templates/TemplateForm.h"
 #include "LedgerUI/Presentation/Templates/TemplateText.h"
@@ -98,6 +99,63 @@ TEST(TemplateForm, ReadsAmountsInTheLanguageAndLeavesBlankOnesOpen)
     EXPECT_EQ(form.creation("k", "id-ID").entry.amountMinor, 200'050);
     form.amount = " ";
     EXPECT_EQ(form.creation("k", "id-ID").entry.amountMinor, std::nullopt);
+}
+
+TEST(TemplateForm, ChoosesAmongAccountsAndCategoriesOfItsKindAndCurrencies)
+{
+    auto builder = books();
+    builder.account("jar", {"IDR"}).account("till", {"SGD"}).grantAll().category("sales", "income", "Sales");
+    const auto snapshot = builder.build();
+    const auto accounts = [&](const TemplateEntry& entry) {
+        std::string ids;
+        for (const auto& each : TemplateChoices::accounts(entry, snapshot, "en-US"))
+            ids += each.id + " ";
+        return ids;
+    };
+    const auto destinations = [&](const TemplateEntry& entry) {
+        std::string ids;
+        for (const auto& each : TemplateChoices::destinations(entry, snapshot, "en-US"))
+            ids += each.id + " ";
+        return ids;
+    };
+    EXPECT_EQ(accounts(rent()), "bank vault ");
+    auto old = rent();
+    old.sourceAccountID = "jar";
+    EXPECT_EQ(accounts(old), "bank vault jar ") << "what it says now stays in sight";
+    const auto categories = TemplateChoices::categories(rent(), snapshot, "en-US");
+    ASSERT_EQ(categories.size(), 2U);
+    EXPECT_EQ(categories.front().id, "");
+    EXPECT_EQ(categories.back(), (TemplateChoices::CategoryChoice{"rent", QStringLiteral("Rent")}));
+
+    auto exchange = rent();
+    exchange.kind = "exchange";
+    exchange.targetCurrency = "SGD";
+    EXPECT_EQ(destinations(exchange), "vault till ");
+    auto transfer = rent();
+    transfer.kind = "transfer";
+    transfer.targetAccountID = "vault";
+    EXPECT_EQ(destinations(transfer), "vault ");
+    const auto moved = TemplateForm::fresh(transfer, "Savings", "2026-11-20", "en-US").withAccount("vault", snapshot);
+    EXPECT_EQ(moved.entry.targetAccountID, std::nullopt) << "money does not go where it comes from";
+    EXPECT_TRUE(moved.messages("en-US").contains(Field::target));
+    const auto back = moved.withTarget("bank").update("en-US").entry;
+    EXPECT_EQ(back.sourceAccountID, "vault");
+    EXPECT_EQ(back.targetAccountID, "bank");
+}
+
+TEST(TemplateForm, RecordsIncomeOnTheAccountThatItArrivesOn)
+{
+    auto sale = rent();
+    sale.kind = "income";
+    sale.sourceAccountID.reset();
+    auto form = TemplateForm::fresh(sale, "Sale", "2026-11-20", "en-US");
+    EXPECT_TRUE(form.messages("en-US").contains(Field::account));
+    form = form.withAccount("vault", books().build()).withCategory("");
+    EXPECT_TRUE(form.messages("en-US").empty());
+    const auto entry = form.creation("k", "en-US").entry;
+    EXPECT_EQ(entry.targetAccountID, "vault");
+    EXPECT_EQ(entry.sourceAccountID, std::nullopt);
+    EXPECT_EQ(entry.categoryID, std::nullopt) << "chosen each time";
 }
 
 TEST(TemplateDrafts, GoThroughTheEntryFormAndBack)
