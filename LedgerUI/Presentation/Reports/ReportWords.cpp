@@ -191,6 +191,8 @@ const WordTable& reportWords()
         {"menu.copyFigure", "复制数字", "Salin angka", "Sao chép số liệu", "Copy the figure"},
         {"menu.copyRow", "复制此行", "Salin baris", "Sao chép dòng", "Copy the row"},
         {"menu.copyTable", "复制整张表", "Salin seluruh tabel", "Sao chép cả bảng", "Copy the whole table"},
+        {"menu.saveTable", "将此表另存为 CSV…", "Simpan tabel sebagai CSV…", "Lưu bảng thành CSV…",
+         "Save the table as CSV…"},
         {"copied", "已复制", "Tersalin", "Đã sao chép", "Copied"},
         {"preparing", "正在整理报表…", "Menyiapkan laporan…", "Đang chuẩn bị báo cáo…", "Preparing the reports…"},
         {"failed", "无法计算报表", "Laporan tidak dapat dihitung", "Không thể lập báo cáo",

@@ -166,6 +166,15 @@ void ReportExportDialog::presentScope()
     m_scope->setText(lines.join(QLatin1Char('\n')));
 }
 
+void ReportExportDialog::choose(const QString& tableName)
+{
+    const auto found = std::ranges::find(m_choices, tableName, &ReportExport::Choice::name);
+    if (found == m_choices.end())
+        return;
+    m_tableID = found->tableID;
+    present();
+}
+
 void ReportExportDialog::askForFile()
 {
     const auto* table = chosen();

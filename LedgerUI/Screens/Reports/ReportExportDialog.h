@@ -22,6 +22,8 @@ public:
     using Source = std::function<ReportSheetPointer()>;
     ReportExportDialog(LedgerStore& store, Source source, ReportPart part, QWidget* parent);
 
+    /// The table of this name, where there is one.
+    void choose(const QString& tableName);
     /// Goes on as if the person had chosen this file.
     void saveTo(const std::filesystem::path& path);
 

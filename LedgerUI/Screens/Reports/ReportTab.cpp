@@ -7,6 +7,13 @@ void ReportTab::follow(const ReportTable& table)
 {
     connect(&table, &ReportTable::backingWanted, this, &ReportTab::backingWanted);
     connect(&table, &ReportTable::copied, this, &ReportTab::copied);
+    connect(&table, &ReportTable::saveWanted, this, &ReportTab::saveWanted);
+}
+
+void ReportTab::offerSaving(bool isOffered)
+{
+    for (auto* table : findChildren<ReportTable*>())
+        table->offerSaving(isOffered);
 }
 
 void ReportTab::follow(const CurrencySegments& currency)

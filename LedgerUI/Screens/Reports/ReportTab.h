@@ -18,6 +18,8 @@ public:
     virtual void present(const ReportSheet& sheet, const ChartColors& colors) = 0;
     /// Where the focus goes, pane by pane, in reading order.
     [[nodiscard]] virtual QList<QWidget*> panes() const = 0;
+    /// Whether its tables can be saved as files.
+    void offerSaving(bool isOffered);
 
 Q_SIGNALS:
     void queryWanted(const ReportQuery& query);
@@ -26,6 +28,7 @@ Q_SIGNALS:
     void attentionWanted(const AttentionItem& item);
     void tabWanted(const QString& id);
     void copied();
+    void saveWanted(const QString& tableName);
 
 protected:
     /// Hands on what the table asks for.

@@ -253,6 +253,8 @@ void ReportTable::openMenu(QPoint place)
         add("menu.copyRow", [this] { copyTable({currentIndex().row()}); });
     }
     add("menu.copyTable", [this] { copyTable({}); });
+    if (m_offersSaving)
+        add("menu.saveTable", [this] { Q_EMIT saveWanted(m_model->grid().name); });
     menu->popup(place);
 }
 

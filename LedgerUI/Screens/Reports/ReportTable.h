@@ -17,6 +17,8 @@ public:
     void present(ReportGrid grid, const ChartColors& colors);
     /// From now on it is as high as its rows, or the first `most` of them.
     void showWhole(int most);
+    /// Whether its menu offers to save it as a file.
+    void offerSaving(bool isOffered) { m_offersSaving = isOffered; }
     [[nodiscard]] const ReportGridModel& grid() const { return *m_model; }
 
 Q_SIGNALS:
@@ -26,6 +28,8 @@ Q_SIGNALS:
     /// Another row was chosen.
     void rowChosen(const QString& id);
     void copied();
+    /// The table of this name is to be saved as a file.
+    void saveWanted(const QString& name);
 
 protected:
     void layOut() override;
@@ -45,5 +49,6 @@ private:
     ReportGridModel* m_model;
     std::shared_ptr<Look> m_look;
     Density m_density;
+    bool m_offersSaving = false;
     int m_rowsShown = 0; // as high as these; 0 for as high as the place
 };

@@ -95,6 +95,7 @@ void ReportsView::addTab(ReportPart part, ReportTab* tab)
     connect(tab, &ReportTab::attentionWanted, this, [this](const AttentionItem& item) { lend(item); });
     connect(tab, &ReportTab::tabWanted, m_tabs, &PageTabs::choose);
     connect(tab, &ReportTab::copied, this, [this] { sayCopied(); });
+    connect(tab, &ReportTab::saveWanted, this, &ReportsView::exportReport);
 }
 
 QList<QWidget*> ReportsView::panes() const
@@ -155,6 +156,7 @@ void ReportsView::presentTab()
         return;
     }
     m_made.at(part())->present(*sheet, colorsOf(*sheet));
+    m_made.at(part())->offerSaving(store().canExport());
     m_stack->setCurrentWidget(m_tabs);
 }
 
@@ -177,7 +179,7 @@ void ReportsView::presentExits()
                         .keys = KeyBindings::keys(Command::exportRows),
                         .whyNot = isReady ? QString{} : text("preparing"),
                         .isOffered = store().canExport(),
-                        .run = [this] { exportReport(); }},
+                        .run = [this] { exportReport({}); }},
                        {.id = QStringLiteral("printReport"),
                         .text = word(printWords(), "action"),
                         .glyph = QStringLiteral("printer"),
@@ -209,9 +211,11 @@ void ReportsView::print()
     dialog->open();
 }
 
-void ReportsView::exportReport()
+/// Begins with the table of this name, where one is named.
+void ReportsView::exportReport(const QString& tableName)
 {
     auto* dialog = new ReportExportDialog(store(), [this] { return browser().sheet(); }, part(), window());
+    dialog->choose(tableName);
     connect(dialog, &ReportExportDialog::saved, this, [this](const QString& fileName) {
         Q_EMIT done(word(reportWords(), "export.done", {fileName.toStdString()}));
     });

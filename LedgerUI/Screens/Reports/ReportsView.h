@@ -32,7 +32,7 @@ private:
     [[nodiscard]] ReportPart part() const;
     [[nodiscard]] PrintJob printJob() const;
     void print();
-    void exportReport();
+    void exportReport(const QString& tableName);
     void narrowTo(const std::set<std::string, std::less<>>& accountIDs);
 
     ChoiceField* m_accounts = nullptr;

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <sstream>
 
+#include <QAction>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -193,6 +194,32 @@ TEST(ReportExport, SavesTheTableInSight)
     under.screen.press("Income and expense by period");
     EXPECT_EQ(under.screen.read("reportExportFile"), "tallyfold-report-periods-2026-11-01_2026-11-30.csv");
     EXPECT_TRUE(under.screen.says("12 rows and the heads"));
+}
+
+TEST(ReportExport, BeginsWithTheTableWhoseMenuAskedForIt)
+{
+    const auto ask = [](ReportsUnderTest& under) {
+        auto& table = under.screen.find<ReportTable>("currencyTable");
+        table.setFocus();
+        table.setCurrentIndex(table.model()->index(0, 1));
+        under.screen.keys("Shift+F10");
+        under.screen.waitFor("figureMenu");
+        return under.window.findChild<QAction*>(QStringLiteral("menu.saveTable"));
+    };
+    ReportsUnderTest under;
+    auto* save = ask(under);
+    ASSERT_NE(save, nullptr);
+    save->trigger();
+    under.screen.waitForFocus("reportExportDialog");
+    EXPECT_EQ(under.screen.read("reportExportFile"), "tallyfold-report-currencies-2026-11-01_2026-11-30.csv");
+    under.save(under.path());
+    under.screen.waitUntilGone("reportExportDialog");
+    EXPECT_EQ(under.saved().substr(3, 11), "\"Currency\",") << under.saved();
+
+    auto books = reportSample();
+    books.permissions({"viewCompany"});
+    ReportsUnderTest other{books};
+    EXPECT_EQ(ask(other), nullptr) << "who may not export is not offered it";
 }
 
 TEST(ReportExport, WritesNothingFromBooksThatHaveChangedAndShowsThemAnew)

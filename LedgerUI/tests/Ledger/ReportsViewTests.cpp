@@ -272,7 +272,7 @@ TEST_F(Reports, CopyAFigureAndATableForSpreadsheets)
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(), "-12,000.00");
     screen.keys("Shift+F10");
     screen.waitFor("figureMenu");
-    screen.keys("Up Return");
+    screen.keys("Up Up Return");
     const auto table = QApplication::clipboard()->text();
     EXPECT_TRUE(
         table.startsWith(QStringLiteral("Currency\tOpening\tIncome\tExpense\tNet\tOther movements\tClosing\n")));
