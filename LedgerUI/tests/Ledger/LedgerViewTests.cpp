@@ -378,6 +378,33 @@ TEST(LedgerView, ReversesSeveralSelectedTogether)
     EXPECT_FALSE(reverse->isVisible());
 }
 
+TEST(LedgerView, GoesOnWithAReversalThatStoppedAfterHundreds)
+{
+    auto books = sampleLedger();
+    std::vector<std::string> ids;
+    for (int each = 0; each < 300; ++each) {
+        LedgerTransaction entry;
+        entry.id = "b" + std::to_string(each);
+        entry.kind = EntryKind::expense;
+        entry.date = "2026-11-12";
+        entry.createdAt = each == 0 ? "2026-11-12T01:00:00Z" : "2026-11-12T02:00:00Z";
+        entry.memberID = "m1";
+        entry.categoryID = "power";
+        entry.legs = {{"Operating bank", "USD", -100}};
+        if (each > 0)
+            entry.reversedBy = "undo" + std::to_string(each);
+        ids.push_back(entry.id);
+        books.entry(entry);
+    }
+    OpenedLedger page{books};
+    page.find<LedgerTable>("ledgerTable")->chooseAll(ids);
+    auto* reverse = page.find<QAction>("reverseSeveral");
+    ASSERT_TRUE(reverse->isVisible()) << "the last of them still stands";
+    reverse->trigger();
+    EXPECT_TRUE(page.person.says("Reverse 1 entry"));
+    page.window.findChild<QDialog*>(QStringLiteral("batchReversalDialog"))->close();
+}
+
 TEST(LedgerView, KeepsTheColumnsThatWereChosenAndTheirWidths)
 {
     OpenedLedger page;
