@@ -6,6 +6,8 @@
 #include <memory>
 
 #include <QApplication>
+#include <QLabel>
+#include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <boost/describe.hpp>
@@ -24,6 +26,7 @@
 #include "LedgerUI/Presentation/Exports/LedgerExportForm.h"
 #include "LedgerUI/Presentation/Exports/LedgerPrint.h"
 #include "LedgerUI/Presentation/Print/Paginator.h"
+#include "LedgerUI/Screens/Exports/LedgerExportDialog.h"
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 #include "LedgerUI/Theme/TypeScale.h"
 
@@ -82,6 +85,38 @@ void printFile(LedgerStore& store, int repetitions)
     };
     printStep("export of all entries checked and written", repetitions, preview, save);
     fmt::print("  {} bytes\n", std::filesystem::file_size(path));
+}
+
+/// The dialog itself, since it is the window that must go on answering while the file is counted, checked and written.
+void printExportDialog(LedgerStore& store, int repetitions)
+{
+    const QTemporaryDir folder;
+    const std::filesystem::path path{folder.filePath(QStringLiteral("ledger.csv")).toStdString()};
+    QPointer<LedgerExportDialog> dialog;
+    const auto close = [&] {
+        if (dialog)
+            dialog->leave();
+        waitFor([&] { return !dialog; });
+    };
+    const auto open = [&] {
+        dialog = new LedgerExportDialog(store, {.filter = {}, .today = store.today()}, nullptr);
+        dialog->open();
+        const auto* entries = dialog->findChild<QLabel*>(QStringLiteral("preview.transactions"));
+        require(entries, "the dialog tells how many entries there are");
+        waitFor([entries] { return entries->text() != QStringLiteral("–"); });
+        dialog->grab();
+    };
+    const auto reopen = [&] {
+        close();
+        open();
+    };
+    const auto save = [&] {
+        dialog->saveTo(path);
+        waitFor([&] { return !dialog; }); // it closes once the file is written
+    };
+    printStep("export dialog shown, until all is counted", repetitions, close, open);
+    printStep("  and saved by it, checked and written", repetitions, reopen, save);
+    require(std::filesystem::file_size(path) > 0, "the file is written");
 }
 
 /// A file of incomes of today, each with a note of its own.
@@ -165,6 +200,7 @@ void printExportFigures(LedgerStore& store, int repetitions)
 {
     printPaper(store, repetitions);
     printFile(store, repetitions);
+    printExportDialog(store, repetitions);
 }
 
 void printImportFigures(LedgerStore& store, std::uint16_t port)
