@@ -22,8 +22,16 @@ ServiceConnection::~ServiceConnection() = default;
 
 void ServiceConnection::setAddress(std::string address)
 {
-    m_token.reset();
+    setToken({});
     m_address = std::move(address);
+}
+
+void ServiceConnection::setToken(std::optional<std::string> token)
+{
+    if (token == m_token)
+        return;
+    m_token = std::move(token);
+    m_hold = m_token ? std::make_unique<SessionHold>(m_address, *m_token) : nullptr;
 }
 
 std::expected<APIClient, Failure> ServiceConnection::client()

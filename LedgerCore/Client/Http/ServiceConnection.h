@@ -8,6 +8,7 @@
 #include <QObject>
 
 #include "LedgerCore/Client/Http/APIClient.h"
+#include "LedgerCore/Client/Http/SessionHold.h"
 
 /// The way to one service: its address, the token of the session there and the client that sends. Whoever waits for a
 /// reply when the connection goes is told `Cancelled`. Main thread only.
@@ -21,7 +22,9 @@ public:
     /// Forgets the token, which belongs to the service of the old address.
     void setAddress(std::string address);
     [[nodiscard]] const std::optional<std::string>& token() const { return m_token; }
-    void setToken(std::optional<std::string> token) { m_token = std::move(token); }
+    void setToken(std::optional<std::string> token);
+    /// Whether another window of this person goes on with the session: ending it here would end it there.
+    [[nodiscard]] bool sharesSession() const { return m_hold && m_hold->isShared(); }
 
     /// The request with the token of the session, or why there is none.
     [[nodiscard]] std::expected<APIRequest, Failure> authorized(APIRequest request) const;
@@ -42,6 +45,7 @@ private:
     std::string m_address;
     TransferLimits m_limits;
     std::optional<std::string> m_token;
+    std::unique_ptr<SessionHold> m_hold; // as long as there is a token
     int m_awaitedChanges = 0;
     QCoro::Task<void> m_farewells;       // all that were sent
     std::unique_ptr<APIClient> m_client; // to `m_address`, made when it is first needed

@@ -140,10 +140,10 @@ QCoro::Task<Result<void>> LedgerStore::openCompany(BooksReply reply, SavedSessio
     if (!opened)
         co_return std::unexpected(opened.error());
     const QPointer<LedgerStore> self = this;
-    const bool hasOwnToken = opened->token != session.token;
+    const bool isLeft = opened->token != session.token && !m_connection.sharesSession();
     auto opening = open(std::move(*opened), session.isDemo, std::move(tag));
     auto outcome = co_await opening;
-    if (self && outcome && hasOwnToken)
+    if (self && outcome && isLeft)
         m_connection.endSession(session.token);
     co_return outcome;
 }

@@ -107,7 +107,8 @@ QCoro::Task<void> LedgerStore::leave()
         const auto saved = co_await looking;
         if (!self)
             co_return;
-        if (!m_isSessionKept || (saved && holdsAnother(*saved, *token)))
+        const bool isLost = !m_isSessionKept || (saved && holdsAnother(*saved, *token));
+        if (isLost && !m_connection.sharesSession())
             m_connection.endSession(*token);
     }
     auto ending = m_connection.sessionsEnded();

@@ -300,6 +300,32 @@ TEST(LedgerStoreSession, LeavesWhatAnotherWindowHasKept)
     EXPECT_EQ(farewells.front().header("authorization"), "Bearer token-1");
 }
 
+/// Both have taken up one session from the keychain; in one of them the person then goes over to another company.
+TEST(LedgerStoreSession, GoesOnInAnotherWindowUntilTheLastOneIsClosed)
+{
+    constexpr auto logout = "POST v1/auth/logout";
+    const auto close = [](LedgerStore& store) {
+        const auto leaving = store.leave();
+        waitUntil([&] { return leaving.isReady(); });
+    };
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer("POST v1/me/companies/switch", ServerReply::json(books.signInJson("token-2")));
+    test.server.answer(logout, ServerReply::json(R"({"ok":true})"));
+    LedgerStore other{test.server.url(),
+                      {.credentials = test.credentials,
+                       .languageDefaults = test.language,
+                       .clock = test.clock,
+                       .identifiers = test.identifiers}};
+    ASSERT_TRUE(resultOf(other.restoreSession()));
+    ASSERT_TRUE(resultOf(test.store.switchCompany("c2")));
+    close(test.store);
+    EXPECT_TRUE(test.server.requests(logout).empty()) << "the other window would be signed out";
+    close(other);
+    ASSERT_EQ(test.server.requests(logout).size(), 1U) << "the next start will not find this session";
+    EXPECT_EQ(test.server.requests(logout).front().header("authorization"), "Bearer token-1");
+}
+
 TEST(LedgerStoreSession, BelongsToOneServiceAddress)
 {
     StoreUnderTest test;
