@@ -1,4 +1,5 @@
 #include <array>
+#include <tuple>
 
 #include "LedgerUI/Screens/Accounts/AccountsView.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
@@ -75,6 +76,21 @@ void changeAccountState(WindowUnderTest& under)
     under.screen.waitForFocus("accountStateDialog");
 }
 
+/// The sign-in screen says that what was begun waits.
+void endTheSession(WindowUnderTest& under)
+{
+    openAccounts(under);
+    under.screen.press("newAccountButton");
+    under.screen.waitForFocus("accountForm");
+    under.screen.fill("accountFormName", "Second float");
+    under.server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
+    std::ignore = resultOf(under.store.refresh(false));
+    under.screen.waitFor("alertDialog");
+    under.screen.press("messageClose");
+    under.screen.waitUntilGone("alertDialog");
+    under.screen.find("email").setFocus();
+}
+
 const std::array shown{
     SweptScreen{"Accounts", builtPages, openAccounts},
     SweptScreen{"AccountDetail", builtPages, chooseAccount},
@@ -95,6 +111,7 @@ const std::array shown{
                     under.screen.fill("accountSearch", "zzz");
                     under.screen.waitFor("accountRemedy");
                 }},
+    SweptScreen{"AccountFormThatWaits", builtPages, endTheSession},
 };
 
 }

@@ -37,7 +37,6 @@ public:
         server.replace("POST v1/auth/login", ServerReply::json(R"({"token":"token","snapshot":)" + books + "}"));
         server.replace("GET v1/snapshot", ServerReply::json(books));
         require(resultOf(store.login("m1@example.com", "secret")).has_value(), "the member signs in");
-        screen.waitFor("workspaceView");
         settle();
     }
     void comeBack()
