@@ -56,6 +56,7 @@ const KeptSectionCommand* sectionIn(const KeptRequests& kept, const std::string&
 
 UnconfirmedDialog::UnconfirmedDialog(LedgerStore& store, QWidget* parent) : FormDialog{parent}, m_store{store}
 {
+    setAttribute(Qt::WA_DeleteOnClose);
     setObjectName(QStringLiteral("unconfirmedDialog"));
     cancelButton().setObjectName(QStringLiteral("unconfirmedClose"));
     setConfirmVisible(false);

@@ -99,6 +99,9 @@ TEST(UnconfirmedDialog, ListsEveryRequestAndSendsItAgainAsItStands)
     under.screen.keys("Esc");
     under.screen.waitUntilGone("unconfirmedDialog");
     EXPECT_FALSE(under.screen.shows("unconfirmedButton"));
+    under.loseCommand();
+    under.activate();
+    under.openList(); // as often as there is something to show
 }
 
 TEST(UnconfirmedDialog, KeepsWhatIsRefusedToBeChangedInItsForm)
