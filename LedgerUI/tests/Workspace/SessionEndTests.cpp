@@ -127,7 +127,7 @@ TEST_P(FormAtTheEndOfTheSession, WaitsForItsMemberAndLosesNothing)
     EXPECT_EQ(under.screen.read(begun.field), begun.typed);
     EXPECT_TRUE(under.screen.offers(begun.field)) << "it was not carried out, so that it can still be changed";
     EXPECT_TRUE(under.screen.offers(begun.confirm));
-    EXPECT_FALSE(under.screen.says("Sign in again")) << "which was done";
+    EXPECT_FALSE(under.screen.says("Your session has expired")) << "that is over";
 }
 
 INSTANTIATE_TEST_SUITE_P(Of, FormAtTheEndOfTheSession, testing::ValuesIn(forms),
