@@ -1,8 +1,8 @@
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 
-#include <span>
-
 #include <array>
+#include <chrono>
+#include <span>
 
 #include <QApplication>
 #include <QClipboard>
@@ -12,6 +12,7 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -42,6 +43,7 @@ constexpr int effectsHeight = 130;
 constexpr int issuesHeight = 220;
 constexpr int stretchedColumn = 3; // of issues and of entries
 constexpr int barHeight = 8;
+constexpr std::chrono::milliseconds glance{50}; // between two states of the progress: a row takes about one
 constexpr std::array guideKeys{"guide.entry", "guide.transfer", "guide.exchange", "guide.opening", "guide.start"};
 
 QString text(std::string_view key)
@@ -81,6 +83,10 @@ ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{st
     cancelButton().setObjectName(QStringLiteral("importClose"));
     setAcceptDrops(true);
     buildBody();
+    m_glance = new QTimer(this);
+    m_glance->setSingleShot(true);
+    m_glance->setInterval(glance);
+    connect(m_glance, &QTimer::timeout, this, &ImportDialog::presentProgress);
     connect(&m_file->button(), &QPushButton::clicked, this, &ImportDialog::askForFile);
     connect(m_copyIssues, &QPushButton::clicked, this,
             [this] { QApplication::clipboard()->setText(LedgerImport::issuesText(*m_reading, locale())); });
@@ -393,7 +399,8 @@ void ImportDialog::import()
         if (!self)
             return;
         self->m_confirmed = confirmed;
-        self->presentProgress();
+        if (!self->m_glance->isActive())
+            self->m_glance->start();
     };
     QCoro::connect(store().importTransactions(m_reading->plan.inputs, progress), this,
                    [this](const Result<void>& outcome) { finish(outcome); });

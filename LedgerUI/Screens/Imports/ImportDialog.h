@@ -11,6 +11,7 @@ class PlainTable;
 class TextLabel;
 class QProgressBar;
 class QPushButton;
+class QTimer;
 
 /// Brings older entries in from a file: choose it, see what it would record or what is wrong with it, confirm, and
 /// follow the entries being recorded one by one. Deletes itself when it closes; open it with `open()`.
@@ -74,6 +75,7 @@ private:
     TextLabel* m_progressText = nullptr;
     TextLabel* m_progressShare = nullptr;
     QProgressBar* m_bar = nullptr;
+    QTimer* m_glance = nullptr; // until the progress is shown once more
     TextLabel* m_progressHint = nullptr;
     QWidget* m_guide = nullptr;
     TextLabel* m_guideTitle = nullptr;
