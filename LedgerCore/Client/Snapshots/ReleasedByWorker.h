@@ -1,5 +1,6 @@
 #pragma once
 
+#include <malloc.h>
 #include <memory>
 #include <utility>
 
@@ -12,4 +13,17 @@ std::shared_ptr<const Value> releasedByWorker(Arguments&&... arguments)
 {
     return {new const Value(std::forward<Arguments>(arguments)...),
             [](const Value* last) { QThreadPool::globalInstance()->start([last] { delete last; }); }};
+}
+
+/// The same for a value that is made once in a while and copies much of the books: the worker also hands the room it
+/// took back to the system, which keeps small blocks for the program otherwise.
+template <class Value, class... Arguments>
+std::shared_ptr<const Value> returnedByWorker(Arguments&&... arguments)
+{
+    return {new const Value(std::forward<Arguments>(arguments)...), [](const Value* last) {
+                QThreadPool::globalInstance()->start([last] {
+                    delete last;
+                    malloc_trim(0);
+                });
+            }};
 }
