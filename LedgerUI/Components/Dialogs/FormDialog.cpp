@@ -106,6 +106,11 @@ void FormDialog::setBody(QWidget* body, int width)
     m_scroll->setWidget(body);
 }
 
+QWidget* FormDialog::bodyPlace() const
+{
+    return m_scroll->viewport();
+}
+
 void FormDialog::setAside(QWidget* aside, int width)
 {
     aside->setObjectName(QStringLiteral("dialogAside"));

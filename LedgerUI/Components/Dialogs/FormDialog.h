@@ -24,8 +24,10 @@ public:
     explicit FormDialog(QWidget* parent);
     ~FormDialog() override;
 
-    /// The form itself, at its left `width` pixels wide; the dialog is never wider than Space::dialogMaximumWidth.
+    /// The form itself, at its left `width` pixels wide; the dialog is never wider than Space::dialogMaximumWidth. Made
+    /// as a child of `bodyPlace()`, since whatever changes its parent is dressed once more with all that it holds.
     void setBody(QWidget* body, int width);
+    [[nodiscard]] QWidget* bodyPlace() const;
     /// A second column at the right, on its own ground.
     void setAside(QWidget* aside, int width);
     /// At the left of the foot, in the room that the buttons leave.

@@ -14,21 +14,36 @@ constexpr int theRest = 10000; // of a splitter's width, for the part that takes
 
 }
 
-ListDetailPage::ListDetailPage(const ListDetailParts& parts, QWidget* parent) : QWidget{parent}, m_parts{parts}
+ListDetailPage::ListDetailPage(QWidget* parent) : QWidget{parent}
 {
-    auto* list = new QWidget(this);
-    m_stack = new QStackedWidget(list);
-    m_stack->addWidget(m_parts.table);
-    m_stack->addWidget(m_parts.notice);
-    m_stack->installEventFilter(this);
-    auto* column = plainRows(list);
-    column->addWidget(m_stack, 1);
-    column->addWidget(m_parts.strip);
-
     m_splitter = new QSplitter(Qt::Horizontal, this);
     m_splitter->setChildrenCollapsible(false);
     m_splitter->setHandleWidth(1);
-    m_splitter->addWidget(list);
+    m_list = new QWidget(m_splitter);
+    m_stack = new QStackedWidget(m_list);
+    m_stack->installEventFilter(this);
+}
+
+QWidget* ListDetailPage::listPlace() const
+{
+    return m_stack;
+}
+
+QWidget* ListDetailPage::detailPlace() const
+{
+    return m_splitter;
+}
+
+void ListDetailPage::arrange(const ListDetailParts& parts)
+{
+    m_parts = parts;
+    m_stack->addWidget(m_parts.table);
+    m_stack->addWidget(m_parts.notice);
+    auto* column = plainRows(m_list);
+    column->addWidget(m_stack, 1);
+    column->addWidget(m_parts.strip);
+
+    m_splitter->addWidget(m_list);
     m_splitter->addWidget(m_parts.detail);
     m_splitter->setStretchFactor(0, 1);
     m_splitter->setStretchFactor(1, 0);

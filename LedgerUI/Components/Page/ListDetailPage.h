@@ -6,7 +6,7 @@
 class QSplitter;
 class QStackedWidget;
 
-/// What a page that lists things is put together from. All of them become its children.
+/// What a page that lists things is put together from, each made in its place on the page.
 struct ListDetailParts {
     QWidget* header = nullptr;  // without filters, passes the focus on to its first control
     QWidget* filters = nullptr; // passes the focus on to its first control; a page may have none
@@ -23,7 +23,15 @@ struct ListDetailParts {
 class ListDetailPage final : public QWidget {
     Q_OBJECT
 public:
-    explicit ListDetailPage(const ListDetailParts& parts, QWidget* parent = nullptr);
+    explicit ListDetailPage(QWidget* parent = nullptr);
+
+    /// The places of the parts are their parents from the start, since whatever changes its parent is dressed once more
+    /// with all that it holds. Header, filters and message stand on the page itself, table and notice in one place.
+    [[nodiscard]] QWidget* listPlace() const;
+    [[nodiscard]] QWidget* stripPlace() const { return m_list; }
+    [[nodiscard]] QWidget* detailPlace() const;
+    /// Once, before anything else.
+    void arrange(const ListDetailParts& parts);
 
     enum class Content { table, notice };
     void show(Content content);
@@ -57,6 +65,7 @@ private:
     void placeOverlay();
 
     ListDetailParts m_parts;
+    QWidget* m_list = nullptr;
     QStackedWidget* m_stack = nullptr;
     QSplitter* m_splitter = nullptr;
     Place m_place = Place::beside;

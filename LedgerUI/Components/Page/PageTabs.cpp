@@ -54,6 +54,11 @@ void PageTabs::setContents(const QString& id, QWidget* contents)
     follow();
 }
 
+QWidget* PageTabs::place() const
+{
+    return m_stack;
+}
+
 void PageTabs::present(const std::vector<Tab>& tabs)
 {
     {

@@ -23,8 +23,9 @@ public:
     /// `row` is the name of the row of tabs, by which tests find it.
     explicit PageTabs(const QString& row, QWidget* parent = nullptr);
 
-    /// What stands below the tab of this id.
+    /// What stands below the tab of this id, made as a child of `place()`.
     void setContents(const QString& id, QWidget* contents);
+    [[nodiscard]] QWidget* place() const;
     void present(const std::vector<Tab>& tabs);
     /// What the tabs are about, for readers.
     void setName(const QString& name);

@@ -89,7 +89,7 @@ PrintDialog::PrintDialog(LedgerStore& store, PrintSource source, QWidget* parent
 
 void PrintDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_size = new SegmentedControl;
     m_size->setObjectName(QStringLiteral("printPaper"));
     m_size->addSegment(QPageSize::A4, QStringLiteral("A4"));

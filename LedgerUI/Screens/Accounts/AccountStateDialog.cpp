@@ -29,7 +29,7 @@ AccountStateDialog::AccountStateDialog(LedgerStore& store, AccountStateChange ch
     setObjectName(QStringLiteral("accountStateDialog"));
     confirmButton().setObjectName(QStringLiteral("accountStateConfirm"));
     cancelButton().setObjectName(QStringLiteral("accountStateCancel"));
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_text = new TextLabel(TypeStep::body, Token::text, body);
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);

@@ -60,7 +60,7 @@ AccountsView::AccountsView(LedgerStore& store, QWidget* parent) : PageView{paren
 
 void AccountsView::buildHeader()
 {
-    m_header = new PageHeader(this);
+    m_header = new PageHeader(m_page);
     m_search = new SearchField(m_header);
     m_search->setObjectName(QStringLiteral("accountSearch"));
     m_search->setFixedWidth(searchWide);
@@ -80,20 +80,20 @@ void AccountsView::buildHeader()
 
 void AccountsView::buildLayout()
 {
+    m_page = new ListDetailPage(this);
     buildHeader();
-    m_table = new AccountTable(this);
-    m_notice = new AccountNoticeView(this);
-    m_totals = new AccountTotalsStrip(this);
-    m_messages = new AccountMessages(this);
-    m_detail = new AccountDetailPane(*m_actions, this);
-    m_page = new ListDetailPage({.header = m_header,
-                                 .message = m_messages,
-                                 .table = m_table,
-                                 .notice = m_notice,
-                                 .strip = m_totals,
-                                 .detail = m_detail,
-                                 .detailStop = m_detail->firstStop()},
-                                this);
+    m_table = new AccountTable(m_page->listPlace());
+    m_notice = new AccountNoticeView(m_page->listPlace());
+    m_totals = new AccountTotalsStrip(m_page->stripPlace());
+    m_messages = new AccountMessages(m_page);
+    m_detail = new AccountDetailPane(*m_actions, m_page->detailPlace());
+    m_page->arrange({.header = m_header,
+                     .message = m_messages,
+                     .table = m_table,
+                     .notice = m_notice,
+                     .strip = m_totals,
+                     .detail = m_detail,
+                     .detailStop = m_detail->firstStop()});
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
     whole->addWidget(m_page);

@@ -92,13 +92,10 @@ void CapitalView::buildLayout()
     row->addWidget(m_currency);
     m_header->setMiddle(middle);
 
-    m_overview = new CapitalOverviewTab;
-    m_contributions = new ContributionsTab;
-    m_dividends = new DividendsTab;
     m_tabRow = new PageTabs(QStringLiteral("capitalTabs"), this);
-    addPlace(CapitalModuleTab::overview, m_overview);
-    addPlace(CapitalModuleTab::contributions, m_contributions);
-    addPlace(CapitalModuleTab::dividends, m_dividends);
+    m_overview = addPlace<CapitalOverviewTab>(CapitalModuleTab::overview);
+    m_contributions = addPlace<ContributionsTab>(CapitalModuleTab::contributions);
+    m_dividends = addPlace<DividendsTab>(CapitalModuleTab::dividends);
     placeActions();
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -107,16 +104,19 @@ void CapitalView::buildLayout()
     rows->addWidget(m_tabRow, 1);
 }
 
-void CapitalView::addPlace(CapitalModuleTab tab, QWidget* contents)
+template <class Contents>
+Contents* CapitalView::addPlace(CapitalModuleTab tab)
 {
-    auto* place = new QStackedWidget;
+    auto* place = new QStackedWidget(m_tabRow->place());
     place->setMinimumSize(1, 1); // texts of tabs that were never shown would want more height than the window has
     auto* unavailable = new EmptyState(QStringLiteral("exclamation-triangle"), place);
     unavailable->setObjectName(QStringLiteral("capitalUnavailable"));
+    auto* contents = new Contents(place);
     place->addWidget(contents);
     place->addWidget(unavailable);
     m_places[tab] = place;
     m_tabRow->setContents(idOf(tab), place);
+    return contents;
 }
 
 /// Each action has its button where it is needed.

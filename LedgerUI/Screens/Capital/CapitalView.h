@@ -50,7 +50,8 @@ private:
     void showContents();
     void showUnavailable(const QString& why);
     void lookAt(const std::string& currency, const std::string& date);
-    void addPlace(CapitalModuleTab tab, QWidget* contents);
+    template <class Contents>
+    Contents* addPlace(CapitalModuleTab tab);
     void placeActions();
     void chooseCurrency(const std::string& currency);
     void choosePeriod(const Period& period);

@@ -50,23 +50,24 @@ ContributionsTab::ContributionsTab(QWidget* parent) : QWidget{parent}
 
 void ContributionsTab::buildLayout()
 {
-    auto* message = new QWidget(this);
+    m_page = new ListDetailPage(this);
+    auto* message = new QWidget(m_page);
     m_banner = new Banner(Banner::Kind::warn, message);
     m_banner->setObjectName(QStringLiteral("baselineBanner"));
     auto* messageRow = plainRows(message);
     messageRow->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, Space::step2);
     messageRow->addWidget(m_banner);
 
-    auto* list = new QWidget(this);
+    auto* list = new QWidget(m_page->listPlace());
     m_table = new RecordTable(RecordTable::Lines::two, list);
     m_table->setObjectName(QStringLiteral("contributionsTable"));
     list->setFocusProxy(m_table);
     auto* listRows = plainRows(list);
     listRows->addWidget(m_table, 1);
     listRows->addWidget(m_table->total());
-    m_notice = new EmptyState(QStringLiteral("people"), this);
+    m_notice = new EmptyState(QStringLiteral("people"), m_page->listPlace());
 
-    auto* below = new QWidget(this);
+    auto* below = new QWidget(m_page->stripPlace());
     m_hint = new TextLabel(TypeStep::small, Token::text2, below);
     m_hint->setWordWrap(true);
     m_hint->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, Space::step2);
@@ -77,7 +78,7 @@ void ContributionsTab::buildLayout()
     scroll->setFocusPolicy(Qt::StrongFocus);
     speakAsGroup(*scroll);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_baselineLines = new QWidget;
+    m_baselineLines = new QWidget(scroll->viewport());
     m_baselineLines->installEventFilter(this);
     m_baselines = new QVBoxLayout(m_baselineLines);
     m_baselines->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, Space::step2);
@@ -91,20 +92,19 @@ void ContributionsTab::buildLayout()
     belowRows->addWidget(m_baselineHead);
     belowRows->addWidget(scroll);
 
-    m_detail = new ContributionPane(this);
-    auto* top = new QWidget(this);
-    auto* filters = new QWidget(this);
+    m_detail = new ContributionPane(m_page->detailPlace());
+    auto* top = new QWidget(m_page);
+    auto* filters = new QWidget(m_page);
     for (auto* empty : {top, filters})
         empty->setFixedHeight(0);
-    m_page = new ListDetailPage({.header = top,
-                                 .filters = filters,
-                                 .message = message,
-                                 .table = list,
-                                 .notice = m_notice,
-                                 .strip = below,
-                                 .detail = m_detail,
-                                 .detailStop = m_detail->firstStop()},
-                                this);
+    m_page->arrange({.header = top,
+                     .filters = filters,
+                     .message = message,
+                     .table = list,
+                     .notice = m_notice,
+                     .strip = below,
+                     .detail = m_detail,
+                     .detailStop = m_detail->firstStop()});
     plainRows(this)->addWidget(m_page);
 }
 

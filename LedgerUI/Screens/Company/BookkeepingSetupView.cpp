@@ -42,7 +42,7 @@ BookkeepingSetupView::BookkeepingSetupView(LedgerStore& store, QWidget* parent)
 
 void BookkeepingSetupView::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_modeHead = new TextLabel(TypeStep::small, Token::text2, body);
     m_withOpenings = new QRadioButton(body);
     m_withOpenings->setObjectName(QStringLiteral("setupWithOpenings"));

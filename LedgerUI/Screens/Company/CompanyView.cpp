@@ -149,7 +149,7 @@ void CompanyView::presentTabs()
 
 CompanyTab* CompanyView::make(const QString& id)
 {
-    auto* tab = makers().at(id.toStdString())(m_store, m_tabs);
+    auto* tab = makers().at(id.toStdString())(m_store, m_tabs->place());
     tab->setObjectName(id + QStringLiteral("Tab"));
     m_tabs->setContents(id, tab);
     connect(tab, &CompanyTab::done, this, &PageView::done);

@@ -39,7 +39,7 @@ InvitationCodeDialog::InvitationCodeDialog(Invitation invitation, QWidget* paren
 
 void InvitationCodeDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_text = new TextLabel(TypeStep::body, Token::text, body);
     m_text->setWordWrap(true);
     auto* frame = new QFrame(body);

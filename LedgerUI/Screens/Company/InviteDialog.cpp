@@ -40,7 +40,7 @@ InviteDialog::InviteDialog(LedgerStore& store, QWidget* parent) : CommandForm{st
 
 void InviteDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_name = new QLineEdit;
     m_name->setObjectName(QStringLiteral("inviteName"));
     m_email = new QLineEdit;

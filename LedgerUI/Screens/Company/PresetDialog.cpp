@@ -48,7 +48,7 @@ PresetDialog::PresetDialog(LedgerStore& store, std::string kind, QWidget* parent
 
 void PresetDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_search = new SearchField(body);
     m_search->setObjectName(QStringLiteral("presetSearch"));
     m_underHead = new TextLabel(TypeStep::small, Token::text2, body);

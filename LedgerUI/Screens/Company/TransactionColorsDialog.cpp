@@ -127,7 +127,7 @@ TransactionColorsDialog::TransactionColorsDialog(LedgerStore& store, QWidget* pa
 
 void TransactionColorsDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_for = new TextLabel(TypeStep::body, Token::text2, body);
     m_for->setWordWrap(true);
     m_hint = new TextLabel(TypeStep::small, Token::text2, body);

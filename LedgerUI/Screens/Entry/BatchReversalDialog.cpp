@@ -53,7 +53,7 @@ BatchReversalDialog::BatchReversalDialog(LedgerStore& store, const std::vector<s
 
 void BatchReversalDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_explanation = new TextLabel(TypeStep::body, Token::text, body);
     m_explanation->setWordWrap(true);
     m_reason = new LimitedEdit(EntryLimits::noteLength);

@@ -45,7 +45,7 @@ ReversalDialog::ReversalDialog(LedgerStore& store, LedgerTransaction original, Q
 
 void ReversalDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_explanation = new TextLabel(TypeStep::body, Token::text, body);
     m_explanation->setObjectName(QStringLiteral("reversalExplanation"));
     m_explanation->setWordWrap(true);

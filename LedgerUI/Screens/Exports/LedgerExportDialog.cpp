@@ -54,7 +54,7 @@ LedgerExportDialog::LedgerExportDialog(LedgerStore& store, LedgerExport::Page pa
 
 void LedgerExportDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     auto* layout = new QVBoxLayout(body);
     layout->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::step4);
     layout->setSpacing(Space::fieldToField);

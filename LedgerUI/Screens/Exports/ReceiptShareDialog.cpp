@@ -67,7 +67,7 @@ ReceiptShareDialog::ReceiptShareDialog(LedgerStore& store, const std::string& en
 
 void ReceiptShareDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_view = new DigitalReceiptView(body);
     m_view->setObjectName(QStringLiteral("sharePreview"));
     auto* choices = new QVBoxLayout;

@@ -104,7 +104,7 @@ ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{st
 
 void ImportDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_file = new ImportFileCard(body);
     m_tableTitle = new TextLabel(TypeStep::small, Token::text2, body);
     m_table = new PlainTable(stretchedColumn, body);

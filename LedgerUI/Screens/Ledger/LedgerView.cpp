@@ -59,7 +59,8 @@ LedgerView::LedgerView(LedgerStore& store, QWidget* parent) : PageView{parent}, 
 
 void LedgerView::buildHeader()
 {
-    m_header = new PageHeader(this);
+    m_page = new ListDetailPage(this);
+    m_header = new PageHeader(m_page);
     m_period = new PeriodNavigator(m_header);
     m_newEntry = new SplitButton(this);
     m_newEntry->setObjectName(QStringLiteral("newEntry"));
@@ -80,22 +81,21 @@ void LedgerView::buildHeader()
 
 void LedgerView::buildLayout()
 {
-    m_filters = new LedgerFilterRow(this);
-    m_messages = new LedgerMessages(this);
-    m_table = new LedgerTable(this);
-    m_notice = new LedgerNoticeView(this);
-    m_totals = new LedgerTotalsStrip(this);
+    m_filters = new LedgerFilterRow(m_page);
+    m_messages = new LedgerMessages(m_page);
+    m_table = new LedgerTable(m_page->listPlace());
+    m_notice = new LedgerNoticeView(m_page->listPlace());
+    m_totals = new LedgerTotalsStrip(m_page->stripPlace());
     m_guide = new LedgerGuide(*m_browser, *m_table, *m_messages, this);
-    m_detail = new LedgerDetailPane(this);
-    m_page = new ListDetailPage({.header = m_header,
-                                 .filters = m_filters,
-                                 .message = m_messages,
-                                 .table = m_table,
-                                 .notice = m_notice,
-                                 .strip = m_totals,
-                                 .detail = m_detail,
-                                 .detailStop = m_detail->firstStop()},
-                                this);
+    m_detail = new LedgerDetailPane(m_page->detailPlace());
+    m_page->arrange({.header = m_header,
+                     .filters = m_filters,
+                     .message = m_messages,
+                     .table = m_table,
+                     .notice = m_notice,
+                     .strip = m_totals,
+                     .detail = m_detail,
+                     .detailStop = m_detail->firstStop()});
     m_commands->act({.period = m_period, .filters = m_filters, .table = m_table, .page = m_page, .guide = m_guide});
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);

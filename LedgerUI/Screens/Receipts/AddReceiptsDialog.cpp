@@ -39,7 +39,7 @@ AddReceiptsDialog::AddReceiptsDialog(LedgerStore& store, Opening opening, QWidge
     confirmButton().setObjectName(QStringLiteral("addReceiptsConfirm"));
     cancelButton().setObjectName(QStringLiteral("addReceiptsCancel"));
     m_receipts = new DraftReceipts(store, receiptsOn(*snapshot(), m_entryID), *this);
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_head = new TextLabel(TypeStep::body, Token::text, body);
     m_head->setTextFormat(Qt::PlainText);
     m_head->setWordWrap(true);

@@ -66,7 +66,7 @@ OverviewTab::OverviewTab(Beside beside, QWidget* parent) : ReportTab{parent}, m_
     scroll->setWidgetResizable(true);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    auto* body = new QWidget(scroll);
+    auto* body = new QWidget(scroll->viewport());
     m_currencies = new ReportTable(QStringLiteral("currencyTable"), RowDelegate::Density::oneLine, body);
     m_currencies->showWhole(currenciesShown);
     m_attention = new AttentionList(body);
@@ -74,11 +74,13 @@ OverviewTab::OverviewTab(Beside beside, QWidget* parent) : ReportTab{parent}, m_
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
     rows->addWidget(m_currencies);
-    rows->addLayout(sideBySide(buildChart(), buildCategories(m_expenses, {"expenseTable", "expensesNone"}), body));
+    rows->addLayout(
+        sideBySide(buildChart(body), buildCategories(m_expenses, {"expenseTable", "expensesNone"}, body), body));
     rows->addWidget(new Line(Qt::Horizontal, body));
     rows->addWidget(m_attention);
     rows->addWidget(new Line(Qt::Horizontal, body));
-    rows->addLayout(sideBySide(buildMonths(), buildCategories(m_income, {"incomeCategoryTable", "incomeNone"}), body));
+    rows->addLayout(
+        sideBySide(buildMonths(body), buildCategories(m_income, {"incomeCategoryTable", "incomeNone"}, body), body));
     rows->addStretch(1);
     scroll->setWidget(body);
     auto* whole = new QVBoxLayout(this);
@@ -87,9 +89,9 @@ OverviewTab::OverviewTab(Beside beside, QWidget* parent) : ReportTab{parent}, m_
     bindParts();
 }
 
-QWidget* OverviewTab::buildChart()
+QWidget* OverviewTab::buildChart(QWidget* parent)
 {
-    auto* part = new QWidget(this);
+    auto* part = new QWidget(parent);
     m_chartTitle = new TextLabel(TypeStep::section, Token::text, part);
     m_chartCurrency = new TextLabel(TypeStep::small, Token::text2, part);
     m_chart = new ChartView(part);
@@ -108,9 +110,9 @@ QWidget* OverviewTab::buildChart()
 }
 
 /// The chart's months in figures.
-QWidget* OverviewTab::buildMonths()
+QWidget* OverviewTab::buildMonths(QWidget* parent)
 {
-    auto* part = new QWidget(this);
+    auto* part = new QWidget(parent);
     m_monthsTitle = new TextLabel(TypeStep::section, Token::text, part);
     m_monthsCurrency = new TextLabel(TypeStep::small, Token::text2, part);
     m_monthTable = new ReportTable(QStringLiteral("monthTable"), RowDelegate::Density::oneLine, part);
@@ -125,9 +127,9 @@ QWidget* OverviewTab::buildMonths()
     return part;
 }
 
-QWidget* OverviewTab::buildCategories(Categories& made, const CategoryNames& names)
+QWidget* OverviewTab::buildCategories(Categories& made, const CategoryNames& names, QWidget* parent)
 {
-    auto* part = new QWidget(this);
+    auto* part = new QWidget(parent);
     part->setFixedWidth(categoriesWidth);
     made.title = new TextLabel(TypeStep::section, Token::text, part);
     made.currency = new TextLabel(TypeStep::small, Token::text2, part);

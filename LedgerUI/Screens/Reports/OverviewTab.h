@@ -32,13 +32,13 @@ private:
         ReportTable* table = nullptr;
     };
 
-    QWidget* buildChart();
-    QWidget* buildMonths();
+    QWidget* buildChart(QWidget* parent);
+    QWidget* buildMonths(QWidget* parent);
     struct CategoryNames {
         const char* table;
         const char* none;
     };
-    QWidget* buildCategories(Categories& made, const CategoryNames& names);
+    QWidget* buildCategories(Categories& made, const CategoryNames& names, QWidget* parent);
     void bindParts();
     void chooseMonth(std::size_t at);
     void presentCategories(const Categories& shown, const ReportGrid& grid, std::string_view none,

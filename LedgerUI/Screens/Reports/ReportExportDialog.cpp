@@ -52,7 +52,7 @@ ReportExportDialog::ReportExportDialog(LedgerStore& store, Source source, Report
 
 void ReportExportDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_table = new SegmentedControl;
     m_table->setObjectName(QStringLiteral("reportExportTable"));
     m_tableField = new FormField(m_table, body);

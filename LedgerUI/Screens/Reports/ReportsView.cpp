@@ -68,14 +68,14 @@ void ReportsView::buildLayout()
     header().addSecondary(actions()[QStringLiteral("exportReport")]);
     header().addSecondary(actions()[QStringLiteral("printReport")]);
 
-    m_tabs = new PageTabs(QStringLiteral("reportTabs"), this);
-    addTab(ReportPart::overview, new OverviewTab([this] { return besideBooks(); }, m_tabs));
-    addTab(ReportPart::income, new IncomeTab(m_tabs));
-    addTab(ReportPart::matrix, new MatrixTab(m_tabs));
-    addTab(ReportPart::movements, new FundsTab(m_tabs));
-    m_notice = new EmptyState(QStringLiteral("bar-chart"), this);
-    m_notice->setObjectName(QStringLiteral("reportNotice"));
     m_stack = new QStackedWidget(this);
+    m_tabs = new PageTabs(QStringLiteral("reportTabs"), m_stack);
+    addTab(ReportPart::overview, new OverviewTab([this] { return besideBooks(); }, m_tabs->place()));
+    addTab(ReportPart::income, new IncomeTab(m_tabs->place()));
+    addTab(ReportPart::matrix, new MatrixTab(m_tabs->place()));
+    addTab(ReportPart::movements, new FundsTab(m_tabs->place()));
+    m_notice = new EmptyState(QStringLiteral("bar-chart"), m_stack);
+    m_notice->setObjectName(QStringLiteral("reportNotice"));
     m_stack->addWidget(m_notice);
     m_stack->addWidget(m_tabs);
     auto* rows = new QVBoxLayout(this);

@@ -60,7 +60,7 @@ UnconfirmedDialog::UnconfirmedDialog(LedgerStore& store, QWidget* parent) : Form
     setObjectName(QStringLiteral("unconfirmedDialog"));
     cancelButton().setObjectName(QStringLiteral("unconfirmedClose"));
     setConfirmVisible(false);
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_hint = new TextLabel(TypeStep::small, Token::text2, body);
     m_hint->setWordWrap(true);
     m_none = new TextLabel(TypeStep::body, Token::text2, body);

@@ -114,7 +114,7 @@ QWidget* KeysDialog::buildFoot()
 void KeysDialog::present()
 {
     const auto sections = keyHelp(InterfaceLanguage::tag());
-    auto* body = new QWidget;
+    auto* body = new QWidget(m_scroll->viewport());
     auto* row = new QHBoxLayout(body);
     row->setContentsMargins(Space::dialogMargin, Space::dialogMargin, Space::dialogMargin, Space::dialogMargin);
     row->setSpacing(Space::step8);

@@ -54,7 +54,7 @@ void SettingsDialog::changeEvent(QEvent* event)
 
 void SettingsDialog::buildLayout()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_list = new QFrame(body);
     m_list->setObjectName(QStringLiteral("settingsSections"));
     m_list->setMinimumWidth(listWidth);

@@ -53,9 +53,9 @@ SignInView::SignInView(LedgerStore& store, const SignInStart& start, QWidget* pa
     auto* column = new QVBoxLayout(ground);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(buildStrip());
+    column->addWidget(buildStrip(ground));
     column->addStretch(1);
-    column->addWidget(buildPanel(start), 0, Qt::AlignHCenter);
+    column->addWidget(buildPanel(start, ground), 0, Qt::AlignHCenter);
     column->addStretch(1);
     column->addSpacing(leastMargin);
     auto* layout = new QVBoxLayout(this);
@@ -98,16 +98,16 @@ void SignInView::showEvent(QShowEvent* event)
     way().form().focusStart();
 }
 
-QWidget* SignInView::buildStrip()
+QWidget* SignInView::buildStrip(QWidget* ground)
 {
-    m_language = new QComboBox(this);
+    auto* strip = new QWidget(ground);
+    strip->setFixedHeight(stripHeight);
+    m_language = new QComboBox(strip);
     m_language->setObjectName(QStringLiteral("languageChoice"));
     m_language->setFixedWidth(languageWidth);
     dressComboBox(*m_language);
     for (const auto tag : AppLanguage::supportedLocales)
         m_language->addItem(InterfaceLanguage::nativeName(tag), qString(tag));
-    auto* strip = new QWidget(this);
-    strip->setFixedHeight(stripHeight);
     auto* layout = new QHBoxLayout(strip);
     layout->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, 0);
     layout->setSpacing(Space::step2);
@@ -117,41 +117,24 @@ QWidget* SignInView::buildStrip()
     return strip;
 }
 
-QWidget* SignInView::buildPanel(const SignInStart& start)
+/// Each part is made where it is to stay: whatever changes its parent is dressed once more with all that it holds.
+QWidget* SignInView::buildPanel(const SignInStart& start, QWidget* ground)
 {
-    m_aside = new SignInAside(m_store, this);
-    m_title = new TextLabel(TypeStep::title, Token::text, this);
-    m_title->setObjectName(QStringLiteral("signInTitle"));
-    m_banner = new Banner(Banner::Kind::info, this);
-    m_banner->setObjectName(QStringLiteral("signInBanner"));
-    m_address = new AddressFold(m_store, start.defaultAddress, this);
-    m_progress = new SignInProgress(this);
-    buildWays(start);
-
-    m_page = new QWidget(this);
-    auto* form = new QVBoxLayout(m_page);
-    form->setContentsMargins(formPadding, formPadding - Space::step1, formPadding, Space::step6);
-    form->setSpacing(Space::step3);
-    form->addWidget(m_title);
-    form->addWidget(m_banner);
-    for (auto* each : m_ways)
-        form->addWidget(each);
-    form->addWidget(m_progress);
-    form->addStretch(1);
-    form->addWidget(m_address);
-    m_page->installEventFilter(this);
-    m_scroll = new QScrollArea(this);
+    m_panel = new QFrame(ground);
+    m_panel->setObjectName(QStringLiteral("signInPanel"));
+    m_panel->setFixedSize(panelWidth, panelHeight);
+    m_aside = new SignInAside(m_store, m_panel);
+    m_scroll = new QScrollArea(m_panel);
     m_scroll->setWidgetResizable(true);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_page = new QWidget(m_scroll->viewport());
+    buildPage(start);
     m_scroll->setWidget(m_page);
     // The panel's round corners show through.
     m_scroll->viewport()->setAutoFillBackground(false);
     m_page->setAutoFillBackground(false);
 
-    m_panel = new QFrame(this);
-    m_panel->setObjectName(QStringLiteral("signInPanel"));
-    m_panel->setFixedSize(panelWidth, panelHeight);
     auto* layout = new QHBoxLayout(m_panel);
     layout->setContentsMargins(1, 1, 1, 1);
     layout->setSpacing(0);
@@ -160,14 +143,31 @@ QWidget* SignInView::buildPanel(const SignInStart& start)
     return m_panel;
 }
 
-void SignInView::buildWays(const SignInStart& start)
+void SignInView::buildPage(const SignInStart& start)
 {
-    m_ways = {new AuthEntryView(SignInPage::login, m_store, this),
-              new AuthEntryView(SignInPage::registration, m_store, this),
-              new AccessFlowView(AccessFlow::Purpose::join, m_store, this),
-              new AccessFlowView(AccessFlow::Purpose::reset, m_store, this)};
-    for (auto* each : m_ways)
+    m_title = new TextLabel(TypeStep::title, Token::text, m_page);
+    m_title->setObjectName(QStringLiteral("signInTitle"));
+    m_banner = new Banner(Banner::Kind::info, m_page);
+    m_banner->setObjectName(QStringLiteral("signInBanner"));
+    m_ways = {new AuthEntryView(SignInPage::login, m_store, m_page),
+              new AuthEntryView(SignInPage::registration, m_store, m_page),
+              new AccessFlowView(AccessFlow::Purpose::join, m_store, m_page),
+              new AccessFlowView(AccessFlow::Purpose::reset, m_store, m_page)};
+    m_progress = new SignInProgress(m_page);
+    m_address = new AddressFold(m_store, start.defaultAddress, m_page);
+    auto* form = new QVBoxLayout(m_page);
+    form->setContentsMargins(formPadding, formPadding - Space::step1, formPadding, Space::step6);
+    form->setSpacing(Space::step3);
+    form->addWidget(m_title);
+    form->addWidget(m_banner);
+    for (auto* each : m_ways) {
         each->setEmail(qString(start.email));
+        form->addWidget(each);
+    }
+    form->addWidget(m_progress);
+    form->addStretch(1);
+    form->addWidget(m_address);
+    m_page->installEventFilter(this);
 }
 
 void SignInView::bind()

@@ -36,9 +36,9 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
-    QWidget* buildStrip();
-    QWidget* buildPanel(const SignInStart& start);
-    void buildWays(const SignInStart& start);
+    QWidget* buildStrip(QWidget* ground);
+    QWidget* buildPanel(const SignInStart& start, QWidget* ground);
+    void buildPage(const SignInStart& start);
     void bind();
     void bindWay(SignInWay& way);
     void choose(SignInMode mode);

@@ -76,7 +76,7 @@ void TemplateFormDialog::offerIn(TransactionForm& form, LedgerStore& store)
 
 void TemplateFormDialog::buildBody()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_entry = new TemplateEntryFields(body);
     m_name = new LimitedEdit(Naming::maximumName);
     m_name->setObjectName(QStringLiteral("templateName"));

@@ -54,7 +54,7 @@ QWidget& CompanyAccessView::firstField() const
 
 void CompanyAccessView::buildLayout()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_lead = new TextLabel(TypeStep::body, Token::text2, body);
     m_lead->setWordWrap(true);
     m_code = new QLineEdit(body);

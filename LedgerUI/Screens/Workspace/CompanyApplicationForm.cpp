@@ -58,7 +58,7 @@ QWidget& CompanyApplicationForm::firstField() const
 
 void CompanyApplicationForm::buildLayout()
 {
-    auto* body = new QWidget;
+    auto* body = new QWidget(bodyPlace());
     m_lead = new TextLabel(TypeStep::body, Token::text2, body);
     m_lead->setWordWrap(true);
     m_name = new QLineEdit(body);

@@ -200,6 +200,7 @@ TEST(ReportExport, BeginsWithTheTableWhoseMenuAskedForIt)
 {
     const auto ask = [](ReportsUnderTest& under) {
         auto& table = under.screen.find<ReportTable>("currencyTable");
+        under.screen.waitUntil("the figures are there", [&] { return table.model()->rowCount() > 0; });
         table.setFocus();
         table.setCurrentIndex(table.model()->index(0, 1));
         under.screen.keys("Shift+F10");
