@@ -87,12 +87,13 @@ function(tallyfold_compile_fast name)
     endif()
 endfunction()
 
-# tallyfold_tests(NAME [QT] [FOLDER dir] LINK libs...): one GoogleTest program of this folder's tests/, each test known to ctest.
+# tallyfold_tests(NAME [QT] [FOLDER dir] [FILTER filter] LINK libs...): one GoogleTest program of this folder's tests/, each
+# test known to ctest, or those that pass the filter.
 function(tallyfold_tests name)
     if(NOT TALLYFOLD_TESTS)
         return()
     endif()
-    cmake_parse_arguments(arg "QT" "FOLDER" "LINK" ${ARGN})
+    cmake_parse_arguments(arg "QT" "FOLDER;FILTER" "LINK" ${ARGN})
     if(NOT arg_FOLDER)
         set(arg_FOLDER tests)
     endif()
@@ -113,7 +114,7 @@ function(tallyfold_tests name)
         target_link_libraries(${name} PRIVATE GTest::gtest_main)
     endif()
     include(GoogleTest)
-    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES
+    gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 120 NO_PRETTY_VALUES TEST_FILTER "${arg_FILTER}"
         PROPERTIES TIMEOUT 300 ENVIRONMENT
             "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0;UBSAN_OPTIONS=print_stacktrace=1")
 endfunction()
