@@ -1,6 +1,9 @@
 #include "LedgerUI/Presentation/Capital/CapitalPlace.h"
 
+#include <algorithm>
+
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Dividends/DividendBook.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Records/RecordDraft.h"
 
@@ -15,6 +18,26 @@ CapitalPlace placeOf(const DividendMovement& movement)
             .choice = {.batchID = movement.batchID.value_or(std::string{DividendBoards::advances}),
                        .participantID = movement.participantID,
                        .advanceID = isAdvance ? movement.id : movement.advanceID.value_or("")}};
+}
+
+/// The first line with something unpaid of the earliest batch that has one.
+DividendChoice unpaidLongest(const DividendState& state, std::string_view currency)
+{
+    const auto book = DividendBook::create(state, currency, std::nullopt);
+    if (!book)
+        return {}; // the page says what is wrong with them
+    DividendChoice choice;
+    const DividendBatch* longest = nullptr;
+    for (const auto* batch : book->batches()) {
+        const auto line = std::ranges::find_if(batch->lines, [&](const DividendLine& each) {
+            return book->line(batch->id, each.participantID).unpaidMinor > 0;
+        });
+        if (line == batch->lines.end() || (longest && longest->date <= batch->date))
+            continue;
+        longest = batch;
+        choice = {.batchID = batch->id, .participantID = line->participantID};
+    }
+    return choice;
 }
 
 template <class Record>
@@ -39,6 +62,14 @@ std::optional<CapitalPlace> CapitalPlaces::placeOf(const PageLink& link, const L
         if (const auto* found = RecordDrafts::find(snapshot.dividends->movements, link.subject))
             return ::placeOf(*found);
     }
+    if (link.action == PageAction::showUnpaid && snapshot.dividends)
+        return CapitalPlace{.tab = CapitalModuleTab::dividends,
+                            .currency = link.subject,
+                            .choice = unpaidLongest(*snapshot.dividends, link.subject)};
+    if (link.action == PageAction::showAdvances && snapshot.dividends)
+        return CapitalPlace{.tab = CapitalModuleTab::dividends,
+                            .currency = link.subject,
+                            .choice = {.batchID = std::string{DividendBoards::advances}}};
     return std::nullopt;
 }
 

@@ -14,13 +14,13 @@
 struct CapitalPlace {
     CapitalModuleTab tab = CapitalModuleTab::overview;
     std::string currency = {};
-    std::string date = {};
-    DividendChoice choice = {}; // of a movement
+    std::string date = {};      // empty where no period is to be looked for
+    DividendChoice choice = {}; // on the tab of dividends
 };
 
 namespace CapitalPlaces {
 
-/// Where the record that a link leads to stands; nothing while it is not in the books.
+/// Where what a link leads to stands; nothing while it is not in the books.
 std::optional<CapitalPlace> placeOf(const PageLink& link, const LedgerSnapshot& snapshot);
 
 /// The entry that booked the money of a movement; empty for one that moved none.

@@ -30,8 +30,8 @@ struct AttentionItem {
         startUnconfirmed,    // opens the bookkeeping setup
         openingsMissing,     // opens an opening balance on `accountID`
         entriesReversed,     // opens the reversals of the period
-        dividendsUnpaid,     // opens the dividends
-        advancesUnapplied,   // opens the dividends
+        dividendsUnpaid,     // opens what is unpaid longest in `currency`
+        advancesUnapplied,   // opens the advances in `currency`
         invitationsExpiring, // opens the invitations
     };
 

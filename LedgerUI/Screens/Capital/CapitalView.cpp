@@ -430,7 +430,7 @@ void CapitalView::follow(const PageLink& link)
     present();
     if (place->tab == CapitalModuleTab::contributions)
         m_contributions->choose(link.subject);
-    else
+    else if (link.action == PageAction::showMovement)
         m_dividends->chooseMovement(link.subject);
 }
 

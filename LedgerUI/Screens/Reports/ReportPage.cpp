@@ -238,8 +238,12 @@ void ReportPage::lend(const AttentionItem& item)
         Q_EMIT linkPressed({.page = WorkspacePage::company, .action = PageAction::setStartDate});
         return;
     case AttentionItem::Kind::dividendsUnpaid:
+        Q_EMIT linkPressed(
+            {.page = WorkspacePage::dividends, .action = PageAction::showUnpaid, .subject = item.currency});
+        return;
     case AttentionItem::Kind::advancesUnapplied:
-        Q_EMIT linkPressed({.page = WorkspacePage::dividends});
+        Q_EMIT linkPressed(
+            {.page = WorkspacePage::dividends, .action = PageAction::showAdvances, .subject = item.currency});
         return;
     }
 }

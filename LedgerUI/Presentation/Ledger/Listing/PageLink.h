@@ -29,4 +29,6 @@ inline constexpr const char* newEntry = "newEntry";                 // ledger: o
 inline constexpr const char* showEntry = "showEntry";               // ledger: one entry
 inline constexpr const char* showContribution = "showContribution"; // dividends: one contribution of an owner
 inline constexpr const char* showMovement = "showMovement";         // dividends: what settles an allocation or advance
+inline constexpr const char* showUnpaid = "showUnpaid";             // dividends: what is unpaid longest of a currency
+inline constexpr const char* showAdvances = "showAdvances";         // dividends: the advances in a currency
 }

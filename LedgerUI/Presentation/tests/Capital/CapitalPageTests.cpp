@@ -5,6 +5,7 @@
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
+#include "LedgerUI/Presentation/Capital/CapitalPlace.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
 #include "LedgerUI/Presentation/Dividends/DividendBoard.h"
@@ -236,6 +237,32 @@ TEST(DividendBoard, KeepsWhatIsNotSettledInSightWhateverThePeriod)
     const auto cancelled = DividendBoards::board(sample.books(), year2026(), {.batchID = "d10"}, english);
     EXPECT_EQ(read(cancelled->batches)[0], "[2026 Q3 / 31 Oct 2026] | [64,500,000 / Cancelled]");
     EXPECT_TRUE(cancelled->equation.empty()) << "nothing is owed by a cancelled allocation";
+}
+
+TEST(CapitalPlaces, LeadToWhatIsUnpaidLongestAndToTheAdvancesOfACurrency)
+{
+    auto sample = capitalSample();
+    const auto unpaid = [&] {
+        return CapitalPlaces::placeOf({.action = PageAction::showUnpaid, .subject = "IDR"}, sample.books()).value();
+    };
+    const auto first = unpaid();
+    EXPECT_EQ(first.tab, CapitalModuleTab::dividends);
+    EXPECT_EQ(first.currency, "IDR");
+    const auto board = DividendBoards::board(sample.books(), year2026(), first.choice, english);
+    EXPECT_EQ(board->choice, first.choice) << "what is led to stands there";
+    EXPECT_EQ(board->title, QStringLiteral("2026 Q2")) << "not the later one, which is unpaid as well";
+    const auto earlier = first.choice;
+    sample.books().dividends->batches.back().date = "2026-07-01";
+    EXPECT_NE(unpaid().choice.batchID, earlier.batchID) << "the day counts, not when it was recorded";
+    EXPECT_EQ(CapitalPlaces::placeOf({.action = PageAction::showUnpaid, .subject = "EUR"}, sample.books())->choice,
+              DividendChoice{})
+        << "nothing is unpaid in this currency";
+    const auto advances =
+        CapitalPlaces::placeOf({.action = PageAction::showAdvances, .subject = "USD"}, sample.books()).value();
+    EXPECT_EQ(advances.currency, "USD");
+    EXPECT_EQ(advances.choice.batchID, DividendBoards::advances);
+    sample.books().dividends.reset();
+    EXPECT_FALSE(CapitalPlaces::placeOf({.action = PageAction::showUnpaid, .subject = "IDR"}, sample.books()));
 }
 
 TEST(DividendBoard, ShowsWhatIsLeftOfAnAdvance)
