@@ -17,6 +17,8 @@ std::span<const Story> stories()
         Story{"accounts", "Reading the accounts", tellOfAccounts},
         Story{"capital", "Owners' capital and dividends", tellOfCapital},
         Story{"capital-languages", "Capital and dividends in four languages", tellOfCapitalInLanguages},
+        Story{"onlookers", "Partners who may look, and who may not", tellOfOnlookers},
+        Story{"shared-dividends", "Two people over the same dividends", tellOfSharedDividends},
         Story{"lost-capital-replies", "Replies about capital and dividends that are lost", tellOfLostCapitalReplies},
         Story{"looking-around", "Every page and tab", tellOfLookingAround},
         Story{"recording", "Recording an expense", tellOfRecording},

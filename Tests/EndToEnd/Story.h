@@ -52,6 +52,8 @@ void tellOfTheLedger(Stage& stage);
 void tellOfAccounts(Stage& stage);
 void tellOfCapital(Stage& stage);
 void tellOfCapitalInLanguages(Stage& stage);
+void tellOfOnlookers(Stage& stage);
+void tellOfSharedDividends(Stage& stage);
 void tellOfLostCapitalReplies(Stage& stage);
 void tellOfLookingAround(Stage& stage);
 void tellOfRecording(Stage& stage);

@@ -47,8 +47,11 @@ public:
     /// Invites somebody with no rights beyond their own role; answers the code to hand over.
     std::string invite(const std::string& name, const std::string& email, const std::string& role)
     {
-        const Invite invitation{
-            .name = name, .email = email, .role = role, .accountIDs = {}, .permissions = {}, .accountGrants = {}};
+        return invite(
+            {.name = name, .email = email, .role = role, .accountIDs = {}, .permissions = {}, .accountGrants = {}});
+    }
+    std::string invite(const Invite& invitation)
+    {
         return done(m_store.invite(invitation, false), "the colleague invites somebody").code;
     }
 

@@ -1,9 +1,6 @@
 #include <tuple>
 
 #include <QAbstractItemView>
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QImage>
 
 #include "LedgerCore/Domain/Capital/CapitalCommands.h"
 #include "LedgerUI/Theme/Theme.h"
@@ -94,12 +91,8 @@ void contribute(Stage& stage, const Paid& paid)
     stage.screen.pick("recordAccount", paid.account);
     by.write("recordAmount", paid.amount);
     by.write("recordNote", paid.note);
-    if (paid.hasReceipt) {
-        QImage receipt{60, 40, QImage::Format_RGB32};
-        receipt.fill(Qt::darkGreen);
-        QGuiApplication::clipboard()->setImage(receipt);
-        stage.screen.keys("Ctrl+V");
-    }
+    if (paid.hasReceipt)
+        by.pasteReceipt();
     by.confirm();
 }
 
