@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <tuple>
 
 #include <QFile>
@@ -5,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include "LedgerCore/Domain/Capital/CapitalCommands.h"
+#include "LedgerCore/Domain/Dividends/DividendBook.h"
 #include "LedgerCore/Domain/Exports/CapitalCSV.h"
 #include "LedgerCore/Domain/Exports/DividendCSV.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
@@ -54,6 +56,7 @@ struct Speaker {
     [[nodiscard]] std::string percent(int bps) const { return BasisPoints::text(bps, language); }
     /// An amount in US dollars as the language writes it.
     [[nodiscard]] std::string dollars(std::int64_t minor) const { return Money::formatDigits(minor, "USD", language); }
+    [[nodiscard]] std::string rupiah(std::int64_t minor) const { return Money::formatDigits(minor, "IDR", language); }
     void send(const char* button, std::int64_t minor) const
     {
         by.open(button);
@@ -160,7 +163,11 @@ void payIn(const Speaker& person)
     screen.pick("recordPerson", "Thanh Huong");
     screen.pick("recordCurrency", "USD");
     person.type(123'456);
+    const auto note = "Round of " + person.language;
+    by.write("recordNote", note.c_str());
+    by.pasteReceipt();
     by.confirm();
+    expect(person.stage.books.receiptsOn(qString(note)) == 1, QStringLiteral("the contribution carries its receipt"));
     by.choose("contributionsTable", person.dollars(123'456).c_str());
     by.open("reverseContributionButton");
     by.confirm();
@@ -192,6 +199,67 @@ void payOut(const Speaker& person)
     by.open("reverseMovementButton");
     by.confirm();
     screen.waitForText(person.word("reversal.payment"));
+}
+
+LedgerSnapshot booksOf(const Speaker& person)
+{
+    auto& store = person.colleague.store();
+    person.colleague.done(store.refresh(false), "the colleague looks at the books");
+    return *store.snapshot();
+}
+
+std::int64_t heldOn(const LedgerSnapshot& books, const char* account)
+{
+    const auto found = std::ranges::find(books.accounts, account, &Account::name);
+    expect(found != books.accounts.end(), QStringLiteral("the account is there"));
+    return found->balance("IDR");
+}
+
+/// What Chen is to get of this period, and what of it is still unpaid.
+DividendLineSummary lineOfChen(const LedgerSnapshot& books, const std::string& period)
+{
+    const auto& state = *books.dividends;
+    const auto book = DividendBook::create(state, "IDR", std::nullopt);
+    const auto batch = std::ranges::find(state.batches, period, &DividendBatch::period);
+    const auto chen = std::ranges::find(state.participants, "Chen Siyuan", &DividendParticipant::name);
+    expect(book && batch != state.batches.end() && chen != state.participants.end(),
+           QStringLiteral("the allocation is in the books"));
+    return book->line(batch->id, chen->id);
+}
+
+void payFrom(const Speaker& person, const char* account, std::int64_t minor)
+{
+    const auto& by = person.by;
+    by.open("payButton");
+    person.stage.screen.pick("recordAccount", account);
+    by.write("recordAmount", person.rupiah(minor).c_str());
+    by.confirm();
+}
+
+/// A part of one dividend is taken from one account, and the rest of it from another one.
+void payFromTwoAccounts(const Speaker& person)
+{
+    const auto& by = person.by;
+    constexpr std::int64_t part = 1'234'500;
+    const auto period = "2026 H1 " + person.language;
+    by.open("allocateButton");
+    by.write("recordPeriod", period.c_str());
+    person.stage.screen.pick("recordCurrency", "IDR");
+    by.write("recordAmount", person.rupiah(10'000'000).c_str());
+    by.confirm();
+    const auto before = booksOf(person);
+    const auto rest = lineOfChen(before, period).unpaidMinor - part;
+    by.choose("batchesTable", period.c_str());
+    by.choose("linesTable", "Chen");
+    payFrom(person, "Operating bank", part);
+    by.choose("linesTable", "Chen");
+    payFrom(person, "Second bank", rest);
+    const auto after = booksOf(person);
+    expect(rest > 0 && heldOn(after, "Operating bank") == heldOn(before, "Operating bank") - part,
+           QStringLiteral("the part is taken from the one account"));
+    expect(heldOn(after, "Second bank") == heldOn(before, "Second bank") - rest,
+           QStringLiteral("the rest is taken from the other one"));
+    expect(lineOfChen(after, period).unpaidMinor == 0, QStringLiteral("both together settle the dividend"));
 }
 
 void settleAnAdvance(const Speaker& person)
@@ -277,17 +345,15 @@ QByteArray fileOf(const QString& path)
 void exportBoth(const Speaker& person)
 {
     const QTemporaryDir folder;
-    auto& store = person.colleague.store();
-    person.colleague.done(store.refresh(false), "the colleague looks at the books");
-    const auto books = store.snapshot();
+    const auto books = booksOf(person);
     person.by.turnTo("capitalContributions");
     person.by.press("exportCapitalButton");
     const auto capital = fileOf(saveIn(person, folder, "exportFileDialog", "capital.csv"));
-    expect(capital.toStdString() == CapitalCSV::render(*books->capital), QStringLiteral("all of the capital is there"));
+    expect(capital.toStdString() == CapitalCSV::render(*books.capital), QStringLiteral("all of the capital is there"));
     person.by.turnTo("capitalDividends");
     person.by.press("exportDividendsButton");
     const auto dividends = fileOf(saveIn(person, folder, "exportFileDialog", "dividends.csv"));
-    expect(dividends.toStdString() == DividendCSV::render(*books->dividends, person.language),
+    expect(dividends.toStdString() == DividendCSV::render(*books.dividends, person.language),
            QStringLiteral("all of the dividends are there"));
 }
 
@@ -309,6 +375,7 @@ void liveAYear(const Speaker& person)
     tell("Two owners set shares at once", agreeOnOwnership);
     tell("A contribution and its reversal", payIn);
     tell("An allocation, a payment and its reversal", payOut);
+    tell("A dividend that is paid from two accounts", payFromTwoAccounts);
     tell("An advance, applied and given back", settleAnAdvance);
     tell("An allocation that is cancelled", cancelOne);
     tell("The page and a statement on paper", print);

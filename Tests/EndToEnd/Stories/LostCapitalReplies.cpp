@@ -1,7 +1,10 @@
+#include <algorithm>
 #include <tuple>
 
 #include <QAbstractButton>
 
+#include "LedgerCore/Domain/Entries/EntryWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "Tests/EndToEnd/Stage/CapitalCompany.h"
 #include "Tests/EndToEnd/Stage/Colleague.h"
 #include "Tests/EndToEnd/Stage/Keyboard.h"
@@ -149,6 +152,12 @@ int changesIn(Colleague& colleague)
     return (books->capital ? books->capital->revision : 0) + (books->dividends ? books->dividends->revision : 0);
 }
 
+/// What the form says while it is not known what became of it.
+std::string retry()
+{
+    return wordIn("en-US", EntryWords::words(), "retryOriginal").toStdString();
+}
+
 /// Sends the form on top, loses the reply, and sends it again: one change, however often it is sent.
 void loseAndRetry(Stage& stage, LossyLine& line, Colleague& wati, const Trial& trial, const char* path)
 {
@@ -156,12 +165,12 @@ void loseAndRetry(Stage& stage, LossyLine& line, Colleague& wati, const Trial& t
     const auto before = changesIn(wati);
     line.loseReplyTo(path);
     screen.keys("Ctrl+Return");
-    screen.waitForText("Retry original request");
+    screen.waitForText(retry());
     expect(line.hasLost(), QStringLiteral("the service had answered"));
     expect(!screen.offers(trial.field), QStringLiteral("the form is locked"));
     expect(changesIn(wati) == before + 1, QStringLiteral("the service had carried it out"));
     screen.keys("Ctrl+Return");
-    screen.waitUntil("the form says no more of it", [&] { return !screen.says("Retry original request"); });
+    screen.waitUntil("the form says no more of it", [&] { return !screen.says(retry()); });
     expect(changesIn(wati) == before + 1, QStringLiteral("sent again, it changed nothing more"));
 }
 
@@ -184,6 +193,38 @@ void fillRatios(Stage& stage, LossyLine& line, Colleague& wati)
             screen.press("questionConfirm");
         return !screen.shows("recordForm");
     });
+}
+
+/// The service is killed when it has recorded an allocation and nobody has heard of it yet.
+void dieBeforeTheReply(Stage& stage, LossyLine& line, Colleague& wati)
+{
+    constexpr auto period = "2027 Q1";
+    const Keyboard by{stage.screen};
+    auto& screen = stage.screen;
+    by.turnTo("capitalDividends");
+    allocate(by, period);
+    by.write("recordRow0", "100");
+    const auto before = changesIn(wati);
+    stage.teller.step(QStringLiteral("The service dies before its reply arrives"), [&] {
+        line.loseReplyTo("v1/dividends/commands");
+        screen.keys("Ctrl+Return");
+        screen.waitUntil("the service has answered", [&] { return line.hasLost(); });
+        stage.service.kill();
+        screen.waitForText(retry());
+        expect(!screen.offers("recordAmount"), QStringLiteral("the form is locked"));
+    });
+    stage.teller.step(QStringLiteral("Sent again while there is no service"), [&] {
+        screen.keys("Ctrl+Return");
+        screen.waitUntil("it can be sent again", [&] { return screen.offers("recordConfirm"); });
+        expect(screen.says(retry()) && !screen.offers("recordAmount"), QStringLiteral("it is still to be sent again"));
+    });
+    expect(stage.service.start(), QStringLiteral("the service is back"));
+    expect(changesIn(wati) == before + 1, QStringLiteral("what it had recorded outlived it"));
+    stage.teller.step(QStringLiteral("Sent again, it is allocated once"), [&] { by.confirm(); });
+    expect(changesIn(wati) == before + 1, QStringLiteral("sent again, it changed nothing more"));
+    const auto books = wati.store().snapshot();
+    expect(std::ranges::count(books->dividends->batches, period, &DividendBatch::period) == 1,
+           QStringLiteral("the allocation is in the books once"));
 }
 
 /// A switch has no form: what it sent without an answer stands in the list of unconfirmed requests.
@@ -233,6 +274,7 @@ void tellOfLostCapitalReplies(Stage& stage)
         });
     }
     fillRatios(stage, line, wati);
+    dieBeforeTheReply(stage, line, wati);
     hideFromTheSideBar(stage, line, wati, "listDividends", "v1/dividends/commands");
     hideFromTheSideBar(stage, line, wati, "listContributions", "v1/capital/commands");
     const auto books = wati.store().snapshot();
