@@ -167,7 +167,12 @@ void lookAtDividends(Stage& stage)
     expectUntouchable(stage, {"allocateButton", "payAdvanceButton", "participantsButton", "cancelBatchButton",
                               "payButton", "applyAdvanceButton", "reverseMovementButton"});
     by.choose("linesTable", "Chen Siyuan");
-    expect(!stage.screen.says("Second bank"), QStringLiteral("what they may not see has no name"));
+    const auto& movements = *stage.screen.find<QAbstractItemView>("movementsTable").model();
+    const auto unseen = wordIn(english, capitalWords(), "account.unseen");
+    stage.screen.waitUntil("the account of what was paid to Chen has no name", [&] {
+        return movements.rowCount() == 1 &&
+               movements.index(0, 1).data(Qt::AccessibleTextRole).toString().contains(unseen); // in its second line
+    });
     by.choose("batchesTable", wordIn(english, capitalWords(), "advances.title").toUtf8().constData());
     expectUntouchable(stage, {"returnAdvanceButton"});
 }
