@@ -5,6 +5,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
+#include "LedgerUI/Presentation/Records/LinkedEntries.h"
 #include "LedgerUI/Presentation/Records/RecordDraft.h"
 
 namespace {
@@ -73,10 +74,15 @@ std::optional<CapitalPlace> CapitalPlaces::placeOf(const PageLink& link, const L
     return std::nullopt;
 }
 
-std::string CapitalPlaces::entryOf(std::string_view movementID, const LedgerSnapshot& snapshot)
+std::expected<std::string, std::string_view> CapitalPlaces::entryOf(std::string_view movementID,
+                                                                    const LedgerSnapshot& snapshot)
 {
     const auto* found = snapshot.dividends ? RecordDrafts::find(snapshot.dividends->movements, movementID) : nullptr;
-    return found ? found->transactionID.value_or("") : std::string{};
+    if (!found || !found->transactionID)
+        return std::unexpected("remark.noCash");
+    if (!LinkedEntries{snapshot, {*found->transactionID}}.find(*found->transactionID))
+        return std::unexpected("remark.entryNotSeen");
+    return *found->transactionID;
 }
 
 PeriodCounts CapitalPlaces::countsOf(const LedgerSnapshot& snapshot)

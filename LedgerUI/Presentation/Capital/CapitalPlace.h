@@ -1,5 +1,6 @@
 #pragma once
 
+#include <expected>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -23,8 +24,8 @@ namespace CapitalPlaces {
 /// Where what a link leads to stands; nothing while it is not in the books.
 std::optional<CapitalPlace> placeOf(const PageLink& link, const LedgerSnapshot& snapshot);
 
-/// The entry that booked the money of a movement; empty for one that moved none.
-std::string entryOf(std::string_view movementID, const LedgerSnapshot& snapshot);
+/// The entry that booked the money of a movement, or the word that says why there is none to be opened.
+std::expected<std::string, std::string_view> entryOf(std::string_view movementID, const LedgerSnapshot& snapshot);
 
 /// The days on which something was recorded of capital and dividends, for the grid of periods.
 PeriodCounts countsOf(const LedgerSnapshot& snapshot);

@@ -187,6 +187,8 @@ const WordTable& capitalWords()
          "This offset was later reversed and no longer reduces the dividend payable or unapplied advance. Its history "
          "remains and no cash flow was created."},
         {"remark.noCash", "无现金流", "Tanpa arus kas", "Không có dòng tiền", "No cash flow"},
+        {"remark.entryNotSeen", "您看不到这笔记录的账户", "Anda tidak melihat rekening dari entri ini",
+         "Bạn không xem được tài khoản của bút toán này", "You do not see the account of this entry"},
         {"remark.cancelled", "已取消", "dibatalkan", "đã hủy", "cancelled"},
         {"remark.reversed", "已冲销", "dibatalkan", "đã đảo", "reversed"},
         {"hint.cancel", "只有没有有效支付且未抵扣预支的分配才能取消。其历史予以保留。",

@@ -201,8 +201,8 @@ std::vector<Action> CapitalPageActions::chosenActions(const CapitalFocus& focus)
             offer("applyAdvance", Wanted::apply, line, hasBatch),
             offer("returnAdvance", Wanted::returnAdvance, advance, isAdvances && !focus.choice.advanceID.empty()),
             offer("reverseMovement", Wanted::reverse, movement, !movement.movementID.empty()),
-            act("openMovement", entry.empty() ? text("remark.noCash") : QString{}, !movement.movementID.empty(),
-                [this, entry] { Q_EMIT entryWanted(QString::fromStdString(entry)); })};
+            act("openMovement", entry ? QString{} : text(entry.error()), !movement.movementID.empty(),
+                [this, entry] { Q_EMIT entryWanted(QString::fromStdString(entry.value_or(""))); })};
 }
 
 /// Each section from its own tab, and the first of them from the overview.

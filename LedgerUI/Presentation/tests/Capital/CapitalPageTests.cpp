@@ -265,6 +265,23 @@ TEST(CapitalPlaces, LeadToWhatIsUnpaidLongestAndToTheAdvancesOfACurrency)
     EXPECT_FALSE(CapitalPlaces::placeOf({.action = PageAction::showUnpaid, .subject = "IDR"}, sample.books()));
 }
 
+TEST(CapitalPlaces, LeadToTheEntryOfAMovementOnlyWhereTheMemberSeesIt)
+{
+    auto sample = capitalSample();
+    auto& books = sample.books();
+    const auto movement = std::ranges::find(books.dividends->movements, std::string{DividendMovementKind::advance},
+                                            &DividendMovement::kind);
+    ASSERT_NE(movement, books.dividends->movements.end());
+    const auto entry = movement->transactionID.value();
+    EXPECT_EQ(CapitalPlaces::entryOf(movement->id, books), entry);
+    books.transactions = {};
+    EXPECT_EQ(CapitalPlaces::entryOf(movement->id, books).error(), "remark.entryNotSeen");
+    const auto offset = std::ranges::find(books.dividends->movements, std::string{DividendMovementKind::application},
+                                          &DividendMovement::kind);
+    ASSERT_NE(offset, books.dividends->movements.end());
+    EXPECT_EQ(CapitalPlaces::entryOf(offset->id, books).error(), "remark.noCash");
+}
+
 TEST(DividendBoard, ShowsWhatIsLeftOfAnAdvance)
 {
     auto sample = capitalSample();
