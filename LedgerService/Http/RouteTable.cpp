@@ -2,6 +2,8 @@
 
 #include <optional>
 
+#include "LedgerCore/Domain/Text/TextFold.h"
+
 namespace LedgerService {
 
 namespace {
@@ -25,7 +27,8 @@ std::optional<std::vector<std::string>> parametersOf(std::string_view pattern, s
     while (!pattern.empty() && !path.empty()) {
         const auto wanted = takeSegment(pattern);
         const auto segment = takeSegment(path);
-        if (wanted.starts_with('{') && !segment.empty())
+        // What is no text names nothing, and some databases refuse to look for it.
+        if (wanted.starts_with('{') && !segment.empty() && TextFold::isValidUtf8(segment))
             parameters.emplace_back(segment);
         else if (wanted != segment)
             return std::nullopt;

@@ -70,6 +70,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"TrailingSlash", "GET /v1/snapshot/ HTTP/1.1\r\nHost: l\r\n\r\n", 404, "not_found"},
         Case{"EmptySegment", "POST /v1/transactions//reverse HTTP/1.1\r\nHost: l\r\nContent-Length: 0\r\n\r\n", 404,
              "not_found"},
+        Case{"NoText", "DELETE /v1/me/drafts/a\xff HTTP/1.1\r\nHost: l\r\n\r\n", 404, "not_found"},
         Case{"WrongMethod", "DELETE /v1/transactions HTTP/1.1\r\nHost: l\r\n\r\n", 405, "method_not_allowed", "POST"},
         Case{"WrongMethodOfAReadPath", "DELETE /health/live HTTP/1.1\r\nHost: l\r\n\r\n", 405, "method_not_allowed",
              "GET, HEAD"},
