@@ -105,6 +105,19 @@ void TestService::write(const std::function<void(Connection&)>& work)
     transaction.commit();
 }
 
+void TestService::waitForUnfinished(std::size_t bytes) const
+{
+    constexpr std::chrono::seconds patience{20};
+    const auto end = std::chrono::steady_clock::now() + patience;
+    for (;;) {
+        const auto load = m_server->load();
+        if (load && load->bodyBytes >= bytes)
+            return;
+        require(std::chrono::steady_clock::now() < end, "the service takes in what was sent");
+        std::this_thread::sleep_for(std::chrono::milliseconds{1});
+    }
+}
+
 std::vector<std::string> TestService::mails(std::size_t count) const
 {
     const auto until = std::chrono::steady_clock::now() + std::chrono::seconds{10};

@@ -60,6 +60,9 @@ public:
     /// Waits for so many letters that were sent; as they stand in their files, oldest first.
     [[nodiscard]] std::vector<std::string> mails(std::size_t count) const;
 
+    /// Waits until the service has taken in so many bytes of requests that are not whole yet.
+    void waitForUnfinished(std::size_t bytes) const;
+
     void moveClock(std::chrono::seconds by) { *m_offset += by; }
     void stop() { m_server->stop(); }
     /// Has the certificate read again, as SIGHUP does.

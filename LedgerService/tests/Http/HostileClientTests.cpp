@@ -83,6 +83,7 @@ TEST(Connections, WithTheSlowestUnfinishedBodyEndWhenBodiesTakeTooMuch)
     const auto whole = post("/v1/transactions", token, std::string(50'000, ' '));
     auto slow = service.client();
     slow.write(whole.substr(0, 40'000));
+    service.waitForUnfinished(39'000);
     EXPECT_EQ(service.client().sendRaw(askLive).status, 200);
     EXPECT_EQ(service.client().sendRaw(whole).code(), "validation_error") << "a quick one is read";
     EXPECT_TRUE(slow.isClosedByService());
@@ -99,6 +100,7 @@ TEST(Connections, OfStrangersTakeNoRoomFromTheBodiesOfMembers)
     auto slow = service.client();
     const auto whole = post("/v1/transactions", member, body);
     slow.write(whole.substr(0, 200'000));
+    service.waitForUnfinished(199'000);
     const auto upload = [&](const std::string& path, const std::string& fields) {
         return service.client().sendRaw(post(path, fields, body)).code();
     };
