@@ -202,21 +202,23 @@ TEST(ReportExport, BeginsWithTheTableWhoseMenuAskedForIt)
         auto& table = under.screen.find<ReportTable>("currencyTable");
         under.screen.waitUntil("the figures are there", [&] { return table.model()->rowCount() > 0; });
         table.setFocus();
+        under.screen.waitForFocus("currencyTable");
         table.setCurrentIndex(table.model()->index(0, 1));
         under.screen.keys("Shift+F10");
         under.screen.waitFor("figureMenu");
         return under.window.findChild<QAction*>(QStringLiteral("menu.saveTable"));
     };
-    ReportsUnderTest under;
-    auto* save = ask(under);
-    ASSERT_NE(save, nullptr);
-    save->trigger();
-    under.screen.waitForFocus("reportExportDialog");
-    EXPECT_EQ(under.screen.read("reportExportFile"), "tallyfold-report-currencies-2026-11-01_2026-11-30.csv");
-    under.save(under.path());
-    under.screen.waitUntilGone("reportExportDialog");
-    EXPECT_EQ(under.saved().substr(3, 11), "\"Currency\",") << under.saved();
-
+    {
+        ReportsUnderTest under;
+        auto* save = ask(under);
+        ASSERT_NE(save, nullptr);
+        save->trigger();
+        under.screen.waitForFocus("reportExportDialog");
+        EXPECT_EQ(under.screen.read("reportExportFile"), "tallyfold-report-currencies-2026-11-01_2026-11-30.csv");
+        under.save(under.path());
+        under.screen.waitUntilGone("reportExportDialog");
+        EXPECT_EQ(under.saved().substr(3, 11), "\"Currency\",") << under.saved();
+    }
     auto books = reportSample();
     books.permissions({"viewCompany"});
     ReportsUnderTest other{books};
