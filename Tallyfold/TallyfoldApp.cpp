@@ -75,11 +75,15 @@ void TallyfoldApp::start()
     QThreadPool::globalInstance()->start(&AttachmentCache::removeAbandoned);
 }
 
-void TallyfoldApp::leave()
+void TallyfoldApp::leave(std::function<void()> left)
 {
     constexpr std::chrono::seconds patience{3};
-    QTimer::singleShot(patience, qApp, &QCoreApplication::quit);
-    m_parts->store.leave().then([] { QCoreApplication::quit(); });
+    const auto sayOnce = [waiting = std::make_shared<std::function<void()>>(std::move(left))] {
+        if (const auto say = std::exchange(*waiting, {}))
+            say();
+    };
+    QTimer::singleShot(patience, qApp, sayOnce);
+    m_parts->store.leave().then(sayOnce);
 }
 
 MainWindow& TallyfoldApp::window()

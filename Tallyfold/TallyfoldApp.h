@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -23,8 +24,8 @@ public:
 
     /// Opens the window.
     void start();
-    /// Does what is left to do once the window is closed, and ends the program.
-    void leave();
+    /// Does what is left to do once the window is closed, and says `left`: after a few seconds in any case.
+    void leave(std::function<void()> left);
     [[nodiscard]] MainWindow& window();
 
 private:

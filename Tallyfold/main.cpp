@@ -76,7 +76,7 @@ int main(int argc, char** argv)
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&application, &QGuiApplication::lastWindowClosed, [&tallyfold, &call] {
         call.end();
-        tallyfold.leave();
+        tallyfold.leave(&QCoreApplication::quit);
     });
     QObject::connect(&call, &WindowCall::called, &tallyfold.window(), &MainWindow::raiseToFront);
     if (options.measuresStart)

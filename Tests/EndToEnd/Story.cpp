@@ -21,6 +21,7 @@ std::span<const Story> stories()
         Story{"shared-dividends", "Two people over the same dividends", tellOfSharedDividends},
         Story{"lost-capital-replies", "Replies about capital and dividends that are lost", tellOfLostCapitalReplies},
         Story{"looking-around", "Every page and tab", tellOfLookingAround},
+        Story{"looking-closely", "What stands behind the pages", tellOfLookingClosely},
         Story{"recording", "Recording an expense", tellOfRecording},
         Story{"templates", "An entry that comes back", tellOfTemplates},
         Story{"receipts", "Receipts of an entry", tellOfReceipts},
@@ -36,7 +37,11 @@ std::span<const Story> stories()
         Story{"first-day-en-US", "A company from nothing in English, by mouse",
               [](Stage& stage) { tellOfTheFirstDay(stage, "en-US", Hand::mouse); }},
         Story{"second-company", "A second company, and staying signed in", tellOfASecondCompany},
+        Story{"first-day-keys", "A company from nothing in English, by keys alone",
+              [](Stage& stage) { tellOfTheFirstDay(stage, "en-US", Hand::keys); }},
+        Story{"staying-signed-in", "A keyring that is open, locked, and gone", tellOfStayingSignedIn, true},
         Story{"lost-replies", "Replies that are lost on the way", tellOfLostReplies},
+        Story{"lost-entry-replies", "Replies about entries and an activation that are lost", tellOfLostEntryReplies},
         Story{"sudden-death", "A program that dies in the middle of an entry", tellOfSuddenDeath},
     };
     return all;

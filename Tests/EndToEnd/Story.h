@@ -12,6 +12,7 @@
 #include "Tests/EndToEnd/Stage/StoryTeller.h"
 
 class MainWindow;
+class PrivateKeyring;
 
 /// What a story plays on: the program's window, signed out in English, and a running service.
 struct Stage {
@@ -21,7 +22,7 @@ struct Stage {
     BooksOnDisk books;
     Mailbox mail;
     MainWindow& window;
-    bool hasKeyring = false; // the desktop has one that is open
+    PrivateKeyring* keyring = nullptr; // open at first; none unless it was asked for
 
     /// Points the sign-in screen at the service.
     void findTheService();
@@ -40,6 +41,7 @@ struct Story {
     std::string_view name; // for the command line: "sign-in"
     std::string_view title;
     void (*tell)(Stage&);
+    bool needsKeyring = false; // left out without one
 };
 
 /// All stories, in the order in which they are shown.
@@ -64,6 +66,9 @@ void tellOfLanguagesAndSizes(Stage& stage);
 void tellOfComingBack(Stage& stage);
 /// In a language, with a hand.
 void tellOfTheFirstDay(Stage& stage, const std::string& language, Hand hand);
+void tellOfStayingSignedIn(Stage& stage);
 void tellOfASecondCompany(Stage& stage);
 void tellOfLostReplies(Stage& stage);
+void tellOfLostEntryReplies(Stage& stage);
+void tellOfLookingClosely(Stage& stage);
 void tellOfSuddenDeath(Stage& stage);

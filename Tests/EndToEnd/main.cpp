@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include <CLI/App.hpp>
@@ -12,6 +13,7 @@
 #include <QTest>
 
 #include "LedgerCore/Client/Session/SessionMemory.h"
+#include "LedgerCore/Client/testing/PrivateKeyring.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "Tallyfold/MainWindow.h"
@@ -49,13 +51,17 @@ void describe(CLI::App& command, Options& options)
                        "Type an entry at the service of this address and wait for the end; for the stories themselves");
     command.add_option("--typed-note", options.typed.note, "The note of that entry");
     command.add_flag("--typed-and-sent", options.typed.isSent, "Send it, too");
-    command.add_flag("--keyring", options.hasKeyring, "Sessions are kept in the keyring of the desktop, which is open");
+    command.add_flag("--keyring", options.hasKeyring, "Keep sessions in a keyring that is made for the stories");
     command.add_option("stories", options.chosen, "Which stories to tell; all by default")->check(CLI::IsMember(names));
 }
 
-void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const QString& database, bool hasKeyring)
+void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const QString& database,
+          PrivateKeyring* keyring)
 {
     constexpr std::chrono::seconds patience{30};
+    expect(keyring || !story.needsKeyring, QStringLiteral("the story has a keyring to tell of"));
+    if (keyring)
+        keyring->unlock();
     teller.begin(qString(story.title));
     ScreenDriver screen{patience};
     TallyfoldApp tallyfold{{.language = "en-US", .credentials = std::make_unique<SessionMemory>()}};
@@ -69,7 +75,7 @@ void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const 
                 .books = BooksOnDisk{database},
                 .mail = Mailbox{database + QStringLiteral(".mail")},
                 .window = tallyfold.window(),
-                .hasKeyring = hasKeyring};
+                .keyring = keyring};
     try {
         story.tell(stage);
     } catch (const ScreenFailure&) {
@@ -89,9 +95,11 @@ int tellAll(const Options& options)
         if (!options.reader.empty())
             teller.readBy(QString::fromStdString(options.reader));
         expect(service.start(), QStringLiteral("the ledger service starts"));
+        auto* const keyring = options.hasKeyring ? &PrivateKeyring::shared() : nullptr;
         for (const auto& story : stories()) {
-            if (options.chosen.empty() || std::ranges::find(options.chosen, story.name) != options.chosen.end())
-                tell(story, teller, service, file, options.hasKeyring);
+            const bool isChosen = std::ranges::find(options.chosen, story.name) != options.chosen.end();
+            if (options.chosen.empty() ? keyring || !story.needsKeyring : isChosen)
+                tell(story, teller, service, file, keyring);
         }
         expect(service.stop(), QStringLiteral("the ledger service ends cleanly when asked to"));
     } catch (const ScreenFailure& failure) {
@@ -114,6 +122,8 @@ int main(int argc, char** argv)
     QApplication application{argc, argv};
     QApplication::setApplicationName(QStringLiteral("Tallyfold"));
     QApplication::setQuitOnLastWindowClosed(false); // people close their windows and open them again
+    if (options.hasKeyring)
+        std::ignore = PrivateKeyring::shared(); // before anything asks for the bus of the desktop
     Theme::current().followDesktop();
     return options.typist.empty() ? tellAll(options) : Typist::work(options.typist, options.typed);
 }

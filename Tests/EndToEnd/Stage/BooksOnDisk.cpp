@@ -22,6 +22,8 @@ constexpr auto countDrafts = "SELECT COUNT(*) FROM entry_drafts WHERE json_extra
 
 constexpr auto countSent = "SELECT COUNT(*) FROM entry_drafts WHERE json_extract(sent, '$.note') = ?1";
 
+constexpr auto countSessions = "SELECT COUNT(*) FROM sessions WHERE revoked_at IS NULL";
+
 constexpr auto countBroken = R"sql(
     SELECT COUNT(*) FROM balances AS held WHERE amount_minor <> (
         SELECT COALESCE(SUM(amount_minor), 0) FROM legs
@@ -54,6 +56,11 @@ int BooksOnDisk::draftsNoted(const QString& note) const
 int BooksOnDisk::draftsSent(const QString& note) const
 {
     return static_cast<int>(number(countSent, note));
+}
+
+int BooksOnDisk::openSessions() const
+{
+    return static_cast<int>(number(countSessions, {}));
 }
 
 int BooksOnDisk::brokenBalances() const

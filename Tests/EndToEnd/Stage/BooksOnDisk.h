@@ -19,6 +19,8 @@ public:
     /// How many drafts with this note the service keeps, and how many of them as sent.
     [[nodiscard]] int draftsNoted(const QString& note) const;
     [[nodiscard]] int draftsSent(const QString& note) const;
+    /// How many sessions the service has not ended.
+    [[nodiscard]] int openSessions() const;
     /// How many balances differ from the sum of their legs.
     [[nodiscard]] int brokenBalances() const;
 

@@ -62,6 +62,9 @@ void Desk::close()
 {
     window().close();
     m_screen.waitUntil("the window is closed", [this] { return !window().isVisible(); });
+    bool isLeft = false;
+    m_program->leave([&isLeft] { isLeft = true; });
+    m_screen.waitUntil("the program ends", [&isLeft] { return isLeft; });
     m_program.reset();
 }
 

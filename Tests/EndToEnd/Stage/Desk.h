@@ -13,8 +13,8 @@ class TallyfoldApp;
 /// is closed.
 class Desk {
 public:
-    /// What a computer has: the language of its desktop, and whether sessions go into the keychain of the desktop,
-    /// which tells computers apart by the address of the service only.
+    /// What a computer has: the language of its desktop, and whether sessions go into the story's keyring, which
+    /// tells computers apart by the address of the service only.
     struct Equipment {
         std::string language = "en-US";
         bool hasKeyring = false;

@@ -44,19 +44,19 @@ bool rowSays(const QModelIndex& at, std::string_view text)
 
 }
 
+/// The control is looked for at each step: a pane may make it anew while somebody is on the way to it.
 void Hands::walkTo(std::string_view control) const
 {
-    auto& wanted = m_screen.find(control);
-    m_screen.waitUntil(std::string{control} + " can be used", [&] { return wanted.isEnabled(); });
-    auto& stop = stopOf(wanted);
-    const auto away = wanted.pos() - stop.pos();
-    const auto* const arrow = away.y() != 0 ? (away.y() < 0 ? "Up" : "Down") : (away.x() < 0 ? "Left" : "Right");
-    for (int step = 0; step < stopsAtMost && !hasFocus(stop) && !hasFocus(wanted); ++step)
+    const auto wanted = [&]() -> QWidget& { return m_screen.find(control); };
+    m_screen.waitUntil(std::string{control} + " can be used", [&] { return wanted().isEnabled(); });
+    for (int step = 0; step < stopsAtMost && !hasFocus(stopOf(wanted())) && !hasFocus(wanted()); ++step)
         m_screen.keys("Tab");
-    for (int step = 0; step < stopsAtMost && &stop != &wanted && !hasFocus(wanted); ++step)
-        m_screen.keys(arrow);
-    expect(hasFocus(wanted), QStringLiteral("Tab leads to %1, not only to %2")
-                                 .arg(qString(control), QString::fromStdString(m_screen.focus())));
+    for (int step = 0; step < stopsAtMost && &stopOf(wanted()) != &wanted() && !hasFocus(wanted()); ++step) {
+        const auto away = wanted().pos() - stopOf(wanted()).pos();
+        m_screen.keys(away.y() != 0 ? (away.y() < 0 ? "Up" : "Down") : (away.x() < 0 ? "Left" : "Right"));
+    }
+    expect(hasFocus(wanted()), QStringLiteral("Tab leads to %1, not only to %2")
+                                   .arg(qString(control), QString::fromStdString(m_screen.focus())));
 }
 
 void Hands::press(std::string_view control) const
@@ -127,8 +127,13 @@ void Hands::choose(std::string_view button, std::string_view action) const
         return;
     }
     press(button);
+    chooseInMenu(action);
+}
+
+void Hands::chooseInMenu(std::string_view action) const
+{
     const auto menu = [] { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); };
-    m_screen.waitUntil(std::string{button} + " opens its menu", [&] { return menu() != nullptr; });
+    m_screen.waitUntil("a menu is open", [&] { return menu() != nullptr; });
     const auto wanted = qString(action);
     for (int step = 0; step < stopsAtMost; ++step) {
         m_screen.keys("Down");

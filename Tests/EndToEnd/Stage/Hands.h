@@ -28,6 +28,8 @@ public:
     void row(std::string_view view, std::string_view text) const;
     /// Chooses an action of the menu that a button opens.
     void choose(std::string_view button, std::string_view action) const;
+    /// Chooses by keys an action of the menu that is open.
+    void chooseInMenu(std::string_view action) const;
     /// Sends the form: by its button, or by the keys for it.
     void send(std::string_view button, std::string_view keys = "Ctrl+Return") const;
     /// Toggles a cell of a table of ticks.

@@ -5,7 +5,7 @@
 #include <QTcpSocket>
 #include <QUrl>
 
-#include "Tests/EndToEnd/Stage/StoryTeller.h"
+#include "Tests/EndToEnd/Story.h"
 
 LossyLine::LossyLine(const QString& service) : m_service{static_cast<quint16>(QUrl{service}.port())}
 {
@@ -57,4 +57,16 @@ void LossyLine::carry()
     QObject::connect(service, &QTcpSocket::disconnected, program, &QTcpSocket::disconnectFromHost);
     QObject::connect(service, &QTcpSocket::errorOccurred, program, [program] { program->abort(); });
     QObject::connect(program, &QTcpSocket::disconnected, program, &QObject::deleteLater);
+}
+
+void loseOn(Stage& stage, LossyLine& line, const char* path, const char* field, const QString& what, const char* sends)
+{
+    auto& screen = stage.screen;
+    stage.teller.step(QStringLiteral("The reply is lost: ") + what, [&] {
+        line.loseReplyTo(path);
+        screen.keys(sends);
+        screen.waitForText("Retry original request");
+        expect(line.hasLost(), QStringLiteral("the service had answered"));
+        expect(!screen.offers(field), QStringLiteral("the form is locked"));
+    });
 }

@@ -4,6 +4,8 @@
 #include <QString>
 #include <QTcpServer>
 
+struct Stage;
+
 /// The line between the program and the service. It can lose one reply: what was asked arrives and is done, and the
 /// program never hears of it. And it can lose one request, for whose reply the program waits in vain.
 class LossyLine {
@@ -26,3 +28,7 @@ private:
     QByteArray m_armed;
     QByteArray m_swallowed;
 };
+
+/// Sends the form on top, whose reply is lost: it can only be sent again, and its `field` is locked.
+void loseOn(Stage& stage, LossyLine& line, const char* path, const char* field, const QString& what,
+            const char* sends = "Ctrl+Return");

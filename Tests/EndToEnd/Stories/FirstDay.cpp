@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QImage>
-#include <QMenu>
 
 #include "LedgerCore/Domain/Text/Country.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
@@ -36,7 +35,9 @@ struct Person {
         : name{name}, email{qString(name).section(QLatin1Char(' '), 0, 0).toLower().toStdString() + "@" +
                             language.substr(0, 2) + ".example"},
           password{"a secret of " + name}, line{stage.service.address()},
-          desk{line.address().toStdString(), stage.screen, {.language = language, .hasKeyring = stage.hasKeyring}}
+          desk{line.address().toStdString(),
+               stage.screen,
+               {.language = language, .hasKeyring = stage.keyring != nullptr}}
     {
     }
 };
@@ -337,13 +338,7 @@ void recordAgain(const Team& team)
     team.step("The employee records the right one as a copy of it", [&] {
         by.row("ledgerTable", team.spent());
         screen.keys("Shift+F10");
-        auto& menu = screen.find<QMenu>("entryMenu");
-        for (int step = 0; step < menu.actions().size(); ++step) {
-            screen.keys("Down");
-            if (const auto* const at = menu.activeAction(); at && at->objectName() == QStringLiteral("duplicate"))
-                break;
-        }
-        screen.keys("Return");
+        by.chooseInMenu("duplicate");
         screen.waitForFocus("transactionForm");
         by.fill("entryAmount", "22500");
         by.send("entrySave");

@@ -34,20 +34,6 @@ int countOf(Stage& stage, const char* name)
         stage.service.ask({QStringLiteral("companies"), QStringLiteral("list")}).count(QString::fromUtf8(name)));
 }
 
-/// Sends the form, whose reply is lost: it can only be sent again, and its field is locked.
-void loseOn(Stage& stage, LossyLine& line, const char* path, const char* field, const QString& what,
-            const char* sends = "Ctrl+Return")
-{
-    auto& screen = stage.screen;
-    stage.teller.step(QStringLiteral("The reply is lost: ") + what, [&] {
-        line.loseReplyTo(path);
-        screen.keys(sends);
-        screen.waitForText("Retry original request");
-        expect(line.hasLost(), QStringLiteral("the service had answered"));
-        expect(!screen.offers(field), QStringLiteral("the form is locked"));
-    });
-}
-
 /// The person cannot know that the application has arrived: a second one is refused by itself.
 void applyForACompany(Stage& stage, LossyLine& line)
 {

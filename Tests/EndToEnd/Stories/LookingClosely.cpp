@@ -1,0 +1,185 @@
+#include <functional>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QImage>
+
+#include "Tests/EndToEnd/Story.h"
+
+// What the pages open: forms, lists, previews and settings, each looked at and closed again. An entry with a receipt
+// and a template are made for it.
+
+namespace {
+
+struct Visitor {
+    Stage& stage;
+    ScreenDriver& screen;
+
+    void look(const char* what, const std::function<void()>& open) const
+    {
+        stage.teller.step(QString::fromUtf8(what), open);
+    }
+    void close(const char* dialog) const
+    {
+        screen.keys("Esc");
+        screen.waitUntilGone(dialog);
+    }
+    void openTab(const char* contents) const
+    {
+        for (int tab = 0; tab < 8 && !screen.shows(contents); ++tab)
+            screen.keys("Ctrl+Tab");
+        screen.waitFor(contents);
+    }
+};
+
+void visitAccounts(const Visitor& visitor)
+{
+    auto& screen = visitor.screen;
+    visitor.look("An account", [&] {
+        screen.press("page-accounts");
+        screen.pressRow("accountTable", "Petty cash");
+        screen.waitFor("accountTrend");
+    });
+    visitor.look("A new account", [&] {
+        screen.press("newAccountButton");
+        screen.waitForFocus("accountForm");
+        screen.press("accountPurpose-employee");
+    });
+    visitor.close("accountForm");
+}
+
+void visitPeople(const Visitor& visitor)
+{
+    auto& screen = visitor.screen;
+    screen.press("page-company");
+    visitor.openTab("memberTable");
+    visitor.look("A member and the matrix of rights", [&] {
+        screen.pressRow("memberTable", "Rizky");
+        screen.waitFor("grantMatrix");
+    });
+    visitor.look("A cell of the matrix, which says why it cannot be changed", [&] {
+        screen.find("grantMatrix").setFocus();
+        screen.keys("Right Down");
+    });
+    visitor.look("An invitation", [&] {
+        visitor.openTab("invitationsTab");
+        screen.press("companyPrimary");
+        screen.waitForFocus("inviteName");
+    });
+    visitor.close("inviteDialog");
+}
+
+void visitTheCompany(const Visitor& visitor)
+{
+    auto& screen = visitor.screen;
+    visitor.look("A category", [&] {
+        visitor.openTab("categoryEditor");
+        screen.waitFor("categoryTable");
+    });
+    visitor.look("The catalogue of categories", [&] {
+        screen.press("categoryCatalogButton");
+        screen.waitForFocus("presetDialog");
+    });
+    visitor.close("presetDialog");
+    visitor.look("Its financial settings", [&] { visitor.openTab("bookkeepingTab"); });
+    visitor.look("The colours of entries", [&] {
+        screen.press("changeColors");
+        screen.waitFor("colorsDialog");
+    });
+    visitor.close("colorsDialog");
+    visitor.look("The audit trail", [&] {
+        visitor.openTab("auditTab");
+        screen.waitFor("auditTable");
+    });
+}
+
+void visitAReceipt(const Visitor& visitor)
+{
+    auto& screen = visitor.screen;
+    visitor.look("An entry with a receipt", [&] {
+        screen.press("page-ledger");
+        screen.keys("Ctrl+N");
+        screen.waitForFocus("transactionForm");
+        screen.fill("entryAmount", "21000");
+        screen.press("entryCategory0");
+        QImage photo{300, 400, QImage::Format_RGB32};
+        photo.fill(Qt::lightGray);
+        QApplication::clipboard()->setImage(photo);
+        screen.keys("Ctrl+V");
+        screen.waitForText(" KB");
+    });
+    screen.keys("Ctrl+Return");
+    screen.waitUntilGone("transactionForm");
+    screen.waitFor("detailReceipt");
+    visitor.look("The receipt", [&] {
+        screen.find("detailReceipt").setFocus();
+        screen.keys("Space");
+        screen.waitFor("receiptPreview");
+        screen.waitUntil("the picture is shown", [&] { return screen.offers("previewSave"); });
+    });
+    visitor.close("receiptPreview");
+    visitor.look("The entry as a receipt to share", [&] {
+        screen.press("shareButton");
+        screen.waitForFocus("shareAccount");
+    });
+    visitor.close("receiptShare");
+}
+
+void visitTheLedger(const Visitor& visitor)
+{
+    auto& screen = visitor.screen;
+    visitor.look("A template is made", [&] {
+        screen.keys("Ctrl+N");
+        screen.waitForFocus("transactionForm");
+        screen.fill("entryAmount", "61000");
+        screen.press("entryCategory0");
+        screen.press("entryKeepTemplate");
+        screen.waitForFocus("templateForm");
+        screen.fill("templateName", "Stall");
+    });
+    screen.keys("Ctrl+Return");
+    screen.waitUntilGone("templateForm");
+    screen.press("entryCancel");
+    screen.press("questionConfirm");
+    screen.waitUntilGone("transactionForm");
+    visitor.look("The templates", [&] {
+        screen.choose("newEntryKinds", "newEntry.templates");
+        screen.waitFor("templatesDialog");
+        screen.waitForText("Stall");
+    });
+    visitor.close("templatesDialog");
+    visitor.look("An import", [&] {
+        screen.press("importLedgerButton");
+        screen.waitForFocus("importDialog");
+    });
+    visitor.close("importDialog");
+}
+
+void visitTheSettings(const Visitor& visitor)
+{
+    auto& screen = visitor.screen;
+    screen.keys("Ctrl+,");
+    for (const auto* section : {"settings-language", "settings-profile", "settings-receipts", "settings-session"})
+        visitor.look(section, [&] { screen.press(section); });
+    visitor.close("settingsDialog");
+}
+
+}
+
+void tellOfLookingClosely(Stage& stage)
+{
+    const Visitor visitor{stage, stage.screen};
+    stage.enterDemonstration("owner");
+    visitAccounts(visitor);
+    visitPeople(visitor);
+    visitTheCompany(visitor);
+    visitAReceipt(visitor);
+    visitTheLedger(visitor);
+    visitor.look("A report", [&] { stage.screen.press("page-reports"); });
+    visitor.look("A report is exported", [&] {
+        stage.screen.keys("Ctrl+E");
+        stage.screen.waitFor("reportExportDialog");
+    });
+    visitor.close("reportExportDialog");
+    visitTheSettings(visitor);
+}
