@@ -21,6 +21,14 @@
 
 namespace {
 
+std::string choicesOf(const QComboBox& box)
+{
+    QStringList texts;
+    for (int index = 0; index < box.count(); ++index)
+        texts << box.itemText(index);
+    return texts.join(QStringLiteral("; ")).toStdString();
+}
+
 constexpr int activationMilliseconds = 1000;
 
 QString accessibleText(QWidget& widget, QAccessible::Text kind)
@@ -225,7 +233,7 @@ void ScreenDriver::pick(std::string_view box, std::string_view text)
         const auto before = choice.currentIndex();
         QTest::keyClick(&choice, Qt::Key_Down);
         if (choice.currentIndex() == before)
-            fail(std::string{box} + " does not offer " + std::string{text});
+            fail(std::string{box} + " does not offer " + std::string{text} + ", but " + choicesOf(choice));
     }
     settle();
 }

@@ -22,6 +22,8 @@ struct Visitor {
     void close(const char* dialog) const
     {
         screen.keys("Esc");
+        if (screen.shows("questionConfirm"))
+            screen.press("questionConfirm");
         screen.waitUntilGone(dialog);
     }
     void openTab(const char* contents) const

@@ -22,6 +22,8 @@ namespace {
 constexpr CapitalCompany company{"PT Ombak Tenang", "lina@ombak.example", "a secret of Lina"};
 constexpr auto guest = "yusuf@ombak.example";
 constexpr auto guestsPassword = "a secret of Yusuf";
+constexpr auto bank = "Operating bank";
+constexpr auto fares = "Fares";
 constexpr auto sold = "Tickets of Saturday";
 constexpr auto changed = "Dollars for the engine";
 constexpr auto paidBack = "The ferry did not sail";
@@ -108,6 +110,7 @@ void sell(Stage& stage, LossyLine& line)
     screen.press("page-ledger");
     screen.keys("Ctrl+Shift+I");
     screen.waitForFocus("transactionForm");
+    screen.pick("entryAccount", bank);
     screen.fill("entryAmount", "9000000");
     screen.press("entryCategory0");
     screen.fill("entryNote", sold);
@@ -119,8 +122,10 @@ void changeMoney(Stage& stage, LossyLine& line)
     auto& screen = stage.screen;
     screen.keys("Ctrl+Shift+X");
     screen.waitForFocus("transactionForm");
+    screen.pick("entryAccount", bank);
     screen.fill("entryAmount", "1600000");
-    screen.pick("entryDestination", "USD");
+    screen.pick("entryDestination", bank);
+    screen.pick("entryTargetCurrency", "USD");
     screen.fill("entryTargetAmount", "100");
     screen.fill("entryNote", changed);
     sendTwice(stage, line, QStringLiteral("an exchange"), changed);
@@ -129,7 +134,7 @@ void changeMoney(Stage& stage, LossyLine& line)
 void payBack(Stage& stage, LossyLine& line)
 {
     auto& screen = stage.screen;
-    screen.pressRow("ledgerTable", sold);
+    screen.pressRow("ledgerTable", fares);
     screen.keys("Shift+F10");
     Hands{screen, Hand::keys}.chooseInMenu("refund");
     screen.waitForFocus("transactionForm");
@@ -180,7 +185,7 @@ void tellOfLostEntryReplies(Stage& stage)
     LossyLine line{stage.service.address()};
     Colleague lina{stage.service.address().toStdString(), screen};
     company.found(stage, lina);
-    makeCategory(lina, "income", "Fares");
+    makeCategory(lina, "income", fares);
     makeCategory(lina, "expense", "Fuel");
     screen.press("addressFold");
     screen.fill("serviceAddress", line.address().toStdString());

@@ -82,7 +82,7 @@ void workWithALockedKeyring(Home& home)
 void signOutBeforeALockedKeyring(Home& home)
 {
     home.keyring.lock();
-    home.stage.signOut();
+    home.stage.screen.choose("memberButton", "signOut");
     home.stage.readAlert(QStringLiteral("Signed out while the keyring is locked"), unremoved);
     home.desk.close();
     home.expectSessions(0, "the service has ended the session");
