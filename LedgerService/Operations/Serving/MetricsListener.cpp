@@ -8,6 +8,7 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/redirect_error.hpp>
+#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
@@ -28,6 +29,7 @@ namespace http = boost::beast::http;
 using asio::ip::tcp;
 
 constexpr std::chrono::seconds patience{1};
+constexpr std::chrono::milliseconds pauseAfterFailure{100};
 constexpr std::size_t mostHeader = 8192;
 
 http::response<http::string_body> answerTo(const http::request<http::empty_body>& request,
@@ -63,10 +65,15 @@ asio::awaitable<void> accept(tcp::acceptor* acceptor, const MetricsListener::Gau
 {
     beast::error_code failure;
     auto token = asio::redirect_error(asio::use_awaitable, failure);
+    asio::steady_timer pause{acceptor->get_executor()};
     while (acceptor->is_open()) {
         auto socket = co_await acceptor->async_accept(token);
-        if (!failure)
+        if (!failure) {
             co_await serve(std::move(socket), gauges);
+        } else if (acceptor->is_open()) { // too many open files, say, which the next try would meet at once
+            pause.expires_after(pauseAfterFailure);
+            co_await pause.async_wait(token);
+        }
     }
 }
 
