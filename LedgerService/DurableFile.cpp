@@ -91,9 +91,13 @@ std::error_code DurableFile::settle(const fs::path& path)
 
 std::error_code DurableFile::makeFolder(const fs::path& folder)
 {
-    if (mkdir(folder.c_str(), S_IRWXU) != 0)
-        return errno == EEXIST ? std::error_code{} : lastError();
-    return settle(fs::absolute(folder).parent_path());
+    const bool isMade = mkdir(folder.c_str(), S_IRWXU) == 0;
+    if (!isMade && errno != EEXIST)
+        return lastError();
+    // Whoever made one that was there may have been stopped before its name was kept. Where the folder around it is
+    // not this program's to read, it was not made by it either.
+    const auto failure = settle(fs::absolute(folder).parent_path());
+    return !isMade && failure == std::errc::permission_denied ? std::error_code{} : failure;
 }
 
 std::error_code DurableFile::write(const fs::path& name, std::string_view content, Existing existing)

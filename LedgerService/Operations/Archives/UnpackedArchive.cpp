@@ -4,6 +4,7 @@
 #include <optional>
 #include <stdexcept>
 #include <system_error>
+#include <vector>
 
 #include <fmt/core.h>
 #include <fmt/ranges.h>
@@ -64,8 +65,20 @@ void extract(ArchiveReader& archive, const fs::path& place)
         if (!out.flush())
             throw std::runtime_error(fmt::format("cannot write {}", place.string()));
     }
-    if (auto failure = DurableFile::settle(place); failure || (failure = DurableFile::settle(place.parent_path())))
+    if (const auto failure = DurableFile::settle(place))
         throw std::system_error{failure, place.string()};
+}
+
+/// Has the disk keep the names of everything in a folder.
+void settleNames(const fs::path& folder)
+{
+    std::vector<fs::path> folders{folder};
+    for (const auto& each : fs::recursive_directory_iterator{folder})
+        if (each.is_directory())
+            folders.push_back(each.path());
+    for (const auto& each : folders)
+        if (const auto failure = DurableFile::settle(each))
+            throw std::system_error{failure, each.string()};
 }
 
 /// Takes all of the archive apart; gives what its last file says.
@@ -116,7 +129,9 @@ UnpackedArchive::UnpackedArchive(const std::string& archive, const fs::path& bes
     if (const auto failure = DurableFile::makeFolder(m_path))
         throw std::system_error{failure, "cannot make " + m_path.string()};
     try {
-        check(extractAll(archive, database()), database());
+        const auto manifest = extractAll(archive, database());
+        settleNames(m_path);
+        check(manifest, database());
     } catch (...) {
         remove();
         throw;
