@@ -42,7 +42,6 @@ constexpr CodeRow statusByCode[] = {
     {ServiceCode::insufficientFunds, 409},
     {ServiceCode::balanceLimit, 409},
     {ServiceCode::alreadyReversed, 409},
-    {ServiceCode::transactionReversed, 409},
     {ServiceCode::refundOriginalUnavailable, 409},
     {ServiceCode::refundLimit, 409},
     {ServiceCode::duplicateRefund, 409},
@@ -102,6 +101,8 @@ Refusal Refusal::of(std::string_view code, std::string message, std::chrono::sec
 {
     const auto* const row = std::ranges::find(statusByCode, code, &CodeRow::code);
     require(row != std::end(statusByCode), "every code has its status");
+    if (code == ServiceCode::rateLimited && retryAfter == std::chrono::seconds{})
+        retryAfter = std::chrono::hours{1}; // of what does not pass by itself, too, everybody hears when to come back
     return {row->status, row->code, std::move(message), retryAfter};
 }
 

@@ -16,7 +16,8 @@ struct Refusal {
 
     bool operator==(const Refusal&) const = default;
 
-    /// The refusal of this code, with the status that goes with it.
+    /// The refusal of this code, with the status that goes with it. What is too much is worth trying again in an hour
+    /// where nothing else is said.
     static Refusal of(std::string_view code, std::string message, std::chrono::seconds retryAfter = {});
 
 private:

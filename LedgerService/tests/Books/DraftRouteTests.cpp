@@ -175,7 +175,9 @@ TEST_F(DraftRoutes, AreBoundedInNumberAndNeverLoseOneThatWasBeingSent)
         m_service.moveClock(std::chrono::seconds{1});
         EXPECT_EQ(keep("mira", sent(fmt::format("s{}", number))).status, 200);
     }
-    EXPECT_EQ(keep("mira", typed("more", "1")).code(), "rate_limited");
+    const auto refused = keep("mira", typed("more", "1"));
+    EXPECT_EQ(refused.code(), "rate_limited");
+    EXPECT_EQ(refused.header("retry-after"), "3600");
     EXPECT_EQ(keep("mira", sent("s7")).status, 200) << "one that is there may still change";
 }
 
