@@ -6,6 +6,7 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
@@ -86,18 +87,27 @@ SnapshotBlocks::SnapshotBlocks(Database& database, SnapshotScope scope, std::str
 
 std::string SnapshotBlocks::next()
 {
-    std::string block;
-    if (m_stage == Stage::done)
-        return block;
-    const auto blockBytes = paceAfter(m_bytes).blockBytes;
-    block.reserve(blockBytes + blockBytes / 2);
+    if (m_place.stage == Stage::done)
+        return {};
     const auto loan = m_database.borrow();
-    const Transaction transaction{*loan, Transaction::Mode::reading};
-    while (m_stage == Stage::entries && block.size() < blockBytes)
-        addEntries(*loan, block);
-    while (m_stage == Stage::receipts && block.size() < blockBytes)
-        addReceipts(*loan, block);
+    auto block = Anew::onConflict([&, begin = m_place] {
+        m_place = begin;
+        return make(*loan);
+    });
     m_bytes += block.size();
+    return block;
+}
+
+std::string SnapshotBlocks::make(Connection& connection)
+{
+    const auto blockBytes = paceAfter(m_bytes).blockBytes;
+    std::string block;
+    block.reserve(blockBytes + blockBytes / 2);
+    const Transaction transaction{connection, Transaction::Mode::reading};
+    while (m_place.stage == Stage::entries && block.size() < blockBytes)
+        addEntries(connection, block);
+    while (m_place.stage == Stage::receipts && block.size() < blockBytes)
+        addReceipts(connection, block);
     return block;
 }
 
@@ -106,10 +116,10 @@ void SnapshotBlocks::addEntries(Connection& connection, std::string& block)
     const auto& state = m_scope.state;
     const auto blockBytes = paceAfter(m_bytes).blockBytes;
     const auto renewed = FragmentRepository::textsBefore(connection, m_scope.companyID, state.lastChange);
-    JsonElements elements{block, m_any};
+    JsonElements elements{block, m_place.any};
     const bool more = FragmentRepository::visit(
-        connection, state, m_at, state.lastChange, fragmentsAtOnce, [&](const EntryFragment& fragment) {
-            m_at = fragment.sequence;
+        connection, state, m_place.at, state.lastChange, fragmentsAtOnce, [&](const EntryFragment& fragment) {
+            m_place.at = fragment.sequence;
             if (!m_scope.sets.contains(fragment.accountSet))
                 return true;
             const auto earlier = renewed.find(fragment.sequence);
@@ -119,22 +129,22 @@ void SnapshotBlocks::addEntries(Connection& connection, std::string& block)
     if (more)
         return;
     block += R"(],"attachments":[)";
-    m_stage = Stage::receipts;
-    m_at = -1;
-    m_any = false;
+    m_place.stage = Stage::receipts;
+    m_place.at = -1;
+    m_place.any = false;
 }
 
 void SnapshotBlocks::addReceipts(Connection& connection, std::string& block)
 {
-    const auto last = std::min(m_at + paceAfter(m_bytes).changesAtOnce, m_scope.state.lastChange);
-    JsonElements elements{block, m_any};
-    for (const auto& each : AttachmentRepository::seenIn(connection, m_scope.receiptsAfter(m_at, last)))
+    const auto last = std::min(m_place.at + paceAfter(m_bytes).changesAtOnce, m_scope.state.lastChange);
+    JsonElements elements{block, m_place.any};
+    for (const auto& each : AttachmentRepository::seenIn(connection, m_scope.receiptsAfter(m_place.at, last)))
         elements.add(Json::encode(each));
-    m_at = last;
+    m_place.at = last;
     if (last < m_scope.state.lastChange)
         return;
     block += m_tail;
-    m_stage = Stage::done;
+    m_place.stage = Stage::done;
 }
 
 }

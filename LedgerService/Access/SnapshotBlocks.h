@@ -73,17 +73,21 @@ public:
 
 private:
     enum class Stage { entries, receipts, done };
+    struct Place {
+        Stage stage = Stage::entries;
+        std::int64_t at = 0; // the change up to which all is sent, in this stage
+        bool any = false;    // whether the list has an element already
+    };
 
+    std::string make(Connection& connection);
     void addEntries(Connection& connection, std::string& block);
     void addReceipts(Connection& connection, std::string& block);
 
     Database& m_database;
     SnapshotScope m_scope;
     std::string m_tail;
-    Stage m_stage = Stage::entries;
-    std::int64_t m_at = 0;   // the change up to which all is sent, in this stage
+    Place m_place;
     std::size_t m_bytes = 0; // of the blocks so far
-    bool m_any = false;      // whether the list has an element already
 };
 
 }

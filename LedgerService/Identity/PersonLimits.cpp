@@ -8,6 +8,7 @@
 #include "LedgerService/Storage/Rows/People/AttemptRepository.h"
 #include "LedgerService/Storage/Rows/People/KnownPlaceRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 
 namespace LedgerService {
@@ -64,9 +65,11 @@ std::vector<AttemptLimit::Scope> PersonLimits::ofCodes(const Service& service) c
 bool PersonLimits::isKnownPlace(const Service& service) const
 {
     const auto loan = service.database.borrow();
-    const auto person = UserRepository::findByEmail(*loan, m_email);
-    return person && KnownPlaceRepository::isKnown(*loan, person->id, placeOf(*person, m_remote),
-                                                   LedgerDay::stamp(service.clock() - memory));
+    return Anew::onConflict([&] {
+        const auto person = UserRepository::findByEmail(*loan, m_email);
+        return person && KnownPlaceRepository::isKnown(*loan, person->id, placeOf(*person, m_remote),
+                                                       LedgerDay::stamp(service.clock() - memory));
+    });
 }
 
 void PersonLimits::settle(Connection& connection, const Service& service, const User& person) const

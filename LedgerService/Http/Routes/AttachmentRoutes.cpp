@@ -18,6 +18,7 @@
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Entries/ReceiptSpace.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
@@ -39,13 +40,16 @@ std::optional<Refusal> whyNoFolder(Connection& connection, const ReceiptFolder& 
 std::optional<Refusal> whyNotTake(const OpenCall& opened, std::size_t bytes)
 {
     const auto loan = opened.service.database.borrow();
-    const Transaction transaction{*loan, Transaction::Mode::reading};
-    const auto owner = SessionRepository::find(*loan, Token::hash(opened.request.token), opened.now);
-    if (auto refusal = owner ? whyNoFolder(*loan, opened.service.receipts) : std::nullopt)
-        return refusal;
-    return owner ? ReceiptCommands::whyNotTake(*loan, *owner, opened.service.receipts.room(),
-                                               static_cast<std::int64_t>(bytes))
-                 : std::optional{Authentication::unauthorized()};
+    return Anew::onConflict([&]() -> std::optional<Refusal> {
+        const Transaction transaction{*loan, Transaction::Mode::reading};
+        const auto owner = SessionRepository::find(*loan, Token::hash(opened.request.token), opened.now);
+        if (!owner)
+            return Authentication::unauthorized();
+        if (auto refusal = whyNoFolder(*loan, opened.service.receipts))
+            return refusal;
+        return ReceiptCommands::whyNotTake(*loan, *owner, opened.service.receipts.room(),
+                                           static_cast<std::int64_t>(bytes));
+    });
 }
 
 /// The file is on the disk before anybody waits for the database: a row never names a file that is not there.

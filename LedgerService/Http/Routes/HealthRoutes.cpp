@@ -5,6 +5,7 @@
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
@@ -21,8 +22,10 @@ Outcome live(const OpenCall&)
 Outcome ready(const OpenCall& call)
 {
     const auto loan = call.service.database.borrow();
-    const Transaction transaction{*loan, Transaction::Mode::reading};
-    const auto version = Migrations::version(*loan);
+    const auto version = Anew::onConflict([&] {
+        const Transaction transaction{*loan, Transaction::Mode::reading};
+        return Migrations::version(*loan);
+    });
     if (!version || *version != Migrations::newest())
         return std::unexpected(Refusal::of(ServiceCode::serviceUnavailable, "The database is not this program's."));
     return okReply();

@@ -17,6 +17,7 @@
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/TimeZone.h"
 
@@ -88,12 +89,14 @@ std::expected<std::string, std::string> CreateCompany::carryOut(Connection& conn
         return std::unexpected(fmt::format("a password has at least {} characters", PasswordRule::minimumLength));
     auto founding = foundingOf(order);
     founding.origin = AuditOrigin::operating;
-    Transaction transaction{connection, Transaction::Mode::writing};
-    if (UserRepository::findByEmail(connection, order.ownerEmail))
-        return std::unexpected("somebody is registered with this e-mail address already");
-    founding.write(connection);
-    transaction.commit();
-    return founding.company.id;
+    return Anew::onConflict([&]() -> std::expected<std::string, std::string> {
+        Transaction transaction{connection, Transaction::Mode::writing};
+        if (UserRepository::findByEmail(connection, order.ownerEmail))
+            return std::unexpected("somebody is registered with this e-mail address already");
+        founding.write(connection);
+        transaction.commit();
+        return founding.company.id;
+    });
 }
 
 std::expected<std::string, std::string> CreateCompany::readPassword()

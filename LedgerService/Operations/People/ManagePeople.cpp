@@ -20,6 +20,7 @@
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/TimeZone.h"
 
@@ -91,21 +92,45 @@ struct ZoneTold {
 };
 BOOST_DESCRIBE_STRUCT(ZoneTold, (), (timeZone))
 
+ManagePeople::Refused moveTo(Connection& connection, const std::string& companyID, const std::string& zone)
+{
+    Transaction transaction{connection, Transaction::Mode::writing};
+    const auto company = CompanyRepository::find(connection, companyID);
+    if (!company || company->demo)
+        return "there is no company with this id; 'companies list' shows them";
+    if (ArrivingCompany::is(company->approvalStatus))
+        return "the company is being imported";
+    const ZoneTold before{CompanyRepository::timeZone(connection, companyID)};
+    CompanyRepository::writeTimeZone(connection, companyID, zone);
+    AuditRecord record;
+    record.at = now();
+    record.origin = AuditOrigin::operating;
+    record.kind = AuditKind::companyZoneChanged;
+    record.record = companyID;
+    record.before = Json::encode(before);
+    record.after = Json::encode(ZoneTold{zone});
+    AuditTrail::append(connection, companyID, std::move(record));
+    transaction.commit();
+    return std::nullopt;
+}
+
 /// Does something to the person with this address, and ends all tokens and codes of that person.
 template <class Change>
 ManagePeople::Refused change(Connection& connection, const std::string& email, std::string_view kind,
                              const Change& change)
 {
-    Transaction transaction{connection, Transaction::Mode::writing};
-    const auto person = UserRepository::findByEmail(connection, email);
-    if (!person || ArrivingCompany::is(person->deactivatedAt))
-        return "nobody is registered with this e-mail address; 'users list' shows everyone";
-    change(*person);
-    PersonAudit::tell(connection, person->id, kind, AuditOrigin::operating, now());
-    SessionRepository::revokeAllOfPerson(connection, person->id, now());
-    AccessChallengeRepository::removeFor(connection, person->email);
-    transaction.commit();
-    return std::nullopt;
+    return Anew::onConflict([&]() -> ManagePeople::Refused {
+        Transaction transaction{connection, Transaction::Mode::writing};
+        const auto person = UserRepository::findByEmail(connection, email);
+        if (!person || ArrivingCompany::is(person->deactivatedAt))
+            return "nobody is registered with this e-mail address; 'users list' shows everyone";
+        change(*person);
+        PersonAudit::tell(connection, person->id, kind, AuditOrigin::operating, now());
+        SessionRepository::revokeAllOfPerson(connection, person->id, now());
+        AccessChallengeRepository::removeFor(connection, person->email);
+        transaction.commit();
+        return std::nullopt;
+    });
 }
 
 }
@@ -129,12 +154,12 @@ std::vector<std::string> ManagePeople::companies(Connection& connection)
 
 ManagePeople::Refused ManagePeople::approve(Connection& connection, const std::string& companyID)
 {
-    return decide(connection, companyID, ApprovalStatus::approved);
+    return Anew::onConflict([&] { return decide(connection, companyID, ApprovalStatus::approved); });
 }
 
 ManagePeople::Refused ManagePeople::reject(Connection& connection, const std::string& companyID)
 {
-    return decide(connection, companyID, ApprovalStatus::rejected);
+    return Anew::onConflict([&] { return decide(connection, companyID, ApprovalStatus::rejected); });
 }
 
 ManagePeople::Refused ManagePeople::setTimeZone(Connection& connection, const std::string& companyID,
@@ -142,24 +167,7 @@ ManagePeople::Refused ManagePeople::setTimeZone(Connection& connection, const st
 {
     if (!TimeZone::isKnown(zone))
         return fmt::format("{} is no time zone, such as Asia/Jakarta", zone);
-    Transaction transaction{connection, Transaction::Mode::writing};
-    const auto company = CompanyRepository::find(connection, companyID);
-    if (!company || company->demo)
-        return "there is no company with this id; 'companies list' shows them";
-    if (ArrivingCompany::is(company->approvalStatus))
-        return "the company is being imported";
-    const ZoneTold before{CompanyRepository::timeZone(connection, companyID)};
-    CompanyRepository::writeTimeZone(connection, companyID, zone);
-    AuditRecord record;
-    record.at = now();
-    record.origin = AuditOrigin::operating;
-    record.kind = AuditKind::companyZoneChanged;
-    record.record = companyID;
-    record.before = Json::encode(before);
-    record.after = Json::encode(ZoneTold{zone});
-    AuditTrail::append(connection, companyID, std::move(record));
-    transaction.commit();
-    return std::nullopt;
+    return Anew::onConflict([&] { return moveTo(connection, companyID, zone); });
 }
 
 std::vector<std::string> ManagePeople::users(Connection& connection)

@@ -14,6 +14,7 @@
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
@@ -46,9 +47,12 @@ void Upkeep::run(const std::stop_token& stopping)
 void Upkeep::sealAuditTrail()
 {
     const auto loan = m_database->borrow();
-    const Transaction transaction{*loan, Transaction::Mode::reading};
     const auto now = LedgerDay::stamp(std::chrono::system_clock::now());
-    if (AuditSeals{m_files}.sealDayBefore(*loan, now))
+    const bool isSealed = Anew::onConflict([&] {
+        const Transaction transaction{*loan, Transaction::Mode::reading};
+        return AuditSeals{m_files}.sealDayBefore(*loan, now);
+    });
+    if (isSealed)
         Log::note("sealed the audit trail of the day before");
 }
 

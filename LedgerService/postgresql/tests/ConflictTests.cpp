@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerService/Operations/People/ManagePeople.h"
 #include "LedgerService/Receipts/LooseReceipts.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
@@ -34,9 +35,9 @@ void injectConflicts(TestService& service, int times, std::string_view state = "
     });
 }
 
-/// The same for those who read the categories, so often on each connection: a reading transaction can count by nothing
-/// but locks that outlast it.
-void injectReadingConflicts(TestService& service, int times)
+/// The same for those who read a table, so often on each connection: a reading transaction can count by nothing but
+/// locks that outlast it.
+void injectReadingConflicts(TestService& service, int times, std::string_view table = "categories")
 {
     service.write([&](Connection& connection) {
         connection.execute(fmt::format(
@@ -45,8 +46,8 @@ void injectReadingConflicts(TestService& service, int times)
             "IF seen < {} THEN PERFORM pg_advisory_lock(pg_backend_pid(), seen); "
             "RAISE EXCEPTION 'given up' USING ERRCODE = '40001'; END IF; RETURN true; END $$",
             times));
-        connection.execute("ALTER TABLE categories RENAME TO kept_categories");
-        connection.execute("CREATE VIEW categories AS SELECT * FROM kept_categories WHERE may_read()");
+        connection.execute(fmt::format("ALTER TABLE {0} RENAME TO kept_{0}", table));
+        connection.execute(fmt::format("CREATE VIEW {0} AS SELECT * FROM kept_{0} WHERE may_read()", table));
     });
 }
 
@@ -100,6 +101,26 @@ TEST(Conflicts, HaveReadersReadAnew)
     TestService other;
     injectReadingConflicts(other, Anew::mostTries);
     EXPECT_EQ(other.as("mira", "GET", "/v1/snapshot").status, 503);
+}
+
+/// The entries are read when the reply has begun already: there is no refusal any more, only a reply cut off.
+TEST(Conflicts, HaveABlockOfASnapshotReadAnew)
+{
+    TestService service;
+    for (int entry = 0; entry < 3; ++entry)
+        ASSERT_EQ(post(service, fmt::format("entry-{}", entry)).status, 200);
+    const auto before = service.snapshotOf("mira").transactions;
+    injectReadingConflicts(service, 3, "entry_fragments");
+    EXPECT_EQ(service.snapshotOf("mira").transactions, before);
+}
+
+TEST(Conflicts, HaveTheOperatorsWorkDoneAnew)
+{
+    TestService service;
+    injectConflicts(service, 3, "40001", "UPDATE ON users");
+    Connection connection{service.databaseFile()};
+    EXPECT_EQ(ManagePeople::deactivate(connection, "mira@sample.example"), std::nullopt);
+    EXPECT_EQ(signIn(service).status, 401);
 }
 
 TEST(Conflicts, HaveASignInWrittenAnewAndCountedOnce)
