@@ -64,6 +64,14 @@ struct CapitalPageUnderTest : WindowUnderTest {
     }
 };
 
+/// A company as it begins.
+inline CapitalSample withoutAccounts()
+{
+    CapitalSample sample{capitalGround()};
+    sample.books().accounts.clear();
+    return sample;
+}
+
 /// Everything is called as long as the service allows, in words of nine letters or in one.
 inline CapitalSample withLongNames(const char* between = " ")
 {

@@ -52,6 +52,8 @@ std::vector<std::string> CapitalCurrencies::of(const LedgerSnapshot& snapshot)
         if (codes.contains(currency.code))
             ordered.push_back(currency.code);
     }
+    if (ordered.empty())
+        ordered.push_back(CurrencyInfo::supported().front().code);
     return ordered;
 }
 

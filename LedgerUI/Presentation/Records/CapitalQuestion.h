@@ -21,7 +21,8 @@ struct CapitalQuestion {
 namespace CapitalCurrencies {
 
 /// The currencies in which the company keeps capital or dividends, in the order of the pickers: those of its records,
-/// and while there are none those of its accounts.
+/// while there are none those of its accounts, and in a company without either the first of all: owners, shares and
+/// what was paid in before are recorded before there is an account.
 std::vector<std::string> of(const LedgerSnapshot& snapshot);
 
 /// The one to begin with: the chosen one while it is among them.

@@ -252,6 +252,23 @@ TEST(CapitalView, ShowsTheUnavailableStateInsteadOfAPartOfTheFigures)
     EXPECT_FALSE(page.screen.shows("ownersTable"));
 }
 
+TEST(CapitalView, BeginsInACompanyWithoutAccounts)
+{
+    auto sample = withoutAccounts();
+    Page page{sample};
+    EXPECT_FALSE(page.screen.shows("capitalUnavailable"));
+    page.screen.press("ownersButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.fill("recordName", "Budi Santoso");
+    serveBooks(page, sample.owner("Budi Santoso"));
+    page.server.replace("POST v1/capital/commands", ServerReply::json("{}"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitUntilGone("recordForm");
+    page.screen.press("historyButton");
+    page.screen.waitForFocus("recordForm");
+    EXPECT_EQ(page.screen.read("recordRow0"), "0") << "what was paid in before needs no account";
+}
+
 TEST(CapitalView, ShowsAllFiguresWithoutScrollingInTheSmallestWindow)
 {
     for (const auto* language : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {

@@ -88,10 +88,10 @@ void beRefused(WindowUnderTest& under)
     under.screen.waitForText("earlier than a recorded dividend action");
 }
 
-/// Nothing but the accounts: no owner, no participant.
+/// As every company begins: no account, no owner, no participant.
 void openFreshBooks(WindowUnderTest& under)
 {
-    openBooks(under, CapitalSample{capitalGround()});
+    openBooks(under, withoutAccounts());
 }
 
 void openBrokenBooks(WindowUnderTest& under)
@@ -169,8 +169,7 @@ const std::array pages{
                     under.screen.pressRow("batchesTable", "2026 Q3");
                     under.screen.waitFor("settlementNone");
                 }},
-    SweptScreen{"DividendsFresh", capitalPages,
-                [](auto& under) { openDividends(under, CapitalSample{capitalGround()}); }},
+    SweptScreen{"DividendsFresh", capitalPages, [](auto& under) { openDividends(under, withoutAccounts()); }},
     SweptScreen{"Advances", capitalPages, openAdvances},
 };
 
