@@ -4,21 +4,41 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
+#include "LedgerUI/Presentation/Dividends/MovementText.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Records/LinkedEntries.h"
 #include "LedgerUI/Presentation/Records/RecordDraft.h"
 
 namespace {
 
-CapitalPlace placeOf(const DividendMovement& movement)
+CapitalPlace placeOf(const DividendBatch& batch, std::string_view participantID)
 {
-    const bool isAdvance = movement.kind == DividendMovementKind::advance;
     return {.tab = CapitalModuleTab::dividends,
-            .currency = movement.currency,
-            .date = movement.date,
-            .choice = {.batchID = movement.batchID.value_or(std::string{DividendBoards::advances}),
-                       .participantID = movement.participantID,
-                       .advanceID = isAdvance ? movement.id : movement.advanceID.value_or("")}};
+            .currency = batch.currency,
+            .date = batch.date,
+            .choice = {.batchID = batch.id, .participantID = std::string{participantID}}};
+}
+
+CapitalPlace placeOfAdvance(const DividendMovement& advance)
+{
+    return {.tab = CapitalModuleTab::dividends,
+            .currency = advance.currency,
+            .date = advance.date,
+            .choice = {.batchID = std::string{DividendBoards::advances},
+                       .participantID = advance.participantID,
+                       .advanceID = advance.id}};
+}
+
+/// A movement stands under the allocation or the advance that it is about, which is listed by a day of its own; a
+/// reversal where the movement stands that it undoes.
+CapitalPlace placeOf(const DividendMovement& movement, const DividendState& state)
+{
+    const auto* undone = MovementText::undone(movement, state);
+    const auto& original = undone ? *undone : movement;
+    if (const auto* batch = RecordDrafts::find(state.batches, original.batchID.value_or("")))
+        return placeOf(*batch, original.participantID);
+    const auto* advance = RecordDrafts::find(state.movements, original.advanceID.value_or(""));
+    return placeOfAdvance(advance ? *advance : original);
 }
 
 /// The first line with something unpaid of the earliest batch that has one.
@@ -61,7 +81,7 @@ std::optional<CapitalPlace> CapitalPlaces::placeOf(const PageLink& link, const L
     }
     if (link.action == PageAction::showMovement && snapshot.dividends) {
         if (const auto* found = RecordDrafts::find(snapshot.dividends->movements, link.subject))
-            return ::placeOf(*found);
+            return ::placeOf(*found, *snapshot.dividends);
     }
     if (link.action == PageAction::showUnpaid && snapshot.dividends)
         return CapitalPlace{.tab = CapitalModuleTab::dividends,

@@ -1,6 +1,7 @@
 #include <QStringList>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Capital/CapitalSummary.h"
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
@@ -263,6 +264,44 @@ TEST(CapitalPlaces, LeadToWhatIsUnpaidLongestAndToTheAdvancesOfACurrency)
     EXPECT_EQ(advances.choice.batchID, DividendBoards::advances);
     sample.books().dividends.reset();
     EXPECT_FALSE(CapitalPlaces::placeOf({.action = PageAction::showUnpaid, .subject = "IDR"}, sample.books()));
+}
+
+namespace {
+
+CapitalQuestion yearOf(const std::string& date)
+{
+    return {.period = Period::containing(Period::Span::year, LedgerDay::parse(date).value()), .currency = "IDR"};
+}
+
+/// An allocation and an advance of one year that were settled in the next, when there were others.
+CapitalSample settledInTheNextYear()
+{
+    CapitalSample sample{capitalGround()};
+    sample.participant("Budi", "100").participant("Chen", "0").participant("Huong", "0"); // d1 d2 d3
+    sample.allocate("2025-12-31", "2025", "IDR", "1,000", {{"d1", "100"}});               // d4
+    sample.advance("2025-12-31", "d1", "IDR", "400", "Operating bank");                   // d5
+    sample.applyAdvance("2026-01-15", "d4", "d1", "d5", "300");                           // d6
+    sample.giveBack("2026-01-15", "d5", "100", "Operating bank");                         // d7
+    sample.pay("2026-01-15", "d4", "d1", "700", "Operating bank");                        // d8
+    sample.allocate("2026-02-01", "2026", "IDR", "500", {{"d1", "100"}});                 // d9
+    sample.advance("2026-02-01", "d1", "IDR", "50", "Operating bank");                    // d10
+    sample.reverseMovement("2026-02-02", "d10", {});                                      // d11
+    return sample.advance("2026-02-03", "d2", "IDR", "60", "Operating bank");             // d12
+}
+
+}
+
+TEST(CapitalPlaces, LeadToAMovementWhereItStandsWhateverItsYear)
+{
+    const auto sample = settledInTheNextYear();
+    for (const auto* id : {"d5", "d6", "d7", "d8", "d10", "d11", "d12"}) {
+        const auto place = CapitalPlaces::placeOf({.action = PageAction::showMovement, .subject = id}, sample.books());
+        ASSERT_TRUE(place) << id;
+        const auto board = DividendBoards::board(sample.books(), yearOf(place->date), place->choice, english);
+        EXPECT_EQ(board->choice, place->choice) << id;
+        EXPECT_NE(std::ranges::find(board->movements.rows, id, &RecordRow::id), board->movements.rows.end())
+            << id << " is among what is shown";
+    }
 }
 
 TEST(CapitalPlaces, LeadToTheEntryOfAMovementOnlyWhereTheMemberSeesIt)
