@@ -41,6 +41,20 @@ CapitalPlace placeOf(const DividendMovement& movement, const DividendState& stat
     return placeOfAdvance(advance ? *advance : original);
 }
 
+/// The newest allocation of a period that the participant has a part in, else their newest advance.
+std::optional<CapitalPlace> settlementIn(const Period& period, std::string_view participantID,
+                                         const DividendTables& tables)
+{
+    for (const auto* batch : DividendBoards::batches(tables, period)) {
+        if (DividendBoards::hasLineOf(*batch, participantID))
+            return placeOf(*batch, participantID);
+    }
+    const auto advances = DividendBoards::advancesOf(tables, period);
+    const auto theirs = std::ranges::find(advances, participantID,
+                                          [](const auto* each) { return std::string_view{each->participantID}; });
+    return theirs == advances.end() ? std::nullopt : std::optional{placeOfAdvance(**theirs)};
+}
+
 /// The first line with something unpaid of the earliest batch that has one.
 DividendChoice unpaidLongest(const DividendState& state, std::string_view currency)
 {
@@ -92,6 +106,19 @@ std::optional<CapitalPlace> CapitalPlaces::placeOf(const PageLink& link, const L
                             .currency = link.subject,
                             .choice = {.batchID = std::string{DividendBoards::advances}}};
     return std::nullopt;
+}
+
+std::optional<CapitalPlace> CapitalPlaces::settlementOf(std::string_view participantID, const LedgerSnapshot& snapshot,
+                                                        const CapitalQuestion& question, std::string_view locale)
+{
+    const auto tables = DividendTables::create(snapshot, question.currency, std::nullopt, locale);
+    if (!tables)
+        return std::nullopt;
+    auto place = settlementIn(question.period, participantID, *tables);
+    if (!place)
+        return settlementIn(Period::allTime(), participantID, *tables);
+    place->date.clear(); // it is listed as the page stands
+    return place;
 }
 
 std::expected<std::string, std::string_view> CapitalPlaces::entryOf(std::string_view movementID,

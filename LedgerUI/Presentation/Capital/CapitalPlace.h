@@ -24,6 +24,11 @@ namespace CapitalPlaces {
 /// Where what a link leads to stands; nothing while it is not in the books.
 std::optional<CapitalPlace> placeOf(const PageLink& link, const LedgerSnapshot& snapshot);
 
+/// Where a participant's settlement stands: among what the period lists, else the newest of all; nothing for who has
+/// neither an allocation nor an advance in the currency.
+std::optional<CapitalPlace> settlementOf(std::string_view participantID, const LedgerSnapshot& snapshot,
+                                         const CapitalQuestion& question, std::string_view locale);
+
 /// The entry that booked the money of a movement, or the word that says why there is none to be opened.
 std::expected<std::string, std::string_view> entryOf(std::string_view movementID, const LedgerSnapshot& snapshot);
 

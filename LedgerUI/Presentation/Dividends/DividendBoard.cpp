@@ -153,11 +153,6 @@ void presentAdvances(DividendBoard& board, const Movements& advances, const Divi
     presentMovements(board, movementsWhere(tables, isAboutIt), tables);
 }
 
-bool hasLineOf(const DividendBatch& batch, std::string_view participantID)
-{
-    return std::ranges::find(batch.lines, participantID, &DividendLine::participantID) != batch.lines.end();
-}
-
 /// The allocation that is wanted, else the first one that the wanted participant has a part in, else the first one.
 const DividendBatch* chosenOf(const std::vector<const DividendBatch*>& batches, const DividendChoice& wanted)
 {
@@ -166,11 +161,16 @@ const DividendBatch* chosenOf(const std::vector<const DividendBatch*>& batches, 
     const auto found = std::ranges::find(batches, wanted.batchID, [](const auto* each) { return each->id; });
     if (found != batches.end())
         return *found;
-    const auto theirs =
-        std::ranges::find_if(batches, [&](const auto* each) { return hasLineOf(*each, wanted.participantID); });
+    const auto theirs = std::ranges::find_if(
+        batches, [&](const auto* each) { return DividendBoards::hasLineOf(*each, wanted.participantID); });
     return theirs == batches.end() ? batches.front() : *theirs;
 }
 
+}
+
+bool DividendBoards::hasLineOf(const DividendBatch& batch, std::string_view participantID)
+{
+    return std::ranges::find(batch.lines, participantID, &DividendLine::participantID) != batch.lines.end();
 }
 
 std::vector<const DividendBatch*> DividendBoards::batches(const DividendTables& tables, const Period& period)

@@ -43,6 +43,9 @@ namespace DividendBoards {
 std::vector<const DividendBatch*> batches(const DividendTables& tables, const Period& period);
 DividendTables::Movements advancesOf(const DividendTables& tables, const Period& period);
 
+/// Whether the participant has a part in the allocation.
+bool hasLineOf(const DividendBatch& batch, std::string_view participantID);
+
 /// "IDR 125,000,000, booked on 31 July 2026".
 QString headOf(const DividendBatch& batch, std::string_view locale);
 

@@ -212,6 +212,10 @@ const WordTable& capitalWords()
         {"movements.title", "结算记录", "Riwayat pelunasan", "Lịch sử thanh toán", "Settlement"},
         {"movements.none", "尚无支付或抵扣", "Belum ada pembayaran atau penerapan uang muka",
          "Chưa có chi trả hay cấn trừ nào", "No payments and no offsets yet"},
+        {"settlement.none", "此参与人在 %1 中没有分配，也没有预支。",
+         "Peserta ini belum memiliki alokasi atau uang muka dalam %1.",
+         "Người tham gia này chưa có phân bổ hay tạm ứng nào bằng %1.",
+         "This participant has no allocation and no advance in %1."},
         {"dividends.none", "没有分配，也没有预支", "Belum ada alokasi atau uang muka", "Chưa có phân bổ hay tạm ứng",
          "No allocations and no advances"},
 

@@ -400,14 +400,18 @@ void CapitalView::presentPrinting()
         [this](const QString& what) { Q_EMIT done(what); }));
 }
 
-/// The newest allocation that the participant has a part in, and how they stand in it.
+/// How the participant stands; nobody else's settlement where there is none of theirs.
 void CapitalView::showSettlement(const QString& participantID)
 {
-    if (participantID.isEmpty() || std::ranges::find(m_tabs, CapitalModuleTab::dividends) == m_tabs.end())
+    const auto snapshot = m_store.snapshot();
+    if (!snapshot || participantID.isEmpty() || std::ranges::find(m_tabs, CapitalModuleTab::dividends) == m_tabs.end())
         return;
-    m_wanted = {.participantID = participantID.toStdString()};
-    m_tabRow->choose(idOf(CapitalModuleTab::dividends));
-    present();
+    const auto place =
+        CapitalPlaces::settlementOf(participantID.toStdString(), *snapshot, m_question, InterfaceLanguage::tag());
+    if (place)
+        goTo(*place);
+    else
+        Q_EMIT done(word(capitalWords(), "settlement.none", {m_question.currency}));
 }
 
 void CapitalView::showEntry(const QString& id)
@@ -423,22 +427,22 @@ void CapitalView::follow(const PageLink& link)
     const auto place = snapshot ? CapitalPlaces::placeOf(link, *snapshot) : std::nullopt;
     if (!place)
         return;
-    lookAt(place->currency, place->date);
-    if (place->tab == CapitalModuleTab::dividends)
-        m_wanted = place->choice;
-    m_tabRow->choose(idOf(place->tab));
-    present();
+    goTo(*place);
     if (place->tab == CapitalModuleTab::contributions)
         m_contributions->choose(link.subject);
     else if (link.action == PageAction::showMovement)
         m_dividends->chooseMovement(link.subject);
 }
 
-/// The currency of a record, and a year that holds it.
-void CapitalView::lookAt(const std::string& currency, const std::string& date)
+/// The tab and the currency of a record, and a year that holds it.
+void CapitalView::goTo(const CapitalPlace& place)
 {
-    m_question.currency = currency;
-    if (const auto day = LedgerDay::parse(date); day && !m_question.period.contains(date))
+    m_question.currency = place.currency;
+    if (const auto day = LedgerDay::parse(place.date); day && !m_question.period.contains(place.date))
         m_question.period = Period::containing(Period::Span::year, *day);
     presentCurrencies();
+    if (place.tab == CapitalModuleTab::dividends)
+        m_wanted = place.choice;
+    m_tabRow->choose(idOf(place.tab));
+    present();
 }

@@ -18,6 +18,7 @@ class PageTabs;
 class PeriodNavigator;
 class QStackedWidget;
 class SegmentedControl;
+struct CapitalPlace;
 
 /// The page of owners' capital and dividends, one currency at a time.
 class CapitalView final : public PageView {
@@ -49,7 +50,7 @@ private:
     void showEntry(const QString& id);
     void showContents();
     void showUnavailable(const QString& why);
-    void lookAt(const std::string& currency, const std::string& date);
+    void goTo(const CapitalPlace& place);
     template <class Contents>
     Contents* addPlace(CapitalModuleTab tab);
     void placeActions();

@@ -304,6 +304,36 @@ TEST(CapitalPlaces, LeadToAMovementWhereItStandsWhateverItsYear)
     }
 }
 
+TEST(CapitalPlaces, LeadFromAParticipantToTheirOwnSettlement)
+{
+    const auto sample = settledInTheNextYear();
+    const auto settlement = [&](const char* participant, const char* day) {
+        return CapitalPlaces::settlementOf(participant, sample.books(), yearOf(day), english);
+    };
+    EXPECT_EQ(settlement("d1", "2026-01-01")->choice, (DividendChoice{.batchID = "d9", .participantID = "d1"}));
+    EXPECT_EQ(settlement("d1", "2025-01-01")->choice.batchID, "d9") << "unpaid, so it is listed in every year";
+    EXPECT_EQ(settlement("d1", "2025-01-01")->date, "") << "and the page need not turn to it";
+    const DividendChoice advance{
+        .batchID = std::string{DividendBoards::advances}, .participantID = "d2", .advanceID = "d12"};
+    EXPECT_EQ(settlement("d2", "2026-01-01")->choice, advance) << "nobody else's line, but their advance";
+    EXPECT_FALSE(settlement("d3", "2026-01-01")) << "who has neither has no settlement";
+}
+
+TEST(CapitalPlaces, TurnToTheYearOfASettlementThatThePeriodDoesNotList)
+{
+    CapitalSample sample{capitalGround()};
+    sample.participant("Budi", "60").participant("Chen", "40");                             // d1 d2
+    sample.allocate("2025-03-31", "2025 Q1", "IDR", "1,000", {{"d1", "60"}, {"d2", "40"}}); // d3
+    sample.pay("2025-04-01", "d3", "d1", "600", "Operating bank")
+        .pay("2025-04-01", "d3", "d2", "400", "Operating bank");
+    sample.allocate("2026-03-31", "2026 Q1", "IDR", "500", {{"d1", "100"}});
+    const auto place = CapitalPlaces::settlementOf("d2", sample.books(), yearOf("2026-01-01"), english);
+    ASSERT_TRUE(place);
+    EXPECT_EQ(place->date, "2025-03-31");
+    const auto board = DividendBoards::board(sample.books(), yearOf(place->date), place->choice, english);
+    EXPECT_EQ(board->person, QStringLiteral("Chen"));
+}
+
 TEST(CapitalPlaces, LeadToTheEntryOfAMovementOnlyWhereTheMemberSeesIt)
 {
     auto sample = capitalSample();
