@@ -49,7 +49,7 @@ bool hasFigures(const DividendParticipantSummary& row)
 
 bool hasFigures(const CapitalParticipantSummary& row)
 {
-    return row.recordedMinor != 0 || row.ownershipBps.value_or(0) != 0;
+    return row.recordedMinor != 0 || row.periodMinor.value_or(0) != 0 || row.ownershipBps.value_or(0) != 0;
 }
 
 std::vector<Person> peopleOf(const Figures& figures)

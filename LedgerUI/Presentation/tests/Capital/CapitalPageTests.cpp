@@ -93,6 +93,19 @@ TEST(CapitalOverview, ShowsTheSummariesOfBothSectionsForEachPerson)
     EXPECT_TRUE(shown->warning.isEmpty());
 }
 
+TEST(CapitalOverview, ListsAnArchivedOwnerWhoseContributionWasTakenBackInAnotherYear)
+{
+    CapitalSample sample{capitalGround()};
+    sample.owner("Budi").contribute("2025-03-01", "c1", "IDR", "10", "Operating bank");
+    sample.reverseContribution("2026-02-01", "c2", {}).archiveOwner("c1", "Budi");
+    const auto shown = CapitalOverviews::overview(sample.books(), year2026(), today, english);
+    EXPECT_EQ(cellOf(shown->owners, "Recorded contributions", "Budi"), QStringLiteral("–"));
+    EXPECT_EQ(cellOf(shown->owners, "Contributed this period", "Budi"), QStringLiteral("−10"));
+    const auto summary = CapitalSummary::create(*sample.books().capital, "IDR", "2026-01-01", "2026-12-31");
+    EXPECT_EQ(summary->periodMinor, -1'000);
+    EXPECT_EQ(shown->owners.total->cells[3].text, QStringLiteral("−10")) << "as the summary says";
+}
+
 TEST(CapitalOverview, LeavesTheCumulativeColumnOutWhileTheHistoryIsUnknown)
 {
     CapitalSample sample{capitalGround()};
