@@ -5,11 +5,11 @@
 
 #include <QStringList>
 
-#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Capital/CapitalSummary.h"
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Capital/LatestRecords.h"
+#include "LedgerUI/Presentation/Records/CapitalSections.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/LatestFirst.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
@@ -211,18 +211,18 @@ std::expected<Figures, CapitalOverviews::Unavailable> figuresOf(const LedgerSnap
     const auto from = question.fromDay();
     const auto through = question.throughDay();
     Figures figures;
-    if (snapshot.capital && MemberRights::canOpenContributions(snapshot.currentMember)) {
-        auto summary = CapitalSummary::create(*snapshot.capital, question.currency, from, through);
+    figures.capital = CapitalSections::capital(snapshot);
+    figures.dividends = CapitalSections::dividends(snapshot);
+    if (figures.capital) {
+        auto summary = CapitalSummary::create(*figures.capital, question.currency, from, through);
         if (!summary)
             return std::unexpected(CapitalOverviews::Unavailable::capital);
-        figures.capital = &*snapshot.capital;
         figures.contributed = *std::move(summary);
     }
-    if (snapshot.dividends && MemberRights::canOpenDividends(snapshot.currentMember)) {
-        auto summary = DividendSummary::create(*snapshot.dividends, question.currency, from, through);
+    if (figures.dividends) {
+        auto summary = DividendSummary::create(*figures.dividends, question.currency, from, through);
         if (!summary)
             return std::unexpected(CapitalOverviews::Unavailable::dividends);
-        figures.dividends = &*snapshot.dividends;
         figures.distributed = *std::move(summary);
     }
     return figures;

@@ -4,8 +4,8 @@
 #include <functional>
 #include <tuple>
 
-#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerUI/Presentation/Dividends/MovementText.h"
+#include "LedgerUI/Presentation/Records/CapitalSections.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -98,16 +98,15 @@ RecordRows LatestRecords::rows(const LedgerSnapshot& snapshot, const CapitalQues
         if (record.currency == question.currency && question.period.contains(record.date))
             records.push_back({record.date, record.createdAt, record.id, std::move(make)});
     };
-    if (snapshot.capital && MemberRights::canOpenContributions(snapshot.currentMember)) {
-        for (const auto& each : snapshot.capital->contributions)
+    if (const auto* capital = CapitalSections::capital(snapshot)) {
+        for (const auto& each : capital->contributions)
             add(each, [&each, today, locale] { return rowOf(each, today, locale); });
     }
-    if (snapshot.dividends && MemberRights::canOpenDividends(snapshot.currentMember)) {
-        const auto& state = *snapshot.dividends;
-        for (const auto& each : state.batches)
+    if (const auto* dividends = CapitalSections::dividends(snapshot)) {
+        for (const auto& each : dividends->batches)
             add(each, [&each, today, locale] { return rowOf(each, today, locale); });
-        for (const auto& each : state.movements)
-            add(each, [&each, &state, today, locale] { return rowOf(each, state, today, locale); });
+        for (const auto& each : dividends->movements)
+            add(each, [&each, dividends, today, locale] { return rowOf(each, *dividends, today, locale); });
     }
     std::ranges::sort(records, std::ranges::greater{},
                       [](const Record& each) { return std::tuple{each.date, each.createdAt, each.id}; });

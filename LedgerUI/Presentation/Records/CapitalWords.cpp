@@ -14,6 +14,12 @@ const WordTable& capitalWords()
         {"revision.dividends", "分红版本 %1", "Revisi dividen %1", "Phiên bản cổ tức %1", "Dividends revision %1"},
         {"unavailable", "无法显示资本与分红数据", "Data modal dan dividen tidak dapat ditampilkan",
          "Không thể hiển thị dữ liệu vốn và cổ tức", "Capital and dividends cannot be shown"},
+        {"notSeen", "您看不到资本与分红", "Modal dan dividen tidak terlihat oleh Anda",
+         "Bạn không xem được vốn và cổ tức", "Capital and dividends are not visible to you"},
+        {"notSeen.body", "您没有查看这些记录的权限。请联系公司的所有者。",
+         "Anda tidak berhak melihat catatan ini. Hubungi pemilik perusahaan.",
+         "Bạn không có quyền xem các bản ghi này. Hãy liên hệ chủ sở hữu của công ty.",
+         "You do not have the right to see these records. Ask the company's owner."},
 
         {"busy", "请等待当前操作完成。", "Tunggu hingga operasi saat ini selesai.",
          "Hãy đợi thao tác hiện tại hoàn tất.", "Wait until what is running is done."},

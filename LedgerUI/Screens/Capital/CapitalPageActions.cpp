@@ -16,6 +16,7 @@
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Records/CapitalSections.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/CommandForms.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
@@ -129,7 +130,7 @@ std::vector<Action> CapitalPageActions::capitalActions(const CapitalFocus& focus
 {
     namespace Wanted = CapitalAction;
     const auto snapshot = m_store.snapshot();
-    const bool hasCapital = MemberRights::canOpenContributions(snapshot->currentMember);
+    const bool hasCapital = CapitalSections::capital(*snapshot) != nullptr;
     const auto offer = [&](const char* id, std::string_view action, bool isOffered) {
         return act(id, CapitalActions::whyNot(action, *snapshot, InterfaceLanguage::tag()), hasCapital && isOffered,
                    [this, action, currency = focus.currency] {
@@ -155,8 +156,7 @@ std::vector<Action> CapitalPageActions::dividendActions(const CapitalFocus& focu
 {
     namespace Wanted = DividendAction;
     const auto snapshot = m_store.snapshot();
-    const bool isOffered =
-        focus.tab == CapitalModuleTab::dividends && MemberRights::canOpenDividends(snapshot->currentMember);
+    const bool isOffered = focus.tab == CapitalModuleTab::dividends && CapitalSections::dividends(*snapshot);
     const auto offer = [&](const char* id, std::string_view action) {
         return act(id, DividendActions::whyNot(action, *snapshot, InterfaceLanguage::tag()), isOffered,
                    [this, action, currency = focus.currency] {

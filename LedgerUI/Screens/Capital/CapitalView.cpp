@@ -26,6 +26,7 @@
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
+#include "LedgerUI/Presentation/Records/CapitalSections.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
@@ -301,18 +302,23 @@ void CapitalView::present()
     const auto today = LedgerDay::parse(m_store.today());
     m_period->present(m_question.period, CapitalPlaces::countsOf(*snapshot),
                       today.value_or(std::chrono::year_month_day{}));
+    if (CapitalSections::isSeen(tab(), *snapshot))
+        presentTab();
+    else
+        showInstead(text("notSeen"), text("notSeen.body"));
+    presentActions();
+}
+
+void CapitalView::presentTab()
+{
     switch (tab()) {
     case CapitalModuleTab::overview:
-        presentOverview();
-        break;
+        return presentOverview();
     case CapitalModuleTab::contributions:
-        presentContributions();
-        break;
+        return presentContributions();
     case CapitalModuleTab::dividends:
-        presentDividends();
-        break;
+        return presentDividends();
     }
-    presentActions();
 }
 
 void CapitalView::presentOverview()
@@ -362,8 +368,13 @@ void CapitalView::presentDividends()
 /// Never a part of the figures where the whole does not verify.
 void CapitalView::showUnavailable(const QString& why)
 {
+    showInstead(text("unavailable"), why);
+}
+
+void CapitalView::showInstead(const QString& what, const QString& why)
+{
     auto* place = m_places.at(tab());
-    static_cast<EmptyState*>(place->widget(1))->setTexts(text("unavailable"), why);
+    static_cast<EmptyState*>(place->widget(1))->setTexts(what, why);
     place->setCurrentIndex(1);
 }
 

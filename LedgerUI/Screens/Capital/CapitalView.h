@@ -40,6 +40,7 @@ private:
     void presentTabs();
     void presentCurrencies();
     void present();
+    void presentTab();
     void presentOverview();
     void presentContributions();
     void presentContribution();
@@ -50,6 +51,7 @@ private:
     void showEntry(const QString& id);
     void showContents();
     void showUnavailable(const QString& why);
+    void showInstead(const QString& what, const QString& why);
     void goTo(const CapitalPlace& place);
     template <class Contents>
     Contents* addPlace(CapitalModuleTab tab);

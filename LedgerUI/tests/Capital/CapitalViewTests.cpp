@@ -252,6 +252,25 @@ TEST(CapitalView, ShowsTheUnavailableStateInsteadOfAPartOfTheFigures)
     EXPECT_FALSE(page.screen.shows("ownersTable"));
 }
 
+TEST(CapitalView, SaysThatTheRecordsAreNotForAnAdministratorToSee)
+{
+    CapitalSample sample{capitalGround()};
+    sample.books().currentMember.role = "admin";
+    sample.books().currentMember.permissions.reset();
+    sample.books().capital.reset(); // the service sends neither to who may not see it
+    sample.books().dividends.reset();
+    Page page{sample};
+    for (const auto* tab : {"overview", "contributions", "dividends"}) {
+        EXPECT_TRUE(page.screen.says("Capital and dividends are not visible to you")) << tab;
+        for (const auto* untrue : {"Historical contributions have not been entered", "Nothing was recorded",
+                                   "No allocations and no advances"})
+            EXPECT_FALSE(page.screen.says(untrue)) << tab << ": " << untrue;
+        for (const auto* button : {"contributeButton", "allocateButton", "participantsButton"})
+            EXPECT_FALSE(page.screen.shows(button)) << tab;
+        page.screen.keys("Ctrl+Tab");
+    }
+}
+
 TEST(CapitalView, BeginsInACompanyWithoutAccounts)
 {
     auto sample = withoutAccounts();
