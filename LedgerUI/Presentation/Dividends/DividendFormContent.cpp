@@ -235,6 +235,15 @@ QString previewOf(const DividendCommand& command, const Ground& ground)
     return command.action == Action::apply ? ground.word("preview.apply", {money, name}) : QString{};
 }
 
+/// What is said of newer records: the participants and their ratios are looked at where these stand in the form.
+QString changedOf(const Ground& ground)
+{
+    const auto& action = ground.form.route.action;
+    const bool hasRatios =
+        action == Action::allocate || action == Action::setParticipant || action == Action::fillFromOwnership;
+    return hasRatios ? ground.word("dividend.changed") : refusalText(DividendRefusal::staleRevision, ground.locale);
+}
+
 bool keepsDay(std::string_view action)
 {
     return action != Action::setParticipant && action != Action::fillFromOwnership;
@@ -256,6 +265,6 @@ RecordFormContent DividendForms::content(const DividendSubmission& submission, c
         {.ready = ready ? std::optional{*std::move(ready)} : std::nullopt,
          .previewOf = previewOf,
          .keepsDay = keepsDay(form.route.action),
-         .changed = ground.word("dividend.changed")});
+         .changed = changedOf(ground)});
     return content;
 }

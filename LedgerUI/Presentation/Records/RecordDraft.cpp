@@ -1,8 +1,11 @@
 #include "LedgerUI/Presentation/Records/RecordDraft.h"
 
+#include <array>
+
 #include <QStringList>
 
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
@@ -28,6 +31,14 @@ QString RecordProblem<Refusal>::message(std::string_view locale) const
 
 template struct RecordProblem<CapitalRefusal>;
 template struct RecordProblem<DividendRefusal>;
+
+const APIError* RecordDrafts::conflictIn(const std::optional<Failure>& refusal)
+{
+    constexpr std::array codes{ServiceCode::capitalRevisionConflict, ServiceCode::capitalBaselineConflict,
+                               ServiceCode::dividendRevisionConflict};
+    const auto* answer = refusal ? std::get_if<APIError>(&*refusal) : nullptr;
+    return answer && std::ranges::find(codes, answer->code) != codes.end() ? answer : nullptr;
+}
 
 std::string RecordDrafts::typedFor(const TypedTexts& texts, const std::string& personID)
 {

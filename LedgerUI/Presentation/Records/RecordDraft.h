@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "LedgerCore/Client/Errors/Failure.h"
 #include "LedgerCore/Domain/Money/MoneyError.h"
 #include "LedgerCore/Domain/Records/Member.h"
 #include "LedgerUI/Presentation/Forms/AmountTyping.h"
@@ -62,6 +63,9 @@ struct RecordDraft {
 
 /// What the forms over a section do alike.
 namespace RecordDrafts {
+
+/// The service's answer that the records have changed since the form read them; null for every other failure.
+const APIError* conflictIn(const std::optional<Failure>& refusal);
 
 template <class Record>
 const Record* find(const std::vector<Record>& records, std::string_view id)

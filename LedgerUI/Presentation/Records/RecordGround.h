@@ -131,7 +131,7 @@ void addNewest(RecordFormContent& content, const RecordGround<Form>& ground)
 }
 
 /// What a content says beside its fields: what the command does that would be sent, or that was; the day on which it is
-/// recorded, where it has one of its own; and that the records have changed.
+/// recorded, where it has one of its own; and that the records have changed, which the service says in its own words.
 template <class Form, class Command>
 struct Sentences {
     std::optional<Command> ready = {}; // what would be sent now
@@ -157,7 +157,8 @@ void complete(RecordFormContent& content, const Submission<Form, Command>& submi
         content.notice = ground.word("amountDropped");
     addNewest(content, ground);
     if (form.needsReload && !isSettled) {
-        content.conflict = sentences.changed;
+        const auto* told = RecordDrafts::conflictIn(submission.refusal());
+        content.conflict = told ? qString(told->friendlyMessage(ground.locale)) : sentences.changed;
         content.reload = ground.word("reload");
         content.whyNotConfirm = content.conflict;
     }

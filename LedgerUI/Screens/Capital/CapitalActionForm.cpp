@@ -1,6 +1,5 @@
 #include "LedgerUI/Screens/Capital/CapitalActionForm.h"
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
 #include "LedgerUI/Screens/Records/RecordActionFormSending.h"
 #include "LedgerUI/Screens/Records/RecordActionFormShowing.h"
@@ -16,13 +15,6 @@ CapitalForm CapitalSection::reloaded(Form form, const LedgerSnapshot& snapshot, 
 QString CapitalSection::whyNot(const Form& form, const LedgerSnapshot& snapshot, std::string_view locale)
 {
     return CapitalActions::whyNot(form.route.action, snapshot, locale);
-}
-
-bool CapitalSection::isConflict(const Failure& failure)
-{
-    const auto* error = std::get_if<APIError>(&failure);
-    return error &&
-           (error->code == ServiceCode::capitalRevisionConflict || error->code == ServiceCode::capitalBaselineConflict);
 }
 
 bool CapitalSection::hasTable(const Route& route)

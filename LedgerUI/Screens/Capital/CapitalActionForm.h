@@ -11,7 +11,6 @@ struct CapitalSection : CapitalForms {
 
     static Form reloaded(Form form, const LedgerSnapshot& snapshot, std::string_view today, std::string_view locale);
     static QString whyNot(const Form& form, const LedgerSnapshot& snapshot, std::string_view locale);
-    static bool isConflict(const Failure& failure);
     static constexpr auto submit = &LedgerStore::submitCapital;
     static bool hasTable(const Route& route);
     /// Whether the action books an entry that receipts can be on.

@@ -2,7 +2,6 @@
 
 #include <QPushButton>
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
 #include "LedgerUI/Presentation/Records/CapitalFormWords.h"
@@ -26,12 +25,6 @@ DividendForm DividendSection::reloaded(Form form, const LedgerSnapshot& snapshot
 QString DividendSection::whyNot(const Form& form, const LedgerSnapshot& snapshot, std::string_view locale)
 {
     return DividendActions::whyNot(form.route.action, snapshot, locale);
-}
-
-bool DividendSection::isConflict(const Failure& failure)
-{
-    const auto* error = std::get_if<APIError>(&failure);
-    return error && error->code == ServiceCode::dividendRevisionConflict;
 }
 
 bool DividendSection::hasTable(const Route& route)

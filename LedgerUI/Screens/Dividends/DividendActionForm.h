@@ -13,7 +13,6 @@ struct DividendSection : DividendForms {
                        std::string_view locale);
     static Form reloaded(Form form, const LedgerSnapshot& snapshot, std::string_view today, std::string_view locale);
     static QString whyNot(const Form& form, const LedgerSnapshot& snapshot, std::string_view locale);
-    static bool isConflict(const Failure& failure);
     static constexpr auto submit = &LedgerStore::submitDividend;
     static bool hasTable(const Route& route);
     /// Whether the action books an entry that receipts can be on.

@@ -122,7 +122,7 @@ void RecordActionForm<Section>::finish(const Result<void>& reply)
     m_submission.fail(reply.error());
     if (!isElsewhere())
         takeSnapshot();
-    if (Section::isConflict(reply.error()) && m_submission.isEditing()) {
+    if (RecordDrafts::conflictIn(m_submission.refusal()) && m_submission.isEditing()) {
         auto changed = form();
         changed.needsReload = true;
         m_submission.adopt(std::move(changed));

@@ -90,10 +90,11 @@ void RecordActionForm<Section>::present()
     m_reload->setText(content.reload);
     m_reload->setVisible(!content.reload.isEmpty() && whyNot.isEmpty() && !isElsewhere());
     const bool isEditing = m_submission.isEditing();
+    const bool isTold = RecordDrafts::conflictIn(m_submission.refusal()); // by the content, with what can be done
     if (m_receipts)
         m_receipts->setLocked(!isEditing);
     presentStanding({.stage = m_submission.stage(),
-                     .refusal = content.conflict.isEmpty() ? m_submission.refusal() : std::optional<Failure>{},
+                     .refusal = isTold ? std::nullopt : m_submission.refusal(),
                      .note = noteOf(content),
                      .confirm = content.confirm,
                      .draftWords = m_receipts ? &EntryWords::words() : nullptr, // they speak of the receipts

@@ -160,7 +160,7 @@ TEST(CapitalFormStanding, SendsACommandOfUnknownOutcomeToNoOtherCompany)
 /// Somebody else has changed the dividends: it is said, what was typed stays, and it goes on with the newest records.
 TEST(CapitalFormStanding, KeepsADividendThroughAConflictAndAReloadThatFails)
 {
-    constexpr auto conflict = "The information has been updated by another action.";
+    constexpr auto conflict = "Dividend records have changed. Refresh and check the amounts before trying again.";
     CapitalPageUnderTest page;
     page.openDividends();
     page.screen.press("allocateButton");
@@ -196,6 +196,45 @@ TEST(CapitalFormStanding, KeepsADividendThroughAConflictAndAReloadThatFails)
     EXPECT_EQ(sent[1].amountMinor, 100'000);
     EXPECT_EQ(sent[1].expectedRevision, newer.books().dividends->revision);
     EXPECT_NE(sent[1].idempotencyKey, sent[0].idempotencyKey);
+}
+
+/// The baseline was superseded meanwhile: the service's own words, and the way to the newest one.
+TEST(CapitalFormStanding, TellsAConflictOfBaselinesAsTheServiceDoes)
+{
+    constexpr auto conflict = "The historical contribution range overlaps recorded contributions, or its version has "
+                              "changed.";
+    CapitalPageUnderTest page;
+    page.screen.keys("Ctrl+Tab");
+    page.screen.press("supersedeButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.fill("recordRow0", "7");
+    page.server.replace("POST v1/capital/commands", ServerReply::error(409, "capital_baseline_conflict"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText(conflict);
+    EXPECT_FALSE(page.screen.says("Capital records have changed."));
+    EXPECT_FALSE(page.screen.offers("recordConfirm"));
+    page.screen.press("recordReload");
+    page.screen.waitUntil("the newest are there", [&] { return !page.screen.says(conflict); });
+    EXPECT_EQ(page.screen.read("recordRow0"), "7");
+}
+
+/// What the service refused is still said when the records change beside it.
+TEST(CapitalFormStanding, KeepsARefusalOverNewerRecords)
+{
+    constexpr auto refusal = "The amount exceeds unpaid dividends or the remaining advance.";
+    CapitalPageUnderTest page;
+    page.openDividends();
+    page.screen.press("payButton");
+    page.screen.waitForFocus("recordForm");
+    page.server.replace("POST v1/dividends/commands", ServerReply::error(422, "dividend_overpayment"));
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitForText(refusal);
+    auto newer = capitalSample();
+    newer.participant("A fourth", "0");
+    refreshTo(page, newer);
+    page.screen.waitForText("Dividend records have changed.");
+    EXPECT_TRUE(page.screen.says(refusal));
+    EXPECT_TRUE(page.screen.offers("recordReload"));
 }
 
 TEST(CapitalFormStanding, SaysThatTheCurrencyTookTheAmountWithIt)

@@ -4,9 +4,7 @@
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Records/CapitalFormWords.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
-#include "LedgerUI/Presentation/Text/Words.h"
 #include "Tests/EndToEnd/Stage/CapitalClerk.h"
 #include "Tests/EndToEnd/Stage/CapitalCompany.h"
 #include "Tests/EndToEnd/Stage/Colleague.h"
@@ -38,7 +36,7 @@ std::vector<std::string> typedIn(const Stage& stage, const Fields& fields)
 void sendOverNewer(Stage& stage, const QString& title, const Fields& fields)
 {
     auto& screen = stage.screen;
-    const auto changed = wordIn(english, capitalFormWords(), "dividend.changed").toStdString();
+    const auto changed = refusalText(DividendRefusal::staleRevision, english).toStdString();
     const auto typed = typedIn(stage, fields);
     stage.teller.step(title, [&] {
         screen.keys("Ctrl+Return");

@@ -256,6 +256,33 @@ TEST(DividendForm, NeverUndoesWhatAnotherOwnerChangedMeanwhile)
     EXPECT_EQ(shared.leftOut, (std::set<std::string>{sample.books().dividends->participants.back().id}));
 }
 
+/// Participants and ratios are spoken of where they stand in the form; the service's own answer goes before that.
+TEST(DividendForm, SaysWhatToCheckInNewerRecords)
+{
+    const auto sample = capitalSample();
+    const auto said = [&](std::string_view action, bool isRefused) {
+        auto form = opened({.action = std::string{action}, .participantID = "d2", .batchID = "d4"}, sample);
+        DividendSubmission submission{form};
+        if (isRefused) {
+            submission.send({});
+            submission.fail(Failure{APIError{.status = 409, .code = "dividend_revision_conflict", .message = {}}});
+        }
+        form.needsReload = true;
+        submission.adopt(form);
+        return DividendForms::content(submission, form, sample.books(), today, english).conflict.toStdString();
+    };
+    constexpr auto ratios = "The information has been updated by another action. Load the latest participants and "
+                            "ratios, then review them before saving.";
+    constexpr auto amounts = "Dividend records have changed. Refresh and check the amounts before trying again.";
+    for (const auto action :
+         {DividendAction::allocate, DividendAction::setParticipant, DividendAction::fillFromOwnership}) {
+        EXPECT_EQ(said(action, false), ratios) << action;
+        EXPECT_EQ(said(action, true), amounts) << action;
+    }
+    for (const auto action : {DividendAction::pay, DividendAction::reverse, DividendAction::cancelBatch})
+        EXPECT_EQ(said(action, false), amounts) << action;
+}
+
 TEST(DividendForm, PaysAnAdvanceInACurrencyThatAnAccountHolds)
 {
     const auto sample = capitalSample();
