@@ -121,12 +121,26 @@ void followRest(DividendForm& form, const DividendState& before, const LedgerSna
         form.amount = Money::formatDigits(*rest, form.currency, locale);
 }
 
+/// The currencies in which dividends can be paid.
+std::vector<std::string> payable(const LedgerSnapshot& snapshot)
+{
+    return RecordFormParts::currenciesOf(DividendAccess::accounts(snapshot, std::nullopt));
+}
+
 /// The one that was wanted while it can be paid in, else the first that can.
 void chooseCurrency(DividendForm& form, const LedgerSnapshot& snapshot)
 {
-    const auto offered = RecordFormParts::currenciesOf(DividendAccess::accounts(snapshot, std::nullopt));
+    const auto offered = payable(snapshot);
     if (!offered.empty())
         form.currency = CapitalCurrencies::chosen(offered, form.currency);
+}
+
+/// Nothing takes its place: the amount was meant in it.
+void dropCurrencyUnlessPayable(DividendForm& form, const LedgerSnapshot& snapshot)
+{
+    const auto offered = payable(snapshot);
+    if (std::ranges::find(offered, form.currency) == offered.end())
+        form.currency.clear();
 }
 
 }
@@ -160,6 +174,8 @@ DividendForm DividendForms::initialize(DividendForm form, const LedgerSnapshot& 
             form.participantID = advance->participantID;
         if (form.route.action == Action::advance)
             chooseCurrency(form, snapshot);
+    } else if (form.route.action == Action::advance) {
+        dropCurrencyUnlessPayable(form, snapshot);
     }
     const bool keeps = preserveDraft == PreserveDraft::yes;
     if (form.route.action == Action::setParticipant && (isFirst || !keeps))

@@ -46,6 +46,15 @@ Made checked(DividendCommands::Built built)
     return RecordDrafts::checked<DividendCommand>(std::move(built), partOf);
 }
 
+/// Why the amount that is typed cannot be read; nothing while its currency is to be chosen first.
+std::optional<DividendProblem> unreadableAmount(const DividendForm& form, std::string_view locale)
+{
+    if (form.amount.empty() || form.currency.empty())
+        return std::nullopt;
+    const auto amount = Money::parse(form.amount, form.currency, locale);
+    return amount ? std::nullopt : std::optional{DividendProblem{.part = RecordPart::amount, .money = amount.error()}};
+}
+
 /// What is missing or cannot be read, before the rules are asked.
 Problems missing(const DividendForm& form, std::string_view locale)
 {
@@ -63,12 +72,12 @@ Problems missing(const DividendForm& form, std::string_view locale)
         need(RecordPart::advance, form.advanceID, DividendRefusal::advanceUnavailable);
     if (DividendForms::movesMoney(action))
         need(RecordPart::account, form.accountID, std::nullopt);
-    const auto amount = Money::parse(form.amount, form.currency, locale);
-    if (!amount)
-        problems.push_back(
-            {.part = RecordPart::amount,
-             .refusal = form.amount.empty() ? std::optional{DividendRefusal::amountNotPositive} : std::nullopt,
-             .money = form.amount.empty() ? std::nullopt : std::optional{amount.error()}});
+    if (action == Action::advance)
+        need(RecordPart::currency, form.currency, DividendRefusal::currencyUnsupported);
+    if (auto problem = unreadableAmount(form, locale))
+        problems.push_back(*std::move(problem));
+    else
+        need(RecordPart::amount, form.amount, DividendRefusal::amountNotPositive);
     if (action != Action::allocate)
         return problems;
     for (const auto* each : DividendForms::people(form)) {
@@ -156,12 +165,12 @@ DividendForm DividendForms::leftAmount(DividendForm form, const std::string& per
             return form;
         return RecordDrafts::judgedAmount(std::move(form), DividendProblem{.personID = personID, .isNoShare = true});
     }
+    if (auto problem = unreadableAmount(form, locale))
+        return RecordDrafts::judgedAmount(std::move(form), *std::move(problem));
     const auto amount = Money::parse(form.amount, form.currency, locale);
-    if (form.amount.empty() || (amount && *amount > 0))
+    if (!amount || *amount > 0)
         return form;
-    return RecordDrafts::judgedAmount(std::move(form),
-                                      amount ? DividendProblem{.refusal = DividendRefusal::amountNotPositive}
-                                             : DividendProblem{.money = amount.error()});
+    return RecordDrafts::judgedAmount(std::move(form), DividendProblem{.refusal = DividendRefusal::amountNotPositive});
 }
 
 DividendForm DividendForms::refusedPaste(DividendForm form, PasteRefusal refusal, std::string personID)
@@ -193,6 +202,7 @@ DividendForm DividendForms::restored(const DividendCommand& command, const Ledge
         form.participantID = *command.participantID;
     form.batchID = text(command.batchID);
     form.advanceID = text(command.advanceID);
+    form.currency = currency;
     form.accountID = text(command.accountID);
     form.note = text(command.note);
     form.period = text(command.period);

@@ -81,9 +81,15 @@ RecordField RecordFormParts::currency(const QString& label, const std::vector<st
                                       std::string_view chosen, std::string_view locale)
 {
     std::vector<RecordChoice> choices;
-    choices.reserve(codes.size());
-    for (const auto& code : codes)
-        choices.push_back({code, qString(code) + QStringLiteral("  ") + qString(EntryWords::currency(code, locale))});
+    choices.reserve(codes.size() + 1);
+    const auto add = [&](std::string_view code) {
+        choices.push_back(
+            {std::string{code}, qString(code) + QStringLiteral("  ") + qString(EntryWords::currency(code, locale))});
+    };
+    std::ranges::for_each(codes, add);
+    // What was sent stays in sight where it could no longer be chosen.
+    if (!chosen.empty() && std::ranges::find(codes, chosen) == codes.end())
+        add(chosen);
     return choice(RecordPart::currency, label, std::move(choices), chosen, {});
 }
 

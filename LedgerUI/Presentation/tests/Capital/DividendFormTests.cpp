@@ -294,6 +294,37 @@ TEST(DividendForm, PaysAnAdvanceInACurrencyThatAnAccountHolds)
     EXPECT_EQ(open("USD").currency, "USD");
 }
 
+/// An advance that was sent in dollars stays one in dollars, also where none can be paid any more.
+TEST(DividendForm, PutsNoOtherCurrencyBehindAnAmountThatWasSent)
+{
+    auto sample = capitalSample();
+    auto form = DividendForms::opened(
+        {.action = std::string{DividendAction::advance}, .participantID = "d2", .currency = "USD"}, sample.books(),
+        english);
+    form = typed(form, sample, RecordPart::account, "Operating bank");
+    const auto sent = command(typed(form, sample, RecordPart::amount, "600"), sample);
+    ASSERT_TRUE(sent);
+    for (auto& account : sample.books().accounts)
+        std::erase(account.currencies, "USD");
+
+    form = DividendForms::restored(*sent, sample.books(), english);
+    EXPECT_EQ(form.currency, "USD");
+    EXPECT_EQ(form.amount, "600");
+    const auto content = contentOf(form, sample);
+    const auto currency = std::ranges::find(content.fields, RecordPart::currency, &RecordField::part);
+    EXPECT_EQ(currency->chosen, "USD");
+    EXPECT_TRUE(RecordDrafts::find(currency->choices, "USD")) << "it is in sight";
+    EXPECT_FALSE(command(form, sample)) << "no account pays it";
+
+    form = DividendForms::reloadLatest(form, sample.books(), english);
+    EXPECT_EQ(form.currency, "") << "to be chosen by a person";
+    EXPECT_EQ(DividendForms::leftAmount(form, {}, english).problems, form.problems) << "nothing is wrong with it yet";
+    const auto refused = command(form, sample);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().front().part, RecordPart::account);
+    EXPECT_EQ(refused.error().back().part, RecordPart::currency);
+}
+
 TEST(DividendForm, OffersAdvancesOfTheParticipantAlone)
 {
     auto sample = capitalSample();
