@@ -68,6 +68,16 @@ RecordField accountField(std::string_view label, const Ground& ground)
     return field;
 }
 
+/// Whether the rest of the advance, not that of the line, is what the amount may come to.
+bool isBoundByAdvance(const Ground& ground, std::int64_t most)
+{
+    const auto& form = ground.form;
+    if (form.route.action != Action::apply)
+        return form.route.action == Action::returnAdvance;
+    const auto book = bookOf(ground);
+    return book && book->line(form.batchID, form.participantID).unpaidMinor > most;
+}
+
 /// The amount, with its limit as soon as it is typed past it.
 RecordField amountField(const Ground& ground)
 {
@@ -77,7 +87,7 @@ RecordField amountField(const Ground& ground)
     const auto most = DividendForms::capturedLimit(form, ground.snapshot);
     const auto typed = Money::parse(form.amount, form.currency, ground.locale);
     if (most && typed && *typed > *most)
-        field.message = ground.word(form.route.action == Action::returnAdvance ? "limit.advance" : "limit.payable",
+        field.message = ground.word(isBoundByAdvance(ground, *most) ? "limit.advance" : "limit.payable",
                                     {ground.money(*most, form.currency)});
     return field;
 }

@@ -153,8 +153,16 @@ TEST(DividendForm, BoundsAnOffsetByLineAndAdvance)
     EXPECT_EQ(form.advanceID, "d7") << "the only one of which something is left";
     EXPECT_EQ(DividendForms::limit(form, sample.books()), 800'000'000) << "8 of the advance, 12 of the line";
     EXPECT_TRUE(command(typed(form, sample, RecordPart::amount, "8,000,000"), sample));
-    EXPECT_FALSE(command(typed(form, sample, RecordPart::amount, "8,000,000.01"), sample));
+    const auto tooMuch = typed(form, sample, RecordPart::amount, "8,000,000.01");
+    EXPECT_FALSE(command(tooMuch, sample));
     EXPECT_FALSE(command(typed(form, sample, RecordPart::amount, "0"), sample));
+    const auto said = [&] {
+        const auto content = contentOf(DividendForms::reloadLatest(tooMuch, sample.books(), english), sample);
+        return std::ranges::find(content.fields, RecordPart::amount, &RecordField::part)->message.toStdString();
+    };
+    EXPECT_EQ(said(), "At most IDR\u00a08,000,000 is left.") << "of the advance";
+    sample.pay("2026-11-20", "d4", "d2", "5,000,000", "Operating bank");
+    EXPECT_EQ(said(), "At most IDR\u00a07,000,000 is payable.") << "of the line";
 }
 
 TEST(DividendForm, DropsWhatCanNoLongerBeChosen)
