@@ -7,9 +7,11 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QComboBox>
+#include <QDialog>
 #include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QStyleOptionFrame>
 #include <QTest>
 #include <QToolButton>
@@ -17,6 +19,7 @@
 
 #include "LedgerUI/Components/Buttons/CardButton.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 
 namespace {
 
@@ -165,6 +168,21 @@ std::vector<std::string> auditTabOrder(QWidget& root)
             missed.push_back(nameOf(*each));
     }
     return missed;
+}
+
+std::vector<std::string> auditReturn(QWidget& root)
+{
+    std::vector<std::string> unsaid;
+    if (!qobject_cast<const QDialog*>(&root))
+        return unsaid;
+    QObject watching;
+    for (auto* each : root.findChildren<QPushButton*>()) {
+        if (!each->hasFocus() && each->toolTip() != KeyBindings::shown(Command::pressFocused))
+            QObject::connect(each, &QPushButton::pressed, &watching,
+                             [&unsaid, each] { unsaid.push_back(nameOf(*each)); });
+    }
+    QTest::keyClick(&root, Qt::Key_Return); // where it comes when the field in focus leaves it
+    return unsaid;
 }
 
 std::vector<std::string> tabOrder(QWidget& first)

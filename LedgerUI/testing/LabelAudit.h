@@ -17,5 +17,8 @@ std::vector<std::string> auditControls(QWidget& root);
 /// The controls below `root` that can be used now and that Tab should visit but does not.
 std::vector<std::string> auditTabOrder(QWidget& root);
 
+/// The buttons of the dialog `root` that Return presses from elsewhere without saying so in their tool tip.
+std::vector<std::string> auditReturn(QWidget& root);
+
 /// The object names that presses of Tab visit from `first` on, until they come round.
 std::vector<std::string> tabOrder(QWidget& first);

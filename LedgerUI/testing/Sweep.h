@@ -21,8 +21,9 @@ inline void PrintTo(const SweptScreen& each, std::ostream* out)
     *out << each.name;
 }
 
-/// Every screen in every language in the smallest window: nothing is cut, every control has a name and a role, and Tab
-/// comes by all of them. Each family of screens is swept by a file of its own, with SWEEP.
+/// Every screen in every language in the smallest window: nothing is cut, every control has a name and a role, Tab
+/// comes by all of them, and Return presses none that does not have the focus. Each family of screens is swept by a
+/// file of its own, with SWEEP.
 class Sweep : public testing::TestWithParam<std::tuple<SweptScreen, std::string>> {};
 
 #define SWEEP(family, screens)                                                                                         \

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
@@ -215,6 +216,13 @@ void FormDialog::changeEvent(QEvent* event)
     if (event->type() == QEvent::LanguageChange)
         retranslate();
     QDialog::changeEvent(event);
+}
+
+void FormDialog::keyPressEvent(QKeyEvent* event)
+{
+    // The base would press the button that it takes for the default one, whatever has the focus.
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        QDialog::keyPressEvent(event);
 }
 
 void FormDialog::showEvent(QShowEvent* event)

@@ -13,8 +13,8 @@ class QScrollArea;
 enum class Command;
 
 /// The frame of every form: a body that scrolls when it must, a banner above it, and a foot with Cancel and the one
-/// action. Ctrl+Return confirms, Return presses the button in focus; Esc, Cancel and the close button ask first when
-/// the draft has changed.
+/// action. Ctrl+Return confirms, Return presses the button in focus and no other; Esc, Cancel and the close button ask
+/// first when the draft has changed.
 class FormDialog : public QDialog {
     Q_OBJECT
 public:
@@ -68,6 +68,7 @@ protected:
     /// and gives the height back that it took, but never what a person gave it by hand.
     void fitWindow(Fit fit);
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void showEvent(QShowEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -101,12 +101,14 @@ QWidget* CategoryEditor::buildFoot()
     foot->setObjectName(QStringLiteral("detailFoot"));
     m_archive = new QPushButton(foot);
     m_archive->setObjectName(QStringLiteral("categoryArchive"));
+    m_archive->setAutoDefault(false);
     m_cancel = new QPushButton(foot);
     m_cancel->setObjectName(QStringLiteral("categoryCancel"));
     m_cancel->setAutoDefault(false);
     m_cancel->hide();
     m_save = new PrimaryButton(foot);
     m_save->setObjectName(QStringLiteral("categorySave"));
+    m_save->setAutoDefault(false);
     auto* row = new QHBoxLayout(foot);
     row->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
     row->addWidget(m_archive);

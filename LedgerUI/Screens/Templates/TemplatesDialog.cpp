@@ -98,6 +98,7 @@ void TemplatesDialog::buildLayout()
     m_hint->setWordWrap(true);
     m_recordButton = new PrimaryButton(this);
     m_recordButton->setObjectName(QStringLiteral("templateRecord"));
+    m_recordButton->setAutoDefault(false);
     m_skip = button("templateSkip");
     m_undo = button("templateUndo");
     m_change = button("templateChange");

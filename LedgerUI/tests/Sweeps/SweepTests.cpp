@@ -261,6 +261,7 @@ TEST_P(Sweep, FindsNothingCutNamelessOrOutOfReach)
     EXPECT_EQ(auditControls(top), std::vector<std::string>{});
     EXPECT_EQ(auditTabOrder(top), std::vector<std::string>{});
     EXPECT_NE(under.screen.focus(), "nothing");
+    EXPECT_EQ(auditReturn(top), std::vector<std::string>{});
 }
 
 SWEEP(Screens, shown);
