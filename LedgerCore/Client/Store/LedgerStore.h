@@ -109,6 +109,8 @@ public:
     /// What is kept there beside the books. Each begins to be looked after when it is first asked for.
     [[nodiscard]] EntryTemplates& templates();
     [[nodiscard]] EntryDrafts& drafts();
+    /// Says it in `errorMessage`; what was cancelled is not worth a word.
+    void publish(const Failure& failure);
     /// Clears `errorMessage` and `noticeMessage`.
     void dismissMessages();
     /// Gives up what a person waits for; it ends as `Cancelled`.
@@ -122,9 +124,9 @@ public:
     QCoro::Task<Result<void>> refresh(bool publishError);
     /// Does nothing while another operation runs.
     QCoro::Task<Result<void>> refreshFromUser();
-    /// Reloads without `isBusy`; without a message too where `publishError` is false, except that of a session that
-    /// ended. Does nothing while an operation runs and gives way to one that begins.
-    QCoro::Task<Result<void>> refreshQuietly(bool publishError = false);
+    /// Reloads without `isBusy` and without a message, except that of a session that ended. Does nothing while an
+    /// operation runs and gives way to one that begins.
+    QCoro::Task<Result<void>> refreshQuietly();
     /// Signs in with the kept session, once per process.
     QCoro::Task<Result<void>> restoreSession();
     /// Signs out at once and succeeds even when the service cannot be told.
@@ -210,7 +212,6 @@ private:
     void awaitReview(PendingCompanyRegistration pending);
     void holdApplication(PendingCompanyRegistration pending);
     void clearMemory();
-    void publish(const Failure& failure);
     void noteStale(bool isStale) { assign(m_isStale, isStale, &LedgerStore::isStaleChanged); }
     Result<void> adopt(Result<LoadedSnapshot> loaded);
     [[nodiscard]] HeldBooks heldBooks() const;

@@ -25,7 +25,7 @@ QCoro::Task<Result<void>> LedgerStore::refreshFromUser()
     co_return outcome;
 }
 
-QCoro::Task<Result<void>> LedgerStore::refreshQuietly(bool publishError)
+QCoro::Task<Result<void>> LedgerStore::refreshQuietly()
 {
     requireMainThread();
     if (m_isBusy || m_quietRun != 0)
@@ -47,7 +47,7 @@ QCoro::Task<Result<void>> LedgerStore::refreshQuietly(bool publishError)
         auto clearing = clearExpiredSession(adopted.error());
         co_await clearing;
     }
-    if (self && (publishError || isExpired))
+    if (self && isExpired)
         publish(adopted.error());
     co_return adopted;
 }

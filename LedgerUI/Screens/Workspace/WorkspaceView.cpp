@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QCoro/QCoroTask>
+#include <QDialog>
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QShortcut>
@@ -100,11 +101,22 @@ void WorkspaceView::leaveFor(WorkspacePage page, std::function<void()> proceed)
 
 void WorkspaceView::refreshOnReturn()
 {
-    // The status bar, too, tells a failure, and offers to try again.
-    QCoro::connect(m_store.refreshQuietly(true), this, [this](const Result<void>& refreshed) {
+    QCoro::connect(m_store.refreshQuietly(), this, [this, wasStale = m_store.isStale()](const Result<void>& refreshed) {
         if (refreshed)
             readInvitations();
+        else if (!wasStale)
+            tellOutage(refreshed.error());
     });
+}
+
+void WorkspaceView::tellOutage(const Failure& failure)
+{
+    if (!m_store.isStale())
+        return;
+    const auto* const above = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (!above)
+        return m_store.publish(failure);
+    connect(above, &QDialog::finished, this, [this, failure] { tellOutage(failure); }, Qt::QueuedConnection);
 }
 
 void WorkspaceView::readInvitations()

@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "LedgerCore/Client/Errors/Failure.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 
 class BusyBar;
@@ -60,6 +61,9 @@ private:
     void presentContext();
     void refresh();
     void readInvitations();
+    /// The books could not be read anew, for the first time since they last were: said once no dialog is in use, unless
+    /// they have been read by then. What the status bar says, and offers, does not wait.
+    void tellOutage(const Failure& failure);
     void movePane(Step step);
     [[nodiscard]] PageView* currentPage() const;
     [[nodiscard]] std::optional<WorkspacePage> shownPage() const;

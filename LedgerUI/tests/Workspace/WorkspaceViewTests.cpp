@@ -84,6 +84,18 @@ protected:
         std::ignore = resultOf(under.store.refresh(true));
     }
 
+    /// A person comes back to the program once the last reading is over, and this one is answered by `reply`.
+    void comeBackTo(ServerReply reply)
+    {
+        const auto readings = [this] { return under.server.requests("GET v1/snapshot").size(); };
+        const auto before = readings();
+        under.server.replace("GET v1/snapshot", std::move(reply));
+        waitUntil([&] {
+            under.window.findChild<WorkspaceView*>()->refreshOnReturn();
+            return readings() > before;
+        });
+    }
+
     WindowUnderTest under{threePages()};
     ScreenDriver& screen = under.screen;
 };
@@ -208,6 +220,40 @@ TEST_F(Workspace, RefreshesQuietlyOnReturnAndSaysWhatFails)
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
     EXPECT_EQ(under.server.requests("GET v1/snapshot").size(), 1U);
+
+    comeBackTo(ServerReply::dropped());
+    comeBackTo(ServerReply::json(employeeBooks().json()));
+    waitUntil([this] { return !under.store.isStale(); });
+    settle();
+    EXPECT_FALSE(screen.shows("alertDialog")) << "once in each outage";
+    comeBackTo(ServerReply::dropped());
+    screen.waitFor("alertDialog");
+}
+
+TEST_F(Workspace, TellsOfAnOutageOnceNoDialogIsInUse)
+{
+    under.signIn(employeeBooks());
+    const auto loseTheService = [this] {
+        screen.keys("F1");
+        screen.waitFor("keysDialog");
+        comeBackTo(ServerReply::dropped());
+        waitUntil([this] { return under.store.isStale(); });
+        settle();
+    };
+    loseTheService();
+    EXPECT_FALSE(screen.shows("alertDialog"));
+    screen.keys("Esc");
+    screen.waitFor("alertDialog");
+    screen.keys("Esc");
+    comeBackTo(ServerReply::json(employeeBooks().json()));
+    waitUntil([this] { return !under.store.isStale(); });
+
+    loseTheService();
+    comeBackTo(ServerReply::json(employeeBooks().json()));
+    waitUntil([this] { return !under.store.isStale(); });
+    screen.keys("Esc");
+    settle();
+    EXPECT_FALSE(screen.shows("alertDialog")) << "it is over";
 }
 
 TEST_F(Workspace, TellsHowManyEntriesAreVisibleAndWhatThePageSays)
