@@ -196,11 +196,13 @@ QCoro::Task<Result<std::string>> LedgerStore::sendCreation(APIRequest request)
     auto reply = co_await sent;
     if (!reply)
         co_return std::unexpected(reply.error());
+    auto tag = reply->tag();
     auto reading = BooksReply::read<CategoryCreationResponse>(std::move(*reply), created);
     auto decoded = co_await reading;
     if (!decoded)
         co_return std::unexpected(decoded.error());
-    replaceSnapshot({.fresh = releasedByWorker<LedgerSnapshot>(std::move(decoded->snapshot)), .held = {}});
+    replaceSnapshot(
+        {.fresh = releasedByWorker<LedgerSnapshot>(std::move(decoded->snapshot)), .held = {}, .tag = std::move(tag)});
     co_return std::move(decoded->createdCategoryID);
 }
 

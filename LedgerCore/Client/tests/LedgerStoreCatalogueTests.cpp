@@ -369,6 +369,19 @@ TEST(LedgerStoreTemplates, AreOfferedByServicesThatTagTheirSnapshots)
     EXPECT_FALSE(test.store.keepsMoreThanBooks());
 }
 
+TEST(LedgerStoreTemplates, AreStillOfferedOnceACategoryWasMade)
+{
+    StoreUnderTest test;
+    signInTagged(test);
+    test.server.replace("POST v1/categories", {.body = R"({"createdCategoryID":"c9","snapshot":)" + books.json() + "}",
+                                               .headers = {"ETag: \"2\""}});
+    ASSERT_EQ(resultOf(test.store.createCategory({})), "c9");
+    EXPECT_TRUE(test.store.keepsMoreThanBooks());
+    test.server.replace("GET v1/snapshot", ServerReply::json(books.json()));
+    EXPECT_TRUE(resultOf(test.store.refresh(true)));
+    EXPECT_EQ(test.server.requests("GET v1/snapshot").back().header("if-none-match"), "\"2\"");
+}
+
 TEST(LedgerStoreTemplates, AreLoadedBesideWhatAPersonDoes)
 {
     StoreUnderTest test;
