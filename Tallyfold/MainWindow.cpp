@@ -98,7 +98,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         quitWarning({.awaitsChange = m_store.awaitsChange(),
                      .hasUnconfirmed = m_store.hasUnconfirmed(),
                      .hasUnsavedChanges = UnsavedChanges::count(*this) > 0 || CommandForm::countWaiting(*this) > 0 ||
-                                          m_store.drafts().wouldLose()},
+                                          m_store.drafts().wouldLose() || m_store.wouldLoseUntried()},
                     InterfaceLanguage::tag());
     if (!warning) {
         QMainWindow::closeEvent(event);

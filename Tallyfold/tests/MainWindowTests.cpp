@@ -57,6 +57,15 @@ protected:
         screen.waitFor("signInView");
     }
 
+    void turnAnEntryAway()
+    {
+        screen.waitFor("newEntry");
+        screen.keys("Ctrl+N");
+        screen.fill("entryAmount", "12.5");
+        screen.keys("Tab Space");
+        endTheSession();
+    }
+
     StoreUnderTest service;
     PageRegistry pages = twoPages();
     MainWindow window{service.store, new RootView{service.store, pages}};
@@ -111,6 +120,23 @@ TEST_F(Window, AsksBeforeItTakesUnsavedChangesAlong)
 
 TEST_F(Window, AsksBeforeAnEntryGoesThatWasTurnedAwayWithTheSession)
 {
+    service.signIn(books());
+    turnAnEntryAway();
+    EXPECT_TRUE(screen.says("What was not finished is kept in this window."));
+    EXPECT_FALSE(window.close());
+    screen.waitForText("What you entered will not be saved.");
+    screen.press("questionCancel");
+
+    service.signIn(books());
+    screen.waitFor("transactionForm");
+    service.server.replace(post, ServerReply::json(R"({"id":"e1"})"));
+    screen.keys("Ctrl+Return");
+    screen.waitUntilGone("transactionForm");
+    EXPECT_TRUE(window.close()) << "nothing is left to be lost";
+}
+
+TEST_F(Window, AsksTheSameWhereTheServiceWasToKeepTheEntry)
+{
     const auto tagged = [](std::string body) {
         return ServerReply{.body = std::move(body), .headers = {"ETag: \"1\""}};
     };
@@ -118,11 +144,7 @@ TEST_F(Window, AsksBeforeAnEntryGoesThatWasTurnedAwayWithTheSession)
     service.server.replace("POST v1/auth/login", tagged(books().signInJson()));
     service.server.replace("GET v1/snapshot", tagged(books().json()));
     ASSERT_TRUE(resultOf(service.store.login("m1@example.com", "secret")).has_value());
-    screen.waitFor("newEntry");
-    screen.keys("Ctrl+N");
-    screen.fill("entryAmount", "12.5");
-    screen.keys("Tab Space");
-    endTheSession();
+    turnAnEntryAway();
     EXPECT_FALSE(window.close());
     screen.waitForText("What you entered will not be saved.");
     screen.press("questionConfirm");

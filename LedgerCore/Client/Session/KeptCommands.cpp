@@ -35,6 +35,15 @@ bool KeptCommands::hasUnconfirmed() const
            });
 }
 
+bool KeptCommands::hasUntried(const std::function<bool(const KeptEntry&)>& isSafe) const
+{
+    return std::ranges::any_of(m_entries,
+                               [&](const KeptEntry& each) { return !each.outcomeUnknown && !isSafe(each); }) ||
+           std::ranges::any_of(m_sections, [](const auto& each) {
+               return !std::ranges::all_of(each.second, &KeptSectionCommand::outcomeUnknown);
+           });
+}
+
 KeptRequests KeptCommands::requests(const MemberIdentity& member) const
 {
     KeptRequests requests;

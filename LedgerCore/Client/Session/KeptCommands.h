@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -81,6 +82,9 @@ public:
     /// Whether anything of anybody may have been recorded or carried out without a confirmation; reversals do not
     /// count.
     [[nodiscard]] bool hasUnconfirmed() const;
+
+    /// Whether there is anything of anybody that was not tried, but for entries that `isSafe`.
+    [[nodiscard]] bool hasUntried(const std::function<bool(const KeptEntry&)>& isSafe) const;
 
     [[nodiscard]] KeptRequests requests(const MemberIdentity& member) const;
 

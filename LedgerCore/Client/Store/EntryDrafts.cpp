@@ -333,6 +333,13 @@ bool EntryDrafts::wouldLose() const
     });
 }
 
+bool EntryDrafts::isSafe(const MemberIdentity& whose, const std::string& key) const
+{
+    const auto found = m_shelves.find(whose);
+    return found != m_shelves.end() && !found->second.isRefused &&
+           (found->second.known.contains(key) || found->second.wishes.contains(key));
+}
+
 QCoro::Task<void> EntryDrafts::flush()
 {
     tell();

@@ -56,6 +56,9 @@ public:
     /// it was not told of somebody who is signed out, or could not be told.
     [[nodiscard]] bool wouldLose() const;
 
+    /// Whether the service keeps the draft of this key, or is about to be told of it.
+    [[nodiscard]] bool isSafe(const MemberIdentity& whose, const std::string& key) const;
+
     /// Tells the service at once what it does not know yet.
     void hasten() { tell(); }
     /// The same, and ends when it has been tried. The store must outlive it.

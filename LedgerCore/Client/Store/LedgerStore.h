@@ -90,8 +90,12 @@ public:
     void forgetSectionCommand(const std::string& idempotencyKey);
     /// All that is kept of the signed-in member in the open company.
     [[nodiscard]] KeptRequests keptRequests() const;
+    /// All that is kept of this one.
+    [[nodiscard]] KeptRequests keptRequests(const MemberIdentity& member) const { return m_kept.requests(member); }
     /// Whether anything of anybody may have been recorded without a confirmation.
     [[nodiscard]] bool hasUnconfirmed() const { return m_kept.hasUnconfirmed(); }
+    /// Whether the program's end would lose something of anybody that was not tried because a session had ended.
+    [[nodiscard]] bool wouldLoseUntried();
     /// Who is signed in, and where; nobody without a snapshot.
     [[nodiscard]] std::optional<MemberIdentity> signedIn() const;
 

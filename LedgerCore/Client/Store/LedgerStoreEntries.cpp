@@ -6,6 +6,7 @@
 #include "LedgerCore/Client/Errors/ImportStopped.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
+#include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
@@ -64,6 +65,13 @@ void LedgerStore::forgetEntry(const std::string& idempotencyKey)
         return;
     m_kept.forgetEntry(*member, idempotencyKey);
     Q_EMIT keptChanged();
+}
+
+bool LedgerStore::wouldLoseUntried()
+{
+    return m_kept.hasUntried([this](const KeptEntry& each) {
+        return drafts().isSafe({each.endpoint, each.companyID, each.memberID}, each.input.idempotencyKey);
+    });
 }
 
 KeptRequests LedgerStore::keptRequests() const

@@ -50,6 +50,13 @@ std::size_t CommandForm::countWaiting(QWidget& part)
     return static_cast<std::size_t>(std::ranges::count_if(forms, &CommandForm::m_isAside));
 }
 
+bool CommandForm::waitsFor(const MemberIdentity& member, QWidget& part)
+{
+    return std::ranges::any_of(windowBehind(&part)->findChildren<CommandForm*>(), [&](const CommandForm* each) { //
+        return each->m_isAside && each->m_whose == member;
+    });
+}
+
 void CommandForm::followSession()
 {
     if (m_store.snapshot() && !m_isAside && isElsewhere())

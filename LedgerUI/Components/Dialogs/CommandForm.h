@@ -22,6 +22,8 @@ class CommandForm : public FormDialog {
 public:
     /// How many forms wait for their member over the window of `part`.
     static std::size_t countWaiting(QWidget& part);
+    /// Whether one of them waits for this member.
+    static bool waitsFor(const MemberIdentity& member, QWidget& part);
 
 Q_SIGNALS:
     /// It is seen no more until its member is back.

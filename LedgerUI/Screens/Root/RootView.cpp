@@ -89,13 +89,12 @@ void RootView::presentScreen()
 {
     if (const auto snapshot = m_store.snapshot()) {
         m_start.email = snapshot->currentMember.email;
-        if (m_workspace && m_company == snapshot->company.id)
+        if (m_workspace && m_start.member && m_start.member->companyID == snapshot->company.id)
             return;
         // Nothing of one company is seen in another: neither a search nor a place in a list.
         retire(*this, m_workspace);
         retire(*this, m_signIn);
         m_start.wait = SignInWait::signOut;
-        m_company = snapshot->company.id;
         openWorkspace();
     } else {
         if (m_signIn)
@@ -109,9 +108,9 @@ void RootView::presentScreen()
 void RootView::openWorkspace()
 {
     const auto member = m_store.signedIn();
-    if (m_member != member)
+    if (m_start.member != member)
         retire(*this, m_asideWorkspace);
-    m_member = member;
+    m_start.member = member;
     m_workspace = std::exchange(m_asideWorkspace, nullptr);
     if (!m_workspace) {
         m_workspace = new WorkspaceView(m_store, m_registry, this);

@@ -1,13 +1,9 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QStackedWidget>
 
-#include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Presentation/SignIn/SignInState.h"
 
@@ -43,12 +39,10 @@ private:
 
     LedgerStore& m_store;
     const PageRegistry& m_registry;
-    SignInStart m_start;
+    SignInStart m_start; // for the next sign-in
     SignInView* m_signIn = nullptr;
     WorkspaceView* m_workspace = nullptr;
-    WorkspaceView* m_asideWorkspace = nullptr; // waits for `m_member`
-    std::string m_company;                     // whose workspace it is
-    std::optional<MemberIdentity> m_member;    // who was signed in last
+    WorkspaceView* m_asideWorkspace = nullptr; // waits for the member who was signed in last
     QElapsedTimer m_away;                      // since the program was left for another
     /// What the open alert says; it stays until somebody has closed it, whatever the store publishes meanwhile.
     struct Message {

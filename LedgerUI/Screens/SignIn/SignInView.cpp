@@ -44,7 +44,7 @@ constexpr int leastMargin = 20; // below the panel in a low window
 }
 
 SignInView::SignInView(LedgerStore& store, const SignInStart& start, QWidget* parent)
-    : QWidget{parent}, m_store{store}, m_lastEmail{qString(start.email)},
+    : QWidget{parent}, m_store{store}, m_last{start.member}, m_lastEmail{qString(start.email)},
       m_wait{store.isBusy() ? start.wait : SignInWait::nothing}
 {
     setObjectName(QStringLiteral("signInView"));
@@ -268,8 +268,8 @@ void SignInView::presentMode()
 
 bool SignInView::isAwaited()
 {
-    return !m_lastEmail.isEmpty() &&
-           (CommandForm::countWaiting(*this) > 0 || UnsavedChanges::count(*this) > 0 || m_store.hasUnconfirmed());
+    return m_last && (CommandForm::waitsFor(*m_last, *this) || UnsavedChanges::count(*this) > 0 ||
+                      m_store.keptRequests(*m_last).count() > 0);
 }
 
 void SignInView::presentBanner()

@@ -58,7 +58,8 @@ private:
     void setTabOrders();
 
     LedgerStore& m_store;
-    QString m_lastEmail; // of whoever was signed in last
+    std::optional<MemberIdentity> m_last; // who was signed in last
+    QString m_lastEmail;                  // theirs
     QComboBox* m_language = nullptr;
     SignInAside* m_aside = nullptr;
     QWidget* m_panel = nullptr;

@@ -165,6 +165,25 @@ TEST(AtTheEndOfTheSession, ACapitalFormWaitsForNobodyElse)
     EXPECT_EQ(command->note, "Fifth round");
 }
 
+TEST(AtTheEndOfTheSession, NobodyElseIsToldThatSomethingWaits)
+{
+    const auto isTold = [](EndOfSession& under) {
+        return under.screen.says("What was not finished is kept in this window.");
+    };
+    EndOfSession under;
+    forms[0].open(under);
+    under.screen.waitFor(forms[0].form);
+    under.screen.fill(forms[0].field, forms[0].typed);
+    TransactionInput untried;
+    untried.idempotencyKey = "untried";
+    under.store.keepEntry(untried, false);
+    under.end();
+    EXPECT_TRUE(isTold(under));
+    under.letSomebodyElseIn();
+    under.end();
+    EXPECT_FALSE(isTold(under));
+}
+
 TEST(AtTheEndOfTheSession, ChangesOfAPageWaitUntilSomebodyElseSignsIn)
 {
     const auto takeARight = [](EndOfSession& under) {
