@@ -20,6 +20,7 @@
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Screens/Company/BookkeepingSetupView.h"
 #include "LedgerUI/Screens/Company/SettingRow.h"
@@ -314,10 +315,19 @@ void FinancialSettingsView::recordOpening()
 void FinancialSettingsView::importEntries()
 {
     auto* dialog = new ImportDialog(store(), window());
-    connect(dialog, &ImportDialog::imported, this, [this](const std::vector<std::string>& ids) {
-        Q_EMIT done(countedIn(InterfaceLanguage::tag(), importWords(), "done", ids.size()));
-    });
+    connect(dialog, &ImportDialog::imported, this, [this](const std::vector<std::string>& ids) { m_imported = ids; });
+    connect(dialog, &QDialog::finished, this, &FinancialSettingsView::showImported);
     dialog->open();
+}
+
+/// Only now: leaving this page for the ledger may ask something, and the dialog had more to tell.
+void FinancialSettingsView::showImported()
+{
+    const auto ids = std::exchange(m_imported, {});
+    if (ids.empty() || !store().snapshot())
+        return;
+    Q_EMIT linkPressed({.page = WorkspacePage::ledger, .action = PageAction::chooseEntries, .subjects = ids});
+    Q_EMIT done(countedIn(InterfaceLanguage::tag(), importWords(), "done", ids.size()));
 }
 
 void FinancialSettingsView::save()

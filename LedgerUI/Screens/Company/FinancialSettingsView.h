@@ -41,6 +41,7 @@ private:
     void setUp();
     void recordOpening();
     void importEntries();
+    void showImported();
     void save();
     void send();
     void finish(const Result<void>& reply);
@@ -50,6 +51,7 @@ private:
     FinancialSettingsText::Openings m_openings;
     SwitchesForm m_saved; // as the switches stood when the draft began
     SwitchesSubmission m_submission;
+    std::vector<std::string> m_imported; // by the dialog that is open; the ledger is to show them
     QWidget* m_column = nullptr;
     Banner* m_banner = nullptr;
     QPushButton* m_reload = nullptr;

@@ -25,7 +25,7 @@ public:
     void reject() override;
 
 Q_SIGNALS:
-    /// Entries were recorded; the first and the last of them.
+    /// These entries were recorded, all of the file or those before it stopped.
     void imported(const std::vector<std::string>& entryIDs);
 
 protected:

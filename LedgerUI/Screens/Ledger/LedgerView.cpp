@@ -202,6 +202,8 @@ void LedgerView::follow(const PageLink& link)
         m_page->focusContent();
     } else if (link.action == PageAction::showEntry) {
         showEntry(link.subject);
+    } else if (link.action == PageAction::chooseEntries) {
+        m_guide->goTo(link.subjects, LedgerGuide::Shows::always);
     } else if (link.action == PageAction::showAccount) {
         // All that is on the account, whatever was looked for here before.
         LedgerFilter filter{.period = Period::allTime()};

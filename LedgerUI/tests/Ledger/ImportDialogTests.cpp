@@ -1,5 +1,6 @@
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -16,6 +17,8 @@
 
 #include "LedgerCore/Client/testing/BusyWorkers.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
+#include "LedgerUI/Screens/Company/CompanyView.h"
+#include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
@@ -42,7 +45,8 @@ const std::string goodRows = "2026-01-02,Income,Bank,IDR,250000,Sales,January,,,
                              "2026-01-04,Transfer,Bank,IDR,100000,,,Savings,,\r\n";
 
 struct ImportUnderTest : WindowUnderTest {
-    explicit ImportUnderTest(const SnapshotBuilder& shown = books()) : WindowUnderTest{ledgerPage()}
+    explicit ImportUnderTest(const SnapshotBuilder& shown = books(), const PageRegistry& pages = ledgerPage())
+        : WindowUnderTest{pages}
     {
         openDemonstration(shown);
         screen.waitFor("importLedgerButton");
@@ -103,6 +107,44 @@ TEST(ImportDialog, ShowsWhatAFileWouldRecordAndRecordsItInOrder)
     under.screen.keys("Esc");
     under.screen.waitUntilGone("importDialog");
     under.screen.waitForText("3 records imported successfully.");
+}
+
+TEST(ImportDialog, LeadsFromTheCompanyPageToWhatItRecorded)
+{
+    const std::string rows = "2026-01-02,Income,Bank,IDR,250000,Sales,January,,,\r\n"
+                             "2026-01-04,Income,Bank,IDR,50000,Sales,,,,\r\n";
+    const auto plan = LedgerImportCSV::plan(LedgerImportCSV::templateText() + rows, books().build());
+    ASSERT_EQ(plan.inputs.size(), 2U);
+    std::vector<std::string> ids;
+    auto after = books();
+    for (const auto& input : plan.inputs) {
+        ids.push_back(input.idempotencyKey);
+        after.income(input.idempotencyKey, input.date, "Bank", "IDR", 25'000'000, "sales");
+    }
+    auto pages = ledgerPage();
+    pages.add<CompanyView>(WorkspacePage::company);
+    ImportUnderTest under{books(), pages};
+    under.server.replace("GET v1/invites", ServerReply::json(R"({"invitations":[]})"));
+    auto& ledger = under.screen.find<LedgerView>("ledgerView");
+    Q_EMIT ledger.linkPressed({.page = WorkspacePage::company, .action = PageAction::setStartDate});
+    under.screen.press("importHistory");
+    under.screen.waitForFocus("importDialog");
+    under.choose(rows);
+    under.screen.waitForText("2 records are ready to import");
+    under.server.replace("POST v1/transactions", ServerReply::json(R"({"id":"t"})"));
+    under.server.replace("GET v1/snapshot", ServerReply::json(after.json()));
+    under.start();
+    under.screen.waitForText("2 records imported successfully.");
+    EXPECT_FALSE(under.screen.shows("ledgerView")) << "what the dialog says is read first";
+    under.screen.keys("Esc");
+    under.screen.waitFor("ledgerView");
+    auto& table = under.screen.find<LedgerTable>("ledgerTable");
+    under.screen.waitUntil("they are chosen", [&] { return table.selectedIDs().size() == 2; });
+    auto chosen = table.selectedIDs();
+    std::ranges::sort(chosen);
+    std::ranges::sort(ids);
+    EXPECT_EQ(chosen, ids);
+    EXPECT_EQ(under.screen.read("statusSaid"), "2 records imported successfully.");
 }
 
 TEST(ImportDialog, NamesEveryIssueAndSendsNothing)

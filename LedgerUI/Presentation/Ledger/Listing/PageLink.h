@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerFilter.h"
 #include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
@@ -12,6 +13,7 @@ struct PageLink {
     std::string action = {};  // an id that the page knows, one of `PageAction`; empty only to open the page
     std::string subject = {}; // the id of what the action is about; empty where it is about nothing
     std::optional<LedgerFilter> entries = {}; // which ones are to be shown
+    std::vector<std::string> subjects = {};   // where it is about several
 
     bool operator==(const PageLink&) const = default;
 };
@@ -20,6 +22,7 @@ struct PageLink {
 namespace PageAction {
 inline constexpr const char* showAccount = "showAccount";       // ledger: the entries of one account; accounts: itself
 inline constexpr const char* showEntries = "showEntries";       // ledger: the entries that pass a filter
+inline constexpr const char* chooseEntries = "chooseEntries";   // ledger: several entries, shown and chosen
 inline constexpr const char* newAccount = "newAccount";         // accounts: opens the form of a new one
 inline constexpr const char* openingBalance = "openingBalance"; // accounts: the next opening balance to be recorded
 inline constexpr const char* setStartDate = "setStartDate";     // company: the day on which the books start
