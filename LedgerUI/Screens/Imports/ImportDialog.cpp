@@ -1,7 +1,5 @@
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 
-#include <array>
-#include <chrono>
 #include <span>
 
 #include <QApplication>
@@ -10,9 +8,7 @@
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QPointer>
-#include <QProgressBar>
 #include <QPushButton>
-#include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -32,7 +28,8 @@
 #include "LedgerUI/Presentation/Text/FileWords.h"
 #include "LedgerUI/Presentation/Text/SavingText.h"
 #include "LedgerUI/Screens/Imports/ImportFileCard.h"
-#include "LedgerUI/Theme/Icon.h"
+#include "LedgerUI/Screens/Imports/ImportGuide.h"
+#include "LedgerUI/Screens/Imports/ImportProgress.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -42,9 +39,6 @@ constexpr int entriesHeight = 230;
 constexpr int effectsHeight = 130;
 constexpr int issuesHeight = 220;
 constexpr int stretchedColumn = 3; // of issues and of entries
-constexpr int barHeight = 8;
-constexpr std::chrono::milliseconds glance{50}; // between two states of the progress: a row takes about one
-constexpr std::array guideKeys{"guide.entry", "guide.transfer", "guide.exchange", "guide.opening", "guide.start"};
 
 QString text(std::string_view key)
 {
@@ -54,16 +48,6 @@ QString text(std::string_view key)
 QString counted(std::string_view key, std::size_t count)
 {
     return countedIn(InterfaceLanguage::tag(), importWords(), key, count);
-}
-
-QPushButton* link(const char* name, const char* glyph, QWidget* parent)
-{
-    auto* button = new QPushButton(parent);
-    button->setObjectName(QString::fromLatin1(name));
-    button->setProperty("kind", QStringLiteral("link"));
-    button->setIcon(Icon::of(QString::fromLatin1(glyph), Token::accent));
-    button->setAutoDefault(false);
-    return button;
 }
 
 std::optional<std::filesystem::path> fileIn(const QMimeData& data)
@@ -83,18 +67,14 @@ ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{st
     cancelButton().setObjectName(QStringLiteral("importClose"));
     setAcceptDrops(true);
     buildBody();
-    m_glance = new QTimer(this);
-    m_glance->setSingleShot(true);
-    m_glance->setInterval(glance);
-    connect(m_glance, &QTimer::timeout, this, &ImportDialog::presentProgress);
     connect(&m_file->button(), &QPushButton::clicked, this, &ImportDialog::askForFile);
-    connect(m_copyIssues, &QPushButton::clicked, this,
+    connect(m_guide, &ImportGuide::copyWanted, this,
             [this] { QApplication::clipboard()->setText(LedgerImport::issuesText(*m_reading, locale())); });
-    connect(m_saveIssues, &QPushButton::clicked, this, [this] {
+    connect(m_guide, &ImportGuide::issuesWanted, this, [this] {
         const auto name = qString(m_reading->path.stem().string()) + QStringLiteral("-issues.csv");
         saveFile(name, [reading = m_reading, locale = locale()] { return LedgerImport::issuesFile(*reading, locale); });
     });
-    connect(m_template, &QPushButton::clicked, this, [this] {
+    connect(m_guide, &ImportGuide::templateWanted, this, [this] {
         saveFile(qString(LedgerImportCSV::templateName) + QStringLiteral(".csv"), LedgerImportCSV::templateText);
     });
     connect(m_table, &PlainTable::chosen, this, &ImportDialog::presentIssue);
@@ -115,6 +95,8 @@ void ImportDialog::buildBody()
     m_effectsTitle = new TextLabel(TypeStep::small, Token::text2, body);
     m_effects = new PlainTable(0, body);
     m_effects->setObjectName(QStringLiteral("importEffects"));
+    m_progress = new ImportProgress(body);
+    m_guide = new ImportGuide(body);
     auto* rows = new QVBoxLayout(body);
     rows->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::step4);
     rows->setSpacing(Space::step2);
@@ -124,64 +106,12 @@ void ImportDialog::buildBody()
     rows->addWidget(m_issue);
     rows->addWidget(m_effectsTitle);
     rows->addWidget(m_effects);
-    rows->addWidget(buildProgress(body));
-    rows->addWidget(buildGuide(body));
+    rows->addWidget(m_progress);
+    rows->addWidget(m_guide);
     rows->addStretch(1);
     setBody(body, bodyWidth);
     m_limits = new TextLabel(TypeStep::small, Token::text2, this);
     setFootPart(m_limits);
-}
-
-QWidget* ImportDialog::buildGuide(QWidget* parent)
-{
-    m_guide = new QWidget(parent);
-    m_guideTitle = new TextLabel(TypeStep::body, Token::text, m_guide);
-    m_guideTitle->setBold(true);
-    m_copyIssues = link("importCopyIssues", "copy", m_guide);
-    m_saveIssues = link("importSaveIssues", "download", m_guide);
-    m_template = link("importTemplate", "download", m_guide);
-    auto* head = new QHBoxLayout;
-    head->setSpacing(Space::step2);
-    head->addWidget(m_guideTitle);
-    head->addStretch(1);
-    for (auto* each : {m_copyIssues, m_saveIssues, m_template})
-        head->addWidget(each);
-    auto* rows = new QVBoxLayout(m_guide);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(Space::step1);
-    rows->addLayout(head);
-    for (std::size_t at = 0; at < guideKeys.size(); ++at) {
-        auto* line = new TextLabel(TypeStep::small, Token::text2, m_guide);
-        line->setWordWrap(true);
-        m_guideLines.push_back(line);
-        rows->addWidget(line);
-    }
-    return m_guide;
-}
-
-QWidget* ImportDialog::buildProgress(QWidget* parent)
-{
-    m_progress = new QWidget(parent);
-    m_progressText = new TextLabel(TypeStep::body, Token::text, m_progress);
-    m_progressText->setObjectName(QStringLiteral("importProgress"));
-    m_progressShare = new TextLabel(TypeStep::body, Token::text2, m_progress);
-    m_progressShare->setMinimumWidth(m_progressShare->fontMetrics().horizontalAdvance(QStringLiteral("100 %")) + 1);
-    m_progressShare->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    m_bar = new QProgressBar(m_progress);
-    m_bar->setTextVisible(false);
-    m_bar->setFixedHeight(barHeight);
-    m_progressHint = new TextLabel(TypeStep::small, Token::text2, m_progress);
-    m_progressHint->setWordWrap(true);
-    auto* head = new QHBoxLayout;
-    head->addWidget(m_progressText, 1);
-    head->addWidget(m_progressShare);
-    auto* rows = new QVBoxLayout(m_progress);
-    rows->setContentsMargins(0, Space::step2, 0, 0);
-    rows->setSpacing(Space::step2);
-    rows->addLayout(head);
-    rows->addWidget(m_bar);
-    rows->addWidget(m_progressHint);
-    return m_progress;
 }
 
 void ImportDialog::present()
@@ -198,12 +128,10 @@ void ImportDialog::present()
     cancelButton().setEnabled(!m_isStopping);
     presentFile();
     presentFindings();
-    presentProgress();
+    m_progress->setVisible(isImporting);
+    if (isImporting)
+        m_progress->present(m_confirmed, m_reading->plan.inputs.size());
     m_guide->setVisible(!isImporting);
-    m_guideTitle->setText(text("guide"));
-    for (std::size_t at = 0; at < guideKeys.size(); ++at)
-        m_guideLines[at]->setText(text(guideKeys[at]));
-    m_template->setText(text("template"));
     m_limits->setText(text("limits"));
 }
 
@@ -247,13 +175,9 @@ void ImportDialog::presentFindings()
     m_effects->setVisible(isReady && !m_reading->effects.empty());
     m_effectsTitle->setVisible(isReady && !m_reading->effects.empty());
     m_effectsTitle->setText(text("effectList"));
-    m_copyIssues->setVisible(hasIssues);
-    m_copyIssues->setText(text("copyIssues"));
-    m_saveIssues->setVisible(hasIssues && LedgerImport::hasRows(*m_reading));
-    m_saveIssues->setText(text("saveIssues"));
-    for (auto* line : m_guideLines)
-        line->setVisible(!isReady && m_stage != Stage::done);
-    m_guideTitle->setVisible(!isReady && m_stage != Stage::done);
+    m_guide->present({.howTo = !isReady && m_stage != Stage::done,
+                      .copiesIssues = hasIssues,
+                      .savesIssues = hasIssues && LedgerImport::hasRows(*m_reading)});
     m_table->setAccessibleName(text(hasIssues ? "issueList" : "entryList"));
     m_table->setFixedHeight(std::min(m_table->wholeHeight(), hasIssues ? issuesHeight : entriesHeight));
     presentIssue();
@@ -270,21 +194,6 @@ void ImportDialog::presentIssue()
     const bool hasIssues = isPlanned() && m_reading->issueCount() > 0;
     m_issue->setText(hasIssues ? LedgerImport::issueText(*m_reading, m_table->chosenID(), locale()) : QString{});
     m_issue->setVisible(!m_issue->text().isEmpty());
-}
-
-void ImportDialog::presentProgress()
-{
-    m_progress->setVisible(m_stage == Stage::importing);
-    if (m_stage != Stage::importing)
-        return;
-    const auto all = m_reading->plan.inputs.size();
-    m_progressText->setText(
-        word(importWords(), "progress", {groupedNumber(m_confirmed, locale()), groupedNumber(all, locale())}));
-    m_progressShare->setText(QStringLiteral("%1 %").arg(m_confirmed * 100 / all));
-    m_bar->setRange(0, static_cast<int>(all));
-    m_bar->setValue(static_cast<int>(m_confirmed));
-    m_bar->setAccessibleName(m_progressText->text());
-    m_progressHint->setText(text("progressHint"));
 }
 
 QWidget& ImportDialog::firstField() const
@@ -399,8 +308,7 @@ void ImportDialog::import()
         if (!self)
             return;
         self->m_confirmed = confirmed;
-        if (!self->m_glance->isActive())
-            self->m_glance->start();
+        self->m_progress->advance(confirmed);
     };
     QCoro::connect(store().importTransactions(m_reading->plan.inputs, progress), this,
                    [this](const Result<void>& outcome) { finish(outcome); });

@@ -7,11 +7,10 @@
 #include "LedgerUI/Presentation/Imports/LedgerImport.h"
 
 class ImportFileCard;
+class ImportGuide;
+class ImportProgress;
 class PlainTable;
 class TextLabel;
-class QProgressBar;
-class QPushButton;
-class QTimer;
 
 /// Brings older entries in from a file: choose it, see what it would record or what is wrong with it, confirm, and
 /// follow the entries being recorded one by one. Deletes itself when it closes; open it with `open()`.
@@ -41,11 +40,8 @@ private:
     [[nodiscard]] QWidget& firstField() const override;
 
     void buildBody();
-    QWidget* buildGuide(QWidget* parent);
-    QWidget* buildProgress(QWidget* parent);
     void presentFile();
     void presentFindings();
-    void presentProgress();
     [[nodiscard]] Note note() const;
     void askForFile();
     void read(const std::filesystem::path& path);
@@ -71,17 +67,7 @@ private:
     TextLabel* m_tableTitle = nullptr;
     TextLabel* m_issue = nullptr; // the chosen issue in full, with what to do about it
     TextLabel* m_effectsTitle = nullptr;
-    QWidget* m_progress = nullptr;
-    TextLabel* m_progressText = nullptr;
-    TextLabel* m_progressShare = nullptr;
-    QProgressBar* m_bar = nullptr;
-    QTimer* m_glance = nullptr; // until the progress is shown once more
-    TextLabel* m_progressHint = nullptr;
-    QWidget* m_guide = nullptr;
-    TextLabel* m_guideTitle = nullptr;
-    std::vector<TextLabel*> m_guideLines;
-    QPushButton* m_copyIssues = nullptr;
-    QPushButton* m_saveIssues = nullptr;
-    QPushButton* m_template = nullptr;
+    ImportProgress* m_progress = nullptr;
+    ImportGuide* m_guide = nullptr;
     TextLabel* m_limits = nullptr;
 };
