@@ -181,6 +181,7 @@ const WordTable& importWords()
          "will not be duplicated."},
         {"stop", "停止", "Hentikan", "Dừng", "Stop"},
         {"stopping", "正在停止…", "Menghentikan…", "Đang dừng…", "Stopping…"},
+        {"again", "继续导入此文件", "Lanjutkan dengan berkas ini", "Tiếp tục với tệp này", "Go on with this file"},
         {"done.one", "已成功导入 1 条记录。", "1 catatan berhasil diimpor.", "Đã nhập thành công 1 bút toán.",
          "1 record imported successfully."},
         {"done.many", "已成功导入 %1 条记录。", "%1 catatan berhasil diimpor.", "Đã nhập thành công %1 bút toán.",

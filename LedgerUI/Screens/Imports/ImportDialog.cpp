@@ -118,11 +118,10 @@ void ImportDialog::present()
 {
     setWindowTitle(text("title"));
     const bool isReady = isPlanned() && m_reading->isReady();
-    presentStanding({.stage = SubmissionStage::editing,
-                     .refusal = {},
-                     .note = note(),
-                     .confirm = isReady ? counted("start", m_reading->plan.inputs.size()) : text("start.many")});
-    setConfirmVisible(isReady);
+    const bool goesOn = m_stage == Stage::stopped;
+    const auto confirm = goesOn ? text("again") : counted("start", isReady ? m_reading->plan.inputs.size() : 0);
+    presentStanding({.stage = SubmissionStage::editing, .refusal = {}, .note = note(), .confirm = confirm});
+    setConfirmVisible(isReady || goesOn);
     const bool isImporting = m_stage == Stage::importing;
     cancelButton().setText(isImporting ? text(m_isStopping ? "stopping" : "stop") : word(dialogWords(), "close"));
     cancelButton().setEnabled(!m_isStopping);
@@ -200,7 +199,8 @@ QWidget& ImportDialog::firstField() const
 {
     if (m_stage == Stage::importing || m_stage == Stage::done)
         return cancelButton();
-    return isPlanned() && m_reading->isReady() ? static_cast<QWidget&>(confirmButton()) : m_file->button();
+    const bool canConfirm = m_stage == Stage::stopped || (isPlanned() && m_reading->isReady());
+    return canConfirm ? static_cast<QWidget&>(confirmButton()) : m_file->button();
 }
 
 /// What a file would do is worked out from the books in force.
@@ -279,8 +279,11 @@ void ImportDialog::saveFile(const QString& suggestion, std::function<std::string
                      suggestion, this, write);
 }
 
+/// After a stop the file is read once more: it may have been mended, and the books tell what is recorded already.
 void ImportDialog::confirm()
 {
+    if (m_stage == Stage::stopped)
+        return read(m_reading->path);
     if (!isPlanned() || !m_reading->isReady())
         return;
     MessageDialog::ask({.title = text("confirm"),

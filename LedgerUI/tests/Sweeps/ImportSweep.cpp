@@ -60,6 +60,17 @@ const std::array shown{
                     under.screen.press("questionConfirm");
                     under.screen.waitFor("importProgress");
                 }},
+    SweptScreen{"ImportStopped", ledgerPage,
+                [](auto& under) {
+                    under.server.answer("POST v1/transactions", ServerReply::json(R"({"id":"t"})"));
+                    under.server.answer("POST v1/transactions", ServerReply::dropped());
+                    choose(under, good);
+                    under.screen.press("importStart");
+                    under.screen.press("questionConfirm");
+                    under.screen.waitUntil("it has stopped", [&under] {
+                        return !under.screen.shows("importTable") && !under.screen.shows("importProgress");
+                    });
+                }},
 };
 
 }
