@@ -194,6 +194,19 @@ void LedgerCommands::fillRecordingMenu(QMenu& menu) const
     m_actions->fill(menu, LedgerActions::recordingMenu());
 }
 
+LedgerDetailPane::Offered LedgerCommands::onChosen() const
+{
+    const auto of = [this](const QList<QString>& ids) {
+        QList<QAction*> actions;
+        for (const auto& id : ids)
+            actions.append((*m_actions)[id]);
+        return actions;
+    };
+    return {.main = of({QStringLiteral("reverse"), QStringLiteral("reverseSeveral")}),
+            .others = of({QStringLiteral("refund"), QStringLiteral("duplicate"), QStringLiteral("share"),
+                          QStringLiteral("exportSelected"), QStringLiteral("printSelected")})};
+}
+
 void LedgerCommands::openEntryMenu(QPoint place)
 {
     auto* menu = menuNamed("entryMenu", m_parts.table);

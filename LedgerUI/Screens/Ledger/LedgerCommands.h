@@ -10,6 +10,7 @@
 #include "LedgerCore/Domain/Records/SharedList.h"
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
+#include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 
 class DayPopover;
 class LedgerBrowser;
@@ -46,6 +47,8 @@ public:
     void presentColumns();
     [[nodiscard]] QAction* operator[](const QString& id) const { return (*m_actions)[id]; }
     void fillRecordingMenu(QMenu& menu) const;
+    /// What the pane beside the table offers of one entry, or of several.
+    [[nodiscard]] LedgerDetailPane::Offered onChosen() const;
     /// The menus of an entry and of the columns, in places of the screen.
     void openEntryMenu(QPoint place);
     void openColumnsMenu(QPoint place);

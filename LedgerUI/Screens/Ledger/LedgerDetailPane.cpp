@@ -1,11 +1,12 @@
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
 
+#include <algorithm>
 #include <utility>
 
+#include <QAction>
 #include <QHBoxLayout>
 #include <QPushButton>
 
-#include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
@@ -34,16 +35,42 @@ LedgerDetailPane::LedgerDetailPane(QWidget* parent)
 {
     m_footRow = new QHBoxLayout(&foot());
     m_footRow->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
+    m_footRow->setSpacing(Space::step1);
     connect(new ReceiptInput(*this), &ReceiptInput::given, this, &LedgerDetailPane::takeFiles);
     retranslate();
 }
 
-void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const ThemeColor& kindColor, bool isBusy)
+void LedgerDetailPane::offer(const Offered& offered)
 {
-    if (!adopt(Entry{.detail = detail, .kindColor = kindColor, .isBusy = isBusy}))
+    for (auto* action : offered.main) {
+        auto* button = new QPushButton(action->icon(), text("reverse"), &foot());
+        button->setIconSize({Space::iconBeforeText, Space::icon});
+        m_main.push_back(button);
+        add(*button, *action);
+    }
+    for (auto* action : offered.others) {
+        auto* button = new IconButton({}, IconButton::Frame::outlined, &foot());
+        button->setIcon(action->icon());
+        add(*button, *action);
+    }
+    m_footRow->addStretch(1);
+}
+
+void LedgerDetailPane::add(QAbstractButton& button, QAction& action)
+{
+    button.setObjectName(action.objectName() + QStringLiteral("Button"));
+    m_actions.push_back(&button);
+    m_footRow->addWidget(&button);
+    connect(&button, &QAbstractButton::clicked, &action, &QAction::trigger);
+    connect(&action, &QAction::changed, &button, [this, &button, &action] { follow(button, action); });
+    follow(button, action);
+}
+
+void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const ThemeColor& kindColor)
+{
+    if (!adopt(Entry{.detail = detail, .kindColor = kindColor}))
         return;
     setHead(entryKindGlyph(detail.kind), kindColor, detail.kindTitle, kindColor);
-    setFoot({});
     auto* body = new LedgerDetailBody;
     for (const auto& amount : detail.amounts) {
         const bool isIncoming = amount.sign == MoneyText::Sign::plus && !detail.isReversed;
@@ -77,29 +104,6 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
         body->addLink(text("detail.record"), text("detail.openRecord"),
                       [this, record = *detail.record] { Q_EMIT recordWanted(record); });
     showBody(body);
-    presentFoot(detail, isBusy);
-}
-
-void LedgerDetailPane::presentFoot(const LedgerEntryDetail& detail, bool isBusy)
-{
-    const auto id = qString(detail.id);
-    std::vector<QWidget*> actions;
-    if (detail.offersReversal) {
-        auto* reverse =
-            new QPushButton(Icon::of(QStringLiteral("arrow-counterclockwise"), Token::text), text("reverse"));
-        reverse->setIconSize({Space::iconBeforeText, Space::icon});
-        reverse->setObjectName(QStringLiteral("reverseButton"));
-        reverse->setEnabled(!isBusy);
-        reverse->setToolTip(isBusy ? text("newEntry.busy") : QString{});
-        connect(reverse, &QPushButton::clicked, this, [this, id] { Q_EMIT reversalWanted(id); });
-        actions.push_back(reverse);
-    }
-    auto* share = new IconButton(QStringLiteral("share"), IconButton::Frame::outlined);
-    share->setObjectName(QStringLiteral("shareButton"));
-    share->setName(word(EntryCopy::words(), "shareReceipt"));
-    connect(share, &QAbstractButton::clicked, this, [this, id] { Q_EMIT sharingWanted(id); });
-    actions.push_back(share);
-    setFoot(actions);
 }
 
 void LedgerDetailPane::addReceipts(LedgerDetailBody& body, const LedgerEntryDetail& detail)
@@ -127,7 +131,6 @@ void LedgerDetailPane::presentSelection(const QString& headline, const std::vect
     if (!adopt(Selection{.headline = headline, .sums = sums}))
         return;
     setHead(QStringLiteral("check2-square"), Token::text2, headline);
-    setFoot({});
     auto* body = new LedgerDetailBody;
     if (!sums.empty())
         body->addTotals(sums, text("totals.net"));
@@ -145,7 +148,6 @@ void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
     if (shown && shown->renew(balances))
         return;
     setHead(QStringLiteral("wallet2"), Token::text2, text("balances"));
-    setFoot({});
     auto* body = new LedgerBalancesBody(balances);
     connect(body, &LedgerBalancesBody::accountWanted, this, &LedgerDetailPane::accountWanted);
     showBody(body);
@@ -154,6 +156,8 @@ void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
 void LedgerDetailPane::retranslate()
 {
     m_shown = {};
+    for (auto* button : m_main)
+        button->setText(text("reverse"));
     setSpoken(text("detail"), text("detail.close"));
 }
 
@@ -169,23 +173,18 @@ void LedgerDetailPane::showBody(LedgerDetailBody* body)
 {
     body->finish();
     setBody(body);
+    auto* before = lastStop();
+    for (auto* button : m_actions) {
+        setTabOrder(before, button);
+        before = button;
+    }
 }
 
-void LedgerDetailPane::setFoot(const std::vector<QWidget*>& actions)
+void LedgerDetailPane::follow(QAbstractButton& button, const QAction& action)
 {
-    while (auto* item = m_footRow->takeAt(0)) {
-        if (item->widget()) {
-            item->widget()->hide();
-            item->widget()->deleteLater();
-        }
-        delete item;
-    }
-    foot().setVisible(!actions.empty());
-    auto* before = lastStop();
-    for (auto* action : actions) {
-        m_footRow->addWidget(action);
-        setTabOrder(before, action);
-        before = action;
-    }
-    m_footRow->addStretch(1);
+    button.setEnabled(action.isEnabled());
+    button.setVisible(action.isVisible());
+    button.setAccessibleName(action.text());
+    button.setToolTip(action.toolTip());
+    foot().setVisible(std::ranges::any_of(m_actions, [](const auto* each) { return !each->isHidden(); }));
 }

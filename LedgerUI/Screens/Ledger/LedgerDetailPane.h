@@ -1,6 +1,9 @@
 #pragma once
 
 #include <variant>
+#include <vector>
+
+#include <QList>
 
 #include "LedgerUI/Components/Table/DetailPane.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
@@ -9,6 +12,8 @@
 #include "LedgerUI/Theme/ThemeColor.h"
 
 class LedgerDetailBody;
+class QAbstractButton;
+class QAction;
 class QHBoxLayout;
 
 /// The pane beside the table: one entry, the sums of several, or with none selected what is on every account.
@@ -17,15 +22,19 @@ class LedgerDetailPane final : public DetailPane {
 public:
     explicit LedgerDetailPane(QWidget* parent = nullptr);
 
+    /// What can be done with what is chosen: its foot shows of these whatever is offered now.
+    struct Offered {
+        QList<QAction*> main; // what undoes entries: in words
+        QList<QAction*> others;
+    };
+    void offer(const Offered& offered);
     /// `kindColor` is what its kind has in these books.
-    void presentEntry(const LedgerEntryDetail& detail, const ThemeColor& kindColor, bool isBusy);
+    void presentEntry(const LedgerEntryDetail& detail, const ThemeColor& kindColor);
     void presentSelection(const QString& headline, const std::vector<MoneyText>& sums);
     void presentBalances(const LedgerBalances& balances);
     void retranslate();
 
 Q_SIGNALS:
-    void reversalWanted(const QString& entryID);
-    void sharingWanted(const QString& entryID);
     void entryWanted(const QString& entryID);
     void recordWanted(const PageLink& record);
     void accountWanted(const QString& accountID);
@@ -37,7 +46,6 @@ private:
     struct Entry {
         LedgerEntryDetail detail;
         ThemeColor kindColor;
-        bool isBusy = false;
 
         bool operator==(const Entry&) const = default;
     };
@@ -52,11 +60,13 @@ private:
     /// Whether the pane has to be built anew, which a step through the ledger seldom asks for.
     bool adopt(Shown wanted);
     void showBody(LedgerDetailBody* body);
-    void setFoot(const std::vector<QWidget*>& actions);
-    void presentFoot(const LedgerEntryDetail& detail, bool isBusy);
+    void add(QAbstractButton& button, QAction& action);
+    void follow(QAbstractButton& button, const QAction& action);
     void addReceipts(LedgerDetailBody& body, const LedgerEntryDetail& detail);
     void takeFiles(const std::vector<ReceiptSource>& sources);
 
     Shown m_shown; // nothing yet, or not in this language
     QHBoxLayout* m_footRow = nullptr;
+    std::vector<QAbstractButton*> m_actions; // in the foot, from the left
+    std::vector<QAbstractButton*> m_main;    // those with words
 };

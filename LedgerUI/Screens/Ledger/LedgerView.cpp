@@ -151,10 +151,7 @@ void LedgerView::bindDetail()
     auto& dialogs = m_commands->dialogs();
     connect(m_detail, &LedgerDetailPane::closeWanted, m_page, &ListDetailPage::closeDetail);
     connect(m_detail, &LedgerDetailPane::left, m_page, &ListDetailPage::leaveDetail);
-    connect(m_detail, &LedgerDetailPane::reversalWanted, &dialogs,
-            [&dialogs](const QString& id) { dialogs.reverse(id.toStdString()); });
-    connect(m_detail, &LedgerDetailPane::sharingWanted, &dialogs,
-            [&dialogs](const QString& id) { dialogs.share(id.toStdString()); });
+    m_detail->offer(m_commands->onChosen());
     connect(m_detail, &LedgerDetailPane::entryWanted, this, [this](const QString& id) { showEntry(id.toStdString()); });
     connect(m_detail, &LedgerDetailPane::receiptWanted, &dialogs,
             [&dialogs](const QString& id, std::size_t at) { dialogs.showReceipt(id.toStdString(), at); });
@@ -277,7 +274,7 @@ void LedgerView::presentDetail()
     if (!listing)
         return;
     if (const auto& one = m_selection.one)
-        m_detail->presentEntry(*one, entryKindColor(one->kind, listing->book->snapshot()), m_store.isBusy());
+        m_detail->presentEntry(*one, entryKindColor(one->kind, listing->book->snapshot()));
     else if (m_selection.entries.empty())
         m_detail->presentBalances(listing->balances);
     else

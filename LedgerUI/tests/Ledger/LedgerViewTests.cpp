@@ -246,10 +246,10 @@ TEST(LedgerView, RefundsWhatAnIncomeStillAllows)
 {
     OpenedLedger page;
     page.find<LedgerTable>("ledgerTable")->choose("e1");
-    EXPECT_FALSE(page.find<QAction>("refund")->isVisible());
+    EXPECT_FALSE(page.person.shows("refundButton"));
     page.view->findChild<LedgerBrowser*>()->setFilter({});
     page.find<LedgerTable>("ledgerTable")->choose("i1");
-    page.find<QAction>("refund")->trigger();
+    page.person.press("refundButton");
     auto* form = page.window.findChild<TransactionForm*>();
     ASSERT_NE(form, nullptr);
     EXPECT_EQ(form->findChild<QLineEdit*>(QStringLiteral("entryAmount"))->text(), QStringLiteral("2,300.00"));
@@ -369,13 +369,16 @@ TEST(LedgerView, ReversesSeveralSelectedTogether)
     OpenedLedger page;
     page.find<LedgerTable>("ledgerTable")->chooseAll({"e1", "e2", "v1"});
     auto* reverse = page.find<QAction>("reverseSeveral");
-    ASSERT_TRUE(reverse->isVisible());
-    EXPECT_EQ(reverse->text(), QStringLiteral("Reverse 3 entries…"));
-    reverse->trigger();
+    EXPECT_EQ(page.person.spoken("reverseSeveralButton"), "Reverse 3 entries…");
+    EXPECT_TRUE(page.person.shows("exportSelectedButton") && page.person.shows("printSelectedButton"));
+    EXPECT_FALSE(page.person.shows("shareButton")) << "that is done with one";
+    page.person.press("reverseSeveralButton");
     EXPECT_TRUE(page.person.says("Reverse 2 entries")) << "a reversal itself is left out";
     page.window.findChild<QDialog*>(QStringLiteral("batchReversalDialog"))->close();
     page.find<LedgerTable>("ledgerTable")->choose("e1");
     EXPECT_FALSE(reverse->isVisible());
+    page.find<QTableView>("ledgerTable")->clearSelection();
+    EXPECT_FALSE(page.person.shows("detailFoot")) << "nothing is chosen that anything could be done with";
 }
 
 TEST(LedgerView, GoesOnWithAReversalThatStoppedAfterHundreds)
@@ -709,14 +712,14 @@ TEST(LedgerView, IsTabbedThroughInReadingOrderWhateverTheDetailShows)
     auto* table = page.find<QTableView>("ledgerTable");
     const auto upToDetail = [&] {
         auto stops = tabOrder(*table);
-        stops.resize(6);
+        stops.resize(7);
         return stops;
     };
     EXPECT_EQ(upToDetail()[3], "balanceAccount");
     table->selectRow(0);
     settle();
     EXPECT_EQ(upToDetail(), (std::vector<std::string>{"ledgerTable", "totalsMore", "detailClose", "addReceiptsButton",
-                                                      "reverseButton", "shareButton"}));
+                                                      "reverseButton", "duplicateButton", "shareButton"}));
 }
 
 TEST(LedgerView, OpensTheDetailOverTheTableWithItsTextsInPlace)
@@ -858,6 +861,10 @@ TEST_P(LedgerViewFits, AndNamesEveryControl)
     page.find<QTableView>("ledgerTable")->selectRow(4);
     settle();
     EXPECT_EQ(auditLabels(*page.view), std::vector<std::string>{});
+    page.find<LedgerTable>("ledgerTable")->chooseAll({"e1", "e2"});
+    settle();
+    EXPECT_EQ(auditLabels(*page.view), std::vector<std::string>{});
+    EXPECT_EQ(auditControls(*page.view), std::vector<std::string>{});
 }
 
 INSTANTIATE_TEST_SUITE_P(Languages, LedgerViewFits,
