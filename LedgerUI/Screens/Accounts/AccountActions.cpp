@@ -64,6 +64,7 @@ std::vector<Action> AccountActions::onAccount(const Chosen& chosen)
                                 {.id = QStringLiteral("editAccount"),
                                  .text = text("edit"),
                                  .glyph = QStringLiteral("pencil"),
+                                 .keys = KeyBindings::keys(Command::editRecord),
                                  .whyNot = busy,
                                  .isOffered = mayChange && !detail->isArchived,
                                  .run = chosen.edit},

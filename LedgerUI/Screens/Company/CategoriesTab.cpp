@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QCoro/QCoroTask>
 #include <QHBoxLayout>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -20,6 +21,7 @@
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Categories/CategoryEditing.h"
 #include "LedgerUI/Screens/Categories/CategoryEditor.h"
 #include "LedgerUI/Screens/Company/PresetDialog.h"
@@ -112,6 +114,8 @@ void CategoriesTab::bind()
     });
     connect(m_table, &PlainTable::chosen, this, [this](const QString& id) { askThenChoose(id.toStdString()); });
     connect(m_table, &RowTable::opened, this, [this] { m_editor->focusNames(); });
+    for (const auto& keys : KeyBindings::keys(Command::editRecord))
+        connect(new QShortcut(keys, this), &QShortcut::activated, m_table, &RowTable::opened);
     connect(m_table, &PlainTable::foldWanted, this,
             [this](const QString& id, bool folds) { fold(id.toStdString(), folds); });
     connect(m_table, &PlainTable::moveWanted, this,

@@ -9,6 +9,7 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPushButton>
+#include <QShortcut>
 #include <QSplitter>
 #include <QStandardItemModel>
 #include <QVBoxLayout>
@@ -25,6 +26,7 @@
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Company/MemberRows.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 #include "LedgerUI/Screens/Company/AccessEditor.h"
 #include "LedgerUI/Screens/Company/GrantMatrixView.h"
@@ -111,6 +113,8 @@ void MembersTab::bind()
 {
     connect(m_table, &PlainTable::chosen, this, [this](const QString& id) { askThenChoose(id.toStdString()); });
     connect(m_table, &RowTable::opened, this, [this] { m_access->matrix().setFocus(Qt::OtherFocusReason); });
+    for (const auto& keys : KeyBindings::keys(Command::editRecord))
+        connect(new QShortcut(keys, this), &QShortcut::activated, m_table, &RowTable::opened);
     connect(m_role, &QComboBox::activated, this, [this](int at) {
         auto draft = m_draft;
         draft.role = m_role->itemData(at).toString().toStdString();

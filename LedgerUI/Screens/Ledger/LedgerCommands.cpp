@@ -120,6 +120,7 @@ std::vector<Action> LedgerCommands::exchanging()
     return {{.id = QStringLiteral("importLedger"),
              .text = word(importWords(), "action"),
              .glyph = QStringLiteral("box-arrow-in-down"),
+             .keys = KeyBindings::keys(Command::importRows),
              .whyNot = busy,
              .isOffered = m_store.canViewCompany() && m_store.canRecord(),
              .run = [this] { m_dialogs->importEntries(); }},

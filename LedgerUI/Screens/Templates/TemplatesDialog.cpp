@@ -8,6 +8,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -25,6 +26,7 @@
 #include "LedgerUI/Presentation/Templates/TemplateText.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Templates/TemplateFormDialog.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -163,6 +165,8 @@ void TemplatesDialog::bind()
             setDay(*day, false);
     });
     connect(m_change, &QPushButton::clicked, this, &TemplatesDialog::changeChosen);
+    for (const auto& keys : KeyBindings::keys(Command::editRecord))
+        connect(new QShortcut(keys, this), &QShortcut::activated, m_change, &QPushButton::click);
     connect(m_remove, &QPushButton::clicked, this, &TemplatesDialog::removeChosen);
     connect(m_new, &QPushButton::clicked, this, [this] {
         const auto record = m_record;

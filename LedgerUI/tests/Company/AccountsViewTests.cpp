@@ -203,7 +203,7 @@ TEST(AccountForm, SendsOnlyChangesAndOnlyWithTheAgreementThatTheyNeed)
 {
     OpenedAccounts under;
     under.screen.pressRow("accountTable", "Rizky float");
-    under.screen.press("accountEdit");
+    under.screen.keys("F2");
     under.screen.waitForFocus("accountFormName");
     under.screen.pick("accountResponsible", "Mira Owner");
     EXPECT_TRUE(under.screen.says("Mira Owner will see everything ever recorded on this account."));

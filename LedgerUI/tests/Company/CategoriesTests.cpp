@@ -48,6 +48,8 @@ TEST(Categories, MoveByKeyboardAndKeepTheChosenOneThroughAConflict)
     under.screen.pressRow("categoryTable", "Water");
     under.screen.keys("Alt+Down"); // it is the last of its group
     EXPECT_EQ(under.server.requests(reorder).size(), 1U);
+    under.screen.keys("F2");
+    EXPECT_EQ(under.screen.focus(), "categoryName.en-US");
 }
 
 TEST(Categories, MoveByTheMouseWithinTheirGroupAlone)

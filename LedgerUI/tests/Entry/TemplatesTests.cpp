@@ -135,7 +135,7 @@ TEST_F(Templates, ChangeAndGoByTheirAuthorAlone)
 {
     under.screen.press("templatesDueShow");
     under.screen.waitFor("templatesDialog");
-    under.screen.press("templateChange");
+    under.screen.keys("F2");
     under.screen.waitForFocus("templateForm");
     under.screen.fill("templateAmount", "");
     under.server.replace("PATCH v1/templates/t1", ServerReply::json(dueTemplates()));

@@ -210,7 +210,7 @@ TEST(ImportDialog, GivesTheRowsBackWithTheirIssuesSoThatTheyCanBeMended)
 TEST(ImportDialog, ReadsAFileThatIsDroppedOnIt)
 {
     ImportUnderTest under;
-    under.screen.press("importLedgerButton");
+    under.screen.keys("Ctrl+I");
     under.screen.waitForFocus("importDialog");
     std::ofstream{under.file(), std::ios::binary} << LedgerImportCSV::templateText() << goodRows;
     auto& dialog = under.screen.find<ImportDialog>("importDialog");
