@@ -4,11 +4,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <variant>
 
 #include <QString>
 
 #include "LedgerCore/Domain/Categories/CategoryRules.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerUI/Presentation/Forms/Submission.h"
 
 /// One category as it is being filled in; without an identifier it is a new one.
 struct CategoryForm {
@@ -34,6 +36,14 @@ struct CategoryForm {
     /// What the category is called in the language of `locale`.
     [[nodiscard]] QString title(std::string_view locale) const;
 };
+
+/// What is sent for a known category.
+struct CategoryChange {
+    std::string id;
+    CategoryUpdate update;
+};
+
+using CategorySubmission = Submission<CategoryForm, std::variant<CategoryCreate, CategoryChange>>;
 
 namespace CategoryText {
 

@@ -2,90 +2,89 @@
 
 #include <algorithm>
 
-#include <QEvent>
-#include <QVBoxLayout>
+#include <QHBoxLayout>
+#include <QPushButton>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Screens/Categories/CategoryEditing.h"
 #include "LedgerUI/Screens/Categories/CategoryEditor.h"
 
 namespace {
 
-constexpr QSize wanted{440, 600};
+constexpr int dialogWidth = 440;
+constexpr int editorHeight = 500; // its fields scroll
 
 }
 
 CategoryDialog::CategoryDialog(LedgerStore& store, const CategoryForm& form, QWidget* parent)
-    : QDialog{parent}, m_store{store}
+    : CommandForm{store, parent}
 {
     setObjectName(QStringLiteral("categoryDialog"));
-    setAttribute(Qt::WA_DeleteOnClose);
-    setWindowModality(Qt::WindowModal);
-    m_editor = new CategoryEditor(this);
-    m_editor->showCancel();
+    buildBody();
     m_editing = new CategoryEditing(store, *m_editor);
-    auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(m_editor);
-    resize(wanted); // its fields scroll
-    connect(m_editor, &CategoryEditor::cancelWanted, this, &CategoryDialog::reject);
+    connect(this, &FormDialog::confirmed, m_editing, &CategoryEditing::save);
+    connect(m_editing, &CategoryEditing::presented, this, &CategoryDialog::presentFrame);
     connect(m_editing, &CategoryEditing::saved, this, [this](const std::string& id) {
         Q_EMIT saved(id);
-        QDialog::accept();
+        leave();
     });
-    connect(&store, &LedgerStore::snapshotChanged, this, &CategoryDialog::adoptSnapshot);
-    connect(&store, &LedgerStore::isBusyChanged, m_editing, &CategoryEditing::present);
+    connect(m_editing, &CategoryEditing::failed, this, [this] {
+        sayHere();
+        firstField().setFocus(Qt::OtherFocusReason);
+    });
+    connect(&store, &LedgerStore::isBusyChanged, this, &CategoryDialog::present);
     m_editing->begin(form.id.empty() ? CategoryForm::fresh(form.kind) : form);
     m_editing->edit(form);
-    retranslate();
+}
+
+void CategoryDialog::buildBody()
+{
+    m_editor = new CategoryEditor(bodyPlace());
+    m_editor->setMinimumHeight(editorHeight);
+    auto* part = new QWidget(this);
+    auto* row = new QHBoxLayout(part);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(m_editor->takeFoot());
+    row->addStretch();
+    setFootPart(part);
+    setBody(m_editor, dialogWidth);
+}
+
+void CategoryDialog::present()
+{
+    if (isElsewhere())
+        presentFrame(); // the categories of its own company stay
+    else
+        m_editing->present();
+}
+
+void CategoryDialog::presentFrame()
+{
+    const auto& submission = m_editing->submission();
+    setWindowTitle(word(categoryWords(), submission.form().id.empty() ? "new" : "edit"));
+    presentStanding({.stage = submission.stage(),
+                     .refusal = submission.refusal(),
+                     .confirm = word(categoryWords(), "save"),
+                     .hasChanges = m_editing->hasChanges()});
+    if (store().isBusy() || !m_editing->hasChanges())
+        confirmButton().setEnabled(false);
 }
 
 void CategoryDialog::adoptSnapshot()
 {
-    const auto snapshot = m_store.snapshot();
-    if (!snapshot) {
-        QDialog::reject(); // the session is over: nobody is there to be asked
-        return;
-    }
-    const auto found = std::ranges::find(snapshot->categories, m_editing->form().id, &Category::id);
-    if (!m_editing->form().id.empty() && found != snapshot->categories.end())
+    takeSnapshot();
+    const auto& categories = snapshot()->categories;
+    const auto found = std::ranges::find(categories, m_editing->form().id, &Category::id);
+    if (!m_editing->form().id.empty() && found != categories.end())
         m_editing->rebase(CategoryForm::of(*found));
-    m_editing->present();
+    present();
 }
 
-void CategoryDialog::reject()
+QWidget& CategoryDialog::firstField() const
 {
-    if (!m_editing->hasChanges()) {
-        QDialog::reject();
-        return;
-    }
-    MessageDialog::ask({.title = word(categoryWords(), "leaveTitle"),
-                        .text = word(dialogWords(), "discardBody"),
-                        .confirm = word(dialogWords(), "discard"),
-                        .cancel = word(dialogWords(), "keepEditing")},
-                       this, [this] { QDialog::reject(); });
-}
-
-void CategoryDialog::changeEvent(QEvent* event)
-{
-    if (event->type() == QEvent::LanguageChange) {
-        retranslate();
-        m_editing->present();
-    }
-    QDialog::changeEvent(event);
-}
-
-void CategoryDialog::showEvent(QShowEvent* event)
-{
-    QDialog::showEvent(event);
-    m_editor->focusNames();
-}
-
-void CategoryDialog::retranslate()
-{
-    setWindowTitle(word(categoryWords(), m_editing->form().id.empty() ? "new" : "edit"));
+    return m_editing->submission().isUncertain() ? static_cast<QWidget&>(confirmButton()) : m_editor->firstName();
 }

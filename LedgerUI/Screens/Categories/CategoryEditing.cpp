@@ -5,7 +5,6 @@
 #include <QCoro/QCoroTask>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryPins.h"
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
@@ -22,27 +21,28 @@ CategoryEditing::CategoryEditing(LedgerStore& store, CategoryEditor& editor)
 
 const Category* CategoryEditing::category(const LedgerSnapshot& snapshot) const
 {
-    const auto found = std::ranges::find(snapshot.categories, m_form.id, &Category::id);
-    return m_form.id.empty() || found == snapshot.categories.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(snapshot.categories, form().id, &Category::id);
+    return form().id.empty() || found == snapshot.categories.end() ? nullptr : &*found;
 }
 
 void CategoryEditing::begin(const CategoryForm& form)
 {
-    m_creation.reset();
-    m_isUncertain = false;
+    m_submission = CategorySubmission{form};
     m_saved = form;
     edit(form);
 }
 
 void CategoryEditing::rebase(const CategoryForm& now)
 {
-    m_form = m_form.rebased(m_saved, now);
+    if (!m_submission.isEditing())
+        return;
+    m_submission.adopt(form().rebased(m_saved, now));
     m_saved = now;
 }
 
 void CategoryEditing::edit(const CategoryForm& form)
 {
-    m_form = form;
+    m_submission.edit(form);
     m_isChecked = false;
     present();
     Q_EMIT edited();
@@ -54,26 +54,25 @@ void CategoryEditing::present()
     if (!snapshot)
         return;
     const auto& locale = InterfaceLanguage::tag();
-    const auto refusal = m_isChecked ? m_form.whyNot(m_saved, *snapshot) : std::nullopt;
+    const auto refusal = m_isChecked && m_submission.isEditing() ? form().whyNot(m_saved, *snapshot) : std::nullopt;
     const auto* known = category(*snapshot);
     const bool isArchived = known && known->archived;
     const auto kept = known ? CategoryText::whyNotArchived(*known, !isArchived, *snapshot) : std::nullopt;
-    const bool isPinned = m_store.isCategorySelected(m_form.id);
-    const bool isFull = CategoryPins::of(*snapshot, m_form.kind).size() >= CategoryPins::maximum;
+    const bool isPinned = m_store.isCategorySelected(form().id);
+    const bool isFull = CategoryPins::of(*snapshot, form().kind).size() >= CategoryPins::maximum;
     const auto pinsFull = word(categoryWords(), "pinsFull", {std::to_string(CategoryPins::maximum)});
-    m_editor.present({.form = m_form,
+    m_editor.present({.form = form(),
                       .saved = m_saved,
-                      .refusal = m_isUncertain ? word(EntryWords::words(), "uncertain")
-                                 : refusal     ? CategoryText::refusal(*refusal, locale)
-                                               : QString{},
-                      .isSent = m_creation.has_value(),
-                      .isUncertain = m_isUncertain,
+                      .refusal = refusal ? CategoryText::refusal(*refusal, locale) : QString{},
+                      .isSent = !m_submission.isEditing(),
+                      .isUncertain = m_submission.isUncertain(),
                       .isArchived = isArchived,
                       .whyNotArchived = kept ? CategoryText::refusal(*kept, locale) : QString{},
                       .isPinned = isPinned,
                       .whyNotPinned = isFull && !isPinned ? pinsFull : QString{},
                       .isIdle = !m_store.isBusy()},
                      *snapshot);
+    Q_EMIT presented();
 }
 
 void CategoryEditing::save()
@@ -81,53 +80,64 @@ void CategoryEditing::save()
     const auto snapshot = m_store.snapshot();
     if (!snapshot || !hasChanges() || m_store.isBusy())
         return;
-    if (m_creation) {
-        create();
+    if (m_submission.isUncertain()) {
+        m_submission.sendAgain();
+        send();
         return;
     }
+    if (!m_submission.isEditing())
+        return;
     m_isChecked = true;
-    if (m_form.whyNot(m_saved, *snapshot)) {
+    if (form().whyNot(m_saved, *snapshot)) {
         present();
         m_editor.focusNames();
         return;
     }
-    if (m_form.id.empty()) {
-        m_creation = m_form.creation();
-        create();
-        return;
-    }
-    QCoro::connect(m_store.updateCategory(m_form.id, m_form.update(m_saved)), this,
-                   [this, id = m_form.id](const Result<void>& sent) {
-                       if (sent)
-                           finish(id);
-                   });
+    if (form().id.empty())
+        m_submission.send(form().creation());
+    else
+        m_submission.send(CategoryChange{form().id, form().update(m_saved)});
+    send();
 }
 
-/// When nobody knows whether the category was made, only the very same can be sent again.
-void CategoryEditing::create()
+/// While nobody knows what became of the command, only the very same can be sent again.
+void CategoryEditing::send()
 {
-    QCoro::connect(m_store.createCategory(*m_creation), this, [this](const Result<std::string>& made) {
-        m_isUncertain = !made && isOutcomeUnknown(made.error());
-        if (!m_isUncertain)
-            m_creation.reset();
-        else
-            m_store.dismissMessages(); // said in the form
-        if (made)
-            finish(*made);
-        else
-            present();
-    });
+    if (const auto* change = std::get_if<CategoryChange>(&*m_submission.command()))
+        QCoro::connect(m_store.updateCategory(change->id, change->update), this,
+                       [this, id = change->id](const Result<void>& sent) {
+                           finish(sent ? Result<std::string>{id} : std::unexpected{sent.error()});
+                       });
+    else
+        QCoro::connect(m_store.createCategory(std::get<CategoryCreate>(*m_submission.command())), this,
+                       [this](const Result<std::string>& made) { finish(made); });
     present();
 }
 
-void CategoryEditing::finish(const std::string& id)
+void CategoryEditing::finish(const Result<std::string>& sent)
 {
-    if (!m_store.snapshot())
-        return;
+    if (!m_submission.isSaving())
+        return; // it was left meanwhile
+    if (!sent)
+        return fail(sent.error());
+    m_submission.succeed();
     m_isChecked = false;
-    const auto title = m_form.title(InterfaceLanguage::tag()).toStdString();
-    Q_EMIT saved(id);
+    m_saved = form();
+    const auto title = form().title(InterfaceLanguage::tag()).toStdString();
+    Q_EMIT saved(*sent);
     Q_EMIT done(word(categoryWords(), "saved", {title}));
+}
+
+void CategoryEditing::fail(const Failure& failure)
+{
+    m_submission.fail(failure);
+    if (isOutcomeUnknown(failure))
+        m_store.dismissMessages(); // said in the form
+    const auto snapshot = m_store.snapshot();
+    if (const auto* known = snapshot ? category(*snapshot) : nullptr)
+        rebase(CategoryForm::of(*known));
+    present();
+    Q_EMIT failed();
 }
 
 void CategoryEditing::toggleArchived()
@@ -149,5 +159,5 @@ void CategoryEditing::toggleArchived()
 
 void CategoryEditing::pin(bool isPinned)
 {
-    QCoro::connect(m_store.setCategorySelected(m_form.id, isPinned), this, [this](const Result<void>&) { present(); });
+    QCoro::connect(m_store.setCategorySelected(form().id, isPinned), this, [this](const Result<void>&) { present(); });
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
 #include <QObject>
@@ -18,14 +17,15 @@ class CategoryEditing final : public QObject {
 public:
     CategoryEditing(LedgerStore& store, CategoryEditor& editor);
 
-    [[nodiscard]] const CategoryForm& form() const { return m_form; }
-    [[nodiscard]] bool hasChanges() const { return m_form != m_saved; }
+    [[nodiscard]] const CategorySubmission& submission() const { return m_submission; }
+    [[nodiscard]] const CategoryForm& form() const { return m_submission.form(); }
+    [[nodiscard]] bool hasChanges() const { return form() != m_saved; }
 
     /// Begins with a new category, or with one that there is.
     void begin(const CategoryForm& form);
     /// What a person has begun already.
     void edit(const CategoryForm& form);
-    /// What a newer snapshot says of the category, with the changes made on top of it.
+    /// What a newer snapshot says of the category, with the changes made on top of it; what was sent stays as it was.
     void rebase(const CategoryForm& now);
     void dropChanges() { begin(m_saved); }
     void present();
@@ -33,13 +33,18 @@ public:
 
 Q_SIGNALS:
     void edited();
-    /// The service has it, and the store's snapshot shows it.
+    /// The editor shows how it stands now.
+    void presented();
+    /// The service has it, and the store's snapshot shows it, unless the session has ended meanwhile.
     void saved(const std::string& id);
     void done(const QString& sentence);
+    /// It could not be saved, or nobody knows whether it was.
+    void failed();
 
 private:
-    void create();
-    void finish(const std::string& id);
+    void send();
+    void finish(const Result<std::string>& sent);
+    void fail(const Failure& failure);
     void toggleArchived();
     void pin(bool isPinned);
     [[nodiscard]] const Category* category(const LedgerSnapshot& snapshot) const;
@@ -47,8 +52,6 @@ private:
     LedgerStore& m_store;
     CategoryEditor& m_editor;
     CategoryForm m_saved; // as the form began
-    CategoryForm m_form;
-    bool m_isChecked = false;                 // it was tried to save: what is wrong is said
-    std::optional<CategoryCreate> m_creation; // was sent, and is not answered
-    bool m_isUncertain = false;               // nor will it be
+    CategorySubmission m_submission{CategoryForm{}};
+    bool m_isChecked = false; // it was tried to save: what is wrong is said
 };

@@ -19,7 +19,6 @@
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Screens/Categories/IconGrid.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -99,13 +98,10 @@ QWidget* CategoryEditor::buildFoot()
 {
     auto* foot = new QFrame(this);
     foot->setObjectName(QStringLiteral("detailFoot"));
+    m_foot = foot;
     m_archive = new QPushButton(foot);
     m_archive->setObjectName(QStringLiteral("categoryArchive"));
     m_archive->setAutoDefault(false);
-    m_cancel = new QPushButton(foot);
-    m_cancel->setObjectName(QStringLiteral("categoryCancel"));
-    m_cancel->setAutoDefault(false);
-    m_cancel->hide();
     m_save = new PrimaryButton(foot);
     m_save->setObjectName(QStringLiteral("categorySave"));
     m_save->setAutoDefault(false);
@@ -113,7 +109,6 @@ QWidget* CategoryEditor::buildFoot()
     row->setContentsMargins(Space::pageMargin, Space::step3, Space::pageMargin, Space::step3);
     row->addWidget(m_archive);
     row->addStretch(1);
-    row->addWidget(m_cancel);
     row->addWidget(m_save);
     return foot;
 }
@@ -140,7 +135,6 @@ void CategoryEditor::bind()
     });
     connect(m_pin, &QCheckBox::clicked, this, &CategoryEditor::pinWanted);
     connect(m_archive, &QPushButton::clicked, this, &CategoryEditor::archiveWanted);
-    connect(m_cancel, &QPushButton::clicked, this, &CategoryEditor::cancelWanted);
     connect(m_save, &QPushButton::clicked, this, &CategoryEditor::saveWanted);
 }
 
@@ -153,23 +147,23 @@ void CategoryEditor::present(const Content& content, const LedgerSnapshot& snaps
     m_parentHead->setText(word(words, "parent"));
     presentParents(snapshot);
     presentNames();
-    m_error->present(content.refusal);
+    const bool isDoubtful = content.isUncertain && !m_foot->isHidden();
+    m_error->present(isDoubtful ? word(EntryWords::words(), "uncertain") : content.refusal);
     m_iconHead->setText(word(words, "icon"));
     m_icons->choose(qString(m_form.symbol));
     m_pin->setText(word(words, "pin"));
     m_pin->setChecked(content.isPinned);
     m_pin->setVisible(!isNew && !content.isArchived);
-    m_pin->setEnabled(content.isIdle && content.whyNotPinned.isEmpty());
+    m_pin->setEnabled(content.isIdle && !content.isSent && content.whyNotPinned.isEmpty());
     m_pin->setToolTip(content.whyNotPinned);
     m_archive->setText(word(words, content.isArchived ? "restore" : "archive"));
     m_archive->setVisible(!isNew);
-    m_archive->setEnabled(content.isIdle && content.whyNotArchived.isEmpty());
+    m_archive->setEnabled(content.isIdle && !content.isSent && content.whyNotArchived.isEmpty());
     m_archive->setToolTip(content.whyNotArchived);
     for (auto* field : std::initializer_list<QWidget*>{m_parent, m_icons})
         field->setEnabled(!content.isSent);
     for (const auto& [tag, field] : m_names)
         field->setEnabled(!content.isSent);
-    m_cancel->setText(word(dialogWords(), "cancel"));
     m_save->setText(content.isUncertain ? word(EntryWords::words(), "retryOriginal") : word(words, "save"));
     m_save->setEnabled(content.isIdle && content.form != content.saved);
 }
@@ -208,14 +202,19 @@ void CategoryEditor::presentNames()
     }
 }
 
-void CategoryEditor::showCancel()
+QPushButton* CategoryEditor::takeFoot()
 {
-    m_cancel->show();
+    m_foot->hide();
+    return m_archive;
+}
+
+LimitedEdit& CategoryEditor::firstName() const
+{
+    return *m_names.at(InterfaceLanguage::tag());
 }
 
 void CategoryEditor::focusNames()
 {
-    auto* field = m_names.at(InterfaceLanguage::tag());
-    field->setFocus(Qt::OtherFocusReason);
-    field->selectAll();
+    firstName().setFocus(Qt::OtherFocusReason);
+    firstName().selectAll();
 }

@@ -29,7 +29,7 @@ public:
         CategoryForm form;
         CategoryForm saved;
         QString refusal;          // what keeps it from being saved, once that was tried
-        bool isSent = false;      // to be made, and the reply is not there
+        bool isSent = false;      // and the reply is not there
         bool isUncertain = false; // nor will it come: only the same can be sent again
         bool isArchived = false;
         QString whyNotArchived; // what keeps it from being archived or restored
@@ -39,11 +39,13 @@ public:
     };
     void present(const Content& content, const LedgerSnapshot& snapshot);
     void focusNames();
-    /// A button that leaves, for where the editor stands in a dialog of its own.
-    void showCancel();
+    /// The name in the language of the interface.
+    [[nodiscard]] LimitedEdit& firstName() const;
+    /// Without its foot, for a dialog that has one and says by itself how the sending stands: the button that disables
+    /// and restores, to be placed there.
+    QPushButton* takeFoot();
 
 Q_SIGNALS:
-    void cancelWanted();
     void changed(const CategoryForm& form);
     void saveWanted();
     void archiveWanted();
@@ -64,10 +66,10 @@ private:
     std::map<std::string, TextLabel*> m_languages;
     std::map<std::string, LimitedEdit*> m_names;
     FieldError* m_error = nullptr;
+    QWidget* m_foot = nullptr;
     TextLabel* m_iconHead = nullptr;
     IconGrid* m_icons = nullptr;
     QCheckBox* m_pin = nullptr;
     QPushButton* m_archive = nullptr;
-    QPushButton* m_cancel = nullptr;
     PrimaryButton* m_save = nullptr;
 };

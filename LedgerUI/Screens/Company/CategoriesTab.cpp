@@ -228,14 +228,16 @@ void CategoriesTab::leaveThen(const std::function<void()>& go)
         go();
         return;
     }
-    MessageDialog::ask({.title = word(categoryWords(), "leaveTitle"),
-                        .text = word(dialogWords(), "discardBody"),
-                        .confirm = word(dialogWords(), "discard"),
-                        .cancel = word(dialogWords(), "keepEditing")},
-                       this, [this, go] {
-                           m_editing->dropChanges();
-                           go();
-                       });
+    const bool isDoubtful = m_editing->submission().isUncertain();
+    MessageDialog::ask(
+        {.title = word(categoryWords(), "leaveTitle"),
+         .text = isDoubtful ? word(categoryWords(), "leaveDoubtful") : word(dialogWords(), "discardBody"),
+         .confirm = word(dialogWords(), "discard"),
+         .cancel = word(dialogWords(), "keepEditing")},
+        this, [this, go] {
+            m_editing->dropChanges();
+            go();
+        });
 }
 
 void CategoriesTab::askThenChoose(const std::string& id)
@@ -282,6 +284,8 @@ void CategoriesTab::begin()
 
 void CategoriesTab::showSaved(const std::string& id)
 {
+    if (!store().snapshot())
+        return;
     adopt();
     m_view.folded.erase(m_editing->form().parentID);
     take(id);

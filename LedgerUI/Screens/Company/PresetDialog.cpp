@@ -4,7 +4,6 @@
 
 #include <QComboBox>
 #include <QCoro/QCoroTask>
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QListWidget>
 #include <QSignalBlocker>
@@ -35,14 +34,12 @@ constexpr int idRole = Qt::UserRole;
 }
 
 PresetDialog::PresetDialog(LedgerStore& store, std::string kind, QWidget* parent)
-    : FormDialog{parent}, m_store{store}, m_kind{std::move(kind)}
+    : CommandForm{store, parent}, m_kind{std::move(kind)}
 {
     setObjectName(QStringLiteral("presetDialog"));
-    setAttribute(Qt::WA_DeleteOnClose);
     confirmButton().setObjectName(QStringLiteral("presetAdd"));
     buildBody();
     bind();
-    setHasChanges([this] { return !m_chosen.empty(); });
     present();
 }
 
@@ -98,17 +95,7 @@ void PresetDialog::bind()
         if (item->flags().testFlag(Qt::ItemIsUserCheckable))
             item->setCheckState(item->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
     });
-    connect(this, &FormDialog::confirmed, this, [this] {
-        m_waiting = PresetChoices::creations(m_chosen, m_under->currentData().toString().toStdString());
-        m_added = 0;
-        addNext();
-    });
-    connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
-        if (m_store.snapshot())
-            presentPresets();
-        else
-            leave();
-    });
+    connect(this, &FormDialog::confirmed, this, &PresetDialog::submit);
 }
 
 void PresetDialog::present()
@@ -122,17 +109,29 @@ void PresetDialog::present()
     presentParents();
     presentGroups();
     presentPresets();
+    presentFrame();
+}
+
+void PresetDialog::adoptSnapshot()
+{
+    takeSnapshot();
+    present();
+}
+
+QWidget& PresetDialog::firstField() const
+{
+    return m_submission.isUncertain() ? static_cast<QWidget&>(confirmButton()) : *m_search;
 }
 
 void PresetDialog::presentParents()
 {
     const auto kept = m_under->currentData();
-    const CategoryDirectory directory{m_store.snapshot()->categories};
+    const CategoryDirectory directory{snapshot()->categories};
     m_under->clear();
     nameComboBox(*m_under, word(categoryWords(), "catalogUnder"));
     m_under->addItem(word(categoryWords(), "noParent"), QString{});
     for (const auto* each : directory.siblings(m_kind, std::nullopt, ArchivedCategories::leftOut))
-        m_under->addItem(qString(directory.pathName(*each, InterfaceLanguage::tag())), qString(each->id));
+        m_under->addItem(qString(directory.pathName(*each, locale())), qString(each->id));
     m_under->setCurrentIndex(std::max(0, m_under->findData(kept)));
 }
 
@@ -141,7 +140,7 @@ void PresetDialog::presentGroups()
     const QSignalBlocker quiet{m_groups};
     const int row = std::max(0, m_groups->currentRow());
     m_groups->clear();
-    for (const auto& group : PresetChoices::groups(m_kind, InterfaceLanguage::tag())) {
+    for (const auto& group : PresetChoices::groups(m_kind, locale())) {
         auto* item = new QListWidgetItem(group.name, m_groups);
         item->setData(idRole, qString(group.id));
         item->setSizeHint({0, rowHeight});
@@ -153,41 +152,57 @@ void PresetDialog::presentGroups()
 void PresetDialog::presentPresets()
 {
     const QSignalBlocker quiet{m_presets};
-    const auto& locale = InterfaceLanguage::tag();
     const auto* group = m_groups->currentItem();
     const auto groupID = group ? group->data(idRole).toString().toStdString() : std::string{};
     m_presets->clear();
-    for (const auto& choice : PresetChoices::presets(m_kind, groupID, m_search->text(), *m_store.snapshot(), locale)) {
+    for (const auto& choice : PresetChoices::presets(m_kind, groupID, m_search->text(), *snapshot(), locale())) {
         const auto present = word(categoryWords(), "present");
         auto* item = new QListWidgetItem(Icon::of(choice.glyph), choice.name, m_presets);
         item->setData(idRole, qString(choice.id));
         item->setSizeHint({0, rowHeight});
-        const bool isTicked = choice.isPresent || m_chosen.contains(choice.id);
+        const bool isTicked = choice.isPresent || m_submission.form().contains(choice.id);
         item->setFlags(choice.isPresent ? Qt::NoItemFlags
                                         : Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsUserCheckable);
         item->setCheckState(isTicked ? Qt::Checked : Qt::Unchecked);
         item->setToolTip(choice.isPresent ? present : choice.name);
-        item->setData(Qt::AccessibleTextRole, listed({choice.name, choice.isPresent ? present : QString{}}, locale));
+        item->setData(Qt::AccessibleTextRole, listed({choice.name, choice.isPresent ? present : QString{}}, locale()));
     }
-    presentFoot();
 }
 
-void PresetDialog::presentFoot()
+void PresetDialog::presentFrame()
 {
-    const auto count = m_chosen.size();
-    setConfirmText(count == 0 ? word(categoryWords(), "add.none")
-                              : countedIn(InterfaceLanguage::tag(), categoryWords(), "add", count));
-    confirmButton().setEnabled(count > 0 && !isBusy());
+    const auto count = m_submission.form().size();
+    presentStanding(
+        {.stage = m_submission.stage(),
+         .refusal = m_submission.refusal(),
+         .confirm = count == 0 ? word(categoryWords(), "add.none") : countedIn(locale(), categoryWords(), "add", count),
+         .hasChanges = count > 0});
+    if (count == 0)
+        confirmButton().setEnabled(false);
 }
 
 void PresetDialog::tick(QListWidgetItem* item)
 {
     const auto id = item->data(idRole).toString().toStdString();
+    auto ticks = m_submission.form();
     if (item->checkState() == Qt::Checked)
-        m_chosen.insert(id);
+        ticks.insert(id);
     else
-        m_chosen.erase(id);
-    presentFoot();
+        ticks.erase(id);
+    m_submission.edit(std::move(ticks));
+    presentFrame();
+}
+
+void PresetDialog::submit()
+{
+    if (m_submission.isUncertain()) {
+        m_submission.sendAgain();
+        send();
+    } else if (m_submission.isEditing()) {
+        m_waiting = PresetChoices::creations(m_submission.form(), m_under->currentData().toString().toStdString());
+        m_added = 0;
+        addNext();
+    }
 }
 
 void PresetDialog::addNext()
@@ -197,27 +212,31 @@ void PresetDialog::addNext()
         leave();
         return;
     }
-    setBusy(true, Leaving::blocked);
-    auto next = m_waiting.front();
+    m_submission.send(std::move(m_waiting.front()));
     m_waiting.erase(m_waiting.begin());
-    const auto id = next.presetID.value_or("");
-    QCoro::connect(m_store.createCategory(std::move(next)), this, [this, id](const Result<std::string>& made) {
-        if (!m_store.snapshot())
-            return;
-        setBusy(false);
-        if (!made) {
-            presentPresets(); // what failed is told by an alert, and stays ticked
-            return;
-        }
-        ++m_added;
-        m_chosen.erase(id);
-        addNext();
-    });
+    send();
 }
 
-void PresetDialog::changeEvent(QEvent* event)
+void PresetDialog::send()
 {
-    FormDialog::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange && m_store.snapshot())
-        present();
+    presentFrame();
+    QCoro::connect(store().createCategory(*m_submission.command()), this,
+                   [this](const Result<std::string>& made) { finish(made); });
+}
+
+void PresetDialog::finish(const Result<std::string>& made)
+{
+    if (made) {
+        auto ticks = m_submission.form();
+        ticks.erase(m_submission.command()->presetID.value_or(""));
+        m_submission = Submission<Ticks, CategoryCreate>{std::move(ticks)};
+        ++m_added;
+        addNext();
+        return;
+    }
+    m_submission.fail(made.error());
+    sayHere();
+    takeSnapshot();
+    present();
+    firstField().setFocus(Qt::OtherFocusReason);
 }

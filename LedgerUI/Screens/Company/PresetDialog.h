@@ -5,9 +5,8 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerUI/Components/Dialogs/FormDialog.h"
+#include "LedgerUI/Components/Dialogs/CommandForm.h"
 
-class LedgerStore;
 class QComboBox;
 class QListWidget;
 class QListWidgetItem;
@@ -15,8 +14,9 @@ class SearchField;
 class TextLabel;
 
 /// Ready-made categories to choose from: groups at the left, those of the chosen one at the right, or what a search
-/// finds. They are added one after the other; what could not be added stays ticked. Deletes itself when it closes.
-class PresetDialog final : public FormDialog {
+/// finds. They are added one after the other; what could not be added stays ticked, and is locked while nobody knows
+/// whether it was. Deletes itself when it closes.
+class PresetDialog final : public CommandForm {
     Q_OBJECT
 public:
     PresetDialog(LedgerStore& store, std::string kind, QWidget* parent);
@@ -25,24 +25,28 @@ Q_SIGNALS:
     /// So many categories were added.
     void added(std::size_t count);
 
-protected:
-    void changeEvent(QEvent* event) override;
-
 private:
+    using Ticks = std::set<std::string, std::less<>>;
+
+    void present() override;
+    void adoptSnapshot() override;
+    [[nodiscard]] QWidget& firstField() const override;
+
     void buildBody();
     void bind();
-    void present();
     void presentGroups();
     void presentPresets();
-    void presentFoot();
+    void presentFrame();
     void presentParents();
     void tick(QListWidgetItem* item);
+    void submit();
     void addNext();
+    void send();
+    void finish(const Result<std::string>& made);
 
-    LedgerStore& m_store;
     std::string m_kind;
-    std::set<std::string, std::less<>> m_chosen;
-    std::vector<CategoryCreate> m_waiting; // those that are being added
+    Submission<Ticks, CategoryCreate> m_submission{Ticks{}}; // of the one that is being added
+    std::vector<CategoryCreate> m_waiting;                   // those after it
     std::size_t m_added = 0;
     SearchField* m_search = nullptr;
     TextLabel* m_underHead = nullptr;

@@ -28,8 +28,8 @@ CompanyApplicationForm::CompanyApplicationForm(LedgerStore& store, QWidget* pare
     buildLayout();
     connect(this, &FormDialog::confirmed, this, &CompanyApplicationForm::proceed);
     connect(m_name, &QLineEdit::returnPressed, this, &CompanyApplicationForm::proceed);
-    connect(m_name, &QLineEdit::textEdited, this, [this] {
-        m_refusal.reset();
+    connect(m_name, &QLineEdit::textEdited, this, [this](const QString& name) {
+        m_submission.edit(name);
         present();
     });
     present();
@@ -42,10 +42,9 @@ void CompanyApplicationForm::present()
     m_lead->setText(word(words, "applyLead"));
     m_field->setLabel(word(words, "name"));
     m_field->error().present(m_isChecked ? CompanyAccess::nameProblem(m_name->text(), locale()) : QString{});
-    m_name->setReadOnly(m_isUncertain);
-    const Note unknown{Banner::Kind::warn, m_isUncertain ? word(words, "applyUnknown") : QString{}};
-    presentStanding({.stage = m_isBusy ? SubmissionStage::saving : SubmissionStage::editing,
-                     .refusal = m_isUncertain ? std::nullopt : m_refusal,
+    const Note unknown{Banner::Kind::warn, m_submission.isUncertain() ? word(words, "applyUnknown") : QString{}};
+    presentStanding({.stage = m_submission.stage(),
+                     .refusal = m_submission.refusal(),
                      .note = unknown,
                      .confirm = word(words, "applyConfirm"),
                      .hasChanges = !m_name->text().trimmed().isEmpty()});
@@ -53,7 +52,7 @@ void CompanyApplicationForm::present()
 
 QWidget& CompanyApplicationForm::firstField() const
 {
-    return m_isUncertain ? static_cast<QWidget&>(confirmButton()) : *m_name;
+    return m_submission.isUncertain() ? static_cast<QWidget&>(confirmButton()) : *m_name;
 }
 
 void CompanyApplicationForm::buildLayout()
@@ -75,35 +74,41 @@ void CompanyApplicationForm::buildLayout()
 
 void CompanyApplicationForm::proceed()
 {
-    if (m_isBusy || store().isBusy())
+    if (store().isBusy())
         return;
-    m_isChecked = true;
-    m_isBusy = CompanyAccess::nameProblem(m_name->text(), locale()).isEmpty();
-    present();
-    if (!m_isBusy) {
-        m_name->setFocus();
-        return;
+    if (m_submission.isUncertain()) {
+        m_submission.sendAgain();
+        send();
+    } else if (m_submission.isEditing()) {
+        m_isChecked = true;
+        if (CompanyAccess::nameProblem(m_name->text(), locale()).isEmpty()) {
+            m_submission.send(m_name->text().trimmed().toStdString());
+            send();
+        } else {
+            present();
+            m_name->setFocus();
+        }
     }
-    QCoro::connect(store().createAnotherCompany(m_name->text().trimmed().toStdString(), m_requestID), this,
-                   [this](const Result<PendingCompanyRegistration>& applied) {
-                       if (!applied) {
-                           finish(applied.error());
-                           return;
-                       }
-                       if (applied->status == ApprovalStatus::approved) // else the alert says that it awaits review
-                           Q_EMIT founded(word(companyAccessWords(), "founded", {applied->companyName}));
-                       leave();
-                   });
 }
 
-void CompanyApplicationForm::finish(const Failure& failure)
+void CompanyApplicationForm::send()
 {
-    m_isBusy = false;
-    if (!store().snapshot())
+    present();
+    QCoro::connect(store().createAnotherCompany(*m_submission.command(), m_requestID), this,
+                   [this](const Result<PendingCompanyRegistration>& applied) { finish(applied); });
+}
+
+void CompanyApplicationForm::finish(const Result<PendingCompanyRegistration>& applied)
+{
+    if (applied) {
+        m_submission.succeed();
+        if (applied->status == ApprovalStatus::approved) // else the alert says that it awaits review
+            Q_EMIT founded(word(companyAccessWords(), "founded", {applied->companyName}));
+        leave();
         return;
-    m_refusal = failure;
-    m_isUncertain = isOutcomeUnknown(failure);
-    store().dismissMessages(); // said here
+    }
+    m_submission.fail(applied.error());
+    sayHere();
     present();
     firstField().setFocus(Qt::OtherFocusReason);
 }

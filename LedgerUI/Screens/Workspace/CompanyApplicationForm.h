@@ -1,8 +1,8 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
+#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 
 class FormField;
@@ -27,14 +27,13 @@ protected:
 private:
     void buildLayout();
     void proceed();
-    void finish(const Failure& failure);
+    void send();
+    void finish(const Result<PendingCompanyRegistration>& applied);
 
     std::string m_requestID;
+    Submission<QString, std::string> m_submission{QString{}}; // the name as it is typed, and as it was sent
     TextLabel* m_lead = nullptr;
     QLineEdit* m_name = nullptr;
     FormField* m_field = nullptr;
-    std::optional<Failure> m_refusal;
-    bool m_isChecked = false;   // a wrong name is named from the first try on
-    bool m_isUncertain = false; // nobody knows whether the application arrived
-    bool m_isBusy = false;
+    bool m_isChecked = false; // a wrong name is named from the first try on
 };

@@ -101,6 +101,11 @@ TEST(Categories, LockOnAnUnknownOutcomeAndAreSentAgainAsTheyWere)
     under.screen.waitUntil("the retry is offered", [&] { return under.screen.offers("categorySave"); });
     EXPECT_FALSE(under.screen.offers("categoryName.en-US"));
     EXPECT_FALSE(under.screen.shows("alertDialog")) << "the form says it already";
+    under.server.replace("POST v1/categories", ServerReply::error(429, "rate_limited"));
+    under.screen.press("categorySave");
+    under.leaveAlert();
+    EXPECT_FALSE(under.screen.offers("categoryName.en-US")) << "that judges the asking, not the category";
+    EXPECT_EQ(under.screen.read("categorySave"), "Retry original request");
     auto after = companyBooks();
     after.category("parking", "expense", "Parking");
     under.server.replace("POST v1/categories",
@@ -108,7 +113,7 @@ TEST(Categories, LockOnAnUnknownOutcomeAndAreSentAgainAsTheyWere)
     under.screen.press("categorySave");
     under.screen.waitUntil("it is said", [&] { return under.screen.read("statusSaid") == "Category “Parking” saved"; });
     const auto sent = under.server.requests("POST v1/categories");
-    ASSERT_EQ(sent.size(), 2U);
+    ASSERT_EQ(sent.size(), 3U);
     EXPECT_EQ(sent.front().body, sent.back().body);
     EXPECT_TRUE(under.screen.offers("categoryName.en-US"));
 }
@@ -157,8 +162,43 @@ TEST(Presets, AreAddedOneAfterTheOtherAndStopAtARefusal)
                         ServerReply::json(R"({"createdCategoryID":"p1","snapshot":)" + companyBooks().json() + "}"));
     under.server.answer("POST v1/categories", ServerReply::error(403, "forbidden"));
     under.screen.press("presetAdd");
-    under.leaveAlert();
-    EXPECT_EQ(under.screen.read("presetAdd"), "Add 1") << "what could not be added stays ticked";
+    under.screen.waitUntil("what could not be added stays ticked",
+                           [&] { return under.screen.read("presetAdd") == "Add 1"; });
+    EXPECT_TRUE(under.screen.says("You do not have permission to perform this action."));
+    EXPECT_FALSE(under.screen.shows("alertDialog")) << "the dialog says it already";
+}
+
+/// Under another parent the same preset would be a second category.
+TEST(Presets, StayLockedUntilTheServiceJudgesTheOneThatIsInDoubt)
+{
+    CategoriesUnderTest under;
+    const auto add = "POST v1/categories";
+    under.screen.press("categoryCatalogButton");
+    under.screen.waitForFocus("presetDialog");
+    under.screen.pick("presetUnder", "Rent");
+    under.screen.find("presetList").setFocus();
+    under.screen.keys("Home Space Down Space");
+    const auto made = ServerReply::json(R"({"createdCategoryID":"p","snapshot":)" + companyBooks().json() + "}");
+    under.server.answer(add, ServerReply::dropped());
+    under.server.answer(add, ServerReply::error(429, "rate_limited"));
+    under.server.answer(add, made);
+    under.server.answer(add, made);
+    for (std::size_t attempt = 1; attempt <= 2; ++attempt) {
+        under.screen.press("presetAdd");
+        under.screen.waitUntil("it failed", [&] {
+            return under.server.requests(add).size() == attempt && under.screen.offers("presetAdd");
+        });
+        EXPECT_EQ(under.screen.read("presetAdd"), "Retry original request");
+        EXPECT_FALSE(under.screen.offers("presetUnder") || under.screen.offers("presetList"));
+    }
+    under.screen.press("presetAdd");
+    under.screen.waitUntilGone("presetDialog");
+    const auto sent = under.server.requests(add);
+    ASSERT_EQ(sent.size(), 4U) << "the one that waited goes last";
+    EXPECT_EQ(sent[1].body, sent[0].body);
+    EXPECT_EQ(sent[2].body, sent[0].body);
+    EXPECT_NE(sent[3].body, sent[0].body);
+    EXPECT_EQ(under.screen.read("statusSaid"), "2 categories added");
 }
 
 TEST(Categories, TellACompanyThatHasNoneFromASearchThatFindsNone)

@@ -91,7 +91,7 @@ TEST(EntryFlow, ChoosesACategoryThatWasMadeForTheEntry)
     after.category("parking", "expense", "Parking");
     under.service.server.replace(
         creation, ServerReply::json(R"({"createdCategoryID":"parking","snapshot":)" + after.json() + "}"));
-    under.click("categorySave");
+    under.click("formConfirm");
     waitUntil([&] { return !under.form->findChild<QDialog*>(QStringLiteral("categoryDialog")); });
     EXPECT_EQ(path(under), "Parking");
     EXPECT_EQ(under.amount(), "12");

@@ -99,6 +99,16 @@ const Begun forms[] = {
          under.screen.fill("inviteEmail", "rini@example.com");
      },
      "inviteDialog", "inviteName", "Rini", "inviteConfirm", "POST v1/invites"},
+    {"CategoryOfAnEntry",
+     [](EndOfSession& under) {
+         under.screen.press("page-ledger");
+         under.screen.choose("newEntryKinds", "newEntry.expense");
+         under.screen.waitForFocus("transactionForm");
+         under.screen.press("entryAllCategories");
+         under.screen.waitForFocus("entryCategoryPopover");
+         under.screen.press("entryCategoryNew");
+     },
+     "categoryDialog", "categoryName.en-US", "Parking", "formConfirm", "POST v1/categories"},
 };
 
 class FormAtTheEndOfTheSession : public testing::TestWithParam<Begun> {};
@@ -207,6 +217,23 @@ TEST(AtTheEndOfTheSession, ChangesOfAPageWaitUntilSomebodyElseSignsIn)
     under.end();
     under.letSomebodyElseIn();
     EXPECT_TRUE(mayExport(under)) << "nobody finds the changes of somebody else";
+}
+
+TEST(AtTheEndOfTheSession, PresetsStayTicked)
+{
+    EndOfSession under;
+    under.screen.press("page-company");
+    for (int tab = 0; tab < 8 && !under.screen.shows("categoryEditor"); ++tab)
+        under.screen.keys("Ctrl+Tab");
+    under.screen.press("categoryCatalogButton");
+    under.screen.waitForFocus("presetDialog");
+    under.screen.find("presetList").setFocus();
+    under.screen.keys("Home Space Down Space");
+    under.end();
+    under.comeBack();
+    under.screen.waitFor("presetDialog");
+    EXPECT_EQ(under.screen.read("presetAdd"), "Add 2");
+    EXPECT_TRUE(under.screen.offers("presetAdd"));
 }
 
 TEST(AtTheEndOfTheSession, NothingWaitsWhereNothingWasTyped)

@@ -71,7 +71,7 @@ void activate(Stage& stage, LossyLine& line, Colleague& lina)
     stage.signOut();
 }
 
-/// The catalogue says no more than that it failed: what was not confirmed stays ticked and is added again.
+/// What was not confirmed stays ticked and locked, under the category that it was sent for.
 void addAPreset(Stage& stage, LossyLine& line)
 {
     auto& screen = stage.screen;
@@ -82,15 +82,8 @@ void addAPreset(Stage& stage, LossyLine& line)
     screen.waitForFocus("presetDialog");
     screen.find("presetList").setFocus();
     screen.keys("Home Space");
-    stage.teller.step(QStringLiteral("The reply is lost: a category of the catalogue"), [&] {
-        line.loseReplyTo("v1/categories");
-        screen.press("presetAdd");
-        screen.waitFor("alertDialog");
-        expect(line.hasLost(), QStringLiteral("the service had answered"));
-        screen.press("messageClose");
-        screen.waitUntilGone("alertDialog");
-    });
-    screen.press("presetAdd");
+    loseOn(stage, line, "v1/categories", "presetUnder", QStringLiteral("a category of the catalogue"));
+    screen.keys("Ctrl+Return");
     screen.waitUntilGone("presetDialog");
 }
 
