@@ -150,7 +150,8 @@ void FinancialSettingsView::bind()
 
 std::size_t FinancialSettingsView::unsavedChanges() const
 {
-    return m_submission.isSaving() ? 0 : m_submission.form().changes(m_saved); // what is sent is not lost
+    // What is sent is not lost, unless the session ends before the reply: that one did not carry it out.
+    return m_submission.isSaving() && store().snapshot() ? 0 : m_submission.form().changes(m_saved);
 }
 
 void FinancialSettingsView::discardChanges()
@@ -273,7 +274,7 @@ void FinancialSettingsView::presentBanner()
     m_reload->setEnabled(!store().isBusy());
     if (m_submission.isUncertain())
         m_banner->present(Banner::Kind::warn, word(EntryWords::words(), "uncertain"));
-    else if (refusal)
+    else if (refusal && !endsSession(*refusal)) // that was said where the member signed in again
         m_banner->present(Banner::Kind::error, qString(store().friendly(*refusal, locale)));
     else
         m_banner->present(Banner::Kind::error, {});
@@ -359,14 +360,18 @@ void FinancialSettingsView::send()
 
 void FinancialSettingsView::finish(const Result<void>& reply)
 {
-    if (!m_submission.isSaving() || !store().snapshot())
+    if (!m_submission.isSaving())
         return;
     if (reply) {
-        m_submission = SwitchesSubmission{SwitchesForm::of(*store().snapshot())};
-        Q_EMIT done(word(bookkeepingWords(), "saved"));
+        m_saved = m_submission.form();
+        m_submission = SwitchesSubmission{m_saved};
     } else {
         m_submission.fail(reply.error());
     }
+    if (!store().snapshot())
+        return; // shown once its member is back
+    if (reply)
+        Q_EMIT done(word(bookkeepingWords(), "saved"));
     present();
     Q_EMIT standingChanged();
 }

@@ -61,6 +61,13 @@ public:
         require(!resultOf(store.refresh(false)).has_value(), "the session is over");
         leaveAlert();
     }
+    void openCompanyTab(const char* contents)
+    {
+        screen.press("page-company");
+        for (int tab = 0; tab < 8 && !screen.shows(contents); ++tab)
+            screen.keys("Ctrl+Tab");
+        screen.waitFor(contents);
+    }
     void leaveAlert()
     {
         screen.waitFor("alertDialog");
@@ -219,12 +226,28 @@ TEST(AtTheEndOfTheSession, ChangesOfAPageWaitUntilSomebodyElseSignsIn)
     EXPECT_TRUE(mayExport(under)) << "nobody finds the changes of somebody else";
 }
 
+TEST(AtTheEndOfTheSession, SwitchesThatWereSentAreStillThereToBeSaved)
+{
+    EndOfSession under;
+    under.openCompanyTab("contributionsSwitch");
+    const auto isOn = [&] { return under.screen.find<QAbstractButton>("contributionsSwitch").isChecked(); };
+    const bool before = isOn();
+    under.screen.press("contributionsSwitch");
+    under.server.replace("POST v1/financial-settings/commands", ServerReply::error(401, "unauthorized"));
+    under.screen.press("settingsSave");
+    under.leaveAlert();
+    under.comeBack();
+    under.screen.waitFor("contributionsSwitch");
+    EXPECT_NE(isOn(), before);
+    EXPECT_TRUE(under.screen.offers("contributionsSwitch"));
+    EXPECT_TRUE(under.screen.offers("settingsSave"));
+    EXPECT_FALSE(under.screen.says("Your session has expired"));
+}
+
 TEST(AtTheEndOfTheSession, PresetsStayTicked)
 {
     EndOfSession under;
-    under.screen.press("page-company");
-    for (int tab = 0; tab < 8 && !under.screen.shows("categoryEditor"); ++tab)
-        under.screen.keys("Ctrl+Tab");
+    under.openCompanyTab("categoryEditor");
     under.screen.press("categoryCatalogButton");
     under.screen.waitForFocus("presetDialog");
     under.screen.find("presetList").setFocus();
