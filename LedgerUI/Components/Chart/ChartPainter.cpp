@@ -88,16 +88,19 @@ QColor ChartColors::of(Token token) const
     return QColor::fromRgb(ThemeColor{token}.in(scheme));
 }
 
+ChartLayouts::Room ChartPainter::room(const QRectF& rect, const QFont& font)
+{
+    const QFontMetricsF metrics{font};
+    return {.rect = rect, .lineHeight = metrics.height(), .widthOf = [metrics](const QString& text) {
+                return metrics.horizontalAdvance(text);
+            }};
+}
+
 ChartLayout ChartPainter::layout(const ChartData& data, const QRectF& rect, const QFont& font, std::string_view locale)
 {
     auto bold = font;
     bold.setBold(true); // the chosen label is bold: room is kept as if each were
-    const QFontMetricsF metrics{bold};
-    return ChartLayouts::layout(data,
-                                {.rect = rect,
-                                 .lineHeight = metrics.height(),
-                                 .widthOf = [metrics](const QString& text) { return metrics.horizontalAdvance(text); }},
-                                locale);
+    return ChartLayouts::layout(data, room(rect, bold), locale);
 }
 
 void ChartPainter::paint(QPainter& painter, const ChartLayout& layout, const ChartColors& colors, const QFont& font)

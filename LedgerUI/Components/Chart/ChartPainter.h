@@ -21,6 +21,9 @@ struct ChartColors {
 /// One painter for screen, paper and picture.
 namespace ChartPainter {
 
+/// The room of a text in this font.
+ChartLayouts::Room room(const QRectF& rect, const QFont& font);
+
 /// Lays a chart out for `rect` in the metrics of `font`.
 ChartLayout layout(const ChartData& data, const QRectF& rect, const QFont& font, std::string_view locale);
 

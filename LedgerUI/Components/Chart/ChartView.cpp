@@ -8,16 +8,15 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Charts/ChartLegend.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/Theme/TypeScale.h"
 
 namespace {
 
-constexpr int sampleWidth = 14;
 constexpr QSize preferred{480, 220};
 constexpr QSize least{240, 120};
 constexpr int ringWidth = 2;
@@ -53,14 +52,16 @@ QSize ChartView::minimumSizeHint() const
     return least;
 }
 
-int ChartView::legendHeight() const
+ChartLayouts::Room ChartView::legendRoom() const
 {
-    return QFontMetrics{TypeScale::font(TypeStep::small)}.height() + Space::step2;
+    return ChartPainter::room(rect().adjusted(ringWidth, ringWidth, -ringWidth, -ringWidth),
+                              TypeScale::font(TypeStep::small));
 }
 
 void ChartView::arrange()
 {
-    const QRectF room = rect().adjusted(ringWidth, legendHeight(), -ringWidth, -ringWidth);
+    auto room = legendRoom().rect;
+    room.setTop(ChartLegends::height(m_data, legendRoom(), InterfaceLanguage::tag()) + Space::step2);
     m_layout = ChartPainter::layout(m_data, room, TypeScale::font(TypeStep::micro), InterfaceLanguage::tag());
     update();
 }
@@ -72,33 +73,15 @@ std::optional<std::size_t> ChartView::shownSlot() const
     return hasFocus() ? m_current : std::nullopt;
 }
 
-QString ChartView::legendText(const ChartSeries& series) const
-{
-    const auto slot = shownSlot();
-    if (!slot)
-        return series.name;
-    const auto figure = Money::formatDigits(series.values[*slot], m_data.currency, InterfaceLanguage::tag());
-    return series.name + QChar::Nbsp + qString(figure);
-}
-
 void ChartView::paintLegend(QPainter& painter) const
 {
     painter.setFont(TypeScale::font(TypeStep::small));
-    const auto metrics = painter.fontMetrics();
     const auto slot = shownSlot();
-    int left = ringWidth;
-    const auto height = legendHeight() - Space::step2;
-    const auto write = [&](const QString& text, Token token) {
-        painter.setPen(m_colors.of(token));
-        ChartPainter::drawText(painter, QRectF(left, ringWidth, width() - left, height), Qt::AlignLeft, text);
-        left += metrics.horizontalAdvance(text) + Space::step4;
-    };
-    if (slot)
-        write(m_data.places[*slot].name, Token::text);
-    for (const auto& series : m_data.series) {
-        ChartPainter::paintSample(painter, QRectF(left, ringWidth, sampleWidth, height), series, m_colors);
-        left += sampleWidth + Space::step1;
-        write(legendText(series), slot ? Token::text : Token::text2);
+    for (const auto& part : ChartLegends::parts(m_data, legendRoom(), slot, InterfaceLanguage::tag())) {
+        if (part.series)
+            ChartPainter::paintSample(painter, part.sample, m_data.series[*part.series], m_colors);
+        painter.setPen(m_colors.of(slot ? Token::text : Token::text2));
+        ChartPainter::drawText(painter, part.rect, Qt::AlignLeft, part.text);
     }
 }
 

@@ -6,8 +6,8 @@
 
 #include "LedgerUI/Components/Chart/ChartPainter.h"
 
-/// A chart with its legend above it. Left, Right, Home and End move to a slot, as the pointer does; the legend then
-/// shows that slot's figures, and readers hear them. A click or Return chooses it.
+/// A chart with its legend above it, on as many lines as its width takes. Left, Right, Home and End move to a slot, as
+/// the pointer does; the legend then shows that slot's figures, and readers hear them. A click or Return chooses it.
 class ChartView final : public QWidget {
     Q_OBJECT
 public:
@@ -37,8 +37,7 @@ private:
     void arrange();
     void moveTo(std::optional<std::size_t> slot);
     void paintLegend(class QPainter& painter) const;
-    [[nodiscard]] QString legendText(const ChartSeries& series) const;
-    [[nodiscard]] int legendHeight() const;
+    [[nodiscard]] ChartLayouts::Room legendRoom() const;
     [[nodiscard]] std::optional<std::size_t> shownSlot() const;
 
     ChartData m_data;

@@ -2,15 +2,14 @@
 
 #include <utility>
 
+#include "LedgerUI/Presentation/Charts/ChartLegend.h"
+
 namespace {
 
 constexpr double unitsPerPixel = printUnitsPerInch / 96.0;
-constexpr double height = 190; // pixels of a screen, as everything below
-constexpr double legendHeight = 20;
-constexpr double sampleExtent = 12;
-constexpr double afterSample = 4;
-constexpr double afterName = 16;
-constexpr double capitals = 0.72; // the height of a capital letter, of its font's size
+constexpr double height = 190;     // pixels of a screen, as everything below
+constexpr double besideLegend = 3; // above and below it
+constexpr double capitals = 0.72;  // the height of a capital letter, of its font's size
 constexpr PrintFont titleFont{.size = 105, .isBold = true};
 constexpr PrintFont labelFont{.size = 75, .isBold = false};
 
@@ -24,13 +23,15 @@ public:
 
     void write(std::string_view locale)
     {
-        PrintedDrawing drawing{
-            .scale = unitsPerPixel, .layout = layoutIn(locale), .samples = {}, .books = m_chart.books};
+        PrintedDrawing drawing{.scale = unitsPerPixel, .layout = {}, .samples = {}, .books = m_chart.books};
         const auto placed = m_pen.beginDrawing();
         drawing.left = placed.x();
         drawing.top = placed.y();
         m_origin = placed;
-        addLegend(drawing);
+        const auto top = addLegend(drawing, locale) + besideLegend;
+        auto data = m_chart.data;
+        data.chosen.reset(); // paper shows all places alike
+        drawing.layout = ChartLayouts::layout(data, room(top), locale);
         for (auto& tick : drawing.layout.ticks)
             addText(std::exchange(tick.text, {}), tick.label, Qt::AlignRight);
         for (auto& label : drawing.layout.labels)
@@ -39,32 +40,26 @@ public:
     }
 
 private:
-    [[nodiscard]] double widthOf(const QString& text) { return m_metrics.width(text, labelFont) / unitsPerPixel; }
-
-    ChartLayout layoutIn(std::string_view locale)
+    /// What is left of the chart's height below this.
+    [[nodiscard]] ChartLayouts::Room room(double top)
     {
-        const QRectF room{0, legendHeight, m_pen.width() / unitsPerPixel, height - legendHeight};
-        auto data = m_chart.data;
-        data.chosen.reset(); // paper shows all places alike
-        return ChartLayouts::layout(data,
-                                    {.rect = room,
-                                     .lineHeight = labelFont.size * 1.4 / unitsPerPixel,
-                                     .widthOf = [this](const QString& text) { return widthOf(text); }},
-                                    locale);
+        return {.rect = {0, top, m_pen.width() / unitsPerPixel, height - top},
+                .lineHeight = labelFont.size * 1.4 / unitsPerPixel,
+                .widthOf = [this](const QString& text) { return m_metrics.width(text, labelFont) / unitsPerPixel; }};
     }
 
-    void addLegend(PrintedDrawing& drawing)
+    /// Returns where it ends.
+    double addLegend(PrintedDrawing& drawing, std::string_view locale)
     {
-        double left = 0;
-        for (const auto& series : m_chart.data.series) {
-            const QRectF sample{left, (legendHeight - sampleExtent) / 2, sampleExtent, sampleExtent};
+        auto bottom = besideLegend;
+        for (const auto& part : ChartLegends::parts(m_chart.data, room(besideLegend), std::nullopt, locale)) {
+            const auto& series = m_chart.data.series[*part.series];
             drawing.samples.push_back(
-                {.rect = sample, .series = {.name = {}, .mark = series.mark, .role = series.role, .values = {}}});
-            left += sampleExtent + afterSample;
-            const double width = widthOf(series.name);
-            addText(series.name, {left, 0, width, legendHeight}, Qt::AlignLeft);
-            left += width + afterName;
+                {.rect = part.sample, .series = {.name = {}, .mark = series.mark, .role = series.role, .values = {}}});
+            addText(part.text, part.rect, Qt::AlignLeft);
+            bottom = part.rect.bottom();
         }
+        return bottom;
     }
 
     void addText(const QString& text, const QRectF& room, Qt::Alignment side)

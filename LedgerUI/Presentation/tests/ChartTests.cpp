@@ -1,9 +1,14 @@
+#include <array>
 #include <limits>
 
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Presentation/Charts/ChartLayout.h"
+#include "LedgerUI/Presentation/Charts/ChartLegend.h"
 #include "LedgerUI/Presentation/Charts/ChartScale.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -138,6 +143,37 @@ TEST(ChartLayout, KeepsLabelsApartAndNamesTheChosenSlot)
             }
             for (std::size_t at = 1; at < layout.ticks.size(); ++at)
                 EXPECT_GT(layout.ticks[at - 1].y - layout.ticks[at].y, 10) << "lines of text apart";
+        }
+    }
+}
+
+/// As narrow as the chart of the smallest window, with figures as long as they come in rupiah.
+TEST(ChartLegend, WritesEveryFigureInsideItsRoomInEachLanguage)
+{
+    for (const std::string_view locale : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {
+        auto data = incomeAndExpense();
+        data.currency = "IDR";
+        data.places[0].name = DayText::month(std::chrono::year{2026} / std::chrono::November, locale);
+        data.series[0].values[0] = 1'288'640'000'00;
+        data.series[1].values[0] = -1'156'310'000'00;
+        for (std::size_t at = 0; at < 3; ++at)
+            data.series[at].name = wordIn(locale, reportWords(), std::array{"income", "expense", "net"}[at]);
+        const ChartLayouts::Room narrow{.rect = {2, 2, 456, 200}, .lineHeight = 16, .widthOf = [](const QString& text) {
+                                            return 7.0 * static_cast<double>(text.size());
+                                        }};
+        const auto height = ChartLegends::height(data, narrow, locale);
+        EXPECT_LT(height, narrow.rect.height() / 3) << locale;
+        for (const auto slot : {std::optional<std::size_t>{0}, std::optional<std::size_t>{1}, {}}) {
+            const auto parts = ChartLegends::parts(data, narrow, slot, locale);
+            ASSERT_EQ(parts.size(), slot ? 4U : 3U) << locale;
+            const QRectF kept{2, 2, 456, height};
+            for (std::size_t at = 0; at < parts.size(); ++at) {
+                const auto whole = parts[at].rect.united(parts[at].sample);
+                EXPECT_TRUE(kept.contains(whole)) << locale << ' ' << parts[at].text.toStdString();
+                EXPECT_FALSE(parts[at].sample.intersects(parts[at].rect)) << locale;
+                for (std::size_t before = 0; before < at; ++before)
+                    EXPECT_FALSE(parts[before].rect.intersects(whole)) << locale << ' ' << at;
+            }
         }
     }
 }

@@ -139,6 +139,26 @@ TEST(ChartView, TellsTheMonthThatIsPointedAt)
     EXPECT_EQ(legend(), february);
 }
 
+/// The last digit of the last figure is in sight, where the month and the figures take more than one line.
+TEST(ChartView, ShowsEveryFigureWhereItIsNarrow)
+{
+    InterfaceLanguage::change("id-ID");
+    ChartView view;
+    view.resize(240, 220);
+    view.show();
+    const auto shown = [&view](std::int64_t last) {
+        auto data = threeMonths();
+        data.series[1].values[2] = last;
+        view.present(data, colors());
+        view.setFocus();
+        QTest::keyClick(&view, Qt::Key_End);
+        return view.grab().toImage();
+    };
+    settle();
+    EXPECT_NE(shown(-999'999'991'11), shown(-999'999'991'18));
+    InterfaceLanguage::change("en-US");
+}
+
 TEST(ChartView, TakesAClickOnAMonthOnly)
 {
     ChartView view;
