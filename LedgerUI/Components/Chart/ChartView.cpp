@@ -40,6 +40,9 @@ void ChartView::present(ChartData data, ChartColors colors)
     if (m_current && *m_current >= m_data.places.size())
         m_current.reset();
     arrange();
+    if (hasFocus())
+        enter();
+    tellCurrent();
 }
 
 QSize ChartView::sizeHint() const
@@ -114,15 +117,29 @@ void ChartView::changeEvent(QEvent* event)
     QWidget::changeEvent(event);
 }
 
-void ChartView::moveTo(std::optional<std::size_t> slot)
+/// The pointer may rest on another one.
+void ChartView::moveTo(std::size_t slot)
 {
     m_current = slot;
-    if (slot) {
-        setAccessibleDescription(ChartLayouts::reading(m_data, *slot, InterfaceLanguage::tag()));
-        QAccessibleEvent changed{this, QAccessible::DescriptionChanged};
-        QAccessible::updateAccessibility(&changed);
-    }
+    m_pointed.reset();
+    tellCurrent();
     update();
+}
+
+void ChartView::enter()
+{
+    if (!m_current && !m_data.places.empty())
+        moveTo(m_data.chosen.value_or(m_data.places.size() - 1));
+}
+
+void ChartView::tellCurrent()
+{
+    const auto said = m_current ? ChartLayouts::reading(m_data, *m_current, InterfaceLanguage::tag()) : QString{};
+    if (said == accessibleDescription())
+        return;
+    setAccessibleDescription(said);
+    QAccessibleEvent changed{this, QAccessible::DescriptionChanged};
+    QAccessible::updateAccessibility(&changed);
 }
 
 void ChartView::keyPressEvent(QKeyEvent* event)
@@ -162,7 +179,7 @@ void ChartView::mousePressEvent(QMouseEvent* event)
     const auto slot = ChartLayouts::slotAt(m_layout, m_data, event->position().x());
     if (event->button() != Qt::LeftButton || !slot)
         return QWidget::mousePressEvent(event);
-    moveTo(slot);
+    moveTo(*slot);
     Q_EMIT slotChosen(*slot);
 }
 
@@ -175,8 +192,7 @@ void ChartView::leaveEvent(QEvent* event)
 
 void ChartView::focusInEvent(QFocusEvent* event)
 {
-    if (!m_current && !m_data.places.empty())
-        moveTo(m_data.chosen.value_or(m_data.places.size() - 1));
+    enter();
     QWidget::focusInEvent(event);
     update();
 }

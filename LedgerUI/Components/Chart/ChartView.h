@@ -7,7 +7,8 @@
 #include "LedgerUI/Components/Chart/ChartPainter.h"
 
 /// A chart with its legend above it, on as many lines as its width takes. Left, Right, Home and End move to a slot, as
-/// the pointer does; the legend then shows that slot's figures, and readers hear them. A click or Return chooses it.
+/// the pointer does; the legend then shows that slot's figures, and readers hear them, also when other figures come to
+/// stand there. A click or Return chooses it.
 class ChartView final : public QWidget {
     Q_OBJECT
 public:
@@ -35,7 +36,9 @@ protected:
 
 private:
     void arrange();
-    void moveTo(std::optional<std::size_t> slot);
+    void moveTo(std::size_t slot);
+    void enter();
+    void tellCurrent();
     void paintLegend(class QPainter& painter) const;
     [[nodiscard]] ChartLayouts::Room legendRoom() const;
     [[nodiscard]] std::optional<std::size_t> shownSlot() const;

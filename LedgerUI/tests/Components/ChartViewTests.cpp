@@ -85,6 +85,12 @@ TEST(ChartView, IsWalkedByKeysAndReadAloud)
     ASSERT_EQ(chosen.count(), 1);
     EXPECT_EQ(chosen.at(0).at(0).value<std::size_t>(), 0U);
 
+    auto other = threeMonths();
+    other.currency = "EUR";
+    other.places[0].name = QStringLiteral("April 2026");
+    view.present(other, colors());
+    EXPECT_EQ(view.accessibleDescription().toStdString(), "April 2026: Income EUR 100.00, Expense EUR −300.00");
+
     auto shorter = threeMonths();
     shorter.places.resize(1);
     for (auto& series : shorter.series)
@@ -92,10 +98,12 @@ TEST(ChartView, IsWalkedByKeysAndReadAloud)
     shorter.chosen.reset();
     QTest::keyClick(&view, Qt::Key_End);
     view.present(shorter, colors()); // the month where the keys were is gone
+    EXPECT_EQ(view.accessibleDescription().toStdString(), "January 2026: Income USD 100.00, Expense USD −300.00");
     QTest::keyClick(&view, Qt::Key_Right);
     QTest::keyClick(&view, Qt::Key_Return);
     EXPECT_EQ(chosen.back().at(0).value<std::size_t>(), 0U);
     view.present({.currency = "USD", .places = {}, .series = {}, .chosen = {}}, colors());
+    EXPECT_EQ(view.accessibleDescription().toStdString(), "");
     QTest::keyClick(&view, Qt::Key_Return);
     EXPECT_EQ(chosen.count(), 2);
 }
@@ -136,6 +144,11 @@ TEST(ChartView, TellsTheMonthThatIsPointedAt)
     QTest::keyClick(&view, Qt::Key_End);
     EXPECT_EQ(legend(), march);
     QTest::keyClick(&view, Qt::Key_Left);
+    EXPECT_EQ(legend(), february);
+    point(view.width() - 10);
+    ASSERT_EQ(legend(), march);
+    QTest::keyClick(&view, Qt::Key_Home); // while the pointer rests
+    QTest::keyClick(&view, Qt::Key_Right);
     EXPECT_EQ(legend(), february);
 }
 
