@@ -4,6 +4,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Dividends/DividendSummary.h"
 #include "LedgerCore/Domain/Entries/EntryStanding.h"
@@ -38,7 +40,7 @@ public:
     void addStart()
     {
         const auto& settings = m_snapshot.financialSettings;
-        if (settings && !settings->bookkeepingStartDate)
+        if (settings && !settings->bookkeepingStartDate && MemberRights::canManage(m_snapshot.currentMember))
             m_items.push_back({.kind = AttentionItem::Kind::startUnconfirmed, .text = word("startDate")});
     }
 
@@ -115,7 +117,8 @@ private:
             m_items.push_back({.kind = kind,
                                .text = wordIn(m_locale, reportWords(), key, values),
                                .accountID = account.id,
-                               .currency = currency});
+                               .currency = currency,
+                               .canFund = canFund(account, currency)});
         };
         if (balance < 0)
             add(AttentionItem::Kind::floatBelowZero, "float.negative", {account.name, sum(balance)});
@@ -123,6 +126,15 @@ private:
             add(AttentionItem::Kind::floatEmpty, "float.empty", {account.name, currency});
         else if (balance > 0 && balance < spentInAMonth)
             add(AttentionItem::Kind::floatLow, "float.low", {account.name, sum(balance), sum(spentInAMonth)});
+    }
+
+    [[nodiscard]] bool canFund(const Account& account, std::string_view currency) const
+    {
+        const auto& member = m_snapshot.currentMember;
+        return std::ranges::any_of(
+            LedgerEntryAccess::accounts(m_snapshot, EntryKind::transfer), [&](const Account* source) {
+                return source->holds(currency) && !LedgerEntryAccess::whyNotReceive(*source, account, member);
+            });
     }
 
     void addSum(AttentionItem::Kind kind, std::string_view key, std::int64_t minor, const std::string& currency)

@@ -24,7 +24,7 @@ struct AttentionItem {
         entryUnconfirmed,    // opens the form of the entry that is kept
         requestsUnconfirmed, // opens the list of all requests that are kept
         receiptsMissing,     // opens the ledger, filtered
-        floatEmpty,          // opens a transfer to `accountID`
+        floatEmpty,          // opens a transfer to `accountID`, its entries where the member cannot fund it
         floatLow,            // likewise
         floatBelowZero,      // opens the entries of `accountID`
         startUnconfirmed,    // opens the bookkeeping setup
@@ -40,6 +40,7 @@ struct AttentionItem {
     std::string accountID = {}; // where the kind is about one
     std::string currency = {};
     TemplateOccurrence occurrence = {}; // where the kind is about one
+    bool canFund = false;               // whether the member may send `currency` to `accountID`
 
     bool operator==(const AttentionItem&) const = default;
 };
@@ -47,8 +48,8 @@ struct AttentionItem {
 namespace ReportAttention {
 
 /// What in these books wants a hand, the most pressing first. A float runs low when it holds less than it spends in a
-/// month. Only what the member may see and mend: nothing about
-/// openings without the right to record one.
+/// month. Only what the member may see, and no start of the books or
+/// opening without the right to confirm or record it.
 std::vector<AttentionItem> items(const LedgerSnapshot& snapshot, const Period& period,
                                  std::chrono::year_month_day today, std::string_view locale);
 

@@ -237,6 +237,26 @@ TEST(ReportAttention, NamesWhatWantsAHand)
     EXPECT_TRUE(ReportAttention::items(snapshot().build(), month(today), today, "en-US").empty());
 }
 
+TEST(ReportAttention, AsksForNothingThatTheMemberMayNotDo)
+{
+    const auto told = [](std::vector<std::string> onBank, std::vector<std::string> onFloat, const char* held) {
+        auto builder = snapshot().settings({}).currentMember(SnapshotBuilder::person("m1", "Rizky Pratama"));
+        builder.account("bank", {held}).employeeAccount("float", {"USD"}, "m2").balance("float", "USD", 0);
+        builder.grant("bank", std::move(onBank)).grant("float", std::move(onFloat));
+        return ReportAttention::items(builder.build(), month(today), today, "en-US");
+    };
+    const auto funding = told({"view", "transferOut"}, {"view", "transferIn"}, "USD");
+    ASSERT_EQ(textsOf(funding), std::vector<std::string>{"float has no USD balance left"})
+        << "the start of the books is confirmed by who manages the company";
+    EXPECT_TRUE(funding.front().canFund);
+    for (const auto& looking :
+         {told({"view"}, {"view", "transferIn"}, "USD"), told({"view", "transferOut"}, {"view"}, "USD"),
+          told({"view", "transferOut"}, {"view", "transferIn"}, "IDR")}) {
+        ASSERT_EQ(looking.size(), 1U);
+        EXPECT_FALSE(looking.front().canFund);
+    }
+}
+
 TEST(ReportAttention, NamesWhatIsOwedToOwnersAndWhatTheyHoldAhead)
 {
     const auto items = textsOf(ReportAttention::items(capitalSample().books(), month(today), today, "en-US"));

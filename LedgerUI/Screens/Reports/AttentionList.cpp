@@ -51,9 +51,9 @@ QString glyphOf(Kind kind)
     return {};
 }
 
-std::string_view actionKey(Kind kind)
+std::string_view actionKey(const AttentionItem& item)
 {
-    switch (kind) {
+    switch (item.kind) {
     case Kind::entryDue:
         return "attention.record";
     case Kind::entryUnconfirmed:
@@ -67,7 +67,7 @@ std::string_view actionKey(Kind kind)
         return "attention.show";
     case Kind::floatEmpty:
     case Kind::floatLow:
-        return "attention.fund";
+        return item.canFund ? "attention.fund" : "attention.show";
     case Kind::startUnconfirmed:
         return "attention.setUp";
     case Kind::openingsMissing:
@@ -160,7 +160,7 @@ void AttentionList::addRow(std::size_t at)
     auto* text = new TextLabel(TypeStep::body, Token::text, row);
     text->setText(item.text);
     text->setWordWrap(true);
-    auto* act = link(word(reportWords(), actionKey(item.kind)), QStringLiteral("attention%1").arg(at), row);
+    auto* act = link(word(reportWords(), actionKey(item)), QStringLiteral("attention%1").arg(at), row);
     act->setAccessibleName(QStringLiteral("%1, %2").arg(act->text(), item.text));
     connect(act, &QPushButton::clicked, this, [this, item] { Q_EMIT wanted(item); });
     auto* layout = new QHBoxLayout(row);

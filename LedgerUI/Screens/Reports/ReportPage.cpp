@@ -224,6 +224,8 @@ void ReportPage::lend(const AttentionItem& item)
         return;
     case AttentionItem::Kind::floatEmpty:
     case AttentionItem::Kind::floatLow: {
+        if (!item.canFund)
+            return showInLedger(entriesOf(item, m_browser->query().period));
         TransactionDraft draft;
         draft.kind = EntryKind::transfer;
         draft.target = item.accountID;

@@ -290,6 +290,18 @@ TEST_F(Reports, LendAHandWhereItIsWanted)
     screen.waitUntilGone("transactionForm");
 }
 
+TEST_F(Reports, ShowTheEntriesOfAFloatThatOthersFund)
+{
+    auto books = reportSample();
+    books.currentMember(SnapshotBuilder::person("m1", "Rizky Pratama")).permissions({"viewCompany"});
+    for (const auto* account : {"Operating bank", "Singapore account", "Kas kecil – Rizky"})
+        books.grant(account, {"view"});
+    open(books);
+    screen.press("Show, Kas kecil – Rizky has no IDR balance left");
+    screen.waitFor("entryCount");
+    EXPECT_EQ(screen.read("entryCount"), "2 of 90 entries");
+}
+
 /// What was taken back needs no receipt any more: the row counts what the ledger then lists.
 TEST_F(Reports, CountTheEntriesThatTheLedgerThenShows)
 {
