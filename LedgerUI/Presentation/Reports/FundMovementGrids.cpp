@@ -131,7 +131,7 @@ private:
     {
         ReportGrid grid{.name = word("table.funds"),
                         .columns = {{.head = word("day"), .kind = Kind::label},
-                                    {.head = word("fund.movement"), .kind = Kind::name},
+                                    {.head = word("fund.movement"), .kind = Kind::name, .beside = word("fund.remarks")},
                                     {.head = word("account"), .kind = Kind::label},
                                     {.head = word("fund.in")},
                                     {.head = word("fund.out")}},

@@ -9,12 +9,6 @@
 
 namespace {
 
-QString copied(const ReportGridCell& cell)
-{
-    const auto& text = cell.copied.isEmpty() ? cell.text : cell.copied;
-    return cell.beside.isEmpty() ? text : QStringLiteral("%1 %2").arg(text, cell.beside);
-}
-
 /// The name of the row that this one is counted in; empty for one that stands alone.
 QString parentOf(const ReportGrid& grid, const ReportGridRow& row)
 {
@@ -27,11 +21,15 @@ QStringList textsOf(const ReportGrid& grid, const ReportGridRow& row)
 {
     QStringList texts;
     for (std::size_t column = 0; column < grid.columns.size(); ++column) {
-        if (grid.columns[column].kind != ReportGridColumn::Kind::line)
-            texts << copied(row.cells[column]);
+        const auto& cell = row.cells[column];
+        if (grid.columns[column].kind == ReportGridColumn::Kind::line)
+            continue;
+        texts << (cell.copied.isEmpty() ? cell.text : cell.copied);
+        if (!grid.columns[column].beside.isEmpty())
+            texts << cell.beside;
+        if (column == 0 && !grid.partOf.isEmpty())
+            texts << parentOf(grid, row);
     }
-    if (!grid.partOf.isEmpty())
-        texts.insert(1, parentOf(grid, row));
     return texts;
 }
 
@@ -39,11 +37,14 @@ QStringList headsOf(const ReportGrid& grid)
 {
     QStringList heads;
     for (const auto& column : grid.columns) {
-        if (column.kind != ReportGridColumn::Kind::line)
-            heads << column.head;
+        if (column.kind == ReportGridColumn::Kind::line)
+            continue;
+        heads << column.head;
+        if (!column.beside.isEmpty())
+            heads << column.beside;
+        if (&column == grid.columns.data() && !grid.partOf.isEmpty())
+            heads << grid.partOf;
     }
-    if (!grid.partOf.isEmpty())
-        heads.insert(1, grid.partOf);
     return heads;
 }
 
@@ -62,12 +63,16 @@ ReportGridCell ReportGrids::moneyCell(const MoneyText& money, ReportGridCell::To
 QString ReportGrids::spreadsheetText(const ReportGrid& grid, const std::vector<int>& rows)
 {
     QStringList lines{headsOf(grid).join(QLatin1Char('\t'))};
+    const auto add = [&](const ReportGridRow& row) {
+        auto texts = textsOf(grid, row);
+        for (auto& text : texts)
+            text = text.simplified();
+        lines << texts.join(QLatin1Char('\t'));
+    };
     for (const int row : rows)
-        lines << textsOf(grid, grid.rows[static_cast<std::size_t>(row)]).join(QLatin1Char('\t'));
-    for (const auto& row : grid.rows) {
-        if (rows.empty())
-            lines << textsOf(grid, row).join(QLatin1Char('\t'));
-    }
+        add(grid.rows[static_cast<std::size_t>(row)]);
+    if (rows.empty())
+        std::ranges::for_each(grid.rows, add);
     return lines.join(QLatin1Char('\n')) + QLatin1Char('\n');
 }
 

@@ -57,6 +57,7 @@ struct ReportGridColumn {
     QString head;
     Kind kind = Kind::figure;
     bool isSpare = false; // gives way in a narrow window
+    QString beside = {};  // the head of the column that has what stands beside its texts, in copies and files
 
     bool operator==(const ReportGridColumn&) const = default;
 };
@@ -88,7 +89,8 @@ namespace ReportGrids {
 /// An amount as a cell; zero is quiet, what came in has the colour of income.
 ReportGridCell moneyCell(const MoneyText& money, ReportGridCell::Tone tone, std::optional<ReportBacking> backing);
 
-/// Heads and these rows as tab-separated text; all rows when none are named. Drawings have no column.
+/// Heads and these rows as tab-separated text, each on one line; all rows when none are named. Drawings have no
+/// column, what stands beside a text has one of its own.
 QString spreadsheetText(const ReportGrid& grid, const std::vector<int>& rows = {});
 
 /// The same as a CSV document.

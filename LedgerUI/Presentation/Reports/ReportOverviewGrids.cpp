@@ -84,14 +84,12 @@ std::vector<ReportGridColumn> currencyColumns(std::string_view locale)
     };
     auto other = column("other");
     other.isSpare = true;
-    return {column("currency", Kind::name),
-            column("opening"),
-            column("income"),
-            column("expense"),
-            column("net"),
-            other,
-            column("closing"),
-            column("twelveMonths", Kind::line)};
+    auto currency = column("currency", Kind::name);
+    currency.beside = wordIn(locale, reportWords(), "currency.name");
+    return {currency,          column("opening"),
+            column("income"),  column("expense"),
+            column("net"),     other,
+            column("closing"), column("twelveMonths", Kind::line)};
 }
 
 struct Largest {
@@ -105,7 +103,8 @@ ReportGrid largest(const Largest& asked, const Period& period, std::string_view 
 {
     ReportGrid grid{.name = wordIn(locale, reportWords(), asked.name),
                     .columns = {{.head = wordIn(locale, reportWords(), "category"), .kind = Kind::name},
-                                {.head = wordIn(locale, reportWords(), "amount")}},
+                                {.head = wordIn(locale, reportWords(), "amount"),
+                                 .beside = wordIn(locale, reportWords(), "share")}},
                     .rows = {}};
     for (const auto& each : asked.rows) {
         ReportBacking backing{.period = period, .figure = asked.figure};

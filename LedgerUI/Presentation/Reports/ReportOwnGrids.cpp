@@ -30,7 +30,7 @@ public:
     {
         ReportGrid grid{.name = word("table.ownAccounts"),
                         .columns = {{.head = word("account"), .kind = Kind::name},
-                                    {.head = word("currency"), .kind = Kind::line},
+                                    {.head = word("currency"), .kind = Kind::label},
                                     {.head = word("opening")},
                                     {.head = word("matrix.transfer")},
                                     {.head = word("income"), .isSpare = true},
@@ -51,8 +51,8 @@ public:
     [[nodiscard]] ReportGrid latest() const
     {
         ReportGrid grid{.name = word("table.latest"),
-                        .columns = {{.head = word("day"), .kind = Kind::line},
-                                    {.head = word("entry"), .kind = Kind::name},
+                        .columns = {{.head = word("day"), .kind = Kind::label},
+                                    {.head = word("entry"), .kind = Kind::name, .beside = word("entry.note")},
                                     {.head = word("currency"), .kind = Kind::label},
                                     {.head = word("amount")}},
                         .rows = {}};
@@ -133,7 +133,7 @@ private:
         const auto kind = isReversal ? word("reversal") : movementsText({movementOf(entry.kind)}, m_locale);
         const auto& leg = ownLeg(entry);
         const auto money = movementText(leg.amountMinor, leg.currency, m_locale);
-        return {{.text = DayText::shortDay(entry.date, m_locale)},
+        return {{.text = DayText::shortDay(entry.date, m_locale), .copied = qString(entry.date)},
                 {.text = category ? qString(directory.fullPathName(*category, m_locale)) : kind,
                  .beside = QString::fromStdString(entry.note),
                  .glyph = entryKindGlyph(entry.kind)},

@@ -259,6 +259,33 @@ TEST(ReportOwn, ShowsEachOwnAccountAndTheLatestEntries)
                      "3 Nov | Premises › Rent | USD | −250.00", "2 Nov | Sales | USD | +1,000.00"}));
 }
 
+/// Every figure and text of a copied row stands in a column of its own, so that a spreadsheet can go on with it.
+TEST(ReportOwn, IsCopiedWithItsCurrenciesDaysAndNotes)
+{
+    LedgerTransaction noted;
+    noted.id = "n9";
+    noted.kind = EntryKind::expense;
+    noted.date = "2026-11-11";
+    noted.createdAt = "2026-11-11T03:00:00Z";
+    noted.memberID = "m1";
+    noted.categoryID = "fees";
+    noted.note = "For the\nnew desk";
+    noted.legs = {{"bank", "USD", -200}};
+    const auto sheet = reportSheet(
+        std::make_shared<const ReportBooks>(books().entry(noted).share()),
+        {.report = ReportPart::summary, .period = month(today), .currency = "USD", .today = today}, english);
+    const auto lines = [](const ReportGrid& grid) {
+        Texts all;
+        for (const auto& line : ReportGrids::spreadsheetText(grid, {0}).split(QLatin1Char('\n')))
+            all.push_back(line.toStdString());
+        return all;
+    };
+    EXPECT_EQ(lines(sheet.own.latest),
+              (Texts{"Date\tEntry\tNote\tCurrency\tAmount", "2026-11-11\tFees\tFor the new desk\tUSD\t-2.00", ""}));
+    EXPECT_EQ(lines(sheet.own.accounts).at(1).substr(0, 9), "cash\tIDR\t");
+    EXPECT_EQ(lines(sheet.largestExpenses), (Texts{"Category\tAmount\tShare", "Wages\t600.00\t67.9 %", ""}));
+}
+
 TEST(ReportSheet, WorksOutTheReportThatIsAskedForAndNoOther)
 {
     const auto held = std::make_shared<const ReportBooks>(books().share());

@@ -274,8 +274,9 @@ TEST_F(Reports, CopyAFigureAndATableForSpreadsheets)
     screen.waitFor("figureMenu");
     screen.keys("Up Up Return");
     const auto table = QApplication::clipboard()->text();
-    EXPECT_TRUE(
-        table.startsWith(QStringLiteral("Currency\tOpening\tIncome\tExpense\tNet\tOther movements\tClosing\n")));
+    EXPECT_TRUE(table.startsWith(
+        QStringLiteral("Currency\tCurrency name\tOpening\tIncome\tExpense\tNet\tOther movements\tClosing\n")));
+    EXPECT_TRUE(table.contains(QStringLiteral("\nUSD\tUS dollar\t197,420.00\t"))) << table.toStdString();
     EXPECT_EQ(table.count(QLatin1Char('\n')), 4);
 }
 
