@@ -32,6 +32,7 @@ enum class Errand {
     person,     // somebody waits for it
     background, // nobody does; it gives way to what a person asks for
     keeping,    // nobody does; it keeps what a person has typed, and goes on beside what they ask for
+    opening,    // begins a session, and is heard out also when nobody waits for it any more
     farewell,   // the last word of a session, which is sent whatever follows
 };
 

@@ -11,6 +11,11 @@ QCoro::Task<void> nothing()
     co_return;
 }
 
+QCoro::Task<std::optional<std::string>> ready(std::string token)
+{
+    co_return token;
+}
+
 }
 
 ServiceConnection::ServiceConnection(std::string address, TransferLimits limits)
@@ -58,8 +63,7 @@ QCoro::Task<Result<HttpReply>> ServiceConnection::exchange(APIRequest request)
     if (!client)
         co_return std::unexpected(client.error());
     const QPointer<ServiceConnection> self = this;
-    const bool isAside = request.errand == Errand::farewell || request.errand == Errand::keeping;
-    const int changes = request.method == "GET" || isAside ? 0 : 1;
+    const int changes = request.method != "GET" && request.errand == Errand::person ? 1 : 0;
     m_awaitedChanges += changes;
     auto sent = client->send(std::move(request));
     auto reply = co_await sent;
@@ -71,19 +75,34 @@ QCoro::Task<Result<HttpReply>> ServiceConnection::exchange(APIRequest request)
 
 void ServiceConnection::endSession(std::string token)
 {
-    m_farewells = sendFarewell(std::move(token), std::exchange(m_farewells, nothing()));
+    endUnwanted(ready(std::move(token)));
+}
+
+void ServiceConnection::endUnwanted(QCoro::Task<std::optional<std::string>> coming)
+{
+    m_farewells = sendFarewell(std::move(coming), std::exchange(m_farewells, nothing()));
 }
 
 QCoro::Task<void> ServiceConnection::sessionsEnded()
 {
-    return std::exchange(m_farewells, nothing());
+    // What is given up meanwhile may bring more of them.
+    const QPointer<ServiceConnection> self = this;
+    while (self && !self->m_farewells.isReady()) {
+        auto ending = std::exchange(self->m_farewells, nothing());
+        co_await ending;
+    }
 }
 
-QCoro::Task<void> ServiceConnection::sendFarewell(std::string token, QCoro::Task<void> earlier)
+QCoro::Task<void> ServiceConnection::sendFarewell(QCoro::Task<std::optional<std::string>> token,
+                                                  QCoro::Task<void> earlier)
 {
-    auto sending =
-        exchange({.method = "POST", .path = "v1/auth/logout", .token = std::move(token), .errand = Errand::farewell});
-    co_await sending;
+    const auto client = this->client(); // by then the person may have turned to another service
+    auto ended = co_await token;
+    if (client && ended) {
+        auto sending = client->send(
+            {.method = "POST", .path = "v1/auth/logout", .token = std::move(ended), .errand = Errand::farewell});
+        co_await sending;
+    }
     co_await earlier;
 }
 

@@ -25,13 +25,17 @@ public:
     void setToken(std::optional<std::string> token);
     /// Whether another window of this person goes on with the session: ending it here would end it there.
     [[nodiscard]] bool sharesSession() const { return m_hold && m_hold->isShared(); }
+    /// Whether a window of this person, perhaps this one, uses the session of this token.
+    [[nodiscard]] bool isUsed(const std::string& token) const { return SessionHold{m_address, token}.isShared(); }
 
     /// The request with the token of the session, or why there is none.
     [[nodiscard]] std::expected<APIRequest, Failure> authorized(APIRequest request) const;
     QCoro::Task<Result<HttpReply>> exchange(APIRequest request);
     /// Hands the token back to the service, which ends its session. Nobody waits for the service to take notice.
     void endSession(std::string token);
-    /// Is over once no session that was ended so far is waiting for the service's answer.
+    /// The same for a session that is only coming, if one does.
+    void endUnwanted(QCoro::Task<std::optional<std::string>> coming);
+    /// Is over once no session that was ended, or is only coming, is waiting for the service's answer.
     QCoro::Task<void> sessionsEnded();
     /// Whether something that changes records was sent and is not answered: nobody knows yet what came of it.
     [[nodiscard]] bool awaitsChange() const { return m_awaitedChanges > 0; }
@@ -40,7 +44,7 @@ public:
 
 private:
     std::expected<APIClient, Failure> client();
-    QCoro::Task<void> sendFarewell(std::string token, QCoro::Task<void> earlier);
+    QCoro::Task<void> sendFarewell(QCoro::Task<std::optional<std::string>> token, QCoro::Task<void> earlier);
 
     std::string m_address;
     TransferLimits m_limits;

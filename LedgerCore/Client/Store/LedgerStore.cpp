@@ -100,6 +100,7 @@ void LedgerStore::dismissMessages()
 void LedgerStore::cancel()
 {
     m_connection.abort(Errand::person);
+    m_opening.giveUp();
 }
 
 std::string LedgerStore::friendly(const Failure& failure, std::optional<std::string> locale) const

@@ -23,6 +23,7 @@
 #include "LedgerCore/Client/Operations/TemplateOperations.h"
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Client/Session/SignedInRights.h"
+#include "LedgerCore/Client/Snapshots/SessionOpening.h"
 #include "LedgerCore/Client/Store/StoreProperties.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 
@@ -33,7 +34,6 @@ class EntryTemplates;
 class IdentifierSource;
 class LanguageDefaults;
 class SessionCredentialStore;
-struct BooksReply;
 struct HeldBooks;
 struct LoadedSnapshot;
 struct SavedSession;
@@ -107,7 +107,10 @@ public:
     /// Heeded only while signed out and idle.
     void setServerURL(std::string address);
     /// Whether a command of the signed-in member was sent and is not answered.
-    [[nodiscard]] bool awaitsChange() const { return m_snapshot && m_connection.awaitsChange(); }
+    [[nodiscard]] bool awaitsChange() const
+    {
+        return m_snapshot && (m_connection.awaitsChange() || m_opening.isAwaited());
+    }
     /// Whether the service of the open company keeps more than the books: one of our own kind, which tags snapshots.
     [[nodiscard]] bool keepsMoreThanBooks() const { return m_snapshot && !m_snapshotTag.empty(); }
     /// What is kept there beside the books. Each begins to be looked after when it is first asked for.
@@ -117,7 +120,8 @@ public:
     void publish(const Failure& failure);
     /// Clears `errorMessage` and `noticeMessage`.
     void dismissMessages();
-    /// Gives up what a person waits for; it ends as `Cancelled`.
+    /// Gives up what a person waits for; it ends as `Cancelled`. A session that the service opens nevertheless is
+    /// ended.
     void cancel();
 
     /// What the user reads about a failure, in `locale` or else the language in force.
@@ -162,8 +166,6 @@ public:
     void clearAttachmentCache();
 
 private:
-    struct SignInReply;
-
     QCoro::Task<Result<void>> signIn(std::string path, std::string body, Session session) override;
     QCoro::Task<Result<void>> signInAndEnter(std::string login, APIRequest entering) override;
     QCoro::Task<Result<void>> enter(APIRequest request) override;
@@ -195,12 +197,12 @@ private:
     QCoro::Task<Result<void>> sendSection(SectionCommand command);
     QCoro::Task<Result<std::string>> sendCreation(APIRequest request);
     QCoro::Task<Result<void>> fetchRecord(APIRequest request, Reader read);
-    QCoro::Task<Result<SignInReply>> askToSignIn(std::string path, std::string body);
+    QCoro::Task<Result<SessionOpening::Reply>> askToSignIn(std::string path, std::string body);
     QCoro::Task<Result<void>> authenticate(std::string path, std::string body, Session session);
     QCoro::Task<Result<void>> authenticateAndEnter(std::string login, APIRequest entering);
     QCoro::Task<Result<void>> enterCompany(APIRequest request);
-    QCoro::Task<Result<void>> openCompany(BooksReply reply, SavedSession session);
-    QCoro::Task<Result<void>> open(AuthResponse opened, bool isDemo, std::string tag);
+    QCoro::Task<Result<void>> enterFrom(SavedSession left, APIRequest request);
+    QCoro::Task<Result<void>> open(SessionOpening::Reply reply, bool isDemo, std::optional<std::string> left);
     QCoro::Task<Result<void>> restore();
     QCoro::Task<Result<void>> endSession();
     QCoro::Task<Result<std::string>> record(TransactionInput input);
@@ -210,7 +212,7 @@ private:
     QCoro::Task<Result<std::filesystem::path>> download(std::string id);
     QCoro::Task<Result<void>> sendReversal(std::string id, std::string reason);
     QCoro::Task<Result<void>> clearExpiredSession(Failure failure);
-    QCoro::Task<Result<void>> keepSession(SavedSession session);
+    QCoro::Task<Result<void>> keepSession(SavedSession session, std::optional<std::string> left);
     QCoro::Task<Result<std::optional<SavedSession>>> savedSession();
 
     void awaitReview(PendingCompanyRegistration pending);
@@ -227,6 +229,7 @@ private:
     Environment m_environment;
 
     ServiceConnection m_connection;
+    SessionOpening m_opening{m_connection};
     bool m_isSessionKept = false; // it was put where the next start finds it
     bool m_restored = false;
     int m_quietRun = 0; // the running quiet reload; 0 without one

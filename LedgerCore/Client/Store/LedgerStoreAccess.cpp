@@ -5,19 +5,12 @@
 #include "LedgerCore/Client/Session/Approval.h"
 #include "LedgerCore/Client/Session/SessionCredentialStore.h"
 #include "LedgerCore/Client/Snapshots/AccessReply.h"
-#include "LedgerCore/Client/Snapshots/BooksReply.h"
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
 #include "LedgerCore/Client/Snapshots/SnapshotLoading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
 #include "LedgerCore/Domain/Records/Company.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
-
-/// What a way of signing in was answered with.
-struct LedgerStore::SignInReply {
-    CompanyRegistrationResponse response;
-    std::string tag; // of the snapshot
-};
 
 QCoro::Task<Result<void>> LedgerStore::signIn(std::string path, std::string body, Session session)
 {
@@ -53,21 +46,12 @@ QCoro::Task<Result<PendingCompanyRegistration>> LedgerStore::apply(APIRequest re
     co_return pending;
 }
 
-QCoro::Task<Result<LedgerStore::SignInReply>> LedgerStore::askToSignIn(std::string path, std::string body)
+QCoro::Task<Result<SessionOpening::Reply>> LedgerStore::askToSignIn(std::string path, std::string body)
 {
     assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
     assign(m_noticeMessage, {}, &LedgerStore::noticeMessageChanged);
-    auto sent = BooksReply::asked(&m_connection, {.method = "POST", .path = std::move(path), .body = std::move(body)},
-                                  m_snapshot);
-    auto answered = co_await sent;
-    if (!answered)
-        co_return std::unexpected(answered.error());
-    auto tag = answered->tag();
-    auto reading = BooksReply::read<CompanyRegistrationResponse>(std::move(*answered), AccessReply::decode);
-    auto response = co_await reading;
-    if (!response)
-        co_return std::unexpected(response.error());
-    co_return SignInReply{.response = std::move(*response), .tag = std::move(tag)};
+    return m_opening.ask({.method = "POST", .path = std::move(path), .body = std::move(body)}, m_snapshot,
+                         AccessReply::decode);
 }
 
 QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::string body, Session session)
@@ -82,22 +66,26 @@ QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::strin
         awaitReview(std::move(*pending));
         co_return Result<void>{};
     }
-    auto opening = open(std::move(std::get<AuthResponse>(signedIn->response)), session == Session::demonstration,
-                        std::move(signedIn->tag));
+    auto opening = open(std::move(*signedIn), session == Session::demonstration, {});
     co_return co_await opening;
 }
 
-QCoro::Task<Result<void>> LedgerStore::open(AuthResponse opened, bool isDemo, std::string tag)
+QCoro::Task<Result<void>> LedgerStore::open(SessionOpening::Reply reply, bool isDemo, std::optional<std::string> left)
 {
-    if (const auto refused = Approval::whyNot(opened.snapshot.company))
-        co_return std::unexpected(*refused);
+    auto& opened = std::get<AuthResponse>(reply.response);
     const SavedSession kept{.token = opened.token, .isDemo = isDemo};
+    if (const auto refused = Approval::whyNot(opened.snapshot.company)) {
+        if (kept.token != left)
+            m_connection.endSession(kept.token);
+        co_return std::unexpected(*refused);
+    }
     m_connection.setToken(kept.token);
     m_isSessionKept = false;
     assign(m_isDemo, kept.isDemo, &LedgerStore::isDemoChanged);
-    replaceSnapshot(
-        {.fresh = releasedByWorker<LedgerSnapshot>(std::move(opened.snapshot)), .held = {}, .tag = std::move(tag)});
-    auto keeping = keepSession(kept);
+    replaceSnapshot({.fresh = releasedByWorker<LedgerSnapshot>(std::move(opened.snapshot)),
+                     .held = {},
+                     .tag = std::move(reply.tag)});
+    auto keeping = keepSession(kept, std::move(left));
     co_return co_await keeping;
 }
 
@@ -118,34 +106,24 @@ void LedgerStore::holdApplication(PendingCompanyRegistration pending)
 
 QCoro::Task<Result<void>> LedgerStore::enterCompany(APIRequest request)
 {
-    auto prepared = m_connection.authorized(std::move(request));
-    if (!prepared)
-        co_return std::unexpected(prepared.error());
-    const SavedSession session{.token = m_connection.token().value_or(std::string{}), .isDemo = m_isDemo};
-    auto sent = BooksReply::asked(&m_connection, std::move(*prepared), m_snapshot);
-    auto reply = co_await sent;
-    if (!reply)
-        co_return std::unexpected(reply.error());
-    auto opening = openCompany(std::move(*reply), session);
-    co_return co_await opening;
+    const auto token = m_connection.token();
+    if (!token)
+        co_return std::unexpected(clientError(ClientCode::noSession));
+    auto entering = enterFrom({.token = *token, .isDemo = m_isDemo}, std::move(request));
+    co_return co_await entering;
 }
 
-QCoro::Task<Result<void>> LedgerStore::openCompany(BooksReply reply, SavedSession session)
+QCoro::Task<Result<void>> LedgerStore::enterFrom(SavedSession left, APIRequest request)
 {
-    auto tag = reply.tag();
-    auto reading = BooksReply::read<AuthResponse>(std::move(reply), [token = session.token](SplitReply split) {
+    request.token = left.token;
+    auto asking = m_opening.ask(std::move(request), m_snapshot, [token = left.token](SplitReply split) {
         return AccessReply::decodeOpened(std::move(split), token);
     });
-    auto opened = co_await reading;
-    if (!opened)
-        co_return std::unexpected(opened.error());
-    const QPointer<LedgerStore> self = this;
-    const bool isLeft = opened->token != session.token && !m_connection.sharesSession();
-    auto opening = open(std::move(*opened), session.isDemo, std::move(tag));
-    auto outcome = co_await opening;
-    if (self && outcome && isLeft)
-        m_connection.endSession(session.token);
-    co_return outcome;
+    auto entered = co_await asking;
+    if (!entered)
+        co_return std::unexpected(entered.error());
+    auto opening = open(std::move(*entered), left.isDemo, left.token);
+    co_return co_await opening;
 }
 
 QCoro::Task<Result<void>> LedgerStore::authenticateAndEnter(std::string login, APIRequest entering)
@@ -163,16 +141,8 @@ QCoro::Task<Result<void>> LedgerStore::authenticateAndEnter(std::string login, A
 
     const SavedSession session{.token = std::get<AuthResponse>(signedIn->response).token, .isDemo = false};
     const QPointer<LedgerStore> self = this;
-    entering.token = session.token;
-    auto asking = BooksReply::asked(&m_connection, std::move(entering), m_snapshot);
-    auto entered = co_await asking;
-    Result<void> outcome;
-    if (entered) {
-        auto opening = openCompany(std::move(*entered), session);
-        outcome = co_await opening;
-    } else {
-        outcome = std::unexpected(entered.error());
-    }
+    auto going = enterFrom(session, std::move(entering));
+    auto outcome = co_await going;
     // Nobody is left signed in to a company that was not asked for.
     if (self && !outcome)
         m_connection.endSession(session.token);

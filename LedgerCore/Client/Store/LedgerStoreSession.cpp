@@ -1,3 +1,4 @@
+#include <set>
 #include <utility>
 
 #include <QPointer>
@@ -33,10 +34,14 @@ QCoro::Task<Result<void>> LedgerStore::logout()
     return operation(Publishing::on, [this] { return endSession(); });
 }
 
-QCoro::Task<Result<void>> LedgerStore::keepSession(SavedSession session)
+QCoro::Task<Result<void>> LedgerStore::keepSession(SavedSession session, std::optional<std::string> left)
 {
     const QPointer<LedgerStore> self = this;
-    auto saving = m_environment.credentials.saveSession(std::move(session), m_connection.address());
+    auto looking = savedSession();
+    const auto replaced = co_await looking;
+    if (!self)
+        co_return Result<void>{};
+    auto saving = m_environment.credentials.saveSession(session, m_connection.address());
     const auto saved = co_await saving;
     if (!self)
         co_return Result<void>{};
@@ -44,6 +49,14 @@ QCoro::Task<Result<void>> LedgerStore::keepSession(SavedSession session)
     // The session goes on in memory; the user learns that it will not outlast the program.
     if (!saved)
         publish(saved.error());
+    auto unreachable = left ? std::set{*left} : std::set<std::string>{};
+    if (saved && replaced && *replaced)
+        unreachable.insert((*replaced)->token);
+    unreachable.erase(session.token);
+    for (const auto& token : unreachable) {
+        if (!m_connection.isUsed(token))
+            m_connection.endSession(token);
+    }
     co_return Result<void>{};
 }
 
@@ -96,6 +109,7 @@ QCoro::Task<Result<void>> LedgerStore::endSession()
 QCoro::Task<void> LedgerStore::leave()
 {
     const QPointer<LedgerStore> self = this;
+    m_opening.giveUp();
     if (m_drafts) {
         auto keeping = m_drafts->flush();
         co_await keeping;

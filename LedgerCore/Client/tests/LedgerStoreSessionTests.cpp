@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/Http/SessionHold.h"
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/SignalCount.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
@@ -8,6 +9,17 @@
 namespace {
 
 const auto books = snapshot().account("bank", {"USD"}).grantAll();
+constexpr auto login = "POST v1/auth/login";
+constexpr auto logout = "POST v1/auth/logout";
+
+/// The sessions that the service was told to end, in this order.
+std::vector<std::string> handedBack(const ScriptedServer& server)
+{
+    std::vector<std::string> tokens;
+    for (const auto& farewell : server.requests(logout))
+        tokens.push_back(farewell.header("authorization"));
+    return tokens;
+}
 
 std::string message(int status, const std::string& code)
 {
@@ -54,6 +66,7 @@ struct RefusedSignIn {
     const char* name;
     ServerReply reply;
     APIError error;
+    std::vector<std::string> handedBack = {};
 };
 
 class SignInRefusal : public testing::TestWithParam<RefusedSignIn> {};
@@ -61,13 +74,15 @@ class SignInRefusal : public testing::TestWithParam<RefusedSignIn> {};
 TEST_P(SignInRefusal, LeavesNoTraceOfASession)
 {
     StoreUnderTest test;
-    test.server.answer("POST v1/auth/login", GetParam().reply);
+    test.server.answer(login, GetParam().reply);
     EXPECT_EQ(resultOf(test.store.login("m1@example.com", "secret")), failed(GetParam().error));
     EXPECT_EQ(test.store.errorMessage(), GetParam().error.friendlyMessage("en-US"));
     EXPECT_FALSE(test.store.snapshot());
     EXPECT_FALSE(test.store.noticeMessage());
     EXPECT_TRUE(test.credentials.calls.empty());
     EXPECT_EQ(resultOf(test.store.refresh(false)), failed(clientError(ClientCode::noSession)));
+    waitUntil([&] { return test.server.requests(logout).size() >= GetParam().handedBack.size(); });
+    EXPECT_EQ(handedBack(test.server), GetParam().handedBack);
 }
 
 std::string applicationReply(const std::string& id, const std::string& email)
@@ -83,10 +98,12 @@ INSTANTIATE_TEST_SUITE_P(
                       {401, "invalid_credentials", "not for people"}},
         RefusedSignIn{"Rejected",
                       ServerReply::json(SnapshotBuilder{books}.approvalStatus("rejected").signInJson()),
-                      {403, "company_rejected", ""}},
+                      {403, "company_rejected", ""},
+                      {"Bearer token-1"}},
         RefusedSignIn{"Unreviewed",
                       ServerReply::json(SnapshotBuilder{books}.approvalStatus("new").signInJson()),
-                      {403, "company_pending", ""}},
+                      {403, "company_pending", ""},
+                      {"Bearer token-1"}},
         RefusedSignIn{
             "PendingWithoutApplication", ServerReply::json(applicationReply("", "a@b.c")), {0, "INVALID_RESPONSE", ""}},
         RefusedSignIn{
@@ -98,8 +115,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(LedgerStoreSession, HoldsAPendingApplicationUntilTheNextSignIn)
 {
     StoreUnderTest test;
-    test.server.answer("POST v1/auth/login", ServerReply::json(applicationReply("a1", "m1@example.com")));
-    test.server.answer("POST v1/auth/login", ServerReply::dropped());
+    test.server.answer(login, ServerReply::json(applicationReply("a1", "m1@example.com")));
+    test.server.answer(login, ServerReply::dropped());
     EXPECT_TRUE(resultOf(test.store.login("m1@example.com", "secret")));
     ASSERT_TRUE(test.store.pendingCompanyRegistration());
     EXPECT_EQ(*test.store.pendingCompanyRegistration(),
@@ -135,15 +152,15 @@ TEST_P(Logout, SignsOutWhateverTheServiceSays)
 {
     StoreUnderTest test;
     test.signIn(books);
-    test.server.answer("POST v1/auth/logout", GetParam().reply);
+    test.server.answer(logout, GetParam().reply);
     test.credentials.failsToDelete = GetParam().failsToDelete;
     EXPECT_TRUE(resultOf(test.store.logout()));
     EXPECT_FALSE(test.store.snapshot());
     EXPECT_FALSE(test.store.isBusy());
     EXPECT_EQ(test.store.errorMessage(), GetParam().errorMessage);
     EXPECT_EQ(test.credentials.calls.back(), "delete " + test.server.url());
-    waitUntil([&] { return !test.server.requests("POST v1/auth/logout").empty(); });
-    EXPECT_EQ(test.server.requests("POST v1/auth/logout").front().header("authorization"), "Bearer token-1");
+    waitUntil([&] { return !test.server.requests(logout).empty(); });
+    EXPECT_EQ(test.server.requests(logout).front().header("authorization"), "Bearer token-1");
     test.signIn(books);
     EXPECT_TRUE(test.store.snapshot());
 }
@@ -160,7 +177,7 @@ TEST(LedgerStoreSession, IsOverBeforeTheServiceHasAnsweredTheLogout)
 {
     StoreUnderTest test;
     test.signIn(books);
-    test.server.answer("POST v1/auth/logout", ServerReply::parked());
+    test.server.answer(logout, ServerReply::parked());
     EXPECT_TRUE(resultOf(test.store.logout()));
     EXPECT_FALSE(test.store.isBusy());
     test.signIn(books);
@@ -174,7 +191,7 @@ TEST(LedgerStoreSession, IsOverBeforeTheServiceHasAnsweredTheLogout)
 TEST(LedgerStoreSession, CanBeGivenUpWhileItIsSought)
 {
     StoreUnderTest test;
-    test.server.answer("POST v1/auth/login", ServerReply::parked());
+    test.server.answer(login, ServerReply::parked());
     auto signingIn = test.store.login("m1@example.com", "secret");
     waitUntil([&] { return test.server.parkedCount() == 1; });
     test.store.cancel();
@@ -182,6 +199,69 @@ TEST(LedgerStoreSession, CanBeGivenUpWhileItIsSought)
     EXPECT_FALSE(test.store.isBusy());
     EXPECT_FALSE(test.store.errorMessage());
     test.signIn(books);
+}
+
+TEST(LedgerStoreSession, IsEndedWhereItIsOpenedForSomebodyWhoHasGivenUp)
+{
+    ScriptedServer elsewhere;
+    StoreUnderTest test;
+    test.server.answer(logout, ServerReply::json(R"({"ok":true})"));
+    test.server.answer(login, ServerReply::parked());
+    auto givenUp = test.store.login("m1@example.com", "secret");
+    waitUntil([&] { return test.server.parkedCount() == 1; });
+    test.store.cancel();
+    EXPECT_EQ(resultOf(std::move(givenUp)), failed(Cancelled{}));
+    test.store.setServerURL(elsewhere.url());
+    test.server.release(ServerReply::json(books.signInJson("late")));
+    waitUntil([&] { return test.server.requests(logout).size() == 1; });
+    EXPECT_EQ(handedBack(test.server), std::vector<std::string>{"Bearer late"});
+    EXPECT_TRUE(elsewhere.requests().empty()) << "the token is another service's";
+    EXPECT_FALSE(test.store.snapshot());
+    EXPECT_TRUE(test.credentials.calls.empty());
+}
+
+TEST(LedgerStoreSession, IsEndedWhereItIsOpenedAfterTheWindowIsClosed)
+{
+    constexpr auto acceptance = "POST v1/invites/accept";
+    for (const auto* parked : {login, acceptance}) {
+        StoreUnderTest test;
+        test.server.answer(logout, ServerReply::json(R"({"ok":true})"));
+        test.server.answer(login, ServerReply::json(books.signInJson("first")));
+        test.server.replace(parked, ServerReply::parked());
+        auto signingIn = test.store.loginAndAcceptInvitation("m1@example.com", "secret", "ABC");
+        waitUntil([&] { return test.server.parkedCount() == 1; });
+        const auto leaving = test.store.leave();
+        EXPECT_EQ(resultOf(std::move(signingIn)), failed(Cancelled{}));
+        EXPECT_FALSE(leaving.isReady()) << parked;
+        test.server.release(ServerReply::json(books.signInJson("late")));
+        waitUntil([&] { return leaving.isReady(); });
+        auto ended = handedBack(test.server);
+        std::ranges::sort(ended);
+        const auto expected = parked == login ? std::vector<std::string>{"Bearer late"}
+                                              : std::vector<std::string>{"Bearer first", "Bearer late"};
+        EXPECT_EQ(ended, expected);
+    }
+}
+
+TEST(LedgerStoreSession, StaysWhereGoingToAnotherCompanyIsGivenUp)
+{
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.answer(logout, ServerReply::json(R"({"ok":true})"));
+    test.server.replace("POST v1/me/companies/switch", ServerReply::parked());
+    for (const auto& late : {books.json(), books.signInJson("late")}) {
+        auto going = test.store.switchCompany("c2");
+        waitUntil([&] { return test.server.parkedCount() == 1; });
+        EXPECT_TRUE(test.store.awaitsChange());
+        test.store.cancel();
+        EXPECT_EQ(resultOf(std::move(going)), failed(Cancelled{}));
+        EXPECT_FALSE(test.store.awaitsChange());
+        test.server.release(ServerReply::json(late));
+    }
+    waitUntil([&] { return test.server.requests(logout).size() == 1; });
+    EXPECT_TRUE(resultOf(test.store.refresh(true)));
+    EXPECT_EQ(test.server.requests().back().header("authorization"), "Bearer token-1");
+    EXPECT_EQ(handedBack(test.server), std::vector<std::string>{"Bearer late"});
 }
 
 TEST(LedgerStoreSession, IsRestoredOnceFromWhatWasKept)
@@ -243,14 +323,14 @@ TEST(LedgerStoreSession, EndsAtTheServiceWithTheProgramUnlessItIsKept)
     const auto logouts = [](StoreUnderTest& test) {
         const auto leaving = test.store.leave();
         waitUntil([&] { return leaving.isReady(); });
-        return test.server.requests("POST v1/auth/logout");
+        return test.server.requests(logout);
     };
     StoreUnderTest usual;
     usual.signIn(books);
     EXPECT_TRUE(logouts(usual).empty());
 
     StoreUnderTest unkept;
-    unkept.server.replace("POST v1/auth/logout", ServerReply::json(R"({"ok":true})"));
+    unkept.server.replace(logout, ServerReply::json(R"({"ok":true})"));
     EXPECT_TRUE(logouts(unkept).empty()) << "nobody is signed in";
     unkept.credentials.failsToSave = true;
     unkept.signIn(books);
@@ -269,14 +349,14 @@ TEST(LedgerStoreSession, WaitsAtTheEndForTheServiceToLearnOfASignOut)
 {
     StoreUnderTest test;
     test.signIn(books);
-    test.server.answer("POST v1/auth/logout", ServerReply::parked());
+    test.server.answer(logout, ServerReply::parked());
     EXPECT_TRUE(resultOf(test.store.logout()));
     const auto leaving = test.store.leave();
     waitUntil([&] { return test.server.parkedCount() == 1; });
     EXPECT_FALSE(leaving.isReady());
     test.server.release(ServerReply::json(R"({"ok":true})"));
     waitUntil([&] { return leaving.isReady(); });
-    EXPECT_EQ(test.server.requests("POST v1/auth/logout").size(), 1U);
+    EXPECT_EQ(test.server.requests(logout).size(), 1U);
 }
 
 TEST(LedgerStoreSession, LeavesWhatAnotherWindowHasKept)
@@ -285,6 +365,7 @@ TEST(LedgerStoreSession, LeavesWhatAnotherWindowHasKept)
     test.signIn(books);
     auto& inKeychain = test.credentials.sessions.at(test.server.url());
     inKeychain = {"of-the-other-window", false};
+    const SessionHold otherWindow{test.server.url(), "of-the-other-window"};
     test.server.replace("GET v1/snapshot", ServerReply::error(401, "expired"));
     EXPECT_FALSE(resultOf(test.store.refresh(true)));
     EXPECT_FALSE(test.store.snapshot()) << "this window shows no books that nobody opened in it";
@@ -295,15 +376,46 @@ TEST(LedgerStoreSession, LeavesWhatAnotherWindowHasKept)
     inKeychain = {"of-the-other-window", false};
     const auto leaving = test.store.leave();
     waitUntil([&] { return leaving.isReady(); });
-    const auto farewells = test.server.requests("POST v1/auth/logout");
-    ASSERT_EQ(farewells.size(), 1U) << "the next start will not find this session";
-    EXPECT_EQ(farewells.front().header("authorization"), "Bearer token-1");
+    EXPECT_EQ(handedBack(test.server), std::vector<std::string>{"Bearer token-1"})
+        << "the next start will not find this session";
 }
+
+struct ReplacedSession {
+    const char* name;
+    bool isUsedElsewhere;
+    bool failsToSave;
+    std::vector<std::string> handedBack;
+};
+
+class SessionReplacement : public testing::TestWithParam<ReplacedSession> {};
+
+/// The start could not reach the service and left the session where it was kept; then somebody signs in.
+TEST_P(SessionReplacement, EndsASessionThatNobodyCouldTakeUpAgain)
+{
+    StoreUnderTest test;
+    test.server.answer(logout, ServerReply::json(R"({"ok":true})"));
+    test.credentials.sessions[test.server.url()] = {"kept", false};
+    test.credentials.failsToSave = GetParam().failsToSave;
+    std::optional<SessionHold> elsewhere;
+    if (GetParam().isUsedElsewhere)
+        elsewhere.emplace(test.server.url(), "kept");
+    test.server.answer("GET v1/snapshot", ServerReply::dropped());
+    EXPECT_FALSE(resultOf(test.store.restoreSession()));
+    test.signIn(books);
+    waitUntil([&] { return test.server.requests(logout).size() >= GetParam().handedBack.size(); });
+    EXPECT_TRUE(resultOf(test.store.refresh(true))) << "goes on";
+    EXPECT_EQ(handedBack(test.server), GetParam().handedBack);
+}
+
+INSTANTIATE_TEST_SUITE_P(Kept, SessionReplacement,
+                         testing::Values(ReplacedSession{"AndReplaced", false, false, {"Bearer kept"}},
+                                         ReplacedSession{"AndUsedInAnotherWindow", true, false, {}},
+                                         ReplacedSession{"ForTheNextStart", false, true, {}}),
+                         [](const auto& each) { return std::string{each.param.name}; });
 
 /// Both have taken up one session from the keychain; in one of them the person then goes over to another company.
 TEST(LedgerStoreSession, GoesOnInAnotherWindowUntilTheLastOneIsClosed)
 {
-    constexpr auto logout = "POST v1/auth/logout";
     const auto close = [](LedgerStore& store) {
         const auto leaving = store.leave();
         waitUntil([&] { return leaving.isReady(); });
@@ -354,7 +466,7 @@ TEST(LedgerStoreSession, BelongsToOneServiceAddress)
 TEST(LedgerStoreSession, ForgetsAPendingApplicationWithItsService)
 {
     StoreUnderTest test;
-    test.server.answer("POST v1/auth/login", ServerReply::json(applicationReply("a1", "m1@example.com")));
+    test.server.answer(login, ServerReply::json(applicationReply("a1", "m1@example.com")));
     EXPECT_TRUE(resultOf(test.store.login("m1@example.com", "secret")));
     test.store.setServerURL("https://elsewhere.example.com");
     EXPECT_FALSE(test.store.pendingCompanyRegistration());
