@@ -52,16 +52,6 @@ TEST(LedgerStoreSession, StartsADemonstrationAsTheChosenPerson)
     EXPECT_EQ(test.server.requests().front().body, R"({"locale":"vi-VN","profile":"finance"})");
 }
 
-TEST(LedgerStoreSession, SendsNothingWhenSomebodyIsSignedInAlready)
-{
-    StoreUnderTest test;
-    test.signIn(books);
-    EXPECT_EQ(resultOf(test.store.login("other@example.com", "x")),
-              failed(clientError(ClientCode::alreadyAuthenticated)));
-    EXPECT_EQ(test.server.requests().size(), 1U);
-    EXPECT_TRUE(test.store.snapshot());
-}
-
 struct RefusedSignIn {
     const char* name;
     ServerReply reply;
