@@ -32,6 +32,8 @@ constexpr RefusalTable accounts{
          "There is no such account to return money to, or the member does not see it."},
         {AccountRules::Refusal::returnUnsuitable, invalid,
          "Money returns from an employee's, refund or owned account to a company account in use."},
+        {AccountRules::Refusal::notHeld, forbidden,
+         "Nobody gets rights on an account that the member does not hold there."},
         {AccountRules::Refusal::archived, ServiceCode::accountArchived,
          "An archived account is taken back into use before it changes."},
         {AccountRules::Refusal::nonzeroBalance, ServiceCode::nonzeroBalance, "The account still holds money."},

@@ -6,6 +6,7 @@
 
 #include "LedgerCore/Domain/Access/AccountGrants.h"
 #include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Access/MembershipRules.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
@@ -122,7 +123,7 @@ bool isSeenByOthers(const Account& account, const Ground& ground)
     });
 }
 
-Problem whyNotPeople(const AccountUpdate& command, const Account& after, const Ground& ground)
+Problem whyNotPeople(const AccountUpdate& command, const Account& before, const Account& after, const Ground& ground)
 {
     if (auto problem = whyNotInCharge(command.operatorMemberID, ground))
         return problem;
@@ -131,7 +132,11 @@ Problem whyNotPeople(const AccountUpdate& command, const Account& after, const G
         return Refusal::exclusiveOperator;
     if (auto problem = whyNotFunded(command.fundingMemberIDs, after, ground))
         return problem;
-    return whyNotReturning(command.returnAccountID, after, ground);
+    if (auto problem = whyNotReturning(command.returnAccountID, after, ground))
+        return problem;
+    const auto members = AccountRules::membersAfter(command, before, after, ground.members);
+    return MembershipRules::givesUnheld(ground.members, members, after, ground.member) ? Problem{Refusal::notHeld}
+                                                                                       : std::nullopt;
 }
 
 Problem whyNotAcknowledged(const AccountUpdate& command, const Account& before, const Account& after,
@@ -149,8 +154,9 @@ Problem whyNotAcknowledged(const AccountUpdate& command, const Account& before, 
 
 bool mayFill(std::string_view memberID, std::string_view accountID, const Ground& ground)
 {
-    const auto found = std::ranges::find(ground.members, memberID, &Member::id);
-    return found != ground.members.end() && found->can(AccountAction::transferIn, accountID);
+    return std::ranges::any_of(ground.members, [&](const Member& each) {
+        return each.id == memberID && each.can(AccountAction::transferIn, accountID);
+    });
 }
 
 }
@@ -241,7 +247,7 @@ std::optional<Refusal> AccountRules::whyNotUpdate(std::string_view accountID, co
     const auto after = updated(*before, command);
     if (before->archived && after.archived)
         return after == *before && !command.fundingMemberIDs ? std::nullopt : Problem{Refusal::archived};
-    if (auto problem = whyNotPeople(command, after, ground))
+    if (auto problem = whyNotPeople(command, *before, after, ground))
         return problem;
     if ((after.archived || changesKind(*before, after)) && !isEmpty(after))
         return Refusal::nonzeroBalance;

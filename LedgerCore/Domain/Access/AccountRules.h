@@ -27,6 +27,7 @@ enum class Refusal {
     notFunded,         // only restricted accounts have funders
     returnUnknown,     // or an account that the member does not see
     returnUnsuitable,  // money goes back to another account that is in use and not restricted, from a restricted one
+    notHeld,           // somebody would get rights on the account that the member does not hold
     archived,          // an archived account is taken back into use before, or while, it changes
     nonzeroBalance,    // an account that is archived or becomes one of another kind holds nothing
     historyAcknowledgementRequired,

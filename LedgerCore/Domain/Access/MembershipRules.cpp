@@ -24,7 +24,7 @@ bool contains(const auto& range, std::string_view wanted)
 }
 
 /// Every right that there is over these accounts.
-std::vector<Right> rightsOver(const std::vector<Account>& accounts)
+std::vector<Right> rightsOver(std::span<const Account> accounts)
 {
     using namespace MemberRights;
     std::vector<Right> rights{canViewCompany,     canManage,          canExport,           canViewCapital,
@@ -164,19 +164,24 @@ bool losesLastHold(const Member& before, const Member& after, const std::vector<
     });
 }
 
+/// Whether the member would gain what the giver does not hold.
+bool gainsUnheld(const Member& before, const Member& after, const std::vector<Right>& rights, const Member& giver)
+{
+    // What a deactivated member is given counts now: whoever brings the member back might not notice.
+    const bool returns = after.active && !before.active;
+    const auto gained = activated(after);
+    const auto held = returns ? before : activated(before);
+    return std::ranges::any_of(rights,
+                               [&](const Right& right) { return right(gained) && !right(held) && !right(giver); });
+}
+
 std::optional<Refusal> whyNotGive(const Member& before, const Member& after, const Member& giver, const Team& team)
 {
     if (auto refusal = whyNotRole(before, after, giver))
         return refusal;
     const auto rights = rightsOver(team.accounts);
-    // What a deactivated member is given counts now: whoever brings the member back might not notice.
-    const bool returns = after.active && !before.active;
-    const auto gained = activated(after);
-    const auto held = returns ? before : activated(before);
-    for (const auto& right : rights) {
-        if (right(gained) && !right(held) && !right(giver))
-            return before.id == giver.id ? Refusal::ownRise : Refusal::notHeld;
-    }
+    if (gainsUnheld(before, after, rights, giver))
+        return before.id == giver.id ? Refusal::ownRise : Refusal::notHeld;
     if (losesLastHold(before, after, rights, team.members))
         return Refusal::lastOwner;
     return std::nullopt;
@@ -253,4 +258,15 @@ std::optional<MembershipRules::Refusal> MembershipRules::whyNotChange(const Memb
                                                                       const Member& giver, const Team& team)
 {
     return whyNot(member, update, [&] { return changed(member, update, giver); }, giver, team);
+}
+
+bool MembershipRules::givesUnheld(std::span<const Member> before, std::span<const Member> after, const Account& account,
+                                  const Member& giver)
+{
+    const auto rights = rightsOver({&account, 1});
+    for (std::size_t at = 0; at < before.size(); ++at) {
+        if (before[at] != after[at] && gainsUnheld(before[at], after[at], rights, giver))
+            return true;
+    }
+    return false;
 }

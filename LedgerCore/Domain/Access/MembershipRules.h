@@ -2,6 +2,7 @@
 
 #include <array>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -49,5 +50,10 @@ std::optional<Refusal> whyNotInvite(const Invite& invitation, const Member& give
 /// What keeps the giver from changing the member in this way, or nothing.
 std::optional<Refusal> whyNotChange(const Member& member, const MemberUpdate& update, const Member& giver,
                                     const Team& team);
+
+/// Whether one of these members would hold a right on the account that the giver does not hold. `after` has the same
+/// members as `before`, in the same order.
+bool givesUnheld(std::span<const Member> before, std::span<const Member> after, const Account& account,
+                 const Member& giver);
 
 }

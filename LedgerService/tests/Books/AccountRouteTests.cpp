@@ -9,6 +9,7 @@
 #include "LedgerService/Operations/People/CreateCompany.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/Staff.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
@@ -17,16 +18,16 @@ namespace {
 
 constexpr auto path = "/v1/accounts";
 
-/// The sample in which guest, who sees the whole company, also manages it.
+/// The sample in which guest, who sees the whole company, also manages it and holds every right on its accounts.
 class AccountRoutes : public testing::Test {
 protected:
     AccountRoutes()
     {
-        m_service.write([](Connection& connection) {
-            connection.execute(
-                R"(UPDATE members SET permissions = '["viewCompany","manageCompany"]' WHERE id = 'guest')");
-            foundSample(connection, "other");
-        });
+        std::vector<AccountGrant> grants;
+        for (const auto& each : SampleBooks::books().accounts)
+            grants.push_back(Staff::every(each.id));
+        Staff::set(m_service, "guest", "partner", {"viewCompany", "manageCompany"}, std::move(grants));
+        m_service.write([](Connection& connection) { foundSample(connection, "other"); });
     }
     ~AccountRoutes() override { EXPECT_EQ(m_service.problems(), ""); }
 
@@ -180,6 +181,21 @@ TEST_F(AccountRoutes, HandAFloatOverWithItsHistory)
     EXPECT_EQ(post("mira", spending, "m"), "");
     EXPECT_EQ(m_service.snapshotOf("rudi").account("float"), nullptr);
     EXPECT_EQ(change("float", R"({"purpose":"operating"})").code(), "nonzero_balance");
+}
+
+TEST_F(AccountRoutes, AreNoWayToRightsThatTheGiverDoesNotHold)
+{
+    Staff::set(m_service, "mira", "finance", {"manageCompany"},
+               {{"bank", {"view"}}, {"float", {"view"}}, Staff::every("branch")});
+    const auto before = m_service.snapshotOf("guest");
+    for (const auto* body : {R"({"operatorMemberID":"mira","acknowledgeHistoryAccess":true})",
+                             R"({"operatorMemberID":"rudi","acknowledgeHistoryAccess":true})"})
+        EXPECT_EQ(change("bank", body, "mira").code(), "forbidden") << body;
+    EXPECT_EQ(change("float", R"({"fundingMemberIDs":["mira"]})", "mira").code(), "forbidden");
+    EXPECT_EQ(m_service.snapshotOf("guest"), before);
+    EXPECT_EQ(change("branch", R"({"operatorMemberID":"rudi"})", "mira").status, 200) << "mira holds all of this";
+    const auto after = m_service.snapshotOf("guest").members;
+    EXPECT_TRUE(std::ranges::find(after, "rudi", &Member::id)->can("income", "branch"));
 }
 
 TEST_F(AccountRoutes, AskBeforeOthersSeeANewCurrency)

@@ -100,6 +100,7 @@ std::optional<AccountField> fieldOf(Refusal refusal)
     case memberInactive:
     case operatorMissing:
     case exclusiveOperator:
+    case notHeld:
         return AccountField::responsible;
     case returnUnknown:
     case returnUnsuitable:

@@ -56,6 +56,8 @@ std::string_view refusalKey(Refusal refusal)
         return "returnUnknown";
     case returnUnsuitable:
         return "returnUnsuitable";
+    case notHeld:
+        return "notHeld";
     case archived:
         return "archived";
     case nonzeroBalance:

@@ -24,7 +24,7 @@ Account refundAccount(const std::string& id)
     return account;
 }
 
-/// The owner m1 sees everything; ana operates the float, ben fills it, leo has left.
+/// The owner m1 holds every right on every account; ana operates the float, ben fills it, leo has left.
 LedgerSnapshot company()
 {
     auto left = SnapshotBuilder::person("leo", "Leo");
@@ -39,7 +39,7 @@ LedgerSnapshot company()
     auto old = refundAccount("old");
     old.purpose.reset();
     old.archived = true;
-    builder.account(old).balance("cash", "USD", 500);
+    builder.account(old).balance("cash", "USD", 500).grantAll();
     return builder.build();
 }
 
@@ -182,6 +182,7 @@ TEST(AccountRules, AreForThoseWhoManageTheCompanyAndSeeTheAccount)
     auto books = company();
     books.currentMember.role = "finance";
     books.currentMember.permissions = {{"viewCompany"}};
+    books.currentMember.accountGrants.reset();
     EXPECT_EQ(AccountRules::whyNotCreate(floatFor("ana"), AccountRules::groundOf(books)), Refusal::noAuthority);
     EXPECT_EQ(AccountRules::whyNotUpdate("bank", {}, AccountRules::groundOf(books), {}), Refusal::noAuthority);
     books.currentMember.permissions = {{"manageCompany"}};
@@ -191,6 +192,32 @@ TEST(AccountRules, AreForThoseWhoManageTheCompanyAndSeeTheAccount)
     taken.returnAccountID.reset();
     EXPECT_EQ(AccountRules::whyNotCreate(taken, AccountRules::groundOf(books)), std::nullopt)
         << "a refusal would tell of an account that the member does not see";
+}
+
+TEST(AccountRules, GiveNobodyMoreOnAnAccountThanTheMemberHolds)
+{
+    auto books = company();
+    auto& member = books.currentMember;
+    member.accountGrants = {{{"bank", {"view"}}, {"float", {"view", "transferIn"}}}};
+    const auto whyNot = [&](const char* account, const AccountUpdate& command) {
+        books.members.front() = member;
+        return AccountRules::whyNotUpdate(account, command, AccountRules::groundOf(books), {});
+    };
+    for (const auto* role : {"owner", "finance"}) {
+        member.role = role;
+        for (const auto* each : {"m1", "ben"})
+            EXPECT_EQ(whyNot("bank", with([&](auto& c) { c.operatorMemberID = each; })), Refusal::notHeld) << each;
+        EXPECT_EQ(whyNot("float", handOver), Refusal::notHeld);
+        EXPECT_EQ(whyNot("float", with([](auto& c) { c.purpose = "refund"; })), Refusal::notHeld)
+            << "its operator could refund";
+        EXPECT_EQ(whyNot("float", with([](auto& c) { c.fundingMemberIDs = {{"ana", "m1"}}; })), std::nullopt);
+        EXPECT_EQ(AccountRules::whyNotCreate(floatFor("ana"), AccountRules::groundOf(books)), std::nullopt)
+            << "who makes an account holds every right on it";
+    }
+    member.accountGrants = {{{"float", {"view"}}}};
+    EXPECT_EQ(whyNot("float", with([](auto& c) { c.fundingMemberIDs = {{"m1"}}; })), Refusal::notHeld);
+    EXPECT_EQ(whyNot("float", with([](auto& c) { c.fundingMemberIDs = {{"ben"}}; })), std::nullopt)
+        << "ben fills it already";
 }
 
 Actions actionsOf(const std::vector<Member>& members, std::string_view memberID, std::string_view accountID)

@@ -146,6 +146,21 @@ TEST(AccountDraft, AsksForAgreementBeforeMoreIsSeenByMore)
     EXPECT_EQ(AccountDrafts::judge(subject, draft, snapshot).problems, (Problems{{purpose, Refusal::nonzeroBalance}}));
 }
 
+TEST(AccountDraft, SaysBeforeSendingThatTheMemberDoesNotHoldWhatItGives)
+{
+    auto manager = person("m1", "Mira");
+    manager.permissions = {{"viewCompany", "manageCompany"}};
+    const auto snapshot = books().currentMember(manager).build();
+    const auto subject = subjectOf(snapshot, "Rizky float");
+    for (const auto* each : {"m1", "m3"}) {
+        auto draft = subject.before;
+        draft.responsibleID = each;
+        EXPECT_EQ(AccountDrafts::judge(subject, draft, snapshot).problems, (Problems{{responsible, Refusal::notHeld}}));
+    }
+    EXPECT_EQ(AccountForm::refusalText(Refusal::notHeld, "en-US").toStdString(),
+              "Somebody, or you yourself, would get rights on this account that you do not hold.");
+}
+
 TEST(AccountForm, OffersWhoAndWhatTheAccountCanHave)
 {
     const auto snapshot = books().build();
