@@ -43,6 +43,16 @@ CompanyFounding foundingOf(const Service& service, std::string_view locale, std:
     return founding;
 }
 
+/// Whether this has removed the company, which another process may do at the same moment.
+bool removed(Connection& connection, std::string_view companyID)
+{
+    Transaction transaction{connection, Transaction::Mode::writing};
+    if (!DemoVisitRepository::remove(connection, companyID))
+        return false;
+    transaction.commit();
+    return true;
+}
+
 }
 
 std::string DemoCompanies::ensure(const Service& service, std::string_view locale)
@@ -85,15 +95,12 @@ int DemoCompanies::sweep(Database& database, std::chrono::system_clock::time_poi
 {
     const auto loan = database.borrow();
     const auto over = DemoVisitRepository::before(*loan, LedgerDay::stamp(now - visit));
+    int swept = 0;
     for (const auto& companyID : over) { // a turn for each, so that nobody waits for long
         const auto turn = database.queueToWrite();
-        Anew::onConflict([&] {
-            Transaction transaction{*loan, Transaction::Mode::writing};
-            DemoVisitRepository::remove(*loan, companyID);
-            transaction.commit();
-        });
+        swept += Anew::onConflict([&] { return removed(*loan, companyID); }) ? 1 : 0;
     }
-    return static_cast<int>(over.size());
+    return swept;
 }
 
 void DemoCompanies::ensureForEmail(const Service& service, std::string_view email)

@@ -1,5 +1,8 @@
+#include <array>
+#include <latch>
 #include <map>
 #include <thread>
+#include <vector>
 
 #include <boost/describe.hpp>
 #include <fmt/core.h>
@@ -169,6 +172,28 @@ TEST(Demonstration, GivesEachVisitorACompanyForADay)
     }
     EXPECT_EQ(left, "0 0 0 0 0 0 0 ");
     entered(service, R"({"profile":"owner"})");
+    EXPECT_EQ(service.problems(), "");
+}
+
+/// Several processes that serve the same books sweep at the same moments.
+TEST(Demonstration, IsSweptByTwoAtOnceAndCountedOnce)
+{
+    TestService service{[](ServerOptions& options) { options.policy.demonstration = DemonstrationMode::visitors; }};
+    for (int visits = 0; visits < 3; ++visits)
+        entered(service, R"({"profile":"owner"})");
+    service.moveClock(std::chrono::hours{25});
+    std::array<int, 2> swept{};
+    std::latch ready{2};
+    {
+        std::vector<std::jthread> sweepers;
+        for (auto& count : swept)
+            sweepers.emplace_back([&] {
+                const auto database = Database::open(service.databaseFile());
+                ready.arrive_and_wait();
+                count = DemoCompanies::sweep(**database, service.clock()());
+            });
+    }
+    EXPECT_EQ(swept[0] + swept[1], 3);
     EXPECT_EQ(service.problems(), "");
 }
 

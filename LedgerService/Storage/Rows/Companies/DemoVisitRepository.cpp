@@ -4,7 +4,6 @@
 
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRows.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Rows/Entries/FragmentRepository.h"
@@ -84,11 +83,12 @@ std::vector<std::string> DemoVisitRepository::before(Connection& connection, std
     return textsOf(query.bind("stamp", stamp));
 }
 
-void DemoVisitRepository::remove(Connection& connection, std::string_view companyID)
+bool DemoVisitRepository::remove(Connection& connection, std::string_view companyID)
 {
-    const auto people = ofCompany(connection, selectPeople, companyID);
     const auto state = CompanyHistory::state(connection, companyID);
-    require(state.has_value(), "only a company that is there is removed");
+    if (!state)
+        return false;
+    const auto people = ofCompany(connection, selectPeople, companyID);
     FragmentRepository::removeAll(connection, companyID, *state);
     for (const auto& table : CompanyRows::tables() | std::views::reverse) { // rows before those that they refer to
         const auto statement = fmt::format("DELETE FROM {} WHERE company_id = :company", table);
@@ -98,8 +98,10 @@ void DemoVisitRepository::remove(Connection& connection, std::string_view compan
         Query{connection, deletePlaces}.bind("person", person).run();
         Query{connection, deletePerson}.bind("person", person).run();
     }
-    require(Query{connection, deleteCompany}.bind("company", companyID).run() == 1, "only visits are removed");
+    if (Query{connection, deleteCompany}.bind("company", companyID).run() != 1)
+        return false;
     Query{connection, deleteTrail}.bind("company", companyID).run();
+    return true;
 }
 
 }

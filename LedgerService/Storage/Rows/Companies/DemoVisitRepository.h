@@ -21,8 +21,9 @@ int count(Connection& connection);
 std::vector<std::string> before(Connection& connection, std::string_view stamp);
 
 /// Removes everything that is kept of such a company, and its people. Files of receipts stay until they are swept.
-/// Expects a writing transaction.
-void remove(Connection& connection, std::string_view companyID);
+/// Expects a writing transaction, which is not kept when this says that there is no such company: another process was
+/// first.
+[[nodiscard]] bool remove(Connection& connection, std::string_view companyID);
 
 }
 
