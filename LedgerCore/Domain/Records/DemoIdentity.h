@@ -16,6 +16,12 @@ inline constexpr std::string_view password = "tallyfold-demo";
 /// What the addresses of all demonstration members end in.
 inline constexpr std::string_view emailDomain = ".demo.tallyfold.example";
 
+/// Whether the address, in lower case, is kept for demonstrations: nobody else goes by it.
+constexpr bool isAddress(std::string_view email)
+{
+    return email.ends_with(emailDomain);
+}
+
 /// What those of one language end in, by its locale: "@en.demo.tallyfold.example".
 inline std::string emailEnding(std::string_view locale)
 {

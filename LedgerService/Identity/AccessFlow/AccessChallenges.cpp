@@ -56,7 +56,7 @@ std::optional<Refusal> whyNotStart(const Service& service, const AccessStart& st
 std::optional<std::string> resettable(Connection& connection, std::string_view email)
 {
     const auto person = UserRepository::findByEmail(connection, email);
-    const bool possible = person && !person->deactivatedAt && !person->email.ends_with(DemoIdentity::emailDomain);
+    const bool possible = person && !person->deactivatedAt && !DemoIdentity::isAddress(person->email);
     return possible ? std::optional{person->id} : std::nullopt;
 }
 

@@ -6,6 +6,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
@@ -47,7 +48,8 @@ bool describesCompany(const Registration& registration)
 
 std::optional<Refusal> whyNotShaped(const Registration& registration)
 {
-    if (!Naming::isName(registration.name) || !Naming::isEmail(UserRepository::normalized(registration.email)))
+    const auto email = UserRepository::normalized(registration.email);
+    if (!Naming::isName(registration.name) || !Naming::isEmail(email) || DemoIdentity::isAddress(email))
         return Refusal::of(ServiceCode::validationError, "The name or the e-mail address is not one.");
     if (!Password::isAcceptable(registration.password))
         return Refusal::of(ServiceCode::validationError,

@@ -9,6 +9,7 @@
 #include "LedgerCore/Domain/Access/MembershipRules.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
@@ -68,7 +69,7 @@ std::optional<Refusal> whyNotInvite(const CommandAct& act, const Invite& terms)
 {
     if (auto refusal = whyNotGive(act.connection, act.companyID, terms, act.member))
         return refusal;
-    if (!Naming::isName(terms.name) || !Naming::isEmail(terms.email))
+    if (!Naming::isName(terms.name) || !Naming::isEmail(terms.email) || DemoIdentity::isAddress(terms.email))
         return Refusal::of(ServiceCode::validationError, "The name or the e-mail address is not one.");
     if (MemberRepository::findByEmail(act.connection, act.companyID, terms.email))
         return Refusal::of(ServiceCode::emailExists, "The person is a member of the company.");
@@ -97,7 +98,8 @@ std::expected<Invitation, Refusal> usable(Connection& connection, std::optional<
                                           std::string_view email, std::string_view now)
 {
     if (!invitation || !invitation->isOpen() || invitation->isExpired(now) ||
-        invitation->terms.email != UserRepository::normalized(email))
+        invitation->terms.email != UserRepository::normalized(email) ||
+        DemoIdentity::isAddress(invitation->terms.email))
         return std::unexpected(invalid());
     const auto company = CompanyRepository::find(connection, invitation->companyID);
     if (!company || company->demo || Authentication::whyNotOpen(company->approvalStatus))

@@ -9,6 +9,7 @@
 #include "LedgerService/Books/Demonstration/DemoCompany.h"
 #include "LedgerService/Commands/CompanyFounding.h"
 #include "LedgerService/Identity/Password.h"
+#include "LedgerService/Log.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
@@ -16,6 +17,7 @@
 #include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/Storage/Sql/DatabaseFailure.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {
@@ -98,7 +100,13 @@ int DemoCompanies::sweep(Database& database, std::chrono::system_clock::time_poi
     int swept = 0;
     for (const auto& companyID : over) { // a turn for each, so that nobody waits for long
         const auto turn = database.queueToWrite();
-        swept += Anew::onConflict([&] { return removed(*loan, companyID); }) ? 1 : 0;
+        try {
+            swept += Anew::onConflict([&] { return removed(*loan, companyID); }) ? 1 : 0;
+        } catch (const std::exception& failure) { // what keeps one from going does not keep the others
+            if (DatabaseFailure::isBusy(failure) || DatabaseFailure::isOutOfReach(failure))
+                throw;
+            Log::failure("(demonstration)", DatabaseFailure::words(failure));
+        }
     }
     return swept;
 }
@@ -106,7 +114,7 @@ int DemoCompanies::sweep(Database& database, std::chrono::system_clock::time_poi
 void DemoCompanies::ensureForEmail(const Service& service, std::string_view email)
 {
     const auto address = UserRepository::normalized(email);
-    if (!address.ends_with(DemoIdentity::emailDomain))
+    if (!DemoIdentity::isAddress(address))
         return;
     for (const auto locale : AppLanguage::supportedLocales) {
         if (address.ends_with(DemoIdentity::emailEnding(locale)))

@@ -12,6 +12,8 @@
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Rows/People/MemberRepository.h"
+#include "LedgerService/Storage/Rows/People/UserRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/testing/TestService.h"
@@ -194,6 +196,48 @@ TEST(Demonstration, IsSweptByTwoAtOnceAndCountedOnce)
             });
     }
     EXPECT_EQ(swept[0] + swept[1], 3);
+    EXPECT_EQ(service.problems(), "");
+}
+
+TEST(Demonstration, IsSweptAlthoughSomebodyHasJoinedARealCompany)
+{
+    TestService service{[](ServerOptions& options) { options.policy.demonstration = DemonstrationMode::visitors; }};
+    const auto joined = entered(service, R"({"profile":"owner"})").snapshot;
+    entered(service, R"({"profile":"owner"})");
+    service.moveClock(std::chrono::hours{25});
+    auto member = joined.currentMember;
+    const auto person = member.userID;
+    member.accountGrants.emplace();
+    member.selectedCategoryIDs.reset();
+    service.write([&](Connection& connection) {
+        MemberRepository::insert(connection, "sample", member, std::nullopt, "2026-03-10T08:00:00.000Z");
+        UserRepository::writeCurrentCompany(connection, person, joined.company.id);
+    });
+    const auto database = Database::open(service.databaseFile());
+    EXPECT_EQ(DemoCompanies::sweep(**database, service.clock()()), 2);
+    const auto loan = (*database)->borrow();
+    const auto kept = UserRepository::find(*loan, person);
+    ASSERT_TRUE(kept.has_value());
+    EXPECT_EQ(kept->currentCompanyID, std::nullopt);
+    EXPECT_EQ(service.problems(), "");
+}
+
+/// One that cannot go is tried again and keeps none of the others.
+TEST(Demonstration, IsSweptBesideOneThatCannotBe)
+{
+    TestService service{[](ServerOptions& options) { options.policy.demonstration = DemonstrationMode::visitors; }};
+    const auto stuck = entered(service, R"({"profile":"owner"})").snapshot;
+    service.moveClock(std::chrono::hours{1});
+    entered(service, R"({"profile":"owner"})");
+    const auto database = Database::open(service.databaseFile());
+    service.write([&](Connection& connection) {
+        connection.execute("CREATE TABLE holders (user_id TEXT NOT NULL REFERENCES users (id))");
+        connection.execute(fmt::format("INSERT INTO holders VALUES ('{}')", stuck.currentMember.userID));
+    });
+    service.moveClock(std::chrono::hours{25});
+    EXPECT_EQ(DemoCompanies::sweep(**database, service.clock()()), 1);
+    service.write([](Connection& connection) { connection.execute("DROP TABLE holders"); });
+    EXPECT_EQ(DemoCompanies::sweep(**database, service.clock()()), 1);
     EXPECT_EQ(service.problems(), "");
 }
 

@@ -106,6 +106,22 @@ TEST(Invitations, OpenTheCompanyToThePersonTheyWereMadeFor)
     EXPECT_EQ(it.service.problems(), "");
 }
 
+TEST(Invitations, AreNotForTheMembersOfADemonstration)
+{
+    Inviting it;
+    auto visitor = Inviting::rudi();
+    visitor.email = " Rudi@EN-0a1b.demo.tallyfold.example";
+    EXPECT_EQ(it.invite("mira", visitor).code(), "validation_error");
+    const auto code = it.code();
+    it.service.write([](Connection& connection) { // an invitation that was made before these were refused
+        for (const auto* table : {"users", "invitations"})
+            connection.execute(fmt::format(
+                "UPDATE {} SET email = 'rudi@en.demo.tallyfold.example' WHERE email = 'rudi@other.example'", table));
+    });
+    EXPECT_EQ(it.preview(code, it.invited).code(), "invalid_invitation");
+    EXPECT_EQ(it.accept(code, it.invited).code(), "invalid_invitation");
+}
+
 TEST(Invitations, AnswerWithTheTokenEvenToWhoWantsLittle)
 {
     Inviting it;

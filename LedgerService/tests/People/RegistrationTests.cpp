@@ -58,6 +58,14 @@ std::string operate(const TestService& service,
 
 }
 
+TEST(Registration, LeavesTheDemonstrationsAddressesAlone)
+{
+    TestService service{openTo};
+    auto squatter = lan();
+    squatter.email = "Dewi.Anggraini@en.demo.tallyfold.example";
+    EXPECT_EQ(apply(service, squatter).code(), "validation_error");
+}
+
 TEST(Registration, WaitsForTheOperator)
 {
     TestService service;

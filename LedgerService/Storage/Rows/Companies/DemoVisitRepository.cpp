@@ -28,6 +28,11 @@ constexpr auto selectBefore = R"sql(
 
 constexpr auto selectPeople = R"sql(
     SELECT user_id FROM members WHERE company_id = :company
+        AND user_id NOT IN (SELECT user_id FROM members WHERE company_id <> :company)
+)sql";
+
+constexpr auto leaveCompany = R"sql(
+    UPDATE users SET current_company_id = NULL WHERE current_company_id = :company
 )sql";
 
 constexpr auto deleteCompany = R"sql(
@@ -94,6 +99,7 @@ bool DemoVisitRepository::remove(Connection& connection, std::string_view compan
         const auto statement = fmt::format("DELETE FROM {} WHERE company_id = :company", table);
         Query{connection, statement}.bind("company", companyID).run();
     }
+    Query{connection, leaveCompany}.bind("company", companyID).run();
     for (const auto& person : people) {
         Query{connection, deletePlaces}.bind("person", person).run();
         Query{connection, deletePerson}.bind("person", person).run();
