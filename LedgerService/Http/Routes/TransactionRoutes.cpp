@@ -1,6 +1,6 @@
 #include <array>
+#include <stdexcept>
 
-#include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Entries/PostingShape.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Books/BookRefusal.h"
@@ -25,7 +25,8 @@ struct Answer<LedgerTransaction> {
     static std::string kept(const LedgerTransaction& entry) { return std::string{mark} + entry.id; }
     static Outcome repeated(const MemberCall& call, std::string_view kept)
     {
-        require(kept.starts_with(mark), "only the outcome of a recorded entry names one");
+        if (!kept.starts_with(mark))
+            throw std::runtime_error("the outcome of a recorded entry names none");
         const auto id = kept.substr(mark.size());
         return Reply{.body = EntryRepository::textAsRecorded(call.connection, call.companyID, id)};
     }

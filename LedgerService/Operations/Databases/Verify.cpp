@@ -141,6 +141,14 @@ constexpr std::array rowChecks{
     R"sql(
     SELECT 'company ' || company_id || ': ' || COUNT(*) || ' commands have the outcome ' || outcome FROM commands
     WHERE outcome LIKE 'entry:%' GROUP BY company_id, outcome HAVING COUNT(*) > 1)sql",
+    // Sent again, an entry whose command is lost would be recorded once more. What capital and dividends book belongs
+    // to their own commands, and what was there before the audit trail has none.
+    R"sql(
+    SELECT 'company ' || e.company_id || ': entry ' || e.id || ': no command has recorded it'
+    FROM entries e JOIN companies c ON c.id = e.company_id
+    WHERE e.sequence > c.audited_from AND e.capital_contribution_id IS NULL AND e.dividend_movement_id IS NULL
+        AND (e.company_id || ' ' || e.id) NOT IN
+            (SELECT company_id || ' ' || substr(outcome, 7) FROM commands WHERE outcome LIKE 'entry:%'))sql",
     R"sql(
     SELECT 'company ' || d.company_id || ': member ' || d.member_id || ': a draft of what is recorded'
     FROM entry_drafts d JOIN commands c ON c.company_id = d.company_id AND c.member_id = d.member_id

@@ -103,6 +103,7 @@ INSTANTIATE_TEST_SUITE_P(
                 "WHERE id = 'sale'",
                 "UPDATE commands SET outcome = 'entry:opening-bank', created_at = '2026-03-10T09:30:00.001Z'"},
                {"command k1: its outcome is not what it recorded"}},
+        Damage{"LostCommand", {"UPDATE companies SET audited_from = 0"}, {"entry sale: no command has recorded it"}},
         Damage{"OneOutcomeOfTwoCommands",
                {"INSERT INTO commands SELECT company_id, member_id, 'k1', 'x', 'entry:' || id, created_at FROM entries "
                 "WHERE id = 'sale'",
