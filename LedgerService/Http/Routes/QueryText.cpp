@@ -3,10 +3,13 @@
 #include <algorithm>
 #include <charconv>
 
+#include "LedgerCore/Domain/Text/TextFold.h"
+
 namespace LedgerService {
 
 namespace {
 
+/// Nothing for what is no text: some databases refuse to look for it.
 std::optional<std::string> unescaped(std::string_view text)
 {
     std::string plain;
@@ -23,7 +26,7 @@ std::optional<std::string> unescaped(std::string_view text)
         plain += static_cast<char>(byte);
         at += 2;
     }
-    return plain;
+    return TextFold::isValidUtf8(plain) && !plain.contains('\0') ? std::optional{plain} : std::nullopt;
 }
 
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <expected>
+#include <string_view>
 #include <utility>
 
 #include "LedgerCore/Domain/Json/Json.h"
@@ -13,10 +14,16 @@ namespace LedgerService {
 
 namespace RequestBody {
 
+/// Whether a text of the body, which is JSON, holds a zero byte. No text of the books does: some databases would end it
+/// there.
+bool holdsZero(std::string_view body);
+
 /// The record that the body holds, which is used up, or the refusal of a body that does not hold one.
 template <class Record>
 std::expected<Record, Refusal> decode(Request& request)
 {
+    if (holdsZero(request.body))
+        return std::unexpected(Refusal::of(ServiceCode::validationError, "A text of the body holds a zero byte."));
     auto record = Json::consume<Record>(std::exchange(request.body, {}));
     if (!record)
         return std::unexpected(

@@ -60,6 +60,33 @@ TEST(HostileRequests, AreAnsweredOrEndedAndLeaveTheServiceWhole)
     EXPECT_EQ(service.as("mira", "GET", "/v1/snapshot").status, 200);
 }
 
+TEST(HostileRequests, WithTextsThatNoDatabaseKeepsAreRefusedEverywhereAlike)
+{
+    struct Row {
+        const char* method;
+        const char* path;
+        const char* body;
+    };
+    constexpr Row rows[] = {
+        {"POST", "/v1/auth/login", R"({"email":"a\u0000b","password":"an open secret"})"},
+        {"POST", "/v1/transactions",
+         R"({"kind":"income","date":"2026-03-10","note":"","currency":"IDR","amountMinor":5,"targetAccountID":"bank",
+             "categoryID":"sales","attachmentIDs":[],"idempotencyKey":"a\u0000b"})"},
+        {"POST", "/v1/transactions/sale/attachments", R"({"attachmentIDs":["\\\u0000"]})"},
+        {"POST", "/v1/me/companies", R"({"companyName":"Toko","requestID":"\u0000"})"},
+        {"GET", "/v1/audit?person=%FF", ""},
+        {"GET", "/v1/audit?record=a%00b", ""},
+        {"DELETE", "/v1/me/drafts/key?writer=%C3", ""},
+    };
+    TestService service;
+    Staff::appoint(service);
+    for (const auto& row : rows)
+        EXPECT_EQ(service.as("mira", row.method, row.path, row.body).code(), "validation_error") << row.path;
+    EXPECT_EQ(service.as("mira", "PATCH", "/v1/me/profile", R"({"name":"a\\u0000b"})").status, 200)
+        << "a backslash, and letters after it";
+    EXPECT_EQ(service.snapshotOf("mira").currentMember.name, R"(a\u0000b)");
+}
+
 TEST(HostileRequests, WithListsThatNoCommandNeedsAreRefusedWhoeverSendsThem)
 {
     struct Row {
