@@ -85,7 +85,8 @@ bool AuditDisclosure::shows(const AuditRecord& record) const
         return MemberRights::canSeeCapital(m_reader);
     if (isOf(record, "/v1/dividends"))
         return MemberRights::canSeeDividends(m_reader);
-    if (isOf(record, "/v1/members") || isOf(record, "/v1/invites") || record.kind == AuditKind::memberJoined)
+    if (isOf(record, "/v1/members") || isOf(record, "/v1/invites") || record.kind == AuditKind::memberJoined ||
+        record.kind == AuditKind::memberRightsChanged)
         return MemberRights::canManage(m_reader);
     return isOpenToOwners(record);
 }

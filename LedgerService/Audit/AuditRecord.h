@@ -35,7 +35,8 @@ namespace AuditKind {
 
 inline constexpr std::string_view signIn = "sign-in";
 inline constexpr std::string_view signOut = "sign-out";
-inline constexpr std::string_view memberJoined = "member-joined"; // by an invitation
+inline constexpr std::string_view memberJoined = "member-joined";                // by an invitation
+inline constexpr std::string_view memberRightsChanged = "member-rights-changed"; // with an account
 inline constexpr std::string_view companyFounded = "company-founded";
 inline constexpr std::string_view companyApproved = "company-approved"; // by the operator, like what follows
 inline constexpr std::string_view companyRejected = "company-rejected";

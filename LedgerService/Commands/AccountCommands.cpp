@@ -2,7 +2,10 @@
 
 #include <algorithm>
 
+#include "LedgerCore/Domain/Access/AccountGrants.h"
 #include "LedgerCore/Domain/Access/AccountRules.h"
+#include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/MemberCommands.h"
 #include "LedgerService/Books/SetupRefusal.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
@@ -29,11 +32,21 @@ struct Rows {
     [[nodiscard]] AccountRules::Ground ground(const CommandAct& act) const { return {act.member, members, accounts}; }
 };
 
-void write(const CommandAct& act, const std::vector<Member>& before, const std::vector<Member>& after)
+/// What a member holds on the account, as a change of the member would tell it.
+std::string rightsOn(std::string_view accountID, const Member& member)
+{
+    return Json::encode(MemberUpdate{.accountGrants = {{AccountGrants::on(accountID, member)}}});
+}
+
+/// Keeps the rights that follow from the account, and tells of each member whose rights have changed.
+void write(const CommandAct& act, std::string_view accountID, const std::vector<Member>& before,
+           const std::vector<Member>& after)
 {
     for (std::size_t at = 0; at < before.size(); ++at) {
-        if (before[at] != after[at])
-            MemberRepository::write(act.connection, act.companyID, after[at]);
+        if (before[at] == after[at])
+            continue;
+        MemberRepository::write(act.connection, act.companyID, after[at]);
+        act.note.rights.push_back({after[at].id, rightsOn(accountID, before[at]), rightsOn(accountID, after[at])});
     }
 }
 
@@ -51,7 +64,7 @@ std::expected<Account, Refusal> AccountCommands::create(const CommandAct& act, c
     auto account = AccountRules::created(command, Random::identifier());
     AccountRepository::insert(act.connection, act.companyID, account);
     act.note.record = account.id;
-    write(act, rows.members, AccountRules::membersAfter(command, account, rows.members));
+    write(act, account.id, rows.members, AccountRules::membersAfter(command, account, rows.members));
     return account;
 }
 
@@ -68,7 +81,7 @@ std::expected<Account, Refusal> AccountCommands::update(const CommandAct& act, s
     if (after != before)
         AccountRepository::update(act.connection, act.companyID, after);
     act.tell(before, after);
-    write(act, rows.members, AccountRules::membersAfter(command, before, after, rows.members));
+    write(act, accountID, rows.members, AccountRules::membersAfter(command, before, after, rows.members));
     return after;
 }
 

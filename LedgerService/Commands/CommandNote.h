@@ -13,7 +13,15 @@ struct CommandNote {
         std::string digest; // of its JSON as it was recorded
     };
 
+    /// A member's rights as they followed from the command.
+    struct Rights {
+        std::string memberID;
+        std::string before; // JSON
+        std::string after;
+    };
+
     std::vector<Entry> entries = {};        // that the command recorded
+    std::vector<Rights> rights = {};        // that changed with what the command was given for
     std::optional<std::string> record = {}; // what it was done to; unset: what the path names
     std::optional<std::string> before = {}; // how that stood, as JSON
     std::optional<std::string> after = {};  // how it stands now, as JSON; unset: the command as it was given

@@ -68,6 +68,13 @@ bool AccountGrants::leads(const Member& member)
            member.hasPermission(Permission::manageCompany);
 }
 
+AccountGrant AccountGrants::on(std::string_view accountID, Member member)
+{
+    const auto& grants = grantsOf(member);
+    const auto found = std::ranges::find(grants, accountID, &AccountGrant::accountID);
+    return found == grants.end() ? AccountGrant{std::string{accountID}, {}} : *found;
+}
+
 std::vector<std::string_view> AccountGrants::ofOperator(const Account& account)
 {
     std::vector<std::string_view> actions{AccountAction::view};

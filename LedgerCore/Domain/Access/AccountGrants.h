@@ -16,6 +16,9 @@ namespace AccountGrants {
 /// every account from its creation on, and loses none when an account changes hands.
 bool leads(const Member& member);
 
+/// What the member was granted on the account; without actions when that is nothing.
+AccountGrant on(std::string_view accountID, Member member);
+
 /// What the member who answers for the account does there: sees it, corrects it, and records all that it takes. Into
 /// an ordinary company account money may also be moved; restricted ones are filled by their funders.
 std::vector<std::string_view> ofOperator(const Account& account);

@@ -38,6 +38,14 @@ void CommandAudit::keep(const MemberCall& call, const Route& route)
         told.after = note.after;
         AuditTrail::append(call.connection, call.companyID, std::move(told));
     }
+    for (const auto& each : note.rights) {
+        auto told = record;
+        told.kind = AuditKind::memberRightsChanged;
+        told.record = each.memberID;
+        told.before = each.before;
+        told.after = each.after;
+        AuditTrail::append(call.connection, call.companyID, std::move(told));
+    }
     for (const auto& each : note.entries) {
         auto told = record;
         told.record = each.id;

@@ -207,6 +207,26 @@ TEST_F(Audited, ChangesTellHowARecordStoodBefore)
     }
 }
 
+TEST_F(Audited, RightsThatFollowFromAnAccountAreToldForEachMember)
+{
+    Staff::appoint(service);
+    ASSERT_EQ(service.as("mira", "PATCH", "/v1/accounts/branch", R"({"operatorMemberID":"rudi"})").status, 200);
+    const auto answer = service.as("mira", "GET", "/v1/audit?kind=member-rights-changed").body;
+    const auto told = Json::decode<ShownPage>(answer).value_or(ShownPage{}).records;
+    ASSERT_EQ(told.size(), 1U) << answer;
+    EXPECT_EQ(told.front().record, "rudi");
+    EXPECT_EQ(told.front().memberID, "mira");
+    EXPECT_TRUE(answer.contains(R"("before":{"accountGrants":[{"accountID":"branch","actions":["view"]}]})")) << answer;
+    EXPECT_TRUE(answer.contains(R"("after":{"accountGrants":[{"accountID":"branch","actions":["view","income",)"))
+        << answer;
+    ASSERT_EQ(service.as("mira", "POST", "/v1/accounts", R"({"name":"Kas","currencies":["IDR"]})").status, 200);
+    std::string gained;
+    for (const auto& each : page("?kind=member-rights-changed").records)
+        gained += each.record.value_or("") + " ";
+    EXPECT_EQ(gained, "gone guest mira rudi ") << "all who lead the company, the last one first";
+    EXPECT_EQ(service.problems(), "");
+}
+
 TEST(AuditOfSections, TellsHowWhatAChangeIsMadeToStoodBefore)
 {
     using namespace SampleSections;

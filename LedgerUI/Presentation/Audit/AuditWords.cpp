@@ -84,6 +84,8 @@ const WordTable& auditWords()
         {"kind.password-changed", "更改密码", "Mengganti kata sandi", "Đổi mật khẩu", "Changed the password"},
         {"kind.password-reset", "重置密码", "Mengatur ulang kata sandi", "Đặt lại mật khẩu", "Password reset"},
         {"kind.member-joined", "加入公司", "Bergabung dengan perusahaan", "Tham gia công ty", "Joined the company"},
+        {"kind.member-rights-changed", "成员权限随账户变更", "Hak anggota berubah mengikuti rekening",
+         "Quyền thành viên thay đổi theo tài khoản quỹ", "A member's rights changed with an account"},
         {"kind.company-founded", "创建公司", "Perusahaan didirikan", "Lập công ty", "Company founded"},
         {"kind.company-approved", "批准公司", "Perusahaan disetujui", "Duyệt công ty", "Company approved"},
         {"kind.company-rejected", "拒绝公司", "Perusahaan ditolak", "Từ chối công ty", "Company rejected"},
