@@ -35,7 +35,9 @@ struct Rows {
 /// What a member holds on the account, as a change of the member would tell it.
 std::string rightsOn(std::string_view accountID, const Member& member)
 {
-    return Json::encode(MemberUpdate{.accountGrants = {{AccountGrants::on(accountID, member)}}});
+    MemberUpdate told;
+    told.accountGrants.emplace().push_back(AccountGrants::on(accountID, member));
+    return Json::encode(told);
 }
 
 /// Keeps the rights that follow from the account, and tells of each member whose rights have changed.
