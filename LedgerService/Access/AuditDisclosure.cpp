@@ -8,8 +8,11 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Templates/TemplateRules.h"
+#include "LedgerService/Access/EntryDisclosure.h"
 #include "LedgerService/Access/ReceiptAccess.h"
+#include "LedgerService/Access/Visibility.h"
 #include "LedgerService/Storage/Rows/Companies/TemplateRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 
 namespace LedgerService {
 
@@ -57,6 +60,9 @@ AuditRecord AuditDisclosure::of(AuditRecord record) const
         record.before.reset();
         record.after.reset();
     }
+    if (record.digest && !showsEntry(record))
+        record.digest.reset();
+    record.chain.clear();
     return record;
 }
 
@@ -71,6 +77,13 @@ bool AuditDisclosure::showsTemplate(const AuditRecord& record) const
     const auto stored =
         record.record ? TemplateRepository::find(m_connection, m_companyID, *record.record) : std::nullopt;
     return stored && TemplateRules::maySee(stored->kept, m_reader);
+}
+
+/// Who knows an entry but for its amount finds the amount by the digest.
+bool AuditDisclosure::showsEntry(const AuditRecord& record) const
+{
+    const auto entry = record.record ? EntryRepository::find(m_connection, m_companyID, *record.record) : std::nullopt;
+    return entry && Visibility::seesEntry(*entry, m_reader) && !EntryDisclosure{m_reader}.instead(Json::encode(*entry));
 }
 
 bool AuditDisclosure::shows(const AuditRecord& record) const

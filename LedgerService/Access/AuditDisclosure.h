@@ -10,7 +10,8 @@ namespace LedgerService {
 class Connection;
 
 /// What an owner reads of the audit trail: that something was done, by whom and to what, always; how it stood before
-/// and after only of what the owner gets to see of the company otherwise.
+/// and after, and the digest of an entry, only of what the owner gets to see of the company otherwise. The chain is the
+/// operator's: each of its links covers all records before it, whoever sees them.
 class AuditDisclosure {
 public:
     AuditDisclosure(Connection& connection, const std::string& companyID, const Member& reader)
@@ -22,6 +23,7 @@ public:
 
 private:
     [[nodiscard]] bool shows(const AuditRecord& record) const;
+    [[nodiscard]] bool showsEntry(const AuditRecord& record) const;
     [[nodiscard]] bool showsTemplate(const AuditRecord& record) const;
 
     Connection& m_connection;

@@ -7,8 +7,8 @@
 
 namespace LedgerService {
 
-// What stood before and after is JSON already.
-BOOST_DESCRIBE_STRUCT(AuditRecord, (), (number, at, memberID, origin, kind, record, digest, chain))
+// What stood before and after is JSON already, and the chain may be left out.
+BOOST_DESCRIBE_STRUCT(AuditRecord, (), (number, at, memberID, origin, kind, record, digest))
 
 std::string AuditText::of(const AuditRecord& record)
 {
@@ -18,6 +18,8 @@ std::string AuditText::of(const AuditRecord& record)
         text += R"(,"before":)" + *record.before;
     if (record.after)
         text += R"(,"after":)" + *record.after;
+    if (!record.chain.empty())
+        text += fmt::format(R"(,"chain":"{}")", record.chain);
     return text + "}";
 }
 

@@ -443,6 +443,25 @@ TEST_F(Audited, OwnersReadNothingOfWhatTheyDoNotSee)
     EXPECT_TRUE(trailOf("rudi").contains(R"("record":"hidden")")) << "that something was done stays told";
 }
 
+TEST_F(Audited, OwnersReadNoDigestByWhichAHiddenEntryCouldBeGuessed)
+{
+    Staff::set(service, "rudi", "owner", {"manageCompany"}, {{"branch", {"view"}}});
+    post(SampleBooks::income());
+    auto seen = SampleBooks::transfer();
+    seen.idempotencyKey = "seen";
+    post(seen);
+    const auto digestsOf = [&](const std::string& memberID) {
+        std::string digests;
+        const auto answer = service.as(memberID, "GET", "/v1/audit?kind=POST%20%2Fv1%2Ftransactions").body;
+        EXPECT_FALSE(answer.contains("chain")) << answer;
+        for (const auto& each : Json::decode<ShownPage>(answer).value_or(ShownPage{}).records)
+            digests += each.digest ? "told " : "kept ";
+        return digests;
+    };
+    EXPECT_EQ(digestsOf("mira"), "told told ");
+    EXPECT_EQ(digestsOf("rudi"), "told kept ") << "the transfer reaches the branch, the income does not";
+}
+
 TEST_F(Audited, OwnersReadOfATemplateWhatTheySawOfItThen)
 {
     Staff::set(service, "rudi", "owner", {"manageCompany"}, {{"bank", {"view"}}});
