@@ -81,10 +81,14 @@ SnapshotScope scopeOf(Connection& connection, std::string_view companyID, const 
 
 SnapshotAnswer wholeOf(Database& database, SnapshotScope scope, Frame frame)
 {
+    const auto heldBytes = frame.tail.size();
     auto blocks = std::make_shared<SnapshotBlocks>(database, std::move(scope), std::move(frame.tail));
-    return {.kind = Kind::whole, .tag = {}, .base = {}, .text = std::move(frame.head), .more = [blocks] {
-                return blocks->next();
-            }};
+    return {.kind = Kind::whole,
+            .tag = {},
+            .base = {},
+            .text = std::move(frame.head),
+            .more = [blocks] { return blocks->next(); },
+            .heldBytes = heldBytes};
 }
 
 void addEntriesSince(Connection& connection, const SnapshotScope& scope, std::int64_t change, std::string& text)

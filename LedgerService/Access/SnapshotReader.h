@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
@@ -25,6 +26,7 @@ struct SnapshotAnswer {
     std::string base;                  // the tag that a delta builds on
     std::string text;                  // of a whole snapshot only the first block; empty when nothing changed
     std::function<std::string()> more; // the further blocks, each in a transaction of its own; an empty one ends them
+    std::size_t heldBytes = 0;         // what `more` holds of the snapshot's end until the last block is made
 };
 
 /// Snapshots: all of a company that a member may see, as one state of the database.

@@ -38,7 +38,7 @@ void packBody(Reply& reply, ContentCoding coding)
         reply.body += packer->end();
         return;
     }
-    reply.heldBytes = packer->heldBytes();
+    reply.heldBytes += packer->heldBytes();
     reply.more = [packer, blocks = std::move(reply.more), ended = false]() mutable -> std::string {
         const auto block = blocks();
         if (!block.empty())

@@ -90,7 +90,11 @@ Reply besideSnapshot(const std::pair<std::string, std::string>& beside, Snapshot
         auto block = blocks();
         return !block.empty() || std::exchange(closed, true) ? std::move(block) : "}";
     };
-    return {.status = 200, .body = std::move(body), .headers = {{"ETag", snapshot.tag}}, .more = std::move(more)};
+    return {.status = 200,
+            .body = std::move(body),
+            .headers = {{"ETag", snapshot.tag}},
+            .more = std::move(more),
+            .heldBytes = snapshot.heldBytes};
 }
 
 }
@@ -338,7 +342,8 @@ Reply Dispatcher::withSnapshot(const SnapshotReply& reply) const
     return {.status = 200,
             .body = std::move(answer->text),
             .headers = {{"ETag", answer->tag}},
-            .more = std::move(answer->more)};
+            .more = std::move(answer->more),
+            .heldBytes = answer->heldBytes};
 }
 
 }
