@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDialog>
 #include <QScreen>
 #include <QScrollArea>
 #include <QStyle>
@@ -117,11 +118,12 @@ void MainWindow::closeEvent(QCloseEvent* event)
 
 bool MainWindow::closesForms()
 {
-    while (auto* form = qobject_cast<FormDialog*>(QApplication::activeModalWidget())) {
-        if (form->isBusy() && m_store.awaitsChange())
+    while (auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+        const auto* form = qobject_cast<FormDialog*>(open);
+        if (m_store.awaitsChange() && (!form || form->isBusy()))
             return true; // it could not say more than the window does
-        form->reject();
-        if (form->isVisible())
+        open->reject();
+        if (open->isVisible())
             return false;
     }
     return true;

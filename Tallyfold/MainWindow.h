@@ -28,12 +28,12 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
     /// Asks first while a command was sent that is not answered, an entry may have been recorded without a
-    /// confirmation, or changes are not saved: what is known of it goes with the program. A form that is open is asked
-    /// to close before.
+    /// confirmation, or changes are not saved: what is known of it goes with the program. Every dialog that is open is
+    /// asked to close before.
     void closeEvent(QCloseEvent* event) override;
 
 private:
-    /// Whether every open form has gone. One with changes asks, and stays until that is answered.
+    /// Whether every open dialog has gone. One with changes asks, and stays until that is answered.
     [[nodiscard]] bool closesForms();
     void fitScreen();
     void prepareFields() const;

@@ -168,6 +168,43 @@ TEST_F(Window, HasTheOpenFormAskFirst)
     EXPECT_TRUE(window.close());
 }
 
+TEST_F(Window, HasEveryDialogOverTheFormAskFirst)
+{
+    service.signIn(books().permissions({"viewCompany", "manageCompany"}));
+    screen.waitFor("newEntry");
+    screen.keys("Ctrl+N");
+    screen.waitForFocus("transactionForm");
+    screen.press("entryAllCategories");
+    screen.waitForFocus("entryCategoryPopover");
+    screen.type("Parking");
+    screen.press("entryCategoryNew");
+    screen.waitForFocus("categoryDialog");
+    EXPECT_FALSE(window.close());
+    screen.waitForText("Discard the changes to the category?");
+    screen.press("questionCancel");
+    EXPECT_EQ(screen.read("categoryName.en-US"), "Parking");
+    EXPECT_FALSE(window.close());
+    screen.press("questionConfirm");
+    screen.waitUntilGone("categoryDialog");
+    screen.fill("entryAmount", "12.5");
+    EXPECT_FALSE(window.close());
+    EXPECT_TRUE(screen.shows("questionDialog"));
+}
+
+TEST_F(Window, HasTheFormBelowAnAlertAskAsWell)
+{
+    service.signIn(books());
+    screen.waitFor("newEntry");
+    screen.keys("Ctrl+N");
+    screen.fill("entryAmount", "12.5");
+    service.server.replace("GET v1/snapshot", ServerReply::error(500, "internal_error"));
+    EXPECT_FALSE(resultOf(service.store.refresh(true)));
+    screen.waitFor("alertDialog");
+    EXPECT_FALSE(window.close());
+    EXPECT_FALSE(screen.shows("alertDialog"));
+    EXPECT_TRUE(screen.shows("questionDialog"));
+}
+
 TEST_F(Window, TakesAFormWithoutChangesAlong)
 {
     service.signIn(books());
