@@ -129,8 +129,10 @@ bool MainWindow::closesForms()
     return true;
 }
 
-void MainWindow::raiseToFront()
+void MainWindow::raiseToFront(const QByteArray& activation)
 {
+    if (!activation.isEmpty())
+        qputenv("XDG_ACTIVATION_TOKEN", activation); // where Qt looks for it
     setWindowState(windowState() & ~Qt::WindowMinimized);
     show();
     raise();

@@ -17,8 +17,8 @@ public:
     static QSize usualFor(QSize available);
 
     /// Brings the window before the others, also out of the task bar; where the desktop forbids that, it is marked
-    /// there.
-    void raiseToFront();
+    /// there. Some desktops want `activation` for it, which they gave to what a person has started.
+    void raiseToFront(const QByteArray& activation = {});
 
 Q_SIGNALS:
     /// The first frame is on its way to the screen.

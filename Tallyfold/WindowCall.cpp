@@ -12,8 +12,15 @@
 namespace {
 
 constexpr int patience = 2000; // milliseconds
-constexpr auto greeting = "raise\n";
+constexpr auto greeting = "raise";
 constexpr auto reply = "raised\n";
+
+/// The desktop's leave to come forward, which it gives to what a person starts.
+QByteArray ownActivation()
+{
+    const auto token = qgetenv("XDG_ACTIVATION_TOKEN");
+    return token.isEmpty() ? qgetenv("DESKTOP_STARTUP_ID") : token;
+}
 
 }
 
@@ -52,7 +59,7 @@ WindowCall::Answer WindowCall::call() const
     line.connectToServer(m_name);
     if (!line.waitForConnected(patience))
         return Answer::none;
-    line.write(greeting);
+    line.write((QByteArray{greeting} + ' ' + ownActivation()).trimmed() + '\n');
     return line.waitForReadyRead(patience) && line.readAll() == reply ? Answer::raised : Answer::silent;
 }
 
@@ -69,9 +76,12 @@ void WindowCall::answer()
     while (auto* caller = m_server.nextPendingConnection()) {
         connect(caller, &QLocalSocket::disconnected, caller, &QObject::deleteLater);
         const auto hear = [this, caller] {
-            if (!caller->canReadLine() || caller->readLine() != greeting)
+            if (!caller->canReadLine())
                 return;
-            Q_EMIT called();
+            const auto said = caller->readLine().trimmed();
+            if (said != greeting && !said.startsWith(QByteArray{greeting} + ' '))
+                return;
+            Q_EMIT called(said.mid(QByteArray{greeting}.size() + 1));
             caller->write(reply);
             caller->flush();
         };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QLocalServer>
 #include <QString>
 
@@ -22,7 +23,8 @@ public:
     [[nodiscard]] static QString usualName();
 
 Q_SIGNALS:
-    void called();
+    /// `activation` is the leave to come forward that the desktop gave the other start; empty where it gave none.
+    void called(const QByteArray& activation);
 
 private:
     enum class Answer { none, silent, raised };

@@ -251,6 +251,17 @@ TEST_F(Window, BringsTheEntryBackWithItsKeyAfterTheSameMemberSignedInAgain)
     EXPECT_TRUE(window.close());
 }
 
+TEST_F(Window, ComesForwardWithTheLeaveOfTheDesktop)
+{
+    constexpr auto token = "XDG_ACTIVATION_TOKEN";
+    qunsetenv(token);
+    window.showMinimized();
+    window.raiseToFront("leave-8");
+    EXPECT_EQ(qgetenv(token), "leave-8");
+    EXPECT_FALSE(window.isMinimized());
+    qunsetenv(token);
+}
+
 TEST_F(Window, IsNeverLargerThanTheScreenAllows)
 {
     EXPECT_EQ(MainWindow::smallestFor({1920, 1040}), QSize(900, 640));

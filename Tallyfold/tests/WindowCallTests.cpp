@@ -60,6 +60,25 @@ TEST_F(WindowCalls, OfLaterStartsRaiseTheOpenWindow)
     }
 }
 
+TEST_F(WindowCalls, BringTheLeaveToComeForwardThatTheDesktopGave)
+{
+    constexpr auto token = "XDG_ACTIVATION_TOKEN";
+    constexpr auto startup = "DESKTOP_STARTUP_ID";
+    WindowCall window{name};
+    QList<QByteArray> brought;
+    QObject::connect(&window, &WindowCall::called, [&](const QByteArray& activation) { brought.append(activation); });
+    ASSERT_EQ(window.begin(), Standing::first);
+    qunsetenv(token);
+    qputenv(startup, "launcher-7_TIME42");
+    EXPECT_EQ(anotherStart(), Standing::second);
+    qputenv(token, "leave-8");
+    EXPECT_EQ(anotherStart(), Standing::second);
+    qunsetenv(token);
+    qunsetenv(startup);
+    EXPECT_EQ(anotherStart(), Standing::second);
+    EXPECT_EQ(brought, (QList<QByteArray>{"launcher-7_TIME42", "leave-8", ""}));
+}
+
 TEST_F(WindowCalls, AreNotAnsweredOnceTheWindowIsClosed)
 {
     WindowCall window{name};
