@@ -11,6 +11,7 @@
 #include <QImage>
 #include <QImageReader>
 #include <QPainter>
+#include <QPointF>
 #include <libheif/heif.h>
 
 #include "LedgerCore/Client/Receipts/ReceiptCompressor.h"
@@ -68,15 +69,50 @@ struct FreeHeif {
     void operator()(heif_context* context) const { heif_context_free(context); }
     void operator()(heif_image_handle* handle) const { heif_image_handle_release(handle); }
     void operator()(heif_image* image) const { heif_image_release(image); }
+    void operator()(heif_color_profile_nclx* coded) const { heif_nclx_color_profile_free(coded); }
 };
 template <class Part>
 using Heif = std::unique_ptr<Part, FreeHeif>;
+
+/// Those of standard video are so near to that of screens that programs show them alike. What is brighter than paper
+/// stays as it is.
+std::optional<QColorSpace::TransferFunction> transferOf(heif_transfer_characteristics coded)
+{
+    switch (coded) {
+    case heif_transfer_characteristic_linear:
+        return QColorSpace::TransferFunction::Linear;
+    case heif_transfer_characteristic_ITU_R_BT_709_5:
+    case heif_transfer_characteristic_ITU_R_BT_601_6:
+    case heif_transfer_characteristic_IEC_61966_2_1:
+    case heif_transfer_characteristic_ITU_R_BT_2020_2_10bit:
+    case heif_transfer_characteristic_ITU_R_BT_2020_2_12bit:
+        return QColorSpace::TransferFunction::SRgb;
+    default:
+        return std::nullopt;
+    }
+}
+
+/// Colours that the file names by numbers instead of a profile.
+QColorSpace codedColorSpaceOf(const heif_image_handle* handle)
+{
+    heif_color_profile_nclx* found = nullptr;
+    if (heif_image_handle_get_nclx_color_profile(handle, &found).code != heif_error_Ok)
+        return {};
+    const Heif<heif_color_profile_nclx> coded{found};
+    const auto transfer = transferOf(coded->transfer_characteristics);
+    if (!transfer || coded->color_primaries == heif_color_primaries_unspecified)
+        return {};
+    return {QPointF{coded->color_primary_white_x, coded->color_primary_white_y},
+            QPointF{coded->color_primary_red_x, coded->color_primary_red_y},
+            QPointF{coded->color_primary_green_x, coded->color_primary_green_y},
+            QPointF{coded->color_primary_blue_x, coded->color_primary_blue_y}, *transfer};
+}
 
 QColorSpace colorSpaceOf(const heif_image_handle* handle)
 {
     const auto size = heif_image_handle_get_raw_color_profile_size(handle);
     if (size == 0)
-        return {};
+        return codedColorSpaceOf(handle);
     QByteArray profile(static_cast<qsizetype>(size), Qt::Uninitialized);
     const auto failed = heif_image_handle_get_raw_color_profile(handle, profile.data());
     return failed.code == heif_error_Ok ? QColorSpace::fromIccProfile(profile) : QColorSpace{};

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <random>
@@ -65,7 +66,8 @@ QImage decoded(const std::string& data)
 }
 
 /// As a phone would write it, turned as the camera was held.
-std::string heic(const QImage& image, heif_orientation turned = heif_orientation_normal)
+std::string heic(const QImage& image, heif_orientation turned = heif_orientation_normal,
+                 heif_color_profile_nclx* colours = nullptr)
 {
     std::unique_ptr<heif_context, void (*)(heif_context*)> context{heif_context_alloc(), heif_context_free};
     heif_image* pixels = nullptr;
@@ -83,6 +85,8 @@ std::string heic(const QImage& image, heif_orientation turned = heif_orientation
     heif_encoder_set_lossy_quality(encoder, 90);
     auto* options = heif_encoding_options_alloc();
     options->image_orientation = turned;
+    options->output_nclx_profile = colours;
+    options->macOS_compatibility_workaround_no_nclx_profile = colours == nullptr;
     EXPECT_EQ(heif_context_encode_image(context.get(), pixels, encoder, options, nullptr).code, heif_error_Ok);
     heif_encoding_options_free(options);
     heif_encoder_release(encoder);
@@ -226,6 +230,25 @@ TEST(ReceiptCompressor, ShowsThePicturesOfPhonesUprightAndInTheirColours)
     const auto plain = ReceiptCompressor::prepare(padded(heic(wide), 600'000), "a.heic", "image/heic");
     ASSERT_TRUE(plain.has_value());
     EXPECT_LT(decoded(plain->data).pixelColor(200, 200).red(), 60);
+}
+
+TEST(ReceiptCompressor, ShowsColoursThatAPictureNamesByNumbers)
+{
+    QImage wide{400, 400, QImage::Format_RGB32};
+    wide.fill(QColor{100, 200, 100});
+    const auto redOf = [&](std::uint16_t primaries, std::uint16_t transfer) {
+        const std::unique_ptr<heif_color_profile_nclx, void (*)(heif_color_profile_nclx*)> colours{
+            heif_nclx_color_profile_alloc(), heif_nclx_color_profile_free};
+        heif_nclx_color_profile_set_color_primaries(colours.get(), primaries);
+        heif_nclx_color_profile_set_transfer_characteristics(colours.get(), transfer);
+        const auto picture = padded(heic(wide, heif_orientation_normal, colours.get()), 600'000);
+        const auto plain = ReceiptCompressor::prepare(picture, "a.heic", "image/heic");
+        EXPECT_TRUE(plain.has_value());
+        return plain ? decoded(plain->data).pixelColor(200, 200).red() : -1;
+    };
+    EXPECT_LT(redOf(heif_color_primaries_SMPTE_EG_432_1, heif_transfer_characteristic_IEC_61966_2_1), 70);
+    EXPECT_NEAR(redOf(heif_color_primaries_ITU_R_BT_709_5, heif_transfer_characteristic_IEC_61966_2_1), 100, 10);
+    EXPECT_NEAR(redOf(heif_color_primaries_unspecified, heif_transfer_characteristic_unspecified), 100, 10);
 }
 
 TEST(ReceiptCompressor, BelievesNoHeadThatPromisesMorePixelsThanMemoryHas)
