@@ -39,7 +39,7 @@ struct CapitalOverview {
     std::vector<QString> notes = {};
     std::vector<QString> printedNotes = {};   // without what can only be done on the screen
     std::vector<OwnershipBar> ownership = {}; // the latest first
-    RecordRows latest = {};                   // the identifiers of rows are those of the entries in the ledger
+    RecordRows latest = {};
 
     bool operator==(const CapitalOverview&) const = default;
 };

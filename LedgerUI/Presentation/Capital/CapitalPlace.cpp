@@ -6,7 +6,6 @@
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
 #include "LedgerUI/Presentation/Dividends/MovementText.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
-#include "LedgerUI/Presentation/Records/LinkedEntries.h"
 #include "LedgerUI/Presentation/Records/RecordDraft.h"
 
 namespace {
@@ -119,17 +118,6 @@ std::optional<CapitalPlace> CapitalPlaces::settlementOf(std::string_view partici
         return settlementIn(Period::allTime(), participantID, *tables);
     place->date.clear(); // it is listed as the page stands
     return place;
-}
-
-std::expected<std::string, std::string_view> CapitalPlaces::entryOf(std::string_view movementID,
-                                                                    const LedgerSnapshot& snapshot)
-{
-    const auto* found = snapshot.dividends ? RecordDrafts::find(snapshot.dividends->movements, movementID) : nullptr;
-    if (!found || !found->transactionID)
-        return std::unexpected("remark.noCash");
-    if (!LinkedEntries{snapshot, {*found->transactionID}}.find(*found->transactionID))
-        return std::unexpected("remark.entryNotSeen");
-    return *found->transactionID;
 }
 
 PeriodCounts CapitalPlaces::countsOf(const LedgerSnapshot& snapshot)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <expected>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,9 +27,6 @@ std::optional<CapitalPlace> placeOf(const PageLink& link, const LedgerSnapshot& 
 /// neither an allocation nor an advance in the currency.
 std::optional<CapitalPlace> settlementOf(std::string_view participantID, const LedgerSnapshot& snapshot,
                                          const CapitalQuestion& question, std::string_view locale);
-
-/// The entry that booked the money of a movement, or the word that says why there is none to be opened.
-std::expected<std::string, std::string_view> entryOf(std::string_view movementID, const LedgerSnapshot& snapshot);
 
 /// The days on which something was recorded of capital and dividends, for the grid of periods.
 PeriodCounts countsOf(const LedgerSnapshot& snapshot);

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <functional>
 #include <tuple>
+#include <unordered_set>
 
 #include "LedgerUI/Presentation/Dividends/MovementText.h"
 #include "LedgerUI/Presentation/Records/CapitalSections.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Records/LinkedEntries.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
@@ -20,6 +22,7 @@ struct Record {
     std::string_view date;
     std::string_view createdAt;
     std::string_view id;
+    std::string_view entryID; // empty where no money moved
     std::function<RecordRow()> row;
 };
 
@@ -55,8 +58,7 @@ RecordRow rowOf(const CapitalContribution& contribution, std::string_view today,
         what = RecordText::struck(std::move(what));
         amount = RecordText::struck(std::move(amount));
     }
-    return rowOf(contribution.transactionID, dayOf(contribution.date, today, locale), std::move(what),
-                 std::move(amount));
+    return rowOf(contribution.id, dayOf(contribution.date, today, locale), std::move(what), std::move(amount));
 }
 
 RecordRow rowOf(const DividendBatch& batch, std::string_view today, std::string_view locale)
@@ -72,7 +74,7 @@ RecordRow rowOf(const DividendBatch& batch, std::string_view today, std::string_
         what = RecordText::struck(std::move(what));
         amount = RecordText::struck(std::move(amount));
     }
-    return rowOf("-" + batch.id, dayOf(batch.date, today, locale), std::move(what), std::move(amount));
+    return rowOf(batch.id, dayOf(batch.date, today, locale), std::move(what), std::move(amount));
 }
 
 RecordRow rowOf(const DividendMovement& movement, const DividendState& state, std::string_view today,
@@ -84,8 +86,25 @@ RecordRow rowOf(const DividendMovement& movement, const DividendState& state, st
     what.second = besides(person == state.participants.end() ? QString{} : qString(person->name),
                           movement.reversedBy ? "remark.reversed" : "", locale);
     auto amount = MovementText::amount(movement, original, locale);
-    return rowOf(movement.transactionID.value_or("-" + movement.id), dayOf(movement.date, today, locale),
-                 std::move(what), std::move(amount));
+    return rowOf(movement.id, dayOf(movement.date, today, locale), std::move(what), std::move(amount));
+}
+
+/// The rows of these records, with the entries that they lead to.
+std::vector<RecordRow> rowsOf(const std::vector<Record>& records, const LedgerSnapshot& snapshot,
+                              std::string_view locale)
+{
+    std::unordered_set<std::string_view> ids;
+    for (const auto& record : records)
+        ids.insert(record.entryID);
+    const LinkedEntries entries{snapshot, ids};
+    std::vector<RecordRow> rows;
+    for (const auto& record : records) {
+        auto& row = rows.emplace_back(record.row());
+        row.entry = entries.reached(record.entryID);
+        if (!record.entryID.empty() && !row.entry)
+            row.cells[1].second = besides(row.cells[1].second, "account.unseen", locale);
+    }
+    return rows;
 }
 
 }
@@ -94,31 +113,26 @@ RecordRows LatestRecords::rows(const LedgerSnapshot& snapshot, const CapitalQues
                                std::string_view locale)
 {
     std::vector<Record> records;
-    const auto add = [&](const auto& record, auto make) {
+    const auto add = [&](const auto& record, std::string_view entryID, auto make) {
         if (record.currency == question.currency && question.period.contains(record.date))
-            records.push_back({record.date, record.createdAt, record.id, std::move(make)});
+            records.push_back({record.date, record.createdAt, record.id, entryID, std::move(make)});
     };
     if (const auto* capital = CapitalSections::capital(snapshot)) {
         for (const auto& each : capital->contributions)
-            add(each, [&each, today, locale] { return rowOf(each, today, locale); });
+            add(each, each.transactionID, [&each, today, locale] { return rowOf(each, today, locale); });
     }
     if (const auto* dividends = CapitalSections::dividends(snapshot)) {
         for (const auto& each : dividends->batches)
-            add(each, [&each, today, locale] { return rowOf(each, today, locale); });
+            add(each, {}, [&each, today, locale] { return rowOf(each, today, locale); });
         for (const auto& each : dividends->movements)
-            add(each, [&each, dividends, today, locale] { return rowOf(each, *dividends, today, locale); });
+            add(each, each.transactionID ? std::string_view{*each.transactionID} : std::string_view{},
+                [&each, dividends, today, locale] { return rowOf(each, *dividends, today, locale); });
     }
     std::ranges::sort(records, std::ranges::greater{},
                       [](const Record& each) { return std::tuple{each.date, each.createdAt, each.id}; });
-    RecordRows table{
-        .columns = {{.head = wordIn(locale, capitalWords(), "column.day")},
-                    {.head = wordIn(locale, capitalWords(), "column.record"), .room = ColumnRoom::stretches},
-                    {.head = wordIn(locale, capitalWords(), "column.amount"), .isAtRight = true}},
-        .rows = {}};
-    for (const auto& record : records) {
-        if (table.rows.size() == shownAtMost)
-            break;
-        table.rows.push_back(record.row());
-    }
-    return table;
+    records.resize(std::min(records.size(), shownAtMost));
+    return {.columns = {{.head = wordIn(locale, capitalWords(), "column.day")},
+                        {.head = wordIn(locale, capitalWords(), "column.record"), .room = ColumnRoom::stretches},
+                        {.head = wordIn(locale, capitalWords(), "column.amount"), .isAtRight = true}},
+            .rows = rowsOf(records, snapshot, locale)};
 }

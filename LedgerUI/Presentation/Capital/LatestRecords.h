@@ -9,7 +9,7 @@
 namespace LatestRecords {
 
 /// The last ones of the currency that stand in the period, the latest first: a day, what it was and of whom, and the
-/// amount. A row's identifier is its entry's in the ledger, or "-" and a number where no money moved.
+/// amount.
 RecordRows rows(const LedgerSnapshot& snapshot, const CapitalQuestion& question, std::string_view today,
                 std::string_view locale);
 

@@ -230,7 +230,8 @@ RecordRows DividendTables::movements(const Movements& movements) const
         title.second = remarkOf(*each, *this, entries);
         table.rows.push_back({.id = each->id,
                               .cells = {RecordText::day(each->date, m_locale), std::move(title),
-                                        MovementText::amount(*each, undone(*each), m_locale)}});
+                                        MovementText::amount(*each, undone(*each), m_locale)},
+                              .entry = entries.reached(each->transactionID.value_or(""))});
     }
     return table;
 }

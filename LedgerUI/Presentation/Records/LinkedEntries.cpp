@@ -17,6 +17,15 @@ const LedgerTransaction* LinkedEntries::find(std::string_view id) const
     return found == m_entries.end() ? nullptr : found->second;
 }
 
+RecordEntry LinkedEntries::reached(std::string_view id) const
+{
+    if (id.empty())
+        return std::unexpected("remark.noCash");
+    if (!find(id))
+        return std::unexpected("remark.entryNotSeen");
+    return std::string{id};
+}
+
 const Account* LinkedEntries::account(std::string_view id) const
 {
     const auto* entry = find(id);

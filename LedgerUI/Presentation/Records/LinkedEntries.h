@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerUI/Presentation/Records/RecordRow.h"
 
 /// The entries that book the money of some records, found in one pass over all. Points into the snapshot.
 class LinkedEntries {
@@ -14,6 +15,8 @@ public:
 
     /// Null where the member does not see the entry.
     [[nodiscard]] const LedgerTransaction* find(std::string_view id) const;
+    /// The same as a row leads to it.
+    [[nodiscard]] RecordEntry reached(std::string_view id) const;
     /// The account that the entry's money moved on; null where it is not seen.
     [[nodiscard]] const Account* account(std::string_view id) const;
 

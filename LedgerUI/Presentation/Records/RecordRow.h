@@ -1,7 +1,9 @@
 #pragma once
 
+#include <expected>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <QString>
@@ -25,9 +27,13 @@ struct RecordCell {
     bool operator==(const RecordCell&) const = default;
 };
 
+/// The entry in the ledger that booked a record's money, or the word that says why there is none to be opened.
+using RecordEntry = std::expected<std::string, std::string_view>;
+
 struct RecordRow {
     std::string id;
     std::vector<RecordCell> cells;
+    RecordEntry entry = std::unexpected("remark.noCash");
 
     bool operator==(const RecordRow&) const = default;
 };

@@ -33,9 +33,10 @@ CapitalOverviewTab::CapitalOverviewTab(QWidget* parent) : QWidget{parent}
     setObjectName(QStringLiteral("capitalOverview"));
     buildLayout();
     connect(m_latest, &RecordTable::opened, this, [this] {
-        const auto id = m_latest->chosen();
-        if (!id.empty() && !id.starts_with('-'))
-            Q_EMIT entryWanted(QString::fromStdString(id));
+        if (const auto entry = m_latest->chosenEntry())
+            Q_EMIT entryWanted(QString::fromStdString(*entry));
+        else
+            Q_EMIT entryRefused(word(capitalWords(), entry.error()));
     });
     connect(m_owners, &RecordTable::opened, this, [this] {
         const auto at = m_owners->currentIndex().row();

@@ -31,6 +31,8 @@ Q_SIGNALS:
     /// The settlement of a participant of dividends is wanted: the breakdown of their row.
     void settlementWanted(const QString& participantID);
     void entryWanted(const QString& entryID);
+    /// A record was opened that leads to no entry.
+    void entryRefused(const QString& why);
 
 protected:
     void changeEvent(QEvent* event) override;

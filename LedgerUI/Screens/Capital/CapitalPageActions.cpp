@@ -12,7 +12,6 @@
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
-#include "LedgerUI/Presentation/Capital/CapitalPlace.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
@@ -195,7 +194,7 @@ std::vector<Action> CapitalPageActions::chosenActions(const CapitalFocus& focus)
                                                               .currency = currency});
                    });
     };
-    const auto entry = CapitalPlaces::entryOf(movement.movementID, *snapshot);
+    const auto& entry = focus.movementEntry;
     return {offer("cancelBatch", Wanted::cancelBatch, {.batchID = focus.choice.batchID}, hasBatch),
             offer("pay", Wanted::pay, line, hasBatch),
             offer("applyAdvance", Wanted::apply, line, hasBatch),

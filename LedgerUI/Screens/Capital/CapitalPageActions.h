@@ -21,6 +21,7 @@ struct CapitalFocus {
     std::string contributionID = {}; // the chosen one
     DividendChoice choice = {};
     std::string movementID = {}; // the chosen one
+    RecordEntry movementEntry = RecordRow{}.entry;
 };
 
 /// The actions of the page of capital and dividends: which of them are offered, what keeps them from being done, and

@@ -165,6 +165,7 @@ void CapitalView::bind()
     });
     connect(m_actions, &CapitalPageActions::entryWanted, this, &CapitalView::showEntry);
     connect(m_overview, &CapitalOverviewTab::entryWanted, this, &CapitalView::showEntry);
+    connect(m_overview, &CapitalOverviewTab::entryRefused, this, &CapitalView::done);
     connect(m_overview, &CapitalOverviewTab::settlementWanted, this, &CapitalView::showSettlement);
     connect(m_contributions, &ContributionsTab::entryWanted, this, &CapitalView::showEntry);
     connect(m_contributions, &ContributionsTab::chosenChanged, this, [this] {
@@ -398,7 +399,8 @@ void CapitalView::presentActions()
                         .currency = m_question.currency,
                         .contributionID = m_contributions->chosen(),
                         .choice = m_choice,
-                        .movementID = m_dividends->chosenMovement()});
+                        .movementID = m_dividends->chosenMovement(),
+                        .movementEntry = m_dividends->chosenEntry()});
     presentPrinting();
 }
 

@@ -163,6 +163,11 @@ std::string DividendsTab::chosenMovement() const
     return m_movements->chosen();
 }
 
+RecordEntry DividendsTab::chosenEntry() const
+{
+    return m_movements->chosenEntry();
+}
+
 bool DividendsTab::chooseMovement(const std::string& id)
 {
     return m_movements->choose(id);

@@ -24,6 +24,8 @@ public:
     [[nodiscard]] RecordHead& movementHead() const { return *m_movementHead; }
     /// The movement chosen in the settlement; empty for none.
     [[nodiscard]] std::string chosenMovement() const;
+    /// The entry in the ledger that it leads to.
+    [[nodiscard]] RecordEntry chosenEntry() const;
     bool chooseMovement(const std::string& id);
     [[nodiscard]] QList<QWidget*> panes() const;
 

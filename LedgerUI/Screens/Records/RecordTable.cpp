@@ -93,6 +93,13 @@ std::string RecordTable::chosen() const
     return ids.size() == 1 ? ids.front() : std::string{};
 }
 
+RecordEntry RecordTable::chosenEntry() const
+{
+    const auto rows = selectedRows();
+    return rows.size() == 1 ? m_parts->model->shown().rows[static_cast<std::size_t>(rows.front())].entry
+                            : RecordRow{}.entry;
+}
+
 void RecordTable::follow(std::string_view id)
 {
     if (chosen() == id || id.empty())

@@ -25,6 +25,8 @@ public:
     [[nodiscard]] bool isEmpty() const;
     /// The only chosen row; empty for none.
     [[nodiscard]] std::string chosen() const;
+    /// The entry that the chosen row leads to.
+    [[nodiscard]] RecordEntry chosenEntry() const;
     /// Chooses the row as a page does that shows it: quietly where it is chosen already.
     void follow(std::string_view id);
 

@@ -306,6 +306,21 @@ TEST(CapitalView, OpensTheSettlementOfTheParticipantThatIsPressedAndOfNobodyElse
     page.screen.waitForText("Paid in advance on 1 April 2026");
 }
 
+TEST(CapitalView, SaysWhyALatestRecordLeadsToNoEntry)
+{
+    auto sample = capitalSample();
+    sample.books().transactions = {};
+    Page page{sample};
+    const auto says = [&](const char* record, const char* why) {
+        page.screen.pressRow("latestRecords", record);
+        page.screen.keys("Return");
+        page.screen.waitUntil(why, [&] { return page.screen.spoken("statusBar").starts_with(why); });
+        EXPECT_TRUE(page.screen.shows("latestRecords"));
+    };
+    says("Contribution", "You do not see the account of this entry");
+    says("Allocation 2026 Q3", "No cash flow");
+}
+
 TEST(CapitalView, ShowsAllFiguresWithoutScrollingInTheSmallestWindow)
 {
     for (const auto* language : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {

@@ -168,8 +168,18 @@ TEST(CapitalOverview, TellsTheLatestRecordsWithTheirEntries)
     EXPECT_EQ(rows[1], "31 Oct | Allocation 2026 Q3 / 3 participants | 64,500,000");
     EXPECT_EQ(rows[5], "2 Sep | Reversed payment / 陈思远 | +13,500,000");
     EXPECT_EQ(rows[6], "1 Sep | [Dividend payment / 陈思远 · reversed] | [−13,500,000]");
-    EXPECT_EQ(shown->latest.rows[0].id, "entry-c9") << "by which the ledger finds it";
-    EXPECT_TRUE(shown->latest.rows[1].id.starts_with('-')) << "an allocation moves no money";
+    EXPECT_EQ(shown->latest.rows[0].entry, "entry-c9") << "by which the ledger finds it";
+    EXPECT_EQ(shown->latest.rows[1].entry.error(), "remark.noCash") << "an allocation moves no money";
+}
+
+TEST(CapitalOverview, LeadsToNoEntryThatTheMemberDoesNotSee)
+{
+    auto sample = capitalSample();
+    sample.books().transactions = {};
+    const auto shown = CapitalOverviews::overview(sample.books(), year2026(), today, english);
+    const auto& row = shown->latest.rows.front();
+    EXPECT_EQ(row.entry.error(), "remark.entryNotSeen");
+    EXPECT_EQ(read(row), "13 Nov | Contribution / Budi Santoso · An account that you cannot see | +150,000,000");
 }
 
 TEST(ContributionList, LinksAContributionAndItsReversalBothWays)
@@ -347,21 +357,18 @@ TEST(CapitalPlaces, TurnToTheYearOfASettlementThatThePeriodDoesNotList)
     EXPECT_EQ(board->person, QStringLiteral("Chen"));
 }
 
-TEST(CapitalPlaces, LeadToTheEntryOfAMovementOnlyWhereTheMemberSeesIt)
+TEST(DividendBoard, LeadsToTheEntryOfAMovementOnlyWhereTheMemberSeesIt)
 {
     auto sample = capitalSample();
-    auto& books = sample.books();
-    const auto movement = std::ranges::find(books.dividends->movements, std::string{DividendMovementKind::advance},
-                                            &DividendMovement::kind);
-    ASSERT_NE(movement, books.dividends->movements.end());
-    const auto entry = movement->transactionID.value();
-    EXPECT_EQ(CapitalPlaces::entryOf(movement->id, books), entry);
-    books.transactions = {};
-    EXPECT_EQ(CapitalPlaces::entryOf(movement->id, books).error(), "remark.entryNotSeen");
-    const auto offset = std::ranges::find(books.dividends->movements, std::string{DividendMovementKind::application},
-                                          &DividendMovement::kind);
-    ASSERT_NE(offset, books.dividends->movements.end());
-    EXPECT_EQ(CapitalPlaces::entryOf(offset->id, books).error(), "remark.noCash");
+    const auto rows = [&] {
+        return DividendBoards::board(sample.books(), year2026(), {.batchID = "d4", .participantID = "d2"}, english)
+            ->movements.rows;
+    };
+    ASSERT_EQ(rows().size(), 4U);
+    EXPECT_EQ(rows()[0].entry, "entry-d9");
+    EXPECT_EQ(rows()[1].entry.error(), "remark.noCash") << "an offset";
+    sample.books().transactions = {};
+    EXPECT_EQ(rows()[0].entry.error(), "remark.entryNotSeen");
 }
 
 TEST(DividendBoard, ShowsWhatIsLeftOfAnAdvance)
