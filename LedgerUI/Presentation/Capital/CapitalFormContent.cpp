@@ -133,12 +133,19 @@ void fillOwnership(RecordFormContent& content, const Ground& ground)
 
 QString previewOf(const CapitalCommand& command, const Ground& ground)
 {
-    if (command.action == Action::contribute) {
-        const auto* account = ground.snapshot.account(command.accountID.value_or(""));
+    if (command.action == Action::contribute)
         return ground.word("preview.contribute",
                            {ground.money(command.amountMinor.value_or(0), command.currency.value_or("")),
                             ground.nameOf(command.participantID.value_or("")),
-                            account ? qString(account->name) : QString{}});
+                            ground.accountName(command.accountID.value_or(""))});
+    if (command.action == Action::setParticipant)
+        return RecordContents::previewOfPerson(command, ground, "owner");
+    if (command.action == Action::reverse) {
+        const auto& all = ground.form.captured.contributions;
+        const auto* original = RecordDrafts::find(all, command.contributionID.value_or(""));
+        return original ? ground.word("preview.takeBack", {ground.money(original->amountMinor, original->currency),
+                                                           ground.accountMovedBy(original->transactionID)})
+                        : QString{};
     }
     if (command.action == Action::setBaseline && command.entries) {
         std::int64_t sum = 0; // within its limit, as the command was accepted

@@ -1,8 +1,12 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include <QStringList>
+
+#include "LedgerCore/Domain/Capital/CapitalMath.h"
 #include "LedgerCore/Domain/Dividends/DividendAccess.h"
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
+#include "LedgerCore/Domain/Dividends/OwnershipRatios.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
@@ -235,14 +239,66 @@ void fill(RecordFormContent& content, const Ground& ground)
     content.confirm = ground.word("confirm.dividend." + action);
 }
 
+/// What the reversal of a movement moves back.
+QString previewOfReversal(const DividendMovement& original, const Ground& ground)
+{
+    const auto money = ground.money(original.amountMinor, original.currency);
+    if (!original.transactionID)
+        return ground.word("preview.undoApply", {money, ground.nameOf(original.participantID)});
+    const bool cameIn = original.kind == DividendMovementKind::returning;
+    return ground.word(cameIn ? "preview.takeBack" : "preview.putBack",
+                       {money, ground.accountMovedBy(*original.transactionID)});
+}
+
+/// The ratios as they stand afterwards, also of those who have none any more.
+QString previewOfFilling(std::string_view day, const Ground& ground)
+{
+    const auto& capital = ground.snapshot.capital;
+    const auto* shares = capital ? CapitalMath::ownershipInForce(*capital, day) : nullptr;
+    if (!shares)
+        return {};
+    const auto& known = ground.form.captured.participants;
+    const auto changed = OwnershipRatios::changed(*shares, capital->participants, known);
+    QStringList ratios;
+    for (const auto& each : known) {
+        const auto* after = RecordDrafts::find(changed, each.id);
+        if (after || (!each.archived && each.ratioBps != 0))
+            ratios << qString(each.name) + QLatin1Char{' '} +
+                          RecordText::percent(after ? after->ratioBps : each.ratioBps, ground.locale);
+    }
+    for (const auto& each : changed) {
+        if (each.id.empty())
+            ratios << ground.word("preview.fill.new",
+                                  {qString(each.name), RecordText::percent(each.ratioBps, ground.locale)});
+    }
+    return ground.word("preview.fillFromOwnership", {ratios.join(QStringLiteral(", "))});
+}
+
 QString previewOf(const DividendCommand& command, const Ground& ground)
 {
+    const auto& action = command.action;
+    const auto& captured = ground.form.captured;
     const auto money = ground.money(command.amountMinor.value_or(0), ground.form.currency);
     const auto name = ground.nameOf(ground.form.participantID);
-    const auto* account = ground.snapshot.account(command.accountID.value_or(""));
-    if (command.action == Action::pay || command.action == Action::advance || command.action == Action::returnAdvance)
-        return ground.word("preview." + command.action, {money, name, account ? qString(account->name) : QString{}});
-    return command.action == Action::apply ? ground.word("preview.apply", {money, name}) : QString{};
+    if (DividendForms::movesMoney(action))
+        return ground.word("preview." + action, {money, name, ground.accountName(command.accountID.value_or(""))});
+    if (action == Action::apply)
+        return ground.word("preview.apply", {money, name});
+    if (action == Action::setParticipant)
+        return RecordContents::previewOfPerson(command, ground, "participant",
+                                               RecordText::percent(command.ratioBps.value_or(0), ground.locale));
+    if (action == Action::fillFromOwnership)
+        return previewOfFilling(command.date, ground);
+    if (action == Action::cancelBatch) {
+        const auto* batch = RecordDrafts::find(captured.batches, command.batchID.value_or(""));
+        return batch ? ground.word("preview.cancelBatch",
+                                   {qString(batch->period), ground.money(batch->amountMinor, batch->currency)})
+                     : QString{};
+    }
+    if (action != Action::reverse)
+        return {}; // the table shows what an allocation comes to
+    const auto* original = RecordDrafts::find(captured.movements, command.movementID.value_or(""));
+    return original ? previewOfReversal(*original, ground) : QString{};
 }
 
 /// What is said of newer records: the participants and their ratios are looked at where these stand in the form.

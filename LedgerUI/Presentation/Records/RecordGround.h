@@ -33,6 +33,17 @@ struct RecordGround {
         const auto* known = RecordDrafts::find(form.captured.participants, personID);
         return known ? qString(known->name) : QString{};
     }
+    [[nodiscard]] QString accountName(std::string_view accountID) const
+    {
+        const auto* account = snapshot.account(accountID);
+        return account ? qString(account->name) : QString{};
+    }
+    /// The account whose money an entry of the section moved.
+    [[nodiscard]] QString accountMovedBy(std::string_view entryID) const
+    {
+        const auto* entry = snapshot.entry(entryID);
+        return entry && !entry->legs.empty() ? accountName(entry->legs.front().accountID) : QString{};
+    }
     /// As it was typed for a person.
     [[nodiscard]] QString typedFor(const TypedTexts& texts, const std::string& personID) const
     {
@@ -84,6 +95,15 @@ void fillPerson(RecordFormContent& content, const RecordGround<Form>& ground, co
     std::ranges::move(more, std::back_inserter(content.fields));
     if (!form.participantID.empty())
         content.fields.push_back(Parts::tick(RecordPart::archived, ground.word(who + ".archived"), form.archived));
+}
+
+/// What becomes of a person's own record. The words begin with `who`.
+template <class Form, class Command>
+QString previewOfPerson(const Command& command, const RecordGround<Form>& ground, const std::string& who,
+                        const QString& ratio = {})
+{
+    const auto* becomes = !command.participantID ? ".new" : command.archived.value_or(false) ? ".archived" : ".kept";
+    return ground.word("preview." + who + becomes, {qString(command.name.value_or("")), ratio});
 }
 
 /// Where the message of a problem stands; null where the form has no such part.
