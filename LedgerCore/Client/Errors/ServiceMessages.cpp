@@ -1,5 +1,7 @@
 #include "LedgerCore/Client/Errors/ServiceMessages.h"
 
+#include "LedgerCore/Domain/Entries/ReversalWords.h"
+
 const WordTable& serviceMessages()
 {
     static const WordTable words{{
@@ -87,10 +89,7 @@ const WordTable& serviceMessages()
          "kiểm tra số liệu gốc để tránh tính hai lần.",
          "The historical contribution range overlaps recorded contributions, or its version has changed. Check the "
          "baseline to avoid counting contributions twice."},
-        {"capitalCorrection", "请在“资本”页面更正此笔出资，以保留原记录及其关联。",
-         "Koreksi setoran ini di halaman Modal agar catatan asli dan tautannya tetap terjaga.",
-         "Hãy điều chỉnh khoản góp vốn này trên trang Vốn để giữ nguyên bản ghi gốc và các liên kết.",
-         "Correct this contribution on the Capital page to preserve the original record and its links."},
+        ReversalWords::capitalCorrection,
         {"capitalIntegrity", "无法核实资本记录中的关联或金额。请刷新后重试。",
          "Tautan atau jumlah dalam catatan modal tidak dapat diverifikasi. Muat ulang dan coba lagi.",
          "Không thể xác minh các liên kết hoặc số tiền trong hồ sơ vốn. Hãy làm mới và thử lại.",
@@ -112,10 +111,7 @@ const WordTable& serviceMessages()
          "Jumlah melebihi dividen yang belum dibayar atau sisa uang muka. Muat ulang dan periksa jumlahnya.",
          "Số tiền vượt quá cổ tức chưa trả hoặc khoản tạm ứng còn lại. Hãy làm mới và kiểm tra số tiền.",
          "The amount exceeds unpaid dividends or the remaining advance. Refresh and check the amounts."},
-        {"dividendCorrection", "请在“分红”页面更正此记录，以便一并核对分红余额。",
-         "Koreksi catatan ini di halaman Dividen agar saldo dividen dapat diperiksa sekaligus.",
-         "Hãy điều chỉnh bản ghi này trên trang Cổ tức để các số dư cổ tức được kiểm tra cùng nhau.",
-         "Correct this record on the Dividends page so the dividend balances can be checked together."},
+        ReversalWords::dividendCorrection,
         {"dividendIntegrity", "分红记录的关联不完整。请刷新；如问题仍然存在，请联系公司管理员。",
          "Tautan catatan dividen tidak lengkap. Muat ulang, dan hubungi administrator perusahaan jika masalah "
          "berlanjut.",

@@ -248,7 +248,8 @@ TEST(LedgerEntryDetail, OffersAReversalOrSaysWhereTheEntryIsCorrected)
     EXPECT_EQ(says("i1"), "This income has refunds. Reverse the refunds first.");
     EXPECT_EQ(says("e3"), "This entry has already been reversed.");
     EXPECT_EQ(says("v1"), "A reversal cannot be reversed. Record the entry again instead.");
-    EXPECT_EQ(says("d1"), "Dividends are corrected on the Dividends page.");
+    EXPECT_EQ(says("d1"),
+              "Correct this record on the Dividends page so the dividend balances can be checked together.");
 
     auto stranger = sampleLedger();
     stranger.grant("nothing", {});
