@@ -52,7 +52,8 @@ DividendActionForm::DividendActionForm(LedgerStore& store, const DividendCommand
 
 void DividendActionForm::addRatioActions()
 {
-    if (form().route.action != DividendAction::allocate)
+    const bool allocates = form().route.action == DividendAction::allocate;
+    if (!allocates && form().route.action != DividendAction::setParticipant)
         return;
     const auto add = [this](const char* name) {
         auto* button = new QPushButton;
@@ -62,10 +63,12 @@ void DividendActionForm::addRatioActions()
         body().addTableAction(button);
         return button;
     };
-    m_useDefaults = add("useDefaultRatios");
+    if (allocates) {
+        m_useDefaults = add("useDefaultRatios");
+        connect(m_useDefaults, &QPushButton::clicked, this,
+                [this] { adoptForm(DividendForms::withDefaultRatios(form(), *snapshot(), locale())); });
+    }
     m_fill = add("fillFromOwnership");
-    connect(m_useDefaults, &QPushButton::clicked, this,
-            [this] { adoptForm(DividendForms::withDefaultRatios(form(), *snapshot(), locale())); });
     connect(m_fill, &QPushButton::clicked, this, &DividendActionForm::fillFromOwnership);
     present();
 }
@@ -75,7 +78,8 @@ void DividendActionForm::present()
     RecordActionForm::present();
     if (!m_fill)
         return;
-    m_useDefaults->setText(word(capitalFormWords(), "useDefaults"));
+    if (m_useDefaults)
+        m_useDefaults->setText(word(capitalFormWords(), "useDefaults"));
     m_fill->setText(word(capitalFormWords(), "title.dividend.fillFromOwnership"));
     const auto whyNot =
         DividendActions::whyNot(DividendAction::fillFromOwnership, {}, *snapshot(), store().today(), locale());
@@ -83,14 +87,16 @@ void DividendActionForm::present()
     m_fill->setToolTip(whyNot);
 }
 
-/// A change of its own: it alters the default rule, whose ratios then stand in this form.
+/// A change of its own: it alters the default rule, whose ratios then stand in this form, and adds the participants
+/// who are missing.
 void DividendActionForm::fillFromOwnership()
 {
     auto* form =
         new DividendActionForm(store(), DividendRoute{.action = std::string{DividendAction::fillFromOwnership}}, this);
     form->whenDone([this](const RecordOutcome& /*outcome*/) {
         takeSnapshot();
-        adoptForm(DividendForms::withDefaultRatios(this->form(), *snapshot(), locale()));
+        adoptForm(m_useDefaults ? DividendForms::withDefaultRatios(this->form(), *snapshot(), locale())
+                                : DividendForms::reloadLatest(this->form(), *snapshot(), locale()));
     });
     form->open();
 }

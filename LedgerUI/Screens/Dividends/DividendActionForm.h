@@ -34,5 +34,5 @@ private:
     void fillFromOwnership();
 
     QPushButton* m_useDefaults = nullptr; // of an allocation
-    QPushButton* m_fill = nullptr;
+    QPushButton* m_fill = nullptr;        // of an allocation and of participants
 };

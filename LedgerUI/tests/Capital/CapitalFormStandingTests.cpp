@@ -237,6 +237,30 @@ TEST(CapitalFormStanding, KeepsARefusalOverNewerRecords)
     EXPECT_TRUE(page.screen.offers("recordReload"));
 }
 
+/// Nobody takes part yet, so nothing can be allocated: the owners become the participants.
+TEST(CapitalFormStanding, FillsTheRatiosBeforeThereIsAnyParticipant)
+{
+    CapitalSample sample{capitalGround()};
+    sample.owner("Budi").owner("Rina").ownership("2026-01-01", {{"c1", "60"}, {"c2", "40"}});
+    CapitalPageUnderTest page{sample};
+    page.screen.keys("Ctrl+Tab Ctrl+Tab");
+    page.screen.waitFor("capitalDividends");
+    EXPECT_FALSE(page.screen.offers("allocateButton"));
+    page.screen.press("participantsButton");
+    page.screen.waitForFocus("recordForm");
+    page.screen.press("fillFromOwnership");
+    page.screen.waitForText("Default ratios afterwards: Budi 60.00");
+    page.server.replace("POST v1/dividends/commands", ServerReply::json("{}"));
+    sample.participant("Budi", "60").participant("Rina", "40");
+    serveBooks(page, sample);
+    page.screen.keys("Ctrl+Return");
+    page.screen.waitUntil("the ratios are filled", [&] { return !page.screen.says("Default ratios afterwards"); });
+    ASSERT_EQ(page.dividendsSent().size(), 1U);
+    EXPECT_EQ(page.dividendsSent().front().action, DividendAction::fillFromOwnership);
+    page.screen.pick("recordPerson", "Rina");
+    EXPECT_EQ(page.screen.read("recordRatio"), "40");
+}
+
 TEST(CapitalFormStanding, SaysThatTheCurrencyTookTheAmountWithIt)
 {
     CapitalPageUnderTest page;
