@@ -151,7 +151,7 @@ const WordTable& capitalWords()
         {"detail", "出资详情", "Rincian setoran modal", "Chi tiết khoản góp vốn", "Contribution details"},
         {"detail.date", "日期", "Tanggal", "Ngày", "Date"},
         {"detail.account", "收款账户", "Rekening", "Nhận vào", "Received in"},
-        {"detail.note", "备注", "Catatan", "Ghi chú", "Note"},
+        {"detail.note", "备注", "Keterangan", "Ghi chú", "Note"},
         {"detail.receipts", "票据", "Bukti", "Chứng từ", "Receipts"},
         {"detail.member", "记录人", "Dicatat oleh", "Người ghi", "Recorded by"},
         {"detail.ownership", "持股比例", "Kepemilikan", "Tỷ lệ sở hữu", "Ownership"},

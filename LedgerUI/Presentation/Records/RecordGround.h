@@ -102,8 +102,8 @@ template <class Form, class Command>
 QString previewOfPerson(const Command& command, const RecordGround<Form>& ground, const std::string& who,
                         const QString& ratio = {})
 {
-    const auto* becomes = !command.participantID ? ".new" : command.archived.value_or(false) ? ".archived" : ".kept";
-    return ground.word("preview." + who + becomes, {qString(command.name.value_or("")), ratio});
+    const auto* becomes = !command.participantID ? ".adds" : command.archived.value_or(false) ? ".archives" : ".saves";
+    return ground.word(who + becomes, {qString(command.name.value_or("")), ratio});
 }
 
 /// Where the message of a problem stands; null where the form has no such part.

@@ -214,6 +214,8 @@ TEST(WordTables, CallOneThingByOneName)
                 EXPECT_EQ(row.chinese.find(other), std::string_view::npos) << name << ": " << row.chinese;
             for (const auto* other : {"encetak", "eladen", "erute"})
                 EXPECT_EQ(row.indonesian.find(other), std::string_view::npos) << name << ": " << row.indonesian;
+            if (row.english == "Note" || row.english == "Note (optional)") // "catatan" is the entry itself
+                EXPECT_TRUE(row.indonesian.starts_with("Keterangan")) << name << ": " << row.indonesian;
         }
     }
 }
