@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include "LedgerCore/Domain/Entries/EntryProblem.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
@@ -12,14 +13,29 @@
 #include "LedgerUI/Presentation/Records/RecordFormParts.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
+namespace {
+
+/// What does not fit is told with what does.
+QString withLimit(const QString& sentence, std::string_view locale, std::string_view currency)
+{
+    return wordIn(locale, EntryProblem::words(), "limit.amount",
+                  {sentence.toStdString(), Money::format(Money::maximumMinor, currency, locale)});
+}
+
+}
+
 template <class Refusal>
-QString RecordProblem<Refusal>::message(std::string_view locale) const
+QString RecordProblem<Refusal>::message(std::string_view locale, std::string_view currency) const
 {
     QStringList sentences;
-    if (refusal)
-        sentences << refusalText(*refusal, locale);
-    if (money)
-        sentences << qString(friendlyMessage(*money, locale));
+    if (refusal) {
+        const auto text = refusalText(*refusal, locale);
+        sentences << (refusal == Refusal::amountLimit ? withLimit(text, locale, currency) : text);
+    }
+    if (money) {
+        const auto text = qString(friendlyMessage(*money, locale));
+        sentences << (money == MoneyError::outOfRange ? withLimit(text, locale, currency) : text);
+    }
     if (isNoShare)
         sentences << refusalText(DividendRefusal::ratioInvalid, locale);
     if (paste)

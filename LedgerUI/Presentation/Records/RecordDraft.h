@@ -34,7 +34,8 @@ struct RecordProblem {
     bool isNoShare = false;                 // it is no percentage from 0 to 100 with at most two decimals
 
     bool operator==(const RecordProblem&) const = default;
-    [[nodiscard]] QString message(std::string_view locale) const;
+    /// `currency` is that of the form, in which a limit is named.
+    [[nodiscard]] QString message(std::string_view locale, std::string_view currency) const;
 };
 
 /// What every form over a section of the books holds: what a person filled in, and the section as it stood when the

@@ -121,14 +121,15 @@ QString* messageFor(RecordFormContent& content, const Problem& problem)
 
 /// Each message where it belongs: in the row of a person, under its field, or over the whole form.
 template <class Problem>
-void addMessages(RecordFormContent& content, const std::vector<Problem>& problems, std::string_view locale)
+void addMessages(RecordFormContent& content, const std::vector<Problem>& problems, std::string_view locale,
+                 std::string_view currency)
 {
     for (const auto& problem : problems) {
         auto* place = messageFor(content, problem);
         if (!place)
             place = &content.problem;
         if (place->isEmpty() || problem.part == RecordPart::people)
-            *place = problem.message(locale);
+            *place = problem.message(locale, currency);
     }
     for (auto& field : content.fields) {
         if (field.kind == RecordField::Kind::day)
@@ -172,7 +173,7 @@ void complete(RecordFormContent& content, const Submission<Form, Command>& submi
         content.preview = sentences.previewOf(*shown, ground);
     if (sentences.keepsDay)
         content.foot = ground.word("recordedOn", {ground.day(isSettled ? std::string_view{sent->date} : ground.today)});
-    addMessages(content, form.problems, ground.locale);
+    addMessages(content, form.problems, ground.locale, form.currency);
     if (form.amountDropped && !isSettled)
         content.notice = ground.word("amountDropped");
     addNewest(content, ground);

@@ -53,7 +53,7 @@ TEST(CapitalForm, RefusesAContributionOfNothingAndKeepsWhyATextCannotBeRead)
     form = typed(form, sample, RecordPart::account, "Operating bank");
     const auto message = [&](const char* amount) {
         const auto made = command(typed(form, sample, RecordPart::amount, amount), sample);
-        return made ? std::string{} : made.error().front().message(english).toStdString();
+        return made ? std::string{} : made.error().front().message(english, "IDR").toStdString();
     };
     EXPECT_EQ(message("0.00"), "Enter an actual contribution amount greater than zero.");
     EXPECT_EQ(message(""), "Enter an actual contribution amount greater than zero.");
@@ -62,6 +62,26 @@ TEST(CapitalForm, RefusesAContributionOfNothingAndKeepsWhyATextCannotBeRead)
     EXPECT_EQ(made.error().front().part, RecordPart::amount);
     EXPECT_EQ(made.error().front().money, MoneyError::excessPrecision);
     EXPECT_EQ(message("12,500.50"), "");
+}
+
+TEST(CapitalForm, NamesTheLimitThatAnAmountExceeds)
+{
+    const auto sample = capitalSample();
+    auto form = typed(opened(CapitalAction::contribute, sample), sample, RecordPart::person, "c1");
+    form = typed(form, sample, RecordPart::account, "Operating bank");
+    const auto said = [&](const char* amount, std::string_view locale) {
+        auto judged = typed(form, sample, RecordPart::amount, amount);
+        if (const auto made = command(judged, sample); !made)
+            judged.problems = made.error();
+        const auto content = contentOf(judged, sample, locale);
+        return std::ranges::find(content.fields, RecordPart::amount, &RecordField::part)->message.toStdString();
+    };
+    EXPECT_EQ(said("80,000,000,000", english), "");
+    EXPECT_TRUE(said("90,000,000,001", english)
+                    .ends_with("The amount exceeds the supported range. The limit is IDR\u00a090,000,000,000."));
+    EXPECT_TRUE(said("90,000,000,000", english).ends_with(" The limit is IDR\u00a090,000,000,000."))
+        << "with what was contributed before";
+    EXPECT_TRUE(said("90,000,000,000", "zh-CN").contains("上限为"));
 }
 
 TEST(CapitalForm, BuildsEachCommandOnTheRevisionSeenWithAKeyOfItsOwn)
@@ -97,7 +117,7 @@ TEST(CapitalForm, AddsPercentagesUpToTheBasisPoint)
     const auto unreadable = command(shares({"12.345", "50"}, sample), sample);
     ASSERT_FALSE(unreadable);
     EXPECT_EQ(unreadable.error().front().personID, "c1");
-    EXPECT_EQ(unreadable.error().front().message(english),
+    EXPECT_EQ(unreadable.error().front().message(english, "IDR"),
               QStringLiteral("Enter a ratio between 0 and 100 with at most two decimals."));
     EXPECT_EQ(total({"150", "-20"}), 13000);
     EXPECT_EQ(contentOf(shares({"150"}, sample), sample).lines->message,
@@ -129,7 +149,7 @@ TEST(CapitalForm, SupersedesTheBaselineAndAsksBeforeItRecordsNothing)
         form = typed(form, sample, RecordPart::people, "0", owner);
     const auto refused = command(form, sample);
     ASSERT_FALSE(refused);
-    EXPECT_EQ(refused.error().front().message(english),
+    EXPECT_EQ(refused.error().front().message(english, "IDR"),
               QStringLiteral("If all historical contributions are zero, confirm a zero historical baseline"));
     form = CapitalForms::edited(form, {.part = RecordPart::zero, .isOn = true}, sample.books(), english);
     EXPECT_TRUE(command(form, sample));
@@ -208,7 +228,7 @@ TEST(CapitalForm, KeepsAnAmountInTheCurrencyThatItWasMeantIn)
     EXPECT_EQ(form.amounts.at(""), "1,000") << "waits for another owner";
     const auto made = command(form, sample);
     ASSERT_FALSE(made);
-    EXPECT_EQ(made.error()[1].message(english), QStringLiteral("Choose a currency."));
+    EXPECT_EQ(made.error()[1].message(english, "IDR"), QStringLiteral("Choose a currency."));
 
     auto dollars = typed(opened(CapitalAction::contribute, sample), sample, RecordPart::account, "Operating bank");
     sample.books().accounts.back().currencies.emplace_back("IDR");
