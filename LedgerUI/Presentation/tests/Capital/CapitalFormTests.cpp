@@ -78,8 +78,8 @@ TEST(CapitalForm, NamesTheLimitThatAnAmountExceeds)
     };
     EXPECT_EQ(said("80,000,000,000", english), "");
     EXPECT_TRUE(said("90,000,000,001", english)
-                    .ends_with("The amount exceeds the supported range. The limit is IDR\u00a090,000,000,000."));
-    EXPECT_TRUE(said("90,000,000,000", english).ends_with(" The limit is IDR\u00a090,000,000,000."))
+                    .ends_with("The amount exceeds the supported range. The limit is IDR 90,000,000,000."));
+    EXPECT_TRUE(said("90,000,000,000", english).ends_with(" The limit is IDR 90,000,000,000."))
         << "with what was contributed before";
     EXPECT_TRUE(said("90,000,000,000", "zh-CN").contains("上限为"));
 }
