@@ -111,8 +111,9 @@ void LedgerMessages::presentAnnounced(const LedgerBrowser& browser)
     }
     m_show->setText(word(ledgerWords(), "recorded.show"));
     m_close->setName(word(ledgerWords(), "recorded.close"));
-    const auto day = DayText::longDay(book.transaction(at).date, book.locale());
-    const auto text = word(ledgerWords(), "recorded.elsewhere", {day.toStdString()});
+    const auto& entry = book.transaction(at);
+    const auto text = word(ledgerWords(), entry.reversedBy ? "reversed.elsewhere" : "recorded.elsewhere",
+                           {DayText::longDay(entry.date, book.locale()).toStdString()});
     if (!m_box->isVisibleTo(this) || m_banner->text() != text)
         m_banner->present(Banner::Kind::info, text); // readers hear it once
     m_box->show();

@@ -167,9 +167,11 @@ void LedgerView::bindDetail()
 void LedgerView::bindDialogs()
 {
     auto& dialogs = m_commands->dialogs();
-    connect(&dialogs, &LedgerDialogs::recorded, this,
-            [this](const QString& id) { m_guide->goTo({id.toStdString()}, LedgerGuide::Shows::whereItStands); });
-    connect(&dialogs, &LedgerDialogs::reversed, this, [this](const QString& id) { showEntry(id.toStdString()); });
+    const auto goTo = [this](const QString& id) {
+        m_guide->goTo({id.toStdString()}, LedgerGuide::Shows::whereItStands);
+    };
+    connect(&dialogs, &LedgerDialogs::recorded, this, goTo);
+    connect(&dialogs, &LedgerDialogs::reversed, this, goTo);
     connect(&dialogs, &LedgerDialogs::imported, this,
             [this](const std::vector<std::string>& ids) { m_guide->goTo(ids, LedgerGuide::Shows::always); });
     connect(&dialogs, &LedgerDialogs::done, this, &LedgerView::done);

@@ -1,5 +1,7 @@
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 
+#include <utility>
+
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
@@ -28,6 +30,7 @@
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerTableModel.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
+#include "LedgerUI/Screens/Entry/ReversalDialog.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Ledger/LedgerBalancesBody.h"
 #include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
@@ -521,6 +524,32 @@ TEST(LedgerView, GoesToARecordedEntryAndKeepsWhatNarrowsTheLedger)
     EXPECT_EQ(page.find<LedgerTable>("ledgerTable")->selectedIDs(), (std::vector<std::string>{"other"}));
     EXPECT_FALSE(page.person.shows("recordedElsewhere"));
     EXPECT_EQ(page.person.focus(), "ledgerTable");
+}
+
+TEST(LedgerView, KeepsWhatNarrowsTheLedgerWhenAnEntryIsReversed)
+{
+    OpenedLedger page;
+    auto* browser = page.view->findChild<LedgerBrowser*>();
+    auto narrow = browser->filter();
+    narrow.standings = {std::string{LedgerStandings::inForce}};
+    browser->setFilter(narrow);
+    Q_EMIT page.view->findChild<LedgerDetailPane*>()->reversalWanted(QStringLiteral("e1"));
+    auto* dialog = page.window.findChild<ReversalDialog*>();
+    ASSERT_NE(dialog, nullptr);
+    auto after = sampleLedger().build();
+    constexpr std::size_t at = 2;
+    ASSERT_EQ(std::as_const(after).transactions[at].id, "e1");
+    after.transactions[at].reversedBy = "v9";
+    page.under.server.replace("GET v1/snapshot", ServerReply::json(Json::encode(after)));
+    ASSERT_TRUE(resultOf(page.under.store.refresh(true)).has_value());
+    Q_EMIT dialog->reversed(QStringLiteral("e1"));
+    delete dialog;
+    page.window.activateWindow();
+    settle();
+    EXPECT_EQ(browser->filter(), narrow);
+    EXPECT_TRUE(page.person.says("The entry of 2 November 2026 is reversed, but outside"));
+    page.person.press("recordedShow");
+    EXPECT_EQ(page.find<LedgerTable>("ledgerTable")->selectedIDs(), (std::vector<std::string>{"e1"}));
 }
 
 TEST(LedgerView, ShowsTheTotalsOfEveryCurrencyInsideTheSmallestWindow)
