@@ -128,6 +128,8 @@ CommandForm::Standing CommandForm::seenFromHere(Standing standing) const
 void CommandForm::presentStanding(Standing standing)
 {
     standing = seenFromHere(std::move(standing));
+    if (!standing.uncertainWords)
+        standing.uncertainWords = &commandWords();
     const bool isUncertain = standing.stage == SubmissionStage::uncertain;
     const bool resends = isUncertain || standing.resends;
     setConfirmText(resends ? word(EntryWords::words(), "retryOriginal") : standing.confirm);
@@ -155,7 +157,7 @@ void CommandForm::presentBanner(const Standing& standing)
 {
     if (standing.stage == SubmissionStage::uncertain)
         banner().present(Banner::Kind::warn,
-                         lines({word(EntryWords::words(), "uncertain"),
+                         lines({word(*standing.uncertainWords, "uncertain"),
                                 standing.refusal ? FailureText::advice(*standing.refusal, m_locale) : QString{},
                                 standing.note.text}));
     else if (!standing.whyNot.isEmpty())
@@ -171,7 +173,7 @@ void CommandForm::presentLeaving(const Standing& standing)
 {
     if (standing.stage == SubmissionStage::uncertain) {
         cancelButton().setText(word(commandWords(), "closeUncertain"));
-        setLeaveQuestion(word(commandWords(), "uncertainTitle"), word(EntryWords::words(), "uncertainDiscard"),
+        setLeaveQuestion(word(commandWords(), "uncertainTitle"), word(*standing.uncertainWords, "uncertainDiscard"),
                          word(commandWords(), "closeAnyway"), word(commandWords(), "keepOpen"));
     } else {
         const bool isLeft = standing.stage == SubmissionStage::done || standing.resends;

@@ -46,6 +46,7 @@ protected:
         QString glyph{};                       // before it
         bool resends = false;                  // the main button sends an earlier command again
         const WordTable* draftWords = nullptr; // of the question before a draft is discarded; null for the usual ones
+        const WordTable* uncertainWords = nullptr; // of an outcome that is not known; null for the usual ones
         bool hasChanges = false;
         QString whyNot{}; // what keeps the command from being sent at all; empty when it can be
     };

@@ -10,7 +10,6 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Buttons/ToggleSwitch.h"
 #include "LedgerUI/Components/Page/Banner.h"
@@ -19,6 +18,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
+#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -273,7 +273,7 @@ void FinancialSettingsView::presentBanner()
     m_reload->setVisible(refusal && FinancialSettingsText::isConflict(*refusal));
     m_reload->setEnabled(!store().isBusy());
     if (m_submission.isUncertain())
-        m_banner->present(Banner::Kind::warn, word(EntryWords::words(), "uncertain"));
+        m_banner->present(Banner::Kind::warn, word(commandWords(), "uncertain"));
     else if (refusal && !endsSession(*refusal)) // that was said where the member signed in again
         m_banner->present(Banner::Kind::error, qString(store().friendly(*refusal, locale)));
     else

@@ -7,6 +7,7 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
+#include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
@@ -90,6 +91,7 @@ void ReversalDialog::present()
                      .confirm = content.confirm,
                      .glyph = m_submission.isDone() ? QString{} : QStringLiteral("arrow-counterclockwise"),
                      .resends = content.resends,
+                     .uncertainWords = &EntryWords::words(),
                      .hasChanges = content.mayEdit && !content.reason.isEmpty(),
                      .whyNot = EntryReversal::whyNot(m_submission, m_original.id, m_books, locale())});
 }

@@ -280,6 +280,7 @@ void TransactionForm::present()
                      .note = noteOn(shown),
                      .confirm = shown.confirm,
                      .draftWords = &EntryWords::words(),
+                     .uncertainWords = &EntryWords::words(),
                      .hasChanges = hasChanges()});
 }
 

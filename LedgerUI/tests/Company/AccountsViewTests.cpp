@@ -189,6 +189,12 @@ TEST(AccountForm, LocksOnAnUnknownOutcomeAndSendsTheSameAgain)
     under.screen.waitForText("Retry original request");
     under.screen.waitUntil("the retry is offered", [&] { return under.screen.offers("accountSave"); });
     EXPECT_FALSE(under.screen.offers("accountFormName"));
+    EXPECT_TRUE(under.screen.says("so that nothing is done twice"));
+    under.screen.keys("Esc");
+    under.screen.waitFor("questionDialog");
+    EXPECT_TRUE(under.screen.says("The change may already have been made.")) << "an account is no entry";
+    under.screen.press("questionCancel");
+    under.screen.waitUntilGone("questionDialog");
     auto after = sampleLedger();
     after.account("Till", {"USD"}).grantAll();
     under.server.replace("POST v1/accounts", ServerReply::json(after.json()));
