@@ -12,6 +12,7 @@
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Components/Period/DayField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/BegunEntry.h"
@@ -22,7 +23,6 @@
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Entry/CategoryCommands.h"
-#include "LedgerUI/Screens/Entry/EntryDayField.h"
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 #include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
 #include "LedgerUI/Screens/Receipts/DraftReceipts.h"
@@ -172,7 +172,7 @@ void TransactionForm::offerTemplate()
 void TransactionForm::build()
 {
     m_body = new EntryFormBody;
-    m_day = new EntryDayField;
+    m_day = new DayField;
     buildBody();
     m_categories = new CategoryCommands(store(), *m_body, *this);
     m_receipts = new DraftReceipts(store(), 0, *this);
@@ -235,7 +235,7 @@ void TransactionForm::bindDraft()
         m_receipts->callOff();
         edit(change);
     });
-    connect(m_day, &EntryDayField::dayChosen, this, [this](const std::string& day) {
+    connect(m_day, &DayField::dayChosen, this, [this](const std::string& day) {
         edit([&](const auto& now, const auto&) {
             return EntryEdits::withDay(now, day == store().today() ? std::string{} : day);
         });

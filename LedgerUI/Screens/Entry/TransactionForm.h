@@ -6,7 +6,7 @@
 
 class CategoryCommands;
 class DraftReceipts;
-class EntryDayField;
+class DayField;
 class EntryFormBody;
 class TextLabel;
 
@@ -65,7 +65,7 @@ private:
 
     EntryComposition m_entry;
     EntryFormBody* m_body = nullptr;
-    EntryDayField* m_day = nullptr;
+    DayField* m_day = nullptr;
     CategoryCommands* m_categories = nullptr;
     DraftReceipts* m_receipts = nullptr;
     QPushButton* m_another = nullptr;

@@ -15,9 +15,9 @@
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
+#include "LedgerUI/Components/Period/DayField.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Text/LongWords.h"
-#include "LedgerUI/Screens/Entry/EntryDayField.h"
 #include "LedgerUI/Screens/Records/RecordEquation.h"
 #include "LedgerUI/Screens/Records/RecordLinesTable.h"
 #include "LedgerUI/Theme/Space.h"
@@ -173,8 +173,8 @@ RecordFormBody::Place RecordFormBody::make(const RecordField& field)
                 [this, part](const std::string& id) { Q_EMIT edited({.part = part, .text = id}); });
         control = picker;
     } else if (field.kind == Kind::day) {
-        auto* day = new EntryDayField;
-        connect(day, &EntryDayField::dayChosen, this,
+        auto* day = new DayField;
+        connect(day, &DayField::dayChosen, this,
                 [this, part](const std::string& chosen) { Q_EMIT edited({.part = part, .text = chosen}); });
         control = day;
         named = day->control();
@@ -210,7 +210,7 @@ void RecordFormBody::presentField(Place& place, const RecordField& field)
     } else if (field.kind == Kind::account) {
         static_cast<AccountPicker&>(*control).present(field.accounts, field.chosen, field.prompt);
     } else if (field.kind == Kind::day) {
-        auto* day = place.box->findChild<EntryDayField*>();
+        auto* day = place.box->findChild<DayField*>();
         day->present(field.day);
     } else if (isTick) {
         auto& tick = static_cast<QCheckBox&>(*control);

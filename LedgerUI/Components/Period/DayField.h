@@ -9,12 +9,11 @@ class GlyphLabel;
 class QPushButton;
 class TextLabel;
 
-/// The day on which an entry is booked, in the foot of its form. The button opens a calendar; on it Up, Down, + and −
-/// move the day by one.
-class EntryDayField final : public QWidget {
+/// The day on which something is booked. The button opens a calendar; on it Up, Down, + and − move the day by one.
+class DayField final : public QWidget {
     Q_OBJECT
 public:
-    explicit EntryDayField(QWidget* parent = nullptr);
+    explicit DayField(QWidget* parent = nullptr);
 
     void present(const DayContent& content);
     [[nodiscard]] QWidget* control() const;

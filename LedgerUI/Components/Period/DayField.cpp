@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Entry/EntryDayField.h"
+#include "LedgerUI/Components/Period/DayField.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -10,11 +10,10 @@
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Theme/Space.h"
 
-EntryDayField::EntryDayField(QWidget* parent) : QWidget{parent}
+DayField::DayField(QWidget* parent) : QWidget{parent}
 {
     m_glyph = new GlyphLabel(QStringLiteral("calendar3"), Token::text2, Space::icon, this);
     m_day = new QPushButton(this);
@@ -39,10 +38,10 @@ EntryDayField::EntryDayField(QWidget* parent) : QWidget{parent}
     row->setSpacing(Space::step2);
     row->addWidget(m_glyph, 0, Qt::AlignVCenter);
     row->addLayout(lines, 1);
-    connect(m_day, &QPushButton::clicked, this, &EntryDayField::openCalendar);
+    connect(m_day, &QPushButton::clicked, this, &DayField::openCalendar);
 }
 
-void EntryDayField::present(const DayContent& content)
+void DayField::present(const DayContent& content)
 {
     m_content = content;
     const auto& locale = InterfaceLanguage::tag();
@@ -60,12 +59,12 @@ void EntryDayField::present(const DayContent& content)
     m_day->setAccessibleDescription(m_hint->text());
 }
 
-QWidget* EntryDayField::control() const
+QWidget* DayField::control() const
 {
     return m_day;
 }
 
-bool EntryDayField::eventFilter(QObject* watched, QEvent* event)
+bool DayField::eventFilter(QObject* watched, QEvent* event)
 {
     if (event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
@@ -82,11 +81,11 @@ bool EntryDayField::eventFilter(QObject* watched, QEvent* event)
     return true;
 }
 
-void EntryDayField::openCalendar()
+void DayField::openCalendar()
 {
     if (!m_popover) {
         m_popover = new DayPopover(m_day);
-        connect(m_popover, &DayPopover::dayChosen, this, &EntryDayField::dayChosen);
+        connect(m_popover, &DayPopover::dayChosen, this, &DayField::dayChosen);
     }
     m_popover->openOn(m_content.day, m_content.bounds);
 }
