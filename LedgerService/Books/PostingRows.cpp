@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/Entries/EntryDays.h"
 #include "LedgerCore/Domain/Entries/EntryReference.h"
 #include "LedgerCore/Domain/Entries/EntryText.h"
+#include "LedgerCore/Domain/Records/Permission.h"
 #include "LedgerService/Books/BookRefusal.h"
 
 namespace LedgerService {
@@ -84,8 +85,8 @@ PostingContext PostingRows::context(const TransactionInput& input) const
 bool isRecordOf(const LedgerTransaction& entry, const TransactionInput& input, const PostingRows& rows)
 {
     const auto asked = entryOf(input, rows);
-    const bool seen =
-        std::ranges::any_of(entry.legs, [&](const auto& leg) { return rows.member.can("view", leg.accountID); });
+    const bool seen = std::ranges::any_of(
+        entry.legs, [&](const auto& leg) { return rows.member.can(AccountAction::view, leg.accountID); });
     const bool hasReceipts = std::ranges::all_of(asked.attachmentIDs, [&](const auto& id) {
         return std::ranges::find(entry.attachmentIDs, id) != entry.attachmentIDs.end();
     });
@@ -106,7 +107,7 @@ std::expected<EntryChange, Refusal> decide(const TransactionInput& input, const 
 bool mayKnowOfReference(const Member& member, std::string_view accountID,
                         const std::optional<std::string>& sourceAccountID)
 {
-    return accountID == sourceAccountID || member.can("view", accountID);
+    return accountID == sourceAccountID || member.can(AccountAction::view, accountID);
 }
 
 }

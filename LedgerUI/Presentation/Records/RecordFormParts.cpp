@@ -5,16 +5,11 @@
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
+#include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerUI/Presentation/Records/CapitalFormWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
-
-namespace {
-
-constexpr std::size_t nameLength = 120; // of names and periods, as the service takes them
-
-}
 
 std::vector<std::string> RecordFormParts::currenciesOf(const std::vector<const Account*>& accounts)
 {
@@ -44,7 +39,7 @@ RecordField RecordFormParts::text(RecordPart part, const QString& label, std::st
             .kind = RecordField::Kind::text,
             .label = label,
             .value = qString(value),
-            .limit = part == RecordPart::note ? EntryLimits::noteLength : nameLength};
+            .limit = part == RecordPart::note ? EntryLimits::noteLength : Naming::maximumName};
 }
 
 RecordField RecordFormParts::amount(const QString& label, std::string_view value, std::string_view currency)
