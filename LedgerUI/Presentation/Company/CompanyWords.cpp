@@ -50,6 +50,7 @@ const WordTable& companyWords()
         {"leaveTitle", "放弃 %1 的更改？", "Buang perubahan untuk %1?", "Bỏ thay đổi của %1?",
          "Discard the changes to %1?"},
 
+        {"inLedger", "在账本中查看", "Lihat di buku besar", "Xem trong sổ cái", "Show in ledger"},
         {"invite", "邀请成员…", "Undang anggota…", "Mời thành viên…", "Invite member…"},
         {"inviteTitle", "邀请成员", "Undang anggota", "Mời thành viên", "Invite member"},
         {"name", "姓名", "Nama", "Họ tên", "Name"},

@@ -20,6 +20,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Categories/CategoryEditing.h"
@@ -137,15 +138,26 @@ std::vector<Action> CategoriesTab::actions()
         });
         dialog->open();
     };
-    return {{.id = QStringLiteral("categoryCatalog"),
-             .text = word(categoryWords(), "fromCatalog"),
-             .glyph = QStringLiteral("collection"),
-             .run = catalog},
-            {.id = QStringLiteral("categoryNew"),
-             .text = word(categoryWords(), "new"),
-             .glyph = QStringLiteral("plus-lg"),
-             .ink = Token::onAccent,
-             .run = [this] { leaveThen([this] { begin(); }); }}};
+    std::vector<Action> actions;
+    if (chosen())
+        actions.push_back({.id = QStringLiteral("categoryInLedger"),
+                           .text = word(companyWords(), "inLedger"),
+                           .glyph = QStringLiteral("journal-text"),
+                           .run = [this] {
+                               Q_EMIT linkPressed({.page = WorkspacePage::ledger,
+                                                   .action = PageAction::showEntries,
+                                                   .entries = LedgerFilter{.categoryIDs = {m_editing->form().id}}});
+                           }});
+    actions.push_back({.id = QStringLiteral("categoryCatalog"),
+                       .text = word(categoryWords(), "fromCatalog"),
+                       .glyph = QStringLiteral("collection"),
+                       .run = catalog});
+    actions.push_back({.id = QStringLiteral("categoryNew"),
+                       .text = word(categoryWords(), "new"),
+                       .glyph = QStringLiteral("plus-lg"),
+                       .ink = Token::onAccent,
+                       .run = [this] { leaveThen([this] { begin(); }); }});
+    return actions;
 }
 
 PageView::StatusContext CategoriesTab::statusContext() const

@@ -25,6 +25,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Company/MemberRows.h"
+#include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
@@ -129,7 +130,16 @@ void MembersTab::bind()
 
 std::vector<Action> MembersTab::actions()
 {
-    return {{.id = QStringLiteral("invite"),
+    return {{.id = QStringLiteral("memberInLedger"),
+             .text = word(companyWords(), "inLedger"),
+             .glyph = QStringLiteral("journal-text"),
+             .run =
+                 [this] {
+                     Q_EMIT linkPressed({.page = WorkspacePage::ledger,
+                                         .action = PageAction::showEntries,
+                                         .entries = LedgerFilter{.memberIDs = {m_saved.id}}});
+                 }},
+            {.id = QStringLiteral("invite"),
              .text = word(companyWords(), "invite"),
              .glyph = QStringLiteral("envelope-plus"),
              .ink = Token::onAccent,

@@ -67,6 +67,20 @@ TEST(Categories, MoveByTheMouseWithinTheirGroupAlone)
         R"({"kind":"expense","parentID":"utilities","orderedIDs":["water","power"],"expectedIDs":["power","water"]})");
 }
 
+TEST(Categories, LeadToTheEntriesOfTheChosenOne)
+{
+    CategoriesUnderTest under;
+    EXPECT_FALSE(under.screen.shows("categoryInLedgerButton")) << "none is chosen yet";
+    std::vector<PageLink> links;
+    auto& page = under.screen.find<CompanyView>("companyView");
+    QObject::connect(&page, &PageView::linkPressed, &page, [&](const PageLink& link) { links.push_back(link); });
+    under.screen.pressRow("categoryTable", "Utilities");
+    under.screen.press("categoryInLedgerButton");
+    ASSERT_EQ(links.size(), 1U);
+    EXPECT_EQ(links[0].action, PageAction::showEntries);
+    EXPECT_EQ(links[0].entries, LedgerFilter{.categoryIDs = {"utilities"}});
+}
+
 TEST(Categories, AreMadeWithTheNamesThatWereTyped)
 {
     CategoriesUnderTest under;

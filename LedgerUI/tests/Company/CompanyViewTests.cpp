@@ -45,6 +45,19 @@ TEST(CompanyMembers, GiveRightsByKeyboardAndSayHowManyChangesWait)
     EXPECT_TRUE(under.server.requests("PATCH v1/members/m3").empty());
 }
 
+TEST(CompanyMembers, LeadToWhatTheChosenOneHasRecorded)
+{
+    MembersUnderTest under;
+    std::vector<PageLink> links;
+    auto& page = under.screen.find<CompanyView>("companyView");
+    QObject::connect(&page, &PageView::linkPressed, &page, [&](const PageLink& link) { links.push_back(link); });
+    under.chooseManager();
+    under.screen.press("memberInLedgerButton");
+    ASSERT_EQ(links.size(), 1U);
+    EXPECT_EQ(links[0].action, PageAction::showEntries);
+    EXPECT_EQ(links[0].entries, LedgerFilter{.memberIDs = {"m3"}});
+}
+
 TEST(CompanyMembers, SendTheChangesOnTopOfWhatTheServiceHasNow)
 {
     MembersUnderTest under;
