@@ -142,10 +142,15 @@ QString LedgerTableModel::copyText(const std::vector<int>& rows) const
          {"column.date", "column.entry", "detail.note", "column.account", "column.destination", "column.member"})
         heads << head(key);
     std::size_t amounts = 0;
-    for (const int each : rows)
+    std::size_t balances = 0;
+    for (const int each : rows) {
         amounts = std::max(amounts, row(each).amounts.size());
+        balances = std::max(balances, balancesAt(each).size());
+    }
     for (std::size_t each = 0; each < amounts; ++each)
         heads << head("filter.currencies") << head("column.amount");
+    for (std::size_t each = 0; each < balances; ++each)
+        heads << head("filter.currencies") << head("column.balance");
     auto text = heads.join(QLatin1Char('\t')) + QLatin1Char('\n');
     for (const int each : rows) {
         const auto& shown = row(each);
@@ -156,6 +161,11 @@ QString LedgerTableModel::copyText(const std::vector<int>& rows) const
                           shown.destination,
                           shown.member};
         for (const auto& money : shown.amounts)
+            cells << money.currency << money.plain();
+        const auto after = balancesAt(each);
+        for (auto missing = after.empty() ? 0 : amounts - shown.amounts.size(); missing > 0; --missing)
+            cells << QString{} << QString{};
+        for (const auto& money : after)
             cells << money.currency << money.plain();
         text += cells.join(QLatin1Char('\t')) + QLatin1Char('\n');
     }

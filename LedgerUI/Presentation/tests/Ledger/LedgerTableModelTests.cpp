@@ -196,6 +196,12 @@ TEST(LedgerTableModel, CopiesRowsForSpreadsheetsAndReadsCellsAloud)
               "Date\tEntry\tNote\tAccount\tTo account\tRecorded by\tCurrency\tAmount\tCurrency\tAmount\n"
               "2026-11-06\tExchange\t\tSingapore\t\tMira Owner\tUSD\t-12,000.00\tSGD\t16,074.00\n"
               "2026-11-05\tFunding\t\tOperating bank\tRizky float\tMira Owner\tUSD\t50.00\n");
+    watched.show(share(sampleLedger()), {.accountIDs = {"Operating bank"}});
+    EXPECT_EQ(watched.model.copyText({rowOf("e1")}).toStdString(),
+              "Date\tEntry\tNote\tAccount\tTo account\tRecorded by\tCurrency\tAmount\tCurrency\tBalance\n"
+              "2026-11-02\tUtilities › Electricity\tĐiện văn phòng\tOperating bank\t\tMira Owner"
+              "\tUSD\t-438.50\tUSD\t12,061.50\n");
+    watched.show(share(sampleLedger()));
     const auto aloud = [&](std::string_view id, int column) {
         return watched.model.index(rowOf(id), column).data(Qt::AccessibleTextRole).toString().toStdString();
     };
