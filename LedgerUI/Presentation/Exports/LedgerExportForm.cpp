@@ -24,19 +24,12 @@ using Source = LedgerExportForm::Source;
 
 constexpr auto onWorker = std::numeric_limits<std::size_t>::max();
 
-/// The kinds of entry behind what the ledger page filters by, which tells transfers and dividends apart.
+/// What the ledger page filters by are kinds of entries; without a choice there it shows all of them.
 LedgerExportForm::Choices kindsBehind(const LedgerFilter::Choices& displayed)
 {
     if (displayed.empty())
         return {EntryKind::all.begin(), EntryKind::all.end()};
-    LedgerExportForm::Choices kinds;
-    for (const auto& kind : displayed) {
-        if (kind == TransferPurpose::funding || kind == TransferPurpose::returning)
-            kinds.insert(std::string{EntryKind::transfer});
-        else
-            kinds.insert(kind.substr(0, kind.find('.')));
-    }
-    return kinds;
+    return displayed;
 }
 
 struct Days {
