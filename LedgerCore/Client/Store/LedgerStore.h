@@ -215,7 +215,7 @@ private:
     QCoro::Task<Result<void>> keepSession(SavedSession session, std::optional<std::string> left);
     QCoro::Task<Result<std::optional<SavedSession>>> savedSession();
 
-    void awaitReview(PendingCompanyRegistration pending);
+    void tellOfReview(PendingCompanyRegistration pending);
     void holdApplication(PendingCompanyRegistration pending);
     void clearMemory();
     void noteStale(bool isStale) { assign(m_isStale, isStale, &LedgerStore::isStaleChanged); }

@@ -42,7 +42,7 @@ QCoro::Task<Result<PendingCompanyRegistration>> LedgerStore::apply(APIRequest re
     if (pending->status == ApprovalStatus::approved)
         holdApplication(*pending);
     else
-        awaitReview(*pending);
+        tellOfReview(*pending);
     co_return pending;
 }
 
@@ -63,7 +63,7 @@ QCoro::Task<Result<void>> LedgerStore::authenticate(std::string path, std::strin
     if (!signedIn)
         co_return std::unexpected(signedIn.error());
     if (auto* pending = std::get_if<PendingCompanyRegistration>(&signedIn->response)) {
-        awaitReview(std::move(*pending));
+        tellOfReview(std::move(*pending));
         co_return Result<void>{};
     }
     auto opening = open(std::move(*signedIn), session == Session::demonstration, {});
@@ -89,11 +89,16 @@ QCoro::Task<Result<void>> LedgerStore::open(SessionOpening::Reply reply, bool is
     co_return co_await keeping;
 }
 
-void LedgerStore::awaitReview(PendingCompanyRegistration pending)
+void LedgerStore::tellOfReview(PendingCompanyRegistration pending)
 {
-    holdApplication(std::move(pending));
-    assign(m_noticeMessage, std::optional{friendly(clientError(ServiceCode::companyPending))},
-           &LedgerStore::noticeMessageChanged);
+    const bool isRejected = pending.status == ApprovalStatus::rejected;
+    const auto& held = m_pendingCompanyRegistration;
+    if (!isRejected)
+        holdApplication(std::move(pending));
+    else if (held && held->applicationID == pending.applicationID)
+        assign(m_pendingCompanyRegistration, {}, &LedgerStore::pendingCompanyRegistrationChanged);
+    const auto code = isRejected ? ServiceCode::companyRejected : ServiceCode::companyPending;
+    assign(m_noticeMessage, std::optional{friendly(clientError(code))}, &LedgerStore::noticeMessageChanged);
 }
 
 void LedgerStore::holdApplication(PendingCompanyRegistration pending)
@@ -135,7 +140,7 @@ QCoro::Task<Result<void>> LedgerStore::authenticateAndEnter(std::string login, A
     if (!signedIn)
         co_return std::unexpected(signedIn.error());
     if (auto* pending = std::get_if<PendingCompanyRegistration>(&signedIn->response)) {
-        awaitReview(std::move(*pending));
+        tellOfReview(std::move(*pending));
         co_return Result<void>{};
     }
 

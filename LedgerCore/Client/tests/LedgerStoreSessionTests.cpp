@@ -453,6 +453,26 @@ TEST(LedgerStoreSession, BelongsToOneServiceAddress)
     EXPECT_FALSE(test.credentials.sessions.contains(test.server.url()));
 }
 
+TEST(LedgerStoreSession, SaysThatAnApplicationWasTurnedDownAndHoldsNoneOfIt)
+{
+    const auto applied = [](const std::string& status, const std::string& id) {
+        return ServerReply::json(R"({"status":")" + status + R"(","applicationID":")" + id +
+                                 R"(","companyName":"Kopi","email":"m1@example.com"})");
+    };
+    const auto route = "POST v1/me/companies";
+    StoreUnderTest test;
+    test.signIn(books);
+    test.server.replace(route, applied("pending", "a1"));
+    EXPECT_TRUE(resultOf(test.store.createAnotherCompany("Kopi", "q1")));
+    test.server.replace(route, applied("rejected", "a2"));
+    EXPECT_TRUE(resultOf(test.store.createAnotherCompany("Kopi", "q2")));
+    EXPECT_EQ(test.store.noticeMessage(), message(0, "company_rejected"));
+    ASSERT_TRUE(test.store.pendingCompanyRegistration()) << "the other one is not decided";
+    test.server.replace(route, applied("rejected", "a1"));
+    EXPECT_TRUE(resultOf(test.store.createAnotherCompany("Kopi", "q1")));
+    EXPECT_FALSE(test.store.pendingCompanyRegistration());
+}
+
 TEST(LedgerStoreSession, ForgetsAPendingApplicationWithItsService)
 {
     StoreUnderTest test;

@@ -18,7 +18,10 @@ CompanyDirectory CompanyDirectory::of(const LedgerSnapshot& snapshot, const std:
         directory.rows.push_back({.id = each.id, .name = qString(each.name), .isOpen = each.id == open.id});
     if (std::ranges::none_of(directory.rows, &Row::isOpen))
         directory.rows.insert(directory.rows.begin(), {.id = open.id, .name = qString(open.name), .isOpen = true});
-    if (pending && pending->status != ApprovalStatus::approved)
+    const auto isListed = [&](const PendingCompanyRegistration& application) {
+        return std::ranges::find(directory.rows, application.applicationID, &Row::id) != directory.rows.end();
+    };
+    if (pending && pending->status != ApprovalStatus::approved && !isListed(*pending))
         directory.pending = wordIn(locale, companyAccessWords(), "awaitsReview", {pending->companyName});
     return directory;
 }

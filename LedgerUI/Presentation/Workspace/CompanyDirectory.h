@@ -23,7 +23,8 @@ struct CompanyDirectory {
     std::vector<Row> rows;
     QString pending; // of an application that awaits review; empty without one
 
-    /// `choices` are not known before the service has answered: then the open company stands alone.
+    /// `choices` are not known before the service has answered: then the open company stands alone. An application that
+    /// has become one of the companies awaits nothing any more.
     static CompanyDirectory of(const LedgerSnapshot& snapshot, const std::optional<CompanyChoices>& choices,
                                const PendingCompanyRegistration* pending, std::string_view locale);
 };

@@ -102,7 +102,7 @@ void CompanyApplicationForm::finish(const Result<PendingCompanyRegistration>& ap
 {
     if (applied) {
         m_submission.succeed();
-        if (applied->status == ApprovalStatus::approved) // else the alert says that it awaits review
+        if (applied->status == ApprovalStatus::approved) // else the alert says what its review has come to
             Q_EMIT founded(word(companyAccessWords(), "founded", {applied->companyName}));
         leave();
         return;

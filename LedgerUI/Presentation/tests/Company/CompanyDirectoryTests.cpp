@@ -42,6 +42,8 @@ TEST(CompanyDirectory, NamesWhatAwaitsReview)
     const PendingCompanyRegistration pending{
         .status = "pending", .applicationID = "a", .companyName = "Teh", .email = "a@b.c"};
     EXPECT_EQ(CompanyDirectory::of(lentera(), {}, &pending, "en-US").pending, QStringLiteral("Teh (awaits review)"));
+    const CompanyChoices choices{.companies = {{"c1", "PT Lentera"}, {"a", "Teh"}}, .ownedCompanyCount = 2};
+    EXPECT_TRUE(CompanyDirectory::of(lentera(), choices, &pending, "en-US").pending.isEmpty()) << "it is open by now";
 }
 
 TEST(PasswordDraft, NamesWhatIsMissingAndWhoseFaultARefusalIs)
