@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr std::string_view dayShape = "YYYY-MM-DD";
-
 using Look = PlainCell::Look;
 
 QString head(std::string_view key, std::string_view locale)
@@ -47,7 +45,7 @@ PlainRow memberRow(const Member& member, const LedgerSnapshot& snapshot, std::st
 
 PlainCell expiry(const PendingInvitation& invitation, std::string_view today, std::string_view locale)
 {
-    const auto day = DayText::shortDay(std::string_view{invitation.expiresAt}.substr(0, dayShape.size()), locale);
+    const auto day = DayText::shortDay(DayText::dayOf(invitation.expiresAt), locale);
     const auto& words = companyWords();
     const auto expiry = InvitationExpiry::of(invitation, today);
     if (expiry.isOver)
@@ -102,7 +100,7 @@ std::vector<PlainRow> MemberRows::invitations(const std::vector<PendingInvitatio
 {
     std::vector<PlainRow> rows;
     for (const auto& each : pending) {
-        const auto sent = DayText::shortDay(std::string_view{each.createdAt}.substr(0, dayShape.size()), locale);
+        const auto sent = DayText::shortDay(DayText::dayOf(each.createdAt), locale);
         rows.push_back({.id = each.id,
                         .cells = {{.text = qString(each.name)},
                                   {.text = qString(each.email), .look = Look::quiet},

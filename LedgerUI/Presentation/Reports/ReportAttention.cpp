@@ -20,12 +20,6 @@
 
 namespace {
 
-/// The day of a service stamp.
-std::string_view dayOf(std::string_view stamp)
-{
-    return stamp.substr(0, std::string_view{"YYYY-MM-DD"}.size());
-}
-
 bool wantsReceipt(const LedgerTransaction& entry)
 {
     const bool hasOne =
@@ -239,7 +233,8 @@ std::vector<AttentionItem> ReportAttention::expiring(const std::vector<PendingIn
     };
     if (ending.size() == 1)
         add(wordIn(locale, reportWords(), "invitation.ends",
-                   {ending.front()->name, DayText::shortDate(dayOf(ending.front()->expiresAt), locale).toStdString()}));
+                   {ending.front()->name,
+                    DayText::shortDate(DayText::dayOf(ending.front()->expiresAt), locale).toStdString()}));
     else if (!ending.empty())
         add(countedIn(locale, reportWords(), "invitations.end", ending.size()));
     if (over > 0)

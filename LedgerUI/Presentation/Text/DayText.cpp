@@ -180,6 +180,12 @@ QString DayText::timeOfDay(std::string_view time, std::string_view locale)
     return qString(patterns().filled("timeOfDay", locale, {time.substr(0, 2), time.substr(3)}));
 }
 
+std::string DayText::dayOf(const std::string& stamp)
+{
+    const auto instant = LedgerDay::parseStamp(stamp);
+    return instant ? LedgerDay::localGregorian().day(*instant) : stamp;
+}
+
 QString DayText::moment(const std::string& stamp, std::string_view locale)
 {
     const auto instant = LedgerDay::parseStamp(stamp);

@@ -40,6 +40,9 @@ QString shortWeekday(std::chrono::weekday weekday, std::string_view locale);
 /// A time of day from "HH:MM": "14:32", in Indonesian "14.32".
 QString timeOfDay(std::string_view time, std::string_view locale);
 
+/// The day here on which a stamp of the service falls.
+std::string dayOf(const std::string& stamp);
+
 /// The day and time here of a stamp of the service: "2026-11-19 16:42", in Indonesian "2026-11-19 16.42".
 QString moment(const std::string& stamp, std::string_view locale);
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
+#include "LedgerCore/Domain/testing/TimeZone.h"
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
 #include "LedgerUI/Presentation/Reports/ReportOverviewGrids.h"
@@ -323,7 +324,8 @@ TEST(ReportAttention, NamesInvitationsThatEndSoonOrHaveEnded)
     const auto told = [](const std::vector<PendingInvitation>& invitations) {
         return textsOf(ReportAttention::expiring(invitations, "2026-11-20", "en-US"));
     };
-    const auto soon = invitation("Dewi", "2026-11-23T02:00:00.000Z");
+    const TimeZone jakarta{"WIB-7"};
+    const auto soon = invitation("Dewi", "2026-11-22T18:00:00.000Z");
     const auto later = invitation("Andi", "2026-11-24T02:00:00.000Z");
     const auto over = invitation("Rini", "2026-11-19T02:00:00.000Z", "expired");
     EXPECT_EQ(told({later}), std::vector<std::string>{});

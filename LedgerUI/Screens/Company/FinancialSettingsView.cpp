@@ -9,7 +9,6 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Buttons/ToggleSwitch.h"
 #include "LedgerUI/Components/Page/Banner.h"
@@ -34,13 +33,6 @@
 namespace {
 
 constexpr int columnWidth = 812;
-
-/// The day on which a stamp of the service falls here.
-QString dayOfStamp(const std::string& stamp, std::string_view locale)
-{
-    const auto instant = LedgerDay::parseStamp(stamp);
-    return instant ? DayText::longDay(LedgerDay::localGregorian().day(*instant), locale) : qString(stamp);
-}
 
 }
 
@@ -211,8 +203,9 @@ void FinancialSettingsView::presentStart()
     const auto& locale = InterfaceLanguage::tag();
     const auto& settings = store().snapshot()->financialSettings;
     const bool isConfirmed = settings && settings->bookkeepingStartDate;
-    const auto since =
-        isConfirmed && settings->initializedAt ? dayOfStamp(*settings->initializedAt, locale) : QString{};
+    const auto since = isConfirmed && settings->initializedAt
+                           ? DayText::longDay(DayText::dayOf(*settings->initializedAt), locale)
+                           : QString{};
     const bool saysSince = isConfirmed && !since.isEmpty();
     m_startRow->present(word(words, "start"),
                         saysSince ? word(words, "startLocked", {since.toStdString()}) : word(words, "startOpen"));

@@ -1,10 +1,9 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
-#include <cstdlib>
-#include <ctime>
-
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
+
+#include "LedgerCore/Domain/testing/TimeZone.h"
 
 namespace {
 
@@ -70,32 +69,6 @@ INSTANTIATE_TEST_SUITE_P(Texts, Stamps,
                                          Stamp{"2026-11-20T09:41:07+07:00", nullptr},
                                          Stamp{"2026-11-20 09:41:07Z", nullptr},
                                          Stamp{"2026-11-20T09:41:07Zx", nullptr}, Stamp{"", nullptr}));
-
-/// Puts the process into a time zone until the end of its scope.
-class TimeZone {
-public:
-    explicit TimeZone(const char* name)
-    {
-        const auto* before = std::getenv("TZ");
-        if (before)
-            m_before = before;
-        setenv("TZ", name, 1);
-        tzset();
-    }
-    ~TimeZone()
-    {
-        if (m_before)
-            setenv("TZ", m_before->c_str(), 1);
-        else
-            unsetenv("TZ");
-        tzset();
-    }
-    TimeZone(const TimeZone&) = delete;
-    TimeZone& operator=(const TimeZone&) = delete;
-
-private:
-    std::optional<std::string> m_before;
-};
 
 TEST(LedgerDay, FallsOnTheDayOfTheMachinesOwnTimeZone)
 {

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/testing/TimeZone.h"
 #include "LedgerUI/Presentation/Company/CompanyProfile.h"
 #include "LedgerUI/Presentation/Company/CompanyTabs.h"
 #include "LedgerUI/Presentation/Company/MemberRows.h"
@@ -59,10 +60,23 @@ TEST(MemberRows, SayWhoIsWhoAndHowMuchTheySee)
 
 TEST(MemberRows, SayWhenAnInvitationExpires)
 {
+    const TimeZone utc{"UTC0"};
     EXPECT_EQ(expiryOf(invitation("2026-12-04T02:00:00.000Z")), QStringLiteral("in 14 days, 4 Dec"));
     EXPECT_EQ(expiryOf(invitation("2026-11-21T02:00:00.000Z")), QStringLiteral("in 1 day, 21 Nov"));
     EXPECT_EQ(expiryOf(invitation("2026-11-20T22:00:00.000Z")), QStringLiteral("today, 20 Nov"));
     EXPECT_EQ(expiryOf(invitation("2026-11-19T02:00:00.000Z", "expired")), QStringLiteral("expired, 19 Nov"));
+    EXPECT_EQ(expiryOf(invitation("2026-11-19T02:00:00.000Z")), QStringLiteral("expired, 19 Nov"))
+        << "it was listed on an earlier day";
+}
+
+TEST(MemberRows, CountTheDaysOfAnInvitationWhereThePersonIs)
+{
+    const TimeZone jakarta{"WIB-7"};
+    EXPECT_EQ(expiryOf(invitation("2026-11-20T18:30:00.000Z")), QStringLiteral("in 1 day, 21 Nov"));
+    auto lateSent = invitation("2026-12-04T02:00:00.000Z");
+    lateSent.createdAt = "2026-11-07T22:00:00.000Z";
+    EXPECT_EQ(MemberRows::invitations({lateSent}, "2026-11-20", english).front().cells[3].text,
+              QStringLiteral("8 Nov"));
 }
 
 TEST(CompanyTabs, LeaveOutWhatTheMemberMayNot)
