@@ -1,5 +1,7 @@
 #include "LedgerUI/Screens/Workspace/EntryCompanyDirectoryView.h"
 
+#include <algorithm>
+
 #include <QCoro/QCoroTask>
 #include <QEvent>
 
@@ -14,12 +16,11 @@ EntryCompanyDirectoryView::EntryCompanyDirectoryView(LedgerStore& store, QWidget
     : QMenu{parent}, m_store{store}
 {
     setObjectName(QStringLiteral("companyMenu"));
-    connect(this, &QMenu::aboutToShow, this, [this] {
-        present();
-        load();
-    });
+    connect(this, &QMenu::aboutToShow, this, &EntryCompanyDirectoryView::load);
     connect(&m_store, &LedgerStore::isBusyChanged, this, [this] {
-        if (isVisible())
+        if (isVisible() && m_isLoadWanted)
+            load();
+        else if (isVisible())
             present();
     });
     present();
@@ -34,8 +35,9 @@ void EntryCompanyDirectoryView::changeEvent(QEvent* event)
 
 void EntryCompanyDirectoryView::load()
 {
-    if (m_store.isBusy())
-        return;
+    m_isLoadWanted = m_store.isBusy();
+    if (m_isLoadWanted)
+        return present();
     m_isLoading = true;
     QCoro::connect(m_store.listCompanies(), this, [this](const Result<CompanyChoices>& listed) {
         m_isLoading = false;
@@ -53,12 +55,17 @@ void EntryCompanyDirectoryView::present()
     if (!m_store.snapshot())
         return;
     setAccessibleName(word(companyAccessWords(), "yourCompanies"));
+    const auto active = activeAction() ? activeAction()->objectName() : QString{};
     clear();
     auto* head = addAction(word(companyAccessWords(), "yourCompanies"));
     head->setEnabled(false);
     addCompanies();
     addSeparator();
     addWays();
+    const auto all = actions();
+    const auto again = std::ranges::find(all, active, &QAction::objectName);
+    if (!active.isEmpty() && again != all.end())
+        setActiveAction(*again); // the list came under the keys of a person
 }
 
 void EntryCompanyDirectoryView::addCompanies()
@@ -80,7 +87,7 @@ void EntryCompanyDirectoryView::addCompanies()
             });
         }
     }
-    if (m_isLoading) {
+    if (m_isLoading || m_isLoadWanted) {
         auto* busy = addAction(word(companyAccessWords(), "loading"));
         busy->setObjectName(QStringLiteral("companiesLoading"));
         busy->setIcon(Icon::of(QStringLiteral("hourglass-split")));

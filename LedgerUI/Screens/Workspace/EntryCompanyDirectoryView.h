@@ -31,4 +31,5 @@ private:
     LedgerStore& m_store;
     std::optional<CompanyChoices> m_choices;
     bool m_isLoading = false;
+    bool m_isLoadWanted = false; // as soon as the store is free
 };

@@ -1,4 +1,6 @@
+#include <QCoro/QCoroTask>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPointer>
 #include <gtest/gtest.h>
 
@@ -89,6 +91,24 @@ TEST_F(CompanyMenu, SaysThatItLoadsAndStaysUsableWhenThatFails)
     screen.keys("Return");
     EXPECT_FALSE(screen.shows("companyMenu"));
     EXPECT_TRUE(screen.shows("workspaceView"));
+}
+
+TEST_F(CompanyMenu, LoadsOnceTheStoreIsFreeAndStaysWhereTheKeysAre)
+{
+    under.server.replace("GET v1/snapshot", ServerReply::parked());
+    QCoro::connect(under.store.refresh(true), &under.window, [](const Result<void>&) {});
+    waitUntil([&] { return under.server.parkedCount() == 1; });
+    screen.keys("Ctrl+Shift+O");
+    screen.waitFor("companyMenu");
+    EXPECT_TRUE(screen.says("Loading the companies…"));
+    screen.keys("Up");
+    under.server.release(ServerReply::json(firstBooks().json()));
+    screen.waitForText("Samudra Kopi");
+    waitUntil([&] { return !under.store.isBusy(); });
+    const auto* active = screen.find<QMenu>("companyMenu").activeAction();
+    ASSERT_NE(active, nullptr);
+    EXPECT_EQ(active->objectName(), QStringLiteral("applyForCompany"));
+    screen.keys("Esc");
 }
 
 TEST_F(CompanyMenu, EndsTheSessionInTheMiddle)
