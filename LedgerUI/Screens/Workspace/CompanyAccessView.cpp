@@ -11,6 +11,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
 #include "LedgerUI/Presentation/Workspace/CompanyDirectory.h"
+#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -81,18 +82,19 @@ void CompanyAccessView::proceed()
         return;
     m_refusal.reset();
     m_isMissing = CompanyAccess::codeIn(m_code->text()).empty();
-    m_isBusy = !m_isMissing;
     present();
     if (m_isMissing)
         m_code->setFocus();
     else if (m_invitation)
-        join();
+        UnsavedChanges::ask(*this, [this] { join(); }); // the workspace goes once the other company is open
     else
         look();
 }
 
 void CompanyAccessView::look()
 {
+    m_isBusy = true;
+    present();
     QCoro::connect(store().previewInvitation(CompanyAccess::codeIn(m_code->text())), this,
                    [this](const Result<InvitationPreview>& preview) {
                        if (preview)
@@ -103,6 +105,8 @@ void CompanyAccessView::look()
 
 void CompanyAccessView::join()
 {
+    m_isBusy = true;
+    present();
     QCoro::connect(store().acceptCompanyInvitation(CompanyAccess::codeIn(m_code->text())), this,
                    [this](const Result<void>& joined) {
                        if (joined)

@@ -81,7 +81,7 @@ void EntryCompanyDirectoryView::addCompanies()
         if (!row.isOpen) {
             connect(action, &QAction::triggered, this, [this, id = row.id] {
                 // The root screen makes a workspace of its own for the company as soon as it is open.
-                UnsavedChanges::leave(*parentWidget(), [this, id] {
+                UnsavedChanges::ask(*parentWidget(), [this, id] {
                     QCoro::connect(m_store.switchCompany(id), this, [](const Result<void>&) {});
                 });
             });

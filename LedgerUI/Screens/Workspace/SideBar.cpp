@@ -17,7 +17,6 @@
 #include "LedgerUI/Screens/Workspace/DemonstrationNotice.h"
 #include "LedgerUI/Screens/Workspace/EntryCompanyDirectoryView.h"
 #include "LedgerUI/Screens/Workspace/MemberButton.h"
-#include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -123,7 +122,7 @@ void SideBar::buildLayout()
     m_member = new MemberButton(m_store, this);
     connect(m_company, &CardButton::clicked, this, &SideBar::openCompanyMenu);
     connect(m_companies, &EntryCompanyDirectoryView::joinWanted, this,
-            [this] { UnsavedChanges::leave(*this, [this] { (new CompanyAccessView(m_store, window()))->open(); }); });
+            [this] { (new CompanyAccessView(m_store, window()))->open(); });
     connect(m_companies, &EntryCompanyDirectoryView::applicationWanted, this, [this] {
         auto* form = new CompanyApplicationForm(m_store, window());
         connect(form, &CompanyApplicationForm::founded, this, &SideBar::done);

@@ -17,6 +17,16 @@ QList<PageView*> pagesAround(const QWidget& part)
     return root->findChildren<PageView*>();
 }
 
+/// The question over the window of `part`.
+MessageDialog* askOver(QWidget& part, std::function<void()> proceed)
+{
+    return MessageDialog::ask({.title = word(dialogWords(), "discardTitle"),
+                               .text = word(dialogWords(), "discardBody"),
+                               .confirm = word(dialogWords(), "discard"),
+                               .cancel = word(dialogWords(), "keepEditing")},
+                              part.window(), std::move(proceed));
+}
+
 }
 
 std::size_t UnsavedChanges::count(const QWidget& part)
@@ -31,15 +41,19 @@ void UnsavedChanges::leave(QWidget& part, std::function<void()> proceed, const s
 {
     if (count(part) == 0)
         return proceed();
-    auto* question = MessageDialog::ask({.title = word(dialogWords(), "discardTitle"),
-                                         .text = word(dialogWords(), "discardBody"),
-                                         .confirm = word(dialogWords(), "discard"),
-                                         .cancel = word(dialogWords(), "keepEditing")},
-                                        part.window(), [&part, proceed = std::move(proceed)] {
-                                            for (auto* page : pagesAround(part))
-                                                page->discardChanges();
-                                            proceed();
-                                        });
+    auto* question = askOver(part, [&part, proceed = std::move(proceed)] {
+        for (auto* page : pagesAround(part))
+            page->discardChanges();
+        proceed();
+    });
     if (stayed)
         QObject::connect(question, &QDialog::rejected, &part, stayed);
+}
+
+void UnsavedChanges::ask(QWidget& part, std::function<void()> proceed)
+{
+    if (count(part) == 0)
+        proceed();
+    else
+        askOver(part, std::move(proceed));
 }

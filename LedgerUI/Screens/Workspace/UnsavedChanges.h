@@ -16,4 +16,7 @@ std::size_t count(const QWidget& part);
 /// called when they do not. The question opens over the window of `part`.
 void leave(QWidget& part, std::function<void()> proceed, const std::function<void()>& stayed = {});
 
+/// Asks likewise and discards nothing: for what may still fail, and takes the pages along where it succeeds.
+void ask(QWidget& part, std::function<void()> proceed);
+
 }

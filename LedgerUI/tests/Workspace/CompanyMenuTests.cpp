@@ -172,7 +172,7 @@ TEST_F(CompanyMenu, SendsOneApplicationHoweverOftenItIsSent)
 
     under.server.replace(applying, ServerReply::json(R"({"status":"pending","applicationID":"a1",)"
                                                      R"("companyName":"Teh Melati","email":"m1@example.com"})"));
-    screen.keys("Ctrl+Return");
+    screen.press("formConfirm");
     screen.waitFor("alertDialog");
     EXPECT_EQ(bodyOf(applying), first);
     screen.keys("Return");

@@ -78,9 +78,45 @@ TEST(UnsavedChanges, AreAskedAboutBeforeAnotherCompanyIsOpened)
     choose();
     under.answer("questionCancel");
     EXPECT_TRUE(under.server.requests(switching).empty());
+    under.server.replace(switching, ServerReply::error(403, "inactive_member"));
+    choose();
+    under.screen.press("questionConfirm");
+    under.screen.waitFor("alertDialog");
+    under.screen.press("messageClose");
+    under.screen.waitUntilGone("alertDialog");
+    under.activate();
+    EXPECT_FALSE(under.mayExport()) << "nobody went anywhere";
+    under.server.replace(switching, ServerReply::json(Json::encode(other)));
     choose();
     under.answer("questionConfirm");
     under.screen.waitUntil("the other company is open", [&] { return under.store.snapshot()->company.id == "c2"; });
+}
+
+TEST(UnsavedChanges, AreAskedAboutWhenACompanyIsJoinedNotWhenItIsLookedAt)
+{
+    ChangesUnderTest under;
+    constexpr auto joining = "POST v1/invites/accept";
+    under.server.replace("GET v1/me/companies", ServerReply::json(R"({"companies":[],"ownedCompanyCount":1})"));
+    under.server.replace("POST v1/me/invitation",
+                         ServerReply::json(R"({"companyName":"Samudra Kopi","email":"m1@example.com"})"));
+    under.screen.keys("Ctrl+Shift+O");
+    under.screen.waitFor("companyMenu");
+    under.screen.waitUntil("the companies are there", [&] { return !under.store.isBusy(); });
+    under.screen.keys("Up Up Return");
+    under.screen.waitForFocus("joinCode");
+    under.screen.type("ABCDEFGH");
+    under.screen.keys("Return");
+    under.screen.waitFor("joinPreview");
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitForText("Discard changes?");
+    under.screen.press("questionCancel");
+    under.screen.waitUntilGone("questionDialog");
+    EXPECT_TRUE(under.server.requests(joining).empty());
+    under.server.replace(joining, ServerReply::error(400, "invalid_invitation"));
+    under.screen.press("formConfirm");
+    under.screen.press("questionConfirm");
+    under.screen.waitForText("The activation code is invalid, expired, or does not match your email.");
+    EXPECT_EQ(UnsavedChanges::count(under.window), 1U) << "nobody went anywhere";
 }
 
 TEST(UnsavedChanges, AreAskedAboutBeforeSigningOut)
