@@ -109,6 +109,11 @@ void CategoriesTab::bind()
         m_view.query = text;
         presentTable();
     });
+    for (const auto& keys : KeyBindings::keys(Command::search))
+        connect(new QShortcut(keys, this), &QShortcut::activated, m_search, [this] {
+            m_search->setFocus(Qt::ShortcutFocusReason);
+            m_search->selectAll();
+        });
     connect(m_inactive, &QCheckBox::toggled, this, [this](bool isShown) {
         m_view.showsArchived = isShown;
         presentTable();

@@ -219,6 +219,8 @@ TEST(Categories, TellACompanyThatHasNoneFromASearchThatFindsNone)
 {
     CompanyUnderTest under{SnapshotBuilder{}.currentMember(SnapshotBuilder::person("m1", "Dewi", "owner"))};
     under.openTab("categoriesTab");
+    under.screen.keys("Ctrl+F");
+    EXPECT_EQ(under.screen.focus(), "categorySearch");
     EXPECT_TRUE(under.screen.says("No categories yet"));
     EXPECT_FALSE(under.screen.says("Drag to sort")) << "there is nothing to sort";
     under.screen.fill("categorySearch", "rent");
