@@ -14,6 +14,7 @@
 #include "LedgerUI/Components/Table/CellPainter.h"
 #include "LedgerUI/Components/Table/RowHeads.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 
@@ -23,6 +24,8 @@ constexpr int stretchedMinimum = 140;
 constexpr int rowsMeasured = 500;
 constexpr int foldRoom = 20; // at the left of a tree's top level
 constexpr int ringWidth = 2;
+constexpr int gripLeft = 4; // beside the bar of the chosen row
+constexpr int gripExtent = 12;
 constexpr int columnGap = 12; // beyond the paddings of the cells
 
 int textWidth(TypeStep step, const QString& text)
@@ -223,15 +226,27 @@ void PlainTable::release(const QModelIndex& index, const QPoint& place)
         Q_EMIT foldWanted(id, cell.fold == QStringLiteral("chevron-down"));
 }
 
+/// Before the row under the pointer, where it can be moved.
+void PlainTable::paintGrip(QPainter& painter) const
+{
+    const int row = hoveredRow();
+    if (!m_isMovable || !m_drawn.empty() || row < 0 || row >= m_model->rowCount())
+        return;
+    const int top = rowViewportPosition(row) + (rowHeight(row) - gripExtent) / 2;
+    Icon::paint(painter, QStringLiteral("grip-vertical"), Theme::current().color(Token::text2),
+                QRectF(gripLeft, top, gripExtent, gripExtent));
+}
+
 /// A line where the row that is being drawn would go.
 void PlainTable::paintEvent(QPaintEvent* event)
 {
     RowTable::paintEvent(event);
+    QPainter painter{viewport()};
+    paintGrip(painter);
     const int from = m_drawn.empty() ? -1 : m_model->rowOf(m_drawn);
     if (from < 0 || m_dropRow < 0 || m_dropRow == from)
         return;
     const int below = m_dropRow > from ? rowHeight(m_dropRow) : 0;
-    QPainter painter{viewport()};
     painter.fillRect(QRect{0, rowViewportPosition(m_dropRow) + below - 1, viewport()->width(), ringWidth},
                      Theme::current().color(Token::focus));
 }

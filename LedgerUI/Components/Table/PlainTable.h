@@ -3,6 +3,8 @@
 #include "LedgerUI/Components/Table/RowTable.h"
 #include "LedgerUI/Presentation/Table/PlainTableModel.h"
 
+class QPainter;
+
 /// A table of plain cells of which one row is chosen. Columns are as wide as what stands in them, and the chosen column
 /// takes the rest; where that is not enough, the parts go first, and then what a person wrote is cut.
 class PlainTable final : public RowTable {
@@ -48,6 +50,7 @@ private:
 
     [[nodiscard]] bool takeTreeKey(const QKeyEvent& key);
     void release(const QModelIndex& index, const QPoint& place);
+    void paintGrip(QPainter& painter) const;
 
     PlainTableModel* m_model;
     int m_stretched;

@@ -25,6 +25,7 @@ public:
     [[nodiscard]] int rowHeight() const;
     /// The row under the pointer; -1 for none.
     void setHoveredRow(int row) { m_hovered = row; }
+    [[nodiscard]] int hoveredRow() const { return m_hovered; }
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,

@@ -256,6 +256,11 @@ void RowTable::hover(int row)
     viewport()->update();
 }
 
+int RowTable::hoveredRow() const
+{
+    return m_delegate->hoveredRow();
+}
+
 /// Below the current row, for a menu that is asked for by keys.
 QPoint RowTable::menuPlace() const
 {

@@ -60,6 +60,9 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
 
+    /// The row under the pointer; -1 for none.
+    [[nodiscard]] int hoveredRow() const;
+
 private:
     /// What a person had chosen and seen before a change, as rows of before.
     struct Kept {

@@ -50,7 +50,6 @@ void CategoriesTab::buildLayout()
 {
     m_table = new PlainTable(nameColumn, this);
     m_table->setObjectName(QStringLiteral("categoryTable"));
-    m_table->setMovable(true);
     m_none = new EmptyState(QStringLiteral("tags"), this);
     m_stack = new QStackedWidget(this);
     m_stack->addWidget(m_table);
@@ -229,6 +228,7 @@ void CategoriesTab::presentTable()
     m_table->setAccessibleName(word(words, "table"));
     auto rows = CategoryTree::rows(m_view, *m_snapshot, *m_directory, m_uses, locale);
     const bool isEmpty = rows.empty();
+    m_table->setMovable(m_view.query.isEmpty());
     m_table->present(CategoryTree::columns(locale), std::move(rows));
     m_table->choose(m_editing->form().id);
     m_none->setTexts(word(words, m_view.query.isEmpty() ? "noneYet" : "none"), word(words, "noneText"));

@@ -1,3 +1,5 @@
+#include <set>
+
 #include <gtest/gtest.h>
 
 #include <QLineEdit>
@@ -79,6 +81,32 @@ TEST(Categories, LeadToTheEntriesOfTheChosenOne)
     ASSERT_EQ(links.size(), 1U);
     EXPECT_EQ(links[0].action, PageAction::showEntries);
     EXPECT_EQ(links[0].entries, LedgerFilter{.categoryIDs = {"utilities"}});
+}
+
+TEST(Categories, ShowAGripBeforeTheRowUnderThePointerWhileTheyCanBeMoved)
+{
+    CategoriesUnderTest under;
+    auto& table = under.screen.find<QTableView>("categoryTable");
+    const auto paintedBefore = [&](int row) {
+        const QRect strip{4, table.rowViewportPosition(row) + 1, 12, table.rowHeight(row) - 4};
+        const auto image = table.viewport()->grab(strip).toImage();
+        std::set<QRgb> colors;
+        for (int x = 0; x < image.width(); ++x)
+            for (int y = 0; y < image.height(); ++y)
+                colors.insert(image.pixel(x, y));
+        return colors.size() > 1;
+    };
+    const auto point = [&](int row) {
+        QTest::mouseMove(table.viewport(), QPoint{200, table.rowViewportPosition(row) + table.rowHeight(row) / 2});
+    };
+    point(0);
+    point(1);
+    EXPECT_TRUE(paintedBefore(1));
+    EXPECT_FALSE(paintedBefore(2));
+    under.screen.fill("categorySearch", "e");
+    point(0);
+    point(1);
+    EXPECT_FALSE(paintedBefore(1)) << "a narrowed list has no order to change";
 }
 
 TEST(Categories, AreMadeWithTheNamesThatWereTyped)
