@@ -58,10 +58,8 @@ QString cellLabel(const Period& period, std::string_view locale)
                       {std::to_string(isoWeek(first).number), periodLabel(period, locale).toStdString()});
     case Span::month:
         return DayText::shortMonth(first.month(), locale);
-    case Span::quarter: {
-        const auto quarter = std::to_string((static_cast<unsigned>(first.month()) + 2) / 3);
-        return wordIn(locale, periodWords(), "shortQuarter", {quarter});
-    }
+    case Span::quarter:
+        return shortQuarterLabel(period, locale);
     default:
         return periodLabel(period, locale);
     }

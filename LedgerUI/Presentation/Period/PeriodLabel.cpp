@@ -32,6 +32,11 @@ std::string_view spanKey(Span span)
     return {};
 }
 
+std::string quarterNumber(const Period& quarter)
+{
+    return std::to_string((static_cast<unsigned>(quarter.firstDay().month()) + 2) / 3);
+}
+
 }
 
 QString periodLabel(const Period& period, std::string_view locale)
@@ -44,9 +49,8 @@ QString periodLabel(const Period& period, std::string_view locale)
     case Span::month:
         return DayText::month(first.year() / first.month(), locale);
     case Span::quarter: {
-        const auto quarter = std::to_string((static_cast<unsigned>(first.month()) + 2) / 3);
         const auto year = std::to_string(static_cast<int>(first.year()));
-        return wordIn(locale, periodWords(), "quarterOfYear", {quarter, year});
+        return wordIn(locale, periodWords(), "quarterOfYear", {quarterNumber(period), year});
     }
     case Span::year:
         return DayText::year(first.year(), locale);
@@ -57,6 +61,11 @@ QString periodLabel(const Period& period, std::string_view locale)
         return DayText::range(firstText, LedgerDay::format(period.lastDay()), locale);
     }
     return {};
+}
+
+QString shortQuarterLabel(const Period& quarter, std::string_view locale)
+{
+    return wordIn(locale, periodWords(), "shortQuarter", {quarterNumber(quarter)});
 }
 
 QString spanLabel(Span span, std::string_view locale)

@@ -9,6 +9,9 @@
 /// What a period is called: "November 2026", "16–22 Nov 2026", "Q4 2026", "All time".
 QString periodLabel(const Period& period, std::string_view locale);
 
+/// A quarter without its year: "Q4", "第 4 季度", "K4".
+QString shortQuarterLabel(const Period& quarter, std::string_view locale);
+
 /// What kind of period it is: "Month", "All time", "Dates…".
 QString spanLabel(Period::Span span, std::string_view locale);
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Reports/ReportCategoryGrid.h"
@@ -63,18 +64,21 @@ std::int64_t usualDays(Span grain)
 QString shortLabel(const Period& period, std::string_view locale, bool namesYear)
 {
     const auto first = period.firstDay();
-    const auto year = static_cast<int>(first.year());
-    if (period.span() == Span::month && namesYear)
-        return QStringLiteral("%1/%2").arg(static_cast<unsigned>(first.month())).arg(year);
-    if (period.span() == Span::month)
-        return DayText::shortMonth(first.month(), locale);
-    if (period.span() == Span::year)
-        return DayText::year(first.year(), locale);
-    if (period.span() == Span::quarter) {
-        const auto quarter = QStringLiteral("Q%1").arg((static_cast<unsigned>(first.month()) - 1) / 3 + 1);
-        return namesYear ? QStringLiteral("%1 %2").arg(quarter).arg(year) : quarter;
+    switch (period.span()) {
+    case Span::month:
+        return namesYear ? DayText::shortMonthOfYear(first.year() / first.month(), locale)
+                         : DayText::shortMonth(first.month(), locale);
+    case Span::quarter:
+        return namesYear ? periodLabel(period, locale) : shortQuarterLabel(period, locale);
+    case Span::year:
+        return periodLabel(period, locale);
+    case Span::day:
+    case Span::week:
+    case Span::allTime:
+    case Span::dates:
+        break;
     }
-    return QStringLiteral("%1/%2").arg(static_cast<unsigned>(first.day())).arg(static_cast<unsigned>(first.month()));
+    return DayText::shortDay(LedgerDay::format(first), locale);
 }
 
 class Trend {

@@ -21,6 +21,7 @@ const WordTable& patterns()
         {"year", "%3年", "%3", "%3", "%3"},
         {"shortDate", "%3年%2%1日", "%1 %2 %3", "%1/%2/%3", "%1 %2 %3"},
         {"shortMonth", "%2", "%2", "Thg %2", "%2"},
+        {"shortMonthOfYear", "%3年%2", "%2 %3", "%2/%3", "%2 %3"},
         {"timeOfDay", "%1:%2", "%1.%2", "%1:%2", "%1:%2"},
     };
     return words;
@@ -161,6 +162,13 @@ QString DayText::month(std::chrono::year_month month, std::string_view locale)
 QString DayText::shortMonth(std::chrono::month month, std::string_view locale)
 {
     return qString(patterns().filled("shortMonth", locale, {"", monthName(shortMonths(), month, locale)}));
+}
+
+QString DayText::shortMonthOfYear(std::chrono::year_month month, std::string_view locale)
+{
+    const auto year = std::to_string(static_cast<int>(month.year()));
+    return qString(
+        patterns().filled("shortMonthOfYear", locale, {"", monthName(shortMonths(), month.month(), locale), year}));
 }
 
 QString DayText::year(std::chrono::year year, std::string_view locale)

@@ -31,6 +31,9 @@ QString month(std::chrono::year_month month, std::string_view locale);
 /// "Nov", "11月", "Thg 11".
 QString shortMonth(std::chrono::month month, std::string_view locale);
 
+/// "Nov 2026", "2026年11月", "11/2026".
+QString shortMonthOfYear(std::chrono::year_month month, std::string_view locale);
+
 /// "2026", "2026年".
 QString year(std::chrono::year year, std::string_view locale);
 

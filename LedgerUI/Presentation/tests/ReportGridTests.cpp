@@ -163,16 +163,28 @@ TEST(ReportTrend, TellsPartsFromWholesInFilesAndWhatANarrowTableLeavesOut)
               "vs. last year: +180.0 %, against 100.00 US dollar in November 2025");
 }
 
-TEST(ReportTrend, NamesTheYearUnderTheAxisWhereMonthsComeTwice)
+TEST(ReportTrend, NamesPeriodsUnderTheAxisAsTheLanguageDoesWithTheYearWhereTheyComeTwice)
 {
     const auto held = heldOf(books());
-    const auto labels = [&](ReportQuery query) {
-        const auto& places = trendOf(held, std::move(query)).chart.places;
+    const auto labels = [&](ReportQuery query, std::string_view locale = english) {
+        query.currency = "USD";
+        query.today = today;
+        const auto places = ReportTrends::trend(held, query, locale).value_or(ReportTrend{}).chart.places;
         return Texts{places.front().label.toStdString(), places.back().label.toStdString()};
     };
     EXPECT_EQ(labels({.period = month(today)}), (Texts{"Dec", "Nov"}));
-    EXPECT_EQ(labels({.period = Period::allTime(), .grain = Span::month}), (Texts{"11/2025", "11/2026"}));
+    EXPECT_EQ(labels({.period = Period::allTime(), .grain = Span::month}), (Texts{"Nov 2025", "Nov 2026"}));
     EXPECT_EQ(labels({.period = month(today), .grain = Span::quarter}), (Texts{"Q1 2024", "Q4 2026"}));
+    const ReportQuery byDay{.period = month(today), .grain = Span::day};
+    const ReportQuery byMonth{.period = Period::allTime(), .grain = Span::month};
+    const ReportQuery byQuarter{.period = Period::containing(Span::year, today), .grain = Span::quarter};
+    EXPECT_EQ(labels(byDay), (Texts{"1 Nov", "30 Nov"}));
+    EXPECT_EQ(labels(byDay, "zh-CN"), (Texts{"11月1日", "11月30日"}));
+    EXPECT_EQ(labels(byDay, "vi-VN"), (Texts{"1/11", "30/11"}));
+    EXPECT_EQ(labels(byMonth, "zh-CN").back(), "2026年11月");
+    EXPECT_EQ(labels(byMonth, "id-ID").back(), "Nov 2026");
+    EXPECT_EQ(labels(byMonth, "vi-VN").back(), "11/2026");
+    EXPECT_EQ(labels(byQuarter, "id-ID"), (Texts{"K1", "K4"}));
 }
 
 TEST(ReportTrend, OffersNoGrainOfMorePeriodsThanAChartShows)
