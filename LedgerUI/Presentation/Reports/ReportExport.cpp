@@ -110,6 +110,30 @@ QCoro::Task<Result<void>> ReportExport::permission(LedgerStore* store, ReportShe
     co_return *outcome;
 }
 
+ReportSheet ReportExport::ofBooks(const ReportSheet& shown, SnapshotPointer books, std::string locale)
+{
+    auto held = shown.books->snapshot == books ? shown.books : std::make_shared<const ReportBooks>(std::move(books));
+    return reportSheet(std::move(held), shown.query, std::move(locale));
+}
+
+QCoro::Task<Result<void>> ReportExport::permissionNow(LedgerStore* store, ReportSheetPointer shown,
+                                                      SnapshotPointer books, ReportPart part)
+{
+    const QPointer<LedgerStore> guard{store};
+    if (shown->books->snapshot != books) {
+        const auto renewed = std::make_shared<ReportSheetPointer>();
+        auto renewing = runForSize(onWorker, [renewed, shown, books] {
+            *renewed = std::make_shared<const ReportSheet>(ofBooks(*shown, books, shown->locale));
+        });
+        co_await renewing;
+        shown = *renewed;
+    }
+    if (!guard)
+        co_return std::unexpected(Failure{Cancelled{}});
+    auto asking = permission(guard, shown, part);
+    co_return co_await asking;
+}
+
 QCoro::Task<QString> ReportExport::changes(ReportSheetPointer before, ReportSheetPointer now, ReportPart part)
 {
     const auto text = std::make_shared<QString>();

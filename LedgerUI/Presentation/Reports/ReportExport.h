@@ -19,9 +19,16 @@ class LedgerStore;
 /// What leaves the reports page on paper or as a file.
 namespace ReportExport {
 
+/// The report that a page shows, of these books. Called on a worker.
+ReportSheet ofBooks(const ReportSheet& shown, SnapshotPointer books, std::string locale);
+
 /// Whether the books still say what the report was worked out from, for the person who sees it: asked of the service
 /// for each currency of the report.
 QCoro::Task<Result<void>> permission(LedgerStore* store, ReportSheetPointer sheet, ReportPart part);
+
+/// The same, asked of the report of these books: of another one than the page still shows, where they are newer.
+QCoro::Task<Result<void>> permissionNow(LedgerStore* store, ReportSheetPointer shown, SnapshotPointer books,
+                                        ReportPart part);
 
 /// What is different between two states of a report, a line for each currency: "USD: 2 entries added". Empty where
 /// nothing of it can be named.

@@ -189,16 +189,19 @@ void ReportsView::presentExits()
                         .run = [this] { print(); }}});
 }
 
-/// What is printed is what the page shows now, whatever becomes of the books while it is looked at.
+/// What is printed is what the page shows, of the books as they are now, whatever becomes of them while it is looked
+/// at. The page itself may still be at work on them.
 PrintJob ReportsView::printJob() const
 {
     const auto sheet = browser().sheet();
+    const auto books = store().snapshot();
     const auto shown = part();
     return {.document =
-                [sheet, shown, moment = momentNow(store().today())](const std::string& locale) {
-                    return ReportPrint::document(reportSheet(sheet->books, sheet->query, locale), shown, moment);
+                [sheet, books, shown, moment = momentNow(store().today())](const std::string& locale) {
+                    return ReportPrint::document(ReportExport::ofBooks(*sheet, books, locale), shown, moment);
                 },
-            .permission = [store = &store(), sheet, shown] { return ReportExport::permission(store, sheet, shown); }};
+            .permission = [store = &store(), sheet, books,
+                           shown] { return ReportExport::permissionNow(store, sheet, books, shown); }};
 }
 
 void ReportsView::print()
