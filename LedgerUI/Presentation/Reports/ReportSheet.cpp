@@ -33,6 +33,17 @@ Days daysOf(const LedgerSnapshot& snapshot)
     return days;
 }
 
+/// Takes accounts out that the member does not see any more, rather than show nothing; says how many.
+std::size_t takeOutUnseen(ReportQuery& query, const LedgerSnapshot& snapshot)
+{
+    if (!query.accountIDs)
+        return 0;
+    const auto lost = std::erase_if(*query.accountIDs, [&](const auto& id) { return !snapshot.account(id); });
+    if (query.accountIDs->empty())
+        query.accountIDs.reset();
+    return lost;
+}
+
 /// The parts of the report in sight; says what keeps it from being made.
 std::optional<ReportError> fill(ReportSheet& sheet)
 {
@@ -86,6 +97,7 @@ ReportBooks::ReportBooks(SnapshotPointer held) : snapshot(std::move(held)), book
 ReportSheet reportSheet(ReportBooksPointer books, ReportQuery query, std::string locale)
 {
     ReportSheet sheet{.books = std::move(books), .query = std::move(query), .locale = std::move(locale)};
+    sheet.lostAccounts = takeOutUnseen(sheet.query, *sheet.books->snapshot);
     const auto& book = sheet.books->book;
     if (!book) {
         sheet.failure = book.error();

@@ -19,9 +19,10 @@
 /// shown at once.
 struct ReportSheet {
     ReportBooksPointer books;
-    ReportQuery query; // with a currency that the books know
+    ReportQuery query; // with a currency and accounts that the books know
     std::string locale;
     std::optional<ReportError> failure = {}; // then there is nothing else
+    std::size_t lostAccounts = 0;            // asked for, but not seen any more
     ReportOverview overview = {};
     ReportGrid currencies = {};
     ReportGrid months = {};

@@ -315,6 +315,24 @@ TEST(ReportSheet, WorksOutTheReportThatIsAskedForAndNoOther)
     EXPECT_FALSE(own.largestExpenses.rows.empty());
 }
 
+TEST(ReportSheet, GoesOnWithoutAccountsThatAreNotSeenAnyMore)
+{
+    const auto held = std::make_shared<const ReportBooks>(books().share());
+    const auto of = [&](std::set<std::string, std::less<>> accountIDs) {
+        return reportSheet(
+            held, {.period = month(today), .currency = "USD", .accountIDs = std::move(accountIDs), .today = today},
+            english);
+    };
+    const auto both = of({"cash", "gone"});
+    EXPECT_EQ(both.lostAccounts, 1U);
+    EXPECT_EQ(read(both.currencies), read(of({"cash"}).currencies));
+    const auto none = of({"gone", "lost"});
+    EXPECT_EQ(none.lostAccounts, 2U);
+    EXPECT_EQ(none.query.accountIDs, std::nullopt) << "it says of itself that it is of all accounts, as it is";
+    EXPECT_EQ(read(none.currencies), read(of({"bank", "cash"}).currencies));
+    EXPECT_EQ(of({"bank", "cash"}).lostAccounts, 0U);
+}
+
 TEST(FundMovementGrids, TellWhatIsLeftOfAnIncomeToWhoMayNotRefundIt)
 {
     LedgerTransaction refund;

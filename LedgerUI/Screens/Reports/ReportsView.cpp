@@ -49,6 +49,10 @@ ReportsView::ReportsView(LedgerStore& store, QWidget* parent)
     buildLayout();
     connect(m_tabs, &PageTabs::chosenChanged, this, &ReportsView::presentTab);
     connect(m_accounts, &ChoiceField::chosenChanged, this, [this] { narrowTo(m_accounts->chosen()); });
+    connect(&browser(), &ReportBrowser::changed, this, [this] {
+        if (const auto& sheet = browser().sheet(); sheet && sheet->lostAccounts > 0)
+            Q_EMIT done(countedIn(InterfaceLanguage::tag(), reportWords(), "accounts.lost", sheet->lostAccounts));
+    });
     adoptSnapshot();
 }
 
