@@ -1,6 +1,7 @@
 #include "LedgerUI/Screens/Reports/AttentionList.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -17,7 +18,6 @@ namespace {
 
 using Kind = AttentionItem::Kind;
 
-constexpr std::size_t shownFirst = 4;
 constexpr int headHeight = 36;
 constexpr int rowHeight = 32;
 
@@ -123,6 +123,12 @@ void AttentionList::present(std::vector<AttentionItem> items)
     m_count->setText(m_items.empty() ? word(reportWords(), "attention.none") : QString::number(m_items.size()));
 }
 
+void AttentionList::showFirst(std::size_t rows)
+{
+    if (std::exchange(m_shownFirst, rows) != rows)
+        fill();
+}
+
 QWidget* AttentionList::firstStop() const
 {
     return m_rows->findChild<QPushButton*>();
@@ -135,7 +141,7 @@ void AttentionList::fill()
         each->hide();
         each->deleteLater();
     }
-    const auto shown = m_showsAll ? m_items.size() : std::min(shownFirst, m_items.size());
+    const auto shown = m_showsAll ? m_items.size() : std::min(m_shownFirst, m_items.size());
     for (std::size_t at = 0; at < shown; ++at)
         addRow(at);
     if (shown == m_items.size())

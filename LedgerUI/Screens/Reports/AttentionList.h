@@ -17,6 +17,8 @@ public:
     explicit AttentionList(QWidget* parent = nullptr);
 
     void present(std::vector<AttentionItem> items);
+    /// How many rows a long list shows first.
+    void showFirst(std::size_t rows);
     [[nodiscard]] QWidget* firstStop() const;
 
 Q_SIGNALS:
@@ -31,5 +33,6 @@ private:
     TextLabel* m_count = nullptr;
     QWidget* m_rows = nullptr;
     QVBoxLayout* m_layout = nullptr;
+    std::size_t m_shownFirst = 4;
     bool m_showsAll = false;
 };

@@ -20,11 +20,18 @@
 
 namespace {
 
+/// How much each part shows.
+struct Extent {
+    int chartHeight;
+    int categories;
+    std::size_t attention;
+};
+constexpr Extent wide{.chartHeight = 236, .categories = 7, .attention = 4};
+constexpr Extent narrow{.chartHeight = 156, .categories = 5, .attention = 2};
+
 constexpr int currenciesShown = 7;
-constexpr int categoriesShown = 7;
 constexpr int categoriesWidth = 359;
 constexpr int monthsShown = 12;
-constexpr int chartHeight = 236;
 
 QHBoxLayout* heading(TextLabel* title, TextLabel* currency)
 {
@@ -95,7 +102,7 @@ QWidget* OverviewTab::buildChart(QWidget* parent)
     m_chartTitle = new TextLabel(TypeStep::section, Token::text, part);
     m_chartCurrency = new TextLabel(TypeStep::small, Token::text2, part);
     m_chart = new ChartView(part);
-    m_chart->setMinimumHeight(chartHeight);
+    m_chart->setMinimumHeight(wide.chartHeight);
     m_chartNone = quietLine("chartNone", part);
     auto* inset = new QVBoxLayout;
     inset->setContentsMargins(Space::pageMargin - 2, Space::step1, Space::pageMargin - 2, Space::step2);
@@ -135,7 +142,7 @@ QWidget* OverviewTab::buildCategories(Categories& made, const CategoryNames& nam
     made.currency = new TextLabel(TypeStep::small, Token::text2, part);
     made.table = new ReportTable(QString::fromLatin1(names.table), RowDelegate::Density::twoLines, part);
     made.table->horizontalHeader()->hide();
-    made.table->showWhole(categoriesShown);
+    made.table->showWhole(wide.categories);
     made.none = quietLine(names.none, part);
     auto* rows = new QVBoxLayout(part);
     rows->setContentsMargins(0, 0, 0, 0);
@@ -216,6 +223,20 @@ void OverviewTab::presentCategories(const Categories& shown, const ReportGrid& g
     shown.table->setVisible(!grid.rows.empty());
     shown.none->setText(word(reportWords(), none));
     shown.none->setVisible(grid.rows.empty());
+}
+
+/// The chart's title is said by the tab and the chosen currency, where there is little room.
+void OverviewTab::resizeEvent(QResizeEvent* event)
+{
+    ReportTab::resizeEvent(event);
+    const bool isNarrow = window()->width() < Space::foldBelow;
+    const auto& extent = isNarrow ? narrow : wide;
+    m_chart->setMinimumHeight(extent.chartHeight);
+    m_chartTitle->setVisible(!isNarrow);
+    m_chartCurrency->setVisible(!isNarrow);
+    m_expenses.table->showWhole(extent.categories);
+    m_income.table->showWhole(extent.categories);
+    m_attention->showFirst(extent.attention);
 }
 
 QList<QWidget*> OverviewTab::panes() const

@@ -12,7 +12,7 @@ class TextLabel;
 
 /// Where the company stands: each currency in the period, the months up to it as a chart, what was spent on, what wants
 /// a hand, and below it the same months in figures and what was earned by. The chosen currency drives all but the first
-/// table.
+/// table. In a narrow window its parts are lower.
 class OverviewTab final : public ReportTab {
     Q_OBJECT
 public:
@@ -22,6 +22,9 @@ public:
 
     void present(const ReportSheet& sheet, const ChartColors& colors) override;
     [[nodiscard]] QList<QWidget*> panes() const override;
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
     /// A list of the largest categories, or a word where there are none.

@@ -249,6 +249,25 @@ TEST_F(Reports, LetTheChosenCurrencyDriveChartAndList)
     EXPECT_EQ(screen.find<ReportTable>("currencyTable").selectedIDs(), std::vector<std::string>{"USD"});
 }
 
+TEST_F(Reports, LeaveOutRowsInANarrowWindow)
+{
+    auto books = reportSample();
+    books.settings(FinancialSettings{});
+    for (const std::string id : {"tea", "ink", "stamps", "tape"}) {
+        books.category(id, "expense", id);
+        books.expense(id, "2026-11-17", "Operating bank", "IDR", 100'000, id);
+    }
+    open(books);
+    goTo("currencyTable", "IDR", 0);
+    const auto height = [this] { return screen.find<ReportTable>("expenseTable").height(); };
+    const auto wide = height();
+    EXPECT_FALSE(screen.shows("attentionAll"));
+    under.window.resize(900, 640);
+    screen.waitUntil("the list is lower", [&] { return height() < wide; });
+    EXPECT_TRUE(screen.shows("attentionAll"));
+    EXPECT_EQ(screen.find("chart").minimumHeight(), 156);
+}
+
 TEST_F(Reports, NarrowEveryFigureToTheChosenAccounts)
 {
     open();
