@@ -4,8 +4,8 @@
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Schema/Migrations.h"
-#include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Anew.h"
+#include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {

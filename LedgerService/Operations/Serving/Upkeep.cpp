@@ -12,9 +12,9 @@
 #include "LedgerService/Receipts/LooseReceipts.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Database.h"
+#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
-#include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 
 namespace LedgerService {

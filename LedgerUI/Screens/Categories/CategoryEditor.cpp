@@ -19,6 +19,7 @@
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
+#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Screens/Categories/IconGrid.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -148,7 +149,7 @@ void CategoryEditor::present(const Content& content, const LedgerSnapshot& snaps
     presentParents(snapshot);
     presentNames();
     const bool isDoubtful = content.isUncertain && !m_foot->isHidden();
-    m_error->present(isDoubtful ? word(EntryWords::words(), "uncertain") : content.refusal);
+    m_error->present(isDoubtful ? word(commandWords(), "uncertain") : content.refusal);
     m_iconHead->setText(word(words, "icon"));
     m_icons->choose(qString(m_form.symbol));
     m_pin->setText(word(words, "pin"));
