@@ -514,7 +514,7 @@ TEST(LedgerStoreCompanies, GoOnWithTheTokenOfTheCompanyThatWasEntered)
     EXPECT_FALSE(resultOf(test.store.switchCompany("c3")));
     EXPECT_EQ(*test.store.snapshot(), newerBooks.build());
     EXPECT_TRUE(resultOf(test.store.refresh(true)));
-    EXPECT_EQ(test.server.requests().back().header("authorization"), "Bearer token-2");
+    EXPECT_EQ(test.server.requests("GET v1/snapshot").back().header("authorization"), "Bearer token-2");
 }
 
 TEST(LedgerStoreCompanies, LeaveNobodySignedInToTheWrongOne)

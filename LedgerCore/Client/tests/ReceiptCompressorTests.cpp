@@ -83,6 +83,8 @@ std::string heic(const QImage& image, heif_orientation turned = heif_orientation
     heif_encoder* encoder = nullptr;
     EXPECT_EQ(heif_context_get_encoder_for_format(context.get(), heif_compression_HEVC, &encoder).code, heif_error_Ok);
     heif_encoder_set_lossy_quality(encoder, 90);
+    if (colours)
+        heif_image_set_nclx_color_profile(pixels, colours);
     auto* options = heif_encoding_options_alloc();
     options->image_orientation = turned;
     options->output_nclx_profile = colours;

@@ -533,7 +533,9 @@ TEST(LedgerView, KeepsWhatNarrowsTheLedgerWhenAnEntryIsReversed)
     auto narrow = browser->filter();
     narrow.standings = {std::string{LedgerStandings::inForce}};
     browser->setFilter(narrow);
-    Q_EMIT page.view->findChild<LedgerDetailPane*>()->reversalWanted(QStringLiteral("e1"));
+    ASSERT_TRUE(page.find<LedgerTable>("ledgerTable")->choose("e1"));
+    settle();
+    page.person.press("reverseButton");
     auto* dialog = page.window.findChild<ReversalDialog*>();
     ASSERT_NE(dialog, nullptr);
     auto after = sampleLedger().build();

@@ -317,7 +317,7 @@ TEST(DividendForm, PutsNoOtherCurrencyBehindAnAmountThatWasSent)
 
     form = DividendForms::restored(*sent, sample.books(), english);
     EXPECT_EQ(form.currency, "USD");
-    EXPECT_EQ(form.amount, "600");
+    EXPECT_EQ(form.amount, "600.00");
     const auto content = contentOf(form, sample);
     const auto currency = std::ranges::find(content.fields, RecordPart::currency, &RecordField::part);
     EXPECT_EQ(currency->chosen, "USD");
