@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <map>
 #include <random>
@@ -27,7 +28,7 @@ public:
 
     [[nodiscard]] const LedgerSnapshot& books() const { return m_sample.books(); }
     [[nodiscard]] int timesDone(int action) const { return m_done.contains(action) ? m_done.at(action) : 0; }
-    static constexpr int actions = 11;
+    static constexpr int actions = 14;
 
 private:
     std::size_t under(std::size_t count) { return std::uniform_int_distribution<std::size_t>{0, count - 1}(m_random); }
@@ -62,8 +63,10 @@ private:
             takeNew(action, issue);
         else if (action < 9)
             takeSettlement(action, issue);
-        else
+        else if (action < 11)
             takeHistory(action, issue);
+        else
+            takePeople(action, issue);
     }
     void takeCapital(int action, const CommandIssue& issue)
     {
@@ -79,39 +82,72 @@ private:
         const auto id = anyOf(books.capital->contributions);
         take(1, CapitalCommands::reverse(CapitalContext::of(books, id), issue, id, {}));
     }
+    /// Percentages for everybody who is not archived; together a hundred.
+    template <class Text, class Person>
+    std::vector<Text> shares(const std::vector<Person>& all)
+    {
+        std::vector<Text> texts;
+        int left = 100;
+        auto others = std::ranges::count(all, false, &Person::archived);
+        for (const auto& each : all) {
+            if (each.archived)
+                continue;
+            const int share = --others == 0 ? left : static_cast<int>(under(static_cast<std::size_t>(left) + 1));
+            left -= share;
+            texts.push_back({each.id, std::to_string(share)});
+        }
+        return texts;
+    }
     /// What was paid in before, corrected again and again; and shares that add up to a hundred percent.
     void takeHistory(int action, const CommandIssue& issue)
     {
         const auto context = CapitalContext::of(m_sample.books());
-        const std::string currency = walkedCurrencies[under(2)];
-        std::vector<CapitalCommands::OwnerText> texts;
-        int left = 100;
-        for (const auto& each : context.state.participants) {
-            const bool isLast = texts.size() + 1 == context.state.participants.size();
-            const int share = isLast ? left : static_cast<int>(under(static_cast<std::size_t>(left) + 1));
-            left -= share;
-            texts.push_back({each.id, action == 9 ? amount(currency, 400'000) : std::to_string(share)});
-        }
-        if (action == 9)
+        const auto& owners = context.state.participants;
+        if (action == 10)
             return take(
-                9, CapitalCommands::setBaseline(
-                       context, issue, {.currency = currency, .throughDate = "2025-12-31", .amounts = texts}, "en-US"));
-        take(10, CapitalCommands::setOwnership(context, issue, texts, "en-US"));
+                10, CapitalCommands::setOwnership(context, issue, shares<CapitalCommands::OwnerText>(owners), "en-US"));
+        const std::string currency = walkedCurrencies[under(2)];
+        std::vector<CapitalCommands::OwnerText> amounts;
+        for (const auto& each : owners)
+            amounts.push_back({each.id, amount(currency, 400'000)});
+        take(9, CapitalCommands::setBaseline(
+                    context, issue, {.currency = currency, .throughDate = "2025-12-31", .amounts = amounts}, "en-US"));
+    }
+    /// People are archived and come back, and their default ratios change.
+    void takePeople(int action, const CommandIssue& issue)
+    {
+        const auto& books = m_sample.books();
+        const auto place = under(walkedPeople.size());
+        const bool isArchived = under(4) == 0;
+        if (action == 11) {
+            const auto& owner = books.capital->participants[place];
+            return take(11,
+                        CapitalCommands::setParticipant(CapitalContext::of(books), issue,
+                                                        {.id = owner.id, .name = owner.name, .archived = isArchived}));
+        }
+        const auto context = DividendContext::of(books);
+        if (action == 13)
+            return take(13, DividendCommands::fillFromOwnership(context, issue));
+        const auto& participant = books.dividends->participants[place];
+        take(12, DividendCommands::setParticipant(context, issue,
+                                                  {.id = participant.id,
+                                                   .name = participant.name,
+                                                   .percentage = std::to_string(under(101)),
+                                                   .archived = isArchived},
+                                                  "en-US"));
     }
     void takeNew(int action, const CommandIssue& issue)
     {
         const auto context = DividendContext::of(m_sample.books());
         const std::string currency = walkedCurrencies[under(2)];
         if (action == 2) {
-            std::vector<DividendCommands::ShareText> shares;
-            for (const auto& each : context.state.participants)
-                shares.push_back({each.id, std::to_string(each.ratioBps / 100)});
-            return take(
-                2,
-                DividendCommands::allocate(
-                    context, issue,
-                    {.period = issue.date, .currency = currency, .amount = amount(currency, 700'000), .shares = shares},
-                    "en-US"));
+            return take(2, DividendCommands::allocate(
+                               context, issue,
+                               {.period = issue.date,
+                                .currency = currency,
+                                .amount = amount(currency, 700'000),
+                                .shares = shares<DividendCommands::ShareText>(context.state.participants)},
+                               "en-US"));
         }
         if (action == 3)
             return take(3, DividendCommands::advance(context, issue,
