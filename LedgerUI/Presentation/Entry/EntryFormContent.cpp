@@ -358,12 +358,18 @@ std::optional<std::int64_t> Description::amountOf(const QString& text, const std
     return minor && *minor > 0 ? minor : std::nullopt;
 }
 
-/// What arithmetic comes to is seen before it is taken; what is still being typed is left in peace.
+/// What arithmetic comes to is seen before it is taken, and an amount past its limit as soon as it is; what is still
+/// being typed is left in peace.
 void Description::describeResult(EntryMoneyContent& money, const std::string& currency) const
 {
     const auto typed = money.amount.toStdString();
-    if (!m_submission.isEditing() || currency.empty() || !AmountExpression::isOne(typed))
+    if (!m_submission.isEditing() || currency.empty())
         return;
+    if (!AmountExpression::isOne(typed)) {
+        if (Money::parse(typed, currency, m_locale) == std::unexpected{MoneyError::outOfRange})
+            money.caution = qString(RangeLimit{RangeLimit::Of::amount, currency}.message(m_locale));
+        return;
+    }
     const auto result = AmountExpression::evaluate(typed, currency, m_locale);
     if (result)
         money.result = wordIn(m_locale, entryFormWords(), "result", {Money::format(*result, currency, m_locale)});

@@ -155,10 +155,13 @@ TEST(EntryForm, MarksABalanceThatCannotOrShouldNotBe)
 TEST(EntryForm, NamesTheLimitThatAnAmountExceeds)
 {
     const auto held = books().build();
-    auto now = EntryEdits::withAmount(opened("expense", "bank", held), "90,000,000,001");
+    constexpr auto limit = "The amount exceeds the supported range. The limit is IDR 90,000,000,000.";
+    auto now = EntryEdits::withAmount(opened("expense", "bank", held), "90,000,000,000");
+    EXPECT_EQ(shown(now, held).sent.caution, QString{});
+    now = EntryEdits::withAmount(now, "90,000,000,001");
+    EXPECT_EQ(shown(now, held).sent.caution.toStdString(), limit) << "while it is being typed";
     now = EntryEdits::leftAmount(now, EntryField::amount, "en-US");
-    EXPECT_EQ(shown(now, held).messages.at(EntryField::amount).toStdString(),
-              "The amount exceeds the supported range. The limit is IDR 90,000,000,000.");
+    EXPECT_EQ(shown(now, held).messages.at(EntryField::amount).toStdString(), limit);
 }
 
 TEST(EntryForm, OffersAnOpeningOnlyWhereOneIsMissing)
