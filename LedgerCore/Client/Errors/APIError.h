@@ -32,8 +32,6 @@ inline constexpr std::string_view alreadyAuthenticated = "ALREADY_AUTHENTICATED"
 inline constexpr std::string_view unknown = "UNKNOWN";
 inline constexpr std::string_view invalidInput = "INVALID_INPUT";
 inline constexpr std::string_view busy = "BUSY";
-inline constexpr std::string_view reportExportScopeChanged = "REPORT_EXPORT_SCOPE_CHANGED";
-inline constexpr std::string_view ledgerExportScopeChanged = "LEDGER_EXPORT_SCOPE_CHANGED";
 }
 
 /// A failure that the client makes itself, with one of `ClientCode` and no reply.
