@@ -92,17 +92,23 @@ Answer whyNotByBalances(const ReversalContext& context)
 ReversalContext ReversalRules::contextOf(const LedgerTransaction& entry, const VisibleBooks& books,
                                          std::string_view today)
 {
+    return contextOf(entry, books.snapshot(), books.hasRefunds(entry.id), today);
+}
+
+ReversalContext ReversalRules::contextOf(const LedgerTransaction& entry, const LedgerSnapshot& snapshot,
+                                         bool hasRefunds, std::string_view today)
+{
     ReversalContext context;
-    context.member = &books.snapshot().currentMember;
+    context.member = &snapshot.currentMember;
     context.today = today;
-    context.start = EntryDays::start(books.snapshot().financialSettings);
+    context.start = EntryDays::start(snapshot.financialSettings);
     context.original = &entry;
     for (const auto& leg : entry.legs) {
-        const auto* const account = books.account(leg.accountID);
+        const auto* const account = snapshot.account(leg.accountID);
         if (account && std::ranges::find(context.accounts, account) == context.accounts.end())
             context.accounts.push_back(account);
     }
-    context.refundsExist = entry.kind == EntryKind::income && books.hasRefunds(entry.id);
+    context.refundsExist = entry.kind == EntryKind::income && hasRefunds;
     return context;
 }
 

@@ -50,8 +50,11 @@ enum class Refusal {
     balanceLimit,
 };
 
-/// The context of an entry that a member sees, for a window: no day is judged until a command names one.
+/// The context of an entry that a member sees, for a window: no day is judged until a command names one. The second is
+/// for a window that knows by other means whether a refund that is not reversed names the entry.
 ReversalContext contextOf(const LedgerTransaction& entry, const VisibleBooks& books, std::string_view today);
+ReversalContext contextOf(const LedgerTransaction& entry, const LedgerSnapshot& snapshot, bool hasRefunds,
+                          std::string_view today);
 
 /// What keeps the member from reversing the entry at all, whatever the day and the reason; nothing when the reversal
 /// can be offered. The service may still know of an obstacle that the member does not see.

@@ -142,18 +142,9 @@ std::vector<Detail::Receipt> receiptsOf(const LedgerBook& book, const LedgerTran
 /// What keeps the member from undoing the entry, as far as these books tell.
 std::optional<Refusal> whyNotReverse(const LedgerBook& book, const LedgerTransaction& transaction)
 {
-    const auto& snapshot = book.snapshot();
-    ReversalContext context;
-    context.member = &snapshot.currentMember;
-    context.original = &transaction;
-    for (const auto& leg : transaction.legs) {
-        const auto* account = snapshot.account(leg.accountID);
-        if (account && std::ranges::find(context.accounts, account) == context.accounts.end())
-            context.accounts.push_back(account);
-    }
-    context.refundsExist = std::ranges::any_of(
+    const bool hasRefunds = std::ranges::any_of(
         book.refundsOf(transaction.id), [&](std::uint32_t refund) { return !book.transaction(refund).reversedBy; });
-    return ReversalRules::whyNot(context);
+    return ReversalRules::whyNot(ReversalRules::contextOf(transaction, book.snapshot(), hasRefunds, {}));
 }
 
 /// Without the right nothing is said: the member has no use for an action that is somebody else's.
