@@ -81,6 +81,11 @@ const WordTable& exportWords()
          "Ngày cuối cùng trước ngày đầu tiên.", "The last day is before the first."},
         {"kinds.none", "请至少选择一种记录类型。", "Pilih sedikitnya satu jenis catatan.",
          "Chọn ít nhất một loại bút toán.", "Choose at least one type of entry."},
+        {"lost", "%1（已无法查看）", "%1 (tidak terlihat lagi)", "%1 (không xem được nữa)", "%1 (no longer seen)"},
+        {"lost.takeOut", "已无法查看：%1。请在列表中取消勾选，再保存文件。",
+         "Tidak terlihat lagi: %1. Hapus centangnya dalam daftar agar berkas dapat disimpan.",
+         "Không xem được nữa: %1. Hãy bỏ chọn trong danh sách để lưu tệp.",
+         "No longer seen: %1. Untick this in the list to save the file."},
         {"failed", "无法创建导出文件。请重试。", "Berkas ekspor tidak dapat dibuat. Coba lagi.",
          "Không tạo được tệp xuất. Hãy thử lại.", "The export file could not be created. Try again."},
 

@@ -1,5 +1,6 @@
 #include "LedgerUI/Screens/Exports/LedgerExportFields.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QCheckBox>
@@ -19,6 +20,7 @@
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -51,6 +53,26 @@ QString summary(const std::vector<LedgerExport::Choice>& choices, const LedgerEx
     if (rest > 0)
         names = names.first(static_cast<qsizetype>(namedAtMost)) << QStringLiteral("+%1").arg(rest);
     return names.join(QStringLiteral(", "));
+}
+
+/// What is chosen but not seen any more stands below the rest, so that it can be taken out; returns its names.
+template <class NameOf>
+QStringList addLost(std::vector<LedgerExport::Choice>& choices, const LedgerExportForm::Choices& chosen, NameOf nameOf)
+{
+    QStringList names;
+    for (const auto& id : chosen) {
+        if (std::ranges::find(choices, id, &LedgerExport::Choice::id) != choices.end())
+            continue;
+        names << nameOf(id);
+        choices.push_back({id, word(exportWords(), "lost", {names.back().toStdString()})});
+    }
+    return names;
+}
+
+void presentLost(FieldError& error, const QStringList& names)
+{
+    const auto listedNames = listed(names, InterfaceLanguage::tag()).toStdString();
+    error.present(names.isEmpty() ? QString{} : word(exportWords(), "lost.takeOut", {listedNames}));
 }
 
 void presentField(ChoiceField& field, std::string_view name, std::string_view allKey,
@@ -283,12 +305,23 @@ void LedgerExportFields::presentSource(const Shown& shown)
 
 void LedgerExportFields::presentChoices(const LedgerSnapshot& snapshot)
 {
+    auto accounts = LedgerExport::accounts(snapshot);
+    for (const auto& [id, name] : accounts)
+        m_accountNames[id] = name;
+    const auto lostAccounts = addLost(accounts, m_form.accountIDs, [this](const std::string& id) {
+        const auto seen = m_accountNames.find(id);
+        return seen == m_accountNames.end() ? word(ledgerWords(), "account.hidden") : seen->second;
+    });
     m_accountsField->setLabel(text("accounts"));
-    presentField(*m_accounts, "accounts", "accounts.all", LedgerExport::accounts(snapshot), m_form.accountIDs);
+    presentField(*m_accounts, "accounts", "accounts.all", accounts, m_form.accountIDs);
+    presentLost(m_accountsField->error(), lostAccounts);
     m_accountsHint->setText(text("accounts.allHint"));
     m_accountsHint->setVisible(m_form.accountIDs.empty());
+    auto currencies = LedgerExport::currencies(snapshot);
+    const auto lostCurrencies = addLost(currencies, m_form.currencies, &qString);
     m_currenciesField->setLabel(text("currencies"));
-    presentField(*m_currencies, "currencies", "currencies.all", LedgerExport::currencies(snapshot), m_form.currencies);
+    presentField(*m_currencies, "currencies", "currencies.all", currencies, m_form.currencies);
+    presentLost(m_currenciesField->error(), lostCurrencies);
 }
 
 void LedgerExportFields::presentKinds(const LedgerSnapshot& snapshot)

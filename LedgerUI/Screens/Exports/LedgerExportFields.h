@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -56,7 +57,8 @@ private:
     [[nodiscard]] static QString sourceText(LedgerExportForm::Source source, std::size_t selected);
 
     std::vector<LedgerExportForm::Source> m_sources;
-    LedgerExportForm m_form; // in sight
+    LedgerExportForm m_form;                       // in sight
+    std::map<std::string, QString> m_accountNames; // of all that were seen since it was opened
     SegmentedControl* m_source = nullptr;
     FormField* m_sourceField = nullptr;
     TextLabel* m_facts = nullptr;

@@ -143,6 +143,29 @@ TEST(LedgerExportDialog, ClosesAnOpenListByCtrlReturnAndKeepsWhatIsTicked)
     under.waitForCounts("2", "2");
 }
 
+TEST(LedgerExportDialog, NamesAnAccountThatIsNotSeenAnyMoreSoThatItCanBeTakenOut)
+{
+    ExportUnderTest under;
+    under.open();
+    under.screen.press("exportAccounts");
+    under.screen.pressRow("choices", "Savings");
+    under.screen.pressRow("choices", "Operating bank");
+    under.screen.keys("Esc");
+    under.waitForCounts("3", "4");
+    SnapshotBuilder fewer;
+    fewer.account("Operating bank", {"IDR", "USD"}).grantAll().category("power", "expense", "Electricity");
+    fewer.expense("e2", "2026-11-05", "Operating bank", "IDR", 400'000'000, "power");
+    under.server.replace("GET v1/snapshot", ServerReply::json(fewer.json()));
+    require(resultOf(under.store.refresh(true)).has_value(), "the books are loaded");
+    under.screen.waitForText("No longer seen: Savings.");
+    EXPECT_EQ(under.screen.read("exportAccounts"), "Operating bank, Savings (no longer seen)");
+    under.screen.press("exportAccounts");
+    under.screen.pressRow("choices", "Savings");
+    under.waitForCounts("1", "1");
+    EXPECT_EQ(under.screen.read("exportAccounts"), "Operating bank");
+    EXPECT_FALSE(under.screen.says("No longer seen"));
+}
+
 TEST(LedgerExportDialog, SaysWhatIsWrongAndKeepsWhatWasTyped)
 {
     ExportUnderTest under;
