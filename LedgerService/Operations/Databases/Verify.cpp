@@ -146,8 +146,8 @@ constexpr std::array rowChecks{
     R"sql(
     SELECT 'company ' || e.company_id || ': entry ' || e.id || ': no command has recorded it'
     FROM entries e JOIN companies c ON c.id = e.company_id
-    WHERE e.sequence > c.audited_from AND e.capital_contribution_id IS NULL AND e.dividend_movement_id IS NULL
-        AND (e.company_id || ' ' || e.id) NOT IN
+    WHERE e.sequence > c.audited_from AND e.reversal_of IS NULL AND e.capital_contribution_id IS NULL
+        AND e.dividend_movement_id IS NULL AND (e.company_id || ' ' || e.id) NOT IN
             (SELECT company_id || ' ' || substr(outcome, 7) FROM commands WHERE outcome LIKE 'entry:%'))sql",
     R"sql(
     SELECT 'company ' || d.company_id || ': member ' || d.member_id || ': a draft of what is recorded'
