@@ -64,6 +64,16 @@ int RecordModel::columnCount(const QModelIndex& parent) const
     return parent.isValid() ? 0 : static_cast<int>(m_shown.columns.size());
 }
 
+QString RecordModel::toolTipOf(int row) const
+{
+    QStringList lines;
+    for (const int each : m_told) {
+        if (const auto& text = cell(row, each).text; !text.isEmpty())
+            lines << m_shown.columns[static_cast<std::size_t>(each)].head + QStringLiteral(": ") + text;
+    }
+    return lines.join(QLatin1Char{'\n'});
+}
+
 QVariant RecordModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid())
@@ -71,6 +81,8 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const
     const auto& shown = cell(index.row(), index.column());
     if (role == Qt::DisplayRole)
         return shown.text;
+    if (role == Qt::ToolTipRole)
+        return toolTipOf(index.row());
     if (role != Qt::AccessibleTextRole)
         return {};
     QStringList parts{shown.spoken.isEmpty() ? shown.text : shown.spoken, shown.chip, shown.second};

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <utility>
+#include <vector>
+
 #include "LedgerUI/Presentation/Records/RecordRow.h"
 #include "LedgerUI/Presentation/Table/RowModel.h"
 
@@ -12,6 +15,8 @@ public:
     void present(RecordRows rows);
 
     [[nodiscard]] const RecordRows& shown() const { return m_shown; }
+    /// What these columns would show of a row stands in its tool tip: they have no room.
+    void tellInToolTips(std::vector<int> columns) { m_told = std::move(columns); }
     /// The cell at this place; an empty one where the row has none.
     [[nodiscard]] const RecordCell& cell(int row, int column) const;
 
@@ -28,6 +33,9 @@ protected:
     void insert(const RowChange::Range& rows) override;
 
 private:
+    [[nodiscard]] QString toolTipOf(int row) const;
+
     RecordRows m_shown;
+    std::vector<int> m_told;
     std::vector<RecordRow> m_next; // the rows of now, while a change is announced
 };

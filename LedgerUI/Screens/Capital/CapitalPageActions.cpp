@@ -204,16 +204,16 @@ std::vector<Action> CapitalPageActions::chosenActions(const CapitalFocus& focus)
                 [this, entry] { Q_EMIT entryWanted(QString::fromStdString(entry.value_or(""))); })};
 }
 
-/// Each section from its own tab, and the first of them from the overview.
+/// Each section from its own tab, and the first of them that may be exported from the overview.
 std::vector<Action> CapitalPageActions::exportActions(const CapitalFocus& focus)
 {
-    const auto& member = m_store.snapshot()->currentMember;
-    const bool isCapital = focus.tab == CapitalModuleTab::contributions ||
-                           (focus.tab == CapitalModuleTab::overview && MemberRights::canOpenContributions(member));
-    auto capital =
-        act("exportCapital", {}, isCapital && m_store.canExportCapital(), [this] { m_export->saveCapital(); });
-    auto dividends = act("exportDividends", {}, !isCapital && MemberRights::canExportDividends(member),
-                         [this] { m_export->saveDividends(); });
+    const bool mayCapital = m_store.canExportCapital();
+    const bool isCapital =
+        focus.tab == CapitalModuleTab::contributions || (focus.tab == CapitalModuleTab::overview && mayCapital);
+    auto capital = act("exportCapital", {}, isCapital && mayCapital, [this] { m_export->saveCapital(); });
+    auto dividends =
+        act("exportDividends", {}, !isCapital && MemberRights::canExportDividends(m_store.snapshot()->currentMember),
+            [this] { m_export->saveDividends(); });
     dividends.hint = word(capitalWords(), "action.exportDividends.hint");
     for (auto* each : {&capital, &dividends}) {
         each->glyph = QStringLiteral("box-arrow-up");

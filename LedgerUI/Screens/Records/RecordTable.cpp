@@ -136,10 +136,12 @@ void RecordTable::layOut()
         setColumnHidden(at, false);
     }
     const int room = viewport()->width();
+    std::vector<int> hidden;
     for (int at = 0; at < count && needed > room; ++at) {
         if (columns[static_cast<std::size_t>(at)].room != ColumnRoom::mayGo)
             continue;
         setColumnHidden(at, true);
+        hidden.push_back(at);
         needed -= widths[static_cast<std::size_t>(at)];
     }
     for (int at = 0; at < count; ++at) {
@@ -149,7 +151,9 @@ void RecordTable::layOut()
     }
     heads().fitHeight();
     fitHeight();
+    m_parts->total->setToolTip(hidden.empty() ? QString{} : m_parts->total->accessibleName());
     m_parts->total->update();
+    m_parts->model->tellInToolTips(std::move(hidden));
 }
 
 void RecordTable::fitHeight()

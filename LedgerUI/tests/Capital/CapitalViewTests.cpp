@@ -613,6 +613,16 @@ TEST(CapitalView, SavesTheSectionOfTheTabAsATable)
               DividendCSV::render(*sample.books().dividends, "en-US"));
 }
 
+TEST(CapitalView, SavesFromTheOverviewWhatMayBeSaved)
+{
+    auto sample = capitalSample();
+    sample.books().currentMember.role = "partner";
+    sample.books().currentMember.permissions = {{"viewCapital", "viewDividends", "exportData"}};
+    Page page{sample};
+    EXPECT_TRUE(page.screen.shows("exportDividendsButton"));
+    EXPECT_FALSE(page.screen.shows("exportCapitalButton"));
+}
+
 TEST(CapitalView, LeavesRoomForTheCurrenciesInTheHeader)
 {
     auto sample = capitalSample();
