@@ -120,7 +120,7 @@ TEST(Conflicts, HaveTheOperatorsWorkDoneAnew)
     injectConflicts(service, 3, "40001", "UPDATE ON users");
     Connection connection{service.databaseFile()};
     EXPECT_EQ(ManagePeople::deactivate(connection, "mira@sample.example"), std::nullopt);
-    EXPECT_EQ(signIn(service).status, 401);
+    EXPECT_EQ(signIn(service).code(), "inactive_member");
 }
 
 TEST(Conflicts, HaveASignInWrittenAnewAndCountedOnce)
