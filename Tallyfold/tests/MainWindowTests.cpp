@@ -180,7 +180,7 @@ TEST_F(Window, HasEveryDialogOverTheFormAskFirst)
     screen.press("entryCategoryNew");
     screen.waitForFocus("categoryDialog");
     EXPECT_FALSE(window.close());
-    screen.waitForText("Discard the changes to the category?");
+    screen.waitForText("Discard changes?");
     screen.press("questionCancel");
     EXPECT_EQ(screen.read("categoryName.en-US"), "Parking");
     EXPECT_FALSE(window.close());
