@@ -21,9 +21,9 @@ struct Pace {
 
 /// A client that asks and does not read holds a block or two. So the first ones, which mostly go to the buffers of the
 /// system, are small; a client that has taken this much is seen to read.
-constexpr Pace first{.blockBytes = 64 * 1024, .changesAtOnce = 1024};
-constexpr Pace further{.blockBytes = 256 * 1024, .changesAtOnce = 4096};
-constexpr std::size_t seenToRead = 4 * 1024 * 1024;
+constexpr Pace first{.blockBytes = std::size_t{64} * 1024, .changesAtOnce = 1024};
+constexpr Pace further{.blockBytes = std::size_t{256} * 1024, .changesAtOnce = 4096};
+constexpr std::size_t seenToRead = std::size_t{4} * 1024 * 1024;
 
 /// Fragments taken by one query.
 constexpr int fragmentsAtOnce = 1024;

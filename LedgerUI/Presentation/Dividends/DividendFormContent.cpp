@@ -254,7 +254,9 @@ QString previewOfReversal(const DividendMovement& original, const Ground& ground
 QString previewOfFilling(std::string_view day, const Ground& ground)
 {
     const auto& capital = ground.snapshot.capital;
-    const auto* shares = capital ? CapitalMath::ownershipInForce(*capital, day) : nullptr;
+    if (!capital)
+        return {};
+    const auto* shares = CapitalMath::ownershipInForce(*capital, day);
     if (!shares)
         return {};
     const auto& known = ground.form.captured.participants;
