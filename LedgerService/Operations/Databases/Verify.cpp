@@ -141,8 +141,8 @@ constexpr std::array rowChecks{
     R"sql(
     SELECT 'company ' || company_id || ': ' || COUNT(*) || ' commands have the outcome ' || outcome FROM commands
     WHERE outcome LIKE 'entry:%' GROUP BY company_id, outcome HAVING COUNT(*) > 1)sql",
-    // Sent again, an entry whose command is lost would be recorded once more. What capital and dividends book belongs
-    // to their own commands, and what was there before the audit trail has none.
+    // Sent again, an entry whose command is lost would be recorded once more. A reversal never is; what capital and
+    // dividends book belongs to their own commands, and what was there before the audit trail has none.
     R"sql(
     SELECT 'company ' || e.company_id || ': entry ' || e.id || ': no command has recorded it'
     FROM entries e JOIN companies c ON c.id = e.company_id
