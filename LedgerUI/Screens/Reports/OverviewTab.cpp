@@ -225,7 +225,7 @@ void OverviewTab::presentCategories(const Categories& shown, const ReportGrid& g
     shown.none->setVisible(grid.rows.empty());
 }
 
-/// The chart's title is said by the tab and the chosen currency, where there is little room.
+/// Where there is little room the chart says its currency alone: what it shows stands in its legend.
 void OverviewTab::resizeEvent(QResizeEvent* event)
 {
     ReportTab::resizeEvent(event);
@@ -233,7 +233,6 @@ void OverviewTab::resizeEvent(QResizeEvent* event)
     const auto& extent = isNarrow ? narrow : wide;
     m_chart->setMinimumHeight(extent.chartHeight);
     m_chartTitle->setVisible(!isNarrow);
-    m_chartCurrency->setVisible(!isNarrow);
     m_expenses.table->showWhole(extent.categories);
     m_income.table->showWhole(extent.categories);
     m_attention->showFirst(extent.attention);
