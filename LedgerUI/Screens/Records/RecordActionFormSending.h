@@ -3,6 +3,7 @@
 #include <QCoro/QCoroTask>
 
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Presentation/Records/RecordDraft.h"
 #include "LedgerUI/Screens/Records/RecordActionForm.h"
 #include "LedgerUI/Screens/Records/RecordFormBody.h"
 #include "LedgerUI/Screens/Records/RecordReceipts.h"

@@ -8,6 +8,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Records/RecordDraft.h"
 #include "LedgerUI/Screens/Records/RecordActionForm.h"
 #include "LedgerUI/Screens/Records/RecordFormBody.h"
 #include "LedgerUI/Screens/Records/RecordReceipts.h"
