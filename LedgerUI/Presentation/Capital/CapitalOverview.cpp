@@ -52,6 +52,17 @@ bool hasFigures(const CapitalParticipantSummary& row)
     return row.recordedMinor != 0 || row.periodMinor.value_or(0) != 0 || row.ownershipBps.value_or(0) != 0;
 }
 
+bool isListedOwner(std::size_t at, const Figures& figures)
+{
+    return !figures.capital->participants[at].archived || hasFigures(figures.contributed.participants[at]);
+}
+
+bool isListedParticipant(std::size_t at, const Figures& figures)
+{
+    return !figures.dividends->participants[at].archived || hasFigures(figures.distributed.participants[at]);
+}
+
+/// Everybody who is not archived, as owner or as participant, and who is archived but has figures.
 std::vector<Person> peopleOf(const Figures& figures)
 {
     std::vector<Person> people;
@@ -65,15 +76,13 @@ std::vector<Person> peopleOf(const Figures& figures)
         }
         if (person.participant)
             isTaken[*person.participant] = true;
-        const bool isShown = !owner.archived || hasFigures(figures.contributed.participants[at]) ||
-                             (person.participant && hasFigures(figures.distributed.participants[*person.participant]));
-        if (isShown)
+        if (isListedOwner(at, figures) || (person.participant && isListedParticipant(*person.participant, figures)))
             people.push_back(person);
     }
     for (std::size_t at = 0; figures.dividends && at < isTaken.size(); ++at) {
-        const auto& participant = figures.dividends->participants[at];
-        if (!isTaken[at] && (!participant.archived || hasFigures(figures.distributed.participants[at])))
-            people.push_back({.name = qString(participant.name), .owner = {}, .participant = at});
+        if (!isTaken[at] && isListedParticipant(at, figures))
+            people.push_back(
+                {.name = qString(figures.dividends->participants[at].name), .owner = {}, .participant = at});
     }
     return people;
 }

@@ -106,6 +106,18 @@ TEST(CapitalOverview, ListsAnArchivedOwnerWhoseContributionWasTakenBackInAnother
     EXPECT_EQ(shown->owners.total->cells[3].text, QStringLiteral("−10")) << "as the summary says";
 }
 
+TEST(CapitalOverview, ListsWhoStillTakesPartInDividendsAfterLeavingTheOwners)
+{
+    CapitalSample sample{capitalGround()};
+    sample.owner("Budi").owner("Chen").archiveOwner("c1", "Budi").archiveOwner("c2", "Chen");
+    sample.participant("Budi", "100").participant("Chen", "0");
+    sample.books().dividends->participants.back().archived = true;
+    const auto shown = CapitalOverviews::overview(sample.books(), year2026(), today, english);
+    ASSERT_EQ(shown->owners.rows.size(), 1U) << "Chen is neither any more and has no figures";
+    EXPECT_EQ(shown->owners.rows[0].cells[0].text, QStringLiteral("Budi"));
+    EXPECT_EQ(shown->participants, std::vector<std::string>{"d1"}) << "whose settlement the row leads to";
+}
+
 TEST(CapitalOverview, LeavesTheCumulativeColumnOutWhileTheHistoryIsUnknown)
 {
     CapitalSample sample{capitalGround()};
