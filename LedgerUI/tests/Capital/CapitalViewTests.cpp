@@ -288,24 +288,6 @@ TEST(CapitalView, BeginsInACompanyWithoutAccounts)
     EXPECT_EQ(page.screen.read("recordRow0"), "0") << "what was paid in before needs no account";
 }
 
-TEST(CapitalView, OpensTheSettlementOfTheParticipantThatIsPressedAndOfNobodyElse)
-{
-    CapitalSample sample{capitalGround()};
-    sample.participant("Budi", "100").participant("Chen", "0").participant("Huong", "0");
-    sample.allocate("2026-03-31", "2026 Q1", "IDR", "1,000", {{"d1", "100"}});
-    sample.advance("2026-04-01", "d2", "IDR", "400", "Operating bank");
-    Page page{sample};
-    page.screen.pressRow("ownersTable", "Huong");
-    page.screen.keys("Return");
-    page.screen.waitUntil("that there is none is said", [&] {
-        return page.screen.spoken("statusBar").starts_with("This participant has no allocation and no advance in IDR.");
-    });
-    EXPECT_TRUE(page.screen.shows("ownersTable"));
-    page.screen.pressRow("ownersTable", "Chen");
-    page.screen.keys("Return");
-    page.screen.waitForText("Paid in advance on 1 April 2026");
-}
-
 TEST(CapitalView, SaysWhyALatestRecordLeadsToNoEntry)
 {
     auto sample = capitalSample();
