@@ -72,26 +72,18 @@ void CapitalClerk::pay(const Payment& payment)
 {
     const auto now = books();
     const auto context = DividendContext::of(*now);
-    send(DividendCommands::pay(
-        context, issue(),
-        {.batchID = idOf(context.state.batches, payment.period, &DividendBatch::period),
-         .participantID = idOf(context.state.participants, payment.person, &DividendParticipant::name),
-         .amount = payment.amount,
-         .accountID = accountID(payment.account)},
-        language));
-}
-
-void CapitalClerk::payAhead(const Payment& payment)
-{
-    const auto now = books();
-    const auto context = DividendContext::of(*now);
-    send(DividendCommands::advance(
-        context, issue(),
-        {.participantID = idOf(context.state.participants, payment.person, &DividendParticipant::name),
-         .currency = currency,
-         .amount = payment.amount,
-         .accountID = accountID(payment.account)},
-        language));
+    const auto person = idOf(context.state.participants, payment.person, &DividendParticipant::name);
+    const auto account = accountID(payment.account);
+    if (payment.period.empty())
+        return send(DividendCommands::advance(
+            context, issue(),
+            {.participantID = person, .currency = currency, .amount = payment.amount, .accountID = account}, language));
+    send(DividendCommands::pay(context, issue(),
+                               {.batchID = idOf(context.state.batches, payment.period, &DividendBatch::period),
+                                .participantID = person,
+                                .amount = payment.amount,
+                                .accountID = account},
+                               language));
 }
 
 SnapshotPointer CapitalClerk::books()

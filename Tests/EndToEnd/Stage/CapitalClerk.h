@@ -19,7 +19,7 @@ public:
         std::string amount;
     };
     struct Payment {
-        std::string period;
+        std::string period = {}; // empty: in advance of any
         std::string person;
         std::string account;
         std::string amount;
@@ -33,8 +33,6 @@ public:
     /// By the default ratios.
     void allocate(const std::string& period, const std::string& amount);
     void pay(const Payment& payment);
-    /// Pays in advance of any period.
-    void payAhead(const Payment& payment);
 
     /// The books as the service has them now.
     [[nodiscard]] SnapshotPointer books();

@@ -46,7 +46,7 @@ void keepBooks(CapitalClerk& clerk)
     clerk.allocate(quarter, "100000");
     clerk.pay({.period = quarter, .person = "Budi Santoso", .account = "Operating bank", .amount = "21000"});
     clerk.pay({.period = quarter, .person = "Chen Siyuan", .account = "Second bank", .amount = "13000"});
-    clerk.payAhead({.period = {}, .person = "Budi Santoso", .account = "Operating bank", .amount = "5000"});
+    clerk.pay({.person = "Budi Santoso", .account = "Operating bank", .amount = "5000"});
 }
 
 std::string invite(Colleague& ratna, CapitalClerk& clerk, const Partner& partner)
