@@ -111,11 +111,19 @@ Refused whyNotSetVisibility(const DividendCommand& command, const DividendContex
     return command.showInSidebar ? std::nullopt : std::optional{visibilityRequired};
 }
 
+/// Whether the shares are those of the whole company; parts of it would make ratios that no allocation takes.
+bool isComplete(const CapitalOwnershipVersion& shares)
+{
+    std::int64_t sum = 0;
+    for (const auto& line : shares.entries)
+        sum += line.ownershipBps;
+    return sum == BasisPoints::whole;
+}
+
 Refused whyNotFillFromOwnership(const DividendCommand& command, const DividendContext& context)
 {
-    return context.capital && CapitalMath::ownershipInForce(*context.capital, command.date)
-               ? std::nullopt
-               : std::optional{ownershipMissing};
+    const auto* shares = context.capital ? CapitalMath::ownershipInForce(*context.capital, command.date) : nullptr;
+    return shares && isComplete(*shares) ? std::nullopt : std::optional{ownershipMissing};
 }
 
 Refused refusalOf(DividendError error)
@@ -226,12 +234,20 @@ bool isSettled(const DividendState& state, std::optional<std::string> DividendMo
     });
 }
 
+/// Nothing is undone in a currency whose records break a rule: what it would leave cannot be told.
+Refused whyNotSound(const DividendState& state, std::string_view currency)
+{
+    return DividendBook::create(state, currency, std::nullopt) ? std::nullopt : std::optional{integrity};
+}
+
 Refused whyNotCancelBatch(const DividendCommand& command, const DividendContext& context)
 {
     const auto* batch = find(std::span{context.state.batches}, command.batchID);
     if (!batch || batch->cancelled)
         return batchUnavailable;
-    return isSettled(context.state, &DividendMovement::batchID, batch->id) ? std::optional{dependencies} : std::nullopt;
+    return isSettled(context.state, &DividendMovement::batchID, batch->id)
+               ? std::optional{dependencies}
+               : whyNotSound(context.state, batch->currency);
 }
 
 Refused whyNotReverse(const DividendCommand& command, const DividendContext& context)
@@ -245,8 +261,7 @@ Refused whyNotReverse(const DividendCommand& command, const DividendContext& con
         return noAuthority;
     if (movement->kind == Kind::advance && isSettled(context.state, &DividendMovement::advanceID, movement->id))
         return dependencies;
-    return DividendBook::create(context.state, movement->currency, std::nullopt) ? std::nullopt
-                                                                                 : std::optional{integrity};
+    return whyNotSound(context.state, movement->currency);
 }
 
 using Rule = Refused (*)(const DividendCommand&, const DividendContext&);

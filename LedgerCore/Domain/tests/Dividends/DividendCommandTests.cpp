@@ -234,6 +234,12 @@ INSTANTIATE_TEST_SUITE_P(
                         s.dividends->movements[1].amountMinor = 3001;
                         return pay(s, "1");
                     },
+                    integrity},
+        CommandCase{"CancelInABrokenSection",
+                    [](auto& s) {
+                        s.dividends->movements[1].amountMinor = 3001;
+                        return DividendCommands::cancelBatch(DividendContext::of(s), issue(), "q2", "");
+                    },
                     integrity}),
     [](const auto& each) { return std::string{each.param.name}; });
 

@@ -69,6 +69,8 @@ TEST(DividendCommand, CopiesTheSharesOnlyByRightAndOnlyWhenTheyAreInForce)
     };
     EXPECT_EQ(on("2026-01-01").value().action, "fillFromOwnership");
     EXPECT_EQ(on("2025-12-31").error(), DividendRefusal::ownershipMissing);
+    snapshot.capital->ownershipVersions.front().entries.front().ownershipBps = 9'999;
+    EXPECT_EQ(on("2026-01-01").error(), DividendRefusal::ownershipMissing) << "part of the company is not all of it";
     snapshot.capital.reset();
     EXPECT_EQ(on("2026-01-01").error(), DividendRefusal::ownershipMissing);
     member.permissions = {"manageCompany", "viewDividends"};
