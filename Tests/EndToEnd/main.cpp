@@ -25,8 +25,6 @@ namespace {
 
 struct Options {
     std::string service;
-    std::string database;
-    std::string listen = "127.0.0.1:0";
     std::string screens;
     std::string reader;
     std::string typist;
@@ -41,9 +39,6 @@ void describe(CLI::App& command, Options& options)
     for (const auto& story : stories())
         names.emplace_back(story.name);
     command.add_option("--service", options.service, "The program tallyfold-service")->required();
-    command.add_option("--database", options.database, "The file of the books; a new one that is removed by default");
-    command.add_option("--listen", options.listen, "Where the service listens; port 0 picks a free one")
-        ->capture_default_str();
     command.add_option("--screens", options.screens, "Folder for the pictures")->required();
     command.add_option("--reader", options.reader,
                        "A program that says at each picture what is wrong with it for somebody who cannot see it");
@@ -84,32 +79,38 @@ void tell(const Story& story, StoryTeller& teller, ServiceChild& service, const 
     }
 }
 
+bool isTold(const Story& story, const Options& options)
+{
+    if (options.chosen.empty())
+        return options.hasKeyring || !story.needsKeyring;
+    return std::ranges::find(options.chosen, story.name) != options.chosen.end();
+}
+
+// Each on a service and on books of its own: what one story leaves behind is in no other's way.
 int tellAll(const Options& options)
 {
     const QTemporaryDir temporary;
-    const auto file = options.database.empty() ? temporary.filePath(QStringLiteral("books.sqlite"))
-                                               : QString::fromStdString(options.database);
-    ServiceChild service{QString::fromStdString(options.service), file, QString::fromStdString(options.listen)};
     StoryTeller teller{QDir{QString::fromStdString(options.screens)}};
     try {
         if (!options.reader.empty())
             teller.readBy(QString::fromStdString(options.reader));
-        expect(service.start(), QStringLiteral("the ledger service starts"));
         auto* const keyring = options.hasKeyring ? &PrivateKeyring::shared() : nullptr;
         for (const auto& story : stories()) {
-            const bool isChosen = std::ranges::find(options.chosen, story.name) != options.chosen.end();
-            if (options.chosen.empty() ? keyring || !story.needsKeyring : isChosen)
-                tell(story, teller, service, file, keyring);
+            if (!isTold(story, options))
+                continue;
+            const auto books = temporary.filePath(qString(story.name) + QStringLiteral(".sqlite"));
+            ServiceChild service{QString::fromStdString(options.service), books};
+            expect(service.start(), QStringLiteral("the ledger service starts"));
+            tell(story, teller, service, books, keyring);
+            expect(service.stop(), QStringLiteral("the ledger service ends cleanly when asked to"));
         }
-        expect(service.stop(), QStringLiteral("the ledger service ends cleanly when asked to"));
     } catch (const ScreenFailure& failure) {
         std::fprintf(stderr, "%s\n", failure.what());
         return 1;
     }
-    std::printf("Done: %d pictures in %s, books in %s\n", teller.steps(), options.screens.c_str(), qPrintable(file));
+    std::printf("Done: %d pictures in %s\n", teller.steps(), options.screens.c_str());
     return 0;
 }
-
 }
 
 int main(int argc, char** argv)

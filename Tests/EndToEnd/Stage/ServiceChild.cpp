@@ -15,8 +15,8 @@ constexpr int stopMilliseconds = 10'000;
 
 }
 
-ServiceChild::ServiceChild(QString program, QString database, QString listen)
-    : m_program(std::move(program)), m_database(std::move(database)), m_listen(std::move(listen))
+ServiceChild::ServiceChild(QString program, QString database)
+    : m_program(std::move(program)), m_database(std::move(database))
 {
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
 }

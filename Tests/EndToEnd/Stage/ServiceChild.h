@@ -6,7 +6,7 @@
 /// The ledger service as a process of its own, on a real database file; stopped with the object.
 class ServiceChild {
 public:
-    ServiceChild(QString program, QString database, QString listen);
+    ServiceChild(QString program, QString database);
     ~ServiceChild();
 
     /// Starts the service and waits until it answers; says on standard error why it did not.
@@ -30,7 +30,7 @@ public:
 private:
     QString m_program;
     QString m_database;
-    QString m_listen;
+    QString m_listen = QStringLiteral("127.0.0.1:0"); // from the first start on the address that it was given
     QString m_address;
     QProcess m_process;
 };
