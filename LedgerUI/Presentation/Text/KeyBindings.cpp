@@ -43,9 +43,19 @@ constexpr std::array bindings{
     KeyBinding{Command::importRows, KeyScope::ledger, "Ctrl+I", "importRows"},
     KeyBinding{Command::confirmForm, KeyScope::form, "Ctrl+Return Ctrl+Enter", "confirmForm"},
     KeyBinding{Command::confirmAndNew, KeyScope::form, "Ctrl+Shift+Return Ctrl+Shift+Enter", "confirmAndNew"},
-    KeyBinding{Command::laterDay, KeyScope::form, "+ Up", "laterDay"},
-    KeyBinding{Command::earlierDay, KeyScope::form, "- Down", "earlierDay"},
+    KeyBinding{Command::calculate, KeyScope::form, "+ - * /", "calculate"},
+    KeyBinding{Command::calculated, KeyScope::form, "=", "calculated"},
     KeyBinding{Command::pasteReceipts, KeyScope::form, "Ctrl+V", "pasteReceipts"},
+    KeyBinding{Command::laterDay, KeyScope::day, "+ Up", "laterDay"},
+    KeyBinding{Command::earlierDay, KeyScope::day, "- Down", "earlierDay"},
+    KeyBinding{Command::openCalendar, KeyScope::day, "Alt+Down", "openCalendar"},
+    KeyBinding{Command::turnMonth, KeyScope::day, "PgUp PgDown", "turnMonth"},
+    KeyBinding{Command::listEnds, KeyScope::list, "Home End", "listEnds"},
+    KeyBinding{Command::moveCategory, KeyScope::list, "Alt+Up Alt+Down", "moveCategory"},
+    KeyBinding{Command::foldCategory, KeyScope::list, "Left Right", "foldCategory"},
+    KeyBinding{Command::toggleRight, KeyScope::rights, "Space", "toggleRight"},
+    KeyBinding{Command::toggleAccountRights, KeyScope::rights, "Shift+Space", "toggleAccountRights"},
+    KeyBinding{Command::toggleRightEverywhere, KeyScope::rights, "Ctrl+Space", "toggleRightEverywhere"},
 };
 
 const KeyBinding& binding(Command command)

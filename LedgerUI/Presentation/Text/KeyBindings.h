@@ -40,15 +40,25 @@ enum class Command {
     print,
     confirmForm,
     confirmAndNew,
+    calculate,
+    calculated,
+    pasteReceipts,
     laterDay,
     earlierDay,
-    pasteReceipts,
+    openCalendar,
+    turnMonth,
+    listEnds,
+    moveCategory,
+    foldCategory,
+    toggleRight,
+    toggleAccountRights,
+    toggleRightEverywhere,
     companies,
     settings,
 };
 
 /// Where a key works; the parts of the list of all keys.
-enum class KeyScope { everywhere, ledger, form };
+enum class KeyScope { everywhere, ledger, form, day, list, rights };
 
 /// A command with its keys, and the row of keyWords() that says what it does.
 struct KeyBinding {

@@ -15,6 +15,9 @@ constexpr std::array scopes{
     std::pair{KeyScope::everywhere, "everywhere"},
     std::pair{KeyScope::ledger, "ledger"},
     std::pair{KeyScope::form, "form"},
+    std::pair{KeyScope::day, "day"},
+    std::pair{KeyScope::list, "list"},
+    std::pair{KeyScope::rights, "rights"},
 };
 
 QString native(const QKeySequence& keys)
@@ -22,11 +25,20 @@ QString native(const QKeySequence& keys)
     return keys.toString(QKeySequence::NativeText);
 }
 
-KeyLine pagesLine(std::string_view locale)
+KeyLine rangeLine(const QKeySequence& first, const QKeySequence& last, const QString& text)
 {
-    const auto first = KeyBindings::pageKeys(0).first();
-    const auto last = KeyBindings::pageKeys(KeyBindings::boundPages - 1).first();
-    return {.keys = native(first) + QStringLiteral(" … ") + native(last), .text = wordIn(locale, keyWords(), "pages")};
+    return {.keys = native(first) + QStringLiteral(" … ") + native(last), .text = text};
+}
+
+/// What is done by whichever key of several.
+void addRanges(KeySection& section, KeyScope scope, std::string_view locale)
+{
+    if (scope == KeyScope::everywhere)
+        section.lines.push_back(rangeLine(KeyBindings::pageKeys(0).first(),
+                                          KeyBindings::pageKeys(KeyBindings::boundPages - 1).first(),
+                                          wordIn(locale, keyWords(), "pages")));
+    if (scope == KeyScope::day)
+        section.lines.push_back(rangeLine(Qt::Key_0, Qt::Key_9, wordIn(locale, keyWords(), "typeDay")));
 }
 
 }
@@ -44,8 +56,7 @@ std::vector<KeySection> keyHelp(std::string_view locale)
                 keys << native(each);
             section.lines.push_back({.keys = listed(keys, locale), .text = wordIn(locale, keyWords(), binding.words)});
         }
-        if (scope == KeyScope::everywhere)
-            section.lines.push_back(pagesLine(locale));
+        addRanges(section, scope, locale);
         sections.push_back(std::move(section));
     }
     return sections;

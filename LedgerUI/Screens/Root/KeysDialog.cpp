@@ -6,11 +6,14 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
@@ -20,8 +23,6 @@
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
-
-constexpr int dialogWidth = 700;
 
 /// One section under its heading: keys at the left, what they do beside them.
 QWidget* sectionView(const KeySection& section)
@@ -75,16 +76,18 @@ KeysDialog::KeysDialog(QWidget* parent) : QDialog{parent}
     setWindowModality(Qt::WindowModal);
     setAttribute(Qt::WA_DeleteOnClose);
     m_scroll = new QScrollArea(this);
+    m_scroll->setObjectName(QStringLiteral("keysScroll"));
     m_scroll->setWidgetResizable(true);
     m_scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_scroll->setFocusPolicy(Qt::NoFocus);
+    m_scroll->setFocusPolicy(Qt::StrongFocus); // whose keys scroll
+    speakAsGroup(*m_scroll);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addWidget(m_scroll, 1);
     layout->addWidget(buildFoot());
     present();
-    m_close->setFocus();
+    m_scroll->setFocus();
 }
 
 void KeysDialog::changeEvent(QEvent* event)
@@ -92,6 +95,24 @@ void KeysDialog::changeEvent(QEvent* event)
     if (event->type() == QEvent::LanguageChange)
         present();
     QDialog::changeEvent(event);
+}
+
+/// What the list leaves over, or the button has no use for.
+void KeysDialog::keyPressEvent(QKeyEvent* event)
+{
+    auto& bar = *m_scroll->verticalScrollBar();
+    switch (event->key()) {
+    case Qt::Key_Home:
+        return bar.triggerAction(QAbstractSlider::SliderToMinimum);
+    case Qt::Key_End:
+        return bar.triggerAction(QAbstractSlider::SliderToMaximum);
+    case Qt::Key_PageUp:
+        return bar.triggerAction(QAbstractSlider::SliderPageStepSub);
+    case Qt::Key_PageDown:
+        return bar.triggerAction(QAbstractSlider::SliderPageStepAdd);
+    default:
+        QDialog::keyPressEvent(event);
+    }
 }
 
 QWidget* KeysDialog::buildFoot()
@@ -135,6 +156,7 @@ void KeysDialog::present()
     m_close->setText(word(dialogWords(), "close"));
     setWindowTitle(word(keyWords(), "title"));
     setAccessibleName(windowTitle());
+    m_scroll->setAccessibleName(windowTitle());
     setAccessibleDescription(spoken(sections));
     fit(*body);
 }
@@ -144,6 +166,7 @@ void KeysDialog::fit(const QWidget& body)
 {
     const auto* const behind = parentWidget() ? parentWidget()->window() : this;
     const auto room = behind->size().boundedTo(screen()->availableSize());
-    const int wanted = body.layout()->heightForWidth(dialogWidth) + Space::dialogFoot;
-    resize(std::min(dialogWidth, room.width()), std::min(wanted, room.height()));
+    const int width = std::min(Space::dialogMaximumWidth, room.width());
+    const int wanted = body.layout()->heightForWidth(width) + Space::dialogFoot;
+    resize(width, std::min(wanted, room.height()));
 }

@@ -5,7 +5,8 @@
 class PrimaryButton;
 class QScrollArea;
 
-/// All keys of the program, shown over the window in use until it is closed.
+/// All keys of the program, shown over the window in use until it is closed. The list has the focus and scrolls by
+/// keys; Return closes it from there.
 class KeysDialog final : public QDialog {
     Q_OBJECT
 public:
@@ -13,6 +14,7 @@ public:
 
 protected:
     void changeEvent(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QWidget* buildFoot();

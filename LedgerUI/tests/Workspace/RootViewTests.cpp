@@ -4,7 +4,10 @@
 #include <array>
 
 #include <QCoro/QCoroTask>
+#include <QLabel>
 #include <QLineEdit>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Text/AppLanguage.h"
@@ -193,6 +196,37 @@ TEST_F(Root, CutsNoneOfTheKeysInAnyLanguage)
         auto& dialog = screen.find("keysDialog");
         EXPECT_EQ(auditLabels(dialog), std::vector<std::string>{}) << tag;
         EXPECT_LE(dialog.height(), 640) << tag;
+        screen.keys("Esc");
+    }
+}
+
+TEST_F(Root, ScrollsThroughAllKeysByKeysAloneInAnyLanguage)
+{
+    under.window.resize(900, 640);
+    for (const auto tag : AppLanguage::supportedLocales) {
+        under.speak(std::string{tag});
+        screen.keys("F1");
+        const auto& list = screen.find<QScrollArea>("keysScroll");
+        auto unseen = list.widget()->findChildren<QLabel*>();
+        ASSERT_FALSE(unseen.isEmpty());
+        auto* const first = unseen.first();
+        const auto isWhole = [](const QLabel* each) { return each->visibleRegion().boundingRect() == each->rect(); };
+        for (int before = -1; before != list.verticalScrollBar()->value();) {
+            before = list.verticalScrollBar()->value();
+            unseen.removeIf(isWhole);
+            screen.keys("Down");
+        }
+        for (const auto* each : std::as_const(unseen))
+            ADD_FAILURE() << tag << ": out of reach: " << each->text().toStdString();
+        EXPECT_FALSE(isWhole(first)) << "the window is too large to try it";
+
+        // The keys of a list, also from the button below it.
+        screen.keys("Home");
+        EXPECT_TRUE(isWhole(first)) << tag;
+        screen.keys("Tab End");
+        EXPECT_EQ(list.verticalScrollBar()->value(), list.verticalScrollBar()->maximum()) << tag;
+        screen.keys("PgUp PgUp");
+        EXPECT_TRUE(isWhole(first)) << tag;
         screen.keys("Esc");
     }
 }
