@@ -43,7 +43,8 @@ struct CategoryChange {
     CategoryUpdate update;
 };
 
-using CategorySubmission = Submission<CategoryForm, std::variant<CategoryCreate, CategoryChange>>;
+using CategoryCommand = std::variant<CategoryCreate, CategoryChange>;
+using CategorySubmission = Submission<CategoryForm, CategoryCommand>;
 
 namespace CategoryText {
 

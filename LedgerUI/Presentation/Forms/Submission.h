@@ -94,6 +94,23 @@ public:
         m_refusal.reset();
         m_stage = SubmissionStage::saving;
     }
+    /// A person wants it sent: the command of unknown outcome again, or else the one that `check` makes of the form,
+    /// unless it finds something wrong. Answers whether a command is on its way by this.
+    template <class Check>
+    [[nodiscard]] bool submit(const Check& check)
+    {
+        if (isUncertain()) {
+            sendAgain();
+            return true;
+        }
+        if (!isEditing())
+            return false;
+        std::optional<Command> command = check();
+        if (!command)
+            return false;
+        send(std::move(*command));
+        return true;
+    }
     /// The service has accepted the command.
     void succeed()
     {

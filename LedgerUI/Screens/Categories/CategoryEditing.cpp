@@ -80,24 +80,21 @@ void CategoryEditing::save()
     const auto snapshot = m_store.snapshot();
     if (!snapshot || !hasChanges() || m_store.isBusy())
         return;
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
+    if (m_submission.submit([&] { return checked(*snapshot); }))
         send();
-        return;
-    }
-    if (!m_submission.isEditing())
-        return;
+}
+
+std::optional<CategoryCommand> CategoryEditing::checked(const LedgerSnapshot& snapshot)
+{
     m_isChecked = true;
-    if (form().whyNot(m_saved, *snapshot)) {
+    if (form().whyNot(m_saved, snapshot)) {
         present();
         m_editor.focusNames();
-        return;
+        return {};
     }
     if (form().id.empty())
-        m_submission.send(form().creation());
-    else
-        m_submission.send(CategoryChange{form().id, form().update(m_saved)});
-    send();
+        return form().creation();
+    return CategoryChange{form().id, form().update(m_saved)};
 }
 
 /// While nobody knows what became of the command, only the very same can be sent again.

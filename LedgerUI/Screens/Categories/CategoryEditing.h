@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include <QObject>
@@ -42,6 +43,8 @@ Q_SIGNALS:
     void failed();
 
 private:
+    /// The command that saves it, unless something is wrong, which the editor says then.
+    std::optional<CategoryCommand> checked(const LedgerSnapshot& snapshot);
     void send();
     void finish(const Result<std::string>& sent);
     void fail(const Failure& failure);

@@ -195,26 +195,22 @@ void PresetDialog::tick(QListWidgetItem* item)
 
 void PresetDialog::submit()
 {
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
-        send();
-    } else if (m_submission.isEditing()) {
+    const auto first = [this] {
         m_waiting = PresetChoices::creations(m_submission.form(), m_under->currentData().toString().toStdString());
         m_added = 0;
-        addNext();
-    }
+        return takeNext();
+    };
+    if (m_submission.submit(first))
+        send();
 }
 
-void PresetDialog::addNext()
+std::optional<CategoryCreate> PresetDialog::takeNext()
 {
-    if (m_waiting.empty()) {
-        Q_EMIT added(m_added);
-        leave();
-        return;
-    }
-    m_submission.send(std::move(m_waiting.front()));
+    if (m_waiting.empty())
+        return {};
+    auto next = std::move(m_waiting.front());
     m_waiting.erase(m_waiting.begin());
-    send();
+    return next;
 }
 
 void PresetDialog::send()
@@ -231,7 +227,12 @@ void PresetDialog::finish(const Result<std::string>& made)
         ticks.erase(m_submission.command()->presetID.value_or(""));
         m_submission = Submission<Ticks, CategoryCreate>{std::move(ticks)};
         ++m_added;
-        addNext();
+        if (m_submission.submit([this] { return takeNext(); })) {
+            send();
+        } else {
+            Q_EMIT added(m_added);
+            leave();
+        }
         return;
     }
     m_submission.fail(made.error());

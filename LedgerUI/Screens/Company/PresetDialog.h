@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -40,7 +41,7 @@ private:
     void presentParents();
     void tick(QListWidgetItem* item);
     void submit();
-    void addNext();
+    std::optional<CategoryCreate> takeNext();
     void send();
     void finish(const Result<std::string>& made);
 

@@ -74,21 +74,18 @@ void CompanyApplicationForm::buildLayout()
 
 void CompanyApplicationForm::proceed()
 {
-    if (store().isBusy())
-        return;
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
+    if (!store().isBusy() && m_submission.submit([this] { return checked(); }))
         send();
-    } else if (m_submission.isEditing()) {
-        m_isChecked = true;
-        if (CompanyAccess::nameProblem(m_name->text(), locale()).isEmpty()) {
-            m_submission.send(m_name->text().trimmed().toStdString());
-            send();
-        } else {
-            present();
-            m_name->setFocus();
-        }
-    }
+}
+
+std::optional<std::string> CompanyApplicationForm::checked()
+{
+    m_isChecked = true;
+    if (CompanyAccess::nameProblem(m_name->text(), locale()).isEmpty())
+        return m_name->text().trimmed().toStdString();
+    present();
+    m_name->setFocus();
+    return {};
 }
 
 void CompanyApplicationForm::send()

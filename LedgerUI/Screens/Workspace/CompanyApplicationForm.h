@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "LedgerCore/Domain/Records/AccessRecords.h"
@@ -27,6 +28,8 @@ protected:
 private:
     void buildLayout();
     void proceed();
+    /// The name to be sent, unless something is wrong with it, which is said then.
+    std::optional<std::string> checked();
     void send();
     void finish(const Result<PendingCompanyRegistration>& applied);
 

@@ -1,5 +1,6 @@
 #include "LedgerUI/Presentation/Forms/Submission.h"
 
+#include <optional>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -59,4 +60,30 @@ TEST(Submission, HoldsItsContentWhileItIsLockedAndItsRefusalUntilTheNextChange)
     EXPECT_EQ(refused.form(), "changed");
     EXPECT_FALSE(refused.refusal().has_value());
     EXPECT_EQ(refused.command(), 7);
+}
+
+TEST(Submission, AsksForACommandOnlyWhereNoneIsOnItsWayOrOfUnknownOutcome)
+{
+    std::size_t asked = 0;
+    const auto answering = [&](std::optional<int> command) {
+        return [&asked, command] {
+            ++asked;
+            return command;
+        };
+    };
+    Sent form{"typed"};
+    EXPECT_FALSE(form.submit(answering({})));
+    EXPECT_TRUE(form.isEditing());
+    EXPECT_TRUE(form.submit(answering(7)));
+    EXPECT_TRUE(form.isSaving());
+    EXPECT_EQ(asked, 2U);
+
+    EXPECT_FALSE(form.submit(answering(8))) << "the reply is awaited";
+    form.fail(Cancelled{});
+    EXPECT_TRUE(form.submit(answering(8)));
+    EXPECT_TRUE(form.isSaving());
+    EXPECT_EQ(form.command(), 7);
+    form.succeed();
+    EXPECT_FALSE(form.submit(answering(8)));
+    EXPECT_EQ(asked, 2U);
 }
