@@ -7,11 +7,17 @@
 #include <QWidget>
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Icon.h"
 
 QString namedWithKeys(const QString& name, const QList<QKeySequence>& keys)
 {
     return keys.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, keys.first().toString(QKeySequence::NativeText));
+}
+
+Action keyedAction(const char* id, Command command, std::function<void()> run)
+{
+    return {.id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
 }
 
 ActionSet::ActionSet(QWidget* page) : QObject{page}, m_page{page} {}

@@ -15,6 +15,7 @@
 class QAction;
 class QMenu;
 class QWidget;
+enum class Command;
 
 /// One thing that a person can do on a page, said once: header, menus and keys are all made of it.
 struct Action {
@@ -29,6 +30,9 @@ struct Action {
     std::optional<bool> isOn = {}; // for one of several that exclude each other, or for a switch
     std::function<void()> run = {};
 };
+
+/// What stands on no menu, and has keys only.
+Action keyedAction(const char* id, Command command, std::function<void()> run);
 
 /// The actions of a page. They are presented anew whenever something that they say has changed; the keys hold anywhere
 /// in the window while the page is shown.

@@ -290,16 +290,12 @@ void AccountsView::presentNewButton()
 
 std::vector<Action> AccountsView::pageActions()
 {
-    const auto keyed = [](const char* id, Command command, std::function<void()> run) {
-        return Action{
-            .id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
-    };
-    return {keyed("search", Command::search,
-                  [this] {
-                      m_search->setFocus(Qt::ShortcutFocusReason);
-                      m_search->selectAll();
-                  }),
-            keyed("toggleDetail", Command::toggleDetail, [this] { m_page->toggleDetail(); })};
+    return {keyedAction("search", Command::search,
+                        [this] {
+                            m_search->setFocus(Qt::ShortcutFocusReason);
+                            m_search->selectAll();
+                        }),
+            keyedAction("toggleDetail", Command::toggleDetail, [this] { m_page->toggleDetail(); })};
 }
 
 void AccountsView::openMenu(QPoint place)

@@ -6,7 +6,6 @@
 #include <QCheckBox>
 #include <QCoro/QCoroTask>
 #include <QHBoxLayout>
-#include <QShortcut>
 #include <QSplitter>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -108,19 +107,19 @@ void CategoriesTab::bind()
         m_view.query = text;
         presentTable();
     });
-    for (const auto& keys : KeyBindings::keys(Command::search))
-        connect(new QShortcut(keys, this), &QShortcut::activated, m_search, [this] {
-            m_search->setFocus(Qt::ShortcutFocusReason);
-            m_search->selectAll();
-        });
     connect(m_inactive, &QCheckBox::toggled, this, [this](bool isShown) {
         m_view.showsArchived = isShown;
         presentTable();
     });
     connect(m_table, &PlainTable::chosen, this, [this](const QString& id) { askThenChoose(id.toStdString()); });
-    connect(m_table, &RowTable::opened, this, [this] { m_editor->focusNames(); });
-    for (const auto& keys : KeyBindings::keys(Command::editRecord))
-        connect(new QShortcut(keys, this), &QShortcut::activated, m_table, &RowTable::opened);
+    connect(m_table, &RowTable::opened, m_editor, &CategoryEditor::focusNames);
+    (new ActionSet(this))
+        ->present({keyedAction("searchCategories", Command::search,
+                               [this] {
+                                   m_search->setFocus(Qt::ShortcutFocusReason);
+                                   m_search->selectAll();
+                               }),
+                   keyedAction("editCategory", Command::editRecord, [this] { m_editor->focusNames(); })});
     connect(m_table, &PlainTable::foldWanted, this,
             [this](const QString& id, bool folds) { fold(id.toStdString(), folds); });
     connect(m_table, &PlainTable::moveWanted, this,

@@ -9,7 +9,6 @@
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QPushButton>
-#include <QShortcut>
 #include <QSplitter>
 #include <QStandardItemModel>
 #include <QVBoxLayout>
@@ -113,9 +112,9 @@ QWidget* MembersTab::buildHead(QWidget* parent)
 void MembersTab::bind()
 {
     connect(m_table, &PlainTable::chosen, this, [this](const QString& id) { askThenChoose(id.toStdString()); });
-    connect(m_table, &RowTable::opened, this, [this] { m_access->matrix().setFocus(Qt::OtherFocusReason); });
-    for (const auto& keys : KeyBindings::keys(Command::editRecord))
-        connect(new QShortcut(keys, this), &QShortcut::activated, m_table, &RowTable::opened);
+    const auto editRights = [this] { m_access->matrix().setFocus(Qt::OtherFocusReason); };
+    connect(m_table, &RowTable::opened, this, editRights);
+    (new ActionSet(this))->present({keyedAction("editMember", Command::editRecord, editRights)});
     connect(m_role, &QComboBox::activated, this, [this](int at) {
         auto draft = m_draft;
         draft.role = m_role->itemData(at).toString().toStdString();

@@ -48,12 +48,6 @@ std::optional<std::string> onlyAccount(const LedgerFilter& filter)
     return filter.accountIDs.size() == 1 ? std::optional{*filter.accountIDs.begin()} : std::nullopt;
 }
 
-/// What is on no menu, and has keys only.
-Action keyed(const char* id, Command command, std::function<void()> run)
-{
-    return {.id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
-}
-
 }
 
 LedgerCommands::LedgerCommands(LedgerStore& store, LedgerBrowser& browser, QWidget& page)
@@ -169,22 +163,22 @@ SharedList<std::string> LedgerCommands::selectedIDs() const
 /// What leads about the page and changes nothing but what is shown.
 std::vector<Action> LedgerCommands::moving()
 {
-    return {keyed("search", Command::search, [this] { m_parts.filters->focusSearch(); }),
-            keyed("previousPeriod", Command::previousPeriod, [this] { m_parts.period->goBack(); }),
-            keyed("nextPeriod", Command::nextPeriod, [this] { m_parts.period->goForward(); }),
-            keyed("openPeriod", Command::openPeriod,
-                  [this] {
-                      if (!m_parts.filters->openFocused())
-                          m_parts.period->openPopover();
-                  }),
+    return {keyedAction("search", Command::search, [this] { m_parts.filters->focusSearch(); }),
+            keyedAction("previousPeriod", Command::previousPeriod, [this] { m_parts.period->goBack(); }),
+            keyedAction("nextPeriod", Command::nextPeriod, [this] { m_parts.period->goForward(); }),
+            keyedAction("openPeriod", Command::openPeriod,
+                        [this] {
+                            if (!m_parts.filters->openFocused())
+                                m_parts.period->openPopover();
+                        }),
             {.id = QStringLiteral("jumpToDay"),
              .text = text("action.jump"),
              .glyph = QStringLiteral("calendar-event"),
              .keys = KeyBindings::keys(Command::jumpToDay),
              .run = [this] { openDays(); }},
-            keyed("toggleDetail", Command::toggleDetail, [this] { m_parts.page->toggleDetail(); }),
-            keyed("sortNext", Command::sortNext, [this] { m_browser.setSort(m_parts.table->sortedByNext()); }),
-            keyed("clearFilters", Command::clearFilters, [this] {
+            keyedAction("toggleDetail", Command::toggleDetail, [this] { m_parts.page->toggleDetail(); }),
+            keyedAction("sortNext", Command::sortNext, [this] { m_browser.setSort(m_parts.table->sortedByNext()); }),
+            keyedAction("clearFilters", Command::clearFilters, [this] {
                 m_browser.setFilter(m_browser.clearedFilter());
                 m_parts.page->focusContent();
             })};

@@ -158,13 +158,9 @@ void ReportPage::presentActions()
 {
     m_actions->present(LedgerActions::recording(
         m_store, [this](const EntryForm::Opening& opening) { openForm(opening); }, [this] { showTemplates(); }));
-    const auto keyed = [](const char* id, Command command, std::function<void()> run) {
-        return Action{
-            .id = QString::fromLatin1(id), .text = {}, .keys = KeyBindings::keys(command), .run = std::move(run)};
-    };
-    m_actions->present({keyed("previousPeriod", Command::previousPeriod, [this] { m_period->goBack(); }),
-                        keyed("nextPeriod", Command::nextPeriod, [this] { m_period->goForward(); }),
-                        keyed("openPeriod", Command::openPeriod, [this] { m_period->openPopover(); })});
+    m_actions->present({keyedAction("previousPeriod", Command::previousPeriod, [this] { m_period->goBack(); }),
+                        keyedAction("nextPeriod", Command::nextPeriod, [this] { m_period->goForward(); }),
+                        keyedAction("openPeriod", Command::openPeriod, [this] { m_period->openPopover(); })});
     if (m_newEntry)
         m_newEntry->setVisible((*m_actions)[QStringLiteral("newEntry")]->isVisible());
 }

@@ -8,7 +8,6 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QShortcut>
 #include <QStackedWidget>
 #include <QVBoxLayout>
 
@@ -17,6 +16,7 @@
 #include "LedgerCore/Domain/Templates/TemplateRules.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Table/PlainTable.h"
@@ -165,8 +165,7 @@ void TemplatesDialog::bind()
             setDay(*day, false);
     });
     connect(m_change, &QPushButton::clicked, this, &TemplatesDialog::changeChosen);
-    for (const auto& keys : KeyBindings::keys(Command::editRecord))
-        connect(new QShortcut(keys, this), &QShortcut::activated, m_change, &QPushButton::click);
+    (new ActionSet(this))->present({keyedAction("changeTemplate", Command::editRecord, [this] { m_change->click(); })});
     connect(m_remove, &QPushButton::clicked, this, &TemplatesDialog::removeChosen);
     connect(m_new, &QPushButton::clicked, this, [this] {
         const auto record = m_record;

@@ -28,8 +28,11 @@ TEST(CompanyMembers, GiveRightsByKeyboardAndSayHowManyChangesWait)
 {
     MembersUnderTest under;
     under.chooseManager();
-    under.screen.keys("Return");
-    EXPECT_EQ(under.screen.focus(), "grantMatrix");
+    for (const auto* opening : {"F2", "Return"}) {
+        under.screen.find("memberTable").setFocus();
+        under.screen.keys(opening);
+        EXPECT_EQ(under.screen.focus(), "grantMatrix") << opening;
+    }
     under.screen.keys("Down Right Space"); // income on the second account
     EXPECT_TRUE(under.isGranted(1, 1));
     EXPECT_EQ(under.screen.read("statusContext"), "1 unsaved change");
