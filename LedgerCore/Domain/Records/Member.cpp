@@ -25,11 +25,16 @@ bool Member::can(std::string_view action, std::string_view accountID) const
         return false;
     if (action != AccountAction::view)
         return accountGrants && granted(*accountGrants, action, accountID);
-    const bool seesAll = permissions ? contains(*permissions, Permission::viewCompany)
-                                     : role == MemberRole::owner || role == MemberRole::admin;
-    if (seesAll)
+    if (seesEveryAccount())
         return true;
     return accountGrants ? granted(*accountGrants, action, accountID) : contains(accountIDs, accountID);
+}
+
+bool Member::seesEveryAccount() const
+{
+    const bool seesAll = permissions ? contains(*permissions, Permission::viewCompany)
+                                     : role == MemberRole::owner || role == MemberRole::admin;
+    return active && seesAll;
 }
 
 bool Member::canRecord() const
