@@ -45,7 +45,7 @@ std::optional<Refusal> AttemptLimit::whyNotNow(const Service& service, std::span
         return refusal;
     const auto turn = service.database.queueToWrite();
     return Anew::onConflict([&]() -> std::optional<Refusal> {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         if (auto refusal = whyUsedUp(*loan, scopes, instant)) // by others, meanwhile
             return refusal;
         const auto now = LedgerDay::stamp(instant);

@@ -112,7 +112,7 @@ bool Postbox::sendNext()
     {
         const auto turn = m_database.queueToWrite();
         const bool mine = Anew::onConflict([&] {
-            Transaction transaction{*loan, Transaction::Mode::writing};
+            Transaction transaction{*loan, turn.until()};
             MailRepository::removeExpired(*loan, now);
             const bool taken = MailRepository::take(*loan, *due, LedgerDay::stamp(instant + lease));
             transaction.commit();
@@ -124,7 +124,7 @@ bool Postbox::sendNext()
     const bool done = send(*due);
     const auto turn = m_database.queueToWrite();
     Anew::onConflict([&] {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         if (done)
             MailRepository::remove(*loan, due->id);
         else

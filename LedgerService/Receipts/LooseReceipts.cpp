@@ -21,7 +21,7 @@ std::size_t removeRows(Database& database, const ReceiptFolder& folder, std::str
     const auto loan = database.borrow();
     const auto turn = database.queueToWrite();
     return Anew::onConflict([&] {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         const auto removed = AttachmentRepository::removeLoose(*loan, before);
         for (const auto& digest : removed) {
             if (!digest.empty())
@@ -49,7 +49,7 @@ bool removeFile(Database& database, const ReceiptFolder& folder, const std::stri
     const auto loan = database.borrow();
     const auto turn = database.queueToWrite();
     return Anew::onConflict([&] {
-        const Transaction transaction{*loan, Transaction::Mode::writing};
+        const Transaction transaction{*loan, turn.until()};
         if (AttachmentRepository::isNamed(*loan, digest))
             return false;
         folder.remove(digest);

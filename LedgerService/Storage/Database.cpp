@@ -104,7 +104,7 @@ Database::Turn Database::queueToWrite(Instant until)
     return {*this, until};
 }
 
-Database::Turn::Turn(Database& database, Instant until) : m_database(database)
+Database::Turn::Turn(Database& database, Instant until) : m_database(database), m_until(until)
 {
     if (!m_database.m_writing.enter(until))
         throw DatabaseBusy{};

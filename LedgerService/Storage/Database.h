@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "LedgerService/Storage/Sql/Patience.h"
 #include "LedgerService/Storage/TurnQueue.h"
 
 namespace LedgerService {
@@ -66,15 +67,17 @@ public:
         Turn(const Turn&) = delete;
         Turn& operator=(const Turn&) = delete;
 
+        /// Until when whoever has it waits for other processes.
+        [[nodiscard]] std::chrono::steady_clock::time_point until() const { return m_until; }
+
     private:
         Database& m_database;
+        std::chrono::steady_clock::time_point m_until;
     };
     using Instant = std::chrono::steady_clock::time_point;
-    /// As long as a writer waits for others.
-    static constexpr std::chrono::seconds patience{10};
     /// Held while writing: the threads of one process queue here, first come, first served, instead of at the lock that
     /// all processes share. Throws `DatabaseBusy` when the turn does not come in time.
-    [[nodiscard]] Turn queueToWrite(Instant until = std::chrono::steady_clock::now() + patience);
+    [[nodiscard]] Turn queueToWrite(Instant until = std::chrono::steady_clock::now() + Patience::whole);
 
 private:
     Database(std::string name, LogKeeping keeping);

@@ -81,6 +81,12 @@ bool takesNoMore(const TokenHolder& caller, const ServicePolicy& policy)
            caller.lastChange >= policy.limits.visitChanges;
 }
 
+/// Until when the command waits for its turn and for other processes, both together.
+Database::Instant waitsUntil(const Command& command)
+{
+    return command.request.arrived + Patience::whole;
+}
+
 /// {"token":"…","snapshot":{…}}, the snapshot in blocks.
 Reply besideSnapshot(const std::pair<std::string, std::string>& beside, SnapshotAnswer snapshot)
 {
@@ -231,7 +237,7 @@ void Dispatcher::carryOut(Command& first, const std::function<Command*()>& next)
     std::vector<Command*> group{&first};
     try {
         const auto loan = m_service.database.borrow();
-        const auto turn = m_service.database.queueToWrite(first.request.arrived + Database::patience);
+        const auto turn = m_service.database.queueToWrite(waitsUntil(first));
         for (int tries = 1; !carryOutTogether(*loan, group, next, tries == Anew::mostTries); ++tries)
             continue;
     } catch (const std::exception& failure) {
@@ -251,7 +257,7 @@ bool Dispatcher::carryOutTogether(Connection& connection, std::vector<Command*>&
         bool accepted = false;
         for (std::size_t at = 0; at < group.size(); ++at) {
             if (!transaction)
-                transaction.emplace(connection, Transaction::Mode::writing);
+                transaction.emplace(connection, waitsUntil(*group[at]));
             group[at]->outcome = accepted ? carryOutAsPart(connection, *group[at]) : carryOut(connection, *group[at]);
             accepted = accepted || group[at]->outcome.has_value();
             if (!accepted)

@@ -129,7 +129,7 @@ std::expected<AccessChallenge, Refusal> AccessChallenges::start(const Service& s
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
     auto started = Anew::onConflict([&]() -> std::expected<AccessChallenge, Refusal> {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         AccessChallengeRepository::removeExpired(*loan, now);
         if (Outbox::isFull(*loan))
             return std::unexpected(mailUnavailable());
@@ -157,7 +157,7 @@ std::expected<AccessVerification, Refusal> AccessChallenges::verify(const Servic
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
     return Anew::onConflict([&]() -> std::expected<AccessVerification, Refusal> {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         const auto challenge = AccessChallengeRepository::find(*loan, code.challengeID, LedgerDay::stamp(instant));
         if (!challenge || challenge->ticketHash || challenge->tries >= mostTries)
             return std::unexpected(invalid());

@@ -121,11 +121,12 @@ std::optional<Refusal> join(Connection& connection, const Completing& completing
 }
 
 /// Everything in the one transaction. A new password is kept even when no company is open to the person.
-std::expected<IssuedSession, Refusal> write(Connection& connection, const Completing& completing)
+std::expected<IssuedSession, Refusal> write(Connection& connection, Database::Instant until,
+                                            const Completing& completing)
 {
     const auto instant = completing.service.clock();
     const auto now = LedgerDay::stamp(instant);
-    Transaction transaction{connection, Transaction::Mode::writing};
+    Transaction transaction{connection, until};
     const auto person = UserRepository::findByEmail(connection, completing.challenge.email);
     const bool same = person.has_value() == completing.person.has_value() &&
                       (!person || person->passwordHash == completing.person->passwordHash);
@@ -165,7 +166,7 @@ AccessCompletions::complete(const Service& service, const AccessCompletion& comp
     if (auto refusal = whyNotPassword(completing))
         return std::unexpected(*std::move(refusal));
     const auto turn = service.database.queueToWrite();
-    auto session = Anew::onConflict([&] { return write(*loan, completing); });
+    auto session = Anew::onConflict([&] { return write(*loan, turn.until(), completing); });
     service.postbox.wake();
     return session;
 }

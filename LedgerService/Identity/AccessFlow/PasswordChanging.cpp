@@ -63,7 +63,7 @@ std::optional<Refusal> PasswordChanging::change(const Service& service, std::str
     const auto hash = Password::hash(change.newPassword);
     const auto turn = service.database.queueToWrite();
     auto refused = Anew::onConflict([&]() -> std::optional<Refusal> {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         const auto still = personBehind(*loan, tokenHash, now);
         if (!still || still->passwordHash != person->passwordHash)
             return Authentication::unauthorized(); // changed while it was looked at

@@ -166,7 +166,7 @@ PersonRegistration::carryOut(const Service& service, const Registration& registr
     const auto person = personOf(registration, Password::hash(registration.password), now);
     const auto turn = service.database.queueToWrite();
     auto registered = Anew::onConflict([&] {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         auto written = write(*loan, service, registration, person, remote);
         if (written)
             transaction.commit();

@@ -46,9 +46,9 @@ CompanyFounding foundingOf(const Service& service, std::string_view locale, std:
 }
 
 /// Whether this has removed the company, which another process may do at the same moment.
-bool removed(Connection& connection, std::string_view companyID)
+bool removed(Connection& connection, Database::Instant until, std::string_view companyID)
 {
-    Transaction transaction{connection, Transaction::Mode::writing};
+    Transaction transaction{connection, until};
     if (!DemoVisitRepository::remove(connection, companyID))
         return false;
     transaction.commit();
@@ -65,7 +65,7 @@ std::string DemoCompanies::ensure(const Service& service, std::string_view local
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
     return Anew::onConflict([&] {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         if (auto id = CompanyRepository::demoCompanyID(*loan, locale))
             return *std::move(id);
         founding.write(*loan);
@@ -83,7 +83,7 @@ std::expected<std::string, Refusal> DemoCompanies::foundForVisitor(const Service
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
     return Anew::onConflict([&]() -> std::expected<std::string, Refusal> {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         if (DemoVisitRepository::count(*loan) >= service.policy.limits.visits)
             return std::unexpected(Refusal::of(ServiceCode::rateLimited, "The demonstration has too many visitors.",
                                                std::chrono::minutes{15}));
@@ -101,7 +101,7 @@ int DemoCompanies::sweep(Database& database, std::chrono::system_clock::time_poi
     for (const auto& companyID : over) { // a turn for each, so that nobody waits for long
         const auto turn = database.queueToWrite();
         try {
-            swept += Anew::onConflict([&] { return removed(*loan, companyID); }) ? 1 : 0;
+            swept += Anew::onConflict([&] { return removed(*loan, turn.until(), companyID); }) ? 1 : 0;
         } catch (const std::exception& failure) { // what keeps one from going does not keep the others
             if (DatabaseFailure::isBusy(failure) || DatabaseFailure::isOutOfReach(failure))
                 throw;

@@ -51,7 +51,7 @@ std::expected<IssuedSession, Refusal> DemoSignIn::as(const Service& service, std
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
     return Anew::onConflict([&]() -> std::expected<IssuedSession, Refusal> {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         const auto memberID = MemberRepository::demoMemberID(*loan, companyID, profile);
         if (!memberID)
             return std::unexpected(Refusal::of(ServiceCode::notFound, "Nobody plays this profile."));

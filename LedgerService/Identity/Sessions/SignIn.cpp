@@ -73,7 +73,7 @@ std::expected<IssuedSession, Refusal> SignIn::withPassword(const Service& servic
     const auto loan = service.database.borrow();
     const auto turn = service.database.queueToWrite();
     return Anew::onConflict([&]() -> std::expected<IssuedSession, Refusal> {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         const auto now = UserRepository::find(*loan, person->id);
         if (!now || now->email != person->email || now->passwordHash != person->passwordHash)
             return std::unexpected(Authentication::unauthorized()); // changed while it was looked at

@@ -25,7 +25,7 @@ std::optional<Refusal> SignOut::end(const Service& service, std::string_view tok
     record.origin = service.origin;
     record.kind = AuditKind::signOut;
     Anew::onConflict([&] {
-        Transaction transaction{*loan, Transaction::Mode::writing};
+        Transaction transaction{*loan, turn.until()};
         SessionRepository::revoke(*loan, hash, now);
         AuditTrail::append(*loan, owner->companyID, record);
         transaction.commit();

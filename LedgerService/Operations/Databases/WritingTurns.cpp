@@ -8,8 +8,7 @@
 namespace LedgerService {
 
 WritingTurns::Turn::Turn(Database& database, Connection& connection)
-    : turn(database, Database::Instant::clock::now() + Database::patience),
-      transaction(connection, Transaction::Mode::writing)
+    : turn(database, Database::Instant::clock::now() + Patience::whole), transaction(connection, turn.until())
 {
 }
 

@@ -15,14 +15,12 @@
 #include "LedgerService/Storage/Sql/Dialect.h"
 #include "LedgerService/Storage/Sql/FileStatement.h"
 #include "LedgerService/Storage/Sql/LogPages.h"
+#include "LedgerService/Storage/Sql/Patience.h"
 #include "LedgerService/Storage/Sql/ServedStatement.h"
 
 namespace LedgerService {
 
 namespace {
-
-/// Seconds that a writer waits for another process before it gives up.
-constexpr auto busySeconds = "10";
 
 /// A connection is used by one thread at a time, so the library need not lock it at every column that is read.
 /// Files are named by addresses where they are not to be changed.
@@ -54,7 +52,8 @@ std::string connectString(const std::string& file, Connection::Access access)
 {
     configureLibrary();
     const auto name = access == Connection::Access::readWrite ? file : address(file, access);
-    return fmt::format("dbname=\"{}\" timeout={}", name, busySeconds);
+    return fmt::format("dbname=\"{}\" timeout={}", name,
+                       std::chrono::duration_cast<std::chrono::seconds>(Patience::whole).count());
 }
 
 bool reads(std::string_view sql)
@@ -161,6 +160,25 @@ void Connection::State::begin(std::string_view sql)
         postgresql->begin(std::string{sql});
     else
         control(sql);
+}
+
+void Connection::State::beginUntil(std::chrono::steady_clock::time_point until, std::string_view sql)
+{
+    if (postgresql) {
+        postgresql->beginUntil(until, std::string{sql});
+        return;
+    }
+    const auto left = Patience::until(until);
+    auto* const file = fileOf(session);
+    sqlite_api::sqlite3_busy_timeout(file, static_cast<int>(left.count()));
+    const auto restore = [file] { sqlite_api::sqlite3_busy_timeout(file, static_cast<int>(Patience::whole.count())); };
+    try {
+        control(sql);
+    } catch (...) {
+        restore();
+        throw;
+    }
+    restore();
 }
 
 void Connection::State::commit()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <memory>
@@ -27,6 +28,8 @@ struct Connection::State {
     void giveBack(PreparedStatement& lent) noexcept;
 
     void begin(std::string_view sql);
+    /// Begins a transaction that waits for other processes no longer than until then.
+    void beginUntil(std::chrono::steady_clock::time_point until, std::string_view sql);
     void commit();
     /// Runs a statement that undoes a transaction, or begins or ends a part of one.
     void control(std::string_view sql);

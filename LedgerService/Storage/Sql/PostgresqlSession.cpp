@@ -10,15 +10,13 @@
 #include <soci/soci.h>
 
 #include "LedgerService/Storage/Sql/DatabaseFailure.h"
+#include "LedgerService/Storage/Sql/Patience.h"
 
 namespace LedgerService {
 
 namespace {
 
 using Result = std::unique_ptr<PGresult, decltype(&PQclear)>;
-
-/// As long as a writer waits for another process before it gives up.
-constexpr std::chrono::seconds patience{10};
 
 constexpr auto unknownState = "     "; // as the library calls what the server has not said
 
@@ -33,9 +31,13 @@ constexpr std::array liveliness{
     Parameter{"tcp_user_timeout", "20000"}, Parameter{"application_name", "tallyfold"},
 };
 
+std::string waitingFor(std::chrono::milliseconds patience)
+{
+    return fmt::format("SET lock_timeout = '{}ms'", patience.count());
+}
+
 /// A commit is answered when it is durable, whatever the role or the database says otherwise.
-constexpr auto beginning = R"sql(
-    SET lock_timeout = '10s';
+constexpr auto durably = R"sql(
     SELECT set_config('synchronous_commit', 'on', false) WHERE current_setting('synchronous_commit') IN ('off', 'local')
 )sql";
 
@@ -86,7 +88,8 @@ PostgresqlSession::PostgresqlSession(soci::session& session, Connection::Access 
 {
     PQsetErrorVerbosity(m_connection, PQERRORS_TERSE);                      // what is longer repeats the values of rows
     PQsetNoticeProcessor(m_connection, [](void*, const char*) {}, nullptr); // they would reach the log as they are
-    run(m_connection, beginning);
+    run(m_connection, waitingFor(Patience::whole));
+    run(m_connection, durably);
     if (access != Connection::Access::readWrite)
         run(m_connection, "SET default_transaction_read_only = on");
 }
@@ -98,14 +101,26 @@ void PostgresqlSession::control(const std::string& statements)
 
 void PostgresqlSession::begin(const std::string& statements)
 {
-    const auto until = std::chrono::steady_clock::now() + patience;
+    beginUntil(Steady::now() + Patience::whole, [&] { return statements; });
+}
+
+/// What is set where the transaction begins is undone with it, so that one that was not begun leaves nothing.
+void PostgresqlSession::beginUntil(Steady::time_point until, const std::string& statements)
+{
+    beginUntil(until, [&] {
+        return fmt::format("{}; {}; {}", waitingFor(Patience::until(until)), statements, waitingFor(Patience::whole));
+    });
+}
+
+void PostgresqlSession::beginUntil(Steady::time_point until, const std::function<std::string()>& statements)
+{
     while (true) {
         try {
-            run(m_connection, statements);
+            run(m_connection, statements());
             return;
         } catch (const std::exception& failure) {
             abandon();
-            if (!DatabaseFailure::isConflict(failure) || std::chrono::steady_clock::now() > until)
+            if (!DatabaseFailure::isConflict(failure) || Steady::now() > until)
                 throw;
         }
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -27,6 +29,8 @@ public:
 
     /// Begins a transaction, once more when the database gives it up in favour of another before it has done anything.
     void begin(const std::string& statements);
+    /// The same for one that waits for others no longer than until then.
+    void beginUntil(std::chrono::steady_clock::time_point until, const std::string& statements);
 
     /// Throws `CommitUnknown` when the server is lost before it has answered.
     void commit();
@@ -35,6 +39,8 @@ public:
     [[nodiscard]] bool isLost() const;
 
 private:
+    using Steady = std::chrono::steady_clock;
+    void beginUntil(Steady::time_point until, const std::function<std::string()>& statements);
     void abandon();
 
     pg_conn* m_connection;

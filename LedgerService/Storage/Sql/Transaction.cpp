@@ -44,6 +44,13 @@ Transaction::Transaction(Connection& connection, Mode mode)
     state.begin(beginning(state.dialect, mode));
 }
 
+Transaction::Transaction(Connection& connection, std::chrono::steady_clock::time_point until)
+    : m_connection(connection), m_passage(nullptr)
+{
+    auto& state = m_connection.state();
+    state.beginUntil(until, beginning(state.dialect, Mode::writing));
+}
+
 Transaction::~Transaction()
 {
     if (!m_open)

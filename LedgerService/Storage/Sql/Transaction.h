@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 namespace LedgerService {
 
 class Connection;
@@ -13,6 +15,8 @@ public:
     enum class Mode { reading, writing, making };
 
     Transaction(Connection& connection, Mode mode);
+    /// A writing one, which waits until then for other processes to end theirs.
+    Transaction(Connection& connection, std::chrono::steady_clock::time_point until);
     ~Transaction();
     Transaction(const Transaction&) = delete;
     Transaction& operator=(const Transaction&) = delete;

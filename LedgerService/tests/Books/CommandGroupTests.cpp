@@ -16,6 +16,7 @@
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/Storage/TurnQueue.h"
 #include "LedgerService/testing/Eventually.h"
+#include "LedgerService/testing/OtherWriter.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -224,6 +225,28 @@ TEST_F(CommandGroup, LeavesTheCompanyAsItIsWhenACommandIsOnlyRepeated)
     carryOut();
     EXPECT_EQ(statuses(), std::vector{200});
     EXPECT_EQ(service.as("mira", "GET", "/v1/snapshot").header("etag"), tag);
+}
+
+TEST_F(CommandGroup, WaitsForOtherProcessesNoLongerThanForItsTurn)
+{
+    auto& command = expense(mira, "late");
+    command.request.arrived -= 9'700ms; // it has waited for its turn for so long
+    {
+        const OtherWriter other{service.databaseFile()};
+        const auto began = std::chrono::steady_clock::now();
+        carryOut();
+        EXPECT_LT(std::chrono::steady_clock::now() - began, 5s);
+    }
+    EXPECT_EQ(statuses(), std::vector{503});
+
+    command.request.arrived = std::chrono::steady_clock::now();
+    auto other = std::make_unique<OtherWriter>(service.databaseFile());
+    const std::jthread soon{[&] {
+        std::this_thread::sleep_for(600ms);
+        other.reset();
+    }};
+    carryOut();
+    EXPECT_EQ(statuses(), std::vector{200}) << "the next wait is as long as ever";
 }
 
 TEST(CommandLane, WritesInTheOrderOfArrival)
