@@ -16,6 +16,7 @@
 #include "LedgerService/Books/BookInvariants.h"
 #include "LedgerService/Interruption.h"
 #include "LedgerService/Operations/Databases/DatabaseFile.h"
+#include "LedgerService/Operations/Databases/KeptRecords.h"
 #include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Rows/Companies/AccountRepository.h"
 #include "LedgerService/Storage/Rows/Companies/ArrivalRepository.h"
@@ -320,6 +321,10 @@ Verify::Report Verify::run(Connection& connection, const std::string& files)
             addRows(connection, report.problems,
                     fmt::format(fmt::runtime(isFile ? brokenJson : castJson), table, column));
         });
+    attempt(connection, report.problems, "templates, drafts and invitations", [&] {
+        for (auto& each : KeptRecords::broken(connection))
+            report.problems.push_back(std::move(each));
+    });
     const auto companyIDs = wholeCompanies(connection, report);
     attempt(connection, report.problems, "companies", [&] {
         for (const auto& companyID : companyIDs) {

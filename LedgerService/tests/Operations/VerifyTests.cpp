@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Schema/MigrationSteps.h"
@@ -10,6 +11,7 @@
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleReceipts.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
@@ -103,6 +105,17 @@ INSTANTIATE_TEST_SUITE_P(
                 "WHERE id = 'sale'",
                 "UPDATE commands SET outcome = 'entry:opening-bank', created_at = '2026-03-10T09:30:00.001Z'"},
                {"command k1: its outcome is not what it recorded"}},
+        Damage{"EarlierText",
+               {"INSERT INTO entry_renewals SELECT company_id, 900, sequence, '{}' FROM entries WHERE id = 'sale'"},
+               {"entry sale: what it said before change 900 is not what was recorded"}},
+        Damage{"RecordsOfOtherShape",
+               {"INSERT INTO entry_templates VALUES ('sample', 't', 1, 'mira', 'Rent', 0, '[]', '7', 1, '', NULL)",
+                "INSERT INTO entry_drafts VALUES ('sample', 'mira', 'k', '{}', 'en', '[]', 'w', '')",
+                R"(INSERT INTO invitations VALUES ('sample', 'i', 'x', 'mira', 'Ana', 'a@b.example', 'finance', '{}',)"
+                R"( '[1]', '[{"actions":[]}]', '', '', NULL, NULL))"},
+               {"template t: its entry is not", "template t: its recurrence is not", "draft k: its entry is not",
+                "draft k: its sent is not", "invitation i: its account_ids is not",
+                "invitation i: its permissions is not", "invitation i: its account_grants is not"}},
         Damage{"LostCommand", {"UPDATE companies SET audited_from = 0"}, {"entry sale: no command has recorded it"}},
         Damage{"OneOutcomeOfTwoCommands",
                {"INSERT INTO commands SELECT company_id, member_id, 'k1', 'x', 'entry:' || id, created_at FROM entries "
@@ -111,6 +124,28 @@ INSTANTIATE_TEST_SUITE_P(
                 "WHERE id = 'sale'"},
                {"2 commands have the outcome entry:sale"}}),
     [](const auto& each) { return each.param.name; });
+
+TEST(Verify, KnowsWhatRenewedEntriesSaidBefore)
+{
+    TestService service;
+    const auto post = [&](const std::string& path, const std::string& body) {
+        auto answer = service.as("mira", "POST", path, body);
+        EXPECT_EQ(answer.status, 200) << path << answer.body;
+        return answer.body;
+    };
+    const auto receipt =
+        Json::decode<Attachment>(post("/v1/attachments", SampleReceipts::upload(SampleReceipts::pdf())));
+    ASSERT_TRUE(receipt.has_value());
+    post("/v1/transactions/sale/attachments", Json::encode(AttachmentLink{{receipt->id}}));
+    post("/v1/transactions/sale/reverse", Json::encode(SampleBooks::reversal()));
+    EXPECT_EQ(service.problems(), "");
+    service.write([](Connection& connection) {
+        connection.execute("UPDATE entry_renewals SET text_before = replace(text_before, '80000', '90000')");
+    });
+    const auto problems = service.problems();
+    EXPECT_EQ(std::ranges::count(problems, '\n'), 2) << problems;
+    EXPECT_NE(problems.find("entry sale: what it said before change"), std::string::npos) << problems;
+}
 
 TEST(Verify, ChangesNothingAndNeedsNoRightToWrite)
 {

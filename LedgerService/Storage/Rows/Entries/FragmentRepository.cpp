@@ -42,6 +42,13 @@ constexpr auto selectEarlierTexts = R"sql(
     WHERE company_id = :company AND change > :change AND sequence <= :change ORDER BY change
 )sql";
 
+constexpr auto selectRenewals = R"sql(
+    SELECT r.sequence, r.change, r.text_before,
+        COALESCE((SELECT x.sequence FROM entries x WHERE x.company_id = e.company_id AND x.reversal_of = e.id), 0)
+    FROM entry_renewals r JOIN entries e ON e.company_id = r.company_id AND e.sequence = r.sequence
+    WHERE r.company_id = :company AND r.sequence > :after AND r.sequence <= :last ORDER BY r.sequence, r.change
+)sql";
+
 constexpr auto selectFirstText = R"sql(
     SELECT text_before FROM entry_renewals
     WHERE company_id = :company AND sequence = :sequence ORDER BY change LIMIT 1
@@ -158,6 +165,20 @@ FragmentRepository::textsBefore(Connection& connection, std::string_view company
     while (query.next())
         texts.emplace(sequence, text); // the first renewal since then tells it
     return texts;
+}
+
+std::vector<FragmentRepository::EntryRenewal> FragmentRepository::renewals(Connection& connection,
+                                                                           std::string_view companyID,
+                                                                           std::int64_t sequence, std::int64_t last)
+{
+    std::vector<EntryRenewal> all;
+    EntryRenewal each;
+    Query query{connection, selectRenewals};
+    query.bind("company", companyID).bind("after", sequence).bind("last", last);
+    query.into(each.sequence).into(each.change).into(each.textBefore).into(each.reversedAt);
+    while (query.next())
+        all.push_back(each);
+    return all;
 }
 
 std::optional<std::string> FragmentRepository::textAtFirst(Connection& connection, std::string_view companyID,

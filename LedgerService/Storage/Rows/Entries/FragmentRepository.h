@@ -58,6 +58,18 @@ std::vector<std::int64_t> renewedSince(Connection& connection, std::string_view 
 std::unordered_map<std::int64_t, std::string> textsBefore(Connection& connection, std::string_view companyID,
                                                           std::int64_t change);
 
+/// One renewal of an entry's fragment.
+struct EntryRenewal {
+    std::int64_t sequence = 0; // of the entry
+    std::int64_t change = 0;   // that renewed it
+    std::string textBefore;
+    std::int64_t reversedAt = 0; // the change that reversed the entry; 0 while none did
+};
+
+/// The renewals of the entries after `sequence` and up to `last`, by entry.
+std::vector<EntryRenewal> renewals(Connection& connection, std::string_view companyID, std::int64_t sequence,
+                                   std::int64_t last);
+
 /// What the entry said when it was recorded; nothing when it has not been renewed since.
 std::optional<std::string> textAtFirst(Connection& connection, std::string_view companyID, std::int64_t sequence);
 

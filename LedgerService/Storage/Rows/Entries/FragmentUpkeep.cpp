@@ -91,6 +91,8 @@ public:
     {
         for (auto& set : AccountSetRepository::all(connection, companyID))
             m_sets.emplace(set.id, std::move(set));
+        for (auto& receipt : AttachmentRepository::all(connection, companyID))
+            m_receipts.emplace(receipt.attachment.id, std::move(receipt));
     }
 
     std::vector<std::string> run()
@@ -101,12 +103,14 @@ public:
             if (set != m_counted[id])
                 m_found.push_back(fmt::format("the count of entries on the accounts of set {} is not theirs", id));
         }
-        for (const auto& each : AttachmentRepository::all(m_connection, m_companyID))
-            compare(each);
+        for (const auto& [id, receipt] : m_receipts)
+            compare(receipt);
         return std::move(m_found);
     }
 
 private:
+    using Renewal = FragmentRepository::EntryRenewal;
+
     static CompanyState stateOf(Connection& connection, std::string_view companyID)
     {
         const auto state = CompanyHistory::state(connection, companyID);
@@ -122,9 +126,14 @@ private:
                                       fragments.emplace(each.sequence, each);
                                       return true;
                                   });
+        const auto renewals = FragmentRepository::renewals(m_connection, m_companyID, after, last);
+        auto renewal = renewals.begin();
         for (const auto& each : EntryRepository::between(m_connection, m_companyID, after, last)) {
             compare(each.entry, fragments[each.sequence]);
             fragments.erase(each.sequence);
+            renewal = std::ranges::lower_bound(renewal, renewals.end(), each.sequence, {}, &Renewal::sequence);
+            for (; renewal != renewals.end() && renewal->sequence == each.sequence; ++renewal)
+                compare(each.entry, *renewal);
         }
         for (const auto& [sequence, fragment] : fragments)
             m_found.push_back(fmt::format("change {}: a fragment of no entry", sequence));
@@ -145,6 +154,20 @@ private:
         m_setOf.emplace(entry.id, fragment.accountSet);
     }
 
+    /// Before the change the entry was not yet reversed by it, nor had the receipts that came with it or later.
+    void compare(LedgerTransaction entry, const Renewal& renewal)
+    {
+        if (renewal.reversedAt >= renewal.change)
+            entry.reversedBy.reset();
+        std::erase_if(entry.attachmentIDs, [&](const std::string& id) {
+            const auto receipt = m_receipts.find(id);
+            return receipt != m_receipts.end() && receipt->second.linkedChange >= renewal.change;
+        });
+        if (renewal.textBefore != Json::encode(entry))
+            m_found.push_back(fmt::format("entry {}: what it said before change {} is not what was recorded", entry.id,
+                                          renewal.change));
+    }
+
     void compare(const StoredAttachment& receipt)
     {
         const auto& entryID = receipt.attachment.transactionID;
@@ -160,6 +183,7 @@ private:
     std::unordered_map<int, AccountSet> m_sets;
     std::unordered_map<int, AccountSet> m_counted;
     std::unordered_map<std::string, int> m_setOf; // entries
+    std::map<std::string, StoredAttachment> m_receipts;
     std::vector<std::string> m_found;
 };
 
