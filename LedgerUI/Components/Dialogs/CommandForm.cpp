@@ -156,10 +156,10 @@ void CommandForm::presentStanding(Standing standing)
 void CommandForm::presentBanner(const Standing& standing)
 {
     if (standing.stage == SubmissionStage::uncertain)
-        banner().present(Banner::Kind::warn,
-                         lines({word(*standing.uncertainWords, "uncertain"),
-                                standing.refusal ? FailureText::advice(*standing.refusal, m_locale) : QString{},
-                                standing.note.text}));
+        banner().present(
+            Banner::Kind::warn,
+            lines({FailureText::unconfirmed(word(*standing.uncertainWords, "uncertain"), standing.refusal, m_locale),
+                   standing.note.text}));
     else if (!standing.whyNot.isEmpty())
         banner().present(Banner::Kind::error, standing.whyNot);
     else if (standing.refusal && !endsSession(*standing.refusal)) // that was said where the member signed in again

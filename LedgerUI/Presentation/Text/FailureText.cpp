@@ -23,6 +23,12 @@ QString FailureText::advice(const Failure& failure, std::string_view locale)
                                                                     : QString{};
 }
 
+QString FailureText::unconfirmed(const QString& words, const std::optional<Failure>& failure, std::string_view locale)
+{
+    const auto advised = failure ? advice(*failure, locale) : QString{};
+    return advised.isEmpty() ? words : words + QLatin1Char{'\n'} + advised;
+}
+
 QString FailureText::of(const LedgerStore& store, const Failure& failure, std::string_view locale)
 {
     const auto advised = advice(failure, locale);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 
 #include <QString>
@@ -16,6 +17,9 @@ namespace FailureText {
 
 /// What can be done about it, where the message of all failures of its kind does not tell; empty for most.
 QString advice(const Failure& failure, std::string_view locale);
+
+/// That nobody knows what became of a command, in the words of its form, with the advice where there is some.
+QString unconfirmed(const QString& words, const std::optional<Failure>& failure, std::string_view locale);
 
 /// The advice where there is some, else the message of all failures of its kind.
 QString of(const LedgerStore& store, const Failure& failure, std::string_view locale);

@@ -8,6 +8,8 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryPins.h"
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
+#include "LedgerUI/Presentation/Forms/CommandWords.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Screens/Categories/CategoryEditor.h"
 
 CategoryEditing::CategoryEditing(LedgerStore& store, CategoryEditor& editor)
@@ -61,11 +63,12 @@ void CategoryEditing::present()
     const bool isPinned = m_store.isCategorySelected(form().id);
     const bool isFull = CategoryPins::of(*snapshot, form().kind).size() >= CategoryPins::maximum;
     const auto pinsFull = word(categoryWords(), "pinsFull", {std::to_string(CategoryPins::maximum)});
+    const auto uncertain = FailureText::unconfirmed(word(commandWords(), "uncertain"), m_submission.refusal(), locale);
     m_editor.present({.form = form(),
                       .saved = m_saved,
                       .refusal = refusal ? CategoryText::refusal(*refusal, locale) : QString{},
                       .isSent = !m_submission.isEditing(),
-                      .isUncertain = m_submission.isUncertain(),
+                      .uncertain = m_submission.isUncertain() ? uncertain : QString{},
                       .isArchived = isArchived,
                       .whyNotArchived = kept ? CategoryText::refusal(*kept, locale) : QString{},
                       .isPinned = isPinned,

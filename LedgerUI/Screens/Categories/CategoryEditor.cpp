@@ -19,7 +19,6 @@
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryWords.h"
-#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Screens/Categories/IconGrid.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -148,8 +147,8 @@ void CategoryEditor::present(const Content& content, const LedgerSnapshot& snaps
     m_parentHead->setText(word(words, "parent"));
     presentParents(snapshot);
     presentNames();
-    const bool isDoubtful = content.isUncertain && !m_foot->isHidden();
-    m_error->present(isDoubtful ? word(commandWords(), "uncertain") : content.refusal);
+    const bool isUncertain = !content.uncertain.isEmpty();
+    m_error->present(isUncertain && !m_foot->isHidden() ? content.uncertain : content.refusal);
     m_iconHead->setText(word(words, "icon"));
     m_icons->choose(qString(m_form.symbol));
     m_pin->setText(word(words, "pin"));
@@ -165,7 +164,7 @@ void CategoryEditor::present(const Content& content, const LedgerSnapshot& snaps
         field->setEnabled(!content.isSent);
     for (const auto& [tag, field] : m_names)
         field->setEnabled(!content.isSent);
-    m_save->setText(content.isUncertain ? word(EntryWords::words(), "retryOriginal") : word(words, "save"));
+    m_save->setText(isUncertain ? word(EntryWords::words(), "retryOriginal") : word(words, "save"));
     m_save->setEnabled(content.isIdle && content.form != content.saved);
 }
 

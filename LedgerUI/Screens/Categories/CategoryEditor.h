@@ -28,9 +28,9 @@ public:
     struct Content {
         CategoryForm form;
         CategoryForm saved;
-        QString refusal;          // what keeps it from being saved, once that was tried
-        bool isSent = false;      // and the reply is not there
-        bool isUncertain = false; // nor will it come: only the same can be sent again
+        QString refusal;     // what keeps it from being saved, once that was tried
+        bool isSent = false; // and the reply is not there
+        QString uncertain;   // nor will it come, which this says: only the same can be sent again
         bool isArchived = false;
         QString whyNotArchived; // what keeps it from being archived or restored
         bool isPinned = false;

@@ -21,6 +21,7 @@
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Screens/Company/BookkeepingSetupView.h"
 #include "LedgerUI/Screens/Company/SettingRow.h"
 #include "LedgerUI/Screens/Company/SidebarListing.h"
@@ -266,7 +267,8 @@ void FinancialSettingsView::presentBanner()
     m_reload->setVisible(refusal && FinancialSettingsText::isConflict(*refusal));
     m_reload->setEnabled(!store().isBusy());
     if (m_submission.isUncertain())
-        m_banner->present(Banner::Kind::warn, word(commandWords(), "uncertain"));
+        m_banner->present(Banner::Kind::warn,
+                          FailureText::unconfirmed(word(commandWords(), "uncertain"), refusal, locale));
     else if (refusal && !endsSession(*refusal)) // that was said where the member signed in again
         m_banner->present(Banner::Kind::error, qString(store().friendly(*refusal, locale)));
     else

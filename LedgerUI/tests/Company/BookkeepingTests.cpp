@@ -59,6 +59,21 @@ TEST(Bookkeeping, KeepsTheSwitchThatWasSetThroughAConflict)
     EXPECT_EQ(under.screen.read("settingsRevision"), "Financial settings revision 5");
 }
 
+TEST(Bookkeeping, SaysWhatHelpsWhereTheServiceHasNoRoom)
+{
+    BookkeepingUnderTest under;
+    under.screen.press("contributionsSwitch");
+    under.server.replace(commands, ServerReply::error(507, "insufficient_storage"));
+    under.screen.press("settingsSave");
+    under.screen.waitForText("no room left");
+    under.server.replace(commands, ServerReply::dropped());
+    under.screen.press("settingsSave");
+    under.screen.waitUntil("it failed otherwise", [&] {
+        return under.server.requests(commands).size() == 2 && !under.store.isBusy() &&
+               !under.screen.says("no room left");
+    });
+}
+
 TEST(Bookkeeping, SendsTheSameCommandAgainWhenNobodyKnowsTheOutcome)
 {
     BookkeepingUnderTest under;

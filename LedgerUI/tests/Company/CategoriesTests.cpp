@@ -210,6 +210,18 @@ TEST(Presets, AreAddedOneAfterTheOtherAndStopAtARefusal)
     EXPECT_FALSE(under.screen.shows("alertDialog")) << "the dialog says it already";
 }
 
+TEST(Categories, SayWhatHelpsWhereTheServiceHasNoRoom)
+{
+    CategoriesUnderTest under;
+    under.screen.pressRow("categoryTable", "Rent");
+    under.screen.press("companyPrimary");
+    under.screen.type("Parking");
+    under.server.replace("POST v1/categories", ServerReply::error(507, "insufficient_storage"));
+    under.screen.keys("Return");
+    under.screen.waitForText("no room left");
+    EXPECT_EQ(under.screen.read("categorySave"), "Retry original request");
+}
+
 /// Under another parent the same preset would be a second category.
 TEST(Presets, StayLockedUntilTheServiceJudgesTheOneThatIsInDoubt)
 {
