@@ -263,12 +263,14 @@ TEST_F(Drafts, LiveAsLongAsTheProgramWhereTheServiceKeepsNone)
 {
     under.server.replace(all, ServerReply::error(404, "not_found"));
     enter("\"1\"");
-    waitUntil([&] { return under.server.requests(all).size() == 1; });
+    drafts().setPatience({.typing = 1h, .failure = 1h});
     drafts().keep(typed("k", "1"), "en-US");
+    waitUntil([&] { return !drafts().isSafe(*under.store.signedIn(), "k"); }); // its answer is read
+    drafts().keep(typed("k", "2"), "en-US");
     ASSERT_TRUE(resultOf(under.store.refresh(false)).has_value());
     resultOf(drafts().flush());
     EXPECT_TRUE(told("k").empty());
-    EXPECT_EQ(drafts().own()->entry.amount, "1");
+    EXPECT_EQ(drafts().own()->entry.amount, "2");
     EXPECT_EQ(under.server.requests(all).size(), 1U);
 }
 
