@@ -17,6 +17,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Workspace/QuitWarning.h"
+#include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Icon.h"
 
@@ -25,11 +26,11 @@ namespace {
 constexpr QSize smallest{900, 640};
 constexpr QSize usual{1160, 760};
 
-/// Whether a person has a question before them that wants its answer first.
-bool isAsking()
+/// The question that a person has before them and that wants its answer first; null for none.
+QDialog* questionInFront()
 {
-    const auto* open = QApplication::activeModalWidget();
-    return open && open->objectName() == QStringLiteral("questionDialog");
+    auto* open = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    return open && open->objectName() == QStringLiteral("questionDialog") ? open : nullptr;
 }
 
 }
@@ -93,7 +94,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
         return;
     }
     event->ignore();
-    if (isAsking() || !closesForms())
+    if (questionInFront() || !closesForms())
         return;
     const auto warning =
         quitWarning({.awaitsChange = m_store.awaitsChange(),
@@ -123,8 +124,12 @@ bool MainWindow::closesForms()
         if (m_store.awaitsChange() && (!form || form->isBusy()))
             return true; // it could not say more than the window does
         open->reject();
-        if (open->isVisible())
-            return false;
+        if (!open->isVisible())
+            continue;
+        // An entry that is discarded now is not asked about once more as what only this program keeps.
+        if (auto* question = questionInFront(); question && qobject_cast<TransactionForm*>(open))
+            connect(question, &QDialog::accepted, this, [this] { m_store.drafts().letGo(); });
+        return false;
     }
     return true;
 }

@@ -36,6 +36,14 @@ protected:
         window.show();
         window.activateWindow();
     }
+    /// Types an amount in a new entry, at a service that keeps no drafts.
+    void beginAnEntry()
+    {
+        service.signIn(books());
+        screen.waitFor("newEntry");
+        screen.keys("Ctrl+N");
+        screen.fill("entryAmount", "12.5");
+    }
     /// Records an expense whose outcome never comes to be known.
     void leaveAnEntryUnconfirmed()
     {
@@ -151,12 +159,31 @@ TEST_F(Window, AsksTheSameWhereTheServiceWasToKeepTheEntry)
     EXPECT_FALSE(window.isVisible());
 }
 
+TEST_F(Window, AsksBeforeABegunEntryGoesThatOnlyThisProgramKeeps)
+{
+    const auto isAskedAndStays = [this] {
+        EXPECT_FALSE(window.close());
+        screen.waitForText("What you entered will not be saved.");
+        screen.press("questionCancel");
+        screen.waitUntilGone("questionDialog");
+    };
+    beginAnEntry();
+    service.server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
+    EXPECT_FALSE(resultOf(service.store.refresh(false)));
+    screen.press("messageClose");
+    screen.waitFor("signInView");
+    isAskedAndStays();
+
+    beginAnEntry();
+    screen.press("entryCancel");
+    screen.press("questionConfirm");
+    screen.waitUntilGone("transactionForm");
+    isAskedAndStays(); // it is offered beside "New entry" still
+}
+
 TEST_F(Window, HasTheOpenFormAskFirst)
 {
-    service.signIn(books());
-    screen.waitFor("newEntry");
-    screen.keys("Ctrl+N");
-    screen.fill("entryAmount", "12.5");
+    beginAnEntry();
     EXPECT_FALSE(window.close());
     screen.waitFor("questionDialog");
     EXPECT_FALSE(window.close());
@@ -165,7 +192,7 @@ TEST_F(Window, HasTheOpenFormAskFirst)
     EXPECT_FALSE(window.close());
     screen.press("questionConfirm");
     screen.waitUntilGone("transactionForm");
-    EXPECT_TRUE(window.close());
+    EXPECT_TRUE(window.close()) << "what was discarded for it is not asked about again";
 }
 
 TEST_F(Window, HasEveryDialogOverTheFormAskFirst)
@@ -193,10 +220,7 @@ TEST_F(Window, HasEveryDialogOverTheFormAskFirst)
 
 TEST_F(Window, HasTheFormBelowAnAlertAskAsWell)
 {
-    service.signIn(books());
-    screen.waitFor("newEntry");
-    screen.keys("Ctrl+N");
-    screen.fill("entryAmount", "12.5");
+    beginAnEntry();
     service.server.replace("GET v1/snapshot", ServerReply::error(500, "internal_error"));
     EXPECT_FALSE(resultOf(service.store.refresh(true)));
     screen.waitFor("alertDialog");

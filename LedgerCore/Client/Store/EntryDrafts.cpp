@@ -141,6 +141,7 @@ void EntryDrafts::keep(TransactionDraft entry, std::string locale)
     if (here->own == draft)
         return;
     here->own = draft;
+    here->isLetGo = false;
     const auto taken = std::erase_if(here->left, [&](const EntryDraft& each) { return keyOf(each) == keyOf(draft); });
     wish(*here, keyOf(draft), keeping(*here, draft), m_patience.typing);
     if (isFirst || taken > 0)
@@ -209,8 +210,11 @@ void EntryDrafts::forget(Shelf& shelf, const std::string& key)
 void EntryDrafts::takeOver(const std::string& key)
 {
     auto* const here = shelf();
-    const auto found = here ? std::ranges::find(here->left, key, keyOf) : std::vector<EntryDraft>::iterator{};
-    if (!here || found == here->left.end())
+    if (!here)
+        return;
+    here->isLetGo = false;
+    const auto found = std::ranges::find(here->left, key, keyOf);
+    if (found == here->left.end())
         return;
     auto draft = std::move(*found);
     here->left.erase(found);
@@ -220,6 +224,12 @@ void EntryDrafts::takeOver(const std::string& key)
     here->own = std::move(draft);
     wish(*here, key, keeping(*here, *here->own), atOnce);
     Q_EMIT changed();
+}
+
+void EntryDrafts::letGo()
+{
+    if (auto* const here = shelf())
+        here->isLetGo = true;
 }
 
 std::optional<EntryDraft> EntryDrafts::own() const
@@ -327,6 +337,8 @@ bool EntryDrafts::wouldLose() const
 {
     return std::ranges::any_of(m_shelves, [this](const auto& each) {
         const auto& [whose, here] = each;
+        if (here.own && !here.isLetGo && !isSafe(whose, keyOf(*here.own)))
+            return true;
         const bool isUntold = std::ranges::any_of(
             here.wishes, [](const auto& wish) { return std::holds_alternative<DraftKeep>(wish.second); });
         return isUntold && (whose != m_whose || m_isBehind);

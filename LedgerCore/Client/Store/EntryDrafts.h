@@ -44,6 +44,8 @@ public:
     void discard(const std::string& key);
     /// A person goes on with what another program has kept.
     void takeOver(const std::string& key);
+    /// A person ends the program and agrees that what was begun here last may go with it, where nothing else keeps it.
+    void letGo();
 
     /// What was begun in this program last, of the signed-in member in the open company.
     [[nodiscard]] std::optional<EntryDraft> own() const;
@@ -52,8 +54,8 @@ public:
     /// Whether something typed could not be kept at the service so far.
     [[nodiscard]] bool isBehind() const { return m_isBehind; }
 
-    /// Whether the program's end would lose something typed, as far as a service that keeps drafts is concerned: what
-    /// it was not told of somebody who is signed out, or could not be told.
+    /// Whether the program's end would lose something typed: what a service that keeps drafts was not told of somebody
+    /// who is signed out, or could not be told, and what was begun at a service that keeps none.
     [[nodiscard]] bool wouldLose() const;
 
     /// Whether the service keeps the draft of this key, or is about to be told of it.
@@ -87,6 +89,7 @@ private:
         std::map<std::string, Wish> wishes; // by key
         std::set<std::string> known;        // keys that the service may know
         std::map<std::string, std::string> takenFrom;
+        bool isLetGo = false;   // the own one may be lost
         bool isLoaded = false;  // since the last sign-in
         bool isServed = false;  // the service has told drafts once
         bool isRefused = false; // the service keeps no drafts

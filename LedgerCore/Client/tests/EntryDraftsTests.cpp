@@ -272,6 +272,7 @@ TEST_F(Drafts, LiveAsLongAsTheProgramWhereTheServiceKeepsNone)
     EXPECT_TRUE(told("k").empty());
     EXPECT_EQ(drafts().own()->entry.amount, "2");
     EXPECT_EQ(under.server.requests(all).size(), 1U);
+    EXPECT_TRUE(drafts().wouldLose());
 }
 
 TEST_F(Drafts, AreNeverToldToAServiceOfAnotherKind)
@@ -279,6 +280,11 @@ TEST_F(Drafts, AreNeverToldToAServiceOfAnotherKind)
     drafts().setPatience({.typing = 0ms, .failure = 0ms});
     under.signIn(snapshot());
     drafts().keep(typed("k", "1"), "en-US");
+    EXPECT_TRUE(drafts().wouldLose());
+    drafts().letGo();
+    EXPECT_FALSE(drafts().wouldLose()) << "the person agreed";
+    drafts().takeOver("k");
+    EXPECT_TRUE(drafts().wouldLose()) << "and goes on with it after all";
     drafts().keepSending(typed("k", "1"), "en-US", inputOf("k"));
     ASSERT_TRUE(resultOf(under.store.refresh(false)).has_value());
     EXPECT_TRUE(told("k").empty());
