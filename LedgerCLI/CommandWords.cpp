@@ -4,9 +4,7 @@
 
 namespace LedgerCLI {
 
-namespace {
-
-const WordTable& table()
+const WordTable& CommandWords::table()
 {
     static const WordTable words{
         {"account", "账户", "Rekening", "Tài khoản", "Account"},
@@ -71,8 +69,6 @@ const WordTable& table()
          "The figures cannot be computed: the books hold a wrong day or amount."},
     };
     return words;
-}
-
 }
 
 std::string_view CommandWords::text(std::string_view key, std::string_view locale)

@@ -4,13 +4,9 @@
 
 namespace LedgerService {
 
-namespace {
-
-using MailTexts::Reader;
-
-const WordTable& mailTexts()
+const WordTable& MailTexts::table()
 {
-    static const WordTable table{
+    static const WordTable words{
         {"joinCodeSubject", "%1 是您的 Tallyfold 验证码", "Kode verifikasi Tallyfold Anda: %1",
          "Mã xác minh Tallyfold của bạn: %1", "Your Tallyfold code is %1"},
         {"joinCode",
@@ -112,12 +108,16 @@ const WordTable& mailTexts()
          "Hello,\n\nWe are sorry: your application to open %1 in Tallyfold was not approved. Please contact the "
          "platform if you have questions.\n"},
     };
-    return table;
+    return words;
 }
+
+namespace {
+
+using MailTexts::Reader;
 
 Mail written(const Reader& reader, const std::string& key, std::initializer_list<std::string_view> arguments)
 {
-    const auto& words = mailTexts();
+    const auto& words = MailTexts::table();
     return {.to = reader.email,
             .locale = reader.locale,
             .subject = words.filled(key + "Subject", reader.locale, arguments),

@@ -5,11 +5,16 @@
 
 #include "LedgerService/Mail/Mail.h"
 
+class WordTable;
+
 namespace LedgerService {
 
 /// What the service writes to people, in their language. What a stranger has typed into a form is never sent to an
 /// address that nobody has proved to own.
 namespace MailTexts {
+
+/// A text for each mail, and one with "Subject" after its key.
+const WordTable& table();
 
 /// To whom, and in which language.
 struct Reader {

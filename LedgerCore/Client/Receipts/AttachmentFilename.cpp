@@ -23,12 +23,6 @@ constexpr std::array<Ending, 5> endings{{{"application/pdf", {"pdf", "pdf"}},
                                          {"image/heic", {"heic", "heif"}},
                                          {"image/heif", {"heif", "heic"}}}};
 
-const WordTable& filenameWords()
-{
-    static const WordTable table{{"receipt", "票据", "Bukti", "Chứng từ", "Receipt"}};
-    return table;
-}
-
 bool isUnwanted(QChar character)
 {
     constexpr std::array refused{u'/', u'\\', u':', u'*',      u'?',      u'"',
@@ -90,10 +84,16 @@ std::string AttachmentFilename::safe(std::string_view name, std::string_view mim
     const auto kept = QString::fromStdString(fits ? ending : std::string{accepted.front()});
     auto stem = stripped(fits || isKnown ? text.left(dot) : text); // "scan.v2" is no ending, "photo.heic" was one
     if (stem.isEmpty())
-        stem = QString::fromStdString(std::string{filenameWords().text("receipt", AppLanguage::locale(locale))});
+        stem = QString::fromStdString(std::string{words().text("receipt", AppLanguage::locale(locale))});
     if (isDevice(stem))
         stem.prepend(QLatin1Char{'_'});
     const auto suffix = kept.isEmpty() ? QString{} : QLatin1Char{'.'} + kept;
     stem = stripped(cut(stem, static_cast<qsizetype>(maximumBytes) - suffix.toUtf8().size()));
     return (stem + suffix).toStdString();
+}
+
+const WordTable& AttachmentFilename::words()
+{
+    static const WordTable table{{"receipt", "票据", "Bukti", "Chứng từ", "Receipt"}};
+    return table;
 }

@@ -9,13 +9,18 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCLI/CommandWords.h"
 #include "LedgerCore/Client/Errors/ServiceMessages.h"
 #include "LedgerCore/Client/Errors/StoreMessages.h"
+#include "LedgerCore/Client/Receipts/AttachmentFilename.h"
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Entries/EntryProblem.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Entries/ReversalWords.h"
 #include "LedgerCore/Domain/Imports/LedgerImportWords.h"
+#include "LedgerCore/Domain/Money/MoneyErrorWords.h"
+#include "LedgerService/Books/Demonstration/DemoWords.h"
+#include "LedgerService/Mail/MailTexts.h"
 #include "LedgerUI/Presentation/Accounts/AccountFormWords.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Audit/AuditWords.h"
@@ -39,6 +44,7 @@
 #include "LedgerUI/Presentation/Settings/SettingsWords.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
+#include "LedgerUI/Presentation/Text/CalendarWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Presentation/Text/FileWords.h"
@@ -50,16 +56,25 @@
 
 namespace {
 
-/// Every table of texts that a header declares, by the name of its function. A new one that is missing here is found
-/// below.
+/// Every table of texts of every program, by the name of its function. A new one that is missing here is found below.
 const std::map<std::string, const WordTable*>& tables()
 {
     static const std::map<std::string, const WordTable*> all{
         // clang-format off: one on each line, so that new ones never meet
+        {"AttachmentFilename::words", &AttachmentFilename::words()},
+        {"CalendarWords::longMonths", &CalendarWords::longMonths()},
+        {"CalendarWords::patterns", &CalendarWords::patterns()},
+        {"CalendarWords::ranges", &CalendarWords::ranges()},
+        {"CalendarWords::shortMonths", &CalendarWords::shortMonths()},
+        {"CalendarWords::weekdays", &CalendarWords::weekdays()},
+        {"CommandWords::table", &LedgerCLI::CommandWords::table()},
+        {"DemoWords::names", &LedgerService::DemoWords::names()},
+        {"DemoWords::notes", &LedgerService::DemoWords::notes()},
         {"EntryCopy::words", &EntryCopy::words()},
         {"EntryProblem::words", &EntryProblem::words()},
         {"EntryWords::words", &EntryWords::words()},
         {"LedgerImportWords::table", &LedgerImportWords::table()},
+        {"MailTexts::table", &LedgerService::MailTexts::table()},
         {"ReversalWords::words", &ReversalWords::words()},
         {"accessWords", &accessWords()},
         {"accountFormWords", &accountFormWords()},
@@ -81,6 +96,7 @@ const std::map<std::string, const WordTable*>& tables()
         {"keyWords", &keyWords()},
         {"ledgerWords", &ledgerWords()},
         {"dayWords", &dayWords()},
+        {"moneyErrorWords", &moneyErrorWords()},
         {"periodWords", &periodWords()},
         {"printWords", &printWords()},
         {"receiptWords", &receiptWords()},
@@ -99,13 +115,18 @@ const std::map<std::string, const WordTable*>& tables()
     return all;
 }
 
-/// The sources of the program, of its interface and of all under it by their paths, without tests.
+std::string pathOf(const std::string& module)
+{
+    return TALLYFOLD_SOURCES "/" + module + "/";
+}
+
+/// The sources of all modules by their paths, without tests.
 const std::map<std::string, std::string>& sources()
 {
     static const auto all = [] {
         std::map<std::string, std::string> read;
-        for (const auto* root : {TALLYFOLD_APP_SOURCES, TALLYFOLD_UI_SOURCES, TALLYFOLD_CORE_SOURCES}) {
-            for (const auto& each : std::filesystem::recursive_directory_iterator{root}) {
+        for (const auto* module : {"Tallyfold", "LedgerUI", "LedgerCore", "LedgerService", "LedgerCLI"}) {
+            for (const auto& each : std::filesystem::recursive_directory_iterator{pathOf(module)}) {
                 const auto path = each.path().string();
                 const bool isSource = path.ends_with(".cpp") || path.ends_with(".h");
                 const bool isTest = path.find("/tests/") != std::string::npos;
@@ -126,22 +147,25 @@ std::vector<std::smatch> matches(const std::string& text, const std::regex& patt
     return {std::sregex_iterator{text.begin(), text.end(), pattern}, {}};
 }
 
-bool isAnywhere(const std::string& text)
+using Modules = std::vector<std::string>;
+
+bool isAnywhere(const std::string& text, const Modules& modules)
 {
     return std::ranges::any_of(sources(), [&](const auto& each) {
         return !each.first.ends_with("Words.cpp") && !each.first.ends_with("StoreMessages.cpp") &&
+               std::ranges::any_of(modules, [&](const auto& one) { return each.first.starts_with(pathOf(one)); }) &&
                each.second.find(text) != std::string::npos;
     });
 }
 
 /// Whether some source asks for the row: by its whole key, by the stem of a count or by the part before a point to
 /// which it adds the rest.
-bool isAskedFor(const std::string& key)
+bool isAskedFor(const std::string& key, const Modules& modules)
 {
     const auto point = key.rfind('.');
-    return isAnywhere('"' + key + '"') ||
-           (point != std::string::npos &&
-            (isAnywhere('"' + key.substr(0, point + 1) + '"') || isAnywhere('"' + key.substr(0, point) + '"')));
+    return isAnywhere('"' + key + '"', modules) ||
+           (point != std::string::npos && (isAnywhere('"' + key.substr(0, point + 1) + '"', modules) ||
+                                           isAnywhere('"' + key.substr(0, point) + '"', modules)));
 }
 
 }
@@ -149,12 +173,12 @@ bool isAskedFor(const std::string& key)
 TEST(WordTables, AreAllKnown)
 {
     static const std::regex definition{R"(\nconst WordTable& (?:(\w+)::)?(\w+)\(\)\n)"};
+    static const std::regex made{R"(\bconst WordTable \w+[{(])"};
     std::size_t found = 0;
     for (const auto& [path, text] : sources()) {
-        for (const auto& each : matches(text, definition)) {
-            // What no header declares is read by a single file.
-            if (!each[1].matched && !isAnywhere("const WordTable& " + each[2].str() + "();"))
-                continue;
+        const auto definitions = matches(text, definition);
+        EXPECT_EQ(matches(text, made).size(), definitions.size()) << path << " has a table that nothing can name";
+        for (const auto& each : definitions) {
             const auto name = each[1].matched ? each[1].str() + "::" + each[2].str() : each[2].str();
             EXPECT_TRUE(tables().contains(name)) << path << ": " << name << " is missing in the list";
             ++found;
@@ -197,12 +221,16 @@ TEST(WordTables, HoldEveryKeyThatIsAskedFor)
 
 TEST(WordTables, HoldNothingThatNobodyAsksFor)
 {
+    const Modules window{"Tallyfold", "LedgerUI", "LedgerCore"};
+    const Modules companion{"LedgerCLI", "LedgerCore"};
+    const std::string ofCompanion = "CommandWords::table";
     for (const auto& [name, table] : tables()) {
         // The keys of the others come from data: roles, months, signs.
-        if ((!name.ends_with("Words") && name != "storeMessages") || table == &roleWords())
+        if ((!name.ends_with("Words") && name != "storeMessages" && name != ofCompanion) || table == &roleWords())
             continue;
+        const auto& modules = name == ofCompanion ? companion : window;
         for (const auto& row : table->rows())
-            EXPECT_TRUE(isAskedFor(std::string{row.key})) << name << ": nobody asks for " << row.key;
+            EXPECT_TRUE(isAskedFor(std::string{row.key}, modules)) << name << ": nobody asks for " << row.key;
     }
 }
 
