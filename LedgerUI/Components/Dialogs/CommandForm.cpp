@@ -11,6 +11,7 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Dialogs/WindowBehind.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
@@ -19,14 +20,6 @@
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {
-
-/// The main window that `part` belongs to, also through other dialogs; null for none.
-QWidget* windowBehind(QWidget* part)
-{
-    while (part && part->parentWidget())
-        part = part->parentWidget();
-    return part;
-}
 
 QString lines(QStringList texts)
 {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
+#include "LedgerUI/Components/Dialogs/WindowBehind.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
@@ -11,10 +12,7 @@ namespace {
 
 QList<PageView*> pagesAround(const QWidget& part)
 {
-    const auto* root = &part;
-    while (root->parentWidget())
-        root = root->parentWidget();
-    return root->findChildren<PageView*>();
+    return windowBehind(&part)->findChildren<PageView*>();
 }
 
 /// The question over the window of `part`.
