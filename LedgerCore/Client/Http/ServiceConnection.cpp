@@ -23,7 +23,10 @@ ServiceConnection::ServiceConnection(std::string address, TransferLimits limits)
 {
 }
 
-ServiceConnection::~ServiceConnection() = default;
+ServiceConnection::~ServiceConnection()
+{
+    abort();
+}
 
 void ServiceConnection::setAddress(std::string address)
 {

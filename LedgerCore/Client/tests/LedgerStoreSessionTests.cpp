@@ -233,6 +233,21 @@ TEST(LedgerStoreSession, IsEndedWhereItIsOpenedAfterTheWindowIsClosed)
     }
 }
 
+TEST(LedgerStoreSession, IsNoLongerWaitedForWhenItsConnectionGoes)
+{
+    ScriptedServer server;
+    server.answer(login, ServerReply::parked());
+    auto connection = std::make_unique<ServiceConnection>(server.url(), TransferLimits{.idle = std::chrono::hours{1}});
+    SessionOpening opening{*connection};
+    auto asking = opening.ask({.method = "POST", .path = "v1/auth/login", .body = "{}"}, nullptr,
+                              [](const SplitReply&) { return std::optional<CompanyRegistrationResponse>{}; });
+    waitUntil([&] { return server.parkedCount() == 1; });
+    connection.reset();
+    const auto answer = resultOf(std::move(asking));
+    ASSERT_FALSE(answer);
+    EXPECT_TRUE(std::holds_alternative<Cancelled>(answer.error()));
+}
+
 TEST(LedgerStoreSession, StaysWhereGoingToAnotherCompanyIsGivenUp)
 {
     StoreUnderTest test;
