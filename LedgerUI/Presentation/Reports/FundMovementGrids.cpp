@@ -9,6 +9,7 @@
 
 #include "LedgerCore/Domain/Entries/PostingRules.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
+#include "LedgerUI/Presentation/Reports/ReportSorting.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/RateText.h"
@@ -37,7 +38,12 @@ public:
         FundMovementGrids grids{.sums = sums(), .list = {}, .count = m_funds.legs.size()};
         workOutBalances();
         sortLatestFirst();
-        grids.list = list(std::min(most, m_funds.legs.size()));
+        // The first of another order can be any of them.
+        const bool isSorted = m_query.sorts.contains(FundMovementGrids::tableID);
+        grids.list = list(isSorted ? m_funds.legs.size() : std::min(most, m_funds.legs.size()));
+        ReportSorting::apply(grids.list, m_query.sorts, m_locale);
+        auto& rows = grids.list.rows;
+        rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(std::min(most, rows.size())), rows.end());
         return grids;
     }
 
@@ -56,11 +62,12 @@ private:
 
     [[nodiscard]] ReportGrid sums() const
     {
-        ReportGrid grid{.name = word("table.fundSums"),
-                        .columns = {{.head = word("fund.kind"), .kind = Kind::name},
-                                    {.head = word("fund.in")},
-                                    {.head = word("fund.out")},
-                                    {.head = word("fund.net")}},
+        ReportGrid grid{.id = "fundSums",
+                        .name = word("table.fundSums"),
+                        .columns = {{.id = "fund.kind", .head = word("fund.kind"), .kind = Kind::name},
+                                    {.id = "fund.in", .head = word("fund.in")},
+                                    {.id = "fund.out", .head = word("fund.out")},
+                                    {.id = "fund.net", .head = word("fund.net")}},
                         .rows = {}};
         const auto add = [&](std::string id, const QString& name, const FundMovementSum& sum,
                              std::set<Movement> movements, Level level) {
@@ -129,15 +136,19 @@ private:
 
     [[nodiscard]] ReportGrid list(std::size_t count) const
     {
-        ReportGrid grid{.name = word("table.funds"),
-                        .columns = {{.head = word("day"), .kind = Kind::label},
-                                    {.head = word("fund.movement"), .kind = Kind::name, .beside = word("fund.remarks")},
-                                    {.head = word("account"), .kind = Kind::label},
-                                    {.head = word("fund.in")},
-                                    {.head = word("fund.out")}},
+        ReportGrid grid{.id = std::string{FundMovementGrids::tableID},
+                        .name = word("table.funds"),
+                        .columns = {{.id = "day", .head = word("day"), .kind = Kind::label},
+                                    {.id = "fund.movement",
+                                     .head = word("fund.movement"),
+                                     .kind = Kind::name,
+                                     .beside = word("fund.remarks")},
+                                    {.id = "account", .head = word("account"), .kind = Kind::label},
+                                    {.id = "fund.in", .head = word("fund.in")},
+                                    {.id = "fund.out", .head = word("fund.out")}},
                         .rows = {}};
         if (!m_balances.empty())
-            grid.columns.push_back({.head = word("fund.balance")});
+            grid.columns.push_back({.id = "fund.balance", .head = word("fund.balance")});
         for (std::size_t at = 0; at < count; ++at)
             grid.rows.push_back(row(m_funds.legs[at], at));
         return grid;

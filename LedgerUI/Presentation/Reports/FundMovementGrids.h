@@ -10,8 +10,11 @@
 /// The money of one currency that moved without being income or expense.
 struct FundMovementGrids {
     ReportGrid sums; // by kind of movement
-    ReportGrid list; // movement by movement, the latest first
+    ReportGrid list; // movement by movement, the latest first unless it is asked for in another order
     std::size_t count = 0;
+
+    /// Of the list of all movements.
+    static constexpr std::string_view tableID = "fundMovements";
 
     /// How many movements a page shows; files and paper have all of them.
     static constexpr std::size_t shown = 300;

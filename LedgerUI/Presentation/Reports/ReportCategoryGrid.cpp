@@ -49,12 +49,13 @@ public:
                 return std::unexpected(report.error());
             take(report->periods.front(), field);
         }
-        m_grid = {.name = word(isExpense() ? "table.expenseCategories" : "table.incomeCategories"),
-                  .columns = {{.head = word("category"), .kind = Kind::name},
-                              {.head = word("amount")},
-                              {.head = word("share")},
-                              {.head = word("change.before"), .isSpare = true},
-                              {.head = word("change.lastYear"), .isSpare = true}},
+        m_grid = {.id = "categories",
+                  .name = word(isExpense() ? "table.expenseCategories" : "table.incomeCategories"),
+                  .columns = {{.id = "category", .head = word("category"), .kind = Kind::name},
+                              {.id = "amount", .head = word("amount")},
+                              {.id = "share", .head = word("share")},
+                              {.id = "change.before", .head = word("change.before"), .isSpare = true},
+                              {.id = "change.lastYear", .head = word("change.lastYear"), .isSpare = true}},
                   .rows = {},
                   .partOf = word("partOf")};
         addRows();
@@ -172,6 +173,7 @@ private:
             name.backing = backing;
         ReportGridCell share{.text = QStringLiteral("–"), .tone = Tone::quiet, .backing = backing};
         if (sum.now > 0) {
+            share.value = sum.now;
             share.text = ReportOverviews::shareText(sum.now, m_whole, m_locale);
             share.bar = ReportBar{.fraction = static_cast<double>(sum.now) / static_cast<double>(m_most),
                                   .role = isExpense() ? ChartRole::expense : ChartRole::income};
@@ -196,7 +198,8 @@ private:
         return {.text = ReportTrends::changeText(before, now, m_locale),
                 .spoken = before == 0 ? QString{} : spokenChange(before, now, *compared),
                 .tone = Tone::quiet,
-                .backing = std::move(backing)};
+                .backing = std::move(backing),
+                .value = ReportTrends::changeTenths(before, now)};
     }
 
     /// "+2.6 %, against 112,640,000 in October 2026".

@@ -38,12 +38,12 @@ std::optional<ReportExportAuthorization::AccountIDs> accountsOf(const ReportShee
 /// All movements of funds are in the file, however many of them the page shows.
 std::string contentOf(const ReportSheet& sheet, ReportPart part, std::string_view tableID)
 {
-    if (tableID == ReportParts::fundMovements)
+    if (tableID == FundMovementGrids::tableID)
         return ReportGrids::csvText(
             FundMovementGrids::of(*sheet.books, sheet.query, sheet.locale, FundMovementGrids::all).list);
-    for (const auto& table : ReportParts::tables(sheet, part)) {
-        if (table.id == tableID)
-            return ReportGrids::csvText(*table.grid);
+    for (const auto* table : ReportParts::tables(sheet, part)) {
+        if (table->id == tableID)
+            return ReportGrids::csvText(*table);
     }
     return {};
 }
@@ -169,13 +169,13 @@ std::vector<ReportExport::Choice> ReportExport::choices(const ReportSheet& sheet
 {
     std::vector<Choice> all;
     const auto days = PrintHead::days(sheet.query.period, moment);
-    for (const auto& table : ReportParts::tables(sheet, part)) {
-        const bool isFunds = table.id == ReportParts::fundMovements;
+    for (const auto* table : ReportParts::tables(sheet, part)) {
+        const bool isFunds = table->id == FundMovementGrids::tableID;
         const auto stem = isFunds ? QStringLiteral("Brightbook-fundMovements-")
-                                  : QStringLiteral("tallyfold-report-%1-").arg(qString(table.id));
-        all.push_back({.tableID = std::string{table.id},
-                       .name = table.grid->name,
-                       .rows = isFunds ? sheet.funds.count : table.grid->rows.size(),
+                                  : QStringLiteral("tallyfold-report-%1-").arg(qString(table->id));
+        all.push_back({.tableID = table->id,
+                       .name = table->name,
+                       .rows = isFunds ? sheet.funds.count : table->rows.size(),
                        .fileName = stem + days + QStringLiteral(".csv")});
     }
     return all;

@@ -57,7 +57,8 @@ ReportGridCell ReportGrids::moneyCell(const MoneyText& money, ReportGridCell::To
             .spoken = money.spoken,
             .copied = money.plain(),
             .tone = tone,
-            .backing = std::move(backing)};
+            .backing = std::move(backing),
+            .value = money.isKnown() ? std::optional{money.minor} : std::nullopt};
 }
 
 QString ReportGrids::spreadsheetText(const ReportGrid& grid, const std::vector<int>& rows)

@@ -11,6 +11,7 @@
 #include "LedgerCore/Domain/Calendar/Period.h"
 #include "LedgerCore/Domain/Reports/ReportFigure.h"
 #include "LedgerUI/Presentation/Charts/ChartLayout.h"
+#include "LedgerUI/Presentation/Reports/ReportSort.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
 
 /// The entries behind a figure: those of the period that it is the sum of.
@@ -42,6 +43,7 @@ struct ReportGridCell {
     std::optional<ReportBar> bar = {};
     std::vector<std::int64_t> line = {}; // values from left to right, drawn as a line without a scale
     std::optional<ReportBacking> backing = {};
+    std::optional<std::int64_t> value = {}; // what it is sorted by, where that is not its text
 
     bool operator==(const ReportGridCell&) const = default;
 };
@@ -54,6 +56,7 @@ struct ReportGridColumn {
         line
     };
 
+    std::string id = {}; // in every language; none where the table is not sorted by it
     QString head;
     Kind kind = Kind::figure;
     bool isSpare = false; // gives way in a narrow window
@@ -63,7 +66,7 @@ struct ReportGridColumn {
 };
 
 struct ReportGridRow {
-    enum class Level { plain, parent, child, total };
+    enum class Level { plain, heading, parent, child, total };
 
     std::string id;
     std::vector<ReportGridCell> cells; // one for each column
@@ -76,10 +79,13 @@ struct ReportGridRow {
 
 /// A table of a report, ready to be shown, copied and written to a file.
 struct ReportGrid {
+    std::string id = {}; // in every language
     QString name;
     std::vector<ReportGridColumn> columns;
     std::vector<ReportGridRow> rows;
     QString partOf = {}; // where rows are parts of others: the head of the column that says so in copies and files
+    std::optional<ReportSort> sort = {}; // unset in the order of the books
+    QString sorted = {};                 // the same in words
 
     bool operator==(const ReportGrid&) const = default;
 };

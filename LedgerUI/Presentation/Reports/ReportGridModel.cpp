@@ -91,5 +91,7 @@ QVariant ReportGridModel::headerData(int section, Qt::Orientation orientation, i
     if (role == Qt::TextAlignmentRole)
         return QVariant::fromValue(Qt::Alignment{
             Qt::AlignVCenter | (column.kind == ReportGridColumn::Kind::figure ? Qt::AlignRight : Qt::AlignLeft)});
+    if (role == Qt::AccessibleTextRole && m_grid.sort && m_grid.sort->column == column.id)
+        return m_grid.sorted;
     return role == Qt::DisplayRole ? QVariant{column.head} : QVariant{};
 }

@@ -5,6 +5,7 @@
 #include <map>
 #include <utility>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
@@ -99,7 +100,8 @@ private:
             return {.text = QStringLiteral("–"),
                     .copied = QStringLiteral("0"),
                     .tone = Tone::quiet,
-                    .backing = ReportBacking{m_query.period, figure(accountID, movements)}};
+                    .backing = ReportBacking{m_query.period, figure(accountID, movements)},
+                    .value = 0};
         const bool isIncome = minor > 0 && movements.contains(Movement::income);
         return ReportGrids::moneyCell(movementText(minor, m_query.currency, m_locale),
                                       isIncome ? Tone::incoming : Tone::plain,
@@ -147,12 +149,14 @@ private:
     [[nodiscard]] ReportGrid movements(const ReportAccountMatrix& matrix) const
     {
         const auto shown = columnsShown(matrix);
-        ReportGrid grid{.name = word("table.movements"),
-                        .columns = {{.head = word("account"), .kind = Kind::name}, {.head = word("opening")}},
+        ReportGrid grid{.id = "accounts",
+                        .name = word("table.movements"),
+                        .columns = {{.id = "account", .head = word("account"), .kind = Kind::name},
+                                    {.id = "opening", .head = word("opening")}},
                         .rows = {}};
         for (const auto& column : shown)
-            grid.columns.push_back({.head = word(column.head)});
-        grid.columns.push_back({.head = word("closing")});
+            grid.columns.push_back({.id = std::string{column.head}, .head = word(column.head)});
+        grid.columns.push_back({.id = "closing", .head = word("closing")});
         fill(grid, matrix, [&](QString name, const std::string& id, const std::vector<ReportCell>& cells) {
             return movementCells(std::move(name), id, cells.front(), shown);
         });
@@ -162,11 +166,14 @@ private:
     [[nodiscard]] ReportGrid monthEnds(const ReportAccountMatrix& matrix,
                                        const std::vector<std::chrono::year_month>& months) const
     {
-        ReportGrid grid{
-            .name = word("table.monthEnds"), .columns = {{.head = word("account"), .kind = Kind::name}}, .rows = {}};
+        ReportGrid grid{.id = "monthEnds",
+                        .name = word("table.monthEnds"),
+                        .columns = {{.id = "account", .head = word("account"), .kind = Kind::name}},
+                        .rows = {}};
         for (const auto& month : months)
-            grid.columns.push_back({.head = DayText::shortMonth(month.month(), m_locale)});
-        grid.columns.push_back({.head = word("trend"), .kind = Kind::line, .isSpare = true});
+            grid.columns.push_back(
+                {.id = LedgerDay::format(month / 1), .head = DayText::shortMonth(month.month(), m_locale)});
+        grid.columns.push_back({.id = "trend", .head = word("trend"), .kind = Kind::line, .isSpare = true});
         fill(grid, matrix, [&](QString name, const std::string& id, const std::vector<ReportCell>& cells) {
             std::vector<ReportGridCell> shown{{.text = std::move(name)}};
             ReportGridCell line;
@@ -195,7 +202,7 @@ private:
                 if (!std::exchange(isHeaded, true)) {
                     std::vector<ReportGridCell> heading(grid.columns.size());
                     heading.front() = {.text = word(purpose), .tone = Tone::strong};
-                    grid.rows.push_back({.id = purpose, .cells = std::move(heading)});
+                    grid.rows.push_back({.id = purpose, .cells = std::move(heading), .level = Level::heading});
                 }
                 grid.rows.push_back({.id = "account " + account.id,
                                      .cells = cellsOf(QString::fromStdString(account.name), account.id, row.cells)});

@@ -80,7 +80,7 @@ private:
 std::vector<ReportGridColumn> currencyColumns(std::string_view locale)
 {
     const auto column = [&](std::string_view key, Kind kind = Kind::figure) {
-        return ReportGridColumn{.head = wordIn(locale, reportWords(), key), .kind = kind};
+        return ReportGridColumn{.id = std::string{key}, .head = wordIn(locale, reportWords(), key), .kind = kind};
     };
     auto other = column("other");
     other.isSpare = true;
@@ -93,6 +93,7 @@ std::vector<ReportGridColumn> currencyColumns(std::string_view locale)
 }
 
 struct Largest {
+    std::string_view id;
     std::string_view name; // a key of the words
     const std::vector<ShareRow>& rows;
     ChartRole role;
@@ -101,7 +102,8 @@ struct Largest {
 
 ReportGrid largest(const Largest& asked, const Period& period, std::string_view locale)
 {
-    ReportGrid grid{.name = wordIn(locale, reportWords(), asked.name),
+    ReportGrid grid{.id = std::string{asked.id},
+                    .name = wordIn(locale, reportWords(), asked.name),
                     .columns = {{.head = wordIn(locale, reportWords(), "category"), .kind = Kind::name},
                                 {.head = wordIn(locale, reportWords(), "amount"),
                                  .beside = wordIn(locale, reportWords(), "share")}},
@@ -132,10 +134,13 @@ std::optional<Period> ReportOverviewGrids::daysUntil(const Frame& frame, std::ch
 
 ReportGrid ReportOverviewGrids::currencies(const ReportOverview& overview, const Frame& frame, std::string_view locale)
 {
-    ReportGrid grid{
-        .name = wordIn(locale, reportWords(), "table.currencies"), .columns = currencyColumns(locale), .rows = {}};
+    ReportGrid grid{.id = "currencies",
+                    .name = wordIn(locale, reportWords(), "table.currencies"),
+                    .columns = currencyColumns(locale),
+                    .rows = {}};
     for (const auto& each : overview.currencies)
-        grid.rows.push_back({.id = each.currency, .cells = CurrencyRow{each, frame, locale}.cells()});
+        grid.rows.push_back(
+            {.id = each.currency, .cells = CurrencyRow{each, frame, locale}.cells(), .currency = each.currency});
     return grid;
 }
 
@@ -145,6 +150,7 @@ ReportGrid ReportOverviewGrids::months(const ReportOverview& overview, const Fra
     for (const auto month : overview.months)
         months.push_back(Period::containing(Period::Span::month, month / 1));
     auto grid = ReportPeriodGrids::table(overview.monthly, months, frame.firstDay, locale);
+    grid.id = "months";
     grid.name = wordIn(locale, reportWords(), "table.months");
     return grid;
 }
@@ -152,7 +158,8 @@ ReportGrid ReportOverviewGrids::months(const ReportOverview& overview, const Fra
 ReportGrid ReportOverviewGrids::largestExpenses(const ReportOverview& overview, const Frame& frame,
                                                 std::string_view locale)
 {
-    return largest({.name = "table.expenses",
+    return largest({.id = "expenses",
+                    .name = "table.expenses",
                     .rows = overview.largestExpenses,
                     .role = ChartRole::expense,
                     .figure = {.scope = {.currency = overview.currency, .accountIDs = frame.accountIDs},
@@ -163,7 +170,8 @@ ReportGrid ReportOverviewGrids::largestExpenses(const ReportOverview& overview, 
 ReportGrid ReportOverviewGrids::largestIncome(const ReportOverview& overview, const Frame& frame,
                                               std::string_view locale)
 {
-    return largest({.name = "table.largestIncome",
+    return largest({.id = "income",
+                    .name = "table.largestIncome",
                     .rows = overview.largestIncome,
                     .role = ChartRole::income,
                     .figure = {.scope = {.currency = overview.currency, .accountIDs = frame.accountIDs},

@@ -28,15 +28,16 @@ public:
 
     std::expected<ReportGrid, ReportError> accounts() const
     {
-        ReportGrid grid{.name = word("table.ownAccounts"),
-                        .columns = {{.head = word("account"), .kind = Kind::name},
-                                    {.head = word("currency"), .kind = Kind::label},
-                                    {.head = word("opening")},
-                                    {.head = word("matrix.transfer")},
-                                    {.head = word("income"), .isSpare = true},
-                                    {.head = word("expense")},
-                                    {.head = word("movement.other"), .isSpare = true},
-                                    {.head = word("closing")}},
+        ReportGrid grid{.id = "ownAccounts",
+                        .name = word("table.ownAccounts"),
+                        .columns = {{.id = "account", .head = word("account"), .kind = Kind::name},
+                                    {.id = "currency", .head = word("currency"), .kind = Kind::label},
+                                    {.id = "opening", .head = word("opening")},
+                                    {.id = "matrix.transfer", .head = word("matrix.transfer")},
+                                    {.id = "income", .head = word("income"), .isSpare = true},
+                                    {.id = "expense", .head = word("expense")},
+                                    {.id = "movement.other", .head = word("movement.other"), .isSpare = true},
+                                    {.id = "closing", .head = word("closing")}},
                         .rows = {}};
         for (const auto& code : m_books.book->currencies()) {
             const auto matrix = m_books.book->matrix({.currency = code}, {ReportRanges::of(m_query.period)});
@@ -50,14 +51,16 @@ public:
 
     [[nodiscard]] ReportGrid latest() const
     {
-        ReportGrid grid{.name = word("table.latest"),
-                        .columns = {{.head = word("day"), .kind = Kind::label},
-                                    {.head = word("entry"), .kind = Kind::name, .beside = word("entry.note")},
-                                    {.head = word("currency"), .kind = Kind::label},
-                                    {.head = word("amount")}},
-                        .rows = {}};
+        ReportGrid grid{
+            .id = "latest",
+            .name = word("table.latest"),
+            .columns = {{.id = "day", .head = word("day"), .kind = Kind::label},
+                        {.id = "entry", .head = word("entry"), .kind = Kind::name, .beside = word("entry.note")},
+                        {.id = "currency", .head = word("currency"), .kind = Kind::label},
+                        {.id = "amount", .head = word("amount")}},
+            .rows = {}};
         for (const auto* entry : latestEntries())
-            grid.rows.push_back({.id = entry->id, .cells = cells(*entry)});
+            grid.rows.push_back({.id = entry->id, .cells = cells(*entry), .currency = ownLeg(*entry).currency});
         return grid;
     }
 

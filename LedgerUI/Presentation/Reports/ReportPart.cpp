@@ -2,20 +2,17 @@
 
 namespace {
 
-std::vector<ReportParts::Table> allTables(const ReportSheet& sheet, ReportPart part)
+std::vector<const ReportGrid*> allTables(const ReportSheet& sheet, ReportPart part)
 {
     switch (part) {
     case ReportPart::overview:
-        return {{"currencies", &sheet.currencies},
-                {"months", &sheet.months},
-                {"expenses", &sheet.largestExpenses},
-                {"income", &sheet.largestIncome}};
+        return {&sheet.currencies, &sheet.months, &sheet.largestExpenses, &sheet.largestIncome};
     case ReportPart::income:
-        return {{"periods", &sheet.trend.table}, {"categories", &sheet.trend.categories}};
+        return {&sheet.trend.table, &sheet.trend.categories};
     case ReportPart::matrix:
-        return {{"accounts", &sheet.matrix.movements}, {"monthEnds", &sheet.matrix.monthEnds}};
+        return {&sheet.matrix.movements, &sheet.matrix.monthEnds};
     case ReportPart::movements:
-        return {{"fundSums", &sheet.funds.sums}, {ReportParts::fundMovements, &sheet.funds.list}};
+        return {&sheet.funds.sums, &sheet.funds.list};
     case ReportPart::summary:
         return {}; // it is only looked at
     }
@@ -41,10 +38,10 @@ std::string_view ReportParts::idOf(ReportPart part)
     return {};
 }
 
-std::vector<ReportParts::Table> ReportParts::tables(const ReportSheet& sheet, ReportPart part)
+std::vector<const ReportGrid*> ReportParts::tables(const ReportSheet& sheet, ReportPart part)
 {
     auto tables = allTables(sheet, part);
-    std::erase_if(tables, [](const Table& table) { return table.grid->rows.empty(); });
+    std::erase_if(tables, [](const ReportGrid* table) { return table->rows.empty(); });
     return tables;
 }
 

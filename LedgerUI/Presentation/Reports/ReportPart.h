@@ -11,20 +11,11 @@ namespace ReportParts {
 /// Those of the page, in their order.
 inline constexpr std::array all{ReportPart::overview, ReportPart::income, ReportPart::matrix, ReportPart::movements};
 
-/// One of a report's tables.
-struct Table {
-    std::string_view id;
-    const ReportGrid* grid = nullptr;
-};
-
-/// The table of all movements of funds, of which a page shows the latest.
-inline constexpr std::string_view fundMovements = "fundMovements";
-
 /// The stable name of a report: of its tab, and in the names of files.
 std::string_view idOf(ReportPart part);
 
 /// The tables of a report, those with rows.
-std::vector<Table> tables(const ReportSheet& sheet, ReportPart part);
+std::vector<const ReportGrid*> tables(const ReportSheet& sheet, ReportPart part);
 
 /// The currencies that its figures are about.
 std::vector<std::string> currencies(const ReportSheet& sheet, ReportPart part);

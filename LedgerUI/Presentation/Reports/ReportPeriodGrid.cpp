@@ -12,6 +12,12 @@ using Tone = ReportGridCell::Tone;
 
 namespace {
 
+/// Periods stand in the order of their first days.
+std::int64_t dayCount(const Period& period)
+{
+    return sys_days{period.firstDay()}.time_since_epoch().count();
+}
+
 class PeriodRows {
 public:
     PeriodRows(const ReportScope& scope, std::chrono::year_month_day firstDay, std::string_view locale)
@@ -24,8 +30,8 @@ public:
         const auto income = figures.movements.incomeMinor();
         const auto expense = figures.movements.expenseMinor();
         return {
-            .id = std::to_string(sys_days{period.firstDay()}.time_since_epoch().count()),
-            .cells = {{.text = periodLabel(period, m_locale)},
+            .id = ReportPeriodGrids::idOf(period),
+            .cells = {{.text = periodLabel(period, m_locale), .value = dayCount(period)},
                       moved(income, income > 0 ? Tone::incoming : Tone::plain, period, ReportFigure::incomeMovements()),
                       moved(expense, Tone::plain, period, ReportFigure::expenseMovements()),
                       moved(income + expense, Tone::strong, period, ReportFigure::netMovements()),
@@ -56,16 +62,22 @@ private:
 
 }
 
+std::string ReportPeriodGrids::idOf(const Period& period)
+{
+    return std::to_string(dayCount(period));
+}
+
 ReportGrid ReportPeriodGrids::table(const Report& report, const std::vector<Period>& periods,
                                     std::chrono::year_month_day firstDay, std::string_view locale)
 {
     const auto word = [&](std::string_view key) { return wordIn(locale, reportWords(), key); };
-    ReportGrid grid{.name = word("table.periods"),
-                    .columns = {{.head = word("period"), .kind = Kind::name},
-                                {.head = word("income")},
-                                {.head = word("expense")},
-                                {.head = word("net"), .isSpare = true},
-                                {.head = word("closing")}},
+    ReportGrid grid{.id = "periods",
+                    .name = word("table.periods"),
+                    .columns = {{.id = "period", .head = word("period"), .kind = Kind::name},
+                                {.id = "income", .head = word("income")},
+                                {.id = "expense", .head = word("expense")},
+                                {.id = "net", .head = word("net"), .isSpare = true},
+                                {.id = "closing", .head = word("closing")}},
                     .rows = {}};
     const PeriodRows rows{report.scope, firstDay, locale};
     for (auto at = report.periods.size(); at-- > 0;)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -8,6 +9,9 @@
 #include "LedgerUI/Presentation/Reports/ReportGrid.h"
 
 namespace ReportPeriodGrids {
+
+/// Of the row of a period.
+std::string idOf(const Period& period);
 
 /// Income, expense, net and closing balance of each period of a report, the newest first, each figure with the entries
 /// behind it. `periods` are those of the report; balances add up from `firstDay` on.

@@ -1,7 +1,5 @@
 #include "LedgerUI/Presentation/Reports/ReportPrint.h"
 
-#include <algorithm>
-
 #include "LedgerUI/Presentation/Reports/ReportExport.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
@@ -15,6 +13,8 @@ PrintedRow::Level levelOf(ReportGridRow::Level level)
     switch (level) {
     case ReportGridRow::Level::plain:
         return PrintedRow::Level::plain;
+    case ReportGridRow::Level::heading:
+        return PrintedRow::Level::group;
     case ReportGridRow::Level::parent:
         return PrintedRow::Level::parent;
     case ReportGridRow::Level::child:
@@ -23,13 +23,6 @@ PrintedRow::Level levelOf(ReportGridRow::Level level)
         return PrintedRow::Level::total;
     }
     return PrintedRow::Level::plain;
-}
-
-/// A row of which only the name says anything.
-bool isHeading(const ReportGridRow& row)
-{
-    return row.cells.size() > 1 && row.cells.front().tone == ReportGridCell::Tone::strong &&
-           std::all_of(row.cells.begin() + 1, row.cells.end(), [](const auto& cell) { return cell.text.isEmpty(); });
 }
 
 }
@@ -47,7 +40,7 @@ PrintedTable ReportPrint::table(const ReportGrid& grid, const QString& note)
                                  .width = wraps ? PrintedColumn::Width::rest : PrintedColumn::Width::content});
     }
     for (const auto& row : grid.rows) {
-        PrintedRow printed{.cells = {}, .level = isHeading(row) ? PrintedRow::Level::group : levelOf(row.level)};
+        PrintedRow printed{.cells = {}, .level = levelOf(row.level)};
         for (std::size_t at = 0; at < row.cells.size(); ++at) {
             if (grid.columns[at].kind != Kind::line)
                 printed.cells.push_back({.text = row.cells[at].text, .second = row.cells[at].beside});
@@ -80,14 +73,14 @@ PrintedDocument ReportPrint::document(const ReportSheet& sheet, ReportPart part,
                                             QStringLiteral(" · ") + qString(chart.currency),
                                    .data = chart,
                                    .books = sheet.books->snapshot});
-    for (const auto& each : ReportParts::tables(sheet, part)) {
+    for (const auto* each : ReportParts::tables(sheet, part)) {
         auto printed =
-            each.id == ReportParts::fundMovements
+            each->id == FundMovementGrids::tableID
                 ? table(FundMovementGrids::of(*sheet.books, sheet.query, locale, FundMovementGrids::all).list)
-                : table(*each.grid);
-        if (part == ReportPart::overview && each.grid != &sheet.currencies) // of one of the currencies that this lists
+                : table(*each);
+        if (part == ReportPart::overview && each != &sheet.currencies) // of one of the currencies that this lists
             printed.title += QStringLiteral(" · ") + qString(sheet.query.currency);
-        if (each.grid == &sheet.trend.categories)
+        if (each == &sheet.trend.categories)
             printed.title += QStringLiteral(" · ") + sheet.trend.of;
         document.tables.push_back(std::move(printed));
     }

@@ -9,6 +9,7 @@
 
 #include "LedgerCore/Domain/Reports/ReportBook.h"
 #include "LedgerUI/Presentation/Period/PeriodCounts.h"
+#include "LedgerUI/Presentation/Reports/ReportSort.h"
 
 /// One snapshot laid out for reports. Immutable, so that workers and screens may share it.
 struct ReportBooks {
@@ -36,6 +37,7 @@ struct ReportQuery {
     std::optional<Period> part = {};        // of the trend, that the categories are of
     Movement side = Movement::expense;      // of the categories
     bool hidesStillColumns = true;          // of the account matrix: those in which nothing moved
+    ReportSorts sorts = {};                 // of its tables
 
     bool operator==(const ReportQuery&) const = default;
 };

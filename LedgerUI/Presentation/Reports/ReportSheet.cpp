@@ -6,6 +6,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Reports/ReportOverviewGrids.h"
+#include "LedgerUI/Presentation/Reports/ReportSorting.h"
 
 namespace {
 
@@ -85,6 +86,15 @@ std::optional<ReportError> fill(ReportSheet& sheet)
     return std::nullopt;
 }
 
+/// The list of the movements of funds is in its order before it is cut.
+void putInOrder(ReportSheet& sheet)
+{
+    for (auto* grid :
+         {&sheet.currencies, &sheet.months, &sheet.trend.table, &sheet.trend.categories, &sheet.matrix.movements,
+          &sheet.matrix.monthEnds, &sheet.funds.sums, &sheet.own.accounts, &sheet.own.latest})
+        ReportSorting::apply(*grid, sheet.query.sorts, sheet.locale);
+}
+
 }
 
 ReportBooks::ReportBooks(SnapshotPointer held) : snapshot(std::move(held)), book(ReportBook::create(*snapshot))
@@ -117,5 +127,6 @@ ReportSheet reportSheet(ReportBooksPointer books, ReportQuery query, std::string
     sheet.query.currency = sheet.overview.currency;
     if (const auto failure = fill(sheet))
         sheet.failure = *failure;
+    putInOrder(sheet);
     return sheet;
 }

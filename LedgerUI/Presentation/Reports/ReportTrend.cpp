@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
@@ -24,6 +25,7 @@ __extension__ using Wide = __int128;
 
 constexpr std::size_t periodsShown = 12; // where the page's period is a single one
 constexpr std::size_t periodsAtMost = 120;
+constexpr std::int64_t mostTenths = 99'999; // beyond 9,999.9 % a percentage says nothing any more
 constexpr std::array spans{Span::day, Span::week, Span::month, Span::quarter, Span::year};
 
 /// The days that the trend is about: those of the period, but none before the books begin or after today and the last
@@ -238,20 +240,27 @@ std::optional<Period> ReportTrends::yearBefore(const Period& period)
     return Period::containing(period.span(), earlier(period.firstDay()));
 }
 
-QString ReportTrends::changeText(std::int64_t before, std::int64_t now, std::string_view locale)
+std::optional<std::int64_t> ReportTrends::changeTenths(std::int64_t before, std::int64_t now)
 {
     if (before == 0)
-        return now == 0 ? QStringLiteral("–") : wordIn(locale, reportWords(), "change.new");
+        return std::nullopt;
     const Wide difference = Wide{now} - before;
     const Wide size = before < 0 ? -Wide{before} : Wide{before};
     const Wide magnitude = difference < 0 ? -difference : difference;
-    const auto tenths = (magnitude * 2000 / size + 1) / 2;
-    constexpr Wide most = 99'999; // beyond 9,999.9 % a percentage says nothing any more
-    if (tenths > most)
-        return difference < 0 ? QStringLiteral("≪") : QStringLiteral("≫");
-    const auto digits = std::to_string(static_cast<std::int64_t>(tenths / 10)) + Money::separators(locale).decimal +
-                        std::to_string(static_cast<std::int64_t>(tenths % 10));
-    const std::string sign = tenths == 0 ? "" : difference < 0 ? "−" : "+";
+    const auto tenths = static_cast<std::int64_t>(std::min((magnitude * 2000 / size + 1) / 2, Wide{mostTenths} + 1));
+    return difference < 0 ? -tenths : tenths;
+}
+
+QString ReportTrends::changeText(std::int64_t before, std::int64_t now, std::string_view locale)
+{
+    const auto change = changeTenths(before, now);
+    if (!change)
+        return now == 0 ? QStringLiteral("–") : wordIn(locale, reportWords(), "change.new");
+    const auto tenths = std::abs(*change);
+    if (tenths > mostTenths)
+        return *change < 0 ? QStringLiteral("≪") : QStringLiteral("≫");
+    const auto digits = std::to_string(tenths / 10) + Money::separators(locale).decimal + std::to_string(tenths % 10);
+    const std::string sign = tenths == 0 ? "" : *change < 0 ? "−" : "+";
     return wordIn(locale, reportWords(), "percent", {sign + digits});
 }
 

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -32,6 +33,10 @@ Period::Span grainFor(const Period& period, const ReportBooks& books, std::chron
 
 /// The same period a year earlier: the same dates, of weeks the week 52 weeks before; nothing for all time.
 std::optional<Period> yearBefore(const Period& period);
+
+/// The change from one amount to another in tenths of a percent of the first, up to what is told of it; nothing where
+/// there was nothing.
+std::optional<std::int64_t> changeTenths(std::int64_t before, std::int64_t now);
 
 /// The change from one amount to another, in tenths of a percent of the first: "+2.6 %"; a word where there was
 /// nothing, a dash where there is nothing now either. Amounts without their signs' sense: more spent is an increase.

@@ -33,7 +33,8 @@ MoneyText written(std::int64_t minor, std::string_view currency, std::string_vie
     return {.currency = qString(currency),
             .digits = qString(digits),
             .sign = minor < 0 ? Sign::minus : Sign::none,
-            .spoken = wordIn(locale, spokenMoney(), spokenKey, {digits, name})};
+            .spoken = wordIn(locale, spokenMoney(), spokenKey, {digits, name}),
+            .minor = minor};
 }
 
 }

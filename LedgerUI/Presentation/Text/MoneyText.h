@@ -16,6 +16,7 @@ struct MoneyText {
     QString digits;   // grouped, without a sign; a dash where there is no amount or none that fits a number
     Sign sign = Sign::none;
     QString spoken; // "minus 38,600,000 Vietnamese dong"; empty for a dash
+    std::int64_t minor = 0;
 
     bool operator==(const MoneyText&) const = default;
 

@@ -24,7 +24,7 @@ void FundsTab::presentBeside(const ReportSheet& sheet)
     if (funds.count == 0)
         m_note->setText(word(reportWords(), "funds.none"));
     else
-        m_note->setText(
-            word(reportWords(), "funds.latest", {groupedNumber(shown, locale), groupedNumber(funds.count, locale)}));
+        m_note->setText(word(reportWords(), funds.list.sort ? "funds.first" : "funds.latest",
+                             {groupedNumber(shown, locale), groupedNumber(funds.count, locale)}));
     m_note->setVisible(funds.count == 0 || funds.count > shown);
 }

@@ -14,6 +14,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Screens/Reports/CurrencySegments.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
@@ -150,10 +151,9 @@ void IncomeTab::bindParts()
         Q_EMIT queryWanted(query);
     });
     connect(m_chart, &ChartView::slotChosen, this, &IncomeTab::choosePart);
-    // The table begins with the latest period, the chart with the earliest.
     connect(m_table, &ReportTable::rowOpened, this, [this](const QString& id) {
-        const auto row = static_cast<std::size_t>(m_table->grid().rowOf(id.toStdString()));
-        choosePart(m_trend.periods.size() - 1 - row);
+        const auto found = std::ranges::find(m_trend.periods, id.toStdString(), &ReportPeriodGrids::idOf);
+        choosePart(static_cast<std::size_t>(found - m_trend.periods.begin()));
     });
     connect(m_categories, &ReportTable::rowOpened, this, [this](const QString& id) { toggle(id.toStdString()); });
 }
@@ -185,7 +185,7 @@ void IncomeTab::present(const ReportSheet& sheet, const ChartColors& colors)
     m_chart->present(m_trend.chart, colors);
     m_table->present(m_trend.table, colors);
     if (m_trend.chosen)
-        m_table->choose(m_trend.table.rows[m_trend.periods.size() - 1 - *m_trend.chosen].id);
+        m_table->choose(ReportPeriodGrids::idOf(m_trend.periods[*m_trend.chosen]));
     m_title->setText(text("categories"));
     m_of->setText(m_trend.of);
     m_none->setText(text("categories.none"));

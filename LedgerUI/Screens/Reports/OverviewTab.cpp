@@ -13,6 +13,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Screens/Reports/AttentionList.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
@@ -168,10 +169,11 @@ void OverviewTab::bindParts()
     // A currency opened is looked at in its categories.
     connect(m_currencies, &ReportTable::rowOpened, this, [this] { Q_EMIT tabWanted(QStringLiteral("income")); });
     connect(m_chart, &ChartView::slotChosen, this, &OverviewTab::chooseMonth);
-    // The table begins with the latest month, the chart with the earliest.
     connect(m_monthTable, &ReportTable::rowOpened, this, [this](const QString& id) {
-        const auto row = static_cast<std::size_t>(m_monthTable->grid().rowOf(id.toStdString()));
-        chooseMonth(m_months.size() - 1 - row);
+        const auto found = std::ranges::find(m_months, id.toStdString(), [](std::chrono::year_month month) {
+            return ReportPeriodGrids::idOf(Period::containing(Period::Span::month, month / 1));
+        });
+        chooseMonth(static_cast<std::size_t>(found - m_months.begin()));
     });
     connect(m_attention, &AttentionList::wanted, this, &ReportTab::attentionWanted);
 }

@@ -1,5 +1,7 @@
 #include "LedgerUI/Screens/Reports/ReportTab.h"
 
+#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/ReportSorting.h"
 #include "LedgerUI/Screens/Reports/CurrencySegments.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
 
@@ -8,6 +10,9 @@ void ReportTab::follow(const ReportTable& table)
     connect(&table, &ReportTable::backingWanted, this, &ReportTab::backingWanted);
     connect(&table, &ReportTable::copied, this, &ReportTab::copied);
     connect(&table, &ReportTable::saveWanted, this, &ReportTab::saveWanted);
+    connect(&table, &ReportTable::sortWanted, this, [this, &table](const std::optional<ReportSort>& sort) {
+        Q_EMIT queryWanted(ReportSorting::asked(m_query, table.grid().grid(), sort));
+    });
 }
 
 void ReportTab::offerSaving(bool isOffered)

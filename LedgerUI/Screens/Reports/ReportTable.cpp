@@ -13,7 +13,9 @@
 #include "LedgerUI/Components/Table/RowHeads.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/ReportSorting.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -119,9 +121,13 @@ ReportTable::ReportTable(ReportGridModel* model, std::shared_ptr<Look> look, con
     setSelectionMode(SingleSelection);
     frameCells();
     freezeFirstColumn();
-    heads().setSortIndicatorShown(false);
-    heads().setSectionsClickable(false);
-    heads().setSortIndicator(-1, Qt::AscendingOrder);
+    presentSort();
+    connect(&heads(), &QHeaderView::sectionClicked, this, [this](int column) {
+        presentSort(); // the toolkit has marked the head already
+        const auto at = static_cast<std::size_t>(column);
+        if (ReportSorting::isOffered(m_model->grid(), at))
+            Q_EMIT sortWanted(ReportSorting::pressed(m_model->grid(), at));
+    });
     connect(this, &RowTable::opened, this, &ReportTable::openCurrent);
     connect(this, &RowTable::menuWanted, this, &ReportTable::openMenu);
     connect(this, &RowTable::selectionMoved, this, [this] {
@@ -136,8 +142,23 @@ void ReportTable::present(ReportGrid grid, const ChartColors& colors)
     m_look->colors = colors;
     setAccessibleName(grid.name);
     m_model->present(std::move(grid));
+    presentSort();
     layOut();
     viewport()->update();
+}
+
+/// The order is told to readers as the table's description, too, which announces itself.
+void ReportTable::presentSort()
+{
+    const auto& grid = m_model->grid();
+    int column = -1;
+    if (grid.sort)
+        column = static_cast<int>(std::ranges::find(grid.columns, grid.sort->column, &ReportGridColumn::id) -
+                                  grid.columns.begin());
+    const bool isAscending = !grid.sort || grid.sort->direction == ReportSort::Direction::ascending;
+    heads().setSortIndicator(column, isAscending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    if (grid.sorted != accessibleDescription())
+        setAccessibleDescription(grid.sorted);
 }
 
 void ReportTable::showWhole(int most)
@@ -220,7 +241,15 @@ void ReportTable::keyPressEvent(QKeyEvent* event)
 {
     if (event->matches(QKeySequence::Copy) && currentIndex().isValid())
         return copyCurrent();
-    RowTable::keyPressEvent(event);
+    const QKeySequence pressed{event->keyCombination()};
+    const auto& grid = m_model->grid();
+    if (KeyBindings::keys(Command::turnSort).contains(pressed) && grid.sort)
+        Q_EMIT sortWanted(ReportSorting::turned(grid));
+    else if (KeyBindings::keys(Command::sortNext).contains(pressed) && !horizontalHeader()->isHidden())
+        Q_EMIT sortWanted(ReportSorting::next(
+            grid, [this](std::size_t column) { return !isColumnHidden(static_cast<int>(column)); }));
+    else
+        RowTable::keyPressEvent(event);
 }
 
 void ReportTable::openCurrent()

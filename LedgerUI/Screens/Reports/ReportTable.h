@@ -6,7 +6,8 @@
 
 class ReportGridModel;
 
-/// A table of a report. Keys move from figure to figure; Return or two presses open the entries behind one.
+/// A table of a report. Keys move from figure to figure; Return or two presses open the entries behind one. Its heads
+/// and keys ask for another order.
 class ReportTable final : public RowTable {
     Q_OBJECT
 public:
@@ -30,6 +31,8 @@ Q_SIGNALS:
     void copied();
     /// The table of this name is to be saved as a file.
     void saveWanted(const QString& name);
+    /// It is to stand in this order; unset for that of the books.
+    void sortWanted(const std::optional<ReportSort>& sort);
 
 protected:
     void layOut() override;
@@ -44,6 +47,7 @@ private:
     void copyCurrent();
     void copyTable(const std::vector<int>& rows);
     void takeHeight();
+    void presentSort();
     [[nodiscard]] int contentWidth(int column) const;
 
     ReportGridModel* m_model;

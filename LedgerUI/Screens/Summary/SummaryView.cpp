@@ -15,6 +15,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
 #include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/ReportSorting.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Screens/Reports/AttentionList.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
@@ -134,6 +135,9 @@ void SummaryView::bindParts()
         connect(table, &ReportTable::backingWanted, this,
                 [this](const ReportBacking& backing) { showBacking(backing); });
         connect(table, &ReportTable::copied, this, [this] { sayCopied(); });
+        connect(table, &ReportTable::sortWanted, this, [this, table](const std::optional<ReportSort>& sort) {
+            browser().ask(ReportSorting::asked(browser().query(), table->grid().grid(), sort));
+        });
     }
     // The chosen account's currency drives the categories.
     connect(m_accounts, &ReportTable::rowChosen, this, [this](const QString& id) {

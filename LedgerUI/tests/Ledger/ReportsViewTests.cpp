@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHeaderView>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Components/Chart/ChartView.h"
@@ -204,6 +206,43 @@ TEST_F(Reports, FoldCategoriesUnderTheirParentsAndCompareThem)
     EXPECT_EQ(row("categoryTable", "total").substr(0, 27), "Total expense | 219,625,200");
     screen.press("Income");
     EXPECT_EQ(row("categoryTable", "category service"), "Service | 12,500,000 | 3.6 % | 0.0 % | new");
+}
+
+TEST_F(Reports, SortATableByItsHeadsAndKeysAndSaySo)
+{
+    open();
+    screen.keys("Ctrl+Tab");
+    screen.waitFor("incomeTab");
+    const auto top = [this](const char* name) { return table(name).grid().row(0).id; };
+    const auto clickHead = [this](const char* name, int column) {
+        auto& head = *screen.find<ReportTable>(name).horizontalHeader();
+        QTest::mouseClick(head.viewport(), Qt::LeftButton, {},
+                          {head.sectionViewportPosition(column) + head.sectionSize(column) / 2, head.height() / 2});
+    };
+    const auto byTheBooks = top("categoryTable");
+    clickHead("categoryTable", 1);
+    EXPECT_EQ(top("categoryTable"), "category payroll");
+    clickHead("categoryTable", 1);
+    EXPECT_NE(top("categoryTable"), "category payroll");
+    const auto smallest = top("categoryTable");
+    EXPECT_EQ(table("categoryTable").accessibleDescription().toStdString(), "Amount, in ascending order");
+    EXPECT_EQ(table("categoryTable").model()->headerData(1, Qt::Horizontal, Qt::AccessibleTextRole).toString(),
+              QStringLiteral("Amount, in ascending order"));
+    clickHead("categoryTable", 1);
+    EXPECT_EQ(top("categoryTable"), byTheBooks);
+    EXPECT_EQ(table("categoryTable").accessibleDescription(), QString{});
+    // The same by keys, of the table that has them alone.
+    goTo("categoryTable", "category payroll", 0);
+    screen.keys("F8 F8 Shift+F8");
+    EXPECT_EQ(top("categoryTable"), smallest);
+    EXPECT_EQ(screen.find<ReportTable>("categoryTable").selectedIDs(), std::vector<std::string>{"category payroll"});
+    EXPECT_EQ(table("trendTable").grid().row(0).cells[0].text, QStringLiteral("November 2026"));
+    // A row opens its own period, wherever it stands.
+    clickHead("trendTable", 0);
+    EXPECT_EQ(table("trendTable").grid().row(0).cells[0].text, QStringLiteral("December 2025"));
+    goTo("trendTable", table("trendTable").grid().row(10).id.c_str(), 0);
+    screen.keys("Return");
+    EXPECT_EQ(row("categoryTable", "total").substr(0, 27), "Total expense | 216,845,200") << "of October";
 }
 
 TEST_F(Reports, BreakTheTrendIntoOtherPeriods)
