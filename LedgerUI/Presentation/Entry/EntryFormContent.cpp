@@ -12,6 +12,7 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Entry/EntryChoices.h"
+#include "LedgerUI/Presentation/Entry/EntryDouble.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryHistory.h"
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
@@ -57,7 +58,6 @@ private:
     void describeDay();
     void describeResult(EntryMoneyContent& money, const std::string& currency) const;
     void describeHistory();
-    [[nodiscard]] QString doubleOf(const LedgerTransaction& entry) const;
     void describeBalance(EntryMoneyContent& money, const Account* account, std::int64_t sign) const;
     [[nodiscard]] EntryEffect effectOn(const EntryDestination& destination, std::int64_t sign) const;
     [[nodiscard]] std::optional<std::int64_t> amountOf(const QString& text, const std::string& currency) const;
@@ -384,8 +384,10 @@ void Description::describeHistory()
         return;
     const auto moved = m_draft.onlyArrives() ? *amount : -*amount;
     if (const auto* entry =
-            m_history->likelyDouble(m_content.day.day, *m_draft.primaryAccount(), m_draft.currency, moved))
-        m_content.sent.caution = doubleOf(*entry);
+            m_history->likelyDouble(m_content.day.day, *m_draft.primaryAccount(), m_draft.currency, moved)) {
+        m_content.sent.caution = EntryDouble::warning(*entry, m_snapshot, m_locale);
+        m_content.sent.earlier = EntryDouble::facts(*entry, m_snapshot, m_locale);
+    }
     if (m_draft.kind != EntryKind::exchange)
         return;
     const auto received = amountOf(m_content.received.amount, m_draft.targetCurrency);
@@ -395,14 +397,6 @@ void Description::describeHistory()
         m_content.received.caution = wordIn(m_locale, entryFormWords(), "rateFar",
                                             {rate.toStdString(), DayText::longDay(last->day, m_locale).toStdString()});
     }
-}
-
-QString Description::doubleOf(const LedgerTransaction& entry) const
-{
-    QStringList parts{wordIn(m_locale, ledgerWords(), "kind." + entry.transferPurpose.value_or(entry.kind))};
-    parts << EntryCategories::path(m_snapshot, entry.categoryID.value_or(std::string{}), m_locale)
-          << qString(entry.note);
-    return wordIn(m_locale, entryFormWords(), "double", {listed(parts, m_locale).toStdString()});
 }
 
 QString Description::resetNotice(bool wasReset, const std::string& currency) const

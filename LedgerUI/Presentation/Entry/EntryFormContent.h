@@ -42,6 +42,7 @@ struct EntryMoneyContent {
     QString result;       // of the arithmetic that stands in the field; empty for a plain amount
     QString notice;       // the amount was cleared
     QString caution;      // what looks wrong and keeps nobody from saving
+    QString earlier;      // what is known of the entry that this one seems to repeat
     QString balanceLabel; // empty while no balance is known
     QString balance;
     EntryBalanceMark balanceMark = EntryBalanceMark::none;

@@ -85,6 +85,7 @@ const WordTable& entryFormWords()
          "Sudah ada catatan pada hari, rekening, dan jumlah yang sama: %1.",
          "Đã có bút toán cùng ngày, cùng tài khoản và cùng số tiền: %1.",
          "There is an entry of the same day, account and amount already: %1."},
+        {"double.show", "查看该记录", "Lihat catatannya", "Xem bút toán đó", "Show that entry"},
         {"result", "= %1", "= %1", "= %1", "= %1"},
         {"expression.unreadable", "算式不完整或无法识别。", "Hitungan ini belum lengkap atau tidak dapat dibaca.",
          "Phép tính chưa đủ hoặc không đọc được.", "This calculation is not complete or cannot be read."},

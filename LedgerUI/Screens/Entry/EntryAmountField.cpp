@@ -1,6 +1,7 @@
 #include "LedgerUI/Screens/Entry/EntryAmountField.h"
 
 #include <QHBoxLayout>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
@@ -32,6 +33,15 @@ EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidg
     m_caution = new TextLabel(TypeStep::small, Token::warn, this);
     m_caution->setObjectName(name + QStringLiteral("Caution"));
     m_caution->setWordWrap(true);
+    m_look = new QPushButton(this);
+    m_look->setObjectName(name + QStringLiteral("Look"));
+    m_look->setProperty("kind", QStringLiteral("link"));
+    m_look->setCheckable(true);
+    m_earlier = new TextLabel(TypeStep::small, Token::text, this);
+    m_earlier->setObjectName(name + QStringLiteral("Earlier"));
+    m_earlier->setTextFormat(Qt::PlainText);
+    m_earlier->setWordWrap(true);
+    connect(m_look, &QPushButton::toggled, m_earlier, &QWidget::setVisible);
     m_balanceLabel = new TextLabel(TypeStep::small, Token::text2, this);
     m_balance = new TextLabel(TypeStep::small, Token::text2, this);
     m_balance->setObjectName(name + QStringLiteral("Balance"));
@@ -57,6 +67,8 @@ EntryAmountField::EntryAmountField(const QString& name, QWidget* parent) : QWidg
     layout->addWidget(m_notice);
     layout->addLayout(below);
     layout->addWidget(m_caution);
+    layout->addWidget(m_look, 0, Qt::AlignLeft);
+    layout->addWidget(m_earlier);
 }
 
 void EntryAmountField::present(const EntryMoneyContent& content, Balance balance)
@@ -77,6 +89,7 @@ void EntryAmountField::present(const EntryMoneyContent& content, Balance balance
     m_result->setVisible(!content.result.isEmpty());
     m_caution->setText(content.caution);
     m_caution->setVisible(!content.caution.isEmpty() && !hasError);
+    presentEarlier(hasError ? QString{} : content.earlier);
     // Who cannot see the figures hears what stands under the field.
     if (!hasError)
         m_amount->setAccessibleDescription(listed({content.result, content.caution}, InterfaceLanguage::tag()));
@@ -89,4 +102,16 @@ void EntryAmountField::present(const EntryMoneyContent& content, Balance balance
     m_balance->setTone(tone);
     m_balanceLabel->setVisible(showsBalance);
     m_balance->setVisible(showsBalance);
+}
+
+/// Folded at first, and again once there is nothing to look at.
+void EntryAmountField::presentEarlier(const QString& facts)
+{
+    if (facts.isEmpty())
+        m_look->setChecked(false);
+    m_look->setText(word(entryFormWords(), "double.show"));
+    m_look->setAccessibleDescription(facts);
+    m_look->setVisible(!facts.isEmpty());
+    m_earlier->setText(facts);
+    m_earlier->setVisible(m_look->isChecked());
 }

@@ -227,11 +227,12 @@ void EntryFormBody::orderAmount(bool isBelowDestination)
     m_isAmountBelowDestination = isBelowDestination;
     m_layout->removeWidget(m_sent);
     m_layout->insertWidget(m_layout->indexOf(m_destinationField) + (isBelowDestination ? 1 : 0), m_sent);
-    const auto first = isBelowDestination
-                           ? std::initializer_list<QWidget*>{m_account, m_destination, &m_sent->currency(),
-                                                             &m_sent->amount(), &m_received->currency()}
-                           : std::initializer_list<QWidget*>{m_account, &m_sent->currency(), &m_sent->amount(),
-                                                             m_destination, &m_received->currency()};
+    const auto first =
+        isBelowDestination
+            ? std::initializer_list<QWidget*>{m_account,         m_destination,   &m_sent->currency(),
+                                              &m_sent->amount(), &m_sent->look(), &m_received->currency()}
+            : std::initializer_list<QWidget*>{m_account,       &m_sent->currency(), &m_sent->amount(),
+                                              &m_sent->look(), m_destination,       &m_received->currency()};
     for (const auto* at = first.begin(); at + 1 != first.end(); ++at)
         setTabOrder(*at, *(at + 1));
 }

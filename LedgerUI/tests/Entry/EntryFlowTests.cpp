@@ -221,6 +221,27 @@ TEST(EntryFlow, RefusesArithmeticThatDoesNotComeOut)
     EXPECT_TRUE(under.posted().empty());
 }
 
+/// What is known of the earlier entry unfolds in the form, whose input stays.
+TEST(EntryFlow, ShowsTheEntryThatALikelyDoubleRepeats)
+{
+    auto kept = entryBooks();
+    kept.expense("e1", "2026-11-20", "bank", "IDR", 5'000, "rent").note("Room 4");
+    FormUnderTest under{"bank", "expense", "en-US", kept};
+    EXPECT_FALSE(under.control("entryLook").isVisible());
+    under.type("entryAmount", "50");
+    under.click("entryCategory0");
+    EXPECT_TRUE(under.control("entryLook").isVisible());
+    EXPECT_FALSE(under.control("entryEarlier").isVisible()) << "before somebody wants to see it";
+    under.click("entryLook");
+    EXPECT_TRUE(under.control("entryEarlier").isVisible());
+    const auto facts = under.control<QLabel>("entryEarlier").text().replace(QChar::Nbsp, QLatin1Char{' '});
+    EXPECT_TRUE(facts.contains(QStringLiteral("bank: IDR −50\nNote: Room 4\n"))) << facts.toStdString();
+    EXPECT_EQ(under.amount(), "50");
+    under.type("entryAmount", "1");
+    EXPECT_FALSE(under.control("entryLook").isVisible()) << "another amount repeats nothing";
+    EXPECT_FALSE(under.control("entryEarlier").isVisible());
+}
+
 TEST(EntryFlow, WarnsOfALikelyDoubleAndSavesItAllTheSame)
 {
     auto kept = entryBooks();
