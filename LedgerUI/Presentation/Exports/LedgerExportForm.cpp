@@ -4,6 +4,7 @@
 #include <iterator>
 #include <limits>
 #include <memory>
+#include <utility>
 
 #include <QPointer>
 
@@ -88,13 +89,12 @@ LedgerFilter filterOf(const LedgerExport::Page& page, Source source)
 /// The entries of the page, with those of their legs that the page is about.
 LedgerExportScope pageScope(const LedgerBook& book, const LedgerFilter& filter, const std::string& today)
 {
+    auto narrowed = LedgerExport::narrowing(filter);
     LedgerExportScope scope{.startDate = {},
                             .endDate = {},
-                            .accountIDs = accountsOf(filter),
-                            .currencies = filter.currencies,
+                            .accountIDs = std::move(narrowed.accountIDs),
+                            .currencies = std::move(narrowed.currencies),
                             .kinds = {EntryKind::all.begin(), EntryKind::all.end()}};
-    if (filter.figure)
-        scope.currencies = {filter.figure->scope.currency};
     scope.includesAllVisibleAccounts = filter.accountIDs.empty() && scope.accountIDs.empty();
     scope.includesAllVisibleCurrencies = scope.currencies.empty();
     scope.entryIDs.emplace();
@@ -212,6 +212,14 @@ LedgerExportForm LedgerExport::opened(const Page& page, const LedgerSnapshot& sn
     form.firstDay = std::move(days.first);
     form.lastDay = std::move(days.last);
     return form;
+}
+
+LedgerExport::Narrowing LedgerExport::narrowing(const LedgerFilter& filter)
+{
+    Narrowing narrowed{.accountIDs = accountsOf(filter), .currencies = filter.currencies};
+    if (filter.figure)
+        narrowed.currencies = {filter.figure->scope.currency};
+    return narrowed;
 }
 
 std::vector<LedgerExportForm::Source> LedgerExport::sources(const Page& page)

@@ -62,6 +62,12 @@ using PagePointer = std::shared_ptr<const Page>;
 /// one, or today where that is later. A page that is narrowed by more than these, or has a selection, is exported as it
 /// is.
 LedgerExportForm opened(const Page& page, const LedgerSnapshot& snapshot);
+/// The accounts and currencies that the page is narrowed to; none for every one that the member sees.
+struct Narrowing {
+    LedgerExportForm::Choices accountIDs;
+    LedgerExportForm::Choices currencies;
+};
+Narrowing narrowing(const LedgerFilter& filter);
 /// What can be chosen between; one alone is no choice.
 std::vector<LedgerExportForm::Source> sources(const Page& page);
 

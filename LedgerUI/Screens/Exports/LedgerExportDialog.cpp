@@ -114,7 +114,8 @@ void LedgerExportDialog::present()
                        .today = today,
                        .problems = problems,
                        .selected = m_page->selectedIDs.size(),
-                       .facts = facts()});
+                       .facts = facts(),
+                       .onPage = LedgerExport::narrowing(m_page->filter)});
     m_narrowed->setText(text("narrowed"));
     const bool isShownOffered = std::ranges::find(m_sources, Source::shown) != m_sources.end();
     m_narrowed->setVisible(m_form.source == Source::chosen && isShownOffered);

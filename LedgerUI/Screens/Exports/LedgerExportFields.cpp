@@ -69,10 +69,10 @@ QStringList addLost(std::vector<LedgerExport::Choice>& choices, const LedgerExpo
     return names;
 }
 
-void presentLost(FieldError& error, const QStringList& names)
+void presentLost(FieldError& error, const QStringList& names, std::string_view key)
 {
     const auto listedNames = listed(names, InterfaceLanguage::tag()).toStdString();
-    error.present(names.isEmpty() ? QString{} : word(exportWords(), "lost.takeOut", {listedNames}));
+    error.present(names.isEmpty() ? QString{} : word(exportWords(), key, {listedNames}));
 }
 
 void presentField(ChoiceField& field, std::string_view name, std::string_view allKey,
@@ -265,7 +265,7 @@ void LedgerExportFields::present(const Shown& shown)
     m_firstDayError->present(shown.problems.firstDay);
     m_lastDayError->present(shown.problems.lastDay);
     presentSource(shown);
-    presentChoices(shown.snapshot);
+    presentChoices(shown);
     presentKinds(shown.snapshot);
     m_kindsError->present(shown.problems.kinds);
     m_receiptIndex->setText(text("receiptIndex"));
@@ -303,25 +303,35 @@ void LedgerExportFields::presentSource(const Shown& shown)
     m_facts->setText(lines.join(QLatin1Char('\n')));
 }
 
-void LedgerExportFields::presentChoices(const LedgerSnapshot& snapshot)
+QString LedgerExportFields::nameOf(const std::string& accountID) const
 {
-    auto accounts = LedgerExport::accounts(snapshot);
+    const auto seen = m_accountNames.find(accountID);
+    return seen == m_accountNames.end() ? word(ledgerWords(), "account.hidden") : seen->second;
+}
+
+/// What the page is narrowed to without its being seen any more is told where the page has chosen, too.
+void LedgerExportFields::presentChoices(const Shown& shown)
+{
+    auto accounts = LedgerExport::accounts(shown.snapshot);
     for (const auto& [id, name] : accounts)
         m_accountNames[id] = name;
-    const auto lostAccounts = addLost(accounts, m_form.accountIDs, [this](const std::string& id) {
-        const auto seen = m_accountNames.find(id);
-        return seen == m_accountNames.end() ? word(ledgerWords(), "account.hidden") : seen->second;
-    });
+    const auto named = [this](const std::string& id) { return nameOf(id); };
+    auto onPage = accounts;
+    auto currencies = LedgerExport::currencies(shown.snapshot);
+    auto currenciesOnPage = currencies;
+    const auto lostOnPage =
+        addLost(onPage, shown.onPage.accountIDs, named) + addLost(currenciesOnPage, shown.onPage.currencies, &qString);
+    presentLost(m_sourceField->error(), m_form.source == Source::chosen ? QStringList{} : lostOnPage, "lost.onPage");
+    const auto lostAccounts = addLost(accounts, m_form.accountIDs, named);
     m_accountsField->setLabel(text("accounts"));
     presentField(*m_accounts, "accounts", "accounts.all", accounts, m_form.accountIDs);
-    presentLost(m_accountsField->error(), lostAccounts);
+    presentLost(m_accountsField->error(), lostAccounts, "lost.takeOut");
     m_accountsHint->setText(text("accounts.allHint"));
     m_accountsHint->setVisible(m_form.accountIDs.empty());
-    auto currencies = LedgerExport::currencies(snapshot);
     const auto lostCurrencies = addLost(currencies, m_form.currencies, &qString);
     m_currenciesField->setLabel(text("currencies"));
     presentField(*m_currencies, "currencies", "currencies.all", currencies, m_form.currencies);
-    presentLost(m_currenciesField->error(), lostCurrencies);
+    presentLost(m_currenciesField->error(), lostCurrencies, "lost.takeOut");
 }
 
 void LedgerExportFields::presentKinds(const LedgerSnapshot& snapshot)

@@ -32,6 +32,7 @@ public:
         LedgerExport::Problems problems;
         std::size_t selected = 0;       // entries on the page
         std::vector<PrintedFact> facts; // how the page is narrowed, where its entries are exported
+        LedgerExport::Narrowing onPage; // to what
     };
     void present(const Shown& shown);
     [[nodiscard]] QWidget& first() const;
@@ -52,7 +53,8 @@ private:
     QWidget* buildReceipts(QWidget* parent);
     void bindParts();
     void presentSource(const Shown& shown);
-    void presentChoices(const LedgerSnapshot& snapshot);
+    void presentChoices(const Shown& shown);
+    [[nodiscard]] QString nameOf(const std::string& accountID) const;
     void presentKinds(const LedgerSnapshot& snapshot);
     [[nodiscard]] static QString sourceText(LedgerExportForm::Source source, std::size_t selected);
 

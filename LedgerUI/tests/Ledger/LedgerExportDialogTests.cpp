@@ -166,6 +166,33 @@ TEST(LedgerExportDialog, NamesAnAccountThatIsNotSeenAnyMoreSoThatItCanBeTakenOut
     EXPECT_FALSE(under.screen.says("No longer seen"));
 }
 
+/// Also while the page has chosen, before the fields are in sight.
+TEST(LedgerExportDialog, NamesAnAccountOfThePageThatIsNotSeenAnyMore)
+{
+    ExportUnderTest under;
+    under.screen.find<LedgerView>("ledgerView")
+        .follow({.page = WorkspacePage::ledger,
+                 .action = PageAction::showEntries,
+                 .subject = {},
+                 .entries = LedgerFilter{.period = Period::allTime(), .accountIDs = {"Savings"}}});
+    under.screen.fill("ledgerSearch", "sales");
+    under.waitForEntries("1 of ");
+    under.open();
+    under.waitForCounts("1", "1");
+    EXPECT_FALSE(under.screen.says("No longer seen"));
+    SnapshotBuilder fewer;
+    fewer.account("Operating bank", {"IDR", "USD"}).grantAll().category("sales", "income", "Sales");
+    fewer.income("i1", "2026-11-18", "Operating bank", "USD", 1'200'000, "sales");
+    under.server.replace("GET v1/snapshot", ServerReply::json(fewer.json()));
+    require(resultOf(under.store.refresh(true)).has_value(), "the books are loaded");
+    under.screen.waitForText("No longer seen: Savings. Take this out of the page's filters");
+    EXPECT_FALSE(under.screen.shows("exportAccounts"));
+    under.screen.find<SegmentedControl>("exportSource")
+        .chosenByUser(static_cast<int>(LedgerExportForm::Source::chosen));
+    under.screen.waitForText("No longer seen: Savings. Untick this");
+    EXPECT_FALSE(under.screen.says("page's filters"));
+}
+
 TEST(LedgerExportDialog, SaysWhatIsWrongAndKeepsWhatWasTyped)
 {
     ExportUnderTest under;

@@ -322,6 +322,24 @@ TEST_F(Reports, NarrowEveryFigureToTheChosenAccounts)
     EXPECT_EQ(screen.read("entryCount"), "1 of 90 entries");
 }
 
+/// The report goes on without an account that is taken from the member, and says so.
+TEST_F(Reports, TellThatAChosenAccountIsNotSeenAnyMore)
+{
+    open();
+    screen.press("reportAccounts");
+    screen.waitForFocus("reportAccountsPopover");
+    screen.pressRow("choices", "Kas kecil");
+    screen.keys("Esc");
+    EXPECT_EQ(row("currencyTable", "IDR"), "IDR | 0 | 0 | −5,000,000 | −5,000,000 | +5,000,000 | 0");
+    SnapshotBuilder fewer;
+    fewer.account("Operating bank", {"IDR", "USD"}).grantAll().category("power", "expense", "Electricity");
+    fewer.expense("e2", "2026-11-05", "Operating bank", "IDR", 400'000'000, "power");
+    under.server.replace("GET v1/snapshot", ServerReply::json(fewer.json()));
+    require(resultOf(under.store.refresh(true)).has_value(), "the books are loaded");
+    screen.waitForText("You no longer see 1 of the chosen accounts; the report goes on without it.");
+    EXPECT_EQ(screen.read("reportAccounts"), "All visible accounts");
+}
+
 TEST_F(Reports, CopyAFigureAndATableForSpreadsheets)
 {
     open();
