@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Entry/BatchReversal.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Entries/ReversalRules.h"
@@ -57,18 +58,16 @@ BatchReversal BatchReversal::of(const std::vector<std::string>& ids, const Visib
         auto& item = batch.m_items.emplace_back(Item{.id = id});
         if (entry)
             item.entry = *entry;
-        if (!refusal && !isKept(id))
+        const bool isSent = !refusal && !isKept(id);
+        if (!isSent)
+            item.stage = Stage::excluded;
+        ++batch.m_counts[static_cast<std::size_t>(item.stage)];
+        if (isSent)
             continue;
-        item.stage = Stage::excluded;
         item.note = refusal ? qString(ReversalRules::text(*refusal, locale))
                             : wordIn(locale, entryFormWords(), "batch.earlier");
     }
     return batch;
-}
-
-std::size_t BatchReversal::count(Stage stage) const
-{
-    return static_cast<std::size_t>(std::ranges::count(m_items, stage, &Item::stage));
 }
 
 std::size_t BatchReversal::left() const
@@ -76,57 +75,63 @@ std::size_t BatchReversal::left() const
     return count(Stage::waiting) + count(Stage::sending) + count(Stage::unknown);
 }
 
-BatchReversal::Item* BatchReversal::sending()
+void BatchReversal::move(std::size_t at, Stage stage)
 {
-    const auto at = sendingAt();
-    return at ? &m_items[*at] : nullptr;
+    auto& item = m_items[at];
+    --m_counts[static_cast<std::size_t>(item.stage)];
+    ++m_counts[static_cast<std::size_t>(stage)];
+    item.stage = stage;
 }
 
-std::optional<std::size_t> BatchReversal::sendingAt() const
+BatchReversal::Item& BatchReversal::settle(Stage stage)
 {
-    const auto found = std::ranges::find(m_items, Stage::sending, &Item::stage);
-    return found == m_items.end() ? std::nullopt : std::optional{static_cast<std::size_t>(found - m_items.begin())};
+    require(m_sending.has_value(), "a reply belongs to a reversal that is on its way");
+    const auto at = *std::exchange(m_sending, std::nullopt);
+    move(at, stage);
+    if (stage == Stage::unknown)
+        m_unknown = at;
+    else if (stage == Stage::waiting)
+        m_next = std::min(m_next, at);
+    return m_items[at];
 }
 
 std::optional<std::string> BatchReversal::begin()
 {
-    if (sending())
+    if (m_sending)
         return std::nullopt;
-    auto next = std::ranges::find(m_items, Stage::unknown, &Item::stage);
-    if (next == m_items.end())
-        next = std::ranges::find(m_items, Stage::waiting, &Item::stage);
-    if (next == m_items.end())
+    while (m_next < m_items.size() && m_items[m_next].stage != Stage::waiting)
+        ++m_next;
+    const auto at = m_unknown.value_or(m_next);
+    if (at == m_items.size())
         return std::nullopt;
-    next->mayBePosted = next->stage == Stage::unknown;
-    next->stage = Stage::sending;
-    next->note.clear();
-    return next->id;
+    m_items[at].mayBePosted = m_unknown.has_value();
+    m_items[at].note.clear();
+    m_unknown.reset();
+    m_sending = at;
+    move(at, Stage::sending);
+    return m_items[at].id;
 }
 
 void BatchReversal::succeed()
 {
-    auto* item = sending();
-    require(item != nullptr, "a reply belongs to a reversal that is on its way");
-    item->stage = Stage::done;
+    settle(Stage::done);
 }
 
 bool BatchReversal::fail(const Failure& failure, QString message)
 {
-    auto* item = sending();
-    require(item != nullptr, "a reply belongs to a reversal that is on its way");
+    require(m_sending.has_value(), "a reply belongs to a reversal that is on its way");
+    const bool mayBePosted = m_items[*m_sending].mayBePosted;
     switch (fateOf(failure)) {
     case CommandFate::refused:
-        item->stage = Stage::refused;
-        item->note = std::move(message);
+        settle(Stage::refused).note = std::move(message);
         return true;
     case CommandFate::unknown:
-        item->stage = Stage::unknown;
+        settle(Stage::unknown);
         return false;
     case CommandFate::undecided:
         break;
     }
-    item->stage = item->mayBePosted ? Stage::unknown : Stage::waiting;
-    item->note = std::move(message);
+    settle(mayBePosted ? Stage::unknown : Stage::waiting).note = std::move(message);
     return false;
 }
 
@@ -151,11 +156,22 @@ PlainRow BatchReversal::row(std::size_t at, const LedgerSnapshot& snapshot, std:
     return row;
 }
 
-std::vector<PlainRow> BatchReversal::rows(const LedgerSnapshot& snapshot, std::string_view locale) const
+std::vector<PlainRow> BatchReversal::rows(std::size_t part, const LedgerSnapshot& snapshot,
+                                          std::string_view locale) const
 {
     std::vector<PlainRow> rows;
-    rows.reserve(m_items.size());
-    for (std::size_t at = 0; at < m_items.size(); ++at)
+    const auto end = std::min(m_items.size(), (part + 1) * partSize);
+    for (std::size_t at = part * partSize; at < end; ++at)
         rows.push_back(row(at, snapshot, locale));
+    return rows;
+}
+
+std::vector<PlainRow> BatchReversal::openRows(const LedgerSnapshot& snapshot, std::string_view locale) const
+{
+    std::vector<PlainRow> rows;
+    for (std::size_t at = 0; at < m_items.size() && rows.size() < partSize; ++at) {
+        if (m_items[at].stage != Stage::done)
+            rows.push_back(row(at, snapshot, locale));
+    }
     return rows;
 }

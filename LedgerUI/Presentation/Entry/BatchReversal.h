@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <functional>
 #include <optional>
 #include <string>
@@ -23,6 +24,7 @@ public:
             refused, // by the service
             unknown  // sent, and nobody knows whether it was posted
         };
+        static constexpr std::size_t stageCount = 6;
 
         std::string id;
         std::optional<LedgerTransaction> entry = {}; // as it stood; unset when it is not the member's to see
@@ -40,10 +42,10 @@ public:
 
     [[nodiscard]] const std::vector<Item>& items() const { return m_items; }
     /// The place of the item that is on its way.
-    [[nodiscard]] std::optional<std::size_t> sendingAt() const;
+    [[nodiscard]] std::optional<std::size_t> sendingAt() const { return m_sending; }
     /// How many the service has judged, of all that are sent.
     [[nodiscard]] std::size_t judged() const { return count(Item::Stage::done) + count(Item::Stage::refused); }
-    [[nodiscard]] std::size_t count(Item::Stage stage) const;
+    [[nodiscard]] std::size_t count(Item::Stage stage) const { return m_counts[static_cast<std::size_t>(stage)]; }
     /// How many are still to be sent, those of unknown outcome among them.
     [[nodiscard]] std::size_t left() const;
 
@@ -58,11 +60,24 @@ public:
 
     /// The row of one item, for the change of a single one among thousands.
     [[nodiscard]] PlainRow row(std::size_t at, const LedgerSnapshot& snapshot, std::string_view locale) const;
-    [[nodiscard]] std::vector<PlainRow> rows(const LedgerSnapshot& snapshot, std::string_view locale) const;
+    /// A table shows as many at once.
+    static constexpr std::size_t partSize = 10'000;
+    [[nodiscard]] std::vector<PlainRow> rows(std::size_t part, const LedgerSnapshot& snapshot,
+                                             std::string_view locale) const;
+    /// Those that are not reversed, as many as a table shows.
+    [[nodiscard]] std::vector<PlainRow> openRows(const LedgerSnapshot& snapshot, std::string_view locale) const;
+    [[nodiscard]] std::size_t partCount() const { return (m_items.size() + partSize - 1) / partSize; }
     static std::vector<PlainColumn> columns(std::string_view locale);
 
 private:
-    [[nodiscard]] Item* sending();
+    /// The one on its way comes to this; returns it.
+    Item& settle(Item::Stage stage);
+    void move(std::size_t at, Item::Stage stage);
 
+    // Kept with every step, as looking through tens of thousands of items at each takes their square.
     std::vector<Item> m_items;
+    std::array<std::size_t, Item::stageCount> m_counts{};
+    std::optional<std::size_t> m_sending;
+    std::optional<std::size_t> m_unknown; // one at most: nothing else is sent before it
+    std::size_t m_next = 0;               // none before it waits
 };

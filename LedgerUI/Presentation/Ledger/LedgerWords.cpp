@@ -234,8 +234,6 @@ const WordTable& ledgerWords()
         {"action.duplicate", "再记一笔相同的…", "Gandakan…", "Ghi thêm một bút toán giống vậy…",
          "Record the same again…"},
         {"action.reverseSeveral", "冲销 %1 条记录…", "Batalkan %1 catatan…", "Đảo %1 bút toán…", "Reverse %1 entries…"},
-        {"action.tooMany", "一次最多冲销 %1 条记录。", "Paling banyak %1 catatan sekaligus.",
-         "Mỗi lần đảo tối đa %1 bút toán.", "At most %1 entries can be reversed at once."},
         {"action.jump", "转到日期…", "Buka tanggal…", "Đến ngày…", "Go to day…"},
         {"action.refund", "退款…", "Kembalikan dana…", "Hoàn tiền…", "Refund…"},
         {"action.copy", "复制", "Salin", "Sao chép", "Copy"},

@@ -1,6 +1,7 @@
 #include "LedgerUI/Screens/Entry/BatchReversalDialog.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QCoro/QCoroTask>
 #include <QPushButton>
@@ -87,21 +88,36 @@ void BatchReversalDialog::present()
 void BatchReversalDialog::presentTable()
 {
     m_table->setAccessibleName(word(entryFormWords(), "batch.title"));
-    m_table->present(BatchReversal::columns(locale()), m_batch.rows(*snapshot(), locale()));
+    m_table->present(BatchReversal::columns(locale()),
+                     m_part ? m_batch.rows(*m_part, *snapshot(), locale()) : m_batch.openRows(*snapshot(), locale()));
     m_table->setFixedHeight(std::clamp(m_table->wholeHeight(), lowestTable, tableHeight));
 }
 
-void BatchReversalDialog::presentRow(std::optional<std::size_t> at)
+void BatchReversalDialog::presentRow(std::size_t at)
 {
-    if (at)
-        m_table->amend(m_batch.row(*at, *snapshot(), locale()));
+    if (std::exchange(m_part, at / BatchReversal::partSize) != m_part)
+        presentTable();
+    else
+        m_table->amend(m_batch.row(at, *snapshot(), locale()));
+}
+
+QString BatchReversalDialog::listing() const
+{
+    const auto parts = m_batch.partCount();
+    if (parts <= 1)
+        return {};
+    if (!m_part)
+        return word(entryFormWords(), "batch.open");
+    return word(entryFormWords(), "batch.part", {groupedNumber(*m_part + 1, locale()), groupedNumber(parts, locale())});
 }
 
 void BatchReversalDialog::presentStage()
 {
     const auto left = m_batch.left();
     setWindowTitle(word(entryFormWords(), "batch.title"));
-    m_explanation->setText(word(entryFormWords(), "batch.explanation"));
+    QStringList explanation{word(entryFormWords(), "batch.explanation"), listing()};
+    explanation.removeAll(QString{});
+    m_explanation->setText(explanation.join(QLatin1Char{'\n'}));
     m_reasonField->setLabel(word(entryFormWords(), "reason"));
     m_reasonField->error().present(m_isReasonMissing ? word(entryFormWords(), "reasonRequired") : QString{});
     m_reason->setReadOnly(m_stage != Stage::asking);
@@ -163,7 +179,7 @@ void BatchReversalDialog::sendNext()
         rest();
         return;
     }
-    presentRow(m_batch.sendingAt());
+    presentRow(*m_batch.sendingAt());
     presentStage();
     QCoro::connect(store().reverseTransaction(*next, std::string{TextFold::trimmed(m_reason->text().toStdString())}),
                    this, [this](const Result<void>& reply) { take(reply); });
@@ -177,7 +193,7 @@ void BatchReversalDialog::take(const Result<void>& reply)
     const auto at = m_batch.sendingAt();
     if (reply) {
         m_batch.succeed();
-        presentRow(at);
+        presentRow(*at);
         sendNext();
         return;
     }
@@ -185,7 +201,7 @@ void BatchReversalDialog::take(const Result<void>& reply)
     store().dismissMessages();
     const auto message = qString(store().friendly(reply.error(), locale()));
     if (m_batch.fail(reply.error(), message)) {
-        presentRow(at);
+        presentRow(*at);
         sendNext();
         return;
     }
@@ -197,6 +213,8 @@ void BatchReversalDialog::take(const Result<void>& reply)
 void BatchReversalDialog::rest()
 {
     m_stage = m_batch.left() == 0 ? Stage::done : Stage::stopped;
+    if (m_batch.partCount() > 1)
+        m_part.reset(); // what is to be looked at now may stand in any of them
     present();
     firstField().setFocus(Qt::OtherFocusReason);
     if (const auto done = m_batch.count(ItemStage::done); done > 0)

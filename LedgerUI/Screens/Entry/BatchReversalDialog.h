@@ -33,7 +33,10 @@ private:
     /// All but the table, which may hold thousands of rows.
     void presentStage();
     void presentTable();
-    void presentRow(std::optional<std::size_t> at);
+    /// Of an item, bringing its part into the table.
+    void presentRow(std::size_t at);
+    /// Which of the rows the table has, where these are not all.
+    [[nodiscard]] QString listing() const;
     void proceed();
     void sendNext();
     void take(const Result<void>& reply);
@@ -43,7 +46,8 @@ private:
 
     BatchReversal m_batch;
     Stage m_stage = Stage::asking;
-    QString m_failure; // what stopped it, where it was not the person
+    std::optional<std::size_t> m_part = 0; // in the table; unset for those that are not reversed
+    QString m_failure;                     // what stopped it, where it was not the person
     bool m_isReasonMissing = false;
     TextLabel* m_explanation = nullptr;
     PlainTable* m_table = nullptr;

@@ -49,24 +49,15 @@ bool mayRepeat(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
     return isRepeatable && !LedgerEntryAccess::accounts(snapshot, entry.kind).empty();
 }
 
-/// What was imported by mistake is undone together, and a file may well hold some thousands of rows.
-constexpr std::size_t reversedAtOnce = 10'000;
-
-/// Whether several are chosen of which the member may undo one at least, among as many as can be undone at once.
+/// Whether several are chosen of which the member may undo one at least: of very many the first are looked at.
 bool mayReverseSome(const LedgerActions::Chosen& chosen)
 {
-    const auto looked = chosen.entries.first(std::min(chosen.entries.size(), reversedAtOnce));
+    constexpr std::size_t most = 10'000;
+    const auto looked = chosen.entries.first(std::min(chosen.entries.size(), most));
     return chosen.entries.size() > 1 && std::ranges::any_of(looked, [&](std::uint32_t at) {
                const auto& entry = chosen.book->transaction(at);
                return !LedgerEntryAccess::whyNotReverse(entry, chosen.book->snapshot().currentMember);
            });
-}
-
-QString tooMany(std::size_t count)
-{
-    return count <= reversedAtOnce
-               ? QString{}
-               : word(ledgerWords(), "action.tooMany", {groupedNumber(reversedAtOnce, InterfaceLanguage::tag())});
 }
 
 QString idOf(std::string_view kind)
@@ -167,7 +158,7 @@ std::vector<Action> LedgerActions::onEntries(const Chosen& chosen)
          .text = word(ledgerWords(), "action.reverseSeveral",
                       {groupedNumber(chosen.entries.size(), InterfaceLanguage::tag())}),
          .glyph = QStringLiteral("arrow-counterclockwise"),
-         .whyNot = chosen.isBusy ? busy : tooMany(chosen.entries.size()),
+         .whyNot = busy,
          .isOffered = mayReverseSome(chosen),
          .run = chosen.reverseSeveral},
         {.id = QStringLiteral("duplicate"),

@@ -20,7 +20,7 @@ struct Batch {
     std::string states() const
     {
         std::string text;
-        for (const auto& row : batch.rows(*held, "en-US"))
+        for (const auto& row : batch.rows(0, *held, "en-US"))
             text += (text.empty() ? "" : " | ") + row.id + " " + row.cells.back().text.toStdString();
         return text;
     }
@@ -38,7 +38,7 @@ TEST(BatchReversal, LeavesOutWhatCannotBeReversedAndSaysWhy)
     EXPECT_EQ(all.batch.count(Stage::excluded), 3U);
     for (const auto& item : all.batch.items())
         EXPECT_EQ(item.note.isEmpty(), item.stage == Stage::waiting) << item.id;
-    EXPECT_EQ(all.batch.rows(*all.held, "en-US").front().cells.front().text,
+    EXPECT_EQ(all.batch.rows(0, *all.held, "en-US").front().cells.front().text,
               QStringLiteral("2 Nov 2026, Utilities › Electricity"));
 }
 
@@ -72,4 +72,32 @@ TEST(BatchReversal, StopsWhereNobodyKnowsAndBeginsThereAgain)
     EXPECT_EQ(all.batch.begin(), "e2");
     all.batch.succeed();
     EXPECT_EQ(all.batch.begin(), "t1");
+}
+
+/// However many there are, each is sent once, and what a table shows has an end.
+TEST(BatchReversal, GoesThroughMoreThanATableShows)
+{
+    Batch all{std::vector<std::string>(BatchReversal::partSize + 2, "e1")};
+    ASSERT_EQ(all.batch.partCount(), 2U);
+    const auto size = [&](std::size_t part) { return all.batch.rows(part, *all.held, "en-US").size(); };
+    EXPECT_EQ(size(0), BatchReversal::partSize);
+    EXPECT_EQ(size(1), 2U);
+    EXPECT_EQ(all.batch.openRows(*all.held, "en-US").size(), BatchReversal::partSize);
+    std::size_t sent = 0;
+    while (all.batch.begin()) {
+        ++sent;
+        if (sent == 3) {
+            EXPECT_FALSE(all.batch.fail(APIError{.status = 429, .code = "rate_limited", .message = {}}, {}));
+            EXPECT_EQ(all.batch.left(), BatchReversal::partSize) << "it waits again, at its place";
+        } else if (sent == BatchReversal::partSize + 2) {
+            EXPECT_EQ(all.batch.sendingAt(), BatchReversal::partSize);
+            EXPECT_TRUE(all.batch.fail(refused, {}));
+        } else {
+            all.batch.succeed();
+        }
+    }
+    EXPECT_EQ(sent, BatchReversal::partSize + 3);
+    EXPECT_EQ(all.batch.count(Stage::done), BatchReversal::partSize + 1);
+    EXPECT_EQ(all.batch.judged(), BatchReversal::partSize + 2);
+    EXPECT_EQ(all.batch.openRows(*all.held, "en-US").size(), 1U);
 }
