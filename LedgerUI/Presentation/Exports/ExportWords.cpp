@@ -85,11 +85,11 @@ const WordTable& exportWords()
         {"lost.takeOut", "已无法查看：%1。请在列表中取消勾选，再保存文件。",
          "Tidak terlihat lagi: %1. Hapus centangnya dalam daftar agar berkas dapat disimpan.",
          "Không xem được nữa: %1. Hãy bỏ chọn trong danh sách để lưu tệp.",
-         "No longer seen: %1. Untick this in the list to save the file."},
+         "No longer seen: %1. Untick in the list what you no longer see, then save the file."},
         {"lost.onPage", "已无法查看：%1。请先在页面上移除此筛选，或改为自行选择。",
          "Tidak terlihat lagi: %1. Lepaskan dari saringan halaman, atau pilih sendiri di sini.",
          "Không xem được nữa: %1. Hãy gỡ khỏi bộ lọc của trang hoặc tự chọn tại đây.",
-         "No longer seen: %1. Take this out of the page's filters, or choose here instead."},
+         "No longer seen: %1. Take what you no longer see out of the page's filters, or choose here instead."},
         {"failed", "无法创建导出文件。请重试。", "Berkas ekspor tidak dapat dibuat. Coba lagi.",
          "Không tạo được tệp xuất. Hãy thử lại.", "The export file could not be created. Try again."},
 

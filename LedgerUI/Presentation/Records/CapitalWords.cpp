@@ -193,7 +193,7 @@ const WordTable& capitalWords()
          "This offset was later reversed and no longer reduces the dividend payable or unapplied advance. Its history "
          "remains and no cash flow was created."},
         {"remark.noCash", "无现金流", "Tanpa arus kas", "Không có dòng tiền", "No cash flow"},
-        {"remark.entryNotSeen", "您看不到这笔记录的账户", "Anda tidak melihat rekening dari entri ini",
+        {"remark.entryNotSeen", "您看不到这笔记录的账户", "Anda tidak melihat rekening dari catatan ini",
          "Bạn không xem được tài khoản của bút toán này", "You do not see the account of this entry"},
         {"remark.cancelled", "已取消", "dibatalkan", "đã hủy", "cancelled"},
         {"remark.reversed", "已冲销", "dibatalkan", "đã đảo", "reversed"},
@@ -218,7 +218,7 @@ const WordTable& capitalWords()
         {"movements.title", "结算记录", "Riwayat pelunasan", "Lịch sử thanh toán", "Settlement"},
         {"movements.none", "尚无支付或抵扣", "Belum ada pembayaran atau penerapan uang muka",
          "Chưa có chi trả hay cấn trừ nào", "No payments and no offsets yet"},
-        {"settlement.none", "此参与人在 %1 中没有分配，也没有预支。",
+        {"settlement.none", "此参与人没有 %1 的分配，也没有预支。",
          "Peserta ini belum memiliki alokasi atau uang muka dalam %1.",
          "Người tham gia này chưa có phân bổ hay tạm ứng nào bằng %1.",
          "This participant has no allocation and no advance in %1."},

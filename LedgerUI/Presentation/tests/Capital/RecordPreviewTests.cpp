@@ -45,7 +45,7 @@ TEST(RecordPreview, SaysWhereTheMoneyOfAReversalGoes)
     EXPECT_EQ(previewOf(sample, CapitalRoute{.action = std::string{CapitalAction::reverse}, .contributionID = "c9"}),
               "Takes IDR\u00a0150,000,000 back out of Operating bank.");
     EXPECT_EQ(previewOfReversing(sample, "d9"), "Puts IDR\u00a013,500,000 back into Operating bank.");
-    EXPECT_EQ(previewOfReversing(sample, "d8"), "Undoes the offset of IDR\u00a012,000,000 for 陈思远, without cash.");
+    EXPECT_EQ(previewOfReversing(sample, "d8"), "Reverses the offset of IDR\u00a012,000,000 for 陈思远, without cash.");
     sample.giveBack(today, "d7", "1,000,000", "Operating bank"); // d11
     EXPECT_EQ(previewOfReversing(sample, "d11"), "Takes IDR\u00a01,000,000 back out of Operating bank.");
     EXPECT_EQ(previewOfReversing(sample, "d5"), "") << "it is reversed already";
