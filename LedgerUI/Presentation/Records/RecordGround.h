@@ -102,7 +102,9 @@ template <class Form, class Command>
 QString previewOfPerson(const Command& command, const RecordGround<Form>& ground, const std::string& who,
                         const QString& ratio = {})
 {
-    const auto* becomes = !command.participantID ? ".adds" : command.archived.value_or(false) ? ".archives" : ".saves";
+    const auto* known = RecordDrafts::find(ground.form.captured.participants, command.participantID.value_or(""));
+    const bool goes = command.archived.value_or(false) && known && !known->archived;
+    const auto* becomes = !command.participantID ? ".adds" : goes ? ".archives" : ".saves";
     return ground.word(who + becomes, {qString(command.name.value_or("")), ratio});
 }
 

@@ -55,7 +55,7 @@ TEST(RecordPreview, SaysWhereTheMoneyOfAReversalGoes)
 
 TEST(RecordPreview, SaysWhatBecomesOfAPerson)
 {
-    const auto sample = capitalSample();
+    auto sample = capitalSample();
     const CapitalRoute owner{.action = std::string{CapitalAction::setParticipant}};
     EXPECT_EQ(previewOf(sample, owner), "") << "a name is wanted first";
     EXPECT_EQ(previewOf(sample, owner, {{.part = RecordPart::name, .text = "Rina"}}), "Adds the owner Rina.");
@@ -63,6 +63,11 @@ TEST(RecordPreview, SaysWhatBecomesOfAPerson)
     EXPECT_EQ(previewOf(sample, owner,
                         {{.part = RecordPart::person, .text = "c2"}, {.part = RecordPart::archived, .isOn = true}}),
               "Archives the owner 陈思远.");
+    sample.archiveOwner("c2", "陈思远");
+    EXPECT_EQ(previewOf(sample, owner,
+                        {{.part = RecordPart::person, .text = "c2"}, {.part = RecordPart::name, .text = "Chen"}}),
+              "Saves the owner Chen.")
+        << "who is archived already only gets another name";
     const DividendRoute participant{.action = std::string{DividendAction::setParticipant}};
     EXPECT_EQ(previewOf(sample, participant,
                         {{.part = RecordPart::name, .text = "Rina"}, {.part = RecordPart::ratio, .text = "12.5"}}),
