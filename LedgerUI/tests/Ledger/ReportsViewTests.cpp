@@ -300,11 +300,12 @@ TEST_F(Reports, LeaveOutRowsInANarrowWindow)
     goTo("currencyTable", "IDR", 0);
     const auto height = [this] { return screen.find<ReportTable>("expenseTable").height(); };
     const auto wide = height();
+    const auto chart = screen.find("chart").minimumHeight();
     EXPECT_FALSE(screen.shows("attentionAll"));
     under.window.resize(900, 640);
     screen.waitUntil("the list is lower", [&] { return height() < wide; });
     EXPECT_TRUE(screen.shows("attentionAll"));
-    EXPECT_EQ(screen.find("chart").minimumHeight(), 156);
+    EXPECT_LT(screen.find("chart").minimumHeight(), chart);
 }
 
 TEST_F(Reports, NarrowEveryFigureToTheChosenAccounts)

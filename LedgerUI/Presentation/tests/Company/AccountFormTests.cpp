@@ -157,8 +157,6 @@ TEST(AccountDraft, SaysBeforeSendingThatTheMemberDoesNotHoldWhatItGives)
         draft.responsibleID = each;
         EXPECT_EQ(AccountDrafts::judge(subject, draft, snapshot).problems, (Problems{{responsible, Refusal::notHeld}}));
     }
-    EXPECT_EQ(AccountForm::refusalText(Refusal::notHeld, "en-US").toStdString(),
-              "Somebody, or you yourself, would get rights on this account that you do not hold.");
 }
 
 TEST(AccountForm, OffersWhoAndWhatTheAccountCanHave)
