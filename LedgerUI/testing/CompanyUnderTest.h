@@ -18,9 +18,7 @@ struct CompanyUnderTest : WindowUnderTest {
     void openTab(const char* tab)
     {
         screen.press("memberTable");
-        for (int steps = 0; steps < 8 && !screen.shows(tab); ++steps)
-            screen.keys("Ctrl+Tab");
-        screen.waitFor(tab);
+        screen.turnTo(tab);
     }
     void leaveAlert()
     {

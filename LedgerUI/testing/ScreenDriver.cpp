@@ -30,6 +30,7 @@ std::string choicesOf(const QComboBox& box)
 }
 
 constexpr int activationMilliseconds = 1000;
+constexpr int tabsAtMost = 8;
 
 QString accessibleText(QWidget& widget, QAccessible::Text kind)
 {
@@ -244,6 +245,13 @@ void ScreenDriver::keys(std::string_view sequence)
         pressKey(keyTarget(), written);
         settle();
     }
+}
+
+void ScreenDriver::turnTo(std::string_view contents)
+{
+    for (int tab = 0; tab < tabsAtMost && !shows(contents); ++tab)
+        keys("Ctrl+Tab");
+    waitFor(contents);
 }
 
 void ScreenDriver::type(std::string_view text)

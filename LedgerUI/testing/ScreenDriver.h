@@ -33,6 +33,8 @@ public:
     void pick(std::string_view box, std::string_view text);
     /// Keys as they are written, one after the other: "Ctrl+F", "Down Down Return", "Shift+Tab".
     void keys(std::string_view sequence);
+    /// From one tab of the page to the next by keys, until the control of this name is there.
+    void turnTo(std::string_view contents);
     /// Types into what has the focus.
     void type(std::string_view text);
     /// Presses the field and replaces its text by typing.

@@ -37,3 +37,11 @@ struct StoreUnderTest {
     SequentialIdentifiers identifiers;
     LedgerStore store;
 };
+
+/// The failure of an operation, or nothing.
+template <class Value>
+QCoro::Task<Result<void>> outcomeOf(QCoro::Task<Result<Value>> running)
+{
+    const auto outcome = co_await running;
+    co_return outcome ? Result<void>{} : std::unexpected(outcome.error());
+}

@@ -28,14 +28,6 @@ TransactionInput income(const std::string& key)
     return input;
 }
 
-/// The failure of an operation, or nothing.
-template <class Value>
-QCoro::Task<Result<void>> outcomeOf(QCoro::Task<Result<Value>> running)
-{
-    const auto outcome = co_await running;
-    co_return outcome ? Result<void>{} : std::unexpected(outcome.error());
-}
-
 enum class Ending { snapshot, reload, record };
 
 struct Operation {

@@ -12,14 +12,6 @@ using Store = LedgerStore;
 const auto books = snapshot().account("bank", {"USD"}).grantAll();
 const std::string opened = books.signInJson();
 
-/// The failure of an operation, or nothing.
-template <class Value>
-QCoro::Task<Result<void>> outcomeOf(QCoro::Task<Result<Value>> running)
-{
-    const auto outcome = co_await running;
-    co_return outcome ? Result<void>{} : std::unexpected(outcome.error());
-}
-
 /// One request on the way in, and what the service answers when it lets a person go on.
 struct Step {
     std::string route;

@@ -18,12 +18,6 @@ struct Desk : WindowUnderTest {
         openBooks(*this, sample);
     }
 
-    void turnTo(const char* contents)
-    {
-        for (int tab = 0; tab < 3 && !screen.shows(contents); ++tab)
-            screen.keys("Ctrl+Tab");
-        screen.waitFor(contents);
-    }
     void waitForPages()
     {
         screen.waitForFocus("printDialog");
@@ -68,10 +62,10 @@ TEST(CapitalPrinting, SavesEachTabWithTheFiguresOfTheScreen)
     Desk desk;
     desk.screen.keys("Ctrl+P");
     expectAll(desk.saved(), {"1,200,000,000", "31,350,000", "Ownership versions", "38.33", "Latest records"});
-    desk.turnTo("contributionsTable");
+    desk.screen.turnTo("contributionsTable");
     desk.screen.keys("Ctrl+P");
     expectAll(desk.saved(), {"+150,000,000", "Reversed on", "Historical contributions", "1,850,000,000"});
-    desk.turnTo("batchesTable");
+    desk.screen.turnTo("batchesTable");
     desk.screen.keys("Ctrl+P");
     expectAll(desk.saved(), {"2026 Q2", "2026 Q3", "Advances", "No cash flow", "64,500,000"});
 }
@@ -84,7 +78,7 @@ TEST(CapitalPrinting, SavesTheStatementOfTheChosenParticipantInEachLanguage)
         {"vi-VN", "Bảng kê thanh toán cổ tức", "31.350.000"},
         {"en-US", "Dividend settlement statement", "31,350,000"}};
     Desk desk;
-    desk.turnTo("batchesTable");
+    desk.screen.turnTo("batchesTable");
     desk.screen.pressRow("linesTable", "陈思远");
     for (const auto& [language, title, unpaid] : languages) {
         desk.speak(language);
@@ -111,7 +105,7 @@ TEST(CapitalPrinting, SavesEachTabInTheWordsAndFiguresOfEachLanguage)
         desk.speak(language);
         const bool usesCommas = language == "id-ID" || language == "vi-VN";
         for (const auto& sheet : sheets) {
-            desk.turnTo(sheet.contents);
+            desk.screen.turnTo(sheet.contents);
             desk.screen.keys("Ctrl+P");
             const auto text = desk.saved();
             for (const auto word : sheet.words)
@@ -130,7 +124,7 @@ TEST(CapitalPrinting, SavesEachTabInTheWordsAndFiguresOfEachLanguage)
 TEST(CapitalPrinting, LaysTheStatementOutOnTheChosenPaper)
 {
     Desk desk;
-    desk.turnTo("batchesTable");
+    desk.screen.turnTo("batchesTable");
     for (const auto& [segment, named] :
          {std::pair{QPageSize::Letter, "612 x 792 pts (letter)"}, std::pair{QPageSize::A4, "(A4)"}}) {
         desk.screen.press("printStatementButton");
@@ -145,7 +139,7 @@ TEST(CapitalPrinting, LaysTheStatementOutOnTheChosenPaper)
 TEST(CapitalPrinting, MakesThePreviewAnewWhereTheRecordsHaveChanged)
 {
     Desk desk;
-    desk.turnTo("batchesTable");
+    desk.screen.turnTo("batchesTable");
     desk.screen.pressRow("linesTable", "陈思远");
     desk.screen.press("printStatementButton");
     desk.waitForPages();
@@ -163,7 +157,7 @@ TEST(CapitalPrinting, IsOfferedOnlyToWhomMayExportWhatIsOnThePaper)
         sample.books().currentMember.role = "partner";
         sample.books().currentMember.permissions = std::move(permissions);
         Desk desk{sample};
-        desk.turnTo(tab);
+        desk.screen.turnTo(tab);
         return desk.screen.shows(button);
     };
     const std::vector<std::string> looks{"viewCapital", "viewDividends"};

@@ -33,12 +33,6 @@ struct ReportsUnderTest : WindowUnderTest {
         screen.keys("Ctrl+2");
         screen.waitFor("currencyTable");
     }
-    void openTab(const char* tab)
-    {
-        for (int steps = 0; steps < 6 && !screen.shows(tab); ++steps)
-            screen.keys("Ctrl+Tab");
-        screen.waitFor(tab);
-    }
     void openExport()
     {
         screen.keys("Ctrl+E");
@@ -80,7 +74,7 @@ struct ReportsUnderTest : WindowUnderTest {
 TEST(FundsTab, TellsWhatMovedWithTheRateAndWhatMayStillBeRefunded)
 {
     ReportsUnderTest under;
-    under.openTab("movementsTab");
+    under.screen.turnTo("movementsTab");
     under.screen.press("USD");
     EXPECT_EQ(under.rows("fundSumTable"), (std::vector<std::string>{"Refunds | 0.00 | −1,500.00 | −1,500.00",
                                                                     "Exchanges | 0.00 | −12,000.00 | −12,000.00",
@@ -98,7 +92,7 @@ TEST(FundsTab, TellsWhatMovedWithTheRateAndWhatMayStillBeRefunded)
 TEST(FundsTab, OpensTheEntriesBehindASumAndTheEntryOfARow)
 {
     ReportsUnderTest under;
-    under.openTab("movementsTab");
+    under.screen.turnTo("movementsTab");
     under.screen.press("USD");
     auto& sums = under.screen.find<ReportTable>("fundSumTable");
     sums.setFocus();
@@ -139,7 +133,7 @@ TEST(FundsTab, OpensExactlyTheEntriesThatASumIsMadeOf)
     books.entry(wrong).entry(undo);
     ReportsUnderTest under{books};
     const auto opened = [&](const char* row, int column) {
-        under.openTab("movementsTab");
+        under.screen.turnTo("movementsTab");
         auto& sums = under.screen.find<ReportTable>("fundSumTable");
         sums.setFocus();
         sums.setCurrentIndex(sums.model()->index(sums.grid().rowOf(row), column));
@@ -160,7 +154,7 @@ TEST(FundsTab, HasARunningBalanceForOneAccountWhoseEntriesExplainIt)
 {
     auto books = reportSample();
     ReportsUnderTest under{books};
-    under.openTab("movementsTab");
+    under.screen.turnTo("movementsTab");
     EXPECT_EQ(under.screen.find<ReportTable>("fundTable").grid().columnCount(), 5);
     under.screen.press("reportAccounts");
     under.screen.pressRow("choices", "Kas kecil");
@@ -175,7 +169,7 @@ TEST(FundsTab, HasARunningBalanceForOneAccountWhoseEntriesExplainIt)
 TEST(ReportExport, SavesTheTableInSight)
 {
     ReportsUnderTest under;
-    under.openTab("movementsTab");
+    under.screen.turnTo("movementsTab");
     under.screen.press("USD");
     under.openExport();
     EXPECT_EQ(under.screen.read("reportExportFile"), "Brightbook-fundMovements-2026-11-01_2026-11-30.csv");
@@ -189,7 +183,7 @@ TEST(ReportExport, SavesTheTableInSight)
     EXPECT_NE(file.find("\"2026-11-05\",\"Exchange\",\"1 USD = SGD"), std::string::npos) << file;
     EXPECT_NE(file.find("\"'-12,000.00\"\r\n"), std::string::npos) << file;
     under.activate();
-    under.openTab("incomeTab");
+    under.screen.turnTo("incomeTab");
     under.screen.press("IDR");
     under.openExport();
     under.screen.press("Income and expense by period");
@@ -229,7 +223,7 @@ TEST(ReportExport, BeginsWithTheTableWhoseMenuAskedForIt)
 TEST(ReportExport, WritesNothingFromBooksThatHaveChangedAndShowsThemAnew)
 {
     ReportsUnderTest under;
-    under.openTab("incomeTab");
+    under.screen.turnTo("incomeTab");
     under.openExport();
     auto changed = reportSample();
     changed.expense("e9", "2026-11-19", "Operating bank", "IDR", 7'700, "rent");

@@ -64,9 +64,7 @@ public:
     void openCompanyTab(const char* contents)
     {
         screen.press("page-company");
-        for (int tab = 0; tab < 8 && !screen.shows(contents); ++tab)
-            screen.keys("Ctrl+Tab");
-        screen.waitFor(contents);
+        screen.turnTo(contents);
     }
     void leaveAlert()
     {

@@ -63,10 +63,5 @@ struct Keyboard {
             screen.keys("Down");
         expect(says(), QStringLiteral("a row says %1").arg(QString::fromUtf8(text)));
     }
-    void turnTo(const char* contents) const
-    {
-        for (int tab = 0; tab < 3 && !screen.shows(contents); ++tab)
-            screen.keys("Ctrl+Tab");
-        screen.waitFor(contents);
-    }
+    void turnTo(const char* contents) const { screen.turnTo(contents); }
 };

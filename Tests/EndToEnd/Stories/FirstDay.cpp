@@ -97,13 +97,6 @@ struct Team {
             by.press(page);
         stage.screen.waitFor(shows);
     }
-    /// From one tab of the page to the next until this one is there.
-    void openTab(const char* contents) const
-    {
-        for (int tab = 0; tab < 8 && !stage.screen.shows(contents); ++tab)
-            stage.screen.keys("Ctrl+Tab");
-        stage.screen.waitFor(contents);
-    }
     void closeAlert() const
     {
         stage.screen.waitFor("alertDialog");
@@ -199,7 +192,7 @@ std::string invite(const Team& team, const Person& guest, const char* role)
     std::string code;
     team.step("Somebody is invited", [&] {
         team.turnTo("page-company", "companyPrimary");
-        team.openTab("memberTable");
+        screen.turnTo("memberTable");
         by.press("companyPrimary");
         screen.waitForFocus("inviteName");
         by.fill("inviteName", guest.name);

@@ -1,4 +1,5 @@
 #include <functional>
+#include <utility>
 
 #include <QApplication>
 #include <QClipboard>
@@ -26,12 +27,6 @@ struct Visitor {
             screen.press("questionConfirm");
         screen.waitUntilGone(dialog);
     }
-    void openTab(const char* contents) const
-    {
-        for (int tab = 0; tab < 8 && !screen.shows(contents); ++tab)
-            screen.keys("Ctrl+Tab");
-        screen.waitFor(contents);
-    }
 };
 
 void visitAccounts(const Visitor& visitor)
@@ -54,7 +49,7 @@ void visitPeople(const Visitor& visitor)
 {
     auto& screen = visitor.screen;
     screen.press("page-company");
-    visitor.openTab("memberTable");
+    screen.turnTo("memberTable");
     visitor.look("A member and the matrix of rights", [&] {
         screen.pressRow("memberTable", "Rizky");
         screen.waitFor("grantMatrix");
@@ -64,7 +59,7 @@ void visitPeople(const Visitor& visitor)
         screen.keys("Right Down");
     });
     visitor.look("An invitation", [&] {
-        visitor.openTab("invitationsTab");
+        screen.turnTo("invitationsTab");
         screen.press("companyPrimary");
         screen.waitForFocus("inviteName");
     });
@@ -75,7 +70,7 @@ void visitTheCompany(const Visitor& visitor)
 {
     auto& screen = visitor.screen;
     visitor.look("A category", [&] {
-        visitor.openTab("categoryEditor");
+        screen.turnTo("categoryEditor");
         screen.waitFor("categoryTable");
     });
     visitor.look("The catalogue of categories", [&] {
@@ -83,14 +78,14 @@ void visitTheCompany(const Visitor& visitor)
         screen.waitForFocus("presetDialog");
     });
     visitor.close("presetDialog");
-    visitor.look("Its financial settings", [&] { visitor.openTab("bookkeepingTab"); });
+    visitor.look("The financial settings", [&] { screen.turnTo("bookkeepingTab"); });
     visitor.look("The colours of entries", [&] {
         screen.press("changeColors");
         screen.waitFor("colorsDialog");
     });
     visitor.close("colorsDialog");
     visitor.look("The audit trail", [&] {
-        visitor.openTab("auditTab");
+        screen.turnTo("auditTab");
         screen.waitFor("auditTable");
     });
 }
@@ -161,8 +156,12 @@ void visitTheSettings(const Visitor& visitor)
 {
     auto& screen = visitor.screen;
     screen.keys("Ctrl+,");
-    for (const auto* section : {"settings-language", "settings-profile", "settings-receipts", "settings-session"})
-        visitor.look(section, [&] { screen.press(section); });
+    constexpr std::pair<const char*, const char*> sections[] = {{"The language", "settings-language"},
+                                                                {"One's own profile", "settings-profile"},
+                                                                {"The receipts on this computer", "settings-receipts"},
+                                                                {"The session", "settings-session"}};
+    for (const auto& [what, section] : sections)
+        visitor.look(what, [&] { screen.press(section); });
     visitor.close("settingsDialog");
 }
 

@@ -233,8 +233,7 @@ void hideFromTheSideBar(Stage& stage, LossyLine& line, Colleague& wati, const ch
     const Keyboard by{stage.screen};
     auto& screen = stage.screen;
     screen.press("page-company");
-    for (int tab = 0; tab < 8 && !screen.shows(listing); ++tab)
-        screen.keys("Ctrl+Tab");
+    screen.turnTo(listing);
     const auto before = changesIn(wati);
     stage.teller.step(QStringLiteral("The reply is lost: ") + QString::fromUtf8(listing), [&] {
         line.loseReplyTo(path);

@@ -76,8 +76,7 @@ void addAPreset(Stage& stage, LossyLine& line)
 {
     auto& screen = stage.screen;
     screen.press("page-company");
-    for (int tab = 0; tab < 8 && !screen.shows("categoryEditor"); ++tab)
-        screen.keys("Ctrl+Tab");
+    screen.turnTo("categoryEditor");
     screen.press("categoryCatalogButton");
     screen.waitForFocus("presetDialog");
     screen.find("presetList").setFocus();

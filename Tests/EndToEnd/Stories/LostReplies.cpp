@@ -156,18 +156,11 @@ void openAnAccount(Stage& stage, LossyLine& line)
     screen.waitForText(till);
 }
 
-void openTab(ScreenDriver& screen, const char* contents)
-{
-    for (int tab = 0; tab < 8 && !screen.shows(contents); ++tab)
-        screen.keys("Ctrl+Tab");
-    screen.waitFor(contents);
-}
-
 void makeACategory(Stage& stage, LossyLine& line)
 {
     auto& screen = stage.screen;
     screen.press("page-company");
-    openTab(screen, "categoryEditor");
+    screen.turnTo("categoryEditor");
     screen.press("companyPrimary");
     screen.waitForFocus("categoryName.en-US");
     screen.type(category);
@@ -179,7 +172,7 @@ void makeACategory(Stage& stage, LossyLine& line)
 void confirmTheStart(Stage& stage, LossyLine& line)
 {
     auto& screen = stage.screen;
-    openTab(screen, "bookkeepingTab");
+    screen.turnTo("bookkeepingTab");
     screen.press("setUpBooks");
     screen.waitForFocus("bookkeepingSetup");
     screen.press("setupWithOpenings");
@@ -324,7 +317,7 @@ void undoIt(Stage& stage, LossyLine& line)
 void inviteSomebody(Stage& stage, LossyLine& line)
 {
     auto& screen = stage.screen;
-    openTab(screen, "invitationsTab");
+    screen.turnTo("invitationsTab");
     screen.press("companyPrimary");
     screen.waitForFocus("inviteName");
     screen.type("Lê Thị Nhung");
