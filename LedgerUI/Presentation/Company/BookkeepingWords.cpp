@@ -99,13 +99,13 @@ const WordTable& bookkeepingWords()
         {"confirmAndLock", "确认并锁定", "Konfirmasi dan kunci", "Xác nhận và khóa", "Confirm and lock"},
         {"startConfirmed", "记账起始日期已确认", "Tanggal mulai pembukuan dikonfirmasi",
          "Đã xác nhận ngày bắt đầu ghi sổ", "Start date confirmed"},
-        {"import", "导入历史记录", "Impor catatan lama", "Nhập bản ghi cũ", "Import historical records"},
+        {"import", "导入历史记录", "Impor catatan lama", "Nhập các bút toán cũ", "Import historical records"},
         {"importText", "从 CSV 模板导入较早的记录。若记账起始日期尚未确认，请先导入，再把起始日期定为最早记录的日期。",
          "Memasukkan catatan lama dari templat CSV. Bila tanggal mulai pembukuan belum dikonfirmasi, impor dahulu, "
          "lalu "
          "tetapkan tanggal mulai pada tanggal catatan paling awal.",
-         "Đưa bản ghi cũ vào từ mẫu CSV. Nếu ngày bắt đầu ghi sổ chưa được xác nhận, hãy nhập trước, rồi đặt ngày bắt "
-         "đầu theo ngày của bản ghi sớm nhất.",
+         "Đưa các bút toán cũ vào từ mẫu CSV. Nếu ngày bắt đầu ghi sổ chưa được xác nhận, hãy nhập trước, rồi đặt ngày "
+         "bắt đầu theo ngày của bút toán sớm nhất.",
          "Brings older records in from a CSV template. While the bookkeeping start date is not confirmed, import "
          "first, "
          "then set the start date to the day of the earliest record."},

@@ -32,7 +32,7 @@ const WordTable& fileWords()
         {"changes.categories", "类别有改动", "kategori berubah", "hạng mục thay đổi", "categories edited"},
         {"changes.receipts", "票据有改动", "bukti berubah", "chứng từ thay đổi", "receipts changed"},
         {"changes.settings", "记账起始日期或初始化方式有改动", "tanggal mulai pembukuan atau cara inisialisasi berubah",
-         "ngày bắt đầu sổ sách hoặc cách khởi tạo thay đổi", "bookkeeping start or set-up changed"},
+         "ngày bắt đầu ghi sổ hoặc cách khởi tạo thay đổi", "bookkeeping start or set-up changed"},
     }};
     return words;
 }

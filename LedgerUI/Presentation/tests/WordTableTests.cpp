@@ -240,6 +240,8 @@ TEST(WordTables, CallOneThingByOneName)
         for (const auto& row : table->rows()) {
             for (const auto* other : {"转账", "兑换", "启用日期", "记账开始", "账务", "账套", "股利", "凭证"})
                 EXPECT_EQ(row.chinese.find(other), std::string_view::npos) << name << ": " << row.chinese;
+            for (const auto* other : {"bắt đầu sổ sách", "Nhập bản ghi"})
+                EXPECT_EQ(row.vietnamese.find(other), std::string_view::npos) << name << ": " << row.vietnamese;
             for (const auto* other : {"encetak", "eladen", "erute"})
                 EXPECT_EQ(row.indonesian.find(other), std::string_view::npos) << name << ": " << row.indonesian;
             if (row.english == "Note" || row.english == "Note (optional)") // "catatan" is the entry itself
