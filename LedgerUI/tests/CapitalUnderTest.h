@@ -72,6 +72,17 @@ inline CapitalSample withoutAccounts()
     return sample;
 }
 
+/// As an administrator has it whose role opens the page and who has no right to its records: the service sends neither.
+inline CapitalSample withoutTheRight()
+{
+    CapitalSample sample{capitalGround()};
+    sample.books().currentMember.role = "admin";
+    sample.books().currentMember.permissions.reset();
+    sample.books().capital.reset();
+    sample.books().dividends.reset();
+    return sample;
+}
+
 /// Everything is called as long as the service allows, in words of nine letters or in one.
 inline CapitalSample withLongNames(const char* between = " ")
 {

@@ -254,12 +254,7 @@ TEST(CapitalView, ShowsTheUnavailableStateInsteadOfAPartOfTheFigures)
 
 TEST(CapitalView, SaysThatTheRecordsAreNotForAnAdministratorToSee)
 {
-    CapitalSample sample{capitalGround()};
-    sample.books().currentMember.role = "admin";
-    sample.books().currentMember.permissions.reset();
-    sample.books().capital.reset(); // the service sends neither to who may not see it
-    sample.books().dividends.reset();
-    Page page{sample};
+    Page page{withoutTheRight()};
     for (const auto* tab : {"overview", "contributions", "dividends"}) {
         EXPECT_TRUE(page.screen.says("Capital and dividends are not visible to you")) << tab;
         for (const auto* untrue : {"Historical contributions have not been entered", "Nothing was recorded",

@@ -132,15 +132,7 @@ const std::array pages{
     SweptScreen{"CapitalOverviewFresh", capitalPages, openFreshBooks},
     SweptScreen{"CapitalOverviewHistoryUnknown", capitalPages, [](auto& under) { openBooks(under, withoutHistory()); }},
     SweptScreen{"CapitalUnavailable", capitalPages, openBrokenBooks},
-    SweptScreen{"CapitalNotSeen", capitalPages,
-                [](auto& under) {
-                    CapitalSample sample{capitalGround()};
-                    sample.books().currentMember.role = "admin";
-                    sample.books().currentMember.permissions.reset();
-                    sample.books().capital.reset();
-                    sample.books().dividends.reset();
-                    openBooks(under, sample);
-                }},
+    SweptScreen{"CapitalNotSeen", capitalPages, [](auto& under) { openBooks(under, withoutTheRight()); }},
     SweptScreen{"OverviewOfDividendsAlone", capitalPages,
                 [](auto& under) {
                     auto sample = capitalSample();
