@@ -40,18 +40,24 @@ CapitalPlace placeOf(const DividendMovement& movement, const DividendState& stat
     return placeOfAdvance(advance ? *advance : original);
 }
 
-/// The newest allocation of a period that the participant has a part in, else their newest advance.
+/// The newest allocation of a period that the participant has a part in, else their newest advance. What was taken back
+/// comes after everything that stands.
 std::optional<CapitalPlace> settlementIn(const Period& period, std::string_view participantID,
                                          const DividendTables& tables)
 {
-    for (const auto* batch : DividendBoards::batches(tables, period)) {
-        if (DividendBoards::hasLineOf(*batch, participantID))
-            return placeOf(*batch, participantID);
-    }
+    const auto batches = DividendBoards::batches(tables, period);
     const auto advances = DividendBoards::advancesOf(tables, period);
-    const auto theirs = std::ranges::find(advances, participantID,
-                                          [](const auto* each) { return std::string_view{each->participantID}; });
-    return theirs == advances.end() ? std::nullopt : std::optional{placeOfAdvance(**theirs)};
+    for (const bool isTakenBack : {false, true}) {
+        for (const auto* batch : batches) {
+            if (batch->cancelled == isTakenBack && DividendBoards::hasLineOf(*batch, participantID))
+                return placeOf(*batch, participantID);
+        }
+        for (const auto* advance : advances) {
+            if (advance->reversedBy.has_value() == isTakenBack && advance->participantID == participantID)
+                return placeOfAdvance(*advance);
+        }
+    }
+    return std::nullopt;
 }
 
 /// The first line with something unpaid of the earliest batch that has one.

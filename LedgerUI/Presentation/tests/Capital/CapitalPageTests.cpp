@@ -354,6 +354,25 @@ TEST(CapitalPlaces, LeadFromAParticipantToTheirOwnSettlement)
     EXPECT_FALSE(settlement("d3", "2026-01-01")) << "who has neither has no settlement";
 }
 
+TEST(CapitalPlaces, LeadToWhatStandsBeforeWhatWasTakenBack)
+{
+    CapitalSample sample{capitalGround()};
+    sample.participant("Budi", "100").participant("Chen", "100");                          // d1 d2
+    sample.allocate("2026-01-31", "January", "IDR", "1,000", {{"d1", "100"}});             // d3
+    sample.advance("2026-02-01", "d2", "IDR", "400", "Operating bank");                    // d4
+    sample.allocate("2026-02-28", "February", "IDR", "900", {{"d1", "50"}, {"d2", "50"}}); // d5
+    sample.advance("2026-03-01", "d2", "IDR", "30", "Operating bank");                     // d6
+    sample.cancelBatch("2026-03-02", "d5").reverseMovement("2026-03-02", "d6", {});
+    const auto choice = [&](const char* participant) {
+        return CapitalPlaces::settlementOf(participant, sample.books(), year2026(), english)->choice;
+    };
+    EXPECT_EQ(choice("d1").batchID, "d3") << "what is owed, not the newer allocation that was cancelled";
+    EXPECT_EQ(choice("d2").advanceID, "d4") << "the advance that stands";
+    sample.giveBack("2026-03-03", "d4", "400", "Operating bank").reverseMovement("2026-03-04", "d9", {});
+    sample.reverseMovement("2026-03-05", "d4", {});
+    EXPECT_EQ(choice("d2").batchID, "d5") << "where nothing stands, what was cancelled tells why";
+}
+
 TEST(CapitalPlaces, TurnToTheYearOfASettlementThatThePeriodDoesNotList)
 {
     CapitalSample sample{capitalGround()};
