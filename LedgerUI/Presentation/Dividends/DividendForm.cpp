@@ -110,13 +110,15 @@ std::optional<std::int64_t> limitIn(const DividendState& state, const DividendFo
         settlement(form), {.state = state, .member = now.member, .members = now.members, .accounts = now.accounts});
 }
 
-/// While a person lets the whole rest stand, it is the rest of now.
-void followRest(DividendForm& form, const DividendState& before, const LedgerSnapshot& snapshot,
+/// While a person lets the whole rest stand, it is the rest of now, and of what is chosen now. `was` is what it was
+/// before; nothing while it could not be told.
+void followRest(DividendForm& form, std::optional<std::int64_t> was, const LedgerSnapshot& snapshot,
                 std::string_view locale)
 {
-    const auto was = limitIn(before, form, snapshot);
+    if (!DividendForms::settlesLine(form.route.action))
+        return;
     const auto rest = DividendForms::limit(form, snapshot);
-    const bool stands = was && form.amount == Money::formatDigits(*was, form.currency, locale);
+    const bool stands = was ? form.amount == Money::formatDigits(*was, form.currency, locale) : form.amount.empty();
     if (stands && rest && *rest > 0)
         form.amount = Money::formatDigits(*rest, form.currency, locale);
 }
@@ -190,12 +192,7 @@ DividendForm DividendForms::initialize(DividendForm form, const LedgerSnapshot& 
     form = reconcileSelections(std::move(form), snapshot);
     if (isFirst)
         chooseOnly(form, snapshot);
-    if (isFirst && settlesLine(form.route.action) && form.amount.empty()) {
-        if (const auto most = limit(form, snapshot); most && *most > 0)
-            form.amount = Money::formatDigits(*most, form.currency, locale);
-    } else if (settlesLine(form.route.action)) {
-        followRest(form, before, snapshot, locale);
-    }
+    followRest(form, isFirst ? std::nullopt : limitIn(before, form, snapshot), snapshot, locale);
     form.initialized = true;
     form.needsReload = false;
     form.problems.clear();
@@ -370,11 +367,12 @@ DividendForm DividendForms::edited(DividendForm form, const RecordEdit& edit, co
         chooseOnly(form, snapshot);
         return form;
     case RecordPart::batch:
-        form.batchID = edit.text;
+    case RecordPart::advance: {
+        const auto was = limit(form, snapshot);
+        (edit.part == RecordPart::batch ? form.batchID : form.advanceID) = edit.text;
+        followRest(form, was, snapshot, locale);
         break;
-    case RecordPart::advance:
-        form.advanceID = edit.text;
-        break;
+    }
     case RecordPart::amount:
         form.amount = edit.text;
         form.amountDropped = false;

@@ -165,6 +165,24 @@ TEST(DividendForm, BoundsAnOffsetByLineAndAdvance)
     EXPECT_EQ(said(), "At most IDR\u00a07,000,000 is payable.") << "of the line";
 }
 
+TEST(DividendForm, OffersTheWholeRestOfWhatIsChosenInsteadUntilAnAmountIsTyped)
+{
+    auto sample = capitalSample();
+    auto form = opened({.action = std::string{DividendAction::pay}, .participantID = "d1", .batchID = "d10"}, sample);
+    EXPECT_EQ(form.amount, "29,025,000");
+    form = typed(form, sample, RecordPart::batch, "d4");
+    EXPECT_EQ(form.amount, "56,250,000") << "not the rest of the other allocation";
+    form = typed(typed(form, sample, RecordPart::amount, "5"), sample, RecordPart::batch, "d10");
+    EXPECT_EQ(form.amount, "5");
+
+    sample.advance("2026-11-01", "d2", "IDR", "600", "Operating bank"); // d11, beside d7
+    form = opened({.action = std::string{DividendAction::apply}, .participantID = "d2", .batchID = "d4"}, sample);
+    EXPECT_EQ(form.amount, "") << "which of two advances is not said yet";
+    form = typed(form, sample, RecordPart::advance, "d11");
+    EXPECT_EQ(form.amount, "600");
+    EXPECT_EQ(typed(form, sample, RecordPart::advance, "d7").amount, "8,000,000");
+}
+
 TEST(DividendForm, DropsWhatCanNoLongerBeChosen)
 {
     auto sample = capitalSample();
