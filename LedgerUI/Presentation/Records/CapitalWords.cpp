@@ -222,6 +222,8 @@ const WordTable& capitalWords()
          "Peserta ini belum memiliki alokasi atau uang muka dalam %1.",
          "Người tham gia này chưa có phân bổ hay tạm ứng nào bằng %1.",
          "This participant has no allocation and no advance in %1."},
+        {"settlement.noPart", "此股东不参与分红。", "Pemilik ini bukan peserta dividen.",
+         "Cổ đông này không tham gia chia cổ tức.", "This owner takes no part in dividends."},
         {"dividends.none", "没有分配，也没有预支", "Belum ada alokasi atau uang muka", "Chưa có phân bổ hay tạm ứng",
          "No allocations and no advances"},
 

@@ -13,6 +13,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Capital/CapitalPlace.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
+#include "LedgerUI/Presentation/Records/CapitalSections.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
@@ -212,12 +213,16 @@ void CapitalView::presentPrinting()
                                                  *this, [this](const QString& what) { Q_EMIT done(what); }));
 }
 
-/// How the participant stands; nobody else's settlement where there is none of theirs.
+/// How the participant stands; nobody else's settlement where there is none of theirs. The id is empty for an owner who
+/// has no part in dividends.
 void CapitalView::showSettlement(const QString& participantID)
 {
     const auto snapshot = m_store.snapshot();
-    if (!snapshot || participantID.isEmpty() || !m_tabs->has(CapitalModuleTab::dividends))
-        return;
+    constexpr auto dividends = CapitalModuleTab::dividends;
+    if (!snapshot || !m_tabs->has(dividends) || !CapitalSections::isSeen(dividends, *snapshot))
+        return; // whether the owner has a part is not for the member to see
+    if (participantID.isEmpty())
+        return Q_EMIT done(word(capitalWords(), "settlement.noPart"));
     const auto place = CapitalPlaces::settlementOf(participantID.toStdString(), *snapshot, m_bar->question(),
                                                    InterfaceLanguage::tag());
     if (place)

@@ -45,15 +45,17 @@ using Settlement = std::pair<std::string, std::string>;
 TEST(CapitalView, OpensTheSettlementOfTheParticipantThatIsPressedAndOfNobodyElse)
 {
     CapitalSample sample{capitalGround()};
-    sample.participant("Budi", "100").participant("Chen", "0").participant("Huong", "0");
+    sample.owner("Ann").participant("Budi", "100").participant("Chen", "0").participant("Huong", "0");
     sample.allocate("2026-03-31", "2026 Q1", "IDR", "1,000", {{"d1", "100"}});
     sample.advance("2026-04-01", "d2", "IDR", "400", "Operating bank");
     CapitalPageUnderTest page{sample};
-    page.screen.pressRow("ownersTable", "Huong");
-    page.screen.keys("Return");
-    page.screen.waitUntil("that there is none is said", [&] {
-        return page.screen.spoken("statusBar").starts_with("This participant has no allocation and no advance in IDR.");
-    });
+    const auto says = [&](const char* person, const char* why) {
+        page.screen.pressRow("ownersTable", person);
+        page.screen.keys("Return");
+        page.screen.waitUntil(why, [&] { return page.screen.spoken("statusBar").starts_with(why); });
+    };
+    says("Huong", "This participant has no allocation and no advance in IDR.");
+    says("Ann", "This owner takes no part in dividends.");
     EXPECT_TRUE(page.screen.shows("ownersTable"));
     page.screen.pressRow("ownersTable", "Chen");
     page.screen.keys("Return");
