@@ -41,6 +41,7 @@ std::span<const Story> stories()
               [](Stage& stage) { tellOfTheFirstDay(stage, "en-US", Hand::keys); }},
         Story{"staying-signed-in", "A keyring that is open, locked, and gone", tellOfStayingSignedIn, true},
         Story{"lost-replies", "Replies that are lost on the way", tellOfLostReplies},
+        Story{"lost-ways-in", "Replies that are lost on the way in", tellOfLostWaysIn},
         Story{"lost-entry-replies", "Replies about entries and an activation that are lost", tellOfLostEntryReplies},
         Story{"sudden-death", "A program that dies in the middle of an entry", tellOfSuddenDeath},
     };
@@ -49,9 +50,14 @@ std::span<const Story> stories()
 
 void Stage::findTheService()
 {
+    findTheServiceAt(service.address());
+}
+
+void Stage::findTheServiceAt(const QString& address)
+{
     if (!screen.shows("serviceAddress"))
         screen.press("addressFold");
-    screen.fill("serviceAddress", service.address().toStdString());
+    screen.fill("serviceAddress", address.toStdString());
 }
 
 void Stage::enterDemonstration(std::string_view profile)

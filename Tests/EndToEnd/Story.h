@@ -26,6 +26,8 @@ struct Stage {
 
     /// Points the sign-in screen at the service.
     void findTheService();
+    /// The same, by another way to it.
+    void findTheServiceAt(const QString& address);
     /// From the sign-in screen into the demonstration as one of its people.
     void enterDemonstration(std::string_view profile);
     /// Signs out by the member's menu.
@@ -69,6 +71,7 @@ void tellOfTheFirstDay(Stage& stage, const std::string& language, Hand hand);
 void tellOfStayingSignedIn(Stage& stage);
 void tellOfASecondCompany(Stage& stage);
 void tellOfLostReplies(Stage& stage);
+void tellOfLostWaysIn(Stage& stage);
 void tellOfLostEntryReplies(Stage& stage);
 void tellOfLookingClosely(Stage& stage);
 void tellOfSuddenDeath(Stage& stage);

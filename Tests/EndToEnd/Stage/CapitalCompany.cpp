@@ -32,8 +32,7 @@ void CapitalCompany::found(Stage& stage, Colleague& colleague) const
 void CapitalCompany::enter(Stage& stage, const QString& address) const
 {
     auto& screen = stage.screen;
-    screen.press("addressFold");
-    screen.fill("serviceAddress", address.toStdString());
+    stage.findTheServiceAt(address);
     screen.fill("email", owner);
     screen.fill("password", password);
     screen.keys("Return");

@@ -59,6 +59,15 @@ void LossyLine::carry()
     QObject::connect(program, &QTcpSocket::disconnected, program, &QObject::deleteLater);
 }
 
+void hearOfTheLoss(Stage& stage, const LossyLine& line)
+{
+    auto& screen = stage.screen;
+    screen.waitFor("alertDialog");
+    expect(line.hasLost(), QStringLiteral("the service had answered"));
+    screen.press("messageClose");
+    screen.waitUntilGone("alertDialog");
+}
+
 void loseOn(Stage& stage, LossyLine& line, const char* path, const char* field, const QString& what, const char* sends)
 {
     auto& screen = stage.screen;

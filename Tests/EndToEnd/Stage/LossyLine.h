@@ -29,6 +29,9 @@ private:
     QByteArray m_swallowed;
 };
 
+/// Waits for the alert that says so, and closes it.
+void hearOfTheLoss(Stage& stage, const LossyLine& line);
+
 /// Sends the form on top, whose reply is lost: it can only be sent again, and its `field` is locked.
 void loseOn(Stage& stage, LossyLine& line, const char* path, const char* field, const QString& what,
             const char* sends = "Ctrl+Return");

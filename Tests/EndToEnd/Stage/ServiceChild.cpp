@@ -26,11 +26,12 @@ ServiceChild::~ServiceChild()
     stop();
 }
 
-bool ServiceChild::start()
+bool ServiceChild::start(const QString& registration)
 {
     static const QRegularExpression ready{QStringLiteral("listening on (http://[^\\s]+)")};
-    m_process.start(m_program, {QStringLiteral("serve"), QStringLiteral("--listen"), m_listen,
-                                QStringLiteral("--database"), m_database, QStringLiteral("--create")});
+    m_process.start(m_program,
+                    {QStringLiteral("serve"), QStringLiteral("--listen"), m_listen, QStringLiteral("--database"),
+                     m_database, QStringLiteral("--create"), QStringLiteral("--registration"), registration});
     QString said;
     while (m_process.waitForReadyRead(startMilliseconds)) {
         said += QString::fromUtf8(m_process.readAllStandardOutput());
@@ -80,6 +81,11 @@ void ServiceChild::foundCompany(const QString& name, const QString& email, const
                        QStringLiteral("--owner-name"), email.section(QLatin1Char('@'), 0, 0),
                        QStringLiteral("--owner-email"), email},
                       password + QLatin1Char('\n'));
+}
+
+int ServiceChild::companiesNamed(const QString& name) const
+{
+    return static_cast<int>(ask({QStringLiteral("companies"), QStringLiteral("list")}).count(name));
 }
 
 void ServiceChild::decideOn(const QString& company, const QString& decision) const

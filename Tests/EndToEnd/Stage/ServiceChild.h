@@ -9,8 +9,9 @@ public:
     ServiceChild(QString program, QString database);
     ~ServiceChild();
 
-    /// Starts the service and waits until it answers; says on standard error why it did not.
-    bool start();
+    /// Starts the service and waits until it answers; says on standard error why it did not. `registration` says who
+    /// may open a company.
+    bool start(const QString& registration = QStringLiteral("review"));
     /// Asks it to finish what is under way and waits until it has ended; false when it had to be killed.
     bool stop();
     /// Ends it at once, in the middle of whatever it does.
@@ -21,6 +22,8 @@ public:
                               const QString& input = {}) const;
     /// Founds an approved company with its owner.
     void foundCompany(const QString& name, const QString& email, const QString& password) const;
+    /// How many companies there are of this name, also as applications.
+    [[nodiscard]] int companiesNamed(const QString& name) const;
     /// The operator's word on an application: "approve" or "reject".
     void decideOn(const QString& company, const QString& decision) const;
 

@@ -238,10 +238,7 @@ void hideFromTheSideBar(Stage& stage, LossyLine& line, Colleague& wati, const ch
     stage.teller.step(QStringLiteral("The reply is lost: ") + QString::fromUtf8(listing), [&] {
         line.loseReplyTo(path);
         by.press(listing);
-        screen.waitFor("alertDialog");
-        screen.press("messageClose");
-        screen.waitUntilGone("alertDialog");
-        expect(line.hasLost(), QStringLiteral("the service had answered"));
+        hearOfTheLoss(stage, line);
         expect(changesIn(wati) == before + 1, QStringLiteral("the service had carried it out"));
         by.press("unconfirmedButton");
         screen.waitForFocus("unconfirmedDialog");

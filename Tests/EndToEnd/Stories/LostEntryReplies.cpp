@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include <QAbstractItemView>
+#include <QLineEdit>
 #include <QTemporaryDir>
 
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
@@ -14,8 +15,8 @@
 #include "Tests/EndToEnd/Stage/LossyLine.h"
 #include "Tests/EndToEnd/Story.h"
 
-// Lost replies where money comes in, changes its currency and is paid back, where many rows are recorded at once, and
-// at the last step of an activation.
+// Lost replies where money comes in, changes its currency and is paid back, where an entry is due, where many rows are
+// recorded and taken back at once, and at the last step of an activation.
 
 namespace {
 
@@ -27,13 +28,15 @@ constexpr auto fares = "Fares";
 constexpr auto sold = "Tickets of Saturday";
 constexpr auto changed = "Dollars for the engine";
 constexpr auto paidBack = "The ferry did not sail";
+constexpr auto due = "Ice for the hold";
 constexpr auto imported = "From the old book";
+constexpr auto takenBack = "It was another book";
 
-void makeCategory(Colleague& lina, const char* kind, const char* name)
+std::string makeCategory(Colleague& lina, const char* kind, const char* name)
 {
-    lina.done(lina.store().createCategory(
-                  {.kind = kind, .names = {{"en-US", name}}, .symbol = "tag", .parentID = {}, .presetID = {}}),
-              "a category is made");
+    return lina.done(lina.store().createCategory(
+                         {.kind = kind, .names = {{"en-US", name}}, .symbol = "tag", .parentID = {}, .presetID = {}}),
+                     "a category is made");
 }
 
 /// The account is there, whoever hears of it: the password that was chosen is the one that opens the company.
@@ -54,10 +57,7 @@ void activate(Stage& stage, LossyLine& line, Colleague& lina)
     screen.fill("password", guestsPassword);
     line.loseReplyTo("v1/auth/access/complete");
     screen.keys("Return");
-    screen.waitFor("alertDialog");
-    expect(line.hasLost(), QStringLiteral("the service had answered"));
-    screen.press("messageClose");
-    screen.waitUntilGone("alertDialog");
+    hearOfTheLoss(stage, line);
     stage.teller.step(QStringLiteral("The reply is lost: an activation, which is used up"), [&] {
         screen.press("confirmAccess");
         screen.waitForText("Try to sign in with your password");
@@ -135,6 +135,34 @@ void payBack(Stage& stage, LossyLine& line)
     sendTwice(stage, line, QStringLiteral("a refund"), paidBack);
 }
 
+/// Today's entry of a template: the day is settled by it once, whoever sends it however often.
+void recordWhatIsDue(Stage& stage, LossyLine& line, Colleague& lina, const std::string& category)
+{
+    auto& screen = stage.screen;
+    const auto& accounts = lina.store().snapshot()->accounts;
+    const auto account = std::ranges::find(accounts, bank, &Account::name);
+    expect(account != accounts.end(), QStringLiteral("there is an account to pay from"));
+    TemplateCreate daily{
+        .name = "Ice", .shared = false, .entry = {}, .recurrence = {}, .idempotencyKey = lina.store().newIdentifier()};
+    daily.entry.kind = "expense";
+    daily.entry.note = due;
+    daily.entry.categoryID = category;
+    daily.entry.sourceAccountID = account->id;
+    daily.entry.currency = "IDR";
+    daily.entry.amountMinor = 45000;
+    daily.recurrence = {.unit = "day", .every = 1, .firstDay = lina.store().today(), .lastDay = {}};
+    lina.done(lina.store().createTemplate(daily, false), "an entry comes back every day");
+    screen.keys("F5");
+    screen.waitFor("templatesDue");
+    screen.press("templatesDueShow");
+    screen.waitFor("templatesDialog");
+    screen.waitForText("Due ");
+    screen.press("templateRecord");
+    screen.waitForFocus("transactionForm");
+    sendTwice(stage, line, QStringLiteral("an entry that is due"), due);
+    screen.waitUntilGone("templatesDue");
+}
+
 /// A row may be in the books without anybody knowing: the same file is taken again, and records each row once.
 void importRows(Stage& stage, LossyLine& line, const std::string& day)
 {
@@ -169,6 +197,35 @@ void importRows(Stage& stage, LossyLine& line, const std::string& day)
     expect(stage.books.entriesNoted(QString::fromUtf8(imported)) == 3, QStringLiteral("each row is recorded once"));
 }
 
+/// The reversal stops at the one of which nobody knows, and goes on with that one as it was sent.
+void takeTheRowsBack(Stage& stage, LossyLine& line)
+{
+    auto& screen = stage.screen;
+    screen.keys("Ctrl+F");
+    screen.type(imported);
+    screen.waitUntil("the rows alone are listed", [&] { return stage.entriesShown() == 3; });
+    screen.find("ledgerTable").setFocus();
+    screen.keys("Ctrl+A");
+    screen.press("reverseSeveralButton");
+    screen.waitForFocus("batchReversalDialog");
+    screen.type(takenBack);
+    stage.teller.step(QStringLiteral("The reply is lost: one of several reversals"), [&] {
+        line.loseReplyTo("v1/transactions/");
+        screen.keys("Ctrl+Return");
+        screen.waitForText("Stopped: 0 reversed, 3 left.");
+        expect(line.hasLost(), QStringLiteral("the service had answered"));
+        expect(screen.find<QLineEdit>("batchReason").isReadOnly(), QStringLiteral("the reason stays as it was sent"));
+    });
+    expect(stage.books.entriesNoted(QString::fromUtf8(takenBack)) == 1, QStringLiteral("the first one is reversed"));
+    stage.teller.step(QStringLiteral("It goes on with that one"), [&] {
+        screen.keys("Ctrl+Return");
+        screen.waitForText("3 entries reversed.");
+    });
+    screen.keys("Esc");
+    screen.waitUntilGone("batchReversalDialog");
+    expect(stage.books.entriesNoted(QString::fromUtf8(takenBack)) == 3, QStringLiteral("each is reversed once"));
+}
+
 }
 
 void tellOfLostEntryReplies(Stage& stage)
@@ -177,10 +234,9 @@ void tellOfLostEntryReplies(Stage& stage)
     LossyLine line{stage.service.address()};
     Colleague lina{stage.service.address().toStdString(), screen};
     company.found(stage, lina);
-    makeCategory(lina, "income", fares);
-    makeCategory(lina, "expense", "Fuel");
-    screen.press("addressFold");
-    screen.fill("serviceAddress", line.address().toStdString());
+    std::ignore = makeCategory(lina, "income", fares);
+    const auto fuel = makeCategory(lina, "expense", "Fuel");
+    stage.findTheServiceAt(line.address());
     activate(stage, line, lina);
     screen.fill("email", company.owner);
     screen.fill("password", company.password);
@@ -190,7 +246,9 @@ void tellOfLostEntryReplies(Stage& stage)
     sell(stage, line);
     changeMoney(stage, line);
     payBack(stage, line);
+    recordWhatIsDue(stage, line, lina, fuel);
     importRows(stage, line, lina.store().today());
+    takeTheRowsBack(stage, line);
     lina.done(lina.store().refresh(false), "the colleague looks at the books");
     const auto& books = *lina.store().snapshot();
     expect(books.categories.size() == 3, QStringLiteral("the catalogue's category was made once"));

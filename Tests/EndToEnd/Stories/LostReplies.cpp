@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QImage>
 
+#include "Tests/EndToEnd/Stage/Applicant.h"
 #include "Tests/EndToEnd/Stage/Colleague.h"
 #include "Tests/EndToEnd/Stage/Desk.h"
 #include "Tests/EndToEnd/Stage/LossyLine.h"
@@ -18,8 +19,7 @@ namespace {
 constexpr auto company = "PT Jalur Putus";
 constexpr auto owner = "tari@jalur.example";
 constexpr auto password = "a secret of Tari";
-constexpr auto applicant = "hung@jalur.example";
-constexpr auto founded = "Hùng Phát Trading";
+constexpr Applicant applicant{"Hùng Phát Trading", "Trần Văn Hùng", "hung@jalur.example", "a secret of Hung"};
 constexpr auto till = "Till at the harbour";
 constexpr auto category = "Harbour fees";
 constexpr auto note = "Mooring for one night";
@@ -28,43 +28,12 @@ constexpr auto moved = "Into the safe for the night";
 constexpr auto further = "CV Jalur Baru";
 constexpr auto inviting = "CV Samudra Kopi";
 
-int countOf(Stage& stage, const char* name)
-{
-    return static_cast<int>(
-        stage.service.ask({QStringLiteral("companies"), QStringLiteral("list")}).count(QString::fromUtf8(name)));
-}
-
-/// The person cannot know that the application has arrived: a second one is refused by itself.
 void applyForACompany(Stage& stage, LossyLine& line)
 {
-    auto& screen = stage.screen;
-    screen.press("mode-register");
-    screen.fill("companyName", founded);
-    screen.keys("Tab Space");
-    screen.waitForFocus("countriesPopover");
-    screen.type("viet");
-    screen.keys("Return Esc Tab");
-    screen.type("Trần Văn Hùng");
-    screen.fill("email", applicant);
-    screen.fill("password", "a secret of Hung");
-    stage.teller.step(QStringLiteral("The reply to an application is lost"), [&] {
-        line.loseReplyTo("v1/auth/register");
-        screen.keys("Return");
-        screen.waitFor("alertDialog");
-        expect(line.hasLost(), QStringLiteral("the service had answered"));
-        screen.press("messageClose");
-        screen.waitUntilGone("alertDialog");
-        expect(screen.read("companyName").find(founded) != std::string::npos, QStringLiteral("what was typed stays"));
-    });
-    stage.teller.step(QStringLiteral("Sent again, it is known already"), [&] {
-        screen.press("register");
-        screen.waitForText("This email is already registered. Please sign in.");
-    });
-    expect(countOf(stage, founded) == 1, QStringLiteral("one application waits"));
-    screen.press("mode-login");
-    screen.fill("email", applicant);
-    screen.fill("password", "a secret of Hung");
-    screen.keys("Return");
+    applicant.applyInVain(stage, line);
+    expect(stage.service.companiesNamed(QString::fromUtf8(applicant.company)) == 1,
+           QStringLiteral("one application waits"));
+    applicant.signIn(stage.screen);
     stage.readAlert(QStringLiteral("The application waits for review"),
                     "Your company application is awaiting platform review.");
 }
@@ -85,7 +54,7 @@ void applyForAnother(Stage& stage, LossyLine& line)
     screen.keys("Ctrl+Return");
     stage.readAlert(QStringLiteral("Applied for once"), "Your company application is awaiting platform review.");
     screen.waitUntilGone("companyApplicationDialog");
-    expect(countOf(stage, further) == 1, QStringLiteral("one application waits"));
+    expect(stage.service.companiesNamed(QString::fromUtf8(further)) == 1, QStringLiteral("one application waits"));
 }
 
 void waitForCompany(const ScreenDriver& screen, const char* name)
@@ -130,11 +99,8 @@ void switchBack(Stage& stage, LossyLine& line)
     openCompanies(screen);
     line.loseReplyTo("v1/me/companies/switch");
     screen.keys("Down Return");
-    screen.waitFor("alertDialog");
     stage.teller.step(QStringLiteral("The reply is lost: going over to a company"), [&] {
-        expect(line.hasLost(), QStringLiteral("the service had answered"));
-        screen.press("messageClose");
-        screen.waitUntilGone("alertDialog");
+        hearOfTheLoss(stage, line);
         waitForCompany(screen, inviting);
     });
     openCompanies(screen);
@@ -341,8 +307,7 @@ void tellOfLostReplies(Stage& stage)
     auto& screen = stage.screen;
     stage.service.foundCompany(QString::fromUtf8(company), QString::fromUtf8(owner), QString::fromUtf8(password));
     LossyLine line{stage.service.address()};
-    screen.press("addressFold");
-    screen.fill("serviceAddress", line.address().toStdString());
+    stage.findTheServiceAt(line.address());
     applyForACompany(stage, line);
     screen.fill("email", owner);
     screen.fill("password", password);
