@@ -28,10 +28,6 @@ void Applicant::applyInVain(Stage& stage, LossyLine& line) const
         hearOfTheLoss(stage, line);
         expect(screen.read("companyName").find(company) != std::string::npos, QStringLiteral("what was typed stays"));
     });
-    stage.teller.step(QStringLiteral("Sent again, it is known already"), [&] {
-        screen.press("register");
-        screen.waitForText("This email is already registered. Please sign in.");
-    });
 }
 
 void Applicant::signIn(ScreenDriver& screen) const

@@ -14,7 +14,7 @@ struct Applicant {
 
     /// Fills in the form; it is not sent.
     void fillIn(ScreenDriver& screen) const;
-    /// Sends it and loses the reply. Nobody can know then that the application has arrived: a second one is refused.
+    /// Sends it and loses the reply: nobody can know then that the application has arrived.
     void applyInVain(Stage& stage, LossyLine& line) const;
     /// Asks to be signed in, wherever the sign-in screen stands.
     void signIn(ScreenDriver& screen) const;

@@ -28,12 +28,18 @@ constexpr auto moved = "Into the safe for the night";
 constexpr auto further = "CV Jalur Baru";
 constexpr auto inviting = "CV Samudra Kopi";
 
+/// A second application is refused by itself.
 void applyForACompany(Stage& stage, LossyLine& line)
 {
+    auto& screen = stage.screen;
     applicant.applyInVain(stage, line);
+    stage.teller.step(QStringLiteral("Sent again, it is known already"), [&] {
+        screen.press("register");
+        screen.waitForText("This email is already registered. Please sign in.");
+    });
     expect(stage.service.companiesNamed(QString::fromUtf8(applicant.company)) == 1,
            QStringLiteral("one application waits"));
-    applicant.signIn(stage.screen);
+    applicant.signIn(screen);
     stage.readAlert(QStringLiteral("The application waits for review"),
                     "Your company application is awaiting platform review.");
 }

@@ -16,6 +16,7 @@ void restart(Stage& stage, const QString& registration)
     expect(stage.service.stop() && stage.service.start(registration), QStringLiteral("the service is back"));
 }
 
+/// To apply again would be refused, and takes one of the few tries that the service grants: the password is enough.
 void foundOpenly(Stage& stage, LossyLine& line)
 {
     auto& screen = stage.screen;
