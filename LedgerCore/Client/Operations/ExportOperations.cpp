@@ -43,7 +43,7 @@ QCoro::Task<Result<ExportedFile>> ExportOperations::exportCSVAsync(LedgerExportR
     // It holds a copy of every entry of the file, which must be taken apart where nobody waits for it.
     return m_runner.fromFreshBooks<ExportedFile>(
         OperationRunner::publishing(publishError),
-        [held = returnedByWorker<LedgerExportRequest>(std::move(request))](
+        [held = releasedByWorker<LedgerExportRequest, FreedRoom::handedBack>(std::move(request))](
             const LedgerSnapshot& books) -> Result<ExportedFile> {
             if (const auto valid = validated(held->authorization, books); !valid)
                 return std::unexpected(valid.error());

@@ -6,24 +6,22 @@
 
 #include <QThreadPool>
 
+/// What becomes of the room that a value took.
+enum class FreedRoom {
+    kept,       // small blocks stay with the program, which is about to need them again
+    handedBack, // to the system: the value copied much of the books, and its like is made once in a while
+};
+
 /// Makes a shared value that is too large to be taken apart within a frame: once nobody holds it any more, a worker
 /// does so. Whoever lets go of it last, on whichever thread, does not wait.
-template <class Value, class... Arguments>
+template <class Value, FreedRoom room = FreedRoom::kept, class... Arguments>
 std::shared_ptr<const Value> releasedByWorker(Arguments&&... arguments)
-{
-    return {new const Value(std::forward<Arguments>(arguments)...),
-            [](const Value* last) { QThreadPool::globalInstance()->start([last] { delete last; }); }};
-}
-
-/// The same for a value that is made once in a while and copies much of the books: the worker also hands the room it
-/// took back to the system, which keeps small blocks for the program otherwise.
-template <class Value, class... Arguments>
-std::shared_ptr<const Value> returnedByWorker(Arguments&&... arguments)
 {
     return {new const Value(std::forward<Arguments>(arguments)...), [](const Value* last) {
                 QThreadPool::globalInstance()->start([last] {
                     delete last;
-                    malloc_trim(0);
+                    if constexpr (room == FreedRoom::handedBack)
+                        malloc_trim(0);
                 });
             }};
 }

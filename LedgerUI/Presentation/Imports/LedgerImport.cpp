@@ -182,7 +182,7 @@ QCoro::Task<LedgerImport::Answer> LedgerImport::read(std::filesystem::path path,
         if (!reading.isUnreadable && reading.plan.issues.empty())
             tryOut(reading, today);
         answer->table = found(reading, locale);
-        answer->reading = returnedByWorker<ImportReading>(std::move(reading));
+        answer->reading = releasedByWorker<ImportReading, FreedRoom::handedBack>(std::move(reading));
     });
     co_await working;
     co_return std::move(*answer);
