@@ -54,16 +54,19 @@ std::optional<EntryTemplate> toldTemplate(const AuditRecord& record, const std::
 
 }
 
-AuditRecord AuditDisclosure::of(AuditRecord record) const
+std::vector<AuditRecord> AuditDisclosure::of(std::vector<AuditRecord> records) const
 {
-    if ((record.before || record.after) && !shows(record)) {
-        record.before.reset();
-        record.after.reset();
+    const auto entries = shownEntries(records);
+    for (auto& record : records) {
+        if ((record.before || record.after) && !shows(record)) {
+            record.before.reset();
+            record.after.reset();
+        }
+        if (record.digest && !entries.contains(record.record.value_or("")))
+            record.digest.reset();
+        record.chain.clear();
     }
-    if (record.digest && !showsEntry(record))
-        record.digest.reset();
-    record.chain.clear();
-    return record;
+    return records;
 }
 
 /// A template may have been its author's alone, or of other accounts, when the record was made: what it tells of the
@@ -79,11 +82,21 @@ bool AuditDisclosure::showsTemplate(const AuditRecord& record) const
     return stored && TemplateRules::maySee(stored->kept, m_reader);
 }
 
-/// Who knows an entry but for its amount finds the amount by the digest.
-bool AuditDisclosure::showsEntry(const AuditRecord& record) const
+/// The entries that the reader sees whole: who knows an entry but for its amount finds the amount by the digest.
+AuditDisclosure::Entries AuditDisclosure::shownEntries(const std::vector<AuditRecord>& records) const
 {
-    const auto entry = record.record ? EntryRepository::find(m_connection, m_companyID, *record.record) : std::nullopt;
-    return entry && Visibility::seesEntry(*entry, m_reader) && !EntryDisclosure{m_reader}.instead(Json::encode(*entry));
+    std::vector<std::string> told;
+    for (const auto& record : records) {
+        if (record.digest && record.record)
+            told.push_back(*record.record);
+    }
+    const EntryDisclosure disclosure{m_reader};
+    Entries shown;
+    for (const auto& each : EntryRepository::sights(m_connection, m_companyID, told)) {
+        if (Visibility::seesAny(each.accountIDs, m_reader) && !disclosure.hidesOf(each.isOfCapital, each.isOfDividends))
+            shown.insert(each.id);
+    }
+    return shown;
 }
 
 bool AuditDisclosure::shows(const AuditRecord& record) const

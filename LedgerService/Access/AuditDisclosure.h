@@ -1,6 +1,8 @@
 #pragma once
 
 #include <string>
+#include <unordered_set>
+#include <vector>
 
 #include "LedgerCore/Domain/Records/Member.h"
 #include "LedgerService/Audit/AuditRecord.h"
@@ -19,11 +21,14 @@ public:
     {
     }
 
-    [[nodiscard]] AuditRecord of(AuditRecord record) const;
+    /// The records of a page.
+    [[nodiscard]] std::vector<AuditRecord> of(std::vector<AuditRecord> records) const;
 
 private:
+    using Entries = std::unordered_set<std::string>;
+
     [[nodiscard]] bool shows(const AuditRecord& record) const;
-    [[nodiscard]] bool showsEntry(const AuditRecord& record) const;
+    [[nodiscard]] Entries shownEntries(const std::vector<AuditRecord>& records) const;
     [[nodiscard]] bool showsTemplate(const AuditRecord& record) const;
 
     Connection& m_connection;

@@ -20,11 +20,14 @@ EntryDisclosure::EntryDisclosure(const Member& reader)
 {
 }
 
+bool EntryDisclosure::hidesOf(bool isOfCapital, bool isOfDividends) const
+{
+    return (isOfCapital && !m_showsCapital) || (isOfDividends && !m_showsDividends);
+}
+
 std::optional<std::string> EntryDisclosure::instead(std::string_view text) const
 {
-    const bool hides =
-        (!m_showsCapital && text.contains(ofCapital)) || (!m_showsDividends && text.contains(ofDividends));
-    if (!hides)
+    if (!hidesOf(text.contains(ofCapital), text.contains(ofDividends)))
         return std::nullopt;
     auto entry = JsonColumn::read<LedgerTransaction>(std::string{text});
     entry.note.clear();

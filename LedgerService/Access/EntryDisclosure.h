@@ -15,6 +15,9 @@ class EntryDisclosure {
 public:
     explicit EntryDisclosure(const Member& reader);
 
+    /// Whether a part of such an entry is not for the reader.
+    [[nodiscard]] bool hidesOf(bool isOfCapital, bool isOfDividends) const;
+
     /// What is shown instead of an entry's JSON; nothing when the reader may see all of it.
     [[nodiscard]] std::optional<std::string> instead(std::string_view text) const;
 

@@ -62,9 +62,7 @@ Outcome audit(const MemberCall& call)
     if (!filter)
         return std::unexpected(Refusal::of(ServiceCode::validationError, "The query is not one of this path."));
     auto page = AuditTrail::page(call.connection, call.companyID, *filter);
-    const AuditDisclosure disclosure{call.connection, call.companyID, call.member};
-    for (auto& each : page.records)
-        each = disclosure.of(std::move(each));
+    page.records = AuditDisclosure{call.connection, call.companyID, call.member}.of(std::move(page.records));
     return Reply{.body = AuditText::of(page)};
 }
 

@@ -69,6 +69,30 @@ constexpr auto selectReceiptsBetween = R"sql(
     ORDER BY e.sequence, a.position
 )sql";
 
+/// Entries that are asked for by one statement; fewer are asked for as so many, so that there is one statement.
+constexpr std::size_t sightsAtOnce = 100;
+
+std::string sightName(std::size_t at)
+{
+    return fmt::format("entry{}", at);
+}
+
+std::string selectingSights()
+{
+    std::string names;
+    for (std::size_t at = 0; at < sightsAtOnce; ++at)
+        names += (at == 0 ? ":" : ", :") + sightName(at);
+    return fmt::format(R"sql(
+    SELECT e.id, e.capital_contribution_id, e.dividend_movement_id, l.account_id
+    FROM entries e JOIN legs l ON l.company_id = e.company_id AND l.sequence = e.sequence
+    WHERE e.company_id = :company AND e.id IN ({})
+    ORDER BY e.sequence, l.position
+)sql",
+                       names);
+}
+
+const auto selectSights = selectingSights();
+
 constexpr auto selectSequence = R"sql(
     SELECT sequence FROM entries WHERE company_id = :company AND id = :entry
 )sql";
@@ -190,6 +214,28 @@ std::optional<LedgerTransaction> EntryRepository::find(Connection& connection, s
     receipts.bind("company", companyID).bind("entry", entryID);
     entry.attachmentIDs = idsOf(receipts);
     return std::move(entry);
+}
+
+std::vector<EntrySight> EntryRepository::sights(Connection& connection, std::string_view companyID,
+                                                std::span<const std::string> ids)
+{
+    std::vector<EntrySight> found;
+    for (; !ids.empty(); ids = ids.subspan(std::min(sightsAtOnce, ids.size()))) {
+        std::string id;
+        std::string accountID;
+        std::optional<std::string> contribution;
+        std::optional<std::string> movement;
+        Query query{connection, selectSights};
+        query.bind("company", companyID).into(id).into(contribution).into(movement).into(accountID);
+        for (std::size_t at = 0; at < sightsAtOnce; ++at)
+            query.bind(sightName(at), ids[std::min(at, ids.size() - 1)]);
+        while (query.next()) {
+            if (found.empty() || found.back().id != id)
+                found.push_back({id, {}, contribution.has_value(), movement.has_value()});
+            found.back().accountIDs.push_back(accountID);
+        }
+    }
+    return found;
 }
 
 std::vector<LedgerTransaction> EntryRepository::all(Connection& connection, std::string_view companyID)

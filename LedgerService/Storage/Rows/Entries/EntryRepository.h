@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,12 +20,23 @@ struct RecordedEntry {
     LedgerTransaction entry;
 };
 
+/// What decides who sees an entry, and how much of it.
+struct EntrySight {
+    std::string id;
+    std::vector<std::string> accountIDs;
+    bool isOfCapital = false;
+    bool isOfDividends = false;
+};
+
 /// The posted entries. Rows are only ever added; `reversedBy` is found through the reversal that names the entry.
 /// Beside the rows each entry is kept as snapshots show it, see `FragmentRepository`.
 namespace EntryRepository {
 
 /// The entry with its legs and receipts.
 std::optional<LedgerTransaction> find(Connection& connection, std::string_view companyID, std::string_view entryID);
+
+/// Of those among the ids that name entries, in any order.
+std::vector<EntrySight> sights(Connection& connection, std::string_view companyID, std::span<const std::string> ids);
 
 /// Every entry in the order of recording. `attachmentIDs` stay empty.
 std::vector<LedgerTransaction> all(Connection& connection, std::string_view companyID);
