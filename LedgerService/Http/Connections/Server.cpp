@@ -8,12 +8,11 @@
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/post.hpp>
-#include <boost/asio/redirect_error.hpp>
 #include <boost/asio/steady_timer.hpp>
-#include <boost/asio/use_awaitable.hpp>
 #include <fmt/core.h>
 #include <unistd.h>
 
+#include "LedgerService/Http/Connections/Accepting.h"
 #include "LedgerService/Http/Connections/ConnectionTable.h"
 #include "LedgerService/Http/Connections/HttpConnection.h"
 #include "LedgerService/Http/Connections/PeerOwner.h"
@@ -42,8 +41,6 @@ constexpr unsigned fileWorkers = 2;
 constexpr unsigned mostHashers = 2;
 /// They wait for a mail server.
 constexpr unsigned mailThreads = 2;
-/// After a failed accept, such as too many open files, the next one is tried no sooner.
-constexpr std::chrono::milliseconds pauseAfterFailure{100};
 
 unsigned workerCount()
 {
@@ -113,8 +110,6 @@ struct Server::State {
 
     void listen();
     void run();
-    void spawnAccepting();
-    static asio::awaitable<void> accept(State& state);
     void admit(tcp::socket socket);
     [[nodiscard]] bool mayServe(const tcp::socket& socket) const;
     void sayOthersAreTurnedAway();
@@ -155,7 +150,10 @@ void Server::State::listen()
         acceptor.listen();
     }
     port = acceptor.local_endpoint().port();
-    spawnAccepting();
+    Accepting::spawn(acceptor, [this](tcp::socket socket) -> asio::awaitable<void> {
+        admit(std::move(socket));
+        co_return;
+    });
 }
 
 /// Serves until the server stops. What one handler throws ends that handler alone.
@@ -167,30 +165,6 @@ void Server::State::run()
             return;
         } catch (const std::exception& failure) {
             Log::failure("(network)", failure.what());
-        }
-    }
-}
-
-void Server::State::spawnAccepting()
-{
-    asio::co_spawn(network, accept(*this), [this](const std::exception_ptr& failed) {
-        if (failed && !shared.stopping)
-            spawnAccepting();
-    });
-}
-
-asio::awaitable<void> Server::State::accept(State& state)
-{
-    asio::steady_timer pause{state.network};
-    while (!state.shared.stopping) {
-        boost::system::error_code failure;
-        auto token = asio::redirect_error(asio::use_awaitable, failure);
-        auto socket = co_await state.acceptor.async_accept(token);
-        if (!failure) {
-            state.admit(std::move(socket));
-        } else if (!state.shared.stopping) {
-            pause.expires_after(pauseAfterFailure);
-            co_await pause.async_wait(token);
         }
     }
 }

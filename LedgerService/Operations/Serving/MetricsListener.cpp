@@ -3,12 +3,9 @@
 #include <chrono>
 #include <thread>
 
-#include <boost/asio/co_spawn.hpp>
-#include <boost/asio/detached.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/redirect_error.hpp>
-#include <boost/asio/steady_timer.hpp>
 #include <boost/asio/use_awaitable.hpp>
 #include <boost/beast/core/flat_buffer.hpp>
 #include <boost/beast/core/tcp_stream.hpp>
@@ -18,6 +15,8 @@
 #include <boost/beast/http/string_body.hpp>
 #include <boost/beast/http/write.hpp>
 #include <fmt/core.h>
+
+#include "LedgerService/Http/Connections/Accepting.h"
 
 namespace LedgerService {
 
@@ -29,7 +28,6 @@ namespace http = boost::beast::http;
 using asio::ip::tcp;
 
 constexpr std::chrono::seconds patience{1};
-constexpr std::chrono::milliseconds pauseAfterFailure{100};
 constexpr std::size_t mostHeader = 8192;
 
 http::response<http::string_body> answerTo(const http::request<http::empty_body>& request,
@@ -61,22 +59,6 @@ asio::awaitable<void> serve(tcp::socket socket, const MetricsListener::Gauges* g
     co_await http::async_write(stream, answer, token);
 }
 
-asio::awaitable<void> accept(tcp::acceptor* acceptor, const MetricsListener::Gauges* gauges)
-{
-    beast::error_code failure;
-    auto token = asio::redirect_error(asio::use_awaitable, failure);
-    asio::steady_timer pause{acceptor->get_executor()};
-    while (acceptor->is_open()) {
-        auto socket = co_await acceptor->async_accept(token);
-        if (!failure) {
-            co_await serve(std::move(socket), gauges);
-        } else if (acceptor->is_open()) { // too many open files, say, which the next try would meet at once
-            pause.expires_after(pauseAfterFailure);
-            co_await pause.async_wait(token);
-        }
-    }
-}
-
 }
 
 struct MetricsListener::State {
@@ -102,7 +84,8 @@ std::expected<std::unique_ptr<MetricsListener>, std::string> MetricsListener::st
     } catch (const boost::system::system_error& failure) {
         return std::unexpected(fmt::format("cannot listen on {} port {}: {}", address, port, failure.code().message()));
     }
-    asio::co_spawn(state->network, accept(&state->acceptor, &state->gauges), asio::detached);
+    Accepting::spawn(state->acceptor,
+                     [gauges = &state->gauges](tcp::socket socket) { return serve(std::move(socket), gauges); });
     state->thread = std::thread{[running = state.get()] { running->network.run(); }};
     return std::unique_ptr<MetricsListener>{new MetricsListener(std::move(state))};
 }

@@ -1,5 +1,7 @@
 #include <list>
+#include <stdexcept>
 #include <string>
+#include <utility>
 
 #include <fmt/core.h>
 #include <gtest/gtest.h>
@@ -10,6 +12,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Metrics.h"
+#include "LedgerService/Operations/Serving/MetricsListener.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/testing/Eventually.h"
@@ -83,6 +86,20 @@ TEST_F(Figures, TellsEveryFigureOfItsTable)
     }
     EXPECT_GE(figures, 14);
     EXPECT_NE(text.find("tallyfold_connections{state=\"idle\"} 1\n"), std::string::npos) << text;
+}
+
+TEST_F(Figures, AreToldAgainAfterTheyCouldNotBe)
+{
+    bool fails = true;
+    const auto figures = MetricsListener::start("127.0.0.1", 0, [&fails]() -> std::vector<Metrics::Gauge> {
+        if (std::exchange(fails, false))
+            throw std::runtime_error("no room");
+        return {};
+    });
+    ASSERT_TRUE(figures.has_value()) << figures.error();
+    HttpClient{(*figures)->port()}.send("GET", "/metrics");
+    EXPECT_FALSE(fails);
+    EXPECT_EQ(HttpClient{(*figures)->port()}.send("GET", "/metrics").status, 200);
 }
 
 TEST_F(Figures, TellsHowManyCommandsWait)
