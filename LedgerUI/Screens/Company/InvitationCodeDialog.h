@@ -7,7 +7,8 @@
 class QPushButton;
 class TextLabel;
 
-/// Shows the activation code of a new invitation, once. Deletes itself when it closes; open it with `open()`.
+/// Shows the activation code of a new invitation, once. Deletes itself when it closes; open it with `open()` over a
+/// window that outlives the session.
 class InvitationCodeDialog final : public FormDialog {
     Q_OBJECT
 public:

@@ -13,6 +13,7 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Dialogs/WindowBehind.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
@@ -188,7 +189,10 @@ void InviteDialog::finish(const Result<InviteResponse>& reply)
     m_submission.succeed();
     Q_EMIT invited();
     const auto& sent = *m_submission.command();
-    (new InvitationCodeDialog({.name = sent.name, .email = sent.email, .code = reply->code}, parentWidget()))->open();
+    // The page closes with the session, and would take along what nobody is told twice.
+    (new InvitationCodeDialog({.name = sent.name, .email = sent.email, .code = reply->code},
+                              windowBehind(parentWidget())))
+        ->open();
     leave();
 }
 

@@ -148,6 +148,25 @@ TEST_P(FormAtTheEndOfTheSession, WaitsForItsMemberAndLosesNothing)
 INSTANTIATE_TEST_SUITE_P(Of, FormAtTheEndOfTheSession, testing::ValuesIn(forms),
                          [](const auto& each) { return std::string{each.param.name}; });
 
+TEST(AtTheEndOfTheSession, TheCodeOfAnInvitationStaysUntilItIsTakenDown)
+{
+    EndOfSession under;
+    forms[1].open(under);
+    under.screen.fill(forms[1].field, forms[1].typed);
+    under.server.replace(forms[1].route, ServerReply::json(R"({"code":"K7QF-2M9D-XR4T"})"));
+    under.screen.press(forms[1].confirm);
+    under.screen.waitFor("invitationCodeDialog");
+    under.server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
+    EXPECT_FALSE(resultOf(under.store.refresh(false)).has_value());
+    under.screen.waitFor("alertDialog");
+    under.screen.press("messageClose");
+    under.screen.waitUntilGone("alertDialog");
+    EXPECT_TRUE(under.screen.shows("signInView"));
+    EXPECT_EQ(under.screen.read("invitationCode"), "K7QF-2M9D-XR4T");
+    under.screen.press("invitationDone");
+    under.screen.waitUntilGone("invitationCodeDialog");
+}
+
 TEST(AtTheEndOfTheSession, ACapitalFormWaitsForNobodyElse)
 {
     EndOfSession under{capitalSample().json()};
