@@ -190,7 +190,7 @@ std::vector<PrintedFact> ReportExport::scope(const ReportSheet& sheet, ReportPar
     }
     std::vector<PrintedFact> facts{PrintHead::period(sheet.query.period, sheet.locale),
                                    PrintHead::accounts(names, sheet.locale)};
-    if (part != ReportPart::overview)
+    if (part != ReportPart::overview && part != ReportPart::summary)
         facts.push_back(PrintHead::currency(sheet.query.currency, sheet.locale));
     return facts;
 }

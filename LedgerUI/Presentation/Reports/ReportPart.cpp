@@ -14,7 +14,7 @@ std::vector<const ReportGrid*> allTables(const ReportSheet& sheet, ReportPart pa
     case ReportPart::movements:
         return {&sheet.funds.sums, &sheet.funds.list};
     case ReportPart::summary:
-        return {}; // it is only looked at
+        return {&sheet.own.accounts, &sheet.own.latest, &sheet.largestExpenses};
     }
     return {};
 }
@@ -47,7 +47,7 @@ std::vector<const ReportGrid*> ReportParts::tables(const ReportSheet& sheet, Rep
 
 std::vector<std::string> ReportParts::currencies(const ReportSheet& sheet, ReportPart part)
 {
-    if (part != ReportPart::overview)
+    if (part != ReportPart::overview && part != ReportPart::summary)
         return {sheet.query.currency};
     std::vector<std::string> codes;
     for (const auto& each : sheet.overview.currencies)

@@ -60,10 +60,11 @@ PrintedDocument ReportPrint::document(const ReportSheet& sheet, ReportPart part,
 {
     const auto& locale = sheet.locale;
     const auto word = [&](std::string_view key) { return wordIn(locale, reportWords(), key); };
-    PrintedDocument document{.locale = locale,
-                             .company = qString(sheet.books->snapshot->company.name),
-                             .title = word("tab." + std::string{ReportParts::idOf(part)}),
-                             .fileName = fileName(sheet, part, moment)};
+    PrintedDocument document{
+        .locale = locale,
+        .company = qString(sheet.books->snapshot->company.name),
+        .title = word(part == ReportPart::summary ? "summary" : "tab." + std::string{ReportParts::idOf(part)}),
+        .fileName = fileName(sheet, part, moment)};
     document.facts = ReportExport::scope(sheet, part);
     document.facts.push_back(PrintHead::asOf(moment, locale));
     const auto& chart = part == ReportPart::income ? sheet.trend.chart : sheet.overview.chart;
@@ -78,7 +79,9 @@ PrintedDocument ReportPrint::document(const ReportSheet& sheet, ReportPart part,
             each->id == FundMovementGrids::tableID
                 ? table(FundMovementGrids::of(*sheet.books, sheet.query, locale, FundMovementGrids::all).list)
                 : table(*each);
-        if (part == ReportPart::overview && each != &sheet.currencies) // of one of the currencies that this lists
+        const bool isOfOneCurrency =
+            part == ReportPart::overview ? each != &sheet.currencies : each == &sheet.largestExpenses;
+        if (isOfOneCurrency)
             printed.title += QStringLiteral(" · ") + qString(sheet.query.currency);
         if (each == &sheet.trend.categories)
             printed.title += QStringLiteral(" · ") + sheet.trend.of;
@@ -86,5 +89,7 @@ PrintedDocument ReportPrint::document(const ReportSheet& sheet, ReportPart part,
     }
     if (part == ReportPart::income)
         document.notes.push_back(word("categories.hint"));
+    if (part == ReportPart::summary)
+        document.notes.push_back(word("summary.scope"));
     return document;
 }

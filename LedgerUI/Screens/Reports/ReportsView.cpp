@@ -17,10 +17,8 @@
 #include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Components/Table/ChoiceField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
 #include "LedgerUI/Presentation/Reports/ReportExport.h"
-#include "LedgerUI/Presentation/Reports/ReportPrint.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Reports/FundsTab.h"
@@ -28,6 +26,7 @@
 #include "LedgerUI/Screens/Reports/MatrixTab.h"
 #include "LedgerUI/Screens/Reports/OverviewTab.h"
 #include "LedgerUI/Screens/Reports/ReportExportDialog.h"
+#include "LedgerUI/Screens/Reports/ReportPrinting.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -184,38 +183,13 @@ void ReportsView::presentExits()
                         .whyNot = isReady ? QString{} : text("preparing"),
                         .isOffered = store().canExport(),
                         .run = [this] { exportReport({}); }},
-                       {.id = QStringLiteral("printReport"),
-                        .text = word(printWords(), "action"),
-                        .glyph = QStringLiteral("printer"),
-                        .keys = KeyBindings::keys(Command::print),
-                        .whyNot = isReady ? QString{} : text("preparing"),
-                        .isOffered = store().canExport(),
-                        .run = [this] { print(); }}});
-}
-
-/// What is printed is what the page shows, of the books as they are now, whatever becomes of them while it is looked
-/// at. The page itself may still be at work on them.
-PrintJob ReportsView::printJob() const
-{
-    const auto sheet = browser().sheet();
-    const auto books = store().snapshot();
-    const auto shown = part();
-    return {.document =
-                [sheet, books, shown, moment = momentNow(store().today())](const std::string& locale) {
-                    return ReportPrint::document(ReportExport::ofBooks(*sheet, books, locale), shown, moment);
-                },
-            .permission = [store = &store(), sheet, books,
-                           shown] { return ReportExport::permissionNow(store, sheet, books, shown); }};
+                       ReportPrinting::action(store(), isReady, [this] { print(); })});
 }
 
 void ReportsView::print()
 {
-    const auto sheet = browser().sheet();
-    if (!sheet || sheet->failure)
-        return;
-    auto* dialog = new PrintDialog(store(), [this] { return printJob(); }, window());
-    connect(dialog, &PrintDialog::finished, this, [this](const QString& what) { Q_EMIT done(what); });
-    dialog->open();
+    if (auto* dialog = ReportPrinting::open(store(), browser(), part(), window()))
+        connect(dialog, &PrintDialog::finished, this, [this](const QString& what) { Q_EMIT done(what); });
 }
 
 /// Begins with the table of this name, where one is named.

@@ -10,7 +10,6 @@ class EmptyState;
 class PageTabs;
 class QStackedWidget;
 class ReportTab;
-struct PrintJob;
 
 /// The reports page: one period, all accounts or some, one currency at a time, and a tab for each way of looking at
 /// them. Every figure opens the entries behind it in the ledger.
@@ -30,7 +29,6 @@ private:
     void presentFailure(ReportError failure);
     void presentExits();
     [[nodiscard]] ReportPart part() const;
-    [[nodiscard]] PrintJob printJob() const;
     void print();
     void exportReport(const QString& tableName);
     void narrowTo(const std::set<std::string, std::less<>>& accountIDs);

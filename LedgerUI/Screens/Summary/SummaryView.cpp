@@ -8,9 +8,11 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
+#include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Page/PageHeader.h"
 #include "LedgerUI/Components/Period/PeriodNavigator.h"
+#include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
@@ -18,6 +20,7 @@
 #include "LedgerUI/Presentation/Reports/ReportSorting.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Screens/Reports/AttentionList.h"
+#include "LedgerUI/Screens/Reports/ReportPrinting.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -61,6 +64,8 @@ SummaryView::SummaryView(LedgerStore& store, QWidget* parent)
     : ReportPage{store, ReportPart::summary, QStringLiteral("summary"), parent}
 {
     header().setMiddle(&period());
+    presentPrint();
+    header().addSecondary(actions()[QStringLiteral("printReport")]);
     auto* scroll = new QScrollArea(this);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setWidgetResizable(true);
@@ -152,6 +157,7 @@ void SummaryView::bindParts()
 void SummaryView::present(const ReportSheet* sheet)
 {
     header().setTitle(text("summary"));
+    presentPrint();
     m_accountsTitle->setText(text("table.ownAccounts"));
     m_latestTitle->setText(text("table.latest"));
     if (!sheet) {
@@ -169,6 +175,18 @@ void SummaryView::present(const ReportSheet* sheet)
     attention.insert(attention.end(), sheet->attention.begin(), sheet->attention.end());
     m_attention->present(std::move(attention));
     presentNotes(*sheet);
+}
+
+void SummaryView::presentPrint()
+{
+    const auto sheet = browser().sheet();
+    actions().present({ReportPrinting::action(store(), sheet && !sheet->failure, [this] { print(); })});
+}
+
+void SummaryView::print()
+{
+    if (auto* dialog = ReportPrinting::open(store(), browser(), ReportPart::summary, window()))
+        connect(dialog, &PrintDialog::finished, this, [this](const QString& what) { Q_EMIT done(what); });
 }
 
 void SummaryView::presentNotes(const ReportSheet& sheet)

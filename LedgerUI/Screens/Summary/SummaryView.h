@@ -21,6 +21,8 @@ private:
     QWidget* buildExpenses();
     void bindParts();
     void present(const ReportSheet* sheet) override;
+    void presentPrint();
+    void print();
     void presentNotes(const ReportSheet& sheet);
 
     TextLabel* m_accountsTitle = nullptr;

@@ -15,6 +15,7 @@
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Reports/ReportsView.h"
+#include "LedgerUI/Screens/Summary/SummaryView.h"
 #include "LedgerUI/testing/ReportSample.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
@@ -233,6 +234,31 @@ TEST(PrintDialog, PrintsOnThePaperOfThePrinter)
     under.screen.waitUntilGone("printDialog");
     under.screen.waitForText("Sent to the printer");
     EXPECT_NE(under.text().find("Largest expenses"), std::string::npos);
+}
+
+/// Who does not see the whole company has own accounts on paper, in all their currencies.
+TEST(PrintDialog, SavesTheSummaryOfAMember)
+{
+    PageRegistry pages;
+    pages.add<SummaryView>(WorkspacePage::summary);
+    WindowUnderTest under{std::move(pages)};
+    auto own = reportSample();
+    under.openDemonstration(own.permissions({"exportData"}));
+    under.screen.waitFor("ownAccountTable");
+    under.screen.keys("Ctrl+P");
+    under.screen.waitForFocus("printDialog");
+    under.screen.waitUntil("the pages are there", [&] { return under.screen.offers("printSave"); });
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(QStringLiteral("summary.pdf"));
+    under.screen.find<PrintDialog>("printDialog").saveTo(path.toStdString());
+    under.screen.waitUntilGone("printDialog");
+    QProcess process;
+    process.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")});
+    process.waitForFinished();
+    const auto text = process.readAllStandardOutput().toStdString();
+    for (const auto* said : {"Summary", "November 2026", "Kas kecil", "196,360.00", "16,074.00",
+                             "Only the accounts and entries that you may see."})
+        EXPECT_NE(text.find(said), std::string::npos) << said << " in\n" << text;
 }
 
 TEST(PrintDialog, IsForThoseWhoMayExportAndEndsWithTheSession)
