@@ -180,7 +180,7 @@ void CellPainter::paintWithBar(const Cell& cell, const QRect& area) const
     constexpr int thickness = 4;
     const auto text = cell.lines.empty() ? CellText{} : cell.lines.front();
     const int height = heightOf(text.step);
-    if (area.height() >= height + thickness + 2 * Space::step2) {
+    if (area.height() >= height + thickness + Space::step2) {
         const int top = area.top() + (area.height() - height - thickness - Space::step1) / 2;
         paintText(text, {area.left(), top, area.width(), height});
         CellDrawing::paintBar(m_painter, *cell.bar,

@@ -48,7 +48,15 @@ int RowDelegate::rowHeight() const
 {
     const int body = QFontMetrics{TypeScale::font(TypeStep::body)}.height();
     const int small = QFontMetrics{TypeScale::font(TypeStep::small)}.height();
-    return m_density == Density::oneLine ? std::max(30, body + 12) : std::max(42, body + small + 8);
+    switch (m_density) {
+    case Density::oneLine:
+        return std::max(30, body + 12);
+    case Density::twoLines:
+        return std::max(42, body + small + 8);
+    case Density::list:
+        return std::max(33, body + QFontMetrics{TypeScale::font(TypeStep::micro)}.height());
+    }
+    return body;
 }
 
 void RowDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const

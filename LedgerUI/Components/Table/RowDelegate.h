@@ -10,7 +10,11 @@
 class RowDelegate final : public QStyledItemDelegate {
     Q_OBJECT
 public:
-    enum class Density { oneLine, twoLines };
+    enum class Density {
+        oneLine,
+        twoLines,
+        list // two lines, the second in micro, and nothing between the rows
+    };
     enum class Ring { row, cell }; // what the keys are on
     using CellAt = std::function<Cell(const QModelIndex& index, Density density)>;
 

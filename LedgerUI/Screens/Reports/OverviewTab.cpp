@@ -141,7 +141,7 @@ QWidget* OverviewTab::buildCategories(Categories& made, const CategoryNames& nam
     part->setFixedWidth(categoriesWidth);
     made.title = new TextLabel(TypeStep::section, Token::text, part);
     made.currency = new TextLabel(TypeStep::small, Token::text2, part);
-    made.table = new ReportTable(QString::fromLatin1(names.table), RowDelegate::Density::twoLines, part);
+    made.table = new ReportTable(QString::fromLatin1(names.table), RowDelegate::Density::list, part);
     made.table->horizontalHeader()->hide();
     made.table->showWhole(wide.categories);
     made.none = quietLine(names.none, part);

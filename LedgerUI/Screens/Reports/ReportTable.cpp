@@ -78,8 +78,9 @@ Cell painted(const ReportGridModel& model, const QModelIndex& index, Density den
         text.ink = Token::text2;
     else if (cell.tone == Tone::incoming)
         text.ink = colors.income;
-    const CellText second{.text = cell.beside, .step = TypeStep::small, .ink = Token::text2};
-    Cell shown{.glyph = cell.glyph};
+    const bool isList = density == Density::list;
+    const CellText second{.text = cell.beside, .step = isList ? TypeStep::micro : TypeStep::small, .ink = Token::text2};
+    Cell shown{.glyph = cell.glyph, .joinsBelow = isList};
     if (index.column() == 0 && cell.glyph.isEmpty())
         shown.indent = indentOf(model, row.level);
     if (row.level == Level::child && index.column() == 0)
@@ -90,7 +91,7 @@ Cell painted(const ReportGridModel& model, const QModelIndex& index, Density den
     const auto kind = model.grid().columns[static_cast<std::size_t>(index.column())].kind;
     if (kind == Kind::figure && !cell.bar) {
         shown.amounts.push_back({.code = {}, .figure = std::move(text)});
-        if (!cell.beside.isEmpty() && density == Density::twoLines)
+        if (!cell.beside.isEmpty() && density != Density::oneLine)
             shown.amounts.push_back({.code = {}, .figure = second});
     } else {
         shown.lines.push_back(std::move(text));

@@ -123,7 +123,7 @@ QWidget* SummaryView::buildExpenses()
     part->setFixedWidth(expensesWidth);
     m_expensesTitle = title(part);
     m_expensesNone = note("ownExpensesNone", part);
-    m_expenses = new ReportTable(QStringLiteral("ownExpenseTable"), RowDelegate::Density::twoLines, part);
+    m_expenses = new ReportTable(QStringLiteral("ownExpenseTable"), RowDelegate::Density::list, part);
     m_expenses->horizontalHeader()->hide();
     m_expenses->showWhole(everyRow);
     auto* rows = column(part);

@@ -308,6 +308,23 @@ TEST_F(Reports, LeaveOutRowsInANarrowWindow)
     EXPECT_LT(screen.find("chart").minimumHeight(), chart);
 }
 
+TEST_F(Reports, ShowTwoRowsOfWhatWantsAHandAboveTheFoldOfTheSmallestWindow)
+{
+    auto books = reportSample();
+    books.settings(FinancialSettings{}).account("Hanoi", {"VND", "CNY"}).grantAll();
+    for (const std::string id : {"tea", "ink"})
+        books.category(id, "expense", id).expense(id, "2026-11-17", "Operating bank", "IDR", 100'000, id);
+    open(books);
+    goTo("currencyTable", "IDR", 0);
+    under.window.resize(900, 640);
+    screen.waitUntil("the window is narrow", [this] { return screen.shows("attentionAll"); });
+    ASSERT_EQ(table("currencyTable").grid().rowCount(), 5);
+    ASSERT_GE(table("expenseTable").grid().rowCount(), 5);
+    const auto& second = screen.find("attention1");
+    screen.waitUntil("the second row is whole",
+                     [&] { return second.visibleRegion().boundingRect().height() == second.height(); });
+}
+
 TEST_F(Reports, NarrowEveryFigureToTheChosenAccounts)
 {
     open();
