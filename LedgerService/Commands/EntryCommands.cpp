@@ -1,10 +1,8 @@
 #include "LedgerService/Commands/EntryCommands.h"
 
 #include <algorithm>
-#include <array>
 
 #include "LedgerCore/Domain/Entries/EntryReference.h"
-#include "LedgerCore/Domain/Entries/EntryText.h"
 #include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Books/PostingRows.h"
@@ -23,7 +21,6 @@ namespace LedgerService {
 namespace {
 
 using EntryCommands::Act;
-using EntryText::given;
 
 std::optional<Account> accountOf(const Act& act, const std::optional<std::string>& id)
 {
@@ -92,32 +89,6 @@ std::expected<LedgerTransaction, Refusal> apply(const Act& act, std::expected<En
     return std::move(change->entry);
 }
 
-/// The identifiers that the entry of an import's row may bear. Where the plain one is taken by another entry, the one
-/// of the row's accounts keeps the row recognisable.
-std::array<std::string, 2> identifiersOfRow(const TransactionInput& input)
-{
-    return {input.idempotencyKey, ImportRowIdentity::onAccounts(input.idempotencyKey, given(input.sourceAccountID),
-                                                                given(input.targetAccountID))};
-}
-
-/// The entry that the row of an import became before. Else the new entry gets the row's identifier. Who does not see
-/// every account never gets the plain one: whether it is free would tell of entries that are hidden.
-std::optional<LedgerTransaction> recordedRow(const Act& act, const TransactionInput& input, PostingRows& rows)
-{
-    std::optional<std::string> free;
-    for (const auto& id : identifiersOfRow(input)) {
-        auto recorded = EntryRepository::find(act.connection, act.companyID, id);
-        if (recorded && isRecordOf(*recorded, input, rows))
-            return recorded;
-        const bool isPlain = id == input.idempotencyKey;
-        if (!recorded && !free && (!isPlain || act.member.seesEveryAccount()))
-            free = id;
-    }
-    if (free)
-        rows.entryID = *std::move(free);
-    return std::nullopt;
-}
-
 /// What the entry of a due day answers to a command that would record one for the day again.
 std::expected<LedgerTransaction, Refusal> recordedBefore(const Act& act, std::string_view entryID,
                                                          const TransactionInput& input, const PostingRows& rows)
@@ -136,10 +107,13 @@ std::expected<LedgerTransaction, Refusal> EntryCommands::post(const Act& act, co
 {
     auto rows = rowsOf(act, input);
     if (ImportRowIdentity::isIdentifier(input.idempotencyKey)) {
-        if (auto recorded = recordedRow(act, input, rows)) {
+        auto recorded = EntryRepository::find(act.connection, act.companyID, input.idempotencyKey);
+        if (recorded && isRecordOf(*recorded, input, rows)) {
             act.note.isRepetition = true;
             return *std::move(recorded);
         }
+        if (!recorded)
+            rows.entryID = input.idempotencyKey;
     }
     const auto due = TemplateCommands::dueDay(act, input.idempotencyKey);
     if (due && due->settled && due->settled->entryID) {

@@ -17,9 +17,8 @@ namespace EntryCommands {
 
 using Act = CommandAct;
 
-/// A command whose key is the identifier of a row of an import becomes the entry of that id, or of the one made of it
-/// and the row's accounts where the member does not see every account. When somebody else has sent the row already, the
-/// entry that it became is answered, and nothing is recorded. A command whose key is that of
+/// A command whose key is the identifier of a row of an import becomes the entry of that id. When somebody else has
+/// sent the row already, the entry that it became is answered, and nothing is recorded. A command whose key is that of
 /// a template's due day settles the day, and records nothing when an entry stands for it. The member's
 /// draft under the key goes with the recording.
 std::expected<LedgerTransaction, Refusal> post(const Act& act, const TransactionInput& input);

@@ -11,7 +11,6 @@
 #include "LedgerCore/Domain/Entries/EntryDays.h"
 #include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Entries/EntryText.h"
-#include "LedgerCore/Domain/Imports/ImportEffects.h"
 #include "LedgerCore/Domain/Money/Money.h"
 
 namespace {
@@ -43,7 +42,7 @@ public:
 
     void take(int line, const TransactionInput& input)
     {
-        if (ImportEffects::isRecorded(input, m_books))
+        if (m_books.entry(input.idempotencyKey))
             return;
         const auto context = contextOf(input);
         auto refusals = PostingRules::refusals(input, context);

@@ -4,32 +4,21 @@
 #include <map>
 #include <utility>
 
-#include "LedgerCore/Domain/Entries/EntryText.h"
 #include "LedgerCore/Domain/Entries/PostingRules.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
-#include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
 #include "LedgerCore/Domain/Money/Money.h"
-
-bool ImportEffects::isRecorded(const TransactionInput& input, const VisibleBooks& books)
-{
-    const auto onAccounts = [&] {
-        return ImportRowIdentity::onAccounts(input.idempotencyKey, EntryText::given(input.sourceAccountID),
-                                             EntryText::given(input.targetAccountID));
-    };
-    return books.entry(input.idempotencyKey) || books.entry(onAccounts());
-}
 
 std::size_t ImportEffects::recordedBefore(const LedgerImportPlan& plan, const VisibleBooks& books)
 {
-    return static_cast<std::size_t>(
-        std::ranges::count_if(plan.inputs, [&](const TransactionInput& input) { return isRecorded(input, books); }));
+    return static_cast<std::size_t>(std::ranges::count_if(
+        plan.inputs, [&](const TransactionInput& input) { return books.entry(input.idempotencyKey) != nullptr; }));
 }
 
 std::vector<ImportEffect> ImportEffects::of(const LedgerImportPlan& plan, const VisibleBooks& books)
 {
     std::map<std::pair<std::string, std::string>, std::int64_t> changes;
     for (const auto& input : plan.inputs) {
-        if (isRecorded(input, books))
+        if (books.entry(input.idempotencyKey))
             continue;
         for (const auto& leg : PostingRules::legs(input)) {
             auto& change = changes[{leg.accountID, leg.currency}];

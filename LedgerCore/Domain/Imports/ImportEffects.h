@@ -20,11 +20,7 @@ struct ImportEffect {
 
 namespace ImportEffects {
 
-/// Whether the books hold the row's entry already: a visible one bears its identifier, the plain one or that of its
-/// accounts.
-bool isRecorded(const TransactionInput& input, const VisibleBooks& books);
-
-/// How many entries of the plan the books hold already.
+/// How many entries of the plan the books hold already: a visible entry bears their identifier.
 std::size_t recordedBefore(const LedgerImportPlan& plan, const VisibleBooks& books);
 
 /// The balances that change, in the order of the accounts and of their currencies. What is recorded already changes

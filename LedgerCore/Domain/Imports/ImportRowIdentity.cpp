@@ -91,18 +91,6 @@ bool ImportRowIdentity::isIdentifier(std::string_view text)
     return text.size() == form.size() && std::ranges::equal(text, form, fits);
 }
 
-std::string ImportRowIdentity::onAccounts(std::string_view identifier, std::string_view sourceAccountID,
-                                          std::string_view targetAccountID)
-{
-    Hash hash{};
-    crypto_hash_sha256_init(&hash);
-    for (const auto part : {identifier, sourceAccountID, targetAccountID}) {
-        take(hash, part);
-        take(hash, cellSeparator);
-    }
-    return deterministicUUID(finished(hash));
-}
-
 std::string ImportRowIdentity::next(std::span<const std::string_view> cells)
 {
     auto hash = m_state->company;

@@ -20,11 +20,6 @@ public:
     /// Whether the text has the form of such an identifier; the keys that people's own entries get have another.
     static bool isIdentifier(std::string_view text);
 
-    /// The identifier that the row's entry bears where the member who sends it does not see every account: made of the
-    /// row's own and the accounts that it moves, so that it meets entries on these accounts alone.
-    static std::string onAccounts(std::string_view identifier, std::string_view sourceAccountID,
-                                  std::string_view targetAccountID);
-
 private:
     struct State;
     std::unique_ptr<State> m_state;

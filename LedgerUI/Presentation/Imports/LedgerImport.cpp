@@ -251,7 +251,7 @@ LedgerImport::Table LedgerImport::entries(const ImportReading& reading, std::str
     table.rows.reserve(inputs.size());
     for (std::size_t at = 0; at < inputs.size(); ++at) {
         const auto& input = inputs[at];
-        const bool isRecorded = ImportEffects::isRecorded(input, books);
+        const bool isRecorded = books.entry(input.idempotencyKey) != nullptr;
         table.rows.push_back(
             {.id = input.idempotencyKey,
              .cells = {plain(QString::number(reading.plan.lines[at])), plain(DayText::shortDate(input.date, locale)),
