@@ -3,6 +3,8 @@
 #include <utility>
 
 #include <QApplication>
+#include <QClipboard>
+#include <QImage>
 #include <QTest>
 
 #include "LedgerCore/Client/Session/SessionKeychain.h"
@@ -90,6 +92,14 @@ void comeBack()
 {
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
     settle();
+}
+
+void pastePhoto(ScreenDriver& screen, Qt::GlobalColor paper)
+{
+    QImage photo{900, 1200, QImage::Format_RGB32};
+    photo.fill(paper);
+    QApplication::clipboard()->setImage(photo);
+    screen.keys("Ctrl+V");
 }
 
 void openCompanies(ScreenDriver& screen)

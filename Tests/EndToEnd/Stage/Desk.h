@@ -46,5 +46,8 @@ private:
 /// Opens the menu of the companies and waits until it lists them.
 void openCompanies(ScreenDriver& screen);
 
+/// Pastes the photo of a receipt on paper of this colour.
+void pastePhoto(ScreenDriver& screen, Qt::GlobalColor paper = Qt::lightGray);
+
 /// The person turns to the program from another one.
 void comeBack();

@@ -3,11 +3,9 @@
 #include <string>
 
 #include <QAbstractItemView>
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QImage>
 
 #include "LedgerUI/testing/ScreenDriver.h"
+#include "Tests/EndToEnd/Stage/Desk.h"
 #include "Tests/EndToEnd/Stage/StoryTeller.h"
 
 /// What a person does without a mouse.
@@ -30,14 +28,6 @@ struct Keyboard {
     {
         press(button);
         screen.waitForFocus("recordForm");
-    }
-    /// Pastes a picture of a receipt.
-    void pasteReceipt() const
-    {
-        QImage receipt{60, 40, QImage::Format_RGB32};
-        receipt.fill(Qt::darkGreen);
-        QGuiApplication::clipboard()->setImage(receipt);
-        screen.keys("Ctrl+V");
     }
     /// Sends the form and waits until it has closed.
     void confirm() const

@@ -92,7 +92,7 @@ void contribute(Stage& stage, const Paid& paid)
     by.write("recordAmount", paid.amount);
     by.write("recordNote", paid.note);
     if (paid.hasReceipt)
-        by.pasteReceipt();
+        pastePhoto(by.screen);
     by.confirm();
 }
 

@@ -165,7 +165,7 @@ void payIn(const Speaker& person)
     person.type(123'456);
     const auto note = "Round of " + person.language;
     by.write("recordNote", note.c_str());
-    by.pasteReceipt();
+    pastePhoto(by.screen);
     by.confirm();
     expect(person.stage.books.receiptsOn(qString(note)) == 1, QStringLiteral("the contribution carries its receipt"));
     by.choose("contributionsTable", person.dollars(123'456).c_str());

@@ -2,7 +2,6 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QClipboard>
-#include <QImage>
 
 #include "LedgerCore/Domain/Text/Country.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
@@ -289,10 +288,7 @@ void spend(const Team& team)
         by.fill("entryAmount", "15000");
         by.press("entryCategory0");
         by.fill("entryNote", note);
-        QImage photo{900, 1200, QImage::Format_RGB32};
-        photo.fill(Qt::lightGray);
-        QApplication::clipboard()->setImage(photo);
-        screen.keys("Ctrl+V");
+        pastePhoto(screen);
         screen.waitForText(" KB");
         by.send("entrySave");
         screen.waitUntilGone("transactionForm");

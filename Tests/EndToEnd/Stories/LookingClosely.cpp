@@ -1,10 +1,7 @@
 #include <functional>
 #include <utility>
 
-#include <QApplication>
-#include <QClipboard>
-#include <QImage>
-
+#include "Tests/EndToEnd/Stage/Desk.h"
 #include "Tests/EndToEnd/Story.h"
 
 // What the pages open: forms, lists, previews and settings, each looked at and closed again. An entry with a receipt
@@ -99,10 +96,7 @@ void visitAReceipt(const Visitor& visitor)
         screen.waitForFocus("transactionForm");
         screen.fill("entryAmount", "21000");
         screen.press("entryCategory0");
-        QImage photo{300, 400, QImage::Format_RGB32};
-        photo.fill(Qt::lightGray);
-        QApplication::clipboard()->setImage(photo);
-        screen.keys("Ctrl+V");
+        pastePhoto(screen);
         screen.waitForText(" KB");
     });
     screen.keys("Ctrl+Return");

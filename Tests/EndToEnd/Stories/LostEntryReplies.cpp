@@ -11,6 +11,7 @@
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 #include "Tests/EndToEnd/Stage/CapitalCompany.h"
 #include "Tests/EndToEnd/Stage/Colleague.h"
+#include "Tests/EndToEnd/Stage/Desk.h"
 #include "Tests/EndToEnd/Stage/Hands.h"
 #include "Tests/EndToEnd/Stage/LossyLine.h"
 #include "Tests/EndToEnd/Story.h"

@@ -2,9 +2,6 @@
 #include <tuple>
 
 #include <QAbstractItemView>
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QImage>
 
 #include "Tests/EndToEnd/Stage/Applicant.h"
 #include "Tests/EndToEnd/Stage/Colleague.h"
@@ -177,12 +174,9 @@ void recordWithAReceipt(Stage& stage, LossyLine& line)
     screen.fill("entryAmount", "15000");
     screen.press("entryCategory0");
     screen.fill("entryNote", note);
-    QImage photo{900, 1200, QImage::Format_RGB32};
-    photo.fill(Qt::lightGray);
-    QGuiApplication::clipboard()->setImage(photo);
     stage.teller.step(QStringLiteral("The reply is lost: a receipt"), [&] {
         line.loseReplyTo("v1/attachments");
-        screen.keys("Ctrl+V");
+        pastePhoto(screen);
         screen.waitForText("Failed");
         expect(line.hasLost(), QStringLiteral("the service had answered"));
     });
@@ -203,10 +197,7 @@ void addAReceipt(Stage& stage, LossyLine& line)
     screen.pressRow("ledgerTable", category);
     screen.press("addReceiptsButton");
     screen.waitFor("addReceipts");
-    QImage photo{600, 800, QImage::Format_RGB32};
-    photo.fill(Qt::darkGray);
-    QGuiApplication::clipboard()->setImage(photo);
-    screen.keys("Ctrl+V");
+    pastePhoto(screen, Qt::darkGray);
     screen.waitForText(" KB");
     stage.teller.step(QStringLiteral("The reply is lost: a receipt for an entry that stands"), [&] {
         line.loseReplyTo("v1/transactions/");
