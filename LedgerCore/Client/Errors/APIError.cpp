@@ -5,7 +5,7 @@
 #include <optional>
 #include <span>
 
-#include "LedgerCore/Client/Errors/ServiceMessages.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 

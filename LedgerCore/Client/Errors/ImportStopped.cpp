@@ -1,8 +1,7 @@
-#include "LedgerCore/Client/Errors/ImportStopped.h"
 
 #include <cstdint>
 
-#include "LedgerCore/Client/Errors/StoreMessages.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 #include "LedgerCore/Domain/Money/Money.h"
 
 std::string importStoppedText(std::size_t confirmed, std::string_view locale)

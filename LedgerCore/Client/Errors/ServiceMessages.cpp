@@ -1,4 +1,4 @@
-#include "LedgerCore/Client/Errors/ServiceMessages.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 
 #include "LedgerCore/Domain/Entries/ReversalWords.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerCore/Client/Errors/StoreMessages.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 
 const WordTable& storeMessages()
 {

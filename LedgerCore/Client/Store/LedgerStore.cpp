@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "LedgerCore/Client/Errors/StoreMessages.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 #include "LedgerCore/Client/Receipts/AttachmentCache.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"

@@ -3,7 +3,7 @@
 
 #include <QPointer>
 
-#include "LedgerCore/Client/Errors/ImportStopped.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Store/EntryDrafts.h"

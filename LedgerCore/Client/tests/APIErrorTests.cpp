@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Client/Errors/Failure.h"
-#include "LedgerCore/Client/Errors/ServiceMessages.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Client/Errors/ImportStopped.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"

@@ -6,7 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include "LedgerCore/Client/Errors/ServiceMessages.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 #include "LedgerCore/Client/Receipts/AttachmentFilename.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptPicture.h"

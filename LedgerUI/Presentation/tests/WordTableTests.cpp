@@ -10,8 +10,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCLI/CommandWords.h"
-#include "LedgerCore/Client/Errors/ServiceMessages.h"
-#include "LedgerCore/Client/Errors/StoreMessages.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 #include "LedgerCore/Client/Receipts/AttachmentFilename.h"
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Entries/EntryProblem.h"

@@ -12,7 +12,7 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
-#include "LedgerCore/Client/Errors/ImportStopped.h"
+#include "LedgerCore/Client/Errors/FailureMessages.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
