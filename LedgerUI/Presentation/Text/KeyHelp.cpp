@@ -5,7 +5,6 @@
 
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
-#include "LedgerUI/Presentation/Text/KeyWords.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

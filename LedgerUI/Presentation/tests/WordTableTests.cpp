@@ -47,7 +47,7 @@
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Presentation/Text/FileWords.h"
-#include "LedgerUI/Presentation/Text/KeyWords.h"
+#include "LedgerUI/Presentation/Text/KeyHelp.h"
 #include "LedgerUI/Presentation/Text/MoneyText.h"
 #include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"

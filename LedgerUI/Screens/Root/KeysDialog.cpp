@@ -19,7 +19,6 @@
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Presentation/Text/KeyHelp.h"
-#include "LedgerUI/Presentation/Text/KeyWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
