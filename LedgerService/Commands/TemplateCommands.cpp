@@ -8,6 +8,7 @@
 #include "LedgerCore/Domain/Templates/RecurrenceDays.h"
 #include "LedgerCore/Domain/Templates/TemplateRules.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerService/Access/Visibility.h"
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Books/SetupRefusal.h"
 #include "LedgerService/Random.h"
@@ -15,6 +16,7 @@
 #include "LedgerService/Storage/Rows/Companies/CategoryRepository.h"
 #include "LedgerService/Storage/Rows/Companies/CompanyRepository.h"
 #include "LedgerService/Storage/Rows/Companies/TemplateRepository.h"
+#include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 
 namespace LedgerService {
 
@@ -30,6 +32,13 @@ std::unexpected<Refusal> refused(Reason reason)
 std::optional<Account> accountOf(const CommandAct& act, const std::optional<std::string>& id)
 {
     return id ? AccountRepository::find(act.connection, act.companyID, *id) : std::nullopt;
+}
+
+bool seesEntryOf(const CommandAct& act, const SettledDay& settled)
+{
+    const auto entry =
+        settled.entryID ? EntryRepository::find(act.connection, act.companyID, *settled.entryID) : std::nullopt;
+    return entry && Visibility::seesEntry(*entry, act.member);
 }
 
 /// The entry as it could be recorded today, by the rules of recording.
@@ -186,9 +195,11 @@ std::optional<TemplateCommands::DueDay> TemplateCommands::dueDay(const CommandAc
     if (!stored)
         return std::nullopt;
     auto settled = TemplateRepository::day(act.connection, act.companyID, occurrence->templateID, occurrence->day);
+    const bool isSeen = TemplateRules::maySee(stored->kept, act.member);
+    if (settled && !isSeen && !seesEntryOf(act, *settled))
+        settled.reset();
     const auto account = accountOf(act, std::string{TemplateRules::accountID(stored->kept.entry)});
-    const bool maySettle = TemplateRules::maySee(stored->kept, act.member) && account &&
-                           TemplateRules::mayRecord(stored->kept.entry, *account, act.member);
+    const bool maySettle = isSeen && account && TemplateRules::mayRecord(stored->kept.entry, *account, act.member);
     return DueDay{.occurrence = *std::move(occurrence), .settled = std::move(settled), .maySettle = maySettle};
 }
 

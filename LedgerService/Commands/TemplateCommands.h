@@ -29,7 +29,7 @@ std::expected<void, Refusal> setDay(const CommandAct& act, std::string_view temp
 
 /// What is known of the due day for which an entry is to be recorded: its template, taken away or not, and what became
 /// of the day. It need not be one of its days any more. What is recorded stays so for a member from whom the template
-/// was taken meanwhile, too.
+/// was taken meanwhile, too, if that member sees the entry: nobody else learns that the day was recorded.
 struct DueDay {
     TemplateOccurrence occurrence;
     std::optional<SettledDay> settled;
