@@ -85,7 +85,10 @@ TEST_F(Figures, TellsEveryFigureOfItsTable)
         EXPECT_NE(text.find(fmt::format("\n# TYPE {} ", name)), std::string::npos) << name;
     }
     EXPECT_GE(figures, 14);
-    EXPECT_NE(text.find("tallyfold_connections{state=\"idle\"} 1\n"), std::string::npos) << text;
+    const auto isIdle = [&] {
+        return HttpClient{port}.send("GET", "/metrics").body.contains("tallyfold_connections{state=\"idle\"} 1\n");
+    };
+    EXPECT_TRUE(eventually(isIdle)) << "once its reply is out";
 }
 
 TEST_F(Figures, AreToldAgainAfterTheyCouldNotBe)

@@ -117,9 +117,20 @@ private:
     std::vector<ReportGridRow> m_sorted;
 };
 
-Direction firstDirection(const ReportGridColumn& column)
+/// Figures the largest first; where all of them take away, those that take the most.
+Direction firstDirection(const ReportGrid& grid, std::size_t column)
 {
-    return column.kind == Kind::figure ? Direction::descending : Direction::ascending;
+    if (grid.columns[column].kind != Kind::figure)
+        return Direction::ascending;
+    const auto hasAny = [&](auto&& isSuch) {
+        return std::ranges::any_of(grid.rows, [&](const ReportGridRow& row) {
+            const auto& value = row.cells[column].value;
+            return value && isSuch(*value);
+        });
+    };
+    const bool takesAway =
+        hasAny([](std::int64_t value) { return value < 0; }) && !hasAny([](std::int64_t value) { return value > 0; });
+    return takesAway ? Direction::ascending : Direction::descending;
 }
 
 Direction opposite(Direction direction)
@@ -141,7 +152,7 @@ bool ReportSorting::isOffered(const ReportGrid& grid, std::size_t column)
 std::optional<ReportSort> ReportSorting::pressed(const ReportGrid& grid, std::size_t column)
 {
     const auto& asked = grid.columns[column];
-    const auto first = firstDirection(asked);
+    const auto first = firstDirection(grid, column);
     if (!grid.sort || grid.sort->column != asked.id)
         return ReportSort{asked.id, first};
     if (grid.sort->direction == first)
@@ -158,7 +169,7 @@ std::optional<ReportSort> ReportSorting::next(const ReportGrid& grid, const std:
     }
     for (; at < grid.columns.size(); ++at) {
         if (isOffered(grid, at) && isShown(at))
-            return ReportSort{grid.columns[at].id, firstDirection(grid.columns[at])};
+            return ReportSort{grid.columns[at].id, firstDirection(grid, at)};
     }
     return std::nullopt;
 }

@@ -16,7 +16,8 @@ namespace ReportSorting {
 /// Whether the table can be sorted by this column. Not by figures that are of a currency each.
 bool isOffered(const ReportGrid& grid, std::size_t column);
 
-/// What pressing a head leads to: its column, figures the largest first; then the other way; then the books' order.
+/// What pressing a head leads to: its column, figures the largest first and those that take away by how much they take;
+/// then the other way; then the books' order.
 std::optional<ReportSort> pressed(const ReportGrid& grid, std::size_t column);
 /// The next column that is offered and shown; after the last one the books' order.
 std::optional<ReportSort> next(const ReportGrid& grid, const std::function<bool(std::size_t)>& isShown);

@@ -403,6 +403,12 @@ TEST(ReportSorting, SortsAllMovementsOfFundsBeforeItShowsTheFirst)
     const auto list = FundMovementGrids::of(held, query, english, 1).list;
     ASSERT_EQ(list.rows.size(), 1U);
     EXPECT_EQ(list.rows.front().cells[4].text.toStdString(), "−70.00");
+    EXPECT_EQ(ReportSorting::pressed(FundMovementGrids::of(held, {.period = month(today), .currency = "USD"}, english,
+                                                           FundMovementGrids::all)
+                                         .list,
+                                     4),
+              (ReportSort{"fund.out", up}))
+        << "what took the most comes first";
 }
 
 TEST(ReportSheet, GoesOnWithoutAccountsThatAreNotSeenAnyMore)

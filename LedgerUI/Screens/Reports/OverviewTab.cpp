@@ -104,6 +104,7 @@ QWidget* OverviewTab::buildChart(QWidget* parent)
     m_chartCurrency = new TextLabel(TypeStep::small, Token::text2, part);
     m_chart = new ChartView(part);
     m_chart->setMinimumHeight(wide.chartHeight);
+    m_chart->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored); // as high as the categories beside it
     m_chartNone = quietLine("chartNone", part);
     auto* inset = new QVBoxLayout;
     inset->setContentsMargins(Space::pageMargin - 2, Space::step1, Space::pageMargin - 2, Space::step2);

@@ -185,7 +185,7 @@ TEST(LedgerExportDialog, NamesAnAccountOfThePageThatIsNotSeenAnyMore)
     fewer.income("i1", "2026-11-18", "Operating bank", "USD", 1'200'000, "sales");
     under.server.replace("GET v1/snapshot", ServerReply::json(fewer.json()));
     require(resultOf(under.store.refresh(true)).has_value(), "the books are loaded");
-    under.screen.waitForText("No longer seen: Savings. Take this out of the page's filters");
+    under.screen.waitForText("No longer seen: Savings. Take what you no longer see out of the page's filters");
     EXPECT_FALSE(under.screen.shows("exportAccounts"));
     under.screen.find<SegmentedControl>("exportSource")
         .chosenByUser(static_cast<int>(LedgerExportForm::Source::chosen));

@@ -161,10 +161,10 @@ TEST(AtTheEndOfTheSession, TheCodeOfAnInvitationStaysUntilItIsTakenDown)
     under.screen.waitFor("alertDialog");
     under.screen.press("messageClose");
     under.screen.waitUntilGone("alertDialog");
-    EXPECT_TRUE(under.screen.shows("signInView"));
     EXPECT_EQ(under.screen.read("invitationCode"), "K7QF-2M9D-XR4T");
     under.screen.press("invitationDone");
     under.screen.waitUntilGone("invitationCodeDialog");
+    EXPECT_TRUE(under.screen.shows("signInView"));
 }
 
 TEST(AtTheEndOfTheSession, ACapitalFormWaitsForNobodyElse)

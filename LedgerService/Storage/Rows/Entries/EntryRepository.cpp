@@ -291,7 +291,9 @@ std::string EntryRepository::append(Connection& connection, std::string_view com
     insertRows(connection, companyID, state.lastChange, entry);
     const auto set = AccountSetRepository::count(connection, companyID, entry,
                                                  {.entries = 1, .receipts = entry.attachmentIDs.size()});
-    auto text = FragmentRepository::insert(connection, state, set, state.lastChange, entry);
+    auto unreversed = entry; // books that are written whole know already what a later change will reverse
+    unreversed.reversedBy.reset();
+    auto text = FragmentRepository::insert(connection, state, set, state.lastChange, unreversed);
     AttachmentRepository::link(connection, companyID, entry.id, set, state.lastChange, entry.attachmentIDs);
     if (entry.reversalOf)
         renewFragment(connection, companyID, state, *entry.reversalOf);
