@@ -187,9 +187,10 @@ TEST(LedgerExportDialog, NamesAnAccountOfThePageThatIsNotSeenAnyMore)
     require(resultOf(under.store.refresh(true)).has_value(), "the books are loaded");
     under.screen.waitForText("No longer seen: Savings. Take what you no longer see out of the page's filters");
     EXPECT_FALSE(under.screen.shows("exportAccounts"));
+    EXPECT_TRUE(under.screen.says("Account: Another account"));
     under.screen.find<SegmentedControl>("exportSource")
         .chosenByUser(static_cast<int>(LedgerExportForm::Source::chosen));
-    under.screen.waitForText("No longer seen: Savings. Untick this");
+    under.screen.waitForText("No longer seen: Savings. Untick in the list");
     EXPECT_FALSE(under.screen.says("page's filters"));
 }
 

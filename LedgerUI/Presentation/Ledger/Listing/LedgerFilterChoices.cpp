@@ -347,10 +347,12 @@ QString partValue(const LedgerBook& book, const LedgerFilter& filter, Part part)
         break;
     }
     QStringList names;
-    const auto chosen = chosenIn(filter, part);
+    auto unnamed = chosenIn(filter, part);
     for (const auto& choice : filterChoices(book, part)) {
-        if (chosen.contains(choice.id))
+        if (unnamed.erase(choice.id) > 0)
             names << choice.text;
     }
+    if (part == Part::accounts && !unnamed.empty()) // not seen any more
+        names << wordIn(locale, ledgerWords(), "account.hidden");
     return listed(names, locale);
 }
