@@ -191,7 +191,7 @@ TEST(LedgerExportDialog, NamesAnAccountOfThePageThatIsNotSeenAnyMore)
     under.screen.find<SegmentedControl>("exportSource")
         .chosenByUser(static_cast<int>(LedgerExportForm::Source::chosen));
     under.screen.waitForText("No longer seen: Savings. Untick in the list");
-    EXPECT_FALSE(under.screen.says("page's filters"));
+    EXPECT_FALSE(under.screen.says("out of the page's filters"));
 }
 
 TEST(LedgerExportDialog, SaysWhatIsWrongAndKeepsWhatWasTyped)
