@@ -114,6 +114,7 @@ void ContributionsTab::present(const ContributionList& list, const RecordInks& i
     m_banner->parentWidget()->setVisible(!list.warning.isEmpty());
     m_table->present(list.rows, inks);
     m_hint->setText(list.hint);
+    m_hint->setVisible(!m_table->isEmpty()); // else the notice says it
     m_page->show(m_table->isEmpty() ? ListDetailPage::Content::notice : ListDetailPage::Content::table);
     // The baseline stands below, whether or not anything was paid in since.
     m_hint->parentWidget()->show();

@@ -4,22 +4,22 @@
 #include <QFile>
 #include <QRegularExpression>
 
-int Mailbox::lettersTo(const std::string& address) const
+int Mailbox::codesTo(const std::string& address) const
 {
-    return static_cast<int>(letters(address).size());
+    return static_cast<int>(codes(address).size());
 }
 
 std::string Mailbox::latestCode(const std::string& address) const
 {
-    static const QRegularExpression code{QStringLiteral("^Subject: .*?(\\d{6})"), QRegularExpression::MultilineOption};
-    static const QRegularExpression fold{QStringLiteral("\\?=\\r?\\n =\\?utf-8\\?Q\\?")}; // of a long encoded subject
-    const auto all = letters(address);
-    return all.isEmpty() ? std::string{} : code.match(QString{all.last()}.remove(fold)).captured(1).toStdString();
+    const auto all = codes(address);
+    return all.isEmpty() ? std::string{} : all.last().toStdString();
 }
 
-/// The oldest first: their names begin with the time.
-QStringList Mailbox::letters(const std::string& address) const
+/// The oldest first: the names of the letters begin with the time.
+QStringList Mailbox::codes(const std::string& address) const
 {
+    static const QRegularExpression code{QStringLiteral("^Subject: .*?(\\d{6})"), QRegularExpression::MultilineOption};
+    static const QRegularExpression fold{QStringLiteral("\\?=\\r?\\n =\\?utf-8\\?Q\\?")}; // of a long encoded subject
     QStringList found;
     const QDir folder{m_folder};
     for (const auto& name : folder.entryList({QStringLiteral("*.eml")}, QDir::Files, QDir::Name)) {
@@ -27,8 +27,10 @@ QStringList Mailbox::letters(const std::string& address) const
         if (!file.open(QIODevice::ReadOnly))
             continue;
         const auto letter = QString::fromUtf8(file.readAll());
-        if (letter.contains(QStringLiteral("To: ")) && letter.contains(QString::fromStdString(address)))
-            found << letter;
+        if (!letter.contains(QStringLiteral("To: ")) || !letter.contains(QString::fromStdString(address)))
+            continue;
+        if (const auto match = code.match(QString{letter}.remove(fold)); match.hasMatch())
+            found << match.captured(1);
     }
     return found;
 }

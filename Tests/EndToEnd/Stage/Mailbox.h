@@ -9,13 +9,13 @@ class Mailbox {
 public:
     explicit Mailbox(QString folder) : m_folder(std::move(folder)) {}
 
-    /// How many letters went to the address.
-    [[nodiscard]] int lettersTo(const std::string& address) const;
-    /// The one-time code in the latest letter to the address; empty without one.
+    /// How many one-time codes went to the address; invitations and other letters without one are not counted.
+    [[nodiscard]] int codesTo(const std::string& address) const;
+    /// The latest of them; empty without one.
     [[nodiscard]] std::string latestCode(const std::string& address) const;
 
 private:
-    [[nodiscard]] QStringList letters(const std::string& address) const;
+    [[nodiscard]] QStringList codes(const std::string& address) const;
 
     QString m_folder;
 };

@@ -17,7 +17,7 @@ constexpr auto thirdPassword = "the third of Rizky";
 /// Waits for a letter newer than the `before` that had come, and gives its code.
 std::string mailedCode(Stage& stage, int before)
 {
-    stage.screen.waitUntil("a letter with a code comes", [&] { return stage.mail.lettersTo(rizky) > before; });
+    stage.screen.waitUntil("a letter with a code comes", [&] { return stage.mail.codesTo(rizky) > before; });
     return stage.mail.latestCode(rizky);
 }
 
@@ -30,7 +30,7 @@ void paste(Stage& stage, const std::string& text)
 void activate(Stage& stage, const std::string& code)
 {
     auto& screen = stage.screen;
-    const int before = stage.mail.lettersTo(rizky);
+    const int before = stage.mail.codesTo(rizky);
     stage.teller.step(QStringLiteral("A wrong activation code"), [&] {
         screen.press("mode-join");
         screen.fill("email", rizky);
@@ -70,7 +70,7 @@ void activate(Stage& stage, const std::string& code)
 void forgetThePassword(Stage& stage)
 {
     auto& screen = stage.screen;
-    const int before = stage.mail.lettersTo(rizky);
+    const int before = stage.mail.codesTo(rizky);
     stage.teller.step(QStringLiteral("Forgot the password"), [&] {
         screen.press("forgotPassword");
         screen.keys("Return");

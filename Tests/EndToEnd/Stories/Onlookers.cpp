@@ -64,13 +64,13 @@ std::string invite(Colleague& ratna, CapitalClerk& clerk, const Partner& partner
 void join(Stage& stage, const Partner& partner, const std::string& code)
 {
     auto& screen = stage.screen;
-    const int before = stage.mail.lettersTo(partner.email);
+    const int before = stage.mail.codesTo(partner.email);
     screen.press("mode-join");
     screen.fill("email", partner.email);
     screen.fill("invitationCode", code);
     screen.keys("Return");
     screen.waitForFocus("verificationCode");
-    screen.waitUntil("a letter with a code comes", [&] { return stage.mail.lettersTo(partner.email) > before; });
+    screen.waitUntil("a letter with a code comes", [&] { return stage.mail.codesTo(partner.email) > before; });
     screen.type(stage.mail.latestCode(partner.email));
     screen.keys("Return");
     screen.waitForFocus("personName");
