@@ -221,7 +221,7 @@ Refused whyNotSettle(const DividendCommand& command, const DividendContext& cont
     if (const auto refused =
             whyNotAmount(command, paysOut ? paidOutSum(settled->book) : std::optional<std::int64_t>{0}))
         return refused;
-    if (*command.amountMinor <= settled->most)
+    if (command.amountMinor.value_or(0) <= settled->most)
         return std::nullopt;
     return command.action == Action::apply ? overapplication : overpayment;
 }
