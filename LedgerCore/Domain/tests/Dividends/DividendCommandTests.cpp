@@ -401,6 +401,7 @@ TEST_P(DividendRights, DecideWhichCommandsAMemberMaySend)
     snapshot.currentMember.role = GetParam().role;
     snapshot.currentMember.permissions = GetParam().permissions;
     std::vector<const char*> allowed;
+    std::vector<const char*> offered;
     for (const auto* action : {"setParticipant", "allocate", "advance", "reverse", "approve"}) {
         DividendCommand command;
         command.action = action;
@@ -409,8 +410,11 @@ TEST_P(DividendRights, DecideWhichCommandsAMemberMaySend)
         command.movementID = "m2";
         if (DividendAccess::canSubmit(command, snapshot))
             allowed.push_back(action);
+        if (DividendRules::mayUse(action, snapshot.currentMember))
+            offered.push_back(action);
     }
     EXPECT_EQ(allowed, GetParam().allowed);
+    EXPECT_EQ(offered, GetParam().allowed) << "what is offered before the form is filled in";
 }
 
 using Permissions = std::vector<std::string>;
@@ -457,6 +461,24 @@ INSTANTIATE_TEST_SUITE_P(Accounts, DividendCash,
                                          CashCase{"AnyOtherPurpose", "savings", "USD", false},
                                          CashCase{"CurrencyNotHeld", std::nullopt, "JPY", false}),
                          [](const auto& each) { return std::string{each.param.name}; });
+
+/// Of any client, also one that makes ratios otherwise than from a percentage.
+TEST(DividendRules, RefuseARatioThatIsNoneOfAWhole)
+{
+    const auto refusalOf = [](std::int64_t ratioBps) {
+        DividendCommand command;
+        command.action = "setParticipant";
+        command.name = "Di";
+        command.ratioBps = ratioBps;
+        command.date = issue().date;
+        command.expectedRevision = books().dividends.value().revision;
+        return DividendRules::whyNot(command, DividendContext::of(books()));
+    };
+    EXPECT_EQ(refusalOf(-1), ratioInvalid);
+    EXPECT_EQ(refusalOf(0), std::nullopt);
+    EXPECT_EQ(refusalOf(10'000), std::nullopt);
+    EXPECT_EQ(refusalOf(10'001), ratioInvalid);
+}
 
 TEST(DividendCommand, CarriesTextsWithoutTheWhiteSpaceAroundThem)
 {
