@@ -110,6 +110,7 @@ struct Server::State {
 
     void listen();
     void run();
+    asio::awaitable<void> take(tcp::socket socket);
     void admit(tcp::socket socket);
     [[nodiscard]] bool mayServe(const tcp::socket& socket) const;
     void sayOthersAreTurnedAway();
@@ -150,10 +151,13 @@ void Server::State::listen()
         acceptor.listen();
     }
     port = acceptor.local_endpoint().port();
-    Accepting::spawn(acceptor, [this](tcp::socket socket) -> asio::awaitable<void> {
-        admit(std::move(socket));
-        co_return;
-    });
+    Accepting::spawn(acceptor, [this](tcp::socket socket) { return take(std::move(socket)); });
+}
+
+asio::awaitable<void> Server::State::take(tcp::socket socket)
+{
+    admit(std::move(socket));
+    co_return;
 }
 
 /// Serves until the server stops. What one handler throws ends that handler alone.

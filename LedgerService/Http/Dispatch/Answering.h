@@ -25,19 +25,20 @@ public:
 
     /// Why the sender of a request whose body is still to come is nobody to take a large one from. Begins and returns
     /// on the coroutine's own executor.
-    boost::asio::awaitable<std::optional<Refusal>> whyNotSignedIn(RouteMatch match, Request request,
-                                                                  std::string person) const;
+    [[nodiscard]] boost::asio::awaitable<std::optional<Refusal>> whyNotSignedIn(RouteMatch match, Request request,
+                                                                                std::string person) const;
 
     /// The reply to a request that arrived whole. Begins and returns on the coroutine's own executor. `person` is the
     /// one in whose queue it waits.
-    boost::asio::awaitable<Reply> reply(RouteMatch match, Request request, std::string person) const;
+    [[nodiscard]] boost::asio::awaitable<Reply> reply(RouteMatch match, Request request, std::string person) const;
 
 private:
     /// A part of answering a request; nothing when a further part has to follow.
     using Step = std::function<std::optional<Reply>()>;
 
     [[nodiscard]] WorkLane* laneOf(const RouteMatch& match, const Request& request) const;
-    boost::asio::awaitable<Reply> replyToCommand(std::shared_ptr<Command> command, std::string person) const;
+    [[nodiscard]] boost::asio::awaitable<Reply> replyToCommand(std::shared_ptr<Command> command,
+                                                               std::string person) const;
     static std::optional<Reply> take(const Step& step, const RouteMatch& match, const Request& request,
                                      std::chrono::steady_clock::duration queue);
 

@@ -267,7 +267,7 @@ bool Dispatcher::carryOutTogether(Connection& connection, std::vector<Command*>&
             if (auto* const further = next())
                 group.push_back(further);
         }
-        if (accepted)
+        if (transaction) // one was accepted
             transaction->commit();
         return true;
     } catch (const std::exception& failure) {

@@ -47,18 +47,22 @@ struct Completing {
     std::optional<std::string> newPasswordHash; // nothing for a person who keeps the password
 
     [[nodiscard]] bool resets() const { return challenge.purpose == AccessPurpose::reset; }
-    [[nodiscard]] bool keepsPassword() const { return !resets() && person && person->passwordHash; }
+    /// That of the password which the person keeps.
+    [[nodiscard]] std::optional<std::string> keptPasswordHash() const
+    {
+        return person && !resets() ? person->passwordHash : std::nullopt;
+    }
 };
 
 /// The slow part: takes the password of a person who has one, or makes a hash of a new one.
 std::optional<Refusal> whyNotPassword(Completing& completing)
 {
     const auto& password = completing.completion.password;
-    if (completing.keepsPassword()) {
+    if (const auto kept = completing.keptPasswordHash()) {
         const PersonLimits limits{completing.challenge.email, completing.remote};
         if (auto refusal = AttemptLimit::whyNotNow(completing.service, limits.ofSignIn(completing.service)))
             return refusal;
-        if (!Password::matches(password, *completing.person->passwordHash))
+        if (!Password::matches(password, *kept))
             return Authentication::unauthorized();
         return std::nullopt;
     }

@@ -76,7 +76,8 @@ std::optional<Refusal> whyNotNew(Connection& connection, const Registration& reg
     if (UserRepository::findByEmail(connection, registration.email))
         return Refusal::of(ServiceCode::emailExists, "Somebody is registered with this e-mail address.");
     if (isInvited(registration)) {
-        const auto found = Invitations::find(connection, *registration.invitationCode, registration.email, now);
+        const auto code = registration.invitationCode.value_or("");
+        const auto found = Invitations::find(connection, code, registration.email, now);
         return found ? std::nullopt : std::optional{found.error()};
     }
     if (CompanyRepository::pendingCount(connection) >= PersonRegistration::mostPending)
@@ -101,7 +102,8 @@ User personOf(const Registration& registration, std::string passwordHash, const 
 std::optional<Refusal> join(Connection& connection, const Registration& registration, const User& person,
                             const Invitations::Moment& moment)
 {
-    const auto invitation = Invitations::find(connection, *registration.invitationCode, person.email, moment.now);
+    const auto code = registration.invitationCode.value_or("");
+    const auto invitation = Invitations::find(connection, code, person.email, moment.now);
     if (!invitation)
         return invitation.error();
     const auto joined = Invitations::join(connection, *invitation,

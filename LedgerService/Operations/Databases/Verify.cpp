@@ -316,10 +316,10 @@ Verify::Report Verify::run(Connection& connection, const std::string& files)
         for (auto& each : SchemaComparison::differences(connection))
             report.problems.push_back(std::move(each));
     });
-    for (const auto& [table, column] : jsonColumns)
-        attempt(connection, report.problems, fmt::format("table {}: {}", table, column), [&] {
+    for (const auto& place : jsonColumns)
+        attempt(connection, report.problems, fmt::format("table {}: {}", place.table, place.column), [&] {
             addRows(connection, report.problems,
-                    fmt::format(fmt::runtime(isFile ? brokenJson : castJson), table, column));
+                    fmt::format(fmt::runtime(isFile ? brokenJson : castJson), place.table, place.column));
         });
     attempt(connection, report.problems, "templates, drafts and invitations", [&] {
         for (auto& each : KeptRecords::broken(connection))

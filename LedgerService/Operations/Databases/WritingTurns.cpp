@@ -3,6 +3,7 @@
 #include <thread>
 #include <utility>
 
+#include "LedgerCore/Domain/Contract.h"
 #include "LedgerService/Interruption.h"
 
 namespace LedgerService {
@@ -25,7 +26,9 @@ void WritingTurns::begin()
 
 void WritingTurns::end()
 {
-    m_turn->transaction.commit();
+    require(m_turn.has_value(), "a turn that ends has begun");
+    if (m_turn)
+        m_turn->transaction.commit();
     m_turn.reset();
 }
 

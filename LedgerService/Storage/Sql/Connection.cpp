@@ -218,7 +218,8 @@ const Dialect& Connection::dialect() const
 
 bool Connection::isLost() const
 {
-    return m_state->postgresql && m_state->postgresql->isLost();
+    const auto& postgresql = m_state->postgresql;
+    return postgresql && postgresql->isLost();
 }
 
 void Connection::setReadGate(std::shared_ptr<ReadGate> gate)
@@ -242,8 +243,9 @@ std::int64_t Connection::rowsChanged()
 
 void Connection::execute(const std::string& statement)
 {
-    if (m_state->postgresql)
-        m_state->postgresql->control(statement);
+    auto& postgresql = m_state->postgresql;
+    if (postgresql)
+        postgresql->control(statement);
     else
         m_state->session << statement;
 }

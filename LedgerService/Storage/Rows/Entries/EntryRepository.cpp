@@ -180,13 +180,20 @@ void insertRows(Connection& connection, std::string_view companyID, std::int64_t
     }
 }
 
+/// One that was recorded.
+LedgerTransaction recorded(Connection& connection, std::string_view companyID, std::string_view entryID)
+{
+    auto entry = EntryRepository::find(connection, companyID, entryID);
+    require(entry.has_value(), "only an entry that is recorded is renewed and gets receipts");
+    return std::move(entry).value_or(LedgerTransaction{});
+}
+
 /// Has the fragment of a recorded entry say what its rows say.
 void renewFragment(Connection& connection, std::string_view companyID, const CompanyState& state,
                    std::string_view entryID)
 {
-    const auto entry = EntryRepository::find(connection, companyID, entryID);
-    require(entry.has_value(), "only a recorded entry is renewed");
-    FragmentRepository::renew(connection, companyID, state, sequenceOf(connection, companyID, entryID), *entry);
+    const auto entry = recorded(connection, companyID, entryID);
+    FragmentRepository::renew(connection, companyID, state, sequenceOf(connection, companyID, entryID), entry);
 }
 
 std::vector<std::string> idsOf(Query& query)
@@ -304,9 +311,8 @@ void EntryRepository::linkReceipts(Connection& connection, std::string_view comp
                                    const std::vector<std::string>& attachmentIDs)
 {
     const auto state = CompanyHistory::advance(connection, companyID);
-    const auto entry = find(connection, companyID, entryID);
-    require(entry.has_value(), "receipts are linked to an entry that is recorded");
-    const auto set = AccountSetRepository::count(connection, companyID, *entry, {.receipts = attachmentIDs.size()});
+    const auto entry = recorded(connection, companyID, entryID);
+    const auto set = AccountSetRepository::count(connection, companyID, entry, {.receipts = attachmentIDs.size()});
     AttachmentRepository::link(connection, companyID, entryID, set, state.lastChange, attachmentIDs);
     renewFragment(connection, companyID, state, entryID);
 }

@@ -76,6 +76,7 @@ void rebuild(Connection& connection, const std::string& companyID)
 std::vector<std::string> accountsOf(const LedgerTransaction& entry)
 {
     std::vector<std::string> ids;
+    ids.reserve(entry.legs.size());
     for (const auto& leg : entry.legs)
         ids.push_back(leg.accountID);
     std::ranges::sort(ids);
@@ -115,7 +116,7 @@ private:
     {
         const auto state = CompanyHistory::state(connection, companyID);
         require(state.has_value(), "only a company that exists is checked");
-        return *state;
+        return state.value_or(CompanyState{});
     }
 
     void compare(std::int64_t after, std::int64_t last)
