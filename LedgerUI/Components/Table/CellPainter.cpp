@@ -54,7 +54,7 @@ void CellPainter::paint(const Cell& cell, const QRect& area) const
     else if (!cell.amounts.empty())
         paintAmounts(cell.amounts, rest);
     else if (cell.bar)
-        paintWithBar(cell, rest);
+        paintWithBar(cell, *cell.bar, rest);
     else if (cell.lines.size() == 1)
         paintOnlyLine(cell, rest);
     else
@@ -175,7 +175,7 @@ void CellPainter::paintOnlyLine(const Cell& cell, QRect line) const
 }
 
 /// In a high cell the bar lies under the text; in a low one it stands before it.
-void CellPainter::paintWithBar(const Cell& cell, const QRect& area) const
+void CellPainter::paintWithBar(const Cell& cell, const CellBar& bar, const QRect& area) const
 {
     constexpr int thickness = 4;
     const auto text = cell.lines.empty() ? CellText{} : cell.lines.front();
@@ -183,14 +183,13 @@ void CellPainter::paintWithBar(const Cell& cell, const QRect& area) const
     if (area.height() >= height + thickness + Space::step2) {
         const int top = area.top() + (area.height() - height - thickness - Space::step1) / 2;
         paintText(text, {area.left(), top, area.width(), height});
-        CellDrawing::paintBar(m_painter, *cell.bar,
-                              {area.left(), top + height + Space::step1, area.width(), thickness});
+        CellDrawing::paintBar(m_painter, bar, {area.left(), top + height + Space::step1, area.width(), thickness});
         return;
     }
     const int words = QFontMetrics{fontOf(text)}.horizontalAdvance(text.text);
     const QRect before{area.left(), area.top() + (area.height() - thickness) / 2, area.width() - words - Space::step2,
                        thickness};
-    CellDrawing::paintBar(m_painter, *cell.bar, before);
+    CellDrawing::paintBar(m_painter, bar, before);
     paintText(text, area, Qt::AlignRight);
 }
 

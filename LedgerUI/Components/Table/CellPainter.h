@@ -24,7 +24,7 @@ private:
     [[nodiscard]] int paintSums(const std::vector<CellAmount>& sums, const QRect& line, int room) const;
     [[nodiscard]] int paintMarks(const std::vector<CellMark>& marks, const QRect& line) const;
     [[nodiscard]] int paintChip(const QString& word, const QRect& line, int right) const;
-    void paintWithBar(const Cell& cell, const QRect& area) const;
+    void paintWithBar(const Cell& cell, const CellBar& bar, const QRect& area) const;
     void paintLines(const Cell& cell, const QRect& area) const;
     void paintOnlyLine(const Cell& cell, QRect line) const;
     void paintAmounts(const std::vector<CellAmount>& amounts, const QRect& area) const;

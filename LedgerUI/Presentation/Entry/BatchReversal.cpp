@@ -85,8 +85,8 @@ void BatchReversal::move(std::size_t at, Stage stage)
 
 BatchReversal::Item& BatchReversal::settle(Stage stage)
 {
-    require(m_sending.has_value(), "a reply belongs to a reversal that is on its way");
-    const auto at = *std::exchange(m_sending, std::nullopt);
+    const auto at = std::exchange(m_sending, std::nullopt).value_or(m_items.size());
+    require(at < m_items.size(), "a reply belongs to a reversal that is on its way");
     move(at, stage);
     if (stage == Stage::unknown)
         m_unknown = at;
@@ -119,8 +119,9 @@ void BatchReversal::succeed()
 
 bool BatchReversal::fail(const Failure& failure, QString message)
 {
-    require(m_sending.has_value(), "a reply belongs to a reversal that is on its way");
-    const bool mayBePosted = m_items[*m_sending].mayBePosted;
+    const auto at = m_sending.value_or(m_items.size());
+    require(at < m_items.size(), "a reply belongs to a reversal that is on its way");
+    const bool mayBePosted = m_items[at].mayBePosted;
     switch (fateOf(failure)) {
     case CommandFate::refused:
         settle(Stage::refused).note = std::move(message);

@@ -380,11 +380,11 @@ void Description::describeResult(EntryMoneyContent& money, const std::string& cu
 void Description::describeHistory()
 {
     const auto amount = amountOf(m_content.sent.amount, m_draft.currency);
-    if (!amount || !m_draft.primaryAccount())
+    const auto& account = m_draft.primaryAccount();
+    if (!amount || !account)
         return;
     const auto moved = m_draft.onlyArrives() ? *amount : -*amount;
-    if (const auto* entry =
-            m_history->likelyDouble(m_content.day.day, *m_draft.primaryAccount(), m_draft.currency, moved)) {
+    if (const auto* entry = m_history->likelyDouble(m_content.day.day, *account, m_draft.currency, moved)) {
         m_content.sent.caution = EntryDouble::warning(*entry, m_snapshot, m_locale);
         m_content.sent.earlier = EntryDouble::facts(*entry, m_snapshot, m_locale);
     }

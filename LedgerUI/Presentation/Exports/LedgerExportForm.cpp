@@ -278,10 +278,10 @@ Failure LedgerExport::failureOf(ExportRefusal refusal)
 
 QCoro::Task<LedgerExport::Preview> LedgerExport::preview(Question question)
 {
-    const auto made = std::make_shared<std::optional<Preview>>();
+    const auto made = std::make_shared<Preview>();
     auto counting = runForSize(onWorker, [made, question = std::move(question)] { *made = previewOf(question); });
     co_await counting;
-    co_return std::move(**made);
+    co_return std::move(*made);
 }
 
 QCoro::Task<LedgerExport::Outcome> LedgerExport::save(LedgerStore* store, PagePointer page, Preview previewed,

@@ -279,9 +279,8 @@ LedgerImport::Table LedgerImport::effects(const ImportReading& reading, std::str
 QString LedgerImport::issueText(const ImportReading& reading, std::string_view rowID, std::string_view locale)
 {
     std::size_t at = 0;
-    const auto* end = rowID.data() + rowID.size();
-    const auto [rest, failed] = std::from_chars(rowID.data(), end, at);
-    if (failed != std::errc{} || rest != end || at >= reading.issueCount())
+    const auto [rest, failed] = std::from_chars(rowID.data(), rowID.data() + rowID.size(), at);
+    if (failed != std::errc{} || rest != rowID.data() + rowID.size() || at >= reading.issueCount())
         return {};
     return inFull(findingAt(reading, at, locale), locale);
 }

@@ -72,6 +72,7 @@ public:
         auto months = ReportOverviews::chartMonths(m_query.period, m_query.today);
         months.erase(months.begin(), months.end() - monthsShown);
         std::vector<ReportRange> ranges;
+        ranges.reserve(months.size());
         for (const auto& month : months)
             ranges.push_back({sys_days{month / 1}, sys_days{month / std::chrono::last}});
         const auto monthly = m_books.book->matrix(scope(), ranges);

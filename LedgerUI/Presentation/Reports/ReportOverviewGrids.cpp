@@ -147,6 +147,7 @@ ReportGrid ReportOverviewGrids::currencies(const ReportOverview& overview, const
 ReportGrid ReportOverviewGrids::months(const ReportOverview& overview, const Frame& frame, std::string_view locale)
 {
     std::vector<Period> months;
+    months.reserve(overview.months.size());
     for (const auto month : overview.months)
         months.push_back(Period::containing(Period::Span::month, month / 1));
     auto grid = ReportPeriodGrids::table(overview.monthly, months, frame.firstDay, locale);

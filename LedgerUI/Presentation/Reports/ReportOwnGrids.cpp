@@ -11,7 +11,6 @@
 #include "LedgerUI/Presentation/Text/Words.h"
 
 using std::chrono::sys_days;
-using std::chrono::year_month_day;
 using Kind = ReportGridColumn::Kind;
 using Tone = ReportGridCell::Tone;
 
@@ -26,7 +25,7 @@ public:
     {
     }
 
-    std::expected<ReportGrid, ReportError> accounts() const
+    [[nodiscard]] std::expected<ReportGrid, ReportError> accounts() const
     {
         ReportGrid grid{.id = "ownAccounts",
                         .name = word("table.ownAccounts"),

@@ -50,6 +50,7 @@ std::vector<std::string> ReportParts::currencies(const ReportSheet& sheet, Repor
     if (part != ReportPart::overview && part != ReportPart::summary)
         return {sheet.query.currency};
     std::vector<std::string> codes;
+    codes.reserve(sheet.overview.currencies.size());
     for (const auto& each : sheet.overview.currencies)
         codes.push_back(each.currency);
     return codes;

@@ -125,8 +125,7 @@ ReportSheet reportSheet(ReportBooksPointer books, ReportQuery query, std::string
     }
     sheet.overview = std::move(*overview);
     sheet.query.currency = sheet.overview.currency;
-    if (const auto failure = fill(sheet))
-        sheet.failure = *failure;
+    sheet.failure = fill(sheet);
     putInOrder(sheet);
     return sheet;
 }

@@ -101,6 +101,7 @@ public:
         if (const auto found = std::ranges::find(m_trend.periods, part); found != m_trend.periods.end())
             m_trend.chosen = static_cast<std::size_t>(found - m_trend.periods.begin());
         std::vector<ReportRange> ranges;
+        ranges.reserve(m_trend.periods.size());
         for (const auto& period : m_trend.periods)
             ranges.push_back(ReportRanges::of(period));
         const auto report = m_books.book->report(scope(), ranges);

@@ -213,8 +213,8 @@ void AccountsView::present()
         if (!m_table->chosen() && !m_page->isNarrow())
             m_table->chooseFirst(); // so that the pane beside the table has something to say
         m_totals->present(listing->totals);
-        if (listing->notice)
-            m_notice->present(*listing->notice, setupChecklist(*listing->book, InterfaceLanguage::tag()));
+        if (const auto& notice = listing->notice)
+            m_notice->present(*notice, setupChecklist(*listing->book, InterfaceLanguage::tag()));
         const bool hasAccounts = !listing->book->snapshot().accounts.empty();
         m_search->setVisible(hasAccounts);
         m_header->setFocusProxy(hasAccounts ? m_search : nullptr); // Tab would end at one that is hidden
@@ -388,7 +388,8 @@ void AccountsView::presentMessage()
     }
     m_isRecordingOpenings = false;
     const auto setup = setupChecklist(book, InterfaceLanguage::tag());
-    if (!setup || (listing->notice && listing->notice->reason == AccountNotice::Reason::noAccounts)) {
+    const auto& notice = listing->notice;
+    if (!setup || (notice && notice->reason == AccountNotice::Reason::noAccounts)) {
         m_messages->present(std::nullopt);
         return;
     }

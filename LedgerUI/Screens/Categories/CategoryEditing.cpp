@@ -103,13 +103,16 @@ std::optional<CategoryCommand> CategoryEditing::checked(const LedgerSnapshot& sn
 /// While nobody knows what became of the command, only the very same can be sent again.
 void CategoryEditing::send()
 {
-    if (const auto* change = std::get_if<CategoryChange>(&*m_submission.command()))
+    const auto& command = m_submission.command();
+    if (!command)
+        return;
+    if (const auto* change = std::get_if<CategoryChange>(&*command))
         QCoro::connect(m_store.updateCategory(change->id, change->update), this,
                        [this, id = change->id](const Result<void>& sent) {
                            finish(sent ? Result<std::string>{id} : std::unexpected{sent.error()});
                        });
     else
-        QCoro::connect(m_store.createCategory(std::get<CategoryCreate>(*m_submission.command())), this,
+        QCoro::connect(m_store.createCategory(std::get<CategoryCreate>(*command)), this,
                        [this](const Result<std::string>& made) { finish(made); });
     present();
 }

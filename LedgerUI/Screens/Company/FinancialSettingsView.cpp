@@ -349,7 +349,10 @@ void FinancialSettingsView::save()
 void FinancialSettingsView::send()
 {
     present();
-    QCoro::connect(store().submitFinancialSettings(*m_submission.command(), false), this,
+    const auto& command = m_submission.command();
+    if (!command)
+        return;
+    QCoro::connect(store().submitFinancialSettings(*command, false), this,
                    [this](const Result<void>& reply) { finish(reply); });
 }
 

@@ -149,7 +149,8 @@ void InviteDialog::proceed()
 {
     if (m_submission.isUncertain()) {
         m_submission.sendAgain();
-        send(*m_submission.command());
+        if (const auto& command = m_submission.command())
+            send(*command);
         return;
     }
     auto form = m_submission.form();
@@ -178,7 +179,8 @@ void InviteDialog::send(Invite invitation)
 
 void InviteDialog::finish(const Result<InviteResponse>& reply)
 {
-    if (!m_submission.isSaving())
+    const auto& sent = m_submission.command();
+    if (!m_submission.isSaving() || !sent)
         return;
     if (!reply) {
         m_submission.fail(reply.error());
@@ -188,9 +190,8 @@ void InviteDialog::finish(const Result<InviteResponse>& reply)
     }
     m_submission.succeed();
     Q_EMIT invited();
-    const auto& sent = *m_submission.command();
     // The page closes with the session, and would take along what nobody is told twice.
-    (new InvitationCodeDialog({.name = sent.name, .email = sent.email, .code = reply->code},
+    (new InvitationCodeDialog({.name = sent->name, .email = sent->email, .code = reply->code},
                               windowBehind(parentWidget())))
         ->open();
     leave();

@@ -216,15 +216,18 @@ std::optional<CategoryCreate> PresetDialog::takeNext()
 void PresetDialog::send()
 {
     presentFrame();
-    QCoro::connect(store().createCategory(*m_submission.command()), this,
-                   [this](const Result<std::string>& made) { finish(made); });
+    const auto& command = m_submission.command();
+    if (!command)
+        return;
+    QCoro::connect(store().createCategory(*command), this, [this](const Result<std::string>& made) { finish(made); });
 }
 
 void PresetDialog::finish(const Result<std::string>& made)
 {
     if (made) {
         auto ticks = m_submission.form();
-        ticks.erase(m_submission.command()->presetID.value_or(""));
+        if (const auto& sent = m_submission.command())
+            ticks.erase(sent->presetID.value_or(""));
         m_submission = Submission<Ticks, CategoryCreate>{std::move(ticks)};
         ++m_added;
         if (m_submission.submit([this] { return takeNext(); })) {

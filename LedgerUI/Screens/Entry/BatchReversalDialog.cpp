@@ -175,11 +175,12 @@ void BatchReversalDialog::proceed()
 void BatchReversalDialog::sendNext()
 {
     const auto next = m_stage == Stage::running ? m_batch.begin() : std::nullopt;
-    if (!next) {
+    const auto at = m_batch.sendingAt();
+    if (!next || !at) {
         rest();
         return;
     }
-    presentRow(*m_batch.sendingAt());
+    presentRow(*at);
     presentStage();
     QCoro::connect(store().reverseTransaction(*next, std::string{TextFold::trimmed(m_reason->text().toStdString())}),
                    this, [this](const Result<void>& reply) { take(reply); });
@@ -188,9 +189,9 @@ void BatchReversalDialog::sendNext()
 void BatchReversalDialog::take(const Result<void>& reply)
 {
     // With the session the dialog closes, and what ended it is told elsewhere.
-    if (!store().snapshot())
-        return;
     const auto at = m_batch.sendingAt();
+    if (!at || !store().snapshot())
+        return;
     if (reply) {
         m_batch.succeed();
         presentRow(*at);

@@ -213,6 +213,7 @@ QList<QString> LedgerActions::entryMenu()
 std::vector<Action> LedgerActions::sorting(const Order& now)
 {
     std::vector<Action> actions;
+    actions.reserve(sortedColumns.size() + 2); // turning them and the grouping come behind
     for (const auto& [column, key] : sortedColumns)
         actions.push_back({.id = QStringLiteral("sort.") + QString::fromLatin1(column),
                            .text = word(ledgerWords(), std::string{"column."} + column),
