@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
-#include "LedgerUI/Presentation/Reports/ReportExport.h"
+#include "LedgerUI/Presentation/Reports/Output/ReportExport.h"
 
 class FormField;
 class QVBoxLayout;

@@ -6,9 +6,9 @@
 #include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Print/PrintWords.h"
+#include "LedgerUI/Presentation/Reports/Output/ReportExport.h"
+#include "LedgerUI/Presentation/Reports/Output/ReportPrint.h"
 #include "LedgerUI/Presentation/Reports/ReportBrowser.h"
-#include "LedgerUI/Presentation/Reports/ReportExport.h"
-#include "LedgerUI/Presentation/Reports/ReportPrint.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 

@@ -1,6 +1,6 @@
-#include "LedgerUI/Presentation/Reports/ReportPrint.h"
+#include "LedgerUI/Presentation/Reports/Output/ReportPrint.h"
 
-#include "LedgerUI/Presentation/Reports/ReportExport.h"
+#include "LedgerUI/Presentation/Reports/Output/ReportExport.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportExport.h"
+#include "LedgerUI/Presentation/Reports/Output/ReportExport.h"
 
 #include <algorithm>
 #include <limits>
