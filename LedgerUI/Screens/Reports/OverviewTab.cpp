@@ -28,7 +28,7 @@ struct Extent {
     std::size_t attention;
 };
 constexpr Extent wide{.chartHeight = 236, .categories = 7, .attention = 4};
-constexpr Extent narrow{.chartHeight = 156, .categories = 5, .attention = 2};
+constexpr Extent narrow{.chartHeight = 180, .categories = 5, .attention = 2};
 
 constexpr int currenciesShown = 7;
 constexpr int categoriesWidth = 359;
