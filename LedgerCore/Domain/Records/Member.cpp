@@ -25,16 +25,11 @@ bool Member::can(std::string_view action, std::string_view accountID) const
         return false;
     if (action != AccountAction::view)
         return accountGrants && granted(*accountGrants, action, accountID);
-    if (seesEveryAccount())
-        return true;
-    return accountGrants ? granted(*accountGrants, action, accountID) : contains(accountIDs, accountID);
-}
-
-bool Member::seesEveryAccount() const
-{
     const bool seesAll = permissions ? contains(*permissions, Permission::viewCompany)
                                      : role == MemberRole::owner || role == MemberRole::admin;
-    return active && seesAll;
+    if (seesAll)
+        return true;
+    return accountGrants ? granted(*accountGrants, action, accountID) : contains(accountIDs, accountID);
 }
 
 bool Member::canRecord() const

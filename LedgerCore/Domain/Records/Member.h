@@ -56,9 +56,6 @@ struct Member {
     /// The access test that every screen and rule uses. `action` is one of `AccountGrant::knownActions`.
     [[nodiscard]] bool can(std::string_view action, std::string_view accountID) const;
 
-    /// Whether no account is hidden from the member, also none that is made later.
-    [[nodiscard]] bool seesEveryAccount() const;
-
     /// Whether the member may record entries at all.
     [[nodiscard]] bool canRecord() const;
 
