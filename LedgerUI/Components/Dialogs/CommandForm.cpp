@@ -179,6 +179,12 @@ void CommandForm::presentLeaving(const Standing& standing)
     setHasChanges([asks = standing.hasChanges || standing.stage == SubmissionStage::uncertain] { return asks; });
 }
 
+void CommandForm::presentAnew()
+{
+    present();
+    firstField().setFocus(Qt::OtherFocusReason);
+}
+
 void CommandForm::adoptLanguage(const std::string& /*before*/)
 {
     present();

@@ -52,6 +52,16 @@ protected:
     };
     void presentStanding(Standing standing);
 
+    /// A person wants what stands in the form to be sent: the command that is on its way by this, as the submission
+    /// says, and none while the form is elsewhere.
+    template <class Typed, class Sent, class Check>
+    [[nodiscard]] const Sent* commandToSend(Submission<Typed, Sent>& submission, const Check& check) const
+    {
+        return isElsewhere() ? nullptr : submission.submit(check);
+    }
+    /// Shows everything as it is now, and takes the person to where they go on.
+    void presentAnew();
+
     /// Shows everything as it is now.
     virtual void present() = 0;
     /// A new snapshot of the form's company is there.

@@ -95,21 +95,19 @@ public:
         m_stage = SubmissionStage::saving;
     }
     /// A person wants it sent: the command of unknown outcome again, or else the one that `check` makes of the form,
-    /// unless it finds something wrong. Answers whether a command is on its way by this.
+    /// unless it finds something wrong. Answers the command that is on its way by this, and nothing where none is.
     template <class Check>
-    [[nodiscard]] bool submit(const Check& check)
+    [[nodiscard]] const Command* submit(const Check& check)
     {
         if (isUncertain()) {
             sendAgain();
-            return true;
+        } else {
+            auto command = isEditing() ? std::optional<Command>{check()} : std::nullopt;
+            if (!command)
+                return nullptr;
+            send(std::move(*command));
         }
-        if (!isEditing())
-            return false;
-        std::optional<Command> command = check();
-        if (!command)
-            return false;
-        send(std::move(*command));
-        return true;
+        return m_command ? &*m_command : nullptr;
     }
     /// The service has accepted the command.
     void succeed()

@@ -70,37 +70,35 @@ void AccountFormDialog::edit(AccountField field, const std::function<void(Accoun
 
 void AccountFormDialog::submit()
 {
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
-        send();
-        return;
-    }
-    if (!m_submission.isEditing())
-        return;
+    if (const auto* command = commandToSend(m_submission, [this] { return checked(); }))
+        send(*command);
+}
+
+std::optional<AccountCommand> AccountFormDialog::checked()
+{
     auto editing = m_submission.form();
     auto judgement = AccountDrafts::judge(m_subject, editing.draft, *snapshot());
     editing.problems = std::move(judgement.problems);
     const bool isSound = editing.problems.empty() && !judgement.refusal && m_body->isWithinLimits();
     const auto draft = editing.draft;
     m_submission.edit(std::move(editing));
-    if (!isSound) {
-        present();
-        const auto content = AccountForm::content(m_subject, m_submission, *snapshot(), locale());
-        auto* const wrong = m_body->firstWrong(content);
-        (wrong ? wrong : m_body->control(AccountField::name))->setFocus(Qt::OtherFocusReason);
-    } else if (!AccountDrafts::changesAnything(m_subject, draft)) {
+    if (isSound && AccountDrafts::changesAnything(m_subject, draft))
+        return AccountDrafts::command(m_subject, draft);
+    if (isSound) {
         leave();
-    } else {
-        m_submission.send(AccountDrafts::command(m_subject, draft));
-        send();
+        return {};
     }
+    present();
+    const auto content = AccountForm::content(m_subject, m_submission, *snapshot(), locale());
+    auto* const wrong = m_body->firstWrong(content);
+    (wrong ? wrong : m_body->control(AccountField::name))->setFocus(Qt::OtherFocusReason);
+    return {};
 }
 
-void AccountFormDialog::send()
+void AccountFormDialog::send(const AccountCommand& command)
 {
     present();
     const auto done = [this](const Result<void>& reply) { finish(reply); };
-    const auto& command = *m_submission.command();
     if (const auto* change = std::get_if<AccountChange>(&command))
         QCoro::connect(store().updateAccount(change->accountID, change->update), this, done);
     else
@@ -123,6 +121,5 @@ void AccountFormDialog::finish(const Result<void>& reply)
     m_submission.fail(reply.error());
     sayHere();
     takeSnapshot();
-    present();
-    firstField().setFocus(Qt::OtherFocusReason);
+    presentAnew();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
@@ -27,7 +28,9 @@ private:
 
     void edit(AccountField field, const std::function<void(AccountDraft&)>& change);
     void submit();
-    void send();
+    /// The command that is to be sent, unless something is wrong, which is said then, or nothing has changed.
+    std::optional<AccountCommand> checked();
+    void send(const AccountCommand& command);
     void finish(const Result<void>& reply);
 
     AccountSubject m_subject;

@@ -88,26 +88,23 @@ QWidget& AccountStateDialog::firstField() const
 
 void AccountStateDialog::submit()
 {
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
-        send();
-        return;
-    }
-    const auto content = AccountStates::content(m_submission, *snapshot(), locale());
-    if (!m_submission.isEditing() || !content.whyNot.isEmpty())
-        return;
-    if (!content.nameMessage.isEmpty()) {
-        m_name->setFocus(Qt::OtherFocusReason);
-        return;
-    }
-    m_submission.send(AccountStates::command(m_submission.form()));
-    send();
+    if (const auto* command = commandToSend(m_submission, [this] { return checked(); }))
+        send(*command);
 }
 
-void AccountStateDialog::send()
+std::optional<AccountUpdate> AccountStateDialog::checked()
+{
+    const auto content = AccountStates::content(m_submission, *snapshot(), locale());
+    if (content.whyNot.isEmpty() && content.nameMessage.isEmpty())
+        return AccountStates::command(m_submission.form());
+    if (content.whyNot.isEmpty())
+        m_name->setFocus(Qt::OtherFocusReason);
+    return {};
+}
+
+void AccountStateDialog::send(const AccountUpdate& update)
 {
     present();
-    const auto& update = *m_submission.command();
     const auto done = [this](const Result<void>& reply) { finish(reply); };
     const bool archives = update.archived.value_or(false);
     if (archives)
@@ -130,6 +127,5 @@ void AccountStateDialog::finish(const Result<void>& reply)
     m_submission.fail(reply.error());
     sayHere();
     takeSnapshot();
-    present();
-    firstField().setFocus(Qt::OtherFocusReason);
+    presentAnew();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
@@ -25,7 +26,9 @@ private:
     [[nodiscard]] QWidget& firstField() const override;
 
     void submit();
-    void send();
+    /// The command that is to be sent, unless something stands against it.
+    std::optional<AccountUpdate> checked();
+    void send(const AccountUpdate& update);
     void finish(const Result<void>& reply);
 
     AccountStateSubmission m_submission;

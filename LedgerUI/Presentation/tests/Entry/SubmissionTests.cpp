@@ -64,6 +64,9 @@ TEST(Submission, HoldsItsContentWhileItIsLockedAndItsRefusalUntilTheNextChange)
 
 TEST(Submission, AsksForACommandOnlyWhereNoneIsOnItsWayOrOfUnknownOutcome)
 {
+    const auto isOnItsWay = [](const Sent& form, const int* sent) {
+        return form.isSaving() && sent && *sent == 7 && form.command() == 7;
+    };
     std::size_t asked = 0;
     const auto answering = [&](std::optional<int> command) {
         return [&asked, command] {
@@ -74,15 +77,12 @@ TEST(Submission, AsksForACommandOnlyWhereNoneIsOnItsWayOrOfUnknownOutcome)
     Sent form{"typed"};
     EXPECT_FALSE(form.submit(answering({})));
     EXPECT_TRUE(form.isEditing());
-    EXPECT_TRUE(form.submit(answering(7)));
-    EXPECT_TRUE(form.isSaving());
+    EXPECT_TRUE(isOnItsWay(form, form.submit(answering(7))));
     EXPECT_EQ(asked, 2U);
 
     EXPECT_FALSE(form.submit(answering(8))) << "the reply is awaited";
     form.fail(Cancelled{});
-    EXPECT_TRUE(form.submit(answering(8)));
-    EXPECT_TRUE(form.isSaving());
-    EXPECT_EQ(form.command(), 7);
+    EXPECT_TRUE(isOnItsWay(form, form.submit(answering(8)))) << "the same goes out again";
     form.succeed();
     EXPECT_FALSE(form.submit(answering(8)));
     EXPECT_EQ(asked, 2U);
