@@ -83,8 +83,8 @@ void CategoryEditing::save()
     const auto snapshot = m_store.snapshot();
     if (!snapshot || !hasChanges() || m_store.isBusy())
         return;
-    if (m_submission.submit([&] { return checked(*snapshot); }))
-        send();
+    if (const auto* command = m_submission.submit([&] { return checked(*snapshot); }))
+        send(*command);
 }
 
 std::optional<CategoryCommand> CategoryEditing::checked(const LedgerSnapshot& snapshot)
@@ -101,18 +101,15 @@ std::optional<CategoryCommand> CategoryEditing::checked(const LedgerSnapshot& sn
 }
 
 /// While nobody knows what became of the command, only the very same can be sent again.
-void CategoryEditing::send()
+void CategoryEditing::send(const CategoryCommand& command)
 {
-    const auto& command = m_submission.command();
-    if (!command)
-        return;
-    if (const auto* change = std::get_if<CategoryChange>(&*command))
+    if (const auto* change = std::get_if<CategoryChange>(&command))
         QCoro::connect(m_store.updateCategory(change->id, change->update), this,
                        [this, id = change->id](const Result<void>& sent) {
                            finish(sent ? Result<std::string>{id} : std::unexpected{sent.error()});
                        });
     else
-        QCoro::connect(m_store.createCategory(std::get<CategoryCreate>(*command)), this,
+        QCoro::connect(m_store.createCategory(std::get<CategoryCreate>(command)), this,
                        [this](const Result<std::string>& made) { finish(made); });
     present();
 }

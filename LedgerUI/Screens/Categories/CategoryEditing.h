@@ -45,7 +45,7 @@ Q_SIGNALS:
 private:
     /// The command that saves it, unless something is wrong, which the editor says then.
     std::optional<CategoryCommand> checked(const LedgerSnapshot& snapshot);
-    void send();
+    void send(const CategoryCommand& command);
     void finish(const Result<std::string>& sent);
     void fail(const Failure& failure);
     void toggleArchived();

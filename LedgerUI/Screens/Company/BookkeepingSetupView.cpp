@@ -178,29 +178,28 @@ void BookkeepingSetupView::present()
 
 void BookkeepingSetupView::confirm()
 {
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
-        send(*m_submission.command());
-        return;
-    }
+    if (const auto* command = commandToSend(m_submission, [this] { return checked(); }))
+        send(*command);
+}
+
+std::optional<FinancialSettingsCommand> BookkeepingSetupView::checked()
+{
     auto form = m_submission.form();
     form.isChecked = true;
     m_submission.edit(form);
     present();
     auto command =
         FinancialSettingsRules::initialize(*snapshot(), latestDay(), form.day, form.mode, store().newIdentifier());
-    if (!command || !form.isAgreed) {
-        (command ? static_cast<QWidget&>(*m_agreed) : m_day->line()).setFocus(Qt::OtherFocusReason);
-        return;
-    }
-    m_submission.send(*command);
-    send(std::move(*command));
+    if (command && form.isAgreed)
+        return *std::move(command);
+    (command ? static_cast<QWidget&>(*m_agreed) : m_day->line()).setFocus(Qt::OtherFocusReason);
+    return {};
 }
 
-void BookkeepingSetupView::send(FinancialSettingsCommand command)
+void BookkeepingSetupView::send(const FinancialSettingsCommand& command)
 {
     present();
-    QCoro::connect(store().submitFinancialSettings(std::move(command), false), this,
+    QCoro::connect(store().submitFinancialSettings(command, false), this,
                    [this](const Result<void>& reply) { finish(reply); });
 }
 
@@ -215,8 +214,7 @@ void BookkeepingSetupView::finish(const Result<void>& reply)
         return;
     }
     m_submission.fail(reply.error());
-    present();
-    firstField().setFocus(Qt::OtherFocusReason);
+    presentAnew();
 }
 
 QWidget& BookkeepingSetupView::firstField() const

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Company/FinancialSettingsForm.h"
 
@@ -32,7 +34,9 @@ private:
     [[nodiscard]] QString dayMessage() const;
     [[nodiscard]] std::string latestDay() const;
     void confirm();
-    void send(FinancialSettingsCommand command);
+    /// The command that is to be sent, unless something is wrong, which is said then.
+    std::optional<FinancialSettingsCommand> checked();
+    void send(const FinancialSettingsCommand& command);
     void finish(const Result<void>& reply);
 
     SetupSubmission m_submission;

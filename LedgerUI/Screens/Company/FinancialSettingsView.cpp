@@ -328,31 +328,26 @@ void FinancialSettingsView::showImported()
 
 void FinancialSettingsView::save()
 {
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
-        send();
-        return;
-    }
-    const auto& form = m_submission.form();
-    const auto command = FinancialSettingsRules::configure(
-        *store().snapshot(), {.contributions = form.contributions, .dividends = form.dividends},
-        store().newIdentifier());
-    if (!command) {
-        m_banner->present(Banner::Kind::error,
-                          FinancialSettingsText::refusal(command.error(), InterfaceLanguage::tag()));
-        return;
-    }
-    m_submission.send(*command);
-    send();
+    if (const auto* command = m_submission.submit([this] { return checked(); }))
+        send(*command);
 }
 
-void FinancialSettingsView::send()
+std::optional<FinancialSettingsCommand> FinancialSettingsView::checked()
+{
+    const auto& form = m_submission.form();
+    auto command = FinancialSettingsRules::configure(*store().snapshot(),
+                                                     {.contributions = form.contributions, .dividends = form.dividends},
+                                                     store().newIdentifier());
+    if (command)
+        return *std::move(command);
+    m_banner->present(Banner::Kind::error, FinancialSettingsText::refusal(command.error(), InterfaceLanguage::tag()));
+    return {};
+}
+
+void FinancialSettingsView::send(const FinancialSettingsCommand& command)
 {
     present();
-    const auto& command = m_submission.command();
-    if (!command)
-        return;
-    QCoro::connect(store().submitFinancialSettings(*command, false), this,
+    QCoro::connect(store().submitFinancialSettings(command, false), this,
                    [this](const Result<void>& reply) { finish(reply); });
 }
 

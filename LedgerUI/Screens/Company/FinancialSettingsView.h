@@ -43,7 +43,9 @@ private:
     void importEntries();
     void showImported();
     void save();
-    void send();
+    /// The command that is to be sent, unless something is wrong, which is said then.
+    std::optional<FinancialSettingsCommand> checked();
+    void send(const FinancialSettingsCommand& command);
     void finish(const Result<void>& reply);
     void reload();
 

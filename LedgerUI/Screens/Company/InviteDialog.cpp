@@ -147,33 +147,28 @@ void InviteDialog::presentRoles()
 
 void InviteDialog::proceed()
 {
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
-        if (const auto& command = m_submission.command())
-            send(*command);
-        return;
-    }
+    if (const auto* invitation = commandToSend(m_submission, [this] { return checked(); }))
+        send(*invitation);
+}
+
+std::optional<Invite> InviteDialog::checked()
+{
     auto form = m_submission.form();
     form.isChecked = true;
     m_submission.edit(form);
-    if (auto* wrong = m_fields.firstOf(form.messages(locale()))) {
-        present();
+    auto* const wrong = m_fields.firstOf(form.messages(locale()));
+    if (!wrong && !MemberAccess::whyNotSave(InviteForm::nobody(), form.access, *snapshot()))
+        return form.command(*snapshot());
+    present();
+    if (wrong)
         wrong->setFocus(Qt::OtherFocusReason);
-        return;
-    }
-    if (MemberAccess::whyNotSave(InviteForm::nobody(), form.access, *snapshot())) {
-        present();
-        return;
-    }
-    auto command = form.command(*snapshot());
-    m_submission.send(command);
-    send(std::move(command));
+    return {};
 }
 
-void InviteDialog::send(Invite invitation)
+void InviteDialog::send(const Invite& invitation)
 {
     present();
-    QCoro::connect(store().invite(std::move(invitation), false), this,
+    QCoro::connect(store().invite(invitation, false), this,
                    [this](const Result<InviteResponse>& reply) { finish(reply); });
 }
 
@@ -184,8 +179,7 @@ void InviteDialog::finish(const Result<InviteResponse>& reply)
         return;
     if (!reply) {
         m_submission.fail(reply.error());
-        present();
-        firstField().setFocus(Qt::OtherFocusReason);
+        presentAnew();
         return;
     }
     m_submission.succeed();

@@ -31,7 +31,9 @@ private:
     void presentRoles();
     void edit(InviteForm form);
     void proceed();
-    void send(Invite invitation);
+    /// The invitation that is to be sent, unless something is wrong, which is said then.
+    std::optional<Invite> checked();
+    void send(const Invite& invitation);
     void finish(const Result<InviteResponse>& reply);
 
     InviteSubmission m_submission{InviteForm::fresh()};

@@ -200,8 +200,8 @@ void PresetDialog::submit()
         m_added = 0;
         return takeNext();
     };
-    if (m_submission.submit(first))
-        send();
+    if (const auto* category = commandToSend(m_submission, first))
+        send(*category);
 }
 
 std::optional<CategoryCreate> PresetDialog::takeNext()
@@ -213,13 +213,10 @@ std::optional<CategoryCreate> PresetDialog::takeNext()
     return next;
 }
 
-void PresetDialog::send()
+void PresetDialog::send(const CategoryCreate& category)
 {
     presentFrame();
-    const auto& command = m_submission.command();
-    if (!command)
-        return;
-    QCoro::connect(store().createCategory(*command), this, [this](const Result<std::string>& made) { finish(made); });
+    QCoro::connect(store().createCategory(category), this, [this](const Result<std::string>& made) { finish(made); });
 }
 
 void PresetDialog::finish(const Result<std::string>& made)
@@ -230,8 +227,8 @@ void PresetDialog::finish(const Result<std::string>& made)
             ticks.erase(sent->presetID.value_or(""));
         m_submission = Submission<Ticks, CategoryCreate>{std::move(ticks)};
         ++m_added;
-        if (m_submission.submit([this] { return takeNext(); })) {
-            send();
+        if (const auto* next = m_submission.submit([this] { return takeNext(); })) {
+            send(*next);
         } else {
             Q_EMIT added(m_added);
             leave();
@@ -241,6 +238,5 @@ void PresetDialog::finish(const Result<std::string>& made)
     m_submission.fail(made.error());
     sayHere();
     takeSnapshot();
-    present();
-    firstField().setFocus(Qt::OtherFocusReason);
+    presentAnew();
 }

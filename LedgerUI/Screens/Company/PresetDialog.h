@@ -42,7 +42,7 @@ private:
     void tick(QListWidgetItem* item);
     void submit();
     std::optional<CategoryCreate> takeNext();
-    void send();
+    void send(const CategoryCreate& category);
     void finish(const Result<std::string>& made);
 
     std::string m_kind;

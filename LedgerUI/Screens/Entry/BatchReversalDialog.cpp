@@ -216,8 +216,7 @@ void BatchReversalDialog::rest()
     m_stage = m_batch.left() == 0 ? Stage::done : Stage::stopped;
     if (m_batch.partCount() > 1)
         m_part.reset(); // what is to be looked at now may stand in any of them
-    present();
-    firstField().setFocus(Qt::OtherFocusReason);
+    presentAnew();
     if (const auto done = m_batch.count(ItemStage::done); done > 0)
         Q_EMIT reversed(done);
 }

@@ -98,35 +98,31 @@ void ReversalDialog::present()
 
 void ReversalDialog::proceed()
 {
-    if (m_submission.isDone()) {
+    if (m_submission.isDone())
         offerCorrection();
-    } else if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
-        send(*m_submission.command());
-    } else if (m_submission.isEditing() && m_submission.command()) {
-        const auto refused = *m_submission.command();
-        m_submission.send(refused);
-        send(refused);
-    } else if (m_submission.isEditing()) {
-        const std::string reason{TextFold::trimmed(m_submission.form().reason)};
-        if (reason.empty()) {
-            m_submission.edit({.reason = {}, .isReasonMissing = true});
-            present();
-        }
-        if (reason.empty() || !m_reason->isWithinLimit()) {
-            m_reason->setFocus(Qt::OtherFocusReason);
-            return;
-        }
-        const Reversal request{.reason = reason, .idempotencyKey = {}, .date = store().today()};
-        m_submission.send(request);
-        send(request);
-    }
+    else if (const auto* request = commandToSend(m_submission, [this] { return checked(); }))
+        send(*request);
 }
 
-void ReversalDialog::send(Reversal request)
+std::optional<Reversal> ReversalDialog::checked()
+{
+    if (m_submission.command())
+        return m_submission.command(); // it was refused, and is remembered as it was
+    std::string reason{TextFold::trimmed(m_submission.form().reason)};
+    if (!reason.empty() && m_reason->isWithinLimit())
+        return Reversal{.reason = std::move(reason), .idempotencyKey = {}, .date = store().today()};
+    if (reason.empty()) {
+        m_submission.edit({.reason = {}, .isReasonMissing = true});
+        present();
+    }
+    m_reason->setFocus(Qt::OtherFocusReason);
+    return {};
+}
+
+void ReversalDialog::send(const Reversal& request)
 {
     present();
-    QCoro::connect(store().reverseTransaction(m_original.id, std::move(request.reason)), this,
+    QCoro::connect(store().reverseTransaction(m_original.id, request.reason), this,
                    [this](const Result<void>& reply) { finish(reply); });
 }
 
@@ -140,8 +136,7 @@ void ReversalDialog::finish(const Result<void>& reply)
         m_submission = EntryReversal::afterFailure(m_submission, reply.error(), store().keptReversal(m_original.id));
         sayHere();
     }
-    present();
-    firstField().setFocus(Qt::OtherFocusReason);
+    presentAnew();
     if (m_submission.isDone())
         Q_EMIT reversed(qString(m_original.id));
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "LedgerCore/Domain/Entries/TransactionDraft.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
@@ -30,7 +32,9 @@ private:
 
     void buildBody();
     void proceed();
-    void send(Reversal request);
+    /// The reversal that is to be sent, unless its reason is missing, which is said then.
+    std::optional<Reversal> checked();
+    void send(const Reversal& request);
     void finish(const Result<void>& reply);
     void offerCorrection();
     [[nodiscard]] bool mayCorrect() const;

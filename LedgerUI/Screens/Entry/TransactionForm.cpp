@@ -309,35 +309,27 @@ CommandForm::Note TransactionForm::noteOn(const EntryFormContent& shown) const
 
 void TransactionForm::submit()
 {
-    auto& submission = m_entry.submission();
-    if (isElsewhere())
-        return; // also where receipts have just arrived that it waited for
-    if (submission.isUncertain()) {
-        submission.sendAgain();
-        send();
-        return;
-    }
-    if (!submission.isEditing())
-        return;
+    if (const auto* input = commandToSend(m_entry.submission(), [this] { return checked(); }))
+        send(*input);
+}
+
+std::optional<TransactionInput> TransactionForm::checked()
+{
     m_body->settleAmounts();
     auto input = m_entry.checked(store().today(), locale(), store().newIdentifier());
     present();
     if (auto* wrong = m_day->isWrong() ? m_day->control() : m_body->firstWrong()) {
         wrong->setFocus(Qt::OtherFocusReason);
-    } else if (input && m_receipts->await()) {
-        present();
-    } else if (input) {
-        submission.send(std::move(*input));
-        send();
+        return {};
     }
+    if (!input || !m_receipts->await())
+        return input;
+    present();
+    return {};
 }
 
-void TransactionForm::send()
+void TransactionForm::send(const TransactionInput& input)
 {
-    const auto sent = m_entry.submission().command();
-    if (!sent)
-        return;
-    const auto& input = *sent;
     // What may be recorded by now must not be begun again as a draft: it is kept as what was sent.
     store().drafts().keepSending(m_entry.draft(), locale(), input);
     m_entry.rekey(input.idempotencyKey);
@@ -384,8 +376,7 @@ void TransactionForm::goOn()
     m_hasGoneOn = true;
     m_receipts->uploads().startOver();
     offer();
-    present();
-    firstField().setFocus(Qt::OtherFocusReason);
+    presentAnew();
 }
 
 void TransactionForm::adoptSnapshot()

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Entry/EntryComposition.h"
@@ -47,7 +49,9 @@ private:
     void bindDraft();
     void offer();
     void submit();
-    void send();
+    /// What is to be recorded, unless something is wrong or receipts are on their way, which is said then.
+    std::optional<TransactionInput> checked();
+    void send(const TransactionInput& input);
     QWidget* buildBegun(QWidget* parent);
     void presentBegun();
     void askToDiscardBegun();

@@ -111,27 +111,23 @@ void AddReceiptsDialog::adoptSnapshot()
 
 void AddReceiptsDialog::submit()
 {
-    if (m_linking.isUncertain()) {
-        m_linking.sendAgain();
-        send();
-        return;
-    }
-    if (!m_linking.isEditing())
-        return;
-    const auto ids = m_receipts->uploads().attachmentIDs();
-    const bool isAwaited = m_receipts->await();
-    m_hasNone = ids.empty() && m_receipts->uploads().all().empty();
-    if (isAwaited || ids.empty()) {
-        present();
-        return;
-    }
-    m_linking.send(ids);
-    send();
+    if (const auto* ids = commandToSend(m_linking, [this] { return checked(); }))
+        send(*ids);
 }
 
-void AddReceiptsDialog::send()
+std::optional<std::vector<std::string>> AddReceiptsDialog::checked()
 {
-    const auto ids = *m_linking.command();
+    auto ids = m_receipts->uploads().attachmentIDs();
+    const bool isAwaited = m_receipts->await();
+    m_hasNone = ids.empty() && m_receipts->uploads().all().empty();
+    if (!isAwaited && !ids.empty())
+        return ids;
+    present();
+    return {};
+}
+
+void AddReceiptsDialog::send(const std::vector<std::string>& ids)
+{
     present();
     QCoro::connect(store().attach(m_entryID, ids, false), this, [this](const Result<void>& reply) { finish(reply); });
 }

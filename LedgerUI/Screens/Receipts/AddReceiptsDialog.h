@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -36,7 +37,9 @@ private:
     [[nodiscard]] QWidget& firstField() const override;
 
     void submit();
-    void send();
+    /// The receipts that are to be linked, unless there are none yet, which is said then.
+    std::optional<std::vector<std::string>> checked();
+    void send(const std::vector<std::string>& ids);
     void finish(const Result<void>& reply);
     [[nodiscard]] QString outcome() const;
     [[nodiscard]] Note note() const;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <utility>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
@@ -82,7 +83,9 @@ private:
     void noteChanges();
     void reload();
     void submit();
-    void send();
+    /// The command that is to be sent, unless something stands against it, which is said then.
+    std::optional<Command> checked();
+    void send(const Command& command);
     void finish(const Result<void>& reply);
     [[nodiscard]] RecordOutcome outcome() const;
 

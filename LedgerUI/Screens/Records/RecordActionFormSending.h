@@ -50,28 +50,27 @@ void RecordActionForm<Section>::reload()
         takeSnapshot();
         if (reply)
             m_submission.edit(Section::reloaded(form(), *snapshot(), store().today(), locale()));
-        present();
-        firstField().setFocus(Qt::OtherFocusReason);
+        presentAnew();
     });
 }
 
 template <class Section>
 void RecordActionForm<Section>::submit()
 {
-    if (isElsewhere())
-        return; // nothing of one company is sent to another
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
-        send();
-        return;
-    }
-    if (!m_submission.isEditing() || !m_body->isWithinLimits())
-        return;
+    if (const auto* command = commandToSend(m_submission, [this] { return checked(); }))
+        send(*command);
+}
+
+template <class Section>
+auto RecordActionForm<Section>::checked() -> std::optional<Command>
+{
+    if (!m_body->isWithinLimits())
+        return {};
     takeSnapshot();
     noteChanges();
     if (form().needsReload) {
         present();
-        return;
+        return {};
     }
     auto made = Section::command(form(), *snapshot(), {store().today(), store().newIdentifier()}, locale());
     auto judged = form();
@@ -79,31 +78,23 @@ void RecordActionForm<Section>::submit()
     if (!made)
         judged.problems = std::move(made.error());
     m_submission.edit(std::move(judged));
-    if (made && m_receipts && m_receipts->holdsBack()) {
-        present();
-        return;
-    }
-    if (made) {
-        m_submission.send(std::move(*made));
-        send();
-        return;
-    }
+    if (made && !(m_receipts && m_receipts->holdsBack()))
+        return *std::move(made);
     present();
-    if (auto* const wrong = m_body->firstWrong(content()))
+    auto* const wrong = made ? nullptr : m_body->firstWrong(content());
+    if (wrong)
         wrong->setFocus(Qt::OtherFocusReason);
+    return {};
 }
 
 template <class Section>
-void RecordActionForm<Section>::send()
+void RecordActionForm<Section>::send(const Command& command)
 {
-    const auto command = m_submission.command();
-    if (!command)
-        return;
-    if (m_keptKey != command->idempotencyKey)
+    if (m_keptKey != command.idempotencyKey)
         store().forgetSectionCommand(m_keptKey); // this one takes its place
-    m_keptKey = command->idempotencyKey;
+    m_keptKey = command.idempotencyKey;
     present();
-    QCoro::connect((store().*Section::submit)(*command, false), this,
+    QCoro::connect((store().*Section::submit)(command, false), this,
                    [this](const Result<void>& reply) { finish(reply); });
 }
 
@@ -128,8 +119,7 @@ void RecordActionForm<Section>::finish(const Result<void>& reply)
         changed.needsReload = true;
         m_submission.adopt(std::move(changed));
     }
-    present();
-    (m_submission.isUncertain() ? static_cast<QWidget&>(confirmButton()) : firstField()).setFocus(Qt::OtherFocusReason);
+    presentAnew();
 }
 
 template <class Section>

@@ -286,13 +286,12 @@ QWidget& TemplateFormDialog::firstField() const
 
 void TemplateFormDialog::submit()
 {
-    if (m_submission.isUncertain()) {
-        m_submission.sendAgain();
-        send();
-        return;
-    }
-    if (!m_submission.isEditing())
-        return;
+    if (const auto* command = commandToSend(m_submission, [this] { return checked(); }))
+        send(*command);
+}
+
+std::optional<TemplateCommand> TemplateFormDialog::checked()
+{
     m_amount->settle();
     m_isChecked = true;
     m_refused.reset();
@@ -300,26 +299,22 @@ void TemplateFormDialog::submit()
     if (auto* wrong = m_fields.firstOf(form.messages(locale()))) {
         present();
         wrong->setFocus(Qt::OtherFocusReason);
-        return;
+        return {};
     }
     TemplateCommand command{.id = form.id, .body = form.creation(m_key, locale())};
     if (!form.id.empty())
         command.body = form.update(locale());
-    m_submission.send(std::move(command));
-    send();
+    return command;
 }
 
-void TemplateFormDialog::send()
+void TemplateFormDialog::send(const TemplateCommand& command)
 {
     present();
-    const auto command = m_submission.command();
-    if (!command)
-        return;
     const auto done = [this](const Result<EntryTemplateList>& reply) { finish(reply); };
-    if (const auto* created = std::get_if<TemplateCreate>(&command->body))
+    if (const auto* created = std::get_if<TemplateCreate>(&command.body))
         QCoro::connect(store().createTemplate(*created, false), this, done);
     else
-        QCoro::connect(store().updateTemplate(command->id, std::get<TemplateUpdate>(command->body), false), this, done);
+        QCoro::connect(store().updateTemplate(command.id, std::get<TemplateUpdate>(command.body), false), this, done);
 }
 
 void TemplateFormDialog::finish(const Result<EntryTemplateList>& reply)
@@ -335,6 +330,5 @@ void TemplateFormDialog::finish(const Result<EntryTemplateList>& reply)
     }
     m_submission.fail(reply.error());
     store().templates().reload();
-    present();
-    firstField().setFocus(Qt::OtherFocusReason);
+    presentAnew();
 }

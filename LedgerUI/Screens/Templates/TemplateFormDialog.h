@@ -49,7 +49,9 @@ private:
     [[nodiscard]] std::map<TemplateForm::Field, QString> messages() const;
     void edit(auto change);
     void submit();
-    void send();
+    /// The command that is to be sent, unless something is wrong, which is said then.
+    std::optional<TemplateCommand> checked();
+    void send(const TemplateCommand& command);
     void finish(const Result<EntryTemplateList>& reply);
 
     Submission<TemplateForm, TemplateCommand> m_submission;

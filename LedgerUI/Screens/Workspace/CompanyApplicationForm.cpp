@@ -74,8 +74,10 @@ void CompanyApplicationForm::buildLayout()
 
 void CompanyApplicationForm::proceed()
 {
-    if (!store().isBusy() && m_submission.submit([this] { return checked(); }))
-        send();
+    if (store().isBusy())
+        return;
+    if (const auto* name = commandToSend(m_submission, [this] { return checked(); }))
+        send(*name);
 }
 
 std::optional<std::string> CompanyApplicationForm::checked()
@@ -88,10 +90,10 @@ std::optional<std::string> CompanyApplicationForm::checked()
     return {};
 }
 
-void CompanyApplicationForm::send()
+void CompanyApplicationForm::send(const std::string& name)
 {
     present();
-    QCoro::connect(store().createAnotherCompany(*m_submission.command(), m_requestID), this,
+    QCoro::connect(store().createAnotherCompany(name, m_requestID), this,
                    [this](const Result<PendingCompanyRegistration>& applied) { finish(applied); });
 }
 
@@ -106,6 +108,5 @@ void CompanyApplicationForm::finish(const Result<PendingCompanyRegistration>& ap
     }
     m_submission.fail(applied.error());
     sayHere();
-    present();
-    firstField().setFocus(Qt::OtherFocusReason);
+    presentAnew();
 }

@@ -30,7 +30,7 @@ private:
     void proceed();
     /// The name to be sent, unless something is wrong with it, which is said then.
     std::optional<std::string> checked();
-    void send();
+    void send(const std::string& name);
     void finish(const Result<PendingCompanyRegistration>& applied);
 
     std::string m_requestID;
