@@ -17,7 +17,7 @@
 using Stage = ReceiptUpload::Stage;
 
 ReceiptUploads::ReceiptUploads(LedgerStore& store, std::size_t taken, QObject* parent)
-    : QObject{parent}, m_store{store}, m_taken{taken}
+    : QObject{parent}, m_store{store}, m_whose{store.signedIn()}, m_taken{taken}
 {
     // Queued: the operation that has just ended is over by then.
     connect(&m_store, &LedgerStore::isBusyChanged, this, &ReceiptUploads::proceed, Qt::QueuedConnection);
@@ -113,7 +113,7 @@ void ReceiptUploads::prepareNext()
 
 void ReceiptUploads::uploadNext()
 {
-    auto* upload = m_isUploading || m_store.isBusy() || !m_store.snapshot() ? nullptr : first(Stage::ready);
+    auto* upload = m_isUploading || m_store.isBusy() || !isAtHome() ? nullptr : first(Stage::ready);
     if (!upload)
         return;
     m_isUploading = true;
@@ -160,6 +160,12 @@ std::size_t ReceiptUploads::room() const
 {
     const auto taken = m_taken + m_uploads.size();
     return taken < EntryLimits::receipts ? EntryLimits::receipts - taken : 0;
+}
+
+/// A form may wait unseen for its member while others are signed in, or for its company while another one is open.
+bool ReceiptUploads::isAtHome() const
+{
+    return m_whose && m_store.signedIn() == m_whose;
 }
 
 bool ReceiptUploads::isBusy() const

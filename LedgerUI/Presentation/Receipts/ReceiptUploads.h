@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -9,6 +10,7 @@
 #include <QObject>
 
 #include "LedgerCore/Client/Errors/Failure.h"
+#include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Records/Attachment.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptSource.h"
 
@@ -41,8 +43,8 @@ struct ReceiptRow {
 };
 
 /// The receipts of one draft. Each is prepared on a worker and uploaded at once, one after the other, whenever the
-/// store is free; what fails stays in the list with its reason. An upload that is taken away, or whose draft ends,
-/// stays at the service as a loose receipt, which the service removes in time.
+/// store is free and its member signed in to its company; what fails stays in the list with its reason. An upload that
+/// is taken away, or whose draft ends, stays at the service as a loose receipt, which the service removes in time.
 class ReceiptUploads final : public QObject {
     Q_OBJECT
 public:
@@ -81,11 +83,13 @@ private:
     void proceed();
     void prepareNext();
     void uploadNext();
+    [[nodiscard]] bool isAtHome() const;
     void settle(int number, ReceiptUpload::Stage stage, ReceiptUpload::Reason reason = {});
     [[nodiscard]] ReceiptUpload* find(int number);
     [[nodiscard]] ReceiptUpload* first(ReceiptUpload::Stage stage);
 
     LedgerStore& m_store;
+    std::optional<MemberIdentity> m_whose; // who began the draft
     std::vector<ReceiptUpload> m_uploads;
     std::size_t m_taken;
     std::size_t m_leftOut = 0;

@@ -16,12 +16,20 @@ QImage square(int side)
     return image;
 }
 
+SnapshotBuilder books()
+{
+    return snapshot().account("bank", {"IDR"}).grantAll();
+}
+
+struct StoreSignedIn : StoreUnderTest {
+    StoreSignedIn() { signIn(books()); }
+};
+
 /// A draft's receipts, files to give it, and what the service was sent.
 class ReceiptDraft : public testing::Test {
 protected:
     ReceiptDraft()
     {
-        service.signIn(snapshot().account("bank", {"IDR"}).grantAll());
         for (int at = 1; at <= 12; ++at)
             service.server.answer("POST v1/attachments", uploaded("a" + std::to_string(at)));
     }
@@ -58,7 +66,7 @@ protected:
     }
     std::size_t sent() const { return service.server.requests("POST v1/attachments").size(); }
 
-    StoreUnderTest service;
+    StoreSignedIn service;
     QTemporaryDir folder;
     ReceiptUploads uploads{service.store, 0, nullptr};
 };
@@ -166,7 +174,30 @@ TEST_F(ReceiptDraft, WaitsForTheStoreToBeFree)
     uploads.add({picture("late.png")});
     waitUntil([&] { return uploads.all().front().stage == ReceiptUpload::Stage::ready; });
     EXPECT_EQ(sent(), 0U);
-    service.server.release(ServerReply::json(snapshot().account("bank", {"IDR"}).grantAll().json()));
+    service.server.release(ServerReply::json(books().json()));
+    rest();
+    EXPECT_EQ(uploads.attachmentIDs(), std::vector<std::string>{"a1"});
+}
+
+TEST_F(ReceiptDraft, UploadsNothingIntoAnotherCompany)
+{
+    const auto open = [&](const std::string& companyID) {
+        auto opened = books().build();
+        opened.company.id = companyID;
+        service.server.replace(
+            "POST v1/me/companies/switch",
+            ServerReply::json(R"({"token":"token-)" + companyID + R"(","snapshot":)" + Json::encode(opened) + "}"));
+        require(resultOf(service.store.switchCompany(companyID)).has_value(), "the company opens");
+    };
+    uploads.add({picture("own.png")});
+    open("c2"); // while the picture is being prepared
+    const auto isPrepared = [&] { return uploads.all().front().ready != nullptr; };
+    waitUntil(isPrepared);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(uploads.all().front().stage, ReceiptUpload::Stage::ready);
+    EXPECT_EQ(sent(), 0U);
+
+    open("c1");
     rest();
     EXPECT_EQ(uploads.attachmentIDs(), std::vector<std::string>{"a1"});
 }
