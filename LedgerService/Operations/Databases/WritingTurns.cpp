@@ -26,9 +26,10 @@ void WritingTurns::begin()
 
 void WritingTurns::end()
 {
-    require(m_turn.has_value(), "a turn that ends has begun");
     if (m_turn)
         m_turn->transaction.commit();
+    else
+        require(false, "a turn that ends has begun");
     m_turn.reset();
 }
 

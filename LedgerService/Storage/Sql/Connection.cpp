@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <filesystem>
+#include <memory>
 #include <utility>
 
 #include <fmt/core.h>
@@ -168,17 +169,13 @@ void Connection::State::beginUntil(std::chrono::steady_clock::time_point until, 
         postgresql->beginUntil(until, std::string{sql});
         return;
     }
-    const auto left = Patience::until(until);
-    auto* const file = fileOf(session);
-    sqlite_api::sqlite3_busy_timeout(file, static_cast<int>(left.count()));
-    const auto restore = [file] { sqlite_api::sqlite3_busy_timeout(file, static_cast<int>(Patience::whole.count())); };
-    try {
-        control(sql);
-    } catch (...) {
-        restore();
-        throw;
-    }
-    restore();
+    constexpr auto restore = [](sqlite_api::sqlite3* file) {
+        sqlite_api::sqlite3_busy_timeout(file, static_cast<int>(Patience::whole.count()));
+    };
+    // Only the beginning waits less; what follows in the transaction has the patience of any other.
+    const std::unique_ptr<sqlite_api::sqlite3, decltype(restore)> hurried{fileOf(session), restore};
+    sqlite_api::sqlite3_busy_timeout(hurried.get(), static_cast<int>(Patience::until(until).count()));
+    control(sql);
 }
 
 void Connection::State::commit()
