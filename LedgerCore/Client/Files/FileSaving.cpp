@@ -22,17 +22,20 @@ std::optional<SavingProblem> FileSaving::write(const std::filesystem::path& path
                                                Readers readers)
 {
     QSaveFile file{QString::fromStdString(path.string())};
-    if (!file.open(QIODevice::WriteOnly))
+    // Without a buffer: of one that a filling disk takes only half of, a commit would tell that it went well.
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return problemOf(file, path);
     if (readers == Readers::owner)
         file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-    const auto size = static_cast<qint64>(content.size());
-    if (file.write(content.data(), size) != size) {
-        const auto problem = problemOf(file, path);
-        file.cancelWriting();
-        return problem;
+    while (!content.empty()) {
+        const auto written = file.write(content.data(), static_cast<qint64>(content.size()));
+        if (written <= 0) { // what fits is written first, and only the rest meets the full disk
+            const auto problem = problemOf(file, path);
+            file.cancelWriting();
+            return problem;
+        }
+        content.remove_prefix(static_cast<std::size_t>(written));
     }
-    // What is found out only when the buffered rest is written tells no more than that it failed.
     if (!file.commit())
         return problemOf(file, path);
     return std::nullopt;
