@@ -1,6 +1,8 @@
 #include "LedgerUI/Presentation/Reports/FundMovementGrids.h"
 
 #include <algorithm>
+#include <numeric>
+#include <ranges>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
@@ -38,12 +40,13 @@ public:
         FundMovementGrids grids{.sums = sums(), .list = {}, .count = m_funds.legs.size()};
         workOutBalances();
         sortLatestFirst();
-        // The first of another order can be any of them.
-        const bool isSorted = m_query.sorts.contains(FundMovementGrids::tableID);
-        grids.list = list(isSorted ? m_funds.legs.size() : std::min(most, m_funds.legs.size()));
-        ReportSorting::apply(grids.list, m_query.sorts, m_locale);
-        auto& rows = grids.list.rows;
-        rows.erase(rows.begin() + static_cast<std::ptrdiff_t>(std::min(most, rows.size())), rows.end());
+        grids.list = emptyList();
+        const auto order = askedOrder(grids.list);
+        const auto count = std::min(most, order.size());
+        grids.list.isCut = count < order.size();
+        grids.list.rows.reserve(count);
+        for (const auto at : order | std::views::take(count))
+            grids.list.rows.push_back(row(m_funds.legs[at], at));
         return grids;
     }
 
@@ -134,7 +137,7 @@ private:
         });
     }
 
-    [[nodiscard]] ReportGrid list(std::size_t count) const
+    [[nodiscard]] ReportGrid emptyList() const
     {
         ReportGrid grid{.id = std::string{FundMovementGrids::tableID},
                         .name = word("table.funds"),
@@ -149,9 +152,46 @@ private:
                         .rows = {}};
         if (!m_balances.empty())
             grid.columns.push_back({.id = "fund.balance", .head = word("fund.balance")});
-        for (std::size_t at = 0; at < count; ++at)
-            grid.rows.push_back(row(m_funds.legs[at], at));
         return grid;
+    }
+
+    /// The places of all movements in the order that is asked for the list, which is told how it is sorted. Only what
+    /// decides the order is looked at, as few of very many are shown.
+    [[nodiscard]] std::vector<std::size_t> askedOrder(ReportGrid& list) const
+    {
+        std::vector<std::size_t> order(m_funds.legs.size());
+        std::iota(order.begin(), order.end(), std::size_t{0});
+        const auto asked = m_query.sorts.find(list.id);
+        const auto column = asked == m_query.sorts.end()
+                                ? list.columns.end()
+                                : std::ranges::find(list.columns, asked->second.column, &ReportGridColumn::id);
+        if (column == list.columns.end())
+            return order;
+        ReportGrid keys{.id = list.id, .name = {}, .columns = {*column}, .rows = {}};
+        for (const auto at : order)
+            keys.rows.push_back({.id = std::to_string(at), .cells = {sortedBy(m_funds.legs[at], column->id)}});
+        ReportSorting::apply(keys, m_query.sorts, m_locale);
+        std::ranges::transform(keys.rows, order.begin(), [](const ReportGridRow& row) { return std::stoul(row.id); });
+        list.sort = std::move(keys.sort);
+        list.sorted = std::move(keys.sorted);
+        return order;
+    }
+
+    /// What a movement has in this column, as far as its order goes.
+    [[nodiscard]] ReportGridCell sortedBy(const FundMovementLeg& leg, std::string_view column) const
+    {
+        if (column == "day")
+            return {.text = qString(entry(leg).date)};
+        if (column == "fund.movement")
+            return {.text = title(leg)};
+        if (column == "account")
+            return {.text = qString(m_snapshot.accounts[leg.account].name)};
+        ReportGridCell figure;
+        if (const auto balance = m_balances.find(leg.entry); column == "fund.balance" && balance != m_balances.end())
+            figure.value = balance->second;
+        else if (column == (leg.amountMinor < 0 ? "fund.out" : "fund.in"))
+            figure.value = leg.amountMinor;
+        return figure;
     }
 
     [[nodiscard]] ReportGridRow row(const FundMovementLeg& leg, std::size_t at) const

@@ -86,6 +86,7 @@ struct ReportGrid {
     QString partOf = {}; // where rows are parts of others: the head of the column that says so in copies and files
     std::optional<ReportSort> sort = {}; // unset in the order of the books
     QString sorted = {};                 // the same in words
+    bool isCut = false;                  // files and paper have more rows
 
     bool operator==(const ReportGrid&) const = default;
 };

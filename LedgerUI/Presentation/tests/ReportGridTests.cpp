@@ -330,6 +330,16 @@ ReportSheet sortedSheet(ReportPart part, ReportSorts sorts, std::string locale =
         std::move(locale));
 }
 
+/// Money that goes to and fro between two accounts.
+SnapshotBuilder movedOften()
+{
+    auto often = books();
+    for (const int at : {1, 2, 3})
+        often.transfer("there" + std::to_string(at), "2026-11-1" + std::to_string(at), "bank", "cash", "USD", 500 * at)
+            .transfer("back" + std::to_string(at), "2026-11-1" + std::to_string(at), "cash", "bank", "USD", 900 / at);
+    return often;
+}
+
 Texts namesOf(const ReportGrid& grid)
 {
     Texts names;
@@ -403,6 +413,24 @@ TEST(ReportSorting, SortsAllMovementsOfFundsBeforeItShowsTheFirst)
     const auto list = FundMovementGrids::of(held, query, english, 1).list;
     ASSERT_EQ(list.rows.size(), 1U);
     EXPECT_EQ(list.rows.front().cells[4].text.toStdString(), "−70.00");
+    EXPECT_TRUE(list.isCut);
+    query.accountIDs = {{"bank"}}; // so that there are balances
+    for (const auto* column : {"day", "fund.movement", "account", "fund.in", "fund.out", "fund.balance"}) {
+        for (const auto direction : {up, down}) {
+            query.sorts = {{"fundMovements", {column, direction}}};
+            auto whole = FundMovementGrids::of(heldOf(movedOften()), query, english, FundMovementGrids::all).list;
+            ASSERT_EQ(whole.rows.size(), 7U);
+            EXPECT_FALSE(whole.isCut);
+            EXPECT_EQ(whole.sort, (ReportSort{column, direction}));
+            auto first = FundMovementGrids::of(heldOf(movedOften()), query, english, 4).list;
+            whole.rows.resize(4);
+            EXPECT_EQ(first.rows, whole.rows) << column;
+            auto again = whole;
+            ReportSorting::apply(again, query.sorts, english);
+            EXPECT_EQ(again.rows, whole.rows) << column << " by what its rows say";
+        }
+    }
+    query.sorts = {{"fundMovements", {"fund.out", down}}};
     EXPECT_EQ(ReportSorting::pressed(FundMovementGrids::of(held, {.period = month(today), .currency = "USD"}, english,
                                                            FundMovementGrids::all)
                                          .list,
