@@ -9,6 +9,7 @@ void ReportTab::follow(const ReportTable& table)
 {
     connect(&table, &ReportTable::backingWanted, this, &ReportTab::backingWanted);
     connect(&table, &ReportTable::copied, this, &ReportTab::copied);
+    connect(&table, &ReportTable::wholeCopyWanted, this, &ReportTab::wholeCopyWanted);
     connect(&table, &ReportTable::saveWanted, this, &ReportTab::saveWanted);
     connect(&table, &ReportTable::sortWanted, this, [this, &table](const std::optional<ReportSort>& sort) {
         Q_EMIT queryWanted(ReportSorting::asked(m_query, table.grid().grid(), sort));

@@ -28,6 +28,7 @@ Q_SIGNALS:
     void attentionWanted(const AttentionItem& item);
     void tabWanted(const QString& id);
     void copied();
+    void wholeCopyWanted(const QString& tableID);
     void saveWanted(const QString& tableName);
 
 protected:

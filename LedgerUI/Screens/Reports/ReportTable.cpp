@@ -282,7 +282,12 @@ void ReportTable::openMenu(QPoint place)
         add("menu.copyFigure", [this] { copyCurrent(); });
         add("menu.copyRow", [this] { copyTable({currentIndex().row()}); });
     }
-    add("menu.copyTable", [this] { copyTable({}); });
+    add("menu.copyTable", [this] {
+        if (m_model->grid().isCut)
+            Q_EMIT wholeCopyWanted(qString(m_model->grid().id));
+        else
+            copyTable({});
+    });
     if (m_offersSaving)
         add("menu.saveTable", [this] { Q_EMIT saveWanted(m_model->grid().name); });
     menu->popup(place);

@@ -29,6 +29,8 @@ Q_SIGNALS:
     /// Another row was chosen.
     void rowChosen(const QString& id);
     void copied();
+    /// The table of this identity is to be copied, with rows that it does not show.
+    void wholeCopyWanted(const QString& id);
     /// The table of this name is to be saved as a file.
     void saveWanted(const QString& name);
     /// It is to stand in this order; unset for that of the books.

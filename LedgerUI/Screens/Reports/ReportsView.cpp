@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include <QClipboard>
+#include <QCoro/QCoroTask>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QStackedWidget>
 #include <QTabBar>
@@ -98,6 +101,7 @@ void ReportsView::addTab(ReportPart part, ReportTab* tab)
     connect(tab, &ReportTab::attentionWanted, this, [this](const AttentionItem& item) { lend(item); });
     connect(tab, &ReportTab::tabWanted, m_tabs, &PageTabs::choose);
     connect(tab, &ReportTab::copied, this, [this] { sayCopied(); });
+    connect(tab, &ReportTab::wholeCopyWanted, this, &ReportsView::copyWhole);
     connect(tab, &ReportTab::saveWanted, this, &ReportsView::exportReport);
 }
 
@@ -201,6 +205,15 @@ void ReportsView::exportReport(const QString& tableName)
         Q_EMIT done(word(reportWords(), "export.done", {fileName.toStdString()}));
     });
     dialog->open();
+}
+
+void ReportsView::copyWhole(const QString& tableID)
+{
+    QCoro::connect(ReportExport::spreadsheetText(browser().sheet(), part(), tableID.toStdString()), this,
+                   [this](const QString& text) {
+                       QGuiApplication::clipboard()->setText(text);
+                       sayCopied();
+                   });
 }
 
 void ReportsView::presentFailure(ReportError failure)

@@ -31,6 +31,7 @@ private:
     [[nodiscard]] ReportPart part() const;
     void print();
     void exportReport(const QString& tableName);
+    void copyWhole(const QString& tableID);
     void narrowTo(const std::set<std::string, std::less<>>& accountIDs);
 
     ChoiceField* m_accounts = nullptr;

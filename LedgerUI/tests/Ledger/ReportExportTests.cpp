@@ -5,6 +5,8 @@
 #include <sstream>
 
 #include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -148,6 +150,27 @@ TEST(FundsTab, OpensExactlyTheEntriesThatASumIsMadeOf)
     opened("reversals", 3);
     opened("transfer", 3);
     opened("total", 3);
+}
+
+/// What is copied is the table, not the part of it that the page has room for.
+TEST(FundsTab, CopiesAllMovementsHoweverManyItShows)
+{
+    auto books = reportSample();
+    for (int at = 0; at < 400; ++at)
+        books.transfer("many" + std::to_string(at), "2026-11-06", "Operating bank", "Kas kecil – Rizky", "IDR", 100);
+    ReportsUnderTest under{books};
+    under.screen.turnTo("movementsTab");
+    auto& list = under.screen.find<ReportTable>("fundTable");
+    under.screen.waitUntil("the movements are there", [&] { return list.grid().rowCount() == 300; });
+    list.setFocus();
+    list.setCurrentIndex(list.model()->index(0, 1));
+    QGuiApplication::clipboard()->clear();
+    under.screen.keys("Shift+F10");
+    under.screen.waitFor("figureMenu");
+    under.window.findChild<QAction*>(QStringLiteral("menu.copyTable"))->trigger();
+    under.screen.waitForText("Copied");
+    // Both ends of each, those of November's own transfer among them, and the heads.
+    EXPECT_EQ(QGuiApplication::clipboard()->text().count(QLatin1Char('\n')), 2 * 401 + 1);
 }
 
 TEST(FundsTab, HasARunningBalanceForOneAccountWhoseEntriesExplainIt)

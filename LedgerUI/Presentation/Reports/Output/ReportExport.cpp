@@ -35,15 +35,14 @@ std::optional<ReportExportAuthorization::AccountIDs> accountsOf(const ReportShee
     return ids;
 }
 
-/// All movements of funds are in the file, however many of them the page shows.
-std::string contentOf(const ReportSheet& sheet, ReportPart part, std::string_view tableID)
+/// All movements of funds leave the page, however many of them it shows.
+ReportGrid wholeTable(const ReportSheet& sheet, ReportPart part, std::string_view tableID)
 {
     if (tableID == FundMovementGrids::tableID)
-        return ReportGrids::csvText(
-            FundMovementGrids::of(*sheet.books, sheet.query, sheet.locale, FundMovementGrids::all).list);
+        return FundMovementGrids::of(*sheet.books, sheet.query, sheet.locale, FundMovementGrids::all).list;
     for (const auto* table : ReportParts::tables(sheet, part)) {
         if (table->id == tableID)
-            return ReportGrids::csvText(*table);
+            return *table;
     }
     return {};
 }
@@ -195,6 +194,16 @@ std::vector<PrintedFact> ReportExport::scope(const ReportSheet& sheet, ReportPar
     return facts;
 }
 
+QCoro::Task<QString> ReportExport::spreadsheetText(ReportSheetPointer sheet, ReportPart part, std::string tableID)
+{
+    const auto text = std::make_shared<QString>();
+    auto making = runForSize(onWorker, [text, sheet = std::move(sheet), part, tableID = std::move(tableID)] {
+        *text = ReportGrids::spreadsheetText(wholeTable(*sheet, part, tableID));
+    });
+    co_await making;
+    co_return *text;
+}
+
 QCoro::Task<ReportExport::Outcome> ReportExport::save(LedgerStore* store, ReportSheetPointer sheet, ReportPart part,
                                                       std::string tableID, std::filesystem::path path)
 {
@@ -202,8 +211,9 @@ QCoro::Task<ReportExport::Outcome> ReportExport::save(LedgerStore* store, Report
     const auto allowed = co_await asking;
     if (!allowed)
         co_return allowed.error();
-    auto writing = SavedFile::write(
-        std::move(path), [sheet, part, tableID = std::move(tableID)] { return contentOf(*sheet, part, tableID); });
+    auto writing = SavedFile::write(std::move(path), [sheet, part, tableID = std::move(tableID)] {
+        return ReportGrids::csvText(wholeTable(*sheet, part, tableID));
+    });
     const auto problem = co_await writing;
     if (problem)
         co_return *problem;

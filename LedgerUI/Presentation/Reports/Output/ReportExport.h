@@ -49,6 +49,9 @@ std::vector<Choice> choices(const ReportSheet& sheet, ReportPart part, const Pri
 /// What the report is about, said beside its file: period, accounts and currency.
 std::vector<PrintedFact> scope(const ReportSheet& sheet, ReportPart part);
 
+/// A table with all its rows for a spreadsheet, however many of them the page shows. Made on a worker.
+QCoro::Task<QString> spreadsheetText(ReportSheetPointer sheet, ReportPart part, std::string tableID);
+
 struct Saved {};
 using Outcome = std::variant<Saved, Failure, SavingProblem>;
 /// Writes a table as a CSV file if the books still say the same. Nothing is written otherwise.
