@@ -34,15 +34,26 @@ ChartView::ChartView(QWidget* parent) : QWidget{parent}
 
 void ChartView::present(ChartData data, ChartColors colors)
 {
+    followCurrent(data.places);
     m_data = std::move(data);
     m_colors = colors;
     m_pointed.reset();
-    if (m_current && *m_current >= m_data.places.size())
-        m_current.reset();
     arrange();
     if (hasFocus())
         enter();
     tellCurrent();
+}
+
+/// The keys stay on the month that they were on, wherever it stands now; where it is gone, at their place.
+void ChartView::followCurrent(const std::vector<ChartSlot>& places)
+{
+    if (!m_current)
+        return;
+    const auto found = std::ranges::find(places, m_data.places[*m_current].name, &ChartSlot::name);
+    if (found != places.end())
+        m_current = static_cast<std::size_t>(found - places.begin());
+    else if (*m_current >= places.size())
+        m_current.reset();
 }
 
 QSize ChartView::sizeHint() const

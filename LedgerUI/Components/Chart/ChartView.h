@@ -36,6 +36,7 @@ protected:
 
 private:
     void arrange();
+    void followCurrent(const std::vector<ChartSlot>& places);
     void moveTo(std::size_t slot);
     void enter();
     void tellCurrent();

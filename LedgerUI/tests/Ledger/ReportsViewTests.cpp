@@ -285,6 +285,9 @@ TEST_F(Reports, LetTheChosenCurrencyDriveChartAndList)
     screen.find("chart").setFocus();
     screen.keys("Left Return");
     EXPECT_TRUE(screen.says("October 2026"));
+    EXPECT_TRUE(screen.spoken("chart").contains(": October 2026")) << screen.spoken("chart");
+    screen.keys("Left");
+    EXPECT_TRUE(screen.spoken("chart").contains(": September 2026")) << "from where the keys were, not where October is now";
     EXPECT_EQ(screen.find<ReportTable>("currencyTable").selectedIDs(), std::vector<std::string>{"USD"});
 }
 
