@@ -61,6 +61,16 @@ ReportGridCell ReportGrids::moneyCell(const MoneyText& money, ReportGridCell::To
             .value = money.isKnown() ? std::optional{money.minor} : std::nullopt};
 }
 
+std::optional<ReportBacking> ReportGrids::balanceBacking(ReportFigure figure, std::chrono::sys_days first,
+                                                         std::chrono::sys_days last)
+{
+    const bool isEndless = last >= std::chrono::sys_days{Period::allTime().lastDay()};
+    const auto days = isEndless ? Period::allTime() : Period::between(first, last);
+    if (!days)
+        return std::nullopt;
+    return ReportBacking{.period = *days, .figure = std::move(figure)};
+}
+
 QString ReportGrids::spreadsheetText(const ReportGrid& grid, const std::vector<int>& rows)
 {
     QStringList lines{headsOf(grid).join(QLatin1Char('\t'))};

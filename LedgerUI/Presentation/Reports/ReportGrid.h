@@ -96,6 +96,11 @@ namespace ReportGrids {
 /// An amount as a cell; zero is quiet, what came in has the colour of income.
 ReportGridCell moneyCell(const MoneyText& money, ReportGridCell::Tone tone, std::optional<ReportBacking> backing);
 
+/// The entries behind a balance at the end of `last`: those from the first of the books on; none before it. Where time
+/// has no end, all of them.
+std::optional<ReportBacking> balanceBacking(ReportFigure figure, std::chrono::sys_days first,
+                                            std::chrono::sys_days last);
+
 /// Heads and these rows as tab-separated text, each on one line; all rows when none are named. Drawings have no
 /// column, what stands beside a text has one of its own.
 QString spreadsheetText(const ReportGrid& grid, const std::vector<int>& rows = {});

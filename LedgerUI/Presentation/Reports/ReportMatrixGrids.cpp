@@ -113,10 +113,8 @@ private:
     [[nodiscard]] ReportGridCell balance(std::int64_t minor, const std::string& accountID, year_month_day last,
                                          Tone tone) const
     {
-        std::optional<ReportBacking> backing;
-        if (const auto days = Period::between(m_books.firstDay, last))
-            backing = ReportBacking{*days, figure(accountID, {})};
-        return ReportGrids::moneyCell(balanceText(minor, m_query.currency, m_locale), tone, std::move(backing));
+        return ReportGrids::moneyCell(balanceText(minor, m_query.currency, m_locale), tone,
+                                      ReportGrids::balanceBacking(figure(accountID, {}), m_books.firstDay, last));
     }
 
     /// The columns in which something moved, or all of them.

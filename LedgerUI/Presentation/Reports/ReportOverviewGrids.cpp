@@ -22,18 +22,14 @@ public:
     [[nodiscard]] std::vector<ReportGridCell> cells() const
     {
         const auto before = std::chrono::sys_days{m_frame.period.firstDay()} - std::chrono::days{1};
-        const std::chrono::sys_days last{m_frame.period.lastDay()};
-        const bool isOpenEnded = m_frame.period.isAllTime();
         return {{.text = QString::fromStdString(m_shown.currency), .beside = m_shown.name, .tone = Tone::strong},
-                balance(m_shown.opening, Tone::plain,
-                        isOpenEnded ? std::nullopt : ReportOverviewGrids::daysUntil(m_frame, before)),
+                balance(m_shown.opening, Tone::plain, before),
                 moved(m_shown.income, m_shown.income.sign == MoneyText::Sign::plus ? Tone::incoming : Tone::plain,
                       ReportFigure::incomeMovements()),
                 moved(m_shown.expense, Tone::plain, ReportFigure::expenseMovements()),
                 moved(m_shown.net, Tone::strong, ReportFigure::netMovements()),
                 moved(m_shown.other, Tone::quiet, ReportFigure::otherMovements()),
-                balance(m_shown.closing, Tone::strong,
-                        isOpenEnded ? m_frame.period : ReportOverviewGrids::daysUntil(m_frame, last)),
+                balance(m_shown.closing, Tone::strong, m_frame.period.lastDay()),
                 {.text = {}, .spoken = spokenLine(), .line = m_shown.monthEnds}};
     }
 
@@ -50,12 +46,9 @@ private:
                                       ReportBacking{.period = m_frame.period, .figure = figure(std::move(movements))});
     }
 
-    [[nodiscard]] ReportGridCell balance(const MoneyText& money, Tone tone, const std::optional<Period>& days) const
+    [[nodiscard]] ReportGridCell balance(const MoneyText& money, Tone tone, std::chrono::sys_days last) const
     {
-        std::optional<ReportBacking> backing;
-        if (days)
-            backing = ReportBacking{.period = *days, .figure = figure({})};
-        return ReportGrids::moneyCell(money, tone, std::move(backing));
+        return ReportGrids::moneyCell(money, tone, ReportGrids::balanceBacking(figure({}), m_frame.firstDay, last));
     }
 
     /// What the drawing of the month ends tells, in words.
@@ -125,11 +118,6 @@ ReportGrid largest(const Largest& asked, const Period& period, std::string_view 
     return grid;
 }
 
-}
-
-std::optional<Period> ReportOverviewGrids::daysUntil(const Frame& frame, std::chrono::sys_days last)
-{
-    return Period::between(frame.firstDay, last);
 }
 
 ReportGrid ReportOverviewGrids::currencies(const ReportOverview& overview, const Frame& frame, std::string_view locale)

@@ -23,7 +23,4 @@ ReportGrid months(const ReportOverview& overview, const Frame& frame, std::strin
 ReportGrid largestExpenses(const ReportOverview& overview, const Frame& frame, std::string_view locale);
 ReportGrid largestIncome(const ReportOverview& overview, const Frame& frame, std::string_view locale);
 
-/// The days that a balance at the end of `last` is the sum of; nothing before the first entry.
-std::optional<Period> daysUntil(const Frame& frame, std::chrono::sys_days last);
-
 }

@@ -79,10 +79,8 @@ private:
                                           ReportBacking{m_query.period, figure(std::move(movements))});
         };
         const auto balance = [&](std::int64_t minor, sys_days last, Tone tone) {
-            std::optional<ReportBacking> backing;
-            if (const auto days = Period::between(m_books.firstDay, last))
-                backing = ReportBacking{*days, figure({})};
-            return ReportGrids::moneyCell(balanceText(minor, code, m_locale), tone, std::move(backing));
+            return ReportGrids::moneyCell(balanceText(minor, code, m_locale), tone,
+                                          ReportGrids::balanceBacking(figure({}), m_books.firstDay, last));
         };
         auto others = ReportFigure::otherMovements();
         others.erase(Movement::transfer);

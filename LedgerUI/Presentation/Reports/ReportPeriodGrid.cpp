@@ -49,10 +49,8 @@ private:
 
     [[nodiscard]] ReportGridCell closing(std::int64_t minor, const Period& period) const
     {
-        std::optional<ReportBacking> all;
-        if (const auto days = Period::between(m_firstDay, period.lastDay()))
-            all = ReportBacking{.period = *days, .figure = {.scope = m_scope}};
-        return ReportGrids::moneyCell(balanceText(minor, m_scope.currency, m_locale), Tone::plain, std::move(all));
+        return ReportGrids::moneyCell(balanceText(minor, m_scope.currency, m_locale), Tone::plain,
+                                      ReportGrids::balanceBacking({.scope = m_scope}, m_firstDay, period.lastDay()));
     }
 
     const ReportScope& m_scope;

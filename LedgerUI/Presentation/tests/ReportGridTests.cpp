@@ -259,6 +259,31 @@ TEST(ReportMatrix, TellsWhatMovedEachAccountAndWhatWasThereAtTheEndOfMonths)
                                              "Total | −100.00 | −100.00 | −100.00 | −100.00 | 50.00 | 168.00 | "}));
 }
 
+/// Where time has no end a balance opens all entries, not those up to the last day that a calendar knows.
+TEST(ReportSheet, OpensTheBalancesOfAllTimeWithoutAnEnd)
+{
+    const auto held = std::make_shared<const ReportBooks>(books().share());
+    for (const auto part : {ReportPart::overview, ReportPart::matrix, ReportPart::summary}) {
+        const auto sheet = reportSheet(
+            held, {.report = part, .period = Period::allTime(), .currency = "USD", .today = today}, english);
+        const auto& grid = *ReportParts::tables(sheet, part).front();
+        std::size_t opened = 0;
+        for (const auto& row : grid.rows) {
+            const auto column = [&](const char* id) {
+                const auto found = std::ranges::find(grid.columns, id, &ReportGridColumn::id);
+                return row.cells[static_cast<std::size_t>(found - grid.columns.begin())];
+            };
+            if (row.level == ReportGridRow::Level::heading)
+                continue;
+            EXPECT_FALSE(column("opening").backing.has_value()) << grid.id << ": nothing was there before all time";
+            ASSERT_TRUE(column("closing").backing.has_value()) << grid.id;
+            EXPECT_EQ(column("closing").backing->period, Period::allTime()) << grid.id;
+            ++opened;
+        }
+        EXPECT_GE(opened, 2U) << grid.id;
+    }
+}
+
 TEST(ReportOwn, ShowsEachOwnAccountAndTheLatestEntries)
 {
     const auto held = heldOf(books());
