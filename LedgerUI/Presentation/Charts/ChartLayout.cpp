@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Charts/ChartLayout.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Money/Money.h"
@@ -80,7 +81,9 @@ private:
     void measure()
     {
         const auto extent = extentOf(m_data);
-        auto plot = m_room.rect.adjusted(0, m_room.lineHeight / 2, 0, -(m_room.lineHeight + labelGap));
+        // The label of the lowest line reaches half a line below the plot.
+        const auto below = m_room.lineHeight + std::max(labelGap, m_room.lineHeight / 2);
+        auto plot = m_room.rect.adjusted(0, m_room.lineHeight / 2, 0, -below);
         const auto mostTicks = static_cast<int>(plot.height() / tickDistance) + 1;
         m_scale = ChartScales::spanning(extent.lowest, extent.highest, m_data.currency, mostTicks);
         for (const auto& text : ChartScales::labels(m_scale, m_data.currency, m_locale))
@@ -105,14 +108,19 @@ private:
         return m_layout.plot.left() + (static_cast<double>(slot) + 0.5) * m_slotWidth;
     }
 
+    /// Where texts are large, only lines as far apart as these need are named, zero among them.
     void addTicks()
     {
         const auto ticks = m_scale.ticks();
+        const auto gap = yOf(0) - yOf(m_scale.step);
+        const auto every = gap > 0 ? static_cast<std::int64_t>(std::ceil(m_room.lineHeight / gap)) : 1;
         for (std::size_t at = 0; at < ticks.size(); ++at) {
             const auto y = yOf(ticks[at]);
             const QRectF label{m_room.rect.left(), y - m_room.lineHeight / 2,
                                m_layout.plot.left() - labelGap - m_room.rect.left(), m_room.lineHeight};
-            m_layout.ticks.push_back({.y = y, .isZero = ticks[at] == 0, .label = label, .text = m_tickTexts[at]});
+            const bool isNamed = ticks[at] == 0 || ticks[at] / m_scale.step % every == 0;
+            m_layout.ticks.push_back(
+                {.y = y, .isZero = ticks[at] == 0, .label = label, .text = isNamed ? m_tickTexts[at] : QString{}});
         }
     }
 

@@ -50,7 +50,7 @@ struct ChartLayout {
         double y = 0;
         bool isZero = false;
         QRectF label;
-        QString text;
+        QString text; // none where it would touch another
     };
     struct Bar {
         QRectF rect;

@@ -147,6 +147,36 @@ TEST(ChartLayout, KeepsLabelsApartAndNamesTheChosenSlot)
     }
 }
 
+/// Readers who need their texts three times as large have a chart of the same height.
+TEST(ChartLayout, KeepsLabelsApartHoweverLargeTheTextIs)
+{
+    for (const double lineHeight : {10.0, 14.0, 28.0, 42.0}) {
+        for (const double height : {180.0, 236.0, 400.0}) {
+            ChartLayouts::Room large{
+                .rect = {0, 0, 500, height}, .lineHeight = lineHeight, .widthOf = [=](const auto& text) {
+                    return lineHeight * static_cast<double>(text.size());
+                }};
+            auto data = incomeAndExpense();
+            data.places = months(6);
+            data.series = {{QStringLiteral("Net"), ChartMark::line, ChartRole::net, {0, 90'000, 0, -4'000, 0, 0}}};
+            const auto layout = ChartLayouts::layout(data, large, "en-US");
+            std::vector<QRectF> texts;
+            for (const auto& tick : layout.ticks) {
+                if (!tick.text.isEmpty())
+                    texts.push_back(tick.label);
+            }
+            for (const auto& label : layout.labels)
+                texts.push_back(label.rect);
+            ASSERT_GE(texts.size(), 3U) << lineHeight << ' ' << height;
+            for (std::size_t at = 0; at < texts.size(); ++at) {
+                EXPECT_TRUE(large.rect.contains(texts[at])) << lineHeight << ' ' << height << ' ' << at;
+                for (std::size_t before = 0; before < at; ++before)
+                    EXPECT_FALSE(texts[before].intersects(texts[at])) << lineHeight << ' ' << height << ' ' << at;
+            }
+        }
+    }
+}
+
 /// As narrow as the chart of the smallest window, with figures as long as they come in rupiah.
 TEST(ChartLegend, WritesEveryFigureInsideItsRoomInEachLanguage)
 {

@@ -287,7 +287,8 @@ TEST_F(Reports, LetTheChosenCurrencyDriveChartAndList)
     EXPECT_TRUE(screen.says("October 2026"));
     EXPECT_TRUE(screen.spoken("chart").contains(": October 2026")) << screen.spoken("chart");
     screen.keys("Left");
-    EXPECT_TRUE(screen.spoken("chart").contains(": September 2026")) << "from where the keys were, not where October is now";
+    EXPECT_TRUE(screen.spoken("chart").contains(": September 2026"))
+        << "from where the keys were, not where October is now";
     EXPECT_EQ(screen.find<ReportTable>("currencyTable").selectedIDs(), std::vector<std::string>{"USD"});
 }
 
