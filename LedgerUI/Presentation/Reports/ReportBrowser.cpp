@@ -18,12 +18,15 @@ ReportBrowser::ReportBrowser(ReportPart report, QObject* parent)
 {
 }
 
-void ReportBrowser::open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today)
+bool ReportBrowser::open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today)
 {
+    if (snapshot == m_snapshot && locale == m_locale && today == m_query.today)
+        return false;
     m_snapshot = std::move(snapshot);
     m_locale = std::move(locale);
     m_query.today = today;
     ask();
+    return true;
 }
 
 void ReportBrowser::ask(ReportQuery query)

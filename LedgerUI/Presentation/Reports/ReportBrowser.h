@@ -15,8 +15,9 @@ public:
     /// Begins with this report.
     explicit ReportBrowser(ReportPart report, QObject* parent = nullptr);
 
-    /// Goes on with another snapshot or language. The first one decides the period to begin with. Null forgets all.
-    void open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today);
+    /// Goes on with another snapshot, language or day. The first one decides the period to begin with. Null forgets
+    /// all. False when nothing is new, so that what was asked for already is neither asked nor told again.
+    bool open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today);
     void ask(ReportQuery query);
 
     /// What is asked for; what is shown may still answer the question before.

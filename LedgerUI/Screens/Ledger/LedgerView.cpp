@@ -43,6 +43,7 @@ LedgerView::LedgerView(LedgerStore& store, QWidget* parent) : PageView{parent}, 
 {
     setObjectName(QStringLiteral("ledgerView"));
     m_browser = new LedgerBrowser(this);
+    openBook(); // a worker lays it out while the page is made
     m_commands = new LedgerCommands(store, *m_browser, *this);
     presentCommands();
     buildHeader();
@@ -223,10 +224,16 @@ void LedgerView::changeEvent(QEvent* event)
 
 void LedgerView::adoptSnapshot()
 {
-    const auto today = LedgerDay::parse(m_store.today());
     presentTemplates();
-    m_browser->open(m_store.snapshot(), InterfaceLanguage::tag(),
-                    today.value_or(std::chrono::year{1970} / std::chrono::January / 1));
+    if (!openBook())
+        present();
+}
+
+bool LedgerView::openBook()
+{
+    const auto today = LedgerDay::parse(m_store.today());
+    return m_browser->open(m_store.snapshot(), InterfaceLanguage::tag(),
+                           today.value_or(std::chrono::year{1970} / std::chrono::January / 1));
 }
 
 void LedgerView::present()

@@ -40,6 +40,7 @@ private:
     void bindDetail();
     void bindDialogs();
     void adoptSnapshot();
+    bool openBook();
     void present();
     void presentSelection();
     void presentDetail();

@@ -53,6 +53,7 @@ ReportPage::ReportPage(LedgerStore& store, ReportPart report, const QString& nam
 {
     setObjectName(name + QStringLiteral("View"));
     m_browser = new ReportBrowser(report, this);
+    openBooks(); // a worker lays them out while the page is made
     m_actions = new ActionSet(this);
     presentActions();
     m_header = new PageHeader(this);
@@ -137,13 +138,18 @@ std::vector<AttentionItem> ReportPage::besideBooks() const
 
 void ReportPage::adoptSnapshot()
 {
-    const auto today = LedgerDay::parse(m_store.today());
     presentActions();
     m_newEntry->setMenuName(word(ledgerWords(), "newEntry.kinds"));
-    m_browser->open(m_store.snapshot(), InterfaceLanguage::tag(),
-                    today.value_or(std::chrono::year{1970} / std::chrono::January / 1));
-    if (!m_browser->sheet())
-        present(nullptr);
+    const bool isAsked = openBooks();
+    if (!isAsked || !m_browser->sheet())
+        presentSheet();
+}
+
+bool ReportPage::openBooks()
+{
+    const auto today = LedgerDay::parse(m_store.today());
+    return m_browser->open(m_store.snapshot(), InterfaceLanguage::tag(),
+                           today.value_or(std::chrono::year{1970} / std::chrono::January / 1));
 }
 
 void ReportPage::presentSheet()

@@ -50,6 +50,7 @@ protected:
     void showEvent(QShowEvent* event) override;
 
 private:
+    bool openBooks();
     void loadInvitations();
     void buildNewEntry(const QString& name);
     void presentSheet();

@@ -21,12 +21,15 @@ LedgerBrowser::LedgerBrowser(QObject* parent)
 {
 }
 
-void LedgerBrowser::open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today)
+bool LedgerBrowser::open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today)
 {
+    if (snapshot == m_snapshot && locale == m_locale && today == m_query.today)
+        return false;
     m_snapshot = std::move(snapshot);
     m_locale = std::move(locale);
     m_query.today = today;
     ask();
+    return true;
 }
 
 void LedgerBrowser::setFilter(LedgerFilter filter)

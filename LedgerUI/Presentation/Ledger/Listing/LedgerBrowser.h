@@ -18,8 +18,9 @@ class LedgerBrowser final : public QObject {
 public:
     explicit LedgerBrowser(QObject* parent = nullptr);
 
-    /// Goes on with another snapshot or language. The first book decides the period to begin with. Null forgets all.
-    void open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today);
+    /// Goes on with another snapshot, language or day. The first book decides the period to begin with. Null forgets
+    /// all. False when nothing is new, so that what was asked for already is neither asked nor told again.
+    bool open(SnapshotPointer snapshot, std::string locale, std::chrono::year_month_day today);
     void setFilter(LedgerFilter filter);
     void setSort(LedgerSort sort);
     /// By day brings the entries into the order of their days, where they stand in another one.
