@@ -125,6 +125,7 @@ struct VisibleBooks::Gathered {
     std::optional<Refunds> refunds;
     std::optional<std::set<PlaceView>> opened;
     std::map<Place, OpeningBalanceEligibility> openings;
+    std::optional<std::vector<OpeningBalanceEligibility>> allOpenings;
     std::map<Place, bool> moved;
 
     const Refunds& allRefunds() { return refunds ? *refunds : refunds.emplace(refundsIn(snapshot.transactions)); }
@@ -214,6 +215,12 @@ const OpeningBalanceEligibility& VisibleBooks::opening(std::string_view accountI
         return found->second;
     return known.emplace(place, OpeningBalancePolicy::evaluate(m_gathered->snapshot, accountID, currency))
         .first->second;
+}
+
+const std::vector<OpeningBalanceEligibility>& VisibleBooks::openings() const
+{
+    auto& all = m_gathered->allOpenings;
+    return all ? *all : all.emplace(OpeningBalancePolicy::evaluateAll(m_gathered->snapshot));
 }
 
 bool VisibleBooks::isBalanceKnown(const Account& account, std::string_view currency) const

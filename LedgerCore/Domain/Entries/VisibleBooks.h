@@ -4,6 +4,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
@@ -43,6 +44,9 @@ public:
     [[nodiscard]] bool hasOpening(std::string_view accountID, std::string_view currency) const;
 
     [[nodiscard]] const OpeningBalanceEligibility& opening(std::string_view accountID, std::string_view currency) const;
+
+    /// The same of each account and each of its currencies, in snapshot order.
+    [[nodiscard]] const std::vector<OpeningBalanceEligibility>& openings() const;
 
     /// False for an account that names no balance in the currency although visible entries move it there.
     [[nodiscard]] bool isBalanceKnown(const Account& account, std::string_view currency) const;

@@ -28,18 +28,17 @@ constexpr char rowMark = '#'; // between an entry and the number of its movement
 class Funds {
 public:
     Funds(const ReportBooks& books, const ReportQuery& query, std::string_view locale)
-        : m_snapshot(*books.snapshot), m_books(m_snapshot), m_book(*books.book), m_query(query), m_locale(locale),
+        : m_snapshot(*books.snapshot), m_books(books.lookUp()), m_book(*books.book), m_query(query), m_locale(locale),
           m_funds(m_book.fundMovements(scope(), ReportRanges::of(query.period)))
     {
-        for (const auto& entry : m_snapshot.transactions)
-            m_entries.emplace(entry.id, &entry);
     }
 
     FundMovementGrids made(std::size_t most)
     {
         FundMovementGrids grids{.sums = sums(), .list = {}, .count = m_funds.legs.size()};
         workOutBalances();
-        sortLatestFirst();
+        // The first of another order can be any of them.
+        putLatestFirst(m_query.sorts.contains(FundMovementGrids::tableID) ? m_funds.legs.size() : most);
         grids.list = emptyList();
         const auto order = askedOrder(grids.list);
         const auto count = std::min(most, order.size());
@@ -59,8 +58,7 @@ private:
     }
     [[nodiscard]] const LedgerTransaction* find(const std::optional<std::string>& id) const
     {
-        const auto found = id ? m_entries.find(*id) : m_entries.end();
-        return found == m_entries.end() ? nullptr : found->second;
+        return id ? m_books.books.entry(*id) : nullptr;
     }
 
     [[nodiscard]] ReportGrid sums() const
@@ -130,9 +128,12 @@ private:
                std::tie(second.date, second.createdAt, right, rightMinor);
     }
 
-    void sortLatestFirst()
+    /// The others follow in any order.
+    void putLatestFirst(std::size_t count)
     {
-        std::ranges::sort(m_funds.legs, [this](const auto& left, const auto& right) {
+        auto& legs = m_funds.legs;
+        const auto end = legs.begin() + static_cast<std::ptrdiff_t>(std::min(count, legs.size()));
+        std::ranges::partial_sort(legs, end, [this](const auto& left, const auto& right) {
             return comesBefore(right.entry, right.amountMinor, left.entry, left.amountMinor);
         });
     }
@@ -275,7 +276,7 @@ private:
             return qString(moved.externalReference.value_or(std::string{}));
         // Of what is left a person may read who may not refund it.
         const auto left = PostingRules::receivedMinor(*income, m_query.currency) -
-                          m_books.refundedMinor(income->id, m_query.currency);
+                          m_books.books.refundedMinor(income->id, m_query.currency);
         const auto day = DayText::shortDate(income->date, m_locale).toStdString();
         if (left <= 0)
             return wordIn(m_locale, reportWords(), "fund.refunded", {day});
@@ -284,12 +285,11 @@ private:
     }
 
     const LedgerSnapshot& m_snapshot;
-    const VisibleBooks m_books;
+    const ReportBooks::Lookup m_books;
     const ReportBook& m_book;
     const ReportQuery& m_query;
     std::string_view m_locale;
     FundMovements m_funds;
-    std::unordered_map<std::string_view, const LedgerTransaction*> m_entries;
     std::unordered_map<std::uint32_t, std::int64_t> m_balances; // after each entry
 };
 

@@ -29,7 +29,10 @@ bool wantsReceipt(const LedgerTransaction& entry)
 
 class Collection {
 public:
-    Collection(const LedgerSnapshot& snapshot, std::string_view locale) : m_snapshot(snapshot), m_locale(locale) {}
+    Collection(const VisibleBooks& books, std::string_view locale)
+        : m_books(books), m_snapshot(books.snapshot()), m_locale(locale)
+    {
+    }
 
     void addStart()
     {
@@ -65,7 +68,7 @@ public:
         std::size_t count = 0;
         std::string account;
         std::string currency;
-        for (const auto& each : OpeningBalancePolicy::evaluateAll(m_snapshot)) {
+        for (const auto& each : m_books.openings()) {
             if (OpeningBalancePolicy::whyNot(m_snapshot, each))
                 continue;
             if (count++ == 0) {
@@ -155,6 +158,7 @@ private:
 
     [[nodiscard]] QString word(std::string_view key) const { return wordIn(m_locale, reportWords(), key); }
 
+    const VisibleBooks& m_books;
     const LedgerSnapshot& m_snapshot;
     std::string_view m_locale;
     std::vector<AttentionItem> m_items;
@@ -168,10 +172,10 @@ std::size_t ReportAttention::entriesWithoutReceipt(const LedgerSnapshot& snapsho
         snapshot.transactions, [&](const auto& entry) { return wantsReceipt(entry) && period.contains(entry.date); }));
 }
 
-std::vector<AttentionItem> ReportAttention::items(const LedgerSnapshot& snapshot, const Period& period,
+std::vector<AttentionItem> ReportAttention::items(const VisibleBooks& books, const Period& period,
                                                   std::chrono::year_month_day today, std::string_view locale)
 {
-    Collection collection{snapshot, locale};
+    Collection collection{books, locale};
     collection.addStart();
     collection.addFloats(today);
     collection.addOpenings();

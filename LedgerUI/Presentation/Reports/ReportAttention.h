@@ -12,6 +12,7 @@
 
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Calendar/Period.h"
+#include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Templates/TemplateProposals.h"
@@ -48,10 +49,9 @@ struct AttentionItem {
 namespace ReportAttention {
 
 /// What in these books wants a hand, the most pressing first. A float runs low when it holds less than it spends in a
-/// month. Only what the member may see, and no start of the books or
-/// opening without the right to confirm or record it.
-std::vector<AttentionItem> items(const LedgerSnapshot& snapshot, const Period& period,
-                                 std::chrono::year_month_day today, std::string_view locale);
+/// month. Only what the member may see, and no start of the books or opening without the right to confirm or record it.
+std::vector<AttentionItem> items(const VisibleBooks& books, const Period& period, std::chrono::year_month_day today,
+                                 std::string_view locale);
 
 /// A row for what somebody else reversed in the period of what the signed-in member had recorded, if there is any.
 std::vector<AttentionItem> reversedByOthers(const LedgerSnapshot& snapshot, const Period& period,

@@ -61,7 +61,7 @@ std::optional<ReportError> fill(ReportSheet& sheet)
     };
     const auto lookAround = [&] {
         sheet.largestExpenses = ReportOverviewGrids::largestExpenses(sheet.overview, frame, locale);
-        sheet.attention = ReportAttention::items(*books->snapshot, query.period, query.today, locale);
+        sheet.attention = ReportAttention::items(books->lookUp().books, query.period, query.today, locale);
     };
     switch (query.report) {
     case ReportPart::overview:
@@ -97,7 +97,8 @@ void putInOrder(ReportSheet& sheet)
 
 }
 
-ReportBooks::ReportBooks(SnapshotPointer held) : snapshot(std::move(held)), book(ReportBook::create(*snapshot))
+ReportBooks::ReportBooks(SnapshotPointer held)
+    : snapshot(std::move(held)), book(ReportBook::create(*snapshot)), m_visible(*snapshot)
 {
     auto days = daysOf(*snapshot);
     firstDay = LedgerDay::parse(days.earliest).value_or(std::chrono::sys_days{});

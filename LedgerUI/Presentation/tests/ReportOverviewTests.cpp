@@ -57,6 +57,11 @@ std::vector<std::string> textsOf(const CurrencyOverview& row)
     return texts;
 }
 
+std::vector<AttentionItem> itemsOf(const LedgerSnapshot& held, const Period& period = month(today))
+{
+    return ReportAttention::items(VisibleBooks{held}, period, today, "en-US");
+}
+
 std::vector<std::string> textsOf(const std::vector<AttentionItem>& items)
 {
     std::vector<std::string> texts;
@@ -206,8 +211,7 @@ TEST(ReportAttention, NamesFloatsThatHoldLessThanTheySpendInAMonth)
         auto held = builder.balance("float", "USD", balance).build();
         if (changedTo)
             held.transactions[3].reversedBy = changedTo;
-        return textsOf(
-            ReportAttention::items(held, Period::containing(Period::Span::year, 2020y / 1 / 1), today, "en-US"));
+        return textsOf(itemsOf(held, Period::containing(Period::Span::year, 2020y / 1 / 1)));
     };
     EXPECT_EQ(told(10'000), std::vector<std::string>{}) << "as much as a month takes";
     EXPECT_EQ(told(9'999),
@@ -221,7 +225,7 @@ TEST(ReportAttention, NamesWhatWantsAHand)
 {
     auto builder = books();
     builder.employeeAccount("Petty cash", {"USD", "IDR"}, "m1").balance("Petty cash", "IDR", -250'000);
-    const auto items = ReportAttention::items(builder.build(), month(today), today, "en-US");
+    const auto items = itemsOf(builder.build());
     EXPECT_EQ(textsOf(items), (std::vector<std::string>{"Petty cash has no USD balance left",
                                                         "Petty cash is below zero: IDR\u00a0−2,500",
                                                         "4 entries in this period have no receipt"}))
@@ -229,13 +233,12 @@ TEST(ReportAttention, NamesWhatWantsAHand)
     EXPECT_EQ(items[1].accountID, "Petty cash");
 
     FinancialSettings settings{};
-    const auto unconfirmed = ReportAttention::items(
-        snapshot().settings(settings).account("bank", {"USD"}).grant("bank", {"view", "opening"}).build(), month(today),
-        today, "en-US");
+    const auto unconfirmed =
+        itemsOf(snapshot().settings(settings).account("bank", {"USD"}).grant("bank", {"view", "opening"}).build());
     EXPECT_EQ(textsOf(unconfirmed), (std::vector<std::string>{"The bookkeeping start date is not confirmed",
                                                               "1 account has no opening balance"}));
     EXPECT_EQ(unconfirmed[1].accountID, "bank");
-    EXPECT_TRUE(ReportAttention::items(snapshot().build(), month(today), today, "en-US").empty());
+    EXPECT_TRUE(itemsOf(snapshot().build()).empty());
 }
 
 TEST(ReportAttention, AsksForNothingThatTheMemberMayNotDo)
@@ -244,7 +247,7 @@ TEST(ReportAttention, AsksForNothingThatTheMemberMayNotDo)
         auto builder = snapshot().settings({}).currentMember(SnapshotBuilder::person("m1", "Rizky Pratama"));
         builder.account("bank", {held}).employeeAccount("float", {"USD"}, "m2").balance("float", "USD", 0);
         builder.grant("bank", std::move(onBank)).grant("float", std::move(onFloat));
-        return ReportAttention::items(builder.build(), month(today), today, "en-US");
+        return itemsOf(builder.build());
     };
     const auto funding = told({"view", "transferOut"}, {"view", "transferIn"}, "USD");
     ASSERT_EQ(textsOf(funding), std::vector<std::string>{"float has no USD balance left"})
@@ -260,13 +263,13 @@ TEST(ReportAttention, AsksForNothingThatTheMemberMayNotDo)
 
 TEST(ReportAttention, NamesWhatIsOwedToOwnersAndWhatTheyHoldAhead)
 {
-    const auto items = textsOf(ReportAttention::items(capitalSample().books(), month(today), today, "en-US"));
+    const auto items = textsOf(itemsOf(capitalSample().books()));
     const auto isSaid = [&](const char* text) { return std::ranges::find(items, text) != items.end(); };
     EXPECT_TRUE(isSaid("IDR\u00a0164,000,000 of allocated dividends is unpaid")) << "two allocations less 25,500,000";
     EXPECT_TRUE(isSaid("IDR\u00a08,000,000 of dividend advances is not yet applied"));
     auto broken = capitalSample();
     broken.books().dividends->movements.front().amountMinor += 1;
-    for (const auto& item : ReportAttention::items(broken.books(), month(today), today, "en-US"))
+    for (const auto& item : itemsOf(broken.books()))
         EXPECT_NE(item.kind, AttentionItem::Kind::dividendsUnpaid) << "no figure of a section that breaks a rule";
 }
 
