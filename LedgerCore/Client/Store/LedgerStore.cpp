@@ -113,8 +113,12 @@ std::string LedgerStore::friendly(const Failure& failure, std::optional<std::str
     return std::string{clientError(ClientCode::unknown).friendlyMessage(language)};
 }
 
-void LedgerStore::publish(const Failure& failure)
+void LedgerStore::publish(const Failure& failure, const std::string& meaning)
 {
-    if (!std::holds_alternative<Cancelled>(failure))
-        assign(m_errorMessage, std::optional{friendly(failure)}, &LedgerStore::errorMessageChanged);
+    if (std::holds_alternative<Cancelled>(failure))
+        return;
+    auto text = friendly(failure);
+    if (!meaning.empty())
+        text += '\n' + meaning;
+    assign(m_errorMessage, std::optional{std::move(text)}, &LedgerStore::errorMessageChanged);
 }

@@ -116,8 +116,8 @@ public:
     /// What is kept there beside the books. Each begins to be looked after when it is first asked for.
     [[nodiscard]] EntryTemplates& templates();
     [[nodiscard]] EntryDrafts& drafts();
-    /// Says it in `errorMessage`; what was cancelled is not worth a word.
-    void publish(const Failure& failure);
+    /// Says it in `errorMessage`, and below it what it means for the person; what was cancelled is not worth a word.
+    void publish(const Failure& failure, const std::string& meaning = {});
     /// Clears `errorMessage` and `noticeMessage`.
     void dismissMessages();
     /// Gives up what a person waits for; it ends as `Cancelled`. A session that the service opens nevertheless is

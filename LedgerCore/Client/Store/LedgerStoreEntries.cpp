@@ -125,9 +125,7 @@ QCoro::Task<Result<void>> LedgerStore::importTransactions(std::vector<Transactio
         operation(Publishing::on, [this, inputs = std::move(inputs), note] { return recordEach(inputs, note); });
     const auto outcome = co_await running;
     if (self && *confirmed > 0 && !outcome && endsSession(outcome.error()))
-        assign(m_errorMessage,
-               std::optional{friendly(outcome.error()) + '\n' + importStoppedText(*confirmed, locale())},
-               &LedgerStore::errorMessageChanged);
+        publish(outcome.error(), importStoppedText(*confirmed, locale()));
     co_return outcome;
 }
 

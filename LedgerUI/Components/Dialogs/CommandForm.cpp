@@ -40,13 +40,15 @@ CommandForm::CommandForm(LedgerStore& store, QWidget* parent)
 std::size_t CommandForm::countWaiting(QWidget& part)
 {
     const auto forms = windowBehind(&part)->findChildren<CommandForm*>();
-    return static_cast<std::size_t>(std::ranges::count_if(forms, &CommandForm::m_isAside));
+    return static_cast<std::size_t>(std::ranges::count_if(forms, [](const CommandForm* each) { //
+        return each->m_isAside && each->wouldLose();
+    }));
 }
 
 bool CommandForm::waitsFor(const MemberIdentity& member, QWidget& part)
 {
     return std::ranges::any_of(windowBehind(&part)->findChildren<CommandForm*>(), [&](const CommandForm* each) { //
-        return each->m_isAside && each->m_whose == member;
+        return each->m_isAside && each->wouldLose() && each->m_whose == member;
     });
 }
 

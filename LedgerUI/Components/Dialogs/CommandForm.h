@@ -20,7 +20,7 @@ class WordTable;
 class CommandForm : public FormDialog {
     Q_OBJECT
 public:
-    /// How many forms wait for their member over the window of `part`.
+    /// How many forms with changes wait for their member over the window of `part`.
     static std::size_t countWaiting(QWidget& part);
     /// Whether one of them waits for this member.
     static bool waitsFor(const MemberIdentity& member, QWidget& part);

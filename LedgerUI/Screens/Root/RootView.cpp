@@ -195,7 +195,8 @@ void RootView::showKeys()
 
 void RootView::showSettings()
 {
-    if (m_settings || !m_store.snapshot())
+    // Those that wait unseen are somebody else's.
+    if ((m_settings && m_settings->isVisible()) || !m_store.snapshot())
         return;
     m_settings = new SettingsDialog(m_store, window());
     m_settings->open();

@@ -40,10 +40,20 @@ void ProfileSection::present()
     m_current->setEyeNames(word(words, "showCurrent"), word(words, "hideCurrent"));
     m_chosen->setEyeNames(word(words, "showNew"), word(words, "hideNew"));
     const auto snapshot = store().snapshot();
-    if (snapshot && !std::exchange(m_isNamePresented, true))
-        m_name->setText(qString(snapshot->currentMember.name));
+    const auto saved = snapshot && !isRenamed() ? qString(snapshot->currentMember.name) : m_savedName;
+    if (std::exchange(m_savedName, saved) != saved)
+        m_name->setText(saved);
     for (auto* button : {m_saveName, m_savePassword})
         button->setEnabled(!store().isBusy());
+    if (isVisible() && std::exchange(m_hasDropped, false))
+        askForPasswordsAgain();
+}
+
+void ProfileSection::askForPasswordsAgain()
+{
+    const bool isOpen = std::exchange(m_mayBeChanged, false); // the sign-in has shown which one holds
+    Q_EMIT said(Banner::Kind::warn, isOpen ? QString{} : word(settingsWords(), "passwordNotChanged"));
+    m_current->setFocus();
 }
 
 void ProfileSection::buildLayout()
@@ -111,6 +121,35 @@ void ProfileSection::bind()
     connect(&store(), &LedgerStore::isBusyChanged, this, &ProfileSection::present);
 }
 
+bool ProfileSection::isRenamed() const
+{
+    return m_name->text().trimmed() != m_savedName.trimmed();
+}
+
+bool ProfileSection::hasPasswords() const
+{
+    return !m_current->text().isEmpty() || !m_chosen->text().isEmpty();
+}
+
+bool ProfileSection::hasChanges() const
+{
+    return isRenamed() || hasPasswords();
+}
+
+/// A field that is cleared would give its text back to Ctrl+Z.
+void ProfileSection::emptyPasswords()
+{
+    for (auto* field : {m_current, m_chosen})
+        field->setText({});
+}
+
+void ProfileSection::dropPasswords()
+{
+    m_hasDropped = m_hasDropped || hasPasswords();
+    emptyPasswords();
+    m_fields.present({});
+}
+
 void ProfileSection::saveName()
 {
     if (store().isBusy())
@@ -123,7 +162,9 @@ void ProfileSection::saveName()
         return;
     }
     Q_EMIT said(Banner::Kind::info, {});
-    QCoro::connect(store().updateProfile(name, false), this, [this](const Result<void>& saved) {
+    QCoro::connect(store().updateProfile(name, false), this, [this, name](const Result<void>& saved) {
+        if (saved)
+            m_savedName = qString(name);
         if (!store().snapshot())
             return;
         if (saved)
@@ -149,12 +190,18 @@ void ProfileSection::savePassword()
 
 void ProfileSection::finishPassword(const Result<void>& saved)
 {
-    if (!store().snapshot())
-        return;
+    if (saved || fateOf(saved.error()) != CommandFate::undecided)
+        m_mayBeChanged = !saved && isOutcomeUnknown(saved.error());
     if (saved) {
-        m_current->clear();
-        m_chosen->clear();
+        m_hasDropped = false;
+        emptyPasswords();
         Q_EMIT said(Banner::Kind::success, word(settingsWords(), "passwordSaved"));
+        return;
+    }
+    if (!store().snapshot()) {
+        // Whoever signs in again has to know which password holds.
+        if (endsSession(saved.error()) && !m_mayBeChanged)
+            store().publish(saved.error(), word(settingsWords(), "passwordNotChanged").toStdString());
         return;
     }
     store().dismissMessages(); // said here

@@ -10,11 +10,16 @@ class QLineEdit;
 class QPushButton;
 class TextLabel;
 
-/// The own name, and the own password.
+/// The own name, and the own password. The name that was typed outlives the session, passwords do not.
 class ProfileSection final : public SettingsSection {
     Q_OBJECT
 public:
     ProfileSection(LedgerStore& store, QWidget* parent);
+
+    /// Whether something is typed that is not saved.
+    [[nodiscard]] bool hasChanges() const;
+    /// The session is over. What became of the passwords is said when the section is seen again.
+    void dropPasswords();
 
 protected:
     void present() override;
@@ -22,6 +27,10 @@ protected:
 private:
     void buildLayout();
     void bind();
+    [[nodiscard]] bool isRenamed() const;
+    [[nodiscard]] bool hasPasswords() const;
+    void emptyPasswords();
+    void askForPasswordsAgain();
     void saveName();
     void savePassword();
     void finishPassword(const Result<void>& saved);
@@ -40,5 +49,7 @@ private:
     TextLabel* m_passwordHint = nullptr;
     QPushButton* m_savePassword = nullptr;
     FieldMap<PasswordDraft::Field> m_fields;
-    bool m_isNamePresented = false;
+    QString m_savedName;
+    bool m_hasDropped = false;   // passwords that were typed and not saved
+    bool m_mayBeChanged = false; // the outcome of the last attempt is not known
 };

@@ -41,7 +41,7 @@ SessionSection::SessionSection(LedgerStore& store, QWidget* parent) : SettingsSe
     rows->addWidget(m_hint);
     rows->addWidget(m_signOut, 0, Qt::AlignLeft);
     rows->addStretch(1);
-    // The settings close with the session.
+    // The settings close with the session; what was typed there waits for the same member.
     connect(m_signOut, &QPushButton::clicked, this, [this] {
         UnsavedChanges::leave(*this,
                               [this] { QCoro::connect(this->store().logout(), this, [](const Result<void>&) {}); });

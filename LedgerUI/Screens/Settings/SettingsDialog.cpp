@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QButtonGroup>
-#include <QEvent>
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -32,24 +31,14 @@ constexpr int rowHeight = 32;
 
 }
 
-SettingsDialog::SettingsDialog(LedgerStore& store, QWidget* parent) : FormDialog{parent}, m_store{store}
+SettingsDialog::SettingsDialog(LedgerStore& store, QWidget* parent) : CommandForm{store, parent}
 {
     setObjectName(QStringLiteral("settingsDialog"));
-    setAttribute(Qt::WA_DeleteOnClose);
     buildLayout();
     setConfirmVisible(false);
-    connect(&m_store, &LedgerStore::snapshotChanged, this, [this] {
-        if (!m_store.snapshot())
-            leave(); // the session is over
-    });
-    retranslate();
-}
-
-void SettingsDialog::changeEvent(QEvent* event)
-{
-    FormDialog::changeEvent(event);
-    if (event->type() == QEvent::LanguageChange)
-        retranslate();
+    setHasChanges([this] { return m_profile->hasChanges(); });
+    connect(this, &CommandForm::wentAside, m_profile, &ProfileSection::dropPasswords);
+    present();
 }
 
 void SettingsDialog::buildLayout()
@@ -64,10 +53,11 @@ void SettingsDialog::buildLayout()
     m_stack = new QStackedWidget(body);
     m_stack->setMinimumHeight(leastHeight);
     auto* group = new QButtonGroup(this);
-    add("language", "translate", new LanguageSection(m_store, m_stack));
-    add("profile", "person", new ProfileSection(m_store, m_stack));
-    add("receipts", "paperclip", new ReceiptsSection(m_store, m_stack));
-    add("session", "box-arrow-right", new SessionSection(m_store, m_stack));
+    m_profile = new ProfileSection(store(), m_stack);
+    add("language", "translate", new LanguageSection(store(), m_stack));
+    add("profile", "person", m_profile);
+    add("receipts", "paperclip", new ReceiptsSection(store(), m_stack));
+    add("session", "box-arrow-right", new SessionSection(store(), m_stack));
     for (int place = 0; place < static_cast<int>(m_sections.size()); ++place) {
         auto* row = m_sections[static_cast<std::size_t>(place)];
         group->addButton(row, place);
@@ -115,7 +105,13 @@ void SettingsDialog::choose(int place)
     fitWindow(Fit::following);
 }
 
-void SettingsDialog::retranslate()
+QWidget& SettingsDialog::firstField() const
+{
+    auto* inside = m_stack->currentWidget()->focusWidget();
+    return inside ? *inside : *m_sections[static_cast<std::size_t>(m_stack->currentIndex())];
+}
+
+void SettingsDialog::present()
 {
     setWindowTitle(word(settingsWords(), "title"));
     m_list->setAccessibleName(windowTitle());

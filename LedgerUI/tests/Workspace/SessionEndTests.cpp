@@ -1,6 +1,7 @@
 #include <utility>
 
 #include <QAbstractButton>
+#include <QLineEdit>
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
@@ -61,6 +62,18 @@ public:
         require(!resultOf(store.refresh(false)).has_value(), "the session is over");
         leaveAlert();
     }
+    void openOwnProfile()
+    {
+        screen.keys("Ctrl+,");
+        screen.press("settings-profile");
+        screen.waitFor("ownName");
+    }
+    void typePasswords()
+    {
+        screen.fill("currentPassword", "the old one");
+        screen.fill("newPassword", "a new secret");
+    }
+    std::string password(const char* field) { return screen.find<QLineEdit>(field).text().toStdString(); }
     void openCompanyTab(const char* contents)
     {
         screen.press("page-company");
@@ -274,6 +287,72 @@ TEST(AtTheEndOfTheSession, PresetsStayTicked)
     under.screen.waitFor("presetDialog");
     EXPECT_EQ(under.screen.read("presetAdd"), "Add 2");
     EXPECT_TRUE(under.screen.offers("presetAdd"));
+}
+
+TEST(AtTheEndOfTheSession, TheOwnNameWaitsInTheSettingsAndPasswordsDoNot)
+{
+    constexpr auto notChanged = "The password was not changed. The old one still holds.";
+    EndOfSession under;
+    under.openOwnProfile();
+    under.screen.fill("ownName", "Budi Baru");
+    under.typePasswords();
+    under.server.replace("POST v1/me/password", ServerReply::error(401, "unauthorized"));
+    under.screen.press("savePassword");
+    under.screen.waitForText(notChanged); // with it the person signs in again
+    under.leaveAlert();
+    EXPECT_FALSE(under.screen.shows("settingsDialog"));
+    EXPECT_TRUE(under.screen.says("What was not finished is kept in this window."));
+    under.letSomebodyElseIn();
+    EXPECT_FALSE(under.screen.shows("settingsDialog"));
+    under.openOwnProfile();
+    EXPECT_EQ(under.screen.read("ownName"), "Dewi Anggraini");
+    EXPECT_FALSE(under.screen.says(notChanged));
+    under.screen.keys("Esc");
+    under.screen.waitUntilGone("settingsDialog");
+
+    under.comeBack();
+    under.screen.waitFor("ownName");
+    EXPECT_TRUE(under.screen.says(notChanged));
+    EXPECT_EQ(under.screen.read("ownName"), "Budi Baru");
+    EXPECT_EQ(under.password("currentPassword") + under.password("newPassword"), "");
+    under.screen.press("Show the new password");
+    under.screen.press("newPassword");
+    under.screen.keys("Ctrl+Z");
+    EXPECT_EQ(under.password("newPassword"), "") << "it is kept nowhere";
+
+    under.server.replace("PATCH v1/me/profile", ServerReply::error(401, "unauthorized"));
+    under.screen.press("saveName");
+    under.leaveAlert();
+    under.comeBack();
+    under.screen.waitFor("ownName");
+    EXPECT_EQ(under.screen.read("ownName"), "Budi Baru");
+    EXPECT_FALSE(under.screen.says(notChanged)) << "that is over";
+    under.screen.keys("Esc");
+    under.screen.press("questionCancel");
+    EXPECT_TRUE(under.screen.shows("ownName")) << "nor does Esc take it away unasked";
+}
+
+TEST(AtTheEndOfTheSession, PasswordsThatWereOnlyTypedAreDroppedAndThatIsSaid)
+{
+    EndOfSession under;
+    under.openOwnProfile();
+    under.typePasswords();
+    under.end();
+    EXPECT_FALSE(under.screen.says("What was not finished is kept in this window.")) << "nothing is";
+    EXPECT_EQ(CommandForm::countWaiting(under.window), 0U) << "nor does closing ask about it";
+    under.comeBack();
+    under.screen.waitForFocus("currentPassword");
+    EXPECT_TRUE(under.screen.says("The password was not changed. The old one still holds."));
+    EXPECT_EQ(under.password("currentPassword") + under.password("newPassword"), "");
+
+    under.typePasswords();
+    under.server.replace("POST v1/me/password", ServerReply::dropped());
+    under.screen.press("savePassword");
+    under.screen.waitUntil("the answer is lost", [&] { return !under.store.isBusy(); });
+    under.end();
+    under.comeBack();
+    under.screen.waitForFocus("currentPassword");
+    EXPECT_FALSE(under.screen.says("The password was not changed.")) << "that is not known";
 }
 
 TEST(AtTheEndOfTheSession, NothingWaitsWhereNothingWasTyped)
