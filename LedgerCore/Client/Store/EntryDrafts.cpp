@@ -238,6 +238,12 @@ std::optional<EntryDraft> EntryDrafts::own() const
     return here ? here->own : std::nullopt;
 }
 
+bool EntryDrafts::hasBegun(const MemberIdentity& member) const
+{
+    const auto found = m_shelves.find(member);
+    return found != m_shelves.end() && found->second.own;
+}
+
 std::optional<EntryDraft> EntryDrafts::left() const
 {
     const auto* here = shelf();

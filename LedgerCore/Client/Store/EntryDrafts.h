@@ -49,6 +49,8 @@ public:
 
     /// What was begun in this program last, of the signed-in member in the open company.
     [[nodiscard]] std::optional<EntryDraft> own() const;
+    /// Whether this member began something here, also one who is signed out.
+    [[nodiscard]] bool hasBegun(const MemberIdentity& member) const;
     /// What another program has left and nobody has decided about, the latest first.
     [[nodiscard]] std::optional<EntryDraft> left() const;
     /// Whether something typed could not be kept at the service so far.

@@ -269,7 +269,7 @@ void SignInView::presentMode()
 bool SignInView::isAwaited()
 {
     return m_last && (CommandForm::waitsFor(*m_last, *this) || UnsavedChanges::count(*this) > 0 ||
-                      m_store.keptRequests(*m_last).count() > 0);
+                      m_store.keptRequests(*m_last).count() > 0 || m_store.drafts().hasBegun(*m_last));
 }
 
 void SignInView::presentBanner()

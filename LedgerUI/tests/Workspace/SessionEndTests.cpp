@@ -129,6 +129,12 @@ const Begun forms[] = {
      "categoryDialog", "categoryName.en-US", "Parking", "formConfirm", "POST v1/categories"},
 };
 
+/// Whether the sign-in screen says that something waits.
+bool isTold(EndOfSession& under)
+{
+    return under.screen.says("What was not finished is kept in this window.");
+}
+
 class FormAtTheEndOfTheSession : public testing::TestWithParam<Begun> {};
 
 }
@@ -142,7 +148,7 @@ TEST_P(FormAtTheEndOfTheSession, WaitsForItsMemberAndLosesNothing)
     under.screen.fill(begun.field, begun.typed);
     under.end();
     EXPECT_FALSE(under.screen.shows(begun.form));
-    EXPECT_TRUE(under.screen.says("What was not finished is kept in this window."));
+    EXPECT_TRUE(isTold(under));
     under.comeBack();
     under.screen.waitFor(begun.form);
     EXPECT_EQ(under.screen.read(begun.field), begun.typed);
@@ -212,11 +218,27 @@ TEST(AtTheEndOfTheSession, ACapitalFormWaitsForNobodyElse)
     EXPECT_EQ(command->note, "Fifth round");
 }
 
+TEST(AtTheEndOfTheSession, AnEntryThatWasBegunIsToldOfToItsMemberAlone)
+{
+    EndOfSession under;
+    under.screen.press("page-ledger");
+    under.screen.choose("newEntryKinds", "newEntry.expense");
+    under.screen.waitForFocus("transactionForm");
+    under.screen.fill("entryNote", "Stamps");
+    under.end();
+    EXPECT_TRUE(isTold(under));
+    EXPECT_TRUE(under.screen.says("Sign in again with m1@example.com to go on with it."));
+    EXPECT_FALSE(under.screen.says("PT Lentera Niaga Nusantara")) << "others may read it here";
+    under.letSomebodyElseIn();
+    under.end();
+    EXPECT_FALSE(isTold(under));
+    under.comeBack();
+    EXPECT_TRUE(resultOf(under.store.logout()).has_value());
+    under.screen.waitUntil("it is told also after signing out by oneself", [&] { return isTold(under); });
+}
+
 TEST(AtTheEndOfTheSession, NobodyElseIsToldThatSomethingWaits)
 {
-    const auto isTold = [](EndOfSession& under) {
-        return under.screen.says("What was not finished is kept in this window.");
-    };
     EndOfSession under;
     forms[0].open(under);
     under.screen.waitFor(forms[0].form);
@@ -301,7 +323,7 @@ TEST(AtTheEndOfTheSession, TheOwnNameWaitsInTheSettingsAndPasswordsDoNot)
     under.screen.waitForText(notChanged); // with it the person signs in again
     under.leaveAlert();
     EXPECT_FALSE(under.screen.shows("settingsDialog"));
-    EXPECT_TRUE(under.screen.says("What was not finished is kept in this window."));
+    EXPECT_TRUE(isTold(under));
     under.letSomebodyElseIn();
     EXPECT_FALSE(under.screen.shows("settingsDialog"));
     under.openOwnProfile();
@@ -338,7 +360,7 @@ TEST(AtTheEndOfTheSession, PasswordsThatWereOnlyTypedAreDroppedAndThatIsSaid)
     under.openOwnProfile();
     under.typePasswords();
     under.end();
-    EXPECT_FALSE(under.screen.says("What was not finished is kept in this window.")) << "nothing is";
+    EXPECT_FALSE(isTold(under)) << "nothing is";
     EXPECT_EQ(CommandForm::countWaiting(under.window), 0U) << "nor does closing ask about it";
     under.comeBack();
     under.screen.waitForFocus("currentPassword");
@@ -362,7 +384,7 @@ TEST(AtTheEndOfTheSession, NothingWaitsWhereNothingWasTyped)
     under.screen.press("newAccountButton");
     under.screen.waitFor("accountForm");
     under.end();
-    EXPECT_FALSE(under.screen.says("What was not finished is kept in this window."));
+    EXPECT_FALSE(isTold(under));
     EXPECT_EQ(CommandForm::countWaiting(under.window), 0U);
     under.comeBack();
     settle();
