@@ -172,6 +172,13 @@ QWidgetList visibleWindows()
     return windows;
 }
 
+void settle()
+{
+    constexpr int rounds = 8;
+    for (int round = 0; round < rounds; ++round)
+        QCoreApplication::processEvents();
+}
+
 ScreenDriver::ScreenDriver(std::chrono::milliseconds patience) : m_patience{patience} {}
 
 void ScreenDriver::press(std::string_view name)

@@ -9,8 +9,6 @@
 #include <QString>
 #include <QWidget>
 
-#include "LedgerUI/testing/Settling.h"
-
 /// What a person would have seen or done and could not.
 class ScreenFailure : public std::runtime_error {
     using std::runtime_error::runtime_error;
@@ -81,3 +79,6 @@ private:
 
 /// The program's visible windows, from the bottom up: first the main window, then dialogs and popups over it.
 QWidgetList visibleWindows();
+
+/// Lets posted events have their effect: texts, then layouts, then the layouts that these ask for.
+void settle();

@@ -10,7 +10,6 @@
 #include "LedgerUI/Screens/Root/RootView.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "LedgerUI/testing/ScreenDriver.h"
-#include "LedgerUI/testing/Settling.h"
 
 /// The whole window over a store with a scripted service, in English until told otherwise.
 struct WindowUnderTest : StoreUnderTest {

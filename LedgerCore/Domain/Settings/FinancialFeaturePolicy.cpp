@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
-#include "LedgerCore/Domain/Settings/SidebarSections.h"
 
 namespace {
 
@@ -56,7 +55,7 @@ bool FinancialFeaturePolicy::showsCapitalNavigation(const LedgerSnapshot& snapsh
 bool FinancialFeaturePolicy::isListedInSidebar(const LedgerSnapshot& snapshot)
 {
     return std::ranges::any_of(activeTabs(snapshot), [&](CapitalModuleTab tab) {
-        return (tab == CapitalModuleTab::contributions && ::isListedInSidebar(snapshot.capital)) ||
-               (tab == CapitalModuleTab::dividends && ::isListedInSidebar(snapshot.dividends));
+        return (tab == CapitalModuleTab::contributions && isSectionListed(snapshot.capital)) ||
+               (tab == CapitalModuleTab::dividends && isSectionListed(snapshot.dividends));
     });
 }

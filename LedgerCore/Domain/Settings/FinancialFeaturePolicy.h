@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
@@ -21,8 +22,14 @@ std::vector<CapitalModuleTab> activeTabs(const LedgerSnapshot& snapshot);
 /// Whether there is any tab to show.
 bool showsCapitalNavigation(const LedgerSnapshot& snapshot);
 
-/// Whether the side bar lists the capital screen: there is a tab whose section the company does not keep out of it. A
-/// section that nobody has changed yet is listed.
+/// Whether a section of the books is not kept out of the side bar. One that nobody has changed yet is listed, since its
+/// first record has to be entered somewhere.
+template <class State>
+bool isSectionListed(const std::optional<State>& section)
+{
+    return !section || section->revision == 0 || section->showInSidebar;
+}
+/// Whether the side bar lists the capital screen: there is a tab whose section is listed.
 bool isListedInSidebar(const LedgerSnapshot& snapshot);
 
 }

@@ -1,5 +1,3 @@
-#include "LedgerUI/Components/Period/PeriodGridAccess.h"
-
 #include <vector>
 
 #include <QAccessibleWidget>

@@ -8,7 +8,6 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "LedgerUI/Components/Period/PeriodGridAccess.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/Theme/TypeScale.h"

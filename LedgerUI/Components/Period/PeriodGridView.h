@@ -53,3 +53,6 @@ private:
     int m_current = 0;
     int m_hovered = -1;
 };
+
+/// Has readers see every grid of periods as a list with an item for each cell. Once is enough.
+void offerPeriodGridToReaders();

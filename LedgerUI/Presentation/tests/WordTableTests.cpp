@@ -17,7 +17,7 @@
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Entries/ReversalWords.h"
 #include "LedgerCore/Domain/Imports/LedgerImportWords.h"
-#include "LedgerCore/Domain/Money/MoneyErrorWords.h"
+#include "LedgerCore/Domain/Money/MoneyError.h"
 #include "LedgerService/Books/Demonstration/DemoWords.h"
 #include "LedgerService/Mail/MailTexts.h"
 #include "LedgerUI/Presentation/Accounts/AccountFormWords.h"

@@ -6,7 +6,7 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Capital/CapitalCommands.h"
 #include "LedgerCore/Domain/Dividends/DividendCommands.h"
-#include "LedgerCore/Domain/Settings/SidebarSections.h"
+#include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Components/Buttons/ToggleSwitch.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
@@ -38,9 +38,9 @@ void SidebarListing::present()
     if (!snapshot)
         return;
     const auto& member = snapshot->currentMember;
-    presentRow(m_contributions, "listing.contributions", isListedInSidebar(snapshot->capital),
+    presentRow(m_contributions, "listing.contributions", FinancialFeaturePolicy::isSectionListed(snapshot->capital),
                CapitalRules::mayUse(CapitalAction::setVisibility, member));
-    presentRow(m_dividends, "listing.dividends", isListedInSidebar(snapshot->dividends),
+    presentRow(m_dividends, "listing.dividends", FinancialFeaturePolicy::isSectionListed(snapshot->dividends),
                DividendRules::mayUse(DividendAction::setVisibility, member));
 }
 

@@ -9,7 +9,7 @@
 #include "LedgerUI/Components/Chart/ChartView.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Theme/TypeScale.h"
-#include "LedgerUI/testing/Settling.h"
+#include "LedgerUI/testing/ScreenDriver.h"
 
 namespace {
 

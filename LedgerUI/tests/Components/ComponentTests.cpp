@@ -13,7 +13,7 @@
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/testing/LabelAudit.h"
-#include "LedgerUI/testing/Settling.h"
+#include "LedgerUI/testing/ScreenDriver.h"
 
 namespace {
 

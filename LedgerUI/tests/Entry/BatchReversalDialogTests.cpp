@@ -16,7 +16,7 @@
 #include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Entry/BatchReversalDialog.h"
-#include "LedgerUI/testing/Settling.h"
+#include "LedgerUI/testing/ScreenDriver.h"
 
 namespace {
 

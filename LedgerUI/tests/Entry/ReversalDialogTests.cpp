@@ -16,7 +16,7 @@
 #include "LedgerUI/Screens/Entry/ReversalDialog.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/testing/LabelAudit.h"
-#include "LedgerUI/testing/Settling.h"
+#include "LedgerUI/testing/ScreenDriver.h"
 
 namespace {
 

@@ -18,7 +18,7 @@
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/testing/LabelAudit.h"
-#include "LedgerUI/testing/Settling.h"
+#include "LedgerUI/testing/ScreenDriver.h"
 #include "LedgerUI/tests/FormUnderTest.h"
 
 TEST(TransactionForm, RecordsAnExpenseByKeyboardAlone)

@@ -40,7 +40,6 @@
 #include "LedgerUI/Theme/TypeScale.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/ScreenDriver.h"
-#include "LedgerUI/testing/Settling.h"
 
 namespace {
 
