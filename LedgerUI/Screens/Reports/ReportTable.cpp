@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
+#include <tuple>
+#include <utility>
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -142,6 +145,7 @@ void ReportTable::present(ReportGrid grid, const ChartColors& colors)
 {
     m_look->colors = colors;
     setAccessibleName(grid.name);
+    m_textWidths.clear();
     m_model->present(std::move(grid));
     presentSort();
     layOut();
@@ -181,22 +185,35 @@ void ReportTable::takeHeight()
         setFixedHeight(height);
 }
 
-int ReportTable::contentWidth(int column) const
+/// The widest contents of a column; of names not more than decides anything. Days, accounts and kinds come again and
+/// again, and to measure a text takes far longer than to remember it.
+int ReportTable::widestText(std::size_t at) const
 {
-    const auto at = static_cast<std::size_t>(column);
     const auto kind = m_model->grid().columns[at].kind;
+    std::set<std::tuple<QStringView, QStringView, bool, Level>> measured;
     int widest = kind == Kind::line ? drawingWidth : 0;
     for (const auto& row : m_model->grid().rows) {
         const auto& cell = row.cells[at];
+        if (kind == Kind::name && widest >= nameBeforeSpare)
+            break;
+        if (!cell.bar && !measured.emplace(cell.text, cell.beside, isBold(row, cell), row.level).second)
+            continue;
         int width = textWidth(TypeStep::body, isBold(row, cell), cell.text);
         if (kind == Kind::name && !cell.beside.isEmpty())
             width += Space::step2 + textWidth(TypeStep::small, false, cell.beside);
         if (kind == Kind::figure && cell.bar)
             width += Space::step2 + shareBar;
-        if (column == 0)
+        if (at == 0)
             width += indentOf(*m_model, row.level);
         widest = std::max(widest, width);
     }
+    return widest;
+}
+
+int ReportTable::contentWidth(int column) const
+{
+    const auto kind = m_model->grid().columns[static_cast<std::size_t>(column)].kind;
+    const int widest = m_textWidths[static_cast<std::size_t>(column)];
     const int left = column == 0 ? Space::cellPaddingOuter : Space::cellPadding;
     const int right = column == m_model->columnCount() - 1 ? Space::cellPaddingOuter : Space::cellPadding;
     const int gap = kind == Kind::figure ? 0 : columnGap;
@@ -210,6 +227,8 @@ void ReportTable::layOut()
     const int columns = m_model->columnCount();
     if (columns == 0)
         return;
+    for (auto at = m_textWidths.size(); std::cmp_less(at, columns); ++at)
+        m_textWidths.push_back(widestText(at));
     std::vector<int> widths;
     int taken = 0;
     int names = 0;
@@ -236,6 +255,13 @@ void ReportTable::layOut()
     }
     setHorizontalScrollBarPolicy(taken > room ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     takeHeight();
+}
+
+void ReportTable::changeEvent(QEvent* event)
+{
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        m_textWidths.clear();
+    RowTable::changeEvent(event);
 }
 
 void ReportTable::keyPressEvent(QKeyEvent* event)

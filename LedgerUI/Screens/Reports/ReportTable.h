@@ -38,6 +38,7 @@ Q_SIGNALS:
 
 protected:
     void layOut() override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
@@ -50,11 +51,13 @@ private:
     void copyTable(const std::vector<int>& rows);
     void takeHeight();
     void presentSort();
+    [[nodiscard]] int widestText(std::size_t at) const;
     [[nodiscard]] int contentWidth(int column) const;
 
     ReportGridModel* m_model;
     std::shared_ptr<Look> m_look;
     Density m_density;
     bool m_offersSaving = false;
-    int m_rowsShown = 0; // as high as these; 0 for as high as the place
+    int m_rowsShown = 0;           // as high as these; 0 for as high as the place
+    std::vector<int> m_textWidths; // of the columns; empty until they are measured
 };
