@@ -12,6 +12,7 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
+#include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/PageHeader.h"
@@ -76,10 +77,6 @@ void ReportsView::buildLayout()
 
     m_stack = new QStackedWidget(this);
     m_tabs = new PageTabs(QStringLiteral("reportTabs"), m_stack);
-    addTab(ReportPart::overview, new OverviewTab([this] { return besideBooks(); }, m_tabs->place()));
-    addTab(ReportPart::income, new IncomeTab(m_tabs->place()));
-    addTab(ReportPart::matrix, new MatrixTab(m_tabs->place()));
-    addTab(ReportPart::movements, new FundsTab(m_tabs->place()));
     m_notice = new EmptyState(QStringLiteral("bar-chart"), m_stack);
     m_notice->setObjectName(QStringLiteral("reportNotice"));
     m_stack->addWidget(m_notice);
@@ -91,10 +88,38 @@ void ReportsView::buildLayout()
     rows->addWidget(m_stack, 1);
 }
 
-void ReportsView::addTab(ReportPart part, ReportTab* tab)
+ReportTab* ReportsView::make(ReportPart part)
 {
-    m_made[part] = tab;
-    m_tabs->setContents(qString(ReportParts::idOf(part)), tab);
+    auto* place = m_tabs->place();
+    switch (part) {
+    case ReportPart::income:
+        return new IncomeTab(place);
+    case ReportPart::matrix:
+        return new MatrixTab(place);
+    case ReportPart::movements:
+        return new FundsTab(place);
+    case ReportPart::overview:
+    case ReportPart::summary:
+        break;
+    }
+    return new OverviewTab([this] { return besideBooks(); }, place);
+}
+
+/// Each is made when it is first looked at: all of them at once would hold the window up as the page opens.
+ReportTab& ReportsView::tab(ReportPart part)
+{
+    auto& tab = m_made[part];
+    if (!tab) {
+        tab = make(part);
+        bindTab(tab);
+        m_tabs->setContents(qString(ReportParts::idOf(part)), tab);
+        FocusChain::insert(&m_tabs->row(), tab);
+    }
+    return *tab;
+}
+
+void ReportsView::bindTab(ReportTab* tab)
+{
     connect(tab, &ReportTab::queryWanted, &browser(), qOverload<ReportQuery>(&ReportBrowser::ask));
     connect(tab, &ReportTab::backingWanted, this, [this](const ReportBacking& backing) { showBacking(backing); });
     connect(tab, &ReportTab::entryWanted, this, [this](const QString& entry) { showEntry(entry); });
@@ -154,7 +179,7 @@ void ReportsView::presentTab()
     if (!sheet || sheet->failure)
         return;
     const bool isThere = sheet->query.report == part();
-    m_made.at(part())->setUpdatesEnabled(isThere);
+    tab(part()).setUpdatesEnabled(isThere);
     presentExits();
     if (!isThere) {
         auto query = browser().query();
@@ -162,8 +187,8 @@ void ReportsView::presentTab()
         browser().ask(std::move(query));
         return;
     }
-    m_made.at(part())->present(*sheet, colorsOf(*sheet));
-    m_made.at(part())->offerSaving(store().canExport());
+    tab(part()).present(*sheet, colorsOf(*sheet));
+    tab(part()).offerSaving(store().canExport());
     m_stack->setCurrentWidget(m_tabs);
 }
 

@@ -22,7 +22,9 @@ public:
 
 private:
     void buildLayout();
-    void addTab(ReportPart part, ReportTab* tab);
+    [[nodiscard]] ReportTab& tab(ReportPart part);
+    [[nodiscard]] ReportTab* make(ReportPart part);
+    void bindTab(ReportTab* tab);
     void present(const ReportSheet* sheet) override;
     void presentTab();
     void presentAccounts(const ReportSheet& sheet);
@@ -38,5 +40,5 @@ private:
     QStackedWidget* m_stack = nullptr;
     PageTabs* m_tabs = nullptr;
     EmptyState* m_notice = nullptr;
-    std::map<ReportPart, ReportTab*> m_made;
+    std::map<ReportPart, ReportTab*> m_made; // those that were looked at
 };
