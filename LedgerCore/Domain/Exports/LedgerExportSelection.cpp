@@ -1,13 +1,15 @@
 #include "LedgerCore/Domain/Exports/LedgerExportSelection.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <optional>
+
+#include <boost/unordered/unordered_flat_set.hpp>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
 
 namespace {
 
-using IDs = std::unordered_set<std::string_view>;
+using IDs = boost::unordered_flat_set<std::string_view>;
 
 /// What the scope lets through, looked up per leg.
 struct ScopeFilter {
@@ -21,11 +23,26 @@ struct ScopeFilter {
                (scope.includesAllVisibleCurrencies || scope.currencies.contains(leg.currency));
     }
 
-    [[nodiscard]] bool takes(const LedgerTransaction& entry) const
+    [[nodiscard]] bool isMeant(const LedgerTransaction& entry) const
     {
         return (!scope.entryIDs || entries.contains(entry.id)) && entry.date >= scope.startDate &&
-               entry.date <= scope.endDate && scope.kinds.contains(entry.kind) &&
-               std::ranges::any_of(entry.legs, [this](const LedgerLeg& leg) { return takes(leg); });
+               entry.date <= scope.endDate && scope.kinds.contains(entry.kind);
+    }
+
+    [[nodiscard]] bool takesWhole(const LedgerTransaction& entry) const
+    {
+        return isMeant(entry) && !entry.legs.empty() &&
+               std::ranges::all_of(entry.legs, [this](const LedgerLeg& leg) { return takes(leg); });
+    }
+
+    /// The entry with those of its legs that are taken; nothing without any.
+    [[nodiscard]] std::optional<LedgerTransaction> part(const LedgerTransaction& entry) const
+    {
+        if (!isMeant(entry) || std::ranges::none_of(entry.legs, [this](const LedgerLeg& leg) { return takes(leg); }))
+            return std::nullopt;
+        auto part = entry;
+        std::erase_if(part.legs, [this](const LedgerLeg& leg) { return !takes(leg); });
+        return part;
     }
 };
 
@@ -52,10 +69,10 @@ std::optional<ScopeFilter> filterFor(const LedgerSnapshot& snapshot, const Ledge
     return filter;
 }
 
-template <class Records>
-Records namedBy(const IDs& ids, const Records& records)
+template <class Record>
+std::vector<Record> namedBy(const IDs& ids, const std::vector<Record>& records)
 {
-    Records named;
+    std::vector<Record> named;
     std::ranges::copy_if(records, std::back_inserter(named),
                          [&](const auto& record) { return ids.contains(record.id); });
     return named;
@@ -81,7 +98,8 @@ void addNamedRecords(LedgerSnapshot& selected, const LedgerSnapshot& whole)
     selected.categories = namedBy(categories, whole.categories);
     // Names of receipts leave the books only by their own right, so that losing it makes another selection.
     if (MemberRights::canListReceipts(whole.currentMember))
-        selected.attachments = namedBy(attachments, whole.attachments);
+        selected.attachments =
+            whole.attachments.filtered([&](const Attachment& receipt) { return attachments.contains(receipt.id); });
 }
 
 }
@@ -99,12 +117,9 @@ std::expected<LedgerExportSelection, ExportRefusal> LedgerExportSelection::creat
     auto& selected = selection.snapshot;
     selected.company = snapshot.company;
     selected.currentMember = snapshot.currentMember;
-    for (const auto& entry : snapshot.transactions) {
-        if (!filter->takes(entry))
-            continue;
-        auto& copy = selected.transactions.emplace_back(entry);
-        std::erase_if(copy.legs, [&](const LedgerLeg& leg) { return !filter->takes(leg); });
-    }
+    selected.transactions =
+        snapshot.transactions.filtered([&](const LedgerTransaction& entry) { return filter->takesWhole(entry); },
+                                       [&](const LedgerTransaction& entry) { return filter->part(entry); });
     addNamedRecords(selected, snapshot);
     return selection;
 }

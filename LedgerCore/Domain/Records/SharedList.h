@@ -7,6 +7,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <memory>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -57,6 +58,13 @@ public:
     /// Appends a block of records; a full one is taken as it is when only full ones stand before it.
     void append(std::vector<Record> block);
     void pop_back();
+
+    /// The records that pass. A block of which all do is shared while no record before it was left out.
+    template <class Passes>
+    [[nodiscard]] SharedList filtered(Passes passes) const;
+    /// Each record as it is where `passes` holds, else what `otherwise` makes of it, if that is anything.
+    template <class Passes, class Otherwise>
+    [[nodiscard]] SharedList filtered(Passes passes, Otherwise otherwise) const;
     void clear() { *this = {}; }
     /// Room is made block by block; there is nothing to prepare.
     void reserve(std::size_t /*records*/) {}
@@ -154,6 +162,35 @@ void SharedList<Record>::append(std::vector<Record> block)
         m_size += block.size();
         m_blocks.push_back(std::make_shared<Block>(std::move(block)));
     }
+}
+
+template <class Record>
+template <class Passes>
+auto SharedList<Record>::filtered(Passes passes) const -> SharedList
+{
+    return filtered(std::move(passes), [](const Record&) { return std::optional<Record>{}; });
+}
+
+template <class Record>
+template <class Passes, class Otherwise>
+auto SharedList<Record>::filtered(Passes passes, Otherwise otherwise) const -> SharedList
+{
+    SharedList passed;
+    for (const auto& block : m_blocks) {
+        const auto stop = std::ranges::find_if_not(*block, passes);
+        if (stop == block->end() && passed.m_size % blockSize == 0) {
+            passed.m_size += block->size();
+            passed.m_blocks.push_back(block);
+            continue;
+        }
+        for (auto each = block->begin(); each != block->end(); ++each) {
+            if (each < stop || (each != stop && passes(*each)))
+                passed.push_back(*each);
+            else if (auto made = otherwise(*each))
+                passed.push_back(*std::move(made));
+        }
+    }
+    return passed;
 }
 
 template <class Record>

@@ -1,6 +1,9 @@
 #include "LedgerCore/Domain/Records/SharedList.h"
 
+#include <optional>
 #include <random>
+#include <ranges>
+#include <set>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -88,6 +91,38 @@ TEST(SharedList, TakesWholeBlocksAndLooseRecordsInTheirOrder)
     const auto text = Json::encode(list);
     EXPECT_EQ(text, Json::encode(all));
     EXPECT_EQ(Json::decode<SharedList<std::string>>(text), list);
+}
+
+TEST(SharedList, FiltersLikeACopyAndSharesUntilTheFirstRecordLeftOut)
+{
+    std::mt19937 random{20261123};
+    const auto list = listOf(3 * blockSize + 40);
+    const auto all = [](const std::string&) { return true; };
+    EXPECT_TRUE(list.filtered(all).sharesBlock(list, 3));
+    for (int round = 0; round < 40; ++round) {
+        std::set<std::string> without;
+        std::set<std::string> cut;
+        for (std::size_t each = random() % 4; each > 0; --each)
+            (random() % 2 == 0 ? without : cut).insert(list[random() % list.size()]);
+        const auto passes = [&](const std::string& record) {
+            return !without.contains(record) && !cut.contains(record);
+        };
+        std::vector<std::string> expected;
+        for (const auto& record : list) {
+            if (!without.contains(record))
+                expected.push_back(cut.contains(record) ? record.substr(3) : record);
+        }
+        auto filtered = list.filtered(passes, [&](const std::string& record) {
+            return cut.contains(record) ? std::optional{record.substr(3)} : std::nullopt;
+        });
+        ASSERT_EQ(filtered.toVector(), expected);
+        EXPECT_EQ(filtered.sharesBlock(list, 0), std::ranges::equal(filtered.toVector() | std::views::take(blockSize),
+                                                                    list.toVector() | std::views::take(blockSize)));
+        filtered.push_back("new");
+        expected.emplace_back("new");
+        ASSERT_EQ(filtered.toVector(), expected);
+        ASSERT_EQ(list, listOf(list.size())) << "what it was made of stays as it is";
+    }
 }
 
 TEST(EntryPlaces, FindsEveryEntryOfAListThatGrows)
