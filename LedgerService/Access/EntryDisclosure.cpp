@@ -9,9 +9,9 @@ namespace LedgerService {
 
 namespace {
 
-// Within a text of the JSON the quotation marks would be escaped.
-constexpr std::string_view ofCapital = R"("capitalContributionID":)";
-constexpr std::string_view ofDividends = R"("dividendMovementID":)";
+// Within a text of the JSON the quotation mark would be escaped.
+constexpr std::string_view ofCapital = R"(capitalContributionID":)";
+constexpr std::string_view ofDividends = R"(dividendMovementID":)";
 
 }
 
@@ -27,7 +27,8 @@ bool EntryDisclosure::hidesOf(bool isOfCapital, bool isOfDividends) const
 
 std::optional<std::string> EntryDisclosure::instead(std::string_view text) const
 {
-    if (!hidesOf(text.contains(ofCapital), text.contains(ofDividends)))
+    // Most see both sections, and it is asked of every entry of the books.
+    if (!(!m_showsCapital && text.contains(ofCapital)) && !(!m_showsDividends && text.contains(ofDividends)))
         return std::nullopt;
     auto entry = JsonColumn::read<LedgerTransaction>(std::string{text});
     entry.note.clear();
