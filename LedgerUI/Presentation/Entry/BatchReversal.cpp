@@ -170,9 +170,12 @@ std::vector<PlainRow> BatchReversal::rows(std::size_t part, const LedgerSnapshot
 std::vector<PlainRow> BatchReversal::openRows(const LedgerSnapshot& snapshot, std::string_view locale) const
 {
     std::vector<PlainRow> rows;
-    for (std::size_t at = 0; at < m_items.size() && rows.size() < partSize; ++at) {
-        if (m_items[at].stage != Stage::done)
-            rows.push_back(row(at, snapshot, locale));
+    for (const bool isSent : {true, false}) {
+        for (std::size_t at = 0; at < m_items.size() && rows.size() < partSize; ++at) {
+            const auto stage = m_items[at].stage;
+            if (stage != Stage::done && (stage != Stage::excluded) == isSent)
+                rows.push_back(row(at, snapshot, locale));
+        }
     }
     return rows;
 }

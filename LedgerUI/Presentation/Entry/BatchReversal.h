@@ -64,7 +64,7 @@ public:
     static constexpr std::size_t partSize = 10'000;
     [[nodiscard]] std::vector<PlainRow> rows(std::size_t part, const LedgerSnapshot& snapshot,
                                              std::string_view locale) const;
-    /// Those that are not reversed, as many as a table shows.
+    /// Those that are not reversed, as many as a table shows; what is not sent at all comes last.
     [[nodiscard]] std::vector<PlainRow> openRows(const LedgerSnapshot& snapshot, std::string_view locale) const;
     [[nodiscard]] std::size_t partCount() const { return (m_items.size() + partSize - 1) / partSize; }
     static std::vector<PlainColumn> columns(std::string_view locale);

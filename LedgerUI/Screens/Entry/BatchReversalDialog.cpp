@@ -43,6 +43,8 @@ BatchReversalDialog::BatchReversalDialog(LedgerStore& store, const std::vector<s
     setObjectName(QStringLiteral("batchReversalDialog"));
     confirmButton().setObjectName(QStringLiteral("batchConfirm"));
     cancelButton().setObjectName(QStringLiteral("batchCancel"));
+    if (m_batch.partCount() > 1)
+        m_part.reset(); // what will be reversed may stand in any of them
     buildBody();
     connect(m_reason, &QLineEdit::textEdited, this, [this] {
         m_isReasonMissing = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <ranges>
 
 #include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/EntryTemplates.h"
@@ -49,15 +50,21 @@ bool mayRepeat(const LedgerTransaction& entry, const LedgerSnapshot& snapshot)
     return isRepeatable && !LedgerEntryAccess::accounts(snapshot, entry.kind).empty();
 }
 
-/// Whether several are chosen of which the member may undo one at least: of very many the first are looked at.
+/// Whether several are chosen of which the member may undo one at least: of very many that stand the first are looked
+/// at.
 bool mayReverseSome(const LedgerActions::Chosen& chosen)
 {
     constexpr std::size_t most = 10'000;
-    const auto looked = chosen.entries.first(std::min(chosen.entries.size(), most));
-    return chosen.entries.size() > 1 && std::ranges::any_of(looked, [&](std::uint32_t at) {
-               const auto& entry = chosen.book->transaction(at);
-               return !LedgerEntryAccess::whyNotReverse(entry, chosen.book->snapshot().currentMember);
-           });
+    const auto stands = [&](std::uint32_t at) {
+        const auto& entry = chosen.book->transaction(at);
+        return !entry.reversedBy && entry.kind != EntryKind::reversal;
+    };
+    return chosen.entries.size() > 1 &&
+           std::ranges::any_of(chosen.entries | std::views::filter(stands) | std::views::take(most),
+                               [&](std::uint32_t at) {
+                                   return !LedgerEntryAccess::whyNotReverse(chosen.book->transaction(at),
+                                                                            chosen.book->snapshot().currentMember);
+                               });
 }
 
 QString idOf(std::string_view kind)

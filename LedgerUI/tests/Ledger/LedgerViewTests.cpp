@@ -25,6 +25,7 @@
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerUI/Components/Period/PeriodGridView.h"
+#include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/SelectableText.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
@@ -383,11 +384,12 @@ TEST(LedgerView, ReversesSeveralSelectedTogether)
     EXPECT_FALSE(page.person.shows("detailFoot")) << "nothing is chosen that anything could be done with";
 }
 
-TEST(LedgerView, GoesOnWithAReversalThatStoppedAfterHundreds)
+/// More are chosen than a table shows, and only the last of them still stands.
+TEST(LedgerView, GoesOnWithAReversalThatStoppedAfterThousands)
 {
     auto books = sampleLedger();
     std::vector<std::string> ids;
-    for (int each = 0; each < 300; ++each) {
+    for (int each = 0; each < 10'050; ++each) {
         LedgerTransaction entry;
         entry.id = "b" + std::to_string(each);
         entry.kind = EntryKind::expense;
@@ -402,11 +404,26 @@ TEST(LedgerView, GoesOnWithAReversalThatStoppedAfterHundreds)
         books.entry(entry);
     }
     OpenedLedger page{books};
-    page.find<LedgerTable>("ledgerTable")->chooseAll(ids);
+    auto& table = *page.find<LedgerTable>("ledgerTable");
+    page.person.waitUntil("they are listed", [&] { return table.model()->rowCount() > 10'050; });
+    ASSERT_TRUE(table.chooseAll(ids));
     auto* reverse = page.find<QAction>("reverseSeveral");
     ASSERT_TRUE(reverse->isVisible()) << "the last of them still stands";
     reverse->trigger();
-    EXPECT_TRUE(page.person.says("Reverse 1 entry"));
+    page.person.waitForText("Reverse 1 entry");
+    const auto state = [&page](int row) {
+        const auto& rows = page.person.find<PlainTable>("batchTable").rows();
+        return rows.index(row, 2).data().toString().toStdString();
+    };
+    EXPECT_EQ(state(0), "Waiting") << "above thousands that are not sent";
+    page.under.server.replace("POST v1/transactions/b0/reverse", ServerReply::parked());
+    page.person.fill("batchReason", "Imported twice");
+    page.person.press("batchConfirm");
+    page.person.waitForText("Part 2 of 2");
+    EXPECT_EQ(state(49), "Being reversed…");
+    page.person.waitUntil("it is sent", [&] { return page.under.server.parkedCount() == 1; });
+    page.under.server.release(ServerReply::json(books.json()));
+    page.person.waitForText("1 entry reversed.");
     page.window.findChild<QDialog*>(QStringLiteral("batchReversalDialog"))->close();
 }
 
