@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <QAccessible>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -11,6 +12,7 @@
 #include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Charts/ChartLegend.h"
+#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/Theme/TypeScale.h"
@@ -44,6 +46,12 @@ void ChartView::present(ChartData data, ChartColors colors)
     tellCurrent();
 }
 
+void ChartView::setHeading(QSizeF size)
+{
+    if (std::exchange(m_heading, size) != size)
+        arrange();
+}
+
 /// The keys stay on the month that they were on, wherever it stands now; where it is gone, at their place.
 void ChartView::followCurrent(const std::vector<ChartSlot>& places)
 {
@@ -75,7 +83,7 @@ ChartLayouts::Room ChartView::legendRoom() const
 void ChartView::arrange()
 {
     auto room = legendRoom().rect;
-    room.setTop(ChartLegends::height(m_data, legendRoom(), InterfaceLanguage::tag()) + Space::step2);
+    room.setTop(ChartLegends::height(m_data, legendRoom(), InterfaceLanguage::tag(), m_heading) + Space::step2);
     m_layout = ChartPainter::layout(m_data, room, TypeScale::font(TypeStep::micro), InterfaceLanguage::tag());
     update();
 }
@@ -91,7 +99,7 @@ void ChartView::paintLegend(QPainter& painter) const
 {
     painter.setFont(TypeScale::font(TypeStep::small));
     const auto slot = shownSlot();
-    for (const auto& part : ChartLegends::parts(m_data, legendRoom(), slot, InterfaceLanguage::tag())) {
+    for (const auto& part : ChartLegends::parts(m_data, legendRoom(), slot, InterfaceLanguage::tag(), m_heading)) {
         if (part.series)
             ChartPainter::paintSample(painter, part.sample, m_data.series[*part.series], m_colors);
         painter.setPen(m_colors.of(slot ? Token::text : Token::text2));
@@ -159,6 +167,14 @@ void ChartView::keyPressEvent(QKeyEvent* event)
     if (count == 0)
         return QWidget::keyPressEvent(event);
     const auto current = m_current.value_or(m_data.chosen.value_or(count - 1));
+    if (event->matches(QKeySequence::Copy)) {
+        Q_EMIT copyWanted(current);
+        return;
+    }
+    if (KeyBindings::keys(Command::contextMenu).contains(QKeySequence{event->keyCombination()})) {
+        Q_EMIT menuWanted(current, mapToGlobal(middleOf(current).toPoint()));
+        return;
+    }
     switch (event->key()) {
     case Qt::Key_Left:
         return moveTo(current == 0 ? 0 : current - 1);
@@ -192,6 +208,20 @@ void ChartView::mousePressEvent(QMouseEvent* event)
         return QWidget::mousePressEvent(event);
     moveTo(*slot);
     Q_EMIT slotChosen(*slot);
+}
+
+void ChartView::contextMenuEvent(QContextMenuEvent* event)
+{
+    const bool isPointed = event->reason() == QContextMenuEvent::Mouse;
+    const auto slot = isPointed ? ChartLayouts::slotAt(m_layout, m_data, event->pos().x()) : m_current;
+    if (slot)
+        Q_EMIT menuWanted(*slot, isPointed ? event->globalPos() : mapToGlobal(middleOf(*slot).toPoint()));
+}
+
+QPointF ChartView::middleOf(std::size_t slot) const
+{
+    const auto slotWidth = m_layout.plot.width() / static_cast<double>(m_data.places.size());
+    return {m_layout.plot.left() + (static_cast<double>(slot) + 0.5) * slotWidth, m_layout.plot.center().y()};
 }
 
 void ChartView::leaveEvent(QEvent* event)

@@ -191,21 +191,33 @@ TEST(ChartLegend, WritesEveryFigureInsideItsRoomInEachLanguage)
         const ChartLayouts::Room narrow{.rect = {2, 2, 456, 200}, .lineHeight = 16, .widthOf = [](const QString& text) {
                                             return 7.0 * static_cast<double>(text.size());
                                         }};
-        const auto height = ChartLegends::height(data, narrow, locale);
-        EXPECT_LT(height, narrow.rect.height() / 3) << locale;
-        for (const auto slot : {std::optional<std::size_t>{0}, std::optional<std::size_t>{1}, {}}) {
-            const auto parts = ChartLegends::parts(data, narrow, slot, locale);
-            ASSERT_EQ(parts.size(), slot ? 4U : 3U) << locale;
-            const QRectF kept{2, 2, 456, height};
-            for (std::size_t at = 0; at < parts.size(); ++at) {
-                const auto whole = parts[at].rect.united(parts[at].sample);
-                EXPECT_TRUE(kept.contains(whole)) << locale << ' ' << parts[at].text.toStdString();
-                EXPECT_FALSE(parts[at].sample.intersects(parts[at].rect)) << locale;
-                for (std::size_t before = 0; before < at; ++before)
-                    EXPECT_FALSE(parts[before].rect.intersects(whole)) << locale << ' ' << at;
+        for (const QSizeF heading : {QSizeF{0, 0}, QSizeF{60, 20}, QSizeF{200, 20}}) {
+            const auto height = ChartLegends::height(data, narrow, locale, heading);
+            EXPECT_LT(height, narrow.rect.height() / 3) << locale;
+            for (const auto slot : {std::optional<std::size_t>{0}, std::optional<std::size_t>{1}, {}}) {
+                const auto parts = ChartLegends::parts(data, narrow, slot, locale, heading);
+                ASSERT_EQ(parts.size(), slot ? 4U : 3U) << locale;
+                const QRectF kept{2, 2, 456, height};
+                for (std::size_t at = 0; at < parts.size(); ++at) {
+                    const auto whole = parts[at].rect.united(parts[at].sample);
+                    EXPECT_TRUE(kept.contains(whole)) << locale << ' ' << parts[at].text.toStdString();
+                    EXPECT_FALSE(parts[at].sample.intersects(parts[at].rect)) << locale;
+                    EXPECT_FALSE(whole.intersects({{2, 2}, heading})) << locale << ' ' << at;
+                    for (std::size_t before = 0; before < at; ++before)
+                        EXPECT_FALSE(parts[before].rect.intersects(whole)) << locale << ' ' << at;
+                }
             }
         }
     }
+}
+
+/// The line of the heading is the first one of the legend, and no second one is kept where none is needed.
+TEST(ChartLegend, TakesALineOfItsOwnOnlyWhereAFigureNeedsIt)
+{
+    const auto data = incomeAndExpense();
+    EXPECT_EQ(ChartLegends::height(data, room(1'000), "en-US", {60, 20}), 20);
+    EXPECT_EQ(ChartLegends::parts(data, room(1'000), 0, "en-US", {60, 20}).front().rect.height(), 20);
+    EXPECT_EQ(ChartLegends::height(data, room(500), "en-US", {60, 20}), 20 + 10);
 }
 
 TEST(ChartLayout, FindsTheSlotUnderThePointer)

@@ -17,6 +17,7 @@
 #include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Screens/Reports/CurrencySegments.h"
+#include "LedgerUI/Screens/Reports/ReportChart.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -93,19 +94,13 @@ QWidget* IncomeTab::buildStrip()
 QWidget* IncomeTab::buildTrend()
 {
     auto* part = new QWidget(this);
-    m_trendTitle = new TextLabel(TypeStep::section, Token::text, part);
-    m_chart = new ChartView(part);
-    m_chart->setObjectName(QStringLiteral("trendChart"));
-    m_chart->setMinimumHeight(chartHeight);
+    m_chart = new ReportChart(QStringLiteral("trendChart"), part);
+    m_chart->view().setMinimumHeight(chartHeight);
     m_table = new ReportTable(QStringLiteral("trendTable"), RowDelegate::Density::oneLine, part);
-    auto* inset = new QVBoxLayout;
-    inset->setContentsMargins(Space::pageMargin - 2, 0, Space::pageMargin - 2, Space::step2);
-    inset->addWidget(m_chart);
     auto* rows = new QVBoxLayout(part);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
-    rows->addLayout(heading({m_trendTitle}));
-    rows->addLayout(inset, 1);
+    rows->addWidget(m_chart, 1);
     rows->addWidget(m_table, 1);
     return part;
 }
@@ -150,7 +145,8 @@ void IncomeTab::bindParts()
         query.side = static_cast<Movement>(id);
         Q_EMIT queryWanted(query);
     });
-    connect(m_chart, &ChartView::slotChosen, this, &IncomeTab::choosePart);
+    connect(&m_chart->view(), &ChartView::slotChosen, this, &IncomeTab::choosePart);
+    follow(m_chart->view(), *m_table, [this](std::size_t at) { return ReportPeriodGrids::idOf(m_trend.periods[at]); });
     connect(m_table, &ReportTable::rowOpened, this, [this](const QString& id) {
         const auto found = std::ranges::find(m_trend.periods, id.toStdString(), &ReportPeriodGrids::idOf);
         choosePart(static_cast<std::size_t>(found - m_trend.periods.begin()));
@@ -180,8 +176,7 @@ void IncomeTab::present(const ReportSheet& sheet, const ChartColors& colors)
     m_trend = sheet.trend;
     m_colors = colors;
     presentSegments(sheet);
-    m_trendTitle->setText(text("trend.title"));
-    m_chart->setAccessibleName(QStringLiteral("%1, %2").arg(text("trend.title"), qString(m_query.currency)));
+    m_chart->setTitle(text("trend.title"), qString(m_query.currency));
     m_chart->present(m_trend.chart, colors);
     m_table->present(m_trend.table, colors);
     if (m_trend.chosen)
@@ -232,7 +227,7 @@ void IncomeTab::presentCategories()
 
 QList<QWidget*> IncomeTab::panes() const
 {
-    QList<QWidget*> all{m_currency, m_chart, m_table};
+    QList<QWidget*> all{m_currency, &m_chart->view(), m_table};
     if (!m_categories->isHidden())
         all.append(m_categories);
     return all;

@@ -4,8 +4,8 @@
 
 #include "LedgerUI/Screens/Reports/ReportTab.h"
 
-class ChartView;
 class CurrencySegments;
+class ReportChart;
 class ReportTable;
 class SegmentedControl;
 class TextLabel;
@@ -36,8 +36,7 @@ private:
     CurrencySegments* m_currency = nullptr;
     SegmentedControl* m_grain = nullptr;
     SegmentedControl* m_side = nullptr;
-    TextLabel* m_trendTitle = nullptr;
-    ChartView* m_chart = nullptr;
+    ReportChart* m_chart = nullptr;
     ReportTable* m_table = nullptr;
     TextLabel* m_title = nullptr;
     TextLabel* m_of = nullptr;

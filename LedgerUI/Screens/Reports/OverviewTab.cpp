@@ -16,6 +16,7 @@
 #include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Screens/Reports/AttentionList.h"
+#include "LedgerUI/Screens/Reports/ReportChart.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -33,6 +34,11 @@ constexpr Extent narrow{.chartHeight = 180, .categories = 5, .attention = 2};
 constexpr int currenciesShown = 7;
 constexpr int categoriesWidth = 359;
 constexpr int monthsShown = 12;
+
+std::string idOf(std::chrono::year_month month)
+{
+    return ReportPeriodGrids::idOf(Period::containing(Period::Span::month, month / 1));
+}
 
 QHBoxLayout* heading(TextLabel* title, TextLabel* currency)
 {
@@ -97,25 +103,13 @@ OverviewTab::OverviewTab(Beside beside, QWidget* parent) : ReportTab{parent}, m_
     bindParts();
 }
 
-QWidget* OverviewTab::buildChart(QWidget* parent)
+ReportChart* OverviewTab::buildChart(QWidget* parent)
 {
-    auto* part = new QWidget(parent);
-    m_chartTitle = new TextLabel(TypeStep::section, Token::text, part);
-    m_chartCurrency = new TextLabel(TypeStep::small, Token::text2, part);
-    m_chart = new ChartView(part);
-    m_chart->setMinimumHeight(wide.chartHeight);
-    m_chart->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored); // as high as the categories beside it
-    m_chartNone = quietLine("chartNone", part);
-    auto* inset = new QVBoxLayout;
-    inset->setContentsMargins(Space::pageMargin - 2, Space::step1, Space::pageMargin - 2, Space::step2);
-    inset->addWidget(m_chart);
-    auto* rows = new QVBoxLayout(part);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
-    rows->addLayout(heading(m_chartTitle, m_chartCurrency));
-    rows->addLayout(inset, 1);
-    rows->addWidget(m_chartNone);
-    return part;
+    m_chart = new ReportChart(QStringLiteral("chart"), parent);
+    m_chart->view().setMinimumHeight(wide.chartHeight);
+    // As high as the categories beside it.
+    m_chart->view().setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    return m_chart;
 }
 
 /// The chart's months in figures.
@@ -169,11 +163,10 @@ void OverviewTab::bindParts()
     });
     // A currency opened is looked at in its categories.
     connect(m_currencies, &ReportTable::rowOpened, this, [this] { Q_EMIT tabWanted(QStringLiteral("income")); });
-    connect(m_chart, &ChartView::slotChosen, this, &OverviewTab::chooseMonth);
+    connect(&m_chart->view(), &ChartView::slotChosen, this, &OverviewTab::chooseMonth);
+    follow(m_chart->view(), *m_monthTable, [this](std::size_t at) { return idOf(m_months[at]); });
     connect(m_monthTable, &ReportTable::rowOpened, this, [this](const QString& id) {
-        const auto found = std::ranges::find(m_months, id.toStdString(), [](std::chrono::year_month month) {
-            return ReportPeriodGrids::idOf(Period::containing(Period::Span::month, month / 1));
-        });
+        const auto found = std::ranges::find(m_months, id.toStdString(), idOf);
         chooseMonth(static_cast<std::size_t>(found - m_months.begin()));
     });
     connect(m_attention, &AttentionList::wanted, this, &ReportTab::attentionWanted);
@@ -197,15 +190,8 @@ void OverviewTab::present(const ReportSheet& sheet, const ChartColors& colors)
     if (m_currencies->selectedIDs() != std::vector{sheet.query.currency})
         m_currencies->choose(sheet.query.currency);
     const auto code = QString::fromStdString(sheet.query.currency);
-    m_chartTitle->setText(text("chart"));
-    m_chartCurrency->setText(code);
-    const bool hasChart = ChartLayouts::hasMovement(sheet.overview.chart);
-    m_chart->setVisible(hasChart);
-    m_chart->setAccessibleName(QStringLiteral("%1, %2").arg(text("chart"), code));
-    if (hasChart)
-        m_chart->present(sheet.overview.chart, colors);
-    m_chartNone->setText(text("chart.none"));
-    m_chartNone->setVisible(!hasChart);
+    m_chart->setTitle(text("chart"), code);
+    m_chart->present(sheet.overview.chart, colors, text("chart.none"));
     m_monthsTitle->setText(text("table.months"));
     m_monthsCurrency->setText(code);
     m_monthTable->present(sheet.months, colors);
@@ -228,14 +214,13 @@ void OverviewTab::presentCategories(const Categories& shown, const ReportGrid& g
     shown.none->setVisible(grid.rows.empty());
 }
 
-/// Where there is little room the chart says its currency alone: what it shows stands in its legend.
 void OverviewTab::resizeEvent(QResizeEvent* event)
 {
     ReportTab::resizeEvent(event);
     const bool isNarrow = window()->width() < Space::foldBelow;
     const auto& extent = isNarrow ? narrow : wide;
-    m_chart->setMinimumHeight(extent.chartHeight);
-    m_chartTitle->setVisible(!isNarrow);
+    m_chart->view().setMinimumHeight(extent.chartHeight);
+    m_chart->showTitle(!isNarrow);
     m_expenses.table->showWhole(extent.categories);
     m_income.table->showWhole(extent.categories);
     m_attention->showFirst(extent.attention);
@@ -248,7 +233,7 @@ QList<QWidget*> OverviewTab::panes() const
         if (!pane->isHidden())
             all.append(pane);
     };
-    add(m_chart);
+    add(&m_chart->view());
     add(m_expenses.table);
     if (m_attention->firstStop())
         all.append(m_attention);

@@ -6,7 +6,7 @@
 #include "LedgerUI/Screens/Reports/ReportTab.h"
 
 class AttentionList;
-class ChartView;
+class ReportChart;
 class ReportTable;
 class TextLabel;
 
@@ -35,7 +35,7 @@ private:
         ReportTable* table = nullptr;
     };
 
-    QWidget* buildChart(QWidget* parent);
+    ReportChart* buildChart(QWidget* parent);
     QWidget* buildMonths(QWidget* parent);
     struct CategoryNames {
         const char* table;
@@ -50,10 +50,7 @@ private:
     Beside m_beside;
     std::vector<std::chrono::year_month> m_months; // of the chart's slots
     ReportTable* m_currencies = nullptr;
-    TextLabel* m_chartTitle = nullptr;
-    TextLabel* m_chartCurrency = nullptr;
-    TextLabel* m_chartNone = nullptr;
-    ChartView* m_chart = nullptr;
+    ReportChart* m_chart = nullptr;
     Categories m_expenses;
     AttentionList* m_attention = nullptr;
     TextLabel* m_monthsTitle = nullptr;

@@ -1,5 +1,8 @@
 #include "LedgerUI/Screens/Reports/ReportTab.h"
 
+#include <utility>
+
+#include "LedgerUI/Components/Chart/ChartView.h"
 #include "LedgerUI/Presentation/Reports/ReportGridModel.h"
 #include "LedgerUI/Presentation/Reports/ReportSorting.h"
 #include "LedgerUI/Screens/Reports/CurrencySegments.h"
@@ -20,6 +23,14 @@ void ReportTab::offerSaving(bool isOffered)
 {
     for (auto* table : findChildren<ReportTable*>())
         table->offerSaving(isOffered);
+}
+
+void ReportTab::follow(const ChartView& chart, ReportTable& table, std::function<std::string(std::size_t slot)> rowOf)
+{
+    connect(&chart, &ChartView::menuWanted, &table,
+            [&table, rowOf](std::size_t slot, QPoint place) { table.openRowMenu(rowOf(slot), place); });
+    connect(&chart, &ChartView::copyWanted, &table,
+            [&table, rowOf = std::move(rowOf)](std::size_t slot) { table.copyRow(rowOf(slot)); });
 }
 
 void ReportTab::follow(const CurrencySegments& currency)

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include <QList>
 #include <QWidget>
 
 #include "LedgerUI/Components/Chart/ChartPainter.h"
 #include "LedgerUI/Presentation/Reports/ReportSheet.h"
 
+class ChartView;
 class CurrencySegments;
 class ReportTable;
 
@@ -34,6 +38,8 @@ Q_SIGNALS:
 protected:
     /// Hands on what the table asks for.
     void follow(const ReportTable& table);
+    /// Opens and copies the figures of a chart, which stand in the table's rows of these identities.
+    void follow(const ChartView& chart, ReportTable& table, std::function<std::string(std::size_t slot)> rowOf);
     /// Asks for the currency that is chosen there.
     void follow(const CurrencySegments& currency);
     static void presentCurrencies(CurrencySegments& currency, const ReportSheet& sheet);

@@ -319,6 +319,35 @@ void ReportTable::openMenu(QPoint place)
     menu->popup(place);
 }
 
+void ReportTable::openRowMenu(std::string_view id, QPoint place)
+{
+    const int at = m_model->rowOf(id);
+    if (at < 0)
+        return;
+    auto* menu = new QMenu(this);
+    menu->setObjectName(QStringLiteral("rowMenu"));
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    const auto& cells = m_model->row(at).cells;
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+        const auto& cell = cells[column];
+        if (!cell.backing)
+            continue;
+        const auto figure = m_model->grid().columns[column].head + QLatin1Char(' ') + cell.text;
+        auto* action = menu->addAction(word(reportWords(), "menu.entriesOf", {figure.toStdString()}));
+        connect(action, &QAction::triggered, this, [this, backing = *cell.backing] { Q_EMIT backingWanted(backing); });
+    }
+    menu->addSeparator();
+    connect(menu->addAction(word(reportWords(), "menu.copyRow")), &QAction::triggered, this,
+            [this, row = std::string{id}] { copyRow(row); });
+    menu->popup(place);
+}
+
+void ReportTable::copyRow(std::string_view id)
+{
+    if (const int row = m_model->rowOf(id); row >= 0)
+        copyTable({row});
+}
+
 void ReportTable::copyCurrent()
 {
     const auto* cell = m_model->cell(currentIndex());

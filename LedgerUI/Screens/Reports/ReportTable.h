@@ -20,6 +20,9 @@ public:
     void showWhole(int most);
     /// Whether its menu offers to save it as a file.
     void offerSaving(bool isOffered) { m_offersSaving = isOffered; }
+    /// For who sees the figures of a row elsewhere: a menu of what they are made of, and the row for a spreadsheet.
+    void openRowMenu(std::string_view id, QPoint place);
+    void copyRow(std::string_view id);
     [[nodiscard]] const ReportGridModel& grid() const { return *m_model; }
 
 Q_SIGNALS:

@@ -378,6 +378,33 @@ TEST_F(Reports, CopyAFigureAndATableForSpreadsheets)
     EXPECT_EQ(table.count(QLatin1Char('\n')), 4);
 }
 
+/// What a chart tells of a month leads to its entries and to spreadsheets, as the table beside it does.
+TEST_F(Reports, OpenAndCopyTheFiguresOfAChart)
+{
+    open();
+    goTo("currencyTable", "IDR", 0);
+    screen.find("chart").setFocus();
+    screen.keys("Left Ctrl+C");
+    EXPECT_TRUE(QApplication::clipboard()->text().contains(QStringLiteral("\nOctober 2026\t")));
+    EXPECT_TRUE(QApplication::clipboard()->text().contains(QStringLiteral("\t-216,845,200\t")));
+    screen.keys("Shift+F10");
+    screen.waitFor("rowMenu");
+    EXPECT_TRUE(screen.says("Show the entries: Expense −216,845,200"));
+    screen.keys("Down Down Return");
+    screen.waitFor("totalsStrip");
+    EXPECT_NE(screen.read("totals").find("−216,845,200"), std::string::npos) << screen.read("totals");
+    EXPECT_TRUE(screen.says("October 2026"));
+    screen.press(page);
+    screen.turnTo("incomeTab");
+    const auto income = table("trendTable").grid().row(0).cells[1].text.mid(1).toStdString();
+    screen.find("trendChart").setFocus();
+    screen.keys("End Shift+F10");
+    screen.waitFor("rowMenu");
+    screen.keys("Down Return");
+    screen.waitFor("totalsStrip");
+    EXPECT_NE(screen.read("totals").find(income), std::string::npos) << screen.read("totals");
+}
+
 TEST_F(Reports, LendAHandWhereItIsWanted)
 {
     open();
