@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <fstream>
 #include <map>
+#include <set>
 
 #include <QPrinter>
 #include <QProcess>
@@ -11,7 +12,9 @@
 
 #include "LedgerUI/Components/Print/PagePainter.h"
 #include "LedgerUI/Presentation/Print/Paginator.h"
+#include "LedgerUI/Presentation/Reports/Output/ReportPrint.h"
 #include "LedgerUI/Theme/TypeScale.h"
+#include "LedgerUI/testing/ReportSample.h"
 
 namespace {
 
@@ -92,6 +95,27 @@ std::vector<std::string> misplaced(const PrintedPages& pages)
         }
     }
     return found;
+}
+
+/// The figures of the tables that stand nowhere in one piece.
+std::vector<std::string> brokenFigures(const PrintedDocument& shown, const PrintedPages& pages)
+{
+    std::set<QString> written;
+    for (const auto& page : pages.pages) {
+        for (const auto& text : page.texts)
+            written.insert(text.text);
+    }
+    std::vector<std::string> broken;
+    for (const auto& table : shown.tables) {
+        for (const auto& row : table.rows) {
+            for (std::size_t at = 0; at < table.columns.size() && row.level != Level::group; ++at) {
+                const auto& text = row.cells[at].text;
+                if (table.columns[at].side == PrintedColumn::Side::end && !text.isEmpty() && !written.contains(text))
+                    broken.push_back(text.toStdString());
+            }
+        }
+    }
+    return broken;
 }
 
 /// What the PDF tools of the system read in a file.
@@ -251,6 +275,33 @@ TEST(PrintedPages, LieDownWhereATableIsTooWideAndAreCutIntoPartsBeyondThat)
             for (int at = 0; at < 24; ++at)
                 EXPECT_EQ(all.count(QStringLiteral("−111,222,333,%1\n").arg(100 + at)), 1) << at;
             EXPECT_GT(all.count(QStringLiteral("thanh toán\n")), 1) << "each part begins with the account";
+        }
+    }
+}
+
+/// Of every report, in each language and on each paper, nothing stands outside the margins or upon another, and each
+/// figure in one piece.
+TEST(PrintedPages, CutNothingOfAnyReport)
+{
+    using enum ReportPart;
+    const auto today = std::chrono::year{2026} / std::chrono::November / 20;
+    const auto books = std::make_shared<const ReportBooks>(reportSample().share());
+    for (const auto* locale : {"zh-CN", "id-ID", "vi-VN", "en-US"}) {
+        for (const auto part : {overview, income, matrix, movements, summary}) {
+            const auto sheet = reportSheet(books,
+                                           {.report = part,
+                                            .period = Period::containing(Period::Span::month, today),
+                                            .currency = "IDR",
+                                            .today = today,
+                                            .hidesStillColumns = false},
+                                           locale);
+            const auto shown = ReportPrint::document(sheet, part, {.day = "2026-11-20", .time = "14:32"});
+            for (const auto size : {QPageSize::A4, QPageSize::Letter}) {
+                const auto pages = pagesOf(shown, {.size = QPageSize{size}});
+                const auto what = std::string{locale} + ' ' + std::string{ReportParts::idOf(part)};
+                EXPECT_EQ(misplaced(pages), std::vector<std::string>{}) << what;
+                EXPECT_EQ(brokenFigures(shown, pages), std::vector<std::string>{}) << what;
+            }
         }
     }
 }
