@@ -18,7 +18,6 @@
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
-#include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
@@ -28,6 +27,7 @@
 #include "LedgerUI/Presentation/Text/FileWords.h"
 #include "LedgerUI/Presentation/Text/SavingText.h"
 #include "LedgerUI/Screens/Imports/ImportFileCard.h"
+#include "LedgerUI/Screens/Imports/ImportFindings.h"
 #include "LedgerUI/Screens/Imports/ImportGuide.h"
 #include "LedgerUI/Screens/Imports/ImportProgress.h"
 #include "LedgerUI/Theme/Space.h"
@@ -35,10 +35,6 @@
 namespace {
 
 constexpr int bodyWidth = 820;
-constexpr int entriesHeight = 230;
-constexpr int effectsHeight = 130;
-constexpr int issuesHeight = 220;
-constexpr int stretchedColumn = 3; // of issues and of entries
 
 QString text(std::string_view key)
 {
@@ -77,7 +73,6 @@ ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{st
     connect(m_guide, &ImportGuide::templateWanted, this, [this] {
         saveFile(qString(LedgerImportCSV::templateName) + QStringLiteral(".csv"), LedgerImportCSV::templateText);
     });
-    connect(m_table, &PlainTable::chosen, this, &ImportDialog::presentIssue);
     connect(this, &FormDialog::confirmed, this, &ImportDialog::confirm);
     present();
 }
@@ -86,26 +81,14 @@ void ImportDialog::buildBody()
 {
     auto* body = new QWidget(bodyPlace());
     m_file = new ImportFileCard(body);
-    m_tableTitle = new TextLabel(TypeStep::small, Token::text2, body);
-    m_table = new PlainTable(stretchedColumn, body);
-    m_table->setObjectName(QStringLiteral("importTable"));
-    m_issue = new TextLabel(TypeStep::body, Token::text, body);
-    m_issue->setObjectName(QStringLiteral("importIssue"));
-    m_issue->setWordWrap(true);
-    m_effectsTitle = new TextLabel(TypeStep::small, Token::text2, body);
-    m_effects = new PlainTable(0, body);
-    m_effects->setObjectName(QStringLiteral("importEffects"));
+    m_findings = new ImportFindings(body);
     m_progress = new ImportProgress(body);
     m_guide = new ImportGuide(body);
     auto* rows = new QVBoxLayout(body);
     rows->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, Space::step4);
     rows->setSpacing(Space::step2);
     rows->addWidget(m_file);
-    rows->addWidget(m_tableTitle);
-    rows->addWidget(m_table);
-    rows->addWidget(m_issue);
-    rows->addWidget(m_effectsTitle);
-    rows->addWidget(m_effects);
+    rows->addWidget(m_findings);
     rows->addWidget(m_progress);
     rows->addWidget(m_guide);
     rows->addStretch(1);
@@ -126,11 +109,15 @@ void ImportDialog::present()
     cancelButton().setText(isImporting ? text(m_isStopping ? "stopping" : "stop") : word(dialogWords(), "close"));
     cancelButton().setEnabled(!m_isStopping);
     presentFile();
-    presentFindings();
+    m_findings->present(isPlanned() ? m_reading : nullptr);
     m_progress->setVisible(isImporting);
     if (isImporting)
         m_progress->present(m_confirmed, m_reading->plan.inputs.size());
     m_guide->setVisible(!isImporting);
+    const bool hasIssues = isPlanned() && m_reading->issueCount() > 0;
+    m_guide->present({.howTo = !isReady && m_stage != Stage::done,
+                      .copiesIssues = hasIssues,
+                      .savesIssues = hasIssues && LedgerImport::hasRows(*m_reading)});
     m_limits->setText(text("limits"));
 }
 
@@ -164,37 +151,6 @@ void ImportDialog::presentFile()
     m_file->button().setEnabled(m_stage != Stage::reading);
 }
 
-void ImportDialog::presentFindings()
-{
-    const bool hasIssues = isPlanned() && m_reading->issueCount() > 0;
-    const bool isReady = isPlanned() && m_reading->isReady();
-    m_table->setVisible(hasIssues || isReady);
-    m_tableTitle->setVisible(isReady);
-    m_tableTitle->setText(text("entryList"));
-    m_effects->setVisible(isReady && !m_reading->effects.empty());
-    m_effectsTitle->setVisible(isReady && !m_reading->effects.empty());
-    m_effectsTitle->setText(text("effectList"));
-    m_guide->present({.howTo = !isReady && m_stage != Stage::done,
-                      .copiesIssues = hasIssues,
-                      .savesIssues = hasIssues && LedgerImport::hasRows(*m_reading)});
-    m_table->setAccessibleName(text(hasIssues ? "issueList" : "entryList"));
-    m_table->setFixedHeight(std::min(m_table->wholeHeight(), hasIssues ? issuesHeight : entriesHeight));
-    presentIssue();
-    if (!isReady)
-        return;
-    auto effects = LedgerImport::effects(*m_reading, locale());
-    m_effects->setAccessibleName(text("effectList"));
-    m_effects->present(std::move(effects.columns), std::move(effects.rows));
-    m_effects->setFixedHeight(std::min(m_effects->wholeHeight(), effectsHeight));
-}
-
-void ImportDialog::presentIssue()
-{
-    const bool hasIssues = isPlanned() && m_reading->issueCount() > 0;
-    m_issue->setText(hasIssues ? LedgerImport::issueText(*m_reading, m_table->chosenID(), locale()) : QString{});
-    m_issue->setVisible(!m_issue->text().isEmpty());
-}
-
 QWidget& ImportDialog::firstField() const
 {
     if (m_stage == Stage::importing || m_stage == Stage::done)
@@ -215,10 +171,8 @@ void ImportDialog::adoptLanguage(const std::string& /*before*/)
 {
     if (m_stage != Stage::stopped)
         m_failure.clear();
-    if (isPlanned()) {
-        auto table = LedgerImport::found(*m_reading, locale());
-        m_table->present(std::move(table.columns), std::move(table.rows));
-    }
+    if (isPlanned())
+        m_findings->take(LedgerImport::found(*m_reading, locale()));
     present();
 }
 
@@ -258,9 +212,9 @@ void ImportDialog::adopt(LedgerImport::Answer answer)
         return read(answer.reading->path);
     m_reading = std::move(answer.reading);
     m_stage = Stage::planned;
-    m_table->present(std::move(answer.table.columns), std::move(answer.table.rows));
+    m_findings->take(std::move(answer.table));
     if (m_reading->issueCount() > 0)
-        m_table->chooseFirst();
+        m_findings->chooseFirst();
     present();
     firstField().setFocus(Qt::OtherFocusReason);
 }

@@ -7,9 +7,9 @@
 #include "LedgerUI/Presentation/Imports/LedgerImport.h"
 
 class ImportFileCard;
+class ImportFindings;
 class ImportGuide;
 class ImportProgress;
-class PlainTable;
 class TextLabel;
 
 /// Brings older entries in from a file: choose it, see what it would record or what is wrong with it, confirm, and
@@ -41,14 +41,12 @@ private:
 
     void buildBody();
     void presentFile();
-    void presentFindings();
     [[nodiscard]] Note note() const;
     void askForFile();
     void read(const std::filesystem::path& path);
     void adopt(LedgerImport::Answer answer);
     /// `content` is asked for it on a worker.
     void saveFile(const QString& suggestion, std::function<std::string()> content);
-    void presentIssue();
     void confirm();
     void import();
     void finish(const Result<void>& outcome);
@@ -62,11 +60,7 @@ private:
     QString m_failure; // why it stopped, or why a file could not be saved
 
     ImportFileCard* m_file = nullptr;
-    PlainTable* m_table = nullptr;   // issues or entries
-    PlainTable* m_effects = nullptr; // on balances
-    TextLabel* m_tableTitle = nullptr;
-    TextLabel* m_issue = nullptr; // the chosen issue in full, with what to do about it
-    TextLabel* m_effectsTitle = nullptr;
+    ImportFindings* m_findings = nullptr;
     ImportProgress* m_progress = nullptr;
     ImportGuide* m_guide = nullptr;
     TextLabel* m_limits = nullptr;
