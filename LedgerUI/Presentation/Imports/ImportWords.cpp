@@ -64,6 +64,7 @@ const WordTable& importWords()
         {"column", "列", "Kolom", "Cột", "Column"},
         {"value", "文件中的值", "Isi dalam berkas", "Giá trị trong tệp", "Value in file"},
         {"issue", "问题", "Masalah", "Lỗi", "Issue"},
+        {"copied", "已复制", "Tersalin", "Đã sao chép", "Copied"},
         {"copyIssues", "复制问题", "Salin masalah", "Sao chép lỗi", "Copy issues"},
         {"saveIssues", "保存带问题列的文件…", "Simpan berkas dengan masalahnya…", "Lưu tệp kèm cột lỗi…",
          "Save the file with its issues…"},

@@ -20,6 +20,7 @@
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
@@ -64,8 +65,10 @@ ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{st
     setAcceptDrops(true);
     buildBody();
     connect(&m_file->button(), &QPushButton::clicked, this, &ImportDialog::askForFile);
-    connect(m_guide, &ImportGuide::copyWanted, this,
-            [this] { QApplication::clipboard()->setText(LedgerImport::issuesText(*m_reading, locale())); });
+    connect(m_guide, &ImportGuide::copyWanted, this, [this] {
+        QApplication::clipboard()->setText(LedgerImport::issuesText(*m_reading, locale()));
+        say(text("copied"));
+    });
     connect(m_guide, &ImportGuide::issuesWanted, this, [this] {
         const auto name = qString(m_reading->path.stem().string()) + QStringLiteral("-issues.csv");
         saveFile(name, [reading = m_reading, locale = locale()] { return LedgerImport::issuesFile(*reading, locale); });
@@ -123,6 +126,25 @@ void ImportDialog::present()
 
 CommandForm::Note ImportDialog::note() const
 {
+    auto told = standing();
+    if (m_said.isEmpty())
+        return told;
+    if (told.text.isEmpty())
+        return {Banner::Kind::success, m_said};
+    told.text += QLatin1Char('\n') + m_said;
+    return told;
+}
+
+void ImportDialog::say(const QString& what)
+{
+    m_said = what;
+    if (m_stage != Stage::stopped)
+        m_failure.clear();
+    present();
+}
+
+CommandForm::Note ImportDialog::standing() const
+{
     if (m_stage == Stage::done)
         return {Banner::Kind::success, counted("done", m_confirmed)};
     if (m_stage == Stage::stopped) {
@@ -171,6 +193,7 @@ void ImportDialog::adoptLanguage(const std::string& /*before*/)
 {
     if (m_stage != Stage::stopped)
         m_failure.clear();
+    m_said.clear();
     if (isPlanned())
         m_findings->take(LedgerImport::found(*m_reading, locale()));
     present();
@@ -196,6 +219,7 @@ void ImportDialog::read(const std::filesystem::path& path)
 {
     m_stage = Stage::reading;
     m_failure.clear();
+    m_said.clear();
     present();
     const int run = ++m_readings;
     QCoro::connect(LedgerImport::read(path, snapshot(), store().today(), locale()), this,
@@ -222,8 +246,11 @@ void ImportDialog::adopt(LedgerImport::Answer answer)
 void ImportDialog::saveFile(const QString& suggestion, std::function<std::string()> content)
 {
     const auto write = [this, content = std::move(content)](const std::filesystem::path& path) {
-        QCoro::connect(SavedFile::write(path, content), this, [this](const std::optional<SavingProblem>& problem) {
-            m_failure = problem ? notSavedText(locale(), word(fileWords(), "notSaved"), *problem) : QString{};
+        QCoro::connect(SavedFile::write(path, content), this, [this, path](std::optional<SavingProblem> problem) {
+            if (!problem)
+                return say(word(exportWords(), "done", {path.filename().string()}));
+            m_said.clear();
+            m_failure = notSavedText(locale(), word(fileWords(), "notSaved"), *problem);
             present();
         });
     };
@@ -259,6 +286,7 @@ void ImportDialog::import()
     m_confirmed = 0;
     m_isStopping = false;
     m_failure.clear();
+    m_said.clear();
     present();
     cancelButton().setFocus(Qt::OtherFocusReason);
     const auto progress = [self = QPointer<ImportDialog>{this}](std::size_t confirmed) {

@@ -42,6 +42,9 @@ private:
     void buildBody();
     void presentFile();
     [[nodiscard]] Note note() const;
+    [[nodiscard]] Note standing() const;
+    /// What was taken out of the form is told below what is to be said of the file.
+    void say(const QString& what);
     void askForFile();
     void read(const std::filesystem::path& path);
     void adopt(LedgerImport::Answer answer);
@@ -58,6 +61,7 @@ private:
     std::size_t m_confirmed = 0;
     bool m_isStopping = false;
     QString m_failure; // why it stopped, or why a file could not be saved
+    QString m_said;    // of what was saved or copied last
 
     ImportFileCard* m_file = nullptr;
     ImportFindings* m_findings = nullptr;

@@ -165,6 +165,7 @@ TEST(ImportDialog, NamesEveryIssueAndSendsNothing)
     under.screen.press("importCopyIssues");
     const auto copied = QApplication::clipboard()->text();
     EXPECT_EQ(copied.count(QLatin1Char{'\n'}), 1'002);
+    EXPECT_TRUE(under.screen.says("1,002 issues found; no data has been written\nCopied"));
     EXPECT_TRUE(
         copied.contains(QStringLiteral("2\tAmount\t1.250.000\tAmount must be a valid number greater than zero.")));
 
@@ -346,11 +347,13 @@ TEST(ImportDialog, SavesItsTemplateOrSaysWhyNot)
     std::ostringstream saved;
     saved << std::ifstream{folder / "template.csv", std::ios::binary}.rdbuf();
     EXPECT_EQ(saved.str(), LedgerImportCSV::templateText());
+    under.screen.waitForText("Saved template.csv");
 
     saveAs(folder / "gone" / "template.csv");
     under.screen.waitForText("The file could not be saved.");
     EXPECT_TRUE(under.screen.says("The folder is no longer there."));
     saveAs(folder / "again.csv");
     under.screen.waitUntil("the template is saved", [&] { return std::filesystem::exists(folder / "again.csv"); });
+    under.screen.waitForText("Saved again.csv");
     EXPECT_FALSE(under.screen.says("The file could not be saved."));
 }
