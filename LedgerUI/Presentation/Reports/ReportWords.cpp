@@ -203,6 +203,7 @@ const WordTable& reportWords()
         {"dueItem", "“%1”应于 %2 记账", "“%1” jatuh tempo %2", "“%1” đến hạn ngày %2", "“%1” is due on %2"},
         {"attention.settle", "结算", "Selesaikan", "Thanh toán", "Settle"},
         {"menu.showEntries", "查看对应记录", "Tampilkan catatannya", "Xem các bút toán", "Show the entries"},
+        {"menu.showEntry", "查看此记录", "Tampilkan catatan ini", "Xem bút toán này", "Show the entry"},
         {"menu.entriesOf", "查看对应记录：%1", "Tampilkan catatannya: %1", "Xem các bút toán: %1",
          "Show the entries: %1"},
         {"menu.copyFigure", "复制数字", "Salin angka", "Sao chép số liệu", "Copy the figure"},

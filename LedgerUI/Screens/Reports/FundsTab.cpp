@@ -11,6 +11,7 @@ FundsTab::FundsTab(QWidget* parent)
     addTable(QStringLiteral("fundSumTable"), [](const auto& sheet) -> const ReportGrid& { return sheet.funds.sums; });
     auto* list =
         addTable(QStringLiteral("fundTable"), [](const auto& sheet) -> const ReportGrid& { return sheet.funds.list; });
+    list->haveEntries();
     m_note = addNote(QStringLiteral("fundNote"));
     connect(list, &ReportTable::rowOpened, this,
             [this](const QString& id) { Q_EMIT entryWanted(qString(FundMovementGrids::entryOf(id.toStdString()))); });

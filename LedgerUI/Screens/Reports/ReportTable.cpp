@@ -304,6 +304,8 @@ void ReportTable::openMenu(QPoint place)
     };
     if (cell && cell->backing)
         add("menu.showEntries", [this] { openCurrent(); });
+    else if (cell && m_hasEntries)
+        add("menu.showEntry", [this] { openCurrent(); });
     if (cell) {
         add("menu.copyFigure", [this] { copyCurrent(); });
         add("menu.copyRow", [this] { copyTable({currentIndex().row()}); });

@@ -18,6 +18,8 @@ public:
     void present(ReportGrid grid, const ChartColors& colors);
     /// From now on it is as high as its rows, or the first `most` of them.
     void showWhole(int most);
+    /// Its rows are entries, which the menu offers to show where no figure has several behind it.
+    void haveEntries() { m_hasEntries = true; }
     /// Whether its menu offers to save it as a file.
     void offerSaving(bool isOffered) { m_offersSaving = isOffered; }
     /// For who sees the figures of a row elsewhere: a menu of what they are made of, and the row for a spreadsheet.
@@ -61,6 +63,7 @@ private:
     std::shared_ptr<Look> m_look;
     Density m_density;
     bool m_offersSaving = false;
+    bool m_hasEntries = false;
     int m_rowsShown = 0;           // as high as these; 0 for as high as the place
     std::vector<int> m_textWidths; // of the columns; empty until they are measured
 };

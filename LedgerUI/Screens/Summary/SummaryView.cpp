@@ -106,6 +106,7 @@ QWidget* SummaryView::buildLatest()
     m_latestNone = note("latestNone", part);
     m_latest = new ReportTable(QStringLiteral("latestTable"), RowDelegate::Density::oneLine, part);
     m_latest->showWhole(everyRow);
+    m_latest->haveEntries();
     m_attention = new AttentionList(part);
     auto* rows = column(part);
     rows->addWidget(m_latestTitle);

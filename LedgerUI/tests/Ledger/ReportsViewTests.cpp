@@ -461,6 +461,16 @@ TEST_F(Summary, LeadsFromALatestEntryToThatEntry)
     screen.keys("Return");
     screen.waitFor("ledgerTable");
     EXPECT_EQ(screen.find<LedgerTable>("ledgerTable").selectedIDs(), std::vector<std::string>{"refund1"});
+    // And so does the menu of any of its figures.
+    screen.press(page);
+    screen.waitFor("latestTable");
+    goTo("latestTable", "u2026-11", 3);
+    screen.keys("Shift+F10");
+    screen.waitFor("figureMenu");
+    EXPECT_TRUE(screen.says("Show the entry"));
+    screen.keys("Down Return");
+    screen.waitFor("ledgerTable");
+    EXPECT_EQ(screen.find<LedgerTable>("ledgerTable").selectedIDs(), std::vector<std::string>{"u2026-11"});
 }
 
 TEST_F(Summary, TellsWhatWantsAHandAndCountsWhatItThenShows)
