@@ -74,7 +74,8 @@ private:
 
     [[nodiscard]] DividendBatch batch() const
     {
-        auto lines = DividendAllocationCalculator::allocate(command.amountMinor.value_or(0), command.shares.value(),
+        auto lines = DividendAllocationCalculator::allocate(command.amountMinor.value_or(0),
+                                                            promised(command.shares, "an allocation names its shares"),
                                                             context.state.participants);
         require(lines.has_value(), "only an allocation that can be made is accepted");
         return {.id = stamp.recordID,

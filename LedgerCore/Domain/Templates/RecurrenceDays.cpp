@@ -17,9 +17,7 @@ constexpr int lastYear = 9999;
 
 year_month_day dayOf(std::string_view text)
 {
-    const auto day = LedgerDay::parse(text);
-    require(day.has_value(), "a recurrence is asked about days that exist");
-    return *day;
+    return promised(LedgerDay::parse(text), "a recurrence is asked about days that exist");
 }
 
 /// Units of days, or of months.

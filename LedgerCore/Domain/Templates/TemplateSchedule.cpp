@@ -15,9 +15,8 @@ constexpr std::string_view mark = "occurrence:";
 
 std::string moved(std::string_view day, int days)
 {
-    const auto parsed = LedgerDay::parse(day);
-    require(parsed.has_value(), "today is a day");
-    return LedgerDay::format(std::chrono::sys_days{*parsed} + std::chrono::days{days});
+    return LedgerDay::format(std::chrono::sys_days{promised(LedgerDay::parse(day), "today is a day")} +
+                             std::chrono::days{days});
 }
 
 std::optional<std::string> firstAfter(const Recurrence& recurrence, std::string_view day)
