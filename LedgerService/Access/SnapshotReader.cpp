@@ -35,9 +35,7 @@ constexpr std::int64_t mostChangesOfDelta = 2'000;
 LedgerSnapshot smallParts(Connection& connection, KnownSections& sections, std::string_view companyID, Member reader)
 {
     LedgerSnapshot snapshot;
-    auto company = CompanyRepository::find(connection, companyID);
-    require(company.has_value(), "a member's company exists");
-    snapshot.company = *std::move(company);
+    snapshot.company = promised(CompanyRepository::find(connection, companyID), "a member's company exists");
     snapshot.members = Visibility::members(MemberRepository::all(connection, companyID), reader);
     auto accounts = AccountRepository::all(connection, companyID);
     snapshot.transferDestinations = LedgerEntryAccess::transferDestinations(accounts, reader);

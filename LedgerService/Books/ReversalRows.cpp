@@ -42,7 +42,7 @@ std::expected<EntryChange, Refusal> decide(const Reversal& command, const Revers
     const auto context = rows.context();
     if (const auto refusal = ReversalRules::whyNot(command, context))
         return std::unexpected(BookRefusal::of(*refusal));
-    auto entry = oppositeOf(*rows.original, command, rows);
+    auto entry = oppositeOf(promised(rows.original, "a reversal that is accepted has an original"), command, rows);
     auto balances = BalanceRules::after(entry.legs, context.accounts);
     require(balances.has_value(), "a reversal that is accepted leaves possible balances");
     require(balances->empty() == entry.legs.empty(), "the accounts of all legs are loaded");

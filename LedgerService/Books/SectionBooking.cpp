@@ -85,6 +85,7 @@ std::expected<EntryChange, Refusal> SectionBooking::book(LedgerTransaction entry
     if (std::ranges::any_of(rows.attachments, isLinked))
         return std::unexpected(BookRefusal::of(PostingReason::receiptLinked));
     std::vector<const Account*> accounts;
+    accounts.reserve(rows.accounts.size());
     for (const auto& account : rows.accounts)
         accounts.push_back(&account);
     auto balances = BalanceRules::after(entry.legs, accounts);
@@ -111,10 +112,10 @@ LedgerTransaction SectionBooking::begin(std::string_view kind, std::string_view 
 
 LedgerTransaction SectionBooking::opposite(std::string_view day, std::string_view note, const SectionRows& rows)
 {
-    require(rows.original.has_value(), "only money that was booked is undone");
+    const auto& original = promised(rows.original, "only money that was booked is undone");
     auto entry = begin(EntryKind::reversal, day, note, rows);
-    entry.reversalOf = rows.original->id;
-    entry.legs = ReversalRules::legs(*rows.original);
+    entry.reversalOf = original.id;
+    entry.legs = ReversalRules::legs(original);
     return entry;
 }
 

@@ -192,9 +192,7 @@ private:
 
 sys_days dayOf(std::string_view day)
 {
-    const auto known = LedgerDay::parse(day);
-    require(known.has_value(), "the demonstration ends on a calendar day");
-    return sys_days{known.value_or(std::chrono::year_month_day{})};
+    return sys_days{promised(LedgerDay::parse(day), "the demonstration ends on a calendar day")};
 }
 
 }

@@ -19,11 +19,11 @@ constexpr std::string_view owner = DemoIdentity::owner;
 constexpr std::string_view admin = DemoIdentity::admin;
 constexpr std::string_view partner = DemoIdentity::partner;
 
-std::string dayBefore(const std::string& day)
+std::string lastDayBefore(const std::optional<FinancialSettings>& settings)
 {
-    const auto known = LedgerDay::parse(day);
-    require(known.has_value(), "the books begin on a calendar day");
-    return LedgerDay::format(std::chrono::sys_days{*known} - std::chrono::days{1});
+    constexpr std::string_view promise = "the demonstration begins on a calendar day";
+    const auto& start = promised(promised(settings, promise).bookkeepingStartDate, promise);
+    return LedgerDay::format(std::chrono::sys_days{promised(LedgerDay::parse(start), promise)} - std::chrono::days{1});
 }
 
 CapitalCommand capital(std::string_view action)
@@ -157,7 +157,7 @@ void DemoOwners::found()
     }
     auto history = capital(CapitalAction::setBaseline);
     history.currency = "USD";
-    history.throughDate = dayBefore(m_books.settings->bookkeepingStartDate.value());
+    history.throughDate = lastDayBefore(m_books.settings);
     history.entries = {
         {ownerID(owner), {}, 18'000'000}, {ownerID(admin), {}, 9'000'000}, {ownerID(partner), {}, 3'000'000}};
     m_keeper.submit(history, owner);

@@ -9,6 +9,7 @@
 #include <boost/beast/http/read.hpp>
 #include <fmt/core.h>
 
+#include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Http/Connections/ReplyBlocks.h"
 #include "LedgerService/Http/Connections/ReplyHeader.h"
@@ -25,12 +26,13 @@ namespace http = boost::beast::http;
 using Steady = std::chrono::steady_clock;
 
 constexpr std::size_t readChunkBytes = 4096;
-constexpr std::size_t bodyBlockBytes = 16 * 1024;
+constexpr std::size_t bodyBlockBytes = std::size_t{16} * 1024;
 constexpr std::size_t requestIDBytes = 9;
-constexpr std::size_t replyBlockBytes = 256 * 1024;
+constexpr std::size_t replyBlockBytes = std::size_t{256} * 1024;
 /// How long a client that is still sending is listened to after its refusal, so that it gets to read it.
 constexpr std::chrono::seconds lingerTime{5};
 constexpr std::string_view emptyLine = "\r\n";
+constexpr std::string_view headFirst = "the header of a request is read before what follows it";
 /// What a client that speaks TLS begins with.
 constexpr char handshakeByte = 0x16;
 /// What a body or a reply is refused with when all that may be held is held already.
@@ -173,7 +175,7 @@ asio::awaitable<bool> HttpConnection::answerOne()
     auto failure = co_await readHeader();
     if (failure)
         co_return co_await turnAway(refusalOf(failure, false));
-    const auto& header = m_parser->get();
+    const auto& header = promised(m_parser, headFirst).get();
     m_headAsked = header.method() == http::verb::head;
     const bool keepAlive = header.keep_alive();
     auto request = RequestHead::read(header, m_ends, m_shared.proxies);
@@ -210,12 +212,12 @@ asio::awaitable<beast::error_code> HttpConnection::readHeader()
     beast::error_code failure;
     enter(Phase::readingHeader);
     m_headAsked = false;
-    m_parser.emplace();
-    m_parser->header_limit(m_shared.limits.headerBytes);
-    m_parser->body_limit(boost::none); // set with the route
+    auto& parser = m_parser.emplace();
+    parser.header_limit(m_shared.limits.headerBytes);
+    parser.body_limit(boost::none); // set with the route
     m_stream.expiresAfter(m_shared.limits.header);
     auto token = asio::redirect_error(asio::use_awaitable, failure);
-    co_await http::async_read_header(m_stream, m_buffer, *m_parser, token);
+    co_await http::async_read_header(m_stream, m_buffer, parser, token);
     co_return failure;
 }
 
@@ -223,22 +225,24 @@ asio::awaitable<beast::error_code> HttpConnection::readHeader()
 /// is read to its end all the same, for clients listen for the reply only then.
 bool HttpConnection::asksWhoSends(const RouteMatch& match) const
 {
-    const auto length = m_parser->content_length();
-    return match.route && !match.route->isOpen() && !m_parser->is_done() &&
+    const auto& parser = promised(m_parser, headFirst);
+    const auto length = parser.content_length();
+    return match.route && !match.route->isOpen() && !parser.is_done() &&
            (!length || *length > m_shared.limits.uncountedBytes);
 }
 
 asio::awaitable<beast::error_code> HttpConnection::readBody(std::size_t limit, Body body)
 {
     beast::error_code failure;
-    if (const auto length = m_parser->content_length(); length && *length > limit)
+    auto& parser = promised(m_parser, headFirst);
+    if (const auto length = parser.content_length(); length && *length > limit)
         co_return http::error::body_limit;
-    if (m_parser->is_done())
+    if (parser.is_done())
         co_return failure;
     enter(Phase::readingBody);
-    m_parser->body_limit(limit);
+    parser.body_limit(limit);
     m_stream.expiresAfter(m_shared.limits.body);
-    if (beast::iequals(m_parser->get()[http::field::expect], "100-continue")) {
+    if (beast::iequals(parser.get()[http::field::expect], "100-continue")) {
         constexpr std::string_view goOn = "HTTP/1.1 100 Continue\r\n\r\n";
         if (!co_await send({asio::buffer(goOn)}))
             co_return http::error::end_of_stream;
@@ -246,10 +250,10 @@ asio::awaitable<beast::error_code> HttpConnection::readBody(std::size_t limit, B
     }
     std::array<char, bodyBlockBytes> block{};
     auto token = asio::redirect_error(asio::use_awaitable, failure);
-    while (!m_parser->is_done()) {
-        m_parser->get().body() = {.data = block.data(), .size = block.size(), .more = true};
-        co_await http::async_read_some(m_stream, m_buffer, *m_parser, token);
-        const auto arrived = block.size() - m_parser->get().body().size;
+    while (!parser.is_done()) {
+        parser.get().body() = {.data = block.data(), .size = block.size(), .more = true};
+        co_await http::async_read_some(m_stream, m_buffer, parser, token);
+        const auto arrived = block.size() - parser.get().body().size;
         if (failure && failure != http::error::need_buffer)
             co_return failure;
         m_progress = Steady::now();

@@ -3,6 +3,7 @@
 #include <boost/asio/post.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
+#include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Http/ReplyPacking.h"
 #include "LedgerService/Log.h"
@@ -15,8 +16,9 @@ namespace asio = boost::asio;
 using Steady = std::chrono::steady_clock;
 
 /// A body up to this size is understood on the network thread.
-constexpr std::size_t quickBodyBytes = 16 * 1024;
+constexpr std::size_t quickBodyBytes = std::size_t{16} * 1024;
 constexpr int tooManyRequests = 429;
+constexpr std::string_view wholeReplies = "a whole answer and the last step of one give a reply";
 
 std::string_view patternOf(const RouteMatch& match)
 {
@@ -83,7 +85,7 @@ asio::awaitable<Reply> Answering::reply(RouteMatch match, Request request, std::
     const auto queue = m_limits.queue;
     auto* const lane = laneOf(match, request);
     if (!lane)
-        co_return take(whole, match, request, queue).value_or(Reply{});
+        co_return promised(take(whole, match, request, queue), wholeReplies);
     if (!lane->hasPlaceFor(person)) {
         Log::request(request.id, request.method, patternOf(match), tooManyRequests, {});
         co_return replyOf(Refusal::of(ServiceCode::rateLimited, "Too many sign in from here at this moment; try again.",
@@ -94,7 +96,7 @@ asio::awaitable<Reply> Answering::reply(RouteMatch match, Request request, std::
     auto reply = take(whole, match, request, queue);
     co_await asio::post(asio::use_awaitable); // and back, past what still queues for the lane
     lane->leavePlace(person);
-    co_return *std::move(reply);
+    co_return promised(std::move(reply), wholeReplies);
 }
 
 /// Commands take turns to write. What needs no turn is done before and after, off the thread that writes.
@@ -118,7 +120,7 @@ asio::awaitable<Reply> Answering::replyToCommand(std::shared_ptr<Command> comman
     }
     if (away)
         co_await asio::post(asio::use_awaitable);
-    co_return *std::move(reply);
+    co_return promised(std::move(reply), wholeReplies);
 }
 
 }

@@ -23,9 +23,7 @@ constexpr std::chrono::hours day{24};
 
 Company companyOf(Connection& connection, std::string_view id)
 {
-    auto company = CompanyRepository::find(connection, id);
-    require(company.has_value(), "a company that was founded exists");
-    return *std::move(company);
+    return promised(CompanyRepository::find(connection, id), "a company that was founded exists");
 }
 
 std::optional<Refusal> whyNotApply(const CommandAct& act, const Service& service, const Company& from)

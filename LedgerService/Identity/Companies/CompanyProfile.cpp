@@ -37,9 +37,7 @@ SettingsUpdate settingsOf(const Company& company, const std::string& locale)
 
 Company companyOf(const CommandAct& act)
 {
-    auto company = CompanyRepository::find(act.connection, act.companyID);
-    require(company.has_value(), "a member's company exists");
-    return *std::move(company);
+    return promised(CompanyRepository::find(act.connection, act.companyID), "a member's company exists");
 }
 
 }

@@ -26,10 +26,7 @@ void WritingTurns::begin()
 
 void WritingTurns::end()
 {
-    if (m_turn)
-        m_turn->transaction.commit();
-    else
-        require(false, "a turn that ends has begun");
+    promised(m_turn, "a turn that ends has begun").transaction.commit();
     m_turn.reset();
 }
 

@@ -47,9 +47,7 @@ CompanyState advanced(Connection& connection, std::string_view companyID, std::s
             bind(query);
             query.run();
         }
-        const auto found = CompanyHistory::state(connection, companyID);
-        require(found.has_value(), "only a company that exists changes");
-        return *found;
+        return promised(CompanyHistory::state(connection, companyID), "only a company that exists changes");
     }
     Query query{connection, returning};
     bind(query);

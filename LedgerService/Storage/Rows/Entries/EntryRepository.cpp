@@ -183,9 +183,8 @@ void insertRows(Connection& connection, std::string_view companyID, std::int64_t
 /// One that was recorded.
 LedgerTransaction recorded(Connection& connection, std::string_view companyID, std::string_view entryID)
 {
-    auto entry = EntryRepository::find(connection, companyID, entryID);
-    require(entry.has_value(), "only an entry that is recorded is renewed and gets receipts");
-    return std::move(entry).value_or(LedgerTransaction{});
+    return promised(EntryRepository::find(connection, companyID, entryID),
+                    "only an entry that is recorded is renewed and gets receipts");
 }
 
 /// Has the fragment of a recorded entry say what its rows say.

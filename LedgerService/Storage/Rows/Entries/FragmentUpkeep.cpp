@@ -114,9 +114,7 @@ private:
 
     static CompanyState stateOf(Connection& connection, std::string_view companyID)
     {
-        const auto state = CompanyHistory::state(connection, companyID);
-        require(state.has_value(), "only a company that exists is checked");
-        return state.value_or(CompanyState{});
+        return promised(CompanyHistory::state(connection, companyID), "only a company that exists is checked");
     }
 
     void compare(std::int64_t after, std::int64_t last)
