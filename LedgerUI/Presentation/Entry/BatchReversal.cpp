@@ -85,8 +85,7 @@ void BatchReversal::move(std::size_t at, Stage stage)
 
 BatchReversal::Item& BatchReversal::settle(Stage stage)
 {
-    const auto at = std::exchange(m_sending, std::nullopt).value_or(m_items.size());
-    require(at < m_items.size(), "a reply belongs to a reversal that is on its way");
+    const auto at = promised(std::exchange(m_sending, std::nullopt), "a reply belongs to a reversal on its way");
     move(at, stage);
     if (stage == Stage::unknown)
         m_unknown = at;
@@ -119,9 +118,7 @@ void BatchReversal::succeed()
 
 bool BatchReversal::fail(const Failure& failure, QString message)
 {
-    const auto at = m_sending.value_or(m_items.size());
-    require(at < m_items.size(), "a reply belongs to a reversal that is on its way");
-    const bool mayBePosted = m_items[at].mayBePosted;
+    const bool mayBePosted = m_items[promised(m_sending, "a reply belongs to a reversal on its way")].mayBePosted;
     switch (fateOf(failure)) {
     case CommandFate::refused:
         settle(Stage::refused).note = std::move(message);

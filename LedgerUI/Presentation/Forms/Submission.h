@@ -65,6 +65,8 @@ public:
     [[nodiscard]] const std::optional<Failure>& refusal() const { return m_refusal; }
     /// The command sent last: on its way, of unknown outcome, or, while editing, refused. Nothing before the first.
     [[nodiscard]] const std::optional<Command>& command() const { return m_command; }
+    /// The same, where the form stands past its first sending.
+    [[nodiscard]] const Command& sent() const { return promised(m_command, "only a form that was sent has a command"); }
 
     /// What a person changed. Ignored while the form is locked.
     void edit(Form form)

@@ -113,7 +113,7 @@ void AccountFormDialog::finish(const Result<void>& reply)
         return leave();
     if (reply) {
         m_submission.succeed();
-        const auto id = AccountDrafts::resultOf(*m_submission.command(), *store().snapshot());
+        const auto id = AccountDrafts::resultOf(m_submission.sent(), *store().snapshot());
         Q_EMIT saved(qString(id), wordIn(locale(), accountFormWords(), m_subject.isNew() ? "done.new" : "done.change"));
         leave();
         return;

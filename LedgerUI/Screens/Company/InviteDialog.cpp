@@ -174,8 +174,7 @@ void InviteDialog::send(const Invite& invitation)
 
 void InviteDialog::finish(const Result<InviteResponse>& reply)
 {
-    const auto& sent = m_submission.command();
-    if (!m_submission.isSaving() || !sent)
+    if (!m_submission.isSaving())
         return;
     if (!reply) {
         m_submission.fail(reply.error());
@@ -184,8 +183,9 @@ void InviteDialog::finish(const Result<InviteResponse>& reply)
     }
     m_submission.succeed();
     Q_EMIT invited();
+    const auto& sent = m_submission.sent();
     // The page closes with the session, and would take along what nobody is told twice.
-    (new InvitationCodeDialog({.name = sent->name, .email = sent->email, .code = reply->code},
+    (new InvitationCodeDialog({.name = sent.name, .email = sent.email, .code = reply->code},
                               windowBehind(parentWidget())))
         ->open();
     leave();

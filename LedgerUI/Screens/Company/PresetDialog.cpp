@@ -223,8 +223,7 @@ void PresetDialog::finish(const Result<std::string>& made)
 {
     if (made) {
         auto ticks = m_submission.form();
-        if (const auto& sent = m_submission.command())
-            ticks.erase(sent->presetID.value_or(""));
+        ticks.erase(m_submission.sent().presetID.value_or(""));
         m_submission = Submission<Ticks, CategoryCreate>{std::move(ticks)};
         ++m_added;
         if (const auto* next = m_submission.submit([this] { return takeNext(); })) {

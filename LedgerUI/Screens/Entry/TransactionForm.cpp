@@ -342,20 +342,20 @@ void TransactionForm::finish(const Result<std::string>& reply)
 {
     auto& submission = m_entry.submission();
     // With the session the form closes; the store keeps what it had sent.
-    const auto sent = submission.command();
-    if (!submission.isSaving() || !sent || !store().snapshot())
+    if (!submission.isSaving() || !store().snapshot())
         return;
+    const auto sent = submission.sent();
     if (!reply)
         return refuse(reply.error());
     submission.succeed();
-    store().drafts().settle(sent->idempotencyKey);
+    store().drafts().settle(sent.idempotencyKey);
     Q_EMIT recorded(qString(*reply));
     const auto failed = m_receipts->uploads().failed();
     if (m_goesOn && failed.empty())
         return goOn();
     leave();
     if (!failed.empty() && !reply->empty())
-        (new AddReceiptsDialog(store(), {.entryID = *reply, .failed = failed, .uploaded = sent->attachmentIDs.size()},
+        (new AddReceiptsDialog(store(), {.entryID = *reply, .failed = failed, .uploaded = sent.attachmentIDs.size()},
                                parentWidget()))
             ->open();
 }

@@ -143,7 +143,7 @@ void AddReceiptsDialog::finish(const Result<void>& reply)
         return;
     }
     m_linking.succeed();
-    m_uploaded += m_linking.command()->size();
+    m_uploaded += m_linking.sent().size();
     Q_EMIT added(qString(m_entryID));
     if (m_receipts->uploads().failed().empty()) {
         leave();

@@ -52,7 +52,7 @@ TEST(Submission, HoldsItsContentWhileItIsLockedAndItsRefusalUntilTheNextChange)
     auto locked = afterFirst(Cancelled{});
     locked.edit("changed");
     EXPECT_EQ(locked.form(), "typed");
-    EXPECT_EQ(locked.command(), 7);
+    EXPECT_EQ(locked.sent(), 7);
 
     auto refused = afterFirst(refusal(409, "balance_limit"));
     EXPECT_TRUE(refused.refusal().has_value());
