@@ -11,7 +11,7 @@
 #include "LedgerCore/Client/testing/FixedClock.h"
 #include "LedgerCore/Client/testing/SequentialIdentifiers.h"
 #include "LedgerCore/Client/testing/WaitFor.h"
-#include "LedgerService/testing/RandomDays.h"
+#include "LedgerService/testing/Random/RandomDays.h"
 #include "LedgerService/testing/SampleBooks.h"
 
 using namespace LedgerService;

@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Access/Visibility.h"
 #include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
-#include "LedgerService/testing/RandomCommands.h"
+#include "LedgerService/testing/Random/RandomCommands.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"
 

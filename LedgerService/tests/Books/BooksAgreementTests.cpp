@@ -10,7 +10,7 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/Access/Visibility.h"
-#include "LedgerService/testing/RandomCommands.h"
+#include "LedgerService/testing/Random/RandomCommands.h"
 #include "LedgerService/testing/SampleBooks.h"
 
 namespace LedgerService {

@@ -6,7 +6,7 @@
 
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerService/testing/BookFaults.h"
-#include "LedgerService/testing/RandomCommands.h"
+#include "LedgerService/testing/Random/RandomCommands.h"
 #include "LedgerService/testing/SampleBooks.h"
 
 namespace LedgerService {

@@ -15,7 +15,7 @@
 #include "LedgerService/Storage/Rows/Entries/AttachmentRepository.h"
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/testing/RandomDays.h"
+#include "LedgerService/testing/Random/RandomDays.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/SnapshotFollower.h"
 #include "LedgerService/testing/TestService.h"

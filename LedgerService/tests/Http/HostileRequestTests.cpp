@@ -4,7 +4,7 @@
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
-#include "LedgerService/testing/RandomRequests.h"
+#include "LedgerService/testing/Random/RandomRequests.h"
 #include "LedgerService/testing/Staff.h"
 #include "LedgerService/testing/TestService.h"
 

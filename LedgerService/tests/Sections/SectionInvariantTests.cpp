@@ -8,7 +8,7 @@
 #include "LedgerService/Storage/Rows/Sections/DividendRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/BookFaults.h"
-#include "LedgerService/testing/RandomSections.h"
+#include "LedgerService/testing/Random/RandomSections.h"
 #include "LedgerService/testing/SampleSections.h"
 
 namespace LedgerService {

@@ -1,4 +1,4 @@
-#include "LedgerService/testing/RandomDays.h"
+#include "LedgerService/testing/Random/RandomDays.h"
 
 #include <fmt/core.h>
 

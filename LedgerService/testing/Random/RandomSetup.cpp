@@ -1,4 +1,4 @@
-#include "LedgerService/testing/RandomSetup.h"
+#include "LedgerService/testing/Random/RandomSetup.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "LedgerService/testing/RandomRequests.h"
+#include "LedgerService/testing/Random/RandomRequests.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "LedgerService/testing/RandomSections.h"
+#include "LedgerService/testing/Random/RandomSections.h"
 
 #include <array>
 

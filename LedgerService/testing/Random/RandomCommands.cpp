@@ -1,4 +1,4 @@
-#include "LedgerService/testing/RandomCommands.h"
+#include "LedgerService/testing/Random/RandomCommands.h"
 
 #include <array>
 #include <cstdint>

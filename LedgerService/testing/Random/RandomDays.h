@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "LedgerService/Books/Books.h"
-#include "LedgerService/testing/RandomCommands.h"
+#include "LedgerService/testing/Random/RandomCommands.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
