@@ -17,7 +17,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
-#include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
+#include "LedgerUI/Screens/Ledger/Detail/LedgerDetailBody.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 

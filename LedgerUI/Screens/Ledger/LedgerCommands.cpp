@@ -19,9 +19,9 @@
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerSelection.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Screens/Exports/LedgerPrinting.h"
+#include "LedgerUI/Screens/Ledger/Filters/LedgerFilterRow.h"
 #include "LedgerUI/Screens/Ledger/LedgerActions.h"
 #include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
-#include "LedgerUI/Screens/Ledger/LedgerFilterRow.h"
 #include "LedgerUI/Screens/Ledger/LedgerGuide.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 

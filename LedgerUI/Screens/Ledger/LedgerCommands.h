@@ -10,7 +10,7 @@
 #include "LedgerCore/Domain/Records/SharedList.h"
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
-#include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
+#include "LedgerUI/Screens/Ledger/Detail/LedgerDetailPane.h"
 
 class DayPopover;
 class LedgerBrowser;

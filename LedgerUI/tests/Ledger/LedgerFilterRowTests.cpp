@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Ledger/LedgerFilterRow.h"
+#include "LedgerUI/Screens/Ledger/Filters/LedgerFilterRow.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Ledger/LedgerFilterRow.h"
+#include "LedgerUI/Screens/Ledger/Filters/LedgerFilterRow.h"
 
 #include <algorithm>
 #include <chrono>
@@ -17,7 +17,7 @@
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerFilterChoices.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
-#include "LedgerUI/Screens/Ledger/LedgerFilterPopover.h"
+#include "LedgerUI/Screens/Ledger/Filters/LedgerFilterPopover.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 

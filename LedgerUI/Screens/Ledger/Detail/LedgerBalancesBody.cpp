@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Ledger/LedgerBalancesBody.h"
+#include "LedgerUI/Screens/Ledger/Detail/LedgerBalancesBody.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Ledger/AmountRangeFields.h"
+#include "LedgerUI/Screens/Ledger/Filters/AmountRangeFields.h"
 
 #include <QLineEdit>
 #include <QVBoxLayout>

@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Ledger/LedgerDetailPane.h"
+#include "LedgerUI/Screens/Ledger/Detail/LedgerDetailPane.h"
 
 #include <algorithm>
 #include <utility>
@@ -12,8 +12,8 @@
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
-#include "LedgerUI/Screens/Ledger/LedgerBalancesBody.h"
-#include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
+#include "LedgerUI/Screens/Ledger/Detail/LedgerBalancesBody.h"
+#include "LedgerUI/Screens/Ledger/Detail/LedgerDetailBody.h"
 #include "LedgerUI/Screens/Receipts/ReceiptInput.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
-#include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
+#include "LedgerUI/Screens/Ledger/Detail/LedgerDetailBody.h"
 
 class SelectableText;
 class TextLabel;

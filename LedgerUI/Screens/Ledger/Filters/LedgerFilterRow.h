@@ -7,7 +7,7 @@
 #include <QTimer>
 
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerFilter.h"
-#include "LedgerUI/Screens/Ledger/LedgerFilterPopover.h"
+#include "LedgerUI/Screens/Ledger/Filters/LedgerFilterPopover.h"
 
 class IconButton;
 class LedgerBrowser;

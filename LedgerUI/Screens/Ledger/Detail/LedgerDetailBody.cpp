@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Ledger/LedgerDetailBody.h"
+#include "LedgerUI/Screens/Ledger/Detail/LedgerDetailBody.h"
 
 #include <QGridLayout>
 #include <QPushButton>

@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Ledger/LedgerFilterPopover.h"
+#include "LedgerUI/Screens/Ledger/Filters/LedgerFilterPopover.h"
 
 #include <algorithm>
 
@@ -8,7 +8,7 @@
 #include "LedgerUI/Components/Table/ChoiceList.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Screens/Ledger/AmountRangeFields.h"
+#include "LedgerUI/Screens/Ledger/Filters/AmountRangeFields.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
