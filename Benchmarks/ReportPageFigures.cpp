@@ -6,8 +6,8 @@
 #include "Benchmarks/StepFigures.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Page/PageTabs.h"
-#include "LedgerUI/Presentation/Reports/ReportBrowser.h"
-#include "LedgerUI/Presentation/Reports/ReportPart.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportBrowser.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportPart.h"
 #include "LedgerUI/Screens/Reports/ReportsView.h"
 
 namespace {

@@ -8,7 +8,7 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportQuery.h"
 
 /// Small books for the tables of reports, and their rows as texts.

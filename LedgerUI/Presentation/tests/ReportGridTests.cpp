@@ -1,10 +1,10 @@
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
-#include "LedgerUI/Presentation/Reports/ReportMatrixGrids.h"
-#include "LedgerUI/Presentation/Reports/ReportOwnGrids.h"
-#include "LedgerUI/Presentation/Reports/ReportPart.h"
-#include "LedgerUI/Presentation/Reports/ReportTrend.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportMatrixGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportOwnGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportTrend.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportPart.h"
 #include "LedgerUI/Presentation/tests/ReportGridSample.h"
 
 using namespace ReportGridSample;

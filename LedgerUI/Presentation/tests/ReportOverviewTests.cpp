@@ -4,9 +4,9 @@
 
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 #include "LedgerCore/Domain/testing/TimeZone.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportOverviewGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
-#include "LedgerUI/Presentation/Reports/ReportOverviewGrids.h"
 #include "LedgerUI/Presentation/tests/CapitalSample.h"
 
 using namespace std::chrono_literals;

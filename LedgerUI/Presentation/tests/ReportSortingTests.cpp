@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Presentation/Reports/FundMovementGrids.h"
-#include "LedgerUI/Presentation/Reports/ReportPart.h"
-#include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
-#include "LedgerUI/Presentation/Reports/ReportSorting.h"
+#include "LedgerUI/Presentation/Reports/Grids/FundMovementGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportPeriodGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportPart.h"
 #include "LedgerUI/Presentation/tests/ReportGridSample.h"
 
 using namespace ReportGridSample;

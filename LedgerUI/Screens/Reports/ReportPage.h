@@ -4,7 +4,7 @@
 
 #include "LedgerUI/Components/Chart/ChartPainter.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
-#include "LedgerUI/Presentation/Reports/ReportSheet.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportSheet.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"
 
 class ActionSet;

@@ -8,8 +8,8 @@
 #include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Reports/Output/ReportExport.h"
 #include "LedgerUI/Presentation/Reports/Output/ReportPrint.h"
-#include "LedgerUI/Presentation/Reports/ReportBrowser.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportBrowser.h"
 #include "LedgerUI/Presentation/Text/KeyBindings.h"
 
 namespace {

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "LedgerUI/Components/Chart/ChartView.h"
-#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
-#include "LedgerUI/Presentation/Reports/ReportSorting.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
 #include "LedgerUI/Screens/Reports/CurrencySegments.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
 

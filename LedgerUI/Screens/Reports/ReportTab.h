@@ -7,7 +7,7 @@
 #include <QWidget>
 
 #include "LedgerUI/Components/Chart/ChartPainter.h"
-#include "LedgerUI/Presentation/Reports/ReportSheet.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportSheet.h"
 
 class ChartView;
 class CurrencySegments;

@@ -2,7 +2,7 @@
 
 #include "LedgerUI/Components/Chart/ChartPainter.h"
 #include "LedgerUI/Components/Table/RowTable.h"
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 
 class ReportGridModel;
 

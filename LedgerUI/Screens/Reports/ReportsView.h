@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include "LedgerUI/Presentation/Reports/ReportPart.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportPart.h"
 #include "LedgerUI/Screens/Reports/ReportPage.h"
 
 class ChoiceField;

@@ -10,7 +10,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
 #include "LedgerUI/Screens/Reports/ReportsView.h"

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Components/Chart/ChartView.h"
-#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"

@@ -12,7 +12,7 @@
 #include "LedgerCore/Client/Errors/Failure.h"
 #include "LedgerCore/Client/Files/FileSaving.h"
 #include "LedgerUI/Presentation/Print/PrintHead.h"
-#include "LedgerUI/Presentation/Reports/ReportPart.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportPart.h"
 
 class LedgerStore;
 

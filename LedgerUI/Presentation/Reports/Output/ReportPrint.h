@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LedgerUI/Presentation/Print/PrintHead.h"
-#include "LedgerUI/Presentation/Reports/ReportPart.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportPart.h"
 
 /// Reports as they go to paper.
 namespace ReportPrint {

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportTrend.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportTrend.h"
 
 #include <algorithm>
 #include <array>
@@ -8,8 +8,8 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
-#include "LedgerUI/Presentation/Reports/ReportCategoryGrid.h"
-#include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportCategoryGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportPeriodGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"

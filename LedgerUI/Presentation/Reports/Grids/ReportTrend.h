@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportQuery.h"
 
 /// Income and expense over time, and by category in one part of it.

@@ -4,7 +4,7 @@
 #include <limits>
 #include <string_view>
 
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportQuery.h"
 
 /// The money of one currency that moved without being income or expense.

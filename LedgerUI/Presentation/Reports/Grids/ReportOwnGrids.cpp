@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportOwnGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportOwnGrids.h"
 
 #include <algorithm>
 #include <utility>

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerUI/Presentation/Reports/ReportSheet.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportSheet.h"
 
 namespace ReportParts {
 

@@ -2,7 +2,7 @@
 
 #include <expected>
 
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportQuery.h"
 
 /// What a member who sees only some of the books is shown of them. There are no totals over accounts.

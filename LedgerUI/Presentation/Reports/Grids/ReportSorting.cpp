@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportSorting.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
 
 #include <algorithm>
 #include <compare>

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportPeriodGrid.h"
 
 #include <utility>
 

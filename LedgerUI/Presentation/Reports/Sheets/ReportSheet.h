@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "LedgerUI/Presentation/Reports/FundMovementGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/FundMovementGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportMatrixGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportOwnGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportTrend.h"
 #include "LedgerUI/Presentation/Reports/ReportAttention.h"
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
-#include "LedgerUI/Presentation/Reports/ReportMatrixGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
-#include "LedgerUI/Presentation/Reports/ReportOwnGrids.h"
 #include "LedgerUI/Presentation/Reports/ReportQuery.h"
-#include "LedgerUI/Presentation/Reports/ReportTrend.h"
 
 /// The answer for the report in sight: its own parts and the overview, which knows the currencies; the others are
 /// empty. Two reports of the same books cannot disagree, as both come from them alone. Immutable: made on a worker and

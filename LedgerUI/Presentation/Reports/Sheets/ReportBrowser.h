@@ -5,7 +5,7 @@
 #include <QObject>
 
 #include "LedgerCore/Client/Snapshots/LatestAnswer.h"
-#include "LedgerUI/Presentation/Reports/ReportSheet.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportSheet.h"
 
 /// Where a person stands in the reports. Lives as long as the page, through refreshes and changes of language. Large
 /// books are looked at on a worker; what is shown stays until the answer to the last question is there.

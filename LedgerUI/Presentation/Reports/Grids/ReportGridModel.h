@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 #include "LedgerUI/Presentation/Table/RowModel.h"
 
 /// A table of a report. Rows keep their identity from one period to the next.

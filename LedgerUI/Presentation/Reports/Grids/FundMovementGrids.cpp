@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/FundMovementGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/FundMovementGrids.h"
 
 #include <algorithm>
 #include <numeric>
@@ -11,7 +11,7 @@
 
 #include "LedgerCore/Domain/Entries/PostingRules.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
-#include "LedgerUI/Presentation/Reports/ReportSorting.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/RateText.h"

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 
 #include <algorithm>
 #include <utility>

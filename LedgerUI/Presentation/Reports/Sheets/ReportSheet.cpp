@@ -1,12 +1,12 @@
-#include "LedgerUI/Presentation/Reports/ReportSheet.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportSheet.h"
 
 #include <algorithm>
 #include <iterator>
 #include <utility>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerUI/Presentation/Reports/ReportOverviewGrids.h"
-#include "LedgerUI/Presentation/Reports/ReportSorting.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportOverviewGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
 
 namespace {
 

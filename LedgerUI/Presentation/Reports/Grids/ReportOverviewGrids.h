@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
 
 /// The tables of the overview, each figure with the entries behind it.

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportBrowser.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportBrowser.h"
 
 #include <utility>
 

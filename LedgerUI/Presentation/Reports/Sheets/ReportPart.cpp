@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportPart.h"
+#include "LedgerUI/Presentation/Reports/Sheets/ReportPart.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportGridModel.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
 
 #include <utility>
 

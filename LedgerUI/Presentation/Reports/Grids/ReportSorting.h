@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportQuery.h"
 
 /// Sorts the tables of reports by a column: figures by their value and those of each currency among themselves, names

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportMatrixGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportMatrixGrids.h"
 
 #include <algorithm>
 #include <array>

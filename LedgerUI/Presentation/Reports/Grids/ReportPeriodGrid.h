@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Reports/Report.h"
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 
 namespace ReportPeriodGrids {
 

@@ -2,7 +2,7 @@
 
 #include <expected>
 
-#include "LedgerUI/Presentation/Reports/ReportGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportQuery.h"
 
 /// Accounts by kind of movement, and accounts by month.

@@ -1,9 +1,9 @@
-#include "LedgerUI/Presentation/Reports/ReportOverviewGrids.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportOverviewGrids.h"
 
 #include <algorithm>
 #include <utility>
 
-#include "LedgerUI/Presentation/Reports/ReportPeriodGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportPeriodGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Reports/ReportCategoryGrid.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportCategoryGrid.h"
 
 #include <algorithm>
 #include <map>
@@ -7,8 +7,8 @@
 
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
+#include "LedgerUI/Presentation/Reports/Grids/ReportTrend.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
-#include "LedgerUI/Presentation/Reports/ReportTrend.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
