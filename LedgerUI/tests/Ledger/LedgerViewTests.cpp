@@ -411,20 +411,21 @@ TEST(LedgerView, GoesOnWithAReversalThatStoppedAfterThousands)
     ASSERT_TRUE(reverse->isVisible()) << "the last of them still stands";
     reverse->trigger();
     page.person.waitForText("Reverse 1 entry");
-    const auto state = [&page](int row) {
-        const auto& rows = page.person.find<PlainTable>("batchTable").rows();
+    auto* dialog = page.window.findChild<QDialog*>(QStringLiteral("batchReversalDialog"));
+    const auto state = [dialog](int row) {
+        const auto& rows = dialog->findChild<PlainTable*>(QStringLiteral("batchTable"))->rows();
         return rows.index(row, 2).data().toString().toStdString();
     };
     EXPECT_EQ(state(0), "Waiting") << "above thousands that are not sent";
     page.under.server.replace("POST v1/transactions/b0/reverse", ServerReply::parked());
-    page.person.fill("batchReason", "Imported twice");
-    page.person.press("batchConfirm");
+    QTest::keyClicks(dialog->findChild<QLineEdit*>(QStringLiteral("batchReason")), QStringLiteral("Imported twice"));
+    dialog->findChild<QPushButton*>(QStringLiteral("batchConfirm"))->click();
     page.person.waitForText("Part 2 of 2");
     EXPECT_EQ(state(49), "Being reversed…");
     page.person.waitUntil("it is sent", [&] { return page.under.server.parkedCount() == 1; });
     page.under.server.release(ServerReply::json(books.json()));
     page.person.waitForText("1 entry reversed.");
-    page.window.findChild<QDialog*>(QStringLiteral("batchReversalDialog"))->close();
+    dialog->close();
 }
 
 TEST(LedgerView, KeepsTheColumnsThatWereChosenAndTheirWidths)
