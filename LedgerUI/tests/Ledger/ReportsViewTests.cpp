@@ -113,6 +113,26 @@ protected:
         return opened;
     }
 
+    /// The rows whose last figure is not the sum of those before it, and how many rows were added up.
+    std::pair<std::vector<std::string>, int> unbalanced(const char* name)
+    {
+        const auto& grid = table(name).grid().grid();
+        std::vector<std::string> found;
+        int added = 0;
+        for (const auto& each : grid.rows) {
+            if (each.level == ReportGridRow::Level::heading)
+                continue;
+            qint64 sum = 0;
+            for (std::size_t column = 0; column + 1 < each.cells.size(); ++column)
+                sum +=
+                    grid.columns[column].kind == ReportGridColumn::Kind::figure ? hundredthsOf(each.cells[column]) : 0;
+            if (sum != hundredthsOf(each.cells.back()))
+                found.push_back(each.id);
+            ++added;
+        }
+        return {found, added};
+    }
+
     WindowUnderTest under{builtPages()};
     ScreenDriver& screen = under.screen;
     const char* page = "page-reports";
@@ -270,6 +290,18 @@ TEST_F(Reports, BreakEveryAccountDownByWhatMovedIt)
     EXPECT_EQ(row("movementTable", "total"), "Total | 3,067,902,800 | +352,100,000 | −219,625,200 | – | 3,200,377,600");
     screen.press("matrixHides");
     EXPECT_EQ(table("movementTable").grid().columnCount(), 11) << "all kinds of movement";
+}
+
+TEST_F(Reports, CloseEachAccountWithWhatItOpenedWithAndWhatMovedIt)
+{
+    open();
+    screen.turnTo("matrixTab");
+    for (const auto& [currency, rows] : {std::pair{"IDR", 3}, std::pair{"USD", 3}, std::pair{"SGD", 2}}) {
+        screen.press(currency);
+        EXPECT_EQ(unbalanced("movementTable"), std::pair(std::vector<std::string>{}, rows)) << currency;
+    }
+    screen.press("matrixHides");
+    EXPECT_EQ(unbalanced("movementTable"), std::pair(std::vector<std::string>{}, 2)) << "with all kinds of movement";
 }
 
 TEST_F(Reports, LetTheChosenCurrencyDriveChartAndList)
@@ -447,6 +479,7 @@ TEST_F(Summary, ShowsWhatTheMemberAnswersForAndOpensTheEntriesBehindIt)
               "Kas kecil – Rizky | IDR | 0 | +5,000,000 | 0 | −5,000,000 | 0 | 0");
     EXPECT_EQ(row("ownAccountTable", "Singapore account USD"),
               "Singapore account | USD | 197,420.00 | 0.00 | +10,940.00 | 0.00 | −12,000.00 | 196,360.00");
+    EXPECT_EQ(unbalanced("ownAccountTable"), std::pair(std::vector<std::string>{}, 5));
     EXPECT_EQ(openEveryFigure("ownAccountTable"), 13);
     goTo("ownAccountTable", "Operating bank IDR", 0);
     EXPECT_TRUE(screen.says("Expense by category, IDR"));
