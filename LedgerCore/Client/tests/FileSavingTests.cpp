@@ -93,8 +93,8 @@ TEST_F(FileSavingTests, LeavesWhatStandsThereWhereItCannotWriteAll)
 {
     ASSERT_EQ(FileSaving::write(file, "the file of last month"), std::nullopt);
     for (const std::size_t kilobytes : {10UL, 1024UL}) { // more and less than is gathered before it is written
-        const SmallDisk disk{4 * 1024};
-        EXPECT_TRUE(FileSaving::write(file, std::string(kilobytes * 1024, 'x')).has_value()) << kilobytes;
+        const SmallDisk disk{rlim_t{4} * 1024};
+        EXPECT_TRUE(FileSaving::write(file, std::string(kilobytes * std::size_t{1024}, 'x')).has_value()) << kilobytes;
         EXPECT_EQ(contentOf(file), "the file of last month") << kilobytes;
     }
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator{file.parent_path()}, {}), 1) << "nothing is left over";

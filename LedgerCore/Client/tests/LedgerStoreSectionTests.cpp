@@ -22,7 +22,7 @@ struct Sections : StoreUnderTest {
         server.replace(path, reply);
         std::ignore = resultOf(store.submitCapital(command(std::move(key)), false));
     }
-    std::string left() const
+    [[nodiscard]] std::string left() const
     {
         const auto kept = store.keptSectionCommand();
         if (!kept)

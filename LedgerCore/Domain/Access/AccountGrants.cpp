@@ -39,17 +39,24 @@ void give(Member& member, std::string_view accountID, Actions actions)
         member.accountIDs.emplace_back(accountID);
 }
 
-/// Takes every action, the sight of the account included, but those that stay.
-void take(Member& member, std::string_view accountID, Actions stay)
+/// Takes these actions on the account; a grant of nothing goes.
+template <class Goes>
+void narrow(Member& member, std::string_view accountID, const Goes& goes)
 {
-    std::erase(member.accountIDs, accountID);
     if (!member.accountGrants)
         return;
     for (auto& grant : *member.accountGrants) {
         if (grant.accountID == accountID)
-            std::erase_if(grant.actions, [&](const std::string& action) { return !contains(stay, action); });
+            std::erase_if(grant.actions, goes);
     }
     std::erase_if(*member.accountGrants, [](const AccountGrant& grant) { return grant.actions.empty(); });
+}
+
+/// Takes every action, the sight of the account included, but those that stay.
+void take(Member& member, std::string_view accountID, Actions stay)
+{
+    std::erase(member.accountIDs, accountID);
+    narrow(member, accountID, [&](std::string_view action) { return !contains(stay, action); });
 }
 
 Member* memberOf(std::vector<Member>& members, std::optional<std::string_view> id)
@@ -119,11 +126,7 @@ void AccountGrants::setFunders(std::vector<Member>& members, std::string_view ac
         if (contains(funders, member.id)) {
             give(member, accountID, filling);
         } else if (!leads(member) && member.can(AccountAction::transferIn, accountID)) {
-            for (auto& grant : *member.accountGrants) {
-                if (grant.accountID == accountID)
-                    std::erase(grant.actions, AccountAction::transferIn);
-            }
-            std::erase_if(*member.accountGrants, [](const AccountGrant& grant) { return grant.actions.empty(); });
+            narrow(member, accountID, [](std::string_view action) { return action == AccountAction::transferIn; });
         }
     }
 }

@@ -62,7 +62,7 @@ private:
         return found == m_byID.end() ? nullptr : found->second;
     }
 
-    bool isOpened(const Account& account, const std::string& currency) const
+    [[nodiscard]] bool isOpened(const Account& account, const std::string& currency) const
     {
         return m_books.hasOpening(account.id, currency) || m_opened.contains({account.id, currency});
     }

@@ -61,7 +61,7 @@ constexpr std::size_t maximumDepth = 64;
 /// What the parser keeps track of: a value that is passed over may itself lie inside records of this depth.
 constexpr std::size_t trackedDepth = 2 * maximumDepth;
 
-constexpr std::size_t keptDocument = 256 * 1024;
+constexpr std::size_t keptDocument = std::size_t{256} * 1024;
 
 /// A parser for a document of this many bytes: the one that the thread keeps, so that the many documents of a stream do
 /// not each take and give back memory, and its own for a long document or one that is read within another.

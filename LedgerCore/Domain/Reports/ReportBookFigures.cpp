@@ -277,6 +277,7 @@ std::expected<ReportDailyBalances, ReportError> ReportBook::dailyBalances(const 
 std::vector<bool> ReportBook::categoriesOf(const ReportFigure& figure) const
 {
     std::vector<bool> chosen;
+    chosen.reserve(m_categories.size());
     for (const auto& slot : m_categories)
         chosen.push_back(isChosen(figure, slot.id, m_categories[slot.top].id));
     return chosen;

@@ -6,6 +6,7 @@
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Contract.h"
 
 namespace {
 
@@ -37,7 +38,7 @@ std::optional<Refusal> whyNotInitialize(const FinancialSettingsCommand& command,
     const auto& settings = ground.settings;
     if (settings && (settings->bookkeepingStartDate || settings->initializedAt))
         return alreadyInitialized;
-    const auto& start = *command.bookkeepingStartDate;
+    const auto& start = promised(command.bookkeepingStartDate, "a command in the right shape names the start");
     if (start > ground.latestEntryDay)
         return startInFuture;
     if (ground.earliestEntryDay && start > *ground.earliestEntryDay)
@@ -113,8 +114,9 @@ FinancialSettings FinancialSettingsRules::changed(const std::optional<FinancialS
         after.initializationMode = command.initializationMode;
         after.initializedAt = now;
     } else {
-        after.contributionsEnabled = *command.contributionsEnabled;
-        after.dividendsEnabled = *command.dividendsEnabled;
+        constexpr std::string_view promise = "an accepted command names both switches";
+        after.contributionsEnabled = promised(command.contributionsEnabled, promise);
+        after.dividendsEnabled = promised(command.dividendsEnabled, promise);
         after.featuresConfigured = true;
     }
     return after;
