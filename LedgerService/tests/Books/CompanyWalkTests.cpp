@@ -132,7 +132,7 @@ private:
     {
         return choices[below(std::size(choices))];
     }
-    std::string key() const { return fmt::format("key-{}", m_number); }
+    [[nodiscard]] std::string key() const { return fmt::format("key-{}", m_number); }
 
     /// Whatever happened, somebody can go on.
     void appoint()

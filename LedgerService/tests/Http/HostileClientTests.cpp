@@ -77,7 +77,7 @@ TEST(Connections, WithTheSlowestUnfinishedBodyEndWhenBodiesTakeTooMuch)
 {
     TestService service{[](ServerOptions& options) {
         options.limits.uncountedBytes = 0;
-        options.limits.bodyBytes = 64 * 1024;
+        options.limits.bodyBytes = std::size_t{64} * 1024;
     }};
     const auto token = fmt::format("Authorization: Bearer {}\r\n", service.tokenOf("mira"));
     const auto whole = post("/v1/transactions", token, std::string(50'000, ' '));
@@ -93,7 +93,7 @@ TEST(Connections, OfStrangersTakeNoRoomFromTheBodiesOfMembers)
 {
     TestService service{[](ServerOptions& options) {
         options.limits.uncountedBytes = 0;
-        options.limits.bodyBytes = 300 * 1024;
+        options.limits.bodyBytes = std::size_t{300} * 1024;
     }};
     const auto member = fmt::format("Authorization: Bearer {}\r\n", service.tokenOf("mira"));
     const std::string body(250'000, ' ');

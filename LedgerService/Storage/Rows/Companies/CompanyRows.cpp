@@ -101,6 +101,7 @@ std::vector<Row> page(Connection& from, const Part& part, const Row& after, std:
 void insert(Connection& to, const Table& table, std::span<const Row> rows)
 {
     std::vector<std::string> lines;
+    lines.reserve(rows.size());
     for (std::size_t at = 0; at < rows.size(); ++at)
         lines.push_back(fmt::format("({})", parameters(at * table.columns.size(), table.columns.size())));
     const auto statement = fmt::format("INSERT INTO {} ({}) VALUES {}", table.name, fmt::join(table.columns, ", "),
@@ -192,11 +193,10 @@ std::optional<Part> partOf(Connection& to, const Table& table, const std::string
 
 void copyFragments(Connection& from, Connection& to, const std::string& companyID, const CompanyRows::Copying& how)
 {
-    const auto there = CompanyHistory::state(from, companyID);
-    const auto here = CompanyHistory::state(to, companyID);
-    require(there && here, "the company was copied");
-    const auto keys = FragmentRepository::keysOf(there->number);
-    const auto moved = FragmentRepository::keysOf(here->number).first - keys.first;
+    const auto there = promised(CompanyHistory::state(from, companyID), "what is copied is there");
+    const auto here = promised(CompanyHistory::state(to, companyID), "the company was copied");
+    const auto keys = FragmentRepository::keysOf(there.number);
+    const auto moved = FragmentRepository::keysOf(here.number).first - keys.first;
     const auto& table = tableOf("entry_fragments");
     copyRows(from, to,
              {.table = table,
@@ -246,7 +246,7 @@ std::vector<std::string> CompanyRows::collisions(Connection& from, Connection& t
 void CompanyRows::copy(Connection& from, Connection& to, const std::string& companyID, const Copying& how)
 {
     const auto& company = tableOf("companies"); // it comes first: it tells whose rows the others are
-    copyRows(from, to, *partOf(to, company, companyID, how.arrival), how);
+    copyRows(from, to, promised(partOf(to, company, companyID, how.arrival), "a company has a row"), how);
     for (const auto& table : NewestSchema::tables()) {
         if (const auto part = partOf(to, table, companyID, how.arrival); part && &table != &company)
             copyRows(from, to, *part, how);
