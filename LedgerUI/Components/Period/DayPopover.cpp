@@ -169,7 +169,7 @@ bool DayPopover::takeKey(const QKeyEvent& key)
         const auto day = DayTyping::typed(m_line->text(), m_shown, m_bounds, locale);
         const auto refusal = day ? DayTyping::whyNot(*day, m_bounds, locale) : word(dayWords(), "unreadable");
         m_error->present(refusal);
-        if (refusal.isEmpty())
+        if (day && refusal.isEmpty())
             choose(*day);
         return true;
     }

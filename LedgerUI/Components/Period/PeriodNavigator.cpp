@@ -67,14 +67,14 @@ void PeriodNavigator::goBack()
 
 void PeriodNavigator::goForward()
 {
-    if (mayGoForward())
-        Q_EMIT periodChosen(*m_period.next());
+    if (const auto next = nextInReach())
+        Q_EMIT periodChosen(*next);
 }
 
-bool PeriodNavigator::mayGoForward() const
+std::optional<Period> PeriodNavigator::nextInReach() const
 {
-    const auto next = m_period.next();
-    return next && next->firstDay() <= m_counts.horizon(m_today);
+    auto next = m_period.next();
+    return next && next->firstDay() <= m_counts.horizon(m_today) ? std::move(next) : std::nullopt;
 }
 
 void PeriodNavigator::openPopover()
@@ -106,7 +106,7 @@ void PeriodNavigator::presentTexts()
     m_previous->setAccessibleName(word(words, "previous"));
     m_previous->setToolTip(word(words, "previous"));
     m_previous->setEnabled(m_period.previous().has_value());
-    const bool mayGoOn = mayGoForward();
+    const bool mayGoOn = nextInReach().has_value();
     m_next->setAccessibleName(word(words, "next"));
     m_next->setToolTip(word(words, mayGoOn || m_period.isAllTime() ? "next" : "nextRefused"));
     m_next->setEnabled(mayGoOn);

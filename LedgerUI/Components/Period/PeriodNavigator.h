@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
 
 #include <QWidget>
 
@@ -31,7 +32,8 @@ protected:
 
 private:
     void presentTexts();
-    [[nodiscard]] bool mayGoForward() const;
+    /// The next period, unless it lies past all that can be looked at.
+    [[nodiscard]] std::optional<Period> nextInReach() const;
 
     Period m_period = Period::allTime();
     PeriodCounts m_counts;

@@ -133,7 +133,8 @@ private:
             if (!balance)
                 return;
             ends[at] = *balance;
-            balance = sum.byMonth[at] ? Money::add(*balance, -*sum.byMonth[at]) : std::nullopt;
+            const auto& moved = sum.byMonth[at];
+            balance = moved ? Money::add(*balance, -*moved) : std::nullopt;
         }
         line.monthEnds = ends;
     }

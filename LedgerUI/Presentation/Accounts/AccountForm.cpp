@@ -213,7 +213,7 @@ private:
             m_content.messages.emplace(field, AccountForm::refusalText(refusal, m_locale));
     }
 
-    QString currencyText() const
+    [[nodiscard]] QString currencyText() const
     {
         QStringList added;
         for (const auto& each : m_content.currencies) {
@@ -231,7 +231,7 @@ private:
                       {listed(added, m_locale).toStdString(), listed(people, m_locale).toStdString()});
     }
 
-    QString codesOf(const std::vector<std::string>& currencies) const
+    [[nodiscard]] QString codesOf(const std::vector<std::string>& currencies) const
     {
         QStringList codes;
         for (const auto& code : currencies)

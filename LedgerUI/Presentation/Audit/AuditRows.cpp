@@ -111,6 +111,7 @@ std::vector<PlainRow> AuditRows::rows(const std::vector<AuditTrailRecord>& recor
                                       std::string_view locale)
 {
     std::vector<PlainRow> rows;
+    rows.reserve(records.size());
     for (const auto& each : records)
         rows.push_back({.id = std::to_string(each.number),
                         .cells = {{.text = moment(each.at, locale), .look = Look::quiet},

@@ -4,6 +4,7 @@
 
 #include "LedgerCore/Domain/Capital/CapitalCommands.h"
 #include "LedgerCore/Domain/Capital/CapitalSummary.h"
+#include "LedgerCore/Domain/Contract.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/LatestFirst.h"
@@ -131,7 +132,8 @@ void addLines(ContributionDetail& detail, const CapitalContribution& contributio
         if (author != snapshot.members.end())
             add("detail.member", qString(author->name));
     }
-    const auto* version = CapitalMath::ownershipInForce(*snapshot.capital, contribution.date);
+    const auto& capital = promised(snapshot.capital, "a contribution is one to the capital");
+    const auto* version = CapitalMath::ownershipInForce(capital, contribution.date);
     if (!version)
         return;
     const auto share =
@@ -180,8 +182,9 @@ std::optional<ContributionList> ContributionLists::list(const LedgerSnapshot& sn
 std::optional<ContributionDetail> ContributionLists::detail(const LedgerSnapshot& snapshot, std::string_view id,
                                                             std::string_view today, std::string_view locale)
 {
-    const auto* contribution = snapshot.capital ? find(*snapshot.capital, id) : nullptr;
-    if (!contribution)
+    const auto& capital = snapshot.capital;
+    const auto* contribution = capital ? find(*capital, id) : nullptr;
+    if (!capital || !contribution)
         return std::nullopt;
     ContributionDetail detail{.id = contribution->id,
                               .owner = qString(contribution->participantName),
@@ -190,9 +193,9 @@ std::optional<ContributionDetail> ContributionLists::detail(const LedgerSnapshot
                               .isReversal = contribution->reversalOf.has_value(),
                               .lines = {}};
     addLines(detail, *contribution, snapshot, locale);
-    detail.link = linkText(*contribution, *snapshot.capital, locale);
+    detail.link = linkText(*contribution, *capital, locale);
     if (!detail.link.isEmpty())
-        detail.linkID = contribution->reversalOf ? *contribution->reversalOf : *contribution->reversedBy;
+        detail.linkID = contribution->reversalOf.value_or(contribution->reversedBy.value_or(""));
     const auto context = CapitalContext::of(snapshot, id);
     const auto command = CapitalCommands::reverse(context, {.date = std::string{today}, .idempotencyKey = "unsent"},
                                                   contribution->id, {});

@@ -66,6 +66,7 @@ AccessDraft toggledAt(AccessDraft draft, const std::vector<GrantRow>& rows, cons
 std::vector<QString> GrantMatrix::heads(std::string_view locale)
 {
     std::vector<QString> texts;
+    texts.reserve(AccountGrant::knownActions.size());
     for (const auto action : AccountGrant::knownActions)
         texts.push_back(actionText(action, locale));
     return texts;
@@ -97,6 +98,7 @@ AccessDraft GrantMatrix::toggled(const AccessDraft& draft, const std::vector<Gra
 AccessDraft GrantMatrix::rowToggled(const AccessDraft& draft, const std::vector<GrantRow>& rows, std::size_t row)
 {
     std::vector<Place> places;
+    places.reserve(rows[row].cells.size());
     for (std::size_t column = 0; column < rows[row].cells.size(); ++column)
         places.emplace_back(row, column);
     return toggledAt(draft, rows, places);
@@ -105,6 +107,7 @@ AccessDraft GrantMatrix::rowToggled(const AccessDraft& draft, const std::vector<
 AccessDraft GrantMatrix::columnToggled(const AccessDraft& draft, const std::vector<GrantRow>& rows, std::size_t column)
 {
     std::vector<Place> places;
+    places.reserve(rows.size());
     for (std::size_t row = 0; row < rows.size(); ++row)
         places.emplace_back(row, column);
     return toggledAt(draft, rows, places);

@@ -81,6 +81,7 @@ std::vector<PlainColumn> MemberRows::memberColumns(std::string_view locale)
 std::vector<PlainRow> MemberRows::members(const LedgerSnapshot& snapshot, std::string_view locale)
 {
     std::vector<PlainRow> rows;
+    rows.reserve(snapshot.members.size());
     for (const auto& member : snapshot.members)
         rows.push_back(memberRow(member, snapshot, locale));
     return rows;

@@ -66,7 +66,8 @@ EntryForm::command(const EntrySubmission& submission, const VisibleBooks& books,
     auto input = EntryRules::input(draft, books, today, locale);
     // The key of a due day stays with it whatever changes: it is what keeps the day from a second entry.
     const bool isOfDueDay = TemplateOccurrence::ofKey(draft.idempotencyKey).has_value();
-    if (input && !isOfDueDay && submission.command() && *input != *submission.command())
+    const auto& sent = submission.command();
+    if (input && !isOfDueDay && sent && *input != *sent)
         input->idempotencyKey = freshKey;
     return input;
 }

@@ -10,7 +10,6 @@
 
 namespace {
 
-using std::chrono::sys_days;
 using std::chrono::year_month_day;
 using Span = Period::Span;
 

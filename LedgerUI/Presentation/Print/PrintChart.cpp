@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "LedgerCore/Domain/Contract.h"
 #include "LedgerUI/Presentation/Charts/ChartLegend.h"
 
 namespace {
@@ -53,7 +54,7 @@ private:
     {
         auto bottom = besideLegend;
         for (const auto& part : ChartLegends::parts(m_chart.data, room(besideLegend), std::nullopt, locale)) {
-            const auto& series = m_chart.data.series[*part.series];
+            const auto& series = m_chart.data.series[promised(part.series, "only a slot is named without a sample")];
             drawing.samples.push_back(
                 {.rect = part.sample, .series = {.name = {}, .mark = series.mark, .role = series.role, .values = {}}});
             addText(part.text, part.rect, Qt::AlignLeft);

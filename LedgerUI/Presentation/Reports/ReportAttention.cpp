@@ -253,6 +253,7 @@ std::vector<AttentionItem> ReportAttention::due(const std::vector<TemplatePropos
         return {{.kind = AttentionItem::Kind::entriesDue,
                  .text = countedIn(locale, reportWords(), "due", proposals.size())}};
     std::vector<AttentionItem> items;
+    items.reserve(proposals.size());
     for (const auto& [occurrence, name] : proposals)
         items.push_back({.kind = AttentionItem::Kind::entryDue,
                          .text = wordIn(locale, reportWords(), "dueItem",

@@ -81,6 +81,7 @@ std::vector<PlainRow> TemplateText::rows(const std::vector<EntryTemplate>& templ
 {
     const LedgerNames names{snapshot, std::string{locale}};
     std::vector<PlainRow> rows;
+    rows.reserve(templates.size());
     for (const auto& each : templates)
         rows.push_back({.id = each.id,
                         .cells = {{.text = qString(each.name), .look = Look::bold},

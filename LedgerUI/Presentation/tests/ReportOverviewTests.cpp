@@ -114,7 +114,7 @@ TEST(ReportOverview, RanksExpensesAndFoldsTheRest)
     for (int number = 1; number <= 6; ++number) {
         const auto id = "c" + std::to_string(number);
         builder.category(id, "expense", "Small " + std::to_string(number));
-        builder.expense("s" + std::to_string(number), "2026-11-06", "bank", "USD", 100 * number, id);
+        builder.expense("s" + std::to_string(number), "2026-11-06", "bank", "USD", std::int64_t{100} * number, id);
     }
     builder.expense("none", "2026-11-07", "bank", "USD", 550);
     const auto rows = overviewOf(builder.build(), {month(today), "USD", std::nullopt, today}).largestExpenses;

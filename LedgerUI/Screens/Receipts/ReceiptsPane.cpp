@@ -225,6 +225,7 @@ void ReceiptsPane::chooseFiles(Wanted wanted)
                                    : text("filter.all") + QStringLiteral(" (%1 *.pdf)").arg(pictures);
     const auto add = [this](const std::vector<std::filesystem::path>& paths) {
         std::vector<ReceiptSource> sources;
+        sources.reserve(paths.size());
         for (const auto& path : paths)
             sources.push_back({.name = qString(path.filename().string()), .path = qString(path.string())});
         addFiles(sources);

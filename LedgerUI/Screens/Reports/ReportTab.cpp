@@ -45,6 +45,7 @@ void ReportTab::follow(const CurrencySegments& currency)
 void ReportTab::presentCurrencies(CurrencySegments& currency, const ReportSheet& sheet)
 {
     std::vector<std::string> codes;
+    codes.reserve(sheet.overview.currencies.size());
     for (const auto& each : sheet.overview.currencies)
         codes.push_back(each.currency);
     currency.present(std::move(codes), sheet.query.currency);

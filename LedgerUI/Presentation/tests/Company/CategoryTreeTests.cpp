@@ -38,7 +38,7 @@ std::string shown(const CategoryTree::View& view, const LedgerSnapshot& snapshot
     const auto uses = CategoryTree::uses(snapshot, directory, today);
     QStringList lines;
     for (const auto& row : CategoryTree::rows(view, snapshot, directory, uses, english))
-        lines << QString{2 * row.cells[0].depth, QLatin1Char{' '}} + row.cells[0].text + QLatin1Char{' '} +
+        lines << QString{qsizetype{2} * row.cells[0].depth, QLatin1Char{' '}} + row.cells[0].text + QLatin1Char{' '} +
                      row.cells[1].text;
     return lines.join(QLatin1Char{'\n'}).toStdString();
 }

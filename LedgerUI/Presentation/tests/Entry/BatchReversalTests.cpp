@@ -17,7 +17,7 @@ struct Batch {
           batch{BatchReversal::of(ids, VisibleBooks{*held}, [](const std::string& /*id*/) { return false; }, "en-US")}
     {
     }
-    std::string states() const
+    [[nodiscard]] std::string states() const
     {
         std::string text;
         for (const auto& row : batch.rows(0, *held, "en-US"))

@@ -57,14 +57,14 @@ protected:
     {
         waitUntil([&] { return !uploads.isBusy(); });
     }
-    std::string names() const
+    [[nodiscard]] std::string names() const
     {
         std::string all;
         for (const auto& row : uploads.rows("en-US"))
             all += row.name.toStdString() + ": " + row.state.toStdString() + "; ";
         return all;
     }
-    std::size_t sent() const { return service.server.requests("POST v1/attachments").size(); }
+    [[nodiscard]] std::size_t sent() const { return service.server.requests("POST v1/attachments").size(); }
 
     StoreSignedIn service;
     QTemporaryDir folder;
@@ -126,13 +126,14 @@ TEST_F(ReceiptDraft, SaysWhatIsWrongWithAFileAndSendsNothingOfIt)
         said.push_back(row.message.toStdString());
         retries.push_back(row.mayRetry);
     }
-    EXPECT_EQ(said, (std::vector<std::string>{
-                        "The attachment format is unsupported or does not match its contents. Choose a JPG, PNG, HEIC, "
-                        "or PDF file.",
-                        "This file is empty.", "The attachment is too large. Each file must be 10 MB or smaller.",
-                        "The image could not be compressed or is still larger than 10 MB. Choose a smaller or clearer "
-                        "file.",
-                        "This file cannot be read.", "This file cannot be read."}));
+    const std::string format =
+        "The attachment format is unsupported or does not match its contents. Choose a JPG, PNG, "
+        "HEIC, or PDF file.";
+    const std::string picture = "The image could not be compressed or is still larger than 10 MB. Choose a smaller or "
+                                "clearer file.";
+    EXPECT_EQ(said, (std::vector<std::string>{format, "This file is empty.",
+                                              "The attachment is too large. Each file must be 10 MB or smaller.",
+                                              picture, "This file cannot be read.", "This file cannot be read."}));
     EXPECT_EQ(retries, (std::vector<bool>{false, false, false, false, true, true}));
     EXPECT_EQ(sent(), 0U);
 }
