@@ -41,7 +41,7 @@ DividendBatch batchOf(int number)
     DividendBatch batch{.id = fmt::format("batch-{:026}", number),
                         .period = fmt::format("Allocation {}", number),
                         .currency = "IDR",
-                        .amountMinor = 1'000 * owners,
+                        .amountMinor = std::int64_t{1'000} * owners,
                         .date = {},
                         .createdAt = {},
                         .lines = {},
@@ -57,6 +57,7 @@ void fill(Connection& connection, const std::string& companyID, const std::strin
 {
     Transaction transaction{connection, Transaction::Mode::writing};
     std::vector<DividendParticipant> participants;
+    participants.reserve(owners);
     for (int owner = 0; owner < owners; ++owner)
         participants.push_back({.id = fmt::format("owner-{:026}", owner),
                                 .name = fmt::format("Owner {}", owner),

@@ -43,6 +43,7 @@ void askUntil(std::uint16_t port, const std::string& token, const std::string& t
 void together(std::size_t count, const auto& work)
 {
     std::vector<std::jthread> threads;
+    threads.reserve(count);
     for (std::size_t each = 0; each < count; ++each)
         threads.emplace_back(work);
 }
