@@ -408,7 +408,10 @@ TEST_P(Catalogue, SaysWhenTheOutcomeIsUnknown)
     const auto outcome = resultOf(GetParam().run(test.store));
     ASSERT_FALSE(outcome);
     EXPECT_TRUE(isOutcomeUnknown(outcome.error()));
-    EXPECT_EQ(test.server.requests(GetParam().route).size(), 1U) << "never sent twice by itself";
+    // What only reads the transport may repeat by itself, where the connection ends before a byte of the reply was
+    // seen.
+    const bool isRead = GetParam().route.starts_with("GET ");
+    EXPECT_LE(test.server.requests(GetParam().route).size(), isRead ? 2U : 1U) << "a command is never sent twice";
 }
 
 INSTANTIATE_TEST_SUITE_P(Operations, Catalogue, testing::ValuesIn(operations),
