@@ -41,7 +41,8 @@ void FocusChain::continueWith(QWidget* part, QWidget* next)
 QWidget* FocusChain::insert(QWidget* stop, const QWidget* part)
 {
     for (auto* each : part->findChildren<QWidget*>()) {
-        if (each->focusPolicy() == Qt::NoFocus)
+        // Lists that open over the part are windows of their own.
+        if (each->focusPolicy() == Qt::NoFocus || each->window() != part->window())
             continue;
         QWidget::setTabOrder(stop, each);
         stop = each;
