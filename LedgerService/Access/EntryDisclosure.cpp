@@ -28,7 +28,9 @@ bool EntryDisclosure::hidesOf(bool isOfCapital, bool isOfDividends) const
 std::optional<std::string> EntryDisclosure::instead(std::string_view text) const
 {
     // Most see both sections, and it is asked of every entry of the books.
-    if (!(!m_showsCapital && text.contains(ofCapital)) && !(!m_showsDividends && text.contains(ofDividends)))
+    const bool isHidden =
+        (!m_showsCapital && text.contains(ofCapital)) || (!m_showsDividends && text.contains(ofDividends));
+    if (!isHidden)
         return std::nullopt;
     auto entry = JsonColumn::read<LedgerTransaction>(std::string{text});
     entry.note.clear();
