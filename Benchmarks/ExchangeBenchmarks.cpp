@@ -6,7 +6,7 @@
 #include <fmt/format.h>
 
 #include "Benchmarks/BooksUnderTest.h"
-#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Exports/LedgerCSV.h"
 #include "LedgerCore/Domain/Imports/ImportDryRun.h"
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-#include "LedgerCore/Domain/Entries/EntryDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryDraft.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 

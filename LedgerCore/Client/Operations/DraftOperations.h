@@ -5,7 +5,7 @@
 #include <QCoro/QCoroTask>
 
 #include "LedgerCore/Client/Errors/Failure.h"
-#include "LedgerCore/Domain/Entries/EntryDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryDraft.h"
 #include "LedgerCore/Domain/Records/OK.h"
 
 class OperationRunner;

@@ -14,7 +14,7 @@
 
 #include "LedgerCore/Client/Errors/Failure.h"
 #include "LedgerCore/Client/Session/KeptCommands.h"
-#include "LedgerCore/Domain/Entries/EntryDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryDraft.h"
 
 class LedgerStore;
 

@@ -8,8 +8,8 @@
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include "LedgerCore/Domain/Contract.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Entries/EntryDays.h"
-#include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Entries/EntryText.h"
 #include "LedgerCore/Domain/Money/Money.h"
 

@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/Entries/EntryProblem.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryProblem.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Imports/LedgerImportPlan.h"
 

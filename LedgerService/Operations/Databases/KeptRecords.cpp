@@ -5,7 +5,7 @@
 
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/Entries/EntryDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryDraft.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Records/MemberCommands.h"

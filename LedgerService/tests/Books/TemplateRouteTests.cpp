@@ -4,7 +4,7 @@
 #include <fmt/core.h>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Entries/EntryDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryDraft.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"

@@ -4,7 +4,7 @@
 
 #include <QString>
 
-#include "LedgerCore/Domain/Entries/EntryDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryDraft.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// An entry that was begun and not recorded, as it is offered again.

@@ -4,7 +4,7 @@
 #include <ranges>
 
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
-#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 

@@ -5,8 +5,8 @@
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
-#include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/AmountExpression.h"
 #include "LedgerCore/Domain/Money/Money.h"

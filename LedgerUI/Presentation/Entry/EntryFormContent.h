@@ -6,7 +6,7 @@
 
 #include <QString>
 
-#include "LedgerCore/Domain/Entries/EntryProblem.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryProblem.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Forms/AccountChoice.h"

@@ -5,7 +5,7 @@
 #include <tuple>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
-#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 

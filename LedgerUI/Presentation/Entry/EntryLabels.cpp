@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
 
+#include "LedgerCore/Domain/Entries/Drafts/EntryProblem.h"
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
-#include "LedgerCore/Domain/Entries/EntryProblem.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"

@@ -5,7 +5,7 @@
 #include <QStringList>
 
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
-#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/DayText.h"

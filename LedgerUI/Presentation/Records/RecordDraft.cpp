@@ -4,7 +4,7 @@
 
 #include <QStringList>
 
-#include "LedgerCore/Domain/Entries/EntryProblem.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryProblem.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"

@@ -4,7 +4,7 @@
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
-#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Entries/EntryText.h"
 #include "LedgerUI/Presentation/Entry/EntryChoices.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"

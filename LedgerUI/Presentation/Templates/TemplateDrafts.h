@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Entries/TransactionDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/TransactionDraft.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 

@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "LedgerCore/Domain/Entries/TransactionDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/TransactionDraft.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Entry/EntryReversal.h"

@@ -7,7 +7,7 @@
 #include <QDialog>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Domain/Entries/TransactionDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/TransactionDraft.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 

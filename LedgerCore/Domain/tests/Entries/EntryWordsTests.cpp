@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Entries/EntryValidationError.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryValidationError.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/Entries/EntryDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryDraft.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 
 namespace LedgerService {

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Entries/EntryProblem.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryProblem.h"
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"

@@ -5,8 +5,8 @@
 #include <string_view>
 #include <variant>
 
+#include "LedgerCore/Domain/Entries/Drafts/EntryValidationError.h"
 #include "LedgerCore/Domain/Entries/EntryField.h"
-#include "LedgerCore/Domain/Entries/EntryValidationError.h"
 #include "LedgerCore/Domain/Entries/PostingRefusal.h"
 #include "LedgerCore/Domain/Money/MoneyError.h"
 

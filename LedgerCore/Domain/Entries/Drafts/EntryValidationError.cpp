@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Entries/EntryValidationError.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryValidationError.h"
 
 #include <fmt/format.h>
 

@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/Entries/EntryProblem.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryProblem.h"
+#include "LedgerCore/Domain/Entries/Drafts/TransactionDraft.h"
 #include "LedgerCore/Domain/Entries/PostingRules.h"
-#include "LedgerCore/Domain/Entries/TransactionDraft.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Entries/TransactionDraft.h"
+#include "LedgerCore/Domain/Entries/Drafts/TransactionDraft.h"
 
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 
 #include <algorithm>
 #include <array>
