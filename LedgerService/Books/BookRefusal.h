@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LedgerCore/Domain/Entries/PostingRefusal.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRefusal.h"
 #include "LedgerCore/Domain/Entries/ReversalRules.h"
 #include "LedgerService/Refusal.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "LedgerCore/Domain/Entries/PostingRules.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRules.h"
 #include "LedgerCore/Domain/Records/FinancialSettings.h"
 #include "LedgerService/Books/EntryChange.h"
 #include "LedgerService/Refusal.h"

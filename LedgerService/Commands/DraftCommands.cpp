@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "LedgerCore/Domain/Entries/PostingShape.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingShape.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Commands/EntryCommands.h"

@@ -6,7 +6,7 @@
 #include <boost/describe.hpp>
 #include <sodium.h>
 
-#include "LedgerCore/Domain/Entries/ReceiptRules.h"
+#include "LedgerCore/Domain/Entries/Posting/ReceiptRules.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"

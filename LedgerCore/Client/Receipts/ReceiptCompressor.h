@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Entries/ReceiptRules.h"
+#include "LedgerCore/Domain/Entries/Posting/ReceiptRules.h"
 
 /// A receipt as it will be uploaded.
 struct PreparedReceipt {

@@ -4,7 +4,7 @@
 #include <map>
 #include <utility>
 
-#include "LedgerCore/Domain/Entries/PostingRules.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRules.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Money/Money.h"
 

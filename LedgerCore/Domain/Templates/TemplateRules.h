@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Entries/PostingRules.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRules.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
 
 /// Who may keep which template, and what it may say. An entry is judged by the rules of recording, except for what the

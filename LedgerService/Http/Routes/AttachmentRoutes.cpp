@@ -4,7 +4,7 @@
 
 #include <fmt/core.h>
 
-#include "LedgerCore/Domain/Entries/ReceiptRules.h"
+#include "LedgerCore/Domain/Entries/Posting/ReceiptRules.h"
 #include "LedgerCore/Domain/Records/ServiceCode.h"
 #include "LedgerService/Access/ReceiptAccess.h"
 #include "LedgerService/Books/BookRefusal.h"

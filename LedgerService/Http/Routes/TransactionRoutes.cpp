@@ -1,7 +1,7 @@
 #include <array>
 #include <stdexcept>
 
-#include "LedgerCore/Domain/Entries/PostingShape.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingShape.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Commands/EntryCommands.h"

@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerRefund.h"
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
-#include "LedgerCore/Domain/Entries/PostingRules.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 
 namespace {

@@ -7,7 +7,7 @@
 
 #include "LedgerCore/Domain/Entries/Drafts/EntryValidationError.h"
 #include "LedgerCore/Domain/Entries/EntryField.h"
-#include "LedgerCore/Domain/Entries/PostingRefusal.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRefusal.h"
 #include "LedgerCore/Domain/Money/MoneyError.h"
 
 class WordTable;

@@ -10,7 +10,7 @@
 
 #include "LedgerCore/Domain/Entries/Drafts/EntryProblem.h"
 #include "LedgerCore/Domain/Entries/Drafts/TransactionDraft.h"
-#include "LedgerCore/Domain/Entries/PostingRules.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRules.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"

@@ -7,7 +7,7 @@
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Entries/EntryStanding.h"
 #include "LedgerCore/Domain/Entries/ExchangeSides.h"
-#include "LedgerCore/Domain/Entries/ReceiptRules.h"
+#include "LedgerCore/Domain/Entries/Posting/ReceiptRules.h"
 #include "LedgerCore/Domain/Entries/ReversalRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"

@@ -9,7 +9,7 @@
 
 #include <QStringList>
 
-#include "LedgerCore/Domain/Entries/PostingRules.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRules.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Entries/ReceiptRules.h"
+#include "LedgerCore/Domain/Entries/Posting/ReceiptRules.h"
 
 #include <algorithm>
 #include <set>

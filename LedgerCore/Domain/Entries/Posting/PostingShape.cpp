@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Entries/PostingShape.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingShape.h"
 
 #include <algorithm>
 #include <array>

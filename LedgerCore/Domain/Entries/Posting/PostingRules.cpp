@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Entries/PostingRules.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRules.h"
 
 #include <algorithm>
 
@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Entries/EntryDays.h"
 #include "LedgerCore/Domain/Entries/EntryReference.h"
 #include "LedgerCore/Domain/Entries/EntryText.h"
-#include "LedgerCore/Domain/Entries/PostingShape.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingShape.h"
 #include "LedgerCore/Domain/Money/Money.h"
 
 namespace {

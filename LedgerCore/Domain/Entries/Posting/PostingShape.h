@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/Entries/PostingRefusal.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRefusal.h"
 #include "LedgerCore/Domain/Records/TransactionInput.h"
 
 /// What a command must look like by itself, before any record is looked at.

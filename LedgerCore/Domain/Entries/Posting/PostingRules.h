@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/Entries/PostingRefusal.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRefusal.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/Account.h"
 #include "LedgerCore/Domain/Records/Attachment.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Entries/PostingRefusal.h"
+#include "LedgerCore/Domain/Entries/Posting/PostingRefusal.h"
 #include "LedgerCore/Domain/Records/Attachment.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerCore/Domain/Records/Member.h"
