@@ -1,7 +1,7 @@
 #pragma once
 
 #include "LedgerCore/Domain/Entries/Posting/PostingRefusal.h"
-#include "LedgerCore/Domain/Entries/ReversalRules.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
 #include "LedgerService/Refusal.h"
 
 namespace LedgerService {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "LedgerCore/Domain/Entries/ReversalRules.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
 #include "LedgerCore/Domain/Records/FinancialSettings.h"
 #include "LedgerService/Books/EntryChange.h"
 #include "LedgerService/Refusal.h"

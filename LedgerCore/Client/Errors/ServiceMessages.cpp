@@ -1,6 +1,6 @@
 #include "LedgerCore/Client/Errors/FailureMessages.h"
 
-#include "LedgerCore/Domain/Entries/ReversalWords.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalWords.h"
 
 const WordTable& serviceMessages()
 {

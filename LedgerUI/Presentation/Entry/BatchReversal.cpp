@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Entries/ReversalRules.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"

@@ -15,7 +15,7 @@
 #include "LedgerCore/Domain/Entries/Drafts/EntryProblem.h"
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
-#include "LedgerCore/Domain/Entries/ReversalWords.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalWords.h"
 #include "LedgerCore/Domain/Imports/LedgerImportWords.h"
 #include "LedgerCore/Domain/Money/MoneyError.h"
 #include "LedgerService/Books/Demonstration/DemoWords.h"

@@ -1,11 +1,11 @@
-#include "LedgerCore/Domain/Entries/ReversalRules.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
 
 #include <algorithm>
 #include <functional>
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Entries/ReversalWords.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalWords.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Entries/EntryStanding.h"
 #include "LedgerCore/Domain/Entries/ExchangeSides.h"
 #include "LedgerCore/Domain/Entries/Posting/ReceiptRules.h"
-#include "LedgerCore/Domain/Entries/ReversalRules.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"

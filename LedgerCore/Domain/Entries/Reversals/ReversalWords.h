@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "LedgerCore/Domain/Entries/ReversalRules.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 
 /// What a person reads about an entry that cannot be reversed.

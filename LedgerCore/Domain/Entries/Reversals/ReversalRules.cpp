@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Entries/ReversalRules.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Entries/ReversalWords.h"
+#include "LedgerCore/Domain/Entries/Reversals/ReversalWords.h"
 
 const WordTable& ReversalWords::words()
 {
