@@ -21,7 +21,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Http/Connections/Server.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"

@@ -5,8 +5,8 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/ErrorReply.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ErrorReply.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 
 namespace LedgerService {
 

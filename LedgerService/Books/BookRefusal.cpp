@@ -1,6 +1,6 @@
 #include "LedgerService/Books/BookRefusal.h"
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Books/RefusalTable.h"
 
 namespace LedgerService {

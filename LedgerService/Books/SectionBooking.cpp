@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Entries/EntryDays.h"
 #include "LedgerCore/Domain/Entries/EntryText.h"
 #include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Books/BookRefusal.h"

@@ -12,7 +12,7 @@
 #include "LedgerCore/Domain/Records/FinancialSettings.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerCore/Domain/Records/Member.h"
-#include "LedgerCore/Domain/Records/SectionChange.h"
+#include "LedgerCore/Domain/Records/Requests/SectionChange.h"
 #include "LedgerService/Books/EntryChange.h"
 #include "LedgerService/Refusal.h"
 

@@ -5,7 +5,7 @@
 #include "LedgerCore/Domain/Access/AccountGrants.h"
 #include "LedgerCore/Domain/Access/AccountRules.h"
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 #include "LedgerService/Books/SetupRefusal.h"
 #include "LedgerService/Random.h"
 #include "LedgerService/Storage/Rows/Companies/AccountRepository.h"

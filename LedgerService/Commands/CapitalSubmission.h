@@ -2,7 +2,7 @@
 
 #include <expected>
 
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/Requests/CapitalCommand.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 

@@ -2,7 +2,7 @@
 
 #include <expected>
 
-#include "LedgerCore/Domain/Records/DividendCommand.h"
+#include "LedgerCore/Domain/Records/Requests/DividendCommand.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Entries/Posting/PostingShape.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Commands/EntryCommands.h"
 #include "LedgerService/Storage/Rows/Companies/CommandRepository.h"

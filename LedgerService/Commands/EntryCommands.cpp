@@ -4,7 +4,7 @@
 
 #include "LedgerCore/Domain/Entries/EntryReference.h"
 #include "LedgerCore/Domain/Imports/ImportRowIdentity.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Books/PostingRows.h"
 #include "LedgerService/Books/ReversalRows.h"
 #include "LedgerService/Commands/NamedRows.h"

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 

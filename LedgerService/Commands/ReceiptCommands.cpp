@@ -5,7 +5,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Entries/Posting/ReceiptRules.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Access/Visibility.h"
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Commands/NamedRows.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/AttemptRepository.h"
 #include "LedgerService/Storage/Sql/Anew.h"

@@ -9,7 +9,7 @@
 #include <sodium.h>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/DurableFile.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Random.h"

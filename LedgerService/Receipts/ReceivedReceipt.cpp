@@ -8,7 +8,7 @@
 
 #include "LedgerCore/Domain/Entries/Posting/ReceiptRules.h"
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Receipts/ReceiptContent.h"
 

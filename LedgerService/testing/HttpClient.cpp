@@ -17,7 +17,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/ErrorReply.h"
+#include "LedgerCore/Domain/Records/Requests/ErrorReply.h"
 
 namespace LedgerService {
 

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
-#include "LedgerCore/Domain/Records/DividendCommand.h"
+#include "LedgerCore/Domain/Records/Requests/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/Requests/DividendCommand.h"
 #include "LedgerService/Books/Books.h"
 #include "LedgerService/testing/TestService.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
-#include "LedgerCore/Domain/Records/DividendCommand.h"
+#include "LedgerCore/Domain/Records/Requests/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/Requests/DividendCommand.h"
 #include "LedgerUI/Presentation/tests/CapitalSample.h"
 #include "LedgerUI/Screens/Capital/CapitalView.h"
 #include "LedgerUI/testing/WindowUnderTest.h"

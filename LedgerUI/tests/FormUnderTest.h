@@ -11,7 +11,7 @@
 #include <QTest>
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerUI/Components/Buttons/EnterKey.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Page/Banner.h"

@@ -6,7 +6,7 @@
 #include <span>
 
 #include "LedgerCore/Client/Errors/FailureMessages.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 
 namespace {

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "LedgerCore/Client/Operations/SessionRunner.h"
-#include "LedgerCore/Domain/Records/AccessCommands.h"
-#include "LedgerCore/Domain/Records/OK.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/OK.h"
 
 using enum OperationRunner::Publishing;
 using enum SessionRunner::Session;

@@ -6,7 +6,7 @@
 #include <QCoro/QCoroTask>
 
 #include "LedgerCore/Client/Errors/Failure.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 class SessionRunner;
 

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "LedgerCore/Client/Operations/OperationRunner.h"
-#include "LedgerCore/Domain/Records/TransactionColorSelection.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionColorSelection.h"
 
 using enum OperationRunner::Publishing;
 

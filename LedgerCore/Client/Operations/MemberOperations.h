@@ -6,9 +6,9 @@
 #include <QCoro/QCoroTask>
 
 #include "LedgerCore/Client/Errors/Failure.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
-#include "LedgerCore/Domain/Records/AuditTrailPage.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AuditTrailPage.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 
 class OperationRunner;
 

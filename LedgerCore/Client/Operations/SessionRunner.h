@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "LedgerCore/Client/Operations/OperationRunner.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 /// How an operation signs in, or goes over from one company to another. Every failure is published.
 class SessionRunner : public OperationRunner {

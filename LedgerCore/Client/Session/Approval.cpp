@@ -1,6 +1,6 @@
 #include "LedgerCore/Client/Session/Approval.h"
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 
 std::optional<APIError> Approval::whyNot(const Company& company)
 {

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "LedgerCore/Client/Errors/Failure.h"
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
-#include "LedgerCore/Domain/Records/DividendCommand.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/Requests/DividendCommand.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 /// An entry whose recording was not confirmed, or not tried because the session had ended. It belongs to one member of
 /// one company at one service.

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "LedgerCore/Client/Snapshots/EntryStream.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 /// Reads the replies to sign-in.
 namespace AccessReply {

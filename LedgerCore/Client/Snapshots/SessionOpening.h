@@ -9,7 +9,7 @@
 
 #include "LedgerCore/Client/Http/ServiceConnection.h"
 #include "LedgerCore/Client/Snapshots/EntryStream.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 /// Asks the service for sessions. Whoever waits for one may give it up; the service is heard out all the same, and the
 /// session that it has opened by then is handed back, so that none lies about there.

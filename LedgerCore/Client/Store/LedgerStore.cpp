@@ -9,7 +9,7 @@
 #include "LedgerCore/Client/Session/LanguageDefaults.h"
 #include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/EntryTemplates.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 
 namespace {

@@ -25,7 +25,7 @@
 #include "LedgerCore/Client/Session/SignedInRights.h"
 #include "LedgerCore/Client/Snapshots/SessionOpening.h"
 #include "LedgerCore/Client/Store/StoreProperties.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 class AttachmentCache;
 class Clock;

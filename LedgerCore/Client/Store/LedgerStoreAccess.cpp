@@ -10,7 +10,7 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
 #include "LedgerCore/Domain/Records/Company.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 
 QCoro::Task<Result<void>> LedgerStore::signIn(std::string path, std::string body, Session session)
 {

@@ -9,8 +9,8 @@
 
 #include <QObject>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 /// What screens observe of the store. Each property is announced when it has changed.
 class StoreProperties : public QObject {

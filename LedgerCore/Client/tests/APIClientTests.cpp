@@ -6,7 +6,7 @@
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/ScriptedServer.h"
 #include "LedgerCore/Client/testing/WaitFor.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 namespace {
 

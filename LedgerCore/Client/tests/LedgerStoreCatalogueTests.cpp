@@ -7,8 +7,8 @@
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
 #include "LedgerCore/Domain/Exports/ReportExportAuthorization.h"
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
-#include "LedgerCore/Domain/Records/DividendCommand.h"
+#include "LedgerCore/Domain/Records/Requests/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/Requests/DividendCommand.h"
 #include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/SignalCount.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Records/Account.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 
 /// Who may give whom what. Rights are compared by what a member could do with them: by the questions of `MemberRights`,
 /// by the listed permissions, and by `Member::can` on every account.

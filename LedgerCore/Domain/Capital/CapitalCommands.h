@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Capital/CapitalRules.h"
-#include "LedgerCore/Domain/Records/SectionChange.h"
+#include "LedgerCore/Domain/Records/Requests/SectionChange.h"
 
 /// Builds capital commands from what a person typed. Each is either acceptable on the section as seen, or the reason
 /// why it is not. Amounts and percentages are texts in `locale`.

@@ -4,9 +4,9 @@
 #include <string>
 #include <variant>
 
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
 #include "LedgerCore/Domain/Records/CapitalState.h"
-#include "LedgerCore/Domain/Records/SectionChange.h"
+#include "LedgerCore/Domain/Records/Requests/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/Requests/SectionChange.h"
 
 /// One accepted change to a company's capital section. Changes are only ever added: the section is what they make of an
 /// empty one, each in its turn.

@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/Requests/CapitalCommand.h"
 
 /// Why a change to the capital section is not accepted.
 enum class CapitalRefusal {

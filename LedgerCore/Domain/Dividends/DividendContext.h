@@ -4,8 +4,8 @@
 #include <span>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/DividendCommand.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/Requests/DividendCommand.h"
 
 /// What a dividend command is decided on. Everything referred to must outlive it.
 struct DividendContext {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Dividends/DividendContext.h"
-#include "LedgerCore/Domain/Records/SectionChange.h"
+#include "LedgerCore/Domain/Records/Requests/SectionChange.h"
 
 /// That an allocation no longer counts.
 struct DividendCancellation {

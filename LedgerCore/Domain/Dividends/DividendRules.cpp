@@ -13,7 +13,7 @@
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 /// The reference of a payer or bank under which a refund is known.
 namespace EntryReference {

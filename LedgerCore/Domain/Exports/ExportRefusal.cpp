@@ -1,6 +1,6 @@
 #include "LedgerCore/Domain/Exports/ExportRefusal.h"
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 
 std::string_view code(ExportRefusal refusal)
 {

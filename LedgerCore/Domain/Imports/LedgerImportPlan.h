@@ -7,7 +7,7 @@
 
 #include <boost/describe.hpp>
 
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 /// Something in an import file that keeps it from being imported.
 struct LedgerImportIssue {

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "LedgerCore/Domain/Records/Member.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 
 /// What may be changed about a company beside its finances.
 namespace CompanySettings {

@@ -3,7 +3,7 @@
 #include <span>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/TransactionColorSelection.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionColorSelection.h"
 #include "LedgerCore/Domain/Text/CatalogNames.h"
 
 struct LedgerSnapshot;

@@ -10,7 +10,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Http/Connections/ReplyBlocks.h"
 #include "LedgerService/Http/Connections/ReplyHeader.h"
 #include "LedgerService/Log.h"

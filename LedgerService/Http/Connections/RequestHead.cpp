@@ -5,7 +5,7 @@
 
 #include <boost/beast/core/string.hpp>
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 
 namespace LedgerService {
 

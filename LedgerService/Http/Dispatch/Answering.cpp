@@ -4,7 +4,7 @@
 #include <boost/asio/use_awaitable.hpp>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Http/ReplyPacking.h"
 #include "LedgerService/Log.h"
 

@@ -5,7 +5,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Storage/Rows/Companies/CommandRepository.h"
 

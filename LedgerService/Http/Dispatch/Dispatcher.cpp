@@ -9,7 +9,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Http/Conditions.h"
 #include "LedgerService/Http/Dispatch/CommandAudit.h"

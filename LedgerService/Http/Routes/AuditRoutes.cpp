@@ -4,7 +4,7 @@
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Access/AuditDisclosure.h"
 #include "LedgerService/Audit/AuditText.h"
 #include "LedgerService/Audit/AuditTrail.h"

@@ -1,6 +1,6 @@
 #include <array>
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Commands/DraftCommands.h"
 #include "LedgerService/Http/Dispatch/CommandOnce.h"
 #include "LedgerService/Http/Routes/ActOf.h"

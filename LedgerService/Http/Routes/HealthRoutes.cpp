@@ -1,6 +1,6 @@
 #include <array>
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Schema/Migrations.h"

@@ -1,6 +1,6 @@
 #include <array>
 
-#include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
 #include "LedgerService/Http/Routes/ActOf.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Http/Routes/RouteKit.h"

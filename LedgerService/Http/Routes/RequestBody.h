@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Http/Request.h"
 #include "LedgerService/Http/Routes/BodyLists.h"
 #include "LedgerService/Refusal.h"

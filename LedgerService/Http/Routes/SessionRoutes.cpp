@@ -1,6 +1,6 @@
 #include <array>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerService/Http/Routes/RouteFamilies.h"
 #include "LedgerService/Http/Routes/RouteKit.h"

@@ -2,7 +2,7 @@
 #include <stdexcept>
 
 #include "LedgerCore/Domain/Entries/Posting/PostingShape.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Commands/EntryCommands.h"
 #include "LedgerService/Http/Routes/ActOf.h"

@@ -4,8 +4,8 @@
 #include <expected>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/AccessCommands.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 

@@ -3,7 +3,7 @@
 #include <expected>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
 #include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"

@@ -2,7 +2,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Audit/AuditRecord.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/PersonAudit.h"

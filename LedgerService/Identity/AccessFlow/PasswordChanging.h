@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"
 

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <variant>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"

@@ -2,8 +2,8 @@
 
 #include <expected>
 
-#include "LedgerCore/Domain/Records/AccessCommands.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Service.h"

@@ -2,7 +2,7 @@
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Settings/CompanySettings.h"
 #include "LedgerCore/Domain/Settings/TransactionColorOptions.h"
 #include "LedgerCore/Domain/Text/TextFold.h"

@@ -2,8 +2,8 @@
 
 #include <optional>
 
-#include "LedgerCore/Domain/Records/MemberCommands.h"
-#include "LedgerCore/Domain/Records/TransactionColorSelection.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionColorSelection.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 

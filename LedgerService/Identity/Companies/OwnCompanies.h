@@ -3,7 +3,7 @@
 #include <expected>
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Identity/Sessions/Authentication.h"
 #include "LedgerService/Refusal.h"

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 #include "LedgerService/Storage/Rows/People/InvitationRepository.h"

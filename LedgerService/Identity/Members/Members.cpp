@@ -5,7 +5,7 @@
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Access/MembershipRules.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Audit/AuditTrail.h"

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "LedgerCore/Domain/Records/Category.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 #include "LedgerService/Commands/CommandAct.h"
 #include "LedgerService/Refusal.h"
 

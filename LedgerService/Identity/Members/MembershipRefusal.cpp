@@ -1,6 +1,6 @@
 #include "LedgerService/Identity/Members/MembershipRefusal.h"
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 
 namespace LedgerService {
 

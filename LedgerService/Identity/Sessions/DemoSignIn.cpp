@@ -3,7 +3,7 @@
 #include <array>
 
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Storage/Database.h"

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/Password.h"
 #include "LedgerService/Identity/PersonLimits.h"

@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Entries/Drafts/EntryDraft.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 #include "LedgerService/Storage/Sql/Query.h"
 
 namespace LedgerService {

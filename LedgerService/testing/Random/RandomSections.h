@@ -4,8 +4,8 @@
 #include <random>
 #include <string>
 
-#include "LedgerCore/Domain/Records/CapitalCommand.h"
-#include "LedgerCore/Domain/Records/DividendCommand.h"
+#include "LedgerCore/Domain/Records/Requests/CapitalCommand.h"
+#include "LedgerCore/Domain/Records/Requests/DividendCommand.h"
 
 namespace LedgerService {
 

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerService/Operations/People/CreateCompany.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"

@@ -7,7 +7,7 @@
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerCore/Domain/Categories/EnterpriseCategoryCatalog.h"
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/SampleBooks.h"
 #include "LedgerService/testing/TestService.h"

@@ -11,12 +11,12 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/AccessCommands.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/Attachment.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
 #include "LedgerCore/Domain/Records/Permission.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 #include "LedgerCore/Domain/Templates/TemplateRules.h"
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"

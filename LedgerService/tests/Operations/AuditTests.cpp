@@ -7,9 +7,9 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/AccessCommands.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 #include "LedgerService/Audit/AuditSeals.h"
 #include "LedgerService/Audit/AuditTrail.h"
 #include "LedgerService/Operations/People/ManagePeople.h"

@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/AccessCommands.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/testing/Staff.h"
 

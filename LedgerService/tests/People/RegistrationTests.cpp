@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 #include "LedgerService/Identity/AccessFlow/PersonRegistration.h"
 #include "LedgerService/Operations/People/ManagePeople.h"
 #include "LedgerService/Storage/Database.h"

@@ -10,7 +10,7 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerService/Http/Routes/AllRoutes.h"
 #include "LedgerService/Storage/Rows/Sections/CapitalRepository.h"
 #include "LedgerService/Storage/Rows/Sections/DividendRepository.h"

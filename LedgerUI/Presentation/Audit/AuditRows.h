@@ -7,8 +7,8 @@
 
 #include <QString>
 
-#include "LedgerCore/Domain/Records/AuditTrailPage.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/Requests/AuditTrailPage.h"
 #include "LedgerUI/Presentation/Table/PlainTableModel.h"
 
 /// The company's audit trail as tables show it.

@@ -6,8 +6,8 @@
 
 #include <QString>
 
-#include "LedgerCore/Domain/Records/AuditTrailPage.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/Requests/AuditTrailPage.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
 
 /// The values of audit records in words: identifiers by the names of the books, amounts with their currency, days,

@@ -10,7 +10,7 @@
 #include <QString>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 
 /// The company's name and countries, and the language in which the current member is written to, as they are being
 /// filled in.

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"

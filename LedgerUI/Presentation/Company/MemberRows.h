@@ -6,8 +6,8 @@
 
 #include <QString>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerUI/Presentation/Table/PlainTableModel.h"
 
 /// The people of the company as tables show them: its members, those who are invited, and what one may do oneself.

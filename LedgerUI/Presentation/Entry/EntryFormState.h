@@ -11,7 +11,7 @@
 #include "LedgerCore/Domain/Entries/Drafts/TransactionDraft.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerUI/Presentation/Forms/AmountTyping.h"
 #include "LedgerUI/Presentation/Forms/Submission.h"
 

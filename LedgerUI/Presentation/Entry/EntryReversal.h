@@ -10,7 +10,7 @@
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerUI/Presentation/Forms/Submission.h"
 
 /// What a person says about a reversal.

@@ -13,8 +13,8 @@
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Calendar/Period.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerCore/Domain/Templates/TemplateProposals.h"
 
 /// Something that wants a hand, with what one would open to lend it.

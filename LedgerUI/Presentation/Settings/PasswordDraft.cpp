@@ -1,6 +1,6 @@
 #include "LedgerUI/Presentation/Settings/PasswordDraft.h"
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/PasswordRule.h"
 #include "LedgerUI/Presentation/Settings/SettingsWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"

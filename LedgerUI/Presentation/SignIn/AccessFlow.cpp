@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/SignIn/AccessFlow.h"
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerCore/Domain/Records/AccessCommands.h"
+#include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

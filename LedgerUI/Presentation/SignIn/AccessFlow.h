@@ -6,7 +6,7 @@
 
 #include <QString>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerUI/Presentation/SignIn/SignInPage.h"
 
 /// The way to being signed in by a code from a mail, in three steps. What a step was answered with is held as long as

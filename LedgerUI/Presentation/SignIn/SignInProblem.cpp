@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/PasswordRule.h"
 #include "LedgerUI/Presentation/SignIn/SignInWords.h"

@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Text/FailureText.h"
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Records/Company.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerUI/Presentation/Text/CopiedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"

@@ -8,8 +8,8 @@
 #include <QString>
 
 #include "LedgerCore/Client/Errors/Failure.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 /// The companies of the signed-in person, as the menu of the company button lists them.
 struct CompanyDirectory {

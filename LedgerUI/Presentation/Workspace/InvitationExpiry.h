@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 /// How long an invitation can still be accepted.
 struct InvitationExpiry {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Client/testing/WaitFor.h"
-#include "LedgerCore/Domain/Records/ServiceCode.h"
+#include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerUI/Presentation/SignIn/AccessFlow.h"
 #include "LedgerUI/Presentation/SignIn/Countdown.h"
 #include "LedgerUI/Presentation/SignIn/SignInProblem.h"

@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "LedgerCore/Client/Errors/Failure.h"
-#include "LedgerCore/Domain/Records/AuditTrailPage.h"
+#include "LedgerCore/Domain/Records/Requests/AuditTrailPage.h"
 #include "LedgerUI/Screens/Company/CompanyTab.h"
 
 class DayEdit;

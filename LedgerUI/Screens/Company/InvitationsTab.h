@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerUI/Screens/Company/CompanyTab.h"
 
 class EmptyState;

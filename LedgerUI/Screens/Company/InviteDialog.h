@@ -1,6 +1,6 @@
 #pragma once
 
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Components/Fields/FieldMap.h"
 #include "LedgerUI/Presentation/Company/InviteForm.h"

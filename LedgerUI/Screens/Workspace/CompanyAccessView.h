@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 
 class FormField;

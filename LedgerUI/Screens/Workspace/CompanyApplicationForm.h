@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 
 class FormField;

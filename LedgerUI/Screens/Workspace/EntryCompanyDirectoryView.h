@@ -4,7 +4,7 @@
 
 #include <QMenu>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 class LedgerStore;
 

@@ -5,7 +5,7 @@
 #include <QList>
 #include <QWidget>
 
-#include "LedgerCore/Domain/Records/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 
 /// One page of the workspace. It observes the store by itself; the workspace asks it what to say in the status bar and

@@ -10,7 +10,7 @@
 #include <QTest>
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Table/PlainTable.h"

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerUI/Components/Dialogs/FormDialog.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/tests/DraftsUnderTest.h"

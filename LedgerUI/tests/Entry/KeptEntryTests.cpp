@@ -2,7 +2,7 @@
 #include <QLineEdit>
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportsView.h"
 #include "LedgerUI/testing/WindowUnderTest.h"

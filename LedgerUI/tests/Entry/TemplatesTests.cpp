@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Records/EntryTemplate.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
 #include "LedgerUI/tests/TemplatesUnderTest.h"
 

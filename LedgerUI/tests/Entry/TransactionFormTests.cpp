@@ -10,8 +10,8 @@
 #include <QTest>
 
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
-#include "LedgerCore/Domain/Records/AccessRecords.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"

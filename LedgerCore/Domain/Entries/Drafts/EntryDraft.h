@@ -7,7 +7,7 @@
 #include <boost/describe.hpp>
 
 #include "LedgerCore/Domain/Entries/Drafts/TransactionDraft.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 /// An entry that a member has begun and not recorded, as the service keeps it for that member alone. Its key is the
 /// `idempotencyKey` of `entry`.

@@ -13,7 +13,7 @@
 #include "LedgerCore/Domain/Entries/Posting/PostingRules.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 /// An account that money may be moved into. Its member need not see it.
 struct EntryDestination {

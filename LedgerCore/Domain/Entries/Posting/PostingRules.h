@@ -13,7 +13,7 @@
 #include "LedgerCore/Domain/Records/Category.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerCore/Domain/Records/Member.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 /// What recording one entry looks at: the records that the command names, as far as they exist, and what the books say
 /// about them. Whether the member may see and use a record is judged by the rules. A view: all of it must outlive it.

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Entries/Posting/PostingRefusal.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 /// What a command must look like by itself, before any record is looked at.
 namespace PostingShape {

@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Records/Account.h"
 #include "LedgerCore/Domain/Records/LedgerTransaction.h"
 #include "LedgerCore/Domain/Records/Member.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 
 /// What reversing one entry looks at. A view: everything that it names must outlive it.
 struct ReversalContext {

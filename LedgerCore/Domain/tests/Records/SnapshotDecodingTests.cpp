@@ -2,7 +2,7 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerCore/Domain/Records/TransactionInput.h"
+#include "LedgerCore/Domain/Records/Requests/TransactionInput.h"
 #include "LedgerCore/Domain/Reports/ReportSource.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerCore/Domain/Records/MemberCommands.h"
+#include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
 
 namespace LedgerService {
 

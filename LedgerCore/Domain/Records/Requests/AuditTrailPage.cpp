@@ -1,4 +1,4 @@
-#include "LedgerCore/Domain/Records/AuditTrailPage.h"
+#include "LedgerCore/Domain/Records/Requests/AuditTrailPage.h"
 
 #include <utility>
 
