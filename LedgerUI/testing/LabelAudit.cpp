@@ -19,7 +19,7 @@
 
 #include "LedgerUI/Components/Buttons/CardButton.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 
 namespace {
 

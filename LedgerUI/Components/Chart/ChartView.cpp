@@ -12,7 +12,7 @@
 #include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Charts/ChartLegend.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/Theme/TypeScale.h"

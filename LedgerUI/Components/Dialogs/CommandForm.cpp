@@ -14,9 +14,9 @@
 #include "LedgerUI/Components/Dialogs/WindowBehind.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Forms/CommandWords.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/FailureText.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {

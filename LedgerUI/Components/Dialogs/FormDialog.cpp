@@ -16,8 +16,8 @@
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

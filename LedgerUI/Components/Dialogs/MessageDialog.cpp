@@ -10,8 +10,8 @@
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <QWidget>
 
 #include "LedgerCore/Domain/Contract.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Theme/Icon.h"
 
 QString namedWithKeys(const QString& name, const QList<QKeySequence>& keys)

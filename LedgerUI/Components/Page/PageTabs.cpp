@@ -12,7 +12,7 @@
 
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/Chip.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

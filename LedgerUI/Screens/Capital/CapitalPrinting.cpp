@@ -12,9 +12,9 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Capital/CapitalPrint.h"
 #include "LedgerUI/Presentation/Dividends/DividendPrint.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
 
 namespace {
 

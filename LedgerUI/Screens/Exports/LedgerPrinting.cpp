@@ -9,9 +9,9 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Exports/LedgerPrint.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Print/PrintWords.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
 
 namespace {
 

@@ -15,10 +15,10 @@
 #include "LedgerUI/Components/Table/CellPainter.h"
 #include "LedgerUI/Components/Table/RowHeads.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

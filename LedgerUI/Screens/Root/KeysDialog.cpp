@@ -16,9 +16,9 @@
 #include "LedgerUI/Components/Buttons/SpokenRole.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
+#include "LedgerUI/Presentation/Keys/KeyHelp.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
-#include "LedgerUI/Presentation/Text/KeyHelp.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Screens/Requests/UnconfirmedDialog.h"
 #include "LedgerUI/Screens/Root/KeysDialog.h"
 #include "LedgerUI/Screens/Settings/SettingsDialog.h"

@@ -17,7 +17,7 @@
 #include "LedgerUI/Components/Page/BusyBar.h"
 #include "LedgerUI/Components/Page/StatusBar.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceStatus.h"
 #include "LedgerUI/Screens/Workspace/PageRegistry.h"
 #include "LedgerUI/Screens/Workspace/PageView.h"

@@ -12,7 +12,7 @@
 
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerUI/Components/Dialogs/FormDialog.h"
-#include "LedgerUI/Presentation/Text/KeyHelp.h"
+#include "LedgerUI/Presentation/Keys/KeyHelp.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 
 #include <algorithm>
 #include <array>

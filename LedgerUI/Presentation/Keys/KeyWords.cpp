@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Text/KeyHelp.h"
+#include "LedgerUI/Presentation/Keys/KeyHelp.h"
 
 #include "LedgerCore/Domain/Text/WordTable.h"
 

@@ -1,10 +1,10 @@
-#include "LedgerUI/Presentation/Text/KeyHelp.h"
+#include "LedgerUI/Presentation/Keys/KeyHelp.h"
 
 #include <array>
 #include <utility>
 
 #include "LedgerCore/Domain/Text/WordTable.h"
-#include "LedgerUI/Presentation/Text/KeyBindings.h"
+#include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
