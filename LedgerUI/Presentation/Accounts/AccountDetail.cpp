@@ -7,8 +7,8 @@
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Ledger/AccountGroup.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -7,7 +7,7 @@
 
 #include "LedgerUI/Presentation/Accounts/AccountBook.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// One account in one of its currencies with all that is known of it, as the detail pane shows it.
 struct AccountDetail {

@@ -10,7 +10,7 @@
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
-#include "LedgerUI/Presentation/Text/MoneySums.h"
+#include "LedgerUI/Presentation/Text/Values/MoneySums.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

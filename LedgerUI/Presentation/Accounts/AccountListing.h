@@ -9,7 +9,7 @@
 
 #include "LedgerUI/Presentation/Accounts/AccountBook.h"
 #include "LedgerUI/Presentation/Ledger/AccountGroup.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// The order of the accounts inside a group.
 struct AccountSort {

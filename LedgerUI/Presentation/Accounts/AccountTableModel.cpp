@@ -4,7 +4,7 @@
 
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Table/RowPatch.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 void AccountTableModel::present(AccountListingPointer listing)

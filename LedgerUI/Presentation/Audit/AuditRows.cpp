@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Audit/AuditValueText.h"
 #include "LedgerUI/Presentation/Audit/AuditWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -17,10 +17,10 @@
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Records/CapitalFormWords.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
-#include "LedgerUI/Presentation/Text/ByteText.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/ByteText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 
 namespace {

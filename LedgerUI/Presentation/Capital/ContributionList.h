@@ -6,7 +6,7 @@
 
 #include "LedgerUI/Presentation/Records/CapitalQuestion.h"
 #include "LedgerUI/Presentation/Records/RecordRow.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// One contribution with everything that is known of it.
 struct ContributionDetail {

@@ -10,7 +10,7 @@
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/LinkedEntries.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -7,8 +7,8 @@
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/LatestFirst.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include "LedgerUI/Presentation/Records/CapitalQuestion.h"
 #include "LedgerUI/Presentation/Records/RecordFigure.h"
 #include "LedgerUI/Presentation/Records/RecordRow.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// What is chosen on the tab of dividends.
 struct DividendChoice {

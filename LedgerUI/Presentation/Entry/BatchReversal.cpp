@@ -8,9 +8,9 @@
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 TransactionDraft BegunEntry::continued(const EntryDraft& draft, std::string_view locale)

@@ -17,10 +17,10 @@
 #include "LedgerUI/Presentation/Entry/EntryHistory.h"
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
-#include "LedgerUI/Presentation/Text/RateText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/RateText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

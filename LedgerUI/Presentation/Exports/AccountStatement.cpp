@@ -9,7 +9,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerRow.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -12,8 +12,8 @@
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerRow.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

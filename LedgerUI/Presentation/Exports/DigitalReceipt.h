@@ -8,7 +8,7 @@
 #include <QString>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// What a person shows of an entry beside what is always on its receipt, and in which language.
 struct DigitalReceiptChoice {

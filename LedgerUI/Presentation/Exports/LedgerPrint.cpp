@@ -21,8 +21,8 @@
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerDayRow.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerRow.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

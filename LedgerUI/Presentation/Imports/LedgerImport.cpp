@@ -20,9 +20,9 @@
 #include "LedgerUI/Presentation/Imports/ImportWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -5,8 +5,8 @@
 #include <QStringList>
 
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 QString EntryText::brief(std::string_view entryID, const LedgerSnapshot& snapshot, std::string_view locale)

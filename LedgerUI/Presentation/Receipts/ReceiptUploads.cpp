@@ -10,8 +10,8 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
-#include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/Text/FailureText.h"
+#include "LedgerUI/Presentation/Text/Values/ByteText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 using Stage = ReceiptUpload::Stage;

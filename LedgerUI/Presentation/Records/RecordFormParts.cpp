@@ -7,8 +7,8 @@
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerUI/Presentation/Records/CapitalFormWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 std::vector<std::string> RecordFormParts::currenciesOf(const std::vector<const Account*>& accounts)

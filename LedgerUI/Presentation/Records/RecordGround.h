@@ -7,7 +7,7 @@
 #include "LedgerUI/Presentation/Forms/Submission.h"
 #include "LedgerUI/Presentation/Records/RecordDraft.h"
 #include "LedgerUI/Presentation/Records/RecordFormParts.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 /// What the content of a form over a section is made from.

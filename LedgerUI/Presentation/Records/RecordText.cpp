@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Records/RecordText.h"
 
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

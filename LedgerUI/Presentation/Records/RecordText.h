@@ -6,7 +6,7 @@
 #include <QString>
 
 #include "LedgerUI/Presentation/Records/RecordRow.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// How the cells of tables of records are written.
 namespace RecordText {

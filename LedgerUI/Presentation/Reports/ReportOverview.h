@@ -13,7 +13,7 @@
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Reports/ReportBook.h"
 #include "LedgerUI/Presentation/Charts/ChartLayout.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// One currency in the chosen period: opening + net + other = closing.
 struct CurrencyOverview {

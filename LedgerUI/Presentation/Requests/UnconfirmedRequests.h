@@ -8,7 +8,7 @@
 
 #include "LedgerCore/Client/Session/KeptCommands.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// A request that the service has not confirmed, as a person reads it.
 struct UnconfirmedRequest {

@@ -3,7 +3,7 @@
 #include <chrono>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 

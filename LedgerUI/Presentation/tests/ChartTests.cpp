@@ -7,7 +7,7 @@
 #include "LedgerUI/Presentation/Charts/ChartLegend.h"
 #include "LedgerUI/Presentation/Charts/ChartScale.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 
 #include <ostream>
 #include <string>

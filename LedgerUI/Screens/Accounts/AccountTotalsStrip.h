@@ -4,7 +4,7 @@
 
 #include <QFrame>
 
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 class TextLabel;
 class WrapLayout;

@@ -17,7 +17,7 @@
 #include "LedgerUI/Components/Period/DayEdit.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Space.h"
 

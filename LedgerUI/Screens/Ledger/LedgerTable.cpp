@@ -14,7 +14,7 @@
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerTableModel.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Screens/Ledger/LedgerCells.h"
 #include "LedgerUI/Theme/Space.h"
 

@@ -21,10 +21,10 @@
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
-#include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/FileWords.h"
 #include "LedgerUI/Presentation/Text/SavingText.h"
+#include "LedgerUI/Presentation/Text/Values/ByteText.h"
 #include "LedgerUI/Screens/Receipts/ReceiptPictureView.h"
 #include "LedgerUI/Theme/Space.h"
 

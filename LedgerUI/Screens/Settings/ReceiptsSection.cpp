@@ -10,8 +10,8 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Settings/SettingsWords.h"
-#include "LedgerUI/Presentation/Text/ByteText.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Text/Values/ByteText.h"
 #include "LedgerUI/Theme/Space.h"
 
 ReceiptsSection::ReceiptsSection(LedgerStore& store, QWidget* parent) : SettingsSection{store, parent}

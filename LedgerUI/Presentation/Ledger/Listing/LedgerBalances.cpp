@@ -8,8 +8,8 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Ledger/AccountGroup.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/MoneySums.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneySums.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "LedgerUI/Presentation/Ledger/LedgerBook.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// The money on one account, one line per currency that it holds.
 struct LedgerAccountBalance {

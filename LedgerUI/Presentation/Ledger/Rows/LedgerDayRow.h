@@ -5,7 +5,7 @@
 #include <QString>
 
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerListing.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// The head of the entries of one day, as the ledger's table shows it.
 struct LedgerDayRow {

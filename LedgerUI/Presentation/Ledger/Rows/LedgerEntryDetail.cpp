@@ -12,9 +12,9 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/ByteText.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/RateText.h"
+#include "LedgerUI/Presentation/Text/Values/ByteText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/RateText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

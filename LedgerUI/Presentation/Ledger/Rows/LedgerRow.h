@@ -7,7 +7,7 @@
 #include <QString>
 
 #include "LedgerUI/Presentation/Ledger/LedgerBook.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// An entry as the ledger's table shows it.
 struct LedgerRow {

@@ -7,7 +7,7 @@
 
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 struct LedgerListing;
 

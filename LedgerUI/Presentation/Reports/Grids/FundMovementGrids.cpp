@@ -13,8 +13,8 @@
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
-#include "LedgerUI/Presentation/Text/RateText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/RateText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -12,7 +12,7 @@
 #include "LedgerCore/Domain/Reports/ReportFigure.h"
 #include "LedgerUI/Presentation/Charts/ChartLayout.h"
 #include "LedgerUI/Presentation/Reports/ReportSort.h"
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// The entries behind a figure: those of the period that it is the sum of.
 struct ReportBacking {

@@ -8,7 +8,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 using std::chrono::sys_days;

@@ -6,8 +6,8 @@
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerUI/Presentation/Reports/ReportFigureText.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 using std::chrono::sys_days;

@@ -11,7 +11,7 @@
 #include "LedgerUI/Presentation/Reports/Grids/ReportCategoryGrid.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportPeriodGrid.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 using std::chrono::days;

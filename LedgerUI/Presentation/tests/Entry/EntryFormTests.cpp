@@ -9,7 +9,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryRefundables.h"
-#include "LedgerUI/Presentation/Text/RateText.h"
+#include "LedgerUI/Presentation/Text/Values/RateText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

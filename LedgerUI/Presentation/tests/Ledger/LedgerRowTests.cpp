@@ -10,7 +10,7 @@
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerFilter.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
-#include "LedgerUI/Presentation/Text/ByteText.h"
+#include "LedgerUI/Presentation/Text/Values/ByteText.h"
 #include "LedgerUI/Presentation/tests/LedgerSample.h"
 
 namespace {

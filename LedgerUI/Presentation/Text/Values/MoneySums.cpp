@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Text/MoneySums.h"
+#include "LedgerUI/Presentation/Text/Values/MoneySums.h"
 
 #include <algorithm>
 

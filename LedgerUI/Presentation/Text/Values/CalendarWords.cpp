@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Text/CalendarWords.h"
+#include "LedgerUI/Presentation/Text/Values/CalendarWords.h"
 
 #include "LedgerCore/Domain/Text/WordTable.h"
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Text/DayText.h"
+#include "LedgerUI/Presentation/Text/Values/DayText.h"
 
 #include <string>
 
@@ -6,7 +6,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
-#include "LedgerUI/Presentation/Text/CalendarWords.h"
+#include "LedgerUI/Presentation/Text/Values/CalendarWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "LedgerUI/Presentation/Text/MoneyText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 
 /// Sums of balances, one per currency. A sum of which a part is not known, or that no longer fits, is not known either.
 class MoneySums {

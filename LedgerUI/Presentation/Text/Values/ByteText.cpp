@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Text/ByteText.h"
+#include "LedgerUI/Presentation/Text/Values/ByteText.h"
 
 #include <algorithm>
 

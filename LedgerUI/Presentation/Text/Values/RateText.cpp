@@ -1,4 +1,4 @@
-#include "LedgerUI/Presentation/Text/RateText.h"
+#include "LedgerUI/Presentation/Text/Values/RateText.h"
 
 #include <string>
 
