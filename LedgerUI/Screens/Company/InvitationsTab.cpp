@@ -17,7 +17,7 @@
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Company/MemberRows.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Screens/Company/InviteDialog.h"
+#include "LedgerUI/Screens/Company/Access/InviteDialog.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

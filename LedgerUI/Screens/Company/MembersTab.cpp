@@ -28,9 +28,9 @@
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 #include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
-#include "LedgerUI/Screens/Company/AccessEditor.h"
-#include "LedgerUI/Screens/Company/GrantMatrixView.h"
-#include "LedgerUI/Screens/Company/InviteDialog.h"
+#include "LedgerUI/Screens/Company/Access/AccessEditor.h"
+#include "LedgerUI/Screens/Company/Access/GrantMatrixView.h"
+#include "LedgerUI/Screens/Company/Access/InviteDialog.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
 

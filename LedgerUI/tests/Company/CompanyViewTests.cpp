@@ -8,7 +8,7 @@
 #include <QTabBar>
 #include <QTableView>
 
-#include "LedgerUI/Screens/Company/GrantMatrixView.h"
+#include "LedgerUI/Screens/Company/Access/GrantMatrixView.h"
 #include "LedgerUI/testing/CompanyUnderTest.h"
 
 namespace {

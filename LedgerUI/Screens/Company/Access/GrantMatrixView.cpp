@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/GrantMatrixView.h"
+#include "LedgerUI/Screens/Company/Access/GrantMatrixView.h"
 
 #include <algorithm>
 #include <cmath>

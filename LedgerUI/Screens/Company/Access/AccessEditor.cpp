@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/AccessEditor.h"
+#include "LedgerUI/Screens/Company/Access/AccessEditor.h"
 
 #include <QCheckBox>
 #include <QVBoxLayout>
@@ -9,7 +9,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Company/AccessWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
-#include "LedgerUI/Screens/Company/GrantMatrixView.h"
+#include "LedgerUI/Screens/Company/Access/GrantMatrixView.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/InviteDialog.h"
+#include "LedgerUI/Screens/Company/Access/InviteDialog.h"
 
 #include <utility>
 
@@ -19,8 +19,8 @@
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
-#include "LedgerUI/Screens/Company/AccessEditor.h"
-#include "LedgerUI/Screens/Company/InvitationCodeDialog.h"
+#include "LedgerUI/Screens/Company/Access/AccessEditor.h"
+#include "LedgerUI/Screens/Company/Access/InvitationCodeDialog.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

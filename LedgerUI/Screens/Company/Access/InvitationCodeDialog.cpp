@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/InvitationCodeDialog.h"
+#include "LedgerUI/Screens/Company/Access/InvitationCodeDialog.h"
 
 #include <utility>
 
