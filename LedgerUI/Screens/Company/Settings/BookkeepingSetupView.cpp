@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/BookkeepingSetupView.h"
+#include "LedgerUI/Screens/Company/Settings/BookkeepingSetupView.h"
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/TransactionColorsDialog.h"
+#include "LedgerUI/Screens/Company/Settings/TransactionColorsDialog.h"
 
 #include <algorithm>
 

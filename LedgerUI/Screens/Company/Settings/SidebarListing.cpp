@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/SidebarListing.h"
+#include "LedgerUI/Screens/Company/Settings/SidebarListing.h"
 
 #include <QCoro/QCoroTask>
 #include <QVBoxLayout>
@@ -10,7 +10,7 @@
 #include "LedgerUI/Components/Buttons/ToggleSwitch.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Company/BookkeepingWords.h"
-#include "LedgerUI/Screens/Company/SettingRow.h"
+#include "LedgerUI/Screens/Company/Settings/SettingRow.h"
 
 SidebarListing::SidebarListing(LedgerStore& store, QWidget* parent) : QWidget{parent}, m_store{store}
 {

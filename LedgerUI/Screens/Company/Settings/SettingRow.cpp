@@ -1,4 +1,4 @@
-#include "LedgerUI/Screens/Company/SettingRow.h"
+#include "LedgerUI/Screens/Company/Settings/SettingRow.h"
 
 #include <QHBoxLayout>
 #include <QVBoxLayout>
