@@ -4,7 +4,6 @@
 #include <unordered_set>
 #include <utility>
 
-#include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Anew.h"
 #include "LedgerService/Storage/Sql/Transaction.h"
@@ -139,7 +138,7 @@ void SnapshotBlocks::addReceipts(Connection& connection, std::string& block)
     const auto last = std::min(m_place.at + paceAfter(m_bytes).changesAtOnce, m_scope.state.lastChange);
     JsonElements elements{block, m_place.any};
     for (const auto& each : AttachmentRepository::seenIn(connection, m_scope.receiptsAfter(m_place.at, last)))
-        elements.add(Json::encode(each));
+        elements.add(each);
     m_place.at = last;
     if (last < m_scope.state.lastChange)
         return;

@@ -110,9 +110,9 @@ void addReceiptsSince(Connection& connection, const SnapshotScope& scope, std::i
     JsonElements elements{text, any};
     const auto view = scope.receiptsAfter(change, scope.state.lastChange);
     for (const auto& each : AttachmentRepository::linkedIn(connection, view))
-        elements.add(Json::encode(each));
+        elements.add(each);
     for (const auto& each : AttachmentRepository::seenIn(connection, view))
-        elements.add(Json::encode(each));
+        elements.add(each);
 }
 
 SnapshotAnswer deltaOf(Connection& connection, const SnapshotScope& scope, const SnapshotTag& base, const Frame& frame)

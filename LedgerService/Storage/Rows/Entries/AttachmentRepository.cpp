@@ -5,6 +5,7 @@
 
 #include <fmt/core.h>
 
+#include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Storage/Rows/Entries/CompanyHistory.h"
 #include "LedgerService/Storage/Rows/Entries/ReceiptSpace.h"
 #include "LedgerService/Storage/Sql/Columns.h"
@@ -18,13 +19,12 @@ struct AttachmentRow {
     int position = 0; // on its entry
 };
 
-/// What a member's view takes of a receipt's row.
+/// A receipt as a member's snapshot tells it, and its place there.
 struct SeenAttachment {
-    Attachment attachment;
     std::int64_t seenSince = 0; // the change
-    std::int64_t linkedChange = 0;
-    int accountSet = 0;
     int position = 0;
+    std::string id;
+    std::string text;
 };
 
 constexpr Columns columns{
@@ -99,34 +99,37 @@ constexpr auto linkAttachment = R"sql(
 void addVisible(Connection& connection, std::string_view statement, const AttachmentView& view,
                 std::vector<SeenAttachment>& found)
 {
-    SeenAttachment row;
-    auto& receipt = row.attachment;
+    Attachment receipt;
+    std::int64_t linkedChange = 0;
+    std::int64_t seenSince = 0;
+    int accountSet = 0;
+    int position = 0;
     Query query{connection, statement};
     query.bind("company", view.companyID).bind("member", view.memberID);
     query.bind("after", view.after).bind("last", view.last);
     query.into(receipt.id).into(receipt.transactionID).into(receipt.name).into(receipt.mime).into(receipt.byteCount);
-    query.into(receipt.createdAt).into(row.linkedChange).into(row.accountSet).into(row.position).into(row.seenSince);
+    query.into(receipt.createdAt).into(linkedChange).into(accountSet).into(position).into(seenSince);
     while (query.next()) {
-        const bool loose = row.linkedChange == 0 || row.linkedChange > view.asOf;
+        const bool loose = linkedChange == 0 || linkedChange > view.asOf;
         if (loose)
             receipt.transactionID.reset();
-        if (loose || view.seesEntriesOn(row.accountSet))
-            found.push_back(row);
+        if (loose || view.seesEntriesOn(accountSet))
+            found.emplace_back(seenSince, position, receipt.id, Json::encode(receipt));
     }
 }
 
 /// The receipts in the order in which the member got to see them.
-std::vector<Attachment> inOrder(std::vector<SeenAttachment> found)
+std::vector<std::string> inOrder(std::vector<SeenAttachment> found)
 {
     const auto key = [](const SeenAttachment& each) {
-        return std::tuple{each.seenSince, each.position, std::string_view{each.attachment.id}};
+        return std::tuple{each.seenSince, each.position, std::string_view{each.id}};
     };
     std::ranges::sort(found, {}, key);
-    std::vector<Attachment> attachments;
-    attachments.reserve(found.size());
+    std::vector<std::string> texts;
+    texts.reserve(found.size());
     for (auto& each : found)
-        attachments.push_back(std::move(each.attachment));
-    return attachments;
+        texts.push_back(std::move(each.text));
+    return texts;
 }
 
 }
@@ -150,7 +153,7 @@ std::vector<StoredAttachment> AttachmentRepository::all(Connection& connection, 
     return attachments;
 }
 
-std::vector<Attachment> AttachmentRepository::seenIn(Connection& connection, const AttachmentView& view)
+std::vector<std::string> AttachmentRepository::seenIn(Connection& connection, const AttachmentView& view)
 {
     std::vector<SeenAttachment> found;
     addVisible(connection, selectLinkedByOthers, view, found);
@@ -158,7 +161,7 @@ std::vector<Attachment> AttachmentRepository::seenIn(Connection& connection, con
     return inOrder(std::move(found));
 }
 
-std::vector<Attachment> AttachmentRepository::linkedIn(Connection& connection, const AttachmentView& view)
+std::vector<std::string> AttachmentRepository::linkedIn(Connection& connection, const AttachmentView& view)
 {
     std::vector<SeenAttachment> found;
     addVisible(connection, selectOwnLinked, view, found);

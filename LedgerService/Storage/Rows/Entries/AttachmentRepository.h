@@ -41,13 +41,13 @@ std::optional<StoredAttachment> find(Connection& connection, std::string_view co
 /// The company's receipts by entry and their order on it, those not yet linked first.
 std::vector<StoredAttachment> all(Connection& connection, std::string_view companyID);
 
-/// The receipts that the member got to see within the view's changes, in the order in which
-/// the member got to see them: one's own since the upload, those of others since they were linked to an entry that one
+/// The receipts, each as its JSON, that the member got to see within the view's changes, in the order in which the
+/// member got to see them: one's own since the upload, those of others since they were linked to an entry that one
 /// sees. So later ones always come after those that a reader holds already.
-std::vector<Attachment> seenIn(Connection& connection, const AttachmentView& view);
+std::vector<std::string> seenIn(Connection& connection, const AttachmentView& view);
 
-/// The member's own that were uploaded before the view and linked in it.
-std::vector<Attachment> linkedIn(Connection& connection, const AttachmentView& view);
+/// The member's own that were uploaded before the view and linked in it, each as its JSON.
+std::vector<std::string> linkedIn(Connection& connection, const AttachmentView& view);
 
 /// How many of the member's own receipts are linked to nothing.
 std::int64_t looseCount(Connection& connection, std::string_view companyID, std::string_view memberID);
