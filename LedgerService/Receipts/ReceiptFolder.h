@@ -53,7 +53,7 @@ public:
     void eachOlderThan(std::chrono::hours age, const std::function<void(const std::string& digest)>& show) const;
 
     [[nodiscard]] const std::filesystem::path& path() const { return m_path; }
-    /// Where the content with this digest is kept.
+    /// Where the content with this digest is kept. Throws when the text is no digest, as a damaged row may have it.
     [[nodiscard]] std::filesystem::path fileOf(std::string_view digest) const;
 
 private:

@@ -237,6 +237,19 @@ TEST_F(Receipts, AreNotSentWhenTheirFileIsMissingOrAnother)
     EXPECT_EQ(service.problems(), "");
 }
 
+TEST_F(Receipts, OfADamagedRowAreNotSentAndTheServiceGoesOn)
+{
+    const auto receipt = mustUpload(pdf(500));
+    service.write([&](Connection& connection) {
+        connection.execute("UPDATE attachments SET content_digest = '../books' WHERE id = '" + receipt.id + "'");
+    });
+    EXPECT_EQ(download(receipt.id).status, 500);
+    EXPECT_NE(service.problems().find(receipt.id), std::string::npos);
+    mustUpload(pdf(600));
+    EXPECT_EQ(sweep(31).receipts, 2U) << "nor does it keep the others from being swept";
+    EXPECT_EQ(service.problems(), "");
+}
+
 TEST_F(Receipts, ThatAreNeverLinkedAreSweptWithoutTheFilesOfOthers)
 {
     const auto shared = pdf(500);
