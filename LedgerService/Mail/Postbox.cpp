@@ -6,6 +6,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerService/Log.h"
 #include "LedgerService/Mail/MailMessage.h"
 #include "LedgerService/Storage/Database.h"
@@ -139,6 +140,10 @@ bool Postbox::send(const WaitingMail& mail)
 {
     if (mail.recipient.empty())
         return true;
+    if (!Naming::isEmail(mail.recipient)) { // of a person of earlier days, or of a database that was moved here
+        Log::warning("a letter was dropped: it goes to what is no e-mail address");
+        return true;
+    }
     if (!m_transport)
         return false;
     const auto message =

@@ -217,6 +217,19 @@ TEST(Postbox, TriesAgainWhatFailedAndDropsWhatIsRefusedOrTooOld)
     EXPECT_EQ(server.received(1).size(), 1u);
 }
 
+TEST(Postbox, DropsWhatGoesToNoAddressAndSendsTheRest)
+{
+    MailServer server;
+    Posting posting{{.url = server.url(), .user = {}, .password = {}, .authorities = {}}};
+    for (const auto* nobody : {"dewi", "dewi@example.com, all@example.com", "dewi@example.com\r\nBcc: all@example.com"})
+        posting.put(nobody);
+    posting.put("dewi@example.com");
+    const auto received = server.received(1);
+    ASSERT_EQ(received.size(), 1u);
+    EXPECT_EQ(received[0].recipient, "<dewi@example.com>");
+    EXPECT_EQ(posting.leftOf(0), 0);
+}
+
 TEST(Postbox, IsNotReadyWithoutItsServer)
 {
     std::string url;
