@@ -1,6 +1,7 @@
 #include "LedgerService/Access/SnapshotBlocks.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <unordered_set>
 #include <utility>
 
@@ -103,11 +104,21 @@ std::string SnapshotBlocks::make(Connection& connection)
     std::string block;
     block.reserve(blockBytes + blockBytes / 2);
     const Transaction transaction{connection, Transaction::Mode::reading};
+    requireCompany(connection);
     while (m_place.stage == Stage::entries && block.size() < blockBytes)
         addEntries(connection, block);
     while (m_place.stage == Stage::receipts && block.size() < blockBytes)
         addReceipts(connection, block);
     return block;
+}
+
+/// A demonstration may be removed while somebody reads it. What is left of it is not the whole then, and its number,
+/// by which its entries are found, may be another company's already.
+void SnapshotBlocks::requireCompany(Connection& connection) const
+{
+    const auto now = CompanyHistory::state(connection, m_scope.companyID);
+    if (!now || now->number != m_scope.state.number)
+        throw std::runtime_error("the company is gone");
 }
 
 void SnapshotBlocks::addEntries(Connection& connection, std::string& block)

@@ -68,7 +68,7 @@ public:
     /// `tail` is the text from the end of the receipts on. The blocks begin after the opening bracket of the entries.
     SnapshotBlocks(Database& database, SnapshotScope scope, std::string tail);
 
-    /// The next block; empty when the snapshot is complete.
+    /// The next block; empty when the snapshot is complete. Throws when the company is there no more.
     std::string next();
 
 private:
@@ -80,6 +80,7 @@ private:
     };
 
     std::string make(Connection& connection);
+    void requireCompany(Connection& connection) const;
     void addEntries(Connection& connection, std::string& block);
     void addReceipts(Connection& connection, std::string& block);
 

@@ -10,6 +10,7 @@
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerService/Access/SnapshotReader.h"
 #include "LedgerService/Identity/Sessions/DemoCompanies.h"
 #include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
@@ -220,6 +221,22 @@ TEST(Demonstration, IsSweptAlthoughSomebodyHasJoinedARealCompany)
     ASSERT_TRUE(kept.has_value());
     EXPECT_EQ(kept->currentCompanyID, std::nullopt);
     EXPECT_EQ(service.problems(), "");
+}
+
+TEST(Demonstration, ThatIsSweptWhileItIsReadEndsWithoutTheEntriesOfOthers)
+{
+    TestService service{[](ServerOptions& options) { options.policy.demonstration = DemonstrationMode::visitors; }};
+    const auto seen = entered(service, R"({"profile":"owner"})").snapshot;
+    const auto database = Database::open(service.databaseFile());
+    ASSERT_TRUE(database.has_value());
+    auto answer = SnapshotReader::answer(**database, seen.company.id, seen.currentMember.id, {});
+    ASSERT_TRUE(answer.has_value());
+    service.moveClock(std::chrono::hours{25});
+    ASSERT_EQ(DemoCompanies::sweep(**database, service.clock()()), 1);
+    EXPECT_THROW(answer->more(), std::runtime_error) << "a list that just ends would pass for the whole";
+
+    service.write([](Connection& connection) { foundSample(connection, "founded-since"); }); // takes its place
+    EXPECT_THROW(answer->more(), std::runtime_error);
 }
 
 /// One that cannot go is tried again and keeps none of the others.
