@@ -30,9 +30,18 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array endings{"", "-wal", "-shm", "-receipts", "-seals"};
-/// What is put in place, the database last: without it there is nothing to serve.
-constexpr std::array placed{"-receipts", "-seals", ""};
+constexpr std::array endings{"", "-wal", "-shm", "-journal", "-receipts", "-seals"};
+constexpr std::array folders{"-receipts", "-seals"};
+
+std::optional<std::string> whyNotEmpty(const std::string& file)
+{
+    for (const auto* ending : endings) {
+        std::error_code ignored;
+        if (fs::exists(file + ending, ignored))
+            return fmt::format("{}{} is there already: books are restored to an empty place only", file, ending);
+    }
+    return std::nullopt;
+}
 
 /// What was written last is still beside the file where the disk had no room to bring it in.
 void requireWhole(const std::string& file)
@@ -41,15 +50,28 @@ void requireWhole(const std::string& file)
         throw std::runtime_error("the database cannot be brought up to date; the disk may be full");
 }
 
-void putInPlace(const std::string& from, const std::string& to)
+void moveFolders(const std::string& from, const std::string& to)
 {
-    const Interruption::Shield whole;
-    for (const auto* ending : placed) {
+    for (const auto* ending : folders) {
         if (fs::exists(from + ending))
             fs::rename(from + ending, to + ending);
     }
-    if (const auto failure = DurableFile::settle(fs::absolute(to).parent_path()))
+}
+
+/// The database comes last: without it there is nothing to serve. Unpacking takes a while, in which others may have
+/// founded books there; nothing of theirs is replaced.
+void putInPlace(const std::string& from, const std::string& to)
+{
+    const Interruption::Shield whole;
+    if (const auto refused = whyNotEmpty(to))
+        throw std::runtime_error(*refused);
+    moveFolders(from, to);
+    if (const auto failure = DurableFile::giveNewName(from, to)) {
+        std::error_code ignored;
+        if (!fs::equivalent(from, to, ignored))
+            moveFolders(to, from);
         throw std::system_error{failure, to};
+    }
 }
 
 /// What was in force when the archive was made may have ended since, by a sign-out, a new password or a code that was
@@ -88,11 +110,8 @@ std::optional<std::string> Restore::carryOut(const std::string& archive, const s
 {
     if (auto refused = DatabaseFile::whyNotName(file))
         return refused;
-    for (const auto* ending : endings) {
-        std::error_code ignored;
-        if (fs::exists(file + ending, ignored))
-            return fmt::format("{}{} is there already: books are restored to an empty place only", file, ending);
-    }
+    if (auto refused = whyNotEmpty(file))
+        return refused;
     try {
         const UnpackedArchive unpacked{archive, fs::absolute(file).parent_path()};
         sweepArrivals(unpacked.database());

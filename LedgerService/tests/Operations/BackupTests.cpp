@@ -104,6 +104,21 @@ TEST_F(Archived, EverythingIsRestoredWhileTheServiceGoesOn)
     EXPECT_EQ(left, 0);
 }
 
+TEST_F(Archived, OnlyAnEmptyPlaceIsTaken)
+{
+    ASSERT_EQ(Backup::take(service.databaseFile(), archive).value_or(""), "");
+    for (const auto* ending : {"", "-wal", "-shm", "-journal", "-receipts", "-seals"}) {
+        const auto other = restored + ending;
+        std::ofstream{other} << "somebody's";
+        EXPECT_NE(restore(), "") << ending;
+        EXPECT_EQ(fs::file_size(other), 10U) << ending;
+        fs::remove(other);
+        EXPECT_FALSE(fs::exists(restored) || fs::exists(restored + "-receipts")) << ending;
+    }
+    EXPECT_EQ(restore(), "");
+    EXPECT_EQ(fs::hard_link_count(restored), 1U);
+}
+
 TEST_F(Archived, RestoredBooksAreToldFromThoseThatWentOnAndNobodyIsSignedIn)
 {
     const auto token = service.tokenOf("mira");
