@@ -2,13 +2,15 @@
 
 #include <utility>
 
+#include "LedgerCore/Domain/Entries/EntryDays.h"
+#include "LedgerService/Books/BookRefusal.h"
 #include "LedgerService/Books/CapitalRefusals.h"
 
 namespace LedgerService {
 
 namespace {
 
-/// Owners, visibility and shares, which may hold from any day, do not depend on the days of the books.
+/// Owners, visibility and shares, which may hold from earlier and later days, do not depend on the days of the books.
 bool isRecordedOnItsDay(const CapitalCommand& command)
 {
     return command.action == CapitalAction::contribute || command.action == CapitalAction::reverse ||
@@ -59,6 +61,9 @@ std::expected<CapitalDecision, Refusal> decide(const CapitalCommand& command, co
         if (auto refusal = SectionBooking::whyNotOn(command.date, rows.rows))
             return std::unexpected(*std::move(refusal));
     }
+    if (command.action == CapitalAction::setOwnership &&
+        command.date > CapitalRules::latestOwnershipDay(EntryDays::latest(rows.rows.today)))
+        return std::unexpected(BookRefusal::of(PostingReason::inFuture));
     CapitalDecision decision{.change = CapitalHistory::changeFor(command, *rows.state, rows.rows.stamp()),
                              .entry = std::nullopt};
     if (const auto* const contribution = std::get_if<CapitalContribution>(&decision.change.made)) {

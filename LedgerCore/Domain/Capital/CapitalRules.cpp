@@ -1,13 +1,16 @@
 #include "LedgerCore/Domain/Capital/CapitalRules.h"
 
 #include <algorithm>
+#include <chrono>
 #include <unordered_set>
 #include <utility>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Capital/CapitalAccess.h"
 #include "LedgerCore/Domain/Capital/CapitalMath.h"
 #include "LedgerCore/Domain/Capital/CapitalSummary.h"
+#include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
@@ -247,6 +250,13 @@ std::optional<CapitalRefusal> CapitalRules::whyNot(const CapitalCommand& command
     if (!CapitalMath::validDay(command.date))
         return invalidDate;
     return rule(command, context);
+}
+
+std::string CapitalRules::latestOwnershipDay(std::string_view today)
+{
+    constexpr std::chrono::years ahead{5};
+    const auto year = promised(LedgerDay::parse(today), "today is a day").year() + ahead;
+    return LedgerDay::format(year / std::chrono::December / 31);
 }
 
 std::string_view serviceCode(CapitalRefusal refusal)

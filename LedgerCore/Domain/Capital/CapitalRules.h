@@ -65,4 +65,8 @@ bool mayUse(std::string_view action, const Member& member);
 /// What keeps the command from being accepted, or nothing.
 std::optional<CapitalRefusal> whyNot(const CapitalCommand& command, const CapitalContext& context);
 
+/// The last day from which shares may hold. Versions keep their order, so that no shares could be set any more after
+/// some that begin on a day which is a slip.
+std::string latestOwnershipDay(std::string_view today);
+
 }

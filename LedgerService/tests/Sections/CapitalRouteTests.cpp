@@ -183,6 +183,10 @@ std::vector<CapitalFault> faultsOn(const CapitalIDs& ids)
         {"negative history", "mira", replacing(baseline({{ids.ann, "", -1}})), "validation_error"},
         {"shares of 99.99 %", "mira", ownership({{ids.ann, "", 9'999}}), "validation_error"},
         {"shares of an archived owner", "mira", ownership({{ids.ann, "", 9'999}, {ids.bo, "", 1}}), "not_found"},
+        {"shares of another century", "mira", dated(ownership({{ids.ann, "", 10'000}}), "9999-12-31"),
+         "validation_error"},
+        {"shares from too far ahead", "mira", dated(ownership({{ids.ann, "", 10'000}}), "2032-01-01"),
+         "validation_error"},
         {"shown or not", "mira", capital(CapitalAction::setVisibility), "validation_error"},
         {"posting without the right", "rudi", contribution(ids.ann, 5), "forbidden"},
         {"on an account not granted", "guest", contribution(ids.ann, 5), "not_found"},
@@ -206,6 +210,9 @@ TEST(CapitalRoutes, RefuseWithTheCodeOfTheFault)
         EXPECT_EQ(service.submit(row.member, row.command).code(), row.code) << row.name;
     EXPECT_EQ(service.capital(), before) << "a refused command leaves no trace";
 
+    auto planned = ownership({{ann, "", 10'000}});
+    planned.date = "2031-12-31";
+    EXPECT_EQ(service.submit("mira", planned).status, 200) << "an agreement for later";
     auto stale = contribution(ann, 5);
     stale.expectedRevision = before.revision - 1;
     EXPECT_EQ(service.send("mira", stale).code(), "capital_revision_conflict");

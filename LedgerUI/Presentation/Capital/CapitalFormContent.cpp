@@ -113,7 +113,7 @@ void fillOwnership(RecordFormContent& content, const Ground& ground)
     const auto& form = ground.form;
     content.explanation = ground.word("ownership.hint");
     // An agreement may hold from before the last payment or from a later year on.
-    const auto latest = std::to_string(std::stoi(std::string{ground.today.substr(0, 4)}) + 5) + "-12-31";
+    const auto latest = CapitalRules::latestOwnershipDay(ground.today);
     content.fields = {Parts::day(RecordPart::startDate, ground.word("ownership.from"), form.startDate,
                                  {.earliest = {}, .latest = latest, .today = std::string{ground.today}},
                                  ground.word("day.choose"), ground.locale)};
