@@ -6,14 +6,10 @@
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 
-namespace {
-
-bool areCountries(std::vector<std::string> codes)
+bool CompanySettings::areCountries(std::vector<std::string> codes)
 {
     std::ranges::sort(codes);
     return std::ranges::all_of(codes, Naming::isCountry) && std::ranges::adjacent_find(codes) == codes.end();
-}
-
 }
 
 std::optional<CompanySettings::Refusal> CompanySettings::whyNot(const SettingsUpdate& update, const Member& member)

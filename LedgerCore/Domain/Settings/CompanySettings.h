@@ -1,6 +1,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "LedgerCore/Domain/Records/Member.h"
 #include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
@@ -14,6 +16,9 @@ enum class Refusal {
     countries, // codes of two capital letters, each once
     locale,    // one of `AppLanguage`
 };
+
+/// Whether a company can be in these countries: codes of two capital letters, each once.
+bool areCountries(std::vector<std::string> codes);
 
 /// What keeps the member from this change, or nothing. Everybody chooses the language in which they are written to.
 std::optional<Refusal> whyNot(const SettingsUpdate& update, const Member& member);

@@ -8,6 +8,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
+#include "LedgerCore/Domain/Settings/CompanySettings.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
@@ -43,7 +44,7 @@ bool isInvited(const Registration& registration)
 bool describesCompany(const Registration& registration)
 {
     return Naming::isName(registration.companyName) && registration.countries.size() <= mostCountries &&
-           std::ranges::all_of(registration.countries, Naming::isCountry);
+           CompanySettings::areCountries(registration.countries);
 }
 
 std::optional<Refusal> whyNotShaped(const Registration& registration)

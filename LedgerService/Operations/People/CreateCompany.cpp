@@ -1,6 +1,5 @@
 #include "LedgerService/Operations/People/CreateCompany.h"
 
-#include <algorithm>
 #include <chrono>
 #include <iostream>
 #include <string_view>
@@ -10,6 +9,7 @@
 #include <unistd.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Settings/CompanySettings.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/PasswordRule.h"
@@ -79,8 +79,8 @@ std::expected<std::string, std::string> CreateCompany::carryOut(Connection& conn
         return std::unexpected(fmt::format("names have 1 to {} characters on one line", Naming::maximumName));
     if (!Naming::isEmail(UserRepository::normalized(order.ownerEmail)))
         return std::unexpected("the e-mail address is not one");
-    if (!std::ranges::all_of(order.countries, Naming::isCountry))
-        return std::unexpected("countries are codes of two capital letters, such as ID or VN");
+    if (!CompanySettings::areCountries(order.countries))
+        return std::unexpected("countries are codes of two capital letters, such as ID or VN, each once");
     if (order.timeZone && !TimeZone::isKnown(*order.timeZone))
         return std::unexpected("the time zone is not known; zones have names such as Asia/Jakarta");
     if (!AppLanguage::isSupported(order.locale))

@@ -158,7 +158,13 @@ TEST(Registration, TakesOnlyWhatPeopleAndCompaniesCanBeCalled)
     EXPECT_EQ(refused([](Registration& each) { each.password = "1234567"; }), "validation_error");
     EXPECT_EQ(refused([](Registration& each) { each.password = std::string(1025, 'a'); }), "validation_error");
     EXPECT_EQ(refused([](Registration& each) { each.countries = {"Vietnam"}; }), "validation_error");
-    EXPECT_EQ(refused([](Registration& each) { each.countries.assign(21, "VN"); }), "validation_error");
+    EXPECT_EQ(refused([](Registration& each) { each.countries = {"VN", "ID", "VN"}; }), "validation_error");
+    EXPECT_EQ(refused([](Registration& each) {
+                  each.countries.clear();
+                  for (char second = 'A'; second <= 'U'; ++second)
+                      each.countries.push_back(std::string{'X', second});
+              }),
+              "validation_error");
     EXPECT_EQ(apply(service, lan()).status, 200) << "nothing was left behind";
 }
 
