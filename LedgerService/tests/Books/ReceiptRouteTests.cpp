@@ -137,7 +137,8 @@ TEST_F(Receipts, AreRefusedWhenTheyAreNotWhatTheySay)
     EXPECT_EQ(post(upload(pdf(10'485'761))), "413 payload_too_large");
     EXPECT_EQ(post(upload(pdf(11'500'000))), "413 payload_too_large");
     EXPECT_EQ(post(upload(pdf(), "application/pdf", "../../etc/cron.d/receipt.pdf")), "400 validation_error");
-    EXPECT_EQ(post(upload(pdf(), "application/pdf", " ")), "400 validation_error");
+    for (const auto* name : {" ", "..", " .. ", "\u3000.", "a\tb.pdf"})
+        EXPECT_EQ(post(upload(pdf(), "application/pdf", name)), "400 validation_error") << name;
     EXPECT_EQ(post(R"({"name":"r.pdf","mime":"application/pdf","dataBase64":"JVBERi0!"})"), "400 validation_error");
     EXPECT_EQ(post(R"({"name":"r.pdf","mime":"application/pdf"})"), "400 validation_error");
     EXPECT_FALSE(fs::exists(folder.path())); // nothing of it was kept

@@ -18,8 +18,9 @@ bool isUnwanted(char byte)
 
 bool ReceiptRules::isName(std::string_view name)
 {
-    return !TextFold::trimmed(name).empty() && TextFold::isValidUtf8(name) && TextFold::length(name) <= nameLength &&
-           std::ranges::none_of(name, isUnwanted) && name != "." && name != "..";
+    const auto trimmed = TextFold::trimmed(name); // as it is kept
+    return !trimmed.empty() && TextFold::isValidUtf8(name) && TextFold::length(name) <= nameLength &&
+           std::ranges::none_of(name, isUnwanted) && trimmed != "." && trimmed != "..";
 }
 
 bool ReceiptRules::mayLink(const LedgerTransaction& entry, const Member& member)
