@@ -286,6 +286,15 @@ std::vector<std::string> argumentsOf(int count, const char* const* arguments, bo
     return all;
 }
 
+/// The options as a file of options would say them, without the password that the database's address may hold.
+std::string inForce(const CLI::App& serve, const Serve::Options& serving)
+{
+    auto text = serve.config_to_str(true, true);
+    if (const auto at = text.find(serving.databaseFile); at != std::string::npos)
+        text.replace(at, serving.databaseFile.size(), DatabaseName::shown(serving.databaseFile));
+    return text;
+}
+
 void declareCreateCompany(CLI::App& app, Arguments& into)
 {
     auto& creating = *app.add_subcommand("create-company", "Found a company with its owner; asks for the password, or "
@@ -338,7 +347,7 @@ int carryOut(int argumentCount, const char* const* arguments)
     try {
         app.parse(std::move(words));
         if (onlyShown) {
-            fmt::print("{}", serve.config_to_str(true, true));
+            fmt::print("{}", inForce(serve, given.serving));
             return 0;
         }
         if (listing->parsed()) {
