@@ -270,6 +270,29 @@ TEST_F(Receipts, ThatAreNeverLinkedAreSweptWithoutTheFilesOfOthers)
     EXPECT_EQ(service.problems(), "");
 }
 
+TEST_F(Receipts, AreLinkedOrSweptButNeverHalfOfBoth)
+{
+    std::vector<std::string> ids;
+    for (std::size_t each = 0; each < 9; ++each)
+        ids.push_back(mustUpload(pdf(500 + each)).id);
+    std::vector<int> statuses;
+    {
+        const std::jthread sweeper{[&] {
+            for (int each = 0; each < 6; ++each)
+                sweep(31);
+        }};
+        for (const auto& id : ids)
+            statuses.push_back(link("sale", {id}).status);
+    }
+    sweep(32);
+    for (std::size_t each = 0; each < ids.size(); ++each) {
+        EXPECT_TRUE(statuses[each] == 200 || statuses[each] == 404) << statuses[each];
+        EXPECT_EQ(download(ids[each]).status, statuses[each]);
+        EXPECT_EQ(fs::exists(fileOf(pdf(500 + each))), statuses[each] == 200);
+    }
+    EXPECT_EQ(service.problems(), "");
+}
+
 TEST(ReceiptRoom, IsGivenToEachCompanyAndNothingIsWrittenPastIt)
 {
     TestService service{[](ServerOptions& options) {

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/EntryTemplate.h"
+#include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerService/Operations/Archives/CompanyArrival.h"
 #include "LedgerService/Operations/Archives/CompanyTransfer.h"
 #include "LedgerService/Operations/Databases/Verify.h"
@@ -130,6 +132,30 @@ protected:
             client.send("POST", "/v1/attachments", tokens["mira"], SampleReceipts::upload(SampleReceipts::pdf(90'000)))
                 .status,
             200);
+        keepTemplate(client, tokens["mira"], fmt::format("template-{}", seed));
+    }
+    /// One with a day for which an entry is recorded and one that is skipped.
+    static void keepTemplate(HttpClient& client, const std::string& token, const std::string& key)
+    {
+        TemplateCreate command;
+        command.name = "Office rent";
+        command.entry.kind = "expense";
+        command.entry.sourceAccountID = "bank";
+        command.entry.categoryID = "rent";
+        command.entry.currency = "IDR";
+        command.recurrence = {.unit = "month", .every = 1, .firstDay = "2026-01-31", .lastDay = {}};
+        command.idempotencyKey = key;
+        const auto made = client.send("POST", "/v1/templates", token, Json::encode(command));
+        ASSERT_EQ(made.status, 200) << made.body;
+        const auto id = Json::decode<EntryTemplateList>(made.body).value().templates.back().id;
+        auto input = SampleBooks::expense(10);
+        input.idempotencyKey = TemplateOccurrence{id, "2026-01-31"}.key();
+        EXPECT_EQ(client.send("POST", "/v1/transactions", token, Json::encode(input)).status, 200);
+        EXPECT_EQ(client
+                      .send("POST", "/v1/templates/" + id + "/days", token,
+                            Json::encode(TemplateDay{.day = "2026-02-28", .skipped = true}))
+                      .status,
+                  200);
     }
 
     TestService source{[](ServerOptions& options) { options.policy.demonstration = DemonstrationMode::shared; }};
@@ -156,7 +182,8 @@ TEST_F(Transfer, BringsEverythingOfACompanyAndNothingElse)
         for (const auto& [table, rows] : before)
             compared[table] += rows;
     }
-    for (const auto* table : {"entries", "legs", "balances", "commands", "capital_contributions", "dividend_movements"})
+    for (const auto* table : {"entries", "legs", "balances", "commands", "capital_contributions", "dividend_movements",
+                              "attachments", "entry_drafts", "entry_templates", "template_days", "audit_records"})
         EXPECT_FALSE(compared[table].empty()) << table;
     const auto report = Verify::database(target);
     ASSERT_TRUE(report.has_value()) << report.error();

@@ -3,13 +3,17 @@
 #include <latch>
 #include <thread>
 
+#include <fmt/core.h>
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/Category.h"
 #include "LedgerCore/Domain/Records/Requests/MemberCommands.h"
+#include "LedgerService/Receipts/ReceiptFolder.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleReceipts.h"
 #include "LedgerService/testing/Staff.h"
 
 namespace LedgerService {
@@ -73,6 +77,35 @@ TEST(Members, LoseTheirTokensWhenTheyAreDeactivated)
     for (const auto& token : tokens)
         EXPECT_EQ(client.send("GET", "/v1/snapshot", token).code(), "unauthorized") << "coming back revives no token";
     EXPECT_EQ(it.service.as("rudi", "GET", "/v1/snapshot").status, 200);
+}
+
+TEST(Members, HaveNothingTakenThatTheyWereStillSendingWhenTheyWereDeactivated)
+{
+    TestService service{[](ServerOptions& options) { options.limits.uncountedBytes = 0; }};
+    Staff::appoint(service);
+    Staff::set(service, "rudi", "employee", {}, {Staff::every("bank")});
+    const auto before = service.snapshotOf("mira").transactions;
+    const auto activate = [&](bool active) {
+        const auto body = fmt::format(R"({{"active":{}}})", active);
+        EXPECT_EQ(service.as("mira", "PATCH", "/v1/members/rudi", body).status, 200);
+    };
+    const auto sendWhile = [&](const std::string& path, const std::string& body) {
+        const auto whole =
+            fmt::format("POST {} HTTP/1.1\r\nHost: l\r\nAuthorization: Bearer {}\r\nContent-Length: {}\r\n\r\n{}", path,
+                        service.tokenOf("rudi"), body.size(), body);
+        auto slow = service.client();
+        slow.write(whole.substr(0, whole.size() - 10));
+        service.waitForUnfinished(body.size() - 10);
+        activate(false);
+        const auto code = slow.sendRaw(whole.substr(whole.size() - 10)).code();
+        activate(true);
+        return code;
+    };
+    EXPECT_EQ(sendWhile("/v1/transactions", Json::encode(SampleBooks::income())), "unauthorized");
+    EXPECT_EQ(sendWhile("/v1/attachments", SampleReceipts::upload(SampleReceipts::pdf(90'000))), "unauthorized");
+    EXPECT_FALSE(ReceiptFolder{service.files()}.isThere()) << "nor is its file kept";
+    EXPECT_EQ(service.snapshotOf("mira").transactions, before);
+    EXPECT_EQ(service.problems(), "");
 }
 
 struct RefusedChange {

@@ -65,6 +65,9 @@ std::vector<Profile> profiles()
     }
     for (const auto& permission : every)
         all.push_back({"employee", {permission}, OnBank::sight});
+    auto allButSight = every;
+    std::erase(allButSight, std::string{Permission::viewCompany});
+    all.push_back({"employee", std::move(allButSight), OnBank::everything});
     return all;
 }
 
@@ -260,6 +263,8 @@ struct Matrix {
     std::string hiddenEntry;
     std::string hiddenReceipt;
     std::string hiddenTemplate;
+    std::string owner;       // of capital
+    std::string participant; // in dividends
     int keys = 0;
 
     Matrix()
@@ -267,6 +272,7 @@ struct Matrix {
         Staff::appoint(service);
         service.write([](Connection& connection) {
             connection.execute(fmt::format("UPDATE accounts SET name = '{}' WHERE id = 'vault'", hiddenName));
+            connection.execute("UPDATE companies SET contributions_enabled = 1, dividends_enabled = 1");
             foundSample(connection, "other");
         });
         mira = service.tokenOf("mira");
@@ -278,6 +284,7 @@ struct Matrix {
         input.attachmentIDs = {hiddenReceipt};
         hiddenEntry = recorded(Json::encode(input));
         hiddenTemplate = madeTemplate(recurring("vault", hiddenName, hiddenAmount));
+        addPeopleOfSections();
     }
 
     void become(const Profile& profile)
@@ -309,6 +316,20 @@ private:
                            &limits.codeTriesPerAddress, &limits.strangersCodesPerPerson, &limits.signInsPerPerson,
                            &limits.signInsPerAddress, &limits.strangersPerPerson})
             *each = 100'000;
+    }
+
+    void addPeopleOfSections()
+    {
+        for (const auto* path : {"/v1/capital/commands", "/v1/dividends/commands"}) {
+            const auto answer = send(mira, "POST", path,
+                                     R"({"action":"setParticipant","expectedRevision":{revision},"date":"2026-03-10",)"
+                                     R"("idempotencyKey":"{key}","name":"Ann"})");
+            EXPECT_EQ(answer.status, 200) << answer.body;
+        }
+        service.write([this](Connection& connection) {
+            owner = CapitalRepository::state(connection, "sample").participants.at(0).id;
+            participant = DividendRepository::state(connection, "sample").participants.at(0).id;
+        });
     }
 
     int revisionOf(std::string_view path)
@@ -369,6 +390,16 @@ struct Reference {
     std::string id;
 };
 
+/// Money of a section that arrives on an account or leaves it, with a receipt if need be.
+std::string moving(std::string_view action, std::string_view who, std::string_view accountID,
+                   std::string_view receipts = "")
+{
+    return fmt::format(R"({{"action":"{}","expectedRevision":{{revision}},"date":"2026-03-10",)"
+                       R"("idempotencyKey":"{{key}}","participantID":"{}","currency":"IDR","amountMinor":5,)"
+                       R"("accountID":"{}","attachmentIDs":[{}]}})",
+                       action, who, accountID, receipts);
+}
+
 std::vector<Reference> references(const Matrix& matrix)
 {
     auto refund = SampleBooks::refund(1'000);
@@ -405,6 +436,11 @@ std::vector<Reference> references(const Matrix& matrix)
         {"PATCH", "/v1/templates/{id}", changedTemplate, matrix.hiddenTemplate},
         {"POST", "/v1/templates/{id}/remove", "", matrix.hiddenTemplate},
         {"POST", "/v1/templates/{id}/days", skippedDay, matrix.hiddenTemplate},
+        {"POST", "/v1/capital/commands", moving("contribute", matrix.owner, "{id}"), "vault"},
+        {"POST", "/v1/capital/commands", moving("contribute", matrix.owner, "bank", R"("{id}")"), matrix.hiddenReceipt},
+        {"POST", "/v1/dividends/commands", moving("advance", matrix.participant, "{id}"), "vault"},
+        {"POST", "/v1/dividends/commands", moving("advance", matrix.participant, "bank", R"("{id}")"),
+         matrix.hiddenReceipt},
         {"POST", "/v1/me/companies/switch", R"({"companyID":"{id}"})", "other"},
     };
 }
