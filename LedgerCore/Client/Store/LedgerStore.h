@@ -79,15 +79,17 @@ public:
     [[nodiscard]] std::optional<KeptEntry> keptEntry() const;
     /// Keeps an entry of the signed-in member. `since` is the stamp of when it was kept first; an empty one is now.
     void keepEntry(TransactionInput input, bool outcomeUnknown, const std::string& since = {});
-    /// The person gave a kept entry up.
+    /// The person gave a kept entry up, or something else keeps it.
     void forgetEntry(const std::string& idempotencyKey);
     /// The same for the oldest command on capital or dividends; `submitCapital` and `submitDividend` keep and forget
     /// it.
     [[nodiscard]] std::optional<KeptSectionCommand> keptSectionCommand() const;
     /// Keeps a command of the signed-in member that was certainly not carried out; `since` as above.
     void keepSectionCommand(SectionCommand command, std::string since = {});
-    /// The person gave a kept command up.
+    /// The person gave a kept command up, or something else keeps it.
     void forgetSectionCommand(const std::string& idempotencyKey);
+    /// The same of a member whose session may be over.
+    void forgetSectionCommand(const MemberIdentity& member, const std::string& idempotencyKey);
     /// All that is kept of the signed-in member in the open company.
     [[nodiscard]] KeptRequests keptRequests() const;
     /// All that is kept of this one.

@@ -61,7 +61,7 @@ void LedgerStore::keepEntry(TransactionInput input, bool outcomeUnknown, const s
 void LedgerStore::forgetEntry(const std::string& idempotencyKey)
 {
     const auto member = signedIn();
-    if (!member)
+    if (!member || !m_kept.entry(*member, idempotencyKey))
         return;
     m_kept.forgetEntry(*member, idempotencyKey);
     Q_EMIT keptChanged();

@@ -46,10 +46,13 @@ void LedgerStore::keepSectionCommand(SectionCommand command, std::string since)
 
 void LedgerStore::forgetSectionCommand(const std::string& idempotencyKey)
 {
-    const auto member = signedIn();
-    if (!member)
-        return;
-    m_kept.forgetSection(*member, idempotencyKey);
+    if (const auto member = signedIn())
+        forgetSectionCommand(*member, idempotencyKey);
+}
+
+void LedgerStore::forgetSectionCommand(const MemberIdentity& member, const std::string& idempotencyKey)
+{
+    m_kept.forgetSection(member, idempotencyKey);
     Q_EMIT keptChanged();
 }
 

@@ -75,6 +75,8 @@ protected:
 
     [[nodiscard]] LedgerStore& store() const { return m_store; }
     [[nodiscard]] const std::string& locale() const { return m_locale; }
+    /// Who opened it.
+    [[nodiscard]] const std::optional<MemberIdentity>& whose() const { return m_whose; }
     /// The snapshot that the form was last offered.
     [[nodiscard]] const SnapshotPointer& snapshot() const { return m_snapshot; }
     /// Adopts the snapshot of now; the last one stays after the end of the session.
@@ -98,7 +100,7 @@ private:
 
     LedgerStore& m_store;
     SnapshotPointer m_snapshot;
-    std::optional<MemberIdentity> m_whose; // who opened it
+    std::optional<MemberIdentity> m_whose;
     std::string m_locale;
     bool m_isAside = false;
     bool m_wasElsewhere = false; // when it was presented last

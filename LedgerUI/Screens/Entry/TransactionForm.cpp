@@ -199,8 +199,11 @@ void TransactionForm::edit(const EntryChange& change)
 /// As it is typed: neither Cancel nor the end of a session may take more away than what was never entered.
 void TransactionForm::keepDraft()
 {
-    if (m_entry.submission().isEditing() && m_entry.hasDraft() && !isElsewhere())
-        store().drafts().keep(m_entry.draft(), locale());
+    if (!m_entry.submission().isEditing() || !m_entry.hasDraft() || isElsewhere())
+        return;
+    store().drafts().keep(m_entry.draft(), locale());
+    // An entry that was not tried and is changed now is kept once: as the draft that it has become.
+    store().forgetEntry(m_entry.draft().idempotencyKey);
 }
 
 /// Another window goes on under the key, which only what was sent must keep.
@@ -332,6 +335,8 @@ void TransactionForm::send(const TransactionInput& input)
 {
     // What may be recorded by now must not be begun again as a draft: it is kept as what was sent.
     store().drafts().keepSending(m_entry.draft(), locale(), input);
+    if (m_entry.draft().idempotencyKey != input.idempotencyKey)
+        store().forgetEntry(m_entry.draft().idempotencyKey); // this one takes its place
     m_entry.rekey(input.idempotencyKey);
     present();
     QCoro::connect(store().postTransaction(input, false), this,

@@ -70,6 +70,11 @@ RecordActionForm<Section>::RecordActionForm(LedgerStore& store, Sending submissi
     });
     connect(this, &FormDialog::confirmed, this, [this] { submit(); });
     connect(this, &FormDialog::givenUp, this, [this] { this->store().forgetSectionCommand(m_keptKey); });
+    // What waits as a form must not come back as a kept command beside it.
+    connect(this, &CommandForm::wentAside, this, [this] {
+        if (whose())
+            this->store().forgetSectionCommand(*whose(), m_keptKey);
+    });
     RecordActionForm::present();
 }
 

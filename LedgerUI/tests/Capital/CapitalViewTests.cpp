@@ -562,6 +562,32 @@ TEST(CapitalView, BringsAPaymentThatWasNeverJudgedBackToBeChangedOrGivenUp)
     EXPECT_EQ(under.sent().size(), 1U);
 }
 
+TEST(CapitalView, BringsAPaymentThatWasChangedSinceBackOnce)
+{
+    PaymentUnderTest under;
+    under.fillPayment();
+    under.loseTheSession();
+    under.enter();
+    under.screen.waitForFocus("recordForm");
+    under.screen.fill("recordAmount", "900");
+    under.server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
+    EXPECT_FALSE(resultOf(under.store.refresh(false)).has_value());
+    under.screen.waitFor("alertDialog");
+    under.screen.press("messageClose");
+    under.screen.waitFor("signInView");
+
+    under.enter();
+    under.screen.waitForFocus("recordForm");
+    EXPECT_EQ(under.screen.read("recordAmount"), "900");
+    EXPECT_EQ(under.store.keptRequests().count(), 0U) << "the form itself has waited";
+    under.server.replace(PaymentUnderTest::path, ServerReply::json("{}"));
+    under.screen.keys("Ctrl+Return");
+    under.screen.waitUntilGone("recordForm");
+    settle();
+    EXPECT_FALSE(under.screen.shows("recordForm"));
+    EXPECT_EQ(under.sent().size(), 2U);
+}
+
 TEST(CapitalView, SavesTheSectionOfTheTabAsATable)
 {
     Page page;

@@ -105,6 +105,39 @@ TEST_F(SessionThatEnds, BringsAnEntryThatWasNeverJudgedBackToBeChangedOrSent)
     EXPECT_EQ(posted()[1], posted()[0]);
 }
 
+TEST_F(SessionThatEnds, KeepsAnEntryThatIsChangedAfterwardsOnceAndNeverRecordsItTwice)
+{
+    loseTheSession();
+    signIn();
+    under.screen.waitFor("transactionForm");
+    under.screen.fill("entryAmount", "13.5");
+    EXPECT_FALSE(under.store.keptEntry().has_value()) << "it is a draft now";
+    under.server.replace("GET v1/snapshot", ServerReply::error(401, "unauthorized"));
+    EXPECT_FALSE(resultOf(under.store.refresh(false)).has_value());
+    under.screen.waitFor("alertDialog");
+    under.screen.press("messageClose");
+    under.screen.waitFor("signInView");
+    signIn();
+    under.screen.waitFor("ledgerView");
+    settle();
+    EXPECT_FALSE(under.screen.shows("transactionForm"));
+    under.screen.choose("newEntryKinds", "newEntry.draft");
+    under.screen.waitFor("transactionForm");
+    EXPECT_EQ(under.screen.read("entryAmount"), "13.50");
+
+    loseTheSession();
+    signIn();
+    under.screen.waitFor("transactionForm");
+    EXPECT_EQ(under.store.keptRequests().count(), 1U);
+    under.screen.fill("entryAmount", "14");
+    answer(ServerReply::json(R"({"id":"e9"})"));
+    under.screen.press("entrySave");
+    under.screen.waitUntilGone("transactionForm");
+    EXPECT_EQ(under.store.keptRequests().count(), 0U) << "what was recorded is not offered again";
+    ASSERT_EQ(posted().size(), 3U);
+    EXPECT_EQ(posted().back().amountMinor, 1'400);
+}
+
 TEST_F(SessionThatEnds, TakesUpWhatWasTypedAndNeverSent)
 {
     const auto isOffered = [&] {
