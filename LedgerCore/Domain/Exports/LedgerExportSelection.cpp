@@ -19,7 +19,7 @@ struct ScopeFilter {
 
     [[nodiscard]] bool takes(const LedgerLeg& leg) const
     {
-        return accounts.contains(leg.accountID) &&
+        return accounts.contains(leg.accountID) && goes(scope.direction, leg.amountMinor) &&
                (scope.includesAllVisibleCurrencies || scope.currencies.contains(leg.currency));
     }
 

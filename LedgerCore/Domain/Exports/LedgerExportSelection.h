@@ -8,6 +8,7 @@
 
 #include "LedgerCore/Domain/Exports/ExportRefusal.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
+#include "LedgerCore/Domain/Reports/ReportFigure.h"
 
 /// What a person chose to export. With an "all visible" choice the list beside it is not looked at.
 struct LedgerExportScope {
@@ -21,6 +22,7 @@ struct LedgerExportScope {
     bool includesReceiptIndex = false;
     /// Where it is set, of all these only the entries with these identifiers.
     std::optional<SharedList<std::string>> entryIDs = {};
+    LegDirection direction = LegDirection::both;
 
     bool operator==(const LedgerExportScope&) const = default;
 };

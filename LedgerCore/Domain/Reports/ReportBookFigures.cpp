@@ -292,7 +292,8 @@ std::vector<ReportFigureLeg> ReportBook::legs(const ReportFigure& figure, Report
     std::vector<ReportFigureLeg> found;
     for (const auto& row : rows(figure.scope.currency)) {
         const bool isMeant = (figure.movements.empty() || figure.movements.contains(row.movement)) &&
-                             (figure.legs == ReportFigure::Legs::all || !row.isEarnedOrSpent());
+                             (figure.legs == ReportFigure::Legs::all || !row.isEarnedOrSpent()) &&
+                             goes(figure.direction, row.amountMinor);
         if (isMeant && row.day >= first && row.day <= last && inScope[row.account] && ofCategory[row.category])
             found.push_back({.entry = row.entry, .amountMinor = row.amountMinor, .reverses = row.reverses});
     }

@@ -9,6 +9,14 @@
 
 #include "LedgerCore/Domain/Reports/Report.h"
 
+/// Which legs are meant by the way that their money goes.
+enum class LegDirection { both, arriving, leaving };
+
+constexpr bool goes(LegDirection direction, std::int64_t amountMinor)
+{
+    return direction == LegDirection::both || (direction == LegDirection::leaving) == (amountMinor < 0);
+}
+
 /// What one figure of a report is the sum of: the legs of its scope that bear one of the movements.
 struct ReportFigure {
     enum class Lines { all, categoryAlone, categoryWithChildren, severalCategories };
@@ -21,6 +29,7 @@ struct ReportFigure {
     std::string categoryID = {}; // where `lines` asks for one; empty for the money of no category
     std::set<std::string, std::less<>> categoryIDs = {}; // where `lines` asks for several, each alone
     Legs legs = Legs::all;
+    LegDirection direction = LegDirection::both;
 
     bool operator==(const ReportFigure&) const = default;
 

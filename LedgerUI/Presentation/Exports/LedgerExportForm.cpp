@@ -97,6 +97,8 @@ LedgerExportScope pageScope(const LedgerBook& book, const LedgerFilter& filter, 
                             .kinds = {EntryKind::all.begin(), EntryKind::all.end()}};
     scope.includesAllVisibleAccounts = filter.accountIDs.empty() && scope.accountIDs.empty();
     scope.includesAllVisibleCurrencies = scope.currencies.empty();
+    if (filter.figure)
+        scope.direction = filter.figure->direction;
     scope.entryIDs.emplace();
     std::optional<Days> days;
     for (const auto at : matching(book, filter)) {

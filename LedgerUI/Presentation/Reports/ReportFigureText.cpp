@@ -30,5 +30,9 @@ QString reportFigureText(const ReportFigure& figure, std::string_view locale)
         movements = text("table.funds");
     else if (figure.legs == ReportFigure::Legs::funds && figure.movements.contains(Movement::income))
         movements = text("fund.reversals");
-    return listed({movements, QString::fromStdString(figure.scope.currency)}, locale);
+    QStringList parts{movements};
+    if (figure.direction != LegDirection::both)
+        parts << text(figure.direction == LegDirection::arriving ? "fund.in" : "fund.out");
+    parts << QString::fromStdString(figure.scope.currency);
+    return listed(parts, locale);
 }

@@ -350,6 +350,24 @@ TEST(LedgerExportDialog, HoldsTheFigureOfAReport)
     EXPECT_EQ(file.find("-500000.00"), std::string::npos) << "the other leg is not of the figure";
 }
 
+TEST(LedgerExportDialog, HoldsWhatArrivedWhereTheFigureIsOfThatAlone)
+{
+    ExportUnderTest under;
+    LedgerFilter filter{.period = Period::allTime()};
+    filter.figure = ReportFigure{
+        .scope = {.currency = "IDR"}, .movements = {Movement::transfer}, .direction = LegDirection::arriving};
+    under.screen.find<LedgerView>("ledgerView")
+        .follow({.page = WorkspacePage::ledger, .action = PageAction::showEntries, .subject = {}, .entries = filter});
+    under.waitForEntries("1 of ");
+    under.open();
+    under.waitForCounts("1", "1");
+    under.save();
+    under.screen.waitUntilGone("ledgerExportDialog");
+    const auto file = under.saved();
+    EXPECT_NE(file.find("\"500000.00\""), std::string::npos) << file;
+    EXPECT_EQ(file.find("-500000.00"), std::string::npos) << file;
+}
+
 TEST(LedgerExportDialog, HoldsTheSelectedEntriesAlone)
 {
     ExportUnderTest under;

@@ -113,8 +113,14 @@ TEST(FundMovements, AreWhatTheirFiguresFind)
             sum += leg.amountMinor;
         return sum;
     };
-    for (const auto& each : found.sums)
-        EXPECT_EQ(sumOf({.scope = scope, .movements = {each.movement}}), each.netMinor()) << rawValue(each.movement);
+    for (const auto& each : found.sums) {
+        ReportFigure figure{.scope = scope, .movements = {each.movement}};
+        EXPECT_EQ(sumOf(figure), each.netMinor()) << rawValue(each.movement);
+        figure.direction = LegDirection::arriving;
+        EXPECT_EQ(sumOf(figure), each.arrivedMinor) << rawValue(each.movement);
+        figure.direction = LegDirection::leaving;
+        EXPECT_EQ(sumOf(figure), each.leftMinor) << rawValue(each.movement);
+    }
 }
 
 TEST(Report, AddsEachCategoryToTheUppermostAboveItHoweverTheyAreListed)

@@ -71,18 +71,20 @@ private:
                                     {.id = "fund.net", .head = word("fund.net")}},
                         .rows = {}};
         const auto add = [&](std::string id, const QString& name, const FundMovementSum& sum,
-                             std::set<Movement> movements, Level level) {
-            const ReportBacking backing{
-                m_query.period,
-                {.scope = scope(), .movements = std::move(movements), .legs = ReportFigure::Legs::funds}};
-            const auto cell = [&](std::int64_t minor, Tone tone) {
-                return ReportGrids::moneyCell(movementText(minor, m_query.currency, m_locale), tone, backing);
+                             const std::set<Movement>& movements, Level level) {
+            const auto cell = [&](std::int64_t minor, LegDirection direction, Tone tone) {
+                return ReportGrids::moneyCell(movementText(minor, m_query.currency, m_locale), tone,
+                                              ReportBacking{m_query.period,
+                                                            {.scope = scope(),
+                                                             .movements = movements,
+                                                             .legs = ReportFigure::Legs::funds,
+                                                             .direction = direction}});
             };
             grid.rows.push_back({.id = std::move(id),
                                  .cells = {{.text = name},
-                                           cell(sum.arrivedMinor, Tone::plain),
-                                           cell(sum.leftMinor, Tone::plain),
-                                           cell(sum.netMinor(), Tone::strong)},
+                                           cell(sum.arrivedMinor, LegDirection::arriving, Tone::plain),
+                                           cell(sum.leftMinor, LegDirection::leaving, Tone::plain),
+                                           cell(sum.netMinor(), LegDirection::both, Tone::strong)},
                                  .level = level});
         };
         for (const auto& sum : m_funds.sums) {
