@@ -274,6 +274,17 @@ TEST(ReportExport, WritesNothingFromBooksThatHaveChangedAndShowsThemAnew)
     EXPECT_NE(under.saved().find("54,000,077"), std::string::npos) << under.saved();
 }
 
+TEST(ReportExport, WritesNothingForWhoMayNotExportAnyMore)
+{
+    ReportsUnderTest under;
+    under.openExport();
+    auto books = reportSample();
+    under.server.replace("GET v1/snapshot", ServerReply::json(books.permissions({"viewCompany"}).json()));
+    under.save(under.path());
+    under.screen.waitForText("You do not have permission");
+    EXPECT_EQ(under.saved(), "");
+}
+
 TEST(ReportExport, LoadsTheBooksOnceForAllItsCurrencies)
 {
     ReportsUnderTest under;

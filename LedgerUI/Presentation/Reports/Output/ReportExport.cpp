@@ -10,6 +10,7 @@
 
 #include "LedgerCore/Client/Http/APIClient.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Exports/ReportExportAuthorization.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
@@ -102,6 +103,8 @@ QCoro::Task<Result<void>> ReportExport::permission(LedgerStore* store, ReportShe
     const auto books = guard ? guard->snapshot() : nullptr;
     if (!books)
         co_return std::unexpected(Failure{Cancelled{}});
+    if (!MemberRights::canExport(books->currentMember))
+        co_return refused(ExportRefusal::forbidden); // seeing the accounts is not enough
     // The other currencies are compared with the books that were loaded for the first.
     const auto outcome = std::make_shared<Result<void>>();
     auto comparing = runForSize(onWorker, [all, books, outcome] { *outcome = compared(**all, *books); });
