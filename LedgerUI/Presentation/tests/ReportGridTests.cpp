@@ -88,10 +88,12 @@ TEST(ReportTrend, TellsPartsFromWholesInFilesAndWhatANarrowTableLeavesOut)
     const auto held = heldOf(books());
     const auto grid = trendOf(held, {.period = month(today)}).categories;
     const auto lines = QString::fromStdString(ReportGrids::csvText(grid)).split(QStringLiteral("\r\n"));
-    EXPECT_TRUE(lines[0].contains(QStringLiteral("\"Category\",\"Part of\",\"Amount\""))) << lines[0].toStdString();
-    EXPECT_TRUE(lines[2].contains(QStringLiteral("\"Premises\",\"\",\"280.00\""))) << lines[2].toStdString();
-    EXPECT_TRUE(lines[3].contains(QStringLiteral("\"Rent\",\"Premises\",\"250.00\""))) << lines[3].toStdString();
-    EXPECT_TRUE(ReportGrids::spreadsheetText(grid, {2}).contains(QStringLiteral("Rent\tPremises\t250.00\t")));
+    EXPECT_TRUE(lines[0].contains(QStringLiteral("\"Category\",\"Part of\",\"Currency\",\"Amount\"")))
+        << lines[0].toStdString();
+    EXPECT_TRUE(lines[2].contains(QStringLiteral("\"Premises\",\"\",\"USD\",\"280.00\""))) << lines[2].toStdString();
+    EXPECT_TRUE(lines[3].contains(QStringLiteral("\"Rent\",\"Premises\",\"USD\",\"250.00\"")))
+        << lines[3].toStdString();
+    EXPECT_TRUE(ReportGrids::spreadsheetText(grid, {2}).contains(QStringLiteral("Rent\tPremises\tUSD\t250.00\t")));
     ReportGridModel model;
     model.present(grid);
     EXPECT_EQ(model.index(1, 0).data(Qt::ToolTipRole).toString().toStdString(),
@@ -191,6 +193,15 @@ TEST(ReportMatrix, TellsWhatMovedEachAccountAndWhatWasThereAtTheEndOfMonths)
                                              "bank | −100.00 | −100.00 | −100.00 | −100.00 | 50.00 | 128.00 | ",
                                              "cash | 0.00 | 0.00 | 0.00 | 0.00 | 0.00 | 40.00 | ",
                                              "Total | −100.00 | −100.00 | −100.00 | −100.00 | 50.00 | 168.00 | "}));
+    const auto heads = [&](const Period& period) {
+        const auto& columns =
+            ReportMatrixGrids::of(held, {.period = period, .currency = "USD", .today = today}, english)
+                .value_or(ReportMatrixGrids{})
+                .monthEnds.columns;
+        return Texts{columns.at(1).head.toStdString(), columns.at(6).head.toStdString()};
+    };
+    EXPECT_EQ(heads(month(today)), (Texts{"Jun", "Nov"}));
+    EXPECT_EQ(heads(month(2026y / 2 / 1)), (Texts{"Sep 2025", "Feb 2026"})) << "the months of two years";
 }
 
 /// Where time has no end a balance opens all entries, not those up to the last day that a calendar knows.
@@ -230,6 +241,10 @@ TEST(ReportOwn, ShowsEachOwnAccountAndTheLatestEntries)
               (Texts{"10 Nov | Sales | IDR | +9,000", "9 Nov | Transfers | USD | −70.00", "8 Nov | Fees | USD | −1.00",
                      "7 Nov | Stamps | USD | −1.00", "6 Nov | Premises | USD | −30.00", "5 Nov | Wages | USD | −600.00",
                      "3 Nov | Premises › Rent | USD | −250.00", "2 Nov | Sales | USD | +1,000.00"}));
+    const auto later = ReportOwnGrids::of(
+        held, {.period = month(today), .currency = "USD", .today = today + std::chrono::years{1}}, english);
+    ASSERT_TRUE(later.has_value());
+    EXPECT_EQ(read(later->latest).front(), "10 Nov 2026 | Sales | IDR | +9,000") << "a day of another year";
 }
 
 /// Every figure and text of a copied row stands in a column of its own, so that a spreadsheet can go on with it.
@@ -256,7 +271,8 @@ TEST(ReportOwn, IsCopiedWithItsCurrenciesDaysAndNotes)
     EXPECT_EQ(lines(sheet.own.latest),
               (Texts{"Date\tEntry\tNote\tCurrency\tAmount", "2026-11-11\tFees\tFor the new desk\tUSD\t-2.00", ""}));
     EXPECT_EQ(lines(sheet.own.accounts).at(1).substr(0, 9), "cash\tIDR\t");
-    EXPECT_EQ(lines(sheet.largestExpenses), (Texts{"Category\tAmount\tShare", "Wages\t600.00\t67.9 %", ""}));
+    EXPECT_EQ(lines(sheet.largestExpenses),
+              (Texts{"Category\tCurrency\tAmount\tShare", "Wages\tUSD\t600.00\t67.9 %", ""}));
 }
 
 TEST(ReportSheet, WorksOutTheReportThatIsAskedForAndNoOther)

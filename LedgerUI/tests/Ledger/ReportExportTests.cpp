@@ -214,7 +214,8 @@ TEST(ReportExport, SavesTheTableInSight)
     under.screen.waitUntilGone("reportExportDialog");
     under.screen.waitForText("Saved report.csv");
     const auto file = under.saved();
-    EXPECT_TRUE(file.starts_with("\xEF\xBB\xBF\"Date\",\"Movement\",\"Remarks\",\"Account\",\"In\",\"Out\"\r\n"))
+    EXPECT_TRUE(
+        file.starts_with("\xEF\xBB\xBF\"Date\",\"Movement\",\"Remarks\",\"Account\",\"Currency\",\"In\",\"Out\"\r\n"))
         << file;
     EXPECT_NE(file.find("\"2026-11-05\",\"Exchange\",\"1 USD = SGD"), std::string::npos) << file;
     EXPECT_NE(file.find("\"'-12,000.00\"\r\n"), std::string::npos) << file;

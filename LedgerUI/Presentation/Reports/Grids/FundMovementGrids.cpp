@@ -69,7 +69,8 @@ private:
                                     {.id = "fund.in", .head = word("fund.in")},
                                     {.id = "fund.out", .head = word("fund.out")},
                                     {.id = "fund.net", .head = word("fund.net")}},
-                        .rows = {}};
+                        .rows = {},
+                        .currency = ReportGrids::currencyOf(m_query.currency, m_locale)};
         const auto add = [&](std::string id, const QString& name, const FundMovementSum& sum,
                              const std::set<Movement>& movements, Level level) {
             const auto cell = [&](std::int64_t minor, LegDirection direction, Tone tone) {
@@ -152,7 +153,8 @@ private:
                                     {.id = "account", .head = word("account"), .kind = Kind::label},
                                     {.id = "fund.in", .head = word("fund.in")},
                                     {.id = "fund.out", .head = word("fund.out")}},
-                        .rows = {}};
+                        .rows = {},
+                        .currency = ReportGrids::currencyOf(m_query.currency, m_locale)};
         if (!m_balances.empty())
             grid.columns.push_back({.id = "fund.balance", .head = word("fund.balance")});
         return grid;

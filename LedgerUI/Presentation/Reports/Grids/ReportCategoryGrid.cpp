@@ -57,7 +57,8 @@ public:
                               {.id = "change.before", .head = word("change.before"), .isSpare = true},
                               {.id = "change.lastYear", .head = word("change.lastYear"), .isSpare = true}},
                   .rows = {},
-                  .partOf = word("partOf")};
+                  .partOf = word("partOf"),
+                  .currency = ReportGrids::currencyOf(m_query.currency, m_locale)};
         addRows();
         return std::move(m_grid);
     }

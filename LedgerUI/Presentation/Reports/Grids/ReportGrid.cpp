@@ -6,6 +6,8 @@
 #include <QStringList>
 
 #include "LedgerCore/Domain/Csv/CsvDocument.h"
+#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {
 
@@ -16,6 +18,13 @@ QString parentOf(const ReportGrid& grid, const ReportGridRow& row)
     return row.parentID.empty() || found == grid.rows.end() ? QString{} : found->cells.front().text;
 }
 
+/// Whether the currency of the table is said before this column.
+bool followsCurrency(const ReportGrid& grid, std::size_t column)
+{
+    const auto first = std::ranges::find(grid.columns, ReportGridColumn::Kind::figure, &ReportGridColumn::kind);
+    return grid.currency && static_cast<std::ptrdiff_t>(column) == first - grid.columns.begin();
+}
+
 /// What a row says in columns that have words.
 QStringList textsOf(const ReportGrid& grid, const ReportGridRow& row)
 {
@@ -24,6 +33,8 @@ QStringList textsOf(const ReportGrid& grid, const ReportGridRow& row)
         const auto& cell = row.cells[column];
         if (grid.columns[column].kind == ReportGridColumn::Kind::line)
             continue;
+        if (followsCurrency(grid, column))
+            texts << (row.level == ReportGridRow::Level::heading ? QString{} : grid.currency->code);
         texts << (cell.copied.isEmpty() ? cell.text : cell.copied);
         if (!grid.columns[column].beside.isEmpty())
             texts << cell.beside;
@@ -36,18 +47,26 @@ QStringList textsOf(const ReportGrid& grid, const ReportGridRow& row)
 QStringList headsOf(const ReportGrid& grid)
 {
     QStringList heads;
-    for (const auto& column : grid.columns) {
+    for (std::size_t at = 0; at < grid.columns.size(); ++at) {
+        const auto& column = grid.columns[at];
         if (column.kind == ReportGridColumn::Kind::line)
             continue;
+        if (followsCurrency(grid, at))
+            heads << grid.currency->head;
         heads << column.head;
         if (!column.beside.isEmpty())
             heads << column.beside;
-        if (&column == grid.columns.data() && !grid.partOf.isEmpty())
+        if (at == 0 && !grid.partOf.isEmpty())
             heads << grid.partOf;
     }
     return heads;
 }
 
+}
+
+ReportGridCurrency ReportGrids::currencyOf(std::string_view code, std::string_view locale)
+{
+    return {.head = wordIn(locale, reportWords(), "currency"), .code = qString(code)};
 }
 
 ReportGridCell ReportGrids::moneyCell(const MoneyText& money, ReportGridCell::Tone tone,

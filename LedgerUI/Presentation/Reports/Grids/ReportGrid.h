@@ -77,6 +77,14 @@ struct ReportGridRow {
     bool operator==(const ReportGridRow&) const = default;
 };
 
+/// The currency of all figures of a table, which no row says.
+struct ReportGridCurrency {
+    QString head; // of the column that says so in copies and files
+    QString code;
+
+    bool operator==(const ReportGridCurrency&) const = default;
+};
+
 /// A table of a report, ready to be shown, copied and written to a file.
 struct ReportGrid {
     std::string id = {}; // in every language
@@ -84,14 +92,18 @@ struct ReportGrid {
     std::vector<ReportGridColumn> columns;
     std::vector<ReportGridRow> rows;
     QString partOf = {}; // where rows are parts of others: the head of the column that says so in copies and files
-    std::optional<ReportSort> sort = {}; // unset in the order of the books
-    QString sorted = {};                 // the same in words
-    bool isCut = false;                  // files and paper have more rows
+    std::optional<ReportGridCurrency> currency = {}; // unset where rows have several
+    std::optional<ReportSort> sort = {};             // unset in the order of the books
+    QString sorted = {};                             // the same in words
+    bool isCut = false;                              // files and paper have more rows
 
     bool operator==(const ReportGrid&) const = default;
 };
 
 namespace ReportGrids {
+
+/// The currency that a table has all its figures in.
+ReportGridCurrency currencyOf(std::string_view code, std::string_view locale);
 
 /// An amount as a cell; zero is quiet, what came in has the colour of income.
 ReportGridCell moneyCell(const MoneyText& money, ReportGridCell::Tone tone, std::optional<ReportBacking> backing);
@@ -102,7 +114,7 @@ std::optional<ReportBacking> balanceBacking(ReportFigure figure, std::chrono::sy
                                             std::chrono::sys_days last);
 
 /// Heads and these rows as tab-separated text, each on one line; all rows when none are named. Drawings have no
-/// column, what stands beside a text has one of its own.
+/// column, what stands beside a text has one of its own, and the currency one before the first figure.
 QString spreadsheetText(const ReportGrid& grid, const std::vector<int>& rows = {});
 
 /// The same as a CSV document.

@@ -152,7 +152,8 @@ private:
                         .name = word("table.movements"),
                         .columns = {{.id = "account", .head = word("account"), .kind = Kind::name},
                                     {.id = "opening", .head = word("opening")}},
-                        .rows = {}};
+                        .rows = {},
+                        .currency = ReportGrids::currencyOf(m_query.currency, m_locale)};
         for (const auto& column : shown)
             grid.columns.push_back({.id = std::string{column.head}, .head = word(column.head)});
         grid.columns.push_back({.id = "closing", .head = word("closing")});
@@ -168,10 +169,13 @@ private:
         ReportGrid grid{.id = "monthEnds",
                         .name = word("table.monthEnds"),
                         .columns = {{.id = "account", .head = word("account"), .kind = Kind::name}},
-                        .rows = {}};
+                        .rows = {},
+                        .currency = ReportGrids::currencyOf(m_query.currency, m_locale)};
+        const bool coversYears = months.front().year() != months.back().year();
         for (const auto& month : months)
-            grid.columns.push_back(
-                {.id = LedgerDay::format(month / 1), .head = DayText::shortMonth(month.month(), m_locale)});
+            grid.columns.push_back({.id = LedgerDay::format(month / 1),
+                                    .head = coversYears ? DayText::shortMonthOfYear(month, m_locale)
+                                                        : DayText::shortMonth(month.month(), m_locale)});
         grid.columns.push_back({.id = "trend", .head = word("trend"), .kind = Kind::line, .isSpare = true});
         fill(grid, matrix, [&](QString name, const std::string& id, const std::vector<ReportCell>& cells) {
             std::vector<ReportGridCell> shown{{.text = std::move(name)}};

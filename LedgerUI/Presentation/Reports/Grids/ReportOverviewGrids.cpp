@@ -100,7 +100,8 @@ ReportGrid largest(const Largest& asked, const Period& period, std::string_view 
                     .columns = {{.head = wordIn(locale, reportWords(), "category"), .kind = Kind::name},
                                 {.head = wordIn(locale, reportWords(), "amount"),
                                  .beside = wordIn(locale, reportWords(), "share")}},
-                    .rows = {}};
+                    .rows = {},
+                    .currency = ReportGrids::currencyOf(asked.figure.scope.currency, locale)};
     for (const auto& each : asked.rows) {
         ReportBacking backing{.period = period, .figure = asked.figure};
         backing.figure.lines =

@@ -76,7 +76,8 @@ ReportGrid ReportPeriodGrids::table(const Report& report, const std::vector<Peri
                                 {.id = "expense", .head = word("expense")},
                                 {.id = "net", .head = word("net"), .isSpare = true},
                                 {.id = "closing", .head = word("closing")}},
-                    .rows = {}};
+                    .rows = {},
+                    .currency = ReportGrids::currencyOf(report.scope.currency, locale)};
     const PeriodRows rows{report.scope, firstDay, locale};
     for (auto at = report.periods.size(); at-- > 0;)
         grid.rows.push_back(rows.row(report.periods[at], periods[at]));
