@@ -49,6 +49,7 @@ bool isBold(const ReportGridRow& row, const ReportGridCell& cell)
 
 struct ReportTable::Look {
     ChartColors colors{.income = Token::ok, .expense = Token::danger};
+    bool hasParents = false; // among the rows
 };
 
 namespace {
@@ -63,16 +64,15 @@ ThemeColor barInk(ChartRole role, const ChartColors& colors)
 }
 
 /// Beside parents, which have a glyph before their names, the others stand as far in, and children a step further.
-int indentOf(const ReportGridModel& model, Level level)
+int indentOf(Level level, bool hasParents)
 {
-    const auto& rows = model.grid().rows;
-    const bool hasParents = std::ranges::find(rows, Level::parent, &ReportGridRow::level) != rows.end();
     if (!hasParents || level == Level::total)
         return 0;
     return CellPainter::glyphIndent + (level == Level::child ? Space::step3 : 0);
 }
 
-Cell painted(const ReportGridModel& model, const QModelIndex& index, Density density, const ChartColors& colors)
+Cell painted(const ReportGridModel& model, const QModelIndex& index, Density density, const ChartColors& colors,
+             bool hasParents)
 {
     const auto& row = model.row(index.row());
     const auto& cell = row.cells[static_cast<std::size_t>(index.column())];
@@ -85,7 +85,7 @@ Cell painted(const ReportGridModel& model, const QModelIndex& index, Density den
     const CellText second{.text = cell.beside, .step = isList ? TypeStep::micro : TypeStep::small, .ink = Token::text2};
     Cell shown{.glyph = cell.glyph, .joinsBelow = isList};
     if (index.column() == 0 && cell.glyph.isEmpty())
-        shown.indent = indentOf(model, row.level);
+        shown.indent = indentOf(row.level, hasParents);
     if (row.level == Level::child && index.column() == 0)
         text.ink = Token::text2;
     shown.values = cell.line;
@@ -115,7 +115,7 @@ ReportTable::ReportTable(ReportGridModel* model, std::shared_ptr<Look> look, con
                          QWidget* parent)
     : RowTable{*model,
                [model, look](const QModelIndex& index, Density shown) {
-                   return painted(*model, index, shown, look->colors);
+                   return painted(*model, index, shown, look->colors, look->hasParents);
                },
                parent},
       m_model{model}, m_look{std::move(look)}, m_density{density}
@@ -144,6 +144,7 @@ ReportTable::ReportTable(ReportGridModel* model, std::shared_ptr<Look> look, con
 void ReportTable::present(ReportGrid grid, const ChartColors& colors)
 {
     m_look->colors = colors;
+    m_look->hasParents = std::ranges::find(grid.rows, Level::parent, &ReportGridRow::level) != grid.rows.end();
     setAccessibleName(grid.name);
     m_textWidths.clear();
     m_model->present(std::move(grid));
@@ -204,7 +205,7 @@ int ReportTable::widestText(std::size_t at) const
         if (kind == Kind::figure && cell.bar)
             width += Space::step2 + shareBar;
         if (at == 0)
-            width += indentOf(*m_model, row.level);
+            width += indentOf(row.level, m_look->hasParents);
         widest = std::max(widest, width);
     }
     return widest;
