@@ -9,7 +9,9 @@
 #include <QTemporaryDir>
 #include <QUrl>
 
+#include "LedgerCore/Domain/Records/AccessRecords.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
+#include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
@@ -164,6 +166,45 @@ TEST(ReceiptsInTheForm, ThatFailedAreHandedOnOnceTheEntryIsRecorded)
     ASSERT_EQ(links.size(), 2U);
     EXPECT_EQ(links[0].body, R"({"attachmentIDs":["a2"]})");
     EXPECT_EQ(links[1].body, links[0].body);
+}
+
+TEST(ReceiptsInTheForm, ThatFailedGoToNoOtherCompany)
+{
+    Desk desk;
+    FormUnderTest under;
+    fill(under);
+    under.service.server.replace("POST v1/attachments", ServerReply::error(507, "insufficient_storage"));
+    Desk::drop(*under.form, {desk.file("lost.png")});
+    waitUntil([&] { return uploads(under) == 1 && !under.service.store.isBusy(); });
+    under.answer(ServerReply::json(R"({"id":"e9"})"));
+    under.saveAndWait();
+    QPointer<AddReceiptsDialog> dialog = under.window.findChild<AddReceiptsDialog*>();
+    ASSERT_FALSE(dialog.isNull());
+    under.service.server.replace("POST v1/attachments", uploaded("a1"));
+    dialog->findChild<QAbstractButton*>(QStringLiteral("receiptRetry"))->click();
+    waitUntil([&] { return uploads(under) == 2 && !under.service.store.isBusy(); });
+
+    const auto open = [&](const std::string& id, const std::string& name) {
+        AuthResponse opened{.token = "token-" + id, .snapshot = entryBooks().companyName(name).build()};
+        opened.snapshot.company.id = id;
+        under.service.server.replace("POST v1/me/companies/switch", ServerReply::json(Json::encode(opened)));
+        ASSERT_TRUE(resultOf(under.service.store.switchCompany(id)).has_value());
+        settle();
+    };
+    const auto links = [&] { return under.service.server.requests("POST v1/transactions/e9/attachments").size(); };
+    open("c2", "Samudra Kopi");
+    ASSERT_FALSE(dialog.isNull());
+    EXPECT_TRUE(dialog->banner().text().startsWith(QStringLiteral("This form belongs to Harbour Trading.")));
+    EXPECT_FALSE(dialog->confirmButton().isEnabled());
+    QTest::keyClick(dialog, Qt::Key_Return, Qt::ControlModifier);
+    settle();
+    EXPECT_EQ(links(), 0U) << "the other company has no such entry, or another one of that name";
+
+    open("c1", "Harbour Trading");
+    under.service.server.replace("POST v1/transactions/e9/attachments", ServerReply::json(entryBooks().json()));
+    dialog->confirmButton().click();
+    waitUntil([&] { return dialog.isNull(); });
+    EXPECT_EQ(links(), 1U);
 }
 
 TEST(ReceiptsInTheForm, AreLockedWhileTheOutcomeIsUnknown)
