@@ -32,8 +32,12 @@ void ActionSet::present(std::vector<Action> actions)
         const auto named = namedWithKeys(each.text, each.keys);
         const auto told = each.hint.isEmpty() ? named : named + QLatin1Char{'\n'} + each.hint;
         shown.setToolTip(each.whyNot.isEmpty() ? told : each.whyNot);
-        if (!each.glyph.isEmpty())
+        // Unlike a text, an icon that is set once more has everything that follows the action do so anew.
+        if (!each.glyph.isEmpty() && (each.glyph != known.glyph || each.ink != known.ink)) {
+            known.glyph = each.glyph;
+            known.ink = each.ink;
             shown.setIcon(Icon::of(each.glyph, each.ink));
+        }
         if (shown.shortcuts() != each.keys)
             shown.setShortcuts(each.keys);
         shown.setCheckable(each.isOn.has_value());

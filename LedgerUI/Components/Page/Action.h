@@ -51,6 +51,8 @@ public:
 private:
     struct Known {
         QAction* shown = nullptr;
+        QString glyph; // its icon, in this colour
+        ThemeColor ink = Token::text2;
         std::function<void()> run;
     };
     Known& known(const QString& id);

@@ -30,6 +30,19 @@ int unfoldedWidth(const QToolButton& button)
     return Space::iconBeforeText + button.fontMetrics().horizontalAdvance(button.text()) + aroundText;
 }
 
+void fold(QToolButton& button, bool folds)
+{
+    setStyleProperty(&button, "kind", folds ? QStringLiteral("outlined") : QStringLiteral("ghost"));
+    button.setToolButtonStyle(folds ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
+    button.setMinimumSize(Space::control, Space::control);
+    button.setIconSize({folds ? Space::icon : Space::iconBeforeText, Space::icon});
+}
+
+bool isFolded(const QToolButton& button)
+{
+    return button.toolButtonStyle() == Qt::ToolButtonIconOnly;
+}
+
 }
 
 PageHeader::PageHeader(QWidget* parent) : QFrame{parent}
@@ -61,15 +74,16 @@ void PageHeader::addSecondary(QAction* action)
     auto* button = new QToolButton(this);
     button->setObjectName(action->objectName() + QStringLiteral("Button"));
     button->setFocusPolicy(Qt::StrongFocus);
+    fold(*button, true); // until there is a width
     follow(*button, *action);
     connect(action, &QAction::changed, button, [this, button, action] {
         follow(*button, *action);
-        resizeEvent(nullptr); // other texts, or another number of them
+        adapt(); // other texts, or another number of them
     });
     connect(button, &QToolButton::clicked, action, &QAction::trigger);
     m_secondary.push_back(button);
     m_layout->insertWidget(m_primary ? m_layout->indexOf(m_primary) : m_layout->count(), button);
-    resizeEvent(nullptr);
+    adapt();
 }
 
 void PageHeader::setPrimary(QWidget* button)
@@ -80,6 +94,18 @@ void PageHeader::setPrimary(QWidget* button)
 
 void PageHeader::resizeEvent(QResizeEvent* /*event*/)
 {
+    foldOrUnfold();
+}
+
+/// Not while its width is still to come: each look at their sizes would dress buttons that are dressed anew then.
+void PageHeader::adapt()
+{
+    if (!testAttribute(Qt::WA_PendingResizeEvent))
+        foldOrUnfold();
+}
+
+void PageHeader::foldOrUnfold()
+{
     int needed = m_layout->sizeHint().width();
     for (const auto* button : m_secondary) {
         if (!button->isHidden())
@@ -87,12 +113,7 @@ void PageHeader::resizeEvent(QResizeEvent* /*event*/)
     }
     const bool folds = window()->width() < Space::foldBelow || needed > width();
     for (auto* button : m_secondary) {
-        const auto kind = folds ? QStringLiteral("outlined") : QStringLiteral("ghost");
-        if (button->property("kind").toString() == kind)
-            continue;
-        setStyleProperty(button, "kind", kind);
-        button->setToolButtonStyle(folds ? Qt::ToolButtonIconOnly : Qt::ToolButtonTextBesideIcon);
-        button->setMinimumSize(Space::control, Space::control);
-        button->setIconSize({folds ? Space::icon : Space::iconBeforeText, Space::icon});
+        if (isFolded(*button) != folds)
+            fold(*button, folds);
     }
 }

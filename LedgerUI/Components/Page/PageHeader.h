@@ -26,6 +26,9 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void adapt();
+    void foldOrUnfold();
+
     TextLabel* m_title = nullptr;
     QHBoxLayout* m_layout = nullptr;
     std::vector<QToolButton*> m_secondary;

@@ -1,3 +1,4 @@
+#include <QAction>
 #include <QComboBox>
 #include <QLabel>
 #include <QListView>
@@ -10,6 +11,8 @@
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
 #include "LedgerUI/Components/Fields/AccountPicker.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
+#include "LedgerUI/Components/Page/Action.h"
+#include "LedgerUI/Components/Page/PageHeader.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/testing/LabelAudit.h"
@@ -152,4 +155,55 @@ TEST(LabelAudit, FindsWhatIsCutAndOnlyThat)
     ASSERT_EQ(cuts.size(), 2U);
     EXPECT_TRUE(cuts[0].starts_with("cutLabel: Cut at the end")) << cuts[0];
     EXPECT_TRUE(cuts[1].starts_with("cutButton: Too long for it")) << cuts[1];
+}
+
+TEST(ActionSet, TellsWhatFollowsItOfNothingButChanges)
+{
+    QWidget page;
+    ActionSet actions{&page};
+    const auto present = [&](const Token ink) {
+        actions.present({{.id = QStringLiteral("print"),
+                          .text = QStringLiteral("Print"),
+                          .glyph = QStringLiteral("printer"),
+                          .ink = ink}});
+    };
+    present(Token::text2);
+    int changes = 0;
+    QObject::connect(actions[QStringLiteral("print")], &QAction::changed, &page, [&changes] { ++changes; });
+    present(Token::text2);
+    EXPECT_EQ(changes, 0);
+    present(Token::accent);
+    EXPECT_EQ(changes, 1) << "its icon has another colour";
+}
+
+TEST(PageHeader, FoldsItsActionsToGlyphsWhereTheirTextsHaveNoRoom)
+{
+    QWidget window;
+    auto* header = new PageHeader(&window);
+    auto* rows = new QVBoxLayout(&window);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->addWidget(header);
+    ActionSet actions{&window};
+    const auto present = [&](const char* text) {
+        actions.present({{.id = QStringLiteral("print"),
+                          .text = QString::fromLatin1(text),
+                          .glyph = QStringLiteral("printer")}});
+    };
+    present("Print");
+    header->addSecondary(actions[QStringLiteral("print")]);
+    const auto* button = header->findChild<QToolButton*>(QStringLiteral("printButton"));
+    const auto isFolded = [&] { return button->toolButtonStyle() == Qt::ToolButtonIconOnly; };
+    constexpr int wide = 1200;
+    window.resize(wide, 100);
+    window.show();
+    EXPECT_FALSE(isFolded());
+    present(std::string(400, 'm').c_str());
+    EXPECT_TRUE(isFolded());
+    window.hide();
+    present("Print");
+    window.show();
+    EXPECT_FALSE(isFolded());
+    window.resize(wide / 2, 100);
+    settle();
+    EXPECT_TRUE(isFolded());
 }
