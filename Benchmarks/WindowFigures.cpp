@@ -81,7 +81,7 @@ struct Window {
         browser = window.findChild<LedgerBrowser*>();
         table = window.findChild<LedgerTable*>();
         require(browser, "the ledger is open");
-        waitFor([&] { return browser->book() && !browser->isPreparing(); });
+        waitFor([&] { return browser->book() && !browser->isPreparing() && table->isVisible(); });
         paint();
     }
 

@@ -37,11 +37,16 @@ void SplitButton::setAction(QAction* action)
     connect(m_main, &QPushButton::clicked, action, &QAction::trigger);
 }
 
-void SplitButton::setMenu(QMenu* menu)
+void SplitButton::setMenu(const std::function<void(QMenu& menu)>& fill)
 {
-    connect(m_arrow, &QPushButton::clicked, menu, [this, menu] {
+    connect(m_arrow, &QPushButton::clicked, this, [this, fill] {
+        if (!m_menu) {
+            m_menu = new QMenu(this);
+            m_menu->setObjectName(objectName() + QStringLiteral("Menu"));
+            fill(*m_menu);
+        }
         // Right edges meet: the menu is wider than the button and would leave the window otherwise.
-        menu->popup(mapToGlobal(QPoint{width() - menu->sizeHint().width(), height() + 1}));
+        m_menu->popup(mapToGlobal(QPoint{width() - m_menu->sizeHint().width(), height() + 1}));
     });
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+
 #include <QWidget>
 
 class PrimaryButton;
@@ -14,7 +16,8 @@ public:
 
     /// Text, enabled state and tool tip of the button follow the action.
     void setAction(QAction* action);
-    void setMenu(QMenu* menu);
+    /// `fill` fills the menu when it is first opened.
+    void setMenu(const std::function<void(QMenu& menu)>& fill);
     void setGlyph(const QString& glyph);
     /// What readers call the arrow.
     void setMenuName(const QString& name);
@@ -27,4 +30,5 @@ private:
 
     PrimaryButton* m_main = nullptr;
     PrimaryButton* m_arrow = nullptr;
+    QMenu* m_menu = nullptr;
 };

@@ -35,7 +35,6 @@ CapitalView::CapitalView(LedgerStore& store, QWidget* parent) : PageView{parent}
     buildLayout();
     bind();
     adoptSnapshot();
-    QMetaObject::invokeMethod(m_actions, &CapitalPageActions::offerUnconfirmed, Qt::QueuedConnection);
 }
 
 void CapitalView::buildLayout()
@@ -93,6 +92,8 @@ void CapitalView::bind()
         Q_EMIT statusContextChanged();
     });
     connect(&m_store, &LedgerStore::isBusyChanged, this, &CapitalView::presentActions);
+    // What an ended session left opens in the window that the page stands in.
+    connect(this, &PageView::firstSeen, m_actions, &CapitalPageActions::offerUnconfirmed, Qt::QueuedConnection);
     connect(m_actions, &CapitalPageActions::done, this, &CapitalView::done);
     connect(m_actions, &CapitalPageActions::recordedIn, this, [this](const QString& currency) {
         m_bar->chooseCurrency(currency.toStdString());

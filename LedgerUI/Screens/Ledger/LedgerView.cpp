@@ -4,7 +4,6 @@
 
 #include <QAction>
 #include <QEvent>
-#include <QMenu>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/EntryDrafts.h"
@@ -45,7 +44,7 @@ LedgerView::LedgerView(LedgerStore& store, QWidget* parent) : PageView{parent}, 
     m_browser = new LedgerBrowser(this);
     openBook(); // a worker lays it out while the page is made
     m_commands = new LedgerCommands(store, *m_browser, *this);
-    presentCommands();
+    m_commands->present(m_selection);
     buildHeader();
     buildLayout();
     bindParts();
@@ -53,9 +52,8 @@ LedgerView::LedgerView(LedgerStore& store, QWidget* parent) : PageView{parent}, 
     bindDialogs();
     m_filters->setDetailShown(m_page->isDetailShown());
     retranslate();
-    adoptSnapshot();
-    // The window that the form opens over is known once the page stands in it.
-    QMetaObject::invokeMethod(&m_commands->dialogs(), &LedgerDialogs::offerKeptEntry, Qt::QueuedConnection);
+    presentDue();
+    presentBook(); // its commands stand as they were made
 }
 
 void LedgerView::buildHeader()
@@ -63,21 +61,19 @@ void LedgerView::buildHeader()
     m_page = new ListDetailPage(this);
     m_header = new PageHeader(m_page);
     m_period = new PeriodNavigator(m_header);
-    m_newEntry = new SplitButton(this);
+    m_newEntry = new SplitButton(m_header);
     m_newEntry->setObjectName(QStringLiteral("newEntry"));
     m_newEntry->mainButton().setObjectName(QStringLiteral("newEntryButton"));
     m_newEntry->menuButton().setObjectName(QStringLiteral("newEntryKinds"));
     m_newEntry->setGlyph(QStringLiteral("plus-lg"));
     m_newEntry->setAction((*m_commands)[QStringLiteral("newEntry")]);
-    auto* kinds = new QMenu(this);
-    kinds->setObjectName(QStringLiteral("newEntryMenu"));
-    m_commands->fillRecordingMenu(*kinds);
-    m_newEntry->setMenu(kinds);
+    m_newEntry->setMenu([this](QMenu& menu) { m_commands->fillRecordingMenu(menu); });
     m_header->setMiddle(m_period);
     m_header->addSecondary((*m_commands)[QStringLiteral("importLedger")]);
     m_header->addSecondary((*m_commands)[QStringLiteral("exportLedger")]);
     m_header->addSecondary((*m_commands)[QStringLiteral("printLedger")]);
     m_header->setPrimary(m_newEntry);
+    showNewEntry();
 }
 
 void LedgerView::buildLayout()
@@ -112,8 +108,10 @@ void LedgerView::bindParts()
         presentDetail();
     });
     connect(&m_store.drafts(), &EntryDrafts::changed, this, &LedgerView::presentCommands);
-    connect(&m_store.drafts(), &EntryDrafts::arrived, &m_commands->dialogs(), &LedgerDialogs::offerKeptEntry);
-    connect(&m_store.templates(), &EntryTemplates::changed, this, &LedgerView::presentTemplates);
+    connect(&m_store.templates(), &EntryTemplates::changed, this, [this] {
+        presentCommands();
+        presentDue();
+    });
     connect(m_messages, &LedgerMessages::dueWanted, &m_commands->dialogs(), &LedgerDialogs::showTemplates);
     connect(m_browser, &LedgerBrowser::changed, this, &LedgerView::present);
     connect(m_period, &PeriodNavigator::periodChosen, this, [this](const Period& period) {
@@ -168,6 +166,12 @@ void LedgerView::bindDetail()
 void LedgerView::bindDialogs()
 {
     auto& dialogs = m_commands->dialogs();
+    // What an ended session left comes back over a page that is seen, in the window that it stands in by then.
+    connect(this, &PageView::firstSeen, &dialogs, &LedgerDialogs::offerKeptEntry, Qt::QueuedConnection);
+    connect(&m_store.drafts(), &EntryDrafts::arrived, this, [this, &dialogs] {
+        if (hasBeenSeen())
+            dialogs.offerKeptEntry();
+    });
     const auto goTo = [this](const QString& id) {
         m_guide->goTo({id.toStdString()}, LedgerGuide::Shows::whereItStands);
     };
@@ -224,9 +228,10 @@ void LedgerView::changeEvent(QEvent* event)
 
 void LedgerView::adoptSnapshot()
 {
-    presentTemplates();
+    presentDue();
     if (!openBook())
-        present();
+        presentBook();
+    presentCommands(); // which also say what the books allow before they are laid out
 }
 
 bool LedgerView::openBook()
@@ -237,6 +242,12 @@ bool LedgerView::openBook()
 }
 
 void LedgerView::present()
+{
+    presentBook();
+    presentCommands();
+}
+
+void LedgerView::presentBook()
 {
     if (!m_browser->book())
         m_selection = {}; // signed out: what was chosen is no place in any book
@@ -256,7 +267,6 @@ void LedgerView::present()
         m_page->show(ListDetailPage::Content::notice);
     }
     m_messages->present(*m_browser);
-    presentCommands();
     m_guide->settle();
 }
 
@@ -293,15 +303,17 @@ void LedgerView::presentDetail()
 void LedgerView::presentCommands()
 {
     m_commands->present(m_selection);
-    if (m_newEntry)
-        m_newEntry->setVisible((*m_commands)[QStringLiteral("newEntry")]->isVisible());
+    showNewEntry();
 }
 
-void LedgerView::presentTemplates()
+void LedgerView::showNewEntry()
 {
-    presentCommands();
-    if (m_messages)
-        m_messages->presentDue(m_store.templates().proposals().size());
+    m_newEntry->setVisible((*m_commands)[QStringLiteral("newEntry")]->isVisible());
+}
+
+void LedgerView::presentDue()
+{
+    m_messages->presentDue(m_store.templates().proposals().size());
 }
 
 void LedgerView::retranslate()

@@ -42,11 +42,13 @@ private:
     void adoptSnapshot();
     bool openBook();
     void present();
+    void presentBook();
     void presentSelection();
     void presentDetail();
     void presentTotals();
     void presentCommands();
-    void presentTemplates();
+    void showNewEntry();
+    void presentDue();
     void retranslate();
     void showEntry(const std::string& id);
 

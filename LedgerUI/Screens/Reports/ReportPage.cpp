@@ -7,7 +7,6 @@
 #include <QAction>
 #include <QCoro/QCoroTask>
 #include <QEvent>
-#include <QMenu>
 
 #include "LedgerCore/Client/Store/EntryDrafts.h"
 #include "LedgerCore/Client/Store/EntryTemplates.h"
@@ -79,15 +78,13 @@ ReportPage::ReportPage(LedgerStore& store, ReportPart report, const QString& nam
 
 void ReportPage::buildNewEntry(const QString& name)
 {
-    m_newEntry = new SplitButton(this);
+    m_newEntry = new SplitButton(m_header);
     m_newEntry->setObjectName(name + QStringLiteral("NewEntry"));
     m_newEntry->mainButton().setObjectName(name + QStringLiteral("NewEntryButton"));
     m_newEntry->menuButton().setObjectName(name + QStringLiteral("NewEntryKinds"));
     m_newEntry->setGlyph(QStringLiteral("plus-lg"));
     m_newEntry->setAction((*m_actions)[QStringLiteral("newEntry")]);
-    auto* kinds = new QMenu(this);
-    m_actions->fill(*kinds, LedgerActions::recordingMenu());
-    m_newEntry->setMenu(kinds);
+    m_newEntry->setMenu([this](QMenu& menu) { m_actions->fill(menu, LedgerActions::recordingMenu()); });
     m_header->setPrimary(m_newEntry);
 }
 

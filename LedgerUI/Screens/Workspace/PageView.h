@@ -1,5 +1,6 @@
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include <QList>
@@ -9,7 +10,7 @@
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
 
 /// One page of the workspace. It observes the store by itself; the workspace asks it what to say in the status bar and
-/// where F6 may go.
+/// where F6 may go. It may be made before it is shown: what opens over a page waits until the page is seen.
 class PageView : public QWidget {
     Q_OBJECT
 public:
@@ -35,7 +36,11 @@ public:
     [[nodiscard]] virtual std::size_t unsavedChanges() const { return 0; }
     virtual void discardChanges() {}
 
+    [[nodiscard]] bool hasBeenSeen() const { return m_hasBeenSeen; }
+
 Q_SIGNALS:
+    /// The page is shown for the first time.
+    void firstSeen();
     /// A link to another page was pressed.
     void linkPressed(const PageLink& link);
     /// The list of the requests that were not confirmed was asked for.
@@ -43,4 +48,15 @@ Q_SIGNALS:
     void statusContextChanged();
     /// Something that a person asked for is done: said in the status bar and to readers, until the next of its kind.
     void done(const QString& sentence);
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        QWidget::showEvent(event);
+        if (!std::exchange(m_hasBeenSeen, true))
+            Q_EMIT firstSeen();
+    }
+
+private:
+    bool m_hasBeenSeen = false;
 };

@@ -56,21 +56,29 @@ void WorkspaceView::open(WorkspacePage page)
     if (std::ranges::find(m_pages, page) == m_pages.end())
         return;
     m_status->say({});
-    auto& view = m_views[page];
-    if (!view) {
-        view = m_registry.make(page, m_store, m_stack);
+    auto* view = made(page);
+    if (m_stack->indexOf(view) < 0)
         m_stack->addWidget(view);
-        connect(view, &PageView::statusContextChanged, this, &WorkspaceView::presentContext);
-        connect(view, &PageView::done, m_status, &StatusBar::say);
-        connect(view, &PageView::linkPressed, this, &WorkspaceView::follow);
-        connect(view, &PageView::unconfirmedWanted, this, &WorkspaceView::unconfirmedWanted);
-    }
     m_stack->setCurrentWidget(view);
     // Page, status bar, and round to the side bar: whatever was made last stands at the end otherwise.
     FocusChain::continueWith(view, m_status->tabStop());
     m_sideBar->comeAfter(m_status->tabStop());
     m_sideBar->choose(page);
     presentContext();
+}
+
+/// The page in the place where it is to stand, seen or not.
+PageView* WorkspaceView::made(WorkspacePage page)
+{
+    auto& view = m_views[page];
+    if (view)
+        return view;
+    view = m_registry.make(page, m_store, m_stack);
+    connect(view, &PageView::statusContextChanged, this, &WorkspaceView::presentContext);
+    connect(view, &PageView::done, m_status, &StatusBar::say);
+    connect(view, &PageView::linkPressed, this, &WorkspaceView::follow);
+    connect(view, &PageView::unconfirmedWanted, this, &WorkspaceView::unconfirmedWanted);
+    return view;
 }
 
 void WorkspaceView::follow(const PageLink& link)
@@ -222,26 +230,39 @@ void WorkspaceView::presentPages()
     const bool isKept = chosen && std::ranges::find(m_pages, *chosen) != m_pages.end();
     if (isKept)
         open(*chosen);
-    else if (m_views.empty())
+    else if (!currentPage())
         m_firstPage.start(0);
     else if (!m_pages.empty())
         open(m_pages.front());
 }
 
-/// In a turn of its own: making the frame around it and the page in one would keep the window from answering for longer
-/// than it takes to paint a picture.
+/// Made in one turn and shown in the next, as the frame around it was in the one before: together they would keep the
+/// window from answering for longer than it takes to paint a picture.
 void WorkspaceView::openFirstPage()
 {
     if (currentPage() || m_pages.empty())
         return;
+    const auto page = firstPage();
+    if (!m_views.contains(page)) {
+        made(page);
+        m_firstPage.start(0);
+        return;
+    }
     const bool isUntouched = !focusWidget() || focusWidget() == m_sideBar->focusTarget();
-    // What is not known to be recorded comes back on its page, before it can be typed a second time.
-    const auto has = [this](WorkspacePage page) { return std::ranges::find(m_pages, page) != m_pages.end(); };
-    const bool isInLedger = m_store.keptEntry() && has(WorkspacePage::ledger);
-    const bool isInCapital = m_store.keptSectionCommand() && has(WorkspacePage::dividends);
-    open(isInLedger ? WorkspacePage::ledger : isInCapital ? WorkspacePage::dividends : m_pages.front());
+    open(page);
     if (isVisible() && isUntouched)
         focusStart();
+}
+
+/// What is not known to be recorded comes back on its page, before it can be typed a second time.
+WorkspacePage WorkspaceView::firstPage() const
+{
+    const auto has = [this](WorkspacePage page) { return std::ranges::find(m_pages, page) != m_pages.end(); };
+    if (m_store.keptEntry() && has(WorkspacePage::ledger))
+        return WorkspacePage::ledger;
+    if (m_store.keptSectionCommand() && has(WorkspacePage::dividends))
+        return WorkspacePage::dividends;
+    return m_pages.front();
 }
 
 /// The same for what another program had sent, which the service has told only now.

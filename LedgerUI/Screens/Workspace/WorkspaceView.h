@@ -54,7 +54,9 @@ private:
     void buildLayout();
     void bindKeys();
     void presentPages();
+    PageView* made(WorkspacePage page);
     void openFirstPage();
+    [[nodiscard]] WorkspacePage firstPage() const;
     void showKeptEntry();
     void focusStart();
     void presentStatus();
@@ -79,5 +81,5 @@ private:
     BusyBar* m_busy = nullptr;
     QTimer m_firstPage;
     std::vector<WorkspacePage> m_pages;
-    std::map<WorkspacePage, PageView*> m_views; // made when first opened; what they show is kept while they are away
+    std::map<WorkspacePage, PageView*> m_views; // made when first wanted; what they show is kept while they are away
 };

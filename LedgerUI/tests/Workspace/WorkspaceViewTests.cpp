@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
+#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <gtest/gtest.h>
@@ -58,6 +59,22 @@ public:
 private:
     QLabel* m_told = new QLabel(QStringLiteral("Nothing is here yet."), this);
     QToolButton* m_offered = new QToolButton(this);
+};
+
+/// A page that remembers whether it was seen in the turn in which it was made, and how often it heard that it is.
+class RememberingPage final : public PageView {
+public:
+    RememberingPage(LedgerStore& /*store*/, QWidget* parent) : PageView{parent}
+    {
+        setObjectName(QStringLiteral("rememberingPage"));
+        QTimer::singleShot(0, this, [this] { wasSeenAtOnce = isVisible(); });
+        connect(this, &PageView::firstSeen, this, [this] { timesSeenFirst += isVisible() ? 1 : 100; });
+    }
+
+    [[nodiscard]] QList<QWidget*> panes() const override { return {}; }
+
+    bool wasSeenAtOnce = true;
+    int timesSeenFirst = 0;
 };
 
 PageRegistry threePages()
@@ -156,6 +173,22 @@ TEST_F(Workspace, IsWalkedByKeyboard)
     EXPECT_EQ(forward, (std::vector<std::string>{"secondPane", "refreshButton", "page-company", "firstPane"}));
     screen.keys("Shift+F6");
     EXPECT_EQ(screen.focus(), "page-company");
+}
+
+TEST(WorkspacePages, AreMadeInOneTurnShownInTheNextAndTellWhenTheyAreFirstSeen)
+{
+    PageRegistry pages;
+    pages.add<RememberingPage>(WorkspacePage::ledger);
+    pages.add<TwoPanePage>(WorkspacePage::company);
+    WindowUnderTest under{pages};
+    under.signIn(employeeBooks());
+    const auto& page = under.screen.find<RememberingPage>("rememberingPage");
+    EXPECT_FALSE(page.wasSeenAtOnce);
+    under.screen.keys("Ctrl+2");
+    under.screen.waitFor("firstPane");
+    under.screen.keys("Ctrl+1");
+    under.screen.waitFor("rememberingPage");
+    EXPECT_EQ(page.timesSeenFirst, 1);
 }
 
 TEST(WorkspaceFocus, IsOnWhatAPersonActsOnNextWhereTheFirstPaneOnlyTells)

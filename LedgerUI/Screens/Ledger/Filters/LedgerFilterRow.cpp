@@ -110,7 +110,6 @@ LedgerFilterRow::LedgerFilterRow(QWidget* parent) : QFrame{parent}
     // Never what keeps the window from shrinking: below its width the menus fold.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
     setFocusProxy(m_search);
-    retranslate();
 }
 
 void LedgerFilterRow::buildSearch()
@@ -178,13 +177,20 @@ void LedgerFilterRow::retranslate()
 void LedgerFilterRow::setNarrow(bool isNarrow)
 {
     m_isNarrow = isNarrow;
-    arrange();
+    adapt();
 }
 
 void LedgerFilterRow::resizeEvent(QResizeEvent* event)
 {
     QFrame::resizeEvent(event);
     arrange();
+}
+
+/// Not while its width is still to come: the buttons would be dressed and folded for one that the row never has.
+void LedgerFilterRow::adapt()
+{
+    if (!testAttribute(Qt::WA_PendingResizeEvent))
+        arrange();
 }
 
 void LedgerFilterRow::arrange()
@@ -317,7 +323,7 @@ void LedgerFilterRow::presentButtons()
     m_all->setChecked(m_all->text() != word(ledgerWords(), m_isFolded ? "filters" : "filters.more"));
     m_all->setAccessibleName(m_all->text());
     m_clear->setVisible(m_filter.narrows());
-    arrange();
+    adapt();
 }
 
 void LedgerFilterRow::presentChips()

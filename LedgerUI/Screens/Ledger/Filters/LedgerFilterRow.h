@@ -49,6 +49,7 @@ private:
 
     void buildSearch();
     void buildButtons();
+    void adapt();
     void arrange();
     [[nodiscard]] int unfoldedWidth() const;
     [[nodiscard]] QString allText(bool isFolded) const;
