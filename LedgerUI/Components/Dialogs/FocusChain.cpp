@@ -50,6 +50,16 @@ QWidget* FocusChain::insert(QWidget* stop, const QWidget* part)
     return stop;
 }
 
+void FocusChain::settle(QWidget* part)
+{
+    auto* stop = part->previousInFocusChain();
+    // The toolkit refuses an order with a widget that never takes the focus.
+    while (stop != part && stop->focusPolicy() == Qt::NoFocus)
+        stop = stop->previousInFocusChain();
+    if (stop != part)
+        insert(stop, part);
+}
+
 bool FocusChain::hasFocus(const QWidget* part)
 {
     const auto* focus = QApplication::focusWidget();

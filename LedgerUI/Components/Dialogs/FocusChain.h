@@ -15,6 +15,9 @@ void continueWith(QWidget* part, QWidget* next);
 /// For controls made later than those that come after them.
 QWidget* insert(QWidget* stop, const QWidget* part);
 
+/// Has Tab go through the controls inside `part` where `part` itself was made. For a place that is filled later.
+void settle(QWidget* part);
+
 /// Whether the focus is on `part` or inside it.
 bool hasFocus(const QWidget* part);
 

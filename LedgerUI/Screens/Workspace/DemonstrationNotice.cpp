@@ -9,6 +9,7 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
@@ -40,7 +41,15 @@ DemonstrationNotice::DemonstrationNotice(LedgerStore& store, QWidget* parent) : 
 {
     setObjectName(QStringLiteral("demonstrationNotice"));
     setProperty("banner", QStringLiteral("warn"));
-    m_glyph = new GlyphLabel(QStringLiteral("easel"), Token::warn, Space::icon, this);
+    connect(&m_store, &LedgerStore::snapshotChanged, this, &DemonstrationNotice::present);
+    connect(&m_store, &LedgerStore::isDemoChanged, this, &DemonstrationNotice::present);
+    present();
+}
+
+/// With the first sample that is open: most people's side bars never say so.
+void DemonstrationNotice::build()
+{
+    auto* glyph = new GlyphLabel(QStringLiteral("easel"), Token::warn, Space::icon, this);
     m_texts = new QWidget(this);
     m_title = new TextLabel(TypeStep::small, Token::text, m_texts);
     m_title->setBold(true);
@@ -71,16 +80,17 @@ DemonstrationNotice::DemonstrationNotice(LedgerStore& store, QWidget* parent) : 
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(padding, Space::step2, padding, Space::step2);
     layout->setSpacing(Space::step2);
-    layout->addWidget(m_glyph, 0, Qt::AlignTop | Qt::AlignHCenter);
+    layout->addWidget(glyph, 0, Qt::AlignTop | Qt::AlignHCenter);
     layout->addWidget(m_texts, 1);
-    connect(&m_store, &LedgerStore::snapshotChanged, this, &DemonstrationNotice::present);
-    connect(&m_store, &LedgerStore::isDemoChanged, this, &DemonstrationNotice::present);
-    present();
+    m_texts->setVisible(!m_isFolded);
+    FocusChain::settle(this);
 }
 
 void DemonstrationNotice::setFolded(bool isFolded)
 {
-    m_texts->setVisible(!isFolded);
+    m_isFolded = isFolded;
+    if (m_texts)
+        m_texts->setVisible(!isFolded);
 }
 
 void DemonstrationNotice::changeEvent(QEvent* event)
@@ -94,8 +104,11 @@ void DemonstrationNotice::present()
 {
     const auto snapshot = m_store.snapshot();
     // Whoever comes back with the e-mail and password has an ordinary session, but the company is still a sample.
-    setVisible(snapshot && (m_store.isDemo() || snapshot->company.demo));
-    if (!snapshot)
+    const bool isSample = snapshot && (m_store.isDemo() || snapshot->company.demo);
+    if (isSample && !m_texts)
+        build();
+    setVisible(isSample);
+    if (!isSample)
         return;
     const auto& words = workspaceWords();
     const auto& email = snapshot->currentMember.email;

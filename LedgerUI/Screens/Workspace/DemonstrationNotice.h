@@ -2,7 +2,6 @@
 
 #include <QFrame>
 
-class GlyphLabel;
 class IconButton;
 class LedgerStore;
 class TextLabel;
@@ -19,10 +18,11 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void build();
     void present();
 
     LedgerStore& m_store;
-    GlyphLabel* m_glyph = nullptr;
+    bool m_isFolded = false;
     QWidget* m_texts = nullptr;
     TextLabel* m_title = nullptr;
     TextLabel* m_text = nullptr;

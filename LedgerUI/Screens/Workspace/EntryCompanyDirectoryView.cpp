@@ -23,7 +23,6 @@ EntryCompanyDirectoryView::EntryCompanyDirectoryView(LedgerStore& store, QWidget
         else if (isVisible())
             present();
     });
-    present();
 }
 
 void EntryCompanyDirectoryView::changeEvent(QEvent* event)
