@@ -16,7 +16,7 @@ namespace {
 
 constexpr int headHeight = 38;
 
-QScrollArea* scrollAreaFor(QWidget* place, QWidget* parent)
+QScrollArea* scrollArea(QWidget* parent)
 {
     auto* scroll = new QScrollArea(parent);
     scroll->setObjectName(QStringLiteral("detailScroll"));
@@ -24,7 +24,6 @@ QScrollArea* scrollAreaFor(QWidget* place, QWidget* parent)
     scroll->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     scroll->setFocusPolicy(Qt::NoFocus);
     scroll->viewport()->setAutoFillBackground(false);
-    scroll->setWidget(place);
     return scroll;
 }
 
@@ -47,10 +46,11 @@ DetailPane::DetailPane(const Names& names, QWidget* parent) : QFrame{parent}
     m_close = new IconButton(QStringLiteral("x-lg"), IconButton::Frame::none, this);
     m_close->setObjectName(names.close);
     m_lastStop = m_close;
-    auto* place = new QWidget;
+    m_scroll = scrollArea(this);
+    auto* place = new QWidget(m_scroll->viewport());
     m_bodyRow = new QVBoxLayout(place);
     m_bodyRow->setContentsMargins(0, 0, 0, 0);
-    m_scroll = scrollAreaFor(place, this);
+    m_scroll->setWidget(place);
     m_foot = new QFrame(this);
     m_foot->setObjectName(QStringLiteral("detailFoot"));
 
@@ -67,6 +67,11 @@ DetailPane::DetailPane(const Names& names, QWidget* parent) : QFrame{parent}
     rows->addWidget(m_scroll, 1);
     rows->addWidget(m_foot);
     connect(m_close, &QToolButton::clicked, this, &DetailPane::closeWanted);
+}
+
+QWidget* DetailPane::bodyPlace() const
+{
+    return m_scroll->widget();
 }
 
 QWidget* DetailPane::firstStop() const

@@ -36,8 +36,10 @@ protected:
     /// No glyph where `glyph` is empty.
     void setHead(const QString& glyph, const ThemeColor& glyphInk, const QString& headline,
                  const ThemeColor& headlineInk = Token::text);
-    /// Takes the filled body in the place of the one before, and shows its beginning.
+    /// Takes the filled body in the place of the one before, and shows its beginning. Made as a child of `bodyPlace()`,
+    /// since whatever changes its parent is dressed once more with all that it holds.
     void setBody(QWidget* body);
+    [[nodiscard]] QWidget* bodyPlace() const;
     [[nodiscard]] QWidget* body() const { return m_body; }
     [[nodiscard]] QFrame& foot() const { return *m_foot; }
     /// Of the head and the body, after which Tab goes to the foot.

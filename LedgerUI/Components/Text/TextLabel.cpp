@@ -20,6 +20,8 @@ void TextLabel::setTone(Token tone)
 
 void TextLabel::setInk(const ThemeColor& ink)
 {
+    if (m_ink == ink)
+        return; // its sheet would be read anew
     if (!m_ink)
         connect(&Theme::current(), &Theme::changed, this, &TextLabel::applyInk);
     m_ink = ink;

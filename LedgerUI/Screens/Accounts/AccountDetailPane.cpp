@@ -89,7 +89,7 @@ void AccountDetailPane::present(const AccountDetail& detail, const LedgerSnapsho
         return;
     m_shown = detail;
     setHead(detail.glyph, Token::text2, detail.name);
-    auto* body = new LedgerDetailBody;
+    auto* body = new LedgerDetailBody(bodyPlace());
     body->addText(detail.balanceLabel, Token::text2);
     body->addAmount(detail.balance, detail.balance.sign == MoneyText::Sign::minus ? Token::danger : Token::text, false);
     if (detail.trend) {
@@ -116,7 +116,7 @@ void AccountDetailPane::presentNothing()
 {
     m_shown.reset();
     setHead(QStringLiteral("bank"), Token::text3, {});
-    auto* body = new LedgerDetailBody;
+    auto* body = new LedgerDetailBody(bodyPlace());
     body->addText(text("detail.none"), Token::text2);
     showBody(body);
     presentFoot();

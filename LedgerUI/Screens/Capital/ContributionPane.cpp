@@ -60,7 +60,7 @@ void ContributionPane::present(const std::optional<ContributionDetail>& detail, 
     m_shown = detail;
     m_ink = ink;
     setHead({}, Token::text, detail ? detail->owner : QString{});
-    auto* filled = new QWidget;
+    auto* filled = new QWidget(bodyPlace());
     auto* rows = new QVBoxLayout(filled);
     rows->setContentsMargins(Space::pageMargin, 0, Space::pageMargin, Space::pageMargin);
     rows->setSpacing(Space::step2);

@@ -39,7 +39,8 @@ std::vector<MoneyText> figuresOf(const LedgerBalances& balances)
 
 }
 
-LedgerBalancesBody::LedgerBalancesBody(const LedgerBalances& balances) : m_balances{balances}
+LedgerBalancesBody::LedgerBalancesBody(const LedgerBalances& balances, QWidget* parent)
+    : LedgerDetailBody{parent}, m_balances{balances}
 {
     m_day = addText(m_balances.day, Token::text2);
     addGap(Space::step3);

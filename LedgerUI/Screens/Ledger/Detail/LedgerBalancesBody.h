@@ -12,7 +12,7 @@ class TextLabel;
 class LedgerBalancesBody final : public LedgerDetailBody {
     Q_OBJECT
 public:
-    explicit LedgerBalancesBody(const LedgerBalances& balances);
+    LedgerBalancesBody(const LedgerBalances& balances, QWidget* parent);
 
     /// Shows other amounts of the same accounts, which another day or another entry mostly comes to; false where there
     /// is more to change than that.

@@ -42,13 +42,22 @@ LedgerDetailPane::LedgerDetailPane(QWidget* parent)
 
 void LedgerDetailPane::offer(const Offered& offered)
 {
-    for (auto* action : offered.main) {
+    m_offered = offered;
+    foot().hide();
+}
+
+/// With the first choice: nothing can be done while nothing is chosen.
+void LedgerDetailPane::makeFoot()
+{
+    if (!m_actions.empty())
+        return;
+    for (auto* action : m_offered.main) {
         auto* button = new QPushButton(action->icon(), text("reverse"), &foot());
         button->setIconSize({Space::iconBeforeText, Space::icon});
         m_main.push_back(button);
         add(*button, *action);
     }
-    for (auto* action : offered.others) {
+    for (auto* action : m_offered.others) {
         auto* button = new IconButton({}, IconButton::Frame::outlined, &foot());
         button->setIcon(action->icon());
         add(*button, *action);
@@ -70,8 +79,9 @@ void LedgerDetailPane::presentEntry(const LedgerEntryDetail& detail, const Theme
 {
     if (!adopt(Entry{.detail = detail, .kindColor = kindColor}))
         return;
+    makeFoot();
     setHead(entryKindGlyph(detail.kind), kindColor, detail.kindTitle, kindColor);
-    auto* body = new LedgerDetailBody;
+    auto* body = new LedgerDetailBody(bodyPlace());
     for (const auto& amount : detail.amounts) {
         const bool isIncoming = amount.sign == MoneyText::Sign::plus && !detail.isReversed;
         body->addAmount(amount, isIncoming ? kindColor : ThemeColor{Token::text}, detail.isReversed);
@@ -130,8 +140,9 @@ void LedgerDetailPane::presentSelection(const QString& headline, const std::vect
 {
     if (!adopt(Selection{.headline = headline, .sums = sums}))
         return;
+    makeFoot();
     setHead(QStringLiteral("check2-square"), Token::text2, headline);
-    auto* body = new LedgerDetailBody;
+    auto* body = new LedgerDetailBody(bodyPlace());
     if (!sums.empty())
         body->addTotals(sums, text("totals.net"));
     body->addGap(Space::step3);
@@ -148,7 +159,7 @@ void LedgerDetailPane::presentBalances(const LedgerBalances& balances)
     if (shown && shown->renew(balances))
         return;
     setHead(QStringLiteral("wallet2"), Token::text2, text("balances"));
-    auto* body = new LedgerBalancesBody(balances);
+    auto* body = new LedgerBalancesBody(balances, bodyPlace());
     connect(body, &LedgerBalancesBody::accountWanted, this, &LedgerDetailPane::accountWanted);
     showBody(body);
 }

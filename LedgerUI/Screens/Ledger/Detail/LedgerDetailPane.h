@@ -60,12 +60,14 @@ private:
     /// Whether the pane has to be built anew, which a step through the ledger seldom asks for.
     bool adopt(Shown wanted);
     void showBody(LedgerDetailBody* body);
+    void makeFoot();
     void add(QAbstractButton& button, QAction& action);
     void follow(QAbstractButton& button, const QAction& action);
     void addReceipts(LedgerDetailBody& body, const LedgerEntryDetail& detail);
     void takeFiles(const std::vector<ReceiptSource>& sources);
 
     Shown m_shown; // nothing yet, or not in this language
+    Offered m_offered;
     QHBoxLayout* m_footRow = nullptr;
     std::vector<QAbstractButton*> m_actions; // in the foot, from the left
     std::vector<QAbstractButton*> m_main;    // those with words
