@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerUI/Components/Buttons/IconButton.h"
+#include "LedgerUI/Components/Dialogs/FocusChain.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -15,6 +16,12 @@
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Theme/Space.h"
 
+namespace {
+
+constexpr int belowHint = 1; // where what is due stands among the rows
+
+}
+
 LedgerMessages::LedgerMessages(QWidget* parent) : QWidget{parent}
 {
     m_hint = new TextLabel(TypeStep::small, Token::text2, this);
@@ -22,7 +29,15 @@ LedgerMessages::LedgerMessages(QWidget* parent) : QWidget{parent}
     m_hint->setContentsMargins(Space::pageMargin, Space::step1, Space::pageMargin, Space::step1);
     m_hint->setWordWrap(true);
     m_hint->hide();
-    buildDue();
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(0);
+    rows->addWidget(m_hint);
+}
+
+/// Like what is due, made when there is something to say: on most days the page opens without.
+void LedgerMessages::buildBox()
+{
     m_box = new QWidget(this);
     m_banner = new Banner(Banner::Kind::info, m_box);
     m_banner->setObjectName(QStringLiteral("recordedElsewhere"));
@@ -38,12 +53,7 @@ LedgerMessages::LedgerMessages(QWidget* parent) : QWidget{parent}
     box->setContentsMargins(Space::pageMargin, Space::step2, Space::pageMargin, Space::step2);
     box->addWidget(m_banner);
     m_box->hide();
-    auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(0, 0, 0, 0);
-    rows->setSpacing(0);
-    rows->addWidget(m_hint);
-    rows->addWidget(m_dueRow);
-    rows->addWidget(m_box);
+    layout()->addWidget(m_box);
     connect(m_show, &QPushButton::clicked, this, [this] {
         const auto id = QString::fromStdString(m_announced);
         withdraw();
@@ -53,6 +63,7 @@ LedgerMessages::LedgerMessages(QWidget* parent) : QWidget{parent}
         withdraw();
         Q_EMIT left();
     });
+    FocusChain::settle(this);
 }
 
 void LedgerMessages::buildDue()
@@ -71,11 +82,18 @@ void LedgerMessages::buildDue()
     row->addWidget(m_dueShow);
     row->addStretch(1);
     m_dueRow->hide();
+    m_dueRow->lower(); // Tab comes to it before the box, which may be there already
+    static_cast<QVBoxLayout*>(layout())->insertWidget(belowHint, m_dueRow);
     connect(m_dueShow, &QPushButton::clicked, this, &LedgerMessages::dueWanted);
+    FocusChain::settle(this);
 }
 
 void LedgerMessages::presentDue(std::size_t count)
 {
+    if (!m_dueRow && count == 0)
+        return;
+    if (!m_dueRow)
+        buildDue();
     m_due->setText(countedIn(InterfaceLanguage::tag(), templateWords(), "dueCount", count));
     m_dueShow->setText(word(templateWords(), "show"));
     m_dueShow->setAccessibleName(QStringLiteral("%1, %2").arg(m_dueShow->text(), m_due->text()));
@@ -109,6 +127,8 @@ void LedgerMessages::presentAnnounced(const LedgerBrowser& browser)
         withdraw();
         return;
     }
+    if (!m_box)
+        buildBox();
     m_show->setText(word(ledgerWords(), "recorded.show"));
     m_close->setName(word(ledgerWords(), "recorded.close"));
     const auto& entry = book.transaction(at);
@@ -122,10 +142,12 @@ void LedgerMessages::presentAnnounced(const LedgerBrowser& browser)
 void LedgerMessages::withdraw()
 {
     m_announced.clear();
-    m_box->hide();
+    if (m_box)
+        m_box->hide();
 }
 
 void LedgerMessages::enter()
 {
-    m_show->setFocus(Qt::OtherFocusReason);
+    if (m_show)
+        m_show->setFocus(Qt::OtherFocusReason);
 }

@@ -32,6 +32,7 @@ Q_SIGNALS:
 
 private:
     void buildDue();
+    void buildBox();
     void presentAnnounced(const LedgerBrowser& browser);
 
     std::string m_announced; // an entry

@@ -9,6 +9,12 @@
 #include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Theme/Space.h"
 
+namespace {
+
+constexpr std::size_t ofMovements = 3; // figures; only a statement has more
+
+}
+
 void presentTotalFigure(TextLabel& label, const std::string& currency, const LedgerTotalFigures::Figure& figure)
 {
     const auto amount = figure.minor.value_or(0);
@@ -52,8 +58,8 @@ LedgerTotalBlock::LedgerTotalBlock(Place place, QWidget* parent) : QWidget{paren
     }
     m_code = new TextLabel(TypeStep::micro, Token::text3, this);
     row->addWidget(m_code);
-    for (auto& figure : m_figures)
-        figure = addFigure();
+    for (std::size_t at = 0; at < ofMovements; ++at)
+        m_figures[at] = addFigure();
 }
 
 LedgerTotalBlock::Figure LedgerTotalBlock::addFigure()
@@ -71,7 +77,11 @@ void LedgerTotalBlock::present(const LedgerTotalFigures& total, Detail detail)
     m_code->setText(QString::fromStdString(total.currency));
     const auto count = total.figures.size();
     for (std::size_t at = 0; at < m_figures.size(); ++at) {
+        if (!m_figures[at].name && at < count)
+            m_figures[at] = addFigure();
         const auto& [name, amount] = m_figures[at];
+        if (!name)
+            continue;
         const bool isLast = at + 1 == count;
         const bool isShown = at < count && (isLast || detail == Detail::all);
         name->setVisible(isShown);

@@ -52,7 +52,7 @@ private:
     Figure addFigure();
 
     TextLabel* m_code = nullptr;
-    std::array<Figure, 4> m_figures; // those that are not used are hidden
+    std::array<Figure, 4> m_figures; // those that are not used are hidden; the last is made when it is first used
 };
 
 /// A figure in the language in force, or a quiet dash for none.

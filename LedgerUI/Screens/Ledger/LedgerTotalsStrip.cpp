@@ -50,13 +50,6 @@ LedgerTotalsStrip::LedgerTotalsStrip(QWidget* parent) : QFrame{parent}
     auto* figures = new QHBoxLayout(m_figures);
     figures->setContentsMargins(0, 0, 0, 0);
     figures->setSpacing(Space::step2);
-    for (auto*& block : m_blocks) {
-        block = new LedgerTotalBlock(&block == &m_blocks.front() ? LedgerTotalBlock::Place::first
-                                                                 : LedgerTotalBlock::Place::behindAnother,
-                                     m_figures);
-        block->hide();
-        figures->addWidget(block);
-    }
     m_more = new IconButton(QStringLiteral("chevron-up"), IconButton::Frame::none, this);
     m_more->setObjectName(QStringLiteral("totalsMore"));
     m_more->setFixedSize(Space::controlSmall, Space::controlSmall);
@@ -70,6 +63,19 @@ LedgerTotalsStrip::LedgerTotalsStrip(QWidget* parent) : QFrame{parent}
     connect(m_more, &QToolButton::clicked, this, &LedgerTotalsStrip::openAll);
     setMinimumWidth(0);
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void LedgerTotalsStrip::makeReady()
+{
+    if (m_blocks.front())
+        return;
+    for (auto*& block : m_blocks) {
+        block = new LedgerTotalBlock(&block == &m_blocks.front() ? LedgerTotalBlock::Place::first
+                                                                 : LedgerTotalBlock::Place::behindAnother,
+                                     m_figures);
+        block->hide();
+        m_figures->layout()->addWidget(block);
+    }
 }
 
 LedgerTotalsStrip::Content LedgerTotalsStrip::contentOf(const LedgerListing& listing, std::size_t selected,
@@ -122,6 +128,10 @@ void LedgerTotalsStrip::resizeEvent(QResizeEvent* event)
 void LedgerTotalsStrip::presentFigures()
 {
     m_more->setVisible(!m_content.totals.empty());
+    if (!m_content.totals.empty())
+        makeReady();
+    else if (!m_blocks.front())
+        return;
     auto shown = presentBlocks(Detail::all);
     if (shown < std::min(m_content.totals.size(), worthTheWidth))
         shown = presentBlocks(Detail::lastAlone);

@@ -31,6 +31,8 @@ public:
     /// what it began and ended with; else what the entries shown bring. `sums` are those of the selected ones.
     static Content contentOf(const LedgerListing& listing, std::size_t selected, const std::vector<LedgerTotal>& sums);
     void present(Content content);
+    /// Makes what shows figures, which otherwise waits for the first of them.
+    void makeReady();
     void retranslate();
 
 protected:

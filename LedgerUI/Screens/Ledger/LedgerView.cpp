@@ -1,9 +1,11 @@
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 
+#include <chrono>
 #include <utility>
 
 #include <QAction>
 #include <QEvent>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include "LedgerCore/Client/Store/EntryDrafts.h"
@@ -101,6 +103,9 @@ void LedgerView::buildLayout()
 
 void LedgerView::bindParts()
 {
+    // In a turn of its own, while a large book is being laid out.
+    connect(this, &PageView::firstSeen, m_totals,
+            [this] { QTimer::singleShot(std::chrono::milliseconds{1}, m_totals, &LedgerTotalsStrip::makeReady); });
     const auto entryWanted = [this](const QString& id) { showEntry(id.toStdString()); };
     connect(&m_store, &LedgerStore::snapshotChanged, this, &LedgerView::adoptSnapshot);
     connect(&m_store, &LedgerStore::isBusyChanged, this, [this] {

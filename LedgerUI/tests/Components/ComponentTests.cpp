@@ -185,9 +185,8 @@ TEST(PageHeader, FoldsItsActionsToGlyphsWhereTheirTextsHaveNoRoom)
     rows->addWidget(header);
     ActionSet actions{&window};
     const auto present = [&](const char* text) {
-        actions.present({{.id = QStringLiteral("print"),
-                          .text = QString::fromLatin1(text),
-                          .glyph = QStringLiteral("printer")}});
+        actions.present(
+            {{.id = QStringLiteral("print"), .text = QString::fromLatin1(text), .glyph = QStringLiteral("printer")}});
     };
     present("Print");
     header->addSecondary(actions[QStringLiteral("print")]);

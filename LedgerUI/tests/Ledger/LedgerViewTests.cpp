@@ -536,6 +536,9 @@ TEST(LedgerView, GoesToARecordedEntryAndKeepsWhatNarrowsTheLedger)
     record(books.expense("other", "2026-11-19", "Singapore", "USD", 300), QStringLiteral("other"));
     EXPECT_EQ(browser->filter(), narrow);
     EXPECT_EQ(page.person.focus(), "recordedShow");
+    auto stops = tabOrder(*page.find<QToolButton>("detailToggle"));
+    stops.resize(3);
+    EXPECT_EQ(stops, (std::vector<std::string>{"detailToggle", "recordedShow", "recordedClose"}));
     EXPECT_TRUE(page.person.says("The entry of 19 November 2026 is recorded, but outside"));
     page.person.keys("Space");
     EXPECT_EQ(page.find<LedgerTable>("ledgerTable")->selectedIDs(), (std::vector<std::string>{"other"}));
