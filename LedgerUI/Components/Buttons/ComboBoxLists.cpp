@@ -1,11 +1,14 @@
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 
+#include <chrono>
+
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QCompleter>
 #include <QLabel>
 #include <QLineEdit>
 #include <QStyledItemDelegate>
+#include <QTimer>
 
 #include "LedgerUI/Theme/StyleProperty.h"
 
@@ -48,6 +51,17 @@ QLabel* labelOf(QComboBox& box)
     return label;
 }
 
+/// A box makes its list, a window of its own, when it is first asked for: that waits for another turn than the one in
+/// which the box is made.
+void nameListOf(QComboBox& box)
+{
+    const auto name = [&box] { box.view()->setAccessibleName(box.accessibleName()); };
+    if (box.findChild<QAbstractItemView*>())
+        name();
+    else
+        QTimer::singleShot(std::chrono::milliseconds{1}, &box, name);
+}
+
 }
 
 void nameComboBox(QComboBox& box, const QString& name)
@@ -55,7 +69,7 @@ void nameComboBox(QComboBox& box, const QString& name)
     box.setAccessibleName(name);
     if (auto* const label = labelOf(box); label && label->isHidden())
         label->setText(name);
-    box.view()->setAccessibleName(name);
+    nameListOf(box);
     if (box.lineEdit())
         box.lineEdit()->setAccessibleName(name);
     if (auto* list = suggestions(box))

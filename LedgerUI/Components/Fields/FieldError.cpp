@@ -16,6 +16,12 @@ constexpr int beforeGlyph = 2; // centres the glyph on the first line
 
 FieldError::FieldError(QWidget* field, QWidget* parent) : QWidget{parent}, m_field{field}
 {
+    hide();
+}
+
+/// With the first message: a form has one for each field, and most never say anything.
+void FieldError::build()
+{
     m_text = new TextLabel(TypeStep::small, Token::danger, this);
     m_text->setWordWrap(true);
     m_text->setAlignment(Qt::AlignLeft | Qt::AlignTop);
@@ -29,13 +35,14 @@ FieldError::FieldError(QWidget* field, QWidget* parent) : QWidget{parent}, m_fie
     glyphColumn->addStretch(1);
     layout->addLayout(glyphColumn);
     layout->addWidget(m_text, 1);
-    hide();
 }
 
 void FieldError::present(const QString& message)
 {
     if (message == this->message())
         return;
+    if (!m_text)
+        build();
     m_text->setText(message);
     setVisible(!message.isEmpty());
     if (!m_field)
@@ -46,5 +53,5 @@ void FieldError::present(const QString& message)
 
 QString FieldError::message() const
 {
-    return m_text->text();
+    return m_text ? m_text->text() : QString{};
 }

@@ -19,6 +19,8 @@ public:
     [[nodiscard]] QWidget* field() const { return m_field; }
 
 private:
+    void build();
+
     QPointer<QWidget> m_field;
     TextLabel* m_text = nullptr;
 };

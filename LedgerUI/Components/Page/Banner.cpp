@@ -38,22 +38,31 @@ const Look& lookOf(Banner::Kind kind)
 
 Banner::Banner(Kind kind, QWidget* parent) : QFrame{parent}, m_kind{kind}
 {
-    const auto& look = lookOf(kind);
+    m_layout = new QHBoxLayout(this);
+    m_layout->setContentsMargins(Space::step3, Space::step2, Space::step3, Space::step2);
+    m_layout->setSpacing(Space::step2);
+    hide();
+}
+
+/// With the first message, since most forms close without one.
+void Banner::build()
+{
+    const auto& look = lookOf(m_kind);
     m_glyph = new GlyphLabel(QString::fromLatin1(look.glyph), look.color, Space::icon, this);
     m_text = new TextLabel(TypeStep::body, Token::text, this);
     m_text->setWordWrap(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    m_layout = new QHBoxLayout(this);
-    m_layout->setContentsMargins(Space::step3, Space::step2, Space::step3, Space::step2);
-    m_layout->setSpacing(Space::step2);
-    m_layout->addWidget(m_glyph, 0, Qt::AlignTop);
-    m_layout->addWidget(m_text, 1);
-    hide();
+    m_layout->insertWidget(0, m_glyph, 0, Qt::AlignTop);
+    m_layout->insertWidget(1, m_text, 1);
 }
 
 void Banner::present(Kind kind, const QString& text)
 {
     m_kind = kind;
+    if (!m_text && text.isEmpty())
+        return;
+    if (!m_text)
+        build();
     const auto& look = lookOf(kind);
     setStyleProperty(this, "banner", QString::fromLatin1(look.name));
     m_glyph->setGlyph(QString::fromLatin1(look.glyph), look.color);
@@ -73,7 +82,7 @@ void Banner::addAction(QWidget* button)
 
 QString Banner::text() const
 {
-    return m_text->text();
+    return m_text ? m_text->text() : QString{};
 }
 
 void Banner::changeEvent(QEvent* event)
@@ -85,5 +94,5 @@ void Banner::changeEvent(QEvent* event)
 
 void Banner::nameForReaders()
 {
-    setAccessibleName(word(dialogWords(), lookOf(m_kind).word) + QStringLiteral(": ") + m_text->text());
+    setAccessibleName(word(dialogWords(), lookOf(m_kind).word) + QStringLiteral(": ") + text());
 }

@@ -24,6 +24,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void build();
     void nameForReaders();
 
     Kind m_kind;

@@ -94,7 +94,8 @@ LedgerExportFields::LedgerExportFields(std::vector<Source> sources, QWidget* par
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(Space::fieldToField);
-    rows->addWidget(buildSource(this));
+    if (m_sources.size() > 1)
+        rows->addWidget(buildSource(this));
     rows->addWidget(buildChoice(this));
     rows->addWidget(buildReceipts(this));
     bindParts();
@@ -122,7 +123,6 @@ QWidget* LedgerExportFields::buildSource(QWidget* parent)
     rows->setSpacing(Space::fieldToField);
     rows->addWidget(m_sourceField);
     rows->addWidget(m_facts);
-    source->setVisible(m_sources.size() > 1);
     return source;
 }
 
@@ -238,8 +238,9 @@ void LedgerExportFields::bindParts()
     };
     follow(m_accounts, &LedgerExportForm::accountIDs);
     follow(m_currencies, &LedgerExportForm::currencies);
-    connect(m_source, &SegmentedControl::chosenByUser, this,
-            [change = changes(&LedgerExportForm::source)](int id) { change(static_cast<Source>(id)); });
+    if (m_source)
+        connect(m_source, &SegmentedControl::chosenByUser, this,
+                [change = changes(&LedgerExportForm::source)](int id) { change(static_cast<Source>(id)); });
     connect(m_receiptIndex, &QCheckBox::clicked, this, changes(&LedgerExportForm::includesReceiptIndex));
     for (const auto& each : m_kinds) {
         connect(each.box, &QCheckBox::clicked, this, [this, kind = each.kind](bool isOn) {
@@ -289,6 +290,8 @@ QString LedgerExportFields::sourceText(Source source, std::size_t selected)
 
 void LedgerExportFields::presentSource(const Shown& shown)
 {
+    if (!m_source)
+        return; // all is chosen here
     m_sourceField->setLabel(text("source"));
     m_source->setName(text("source"));
     for (const auto each : m_sources)
@@ -321,7 +324,9 @@ void LedgerExportFields::presentChoices(const Shown& shown)
     auto currenciesOnPage = currencies;
     const auto lostOnPage =
         addLost(onPage, shown.onPage.accountIDs, named) + addLost(currenciesOnPage, shown.onPage.currencies, &qString);
-    presentLost(m_sourceField->error(), m_form.source == Source::chosen ? QStringList{} : lostOnPage, "lost.onPage");
+    if (m_sourceField)
+        presentLost(m_sourceField->error(), m_form.source == Source::chosen ? QStringList{} : lostOnPage,
+                    "lost.onPage");
     const auto lostAccounts = addLost(accounts, m_form.accountIDs, named);
     m_accountsField->setLabel(text("accounts"));
     presentField(*m_accounts, "accounts", "accounts.all", accounts, m_form.accountIDs);
