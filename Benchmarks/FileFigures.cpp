@@ -10,6 +10,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <boost/describe.hpp>
 #include <fmt/core.h>
 
@@ -100,10 +101,10 @@ void printExportDialog(LedgerStore& store, int repetitions)
     };
     const auto open = [&] {
         dialog = new LedgerExportDialog(store, {.filter = {}, .today = store.today()}, nullptr);
-        dialog->open();
+        QTimer::singleShot(std::chrono::milliseconds{1}, dialog.data(), &QDialog::open); // as the page does
         const auto* entries = dialog->findChild<QLabel*>(QStringLiteral("preview.transactions"));
         require(entries, "the dialog tells how many entries there are");
-        waitFor([entries] { return entries->text() != QStringLiteral("–"); });
+        waitFor([&] { return dialog->isVisible() && entries->text() != QStringLiteral("–"); });
         dialog->grab();
     };
     const auto reopen = [&] {

@@ -1,10 +1,13 @@
 #include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include <QApplication>
 #include <QDialog>
+#include <QPointer>
+#include <QTimer>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/Drafts/TransactionDraft.h"
@@ -131,12 +134,19 @@ void LedgerDialogs::reverse(const std::vector<std::string>& entryIDs)
     dialog->open();
 }
 
+/// Made in one turn and opened in the next: both together would hold the window for longer than a picture takes.
 void LedgerDialogs::exportEntries(LedgerExport::Page page)
 {
+    if (std::exchange(m_isExportOpening, true))
+        return;
     auto* dialog = new LedgerExportDialog(m_store, std::move(page), m_page.window());
     connect(dialog, &LedgerExportDialog::saved, this,
             [this](const QString& fileName) { Q_EMIT done(word(exportWords(), "done", {fileName.toStdString()})); });
-    dialog->open();
+    QTimer::singleShot(std::chrono::milliseconds{1}, this, [this, made = QPointer{dialog}] {
+        m_isExportOpening = false;
+        if (made && m_store.snapshot())
+            made->open();
+    });
 }
 
 void LedgerDialogs::importEntries()

@@ -54,4 +54,5 @@ private:
 
     LedgerStore& m_store;
     QWidget& m_page;
+    bool m_isExportOpening = false; // made, and shown in the next turn
 };

@@ -368,6 +368,20 @@ TEST(LedgerExportDialog, HoldsWhatArrivedWhereTheFigureIsOfThatAlone)
     EXPECT_EQ(file.find("-500000.00"), std::string::npos) << file;
 }
 
+TEST(LedgerExportDialog, OpensOnceHoweverOftenItIsAskedForBeforeItIsThere)
+{
+    ExportUnderTest under;
+    auto* action = under.window.findChild<QAction*>(QStringLiteral("exportLedger"));
+    ASSERT_NE(action, nullptr);
+    action->trigger();
+    action->trigger();
+    under.screen.waitForFocus("ledgerExportDialog");
+    EXPECT_EQ(under.window.findChildren<LedgerExportDialog*>().size(), 1);
+    under.screen.keys("Escape");
+    under.screen.waitUntilGone("ledgerExportDialog");
+    under.open();
+}
+
 TEST(LedgerExportDialog, HoldsTheSelectedEntriesAlone)
 {
     ExportUnderTest under;
