@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/EntryTemplate.h"
 #include "LedgerService/Operations/Archives/CompanyTransfer.h"
 #include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Storage/Database.h"
@@ -32,6 +33,37 @@ std::string snapshotOf(TestService& service)
     return service.client().send("GET", "/v1/snapshot", service.tokenOf("mira", "moving")).body;
 }
 
+/// What the service keeps of the member beside the books.
+std::string keptBeside(TestService& service)
+{
+    const auto token = service.tokenOf("mira", "moving");
+    return service.client().send("GET", "/v1/templates", token).body +
+           service.client().send("GET", "/v1/me/drafts", token).body;
+}
+
+void keepBeside(TestService& service)
+{
+    const auto token = service.tokenOf("mira", "moving");
+    const auto made =
+        service.client().send("POST", "/v1/templates", token,
+                              R"({"name":"Interest","shared":true,"idempotencyKey":"interest",)"
+                              R"("entry":{"kind":"income","note":"","targetAccountID":"bank","currency":"IDR"},)"
+                              R"("recurrence":{"unit":"month","every":1,"firstDay":"2026-03-01"}})");
+    ASSERT_EQ(made.status, 200) << made.body;
+    const auto id = Json::decode<EntryTemplateList>(made.body).value().templates.front().id;
+    ASSERT_EQ(service.client()
+                  .send("POST", "/v1/templates/" + id + "/days", token, R"({"day":"2026-03-01","skipped":true})")
+                  .status,
+              200);
+    ASSERT_EQ(service.client()
+                  .send("PUT", "/v1/me/drafts/begun", token,
+                        R"({"entry":{"kind":"expense","date":"","note":"Half","currency":"IDR","targetCurrency":"",)"
+                        R"("amount":"1","targetAmount":"","refundReference":"","attachments":[],)"
+                        R"("idempotencyKey":"begun"},"locale":"en-US","writer":"window"})")
+                  .status,
+              200);
+}
+
 }
 
 TEST(Transfer, TakesACompanyFromAServerToAFileAndBackAsItWas)
@@ -48,7 +80,9 @@ TEST(Transfer, TakesACompanyFromAServerToAFileAndBackAsItWas)
                         SampleReceipts::upload(SampleReceipts::pdf(900)))
                   .status,
               200);
+    ASSERT_NO_FATAL_FAILURE(keepBeside(source));
     const auto before = snapshotOf(source);
+    const auto beside = keptBeside(source);
     const auto file = folder.file("between.sqlite");
     ASSERT_TRUE(Database::open(file).has_value());
     TestService target;
@@ -64,6 +98,7 @@ TEST(Transfer, TakesACompanyFromAServerToAFileAndBackAsItWas)
     ASSERT_NO_FATAL_FAILURE(move({.database = file, .companyID = "moving", .archive = folder.file("second.tar")},
                                  target.databaseFile(), target.files()));
     EXPECT_EQ(snapshotOf(target), before);
+    EXPECT_EQ(keptBeside(target), beside);
     EXPECT_EQ(post(target, input).body, recorded.body) << "sent again, it is not recorded again";
     EXPECT_EQ(target.problems(), "");
 }
