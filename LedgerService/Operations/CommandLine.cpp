@@ -61,10 +61,10 @@ int migrate(const std::string& file)
 }
 
 /// One consistent state of everything that is kept as a new archive, which nobody else may read.
-int backup(const std::string& file, const std::string& to)
+int backup(const std::string& file, const std::string& files, const std::string& to)
 {
     Interruption::watch();
-    if (const auto refused = Backup::take(file, to))
+    if (const auto refused = Backup::take(file, to, files))
         return fail(*refused);
     fmt::print("{} is a copy of {}.\n", to, file);
     return 0;
@@ -241,6 +241,7 @@ CLI::App& declareBackup(CLI::App& app, Arguments& into)
     auto& copying = *app.add_subcommand("backup", "Copy one consistent state of the database, the receipts and the "
                                                   "seals to a new archive; the service may run meanwhile");
     DatabaseOption::addTo(copying, into.file, DatabaseOption::Takes::onlyFile);
+    DatabaseOption::addFiles(copying, into.files);
     copying.add_option("--to", into.to, "The archive to make")->required()->type_name("FILE");
     return copying;
 }
@@ -369,7 +370,7 @@ int carryOut(int argumentCount, const char* const* arguments)
         if (auditing.parsed())
             return AuditCommand::run(given.file, given.companyID, given.filter);
         if (copying.parsed())
-            return backup(given.file, given.to);
+            return backup(given.file, given.files, given.to);
         return verifying.parsed() ? verify(given.file, given.files) : createCompany(given.file, std::move(given.order));
     } catch (const CLI::ParseError& problem) {
         return app.exit(problem);

@@ -89,13 +89,13 @@ void fill(ArchiveWriter& archive, const Backup::Content& content, const fs::path
 
 }
 
-std::optional<std::string> Backup::take(const std::string& file, const std::string& to)
+std::optional<std::string> Backup::take(const std::string& file, const std::string& to, const std::string& files)
 {
     if (auto refused = DatabaseFile::whyNotFile(file))
         return refused;
     if (auto refused = DatabaseFile::whyNotExisting(file))
         return refused;
-    return pack({.files = file,
+    return pack({.files = files.empty() ? file : files,
                  .makeDatabase =
                      [&](const fs::path& copy) {
                          Connection connection{file, Connection::Access::readOnly};

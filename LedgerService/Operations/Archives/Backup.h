@@ -39,8 +39,9 @@ struct Content {
 /// says in words why not. What was there before under that name stays.
 std::optional<std::string> pack(const Content& content, const std::string& to);
 
-/// Packs one consistent state of all that is kept under the database `file`. The service may run.
-std::optional<std::string> take(const std::string& file, const std::string& to);
+/// Packs one consistent state of all that is kept under the database `file`; `files` is what receipts and seals lie
+/// beside where that is not the database. The service may run.
+std::optional<std::string> take(const std::string& file, const std::string& to, const std::string& files = {});
 
 }
 

@@ -28,8 +28,8 @@ void DatabaseOption::addFiles(CLI::App& command, std::string& files)
     command
         .add_option(
             "--files", files,
-            "With PostgreSQL: receipts and seals are kept in PATH-receipts and PATH-seals, which all services of "
-            "the database share; with a file they are beside it")
+            "Receipts and seals are kept in PATH-receipts and PATH-seals: with PostgreSQL, where all services of the "
+            "database share them; with a file they are beside it, unless it was served with this option")
         ->type_name("PATH");
 }
 

@@ -237,6 +237,18 @@ TEST_F(Archived, WhatIsDamagedIsNotRestored)
     EXPECT_TRUE(isRefused());
 }
 
+TEST_F(Archived, ReceiptsAndSealsOnAnotherDiskAreOfTheBackup)
+{
+    const auto kept = folder.file("kept");
+    for (const auto* ending : {"-receipts", "-seals"})
+        fs::rename(service.files() + ending, kept + ending);
+    EXPECT_NE(Backup::take(service.databaseFile(), archive), std::nullopt);
+    ASSERT_EQ(Backup::take(service.databaseFile(), archive, kept).value_or(""), "");
+    EXPECT_EQ(restore(), "");
+    EXPECT_TRUE(ReceiptFolder{restored}.has(Random::digest(receipt)));
+    EXPECT_EQ(AuditSeals{restored}.names(), std::vector<std::string>{"2026-03-10.seal"});
+}
+
 TEST_F(Archived, ABackupWithoutAReceiptIsNone)
 {
     fs::remove(ReceiptFolder{service.files()}.fileOf(Random::digest(receipt)));
