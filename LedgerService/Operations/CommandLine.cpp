@@ -9,6 +9,7 @@
 #include <fmt/core.h>
 #include <sys/stat.h>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerService/Interruption.h"
 #include "LedgerService/Metrics.h"
 #include "LedgerService/Operations/Archives/Backup.h"
@@ -264,7 +265,12 @@ CLI::App& declareAudit(CLI::App& app, Arguments& into)
     auditing.add_option("--kind", into.filter.kind, "Only this, such as sign-in or 'POST /v1/accounts'")
         ->type_name("TEXT");
     auditing.add_option("--record", into.filter.record, "Only what was done to this record")->type_name("ID");
-    auditing.add_option("--day", into.filter.day, "Only on this day, by universal time")->type_name("YYYY-MM-DD");
+    const auto whyNoDay = [](const std::string& text) {
+        return LedgerDay::isValid(text) ? std::string{} : fmt::format("'{}' is no day such as 2026-11-20", text);
+    };
+    auditing.add_option("--day", into.filter.day, "Only on this day, by universal time")
+        ->check(whyNoDay, "")
+        ->type_name("YYYY-MM-DD");
     auditing.add_option("--limit", into.filter.limit, "At most so many of each company")
         ->capture_default_str()
         ->check(CLI::PositiveNumber)

@@ -295,6 +295,8 @@ TEST_F(Archived, TheProgramTakesOptionsFromArgumentsTheEnvironmentAndAFile)
     const auto audited = run(program + " audit --kind company-founded --database " + service.databaseFile());
     EXPECT_NE(audited.find(R"("kind":"company-founded")"), std::string::npos) << audited;
     EXPECT_EQ(audited.find("POST"), std::string::npos);
+    EXPECT_FALSE(run(program + " audit --day 2026-02-30 --database " + service.databaseFile()).starts_with("0 "))
+        << "a slip would look like a day on which nothing was done";
 }
 
 TEST_F(Archived, ReadinessAndFiguresAreToldToThoseWhoWatch)
