@@ -1,6 +1,7 @@
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 
 #include <algorithm>
+#include <array>
 #include <ranges>
 
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
@@ -33,6 +34,36 @@ void forget(EntryEditing& editing, EntryField field)
 {
     std::erase_if(editing.problems, [field](const EntryProblem& each) { return each.field == field; });
     editing.refusedPastes.erase(field);
+}
+
+/// Whether the problem was found by looking at several fields, so that a change of any of them may have settled it.
+bool isOfSeveralFields(const EntryProblem& problem)
+{
+    if (const auto* limit = std::get_if<RangeLimit>(&problem.reason))
+        return limit->of == RangeLimit::Of::balance;
+    if (const auto* reason = std::get_if<PostingReason>(&problem.reason))
+        return *reason == PostingReason::sameCurrency || *reason == PostingReason::beforeOriginal;
+    if (const auto* error = std::get_if<EntryValidationError>(&problem.reason))
+        return std::holds_alternative<EntryValidationError::ReserveInsufficient>(error->what) ||
+               std::holds_alternative<EntryValidationError::ReserveUnknown>(error->what);
+    return std::holds_alternative<RefundLimit>(problem.reason);
+}
+
+/// Whether the problem was found in the books, which may have changed since.
+bool isOfTheBooks(const EntryProblem& problem)
+{
+    constexpr std::array found{PostingReason::openingExists, PostingReason::historyIncomplete,
+                               PostingReason::originalUnavailable, PostingReason::duplicateReference,
+                               PostingReason::receiptLinked};
+    const auto* reason = std::get_if<PostingReason>(&problem.reason);
+    return isOfSeveralFields(problem) || (reason && std::ranges::find(found, *reason) != found.end());
+}
+
+/// What is said of a field that is changed, and of others in its light, waits until it is judged anew.
+void forgetWith(EntryEditing& editing, EntryField field)
+{
+    forget(editing, field);
+    std::erase_if(editing.problems, isOfSeveralFields);
 }
 
 /// Where openings can be recorded and what stands before them is looked up once: it takes walks through all entries.
@@ -201,7 +232,7 @@ EntryEditing EntryEdits::withKind(EntryEditing editing, std::string_view kind, c
 
 EntryEditing EntryEdits::withAccount(EntryEditing editing, const std::string& accountID, const LedgerSnapshot& snapshot)
 {
-    forget(editing, EntryField::account);
+    forgetWith(editing, EntryField::account);
     setAccount(editing, accountID, snapshot);
     keepOfferedTarget(editing, snapshot);
     settleTargetCurrency(editing, snapshot);
@@ -210,7 +241,7 @@ EntryEditing EntryEdits::withAccount(EntryEditing editing, const std::string& ac
 
 EntryEditing EntryEdits::withCurrency(EntryEditing editing, const std::string& currency, const LedgerSnapshot& snapshot)
 {
-    forget(editing, EntryField::account);
+    forgetWith(editing, EntryField::account);
     setCurrency(editing, currency);
     keepOfferedTarget(editing, snapshot);
     settleTargetCurrency(editing, snapshot);
@@ -220,7 +251,7 @@ EntryEditing EntryEdits::withCurrency(EntryEditing editing, const std::string& c
 EntryEditing EntryEdits::withDestination(EntryEditing editing, const std::string& accountID,
                                          const LedgerSnapshot& snapshot)
 {
-    forget(editing, EntryField::destination);
+    forgetWith(editing, EntryField::destination);
     editing.targetNeedsSelection = false;
     editing.draft.target = accountID;
     settleTargetCurrency(editing, snapshot);
@@ -232,7 +263,7 @@ EntryEditing EntryEdits::withTargetCurrency(EntryEditing editing, const std::str
     auto& draft = editing.draft;
     if (draft.targetCurrency == currency)
         return editing;
-    forget(editing, EntryField::destination);
+    forgetWith(editing, EntryField::destination);
     clearTargetAmount(editing);
     draft.targetCurrency = currency;
     return editing;
@@ -281,6 +312,7 @@ EntryEditing EntryEdits::refusedPaste(EntryEditing editing, EntryField amount, P
 
 EntryEditing EntryEdits::withDay(EntryEditing editing, std::string day)
 {
+    forgetWith(editing, EntryField::date);
     editing.draft.date = std::move(day);
     return editing;
 }
@@ -294,13 +326,14 @@ EntryEditing EntryEdits::withCategory(EntryEditing editing, const std::string& c
 
 EntryEditing EntryEdits::withNote(EntryEditing editing, std::string note)
 {
+    forget(editing, EntryField::note);
     editing.draft.note = std::move(note);
     return editing;
 }
 
 EntryEditing EntryEdits::withOriginal(EntryEditing editing, const std::optional<std::string>& incomeID)
 {
-    forget(editing, EntryField::original);
+    forgetWith(editing, EntryField::original);
     editing.draft.originalIncomeID = incomeID;
     return editing;
 }
@@ -322,6 +355,7 @@ EntryEditing EntryEdits::withReceipts(EntryEditing editing, std::vector<std::str
 EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& snapshot)
 {
     auto& draft = editing.draft;
+    std::erase_if(editing.problems, isOfTheBooks);
     findOpenings(editing, snapshot);
     if (draft.primaryAccount() && !isOffered(editing, snapshot, draft.primaryAccount())) {
         draft.primaryAccount().reset();

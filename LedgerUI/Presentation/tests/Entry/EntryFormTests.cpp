@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Domain/Entries/EntryRules.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
@@ -162,6 +163,39 @@ TEST(EntryForm, NamesTheLimitThatAnAmountExceeds)
     EXPECT_EQ(shown(now, held).sent.caution.toStdString(), limit) << "while it is being typed";
     now = EntryEdits::leftAmount(now, EntryField::amount, "en-US");
     EXPECT_EQ(shown(now, held).messages.at(EntryField::amount).toStdString(), limit);
+}
+
+/// What was found by looking at several fields, or in the books, is not said any more once one of them has changed.
+TEST(EntryForm, SaysNothingOfWhatAChangeMayHaveSettled)
+{
+    auto builder = books().income("i1", "2026-11-10", "bank", "USD", 10'000, "sales");
+    const auto held = builder.balance("float", "USD", 1'000).build();
+    const auto judged = [&](EntryEditing editing) {
+        const auto input = EntryRules::input(editing.draft, held, "en-US");
+        editing.problems = input ? std::vector<EntryProblem>{} : input.error();
+        return editing;
+    };
+    const auto says = [&](const EntryEditing& editing, EntryField field) {
+        return shown(editing, held).messages.contains(field);
+    };
+    const auto spent =
+        judged(EntryEdits::withDay(EntryEdits::withAmount(opened("expense", "float", held), "50"), "2026-11-20"));
+    ASSERT_TRUE(says(spent, EntryField::amount)) << "the float holds less";
+    EXPECT_FALSE(says(EntryEdits::withAccount(spent, "bank", held), EntryField::amount));
+    EXPECT_TRUE(says(EntryEdits::withNote(spent, "Stamps"), EntryField::amount)) << "a note settles nothing";
+    EXPECT_FALSE(
+        says(EntryEdits::refreshed(spent, builder.balance("float", "USD", 9'000).build()), EntryField::amount));
+
+    auto refund = EntryEdits::withCurrency(opened("refund", "bank", held), "USD", held);
+    refund = EntryEdits::withOriginal(EntryEdits::withAmount(refund, "500"), "i1");
+    refund = EntryEdits::withNote(EntryEdits::withDay(refund, "2026-11-05"), std::string{"a\0b", 3});
+    refund = judged(refund);
+    ASSERT_TRUE(says(refund, EntryField::amount)) << "the income was less";
+    ASSERT_FALSE(shown(refund, held).day.message.isEmpty()) << "it came later";
+    ASSERT_TRUE(says(refund, EntryField::note));
+    EXPECT_TRUE(shown(EntryEdits::withDay(refund, "2026-11-12"), held).day.message.isEmpty());
+    EXPECT_FALSE(says(EntryEdits::withOriginal(refund, {}), EntryField::amount));
+    EXPECT_FALSE(says(EntryEdits::withNote(refund, "ab"), EntryField::note));
 }
 
 TEST(EntryForm, OffersAnOpeningOnlyWhereOneIsMissing)
