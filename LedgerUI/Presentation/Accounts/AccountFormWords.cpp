@@ -21,7 +21,7 @@ const WordTable& accountFormWords()
         {"returnAccount", "资金退回账户", "Dana dikembalikan ke", "Hoàn quỹ về tài khoản", "Money returns to"},
         {"returnAccount.none", "不指定退回账户", "Tanpa rekening pengembalian", "Không chỉ định tài khoản",
          "No account in particular"},
-        {"currencies", "币种", "Mata uang", "Loại tiền tệ", "Currencies"},
+        {"currencies", "币种", "Mata uang", "Loại tiền", "Currencies"},
         {"currencies.add", "添加币种", "Tambah mata uang", "Thêm tiền tệ", "Add a currency"},
         {"currencies.remove", "移除 %1", "Hapus %1", "Bỏ %1", "Remove %1"},
         {"currencies.fixed", "账户已有的币种会一直保留。", "Mata uang yang sudah ada tetap dimiliki rekening.",

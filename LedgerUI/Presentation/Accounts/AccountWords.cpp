@@ -47,7 +47,7 @@ const WordTable& accountWords()
         {"operator", "负责人", "Penanggung jawab", "Người phụ trách", "Operator"},
         {"returnsTo", "退回到", "Dikembalikan ke", "Hoàn quỹ về", "Returns to"},
         {"funders", "可拨款成员", "Boleh mengisi dana", "Được phép cấp quỹ", "May fund it"},
-        {"currencies", "币种", "Mata uang", "Loại tiền tệ", "Currencies"},
+        {"currencies", "币种", "Mata uang", "Loại tiền", "Currencies"},
         {"opening", "期初余额", "Saldo awal", "Số dư đầu kỳ", "Opening balance"},
         {"opening.missing", "尚未记录", "Belum dicatat", "Chưa ghi nhận", "Not recorded yet"},
         {"opening.noAuthority", "您无权记录此账户的期初余额。", "Anda tidak berhak mencatat saldo awal rekening ini.",

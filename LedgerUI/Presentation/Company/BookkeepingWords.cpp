@@ -75,7 +75,7 @@ const WordTable& bookkeepingWords()
         {"saved", "财务设置已保存", "Pengaturan keuangan disimpan", "Đã lưu thiết lập tài chính",
          "Financial settings saved"},
         {"reload", "重新加载", "Muat ulang", "Tải lại", "Reload"},
-        {"retry", "重试原请求", "Kirim ulang permintaan", "Gửi lại yêu cầu cũ", "Retry original request"},
+        {"retry", "重试原请求", "Coba lagi permintaan semula", "Thử lại yêu cầu ban đầu", "Retry original request"},
 
         {"setupTitle", "账簿设置", "Penyiapan pembukuan", "Thiết lập sổ sách", "Bookkeeping setup"},
         {"setupOnce", "记账起始日期只能确认一次。确认前请核对公司最早的记录。",

@@ -23,7 +23,7 @@ const WordTable& exportWords()
          "Rekening yang kelak terlihat ikut disertakan tanpa perlu dicantumkan.",
          "Tài khoản xem được về sau cũng được gồm vào mà không cần liệt kê.",
          "Accounts that become visible later are included without being listed."},
-        {"currencies", "币种", "Mata uang", "Tiền tệ", "Currencies"},
+        {"currencies", "币种", "Mata uang", "Loại tiền", "Currencies"},
         {"currencies.all", "所有币种（%1）", "Semua mata uang (%1)", "Mọi loại tiền (%1)", "All currencies (%1)"},
         {"all", "全部", "Semua", "Tất cả", "All"},
         {"search", "在列表中搜索", "Cari dalam daftar", "Tìm trong danh sách", "Search the list"},

@@ -10,7 +10,7 @@ const WordTable& printWords()
         {"period", "期间", "Periode", "Kỳ", "Period"},
         {"accounts", "账户", "Rekening", "Tài khoản", "Accounts"},
         {"accounts.all", "全部账户", "Semua rekening", "Tất cả tài khoản", "All accounts"},
-        {"currency", "币种", "Mata uang", "Tiền tệ", "Currency"},
+        {"currency", "币种", "Mata uang", "Loại tiền", "Currency"},
         {"moment", "%1 %2", "%1 pukul %2", "%1 %2", "%1, %2"},
         {"asOf", "截至", "Per", "Tính đến", "As of"},
         // in the preview

@@ -88,7 +88,7 @@ const WordTable& capitalFormWords()
          "Tidak ada rekening dana operasional yang berwenang. Atur izin pembayaran dividen terlebih dahulu.",
          "Không có tài khoản vốn hoạt động nào được cấp quyền. Hãy cấu hình quyền chi trả cổ tức trước.",
          "No authorized operating fund account is available. Configure dividend payment permissions first."},
-        {"note.optional", "备注（可选）", "Keterangan (opsional)", "Ghi chú (tùy chọn)", "Note (optional)"},
+        {"note.optional", "备注（选填）", "Keterangan (opsional)", "Ghi chú (không bắt buộc)", "Note (optional)"},
         {"reason.optional", "原因（可选）", "Alasan (opsional)", "Lý do (tùy chọn)", "Reason (optional)"},
         {"day.choose", "选择日期", "Pilih tanggal", "Chọn ngày", "Choose a day"},
         {"period", "分配期间", "Periode alokasi", "Kỳ phân bổ", "Allocation period"},

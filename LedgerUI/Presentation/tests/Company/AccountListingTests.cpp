@@ -89,7 +89,7 @@ TEST(AccountListing, GroupsAccountsWithALineForEachCurrencyAndWhatCameAndWentThi
     EXPECT_EQ(dump(listing),
               std::vector<std::string>({"Company accounts", "Operating bank USD +99.00 −787.50 11,811.50",
                                         "~ IDR – −4,385,200 −4,385,200", "Singapore USD – −12,000.00 −12,000.00",
-                                        "~ SGD +16,074.00 – 16,074.00", "Employee petty cash",
+                                        "~ SGD +16,074.00 – 16,074.00", "Employee floats",
                                         "Rizky float USD +50.00 – 50.00"}));
     EXPECT_EQ(dump(listing.totals), "IDR −4,385,200, USD −138.50, SGD 16,074.00");
     EXPECT_EQ(listing.accounts, 3U);

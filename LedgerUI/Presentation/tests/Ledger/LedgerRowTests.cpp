@@ -168,7 +168,7 @@ TEST(LedgerBalances, GroupAccountsByPurposeAndAddUpEachCurrency)
             text += account.name.toStdString() + " " + dump(account.amounts) + "; ";
     }
     EXPECT_EQ(text, "Company accounts: Operating bank USD 11,811.50, IDR −4,385,200; "
-                    "Singapore USD −12,000.00, SGD 16,074.00; Employee petty cash: Rizky float USD 50.00; ");
+                    "Singapore USD −12,000.00, SGD 16,074.00; Employee floats: Rizky float USD 50.00; ");
     EXPECT_EQ(dump(balances.totals), "IDR −4,385,200, USD −138.50, SGD 16,074.00");
 }
 
