@@ -221,7 +221,8 @@ int ReportTable::contentWidth(int column) const
     return std::max(horizontalHeader()->sectionSizeHint(column), left + widest + right + gap);
 }
 
-/// Names take what figures leave. Where that is too little, spare columns give way, and then the table scrolls.
+/// Names take what figures leave. Where that is too little, spare columns give way, and then the table scrolls: there
+/// is room enough for names then.
 void ReportTable::layOut()
 {
     setDensity(m_density);
@@ -249,12 +250,15 @@ void ReportTable::layOut()
         setColumnHidden(column, true);
         taken -= widths[static_cast<std::size_t>(column)];
     }
+    const bool scrolls = taken > room;
     const int share = names > 0 ? std::max(0, room - taken) / names : 0;
     for (int column = 0; column < columns; ++column) {
         const bool isName = m_model->grid().columns[static_cast<std::size_t>(column)].kind == Kind::name;
-        setColumnWidth(column, isName ? nameMinimum + share : widths[static_cast<std::size_t>(column)]);
+        const int wanted = widths[static_cast<std::size_t>(column)];
+        const int name = scrolls ? std::clamp(wanted, nameMinimum, nameBeforeSpare) : nameMinimum + share;
+        setColumnWidth(column, isName ? name : wanted);
     }
-    setHorizontalScrollBarPolicy(taken > room ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
+    setHorizontalScrollBarPolicy(scrolls ? Qt::ScrollBarAsNeeded : Qt::ScrollBarAlwaysOff);
     takeHeight();
 }
 

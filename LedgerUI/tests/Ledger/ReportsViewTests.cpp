@@ -292,6 +292,19 @@ TEST_F(Reports, BreakEveryAccountDownByWhatMovedIt)
     EXPECT_EQ(table("movementTable").grid().columnCount(), 11) << "all kinds of movement";
 }
 
+TEST_F(Reports, ShowNamesInFullWhereTheTableScrollsAnyway)
+{
+    constexpr auto name = "Rekening operasional BCA";
+    open(reportSample().account(name, {"IDR"}).grantAll());
+    screen.turnTo("matrixTab");
+    screen.press("matrixHides");
+    under.window.resize(900, 760);
+    settle();
+    const auto& shown = table("movementTable");
+    ASSERT_NE(shown.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);
+    EXPECT_GE(shown.columnWidth(0), shown.fontMetrics().horizontalAdvance(QString::fromUtf8(name)));
+}
+
 TEST_F(Reports, CloseEachAccountWithWhatItOpenedWithAndWhatMovedIt)
 {
     open();
