@@ -299,7 +299,7 @@ TEST(ReceiptRoom, IsGivenToEachCompanyAndNothingIsWrittenPastIt)
         options.receiptRoom = {.company = 1'000'000, .demonstration = 100};
         options.policy.demonstration = DemonstrationMode::shared;
     }};
-    const ReceiptFolder folder{service.databaseFile()};
+    const ReceiptFolder folder{service.files()};
     const auto send = [&](const std::string& content) {
         return service.as("mira", "POST", "/v1/attachments", upload(content));
     };
