@@ -131,7 +131,8 @@ Outcome Dispatcher::inTransaction(Connection& connection, const RouteMatch& matc
     if (isChange && takesNoMore(*caller, m_service.policy))
         return std::unexpected(
             Refusal::of(ServiceCode::rateLimited, "The demonstration takes no more changes.", DemoCompanies::visit));
-    if (isChange && note.entries.empty())
+    const bool isOfThisCompany = caller->demonstration || !note.isToldElsewhere; // visitors' changes are counted
+    if (isChange && note.entries.empty() && isOfThisCompany)
         CompanyHistory::ensureAdvanced(connection, caller->companyID, caller->lastChange);
     if (made && match.route->isCommand())
         CommandAudit::keep(call, *match.route);

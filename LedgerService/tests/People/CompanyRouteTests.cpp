@@ -62,7 +62,10 @@ TEST(OwnCompanies, AreEnteredWithATokenOfTheirOwn)
 {
     Companies it;
     const auto token = it.service.tokenOf("rudi");
+    const auto tagOfMira = [&] { return it.service.as("mira", "GET", "/v1/snapshot").header("etag"); };
+    const auto before = tagOfMira();
     const auto answer = it.enter(token, "other");
+    EXPECT_EQ(tagOfMira(), before) << "of the company that is left nothing has changed";
     const auto opened = Json::decode<AuthResponse>(answer.body);
     ASSERT_TRUE(opened.has_value()) << answer.body;
     EXPECT_EQ(opened->snapshot.company.id, "other");

@@ -1,4 +1,5 @@
 #include <array>
+#include <functional>
 #include <latch>
 #include <map>
 #include <thread>
@@ -279,6 +280,34 @@ TEST(Demonstration, TakesOnlySoManyChangesFromAVisitor)
     EXPECT_EQ(rename(full, full.tokenOf("mira")), "") << "a company that is no demonstration";
     EXPECT_EQ(full.client().send("POST", "/v1/auth/logout", visitor.token).status, 200);
     EXPECT_EQ(full.problems(), "");
+}
+
+TEST(Demonstration, CountsWhatAVisitorLeavesByEnteringTheCompanyAgain)
+{
+    const auto found = [](int changes, const std::function<void(TestService&, const AuthReply&)>& visit) {
+        TestService service{[changes](ServerOptions& options) {
+            options.policy.demonstration = DemonstrationMode::visitors;
+            options.policy.limits.visitChanges = changes;
+        }};
+        visit(service, entered(service, R"({"profile":"owner"})"));
+    };
+    int founding = 0;
+    found(5'000, [&](TestService& service, const AuthReply& visitor) {
+        service.write([&](Connection& connection) {
+            Query query{connection, "SELECT last_sequence FROM companies WHERE id = :company"};
+            query.bind("company", visitor.snapshot.company.id).into(founding).next();
+        });
+    });
+    found(founding + 1, [](TestService& service, const AuthReply& visitor) {
+        const auto again = [&] {
+            return service.client()
+                .send("POST", "/v1/me/companies/switch", visitor.token,
+                      R"({"companyID":")" + visitor.snapshot.company.id + R"("})")
+                .code();
+        };
+        EXPECT_EQ(again(), "");
+        EXPECT_EQ(again(), "rate_limited") << "each time leaves a token and a record";
+    });
 }
 
 }
