@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Accounts/AccountRights.h"
 #include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Ledger/AccountGroup.h"
@@ -104,6 +105,7 @@ std::optional<AccountDetail::Trend> trendOf(const Line& line, std::string_view l
 std::vector<AccountDetail::Movement> latestOf(const AccountBook& book, const Line& line, const LedgerNames& names)
 {
     const auto& locale = names.locale();
+    const auto today = LedgerDay::format(book.today());
     std::vector<AccountDetail::Movement> latest;
     for (const auto& each : line.latest) {
         const auto& entry = book.snapshot().transactions[each.entry];
@@ -112,7 +114,7 @@ std::vector<AccountDetail::Movement> latestOf(const AccountBook& book, const Lin
         const auto day = DayText::longDay(entry.date, locale);
         latest.push_back({.entryID = entry.id,
                           .kind = std::string{displayKind(entry)},
-                          .day = DayText::shortDay(entry.date, locale),
+                          .day = DayText::nearDay(entry.date, today, locale),
                           .title = title,
                           .amount = amount,
                           .spoken = listed({day, qString(names.kind(entry)), title, amount.spoken}, locale),

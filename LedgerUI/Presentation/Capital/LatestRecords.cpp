@@ -26,11 +26,6 @@ struct Record {
     std::function<RecordRow()> row;
 };
 
-QString dayOf(std::string_view day, std::string_view today, std::string_view locale)
-{
-    return day.substr(0, 4) == today.substr(0, 4) ? DayText::shortDay(day, locale) : DayText::shortDate(day, locale);
-}
-
 /// What is struck through also says why: not everybody sees the line, and no reader speaks it.
 QString besides(const QString& text, std::string_view remark, std::string_view locale)
 {
@@ -58,7 +53,8 @@ RecordRow rowOf(const CapitalContribution& contribution, std::string_view today,
         what = RecordText::struck(std::move(what));
         amount = RecordText::struck(std::move(amount));
     }
-    return rowOf(contribution.id, dayOf(contribution.date, today, locale), std::move(what), std::move(amount));
+    return rowOf(contribution.id, DayText::nearDay(contribution.date, today, locale), std::move(what),
+                 std::move(amount));
 }
 
 RecordRow rowOf(const DividendBatch& batch, std::string_view today, std::string_view locale)
@@ -74,7 +70,7 @@ RecordRow rowOf(const DividendBatch& batch, std::string_view today, std::string_
         what = RecordText::struck(std::move(what));
         amount = RecordText::struck(std::move(amount));
     }
-    return rowOf(batch.id, dayOf(batch.date, today, locale), std::move(what), std::move(amount));
+    return rowOf(batch.id, DayText::nearDay(batch.date, today, locale), std::move(what), std::move(amount));
 }
 
 RecordRow rowOf(const DividendMovement& movement, const DividendState& state, std::string_view today,
@@ -86,7 +82,7 @@ RecordRow rowOf(const DividendMovement& movement, const DividendState& state, st
     what.second = besides(person == state.participants.end() ? QString{} : qString(person->name),
                           movement.reversedBy ? "remark.reversed" : "", locale);
     auto amount = MovementText::amount(movement, original, locale);
-    return rowOf(movement.id, dayOf(movement.date, today, locale), std::move(what), std::move(amount));
+    return rowOf(movement.id, DayText::nearDay(movement.date, today, locale), std::move(what), std::move(amount));
 }
 
 /// The rows of these records, with the entries that they lead to.

@@ -57,7 +57,7 @@ ReversalContent EntryReversal::content(const ReversalSubmission& submission, con
     content.title = wordIn(locale, entryFormWords(), "reverse." + original.kind);
     content.explanation = wordIn(locale, EntryCopy::words(), isTransfer ? "correctTransferHint" : "correctEntryHint");
     appendRows(content.rows, original, snapshot, locale,
-               {.day = DayText::shortDay(original.date, locale),
+               {.day = DayText::nearDay(original.date, today, locale),
                 .glyph = entryKindGlyph(original.kind),
                 .title = titleOf(original, snapshot, locale),
                 .account = {},
@@ -65,7 +65,7 @@ ReversalContent EntryReversal::content(const ReversalSubmission& submission, con
                 .amount = {},
                 .isOpposite = false});
     appendRows(content.rows, original, snapshot, locale,
-               {.day = DayText::shortDay(sent ? std::string_view{sent->date} : today, locale),
+               {.day = DayText::nearDay(sent ? std::string_view{sent->date} : today, today, locale),
                 .glyph = entryKindGlyph(EntryKind::reversal),
                 .title = wordIn(locale, ledgerWords(), "kind.reversal"),
                 .account = {},

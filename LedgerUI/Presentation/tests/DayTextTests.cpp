@@ -53,6 +53,13 @@ INSTANTIATE_TEST_SUITE_P(Languages, DayTexts,
                                                  "2028年2月29日 周二", "2028年2月"}),
                          [](const auto& each) { return std::string{each.param.name}; });
 
+TEST(DayText, NamesTheYearWhereItIsNotThisOne)
+{
+    EXPECT_EQ(DayText::nearDay("2026-11-19", "2026-01-01", "vi-VN"), QStringLiteral("19/11"));
+    EXPECT_EQ(DayText::nearDay("2025-12-31", "2026-01-01", "vi-VN"), QStringLiteral("31/12/2025"));
+    EXPECT_EQ(DayText::nearDay("2027-01-01", "2026-12-31", "en-US"), QStringLiteral("1 Jan 2027"));
+}
+
 TEST(DayText, ShowsATextThatIsNoDayAsItStands)
 {
     EXPECT_EQ(DayText::shortDay("2026-02-30", "en-US"), QStringLiteral("2026-02-30"));

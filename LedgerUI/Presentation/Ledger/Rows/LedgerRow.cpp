@@ -16,12 +16,6 @@ struct CurrencySum {
     std::optional<std::int64_t> minor;
 };
 
-QString dayText(const std::string& date, std::chrono::year_month_day today, std::string_view locale)
-{
-    const auto day = LedgerDay::parse(date);
-    return day && day->year() == today.year() ? DayText::shortDay(date, locale) : DayText::shortDate(date, locale);
-}
-
 /// The account that money arrives on from another account of the company.
 const LedgerBook::Leg* arrivingLeg(const LedgerBook& book, std::uint32_t at, const LedgerBook::Leg& leading)
 {
@@ -67,7 +61,7 @@ LedgerRow rowFor(const LedgerBook& book, std::uint32_t at, std::chrono::year_mon
     LedgerRow row;
     row.id = QString::fromStdString(transaction.id);
     row.kind = book.kinds().id(entry.kind);
-    row.day = dayText(transaction.date, today, book.locale());
+    row.day = DayText::nearDay(transaction.date, LedgerDay::format(today), book.locale());
     row.kindTitle = QString::fromStdString(book.names().kind(transaction));
     row.title = QString::fromStdString(book.titles().id(entry.title));
     row.note = QString::fromStdString(transaction.note).simplified();

@@ -59,13 +59,8 @@ public:
                         {.id = "currency", .head = word("currency"), .kind = Kind::label},
                         {.id = "amount", .head = word("amount")}},
             .rows = {}};
-        const auto entries = latestEntries();
-        const auto thisYear = LedgerDay::format(m_query.today).substr(0, 4);
-        const bool namesYear =
-            std::ranges::any_of(entries, [&](const auto* entry) { return !entry->date.starts_with(thisYear); });
-        for (const auto* entry : entries)
-            grid.rows.push_back(
-                {.id = entry->id, .cells = cells(*entry, namesYear), .currency = ownLeg(*entry).currency});
+        for (const auto* entry : latestEntries())
+            grid.rows.push_back({.id = entry->id, .cells = cells(*entry), .currency = ownLeg(*entry).currency});
         return grid;
     }
 
@@ -131,7 +126,7 @@ private:
         return found == entry.legs.end() ? entry.legs.front() : *found;
     }
 
-    [[nodiscard]] std::vector<ReportGridCell> cells(const LedgerTransaction& entry, bool namesYear) const
+    [[nodiscard]] std::vector<ReportGridCell> cells(const LedgerTransaction& entry) const
     {
         const CategoryDirectory directory{m_books.snapshot->categories};
         const auto* category = entry.categoryID ? directory.find(*entry.categoryID) : nullptr;
@@ -139,7 +134,7 @@ private:
         const auto kind = isReversal ? word("reversal") : movementsText({movementOf(entry.kind)}, m_locale);
         const auto& leg = ownLeg(entry);
         const auto money = movementText(leg.amountMinor, leg.currency, m_locale);
-        return {{.text = namesYear ? DayText::shortDate(entry.date, m_locale) : DayText::shortDay(entry.date, m_locale),
+        return {{.text = DayText::nearDay(entry.date, LedgerDay::format(m_query.today), m_locale),
                  .copied = qString(entry.date)},
                 {.text = category ? qString(directory.fullPathName(*category, m_locale)) : kind,
                  .beside = QString::fromStdString(entry.note),

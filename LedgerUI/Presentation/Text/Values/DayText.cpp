@@ -53,6 +53,11 @@ QString DayText::shortDate(std::string_view day, std::string_view locale)
     return written("shortDate", day, CalendarWords::shortMonths(), locale);
 }
 
+QString DayText::nearDay(std::string_view day, std::string_view today, std::string_view locale)
+{
+    return day.substr(0, 4) == today.substr(0, 4) ? shortDay(day, locale) : shortDate(day, locale);
+}
+
 QString DayText::range(std::string_view first, std::string_view last, std::string_view locale)
 {
     const auto from = LedgerDay::parse(first);

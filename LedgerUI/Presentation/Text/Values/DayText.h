@@ -16,6 +16,9 @@ QString shortDay(std::string_view day, std::string_view locale);
 /// "20 Nov 2026", "2026年11月20日", "20/11/2026".
 QString shortDate(std::string_view day, std::string_view locale);
 
+/// The first of them, and the second where the year is another one than that of `today`.
+QString nearDay(std::string_view day, std::string_view today, std::string_view locale);
+
 /// "16–22 Nov 2026", "28 Sep – 4 Oct 2026": both ends, naming what they share once.
 QString range(std::string_view first, std::string_view last, std::string_view locale);
 

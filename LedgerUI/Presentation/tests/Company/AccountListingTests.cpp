@@ -175,6 +175,14 @@ TEST(AccountDetail, TellsBalanceYearPropertiesAndLatestMovements)
                                                 "2 Nov Điện văn phòng −438.50"}));
 }
 
+TEST(AccountDetail, NamesTheYearOfAMovementOfAnotherOne)
+{
+    auto books = snapshot().account("Old", {"USD"}).grantAll();
+    const auto detail = detailOf(books.income("i1", "2025-12-30", "Old", "USD", 500, "sales"), "Old", "USD");
+    ASSERT_EQ(detail.latest.size(), 1U);
+    EXPECT_EQ(detail.latest.front().day, QStringLiteral("30 Dec 2025"));
+}
+
 TEST(AccountDetail, NamesThePeopleOfAFloat)
 {
     auto books = sampleLedger();

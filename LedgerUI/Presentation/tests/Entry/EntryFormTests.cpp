@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "LedgerCore/Domain/Entries/EntryRules.h"
+#include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
@@ -10,6 +10,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryRefundables.h"
+#include "LedgerUI/Presentation/Entry/EntryReversal.h"
 #include "LedgerUI/Presentation/Text/Values/RateText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -329,6 +330,16 @@ TEST(EntryForm, RewritesAmountsForAnotherLanguage)
     EXPECT_EQ(EntryForm::rewritten("1,234.56", "en-US", "id-ID"), "1.234,56");
     EXPECT_EQ(EntryForm::rewritten("1.234,56", "vi-VN", "zh-CN"), "1,234.56");
     EXPECT_EQ(EntryForm::rewritten("1.234,56", "vi-VN", "id-ID"), "1.234,56");
+}
+
+TEST(EntryReversal, NamesTheYearOfAnEntryOfAnotherOne)
+{
+    const auto held = books().expense("e1", "2025-12-30", "bank", "USD", 5, "rent").build();
+    const auto rows =
+        EntryReversal::content(EntryReversal::opened({}), *held.entry("e1"), held, "2026-01-02", "en-US").rows;
+    ASSERT_EQ(rows.size(), 2U);
+    EXPECT_EQ(rows[0].day, QStringLiteral("30 Dec 2025"));
+    EXPECT_EQ(rows[1].day, QStringLiteral("2 Jan"));
 }
 
 TEST(EntryCategories, ShowPinsFirstElseTheMostUsed)
