@@ -46,8 +46,8 @@ BOOST_DESCRIBE_STRUCT(SignedIn, (), (token))
 void printPaper(const LedgerStore& store, int repetitions)
 {
     const auto book = std::make_shared<const LedgerBook>(store.snapshot(), "en-US");
-    const auto today = LedgerDay::parse(store.today());
-    auto document = LedgerPrint::list(listingOf(book, {.filter = {}, .sort = {}, .today = today.value()}),
+    const auto today = promised(LedgerDay::parse(store.today()), "the store tells its day as one");
+    auto document = LedgerPrint::list(listingOf(book, {.filter = {}, .sort = {}, .today = today}),
                                       {.day = store.today(), .time = "12:00"});
     auto& rows = document.tables.front().rows;
     require(rows.size() >= printedRows, "the books hold as many entries");
