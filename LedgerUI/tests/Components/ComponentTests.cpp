@@ -126,8 +126,8 @@ TEST(FieldError, TakesTheRoomOfItsMessageEachTime)
         settle();
         return error->height();
     };
-    const auto* glyph = error->findChild<GlyphLabel*>();
     const int oneLine = settledHeight("Too short.");
+    const auto* glyph = error->findChild<GlyphLabel*>();
     const int top = glyph->y();
     EXPECT_GT(settledHeight("The amount has more decimals than this currency has. Leave some of them out."), oneLine);
     EXPECT_EQ(glyph->y(), top);
