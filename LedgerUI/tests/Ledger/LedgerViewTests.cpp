@@ -540,6 +540,8 @@ TEST(LedgerView, GoesToARecordedEntryAndKeepsWhatNarrowsTheLedger)
     stops.resize(3);
     EXPECT_EQ(stops, (std::vector<std::string>{"detailToggle", "recordedShow", "recordedClose"}));
     EXPECT_TRUE(page.person.says("The entry of 19 November 2026 is recorded, but outside"));
+    page.person.keys("Tab"); // the round has ended where it began
+    EXPECT_EQ(page.person.focus(), "recordedShow");
     page.person.keys("Space");
     EXPECT_EQ(page.find<LedgerTable>("ledgerTable")->selectedIDs(), (std::vector<std::string>{"other"}));
     EXPECT_FALSE(page.person.shows("recordedElsewhere"));
