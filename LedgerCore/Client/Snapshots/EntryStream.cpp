@@ -1,5 +1,6 @@
 #include "LedgerCore/Client/Snapshots/EntryStream.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -35,6 +36,11 @@ std::size_t EntryStream::pass(std::string_view bytes, std::size_t at)
 {
     if (m_place == Place::within && m_depth > m_listDepth)
         return passEntry(bytes, at);
+    if (m_place == Place::outside && m_depth > deepestKey) {
+        const auto end = passNested(bytes, at, deepestKey);
+        keep(bytes.substr(at, end - at));
+        return end;
+    }
     const bool mayBePlain = m_place == Place::outside || m_place == Place::within;
     auto end = at;
     while (mayBePlain && end < bytes.size() && !m_isEscaped && !tells[static_cast<unsigned char>(bytes[end])])
@@ -53,33 +59,55 @@ std::size_t EntryStream::pass(std::string_view bytes, std::size_t at)
     return at + 1;
 }
 
-/// Passes the bytes of one entry, up to its end where they hold it. Nearly all of a reply goes by here, and of an entry
-/// only its end is of interest.
+/// Passes the bytes of one entry, up to its end where they hold it.
 std::size_t EntryStream::passEntry(std::string_view bytes, std::size_t at)
 {
-    auto end = at;
-    auto depth = m_depth;
-    for (; end < bytes.size() && depth > m_listDepth; ++end) {
-        const char byte = bytes[end];
-        if (!tells[static_cast<unsigned char>(byte)] && !m_isEscaped)
-            continue;
-        if (m_isInString) {
-            if (byte == '"' && !m_isEscaped)
-                m_isInString = false;
-            m_isEscaped = byte == '\\' && !m_isEscaped;
-        } else if (byte == '"') {
-            m_isInString = true;
-        } else if (byte == '{' || byte == '[') {
-            ++depth;
-        } else if (byte == '}' || byte == ']') {
-            --depth;
-        }
-    }
-    m_depth = depth;
+    const auto end = passNested(bytes, at, m_listDepth);
     keep(bytes.substr(at, end - at));
-    if (depth == m_listDepth && bytes[end - 1] == '}')
+    if (m_depth == m_listDepth && bytes[end - 1] == '}')
         endOfEntry();
     return end;
+}
+
+/// Passes what is nested deeper, up to its end where the bytes hold it. Nearly all of a reply goes by here, and of it
+/// only the end is of interest.
+std::size_t EntryStream::passNested(std::string_view bytes, std::size_t at, std::size_t depth)
+{
+    while (at < bytes.size() && m_depth > depth) {
+        if (m_isInString) {
+            at = passRestOfString(bytes, at);
+            continue;
+        }
+        const char byte = bytes[at++];
+        if (!tells[static_cast<unsigned char>(byte)])
+            continue;
+        if (byte == '"')
+            m_isInString = true;
+        else if (byte == '{' || byte == '[')
+            ++m_depth;
+        else if (byte == '}' || byte == ']')
+            --m_depth;
+    }
+    return at;
+}
+
+std::size_t EntryStream::passRestOfString(std::string_view bytes, std::size_t at)
+{
+    while (at < bytes.size()) {
+        const auto quote = std::min(bytes.find('"', at), bytes.size());
+        const auto plain = bytes.substr(at, quote - at);
+        const auto backslashes = plain.size() - (plain.find_last_not_of('\\') + 1);
+        const bool allBackslashes = backslashes == plain.size(); // then those before the cut count as well
+        m_isEscaped = ((backslashes + (allBackslashes && m_isEscaped ? 1 : 0)) % 2) != 0;
+        if (quote == bytes.size())
+            return quote;
+        at = quote + 1;
+        if (!std::exchange(m_isEscaped, false)) {
+            m_isInString = false;
+            return at;
+        }
+    }
+    return at;
 }
 
 void EntryStream::passString(char byte)

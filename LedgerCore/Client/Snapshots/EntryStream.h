@@ -48,6 +48,8 @@ private:
 
     std::size_t pass(std::string_view bytes, std::size_t at);
     std::size_t passEntry(std::string_view bytes, std::size_t at);
+    std::size_t passNested(std::string_view bytes, std::size_t at, std::size_t depth);
+    std::size_t passRestOfString(std::string_view bytes, std::size_t at);
     void passString(char byte);
     void passStructure(char byte);
     void open(char byte);
