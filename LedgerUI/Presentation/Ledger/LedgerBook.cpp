@@ -143,7 +143,8 @@ void LedgerBook::finish(std::uint32_t first)
 {
     const auto& transactions = m_snapshot->transactions;
     m_facts.entries.resize(transactions.size());
-    // What entries are found by and what they are called ask nothing of each other: many are taken in side by side.
+    // What entries are found by asks nothing of what they are called and in which order they stand: many are taken in
+    // side by side.
     const auto isWorthAThread = transactions.size() - first > EntryList::blockSize;
     auto beside = std::async(isWorthAThread ? std::launch::async : std::launch::deferred, [&] {
         m_facts.places.extend(transactions);
@@ -152,6 +153,7 @@ void LedgerBook::finish(std::uint32_t first)
     });
     for (auto at = first; at < transactions.size(); ++at)
         add(transactions[at], m_facts.entries[at]);
+    putInOrder(first);
     beside.get();
     // Originals may have come into sight.
     for (const auto at : std::exchange(m_facts.unlinked, {}))
@@ -161,7 +163,6 @@ void LedgerBook::finish(std::uint32_t first)
     std::ranges::sort(m_facts.refunds);
     const auto repeated = std::ranges::unique(m_facts.refunds); // of entries that have two originals
     m_facts.refunds.erase(repeated.begin(), repeated.end());
-    putInOrder(first);
     std::vector<std::uint32_t> days;
     days.reserve(size());
     for (const auto at : std::views::reverse(m_facts.order))
