@@ -93,6 +93,7 @@ void printExportDialog(LedgerStore& store, int repetitions)
 {
     const QTemporaryDir folder;
     const std::filesystem::path path{folder.filePath(QStringLiteral("ledger.csv")).toStdString()};
+    const auto book = std::make_shared<const LedgerBook>(store.snapshot(), "en-US"); // as the page has it
     QPointer<LedgerExportDialog> dialog;
     const auto close = [&] {
         if (dialog)
@@ -100,7 +101,7 @@ void printExportDialog(LedgerStore& store, int repetitions)
         waitFor([&] { return !dialog; });
     };
     const auto open = [&] {
-        dialog = new LedgerExportDialog(store, {.filter = {}, .today = store.today()}, nullptr);
+        dialog = new LedgerExportDialog(store, {.filter = {}, .book = book, .today = store.today()}, nullptr);
         QTimer::singleShot(std::chrono::milliseconds{1}, dialog.data(), &QDialog::open); // as the page does
         const auto* entries = dialog->findChild<QLabel*>(QStringLiteral("preview.transactions"));
         require(entries, "the dialog tells how many entries there are");

@@ -41,7 +41,7 @@ set(everywhere
     CompanySettings.* CompanyApplications.* Transfer.LetsPeople* Demonstration.* DividendRoutes.* DraftRoutes.*
     EntryRoutes.* FinancialSettingsRoute.* HostileRequests.* Invitations.* Members.* Changes/MemberRefusal.* Posting.*
     Profile.* CategoryPreferences.* Receipts.* ReceiptRoom.* Rules/RefusedEntry.* Table/RefusedReversals.*
-    Registration.* Reversal.* RightsMatrix.* Operators.* Sections.* SetupWalk.* ServedByAProcess.Keeps*
+    Registration.* Reversal.* RightsMatrix.* Operators.* Sections.* ServedByAProcess.Keeps*
     ServedByAProcess.Founds* SharedDatabase.* SignIn.* SnapshotDelta.* SnapshotBlocks.* SnapshotRoute.* Storage.Keeps*
     Storage.Rolls* Storage.Says* TemplateRoutes.* Verify.*)
 add_test(NAME PostgreSQL.names COMMAND ${CMAKE_COMMAND} -DPROGRAM=$<TARGET_FILE:LedgerServiceTests>

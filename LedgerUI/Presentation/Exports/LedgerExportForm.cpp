@@ -44,9 +44,21 @@ struct Days {
     }
 };
 
-Days daysOfAll(const LedgerSnapshot& snapshot, const std::string& today)
+/// A book knows which day is the last one and which the first, where all of them are days.
+bool tellsDays(const LedgerExport::Page& page, const LedgerSnapshot& snapshot)
 {
-    Days days{today, today};
+    const auto* book = page.book.get();
+    return book && &book->snapshot() == &snapshot && book->size() > 0 && book->entry(book->order().back()).day != 0;
+}
+
+Days daysOfAll(const LedgerExport::Page& page, const LedgerSnapshot& snapshot)
+{
+    Days days{page.today, page.today};
+    if (tellsDays(page, snapshot)) {
+        days.take(page.book->transaction(page.book->order().front()).date);
+        days.take(page.book->transaction(page.book->order().back()).date);
+        return days;
+    }
     for (const auto& entry : snapshot.transactions)
         days.take(entry.date);
     return days;
@@ -209,7 +221,7 @@ LedgerExportForm LedgerExport::opened(const Page& page, const LedgerSnapshot& sn
     form.currencies = filter.currencies;
     form.kinds = kindsBehind(filter.kinds);
     auto days = filter.period.isAllTime()
-                    ? daysOfAll(snapshot, page.today)
+                    ? daysOfAll(page, snapshot)
                     : Days{LedgerDay::format(filter.period.firstDay()), LedgerDay::format(filter.period.lastDay())};
     form.firstDay = std::move(days.first);
     form.lastDay = std::move(days.last);

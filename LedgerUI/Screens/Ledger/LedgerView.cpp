@@ -261,8 +261,8 @@ void LedgerView::presentBook()
     if (const auto& listing = m_browser->listing()) {
         const auto& book = *listing->book;
         m_table->present(*m_browser);
-        if (listing->notice)
-            m_notice->present(*listing->notice);
+        if (const auto& notice = listing->notice)
+            m_notice->present(*notice);
         presentTotals();
         m_commands->presentColumns();
         m_page->setHasContents(book.size() > 0);
