@@ -2,9 +2,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
-
-#include "LedgerCore/Domain/Json/Json.h"
 
 namespace {
 
@@ -187,7 +184,7 @@ void EntryStream::endOfEntry()
 {
     if (++m_entriesInBlock < EntryList::blockSize)
         return;
-    decodeBlock();
+    endOfBlock();
     m_place = Place::between;
 }
 
@@ -196,16 +193,16 @@ void EntryStream::endOfList()
     if (m_place == Place::next) // nothing behind a comma
         m_isSound = false;
     if (m_place == Place::within)
-        decodeBlock();
+        endOfBlock();
     m_place = Place::outside;
-    m_reply.rest += ']';
+    m_rest += ']';
     --m_depth;
 }
 
 void EntryStream::keep(std::string_view bytes)
 {
     if (m_place == Place::outside) {
-        m_reply.rest += bytes;
+        m_rest += bytes;
         return;
     }
     if (m_block.empty()) {
@@ -215,22 +212,19 @@ void EntryStream::keep(std::string_view bytes)
     m_block += bytes;
 }
 
-void EntryStream::decodeBlock()
+void EntryStream::endOfBlock()
 {
     m_block += ']';
-    std::vector<LedgerTransaction> entries;
-    entries.reserve(std::exchange(m_entriesInBlock, 0)); // growing would move every entry twice
-    const auto failed = Json::viewInto(entries, m_block);
-    m_block.clear(); // its memory is for the next block
-    if (failed)
+    if (!m_blocks.add(m_block, std::exchange(m_entriesInBlock, 0)))
         m_isSound = false;
-    else
-        m_reply.entries.append(std::move(entries));
 }
 
 std::optional<SplitReply> EntryStream::finish() &&
 {
     if (!m_isSound || m_place != Place::outside)
         return std::nullopt;
-    return std::move(m_reply);
+    auto entries = m_blocks.finish();
+    if (!entries)
+        return std::nullopt;
+    return SplitReply{.rest = std::move(m_rest), .entries = std::move(*entries)};
 }

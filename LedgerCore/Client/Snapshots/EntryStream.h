@@ -7,6 +7,7 @@
 #include <string_view>
 #include <utility>
 
+#include "LedgerCore/Client/Snapshots/EntryBlocks.h"
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 
 /// A reply with a snapshot, or the snapshot itself, of which the entries are read already.
@@ -58,9 +59,10 @@ private:
     void endOfEntry();
     void endOfList();
     void keep(std::string_view bytes);
-    void decodeBlock();
+    void endOfBlock();
 
-    SplitReply m_reply;
+    std::string m_rest = {}; // the text without its entries
+    EntryBlocks m_blocks;
     std::string m_block = {}; // entries that wait to be decoded together
     std::size_t m_entriesInBlock = 0;
     std::string m_text = {};                             // of the last string that may be a key

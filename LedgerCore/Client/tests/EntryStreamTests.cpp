@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 #include <gtest/gtest.h>
 
+#include "LedgerCore/Client/testing/BusyWorkers.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 
@@ -55,6 +56,25 @@ TEST(EntryStream, ReadsWhatTheDecoderOfTheWholeReads)
         for (const std::size_t longest : {1U, 3U, 1000U, 100'000U})
             ASSERT_EQ(inPieces(text, random, longest), expected) << entries << " entries in pieces of " << longest;
     }
+}
+
+/// More blocks than may wait: some are decoded by a worker, or all of them here where none is free.
+TEST(EntryStream, ReadsManyBlocksInTheirOrderWhoeverDecodesThem)
+{
+    constexpr std::size_t entries = 20 * EntryList::blockSize;
+    Random random{7};
+    const auto expected = books(entries);
+    const auto text = Json::encode(expected);
+    auto damaged = text;
+    damaged.replace(damaged.find("\"id\":\"e2000\""), 4, "\"ID\"");
+    const auto readBoth = [&] {
+        EXPECT_EQ(inPieces(text, random, 100'000), expected);
+        EXPECT_EQ(inPieces(damaged, random, 100'000), std::nullopt);
+    };
+    for (int round = 0; round < 5; ++round)
+        readBoth();
+    const BusyWorkers busy;
+    readBoth();
 }
 
 TEST(EntryStream, TakesEntriesOutOfTheSnapshotOfASignIn)
