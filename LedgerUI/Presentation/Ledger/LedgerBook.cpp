@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Reports/ReportBook.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Presentation/Period/PeriodCounts.h"
@@ -19,22 +18,6 @@ std::uint32_t dayNumberOf(std::string_view text)
 {
     const auto day = LedgerDay::parse(text);
     return day ? dayNumber(*day) : 0;
-}
-
-/// The amount as it is read, without its sign, and as bare digits.
-void appendAmount(std::string& text, const LedgerLeg& leg, std::string_view locale)
-{
-    const auto formatted = Money::formatDigits(leg.amountMinor, leg.currency, locale);
-    std::string_view digits = formatted;
-    if (leg.amountMinor < 0)
-        digits.remove_prefix(std::string_view{"−"}.size());
-    text += digits;
-    text += ' ';
-    for (const char each : Money::decimalString(leg.amountMinor, leg.currency)) {
-        if (each >= '0' && each <= '9')
-            text += each;
-    }
-    text += '\n';
 }
 
 /// A recorded entry never changes, but is reversed and gets receipts.
@@ -126,6 +109,7 @@ bool LedgerBook::continueFrom(const LedgerBook& before)
     if (!relinked)
         return false;
     m_facts = before.m_facts;
+    m_texts = std::make_shared<const SearchTexts>(m_snapshot, locale(), before.m_texts);
     for (const auto at : *relinked)
         m_facts.entries[at].hasReceipts = !transaction(at).attachmentIDs.empty();
     finish(static_cast<std::uint32_t>(before.size()));
@@ -135,6 +119,7 @@ bool LedgerBook::continueFrom(const LedgerBook& before)
 void LedgerBook::build()
 {
     m_facts.origin = std::make_shared<const int>();
+    m_texts = std::make_shared<const SearchTexts>(m_snapshot, locale());
     finish(0);
 }
 
@@ -143,14 +128,10 @@ void LedgerBook::finish(std::uint32_t first)
 {
     const auto& transactions = m_snapshot->transactions;
     m_facts.entries.resize(transactions.size());
-    // What entries are found by asks nothing of what they are called and in which order they stand: many are taken in
-    // side by side.
+    // Where entries stand asks nothing of what they are called: many are taken in side by side.
     const auto isWorthAThread = transactions.size() - first > EntryList::blockSize;
-    auto beside = std::async(isWorthAThread ? std::launch::async : std::launch::deferred, [&] {
-        m_facts.places.extend(transactions);
-        for (auto at = first; at < transactions.size(); ++at)
-            addText(transactions[at], m_facts.entries[at]);
-    });
+    auto beside = std::async(isWorthAThread ? std::launch::async : std::launch::deferred,
+                             [&] { m_facts.places.extend(transactions); });
     for (auto at = first; at < transactions.size(); ++at)
         add(transactions[at], m_facts.entries[at]);
     putInOrder(first);
@@ -211,7 +192,6 @@ void LedgerBook::putInOrder(std::uint32_t first)
     m_facts.order.insert(m_facts.order.end(), next, standing.end());
 }
 
-/// All but the text, which another thread may be adding.
 void LedgerBook::add(const LedgerTransaction& transaction, Entry& entry)
 {
     entry.day = dayNumberOf(transaction.date);
@@ -259,22 +239,6 @@ void LedgerBook::addLegs(const LedgerTransaction& transaction, Entry& entry)
     }
 }
 
-void LedgerBook::addText(const LedgerTransaction& transaction, Entry& entry)
-{
-    entry.textBegin = static_cast<std::uint32_t>(m_facts.text.size());
-    m_facts.text += TextFold::folded(transaction.note);
-    m_facts.text += '\n';
-    for (const auto* optional : {&transaction.externalReference, &transaction.participantName}) {
-        if (*optional) {
-            m_facts.text += TextFold::folded(**optional);
-            m_facts.text += '\n';
-        }
-    }
-    for (const auto& leg : transaction.legs)
-        appendAmount(m_facts.text, leg, locale());
-    entry.textEnd = static_cast<std::uint32_t>(m_facts.text.size());
-}
-
 /// Most entries are called after their category, whose name is put together once.
 std::uint32_t LedgerBook::titleNumber(const LedgerTransaction& transaction, const Entry& entry)
 {
@@ -318,12 +282,6 @@ bool LedgerBook::movesInside(std::uint32_t at) const
 std::span<const LedgerBook::Leg> LedgerBook::legs(std::uint32_t at) const
 {
     return std::span{m_facts.legs}.subspan(m_facts.entries[at].firstLeg, m_facts.entries[at].legCount);
-}
-
-std::string_view LedgerBook::text(std::uint32_t at) const
-{
-    const auto& entry = m_facts.entries[at];
-    return std::string_view{m_facts.text}.substr(entry.textBegin, entry.textEnd - entry.textBegin);
 }
 
 std::uint32_t LedgerBook::find(std::string_view id) const

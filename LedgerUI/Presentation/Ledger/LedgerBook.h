@@ -12,6 +12,7 @@
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerUI/Presentation/Ledger/LedgerKeys.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
+#include "LedgerUI/Presentation/Ledger/SearchTexts.h"
 #include "LedgerUI/Presentation/Period/PeriodCounts.h"
 
 class ReportBook;
@@ -42,8 +43,6 @@ public:
         std::uint32_t member = 0;
         std::uint32_t firstLeg = 0;
         std::uint32_t legCount = 0;
-        std::uint32_t textBegin = 0; // of the folded text that only this entry has
-        std::uint32_t textEnd = 0;
         bool hasReceipts = false;
         bool isReversal = false;
         bool isInternal = false; // money moved inside the company only, as in a transfer
@@ -62,7 +61,9 @@ public:
     [[nodiscard]] const LedgerTransaction& transaction(std::uint32_t at) const { return m_snapshot->transactions[at]; }
     [[nodiscard]] std::span<const Leg> legs(std::uint32_t at) const;
     /// Note, reference, participant and amounts, folded.
-    [[nodiscard]] std::string_view text(std::uint32_t at) const;
+    [[nodiscard]] std::string_view text(std::uint32_t at) const { return m_texts->of(at); }
+    /// For making them before somebody searches.
+    [[nodiscard]] const std::shared_ptr<const SearchTexts>& texts() const { return m_texts; }
 
     /// Every entry, newest day first and inside a day the last recorded first.
     [[nodiscard]] std::span<const std::uint32_t> order() const { return m_facts.order; }
@@ -102,7 +103,6 @@ private:
         std::shared_ptr<const int> origin; // the same for all that went on from one another
         std::vector<Entry> entries;
         std::vector<Leg> legs;
-        std::string text;
         std::vector<std::uint32_t> order;
         EntryPlaces places;
         std::vector<Refund> refunds;         // ascending
@@ -124,7 +124,6 @@ private:
     void build();
     void add(const LedgerTransaction& transaction, Entry& entry);
     void addLegs(const LedgerTransaction& transaction, Entry& entry);
-    void addText(const LedgerTransaction& transaction, Entry& entry);
     std::uint32_t categoryNumber(const std::string& id);
     std::uint32_t titleNumber(const LedgerTransaction& transaction, const Entry& entry);
     void link(std::uint32_t at);
@@ -137,6 +136,7 @@ private:
     SnapshotPointer m_snapshot;
     LedgerNames m_names;
     Facts m_facts;
+    std::shared_ptr<const SearchTexts> m_texts;
     PeriodCounts m_counts;
     std::shared_ptr<Reports> m_reports;
 };

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <QThreadPool>
+
 #include "LedgerCore/Client/Snapshots/ReleasedByWorker.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Period/PeriodGrid.h"
@@ -120,11 +122,13 @@ LedgerBrowser::Answer LedgerBrowser::answer(const Question& question)
     auto book = question.latest;
     if (!book || book->snapshotPointer() != question.snapshot || book->locale() != question.locale)
         book = releasedByWorker<LedgerBook>(question.snapshot, question.locale, book.get());
+    const auto texts = book->texts();
     auto query = question.query;
     if (question.choosesPeriod)
         query.filter.period = openingPeriod(book->counts(), query.today);
     auto listing = releasedByWorker<LedgerListing>(listingOf(std::move(book), std::move(query)));
     auto change = changeBetween(before, *listing);
+    QThreadPool::globalInstance()->start([texts] { texts->make(); }); // before somebody searches
     return {std::move(listing), std::move(change)};
 }
 
