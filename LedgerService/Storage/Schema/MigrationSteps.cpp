@@ -12,6 +12,7 @@
 #include "LedgerService/Storage/Schema/KeyedTablesStep.h"
 #include "LedgerService/Storage/Schema/PeopleSchema.h"
 #include "LedgerService/Storage/Schema/ReceiptFileStep.h"
+#include "LedgerService/Storage/Schema/ReceiptOrderStep.h"
 #include "LedgerService/Storage/Schema/StrictTables.h"
 #include "LedgerService/Storage/Schema/TemplateSchema.h"
 
@@ -312,6 +313,7 @@ std::span<const MigrationSteps::Step> MigrationSteps::all()
         Step{{}, KeyedTablesStep::apply},
         Step{TemplateSchema::statements},
         Step{DraftSchema::statements},
+        Step{receiptOrderStep},
     };
     return steps;
 }
