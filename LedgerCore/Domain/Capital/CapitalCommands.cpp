@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Capital/CapitalMath.h"
+#include "LedgerCore/Domain/Capital/SectionCommands.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
@@ -11,16 +12,12 @@
 namespace {
 
 using CapitalCommands::Built;
+using SectionCommands::unlessBlank;
 using enum CapitalRefusal;
 
 CapitalCommand begin(std::string_view action, const CapitalContext& context, CommandIssue issue)
 {
-    CapitalCommand command;
-    command.action = action;
-    command.expectedRevision = context.state.revision;
-    command.date = std::move(issue.date);
-    command.idempotencyKey = std::move(issue.idempotencyKey);
-    return command;
+    return SectionCommands::begin<CapitalCommand>(action, context.state.revision, std::move(issue));
 }
 
 Built checked(CapitalCommand command, const CapitalContext& context)
@@ -35,13 +32,6 @@ std::string nameOf(const CapitalState& state, std::string_view id)
 {
     const auto found = std::ranges::find(state.participants, id, &CapitalParticipant::id);
     return found == state.participants.end() ? std::string{} : found->name;
-}
-
-/// A typed text without the white space around it; blank is as good as left out.
-std::optional<std::string> unlessBlank(std::string_view typed)
-{
-    const auto text = TextFold::trimmed(typed);
-    return text.empty() ? std::nullopt : std::optional<std::string>{text};
 }
 
 }

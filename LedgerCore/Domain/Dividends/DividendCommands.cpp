@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "LedgerCore/Domain/Capital/SectionCommands.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
@@ -10,16 +11,12 @@
 namespace {
 
 using DividendCommands::Built;
+using SectionCommands::unlessBlank;
 using enum DividendRefusal;
 
 DividendCommand begin(std::string_view action, const DividendContext& context, CommandIssue issue)
 {
-    DividendCommand command;
-    command.action = action;
-    command.expectedRevision = context.state.revision;
-    command.date = std::move(issue.date);
-    command.idempotencyKey = std::move(issue.idempotencyKey);
-    return command;
+    return SectionCommands::begin<DividendCommand>(action, context.state.revision, std::move(issue));
 }
 
 Built checked(DividendCommand command, const DividendContext& context)
@@ -27,13 +24,6 @@ Built checked(DividendCommand command, const DividendContext& context)
     if (const auto refused = DividendRules::whyNot(command, context))
         return std::unexpected(*refused);
     return command;
-}
-
-/// A typed text without the white space around it; blank is as good as left out.
-std::optional<std::string> unlessBlank(std::string_view typed)
-{
-    const auto text = TextFold::trimmed(typed);
-    return text.empty() ? std::nullopt : std::optional<std::string>{text};
 }
 
 std::optional<std::vector<std::string>> unlessEmpty(std::vector<std::string> texts)
