@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Json/Json.h"
+#include "LedgerCore/Domain/Records/Company.h"
 
 namespace AccessReply {
 
@@ -18,7 +19,7 @@ BOOST_DESCRIBE_STRUCT(StatusProbe, (), (status))
 std::optional<CompanyRegistrationResponse> AccessReply::decode(SplitReply reply)
 {
     const auto probe = Json::decode<StatusProbe>(reply.rest);
-    if (probe && probe->status == "pending") {
+    if (probe && probe->status == ApprovalStatus::pending) {
         auto pending = Json::decode<PendingCompanyRegistration>(reply.rest);
         if (!pending || pending->applicationID.empty() || pending->companyName.empty() || pending->email.empty())
             return std::nullopt;

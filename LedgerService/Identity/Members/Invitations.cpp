@@ -10,6 +10,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
+#include "LedgerCore/Domain/Records/Requests/InvitationStatus.h"
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"
@@ -90,7 +91,7 @@ PendingInvitation described(const Invitation& invitation, std::string_view now)
             .accountGrants = terms.accountGrants,
             .createdAt = invitation.createdAt,
             .expiresAt = invitation.expiresAt,
-            .status = invitation.isExpired(now) ? "expired" : "pending"};
+            .status = std::string{invitation.isExpired(now) ? InvitationStatus::expired : InvitationStatus::pending}};
 }
 
 /// The invitation if it still is what this person was given.

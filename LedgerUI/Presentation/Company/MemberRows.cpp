@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
+#include "LedgerCore/Domain/Records/Permission.h"
 #include "LedgerUI/Presentation/Company/AccessWords.h"
 #include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Text/ListedText.h"
@@ -23,7 +24,9 @@ QString head(std::string_view key, std::string_view locale)
 PlainRow memberRow(const Member& member, const LedgerSnapshot& snapshot, std::string_view locale)
 {
     const auto inUse = [](const Account& account) { return !account.archived; };
-    const auto seen = [&](const Account& account) { return inUse(account) && member.can("view", account.id); };
+    const auto seen = [&](const Account& account) {
+        return inUse(account) && member.can(AccountAction::view, account.id);
+    };
     const auto all = static_cast<std::size_t>(std::ranges::count_if(snapshot.accounts, inUse));
     const auto some = static_cast<std::size_t>(std::ranges::count_if(snapshot.accounts, seen));
     const auto ofAll = groupedNumber(all, locale);

@@ -3,11 +3,10 @@
 #include <chrono>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/Requests/InvitationStatus.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 
 namespace {
-
-constexpr std::string_view pendingStatus = "pending";
 
 int daysBetween(std::string_view from, std::string_view to)
 {
@@ -22,7 +21,7 @@ int daysBetween(std::string_view from, std::string_view to)
 
 InvitationExpiry InvitationExpiry::of(const PendingInvitation& invitation, std::string_view today)
 {
-    if (invitation.status != pendingStatus)
+    if (invitation.status != InvitationStatus::pending)
         return {.isOver = true};
     // The service may have listed it on an earlier day.
     const int days = daysBetween(today, DayText::dayOf(invitation.expiresAt));
