@@ -97,7 +97,7 @@ Problem whyNotReturning(const OptionalText& id, const Account& account, const Gr
 Problem whyNotNamed(const Account& account, const Ground& ground)
 {
     const bool taken = std::ranges::any_of(ground.accounts, [&](const Account& other) {
-        return other.id != account.id && !other.archived && other.name == account.name &&
+        return other.id != account.id && !other.archived && TextFold::areSame(other.name, account.name) &&
                ground.member.can(AccountAction::view, other.id);
     });
     return taken && !account.archived ? Problem{Refusal::nameTaken} : std::nullopt;

@@ -152,7 +152,7 @@ bool sameName(const TextMap& left, const TextMap& right)
         const auto other = right.find(language);
         if (other == right.end())
             continue;
-        if (other->second != name)
+        if (!TextFold::areSame(other->second, name))
             return false;
         shared = true;
     }

@@ -35,7 +35,8 @@ const DividendParticipant* sameName(std::string_view name, std::span<const Divid
                                     const Taken& taken)
 {
     const auto found = std::ranges::find_if(participants, [&](const DividendParticipant& each) {
-        return !each.memberID && !taken.contains(each.id) && TextFold::trimmed(each.name) == TextFold::trimmed(name);
+        return !each.memberID && !taken.contains(each.id) &&
+               TextFold::areSame(TextFold::trimmed(each.name), TextFold::trimmed(name));
     });
     return found == participants.end() ? nullptr : &*found;
 }

@@ -110,6 +110,13 @@ std::string TextFold::folded(std::string_view text)
     return result;
 }
 
+bool TextFold::areSame(std::string_view left, std::string_view right)
+{
+    if (left == right || isAscii(left) || isAscii(right))
+        return left == right;
+    return isValidUtf8(left) && isValidUtf8(right) && decomposed(toUtf16(left)) == decomposed(toUtf16(right));
+}
+
 bool TextFold::isValidUtf8(std::string_view text)
 {
     const auto length = static_cast<std::int32_t>(text.size());

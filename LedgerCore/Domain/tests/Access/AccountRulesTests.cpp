@@ -194,6 +194,17 @@ TEST(AccountRules, AreForThoseWhoManageTheCompanyAndSeeTheAccount)
         << "a refusal would tell of an account that the member does not see";
 }
 
+TEST(AccountRules, TakeANameForTheSameHoweverItsSignsWereTyped)
+{
+    auto books = company();
+    books.accounts.front().name = "Qu\u1EF9";
+    auto command = floatFor("ana");
+    command.name = "Quy\u0303";
+    EXPECT_EQ(AccountRules::whyNotCreate(command, AccountRules::groundOf(books)), Refusal::nameTaken);
+    command.name = "Quy";
+    EXPECT_EQ(AccountRules::whyNotCreate(command, AccountRules::groundOf(books)), std::nullopt);
+}
+
 TEST(AccountRules, GiveNobodyMoreOnAnAccountThanTheMemberHolds)
 {
     auto books = company();

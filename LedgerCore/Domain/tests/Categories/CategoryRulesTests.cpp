@@ -227,6 +227,18 @@ TEST(CategoryRules, TakeFromThePresetWhatTheCommandLeavesOut)
     }
 }
 
+TEST(CategoryRules, TakeANameForTheSameHoweverItsSignsWereTyped)
+{
+    auto list = categories();
+    auto command = rent();
+    command.names = {{"vi-VN", "Ti\u1EC1n thu\u00EA"}};
+    list.push_back(CategoryRules::created(command, "new", list));
+    command.names = {{"vi-VN", "Tie\u0302\u0300n thue\u0302"}};
+    EXPECT_EQ(CategoryRules::whyNotCreate(command, manager(), list), Refusal::nameTaken);
+    command.names = {{"vi-VN", "Ti\u1EC1n thue"}};
+    EXPECT_EQ(CategoryRules::whyNotCreate(command, manager(), list), std::nullopt);
+}
+
 TEST(CategoryRules, KnowTheCategoryThatACommandSentTwiceHasMade)
 {
     auto list = categories();

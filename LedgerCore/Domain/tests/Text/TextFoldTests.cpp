@@ -39,6 +39,16 @@ TEST(TextFold, TellsWellFormedTextFromBytes)
         EXPECT_FALSE(TextFold::isValidUtf8(bytes));
 }
 
+TEST(TextFold, TellsTextsApartAsAReaderWould)
+{
+    EXPECT_TRUE(TextFold::areSame("Ti\u1EC1n", "Ti\u00EA\u0300n"));
+    EXPECT_TRUE(TextFold::areSame("Ti\u1EC1n", "Tie\u0302\u0300n"));
+    EXPECT_FALSE(TextFold::areSame("Ti\u1EC1n", "Ti\u00EAn"));
+    EXPECT_FALSE(TextFold::areSame("Kas", "kas"));
+    EXPECT_FALSE(TextFold::areSame("\xFF", "\xFE")) << "bytes that are no text";
+    EXPECT_FALSE(TextFold::areSame("\xFF", "\uFFFD"));
+}
+
 TEST(TextFold, CountsCodePoints)
 {
     EXPECT_EQ(TextFold::length(""), 0U);
