@@ -81,6 +81,7 @@ constexpr RefusalTable settings{
         {FinancialSettingsRules::Refusal::alreadyInitialized, ServiceCode::financialSettingsInitialized,
          "The bookkeeping start date is already confirmed."},
         {FinancialSettingsRules::Refusal::invalidStartDate, invalid, "The start date is no calendar day."},
+        {FinancialSettingsRules::Refusal::startTooEarly, invalid, "The start date lies before 1900."},
         {FinancialSettingsRules::Refusal::startInFuture, invalid, "The start date lies in the future."},
         {FinancialSettingsRules::Refusal::startAfterEntries, ServiceCode::financialStartDateConflict,
          "An entry is booked before the start date."},

@@ -2,6 +2,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
+#include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
 
 namespace {
 
@@ -34,7 +35,7 @@ std::optional<EntryDays::Refusal> EntryDays::whyNot(std::string_view day, std::s
 {
     if (day > today && day > latest(today))
         return Refusal::inFuture;
-    if (day < start)
+    if (day < (start.empty() ? FinancialSettingsRules::earliestStart : start))
         return Refusal::beforeStart;
     return std::nullopt;
 }

@@ -39,6 +39,10 @@ std::optional<Refusal> whyNotInitialize(const FinancialSettingsCommand& command,
     if (settings && (settings->bookkeepingStartDate || settings->initializedAt))
         return alreadyInitialized;
     const auto& start = promised(command.bookkeepingStartDate, "a command in the right shape names the start");
+    const bool reachesFurther =
+        ground.earliestEntryDay && *ground.earliestEntryDay < FinancialSettingsRules::earliestStart;
+    if (start < FinancialSettingsRules::earliestStart && !reachesFurther)
+        return startTooEarly;
     if (start > ground.latestEntryDay)
         return startInFuture;
     if (ground.earliestEntryDay && start > *ground.earliestEntryDay)

@@ -40,6 +40,9 @@ namespace FinancialSettingsRules {
 /// The last revision that settings can reach.
 inline constexpr int lastRevision = std::numeric_limits<int>::max();
 
+/// No books reach further back: whoever names an earlier day has mistyped the year.
+inline constexpr std::string_view earliestStart = "1900-01-01";
+
 /// The most characters of a setup mode. The known ones are in `InitializationMode`; others are kept as they are sent.
 inline constexpr std::size_t modeLength = 40;
 
@@ -51,6 +54,7 @@ enum class Refusal {
     revisionLimit,
     alreadyInitialized, // the start is confirmed once
     invalidStartDate,
+    startTooEarly,     // no books reach so far back, and the start cannot be taken back
     startInFuture,     // until then nothing could be recorded, and the start cannot be taken back
     startAfterEntries, // the books already hold an earlier entry
     modeRequired,

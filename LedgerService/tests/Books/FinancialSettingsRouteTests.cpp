@@ -70,6 +70,12 @@ TEST_F(FinancialSettingsRoute, ConfirmsTheStartOnce)
     EXPECT_EQ(send(initialize("2026-01-02", "k")).code(), "financial_start_date_conflict");
     EXPECT_EQ(send(initialize("2026-02-30", "k")).code(), "validation_error");
     EXPECT_EQ(send(initialize("2026-03-12", "k")).code(), "validation_error") << "in the future";
+    EXPECT_EQ(send(initialize("0026-01-01", "k")).code(), "validation_error") << "a mistyped year";
+    auto early = SampleBooks::income();
+    early.date = "0026-03-01";
+    EXPECT_EQ(m_service.as("mira", "POST", "/v1/transactions", Json::encode(early)).code(),
+              "financial_before_start_date")
+        << "it would hold the start back for ever";
     EXPECT_EQ(send(initialize("2026-01-01", "k", 0)).code(), "financial_settings_revision_conflict");
     EXPECT_EQ(send(initialize("2026-01-01", "k"), "mira").code(), "forbidden");
     EXPECT_EQ(send(initialize("2026-01-01", "k"), "gone").code(), "inactive_member");

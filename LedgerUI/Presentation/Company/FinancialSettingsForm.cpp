@@ -37,9 +37,12 @@ SetupForm SetupForm::fresh(const LedgerSnapshot& snapshot, std::string_view toda
 DayBounds FinancialSettingsText::startBounds(const LedgerSnapshot& snapshot, std::string_view today)
 {
     auto bounds = DayTyping::bounds(snapshot, today);
-    bounds.earliest.reset();
-    if (const auto earliest = OpeningBalancePolicy::earliestVisibleTransactionDay(snapshot))
+    bounds.earliest = FinancialSettingsRules::earliestStart;
+    if (const auto earliest = OpeningBalancePolicy::earliestVisibleTransactionDay(snapshot)) {
         bounds.latest = std::min(bounds.latest, *earliest);
+        if (bounds.latest < *bounds.earliest)
+            bounds.earliest.reset();
+    }
     return bounds;
 }
 
@@ -54,6 +57,8 @@ QString FinancialSettingsText::refusal(FinancialSettingsRules::Refusal refused, 
         return wordIn(locale, words, "refused.already");
     case invalidStartDate:
         return wordIn(locale, words, "refused.date");
+    case startTooEarly:
+        return wordIn(locale, words, "refused.tooEarly");
     case startInFuture:
         return wordIn(locale, words, "refused.future");
     case startAfterEntries:

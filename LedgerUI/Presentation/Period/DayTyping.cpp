@@ -9,6 +9,7 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Entries/EntryDays.h"
+#include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
 #include "LedgerUI/Presentation/Period/DayWords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
@@ -62,8 +63,7 @@ DayBounds DayTyping::bounds(const LedgerSnapshot& snapshot, std::string_view tod
     bounds.today = today;
     bounds.latest = EntryDays::latest(today);
     const auto start = EntryDays::start(snapshot.financialSettings);
-    if (LedgerDay::isValid(start))
-        bounds.earliest = std::string{start};
+    bounds.earliest = LedgerDay::isValid(start) ? start : FinancialSettingsRules::earliestStart;
     return bounds;
 }
 

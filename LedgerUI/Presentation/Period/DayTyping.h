@@ -13,7 +13,7 @@
 /// The days on which an entry can be booked, as "YYYY-MM-DD". Tomorrow is one of them: a colleague in the east may be
 /// there already.
 struct DayBounds {
-    std::optional<std::string> earliest; // the start of the books; none while it is not confirmed
+    std::optional<std::string> earliest; // the start of the books; while none is confirmed, the first that there can be
     std::string latest;
     std::string today;
 

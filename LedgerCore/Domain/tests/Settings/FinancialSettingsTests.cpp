@@ -130,6 +130,13 @@ TEST(FinancialSettingsCommand, ConfirmsTheStartOnceAndNeitherAfterTheFirstEntryN
     EXPECT_EQ(refusal(managed(), "2024-03-06", "fromZero"), Refusal::startAfterEntries);
     EXPECT_EQ(refusal(managed(), "2024-03-12", "fromZero"), Refusal::startInFuture);
     EXPECT_EQ(refusal(managed(), "2024-02-30", "fromZero"), Refusal::invalidStartDate);
+    EXPECT_EQ(refusal(managed(), "0024-03-05", "fromZero"), Refusal::startTooEarly) << "a year that was not finished";
+    EXPECT_EQ(refusal(managed(), "1899-12-31", "fromZero"), Refusal::startTooEarly);
+    EXPECT_TRUE(FinancialSettingsRules::initialize(managed(), "2024-03-11", "1900-01-01", "fromZero", "key"));
+    auto ancient = managed();
+    ancient.transactions.front().date = "0024-03-05";
+    EXPECT_TRUE(FinancialSettingsRules::initialize(ancient, "2024-03-11", "0024-03-05", "fromZero", "key"))
+        << "books that hold such an entry can be started";
     EXPECT_EQ(refusal(managed(), "2024-01-01", ""), Refusal::modeRequired);
     EXPECT_EQ(refusal(managed(), "2024-01-01", "from\nzero"), Refusal::modeUnsound);
     EXPECT_EQ(refusal(managed(), "2024-01-01", std::string(41, 'a').c_str()), Refusal::modeUnsound);

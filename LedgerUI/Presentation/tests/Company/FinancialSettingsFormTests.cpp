@@ -39,6 +39,7 @@ TEST(SetupForm, StartsOnTheDayOfTheEarliestEntry)
     const auto bounds = FinancialSettingsText::startBounds(books.build(), today);
     EXPECT_EQ(SetupForm::fresh(books.build(), today).day, "2026-03-04");
     EXPECT_TRUE(bounds.hold("2025-12-31"));
+    EXPECT_FALSE(bounds.hold("0026-03-04")) << "a year that was not finished";
     EXPECT_FALSE(bounds.hold("2026-03-05")) << "the books hold an earlier entry";
     EXPECT_FALSE(FinancialSettingsText::startBounds(snapshot().build(), today).hold("2026-11-22"));
 }
