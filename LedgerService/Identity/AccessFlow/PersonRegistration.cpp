@@ -6,6 +6,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
+#include "LedgerCore/Domain/Records/Company.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Settings/CompanySettings.h"
@@ -13,6 +14,7 @@
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerService/Commands/NewCompany.h"
+#include "LedgerService/Identity/AccessFlow/AccessChallenges.h"
 #include "LedgerService/Identity/AttemptLimit.h"
 #include "LedgerService/Identity/Members/Invitations.h"
 #include "LedgerService/Identity/Password.h"
@@ -72,15 +74,17 @@ std::optional<Refusal> whyNotTry(const Service& service, const Registration& reg
                                                                   limits.registrationsPerAddress, limits.window}});
 }
 
-std::optional<Refusal> whyNotNew(Connection& connection, const Registration& registration, std::string_view now)
+std::optional<Refusal> whyNotUnknown(Connection& connection, const Registration& registration)
 {
     if (UserRepository::findByEmail(connection, registration.email))
         return Refusal::of(ServiceCode::emailExists, "Somebody is registered with this e-mail address.");
-    if (isInvited(registration)) {
-        const auto code = registration.invitationCode.value_or("");
-        const auto found = Invitations::find(connection, code, registration.email, now);
-        return found ? std::nullopt : std::optional{found.error()};
-    }
+    return std::nullopt;
+}
+
+std::optional<Refusal> whyNotNew(Connection& connection, const Registration& registration)
+{
+    if (auto refusal = whyNotUnknown(connection, registration))
+        return refusal;
     if (CompanyRepository::pendingCount(connection) >= PersonRegistration::mostPending)
         return Refusal::of(ServiceCode::rateLimited, "Too many applications wait for review.", std::chrono::hours{1});
     return std::nullopt;
@@ -99,17 +103,42 @@ User personOf(const Registration& registration, std::string passwordHash, const 
             .currentCompanyID = std::nullopt};
 }
 
-/// Makes the person a member of the company that invited.
-std::optional<Refusal> join(Connection& connection, const Registration& registration, const User& person,
-                            const Invitations::Moment& moment)
+/// The company that invites the person.
+std::expected<std::string, Refusal> invitingCompany(Connection& connection, const Registration& registration,
+                                                    std::string_view now)
 {
+    if (auto refusal = whyNotUnknown(connection, registration))
+        return std::unexpected(*std::move(refusal));
     const auto code = registration.invitationCode.value_or("");
-    const auto invitation = Invitations::find(connection, code, person.email, moment.now);
+    const auto invitation = Invitations::find(connection, code, registration.email, now);
     if (!invitation)
-        return invitation.error();
-    const auto joined = Invitations::join(connection, *invitation,
-                                          {.userID = person.id, .name = person.name, .locale = person.locale}, moment);
-    return joined ? std::nullopt : std::optional{joined.error()};
+        return std::unexpected(invitation.error());
+    return CompanyRepository::find(connection, invitation->companyID).value_or(Company{}).name;
+}
+
+/// The inviter knows the code too, so it does not show that somebody reads the mail of the address: the person is
+/// registered and joins once the code that is mailed now has come back.
+std::expected<Registered, Refusal> activate(const Service& service, const Registration& registration,
+                                            std::string_view remote)
+{
+    auto company = [&] {
+        const auto loan = service.database.borrow();
+        const auto now = LedgerDay::stamp(service.clock());
+        return Anew::onConflict([&] { return invitingCompany(*loan, registration, now); });
+    }();
+    if (!company)
+        return std::unexpected(std::move(company.error()));
+    const AccessStart start{.email = registration.email,
+                            .invitationCode = registration.invitationCode.value_or(""),
+                            .purpose = std::string{AccessPurpose::join},
+                            .locale = std::string{PersonRegistration::localeOf(registration.countries)}};
+    auto challenge = AccessChallenges::start(service, start, remote);
+    if (!challenge)
+        return std::unexpected(std::move(challenge.error()));
+    return PendingCompanyRegistration{.status = "pending",
+                                      .applicationID = std::move(challenge->challengeID),
+                                      .companyName = *std::move(company),
+                                      .email = UserRepository::normalized(registration.email)};
 }
 
 bool isOpen(const Service& service)
@@ -138,20 +167,17 @@ Company found(Connection& connection, const Service& service, const Registration
 std::expected<Registered, Refusal> write(Connection& connection, const Service& service,
                                          const Registration& registration, const User& person, std::string_view remote)
 {
-    if (auto refusal = whyNotNew(connection, registration, person.createdAt)) // by now
+    if (auto refusal = whyNotNew(connection, registration)) // by now
         return std::unexpected(*std::move(refusal));
     UserRepository::insert(connection, person);
-    if (isInvited(registration)) {
-        if (auto refusal = join(connection, registration, person, {person.createdAt, remote}))
-            return std::unexpected(*std::move(refusal));
-        return SignIn::enter(connection, service, person, remote);
-    }
     const auto company = found(connection, service, registration, person);
     if (isOpen(service))
         return SignIn::enter(connection, service, person, remote);
     Outbox::put(connection, MailTexts::applicationReceived({person.email, person.locale}), service.clock());
-    return PendingCompanyRegistration{
-        .status = "pending", .applicationID = company.id, .companyName = company.name, .email = person.email};
+    return PendingCompanyRegistration{.status = std::string{ApprovalStatus::pending},
+                                      .applicationID = company.id,
+                                      .companyName = company.name,
+                                      .email = person.email};
 }
 
 }
@@ -161,10 +187,12 @@ PersonRegistration::carryOut(const Service& service, const Registration& registr
 {
     if (auto refusal = whyNotTry(service, registration, remote))
         return std::unexpected(*std::move(refusal));
+    if (isInvited(registration))
+        return activate(service, registration, remote);
     const auto loan = service.database.borrow();
     const auto now = LedgerDay::stamp(service.clock());
-    if (auto refusal = Anew::onConflict(
-            [&] { return whyNotNew(*loan, registration, now); })) // before a password is hashed for nothing
+    if (auto refusal =
+            Anew::onConflict([&] { return whyNotNew(*loan, registration); })) // before a password is hashed for nothing
         return std::unexpected(*std::move(refusal));
     const auto person = personOf(registration, Password::hash(registration.password), now);
     const auto turn = service.database.queueToWrite();

@@ -14,7 +14,8 @@ namespace LedgerService {
 /// People who are new to the service, with a company of their own or with an invitation to one.
 namespace PersonRegistration {
 
-/// Signed in, or waiting for the operator's review.
+/// Signed in, or waiting: for the operator's review, or with an invitation for the code that was mailed, whose
+/// challenge the application then is.
 using Registered = std::variant<IssuedSession, PendingCompanyRegistration>;
 
 /// The most applications that may wait for a review.

@@ -82,6 +82,16 @@ void AccessFlowView::leave()
     presentPage();
 }
 
+void AccessFlowView::activate(const SignInDraft& draft)
+{
+    for (const auto& [page, form] : m_forms) {
+        form->setText(SignInField::email, qString(draft.email));
+        form->setText(SignInField::invitationCode, qString(draft.invitationCode));
+        form->setText(SignInField::name, qString(draft.name));
+    }
+    submit();
+}
+
 QList<QWidget*> AccessFlowView::tabStops() const
 {
     QList<QWidget*> stops;

@@ -22,6 +22,8 @@ public:
     [[nodiscard]] QString email() const override;
     void setEmail(const QString& email) override;
     void leave() override;
+    /// Goes this way with what was filled in elsewhere.
+    void activate(const SignInDraft& draft);
     [[nodiscard]] SignInForm& form() const override { return *m_forms.at(m_flow.page()); }
     [[nodiscard]] QList<QWidget*> tabStops() const override;
 

@@ -18,7 +18,7 @@ Registration registrationOf(const SignInDraft& draft)
             .password = draft.password,
             .companyName = draft.companyName,
             .countries = draft.countries,
-            .invitationCode = draft.invitationCode.empty() ? std::nullopt : std::optional{draft.invitationCode}};
+            .invitationCode = std::nullopt};
 }
 
 }
@@ -76,6 +76,8 @@ void AuthEntryView::send(const SignInDraft& draft)
     // by the alert and by the banner.
     if (m_form->page() == SignInPage::login)
         await(store().login(draft.email, draft.password), [] {});
+    else if (!draft.invitationCode.empty())
+        Q_EMIT activationWanted(draft);
     else
         await(store().registerCompany(registrationOf(draft)), [] {});
 }

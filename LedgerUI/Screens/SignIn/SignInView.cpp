@@ -149,9 +149,9 @@ void SignInView::buildPage(const SignInStart& start)
     m_title->setObjectName(QStringLiteral("signInTitle"));
     m_banner = new Banner(Banner::Kind::info, m_page);
     m_banner->setObjectName(QStringLiteral("signInBanner"));
+    m_activation = new AccessFlowView(AccessFlow::Purpose::join, m_store, m_page);
     m_ways = {new AuthEntryView(SignInPage::login, m_store, m_page),
-              new AuthEntryView(SignInPage::registration, m_store, m_page),
-              new AccessFlowView(AccessFlow::Purpose::join, m_store, m_page),
+              new AuthEntryView(SignInPage::registration, m_store, m_page), m_activation,
               new AccessFlowView(AccessFlow::Purpose::reset, m_store, m_page)};
     m_progress = new SignInProgress(m_page);
     m_address = new AddressFold(m_store, start.defaultAddress, m_page);
@@ -198,6 +198,7 @@ void SignInView::bindWay(SignInWay& way)
     connect(&way, &SignInWay::submitting, this, &SignInView::expectAnswer);
     connect(&way, &SignInWay::addressRefused, m_address, &AddressFold::complain);
     connect(&way, &SignInWay::modeWanted, this, &SignInView::choose);
+    connect(&way, &SignInWay::activationWanted, this, &SignInView::activate);
     connect(&way, &SignInWay::warned, this, [this](const SignInProblem& problem) {
         m_warning = problem;
         presentBanner();
@@ -217,6 +218,12 @@ void SignInView::choose(SignInMode mode)
         presentMode();
     }
     way().form().focusStart();
+}
+
+void SignInView::activate(const SignInDraft& draft)
+{
+    choose(SignInMode::join);
+    m_activation->activate(draft);
 }
 
 void SignInView::expectAnswer()

@@ -11,6 +11,7 @@
 #include "LedgerUI/Presentation/SignIn/SignInProblem.h"
 #include "LedgerUI/Presentation/SignIn/SignInState.h"
 
+class AccessFlowView;
 class AddressFold;
 class Banner;
 class BusyBar;
@@ -42,6 +43,7 @@ private:
     void bind();
     void bindWay(SignInWay& way);
     void choose(SignInMode mode);
+    void activate(const SignInDraft& draft);
     [[nodiscard]] SignInWay& way() const { return *m_ways[static_cast<std::size_t>(m_mode)]; }
     /// Something is about to be sent, and its answer waited for.
     void expectAnswer();
@@ -68,6 +70,7 @@ private:
     TextLabel* m_title = nullptr;
     Banner* m_banner = nullptr;
     std::array<SignInWay*, signInModes.size()> m_ways{}; // in the order of signInModes
+    AccessFlowView* m_activation = nullptr;              // one of them
     SignInMode m_mode = SignInMode::login;
     std::optional<SignInProblem> m_warning; // what concerns the page as a whole
     AddressFold* m_address = nullptr;

@@ -38,6 +38,8 @@ Q_SIGNALS:
     /// What concerns the page as a whole.
     void warned(const SignInProblem& problem);
     void modeWanted(SignInMode mode);
+    /// Somebody with an invitation applied: what the page was filled in with belongs to the way of the invited.
+    void activationWanted(const SignInDraft& draft);
 
 protected:
     SignInWay(LedgerStore& store, QWidget* parent);

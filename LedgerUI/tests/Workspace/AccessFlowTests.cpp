@@ -151,6 +151,24 @@ TEST_F(AccessFlows, ActivateAnInvitationInThreeSteps)
     EXPECT_EQ(under.credentials.sessions.size(), 1U);
 }
 
+TEST_F(AccessFlows, LeadWhoeverAppliesWithAnInvitationThroughTheMailedCode)
+{
+    under.server.answer(start, ServerReply::json(mailed));
+    screen.press("mode-register");
+    screen.fill("personName", "Rizky Pratama");
+    screen.fill("email", "rizky@x.id");
+    screen.fill("password", "12345678");
+    screen.fill("invitationCode", "ABCD-EFGH");
+    screen.press("register");
+    screen.waitForFocus("verificationCode");
+    EXPECT_EQ(bodyOf(start),
+              R"({"email":"rizky@x.id","invitationCode":"ABCD-EFGH","purpose":"join","locale":"en-US"})");
+    EXPECT_TRUE(under.server.requests(registering).empty()) << "nobody founds a company";
+    handInTheCode(false);
+    EXPECT_EQ(field("personName"), "Rizky Pratama") << "as it was typed before";
+    EXPECT_EQ(field("password"), "");
+}
+
 TEST_F(AccessFlows, AskAPersonWhoHasAPasswordForNothingElse)
 {
     askForACode("mode-join");
