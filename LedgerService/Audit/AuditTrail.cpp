@@ -134,12 +134,10 @@ std::string AuditTrail::digestOf(std::string_view entryText)
 AuditPage AuditTrail::page(Connection& connection, std::string_view scope, const AuditFilter& filter)
 {
     AuditPage page;
-    auto below = filter.below;
-    if (below <= 0) {
-        std::string chain;
-        Query{connection, selectLast}.bind("scope", scope).into(below).into(chain).next();
-        below += 1;
-    }
+    std::int64_t last = 0;
+    std::string chain;
+    Query{connection, selectLast}.bind("scope", scope).into(last).into(chain).next();
+    const auto below = filter.below > 0 ? std::min(filter.below, last + 1) : last + 1;
     const auto lowest = std::max<std::int64_t>(below - mostLookedAt, 1);
     Query query{connection, selectPage};
     query.bind("scope", scope).bind("below", below).bind("lowest", lowest).bind("limit", filter.limit);

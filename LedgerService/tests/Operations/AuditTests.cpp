@@ -310,6 +310,9 @@ TEST_F(Audited, TheTrailIsForOwnersPagedAndFiltered)
     const auto second = page("?limit=4&below=3");
     ASSERT_EQ(second.records.size(), 2U);
     EXPECT_EQ(second.next, std::nullopt);
+    const auto fromAbove = page("?limit=4&below=9223372036854775807");
+    EXPECT_EQ(fromAbove.records.size(), 4U) << "past the last there is nothing to look at";
+    EXPECT_EQ(fromAbove.next, 3);
     EXPECT_EQ(page("?person=mira").records.size(), 5U);
     EXPECT_EQ(page("?person=rudi").records.size(), 0U);
     EXPECT_EQ(page("?kind=POST%20%2fv1%2Ftransactions").records.size(), 5U);
