@@ -3,29 +3,15 @@
 
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/SignalCount.h"
+#include "LedgerCore/Client/testing/StoreSample.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 
 namespace {
 
-const auto books = snapshot().account("bank", {"USD"}).grantAll().income("t1", "2026-11-01", "bank", "USD", 500);
-const auto newerBooks = SnapshotBuilder{books}.expense("t2", "2026-11-02", "bank", "USD", 100);
-
-TransactionInput expense()
-{
-    TransactionInput input;
-    input.kind = "expense";
-    input.date = "2026-11-20";
-    input.sourceAccountID = "bank";
-    input.currency = "USD";
-    input.amountMinor = 100;
-    input.idempotencyKey = "key-1";
-    return input;
-}
-
-std::string message(int status, const std::string& code)
-{
-    return std::string{APIError{status, code, ""}.friendlyMessage("en-US")};
-}
+using StoreSample::books;
+using StoreSample::expense;
+using StoreSample::message;
+using StoreSample::newerBooks;
 
 TEST(LedgerStoreOperation, SendsNothingWhileAnotherOneRuns)
 {

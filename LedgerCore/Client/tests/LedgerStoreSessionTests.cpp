@@ -3,10 +3,13 @@
 #include "LedgerCore/Client/Http/SessionHold.h"
 #include "LedgerCore/Client/testing/Failed.h"
 #include "LedgerCore/Client/testing/SignalCount.h"
+#include "LedgerCore/Client/testing/StoreSample.h"
 #include "LedgerCore/Client/testing/StoreUnderTest.h"
 #include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 
 namespace {
+
+using StoreSample::message;
 
 const auto books = snapshot().account("bank", {"USD"}).grantAll();
 constexpr auto login = "POST v1/auth/login";
@@ -19,11 +22,6 @@ std::vector<std::string> handedBack(const ScriptedServer& server)
     for (const auto& farewell : server.requests(logout))
         tokens.push_back(farewell.header("authorization"));
     return tokens;
-}
-
-std::string message(int status, const std::string& code)
-{
-    return std::string{APIError{status, code, ""}.friendlyMessage("en-US")};
 }
 
 TEST(LedgerStoreSession, OpensTheBooksAndKeepsTheToken)

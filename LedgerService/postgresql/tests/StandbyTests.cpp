@@ -19,9 +19,8 @@
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Query.h"
-#include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleDatabase.h"
 #include "LedgerService/testing/ServiceProcess.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -64,16 +63,12 @@ protected:
     /// The sample company, in which mira holds the token.
     void foundBooks() const
     {
-        const auto opened = Database::open(both);
-        ASSERT_TRUE(opened.has_value()) << opened.error();
-        const auto loan = (*opened)->borrow();
-        Transaction transaction{*loan, Transaction::Mode::writing};
-        foundSample(*loan, "sample");
-        Query{*loan, "UPDATE companies SET bookkeeping_start_date = NULL"}.run();
-        const auto now = std::chrono::system_clock::now();
-        SessionRepository::insert(*loan, Token::hash(token), {"sample", "mira"}, LedgerDay::stamp(now),
-                                  LedgerDay::stamp(now + std::chrono::hours{1}));
-        transaction.commit();
+        makeSampleDatabase(both, [this](Connection& connection) {
+            connection.execute("UPDATE companies SET bookkeeping_start_date = NULL");
+            const auto now = std::chrono::system_clock::now();
+            SessionRepository::insert(connection, Token::hash(token), {"sample", "mira"}, LedgerDay::stamp(now),
+                                      LedgerDay::stamp(now + std::chrono::hours{1}));
+        });
     }
 
     /// Posts under the key until it is confirmed, as a client would that retries.

@@ -1,17 +1,17 @@
 #pragma once
 
 #include <cstdint>
-#include <random>
 #include <string>
 
 #include "LedgerService/Books/Books.h"
+#include "LedgerService/testing/Random/RandomChoices.h"
 
 namespace LedgerService {
 
 /// Commands on the company of `SampleBooks`, sound and unsound, always the same for the same seed.
-class RandomCommands {
+class RandomCommands : RandomChoices {
 public:
-    explicit RandomCommands(std::uint32_t seed) : m_engine(seed) {}
+    explicit RandomCommands(std::uint32_t seed) : RandomChoices(seed) {}
 
     std::string actor();
 
@@ -24,20 +24,9 @@ public:
     TransactionInput inputFor(const Books& company);
 
 private:
-    std::size_t below(std::size_t end) { return m_engine() % end; }
-    bool once(std::size_t in) { return below(in) == 0; }
-
-    template <class Choices>
-    const auto& of(const Choices& choices)
-    {
-        return choices[below(std::size(choices))];
-    }
-
     std::int64_t amount();
     TransactionInput soundInput();
     void disturb(TransactionInput& input);
-
-    std::mt19937 m_engine;
 };
 
 }

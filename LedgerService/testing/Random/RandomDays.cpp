@@ -11,7 +11,8 @@
 
 namespace LedgerService {
 
-RandomDays::RandomDays(TestService& service, std::uint32_t seed) : m_service(service), m_engine(seed), m_commands(seed)
+RandomDays::RandomDays(TestService& service, std::uint32_t seed)
+    : RandomChoices(seed), m_service(service), m_commands(seed)
 {
     for (const auto* member : {"mira", "rudi", "guest", "gone"})
         m_tokens[member] = service.tokenOf(member);
@@ -21,7 +22,7 @@ void RandomDays::step(const LedgerSnapshot& seen)
 {
     Books books;
     books.entries = seen.transactions.toVector();
-    switch (m_engine() % 12) {
+    switch (below(12)) {
     case 0:
         return upload();
     case 1:
@@ -39,7 +40,7 @@ void RandomDays::upload()
     added.id = fmt::format("receipt-{}", ++m_number);
     added.name = "a.pdf";
     added.mime = "application/pdf";
-    const std::string uploader = m_engine() % 2 == 0 ? "mira" : "rudi";
+    const std::string uploader = once(2) ? "mira" : "rudi";
     m_service.write(
         [&](Connection& connection) { AttachmentRepository::insert(connection, "sample", added, uploader); });
     m_loose[uploader].push_back(added.id);
@@ -50,7 +51,7 @@ std::vector<std::string> RandomDays::takeLoose(const std::string& uploader)
     auto& loose = m_loose[uploader];
     std::vector<std::string> ids;
     if (!loose.empty()) {
-        const auto at = loose.begin() + static_cast<std::ptrdiff_t>(m_engine() % loose.size());
+        const auto at = loose.begin() + static_cast<std::ptrdiff_t>(below(loose.size()));
         ids.push_back(*at);
         loose.erase(at);
     }
@@ -59,7 +60,7 @@ std::vector<std::string> RandomDays::takeLoose(const std::string& uploader)
 
 void RandomDays::linkLater(const LedgerSnapshot& seen)
 {
-    const auto& entry = seen.transactions[m_engine() % seen.transactions.size()];
+    const auto& entry = seen.transactions[below(seen.transactions.size())];
     const auto ids = entry.memberID == "mira" ? takeLoose("mira") : std::vector<std::string>{};
     if (!ids.empty())
         m_service.write(
@@ -68,7 +69,7 @@ void RandomDays::linkLater(const LedgerSnapshot& seen)
 
 void RandomDays::changeRights()
 {
-    const bool more = m_engine() % 2 == 0;
+    const bool more = once(2);
     m_service.write([&](Connection& connection) {
         connection.execute(fmt::format(R"(UPDATE members SET permissions = '[{}]' WHERE id = 'rudi')",
                                        more ? R"("viewCompany")" : ""));
@@ -87,7 +88,7 @@ void RandomDays::act(const Books& books)
     }
     auto input = m_commands.inputFor(books);
     input.idempotencyKey = key;
-    if (m_engine() % 4 == 0)
+    if (once(4))
         input.attachmentIDs = takeLoose(actor);
     post(actor, "/v1/transactions", Json::encode(input));
 }

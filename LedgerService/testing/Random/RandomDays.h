@@ -2,11 +2,11 @@
 
 #include <cstdint>
 #include <map>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "LedgerService/Books/Books.h"
+#include "LedgerService/testing/Random/RandomChoices.h"
 #include "LedgerService/testing/Random/RandomCommands.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -14,7 +14,7 @@ namespace LedgerService {
 
 /// What several people do to the sample's books, always the same for the same seed: entries, reversals, receipts and
 /// changed rights.
-class RandomDays {
+class RandomDays : RandomChoices {
 public:
     RandomDays(TestService& service, std::uint32_t seed);
 
@@ -31,7 +31,6 @@ private:
 
     TestService& m_service;
     HttpClient m_client = m_service.client();
-    std::mt19937 m_engine;
     RandomCommands m_commands;
     std::map<std::string, std::string> m_tokens;
     std::map<std::string, std::vector<std::string>> m_loose; // receipts by their uploader

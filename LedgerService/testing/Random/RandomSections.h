@@ -1,19 +1,19 @@
 #pragma once
 
 #include <cstdint>
-#include <random>
 #include <string>
 
 #include "LedgerCore/Domain/Records/Requests/CapitalCommand.h"
 #include "LedgerCore/Domain/Records/Requests/DividendCommand.h"
+#include "LedgerService/testing/Random/RandomChoices.h"
 
 namespace LedgerService {
 
 /// Commands of capital and dividends on the company of `SampleSections`, sound and unsound, always the same for the
 /// same seed and sections.
-class RandomSections {
+class RandomSections : RandomChoices {
 public:
-    explicit RandomSections(std::uint32_t seed) : m_engine(seed) {}
+    explicit RandomSections(std::uint32_t seed) : RandomChoices(seed) {}
 
     std::string actor();
     bool changesCapital() { return once(2); }
@@ -22,14 +22,6 @@ public:
     DividendCommand dividendFor(const DividendState& state);
 
 private:
-    std::size_t below(std::size_t end) { return m_engine() % end; }
-    bool once(std::size_t in) { return below(in) == 0; }
-
-    template <class Choices>
-    const auto& of(const Choices& choices)
-    {
-        return choices[below(std::size(choices))];
-    }
     /// An id of one of the records, now and then of none.
     template <class Record>
     std::string idOf(const std::vector<Record>& records)
@@ -47,8 +39,6 @@ private:
     void place(Command& command);
     template <class Command>
     void disturb(Command& command);
-
-    std::mt19937 m_engine;
 };
 
 }

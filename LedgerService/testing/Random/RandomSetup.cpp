@@ -98,9 +98,9 @@ CategoryReorder RandomSetup::reordering(const LedgerSnapshot& seen)
     for (const auto* each : directory.siblings(command.kind, command.parentID, archived))
         command.expectedIDs.push_back(each->id);
     command.orderedIDs = command.expectedIDs;
-    std::ranges::shuffle(command.orderedIDs, m_engine);
+    std::ranges::shuffle(command.orderedIDs, engine());
     if (once(5))
-        std::ranges::shuffle(command.expectedIDs, m_engine);
+        std::ranges::shuffle(command.expectedIDs, engine());
     if (once(10))
         command.orderedIDs.emplace_back("none");
     return command;

@@ -1,20 +1,20 @@
 #pragma once
 
 #include <cstdint>
-#include <random>
 #include <string>
 #include <variant>
 
 #include "LedgerCore/Domain/Records/LedgerSnapshot.h"
 #include "LedgerCore/Domain/Settings/FinancialSettingsCommand.h"
+#include "LedgerService/testing/Random/RandomChoices.h"
 
 namespace LedgerService {
 
 /// Commands that set a company up, sound and unsound, on what a member sees of the company of `SampleBooks`. Always the
 /// same for the same seed and the same sight.
-class RandomSetup {
+class RandomSetup : RandomChoices {
 public:
-    explicit RandomSetup(std::uint32_t seed) : m_engine(seed) {}
+    explicit RandomSetup(std::uint32_t seed) : RandomChoices(seed) {}
 
     struct AccountChange {
         std::string id;
@@ -31,13 +31,6 @@ public:
     Command next(const LedgerSnapshot& seen);
 
 private:
-    std::size_t below(std::size_t end) { return m_engine() % end; }
-    bool once(std::size_t in) { return below(in) == 0; }
-    template <class Choices>
-    const auto& of(const Choices& choices)
-    {
-        return choices[below(std::size(choices))];
-    }
     template <class Row>
     std::string idOf(const std::vector<Row>& rows)
     {
@@ -51,7 +44,6 @@ private:
     CategoryReorder reordering(const LedgerSnapshot& seen);
     FinancialSettingsCommand settings(const LedgerSnapshot& seen);
 
-    std::mt19937 m_engine;
     int m_key = 0;
 };
 

@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <list>
 #include <map>
-#include <random>
 #include <string>
 #include <variant>
 
@@ -21,6 +20,7 @@
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerService/Storage/Rows/People/MemberRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
+#include "LedgerService/testing/Random/RandomChoices.h"
 #include "LedgerService/testing/Random/RandomCommands.h"
 #include "LedgerService/testing/Random/RandomSections.h"
 #include "LedgerService/testing/Random/RandomSetup.h"
@@ -75,10 +75,10 @@ struct Person {
 };
 
 /// Several members who do all that can be asked for, over HTTP, while their rights change.
-class CompanyWalk {
+class CompanyWalk : RandomChoices {
 public:
     explicit CompanyWalk(std::uint32_t seed)
-        : m_engine(seed), m_entries(seed), m_setup(seed), m_sections(seed), m_client(m_service.client())
+        : RandomChoices(seed), m_entries(seed), m_setup(seed), m_sections(seed), m_client(m_service.client())
     {
         m_service.write([](Connection& connection) {
             foundSample(connection, "other"); // people who can be invited
@@ -125,13 +125,6 @@ public:
     [[nodiscard]] const std::map<std::string, int>& accepted() const { return m_accepted; }
 
 private:
-    std::size_t below(std::size_t end) { return m_engine() % end; }
-    bool once(std::size_t in) { return below(in) == 0; }
-    template <class Choices>
-    const auto& of(const Choices& choices)
-    {
-        return choices[below(std::size(choices))];
-    }
     [[nodiscard]] std::string key() const { return fmt::format("key-{}", m_number); }
 
     /// Whatever happened, somebody can go on.
@@ -386,7 +379,6 @@ private:
     }
 
     SectionService m_service;
-    std::mt19937 m_engine;
     RandomCommands m_entries;
     RandomSetup m_setup;
     RandomSections m_sections;

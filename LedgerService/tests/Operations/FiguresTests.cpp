@@ -13,11 +13,11 @@
 #include "LedgerService/Identity/Token.h"
 #include "LedgerService/Metrics.h"
 #include "LedgerService/Operations/Serving/MetricsListener.h"
-#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/testing/Eventually.h"
 #include "LedgerService/testing/OtherWriter.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleDatabase.h"
 #include "LedgerService/testing/SelfMadeCertificate.h"
 #include "LedgerService/testing/ServiceProcess.h"
 #include "LedgerService/testing/TestService.h"
@@ -50,14 +50,10 @@ class Figures : public testing::Test {
 protected:
     void SetUp() override
     {
-        const auto opened = Database::open(file);
-        ASSERT_TRUE(opened.has_value()) << opened.error();
-        const auto loan = (*opened)->borrow();
-        Transaction transaction{*loan, Transaction::Mode::writing};
-        foundSample(*loan, "sample");
-        SessionRepository::insert(*loan, Token::hash(token), {"sample", "mira"}, "2026-01-01T00:00:00.000Z",
-                                  "9999-01-01T00:00:00.000Z");
-        transaction.commit();
+        makeSampleDatabase(file, [this](Connection& connection) {
+            SessionRepository::insert(connection, Token::hash(token), {"sample", "mira"}, "2026-01-01T00:00:00.000Z",
+                                      "9999-01-01T00:00:00.000Z");
+        });
     }
 
     TemporaryFolder folder;

@@ -15,6 +15,7 @@
 #include "LedgerService/Storage/Sql/Query.h"
 #include "LedgerService/testing/Eventually.h"
 #include "LedgerService/testing/OtherWriter.h"
+#include "LedgerService/testing/SampleDatabase.h"
 #include "LedgerService/testing/TestService.h"
 
 namespace LedgerService {
@@ -68,15 +69,7 @@ private:
 /// A file with the sample company, and commands of the program on it.
 class ToldToEnd : public testing::Test {
 protected:
-    void SetUp() override
-    {
-        const auto opened = Database::open(file);
-        ASSERT_TRUE(opened.has_value()) << opened.error();
-        const auto loan = (*opened)->borrow();
-        Transaction transaction{*loan, Transaction::Mode::writing};
-        foundSample(*loan, "sample");
-        transaction.commit();
-    }
+    void SetUp() override { makeSampleDatabase(file); }
 
     [[nodiscard]] int run(const std::string& arguments) const
     {

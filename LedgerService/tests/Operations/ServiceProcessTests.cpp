@@ -24,10 +24,9 @@
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerService/Operations/Databases/Verify.h"
 #include "LedgerService/Operations/Serving/Serve.h"
-#include "LedgerService/Storage/Database.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleDatabase.h"
 #include "LedgerService/testing/ServiceProcess.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -47,13 +46,9 @@ class ServedByAProcess : public testing::Test {
 protected:
     void SetUp() override
     {
-        const auto opened = Database::open(file);
-        ASSERT_TRUE(opened.has_value()) << opened.error();
-        const auto loan = (*opened)->borrow();
-        Transaction transaction{*loan, Transaction::Mode::writing};
-        foundSample(*loan, "sample");
-        (*loan).execute("UPDATE companies SET bookkeeping_start_date = NULL");
-        transaction.commit();
+        makeSampleDatabase(file, [](Connection& connection) {
+            connection.execute("UPDATE companies SET bookkeeping_start_date = NULL");
+        });
         using std::filesystem::perms;
         if (!TestDatabase::server())
             std::filesystem::permissions(file, perms::owner_read | perms::owner_write);

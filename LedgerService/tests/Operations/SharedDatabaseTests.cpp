@@ -17,9 +17,8 @@
 #include "LedgerService/Storage/Rows/Entries/EntryRepository.h"
 #include "LedgerService/Storage/Rows/People/SessionRepository.h"
 #include "LedgerService/Storage/Sql/Connection.h"
-#include "LedgerService/Storage/Sql/Query.h"
-#include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleDatabase.h"
 #include "LedgerService/testing/ServiceProcess.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -35,17 +34,13 @@ class SharedBooks {
 public:
     explicit SharedBooks(TestDatabase::Isolation isolation) : database(folder, isolation)
     {
-        const auto opened = Database::open(database.name());
-        require(opened.has_value(), "the test's database opens");
-        const auto loan = (*opened)->borrow();
-        Transaction transaction{*loan, Transaction::Mode::writing};
-        foundSample(*loan, "sample");
-        Query{*loan, "UPDATE companies SET bookkeeping_start_date = NULL"}.run();
-        const auto now = std::chrono::system_clock::now();
-        for (const auto& [member, token] : {std::pair{"mira", mira}, {"rudi", rudi}})
-            SessionRepository::insert(*loan, Token::hash(token), {"sample", member}, LedgerDay::stamp(now),
-                                      LedgerDay::stamp(now + std::chrono::hours{1}));
-        transaction.commit();
+        makeSampleDatabase(database.name(), [this](Connection& connection) {
+            connection.execute("UPDATE companies SET bookkeeping_start_date = NULL");
+            const auto now = std::chrono::system_clock::now();
+            for (const auto& [member, token] : {std::pair{"mira", mira}, {"rudi", rudi}})
+                SessionRepository::insert(connection, Token::hash(token), {"sample", member}, LedgerDay::stamp(now),
+                                          LedgerDay::stamp(now + std::chrono::hours{1}));
+        });
     }
 
     [[nodiscard]] std::unique_ptr<ServiceProcess> serve() const

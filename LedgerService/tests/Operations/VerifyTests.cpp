@@ -9,8 +9,8 @@
 #include "LedgerService/Storage/Schema/MigrationSteps.h"
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"
-#include "LedgerService/Storage/Sql/Transaction.h"
 #include "LedgerService/testing/SampleBooks.h"
+#include "LedgerService/testing/SampleDatabase.h"
 #include "LedgerService/testing/SampleReceipts.h"
 #include "LedgerService/testing/TestService.h"
 
@@ -21,15 +21,7 @@ namespace {
 /// The sample's books in a file that nobody serves.
 class LoneFile {
 public:
-    LoneFile()
-    {
-        const auto database = Database::open(name());
-        EXPECT_TRUE(database.has_value());
-        const auto loan = (*database)->borrow();
-        Transaction transaction{*loan, Transaction::Mode::writing};
-        foundSample(*loan, "sample");
-        transaction.commit();
-    }
+    LoneFile() { makeSampleDatabase(name()); }
 
     [[nodiscard]] std::string name() const { return m_folder.file("books.sqlite"); }
 
