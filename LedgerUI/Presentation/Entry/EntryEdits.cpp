@@ -1,13 +1,13 @@
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 
 #include <algorithm>
-#include <array>
 #include <ranges>
 
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
+#include "LedgerUI/Presentation/Entry/EntryMessages.h"
 
 namespace {
 
@@ -28,42 +28,6 @@ LastUse lastUse(const LedgerSnapshot& snapshot, std::string_view kind)
     if (!latest)
         return {};
     return {latest->legs.front().accountID, latest->legs.front().currency};
-}
-
-void forget(EntryEditing& editing, EntryField field)
-{
-    std::erase_if(editing.problems, [field](const EntryProblem& each) { return each.field == field; });
-    editing.refusedPastes.erase(field);
-}
-
-/// Whether the problem was found by looking at several fields, so that a change of any of them may have settled it.
-bool isOfSeveralFields(const EntryProblem& problem)
-{
-    if (const auto* limit = std::get_if<RangeLimit>(&problem.reason))
-        return limit->of == RangeLimit::Of::balance;
-    if (const auto* reason = std::get_if<PostingReason>(&problem.reason))
-        return *reason == PostingReason::sameCurrency || *reason == PostingReason::beforeOriginal;
-    if (const auto* error = std::get_if<EntryValidationError>(&problem.reason))
-        return std::holds_alternative<EntryValidationError::ReserveInsufficient>(error->what) ||
-               std::holds_alternative<EntryValidationError::ReserveUnknown>(error->what);
-    return std::holds_alternative<RefundLimit>(problem.reason);
-}
-
-/// Whether the problem was found in the books, which may have changed since.
-bool isOfTheBooks(const EntryProblem& problem)
-{
-    constexpr std::array found{PostingReason::openingExists, PostingReason::historyIncomplete,
-                               PostingReason::originalUnavailable, PostingReason::duplicateReference,
-                               PostingReason::receiptLinked};
-    const auto* reason = std::get_if<PostingReason>(&problem.reason);
-    return isOfSeveralFields(problem) || (reason && std::ranges::find(found, *reason) != found.end());
-}
-
-/// What is said of a field that is changed, and of others in its light, waits until it is judged anew.
-void forgetWith(EntryEditing& editing, EntryField field)
-{
-    forget(editing, field);
-    std::erase_if(editing.problems, isOfSeveralFields);
 }
 
 /// Where openings can be recorded and what stands before them is looked up once: it takes walks through all entries.
@@ -112,7 +76,7 @@ void keepOfferedTarget(EntryEditing& editing, const LedgerSnapshot& snapshot)
     draft.target = kept;
     if (kept)
         return;
-    forget(editing, EntryField::destination);
+    EntryMessages::forget(editing, EntryField::destination);
     editing.problems.push_back(
         {EntryField::destination, EntryValidationError{EntryValidationError::DestinationRequired{}}});
 }
@@ -128,12 +92,12 @@ void setCurrency(EntryEditing& editing, const std::string& currency)
     }
     draft.currency = currency;
     draft.originalIncomeID.reset();
-    forget(editing, EntryField::amount);
+    EntryMessages::forget(editing, EntryField::amount);
 }
 
 void clearTargetAmount(EntryEditing& editing)
 {
-    forget(editing, EntryField::targetAmount);
+    EntryMessages::forget(editing, EntryField::targetAmount);
     if (editing.draft.targetAmount.empty())
         return;
     editing.targetCurrencyReset = true;
@@ -232,7 +196,7 @@ EntryEditing EntryEdits::withKind(EntryEditing editing, std::string_view kind, c
 
 EntryEditing EntryEdits::withAccount(EntryEditing editing, const std::string& accountID, const LedgerSnapshot& snapshot)
 {
-    forgetWith(editing, EntryField::account);
+    EntryMessages::forgetWith(editing, EntryField::account);
     setAccount(editing, accountID, snapshot);
     keepOfferedTarget(editing, snapshot);
     settleTargetCurrency(editing, snapshot);
@@ -241,7 +205,7 @@ EntryEditing EntryEdits::withAccount(EntryEditing editing, const std::string& ac
 
 EntryEditing EntryEdits::withCurrency(EntryEditing editing, const std::string& currency, const LedgerSnapshot& snapshot)
 {
-    forgetWith(editing, EntryField::account);
+    EntryMessages::forgetWith(editing, EntryField::account);
     setCurrency(editing, currency);
     keepOfferedTarget(editing, snapshot);
     settleTargetCurrency(editing, snapshot);
@@ -251,7 +215,7 @@ EntryEditing EntryEdits::withCurrency(EntryEditing editing, const std::string& c
 EntryEditing EntryEdits::withDestination(EntryEditing editing, const std::string& accountID,
                                          const LedgerSnapshot& snapshot)
 {
-    forgetWith(editing, EntryField::destination);
+    EntryMessages::forgetWith(editing, EntryField::destination);
     editing.targetNeedsSelection = false;
     editing.draft.target = accountID;
     settleTargetCurrency(editing, snapshot);
@@ -263,7 +227,7 @@ EntryEditing EntryEdits::withTargetCurrency(EntryEditing editing, const std::str
     auto& draft = editing.draft;
     if (draft.targetCurrency == currency)
         return editing;
-    forgetWith(editing, EntryField::destination);
+    EntryMessages::forgetWith(editing, EntryField::destination);
     clearTargetAmount(editing);
     draft.targetCurrency = currency;
     return editing;
@@ -271,7 +235,7 @@ EntryEditing EntryEdits::withTargetCurrency(EntryEditing editing, const std::str
 
 EntryEditing EntryEdits::withAmount(EntryEditing editing, std::string text)
 {
-    forget(editing, EntryField::amount);
+    EntryMessages::forget(editing, EntryField::amount);
     editing.sourceCurrencyReset = false;
     editing.draft.amount = std::move(text);
     return editing;
@@ -279,7 +243,7 @@ EntryEditing EntryEdits::withAmount(EntryEditing editing, std::string text)
 
 EntryEditing EntryEdits::withTargetAmount(EntryEditing editing, std::string text)
 {
-    forget(editing, EntryField::targetAmount);
+    EntryMessages::forget(editing, EntryField::targetAmount);
     editing.targetCurrencyReset = false;
     editing.draft.targetAmount = std::move(text);
     return editing;
@@ -295,7 +259,7 @@ EntryEditing EntryEdits::leftAmount(EntryEditing editing, EntryField amount, std
     const auto minor = Money::parse(text, currency, locale);
     if (minor && *minor > 0)
         return editing;
-    forget(editing, amount);
+    EntryMessages::forget(editing, amount);
     if (minor)
         editing.problems.push_back({amount, EntryValidationError{EntryValidationError::PositiveAmount{}}});
     else
@@ -305,49 +269,49 @@ EntryEditing EntryEdits::leftAmount(EntryEditing editing, EntryField amount, std
 
 EntryEditing EntryEdits::refusedPaste(EntryEditing editing, EntryField amount, PasteRefusal refusal)
 {
-    forget(editing, amount);
+    EntryMessages::forget(editing, amount);
     editing.refusedPastes.emplace(amount, refusal);
     return editing;
 }
 
 EntryEditing EntryEdits::withDay(EntryEditing editing, std::string day)
 {
-    forgetWith(editing, EntryField::date);
+    EntryMessages::forgetWith(editing, EntryField::date);
     editing.draft.date = std::move(day);
     return editing;
 }
 
 EntryEditing EntryEdits::withCategory(EntryEditing editing, const std::string& categoryID)
 {
-    forget(editing, EntryField::category);
+    EntryMessages::forget(editing, EntryField::category);
     editing.draft.categoryID = categoryID;
     return editing;
 }
 
 EntryEditing EntryEdits::withNote(EntryEditing editing, std::string note)
 {
-    forget(editing, EntryField::note);
+    EntryMessages::forget(editing, EntryField::note);
     editing.draft.note = std::move(note);
     return editing;
 }
 
 EntryEditing EntryEdits::withOriginal(EntryEditing editing, const std::optional<std::string>& incomeID)
 {
-    forgetWith(editing, EntryField::original);
+    EntryMessages::forgetWith(editing, EntryField::original);
     editing.draft.originalIncomeID = incomeID;
     return editing;
 }
 
 EntryEditing EntryEdits::withReference(EntryEditing editing, std::string reference)
 {
-    forget(editing, EntryField::original);
+    EntryMessages::forget(editing, EntryField::original);
     editing.draft.refundReference = std::move(reference);
     return editing;
 }
 
 EntryEditing EntryEdits::withReceipts(EntryEditing editing, std::vector<std::string> attachmentIDs)
 {
-    forget(editing, EntryField::receipts);
+    EntryMessages::forget(editing, EntryField::receipts);
     editing.draft.attachments = std::move(attachmentIDs);
     return editing;
 }
@@ -355,11 +319,11 @@ EntryEditing EntryEdits::withReceipts(EntryEditing editing, std::vector<std::str
 EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& snapshot)
 {
     auto& draft = editing.draft;
-    std::erase_if(editing.problems, isOfTheBooks);
+    EntryMessages::forgetBooks(editing);
     findOpenings(editing, snapshot);
     if (draft.primaryAccount() && !isOffered(editing, snapshot, draft.primaryAccount())) {
         draft.primaryAccount().reset();
-        forget(editing, EntryField::account);
+        EntryMessages::forget(editing, EntryField::account);
         editing.problems.push_back({EntryField::account, PostingReason::notFound});
     }
     keepOfferedTarget(editing, snapshot);
@@ -367,7 +331,7 @@ EntryEditing EntryEdits::refreshed(EntryEditing editing, const LedgerSnapshot& s
         const auto found = std::ranges::find(snapshot.categories, *draft.categoryID, &Category::id);
         if (found == snapshot.categories.end() || found->archived) {
             draft.categoryID.reset();
-            forget(editing, EntryField::category);
+            EntryMessages::forget(editing, EntryField::category);
             editing.problems.push_back({EntryField::category, PostingReason::notFound});
         }
     }
@@ -423,42 +387,4 @@ EntrySubmission EntryEdits::restored(const KeptEntry& kept, const LedgerSnapshot
     if (draft.kind == EntryKind::opening && draft.target)
         editing.openings.push_back({*draft.target, draft.currency});
     return EntrySubmission::uncertain(std::move(editing), input);
-}
-
-TransactionDraft EntryEdits::refunding(const LedgerRefund& refund, std::string_view locale)
-{
-    TransactionDraft draft;
-    draft.kind = EntryKind::refund;
-    draft.source = refund.accountID;
-    draft.currency = refund.currency;
-    draft.amount = Money::formatDigits(refund.remainingMinor, refund.currency, locale);
-    draft.originalIncomeID = refund.incomeID;
-    return draft;
-}
-
-TransactionDraft EntryEdits::correctionOf(const LedgerTransaction& original, std::string_view locale)
-{
-    TransactionDraft draft;
-    draft.kind = original.kind;
-    draft.date = original.date;
-    draft.note = original.note;
-    draft.categoryID = original.categoryID;
-    draft.originalIncomeID = original.originalTransactionID;
-    draft.refundReference = original.externalReference.value_or(std::string{});
-    const auto digits = [&](const LedgerLeg& leg) {
-        return Money::formatDigits(leg.amountMinor < 0 ? -leg.amountMinor : leg.amountMinor, leg.currency, locale);
-    };
-    for (const auto& leg : original.legs) {
-        const bool isTarget = leg.amountMinor > 0;
-        (isTarget ? draft.target : draft.source) = leg.accountID;
-        const bool isPrimary = isTarget == draft.onlyArrives();
-        if (isPrimary) {
-            draft.currency = leg.currency;
-            draft.amount = digits(leg);
-        } else if (draft.kind == EntryKind::exchange) {
-            draft.targetCurrency = leg.currency;
-            draft.targetAmount = digits(leg);
-        }
-    }
-    return draft;
 }

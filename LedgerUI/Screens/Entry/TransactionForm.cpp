@@ -11,7 +11,6 @@
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Templates/TemplateSchedule.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
-#include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Period/DayField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
@@ -22,6 +21,7 @@
 #include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Templates/TemplateDrafts.h"
 #include "LedgerUI/Presentation/Templates/TemplateWords.h"
+#include "LedgerUI/Screens/Entry/BegunEntryOffer.h"
 #include "LedgerUI/Screens/Entry/CategoryCommands.h"
 #include "LedgerUI/Screens/Entry/EntryFormBody.h"
 #include "LedgerUI/Screens/Receipts/AddReceiptsDialog.h"
@@ -80,32 +80,11 @@ void TransactionForm::buildBody()
     auto* rows = new QVBoxLayout(whole);
     rows->setContentsMargins(0, 0, 0, 0);
     rows->setSpacing(0);
-    rows->addWidget(buildBegun(whole));
+    m_begun = new BegunEntryOffer(store().drafts(), whole);
+    rows->addWidget(m_begun);
     rows->addWidget(m_body, 1);
     rows->addWidget(m_templateRow);
     setBody(whole, formWidth);
-}
-
-QWidget* TransactionForm::buildBegun(QWidget* parent)
-{
-    m_begun = new QWidget(parent);
-    m_begunText = new Banner(Banner::Kind::info, m_begun);
-    m_begunText->setObjectName(QStringLiteral("entryBegun"));
-    const auto button = [this](const char* name) {
-        auto* made = new QPushButton(m_begunText);
-        made->setObjectName(QString::fromLatin1(name));
-        made->setProperty("extent", QStringLiteral("small"));
-        made->setAutoDefault(false);
-        m_begunText->addAction(made);
-        return made;
-    };
-    m_begunContinue = button("entryBegunContinue");
-    m_begunDiscard = button("entryBegunDiscard");
-    auto* margins = new QVBoxLayout(m_begun);
-    margins->setContentsMargins(Space::dialogMargin, Space::step3, Space::dialogMargin, Space::step3);
-    margins->addWidget(m_begunText);
-    m_begun->hide();
-    return m_begun;
 }
 
 /// What another start of the program has left is offered before it is typed a second time.
@@ -114,49 +93,21 @@ void TransactionForm::offerBegun()
     if (!m_isFresh)
         return;
     m_offersBegun = true;
-    connect(m_begunContinue, &QPushButton::clicked, this, &TransactionForm::continueBegun);
-    connect(m_begunDiscard, &QPushButton::clicked, this, &TransactionForm::askToDiscardBegun);
+    connect(m_begun, &BegunEntryOffer::continued, this, [this](const EntryDraft& begun) {
+        auto draft = BegunEntry::continued(begun, locale());
+        leave();
+        Q_EMIT continueWanted({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
+    });
+    connect(m_begun, &BegunEntryOffer::gone, this, [this] { firstField().setFocus(Qt::OtherFocusReason); });
     connect(&store().drafts(), &EntryDrafts::changed, this, &TransactionForm::presentBegun);
     presentBegun();
 }
 
 void TransactionForm::presentBegun()
 {
-    const auto begun = store().drafts().left();
-    const bool isOffered = m_offersBegun && begun && snapshot() && m_entry.submission().isEditing() && !m_hasGoneOn &&
+    const bool isOffered = m_offersBegun && snapshot() && m_entry.submission().isEditing() && !m_hasGoneOn &&
                            !hasChanges() && !isElsewhere();
-    m_begunContinue->setText(word(entryFormWords(), "begun.continue"));
-    m_begunDiscard->setText(word(entryFormWords(), "begun.discard"));
-    if (isOffered)
-        m_begunText->present(Banner::Kind::info, BegunEntry::offer(*begun, *snapshot(), locale()));
-    m_begun->setVisible(isOffered);
-}
-
-void TransactionForm::askToDiscardBegun()
-{
-    const auto begun = store().drafts().left();
-    if (!begun)
-        return;
-    const auto text = [](std::string_view key) { return word(EntryWords::words(), key); };
-    MessageDialog::ask({.title = text("discardTitle"),
-                        .text = text("discardMessage"),
-                        .confirm = text("discard"),
-                        .cancel = text("keepEditing")},
-                       this, [this, key = begun->entry.idempotencyKey] {
-                           store().drafts().discard(key);
-                           if (m_begun->isHidden())
-                               firstField().setFocus(Qt::OtherFocusReason);
-                       });
-}
-
-void TransactionForm::continueBegun()
-{
-    const auto begun = store().drafts().left();
-    if (!begun)
-        return;
-    auto draft = BegunEntry::continued(*begun, locale());
-    leave();
-    Q_EMIT continueWanted({.kind = draft.kind, .accountID = {}, .prefilled = std::move(draft)});
+    m_begun->present(isOffered ? snapshot().get() : nullptr, locale());
 }
 
 void TransactionForm::offerTemplate()

@@ -6,6 +6,7 @@
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Entry/EntryComposition.h"
 
+class BegunEntryOffer;
 class CategoryCommands;
 class DraftReceipts;
 class DayField;
@@ -52,10 +53,7 @@ private:
     /// What is to be recorded, unless something is wrong or receipts are on their way, which is said then.
     std::optional<TransactionInput> checked();
     void send(const TransactionInput& input);
-    QWidget* buildBegun(QWidget* parent);
     void presentBegun();
-    void askToDiscardBegun();
-    void continueBegun();
     void keepDraft();
     void takeAnotherKey(const std::string& key);
     void forget();
@@ -76,10 +74,7 @@ private:
     QPushButton* m_template = nullptr;
     QWidget* m_templateRow = nullptr;
     TextLabel* m_behind = nullptr;
-    QWidget* m_begun = nullptr; // the offer of an entry that was begun before
-    Banner* m_begunText = nullptr;
-    QPushButton* m_begunContinue = nullptr;
-    QPushButton* m_begunDiscard = nullptr;
+    BegunEntryOffer* m_begun = nullptr;
     bool m_offersTemplate = false;
     bool m_isFresh = false; // opened on nothing
     bool m_offersBegun = false;
