@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
+#include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Components/Buttons/ComboBoxLists.h"
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Fields/FormField.h"
@@ -15,11 +16,32 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
 
 constexpr int visibleIncomes = 12;
+constexpr int foldedRole = Qt::UserRole + 1;
+
+QString folded(const QString& text)
+{
+    return qString(TextFold::folded(text.toStdString()));
+}
+
+/// Finds what was typed wherever it stands in a text, whatever its case and diacritics.
+class FoldedCompleter final : public QCompleter {
+public:
+    explicit FoldedCompleter(QComboBox& box) : QCompleter{box.model(), &box}
+    {
+        setCompletionRole(foldedRole);
+        setCompletionMode(PopupCompletion);
+        setFilterMode(Qt::MatchContains);
+    }
+
+    [[nodiscard]] QStringList splitPath(const QString& typed) const override { return {folded(typed)}; }
+    [[nodiscard]] QString pathFromIndex(const QModelIndex& index) const override { return index.data().toString(); }
+};
 
 }
 
@@ -33,8 +55,7 @@ OriginalField::OriginalField(QWidget* parent) : QWidget{parent}
     m_incomes->setInsertPolicy(QComboBox::NoInsert);
     m_incomes->setMaxVisibleItems(visibleIncomes);
     m_incomes->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_incomes->completer()->setCompletionMode(QCompleter::PopupCompletion);
-    m_incomes->completer()->setFilterMode(Qt::MatchContains);
+    m_incomes->setCompleter(new FoldedCompleter(*m_incomes));
     dressComboBox(*m_incomes);
     m_error = new FieldError(m_incomes, this);
     m_error->setObjectName(QStringLiteral("entryOriginalError"));
@@ -71,6 +92,8 @@ void OriginalField::offer(std::vector<EntryRefundableRow> rows)
     m_incomes->addItem(word(entryFormWords(), "noOriginal"));
     for (const auto& row : m_rows)
         m_incomes->addItem(row.text, qString(row.id));
+    for (int at = 0; at < m_incomes->count(); ++at)
+        m_incomes->setItemData(at, folded(m_incomes->itemText(at)), foldedRole);
 }
 
 void OriginalField::present(const std::optional<std::string>& chosen, const QString& reference)

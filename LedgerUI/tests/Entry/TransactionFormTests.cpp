@@ -1,7 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QComboBox>
+#include <QCompleter>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMainWindow>
@@ -258,6 +260,25 @@ TEST(TransactionForm, FindsACategoryByTypingInTheTiles)
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     EXPECT_FALSE(under.control("entryCategoryPopover").isVisible());
     EXPECT_EQ(under.control<QLabel>("entryCategoryPath").text(), QStringLiteral("Rent"));
+}
+
+TEST(TransactionForm, FindsAnIncomeWithoutItsDiacritics)
+{
+    auto books = entryBooks();
+    books.category("goods", "income", "Bán hàng").income("i1", "2026-11-02", "bank", "IDR", 3'000'000, "goods");
+    books.income("i2", "2026-11-03", "bank", "IDR", 4'000'000, "sales");
+    FormUnderTest under{"bank", "refund", "vi-VN", books};
+    auto& original = under.control<QComboBox>("entryOriginal");
+    ASSERT_EQ(original.count(), 3);
+    original.setFocus();
+    original.lineEdit()->selectAll();
+    QTest::keyClicks(original.lineEdit(), QStringLiteral("BAN HANG"));
+    auto* const list = original.completer()->popup();
+    waitUntil([&] { return list->isVisible(); });
+    EXPECT_EQ(list->model()->rowCount(), 1);
+    QTest::keyClick(list, Qt::Key_Down);
+    QTest::keyClick(list, Qt::Key_Return);
+    EXPECT_TRUE(original.currentText().contains(QStringLiteral("Bán hàng"))) << original.currentText().toStdString();
 }
 
 TEST(TransactionForm, LeavesNoSearchStandingThatChoseNoIncome)
