@@ -29,6 +29,7 @@ public:
     [[nodiscard]] QList<QWidget*> panes() const override;
     [[nodiscard]] StatusContext statusContext() const override;
     void follow(const PageLink& link) override;
+    void followDay() override { adoptSnapshot(); }
 
 protected:
     void changeEvent(QEvent* event) override;

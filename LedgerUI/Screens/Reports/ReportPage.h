@@ -21,6 +21,7 @@ class ReportPage : public PageView {
     Q_OBJECT
 public:
     void adoptInvitations(const std::vector<PendingInvitation>& invitations) override;
+    void followDay() override { adoptSnapshot(); }
 
 protected:
     /// Begins with this report; `name` begins the names of the controls.

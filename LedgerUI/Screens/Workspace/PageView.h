@@ -29,6 +29,10 @@ public:
     /// Does what a link to this page asks for. The page is shown by then.
     virtual void follow(const PageLink& /*link*/) {}
 
+    /// Another day has begun. What falls due on it and what is called "this month" may be other things now, of the same
+    /// books.
+    virtual void followDay() {}
+
     /// Takes over the open invitations, which were read anew as the person came back.
     virtual void adoptInvitations(const std::vector<PendingInvitation>& /*invitations*/) {}
 

@@ -1,6 +1,7 @@
 #include "LedgerUI/Screens/Workspace/WorkspaceView.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QApplication>
 #include <QCoro/QCoroTask>
@@ -26,7 +27,7 @@
 #include "LedgerUI/Theme/Space.h"
 
 WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, QWidget* parent)
-    : QWidget{parent}, m_store{store}, m_registry{registry}
+    : QWidget{parent}, m_store{store}, m_registry{registry}, m_today{store.today()}
 {
     setObjectName(QStringLiteral("workspaceView"));
     buildLayout();
@@ -43,6 +44,7 @@ WorkspaceView::WorkspaceView(LedgerStore& store, const PageRegistry& registry, Q
     });
     connect(&m_store, &LedgerStore::isBusyChanged, this, &WorkspaceView::presentStatus);
     connect(&m_store, &LedgerStore::lastRefreshChanged, this, &WorkspaceView::presentStatus);
+    connect(&m_store, &LedgerStore::lastRefreshChanged, this, &WorkspaceView::followDay);
     connect(&m_store, &LedgerStore::isStaleChanged, this, &WorkspaceView::presentStatus);
     connect(&m_store.drafts(), &EntryDrafts::arrived, this, &WorkspaceView::showKeptEntry);
     m_firstPage.setSingleShot(true);
@@ -107,8 +109,19 @@ void WorkspaceView::leaveFor(WorkspacePage page, std::function<void()> proceed)
     });
 }
 
+/// A window that stays open over night comes to another day with the same books.
+void WorkspaceView::followDay()
+{
+    const auto today = m_store.today();
+    if (std::exchange(m_today, today) == today)
+        return;
+    for (const auto& [page, view] : m_views)
+        view->followDay();
+}
+
 void WorkspaceView::refreshOnReturn()
 {
+    followDay();
     QCoro::connect(m_store.refreshQuietly(), this, [this, wasStale = m_store.isStale()](const Result<void>& refreshed) {
         if (refreshed)
             readInvitations();

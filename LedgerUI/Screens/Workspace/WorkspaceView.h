@@ -3,6 +3,7 @@
 #include <functional>
 #include <map>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include <QTimer>
@@ -60,6 +61,7 @@ private:
     void showKeptEntry();
     void focusStart();
     void presentStatus();
+    void followDay();
     void presentContext();
     void refresh();
     void readInvitations();
@@ -80,6 +82,7 @@ private:
     StatusBar* m_status = nullptr;
     BusyBar* m_busy = nullptr;
     QTimer m_firstPage;
+    std::string m_today; // as the pages know it
     std::vector<WorkspacePage> m_pages;
     std::map<WorkspacePage, PageView*> m_views; // made when first wanted; what they show is kept while they are away
 };

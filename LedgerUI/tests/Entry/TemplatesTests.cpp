@@ -61,6 +61,20 @@ TEST_F(Templates, ProposeWhatIsDueAndLeaveTheRecordingToAPerson)
     under.screen.waitUntilGone("templatesDue");
 }
 
+TEST_F(Templates, ProposeWhatFallsDueWhileTheWindowStaysOpen)
+{
+    under.screen.keys("Ctrl+2");
+    under.screen.waitFor("attention");
+    const auto wanted = [&] { return under.screen.read("attention"); };
+    EXPECT_FALSE(wanted().contains("30 Nov")) << wanted();
+    under.clock.advance(std::chrono::days{10}); // November has no 31st
+    under.screen.keys("F5");
+    under.screen.waitUntil("the report names it", [&] { return wanted().contains("30 Nov"); });
+    under.screen.keys("Ctrl+1");
+    under.screen.waitFor("templatesDue");
+    EXPECT_EQ(under.screen.read("templatesDue"), "2 recurring entries are due");
+}
+
 TEST_F(Templates, TellThatSomebodyElseHasRecordedTheDay)
 {
     openRent();

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <optional>
 
-#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
@@ -54,14 +53,14 @@ std::vector<MoneyText> amountsOf(const LedgerBook& book, std::uint32_t at)
     return amounts;
 }
 
-LedgerRow rowFor(const LedgerBook& book, std::uint32_t at, std::chrono::year_month_day today)
+LedgerRow rowFor(const LedgerBook& book, std::uint32_t at, std::string_view today)
 {
     const auto& entry = book.entry(at);
     const auto& transaction = book.transaction(at);
     LedgerRow row;
     row.id = QString::fromStdString(transaction.id);
     row.kind = book.kinds().id(entry.kind);
-    row.day = DayText::nearDay(transaction.date, LedgerDay::format(today), book.locale());
+    row.day = DayText::nearDay(transaction.date, today, book.locale());
     row.kindTitle = QString::fromStdString(book.names().kind(transaction));
     row.title = QString::fromStdString(book.titles().id(entry.title));
     row.note = QString::fromStdString(transaction.note).simplified();

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <string_view>
 #include <vector>
 
@@ -25,8 +24,9 @@ struct LedgerRow {
     bool isReversed = false;
 };
 
-/// The row of one entry. Days of other years than `today`'s carry their year. `kind` points into the book.
-LedgerRow rowFor(const LedgerBook& book, std::uint32_t at, std::chrono::year_month_day today);
+/// The row of one entry. Days of other years than `today`'s ("2026-11-20") carry their year. `kind` points into the
+/// book.
+LedgerRow rowFor(const LedgerBook& book, std::uint32_t at, std::string_view today);
 
 /// The amounts of an entry, one per currency; transfers are shown without a sign.
 std::vector<MoneyText> amountsOf(const LedgerBook& book, std::uint32_t at);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Ledger/LedgerWords.h"
@@ -80,6 +81,7 @@ void LedgerTableModel::adopt(const RowChange& change)
 {
     m_lines = RowPatch::known(change, m_next->lines);
     m_listing = m_next;
+    m_today = LedgerDay::format(m_listing->query.today);
     forgetMade();
 }
 
@@ -95,7 +97,7 @@ const LedgerRow& LedgerTableModel::row(int row) const
         return found->second;
     if (m_made.size() >= madeRowsKept)
         m_made.clear();
-    return m_made.emplace(at, rowFor(*book(), at, m_listing->query.today)).first->second;
+    return m_made.emplace(at, rowFor(*book(), at, m_today)).first->second;
 }
 
 const LedgerDayRow& LedgerTableModel::dayRow(int row) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -59,6 +60,7 @@ private:
     void forgetMade();
 
     LedgerListingPointer m_listing;
+    std::string m_today; // of the listing
     bool m_hasBalances = false;
     LedgerListingPointer m_next; // while a change is announced
     std::vector<LedgerLine> m_lines;
