@@ -82,6 +82,7 @@ PrintedTable entriesOf(const LedgerListing& listing)
                                    {.head = word("column.member"), .width = Width::rest},
                                    {.head = word("column.amount"), .side = Side::end}},
                        .rows = {}};
+    const auto today = LedgerDay::format(listing.query.today);
     table.rows.reserve(listing.lines.size());
     for (const auto line : listing.lines) {
         if (line.isHead()) {
@@ -89,7 +90,7 @@ PrintedTable entriesOf(const LedgerListing& listing)
             continue;
         }
         const auto at = line.entry();
-        const auto row = rowFor(book, at, listing.query.today);
+        const auto row = rowFor(book, at, today);
         const auto account =
             row.destination.isEmpty() ? row.account : QStringLiteral("%1 → %2").arg(row.account, row.destination);
         table.rows.push_back({.cells = {{DayText::shortDate(book.transaction(at).date, book.locale())},

@@ -7,6 +7,8 @@
 #include <QWidget>
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
+#include "LedgerCore/Domain/Exports/CapitalCSV.h"
+#include "LedgerCore/Domain/Exports/DividendCSV.h"
 #include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
@@ -19,28 +21,33 @@ SectionExport::SectionExport(LedgerStore& store, QWidget& page) : QObject{&page}
 
 void SectionExport::saveCapital()
 {
-    QCoro::connect(m_store.exportCapitalCSVAsync(true), this, [this](const Result<ExportedFile>& file) { ask(file); });
+    ask(CapitalCSV::fileName(m_store.today()), [&store = m_store] { return store.exportCapitalCSVAsync(true); });
 }
 
 void SectionExport::saveDividends()
 {
-    QCoro::connect(m_store.exportDividendsCSVAsync(true), this,
-                   [this](const Result<ExportedFile>& file) { ask(file); });
+    ask(DividendCSV::fileName(m_store.today()), [&store = m_store] { return store.exportDividendsCSVAsync(true); });
 }
 
-void SectionExport::ask(const Result<ExportedFile>& file)
+/// A person may take their time over the place: the table is made once they have chosen it.
+void SectionExport::ask(const std::string& name, Making make)
 {
-    if (!file)
-        return; // the store says why
     const FileChoice::Question question{.name = QStringLiteral("exportFileDialog"),
                                         .title = word(exportWords(), "saveDialog"),
                                         .filter = FileChoice::csvFiles()};
-    FileChoice::save(
-        question, qString(file->name), m_page.window(),
-        [self = QPointer<SectionExport>{this}, content = file->content](const std::filesystem::path& path) {
-            if (self)
-                self->write(path, content);
-        });
+    FileChoice::save(question, qString(name), m_page.window(),
+                     [self = QPointer<SectionExport>{this}, make = std::move(make)](const std::filesystem::path& path) {
+                         if (self)
+                             self->save(path, make);
+                     });
+}
+
+void SectionExport::save(const std::filesystem::path& path, const Making& make)
+{
+    QCoro::connect(make(), this, [this, path](const Result<ExportedFile>& file) {
+        if (file) // else the store says why
+            write(path, file->content);
+    });
 }
 
 void SectionExport::write(const std::filesystem::path& path, std::string content)

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
+#include <QCoro/QCoroTask>
 #include <QObject>
 
 #include "LedgerCore/Client/Errors/Failure.h"
@@ -12,8 +14,8 @@ class QWidget;
 enum class SavingProblem;
 struct ExportedFile;
 
-/// Saves one section of the books as a table, where the person wants it: made from the newest books, as they may see
-/// them.
+/// Saves one section of the books as a table, where the person wants it: made from the newest books at the time it is
+/// written, as they may see them then.
 class SectionExport final : public QObject {
     Q_OBJECT
 public:
@@ -26,7 +28,9 @@ Q_SIGNALS:
     void done(const QString& sentence);
 
 private:
-    void ask(const Result<ExportedFile>& file);
+    using Making = std::function<QCoro::Task<Result<ExportedFile>>()>;
+    void ask(const std::string& name, Making make);
+    void save(const std::filesystem::path& path, const Making& make);
     void write(const std::filesystem::path& path, std::string content);
     void sayWhyNot(SavingProblem problem);
 

@@ -1,6 +1,7 @@
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
 
 #include <span>
+#include <utility>
 
 #include <QApplication>
 #include <QClipboard>
@@ -77,6 +78,10 @@ ImportDialog::ImportDialog(LedgerStore& store, QWidget* parent) : CommandForm{st
         saveFile(qString(LedgerImportCSV::templateName) + QStringLiteral(".csv"), LedgerImportCSV::templateText);
     });
     connect(this, &FormDialog::confirmed, this, &ImportDialog::confirm);
+    connect(&store, &LedgerStore::isBusyChanged, this, [this] {
+        if (std::exchange(m_waits, false))
+            present();
+    });
     present();
 }
 
@@ -138,8 +143,7 @@ CommandForm::Note ImportDialog::note() const
 void ImportDialog::say(const QString& what)
 {
     m_said = what;
-    if (m_stage != Stage::stopped)
-        m_failure.clear();
+    m_failure.clear();
     present();
 }
 
@@ -148,9 +152,13 @@ CommandForm::Note ImportDialog::standing() const
     if (m_stage == Stage::done)
         return {Banner::Kind::success, counted("done", m_confirmed)};
     if (m_stage == Stage::stopped) {
-        const auto stopped = qString(importStoppedText(m_confirmed, locale()));
-        return {Banner::Kind::warn, m_failure.isEmpty() ? stopped : m_failure + QLatin1Char('\n') + stopped};
+        QStringList lines{m_stoppedBy ? qString(store().friendly(*m_stoppedBy, locale())) : QString{}, m_failure,
+                          qString(importStoppedText(m_confirmed, locale()))};
+        lines.removeAll(QString{});
+        return {Banner::Kind::warn, lines.join(QLatin1Char('\n'))};
     }
+    if (m_waits)
+        return {Banner::Kind::error, word(ledgerWords(), "newEntry.busy")};
     if (!m_failure.isEmpty())
         return {Banner::Kind::error, m_failure};
     if (!isPlanned())
@@ -191,8 +199,7 @@ void ImportDialog::adoptSnapshot()
 
 void ImportDialog::adoptLanguage(const std::string& /*before*/)
 {
-    if (m_stage != Stage::stopped)
-        m_failure.clear();
+    m_failure.clear();
     m_said.clear();
     if (isPlanned())
         m_findings->take(LedgerImport::found(*m_reading, locale()));
@@ -276,15 +283,18 @@ void ImportDialog::confirm()
 
 void ImportDialog::import()
 {
-    if (!isPlanned() || !m_reading->isReady() || store().isBusy() || isElsewhere()) {
-        // While the question was open: the books came anew, or something else is being sent.
-        m_failure = store().isBusy() ? word(ledgerWords(), "newEntry.busy") : text("changedMeanwhile");
-        present();
-        return;
+    // While the question was open the books may have come anew, or something else may be on its way.
+    m_waits = store().isBusy();
+    if (m_waits)
+        return present();
+    if (!isPlanned() || !m_reading->isReady() || isElsewhere()) {
+        m_failure = text("changedMeanwhile");
+        return present();
     }
     m_stage = Stage::importing;
     m_confirmed = 0;
     m_isStopping = false;
+    m_stoppedBy.reset();
     m_failure.clear();
     m_said.clear();
     present();
@@ -307,7 +317,7 @@ void ImportDialog::finish(const Result<void>& outcome)
     m_stage = outcome ? Stage::done : Stage::stopped;
     if (!outcome) {
         if (!std::holds_alternative<Cancelled>(outcome.error()))
-            m_failure = qString(store().friendly(outcome.error(), locale()));
+            m_stoppedBy = outcome.error();
         store().dismissMessages(); // the banner says it
     }
     present();

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <optional>
 
 #include "LedgerUI/Components/Dialogs/CommandForm.h"
 #include "LedgerUI/Presentation/Imports/LedgerImport.h"
@@ -60,7 +61,9 @@ private:
     int m_readings = 0; // the run whose answer counts
     std::size_t m_confirmed = 0;
     bool m_isStopping = false;
-    QString m_failure; // why it stopped, or why a file could not be saved
+    bool m_waits = false; // it was to start while the store was busy, and still is
+    std::optional<Failure> m_stoppedBy;
+    QString m_failure; // why it did not start, or a file could not be saved
     QString m_said;    // of what was saved or copied last
 
     ImportFileCard* m_file = nullptr;

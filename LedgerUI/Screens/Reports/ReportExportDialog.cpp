@@ -43,10 +43,8 @@ ReportExportDialog::ReportExportDialog(LedgerStore& store, Source source, Report
     cancelButton().setObjectName(QStringLiteral("reportExportCancel"));
     buildBody();
     connect(this, &FormDialog::confirmed, this, &ReportExportDialog::askForFile);
-    connect(m_table, &SegmentedControl::chosenByUser, this, [this](int at) {
-        m_tableID = m_choices[static_cast<std::size_t>(at)].tableID;
-        present();
-    });
+    connect(m_table, &SegmentedControl::chosenByUser, this,
+            [this](int at) { choose(m_choices[static_cast<std::size_t>(at)]); });
     takeSheet();
 }
 
@@ -120,15 +118,23 @@ const ReportExport::Choice* ReportExportDialog::chosen() const
     return found == m_choices.end() ? nullptr : &*found;
 }
 
+/// Other books may be given out where those before them were not.
 void ReportExportDialog::adoptSnapshot()
 {
-    // The page hears of the same snapshot, maybe after this dialog does.
+    m_refusal.reset();
+    followPage();
+}
+
+void ReportExportDialog::followPage()
+{
+    // The page hears of the same snapshot and language, maybe after this dialog does.
     QMetaObject::invokeMethod(this, &ReportExportDialog::takeSheet, Qt::QueuedConnection);
 }
 
 void ReportExportDialog::adoptLanguage(const std::string& /*before*/)
 {
-    adoptSnapshot();
+    m_note = {}; // in the words of another language
+    followPage();
 }
 
 void ReportExportDialog::present()
@@ -169,9 +175,16 @@ void ReportExportDialog::presentScope()
 void ReportExportDialog::choose(const QString& tableName)
 {
     const auto found = std::ranges::find(m_choices, tableName, &ReportExport::Choice::name);
-    if (found == m_choices.end())
-        return;
-    m_tableID = found->tableID;
+    if (found != m_choices.end())
+        choose(*found);
+}
+
+/// What was said was about another table.
+void ReportExportDialog::choose(const ReportExport::Choice& table)
+{
+    m_tableID = table.tableID;
+    m_refusal.reset();
+    m_note = {};
     present();
 }
 

@@ -39,8 +39,10 @@ private:
     [[nodiscard]] QWidget& firstField() const override;
 
     void buildBody();
+    void followPage();
     void takeSheet();
     void presentScope();
+    void choose(const ReportExport::Choice& table);
     void tellChanges();
     [[nodiscard]] const ReportExport::Choice* chosen() const;
     void askForFile();

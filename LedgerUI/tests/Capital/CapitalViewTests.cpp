@@ -320,6 +320,25 @@ TEST(CapitalView, ShowsAllFiguresWithoutScrollingInTheSmallestWindow)
     }
 }
 
+TEST(CapitalView, KeepsTheSettlementBelowTheLinesWhetherAnythingWasPaidOrNot)
+{
+    Page page;
+    page.openDividends();
+    const auto gapOf = [&](const char* batch) {
+        page.screen.pressRow("batchesTable", batch);
+        page.screen.pressRow("linesTable", "陈思远");
+        settle();
+        const auto& lines = page.screen.find("linesTable");
+        const int below = lines.mapToGlobal(QPoint{0, lines.height()}).y();
+        return page.screen.find("settlementEquation").mapToGlobal(QPoint{}).y() - below;
+    };
+    const int paid = gapOf("2026 Q2");
+    EXPECT_TRUE(page.screen.shows("movementsTable"));
+    const int unpaid = gapOf("2026 Q3");
+    EXPECT_TRUE(page.screen.shows("settlementNone"));
+    EXPECT_EQ(unpaid, paid);
+}
+
 TEST(CapitalView, ShowsTheWholeBaselineBelowTheContributions)
 {
     Page page;
@@ -599,7 +618,7 @@ TEST(CapitalView, SavesTheSectionOfTheTabAsATable)
         const auto path = folder.filePath(QString::fromUtf8(name));
         page.screen.fill("fileNameEdit", path.toStdString());
         page.screen.keys("Return");
-        page.screen.waitUntilGone("exportFileDialog");
+        page.screen.waitUntil("the file is there", [&] { return QFile::exists(path); });
         QFile written{path};
         return written.open(QIODevice::ReadOnly) ? written.readAll().toStdString() : std::string{};
     };
@@ -614,6 +633,37 @@ TEST(CapitalView, SavesTheSectionOfTheTabAsATable)
                              "account details."));
     EXPECT_EQ(save("exportDividendsButton", "tallyfold-dividends-2026-11-20.csv"),
               DividendCSV::render(*sample.books().dividends, "en-US"));
+}
+
+TEST(CapitalView, SavesWhatTheBooksHoldOnceThePlaceIsChosen)
+{
+    Page page;
+    const QTemporaryDir folder;
+    const auto path = folder.filePath(QStringLiteral("capital.csv"));
+    const auto saveAs = [&] {
+        page.screen.press("exportCapitalButton");
+        page.screen.waitForFocus("exportFileDialog");
+        page.screen.fill("fileNameEdit", path.toStdString());
+    };
+    saveAs();
+    auto later = capitalSample();
+    later.contribute("2026-11-20", "c1", "USD", "250", "Singapore");
+    serveBooks(page, later);
+    page.screen.keys("Return");
+    page.screen.waitUntil("the file is there", [&] { return QFile::exists(path); });
+    QFile written{path};
+    ASSERT_TRUE(written.open(QIODevice::ReadOnly));
+    EXPECT_EQ(written.readAll().toStdString(), CapitalCSV::render(*later.books().capital));
+    ASSERT_TRUE(written.remove());
+
+    page.activate();
+    saveAs();
+    later.books().currentMember.role = "partner";
+    later.books().currentMember.permissions = {{"viewCapital"}};
+    serveBooks(page, later);
+    page.screen.keys("Return");
+    page.screen.waitFor("alertDialog");
+    EXPECT_FALSE(QFile::exists(path)) << "the right was withdrawn meanwhile";
 }
 
 TEST(CapitalView, SavesFromTheOverviewWhatMayBeSaved)

@@ -20,16 +20,10 @@
 #include "LedgerUI/Screens/Company/CompanyView.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/LedgerPage.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {
-
-PageRegistry ledgerPage()
-{
-    PageRegistry pages;
-    pages.add<LedgerView>(WorkspacePage::ledger);
-    return pages;
-}
 
 SnapshotBuilder books()
 {
@@ -248,6 +242,8 @@ TEST(ImportDialog, SaysWhyItDoesNotStartWhileTheBooksComeAnew)
     EXPECT_TRUE(under.keysSent().empty());
     under.server.release(ServerReply::json(books().json()));
     under.screen.waitUntil("the books are there", [&] { return !under.store.isBusy(); });
+    EXPECT_FALSE(under.screen.says("Wait until the current operation ends."));
+    EXPECT_TRUE(under.screen.says("3 records are ready to import"));
 }
 
 TEST(ImportDialog, GoesOnWithTheSameKeysAfterAReplyWasLost)
@@ -271,6 +267,21 @@ TEST(ImportDialog, GoesOnWithTheSameKeysAfterAReplyWasLost)
     ASSERT_GE(before.size(), 2U);
     EXPECT_EQ(std::vector(all.end() - 3, all.begin() + static_cast<std::ptrdiff_t>(all.size()))[0], before[0]);
     EXPECT_EQ(all[all.size() - 2], before[1]);
+}
+
+TEST(ImportDialog, SaysWhyItStoppedInTheLanguageOfNow)
+{
+    ImportUnderTest under;
+    const Failure refusal = APIError{409, "insufficient_funds", ""};
+    const auto why = [&](const char* locale) { return under.store.friendly(refusal, locale); };
+    under.server.answer("POST v1/transactions", ServerReply::error(409, "insufficient_funds"));
+    under.open(goodRows);
+    under.screen.waitFor("importStart");
+    under.start();
+    under.screen.waitForText(why("en-US"));
+    under.speak("vi-VN");
+    EXPECT_TRUE(under.screen.says(why("vi-VN"))) << under.screen.readAll();
+    EXPECT_FALSE(under.screen.says(why("en-US")));
 }
 
 TEST(ImportDialog, MarksWhatIsRecordedAlready)

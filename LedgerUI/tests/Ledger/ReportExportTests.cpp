@@ -6,6 +6,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QCoro/QCoroTask>
 #include <QGuiApplication>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -284,6 +285,12 @@ TEST(ReportExport, WritesNothingForWhoMayNotExportAnyMore)
     under.save(under.path());
     under.screen.waitForText("You do not have permission");
     EXPECT_EQ(under.saved(), "");
+    under.server.replace("GET v1/snapshot", ServerReply::json(reportSample().json()));
+    QCoro::connect(under.store.refresh(false), &under.store, [](const Result<void>&) {});
+    under.screen.waitUntil("it is allowed again", [&] { return !under.screen.says("You do not have permission"); });
+    under.save(under.path());
+    under.screen.waitUntilGone("reportExportDialog");
+    EXPECT_NE(under.saved(), "");
 }
 
 TEST(ReportExport, LoadsTheBooksOnceForAllItsCurrencies)
