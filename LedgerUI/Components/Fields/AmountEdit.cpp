@@ -17,8 +17,12 @@ namespace {
 
 constexpr int maximumLength = 64;
 
-/// How many characters one edit brought in.
-qsizetype insertedCount(const QString& before, const QString& after)
+/// What one edit brought in, and what it left of the text before.
+struct Inserted {
+    qsizetype count = 0;
+    QString kept;
+};
+Inserted insertedInto(const QString& before, const QString& after)
 {
     const auto shorter = std::min(before.size(), after.size());
     qsizetype prefix = 0;
@@ -27,7 +31,7 @@ qsizetype insertedCount(const QString& before, const QString& after)
     qsizetype suffix = 0;
     while (suffix < shorter - prefix && before[before.size() - 1 - suffix] == after[after.size() - 1 - suffix])
         ++suffix;
-    return after.size() - prefix - suffix;
+    return {.count = after.size() - prefix - suffix, .kept = before.left(prefix) + before.right(suffix)};
 }
 
 }
@@ -114,10 +118,13 @@ void AmountEdit::settle()
 void AmountEdit::take(const QString& after)
 {
     const auto& locale = InterfaceLanguage::tag();
-    const auto inserted = insertedCount(m_amount.text, after);
-    if (inserted <= 1) {
-        remember(inserted == 1 && after.size() == m_amount.text.size() + 1);
+    const auto inserted = insertedInto(m_amount.text, after);
+    if (inserted.count <= 1) {
+        remember(inserted.count == 1 && after.size() == m_amount.text.size() + 1);
         display(AmountTyping::typed(m_amount, after, cursorPosition(), locale));
+    } else if (AmountTyping::continuesArithmetic(inserted.kept, after, m_currency, locale)) {
+        remember(false);
+        display({after, cursorPosition(), true});
     } else if (const auto pasted = AmountTyping::pasted(after, m_currency, locale)) {
         remember(false);
         display({*pasted, static_cast<int>(pasted->size()), pasted == after});

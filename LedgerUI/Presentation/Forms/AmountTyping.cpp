@@ -239,6 +239,14 @@ QString AmountTyping::settled(const QString& text, std::string_view currency, st
     return hasMark ? pasted(text, currency, locale).value_or(text) : text;
 }
 
+bool AmountTyping::continuesArithmetic(const QString& kept, const QString& after, std::string_view currency,
+                                       std::string_view locale)
+{
+    const auto text = after.toStdString();
+    return AmountExpression::isOne(kept.toStdString()) && AmountExpression::isOne(text) &&
+           AmountExpression::evaluate(text, currency, locale).has_value();
+}
+
 std::expected<QString, PasteRefusal> AmountTyping::pasted(const QString& clipboard, std::string_view currency,
                                                           std::string_view locale)
 {

@@ -39,6 +39,10 @@ std::optional<std::int64_t> minor(const QString& text, std::string_view currency
 /// currency taken off; else as it stands.
 QString settled(const QString& text, std::string_view currency, std::string_view locale);
 
+/// Whether a paste put something into arithmetic that was being typed, of which `kept` still stands, and it comes out.
+/// Arithmetic is not pasted as a whole: a day such as 2026-01-31 would be taken for it.
+bool continuesArithmetic(const QString& kept, const QString& after, std::string_view currency, std::string_view locale);
+
 /// A pasted amount in the separators of `locale`. Refused when it is not one amount in this currency: several lines or
 /// cells, a sign, blanks that do not part the digits in threes, another currency, words. Marks of the currency,
 /// brackets and a closing ",-" are taken off. Either language's form is taken where it can be read in one way only; a

@@ -67,6 +67,25 @@ TEST_F(Amount, UndoesRunsOfKeysPastesAndDeletions)
     EXPECT_EQ(text(), "150");
 }
 
+TEST_F(Amount, TakesAPasteIntoArithmetic)
+{
+    QTest::keyClicks(&edit, QStringLiteral("3*"));
+    paste("1,250,000");
+    EXPECT_EQ(text(), "3*1,250,000");
+    QTest::keyClicks(&edit, QStringLiteral("="));
+    EXPECT_EQ(text(), "3,750,000");
+    undo();
+    undo();
+    EXPECT_EQ(text(), "3*");
+    for (const auto* other : {"12,50", "rent", "7\n8"})
+        paste(other);
+    EXPECT_EQ(text(), "3*");
+    EXPECT_EQ(refused.count(), 3);
+    edit.selectAll();
+    paste("2026-01-31");
+    EXPECT_EQ(text(), "3*") << "a day is no amount";
+}
+
 TEST_F(Amount, BringsNoAmountOfAnotherCurrencyBack)
 {
     QTest::keyClicks(&edit, QStringLiteral("1500"));
