@@ -70,8 +70,13 @@ void CellPainter::paintText(const CellText& text, QRect line, Qt::Alignment alig
     const auto font = fontOf(text);
     m_painter.setFont(font);
     m_painter.setPen(Theme::current().color(text.ink));
-    const auto shown = QFontMetrics{font}.elidedText(text.text, Qt::ElideRight, line.width());
-    m_painter.drawText(line, static_cast<int>(alignment | Qt::AlignVCenter), shown);
+    const QFontMetrics metrics{font};
+    const auto shown = metrics.elidedText(text.text, Qt::ElideRight, line.width());
+    const bool isAtRight = alignment.testFlag(Qt::AlignRight);
+    const int left = isAtRight ? line.right() + 1 - metrics.horizontalAdvance(shown) : line.left();
+    // By the font alone: a sign that another one has to lend, such as the minus, is higher and would lower the line.
+    const int top = line.top() + (line.height() - metrics.height()) / 2;
+    m_painter.drawText(QPoint{left, top + metrics.ascent()}, shown);
 }
 
 void CellPainter::paintGlyph(const QString& name, const ThemeColor& ink, const QRect& box) const

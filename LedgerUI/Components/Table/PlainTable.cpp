@@ -141,9 +141,34 @@ void PlainTable::layOut()
         setColumnHidden(column, true);
         taken -= widths[static_cast<std::size_t>(column)];
     }
+    taken -= cutWidest(widths, stretchedMinimum - (room - taken));
     widths[static_cast<std::size_t>(m_stretched)] = std::max(stretchedMinimum, room - taken);
     for (int column = 0; column < columns; ++column)
         setColumnWidth(column, widths[static_cast<std::size_t>(column)]);
+}
+
+/// Takes what is missing from the widest words, which are shown cut then; figures and heads stay whole. Answers how
+/// much was found.
+int PlainTable::cutWidest(std::vector<int>& widths, int missing) const
+{
+    const auto spare = [&](std::size_t column) {
+        const int at = static_cast<int>(column);
+        if (at == m_stretched || isColumnHidden(at) || m_model->columns()[column].align == PlainColumn::Align::right)
+            return 0;
+        return widths[column] - std::max(stretchedMinimum, horizontalHeader()->sectionSizeHint(at));
+    };
+    int found = 0;
+    while (found < missing) {
+        std::size_t widest = 0;
+        for (std::size_t column = 1; column < widths.size(); ++column)
+            widest = spare(column) > spare(widest) ? column : widest;
+        if (spare(widest) <= 0)
+            break;
+        const int cut = std::min(missing - found, spare(widest));
+        widths[widest] -= cut;
+        found += cut;
+    }
+    return found;
 }
 
 void PlainTable::keyPressEvent(QKeyEvent* event)

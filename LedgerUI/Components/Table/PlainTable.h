@@ -47,6 +47,7 @@ protected:
 private:
     explicit PlainTable(PlainTableModel* model, int stretched, QWidget* parent);
     [[nodiscard]] int contentWidth(int column) const;
+    int cutWidest(std::vector<int>& widths, int missing) const;
 
     [[nodiscard]] bool takeTreeKey(const QKeyEvent& key);
     void release(const QModelIndex& index, const QPoint& place);

@@ -25,7 +25,6 @@ RowHeads::RowHeads(QWidget* parent) : QHeaderView{Qt::Horizontal, parent}
     setSectionResizeMode(QHeaderView::Fixed);
     setHighlightSections(false);
     setSectionsClickable(true);
-    setSortIndicatorShown(true);
     setFixedHeight(headHeight);
     viewport()->setAttribute(Qt::WA_Hover);
 }

@@ -40,6 +40,7 @@ RowTable::RowTable(RowModel& model, RowDelegate::CellAt cellAt, QWidget* parent)
     verticalHeader()->setMinimumSectionSize(1);
     m_heads = new RowHeads(this);
     setHorizontalHeader(m_heads);
+    m_heads->setSortIndicatorShown(true); // which a table takes from its heads that does not sort by itself
     connect(m_model, &RowModel::aboutToChange, this, &RowTable::keep);
     connect(m_model, &RowModel::changed, this, &RowTable::restore);
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, [this] {

@@ -81,6 +81,7 @@ AccountTable::AccountTable(AccountTableModel* model, QWidget* parent)
     setDensity(RowDelegate::Density::oneLine);
     heads().setGlyphColumn(Model::account);
     connect(&heads(), &QHeaderView::sectionClicked, this, [this](int column) {
+        presentSort(); // the toolkit has marked the head already
         if (column == Model::account)
             Q_EMIT nameHeadPressed();
         else if (column == Model::balance)
@@ -90,11 +91,18 @@ AccountTable::AccountTable(AccountTableModel* model, QWidget* parent)
 
 void AccountTable::present(const AccountListingPointer& listing)
 {
-    const auto& sort = listing->query.sort;
+    m_model->present(listing);
+    presentSort();
+}
+
+void AccountTable::presentSort()
+{
+    if (!m_model->listing())
+        return;
+    const auto& sort = m_model->listing()->query.sort;
     heads().setSortIndicator(sort.key == AccountSort::Key::name ? Model::account : Model::balance,
                              sort.direction == AccountSort::Direction::ascending ? Qt::AscendingOrder
                                                                                  : Qt::DescendingOrder);
-    m_model->present(listing);
 }
 
 void AccountTable::retranslate()

@@ -27,6 +27,7 @@ protected:
 
 private:
     explicit AccountTable(AccountTableModel* model, QWidget* parent);
+    void presentSort();
 
     AccountTableModel* m_model;
 };

@@ -69,6 +69,7 @@ LedgerTable::LedgerTable(LedgerTableModel* model, QWidget* parent)
     m_model->setParent(this);
     heads().setGlyphColumn(LedgerTableModel::entry);
     connect(&heads(), &QHeaderView::sectionClicked, this, [this](int column) {
+        presentSort(); // the toolkit has marked the head already
         if (column < static_cast<int>(keys.size()))
             Q_EMIT sortWanted(sortedBy(keys[static_cast<std::size_t>(column)]));
     });
@@ -97,9 +98,14 @@ LedgerTable::LedgerTable(LedgerTableModel* model, QWidget* parent)
 void LedgerTable::present(const LedgerBrowser& browser)
 {
     m_sort = browser.listing()->query.sort;
+    presentSort();
+    m_model->present(browser.listing(), browser.change());
+}
+
+void LedgerTable::presentSort()
+{
     heads().setSortIndicator(columnOf(m_sort.key),
                              m_sort.direction == Direction::ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
-    m_model->present(browser.listing(), browser.change());
 }
 
 void LedgerTable::retranslate()

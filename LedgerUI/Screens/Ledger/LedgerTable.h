@@ -45,6 +45,7 @@ protected:
 
 private:
     explicit LedgerTable(LedgerTableModel* model, QWidget* parent);
+    void presentSort();
     [[nodiscard]] int dateWidth() const;
     [[nodiscard]] int amountWidth() const;
     [[nodiscard]] int balanceWidth() const;

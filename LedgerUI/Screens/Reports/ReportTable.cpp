@@ -19,6 +19,7 @@
 #include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -50,6 +51,7 @@ bool isBold(const ReportGridRow& row, const ReportGridCell& cell)
 struct ReportTable::Look {
     ChartColors colors{.income = Token::ok, .expense = Token::danger};
     bool hasParents = false; // among the rows
+    std::function<ThemeColor(std::string_view)> kindInk;
 };
 
 namespace {
@@ -83,8 +85,8 @@ Cell painted(const ReportGridModel& model, const QModelIndex& index, Density den
         text.ink = colors.income;
     const bool isList = density == Density::list;
     const CellText second{.text = cell.beside, .step = isList ? TypeStep::micro : TypeStep::small, .ink = Token::text2};
-    Cell shown{.glyph = cell.glyph, .joinsBelow = isList};
-    if (index.column() == 0 && cell.glyph.isEmpty())
+    Cell shown{.glyph = cell.entryKind.empty() ? cell.glyph : entryKindGlyph(cell.entryKind), .joinsBelow = isList};
+    if (index.column() == 0 && shown.glyph.isEmpty())
         shown.indent = indentOf(row.level, hasParents);
     if (row.level == Level::child && index.column() == 0)
         text.ink = Token::text2;
@@ -115,7 +117,10 @@ ReportTable::ReportTable(ReportGridModel* model, std::shared_ptr<Look> look, con
                          QWidget* parent)
     : RowTable{*model,
                [model, look](const QModelIndex& index, Density shown) {
-                   return painted(*model, index, shown, look->colors, look->hasParents);
+                   auto cell = painted(*model, index, shown, look->colors, look->hasParents);
+                   if (look->kindInk && !cell.glyph.isEmpty())
+                       cell.glyphInk = look->kindInk(model->cell(index)->entryKind);
+                   return cell;
                },
                parent},
       m_model{model}, m_look{std::move(look)}, m_density{density}
@@ -146,7 +151,7 @@ void ReportTable::present(ReportGrid grid, const ChartColors& colors)
     m_look->colors = colors;
     m_look->hasParents = std::ranges::find(grid.rows, Level::parent, &ReportGridRow::level) != grid.rows.end();
     setAccessibleName(grid.name);
-    m_textWidths.clear();
+    forgetWidths();
     m_model->present(std::move(grid));
     presentSort();
     layOut();
@@ -165,6 +170,12 @@ void ReportTable::presentSort()
     heads().setSortIndicator(column, isAscending ? Qt::AscendingOrder : Qt::DescendingOrder);
     if (grid.sorted != accessibleDescription())
         setAccessibleDescription(grid.sorted);
+}
+
+void ReportTable::haveEntries(std::function<ThemeColor(std::string_view)> kindInk)
+{
+    m_hasEntries = true;
+    m_look->kindInk = std::move(kindInk);
 }
 
 void ReportTable::showWhole(int most)
@@ -188,7 +199,7 @@ void ReportTable::takeHeight()
 
 /// The widest contents of a column; of names not more than decides anything. Days, accounts and kinds come again and
 /// again, and to measure a text takes far longer than to remember it.
-int ReportTable::widestText(std::size_t at) const
+int ReportTable::widestText(std::size_t at, Beside beside) const
 {
     const auto kind = m_model->grid().columns[at].kind;
     std::set<std::tuple<QStringView, QStringView, bool, Level>> measured;
@@ -200,7 +211,7 @@ int ReportTable::widestText(std::size_t at) const
         if (!cell.bar && !measured.emplace(cell.text, cell.beside, isBold(row, cell), row.level).second)
             continue;
         int width = textWidth(TypeStep::body, isBold(row, cell), cell.text);
-        if (kind == Kind::name && !cell.beside.isEmpty())
+        if (kind == Kind::name && beside == Beside::counts && !cell.beside.isEmpty())
             width += Space::step2 + textWidth(TypeStep::small, false, cell.beside);
         if (kind == Kind::figure && cell.bar)
             width += Space::step2 + shareBar;
@@ -213,24 +224,31 @@ int ReportTable::widestText(std::size_t at) const
 
 int ReportTable::contentWidth(int column) const
 {
+    return contentWidth(column, m_textWidths[static_cast<std::size_t>(column)]);
+}
+
+int ReportTable::contentWidth(int column, int widest) const
+{
     const auto kind = m_model->grid().columns[static_cast<std::size_t>(column)].kind;
-    const int widest = m_textWidths[static_cast<std::size_t>(column)];
     const int left = column == 0 ? Space::cellPaddingOuter : Space::cellPadding;
     const int right = column == m_model->columnCount() - 1 ? Space::cellPaddingOuter : Space::cellPadding;
     const int gap = kind == Kind::figure ? 0 : columnGap;
     return std::max(horizontalHeader()->sectionSizeHint(column), left + widest + right + gap);
 }
 
-/// Names take what figures leave. Where that is too little, spare columns give way, and then the table scrolls: there
-/// is room enough for names then.
+/// Names take what figures leave. Where that is too little, what stands beside them is cut first, then spare columns
+/// give way, and then the table scrolls: there is room enough for names then.
 void ReportTable::layOut()
 {
     setDensity(m_density);
     const int columns = m_model->columnCount();
     if (columns == 0)
         return;
-    for (auto at = m_textWidths.size(); std::cmp_less(at, columns); ++at)
-        m_textWidths.push_back(widestText(at));
+    for (auto at = m_textWidths.size(); std::cmp_less(at, columns); ++at) {
+        m_textWidths.push_back(widestText(at, Beside::counts));
+        const bool isName = m_model->grid().columns[at].kind == Kind::name;
+        m_nameWidths.push_back(isName ? widestText(at, Beside::leftOut) : 0);
+    }
     std::vector<int> widths;
     int taken = 0;
     int names = 0;
@@ -241,7 +259,8 @@ void ReportTable::layOut()
         const bool isName = m_model->grid().columns[static_cast<std::size_t>(column)].kind == Kind::name;
         taken += isName ? nameMinimum : widths.back();
         names += isName ? 1 : 0;
-        longer += isName ? std::max(0, std::min(widths.back(), nameBeforeSpare) - nameMinimum) : 0;
+        const int name = contentWidth(column, m_nameWidths[static_cast<std::size_t>(column)]);
+        longer += isName ? std::max(0, std::min(name, nameBeforeSpare) - nameMinimum) : 0;
     }
     const int room = viewport()->width();
     for (int column = columns - 1; column >= 0 && taken + longer > room; --column) {
@@ -262,10 +281,16 @@ void ReportTable::layOut()
     takeHeight();
 }
 
+void ReportTable::forgetWidths()
+{
+    m_textWidths.clear();
+    m_nameWidths.clear();
+}
+
 void ReportTable::changeEvent(QEvent* event)
 {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
-        m_textWidths.clear();
+        forgetWidths();
     RowTable::changeEvent(event);
 }
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <string_view>
+
 #include "LedgerUI/Components/Chart/ChartPainter.h"
 #include "LedgerUI/Components/Table/RowTable.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportGrid.h"
@@ -18,8 +21,9 @@ public:
     void present(ReportGrid grid, const ChartColors& colors);
     /// From now on it is as high as its rows, or the first `most` of them.
     void showWhole(int most);
-    /// Its rows are entries, which the menu offers to show where no figure has several behind it.
-    void haveEntries() { m_hasEntries = true; }
+    /// Its rows are entries, which the menu offers to show where no figure has several behind it; their glyphs have the
+    /// colours of their kinds.
+    void haveEntries(std::function<ThemeColor(std::string_view)> kindInk = {});
     /// Whether its menu offers to save it as a file.
     void offerSaving(bool isOffered) { m_offersSaving = isOffered; }
     /// For who sees the figures of a row elsewhere: a menu of what they are made of, and the row for a spreadsheet.
@@ -56,8 +60,11 @@ private:
     void copyTable(const std::vector<int>& rows);
     void takeHeight();
     void presentSort();
-    [[nodiscard]] int widestText(std::size_t at) const;
+    void forgetWidths();
+    enum class Beside { counts, leftOut };
+    [[nodiscard]] int widestText(std::size_t at, Beside beside) const;
     [[nodiscard]] int contentWidth(int column) const;
+    [[nodiscard]] int contentWidth(int column, int widest) const;
 
     ReportGridModel* m_model;
     std::shared_ptr<Look> m_look;
@@ -66,4 +73,5 @@ private:
     bool m_hasEntries = false;
     int m_rowsShown = 0;           // as high as these; 0 for as high as the place
     std::vector<int> m_textWidths; // of the columns; empty until they are measured
+    std::vector<int> m_nameWidths; // of those with names, without what stands beside them
 };

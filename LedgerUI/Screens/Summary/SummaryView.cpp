@@ -13,6 +13,7 @@
 #include "LedgerUI/Components/Page/PageHeader.h"
 #include "LedgerUI/Components/Period/PeriodNavigator.h"
 #include "LedgerUI/Components/Print/PrintDialog.h"
+#include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
@@ -106,7 +107,6 @@ QWidget* SummaryView::buildLatest()
     m_latestNone = note("latestNone", part);
     m_latest = new ReportTable(QStringLiteral("latestTable"), RowDelegate::Density::oneLine, part);
     m_latest->showWhole(everyRow);
-    m_latest->haveEntries();
     m_attention = new AttentionList(part);
     auto* rows = column(part);
     rows->addWidget(m_latestTitle);
@@ -170,6 +170,8 @@ void SummaryView::present(const ReportSheet* sheet)
         return;
     const auto colors = colorsOf(*sheet);
     m_accounts->present(sheet->own.accounts, colors);
+    m_latest->haveEntries(
+        [snapshot = sheet->books->snapshot](std::string_view kind) { return entryKindColor(kind, *snapshot); });
     m_latest->present(sheet->own.latest, colors);
     m_expenses->present(sheet->largestExpenses, colors);
     auto attention = besideBooks();

@@ -38,6 +38,7 @@
 #include "LedgerUI/Screens/Ledger/LedgerDialogs.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/Theme/TypeScale.h"
 #include "LedgerUI/testing/LabelAudit.h"
 #include "LedgerUI/testing/ScreenDriver.h"
@@ -175,6 +176,27 @@ TEST(LedgerView, ClearsSearchFiltersAndPeriodAtOnce)
     EXPECT_EQ(browser->filter(), opened);
     EXPECT_EQ(page.find<QLineEdit>("ledgerSearch")->text(), QString{});
     EXPECT_EQ(page.person.focus(), "ledgerTable");
+}
+
+TEST(LedgerView, MarksTheHeadThatItIsSortedBy)
+{
+    OpenedLedger page;
+    page.person.waitFor("ledgerTable");
+    auto* heads = page.find<QTableView>("ledgerTable")->horizontalHeader();
+    const auto marked = [heads] {
+        const auto picture = heads->grab().toImage();
+        QList<int> sections;
+        for (int at = 0; at < picture.width() * picture.height(); ++at) {
+            const QPoint place{at % picture.width(), at / picture.width()};
+            const int section = heads->logicalIndexAt(place / picture.devicePixelRatio());
+            if (picture.pixelColor(place) == Theme::current().color(Token::text) && !sections.contains(section))
+                sections << section;
+        }
+        return sections;
+    };
+    EXPECT_EQ(marked(), QList<int>{LedgerTableModel::date});
+    page.view->findChild<LedgerBrowser*>()->setSort({LedgerSort::Key::amount, LedgerSort::Direction::ascending});
+    page.person.waitUntil("the other head is marked", [&] { return marked() == QList<int>{LedgerTableModel::amount}; });
 }
 
 TEST(LedgerView, ChoosesWhatItFramesAndTakesItsKeysFromAnywhereInTheWindow)

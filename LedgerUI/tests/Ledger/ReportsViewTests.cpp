@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHeaderView>
+#include <QTableView>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -12,6 +13,7 @@
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
 #include "LedgerUI/Screens/Summary/SummaryView.h"
+#include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/testing/ReportSample.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
@@ -517,6 +519,55 @@ TEST_F(Summary, LeadsFromALatestEntryToThatEntry)
     screen.keys("Down Return");
     screen.waitFor("ledgerTable");
     EXPECT_EQ(screen.find<LedgerTable>("ledgerTable").selectedIDs(), std::vector<std::string>{"u2026-11"});
+}
+
+/// Where the smallest room is in which a spare column is shown.
+TEST(ReportTable, CutsWhatStandsBesideANameBeforeItHidesAColumn)
+{
+    const auto least = [](const QString& beside) {
+        ReportTable table{QStringLiteral("currencyTable")};
+        table.resize(1000, 200);
+        table.show();
+        table.present({.name = QStringLiteral("Currencies"),
+                       .columns = {{.head = QStringLiteral("Currency"), .kind = ReportGridColumn::Kind::name},
+                                   {.head = QStringLiteral("Other movements"), .isSpare = true},
+                                   {.head = QStringLiteral("Closing")}},
+                       .rows = {{.id = "IDR",
+                                 .cells = {{.text = QStringLiteral("IDR"), .beside = beside},
+                                           {.text = QStringLiteral("+246,287.32")},
+                                           {.text = QStringLiteral("853,967,168.45")}}}}},
+                      {.income = Token::ok, .expense = Token::danger});
+        int width = table.width();
+        for (; width > 0 && !table.isColumnHidden(1); width -= 4) {
+            table.resize(width, 200);
+            settle();
+        }
+        return width;
+    };
+    const int without = least({});
+    EXPECT_GT(without, 200);
+    EXPECT_EQ(least(QStringLiteral("Indonesian rupiah")), without);
+}
+
+TEST_F(Summary, ShowsTheGlyphOfEveryLatestEntryInTheColourOfItsKind)
+{
+    openSummary();
+    const auto& table = screen.find<QTableView>("latestTable");
+    const auto picture = table.viewport()->grab().toImage();
+    for (int row = 0; row < table.model()->rowCount(); ++row) {
+        auto glyph = table.visualRect(table.model()->index(row, 1));
+        glyph.setWidth(Space::cellPadding + Space::icon);
+        int colour = 0; // how far the strongest pixel is from any grey
+        for (int y = glyph.top(); y <= glyph.bottom(); ++y) {
+            for (int x = glyph.left(); x <= glyph.right(); ++x) {
+                const auto pixel = picture.pixelColor(QPoint{x, y} * picture.devicePixelRatio());
+                const auto [least, most] = std::minmax({pixel.red(), pixel.green(), pixel.blue()});
+                colour = std::max(colour, most - least);
+            }
+        }
+        EXPECT_GT(colour, 60) << row;
+    }
+    EXPECT_EQ(table.model()->rowCount(), 8);
 }
 
 TEST_F(Summary, TellsWhatWantsAHandAndCountsWhatItThenShows)

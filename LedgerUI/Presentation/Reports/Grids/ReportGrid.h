@@ -35,10 +35,11 @@ struct ReportGridCell {
     enum class Tone { plain, quiet, strong, incoming };
 
     QString text;
-    QString beside = {}; // after the text, or under it where the grid's rows have two lines
-    QString spoken = {}; // where it is read aloud in other words
-    QString copied = {}; // where a spreadsheet wants it written otherwise
-    QString glyph = {};
+    QString beside = {};        // after the text, or under it where the grid's rows have two lines
+    QString spoken = {};        // where it is read aloud in other words
+    QString copied = {};        // where a spreadsheet wants it written otherwise
+    QString glyph = {};         // before the text
+    std::string entryKind = {}; // whose glyph, in its colour, stands there instead
     Tone tone = Tone::plain;
     std::optional<ReportBar> bar = {};
     std::vector<std::int64_t> line = {}; // values from left to right, drawn as a line without a scale

@@ -7,7 +7,6 @@
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerUI/Presentation/Reports/ReportFigureText.h"
 #include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
@@ -138,7 +137,7 @@ private:
                  .copied = qString(entry.date)},
                 {.text = category ? qString(directory.fullPathName(*category, m_locale)) : kind,
                  .beside = QString::fromStdString(entry.note),
-                 .glyph = entryKindGlyph(entry.kind)},
+                 .entryKind = entry.kind},
                 {.text = money.currency, .tone = Tone::quiet},
                 ReportGrids::moneyCell(money, leg.amountMinor > 0 ? Tone::incoming : Tone::plain, std::nullopt)};
     }
