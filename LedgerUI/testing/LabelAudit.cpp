@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStyleOptionFrame>
 #include <QTest>
 #include <QToolButton>
@@ -107,6 +108,15 @@ void auditHeader(const QHeaderView& header, std::vector<std::string>& cut)
     }
 }
 
+/// What stands beyond the edge of a place that does not scroll to the side cannot be seen at all.
+void auditWidth(const QScrollArea& area, std::vector<std::string>& cut)
+{
+    const auto* shown = area.widget();
+    const auto room = area.viewport()->size();
+    if (shown && area.horizontalScrollBarPolicy() == Qt::ScrollBarAlwaysOff && shown->width() > room.width())
+        cut.push_back(report(area, QStringLiteral("contents"), shown->size(), room));
+}
+
 }
 
 std::vector<std::string> auditLabels(QWidget& root)
@@ -125,6 +135,8 @@ std::vector<std::string> auditLabels(QWidget& root)
             auditPrompt(*field, cut);
         else if (const auto* header = qobject_cast<const QHeaderView*>(widget))
             auditHeader(*header, cut);
+        else if (const auto* area = qobject_cast<const QScrollArea*>(widget))
+            auditWidth(*area, cut);
     }
     if (seen == 0)
         cut.emplace_back("nothing is shown");

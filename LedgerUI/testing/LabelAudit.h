@@ -8,7 +8,8 @@ class QWidget;
 // An audit that meets nothing to look at says so: a screen that was not shown has not passed.
 
 /// Every visible label, button, field prompt and column head below `root` whose text does not fit its place, as
-/// "objectName or class: text (needs w x h, has w x h)". Labels that elide on purpose are left out.
+/// "objectName or class: text (needs w x h, has w x h)", and every place that scrolls only up and down and holds what
+/// is wider than itself. Labels that elide on purpose are left out.
 std::vector<std::string> auditLabels(QWidget& root);
 
 /// The names of all visible controls that Tab can reach but that have no objectName, no name for readers or no role.

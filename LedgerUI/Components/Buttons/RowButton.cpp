@@ -8,6 +8,7 @@
 RowButton::RowButton(QWidget* parent) : QAbstractButton{parent}
 {
     setFocusPolicy(Qt::StrongFocus);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed); // what can be elided gives way
     setCursor(Qt::PointingHandCursor);
 }
 
@@ -16,7 +17,7 @@ void RowButton::paintEvent(QPaintEvent* /*event*/)
     const auto& theme = Theme::current();
     QPainter painter{this};
     painter.setRenderHint(QPainter::Antialiasing);
-    if (underMouse() && isEnabled()) {
+    if (underMouse() && isEnabled() && !isChecked()) { // what is chosen lies on a ground of its own
         painter.setPen(Qt::NoPen);
         painter.setBrush(theme.color(Token::accentSoft2));
         painter.drawRoundedRect(QRectF{rect()}, Space::radiusSmall, Space::radiusSmall);

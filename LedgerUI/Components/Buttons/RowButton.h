@@ -2,8 +2,8 @@
 
 #include <QAbstractButton>
 
-/// A whole row that can be pressed: what it shows stands in its layout.
-class RowButton final : public QAbstractButton {
+/// A whole row that can be pressed: what it shows stands in its layout, or is painted over its ground.
+class RowButton : public QAbstractButton {
     Q_OBJECT
 public:
     explicit RowButton(QWidget* parent = nullptr);

@@ -20,11 +20,21 @@ constexpr int ringRoom = 3;
 ToggleSwitch::ToggleSwitch(QWidget* parent) : QCheckBox{parent}
 {
     connect(&Theme::current(), &Theme::changed, this, qOverload<>(&QWidget::update));
+    connect(this, &QAbstractButton::toggled, this, [this](bool isOn) { setText(isOn ? m_on : m_off); });
+}
+
+void ToggleSwitch::setWords(const QString& on, const QString& off)
+{
+    m_on = on;
+    m_off = off;
+    setText(isChecked() ? on : off);
+    updateGeometry();
 }
 
 QSize ToggleSwitch::sizeHint() const
 {
-    const auto text = fontMetrics().size(Qt::TextSingleLine, this->text());
+    const auto on = fontMetrics().size(Qt::TextSingleLine, m_on);
+    const auto text = on.expandedTo(fontMetrics().size(Qt::TextSingleLine, m_off));
     return {trackWidth + 2 * ringRoom + Space::step2 + text.width() + 2,
             std::max(trackHeight + 2 * ringRoom, text.height())};
 }

@@ -44,7 +44,8 @@ FormDialog::FormDialog(QWidget* parent) : QDialog{parent}
     m_bannerRow = new QHBoxLayout;
     m_bannerRow->addWidget(m_banner);
     m_banner->installEventFilter(this);
-    main->addSpacing(Space::step4);
+    m_top = new QSpacerItem(0, Space::step4, QSizePolicy::Minimum, QSizePolicy::Fixed);
+    main->addItem(m_top);
     main->addLayout(m_bannerRow);
     main->addWidget(m_scroll, 1);
     m_columns = new QHBoxLayout;
@@ -105,6 +106,12 @@ void FormDialog::setBody(QWidget* body, int width)
 {
     m_bodyWidth = width;
     m_scroll->setWidget(body);
+}
+
+void FormDialog::setBodyFlush()
+{
+    m_isFlush = true;
+    spaceBanner();
 }
 
 QWidget* FormDialog::bodyPlace() const
@@ -234,7 +241,7 @@ void FormDialog::showEvent(QShowEvent* event)
 
 bool FormDialog::eventFilter(QObject* watched, QEvent* event)
 {
-    // The gap below the banner comes and goes with it.
+    // The gaps around the banner come and go with it.
     if (watched == m_banner && (event->type() == QEvent::ShowToParent || event->type() == QEvent::HideToParent))
         spaceBanner();
     return QDialog::eventFilter(watched, event);
@@ -243,7 +250,13 @@ bool FormDialog::eventFilter(QObject* watched, QEvent* event)
 void FormDialog::spaceBanner()
 {
     const int below = m_banner->isHidden() ? 0 : Space::step3;
+    m_top->changeSize(0, topMargin(), QSizePolicy::Minimum, QSizePolicy::Fixed);
     m_bannerRow->setContentsMargins(Space::dialogMargin, 0, Space::dialogMargin, below);
+}
+
+int FormDialog::topMargin() const
+{
+    return m_isFlush && m_banner->isHidden() ? 0 : Space::step4;
 }
 
 void FormDialog::confirm()
@@ -287,7 +300,7 @@ void FormDialog::fitWindow(Fit fit)
     const int wanted = body->layout() && body->layout()->hasHeightForWidth() ? body->layout()->heightForWidth(bodyWidth)
                                                                              : body->sizeHint().height();
     const int above =
-        Space::step4 +
+        topMargin() +
         (m_banner->isHidden() ? 0 : m_banner->heightForWidth(bodyWidth - 2 * Space::dialogMargin) + Space::step3);
     const int asideHeight = m_aside ? m_aside->sizeHint().height() : 0;
     const auto room = roomFor(fit);

@@ -10,6 +10,7 @@ class PrimaryButton;
 class QHBoxLayout;
 class QPushButton;
 class QScrollArea;
+class QSpacerItem;
 enum class Command;
 
 /// The frame of every form: a body that scrolls when it must, a banner above it, and a foot with Cancel and the one
@@ -28,6 +29,8 @@ public:
     /// as a child of `bodyPlace()`, since whatever changes its parent is dressed once more with all that it holds.
     void setBody(QWidget* body, int width);
     [[nodiscard]] QWidget* bodyPlace() const;
+    /// The body begins at the upper edge of the window, and has what margins it needs itself.
+    void setBodyFlush();
     /// A second column at the right, on its own ground.
     void setAside(QWidget* aside, int width);
     /// At the left of the foot, in the room that the buttons leave.
@@ -77,6 +80,7 @@ private:
     void enableFields();
     void confirm();
     void spaceBanner();
+    [[nodiscard]] int topMargin() const;
     void arrangeFocus();
     [[nodiscard]] QRect roomFor(Fit fit) const;
     [[nodiscard]] int footHeight(int width) const;
@@ -96,6 +100,7 @@ private:
     QScrollArea* m_scroll = nullptr;
     Banner* m_banner = nullptr;
     QHBoxLayout* m_bannerRow = nullptr;
+    QSpacerItem* m_top = nullptr;
     QWidget* m_aside = nullptr;
     QWidget* m_foot = nullptr;
     QHBoxLayout* m_footRow = nullptr;
@@ -109,6 +114,7 @@ private:
     int m_bodyWidth = 0;
     int m_fittedHeight = 0; // as the form set it last
     bool m_isSizedByHand = false;
+    bool m_isFlush = false;
     bool m_isBusy = false;
     bool m_isLocked = false;
     bool m_mayLeave = true;

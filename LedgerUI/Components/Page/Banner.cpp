@@ -51,6 +51,7 @@ void Banner::build()
     m_glyph = new GlyphLabel(QString::fromLatin1(look.glyph), look.color, Space::icon, this);
     m_text = new TextLabel(TypeStep::body, Token::text, this);
     m_text->setWordWrap(true);
+    m_text->setAlignment(Qt::AlignTop | Qt::AlignLeft); // beside the glyph, also where a button is higher than a line
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse);
     m_layout->insertWidget(0, m_glyph, 0, Qt::AlignTop);
     m_layout->insertWidget(1, m_text, 1);

@@ -54,7 +54,7 @@ const WordTable& capitalWords()
         // heads
         {"column.owner", "股东", "Pemilik", "Cổ đông", "Owner"},
         {"column.participant", "参与人", "Peserta", "Người tham gia", "Participant"},
-        {"column.ownership", "持股比例", "Saham", "Tỷ lệ sở hữu", "Ownership"},
+        {"column.ownership", "持股比例", "Kepemilikan", "Tỷ lệ sở hữu", "Ownership"},
         {"column.recorded", "已记录出资", "Setoran tercatat", "Góp vốn đã ghi nhận", "Recorded contributions"},
         {"column.total", "累计出资", "Total setoran kumulatif", "Góp vốn lũy kế", "Cumulative contributions"},
         {"column.period", "本期出资", "Setoran periode ini", "Góp vốn kỳ này", "Contributed this period"},

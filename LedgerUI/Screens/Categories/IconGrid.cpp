@@ -18,7 +18,7 @@
 
 namespace {
 
-constexpr int cellWidth = 40;
+constexpr int cellWidth = 38; // of which nine stand beside a scroll bar
 constexpr int cellHeight = 36;
 constexpr int leastRows = 3;
 constexpr int symbolRole = Qt::UserRole;

@@ -245,10 +245,9 @@ void FinancialSettingsView::presentSwitches()
                             note(form.dividends != m_saved.dividends));
     const auto show = [&](ToggleSwitch& toggle, bool isOn, const char* name) {
         toggle.setChecked(isOn);
-        toggle.setText(word(words, isOn ? "on" : "off"));
+        toggle.setWords(word(words, "on"), word(words, "off"));
         toggle.setAccessibleName(word(words, name));
         toggle.setEnabled(m_submission.isEditing() && !store().isBusy());
-        toggle.updateGeometry();
     };
     show(*m_contributions, form.contributions, "contributions");
     show(*m_dividends, form.dividends, "dividends");

@@ -59,6 +59,7 @@ void PresetDialog::buildBody()
     m_presets = new QListWidget(body);
     m_presets->setObjectName(QStringLiteral("presetList"));
     m_presets->setFixedHeight(listHeight);
+    m_presets->setIconSize({Space::icon, Space::icon});
     for (auto* list : {m_groups, m_presets}) {
         list->setProperty("choices", true);
         list->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -14,11 +14,9 @@ constexpr int textStart = Space::step2 + Space::icon + Space::step2;
 
 }
 
-ReceiptButton::ReceiptButton(QWidget* parent) : QAbstractButton{parent}
+ReceiptButton::ReceiptButton(QWidget* parent) : RowButton{parent}
 {
     setFont(TypeScale::font(TypeStep::body));
-    setFocusPolicy(Qt::StrongFocus);
-    setCursor(Qt::PointingHandCursor);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
@@ -41,21 +39,12 @@ QSize ReceiptButton::minimumSizeHint() const
     return {textStart + fontMetrics().horizontalAdvance(QStringLiteral("MM…M")), sizeHint().height()};
 }
 
-void ReceiptButton::paintEvent(QPaintEvent* /*event*/)
+void ReceiptButton::paintEvent(QPaintEvent* event)
 {
+    RowButton::paintEvent(event);
     const auto& theme = Theme::current();
     QPainter painter{this};
     painter.setRenderHint(QPainter::Antialiasing);
-    if (underMouse() && isEnabled() && !isChecked()) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(theme.color(Token::accentSoft2));
-        painter.drawRoundedRect(QRectF{rect()}, Space::radiusSmall, Space::radiusSmall);
-    }
-    if (hasFocus()) {
-        painter.setPen({theme.color(Token::focus), 2.0});
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF{rect()}.adjusted(1, 1, -1, -1), Space::radiusSmall, Space::radiusSmall);
-    }
     const auto glyph = m_isDocument ? QStringLiteral("file-earmark-pdf") : QStringLiteral("file-earmark-image");
     painter.drawPixmap(Space::step2, (height() - Space::icon) / 2,
                        Icon::pixmap(glyph, theme.color(Token::text2), Space::icon, devicePixelRatioF()));
@@ -64,16 +53,4 @@ void ReceiptButton::paintEvent(QPaintEvent* /*event*/)
     const auto room = rect().adjusted(textStart, 0, -Space::step1, 0);
     painter.drawText(room, static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter),
                      fontMetrics().elidedText(text(), Qt::ElideMiddle, room.width()));
-}
-
-void ReceiptButton::enterEvent(QEnterEvent* event)
-{
-    QAbstractButton::enterEvent(event);
-    update();
-}
-
-void ReceiptButton::leaveEvent(QEvent* event)
-{
-    QAbstractButton::leaveEvent(event);
-    update();
 }

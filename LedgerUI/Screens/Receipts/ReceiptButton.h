@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QAbstractButton>
+#include "LedgerUI/Components/Buttons/RowButton.h"
 
 /// A receipt in a list: its glyph and its name, elided in the middle, as a button over the whole row.
-class ReceiptButton final : public QAbstractButton {
+class ReceiptButton final : public RowButton {
     Q_OBJECT
 public:
     explicit ReceiptButton(QWidget* parent = nullptr);
@@ -15,8 +15,6 @@ public:
 
 protected:
     void paintEvent(QPaintEvent* event) override;
-    void enterEvent(QEnterEvent* event) override;
-    void leaveEvent(QEvent* event) override;
 
 private:
     bool m_isDocument = false;

@@ -48,6 +48,7 @@ RecordHead::RecordHead(QWidget* parent) : QWidget{parent}
     m_texts->addStretch(0);
     m_row->addLayout(m_texts, 1);
     setMinimumHeight(Space::tabRow);
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 void RecordHead::stackTexts()

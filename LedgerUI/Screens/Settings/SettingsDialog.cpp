@@ -70,8 +70,12 @@ void SettingsDialog::buildLayout()
     columns->setContentsMargins(0, 0, Space::step6, 0);
     columns->setSpacing(Space::step6);
     columns->addWidget(m_list);
-    columns->addWidget(m_stack, 1);
+    auto* sections = new QVBoxLayout;
+    sections->setContentsMargins(0, Space::step4, 0, 0);
+    sections->addWidget(m_stack);
+    columns->addLayout(sections, 1);
     setBody(body, dialogWidth);
+    setBodyFlush();
     m_version = new TextLabel(TypeStep::small, Token::text2, this);
     m_version->setText(QStringLiteral("Tallyfold ") + QApplication::applicationVersion());
     setFootPart(m_version);

@@ -107,7 +107,7 @@ TEST(BookkeepingSetup, IsConfirmedOnceAndOnlyWhenItWasAgreedTo)
     under.screen.fill("setupDay", "1/12/2026");
     under.screen.press("setupAgreed");
     under.screen.keys("Ctrl+Return");
-    EXPECT_TRUE(under.screen.says("Enter a day that is not after 21 Nov 2026."));
+    EXPECT_TRUE(under.screen.says("Enter a day from 1 January 1900 to 21 Nov 2026."));
     under.screen.fill("setupDay", "1/1/2026");
     under.screen.press("setupAgreed");
     auto after = booksWith(1, true, true);
@@ -189,9 +189,13 @@ TEST(Bookkeeping, TakesASectionOutOfTheSideBarAndBack)
     books.dividends.emplace().revision = 1;
     under.hold(books);
     under.server.replace("POST v1/dividends/commands", ServerReply::json("{}"));
+    const auto place = under.screen.find("listDividends").geometry();
     under.screen.press("listDividends");
     under.screen.waitUntil("it is said", [&] { return under.screen.read("statusSaid") == "Side bar updated"; });
     EXPECT_FALSE(under.isOn("listDividends"));
+    EXPECT_EQ(under.screen.read("listDividends"), "Off");
+    settle();
+    EXPECT_EQ(under.screen.find("listDividends").geometry(), place) << "the switches stand one below the other";
     EXPECT_TRUE(under.isOn("listContributions"));
     under.server.replace("POST v1/dividends/commands", ServerReply::error(409, "dividend_revision_conflict"));
     under.screen.press("listDividends");

@@ -9,6 +9,7 @@
 #include <QTableView>
 
 #include "LedgerUI/Screens/Company/Access/GrantMatrixView.h"
+#include "LedgerUI/Theme/Theme.h"
 #include "LedgerUI/testing/CompanyUnderTest.h"
 
 namespace {
@@ -146,9 +147,17 @@ TEST(CompanyInvitations, ShowTheCodeOnceAndCopyIt)
     under.screen.fill("inviteName", "Rini");
     under.screen.fill("inviteEmail", "rini@example.com");
     under.screen.press("permission.exportData");
+    const auto groundOfARight = [&under] {
+        auto& matrix = under.screen.find<GrantMatrixView>("grantMatrix");
+        const auto picture = matrix.viewport()->grab().toImage();
+        const auto middle = matrix.visualRect(matrix.model()->index(0, 0)).center();
+        return picture.pixelColor(middle * picture.devicePixelRatio());
+    };
+    EXPECT_EQ(groundOfARight(), Theme::current().color(Token::field));
     under.server.replace("POST v1/invites", ServerReply::dropped());
     under.screen.keys("Ctrl+Return");
     under.screen.waitUntil("nobody knows the outcome", [&] { return under.screen.says("Retry original request"); });
+    EXPECT_EQ(groundOfARight(), Theme::current().color(Token::fieldOff)) << "what was sent is settled";
     under.server.replace("POST v1/invites", ServerReply::json(R"({"code":"K7QF-2M9D-XR4T"})"));
     under.screen.press("inviteConfirm");
     under.screen.waitFor("invitationCodeDialog");

@@ -1,8 +1,12 @@
 #include <QAction>
 #include <QComboBox>
+#include <QHeaderView>
+#include <QImage>
 #include <QLabel>
 #include <QListView>
+#include <QPainter>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QTest>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -13,6 +17,8 @@
 #include "LedgerUI/Components/Fields/FieldError.h"
 #include "LedgerUI/Components/Page/Action.h"
 #include "LedgerUI/Components/Page/PageHeader.h"
+#include "LedgerUI/Components/Table/CellPainter.h"
+#include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/testing/LabelAudit.h"
@@ -149,12 +155,68 @@ TEST(LabelAudit, FindsWhatIsCutAndOnlyThat)
     auto* button = new QPushButton(QStringLiteral("Too long for it"), &root);
     button->setObjectName(QStringLiteral("cutButton"));
     button->resize(30, 30);
+    for (const auto policy : {Qt::ScrollBarAsNeeded, Qt::ScrollBarAlwaysOff}) {
+        auto* place = new QScrollArea(&root);
+        place->setObjectName(QStringLiteral("narrowPlace"));
+        place->setHorizontalScrollBarPolicy(policy);
+        place->resize(100, 60);
+        auto* wide = new QWidget;
+        wide->resize(200, 20);
+        place->setWidget(wide);
+    }
     root.show();
 
     const auto cuts = auditLabels(root);
-    ASSERT_EQ(cuts.size(), 2U);
+    ASSERT_EQ(cuts.size(), 3U);
     EXPECT_TRUE(cuts[0].starts_with("cutLabel: Cut at the end")) << cuts[0];
     EXPECT_TRUE(cuts[1].starts_with("cutButton: Too long for it")) << cuts[1];
+    EXPECT_TRUE(cuts[2].starts_with("narrowPlace: contents (needs 200")) << cuts[2];
+}
+
+/// No figure reaches below the line that it stands on.
+TEST(CellPainter, SetsEveryFigureOnTheSameLine)
+{
+    const auto lineOf = [](const QString& figure) {
+        QImage picture{160, 30, QImage::Format_RGB32};
+        picture.fill(Qt::white);
+        QPainter painter{&picture};
+        Cell cell;
+        cell.amounts.push_back({.code = {}, .figure = {.text = figure}});
+        CellPainter{painter}.paint(cell, picture.rect());
+        int last = 0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                last = picture.pixel(x, y) == qRgb(255, 255, 255) ? last : y;
+        }
+        return last;
+    };
+    const int line = lineOf(QStringLiteral("21.000"));
+    EXPECT_GT(line, 15);
+    EXPECT_EQ(lineOf(QStringLiteral("+21.000")), line);
+    EXPECT_EQ(lineOf(QStringLiteral("\u221221.000")), line);
+    EXPECT_EQ(lineOf(QStringLiteral("64.5\u00a0%")), line);
+}
+
+TEST(PlainTable, CutsTheLongestWordsRatherThanLoseAColumn)
+{
+    PlainTable table{0};
+    table.resize(600, 200);
+    table.show();
+    table.present(
+        {{.head = QStringLiteral("Name")},
+         {.head = QStringLiteral("Entry")},
+         {.head = QStringLiteral("Amount"), .align = PlainColumn::Align::right},
+         {.head = QStringLiteral("Repeats")}},
+        {{.id = "1",
+          .cells = {{.text = QStringLiteral("Office rent")},
+                    {.text = QStringLiteral("Expense · Guangzhou supplier account · Goods › Purchases · Rent")},
+                    {.text = QStringLiteral("IDR 834,820,968.45")},
+                    {.text = QStringLiteral("Every month")}}}});
+    settle();
+    const auto& heads = *table.horizontalHeader();
+    EXPECT_EQ(heads.length(), table.viewport()->width());
+    EXPECT_EQ(heads.sectionViewportPosition(3) + heads.sectionSize(3), table.viewport()->width());
+    EXPECT_GE(heads.sectionSize(2), table.fontMetrics().horizontalAdvance(QStringLiteral("IDR 834,820,968.45")));
 }
 
 TEST(ActionSet, TellsWhatFollowsItOfNothingButChanges)

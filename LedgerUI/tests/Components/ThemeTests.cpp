@@ -11,6 +11,7 @@
 #include <QFile>
 #include <QImage>
 #include <QPalette>
+#include <QPushButton>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
 
@@ -18,6 +19,7 @@
 #include "LedgerCore/Domain/testing/SnapshotBuilder.h"
 #include "LedgerUI/Components/Text/EntryKindColor.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/SignIn/SignInMode.h"
 #include "LedgerUI/Theme/Icon.h"
 
@@ -50,6 +52,21 @@ std::string nameOf(Token token)
 constexpr std::array grounds{Token::window, Token::surface, Token::surfaceAlt, Token::accentSoft};
 constexpr double readableText = 4.5;
 constexpr double visibleShape = 3.0;
+
+const auto square = QStringLiteral("\u25a0"); // a text with pixels of nothing but its ink
+
+/// Whether a pixel of the widget has just one of these colours.
+bool shows(QWidget& widget, std::initializer_list<Token> inks)
+{
+    widget.resize(widget.sizeHint());
+    const auto picture = widget.grab().toImage();
+    for (int at = 0; at < picture.width() * picture.height(); ++at) {
+        const auto pixel = picture.pixelColor(at % picture.width(), at / picture.width());
+        if (std::ranges::any_of(inks, [&](Token ink) { return pixel == Theme::current().color(ink); }))
+            return true;
+    }
+    return false;
+}
 
 struct ContrastCase {
     std::string name;
@@ -153,6 +170,31 @@ TEST(Theme, GivesIconsMadeEarlierTheColoursOfTheNewScheme)
     EXPECT_EQ(centre(QIcon::Normal), 0xff58c3acU);
     EXPECT_EQ(centre(QIcon::Disabled), 0xff62666dU);
     Theme::current().install(ColorScheme::light);
+}
+
+TEST(Theme, DressesNoButtonThatIsOffAsIfItCouldBePressed)
+{
+    for (const auto* kind : {"", "primary", "flat", "ghost", "danger", "link", "chip"}) {
+        QPushButton button{square};
+        button.setProperty("kind", QString::fromLatin1(kind));
+        EXPECT_TRUE(shows(button, {Token::text, Token::text2, Token::accent, Token::danger})) << kind;
+        button.setEnabled(false);
+        EXPECT_FALSE(shows(button, {Token::text, Token::text2, Token::accent, Token::danger})) << kind;
+        EXPECT_TRUE(shows(button, {Token::disabled})) << kind;
+    }
+}
+
+TEST(Theme, LeavesTheTextsOfALockedFormReadable)
+{
+    for (const auto& [tone, shown] : {std::pair{Token::text, Token::text2}, std::pair{Token::text2, Token::text2},
+                                      std::pair{Token::danger, Token::danger}}) {
+        TextLabel label{TypeStep::body, tone};
+        label.setText(square);
+        EXPECT_TRUE(shows(label, {tone})) << nameOf(tone);
+        label.setEnabled(false);
+        EXPECT_TRUE(shows(label, {shown})) << nameOf(tone);
+        EXPECT_FALSE(shows(label, {Token::disabled})) << nameOf(tone);
+    }
 }
 
 TEST(Theme, AnnouncesAChangeWhenTheApplicationIsDressedAnew)

@@ -4,7 +4,9 @@
 #include <QPointer>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/Theme/Space.h"
+#include "LedgerUI/Theme/Theme.h"
+#include "LedgerUI/testing/LedgerPage.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 // Going from one company to another, and to new ones, from the menu of the company button; and the settings.
@@ -16,13 +18,6 @@ constexpr auto switching = "POST v1/me/companies/switch";
 constexpr auto applying = "POST v1/me/companies";
 constexpr auto twoCompanies = R"({"companies":[{"id":"c1","name":"Company"},{"id":"c2","name":"Samudra Kopi"}],)"
                               R"("ownedCompanyCount":1})";
-
-PageRegistry ledgerPage()
-{
-    PageRegistry pages;
-    pages.add<LedgerView>(WorkspacePage::ledger);
-    return pages;
-}
 
 SnapshotBuilder firstBooks()
 {
@@ -216,6 +211,22 @@ TEST_F(CompanyMenu, OpensTheSettingsFromTheMembersMenu)
     screen.press("settingsSignOut");
     screen.waitFor("signInView");
     EXPECT_FALSE(screen.shows("settingsDialog"));
+}
+
+TEST_F(CompanyMenu, ListsTheSectionsOfTheSettingsAsTheSideBarListsPages)
+{
+    screen.keys("Ctrl+,");
+    screen.waitFor("settingsDialog");
+    auto& dialog = screen.find("settingsDialog");
+    EXPECT_EQ(screen.find("settingsSections").mapTo(&dialog, QPoint{}).y(), 0);
+    const auto picture = dialog.grab().toImage();
+    const auto ground = [&](const char* section) {
+        const auto& row = screen.find(section);
+        const auto place = row.mapTo(&dialog, QPoint{row.width() - Space::step2, Space::step2});
+        return picture.pixelColor(place * picture.devicePixelRatio());
+    };
+    EXPECT_EQ(ground("settings-language"), Theme::current().color(Token::accentSoft));
+    EXPECT_EQ(ground("settings-session"), Theme::current().color(Token::window));
 }
 
 TEST_F(CompanyMenu, ChangesTheOwnNameAndPasswordInTheSettings)

@@ -94,15 +94,14 @@ protected:
     }
 };
 
-void paintCheck(QPainter& painter, const GrantCell& cell, const QRect& box)
+void paintCheck(QPainter& painter, bool isGranted, bool mayChange, const QRect& box)
 {
-    const bool mayChange = cell.mayChange();
-    const auto fill = !mayChange ? Token::fieldOff : cell.isGranted ? Token::accent : Token::field;
-    const auto border = !mayChange ? Token::divider : cell.isGranted ? Token::accent : Token::control;
+    const auto fill = !mayChange ? Token::fieldOff : isGranted ? Token::accent : Token::field;
+    const auto border = !mayChange ? Token::divider : isGranted ? Token::accent : Token::control;
     painter.setPen(colorOf(border));
     painter.setBrush(colorOf(fill));
     painter.drawRoundedRect(QRectF{box}.adjusted(0.5, 0.5, -0.5, -0.5), Space::radiusSmall, Space::radiusSmall);
-    if (cell.isGranted)
+    if (isGranted)
         painter.drawPixmap(box.topLeft(),
                            Icon::pixmap(QStringLiteral("check"), colorOf(mayChange ? Token::onAccent : Token::text2),
                                         checkExtent, painter.device()->devicePixelRatioF()));
@@ -126,7 +125,8 @@ public:
         } else {
             QRect box{0, 0, checkExtent, checkExtent};
             box.moveCenter(rect.center());
-            paintCheck(*painter, cell, box);
+            const bool isLocked = !option.state.testFlag(QStyle::State_Enabled);
+            paintCheck(*painter, cell.isGranted, cell.mayChange() && !isLocked, box);
         }
         if (option.state.testFlag(QStyle::State_HasFocus)) {
             painter->setBrush(Qt::NoBrush);

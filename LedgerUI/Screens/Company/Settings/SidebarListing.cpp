@@ -50,10 +50,9 @@ void SidebarListing::presentRow(const Row& row, const char* title, bool isOn, bo
     row.row->setVisible(mayUse);
     row.row->present(word(words, title), word(words, "listingText"));
     row.toggle->setChecked(isOn);
-    row.toggle->setText(word(words, isOn ? "on" : "off"));
+    row.toggle->setWords(word(words, "on"), word(words, "off"));
     row.toggle->setAccessibleName(word(words, title));
     row.toggle->setEnabled(!m_store.isBusy());
-    row.toggle->updateGeometry();
 }
 
 /// Whatever becomes of the command, the switch then stands as the books say; setting it once more does no harm.
