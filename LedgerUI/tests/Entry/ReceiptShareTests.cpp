@@ -14,20 +14,13 @@
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Screens/Exports/DigitalReceiptView.h"
-#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/LedgerPage.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {
 
 constexpr QSize room{40, 40};         // around the receipt in its preview
 constexpr QRgb markBlue = 0xff23508e; // of the program's mark
-
-PageRegistry ledgerPage()
-{
-    PageRegistry pages;
-    pages.add<LedgerView>(WorkspacePage::ledger);
-    return pages;
-}
 
 SnapshotBuilder books()
 {

@@ -13,16 +13,10 @@
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 #include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/LedgerPage.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {
-
-PageRegistry ledgerPage()
-{
-    PageRegistry pages;
-    pages.add<LedgerView>(WorkspacePage::ledger);
-    return pages;
-}
 
 /// Two legs in October, four in November of which one is in dollars.
 SnapshotBuilder books()

@@ -1,22 +1,15 @@
 #include "LedgerUI/Screens/Ledger/Filters/LedgerFilterRow.h"
+#include "LedgerUI/testing/LedgerPage.h"
 
 #include <algorithm>
 
 #include <QToolButton>
 #include <gtest/gtest.h>
 
-#include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/testing/ReportSample.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {
-
-PageRegistry ledgerPage()
-{
-    PageRegistry pages;
-    pages.add<LedgerView>(WorkspacePage::ledger);
-    return pages;
-}
 
 /// The buttons of the row that have less room than their text needs, or stand outside of the row or in another one.
 std::string cut(const LedgerFilterRow& row)

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Components/Print/PrintDialog.h"
-#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/LedgerPage.h"
 #include "LedgerUI/testing/WindowUnderTest.h"
 
 namespace {
@@ -162,13 +162,6 @@ TEST(LedgerPrint, ShowsAnEntryWithItsMovements)
     EXPECT_EQ(said(document.tables[0]),
               (std::vector<std::string>{"Bank | IDR −500 | IDR −1,000", "Savings | IDR +500 | IDR 500"}));
     EXPECT_NE(factsOf(document).find("Number: t1"), std::string::npos) << factsOf(document);
-}
-
-PageRegistry ledgerPage()
-{
-    PageRegistry pages;
-    pages.add<LedgerView>(WorkspacePage::ledger);
-    return pages;
 }
 
 TEST(LedgerPrinting, SavesWhatThePageShows)

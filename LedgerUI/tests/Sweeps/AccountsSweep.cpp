@@ -25,9 +25,11 @@ SnapshotBuilder books()
     builder.employeeAccount("Petty cash", {"IDR"}, "m1").grantAll();
     builder.category("power", "expense", "Electricity").category("sales", "income", "Sales");
     builder.balance("Operating bank", "IDR", 28'412'045'000);
-    builder.expense("e1", "2026-11-19", "Operating bank", "IDR", 438'520'000, "power").note("November");
+    builder.expense("e1", "2026-11-19", "Operating bank", "IDR", 438'520'000, "power")
+        .note("Electricity of the office and the warehouse, November");
     builder.transfer("t1", "2026-11-17", "Operating bank", "Petty cash", "IDR", 50'000'000, "funding");
-    return builder.income("i1", "2026-11-18", "Singapore", "USD", 1'200'000, "sales");
+    return builder.income("i1", "2026-11-18", "Singapore", "USD", 1'200'000, "sales")
+        .note("Commission on the second consignment of the season");
 }
 
 void openAccounts(WindowUnderTest& under)

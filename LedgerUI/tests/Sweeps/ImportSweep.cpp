@@ -6,17 +6,10 @@
 
 #include "LedgerCore/Domain/Imports/LedgerImportCSV.h"
 #include "LedgerUI/Screens/Imports/ImportDialog.h"
-#include "LedgerUI/Screens/Ledger/LedgerView.h"
+#include "LedgerUI/testing/LedgerPage.h"
 #include "LedgerUI/testing/Sweep.h"
 
 namespace {
-
-PageRegistry ledgerPage()
-{
-    PageRegistry pages;
-    pages.add<LedgerView>(WorkspacePage::ledger);
-    return pages;
-}
 
 void openImport(WindowUnderTest& under)
 {

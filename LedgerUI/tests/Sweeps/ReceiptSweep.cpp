@@ -8,18 +8,11 @@
 #include <QPainter>
 #include <QPdfWriter>
 
-#include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/Screens/Receipts/ReceiptPreviewDialog.h"
+#include "LedgerUI/testing/LedgerPage.h"
 #include "LedgerUI/testing/Sweep.h"
 
 namespace {
-
-PageRegistry ledgerPage()
-{
-    PageRegistry pages;
-    pages.add<LedgerView>(WorkspacePage::ledger);
-    return pages;
-}
 
 void signIn(WindowUnderTest& under)
 {

@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
-#include "LedgerUI/Screens/Ledger/LedgerView.h"
 #include "LedgerUI/testing/LabelAudit.h"
+#include "LedgerUI/testing/LedgerPage.h"
 #include "LedgerUI/testing/Sweep.h"
 
 // ctest runs this once more at twice the scale and once with larger texts.
@@ -16,13 +16,6 @@
 namespace {
 
 constexpr QSize smallest{900, 640};
-
-PageRegistry ledgerPage()
-{
-    PageRegistry pages;
-    pages.add<LedgerView>(WorkspacePage::ledger);
-    return pages;
-}
 
 SnapshotBuilder books()
 {
