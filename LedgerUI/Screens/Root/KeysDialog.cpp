@@ -1,7 +1,6 @@
 #include "LedgerUI/Screens/Root/KeysDialog.h"
 
 #include <algorithm>
-#include <array>
 
 #include <QEvent>
 #include <QGridLayout>
@@ -54,6 +53,29 @@ struct Column {
     QVBoxLayout* rows = nullptr;
     std::size_t lines = 0;
 };
+
+/// The sections in columns of about one length.
+QWidget* columnsOf(const std::vector<KeySection>& sections, std::size_t count)
+{
+    auto* body = new QWidget;
+    auto* row = new QHBoxLayout(body);
+    row->setContentsMargins(Space::dialogMargin, Space::dialogMargin, Space::dialogMargin, Space::dialogMargin);
+    row->setSpacing(Space::step8);
+    std::vector<Column> columns(count);
+    for (auto& column : columns) {
+        column.rows = new QVBoxLayout;
+        column.rows->setSpacing(Space::step6);
+        row->addLayout(column.rows, 1);
+    }
+    for (const auto& section : sections) {
+        auto& shorter = *std::ranges::min_element(columns, {}, &Column::lines);
+        shorter.rows->addWidget(sectionView(section));
+        shorter.lines += section.lines.size();
+    }
+    for (const auto& column : columns)
+        column.rows->addStretch(1);
+    return body;
+}
 
 /// For readers, who meet the dialog as one text.
 QString spoken(const std::vector<KeySection>& sections)
@@ -134,38 +156,26 @@ QWidget* KeysDialog::buildFoot()
 void KeysDialog::present()
 {
     const auto sections = keyHelp(InterfaceLanguage::tag());
-    auto* body = new QWidget(m_scroll->viewport());
-    auto* row = new QHBoxLayout(body);
-    row->setContentsMargins(Space::dialogMargin, Space::dialogMargin, Space::dialogMargin, Space::dialogMargin);
-    row->setSpacing(Space::step8);
-    std::array<Column, 2> columns;
-    for (auto& column : columns) {
-        column.rows = new QVBoxLayout;
-        column.rows->setSpacing(Space::step6);
-        row->addLayout(column.rows, 1);
+    const int width = std::min(Space::dialogMaximumWidth, room().width());
+    auto* body = columnsOf(sections, 2);
+    body->setParent(m_scroll->viewport()); // whose font it is measured with
+    if (body->minimumSizeHint().width() > width - m_scroll->verticalScrollBar()->sizeHint().width()) {
+        delete body;
+        body = columnsOf(sections, 1);
     }
-    for (const auto& section : sections) {
-        auto& shorter = *std::ranges::min_element(columns, {}, &Column::lines);
-        shorter.rows->addWidget(sectionView(section));
-        shorter.lines += section.lines.size();
-    }
-    for (const auto& column : columns)
-        column.rows->addStretch(1);
     m_scroll->setWidget(body);
     m_close->setText(word(dialogWords(), "close"));
     setWindowTitle(word(keyWords(), "title"));
     setAccessibleName(windowTitle());
     m_scroll->setAccessibleName(windowTitle());
     setAccessibleDescription(spoken(sections));
-    fit(*body);
+    const int wanted = body->layout()->heightForWidth(width) + Space::dialogFoot;
+    resize(width, std::min(wanted, room().height()));
 }
 
-/// As high as the keys need, as far as the window behind and the screen have the room.
-void KeysDialog::fit(const QWidget& body)
+/// As far as the window behind and the screen let it grow.
+QSize KeysDialog::room() const
 {
     const auto* const behind = parentWidget() ? parentWidget()->window() : this;
-    const auto room = behind->size().boundedTo(screen()->availableSize());
-    const int width = std::min(Space::dialogMaximumWidth, room.width());
-    const int wanted = body.layout()->heightForWidth(width) + Space::dialogFoot;
-    resize(width, std::min(wanted, room.height()));
+    return behind->size().boundedTo(screen()->availableSize());
 }

@@ -19,7 +19,7 @@ protected:
 private:
     QWidget* buildFoot();
     void present();
-    void fit(const QWidget& body);
+    [[nodiscard]] QSize room() const;
 
     QScrollArea* m_scroll = nullptr;
     PrimaryButton* m_close = nullptr;
