@@ -28,7 +28,7 @@ void print(Connection& connection, const std::string& scope, AuditFilter filter)
 
 }
 
-int AuditCommand::run(const std::string& file, const std::string& companyID, AuditFilter filter)
+int AuditCommand::run(const std::string& file, const std::string& companyID, const AuditFilter& filter)
 {
     if (const auto refused = DatabaseFile::whyNotExisting(file)) {
         fmt::print(stderr, "tallyfold-service: {}\n", *refused);

@@ -40,6 +40,7 @@ struct WindowCalls : testing::Test {
 void leaveSocket(const QString& name)
 {
     const int left = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_NE(left, -1);
     sockaddr_un address{.sun_family = AF_UNIX, .sun_path = {}};
     name.toStdString().copy(address.sun_path, sizeof address.sun_path - 1);
     ASSERT_EQ(bind(left, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);

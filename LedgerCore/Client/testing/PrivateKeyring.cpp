@@ -39,7 +39,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, Secret& secret)
     argument.beginStructure();
     argument >> secret.session >> secret.parameters >> secret.value >> secret.contentType;
     argument.endStructure();
-    return argument;
+    return argument; // NOLINT(bugprone-return-const-ref-from-parameter): as Qt asks for it
 }
 
 constexpr auto password = "a password";

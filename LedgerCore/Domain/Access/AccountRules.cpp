@@ -59,7 +59,7 @@ const Account* visible(std::string_view id, const Ground& ground)
 
 Problem whyNotInCharge(const OptionalText& id, const Ground& ground)
 {
-    if (!named(id))
+    if (!id || id->empty())
         return std::nullopt;
     const auto found = std::ranges::find(ground.members, *id, &Member::id);
     if (found == ground.members.end())
@@ -84,7 +84,7 @@ Problem whyNotFunded(const std::optional<Texts>& funders, const Account& account
 
 Problem whyNotReturning(const OptionalText& id, const Account& account, const Ground& ground)
 {
-    if (!named(id))
+    if (!id || id->empty())
         return std::nullopt;
     if (!account.isRestricted() || *id == account.id)
         return Refusal::returnUnsuitable;

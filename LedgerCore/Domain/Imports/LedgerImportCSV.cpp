@@ -137,11 +137,10 @@ std::string written(std::string_view data, const std::map<int, std::string>& iss
     std::optional<Layout> layout;
     for (int line = 1; reader.next() == CsvReader::Outcome::record; ++line) {
         auto cells = reader.fields();
-        if (line == 1) {
+        if (!layout)
             layout = layoutOf(cells);
-            if (!layout)
-                return {};
-        }
+        if (!layout)
+            return {};
         layout->strip(cells);
         const auto found = issues.find(line);
         std::string issue;

@@ -11,7 +11,7 @@
 
 std::string Country::name(std::string_view code, std::string_view locale)
 {
-    const std::string text{code};
+    std::string text{code};
     if (!Naming::isCountry(code))
         return text;
     const std::string language{AppLanguage::locale(locale)};

@@ -28,7 +28,7 @@ bool isReadable(std::string_view text)
     const auto length = static_cast<std::int32_t>(text.size());
     for (std::int32_t at = 0; at < length;) {
         UChar32 each = 0;
-        U8_NEXT(text.data(), at, length, each);
+        U8_NEXT(text.data(), at, length, each); // NOLINT(bugprone-inc-dec-in-conditions)
         if (each < 0 || breaksLine(each) || turnsDirection(each))
             return false;
     }
@@ -41,7 +41,7 @@ bool isVisible(std::string_view text)
     const auto length = static_cast<std::int32_t>(text.size());
     for (std::int32_t at = 0; at < length;) {
         UChar32 each = 0;
-        U8_NEXT(text.data(), at, length, each);
+        U8_NEXT(text.data(), at, length, each); // NOLINT(bugprone-inc-dec-in-conditions)
         if (!u_isUWhiteSpace(each) && !u_hasBinaryProperty(each, UCHAR_DEFAULT_IGNORABLE_CODE_POINT))
             return true;
     }

@@ -168,9 +168,9 @@ Outcome answerOnce(const MemberCall& call, const Body& body)
     const CommandOnce once{call, body.idempotencyKey, CommandFingerprint::of(commandName<Body>(call), body)};
     if (const auto earlier = once.earlier(); !earlier)
         return std::unexpected(earlier.error());
-    else if (*earlier) {
+    else if (const auto& kept = *earlier) {
         call.note.isRepetition = true;
-        return Made::repeated(call, **earlier);
+        return Made::repeated(call, *kept);
     }
     const auto result = invoke<carryOut>(call, body);
     if (!result)

@@ -54,9 +54,8 @@ bool isOfTheProtocol(std::string_view field)
 std::optional<std::int64_t> number(std::string_view text)
 {
     std::int64_t value = 0;
-    const auto* end = text.data() + text.size();
-    const auto read = std::from_chars(text.data(), end, value);
-    return read.ec == std::errc{} && read.ptr == end ? std::optional{value} : std::nullopt;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), value);
+    return failure == std::errc{} && end == text.data() + text.size() ? std::optional{value} : std::nullopt;
 }
 
 /// The text of a key that the table may not hold, else what stands behind `prefix`.
@@ -76,8 +75,9 @@ const typename Records::value_type* find(const Records& records, std::string_vie
 }
 
 AuditValueText::AuditValueText(const LedgerSnapshot& snapshot, std::string_view kind, std::string locale)
-    : m_snapshot{snapshot}, m_isOfDividends{kind.find("/dividends/") != std::string_view::npos},
-      m_names{snapshot, std::move(locale)}
+    : m_snapshot{snapshot}, m_isOfDividends{kind.find("/dividends/") != std::string_view::npos}, m_names{
+                                                                                                     snapshot,
+                                                                                                     std::move(locale)}
 {
 }
 

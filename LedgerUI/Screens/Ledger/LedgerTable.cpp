@@ -181,8 +181,10 @@ int LedgerTable::dateWidth() const
 int LedgerTable::amountWidth() const
 {
     const auto& listing = m_model->listing();
+    if (!listing)
+        return amountMinimum;
     int widest = 0;
-    for (const auto at : listing ? listing->widest : std::vector<std::uint32_t>{}) {
+    for (const auto at : listing->widest) {
         for (const auto& amount : amountsOf(*listing->book, at))
             widest = std::max(widest, textWidth(TypeStep::micro, amount.currency) + codeToDigits +
                                           textWidth(TypeStep::body, amount.figure()));
