@@ -75,9 +75,8 @@ const typename Records::value_type* find(const Records& records, std::string_vie
 }
 
 AuditValueText::AuditValueText(const LedgerSnapshot& snapshot, std::string_view kind, std::string locale)
-    : m_snapshot{snapshot}, m_isOfDividends{kind.find("/dividends/") != std::string_view::npos}, m_names{
-                                                                                                     snapshot,
-                                                                                                     std::move(locale)}
+    : m_snapshot{snapshot}, m_isOfDividends{kind.find("/dividends/") != std::string_view::npos},
+      m_names{snapshot, std::move(locale)}
 {
 }
 

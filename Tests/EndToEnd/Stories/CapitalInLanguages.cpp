@@ -2,6 +2,7 @@
 #include <tuple>
 
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -11,6 +12,7 @@
 #include "LedgerCore/Domain/Exports/DividendCSV.h"
 #include "LedgerCore/Domain/Money/BasisPoints.h"
 #include "LedgerCore/Domain/Money/Money.h"
+#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Records/CapitalFormWords.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
 #include "LedgerUI/Presentation/Records/CapitalWords.h"
@@ -335,9 +337,12 @@ void print(const Speaker& person)
     holds(statement, person.dollars(1'833)); // of 38.33, which is the part of 100.01, 20.00 are set off
 }
 
-QByteArray fileOf(const QString& path)
+/// What was written, once the page says so: the books are asked anew after the place was chosen.
+QByteArray tableOf(const Speaker& person, const QString& path)
 {
     QFile file{path};
+    person.stage.screen.waitForText(
+        wordIn(person.language, exportWords(), "done", {QFileInfo{path}.fileName().toStdString()}).toStdString());
     expect(file.open(QIODevice::ReadOnly), QStringLiteral("%1 was saved").arg(path));
     return file.readAll();
 }
@@ -348,11 +353,11 @@ void exportBoth(const Speaker& person)
     const auto books = booksOf(person);
     person.by.turnTo("capitalContributions");
     person.by.press("exportCapitalButton");
-    const auto capital = fileOf(saveIn(person, folder, "exportFileDialog", "capital.csv"));
+    const auto capital = tableOf(person, saveIn(person, folder, "exportFileDialog", "capital.csv"));
     expect(capital.toStdString() == CapitalCSV::render(*books.capital), QStringLiteral("all of the capital is there"));
     person.by.turnTo("capitalDividends");
     person.by.press("exportDividendsButton");
-    const auto dividends = fileOf(saveIn(person, folder, "exportFileDialog", "dividends.csv"));
+    const auto dividends = tableOf(person, saveIn(person, folder, "exportFileDialog", "dividends.csv"));
     expect(dividends.toStdString() == DividendCSV::render(*books.dividends, person.language),
            QStringLiteral("all of the dividends are there"));
 }
