@@ -201,7 +201,7 @@ PrintedDocument LedgerPrint::list(const Asked& asked, const std::string& locale)
     return list(listingOf(std::move(book), std::move(query)), asked.moment);
 }
 
-QCoro::Task<Result<void>> LedgerPrint::permission(LedgerStore* store, const Asked& asked)
+QCoro::Task<Result<void>> LedgerPrint::permission(LedgerStore* store, Asked asked)
 {
     const auto made = [asked](const SnapshotPointer& books) {
         return list({books, asked.shown, asked.moment, asked.selectedIDs}, asked.shown->book->locale());
@@ -218,7 +218,7 @@ PrintedDocument LedgerPrint::statement(const AskedStatement& asked, const std::s
         asked.moment);
 }
 
-QCoro::Task<Result<void>> LedgerPrint::permission(LedgerStore* store, const AskedStatement& asked, std::string locale)
+QCoro::Task<Result<void>> LedgerPrint::permission(LedgerStore* store, AskedStatement asked, std::string locale)
 {
     const auto made = [asked, locale = std::move(locale)](const SnapshotPointer& books) {
         return statement({books, asked.accountID, asked.period, asked.moment}, locale);

@@ -29,7 +29,7 @@ PrintedDocument list(const Asked& asked, const std::string& locale);
 
 /// Whether the books, loaded anew, still give the same list to the person who asked for it. A list is like an export:
 /// it leaves the program only as it was looked at.
-QCoro::Task<Result<void>> permission(LedgerStore* store, const Asked& asked);
+QCoro::Task<Result<void>> permission(LedgerStore* store, Asked asked);
 
 /// The statement of an account for a period, asked for where no ledger is in sight.
 struct AskedStatement {
@@ -40,7 +40,7 @@ struct AskedStatement {
 };
 PrintedDocument statement(const AskedStatement& asked, const std::string& locale);
 /// Whether the books, loaded anew, still give the same statement.
-QCoro::Task<Result<void>> permission(LedgerStore* store, const AskedStatement& asked, std::string locale);
+QCoro::Task<Result<void>> permission(LedgerStore* store, AskedStatement asked, std::string locale);
 
 /// One entry with everything that is known of it.
 PrintedDocument entry(const LedgerBook& book, std::uint32_t at, const PrintMoment& moment);
