@@ -58,14 +58,13 @@ const auto selectUploaded = fmt::format(R"sql(
 
 const auto selectLinkedByOthers = fmt::format(R"sql(
     SELECT {}, a.linked_change FROM attachments a
-    WHERE a.company_id = :company AND a.linked_change > 0 AND a.linked_change > :after AND a.linked_change <= :last
-        AND a.member_id <> :member
+    WHERE a.company_id = :company AND a.linked_change > :after AND a.linked_change <= :last AND a.member_id <> :member
 )sql",
                                               seenColumns);
 
 const auto selectOwnLinked = fmt::format(R"sql(
     SELECT {}, a.uploaded_change FROM attachments a
-    WHERE a.company_id = :company AND a.linked_change > 0 AND a.linked_change > :after AND a.linked_change <= :last
+    WHERE a.company_id = :company AND a.linked_change > :after AND a.linked_change <= :last
         AND a.member_id = :member AND a.uploaded_change <= :after
 )sql",
                                          seenColumns);
@@ -118,6 +117,14 @@ void addVisible(Connection& connection, std::string_view statement, const Attach
     }
 }
 
+/// A view that leaves out receipts linked to nothing, whose linking change is 0. Said by the view's beginning: beside a
+/// condition of its own, SQLite would begin at that and pass over all that was linked before the view.
+AttachmentView ofLinked(AttachmentView view)
+{
+    view.after = std::max<std::int64_t>(view.after, 0);
+    return view;
+}
+
 /// The receipts in the order in which the member got to see them.
 std::vector<std::string> inOrder(std::vector<SeenAttachment> found)
 {
@@ -156,7 +163,7 @@ std::vector<StoredAttachment> AttachmentRepository::all(Connection& connection, 
 std::vector<std::string> AttachmentRepository::seenIn(Connection& connection, const AttachmentView& view)
 {
     std::vector<SeenAttachment> found;
-    addVisible(connection, selectLinkedByOthers, view, found);
+    addVisible(connection, selectLinkedByOthers, ofLinked(view), found);
     addVisible(connection, selectUploaded, view, found);
     return inOrder(std::move(found));
 }
@@ -164,7 +171,7 @@ std::vector<std::string> AttachmentRepository::seenIn(Connection& connection, co
 std::vector<std::string> AttachmentRepository::linkedIn(Connection& connection, const AttachmentView& view)
 {
     std::vector<SeenAttachment> found;
-    addVisible(connection, selectOwnLinked, view, found);
+    addVisible(connection, selectOwnLinked, ofLinked(view), found);
     return inOrder(std::move(found));
 }
 
