@@ -1,5 +1,6 @@
 #include "LedgerService/Books/BookRefusal.h"
 
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerService/Books/RefusalTable.h"
 
@@ -19,6 +20,10 @@ constexpr Answer noDay{invalid, "The date is no calendar day."};
 constexpr Answer future{invalid, "The day lies in the future."};
 constexpr Answer beforeTheBooks{ServiceCode::financialBeforeStartDate,
                                 "The day lies before the bookkeeping start date."};
+// The words name these.
+static_assert(EntryLimits::noteLength == 2'000 && EntryLimits::referenceLength == 200 && EntryLimits::keyBytes == 200 &&
+              EntryLimits::receipts == 10);
+
 constexpr Answer noKey{invalid, "An idempotency key has 1 to 200 bytes."};
 constexpr Answer foreign{invalid, "The fields given are not those of the kind."};
 constexpr Answer currencies{invalid, "An entry has a currency, an exchange two different ones."};

@@ -91,6 +91,7 @@ constexpr RefusalTable settings{
     },
     FinancialSettingsRules::Refusal::switchesRequired};
 
+static_assert(TemplateRules::mostOfMember == 200); // the words name it
 constexpr RefusalTable templates{
     {
         {TemplateRules::Refusal::nameUnsound, invalid, "A name is one line of 1 to 120 characters."},

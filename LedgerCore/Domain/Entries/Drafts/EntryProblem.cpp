@@ -1,9 +1,14 @@
 #include "LedgerCore/Domain/Entries/Drafts/EntryProblem.h"
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
+
+// The words name these.
+static_assert(EntryLimits::noteLength == 2'000 && EntryLimits::referenceLength == 200 && EntryLimits::receipts == 10 &&
+              EntryLimits::daysAhead == 1);
 
 const WordTable& EntryProblem::words()
 {

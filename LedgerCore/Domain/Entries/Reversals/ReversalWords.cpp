@@ -1,5 +1,10 @@
 #include "LedgerCore/Domain/Entries/Reversals/ReversalWords.h"
 
+#include "LedgerCore/Domain/Entries/EntryLimits.h"
+
+// The words name these.
+static_assert(EntryLimits::noteLength == 2'000 && EntryLimits::daysAhead == 1);
+
 const WordTable& ReversalWords::words()
 {
     static const WordTable table{
