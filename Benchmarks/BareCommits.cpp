@@ -1,4 +1,4 @@
-#include "Benchmarks/BareCommits.h"
+#include "Benchmarks/BareFigures.h"
 
 #include <filesystem>
 #include <memory>

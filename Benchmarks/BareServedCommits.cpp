@@ -1,4 +1,4 @@
-#include "Benchmarks/BareServedCommits.h"
+#include "Benchmarks/BareFigures.h"
 
 #include "LedgerService/Storage/Sql/Connection.h"
 #include "LedgerService/Storage/Sql/Query.h"

@@ -1,4 +1,4 @@
-#include "Benchmarks/BareTransfer.h"
+#include "Benchmarks/BareFigures.h"
 
 #include <array>
 #include <thread>

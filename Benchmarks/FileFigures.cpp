@@ -1,4 +1,4 @@
-#include "Benchmarks/FileFigures.h"
+#include "Benchmarks/StoreFigures.h"
 
 #include <chrono>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "Benchmarks/ReportPageFigures.h"
+#include "Benchmarks/StoreFigures.h"
 
 #include <memory>
 #include <string>

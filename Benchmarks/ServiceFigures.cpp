@@ -11,9 +11,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/core.h>
 
-#include "Benchmarks/BareCommits.h"
-#include "Benchmarks/BareServedCommits.h"
-#include "Benchmarks/BareTransfer.h"
+#include "Benchmarks/BareFigures.h"
 #include "Benchmarks/Samples.h"
 #include "Benchmarks/ServedBooks.h"
 #include "Benchmarks/SteadyRequests.h"

@@ -9,12 +9,11 @@
 #include <QKeyEvent>
 #include <fmt/core.h>
 
-#include "Benchmarks/FileFigures.h"
 #include "Benchmarks/LoopHold.h"
-#include "Benchmarks/ReportPageFigures.h"
 #include "Benchmarks/Samples.h"
 #include "Benchmarks/ServedBooks.h"
 #include "Benchmarks/StepFigures.h"
+#include "Benchmarks/StoreFigures.h"
 #include "LedgerCore/Client/Session/Clock.h"
 #include "LedgerCore/Client/Session/IdentifierSource.h"
 #include "LedgerCore/Client/Session/LanguageDefaults.h"

@@ -5,7 +5,7 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/Requests/ErrorReply.h"
+#include "LedgerCore/Domain/Records/Requests/Replies.h"
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 
 namespace LedgerService {

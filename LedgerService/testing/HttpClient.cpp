@@ -17,7 +17,7 @@
 #include <fmt/core.h>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/Requests/ErrorReply.h"
+#include "LedgerCore/Domain/Records/Requests/Replies.h"
 
 namespace LedgerService {
 

@@ -8,7 +8,7 @@
 #include <QtConcurrentRun>
 
 #include "LedgerCore/Domain/Json/Json.h"
-#include "LedgerCore/Domain/Records/Requests/ErrorReply.h"
+#include "LedgerCore/Domain/Records/Requests/Replies.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "LedgerCore/Client/Operations/SessionRunner.h"
 #include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
-#include "LedgerCore/Domain/Records/Requests/OK.h"
+#include "LedgerCore/Domain/Records/Requests/Replies.h"
 
 using enum OperationRunner::Publishing;
 using enum SessionRunner::Session;

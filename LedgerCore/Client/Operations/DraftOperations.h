@@ -6,7 +6,7 @@
 
 #include "LedgerCore/Client/Errors/Failure.h"
 #include "LedgerCore/Domain/Entries/Drafts/EntryDraft.h"
-#include "LedgerCore/Domain/Records/Requests/OK.h"
+#include "LedgerCore/Domain/Records/Requests/Replies.h"
 
 class OperationRunner;
 

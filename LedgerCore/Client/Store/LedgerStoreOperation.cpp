@@ -8,7 +8,7 @@
 #include "LedgerCore/Client/Snapshots/SnapshotLoading.h"
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Client/Store/StoreOperation.h"
-#include "LedgerCore/Domain/Records/Requests/OK.h"
+#include "LedgerCore/Domain/Records/Requests/Replies.h"
 
 namespace {
 

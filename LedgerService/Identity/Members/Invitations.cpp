@@ -10,7 +10,7 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Json/Json.h"
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
-#include "LedgerCore/Domain/Records/Requests/InvitationStatus.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/Naming.h"

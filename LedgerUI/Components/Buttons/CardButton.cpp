@@ -7,7 +7,7 @@
 #include <QTextLayout>
 #include <QToolTip>
 
-#include "LedgerUI/Presentation/Text/Initials.h"
+#include "LedgerUI/Presentation/Text/NameText.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"

@@ -13,10 +13,9 @@
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Dialogs/WindowBehind.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/FailureText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Icon.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <QFileInfo>
 
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Text/FileWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -12,7 +12,7 @@
 
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/Theme.h"

@@ -9,7 +9,7 @@
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"
 

@@ -7,7 +7,7 @@
 #include "LedgerUI/Components/Page/Line.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 #include "LedgerUI/Theme/StyleProperty.h"

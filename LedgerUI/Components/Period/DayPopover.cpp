@@ -13,7 +13,7 @@
 #include "LedgerUI/Components/Period/PeriodGridView.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Period/DayWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include "LedgerUI/Components/Period/PeriodPopover.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
-#include "LedgerUI/Presentation/Period/PeriodWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 

@@ -15,7 +15,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
-#include "LedgerUI/Presentation/Period/PeriodWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

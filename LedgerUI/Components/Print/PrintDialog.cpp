@@ -26,8 +26,8 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
 #include "LedgerUI/Presentation/Print/Paginator.h"
-#include "LedgerUI/Presentation/Print/PrintWords.h"
-#include "LedgerUI/Presentation/Text/SavingText.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -249,13 +249,14 @@ void PrintDialog::saveTo(const std::filesystem::path& path)
     if (!m_pages)
         return;
     giveOut([this, path, pages = m_pages] {
-        QCoro::connect(SavedFile::write(path, [pages] { return PagePainter::pdf(*pages); }), this,
-                       [this, path](std::optional<SavingProblem> problem) {
-                           if (problem)
-                               fail({Banner::Kind::error, notSavedText(locale(), text("saveFailed"), *problem)});
-                           else
-                               finish(word(printWords(), "saved", {path.filename().string()}));
-                       });
+        QCoro::connect(
+            SavedFile::write(path, [pages] { return PagePainter::pdf(*pages); }), this,
+            [this, path](std::optional<SavingProblem> problem) {
+                if (problem)
+                    fail({Banner::Kind::error, FailureText::ofSaving(locale(), text("saveFailed"), *problem)});
+                else
+                    finish(word(printWords(), "saved", {path.filename().string()}));
+            });
     });
 }
 

@@ -7,7 +7,7 @@
 
 #include "LedgerUI/Components/Dialogs/Popover.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

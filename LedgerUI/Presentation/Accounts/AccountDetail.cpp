@@ -5,12 +5,11 @@
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerUI/Presentation/Accounts/AccountRights.h"
-#include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Ledger/AccountGroup.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

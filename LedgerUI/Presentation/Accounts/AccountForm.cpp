@@ -5,11 +5,9 @@
 #include "LedgerCore/Domain/Access/AccountGrants.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
-#include "LedgerUI/Presentation/Accounts/AccountFormWords.h"
 #include "LedgerUI/Presentation/Accounts/AccountRights.h"
-#include "LedgerUI/Presentation/Accounts/AccountWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 
 namespace {

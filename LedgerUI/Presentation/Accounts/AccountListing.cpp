@@ -8,10 +8,10 @@
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Text/Collation.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
 #include "LedgerUI/Presentation/Text/Values/MoneySums.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Accounts/AccountRights.h"
 
-#include "LedgerUI/Presentation/Accounts/AccountWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 QString accountActionText(std::string_view action, std::string_view locale)
 {

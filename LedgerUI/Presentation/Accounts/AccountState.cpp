@@ -2,8 +2,8 @@
 
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Presentation/Accounts/AccountForm.h"
-#include "LedgerUI/Presentation/Accounts/AccountFormWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 AccountStateChange AccountStates::of(const Account& account)
 {

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Table/RowPatch.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 void AccountTableModel::present(AccountListingPointer listing)
 {

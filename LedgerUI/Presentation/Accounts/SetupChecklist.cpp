@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
-#include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

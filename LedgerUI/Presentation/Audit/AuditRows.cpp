@@ -7,9 +7,9 @@
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Audit/AuditValueText.h"
-#include "LedgerUI/Presentation/Audit/AuditWords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include "LedgerCore/Domain/Capital/CapitalAccess.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/RecordDraft.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 QString CapitalActions::whyNot(std::string_view action, const LedgerSnapshot& snapshot, std::string_view locale)
 {

@@ -5,10 +5,10 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Capital/LatestRecords.h"
 #include "LedgerUI/Presentation/Records/CapitalSections.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -4,11 +4,11 @@
 
 #include "LedgerCore/Domain/Capital/CapitalMath.h"
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/LatestFirst.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -4,9 +4,8 @@
 
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
 #include "LedgerUI/Presentation/Capital/ContributionList.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
-#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -6,12 +6,12 @@
 #include "LedgerCore/Domain/Capital/CapitalSummary.h"
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/LatestFirst.h"
 #include "LedgerUI/Presentation/Records/LinkedEntries.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

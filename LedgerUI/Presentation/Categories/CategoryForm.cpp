@@ -4,8 +4,8 @@
 
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerUI/Presentation/Categories/CategoryWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -6,7 +6,6 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Charts/ChartScale.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -5,9 +5,8 @@
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerUI/Presentation/Categories/CategoryWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include "LedgerCore/Domain/Access/OpeningBalancePolicy.h"
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
-#include "LedgerUI/Presentation/Company/BookkeepingWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 SwitchesForm SwitchesForm::of(const LedgerSnapshot& snapshot)
 {

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "LedgerUI/Presentation/Company/AccessWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Access/LedgerEntryAccess.h"
-#include "LedgerUI/Presentation/Company/AccessWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

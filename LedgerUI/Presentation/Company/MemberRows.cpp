@@ -4,11 +4,9 @@
 
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Records/Permission.h"
-#include "LedgerUI/Presentation/Company/AccessWords.h"
-#include "LedgerUI/Presentation/Company/CompanyWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Presentation/Workspace/InvitationExpiry.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 

@@ -6,8 +6,8 @@
 #include "LedgerCore/Domain/Dividends/DividendBook.h"
 #include "LedgerUI/Presentation/Dividends/DividendForm.h"
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -3,13 +3,12 @@
 #include <algorithm>
 
 #include "LedgerUI/Presentation/Dividends/DividendTables.h"
-#include "LedgerUI/Presentation/Records/CapitalFormWords.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/LatestFirst.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

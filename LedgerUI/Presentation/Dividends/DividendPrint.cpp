@@ -6,12 +6,11 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerUI/Presentation/Dividends/DividendBoard.h"
 #include "LedgerUI/Presentation/Dividends/DividendTables.h"
-#include "LedgerUI/Presentation/Records/CapitalFormWords.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/LatestFirst.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

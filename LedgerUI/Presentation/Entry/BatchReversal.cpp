@@ -6,12 +6,10 @@
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -3,11 +3,10 @@
 #include <QStringList>
 
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 TransactionDraft BegunEntry::continued(const EntryDraft& draft, std::string_view locale)
 {

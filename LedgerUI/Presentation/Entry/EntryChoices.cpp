@@ -9,8 +9,8 @@
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Money/Money.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -3,13 +3,11 @@
 #include <QStringList>
 
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Ledger/LedgerNames.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 QString EntryDouble::warning(const LedgerTransaction& entry, const LedgerSnapshot& snapshot, std::string_view locale)
 {

@@ -13,15 +13,13 @@
 #include "LedgerUI/Presentation/Entry/EntryCategories.h"
 #include "LedgerUI/Presentation/Entry/EntryChoices.h"
 #include "LedgerUI/Presentation/Entry/EntryDouble.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryHistory.h"
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
-#include "LedgerUI/Presentation/Text/Values/RateText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

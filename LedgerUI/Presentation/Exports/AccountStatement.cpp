@@ -5,12 +5,11 @@
 #include <QStringList>
 
 #include "LedgerCore/Domain/Reports/ReportBook.h"
-#include "LedgerUI/Presentation/Exports/ExportWords.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBalances.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerRow.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

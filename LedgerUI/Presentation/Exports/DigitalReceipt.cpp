@@ -8,13 +8,11 @@
 
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
 #include "LedgerCore/Domain/Settings/TransactionColorOptions.h"
-#include "LedgerUI/Presentation/Exports/ExportWords.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerRow.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -12,11 +12,11 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Exports/LedgerExportAuthorization.h"
-#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Exports/LedgerPrint.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
 #include "LedgerUI/Presentation/Period/DayTyping.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

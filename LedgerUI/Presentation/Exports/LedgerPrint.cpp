@@ -15,15 +15,13 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Exports/ExportRefusal.h"
 #include "LedgerUI/Presentation/Exports/AccountStatement.h"
-#include "LedgerUI/Presentation/Exports/ExportWords.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerFilterChoices.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerDayRow.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerRow.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "LedgerUI/Presentation/Forms/TextLimit.h"
 
 #include "LedgerCore/Domain/Text/TextFold.h"
-#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "LedgerUI/Presentation/Keys/KeyHelp.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 #include <array>
 #include <utility>
 
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
 
 namespace {

@@ -5,8 +5,6 @@
 
 #include <QString>
 
-class WordTable;
-
 /// A line of the list of all keys.
 struct KeyLine {
     QString keys;
@@ -21,6 +19,3 @@ struct KeySection {
 
 /// All keys of the program, from KeyBindings, in the language of `locale`.
 std::vector<KeySection> keyHelp(std::string_view locale);
-
-/// What each key does, and the headings of the list of all keys.
-const WordTable& keyWords();

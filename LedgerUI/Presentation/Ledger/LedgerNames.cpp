@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "LedgerCore/Domain/Text/WordTable.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <string>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerUI/Presentation/Period/PeriodWords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

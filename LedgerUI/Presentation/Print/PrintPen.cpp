@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

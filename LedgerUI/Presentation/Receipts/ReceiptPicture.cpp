@@ -9,8 +9,8 @@
 
 #include "LedgerCore/Client/Receipts/ReceiptImage.h"
 #include "LedgerCore/Domain/Entries/EntryCopy.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 #include "LedgerCore/Client/Receipts/AttachmentFilename.h"
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerUI/Presentation/Receipts/ReceiptPicture.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -9,10 +9,10 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Entries/EntryLimits.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Presentation/Text/Values/ByteText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 using Stage = ReceiptUpload::Stage;
 

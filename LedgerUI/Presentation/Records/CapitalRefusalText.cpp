@@ -1,8 +1,8 @@
 #include "LedgerUI/Presentation/Records/CapitalRefusalText.h"
 
 #include "LedgerCore/Client/Errors/APIError.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -6,10 +6,10 @@
 #include "LedgerCore/Domain/Entries/EntryWords.h"
 #include "LedgerCore/Domain/Money/CurrencyInfo.h"
 #include "LedgerCore/Domain/Text/Naming.h"
-#include "LedgerUI/Presentation/Records/CapitalFormWords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 std::vector<std::string> RecordFormParts::currenciesOf(const std::vector<const Account*>& accounts)
 {

@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/Reports/ReportFigureText.h"
 
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 QString movementsText(const std::set<Movement>& movements, std::string_view locale)
 {

@@ -2,8 +2,8 @@
 
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/PasswordRule.h"
-#include "LedgerUI/Presentation/Settings/SettingsWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 PasswordDraft::Messages PasswordDraft::problems(std::string_view locale) const
 {

@@ -2,8 +2,8 @@
 
 #include "LedgerCore/Domain/Contract.h"
 #include "LedgerCore/Domain/Records/Requests/AccessCommands.h"
-#include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 AccessFlow::AccessFlow(Purpose purpose) : m_purpose{purpose}, m_state{Asking{}} {}
 

@@ -1,7 +1,7 @@
 #include "LedgerUI/Presentation/SignIn/SignInState.h"
 
-#include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 SignInState signInState(SignInWait wait, std::string_view address, std::string_view locale)
 {

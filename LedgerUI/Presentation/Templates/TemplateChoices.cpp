@@ -7,8 +7,8 @@
 #include "LedgerCore/Domain/Entries/Drafts/EntryRules.h"
 #include "LedgerCore/Domain/Entries/EntryText.h"
 #include "LedgerUI/Presentation/Entry/EntryChoices.h"
-#include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerCore/Domain/Text/TextFold.h"
 #include "LedgerUI/Presentation/Forms/AmountTyping.h"
-#include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

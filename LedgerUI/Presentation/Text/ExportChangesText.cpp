@@ -4,8 +4,8 @@
 
 #include <QStringList>
 
-#include "LedgerUI/Presentation/Text/FileWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 const WordTable& failureWords()
 {
@@ -33,4 +34,22 @@ QString FailureText::of(const LedgerStore& store, const Failure& failure, std::s
 {
     const auto advised = advice(failure, locale);
     return advised.isEmpty() ? qString(store.friendly(failure, std::string{locale})) : advised;
+}
+
+QString FailureText::ofSaving(std::string_view locale, const QString& sentence, SavingProblem problem)
+{
+    const auto with = [&](std::string_view key) {
+        return sentence + QLatin1Char('\n') + wordIn(locale, fileWords(), key);
+    };
+    switch (problem) {
+    case SavingProblem::folderMissing:
+        return with("folderMissing");
+    case SavingProblem::notAllowed:
+        return with("notAllowed");
+    case SavingProblem::diskFull:
+        return with("diskFull");
+    case SavingProblem::other:
+        return sentence;
+    }
+    return sentence;
 }

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include "LedgerCore/Client/Errors/Failure.h"
+#include "LedgerCore/Client/Files/FileSaving.h"
 
 class LedgerStore;
 class WordTable;
@@ -23,5 +24,8 @@ QString unconfirmed(const QString& words, const std::optional<Failure>& failure,
 
 /// The advice where there is some, else the message of all failures of its kind.
 QString of(const LedgerStore& store, const Failure& failure, std::string_view locale);
+
+/// `sentence`, that something was not saved, with the reason in a line of its own where it is known.
+QString ofSaving(std::string_view locale, const QString& sentence, SavingProblem problem);
 
 }

@@ -4,6 +4,7 @@
 
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 QString wordIn(std::string_view locale, const WordTable& table, std::string_view key)
 {
@@ -27,4 +28,10 @@ QString countedIn(std::string_view locale, const WordTable& table, std::string_v
     const std::string stem{key};
     return count == 1 ? wordIn(locale, table, stem + ".one")
                       : wordIn(locale, table, stem + ".many", {groupedNumber(count, locale)});
+}
+
+QString listed(QStringList parts, std::string_view locale)
+{
+    parts.removeAll(QString{});
+    return parts.join(qString(dialogWords().text("listSeparator", locale)));
 }

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <QString>
+#include <QStringList>
 
 class WordTable;
 
@@ -24,3 +25,6 @@ QString wordIn(std::string_view locale, const WordTable& table, std::string_view
 std::string groupedNumber(std::size_t count, std::string_view locale);
 /// The text of `key`.one for a count of 1, else of `key`.many: "1 entry", "2,132 entries".
 QString countedIn(std::string_view locale, const WordTable& table, std::string_view key, std::size_t count);
+
+/// The parts that are not empty, side by side as the language lists them: "Exchange, Singapore".
+QString listed(QStringList parts, std::string_view locale);

@@ -7,7 +7,7 @@
 #include "LedgerCore/Domain/Text/Naming.h"
 #include "LedgerUI/Presentation/Text/CopiedText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
-#include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 CompanyDirectory CompanyDirectory::of(const LedgerSnapshot& snapshot, const std::optional<CompanyChoices>& choices,
                                       const PendingCompanyRegistration* pending, std::string_view locale)

@@ -3,7 +3,7 @@
 #include <chrono>
 
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
-#include "LedgerCore/Domain/Records/Requests/InvitationStatus.h"
+#include "LedgerCore/Domain/Records/Requests/AccessRecords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 
 namespace {

@@ -1,10 +1,8 @@
 #include "LedgerUI/Presentation/Workspace/QuitWarning.h"
 
 #include "LedgerCore/Domain/Entries/EntryWords.h"
-#include "LedgerUI/Presentation/Forms/CommandWords.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
-#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 std::optional<QuitWarning> quitWarning(const QuitLosses& losses, std::string_view locale)
 {

@@ -5,7 +5,7 @@
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
-#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

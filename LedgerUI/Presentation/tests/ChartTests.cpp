@@ -6,9 +6,9 @@
 #include "LedgerUI/Presentation/Charts/ChartLayout.h"
 #include "LedgerUI/Presentation/Charts/ChartLegend.h"
 #include "LedgerUI/Presentation/Charts/ChartScale.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -6,11 +6,11 @@
 #include "LedgerCore/Domain/Records/DemoIdentity.h"
 #include "LedgerCore/Domain/Text/AppLanguage.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
-#include "LedgerUI/Presentation/Text/Initials.h"
+#include "LedgerUI/Presentation/Text/NameText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 #include "LedgerUI/Presentation/Workspace/WorkspacePage.h"
-#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 
 TEST(ShellWords, NameEveryPageAndEveryDemonstrationProfileInEveryLanguage)
 {

@@ -5,8 +5,8 @@
 #include "LedgerUI/Presentation/SignIn/AccessFlow.h"
 #include "LedgerUI/Presentation/SignIn/Countdown.h"
 #include "LedgerUI/Presentation/SignIn/SignInProblem.h"
-#include "LedgerUI/Presentation/SignIn/SignInWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

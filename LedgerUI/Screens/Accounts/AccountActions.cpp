@@ -5,9 +5,9 @@
 #include <iterator>
 
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Accounts/AccountWords.h"
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include "LedgerUI/Components/Page/WrapLayout.h"
 #include "LedgerUI/Components/Text/Chip.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Accounts/AccountFormWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
 

@@ -15,7 +15,7 @@
 #include "LedgerUI/Components/Page/WrapLayout.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Accounts/AccountFormWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Accounts/AccountCurrencies.h"
 #include "LedgerUI/Theme/Space.h"
 

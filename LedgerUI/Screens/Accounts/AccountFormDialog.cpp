@@ -7,8 +7,8 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
-#include "LedgerUI/Presentation/Accounts/AccountFormWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Accounts/AccountFormBody.h"
 
 namespace {

@@ -8,7 +8,7 @@
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 AccountMessages::AccountMessages(QWidget* parent) : QWidget{parent}

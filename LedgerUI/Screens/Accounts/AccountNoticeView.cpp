@@ -6,7 +6,7 @@
 #include "LedgerUI/Components/Page/EmptyState.h"
 #include "LedgerUI/Components/Page/SetupStep.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Accounts/AccountWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -13,8 +13,8 @@
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Accounts/AccountFormWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

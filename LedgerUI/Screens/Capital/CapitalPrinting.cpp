@@ -13,8 +13,7 @@
 #include "LedgerUI/Presentation/Capital/CapitalPrint.h"
 #include "LedgerUI/Presentation/Dividends/DividendPrint.h"
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
-#include "LedgerUI/Presentation/Print/PrintWords.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "LedgerUI/Components/Period/PeriodNavigator.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Capital/CapitalPlace.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 CapitalQuestionBar::CapitalQuestionBar(LedgerStore& store, QWidget* parent) : QWidget{parent}, m_store{store}

@@ -12,10 +12,10 @@
 #include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
-#include "LedgerUI/Presentation/Text/SavingText.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 SectionExport::SectionExport(LedgerStore& store, QWidget& page) : QObject{&page}, m_store{store}, m_page{page} {}
 
@@ -63,7 +63,7 @@ void SectionExport::write(const std::filesystem::path& path, std::string content
 
 void SectionExport::sayWhyNot(SavingProblem problem)
 {
-    const auto text = notSavedText(InterfaceLanguage::tag(), word(exportWords(), "failed"), problem);
+    const auto text = FailureText::ofSaving(InterfaceLanguage::tag(), word(exportWords(), "failed"), problem);
     auto* alert = new MessageDialog(MessageDialog::Kind::error, text, m_page.window());
     alert->setAttribute(Qt::WA_DeleteOnClose);
     alert->open();

@@ -9,7 +9,7 @@
 #include "LedgerUI/Components/Buttons/PrimaryButton.h"
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Categories/CategoryWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Categories/CategoryEditing.h"
 #include "LedgerUI/Screens/Categories/CategoryEditor.h"
 

@@ -7,9 +7,8 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Categories/CategoryPins.h"
-#include "LedgerUI/Presentation/Categories/CategoryWords.h"
-#include "LedgerUI/Presentation/Forms/CommandWords.h"
 #include "LedgerUI/Presentation/Text/FailureText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Categories/CategoryEditor.h"
 
 CategoryEditing::CategoryEditing(LedgerStore& store, CategoryEditor& editor)

@@ -23,8 +23,8 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Audit/AuditRows.h"
-#include "LedgerUI/Presentation/Audit/AuditWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/PageLink.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include "LedgerUI/Components/Page/PageTabs.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Company/CompanyTabs.h"
-#include "LedgerUI/Presentation/Company/CompanyWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Company/AccessTab.h"
 #include "LedgerUI/Screens/Company/AuditTab.h"
 #include "LedgerUI/Screens/Company/CategoriesTab.h"

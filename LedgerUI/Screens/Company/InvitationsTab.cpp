@@ -14,9 +14,8 @@
 #include "LedgerUI/Components/Table/PlainTable.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Company/CompanyWords.h"
 #include "LedgerUI/Presentation/Company/MemberRows.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Company/Access/InviteDialog.h"
 #include "LedgerUI/Theme/Space.h"
 

@@ -4,7 +4,7 @@
 
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
-#include "LedgerUI/Presentation/Records/CapitalFormWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Records/RecordActionFormSending.h"
 #include "LedgerUI/Screens/Records/RecordActionFormShowing.h"
 

@@ -9,7 +9,7 @@
 #include "LedgerUI/Components/Page/PlainRows.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Records/RecordEquation.h"
 #include "LedgerUI/Screens/Records/RecordHead.h"
 #include "LedgerUI/Screens/Records/RecordInks.h"

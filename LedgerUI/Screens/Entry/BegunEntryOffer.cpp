@@ -9,7 +9,7 @@
 #include "LedgerUI/Components/Page/Banner.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Entry/BegunEntry.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 BegunEntryOffer::BegunEntryOffer(EntryDrafts& drafts, QWidget* parent) : QWidget{parent}, m_drafts{drafts}

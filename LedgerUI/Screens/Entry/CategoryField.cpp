@@ -13,7 +13,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Categories/CategoryPins.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Entry/CategoryPopover.h"
 #include "LedgerUI/Screens/Entry/CategoryTile.h"
 #include "LedgerUI/Theme/Icon.h"

@@ -18,7 +18,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Entry/CategoryField.h"
 #include "LedgerUI/Screens/Entry/EntryAmountField.h"
 #include "LedgerUI/Screens/Entry/EntryEffectPane.h"

@@ -14,9 +14,9 @@
 #include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Text/ExportChangesText.h"
-#include "LedgerUI/Presentation/Text/SavingText.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Exports/LedgerExportFields.h"
 #include "LedgerUI/Screens/Exports/LedgerExportPreviewPane.h"
 #include "LedgerUI/Theme/Space.h"
@@ -240,7 +240,7 @@ void LedgerExportDialog::finish(const LedgerExport::Outcome& outcome, const std:
         m_refusal = *failure;
     } else {
         const auto problem = std::get<SavingProblem>(outcome);
-        m_note = {Banner::Kind::error, notSavedText(locale(), text("failed"), problem)};
+        m_note = {Banner::Kind::error, FailureText::ofSaving(locale(), text("failed"), problem)};
     }
     present();
     confirmButton().setFocus(Qt::OtherFocusReason);

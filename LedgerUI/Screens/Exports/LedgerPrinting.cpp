@@ -7,11 +7,10 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Exports/LedgerPrint.h"
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
-#include "LedgerUI/Presentation/Print/PrintWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -22,10 +22,8 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Exports/DigitalReceiptPage.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
-#include "LedgerUI/Presentation/Print/PrintWords.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/SavingText.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Exports/DigitalReceiptView.h"
 #include "LedgerUI/Theme/Icon.h"
 #include "LedgerUI/Theme/Space.h"
@@ -225,7 +223,7 @@ void ReceiptShareDialog::saveTo(const std::filesystem::path& path)
     QCoro::connect(SavedFile::write(path, content), this, [this, path](std::optional<SavingProblem> problem) {
         m_stage = SubmissionStage::editing;
         if (problem)
-            say(Banner::Kind::error, notSavedText(locale(), copyText("receiptShareFailed"), *problem));
+            say(Banner::Kind::error, FailureText::ofSaving(locale(), copyText("receiptShareFailed"), *problem));
         else
             sayReady(word(printWords(), "saved", {path.filename().string()}));
         confirmButton().setFocus(Qt::OtherFocusReason);

@@ -21,13 +21,9 @@
 #include "LedgerUI/Components/Dialogs/MessageDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Exports/ExportWords.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
-#include "LedgerUI/Presentation/Imports/ImportWords.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/FileWords.h"
-#include "LedgerUI/Presentation/Text/SavingText.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Imports/ImportFileCard.h"
 #include "LedgerUI/Screens/Imports/ImportFindings.h"
 #include "LedgerUI/Screens/Imports/ImportGuide.h"
@@ -257,7 +253,7 @@ void ImportDialog::saveFile(const QString& suggestion, std::function<std::string
             if (!problem)
                 return say(word(exportWords(), "done", {path.filename().string()}));
             m_said.clear();
-            m_failure = notSavedText(locale(), word(fileWords(), "notSaved"), *problem);
+            m_failure = FailureText::ofSaving(locale(), word(fileWords(), "notSaved"), *problem);
             present();
         });
     };

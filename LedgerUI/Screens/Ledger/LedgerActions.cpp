@@ -15,10 +15,9 @@
 #include "LedgerUI/Presentation/Entry/BegunEntry.h"
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
 #include "LedgerUI/Presentation/Ledger/LedgerAmounts.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerTableModel.h"
-#include "LedgerUI/Presentation/Templates/TemplateWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Ledger/LedgerTable.h"
 
 namespace {

@@ -11,10 +11,10 @@
 
 #include "LedgerUI/Components/Table/RowHeads.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerBrowser.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerTableModel.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Ledger/LedgerCells.h"
 #include "LedgerUI/Theme/Space.h"
 

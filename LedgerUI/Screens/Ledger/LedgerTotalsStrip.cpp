@@ -13,8 +13,8 @@
 #include "LedgerUI/Components/Dialogs/Popover.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerListing.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Ledger/LedgerTotalBlock.h"
 #include "LedgerUI/Theme/Space.h"
 

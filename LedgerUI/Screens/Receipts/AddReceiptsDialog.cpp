@@ -14,7 +14,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Ledger/EntryText.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Receipts/DraftReceipts.h"
 #include "LedgerUI/Screens/Receipts/ReceiptsPane.h"
 #include "LedgerUI/Theme/Space.h"

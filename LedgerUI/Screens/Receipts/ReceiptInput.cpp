@@ -11,7 +11,7 @@
 #include <QWidget>
 
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 ReceiptInput::ReceiptInput(QWidget& area) : QObject{&area}, m_area{area}
 {

@@ -20,11 +20,9 @@
 #include "LedgerUI/Components/Dialogs/FileChoice.h"
 #include "LedgerUI/Components/Text/ElidedLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
-#include "LedgerUI/Presentation/Text/FileWords.h"
-#include "LedgerUI/Presentation/Text/SavingText.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
 #include "LedgerUI/Presentation/Text/Values/ByteText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Receipts/ReceiptPictureView.h"
 #include "LedgerUI/Theme/Space.h"
 
@@ -260,8 +258,9 @@ void ReceiptPreviewDialog::writeCopy(const std::filesystem::path& target)
         watcher->deleteLater();
         const auto problem = watcher->result();
         m_said->setTone(problem ? Token::danger : Token::ok);
-        m_said->setText(problem ? notSavedText(InterfaceLanguage::tag(), word(fileWords(), "notSaved"), *problem)
-                                : text("preview.saved"));
+        m_said->setText(problem
+                            ? FailureText::ofSaving(InterfaceLanguage::tag(), word(fileWords(), "notSaved"), *problem)
+                            : text("preview.saved"));
     });
     watcher->setFuture(QtConcurrent::run([path = m_file, target]() -> Problem {
         const auto content = contentOf(path);

@@ -13,7 +13,7 @@
 #include "LedgerUI/Components/Text/GlyphLabel.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Receipts/ReceiptPictureView.h"
 #include "LedgerUI/Screens/Receipts/ReceiptRowView.h"
 #include "LedgerUI/Theme/Icon.h"

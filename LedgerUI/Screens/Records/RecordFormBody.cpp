@@ -17,7 +17,7 @@
 #include "LedgerUI/Components/Fields/LimitedEdit.h"
 #include "LedgerUI/Components/Period/DayField.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Text/LongWords.h"
+#include "LedgerUI/Presentation/Text/NameText.h"
 #include "LedgerUI/Screens/Records/RecordEquation.h"
 #include "LedgerUI/Screens/Records/RecordLinesTable.h"
 #include "LedgerUI/Theme/Space.h"

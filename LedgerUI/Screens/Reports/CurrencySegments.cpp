@@ -6,7 +6,7 @@
 
 #include "LedgerUI/Components/Buttons/SegmentedControl.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 CurrencySegments::CurrencySegments(const QString& name, QWidget* parent) : QWidget{parent}
 {

@@ -15,7 +15,7 @@
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportPeriodGrid.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Reports/CurrencySegments.h"
 #include "LedgerUI/Screens/Reports/ReportChart.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"

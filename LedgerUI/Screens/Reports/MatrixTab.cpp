@@ -3,7 +3,7 @@
 #include <QCheckBox>
 
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"
 
 MatrixTab::MatrixTab(QWidget* parent)

@@ -14,7 +14,7 @@
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportGridModel.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportPeriodGrid.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Reports/AttentionList.h"
 #include "LedgerUI/Screens/Reports/ReportChart.h"
 #include "LedgerUI/Screens/Reports/ReportTable.h"

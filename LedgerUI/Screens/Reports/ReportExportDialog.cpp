@@ -13,8 +13,8 @@
 #include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/SavingText.h"
+#include "LedgerUI/Presentation/Text/FailureText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 namespace {
@@ -225,7 +225,7 @@ void ReportExportDialog::finish(const ReportExport::Outcome& outcome, const std:
         return;
     }
     if (const auto* problem = std::get_if<SavingProblem>(&outcome))
-        m_note = {Banner::Kind::error, notSavedText(locale(), text("export.failed"), *problem)};
+        m_note = {Banner::Kind::error, FailureText::ofSaving(locale(), text("export.failed"), *problem)};
     else if (const auto& failure = std::get<Failure>(outcome); ReportExport::saysChanged(failure)) {
         m_note = {Banner::Kind::info, text("export.renewed")};
         m_outdated = refused;

@@ -6,11 +6,10 @@
 #include "LedgerUI/Components/Print/PrintDialog.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
-#include "LedgerUI/Presentation/Print/PrintWords.h"
 #include "LedgerUI/Presentation/Reports/Output/ReportExport.h"
 #include "LedgerUI/Presentation/Reports/Output/ReportPrint.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Reports/Sheets/ReportBrowser.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

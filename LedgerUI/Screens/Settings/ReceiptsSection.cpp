@@ -9,9 +9,8 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerEntryDetail.h"
-#include "LedgerUI/Presentation/Settings/SettingsWords.h"
-#include "LedgerUI/Presentation/Text/DialogWords.h"
 #include "LedgerUI/Presentation/Text/Values/ByteText.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 ReceiptsSection::ReceiptsSection(LedgerStore& store, QWidget* parent) : SettingsSection{store, parent}

@@ -9,7 +9,7 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerCore/Domain/Records/Requests/ServiceCode.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/SignIn/SignInForm.h"
 #include "LedgerUI/Screens/SignIn/StepRow.h"
 #include "LedgerUI/Theme/Space.h"

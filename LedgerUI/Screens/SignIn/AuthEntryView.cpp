@@ -6,7 +6,7 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/SignIn/SignInForm.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include "LedgerUI/Components/Text/MarkLabel.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/SignIn/SignInState.h"
-#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/SignIn/DemoIdentitySelection.h"
 #include "LedgerUI/Theme/Space.h"
 

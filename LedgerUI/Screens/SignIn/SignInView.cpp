@@ -20,7 +20,7 @@
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
 #include "LedgerUI/Presentation/Keys/KeyBindings.h"
-#include "LedgerUI/Presentation/SignIn/SignInWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/SignIn/AccessFlowView.h"
 #include "LedgerUI/Screens/SignIn/AddressFold.h"
 #include "LedgerUI/Screens/SignIn/AuthEntryView.h"

@@ -8,11 +8,10 @@
 #include "LedgerUI/Components/Fields/AccountPicker.h"
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Templates/TemplateChoices.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Theme/Space.h"
 
 TemplateEntryFields::TemplateEntryFields(QWidget* parent) : QWidget{parent}

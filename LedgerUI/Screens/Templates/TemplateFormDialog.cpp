@@ -24,7 +24,7 @@
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
 #include "LedgerUI/Presentation/Entry/EntryLabels.h"
 #include "LedgerUI/Presentation/Templates/TemplateDrafts.h"
-#include "LedgerUI/Presentation/Templates/TemplateWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Entry/TransactionForm.h"
 #include "LedgerUI/Screens/Templates/TemplateEntryFields.h"
 #include "LedgerUI/Theme/Space.h"

@@ -9,7 +9,7 @@
 #include "LedgerUI/Components/Fields/FormField.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Presentation/Workspace/CompanyDirectory.h"
 #include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Space.h"

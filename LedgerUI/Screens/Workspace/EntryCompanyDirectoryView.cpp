@@ -7,7 +7,7 @@
 
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Workspace/CompanyAccessWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Presentation/Workspace/CompanyDirectory.h"
 #include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Icon.h"

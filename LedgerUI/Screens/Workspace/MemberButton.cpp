@@ -9,8 +9,8 @@
 #include "LedgerCore/Client/Store/LedgerStore.h"
 #include "LedgerUI/Components/Buttons/CardButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
-#include "LedgerUI/Presentation/Workspace/WorkspaceWords.h"
 #include "LedgerUI/Screens/Workspace/UnsavedChanges.h"
 #include "LedgerUI/Theme/Icon.h"
 

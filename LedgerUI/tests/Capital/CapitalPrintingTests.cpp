@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "LedgerUI/Components/Print/PrintDialog.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/tests/CapitalUnderTest.h"
 
 // Capital and dividends on paper, from the page by keys to the text that a reader of the PDF finds.

@@ -5,8 +5,8 @@
 
 #include "LedgerCore/Domain/Text/Country.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Presentation/Workspace/RoleText.h"
 #include "Tallyfold/MainWindow.h"
 #include "Tests/EndToEnd/Stage/Desk.h"

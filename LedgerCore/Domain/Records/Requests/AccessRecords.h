@@ -2,6 +2,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <variant>
 #include <vector>
 
@@ -104,6 +105,12 @@ struct CompanyChoices {
 };
 BOOST_DESCRIBE_STRUCT(CompanyChoices, (), (companies, ownedCompanyCount))
 
+/// How an invitation that was not accepted stands.
+namespace InvitationStatus {
+inline constexpr std::string_view pending = "pending";
+inline constexpr std::string_view expired = "expired";
+}
+
 /// An invitation that was not accepted yet.
 struct PendingInvitation {
     std::string id;
@@ -114,7 +121,7 @@ struct PendingInvitation {
     std::vector<AccountGrant> accountGrants;
     std::string createdAt;
     std::string expiresAt;
-    std::string status;
+    std::string status; // an `InvitationStatus`
 
     bool operator==(const PendingInvitation&) const = default;
 };

@@ -8,11 +8,10 @@
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Text/Collation.h"
 #include "LedgerCore/Domain/Text/WordTable.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Reports/ReportFigureText.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
+#include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

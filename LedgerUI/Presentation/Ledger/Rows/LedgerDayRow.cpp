@@ -1,10 +1,9 @@
 #include "LedgerUI/Presentation/Ledger/Rows/LedgerDayRow.h"
 
 #include "LedgerCore/Domain/Text/WordTable.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Text/ListedText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

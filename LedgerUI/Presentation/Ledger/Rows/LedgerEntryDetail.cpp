@@ -11,11 +11,11 @@
 #include "LedgerCore/Domain/Entries/Reversals/ReversalRules.h"
 #include "LedgerCore/Domain/Money/Money.h"
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Text/Values/ByteText.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
-#include "LedgerUI/Presentation/Text/Values/RateText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 
 #include <QStringList>
 
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
 #include "LedgerUI/Presentation/Ledger/Listing/LedgerListing.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 LedgerSelection LedgerSelection::of(const LedgerListing& listing, std::vector<std::uint32_t> entries)
 {

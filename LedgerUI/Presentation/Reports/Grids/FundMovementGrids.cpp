@@ -12,10 +12,10 @@
 #include "LedgerCore/Domain/Entries/Posting/PostingRules.h"
 #include "LedgerCore/Domain/Entries/VisibleBooks.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportSorting.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
-#include "LedgerUI/Presentation/Text/Values/RateText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

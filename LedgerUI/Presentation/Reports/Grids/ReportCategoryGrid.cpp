@@ -9,8 +9,8 @@
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportTrend.h"
 #include "LedgerUI/Presentation/Reports/ReportOverview.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 using Kind = ReportGridColumn::Kind;
 using Level = ReportGridRow::Level;

@@ -6,8 +6,8 @@
 #include <QStringList>
 
 #include "LedgerCore/Domain/Csv/CsvDocument.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "LedgerUI/Presentation/Reports/Grids/ReportPeriodGrid.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 using Kind = ReportGridColumn::Kind;
 using Tone = ReportGridCell::Tone;

@@ -6,9 +6,9 @@
 #include "LedgerCore/Domain/Calendar/LedgerDay.h"
 #include "LedgerCore/Domain/Categories/CategoryDirectory.h"
 #include "LedgerUI/Presentation/Reports/ReportFigureText.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 using std::chrono::sys_days;
 using Kind = ReportGridColumn::Kind;

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 using std::chrono::sys_days;
 using Kind = ReportGridColumn::Kind;

@@ -8,8 +8,8 @@
 #include <vector>
 
 #include "LedgerCore/Domain/Text/Collation.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 using Direction = ReportSort::Direction;
 using Kind = ReportGridColumn::Kind;

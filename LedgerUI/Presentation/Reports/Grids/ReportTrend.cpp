@@ -10,9 +10,9 @@
 #include "LedgerUI/Presentation/Period/PeriodLabel.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportCategoryGrid.h"
 #include "LedgerUI/Presentation/Reports/Grids/ReportPeriodGrid.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Values/DayText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 using std::chrono::days;
 using std::chrono::sys_days;

@@ -13,9 +13,9 @@
 #include "LedgerCore/Domain/Access/MemberRights.h"
 #include "LedgerCore/Domain/Exports/ReportExportAuthorization.h"
 #include "LedgerUI/Presentation/Forms/SavedFile.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/ExportChangesText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "LedgerUI/Presentation/Reports/Output/ReportPrint.h"
 
 #include "LedgerUI/Presentation/Reports/Output/ReportExport.h"
-#include "LedgerUI/Presentation/Reports/ReportWords.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

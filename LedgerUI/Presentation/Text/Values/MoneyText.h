@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 #include <QString>
@@ -37,6 +38,10 @@ MoneyText balanceText(std::int64_t minor, std::string_view currency, std::string
 
 /// A dash in the place of an amount of this currency.
 MoneyText unknownMoney(std::string_view currency);
+
+/// What one unit of `from` came to, to four digits or more: "SGD 1.340"; "–" where an amount is missing.
+QString rateText(std::int64_t fromMinor, const std::string& from, std::int64_t toMinor, const std::string& to,
+                 std::string_view locale);
 
 /// How an amount is said aloud, by which way it goes.
 const WordTable& spokenMoney();

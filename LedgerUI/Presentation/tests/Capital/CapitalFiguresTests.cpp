@@ -3,9 +3,9 @@
 #include "LedgerUI/Presentation/Capital/CapitalActions.h"
 #include "LedgerUI/Presentation/Capital/CapitalOverview.h"
 #include "LedgerUI/Presentation/Dividends/DividendActions.h"
-#include "LedgerUI/Presentation/Records/CapitalWords.h"
 #include "LedgerUI/Presentation/Records/RecordText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Presentation/tests/CapitalWalk.h"
 
 // The figures of capital and dividends against the entries of the ledger, over random histories; and who may do what.

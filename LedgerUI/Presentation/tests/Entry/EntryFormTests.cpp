@@ -8,11 +8,11 @@
 #include "LedgerUI/Presentation/Entry/EntryEdits.h"
 #include "LedgerUI/Presentation/Entry/EntryFormContent.h"
 #include "LedgerUI/Presentation/Entry/EntryFormState.h"
-#include "LedgerUI/Presentation/Entry/EntryFormWords.h"
 #include "LedgerUI/Presentation/Entry/EntryRefundables.h"
 #include "LedgerUI/Presentation/Entry/EntryReversal.h"
-#include "LedgerUI/Presentation/Text/Values/RateText.h"
+#include "LedgerUI/Presentation/Text/Values/MoneyText.h"
 #include "LedgerUI/Presentation/Text/Words.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 
 namespace {
 

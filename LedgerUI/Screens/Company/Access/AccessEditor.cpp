@@ -7,8 +7,7 @@
 #include "LedgerUI/Components/Page/WrapLayout.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
 #include "LedgerUI/Components/Text/TextLabel.h"
-#include "LedgerUI/Presentation/Company/AccessWords.h"
-#include "LedgerUI/Presentation/Company/CompanyWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Company/Access/GrantMatrixView.h"
 #include "LedgerUI/Theme/Space.h"
 

@@ -9,7 +9,7 @@
 #include "LedgerCore/Domain/Settings/FinancialFeaturePolicy.h"
 #include "LedgerUI/Components/Buttons/ToggleSwitch.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Company/BookkeepingWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Company/Settings/SettingRow.h"
 
 SidebarListing::SidebarListing(LedgerStore& store, QWidget* parent) : QWidget{parent}, m_store{store}

@@ -9,9 +9,8 @@
 
 #include "LedgerUI/Components/Buttons/IconButton.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
-#include "LedgerUI/Presentation/Receipts/ReceiptWords.h"
 #include "LedgerUI/Presentation/Text/EntryKindGlyph.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Ledger/Detail/LedgerBalancesBody.h"
 #include "LedgerUI/Screens/Ledger/Detail/LedgerDetailBody.h"
 #include "LedgerUI/Screens/Receipts/ReceiptInput.h"

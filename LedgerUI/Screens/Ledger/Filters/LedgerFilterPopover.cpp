@@ -7,7 +7,7 @@
 
 #include "LedgerUI/Components/Table/ChoiceList.h"
 #include "LedgerUI/Components/Text/InterfaceLanguage.h"
-#include "LedgerUI/Presentation/Ledger/LedgerWords.h"
+#include "LedgerUI/Presentation/Words/ScreenWords.h"
 #include "LedgerUI/Screens/Ledger/Filters/AmountRangeFields.h"
 #include "LedgerUI/Theme/Space.h"
 

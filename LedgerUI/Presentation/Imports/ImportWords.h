@@ -1,6 +1,0 @@
-#pragma once
-
-class WordTable;
-
-/// What is said where older entries are brought in from a file.
-const WordTable& importWords();

@@ -1,6 +1,0 @@
-#pragma once
-
-class WordTable;
-
-/// The texts of the ledger page.
-const WordTable& ledgerWords();

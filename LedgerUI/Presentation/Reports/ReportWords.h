@@ -1,6 +1,0 @@
-#pragma once
-
-class WordTable;
-
-/// The texts of the reports page.
-const WordTable& reportWords();

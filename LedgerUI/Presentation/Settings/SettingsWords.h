@@ -1,6 +1,0 @@
-#pragma once
-
-class WordTable;
-
-/// The texts of the settings.
-const WordTable& settingsWords();
